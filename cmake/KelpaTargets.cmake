@@ -1,0 +1,41 @@
+# How every target of the project is built: the language, the warnings, the sanitizers, and one
+# static library per folder of src/, so that a forbidden include does not link.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+endif()
+
+add_library(kelpa_options INTERFACE)
+target_compile_options(kelpa_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsuggest-override -Werror)
+target_compile_definitions(kelpa_options INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(KELPA_SANITIZE)
+    # Frames are kept so that a report names its callers.
+    add_compile_options(-fsanitize=${KELPA_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${KELPA_SANITIZE})
+    if(KELPA_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+
+# kelpa_library(<room> SOURCES … [PUBLIC …] [PRIVATE …] [MOC]): the library kelpa_<room> of one
+# folder; MOC where it declares QObjects.
+# Headers are included by their path below src/, as in "model/Goal.h".
+function(kelpa_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "MOC" "" "SOURCES;PUBLIC;PRIVATE")
+    add_library(kelpa_${name} STATIC ${ARG_SOURCES})
+    target_include_directories(kelpa_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+    set_target_properties(kelpa_${name} PROPERTIES AUTOMOC ${ARG_MOC})
+    target_link_libraries(kelpa_${name} PUBLIC ${ARG_PUBLIC} PRIVATE kelpa_options ${ARG_PRIVATE})
+endfunction()

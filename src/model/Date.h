@@ -1,0 +1,30 @@
+// A moment of the calendar, as the board's records keep it.
+#pragma once
+
+#include <QHashFunctions>
+
+#include <compare>
+
+class QDateTime;
+
+namespace kelpa {
+
+/// Seconds (fractional) since 2001-01-01 00:00:00 UTC; the number that is stored.
+struct Date
+{
+    double secondsSinceReferenceDate = 0;
+
+    /// Earlier than any moment that occurs.
+    static Date distantPast();
+    static Date fromDateTime(const QDateTime& dateTime);
+
+    Date addingSeconds(double seconds) const { return {secondsSinceReferenceDate + seconds}; }
+
+    friend auto operator<=>(const Date&, const Date&) = default;
+    friend size_t qHash(const Date& date, size_t seed = 0)
+    {
+        return qHash(date.secondsSinceReferenceDate, seed);
+    }
+};
+
+} // namespace kelpa

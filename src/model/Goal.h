@@ -1,0 +1,36 @@
+// One goal of the board with its todos.
+#pragma once
+
+#include "model/GoalAccent.h"
+#include "model/GoalPriority.h"
+#include "model/Identifiers.h"
+#include "model/TodoItem.h"
+
+#include <QList>
+#include <QString>
+
+namespace kelpa {
+
+struct Goal
+{
+    GoalID id;
+    QString title;
+    GoalAccent accent = GoalAccent::blue;
+    GoalPriority priority = defaultGoalPriority;
+    /// In stored order; what a card shows is `visibleTodos`.
+    QList<TodoItem> todos;
+
+    /// False for a goal without todos.
+    bool hasOpenTodo() const;
+    qsizetype openTodoCount() const;
+
+    /// The todos that a goal's card shows, by ascending `order`: the open ones and the one that was
+    /// completed last. Empty when none is open.
+    QList<TodoItem> visibleTodos() const;
+
+    friend bool operator==(const Goal&, const Goal&) = default;
+};
+
+size_t qHash(const Goal& goal, size_t seed = 0);
+
+} // namespace kelpa

@@ -1,0 +1,39 @@
+// One window of another application, as discovery found it.
+#pragma once
+
+#include "model/Identifiers.h"
+#include "model/Rect.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace kelpa {
+
+struct WindowItem
+{
+    WindowID id = 0;
+    /// Name of the owning application.
+    QString ownerName;
+    /// Identifier of the owning application (on Linux its desktop-entry id), when it is known.
+    std::optional<QString> bundleIdentifier;
+    QString title;
+    ProcessID processIdentifier = 0;
+    /// Frame in screen points.
+    Rect bounds;
+    bool isOnScreen = false;
+    bool isMinimized = false;
+    /// Path or URL of the document that the window shows, when the application tells.
+    std::optional<QString> accessibilityDocument;
+    /// The goal that the window is assigned to; absent for an unassigned window.
+    std::optional<GoalID> goalID;
+
+    /// The trimmed title, or the owner's name when nothing is left of it.
+    QString displayTitle() const;
+
+    friend bool operator==(const WindowItem&, const WindowItem&) = default;
+};
+
+size_t qHash(const WindowItem& window, size_t seed = 0);
+
+} // namespace kelpa

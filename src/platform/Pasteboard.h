@@ -1,0 +1,17 @@
+// The desktop's clipboard.
+#pragma once
+
+#include <QString>
+
+namespace kelpa {
+
+class Pasteboard
+{
+public:
+    virtual ~Pasteboard() = default;
+
+    /// Replaces what the clipboard holds by `text`. Main thread.
+    virtual void setText(const QString& text) = 0;
+};
+
+} // namespace kelpa

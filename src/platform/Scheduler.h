@@ -1,0 +1,84 @@
+// The only source of time and of work off the main thread.
+#pragma once
+
+#include "model/Date.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <type_traits>
+#include <utility>
+
+namespace kelpa {
+
+/// Work that is due later or is running. Destroying it cancels: what has not begun never begins,
+/// what runs off the main thread sees its stop token and its result is dropped.
+class ScheduledWork
+{
+public:
+    ScheduledWork() = default;
+    ScheduledWork(const ScheduledWork&) = delete;
+    ScheduledWork& operator=(const ScheduledWork&) = delete;
+    virtual ~ScheduledWork() = default;
+};
+
+/// Absent: nothing is due. Destroyed on the main thread, also from within the work itself.
+using TaskHandle = std::unique_ptr<ScheduledWork>;
+
+/// All functions are called on the main thread; all callbacks but a background function run there.
+class Scheduler
+{
+public:
+    using Duration = std::chrono::milliseconds;
+
+    virtual ~Scheduler() = default;
+
+    /// The calendar's time now.
+    virtual Date now() const = 0;
+
+    /// Calls `tick` every `interval`, first one interval from now.
+    [[nodiscard]] virtual TaskHandle repeat(Duration interval, std::function<void()> tick) = 0;
+
+    /// Calls `work` once, `delay` from now.
+    [[nodiscard]] virtual TaskHandle after(Duration delay, std::function<void()> work) = 0;
+
+    /// Runs `work` off the main thread, then `then` with its result on it. `work` touches nothing
+    /// but its own values; it may look at its stop token to end early.
+    template <class Work, class Then>
+    [[nodiscard]] TaskHandle inBackground(Work work, Then then)
+    {
+        return startInBackground(erased(std::move(work), std::move(then)));
+    }
+
+    /// As `inBackground`, but waits up to `limit` for the result. When it is there in time, `then`
+    /// has been called on return and the handle is absent; otherwise `then` comes later, as if the
+    /// work had been started in the background.
+    template <class Work, class Then>
+    [[nodiscard]] TaskHandle inBackgroundAwaiting(Duration limit, Work work, Then then)
+    {
+        return startAwaiting(limit, erased(std::move(work), std::move(then)));
+    }
+
+protected:
+    /// Runs off the main thread and gives what remains to be done on it.
+    using BackgroundWork = std::function<std::function<void()>(std::stop_token)>;
+
+    virtual TaskHandle startInBackground(BackgroundWork work) = 0;
+    virtual TaskHandle startAwaiting(Duration limit, BackgroundWork work) = 0;
+
+private:
+    template <class Work, class Then>
+    static BackgroundWork erased(Work work, Then then)
+    {
+        return [work = std::move(work), then = std::move(then)](const std::stop_token& stop) {
+            using Result = std::invoke_result_t<Work, std::stop_token>;
+            auto result = std::make_shared<Result>(work(stop));
+            return std::function<void()>(
+                [then, result = std::move(result)] { then(std::move(*result)); });
+        };
+    }
+};
+
+} // namespace kelpa
