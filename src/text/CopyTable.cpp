@@ -1,0 +1,70 @@
+#include "text/CopyTable.h"
+
+namespace kelpa {
+
+QString CopyTable::text(kelpa::CopyKey key) const
+{
+    return withPlatformKeyNames(KelpaCopy::text(key, m_language), m_keyNames);
+}
+
+QString CopyTable::selectWindowsTitle(const QString& goalTitle) const
+{
+    return KelpaCopy::selectWindowsTitle(goalTitle, m_language);
+}
+
+QString CopyTable::currentWindowLocation(const QString& goalTitle) const
+{
+    return KelpaCopy::currentWindowLocation(goalTitle, m_language);
+}
+
+QString CopyTable::selectedWindowCount(int count) const
+{
+    return KelpaCopy::selectedWindowCount(count, m_language);
+}
+
+QString CopyTable::confirmWindowSelection(int count) const
+{
+    return KelpaCopy::confirmWindowSelection(count, m_language);
+}
+
+QString CopyTable::openTodoCount(int count) const
+{
+    return KelpaCopy::openTodoCount(count, m_language);
+}
+
+QString CopyTable::windowCount(int count) const
+{
+    return KelpaCopy::windowCount(count, m_language);
+}
+
+QString CopyTable::statusName(const QString& status) const
+{
+    const std::optional<TodoStatus> value = todoStatusFromRawValue(status);
+    return value ? KelpaCopy::statusName(*value, m_language) : QString();
+}
+
+QString CopyTable::statusHelp(const QString& status) const
+{
+    const std::optional<TodoStatus> value = todoStatusFromRawValue(status);
+    return value ? KelpaCopy::statusHelp(*value, m_language) : QString();
+}
+
+QString CopyTable::statusAccessibilityLabel(const QString& status) const
+{
+    const std::optional<TodoStatus> value = todoStatusFromRawValue(status);
+    return value ? KelpaCopy::statusAccessibilityLabel(*value, m_language) : QString();
+}
+
+QString CopyTable::priorityName(const QString& priority) const
+{
+    const std::optional<GoalPriority> value = goalPriorityFromRawValue(priority);
+    return value ? text(KelpaCopy::priorityName(*value)) : QString();
+}
+
+QString CopyTable::priorityAccessibilityLabel(const QString& priority) const
+{
+    const std::optional<GoalPriority> value = goalPriorityFromRawValue(priority);
+    return value ? KelpaCopy::priorityAccessibilityLabel(*value, m_language) : QString();
+}
+
+} // namespace kelpa

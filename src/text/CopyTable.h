@@ -1,0 +1,51 @@
+// The texts of one language as a value for views: an object publishes it as a property, and a
+// binding that asks it for a text is evaluated again when the property changes.
+#pragma once
+
+#include "text/KelpaCopy.h"
+#include "text/KeyNames.h"
+
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+
+namespace kelpa {
+
+class CopyTable
+{
+    Q_GADGET
+
+public:
+    CopyTable() = default;
+    CopyTable(AppLanguage language, KeyNames keyNames)
+        : m_language(language), m_keyNames(std::move(keyNames))
+    {}
+
+    AppLanguage language() const { return m_language; }
+
+    /// With the platform's name in place of "⌘". `key` must be one of the enumeration.
+    Q_INVOKABLE QString text(kelpa::CopyKey key) const;
+
+    /// The functions of `KelpaCopy` in this language.
+    Q_INVOKABLE QString selectWindowsTitle(const QString& goalTitle) const;
+    Q_INVOKABLE QString currentWindowLocation(const QString& goalTitle) const;
+    Q_INVOKABLE QString selectedWindowCount(int count) const;
+    Q_INVOKABLE QString confirmWindowSelection(int count) const;
+    Q_INVOKABLE QString openTodoCount(int count) const;
+    Q_INVOKABLE QString windowCount(int count) const;
+
+    /// A status or priority is given by its stored text; an unknown one gives an empty text.
+    Q_INVOKABLE QString statusName(const QString& status) const;
+    Q_INVOKABLE QString statusHelp(const QString& status) const;
+    Q_INVOKABLE QString statusAccessibilityLabel(const QString& status) const;
+    Q_INVOKABLE QString priorityName(const QString& priority) const;
+    Q_INVOKABLE QString priorityAccessibilityLabel(const QString& priority) const;
+
+    friend bool operator==(const CopyTable&, const CopyTable&) = default;
+
+private:
+    AppLanguage m_language = allAppLanguages.front();
+    KeyNames m_keyNames;
+};
+
+} // namespace kelpa

@@ -1,0 +1,208 @@
+#include "text/KelpaCopy.h"
+
+#include "text/CopyRowsBoard.h"
+#include "text/CopyRowsGoals.h"
+#include "text/CopyRowsWindows.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace kelpa::KelpaCopy {
+
+namespace {
+
+constexpr std::array<const CopyRow*, copyKeyCount> rowsByKey = [] {
+    std::array<const CopyRow*, copyKeyCount> rows{};
+    auto next = rows.begin();
+    // A row too many would be written past the end, which a constant expression refuses.
+    const auto append = [&next](const auto& part) {
+        next = std::ranges::transform(part, next, [](const CopyRow& row) { return &row; }).out;
+    };
+    append(boardCopyRows);
+    append(goalCopyRows);
+    append(todoCopyRows);
+    append(windowCopyRows);
+    return rows;
+}();
+
+constexpr bool everyKeyHasItsRow()
+{
+    for (std::size_t i = 0; i < copyKeyCount; ++i) {
+        if (rowsByKey[i] == nullptr || rowsByKey[i]->key() != static_cast<CopyKey>(i))
+            return false;
+    }
+    return true;
+}
+static_assert(everyKeyHasItsRow(), "the rows must stand in the order of CopyKey, one for each");
+
+/// What stands before and after an inserted value.
+struct Frame
+{
+    std::u16string_view prefix;
+    std::u16string_view suffix;
+
+    QString around(const QString& value) const
+    {
+        return QStringView(prefix).toString().append(value).append(QStringView(suffix));
+    }
+};
+
+using Frames = std::array<Frame, allAppLanguages.size()>;
+using Names = std::array<std::u16string_view, allAppLanguages.size()>;
+
+/// Its arguments are in the order of `AppLanguage`, and none can be left out.
+constexpr Frames frames(Frame chinese, Frame english, Frame japanese, Frame korean, Frame french,
+                        Frame german)
+{
+    return {chinese, english, japanese, korean, french, german};
+}
+
+constexpr Names names(std::u16string_view chinese, std::u16string_view english,
+                      std::u16string_view japanese, std::u16string_view korean,
+                      std::u16string_view french, std::u16string_view german)
+{
+    return {chinese, english, japanese, korean, french, german};
+}
+
+constexpr std::size_t index(AppLanguage language)
+{
+    return static_cast<std::size_t>(language);
+}
+
+constexpr Frames selectWindowsTitleFrames =
+    frames({u"将窗口加入「", u"」"}, {u"Add windows to “", u"”"}, {u"「", u"」にウィンドウを追加"},
+           {u"‘", u"’에 창 추가"}, {u"Ajouter des fenêtres à « ", u" »"},
+           {u"Fenster zu „", u"“ hinzufügen"});
+
+constexpr Frames currentWindowLocationFrames =
+    frames({u"当前：", u""}, {u"Current: ", u""}, {u"現在：", u""}, {u"현재: ", u""},
+           {u"Actuel : ", u""}, {u"Aktuell: ", u""});
+
+constexpr Frames selectedWindowCountFrames = frames(
+    {u"已选择 ", u" 个窗口"}, {u"", u" windows selected"}, {u"", u"個のウィンドウを選択中"},
+    {u"창 ", u"개 선택됨"}, {u"", u" fenêtres sélectionnées"}, {u"", u" Fenster ausgewählt"});
+
+constexpr Frames confirmWindowSelectionFrames =
+    frames({u"加入 ", u" 个窗口"}, {u"Add ", u" windows"}, {u"", u"個のウィンドウを追加"},
+           {u"창 ", u"개 추가"}, {u"Ajouter ", u" fenêtres"}, {u"", u" Fenster hinzufügen"});
+
+constexpr Frames statusHelpFrames =
+    frames({u"当前状态：", u"；单击更改"}, {u"Current status: ", u"; click to change"},
+           {u"現在の状態：", u"；クリックで変更"}, {u"현재 상태: ", u"; 클릭하여 변경"},
+           {u"État actuel : ", u"; cliquez pour changer"},
+           {u"Aktueller Status: ", u"; zum Ändern klicken"});
+
+constexpr Frames statusAccessibilityFrames =
+    frames({u"待办状态：", u""}, {u"Todo status: ", u""}, {u"タスクの状態：", u""},
+           {u"할 일 상태: ", u""}, {u"État de la tâche : ", u""}, {u"Aufgabenstatus: ", u""});
+
+constexpr Names todoNames = names(u"待办", u"Todo", u"未着手", u"할 일", u"À faire", u"Offen");
+constexpr Names ingNames =
+    names(u"进行中", u"In progress", u"進行中", u"진행 중", u"En cours", u"In Arbeit");
+constexpr Names completedNames =
+    names(u"已完成", u"Completed", u"完了", u"완료", u"Terminée", u"Erledigt");
+
+constexpr Frames priorityAccessibilityFrames =
+    frames({u"优先级：", u""}, {u"Priority: ", u""}, {u"優先度：", u""}, {u"우선순위: ", u""},
+           {u"Priorité : ", u""}, {u"Priorität: ", u""});
+
+constexpr Frames openTodoCountFrames =
+    frames({u"", u" 个未完成待办"}, {u"", u" unfinished todos"}, {u"未完了のタスク", u"件"},
+           {u"미완료 할 일 ", u"개"}, {u"", u" tâches inachevées"}, {u"", u" offene Aufgaben"});
+
+constexpr Frames windowCountFrames =
+    frames({u"", u" 个窗口"}, {u"", u" windows"}, {u"", u"個のウィンドウ"}, {u"창 ", u"개"},
+           {u"", u" fenêtres"}, {u"", u" Fenster"});
+
+const Names& statusNames(TodoStatus status)
+{
+    switch (status) {
+    case TodoStatus::todo:
+        return todoNames;
+    case TodoStatus::ing:
+        return ingNames;
+    case TodoStatus::completed:
+        return completedNames;
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+QString text(CopyKey key, AppLanguage language)
+{
+    const auto row = static_cast<std::size_t>(key);
+    // QML can pass any number as a key.
+    if (row >= copyKeyCount)
+        qFatal("broken invariant: %zu is no key of the interface's texts", row);
+    return QStringView(rowsByKey[row]->text(language)).toString();
+}
+
+QString selectWindowsTitle(const QString& goalTitle, AppLanguage language)
+{
+    return selectWindowsTitleFrames[index(language)].around(goalTitle);
+}
+
+QString currentWindowLocation(const QString& goalTitle, AppLanguage language)
+{
+    return currentWindowLocationFrames[index(language)].around(goalTitle);
+}
+
+QString selectedWindowCount(qsizetype count, AppLanguage language)
+{
+    return selectedWindowCountFrames[index(language)].around(QString::number(count));
+}
+
+QString confirmWindowSelection(qsizetype count, AppLanguage language)
+{
+    return confirmWindowSelectionFrames[index(language)].around(QString::number(count));
+}
+
+QString statusName(TodoStatus status, AppLanguage language)
+{
+    return QStringView(statusNames(status)[index(language)]).toString();
+}
+
+QString statusHelp(TodoStatus status, AppLanguage language)
+{
+    return statusHelpFrames[index(language)].around(statusName(status, language));
+}
+
+QString statusAccessibilityLabel(TodoStatus status, AppLanguage language)
+{
+    return statusAccessibilityFrames[index(language)].around(statusName(status, language));
+}
+
+CopyKey priorityName(GoalPriority priority)
+{
+    switch (priority) {
+    case GoalPriority::p0:
+        return CopyKey::PriorityP0;
+    case GoalPriority::p1:
+        return CopyKey::PriorityP1;
+    case GoalPriority::p2:
+        return CopyKey::PriorityP2;
+    case GoalPriority::p3:
+        return CopyKey::PriorityP3;
+    }
+    Q_UNREACHABLE();
+}
+
+QString priorityAccessibilityLabel(GoalPriority priority, AppLanguage language)
+{
+    return priorityAccessibilityFrames[index(language)].around(
+        text(priorityName(priority), language));
+}
+
+QString openTodoCount(qsizetype count, AppLanguage language)
+{
+    return openTodoCountFrames[index(language)].around(QString::number(count));
+}
+
+QString windowCount(qsizetype count, AppLanguage language)
+{
+    return windowCountFrames[index(language)].around(QString::number(count));
+}
+
+} // namespace kelpa::KelpaCopy
