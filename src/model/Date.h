@@ -23,7 +23,7 @@ struct Date
     friend auto operator<=>(const Date&, const Date&) = default;
     friend size_t qHash(const Date& date, size_t seed = 0)
     {
-        return qHash(date.secondsSinceReferenceDate, seed);
+        return ::qHash(date.secondsSinceReferenceDate, seed);
     }
 };
 

@@ -36,6 +36,10 @@ public:
     /// with the next write that succeeds.
     virtual bool write(const std::vector<SettingsEntry>& entries) = 0;
 
+    /// Keeps a copy of what is stored under `key`, under a key of its own that nothing writes
+    /// again; true when it stands or when there is nothing under `key`.
+    virtual bool copyAside(const QString& key) = 0;
+
     /// Tries to write what earlier calls could not; true when nothing is left over.
     virtual bool flush() = 0;
 };

@@ -1,0 +1,27 @@
+// The latest picture of a window.
+#pragma once
+
+#include "model/Identifiers.h"
+
+#include <QHash>
+#include <QImage>
+#include <QSizeF>
+
+namespace kelpa {
+
+struct Preview
+{
+    QImage image;
+    /// In points; at most 720 on the longer side.
+    QSizeF displaySize;
+
+    /// The same capture, not merely the same pixels.
+    friend bool operator==(const Preview& a, const Preview& b)
+    {
+        return a.image.cacheKey() == b.image.cacheKey();
+    }
+};
+
+using Previews = QHash<WindowID, Preview>;
+
+} // namespace kelpa

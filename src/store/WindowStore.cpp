@@ -1,0 +1,205 @@
+#include "store/WindowStore.h"
+
+#include "platform/Accessibility.h"
+#include "store/BoardPersistence.h"
+#include "store/GoalOrder.h"
+#include "text/KelpaCopy.h"
+
+#include <chrono>
+
+namespace kelpa {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long a toast stays.
+constexpr Scheduler::Duration toastDuration = 2s;
+
+/// How long after a save that failed it is tried again, should no change come first.
+constexpr Scheduler::Duration saveRetryDelay = 5s;
+
+} // namespace
+
+WindowStore::Update::Update(WindowStore& store) : m_store(store)
+{
+    ++m_store.m_updateDepth;
+}
+
+WindowStore::Update::~Update()
+{
+    if (--m_store.m_updateDepth == 0)
+        m_store.emitChanges();
+}
+
+WindowStore::WindowStore(const Platform& platform, SettingsStore& settings, Scheduler& scheduler,
+                         Observing observing)
+    : m_platform(platform), m_settings(settings), m_scheduler(scheduler),
+      m_isAccessibilityTrusted(platform.accessibility.isTrusted()),
+      m_isScreenCaptureTrusted(platform.windowServer.isScreenCaptureTrusted())
+{
+    loadState();
+    if (observing == Observing::started)
+        startObserving();
+}
+
+WindowStore::~WindowStore() = default;
+
+QList<Goal> WindowStore::visibleGoals() const
+{
+    return m_isHidingGoalsWithoutOpenTodos ? withOpenTodos(m_goals) : m_goals;
+}
+
+void WindowStore::setLanguage(AppLanguage language)
+{
+    const Update update(*this);
+    if (publish(m_language, language, Field::language))
+        write({{languageKey, rawValue(language)}});
+}
+
+void WindowStore::setAutoSortingGoals(bool isAutoSorting)
+{
+    const Update update(*this);
+    publish(m_isAutoSortingGoals, isAutoSorting, Field::isAutoSortingGoals);
+    write({{autoSortingGoalsKey, isAutoSorting}});
+    sortGoalsIfNeeded();
+    saveState();
+}
+
+void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
+{
+    const Update update(*this);
+    publish(m_isHidingGoalsWithoutOpenTodos, isHiding, Field::isHidingGoalsWithoutOpenTodos);
+    reconcileSelectionWithVisibleGoals();
+}
+
+void WindowStore::setSearchText(const QString& text)
+{
+    const Update update(*this);
+    publish(m_searchText, text, Field::searchText);
+}
+
+void WindowStore::markChanged(Field field)
+{
+    m_changes.set(static_cast<std::size_t>(field));
+    if (field == Field::windows || field == Field::searchText)
+        m_filteredWindows.reset();
+    if (field == Field::windows || field == Field::searchText || field == Field::previews)
+        m_windowsByGoal.reset();
+}
+
+void WindowStore::emitChanges()
+{
+    const auto changes = std::exchange(m_changes, {});
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        if (changes.test(i))
+            emitChange(static_cast<Field>(i));
+    }
+}
+
+void WindowStore::emitChange(Field field)
+{
+    switch (field) {
+    case Field::windows:
+        Q_EMIT windowsChanged();
+        return;
+    case Field::goals:
+        Q_EMIT goalsChanged();
+        return;
+    case Field::unassignedTodos:
+        Q_EMIT unassignedTodosChanged();
+        return;
+    case Field::previews:
+        Q_EMIT previewsChanged();
+        return;
+    case Field::boardNavigation:
+        Q_EMIT boardNavigationChanged();
+        return;
+    case Field::todoEditorGoalID:
+        Q_EMIT todoEditorGoalIDChanged();
+        return;
+    case Field::todoEditorRequestID:
+        Q_EMIT todoEditorRequestIDChanged();
+        return;
+    case Field::toastMessage:
+        Q_EMIT toastMessageChanged();
+        return;
+    case Field::searchText:
+        Q_EMIT searchTextChanged();
+        return;
+    case Field::isAccessibilityTrusted:
+        Q_EMIT isAccessibilityTrustedChanged();
+        return;
+    case Field::isScreenCaptureTrusted:
+        Q_EMIT isScreenCaptureTrustedChanged();
+        return;
+    case Field::language:
+        Q_EMIT languageChanged();
+        return;
+    case Field::isAutoSortingGoals:
+        Q_EMIT isAutoSortingGoalsChanged();
+        return;
+    case Field::isHidingGoalsWithoutOpenTodos:
+        Q_EMIT isHidingGoalsWithoutOpenTodosChanged();
+        return;
+    case Field::count:
+        break;
+    }
+    Q_UNREACHABLE();
+}
+
+void WindowStore::loadState()
+{
+    const Update update(*this);
+    StoredBoard board = loadBoard(m_settings);
+    publish(m_language, board.language.value_or(allAppLanguages.front()), Field::language);
+    publish(m_isAutoSortingGoals, board.isAutoSortingGoals.value_or(m_isAutoSortingGoals),
+            Field::isAutoSortingGoals);
+    publish(m_goals, std::move(board.goals), Field::goals);
+    publish(m_unassignedTodos, std::move(board.unassignedTodos), Field::unassignedTodos);
+    normalizeTodoOrder();
+    sortGoalsIfNeeded();
+    m_assignments = std::move(board.assignments);
+
+    std::vector<SettingsEntry> entries = boardEntries(m_goals, m_unassignedTodos);
+    if (board.assignmentsDocument)
+        entries.push_back({assignmentsKey, *std::move(board.assignmentsDocument)});
+    write(entries);
+}
+
+void WindowStore::saveState()
+{
+    std::vector<SettingsEntry> entries = boardEntries(m_goals, m_unassignedTodos);
+    entries.push_back(assignmentsEntry(m_assignments));
+    write(entries);
+}
+
+void WindowStore::write(const std::vector<SettingsEntry>& entries)
+{
+    if (m_settings.write(entries))
+        m_saveRetryTask.reset();
+    else
+        retrySavingLater();
+}
+
+void WindowStore::retrySavingLater()
+{
+    m_saveRetryTask = m_scheduler.after(saveRetryDelay, [this] {
+        m_saveRetryTask.reset();
+        if (!m_settings.flush())
+            retrySavingLater();
+    });
+}
+
+void WindowStore::showToast(const QString& message)
+{
+    m_toastTask.reset();
+    publish(m_toastMessage, std::optional(message), Field::toastMessage);
+    m_toastTask = m_scheduler.after(toastDuration, [this] {
+        const Update update(*this);
+        m_toastTask.reset();
+        publish(m_toastMessage, std::optional<QString>(), Field::toastMessage);
+    });
+}
+
+} // namespace kelpa

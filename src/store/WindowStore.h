@@ -1,0 +1,264 @@
+// The one observable object that holds the whole board. Every view reads from it and every gesture
+// calls one of its operations. Main thread only.
+#pragma once
+
+#include "model/BoardJson.h"
+#include "model/Goal.h"
+#include "model/Preview.h"
+#include "model/WindowItem.h"
+#include "navigation/BoardNavigationState.h"
+#include "platform/Platform.h"
+#include "platform/Scheduler.h"
+#include "platform/SettingsStore.h"
+#include "platform/WindowServer.h"
+#include "text/AppLanguage.h"
+#include "windows/WindowDiscovery.h"
+#include "windows/WindowSearch.h"
+
+#include <QList>
+#include <QObject>
+#include <QSet>
+#include <QString>
+
+#include <bitset>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kelpa {
+
+class WindowStore : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Observing : std::uint8_t { off, started };
+
+    /// Loads the board from `settings`. What it is given outlives it. `observing` tells whether
+    /// `startObserving` is called at once.
+    WindowStore(const Platform& platform, SettingsStore& settings, Scheduler& scheduler,
+                Observing observing = Observing::off);
+    ~WindowStore() override;
+
+    // Published state. Each has a signal below, emitted when the store is consistent again after an
+    // operation in which the value came to differ; a slot may call back into the store.
+
+    const QList<WindowItem>& windows() const { return m_windows; }
+    const QList<Goal>& goals() const { return m_goals; }
+    const QList<TodoItem>& unassignedTodos() const { return m_unassignedTodos; }
+    const Previews& previews() const { return m_previews; }
+    const BoardNavigationState& boardNavigation() const { return m_boardNavigation; }
+    /// The goal whose field for a new todo is open.
+    std::optional<GoalID> todoEditorGoalID() const { return m_todoEditorGoalID; }
+    /// Differs after every request to open that field and every cancel that closes it.
+    std::int64_t todoEditorRequestID() const { return m_todoEditorRequestID; }
+    const std::optional<QString>& toastMessage() const { return m_toastMessage; }
+    const QString& searchText() const { return m_searchText; }
+    bool isAccessibilityTrusted() const { return m_isAccessibilityTrusted; }
+    bool isScreenCaptureTrusted() const { return m_isScreenCaptureTrusted; }
+    AppLanguage language() const { return m_language; }
+    bool isAutoSortingGoals() const { return m_isAutoSortingGoals; }
+    bool isHidingGoalsWithoutOpenTodos() const { return m_isHidingGoalsWithoutOpenTodos; }
+
+    // Derived state.
+
+    /// The goals that the board shows: all, or those with open todos while the others are hidden.
+    QList<Goal> visibleGoals() const;
+    /// `windows` narrowed by `searchText`.
+    const QList<WindowItem>& filteredWindows() const;
+    /// The filtered windows of one goal (of none: the unassigned ones), those with a preview first.
+    QList<WindowItem> windows(std::optional<GoalID> goalID) const;
+    QList<WindowItem> windows(const TargetSelection& target) const;
+    const Assignments& assignments() const { return m_assignments; }
+
+    // Settings of the board.
+
+    void setLanguage(AppLanguage language);
+    void setAutoSortingGoals(bool isAutoSorting);
+    void setHidingGoalsWithoutOpenTodos(bool isHiding);
+    void setSearchText(const QString& text);
+
+    // Goals. An unknown goal, and a title of which trimming leaves nothing, make them no-ops.
+
+    void createGoal(const QString& title);
+    void renameGoal(GoalID goalID, const QString& title);
+    /// With its todos and its windows' assignments.
+    void deleteGoal(GoalID goalID);
+    /// Only while goals are not sorted automatically.
+    void moveGoal(GoalID sourceID, GoalID beforeID);
+    void setGoalPriority(GoalPriority priority, GoalID goalID);
+
+    // Todos. A list is named by its goal, the unassigned list by none.
+
+    void addTodo(const QString& title, std::optional<GoalID> to);
+    void updateTodo(TodoID todoID, const QString& title, std::optional<GoalID> in);
+    /// One step on: todo, in progress, completed, todo.
+    void toggleTodo(TodoID todoID, std::optional<GoalID> in);
+    void deleteTodo(TodoID todoID, std::optional<GoalID> from);
+    /// To another list, keeping its place in the order of the whole board.
+    void moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to);
+    /// Within the order of the whole board, keeping its list.
+    void moveTodo(TodoID todoID, TodoID before);
+    /// To the clipboard, with a toast.
+    void copyTodo(const TodoItem& todo);
+    void requestAddTodo(GoalID goalID);
+    void cancelTodoEditor();
+
+    // Windows.
+
+    /// Looks at the desktop now. What the window server can answer in time shows on return; if it
+    /// takes longer, as soon as it answers.
+    void refresh();
+    /// Looks at the desktop in the background, unless a look is under way.
+    void refreshInBackground();
+    void assign(WindowID windowID, std::optional<GoalID> to);
+    /// All of them or, when one is not listed any more, none: false.
+    bool assign(const QSet<WindowID>& windowIDs, GoalID to);
+    /// Keeps the windows fresh from now on; calling it again does nothing.
+    void startObserving();
+    void stopObserving();
+
+    // The keyboard selection.
+
+    void moveTargetSelection(NavigationDirection direction);
+    void moveWindowSelection(NavigationDirection direction);
+    enum class EnterWindowLayer : std::uint8_t { no, yes };
+    void activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer);
+    void returnToTargetSelection();
+    void clearTargetSelection();
+    /// The number of columns in which the board lays out its targets, at least 1.
+    void setTargetGridColumnCount(int count);
+
+Q_SIGNALS:
+    void windowsChanged();
+    void goalsChanged();
+    void unassignedTodosChanged();
+    void previewsChanged();
+    void boardNavigationChanged();
+    void todoEditorGoalIDChanged();
+    void todoEditorRequestIDChanged();
+    void toastMessageChanged();
+    void searchTextChanged();
+    void isAccessibilityTrustedChanged();
+    void isScreenCaptureTrustedChanged();
+    void languageChanged();
+    void isAutoSortingGoalsChanged();
+    void isHidingGoalsWithoutOpenTodosChanged();
+
+private:
+    enum class Field : std::uint8_t {
+        windows,
+        goals,
+        unassignedTodos,
+        previews,
+        boardNavigation,
+        todoEditorGoalID,
+        todoEditorRequestID,
+        toastMessage,
+        searchText,
+        isAccessibilityTrusted,
+        isScreenCaptureTrusted,
+        language,
+        isAutoSortingGoals,
+        isHidingGoalsWithoutOpenTodos,
+        count,
+    };
+
+    /// Stands at the top of every operation that may change published state: when the outermost one
+    /// ends, the signals of the fields that changed are emitted.
+    class [[nodiscard]] Update
+    {
+    public:
+        explicit Update(WindowStore& store);
+        ~Update();
+        Update(const Update&) = delete;
+        Update& operator=(const Update&) = delete;
+
+    private:
+        WindowStore& m_store;
+    };
+
+    void markChanged(Field field);
+    void emitChanges();
+    void emitChange(Field field);
+
+    /// Assigns `value` when it differs, and notes the change.
+    template <class Value>
+    bool publish(Value& member, Value value, Field field)
+    {
+        if (member == value)
+            return false;
+        member = std::move(value);
+        markChanged(field);
+        return true;
+    }
+
+    void loadState();
+    void saveState();
+    /// Writes now; what cannot be written is tried again by itself.
+    void write(const std::vector<SettingsEntry>& entries);
+    void retrySavingLater();
+    void showToast(const QString& message);
+
+    void sortGoalsIfNeeded();
+    void normalizeTodoOrder();
+    QSet<GoalID> goalIDs() const;
+    QList<GoalID> visibleGoalIDs() const;
+    bool hasGoal(GoalID goalID) const;
+    /// The list that a goal, or none, names; null when there is no such goal.
+    QList<TodoItem>* todoList(std::optional<GoalID> goalID);
+    /// Notes that the list which `goalID` names has changed.
+    void markTodosChanged(std::optional<GoalID> goalID);
+    void afterTodoCountChanged();
+
+    void updatePermissionState();
+    void applyDiscoveredWindows(const QList<WindowItem>& discovered);
+    void migrateLegacyTerminalAssignments(const QList<WindowItem>& windows);
+    void finishWindowRefresh(const WindowDiscoveryBatch& batch);
+    void noteWindowsChangedOnDesktop();
+
+    void publishNavigation(const BoardNavigationState& state);
+    void reconcileNavigationWithWindows();
+    void reconcileSelectionWithVisibleGoals();
+    void closeTodoEditor();
+
+    const Platform m_platform;
+    SettingsStore& m_settings;
+    Scheduler& m_scheduler;
+
+    QList<WindowItem> m_windows;
+    QList<Goal> m_goals;
+    QList<TodoItem> m_unassignedTodos;
+    Previews m_previews;
+    BoardNavigationState m_boardNavigation;
+    std::optional<GoalID> m_todoEditorGoalID;
+    std::int64_t m_todoEditorRequestID = 0;
+    std::optional<QString> m_toastMessage;
+    QString m_searchText;
+    bool m_isAccessibilityTrusted = false;
+    bool m_isScreenCaptureTrusted = false;
+    AppLanguage m_language = AppLanguage::chinese;
+    bool m_isAutoSortingGoals = true;
+    bool m_isHidingGoalsWithoutOpenTodos = false;
+
+    Assignments m_assignments;
+    int m_targetGridColumnCount = 1;
+
+    TaskHandle m_refreshTimer;
+    TaskHandle m_windowRefreshTask;
+    TaskHandle m_toastTask;
+    TaskHandle m_saveRetryTask;
+    std::unique_ptr<Subscription> m_windowWatch;
+    /// The desktop changed while a look at it was under way.
+    bool m_isWindowRefreshStale = false;
+
+    /// Derived from windows, searchText and previews; absent until it is asked for.
+    mutable std::optional<QList<WindowItem>> m_filteredWindows;
+    mutable std::optional<WindowsByGoal> m_windowsByGoal;
+
+    std::bitset<static_cast<std::size_t>(Field::count)> m_changes;
+    int m_updateDepth = 0;
+};
+
+} // namespace kelpa

@@ -1,0 +1,110 @@
+// Operations on goals.
+
+#include "model/Text.h"
+#include "store/GoalOrder.h"
+#include "store/WindowStore.h"
+#include "windows/WindowReconciliation.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+void WindowStore::createGoal(const QString& title)
+{
+    const Update update(*this);
+    const QString trimmed = trimmedText(title);
+    if (trimmed.isEmpty())
+        return;
+    const Goal goal{GoalID::create(), trimmed, nextAccent(m_goals), defaultGoalPriority, {}};
+    m_goals.append(goal);
+    markChanged(Field::goals);
+    // It has no open todo yet and would be hidden at once.
+    publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
+    sortGoalsIfNeeded();
+    activateTarget(TargetSelection::goal(goal.id), EnterWindowLayer::no);
+    saveState();
+}
+
+void WindowStore::renameGoal(GoalID goalID, const QString& title)
+{
+    const Update update(*this);
+    const QString trimmed = trimmedText(title);
+    const qsizetype index = indexOf(m_goals, goalID);
+    if (trimmed.isEmpty() || index < 0 || m_goals.at(index).title == trimmed)
+        return;
+    m_goals[index].title = trimmed;
+    markChanged(Field::goals);
+    saveState();
+}
+
+void WindowStore::deleteGoal(GoalID goalID)
+{
+    const Update update(*this);
+    const qsizetype index = indexOf(m_goals, goalID);
+    if (index < 0)
+        return;
+    m_goals.removeAt(index);
+    markChanged(Field::goals);
+    m_assignments = withoutGoal(m_assignments, goalID);
+    if (m_todoEditorGoalID == goalID)
+        closeTodoEditor();
+    if (m_boardNavigation.target == TargetSelection::goal(goalID))
+        publishNavigation(BoardNavigationState::idle());
+    saveState();
+    refresh();
+}
+
+void WindowStore::moveGoal(GoalID sourceID, GoalID beforeID)
+{
+    const Update update(*this);
+    if (m_isAutoSortingGoals)
+        return;
+    std::optional<QList<Goal>> moved = movedGoal(m_goals, sourceID, beforeID);
+    if (moved && publish(m_goals, *std::move(moved), Field::goals))
+        saveState();
+}
+
+void WindowStore::setGoalPriority(GoalPriority priority, GoalID goalID)
+{
+    const Update update(*this);
+    const qsizetype index = indexOf(m_goals, goalID);
+    if (index < 0 || m_goals.at(index).priority == priority)
+        return;
+    m_goals[index].priority = priority;
+    markChanged(Field::goals);
+    sortGoalsIfNeeded();
+    saveState();
+}
+
+void WindowStore::sortGoalsIfNeeded()
+{
+    if (!m_isAutoSortingGoals)
+        return;
+    m_goals = automaticallySorted(m_goals);
+    // Also when the order is the same: what is shown beside it, the counts, has changed.
+    markChanged(Field::goals);
+}
+
+QSet<GoalID> WindowStore::goalIDs() const
+{
+    QSet<GoalID> ids;
+    ids.reserve(m_goals.size());
+    for (const Goal& goal : m_goals)
+        ids.insert(goal.id);
+    return ids;
+}
+
+QList<GoalID> WindowStore::visibleGoalIDs() const
+{
+    QList<GoalID> ids;
+    for (const Goal& goal : visibleGoals())
+        ids.append(goal.id);
+    return ids;
+}
+
+bool WindowStore::hasGoal(GoalID goalID) const
+{
+    return indexOf(m_goals, goalID) >= 0;
+}
+
+} // namespace kelpa

@@ -1,0 +1,85 @@
+// The keyboard selection.
+
+#include "navigation/BoardNavigation.h"
+#include "store/WindowStore.h"
+
+namespace kelpa {
+
+namespace {
+
+QList<WindowID> idsOf(const QList<WindowItem>& windows)
+{
+    QList<WindowID> ids;
+    ids.reserve(windows.size());
+    for (const WindowItem& window : windows)
+        ids.append(window.id);
+    return ids;
+}
+
+} // namespace
+
+void WindowStore::moveTargetSelection(NavigationDirection direction)
+{
+    const Update update(*this);
+    publishNavigation(movedTargetSelection(m_boardNavigation, targetSelections(visibleGoalIDs()),
+                                           m_targetGridColumnCount, direction));
+}
+
+void WindowStore::moveWindowSelection(NavigationDirection direction)
+{
+    const Update update(*this);
+    publishNavigation(movedWindowSelection(m_boardNavigation,
+                                           idsOf(windows(m_boardNavigation.target)), direction));
+}
+
+void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer)
+{
+    const Update update(*this);
+    const WindowLayerEntry entry = enterWindowLayer == EnterWindowLayer::yes
+                                       ? WindowLayerEntry::enter
+                                       : WindowLayerEntry::stayOut;
+    if (const auto state = activatedTarget(target, entry, visibleGoalIDs(), idsOf(windows(target))))
+        publishNavigation(*state);
+}
+
+void WindowStore::returnToTargetSelection()
+{
+    const Update update(*this);
+    publishNavigation(returnedToTarget(m_boardNavigation));
+}
+
+void WindowStore::clearTargetSelection()
+{
+    const Update update(*this);
+    publishNavigation(BoardNavigationState::idle());
+}
+
+void WindowStore::setTargetGridColumnCount(int count)
+{
+    m_targetGridColumnCount = count;
+}
+
+void WindowStore::publishNavigation(const BoardNavigationState& state)
+{
+    publish(m_boardNavigation, BoardNavigationState(state), Field::boardNavigation);
+}
+
+void WindowStore::reconcileNavigationWithWindows()
+{
+    publishNavigation(
+        reconciledWithWindows(m_boardNavigation, idsOf(windows(m_boardNavigation.target))));
+}
+
+void WindowStore::reconcileSelectionWithVisibleGoals()
+{
+    if (!m_isHidingGoalsWithoutOpenTodos)
+        return;
+    const std::optional<GoalID> selected = m_boardNavigation.target.goalID();
+    if (!selected || visibleGoalIDs().contains(*selected))
+        return;
+    if (m_todoEditorGoalID == selected)
+        closeTodoEditor();
+    publishNavigation(BoardNavigationState::idle());
+}
+
+} // namespace kelpa

@@ -1,0 +1,190 @@
+// The windows of the desktop and their assignments.
+
+#include "platform/Accessibility.h"
+#include "platform/Applications.h"
+#include "store/GoalOrder.h"
+#include "store/WindowStore.h"
+#include "windows/WindowReconciliation.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace kelpa {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How often the desktop is looked at when nothing tells of a change.
+constexpr Scheduler::Duration refreshInterval = 2s;
+
+/// How long an explicit refresh may keep the main thread waiting for the window server; long
+/// enough for a pass over some hundred windows, too short to be felt.
+constexpr Scheduler::Duration refreshLimit = 40ms;
+
+} // namespace
+
+const QList<WindowItem>& WindowStore::filteredWindows() const
+{
+    if (!m_filteredWindows)
+        m_filteredWindows = kelpa::filteredWindows(m_windows, m_searchText, QLocale());
+    return *m_filteredWindows;
+}
+
+QList<WindowItem> WindowStore::windows(std::optional<GoalID> goalID) const
+{
+    if (!m_windowsByGoal)
+        m_windowsByGoal = windowsByGoal(filteredWindows(),
+                                        [this](WindowID id) { return m_previews.contains(id); });
+    return m_windowsByGoal->of(goalID);
+}
+
+QList<WindowItem> WindowStore::windows(const TargetSelection& target) const
+{
+    if (target.isUnassigned())
+        return windows(std::optional<GoalID>());
+    if (const std::optional<GoalID> goalID = target.goalID())
+        return windows(goalID);
+    return {};
+}
+
+void WindowStore::refresh()
+{
+    const Update update(*this);
+    m_windowRefreshTask.reset();
+    m_isWindowRefreshStale = false;
+    updatePermissionState();
+    if (!m_isScreenCaptureTrusted) {
+        applyDiscoveredWindows({});
+        return;
+    }
+    m_windowRefreshTask = m_scheduler.inBackgroundAwaiting(
+        refreshLimit,
+        [&server = m_platform.windowServer,
+         process = m_platform.applications.currentProcess()](const std::stop_token&) {
+            const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
+            return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, process)};
+        },
+        [this](const WindowDiscoveryBatch& batch) { finishWindowRefresh(batch); });
+}
+
+void WindowStore::refreshInBackground()
+{
+    if (m_windowRefreshTask)
+        return;
+    const Update update(*this);
+    updatePermissionState();
+    m_windowRefreshTask = m_scheduler.inBackground(
+        [&server = m_platform.windowServer, isTrusted = m_isScreenCaptureTrusted,
+         process = m_platform.applications.currentProcess()](const std::stop_token&) {
+            // The look itself tells the platform whether what it needs is there.
+            const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
+            if (!isTrusted)
+                return WindowDiscoveryBatch{};
+            return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, process)};
+        },
+        [this](const WindowDiscoveryBatch& batch) { finishWindowRefresh(batch); });
+}
+
+void WindowStore::finishWindowRefresh(const WindowDiscoveryBatch& batch)
+{
+    const Update update(*this);
+    m_windowRefreshTask.reset();
+    applyDiscoveredWindows(batch.windows);
+    if (std::exchange(m_isWindowRefreshStale, false))
+        refreshInBackground();
+}
+
+void WindowStore::noteWindowsChangedOnDesktop()
+{
+    // A pass that is under way may have read what has changed since.
+    m_isWindowRefreshStale = m_windowRefreshTask != nullptr;
+    refreshInBackground();
+}
+
+void WindowStore::applyDiscoveredWindows(const QList<WindowItem>& discovered)
+{
+    migrateLegacyTerminalAssignments(discovered);
+    publish(m_windows, withAssignedGoals(discovered, m_assignments, goalIDs()), Field::windows);
+    reconcileNavigationWithWindows();
+}
+
+void WindowStore::migrateLegacyTerminalAssignments(const QList<WindowItem>& windows)
+{
+    std::optional<Assignments> migrated =
+        migratedTerminalAssignments(m_assignments, windows, goalIDs());
+    if (!migrated)
+        return;
+    m_assignments = *std::move(migrated);
+    saveState();
+}
+
+void WindowStore::assign(WindowID windowID, std::optional<GoalID> to)
+{
+    const Update update(*this);
+    const auto window = std::ranges::find(std::as_const(m_windows), windowID, &WindowItem::id);
+    if (window == m_windows.cend() || (to && !hasGoal(*to)) || window->goalID == to)
+        return;
+    m_windows[std::distance(m_windows.cbegin(), window)].goalID = to;
+    markChanged(Field::windows);
+    if (to)
+        m_assignments.insert(assignmentKey(windowID), *to);
+    else
+        m_assignments.remove(assignmentKey(windowID));
+    reconcileNavigationWithWindows();
+    saveState();
+}
+
+bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
+{
+    const Update update(*this);
+    if (windowIDs.isEmpty() || !hasGoal(to))
+        return false;
+    QList<WindowItem> windows = m_windows;
+    qsizetype found = 0;
+    for (WindowItem& window : windows) {
+        if (!windowIDs.contains(window.id))
+            continue;
+        window.goalID = to;
+        ++found;
+    }
+    if (found != windowIDs.size())
+        return false;
+    publish(m_windows, std::move(windows), Field::windows);
+    for (const WindowID windowID : windowIDs)
+        m_assignments.insert(assignmentKey(windowID), to);
+    reconcileNavigationWithWindows();
+    saveState();
+    return true;
+}
+
+void WindowStore::startObserving()
+{
+    if (m_refreshTimer)
+        return;
+    refresh();
+    m_refreshTimer = m_scheduler.repeat(refreshInterval, [this] { refreshInBackground(); });
+    m_windowWatch = m_platform.windowServer.watchWindows([this] { noteWindowsChangedOnDesktop(); });
+}
+
+void WindowStore::stopObserving()
+{
+    const Update update(*this);
+    m_refreshTimer.reset();
+    m_windowWatch.reset();
+    m_windowRefreshTask.reset();
+    m_isWindowRefreshStale = false;
+    publish(m_windows, {}, Field::windows);
+    publish(m_previews, {}, Field::previews);
+    reconcileNavigationWithWindows();
+}
+
+void WindowStore::updatePermissionState()
+{
+    publish(m_isAccessibilityTrusted, m_platform.accessibility.isTrusted(),
+            Field::isAccessibilityTrusted);
+    publish(m_isScreenCaptureTrusted, m_platform.windowServer.isScreenCaptureTrusted(),
+            Field::isScreenCaptureTrusted);
+}
+
+} // namespace kelpa

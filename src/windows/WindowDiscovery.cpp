@@ -1,0 +1,194 @@
+#include "windows/WindowDiscovery.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace kelpa {
+
+namespace {
+
+/// The layer of ordinary windows.
+constexpr int normalLayer = 0;
+
+/// One window of one application, as the accessibility side describes it.
+struct AccessibilityWindowInfo
+{
+    Rect frame;
+    bool isMinimized = false;
+    std::optional<QString> title;
+    std::optional<QString> document;
+    std::optional<WindowID> windowNumber;
+};
+
+using AccessibilityWindows = std::vector<AccessibilityWindowInfo>;
+
+/// Written so that a size that is not a number fails.
+bool isLargeEnough(double width, double height)
+{
+    return width >= WindowDiscovery::minimumWidth && height >= WindowDiscovery::minimumHeight;
+}
+
+AccessibilityWindows accessibilityWindows(DiscoverySource& source, ProcessID process)
+{
+    AccessibilityWindows infos;
+    std::optional<std::vector<AccessibilityWindow>> elements = source.accessibilityWindows(process);
+    if (!elements)
+        return infos;
+    for (AccessibilityWindow& element : *elements) {
+        if (!element.position || !element.size)
+            continue;
+        if (!isLargeEnough(element.size->width, element.size->height))
+            continue;
+        const Rect frame{element.position->x, element.position->y, element.size->width,
+                         element.size->height};
+        infos.push_back({frame, element.isMinimized.value_or(false), std::move(element.title),
+                         std::move(element.document), element.windowNumber});
+    }
+    return infos;
+}
+
+/// The only element for which `matches` holds; null when there is none or more than one.
+template <class Predicate>
+const AccessibilityWindowInfo* onlyMatch(const AccessibilityWindows& infos, Predicate matches)
+{
+    const auto first = std::ranges::find_if(infos, matches);
+    if (first == infos.end())
+        return nullptr;
+    const bool isAmbiguous = std::any_of(std::next(first), infos.end(), matches);
+    return isAmbiguous ? nullptr : &*first;
+}
+
+/// Numbers decide where the platform gives them; otherwise a title that singles one element out
+/// does, and then a frame that does. Ambiguity is never resolved by guessing.
+const AccessibilityWindowInfo* matchingWindow(const AccessibilityWindows& infos, WindowID number,
+                                              const QString& name, const Rect& bounds)
+{
+    const auto numbered = std::ranges::find(infos, number, &AccessibilityWindowInfo::windowNumber);
+    if (numbered != infos.end())
+        return &*numbered;
+
+    // An element with a number is some other window, whatever its title says.
+    const QString wanted = name.trimmed();
+    const auto matchesTitle = [&wanted](const AccessibilityWindowInfo& info) {
+        if (info.windowNumber || !info.title || wanted.isEmpty())
+            return false;
+        return info.title->trimmed().contains(wanted);
+    };
+    if (const AccessibilityWindowInfo* const match = onlyMatch(infos, matchesTitle))
+        return match;
+
+    return onlyMatch(infos, [&bounds](const AccessibilityWindowInfo& info) {
+        return !info.windowNumber && framesMatch(info.frame, bounds);
+    });
+}
+
+QSet<WindowID> onScreenNumbers(DiscoverySource& source)
+{
+    QSet<WindowID> numbers;
+    const auto entries = source.windowList(WindowListScope::onScreen);
+    if (!entries)
+        return numbers;
+    for (const WindowListEntry& entry : *entries) {
+        if (entry.number)
+            numbers.insert(*entry.number);
+    }
+    return numbers;
+}
+
+/// One walk over the window list.
+class Pass
+{
+public:
+    Pass(DiscoverySource& source, ProcessID ownProcess)
+        : m_source(source), m_ownProcess(ownProcess), m_onScreen(onScreenNumbers(source)),
+          m_isTrusted(source.isAccessibilityTrusted())
+    {}
+
+    /// The window that `entry` describes; none when it does not belong on the board.
+    std::optional<WindowItem> item(const WindowListEntry& entry)
+    {
+        if (!entry.number || !entry.ownerProcess || !entry.ownerName || !entry.bounds)
+            return std::nullopt;
+        if (*entry.ownerProcess == m_ownProcess)
+            return std::nullopt;
+        if (!isLargeEnough(entry.bounds->width, entry.bounds->height))
+            return std::nullopt;
+        if (entry.layer.value_or(normalLayer) != normalLayer)
+            return std::nullopt;
+        if (entry.alpha && !(*entry.alpha > 0))
+            return std::nullopt;
+        std::optional<RunningApplication> application =
+            m_source.runningApplication(*entry.ownerProcess);
+        if (!application || application->activationPolicy != ActivationPolicy::regular)
+            return std::nullopt;
+
+        WindowItem window;
+        window.id = *entry.number;
+        window.ownerName = *entry.ownerName;
+        window.bundleIdentifier = std::move(application->bundleIdentifier);
+        window.title = entry.name.value_or(QString());
+        window.processIdentifier = *entry.ownerProcess;
+        window.bounds = *entry.bounds;
+        window.isOnScreen = m_onScreen.contains(window.id);
+        if (m_isTrusted) {
+            const AccessibilityWindows& infos = windowsOf(window.processIdentifier);
+            const AccessibilityWindowInfo* const match =
+                matchingWindow(infos, window.id, window.title, window.bounds);
+            // An application that shows its windows to the accessibility side, but not this one,
+            // does not regard it as a window.
+            if (match == nullptr && !infos.empty())
+                return std::nullopt;
+            if (match != nullptr) {
+                window.isMinimized = match->isMinimized;
+                window.accessibilityDocument = match->document;
+            }
+        }
+        return window;
+    }
+
+private:
+    /// Asks each process once a pass.
+    const AccessibilityWindows& windowsOf(ProcessID process)
+    {
+        const auto known = m_accessibilityWindows.constFind(process);
+        if (known != m_accessibilityWindows.constEnd())
+            return *known;
+        return *m_accessibilityWindows.insert(process, accessibilityWindows(m_source, process));
+    }
+
+    DiscoverySource& m_source;
+    ProcessID m_ownProcess;
+    QSet<WindowID> m_onScreen;
+    bool m_isTrusted;
+    QHash<ProcessID, AccessibilityWindows> m_accessibilityWindows;
+};
+
+} // namespace
+
+bool framesMatch(const Rect& a, const Rect& b)
+{
+    const auto near = [](double left, double right) {
+        return std::abs(left - right) <= WindowDiscovery::frameTolerance;
+    };
+    return near(a.x, b.x) && near(a.y, b.y) && near(a.width, b.width) && near(a.height, b.height);
+}
+
+QList<WindowItem> WindowDiscovery::visibleWindows(DiscoverySource& source, ProcessID ownProcess)
+{
+    QList<WindowItem> windows;
+    const auto entries = source.windowList(WindowListScope::all);
+    if (!entries)
+        return windows;
+    Pass pass(source, ownProcess);
+    for (const WindowListEntry& entry : *entries) {
+        if (std::optional<WindowItem> window = pass.item(entry))
+            windows.append(*std::move(window));
+    }
+    return windows;
+}
+
+} // namespace kelpa

@@ -1,0 +1,66 @@
+#include "windows/WindowReconciliation.h"
+
+namespace kelpa {
+
+namespace {
+
+constexpr QStringView terminalBundleIdentifier = u"com.apple.Terminal";
+
+QString legacyTerminalKey(ProcessID process)
+{
+    return QStringLiteral("terminal:%1").arg(process);
+}
+
+} // namespace
+
+QString assignmentKey(WindowID windowID)
+{
+    return QString::number(windowID);
+}
+
+std::optional<Assignments> migratedTerminalAssignments(const Assignments& assignments,
+                                                       const QList<WindowItem>& windows,
+                                                       const QSet<GoalID>& goalIDs)
+{
+    Assignments migrated = assignments;
+    QSet<QString> legacyKeys;
+    for (const WindowItem& window : windows) {
+        const QString key = assignmentKey(window.id);
+        if (migrated.contains(key) || window.bundleIdentifier != terminalBundleIdentifier)
+            continue;
+        const QString legacyKey = legacyTerminalKey(window.processIdentifier);
+        const auto legacy = assignments.constFind(legacyKey);
+        if (legacy == assignments.constEnd() || !goalIDs.contains(*legacy))
+            continue;
+        migrated.insert(key, *legacy);
+        legacyKeys.insert(legacyKey);
+    }
+    if (legacyKeys.isEmpty())
+        return std::nullopt;
+    // Only now: every window of one Terminal process inherits the goal.
+    for (const QString& key : legacyKeys)
+        migrated.remove(key);
+    return migrated;
+}
+
+QList<WindowItem> withAssignedGoals(QList<WindowItem> windows, const Assignments& assignments,
+                                    const QSet<GoalID>& goalIDs)
+{
+    for (WindowItem& window : windows) {
+        const auto assigned = assignments.constFind(assignmentKey(window.id));
+        if (assigned != assignments.constEnd() && goalIDs.contains(*assigned))
+            window.goalID = *assigned;
+        else
+            window.goalID = std::nullopt;
+    }
+    return windows;
+}
+
+Assignments withoutGoal(const Assignments& assignments, GoalID goalID)
+{
+    Assignments kept = assignments;
+    kept.removeIf([&goalID](const auto& entry) { return entry.value() == goalID; });
+    return kept;
+}
+
+} // namespace kelpa

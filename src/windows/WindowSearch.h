@@ -1,0 +1,42 @@
+// The board's search over windows, and the order in which a target shows them.
+#pragma once
+
+#include "model/WindowItem.h"
+
+#include <QHash>
+#include <QList>
+#include <QLocale>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace kelpa {
+
+/// Whether `text` contains `query` regardless of case by the rules of `locale`. Texts that are
+/// canonically equivalent count as equal.
+bool containsIgnoringCase(const QString& text, const QString& query, const QLocale& locale);
+
+/// The windows whose display title or owner contains the trimmed `searchText`, in order; all of
+/// them when nothing is left of it.
+QList<WindowItem> filteredWindows(const QList<WindowItem>& windows, const QString& searchText,
+                                  const QLocale& locale);
+
+/// Windows grouped by the goal they are assigned to.
+struct WindowsByGoal
+{
+    QList<WindowItem> unassigned;
+    QHash<GoalID, QList<WindowItem>> assigned;
+
+    /// The windows of one goal, or the unassigned ones when none is given.
+    QList<WindowItem> of(const std::optional<GoalID>& goalID) const
+    {
+        return goalID ? assigned.value(*goalID) : unassigned;
+    }
+};
+
+/// In each group the windows for which `hasPreview` holds come first; otherwise in order.
+WindowsByGoal windowsByGoal(const QList<WindowItem>& windows,
+                            const std::function<bool(WindowID)>& hasPreview);
+
+} // namespace kelpa

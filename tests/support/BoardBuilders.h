@@ -1,0 +1,39 @@
+// Short ways to write records in tests.
+#pragma once
+
+#include "model/Goal.h"
+#include "model/TodoItem.h"
+#include "model/WindowItem.h"
+
+#include <QString>
+
+namespace kelpa::test {
+
+inline TodoItem todo(const QString& title, std::int64_t order = 0,
+                     TodoStatus status = TodoStatus::todo)
+{
+    return {TodoID::create(), title, status, std::nullopt, order};
+}
+
+inline TodoItem completedTodo(const QString& title, std::int64_t order,
+                              std::optional<Date> completedAt)
+{
+    return {TodoID::create(), title, TodoStatus::completed, completedAt, order};
+}
+
+inline Goal goal(const QString& title, const QList<TodoItem>& todos = {},
+                 GoalPriority priority = GoalPriority::p2)
+{
+    return {GoalID::create(), title, GoalAccent::blue, priority, todos};
+}
+
+inline WindowItem window(WindowID id, const QString& title = {}, const QString& ownerName = {})
+{
+    WindowItem item;
+    item.id = id;
+    item.title = title;
+    item.ownerName = ownerName;
+    return item;
+}
+
+} // namespace kelpa::test

@@ -1,0 +1,147 @@
+#include "support/FakeDesktop.h"
+
+#include <algorithm>
+
+namespace kelpa::test {
+
+class FakeDesktop::Source : public DiscoverySource
+{
+public:
+    explicit Source(FakeDesktop& desktop) : m_desktop(desktop) {}
+
+    std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) override
+    {
+        if (scope == WindowListScope::all) {
+            m_desktop.calls.append(QStringLiteral("windowList all"));
+            const auto list = m_desktop.windowList;
+            if (m_desktop.inTheMiddleOfAPass)
+                m_desktop.inTheMiddleOfAPass();
+            return list;
+        }
+        m_desktop.calls.append(QStringLiteral("windowList onScreen"));
+        if (!m_desktop.isOnScreenListAvailable)
+            return std::nullopt;
+        std::vector<WindowListEntry> entries;
+        for (const WindowID id : m_desktop.onScreen)
+            entries.emplace_back().number = id;
+        // An entry without a number says nothing.
+        entries.emplace_back();
+        return entries;
+    }
+
+    std::optional<RunningApplication> runningApplication(ProcessID process) override
+    {
+        const auto found = m_desktop.applications.constFind(process);
+        return found != m_desktop.applications.constEnd() ? std::optional(*found) : std::nullopt;
+    }
+
+    bool isAccessibilityTrusted() override { return m_desktop.isAccessibilityGranted; }
+
+    std::optional<std::vector<AccessibilityWindow>> accessibilityWindows(ProcessID process) override
+    {
+        m_desktop.calls.append(QStringLiteral("accessibilityWindows %1").arg(process));
+        return m_desktop.elements.value(process, std::vector<AccessibilityWindow>());
+    }
+
+private:
+    FakeDesktop& m_desktop;
+};
+
+class FakeDesktop::Watch : public Subscription
+{
+public:
+    Watch(FakeDesktop& desktop, std::function<void()> changed)
+        : m_desktop(desktop), m_changed(std::move(changed))
+    {
+        m_desktop.m_watches.push_back(this);
+    }
+    ~Watch() override { std::erase(m_desktop.m_watches, this); }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+    void announce() const { m_changed(); }
+
+private:
+    FakeDesktop& m_desktop;
+    std::function<void()> m_changed;
+};
+
+FakeDesktop::FakeDesktop() : windowList(std::vector<WindowListEntry>()) {}
+
+FakeDesktop::~FakeDesktop() = default;
+
+WindowListEntry& FakeDesktop::addWindow(WindowID id, ProcessID process, const QString& title)
+{
+    const QString name = QStringLiteral("App %1").arg(process);
+    if (!applications.contains(process)) {
+        const QString identifier = QStringLiteral("org.example.App%1").arg(process);
+        applications.insert(process, {ActivationPolicy::regular, identifier});
+    }
+    onScreen.insert(id);
+    const Rect bounds{10.0 * id, 20, 640, 480};
+    return *windowList->insert(windowList->begin(), {.number = id,
+                                                     .ownerProcess = process,
+                                                     .ownerName = name,
+                                                     .bounds = bounds,
+                                                     .layer = 0,
+                                                     .alpha = 1.0,
+                                                     .name = title});
+}
+
+WindowListEntry& FakeDesktop::addAccessibleWindow(WindowID id, ProcessID process,
+                                                  const QString& title)
+{
+    WindowListEntry& entry = addWindow(id, process, title);
+    auto& ofProcess = elements[process];
+    if (!ofProcess)
+        ofProcess.emplace();
+    ofProcess->push_back({.position = Point{entry.bounds->x, entry.bounds->y},
+                          .size = Size{entry.bounds->width, entry.bounds->height},
+                          .isMinimized = false,
+                          .title = title,
+                          .document = std::nullopt,
+                          .windowNumber = std::nullopt});
+    return entry;
+}
+
+void FakeDesktop::removeWindow(WindowID id)
+{
+    std::erase_if(*windowList, [id](const WindowListEntry& entry) { return entry.number == id; });
+    onScreen.remove(id);
+}
+
+void FakeDesktop::announceWindowChange()
+{
+    const std::vector<Watch*> watches = m_watches;
+    for (const Watch* const watch : watches)
+        watch->announce();
+}
+
+int FakeDesktop::watcherCount() const
+{
+    return static_cast<int>(m_watches.size());
+}
+
+std::unique_ptr<DiscoverySource> FakeDesktop::openDiscoverySource()
+{
+    calls.append(QStringLiteral("openDiscoverySource"));
+    return std::make_unique<Source>(*this);
+}
+
+std::unique_ptr<Subscription> FakeDesktop::watchWindows(std::function<void()> changed)
+{
+    return std::make_unique<Watch>(*this, std::move(changed));
+}
+
+QImage FakeDesktop::icon(const WindowItem& /*window*/, int /*pixels*/)
+{
+    return {};
+}
+
+void FakeDesktop::setText(const QString& text)
+{
+    pasteboardText = text;
+    ++pasteboardWrites;
+}
+
+} // namespace kelpa::test

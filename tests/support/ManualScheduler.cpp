@@ -1,0 +1,157 @@
+#include "support/ManualScheduler.h"
+
+#include <algorithm>
+#include <tuple>
+#include <vector>
+
+namespace kelpa::test {
+
+namespace {
+
+/// 2026-01-01 00:00:00 UTC.
+constexpr double startOfTests = 788'918'400;
+
+} // namespace
+
+struct ManualScheduler::Item
+{
+    int sequence = 0;
+    std::chrono::milliseconds due{0};
+    /// Zero for what happens once.
+    Duration interval{0};
+    std::function<void()> work;
+    BackgroundWork background;
+    std::stop_source stop;
+    bool isCancelled = false;
+};
+
+class ManualScheduler::Handle : public ScheduledWork
+{
+public:
+    Handle(std::shared_ptr<Item> item, const std::shared_ptr<Items>& items)
+        : m_item(std::move(item)), m_items(items)
+    {}
+    ~Handle() override
+    {
+        m_item->isCancelled = true;
+        m_item->stop.request_stop();
+        if (const std::shared_ptr<Items> items = m_items.lock())
+            items->remove(m_item);
+    }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+
+private:
+    std::shared_ptr<Item> m_item;
+    std::weak_ptr<Items> m_items;
+};
+
+ManualScheduler::ManualScheduler() : m_items(std::make_shared<Items>()) {}
+
+ManualScheduler::~ManualScheduler() = default;
+
+Date ManualScheduler::now() const
+{
+    return Date{startOfTests + std::chrono::duration<double>(m_elapsed).count()};
+}
+
+TaskHandle ManualScheduler::repeat(Duration interval, std::function<void()> tick)
+{
+    auto item = std::make_shared<Item>();
+    item->due = m_elapsed + interval;
+    item->interval = interval;
+    item->work = std::move(tick);
+    return add(std::move(item));
+}
+
+TaskHandle ManualScheduler::after(Duration delay, std::function<void()> work)
+{
+    auto item = std::make_shared<Item>();
+    item->due = m_elapsed + delay;
+    item->work = std::move(work);
+    return add(std::move(item));
+}
+
+TaskHandle ManualScheduler::startInBackground(BackgroundWork work)
+{
+    ++m_backgroundStarted;
+    auto item = std::make_shared<Item>();
+    item->due = m_elapsed;
+    item->background = std::move(work);
+    return add(std::move(item));
+}
+
+TaskHandle ManualScheduler::startAwaiting(Duration /*limit*/, BackgroundWork work)
+{
+    if (m_isHoldingBackground)
+        return startInBackground(std::move(work));
+    ++m_backgroundStarted;
+    const std::stop_source stop;
+    work(stop.get_token())();
+    return nullptr;
+}
+
+TaskHandle ManualScheduler::add(std::shared_ptr<Item> item)
+{
+    item->sequence = m_nextSequence++;
+    m_items->push_back(item);
+    return std::make_unique<Handle>(std::move(item), m_items);
+}
+
+std::shared_ptr<ManualScheduler::Item>
+ManualScheduler::nextDue(std::chrono::milliseconds until) const
+{
+    std::shared_ptr<Item> next;
+    for (const std::shared_ptr<Item>& item : *m_items) {
+        if (item->due > until || (item->background && m_isHoldingBackground))
+            continue;
+        if (!next || std::tuple(item->due, item->sequence) < std::tuple(next->due, next->sequence))
+            next = item;
+    }
+    return next;
+}
+
+void ManualScheduler::advance(Duration duration)
+{
+    const std::chrono::milliseconds until = m_elapsed + duration;
+    while (const std::shared_ptr<Item> item = nextDue(until)) {
+        m_elapsed = std::max(m_elapsed, item->due);
+        if (item->background) {
+            m_items->remove(item);
+            item->background(item->stop.get_token())();
+            continue;
+        }
+        if (item->interval.count() > 0)
+            item->due += item->interval;
+        else
+            m_items->remove(item);
+        item->work();
+    }
+    m_elapsed = until;
+}
+
+void ManualScheduler::runBackgroundWork()
+{
+    std::vector<std::shared_ptr<Item>> inFlight;
+    std::ranges::copy_if(*m_items, std::back_inserter(inFlight),
+                         [](const auto& item) { return item->background != nullptr; });
+    for (const std::shared_ptr<Item>& item : inFlight) {
+        m_items->remove(item);
+        const std::function<void()> completion = item->background(item->stop.get_token());
+        if (!item->isCancelled)
+            completion();
+    }
+}
+
+int ManualScheduler::backgroundWorkInFlight() const
+{
+    return static_cast<int>(std::ranges::count_if(
+        *m_items, [](const auto& item) { return item->background != nullptr; }));
+}
+
+int ManualScheduler::timersDue() const
+{
+    return static_cast<int>(m_items->size()) - backgroundWorkInFlight();
+}
+
+} // namespace kelpa::test

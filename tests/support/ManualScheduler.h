@@ -1,0 +1,56 @@
+// A clock that goes on only when a test tells it to.
+#pragma once
+
+#include "platform/Scheduler.h"
+
+#include <list>
+#include <memory>
+
+namespace kelpa::test {
+
+class ManualScheduler : public Scheduler
+{
+public:
+    ManualScheduler();
+    ~ManualScheduler() override;
+
+    Date now() const override;
+    TaskHandle repeat(Duration interval, std::function<void()> tick) override;
+    TaskHandle after(Duration delay, std::function<void()> work) override;
+
+    /// Moves the clock on and runs what falls due, in order of time; background work takes no time
+    /// unless it is held.
+    void advance(Duration duration);
+
+    /// While held, background work stays in flight, and an awaiting start runs out of its limit.
+    void holdBackgroundWork(bool isHeld) { m_isHoldingBackground = isHeld; }
+
+    /// Finishes the background work that is in flight.
+    void runBackgroundWork();
+
+    int backgroundWorkInFlight() const;
+    /// Background works started so far.
+    int backgroundWorkStarted() const { return m_backgroundStarted; }
+    /// Timers that will fire: repeating ones and delays.
+    int timersDue() const;
+
+protected:
+    TaskHandle startInBackground(BackgroundWork work) override;
+    TaskHandle startAwaiting(Duration limit, BackgroundWork work) override;
+
+private:
+    struct Item;
+    class Handle;
+    using Items = std::list<std::shared_ptr<Item>>;
+
+    TaskHandle add(std::shared_ptr<Item> item);
+    std::shared_ptr<Item> nextDue(std::chrono::milliseconds until) const;
+
+    std::chrono::milliseconds m_elapsed{0};
+    std::shared_ptr<Items> m_items;
+    bool m_isHoldingBackground = false;
+    int m_backgroundStarted = 0;
+    int m_nextSequence = 0;
+};
+
+} // namespace kelpa::test

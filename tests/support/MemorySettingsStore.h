@@ -1,0 +1,68 @@
+// A settings store that forgets everything with the test, counts, and fails when told to.
+#pragma once
+
+#include "platform/SettingsStore.h"
+
+#include <QMap>
+
+namespace kelpa::test {
+
+class MemorySettingsStore : public SettingsStore
+{
+public:
+    QMap<QString, SettingsValue> values;
+    /// Calls of `write`.
+    int writeCount = 0;
+    /// Entries whose value differed from the stored one.
+    int changedEntryCount = 0;
+    bool isFailing = false;
+
+    std::optional<SettingsValue> value(const QString& key) const override
+    {
+        const auto found = m_pending.constFind(key);
+        if (found != m_pending.constEnd())
+            return *found;
+        const auto stored = values.constFind(key);
+        return stored != values.constEnd() ? std::optional(*stored) : std::nullopt;
+    }
+
+    bool write(const std::vector<SettingsEntry>& entries) override
+    {
+        ++writeCount;
+        for (const SettingsEntry& entry : entries) {
+            if (value(entry.key) != entry.value)
+                ++changedEntryCount;
+            m_pending.insert(entry.key, entry.value);
+        }
+        return flush();
+    }
+
+    bool copyAside(const QString& key) override
+    {
+        if (const auto present = value(key))
+            values.insert(key + QStringLiteral(".aside"), *present);
+        return true;
+    }
+
+    bool flush() override
+    {
+        if (isFailing)
+            return false;
+        values.insert(m_pending);
+        m_pending.clear();
+        return true;
+    }
+
+    /// The document under `key`; empty when there is none.
+    QByteArray document(const QString& key) const
+    {
+        const auto stored = value(key);
+        const auto* const bytes = stored ? std::get_if<QByteArray>(&*stored) : nullptr;
+        return bytes != nullptr ? *bytes : QByteArray();
+    }
+
+private:
+    QMap<QString, SettingsValue> m_pending;
+};
+
+} // namespace kelpa::test
