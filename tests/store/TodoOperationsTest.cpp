@@ -1,0 +1,392 @@
+#include "store/BoardPersistence.h"
+#include "store/TodoOrder.h"
+#include "support/BoardBuilders.h"
+#include "support/CaseName.h"
+#include "support/StoreFixture.h"
+
+#include <limits>
+
+namespace kelpa::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class TodoOperations : public StoreFixture
+{
+protected:
+    TodoItem todo(TodoID id, std::optional<GoalID> in)
+    {
+        const QList<TodoItem> list = todos(in);
+        const qsizetype index = indexOf(list, id);
+        return index >= 0 ? list[index] : TodoItem();
+    }
+
+    void expectSaved()
+    {
+        EXPECT_EQ(decodeGoals(settings.document(goalsKey)), store().goals());
+        EXPECT_EQ(decodeTodos(settings.document(unassignedTodosKey)), store().unassignedTodos());
+    }
+
+    void expectNothingHappened()
+    {
+        EXPECT_TRUE(takeSignals().isEmpty());
+        EXPECT_EQ(takeWriteCount(), 0);
+    }
+
+    void forgetWhatHappened()
+    {
+        takeSignals();
+        takeWriteCount();
+    }
+
+    static constexpr std::optional<GoalID> unassigned = std::nullopt;
+};
+
+TEST_F(TodoOperations, New_todos_are_numbered_over_all_lists)
+{
+    const GoalID a = makeGoal();
+    const TodoID first = makeTodo(a, QStringLiteral("  first \n"));
+    const TodoID second = makeTodo(unassigned, QStringLiteral("second"));
+
+    EXPECT_EQ(todo(first, a).order, 0);
+    EXPECT_EQ(todo(first, a).title, QStringLiteral("first"));
+    EXPECT_EQ(todo(first, a).status, TodoStatus::todo);
+    EXPECT_EQ(todo(first, a).completedAt, std::nullopt);
+    EXPECT_EQ(todo(second, unassigned).order, 1);
+    expectSaved();
+}
+
+TEST_F(TodoOperations, A_blank_title_or_an_unknown_goal_adds_nothing)
+{
+    const GoalID a = makeGoal();
+    forgetWhatHappened();
+
+    store().addTodo(QStringLiteral("   "), a);
+    store().addTodo(QStringLiteral("\n"), unassigned);
+    store().addTodo(QStringLiteral("x"), GoalID::create());
+
+    EXPECT_TRUE(goal(a).todos.isEmpty());
+    EXPECT_TRUE(store().unassignedTodos().isEmpty());
+    expectNothingHappened();
+}
+
+TEST_F(TodoOperations, Adding_sorts_the_goals)
+{
+    makeGoal(QStringLiteral("a"));
+    makeTodo(makeGoal(QStringLiteral("b")));
+    EXPECT_EQ(goalTitles(), (QStringList{QStringLiteral("b"), QStringLiteral("a")}));
+}
+
+TEST(TodoOrderDeath, No_order_above_the_largest_number_halts_and_is_named)
+{
+    const TodoItem last = test::todo(QStringLiteral("x"), std::numeric_limits<std::int64_t>::max());
+    EXPECT_DEATH(nextTodoOrder({}, {last}), "no todo order is left above 9223372036854775807");
+}
+
+TEST(TodoOrder, The_next_order_follows_the_largest_also_when_all_are_negative)
+{
+    EXPECT_EQ(nextTodoOrder({}, {}), 0);
+    EXPECT_EQ(nextTodoOrder({}, {test::todo(QStringLiteral("x"), -7)}), -6);
+    EXPECT_EQ(
+        nextTodoOrder({test::goal(QStringLiteral("g"), {test::todo({}, 4)})}, {test::todo({}, 3)}),
+        5);
+}
+
+TEST(TodoOrder, Equal_orders_are_normalised_in_the_order_of_the_walk)
+{
+    const TodoItem a = test::todo(QStringLiteral("a"), 5);
+    const TodoItem b = test::todo(QStringLiteral("b"), 5);
+    const TodoItem c = test::todo(QStringLiteral("c"), 9);
+    const TodoPositions positions =
+        normalizedPositions({test::goal(QStringLiteral("g"), {a}), test::goal({}, {b})}, {c});
+    EXPECT_EQ(positions, (TodoPositions{{a.id, 0}, {b.id, 1}, {c.id, 2}}));
+}
+
+TEST(TodoOrder, Todos_that_a_sequence_does_not_name_keep_their_order)
+{
+    const TodoItem a = test::todo(QStringLiteral("a"), 3);
+    const TodoItem b = test::todo(QStringLiteral("b"), 8);
+    QList<TodoItem> todos{a, b};
+    EXPECT_TRUE(applyPositions(todos, positionsAlong({b})));
+    EXPECT_EQ(todos[0].order, 3);
+    EXPECT_EQ(todos[1].order, 0);
+    EXPECT_FALSE(applyPositions(todos, positionsAlong({b})));
+}
+
+TEST_F(TodoOperations, An_edit_sets_the_trimmed_title_and_nothing_else)
+{
+    const GoalID a = makeGoal();
+    const TodoID id = makeTodo(a, QStringLiteral("old"));
+    store().toggleTodo(id, a);
+    TodoItem expected = todo(id, a);
+    expected.title = QStringLiteral("new");
+
+    store().updateTodo(id, QStringLiteral(" new "), a);
+
+    EXPECT_EQ(todo(id, a), expected);
+    expectSaved();
+}
+
+TEST_F(TodoOperations, An_edit_that_cannot_apply_keeps_the_old_title)
+{
+    const GoalID a = makeGoal();
+    const TodoID id = makeTodo(a, QStringLiteral("old"));
+    forgetWhatHappened();
+
+    store().updateTodo(id, QStringLiteral("   "), a);
+    store().updateTodo(id, QStringLiteral("old"), a);
+    store().updateTodo(id, QStringLiteral("new"), unassigned);
+    store().updateTodo(id, QStringLiteral("new"), GoalID::create());
+    store().updateTodo(TodoID::create(), QStringLiteral("new"), a);
+
+    EXPECT_EQ(todo(id, a).title, QStringLiteral("old"));
+    expectNothingHappened();
+}
+
+TEST_F(TodoOperations, Three_toggles_pass_through_the_states_and_come_back)
+{
+    const TodoID id = makeTodo(unassigned);
+    store().toggleTodo(id, unassigned);
+    EXPECT_EQ(todo(id, unassigned).status, TodoStatus::ing);
+    EXPECT_EQ(todo(id, unassigned).completedAt, std::nullopt);
+
+    scheduler.advance(10s);
+    store().toggleTodo(id, unassigned);
+    EXPECT_EQ(todo(id, unassigned).status, TodoStatus::completed);
+    EXPECT_EQ(todo(id, unassigned).completedAt, scheduler.now());
+    expectSaved();
+
+    store().toggleTodo(id, unassigned);
+    EXPECT_EQ(todo(id, unassigned).status, TodoStatus::todo);
+    EXPECT_EQ(todo(id, unassigned).completedAt, std::nullopt);
+}
+
+TEST_F(TodoOperations, Completing_the_last_open_todo_hides_the_goal_and_drops_its_selection)
+{
+    const GoalID a = makeGoal();
+    const TodoID id = makeTodo(a);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    store().requestAddTodo(a);
+    const std::int64_t request = store().todoEditorRequestID();
+    store().toggleTodo(id, a);
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(a)) << "still open";
+
+    store().toggleTodo(id, a);
+
+    EXPECT_TRUE(store().visibleGoals().isEmpty());
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::idle());
+    EXPECT_EQ(store().todoEditorGoalID(), std::nullopt);
+    EXPECT_EQ(store().todoEditorRequestID(), request + 1);
+}
+
+TEST_F(TodoOperations, Deleting_removes_the_todo_from_the_named_list_only)
+{
+    const GoalID a = makeGoal();
+    const TodoID id = makeTodo(a);
+    forgetWhatHappened();
+    store().deleteTodo(id, unassigned);
+    store().deleteTodo(id, GoalID::create());
+    store().deleteTodo(TodoID::create(), a);
+    EXPECT_EQ(goal(a).todos.size(), 1);
+    expectNothingHappened();
+
+    store().deleteTodo(id, a);
+    EXPECT_TRUE(goal(a).todos.isEmpty());
+    expectSaved();
+}
+
+TEST_F(TodoOperations, Deleting_the_last_open_todo_of_the_selected_goal_drops_the_selection)
+{
+    const GoalID a = makeGoal();
+    const TodoID id = makeTodo(a);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(a));
+
+    store().deleteTodo(id, a);
+
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::idle());
+}
+
+TEST_F(TodoOperations, Moving_to_another_list_keeps_everything_of_the_todo)
+{
+    const GoalID a = makeGoal();
+    const GoalID b = makeGoal();
+    const TodoID id = makeTodo(a);
+    makeTodo(b);
+    makeTodo(b);
+    store().toggleTodo(id, a);
+    store().toggleTodo(id, a);
+    const TodoItem before = todo(id, a);
+
+    store().moveTodo(id, a, b);
+    EXPECT_TRUE(goal(a).todos.isEmpty());
+    EXPECT_EQ(goal(b).todos.last(), before);
+    expectSaved();
+
+    store().moveTodo(id, b, unassigned);
+    EXPECT_EQ(store().unassignedTodos(), QList<TodoItem>{before});
+    store().moveTodo(id, unassigned, a);
+    EXPECT_EQ(goal(a).todos, QList<TodoItem>{before});
+}
+
+TEST_F(TodoOperations, A_move_from_or_to_an_unknown_list_loses_nothing)
+{
+    const GoalID a = makeGoal();
+    const TodoID id = makeTodo(a);
+    forgetWhatHappened();
+
+    store().moveTodo(id, a, GoalID::create());
+    store().moveTodo(id, GoalID::create(), a);
+    store().moveTodo(id, unassigned, a);
+    store().moveTodo(TodoID::create(), a, unassigned);
+    store().moveTodo(id, a, a);
+
+    EXPECT_EQ(goal(a).todos.size(), 1);
+    expectNothingHappened();
+}
+
+TEST_F(TodoOperations, Moving_the_last_open_todo_away_drops_the_selection_of_the_hidden_goal)
+{
+    const GoalID b = makeGoal();
+    makeTodo(b);
+    const GoalID a = makeGoal();
+    const TodoID id = makeTodo(a);
+    store().setHidingGoalsWithoutOpenTodos(true);
+
+    store().moveTodo(id, a, b);
+
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::idle());
+}
+
+TEST_F(TodoOperations, Moving_before_another_todo_renumbers_the_board_and_no_list_changes)
+{
+    const GoalID a = makeGoal();
+    const TodoID t0 = makeTodo(a);
+    const TodoID t1 = makeTodo(unassigned);
+    const TodoID t2 = makeTodo(a);
+    const TodoID t3 = makeTodo(unassigned);
+
+    store().moveTodo(t3, t0);
+
+    EXPECT_EQ(todo(t3, unassigned).order, 0);
+    EXPECT_EQ(todo(t0, a).order, 1);
+    EXPECT_EQ(todo(t1, unassigned).order, 2);
+    EXPECT_EQ(todo(t2, a).order, 3);
+    expectSaved();
+
+    store().moveTodo(t3, t2);
+    EXPECT_EQ(todo(t0, a).order, 0);
+    EXPECT_EQ(todo(t1, unassigned).order, 1);
+    EXPECT_EQ(todo(t3, unassigned).order, 2);
+    EXPECT_EQ(todo(t2, a).order, 3);
+}
+
+TEST_F(TodoOperations, Moving_before_itself_or_an_unknown_todo_changes_nothing)
+{
+    const TodoID t0 = makeTodo(unassigned);
+    const TodoID t1 = makeTodo(unassigned);
+    forgetWhatHappened();
+
+    store().moveTodo(t0, t0);
+    store().moveTodo(t0, TodoID::create());
+    store().moveTodo(TodoID::create(), t0);
+    store().moveTodo(t0, t1);
+
+    EXPECT_EQ(todo(t0, unassigned).order, 0);
+    expectNothingHappened();
+}
+
+TEST_F(TodoOperations, Copying_replaces_the_clipboard_and_saves_nothing)
+{
+    const TodoID id = makeTodo(unassigned, QStringLiteral("Grüße 👋"));
+    forgetWhatHappened();
+
+    store().copyTodo(todo(id, unassigned));
+
+    EXPECT_EQ(desktop.pasteboardText, QStringLiteral("Grüße 👋"));
+    EXPECT_EQ(desktop.pasteboardWrites, 1);
+    EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("toastMessage"), 1}}));
+    EXPECT_EQ(takeWriteCount(), 0);
+}
+
+TEST_F(TodoOperations, Asking_for_the_editor_selects_the_goal_and_counts_every_time)
+{
+    const GoalID a = makeGoal();
+    const GoalID b = makeGoal();
+    forgetWhatHappened();
+
+    store().requestAddTodo(a);
+    EXPECT_EQ(store().todoEditorGoalID(), a);
+    EXPECT_EQ(store().todoEditorRequestID(), 1);
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::goal(a)));
+
+    store().requestAddTodo(a);
+    EXPECT_EQ(store().todoEditorRequestID(), 2);
+    store().requestAddTodo(b);
+    EXPECT_EQ(store().todoEditorGoalID(), b);
+    EXPECT_EQ(store().todoEditorRequestID(), 3);
+    store().requestAddTodo(GoalID::create());
+    EXPECT_EQ(store().todoEditorGoalID(), b);
+    EXPECT_EQ(store().todoEditorRequestID(), 3);
+    EXPECT_EQ(takeWriteCount(), 0);
+}
+
+TEST_F(TodoOperations, Cancelling_closes_the_editor_once)
+{
+    store().cancelTodoEditor();
+    EXPECT_EQ(store().todoEditorRequestID(), 0);
+
+    store().requestAddTodo(makeGoal());
+    store().cancelTodoEditor();
+    EXPECT_EQ(store().todoEditorGoalID(), std::nullopt);
+    EXPECT_EQ(store().todoEditorRequestID(), 2);
+    forgetWhatHappened();
+    store().cancelTodoEditor();
+    EXPECT_EQ(store().todoEditorRequestID(), 2);
+    expectNothingHappened();
+}
+
+struct TitleCase
+{
+    const char* name;
+    QString title;
+    QString kept;
+};
+
+class TodoTitles : public TodoOperations, public testing::WithParamInterface<TitleCase>
+{};
+
+TEST_P(TodoTitles, Survive_a_restart)
+{
+    store().addTodo(GetParam().title, std::nullopt);
+    makeGoal();
+    restartedStore();
+
+    ASSERT_EQ(store().unassignedTodos().size(), 1);
+    EXPECT_EQ(store().unassignedTodos().first().title, GetParam().kept);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    TodoOperations, TodoTitles,
+    testing::Values(
+        TitleCase{"quotes_and_backslashes", QStringLiteral("\"a\\b\"/"),
+                  QStringLiteral("\"a\\b\"/")},
+        TitleCase{"emoji_sequences", QStringLiteral("👩‍👩‍👧‍👦🏳️‍🌈"),
+                  QStringLiteral("👩‍👩‍👧‍👦🏳️‍🌈")},
+        TitleCase{"combining_marks", QStringLiteral("e\u0301\u0327"),
+                  QStringLiteral("e\u0301\u0327")},
+        TitleCase{"arabic_and_hebrew", QStringLiteral("مرحبا שלום"), QStringLiteral("مرحبا שלום")},
+        TitleCase{"devanagari_and_thai", QStringLiteral("नमस्ते สวัสดี"), QStringLiteral("नमस्ते สวัสดี")},
+        TitleCase{"cjk", QStringLiteral("准备周五的提案"), QStringLiteral("准备周五的提案")},
+        TitleCase{"newlines_within", QStringLiteral("a\n\r\u2028b"),
+                  QStringLiteral("a\n\r\u2028b")},
+        TitleCase{"nul_within", QStringLiteral("a\0b"), QStringLiteral("a\0b")},
+        TitleCase{"unicode_space_around", QStringLiteral("\u3000\u00a0\u2029a\u0085\u2003"),
+                  QStringLiteral("a")},
+        TitleCase{"half_a_surrogate_pair", QString(u'a') + QChar(0xd83d) + u'b',
+                  QStringLiteral("a\ufffdb")},
+        TitleCase{"hundred_thousand_characters", QString(100'000, u'x'), QString(100'000, u'x')}),
+    caseName);
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,93 @@
+// A store over the fake desktop, the manual clock and a settings store in memory.
+#pragma once
+
+#include "store/WindowStore.h"
+#include "support/FakeDesktop.h"
+#include "support/ManualScheduler.h"
+#include "support/MemorySettingsStore.h"
+#include "support/SignalLog.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace kelpa::test {
+
+class StoreFixture : public testing::Test
+{
+protected:
+    /// The store as it is after a start; what `settings` holds by then is loaded.
+    WindowStore& store()
+    {
+        if (!m_store) {
+            m_store = std::make_unique<WindowStore>(desktop.platform(), settings, scheduler);
+            settings.writeCount = 0;
+            settings.changedEntryCount = 0;
+            signalLog = std::make_unique<SignalLog>(*m_store);
+        }
+        return *m_store;
+    }
+
+    /// Ends the store and starts another on the same settings.
+    WindowStore& restartedStore()
+    {
+        signalLog.reset();
+        m_store.reset();
+        return store();
+    }
+
+    /// Makes a goal and gives its identity.
+    GoalID makeGoal(const QString& title = QStringLiteral("Goal"))
+    {
+        const QList<Goal> before = store().goals();
+        store().createGoal(title);
+        for (const Goal& goal : store().goals()) {
+            const auto isSame = [&goal](const Goal& other) { return other.id == goal.id; };
+            if (std::ranges::none_of(before, isSame))
+                return goal.id;
+        }
+        ADD_FAILURE() << "no goal was made";
+        return {};
+    }
+
+    /// Makes a todo and gives its identity.
+    TodoID makeTodo(std::optional<GoalID> in, const QString& title = QStringLiteral("Todo"))
+    {
+        store().addTodo(title, in);
+        const QList<TodoItem> list = todos(in);
+        if (list.isEmpty()) {
+            ADD_FAILURE() << "no todo was made";
+            return {};
+        }
+        return list.last().id;
+    }
+
+    const Goal& goal(GoalID id) { return *std::ranges::find(store().goals(), id, &Goal::id); }
+
+    QList<TodoItem> todos(std::optional<GoalID> in)
+    {
+        return in ? goal(*in).todos : store().unassignedTodos();
+    }
+
+    QStringList goalTitles()
+    {
+        QStringList titles;
+        for (const Goal& each : store().goals())
+            titles.append(each.title);
+        return titles;
+    }
+
+    /// The signals since the last call; and how often something was written meanwhile.
+    QMap<QString, int> takeSignals() { return signalLog->take(); }
+    int takeWriteCount() { return std::exchange(settings.writeCount, 0); }
+
+    FakeDesktop desktop;
+    ManualScheduler scheduler;
+    MemorySettingsStore settings;
+    std::unique_ptr<SignalLog> signalLog;
+
+private:
+    std::unique_ptr<WindowStore> m_store;
+};
+
+} // namespace kelpa::test
