@@ -1,0 +1,46 @@
+#include "text/AppLanguage.h"
+
+#include "text/TextPrinting.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa {
+namespace {
+
+using enum AppLanguage;
+
+struct LanguageRow
+{
+    AppLanguage language;
+    const char16_t* rawValue;
+    const char16_t* nativeName;
+};
+
+TEST(AppLanguage, The_menu_lists_six_languages_by_their_own_names)
+{
+    const std::array rows = std::to_array<LanguageRow>({
+        {chinese, u"zh-Hans", u"中文"},
+        {english, u"en", u"English"},
+        {japanese, u"ja", u"日本語"},
+        {korean, u"ko", u"한국어"},
+        {french, u"fr", u"Français"},
+        {german, u"de", u"Deutsch"},
+    });
+    ASSERT_EQ(rows.size(), allAppLanguages.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(allAppLanguages[i], rows[i].language);
+        EXPECT_EQ(nativeName(rows[i].language), QString::fromUtf16(rows[i].nativeName));
+        EXPECT_EQ(rawValue(rows[i].language), QString::fromUtf16(rows[i].rawValue));
+        EXPECT_EQ(appLanguageFromRawValue(QString::fromUtf16(rows[i].rawValue)), rows[i].language);
+    }
+}
+
+TEST(AppLanguage, Any_other_text_names_no_language)
+{
+    for (const char16_t* text :
+         {u"EN", u"zh", u"zh-hans", u"zh-Hans ", u" en", u"en-US", u"", u"0"})
+        EXPECT_EQ(appLanguageFromRawValue(QString::fromUtf16(text)), std::nullopt);
+}
+
+} // namespace
+} // namespace kelpa

@@ -1,0 +1,347 @@
+#include "text/KelpaCopy.h"
+
+#include "text/TextPrinting.h"
+
+#include <gtest/gtest.h>
+
+#include <QMetaEnum>
+#include <QRegularExpression>
+
+#include <array>
+#include <functional>
+#include <set>
+
+namespace kelpa {
+namespace {
+
+using enum AppLanguage;
+
+/// Every key that the enumeration declares, whatever the tables say.
+QList<CopyKey> declaredKeys()
+{
+    const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
+    QList<CopyKey> result;
+    for (int i = 0; i < keys.keyCount(); ++i)
+        result.append(static_cast<CopyKey>(keys.value(i)));
+    return result;
+}
+
+/// All texts of one language, plain and composed.
+QStringList allTexts(AppLanguage language)
+{
+    QStringList texts;
+    for (const CopyKey key : declaredKeys())
+        texts.append(KelpaCopy::text(key, language));
+    const QString title = QStringLiteral("7");
+    texts << KelpaCopy::selectWindowsTitle(title, language)
+          << KelpaCopy::currentWindowLocation(title, language)
+          << KelpaCopy::selectedWindowCount(7, language)
+          << KelpaCopy::confirmWindowSelection(7, language) << KelpaCopy::openTodoCount(7, language)
+          << KelpaCopy::windowCount(7, language);
+    for (const TodoStatus status : {TodoStatus::todo, TodoStatus::ing, TodoStatus::completed}) {
+        texts << KelpaCopy::statusName(status, language) << KelpaCopy::statusHelp(status, language)
+              << KelpaCopy::statusAccessibilityLabel(status, language);
+    }
+    for (const GoalPriority priority : allGoalPriorities)
+        texts << KelpaCopy::priorityAccessibilityLabel(priority, language);
+    return texts;
+}
+
+bool matches(const QString& text, const char16_t* pattern)
+{
+    return QRegularExpression(QString::fromUtf16(pattern)).match(text).hasMatch();
+}
+
+// By Unicode blocks: the properties of scripts also cover punctuation that scripts share.
+
+bool hasKana(const QString& text)
+{
+    return matches(text, u"[\\x{3041}-\\x{3096}\\x{30a1}-\\x{30fa}]");
+}
+
+bool hasHangul(const QString& text)
+{
+    return matches(text, u"[\\x{ac00}-\\x{d7a3}]");
+}
+
+bool hasHan(const QString& text)
+{
+    return matches(text, u"[\\x{4e00}-\\x{9fff}]");
+}
+
+/// Written alike in every language.
+bool isName(const QString& text)
+{
+    return matches(text, u"^(Kelpa|P[0-3])$");
+}
+
+struct Composed
+{
+    AppLanguage language;
+    const char16_t* text;
+};
+
+void expectTexts(const std::array<Composed, 6>& rows,
+                 const std::function<QString(AppLanguage)>& compose)
+{
+    for (const Composed& row : rows)
+        EXPECT_EQ(compose(row.language), QString::fromUtf16(row.text));
+}
+
+TEST(KelpaCopy, The_sheet_s_title_names_the_goal)
+{
+    expectTexts({{{chinese, u"将窗口加入「Taxes」"},
+                  {english, u"Add windows to “Taxes”"},
+                  {japanese, u"「Taxes」にウィンドウを追加"},
+                  {korean, u"‘Taxes’에 창 추가"},
+                  {french, u"Ajouter des fenêtres à « Taxes »"},
+                  {german, u"Fenster zu „Taxes“ hinzufügen"}}},
+                [](AppLanguage language) {
+                    return KelpaCopy::selectWindowsTitle(QStringLiteral("Taxes"), language);
+                });
+}
+
+TEST(KelpaCopy, A_window_s_location_names_its_goal)
+{
+    expectTexts({{{chinese, u"当前：Taxes"},
+                  {english, u"Current: Taxes"},
+                  {japanese, u"現在：Taxes"},
+                  {korean, u"현재: Taxes"},
+                  {french, u"Actuel : Taxes"},
+                  {german, u"Aktuell: Taxes"}}},
+                [](AppLanguage language) {
+                    return KelpaCopy::currentWindowLocation(QStringLiteral("Taxes"), language);
+                });
+}
+
+TEST(KelpaCopy, The_count_of_selected_windows_is_a_line)
+{
+    expectTexts({{{chinese, u"已选择 12 个窗口"},
+                  {english, u"12 windows selected"},
+                  {japanese, u"12個のウィンドウを選択中"},
+                  {korean, u"창 12개 선택됨"},
+                  {french, u"12 fenêtres sélectionnées"},
+                  {german, u"12 Fenster ausgewählt"}}},
+                [](AppLanguage language) { return KelpaCopy::selectedWindowCount(12, language); });
+}
+
+TEST(KelpaCopy, The_confirm_button_says_how_many_windows)
+{
+    expectTexts(
+        {{{chinese, u"加入 12 个窗口"},
+          {english, u"Add 12 windows"},
+          {japanese, u"12個のウィンドウを追加"},
+          {korean, u"창 12개 추가"},
+          {french, u"Ajouter 12 fenêtres"},
+          {german, u"12 Fenster hinzufügen"}}},
+        [](AppLanguage language) { return KelpaCopy::confirmWindowSelection(12, language); });
+}
+
+TEST(KelpaCopy, A_count_of_one_still_reads_as_many)
+{
+    EXPECT_EQ(KelpaCopy::selectedWindowCount(1, english), QStringLiteral("1 windows selected"));
+    EXPECT_EQ(KelpaCopy::confirmWindowSelection(1, english), QStringLiteral("Add 1 windows"));
+    EXPECT_EQ(KelpaCopy::selectedWindowCount(0, english), QStringLiteral("0 windows selected"));
+}
+
+TEST(KelpaCopy, Counts_are_not_grouped)
+{
+    EXPECT_EQ(KelpaCopy::selectedWindowCount(1234567, german),
+              QStringLiteral("1234567 Fenster ausgewählt"));
+}
+
+TEST(KelpaCopy, An_empty_goal_title_is_inserted_as_it_is)
+{
+    EXPECT_EQ(KelpaCopy::selectWindowsTitle(QString(), english),
+              QStringLiteral("Add windows to “”"));
+    EXPECT_EQ(KelpaCopy::currentWindowLocation(QString(), german), QStringLiteral("Aktuell: "));
+}
+
+TEST(KelpaCopy, A_goal_title_that_looks_like_a_place_holder_is_inserted_as_it_is)
+{
+    EXPECT_EQ(KelpaCopy::selectWindowsTitle(QStringLiteral("%1 {title} %L1 ”"), english),
+              QStringLiteral("Add windows to “%1 {title} %L1 ””"));
+    EXPECT_EQ(KelpaCopy::currentWindowLocation(QStringLiteral("  spaced "), english),
+              QStringLiteral("Current:   spaced "));
+}
+
+struct StatusTexts
+{
+    AppLanguage language;
+    TodoStatus status;
+    const char16_t* name;
+    const char16_t* help;
+    const char16_t* accessibilityLabel;
+};
+
+TEST(KelpaCopy, The_status_control_tells_the_status_and_what_a_click_does)
+{
+    using enum TodoStatus;
+    const std::array rows = std::to_array<StatusTexts>({
+        {chinese, todo, u"待办", u"当前状态：待办；单击更改", u"待办状态：待办"},
+        {chinese, ing, u"进行中", u"当前状态：进行中；单击更改", u"待办状态：进行中"},
+        {chinese, completed, u"已完成", u"当前状态：已完成；单击更改", u"待办状态：已完成"},
+        {english, todo, u"Todo", u"Current status: Todo; click to change", u"Todo status: Todo"},
+        {english, ing, u"In progress", u"Current status: In progress; click to change",
+         u"Todo status: In progress"},
+        {english, completed, u"Completed", u"Current status: Completed; click to change",
+         u"Todo status: Completed"},
+        {japanese, todo, u"未着手", u"現在の状態：未着手；クリックで変更", u"タスクの状態：未着手"},
+        {japanese, ing, u"進行中", u"現在の状態：進行中；クリックで変更", u"タスクの状態：進行中"},
+        {japanese, completed, u"完了", u"現在の状態：完了；クリックで変更", u"タスクの状態：完了"},
+        {korean, todo, u"할 일", u"현재 상태: 할 일; 클릭하여 변경", u"할 일 상태: 할 일"},
+        {korean, ing, u"진행 중", u"현재 상태: 진행 중; 클릭하여 변경", u"할 일 상태: 진행 중"},
+        {korean, completed, u"완료", u"현재 상태: 완료; 클릭하여 변경", u"할 일 상태: 완료"},
+        {french, todo, u"À faire", u"État actuel : À faire; cliquez pour changer",
+         u"État de la tâche : À faire"},
+        {french, ing, u"En cours", u"État actuel : En cours; cliquez pour changer",
+         u"État de la tâche : En cours"},
+        {french, completed, u"Terminée", u"État actuel : Terminée; cliquez pour changer",
+         u"État de la tâche : Terminée"},
+        {german, todo, u"Offen", u"Aktueller Status: Offen; zum Ändern klicken",
+         u"Aufgabenstatus: Offen"},
+        {german, ing, u"In Arbeit", u"Aktueller Status: In Arbeit; zum Ändern klicken",
+         u"Aufgabenstatus: In Arbeit"},
+        {german, completed, u"Erledigt", u"Aktueller Status: Erledigt; zum Ändern klicken",
+         u"Aufgabenstatus: Erledigt"},
+    });
+    for (const StatusTexts& row : rows) {
+        EXPECT_EQ(KelpaCopy::statusName(row.status, row.language), QString::fromUtf16(row.name));
+        EXPECT_EQ(KelpaCopy::statusHelp(row.status, row.language), QString::fromUtf16(row.help));
+        EXPECT_EQ(KelpaCopy::statusAccessibilityLabel(row.status, row.language),
+                  QString::fromUtf16(row.accessibilityLabel));
+    }
+}
+
+TEST(KelpaCopy, Badges_and_priorities_have_names_for_screen_readers)
+{
+    EXPECT_EQ(KelpaCopy::priorityAccessibilityLabel(GoalPriority::p0, english),
+              QStringLiteral("Priority: P0"));
+    EXPECT_EQ(KelpaCopy::priorityAccessibilityLabel(GoalPriority::p3, french),
+              QStringLiteral("Priorité : P3"));
+    EXPECT_EQ(KelpaCopy::openTodoCount(3, english), QStringLiteral("3 unfinished todos"));
+    EXPECT_EQ(KelpaCopy::openTodoCount(3, japanese), QStringLiteral("未完了のタスク3件"));
+    EXPECT_EQ(KelpaCopy::windowCount(2, german), QStringLiteral("2 Fenster"));
+    EXPECT_EQ(KelpaCopy::windowCount(2, korean), QStringLiteral("창 2개"));
+}
+
+TEST(KelpaCopy, The_rows_hold_every_declared_key)
+{
+    const QList<CopyKey> keys = declaredKeys();
+    ASSERT_EQ(static_cast<std::size_t>(keys.size()), copyKeyCount);
+    for (qsizetype i = 0; i < keys.size(); ++i)
+        EXPECT_EQ(static_cast<qsizetype>(keys.at(i)), i);
+}
+
+TEST(KelpaCopyDeathTest, A_number_that_is_no_key_halts_the_program)
+{
+    EXPECT_DEATH(static_cast<void>(KelpaCopy::text(static_cast<CopyKey>(copyKeyCount), english)),
+                 "is no key of the interface's texts");
+    EXPECT_DEATH(static_cast<void>(KelpaCopy::text(static_cast<CopyKey>(-1), english)),
+                 "is no key of the interface's texts");
+}
+
+TEST(KelpaCopy, No_text_has_white_space_at_its_ends_or_twice_in_a_row)
+{
+    for (const AppLanguage language : allAppLanguages) {
+        for (const QString& text : allTexts(language)) {
+            EXPECT_FALSE(text.isEmpty()) << testing::PrintToString(language);
+            EXPECT_EQ(text, text.simplified());
+        }
+    }
+}
+
+TEST(KelpaCopy, No_text_keeps_a_place_holder_or_a_mark_of_unfinished_work)
+{
+    for (const AppLanguage language : allAppLanguages) {
+        for (const QString& text : allTexts(language)) {
+            EXPECT_FALSE(matches(text, u"[{}%<>\\[\\]\\x{fffd}]|\\?\\?|XX|lorem"))
+                << qPrintable(text);
+            EXPECT_FALSE(matches(text, u"\\p{C}|[\\x{a0}\\x{202f}\\x{3000}]")) << qPrintable(text);
+        }
+    }
+}
+
+TEST(KelpaCopy, Every_language_writes_in_its_own_script)
+{
+    for (const QString& text : allTexts(chinese)) {
+        EXPECT_FALSE(hasKana(text) || hasHangul(text)) << qPrintable(text);
+        EXPECT_TRUE(isName(text) || hasHan(text)) << qPrintable(text);
+    }
+    for (const QString& text : allTexts(japanese)) {
+        EXPECT_FALSE(hasHangul(text)) << qPrintable(text);
+        EXPECT_TRUE(isName(text) || hasKana(text) || hasHan(text)) << qPrintable(text);
+    }
+    for (const QString& text : allTexts(korean)) {
+        EXPECT_FALSE(hasKana(text) || hasHan(text)) << qPrintable(text);
+        EXPECT_TRUE(isName(text) || hasHangul(text)) << qPrintable(text);
+    }
+    for (const AppLanguage language : {english, french, german}) {
+        for (const QString& text : allTexts(language)) {
+            EXPECT_FALSE(hasKana(text) || hasHangul(text) || hasHan(text)) << qPrintable(text);
+            EXPECT_TRUE(matches(text, u"\\p{Latin}")) << qPrintable(text);
+        }
+    }
+}
+
+TEST(KelpaCopy, Chinese_is_written_in_simplified_and_Japanese_in_its_own_characters)
+{
+    // Characters of the vocabulary whose forms differ between the two.
+    for (const QString& text : allTexts(chinese))
+        EXPECT_FALSE(matches(text, u"[開動標務択済優変閉編録検]")) << qPrintable(text);
+    for (const QString& text : allTexts(japanese))
+        EXPECT_FALSE(matches(text, u"[开动标务择优变闭编录检个进输删]")) << qPrintable(text);
+}
+
+TEST(KelpaCopy, Only_names_are_the_same_in_English_and_another_language)
+{
+    for (const AppLanguage language : {chinese, japanese, korean, french, german}) {
+        for (const CopyKey key : declaredKeys()) {
+            const QString text = KelpaCopy::text(key, language);
+            EXPECT_EQ(text == KelpaCopy::text(key, english), isName(text))
+                << testing::PrintToString(key) << ' ' << testing::PrintToString(language);
+        }
+    }
+}
+
+TEST(KelpaCopy, French_sets_a_space_before_its_double_punctuation)
+{
+    for (const CopyKey key : declaredKeys()) {
+        const QString text = KelpaCopy::text(key, french);
+        EXPECT_FALSE(matches(text, u"[^ ][:;!?»]|«[^ ]")) << qPrintable(text);
+    }
+    EXPECT_FALSE(
+        matches(KelpaCopy::selectWindowsTitle(QStringLiteral("A"), french), u"[^ ][:;!?»]|«[^ ]"));
+    EXPECT_FALSE(matches(KelpaCopy::currentWindowLocation(QStringLiteral("A"), french), u"[^ ]:"));
+}
+
+TEST(KelpaCopy, French_and_German_use_the_typographic_apostrophe)
+{
+    for (const AppLanguage language : {french, german}) {
+        for (const QString& text : allTexts(language))
+            EXPECT_FALSE(text.contains(u'\'')) << qPrintable(text);
+    }
+}
+
+TEST(KelpaCopy, French_says_vous_and_German_says_du)
+{
+    for (const QString& text : allTexts(french))
+        EXPECT_FALSE(matches(text, u"(?i)\\b(tu|toi|ton|ta|tes)\\b")) << qPrintable(text);
+    for (const QString& text : allTexts(german))
+        EXPECT_FALSE(matches(text, u"\\b(Sie|Ihr|Ihre|Ihnen)\\b")) << qPrintable(text);
+}
+
+TEST(KelpaCopy, Menu_items_of_one_menu_differ_in_every_language)
+{
+    const QList<CopyKey> menu{CopyKey::AddWindowsToGoal, CopyKey::OpenChrome, CopyKey::OpenTerminal,
+                              CopyKey::ShowAllWindows,   CopyKey::RenameGoal, CopyKey::DeleteGoal};
+    for (const AppLanguage language : allAppLanguages) {
+        std::set<QString> texts;
+        for (const CopyKey key : menu)
+            texts.insert(KelpaCopy::text(key, language));
+        EXPECT_EQ(texts.size(), 6U) << testing::PrintToString(language);
+    }
+}
+
+} // namespace
+} // namespace kelpa
