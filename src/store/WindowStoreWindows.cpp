@@ -150,7 +150,8 @@ bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
     }
     if (found != windowIDs.size())
         return false;
-    publish(m_windows, std::move(windows), Field::windows);
+    if (!publish(m_windows, std::move(windows), Field::windows))
+        return true;
     for (const WindowID windowID : windowIDs)
         m_assignments.insert(assignmentKey(windowID), to);
     reconcileNavigationWithWindows();
