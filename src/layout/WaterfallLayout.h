@@ -1,0 +1,62 @@
+// Cards in columns of equal width, each card in the shortest column. Pure geometry in points; a
+// layout is a value and keeps nothing between calls.
+#pragma once
+
+#include <QList>
+#include <QRectF>
+#include <QSizeF>
+
+#include <optional>
+
+namespace kelpa {
+
+/// Where a layout puts its items.
+struct WaterfallPlacement
+{
+    /// One frame an item, in the items' order and the coordinates of the given origin.
+    QList<QRectF> frames;
+    /// From the top to the bottom of the lowest item, without spacing below it; 0 without items.
+    double height = 0;
+
+    friend bool operator==(const WaterfallPlacement&, const WaterfallPlacement&) = default;
+};
+
+/// A value outside the stated ranges is a programming error and halts the program.
+struct WaterfallLayout
+{
+    /// Narrowest column, greater than 0; only a single column may be narrower.
+    double minimumColumnWidth = 0;
+    /// Between columns and between the items of a column; finite, 0 or more.
+    double spacing = 0;
+    /// When set, the height of every item, and items are dealt to the columns in turn.
+    std::optional<double> fixedItemHeight;
+    /// When set, the number of columns whatever the width; 1 or more.
+    std::optional<int> fixedColumnCount;
+
+    /// At least 1. `width` is finite and greater than 0.
+    int columnCount(double width) const;
+
+    /// Of each column; `columnCount` is at least 1, `width` finite, greater than 0 and more than
+    /// what the gaps between the columns take.
+    static double itemWidth(double width, int columnCount, double spacing);
+
+    /// The width at which items are to be measured for a layout of `width`, which counts as at
+    /// least 1.
+    double itemWidth(double width) const;
+
+    /// False where a fixed number of columns leaves no width for the items: such a width cannot be
+    /// laid out.
+    bool fits(double width) const;
+
+    /// `heights` are the items' own heights at `itemWidth(width)`; with `fixedItemHeight` only
+    /// their number matters. A height that is negative or not finite counts as 0.
+    /// Linear in the number of items; the columns' heights are all that is kept while walking.
+    WaterfallPlacement place(QPointF origin, double width, const QList<double>& heights) const;
+
+    /// The width as proposed and the height of the placement.
+    QSizeF sizeThatFits(double width, const QList<double>& heights) const;
+
+    friend bool operator==(const WaterfallLayout&, const WaterfallLayout&) = default;
+};
+
+} // namespace kelpa
