@@ -30,15 +30,17 @@ inline QList<Goal> largeBoard(int goalCount, int todoCount)
 
     QList<Goal> goals;
     for (int i = 0; i < goalCount; ++i) {
-        goals.append({GoalID{uuid()}, QStringLiteral("Goal %1 of the quarter").arg(i),
+        goals.append({GoalID{uuid()},
+                      QStringLiteral("Goal %1 of the quarter").arg(i),
                       allGoalAccents.at(static_cast<std::size_t>(i) % allGoalAccents.size()),
                       allGoalPriorities.at(static_cast<std::size_t>(i) % allGoalPriorities.size()),
                       {}});
     }
     for (int i = 0; i < todoCount; ++i) {
         TodoItem todo{TodoID{uuid()},
-                      i % 10 == 0 ? QStringLiteral("给客户回信，确认第 %1 号报价单的交付日期").arg(i)
-                                  : QStringLiteral("Answer letter %1 about the spring offer").arg(i),
+                      i % 10 == 0
+                          ? QStringLiteral("给客户回信，确认第 %1 号报价单的交付日期").arg(i)
+                          : QStringLiteral("Answer letter %1 about the spring offer").arg(i),
                       i % 2 == 0 ? TodoStatus::todo : TodoStatus::ing, std::nullopt, i};
         if (i % 3 == 0) {
             todo.status = TodoStatus::completed;

@@ -34,7 +34,15 @@ void decodeBoard(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(encodeBoard)->Name("Board/encode")->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(decodeBoard)->Name("Board/decode")->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(encodeBoard)
+    ->Name("Board/encode")
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(decodeBoard)
+    ->Name("Board/decode")
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace kelpa::bench
