@@ -1,67 +1,65 @@
 #include "model/BoardJson.h"
 
+#include "model/JsonText.h"
+
+#include <QStringDecoder>
+
 #include <rapidjson/document.h>
-#include <rapidjson/writer.h>
 
 #include <cmath>
-#include <limits>
-#include <string_view>
 
 namespace kelpa {
 
 namespace {
 
-/// Lets the writer append to a QByteArray without a buffer in between.
-struct ByteArraySink
-{
-    using Ch = char;
-    QByteArray& bytes;
-    void Put(char c) { bytes.append(c); }
-    void Flush() {}
-};
+/// Room for a record, so that encoding seldom has to move what it wrote.
+constexpr qsizetype bytesPerRecord = 192;
 
-using Writer = rapidjson::Writer<ByteArraySink>;
-
-void writeKey(Writer& writer, std::string_view key)
+bool writeTodo(JsonText& json, const TodoItem& todo)
 {
-    writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
-}
-
-void writeString(Writer& writer, const QString& text)
-{
-    const QByteArray utf8 = text.toUtf8();
-    writer.String(utf8.constData(), static_cast<rapidjson::SizeType>(utf8.size()));
-}
-
-bool writeTodo(Writer& writer, const TodoItem& todo)
-{
-    writer.StartObject();
-    writeKey(writer, "id");
-    writeString(writer, todo.id.text());
-    writeKey(writer, "title");
-    writeString(writer, todo.title);
-    writeKey(writer, "status");
-    writeString(writer, rawValue(todo.status));
+    json.raw(R"({"id":)");
+    json.uuid(todo.id.value);
+    json.raw(R"(,"title":)");
+    json.string(todo.title);
+    json.raw(R"(,"status":)");
+    json.string(rawValue(todo.status));
     if (todo.completedAt) {
         if (!std::isfinite(todo.completedAt->secondsSinceReferenceDate))
             return false;
-        writeKey(writer, "completedAt");
-        writer.Double(todo.completedAt->secondsSinceReferenceDate);
+        json.raw(R"(,"completedAt":)");
+        json.number(todo.completedAt->secondsSinceReferenceDate);
     }
-    writeKey(writer, "order");
-    writer.Int64(todo.order);
-    writer.EndObject();
+    json.raw(R"(,"order":)");
+    json.integer(todo.order);
+    json.raw("},");
     return true;
 }
 
-bool writeTodos(Writer& writer, const QList<TodoItem>& todos)
+bool writeTodos(JsonText& json, const QList<TodoItem>& todos)
 {
-    writer.StartArray();
+    json.raw("[");
     for (const TodoItem& todo : todos) {
-        if (!writeTodo(writer, todo))
+        if (!writeTodo(json, todo))
             return false;
     }
-    writer.EndArray();
+    json.close(']');
+    return true;
+}
+
+bool writeGoal(JsonText& json, const Goal& goal)
+{
+    json.raw(R"({"id":)");
+    json.uuid(goal.id.value);
+    json.raw(R"(,"title":)");
+    json.string(goal.title);
+    json.raw(R"(,"accent":)");
+    json.string(rawValue(goal.accent));
+    json.raw(R"(,"priority":)");
+    json.string(rawValue(goal.priority));
+    json.raw(R"(,"todos":)");
+    if (!writeTodos(json, goal.todos))
+        return false;
+    json.raw("},");
     return true;
 }
 
@@ -80,7 +78,15 @@ std::optional<QString> toText(const Json* value)
 {
     if (value == nullptr || !value->IsString())
         return std::nullopt;
-    return QString::fromUtf8(value->GetString(), static_cast<qsizetype>(value->GetStringLength()));
+    // A byte order mark is a character like others here, so that every text reads back as written.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom |
+                                                     QStringDecoder::Flag::Stateless);
+    QString text = decoder(
+        QByteArrayView(value->GetString(), static_cast<qsizetype>(value->GetStringLength())));
+    // The parser lets the escape of a lone half of a surrogate pair pass.
+    if (decoder.hasError())
+        return std::nullopt;
+    return text;
 }
 
 template <class ID>
@@ -98,8 +104,10 @@ std::optional<std::int64_t> toInteger(const Json& value)
     if (!value.IsDouble())
         return std::nullopt;
     const double number = value.GetDouble();
+    // The parser gives a double also for integers beyond 64 bits, and the ones just below the
+    // smallest 64-bit integer round to it.
     constexpr double limit = 9'223'372'036'854'775'808.0; // 2^63
-    if (number < -limit || number >= limit || std::trunc(number) != number)
+    if (number <= -limit || number >= limit || std::trunc(number) != number)
         return std::nullopt;
     return static_cast<std::int64_t>(number);
 }
@@ -194,14 +202,14 @@ std::optional<Goal> toGoal(const Json& value)
 /// Iterative, so that a deeply nested text cannot exhaust the stack; invalid UTF-8 is refused.
 bool parse(rapidjson::Document& document, const QByteArray& json)
 {
+    // The parser takes a NUL after the document for its end, whatever follows.
+    if (json.contains('\0'))
+        return false;
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag |
                                rapidjson::kParseValidateEncodingFlag;
     document.Parse<flags>(json.constData(), static_cast<std::size_t>(json.size()));
     return !document.HasParseError();
 }
-
-/// Room for a record, so that encoding seldom has to move what it wrote.
-constexpr qsizetype bytesPerRecord = 160;
 
 } // namespace
 
@@ -211,54 +219,36 @@ std::optional<QByteArray> encodeGoals(const QList<Goal>& goals)
     for (const Goal& goal : goals)
         records += goal.todos.size();
 
-    QByteArray json;
-    json.reserve(records * bytesPerRecord);
-    ByteArraySink sink{json};
-    Writer writer(sink);
-    writer.StartArray();
+    JsonText json(records * bytesPerRecord);
+    json.raw("[");
     for (const Goal& goal : goals) {
-        writer.StartObject();
-        writeKey(writer, "id");
-        writeString(writer, goal.id.text());
-        writeKey(writer, "title");
-        writeString(writer, goal.title);
-        writeKey(writer, "accent");
-        writeString(writer, rawValue(goal.accent));
-        writeKey(writer, "priority");
-        writeString(writer, rawValue(goal.priority));
-        writeKey(writer, "todos");
-        if (!writeTodos(writer, goal.todos))
+        if (!writeGoal(json, goal))
             return std::nullopt;
-        writer.EndObject();
     }
-    writer.EndArray();
-    return json;
+    json.close(']');
+    return json.take();
 }
 
 std::optional<QByteArray> encodeTodos(const QList<TodoItem>& todos)
 {
-    QByteArray json;
-    json.reserve(todos.size() * bytesPerRecord);
-    ByteArraySink sink{json};
-    Writer writer(sink);
-    if (!writeTodos(writer, todos))
+    JsonText json(todos.size() * bytesPerRecord);
+    if (!writeTodos(json, todos))
         return std::nullopt;
-    return json;
+    return json.take();
 }
 
 QByteArray encodeAssignments(const Assignments& assignments)
 {
-    QByteArray json;
-    ByteArraySink sink{json};
-    Writer writer(sink);
-    writer.StartObject();
+    JsonText json(assignments.size() * bytesPerRecord);
+    json.raw("{");
     for (const auto& [key, goalID] : assignments.asKeyValueRange()) {
-        const QByteArray utf8 = key.toUtf8();
-        writer.Key(utf8.constData(), static_cast<rapidjson::SizeType>(utf8.size()));
-        writeString(writer, goalID.text());
+        json.string(key);
+        json.raw(":");
+        json.uuid(goalID.value);
+        json.raw(",");
     }
-    writer.EndObject();
-    return json;
+    json.close('}');
+    return json.take();
 }
 
 std::optional<QList<Goal>> decodeGoals(const QByteArray& json)

@@ -17,7 +17,8 @@ namespace kelpa {
 /// Window key to goal. Ordered, so that the same assignments always give the same bytes.
 using Assignments = QMap<QString, GoalID>;
 
-/// None when a value has no JSON form (a completion time that is not finite).
+/// None when a value has no JSON form (a completion time that is not finite). Halves of surrogate
+/// pairs are stored as U+FFFD.
 std::optional<QByteArray> encodeGoals(const QList<Goal>& goals);
 std::optional<QByteArray> encodeTodos(const QList<TodoItem>& todos);
 QByteArray encodeAssignments(const Assignments& assignments);

@@ -4,29 +4,28 @@ namespace kelpa {
 
 namespace {
 
-void replaceUnpairedSurrogates(QString& text)
+/// `text` with U+FFFD in place of every half of a surrogate pair that stands alone.
+QString wellFormed(QString text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (!c.isSurrogate())
+        if (!text.at(i).isSurrogate())
             continue;
-        const bool isPaired =
-            c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
-        if (isPaired)
+        const bool isPair =
+            text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        if (isPair)
             ++i;
         else
-            text[i] = QChar::ReplacementCharacter;
+            text[i] = QChar(QChar::ReplacementCharacter);
     }
+    return text;
 }
 
 } // namespace
 
 QString trimmedText(const QString& text)
 {
-    QString trimmed = text.trimmed();
-    if (!trimmed.isValidUtf16())
-        replaceUnpairedSurrogates(trimmed);
-    return trimmed;
+    const QString trimmed = text.trimmed();
+    return trimmed.isValidUtf16() ? trimmed : wellFormed(trimmed);
 }
 
 } // namespace kelpa

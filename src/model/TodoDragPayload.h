@@ -19,7 +19,7 @@ struct TodoDragPayload
     /// "kelpa-todo:", the goal's UUID or "unassigned", ":", the todo's UUID.
     QString encodedValue() const;
 
-    /// None for any text that `encodedValue` could not have given.
+    /// None for any text that is not of the form above, but for the case of UUIDs' letters.
     static std::optional<TodoDragPayload> fromEncodedValue(QStringView text);
 
     friend bool operator==(const TodoDragPayload&, const TodoDragPayload&) = default;

@@ -1,0 +1,48 @@
+// How long a board takes to and from its stored form.
+#include "bench/board/BoardFixture.h"
+
+#include <benchmark/benchmark.h>
+
+namespace kelpa::bench {
+
+namespace {
+
+void encodeBoard(benchmark::State& state)
+{
+    const QList<Goal> goals = largeBoard(200, static_cast<int>(state.range(0)));
+    qsizetype bytes = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        const std::optional<QByteArray> json = encodeGoals(goals);
+        bytes = json->size();
+        benchmark::DoNotOptimize(json->constData());
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+
+void decodeBoard(benchmark::State& state)
+{
+    const QByteArray json =
+        encodeGoals(largeBoard(200, static_cast<int>(state.range(0)))).value_or(QByteArray());
+    for ([[maybe_unused]] auto _ : state) {
+        const std::optional<QList<Goal>> goals = decodeGoals(json);
+        if (!goals)
+            state.SkipWithError("the board did not decode");
+        benchmark::DoNotOptimize(goals);
+    }
+    state.counters["bytes"] = static_cast<double>(json.size());
+}
+
+} // namespace
+
+BENCHMARK(encodeBoard)
+    ->Name("Board/encode")
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(decodeBoard)
+    ->Name("Board/decode")
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace kelpa::bench
