@@ -44,6 +44,18 @@ def _start_programs(desktop):
     return len(desktop.windows())
 
 
+def _take_settled_picture(desktop, path):
+    """Previews come to the cards one after the other: the picture is taken again until it has not
+    changed for longer than the time between two of them, or at the deadline as it is."""
+    deadline = time.monotonic() + 15
+    last, since = None, time.monotonic()
+    while time.monotonic() < deadline and time.monotonic() - since < 1.5:
+        desktop.screenshot(path)
+        pixels = subprocess.run(["convert", path, "rgb:-"], check=True, stdout=subprocess.PIPE).stdout
+        if pixels != last:
+            last, since = pixels, time.monotonic()
+
+
 def main():
     binary, directory, *arguments = sys.argv[1:]
     directory = pathlib.Path(directory)
@@ -63,8 +75,8 @@ def main():
                 return sum(len(column.cards) for column in kelpa.board.columns().values())
 
             wait_until(f"the board shows {count} windows", lambda: cards() >= count, 60)
-            # The previews come one after the other; the cards are complete without them.
-            picture = desktop.screenshot(directory / time.strftime("kelpa-%Y%m%d-%H%M%S.png"))
+            picture = directory / time.strftime("kelpa-%Y%m%d-%H%M%S.png")
+            _take_settled_picture(desktop, picture)
             print(f"Kelpa shows {cards()} windows of {count}: {picture}")
     return 0
 

@@ -96,7 +96,7 @@ class Kelpa:
     def type_new_goal(self, title):
         """Opens the sheet for a new goal and types its title, without confirming it."""
         self.focus()
-        wait_until("the button for a new goal", lambda: self.board.button(boards.NEW_GOAL)).press()
+        self.click(lambda: self.board.button(boards.NEW_GOAL), "the button for a new goal")
         wait_until("the new goal's title can be typed", self.board.focused_field)
         self._desktop.type(title)
 
@@ -106,43 +106,62 @@ class Kelpa:
         wait_until(f"the goal {title!r} is on the board", lambda: self.board.column(title))
 
     def wait_for_card(self, column, title, seconds=30.0):
-        return wait_until(f"the card {title!r} is in {column!r}",
-                          lambda: self.board.card(column, title), seconds)
+        def look():
+            self.check_alive()
+            return self.board.card(column, title)
+
+        return wait_until(f"the card {title!r} is in {column!r}", look, seconds)
 
     def drag_card(self, title, source, target):
         """Drags a card by hand from one column onto another."""
         self.focus()
-        start = wait_until("the card has its place", lambda: self._still(
-            lambda: self.wait_for_card(source, title).node.centre()))
-        end = wait_until("the column has its place", lambda: self._still(
-            lambda: self.board.column(target).node.centre()))
+        start = self._centre(lambda: self._card_node(source, title), f"the card {title!r}")
+        end = self._centre(lambda: self._column_node(target), f"the column {target!r}")
         self._desktop.drag(start, end)
 
-    def _still(self, place):
-        """A place on the screen once it has stopped moving; None while it moves."""
-        try:
-            before = place()
-            return before if before == place() else None
-        except (boards.Gone, AttributeError):
-            return None
+    def click(self, find, what, button=1):
+        """Clicks on the part that `find` returns, as soon as it is there and does not move."""
+        self._desktop.click(*self._centre(find, what), button=button)
+
+    def _card_node(self, column, title):
+        card = self.board.card(column, title)
+        return card and card.node
+
+    def _column_node(self, title):
+        column = self.board.column(title)
+        return column and column.node
+
+    def _centre(self, find, what):
+        """Where on the screen the part is, once it has stopped moving."""
+        def still():
+            self.check_alive()
+            try:
+                part = find()
+                place = part and part.frame()
+                return part.centre() if place and place[2] > 0 and part.frame() == place else None
+            except boards.Gone:
+                return None
+
+        return wait_until(f"{what} has its place", still)
 
     def open_move_menu(self, title, source, target):
-        """Opens a card's menu and returns its entry for the column `target`."""
+        """Opens a card's menu; returns a function that chooses the column `target` in it."""
         self.focus()
-        x, y = wait_until("the card has its place", lambda: self._still(
-            lambda: self.wait_for_card(source, title).node.centre()))
-        self._desktop.click(x, y, button=3)
-        return wait_until(f"the menu entry {target!r}", lambda: self.board.menu_item(target))
+        self.click(lambda: self._card_node(source, title), f"the card {title!r}", button=3)
+        return self._chooser(target)
 
-    def open_delete_entry(self, goal):
-        """Opens a goal's menu and returns its entry that deletes the goal."""
+    def open_goal_menu(self, goal, entry):
+        """Opens a goal's menu; returns a function that chooses `entry` in it."""
         self.focus()
 
         def menu_button():
-            column = self.board.column(goal)
-            found = column and column.node.find(boards.BUTTON_ROLES, lambda n: n == boards.GOAL_ACTIONS)
+            column = self._column_node(goal)
+            found = column and column.find(boards.BUTTON_ROLES, lambda n: n == boards.GOAL_ACTIONS)
             return found[0] if found else None
 
-        wait_until(f"the menu of {goal!r}", menu_button).press()
-        return wait_until("the entry that deletes the goal",
-                          lambda: self.board.menu_item(boards.DELETE_GOAL))
+        self.click(menu_button, f"the menu of {goal!r}")
+        return self._chooser(entry)
+
+    def _chooser(self, entry):
+        x, y = self._centre(lambda: self.board.menu_item(entry), f"the menu entry {entry!r}")
+        return lambda: self._desktop.click(x, y)

@@ -34,8 +34,9 @@ def four_real_windows_are_cards_and_one_dragged_onto_a_goal_is_there_after_a_res
         kelpa.drag_card("First terminal", boards.UNSORTED, "Ship the release")
         kelpa.wait_for_card("Ship the release", "First terminal")
         assert kelpa.board.card(boards.UNSORTED, "First terminal") is None
-        assert settings.stored_board(path).window_counts == {"Ship the release": 1}
         kelpa.quit()
+        stored = settings.StoredBoard(settings.read(path))
+        assert stored.window_counts == {"Ship the release": 1}, stored
         kelpa.start()
         kelpa.wait_for_card("Ship the release", "First terminal")
         kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
@@ -90,6 +91,19 @@ def a_window_with_a_recycled_number_of_the_x_server_starts_unsorted(desktop, bin
         assert kelpa.board.cards() == {title: boards.UNSORTED}
 
 
+def buttons_can_be_pressed_through_the_accessibility_bus(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Only goal", [])])
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("the new-goal button", lambda: kelpa.board.button(boards.NEW_GOAL)).press()
+        wait_until("the new goal's title can be typed", kelpa.board.focused_field)
+        desktop.key("Escape")
+        wait_until("the sheet is closed", lambda: kelpa.board.button(boards.CREATE) is None)
+        wait_until("the menu button", lambda: kelpa.board.button(boards.GOAL_ACTIONS)).press()
+        wait_until("the menu", lambda: kelpa.board.menu_item(boards.DELETE_GOAL)).press()
+        wait_until("the goal is gone", lambda: kelpa.board.goal_titles() == [])
+
+
 def a_board_whose_file_cannot_be_written_runs_and_says_so(desktop, binary):
     in_the_way = desktop.directory / "a-file"
     in_the_way.write_text("not a folder", encoding="utf-8")
@@ -114,7 +128,7 @@ def text_dropped_by_another_program_changes_nothing(desktop, binary):
     source = os.path.join(os.path.dirname(os.path.abspath(__file__)), "foreign_drag_source.py")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.wait_for_card(boards.UNSORTED, "Terminal")
-        before = settings.read(path)
+        before = settings.read_live(path)
         for number, text in enumerate(("hello", "kelpa-goal:nothing", "kelpa-todo:unassigned:x",
                                        "4294967295", "-1", "9" * 400, "\u202e\u0007kelpa-unassigned")):
             log = desktop.directory / f"source-{number}.log"
@@ -133,5 +147,5 @@ def text_dropped_by_another_program_changes_nothing(desktop, binary):
             program.wait()
             kelpa.wait_for_card(boards.UNSORTED, "Terminal")
             assert kelpa.board.goal_titles() == ["Only goal"]
-            assert settings.read(path) == before
+            assert settings.read_live(path) == before
         kelpa.create_goal("Still alive")

@@ -78,4 +78,6 @@ def windows_with_hostile_titles_are_listed_and_the_board_lives(desktop, binary):
         clients.set_title(windows[1], b"renamed at last")
         kelpa.wait_for_card(boards.UNSORTED, "renamed at last")
         assert len(cards()) == len(_TITLES)
+        # A title is text: nothing in it is followed or loaded.
+        assert "etc/hostname" not in kelpa.output()
         kelpa.create_goal("Still alive")

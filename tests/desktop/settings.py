@@ -8,7 +8,7 @@ import tempfile
 import uuid
 
 # How the file is laid out. Text, whole numbers (for Booleans) and blobs (JSON) tell the kinds apart.
-_CREATE = "CREATE TABLE IF NOT EXISTS settings (key TEXT PRIMARY KEY NOT NULL, value) WITHOUT ROWID"
+_CREATE = "CREATE TABLE IF NOT EXISTS settings(key TEXT PRIMARY KEY NOT NULL, value)"
 _WRITE = "INSERT OR REPLACE INTO settings (key, value) VALUES (?, ?)"
 _READ = "SELECT key, value FROM settings"
 
@@ -31,8 +31,8 @@ class StoredBoard:
 
 
 def read(path):
-    """The keys and values on the disk, without touching the file: what a reader recovers from it
-    must not help the program that opens it next."""
+    """The keys and values of a file that no program has open, from a copy of it: what a reader
+    recovers must not help the program that opens it next."""
     path = pathlib.Path(path)
     with tempfile.TemporaryDirectory() as folder:
         for companion in (path, path.with_name(path.name + "-wal")):
@@ -47,8 +47,13 @@ def read(path):
             connection.close()
 
 
-def stored_board(path):
-    return StoredBoard(read(path))
+def read_live(path):
+    """The keys and values of a file that a program has open."""
+    connection = sqlite3.connect(f"file:{path}?mode=ro", uri=True, timeout=30)
+    try:
+        return dict(connection.execute(_READ))
+    finally:
+        connection.close()
 
 
 def write(path, language="en", goals=()):
