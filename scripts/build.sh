@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced, not run. Configures and builds one preset of the project at $root.
 
 jobs="${KELPA_JOBS:-$(nproc)}"

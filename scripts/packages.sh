@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced, not run. Installs what the lists in scripts/packages/ name and the machine lacks.
 
 packages_dir="$(cd "$(dirname "${BASH_SOURCE[0]}")/packages" && pwd)"

@@ -88,7 +88,7 @@ def killed_at_any_moment_of_a_hundred_changes_the_board_is_the_one_before_or_aft
             done += 1
         trigger, after = _choose(random_source, model, kelpa, desktop, done)
         # The moment is the experiment: from before the change to well after it was written.
-        killer = threading.Timer(random_source.uniform(0.0, 0.12), kelpa.kill)
+        killer = threading.Timer(random_source.uniform(0.0, 0.06), kelpa.kill)
         killer.start()
         try:
             trigger()
