@@ -1,0 +1,18 @@
+# shellcheck shell=bash
+# Sourced, not run. Configures and builds one preset of the project at $root.
+
+jobs="${KELPA_JOBS:-$(nproc)}"
+
+# build_preset PRESET [TARGET...]: everything, or only the named targets.
+build_preset() {
+    local preset="$1"
+    shift
+    # The generated build description notices changes of the CMake files by itself.
+    if [[ ! -f "$root/build/$preset/build.ninja" ]]; then
+        (cd "$root" && cmake --preset "$preset" >&2)
+    fi
+    if [[ $# -gt 0 ]]; then
+        set -- --target "$@"
+    fi
+    cmake --build "$root/build/$preset" --parallel "$jobs" "$@" >&2
+}

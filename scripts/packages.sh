@@ -1,0 +1,35 @@
+# shellcheck shell=bash
+# Sourced, not run. Installs what the lists in scripts/packages/ name and the machine lacks.
+
+packages_dir="$(cd "$(dirname "${BASH_SOURCE[0]}")/packages" && pwd)"
+
+# install_packages LIST...: nothing but one dpkg-query when everything is there already.
+install_packages() {
+    local wanted installed missing=() package
+    wanted="$(for list in "$@"; do sed 's/#.*//' "$packages_dir/$list.txt"; done | tr -s ' \t' '\n' | sort -u)"
+    if ! command -v dpkg-query > /dev/null; then
+        echo "Not a Debian system; these packages or their like are needed:" >&2
+        echo "${wanted//$'\n'/ }" >&2
+        return 0
+    fi
+    # It fails when a package is unknown to it, which is one that is missing.
+    # shellcheck disable=SC2086
+    installed="$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' $wanted 2> /dev/null |
+        sed -n 's/^installed //p' | sort -u || true)"
+    for package in $wanted; do
+        grep -qxF -- "$package" <<< "$installed" || missing+=("$package")
+    done
+    if [[ ${#missing[@]} -eq 0 ]]; then
+        return 0
+    fi
+    echo "Installing ${#missing[@]} packages: ${missing[*]}" >&2
+    local as_root=()
+    if [[ "$(id -u)" -ne 0 ]]; then
+        as_root=(sudo)
+    fi
+    # A list that cannot be refreshed may still be good enough; the installation decides.
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get -q -o DPkg::Lock::Timeout=600 update >&2 || true
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get -q -y -o DPkg::Lock::Timeout=600 install --no-install-recommends "${missing[@]}" >&2
+}

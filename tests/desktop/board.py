@@ -1,0 +1,222 @@
+"""The board as the accessibility bus shows it. How the views name their parts stands here alone.
+
+A column is a list named by its goal's title, or UNSORTED; a window card is a list item in it whose
+name is "<owner>: <title>"."""
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+WINDOW = "Kelpa"
+UNSORTED = "Unsorted"
+NEW_GOAL = "New goal"
+CREATE = "Create"
+GOAL_ACTIONS = "More goal actions"
+DELETE_GOAL = "Delete goal"
+# Lists of the screen that hold no goal's windows.
+NOT_GOALS = ("All todos", "Goals")
+_SEPARATOR = ": "
+_CARD_ROLES = (Atspi.Role.LIST_ITEM,)
+_COLUMN_ROLES = (Atspi.Role.LIST,)
+BUTTON_ROLES = (Atspi.Role.PUSH_BUTTON, Atspi.Role.TOGGLE_BUTTON)
+_MENU_ITEM_ROLES = (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.RADIO_MENU_ITEM)
+_FIELD_ROLES = (Atspi.Role.ENTRY, Atspi.Role.TEXT, Atspi.Role.PARAGRAPH)
+
+
+class Gone(Exception):
+    """The part, or the whole program, went away while it was being looked at."""
+
+
+def connect():
+    """To be called once the desktop's environment stands."""
+    Atspi.init()
+    # A program that is being killed or is starting must not hold the test up.
+    Atspi.set_timeout(5000, 10000)
+
+
+class Node:
+    """One accessible part, with its descendants fetched when they are asked for."""
+
+    def __init__(self, accessible):
+        self._accessible = accessible
+
+    def _ask(self, question):
+        try:
+            return question(self._accessible)
+        except GLib.Error as error:
+            raise Gone(str(error)) from error
+
+    @property
+    def name(self):
+        return self._ask(Atspi.Accessible.get_name) or ""
+
+    @property
+    def role(self):
+        return self._ask(Atspi.Accessible.get_role)
+
+    def has_state(self, state):
+        return self._ask(lambda part: part.get_state_set().contains(state))
+
+    def children(self):
+        count = self._ask(Atspi.Accessible.get_child_count)
+        found = (self._ask(lambda part, at=at: part.get_child_at_index(at)) for at in range(count))
+        return [Node(child) for child in found if child is not None]
+
+    def walk(self, depth=0):
+        """Itself and everything below it, with the depth of each."""
+        yield self, depth
+        try:
+            children = self.children()
+        except Gone:
+            return
+        for child in children:
+            yield from child.walk(depth + 1)
+
+    def find(self, roles, accepts):
+        """Everything below with one of `roles` whose name `accepts` takes."""
+        found = []
+        for node, _ in self.walk():
+            try:
+                if node.role in roles and accepts(node.name):
+                    found.append(node)
+            except Gone:
+                continue
+        return found
+
+    def frame(self):
+        """x, y, width and height on the screen."""
+        rect = self._ask(lambda part: part.get_extents(Atspi.CoordType.SCREEN))
+        return rect.x, rect.y, rect.width, rect.height
+
+    def centre(self):
+        x, y, width, height = self.frame()
+        return x + width // 2, y + height // 2
+
+    def press(self):
+        """Carries out the part's press action."""
+        def act(part):
+            actions = [part.get_action_name(at).lower() for at in range(part.get_n_actions())]
+            for wanted in ("press", "click", "activate", "toggle"):
+                if wanted in actions:
+                    return part.do_action(actions.index(wanted))
+            raise AssertionError(f"{part.get_name()!r} cannot be pressed, only {actions}")
+
+        return self._ask(act)
+
+    def outline(self):
+        """The tree below as text, for a report."""
+        lines = []
+        for node, depth in self.walk():
+            try:
+                role = node._ask(Atspi.Accessible.get_role_name)
+                lines.append(f"{'  ' * depth}{role}: {node.name[:120]!r} {node.frame()}")
+            except Gone:
+                lines.append(f"{'  ' * depth}(gone)")
+        return "\n".join(lines)
+
+
+class Column:
+    def __init__(self, node):
+        self.node = node
+        self.title = node.name
+        self.cards = [Card(found) for found in node.find(_CARD_ROLES, lambda name: _SEPARATOR in name)]
+
+    def card(self, title):
+        """The card of the window titled `title`, or None."""
+        return next((card for card in self.cards if card.title == title), None)
+
+
+class Card:
+    def __init__(self, node):
+        self.node = node
+        self.owner, _, self.title = node.name.partition(_SEPARATOR)
+
+    def __repr__(self):
+        return f"{self.owner}: {self.title[:80]!r}"
+
+
+class Board:
+    """The running program of process `pid`."""
+
+    def __init__(self, pid):
+        self._pid = pid
+
+    def _root(self):
+        desktop = Atspi.get_desktop(0)
+        # The cache is kept current by events, which nobody here listens for.
+        desktop.clear_cache()
+        try:
+            for at in range(desktop.get_child_count()):
+                application = desktop.get_child_at_index(at)
+                if application is not None and application.get_process_id() == self._pid:
+                    application.set_cache_mask(Atspi.Cache.NONE)
+                    application.clear_cache()
+                    return Node(application)
+        except GLib.Error as error:
+            raise Gone(str(error)) from error
+        raise Gone(f"process {self._pid} is not on the accessibility bus")
+
+    def columns(self):
+        """The columns by title; an empty map while the program cannot be asked."""
+        try:
+            found = self._root().find(_COLUMN_ROLES, bool)
+            return {column.title: column for column in map(Column, found)}
+        except Gone:
+            return {}
+
+    def goal_titles(self, columns=None):
+        """Titles of the goals' columns in the order of the board."""
+        columns = self.columns() if columns is None else columns
+        return [title for title in columns if title not in (UNSORTED, *NOT_GOALS)]
+
+    def cards(self):
+        """Every card's window title, with the title of the column that it is in."""
+        return {card.title: column.title for column in self.columns().values() for card in column.cards}
+
+    def card(self, column, title):
+        """The card of the window `title` in the column titled `column`, or None."""
+        found = self.columns().get(column)
+        return found.card(title) if found else None
+
+    def column(self, title):
+        return self.columns().get(title)
+
+    def button(self, name):
+        return self._first(BUTTON_ROLES, name)
+
+    def menu_item(self, name):
+        return self._first(_MENU_ITEM_ROLES, name)
+
+    def focused_field(self):
+        try:
+            fields = self._root().find(_FIELD_ROLES, lambda _: True)
+            return next((f for f in fields if f.has_state(Atspi.StateType.FOCUSED)
+                         and f.has_state(Atspi.StateType.EDITABLE)), None)
+        except Gone:
+            return None
+
+    def _first(self, roles, name):
+        try:
+            found = self._root().find(roles, lambda found: found == name)
+            return next((node for node in found if node.has_state(Atspi.StateType.SHOWING)), None)
+        except Gone:
+            return None
+
+    def outline(self):
+        try:
+            return self._root().outline()
+        except Gone as gone:
+            return str(gone)
+
+
+def outline_of_window():
+    """What the accessibility bus shows of the program with the window WINDOW, as text."""
+    desktop = Atspi.get_desktop(0)
+    for application in Node(desktop).children():
+        try:
+            if any(window.name == WINDOW for window in application.children()):
+                return application.outline()
+        except Gone:
+            continue
+    return f"no window {WINDOW!r} on the accessibility bus"

@@ -1,0 +1,267 @@
+"""A private desktop: an X server, a session bus, the accessibility bus, a window manager and real
+programs. One for each process, since the accessibility library looks for its bus only once."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+
+import processes
+from processes import wait_until
+
+# No service directories: a toolkit that looks for a portal is told at once that there is none,
+# and does not wait for one to start.
+_BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <keep_umask/>
+  <listen>unix:dir={directory}</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
+_ACCESSIBILITY_LAUNCHERS = (
+    "/usr/libexec/at-spi-bus-launcher",
+    "/usr/lib/at-spi2-core/at-spi-bus-launcher",
+)
+
+
+class Window:
+    """A client window as the window manager lists it."""
+
+    def __init__(self, number, title, pid):
+        self.number = number
+        self.title = title
+        self.pid = pid
+
+    def __repr__(self):
+        return f"Window(0x{self.number:x}, {self.title!r}, {self.pid})"
+
+
+class Desktop:
+    """`with Desktop(directory) as desktop:` — logs and pictures go to `directory`."""
+
+    def __init__(self, directory, size="1600x1000x24"):
+        self.directory = pathlib.Path(directory)
+        self._size = size
+        self._private = None
+        self._x = None
+        self._logs = 0
+        self.env = {}
+
+    def __enter__(self):
+        processes.adopt_orphans()
+        shutil.rmtree(self.directory, ignore_errors=True)
+        self.directory.mkdir(parents=True)
+        # Socket paths are short of room, so this is not below the build directory.
+        self._private = pathlib.Path(tempfile.mkdtemp(prefix="kelpa-desktop-"))
+        try:
+            self._start()
+        except BaseException:
+            self.__exit__(None, None, None)
+            raise
+        return self
+
+    def __exit__(self, *_exception):
+        if self._x is not None:
+            self._x.close()
+            self._x = None
+        processes.end_all()
+        shutil.rmtree(self._private, ignore_errors=True)
+
+    def _start(self):
+        home = self._private / "home"
+        for folder in (home, home / "config", home / "data", home / "cache", home / "run"):
+            folder.mkdir(mode=0o700)
+        self.env = {
+            "PATH": os.environ.get("PATH", "/usr/bin:/bin"),
+            "LANG": "C.UTF-8",
+            "HOME": str(home),
+            "XDG_CONFIG_HOME": str(home / "config"),
+            "XDG_DATA_HOME": str(home / "data"),
+            "XDG_CACHE_HOME": str(home / "cache"),
+            "XDG_RUNTIME_DIR": str(home / "run"),
+            "XDG_SESSION_TYPE": "x11",
+            "GSETTINGS_BACKEND": "memory",
+            "GTK_MODULES": "gail:atk-bridge",
+            "GTK_THEME": "Adwaita",
+            "GDK_BACKEND": "x11",
+            "QT_QPA_PLATFORM": "xcb",
+            "QT_ACCESSIBILITY": "1",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            "NO_AT_BRIDGE": "0",
+        }
+        for name, value in os.environ.items():
+            if name.startswith(("ASAN_", "UBSAN_", "TSAN_", "LSAN_", "QT_QUICK_", "LIBGL_")):
+                self.env[name] = value
+        self.env["DISPLAY"] = self._start_reporting(
+            ["Xvfb", "-displayfd", "{fd}", "-screen", "0", self._size, "-nolisten", "tcp", "-noreset"],
+            "the X server's display number",
+            ":{}",
+        )
+        config = self._private / "bus.conf"
+        config.write_text(_BUS_CONFIG.format(directory=self._private), encoding="utf-8")
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = self._start_reporting(
+            ["dbus-daemon", f"--config-file={config}", "--nofork", "--nopidfile", "--print-address={fd}"],
+            "the session bus's address",
+            "{}",
+        )
+        # Kept for the libraries that this process itself uses.
+        os.environ.update(self.env)
+        launcher = next(path for path in _ACCESSIBILITY_LAUNCHERS if os.path.exists(path))
+        self.start(launcher, "--launch-immediately")
+        wait_until("the accessibility bus is there", self._has_accessibility_bus)
+        import Xlib.display
+
+        self._x = Xlib.display.Display(self.env["DISPLAY"])
+        self.start("openbox", "--sm-disable")
+        wait_until("the window manager is there", self._window_manager)
+
+    def _start_reporting(self, argv, what, form):
+        reading, writing = os.pipe()
+        try:
+            argv = [word.replace("{fd}", str(writing)) for word in argv]
+            program = processes.start(argv, self.env, self._log(argv[0]), pass_fds=(writing,))
+        finally:
+            os.close(writing)
+        os.set_blocking(reading, False)
+        text = b""
+
+        def whole_line():
+            nonlocal text
+            try:
+                text += os.read(reading, 4096)
+            except BlockingIOError:
+                pass
+            if program.poll() is not None:
+                raise AssertionError(f"{argv[0]} ended at once, see {self.directory}")
+            return b"\n" in text
+
+        try:
+            wait_until(what, whole_line)
+        finally:
+            os.close(reading)
+        return form.format(text.decode().splitlines()[0])
+
+    def _has_accessibility_bus(self):
+        return (
+            subprocess.run(
+                ["dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
+                 "org.a11y.Bus.GetAddress"],
+                env=self.env, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                stderr=subprocess.DEVNULL, check=False, timeout=30,
+            ).returncode
+            == 0
+        )
+
+    def _log(self, program):
+        self._logs += 1
+        return self.directory / f"{self._logs:02}-{pathlib.Path(program).name}.log"
+
+    # Programs
+
+    def start(self, *argv, cwd=None, log=None):
+        """Starts a program of the desktop and returns it as a Popen."""
+        return processes.start(
+            list(map(str, argv)), self.env, log or self._log(argv[0]), cwd=cwd or self.env["HOME"]
+        )
+
+    def start_xterm(self, title, *command):
+        """An xterm with a fixed title; without a command it waits for input for ever."""
+        # A program that writes the title itself would change it.
+        resources = ("-xrm", "*allowTitleOps: false", "-geometry", "60x15")
+        return self.start("xterm", "-T", title, *resources, "-e", *(command or ("cat",)))
+
+    def run(self, *argv, check=True):
+        """Runs a short command on the desktop and returns what it printed."""
+        return subprocess.run(
+            list(map(str, argv)), env=self.env, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+            stderr=subprocess.STDOUT, check=check, timeout=120, text=True, errors="replace",
+        ).stdout
+
+    # The X server's view
+
+    @property
+    def x(self):
+        """The connection of this process to the X server."""
+        return self._x
+
+    def property(self, window, name):
+        """Value of a window's property; None when there is none or no such window."""
+        from Xlib import X, error
+
+        try:
+            found = window.get_full_property(self._x.intern_atom(name), X.AnyPropertyType)
+        except (error.BadWindow, error.BadAtom):
+            return None
+        return None if found is None else found.value
+
+    def _window_manager(self):
+        return self.property(self._x.screen().root, "_NET_SUPPORTING_WM_CHECK") is not None
+
+    def windows(self):
+        """Every window that the window manager lists, oldest first."""
+        numbers = self.property(self._x.screen().root, "_NET_CLIENT_LIST")
+        found = []
+        for number in [] if numbers is None else numbers:
+            window = self._x.create_resource_object("window", number)
+            title = self.property(window, "_NET_WM_NAME") or self.property(window, "WM_NAME") or b""
+            pid = self.property(window, "_NET_WM_PID")
+            if isinstance(title, bytes):
+                title = title.decode("utf-8", "replace")
+            found.append(Window(number, title, int(pid[0]) if pid else 0))
+        return found
+
+    def wait_for_window(self, title, seconds=30.0):
+        """The listed window whose title contains `title`."""
+
+        def look():
+            return next((window for window in self.windows() if title in window.title), None)
+
+        return wait_until(f"a window titled {title!r} is shown", look, seconds)
+
+    def active_window(self):
+        """X id of the active window, 0 for none."""
+        value = self.property(self._x.screen().root, "_NET_ACTIVE_WINDOW")
+        return int(value[0]) if value else 0
+
+    def close(self, window):
+        """Asks the window to close, as a click on its close button does."""
+        self.run("wmctrl", "-i", "-c", hex(window.number))
+
+    # Input
+
+    def click(self, x, y, button=1):
+        self.run("xdotool", "mousemove", x, y, "click", button)
+
+    def drag(self, start, end):
+        """Presses at `start`, moves in small steps to `end` and releases. The pauses are what a
+        hand takes; without them a toolkit sees one jump and starts no drag."""
+        (x0, y0), (x1, y1) = start, end
+        steps = ["mousemove", x0, y0, "sleep", "0.2", "mousedown", "1", "sleep", "0.2"]
+        for distance in (4, 8, 14, 22):
+            steps += ["mousemove", x0 + distance, y0 + distance // 2, "sleep", "0.05"]
+        for part in range(1, 11):
+            steps += ["mousemove", x0 + (x1 - x0) * part // 10, y0 + (y1 - y0) * part // 10,
+                      "sleep", "0.05"]
+        steps += ["mousemove", x1 + 1, y1 + 1, "sleep", "0.2", "mousemove", x1, y1, "sleep", "0.2",
+                  "mouseup", "1"]
+        self.run("xdotool", *steps)
+
+    def type(self, text):
+        self.run("xdotool", "type", "--delay", "15", "--", text)
+
+    def key(self, *names):
+        self.run("xdotool", "key", "--delay", "15", *names)
+
+    def screenshot(self, path):
+        """Writes a picture of the whole screen."""
+        self.run("import", "-window", "root", path)
+        return path

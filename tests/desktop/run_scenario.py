@@ -1,0 +1,40 @@
+"""run_scenario.py BINARY DIRECTORY MODULE FUNCTION: one scenario on a desktop of its own."""
+
+import importlib
+import sys
+import traceback
+
+import processes
+from harness import Desktop
+
+
+def main():
+    binary, directory, module, function = sys.argv[1:]
+    processes.exit_on_signals()
+    with Desktop(directory) as desktop:
+        import board
+
+        board.connect()
+        try:
+            getattr(importlib.import_module(module), function)(desktop, binary)
+        except Exception:
+            traceback.print_exc()
+            _report(desktop, board)
+            return 1
+    return 0
+
+
+def _report(desktop, board):
+    """Everything that helps to understand a failure, on the standard error stream."""
+    try:
+        print(f"picture: {desktop.screenshot(desktop.directory / 'failure.png')}", file=sys.stderr)
+        print("windows:", *desktop.windows(), sep="\n  ", file=sys.stderr)
+        for log in sorted(desktop.directory.glob("kelpa-*.log"))[-1:]:
+            print(f"{log}:\n{log.read_text(errors='replace')[-4000:]}", file=sys.stderr)
+        print(board.outline_of_window(), file=sys.stderr)
+    except Exception:
+        traceback.print_exc()
+
+
+if __name__ == "__main__":
+    sys.exit(main())

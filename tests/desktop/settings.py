@@ -1,0 +1,86 @@
+"""The file that Kelpa keeps its board in, read and written from outside."""
+
+import json
+import pathlib
+import shutil
+import sqlite3
+import tempfile
+import uuid
+
+# How the file is laid out. Text, whole numbers (for Booleans) and blobs (JSON) tell the kinds apart.
+_CREATE = "CREATE TABLE IF NOT EXISTS settings(key TEXT PRIMARY KEY NOT NULL, value)"
+_WRITE = "INSERT OR REPLACE INTO settings (key, value) VALUES (?, ?)"
+_READ = "SELECT key, value FROM settings"
+
+
+class StoredBoard:
+    """Goals by title, and how many windows are assigned to each."""
+
+    def __init__(self, values):
+        goals = json.loads(values.get("kelpa.goals") or b"[]")
+        assignments = json.loads(values.get("kelpa.windowAssignments") or b"{}")
+        self.goal_titles = [goal["title"] for goal in goals]
+        self.window_counts = {goal["title"]: 0 for goal in goals}
+        titles = {goal["id"]: goal["title"] for goal in goals}
+        for goal_id in assignments.values():
+            if goal_id in titles:
+                self.window_counts[titles[goal_id]] += 1
+
+    def __repr__(self):
+        return f"{self.goal_titles} with {self.window_counts}"
+
+
+def read(path):
+    """The keys and values of a file that no program has open, from a copy of it: what a reader
+    recovers must not help the program that opens it next."""
+    path = pathlib.Path(path)
+    with tempfile.TemporaryDirectory() as folder:
+        for companion in (path, path.with_name(path.name + "-wal")):
+            if companion.exists():
+                shutil.copy(companion, folder)
+        connection = sqlite3.connect(pathlib.Path(folder) / path.name)
+        try:
+            if connection.execute("PRAGMA integrity_check").fetchone() != ("ok",):
+                raise AssertionError(f"{path} is damaged")
+            return dict(connection.execute(_READ))
+        finally:
+            connection.close()
+
+
+def read_live(path):
+    """The keys and values of a file that a program has open."""
+    connection = sqlite3.connect(f"file:{path}?mode=ro", uri=True, timeout=30)
+    try:
+        return dict(connection.execute(_READ))
+    finally:
+        connection.close()
+
+
+def write(path, language="en", goals=()):
+    """A new file with a language and `goals`, pairs of a title and its open todos' titles."""
+    path = pathlib.Path(path)
+    path.parent.mkdir(parents=True, exist_ok=True)
+    accents = ("blue", "green", "orange", "purple", "pink")
+    order = 0
+    records = []
+    for index, (title, todos) in enumerate(goals):
+        items = []
+        for todo in todos:
+            items.append({"id": _identifier(), "title": todo, "status": "todo", "order": order})
+            order += 1
+        records.append({"id": _identifier(), "title": title, "accent": accents[index % len(accents)],
+                        "priority": "p2", "todos": items})
+    connection = sqlite3.connect(path)
+    try:
+        with connection:
+            connection.execute(_CREATE)
+            connection.execute(_WRITE, ("kelpa.language", language))
+            if records:
+                blob = json.dumps(records, ensure_ascii=False).encode()
+                connection.execute(_WRITE, ("kelpa.goals", sqlite3.Binary(blob)))
+    finally:
+        connection.close()
+
+
+def _identifier():
+    return str(uuid.uuid4()).upper()
