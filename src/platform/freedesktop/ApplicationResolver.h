@@ -1,0 +1,46 @@
+// Which installed application a window belongs to.
+#pragma once
+
+#include "model/Identifiers.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace kelpa {
+
+/// What a window says of its application. An empty text or a process of 0 is a clue that is not
+/// there; any of them may be wrong or hostile.
+struct ApplicationClues
+{
+    /// `_GTK_APPLICATION_ID`
+    QString gtkApplicationID;
+    /// `_KDE_NET_WM_DESKTOP_FILE`: an id with or without ".desktop", or a path.
+    QString kdeDesktopFile;
+    /// The two parts of `WM_CLASS`.
+    QString wmClassInstance;
+    QString wmClassName;
+    ProcessID process = 0;
+};
+
+struct ResolvedApplication
+{
+    /// The desktop-entry id without its suffix, as in "org.gnome.gedit"; absent when no installed
+    /// entry is the application's.
+    std::optional<QString> desktopEntryID;
+    /// The entry's name in the language of the process; empty without an entry.
+    QString name;
+
+    friend bool operator==(const ResolvedApplication&, const ResolvedApplication&) = default;
+};
+
+class ApplicationResolver
+{
+public:
+    virtual ~ApplicationResolver() = default;
+
+    /// Any thread but the main one: it may read the installed entries from the disk.
+    virtual ResolvedApplication resolve(const ApplicationClues& clues) = 0;
+};
+
+} // namespace kelpa

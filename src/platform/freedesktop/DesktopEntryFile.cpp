@@ -1,0 +1,102 @@
+#include "platform/freedesktop/DesktopEntryFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <gio/gdesktopappinfo.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace kelpa {
+
+namespace {
+
+constexpr qint64 maximalFileSize = 1 << 20;
+
+struct Unref
+{
+    void operator()(GDesktopAppInfo* info) const { g_object_unref(info); }
+};
+
+struct Free
+{
+    void operator()(char* text) const { g_free(text); }
+};
+
+QString text(GDesktopAppInfo* info, const char* key)
+{
+    const std::unique_ptr<char, Free> value(g_desktop_app_info_get_string(info, key));
+    return QString::fromUtf8(value.get()).trimmed();
+}
+
+/// The program's file name, when the command is that program with nothing but options and field
+/// codes: "python3 tool.py" would claim every Python program, "env" and "flatpak run" others.
+QString programOf(GDesktopAppInfo* info)
+{
+    if (g_desktop_app_info_get_boolean(info, "Terminal") != FALSE) {
+        // Its window belongs to a terminal's process.
+        return {};
+    }
+    const QStringList command =
+        QProcess::splitCommand(QString::fromUtf8(g_app_info_get_commandline(G_APP_INFO(info))));
+    const auto isPlain = [](const QString& argument) {
+        return argument.startsWith(u'-') || argument.startsWith(u'%');
+    };
+    if (command.isEmpty() || !std::all_of(command.begin() + 1, command.end(), isPlain)) {
+        return {};
+    }
+    return QFileInfo(command.front()).fileName();
+}
+
+} // namespace
+
+std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString& id)
+{
+    const QFileInfo file(path);
+    if (!file.isFile() || file.size() > maximalFileSize) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<GDesktopAppInfo, Unref> info(
+        g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData()));
+    if (!info) {
+        return std::nullopt;
+    }
+    DesktopEntry entry;
+    entry.id = id;
+    entry.name = QString::fromUtf8(g_app_info_get_name(G_APP_INFO(info.get()))).trimmed();
+    entry.startupWmClass =
+        QString::fromUtf8(g_desktop_app_info_get_startup_wm_class(info.get())).trimmed();
+    entry.icon = text(info.get(), "Icon");
+    entry.program = programOf(info.get());
+    entry.isHiddenFromMenus = g_desktop_app_info_get_nodisplay(info.get()) != FALSE;
+    entry.isDeleted = g_desktop_app_info_get_is_hidden(info.get()) != FALSE;
+    return entry;
+}
+
+std::vector<QString> applicationDataDirectories()
+{
+    QString own = qEnvironmentVariable("XDG_DATA_HOME");
+    if (!QDir::isAbsolutePath(own)) {
+        own = QDir::homePath() + QStringLiteral("/.local/share");
+    }
+    QString shared = qEnvironmentVariable("XDG_DATA_DIRS");
+    if (shared.isEmpty()) {
+        shared = QStringLiteral("/usr/local/share:/usr/share");
+    }
+    std::vector<QString> directories{QDir::cleanPath(own)};
+    for (const QString& directory : shared.split(u':', Qt::SkipEmptyParts)) {
+        const QString clean = QDir::cleanPath(directory);
+        const bool isKnown =
+            std::find(directories.begin(), directories.end(), clean) != directories.end();
+        // The convention says that a relative path is to be ignored.
+        if (QDir::isAbsolutePath(clean) && !isKnown) {
+            directories.push_back(clean);
+        }
+    }
+    return directories;
+}
+
+} // namespace kelpa

@@ -1,0 +1,37 @@
+// One desktop entry as it stands on the disk.
+#pragma once
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace kelpa {
+
+struct DesktopEntry
+{
+    /// Without ".desktop".
+    QString id;
+    /// In the language of the process.
+    QString name;
+    QString startupWmClass;
+    /// A name in the icon theme, or an absolute path.
+    QString icon;
+    /// File name of the program that windows of this application run as; empty when the command
+    /// does not tell, as with an interpreter that is given a script.
+    QString program;
+    /// Not meant to be offered for launching.
+    bool isHiddenFromMenus = false;
+    /// Declared deleted: it counts as absent and so does every later entry of the same id.
+    bool isDeleted = false;
+};
+
+/// None when the file is not a usable entry of an application: not a regular file, larger than
+/// 1 MiB, not the format, or its program is not installed. Any thread; reads the disk.
+std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString& id);
+
+/// The directories that hold applications/, icons/ and pixmaps/, the person's own first, as the
+/// environment names them. Any thread.
+std::vector<QString> applicationDataDirectories();
+
+} // namespace kelpa
