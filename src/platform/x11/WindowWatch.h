@@ -1,0 +1,80 @@
+// Hears of changes to windows from the server, on the main thread and without ever waiting for it.
+#pragma once
+
+#include "platform/Scheduler.h"
+#include "platform/WindowServer.h"
+#include "platform/x11/DesktopTrust.h"
+#include "platform/x11/DisplayLink.h"
+
+#include <QSocketNotifier>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace kelpa::x11 {
+
+/// Main thread. Its connection is made in the background, and made anew some time after it was
+/// lost; `changed` is called whenever it stands, since changes before that went unheard.
+class WindowWatch : public Subscription
+{
+public:
+    WindowWatch(Scheduler& scheduler, QByteArray display, std::shared_ptr<DesktopTrust> trust,
+                std::function<void()> changed);
+    ~WindowWatch() override;
+
+private:
+    using PropertyHandler = void (WindowWatch::*)(const std::vector<std::uint32_t>& windows);
+
+    /// A property that was asked for and is read once it has come.
+    struct Awaited
+    {
+        unsigned int sequence = 0;
+        PropertyHandler handler = nullptr;
+    };
+
+    void connect();
+    void connected(std::unique_ptr<DisplayLink> link);
+    void lost();
+    void process();
+    bool pollReplies();
+    void handle(const xcb_generic_event_t& event);
+    void handleProperty(const xcb_property_notify_event_t& event);
+    void handleFailure(const xcb_generic_error_t& error);
+    void windowEnded(xcb_window_t window);
+
+    void ask(xcb_window_t window, Atom property, std::uint32_t length, PropertyHandler handler);
+    void askForClients();
+    void askForManager();
+    void clientsRead(const std::vector<std::uint32_t>& windows);
+    void managerRead(const std::vector<std::uint32_t>& windows);
+    void managerConfirmed(const std::vector<std::uint32_t>& windows);
+    void setHasManager(bool hasManager);
+    void select(xcb_window_t window, std::uint32_t mask);
+
+    void noteChange();
+    void noteMove();
+    void announce();
+
+    Scheduler& m_scheduler;
+    const QByteArray m_display;
+    const std::shared_ptr<DesktopTrust> m_trust;
+    const std::function<void()> m_changed;
+
+    std::unique_ptr<DisplayLink> m_link;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::vector<Awaited> m_awaited;
+    std::set<xcb_window_t> m_watched;
+    xcb_window_t m_manager = XCB_WINDOW_NONE;
+    bool m_isAskingForClients = false;
+    bool m_mustAskForClients = false;
+    bool m_owesNotice = false;
+
+    TaskHandle m_connecting;
+    TaskHandle m_change;
+    TaskHandle m_move;
+};
+
+} // namespace kelpa::x11

@@ -1,0 +1,186 @@
+#include "platform/x11/X11WindowServer.h"
+
+#include "platform/x11/DisplayLink.h"
+#include "platform/x11/SnapshotSource.h"
+#include "platform/x11/WindowWatch.h"
+#include "platform/x11/XcbReply.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kelpa::x11 {
+
+X11WindowServer::X11WindowServer(const X11WindowServerNeeds& needs)
+    : m_needs(needs), m_numbers(needs.reservation, needs.numberFloor)
+{}
+
+X11WindowServer::~X11WindowServer() = default;
+
+bool X11WindowServer::isScreenCaptureTrusted() const
+{
+    return m_trust->hasWindowManager && m_trust->hasComposite;
+}
+
+std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()> changed)
+{
+    return std::make_unique<WindowWatch>(m_needs.scheduler, m_needs.display, m_trust,
+                                         std::move(changed));
+}
+
+std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()
+{
+    const std::scoped_lock lock(m_lookMutex);
+    const BrokenPipeGuard guard;
+    if (!connect()) {
+        return absent();
+    }
+    RootReading root = readRoot(*m_link);
+    forgetEnded();
+    updateNumbersRole(root);
+    ClientsReading clients = readClients(
+        *m_link, root, [this](xcb_window_t window) { return m_numbers.isKnown(window); });
+    if (m_link->connection().isBroken() || !clients.hasWindowManager || !root.clients) {
+        return absent();
+    }
+    m_trust->hasComposite = m_link->hasComposite();
+    m_trust->hasWindowManager = true;
+    const std::vector<ClientWindow> windows = numbered(std::move(clients), root);
+    publishWindows(windows);
+    return std::make_unique<SnapshotSource>(windows, root.context, m_needs.resolver,
+                                            m_needs.documents);
+}
+
+void X11WindowServer::refreshTrust()
+{
+    const std::scoped_lock lock(m_lookMutex);
+    const BrokenPipeGuard guard;
+    if (!connect()) {
+        absent();
+        return;
+    }
+    RootReading root = readRoot(*m_link);
+    root.clients.reset();
+    const ClientsReading clients = readClients(*m_link, root, [](xcb_window_t) { return true; });
+    m_trust->hasComposite = m_link->hasComposite();
+    m_trust->hasWindowManager = clients.hasWindowManager;
+}
+
+std::optional<std::uint32_t> X11WindowServer::clientWindow(WindowID number) const
+{
+    const std::scoped_lock lock(m_windowsMutex);
+    const auto it = m_windows.find(number);
+    return it == m_windows.end() ? std::nullopt : std::optional(it->second);
+}
+
+XcbTraffic X11WindowServer::traffic() const
+{
+    const std::scoped_lock lock(m_lookMutex);
+    return m_link ? m_link->connection().traffic() : XcbTraffic{};
+}
+
+bool X11WindowServer::connect()
+{
+    if (m_link && !m_link->connection().isBroken()) {
+        return true;
+    }
+    m_numbers.connectionLost();
+    m_isWritingNumbers = false;
+    m_link = DisplayLink::open(m_needs.display);
+    return m_link != nullptr;
+}
+
+void X11WindowServer::updateNumbersRole(RootReading& root)
+{
+    if (root.numbersOwner == XCB_WINDOW_NONE && m_link->acquireNumbers()) {
+        root.numbersOwner = m_link->ownWindow();
+    }
+    const bool isOwner = root.numbersOwner == m_link->ownWindow();
+    if (isOwner && !m_isWritingNumbers) {
+        m_numbers.beginWriting(root.numberCounter);
+    } else if (!isOwner && m_isWritingNumbers) {
+        m_numbers.beginReading();
+    }
+    m_isWritingNumbers = isOwner;
+}
+
+std::vector<ClientWindow> X11WindowServer::numbered(ClientsReading clients, const RootReading& root)
+{
+    // What ended while it was read may have been read in parts from two windows.
+    const std::vector<std::uint32_t> ended = forgetEnded();
+    std::erase_if(clients.clients, [&](const ClientReading& reading) {
+        return std::find(ended.begin(), ended.end(), reading.client.window) != ended.end();
+    });
+    std::vector<WindowNumbers::Sighting> sightings;
+    sightings.reserve(clients.clients.size());
+    for (const ClientReading& reading : clients.clients) {
+        sightings.push_back(reading.sighting);
+    }
+    const WindowNumbers::Numbering numbering = m_numbers.number(sightings, root.numberCounter);
+    write(numbering);
+
+    std::vector<ClientWindow> windows;
+    windows.reserve(clients.clients.size());
+    for (std::size_t index = 0; index < clients.clients.size(); ++index) {
+        ClientWindow& client = clients.clients.at(index).client;
+        client.number = numbering.numbers.at(index);
+        windows.push_back(std::move(client));
+    }
+    return windows;
+}
+
+void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
+{
+    if (!numbering.counter && numbering.tags.empty()) {
+        return;
+    }
+    // The counter goes first: whoever sees a tag finds it covered. Nothing is awaited. A window
+    // that is gone by now leaves an error that no one reads, and its number is never given again.
+    XcbConnection& connection = m_link->connection();
+    const AtomTable& atoms = m_link->atoms();
+    const auto change = [&](xcb_window_t window, Atom property, WindowID value) {
+        xcb_change_property(connection.raw(), XCB_PROP_MODE_REPLACE, window, atoms[property],
+                            XCB_ATOM_CARDINAL, 32, 1, &value);
+    };
+    if (numbering.counter) {
+        change(connection.root(), Atom::kelpaNumberCounter, *numbering.counter);
+    }
+    for (const WindowNumbers::Tag& tag : numbering.tags) {
+        change(tag.window, Atom::kelpaWindowNumber, tag.number);
+    }
+    connection.flush();
+}
+
+std::vector<std::uint32_t> X11WindowServer::forgetEnded()
+{
+    std::vector<std::uint32_t> ended;
+    while (const XcbEvent event = m_link->connection().queuedEvent()) {
+        if ((event->response_type & 0x7FU) == XCB_DESTROY_NOTIFY) {
+            const void* bytes = event.get();
+            const auto* destroyed = static_cast<const xcb_destroy_notify_event_t*>(bytes);
+            m_numbers.windowDestroyed(destroyed->window);
+            ended.push_back(destroyed->window);
+        }
+    }
+    return ended;
+}
+
+void X11WindowServer::publishWindows(const std::vector<ClientWindow>& clients)
+{
+    std::map<WindowID, std::uint32_t> windows;
+    for (const ClientWindow& client : clients) {
+        if (client.number) {
+            windows[*client.number] = client.window;
+        }
+    }
+    const std::scoped_lock lock(m_windowsMutex);
+    m_windows = std::move(windows);
+}
+
+std::unique_ptr<DiscoverySource> X11WindowServer::absent()
+{
+    m_trust->hasWindowManager = false;
+    publishWindows({});
+    return std::make_unique<SnapshotSource>();
+}
+
+} // namespace kelpa::x11

@@ -1,0 +1,93 @@
+// The windows of an X display, as its window manager keeps them.
+#pragma once
+
+#include "platform/Scheduler.h"
+#include "platform/WindowServer.h"
+#include "platform/x11/ApplicationResolver.h"
+#include "platform/x11/DesktopReader.h"
+#include "platform/x11/DesktopTrust.h"
+#include "platform/x11/DocumentSource.h"
+#include "platform/x11/WindowNumbers.h"
+#include "platform/x11/XcbConnection.h"
+
+#include <QByteArray>
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace kelpa::x11 {
+
+class DisplayLink;
+
+/// References to objects that outlive the window server.
+struct X11WindowServerNeeds
+{
+    /// As in the DISPLAY variable; empty means that variable.
+    QByteArray display;
+    ApplicationResolver& resolver;
+    /// Null when no documents can be had.
+    DocumentSource* documents = nullptr;
+    NumberReservation& reservation;
+    /// What `reservation` last took, 0 at first.
+    WindowID numberFloor = 0;
+    Scheduler& scheduler;
+};
+
+/// Looks at the desktop through a connection of its own, which is made on the first look and made
+/// anew when it was lost. A look costs two round trips, one more when no program gives window
+/// numbers yet. While it looks regularly it hears of the end of every window it has seen, so that a
+/// number never passes on with a reused id.
+class X11WindowServer : public WindowServer
+{
+public:
+    explicit X11WindowServer(const X11WindowServerNeeds& needs);
+    ~X11WindowServer() override;
+
+    /// True when an EWMH window manager runs and the server has Composite.
+    bool isScreenCaptureTrusted() const override;
+    std::unique_ptr<DiscoverySource> openDiscoverySource() override;
+    /// The watch also keeps the trust up to date, so that it returns with a window manager.
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchWindows(std::function<void()> changed) override;
+
+    /// Looks anew whether a window manager runs, without reading windows. Any thread but the main
+    /// one: it waits for the server.
+    void refreshTrust();
+    /// Outlives this object where it is kept.
+    std::shared_ptr<const DesktopTrust> trust() const { return m_trust; }
+
+    /// The server's id of a window, as of the last look; absent when it is not among its windows.
+    /// The id may have been reused since: compare the tag before acting on it. Any thread, returns
+    /// at once.
+    std::optional<std::uint32_t> clientWindow(WindowID number) const;
+
+    /// What the present connection has cost so far. Any thread; waits for a look in progress.
+    XcbTraffic traffic() const;
+
+private:
+    bool connect();
+    void updateNumbersRole(RootReading& root);
+    std::vector<ClientWindow> numbered(ClientsReading clients, const RootReading& root);
+    void write(const WindowNumbers::Numbering& numbering);
+    /// The ids of the windows of which the server has said that they ended.
+    std::vector<std::uint32_t> forgetEnded();
+    void publishWindows(const std::vector<ClientWindow>& clients);
+    std::unique_ptr<DiscoverySource> absent();
+
+    const X11WindowServerNeeds m_needs;
+    const std::shared_ptr<DesktopTrust> m_trust = std::make_shared<DesktopTrust>();
+
+    /// Guards what follows it: one look at a time.
+    mutable std::mutex m_lookMutex;
+    std::unique_ptr<DisplayLink> m_link;
+    WindowNumbers m_numbers;
+    bool m_isWritingNumbers = false;
+
+    mutable std::mutex m_windowsMutex;
+    std::map<WindowID, std::uint32_t> m_windows;
+};
+
+} // namespace kelpa::x11

@@ -1,0 +1,96 @@
+// A request and its reply as one value: sent when constructed, fetched on first use. Many of them
+// constructed before the first is read make one round trip.
+#pragma once
+
+#include "platform/x11/Property.h"
+#include "platform/x11/XcbConnection.h"
+
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace kelpa::x11 {
+
+/// Why there is no reply.
+struct XcbFailure
+{
+    /// The protocol's error code, for example XCB_WINDOW when the window is gone; 0 when the
+    /// connection was lost.
+    std::uint8_t code = 0;
+};
+
+template <class Function>
+struct FunctionResult;
+
+template <class Result, class... Arguments>
+struct FunctionResult<Result (*)(Arguments...)>
+{
+    using Type = Result;
+};
+
+/// Move-only; must not outlive its connection. Not fetched, its reply is discarded.
+template <auto Request, auto Fetch>
+class XcbReply
+{
+    using Cookie = typename FunctionResult<decltype(Request)>::Type;
+    using Value = std::remove_pointer_t<typename FunctionResult<decltype(Fetch)>::Type>;
+
+public:
+    template <class... Arguments>
+    explicit XcbReply(XcbConnection& connection, Arguments... arguments)
+        : m_connection(&connection), m_cookie(Request(connection.raw(), arguments...))
+    {
+        connection.noteSent(m_cookie.sequence);
+    }
+
+    XcbReply(XcbReply&& other) noexcept
+        : m_connection(std::exchange(other.m_connection, nullptr)), m_cookie(other.m_cookie),
+          m_value(std::move(other.m_value)), m_failure(other.m_failure)
+    {}
+    XcbReply& operator=(XcbReply&&) = delete;
+
+    ~XcbReply()
+    {
+        if (m_connection) {
+            xcb_discard_reply(m_connection->raw(), m_cookie.sequence);
+        }
+    }
+
+    /// Waits for the reply the first time; null when the request failed. Owned by this object.
+    const Value* get()
+    {
+        if (m_connection) {
+            XcbConnection& connection = *std::exchange(m_connection, nullptr);
+            connection.noteAwaited(m_cookie.sequence);
+            xcb_generic_error_t* error = nullptr;
+            m_value.reset(Fetch(connection.raw(), m_cookie, &error));
+            if (!m_value) {
+                m_failure = XcbFailure{error ? error->error_code : std::uint8_t{0}};
+            }
+            std::free(error);
+        }
+        return m_value.get();
+    }
+
+    /// Why `get` gave nothing; absent when it gave something or was not called yet.
+    const std::optional<XcbFailure>& failure() const { return m_failure; }
+
+private:
+    XcbConnection* m_connection;
+    Cookie m_cookie;
+    std::unique_ptr<Value, XcbFree> m_value;
+    std::optional<XcbFailure> m_failure;
+};
+
+using AttributesReply = XcbReply<xcb_get_window_attributes, xcb_get_window_attributes_reply>;
+using GeometryReply = XcbReply<xcb_get_geometry, xcb_get_geometry_reply>;
+using TranslationReply = XcbReply<xcb_translate_coordinates, xcb_translate_coordinates_reply>;
+using PropertyReply = XcbReply<xcb_get_property, xcb_get_property_reply>;
+using SelectionOwnerReply = XcbReply<xcb_get_selection_owner, xcb_get_selection_owner_reply>;
+/// The reply as plain data that refers to it; a property without type when there is none.
+Property propertyOf(const xcb_get_property_reply_t* reply);
+
+using AtomReply = XcbReply<xcb_intern_atom, xcb_intern_atom_reply>;
+using ExtensionReply = XcbReply<xcb_query_extension, xcb_query_extension_reply>;
+
+} // namespace kelpa::x11
