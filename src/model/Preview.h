@@ -24,4 +24,10 @@ struct Preview
 
 using Previews = QHash<WindowID, Preview>;
 
+/// The result of one capture, handed to the store on the main thread: at most one picture.
+struct PreviewCaptureBatch
+{
+    Previews images;
+};
+
 } // namespace kelpa

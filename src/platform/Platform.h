@@ -7,6 +7,7 @@ class Accessibility;
 class Applications;
 class Pasteboard;
 class WindowServer;
+class Workspace;
 
 /// References to objects that outlive their user.
 struct Platform
@@ -15,6 +16,7 @@ struct Platform
     Accessibility& accessibility;
     Applications& applications;
     Pasteboard& pasteboard;
+    Workspace& workspace;
 };
 
 } // namespace kelpa

@@ -3,8 +3,14 @@
 
 #include "platform/DiscoverySource.h"
 
+#include <QImage>
+#include <QSize>
+
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <stop_token>
 
 namespace kelpa {
 
@@ -18,6 +24,18 @@ public:
     virtual ~Subscription() = default;
 };
 
+/// The picture of one window at its own bounds, without a shadow.
+struct WindowCapture
+{
+    /// Already brought down to the size that was asked for.
+    QImage image;
+    /// The size of the window itself, in pixels of the screen.
+    QSize pixelSize;
+};
+
+/// Whether a picture is wanted that shows the same as the last one given of that window.
+enum class CaptureNeed : std::uint8_t { always, ifChanged };
+
 class WindowServer
 {
 public:
@@ -27,10 +45,23 @@ public:
     /// Main thread; returns at once.
     virtual bool isScreenCaptureTrusted() const = 0;
 
+    /// Asks the desktop to let this program read other windows, where one can ask; the answer that
+    /// `isScreenCaptureTrusted` gives then. Main thread; returns at once.
+    virtual bool requestScreenCapture() = 0;
+
     /// Takes one look at the desktop. Any thread, one at a time; may take as long as the window
     /// server does, so the main thread leaves it to the scheduler. Never absent: a server that does
     /// not answer gives a source whose lists are absent.
     virtual std::unique_ptr<DiscoverySource> openDiscoverySource() = 0;
+
+    /// The window as it looks now, at most `longestSide` pixels wide and high (smaller windows are
+    /// not enlarged), also when others cover it. None when there is no picture to be had, when the
+    /// window is gone, when `stop` was requested, or when it shows what it showed last time and
+    /// `need` says that this is not wanted. Any thread but the main one; may take as long as the
+    /// window server does.
+    virtual std::optional<WindowCapture> captureWindow(WindowID window, int longestSide,
+                                                       CaptureNeed need,
+                                                       const std::stop_token& stop) = 0;
 
     /// Calls `changed` on the main thread soon after windows were opened, closed, renamed,
     /// (un)minimised or restacked; several changes may come as one call. Absent when the platform

@@ -7,10 +7,12 @@
 #include "model/Preview.h"
 #include "model/WindowItem.h"
 #include "navigation/BoardNavigationState.h"
+#include "platform/Applications.h"
 #include "platform/Platform.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "platform/WindowServer.h"
+#include "store/TaskGroup.h"
 #include "text/AppLanguage.h"
 #include "windows/WindowDiscovery.h"
 #include "windows/WindowSearch.h"
@@ -119,12 +121,37 @@ public:
     void startObserving();
     void stopObserving();
 
+    // Acting on windows. What cannot be done is left undone without a word.
+
+    /// Selects the window on the board and brings it to the front.
+    void focus(const WindowItem& window);
+    /// Brings all windows of the goal to the front, the last one foremost.
+    void showAllWindows(GoalID goalID);
+    /// Asks the application that owns the window to quit.
+    void closeProcess(const WindowItem& window);
+    /// Opens a new window and assigns it to the goal when it appears.
+    void createTerminal(GoalID goalID);
+    void createChrome(GoalID goalID);
+
+    // Previews and permissions.
+
+    /// Renews the preview of the window whose turn it is.
+    void refreshPreviews(Date now);
+    /// The board moves: previews pause, so that it moves smoothly.
+    void noteScrollActivity(Date now);
+    /// What a card shows instead of a preview; none when there is one.
+    std::optional<QString> previewMessage(const WindowItem& window) const;
+    /// Asks the desktop for what is missing, and opens its settings where that is granted.
+    void requestPermissions();
+
     // The keyboard selection.
 
     void moveTargetSelection(NavigationDirection direction);
     void moveWindowSelection(NavigationDirection direction);
     enum class EnterWindowLayer : std::uint8_t { no, yes };
     void activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer);
+    /// Into the selected target, or to the selected window itself.
+    void activateSelection();
     void returnToTargetSelection();
     void clearTargetSelection();
     /// The number of columns in which the board lays out its targets, at least 1.
@@ -218,6 +245,21 @@ private:
     void finishWindowRefresh(const WindowDiscoveryBatch& batch);
     void noteWindowsChangedOnDesktop();
 
+    struct AwaitedWindow
+    {
+        QString bundleIdentifier;
+        GoalID goalID;
+        /// The windows that were there before the launch.
+        QSet<WindowID> before;
+        int pollsLeft = 0;
+    };
+
+    void bringForwardInTurn(const QList<WindowItem>& windows);
+    void bringNextForward();
+    void createWindow(LaunchableApplication application, GoalID goalID);
+    void awaitNewWindow(const AwaitedWindow& awaited);
+    bool isPreviewRefreshSuspended(Date now) const;
+
     void publishNavigation(const BoardNavigationState& state);
     void reconcileNavigationWithWindows();
     void reconcileSelectionWithVisibleGoals();
@@ -245,10 +287,20 @@ private:
     Assignments m_assignments;
     int m_targetGridColumnCount = 1;
 
+    qsizetype m_previewCaptureCursor = 0;
+    Date m_previewRefreshSuspendedUntil = Date::distantPast();
+
     TaskHandle m_refreshTimer;
+    TaskHandle m_previewTimer;
     TaskHandle m_windowRefreshTask;
+    /// The capture in flight.
+    TaskHandle m_previewTask;
+    TaskHandle m_bringForwardTask;
+    QList<QList<WindowItem>> m_windowsToBringForward;
     TaskHandle m_toastTask;
     TaskHandle m_saveRetryTask;
+    /// Launches, quits and what follows them.
+    TaskGroup m_tasks{m_scheduler};
     std::unique_ptr<Subscription> m_windowWatch;
     /// The desktop changed while a look at it was under way.
     bool m_isWindowRefreshStale = false;

@@ -3,6 +3,8 @@
 #include "navigation/BoardNavigation.h"
 #include "store/WindowStore.h"
 
+#include <algorithm>
+
 namespace kelpa {
 
 namespace {
@@ -40,6 +42,22 @@ void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer
                                        : WindowLayerEntry::stayOut;
     if (const auto state = activatedTarget(target, entry, visibleGoalIDs(), idsOf(windows(target))))
         publishNavigation(*state);
+}
+
+void WindowStore::activateSelection()
+{
+    const Update update(*this);
+    const BoardNavigationState state = m_boardNavigation;
+    if (state.layer == BoardNavigationLayer::targets) {
+        activateTarget(state.target, EnterWindowLayer::yes);
+        return;
+    }
+    const QList<WindowItem> shown = windows(state.target);
+    const auto selected =
+        std::ranges::find(shown, state.selectedWindowID,
+                          [](const WindowItem& each) { return std::optional(each.id); });
+    if (selected != shown.end())
+        focus(*selected);
 }
 
 void WindowStore::returnToTargetSelection()

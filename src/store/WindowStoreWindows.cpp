@@ -1,6 +1,5 @@
 // The windows of the desktop and their assignments.
 
-#include "platform/Accessibility.h"
 #include "platform/Applications.h"
 #include "store/GoalOrder.h"
 #include "store/WindowStore.h"
@@ -17,6 +16,9 @@ using namespace std::chrono_literals;
 
 /// How often the desktop is looked at when nothing tells of a change.
 constexpr Scheduler::Duration refreshInterval = 2s;
+
+/// How often one window's preview is renewed.
+constexpr Scheduler::Duration previewInterval = 600ms;
 
 /// How long an explicit refresh may keep the main thread waiting for the window server; long
 /// enough for a pass over some hundred windows, too short to be felt.
@@ -165,27 +167,24 @@ void WindowStore::startObserving()
         return;
     refresh();
     m_refreshTimer = m_scheduler.repeat(refreshInterval, [this] { refreshInBackground(); });
+    m_previewTimer =
+        m_scheduler.repeat(previewInterval, [this] { refreshPreviews(m_scheduler.now()); });
     m_windowWatch = m_platform.windowServer.watchWindows([this] { noteWindowsChangedOnDesktop(); });
+    refreshPreviews(m_scheduler.now());
 }
 
 void WindowStore::stopObserving()
 {
     const Update update(*this);
     m_refreshTimer.reset();
+    m_previewTimer.reset();
+    m_previewTask.reset();
     m_windowWatch.reset();
     m_windowRefreshTask.reset();
     m_isWindowRefreshStale = false;
     publish(m_windows, {}, Field::windows);
     publish(m_previews, {}, Field::previews);
     reconcileNavigationWithWindows();
-}
-
-void WindowStore::updatePermissionState()
-{
-    publish(m_isAccessibilityTrusted, m_platform.accessibility.isTrusted(),
-            Field::isAccessibilityTrusted);
-    publish(m_isScreenCaptureTrusted, m_platform.windowServer.isScreenCaptureTrusted(),
-            Field::isScreenCaptureTrusted);
 }
 
 } // namespace kelpa

@@ -36,7 +36,7 @@ TEST_F(StoreLifecycle, A_store_can_start_observing_by_itself)
     const WindowStore observing(desktop.platform(), settings, scheduler,
                                 WindowStore::Observing::started);
     EXPECT_EQ(observing.windows().size(), 1);
-    EXPECT_EQ(scheduler.timersDue(), 1);
+    EXPECT_EQ(scheduler.timersDue(), 2);
 }
 
 TEST_F(StoreLifecycle, A_new_language_is_stored_under_its_own_key_alone)

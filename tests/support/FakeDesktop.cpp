@@ -40,11 +40,37 @@ public:
     std::optional<std::vector<AccessibilityWindow>> accessibilityWindows(ProcessID process) override
     {
         m_desktop.calls.append(QStringLiteral("accessibilityWindows %1").arg(process));
-        return m_desktop.elements.value(process, std::vector<AccessibilityWindow>());
+        return m_desktop.accessibilityWindows.value(process, std::vector<AccessibilityWindow>());
     }
 
 private:
     FakeDesktop& m_desktop;
+};
+
+class FakeDesktop::Element : public AccessibilityElement
+{
+public:
+    Element(FakeDesktop& desktop, AccessibilityWindow attributes)
+        : m_desktop(desktop), m_attributes(std::move(attributes))
+    {}
+
+    const AccessibilityWindow& attributes() const override { return m_attributes; }
+    void requestMinimized(bool isMinimized) override
+    {
+        note(isMinimized ? QStringLiteral("minimize") : QStringLiteral("unminimize"));
+    }
+    void requestMain() override { note(QStringLiteral("main")); }
+    void requestFocus() override { note(QStringLiteral("focus")); }
+    void requestRaise() override { note(QStringLiteral("raise")); }
+
+private:
+    void note(const QString& action)
+    {
+        m_desktop.calls.append(action + u' ' + m_attributes.title.value_or(QString()));
+    }
+
+    FakeDesktop& m_desktop;
+    AccessibilityWindow m_attributes;
 };
 
 class FakeDesktop::Watch : public Subscription
@@ -92,7 +118,7 @@ WindowListEntry& FakeDesktop::addAccessibleWindow(WindowID id, ProcessID process
                                                   const QString& title)
 {
     WindowListEntry& entry = addWindow(id, process, title);
-    auto& ofProcess = elements[process];
+    auto& ofProcess = accessibilityWindows[process];
     if (!ofProcess)
         ofProcess.emplace();
     ofProcess->push_back({.position = Point{entry.bounds->x, entry.bounds->y},
@@ -131,6 +157,67 @@ std::unique_ptr<DiscoverySource> FakeDesktop::openDiscoverySource()
 std::unique_ptr<Subscription> FakeDesktop::watchWindows(std::function<void()> changed)
 {
     return std::make_unique<Watch>(*this, std::move(changed));
+}
+
+bool FakeDesktop::requestScreenCapture()
+{
+    calls.append(QStringLiteral("requestScreenCapture"));
+    isScreenCaptureGranted = isScreenCaptureGranted || grantsScreenCaptureWhenAsked;
+    return isScreenCaptureGranted;
+}
+
+std::optional<WindowCapture> FakeDesktop::captureWindow(WindowID window, int longestSide,
+                                                        CaptureNeed need,
+                                                        const std::stop_token& /*stop*/)
+{
+    captured.append(window);
+    if (inTheMiddleOfACapture)
+        inTheMiddleOfACapture();
+    const auto size = captureSizes.constFind(window);
+    if (size == captureSizes.constEnd())
+        return std::nullopt;
+    if (need == CaptureNeed::ifChanged && unchangedWindows.contains(window))
+        return std::nullopt;
+    const QSize bounded =
+        size->boundedTo(size->scaled(longestSide, longestSide, Qt::KeepAspectRatio))
+            .expandedTo({1, 1});
+    return WindowCapture{QImage(bounded, QImage::Format_RGB32), *size};
+}
+
+bool FakeDesktop::requestTrust()
+{
+    calls.append(QStringLiteral("requestTrust"));
+    isAccessibilityGranted = isAccessibilityGranted || grantsAccessibilityWhenAsked;
+    return isAccessibilityGranted;
+}
+
+std::optional<AccessibilityElements> FakeDesktop::elements(ProcessID process)
+{
+    calls.append(QStringLiteral("elements %1").arg(process));
+    const auto windows = accessibilityWindows.value(process, std::vector<AccessibilityWindow>());
+    if (!windows)
+        return std::nullopt;
+    AccessibilityElements result;
+    for (const AccessibilityWindow& window : *windows)
+        result.push_back(std::make_unique<Element>(*this, window));
+    return result;
+}
+
+void FakeDesktop::requestActivation(ProcessID process)
+{
+    calls.append(QStringLiteral("activate %1").arg(process));
+}
+
+void FakeDesktop::requestQuit(ProcessID process)
+{
+    calls.append(QStringLiteral("quit %1").arg(process));
+}
+
+std::optional<QString> FakeDesktop::launch(LaunchableApplication application)
+{
+    calls.append(application == LaunchableApplication::terminal ? QStringLiteral("launch terminal")
+                                                                : QStringLiteral("launch chrome"));
+    return launchedIdentifier;
 }
 
 QImage FakeDesktop::icon(const WindowItem& /*window*/, int /*pixels*/)

@@ -7,6 +7,7 @@
 #include "platform/Pasteboard.h"
 #include "platform/Platform.h"
 #include "platform/WindowServer.h"
+#include "platform/Workspace.h"
 
 #include <QHash>
 #include <QSet>
@@ -23,7 +24,8 @@ namespace kelpa::test {
 class FakeDesktop : public WindowServer,
                     public Accessibility,
                     public Applications,
-                    public Pasteboard
+                    public Pasteboard,
+                    public Workspace
 {
 public:
     FakeDesktop();
@@ -32,7 +34,7 @@ public:
     /// The process that the fake takes for Kelpa's own.
     static constexpr ProcessID ownProcess = 4242;
 
-    Platform platform() { return {*this, *this, *this, *this}; }
+    Platform platform() { return {*this, *this, *this, *this, *this}; }
 
     /// An ordinary window of a regular application, in front of those there are. The application
     /// is made when it is not there yet; it tells nothing of its windows to the accessibility side.
@@ -48,15 +50,28 @@ public:
     bool isOnScreenListAvailable = true;
     QHash<ProcessID, RunningApplication> applications;
     /// An absent process has an empty list; an absent value makes the question fail.
-    QHash<ProcessID, std::optional<std::vector<AccessibilityWindow>>> elements;
+    QHash<ProcessID, std::optional<std::vector<AccessibilityWindow>>> accessibilityWindows;
     bool isAccessibilityGranted = true;
     bool isScreenCaptureGranted = true;
     /// Called once the full list has been read, in the middle of a pass.
     std::function<void()> inTheMiddleOfAPass;
+    /// Sizes of the pictures that windows give; a window without one cannot be captured.
+    QHash<WindowID, QSize> captureSizes;
+    /// Windows that show what they showed at the last capture.
+    QSet<WindowID> unchangedWindows;
+    /// Called in the middle of a capture.
+    std::function<void()> inTheMiddleOfACapture;
+    /// Under which identifier a launched application is known; none makes launching fail.
+    std::optional<QString> launchedIdentifier;
+    /// The answers to asking for permissions.
+    bool grantsAccessibilityWhenAsked = false;
+    bool grantsScreenCaptureWhenAsked = false;
 
     // What has been asked of the desktop.
-    /// "windowList all", "windowList onScreen", "accessibilityWindows <process>", … in order.
+    /// "windowList all", "accessibilityWindows <process>", "raise <title>", … in order.
     QStringList calls;
+    QList<WindowID> captured;
+    QList<QUrl> openedUrls;
     QString pasteboardText;
     int pasteboardWrites = 0;
 
@@ -66,18 +81,30 @@ public:
 
     // WindowServer
     bool isScreenCaptureTrusted() const override { return isScreenCaptureGranted; }
+    bool requestScreenCapture() override;
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
+    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed need,
+                                               const std::stop_token& stop) override;
     std::unique_ptr<Subscription> watchWindows(std::function<void()> changed) override;
     // Accessibility
     bool isTrusted() const override { return isAccessibilityGranted; }
+    bool requestTrust() override;
+    std::optional<AccessibilityElements> elements(ProcessID process) override;
     // Applications
     ProcessID currentProcess() const override { return ownProcess; }
+    bool isRunning(ProcessID process) override { return applications.contains(process); }
+    void requestActivation(ProcessID process) override;
+    void requestQuit(ProcessID process) override;
+    std::optional<QString> launch(LaunchableApplication application) override;
     QImage icon(const WindowItem& window, int pixels) override;
     // Pasteboard
     void setText(const QString& text) override;
+    // Workspace
+    void requestOpen(const QUrl& url) override { openedUrls.append(url); }
 
 private:
     class Source;
+    class Element;
     class Watch;
 
     std::vector<Watch*> m_watches;

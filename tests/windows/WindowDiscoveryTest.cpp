@@ -31,7 +31,7 @@ protected:
     /// The accessibility windows that the fake shows of a process.
     std::vector<AccessibilityWindow>& elementsOf(ProcessID process)
     {
-        auto& elements = desktop.elements[process];
+        auto& elements = desktop.accessibilityWindows[process];
         if (!elements)
             elements.emplace();
         return *elements;
@@ -258,7 +258,7 @@ TEST_F(WindowDiscoveryTest, Each_process_is_asked_once_also_when_it_shows_nothin
     desktop.addWindow(2, 100, QStringLiteral("b"));
     desktop.addAccessibleWindow(3, 101, QStringLiteral("c"));
     desktop.addAccessibleWindow(4, 101, QStringLiteral("d"));
-    desktop.elements[102] = std::nullopt;
+    desktop.accessibilityWindows[102] = std::nullopt;
     desktop.addWindow(5, 102, QStringLiteral("e"));
     desktop.addWindow(6, 102, QStringLiteral("f"));
 
@@ -389,9 +389,9 @@ INSTANTIATE_TEST_SUITE_P(WindowDiscovery, WindowFrames,
 TEST_F(WindowDiscoveryTest, An_application_that_shows_no_windows_keeps_its_entries)
 {
     desktop.addWindow(1, 100, QStringLiteral("a"));
-    desktop.elements[100] = std::vector<AccessibilityWindow>();
+    desktop.accessibilityWindows[100] = std::vector<AccessibilityWindow>();
     desktop.addWindow(2, 101, QStringLiteral("b"));
-    desktop.elements[101] = std::nullopt;
+    desktop.accessibilityWindows[101] = std::nullopt;
 
     EXPECT_EQ(discoveredIDs(), (QList<WindowID>{2, 1}));
 }

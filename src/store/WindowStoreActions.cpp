@@ -1,0 +1,140 @@
+// Acting on the windows of other applications. What the desktop may take its time over runs in the
+// background; the board does not wait for it.
+
+#include "platform/Accessibility.h"
+#include "platform/Applications.h"
+#include "store/WindowStore.h"
+#include "windows/WindowActions.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace kelpa {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How often and how many times the desktop is looked at for the window of a launched application.
+constexpr Scheduler::Duration newWindowPollInterval = 250ms;
+constexpr int newWindowPolls = 20;
+
+/// An application that was asked to quit has closed its windows by then, if it does so at all.
+constexpr Scheduler::Duration refreshDelayAfterQuit = 400ms;
+
+/// For background work of which only the effect matters.
+struct Done
+{};
+
+} // namespace
+
+void WindowStore::focus(const WindowItem& window)
+{
+    const Update update(*this);
+    const TargetSelection target =
+        window.goalID ? TargetSelection::goal(*window.goalID) : TargetSelection::unassigned();
+    publishNavigation(BoardNavigationState::inside(target, window.id));
+    if (m_isAccessibilityTrusted)
+        bringForwardInTurn({window});
+}
+
+void WindowStore::showAllWindows(GoalID goalID)
+{
+    const Update update(*this);
+    if (!hasGoal(goalID))
+        return;
+    activateTarget(TargetSelection::goal(goalID), EnterWindowLayer::no);
+    QList<WindowItem> windows;
+    std::ranges::copy_if(m_windows, std::back_inserter(windows),
+                         [&goalID](const WindowItem& each) { return each.goalID == goalID; });
+    if (m_isAccessibilityTrusted)
+        bringForwardInTurn(windows);
+}
+
+void WindowStore::bringForwardInTurn(const QList<WindowItem>& windows)
+{
+    m_windowsToBringForward.append(windows);
+    if (!m_bringForwardTask)
+        bringNextForward();
+}
+
+void WindowStore::bringNextForward()
+{
+    if (m_windowsToBringForward.isEmpty())
+        return;
+    // One request after the other, so that the last one ends up in front.
+    m_bringForwardTask = m_scheduler.inBackground(
+        [windows = m_windowsToBringForward.takeFirst(), &applications = m_platform.applications,
+         &accessibility = m_platform.accessibility](const std::stop_token&) {
+            bringForward(windows, applications, accessibility);
+            return Done{};
+        },
+        [this](Done) {
+            m_bringForwardTask.reset();
+            bringNextForward();
+        });
+}
+
+void WindowStore::closeProcess(const WindowItem& window)
+{
+    const ProcessID process = window.processIdentifier;
+    if (process == m_platform.applications.currentProcess())
+        return;
+    m_tasks.inBackground(
+        [process, &applications = m_platform.applications](const std::stop_token&) {
+            if (applications.isRunning(process))
+                applications.requestQuit(process);
+            return Done{};
+        },
+        [](Done) {});
+    m_tasks.after(refreshDelayAfterQuit, [this] { refresh(); });
+}
+
+void WindowStore::createTerminal(GoalID goalID)
+{
+    createWindow(LaunchableApplication::terminal, goalID);
+}
+
+void WindowStore::createChrome(GoalID goalID)
+{
+    createWindow(LaunchableApplication::chrome, goalID);
+}
+
+void WindowStore::createWindow(LaunchableApplication application, GoalID goalID)
+{
+    if (!hasGoal(goalID))
+        return;
+    QSet<WindowID> before;
+    for (const WindowItem& window : std::as_const(m_windows))
+        before.insert(window.id);
+    m_tasks.inBackground(
+        [application, &applications = m_platform.applications](const std::stop_token&) {
+            return applications.launch(application);
+        },
+        [this, goalID, before](const std::optional<QString>& bundleIdentifier) {
+            if (bundleIdentifier)
+                awaitNewWindow({*bundleIdentifier, goalID, before, newWindowPolls});
+        });
+}
+
+void WindowStore::awaitNewWindow(const AwaitedWindow& awaited)
+{
+    m_tasks.after(newWindowPollInterval, [this, awaited] {
+        refresh();
+        const auto isNew = [&awaited](const WindowItem& window) {
+            return window.bundleIdentifier == awaited.bundleIdentifier &&
+                   !awaited.before.contains(window.id);
+        };
+        const auto found = std::ranges::find_if(std::as_const(m_windows), isNew);
+        if (found != m_windows.cend()) {
+            assign(found->id, awaited.goalID);
+            activateTarget(TargetSelection::goal(awaited.goalID), EnterWindowLayer::no);
+        } else if (awaited.pollsLeft > 1) {
+            AwaitedWindow again = awaited;
+            --again.pollsLeft;
+            awaitNewWindow(again);
+        }
+    });
+}
+
+} // namespace kelpa

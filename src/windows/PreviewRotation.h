@@ -1,0 +1,36 @@
+// Whose turn it is to be captured, and the size at which a capture is shown.
+#pragma once
+
+#include "model/Preview.h"
+#include "model/WindowItem.h"
+
+#include <QList>
+#include <QSize>
+#include <QSizeF>
+
+namespace kelpa {
+
+/// Longest side of a preview, in pixels and in points alike.
+inline constexpr int previewLongestSide = 720;
+
+struct PreviewTurn
+{
+    /// Index of the window that is captured now.
+    qsizetype index = 0;
+    /// Where the next turn begins.
+    qsizetype nextCursor = 0;
+};
+
+/// The turn of `cursor` among `count` windows, which is at least 1; windows may have come and gone
+/// since the cursor was made.
+PreviewTurn previewTurn(qsizetype cursor, qsizetype count);
+
+/// The display size, in points, of a capture of `pixelSize`: the longer side brought down to
+/// `previewLongestSide`, never up; at least one point in each direction.
+QSizeF previewDisplaySize(const QSize& pixelSize);
+
+/// `previews` of the windows that are still listed, with those of `captured` laid over them.
+Previews mergedPreviews(const Previews& previews, const Previews& captured,
+                        const QList<WindowItem>& windows);
+
+} // namespace kelpa

@@ -1,0 +1,85 @@
+#include "windows/WindowActions.h"
+
+#include "windows/WindowDiscovery.h"
+
+#include <map>
+
+namespace kelpa {
+
+namespace {
+
+/// The only element for which `matches` holds; null when there is none or more than one.
+template <class Predicate>
+AccessibilityElement* onlyElement(const AccessibilityElements& elements, Predicate matches)
+{
+    AccessibilityElement* found = nullptr;
+    for (const auto& element : elements) {
+        if (!matches(element->attributes()))
+            continue;
+        if (found != nullptr)
+            return nullptr;
+        found = element.get();
+    }
+    return found;
+}
+
+bool hasFrame(const AccessibilityWindow& attributes, const Rect& bounds)
+{
+    if (!attributes.position || !attributes.size)
+        return false;
+    return framesMatch({attributes.position->x, attributes.position->y, attributes.size->width,
+                        attributes.size->height},
+                       bounds);
+}
+
+} // namespace
+
+AccessibilityElement* accessibilityWindow(const WindowItem& window,
+                                          const AccessibilityElements& elements)
+{
+    const auto bearsNumber = [&window](const AccessibilityWindow& attributes) {
+        return attributes.windowNumber == window.id;
+    };
+    if (AccessibilityElement* const element = onlyElement(elements, bearsNumber))
+        return element;
+
+    // An element with a number is some other window, whatever it shows.
+    if (window.accessibilityDocument && !window.accessibilityDocument->isEmpty()) {
+        const auto showsDocument = [&window](const AccessibilityWindow& attributes) {
+            return !attributes.windowNumber && attributes.document == window.accessibilityDocument;
+        };
+        if (AccessibilityElement* const element = onlyElement(elements, showsDocument))
+            return element;
+    }
+    return onlyElement(elements, [&window](const AccessibilityWindow& attributes) {
+        return !attributes.windowNumber && hasFrame(attributes, window.bounds);
+    });
+}
+
+void bringForward(const QList<WindowItem>& windows, Applications& applications,
+                  Accessibility& accessibility)
+{
+    std::map<ProcessID, AccessibilityElements> elementsByProcess;
+    for (const WindowItem& window : windows) {
+        const ProcessID process = window.processIdentifier;
+        if (!applications.isRunning(process))
+            continue;
+        auto known = elementsByProcess.find(process);
+        if (known == elementsByProcess.end()) {
+            auto elements = accessibility.elements(process);
+            known = elementsByProcess
+                        .emplace(process, elements ? *std::move(elements) : AccessibilityElements())
+                        .first;
+        }
+        AccessibilityElement* const element = accessibilityWindow(window, known->second);
+        if (element == nullptr)
+            continue;
+        element->requestMinimized(false);
+        applications.requestActivation(process);
+        element->requestMain();
+        element->requestFocus();
+        element->requestRaise();
+    }
+}
+
+} // namespace kelpa

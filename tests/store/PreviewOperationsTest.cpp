@@ -1,0 +1,312 @@
+#include "support/CaseName.h"
+#include "support/StoreFixture.h"
+#include "windows/PreviewRotation.h"
+
+namespace kelpa::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class PreviewOperations : public StoreFixture
+{
+protected:
+    void addWindows(int count)
+    {
+        for (int i = count; i >= 1; --i) {
+            const auto id = static_cast<WindowID>(i);
+            desktop.addWindow(id, 100, QString::number(i));
+            desktop.captureSizes.insert(id, {640, 480});
+        }
+        store().refresh();
+    }
+
+    void tick()
+    {
+        store().refreshPreviews(scheduler.now());
+        scheduler.advance(0ms);
+    }
+
+    WindowItem listed(WindowID id)
+    {
+        for (const WindowItem& item : store().windows()) {
+            if (item.id == id)
+                return item;
+        }
+        return {};
+    }
+};
+
+TEST_F(PreviewOperations, Windows_take_turns_one_a_tick)
+{
+    addWindows(3);
+    for (int i = 0; i < 4; ++i)
+        tick();
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{1, 2, 3, 1}));
+    EXPECT_EQ(store().previews().size(), 3);
+}
+
+TEST_F(PreviewOperations, A_list_that_shrinks_reduces_the_cursor_to_its_length)
+{
+    addWindows(5);
+    for (int i = 0; i < 4; ++i)
+        tick();
+    for (const WindowID id : {3U, 4U, 5U})
+        desktop.removeWindow(id);
+    store().refresh();
+    desktop.captured.clear();
+
+    tick();
+    tick();
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{1, 2}));
+}
+
+TEST_F(PreviewOperations, An_empty_list_resets_the_cursor_and_empties_the_previews)
+{
+    addWindows(3);
+    tick();
+    tick();
+    for (const WindowID id : {1U, 2U, 3U})
+        desktop.removeWindow(id);
+    store().refresh();
+    tick();
+    EXPECT_TRUE(store().previews().isEmpty());
+
+    desktop.captured.clear();
+    addWindows(3);
+    tick();
+    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
+}
+
+TEST_F(PreviewOperations, The_timer_ticks_every_six_tenths_of_a_second_after_a_first_capture)
+{
+    addWindows(2);
+    store().startObserving();
+    scheduler.advance(599ms);
+    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
+    scheduler.advance(1ms);
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{1, 2}));
+    EXPECT_EQ(scheduler.timersDue(), 2);
+}
+
+TEST_F(PreviewOperations, Scrolling_pauses_captures_for_two_tenths_of_a_second)
+{
+    addWindows(1);
+    const Date scrolled = scheduler.now();
+    store().noteScrollActivity(scrolled);
+
+    store().refreshPreviews(scrolled.addingSeconds(0.1));
+    scheduler.advance(0ms);
+    EXPECT_TRUE(desktop.captured.isEmpty());
+
+    store().refreshPreviews(scrolled.addingSeconds(0.2));
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
+}
+
+TEST_F(PreviewOperations, Scrolling_drops_the_capture_in_flight)
+{
+    addWindows(1);
+    scheduler.holdBackgroundWork(true);
+    store().refreshPreviews(scheduler.now());
+    store().noteScrollActivity(scheduler.now());
+    scheduler.runBackgroundWork();
+    EXPECT_TRUE(store().previews().isEmpty());
+
+    scheduler.holdBackgroundWork(false);
+    scheduler.advance(300ms);
+    tick();
+    EXPECT_EQ(store().previews().size(), 1);
+}
+
+TEST_F(PreviewOperations, A_clock_that_is_set_back_does_not_stop_the_captures)
+{
+    addWindows(1);
+    store().noteScrollActivity(scheduler.now().addingSeconds(3600));
+    tick();
+    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
+}
+
+TEST_F(PreviewOperations, A_tick_during_a_capture_starts_no_other)
+{
+    addWindows(2);
+    scheduler.holdBackgroundWork(true);
+    store().refreshPreviews(scheduler.now());
+    store().refreshPreviews(scheduler.now());
+    EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1);
+    scheduler.runBackgroundWork();
+    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
+    EXPECT_EQ(store().previews().size(), 1);
+}
+
+TEST_F(PreviewOperations, A_window_that_cannot_be_captured_costs_nothing_but_its_turn)
+{
+    addWindows(2);
+    desktop.captureSizes.remove(1);
+    takeSignals();
+    tick();
+    EXPECT_TRUE(store().previews().isEmpty());
+    EXPECT_TRUE(takeSignals().isEmpty());
+    tick();
+    EXPECT_EQ(store().previews().keys(), QList<WindowID>{2});
+    EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("previews"), 1}}));
+}
+
+TEST_F(PreviewOperations, A_window_that_shows_the_same_keeps_its_preview_without_a_signal)
+{
+    addWindows(1);
+    tick();
+    const qint64 key = store().previews().value(1).image.cacheKey();
+    desktop.unchangedWindows.insert(1);
+    takeSignals();
+    tick();
+    EXPECT_EQ(store().previews().value(1).image.cacheKey(), key);
+    EXPECT_TRUE(takeSignals().isEmpty());
+}
+
+TEST_F(PreviewOperations, A_window_without_a_preview_is_captured_although_it_shows_the_same)
+{
+    addWindows(1);
+    tick();
+    desktop.unchangedWindows.insert(1);
+    store().stopObserving();
+    EXPECT_TRUE(store().previews().isEmpty());
+    store().startObserving();
+    scheduler.advance(0ms);
+    EXPECT_EQ(store().previews().size(), 1);
+}
+
+TEST_F(PreviewOperations, The_preview_of_a_vanished_window_goes_with_the_next_capture)
+{
+    addWindows(2);
+    tick();
+    tick();
+    desktop.removeWindow(1);
+    store().refresh();
+    EXPECT_TRUE(store().previews().contains(1)) << "reconciliation leaves previews alone";
+    tick();
+    EXPECT_EQ(store().previews().keys(), QList<WindowID>{2});
+}
+
+TEST_F(PreviewOperations, A_window_that_vanishes_during_its_capture_is_dropped_by_the_next)
+{
+    addWindows(2);
+    scheduler.holdBackgroundWork(true);
+    store().refreshPreviews(scheduler.now());
+    desktop.removeWindow(1);
+    scheduler.holdBackgroundWork(false);
+    store().refresh();
+    scheduler.advance(0ms);
+    EXPECT_TRUE(store().previews().contains(1));
+    tick();
+    EXPECT_EQ(store().previews().keys(), QList<WindowID>{2});
+}
+
+TEST_F(PreviewOperations, Losing_the_permission_empties_the_previews_at_the_next_tick)
+{
+    addWindows(1);
+    tick();
+    desktop.isScreenCaptureGranted = false;
+    store().refresh();
+    tick();
+    EXPECT_TRUE(store().previews().isEmpty());
+    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
+    desktop.isScreenCaptureGranted = true;
+    store().refresh();
+    tick();
+    EXPECT_EQ(store().previews().size(), 1);
+}
+
+TEST_F(PreviewOperations, Windows_with_a_preview_come_first_in_their_goal)
+{
+    addWindows(3);
+    desktop.captureSizes = {{2, QSize(100, 100)}};
+    for (int i = 0; i < 3; ++i)
+        tick();
+    const QList<WindowItem> shown = store().windows(std::optional<GoalID>());
+    EXPECT_EQ(shown[0].id, 2U);
+    EXPECT_EQ(shown[1].id, 1U);
+    EXPECT_EQ(shown[2].id, 3U);
+}
+
+TEST_F(PreviewOperations, Stopping_ends_the_capture_in_flight)
+{
+    addWindows(1);
+    store().startObserving();
+    scheduler.advance(0ms);
+    scheduler.holdBackgroundWork(true);
+    store().refreshPreviews(scheduler.now());
+    store().stopObserving();
+    EXPECT_EQ(scheduler.backgroundWorkInFlight(), 0);
+    EXPECT_EQ(scheduler.timersDue(), 0);
+    EXPECT_TRUE(store().previews().isEmpty());
+}
+
+TEST_F(PreviewOperations, A_card_without_a_preview_says_why)
+{
+    store().setLanguage(AppLanguage::english);
+    addWindows(2);
+    desktop.onScreen.remove(2);
+    store().refresh();
+    EXPECT_EQ(store().previewMessage(listed(1)),
+              QStringLiteral("This window cannot be captured yet"));
+    EXPECT_EQ(store().previewMessage(listed(2)),
+              QStringLiteral("Window is minimized; preview will return when restored"));
+    const WindowItem first = listed(1);
+    tick();
+    EXPECT_EQ(store().previewMessage(first), std::nullopt);
+
+    desktop.isScreenCaptureGranted = false;
+    store().refresh();
+    tick();
+    EXPECT_EQ(store().previewMessage(first),
+              QStringLiteral("Allow Screen Recording to show a preview"));
+}
+
+TEST_F(PreviewOperations, Asking_for_permissions_opens_the_settings_where_one_is_missing)
+{
+    desktop.isAccessibilityGranted = false;
+    desktop.isScreenCaptureGranted = false;
+    store().requestPermissions();
+    EXPECT_EQ(desktop.calls, (QStringList{QStringLiteral("requestTrust"),
+                                          QStringLiteral("requestScreenCapture")}));
+    EXPECT_EQ(desktop.openedUrls.last().toString(),
+              QStringLiteral("x-apple.systempreferences:com.apple.preference.security?"
+                             "Privacy_ScreenCapture"));
+
+    desktop.grantsScreenCaptureWhenAsked = true;
+    store().requestPermissions();
+    EXPECT_TRUE(store().isScreenCaptureTrusted());
+    EXPECT_FALSE(store().isAccessibilityTrusted());
+    EXPECT_EQ(desktop.openedUrls.last().toString(),
+              QStringLiteral("x-apple.systempreferences:com.apple.preference.security?"
+                             "Privacy_Accessibility"));
+}
+
+struct DisplaySizeCase
+{
+    const char* name;
+    QSize pixels;
+    QSizeF points;
+};
+
+class PreviewDisplaySizes : public testing::TestWithParam<DisplaySizeCase>
+{};
+
+TEST_P(PreviewDisplaySizes, Bring_the_longer_side_down_and_never_up)
+{
+    const QSizeF size = previewDisplaySize(GetParam().pixels);
+    EXPECT_DOUBLE_EQ(size.width(), GetParam().points.width());
+    EXPECT_DOUBLE_EQ(size.height(), GetParam().points.height());
+}
+
+INSTANTIATE_TEST_SUITE_P(Previews, PreviewDisplaySizes,
+                         testing::Values(DisplaySizeCase{"large", {1440, 900}, {720, 450}},
+                                         DisplaySizeCase{"small", {300, 200}, {300, 200}},
+                                         DisplaySizeCase{
+                                             "exactly_the_limit", {720, 720}, {720, 720}},
+                                         DisplaySizeCase{"tall", {500, 1440}, {250, 720}},
+                                         DisplaySizeCase{"a_line", {10'000, 1}, {720, 1}}),
+                         caseName);
+
+} // namespace
+} // namespace kelpa::test
