@@ -5,11 +5,21 @@
 
 #include <QProcessEnvironment>
 
+#include <sys/prctl.h>
+
+#include <csignal>
+
 namespace kelpa::test {
 
 namespace {
 
 constexpr int startTime = 20000;
+
+/// A program must not outlive the test, however that ends.
+void endWithParent(QProcess& process)
+{
+    process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+}
 
 void end(QProcess& process)
 {
@@ -26,6 +36,7 @@ Program::Program(const QByteArray& display, const QString& program, const QStrin
     m_process.setProcessEnvironment(environment);
     m_process.setStandardOutputFile(QProcess::nullDevice());
     m_process.setStandardErrorFile(QProcess::nullDevice());
+    endWithParent(m_process);
     m_process.start(program, arguments);
     if (!m_process.waitForStarted(startTime)) {
         qFatal("%s cannot be started", qPrintable(program));
@@ -46,6 +57,7 @@ XServer::XServer()
 {
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     m_process.setStandardErrorFile(QProcess::nullDevice());
+    endWithParent(m_process);
     // It writes its display's number to its standard output once it takes connections.
     m_process.start(QStringLiteral("Xvfb"),
                     {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
@@ -75,10 +87,20 @@ WindowManager::WindowManager(const QByteArray& display)
                 {QStringLiteral("--sm-disable"), QStringLiteral("--config-file"),
                  QStringLiteral("/etc/xdg/openbox/rc.xml")})
 {
+    // openbox announces itself before it manages windows, and a window that is opened in between
+    // may have to wait for the next one.
     TestClient client(display);
-    if (!waitUntil([&] { return client.isManaged(); })) {
-        qFatal("openbox does not take the display");
+    for (int attempt = 0; attempt < 40; ++attempt) {
+        const xcb_window_t probe = client.open({});
+        const bool isReady = waitUntil([&] { return client.isManaged() && client.isListed(probe); },
+                                       std::chrono::milliseconds(500));
+        client.destroy(probe);
+        if (isReady) {
+            waitUntil([&] { return !client.isListed(probe); });
+            return;
+        }
     }
+    qFatal("openbox does not take the display");
 }
 
 } // namespace kelpa::test
