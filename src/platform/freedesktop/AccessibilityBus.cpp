@@ -135,6 +135,7 @@ AccessibilityBus::~AccessibilityBus()
 
 void AccessibilityBus::connect(Milliseconds limit, std::function<void(bool)> done)
 {
+    m_processes.clear();
     if (m_place.address) {
         m_bus.open(*m_place.address, limit, std::move(done));
         return;

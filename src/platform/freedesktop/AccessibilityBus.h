@@ -63,7 +63,7 @@ private:
                         const std::string& path);
 
     AccessibilityBusPlace m_place;
-    /// A bus name is never given twice, so its process need be asked for only once.
+    /// A bus gives no name twice, so its process need be asked for only once a connection.
     std::map<std::string, ProcessID> m_processes;
     AsyncBus m_session;
     AsyncBus m_bus;

@@ -49,10 +49,13 @@ AccessibilityBusPlace place(const AccessibilityDocumentsOptions& options)
     AccessibilityBusPlace place;
     if (options.busAddress) {
         place.address = options.busAddress->toStdString();
+    } else if (options.sessionAddress) {
+        place.sessionAddress = options.sessionAddress->toStdString();
     } else if (const QByteArray known = qgetenv("AT_SPI_BUS_ADDRESS"); !known.isEmpty()) {
         place.address = known.toStdString();
+    } else {
+        place.sessionAddress = sessionAddress();
     }
-    place.sessionAddress = sessionAddress();
     place.fallbackAddress = options.fallbackAddress.toStdString();
     return place;
 }

@@ -16,8 +16,10 @@ namespace kelpa {
 
 struct AccessibilityDocumentsOptions
 {
-    /// The accessibility bus; absent: `$AT_SPI_BUS_ADDRESS`, or else what the session bus says.
+    /// The accessibility bus; absent: what the session bus says.
     std::optional<QString> busAddress;
+    /// The session bus; absent: both buses are where the environment says.
+    std::optional<QString> sessionAddress;
     /// What to try when the session bus does not know, as the window server may; empty for nothing.
     QString fallbackAddress;
     /// What all questions to one application may take together, and each to a bus.

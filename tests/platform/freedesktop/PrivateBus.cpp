@@ -1,5 +1,6 @@
 #include "platform/freedesktop/PrivateBus.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QFile>
 #include <QJsonArray>
@@ -40,10 +41,28 @@ PrivateBus::PrivateBus()
         "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
         "<allow own=\"*\"/></policy></busconfig>");
     configuration.close();
-    m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
-                    QStringLiteral("--config-file=") + configuration.fileName()});
-    m_address = readLine(m_daemon);
+    // Without the bus's unique id, which a later one at the same place does not have.
+    m_address = QStringLiteral("unix:path=") + m_directory.filePath(QStringLiteral("socket"));
+    start();
+}
+
+void PrivateBus::start()
+{
+    m_daemon.start(
+        QStringLiteral("dbus-daemon"),
+        {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
+         QStringLiteral("--config-file=") + m_directory.filePath(QStringLiteral("bus.conf"))});
+    // It says its address once it listens.
+    readLine(m_daemon);
+}
+
+bool PrivateBus::hasOwner(const QString& name)
+{
+    const QString connectionName = QStringLiteral("owners on ") + m_address;
+    const QDBusConnection connection = QDBusConnection::connectToBus(m_address, connectionName);
+    const bool isOwned = connection.interface()->isServiceRegistered(name);
+    QDBusConnection::disconnectFromBus(connectionName);
+    return isOwned;
 }
 
 PrivateBus::~PrivateBus()
@@ -89,6 +108,34 @@ bool Registry::handleMessage(const QDBusMessage& message, const QDBusConnection&
         objects.append({name, QDBusObjectPath(accessibleRoot())});
     }
     connection.send(message.createReply(QVariant::fromValue(objects)));
+    return true;
+}
+
+Launcher::Launcher(const PrivateBus& session)
+    : m_connectionName(QStringLiteral("launcher on ") + session.address())
+{
+    QDBusConnection connection = QDBusConnection::connectToBus(session.address(), m_connectionName);
+    if (!connection.registerVirtualObject(QStringLiteral("/org/a11y/bus"), this) ||
+        !connection.registerService(QStringLiteral("org.a11y.Bus"))) {
+        throw std::runtime_error("the launcher is not on the bus");
+    }
+}
+
+Launcher::~Launcher()
+{
+    QDBusConnection::disconnectFromBus(m_connectionName);
+}
+
+QString Launcher::introspect(const QString& /*path*/) const
+{
+    return {};
+}
+
+bool Launcher::handleMessage(const QDBusMessage& message, const QDBusConnection& connection)
+{
+    if (!isSilent) {
+        connection.send(message.createReply(busAddress));
+    }
     return true;
 }
 

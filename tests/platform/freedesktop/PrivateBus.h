@@ -26,6 +26,10 @@ public:
 
     QString address() const { return m_address; }
     void stop();
+    /// Again after `stop`, at the same address.
+    void start();
+
+    bool hasOwner(const QString& name);
 
 private:
     QTemporaryDir m_directory;
@@ -44,6 +48,23 @@ public:
     QStringList applications;
     bool isSilent = false;
     int asked = 0;
+
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+private:
+    QString m_connectionName;
+};
+
+/// What tells on a session bus where the accessibility bus is.
+class Launcher : public QDBusVirtualObject
+{
+public:
+    explicit Launcher(const PrivateBus& session);
+    ~Launcher() override;
+
+    QString busAddress;
+    bool isSilent = false;
 
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
