@@ -94,9 +94,9 @@ QString name(GVariant* answer)
 {
     GVariant* value = nullptr;
     g_variant_get(answer, "(v)", &value);
-    const QString text = g_variant_is_of_type(value, G_VARIANT_TYPE_STRING) != FALSE
-                             ? bounded(g_variant_get_string(value, nullptr))
-                             : QString();
+    QString text = g_variant_is_of_type(value, G_VARIANT_TYPE_STRING) != FALSE
+                       ? bounded(g_variant_get_string(value, nullptr))
+                       : QString();
     g_variant_unref(value);
     return text;
 }
