@@ -36,6 +36,12 @@ public:
     /// with the next write that succeeds.
     virtual bool write(const std::vector<SettingsEntry>& entries) = 0;
 
+    /// Stores what stands under `key` once more under a key of its own, "<key>.saved-<time>", where
+    /// nothing overwrites it: for a value that cannot be read and is about to be replaced. True
+    /// when the copy is on the disk (or there is nothing to copy); otherwise it is kept in memory
+    /// as with `write`.
+    virtual bool copyAside(const QString& key) = 0;
+
     /// Tries to write what earlier calls could not; true when nothing is left over.
     virtual bool flush() = 0;
 };
