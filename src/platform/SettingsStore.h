@@ -36,8 +36,10 @@ public:
     /// with the next write that succeeds.
     virtual bool write(const std::vector<SettingsEntry>& entries) = 0;
 
-    /// Keeps a copy of what is stored under `key`, under a key of its own that nothing writes
-    /// again; true when it stands or when there is nothing under `key`.
+    /// Stores what stands under `key` once more under a key of its own, "<key>.saved-<time>", where
+    /// nothing overwrites it: for a value that cannot be read and is about to be replaced. True
+    /// when the copy is on the disk (or there is nothing to copy); otherwise it is kept in memory
+    /// as with `write`.
     virtual bool copyAside(const QString& key) = 0;
 
     /// Tries to write what earlier calls could not; true when nothing is left over.

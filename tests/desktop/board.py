@@ -19,7 +19,7 @@ NOT_GOALS = ("All todos", "Goals")
 _SEPARATOR = ": "
 _CARD_ROLES = (Atspi.Role.LIST_ITEM,)
 _COLUMN_ROLES = (Atspi.Role.LIST,)
-BUTTON_ROLES = (Atspi.Role.PUSH_BUTTON, Atspi.Role.TOGGLE_BUTTON)
+BUTTON_ROLES = (Atspi.Role.PUSH_BUTTON, Atspi.Role.PUSH_BUTTON_MENU, Atspi.Role.TOGGLE_BUTTON)
 _MENU_ITEM_ROLES = (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.RADIO_MENU_ITEM)
 _FIELD_ROLES = (Atspi.Role.ENTRY, Atspi.Role.TEXT, Atspi.Role.PARAGRAPH)
 

@@ -21,6 +21,8 @@ struct ApplicationClues
     QString wmClassInstance;
     QString wmClassName;
     ProcessID process = 0;
+
+    friend bool operator==(const ApplicationClues&, const ApplicationClues&) = default;
 };
 
 struct ResolvedApplication

@@ -6,7 +6,8 @@
 
 #include <algorithm>
 #include <array>
-#include <compare>
+#include <cstdlib>
+#include <tuple>
 #include <utility>
 
 namespace kelpa {
@@ -44,15 +45,10 @@ bool leadsOutside(const QString& folder)
     return QDir::isAbsolutePath(folder) || folder.split(u'/').contains(QStringLiteral(".."));
 }
 
-/// How far a folder is from the wanted size; smaller is better. A larger picture loses less when it
-/// is scaled down than a smaller one when it is shown as it is.
-struct Distance
-{
-    int kind = 0;
-    int pixels = 0;
-    int size = 0;
-    friend auto operator<=>(const Distance&, const Distance&) = default;
-};
+/// How far a folder is from the wanted size: of which kind, by how many pixels, and its own size;
+/// smaller is better. A larger picture loses less when it is scaled down than a smaller one when it
+/// is shown as it is.
+using Distance = std::tuple<int, int, int>;
 
 } // namespace
 

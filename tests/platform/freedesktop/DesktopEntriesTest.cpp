@@ -306,6 +306,7 @@ TEST_F(Entries, Of_a_thousand_entries_each_is_found_by_its_own_class)
         shared.writeEntry(QStringLiteral("org.example.app%1").arg(i), "Application " + number,
                           "StartupWMClass=Class" + number + "\nIcon=icon" + number);
     }
+    shared.ageEntries(1h);
     for (const int i : {0, 1, 499, 998, 999}) {
         EXPECT_EQ(byClass({}, QStringLiteral("Class%1").arg(i)),
                   QStringLiteral("org.example.app%1").arg(i));

@@ -1,0 +1,53 @@
+// Time from Qt's event loop, background work on a thread pool of its own.
+#pragma once
+
+#include "platform/Scheduler.h"
+
+#include <memory>
+
+class QThreadPool;
+
+namespace kelpa {
+
+class BackgroundJob;
+class FinishedJobs;
+
+/// Made, used and destroyed on the main thread, beside a QCoreApplication, and not destroyed from
+/// within one of its callbacks. Handles may outlive it.
+///
+/// Its destruction cancels everything: no callback is called after it. It waits for running work at
+/// most `shutdownLimit`. Work that still runs then (stuck in a read that another process delays) is
+/// left to its thread and ends unheard: it touches only its own values, its function objects are
+/// destroyed on that thread, and the process may end meanwhile.
+class QtScheduler final : public Scheduler
+{
+public:
+    static constexpr Duration shutdownLimit{200};
+    /// Pieces of work that run at once; more of them wait for their turn. Above what Kelpa starts,
+    /// so that one that is stuck does not hold up the others.
+    static constexpr int maxThreads = 8;
+
+    QtScheduler();
+    ~QtScheduler() override;
+
+    Date now() const override;
+    [[nodiscard]] TaskHandle repeat(Duration interval, std::function<void()> tick) override;
+    [[nodiscard]] TaskHandle after(Duration delay, std::function<void()> work) override;
+
+protected:
+    TaskHandle startInBackground(BackgroundWork work) override;
+    /// Blocks the main thread without running its event loop.
+    TaskHandle startAwaiting(Duration limit, BackgroundWork work) override;
+
+private:
+    class Receiver;
+
+    TaskHandle startTimer(Duration interval, bool isRepeating, std::function<void()> callback);
+    std::shared_ptr<BackgroundJob> start(BackgroundWork work);
+
+    std::unique_ptr<Receiver> m_receiver;
+    std::shared_ptr<FinishedJobs> m_finished;
+    std::unique_ptr<QThreadPool> m_pool;
+};
+
+} // namespace kelpa

@@ -1,0 +1,159 @@
+#include "platform/sqlite/SettingsFiles.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace kelpa {
+
+namespace {
+
+constexpr mode_t folderMode = S_IRWXU;
+constexpr mode_t fileMode = S_IRUSR | S_IWUSR;
+
+/// Closes what it holds.
+class Descriptor
+{
+public:
+    explicit Descriptor(int descriptor) : m_descriptor(descriptor) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor()
+    {
+        if (isOpen())
+            ::close(m_descriptor);
+    }
+
+    bool isOpen() const { return m_descriptor >= 0; }
+    int get() const { return m_descriptor; }
+    int release() { return std::exchange(m_descriptor, -1); }
+
+private:
+    int m_descriptor;
+};
+
+SettingsTrouble openTrouble(int error)
+{
+    switch (error) {
+    case EROFS:
+        return SettingsTrouble::readOnly;
+    case ENOSPC:
+    case EDQUOT:
+        return SettingsTrouble::full;
+    default:
+        return SettingsTrouble::unreachable;
+    }
+}
+
+std::optional<SettingsTrouble> makeFolder(const QString& folder)
+{
+    if (QFileInfo(folder).isDir())
+        return std::nullopt;
+    const QString parent = QFileInfo(folder).path();
+    if (parent != folder) {
+        if (const auto trouble = makeFolder(parent))
+            return trouble;
+    }
+    if (::mkdir(QFile::encodeName(folder).constData(), folderMode) != 0 && errno != EEXIST)
+        return openTrouble(errno);
+    // The new entry itself has to survive a power cut.
+    const Descriptor above(
+        ::open(QFile::encodeName(parent).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (above.isOpen())
+        ::fsync(above.get());
+    return std::nullopt;
+}
+
+} // namespace
+
+QString defaultSettingsPath()
+{
+    const QString configured = qEnvironmentVariable("XDG_DATA_HOME");
+    const QString base = QDir::isAbsolutePath(configured)
+                             ? configured
+                             : QDir::homePath() + QStringLiteral("/.local/share");
+    return QDir::cleanPath(base + QStringLiteral("/kelpa/kelpa.sqlite"));
+}
+
+std::optional<SettingsTrouble> makeSettingsFolder(const QString& path)
+{
+    return makeFolder(QFileInfo(QFileInfo(path).absoluteFilePath()).path());
+}
+
+std::optional<SettingsTrouble> makeSettingsFile(const QString& path)
+{
+    if (const auto trouble = makeSettingsFolder(path))
+        return trouble;
+    // Closed before SQLite opens the file: closing any descriptor drops the process's locks on it.
+    // Without waiting, so that a pipe of that name does not stop the program.
+    const Descriptor file(::open(QFile::encodeName(path).constData(),
+                                 O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
+    if (!file.isOpen())
+        return openTrouble(errno);
+    struct stat status = {};
+    if (::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return SettingsTrouble::unreachable;
+    return std::nullopt;
+}
+
+QString asideStamp()
+{
+    return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+}
+
+std::optional<QString> moveSettingsFileAside(const QString& path)
+{
+    const QString base = path + QStringLiteral(".damaged-") + asideStamp();
+    QString target = base;
+    for (int i = 2; QFileInfo::exists(target); ++i)
+        target = base + u'-' + QString::number(i);
+    const auto rename = [&](const QString& suffix) {
+        return ::rename(QFile::encodeName(path + suffix).constData(),
+                        QFile::encodeName(target + suffix).constData()) == 0;
+    };
+    // The log goes first: left behind, it would be taken for that of the new file.
+    if (!rename(QStringLiteral("-wal")) && errno != ENOENT)
+        return std::nullopt;
+    if (!rename(QString()))
+        return std::nullopt;
+    rename(QStringLiteral("-shm"));
+    return target;
+}
+
+std::optional<FileIdentity> FileIdentity::of(const QString& path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    return FileIdentity{status.st_dev, status.st_ino};
+}
+
+FileLock::~FileLock()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+std::optional<SettingsTrouble> FileLock::acquire(const QString& path)
+{
+    if (m_descriptor >= 0)
+        return std::nullopt;
+    Descriptor file(::open(QFile::encodeName(path).constData(),
+                           O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
+    if (!file.isOpen())
+        return openTrouble(errno);
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
+        return errno == EWOULDBLOCK ? SettingsTrouble::inUse : SettingsTrouble::unreachable;
+    m_descriptor = file.release();
+    return std::nullopt;
+}
+
+} // namespace kelpa

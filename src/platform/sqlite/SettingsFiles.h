@@ -1,0 +1,62 @@
+// The settings file among its neighbours: its place, its folder, the lock beside it, and moving it
+// out of the way.
+#pragma once
+
+#include "platform/sqlite/SettingsTrouble.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <sys/types.h>
+
+#include <optional>
+
+namespace kelpa {
+
+/// "kelpa/kelpa.sqlite" in $XDG_DATA_HOME, or in ~/.local/share where that is unset or relative.
+QString defaultSettingsPath();
+
+/// Makes the folder of `path` and those above it (mode 0700) and an empty file (mode 0600) where
+/// they do not exist. What exists keeps its mode.
+std::optional<SettingsTrouble> makeSettingsFile(const QString& path);
+
+/// Makes the folder of `path` alone.
+std::optional<SettingsTrouble> makeSettingsFolder(const QString& path);
+
+/// Renames the file with its "-wal" and "-shm" to "….damaged-<time>"; the new path of the file, or
+/// none when it stays where it is.
+std::optional<QString> moveSettingsFileAside(const QString& path);
+
+/// The time now as the names of what is kept aside bear it: "2026-11-21T10:00:00Z".
+QString asideStamp();
+
+/// Which file a path leads to, so that one notices when it is another one.
+struct FileIdentity
+{
+    dev_t device = 0;
+    ino_t inode = 0;
+
+    /// None when there is no such file, or something else in its place.
+    static std::optional<FileIdentity> of(const QString& path);
+
+    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+};
+
+/// An exclusive lock on a file beside the settings, held until it is destroyed or the process ends,
+/// however it ends. The file stays: removing it would let two processes lock two files of one name.
+class FileLock
+{
+public:
+    FileLock() = default;
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    ~FileLock();
+
+    /// Does not wait. `inUse` when another holds it; nothing when it is held now.
+    std::optional<SettingsTrouble> acquire(const QString& path);
+
+private:
+    int m_descriptor = -1;
+};
+
+} // namespace kelpa

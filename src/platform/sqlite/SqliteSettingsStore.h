@@ -1,0 +1,67 @@
+// The settings in one SQLite file (docs/persistence.md tells its form).
+#pragma once
+
+#include "platform/SettingsStore.h"
+#include "platform/sqlite/SettingsFiles.h"
+#include "platform/sqlite/SqliteFile.h"
+
+#include <QSet>
+
+#include <memory>
+#include <optional>
+
+namespace kelpa {
+
+/// All values are held in memory; the file follows each write, in one transaction that survives a
+/// power cut. What cannot be written is kept and written with a later call. Nothing that stands in
+/// the file is destroyed unseen: a value that this object had not read is first copied aside, and a
+/// file that is damaged or another program's is renamed. Main thread; a call waits for the disk and
+/// at most two hundredths of a second for another process.
+class SqliteSettingsStore final : public SettingsStore
+{
+public:
+    using Print = SettingsTroubleReport::Print;
+
+    /// Makes file and folder where there are none. `print` gets one line per kind of trouble.
+    explicit SqliteSettingsStore(const QString& path, Print print = printOnStandardError);
+    ~SqliteSettingsStore() override;
+
+    /// Another process had the file when this object was made: the values are those it had written
+    /// by then, and this object writes nothing while the other runs.
+    bool isAlreadyInUse() const { return m_isAlreadyInUse; }
+
+    /// False while what is written only stands in memory.
+    bool isOnDisk() const { return m_file != nullptr && m_pending.isEmpty(); }
+
+    std::optional<SettingsValue> value(const QString& key) const override;
+    bool write(const std::vector<SettingsEntry>& entries) override;
+    bool copyAside(const QString& key) override;
+    bool flush() override;
+
+private:
+    std::optional<SettingsTrouble> connect();
+    std::optional<SettingsTrouble> openFile(SettingsValues& found);
+    std::optional<SettingsTrouble> moveAside(const SettingsValues& found);
+    std::optional<SettingsTrouble> replaceDamaged(const SettingsValues& found);
+    void adopt(const SettingsValues& found);
+    void loadForReadingOnly();
+    std::optional<SettingsTrouble> writePending();
+    void dropUnchanged();
+    QString asideKey(const QString& key) const;
+
+    QString m_path;
+    SettingsTroubleReport m_report;
+    FileLock m_lock;
+    std::unique_ptr<SqliteFile> m_file;
+    std::optional<FileIdentity> m_identity;
+    /// What the file holds, as far as is known.
+    SettingsValues m_stored;
+    /// What the file shall hold and does not yet.
+    SettingsValues m_pending;
+    /// Keys whose stored value nobody was given before they were written again.
+    QSet<QString> m_unseen;
+    bool m_hasLoaded = false;
+    bool m_isAlreadyInUse = false;
+};
+
+} // namespace kelpa

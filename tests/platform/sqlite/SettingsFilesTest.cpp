@@ -1,0 +1,87 @@
+#include "platform/sqlite/SettingsFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+namespace kelpa {
+
+namespace {
+
+/// Sets a variable of the environment for the length of a test.
+class Variable
+{
+public:
+    Variable(const char* name, const QByteArray& value) : m_name(name), m_former(qgetenv(name))
+    {
+        m_wasSet = qEnvironmentVariableIsSet(name);
+        qputenv(name, value);
+    }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+    ~Variable() { m_wasSet ? qputenv(m_name, m_former) : qunsetenv(m_name); }
+
+private:
+    const char* m_name;
+    QByteArray m_former;
+    bool m_wasSet = false;
+};
+
+TEST(SettingsFiles, The_settings_lie_in_the_data_folder_of_the_environment)
+{
+    const Variable data("XDG_DATA_HOME", "/srv/data/");
+    EXPECT_EQ(defaultSettingsPath(), u"/srv/data/kelpa/kelpa.sqlite");
+}
+
+TEST(SettingsFiles, Without_a_data_folder_they_lie_below_the_home_folder)
+{
+    const Variable home("HOME", "/home/someone");
+    const Variable empty("XDG_DATA_HOME", "");
+    EXPECT_EQ(defaultSettingsPath(), u"/home/someone/.local/share/kelpa/kelpa.sqlite");
+}
+
+TEST(SettingsFiles, A_relative_data_folder_counts_as_none)
+{
+    const Variable home("HOME", "/home/someone");
+    const Variable relative("XDG_DATA_HOME", "data");
+    EXPECT_EQ(defaultSettingsPath(), u"/home/someone/.local/share/kelpa/kelpa.sqlite");
+}
+
+TEST(SettingsFiles, Every_folder_that_is_made_is_for_the_person_alone)
+{
+    const QTemporaryDir root;
+    const QString path = root.filePath(QStringLiteral("a/b/kelpa.sqlite"));
+    EXPECT_EQ(makeSettingsFile(path), std::nullopt);
+    const auto mine = QFile::ReadOwner | QFile::WriteOwner;
+    const auto isMine = [](const QString& file, QFile::Permissions permissions) {
+        // Qt adds what the present user may do.
+        constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+        return (QFile::permissions(file) & others) == QFile::Permissions() &&
+               (QFile::permissions(file) & permissions) == permissions;
+    };
+    EXPECT_TRUE(isMine(root.filePath(QStringLiteral("a")), mine | QFile::ExeOwner));
+    EXPECT_TRUE(isMine(root.filePath(QStringLiteral("a/b")), mine | QFile::ExeOwner));
+    EXPECT_TRUE(isMine(path, mine));
+}
+
+TEST(SettingsFiles, A_lock_is_held_by_one_and_free_again_after_it)
+{
+    const QTemporaryDir root;
+    const QString path = root.filePath(QStringLiteral("lock"));
+    {
+        FileLock first;
+        EXPECT_EQ(first.acquire(path), std::nullopt);
+        EXPECT_EQ(first.acquire(path), std::nullopt);
+        FileLock second;
+        EXPECT_EQ(second.acquire(path), SettingsTrouble::inUse);
+    }
+    FileLock third;
+    EXPECT_EQ(third.acquire(path), std::nullopt);
+}
+
+} // namespace
+
+} // namespace kelpa

@@ -1,0 +1,105 @@
+#include "platform/sqlite/ChildProcess.h"
+#include "platform/sqlite/SettingsFixture.h"
+#include "support/Seed.h"
+
+#include <poll.h>
+
+#include <chrono>
+#include <random>
+#include <unistd.h>
+
+namespace kelpa {
+
+namespace {
+
+using namespace test;
+
+constexpr int crashes = 120;
+
+const std::array<QString, 3>& keys()
+{
+    static const std::array<QString, 3> names{QStringLiteral("kelpa.goals"),
+                                              QStringLiteral("kelpa.unassignedTodos"),
+                                              QStringLiteral("kelpa.windowAssignments")};
+    return names;
+}
+
+/// Save number `n`: the number first, then so much that it takes several pages.
+QByteArray blob(int n, std::size_t key)
+{
+    return QByteArray::number(n) + ' ' +
+           QByteArray(static_cast<qsizetype>(200'000 / (1 + key * 7)),
+                      static_cast<char>('a' + n % 26));
+}
+
+int numberOf(const std::optional<SettingsValue>& value)
+{
+    return value ? std::get<QByteArray>(*value).split(' ').first().toInt() : 0;
+}
+
+/// Saves without end, and reports each save that is on the disk through the pipe.
+bool saveForever(const QString& path, int pipe)
+{
+    SqliteSettingsStore store(path);
+    for (int n = numberOf(store.value(keys()[0])) + 1;; ++n) {
+        std::vector<SettingsEntry> entries;
+        for (std::size_t key = 0; key < keys().size(); ++key)
+            entries.push_back({keys().at(key), blob(n, key)});
+        if (!store.write(entries) || ::write(pipe, &n, sizeof n) != sizeof n)
+            return false;
+    }
+}
+
+/// The number of the last save reported until `moment`, or `last` when none was.
+int lastReported(int pipe, std::chrono::steady_clock::time_point moment, int last)
+{
+    using namespace std::chrono;
+    for (;;) {
+        const auto left = duration_cast<milliseconds>(moment - steady_clock::now()).count();
+        pollfd readable{pipe, POLLIN, 0};
+        if (left < 0 || ::poll(&readable, 1, static_cast<int>(left)) <= 0)
+            return last;
+        if (::read(pipe, &last, sizeof last) != sizeof last)
+            return last;
+    }
+}
+
+TEST_F(SettingsFixture, A_program_killed_at_any_moment_leaves_a_whole_save_and_never_an_older_one)
+{
+    const std::uint64_t seed = test::seed();
+    SCOPED_TRACE(seedText(seed));
+    std::mt19937_64 random(seed);
+    int last = 0;
+    for (int crash = 0; crash < crashes && !HasFailure(); ++crash) {
+        std::array<int, 2> ends{};
+        ASSERT_EQ(::pipe(ends.data()), 0);
+        const pid_t child = startChild([&] { return saveForever(path, ends[1]); });
+        ASSERT_GT(child, 0);
+        ::close(ends[1]);
+
+        using namespace std::chrono_literals;
+        const auto now = std::chrono::steady_clock::now();
+        last = lastReported(ends[0], now + std::chrono::microseconds(random() % 60'000), last);
+        killChild(child);
+        // What was reported between the last look and the end counts too.
+        last = lastReported(ends[0], std::chrono::steady_clock::now() + 1s, last);
+        ::close(ends[0]);
+
+        const auto store = openStore();
+        const int number = numberOf(store->value(keys()[0]));
+        EXPECT_TRUE(number == last || number == last + 1) << number << " after save " << last;
+        for (std::size_t key = 0; key < keys().size() && number > 0; ++key)
+            EXPECT_EQ(store->value(keys().at(key)), SettingsValue(blob(number, key)));
+        EXPECT_EQ(rowsOf(path, QStringLiteral("PRAGMA integrity_check")),
+                  QList<QString>{QStringLiteral("ok")});
+        last = number;
+    }
+    EXPECT_TRUE(messages.isEmpty());
+    // Otherwise the program was killed before it had begun.
+    EXPECT_GT(last, crashes / 2);
+    RecordProperty("saves", last);
+}
+
+} // namespace
+
+} // namespace kelpa

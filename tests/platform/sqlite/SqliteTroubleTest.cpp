@@ -1,0 +1,300 @@
+#include "platform/sqlite/ChildProcess.h"
+#include "platform/sqlite/SettingsFixture.h"
+
+#include <sys/resource.h>
+
+#include <chrono>
+#include <csignal>
+#include <unistd.h>
+
+namespace kelpa {
+
+namespace {
+
+using namespace test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class SqliteTrouble : public SettingsFixture
+{
+protected:
+    QString hidden = folder.filePath(QStringLiteral("hidden"));
+
+    /// A stored board that cannot be reached, since a folder stands in its place.
+    void hideFile()
+    {
+        ASSERT_TRUE(openStore()->write({goals("[1]"), language(QStringLiteral("de"))}));
+        ASSERT_TRUE(QFile::rename(path, hidden));
+        ASSERT_TRUE(QDir().mkdir(path));
+    }
+
+    void bringFileBack()
+    {
+        ASSERT_TRUE(QDir().rmdir(path));
+        ASSERT_TRUE(QFile::rename(hidden, path));
+    }
+};
+
+TEST_F(SqliteTrouble, While_the_file_cannot_be_reached_the_board_lives_in_memory)
+{
+    ASSERT_TRUE(QDir().mkdir(path));
+    const auto store = openStore();
+    EXPECT_FALSE(store->isAlreadyInUse());
+    EXPECT_FALSE(store->isOnDisk());
+    EXPECT_FALSE(store->write({goals("[1]")}));
+    EXPECT_FALSE(store->write({language(QStringLiteral("de"))}));
+    EXPECT_FALSE(store->flush());
+    EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[1]")));
+    EXPECT_EQ(store->value(languageKey), SettingsValue(QStringLiteral("de")));
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].contains(path));
+    EXPECT_TRUE(messages[0].contains(u"it cannot be opened"));
+
+    ASSERT_TRUE(QDir().rmdir(path));
+    EXPECT_TRUE(store->write({{sortingKey, false}}));
+    EXPECT_TRUE(store->isOnDisk());
+    EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT key FROM settings ORDER BY key")),
+                ElementsAre(sortingKey, goalsKey, languageKey));
+}
+
+TEST_F(SqliteTrouble, A_path_below_a_file_is_no_crash)
+{
+    setContents(path, "a file");
+    path += QStringLiteral("/kelpa/kelpa.sqlite");
+    const auto store = openStore();
+    EXPECT_FALSE(store->write({goals("[1]")}));
+    EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[1]")));
+    EXPECT_EQ(messages.size(), 1);
+}
+
+TEST_F(SqliteTrouble, A_pipe_in_the_files_place_stops_nothing)
+{
+    ASSERT_EQ(::mkfifo(path.toUtf8().constData(), 0600), 0);
+    const auto store = openStore();
+    EXPECT_FALSE(store->write({goals("[1]")}));
+    EXPECT_EQ(messages.size(), 1);
+}
+
+TEST_F(SqliteTrouble, What_could_not_be_read_at_start_is_copied_aside_before_it_is_overwritten)
+{
+    hideFile();
+    const auto store = openStore();
+    EXPECT_EQ(store->value(goalsKey), std::nullopt);
+    EXPECT_FALSE(store->write({goals("[2]")}));
+    bringFileBack();
+    EXPECT_TRUE(store->flush());
+    EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[2]")));
+    EXPECT_EQ(store->value(languageKey), SettingsValue(QStringLiteral("de")));
+    EXPECT_THAT(copiesAside(goalsKey), ElementsAre(u"[1]"));
+    EXPECT_THAT(copiesAside(languageKey), IsEmpty());
+
+    // Once the old value is safe, later saves add no copies.
+    EXPECT_TRUE(store->write({goals("[3]")}));
+    EXPECT_THAT(copiesAside(goalsKey), ElementsAre(u"[1]"));
+}
+
+TEST_F(SqliteTrouble, A_key_that_is_first_written_later_is_copied_aside_then)
+{
+    hideFile();
+    const auto store = openStore();
+    EXPECT_FALSE(store->write({{sortingKey, true}}));
+    bringFileBack();
+    EXPECT_TRUE(store->flush());
+    EXPECT_THAT(copiesAside(goalsKey), IsEmpty());
+    EXPECT_TRUE(store->write({goals("[2]")}));
+    EXPECT_THAT(copiesAside(goalsKey), ElementsAre(u"[1]"));
+}
+
+TEST_F(SqliteTrouble, A_value_that_turns_out_to_be_the_same_is_not_copied_aside)
+{
+    hideFile();
+    const auto store = openStore();
+    EXPECT_FALSE(store->write({goals("[1]")}));
+    bringFileBack();
+    EXPECT_TRUE(store->flush());
+    EXPECT_THAT(copiesAside(goalsKey), IsEmpty());
+}
+
+TEST_F(SqliteTrouble, The_same_trouble_is_told_again_after_it_was_over)
+{
+    auto store = openStore();
+    const auto expectOneMoreMessage = [&](int count) {
+        RawDatabase other(path);
+        ASSERT_TRUE(other.run("BEGIN IMMEDIATE"));
+        EXPECT_FALSE(store->write({goals(QByteArray::number(count))}));
+        EXPECT_FALSE(store->write({language(QString::number(count))}));
+        ASSERT_EQ(messages.size(), count);
+        EXPECT_TRUE(messages.last().contains(u"another program has locked it"));
+    };
+    expectOneMoreMessage(1);
+    EXPECT_TRUE(store->flush());
+    expectOneMoreMessage(2);
+    EXPECT_TRUE(store->flush());
+    EXPECT_EQ(messages.size(), 2);
+}
+
+TEST_F(SqliteTrouble, A_lock_of_another_program_delays_a_save_by_a_moment_at_most)
+{
+    const auto store = openStore();
+    EXPECT_TRUE(store->write({goals("[1]")}));
+    RawDatabase other(path);
+    ASSERT_TRUE(other.run("BEGIN IMMEDIATE"));
+    auto shortest = std::chrono::steady_clock::duration::max();
+    for (int i = 0; i < 5; ++i) {
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_FALSE(store->write({goals("[2]")}));
+        shortest = std::min(shortest, std::chrono::steady_clock::now() - start);
+    }
+    // Of several, since the machine may be busy with something else.
+    EXPECT_LT(shortest, std::chrono::milliseconds(50));
+    ASSERT_TRUE(other.run("COMMIT"));
+    EXPECT_TRUE(store->flush());
+    EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT CAST(value AS TEXT) FROM settings")),
+                ElementsAre(u"[2]"));
+}
+
+TEST_F(SqliteTrouble, A_reader_that_stays_does_not_keep_saves_from_the_disk)
+{
+    const auto store = openStore();
+    EXPECT_TRUE(store->write({goals("[1]")}));
+    RawDatabase reader(path);
+    ASSERT_TRUE(reader.run("BEGIN; SELECT * FROM settings"));
+    for (int i = 0; i < 50; ++i)
+        ASSERT_TRUE(store->write({goals(QByteArray::number(i))}));
+    EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT CAST(value AS TEXT) FROM settings")),
+                ElementsAre(u"49"));
+}
+
+TEST_F(SqliteTrouble, A_file_that_is_removed_while_it_is_open_is_written_anew)
+{
+    const auto store = openStore();
+    EXPECT_TRUE(store->write({goals("[1]"), language(QStringLiteral("de"))}));
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_TRUE(store->write({language(QStringLiteral("fr"))}));
+    EXPECT_THAT(
+        rowsOf(path, QStringLiteral("SELECT CAST(value AS TEXT) FROM settings ORDER BY key")),
+        ElementsAre(u"[1]", u"fr"));
+}
+
+TEST_F(SqliteTrouble, A_whole_folder_that_is_removed_while_it_is_open_is_made_again)
+{
+    path = folder.filePath(QStringLiteral("data/kelpa.sqlite"));
+    const auto store = openStore();
+    EXPECT_TRUE(store->write({goals("[1]")}));
+    ASSERT_TRUE(QDir(folder.filePath(QStringLiteral("data"))).removeRecursively());
+    EXPECT_TRUE(store->write({language(QStringLiteral("fr"))}));
+    EXPECT_EQ(rowsOf(path, QStringLiteral("SELECT key FROM settings")).size(), 2);
+}
+
+TEST_F(SqliteTrouble, A_file_and_a_folder_that_may_only_be_read_are_read)
+{
+    ASSERT_TRUE(openStore()->write({goals("[1]"), language(QStringLiteral("de"))}));
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadOther));
+    const auto readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    ASSERT_TRUE(QFile::remove(path + QStringLiteral(".lock")));
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), readable));
+    EXPECT_TRUE(succeedsInChild([this] {
+        EXPECT_TRUE(giveUpRights());
+        const auto store = openStore();
+        EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[1]")));
+        EXPECT_EQ(store->value(languageKey), SettingsValue(QStringLiteral("de")));
+        EXPECT_FALSE(store->write({goals("[2]")}));
+        EXPECT_FALSE(store->write({goals("[3]")}));
+        EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[3]")));
+        EXPECT_EQ(messages.size(), 1);
+        return !HasFailure();
+    }));
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), readable | QFile::WriteOwner));
+    EXPECT_EQ(openStore()->value(goalsKey), SettingsValue(QByteArray("[1]")));
+}
+
+TEST_F(SqliteTrouble, A_file_that_may_not_even_be_read_is_kept_until_it_may)
+{
+    ASSERT_TRUE(openStore()->write({goals("[1]")}));
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::Permissions()));
+    const auto all = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther |
+                     QFile::WriteOther | QFile::ExeOther;
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), all));
+    ASSERT_TRUE(QFile::remove(path + QStringLiteral(".lock")));
+    EXPECT_TRUE(succeedsInChild([this] {
+        EXPECT_TRUE(giveUpRights());
+        const auto store = openStore();
+        EXPECT_EQ(store->value(goalsKey), std::nullopt);
+        EXPECT_FALSE(store->write({goals("[2]")}));
+        EXPECT_EQ(messages.size(), 1);
+        EXPECT_THAT(filesNamed(QStringLiteral("*damaged*")), IsEmpty());
+        return !HasFailure();
+    }));
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+    ASSERT_TRUE(QFile::remove(path + QStringLiteral(".lock")));
+    EXPECT_EQ(openStore()->value(goalsKey), SettingsValue(QByteArray("[1]")));
+}
+
+TEST_F(SqliteTrouble, On_a_full_disk_the_last_saved_board_stays_and_the_next_one_follows_later)
+{
+    EXPECT_TRUE(succeedsInChild([this] {
+        const QString disk = folder.filePath(QStringLiteral("disk"));
+        EXPECT_TRUE(QDir().mkdir(disk));
+        EXPECT_TRUE(mountSmallDisk(disk.toUtf8().constData(), "size=2m"))
+            << "this test needs the right to mount a file system in a namespace of its own";
+        path = disk + QStringLiteral("/kelpa.sqlite");
+        const auto store = openStore();
+        EXPECT_TRUE(store->write({goals("[1]"), language(QStringLiteral("de"))}));
+        setContents(disk + QStringLiteral("/ballast"), QByteArray(1'200'000, 'x'));
+
+        const QByteArray large(1'000'000, 'y');
+        EXPECT_FALSE(store->write({goals(large), language(QStringLiteral("fr"))}));
+        EXPECT_FALSE(store->write({goals(large + "!")}));
+        EXPECT_EQ(messages.size(), 1);
+        EXPECT_TRUE(messages.value(0).contains(u"no space is left on the disk"));
+        EXPECT_THAT(
+            rowsOf(path, QStringLiteral("SELECT CAST(value AS TEXT) FROM settings ORDER BY key")),
+            ElementsAre(u"[1]", u"de"));
+
+        EXPECT_TRUE(QFile::remove(disk + QStringLiteral("/ballast")));
+        EXPECT_TRUE(store->flush());
+        EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT length(value) FROM settings ORDER BY key")),
+                    ElementsAre(u"1000001", u"2"));
+        return !HasFailure();
+    }));
+}
+
+TEST_F(SqliteTrouble, A_write_that_the_system_refuses_leaves_the_last_saved_board)
+{
+    EXPECT_TRUE(succeedsInChild([this] {
+        const auto store = openStore();
+        EXPECT_TRUE(store->write({goals("[1]")}));
+        // Without the signal, a write beyond the limit is an error like that of a broken disk.
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit{};
+        ::getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit small{400'000, limit.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        const QByteArray large(1'000'000, 'y');
+        EXPECT_FALSE(store->write({goals(large)}));
+        EXPECT_FALSE(store->write({goals(large)}));
+        EXPECT_EQ(messages.size(), 1);
+        EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT CAST(value AS TEXT) FROM settings")),
+                    ElementsAre(u"[1]"));
+
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        EXPECT_TRUE(store->flush());
+        EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT length(value) FROM settings")),
+                    ElementsAre(u"1000000"));
+        return !HasFailure();
+    }));
+}
+
+TEST_F(SqliteTrouble, A_message_is_one_line_on_standard_error)
+{
+    ASSERT_TRUE(QDir().mkdir(path));
+    testing::internal::CaptureStderr();
+    SqliteSettingsStore(path).write({goals("[1]")});
+    const std::string printed = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::ranges::count(printed, '\n'), 1);
+    EXPECT_TRUE(printed.starts_with("kelpa: the board in " + path.toStdString()));
+}
+
+} // namespace
+
+} // namespace kelpa

@@ -1,0 +1,106 @@
+#include "platform/x11/X11Accessibility.h"
+#include "support/desktop/X11Desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+
+using namespace kelpa;
+using namespace kelpa::test;
+
+namespace {
+
+class WindowServerOnDisplay : public ::testing::Test
+{
+protected:
+    XServer xServer;
+    X11Surroundings surroundings;
+    std::unique_ptr<x11::X11WindowServer> server = surroundings.makeServer(xServer.display());
+};
+
+} // namespace
+
+TEST_F(WindowServerOnDisplay, Without_a_look_nothing_is_trusted)
+{
+    EXPECT_FALSE(server->isScreenCaptureTrusted());
+    EXPECT_FALSE(x11::X11Accessibility(server->trust()).isTrusted());
+}
+
+TEST_F(WindowServerOnDisplay, Without_a_window_manager_there_is_no_list_and_no_trust)
+{
+    const auto source = server->openDiscoverySource();
+    EXPECT_FALSE(source->windowList(WindowListScope::all).has_value());
+    EXPECT_FALSE(source->isAccessibilityTrusted());
+    EXPECT_FALSE(server->isScreenCaptureTrusted());
+}
+
+TEST_F(WindowServerOnDisplay, Trust_goes_and_comes_with_the_window_manager)
+{
+    const x11::X11Accessibility accessibility(server->trust());
+    std::optional<WindowManager> manager(xServer.display());
+    EXPECT_TRUE(server->openDiscoverySource()->isAccessibilityTrusted());
+    EXPECT_TRUE(server->isScreenCaptureTrusted());
+    EXPECT_TRUE(accessibility.isTrusted());
+
+    // Killed, it leaves its hint behind.
+    manager->kill();
+    TestClient client(xServer.display());
+    ASSERT_TRUE(waitUntil([&] { return !client.isManaged(); }));
+    EXPECT_TRUE(client.word(client.root(), "_NET_SUPPORTING_WM_CHECK").has_value());
+    EXPECT_FALSE(server->openDiscoverySource()->windowList(WindowListScope::all).has_value());
+    EXPECT_FALSE(server->isScreenCaptureTrusted());
+    EXPECT_FALSE(accessibility.isTrusted());
+
+    manager.emplace(xServer.display());
+    server->refreshTrust();
+    EXPECT_TRUE(server->isScreenCaptureTrusted());
+    EXPECT_TRUE(accessibility.isTrusted());
+    EXPECT_TRUE(server->openDiscoverySource()->windowList(WindowListScope::all).has_value());
+}
+
+TEST_F(WindowServerOnDisplay, A_hint_that_names_a_strangers_window_is_not_believed)
+{
+    TestClient client(xServer.display());
+    const xcb_window_t window = client.create({});
+    client.setWindows(client.root(), "_NET_SUPPORTING_WM_CHECK", {window});
+    server->refreshTrust();
+    EXPECT_FALSE(server->isScreenCaptureTrusted());
+}
+
+TEST_F(WindowServerOnDisplay, A_server_that_dies_leaves_absent_lists)
+{
+    const WindowManager manager(xServer.display());
+    ASSERT_TRUE(server->openDiscoverySource()->windowList(WindowListScope::all).has_value());
+    xServer.kill();
+    for (int count = 0; count < 3; ++count) {
+        const auto source = server->openDiscoverySource();
+        EXPECT_FALSE(source->windowList(WindowListScope::all).has_value());
+        EXPECT_FALSE(source->windowList(WindowListScope::onScreen).has_value());
+    }
+    EXPECT_FALSE(server->isScreenCaptureTrusted());
+}
+
+TEST_F(WindowServerOnDisplay, A_display_that_does_not_exist_leaves_absent_lists)
+{
+    const auto nowhere = surroundings.makeServer(":64999");
+    EXPECT_FALSE(nowhere->openDiscoverySource()->windowList(WindowListScope::all).has_value());
+    EXPECT_FALSE(nowhere->isScreenCaptureTrusted());
+}
+
+TEST_F(WindowServerOnDisplay, A_look_while_another_client_holds_the_server_ends_when_it_lets_go)
+{
+    const WindowManager manager(xServer.display());
+    server->openDiscoverySource();
+    TestClient client(xServer.display());
+    xcb_grab_server(client.connection());
+    client.sync();
+    auto pass = std::async(std::launch::async, [&] {
+        return server->openDiscoverySource()->windowList(WindowListScope::all).has_value();
+    });
+    EXPECT_EQ(pass.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
+    // What was seen last is still told at once.
+    EXPECT_TRUE(server->isScreenCaptureTrusted());
+    xcb_ungrab_server(client.connection());
+    client.sync();
+    EXPECT_TRUE(pass.get());
+}

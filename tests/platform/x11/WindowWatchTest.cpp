@@ -1,0 +1,172 @@
+#include "support/desktop/X11Desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+using namespace kelpa;
+using namespace kelpa::test;
+
+namespace {
+
+/// A QCoreApplication wants the arguments of a program.
+struct Arguments
+{
+    int count = 1;
+    std::array<char, 5> name{"test"};
+    std::array<char*, 2> values{name.data(), nullptr};
+};
+
+class WindowWatching : public ::testing::Test
+{
+protected:
+    /// Waits until no more notices come, then counts anew.
+    void settle()
+    {
+        ASSERT_TRUE(waitUntil([&] { return notices > 0; }));
+        int before = 0;
+        const auto isQuiet = [&] {
+            before = notices;
+            return !waitUntil([&] { return notices != before; }, std::chrono::milliseconds(400));
+        };
+        ASSERT_TRUE(waitUntil(isQuiet));
+        notices = 0;
+    }
+
+    bool isNoticed()
+    {
+        return waitUntil([&] { return notices > 0; });
+    }
+
+    xcb_window_t openAndSettle()
+    {
+        const xcb_window_t window = client.open({100, 100, 300, 200, "a", {}});
+        EXPECT_TRUE(waitUntil([&] { return client.isListed(window); }));
+        settle();
+        return window;
+    }
+
+    Arguments arguments;
+    QCoreApplication application{arguments.count, arguments.values.data()};
+    XServer xServer;
+    std::optional<WindowManager> manager{xServer.display()};
+    X11Surroundings surroundings;
+    std::unique_ptr<x11::X11WindowServer> server = surroundings.makeServer(xServer.display());
+    TestClient client{xServer.display()};
+    int notices = 0;
+    std::unique_ptr<Subscription> watch = server->watchWindows([this] { ++notices; });
+};
+
+} // namespace
+
+TEST_F(WindowWatching, Once_the_watch_stands_it_says_so)
+{
+    EXPECT_TRUE(isNoticed());
+    EXPECT_TRUE(server->isScreenCaptureTrusted());
+}
+
+TEST_F(WindowWatching, A_new_window_is_noticed_in_few_calls)
+{
+    settle();
+    client.open({100, 100, 300, 200, "a", {}});
+    EXPECT_TRUE(isNoticed());
+    EXPECT_LE(notices, 2);
+}
+
+TEST_F(WindowWatching, A_closed_window_is_noticed)
+{
+    const xcb_window_t window = openAndSettle();
+    client.destroy(window);
+    EXPECT_TRUE(isNoticed());
+}
+
+TEST_F(WindowWatching, A_renamed_window_is_noticed)
+{
+    const xcb_window_t window = openAndSettle();
+    client.setText(window, "_NET_WM_NAME", "another name");
+    EXPECT_TRUE(isNoticed());
+}
+
+TEST_F(WindowWatching, A_minimized_window_is_noticed)
+{
+    const xcb_window_t window = openAndSettle();
+    client.minimize(window);
+    EXPECT_TRUE(isNoticed());
+}
+
+TEST_F(WindowWatching, A_moved_window_is_noticed)
+{
+    const xcb_window_t window = openAndSettle();
+    const std::array<std::uint32_t, 2> place{300, 250};
+    xcb_configure_window(client.connection(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
+                         place.data());
+    client.sync();
+    EXPECT_TRUE(isNoticed());
+}
+
+TEST_F(WindowWatching, A_property_that_shows_nowhere_is_not_noticed)
+{
+    const xcb_window_t window = openAndSettle();
+    client.setCardinals(window, "_NET_WM_USER_TIME", {5});
+    // Notices come in order: when the later one has come, the earlier one would have as well.
+    client.setText(window, "_NET_WM_NAME", "b");
+    EXPECT_TRUE(isNoticed());
+    EXPECT_EQ(notices, 1);
+}
+
+TEST_F(WindowWatching, A_killed_window_manager_takes_the_trust_and_a_new_one_brings_it_back)
+{
+    settle();
+    ASSERT_TRUE(server->isScreenCaptureTrusted());
+    manager->kill();
+    EXPECT_TRUE(waitUntil([&] { return !server->isScreenCaptureTrusted(); }));
+    EXPECT_TRUE(isNoticed());
+    manager.emplace(xServer.display());
+    EXPECT_TRUE(waitUntil([&] { return server->isScreenCaptureTrusted(); }));
+}
+
+TEST_F(WindowWatching, A_dropped_subscription_hears_nothing)
+{
+    const xcb_window_t window = openAndSettle();
+    watch.reset();
+    client.setText(window, "_NET_WM_NAME", "another name");
+    EXPECT_FALSE(waitUntil([&] { return notices > 0; }, std::chrono::milliseconds(300)));
+}
+
+TEST_F(WindowWatching, A_subscription_may_be_dropped_by_its_own_notice)
+{
+    settle();
+    int calls = 0;
+    std::unique_ptr<Subscription> brief;
+    brief = server->watchWindows([&] {
+        ++calls;
+        brief.reset();
+    });
+    EXPECT_TRUE(waitUntil([&] { return calls > 0; }));
+    client.open({100, 100, 300, 200, "a", {}});
+    EXPECT_TRUE(isNoticed());
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(WindowWatching, A_server_that_dies_ends_nothing_but_the_trust)
+{
+    settle();
+    xServer.kill();
+    EXPECT_TRUE(waitUntil([&] { return !server->isScreenCaptureTrusted(); }));
+}
+
+TEST_F(WindowWatching, A_server_held_by_another_client_does_not_stop_the_main_thread)
+{
+    openAndSettle();
+    xcb_grab_server(client.connection());
+    client.sync();
+    client.setText(client.open({100, 100, 300, 200, "b", {}}), "_NET_WM_NAME", "c");
+    const auto begin = std::chrono::steady_clock::now();
+    for (int count = 0; count < 50; ++count) {
+        QCoreApplication::processEvents();
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(500));
+    xcb_ungrab_server(client.connection());
+    client.sync();
+    EXPECT_TRUE(isNoticed());
+}

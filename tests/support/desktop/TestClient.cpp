@@ -1,0 +1,221 @@
+#include "support/desktop/TestClient.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+namespace kelpa::test {
+
+namespace {
+
+struct Free
+{
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+constexpr std::uint32_t iconicState = 3;
+constexpr std::uint32_t addState = 1;
+constexpr std::uint32_t fromPager = 2;
+
+QByteArray bytesOf(const std::vector<std::uint32_t>& values)
+{
+    QByteArray bytes(static_cast<qsizetype>(values.size() * sizeof(std::uint32_t)), '\0');
+    if (!values.empty()) {
+        std::memcpy(bytes.data(), values.data(), values.size() * sizeof(std::uint32_t));
+    }
+    return bytes;
+}
+
+} // namespace
+
+TestClient::TestClient(const QByteArray& display)
+    : m_connection(xcb_connect(display.constData(), nullptr))
+{
+    if (xcb_connection_has_error(m_connection) != 0) {
+        qFatal("no connection to %s", display.constData());
+    }
+    m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+}
+
+TestClient::TestClient(TestClient&& other) noexcept
+    : m_connection(std::exchange(other.m_connection, nullptr)), m_root(other.m_root)
+{}
+
+TestClient::~TestClient()
+{
+    if (m_connection) {
+        xcb_disconnect(m_connection);
+    }
+}
+
+xcb_window_t TestClient::create(const TestWindow& window)
+{
+    const xcb_window_t id = xcb_generate_id(m_connection);
+    const std::uint32_t overrideRedirect = window.isOverrideRedirect ? 1 : 0;
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, id, m_root, window.x, window.y,
+                      window.width, window.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
+    // WM_NORMAL_HINTS with a position and a size that a person chose, so that they are kept.
+    std::vector<std::uint32_t> hints(18, 0);
+    hints[0] = 1U | 2U;
+    setProperty(id, "WM_NORMAL_HINTS", XCB_ATOM_WM_SIZE_HINTS, 32, bytesOf(hints));
+    if (!window.title.isEmpty()) {
+        setText(id, "_NET_WM_NAME", window.title);
+    }
+    if (!window.windowClass.isEmpty()) {
+        const QByteArray bytes =
+            window.windowClass + '\0' + window.windowClass + QByteArray(1, '\0');
+        setProperty(id, "WM_CLASS", XCB_ATOM_STRING, 8, bytes);
+    }
+    return id;
+}
+
+xcb_window_t TestClient::open(const TestWindow& window)
+{
+    const xcb_window_t id = create(window);
+    map(id);
+    return id;
+}
+
+void TestClient::map(xcb_window_t window)
+{
+    xcb_map_window(m_connection, window);
+    sync();
+}
+
+void TestClient::unmap(xcb_window_t window)
+{
+    xcb_unmap_window(m_connection, window);
+    sync();
+}
+
+void TestClient::destroy(xcb_window_t window)
+{
+    xcb_destroy_window(m_connection, window);
+    sync();
+}
+
+xcb_atom_t TestClient::atom(const QByteArray& name)
+{
+    const xcb_intern_atom_cookie_t cookie =
+        xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.constData());
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
+        xcb_intern_atom_reply(m_connection, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+void TestClient::setProperty(xcb_window_t window, const QByteArray& name, xcb_atom_t type,
+                             int format, const QByteArray& bytes)
+{
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, atom(name), type,
+                        static_cast<std::uint8_t>(format),
+                        static_cast<std::uint32_t>(bytes.size() / (format / 8)), bytes.constData());
+    sync();
+}
+
+void TestClient::setText(xcb_window_t window, const QByteArray& name, const QByteArray& utf8)
+{
+    setProperty(window, name, atom("UTF8_STRING"), 8, utf8);
+}
+
+void TestClient::setCardinals(xcb_window_t window, const QByteArray& name,
+                              const std::vector<std::uint32_t>& values)
+{
+    setProperty(window, name, XCB_ATOM_CARDINAL, 32, bytesOf(values));
+}
+
+void TestClient::setWindows(xcb_window_t window, const QByteArray& name,
+                            const std::vector<std::uint32_t>& values)
+{
+    setProperty(window, name, XCB_ATOM_WINDOW, 32, bytesOf(values));
+}
+
+void TestClient::setAtoms(xcb_window_t window, const QByteArray& name,
+                          const std::vector<QByteArray>& values)
+{
+    std::vector<std::uint32_t> atoms;
+    atoms.reserve(values.size());
+    for (const QByteArray& value : values) {
+        atoms.push_back(atom(value));
+    }
+    setProperty(window, name, XCB_ATOM_ATOM, 32, bytesOf(atoms));
+}
+
+std::vector<std::uint32_t> TestClient::words(xcb_window_t window, const QByteArray& name)
+{
+    const xcb_get_property_cookie_t cookie =
+        xcb_get_property(m_connection, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
+    const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+        xcb_get_property_reply(m_connection, cookie, nullptr));
+    std::vector<std::uint32_t> values;
+    if (reply && reply->format == 32) {
+        values.resize(reply->value_len);
+        if (!values.empty()) {
+            std::memcpy(values.data(), xcb_get_property_value(reply.get()),
+                        values.size() * sizeof(std::uint32_t));
+        }
+    }
+    return values;
+}
+
+std::optional<std::uint32_t> TestClient::word(xcb_window_t window, const QByteArray& name)
+{
+    const std::vector<std::uint32_t> values = words(window, name);
+    return values.empty() ? std::nullopt : std::optional(values.front());
+}
+
+void TestClient::request(xcb_window_t window, const QByteArray& message,
+                         const std::array<std::uint32_t, 5>& data)
+{
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom(message);
+    std::copy(data.begin(), data.end(), std::begin(event.data.data32));
+    const void* bytes = &event;
+    xcb_send_event(m_connection, 0, m_root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   static_cast<const char*>(bytes));
+    sync();
+}
+
+void TestClient::minimize(xcb_window_t window)
+{
+    request(window, "WM_CHANGE_STATE", {iconicState, 0, 0, 0, 0});
+}
+
+void TestClient::maximize(xcb_window_t window)
+{
+    request(window, "_NET_WM_STATE",
+            {addState, atom("_NET_WM_STATE_MAXIMIZED_VERT"), atom("_NET_WM_STATE_MAXIMIZED_HORZ"),
+             fromPager, 0});
+}
+
+void TestClient::sendToDesktop(xcb_window_t window, std::uint32_t desktop)
+{
+    request(window, "_NET_WM_DESKTOP", {desktop, fromPager, 0, 0, 0});
+}
+
+bool TestClient::isManaged()
+{
+    const std::optional<std::uint32_t> check = word(m_root, "_NET_SUPPORTING_WM_CHECK");
+    return check && word(*check, "_NET_SUPPORTING_WM_CHECK") == check;
+}
+
+bool TestClient::isListed(xcb_window_t window)
+{
+    const std::vector<std::uint32_t> clients = words(m_root, "_NET_CLIENT_LIST");
+    return std::find(clients.begin(), clients.end(), window) != clients.end();
+}
+
+void TestClient::sync()
+{
+    const xcb_get_input_focus_cookie_t cookie = xcb_get_input_focus(m_connection);
+    const std::unique_ptr<xcb_get_input_focus_reply_t, Free> reply(
+        xcb_get_input_focus_reply(m_connection, cookie, nullptr));
+}
+
+} // namespace kelpa::test

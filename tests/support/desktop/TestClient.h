@@ -1,0 +1,83 @@
+// A client of an X server whose windows can be given any property, also ones that no honest program
+// would have.
+#pragma once
+
+#include <QByteArray>
+
+#include <xcb/xcb.h>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace kelpa::test {
+
+struct TestWindow
+{
+    std::int16_t x = 100;
+    std::int16_t y = 100;
+    std::uint16_t width = 400;
+    std::uint16_t height = 300;
+    /// _NET_WM_NAME; none when empty.
+    QByteArray title;
+    /// Both parts of WM_CLASS; none when empty.
+    QByteArray windowClass;
+    bool isOverrideRedirect = false;
+};
+
+/// A connection and the windows it made, all of which go when it is dropped.
+class TestClient
+{
+public:
+    explicit TestClient(const QByteArray& display);
+    TestClient(TestClient&& other) noexcept;
+    TestClient& operator=(TestClient&&) = delete;
+    ~TestClient();
+
+    xcb_connection_t* connection() const { return m_connection; }
+    xcb_window_t root() const { return m_root; }
+
+    /// Not mapped yet, so that properties can be set first.
+    xcb_window_t create(const TestWindow& window);
+    /// Created and mapped.
+    xcb_window_t open(const TestWindow& window);
+    void map(xcb_window_t window);
+    void unmap(xcb_window_t window);
+    void destroy(xcb_window_t window);
+
+    xcb_atom_t atom(const QByteArray& name);
+    void setProperty(xcb_window_t window, const QByteArray& name, xcb_atom_t type, int format,
+                     const QByteArray& bytes);
+    void setText(xcb_window_t window, const QByteArray& name, const QByteArray& utf8);
+    void setCardinals(xcb_window_t window, const QByteArray& name,
+                      const std::vector<std::uint32_t>& values);
+    void setWindows(xcb_window_t window, const QByteArray& name,
+                    const std::vector<std::uint32_t>& values);
+    void setAtoms(xcb_window_t window, const QByteArray& name,
+                  const std::vector<QByteArray>& values);
+    /// The first item of a 32-bit property.
+    std::optional<std::uint32_t> word(xcb_window_t window, const QByteArray& name);
+
+    /// Asks the window manager, as a pager would.
+    void request(xcb_window_t window, const QByteArray& message,
+                 const std::array<std::uint32_t, 5>& data);
+    void minimize(xcb_window_t window);
+    void maximize(xcb_window_t window);
+    void sendToDesktop(xcb_window_t window, std::uint32_t desktop);
+
+    /// Whether an EWMH window manager runs.
+    bool isManaged();
+    /// Whether the window manager's list has the window.
+    bool isListed(xcb_window_t window);
+    /// Returns when the server has carried out everything asked so far.
+    void sync();
+
+private:
+    std::vector<std::uint32_t> words(xcb_window_t window, const QByteArray& name);
+
+    xcb_connection_t* m_connection;
+    xcb_window_t m_root = XCB_WINDOW_NONE;
+};
+
+} // namespace kelpa::test

@@ -1,0 +1,80 @@
+// A private X server with a window manager, and Kelpa's window server on it.
+#pragma once
+
+#include "platform/x11/X11WindowServer.h"
+#include "support/desktop/LoopScheduler.h"
+#include "support/desktop/Programs.h"
+#include "support/desktop/TestClient.h"
+#include "support/desktop/WaitUntil.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kelpa::test {
+
+/// Knows no desktop entries: an application is named as its window class is.
+class ClassNameResolver : public x11::ApplicationResolver
+{
+public:
+    x11::ResolvedApplication resolve(const x11::ApplicationClues& clues) override
+    {
+        return {std::nullopt, clues.wmClassName};
+    }
+};
+
+/// Takes every reservation and remembers the last one.
+class MemoryReservation : public x11::NumberReservation
+{
+public:
+    bool reserve(WindowID upTo) override
+    {
+        if (isFailing) {
+            return false;
+        }
+        reservedUpTo = upTo;
+        return true;
+    }
+
+    WindowID reservedUpTo = 0;
+    bool isFailing = false;
+};
+
+/// What a window server is built from, on a display.
+struct X11Surroundings
+{
+    std::unique_ptr<x11::X11WindowServer> makeServer(const QByteArray& display)
+    {
+        return std::make_unique<x11::X11WindowServer>(x11::X11WindowServerNeeds{
+            display, resolver, nullptr, reservation, reservation.reservedUpTo, scheduler});
+    }
+
+    ClassNameResolver resolver;
+    MemoryReservation reservation;
+    LoopScheduler scheduler;
+};
+
+/// The windows of one look; empty when the list is absent.
+inline std::vector<WindowListEntry> look(x11::X11WindowServer& server,
+                                         WindowListScope scope = WindowListScope::all)
+{
+    return server.openDiscoverySource()->windowList(scope).value_or(std::vector<WindowListEntry>());
+}
+
+/// The entry with the title; absent when none or several have it.
+inline std::optional<WindowListEntry> entryNamed(const std::vector<WindowListEntry>& entries,
+                                                 const QString& title)
+{
+    std::optional<WindowListEntry> found;
+    for (const WindowListEntry& entry : entries) {
+        if (entry.name == title) {
+            if (found) {
+                return std::nullopt;
+            }
+            found = entry;
+        }
+    }
+    return found;
+}
+
+} // namespace kelpa::test
