@@ -94,6 +94,7 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
                 return std::nullopt;
             }
             ++m_counts.pictures;
+            m_counts.shared += m_reader.isSharing() ? 1U : 0U;
             return WindowCapture{std::move(reading.image), reading.pixelSize};
         }
         m_kept.noteChange(target.window);

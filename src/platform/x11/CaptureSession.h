@@ -37,6 +37,8 @@ struct CaptureCounts
 {
     /// Pictures that were read.
     std::uint64_t pictures = 0;
+    /// Those of them that came through shared memory.
+    std::uint64_t shared = 0;
     /// Windows that were not read because they were known to be as before.
     std::uint64_t unchanged = 0;
 };

@@ -38,6 +38,8 @@ public:
     /// Waits for the picture, which then owns its pixels. A null image when there is none.
     QImage read(Pending& pending, const QSize& size, bool hasAlpha);
 
+    /// Pictures for which there was room come through shared memory.
+    bool isSharing() const { return m_segment != nullptr; }
     /// The server takes shared memory, but not ours.
     bool hasFailedToShare() const { return m_hasFailedToShare; }
 
