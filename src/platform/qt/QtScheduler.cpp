@@ -6,7 +6,6 @@
 #include <QEvent>
 #include <QObject>
 #include <QPointer>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <algorithm>
@@ -74,11 +73,9 @@ public:
 
 QtScheduler::QtScheduler()
     : m_receiver(std::make_unique<Receiver>()),
-      m_finished(std::make_shared<FinishedJobs>(m_receiver.get())),
-      m_pool(std::make_unique<QThreadPool>())
+      m_finished(std::make_shared<FinishedJobs>(m_receiver.get())), m_pool(maxThreads)
 {
     m_receiver->finished = m_finished;
-    m_pool->setMaxThreadCount(maxThreads);
 }
 
 QtScheduler::~QtScheduler()
@@ -88,10 +85,7 @@ QtScheduler::~QtScheduler()
             running->cancel();
     }
     m_finished->shut();
-    m_pool->clear();
-    // The pool's own destructor would wait without limit, and its threads use it until they end.
-    if (!m_pool->waitForDone(static_cast<int>(shutdownLimit.count())))
-        static_cast<void>(m_pool.release());
+    m_pool.finish(shutdownLimit);
 }
 
 Date QtScheduler::now() const
@@ -128,7 +122,7 @@ std::shared_ptr<BackgroundJob> QtScheduler::start(BackgroundWork work)
 {
     auto job = std::make_shared<BackgroundJob>(std::move(work));
     m_receiver->remember(job);
-    m_pool->start([running = job, finished = m_finished]() mutable {
+    m_pool.start([running = job, finished = m_finished]() mutable {
         running->run();
         // Handed over whole, so that its functions are destroyed on the main thread.
         finished->add(std::move(running));
