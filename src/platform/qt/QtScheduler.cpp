@@ -18,7 +18,9 @@ namespace {
 class TimerHandle final : public ScheduledWork
 {
 public:
-    explicit TimerHandle(QTimer* timer) : m_timer(timer) {}
+    TimerHandle(QTimer* timer, std::shared_ptr<std::function<void()>> callback)
+        : m_timer(timer), m_callback(std::move(callback))
+    {}
 
     ~TimerHandle() override
     {
@@ -33,6 +35,7 @@ public:
 private:
     /// Owned by the scheduler's receiver; gone when that is.
     QPointer<QTimer> m_timer;
+    std::shared_ptr<std::function<void()>> m_callback;
 };
 
 class JobHandle final : public ScheduledWork
@@ -109,13 +112,14 @@ TaskHandle QtScheduler::startTimer(Duration interval, bool isRepeating,
     auto* const timer = new QTimer(m_receiver.get());
     timer->setTimerType(Qt::PreciseTimer);
     timer->setSingleShot(!isRepeating);
-    timer->callOnTimeout([callback = std::make_shared<std::function<void()>>(std::move(callback))] {
-        // Kept for the call, which may destroy the handle and with it this function.
-        const auto kept = callback;
-        (*kept)();
+    // Held by the handle, and for the length of a call, which may destroy the handle.
+    auto held = std::make_shared<std::function<void()>>(std::move(callback));
+    timer->callOnTimeout([weak = std::weak_ptr(held)] {
+        if (const auto called = weak.lock())
+            (*called)();
     });
     timer->start(std::max(interval, Duration::zero()));
-    return std::make_unique<TimerHandle>(timer);
+    return std::make_unique<TimerHandle>(timer, std::move(held));
 }
 
 std::shared_ptr<BackgroundJob> QtScheduler::start(BackgroundWork work)
