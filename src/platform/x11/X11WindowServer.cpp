@@ -46,7 +46,7 @@ bool X11WindowServer::isScreenCaptureTrusted() const
 
 std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()> changed)
 {
-    return std::make_unique<WindowWatch>(m_needs.scheduler, m_needs.display, m_trust,
+    return std::make_unique<WindowWatch>(m_needs.scheduler, m_needs.connector, m_trust,
                                          std::move(changed));
 }
 
@@ -108,7 +108,7 @@ bool X11WindowServer::connect()
     }
     m_numbers.connectionLost();
     m_isWritingNumbers = false;
-    m_link = DisplayLink::open(m_needs.display);
+    m_link = m_needs.connector->open();
     return m_link != nullptr;
 }
 

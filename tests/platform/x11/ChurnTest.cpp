@@ -28,8 +28,8 @@ void churn(const QByteArray& display, const std::stop_token& stop, unsigned int 
             const xcb_window_t window = client.open({10, 10, 200, 150, title, "Churn"});
             open.emplace_back(std::move(client), window);
         } else if (!open.empty()) {
-            const auto it =
-                std::next(open.begin(), random() % static_cast<unsigned int>(open.size()));
+            const auto it = std::next(
+                open.begin(), static_cast<int>(random() % static_cast<unsigned int>(open.size())));
             auto& [client, window] = *it;
             if (choice == 2) {
                 client.unmap(window);

@@ -45,8 +45,9 @@ struct X11Surroundings
 {
     std::unique_ptr<x11::X11WindowServer> makeServer(const QByteArray& display)
     {
-        return std::make_unique<x11::X11WindowServer>(x11::X11WindowServerNeeds{
-            display, resolver, nullptr, reservation, reservation.reservedUpTo, scheduler});
+        return std::make_unique<x11::X11WindowServer>(
+            x11::X11WindowServerNeeds{std::make_shared<x11::DisplayConnector>(display), resolver,
+                                      nullptr, reservation, reservation.reservedUpTo, scheduler});
     }
 
     ClassNameResolver resolver;
