@@ -58,12 +58,12 @@ QtObject {
     readonly property int cardRadius: 11
     readonly property int columnRadius: 14
 
-    readonly property font caption: ViewSettings.sized(ViewSettings.font, 11, Font.Normal)
-    readonly property font captionStrong: ViewSettings.sized(ViewSettings.font, 11, Font.Medium)
-    readonly property font body: ViewSettings.sized(ViewSettings.font, 13, Font.Normal)
-    readonly property font bodyStrong: ViewSettings.sized(ViewSettings.font, 13, Font.DemiBold)
-    readonly property font heading: ViewSettings.sized(ViewSettings.font, 17, Font.DemiBold)
-    readonly property font title: ViewSettings.sized(ViewSettings.font, 22, Font.Bold)
+    readonly property font caption: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Normal)
+    readonly property font captionStrong: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Medium)
+    readonly property font body: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.Normal)
+    readonly property font bodyStrong: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.DemiBold)
+    readonly property font heading: ViewSettings.font(ViewSettings.fontFamilies, 17, Font.DemiBold)
+    readonly property font title: ViewSettings.font(ViewSettings.fontFamilies, 22, Font.Bold)
 
     // Milliseconds.
     readonly property int shortTime: ViewSettings.isReducingMotion ? 0 : 120

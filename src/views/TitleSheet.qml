@@ -31,7 +31,12 @@ Sheet {
         field.clear();
     }
 
-    contentItem: Column {
+    contentHeight: content.implicitHeight
+
+    Column {
+        id: content
+
+        width: parent ? parent.width : 0
         spacing: Theme.medium
 
         AppText {

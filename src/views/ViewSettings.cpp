@@ -1,7 +1,5 @@
 #include "views/ViewSettings.h"
 
-#include <QStringList>
-
 namespace kelpa {
 
 namespace {
@@ -20,10 +18,9 @@ QStringList families(AppLanguage language)
 
 } // namespace
 
-ViewSettings::ViewSettings(QObject* parent) : QObject(parent)
-{
-    m_font.setFamilies(families(allAppLanguages.front()));
-}
+ViewSettings::ViewSettings(QObject* parent)
+    : QObject(parent), m_fontFamilies(families(allAppLanguages.front()))
+{}
 
 void ViewSettings::setAppearance(Appearance appearance)
 {
@@ -44,15 +41,16 @@ void ViewSettings::setReducingMotion(bool isReducing)
 void ViewSettings::setLanguage(AppLanguage language)
 {
     const QStringList wanted = families(language);
-    if (m_font.families() == wanted)
+    if (m_fontFamilies == wanted)
         return;
-    m_font.setFamilies(wanted);
-    Q_EMIT fontChanged();
+    m_fontFamilies = wanted;
+    Q_EMIT fontFamiliesChanged();
 }
 
-QFont ViewSettings::sized(const QFont& base, int size, int weight) const
+QFont ViewSettings::font(const QStringList& families, int size, int weight) const
 {
-    QFont font = base;
+    QFont font;
+    font.setFamilies(families);
     font.setPixelSize(size);
     font.setWeight(static_cast<QFont::Weight>(weight));
     return font;

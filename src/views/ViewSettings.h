@@ -8,6 +8,7 @@
 #include <QFont>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
@@ -21,7 +22,7 @@ class ViewSettings : public QObject
 
     Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
     Q_PROPERTY(bool isReducingMotion READ isReducingMotion NOTIFY isReducingMotionChanged)
-    Q_PROPERTY(QFont font READ font NOTIFY fontChanged)
+    Q_PROPERTY(QStringList fontFamilies READ fontFamilies NOTIFY fontFamiliesChanged)
 
 public:
     explicit ViewSettings(QObject* parent = nullptr);
@@ -34,24 +35,24 @@ public:
     bool isReducingMotion() const { return m_isReducingMotion; }
     void setReducingMotion(bool isReducing);
 
-    /// The interface's font, with families that draw the glyph variants of the current language.
-    QFont font() const { return m_font; }
+    /// In the order of preference; they draw the glyph variants of the current language.
+    QStringList fontFamilies() const { return m_fontFamilies; }
     void setLanguage(AppLanguage language);
 
-    /// `base` in another size (points of the screen, as all of QML's lengths) and weight.
-    Q_INVOKABLE QFont sized(const QFont& base, int size, int weight) const;
+    /// Of a size in points of the screen, as all of QML's lengths, and a weight of QFont's.
+    Q_INVOKABLE QFont font(const QStringList& families, int size, int weight) const;
     /// The colour of a goal by the accent's stored text; transparent for an unknown one.
     Q_INVOKABLE QColor accentColor(const QString& accent, bool isDark) const;
 
 Q_SIGNALS:
     void appearanceChanged();
     void isReducingMotionChanged();
-    void fontChanged();
+    void fontFamiliesChanged();
 
 private:
     Appearance m_appearance = Appearance::light;
     bool m_isReducingMotion = false;
-    QFont m_font;
+    QStringList m_fontFamilies;
 };
 
 } // namespace kelpa

@@ -101,7 +101,8 @@ Item {
                 asynchronous: true
                 fillMode: Image.PreserveAspectFit
                 source: "image://appicon/" + root.windowID
-                sourceSize: Qt.size(20 * Screen.devicePixelRatio, 20 * Screen.devicePixelRatio)
+                sourceSize.width: 20 * Screen.devicePixelRatio
+                sourceSize.height: 20 * Screen.devicePixelRatio
                 visible: isThere
             }
             AppIcon {

@@ -18,15 +18,13 @@ AppMenu {
     T.MenuItem {
         id: heading
 
-        implicitWidth: label.implicitWidth + leftPadding + rightPadding
+        implicitWidth: implicitContentWidth + leftPadding + rightPadding
         implicitHeight: 28
         leftPadding: 10
         rightPadding: 14
         enabled: false
         text: root.title
         contentItem: AppText {
-            id: label
-
             text: heading.text
             font: Theme.bodyStrong
         }

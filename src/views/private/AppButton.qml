@@ -18,38 +18,19 @@ T.Button {
     implicitHeight: Theme.controlHeight
     leftPadding: root.symbol.length > 0 ? 10 : 14
     rightPadding: 14
-    spacing: 6
     font: Theme.body
     focusPolicy: Qt.StrongFocus
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
     Accessible.description: root.help
-    Keys.onReturnPressed: root.click()
-    Keys.onEnterPressed: root.click()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: root.spacing
-
-            AppIcon {
-                name: root.symbol
-                visible: root.symbol.length > 0
-                color: root.foreground
-                anchors.verticalCenter: parent.verticalCenter
-            }
-            AppText {
-                text: root.text
-                font: root.isPrimary ? Theme.bodyStrong : Theme.body
-                color: root.foreground
-                anchors.verticalCenter: parent.verticalCenter
-            }
-        }
+    contentItem: SymbolLabel {
+        symbol: root.symbol
+        text: root.text
+        font: root.isPrimary ? Theme.bodyStrong : Theme.body
+        color: root.foreground
     }
     background: Rectangle {
         radius: Theme.controlRadius

@@ -16,6 +16,7 @@ Image {
     height: root.size
     source: root.name.length > 0
             ? "image://symbol/" + root.name + "/" + String(root.color).slice(1) : ""
-    sourceSize: Qt.size(root.size * Screen.devicePixelRatio, root.size * Screen.devicePixelRatio)
+    sourceSize.width: root.size * Screen.devicePixelRatio
+    sourceSize.height: root.size * Screen.devicePixelRatio
     Accessible.ignored: true
 }

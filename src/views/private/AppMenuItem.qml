@@ -16,37 +16,16 @@ T.MenuItem {
     implicitHeight: 30
     leftPadding: 10
     rightPadding: 14
-    spacing: 10
     font: Theme.body
     Accessible.name: root.text
 
-    contentItem: Item {
-        implicitWidth: symbolPlace.width + root.spacing + label.implicitWidth
-        implicitHeight: label.implicitHeight
-
-        Item {
-            id: symbolPlace
-
-            width: Theme.symbolSize
-            height: parent.height
-
-            AppIcon {
-                anchors.centerIn: parent
-                name: root.symbol
-                color: root.symbolColor
-                visible: root.symbol.length > 0
-            }
-        }
-        AppText {
-            id: label
-
-            anchors.left: symbolPlace.right
-            anchors.leftMargin: root.spacing
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            text: root.text
-            color: root.foreground
-        }
+    contentItem: SymbolLabel {
+        symbol: root.symbol
+        symbolColor: root.symbolColor
+        text: root.text
+        color: root.foreground
+        spacing: 10
+        isKeepingPlace: true
     }
     background: Rectangle {
         radius: Theme.smallRadius

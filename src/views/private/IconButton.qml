@@ -17,8 +17,8 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
-    Keys.onReturnPressed: root.click()
-    Keys.onEnterPressed: root.click()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
     contentItem: Item {
         AppIcon {
