@@ -1,13 +1,13 @@
 // The windows of an X display, as its window manager keeps them.
 #pragma once
 
+#include "platform/ApplicationResolver.h"
+#include "platform/DocumentSource.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
-#include "platform/x11/ApplicationResolver.h"
 #include "platform/x11/DesktopReader.h"
 #include "platform/x11/DesktopTrust.h"
 #include "platform/x11/DisplayConnector.h"
-#include "platform/x11/DocumentSource.h"
 #include "platform/x11/WindowNumbers.h"
 #include "platform/x11/XcbConnection.h"
 

@@ -14,10 +14,10 @@
 namespace kelpa::test {
 
 /// Knows no desktop entries: an application is named as its window class is.
-class ClassNameResolver : public x11::ApplicationResolver
+class ClassNameResolver : public ApplicationResolver
 {
 public:
-    x11::ResolvedApplication resolve(const x11::ApplicationClues& clues) override
+    ResolvedApplication resolve(const ApplicationClues& clues) override
     {
         return {std::nullopt, clues.wmClassName};
     }

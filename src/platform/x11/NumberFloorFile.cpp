@@ -1,19 +1,24 @@
-#include "NumberFloorFile.h"
+#include "platform/x11/NumberFloorFile.h"
 
 #include <QFile>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <utility>
 
-namespace kelpa {
+namespace kelpa::x11 {
 
-NumberFloorFile::NumberFloorFile(QString path) : m_path(std::move(path)) {}
+NumberFloorFile::NumberFloorFile(QString path, WindowID leastFloor)
+    : m_path(std::move(path)), m_leastFloor(leastFloor)
+{}
 
 WindowID NumberFloorFile::floor() const
 {
     constexpr qint64 longestNumber = 16;
     QFile file(m_path);
-    return file.open(QIODevice::ReadOnly) ? file.read(longestNumber).trimmed().toUInt() : 0;
+    if (!file.open(QIODevice::ReadOnly))
+        return m_leastFloor;
+    return std::max(m_leastFloor, file.read(longestNumber).trimmed().toUInt());
 }
 
 bool NumberFloorFile::reserve(WindowID upTo)
@@ -26,4 +31,4 @@ bool NumberFloorFile::reserve(WindowID upTo)
     return true;
 }
 
-} // namespace kelpa
+} // namespace kelpa::x11
