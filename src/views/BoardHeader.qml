@@ -30,7 +30,7 @@ Item {
                 width: parent.width
                 text: root.board.copy.text(CopyKey.ProductName)
                 font: Theme.title
-                Accessible.ignored: false
+                Accessible.ignored: !visible
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
             }
@@ -38,7 +38,7 @@ Item {
                 width: parent.width
                 text: root.board.copy.text(CopyKey.Subtitle)
                 color: Theme.secondaryText
-                Accessible.ignored: false
+                Accessible.ignored: !visible
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }

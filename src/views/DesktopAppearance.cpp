@@ -2,9 +2,9 @@
 
 #include "views/ViewSettings.h"
 
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
@@ -107,7 +107,7 @@ void DesktopAppearance::startListening(std::shared_ptr<Bus> bus)
     // Without the service's name: with it, Qt would ask the bus for its owner and wait.
     m_bus->connection().connect(QString(), portalPath, portalInterface,
                                 QStringLiteral("SettingChanged"), this,
-                                SLOT(settingChanged(QString, QString, QDBusVariant)));
+                                SLOT(settingChanged(QDBusMessage)));
     ask(appearanceSpace, colorSchemeKey);
     ask(interfaceSpace, animationsKey);
 }
@@ -126,10 +126,11 @@ void DesktopAppearance::ask(const QString& space, const QString& key)
     });
 }
 
-void DesktopAppearance::settingChanged(const QString& space, const QString& key,
-                                       const QDBusVariant& value)
+void DesktopAppearance::settingChanged(const QDBusMessage& message)
 {
-    apply(space, key, value.variant());
+    const QVariantList values = message.arguments();
+    if (values.size() == 3)
+        apply(values.at(0).toString(), values.at(1).toString(), values.at(2));
 }
 
 void DesktopAppearance::apply(const QString& space, const QString& key, const QVariant& value)

@@ -5,7 +5,7 @@
 #include "platform/Scheduler.h"
 
 #include <QDBusConnection>
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 #include <QString>
 
@@ -46,7 +46,7 @@ private:
     void update();
 
 private Q_SLOTS:
-    void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QDBusMessage& message);
 
 private:
     ViewSettings& m_settings;

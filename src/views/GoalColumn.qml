@@ -69,7 +69,7 @@ FocusScope {
         height: visible ? implicitHeight + Theme.small : 0
         verticalAlignment: Text.AlignTop
         visible: root.isUnassigned
-        Accessible.ignored: false
+        Accessible.ignored: !visible
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
@@ -93,6 +93,9 @@ FocusScope {
             required property int index
 
             z: index
+            // A card that waits to be used again is on no one's screen.
+            ListView.onPooled: visible = false
+            ListView.onReused: visible = true
             x: Theme.medium
             width: cards.width - 2 * Theme.medium
             board: root.board
@@ -125,7 +128,7 @@ FocusScope {
             text: root.board.copy.text(CopyKey.DragWindowHere)
             color: Theme.secondaryText
             wrapMode: Text.Wrap
-            Accessible.ignored: false
+            Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }

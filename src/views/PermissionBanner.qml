@@ -23,6 +23,7 @@ Rectangle {
         width: rows.width
         spacing: 2
         Accessible.role: Accessible.StaticText
+        Accessible.ignored: !visible
         Accessible.name: explanation.heading
         Accessible.description: explanation.text
 

@@ -44,7 +44,7 @@ Sheet {
             text: root.title
             font: Theme.heading
             wrapMode: Text.Wrap
-            Accessible.ignored: false
+            Accessible.ignored: !visible
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
@@ -54,7 +54,7 @@ Sheet {
             color: Theme.secondaryText
             wrapMode: Text.Wrap
             visible: root.explanation.length > 0
-            Accessible.ignored: false
+            Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }

@@ -22,6 +22,7 @@ Rectangle {
     opacity: root.message.length > 0 ? 1 : 0
     visible: root.opacity > 0
     Accessible.role: Accessible.AlertMessage
+    Accessible.ignored: !root.visible
     Accessible.name: root.shownMessage
 
     Behavior on opacity {

@@ -26,6 +26,7 @@ Item {
     implicitHeight: 56
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
+    Accessible.ignored: !root.visible
     Accessible.name: root.ownerName + ": " + root.shownTitle
     Accessible.focusable: true
     Accessible.selectable: true

@@ -18,6 +18,8 @@ T.MenuItem {
     rightPadding: 14
     font: Theme.body
     Accessible.name: root.text
+    Accessible.onPressAction: if (root.enabled)
+        root.clicked()
 
     contentItem: SymbolLabel {
         symbol: root.symbol

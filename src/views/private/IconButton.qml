@@ -17,6 +17,9 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
+    Accessible.ignored: !root.visible
+    Accessible.onPressAction: if (root.enabled)
+        root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
