@@ -20,7 +20,16 @@ Item {
 
     implicitHeight: 40
 
+    // The ground of the picture that follows the pointer.
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.cardRadius
+        color: Theme.card
+        visible: dragArea.pressed && dragArea.isLeaving
+    }
     DragArea {
+        id: dragArea
+
         anchors.fill: parent
         dragSource: root.dragSource
         picture: root
