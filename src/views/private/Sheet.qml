@@ -13,10 +13,12 @@ T.Dialog {
     anchors.centerIn: parent
     width: Math.min(Theme.sheetWidth, parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
     implicitHeight: contentHeight + topPadding + bottomPadding
-    modal: true
     focus: true
     padding: Theme.huge
     closePolicy: T.Popup.CloseOnEscape
+    // A sheet that fades away takes no more input: the next click is meant for the board.
+    onAboutToShow: root.modal = true
+    onAboutToHide: root.modal = false
 
     background: Rectangle {
         radius: Theme.columnRadius
