@@ -16,7 +16,7 @@ QtObject {
     readonly property color card: isDark ? "#303237" : "#ffffff"
     readonly property color field: isDark ? "#2a2b30" : "#ffffff"
     readonly property color popup: isDark ? "#303237" : "#ffffff"
-    readonly property color scrim: isDark ? "#99000000" : "#5920242c"
+    readonly property color scrim: isDark ? "#8c000000" : "#5920242c"
 
     // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
     readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"

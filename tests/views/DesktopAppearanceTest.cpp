@@ -146,11 +146,4 @@ TEST_F(PortalAppearance, A_portal_that_knows_nothing_changes_nothing)
 } // namespace
 } // namespace kelpa::test
 
-int main(int argc, char** argv)
-{
-    testing::InitGoogleTest(&argc, argv);
-    const QGuiApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}
-
 #include "DesktopAppearanceTest.moc"
