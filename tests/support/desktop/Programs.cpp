@@ -53,17 +53,18 @@ void Program::kill()
     end(m_process);
 }
 
-XServer::XServer()
+XServer::XServer(const QStringList& options)
 {
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     endWithParent(m_process);
     // It writes its display's number to its standard output once it takes connections.
-    m_process.start(QStringLiteral("Xvfb"),
-                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                     QStringLiteral("0"), QStringLiteral("1280x800x24"),
-                     QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-noreset"),
-                     QStringLiteral("-maxclients"), QStringLiteral("512")});
+    const QStringList usual{QStringLiteral("-displayfd"),  QStringLiteral("1"),
+                            QStringLiteral("-screen"),     QStringLiteral("0"),
+                            QStringLiteral("1280x800x24"), QStringLiteral("-nolisten"),
+                            QStringLiteral("tcp"),         QStringLiteral("-noreset"),
+                            QStringLiteral("-maxclients"), QStringLiteral("512")};
+    m_process.start(QStringLiteral("Xvfb"), usual + options);
     while (!m_process.canReadLine()) {
         if (!m_process.waitForReadyRead(startTime)) {
             qFatal("Xvfb cannot be started");

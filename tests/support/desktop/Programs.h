@@ -30,7 +30,8 @@ private:
 class XServer
 {
 public:
-    XServer();
+    /// `options` are added to its command line.
+    explicit XServer(const QStringList& options = {});
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
     ~XServer();

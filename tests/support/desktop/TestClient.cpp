@@ -28,6 +28,21 @@ QByteArray bytesOf(const std::vector<std::uint32_t>& values)
     return bytes;
 }
 
+constexpr std::uint8_t translucentDepth = 32;
+
+xcb_visualid_t translucentVisual(xcb_connection_t* connection)
+{
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    auto depths = xcb_screen_allowed_depths_iterator(screen);
+    for (; depths.rem > 0; xcb_depth_next(&depths)) {
+        const xcb_visualtype_iterator_t visuals = xcb_depth_visuals_iterator(depths.data);
+        if (depths.data->depth == translucentDepth && visuals.rem > 0) {
+            return visuals.data->visual_id;
+        }
+    }
+    qFatal("the display has no translucent windows");
+}
+
 } // namespace
 
 TestClient::TestClient(const QByteArray& display)
@@ -53,10 +68,23 @@ TestClient::~TestClient()
 xcb_window_t TestClient::create(const TestWindow& window)
 {
     const xcb_window_t id = xcb_generate_id(m_connection);
-    const std::uint32_t overrideRedirect = window.isOverrideRedirect ? 1 : 0;
-    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, id, m_root, window.x, window.y,
-                      window.width, window.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
+    std::uint32_t mask = XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT;
+    std::vector<std::uint32_t> values{0, window.isOverrideRedirect ? 1U : 0U};
+    if (window.background) {
+        mask |= XCB_CW_BACK_PIXEL;
+        values.insert(values.begin(), *window.background);
+    }
+    std::uint8_t depth = XCB_COPY_FROM_PARENT;
+    xcb_visualid_t visual = XCB_COPY_FROM_PARENT;
+    if (window.isTranslucent) {
+        depth = translucentDepth;
+        visual = translucentVisual(m_connection);
+        mask |= XCB_CW_COLORMAP;
+        values.push_back(xcb_generate_id(m_connection));
+        xcb_create_colormap(m_connection, XCB_COLORMAP_ALLOC_NONE, values.back(), m_root, visual);
+    }
+    xcb_create_window(m_connection, depth, id, m_root, window.x, window.y, window.width,
+                      window.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual, mask, values.data());
     // WM_NORMAL_HINTS with a position and a size that a person chose, so that they are kept.
     std::vector<std::uint32_t> hints(18, 0);
     hints[0] = 1U | 2U;
@@ -77,6 +105,30 @@ xcb_window_t TestClient::open(const TestWindow& window)
     const xcb_window_t id = create(window);
     map(id);
     return id;
+}
+
+void TestClient::fill(xcb_window_t window, const xcb_rectangle_t& area, std::uint32_t color)
+{
+    const xcb_gcontext_t context = xcb_generate_id(m_connection);
+    xcb_create_gc(m_connection, context, window, XCB_GC_FOREGROUND, &color);
+    xcb_poly_fill_rectangle(m_connection, window, context, 1, &area);
+    xcb_free_gc(m_connection, context);
+    sync();
+}
+
+void TestClient::resize(xcb_window_t window, std::uint16_t width, std::uint16_t height)
+{
+    const std::array<std::uint32_t, 2> size{width, height};
+    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         size.data());
+    sync();
+}
+
+void TestClient::raise(xcb_window_t window)
+{
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    sync();
 }
 
 void TestClient::map(xcb_window_t window)

@@ -24,6 +24,11 @@ struct TestWindow
     /// Both parts of WM_CLASS; none when empty.
     QByteArray windowClass;
     bool isOverrideRedirect = false;
+    /// What the server paints where the window was not drawn to: 0xRRGGBB, or with alpha in front
+    /// for a translucent window; whatever was there before when absent.
+    std::optional<std::uint32_t> background = std::nullopt;
+    /// 32 bits deep.
+    bool isTranslucent = false;
 };
 
 /// A connection and the windows it made, all of which go when it is dropped.
@@ -42,6 +47,10 @@ public:
     xcb_window_t create(const TestWindow& window);
     /// Created and mapped.
     xcb_window_t open(const TestWindow& window);
+    /// Draws a rectangle in the colour 0xRRGGBB.
+    void fill(xcb_window_t window, const xcb_rectangle_t& area, std::uint32_t color);
+    void resize(xcb_window_t window, std::uint16_t width, std::uint16_t height);
+    void raise(xcb_window_t window);
     void map(xcb_window_t window);
     void unmap(xcb_window_t window);
     void destroy(xcb_window_t window);
