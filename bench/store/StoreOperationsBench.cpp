@@ -61,20 +61,16 @@ struct Operation
 const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> all{
-        {"toggleTodo",
-         [](Board& b, int i) { b.store().toggleTodo(b.todo(i).id, b.goal(i).id); }},
+        {"toggleTodo", [](Board& b, int i) { b.store().toggleTodo(b.todo(i).id, b.goal(i).id); }},
         {"updateTodo",
          [](Board& b, int i) {
              b.store().updateTodo(b.todo(i).id, QStringLiteral("Edited %1").arg(i), b.goal(i).id);
          }},
         {"addTodo",
          [](Board& b, int i) { b.store().addTodo(QStringLiteral("New %1").arg(i), b.goal(i).id); }},
-        {"deleteTodo",
-         [](Board& b, int i) { b.store().deleteTodo(b.todo(i).id, b.goal(i).id); }},
+        {"deleteTodo", [](Board& b, int i) { b.store().deleteTodo(b.todo(i).id, b.goal(i).id); }},
         {"moveTodo to a goal",
-         [](Board& b, int i) {
-             b.store().moveTodo(b.todo(i).id, b.goal(i).id, b.goal(i + 1).id);
-         }},
+         [](Board& b, int i) { b.store().moveTodo(b.todo(i).id, b.goal(i).id, b.goal(i + 1).id); }},
         {"moveTodo before",
          [](Board& b, int i) { b.store().moveTodo(b.todo(i).id, b.todo(i + 1).id); }},
         {"renameGoal",

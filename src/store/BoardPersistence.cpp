@@ -1,5 +1,7 @@
 #include "store/BoardPersistence.h"
 
+#include "windows/WindowReconciliation.h"
+
 namespace kelpa {
 
 namespace {
@@ -56,6 +58,13 @@ StoredBoard loadBoard(SettingsStore& settings)
         }
     }
     return board;
+}
+
+WindowID largestAssignedWindow(const SettingsStore& settings)
+{
+    const auto document = stored<QByteArray>(settings, assignmentsKey);
+    const auto assignments = document ? decodeAssignments(*document) : std::nullopt;
+    return assignments ? largestAssignedWindow(*assignments) : 0;
 }
 
 std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,

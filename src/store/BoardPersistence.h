@@ -38,6 +38,9 @@ struct StoredBoard
 /// since the next save overwrites it.
 StoredBoard loadBoard(SettingsStore& settings);
 
+/// The largest window number that is assigned in `settings`; 0 when there is none.
+WindowID largestAssignedWindow(const SettingsStore& settings);
+
 /// What a save writes. A part that cannot be encoded is left out.
 std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
                                         const QList<TodoItem>& unassignedTodos);

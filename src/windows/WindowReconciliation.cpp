@@ -1,5 +1,7 @@
 #include "windows/WindowReconciliation.h"
 
+#include <algorithm>
+
 namespace kelpa {
 
 namespace {
@@ -16,6 +18,14 @@ QString legacyTerminalKey(ProcessID process)
 QString assignmentKey(WindowID windowID)
 {
     return QString::number(windowID);
+}
+
+WindowID largestAssignedWindow(const Assignments& assignments)
+{
+    WindowID largest = 0;
+    for (const auto& [key, goalID] : assignments.asKeyValueRange())
+        largest = std::max(largest, key.toUInt());
+    return largest;
 }
 
 std::optional<Assignments> migratedTerminalAssignments(const Assignments& assignments,

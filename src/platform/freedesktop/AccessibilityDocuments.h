@@ -1,8 +1,8 @@
 // The documents of windows, asked of the accessibility bus in the background.
 #pragma once
 
+#include "platform/DocumentSource.h"
 #include "platform/freedesktop/DocumentSchedule.h"
-#include "platform/freedesktop/DocumentSource.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // The installed applications, kept in memory and read again when an application is installed.
 #pragma once
 
-#include "platform/freedesktop/ApplicationResolver.h"
+#include "platform/ApplicationResolver.h"
 #include "platform/freedesktop/DesktopEntryIndex.h"
 
 #include <QDateTime>

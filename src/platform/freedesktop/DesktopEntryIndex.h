@@ -1,7 +1,7 @@
 // The installed desktop entries, and which of them a window's clues name.
 #pragma once
 
-#include "platform/freedesktop/ApplicationResolver.h"
+#include "platform/ApplicationResolver.h"
 #include "platform/freedesktop/DesktopEntryFile.h"
 
 #include <QHash>

@@ -1,7 +1,7 @@
 // Which document of a process belongs to which of its windows. Pure functions.
 #pragma once
 
-#include "platform/freedesktop/DocumentSource.h"
+#include "platform/DocumentSource.h"
 
 #include <QString>
 

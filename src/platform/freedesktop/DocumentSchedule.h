@@ -1,7 +1,7 @@
 // Which processes are worth asking for their documents, and when. A value; no clock of its own.
 #pragma once
 
-#include "platform/freedesktop/DocumentSource.h"
+#include "platform/DocumentSource.h"
 
 #include <QStringList>
 

@@ -6,7 +6,6 @@
 #include <QEvent>
 #include <QObject>
 #include <QPointer>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <algorithm>
@@ -19,7 +18,9 @@ namespace {
 class TimerHandle final : public ScheduledWork
 {
 public:
-    explicit TimerHandle(QTimer* timer) : m_timer(timer) {}
+    TimerHandle(QTimer* timer, std::shared_ptr<std::function<void()>> callback)
+        : m_timer(timer), m_callback(std::move(callback))
+    {}
 
     ~TimerHandle() override
     {
@@ -34,6 +35,7 @@ public:
 private:
     /// Owned by the scheduler's receiver; gone when that is.
     QPointer<QTimer> m_timer;
+    std::shared_ptr<std::function<void()>> m_callback;
 };
 
 class JobHandle final : public ScheduledWork
@@ -74,11 +76,9 @@ public:
 
 QtScheduler::QtScheduler()
     : m_receiver(std::make_unique<Receiver>()),
-      m_finished(std::make_shared<FinishedJobs>(m_receiver.get())),
-      m_pool(std::make_unique<QThreadPool>())
+      m_finished(std::make_shared<FinishedJobs>(m_receiver.get())), m_pool(maxThreads)
 {
     m_receiver->finished = m_finished;
-    m_pool->setMaxThreadCount(maxThreads);
 }
 
 QtScheduler::~QtScheduler()
@@ -88,10 +88,7 @@ QtScheduler::~QtScheduler()
             running->cancel();
     }
     m_finished->shut();
-    m_pool->clear();
-    // The pool's own destructor would wait without limit, and its threads use it until they end.
-    if (!m_pool->waitForDone(static_cast<int>(shutdownLimit.count())))
-        static_cast<void>(m_pool.release());
+    m_pool.finish(shutdownLimit);
 }
 
 Date QtScheduler::now() const
@@ -115,20 +112,21 @@ TaskHandle QtScheduler::startTimer(Duration interval, bool isRepeating,
     auto* const timer = new QTimer(m_receiver.get());
     timer->setTimerType(Qt::PreciseTimer);
     timer->setSingleShot(!isRepeating);
-    timer->callOnTimeout([callback = std::make_shared<std::function<void()>>(std::move(callback))] {
-        // Kept for the call, which may destroy the handle and with it this function.
-        const auto kept = callback;
-        (*kept)();
+    // Held by the handle, and for the length of a call, which may destroy the handle.
+    auto held = std::make_shared<std::function<void()>>(std::move(callback));
+    timer->callOnTimeout([weak = std::weak_ptr(held)] {
+        if (const auto called = weak.lock())
+            (*called)();
     });
     timer->start(std::max(interval, Duration::zero()));
-    return std::make_unique<TimerHandle>(timer);
+    return std::make_unique<TimerHandle>(timer, std::move(held));
 }
 
 std::shared_ptr<BackgroundJob> QtScheduler::start(BackgroundWork work)
 {
     auto job = std::make_shared<BackgroundJob>(std::move(work));
     m_receiver->remember(job);
-    m_pool->start([running = job, finished = m_finished]() mutable {
+    m_pool.start([running = job, finished = m_finished]() mutable {
         running->run();
         // Handed over whole, so that its functions are destroyed on the main thread.
         finished->add(std::move(running));

@@ -2,10 +2,9 @@
 #pragma once
 
 #include "platform/Scheduler.h"
+#include "platform/qt/WorkerPool.h"
 
 #include <memory>
-
-class QThreadPool;
 
 namespace kelpa {
 
@@ -47,7 +46,7 @@ private:
 
     std::unique_ptr<Receiver> m_receiver;
     std::shared_ptr<FinishedJobs> m_finished;
-    std::unique_ptr<QThreadPool> m_pool;
+    WorkerPool m_pool;
 };
 
 } // namespace kelpa

@@ -135,7 +135,7 @@ void SqliteSettingsStore::adopt(const SettingsValues& found)
     }
     if (m_hasLoaded) {
         for (const auto& [key, value] : found.asKeyValueRange()) {
-            const auto isKnownAs = [&key, &value](const SettingsValues& values) {
+            const auto isKnownAs = [&key = key, &value = value](const SettingsValues& values) {
                 const auto known = values.constFind(key);
                 return known != values.constEnd() && *known == value;
             };

@@ -23,6 +23,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_WM_NAME",
     "_NET_WM_PID",
     "_NET_WM_DESKTOP",
+    "_NET_WM_ICON",
     "_NET_WM_STATE",
     "_NET_WM_STATE_HIDDEN",
     "_NET_WM_STATE_SKIP_TASKBAR",

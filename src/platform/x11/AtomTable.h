@@ -24,6 +24,7 @@ enum class Atom : std::uint8_t {
     netWmName,
     netWmPid,
     netWmDesktop,
+    netWmIcon,
     netWmState,
     netWmStateHidden,
     netWmStateSkipTaskbar,

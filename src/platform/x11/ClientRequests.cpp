@@ -39,6 +39,8 @@ struct Question
     std::uint32_t length = 0;
 };
 
+// Values of WM_STATE.
+constexpr std::uint32_t withdrawnState = 0;
 constexpr std::uint32_t iconicState = 3;
 
 WindowKind kindOf(xcb_atom_t type, const AtomTable& atoms)
@@ -136,11 +138,19 @@ std::optional<ClientReading> ClientRequests::read(const DisplayLink& link,
     if (!attributes || !geometry || !position) {
         return std::nullopt;
     }
+    // The list may name a window that has ended while its id is already another's that is not
+    // managed yet. What a window manager keeps has its mark, or is at least to be seen.
+    const bool isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    const std::uint32_t managed =
+        word(property(Asked::icccmState), link.atoms()[Atom::wmState]).value_or(withdrawnState);
+    if (!isViewable && managed == withdrawnState) {
+        return std::nullopt;
+    }
     ClientReading reading;
     ClientWindow& client = reading.client;
     client.window = m_window;
     client.isOverrideRedirect = attributes->override_redirect != 0;
-    client.isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    client.isViewable = isViewable;
     client.frame = frame(*geometry, *position);
     readState(client, link.atoms());
     readIdentity(client, link, process, host);

@@ -19,8 +19,8 @@ class ClientRequests
 public:
     ClientRequests(DisplayLink& link, xcb_window_t window);
 
-    /// Absent when the window is gone. `process` is the one that the server knows of; `host` this
-    /// machine's name.
+    /// Absent when the window is gone or not managed. `process` is the one that the server knows
+    /// of; `host` this machine's name.
     std::optional<ClientReading> read(const DisplayLink& link, std::optional<ProcessID> process,
                                       const QByteArray& host);
 

@@ -4,7 +4,7 @@
 
 #include "model/Identifiers.h"
 #include "model/Rect.h"
-#include "platform/x11/ApplicationResolver.h"
+#include "platform/ApplicationResolver.h"
 
 #include <QString>
 

@@ -38,7 +38,8 @@ struct ClientsReading
 {
     /// The manager's check window exists and says the same as the root.
     bool hasWindowManager = false;
-    /// In the order of the list; windows that ended meanwhile are left out.
+    /// In the order of the list; windows that ended meanwhile or are not managed are
+    /// left out.
     std::vector<ClientReading> clients;
 };
 

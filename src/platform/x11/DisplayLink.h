@@ -15,7 +15,8 @@ namespace kelpa::x11 {
 class DisplayLink
 {
 public:
-    /// Waits for the server. Absent when there is none.
+    /// Waits for the server. Absent when there is none. Not on two threads at once: see
+    /// `DisplayConnector`.
     static std::unique_ptr<DisplayLink> open(const QByteArray& display);
 
     XcbConnection& connection() { return *m_connection; }

@@ -1,6 +1,6 @@
 #include "platform/x11/SnapshotSource.h"
 
-#include "platform/x11/DocumentSource.h"
+#include "platform/DocumentSource.h"
 
 #include <QFile>
 
@@ -61,7 +61,7 @@ AccessibilityWindow accessibilityWindow(const ClientWindow& client, const Deskto
     window.title = client.title;
     window.windowNumber = client.number;
     if (documents && client.process) {
-        window.document = documents->document(*client.process, client.frame, client.title);
+        window.document = documents->document({*client.process, client.frame, client.title});
     }
     return window;
 }
@@ -113,7 +113,7 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
                 queries.push_back({*client.process, client.frame, client.title});
             }
         }
-        documents->noteWindows(queries);
+        documents->noteWindows(std::move(queries));
     }
 }
 

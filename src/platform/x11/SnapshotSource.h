@@ -8,10 +8,12 @@
 #include <optional>
 #include <vector>
 
-namespace kelpa::x11 {
-
+namespace kelpa {
 class ApplicationResolver;
 class DocumentSource;
+} // namespace kelpa
+
+namespace kelpa::x11 {
 
 class SnapshotSource : public DiscoverySource
 {

@@ -33,9 +33,9 @@ const Event& as(const xcb_generic_event_t& event)
 
 } // namespace
 
-WindowWatch::WindowWatch(Scheduler& scheduler, QByteArray display,
+WindowWatch::WindowWatch(Scheduler& scheduler, std::shared_ptr<DisplayConnector> connector,
                          std::shared_ptr<DesktopTrust> trust, std::function<void()> changed)
-    : m_scheduler(scheduler), m_display(std::move(display)), m_trust(std::move(trust)),
+    : m_scheduler(scheduler), m_connector(std::move(connector)), m_trust(std::move(trust)),
       m_changed(std::move(changed))
 {
     connect();
@@ -46,7 +46,7 @@ WindowWatch::~WindowWatch() = default;
 void WindowWatch::connect()
 {
     m_connecting = m_scheduler.inBackground(
-        [display = m_display](const std::stop_token&) { return DisplayLink::open(display); },
+        [connector = m_connector](const std::stop_token&) { return connector->open(); },
         [this](std::unique_ptr<DisplayLink> link) { connected(std::move(link)); });
 }
 

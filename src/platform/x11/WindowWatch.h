@@ -4,6 +4,7 @@
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
 #include "platform/x11/DesktopTrust.h"
+#include "platform/x11/DisplayConnector.h"
 #include "platform/x11/DisplayLink.h"
 
 #include <QSocketNotifier>
@@ -21,8 +22,8 @@ namespace kelpa::x11 {
 class WindowWatch : public Subscription
 {
 public:
-    WindowWatch(Scheduler& scheduler, QByteArray display, std::shared_ptr<DesktopTrust> trust,
-                std::function<void()> changed);
+    WindowWatch(Scheduler& scheduler, std::shared_ptr<DisplayConnector> connector,
+                std::shared_ptr<DesktopTrust> trust, std::function<void()> changed);
     ~WindowWatch() override;
 
 private:
@@ -59,7 +60,7 @@ private:
     void announce();
 
     Scheduler& m_scheduler;
-    const QByteArray m_display;
+    const std::shared_ptr<DisplayConnector> m_connector;
     const std::shared_ptr<DesktopTrust> m_trust;
     const std::function<void()> m_changed;
 

@@ -10,6 +10,29 @@
 
 namespace kelpa::x11 {
 
+namespace {
+
+/// The window that an event says is gone. A watch that could not be set says so as well: by the
+/// time the rest of its batch was answered, the id may have been another window's, of whose end
+/// nothing would be heard.
+std::optional<xcb_window_t> endedWindow(const xcb_generic_event_t& event)
+{
+    const void* bytes = &event;
+    switch (event.response_type & 0x7FU) {
+    case 0: {
+        const auto& error = *static_cast<const xcb_generic_error_t*>(bytes);
+        const bool isWatch = error.major_code == XCB_CHANGE_WINDOW_ATTRIBUTES;
+        return isWatch ? std::optional(error.resource_id) : std::nullopt;
+    }
+    case XCB_DESTROY_NOTIFY:
+        return static_cast<const xcb_destroy_notify_event_t*>(bytes)->window;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
 X11WindowServer::X11WindowServer(const X11WindowServerNeeds& needs)
     : m_needs(needs), m_numbers(needs.reservation, needs.numberFloor)
 {}
@@ -23,7 +46,7 @@ bool X11WindowServer::isScreenCaptureTrusted() const
 
 std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()> changed)
 {
-    return std::make_unique<WindowWatch>(m_needs.scheduler, m_needs.display, m_trust,
+    return std::make_unique<WindowWatch>(m_needs.scheduler, m_needs.connector, m_trust,
                                          std::move(changed));
 }
 
@@ -101,7 +124,7 @@ bool X11WindowServer::connect()
     }
     m_numbers.connectionLost();
     m_isWritingNumbers = false;
-    m_link = DisplayLink::open(m_needs.display);
+    m_link = m_needs.connector->open();
     return m_link != nullptr;
 }
 
@@ -170,11 +193,9 @@ std::vector<std::uint32_t> X11WindowServer::forgetEnded()
 {
     std::vector<std::uint32_t> ended;
     while (const XcbEvent event = m_link->connection().queuedEvent()) {
-        if ((event->response_type & 0x7FU) == XCB_DESTROY_NOTIFY) {
-            const void* bytes = event.get();
-            const auto* destroyed = static_cast<const xcb_destroy_notify_event_t*>(bytes);
-            m_numbers.windowDestroyed(destroyed->window);
-            ended.push_back(destroyed->window);
+        if (const std::optional<xcb_window_t> window = endedWindow(*event)) {
+            m_numbers.windowDestroyed(*window);
+            ended.push_back(*window);
         }
     }
     return ended;

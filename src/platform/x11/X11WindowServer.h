@@ -1,17 +1,16 @@
 // The windows of an X display, as its window manager keeps them.
 #pragma once
 
+#include "platform/ApplicationResolver.h"
+#include "platform/DocumentSource.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
-#include "platform/x11/ApplicationResolver.h"
 #include "platform/x11/DesktopReader.h"
 #include "platform/x11/DesktopTrust.h"
-#include "platform/x11/DocumentSource.h"
+#include "platform/x11/DisplayConnector.h"
 #include "platform/x11/WindowCapturer.h"
 #include "platform/x11/WindowNumbers.h"
 #include "platform/x11/XcbConnection.h"
-
-#include <QByteArray>
 
 #include <map>
 #include <memory>
@@ -26,8 +25,7 @@ class DisplayLink;
 /// References to objects that outlive the window server.
 struct X11WindowServerNeeds
 {
-    /// As in the DISPLAY variable; empty means that variable.
-    QByteArray display;
+    std::shared_ptr<DisplayConnector> connector;
     ApplicationResolver& resolver;
     /// Null when no documents can be had.
     DocumentSource* documents = nullptr;

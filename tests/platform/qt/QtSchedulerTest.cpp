@@ -206,15 +206,16 @@ TEST_F(QtSchedulerTest, Work_that_has_not_begun_when_it_is_cancelled_never_begin
 {
     std::counting_semaphore<> gate{0};
     std::atomic<int> running = 0;
+    int ended = 0;
     std::vector<TaskHandle> blockers;
     for (int i = 0; i < QtScheduler::maxThreads; ++i) {
         blockers.push_back(scheduler.inBackground(
             [&](const std::stop_token&) {
                 ++running;
                 gate.acquire();
-                return 0;
+                return 1;
             },
-            [](int) {}));
+            [&](int value) { ended += value; }));
     }
     ASSERT_TRUE(eventually([&] { return running == QtScheduler::maxThreads; }));
     std::atomic<bool> hasBegun = false;
@@ -229,7 +230,7 @@ TEST_F(QtSchedulerTest, Work_that_has_not_begun_when_it_is_cancelled_never_begin
     bool isLater = false;
     const TaskHandle later = scheduler.inBackground([](const std::stop_token&) { return 1; },
                                                     [&](int) { isLater = true; });
-    ASSERT_TRUE(eventually([&] { return isLater; }));
+    ASSERT_TRUE(eventually([&] { return isLater && ended == QtScheduler::maxThreads; }));
     EXPECT_FALSE(hasBegun);
 }
 

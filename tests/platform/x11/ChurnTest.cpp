@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <chrono>
 #include <list>
 #include <map>
 #include <random>
@@ -28,8 +28,8 @@ void churn(const QByteArray& display, const std::stop_token& stop, unsigned int 
             const xcb_window_t window = client.open({10, 10, 200, 150, title, "Churn"});
             open.emplace_back(std::move(client), window);
         } else if (!open.empty()) {
-            const auto it =
-                std::next(open.begin(), random() % static_cast<unsigned int>(open.size()));
+            const auto it = std::next(
+                open.begin(), static_cast<int>(random() % static_cast<unsigned int>(open.size())));
             auto& [client, window] = *it;
             if (choice == 2) {
                 client.unmap(window);
@@ -51,7 +51,7 @@ TEST(Churn, Two_hundred_looks_during_opening_and_closing_never_pass_a_number_on)
     X11Surroundings surroundings;
     const auto server = surroundings.makeServer(xServer.display());
     TestClient steadyClient(xServer.display());
-    const xcb_window_t steady = steadyClient.open({300, 300, 200, 150, "steady", "Steady"});
+    const xcb_window_t steady = steadyClient.open({300, 300, 150, 150, "steady", "Steady"});
     ASSERT_TRUE(waitUntil([&] { return steadyClient.isListed(steady); }));
     const auto steadyNumber = entryNamed(look(*server), QStringLiteral("steady"))->number;
 
@@ -60,17 +60,23 @@ TEST(Churn, Two_hundred_looks_during_opening_and_closing_never_pass_a_number_on)
     std::jthread worker([&](const std::stop_token& stop) { churn(xServer.display(), stop, seed); });
 
     std::map<WindowID, QString> titles;
-    for (int pass = 0; pass < 200; ++pass) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    for (int pass = 0; pass < 200 || titles.size() < 30; ++pass) {
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "too little was opened";
         const auto list = server->openDiscoverySource()->windowList(WindowListScope::all);
         ASSERT_TRUE(list.has_value());
         std::set<WindowID> seen;
         for (const WindowListEntry& entry : *list) {
             ASSERT_TRUE(entry.number.has_value());
             EXPECT_TRUE(seen.insert(*entry.number).second) << "one number twice in a look";
-            const auto [known, isNew] = titles.try_emplace(*entry.number, *entry.name);
-            EXPECT_EQ(known->second, *entry.name) << "a number passed to another window";
+            // The window manager may take a window that is being made for the dead one whose id it
+            // has, and list it before it has its title.
+            if (!entry.name->isEmpty()) {
+                const auto known = titles.try_emplace(*entry.number, *entry.name).first;
+                ASSERT_EQ(known->second.toStdString(), entry.name->toStdString())
+                    << "a number passed to another window";
+            }
         }
         EXPECT_EQ(entryNamed(*list, QStringLiteral("steady"))->number, steadyNumber);
     }
-    EXPECT_GT(titles.size(), 5U) << "nothing was opened meanwhile";
 }

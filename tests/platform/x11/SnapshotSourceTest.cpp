@@ -1,5 +1,5 @@
 #include "platform/x11/SnapshotSource.h"
-#include "platform/x11/DocumentSource.h"
+#include "platform/DocumentSource.h"
 
 #include <gtest/gtest.h>
 
@@ -26,13 +26,13 @@ public:
 class Documents : public DocumentSource
 {
 public:
-    std::optional<QString> document(ProcessID, const Rect&, const QString& title) override
+    std::optional<QString> document(const DocumentQuery& window) override
     {
-        return title == QStringLiteral("Report")
+        return window.title == QStringLiteral("Report")
                    ? std::optional(QStringLiteral("file:///tmp/report.txt"))
                    : std::nullopt;
     }
-    void noteWindows(const std::vector<DocumentQuery>& windows) override { noted = windows; }
+    void noteWindows(std::vector<DocumentQuery> windows) override { noted = std::move(windows); }
 
     std::vector<DocumentQuery> noted;
 };

@@ -14,10 +14,10 @@
 namespace kelpa::test {
 
 /// Knows no desktop entries: an application is named as its window class is.
-class ClassNameResolver : public x11::ApplicationResolver
+class ClassNameResolver : public ApplicationResolver
 {
 public:
-    x11::ResolvedApplication resolve(const x11::ApplicationClues& clues) override
+    ResolvedApplication resolve(const ApplicationClues& clues) override
     {
         return {std::nullopt, clues.wmClassName};
     }
@@ -45,8 +45,9 @@ struct X11Surroundings
 {
     std::unique_ptr<x11::X11WindowServer> makeServer(const QByteArray& display)
     {
-        return std::make_unique<x11::X11WindowServer>(x11::X11WindowServerNeeds{
-            display, resolver, nullptr, reservation, reservation.reservedUpTo, scheduler});
+        return std::make_unique<x11::X11WindowServer>(
+            x11::X11WindowServerNeeds{std::make_shared<x11::DisplayConnector>(display), resolver,
+                                      nullptr, reservation, reservation.reservedUpTo, scheduler});
     }
 
     ClassNameResolver resolver;

@@ -1,0 +1,178 @@
+// Time from starting the program to the first frame in its window, for Kelpa and for an empty Qt
+// Quick window, in turn on one display with a window manager. Seen from outside: the X server tells
+// when a window has been drawn to.
+
+#include "bench/board/BoardFixture.h"
+#include "platform/sqlite/SqliteSettingsStore.h"
+#include "platform/x11/XcbConnection.h"
+#include "store/BoardPersistence.h"
+#include "support/desktop/Programs.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <xcb/damage.h>
+
+#include <poll.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <vector>
+
+namespace kelpa::bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Milliseconds = std::chrono::duration<double, std::milli>;
+using x11::XcbConnection;
+using x11::XcbEvent;
+
+constexpr int rounds = 15;
+constexpr auto deadline = std::chrono::seconds(20);
+
+/// Windows smaller than this are the toolkit's helpers.
+constexpr std::uint16_t smallestWindow = 200;
+
+/// Watches the windows that clients make, and what is drawn into them.
+class FirstFrameWatch
+{
+public:
+    explicit FirstFrameWatch(const QByteArray& display) : m_connection(XcbConnection::open(display))
+    {
+        xcb_connection_t* const connection = m_connection->raw();
+        m_firstEvent = xcb_get_extension_data(connection, &xcb_damage_id)->first_event;
+        std::free(xcb_damage_query_version_reply(
+            connection, xcb_damage_query_version(connection, 1, 1), nullptr));
+        const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        xcb_change_window_attributes(connection, m_connection->root(), XCB_CW_EVENT_MASK, &mask);
+        m_connection->flush();
+    }
+
+    /// Forgets what came before, so that only windows made from now on count.
+    void drain()
+    {
+        std::free(xcb_get_input_focus_reply(m_connection->raw(),
+                                            xcb_get_input_focus(m_connection->raw()), nullptr));
+        while (m_connection->pollEvent()) {
+        }
+    }
+
+    /// Waits for the first drawing into a window that was made since `drain`; false when none came
+    /// before the deadline.
+    bool waitForFrame()
+    {
+        const auto end = Clock::now() + deadline;
+        while (Clock::now() < end) {
+            while (const XcbEvent event = m_connection->pollEvent()) {
+                if (isFrame(*event))
+                    return true;
+            }
+            pollfd descriptor{m_connection->fileDescriptor(), POLLIN, 0};
+            poll(&descriptor, 1, 100);
+        }
+        return false;
+    }
+
+private:
+    bool isFrame(const xcb_generic_event_t& event)
+    {
+        const int type = event.response_type & 0x7f;
+        if (type == XCB_CREATE_NOTIFY) {
+            xcb_create_notify_event_t created{};
+            std::memcpy(&created, &event, sizeof created);
+            // The client's own window, before the window manager puts it into a frame.
+            if (created.width >= smallestWindow && created.override_redirect == 0) {
+                const xcb_damage_damage_t damage = xcb_generate_id(m_connection->raw());
+                xcb_damage_create(m_connection->raw(), damage, created.window,
+                                  XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+                m_connection->flush();
+            }
+            return false;
+        }
+        return type == m_firstEvent + XCB_DAMAGE_NOTIFY;
+    }
+
+    std::unique_ptr<XcbConnection> m_connection;
+    int m_firstEvent = 0;
+};
+
+std::optional<double> measure(FirstFrameWatch& watch, const QByteArray& display,
+                              const QString& program, const QStringList& arguments)
+{
+    watch.drain();
+    const auto start = Clock::now();
+    const test::Program running(display, program, arguments);
+    if (!watch.waitForFrame())
+        return std::nullopt;
+    return Milliseconds(Clock::now() - start).count();
+}
+
+struct Subject
+{
+    const char* name;
+    QString program;
+    QStringList arguments;
+    std::vector<double> times;
+};
+
+int run()
+{
+    const QTemporaryDir folder;
+    const QString emptyBoard = folder.filePath(QStringLiteral("empty.sqlite"));
+    const QString fullBoard = folder.filePath(QStringLiteral("fifty.sqlite"));
+    SqliteSettingsStore(fullBoard).write(boardEntries(largeBoard(50, 500), {}));
+
+    const test::XServer server;
+    const test::WindowManager manager(server.display());
+    FirstFrameWatch watch(server.display());
+    const QString kelpa = QStringLiteral(KELPA_PROGRAM);
+    const QString option = QStringLiteral("--settings");
+    std::vector<Subject> subjects{
+        {"an empty Qt Quick window", QStringLiteral(EMPTY_PROGRAM), {}, {}},
+        {"Kelpa, new board", kelpa, {option, emptyBoard}, {}},
+        {"Kelpa, 50 goals with 500 todos", kelpa, {option, fullBoard}, {}},
+    };
+    // In turn, so that what else the machine does falls on all alike; the first round warms up.
+    for (int round = 0; round <= rounds; ++round) {
+        for (Subject& subject : subjects) {
+            const std::optional<double> time =
+                measure(watch, server.display(), subject.program, subject.arguments);
+            if (!time) {
+                std::fprintf(stderr, "no frame of %s\n", subject.name);
+                return 1;
+            }
+            if (round > 0)
+                subject.times.push_back(*time);
+        }
+    }
+
+    std::printf("start to first frame, %d rounds, milliseconds\n\n", rounds);
+    std::printf("| %-32s | median |   best |  worst | ratio |\n", "");
+    std::printf("|----------------------------------|-------:|-------:|-------:|------:|\n");
+    double reference = 0;
+    for (Subject& subject : subjects) {
+        std::ranges::sort(subject.times);
+        const double median = subject.times[subject.times.size() / 2];
+        if (reference == 0)
+            reference = median;
+        std::printf("| %-32s | %6.1f | %6.1f | %6.1f | %5.2f |\n", subject.name, median,
+                    subject.times.front(), subject.times.back(), median / reference);
+    }
+    return 0;
+}
+
+} // namespace
+} // namespace kelpa::bench
+
+int main(int argc, char** argv)
+{
+    // The same way of drawing for both, and no accessibility bus to look for.
+    qputenv("QT_QUICK_BACKEND", "software");
+    qputenv("NO_AT_BRIDGE", "1");
+    const QCoreApplication application(argc, argv);
+    return kelpa::bench::run();
+}

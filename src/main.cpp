@@ -1,0 +1,117 @@
+// Parses the command line, chooses the platform and wires the rest: the only place that knows all
+// of them.
+#include "platform/freedesktop/AccessibilityDocuments.h"
+#include "platform/freedesktop/DesktopEntries.h"
+#include "platform/freedesktop/DesktopEntryFile.h"
+#include "platform/freedesktop/FreedesktopApplications.h"
+#include "platform/freedesktop/IconLookup.h"
+#include "platform/freedesktop/NetWmIcon.h"
+#include "platform/qt/QtPasteboard.h"
+#include "platform/qt/QtScheduler.h"
+#include "platform/sqlite/SettingsFiles.h"
+#include "platform/sqlite/SqliteSettingsStore.h"
+#include "platform/x11/NumberFloorFile.h"
+#include "platform/x11/WindowIcons.h"
+#include "platform/x11/X11Accessibility.h"
+#include "platform/x11/X11WindowServer.h"
+#include "store/BoardPersistence.h"
+#include "store/WindowStore.h"
+#include "views/RenderBackend.h"
+#include "views/ViewEngine.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QIcon>
+
+#include <chrono>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+using namespace kelpa;
+
+/// The command line's answer, or the default.
+QString settingsPath(const QCoreApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Puts open windows back where the work is."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption settings(QStringLiteral("settings"),
+                                      QStringLiteral("Keep the board in this file."),
+                                      QStringLiteral("path"), defaultSettingsPath());
+    parser.addOption(settings);
+    parser.process(application);
+    return parser.value(settings);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    chooseRenderBackend();
+    QCoreApplication::setApplicationName(QStringLiteral("kelpa"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KELPA_VERSION));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Kelpa"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.kelpa.Kelpa"));
+    const QGuiApplication application(argc, argv);
+
+    const QString path = settingsPath(application);
+    SqliteSettingsStore settings(path);
+    if (settings.isAlreadyInUse()) {
+        std::fprintf(stderr, "Kelpa: %s is in use by a Kelpa that runs already\n",
+                     qPrintable(path));
+        return 1;
+    }
+
+    QtScheduler scheduler;
+    DesktopEntries entries(applicationDataDirectories());
+    IconLookup icons(entries, QIcon::themeName());
+    WindowStore* board = nullptr;
+    AccessibilityDocuments documents([&board] {
+        if (board != nullptr)
+            board->refreshInBackground();
+    });
+    x11::NumberFloorFile numbers(QFileInfo(path).dir().filePath(QStringLiteral("window-numbers")),
+                                 largestAssignedWindow(settings));
+    const auto connector = std::make_shared<x11::DisplayConnector>(QByteArray());
+    x11::X11WindowServer windowServer({.connector = connector,
+                                       .resolver = entries,
+                                       .documents = &documents,
+                                       .reservation = numbers,
+                                       .numberFloor = numbers.floor(),
+                                       .scheduler = scheduler});
+    // So that the board does not begin with a banner about what it has not looked at yet.
+    const TaskHandle firstLook = scheduler.inBackgroundAwaiting(
+        std::chrono::milliseconds(100),
+        [&windowServer](const std::stop_token&) {
+            windowServer.refreshTrust();
+            return true;
+        },
+        [](bool) {});
+    x11::WindowIcons windowIcons(
+        connector, [&windowServer](WindowID number) { return windowServer.clientWindow(number); });
+    FreedesktopApplications applications(
+        entries, icons, [&windowIcons](WindowID window, int pixels) {
+            return iconFromNetWmIcon(windowIcons.read(window), pixels);
+        });
+    x11::X11Accessibility accessibility(windowServer.trust());
+    QtPasteboard pasteboard;
+
+    WindowStore store({windowServer, accessibility, applications, pasteboard}, settings, scheduler);
+    board = &store;
+    ViewEngine view(store, applications, scheduler,
+                    {.keyNames = KeyNames::withSuper(),
+                     .appearance = std::nullopt,
+                     .isReducingMotion = std::nullopt});
+    // The board is on the screen before the desktop is looked at for the first time.
+    QObject::connect(&view, &ViewEngine::boardShown, &store, &WindowStore::startObserving);
+    const int status = view.show() ? QGuiApplication::exec() : 1;
+    board = nullptr;
+    // What a full disk kept back until now.
+    settings.flush();
+    return status;
+}

@@ -1,0 +1,35 @@
+// Threads that run tasks. The standard library's means alone, so that a sanitizer sees every
+// hand-over, and so that threads which are stuck can be left behind.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace kelpa {
+
+class WorkerPool
+{
+public:
+    /// Runs up to `maxThreads` tasks at once; threads are made when they are needed.
+    explicit WorkerPool(int maxThreads);
+    WorkerPool(const WorkerPool&) = delete;
+    WorkerPool& operator=(const WorkerPool&) = delete;
+    /// Drops what waits and lets running tasks end by themselves, without waiting for them.
+    ~WorkerPool();
+
+    void start(std::function<void()> task);
+
+    /// Drops what waits and waits up to `limit` for what runs; no task can be started after it.
+    void finish(std::chrono::milliseconds limit);
+
+private:
+    struct State;
+
+    static void work(const std::shared_ptr<State>& state);
+
+    /// Shared with the threads, which may outlive the pool.
+    std::shared_ptr<State> m_state;
+};
+
+} // namespace kelpa

@@ -1,0 +1,34 @@
+#include "platform/x11/NumberFloorFile.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <utility>
+
+namespace kelpa::x11 {
+
+NumberFloorFile::NumberFloorFile(QString path, WindowID leastFloor)
+    : m_path(std::move(path)), m_leastFloor(leastFloor)
+{}
+
+WindowID NumberFloorFile::floor() const
+{
+    constexpr qint64 longestNumber = 16;
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly))
+        return m_leastFloor;
+    return std::max(m_leastFloor, file.read(longestNumber).trimmed().toUInt());
+}
+
+bool NumberFloorFile::reserve(WindowID upTo)
+{
+    QSaveFile file(m_path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(QByteArray::number(upTo) + '\n');
+        file.commit();
+    }
+    return true;
+}
+
+} // namespace kelpa::x11

@@ -1,0 +1,178 @@
+#include "views/BoardController.h"
+
+#include "model/Text.h"
+#include "store/WindowStore.h"
+#include "views/BoardDrop.h"
+
+#include <algorithm>
+#include <optional>
+#include <variant>
+
+namespace kelpa {
+
+namespace {
+
+/// The goal that a column's text names; none for the unassigned column too.
+std::optional<GoalID> goalFromColumnText(const QString& columnID)
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    return column ? column->goalID : std::nullopt;
+}
+
+} // namespace
+
+BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject* parent)
+    : QObject(parent), m_store(store), m_keyNames(std::move(keyNames)), m_columns(store),
+      m_moveTargets(store)
+{
+    connect(&store, &WindowStore::languageChanged, this, &BoardController::languageChanged);
+    connect(&store, &WindowStore::searchTextChanged, this, &BoardController::searchTextChanged);
+    connect(&store, &WindowStore::isAutoSortingGoalsChanged, this,
+            &BoardController::isAutoSortingGoalsChanged);
+    connect(&store, &WindowStore::isAccessibilityTrustedChanged, this,
+            &BoardController::isAccessibilityTrustedChanged);
+    connect(&store, &WindowStore::isScreenCaptureTrustedChanged, this,
+            &BoardController::isScreenCaptureTrustedChanged);
+    connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
+}
+
+CopyTable BoardController::copy() const
+{
+    return CopyTable(m_store.language(), m_keyNames);
+}
+
+int BoardController::languageIndex() const
+{
+    const auto* const found =
+        std::find(allAppLanguages.begin(), allAppLanguages.end(), m_store.language());
+    return static_cast<int>(found - allAppLanguages.begin());
+}
+
+QStringList BoardController::languageNames() const
+{
+    QStringList names;
+    for (const AppLanguage language : allAppLanguages)
+        names.append(nativeName(language));
+    return names;
+}
+
+QString BoardController::searchText() const
+{
+    return m_store.searchText();
+}
+
+void BoardController::setSearchText(const QString& text)
+{
+    m_store.setSearchText(text);
+}
+
+bool BoardController::isAutoSortingGoals() const
+{
+    return m_store.isAutoSortingGoals();
+}
+
+bool BoardController::isAccessibilityTrusted() const
+{
+    return m_store.isAccessibilityTrusted();
+}
+
+bool BoardController::isScreenCaptureTrusted() const
+{
+    return m_store.isScreenCaptureTrusted();
+}
+
+QString BoardController::toastMessage() const
+{
+    return m_store.toastMessage().value_or(QString());
+}
+
+void BoardController::refresh()
+{
+    m_store.refresh();
+}
+
+void BoardController::setLanguageIndex(int index)
+{
+    if (index >= 0 && index < static_cast<int>(allAppLanguages.size()))
+        m_store.setLanguage(allAppLanguages.at(static_cast<std::size_t>(index)));
+}
+
+void BoardController::toggleAutoSortingGoals()
+{
+    m_store.setAutoSortingGoals(!m_store.isAutoSortingGoals());
+}
+
+bool BoardController::isGoalTitle(const QString& title) const
+{
+    return !trimmedText(title).isEmpty();
+}
+
+void BoardController::createGoal(const QString& title)
+{
+    m_store.createGoal(title);
+}
+
+void BoardController::renameGoal(const QString& columnID, const QString& title)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.renameGoal(*goalID, title);
+}
+
+void BoardController::deleteGoal(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.deleteGoal(*goalID);
+}
+
+void BoardController::moveWindow(quint32 windowID, const QString& columnID)
+{
+    if (const std::optional<ColumnID> column = columnFromText(columnID))
+        m_store.assign(windowID, column->goalID);
+}
+
+QString BoardController::windowDragText(quint32 windowID) const
+{
+    return dragText(windowID);
+}
+
+QString BoardController::columnDragText(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    return goalID ? dragText(*goalID) : QString();
+}
+
+bool BoardController::canDrop(const QString& text, const QString& columnID) const
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (!column)
+        return false;
+    const BoardDrop drop = boardDropFromText(text);
+    if (const GoalID* const goalID = std::get_if<GoalID>(&drop)) {
+        const QList<Goal>& goals = m_store.goals();
+        const bool isKnown = std::any_of(goals.begin(), goals.end(),
+                                         [goalID](const Goal& goal) { return goal.id == *goalID; });
+        return isKnown && column->goalID && *column->goalID != *goalID &&
+               !m_store.isAutoSortingGoals();
+    }
+    if (const WindowID* const windowID = std::get_if<WindowID>(&drop)) {
+        const QList<WindowItem>& windows = m_store.windows();
+        return std::any_of(windows.begin(), windows.end(),
+                           [windowID](const WindowItem& window) { return window.id == *windowID; });
+    }
+    return false;
+}
+
+bool BoardController::drop(const QString& text, const QString& columnID)
+{
+    if (!canDrop(text, columnID))
+        return false;
+    const std::optional<GoalID> target = goalFromColumnText(columnID);
+    const BoardDrop drop = boardDropFromText(text);
+    if (const GoalID* const goalID = std::get_if<GoalID>(&drop))
+        m_store.moveGoal(*goalID, *target);
+    else if (const WindowID* const windowID = std::get_if<WindowID>(&drop))
+        m_store.assign(*windowID, target);
+    return true;
+}
+
+} // namespace kelpa

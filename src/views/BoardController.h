@@ -1,0 +1,91 @@
+// The board as QML sees it: the store's state as typed properties, and its operations under ids
+// that QML can hold. It decides nothing that the store decides.
+#pragma once
+
+#include "text/CopyTable.h"
+#include "views/GoalListModel.h"
+#include "views/MoveTargetModel.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+class WindowStore;
+
+/// Follows a store. Main thread. A column is named by `columnText`, a window by its number.
+class BoardController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The program makes it.")
+
+    Q_PROPERTY(kelpa::CopyTable copy READ copy NOTIFY languageChanged)
+    Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
+    Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    Q_PROPERTY(bool isAutoSortingGoals READ isAutoSortingGoals NOTIFY isAutoSortingGoalsChanged)
+    Q_PROPERTY(bool isAccessibilityTrusted READ isAccessibilityTrusted NOTIFY
+                   isAccessibilityTrustedChanged)
+    Q_PROPERTY(bool isScreenCaptureTrusted READ isScreenCaptureTrusted NOTIFY
+                   isScreenCaptureTrustedChanged)
+    Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
+    Q_PROPERTY(kelpa::GoalListModel* columns READ columns CONSTANT)
+    Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
+
+public:
+    /// `store` outlives the controller. `keyNames` are the platform's names of keys.
+    explicit BoardController(WindowStore& store, KeyNames keyNames = {}, QObject* parent = nullptr);
+
+    CopyTable copy() const;
+    /// Place of the language in `languageNames`.
+    int languageIndex() const;
+    /// Each language's own name for itself.
+    QStringList languageNames() const;
+    QString searchText() const;
+    void setSearchText(const QString& text);
+    bool isAutoSortingGoals() const;
+    bool isAccessibilityTrusted() const;
+    bool isScreenCaptureTrusted() const;
+    /// Empty while there is none.
+    QString toastMessage() const;
+    GoalListModel* columns() { return &m_columns; }
+    MoveTargetModel* moveTargets() { return &m_moveTargets; }
+
+    Q_INVOKABLE void refresh();
+    /// An index outside `languageNames` does nothing.
+    Q_INVOKABLE void setLanguageIndex(int index);
+    Q_INVOKABLE void toggleAutoSortingGoals();
+    /// Whether a goal may bear this title.
+    Q_INVOKABLE bool isGoalTitle(const QString& title) const;
+    Q_INVOKABLE void createGoal(const QString& title);
+    Q_INVOKABLE void renameGoal(const QString& columnID, const QString& title);
+    Q_INVOKABLE void deleteGoal(const QString& columnID);
+    Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
+
+    /// The texts that drags carry; empty for the unassigned column, which cannot be dragged.
+    Q_INVOKABLE QString windowDragText(quint32 windowID) const;
+    Q_INVOKABLE QString columnDragText(const QString& columnID) const;
+    /// Whether dropping `text` on the column would do anything.
+    Q_INVOKABLE bool canDrop(const QString& text, const QString& columnID) const;
+    /// Carries the drop out; false, and nothing done, when it is refused.
+    Q_INVOKABLE bool drop(const QString& text, const QString& columnID);
+
+Q_SIGNALS:
+    void languageChanged();
+    void searchTextChanged();
+    void isAutoSortingGoalsChanged();
+    void isAccessibilityTrustedChanged();
+    void isScreenCaptureTrustedChanged();
+    void toastMessageChanged();
+
+private:
+    WindowStore& m_store;
+    KeyNames m_keyNames;
+    GoalListModel m_columns;
+    MoveTargetModel m_moveTargets;
+};
+
+} // namespace kelpa

@@ -1,0 +1,105 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Kelpa
+
+/// The name of the program, the search, and what concerns the board as a whole.
+Item {
+    id: root
+
+    required property BoardController board
+
+    signal newGoalRequested
+
+    implicitHeight: 76
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.huge
+        anchors.rightMargin: Theme.huge
+        spacing: Theme.small
+
+        Column {
+            Layout.fillWidth: true
+            Layout.minimumWidth: 96
+            Layout.rightMargin: Theme.large
+            spacing: 1
+
+            AppText {
+                width: parent.width
+                text: root.board.copy.text(CopyKey.ProductName)
+                font: Theme.title
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            AppText {
+                width: parent.width
+                text: root.board.copy.text(CopyKey.Subtitle)
+                color: Theme.secondaryText
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+        SearchField {
+            Layout.preferredWidth: 260
+            Layout.minimumWidth: 180
+            label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
+            placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
+            clearLabel: root.board.copy.text(CopyKey.ClearSearch)
+            text: root.board.searchText
+            onTextChanged: root.board.searchText = text
+        }
+        IconButton {
+            symbol: "rotate-cw"
+            text: root.board.copy.text(CopyKey.RefreshWindows)
+            onClicked: root.board.refresh()
+        }
+        IconButton {
+            symbol: "arrow-up-down"
+            text: root.board.copy.text(CopyKey.AutoSortGoals)
+            checked: root.board.isAutoSortingGoals
+            Accessible.checkable: true
+            Accessible.checked: root.board.isAutoSortingGoals
+            onClicked: root.board.toggleAutoSortingGoals()
+        }
+        AppButton {
+            id: languageButton
+
+            symbol: "globe"
+            text: root.board.copy.text(CopyKey.Language)
+            Accessible.role: Accessible.ButtonMenu
+            onClicked: languageMenu.popup(languageButton, 0, languageButton.height + Theme.tiny)
+
+            AppMenu {
+                id: languageMenu
+
+                Instantiator {
+                    model: root.board.languageNames
+                    delegate: AppMenuItem {
+                        id: item
+
+                        required property int index
+                        required property string modelData
+
+                        text: item.modelData
+                        symbol: item.index === root.board.languageIndex ? "check" : ""
+                        Accessible.checkable: true
+                        Accessible.checked: item.index === root.board.languageIndex
+                        onTriggered: root.board.setLanguageIndex(item.index)
+                    }
+                    onObjectAdded: (index, object) => languageMenu.insertItem(index, object)
+                    onObjectRemoved: (index, object) => languageMenu.removeItem(object)
+                }
+            }
+        }
+        AppButton {
+            symbol: "plus"
+            text: root.board.copy.text(CopyKey.NewGoal)
+            isPrimary: true
+            onClicked: root.newGoalRequested()
+        }
+    }
+}

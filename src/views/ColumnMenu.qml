@@ -1,0 +1,30 @@
+pragma ComponentBehavior: Bound
+
+import Kelpa
+
+/// What can be done with a goal.
+AppMenu {
+    id: root
+
+    required property BoardController board
+
+    property string columnID
+    property string columnTitle
+
+    signal renameRequested
+
+    title: root.board.copy.text(CopyKey.MoreGoalActions)
+
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.RenameGoal)
+        symbol: "pencil"
+        onTriggered: root.renameRequested()
+    }
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.DeleteGoal)
+        symbol: "trash-2"
+        symbolColor: Theme.destructive
+        foreground: Theme.destructive
+        onTriggered: root.board.deleteGoal(root.columnID)
+    }
+}

@@ -1,0 +1,73 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// The columns side by side, with the menus that they share.
+FocusScope {
+    id: root
+
+    required property BoardController board
+
+    signal renameRequested(columnID: string, title: string)
+
+    BoardDragSource {
+        id: source
+    }
+
+    ListView {
+        id: columns
+
+        anchors.fill: parent
+        anchors.topMargin: Theme.large
+        anchors.bottomMargin: Theme.large
+        leftMargin: Theme.huge
+        rightMargin: Theme.huge
+        orientation: ListView.Horizontal
+        boundsBehavior: Flickable.StopAtBounds
+        spacing: Theme.large
+        cacheBuffer: 2 * Theme.columnWidth
+        model: root.board.columns
+        Accessible.role: Accessible.Pane
+        Accessible.name: root.board.copy.text(CopyKey.Board)
+        T.ScrollBar.horizontal: AppScrollBar {
+            parent: root
+            x: Theme.huge
+            y: root.height - height - Theme.tiny
+            width: root.width - 2 * Theme.huge
+        }
+
+        delegate: GoalColumn {
+            required property int index
+
+            // Assistive programs read the columns in this order.
+            z: index
+            height: columns.height
+            board: root.board
+            dragSource: source
+            onWindowMenuRequested: (windowID, card, position) => {
+                windowMenu.windowID = windowID;
+                windowMenu.columnID = columnID;
+                windowMenu.popup(card, position.x, position.y);
+            }
+            onColumnMenuRequested: button => {
+                columnMenu.columnID = columnID;
+                columnMenu.columnTitle = title;
+                columnMenu.popup(button, 0, button.height + Theme.tiny);
+            }
+        }
+    }
+
+    WindowMenu {
+        id: windowMenu
+
+        board: root.board
+    }
+    ColumnMenu {
+        id: columnMenu
+
+        board: root.board
+        onRenameRequested: root.renameRequested(columnMenu.columnID, columnMenu.columnTitle)
+    }
+}

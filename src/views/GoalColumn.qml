@@ -1,0 +1,152 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A goal, or the windows that belong to none, with its window cards.
+FocusScope {
+    id: root
+
+    required property BoardController board
+    required property BoardDragSource dragSource
+    required property string columnID
+    required property bool isUnassigned
+    required property string title
+    required property string accent
+    required property int windowCount
+    required property bool isSelected
+    required property WindowListModel windows
+
+    signal windowMenuRequested(windowID: int, card: Item, position: point)
+    signal columnMenuRequested(button: Item)
+
+    implicitWidth: Theme.columnWidth
+    Accessible.role: Accessible.List
+    Accessible.name: root.title
+    Accessible.selected: root.isSelected
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.columnRadius
+        color: Theme.column
+    }
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.columnRadius
+        color: dropArea.containsDrag ? Theme.accepting : "transparent"
+        border.width: dropArea.containsDrag || root.isSelected ? 2 : 0
+        border.color: Theme.focus
+    }
+
+    ColumnHeader {
+        id: header
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Theme.small
+        board: root.board
+        dragSource: root.dragSource
+        columnID: root.columnID
+        isUnassigned: root.isUnassigned
+        title: root.title
+        accent: root.accent
+        windowCount: root.windowCount
+        onMenuRequested: button => root.columnMenuRequested(button)
+    }
+    AppText {
+        id: hint
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.leftMargin: Theme.medium
+        anchors.rightMargin: Theme.medium
+        text: root.board.copy.text(CopyKey.UnsortedHint)
+        color: Theme.secondaryText
+        font: Theme.caption
+        height: visible ? implicitHeight + Theme.small : 0
+        verticalAlignment: Text.AlignTop
+        visible: root.isUnassigned
+        Accessible.ignored: !visible
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+    ListView {
+        id: cards
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: hint.visible ? hint.bottom : header.bottom
+        anchors.bottom: parent.bottom
+        topMargin: 2
+        bottomMargin: Theme.medium
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        spacing: Theme.small
+        reuseItems: true
+        model: root.windows
+        T.ScrollBar.vertical: AppScrollBar {}
+
+        delegate: WindowCard {
+            required property int index
+
+            z: index
+            // A card that waits to be used again is on no one's screen.
+            ListView.onPooled: visible = false
+            ListView.onReused: visible = true
+            x: Theme.medium
+            width: cards.width - 2 * Theme.medium
+            board: root.board
+            dragSource: root.dragSource
+            onMenuRequested: (card, position) => {
+                root.windowMenuRequested(windowID, card, position);
+            }
+        }
+    }
+    Item {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: cards.top
+        anchors.leftMargin: Theme.medium
+        anchors.rightMargin: Theme.medium
+        height: 92
+        visible: root.windowCount === 0
+
+        Rectangle {
+            anchors.fill: parent
+            radius: Theme.cardRadius
+            color: "transparent"
+            border.width: 1
+            border.color: Theme.outline
+        }
+        AppText {
+            anchors.fill: parent
+            anchors.margins: Theme.medium
+            horizontalAlignment: Text.AlignHCenter
+            text: root.board.copy.text(CopyKey.DragWindowHere)
+            color: Theme.secondaryText
+            wrapMode: Text.Wrap
+            Accessible.ignored: !visible
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+    }
+
+    DropArea {
+        id: dropArea
+
+        anchors.fill: parent
+        keys: ["text/plain"]
+        // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
+        onEntered: drag => {
+            drag.accepted = root.dragSource.isDragging
+                    && root.board.canDrop(drag.text, root.columnID);
+        }
+        onDropped: drop => {
+            drop.accepted = root.dragSource.isDragging
+                    && root.board.drop(drop.text, root.columnID);
+        }
+    }
+}

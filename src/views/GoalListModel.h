@@ -1,0 +1,73 @@
+// The columns of the board: the unassigned windows first, then the visible goals.
+#pragma once
+
+#include "model/GoalAccent.h"
+#include "navigation/BoardNavigationState.h"
+#include "views/RowListModel.h"
+#include "views/WindowListModel.h"
+
+#include <QHash>
+#include <QUuid>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+#include <optional>
+
+namespace kelpa {
+
+class WindowStore;
+
+struct ColumnRow
+{
+    /// Absent for the column of unassigned windows.
+    std::optional<GoalID> goalID;
+    QString title;
+    GoalAccent accent = GoalAccent::blue;
+    int windowCount = 0;
+    bool isSelected = false;
+
+    QUuid key() const { return goalID ? goalID->value : QUuid(); }
+
+    friend bool operator==(const ColumnRow&, const ColumnRow&) = default;
+};
+
+/// Follows a store. Main thread.
+class GoalListModel : public RowListModel<ColumnRow>
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The board has it.")
+
+public:
+    /// `store` outlives the model.
+    explicit GoalListModel(const WindowStore& store, QObject* parent = nullptr);
+
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// The cards of the column of `goalID`, or of the unassigned one; null when there is no such
+    /// column. Belongs to the model.
+    WindowListModel* windows(std::optional<GoalID> goalID) const;
+
+private:
+    void update();
+    void updateWindows(const QList<ColumnRow>& columns);
+
+    const WindowStore& m_store;
+    /// By the key of the column. Children of the model.
+    QHash<QUuid, WindowListModel*> m_windows;
+};
+
+/// The text that names a column in QML: the goal's UUID, or "kelpa-unassigned".
+QString columnText(std::optional<GoalID> goalID);
+
+/// A column that a text of `columnText` names.
+struct ColumnID
+{
+    std::optional<GoalID> goalID;
+    friend bool operator==(const ColumnID&, const ColumnID&) = default;
+};
+
+/// None for any text that `columnText` could not have given.
+std::optional<ColumnID> columnFromText(QStringView text);
+
+} // namespace kelpa

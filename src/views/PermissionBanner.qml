@@ -1,0 +1,71 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// Says which permissions are missing and what they are for.
+Rectangle {
+    id: root
+
+    required property BoardController board
+
+    implicitHeight: rows.implicitHeight + 2 * Theme.medium
+    radius: Theme.cardRadius
+    color: Theme.warningGround
+    visible: !root.board.isScreenCaptureTrusted || !root.board.isAccessibilityTrusted
+
+    component Explanation: Column {
+        id: explanation
+
+        required property string heading
+        required property string text
+
+        width: rows.width
+        spacing: 2
+        Accessible.role: Accessible.StaticText
+        Accessible.ignored: !visible
+        Accessible.name: explanation.heading
+        Accessible.description: explanation.text
+
+        AppText {
+            width: parent.width
+            text: explanation.heading
+            font: Theme.bodyStrong
+        }
+        AppText {
+            width: parent.width
+            text: explanation.text
+            color: Theme.secondaryText
+            wrapMode: Text.Wrap
+        }
+    }
+
+    AppIcon {
+        x: Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        name: "shield-alert"
+        size: 22
+        color: Theme.warning
+    }
+    Column {
+        id: rows
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.large + 22 + Theme.medium
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 6
+
+        Explanation {
+            heading: root.board.copy.text(CopyKey.ScreenRecordingNeeded)
+            text: root.board.copy.text(CopyKey.ScreenRecordingText)
+            visible: !root.board.isScreenCaptureTrusted
+        }
+        Explanation {
+            heading: root.board.copy.text(CopyKey.AccessibilityNeeded)
+            text: root.board.copy.text(CopyKey.AccessibilityText)
+            visible: !root.board.isAccessibilityTrusted
+        }
+    }
+}

@@ -1,0 +1,76 @@
+pragma Singleton
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// Every colour, length, radius, font and duration of the interface.
+QtObject {
+    id: root
+
+    readonly property bool isDark: ViewSettings.isDark
+
+    // Grounds, from the back to the front.
+    readonly property color window: isDark ? "#1b1c1f" : "#f4f5f7"
+    readonly property color column: isDark ? "#242529" : "#eaecef"
+    readonly property color card: isDark ? "#303237" : "#ffffff"
+    readonly property color field: isDark ? "#2a2b30" : "#ffffff"
+    readonly property color popup: isDark ? "#303237" : "#ffffff"
+    readonly property color scrim: isDark ? "#8c000000" : "#5920242c"
+
+    // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
+    readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"
+    readonly property color press: isDark ? "#26ffffff" : "#1a14181f"
+    readonly property color accepting: isDark ? "#2e5b93ff" : "#1f2563eb"
+
+    // Text is readable (4.5 to 1) on every ground above.
+    readonly property color text: isDark ? "#f1f2f4" : "#191b1f"
+    readonly property color secondaryText: isDark ? "#b0b3bb" : "#565b66"
+    readonly property color textOnAccent: "#ffffff"
+
+    readonly property color accent: isDark ? "#2f6be4" : "#2563eb"
+    readonly property color accentHover: isDark ? "#3b76ec" : "#1d57d8"
+    readonly property color accentText: isDark ? "#8db4ff" : "#1d4fd0"
+    readonly property color destructive: isDark ? "#ff8a80" : "#b3261e"
+    readonly property color warning: isDark ? "#f2c14e" : "#8a5a00"
+    readonly property color warningGround: isDark ? "#332c1c" : "#fdf3dc"
+
+    readonly property color outline: isDark ? "#24ffffff" : "#1a14181f"
+    readonly property color cardOutline: isDark ? "#12ffffff" : "#1214181f"
+    readonly property color fieldOutline: isDark ? "#80858f" : "#868c97"
+    readonly property color focus: isDark ? "#8db4ff" : "#2563eb"
+    readonly property color shadow: isDark ? "#52000000" : "#1414181f"
+
+    // Lengths, on a grid of four points.
+    readonly property int tiny: 4
+    readonly property int small: 8
+    readonly property int medium: 12
+    readonly property int large: 16
+    readonly property int huge: 24
+
+    readonly property int columnWidth: 320
+    readonly property int sheetWidth: 390
+    readonly property int controlHeight: 32
+    readonly property int symbolSize: 16
+
+    readonly property int smallRadius: 6
+    readonly property int controlRadius: 8
+    readonly property int cardRadius: 11
+    readonly property int columnRadius: 14
+
+    readonly property font caption: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Normal)
+    readonly property font captionStrong: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Medium)
+    readonly property font body: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.Normal)
+    readonly property font bodyStrong: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.DemiBold)
+    readonly property font heading: ViewSettings.font(ViewSettings.fontFamilies, 17, Font.DemiBold)
+    readonly property font title: ViewSettings.font(ViewSettings.fontFamilies, 22, Font.Bold)
+
+    // Milliseconds.
+    readonly property int shortTime: ViewSettings.isReducingMotion ? 0 : 120
+    readonly property int mediumTime: ViewSettings.isReducingMotion ? 0 : 200
+    readonly property int tipDelay: 700
+
+    function accentColor(accent: string): color {
+        return ViewSettings.accentColor(accent, root.isDark);
+    }
+}

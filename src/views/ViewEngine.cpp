@@ -1,0 +1,99 @@
+#include "views/ViewEngine.h"
+
+#include "store/WindowStore.h"
+#include "views/AppIconProvider.h"
+#include "views/BoardController.h"
+#include "views/DesktopAppearance.h"
+#include "views/SymbolImageProvider.h"
+#include "views/ViewSettings.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+#include <utility>
+
+// The build makes it for the module; called, so that the linker keeps the module's types.
+extern void qml_register_types_Kelpa();
+
+namespace kelpa {
+
+class ViewEngine::Parts
+{
+public:
+    Parts(WindowStore& storeToShow, Applications& applications, Scheduler& schedulerToUse,
+          Options chosen)
+        : store(storeToShow), scheduler(schedulerToUse), options(std::move(chosen)),
+          controller(storeToShow, options.keyNames)
+    {
+        engine.addImportPath(QStringLiteral(":/qt/qml"));
+        auto provider = std::make_unique<AppIconProvider>(applications, iconWindows);
+        // The engine takes ownership of its image providers.
+        engine.addImageProvider(AppIconProvider::name(), provider.release());
+        auto symbols = std::make_unique<SymbolImageProvider>();
+        engine.addImageProvider(SymbolImageProvider::name(), symbols.release());
+    }
+
+    WindowStore& store;
+    Scheduler& scheduler;
+    Options options;
+    std::shared_ptr<IconWindows> iconWindows = std::make_shared<IconWindows>();
+    BoardController controller;
+    std::unique_ptr<DesktopAppearance> desktopAppearance;
+    QQmlApplicationEngine engine;
+};
+
+ViewEngine::ViewEngine(WindowStore& store, Applications& applications, Scheduler& scheduler,
+                       Options options)
+{
+    qml_register_types_Kelpa();
+    // Before anything else follows the store, so that a card that appears finds its icon.
+    auto parts = std::make_unique<Parts>(store, applications, scheduler, std::move(options));
+    m_parts = std::move(parts);
+    const auto updateIconWindows = [this] { m_parts->iconWindows->set(m_parts->store.windows()); };
+    connect(&store, &WindowStore::windowsChanged, this, updateIconWindows);
+    updateIconWindows();
+}
+
+ViewEngine::~ViewEngine() = default;
+
+bool ViewEngine::show()
+{
+    QQmlApplicationEngine& engine = m_parts->engine;
+    auto* const settings =
+        engine.singletonInstance<ViewSettings*>(qmlTypeId("Kelpa", 1, 0, "ViewSettings"));
+    if (settings == nullptr)
+        return false;
+    const auto followLanguage = [this, settings] {
+        settings->setLanguage(m_parts->store.language());
+    };
+    connect(&m_parts->store, &WindowStore::languageChanged, settings, followLanguage);
+    followLanguage();
+    m_parts->desktopAppearance = std::make_unique<DesktopAppearance>(
+        *settings, m_parts->options.appearance, m_parts->options.isReducingMotion);
+
+    engine.setInitialProperties(
+        {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}});
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Main.qml")));
+    QQuickWindow* const board = window();
+    if (board == nullptr)
+        return false;
+
+    connect(
+        board, &QQuickWindow::frameSwapped, this,
+        [this] {
+            m_parts->desktopAppearance->follow(m_parts->scheduler);
+            Q_EMIT boardShown();
+        },
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    // Maximised, the window's frame takes the usable area, whatever the window manager adds to it.
+    board->showMaximized();
+    return true;
+}
+
+QQuickWindow* ViewEngine::window() const
+{
+    const QList<QObject*> roots = m_parts->engine.rootObjects();
+    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.front());
+}
+
+} // namespace kelpa

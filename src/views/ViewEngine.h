@@ -1,0 +1,56 @@
+// The interface: the QML engine, the board's window, and what connects them to the store.
+#pragma once
+
+#include "model/GoalAccent.h"
+#include "text/KeyNames.h"
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+class QQuickWindow;
+
+namespace kelpa {
+
+class Applications;
+class Scheduler;
+class WindowStore;
+
+/// Main thread. Needs a QGuiApplication, and is destroyed before it.
+class ViewEngine : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Options
+    {
+        KeyNames keyNames;
+        /// Absent: as the desktop wants it, following its changes.
+        std::optional<Appearance> appearance;
+        std::optional<bool> isReducingMotion;
+    };
+
+    /// What it is given outlives it.
+    ViewEngine(WindowStore& store, Applications& applications, Scheduler& scheduler,
+               Options options);
+    ~ViewEngine() override;
+
+    /// Makes the window and shows it, filling the usable area of its screen. False when the
+    /// interface could not be loaded.
+    bool show();
+
+    /// The board's window; null before `show`.
+    QQuickWindow* window() const;
+
+Q_SIGNALS:
+    /// Once, when the board has been drawn for the first time.
+    void boardShown();
+
+private:
+    class Parts;
+
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace kelpa

@@ -1,0 +1,58 @@
+// What views need to know of the desktop to look right on it; the theme is made from it.
+#pragma once
+
+#include "model/GoalAccent.h"
+#include "text/AppLanguage.h"
+
+#include <QColor>
+#include <QFont>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// One for each QML engine, which makes it; `ViewEngine` fills it in. Main thread.
+class ViewSettings : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+    Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
+    Q_PROPERTY(bool isReducingMotion READ isReducingMotion NOTIFY isReducingMotionChanged)
+    Q_PROPERTY(QStringList fontFamilies READ fontFamilies NOTIFY fontFamiliesChanged)
+
+public:
+    explicit ViewSettings(QObject* parent = nullptr);
+
+    Appearance appearance() const { return m_appearance; }
+    void setAppearance(Appearance appearance);
+    bool isDark() const { return m_appearance == Appearance::dark; }
+
+    /// Whether movement on the screen is to be avoided.
+    bool isReducingMotion() const { return m_isReducingMotion; }
+    void setReducingMotion(bool isReducing);
+
+    /// In the order of preference; they draw the glyph variants of the current language.
+    QStringList fontFamilies() const { return m_fontFamilies; }
+    void setLanguage(AppLanguage language);
+
+    /// Of a size in points of the screen, as all of QML's lengths, and a weight of QFont's.
+    Q_INVOKABLE QFont font(const QStringList& families, int size, int weight) const;
+    /// The colour of a goal by the accent's stored text; transparent for an unknown one.
+    Q_INVOKABLE QColor accentColor(const QString& accent, bool isDark) const;
+
+Q_SIGNALS:
+    void appearanceChanged();
+    void isReducingMotionChanged();
+    void fontFamiliesChanged();
+
+private:
+    Appearance m_appearance = Appearance::light;
+    bool m_isReducingMotion = false;
+    QStringList m_fontFamilies;
+};
+
+} // namespace kelpa

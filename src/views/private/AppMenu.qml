@@ -1,0 +1,42 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A menu as wide as its widest item, within limits.
+T.Menu {
+    id: root
+
+    implicitWidth: Math.min(360, Math.max(180, contentItem.implicitWidth + leftPadding
+                                               + rightPadding))
+    implicitHeight: Math.min(contentItem.implicitHeight + topPadding + bottomPadding,
+                             parent && root.contentItem.Window.window
+                             ? root.contentItem.Window.window.height - 2 * Theme.small : 600)
+    margins: Theme.small
+    padding: Theme.tiny
+    overlap: 1
+
+    contentItem: ListView {
+        implicitWidth: root.widestItem()
+        implicitHeight: contentHeight
+        model: root.contentModel
+        interactive: contentHeight > height
+        clip: true
+        currentIndex: root.currentIndex
+        T.ScrollBar.vertical: AppScrollBar {}
+    }
+    background: Rectangle {
+        radius: Theme.controlRadius + Theme.tiny
+        color: Theme.popup
+        border.width: 1
+        border.color: Theme.outline
+    }
+
+    function widestItem(): real {
+        let widest = 0;
+        for (let i = 0; i < root.count; ++i)
+            widest = Math.max(widest, root.itemAt(i).implicitWidth);
+        return widest;
+    }
+}

@@ -1,0 +1,31 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A thin bar that shows while there is something to scroll.
+T.ScrollBar {
+    id: root
+
+    implicitWidth: 8
+    implicitHeight: 8
+    padding: 1
+    minimumSize: 0.08
+    visible: root.size < 1
+    Accessible.ignored: true
+
+    contentItem: Rectangle {
+        implicitWidth: 6
+        implicitHeight: 6
+        radius: 3
+        color: Theme.text
+        opacity: root.pressed ? 0.5 : root.hovered || root.active ? 0.36 : 0.16
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Theme.shortTime
+            }
+        }
+    }
+}

@@ -1,0 +1,32 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A short explanation below the item in which it is placed.
+T.ToolTip {
+    id: root
+
+    delay: Theme.tipDelay
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? parent.height + Theme.tiny : 0
+    margins: Theme.small
+    horizontalPadding: 10
+    verticalPadding: 6
+    implicitWidth: Math.min(360, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    closePolicy: T.Popup.CloseOnEscape
+
+    contentItem: Text {
+        text: root.text
+        textFormat: Text.PlainText
+        font: Theme.caption
+        color: Theme.window
+        wrapMode: Text.Wrap
+    }
+    background: Rectangle {
+        radius: Theme.smallRadius
+        color: Theme.text
+    }
+}

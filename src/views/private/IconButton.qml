@@ -1,0 +1,48 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A button that shows only a symbol; its text is its accessible name and its tip.
+T.Button {
+    id: root
+
+    required property string symbol
+    property color color: Theme.secondaryText
+    property int size: Theme.controlHeight
+
+    implicitWidth: root.size
+    implicitHeight: root.size
+    focusPolicy: Qt.StrongFocus
+    opacity: root.enabled ? 1 : 0.45
+    Accessible.name: root.text
+    Accessible.ignored: !root.visible
+    Accessible.onPressAction: if (root.enabled)
+        root.clicked()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
+    contentItem: Item {
+        AppIcon {
+            anchors.centerIn: parent
+            name: root.symbol
+            color: root.checked ? Theme.accentText : root.color
+        }
+    }
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: root.down ? Theme.press
+               : root.hovered ? Theme.hover
+               : root.checked ? Theme.accepting : "transparent"
+    }
+
+    FocusRing {
+        control: root
+        isShown: root.visualFocus
+    }
+    HoverTip {
+        text: root.text
+        isHovered: root.hovered
+    }
+}

@@ -1,0 +1,36 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// A text field with a magnifier, that Escape or its button clears.
+TextInputField {
+    id: root
+
+    required property string clearLabel
+
+    leftPadding: 32
+    rightPadding: 32
+    Accessible.role: Accessible.EditableText
+    Accessible.searchEdit: true
+    onCancelled: root.clear()
+
+    AppIcon {
+        name: "search"
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+    }
+    IconButton {
+        symbol: "x"
+        size: 24
+        text: root.clearLabel
+        visible: root.length > 0
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.tiny
+        anchors.verticalCenter: parent.verticalCenter
+        onClicked: {
+            root.clear();
+            root.forceActiveFocus();
+        }
+    }
+}

@@ -1,0 +1,51 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A sheet over the board. Escape closes it; a click beside it does not, so that nothing typed is
+/// lost by accident.
+T.Dialog {
+    id: root
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: Math.min(Theme.sheetWidth, parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
+    implicitHeight: contentHeight + topPadding + bottomPadding
+    focus: true
+    padding: Theme.huge
+    closePolicy: T.Popup.CloseOnEscape
+    // A sheet that fades away takes no more input: the next click is meant for the board.
+    onAboutToShow: root.modal = true
+    onAboutToHide: root.modal = false
+
+    background: Rectangle {
+        radius: Theme.columnRadius
+        color: Theme.popup
+        border.width: 1
+        border.color: Theme.outline
+        Accessible.role: Accessible.Dialog
+        Accessible.name: root.title
+    }
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+    }
+
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.shortTime
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 1
+            to: 0
+            duration: Theme.shortTime
+        }
+    }
+}

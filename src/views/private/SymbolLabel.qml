@@ -1,0 +1,41 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// A symbol with a text behind it, as buttons and menus show them.
+Item {
+    id: root
+
+    required property string symbol
+    required property string text
+    property color symbolColor: root.color
+    property color color: Theme.text
+    property font font: Theme.body
+    property int spacing: 6
+    /// Keeps the symbol's place free also where there is none, so that texts stand in line.
+    property bool isKeepingPlace: false
+
+    readonly property bool hasPlace: root.symbol.length > 0 || root.isKeepingPlace
+    readonly property real textX: root.hasPlace ? Theme.symbolSize + root.spacing : 0
+
+    implicitWidth: root.textX + label.implicitWidth
+    implicitHeight: Math.max(Theme.symbolSize, label.implicitHeight)
+
+    AppIcon {
+        name: root.symbol
+        color: root.symbolColor
+        visible: root.symbol.length > 0
+        anchors.verticalCenter: parent.verticalCenter
+    }
+    AppText {
+        id: label
+
+        x: root.textX
+        width: root.width - x
+        text: root.text
+        font: root.font
+        color: root.color
+        anchors.verticalCenter: parent.verticalCenter
+    }
+}

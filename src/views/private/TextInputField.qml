@@ -1,0 +1,58 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A single-line text field. `committed` comes on Return, but never while an input method composes.
+T.TextField {
+    id: root
+
+    required property string label
+
+    signal committed
+    signal cancelled
+
+    implicitWidth: 200
+    implicitHeight: Theme.controlHeight
+    leftPadding: 10
+    rightPadding: 10
+    font: Theme.body
+    color: Theme.text
+    placeholderTextColor: Theme.secondaryText
+    selectionColor: Theme.accent
+    selectedTextColor: Theme.textOnAccent
+    verticalAlignment: TextInput.AlignVCenter
+    selectByMouse: true
+    Accessible.name: root.label
+    Keys.onReturnPressed: event => event.accepted = root.commit()
+    Keys.onEnterPressed: event => event.accepted = root.commit()
+    Keys.onEscapePressed: root.cancelled()
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: Theme.field
+        border.width: 1
+        border.color: Theme.fieldOutline
+
+        AppText {
+            anchors.fill: parent
+            anchors.leftMargin: root.leftPadding
+            anchors.rightMargin: root.rightPadding
+            text: root.placeholderText
+            color: Theme.secondaryText
+            visible: root.length === 0 && root.preeditText.length === 0
+        }
+    }
+
+    function commit(): bool {
+        if (root.inputMethodComposing)
+            return false;
+        root.committed();
+        return true;
+    }
+
+    FocusRing {
+        control: root
+    }
+}

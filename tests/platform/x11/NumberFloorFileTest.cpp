@@ -1,0 +1,56 @@
+#include "platform/x11/NumberFloorFile.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace kelpa::x11 {
+namespace {
+
+class NumberFloorFileTest : public testing::Test
+{
+protected:
+    void write(const QByteArray& content)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("window-numbers"));
+};
+
+TEST_F(NumberFloorFileTest, A_reserved_number_is_the_floor_of_the_next_start)
+{
+    EXPECT_EQ(NumberFloorFile(path, 0).floor(), 0U);
+    EXPECT_TRUE(NumberFloorFile(path, 0).reserve(4'294'967'295));
+    EXPECT_EQ(NumberFloorFile(path, 0).floor(), 4'294'967'295U);
+}
+
+TEST_F(NumberFloorFileTest, An_assigned_number_above_it_raises_the_floor)
+{
+    write("512\n");
+    EXPECT_EQ(NumberFloorFile(path, 4127).floor(), 4127U);
+    EXPECT_EQ(NumberFloorFile(path, 12).floor(), 512U);
+}
+
+TEST_F(NumberFloorFileTest, A_file_with_anything_else_counts_as_none)
+{
+    for (const QByteArray& content : {QByteArray("many"), QByteArray("-7"), QByteArray(),
+                                      QByteArray("4294967296"), QByteArray(1000, '9')}) {
+        write(content);
+        EXPECT_EQ(NumberFloorFile(path, 9).floor(), 9U);
+    }
+}
+
+TEST_F(NumberFloorFileTest, A_place_that_cannot_be_written_leaves_the_windows_numbered)
+{
+    NumberFloorFile file(folder.filePath(QStringLiteral("no/such/folder/window-numbers")), 7);
+    EXPECT_TRUE(file.reserve(256));
+    EXPECT_EQ(file.floor(), 7U);
+}
+
+} // namespace
+} // namespace kelpa::x11

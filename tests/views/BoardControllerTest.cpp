@@ -1,0 +1,171 @@
+// The board as QML sees it.
+#include "views/BoardController.h"
+
+#include "support/StoreFixture.h"
+#include "views/GoalListModel.h"
+
+#include <QSignalSpy>
+
+namespace kelpa::test {
+namespace {
+
+class Controller : public StoreFixture
+{
+protected:
+    Controller()
+    {
+        desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+        store().setLanguage(AppLanguage::english);
+        store().setAutoSortingGoals(false);
+        store().refresh();
+        first = makeGoal(QStringLiteral("First"));
+        second = makeGoal(QStringLiteral("Second"));
+        controller = std::make_unique<BoardController>(store(), KeyNames::withSuper());
+    }
+
+    std::optional<GoalID> goalOfWindow() { return store().windows().front().goalID; }
+
+    GoalID first;
+    GoalID second;
+    std::unique_ptr<BoardController> controller;
+    const QString unassigned = columnText(std::nullopt);
+};
+
+TEST_F(Controller, A_window_dropped_on_a_goal_is_assigned)
+{
+    EXPECT_TRUE(controller->canDrop(QStringLiteral("7"), first.text()));
+    EXPECT_TRUE(controller->drop(QStringLiteral("7"), first.text()));
+    EXPECT_EQ(goalOfWindow(), first);
+}
+
+TEST_F(Controller, A_window_dropped_on_the_unassigned_column_has_no_goal_any_more)
+{
+    store().assign(7, first);
+    EXPECT_TRUE(controller->drop(QStringLiteral("7"), unassigned));
+    EXPECT_EQ(goalOfWindow(), std::nullopt);
+}
+
+TEST_F(Controller, A_window_that_is_not_listed_is_refused)
+{
+    EXPECT_FALSE(controller->canDrop(QStringLiteral("8"), first.text()));
+    EXPECT_FALSE(controller->drop(QStringLiteral("8"), first.text()));
+    EXPECT_EQ(store().assignments().size(), 0);
+}
+
+TEST_F(Controller, Foreign_text_is_refused)
+{
+    EXPECT_FALSE(controller->drop(QStringLiteral("hello"), first.text()));
+    EXPECT_FALSE(controller->drop(QString(), first.text()));
+    EXPECT_FALSE(controller->drop(QStringLiteral("7"), QStringLiteral("no column")));
+    EXPECT_EQ(goalOfWindow(), std::nullopt);
+}
+
+TEST_F(Controller, A_goal_dropped_on_another_goes_before_it)
+{
+    const QString source = store().goals().at(1).id.text();
+    const QString target = store().goals().at(0).id.text();
+    const GoalID moved = store().goals().at(1).id;
+    EXPECT_TRUE(controller->drop(controller->columnDragText(source), target));
+    EXPECT_EQ(store().goals().at(0).id, moved);
+}
+
+TEST_F(Controller, A_goal_is_refused_by_itself_and_by_the_unassigned_column)
+{
+    const QString text = controller->columnDragText(first.text());
+    EXPECT_FALSE(controller->canDrop(text, first.text()));
+    EXPECT_FALSE(controller->canDrop(text, unassigned));
+    EXPECT_FALSE(controller->canDrop(
+        QStringLiteral("kelpa-goal:6BA7B810-9DAD-11D1-80B4-00C04FD430C8"), first.text()));
+}
+
+TEST_F(Controller, Goals_stay_where_they_are_while_they_are_sorted)
+{
+    store().setAutoSortingGoals(true);
+    EXPECT_FALSE(controller->canDrop(controller->columnDragText(first.text()), second.text()));
+}
+
+TEST_F(Controller, The_unassigned_column_cannot_be_dragged)
+{
+    EXPECT_EQ(controller->columnDragText(unassigned), QString());
+}
+
+TEST_F(Controller, The_menu_moves_a_window)
+{
+    controller->moveWindow(7, second.text());
+    EXPECT_EQ(goalOfWindow(), second);
+    controller->moveWindow(7, QStringLiteral("no column"));
+    EXPECT_EQ(goalOfWindow(), second);
+    controller->moveWindow(7, unassigned);
+    EXPECT_EQ(goalOfWindow(), std::nullopt);
+}
+
+TEST_F(Controller, Renaming_and_deleting_never_touch_the_unassigned_column)
+{
+    controller->renameGoal(unassigned, QStringLiteral("Renamed"));
+    controller->deleteGoal(unassigned);
+    EXPECT_EQ(store().goals().size(), 2);
+    controller->renameGoal(first.text(), QStringLiteral("Renamed"));
+    EXPECT_EQ(goal(first).title, QStringLiteral("Renamed"));
+    controller->deleteGoal(first.text());
+    EXPECT_EQ(goalTitles(), QStringList{QStringLiteral("Second")});
+}
+
+TEST_F(Controller, A_blank_text_is_no_title)
+{
+    EXPECT_FALSE(controller->isGoalTitle(QString()));
+    EXPECT_FALSE(controller->isGoalTitle(QStringLiteral(" \t\n")));
+    EXPECT_TRUE(controller->isGoalTitle(QStringLiteral(" a ")));
+}
+
+TEST_F(Controller, Languages_are_chosen_by_their_place_in_the_menu)
+{
+    EXPECT_EQ(controller->languageNames(),
+              (QStringList{QStringLiteral("中文"), QStringLiteral("English"),
+                           QStringLiteral("日本語"), QStringLiteral("한국어"),
+                           QStringLiteral("Français"), QStringLiteral("Deutsch")}));
+    EXPECT_EQ(controller->languageIndex(), 1);
+    const QSignalSpy changes(controller.get(), &BoardController::languageChanged);
+    controller->setLanguageIndex(5);
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(controller->copy().text(CopyKey::NewGoal), QStringLiteral("Neues Ziel"));
+    controller->setLanguageIndex(6);
+    controller->setLanguageIndex(-1);
+    EXPECT_EQ(store().language(), AppLanguage::german);
+}
+
+TEST_F(Controller, Texts_name_the_platforms_key)
+{
+    EXPECT_EQ(controller->copy().text(CopyKey::DoubleTapHint),
+              QStringLiteral("Press Super twice to bring Kelpa forward instantly"));
+}
+
+TEST_F(Controller, Searching_goes_both_ways)
+{
+    const QSignalSpy changes(controller.get(), &BoardController::searchTextChanged);
+    controller->setSearchText(QStringLiteral("rep"));
+    EXPECT_EQ(store().searchText(), QStringLiteral("rep"));
+    EXPECT_EQ(controller->searchText(), QStringLiteral("rep"));
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(Controller, The_toast_is_empty_again_when_its_time_is_over)
+{
+    EXPECT_EQ(controller->toastMessage(), QString());
+    const TodoID todoID = makeTodo(first, QStringLiteral("Call"));
+    store().copyTodo(goal(first).todos.front());
+    EXPECT_NE(controller->toastMessage(), QString());
+    scheduler.advance(std::chrono::seconds(3));
+    EXPECT_EQ(controller->toastMessage(), QString());
+    EXPECT_EQ(goal(first).todos.front().id, todoID);
+}
+
+TEST_F(Controller, The_sorting_of_goals_is_toggled)
+{
+    EXPECT_FALSE(controller->isAutoSortingGoals());
+    controller->toggleAutoSortingGoals();
+    EXPECT_TRUE(store().isAutoSortingGoals());
+    EXPECT_TRUE(controller->isAutoSortingGoals());
+}
+
+} // namespace
+} // namespace kelpa::test

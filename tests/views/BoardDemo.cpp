@@ -1,0 +1,142 @@
+// Shows the board over a desktop of plain data, for looking at it: in every language, light and
+// dark, empty, full, and with texts that are hard to lay out.
+#include "store/WindowStore.h"
+#include "support/FakeDesktop.h"
+#include "support/ManualScheduler.h"
+#include "support/MemorySettingsStore.h"
+#include "views/RenderBackend.h"
+#include "views/ViewEngine.h"
+
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QTimer>
+
+#include <array>
+
+namespace {
+
+using namespace kelpa;
+
+class DemoDesktop : public test::FakeDesktop
+{
+public:
+    QImage icon(const WindowItem& window, int pixels) override
+    {
+        if (window.processIdentifier % 4 == 3)
+            return {};
+        QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor::fromHsv((window.processIdentifier * 67) % 360, 150, 210));
+        painter.drawRoundedRect(image.rect(), pixels / 5.0, pixels / 5.0);
+        return image;
+    }
+};
+
+const std::array<QString, 9> titles{
+    QStringLiteral("Quarterly report - Draft 3"),
+    QStringLiteral("main.cpp - editor"),
+    QStringLiteral("A title that is far too long for any card of any width that this board could "
+                   "ever reasonably give to a single window"),
+    QStringLiteral("قائمة المهام لهذا الأسبوع"),
+    QStringLiteral("季度报告——第三稿（待审阅）"),
+    QStringLiteral("今週の予定"),
+    QStringLiteral(""),
+    QStringLiteral("~/projects/kelpa"),
+    QStringLiteral("Inbox (14)"),
+};
+
+const std::array<QString, 6> goalTitles{
+    QStringLiteral("Prepare Friday's proposal"),
+    QStringLiteral("Taxes"),
+    QStringLiteral("Read the three papers on window management and write a summary of them"),
+    QStringLiteral("搬家"),
+    QStringLiteral("Vorstellungsgespräche"),
+    QStringLiteral("Garden"),
+};
+
+void fill(DemoDesktop& desktop, int windows)
+{
+    for (int i = 0; i < windows; ++i) {
+        const auto id = static_cast<WindowID>(100 + i);
+        const ProcessID process = 1000 + i % 7;
+        const QString& title = titles.at(static_cast<std::size_t>(i) % titles.size());
+        desktop.addAccessibleWindow(id, process, title);
+        if (i % 5 == 4)
+            desktop.elements[process]->back().isMinimized = true;
+        if (i % 7 == 5)
+            desktop.onScreen.remove(id);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    chooseRenderBackend();
+    QGuiApplication application(argc, argv);
+    QCommandLineParser parser;
+    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours."));
+    const QCommandLineOption light(QStringLiteral("light"), QStringLiteral("Light colours."));
+    const QCommandLineOption still(QStringLiteral("still"), QStringLiteral("No motion."));
+    const QCommandLineOption denied(QStringLiteral("denied"), QStringLiteral("No permissions."));
+    const QCommandLineOption manual(QStringLiteral("manual"), QStringLiteral("No auto-sort."));
+    const QCommandLineOption language(QStringLiteral("language"), QStringLiteral("BCP 47 tag."),
+                                      QStringLiteral("tag"), QStringLiteral("en"));
+    const QCommandLineOption windows(QStringLiteral("windows"), QStringLiteral("How many."),
+                                     QStringLiteral("count"), QStringLiteral("24"));
+    const QCommandLineOption goals(QStringLiteral("goals"), QStringLiteral("How many."),
+                                   QStringLiteral("count"), QStringLiteral("3"));
+    const QCommandLineOption search(QStringLiteral("search"), QStringLiteral("Search text."),
+                                    QStringLiteral("text"));
+    parser.addHelpOption();
+    parser.addOptions({dark, light, still, denied, manual, language, windows, goals, search});
+    parser.process(application);
+
+    DemoDesktop desktop;
+    desktop.isAccessibilityGranted = !parser.isSet(denied);
+    fill(desktop, parser.value(windows).toInt());
+    test::MemorySettingsStore settings;
+    test::ManualScheduler scheduler;
+    WindowStore store(desktop.platform(), settings, scheduler);
+    if (const auto wanted = appLanguageFromRawValue(parser.value(language)))
+        store.setLanguage(*wanted);
+    store.setAutoSortingGoals(!parser.isSet(manual));
+    store.refresh();
+    const int goalCount = parser.value(goals).toInt();
+    for (int i = 0; i < goalCount; ++i)
+        store.createGoal(goalTitles.at(static_cast<std::size_t>(i) % goalTitles.size()));
+    const QList<WindowItem> listed = store.windows();
+    for (qsizetype i = 0; i < listed.size(); ++i) {
+        const qsizetype place = i % (goalCount + 1);
+        // Every other goal stays without windows.
+        if (place > 0 && place % 3 != 0)
+            store.assign(listed.at(i).id, store.goals().at(place - 1).id);
+    }
+    store.setSearchText(parser.value(search));
+    desktop.isScreenCaptureGranted = !parser.isSet(denied);
+    store.startObserving();
+
+    // The manual clock follows the real one.
+    QTimer clock;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QObject::connect(&clock, &QTimer::timeout,
+                     [&] { scheduler.advance(std::chrono::milliseconds(elapsed.restart())); });
+    clock.start(std::chrono::milliseconds(50));
+
+    ViewEngine::Options options;
+    options.keyNames = KeyNames::withSuper();
+    if (parser.isSet(dark))
+        options.appearance = Appearance::dark;
+    else if (parser.isSet(light))
+        options.appearance = Appearance::light;
+    if (parser.isSet(still))
+        options.isReducingMotion = true;
+    ViewEngine view(store, desktop, scheduler, options);
+    return view.show() ? QGuiApplication::exec() : 1;
+}

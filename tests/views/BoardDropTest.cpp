@@ -1,0 +1,81 @@
+// What a dropped text means.
+#include "views/BoardDrop.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+const QString uuid = QStringLiteral("6BA7B810-9DAD-11D1-80B4-00C04FD430C8");
+
+TEST(BoardDropText, Digits_are_a_window)
+{
+    EXPECT_EQ(boardDropFromText(u"0"), BoardDrop(WindowID{0}));
+    EXPECT_EQ(boardDropFromText(u"42"), BoardDrop(WindowID{42}));
+    EXPECT_EQ(boardDropFromText(u"0042"), BoardDrop(WindowID{42}));
+}
+
+TEST(BoardDropText, A_sign_may_stand_before_the_digits)
+{
+    EXPECT_EQ(boardDropFromText(u"+42"), BoardDrop(WindowID{42}));
+    EXPECT_EQ(boardDropFromText(u"-0"), BoardDrop(WindowID{0}));
+}
+
+TEST(BoardDropText, The_greatest_window_number_has_32_bits)
+{
+    EXPECT_EQ(boardDropFromText(u"4294967295"), BoardDrop(WindowID{4294967295U}));
+    EXPECT_EQ(boardDropFromText(u"4294967296"), BoardDrop(RefusedDrop()));
+    EXPECT_EQ(boardDropFromText(u"18446744073709551617"), BoardDrop(RefusedDrop()));
+    EXPECT_EQ(boardDropFromText(QString(400, u'9')), BoardDrop(RefusedDrop()));
+}
+
+TEST(BoardDropText, A_negative_number_is_refused)
+{
+    EXPECT_EQ(boardDropFromText(u"-1"), BoardDrop(RefusedDrop()));
+}
+
+TEST(BoardDropText, Anything_beside_the_digits_is_refused)
+{
+    for (const QStringView text :
+         {u"", u"+", u"-", u"+-4", u" 42", u"42 ", u"42\n", u"4 2", u"0x2A", u"4.2", u"4e2",
+          u"hello", u"\u0664\u0662", u"window-42"})
+        EXPECT_EQ(boardDropFromText(text), BoardDrop(RefusedDrop()))
+            << text.toString().toStdString();
+}
+
+TEST(BoardDropText, The_prefix_and_a_UUID_are_a_goal)
+{
+    const GoalID goalID = *GoalID::fromText(uuid);
+    EXPECT_EQ(boardDropFromText(QString(QStringLiteral("kelpa-goal:") + uuid)), BoardDrop(goalID));
+    EXPECT_EQ(boardDropFromText(QString(QStringLiteral("kelpa-goal:") + uuid.toLower())),
+              BoardDrop(goalID));
+}
+
+TEST(BoardDropText, The_prefix_with_anything_else_is_refused)
+{
+    for (const QString& rest : {QString(), QStringLiteral("42"), QStringLiteral("nothing"),
+                                uuid + u'x', u' ' + uuid, QString(u'{' + uuid + u'}')})
+        EXPECT_EQ(boardDropFromText(QString(QStringLiteral("kelpa-goal:") + rest)),
+                  BoardDrop(RefusedDrop()))
+            << rest.toStdString();
+    EXPECT_EQ(boardDropFromText(QString(QStringLiteral("KELPA-GOAL:") + uuid)),
+              BoardDrop(RefusedDrop()));
+    EXPECT_EQ(boardDropFromText(uuid), BoardDrop(RefusedDrop()));
+}
+
+TEST(BoardDropText, Todos_and_the_unassigned_column_are_refused)
+{
+    EXPECT_EQ(boardDropFromText(u"kelpa-unassigned"), BoardDrop(RefusedDrop()));
+    EXPECT_EQ(boardDropFromText(QString(QStringLiteral("kelpa-todo:unassigned:") + uuid)),
+              BoardDrop(RefusedDrop()));
+}
+
+TEST(BoardDropText, Drags_carry_exactly_the_identifiers)
+{
+    EXPECT_EQ(dragText(WindowID{4294967295U}), QStringLiteral("4294967295"));
+    EXPECT_EQ(dragText(*GoalID::fromText(uuid)),
+              QStringLiteral("kelpa-goal:6BA7B810-9DAD-11D1-80B4-00C04FD430C8"));
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,163 @@
+// The columns of the board follow the store.
+#include "views/GoalListModel.h"
+
+#include "ModelLog.h"
+#include "support/StoreFixture.h"
+#include "views/MoveTargetModel.h"
+
+namespace kelpa::test {
+namespace {
+
+class BoardColumns : public StoreFixture
+{
+protected:
+    BoardColumns()
+    {
+        store().setLanguage(AppLanguage::english);
+        store().setAutoSortingGoals(false);
+    }
+};
+
+TEST_F(BoardColumns, The_unassigned_windows_come_first_and_then_the_goals_in_board_order)
+{
+    makeGoal(QStringLiteral("First"));
+    makeGoal(QStringLiteral("Second"));
+    const GoalListModel model(store());
+    QStringList expected{QStringLiteral("Unsorted")};
+    expected.append(goalTitles());
+    EXPECT_EQ(texts(model, "title"), expected);
+    EXPECT_TRUE(value(model, 0, "isUnassigned").toBool());
+    EXPECT_FALSE(value(model, 1, "isUnassigned").toBool());
+}
+
+TEST_F(BoardColumns, A_new_goal_is_one_inserted_column)
+{
+    GoalListModel model(store());
+    ModelLog log(model);
+    makeGoal(QStringLiteral("First"));
+    const QStringList steps = log.take();
+    EXPECT_EQ(steps.filter(QStringLiteral("insert")), QStringList{QStringLiteral("insert 1-1")});
+    EXPECT_EQ(steps.filter(QStringLiteral("remove")), QStringList());
+}
+
+TEST_F(BoardColumns, A_goal_that_is_moved_is_one_moved_column)
+{
+    makeGoal(QStringLiteral("A"));
+    makeGoal(QStringLiteral("B"));
+    makeGoal(QStringLiteral("C"));
+    const QList<Goal> goals = store().goals();
+    GoalListModel model(store());
+    ModelLog log(model);
+    store().moveGoal(goals.at(2).id, goals.at(0).id);
+    EXPECT_EQ(log.take(), QStringList{QStringLiteral("move 3 before 1")});
+}
+
+TEST_F(BoardColumns, A_renamed_goal_changes_its_column_alone)
+{
+    const GoalID id = makeGoal(QStringLiteral("Old"));
+    GoalListModel model(store());
+    ModelLog log(model);
+    store().renameGoal(id, QStringLiteral("New"));
+    EXPECT_EQ(log.take(), QStringList{QStringLiteral("change 1-1")});
+    EXPECT_EQ(value(model, 1, "title").toString(), QStringLiteral("New"));
+}
+
+TEST_F(BoardColumns, A_deleted_goal_is_one_removed_column_and_its_windows_are_unassigned_again)
+{
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    store().refresh();
+    const GoalID id = makeGoal();
+    store().assign(7, id);
+    GoalListModel model(store());
+    ASSERT_EQ(model.windows(id)->rowCount(), 1);
+    ModelLog log(model);
+    store().deleteGoal(id);
+    EXPECT_EQ(log.take().filter(QStringLiteral("remove")),
+              QStringList{QStringLiteral("remove 1-1")});
+    EXPECT_EQ(model.windows(id), nullptr);
+    EXPECT_EQ(texts(*model.windows(std::nullopt), "title"), QStringList{QStringLiteral("Report")});
+}
+
+TEST_F(BoardColumns, Assigning_a_window_takes_its_card_from_one_column_to_the_other)
+{
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));
+    store().refresh();
+    const GoalID id = makeGoal();
+    GoalListModel model(store());
+    ModelLog unassigned(*model.windows(std::nullopt));
+    ModelLog ofGoal(*model.windows(id));
+    store().assign(7, id);
+    EXPECT_EQ(unassigned.take().size(), 1);
+    EXPECT_EQ(ofGoal.take(), QStringList{QStringLiteral("insert 0-0")});
+    EXPECT_EQ(texts(*model.windows(std::nullopt), "title"), QStringList{QStringLiteral("Letter")});
+    EXPECT_EQ(value(model, 0, "windowCount").toInt(), 1);
+    EXPECT_EQ(value(model, 1, "windowCount").toInt(), 1);
+}
+
+TEST_F(BoardColumns, Searching_narrows_the_cards)
+{
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));
+    store().refresh();
+    const GoalListModel model(store());
+    store().setSearchText(QStringLiteral("lett"));
+    EXPECT_EQ(texts(*model.windows(std::nullopt), "title"), QStringList{QStringLiteral("Letter")});
+}
+
+TEST_F(BoardColumns, The_language_renames_the_unassigned_column)
+{
+    GoalListModel model(store());
+    store().setLanguage(AppLanguage::german);
+    EXPECT_EQ(value(model, 0, "title").toString(), QStringLiteral("Unsortiert"));
+}
+
+TEST_F(BoardColumns, The_selected_column_and_window_say_so)
+{
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    store().refresh();
+    const GoalID id = makeGoal();
+    store().assign(7, id);
+    const GoalListModel model(store());
+    store().activateTarget(TargetSelection::goal(id), WindowStore::EnterWindowLayer::yes);
+    EXPECT_TRUE(value(model, 1, "isSelected").toBool());
+    EXPECT_FALSE(value(model, 0, "isSelected").toBool());
+    EXPECT_TRUE(value(*model.windows(id), 0, "isSelected").toBool());
+    store().clearTargetSelection();
+    EXPECT_FALSE(value(model, 1, "isSelected").toBool());
+    EXPECT_FALSE(value(*model.windows(id), 0, "isSelected").toBool());
+}
+
+TEST_F(BoardColumns, Hidden_goals_have_no_column)
+{
+    makeGoal(QStringLiteral("Without todos"));
+    const GoalID open = makeGoal(QStringLiteral("With a todo"));
+    makeTodo(open);
+    const GoalListModel model(store());
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_EQ(texts(model, "title"),
+              (QStringList{QStringLiteral("Unsorted"), QStringLiteral("With a todo")}));
+}
+
+TEST_F(BoardColumns, Windows_can_be_moved_to_every_goal_and_last_to_the_unassigned_column)
+{
+    const GoalID hidden = makeGoal(QStringLiteral("Hidden"));
+    store().setHidingGoalsWithoutOpenTodos(true);
+    const MoveTargetModel model(store());
+    EXPECT_EQ(texts(model, "title"),
+              (QStringList{QStringLiteral("Hidden"), QStringLiteral("Unsorted")}));
+    EXPECT_EQ(texts(model, "columnID"),
+              (QStringList{hidden.text(), QStringLiteral("kelpa-unassigned")}));
+}
+
+TEST(ColumnText, Names_a_column_and_is_read_back)
+{
+    const GoalID id = GoalID::create();
+    EXPECT_EQ(columnFromText(columnText(id)), ColumnID{id});
+    EXPECT_EQ(columnFromText(columnText(std::nullopt)), ColumnID{std::nullopt});
+    EXPECT_EQ(columnFromText(u""), std::nullopt);
+    EXPECT_EQ(columnFromText(u"unassigned"), std::nullopt);
+}
+
+} // namespace
+} // namespace kelpa::test

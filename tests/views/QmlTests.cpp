@@ -1,0 +1,121 @@
+// Runs the tests of QML types, each with a board of its own over a desktop of plain data.
+#include "store/WindowStore.h"
+#include "support/FakeDesktop.h"
+#include "support/ManualScheduler.h"
+#include "support/MemorySettingsStore.h"
+#include "views/AppIconProvider.h"
+#include "views/BoardController.h"
+#include "views/SymbolImageProvider.h"
+
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QtQuickTest/quicktest.h>
+
+#include <memory>
+
+// The build makes it for the module.
+extern void qml_register_types_Kelpa();
+
+namespace {
+
+using namespace kelpa;
+
+/// What the tests call `world`.
+class World : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(kelpa::BoardController* board READ board CONSTANT)
+
+public:
+    explicit World(QObject* parent) : QObject(parent)
+    {
+        m_store.setLanguage(AppLanguage::english);
+        m_store.setAutoSortingGoals(false);
+        m_store.refresh();
+    }
+
+    BoardController* board() { return &m_controller; }
+    test::FakeDesktop& desktop() { return m_desktop; }
+
+    Q_INVOKABLE void addWindow(quint32 id, const QString& title)
+    {
+        m_desktop.addAccessibleWindow(id, 1000, title);
+        m_store.refresh();
+    }
+    Q_INVOKABLE void removeWindow(quint32 id)
+    {
+        m_desktop.removeWindow(id);
+        m_desktop.elements.clear();
+        m_store.refresh();
+    }
+    Q_INVOKABLE void denyPermissions()
+    {
+        m_desktop.isAccessibilityGranted = false;
+        m_desktop.isScreenCaptureGranted = false;
+        m_store.refresh();
+    }
+    /// What an input method does while a person has not yet chosen what to write.
+    Q_INVOKABLE void compose(const QString& text)
+    {
+        QInputMethodEvent event(text, {});
+        QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
+    }
+    Q_INVOKABLE QStringList goalTitles() const
+    {
+        QStringList titles;
+        for (const Goal& goal : m_store.goals())
+            titles.append(goal.title);
+        return titles;
+    }
+    Q_INVOKABLE QString columnOfGoal(const QString& title) const
+    {
+        for (const Goal& goal : m_store.goals())
+            if (goal.title == title)
+                return goal.id.text();
+        return {};
+    }
+    /// The title of the window's goal; empty for none.
+    Q_INVOKABLE QString goalOfWindow(quint32 id) const
+    {
+        for (const Goal& goal : m_store.goals())
+            for (const WindowItem& window : m_store.windows(goal.id))
+                if (window.id == id)
+                    return goal.title;
+        return {};
+    }
+
+private:
+    test::FakeDesktop m_desktop;
+    test::ManualScheduler m_scheduler;
+    test::MemorySettingsStore m_settings;
+    WindowStore m_store{m_desktop.platform(), m_settings, m_scheduler};
+    BoardController m_controller{m_store};
+};
+
+class Setup : public QObject
+{
+    Q_OBJECT
+
+public Q_SLOTS:
+    /// Called for each file of tests, with an engine of its own.
+    void qmlEngineAvailable(QQmlEngine* engine)
+    {
+        qml_register_types_Kelpa();
+        engine->addImportPath(QStringLiteral(":/qt/qml"));
+        auto* const world = new World(engine);
+        engine->rootContext()->setContextProperty(QStringLiteral("world"), world);
+        auto symbols = std::make_unique<SymbolImageProvider>();
+        engine->addImageProvider(SymbolImageProvider::name(), symbols.release());
+        auto icons = std::make_unique<AppIconProvider>(world->desktop(),
+                                                       std::make_shared<const IconWindows>());
+        engine->addImageProvider(AppIconProvider::name(), icons.release());
+    }
+};
+
+} // namespace
+
+QUICK_TEST_MAIN_WITH_SETUP(kelpa_views, Setup)
+
+#include "QmlTests.moc"

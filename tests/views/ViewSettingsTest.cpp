@@ -1,0 +1,78 @@
+// Fonts, colours and symbols.
+#include "views/ViewSettings.h"
+#include "views/DesktopAppearance.h"
+#include "views/SymbolImageProvider.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QSignalSpy>
+
+namespace kelpa::test {
+namespace {
+
+TEST(InterfaceFont, Ideographs_are_drawn_as_the_language_writes_them)
+{
+    ViewSettings settings;
+    settings.setLanguage(AppLanguage::japanese);
+    EXPECT_EQ(settings.fontFamilies().last(), QStringLiteral("Noto Sans CJK JP"));
+    settings.setLanguage(AppLanguage::korean);
+    EXPECT_EQ(settings.fontFamilies().last(), QStringLiteral("Noto Sans CJK KR"));
+    settings.setLanguage(AppLanguage::chinese);
+    EXPECT_EQ(settings.fontFamilies().last(), QStringLiteral("Noto Sans CJK SC"));
+    EXPECT_EQ(settings.fontFamilies().first(), QStringLiteral("sans-serif"));
+}
+
+TEST(InterfaceFont, Changes_only_with_the_families)
+{
+    ViewSettings settings;
+    settings.setLanguage(AppLanguage::english);
+    const QSignalSpy changes(&settings, &ViewSettings::fontFamiliesChanged);
+    settings.setLanguage(AppLanguage::german);
+    EXPECT_EQ(changes.count(), 0);
+    settings.setLanguage(AppLanguage::korean);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST(ColorScheme, One_is_dark_two_is_light_and_the_rest_has_no_preference)
+{
+    EXPECT_EQ(appearanceFromColorScheme(0U), std::nullopt);
+    EXPECT_EQ(appearanceFromColorScheme(1U), Appearance::dark);
+    EXPECT_EQ(appearanceFromColorScheme(2U), Appearance::light);
+    EXPECT_EQ(appearanceFromColorScheme(3U), std::nullopt);
+    EXPECT_EQ(appearanceFromColorScheme(QStringLiteral("dark")), std::nullopt);
+    EXPECT_EQ(appearanceFromColorScheme(QVariant()), std::nullopt);
+}
+
+TEST(AccentColor, Follows_the_ground_and_is_absent_for_an_unknown_accent)
+{
+    const ViewSettings settings;
+    const QColor light = settings.accentColor(QStringLiteral("blue"), false);
+    EXPECT_EQ(light, color(GoalAccent::blue, Appearance::light));
+    EXPECT_NE(light, settings.accentColor(QStringLiteral("blue"), true));
+    EXPECT_EQ(settings.accentColor(QStringLiteral("mauve"), false).alpha(), 0);
+}
+
+TEST(Symbols, Are_drawn_in_the_colour_and_size_that_are_asked_for)
+{
+    SymbolImageProvider provider;
+    QSize size;
+    const QImage image = provider.requestImage(QStringLiteral("plus/ff8800"), &size, QSize(48, 48));
+    EXPECT_EQ(size, QSize(48, 48));
+    ASSERT_EQ(image.size(), QSize(48, 48));
+    EXPECT_EQ(image.pixelColor(24, 24), QColor(0xff, 0x88, 0x00));
+    EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
+}
+
+TEST(Symbols, Unknown_names_and_colours_give_no_image)
+{
+    SymbolImageProvider provider;
+    QSize size;
+    EXPECT_TRUE(provider.requestImage(QStringLiteral("nothing/ff8800"), &size, {}).isNull());
+    EXPECT_TRUE(provider.requestImage(QStringLiteral("plus/orange!"), &size, {}).isNull());
+    EXPECT_TRUE(provider.requestImage(QStringLiteral("plus"), &size, {}).isNull());
+    EXPECT_TRUE(provider.requestImage(QString(), &size, {}).isNull());
+}
+
+} // namespace
+} // namespace kelpa::test

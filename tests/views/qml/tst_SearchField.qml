@@ -1,0 +1,50 @@
+import QtQuick
+import QtTest
+import Kelpa
+
+Item {
+    id: root
+
+    width: 300
+    height: 60
+
+    SearchField {
+        id: field
+
+        width: 260
+        label: "Search"
+        clearLabel: "Clear search"
+        text: world.board.searchText
+        onTextChanged: world.board.searchText = text
+    }
+
+    TestCase {
+        name: "SearchField"
+        when: windowShown
+
+        function init() {
+            world.board.searchText = "";
+            field.forceActiveFocus();
+        }
+
+        function test_typing_searches_and_a_search_from_elsewhere_shows() {
+            keyClick("r");
+            compare(world.board.searchText, "r");
+            world.board.searchText = "report";
+            compare(field.text, "report");
+        }
+        function test_escape_clears() {
+            keyClick("r");
+            keyClick(Qt.Key_Escape);
+            compare(field.text, "");
+            compare(world.board.searchText, "");
+        }
+        function test_the_button_is_there_while_there_is_something_to_clear() {
+            mouseClick(field, field.width - 16, field.height / 2);
+            keyClick("r");
+            mouseClick(field, field.width - 16, field.height / 2);
+            compare(world.board.searchText, "");
+            verify(field.activeFocus);
+        }
+    }
+}
