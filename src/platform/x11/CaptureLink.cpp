@@ -87,9 +87,9 @@ int screenNumber(const XcbConnection& connection)
 
 } // namespace
 
-std::unique_ptr<CaptureLink> CaptureLink::open(const QByteArray& display)
+std::unique_ptr<CaptureLink> CaptureLink::open(DisplayConnector& connector)
 {
-    std::unique_ptr<DisplayLink> link = DisplayLink::open(display);
+    std::unique_ptr<DisplayLink> link = connector.open();
     if (!link || !link->hasComposite()) {
         return nullptr;
     }

@@ -1,6 +1,7 @@
 // The connection that windows are captured through, with what the server can do for it.
 #pragma once
 
+#include "platform/x11/DisplayConnector.h"
 #include "platform/x11/DisplayLink.h"
 
 #include <xcb/render.h>
@@ -24,7 +25,7 @@ class CaptureLink
 public:
     /// Waits for the server. Absent when there is none or when it cannot keep the contents of
     /// windows apart and scale them.
-    static std::unique_ptr<CaptureLink> open(const QByteArray& display);
+    static std::unique_ptr<CaptureLink> open(DisplayConnector& connector);
 
     XcbConnection& connection() { return m_link->connection(); }
     const XcbConnection& connection() const { return m_link->connection(); }

@@ -33,10 +33,11 @@ struct CaptureSession::Reading
     Clock::time_point time;
 };
 
-std::unique_ptr<CaptureSession>
-CaptureSession::open(const QByteArray& display, const CaptureLimits& limits, bool maySharePictures)
+std::unique_ptr<CaptureSession> CaptureSession::open(DisplayConnector& connector,
+                                                     const CaptureLimits& limits,
+                                                     bool maySharePictures)
 {
-    std::unique_ptr<CaptureLink> link = CaptureLink::open(display);
+    std::unique_ptr<CaptureLink> link = CaptureLink::open(connector);
     return link ? std::unique_ptr<CaptureSession>(
                       new CaptureSession(std::move(link), limits, maySharePictures))
                 : nullptr;

@@ -48,7 +48,7 @@ class CaptureSession
 {
 public:
     /// Waits for the server. Absent when there is none or when it cannot capture windows.
-    static std::unique_ptr<CaptureSession> open(const QByteArray& display,
+    static std::unique_ptr<CaptureSession> open(DisplayConnector& connector,
                                                 const CaptureLimits& limits, bool maySharePictures);
 
     /// As WindowServer::captureWindow. One round trip for a window that was captured before, two

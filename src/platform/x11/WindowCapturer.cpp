@@ -4,8 +4,9 @@
 
 namespace kelpa::x11 {
 
-WindowCapturer::WindowCapturer(QByteArray display, const CaptureLimits& limits)
-    : m_display(std::move(display)), m_limits(limits)
+WindowCapturer::WindowCapturer(std::shared_ptr<DisplayConnector> connector,
+                               const CaptureLimits& limits)
+    : m_connector(std::move(connector)), m_limits(limits)
 {}
 
 WindowCapturer::~WindowCapturer() = default;
@@ -21,7 +22,7 @@ std::optional<WindowCapture> WindowCapturer::capture(const CaptureTarget& target
         return std::nullopt;
     }
     if (!m_session || !m_session->isConnected()) {
-        m_session = CaptureSession::open(m_display, m_limits, m_maySharePictures);
+        m_session = CaptureSession::open(*m_connector, m_limits, m_maySharePictures);
     }
     if (!m_session) {
         return std::nullopt;

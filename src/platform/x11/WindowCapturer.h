@@ -4,8 +4,6 @@
 
 #include "platform/x11/CaptureSession.h"
 
-#include <QByteArray>
-
 #include <memory>
 #include <mutex>
 
@@ -15,8 +13,8 @@ namespace kelpa::x11 {
 class WindowCapturer
 {
 public:
-    /// `display` as in the DISPLAY variable; empty means that variable.
-    explicit WindowCapturer(QByteArray display, const CaptureLimits& limits = {});
+    explicit WindowCapturer(std::shared_ptr<DisplayConnector> connector,
+                            const CaptureLimits& limits = {});
     ~WindowCapturer();
 
     /// As CaptureSession::capture. Any thread but the main one; one capture at a time, others
@@ -30,7 +28,7 @@ public:
     CaptureCounts counts() const;
 
 private:
-    const QByteArray m_display;
+    const std::shared_ptr<DisplayConnector> m_connector;
     const CaptureLimits m_limits;
     mutable std::mutex m_mutex;
     std::unique_ptr<CaptureSession> m_session;

@@ -98,7 +98,7 @@ private:
     std::map<WindowID, std::uint32_t> m_windows;
     /// Those of them that can be captured, from top to bottom.
     std::vector<CaptureTarget> m_capturable;
-    WindowCapturer m_capturer{m_needs.display};
+    WindowCapturer m_capturer{m_needs.connector};
 };
 
 } // namespace kelpa::x11

@@ -42,11 +42,11 @@ class CaptureOnDisplay : public ::testing::Test
 protected:
     explicit CaptureOnDisplay(const QStringList& options = {}) : xServer(options) {}
 
-    /// Opened and listed.
+    /// Opened, listed and shown.
     xcb_window_t open(TestClient& of, const TestWindow& window)
     {
         const xcb_window_t id = of.open(window);
-        EXPECT_TRUE(waitUntil([&] { return client.isListed(id); }));
+        EXPECT_TRUE(waitUntil([&] { return client.isListed(id) && client.isShown(id); }));
         return id;
     }
 

@@ -124,7 +124,7 @@ TEST_F(CaptureOnAnyServer, A_connection_that_was_killed_is_made_anew)
 {
     open(client, {50, 60, 300, 200, "a", {}, false, red});
     const WindowID id = number("a");
-    x11::WindowCapturer capturer(xServer.display());
+    x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()));
     const x11::CaptureTarget target{id, server->clientWindow(id).value_or(0)};
     const auto take = [&] {
         return capturer.capture(target, {}, 720, CaptureNeed::always, {}).has_value();
@@ -218,7 +218,8 @@ TEST_F(CaptureOnAnyServer, A_window_that_is_not_captured_for_a_while_is_no_longe
     const x11::CaptureTarget targetB{b, server->clientWindow(b).value_or(0)};
     x11::CaptureLimits limits;
     limits.keeping = std::chrono::milliseconds(100);
-    x11::WindowCapturer capturer(xServer.display(), limits);
+    x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()),
+                                 limits);
     const auto take = [&](const x11::CaptureTarget& target) {
         return capturer.capture(target, {}, 720, CaptureNeed::ifChanged, {}).has_value();
     };

@@ -263,6 +263,14 @@ bool TestClient::isListed(xcb_window_t window)
     return std::find(clients.begin(), clients.end(), window) != clients.end();
 }
 
+bool TestClient::isShown(xcb_window_t window)
+{
+    const std::unique_ptr<xcb_get_window_attributes_reply_t, Free> reply(
+        xcb_get_window_attributes_reply(m_connection,
+                                        xcb_get_window_attributes(m_connection, window), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
 void TestClient::sync()
 {
     const xcb_get_input_focus_cookie_t cookie = xcb_get_input_focus(m_connection);

@@ -79,6 +79,8 @@ public:
     bool isManaged();
     /// Whether the window manager's list has the window.
     bool isListed(xcb_window_t window);
+    /// Whether the server draws it, on the screen or where its contents are kept.
+    bool isShown(xcb_window_t window);
     /// Returns when the server has carried out everything asked so far.
     void sync();
 
