@@ -18,9 +18,9 @@ using namespace std::chrono_literals;
 /// How often the desktop is looked at when nothing tells of a change.
 constexpr Scheduler::Duration refreshInterval = 2s;
 
-/// How long an explicit refresh may keep the main thread waiting for the window server; long
-/// enough for a pass over some hundred windows, too short to be felt.
-constexpr Scheduler::Duration refreshLimit = 40ms;
+/// How long an explicit refresh may keep the main thread waiting for the window server: less than a
+/// frame, and twice what a pass over two hundred windows takes.
+constexpr Scheduler::Duration refreshLimit = 12ms;
 
 } // namespace
 
