@@ -27,6 +27,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -73,7 +74,7 @@ int main(int argc, char** argv)
     WindowStore* board = nullptr;
     AccessibilityDocuments documents([&board] {
         if (board != nullptr)
-            board->refreshInBackground();
+            board->noteWindowsChangedOnDesktop();
     });
     x11::NumberFloorFile numbers(QFileInfo(path).dir().filePath(QStringLiteral("window-numbers")),
                                  largestAssignedWindow(settings));
@@ -113,5 +114,9 @@ int main(int argc, char** argv)
     board = nullptr;
     // What a full disk kept back until now.
     settings.flush();
+    // Background work refers to the objects above. What the window server keeps waiting for longer
+    // than anyone would wait for Kelpa to close ends with the process, and they with it.
+    if (!scheduler.shutDown())
+        std::_Exit(status);
     return status;
 }
