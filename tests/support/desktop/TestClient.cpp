@@ -53,6 +53,18 @@ TestClient::~TestClient()
 xcb_window_t TestClient::create(const TestWindow& window)
 {
     const xcb_window_t id = xcb_generate_id(m_connection);
+    make(id, window);
+    return id;
+}
+
+void TestClient::openAgain(xcb_window_t id, const TestWindow& window)
+{
+    make(id, window);
+    map(id);
+}
+
+void TestClient::make(xcb_window_t id, const TestWindow& window)
+{
     const std::uint32_t overrideRedirect = window.isOverrideRedirect ? 1 : 0;
     xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, id, m_root, window.x, window.y,
                       window.width, window.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
@@ -69,7 +81,6 @@ xcb_window_t TestClient::create(const TestWindow& window)
             window.windowClass + '\0' + window.windowClass + QByteArray(1, '\0');
         setProperty(id, "WM_CLASS", XCB_ATOM_STRING, 8, bytes);
     }
-    return id;
 }
 
 xcb_window_t TestClient::open(const TestWindow& window)
@@ -209,6 +220,43 @@ bool TestClient::isListed(xcb_window_t window)
 {
     const std::vector<std::uint32_t> clients = words(m_root, "_NET_CLIENT_LIST");
     return std::find(clients.begin(), clients.end(), window) != clients.end();
+}
+
+std::vector<xcb_client_message_event_t> TestClient::messages(const QByteArray& type)
+{
+    sync();
+    const xcb_atom_t wanted = atom(type);
+    std::vector<xcb_client_message_event_t> found;
+    while (true) {
+        const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(m_connection));
+        if (!event) {
+            return found;
+        }
+        if ((event->response_type & 0x7FU) == XCB_CLIENT_MESSAGE) {
+            const void* bytes = event.get();
+            const auto* message = static_cast<const xcb_client_message_event_t*>(bytes);
+            if (message->type == wanted) {
+                found.push_back(*message);
+            }
+        }
+    }
+}
+
+int TestClient::countMessages(const QByteArray& type)
+{
+    return static_cast<int>(messages(type).size());
+}
+
+std::vector<xcb_window_t> TestClient::deletions()
+{
+    const xcb_atom_t wanted = atom("WM_DELETE_WINDOW");
+    std::vector<xcb_window_t> windows;
+    for (const xcb_client_message_event_t& message : messages("WM_PROTOCOLS")) {
+        if (message.data.data32[0] == wanted) {
+            windows.push_back(message.window);
+        }
+    }
+    return windows;
 }
 
 void TestClient::sync()

@@ -20,9 +20,9 @@ struct TestWindow
     std::uint16_t width = 400;
     std::uint16_t height = 300;
     /// _NET_WM_NAME; none when empty.
-    QByteArray title;
+    QByteArray title = {};
     /// Both parts of WM_CLASS; none when empty.
-    QByteArray windowClass;
+    QByteArray windowClass = {};
     bool isOverrideRedirect = false;
 };
 
@@ -42,6 +42,8 @@ public:
     xcb_window_t create(const TestWindow& window);
     /// Created and mapped.
     xcb_window_t open(const TestWindow& window);
+    /// As `open`, with the id of an earlier window of this client that is gone.
+    void openAgain(xcb_window_t id, const TestWindow& window);
     void map(xcb_window_t window);
     void unmap(xcb_window_t window);
     void destroy(xcb_window_t window);
@@ -58,6 +60,8 @@ public:
                   const std::vector<QByteArray>& values);
     /// The first item of a 32-bit property.
     std::optional<std::uint32_t> word(xcb_window_t window, const QByteArray& name);
+    /// All items of a 32-bit property; empty when there is none.
+    std::vector<std::uint32_t> words(xcb_window_t window, const QByteArray& name);
 
     /// Asks the window manager, as a pager would.
     void request(xcb_window_t window, const QByteArray& message,
@@ -70,11 +74,16 @@ public:
     bool isManaged();
     /// Whether the window manager's list has the window.
     bool isListed(xcb_window_t window);
+    /// The client messages of this type that have arrived; all that has arrived is thrown away.
+    int countMessages(const QByteArray& type);
+    /// The windows that have been asked to close; all else that has arrived is thrown away.
+    std::vector<xcb_window_t> deletions();
     /// Returns when the server has carried out everything asked so far.
     void sync();
 
 private:
-    std::vector<std::uint32_t> words(xcb_window_t window, const QByteArray& name);
+    void make(xcb_window_t id, const TestWindow& window);
+    std::vector<xcb_client_message_event_t> messages(const QByteArray& type);
 
     xcb_connection_t* m_connection;
     xcb_window_t m_root = XCB_WINDOW_NONE;
