@@ -97,14 +97,35 @@ protected:
 
     bool isActive(const WindowItem& window) { return active() == idOf(window); }
 
-    /// The upper end of the stack, from the bottom up.
+    /// The upper end of the stack of the desktop that is shown, from the bottom up.
     std::vector<xcb_window_t> topmost(std::size_t count)
     {
         std::vector<xcb_window_t> stack = client.words(client.root(), "_NET_CLIENT_LIST_STACKING");
+        if (stack.empty()) {
+            // xfwm4 does not keep it for a single window.
+            stack = client.words(client.root(), "_NET_CLIENT_LIST");
+        }
+        const auto shown = client.word(client.root(), "_NET_CURRENT_DESKTOP");
+        std::erase_if(stack, [&](xcb_window_t window) {
+            return client.word(window, "_NET_WM_DESKTOP") != shown;
+        });
         if (stack.size() > count) {
             stack.erase(stack.begin(), stack.end() - static_cast<std::ptrdiff_t>(count));
         }
         return stack;
+    }
+
+    /// For a failure's message.
+    std::string state()
+    {
+        std::string text =
+            "active " + std::to_string(active()) + ", desktop " +
+            std::to_string(client.word(client.root(), "_NET_CURRENT_DESKTOP").value_or(0)) +
+            ", stack";
+        for (const xcb_window_t window : topmost(20)) {
+            text += ' ' + std::to_string(window);
+        }
+        return text;
     }
 
     bool isInFront(const WindowItem& window)

@@ -36,13 +36,16 @@ TEST_P(BringingForward, A_minimised_window_is_shown_in_front)
 TEST_P(BringingForward, The_desktop_of_a_window_is_shown)
 {
     const WindowItem window = openWindow(client, "elsewhere");
+    const WindowItem coverer = openWindow(client, "coverer");
     const WindowItem other = openWindow(client, "here");
-    client.sendToDesktop(idOf(window), 2);
-    ASSERT_TRUE(waitUntil([&] { return client.word(idOf(window), "_NET_WM_DESKTOP") == 2U; }));
+    for (const WindowItem& each : {window, coverer}) {
+        client.sendToDesktop(idOf(each), 2);
+        ASSERT_TRUE(waitUntil([&] { return client.word(idOf(each), "_NET_WM_DESKTOP") == 2U; }));
+    }
     bringForward({window});
     EXPECT_TRUE(waitUntil([&] {
         return client.word(client.root(), "_NET_CURRENT_DESKTOP") == 2U && isInFront(window);
-    }));
+    })) << state();
     EXPECT_EQ(client.word(idOf(window), "_NET_WM_DESKTOP"), 2U);
     EXPECT_EQ(client.word(idOf(other), "_NET_WM_DESKTOP"), 0U);
 }
@@ -57,7 +60,7 @@ TEST_P(BringingForward, A_minimised_window_of_another_desktop_is_shown_there)
     bringForward({window});
     EXPECT_TRUE(waitUntil([&] {
         return client.word(client.root(), "_NET_CURRENT_DESKTOP") == 1U && isInFront(window);
-    }));
+    })) << state();
     EXPECT_EQ(client.word(idOf(window), "_NET_WM_DESKTOP"), 1U);
 }
 
@@ -179,9 +182,10 @@ TEST_P(BringingForward, Another_window_with_a_reused_id_is_left_alone)
     owner.destroy(id);
     ASSERT_TRUE(waitUntil([&] { return !client.isListed(id); }));
     owner.openAgain(id, {.title = "newcomer"});
-    ASSERT_TRUE(waitUntil([&] { return client.isListed(id); }));
+    ASSERT_TRUE(waitUntil([&] { return active() == id; })) << state();
     bringForward({other});
-    ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
+    ASSERT_TRUE(waitUntil([&] { return isInFront(other); }))
+        << state() << ", wanted " << idOf(other);
 
     element->requestMinimized(false);
     element->requestRaise();

@@ -44,7 +44,7 @@ TEST_P(Quitting, A_GTK_program_with_unsaved_text_asks_and_keeps_it)
                          {QStringLiteral("--disable-server")}, withoutBus());
     const WindowItem window = listed(QStringLiteral("Untitled 1 - Mousepad"));
     bringForward({window});
-    ASSERT_TRUE(waitUntil([&] { return isInFront(window); }));
+    ASSERT_TRUE(waitUntil([&] { return isInFront(window); })) << state();
     const Program typist(xServer.display(), QStringLiteral("xdotool"),
                          {QStringLiteral("type"), QStringLiteral("unsaved")});
     listed(QStringLiteral("*Untitled 1 - Mousepad"));
