@@ -38,8 +38,8 @@ bool isScript(const QString& path)
 
 ApplicationLauncher::ApplicationLauncher(DesktopEntries& entries,
                                          std::chrono::milliseconds recognition,
-                                         QProcessEnvironment environment)
-    : m_entries(entries), m_recognition(recognition), m_environment(std::move(environment))
+                                         const QProcessEnvironment& environment)
+    : m_entries(entries), m_recognition(recognition), m_environment(environment)
 {}
 
 std::optional<QString> ApplicationLauncher::launch(LaunchableApplication application,
@@ -56,7 +56,7 @@ std::optional<QString> ApplicationLauncher::launch(LaunchableApplication applica
     environment.remove(QStringLiteral("GIO_LAUNCHED_DESKTOP_FILE"));
     environment.remove(QStringLiteral("GIO_LAUNCHED_DESKTOP_FILE_PID"));
     for (const LaunchCandidate& candidate : candidates(application)) {
-        const std::optional<QString> expected = foretold(candidate);
+        std::optional<QString> expected = foretold(candidate);
         if (const auto process = startDetached(candidate.command, environment)) {
             return expected ? expected : recognised(*process);
         }
@@ -103,7 +103,7 @@ std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& cand
         return m_entries.idOfWindows(candidate.desktopEntryID);
     }
     const QString name = programName(candidate.command.front());
-    if (const std::optional<QString> id = m_entries.idOfProgram(name)) {
+    if (std::optional<QString> id = m_entries.idOfProgram(name)) {
         return id;
     }
     if (isScript(candidate.command.front())) {

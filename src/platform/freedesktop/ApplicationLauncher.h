@@ -34,7 +34,7 @@ public:
     explicit ApplicationLauncher(
         DesktopEntries& entries,
         std::chrono::milliseconds recognition = std::chrono::milliseconds(1500),
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment());
+        const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
 
     /// Starts the first of the candidates that can be started. The id of the entry by which the new
     /// window will be known; none when nothing was started, or when no installed entry is the

@@ -120,7 +120,7 @@ void tell(int report, int value)
     }
     sigset_t none;
     sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
+    pthread_sigmask(SIG_SETMASK, &none, nullptr);
     execve(preparation.arguments.data()[0], preparation.arguments.data(),
            preparation.environment.data());
     tell(preparation.report, errno);

@@ -104,7 +104,7 @@ bool WindowActor::connect()
     if (m_link && !m_link->connection().isBroken()) {
         return true;
     }
-    m_front.reset();
+    m_asked.reset();
     m_link = DisplayLink::open(m_display);
     if (!m_link) {
         return false;
@@ -230,7 +230,7 @@ bool WindowActor::isInFront(const WindowTarget& target)
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    return connect() && m_front == target && activeWindow() == m_activeInFront;
+    return connect() && m_asked == target && activeWindow() == m_activeThen;
 }
 
 bool WindowActor::awaitActive(const WindowTarget& target, std::uint32_t before)
@@ -243,8 +243,7 @@ bool WindowActor::awaitActive(const WindowTarget& target, std::uint32_t before)
         // A window that waits for an answer to its dialog passes the keyboard on to that.
         if (active == target.window || (active != before && isDialogOf(active, target.window))) {
             m_patience = m_limits.row;
-            m_front = target;
-            m_activeInFront = active;
+            m_activeThen = active;
             return true;
         }
     } while (awaitEvent(connection, end));
@@ -265,7 +264,8 @@ bool WindowActor::bringForwardLocked(const WindowTarget& target)
     if (Clock::now() - m_lastAsked > m_limits.pause) {
         m_patience = m_limits.row;
     }
-    m_front.reset();
+    m_asked = target;
+    m_activeThen.reset();
     bool isDone = false;
     constexpr int attempts = 2;
     for (int attempt = 0; attempt < attempts && !isDone; ++attempt) {
@@ -309,7 +309,10 @@ void WindowActor::bringApplicationForward(ProcessID process)
         return;
     }
     const std::uint32_t active = activeWindow();
-    if (m_front && m_front->process == process && m_activeInFront == active) {
+    // The application comes with the window of it that was just asked for, also when the window
+    // manager takes its time: another of its windows must not get in front of that one.
+    const bool isUnderWay = !m_activeThen && Clock::now() - m_lastAsked < m_limits.pause;
+    if (m_asked && m_asked->process == process && (isUnderWay || m_activeThen == active)) {
         return;
     }
     const std::optional<Windows> own = readWindows(process);

@@ -106,9 +106,10 @@ private:
 
     std::mutex m_mutex;
     std::unique_ptr<DisplayLink> m_link;
-    /// The window that came forward last, and the one that had the keyboard then: it or its dialog.
-    std::optional<WindowTarget> m_front;
-    std::uint32_t m_activeInFront = 0;
+    /// The window that was asked for last, and the one that got the keyboard then: it or its
+    /// dialog; absent when the window manager did not do it in time.
+    std::optional<WindowTarget> m_asked;
+    std::optional<std::uint32_t> m_activeThen;
     std::chrono::milliseconds m_patience;
     std::chrono::steady_clock::time_point m_lastAsked;
 };

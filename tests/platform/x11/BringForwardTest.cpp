@@ -121,6 +121,26 @@ TEST_P(BringingForward, One_window_costs_one_activation)
     EXPECT_EQ(listener.countMessages("_NET_ACTIVE_WINDOW"), 1);
 }
 
+TEST_P(BringingForward, A_window_that_takes_no_keyboard_comes_in_front_of_its_applications_others)
+{
+    TestClient owner(xServer.display());
+    const xcb_window_t deaf = owner.create({.title = "deaf"});
+    // The input field counts and says no.
+    owner.setProperty(deaf, "WM_HINTS", owner.atom("WM_HINTS"), 32,
+                      QByteArray::fromHex("010000000000000001000000") + QByteArray(24, '\0'));
+    owner.map(deaf);
+    const WindowItem window = listed(QStringLiteral("deaf"));
+    const WindowItem sibling = openWindow(owner, "sibling");
+    const Terminal terminal(xServer.display(), QStringLiteral("terminal"));
+    const WindowItem other = listed(QStringLiteral("terminal"));
+    bringForward({sibling, other});
+    ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
+    EXPECT_LT(durationOf([&] { bringForward({window}); }), 400ms);
+    EXPECT_TRUE(waitUntil([&] { return topmost(1) == std::vector{idOf(window)}; })) << state();
+    awaitManager();
+    EXPECT_EQ(topmost(1), std::vector{idOf(window)}) << state();
+}
+
 TEST_P(BringingForward, A_stopped_application_delays_nothing)
 {
     const Terminal terminal(xServer.display(), QStringLiteral("stopped"));
@@ -140,8 +160,9 @@ TEST_P(BringingForward, A_stopped_window_manager_costs_its_limit_once_and_then_d
     for (const char* title : {"a", "b", "c", "d", "e", "f"}) {
         windows.append(openWindow(client, title));
     }
-    bringForward(windows);
-    ASSERT_TRUE(waitUntil([&] { return isInFront(windows.back()); }));
+    const Terminal terminal(xServer.display(), QStringLiteral("terminal"));
+    bringForward(windows + QList{listed(QStringLiteral("terminal"))});
+    ASSERT_TRUE(waitUntil([&] { return isInFront(listed(QStringLiteral("terminal"))); }));
     std::reverse(windows.begin(), windows.end());
     ASSERT_EQ(kill(static_cast<pid_t>(manager->processID()), SIGSTOP), 0);
     const auto duration = durationOf([&] { bringForward(windows); });
