@@ -9,6 +9,8 @@
 #include "support/desktop/X11Desktop.h"
 #include "windows/WindowActions.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -182,7 +184,15 @@ public:
     Terminal(const QByteArray& display, const QString& title)
         : m_program(display, QStringLiteral("xterm"),
                     {QStringLiteral("-T"), title, QStringLiteral("-e"), QStringLiteral("cat")})
-    {}
+    {
+        // Asked to close before it has started what runs in it, it may miss that.
+        const QString children =
+            QStringLiteral("/proc/%1/task/%1/children").arg(m_program.processID());
+        EXPECT_TRUE(waitUntil([&] {
+            QFile file(children);
+            return file.open(QIODevice::ReadOnly) && !file.readAll().isEmpty();
+        }));
+    }
 
     ProcessID process() const { return static_cast<ProcessID>(m_program.processID()); }
 

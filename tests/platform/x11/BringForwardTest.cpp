@@ -9,7 +9,17 @@ using namespace std::chrono_literals;
 namespace {
 
 class BringingForward : public ActingDesktop
-{};
+{
+protected:
+    /// Requests to the window manager are seen by whoever listens for its notices on the root.
+    static void listenForRequests(TestClient& listener)
+    {
+        const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        xcb_change_window_attributes(listener.connection(), listener.root(), XCB_CW_EVENT_MASK,
+                                     &mask);
+        listener.sync();
+    }
+};
 
 } // namespace
 
@@ -111,11 +121,8 @@ TEST_P(BringingForward, One_window_costs_one_activation)
     const WindowItem other = openWindow(client, "other");
     bringForward({other});
     ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
-    // Requests to the window manager are seen by whoever listens for its notices on the root.
     TestClient listener(xServer.display());
-    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(listener.connection(), listener.root(), XCB_CW_EVENT_MASK, &mask);
-    listener.sync();
+    listenForRequests(listener);
     bringForward({window});
     ASSERT_TRUE(waitUntil([&] { return isInFront(window); }));
     EXPECT_EQ(listener.countMessages("_NET_ACTIVE_WINDOW"), 1);
@@ -135,10 +142,12 @@ TEST_P(BringingForward, A_window_that_takes_no_keyboard_comes_in_front_of_its_ap
     const WindowItem other = listed(QStringLiteral("terminal"));
     bringForward({sibling, other});
     ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
+    TestClient listener(xServer.display());
+    listenForRequests(listener);
     EXPECT_LT(durationOf([&] { bringForward({window}); }), 400ms);
     EXPECT_TRUE(waitUntil([&] { return topmost(1) == std::vector{idOf(window)}; })) << state();
-    awaitManager();
-    EXPECT_EQ(topmost(1), std::vector{idOf(window)}) << state();
+    // None of them for another window of the application.
+    EXPECT_EQ(listener.countMessages("_NET_ACTIVE_WINDOW"), 1);
 }
 
 TEST_P(BringingForward, A_stopped_application_delays_nothing)

@@ -21,6 +21,15 @@ protected:
         return static_cast<ProcessID>(program.processID());
     }
 
+    /// A window that can be asked to close; some programs say so only after they have shown it.
+    WindowItem listedAskable(const QString& title)
+    {
+        const WindowItem window = listed(title);
+        EXPECT_TRUE(
+            waitUntil([&] { return client.word(idOf(window), "WM_PROTOCOLS").has_value(); }));
+        return window;
+    }
+
     bool hasEnded(ProcessID process)
     {
         return waitUntil([&] { return !applications.isRunning(process); });
@@ -32,7 +41,7 @@ protected:
 TEST_P(Quitting, A_terminal_closes)
 {
     const Terminal terminal(xServer.display(), QStringLiteral("terminal"));
-    listed(QStringLiteral("terminal"));
+    listedAskable(QStringLiteral("terminal"));
     EXPECT_TRUE(applications.isRunning(terminal.process()));
     applications.requestQuit(terminal.process());
     EXPECT_TRUE(hasEnded(terminal.process()));
@@ -73,7 +82,7 @@ TEST_P(Quitting, A_Qt_program_closes)
 {
     const Program program(xServer.display(), QStringLiteral(KELPA_QT_CLIENT),
                           {QStringLiteral("qt")}, withoutBus());
-    listed(QStringLiteral("qt"));
+    listedAskable(QStringLiteral("qt"));
     applications.requestQuit(processOf(program));
     EXPECT_TRUE(hasEnded(processOf(program)));
 }
@@ -82,7 +91,7 @@ TEST_P(Quitting, A_program_that_refuses_keeps_running)
 {
     const Program program(xServer.display(), QStringLiteral(KELPA_QT_CLIENT),
                           {QStringLiteral("qt"), QStringLiteral("--refuse")}, withoutBus());
-    const WindowItem window = listed(QStringLiteral("qt"));
+    const WindowItem window = listedAskable(QStringLiteral("qt"));
     applications.requestQuit(processOf(program));
     EXPECT_EQ(listed(QStringLiteral("refused")).id, window.id);
     EXPECT_TRUE(applications.isRunning(processOf(program)));
@@ -92,8 +101,8 @@ TEST_P(Quitting, A_minimised_window_and_one_of_another_desktop_close_too)
 {
     const Terminal minimized(xServer.display(), QStringLiteral("minimised"));
     const Terminal elsewhere(xServer.display(), QStringLiteral("elsewhere"));
-    minimize(listed(QStringLiteral("minimised")));
-    const xcb_window_t far = idOf(listed(QStringLiteral("elsewhere")));
+    minimize(listedAskable(QStringLiteral("minimised")));
+    const xcb_window_t far = idOf(listedAskable(QStringLiteral("elsewhere")));
     client.sendToDesktop(far, 1);
     ASSERT_TRUE(waitUntil([&] { return client.word(far, "_NET_WM_DESKTOP") == 1U; }));
     applications.requestQuit(minimized.process());
