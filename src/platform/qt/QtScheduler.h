@@ -14,9 +14,10 @@ class FinishedJobs;
 /// Made, used and destroyed on the main thread, beside a QCoreApplication, and not destroyed from
 /// within one of its callbacks. Handles may outlive it.
 ///
-/// Its destruction cancels everything, as `shutDown` does: no callback is called after it. Work that still runs then (stuck in a read that another process delays) is
-/// left to its thread and ends unheard: it touches only its own values, its function objects are
-/// destroyed on that thread, and the process may end meanwhile.
+/// Its destruction cancels everything, as `shutDown` does: no callback is called after it. Work
+/// that still runs then (stuck in a read that another process delays) is left to its thread and
+/// ends unheard: it touches only its own values, its function objects are destroyed on that thread,
+/// and the process may end meanwhile.
 class QtScheduler final : public Scheduler
 {
 public:

@@ -68,6 +68,18 @@ TestClient::~TestClient()
 xcb_window_t TestClient::create(const TestWindow& window)
 {
     const xcb_window_t id = xcb_generate_id(m_connection);
+    make(id, window);
+    return id;
+}
+
+void TestClient::openAgain(xcb_window_t id, const TestWindow& window)
+{
+    make(id, window);
+    map(id);
+}
+
+void TestClient::make(xcb_window_t id, const TestWindow& window)
+{
     std::uint32_t mask = XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT;
     std::vector<std::uint32_t> values{0, window.isOverrideRedirect ? 1U : 0U};
     if (window.background) {
@@ -97,7 +109,6 @@ xcb_window_t TestClient::create(const TestWindow& window)
             window.windowClass + '\0' + window.windowClass + QByteArray(1, '\0');
         setProperty(id, "WM_CLASS", XCB_ATOM_STRING, 8, bytes);
     }
-    return id;
 }
 
 xcb_window_t TestClient::open(const TestWindow& window)
@@ -269,6 +280,43 @@ bool TestClient::isShown(xcb_window_t window)
         xcb_get_window_attributes_reply(m_connection,
                                         xcb_get_window_attributes(m_connection, window), nullptr));
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+std::vector<xcb_client_message_event_t> TestClient::messages(const QByteArray& type)
+{
+    sync();
+    const xcb_atom_t wanted = atom(type);
+    std::vector<xcb_client_message_event_t> found;
+    while (true) {
+        const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(m_connection));
+        if (!event) {
+            return found;
+        }
+        if ((event->response_type & 0x7FU) == XCB_CLIENT_MESSAGE) {
+            const void* bytes = event.get();
+            const auto* message = static_cast<const xcb_client_message_event_t*>(bytes);
+            if (message->type == wanted) {
+                found.push_back(*message);
+            }
+        }
+    }
+}
+
+int TestClient::countMessages(const QByteArray& type)
+{
+    return static_cast<int>(messages(type).size());
+}
+
+std::vector<xcb_window_t> TestClient::deletions()
+{
+    const xcb_atom_t wanted = atom("WM_DELETE_WINDOW");
+    std::vector<xcb_window_t> windows;
+    for (const xcb_client_message_event_t& message : messages("WM_PROTOCOLS")) {
+        if (message.data.data32[0] == wanted) {
+            windows.push_back(message.window);
+        }
+    }
+    return windows;
 }
 
 void TestClient::sync()
