@@ -120,6 +120,8 @@ public:
     void assign(WindowID windowID, std::optional<GoalID> to);
     /// All of them or, when one is not listed any more, none: false.
     bool assign(const QSet<WindowID>& windowIDs, GoalID to);
+    /// A new goal with the window in it; a window that is not listed any more is left out.
+    void createGoal(const QString& title, WindowID windowID);
     /// Keeps the windows fresh from now on; calling it again does nothing.
     void startObserving();
     void stopObserving();
@@ -142,6 +144,8 @@ public:
     void refreshPreviews(Date now);
     /// The board moves: previews pause, so that it moves smoothly.
     void noteScrollActivity(Date now);
+    /// As above, at the scheduler's time.
+    void noteScrollActivity();
     /// What a card shows instead of a preview; none when there is one.
     std::optional<QString> previewMessage(const WindowItem& window) const;
     /// Asks the desktop for what is missing, and opens its settings where that is granted.

@@ -78,6 +78,11 @@ void WindowStore::noteScrollActivity(Date now)
     m_previewTask.reset();
 }
 
+void WindowStore::noteScrollActivity()
+{
+    noteScrollActivity(m_scheduler.now());
+}
+
 std::optional<QString> WindowStore::previewMessage(const WindowItem& window) const
 {
     if (m_previews.contains(window.id))

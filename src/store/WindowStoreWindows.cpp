@@ -137,6 +137,15 @@ void WindowStore::assign(WindowID windowID, std::optional<GoalID> to)
     saveState();
 }
 
+void WindowStore::createGoal(const QString& title, WindowID windowID)
+{
+    const Update update(*this);
+    const QSet<GoalID> before = goalIDs();
+    createGoal(title);
+    for (const GoalID goalID : goalIDs() - before)
+        assign(windowID, goalID);
+}
+
 bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
 {
     const Update update(*this);

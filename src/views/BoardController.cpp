@@ -130,6 +130,63 @@ void BoardController::moveWindow(quint32 windowID, const QString& columnID)
         m_store.assign(windowID, column->goalID);
 }
 
+void BoardController::createGoalForWindow(const QString& title, quint32 windowID)
+{
+    m_store.createGoal(title, windowID);
+}
+
+void BoardController::openChrome(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.createChrome(*goalID);
+}
+
+void BoardController::openTerminal(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.createTerminal(*goalID);
+}
+
+void BoardController::showAllWindows(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.showAllWindows(*goalID);
+}
+
+void BoardController::focusWindow(quint32 windowID)
+{
+    if (const std::optional<WindowItem> window = listedWindow(windowID))
+        m_store.focus(*window);
+}
+
+void BoardController::closeWindowProcess(quint32 windowID)
+{
+    if (const std::optional<WindowItem> window = listedWindow(windowID))
+        m_store.closeProcess(*window);
+}
+
+void BoardController::requestPermissions()
+{
+    m_store.requestPermissions();
+}
+
+void BoardController::noteScrollActivity()
+{
+    m_store.noteScrollActivity();
+}
+
+QImage BoardController::preview(WindowID windowID) const
+{
+    return m_store.previews().value(windowID).image;
+}
+
+std::optional<WindowItem> BoardController::listedWindow(WindowID windowID) const
+{
+    const QList<WindowItem>& windows = m_store.windows();
+    const auto found = std::ranges::find(windows, windowID, &WindowItem::id);
+    return found != windows.end() ? std::optional(*found) : std::nullopt;
+}
+
 QString BoardController::windowDragText(quint32 windowID) const
 {
     return dragText(windowID);

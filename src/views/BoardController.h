@@ -2,14 +2,18 @@
 // that QML can hold. It decides nothing that the store decides.
 #pragma once
 
+#include "model/WindowItem.h"
 #include "text/CopyTable.h"
 #include "views/GoalListModel.h"
 #include "views/MoveTargetModel.h"
 
+#include <QImage>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QtQmlIntegration/qqmlintegration.h>
+
+#include <optional>
 
 namespace kelpa {
 
@@ -63,6 +67,19 @@ public:
     Q_INVOKABLE void createGoal(const QString& title);
     Q_INVOKABLE void renameGoal(const QString& columnID, const QString& title);
     Q_INVOKABLE void deleteGoal(const QString& columnID);
+    /// A new goal with the window in it.
+    Q_INVOKABLE void createGoalForWindow(const QString& title, quint32 windowID);
+    /// Each opens a new window, which joins the goal.
+    Q_INVOKABLE void openChrome(const QString& columnID);
+    Q_INVOKABLE void openTerminal(const QString& columnID);
+    Q_INVOKABLE void showAllWindows(const QString& columnID);
+    /// A window that is not listed any more is left alone.
+    Q_INVOKABLE void focusWindow(quint32 windowID);
+    /// Asks the window's whole application to quit.
+    Q_INVOKABLE void closeWindowProcess(quint32 windowID);
+    Q_INVOKABLE void requestPermissions();
+    /// A view of the board moves.
+    Q_INVOKABLE void noteScrollActivity();
     Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
 
     /// The texts that drags carry; empty for the unassigned column, which cannot be dragged.
@@ -73,6 +90,9 @@ public:
     /// Carries the drop out; false, and nothing done, when it is refused.
     Q_INVOKABLE bool drop(const QString& text, const QString& columnID);
 
+    /// The latest picture of a window, shared with the store; null without one.
+    QImage preview(WindowID windowID) const;
+
 Q_SIGNALS:
     void languageChanged();
     void searchTextChanged();
@@ -82,6 +102,8 @@ Q_SIGNALS:
     void toastMessageChanged();
 
 private:
+    std::optional<WindowItem> listedWindow(WindowID windowID) const;
+
     WindowStore& m_store;
     KeyNames m_keyNames;
     GoalListModel m_columns;

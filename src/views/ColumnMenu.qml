@@ -16,6 +16,21 @@ AppMenu {
     title: root.board.copy.text(CopyKey.MoreGoalActions)
 
     AppMenuItem {
+        text: root.board.copy.text(CopyKey.OpenChrome)
+        symbol: "globe"
+        onTriggered: root.board.openChrome(root.columnID)
+    }
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.OpenTerminal)
+        symbol: "terminal"
+        onTriggered: root.board.openTerminal(root.columnID)
+    }
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.ShowAllWindows)
+        symbol: "layers"
+        onTriggered: root.board.showAllWindows(root.columnID)
+    }
+    AppMenuItem {
         text: root.board.copy.text(CopyKey.RenameGoal)
         symbol: "pencil"
         onTriggered: root.renameRequested()

@@ -16,6 +16,10 @@ FocusScope {
         id: source
     }
 
+    ScrollNote {
+        board: root.board
+        view: columns
+    }
     ListView {
         id: columns
 

@@ -73,6 +73,10 @@ FocusScope {
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
+    ScrollNote {
+        board: root.board
+        view: cards
+    }
     ListView {
         id: cards
 

@@ -27,7 +27,8 @@ GoalListModel::GoalListModel(const WindowStore& store, QObject* parent)
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::windowsChanged, &WindowStore::searchTextChanged,
           &WindowStore::previewsChanged, &WindowStore::boardNavigationChanged,
-          &WindowStore::languageChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
+          &WindowStore::isScreenCaptureTrustedChanged, &WindowStore::languageChanged,
+          &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
         connect(&store, signal, this, &GoalListModel::update);
     update();
 }
@@ -108,8 +109,9 @@ void GoalListModel::updateWindows(const QList<ColumnRow>& columns)
         WindowListModel* model = m_windows.take(column.key());
         if (model == nullptr)
             model = new WindowListModel(this);
-        model->setWindows(m_store.windows(column.goalID),
-                          m_store.boardNavigation().selectedWindowID);
+        model->setWindows(
+            m_store.windows(column.goalID), m_store.boardNavigation().selectedWindowID,
+            [this](const WindowItem& window) { return cardPreview(m_store, window); });
         kept.insert(column.key(), model);
     }
     for (WindowListModel* const unused : std::as_const(m_windows))

@@ -9,7 +9,7 @@ Rectangle {
 
     required property BoardController board
 
-    implicitHeight: rows.implicitHeight + 2 * Theme.medium
+    implicitHeight: Math.max(rows.implicitHeight, settingsButton.implicitHeight) + 2 * Theme.medium
     radius: Theme.cardRadius
     color: Theme.warningGround
     visible: !root.board.isScreenCaptureTrusted || !root.board.isAccessibilityTrusted
@@ -52,7 +52,7 @@ Rectangle {
 
         anchors.left: parent.left
         anchors.leftMargin: Theme.large + 22 + Theme.medium
-        anchors.right: parent.right
+        anchors.right: settingsButton.left
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter
         spacing: 6
@@ -67,5 +67,14 @@ Rectangle {
             text: root.board.copy.text(CopyKey.AccessibilityText)
             visible: !root.board.isAccessibilityTrusted
         }
+    }
+    AppButton {
+        id: settingsButton
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.board.copy.text(CopyKey.OpenSystemSettings)
+        onClicked: root.board.requestPermissions()
     }
 }

@@ -39,6 +39,9 @@ QtObject {
     readonly property color cardOutline: isDark ? "#12ffffff" : "#1214181f"
     readonly property color fieldOutline: isDark ? "#80858f" : "#868c97"
     readonly property color focus: isDark ? "#8db4ff" : "#2563eb"
+    readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"
+    readonly property color closing: isDark ? "#d93a31" : "#b3261e"
+    readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"
     readonly property color shadow: isDark ? "#52000000" : "#1414181f"
 
     // Lengths, on a grid of four points.

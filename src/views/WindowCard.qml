@@ -1,10 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Window
 import Kelpa
 
-/// A window of another application. It can be dragged to another column, or moved by its menu.
+/// A window of another application. A click switches to it; it can be dragged to another column, or
+/// moved by its menu.
 Item {
     id: root
 
@@ -16,26 +16,37 @@ Item {
     required property bool isMinimized
     required property bool isOnScreen
     required property bool isSelected
+    required property real previewRevision
+    required property string previewMessage
 
     readonly property string shownTitle: root.title.length > 0
             ? root.title : root.board.copy.text(CopyKey.Window)
     readonly property bool isRaised: hover.hovered || root.isSelected
+    readonly property string help: root.board.copy.text(CopyKey.WindowCardHelp)
 
     signal menuRequested(card: Item, position: point)
 
-    implicitHeight: 56
+    implicitHeight: 126
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
     Accessible.name: root.ownerName + ": " + root.shownTitle
+    Accessible.description: root.help
     Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected
+    Accessible.onPressAction: root.switchToWindow()
+    Keys.onReturnPressed: root.switchToWindow()
+    Keys.onEnterPressed: root.switchToWindow()
     Keys.onMenuPressed: root.openMenu()
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
         if (event.accepted)
             root.openMenu();
+    }
+
+    function switchToWindow(): void {
+        root.board.focusWindow(root.windowID);
     }
 
     function openMenu(): void {
@@ -67,7 +78,7 @@ Item {
             anchors.topMargin: root.isRaised ? 2 : 1
             anchors.bottomMargin: root.isRaised ? -2 : -1
             radius: Theme.cardRadius
-            color: Theme.shadow
+            color: root.isRaised ? Theme.raisedShadow : Theme.shadow
         }
         Rectangle {
             anchors.fill: parent
@@ -82,66 +93,30 @@ Item {
             color: Theme.accepting
             visible: root.isSelected
         }
-
-        Item {
-            id: iconPlace
-
-            x: Theme.medium
-            width: 20
-            height: 20
-            anchors.verticalCenter: parent.verticalCenter
-            opacity: root.isMinimized || !root.isOnScreen ? 0.6 : 1
-
-            Image {
-                id: icon
-
-                // Without an icon, the image is a single empty pixel.
-                readonly property bool isThere: status === Image.Ready && implicitWidth > 1
-
-                anchors.fill: parent
-                asynchronous: true
-                fillMode: Image.PreserveAspectFit
-                source: "image://appicon/" + root.windowID
-                sourceSize.width: 20 * Screen.devicePixelRatio
-                sourceSize.height: 20 * Screen.devicePixelRatio
-                visible: isThere
-            }
-            AppIcon {
-                anchors.fill: parent
-                size: 20
-                name: "app-window"
-                visible: !icon.isThere
-            }
-        }
-        Column {
-            anchors.left: iconPlace.right
-            anchors.leftMargin: Theme.medium
-            anchors.right: stateIcon.visible ? stateIcon.left : parent.right
-            anchors.rightMargin: stateIcon.visible ? Theme.small : Theme.medium
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: 1
-
-            AppText {
-                width: parent.width
-                text: root.shownTitle
-                color: root.isMinimized || !root.isOnScreen ? Theme.secondaryText : Theme.text
-            }
-            AppText {
-                width: parent.width
-                text: root.ownerName
-                font: Theme.captionStrong
-                color: Theme.secondaryText
-            }
-        }
-        AppIcon {
-            id: stateIcon
-
+        CardPreview {
+            anchors.left: parent.left
             anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.margins: Theme.small
+            board: root.board
+            windowID: root.windowID
+            revision: root.previewRevision
+            message: root.previewMessage
+        }
+        CardCaption {
+            id: caption
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            anchors.leftMargin: Theme.medium
             anchors.rightMargin: Theme.medium
-            anchors.verticalCenter: parent.verticalCenter
-            name: "minus"
-            size: 14
-            visible: root.isMinimized
+            anchors.bottomMargin: Theme.small
+            windowID: root.windowID
+            ownerName: root.ownerName
+            title: root.shownTitle
+            isAway: root.isMinimized || !root.isOnScreen
+            isMinimized: root.isMinimized
         }
     }
 
@@ -149,6 +124,8 @@ Item {
         id: area
 
         anchors.fill: parent
+        // A finger that cannot hover must not hit a button that it does not see.
+        z: closeButton.isShown ? 0 : 1
         dragSource: root.dragSource
         picture: face
         text: root.board.windowDragText(root.windowID)
@@ -156,14 +133,27 @@ Item {
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
                 root.menuRequested(root, Qt.point(mouse.x, mouse.y));
+            else if (!area.isLeaving)
+                root.switchToWindow();
         }
+    }
+    CardCloseButton {
+        id: closeButton
+
+        anchors.top: parent.top
+        anchors.right: parent.right
+        anchors.margins: Theme.tiny
+        isShown: hover.hovered || root.isSelected || root.activeFocus || activeFocus
+        text: root.board.copy.text(CopyKey.CloseAppProcess)
+        onClicked: root.board.closeWindowProcess(root.windowID)
     }
     FocusRing {
         control: root
         radius: Theme.cardRadius + 2
     }
     HoverTip {
-        text: root.shownTitle
-        isHovered: hover.hovered && !area.pressed && !root.dragSource.isDragging
+        text: caption.isTitleElided ? root.shownTitle + "\n" + root.help : root.help
+        isHovered: hover.hovered && !area.pressed && !closeButton.hovered
+                   && !root.dragSource.isDragging
     }
 }

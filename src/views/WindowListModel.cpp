@@ -1,5 +1,7 @@
 #include "views/WindowListModel.h"
 
+#include "store/WindowStore.h"
+
 namespace kelpa {
 
 namespace {
@@ -11,9 +13,19 @@ enum Role {
     isMinimizedRole,
     isOnScreenRole,
     isSelectedRole,
+    previewRevisionRole,
+    previewMessageRole,
 };
 
 } // namespace
+
+CardPreview cardPreview(const WindowStore& store, const WindowItem& window)
+{
+    const auto found = store.previews().constFind(window.id);
+    if (found != store.previews().constEnd())
+        return {found->image.cacheKey(), {}};
+    return {0, store.previewMessage(window).value_or(QString())};
+}
 
 QVariant WindowListModel::data(const QModelIndex& index, int role) const
 {
@@ -33,6 +45,10 @@ QVariant WindowListModel::data(const QModelIndex& index, int role) const
         return row.isOnScreen;
     case isSelectedRole:
         return row.isSelected;
+    case previewRevisionRole:
+        return row.preview.revision;
+    case previewMessageRole:
+        return row.preview.message;
     default:
         return {};
     }
@@ -40,18 +56,24 @@ QVariant WindowListModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> WindowListModel::roleNames() const
 {
-    return {{windowIDRole, "windowID"},     {ownerNameRole, "ownerName"},
-            {titleRole, "title"},           {isMinimizedRole, "isMinimized"},
-            {isOnScreenRole, "isOnScreen"}, {isSelectedRole, "isSelected"}};
+    return {{windowIDRole, "windowID"},
+            {ownerNameRole, "ownerName"},
+            {titleRole, "title"},
+            {isMinimizedRole, "isMinimized"},
+            {isOnScreenRole, "isOnScreen"},
+            {isSelectedRole, "isSelected"},
+            {previewRevisionRole, "previewRevision"},
+            {previewMessageRole, "previewMessage"}};
 }
 
-void WindowListModel::setWindows(const QList<WindowItem>& windows, std::optional<WindowID> selected)
+void WindowListModel::setWindows(const QList<WindowItem>& windows, std::optional<WindowID> selected,
+                                 const PreviewOf& previewOf)
 {
     QList<WindowRow> rows;
     rows.reserve(windows.size());
     for (const WindowItem& window : windows) {
         rows.append({window.id, window.ownerName, window.title, window.isMinimized,
-                     window.isOnScreen, window.id == selected});
+                     window.isOnScreen, window.id == selected, previewOf(window)});
     }
     setRows(rows);
 }

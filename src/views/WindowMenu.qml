@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// Moves a window to another column.
+/// Moves a window to another column, or to a new goal.
 AppMenu {
     id: root
 
@@ -14,6 +14,20 @@ AppMenu {
     property string columnID
 
     title: root.board.copy.text(CopyKey.MoveToGoal)
+
+    readonly property TitleSheet newGoalSheet: TitleSheet {
+        id: sheet
+
+        property int windowID
+
+        board: root.board
+        title: root.board.copy.text(CopyKey.CreateGoalTitle)
+        explanation: root.board.copy.text(CopyKey.CreateGoalText)
+        placeholder: root.board.copy.text(CopyKey.CreateGoalPlaceholder)
+        fieldLabel: root.board.copy.text(CopyKey.GoalName)
+        confirmLabel: root.board.copy.text(CopyKey.Create)
+        onConfirmed: title => root.board.createGoalForWindow(title, sheet.windowID)
+    }
 
     T.MenuItem {
         id: heading
@@ -51,5 +65,13 @@ AppMenu {
         // Below the heading.
         onObjectAdded: (index, object) => root.insertItem(index + 1, object)
         onObjectRemoved: (index, object) => root.removeItem(object)
+    }
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.NewGoal)
+        symbol: "plus"
+        onTriggered: {
+            sheet.windowID = root.windowID;
+            sheet.ask("");
+        }
     }
 }

@@ -35,6 +35,29 @@ public:
         painter.drawRoundedRect(image.rect(), pixels / 5.0, pixels / 5.0);
         return image;
     }
+
+    /// A page of text that scrolls on, in a colour of the window's own.
+    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed,
+                                               const std::stop_token&) override
+    {
+        if (!captureSizes.contains(window))
+            return std::nullopt;
+        const QSize pixels = captureSizes.value(window);
+        QImage image(pixels.scaled(longestSide, longestSide, Qt::KeepAspectRatio),
+                     QImage::Format_RGB32);
+        image.fill(QColor::fromHsv(static_cast<int>(window) * 47 % 360, 40, 250));
+        QPainter painter(&image);
+        painter.fillRect(0, 0, image.width(), 40,
+                         QColor::fromHsv(static_cast<int>(window) * 47 % 360, 120, 120));
+        ++m_line;
+        for (int y = 70; y < image.height() - 20; y += 26)
+            painter.fillRect(30, y, (y * 7 + m_line * 31) % (image.width() - 60), 10,
+                             QColor(70, 80, 100));
+        return WindowCapture{image, pixels};
+    }
+
+private:
+    int m_line = 0;
 };
 
 const std::array<QString, 9> titles{
@@ -67,9 +90,11 @@ void fill(DemoDesktop& desktop, int windows)
         const QString& title = titles.at(static_cast<std::size_t>(i) % titles.size());
         desktop.addAccessibleWindow(id, process, title);
         if (i % 5 == 4)
-            desktop.elements[process]->back().isMinimized = true;
+            desktop.accessibilityWindows[process]->back().isMinimized = true;
         if (i % 7 == 5)
             desktop.onScreen.remove(id);
+        else if (i % 4 != 3)
+            desktop.captureSizes.insert(id, {1600, 900 + i * 10});
     }
 }
 

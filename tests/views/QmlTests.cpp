@@ -47,7 +47,7 @@ public:
     Q_INVOKABLE void removeWindow(quint32 id)
     {
         m_desktop.removeWindow(id);
-        m_desktop.elements.clear();
+        m_desktop.accessibilityWindows.clear();
         m_store.refresh();
     }
     Q_INVOKABLE void denyPermissions()

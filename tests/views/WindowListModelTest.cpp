@@ -20,12 +20,14 @@ QList<WindowItem> windows(const QList<WindowID>& ids)
     return result;
 }
 
+const WindowListModel::PreviewOf none = [](const WindowItem&) { return CardPreview(); };
+
 TEST(WindowCards, A_new_window_is_inserted_and_nothing_else_happens)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2}), std::nullopt);
+    model.setWindows(windows({1, 2}), std::nullopt, none);
     ModelLog log(model);
-    model.setWindows(windows({1, 3, 2}), std::nullopt);
+    model.setWindows(windows({1, 3, 2}), std::nullopt, none);
     EXPECT_EQ(log.take(), QStringList{QStringLiteral("insert 1-1")});
     EXPECT_EQ(texts(model, "windowID"),
               (QStringList{QStringLiteral("1"), QStringLiteral("3"), QStringLiteral("2")}));
@@ -34,20 +36,20 @@ TEST(WindowCards, A_new_window_is_inserted_and_nothing_else_happens)
 TEST(WindowCards, The_same_windows_announce_nothing)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2}), std::nullopt);
+    model.setWindows(windows({1, 2}), std::nullopt, none);
     ModelLog log(model);
-    model.setWindows(windows({1, 2}), std::nullopt);
+    model.setWindows(windows({1, 2}), std::nullopt, none);
     EXPECT_EQ(log.take(), QStringList());
 }
 
 TEST(WindowCards, A_new_title_changes_its_own_row_alone)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2, 3}), std::nullopt);
+    model.setWindows(windows({1, 2, 3}), std::nullopt, none);
     ModelLog log(model);
     QList<WindowItem> changed = windows({1, 2, 3});
     changed[1].title = QStringLiteral("Renamed");
-    model.setWindows(changed, std::nullopt);
+    model.setWindows(changed, std::nullopt, none);
     EXPECT_EQ(log.take(), QStringList{QStringLiteral("change 1-1")});
     EXPECT_EQ(value(model, 1, "title").toString(), QStringLiteral("Renamed"));
 }
@@ -55,23 +57,23 @@ TEST(WindowCards, A_new_title_changes_its_own_row_alone)
 TEST(WindowCards, What_a_card_does_not_show_changes_nothing)
 {
     WindowListModel model;
-    model.setWindows(windows({1}), std::nullopt);
+    model.setWindows(windows({1}), std::nullopt, none);
     ModelLog log(model);
     QList<WindowItem> moved = windows({1});
     moved[0].bounds = {5, 5, 500, 500};
     moved[0].goalID = GoalID::create();
-    model.setWindows(moved, std::nullopt);
+    model.setWindows(moved, std::nullopt, none);
     EXPECT_EQ(log.take(), QStringList());
 }
 
 TEST(WindowCards, A_window_that_is_moved_and_renamed_is_moved_and_changed)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2, 3}), std::nullopt);
+    model.setWindows(windows({1, 2, 3}), std::nullopt, none);
     ModelLog log(model);
     QList<WindowItem> changed = windows({2, 3, 1});
     changed[2].title = QStringLiteral("Renamed");
-    model.setWindows(changed, std::nullopt);
+    model.setWindows(changed, std::nullopt, none);
     EXPECT_EQ(log.take(),
               (QStringList{QStringLiteral("move 0 before 3"), QStringLiteral("change 2-2")}));
 }
@@ -79,14 +81,27 @@ TEST(WindowCards, A_window_that_is_moved_and_renamed_is_moved_and_changed)
 TEST(WindowCards, The_selection_changes_two_rows)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2, 3}), WindowID{1});
+    model.setWindows(windows({1, 2, 3}), WindowID{1}, none);
     EXPECT_TRUE(value(model, 0, "isSelected").toBool());
     ModelLog log(model);
-    model.setWindows(windows({1, 2, 3}), WindowID{3});
+    model.setWindows(windows({1, 2, 3}), WindowID{3}, none);
     EXPECT_EQ(log.take(),
               (QStringList{QStringLiteral("change 0-0"), QStringLiteral("change 2-2")}));
     EXPECT_FALSE(value(model, 0, "isSelected").toBool());
     EXPECT_TRUE(value(model, 2, "isSelected").toBool());
+}
+
+TEST(WindowCards, A_new_picture_changes_the_row_of_its_window_alone)
+{
+    WindowListModel model;
+    model.setWindows(windows({1, 2, 3}), std::nullopt, none);
+    ModelLog log(model);
+    model.setWindows(windows({1, 2, 3}), std::nullopt, [](const WindowItem& window) {
+        return window.id == 2 ? CardPreview{77, {}} : CardPreview();
+    });
+    EXPECT_EQ(log.take(), QStringList{QStringLiteral("change 1-1")});
+    EXPECT_EQ(texts(model, "previewRevision"),
+              (QStringList{QStringLiteral("0"), QStringLiteral("77"), QStringLiteral("0")}));
 }
 
 TEST(WindowCards, Every_field_of_a_card_is_a_role)
@@ -95,13 +110,17 @@ TEST(WindowCards, Every_field_of_a_card_is_a_role)
     WindowItem item = window(4294967295U, QStringLiteral("Title"), QStringLiteral("Owner"));
     item.isMinimized = true;
     item.isOnScreen = true;
-    model.setWindows({item}, std::nullopt);
+    model.setWindows({item}, std::nullopt, [](const WindowItem&) {
+        return CardPreview{5, QStringLiteral("Not yet")};
+    });
     EXPECT_EQ(value(model, 0, "windowID").toUInt(), 4294967295U);
     EXPECT_EQ(value(model, 0, "ownerName").toString(), QStringLiteral("Owner"));
     EXPECT_EQ(value(model, 0, "title").toString(), QStringLiteral("Title"));
     EXPECT_TRUE(value(model, 0, "isMinimized").toBool());
     EXPECT_TRUE(value(model, 0, "isOnScreen").toBool());
     EXPECT_FALSE(value(model, 0, "isSelected").toBool());
+    EXPECT_EQ(value(model, 0, "previewRevision").toLongLong(), 5);
+    EXPECT_EQ(value(model, 0, "previewMessage").toString(), QStringLiteral("Not yet"));
 }
 
 TEST(WindowCards, Random_lists_follow_each_other)
@@ -120,7 +139,7 @@ TEST(WindowCards, Random_lists_follow_each_other)
         QList<WindowItem> items = windows(ids);
         for (WindowItem& item : items)
             item.title = QString::number(random() % 2);
-        model.setWindows(items, std::nullopt);
+        model.setWindows(items, std::nullopt, none);
         ASSERT_EQ(model.rowCount(), items.size());
         for (int row = 0; row < model.rowCount(); ++row) {
             ASSERT_EQ(value(model, row, "windowID").toUInt(), items.at(row).id);

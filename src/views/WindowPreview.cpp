@@ -1,0 +1,100 @@
+#include "views/WindowPreview.h"
+
+#include <QPainter>
+#include <QQuickWindow>
+#include <QSGImageNode>
+
+#include <memory>
+
+namespace kelpa {
+
+QImage roundedPicture(const QImage& image, QSize size, qreal radius)
+{
+    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    painter.drawRoundedRect(picture.rect(), radius, radius);
+    return picture;
+}
+
+WindowPreview::WindowPreview(QQuickItem* parent) : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+}
+
+void WindowPreview::setBoard(BoardController* board)
+{
+    if (board == m_board)
+        return;
+    m_board = board;
+    Q_EMIT boardChanged();
+    update();
+}
+
+void WindowPreview::setWindowID(int windowID)
+{
+    if (windowID == m_windowID)
+        return;
+    m_windowID = windowID;
+    Q_EMIT windowIDChanged();
+    update();
+}
+
+void WindowPreview::setRevision(double revision)
+{
+    if (revision == m_revision)
+        return;
+    m_revision = revision;
+    Q_EMIT revisionChanged();
+    update();
+}
+
+void WindowPreview::setRadius(qreal radius)
+{
+    if (radius == m_radius)
+        return;
+    m_radius = radius;
+    Q_EMIT radiusChanged();
+    update();
+}
+
+// The main thread waits meanwhile, so the board can be read.
+QSGNode* WindowPreview::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
+{
+    // From here on it belongs to this function, and to the scene again on return.
+    std::unique_ptr<QSGNode> previous(node);
+    const qreal ratio = window()->effectiveDevicePixelRatio();
+    const QSize pixels = (size() * ratio).toSize();
+    const QImage image = m_board != nullptr && isVisible()
+                             ? m_board->preview(static_cast<WindowID>(m_windowID))
+                             : QImage();
+    if (image.isNull() || pixels.isEmpty())
+        return nullptr;
+
+    QSGTexture* const texture = window()->createTextureFromImage(
+        roundedPicture(image, pixels, m_radius * ratio), QQuickWindow::TextureHasAlphaChannel);
+    if (texture == nullptr)
+        return nullptr;
+    auto* picture = static_cast<QSGImageNode*>(previous.get());
+    if (picture == nullptr) {
+        picture = window()->createImageNode();
+        previous.reset(picture);
+        picture->setOwnsTexture(true);
+        picture->setFiltering(QSGTexture::Linear);
+    }
+    picture->setTexture(texture);
+    picture->setRect(boundingRect());
+    return previous.release();
+}
+
+void WindowPreview::itemChange(ItemChange change, const ItemChangeData& value)
+{
+    if (change == ItemVisibleHasChanged || change == ItemDevicePixelRatioHasChanged)
+        update();
+    QQuickItem::itemChange(change, value);
+}
+
+} // namespace kelpa

@@ -1,0 +1,91 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Window
+import Kelpa
+
+/// Whose window a card shows, and its title.
+Item {
+    id: root
+
+    required property int windowID
+    required property string ownerName
+    required property string title
+    /// Whether the window itself is not on the screen.
+    required property bool isAway
+    required property bool isMinimized
+
+    readonly property bool isTitleElided: titleText.truncated
+
+    implicitHeight: 32
+
+    Item {
+        id: iconPlace
+
+        width: 20
+        height: 20
+        anchors.verticalCenter: parent.verticalCenter
+        opacity: root.isAway ? 0.6 : 1
+
+        Image {
+            id: icon
+
+            // Without an icon, the image is a single empty pixel.
+            readonly property bool isThere: status === Image.Ready && implicitWidth > 1
+
+            anchors.fill: parent
+            asynchronous: true
+            fillMode: Image.PreserveAspectFit
+            source: "image://appicon/" + root.windowID
+            sourceSize.width: 20 * Screen.devicePixelRatio
+            sourceSize.height: 20 * Screen.devicePixelRatio
+            visible: isThere
+        }
+        AppIcon {
+            anchors.fill: parent
+            size: 20
+            name: "app-window"
+            visible: !icon.isThere
+        }
+    }
+    Column {
+        anchors.left: iconPlace.right
+        anchors.leftMargin: Theme.small
+        anchors.right: mark.left
+        anchors.rightMargin: Theme.small
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 1
+
+        AppText {
+            id: titleText
+
+            width: parent.width
+            text: root.title
+            font: Theme.captionStrong
+            color: root.isAway ? Theme.secondaryText : Theme.text
+        }
+        AppText {
+            width: parent.width
+            text: root.ownerName
+            font: Theme.caption
+            color: Theme.secondaryText
+        }
+    }
+    Row {
+        id: mark
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.tiny
+
+        AppIcon {
+            name: "minus"
+            size: 14
+            visible: root.isMinimized
+        }
+        AppIcon {
+            name: "arrow-up-right"
+            size: 14
+        }
+    }
+}

@@ -1,0 +1,51 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// The picture of a card's window or, without one, why there is none.
+Rectangle {
+    id: root
+
+    required property BoardController board
+    required property int windowID
+    required property real revision
+    required property string message
+
+    implicitHeight: 72
+    radius: 5
+    color: Theme.previewGround
+
+    WindowPreview {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: height * 16 / 9
+        height: parent.height
+        radius: parent.radius
+        board: root.board
+        windowID: root.windowID
+        revision: root.revision
+        visible: root.revision !== 0
+        Accessible.ignored: true
+    }
+    Column {
+        anchors.centerIn: parent
+        width: parent.width - 2 * Theme.medium
+        spacing: Theme.tiny
+        visible: root.revision === 0
+
+        AppIcon {
+            anchors.horizontalCenter: parent.horizontalCenter
+            name: "layers"
+            size: 18
+        }
+        AppText {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: root.message
+            font: Theme.caption
+            color: Theme.secondaryText
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
+        }
+    }
+}
