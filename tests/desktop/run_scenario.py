@@ -11,7 +11,8 @@ from harness import Desktop
 def main():
     binary, directory, module, function = sys.argv[1:]
     processes.exit_on_signals()
-    with Desktop(directory) as desktop:
+    # Wide enough for six columns, so that no scenario has to scroll.
+    with Desktop(directory, size="2100x1000x24") as desktop:
         import board
 
         board.connect()
