@@ -36,6 +36,16 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
     connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
             &BoardController::isHidingGoalsWithoutOpenTodosChanged);
+    connect(&store, &WindowStore::goalsChanged, this, &BoardController::noteColumnCount);
+    connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
+            &BoardController::noteColumnCount);
+    noteColumnCount();
+}
+
+void BoardController::noteColumnCount()
+{
+    // All targets stand in one row: the unified column, the unassigned one, the visible goals.
+    m_store.setTargetGridColumnCount(static_cast<int>(m_store.visibleGoals().size()) + 2);
 }
 
 CopyTable BoardController::copy() const

@@ -111,6 +111,8 @@ Q_SIGNALS:
     void isHidingGoalsWithoutOpenTodosChanged();
 
 private:
+    /// Tells the arrow keys how many targets stand side by side.
+    void noteColumnCount();
     std::optional<WindowItem> listedWindow(WindowID windowID) const;
     bool hasTodo(const TodoDragPayload& todo) const;
 

@@ -31,6 +31,22 @@ protected:
     const QString unassigned = columnText(std::nullopt);
 };
 
+TEST_F(Controller, Arrows_walk_along_the_row_of_columns)
+{
+    using enum NavigationDirection;
+    store().activateTarget(TargetSelection::unifiedTodos(), WindowStore::EnterWindowLayer::no);
+    store().moveTargetSelection(right);
+    store().moveTargetSelection(right);
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(first));
+    store().moveTargetSelection(down);
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(first));
+    store().moveTargetSelection(right);
+    const GoalID third = makeGoal();
+    store().activateTarget(TargetSelection::goal(second), WindowStore::EnterWindowLayer::no);
+    store().moveTargetSelection(right);
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(third));
+}
+
 TEST_F(Controller, A_window_dropped_on_a_goal_is_assigned)
 {
     EXPECT_TRUE(controller->canDrop(QStringLiteral("7"), first.text()));
