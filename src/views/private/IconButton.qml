@@ -20,6 +20,7 @@ T.Button {
     Accessible.ignored: !root.visible
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
+    onPressed: tip.dismiss()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
@@ -42,6 +43,8 @@ T.Button {
         isShown: root.visualFocus
     }
     HoverTip {
+        id: tip
+
         text: root.text
         isHovered: root.hovered
     }

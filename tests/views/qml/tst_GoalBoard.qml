@@ -168,6 +168,22 @@ Item {
                        title + "\nClick to switch to the window; drag to another goal");
             world.removeWindow(12);
         }
+        function test_the_tip_of_a_card_goes_when_it_is_pressed_and_comes_with_the_pointer() {
+            tryVerify(() => card("Report") !== null);
+            const report = card("Report");
+            const tip = all(report, item => item instanceof HoverTip)
+                .find(item => item.parent === report);
+            mouseMove(report, 60, 110);
+            tryVerify(() => tip.active);
+            mousePress(report, 60, 110);
+            verify(!tip.active);
+            mouseRelease(report, 60, 110);
+            verify(!tip.active);
+            mouseMove(root, 1090, 690);
+            mouseMove(report, 60, 110);
+            tryVerify(() => tip.active);
+            mouseMove(root, 1090, 690);
+        }
         function test_scrolling_pauses_the_previews() {
             world.rest();
             world.capture();
