@@ -1,8 +1,10 @@
 // Parses the command line, chooses the platform and wires the rest: the only place that knows all
 // of them.
 #include "platform/freedesktop/AccessibilityDocuments.h"
+#include "platform/freedesktop/ApplicationLauncher.h"
 #include "platform/freedesktop/DesktopEntries.h"
 #include "platform/freedesktop/DesktopEntryFile.h"
+#include "platform/freedesktop/DesktopWorkspace.h"
 #include "platform/freedesktop/FreedesktopApplications.h"
 #include "platform/freedesktop/IconLookup.h"
 #include "platform/freedesktop/NetWmIcon.h"
@@ -11,8 +13,10 @@
 #include "platform/sqlite/SettingsFiles.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "platform/x11/NumberFloorFile.h"
+#include "platform/x11/WindowActor.h"
 #include "platform/x11/WindowIcons.h"
 #include "platform/x11/X11Accessibility.h"
+#include "platform/x11/X11Applications.h"
 #include "platform/x11/X11WindowServer.h"
 #include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
@@ -27,6 +31,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -73,7 +78,7 @@ int main(int argc, char** argv)
     WindowStore* board = nullptr;
     AccessibilityDocuments documents([&board] {
         if (board != nullptr)
-            board->refreshInBackground();
+            board->noteWindowsChangedOnDesktop();
     });
     x11::NumberFloorFile numbers(QFileInfo(path).dir().filePath(QStringLiteral("window-numbers")),
                                  largestAssignedWindow(settings));
@@ -94,14 +99,20 @@ int main(int argc, char** argv)
         [](bool) {});
     x11::WindowIcons windowIcons(
         connector, [&windowServer](WindowID number) { return windowServer.clientWindow(number); });
-    FreedesktopApplications applications(
+    FreedesktopApplications applicationIcons(
         entries, icons, [&windowIcons](WindowID window, int pixels) {
             return iconFromNetWmIcon(windowIcons.read(window), pixels);
         });
-    x11::X11Accessibility accessibility(windowServer.trust());
+    x11::WindowActor actor(
+        connector, [&windowServer](WindowID number) { return windowServer.clientWindow(number); });
+    ApplicationLauncher launcher(entries);
+    x11::X11Applications applications(QByteArray(), actor, applicationIcons, launcher);
+    x11::X11Accessibility accessibility(windowServer.trust(), actor);
     QtPasteboard pasteboard;
+    DesktopWorkspace workspace(scheduler);
 
-    WindowStore store({windowServer, accessibility, applications, pasteboard}, settings, scheduler);
+    WindowStore store({windowServer, accessibility, applications, pasteboard, workspace}, settings,
+                      scheduler);
     board = &store;
     ViewEngine view(store, applications, scheduler,
                     {.keyNames = KeyNames::withSuper(),
@@ -113,5 +124,9 @@ int main(int argc, char** argv)
     board = nullptr;
     // What a full disk kept back until now.
     settings.flush();
+    // Background work refers to the objects above. What the window server keeps waiting for longer
+    // than anyone would wait for Kelpa to close ends with the process, and they with it.
+    if (!scheduler.shutDown())
+        std::_Exit(status);
     return status;
 }

@@ -1,5 +1,6 @@
 // How long a board takes to and from its stored form.
 #include "bench/board/BoardFixture.h"
+#include "store/TodoOrder.h"
 
 #include <benchmark/benchmark.h>
 
@@ -32,8 +33,29 @@ void decodeBoard(benchmark::State& state)
     state.counters["bytes"] = static_cast<double>(json.size());
 }
 
+/// What a start does with the document: read it and make the orders 0 … n−1.
+void decodeAndNormalizeBoard(benchmark::State& state)
+{
+    const QByteArray json =
+        encodeGoals(largeBoard(200, static_cast<int>(state.range(0)))).value_or(QByteArray());
+    for ([[maybe_unused]] auto _ : state) {
+        std::optional<QList<Goal>> goals = decodeGoals(json);
+        if (!goals) {
+            state.SkipWithError("the board did not decode");
+            break;
+        }
+        applyPositions(*goals, normalizedPositions(*goals, {}));
+        benchmark::DoNotOptimize(goals);
+    }
+}
+
 } // namespace
 
+BENCHMARK(decodeAndNormalizeBoard)
+    ->Name("Board/decode and normalise")
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(encodeBoard)
     ->Name("Board/encode")
     ->Arg(1'000)

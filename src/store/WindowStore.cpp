@@ -5,7 +5,9 @@
 #include "store/GoalOrder.h"
 #include "text/KelpaCopy.h"
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 
 namespace kelpa {
 
@@ -60,10 +62,10 @@ void WindowStore::setLanguage(AppLanguage language)
 void WindowStore::setAutoSortingGoals(bool isAutoSorting)
 {
     const Update update(*this);
-    publish(m_isAutoSortingGoals, isAutoSorting, Field::isAutoSortingGoals);
-    write({{autoSortingGoalsKey, isAutoSorting}});
+    if (!publish(m_isAutoSortingGoals, isAutoSorting, Field::isAutoSortingGoals))
+        return;
     sortGoalsIfNeeded();
-    saveState();
+    saveState({{autoSortingGoalsKey, isAutoSorting}});
 }
 
 void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
@@ -76,7 +78,8 @@ void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
 void WindowStore::setSearchText(const QString& text)
 {
     const Update update(*this);
-    publish(m_searchText, text, Field::searchText);
+    if (publish(m_searchText, text, Field::searchText))
+        reconcileNavigationWithWindows();
 }
 
 void WindowStore::markChanged(Field field)
@@ -167,10 +170,11 @@ void WindowStore::loadState()
     write(entries);
 }
 
-void WindowStore::saveState()
+void WindowStore::saveState(std::vector<SettingsEntry> settings)
 {
     std::vector<SettingsEntry> entries = boardEntries(m_goals, m_unassignedTodos);
     entries.push_back(assignmentsEntry(m_assignments));
+    std::ranges::move(settings, std::back_inserter(entries));
     write(entries);
 }
 

@@ -114,6 +114,9 @@ public:
     void refresh();
     /// Looks at the desktop in the background, unless a look is under way.
     void refreshInBackground();
+    /// What is known of the windows has changed: looks in the background, and once more when a look
+    /// is under way, which may have missed it.
+    void noteWindowsChangedOnDesktop();
     void assign(WindowID windowID, std::optional<GoalID> to);
     /// All of them or, when one is not listed any more, none: false.
     bool assign(const QSet<WindowID>& windowIDs, GoalID to);
@@ -226,7 +229,8 @@ private:
     }
 
     void loadState();
-    void saveState();
+    /// Writes the board, and `settings` with it.
+    void saveState(std::vector<SettingsEntry> settings = {});
     /// Writes now; what cannot be written is tried again by itself.
     void write(const std::vector<SettingsEntry>& entries);
     void retrySavingLater();
@@ -247,7 +251,6 @@ private:
     void applyDiscoveredWindows(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& windows);
     void finishWindowRefresh(const WindowDiscoveryBatch& batch);
-    void noteWindowsChangedOnDesktop();
 
     struct AwaitedWindow
     {

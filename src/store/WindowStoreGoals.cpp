@@ -50,6 +50,8 @@ void WindowStore::deleteGoal(GoalID goalID)
         closeTodoEditor();
     if (m_boardNavigation.target == TargetSelection::goal(goalID))
         publishNavigation(BoardNavigationState::idle());
+    // At once, however long the look at the desktop takes: a card of no goal would stand nowhere.
+    publish(m_windows, withAssignedGoals(m_windows, m_assignments, goalIDs()), Field::windows);
     saveState();
     refresh();
 }

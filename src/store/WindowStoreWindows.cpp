@@ -20,9 +20,9 @@ constexpr Scheduler::Duration refreshInterval = 2s;
 /// How often one window's preview is renewed.
 constexpr Scheduler::Duration previewInterval = 600ms;
 
-/// How long an explicit refresh may keep the main thread waiting for the window server; long
-/// enough for a pass over some hundred windows, too short to be felt.
-constexpr Scheduler::Duration refreshLimit = 40ms;
+/// How long an explicit refresh may keep the main thread waiting for the window server: less than a
+/// frame, and twice what a pass over two hundred windows takes.
+constexpr Scheduler::Duration refreshLimit = 12ms;
 
 } // namespace
 

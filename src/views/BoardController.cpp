@@ -23,7 +23,7 @@ std::optional<GoalID> goalFromColumnText(const QString& columnID)
 
 BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject* parent)
     : QObject(parent), m_store(store), m_keyNames(std::move(keyNames)), m_columns(store),
-      m_moveTargets(store)
+      m_moveTargets(store), m_todos(store)
 {
     connect(&store, &WindowStore::languageChanged, this, &BoardController::languageChanged);
     connect(&store, &WindowStore::searchTextChanged, this, &BoardController::searchTextChanged);
@@ -34,6 +34,8 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
     connect(&store, &WindowStore::isScreenCaptureTrustedChanged, this,
             &BoardController::isScreenCaptureTrustedChanged);
     connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
+    connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
+            &BoardController::isHidingGoalsWithoutOpenTodosChanged);
 }
 
 CopyTable BoardController::copy() const
@@ -86,6 +88,11 @@ QString BoardController::toastMessage() const
     return m_store.toastMessage().value_or(QString());
 }
 
+bool BoardController::isHidingGoalsWithoutOpenTodos() const
+{
+    return m_store.isHidingGoalsWithoutOpenTodos();
+}
+
 void BoardController::refresh()
 {
     m_store.refresh();
@@ -100,6 +107,11 @@ void BoardController::setLanguageIndex(int index)
 void BoardController::toggleAutoSortingGoals()
 {
     m_store.setAutoSortingGoals(!m_store.isAutoSortingGoals());
+}
+
+void BoardController::toggleHidingGoalsWithoutOpenTodos()
+{
+    m_store.setHidingGoalsWithoutOpenTodos(!m_store.isHidingGoalsWithoutOpenTodos());
 }
 
 bool BoardController::isGoalTitle(const QString& title) const
@@ -198,6 +210,19 @@ QString BoardController::columnDragText(const QString& columnID) const
     return goalID ? dragText(*goalID) : QString();
 }
 
+/// A todo that has been deleted or moved while it is being dragged is not there any more.
+bool BoardController::hasTodo(const TodoDragPayload& todo) const
+{
+    const QList<Goal>& goals = m_store.goals();
+    const auto holds = [&todo](const QList<TodoItem>& list) {
+        return std::ranges::find(list, todo.todoID, &TodoItem::id) != list.end();
+    };
+    if (!todo.sourceGoalID)
+        return holds(m_store.unassignedTodos());
+    const auto source = std::ranges::find(goals, *todo.sourceGoalID, &Goal::id);
+    return source != goals.end() && holds(source->todos);
+}
+
 bool BoardController::canDrop(const QString& text, const QString& columnID) const
 {
     const std::optional<ColumnID> column = columnFromText(columnID);
@@ -216,6 +241,8 @@ bool BoardController::canDrop(const QString& text, const QString& columnID) cons
         return std::any_of(windows.begin(), windows.end(),
                            [windowID](const WindowItem& window) { return window.id == *windowID; });
     }
+    if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&drop))
+        return todo->sourceGoalID != column->goalID && hasTodo(*todo);
     return false;
 }
 
@@ -229,6 +256,8 @@ bool BoardController::drop(const QString& text, const QString& columnID)
         m_store.moveGoal(*goalID, *target);
     else if (const WindowID* const windowID = std::get_if<WindowID>(&drop))
         m_store.assign(*windowID, target);
+    else if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&drop))
+        m_store.moveTodo(todo->todoID, todo->sourceGoalID, target);
     return true;
 }
 

@@ -2,10 +2,12 @@
 // that QML can hold. It decides nothing that the store decides.
 #pragma once
 
+#include "model/TodoDragPayload.h"
 #include "model/WindowItem.h"
 #include "text/CopyTable.h"
 #include "views/GoalListModel.h"
 #include "views/MoveTargetModel.h"
+#include "views/TodoController.h"
 
 #include <QImage>
 #include <QObject>
@@ -38,6 +40,9 @@ class BoardController : public QObject
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
     Q_PROPERTY(kelpa::GoalListModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
+    Q_PROPERTY(kelpa::TodoController* todos READ todos CONSTANT)
+    Q_PROPERTY(bool isHidingGoalsWithoutOpenTodos READ isHidingGoalsWithoutOpenTodos NOTIFY
+                   isHidingGoalsWithoutOpenTodosChanged)
 
 public:
     /// `store` outlives the controller. `keyNames` are the platform's names of keys.
@@ -57,11 +62,14 @@ public:
     QString toastMessage() const;
     GoalListModel* columns() { return &m_columns; }
     MoveTargetModel* moveTargets() { return &m_moveTargets; }
+    TodoController* todos() { return &m_todos; }
+    bool isHidingGoalsWithoutOpenTodos() const;
 
     Q_INVOKABLE void refresh();
     /// An index outside `languageNames` does nothing.
     Q_INVOKABLE void setLanguageIndex(int index);
     Q_INVOKABLE void toggleAutoSortingGoals();
+    Q_INVOKABLE void toggleHidingGoalsWithoutOpenTodos();
     /// Whether a goal may bear this title.
     Q_INVOKABLE bool isGoalTitle(const QString& title) const;
     Q_INVOKABLE void createGoal(const QString& title);
@@ -100,14 +108,17 @@ Q_SIGNALS:
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
     void toastMessageChanged();
+    void isHidingGoalsWithoutOpenTodosChanged();
 
 private:
     std::optional<WindowItem> listedWindow(WindowID windowID) const;
+    bool hasTodo(const TodoDragPayload& todo) const;
 
     WindowStore& m_store;
     KeyNames m_keyNames;
     GoalListModel m_columns;
     MoveTargetModel m_moveTargets;
+    TodoController m_todos;
 };
 
 } // namespace kelpa

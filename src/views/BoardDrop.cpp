@@ -37,6 +37,8 @@ BoardDrop boardDropFromText(QStringView text)
         const std::optional<GoalID> goalID = GoalID::fromText(text.sliced(goalPrefix.size()));
         return goalID ? BoardDrop(*goalID) : BoardDrop(RefusedDrop());
     }
+    if (const std::optional<TodoDragPayload> todo = TodoDragPayload::fromEncodedValue(text))
+        return BoardDrop(*todo);
     const std::optional<WindowID> windowID = windowNumber(text);
     return windowID ? BoardDrop(*windowID) : BoardDrop(RefusedDrop());
 }
@@ -49,6 +51,19 @@ QString dragText(WindowID windowID)
 QString dragText(GoalID goalID)
 {
     return goalPrefix.toString() + goalID.text();
+}
+
+TodoRowDrop todoRowDrop(QStringView text, const TodoList& list, TodoID rowTodoID)
+{
+    const std::optional<TodoDragPayload> payload = TodoDragPayload::fromEncodedValue(text);
+    if (!payload)
+        return {};
+    const ColumnID* const column = std::get_if<ColumnID>(&list);
+    if (column != nullptr && column->goalID != payload->sourceGoalID)
+        return {};
+    if (payload->todoID == rowTodoID)
+        return {true, std::nullopt};
+    return {true, payload->todoID};
 }
 
 } // namespace kelpa

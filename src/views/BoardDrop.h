@@ -2,28 +2,55 @@
 #pragma once
 
 #include "model/Identifiers.h"
+#include "model/TodoDragPayload.h"
+#include "views/ColumnID.h"
 
 #include <QString>
 #include <QStringView>
 
+#include <optional>
 #include <variant>
 
 namespace kelpa {
 
-/// Neither a window nor a goal, so that the source of the drag is to see a refusal.
+/// Neither a window nor a goal nor a todo, so that the source of the drag is to see a refusal.
 struct RefusedDrop
 {
     friend bool operator==(const RefusedDrop&, const RefusedDrop&) = default;
 };
 
-using BoardDrop = std::variant<RefusedDrop, WindowID, GoalID>;
+using BoardDrop = std::variant<RefusedDrop, WindowID, GoalID, TodoDragPayload>;
 
 /// A window is its number in decimal (an optional sign, digits); a goal is "kelpa-goal:" and its
-/// UUID. Any other text, and a number that no window can have, is refused.
+/// UUID; a todo is the text of its payload. Any other text, and a number that no window can have,
+/// is refused.
 BoardDrop boardDropFromText(QStringView text);
 
 /// The texts that a drag of a window or a goal carries.
 QString dragText(WindowID windowID);
 QString dragText(GoalID goalID);
+
+/// The list of the open todos of all columns.
+struct WholeBoard
+{
+    friend bool operator==(const WholeBoard&, const WholeBoard&) = default;
+};
+
+/// A list of todos: that of a column, or of the whole board.
+using TodoList = std::variant<ColumnID, WholeBoard>;
+
+/// What dropping a text on a todo's row does.
+struct TodoRowDrop
+{
+    bool isAccepted = false;
+    /// The todo that takes the place before the row's; absent when nothing moves.
+    std::optional<TodoID> movedTodoID;
+
+    friend bool operator==(const TodoRowDrop&, const TodoRowDrop&) = default;
+};
+
+/// A row accepts todos alone, and the row of a column only those of that column: a todo changes its
+/// goal on the column as a whole. A todo on itself is accepted and stays.
+TodoRowDrop todoRowDrop(QStringView text, const TodoList& list, TodoID rowTodoID);
 
 } // namespace kelpa

@@ -66,6 +66,14 @@ Item {
             onClicked: root.board.toggleAutoSortingGoals()
         }
         AppButton {
+            symbol: "list-filter"
+            text: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos
+                                       ? CopyKey.ShowAll : CopyKey.HideEmpty)
+            help: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos
+                                       ? CopyKey.ShowAllHelp : CopyKey.HideEmptyHelp)
+            onClicked: root.board.toggleHidingGoalsWithoutOpenTodos()
+        }
+        AppButton {
             id: languageButton
 
             symbol: "globe"

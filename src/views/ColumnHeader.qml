@@ -14,9 +14,13 @@ Item {
     required property bool isUnassigned
     required property string title
     required property string accent
+    required property string priority
+    required property int openTodoCount
     required property int windowCount
 
     signal menuRequested(button: Item)
+    signal priorityMenuRequested(button: Item)
+    signal addTodoRequested
 
     implicitHeight: 40
 
@@ -55,44 +59,71 @@ Item {
 
         anchors.left: dot.right
         anchors.leftMargin: Theme.small
+        anchors.right: controls.left
+        anchors.rightMargin: Theme.tiny
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, badge.parent.width - x - badge.width - Theme.small
-                                       - (menuButton.visible ? menuButton.width : 0))
         text: root.title
         font: Theme.bodyStrong
     }
-    Rectangle {
-        id: badge
-
-        anchors.left: titleText.right
-        anchors.leftMargin: Theme.small
-        anchors.verticalCenter: parent.verticalCenter
-        width: Math.max(height, count.implicitWidth + 12)
-        height: 20
-        radius: 10
-        color: Theme.hover
-        Accessible.role: Accessible.StaticText
-        Accessible.name: root.board.copy.windowCount(root.windowCount)
-
-        AppText {
-            id: count
-
-            anchors.centerIn: parent
-            text: root.windowCount
-            font: Theme.captionStrong
-            color: Theme.secondaryText
-        }
-    }
-    IconButton {
-        id: menuButton
+    Row {
+        id: controls
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        symbol: "ellipsis"
-        size: 28
-        text: root.board.copy.text(CopyKey.MoreGoalActions)
-        visible: !root.isUnassigned
-        Accessible.role: Accessible.ButtonMenu
-        onClicked: root.menuRequested(menuButton)
+
+        HoverHandler {
+            id: controlsHover
+        }
+        CountBadge {
+            anchors.verticalCenter: parent.verticalCenter
+            count: root.openTodoCount
+            symbol: "list-checks"
+            label: root.board.copy.openTodoCount(root.openTodoCount)
+        }
+        Item {
+            width: Theme.tiny
+            height: 1
+        }
+        CountBadge {
+            anchors.verticalCenter: parent.verticalCenter
+            count: root.windowCount
+            symbol: "app-window"
+            label: root.board.copy.windowCount(root.windowCount)
+        }
+        IconButton {
+            symbol: "lightbulb"
+            size: 28
+            text: root.board.copy.text(CopyKey.AddTodo)
+            onClicked: root.addTodoRequested()
+        }
+        IconButton {
+            id: priorityButton
+
+            symbol: root.board.todos.prioritySymbol(root.priority)
+            color: Theme.priorityColor(root.priority)
+            size: 28
+            text: root.board.copy.priorityAccessibilityLabel(root.priority)
+            visible: !root.isUnassigned
+            Accessible.role: Accessible.ButtonMenu
+            onClicked: root.priorityMenuRequested(priorityButton)
+        }
+        IconButton {
+            id: menuButton
+
+            symbol: "ellipsis"
+            size: 28
+            text: root.board.copy.text(CopyKey.MoreGoalActions)
+            visible: !root.isUnassigned
+            Accessible.role: Accessible.ButtonMenu
+            onClicked: root.menuRequested(menuButton)
+        }
+    }
+    HoverHandler {
+        id: hover
+    }
+    HoverTip {
+        text: root.title
+        isHovered: hover.hovered && titleText.truncated && !controlsHover.hovered
+                   && !dragArea.pressed && !root.dragSource.isDragging
     }
 }

@@ -12,6 +12,12 @@ FocusScope {
 
     signal renameRequested(columnID: string, title: string)
 
+    function showTodoMenu(todoID: string, columnID: string, row: Item, position: point): void {
+        todoMenu.todoID = todoID;
+        todoMenu.columnID = columnID;
+        todoMenu.popup(row, position.x, position.y);
+    }
+
     BoardDragSource {
         id: source
     }
@@ -26,7 +32,8 @@ FocusScope {
         anchors.fill: parent
         anchors.topMargin: Theme.large
         anchors.bottomMargin: Theme.large
-        leftMargin: Theme.huge
+        // With room for the column that is not of the model.
+        leftMargin: Theme.huge + unified.width + spacing
         rightMargin: Theme.huge
         orientation: ListView.Horizontal
         boundsBehavior: Flickable.StopAtBounds
@@ -60,11 +67,44 @@ FocusScope {
                 columnMenu.columnTitle = title;
                 columnMenu.popup(button, 0, button.height + Theme.tiny);
             }
+            onPriorityMenuRequested: button => {
+                priorityMenu.columnID = columnID;
+                priorityMenu.priority = priority;
+                priorityMenu.popup(button, 0, button.height + Theme.tiny);
+            }
+            onTodoMenuRequested: (todoID, todoColumnID, row, position) => {
+                root.showTodoMenu(todoID, todoColumnID, row, position);
+            }
         }
     }
 
     WindowMenu {
         id: windowMenu
+
+        board: root.board
+    }
+    UnifiedTodoColumn {
+        id: unified
+
+        // Before the columns also for assistive programs.
+        z: -1
+        parent: columns.contentItem
+        x: columns.originX - width - columns.spacing
+        width: Theme.columnWidth
+        height: columns.height
+        board: root.board
+        dragSource: source
+        onTodoMenuRequested: (todoID, columnID, row, position) => {
+            root.showTodoMenu(todoID, columnID, row, position);
+        }
+    }
+    PriorityMenu {
+        id: priorityMenu
+
+        board: root.board
+    }
+    TodoMenu {
+        id: todoMenu
 
         board: root.board
     }

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// A goal, or the windows that belong to none, with its window cards.
+/// A goal, or what belongs to none, with its todos and its window cards.
 FocusScope {
     id: root
 
@@ -14,12 +14,16 @@ FocusScope {
     required property bool isUnassigned
     required property string title
     required property string accent
+    required property string priority
+    required property int openTodoCount
     required property int windowCount
     required property bool isSelected
     required property WindowListModel windows
 
     signal windowMenuRequested(windowID: int, card: Item, position: point)
     signal columnMenuRequested(button: Item)
+    signal priorityMenuRequested(button: Item)
+    signal todoMenuRequested(todoID: string, todoColumnID: string, row: Item, position: point)
 
     implicitWidth: Theme.columnWidth
     Accessible.role: Accessible.List
@@ -52,8 +56,13 @@ FocusScope {
         isUnassigned: root.isUnassigned
         title: root.title
         accent: root.accent
+        priority: root.priority
+        openTodoCount: root.openTodoCount
         windowCount: root.windowCount
         onMenuRequested: button => root.columnMenuRequested(button)
+        onPriorityMenuRequested: button => root.priorityMenuRequested(button)
+        onAddTodoRequested: root.isUnassigned ? todos.openEditor()
+                                              : root.board.todos.requestEditor(root.columnID)
     }
     AppText {
         id: hint
@@ -77,12 +86,32 @@ FocusScope {
         board: root.board
         view: cards
     }
+    TodoList {
+        id: todos
+
+        readonly property real room: root.height - y - Theme.medium
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: hint.visible ? hint.bottom : header.bottom
+        anchors.leftMargin: Theme.small
+        anchors.rightMargin: Theme.small
+        height: implicitHeight
+        maximumHeight: room / 2
+        board: root.board
+        dragSource: root.dragSource
+        listID: root.columnID
+        onMenuRequested: (todoID, todoColumnID, row, position) => {
+            root.todoMenuRequested(todoID, todoColumnID, row, position);
+        }
+    }
     ListView {
         id: cards
 
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.top: hint.visible ? hint.bottom : header.bottom
+        anchors.top: todos.bottom
+        anchors.topMargin: Theme.small
         anchors.bottom: parent.bottom
         topMargin: 2
         bottomMargin: Theme.medium

@@ -3,17 +3,19 @@
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
 
+#include <algorithm>
+
 namespace kelpa {
 
 namespace {
-
-constexpr QStringView unassignedText = u"kelpa-unassigned";
 
 enum Role {
     columnIDRole = Qt::UserRole + 1,
     isUnassignedRole,
     titleRole,
     accentRole,
+    priorityRole,
+    openTodoCountRole,
     windowCountRole,
     isSelectedRole,
     windowsRole,
@@ -25,7 +27,8 @@ GoalListModel::GoalListModel(const WindowStore& store, QObject* parent)
     : RowListModel(parent), m_store(store)
 {
     for (const auto signal :
-         {&WindowStore::goalsChanged, &WindowStore::windowsChanged, &WindowStore::searchTextChanged,
+         {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
+          &WindowStore::windowsChanged, &WindowStore::searchTextChanged,
           &WindowStore::previewsChanged, &WindowStore::boardNavigationChanged,
           &WindowStore::isScreenCaptureTrustedChanged, &WindowStore::languageChanged,
           &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
@@ -47,6 +50,10 @@ QVariant GoalListModel::data(const QModelIndex& index, int role) const
         return row.title;
     case accentRole:
         return rawValue(row.accent);
+    case priorityRole:
+        return rawValue(row.priority);
+    case openTodoCountRole:
+        return row.openTodoCount;
     case windowCountRole:
         return row.windowCount;
     case isSelectedRole:
@@ -64,6 +71,8 @@ QHash<int, QByteArray> GoalListModel::roleNames() const
             {isUnassignedRole, "isUnassigned"},
             {titleRole, "title"},
             {accentRole, "accent"},
+            {priorityRole, "priority"},
+            {openTodoCountRole, "openTodoCount"},
             {windowCountRole, "windowCount"},
             {isSelectedRole, "isSelected"},
             {windowsRole, "windows"}};
@@ -89,11 +98,15 @@ void GoalListModel::update()
 
     QList<ColumnRow> columns{columnOf(std::nullopt)};
     columns.front().title = KelpaCopy::text(CopyKey::Unsorted, m_store.language());
+    columns.front().openTodoCount =
+        static_cast<int>(std::ranges::count_if(m_store.unassignedTodos(), &TodoItem::isOpen));
     const QList<Goal> goals = m_store.visibleGoals();
     for (const Goal& goal : goals) {
         ColumnRow column = columnOf(goal.id);
         column.title = goal.title;
         column.accent = goal.accent;
+        column.priority = goal.priority;
+        column.openTodoCount = static_cast<int>(goal.openTodoCount());
         columns.append(column);
     }
     updateWindows(columns);
@@ -117,19 +130,6 @@ void GoalListModel::updateWindows(const QList<ColumnRow>& columns)
     for (WindowListModel* const unused : std::as_const(m_windows))
         unused->deleteLater();
     m_windows = kept;
-}
-
-QString columnText(std::optional<GoalID> goalID)
-{
-    return goalID ? goalID->text() : unassignedText.toString();
-}
-
-std::optional<ColumnID> columnFromText(QStringView text)
-{
-    if (text == unassignedText)
-        return ColumnID{std::nullopt};
-    const std::optional<GoalID> goalID = GoalID::fromText(text);
-    return goalID ? std::optional(ColumnID{goalID}) : std::nullopt;
 }
 
 } // namespace kelpa

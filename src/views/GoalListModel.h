@@ -2,7 +2,9 @@
 #pragma once
 
 #include "model/GoalAccent.h"
+#include "model/GoalPriority.h"
 #include "navigation/BoardNavigationState.h"
+#include "views/ColumnID.h"
 #include "views/RowListModel.h"
 #include "views/WindowListModel.h"
 
@@ -22,6 +24,8 @@ struct ColumnRow
     std::optional<GoalID> goalID;
     QString title;
     GoalAccent accent = GoalAccent::blue;
+    GoalPriority priority = defaultGoalPriority;
+    int openTodoCount = 0;
     int windowCount = 0;
     bool isSelected = false;
 
@@ -56,18 +60,5 @@ private:
     /// By the key of the column. Children of the model.
     QHash<QUuid, WindowListModel*> m_windows;
 };
-
-/// The text that names a column in QML: the goal's UUID, or "kelpa-unassigned".
-QString columnText(std::optional<GoalID> goalID);
-
-/// A column that a text of `columnText` names.
-struct ColumnID
-{
-    std::optional<GoalID> goalID;
-    friend bool operator==(const ColumnID&, const ColumnID&) = default;
-};
-
-/// None for any text that `columnText` could not have given.
-std::optional<ColumnID> columnFromText(QStringView text);
 
 } // namespace kelpa

@@ -35,6 +35,15 @@ QtObject {
     readonly property color warning: isDark ? "#f2c14e" : "#8a5a00"
     readonly property color warningGround: isDark ? "#332c1c" : "#fdf3dc"
 
+    /// By the stored text of a priority, the most urgent first.
+    readonly property var priorityColors: ({
+        "p0": isDark ? "#ff8a80" : "#b3261e",
+        "p1": isDark ? "#ffb067" : "#9a4a00",
+        "p2": isDark ? "#8db4ff" : "#1d4fd0",
+        "p3": isDark ? "#b0b3bb" : "#565b66"
+    })
+    readonly property color done: isDark ? "#6fd08c" : "#1d7a3a"
+
     readonly property color outline: isDark ? "#24ffffff" : "#1a14181f"
     readonly property color cardOutline: isDark ? "#12ffffff" : "#1214181f"
     readonly property color selectedCardOutline: isDark ? "#298db4ff" : "#292563eb"
@@ -56,6 +65,7 @@ QtObject {
     readonly property int sheetWidth: 390
     readonly property int controlHeight: 32
     readonly property int symbolSize: 16
+    readonly property int todoHeight: 34
 
     readonly property int smallRadius: 6
     readonly property int controlRadius: 8
@@ -74,6 +84,9 @@ QtObject {
     readonly property int mediumTime: ViewSettings.isReducingMotion ? 0 : 200
     readonly property int tipDelay: 700
 
+    function priorityColor(priority: string): color {
+        return root.priorityColors[priority] ?? root.secondaryText;
+    }
     function accentColor(accent: string): color {
         return ViewSettings.accentColor(accent, root.isDark);
     }

@@ -1,5 +1,6 @@
 #include "views/ViewEngine.h"
 
+#include "shell/BoardInput.h"
 #include "store/WindowStore.h"
 #include "views/AppIconProvider.h"
 #include "views/BoardController.h"
@@ -40,6 +41,8 @@ public:
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     QQmlApplicationEngine engine;
+    /// Goes before the window, which the engine owns.
+    std::unique_ptr<BoardInput> input;
 };
 
 ViewEngine::ViewEngine(WindowStore& store, Applications& applications, Scheduler& scheduler,
@@ -77,6 +80,7 @@ bool ViewEngine::show()
     QQuickWindow* const board = window();
     if (board == nullptr)
         return false;
+    m_parts->input = std::make_unique<BoardInput>(*board, m_parts->store);
 
     connect(
         board, &QQuickWindow::frameSwapped, this,

@@ -15,6 +15,8 @@ using Signals = QMap<QString, int>;
 struct Board
 {
     WindowStore& store;
+    FakeDesktop& desktop;
+    ManualScheduler& scheduler;
     GoalID a;
     GoalID b;
     TodoID todoInA;
@@ -48,7 +50,8 @@ protected:
         const TodoID looseTodo = makeTodo(std::nullopt);
         const TodoID otherLooseTodo = makeTodo(std::nullopt);
         store().assign(1, b);
-        return {store(), a, b, todoInA, otherTodoInA, looseTodo, otherLooseTodo};
+        return {store(),      desktop,   scheduler,     a, b, todoInA,
+                otherTodoInA, looseTodo, otherLooseTodo};
     }
 };
 
@@ -150,11 +153,14 @@ INSTANTIATE_TEST_SUITE_P(
         OperationCase{"sorting_off",
                       [](Board& s) { s.store.setAutoSortingGoals(false); },
                       {isAutoSortingGoals},
-                      2},
+                      1},
+        OperationCase{
+            "sorting_on_as_it_is", [](Board& s) { s.store.setAutoSortingGoals(true); }, {}, 0},
+        OperationCase{"sorting_off_as_it_is", sortByHand, {}, 0, sortByHand},
         OperationCase{"sorting_on",
                       [](Board& s) { s.store.setAutoSortingGoals(true); },
                       {goals, isAutoSortingGoals},
-                      2,
+                      1,
                       sortByHand},
         OperationCase{"hiding_on",
                       [](Board& s) { s.store.setHidingGoalsWithoutOpenTodos(true); },
@@ -304,7 +310,85 @@ INSTANTIATE_TEST_SUITE_P(
                       {},
                       0},
         OperationCase{"refresh_of_the_same", [](Board& s) { s.store.refresh(); }, {}, 0},
+        OperationCase{"refresh_of_a_changed_desktop",
+                      [](Board& s) {
+                          s.desktop.addWindow(9, 100, title);
+                          s.store.refresh();
+                      },
+                      {windows},
+                      0},
+        OperationCase{"refresh_in_the_background_of_a_changed_desktop",
+                      [](Board& s) {
+                          s.desktop.addWindow(9, 100, title);
+                          s.store.refreshInBackground();
+                          s.scheduler.advance(Scheduler::Duration(0));
+                      },
+                      {windows},
+                      0},
+        OperationCase{"refresh_without_permissions",
+                      [](Board& s) {
+                          s.desktop.isAccessibilityGranted = false;
+                          s.desktop.isScreenCaptureGranted = false;
+                          s.store.refresh();
+                      },
+                      {windows, QStringLiteral("isAccessibilityTrusted"),
+                       QStringLiteral("isScreenCaptureTrusted")},
+                      0},
+        OperationCase{
+            "start_observing_the_same", [](Board& s) { s.store.startObserving(); }, {}, 0},
         OperationCase{"stop_observing", [](Board& s) { s.store.stopObserving(); }, {windows}, 0}),
+    caseName);
+
+using enum NavigationDirection;
+using Enter = WindowStore::EnterWindowLayer;
+
+void enterB(Board& s)
+{
+    s.store.activateTarget(TargetSelection::goal(s.b), Enter::yes);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Navigation, ChangeSignals,
+    testing::Values(
+        OperationCase{
+            "arrow", [](Board& s) { s.store.moveTargetSelection(up); }, {boardNavigation}, 0},
+        OperationCase{
+            "arrow_at_the_edge", [](Board& s) { s.store.moveTargetSelection(left); }, {}, 0},
+        OperationCase{"arrow_among_windows_at_the_edge",
+                      [](Board& s) { s.store.moveWindowSelection(down); },
+                      {},
+                      0,
+                      enterB},
+        OperationCase{
+            "arrow_among_windows",
+            [](Board& s) { s.store.moveWindowSelection(right); },
+            {boardNavigation},
+            0,
+            [](Board& s) { s.store.activateTarget(TargetSelection::unassigned(), Enter::yes); }},
+        OperationCase{"activate", enterB, {boardNavigation}, 0},
+        OperationCase{"activate_what_is_active", enterB, {}, 0, enterB},
+        OperationCase{"activate_an_unknown_goal",
+                      [](Board& s) {
+                          s.store.activateTarget(TargetSelection::goal(GoalID::create()),
+                                                 Enter::no);
+                      },
+                      {},
+                      0},
+        OperationCase{"return",
+                      [](Board& s) { s.store.returnToTargetSelection(); },
+                      {boardNavigation},
+                      0,
+                      enterB},
+        OperationCase{
+            "return_on_a_target", [](Board& s) { s.store.returnToTargetSelection(); }, {}, 0},
+        OperationCase{
+            "clear", [](Board& s) { s.store.clearTargetSelection(); }, {boardNavigation}, 0},
+        OperationCase{"column_count", [](Board& s) { s.store.setTargetGridColumnCount(3); }, {}, 0},
+        OperationCase{"search_that_hides_the_selected_window",
+                      [](Board& s) { s.store.setSearchText(QStringLiteral("nothing")); },
+                      {searchText, boardNavigation},
+                      0,
+                      enterB}),
     caseName);
 
 } // namespace

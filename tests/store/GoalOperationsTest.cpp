@@ -144,6 +144,20 @@ TEST_F(GoalOperations, Deleting_drops_todos_and_assignments_and_frees_the_window
     EXPECT_EQ(decodeAssignments(settings.document(assignmentsKey)), store().assignments());
 }
 
+TEST_F(GoalOperations, Deleting_frees_the_windows_also_while_the_window_server_keeps_waiting)
+{
+    const GoalID deleted = makeGoal();
+    desktop.addWindow(1, 100, {});
+    store().refresh();
+    store().assign(1, deleted);
+    scheduler.holdBackgroundWork(true);
+
+    store().deleteGoal(deleted);
+
+    ASSERT_EQ(store().windows(std::optional<GoalID>()).size(), 1);
+    EXPECT_EQ(store().windows(std::optional<GoalID>()).first().id, 1U);
+}
+
 TEST_F(GoalOperations, Deleting_the_selected_goal_returns_to_idle_and_another_does_not)
 {
     const GoalID first = makeGoal();

@@ -1,6 +1,7 @@
 // Long random sequences of operations, with what must hold looked at after each one.
 
 #include "store/BoardPersistence.h"
+#include "store/TodoOrder.h"
 #include "support/StoreFixture.h"
 
 #include <QByteArray>
@@ -88,7 +89,9 @@ protected:
     /// One operation, chosen by chance; gives its name.
     std::string operate();
 
+    void checkMovedBefore(TodoID moved, TodoID target);
     void checkTodos();
+    void checkGoals();
     void checkNavigation();
     void checkAssignments();
     void checkSavedState();
@@ -175,15 +178,20 @@ std::string RandomOperations::operate()
     }
     case 14: {
         const TodoID moved = anyTodo().id;
-        store().moveTodo(moved, anyTodo().id);
+        const TodoID target = anyTodo().id;
+        store().moveTodo(moved, target);
+        if (moved != target && m_todos.contains(moved) && m_todos.contains(target))
+            checkMovedBefore(moved, target);
         return "moveTodo before";
     }
     case 15:
-        if (chance(2))
+        if (chance(3))
+            store().setSearchText(chance(2) ? QString() : anyTitle());
+        else if (chance(2))
             store().requestAddTodo(anyGoal());
         else
             store().cancelTodoEditor();
-        return "todo editor";
+        return "todo editor or search";
     case 16:
         changeDesktop();
         if (chance(2))
@@ -244,7 +252,9 @@ std::string RandomOperations::operate()
             return "clearTargetSelection";
         case 2:
             store().setLanguage(static_cast<AppLanguage>(below(6)));
-            return "setLanguage";
+            if (!store().unassignedTodos().isEmpty())
+                store().copyTodo(store().unassignedTodos().first());
+            return "setLanguage, copyTodo";
         default:
             scheduler.advance(700ms);
             return "time passes";
@@ -273,6 +283,32 @@ void RandomOperations::checkTodos()
     EXPECT_EQ(found, m_todos) << "a todo was lost or appeared";
     EXPECT_EQ(count, found.size()) << "a todo is in two lists";
     EXPECT_EQ(orders.size(), found.size()) << "two todos share an order";
+}
+
+void RandomOperations::checkMovedBefore(TodoID moved, TodoID target)
+{
+    QMap<std::int64_t, TodoID> byOrder;
+    for (const TodoItem& item : allTodos(store().goals(), store().unassignedTodos()))
+        byOrder.insert(item.order, item.id);
+    const QList<TodoID> sequence = byOrder.values();
+    EXPECT_EQ(sequence.indexOf(moved) + 1, sequence.indexOf(target));
+    EXPECT_EQ(byOrder.firstKey(), 0);
+    EXPECT_EQ(byOrder.lastKey(), byOrder.size() - 1);
+}
+
+void RandomOperations::checkGoals()
+{
+    QSet<GoalID> ids;
+    for (const Goal& each : store().goals())
+        ids.insert(each.id);
+    EXPECT_EQ(ids.size(), store().goals().size());
+    if (!store().isAutoSortingGoals())
+        return;
+    const auto isBefore = [](const Goal& a, const Goal& b) {
+        return a.priority != b.priority ? a.priority < b.priority
+                                        : a.openTodoCount() > b.openTodoCount();
+    };
+    EXPECT_TRUE(std::ranges::is_sorted(store().goals(), isBefore));
 }
 
 void RandomOperations::checkNavigation()
@@ -314,6 +350,15 @@ void RandomOperations::checkSavedState()
     }
 }
 
+/// Goals in order and loose todos, with the orders that a start gives them.
+std::pair<QList<Goal>, QList<TodoItem>> normalized(QList<Goal> goals, QList<TodoItem> loose)
+{
+    const TodoPositions positions = normalizedPositions(goals, loose);
+    applyPositions(goals, positions);
+    applyPositions(loose, positions);
+    return {goals, loose};
+}
+
 TEST_F(RandomOperations, Keep_every_promise_of_the_board)
 {
     std::string last = "start";
@@ -330,6 +375,7 @@ TEST_F(RandomOperations, Keep_every_promise_of_the_board)
                                          "operation " + std::to_string(i) + " (" + last +
                                              "), KELPA_TEST_SEED=" + std::to_string(m_seed));
         checkTodos();
+        checkGoals();
         checkNavigation();
         checkAssignments();
         checkSavedState();
@@ -347,8 +393,8 @@ TEST_F(RandomOperations, Keep_every_promise_of_the_board)
             const bool wasSorting = store().isAutoSortingGoals();
             restartedStore();
             EXPECT_EQ(store().isAutoSortingGoals(), wasSorting);
-            EXPECT_EQ(store().goals().size(), before.size());
-            EXPECT_EQ(store().unassignedTodos().size(), looseBefore.size());
+            EXPECT_EQ(normalized(store().goals(), store().unassignedTodos()),
+                      normalized(before, looseBefore));
             store().refresh();
             checkTodos();
         }

@@ -98,6 +98,29 @@ void fill(DemoDesktop& desktop, int windows)
     }
 }
 
+void fillTodos(WindowStore& store, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        store.addTodo(titles.at((place + 2) % titles.size()), std::nullopt);
+        const QList<Goal> goals = store.goals();
+        for (qsizetype at = 0; at < goals.size(); ++at) {
+            // Every third goal stays without todos on a small board.
+            if (goals.size() > 2 && goals.size() < 10 && at % 3 == 2)
+                continue;
+            const std::size_t title = (place + static_cast<std::size_t>(at)) % titles.size();
+            store.addTodo(titles.at(title), goals.at(at).id);
+        }
+    }
+    for (const Goal& goal : QList<Goal>(store.goals())) {
+        if (goal.todos.size() > 2) {
+            store.toggleTodo(goal.todos.at(1).id, goal.id);
+            store.toggleTodo(goal.todos.at(2).id, goal.id);
+            store.toggleTodo(goal.todos.at(2).id, goal.id);
+        }
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -119,7 +142,10 @@ int main(int argc, char** argv)
     const QCommandLineOption search(QStringLiteral("search"), QStringLiteral("Search text."),
                                     QStringLiteral("text"));
     parser.addHelpOption();
-    parser.addOptions({dark, light, still, denied, manual, language, windows, goals, search});
+    const QCommandLineOption todos(QStringLiteral("todos"), QStringLiteral("How many per list."),
+                                   QStringLiteral("count"), QStringLiteral("0"));
+    parser.addOptions(
+        {dark, light, still, denied, manual, language, windows, goals, search, todos});
     parser.process(application);
 
     DemoDesktop desktop;
@@ -142,6 +168,7 @@ int main(int argc, char** argv)
         if (place > 0 && place % 3 != 0)
             store.assign(listed.at(i).id, store.goals().at(place - 1).id);
     }
+    fillTodos(store, parser.value(todos).toInt());
     store.setSearchText(parser.value(search));
     desktop.isScreenCaptureGranted = !parser.isSet(denied);
     store.startObserving();

@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace kelpa::test {
 namespace {
 
 const QString uuid = QStringLiteral("6BA7B810-9DAD-11D1-80B4-00C04FD430C8");
+const QString otherUuid = QStringLiteral("12345678-9DAD-11D1-80B4-00C04FD430C8");
 
 TEST(BoardDropText, Digits_are_a_window)
 {
@@ -63,10 +66,21 @@ TEST(BoardDropText, The_prefix_with_anything_else_is_refused)
     EXPECT_EQ(boardDropFromText(uuid), BoardDrop(RefusedDrop()));
 }
 
-TEST(BoardDropText, Todos_and_the_unassigned_column_are_refused)
+TEST(BoardDropText, A_todo_is_the_text_of_its_payload)
+{
+    const GoalID goalID = *GoalID::fromText(uuid);
+    const TodoID todoID = *TodoID::fromText(otherUuid);
+    EXPECT_EQ(boardDropFromText(QString(QStringLiteral("kelpa-todo:unassigned:") + otherUuid)),
+              BoardDrop(TodoDragPayload{std::nullopt, todoID}));
+    EXPECT_EQ(boardDropFromText(QString(QStringLiteral("kelpa-todo:") + uuid + u':' + otherUuid)),
+              BoardDrop(TodoDragPayload{goalID, todoID}));
+}
+
+TEST(BoardDropText, The_unassigned_column_and_half_a_todo_are_refused)
 {
     EXPECT_EQ(boardDropFromText(u"kelpa-unassigned"), BoardDrop(RefusedDrop()));
-    EXPECT_EQ(boardDropFromText(QString(QStringLiteral("kelpa-todo:unassigned:") + uuid)),
+    EXPECT_EQ(boardDropFromText(u"kelpa-todo:unassigned:"), BoardDrop(RefusedDrop()));
+    EXPECT_EQ(boardDropFromText(QString(QStringLiteral("kelpa-todo:") + uuid)),
               BoardDrop(RefusedDrop()));
 }
 
@@ -75,6 +89,52 @@ TEST(BoardDropText, Drags_carry_exactly_the_identifiers)
     EXPECT_EQ(dragText(WindowID{4294967295U}), QStringLiteral("4294967295"));
     EXPECT_EQ(dragText(*GoalID::fromText(uuid)),
               QStringLiteral("kelpa-goal:6BA7B810-9DAD-11D1-80B4-00C04FD430C8"));
+}
+
+struct RowDropCase
+{
+    const char* name;
+    std::optional<GoalID> source;
+    TodoID dragged;
+    TodoList list;
+    TodoRowDrop expected;
+};
+
+const GoalID goalA = *GoalID::fromText(uuid);
+const GoalID goalB = *GoalID::fromText(otherUuid);
+const TodoID rowTodo = *TodoID::fromText(u"00000000-0000-0000-0000-000000000001");
+const TodoID otherTodo = *TodoID::fromText(u"00000000-0000-0000-0000-000000000002");
+
+TEST(TodoRowDrops, A_row_takes_the_todos_of_its_own_list)
+{
+    const TodoRowDrop refused{false, std::nullopt};
+    const TodoRowDrop stays{true, std::nullopt};
+    const TodoRowDrop moves{true, otherTodo};
+    const std::array cases{
+        RowDropCase{"same goal", goalA, otherTodo, ColumnID{goalA}, moves},
+        RowDropCase{"on itself", goalA, rowTodo, ColumnID{goalA}, stays},
+        RowDropCase{"other goal", goalB, otherTodo, ColumnID{goalA}, refused},
+        RowDropCase{"other goal, same todo", goalB, rowTodo, ColumnID{goalA}, refused},
+        RowDropCase{"unassigned on a goal", std::nullopt, otherTodo, ColumnID{goalA}, refused},
+        RowDropCase{"goal on unassigned", goalA, otherTodo, ColumnID{std::nullopt}, refused},
+        RowDropCase{"both unassigned", std::nullopt, otherTodo, ColumnID{std::nullopt}, moves},
+        RowDropCase{"whole board, from a goal", goalB, otherTodo, WholeBoard(), moves},
+        RowDropCase{"whole board, unassigned", std::nullopt, otherTodo, WholeBoard(), moves},
+        RowDropCase{"whole board, on itself", goalB, rowTodo, WholeBoard(), stays},
+    };
+    for (const RowDropCase& each : cases) {
+        const QString text = TodoDragPayload{each.source, each.dragged}.encodedValue();
+        EXPECT_EQ(todoRowDrop(text, each.list, rowTodo), each.expected) << each.name;
+    }
+}
+
+TEST(TodoRowDrops, A_row_refuses_what_is_no_todo)
+{
+    for (const QString& text : {QString(), QStringLiteral("7"), dragText(goalA),
+                                QStringLiteral("kelpa-todo:unassigned:nothing")}) {
+        EXPECT_EQ(todoRowDrop(text, WholeBoard(), rowTodo), TodoRowDrop());
+        EXPECT_EQ(todoRowDrop(text, ColumnID{std::nullopt}, rowTodo), TodoRowDrop());
+    }
 }
 
 } // namespace

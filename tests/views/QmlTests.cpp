@@ -106,7 +106,55 @@ public:
         return {};
     }
 
+    Q_INVOKABLE void addTodo(const QString& title, const QString& goalTitle)
+    {
+        m_store.addTodo(title, goalTitled(goalTitle));
+    }
+    /// As stored, each title with its status: "Read (ing)". Of the unassigned list without a goal.
+    Q_INVOKABLE QStringList todos(const QString& goalTitle) const
+    {
+        QStringList result;
+        for (const TodoItem& todo : listOf(goalTitle))
+            result.append(QStringLiteral("%1 (%2)").arg(todo.title, rawValue(todo.status)));
+        return result;
+    }
+    Q_INVOKABLE QString todoID(const QString& title, const QString& goalTitle) const
+    {
+        for (const TodoItem& todo : listOf(goalTitle))
+            if (todo.title == title)
+                return todo.id.text();
+        return {};
+    }
+    Q_INVOKABLE void removeTodos()
+    {
+        for (const TodoItem& todo : QList<TodoItem>(m_store.unassignedTodos()))
+            m_store.deleteTodo(todo.id, std::nullopt);
+        for (const Goal& goal : QList<Goal>(m_store.goals()))
+            for (const TodoItem& todo : goal.todos)
+                m_store.deleteTodo(todo.id, goal.id);
+    }
+    Q_INVOKABLE QString priorityOf(const QString& goalTitle) const
+    {
+        for (const Goal& goal : m_store.goals())
+            if (goal.title == goalTitle)
+                return rawValue(goal.priority);
+        return {};
+    }
+    Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
+
 private:
+    std::optional<GoalID> goalTitled(const QString& title) const
+    {
+        return GoalID::fromText(columnOfGoal(title));
+    }
+    QList<TodoItem> listOf(const QString& goalTitle) const
+    {
+        for (const Goal& goal : m_store.goals())
+            if (goal.title == goalTitle)
+                return goal.todos;
+        return m_store.unassignedTodos();
+    }
+
     test::FakeDesktop m_desktop;
     test::ManualScheduler m_scheduler;
     test::MemorySettingsStore m_settings;

@@ -71,6 +71,33 @@ QString DesktopEntries::icon(const QString& desktopEntryID)
     return entry != nullptr ? entry->icon : QString();
 }
 
+std::optional<DesktopEntry> DesktopEntries::entry(const QString& desktopEntryID)
+{
+    const std::lock_guard lock(m_mutex);
+    refresh();
+    const DesktopEntry* entry = m_index.entry(desktopEntryID);
+    return entry != nullptr ? std::optional(*entry) : std::nullopt;
+}
+
+std::optional<QString> DesktopEntries::idOfProgram(const QString& program)
+{
+    const std::lock_guard lock(m_mutex);
+    refresh();
+    const DesktopEntry* entry = m_index.find({}, program);
+    return entry != nullptr ? std::optional(entry->id) : std::nullopt;
+}
+
+std::optional<QString> DesktopEntries::idOfWindows(const QString& desktopEntryID)
+{
+    const std::lock_guard lock(m_mutex);
+    refresh();
+    const DesktopEntry* entry = m_index.entry(desktopEntryID);
+    if (entry != nullptr && !entry->startupWmClass.isEmpty()) {
+        entry = m_index.find({{}, {}, entry->startupWmClass, {}, 0}, {});
+    }
+    return entry != nullptr ? std::optional(entry->id) : std::nullopt;
+}
+
 std::uint64_t DesktopEntries::generation()
 {
     const std::lock_guard lock(m_mutex);

@@ -31,6 +31,17 @@ public:
     /// is no such entry or it names none. Any thread but the main one.
     QString icon(const QString& desktopEntryID);
 
+    /// Absent when no entry of exactly this id is installed. Any thread but the main one.
+    std::optional<DesktopEntry> entry(const QString& desktopEntryID);
+
+    /// The entry by which the windows of a program of this file name are known, when the commands
+    /// of the entries tell; absent when none or several would do. Any thread but the main one.
+    std::optional<QString> idOfProgram(const QString& program);
+
+    /// The entry by which the windows of an entry's application are known: the same one, unless
+    /// another one claims their class. Any thread but the main one.
+    std::optional<QString> idOfWindows(const QString& desktopEntryID);
+
     /// Changes whenever the entries were read again. Any thread but the main one.
     std::uint64_t generation();
 

@@ -26,6 +26,11 @@ struct Free
     void operator()(char* text) const { g_free(text); }
 };
 
+struct FreeKeyFile
+{
+    void operator()(GKeyFile* file) const { g_key_file_free(file); }
+};
+
 QString text(GDesktopAppInfo* info, const char* key)
 {
     const std::unique_ptr<char, Free> value(g_desktop_app_info_get_string(info, key));
@@ -65,6 +70,7 @@ std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString&
         return std::nullopt;
     }
     DesktopEntry entry;
+    entry.path = path;
     entry.id = id;
     entry.name = QString::fromUtf8(g_app_info_get_name(G_APP_INFO(info.get()))).trimmed();
     entry.startupWmClass =
@@ -74,6 +80,21 @@ std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString&
     entry.isHiddenFromMenus = g_desktop_app_info_get_nodisplay(info.get()) != FALSE;
     entry.isDeleted = g_desktop_app_info_get_is_hidden(info.get()) != FALSE;
     return entry;
+}
+
+EntryCommands readEntryCommands(const QString& path)
+{
+    const std::unique_ptr<GKeyFile, FreeKeyFile> file(g_key_file_new());
+    if (g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(), G_KEY_FILE_NONE,
+                                  nullptr) == FALSE) {
+        return {};
+    }
+    const auto exec = [&file](const char* group) {
+        const std::unique_ptr<char, Free> value(
+            g_key_file_get_string(file.get(), group, "Exec", nullptr));
+        return QString::fromUtf8(value.get());
+    };
+    return {exec("Desktop Entry"), exec("Desktop Action new-window")};
 }
 
 std::vector<QString> applicationDataDirectories()

@@ -10,6 +10,8 @@ namespace kelpa {
 
 struct DesktopEntry
 {
+    /// Of its file.
+    QString path;
     /// Without ".desktop".
     QString id;
     /// In the language of the process.
@@ -29,6 +31,17 @@ struct DesktopEntry
 /// None when the file is not a usable entry of an application: not a regular file, larger than
 /// 1 MiB, not the format, or its program is not installed. Any thread; reads the disk.
 std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString& id);
+
+/// How an entry starts its application, as in the file; empty what it does not say.
+struct EntryCommands
+{
+    QString exec;
+    /// Of the action "new-window".
+    QString newWindowExec;
+};
+
+/// Any thread; reads the disk.
+EntryCommands readEntryCommands(const QString& path);
 
 /// The directories that hold applications/, icons/ and pixmaps/, the person's own first, as the
 /// environment names them. Any thread.

@@ -1,7 +1,5 @@
 #include "platform/freedesktop/FreedesktopApplications.h"
 
-#include <QCoreApplication>
-
 #include <utility>
 
 namespace kelpa {
@@ -17,11 +15,6 @@ FreedesktopApplications::FreedesktopApplications(DesktopEntries& entries, IconLo
                                                  WindowIcon windowIcon)
     : m_entries(entries), m_lookup(lookup), m_windowIcon(std::move(windowIcon))
 {}
-
-ProcessID FreedesktopApplications::currentProcess() const
-{
-    return static_cast<ProcessID>(QCoreApplication::applicationPid());
-}
 
 QImage FreedesktopApplications::icon(const WindowItem& window, int pixels)
 {

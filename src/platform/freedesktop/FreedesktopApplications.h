@@ -1,7 +1,7 @@
-// The applications of a freedesktop system: identity and icons from the installed entries.
+// The icons of the applications of a freedesktop system.
 #pragma once
 
-#include "platform/Applications.h"
+#include "model/WindowItem.h"
 #include "platform/freedesktop/IconLookup.h"
 
 #include <QHash>
@@ -15,7 +15,7 @@
 
 namespace kelpa {
 
-class FreedesktopApplications final : public Applications
+class FreedesktopApplications
 {
 public:
     /// The picture that a window carries itself, at most so many pixels wide and high; null when it
@@ -25,12 +25,11 @@ public:
     /// `entries` and `lookup` outlive it; `windowIcon` may be empty.
     FreedesktopApplications(DesktopEntries& entries, IconLookup& lookup, WindowIcon windowIcon);
 
-    ProcessID currentProcess() const override;
-
-    /// The installed application's icon comes before the window's own, so that all windows of one
+    /// At most `pixels` wide and high; null when there is none. Any thread but the main one. The
+    /// installed application's icon comes before the window's own, so that all windows of one
     /// application look alike. Icons of applications are kept until the installed entries change;
     /// those of windows are asked for each time, because a window may change its own.
-    QImage icon(const WindowItem& window, int pixels) override;
+    QImage icon(const WindowItem& window, int pixels);
 
 private:
     QImage applicationIcon(const QString& desktopEntryID, int pixels);

@@ -83,12 +83,17 @@ QtScheduler::QtScheduler()
 
 QtScheduler::~QtScheduler()
 {
+    shutDown();
+}
+
+bool QtScheduler::shutDown()
+{
     for (const std::weak_ptr<BackgroundJob>& job : m_receiver->started) {
         if (const std::shared_ptr<BackgroundJob> running = job.lock())
             running->cancel();
     }
     m_finished->shut();
-    m_pool.finish(shutdownLimit);
+    return m_pool.finish(shutdownLimit);
 }
 
 Date QtScheduler::now() const

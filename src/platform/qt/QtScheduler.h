@@ -14,10 +14,10 @@ class FinishedJobs;
 /// Made, used and destroyed on the main thread, beside a QCoreApplication, and not destroyed from
 /// within one of its callbacks. Handles may outlive it.
 ///
-/// Its destruction cancels everything: no callback is called after it. It waits for running work at
-/// most `shutdownLimit`. Work that still runs then (stuck in a read that another process delays) is
-/// left to its thread and ends unheard: it touches only its own values, its function objects are
-/// destroyed on that thread, and the process may end meanwhile.
+/// Its destruction cancels everything, as `shutDown` does: no callback is called after it. Work
+/// that still runs then (stuck in a read that another process delays) is left to its thread and
+/// ends unheard: it touches only its own values, its function objects are destroyed on that thread,
+/// and the process may end meanwhile.
 class QtScheduler final : public Scheduler
 {
 public:
@@ -28,6 +28,11 @@ public:
 
     QtScheduler();
     ~QtScheduler() override;
+
+    /// Cancels all background work and waits for what runs, at most `shutdownLimit`; nothing can be
+    /// started after it. True when no work runs any more. To be called before what the work refers
+    /// to is destroyed; when it gives false, that must live until the process ends.
+    bool shutDown();
 
     Date now() const override;
     [[nodiscard]] TaskHandle repeat(Duration interval, std::function<void()> tick) override;

@@ -60,14 +60,14 @@ void WorkerPool::work(const std::shared_ptr<State>& state)
     state->changed.notify_all();
 }
 
-void WorkerPool::finish(std::chrono::milliseconds limit)
+bool WorkerPool::finish(std::chrono::milliseconds limit)
 {
     std::deque<std::function<void()>> dropped;
     std::unique_lock lock(m_state->mutex);
     m_state->isEnding = true;
     dropped.swap(m_state->tasks);
     m_state->changed.notify_all();
-    m_state->changed.wait_for(lock, limit, [this] { return m_state->threads == 0; });
+    return m_state->changed.wait_for(lock, limit, [this] { return m_state->threads == 0; });
 }
 
 } // namespace kelpa

@@ -21,7 +21,8 @@ public:
     void start(std::function<void()> task);
 
     /// Drops what waits and waits up to `limit` for what runs; no task can be started after it.
-    void finish(std::chrono::milliseconds limit);
+    /// Whether every thread has ended.
+    bool finish(std::chrono::milliseconds limit);
 
 private:
     struct State;

@@ -14,12 +14,17 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "UTF8_STRING",
     "COMPOUND_TEXT",
     "WM_STATE",
+    "WM_PROTOCOLS",
+    "WM_DELETE_WINDOW",
+    "WM_TAKE_FOCUS",
+    "WM_CHANGE_STATE",
     "_NET_SUPPORTED",
     "_NET_SUPPORTING_WM_CHECK",
     "_NET_CLIENT_LIST",
     "_NET_CLIENT_LIST_STACKING",
     "_NET_CURRENT_DESKTOP",
     "_NET_ACTIVE_WINDOW",
+    "_NET_CLOSE_WINDOW",
     "_NET_WM_NAME",
     "_NET_WM_PID",
     "_NET_WM_DESKTOP",
@@ -49,6 +54,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_KELPA_WINDOW_NUMBER",
     "_KELPA_NUMBER_COUNTER",
     "_KELPA_NUMBERS",
+    "_KELPA_TIME",
 };
 
 static_assert(!atomNames.back().empty(), "every atom has a name");

@@ -9,18 +9,30 @@
 
 namespace kelpa::x11 {
 
+class WindowActor;
+
+/// The elements are the windows that the window server has listed and numbered. A window manager
+/// knows one request for un-minimising, giving the keyboard and raising, so the first of an
+/// element's requests does all of it and the others see to it that it stayed so: asked for one
+/// window after the other, the windows end up in that order.
 class X11Accessibility : public Accessibility
 {
 public:
-    /// `trust` as the window server keeps it.
-    explicit X11Accessibility(std::shared_ptr<const DesktopTrust> trust) : m_trust(std::move(trust))
+    /// `trust` as the window server keeps it; `actor` outlives this object and its elements.
+    X11Accessibility(std::shared_ptr<const DesktopTrust> trust, WindowActor& actor)
+        : m_trust(std::move(trust)), m_actor(actor)
     {}
 
     /// True while an EWMH window manager runs.
     bool isTrusted() const override { return m_trust->hasWindowManager; }
+    /// Nobody grants it on X11, so there is nobody to ask: the same as `isTrusted`.
+    bool requestTrust() override { return isTrusted(); }
+
+    std::optional<AccessibilityElements> elements(ProcessID process) override;
 
 private:
     std::shared_ptr<const DesktopTrust> m_trust;
+    WindowActor& m_actor;
 };
 
 } // namespace kelpa::x11

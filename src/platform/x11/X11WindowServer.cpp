@@ -95,6 +95,22 @@ std::optional<std::uint32_t> X11WindowServer::clientWindow(WindowID number) cons
     return it == m_windows.end() ? std::nullopt : std::optional(it->second);
 }
 
+std::optional<WindowCapture> X11WindowServer::captureWindow(WindowID window, int longestSide,
+                                                            CaptureNeed need,
+                                                            const std::stop_token& stop)
+{
+    const std::optional<std::uint32_t> client = clientWindow(window);
+    if (!client) {
+        return std::nullopt;
+    }
+    std::vector<CaptureTarget> others;
+    {
+        const std::scoped_lock lock(m_windowsMutex);
+        others = m_capturable;
+    }
+    return m_capturer.capture({window, *client}, others, longestSide, need, stop);
+}
+
 XcbTraffic X11WindowServer::traffic() const
 {
     const std::scoped_lock lock(m_lookMutex);
@@ -188,13 +204,18 @@ std::vector<std::uint32_t> X11WindowServer::forgetEnded()
 void X11WindowServer::publishWindows(const std::vector<ClientWindow>& clients)
 {
     std::map<WindowID, std::uint32_t> windows;
+    std::vector<CaptureTarget> capturable;
     for (const ClientWindow& client : clients) {
         if (client.number) {
             windows[*client.number] = client.window;
         }
+        if (client.number && client.isViewable && layer(client) == 0) {
+            capturable.push_back({*client.number, client.window});
+        }
     }
     const std::scoped_lock lock(m_windowsMutex);
     m_windows = std::move(windows);
+    m_capturable = std::move(capturable);
 }
 
 std::unique_ptr<DiscoverySource> X11WindowServer::absent()

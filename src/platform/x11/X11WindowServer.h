@@ -8,6 +8,7 @@
 #include "platform/x11/DesktopReader.h"
 #include "platform/x11/DesktopTrust.h"
 #include "platform/x11/DisplayConnector.h"
+#include "platform/x11/WindowCapturer.h"
 #include "platform/x11/WindowNumbers.h"
 #include "platform/x11/XcbConnection.h"
 
@@ -46,7 +47,12 @@ public:
 
     /// True when an EWMH window manager runs and the server has Composite.
     bool isScreenCaptureTrusted() const override;
+    /// There is no one to ask: what the display offers is there for every client.
+    bool requestScreenCapture() override { return isScreenCaptureTrusted(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
+    /// Known are the windows of the last look.
+    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed need,
+                                               const std::stop_token& stop) override;
     /// The watch also keeps the trust up to date, so that it returns with a window manager.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchWindows(std::function<void()> changed) override;
@@ -64,6 +70,10 @@ public:
 
     /// What the present connection has cost so far. Any thread; waits for a look in progress.
     XcbTraffic traffic() const;
+    /// What the present connection for captures has cost so far, and brought. Any thread; waits for
+    /// a capture in progress.
+    XcbTraffic captureTraffic() const { return m_capturer.traffic(); }
+    CaptureCounts captureCounts() const { return m_capturer.counts(); }
 
 private:
     bool connect();
@@ -86,6 +96,9 @@ private:
 
     mutable std::mutex m_windowsMutex;
     std::map<WindowID, std::uint32_t> m_windows;
+    /// Those of them that can be captured, from top to bottom.
+    std::vector<CaptureTarget> m_capturable;
+    WindowCapturer m_capturer{m_needs.connector};
 };
 
 } // namespace kelpa::x11

@@ -16,6 +16,9 @@ T.Menu {
     margins: Theme.small
     padding: Theme.tiny
     overlap: 1
+    cascade: true
+    // The item that opens a menu within this one.
+    delegate: AppMenuItem {}
 
     contentItem: ListView {
         implicitWidth: root.widestItem()

@@ -4,18 +4,23 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// An item of a menu with a symbol before its text.
+/// An item of a menu with a symbol before its text. A sign at its end shows the menu that it opens,
+/// or that it is the chosen one of several.
 T.MenuItem {
     id: root
 
     property string symbol
     property color symbolColor: Theme.secondaryText
     property color foreground: Theme.text
+    property bool isChosen: false
+
+    readonly property string endSymbol: root.subMenu !== null ? "chevron-right"
+                                      : root.isChosen ? "check" : ""
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 30
     leftPadding: 10
-    rightPadding: 14
+    rightPadding: root.endSymbol.length > 0 ? 36 : 14
     font: Theme.body
     Accessible.name: root.text
     Accessible.onPressAction: if (root.enabled)
@@ -32,5 +37,14 @@ T.MenuItem {
     background: Rectangle {
         radius: Theme.smallRadius
         color: root.down ? Theme.press : root.highlighted ? Theme.hover : "transparent"
+    }
+
+    AppIcon {
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.endSymbol
+        size: 14
+        visible: root.endSymbol.length > 0
     }
 }

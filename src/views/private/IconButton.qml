@@ -4,19 +4,23 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// A button that shows only a symbol; its text is its accessible name and its tip.
+/// A button that shows only a symbol; its text is its accessible name and, unless it has a help of
+/// its own, its tip.
 T.Button {
     id: root
 
     required property string symbol
     property color color: Theme.secondaryText
     property int size: Theme.controlHeight
+    property int symbolSize: Theme.symbolSize
+    property string help
 
     implicitWidth: root.size
     implicitHeight: root.size
     focusPolicy: Qt.StrongFocus
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
+    Accessible.description: root.help
     Accessible.ignored: !root.visible
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
@@ -28,6 +32,7 @@ T.Button {
         AppIcon {
             anchors.centerIn: parent
             name: root.symbol
+            size: root.symbolSize
             color: root.checked ? Theme.accentText : root.color
         }
     }
@@ -45,7 +50,7 @@ T.Button {
     HoverTip {
         id: tip
 
-        text: root.text
+        text: root.help.length > 0 ? root.help : root.text
         isHovered: root.hovered
     }
 }

@@ -14,7 +14,6 @@
 #include <thread>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace kelpa;
 using namespace std::chrono_literals;
@@ -391,9 +390,4 @@ TEST_F(ApplicationIcons, An_icon_is_kept_until_the_installed_applications_change
     EXPECT_EQ(iconOf(QStringLiteral("mail")), QColor(Qt::red));
     data.writeEntry(QStringLiteral("another"), "Another");
     EXPECT_EQ(iconOf(QStringLiteral("mail")), QColor(Qt::blue));
-}
-
-TEST_F(ApplicationIcons, The_current_process_is_this_one)
-{
-    EXPECT_EQ(applications.currentProcess(), static_cast<ProcessID>(getpid()));
 }

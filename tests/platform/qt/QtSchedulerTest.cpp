@@ -68,6 +68,46 @@ TEST_F(QtSchedulerTest, Now_is_the_time_of_the_calendar)
     EXPECT_LE(now, after);
 }
 
+TEST_F(QtSchedulerTest, Shutting_down_waits_for_running_work_and_drops_its_result)
+{
+    std::atomic<bool> hasStarted = false;
+    std::atomic<bool> hasEnded = false;
+    bool isDelivered = false;
+    const TaskHandle task = scheduler.inBackground(
+        [&](const std::stop_token& stop) {
+            hasStarted = true;
+            while (!stop.stop_requested())
+                std::this_thread::yield();
+            hasEnded = true;
+            return 1;
+        },
+        [&](int) { isDelivered = true; });
+    ASSERT_TRUE(eventually([&] { return hasStarted.load(); }));
+
+    EXPECT_TRUE(scheduler.shutDown());
+    EXPECT_TRUE(hasEnded);
+    runDueEvents();
+    EXPECT_FALSE(isDelivered);
+}
+
+TEST_F(QtSchedulerTest, Shutting_down_tells_of_work_that_is_stuck)
+{
+    std::binary_semaphore stuck(0);
+    std::atomic<bool> hasStarted = false;
+    const TaskHandle task = scheduler.inBackground(
+        [&](const std::stop_token&) {
+            hasStarted = true;
+            stuck.acquire();
+            return 1;
+        },
+        [](int) {});
+    ASSERT_TRUE(eventually([&] { return hasStarted.load(); }));
+
+    EXPECT_FALSE(scheduler.shutDown());
+    stuck.release();
+    EXPECT_TRUE(eventually([&] { return scheduler.shutDown(); }));
+}
+
 TEST_F(QtSchedulerTest, Delayed_work_runs_once_and_not_before_its_time)
 {
     int runs = 0;

@@ -1,3 +1,4 @@
+#include "platform/x11/WindowActor.h"
 #include "platform/x11/X11Accessibility.h"
 #include "support/desktop/X11Desktop.h"
 
@@ -23,7 +24,8 @@ protected:
 TEST_F(WindowServerOnDisplay, Without_a_look_nothing_is_trusted)
 {
     EXPECT_FALSE(server->isScreenCaptureTrusted());
-    EXPECT_FALSE(x11::X11Accessibility(server->trust()).isTrusted());
+    x11::WindowActor actor(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
+    EXPECT_FALSE(x11::X11Accessibility(server->trust(), actor).isTrusted());
 }
 
 TEST_F(WindowServerOnDisplay, Without_a_window_manager_there_is_no_list_and_no_trust)
@@ -36,7 +38,8 @@ TEST_F(WindowServerOnDisplay, Without_a_window_manager_there_is_no_list_and_no_t
 
 TEST_F(WindowServerOnDisplay, Trust_goes_and_comes_with_the_window_manager)
 {
-    const x11::X11Accessibility accessibility(server->trust());
+    x11::WindowActor actor(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
+    const x11::X11Accessibility accessibility(server->trust(), actor);
     std::optional<WindowManager> manager(xServer.display());
     EXPECT_TRUE(server->openDiscoverySource()->isAccessibilityTrusted());
     EXPECT_TRUE(server->isScreenCaptureTrusted());

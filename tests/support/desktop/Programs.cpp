@@ -3,7 +3,10 @@
 #include "support/desktop/TestClient.h"
 #include "support/desktop/WaitUntil.h"
 
+#include <QDir>
+#include <QFile>
 #include <QProcessEnvironment>
+#include <QStandardPaths>
 
 #include <sys/prctl.h>
 
@@ -27,13 +30,49 @@ void end(QProcess& process)
     process.waitForFinished(startTime);
 }
 
+QStringList commandOf(WindowManagerKind kind)
+{
+    switch (kind) {
+    case WindowManagerKind::openbox:
+        return {QStringLiteral("openbox"), QStringLiteral("--sm-disable"),
+                QStringLiteral("--config-file"), QStringLiteral("/etc/xdg/openbox/rc.xml")};
+    case WindowManagerKind::xfwm4:
+        return {QStringLiteral("xfwm4"), QStringLiteral("--compositor=off")};
+    case WindowManagerKind::kwin:
+        return {QStringLiteral("kwin_x11")};
+    case WindowManagerKind::mutter:
+        return {QStringLiteral("mutter"), QStringLiteral("--x11"), QStringLiteral("--sm-disable")};
+    }
+    return {};
+}
+
+/// Four desktops where that is not the default, and nothing that needs a graphics card.
+void writeSettings(const QString& home)
+{
+    const auto write = [&home](const QString& name, const QByteArray& contents) {
+        QFile file(home + u'/' + name);
+        if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
+            qFatal("%s cannot be written", qPrintable(name));
+        }
+    };
+    write(QStringLiteral("kwinrc"), "[Desktops]\nNumber=4\n[Compositing]\nEnabled=false\n");
+    QDir(home).mkpath(QStringLiteral("glib-2.0/settings"));
+    write(QStringLiteral("glib-2.0/settings/keyfile"),
+          "[org/gnome/mutter]\ndynamic-workspaces=false\n"
+          "[org/gnome/desktop/wm/preferences]\nnum-workspaces=4\n");
+}
+
 } // namespace
 
-Program::Program(const QByteArray& display, const QString& program, const QStringList& arguments)
+Program::Program(const QByteArray& display, const QString& program, const QStringList& arguments,
+                 const QMap<QString, QString>& environment)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(display));
-    m_process.setProcessEnvironment(environment);
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(display));
+    for (auto it = environment.begin(); it != environment.end(); ++it) {
+        variables.insert(it.key(), it.value());
+    }
+    m_process.setProcessEnvironment(variables);
     m_process.setStandardOutputFile(QProcess::nullDevice());
     m_process.setStandardErrorFile(QProcess::nullDevice());
     endWithParent(m_process);
@@ -53,17 +92,18 @@ void Program::kill()
     end(m_process);
 }
 
-XServer::XServer()
+XServer::XServer(const QStringList& options)
 {
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     endWithParent(m_process);
     // It writes its display's number to its standard output once it takes connections.
-    m_process.start(QStringLiteral("Xvfb"),
-                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                     QStringLiteral("0"), QStringLiteral("1280x800x24"),
-                     QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-noreset"),
-                     QStringLiteral("-maxclients"), QStringLiteral("512")});
+    const QStringList usual{QStringLiteral("-displayfd"),  QStringLiteral("1"),
+                            QStringLiteral("-screen"),     QStringLiteral("0"),
+                            QStringLiteral("1280x800x24"), QStringLiteral("-nolisten"),
+                            QStringLiteral("tcp"),         QStringLiteral("-noreset"),
+                            QStringLiteral("-maxclients"), QStringLiteral("512")};
+    m_process.start(QStringLiteral("Xvfb"), usual + options);
     while (!m_process.canReadLine()) {
         if (!m_process.waitForReadyRead(startTime)) {
             qFatal("Xvfb cannot be started");
@@ -82,12 +122,43 @@ void XServer::kill()
     end(m_process);
 }
 
-WindowManager::WindowManager(const QByteArray& display)
-    : m_program(display, QStringLiteral("openbox"),
-                {QStringLiteral("--sm-disable"), QStringLiteral("--config-file"),
-                 QStringLiteral("/etc/xdg/openbox/rc.xml")})
+SessionBus::SessionBus(const QString& folder)
+    : m_address(QStringLiteral("unix:path=%1/bus").arg(folder)),
+      m_program({}, QStringLiteral("dbus-daemon"),
+                {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                 QStringLiteral("--address=") + m_address})
 {
-    // openbox announces itself before it manages windows, and a window that is opened in between
+    const QString socket = folder + QStringLiteral("/bus");
+    if (!waitUntil([&] { return QFile::exists(socket); })) {
+        qFatal("dbus-daemon does not start");
+    }
+}
+
+bool isInstalled(WindowManagerKind kind)
+{
+    return !QStandardPaths::findExecutable(commandOf(kind).front()).isEmpty();
+}
+
+WindowManager::WindowManager(const QByteArray& display, WindowManagerKind kind)
+{
+    writeSettings(m_home.path());
+    QMap<QString, QString> environment{
+        {QStringLiteral("HOME"), m_home.path()},
+        {QStringLiteral("XDG_CONFIG_HOME"), m_home.path()},
+        {QStringLiteral("XDG_CACHE_HOME"), m_home.path()},
+        {QStringLiteral("XDG_RUNTIME_DIR"), m_home.path()},
+        {QStringLiteral("GSETTINGS_BACKEND"), QStringLiteral("keyfile")},
+        {QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")},
+        {QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/nonexistent")}};
+    if (kind == WindowManagerKind::xfwm4) {
+        // It does not start without its settings service.
+        m_bus = std::make_unique<SessionBus>(m_home.path());
+        environment[QStringLiteral("DBUS_SESSION_BUS_ADDRESS")] = m_bus->address();
+    }
+    const QStringList command = commandOf(kind);
+    m_program = std::make_unique<Program>(display, command.front(), command.mid(1), environment);
+
+    // Some announce themselves before they manage windows, and a window that is opened in between
     // may have to wait for the next one.
     TestClient client(display);
     for (int attempt = 0; attempt < 40; ++attempt) {
@@ -100,7 +171,7 @@ WindowManager::WindowManager(const QByteArray& display)
             return;
         }
     }
-    qFatal("openbox does not take the display");
+    qFatal("%s does not take the display", qPrintable(command.front()));
 }
 
 } // namespace kelpa::test

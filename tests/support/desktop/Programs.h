@@ -2,9 +2,14 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
+
+#include <cstdint>
+#include <memory>
 
 namespace kelpa::test {
 
@@ -12,8 +17,10 @@ namespace kelpa::test {
 class Program
 {
 public:
-    /// Aborts the test program when `program` cannot be started.
-    Program(const QByteArray& display, const QString& program, const QStringList& arguments);
+    /// Aborts the test program when `program` cannot be started. `environment` comes on top of this
+    /// program's own.
+    Program(const QByteArray& display, const QString& program, const QStringList& arguments,
+            const QMap<QString, QString>& environment = {});
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
     ~Program();
@@ -30,7 +37,8 @@ private:
 class XServer
 {
 public:
-    XServer();
+    /// `options` are added to its command line.
+    explicit XServer(const QStringList& options = {});
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
     ~XServer();
@@ -44,16 +52,38 @@ private:
     QByteArray m_display;
 };
 
-/// openbox; ready when constructed.
+/// A D-Bus session bus of a test's own.
+class SessionBus
+{
+public:
+    /// `folder` is where its socket goes; it outlives the bus.
+    explicit SessionBus(const QString& folder);
+
+    const QString& address() const { return m_address; }
+
+private:
+    QString m_address;
+    Program m_program;
+};
+
+enum class WindowManagerKind : std::uint8_t { openbox, xfwm4, kwin, mutter };
+
+bool isInstalled(WindowManagerKind kind);
+
+/// With four desktops; ready when constructed.
 class WindowManager
 {
 public:
-    explicit WindowManager(const QByteArray& display);
+    explicit WindowManager(const QByteArray& display,
+                           WindowManagerKind kind = WindowManagerKind::openbox);
 
-    void kill() { m_program.kill(); }
+    qint64 processID() const { return m_program->processID(); }
+    void kill() { m_program->kill(); }
 
 private:
-    Program m_program;
+    QTemporaryDir m_home;
+    std::unique_ptr<SessionBus> m_bus;
+    std::unique_ptr<Program> m_program;
 };
 
 } // namespace kelpa::test

@@ -28,6 +28,21 @@ QByteArray bytesOf(const std::vector<std::uint32_t>& values)
     return bytes;
 }
 
+constexpr std::uint8_t translucentDepth = 32;
+
+xcb_visualid_t translucentVisual(xcb_connection_t* connection)
+{
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    auto depths = xcb_screen_allowed_depths_iterator(screen);
+    for (; depths.rem > 0; xcb_depth_next(&depths)) {
+        const xcb_visualtype_iterator_t visuals = xcb_depth_visuals_iterator(depths.data);
+        if (depths.data->depth == translucentDepth && visuals.rem > 0) {
+            return visuals.data->visual_id;
+        }
+    }
+    qFatal("the display has no translucent windows");
+}
+
 } // namespace
 
 TestClient::TestClient(const QByteArray& display)
@@ -53,10 +68,35 @@ TestClient::~TestClient()
 xcb_window_t TestClient::create(const TestWindow& window)
 {
     const xcb_window_t id = xcb_generate_id(m_connection);
-    const std::uint32_t overrideRedirect = window.isOverrideRedirect ? 1 : 0;
-    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, id, m_root, window.x, window.y,
-                      window.width, window.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
+    make(id, window);
+    return id;
+}
+
+void TestClient::openAgain(xcb_window_t id, const TestWindow& window)
+{
+    make(id, window);
+    map(id);
+}
+
+void TestClient::make(xcb_window_t id, const TestWindow& window)
+{
+    std::uint32_t mask = XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT;
+    std::vector<std::uint32_t> values{0, window.isOverrideRedirect ? 1U : 0U};
+    if (window.background) {
+        mask |= XCB_CW_BACK_PIXEL;
+        values.insert(values.begin(), *window.background);
+    }
+    std::uint8_t depth = XCB_COPY_FROM_PARENT;
+    xcb_visualid_t visual = XCB_COPY_FROM_PARENT;
+    if (window.isTranslucent) {
+        depth = translucentDepth;
+        visual = translucentVisual(m_connection);
+        mask |= XCB_CW_COLORMAP;
+        values.push_back(xcb_generate_id(m_connection));
+        xcb_create_colormap(m_connection, XCB_COLORMAP_ALLOC_NONE, values.back(), m_root, visual);
+    }
+    xcb_create_window(m_connection, depth, id, m_root, window.x, window.y, window.width,
+                      window.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual, mask, values.data());
     // WM_NORMAL_HINTS with a position and a size that a person chose, so that they are kept.
     std::vector<std::uint32_t> hints(18, 0);
     hints[0] = 1U | 2U;
@@ -69,7 +109,6 @@ xcb_window_t TestClient::create(const TestWindow& window)
             window.windowClass + '\0' + window.windowClass + QByteArray(1, '\0');
         setProperty(id, "WM_CLASS", XCB_ATOM_STRING, 8, bytes);
     }
-    return id;
 }
 
 xcb_window_t TestClient::open(const TestWindow& window)
@@ -77,6 +116,30 @@ xcb_window_t TestClient::open(const TestWindow& window)
     const xcb_window_t id = create(window);
     map(id);
     return id;
+}
+
+void TestClient::fill(xcb_window_t window, const xcb_rectangle_t& area, std::uint32_t color)
+{
+    const xcb_gcontext_t context = xcb_generate_id(m_connection);
+    xcb_create_gc(m_connection, context, window, XCB_GC_FOREGROUND, &color);
+    xcb_poly_fill_rectangle(m_connection, window, context, 1, &area);
+    xcb_free_gc(m_connection, context);
+    sync();
+}
+
+void TestClient::resize(xcb_window_t window, std::uint16_t width, std::uint16_t height)
+{
+    const std::array<std::uint32_t, 2> size{width, height};
+    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         size.data());
+    sync();
+}
+
+void TestClient::raise(xcb_window_t window)
+{
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    sync();
 }
 
 void TestClient::map(xcb_window_t window)
@@ -209,6 +272,51 @@ bool TestClient::isListed(xcb_window_t window)
 {
     const std::vector<std::uint32_t> clients = words(m_root, "_NET_CLIENT_LIST");
     return std::find(clients.begin(), clients.end(), window) != clients.end();
+}
+
+bool TestClient::isShown(xcb_window_t window)
+{
+    const std::unique_ptr<xcb_get_window_attributes_reply_t, Free> reply(
+        xcb_get_window_attributes_reply(m_connection,
+                                        xcb_get_window_attributes(m_connection, window), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+std::vector<xcb_client_message_event_t> TestClient::messages(const QByteArray& type)
+{
+    sync();
+    const xcb_atom_t wanted = atom(type);
+    std::vector<xcb_client_message_event_t> found;
+    while (true) {
+        const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(m_connection));
+        if (!event) {
+            return found;
+        }
+        if ((event->response_type & 0x7FU) == XCB_CLIENT_MESSAGE) {
+            const void* bytes = event.get();
+            const auto* message = static_cast<const xcb_client_message_event_t*>(bytes);
+            if (message->type == wanted) {
+                found.push_back(*message);
+            }
+        }
+    }
+}
+
+int TestClient::countMessages(const QByteArray& type)
+{
+    return static_cast<int>(messages(type).size());
+}
+
+std::vector<xcb_window_t> TestClient::deletions()
+{
+    const xcb_atom_t wanted = atom("WM_DELETE_WINDOW");
+    std::vector<xcb_window_t> windows;
+    for (const xcb_client_message_event_t& message : messages("WM_PROTOCOLS")) {
+        if (message.data.data32[0] == wanted) {
+            windows.push_back(message.window);
+        }
+    }
+    return windows;
 }
 
 void TestClient::sync()

@@ -218,7 +218,8 @@ Item {
         }
         function test_the_menu_of_a_goal_opens_and_shows_windows() {
             tryVerify(() => columns().length === 2);
-            const button = all(columns()[1], item => item instanceof IconButton)[0];
+            const button = all(columns()[1], item => item instanceof IconButton
+                                                      && item.symbol === "ellipsis")[0];
             const choose = place => {
                 mouseClick(button);
                 for (let i = 0; i < place; ++i)
@@ -233,7 +234,8 @@ Item {
         }
         function test_the_menu_of_a_goal_renames_it() {
             tryVerify(() => columns().length === 2);
-            const button = all(columns()[1], item => item instanceof IconButton)[0];
+            const button = all(columns()[1], item => item instanceof IconButton
+                                                      && item.symbol === "ellipsis")[0];
             renaming.clear();
             mouseClick(button);
             // Past what opens and shows windows.

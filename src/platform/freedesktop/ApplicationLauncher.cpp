@@ -1,0 +1,134 @@
+#include "platform/freedesktop/ApplicationLauncher.h"
+
+#include "platform/freedesktop/DetachedProcess.h"
+#include "platform/freedesktop/UrlHandlers.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <thread>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+constexpr std::chrono::milliseconds recognitionInterval(20);
+
+/// What stands behind a name such as x-terminal-emulator.
+QString programName(const QString& path)
+{
+    const QString real = QFileInfo(path).canonicalFilePath();
+    QString name = QFileInfo(real.isEmpty() ? path : real).fileName();
+    // A script by which a distribution gives a terminal the options of another.
+    if (const QString wrapper = QStringLiteral(".wrapper"); name.endsWith(wrapper)) {
+        name.chop(wrapper.size());
+    }
+    return name;
+}
+
+bool isScript(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(2) == "#!";
+}
+
+} // namespace
+
+ApplicationLauncher::ApplicationLauncher(DesktopEntries& entries,
+                                         std::chrono::milliseconds recognition,
+                                         const QProcessEnvironment& environment)
+    : m_entries(entries), m_recognition(recognition), m_environment(environment)
+{}
+
+std::optional<QString> ApplicationLauncher::launch(LaunchableApplication application,
+                                                   const LaunchSurroundings& surroundings)
+{
+    QProcessEnvironment environment = m_environment;
+    if (!surroundings.display.isEmpty()) {
+        environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(surroundings.display));
+    }
+    environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
+                       QString::fromUtf8(surroundings.startupID));
+    // What this program was started with is not meant for others.
+    environment.remove(QStringLiteral("XDG_ACTIVATION_TOKEN"));
+    environment.remove(QStringLiteral("GIO_LAUNCHED_DESKTOP_FILE"));
+    environment.remove(QStringLiteral("GIO_LAUNCHED_DESKTOP_FILE_PID"));
+    for (const LaunchCandidate& candidate : candidates(application)) {
+        std::optional<QString> expected = foretold(candidate);
+        if (const auto process = startDetached(candidate.command, environment)) {
+            return expected ? expected : recognised(*process);
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<LaunchCandidate> ApplicationLauncher::candidates(LaunchableApplication application)
+{
+    const QStringList folders =
+        m_environment.value(QStringLiteral("PATH")).split(u':', Qt::SkipEmptyParts);
+    const ProgramFinder find = [&folders](const QString& program) {
+        return program.isEmpty() ? QString() : QStandardPaths::findExecutable(program, folders);
+    };
+    if (application == LaunchableApplication::terminal) {
+        return terminalCandidates(m_environment.value(QStringLiteral("TERMINAL")), find);
+    }
+    std::vector<LaunchableEntry> installed;
+    for (const QString& id : chromeEntryIDs() + chromiumEntryIDs()) {
+        if (std::optional<LaunchableEntry> entry = launchable(id)) {
+            installed.push_back(std::move(*entry));
+        }
+    }
+    std::optional<LaunchableEntry> standard;
+    if (const std::optional<QString> id = defaultBrowser()) {
+        standard = launchable(*id);
+    }
+    return browserCandidates(installed, standard, find);
+}
+
+std::optional<LaunchableEntry> ApplicationLauncher::launchable(const QString& desktopEntryID)
+{
+    const std::optional<DesktopEntry> entry = m_entries.entry(desktopEntryID);
+    if (!entry) {
+        return std::nullopt;
+    }
+    const EntryCommands commands = readEntryCommands(entry->path);
+    return LaunchableEntry{entry->id, commands.exec, commands.newWindowExec};
+}
+
+std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& candidate)
+{
+    if (!candidate.desktopEntryID.isEmpty()) {
+        return m_entries.idOfWindows(candidate.desktopEntryID);
+    }
+    const QString name = programName(candidate.command.front());
+    if (std::optional<QString> id = m_entries.idOfProgram(name)) {
+        return id;
+    }
+    if (isScript(candidate.command.front())) {
+        // Its name says nothing of the windows of what it starts.
+        return std::nullopt;
+    }
+    return m_entries.resolve({{}, {}, name, name, 0}).desktopEntryID;
+}
+
+std::optional<QString> ApplicationLauncher::recognised(ProcessID session)
+{
+    const auto end = std::chrono::steady_clock::now() + m_recognition;
+    while (std::chrono::steady_clock::now() < end) {
+        const std::vector<ProcessID> processes = processesOfSession(session);
+        for (const ProcessID process : processes) {
+            if (auto id = m_entries.resolve({{}, {}, {}, {}, process}).desktopEntryID) {
+                return id;
+            }
+        }
+        if (processes.empty()) {
+            return std::nullopt;
+        }
+        std::this_thread::sleep_for(recognitionInterval);
+    }
+    return std::nullopt;
+}
+
+} // namespace kelpa

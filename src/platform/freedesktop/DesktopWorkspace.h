@@ -1,0 +1,28 @@
+// Opening things with the applications that the desktop has for them.
+#pragma once
+
+#include "platform/Scheduler.h"
+#include "platform/Workspace.h"
+
+#include <cstdint>
+#include <map>
+
+namespace kelpa {
+
+class DesktopWorkspace : public Workspace
+{
+public:
+    /// `scheduler` outlives it.
+    explicit DesktopWorkspace(Scheduler& scheduler) : m_scheduler(scheduler) {}
+
+    /// Through xdg-open, which knows each desktop's own way. What no installed application opens is
+    /// not opened, and nothing is said of it: xdg-open would try one browser after the other.
+    void requestOpen(const QUrl& url) override;
+
+private:
+    Scheduler& m_scheduler;
+    std::uint64_t m_next = 0;
+    std::map<std::uint64_t, TaskHandle> m_tasks;
+};
+
+} // namespace kelpa

@@ -1,0 +1,42 @@
+#include "platform/freedesktop/UrlHandlers.h"
+
+#include <gio/gio.h>
+
+#include <memory>
+
+namespace kelpa {
+
+namespace {
+
+struct Unref
+{
+    void operator()(GAppInfo* info) const { g_object_unref(info); }
+};
+
+using Application = std::unique_ptr<GAppInfo, Unref>;
+
+} // namespace
+
+bool hasHandler(const QString& scheme)
+{
+    return !scheme.isEmpty() &&
+           Application(g_app_info_get_default_for_uri_scheme(scheme.toUtf8().constData())) !=
+               nullptr;
+}
+
+std::optional<QString> defaultBrowser()
+{
+    Application browser(g_app_info_get_default_for_uri_scheme("https"));
+    if (!browser) {
+        browser.reset(g_app_info_get_default_for_type("text/html", TRUE));
+    }
+    const char* id = browser ? g_app_info_get_id(browser.get()) : nullptr;
+    if (id == nullptr) {
+        return std::nullopt;
+    }
+    const QString name = QString::fromUtf8(id);
+    const QString suffix = QStringLiteral(".desktop");
+    return name.endsWith(suffix) ? name.chopped(suffix.size()) : name;
+}
+
+} // namespace kelpa

@@ -1,0 +1,358 @@
+#include "platform/x11/WindowActor.h"
+
+#include "platform/x11/DesktopReader.h"
+#include "platform/x11/DisplayLink.h"
+#include "platform/x11/XcbReply.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
+namespace kelpa::x11 {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+/// What asks is a tool in the person's hand, not the window's own application: window managers let
+/// it pass where they would keep an application from taking the keyboard.
+constexpr std::uint32_t fromPager = 2;
+constexpr std::uint32_t iconicState = 3;
+constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
+constexpr std::uint32_t mostProtocols = 64;
+
+/// In WM_HINTS: the second word counts where the first has this bit.
+constexpr std::uint32_t inputHint = 1;
+
+PropertyReply ask(DisplayLink& link, xcb_window_t window, xcb_atom_t name, std::uint32_t length)
+{
+    return PropertyReply(link.connection(), std::uint8_t{0}, window, name,
+                         xcb_atom_t{XCB_GET_PROPERTY_TYPE_ANY}, 0U, length);
+}
+
+void tellManager(DisplayLink& link, xcb_window_t window, Atom message,
+                 const std::array<std::uint32_t, 5>& data)
+{
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = link.atoms()[message];
+    std::copy(data.begin(), data.end(), std::begin(event.data.data32));
+    const void* bytes = &event;
+    xcb_send_event(link.connection().raw(), 0, link.connection().root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   static_cast<const char*>(bytes));
+}
+
+bool contains(const std::vector<xcb_atom_t>& atoms, xcb_atom_t atom)
+{
+    return std::find(atoms.begin(), atoms.end(), atom) != atoms.end();
+}
+
+bool hasCloseButton(const ClientWindow& client)
+{
+    return !client.isOverrideRedirect && client.kind != WindowKind::dock &&
+           client.kind != WindowKind::desktop && client.kind != WindowKind::passing;
+}
+
+/// Whether anything has arrived from the server by `end`; what has arrived is thrown away, it only
+/// tells that it is worth looking again.
+bool awaitEvent(XcbConnection& connection, Clock::time_point end)
+{
+    bool hasArrived = false;
+    while (connection.pollEvent()) {
+        hasArrived = true;
+    }
+    if (hasArrived) {
+        return true;
+    }
+    const auto left = std::chrono::ceil<milliseconds>(end - Clock::now());
+    pollfd watched{connection.fileDescriptor(), POLLIN, 0};
+    return left.count() > 0 && poll(&watched, 1, static_cast<int>(left.count())) > 0 &&
+           !connection.isBroken();
+}
+
+} // namespace
+
+/// What must be known of a window and of the desktop before asking for anything.
+struct WindowActor::Outlook
+{
+    /// The window is there and is the one that is meant.
+    bool isSame = false;
+    /// It takes the keyboard when it is given to it.
+    bool takesFocus = true;
+    std::uint32_t active = XCB_WINDOW_NONE;
+    /// The desktop to go to first; absent when it is the one that is shown.
+    std::optional<std::uint32_t> desktop;
+};
+
+WindowActor::WindowActor(std::shared_ptr<DisplayConnector> connector, ClientWindowOf clientWindowOf,
+                         const ActingLimits& limits)
+    : m_connector(std::move(connector)), m_clientWindowOf(std::move(clientWindowOf)),
+      m_limits(limits), m_patience(limits.row)
+{}
+
+WindowActor::~WindowActor() = default;
+
+bool WindowActor::connect()
+{
+    if (m_link && !m_link->connection().isBroken()) {
+        return true;
+    }
+    m_asked.reset();
+    m_link = m_connector->open();
+    if (!m_link) {
+        return false;
+    }
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    XcbConnection& connection = m_link->connection();
+    for (const xcb_window_t window : {connection.root(), m_link->ownWindow()}) {
+        xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);
+    }
+    return true;
+}
+
+std::optional<WindowActor::Windows> WindowActor::windows(ProcessID process)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    return readWindows(process);
+}
+
+std::optional<WindowActor::Windows> WindowActor::readWindows(ProcessID process)
+{
+    if (!connect()) {
+        return std::nullopt;
+    }
+    const RootReading root = readRoot(*m_link);
+    ClientsReading reading = readClients(*m_link, root, [](xcb_window_t) { return true; });
+    if (m_link->connection().isBroken() || !reading.hasWindowManager || !root.clients) {
+        return std::nullopt;
+    }
+    Windows windows;
+    windows.context = root.context;
+    for (ClientReading& each : reading.clients) {
+        if (each.client.process != process) {
+            continue;
+        }
+        // Anyone can write a tag; the listing knows whose it is.
+        const std::optional<std::uint32_t> tag = each.sighting.tag;
+        if (tag && m_clientWindowOf(*tag) == each.client.window) {
+            each.client.number = *tag;
+        }
+        windows.clients.push_back(std::move(each.client));
+    }
+    return windows;
+}
+
+WindowActor::Outlook WindowActor::outlook(const WindowTarget& target)
+{
+    const AtomTable& atoms = m_link->atoms();
+    const xcb_window_t root = m_link->connection().root();
+    PropertyReply tag = ask(*m_link, target.window, atoms[Atom::kelpaWindowNumber], 1);
+    PropertyReply desktop = ask(*m_link, target.window, atoms[Atom::netWmDesktop], 1);
+    PropertyReply hints = ask(*m_link, target.window, XCB_ATOM_WM_HINTS, 2);
+    PropertyReply protocols = ask(*m_link, target.window, atoms[Atom::wmProtocols], mostProtocols);
+    PropertyReply active = ask(*m_link, root, atoms[Atom::netActiveWindow], 1);
+    PropertyReply current = ask(*m_link, root, atoms[Atom::netCurrentDesktop], 1);
+
+    Outlook outlook;
+    outlook.isSame = word(propertyOf(tag.get()), XCB_ATOM_CARDINAL) == target.number;
+    const std::vector<std::uint32_t> flags =
+        words(propertyOf(hints.get()), xcb_atom_t{XCB_ATOM_WM_HINTS});
+    const bool declines = flags.size() > 1 && (flags[0] & inputHint) != 0 && flags[1] == 0;
+    outlook.takesFocus = !declines || contains(words(propertyOf(protocols.get()), XCB_ATOM_ATOM),
+                                               atoms[Atom::wmTakeFocus]);
+    outlook.active = word(propertyOf(active.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
+    const auto own = word(propertyOf(desktop.get()), XCB_ATOM_CARDINAL);
+    if (own && *own != everyDesktop &&
+        own != word(propertyOf(current.get()), XCB_ATOM_CARDINAL).value_or(*own)) {
+        outlook.desktop = own;
+    }
+    return outlook;
+}
+
+std::optional<std::uint32_t> WindowActor::freshTime()
+{
+    // Nothing is appended, but the server says when.
+    XcbConnection& connection = m_link->connection();
+    while (connection.pollEvent()) {
+    }
+    const xcb_atom_t property = m_link->atoms()[Atom::kelpaTime];
+    xcb_change_property(connection.raw(), XCB_PROP_MODE_APPEND, m_link->ownWindow(), property,
+                        XCB_ATOM_CARDINAL, 32, 0, nullptr);
+    // The notice comes before any later answer.
+    PropertyReply barrier = ask(*m_link, m_link->ownWindow(), property, 0);
+    barrier.get();
+    std::optional<std::uint32_t> time;
+    while (const XcbEvent event = connection.queuedEvent()) {
+        if ((event->response_type & 0x7FU) == XCB_PROPERTY_NOTIFY) {
+            const void* bytes = event.get();
+            const auto* notice = static_cast<const xcb_property_notify_event_t*>(bytes);
+            if (notice->window == m_link->ownWindow() && notice->atom == property) {
+                time = notice->time;
+            }
+        }
+    }
+    return time;
+}
+
+std::optional<std::uint32_t> WindowActor::serverTime()
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    return connect() ? freshTime() : std::nullopt;
+}
+
+std::uint32_t WindowActor::activeWindow()
+{
+    PropertyReply active =
+        ask(*m_link, m_link->connection().root(), m_link->atoms()[Atom::netActiveWindow], 1);
+    return word(propertyOf(active.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
+}
+
+bool WindowActor::isDialogOf(std::uint32_t dialog, std::uint32_t window)
+{
+    const XcbConnection& connection = m_link->connection();
+    if (dialog == XCB_WINDOW_NONE || connection.clientOf(dialog) != connection.clientOf(window)) {
+        return false;
+    }
+    PropertyReply owner = ask(*m_link, dialog, XCB_ATOM_WM_TRANSIENT_FOR, 1);
+    return word(propertyOf(owner.get()), XCB_ATOM_WINDOW) == window;
+}
+
+bool WindowActor::isInFront(const WindowTarget& target)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    return connect() && m_asked == target && activeWindow() == m_activeThen;
+}
+
+bool WindowActor::awaitActive(const WindowTarget& target, std::uint32_t before)
+{
+    XcbConnection& connection = m_link->connection();
+    const auto begin = Clock::now();
+    const auto end = begin + std::min(m_limits.confirmation, m_patience);
+    do {
+        const std::uint32_t active = activeWindow();
+        // A window that waits for an answer to its dialog passes the keyboard on to that.
+        if (active == target.window || (active != before && isDialogOf(active, target.window))) {
+            m_patience = m_limits.row;
+            m_activeThen = active;
+            return true;
+        }
+    } while (awaitEvent(connection, end));
+    const auto waited = std::chrono::ceil<milliseconds>(Clock::now() - begin);
+    m_patience = std::max(milliseconds(0), m_patience - waited);
+    return false;
+}
+
+bool WindowActor::bringForward(const WindowTarget& target)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    return connect() && bringForwardLocked(target);
+}
+
+bool WindowActor::bringForwardLocked(const WindowTarget& target)
+{
+    if (Clock::now() - m_lastAsked > m_limits.pause) {
+        m_patience = m_limits.row;
+    }
+    m_asked = target;
+    m_activeThen.reset();
+    bool isDone = false;
+    constexpr int attempts = 2;
+    for (int attempt = 0; attempt < attempts && !isDone; ++attempt) {
+        const std::uint32_t time = freshTime().value_or(XCB_CURRENT_TIME);
+        const Outlook seen = outlook(target);
+        if (!seen.isSame) {
+            break;
+        }
+        if (seen.desktop) {
+            tellManager(*m_link, m_link->connection().root(), Atom::netCurrentDesktop,
+                        {*seen.desktop, time, 0, 0, 0});
+        }
+        tellManager(*m_link, target.window, Atom::netActiveWindow,
+                    {fromPager, time, XCB_WINDOW_NONE, 0, 0});
+        m_link->connection().flush();
+        if (!seen.takesFocus || m_patience.count() <= 0) {
+            break;
+        }
+        isDone = awaitActive(target, seen.active);
+    }
+    m_lastAsked = Clock::now();
+    return isDone;
+}
+
+void WindowActor::minimize(const WindowTarget& target)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    if (!connect() || !outlook(target).isSame) {
+        return;
+    }
+    tellManager(*m_link, target.window, Atom::wmChangeState, {iconicState, 0, 0, 0, 0});
+    m_link->connection().flush();
+}
+
+void WindowActor::bringApplicationForward(ProcessID process)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    if (!connect()) {
+        return;
+    }
+    const std::uint32_t active = activeWindow();
+    // The application comes with the window of it that was just asked for, also when the window
+    // manager takes its time: another of its windows must not get in front of that one.
+    const bool isUnderWay = !m_activeThen && Clock::now() - m_lastAsked < m_limits.pause;
+    if (m_asked && m_asked->process == process && (isUnderWay || m_activeThen == active)) {
+        return;
+    }
+    const std::optional<Windows> own = readWindows(process);
+    if (!own || std::any_of(own->clients.begin(), own->clients.end(),
+                            [&](const ClientWindow& each) { return each.window == active; })) {
+        return;
+    }
+    const auto top =
+        std::find_if(own->clients.begin(), own->clients.end(), [](const ClientWindow& each) {
+            return each.number.has_value() && layer(each) == 0;
+        });
+    if (top != own->clients.end()) {
+        bringForwardLocked({top->window, *top->number, process});
+    }
+}
+
+void WindowActor::closeWindows(ProcessID process)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    const std::optional<Windows> own = readWindows(process);
+    if (!own) {
+        return;
+    }
+    const AtomTable& atoms = m_link->atoms();
+    std::vector<std::pair<xcb_window_t, PropertyReply>> questions;
+    for (const ClientWindow& client : own->clients) {
+        if (hasCloseButton(client)) {
+            questions.emplace_back(client.window, ask(*m_link, client.window,
+                                                      atoms[Atom::wmProtocols], mostProtocols));
+        }
+    }
+    const std::uint32_t time = freshTime().value_or(XCB_CURRENT_TIME);
+    for (auto& [window, protocols] : questions) {
+        if (contains(words(propertyOf(protocols.get()), XCB_ATOM_ATOM),
+                     atoms[Atom::wmDeleteWindow])) {
+            tellManager(*m_link, window, Atom::netCloseWindow, {time, fromPager, 0, 0, 0});
+        }
+    }
+    m_link->connection().flush();
+}
+
+} // namespace kelpa::x11

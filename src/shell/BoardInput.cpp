@@ -1,0 +1,153 @@
+#include "shell/BoardInput.h"
+
+#include "store/WindowStore.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+namespace kelpa {
+
+namespace {
+
+bool isTextInput(const QQuickItem& item)
+{
+    return item.flags().testFlag(QQuickItem::ItemAcceptsInputMethod);
+}
+
+/// Menus and sheets live in the window's overlay.
+bool isInPopup(const QQuickItem* item)
+{
+    for (; item != nullptr; item = item->parentItem()) {
+        if (item->inherits("QQuickOverlay"))
+            return true;
+    }
+    return false;
+}
+
+/// Whether the person went to the item with the keyboard. A button that was clicked has the
+/// keyboard too, but nobody knows.
+bool isKeyboardFocused(const QQuickItem& item)
+{
+    const QVariant visualFocus = item.property("visualFocus");
+    return visualFocus.isValid() ? visualFocus.toBool() : item.activeFocusOnTab();
+}
+
+KeyboardFocus keyboardFocus(const QQuickItem* item)
+{
+    if (item == nullptr)
+        return KeyboardFocus::board;
+    // A field in a sheet is the sheet's: an arrow must not leave it.
+    if (isInPopup(item))
+        return KeyboardFocus::popup;
+    if (isTextInput(*item))
+        return KeyboardFocus::textInput;
+    return isKeyboardFocused(*item) ? KeyboardFocus::control : KeyboardFocus::board;
+}
+
+} // namespace
+
+BoardKey boardKey(const QKeyEvent& event)
+{
+    const auto foreign = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if ((event.modifiers() & foreign) != 0)
+        return BoardKey::other;
+    switch (event.key()) {
+    case Qt::Key_Left:
+        return BoardKey::left;
+    case Qt::Key_Right:
+        return BoardKey::right;
+    case Qt::Key_Up:
+        return BoardKey::up;
+    case Qt::Key_Down:
+        return BoardKey::down;
+    case Qt::Key_Space:
+        return BoardKey::space;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return BoardKey::enter;
+    case Qt::Key_Escape:
+        return BoardKey::escape;
+    default:
+        return BoardKey::other;
+    }
+}
+
+BoardInput::BoardInput(QQuickWindow& window, WindowStore& store) : m_window(window), m_store(store)
+{
+    m_window.installEventFilter(this);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+            [this](Qt::ApplicationState state) {
+                if (state != Qt::ApplicationActive)
+                    resignTextInputFocus();
+            });
+}
+
+BoardInput::~BoardInput() = default;
+
+bool BoardInput::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress)
+        return handleKey(*static_cast<QKeyEvent*>(event));
+    if (event->type() == QEvent::MouseButtonPress) {
+        const auto* const press = static_cast<QMouseEvent*>(event);
+        if (press->button() == Qt::LeftButton || press->button() == Qt::RightButton)
+            resignTextInputFocusIfOutside(press->position());
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+KeyContext BoardInput::context() const
+{
+    return {.isBoardActive = m_window.isActive() && m_window.isVisible(),
+            .focus = keyboardFocus(m_window.activeFocusItem()),
+            .navigation = m_store.boardNavigation()};
+}
+
+bool BoardInput::handleKey(const QKeyEvent& event)
+{
+    const KeyDecision decision = decideKey(boardKey(event), context());
+    if (decision.leavesFocus) {
+        m_store.cancelTodoEditor();
+        if (QQuickItem* const item = m_window.activeFocusItem())
+            item->setFocus(false);
+    }
+    if (!decision.command)
+        return false;
+    carryOut(*decision.command);
+    return true;
+}
+
+void BoardInput::carryOut(const BoardCommand& command)
+{
+    if (const auto* const move = std::get_if<MoveTargetSelection>(&command))
+        m_store.moveTargetSelection(move->direction);
+    else if (const auto* const step = std::get_if<MoveWindowSelection>(&command))
+        m_store.moveWindowSelection(step->direction);
+    else if (const auto* const request = std::get_if<RequestAddTodo>(&command))
+        m_store.requestAddTodo(request->goalID);
+    else if (std::holds_alternative<ActivateSelection>(command))
+        m_store.activateSelection();
+    else
+        m_store.returnToTargetSelection();
+}
+
+void BoardInput::resignTextInputFocus()
+{
+    QQuickItem* const item = m_window.activeFocusItem();
+    if (item != nullptr && isTextInput(*item))
+        item->setFocus(false);
+}
+
+void BoardInput::resignTextInputFocusIfOutside(const QPointF& position)
+{
+    const QQuickItem* const item = m_window.activeFocusItem();
+    if (item == nullptr || !isTextInput(*item))
+        return;
+    if (!item->contains(item->mapFromScene(position)))
+        resignTextInputFocus();
+}
+
+} // namespace kelpa

@@ -1,0 +1,44 @@
+// Brings the keys and clicks of the main window to the store.
+#pragma once
+
+#include "shell/KeyRouting.h"
+
+#include <QObject>
+#include <QPointF>
+
+class QKeyEvent;
+class QQuickItem;
+class QQuickWindow;
+
+namespace kelpa {
+
+class WindowStore;
+
+/// Which of the board's keys an event is; `other` for any further key, and for one that is pressed
+/// together with Control, Alt or Super, which belongs to somebody else.
+BoardKey boardKey(const QKeyEvent& event);
+
+/// Looks at the window's events before anybody else. Main thread.
+class BoardInput : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Both outlive it.
+    BoardInput(QQuickWindow& window, WindowStore& store);
+    ~BoardInput() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    KeyContext context() const;
+    bool handleKey(const QKeyEvent& event);
+    void carryOut(const BoardCommand& command);
+    void resignTextInputFocus();
+    void resignTextInputFocusIfOutside(const QPointF& position);
+
+    QQuickWindow& m_window;
+    WindowStore& m_store;
+};
+
+} // namespace kelpa

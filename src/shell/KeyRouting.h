@@ -1,0 +1,75 @@
+// What a key press does on the board: a decision from where the keyboard is and what is selected.
+#pragma once
+
+#include "navigation/BoardNavigationState.h"
+
+#include <cstdint>
+#include <optional>
+#include <variant>
+
+namespace kelpa {
+
+/// The keys that drive the board. Keypad Enter counts as Return.
+enum class BoardKey : std::uint8_t { left, right, up, down, space, enter, escape, other };
+
+/// Who has the keyboard within the main window.
+enum class KeyboardFocus : std::uint8_t {
+    /// Nobody: the board itself.
+    board,
+    /// A field in which one types.
+    textInput,
+    /// A button or card that the person went to with the Tab key.
+    control,
+    /// An open menu or sheet, which has keys of its own.
+    popup,
+};
+
+struct KeyContext
+{
+    /// Kelpa has the keyboard and its window is on the screen.
+    bool isBoardActive = false;
+    KeyboardFocus focus = KeyboardFocus::board;
+    BoardNavigationState navigation;
+};
+
+struct MoveTargetSelection
+{
+    NavigationDirection direction;
+    friend bool operator==(const MoveTargetSelection&, const MoveTargetSelection&) = default;
+};
+struct MoveWindowSelection
+{
+    NavigationDirection direction;
+    friend bool operator==(const MoveWindowSelection&, const MoveWindowSelection&) = default;
+};
+struct ActivateSelection
+{
+    friend bool operator==(const ActivateSelection&, const ActivateSelection&) = default;
+};
+struct ReturnToTargetSelection
+{
+    friend bool operator==(const ReturnToTargetSelection&,
+                           const ReturnToTargetSelection&) = default;
+};
+struct RequestAddTodo
+{
+    GoalID goalID;
+    friend bool operator==(const RequestAddTodo&, const RequestAddTodo&) = default;
+};
+
+using BoardCommand = std::variant<MoveTargetSelection, MoveWindowSelection, ActivateSelection,
+                                  ReturnToTargetSelection, RequestAddTodo>;
+
+struct KeyDecision
+{
+    /// First the todo editor is cancelled and whoever has the keyboard gives it back to the board.
+    bool leavesFocus = false;
+    /// Absent: the key is passed on to whoever has the keyboard.
+    std::optional<BoardCommand> command;
+
+    friend bool operator==(const KeyDecision&, const KeyDecision&) = default;
+};
+
+KeyDecision decideKey(BoardKey key, const KeyContext& context);
+
+} // namespace kelpa

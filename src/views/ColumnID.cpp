@@ -1,0 +1,24 @@
+#include "views/ColumnID.h"
+
+namespace kelpa {
+
+namespace {
+
+constexpr QStringView unassignedText = u"kelpa-unassigned";
+
+} // namespace
+
+QString columnText(std::optional<GoalID> goalID)
+{
+    return goalID ? goalID->text() : unassignedText.toString();
+}
+
+std::optional<ColumnID> columnFromText(QStringView text)
+{
+    if (text == unassignedText)
+        return ColumnID{std::nullopt};
+    const std::optional<GoalID> goalID = GoalID::fromText(text);
+    return goalID ? std::optional(ColumnID{goalID}) : std::nullopt;
+}
+
+} // namespace kelpa

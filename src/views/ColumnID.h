@@ -1,0 +1,26 @@
+// How a column of the board is named in QML.
+#pragma once
+
+#include "model/Identifiers.h"
+
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+
+namespace kelpa {
+
+/// The text that names a column in QML: the goal's UUID, or "kelpa-unassigned".
+QString columnText(std::optional<GoalID> goalID);
+
+/// A column that a text of `columnText` names.
+struct ColumnID
+{
+    std::optional<GoalID> goalID;
+    friend bool operator==(const ColumnID&, const ColumnID&) = default;
+};
+
+/// None for any text that `columnText` could not have given.
+std::optional<ColumnID> columnFromText(QStringView text);
+
+} // namespace kelpa

@@ -1,0 +1,226 @@
+#include "views/TodoController.h"
+
+#include "model/Text.h"
+#include "store/WindowStore.h"
+#include "text/KelpaCopy.h"
+#include "views/BoardDrop.h"
+#include "views/GoalListModel.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace kelpa {
+
+namespace {
+
+struct TodoPlace
+{
+    TodoID todoID;
+    std::optional<GoalID> goalID;
+};
+
+std::optional<TodoPlace> placeFromTexts(const QString& todoID, const QString& columnID)
+{
+    const std::optional<TodoID> todo = TodoID::fromText(todoID);
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    return todo && column ? std::optional(TodoPlace{*todo, column->goalID}) : std::nullopt;
+}
+
+std::optional<TodoList> todoListFromText(const QString& listID)
+{
+    if (listID == unifiedTodosText)
+        return TodoList(WholeBoard());
+    const std::optional<ColumnID> column = columnFromText(listID);
+    return column ? std::optional(TodoList(*column)) : std::nullopt;
+}
+
+} // namespace
+
+TodoController::TodoController(WindowStore& store, QObject* parent)
+    : QObject(parent), m_store(store),
+      m_isUnifiedSelected(store.boardNavigation().target.isUnifiedTodos())
+{
+    for (const auto signal : {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
+                              &WindowStore::languageChanged})
+        connect(&store, signal, this, &TodoController::entriesChanged);
+    connect(&store, &WindowStore::todoEditorGoalIDChanged, this,
+            &TodoController::editorColumnIDChanged);
+    connect(&store, &WindowStore::todoEditorRequestIDChanged, this, [this] {
+        m_isEditorRequestOpen = m_store.todoEditorGoalID().has_value();
+        Q_EMIT editorRequested();
+    });
+    connect(&store, &WindowStore::boardNavigationChanged, this, &TodoController::updateSelection);
+}
+
+QString TodoController::editorColumnID() const
+{
+    const std::optional<GoalID> goalID = m_store.todoEditorGoalID();
+    return goalID ? columnText(goalID) : QString();
+}
+
+QStringList TodoController::priorities() const
+{
+    QStringList result;
+    for (const GoalPriority priority : allGoalPriorities)
+        result.append(rawValue(priority));
+    return result;
+}
+
+QString TodoController::prioritySymbol(const QString& priority) const
+{
+    const std::optional<GoalPriority> known = goalPriorityFromRawValue(priority);
+    return known ? kelpa::prioritySymbol(*known) : QString();
+}
+
+QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
+{
+    const std::optional<TodoList> list = todoListFromText(listID);
+    if (!list)
+        return {};
+    const QString unassignedTitle = KelpaCopy::text(CopyKey::Unsorted, m_store.language());
+    const QList<Goal>& goals = m_store.goals();
+    const ColumnID* const column = std::get_if<ColumnID>(&*list);
+    if (column == nullptr)
+        return unifiedTodoEntries(goals, m_store.unassignedTodos(), unassignedTitle);
+    if (!column->goalID)
+        return unassignedTodoEntries(m_store.unassignedTodos(), unassignedTitle);
+    const auto found = std::ranges::find(goals, *column->goalID, &Goal::id);
+    return found == goals.end() ? QList<UnifiedTodoEntry>() : goalTodoEntries(*found);
+}
+
+void TodoController::moveBefore(TodoID todoID, TodoID targetID)
+{
+    m_store.moveTodo(todoID, targetID);
+}
+
+bool TodoController::isTitle(const QString& title) const
+{
+    return !trimmedText(title).isEmpty();
+}
+
+void TodoController::add(const QString& title, const QString& listID)
+{
+    if (listID == unifiedTodosText)
+        m_store.addTodo(title, std::nullopt);
+    else if (const std::optional<ColumnID> column = columnFromText(listID))
+        m_store.addTodo(title, column->goalID);
+}
+
+void TodoController::rename(const QString& todoID, const QString& columnID, const QString& title)
+{
+    if (const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID))
+        m_store.updateTodo(place->todoID, title, place->goalID);
+}
+
+void TodoController::toggle(const QString& todoID, const QString& columnID)
+{
+    if (const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID))
+        m_store.toggleTodo(place->todoID, place->goalID);
+}
+
+void TodoController::remove(const QString& todoID, const QString& columnID)
+{
+    if (const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID))
+        m_store.deleteTodo(place->todoID, place->goalID);
+}
+
+void TodoController::move(const QString& todoID, const QString& fromColumnID,
+                          const QString& toColumnID)
+{
+    const std::optional<TodoPlace> place = placeFromTexts(todoID, fromColumnID);
+    const std::optional<ColumnID> to = columnFromText(toColumnID);
+    if (place && to && place->goalID != to->goalID)
+        m_store.moveTodo(place->todoID, place->goalID, to->goalID);
+}
+
+void TodoController::copyTodo(const QString& todoID, const QString& columnID)
+{
+    const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
+    if (!place)
+        return;
+    const QList<UnifiedTodoEntry> shown = entries(columnID);
+    const auto found = std::ranges::find_if(
+        shown, [&place](const UnifiedTodoEntry& entry) { return entry.todo.id == place->todoID; });
+    if (found != shown.end())
+        m_store.copyTodo(found->todo);
+}
+
+void TodoController::goToColumn(const QString& columnID)
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (!column)
+        return;
+    m_store.activateTarget(column->goalID ? TargetSelection::goal(*column->goalID)
+                                          : TargetSelection::unassigned(),
+                           WindowStore::EnterWindowLayer::no);
+}
+
+void TodoController::setPriority(const QString& columnID, const QString& priority)
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    const std::optional<GoalPriority> wanted = goalPriorityFromRawValue(priority);
+    if (column && column->goalID && wanted)
+        m_store.setGoalPriority(*wanted, *column->goalID);
+}
+
+void TodoController::requestEditor(const QString& columnID)
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (column && column->goalID)
+        m_store.requestAddTodo(*column->goalID);
+}
+
+void TodoController::cancelEditor()
+{
+    m_store.cancelTodoEditor();
+}
+
+bool TodoController::takeEditorRequest(const QString& columnID)
+{
+    if (!m_isEditorRequestOpen || columnID.isEmpty() || columnID != editorColumnID())
+        return false;
+    m_isEditorRequestOpen = false;
+    return true;
+}
+
+QString TodoController::dragText(const QString& todoID, const QString& columnID) const
+{
+    const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
+    return place ? TodoDragPayload{place->goalID, place->todoID}.encodedValue() : QString();
+}
+
+bool TodoController::isTodoDrag(const QString& text) const
+{
+    return TodoDragPayload::fromEncodedValue(text).has_value();
+}
+
+bool TodoController::canDropOnRow(const QString& text, const QString& listID,
+                                  const QString& todoID) const
+{
+    const std::optional<TodoList> list = todoListFromText(listID);
+    const std::optional<TodoID> target = TodoID::fromText(todoID);
+    return list && target && todoRowDrop(text, *list, *target).isAccepted;
+}
+
+bool TodoController::dropOnRow(const QString& text, const QString& listID, const QString& todoID)
+{
+    const std::optional<TodoList> list = todoListFromText(listID);
+    const std::optional<TodoID> target = TodoID::fromText(todoID);
+    if (!list || !target)
+        return false;
+    const TodoRowDrop drop = todoRowDrop(text, *list, *target);
+    if (drop.movedTodoID)
+        m_store.moveTodo(*drop.movedTodoID, *target);
+    return drop.isAccepted;
+}
+
+void TodoController::updateSelection()
+{
+    const bool isSelected = m_store.boardNavigation().target.isUnifiedTodos();
+    if (m_isUnifiedSelected == isSelected)
+        return;
+    m_isUnifiedSelected = isSelected;
+    Q_EMIT isUnifiedSelectedChanged();
+}
+
+} // namespace kelpa

@@ -1,0 +1,95 @@
+// The todos of the board as QML sees them: the store's operations on todos under ids that QML can
+// hold, and what their editor and their lists need to know. It decides nothing that the store
+// decides.
+#pragma once
+
+#include "views/TodoRows.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+class WindowStore;
+
+/// Names the list of the open todos of the whole board.
+inline const QString unifiedTodosText = QStringLiteral("unified-todos");
+
+/// Follows a store. Main thread. A todo is named by its UUID, its list by `columnText`. A name of
+/// nothing that there is makes every operation do nothing.
+class TodoController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The board has it.")
+
+    Q_PROPERTY(QString unifiedListID READ unifiedListID CONSTANT)
+    Q_PROPERTY(QString editorColumnID READ editorColumnID NOTIFY editorColumnIDChanged)
+    Q_PROPERTY(bool isUnifiedSelected READ isUnifiedSelected NOTIFY isUnifiedSelectedChanged)
+    Q_PROPERTY(QStringList priorities READ priorities CONSTANT)
+
+public:
+    /// `store` outlives the controller.
+    explicit TodoController(WindowStore& store, QObject* parent = nullptr);
+
+    QString unifiedListID() const { return unifiedTodosText; }
+    /// The goal whose field for a new todo is open; empty for none.
+    QString editorColumnID() const;
+    /// Whether the keyboard has selected the list of the whole board.
+    bool isUnifiedSelected() const { return m_isUnifiedSelected; }
+    /// The stored texts of the priorities, the most urgent first.
+    QStringList priorities() const;
+    Q_INVOKABLE QString prioritySymbol(const QString& priority) const;
+
+    /// What the list shows, named by `columnText` or `unifiedTodosText`.
+    QList<UnifiedTodoEntry> entries(const QString& listID) const;
+    void moveBefore(TodoID todoID, TodoID targetID);
+
+    /// Whether a todo may bear this title.
+    Q_INVOKABLE bool isTitle(const QString& title) const;
+    /// Adds to the list of the whole board are unassigned.
+    Q_INVOKABLE void add(const QString& title, const QString& listID);
+    Q_INVOKABLE void rename(const QString& todoID, const QString& columnID, const QString& title);
+    Q_INVOKABLE void toggle(const QString& todoID, const QString& columnID);
+    Q_INVOKABLE void remove(const QString& todoID, const QString& columnID);
+    Q_INVOKABLE void move(const QString& todoID, const QString& fromColumnID,
+                          const QString& toColumnID);
+    Q_INVOKABLE void copyTodo(const QString& todoID, const QString& columnID);
+    /// Selects the column in which the todo lives.
+    Q_INVOKABLE void goToColumn(const QString& columnID);
+    Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
+
+    Q_INVOKABLE void requestEditor(const QString& columnID);
+    Q_INVOKABLE void cancelEditor();
+    /// True once after every request for the editor, when `columnID` is the requested goal: the
+    /// field that asks first takes the keyboard.
+    Q_INVOKABLE bool takeEditorRequest(const QString& columnID);
+
+    /// The text that a drag of the todo carries.
+    Q_INVOKABLE QString dragText(const QString& todoID, const QString& columnID) const;
+    Q_INVOKABLE bool isTodoDrag(const QString& text) const;
+    /// Whether a row of a list accepts `text`.
+    Q_INVOKABLE bool canDropOnRow(const QString& text, const QString& listID,
+                                  const QString& todoID) const;
+    /// Carries the drop out; false, and nothing done, when it is refused.
+    Q_INVOKABLE bool dropOnRow(const QString& text, const QString& listID, const QString& todoID);
+
+Q_SIGNALS:
+    /// Any list may show something else.
+    void entriesChanged();
+    void editorColumnIDChanged();
+    /// The store's editor was opened again or closed.
+    void editorRequested();
+    void isUnifiedSelectedChanged();
+
+private:
+    void updateSelection();
+
+    WindowStore& m_store;
+    bool m_isUnifiedSelected = false;
+    bool m_isEditorRequestOpen = false;
+};
+
+} // namespace kelpa

@@ -1,0 +1,134 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// The todos of a column or of the whole board, and below them the field for a new one.
+Item {
+    id: root
+
+    required property BoardController board
+    required property BoardDragSource dragSource
+    required property string listID
+    /// Points; what does not fit is scrolled.
+    required property real maximumHeight
+
+    property string editedTodoID
+    /// Of the field that this list opens for itself; that of a goal is opened by the store.
+    property bool isOwnEditorOpen: false
+
+    readonly property TodoListModel listModel: TodoListModel {
+        todos: root.board.todos
+        listID: root.listID
+    }
+    readonly property bool isEditorOpen: root.isOwnEditorOpen
+                                         || root.board.todos.editorColumnID === root.listID
+    readonly property real wantedHeight: Math.max(rows.contentHeight, empty.height)
+                                         + (root.isEditorOpen ? Theme.todoHeight : 0)
+
+    signal menuRequested(todoID: string, columnID: string, row: Item, position: point)
+
+    function openEditor(): void {
+        root.isOwnEditorOpen = true;
+        root.focusEditor();
+    }
+    function focusEditor(): void {
+        if (adding.item !== null)
+            (adding.item as TodoField).take();
+    }
+    function closeEditor(): void {
+        if (root.isOwnEditorOpen)
+            root.isOwnEditorOpen = false;
+        else
+            root.board.todos.cancelEditor();
+    }
+    function takeRequest(): void {
+        if (root.board.todos.takeEditorRequest(root.listID))
+            root.focusEditor();
+    }
+
+    implicitHeight: Math.min(root.maximumHeight, root.wantedHeight)
+    Component.onCompleted: root.takeRequest()
+
+    Connections {
+        target: root.board.todos
+
+        function onEditorRequested(): void {
+            root.takeRequest();
+        }
+    }
+    ListView {
+        id: rows
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.bottom: adding.top
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        interactive: contentHeight > height
+        model: root.listModel
+        T.ScrollBar.vertical: AppScrollBar {}
+
+        delegate: TodoRow {
+            id: row
+
+            required property int index
+
+            z: index
+            width: rows.width
+            board: root.board
+            dragSource: root.dragSource
+            listID: root.listID
+            isEdited: root.editedTodoID === row.todoID
+            onMenuRequested: (item, position) => {
+                root.menuRequested(row.todoID, row.columnID, item, position);
+            }
+            onEditRequested: root.editedTodoID = row.todoID
+            onEditEnded: if (row.isEdited)
+                root.editedTodoID = ""
+            onMoveRequested: isUp => {
+                const isMoved = isUp ? root.listModel.moveUp(row.todoID)
+                                     : root.listModel.moveDown(row.todoID);
+                if (isMoved)
+                    rows.positionViewAtIndex(root.listModel.rowOf(row.todoID), ListView.Contain);
+            }
+        }
+    }
+    AppText {
+        id: empty
+
+        width: parent.width
+        height: visible ? Theme.todoHeight : 0
+        leftPadding: 7
+        text: root.board.copy.text(CopyKey.NoTodosYet)
+        color: Theme.secondaryText
+        visible: root.listModel.count === 0
+        Accessible.ignored: !visible
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+    Loader {
+        id: adding
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        height: active ? Theme.todoHeight : 0
+        active: root.isEditorOpen
+        sourceComponent: TodoField {
+            id: newTodo
+
+            board: root.board
+            symbol: "circle"
+            label: root.board.copy.text(CopyKey.AddTodo)
+            onCommitted: title => {
+                newTodo.text = "";
+                root.board.todos.add(title, root.listID);
+                rows.positionViewAtEnd();
+            }
+            onCancelled: root.closeEditor()
+        }
+    }
+}

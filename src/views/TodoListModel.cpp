@@ -1,0 +1,116 @@
+#include "views/TodoListModel.h"
+
+#include "views/GoalListModel.h"
+#include "views/TodoController.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+enum Role {
+    todoIDRole = Qt::UserRole + 1,
+    columnIDRole,
+    titleRole,
+    statusRole,
+    statusSymbolRole,
+    isDoneRole,
+    goalTitleRole,
+};
+
+} // namespace
+
+TodoListModel::TodoListModel(QObject* parent) : RowListModel(parent)
+{
+    connect(this, &QAbstractItemModel::rowsInserted, this, &TodoListModel::countChanged);
+    connect(this, &QAbstractItemModel::rowsRemoved, this, &TodoListModel::countChanged);
+}
+
+QVariant TodoListModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const UnifiedTodoEntry& entry = rows().at(index.row());
+    switch (role) {
+    case todoIDRole:
+        return entry.todo.id.text();
+    case columnIDRole:
+        return columnText(entry.goalID);
+    case titleRole:
+        return entry.todo.title;
+    case statusRole:
+        return rawValue(entry.todo.status);
+    case statusSymbolRole:
+        return statusSymbol(entry.todo.status);
+    case isDoneRole:
+        return !entry.todo.isOpen();
+    case goalTitleRole:
+        return entry.goalTitle;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> TodoListModel::roleNames() const
+{
+    return {{todoIDRole, "todoID"},      {columnIDRole, "columnID"},
+            {titleRole, "title"},        {statusRole, "status"},
+            {isDoneRole, "isDone"},      {statusSymbolRole, "statusSymbol"},
+            {goalTitleRole, "goalTitle"}};
+}
+
+void TodoListModel::setTodos(TodoController* todos)
+{
+    if (m_todos == todos)
+        return;
+    if (m_todos != nullptr)
+        disconnect(m_todos, nullptr, this, nullptr);
+    m_todos = todos;
+    if (m_todos != nullptr)
+        connect(m_todos, &TodoController::entriesChanged, this, &TodoListModel::update);
+    Q_EMIT todosChanged();
+    update();
+}
+
+void TodoListModel::setListID(const QString& listID)
+{
+    if (m_listID == listID)
+        return;
+    m_listID = listID;
+    Q_EMIT listIDChanged();
+    update();
+}
+
+bool TodoListModel::moveUp(const QString& todoID)
+{
+    const int row = rowOf(todoID);
+    if (row <= 0)
+        return false;
+    m_todos->moveBefore(rows().at(row).todo.id, rows().at(row - 1).todo.id);
+    return true;
+}
+
+bool TodoListModel::moveDown(const QString& todoID)
+{
+    const int row = rowOf(todoID);
+    if (row < 0 || row + 1 >= count())
+        return false;
+    m_todos->moveBefore(rows().at(row + 1).todo.id, rows().at(row).todo.id);
+    return true;
+}
+
+int TodoListModel::rowOf(const QString& todoID) const
+{
+    const std::optional<TodoID> wanted = TodoID::fromText(todoID);
+    const auto found = std::ranges::find_if(
+        rows(), [&wanted](const UnifiedTodoEntry& entry) { return entry.todo.id == wanted; });
+    return found == rows().end() ? -1 : static_cast<int>(found - rows().begin());
+}
+
+void TodoListModel::update()
+{
+    setRows(m_todos != nullptr ? m_todos->entries(m_listID) : QList<UnifiedTodoEntry>());
+}
+
+} // namespace kelpa

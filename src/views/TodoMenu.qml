@@ -1,0 +1,56 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// What can be done with a todo.
+AppMenu {
+    id: root
+
+    required property BoardController board
+
+    property string todoID
+    property string columnID
+
+    title: root.board.copy.text(CopyKey.EditTodo)
+
+    AppMenu {
+        id: targets
+
+        title: root.board.copy.text(CopyKey.MoveToGoal)
+
+        // Made while the menu shows: a board may have many goals.
+        Instantiator {
+            active: root.visible
+            model: root.board.moveTargets
+            delegate: AppMenuItem {
+                id: item
+
+                required property string columnID
+                required property string title
+                required property string accent
+                required property bool isUnassigned
+
+                readonly property bool isElsewhere: item.columnID !== root.columnID
+
+                text: item.title
+                symbol: "circle"
+                symbolColor: item.isUnassigned ? Theme.secondaryText
+                                               : Theme.accentColor(item.accent)
+                enabled: item.isElsewhere
+                visible: item.isElsewhere
+                implicitHeight: item.isElsewhere ? 30 : 0
+                onTriggered: root.board.todos.move(root.todoID, root.columnID, item.columnID)
+            }
+            onObjectAdded: (index, object) => targets.insertItem(index, object)
+            onObjectRemoved: (index, object) => targets.removeItem(object)
+        }
+    }
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.DeleteTodo)
+        symbol: "trash-2"
+        symbolColor: Theme.destructive
+        foreground: Theme.destructive
+        onTriggered: root.board.todos.remove(root.todoID, root.columnID)
+    }
+}

@@ -1,0 +1,234 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// A todo in a list. A click on its title edits it in place; it can be dragged within its list and
+/// to another column. Alt with the up or down arrow moves it by one row.
+FocusScope {
+    id: root
+
+    required property BoardController board
+    required property BoardDragSource dragSource
+    required property string listID
+    required property string todoID
+    required property string columnID
+    required property string title
+    required property string status
+    required property string statusSymbol
+    required property bool isDone
+    required property string goalTitle
+    required property bool isEdited
+
+    readonly property bool isUnified: root.listID === root.board.todos.unifiedListID
+
+    signal menuRequested(row: Item, position: point)
+    signal editRequested
+    signal editEnded
+    signal moveRequested(isUp: bool)
+
+    function openMenu(): void {
+        root.menuRequested(root, Qt.point(Theme.huge, root.height - Theme.tiny));
+    }
+    function focusRow(): void {
+        face.forceActiveFocus();
+    }
+
+    implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
+
+    Item {
+        id: face
+
+        anchors.fill: parent
+        visible: !root.isEdited
+        focus: true
+        activeFocusOnTab: true
+        Accessible.role: Accessible.ListItem
+        Accessible.ignored: !visible
+        Accessible.name: root.title
+        Accessible.description: root.isUnified
+                ? root.goalTitle : root.board.copy.statusName(root.status)
+        Accessible.focusable: true
+        Accessible.onPressAction: root.editRequested()
+        Keys.onMenuPressed: root.openMenu()
+        Keys.onReturnPressed: root.editRequested()
+        Keys.onEnterPressed: root.editRequested()
+        Keys.onPressed: event => {
+            event.accepted = true;
+            if (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier))
+                root.openMenu();
+            else if (event.key === Qt.Key_F2)
+                root.editRequested();
+            else if (event.key === Qt.Key_Up && (event.modifiers & Qt.AltModifier))
+                root.moveRequested(true);
+            else if (event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier))
+                root.moveRequested(false);
+            else
+                event.accepted = false;
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: Theme.controlRadius
+            color: area.isLeaving && area.pressed ? Theme.card
+                   : dropArea.isWelcoming ? Theme.accepting
+                   : hover.hovered ? Theme.hover : "transparent"
+        }
+        // Where the dragged todo will stand.
+        Rectangle {
+            width: parent.width
+            height: 2
+            radius: 1
+            color: Theme.focus
+            visible: dropArea.isWelcoming
+        }
+        HoverHandler {
+            id: hover
+        }
+        DragArea {
+            id: area
+
+            anchors.fill: parent
+            dragSource: root.dragSource
+            picture: face
+            text: root.board.todos.dragText(root.todoID, root.columnID)
+            acceptedButtons: Qt.LeftButton | Qt.RightButton
+            cursorShape: Qt.IBeamCursor
+            onClicked: mouse => {
+                if (mouse.button === Qt.RightButton)
+                    root.menuRequested(root, Qt.point(mouse.x, mouse.y));
+                else if (!area.isLeaving)
+                    root.editRequested();
+            }
+        }
+        IconButton {
+            id: statusButton
+
+            x: 1
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: root.statusSymbol
+            size: 28
+            color: root.isDone ? Theme.done : Theme.secondaryText
+            text: root.board.copy.statusAccessibilityLabel(root.status)
+            help: root.board.copy.statusHelp(root.status)
+            onClicked: root.board.todos.toggle(root.todoID, root.columnID)
+        }
+        Column {
+            anchors.left: statusButton.right
+            anchors.leftMargin: 2
+            anchors.right: goButton.visible ? goButton.left : handle.left
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 1
+
+            AppText {
+                width: parent.width
+                text: root.title
+                color: root.isDone ? Theme.secondaryText : Theme.text
+                font.strikeout: root.isDone
+            }
+            AppText {
+                width: parent.width
+                text: root.goalTitle
+                font: Theme.caption
+                color: Theme.secondaryText
+                visible: root.isUnified
+            }
+        }
+        IconButton {
+            id: goButton
+
+            anchors.right: handle.left
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "arrow-right"
+            size: 28
+            symbolSize: 14
+            text: root.board.copy.text(CopyKey.GoToTodoInGoal)
+            visible: root.isUnified
+            onClicked: root.board.todos.goToColumn(root.columnID)
+        }
+        IconButton {
+            id: handle
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "menu"
+            size: 28
+            symbolSize: 14
+            text: root.board.copy.text(CopyKey.CopyAndDragTodo)
+            help: root.board.copy.text(CopyKey.CopyAndDragTodoHelp)
+            onClicked: root.board.todos.copyTodo(root.todoID, root.columnID)
+
+            DragArea {
+                id: handleArea
+
+                anchors.fill: parent
+                dragSource: root.dragSource
+                picture: face
+                text: area.text
+                cursorShape: Qt.OpenHandCursor
+                onClicked: if (!handleArea.isLeaving)
+                    handle.clicked()
+            }
+        }
+        FocusRing {
+            control: face
+            radius: Theme.controlRadius
+            anchors.margins: 0
+        }
+        HoverTip {
+            text: root.title
+            isHovered: hover.hovered && !area.pressed && !root.dragSource.isDragging
+                       && !statusButton.hovered && !goButton.visible && !handle.hovered
+        }
+    }
+    Loader {
+        id: editor
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        active: root.isEdited
+        sourceComponent: TodoField {
+            board: root.board
+            symbol: root.statusSymbol
+            label: root.board.copy.text(CopyKey.EditTodo)
+            text: root.title
+            onCommitted: title => {
+                root.board.todos.rename(root.todoID, root.columnID, title);
+                root.editEnded();
+                root.focusRow();
+            }
+            onCancelled: {
+                root.editEnded();
+                root.focusRow();
+            }
+            onAbandoned: root.editEnded()
+        }
+        onLoaded: (editor.item as TodoField).take()
+    }
+    DropArea {
+        id: dropArea
+
+        property bool isWelcoming: false
+
+        anchors.fill: parent
+        keys: ["text/plain"]
+        // Anything but a todo goes to the column. A todo that the row refuses must not go there:
+        // whoever drops it on a row wants to give it a place among the others.
+        onEntered: drag => {
+            const isTodo = root.dragSource.isDragging && root.board.todos.isTodoDrag(drag.text);
+            dropArea.isWelcoming = isTodo
+                    && root.board.todos.canDropOnRow(drag.text, root.listID, root.todoID);
+            if (isTodo && !dropArea.isWelcoming)
+                drag.accept(Qt.IgnoreAction);
+            else
+                drag.accepted = isTodo;
+        }
+        onExited: dropArea.isWelcoming = false
+        onDropped: drop => {
+            dropArea.isWelcoming = false;
+            drop.accepted = root.dragSource.isDragging
+                    && root.board.todos.dropOnRow(drop.text, root.listID, root.todoID);
+        }
+    }
+}

@@ -1,0 +1,82 @@
+#include "views/TodoRows.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+void sortByOrder(QList<UnifiedTodoEntry>& entries)
+{
+    std::ranges::stable_sort(entries, {},
+                             [](const UnifiedTodoEntry& entry) { return entry.todo.order; });
+}
+
+} // namespace
+
+QList<UnifiedTodoEntry> goalTodoEntries(const Goal& goal)
+{
+    QList<UnifiedTodoEntry> entries;
+    const QList<TodoItem> todos = goal.visibleTodos();
+    entries.reserve(todos.size());
+    for (const TodoItem& todo : todos)
+        entries.append({goal.id, todo, goal.title});
+    return entries;
+}
+
+QList<UnifiedTodoEntry> unassignedTodoEntries(const QList<TodoItem>& unassigned,
+                                              const QString& title)
+{
+    QList<UnifiedTodoEntry> entries;
+    entries.reserve(unassigned.size());
+    for (const TodoItem& todo : unassigned)
+        entries.append({std::nullopt, todo, title});
+    sortByOrder(entries);
+    return entries;
+}
+
+QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
+                                           const QList<TodoItem>& unassigned,
+                                           const QString& unassignedTitle)
+{
+    QList<UnifiedTodoEntry> entries;
+    for (const TodoItem& todo : unassigned)
+        if (todo.isOpen())
+            entries.append({std::nullopt, todo, unassignedTitle});
+    for (const Goal& goal : goals)
+        for (const TodoItem& todo : goal.todos)
+            if (todo.isOpen())
+                entries.append({goal.id, todo, goal.title});
+    sortByOrder(entries);
+    return entries;
+}
+
+QString statusSymbol(TodoStatus status)
+{
+    switch (status) {
+    case TodoStatus::todo:
+        return QStringLiteral("circle");
+    case TodoStatus::ing:
+        return QStringLiteral("contrast");
+    case TodoStatus::completed:
+        return QStringLiteral("circle-check");
+    }
+    return {};
+}
+
+QString prioritySymbol(GoalPriority priority)
+{
+    switch (priority) {
+    case GoalPriority::p0:
+        return QStringLiteral("chevrons-up");
+    case GoalPriority::p1:
+        return QStringLiteral("chevron-up");
+    case GoalPriority::p2:
+        return QStringLiteral("equal");
+    case GoalPriority::p3:
+        return QStringLiteral("chevron-down");
+    }
+    return {};
+}
+
+} // namespace kelpa

@@ -1,0 +1,95 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// The open todos of all goals and those that belong to none.
+FocusScope {
+    id: root
+
+    required property BoardController board
+    required property BoardDragSource dragSource
+
+    signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
+
+    implicitWidth: Theme.columnWidth
+    Accessible.role: Accessible.List
+    Accessible.name: root.board.copy.text(CopyKey.AllTodos)
+    Accessible.description: root.board.copy.text(CopyKey.AllTodosSubtitle)
+    Accessible.selected: root.board.todos.isUnifiedSelected
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.columnRadius
+        color: Theme.column
+        border.width: root.board.todos.isUnifiedSelected ? 2 : 0
+        border.color: Theme.focus
+    }
+    Item {
+        id: header
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Theme.small
+        height: 46
+
+        AppIcon {
+            id: icon
+
+            x: Theme.tiny
+            y: 10
+            name: "list-checks"
+        }
+        Column {
+            anchors.left: icon.right
+            anchors.leftMargin: Theme.small
+            anchors.right: addButton.left
+            y: 9
+            spacing: 1
+
+            AppText {
+                width: parent.width
+                text: root.board.copy.text(CopyKey.AllTodos)
+                font: Theme.bodyStrong
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            AppText {
+                width: parent.width
+                text: root.board.copy.text(CopyKey.AllTodosSubtitle)
+                font: Theme.caption
+                color: Theme.secondaryText
+            }
+        }
+        IconButton {
+            id: addButton
+
+            anchors.right: parent.right
+            y: 4
+            symbol: "lightbulb"
+            size: 28
+            text: root.board.copy.text(CopyKey.AddTodo)
+            onClicked: list.openEditor()
+        }
+    }
+    TodoList {
+        id: list
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.leftMargin: Theme.small
+        anchors.rightMargin: Theme.small
+        anchors.topMargin: Theme.tiny
+        height: implicitHeight
+        maximumHeight: root.height - header.height - Theme.small - Theme.medium - Theme.tiny
+        board: root.board
+        dragSource: root.dragSource
+        listID: root.board.todos.unifiedListID
+        onMenuRequested: (todoID, columnID, row, position) => {
+            root.todoMenuRequested(todoID, columnID, row, position);
+        }
+    }
+}

@@ -1,0 +1,46 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// A number beside a symbol that says what it counts.
+Rectangle {
+    id: root
+
+    required property int count
+    required property string symbol
+    required property string label
+
+    implicitWidth: content.implicitWidth + 12
+    implicitHeight: 20
+    radius: 10
+    color: Theme.hover
+    Accessible.role: Accessible.StaticText
+    Accessible.name: root.label
+
+    Row {
+        id: content
+
+        anchors.centerIn: parent
+        spacing: 4
+
+        AppIcon {
+            name: root.symbol
+            size: 12
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        AppText {
+            text: root.count
+            font: Theme.captionStrong
+            color: Theme.secondaryText
+            anchors.verticalCenter: parent.verticalCenter
+        }
+    }
+    HoverHandler {
+        id: hover
+    }
+    HoverTip {
+        text: root.label
+        isHovered: hover.hovered
+    }
+}

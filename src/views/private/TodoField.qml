@@ -1,0 +1,68 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// The row in which the title of a todo is written. A blank title is not committed, so that the
+/// field stays.
+FocusScope {
+    id: root
+
+    required property BoardController board
+    required property string symbol
+    required property string label
+
+    property alias text: field.text
+
+    signal committed(title: string)
+    signal cancelled
+    /// The keyboard went elsewhere within the window.
+    signal abandoned
+
+    function take(): void {
+        field.forceActiveFocus();
+        field.selectAll();
+    }
+
+    implicitHeight: Theme.todoHeight
+    Accessible.ignored: true
+
+    AppIcon {
+        x: 7
+        name: root.symbol
+        anchors.verticalCenter: parent.verticalCenter
+    }
+    TextInputField {
+        id: field
+
+        anchors.left: parent.left
+        anchors.leftMargin: 30
+        anchors.right: cancelButton.left
+        anchors.rightMargin: 2
+        anchors.verticalCenter: parent.verticalCenter
+        implicitHeight: 28
+        focus: true
+        leftPadding: 8
+        rightPadding: 8
+        label: root.label
+        placeholderText: root.board.copy.text(CopyKey.EnterTodo)
+        onCommitted: if (root.board.todos.isTitle(field.text))
+            root.committed(field.text)
+        onCancelled: root.cancelled()
+    }
+    IconButton {
+        id: cancelButton
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: "x"
+        size: 28
+        symbolSize: 14
+        text: root.board.copy.text(CopyKey.Cancel)
+        onClicked: root.cancelled()
+    }
+
+    // While another window has the keyboard, what was typed waits.
+    onActiveFocusChanged: if (!root.activeFocus && root.Window.active)
+        root.abandoned()
+}

@@ -1,0 +1,46 @@
+#include "platform/x11/PictureScaler.h"
+
+#include <gtest/gtest.h>
+
+using namespace kelpa::x11;
+
+namespace {
+
+struct SizeCase
+{
+    QSize window;
+    QSize picture;
+};
+
+} // namespace
+
+TEST(PictureSize, The_longer_side_is_brought_down_to_720_and_never_up)
+{
+    const std::vector<SizeCase> cases{
+        {{1440, 900}, {720, 450}}, {{900, 1440}, {450, 720}}, {{1920, 1080}, {720, 405}},
+        {{300, 200}, {300, 200}},  {{720, 720}, {720, 720}},  {{721, 720}, {720, 719}},
+        {{10000, 1}, {720, 1}},    {{1, 10000}, {1, 720}},    {{1, 1}, {1, 1}},
+    };
+    for (const SizeCase& size : cases) {
+        EXPECT_EQ(scaledSize(size.window, 720), size.picture);
+    }
+}
+
+TEST(ScalingSteps, No_step_leaves_pixels_out)
+{
+    const std::vector<QSize> steps = scalingSteps({3840, 2160}, {720, 405});
+    EXPECT_EQ(steps, (std::vector<QSize>{{1920, 1080}, {960, 540}, {720, 405}}));
+}
+
+TEST(ScalingSteps, A_reduction_to_half_or_less_far_is_one_step)
+{
+    EXPECT_EQ(scalingSteps({1440, 900}, {720, 450}), (std::vector<QSize>{{720, 450}}));
+    EXPECT_EQ(scalingSteps({800, 600}, {720, 540}), (std::vector<QSize>{{720, 540}}));
+    EXPECT_EQ(scalingSteps({300, 200}, {300, 200}), (std::vector<QSize>{{300, 200}}));
+}
+
+TEST(ScalingSteps, Each_direction_ends_at_its_own_size)
+{
+    EXPECT_EQ(scalingSteps({3000, 1}, {720, 1}),
+              (std::vector<QSize>{{1500, 1}, {750, 1}, {720, 1}}));
+}

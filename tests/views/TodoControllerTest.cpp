@@ -1,0 +1,184 @@
+// The operations on todos under the ids that QML holds.
+#include "views/TodoController.h"
+
+#include "support/StoreFixture.h"
+#include "views/BoardController.h"
+#include "views/GoalListModel.h"
+
+#include <QSignalSpy>
+
+namespace kelpa::test {
+namespace {
+
+class Todos : public StoreFixture
+{
+protected:
+    Todos()
+    {
+        store().setLanguage(AppLanguage::english);
+        store().setAutoSortingGoals(false);
+        first = makeGoal(QStringLiteral("First"));
+        second = makeGoal(QStringLiteral("Second"));
+        todo = makeTodo(first, QStringLiteral("Read"));
+        controller = std::make_unique<BoardController>(store());
+    }
+
+    TodoController& todoController() { return *controller->todos(); }
+    QStringList titles(std::optional<GoalID> in)
+    {
+        QStringList result;
+        for (const TodoItem& each : todos(in))
+            result.append(each.title);
+        return result;
+    }
+
+    GoalID first;
+    GoalID second;
+    TodoID todo;
+    std::unique_ptr<BoardController> controller;
+    const QString unassigned = columnText(std::nullopt);
+};
+
+TEST_F(Todos, A_todo_is_added_to_the_list_that_is_named)
+{
+    todoController().add(QStringLiteral("A"), first.text());
+    todoController().add(QStringLiteral("B"), unassigned);
+    todoController().add(QStringLiteral("C"), unifiedTodosText);
+    todoController().add(QStringLiteral("D"), QStringLiteral("nowhere"));
+    EXPECT_EQ(titles(first), QStringList({QStringLiteral("Read"), QStringLiteral("A")}));
+    EXPECT_EQ(titles(std::nullopt), QStringList({QStringLiteral("B"), QStringLiteral("C")}));
+}
+
+TEST_F(Todos, A_todo_is_renamed_toggled_copied_and_deleted)
+{
+    todoController().rename(todo.text(), first.text(), QStringLiteral(" Write "));
+    EXPECT_EQ(titles(first), QStringList{QStringLiteral("Write")});
+    todoController().toggle(todo.text(), first.text());
+    EXPECT_EQ(todos(first).front().status, TodoStatus::ing);
+    todoController().copyTodo(todo.text(), first.text());
+    EXPECT_EQ(desktop.pasteboardText, QStringLiteral("Write"));
+    todoController().remove(todo.text(), first.text());
+    EXPECT_EQ(titles(first), QStringList());
+}
+
+TEST_F(Todos, A_todo_moves_to_another_list_by_its_menu)
+{
+    todoController().move(todo.text(), first.text(), second.text());
+    EXPECT_EQ(titles(first), QStringList());
+    EXPECT_EQ(titles(second), QStringList{QStringLiteral("Read")});
+    todoController().move(todo.text(), second.text(), unassigned);
+    EXPECT_EQ(titles(std::nullopt), QStringList{QStringLiteral("Read")});
+}
+
+TEST_F(Todos, A_todo_dropped_on_another_column_moves_there)
+{
+    const QString text = todoController().dragText(todo.text(), first.text());
+    EXPECT_TRUE(controller->canDrop(text, second.text()));
+    EXPECT_TRUE(controller->drop(text, second.text()));
+    EXPECT_EQ(titles(second), QStringList{QStringLiteral("Read")});
+}
+
+TEST_F(Todos, A_todo_dropped_on_its_own_column_is_refused)
+{
+    const QString text = todoController().dragText(todo.text(), first.text());
+    EXPECT_FALSE(controller->drop(text, first.text()));
+}
+
+TEST_F(Todos, A_todo_that_has_been_deleted_during_its_drag_is_refused)
+{
+    const QString text = todoController().dragText(todo.text(), first.text());
+    store().deleteTodo(todo, first);
+    EXPECT_FALSE(controller->canDrop(text, second.text()));
+    EXPECT_FALSE(controller->drop(text, unassigned));
+}
+
+TEST_F(Todos, A_todo_dropped_on_a_row_of_its_list_comes_before_it)
+{
+    const TodoID last = makeTodo(first, QStringLiteral("Last"));
+    const QString text = todoController().dragText(last.text(), first.text());
+    EXPECT_TRUE(todoController().canDropOnRow(text, first.text(), todo.text()));
+    EXPECT_TRUE(todoController().dropOnRow(text, first.text(), todo.text()));
+    EXPECT_EQ(todos(first).back().order, 0);
+    EXPECT_EQ(todos(first).front().order, 1);
+}
+
+TEST_F(Todos, A_todo_dropped_on_a_row_of_another_goal_stays)
+{
+    const TodoID other = makeTodo(second, QStringLiteral("Other"));
+    const QString text = todoController().dragText(todo.text(), first.text());
+    EXPECT_FALSE(todoController().dropOnRow(text, second.text(), other.text()));
+    EXPECT_EQ(titles(first), QStringList{QStringLiteral("Read")});
+    EXPECT_EQ(todos(first).front().order, 0);
+}
+
+TEST_F(Todos, A_todo_dropped_on_a_row_of_the_whole_board_comes_before_it)
+{
+    const TodoID other = makeTodo(second, QStringLiteral("Other"));
+    const QString text = todoController().dragText(other.text(), second.text());
+    EXPECT_TRUE(todoController().dropOnRow(text, unifiedTodosText, todo.text()));
+    EXPECT_EQ(todos(second).front().order, 0);
+    EXPECT_EQ(todos(first).front().order, 1);
+}
+
+TEST_F(Todos, A_request_for_the_editor_is_taken_once_by_the_requested_goal)
+{
+    QSignalSpy requests(&todoController(), &TodoController::editorRequested);
+    todoController().requestEditor(second.text());
+    EXPECT_EQ(requests.count(), 1);
+    EXPECT_EQ(todoController().editorColumnID(), second.text());
+    EXPECT_FALSE(todoController().takeEditorRequest(first.text()));
+    EXPECT_TRUE(todoController().takeEditorRequest(second.text()));
+    EXPECT_FALSE(todoController().takeEditorRequest(second.text()));
+    todoController().requestEditor(second.text());
+    EXPECT_TRUE(todoController().takeEditorRequest(second.text()));
+}
+
+TEST_F(Todos, A_cancelled_editor_is_open_nowhere)
+{
+    todoController().requestEditor(second.text());
+    todoController().cancelEditor();
+    EXPECT_EQ(todoController().editorColumnID(), QString());
+    EXPECT_FALSE(todoController().takeEditorRequest(second.text()));
+    EXPECT_FALSE(todoController().takeEditorRequest(QString()));
+}
+
+TEST_F(Todos, The_way_to_a_todo_selects_its_column)
+{
+    todoController().goToColumn(second.text());
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(second));
+    todoController().goToColumn(unassigned);
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::unassigned());
+}
+
+TEST_F(Todos, A_priority_is_set_by_its_stored_text)
+{
+    EXPECT_EQ(todoController().priorities(),
+              QStringList({QStringLiteral("p0"), QStringLiteral("p1"), QStringLiteral("p2"),
+                           QStringLiteral("p3")}));
+    todoController().setPriority(second.text(), QStringLiteral("p0"));
+    EXPECT_EQ(goal(second).priority, GoalPriority::p0);
+    todoController().setPriority(second.text(), QStringLiteral("urgent"));
+    EXPECT_EQ(goal(second).priority, GoalPriority::p0);
+}
+
+TEST_F(Todos, The_selection_of_the_whole_board_is_published)
+{
+    QSignalSpy changes(&todoController(), &TodoController::isUnifiedSelectedChanged);
+    store().activateTarget(TargetSelection::unifiedTodos(), WindowStore::EnterWindowLayer::no);
+    EXPECT_TRUE(todoController().isUnifiedSelected());
+    store().activateTarget(TargetSelection::goal(first), WindowStore::EnterWindowLayer::no);
+    EXPECT_FALSE(todoController().isUnifiedSelected());
+    EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(Todos, Hiding_goals_without_open_todos_goes_on_and_off)
+{
+    controller->toggleHidingGoalsWithoutOpenTodos();
+    EXPECT_TRUE(controller->isHidingGoalsWithoutOpenTodos());
+    EXPECT_EQ(controller->columns()->rowCount(), 2);
+    controller->toggleHidingGoalsWithoutOpenTodos();
+    EXPECT_EQ(controller->columns()->rowCount(), 3);
+}
+
+} // namespace
+} // namespace kelpa::test
