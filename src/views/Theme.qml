@@ -46,6 +46,7 @@ QtObject {
 
     readonly property color outline: isDark ? "#24ffffff" : "#1a14181f"
     readonly property color cardOutline: isDark ? "#12ffffff" : "#1214181f"
+    readonly property color selectedCardOutline: isDark ? "#298db4ff" : "#292563eb"
     readonly property color fieldOutline: isDark ? "#80858f" : "#868c97"
     readonly property color focus: isDark ? "#8db4ff" : "#2563eb"
     readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"

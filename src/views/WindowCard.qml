@@ -85,7 +85,7 @@ Item {
             radius: Theme.cardRadius
             color: Theme.card
             border.width: root.isSelected ? 1.2 : 1
-            border.color: root.isSelected ? Theme.focus : Theme.cardOutline
+            border.color: root.isSelected ? Theme.selectedCardOutline : Theme.cardOutline
         }
         Rectangle {
             anchors.fill: parent
@@ -130,6 +130,7 @@ Item {
         picture: face
         text: root.board.windowDragText(root.windowID)
         acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onPressed: tip.dismiss()
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
                 root.menuRequested(root, Qt.point(mouse.x, mouse.y));
@@ -152,8 +153,9 @@ Item {
         radius: Theme.cardRadius + 2
     }
     HoverTip {
+        id: tip
+
         text: caption.isTitleElided ? root.shownTitle + "\n" + root.help : root.help
-        isHovered: hover.hovered && !area.pressed && !closeButton.hovered
-                   && !root.dragSource.isDragging
+        isHovered: hover.hovered && !closeButton.hovered && !root.dragSource.isDragging
     }
 }

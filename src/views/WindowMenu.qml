@@ -71,6 +71,8 @@ AppMenu {
         symbol: "plus"
         onTriggered: {
             sheet.windowID = root.windowID;
+            // Its card may go while the sheet is open.
+            sheet.parent = root.parent.T.Overlay.overlay;
             sheet.ask("");
         }
     }

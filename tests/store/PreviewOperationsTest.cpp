@@ -103,6 +103,18 @@ TEST_F(PreviewOperations, Scrolling_pauses_captures_for_two_tenths_of_a_second)
     EXPECT_EQ(desktop.captured, QList<WindowID>{1});
 }
 
+TEST_F(PreviewOperations, Scrolling_without_a_time_is_scrolling_now)
+{
+    addWindows(1);
+    store().noteScrollActivity();
+    scheduler.advance(199ms);
+    tick();
+    EXPECT_TRUE(desktop.captured.isEmpty());
+    scheduler.advance(1ms);
+    tick();
+    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
+}
+
 TEST_F(PreviewOperations, Scrolling_drops_the_capture_in_flight)
 {
     addWindows(1);

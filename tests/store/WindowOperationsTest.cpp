@@ -385,5 +385,39 @@ TEST_F(WindowOperations, Observing_ends_with_an_empty_list_and_no_work)
     EXPECT_EQ(listed(), QList<WindowID>{1});
 }
 
+TEST_F(WindowOperations, A_goal_made_for_a_window_has_it)
+{
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));
+    store().refresh();
+    forgetWhatHappened();
+    store().createGoal(QStringLiteral(" Write "), 7);
+    ASSERT_EQ(goalTitles(), QStringList{QStringLiteral("Write")});
+    EXPECT_EQ(goalOf(7), store().goals().front().id);
+    EXPECT_EQ(goalOf(8), std::nullopt);
+    EXPECT_EQ(takeSignals().value(QStringLiteral("windows")), 1);
+    restartedStore().refresh();
+    EXPECT_EQ(goalOf(7), store().goals().front().id);
+}
+
+TEST_F(WindowOperations, A_goal_made_for_a_window_that_has_gone_is_made_all_the_same)
+{
+    store().refresh();
+    store().createGoal(QStringLiteral("Write"), 7);
+    EXPECT_EQ(goalTitles(), QStringList{QStringLiteral("Write")});
+    EXPECT_TRUE(store().assignments().isEmpty());
+}
+
+TEST_F(WindowOperations, A_blank_title_leaves_the_window_where_it_is)
+{
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    store().refresh();
+    const GoalID old = makeGoal();
+    store().assign(7, old);
+    store().createGoal(QStringLiteral("  "), 7);
+    EXPECT_EQ(store().goals().size(), 1);
+    EXPECT_EQ(goalOf(7), old);
+}
+
 } // namespace
 } // namespace kelpa::test

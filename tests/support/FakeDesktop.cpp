@@ -181,7 +181,9 @@ std::optional<WindowCapture> FakeDesktop::captureWindow(WindowID window, int lon
     const QSize bounded =
         size->boundedTo(size->scaled(longestSide, longestSide, Qt::KeepAspectRatio))
             .expandedTo({1, 1});
-    return WindowCapture{QImage(bounded, QImage::Format_RGB32), *size};
+    QImage image(bounded, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    return WindowCapture{image, *size};
 }
 
 bool FakeDesktop::requestTrust()

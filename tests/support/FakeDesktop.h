@@ -55,7 +55,7 @@ public:
     bool isScreenCaptureGranted = true;
     /// Called once the full list has been read, in the middle of a pass.
     std::function<void()> inTheMiddleOfAPass;
-    /// Sizes of the pictures that windows give; a window without one cannot be captured.
+    /// Sizes of the pictures that windows give, red ones; a window without one cannot be captured.
     QHash<WindowID, QSize> captureSizes;
     /// Windows that show what they showed at the last capture.
     QSet<WindowID> unchangedWindows;

@@ -9,6 +9,8 @@
 namespace kelpa::test {
 namespace {
 
+using namespace std::chrono_literals;
+
 class Controller : public StoreFixture
 {
 protected:
@@ -181,6 +183,83 @@ TEST_F(Controller, The_sorting_of_goals_is_toggled)
     controller->toggleAutoSortingGoals();
     EXPECT_TRUE(store().isAutoSortingGoals());
     EXPECT_TRUE(controller->isAutoSortingGoals());
+}
+
+TEST_F(Controller, A_window_is_brought_forward_and_selected)
+{
+    controller->focusWindow(7);
+    scheduler.advance(0ms);
+    EXPECT_EQ(store().boardNavigation().selectedWindowID, WindowID{7});
+    EXPECT_TRUE(desktop.calls.contains(QStringLiteral("raise Report")));
+}
+
+TEST_F(Controller, A_window_that_has_gone_is_neither_brought_forward_nor_closed)
+{
+    desktop.calls.clear();
+    controller->focusWindow(8);
+    controller->closeWindowProcess(8);
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls, QStringList());
+    EXPECT_EQ(store().boardNavigation().selectedWindowID, std::nullopt);
+}
+
+TEST_F(Controller, Closing_a_window_asks_its_process_to_quit)
+{
+    controller->closeWindowProcess(7);
+    scheduler.advance(0ms);
+    EXPECT_TRUE(desktop.calls.contains(QStringLiteral("quit 100")));
+}
+
+TEST_F(Controller, A_goal_opens_and_shows_windows)
+{
+    store().assign(7, first);
+    desktop.calls.clear();
+    controller->openChrome(first.text());
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls.filter(QStringLiteral("launch")),
+              QStringList{QStringLiteral("launch chrome")});
+    desktop.calls.clear();
+    controller->openTerminal(first.text());
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls.filter(QStringLiteral("launch")),
+              QStringList{QStringLiteral("launch terminal")});
+    desktop.calls.clear();
+    controller->showAllWindows(first.text());
+    scheduler.advance(0ms);
+    EXPECT_TRUE(desktop.calls.contains(QStringLiteral("raise Report")));
+}
+
+TEST_F(Controller, The_unassigned_column_opens_nothing)
+{
+    desktop.calls.clear();
+    controller->openChrome(unassigned);
+    controller->openTerminal(unassigned);
+    controller->showAllWindows(unassigned);
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls, QStringList());
+}
+
+TEST_F(Controller, A_goal_is_made_for_a_window)
+{
+    controller->createGoalForWindow(QStringLiteral("Third"), 7);
+    ASSERT_TRUE(goalOfWindow());
+    EXPECT_EQ(goal(*goalOfWindow()).title, QStringLiteral("Third"));
+}
+
+TEST_F(Controller, Asking_for_permissions_opens_the_settings)
+{
+    controller->requestPermissions();
+    EXPECT_EQ(desktop.openedUrls.size(), 1);
+}
+
+TEST_F(Controller, A_preview_is_shared_with_the_store)
+{
+    EXPECT_TRUE(controller->preview(7).isNull());
+    desktop.captureSizes.insert(7, {640, 480});
+    store().refreshPreviews(scheduler.now());
+    scheduler.advance(0ms);
+    EXPECT_EQ(controller->preview(7).cacheKey(), store().previews().value(7).image.cacheKey());
+    EXPECT_EQ(controller->preview(7).size(), QSize(640, 480));
 }
 
 } // namespace

@@ -139,6 +139,52 @@ TEST_F(BoardColumns, Hidden_goals_have_no_column)
               (QStringList{QStringLiteral("Unsorted"), QStringLiteral("With a todo")}));
 }
 
+TEST_F(BoardColumns, A_new_picture_changes_the_card_of_its_window_alone)
+{
+    for (const WindowID id : {3U, 2U, 1U}) {
+        desktop.addWindow(id, 100, QString::number(id));
+        desktop.captureSizes.insert(id, {640, 480});
+    }
+    store().refresh();
+    const GoalListModel model(store());
+    WindowListModel* const cards = model.windows(std::nullopt);
+    const auto capture = [&] {
+        store().refreshPreviews(scheduler.now());
+        scheduler.advance(std::chrono::milliseconds(0));
+    };
+    for (int i = 0; i < 3; ++i)
+        capture();
+    ModelLog log(*cards);
+    const QVariant before = value(*cards, 1, "previewRevision");
+    capture();
+    EXPECT_EQ(log.take(), QStringList{QStringLiteral("change 0-0")});
+    capture();
+    EXPECT_EQ(log.take(), QStringList{QStringLiteral("change 1-1")});
+    EXPECT_NE(value(*cards, 1, "previewRevision"), before);
+    desktop.unchangedWindows.insert(3);
+    capture();
+    EXPECT_EQ(log.take(), QStringList());
+}
+
+TEST_F(BoardColumns, A_card_says_why_it_has_no_picture)
+{
+    desktop.addWindow(7, 100, QStringLiteral("Report"));
+    store().refresh();
+    const GoalListModel model(store());
+    WindowListModel* const cards = model.windows(std::nullopt);
+    EXPECT_EQ(value(*cards, 0, "previewRevision").toLongLong(), 0);
+    EXPECT_EQ(value(*cards, 0, "previewMessage").toString(),
+              QStringLiteral("This window cannot be captured yet"));
+    store().setLanguage(AppLanguage::german);
+    EXPECT_EQ(value(*cards, 0, "previewMessage").toString(),
+              QStringLiteral("Dieses Fenster kann noch nicht aufgenommen werden"));
+    desktop.captureSizes.insert(7, {640, 480});
+    store().refreshPreviews(scheduler.now());
+    scheduler.advance(std::chrono::milliseconds(0));
+    EXPECT_EQ(value(*cards, 0, "previewMessage").toString(), QString());
+    EXPECT_NE(value(*cards, 0, "previewRevision").toLongLong(), 0);
+}
+
 TEST_F(BoardColumns, Windows_can_be_moved_to_every_goal_and_last_to_the_unassigned_column)
 {
     const GoalID hidden = makeGoal(QStringLiteral("Hidden"));

@@ -41,15 +41,35 @@ public:
 
     Q_INVOKABLE void addWindow(quint32 id, const QString& title)
     {
-        m_desktop.addAccessibleWindow(id, 1000, title);
+        // A frame of its own tells it from the other windows of its application.
+        WindowListEntry& entry = m_desktop.addAccessibleWindow(id, 1000, title);
+        entry.bounds->x = 100.0 * (id % 16);
+        m_desktop.accessibilityWindows[1000]->back().position->x = entry.bounds->x;
         m_store.refresh();
     }
     Q_INVOKABLE void removeWindow(quint32 id)
     {
         m_desktop.removeWindow(id);
-        m_desktop.accessibilityWindows.clear();
+        const double x = 100.0 * (id % 16);
+        std::erase_if(*m_desktop.accessibilityWindows[1000],
+                      [x](const AccessibilityWindow& each) { return each.position->x == x; });
         m_store.refresh();
     }
+    /// Captures the window whose turn it is; all of them can be captured from now on.
+    Q_INVOKABLE void capture()
+    {
+        for (const WindowItem& window : m_store.windows())
+            m_desktop.captureSizes.insert(window.id, {640, 480});
+        m_store.refreshPreviews(m_scheduler.now());
+        runPending();
+    }
+    /// What was started in the background comes to its end.
+    Q_INVOKABLE void runPending() { m_scheduler.advance(std::chrono::milliseconds(0)); }
+    /// Lets the pause after scrolling pass.
+    Q_INVOKABLE void rest() { m_scheduler.advance(std::chrono::milliseconds(300)); }
+    Q_INVOKABLE int captureCount() const { return static_cast<int>(m_desktop.captured.size()); }
+    Q_INVOKABLE QStringList calls() const { return m_desktop.calls; }
+    Q_INVOKABLE int openedUrlCount() const { return static_cast<int>(m_desktop.openedUrls.size()); }
     Q_INVOKABLE void denyPermissions()
     {
         m_desktop.isAccessibilityGranted = false;

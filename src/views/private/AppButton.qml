@@ -26,6 +26,7 @@ T.Button {
     Accessible.description: root.help
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
+    onPressed: tip.dismiss()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
@@ -55,6 +56,8 @@ T.Button {
         isShown: root.visualFocus
     }
     HoverTip {
+        id: tip
+
         text: root.help
         isHovered: root.hovered
     }

@@ -17,6 +17,7 @@ T.Button {
     Accessible.name: root.text
     Accessible.ignored: !root.visible
     Accessible.onPressAction: root.clicked()
+    onPressed: tip.dismiss()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
@@ -61,6 +62,8 @@ T.Button {
         isShown: root.visualFocus
     }
     HoverTip {
+        id: tip
+
         text: root.text
         isHovered: root.hovered
     }

@@ -25,7 +25,9 @@ Rectangle {
         windowID: root.windowID
         revision: root.revision
         visible: root.revision !== 0
-        Accessible.ignored: true
+        Accessible.role: Accessible.Graphic
+        Accessible.ignored: !visible
+        Accessible.name: root.board.copy.text(CopyKey.WindowPreview)
     }
     Column {
         anchors.centerIn: parent
@@ -46,6 +48,9 @@ Rectangle {
             color: Theme.secondaryText
             wrapMode: Text.Wrap
             maximumLineCount: 2
+            Accessible.role: Accessible.StaticText
+            Accessible.ignored: !visible
+            Accessible.name: text
         }
     }
 }

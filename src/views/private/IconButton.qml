@@ -24,6 +24,7 @@ T.Button {
     Accessible.ignored: !root.visible
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
+    onPressed: tip.dismiss()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
@@ -47,6 +48,8 @@ T.Button {
         isShown: root.visualFocus
     }
     HoverTip {
+        id: tip
+
         text: root.help.length > 0 ? root.help : root.text
         isHovered: root.hovered
     }

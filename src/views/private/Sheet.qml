@@ -17,8 +17,11 @@ T.Dialog {
     padding: Theme.huge
     closePolicy: T.Popup.CloseOnEscape
     // A sheet that fades away takes no more input: the next click is meant for the board.
+    // It is modal again before it opens: that is when its scrim is made.
+    modal: true
     onAboutToShow: root.modal = true
     onAboutToHide: root.modal = false
+    onClosed: root.modal = true
 
     background: Rectangle {
         radius: Theme.columnRadius

@@ -96,6 +96,142 @@ Item {
             tryVerify(() => world.goalOfWindow(8) === "First");
             world.board.moveWindow(8, "kelpa-unassigned");
         }
+        function test_a_click_switches_to_the_window() {
+            tryVerify(() => card("Letter") !== null);
+            mouseClick(card("Letter"), 60, 110);
+            tryVerify(() => card("Letter").isSelected);
+            world.runPending();
+            verify(world.calls().includes("raise Letter"));
+        }
+        function test_return_on_a_card_switches_to_its_window() {
+            tryVerify(() => card("Report") !== null);
+            card("Report").forceActiveFocus();
+            keyClick(Qt.Key_Return);
+            tryVerify(() => card("Report").isSelected);
+            world.runPending();
+            verify(world.calls().includes("raise Report"));
+        }
+        function test_an_assistive_program_switches_to_the_window() {
+            tryVerify(() => card("Letter") !== null);
+            const before = world.calls().length;
+            card("Letter").Accessible.pressAction();
+            world.runPending();
+            verify(world.calls().slice(before).includes("raise Letter"));
+        }
+        function test_the_close_button_is_reached_by_keyboard_and_asks_the_process_to_quit() {
+            tryVerify(() => card("Letter") !== null);
+            card("Letter").forceActiveFocus();
+            const button = all(card("Letter"), item => item instanceof CardCloseButton)[0];
+            compare(button.Accessible.name, "Close this app process");
+            keyClick(Qt.Key_Tab);
+            verify(button.activeFocus);
+            verify(button.isShown);
+            const before = world.calls().length;
+            keyClick(Qt.Key_Return);
+            world.runPending();
+            verify(world.calls().slice(before).includes("quit 1000"));
+        }
+        function test_a_close_button_that_is_not_shown_is_not_hit() {
+            tryVerify(() => card("Report") !== null);
+            mouseClick(card("Letter"), 60, 110);
+            tryVerify(() => card("Letter").isSelected);
+            const button = all(card("Report"), item => item instanceof CardCloseButton)[0];
+            const before = world.calls().length;
+            touchEvent(button).press(0, button, 11, 11).commit();
+            touchEvent(button).release(0, button, 11, 11).commit();
+            world.runPending();
+            verify(!world.calls().slice(before).includes("quit 1000"));
+        }
+        function test_a_card_shows_a_message_and_then_the_preview() {
+            world.addWindow(11, "Fresh");
+            tryVerify(() => card("Fresh") !== null);
+            compare(card("Fresh").previewMessage, "This window cannot be captured yet");
+            for (let i = 0; i < 3; ++i)
+                world.capture();
+            tryVerify(() => card("Fresh").previewRevision !== 0);
+            compare(card("Fresh").previewMessage, "");
+            const middle = () => {
+                const fresh = card("Fresh");
+                const at = fresh.mapToItem(board, fresh.width / 2, 40);
+                return grabImage(board).pixel(at.x, at.y);
+            };
+            tryVerify(() => Qt.colorEqual(middle(), "#ff0000"));
+            world.removeWindow(11);
+        }
+        function test_the_tip_of_a_card_has_a_title_that_is_cut_off() {
+            const title = "A title that is far too long for any card of the board to show it";
+            world.addWindow(12, title);
+            tryVerify(() => card(title) !== null);
+            const tip = all(card(title), item => item instanceof HoverTip)
+                .find(item => item.parent === card(title));
+            tryCompare(tip, "text",
+                       title + "\nClick to switch to the window; drag to another goal");
+            world.removeWindow(12);
+        }
+        function test_the_tip_of_a_card_goes_when_it_is_pressed_and_comes_with_the_pointer() {
+            tryVerify(() => card("Report") !== null);
+            const report = card("Report");
+            const tip = all(report, item => item instanceof HoverTip)
+                .find(item => item.parent === report);
+            mouseMove(report, 60, 110);
+            tryVerify(() => tip.active);
+            mousePress(report, 60, 110);
+            verify(!tip.active);
+            mouseRelease(report, 60, 110);
+            verify(!tip.active);
+            mouseMove(root, 1090, 690);
+            mouseMove(report, 60, 110);
+            tryVerify(() => tip.active);
+            mouseMove(root, 1090, 690);
+        }
+        function test_scrolling_pauses_the_previews() {
+            world.rest();
+            world.capture();
+            const before = world.captureCount();
+            verify(before > 0);
+            const view = all(board, item => item instanceof ListView
+                                    && item.orientation === ListView.Horizontal)[0];
+            view.contentX += 1;
+            world.capture();
+            compare(world.captureCount(), before);
+            world.rest();
+            world.capture();
+            compare(world.captureCount(), before + 1);
+            view.contentX -= 1;
+            world.rest();
+        }
+        function test_the_menu_of_a_card_makes_a_goal_for_it() {
+            tryVerify(() => card("Letter") !== null);
+            card("Letter").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            // Past the goal and the unassigned windows.
+            for (let i = 0; i < 3; ++i)
+                keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => root.Window.activeFocusItem instanceof TextInputField);
+            for (const letter of "new")
+                keyClick(letter);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => world.goalOfWindow(8) === "new");
+            world.board.deleteGoal(world.columnOfGoal("new"));
+            tryVerify(() => world.goalOfWindow(8) === "");
+        }
+        function test_the_menu_of_a_goal_opens_and_shows_windows() {
+            tryVerify(() => columns().length === 2);
+            const button = all(columns()[1], item => item instanceof IconButton
+                                                      && item.symbol === "ellipsis")[0];
+            const choose = place => {
+                mouseClick(button);
+                for (let i = 0; i < place; ++i)
+                    keyClick(Qt.Key_Down);
+                keyClick(Qt.Key_Return);
+                world.runPending();
+            };
+            choose(1);
+            tryVerify(() => world.calls().includes("launch chrome"));
+            choose(2);
+            tryVerify(() => world.calls().includes("launch terminal"));
+        }
         function test_the_menu_of_a_goal_renames_it() {
             tryVerify(() => columns().length === 2);
             const button = all(columns()[1], item => item instanceof IconButton

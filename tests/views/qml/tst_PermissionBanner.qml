@@ -25,5 +25,12 @@ Item {
             verify(banner.visible);
             tryVerify(() => banner.implicitHeight > 80);
         }
+        function test_the_button_asks_for_what_is_missing() {
+            world.denyPermissions();
+            const button = Array.from(banner.children).find(item => item instanceof AppButton);
+            compare(button.Accessible.name, "Open System Settings");
+            mouseClick(button);
+            compare(world.openedUrlCount(), 1);
+        }
     }
 }
