@@ -43,6 +43,23 @@ FocusScope {
         border.color: Theme.focus
     }
 
+    // Below everything else: the rows of todos come first.
+    DropArea {
+        id: dropArea
+
+        anchors.fill: parent
+        keys: ["text/plain"]
+        // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
+        onEntered: drag => {
+            drag.accepted = root.dragSource.isDragging
+                    && root.board.canDrop(drag.text, root.columnID);
+        }
+        onDropped: drop => {
+            drop.accepted = root.dragSource.isDragging
+                    && root.board.drop(drop.text, root.columnID);
+        }
+    }
+
     ColumnHeader {
         id: header
 
@@ -160,22 +177,6 @@ FocusScope {
             Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
             Accessible.name: text
-        }
-    }
-
-    DropArea {
-        id: dropArea
-
-        anchors.fill: parent
-        keys: ["text/plain"]
-        // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
-        onEntered: drag => {
-            drag.accepted = root.dragSource.isDragging
-                    && root.board.canDrop(drag.text, root.columnID);
-        }
-        onDropped: drop => {
-            drop.accepted = root.dragSource.isDragging
-                    && root.board.drop(drop.text, root.columnID);
         }
     }
 }

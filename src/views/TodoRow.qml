@@ -122,6 +122,8 @@ FocusScope {
             spacing: 1
 
             AppText {
+                id: titleText
+
                 width: parent.width
                 text: root.title
                 color: root.isDone ? Theme.secondaryText : Theme.text
@@ -178,8 +180,9 @@ FocusScope {
         }
         HoverTip {
             text: root.title
-            isHovered: hover.hovered && !area.pressed && !root.dragSource.isDragging
-                       && !statusButton.hovered && !goButton.visible && !handle.hovered
+            isHovered: hover.hovered && titleText.truncated && !area.pressed
+                       && !root.dragSource.isDragging
+                       && !statusButton.hovered && !goButton.hovered && !handle.hovered
         }
     }
     // None or one: a field is made for the row that is edited alone.
