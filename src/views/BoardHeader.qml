@@ -48,8 +48,10 @@ Item {
             }
         }
         SearchField {
+            Layout.fillWidth: true
             Layout.preferredWidth: 260
-            Layout.minimumWidth: 180
+            Layout.minimumWidth: 150
+            Layout.maximumWidth: 260
             label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
             placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
             clearLabel: root.board.copy.text(CopyKey.ClearSearch)

@@ -81,7 +81,8 @@ Item {
             required property int index
 
             z: index
-            width: rows.width
+            // Beside the scroll bar, which would lie on the handles.
+            width: rows.width - (rows.interactive ? Theme.small : 0)
             board: root.board
             dragSource: root.dragSource
             listID: root.listID

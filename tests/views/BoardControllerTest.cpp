@@ -167,5 +167,18 @@ TEST_F(Controller, The_sorting_of_goals_is_toggled)
     EXPECT_TRUE(controller->isAutoSortingGoals());
 }
 
+TEST_F(Controller, A_goal_moves_by_one_place_while_goals_have_their_own_order)
+{
+    EXPECT_TRUE(controller->moveColumn(second.text(), -1));
+    EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("Second"), QStringLiteral("First")}));
+    EXPECT_FALSE(controller->moveColumn(second.text(), -1));
+    EXPECT_TRUE(controller->moveColumn(second.text(), 1));
+    EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("First"), QStringLiteral("Second")}));
+    EXPECT_FALSE(controller->moveColumn(second.text(), 1));
+    EXPECT_FALSE(controller->moveColumn(unassigned, 1));
+    store().setAutoSortingGoals(true);
+    EXPECT_FALSE(controller->moveColumn(second.text(), -1));
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -262,6 +262,13 @@ Item {
             compare(shown.symbol, "chevrons-up");
             world.board.todos.setPriority(world.columnOfGoal("Second"), "p2");
         }
+        function test_alt_and_an_arrow_move_a_goal() {
+            button(column("Second"), "ellipsis").forceActiveFocus();
+            keyClick(Qt.Key_Left, Qt.AltModifier);
+            compare(world.goalTitles(), ["Second", "First"]);
+            keyClick(Qt.Key_Right, Qt.AltModifier);
+            compare(world.goalTitles(), ["First", "Second"]);
+        }
         function test_the_badges_count_open_todos() {
             const first = column("First");
             show(first, "First", ["A", "B"]);
