@@ -110,7 +110,8 @@ FocusScope {
         anchors.leftMargin: Theme.small
         anchors.rightMargin: Theme.small
         height: implicitHeight
-        maximumHeight: room / 2
+        // The windows keep half of the column, or what tells that there are none its place.
+        maximumHeight: root.windowCount > 0 ? room / 2 : room - emptyPlace.height - Theme.small
         board: root.board
         dragSource: root.dragSource
         listID: root.columnID
@@ -152,6 +153,8 @@ FocusScope {
         }
     }
     Item {
+        id: emptyPlace
+
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: cards.top
