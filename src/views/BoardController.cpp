@@ -146,6 +146,22 @@ void BoardController::deleteGoal(const QString& columnID)
         m_store.deleteGoal(*goalID);
 }
 
+bool BoardController::moveColumn(const QString& columnID, int step)
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    const QList<Goal> goals = m_store.visibleGoals();
+    const auto found =
+        std::ranges::find(goals, goalID, [](const Goal& goal) { return std::optional(goal.id); });
+    const qsizetype place = found - goals.begin();
+    const qsizetype target = place + step;
+    if (found == goals.end() || target < 0 || target >= goals.size() ||
+        m_store.isAutoSortingGoals() || (step != 1 && step != -1))
+        return false;
+    // The later of the two neighbours comes before the earlier one.
+    m_store.moveGoal(goals.at(qMax(place, target)).id, goals.at(qMin(place, target)).id);
+    return true;
+}
+
 void BoardController::moveWindow(quint32 windowID, const QString& columnID)
 {
     if (const std::optional<ColumnID> column = columnFromText(columnID))

@@ -88,6 +88,9 @@ public:
     Q_INVOKABLE void requestPermissions();
     /// A view of the board moves.
     Q_INVOKABLE void noteScrollActivity();
+    /// Moves a goal by one place among those that show: -1 towards the first, 1 towards the last.
+    /// False when it cannot move there, or goals are sorted automatically.
+    Q_INVOKABLE bool moveColumn(const QString& columnID, int step);
     Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
 
     /// The texts that drags carry; empty for the unassigned column, which cannot be dragged.

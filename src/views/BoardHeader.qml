@@ -12,12 +12,16 @@ Item {
 
     signal newGoalRequested
 
-    implicitHeight: 76
+    implicitHeight: controls.height + hints.height
 
     RowLayout {
-        anchors.fill: parent
+        id: controls
+
+        anchors.left: parent.left
+        anchors.right: parent.right
         anchors.leftMargin: Theme.huge
         anchors.rightMargin: Theme.huge
+        height: 70
         spacing: Theme.small
 
         Column {
@@ -44,8 +48,10 @@ Item {
             }
         }
         SearchField {
+            Layout.fillWidth: true
             Layout.preferredWidth: 260
-            Layout.minimumWidth: 180
+            Layout.minimumWidth: 150
+            Layout.maximumWidth: 260
             label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
             placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
             clearLabel: root.board.copy.text(CopyKey.ClearSearch)
@@ -108,6 +114,41 @@ Item {
             text: root.board.copy.text(CopyKey.NewGoal)
             isPrimary: true
             onClicked: root.newGoalRequested()
+        }
+    }
+    Item {
+        id: hints
+
+        readonly property real room: width - Theme.huge
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: controls.bottom
+        anchors.leftMargin: Theme.huge
+        anchors.rightMargin: Theme.huge
+        height: 24
+
+        AppText {
+            id: keyboardHint
+
+            width: Math.min(implicitWidth, parent.width)
+            text: root.board.copy.text(CopyKey.KeyboardHint)
+            font: Theme.caption
+            color: Theme.secondaryText
+            Accessible.ignored: !visible
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        // Where both do not fit, the keys of the board are what a person looks for.
+        AppText {
+            anchors.right: parent.right
+            text: root.board.copy.text(CopyKey.DoubleTapHint)
+            font: Theme.caption
+            color: Theme.secondaryText
+            visible: keyboardHint.implicitWidth + implicitWidth <= hints.room
+            Accessible.ignored: !visible
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 }

@@ -43,6 +43,23 @@ FocusScope {
         border.color: Theme.focus
     }
 
+    // Below everything else: the rows of todos come first.
+    DropArea {
+        id: dropArea
+
+        anchors.fill: parent
+        keys: ["text/plain"]
+        // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
+        onEntered: drag => {
+            drag.accepted = root.dragSource.isDragging
+                    && root.board.canDrop(drag.text, root.columnID);
+        }
+        onDropped: drop => {
+            drop.accepted = root.dragSource.isDragging
+                    && root.board.drop(drop.text, root.columnID);
+        }
+    }
+
     ColumnHeader {
         id: header
 
@@ -97,7 +114,8 @@ FocusScope {
         anchors.leftMargin: Theme.small
         anchors.rightMargin: Theme.small
         height: implicitHeight
-        maximumHeight: room / 2
+        // The windows keep half of the column, or what tells that there are none its place.
+        maximumHeight: root.windowCount > 0 ? room / 2 : room - emptyPlace.height - Theme.small
         board: root.board
         dragSource: root.dragSource
         listID: root.columnID
@@ -139,6 +157,8 @@ FocusScope {
         }
     }
     Item {
+        id: emptyPlace
+
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: cards.top
@@ -164,22 +184,6 @@ FocusScope {
             Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
             Accessible.name: text
-        }
-    }
-
-    DropArea {
-        id: dropArea
-
-        anchors.fill: parent
-        keys: ["text/plain"]
-        // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
-        onEntered: drag => {
-            drag.accepted = root.dragSource.isDragging
-                    && root.board.canDrop(drag.text, root.columnID);
-        }
-        onDropped: drop => {
-            drop.accepted = root.dragSource.isDragging
-                    && root.board.drop(drop.text, root.columnID);
         }
     }
 }

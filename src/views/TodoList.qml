@@ -34,8 +34,8 @@ Item {
         root.focusEditor();
     }
     function focusEditor(): void {
-        if (adding.item !== null)
-            (adding.item as TodoField).take();
+        if (adding.count > 0)
+            (adding.itemAt(0) as TodoField).take();
     }
     function closeEditor(): void {
         if (root.isOwnEditorOpen)
@@ -64,10 +64,14 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-        anchors.bottom: adding.top
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: root.isEditorOpen ? Theme.todoHeight : 0
         boundsBehavior: Flickable.StopAtBounds
         clip: true
         interactive: contentHeight > height
+        // The rows themselves have the keyboard.
+        currentIndex: -1
+        keyNavigationEnabled: false
         model: root.listModel
         T.ScrollBar.vertical: AppScrollBar {}
 
@@ -77,7 +81,8 @@ Item {
             required property int index
 
             z: index
-            width: rows.width
+            // Beside the scroll bar, which would lie on the handles.
+            width: rows.width - (rows.interactive ? Theme.small : 0)
             board: root.board
             dragSource: root.dragSource
             listID: root.listID
@@ -109,17 +114,16 @@ Item {
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
-    Loader {
+    Repeater {
         id: adding
 
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        height: active ? Theme.todoHeight : 0
-        active: root.isEditorOpen
-        sourceComponent: TodoField {
+        model: root.isEditorOpen ? 1 : 0
+        delegate: TodoField {
             id: newTodo
 
+            anchors.left: root.left
+            anchors.right: root.right
+            anchors.bottom: root.bottom
             board: root.board
             symbol: "circle"
             label: root.board.copy.text(CopyKey.AddTodo)

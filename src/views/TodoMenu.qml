@@ -11,6 +11,8 @@ AppMenu {
 
     property string todoID
     property string columnID
+    /// Whether it has its items; to be set before it is shown.
+    property bool isPrepared: false
 
     title: root.board.copy.text(CopyKey.EditTodo)
 
@@ -19,9 +21,9 @@ AppMenu {
 
         title: root.board.copy.text(CopyKey.MoveToGoal)
 
-        // Made while the menu shows: a board may have many goals.
+        // A board may have many goals. Items that come while the menu opens would close it again.
         Instantiator {
-            active: root.visible
+            active: root.isPrepared
             model: root.board.moveTargets
             delegate: AppMenuItem {
                 id: item

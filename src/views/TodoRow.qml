@@ -30,7 +30,8 @@ FocusScope {
     function openMenu(): void {
         root.menuRequested(root, Qt.point(Theme.huge, root.height - Theme.tiny));
     }
-    function focusRow(): void {
+    function endEdit(): void {
+        root.editEnded();
         face.forceActiveFocus();
     }
 
@@ -121,6 +122,8 @@ FocusScope {
             spacing: 1
 
             AppText {
+                id: titleText
+
                 width: parent.width
                 text: root.title
                 color: root.isDone ? Theme.secondaryText : Theme.text
@@ -177,34 +180,30 @@ FocusScope {
         }
         HoverTip {
             text: root.title
-            isHovered: hover.hovered && !area.pressed && !root.dragSource.isDragging
-                       && !statusButton.hovered && !goButton.visible && !handle.hovered
+            isHovered: hover.hovered && titleText.truncated && !area.pressed
+                       && !root.dragSource.isDragging
+                       && !statusButton.hovered && !goButton.hovered && !handle.hovered
         }
     }
-    Loader {
-        id: editor
-
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
-        active: root.isEdited
-        sourceComponent: TodoField {
+    // None or one: a field is made for the row that is edited alone.
+    Repeater {
+        model: root.isEdited ? 1 : 0
+        delegate: TodoField {
+            anchors.left: root.left
+            anchors.right: root.right
+            anchors.verticalCenter: root.verticalCenter
             board: root.board
             symbol: root.statusSymbol
             label: root.board.copy.text(CopyKey.EditTodo)
             text: root.title
             onCommitted: title => {
                 root.board.todos.rename(root.todoID, root.columnID, title);
-                root.editEnded();
-                root.focusRow();
+                root.endEdit();
             }
-            onCancelled: {
-                root.editEnded();
-                root.focusRow();
-            }
+            onCancelled: root.endEdit()
             onAbandoned: root.editEnded()
         }
-        onLoaded: (editor.item as TodoField).take()
+        onItemAdded: (index, item) => (item as TodoField).take()
     }
     DropArea {
         id: dropArea

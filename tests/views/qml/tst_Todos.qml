@@ -1,0 +1,300 @@
+import QtQuick
+import QtTest
+import Kelpa
+
+Item {
+    id: root
+
+    width: 1300
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+
+    TestCase {
+        name: "Todos"
+        when: windowShown
+
+        function initTestCase() {
+            world.board.createGoal("First");
+            world.board.createGoal("Second");
+            tryVerify(() => column("Second") !== null);
+        }
+        function cleanup() {
+            world.board.todos.cancelEditor();
+            for (const list of all(board, item => item instanceof TodoList))
+                list.isOwnEditorOpen = false;
+            world.removeTodos();
+            // No menu and no row of one test stays for the next.
+            tryVerify(() => menuItems().length === 0);
+            tryVerify(() => all(board, item => item instanceof TodoRow).length === 0);
+        }
+
+        /// Everything below `item` for which `accepts` holds.
+        function all(item, accepts) {
+            let found = accepts(item) ? [item] : [];
+            for (let i = 0; i < item.children.length; ++i)
+                found = found.concat(all(item.children[i], accepts));
+            return found;
+        }
+        function only(found) {
+            return found.length === 1 ? found[0] : null;
+        }
+        function column(title) {
+            return only(all(board, item => item instanceof GoalColumn && item.title === title));
+        }
+        function unified() {
+            return only(all(board, item => item instanceof UnifiedTodoColumn));
+        }
+        function rowTitles(place) {
+            return all(place, item => item instanceof TodoRow).sort((a, b) => a.y - b.y)
+                .map(row => row.title);
+        }
+        function row(place, title) {
+            return only(all(place, item => item instanceof TodoRow && item.title === title));
+        }
+        function face(place, title) {
+            return only(all(row(place, title), item => item.Accessible.role === Accessible.ListItem));
+        }
+        function button(place, symbol) {
+            return only(all(place, item => item instanceof IconButton && item.visible
+                                           && item.symbol === symbol));
+        }
+        function field(place) {
+            return only(all(place, item => item instanceof TextInputField && item.visible));
+        }
+        function menuItems() {
+            return all(root.parent, item => item instanceof AppMenuItem && item.visible
+                                            && item.opacity > 0);
+        }
+        function show(place, goal, titles) {
+            for (const title of titles)
+                world.addTodo(title, goal);
+            tryVerify(() => row(place, titles[titles.length - 1]) !== null);
+        }
+        function type(text) {
+            for (const character of text)
+                keyClick(character);
+        }
+
+        function test_todos_are_list_items_named_by_their_title() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            compare(face(first, "Read").Accessible.name, "Read");
+            compare(unified().Accessible.role, Accessible.List);
+            compare(unified().Accessible.name, "All todos");
+            compare(face(unified(), "Read").Accessible.description, "First");
+        }
+        function test_the_status_button_goes_round() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            const status = button(row(first, "Read"), "circle");
+            compare(status.Accessible.name,
+                    world.board.copy.statusAccessibilityLabel("todo"));
+            compare(status.help, world.board.copy.statusHelp("todo"));
+            mouseClick(status);
+            compare(world.todos("First")[0], "Read (ing)");
+            compare(status.symbol, "contrast");
+            mouseClick(status);
+            compare(world.todos("First")[0], "Read (completed)");
+            compare(status.symbol, "circle-check");
+            // Still on the card of its goal, but no more among all todos.
+            compare(rowTitles(first), ["Read", "Write"]);
+            tryVerify(() => row(unified(), "Read") === null);
+            mouseClick(status);
+            compare(world.todos("First")[0], "Read (todo)");
+        }
+        function test_a_click_on_the_title_edits_it_in_place() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            compare(field(first).text, "Read");
+            compare(field(first).Accessible.name, "Edit todo");
+            type("abc");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["abc (todo)"]);
+            tryVerify(() => field(first) === null);
+            verify(face(first, "abc").activeFocus);
+        }
+        function test_a_blank_title_keeps_the_editor_and_the_todo() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_F2);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            keyClick(Qt.Key_Space);
+            keyClick(Qt.Key_Return);
+            verify(field(first) !== null);
+            compare(world.todos("First"), ["Read (todo)"]);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)"]);
+            verify(face(first, "Read").activeFocus);
+        }
+        function test_return_that_ends_a_composition_does_not_commit() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            world.compose("にほん");
+            keyClick(Qt.Key_Return);
+            verify(field(first) !== null);
+            compare(world.todos("First"), ["Read (todo)"]);
+            world.compose("");
+            keyClick(Qt.Key_Escape);
+        }
+        function test_editing_ends_when_the_keyboard_goes_elsewhere() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            face(first, "Write").forceActiveFocus();
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)", "Write (todo)"]);
+        }
+        function test_the_handle_copies() {
+            show(column("First"), "First", ["Read"]);
+            const handle = button(row(column("First"), "Read"), "menu");
+            compare(handle.Accessible.name, "Copy and drag todo");
+            mouseClick(handle);
+            compare(world.clipboard(), "Read");
+        }
+        function test_the_add_button_of_a_goal_opens_a_field_that_stays() {
+            const first = column("First");
+            mouseClick(button(first, "lightbulb"));
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("ab");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["ab (todo)"]);
+            compare(field(first).text, "");
+            verify(field(first).activeFocus);
+            type("cd");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["ab (todo)", "cd (todo)"]);
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First").length, 2);
+            verify(field(first) !== null);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => field(first) === null);
+            compare(world.board.todos.editorColumnID, "");
+        }
+        function test_a_request_for_the_editor_moves_it_and_takes_the_keyboard() {
+            world.board.todos.requestEditor(world.columnOfGoal("First"));
+            tryVerify(() => field(column("First")) !== null && field(column("First")).activeFocus);
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            tryVerify(() => field(column("Second")) !== null && field(column("Second")).activeFocus);
+            compare(field(column("First")), null);
+            button(unified(), "lightbulb").forceActiveFocus();
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            tryVerify(() => field(column("Second")).activeFocus);
+        }
+        function test_the_cancel_button_closes_the_field() {
+            const first = column("First");
+            mouseClick(button(first, "lightbulb"));
+            tryVerify(() => field(first) !== null);
+            mouseClick(button(first, "x"));
+            tryVerify(() => field(first) === null);
+        }
+        function test_unassigned_todos_are_added_in_two_columns() {
+            for (const place of [column("Unsorted"), unified()]) {
+                mouseClick(button(place, "lightbulb"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                type("x");
+                keyClick(Qt.Key_Return);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+            }
+            compare(world.todos(""), ["x (todo)", "x (todo)"]);
+        }
+        function test_the_menu_of_a_todo_deletes_it() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            mouseClick(row(first, "Read"), 60, 17, Qt.RightButton);
+            tryVerify(() => menuItems().length === 2);
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => world.todos("First").length === 1);
+            compare(world.todos("First"), ["Write (todo)"]);
+        }
+        function test_the_keys_move_a_todo_to_another_goal_by_its_menu() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_F10, Qt.ShiftModifier);
+            tryVerify(() => menuItems().length === 2);
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Right);
+            // The other goal and the unassigned column.
+            tryVerify(() => menuItems().length === 4);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => world.todos("Second").length === 1);
+            compare(world.todos("First"), []);
+        }
+        function test_alt_and_an_arrow_reorder() {
+            const first = column("First");
+            show(first, "First", ["A", "B", "C"]);
+            face(first, "C").forceActiveFocus();
+            keyClick(Qt.Key_Up, Qt.AltModifier);
+            tryVerify(() => rowTitles(first).join() === "A,C,B");
+            keyClick(Qt.Key_Up, Qt.AltModifier);
+            tryVerify(() => rowTitles(first).join() === "C,A,B");
+            keyClick(Qt.Key_Down, Qt.AltModifier);
+            tryVerify(() => rowTitles(first).join() === "A,C,B");
+            tryVerify(() => rowTitles(unified()).join() === "A,C,B");
+        }
+        function test_the_priority_menu_sets_the_priority() {
+            const second = column("Second");
+            const shown = button(second, "equal");
+            compare(shown.Accessible.name, world.board.copy.priorityAccessibilityLabel("p2"));
+            mouseClick(shown);
+            tryVerify(() => menuItems().length === 4);
+            compare(menuItems().filter(item => item.isChosen).map(item => item.text),
+                    [world.board.copy.priorityName("p2")]);
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => world.priorityOf("Second") === "p0");
+            compare(shown.symbol, "chevrons-up");
+            world.board.todos.setPriority(world.columnOfGoal("Second"), "p2");
+        }
+        function test_alt_and_an_arrow_move_a_goal() {
+            button(column("Second"), "ellipsis").forceActiveFocus();
+            keyClick(Qt.Key_Left, Qt.AltModifier);
+            compare(world.goalTitles(), ["Second", "First"]);
+            keyClick(Qt.Key_Right, Qt.AltModifier);
+            compare(world.goalTitles(), ["First", "Second"]);
+        }
+        function test_the_badges_count_open_todos() {
+            const first = column("First");
+            show(first, "First", ["A", "B"]);
+            world.board.todos.toggle(world.todoID("A", "First"), first.columnID);
+            world.board.todos.toggle(world.todoID("A", "First"), first.columnID);
+            tryCompare(first, "openTodoCount", 1);
+            const badge = all(first, item => item instanceof CountBadge)[0];
+            compare(badge.Accessible.name, world.board.copy.openTodoCount(1));
+        }
+        function test_the_way_to_a_todo_selects_its_goal() {
+            show(unified(), "Second", ["Read"]);
+            mouseClick(button(row(unified(), "Read"), "arrow-right"));
+            tryCompare(column("Second"), "isSelected", true);
+            verify(!column("First").isSelected);
+        }
+        function test_an_empty_list_says_so() {
+            const texts = all(column("First"), item => item instanceof AppText && item.visible)
+                .map(item => item.text);
+            verify(texts.includes("No todos yet"));
+        }
+        function test_a_long_list_makes_only_the_rows_that_show() {
+            for (let i = 0; i < 1000; ++i)
+                world.addTodo("Todo " + i, "First");
+            tryVerify(() => rowTitles(column("First")).length > 5);
+            verify(rowTitles(column("First")).length < 60);
+            verify(rowTitles(unified()).length < 60);
+        }
+    }
+}
