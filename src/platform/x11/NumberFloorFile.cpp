@@ -23,12 +23,14 @@ WindowID NumberFloorFile::floor() const
 
 bool NumberFloorFile::reserve(WindowID upTo)
 {
+    // A folder that came late, with its disk, may hold a greater one than was found at the start.
+    const WindowID number = std::max(upTo, floor());
     QSaveFile file(m_path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QByteArray::number(upTo) + '\n');
-        file.commit();
+    if (!file.open(QIODevice::WriteOnly)) {
+        return false;
     }
-    return true;
+    file.write(QByteArray::number(number) + '\n');
+    return file.commit();
 }
 
 } // namespace kelpa::x11

@@ -18,9 +18,7 @@ public:
     /// The greater of `leastFloor` and what stands in the file. Reads the disk.
     WindowID floor() const;
 
-    /// Also true when the disk refuses the number: without numbers there would be no windows on the
-    /// board, and those that come to matter after this session are the assigned ones, of which
-    /// `leastFloor` tells at the next start.
+    /// Writes the number, or the one in the file where that is greater.
     bool reserve(WindowID upTo) override;
 
 private:

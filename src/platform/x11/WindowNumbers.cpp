@@ -59,6 +59,7 @@ void WindowNumbers::beginReading()
 WindowNumbers::Numbering WindowNumbers::number(const std::vector<Sighting>& sightings,
                                                std::optional<WindowID> counter)
 {
+    retryReserving();
     if (!m_isWriting) {
         return readNumbers(sightings, counter.value_or(0));
     }
@@ -72,8 +73,8 @@ WindowNumbers::Numbering WindowNumbers::number(const std::vector<Sighting>& sigh
     // Of two windows that came with one tag nothing tells which bore it first.
     const std::set<std::uint32_t> disputed = duplicates(strangers);
     for (const Sighting& sighting : strangers) {
-        if (sighting.tag && isBelievable(*sighting.tag) && !disputed.contains(*sighting.tag) &&
-            isReserved(*sighting.tag)) {
+        if (sighting.tag && isBelievable(*sighting.tag) && !disputed.contains(*sighting.tag)) {
+            reserve(*sighting.tag);
             remember(sighting.window, *sighting.tag);
         }
     }
@@ -104,8 +105,8 @@ WindowNumbers::Numbering WindowNumbers::readNumbers(const std::vector<Sighting>&
     const std::set<std::uint32_t> disputed = duplicates(sightings);
     for (const Sighting& sighting : sightings) {
         const WindowID tag = sighting.tag.value_or(0);
-        if (tag != 0 && tag <= counter && isPlausible(tag) && !disputed.contains(tag) &&
-            isReserved(tag)) {
+        if (tag != 0 && tag <= counter && isPlausible(tag) && !disputed.contains(tag)) {
+            reserve(tag);
             remember(sighting.window, tag);
             result.numbers.emplace_back(tag);
         } else {
@@ -138,26 +139,37 @@ bool WindowNumbers::isPlausible(WindowID number) const
     return number <= sumAtMostGreatest(m_reservedUpTo, greatestLead);
 }
 
-bool WindowNumbers::isReserved(WindowID number)
+void WindowNumbers::reserve(WindowID number)
 {
     if (number <= m_reservedUpTo) {
-        return true;
+        return;
+    }
+    m_wanted = std::max(m_wanted, number);
+    // A disk that refuses one number refuses the others of this look.
+    if (m_isRefused) {
+        return;
     }
     const WindowID upTo = sumAtMostGreatest(number, blockSize - 1);
-    if (!m_reservation.reserve(upTo)) {
-        return false;
+    if (m_reservation.reserve(upTo)) {
+        m_reservedUpTo = upTo;
+    } else {
+        m_isRefused = true;
     }
-    m_reservedUpTo = upTo;
-    return true;
+}
+
+void WindowNumbers::retryReserving()
+{
+    m_isRefused = false;
+    reserve(m_wanted);
 }
 
 std::optional<WindowID> WindowNumbers::next()
 {
-    // A window without a number is not shown; one with a number of another is far worse.
-    if (m_last == greatestNumber || !isReserved(m_last + 1)) {
+    if (m_last == greatestNumber) {
         return std::nullopt;
     }
-    return ++m_last;
+    reserve(++m_last);
+    return m_last;
 }
 
 bool WindowNumbers::isBelievable(WindowID tag) const

@@ -1,5 +1,6 @@
 #include "platform/x11/NumberFloorFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -45,11 +46,22 @@ TEST_F(NumberFloorFileTest, A_file_with_anything_else_counts_as_none)
     }
 }
 
-TEST_F(NumberFloorFileTest, A_place_that_cannot_be_written_leaves_the_windows_numbered)
+TEST_F(NumberFloorFileTest, A_place_that_cannot_be_written_is_no_success)
 {
-    NumberFloorFile file(folder.filePath(QStringLiteral("no/such/folder/window-numbers")), 7);
-    EXPECT_TRUE(file.reserve(256));
+    NumberFloorFile file(folder.filePath(QStringLiteral("late/window-numbers")), 7);
+    EXPECT_FALSE(file.reserve(256));
     EXPECT_EQ(file.floor(), 7U);
+
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("late")));
+    EXPECT_TRUE(file.reserve(256));
+    EXPECT_EQ(file.floor(), 256U);
+}
+
+TEST_F(NumberFloorFileTest, A_greater_number_in_the_file_stays)
+{
+    write("5000\n");
+    EXPECT_TRUE(NumberFloorFile(path, 0).reserve(256));
+    EXPECT_EQ(NumberFloorFile(path, 0).floor(), 5000U);
 }
 
 } // namespace
