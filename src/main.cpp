@@ -28,6 +28,7 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <set>
 
 namespace {
 
@@ -75,15 +76,17 @@ int main(int argc, char** argv)
         if (board != nullptr)
             board->refreshInBackground();
     });
+    const std::set<WindowID> assigned = assignedWindows(settings);
     x11::NumberFloorFile numbers(QFileInfo(path).dir().filePath(QStringLiteral("window-numbers")),
-                                 largestAssignedWindow(settings));
+                                 assigned);
     const auto connector = std::make_shared<x11::DisplayConnector>(QByteArray());
     x11::X11WindowServer windowServer({.connector = connector,
                                        .resolver = entries,
                                        .documents = &documents,
                                        .reservation = numbers,
                                        .numberFloor = numbers.floor(),
-                                       .scheduler = scheduler});
+                                       .scheduler = scheduler,
+                                       .takenNumbers = assigned});
     // So that the board does not begin with a banner about what it has not looked at yet.
     const TaskHandle firstLook = scheduler.inBackgroundAwaiting(
         std::chrono::milliseconds(100),

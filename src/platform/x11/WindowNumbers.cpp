@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace kelpa::x11 {
 
@@ -36,8 +37,9 @@ std::set<std::uint32_t> duplicates(const std::vector<WindowNumbers::Sighting>& s
 
 } // namespace
 
-WindowNumbers::WindowNumbers(NumberReservation& reservation, WindowID floor)
-    : m_reservation(reservation), m_reservedUpTo(floor), m_last(floor)
+WindowNumbers::WindowNumbers(NumberReservation& reservation, WindowID floor,
+                             std::set<WindowID> taken)
+    : m_reservation(reservation), m_taken(std::move(taken)), m_reservedUpTo(floor), m_last(floor)
 {}
 
 void WindowNumbers::beginWriting(std::optional<WindowID> counter)
@@ -165,10 +167,13 @@ void WindowNumbers::retryReserving()
 
 std::optional<WindowID> WindowNumbers::next()
 {
-    if (m_last == greatestNumber) {
-        return std::nullopt;
-    }
-    reserve(++m_last);
+    do {
+        if (m_last == greatestNumber) {
+            return std::nullopt;
+        }
+        ++m_last;
+    } while (m_taken.contains(m_last));
+    reserve(m_last);
     return m_last;
 }
 

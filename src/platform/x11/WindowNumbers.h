@@ -60,8 +60,9 @@ public:
         std::vector<Tag> tags;
     };
 
-    /// `floor`: what was last reserved on disk, 0 at first. `reservation` outlives this object.
-    WindowNumbers(NumberReservation& reservation, WindowID floor);
+    /// `floor`: what was last reserved on disk, 0 at first. `taken`: numbers that are not given to
+    /// any window anew, wherever they lie. `reservation` outlives this object.
+    WindowNumbers(NumberReservation& reservation, WindowID floor, std::set<WindowID> taken = {});
 
     /// From now on this program alone gives numbers on the display. `counter` is the one found
     /// there; one so far ahead of the reserved numbers that it must be forged is not believed.
@@ -95,6 +96,7 @@ private:
     Numbering readNumbers(const std::vector<Sighting>& sightings, WindowID counter);
 
     NumberReservation& m_reservation;
+    const std::set<WindowID> m_taken;
     WindowID m_reservedUpTo;
     /// The greatest number in use whose reservation was tried.
     WindowID m_wanted = 0;

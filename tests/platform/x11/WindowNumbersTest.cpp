@@ -192,6 +192,23 @@ TEST(WindowNumbers, A_refused_reservation_is_tried_again_at_each_look_until_it_s
     EXPECT_EQ(reservation.asked, (std::vector<WindowID>{512, 513, 513}));
 }
 
+TEST(WindowNumbers, A_number_under_which_something_is_kept_is_passed_over)
+{
+    Reservation reservation;
+    WindowNumbers numbers(reservation, 4, {2, 6, 7, 4294967295U});
+    numbers.beginWriting({});
+    EXPECT_EQ(numbers.number({{windowA, {}}, {windowB, {}}, {windowC, {}}}, {}).numbers,
+              (Numbers{5, 8, 9}));
+}
+
+TEST(WindowNumbers, The_last_number_is_not_given_when_something_is_kept_under_it)
+{
+    Reservation reservation;
+    WindowNumbers numbers(reservation, 4294967294U, {4294967295U});
+    numbers.beginWriting({});
+    EXPECT_EQ(numbers.number({{windowA, {}}}, {}).numbers, (Numbers{std::nullopt}));
+}
+
 TEST(WindowNumbers, After_the_last_number_none_is_given)
 {
     Reservation reservation;
