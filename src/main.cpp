@@ -33,6 +33,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <set>
 
 namespace {
 
@@ -80,15 +81,17 @@ int main(int argc, char** argv)
         if (board != nullptr)
             board->noteWindowsChangedOnDesktop();
     });
+    const std::set<WindowID> assigned = assignedWindows(settings);
     x11::NumberFloorFile numbers(QFileInfo(path).dir().filePath(QStringLiteral("window-numbers")),
-                                 largestAssignedWindow(settings));
+                                 assigned);
     const auto connector = std::make_shared<x11::DisplayConnector>(QByteArray());
     x11::X11WindowServer windowServer({.connector = connector,
                                        .resolver = entries,
                                        .documents = &documents,
                                        .reservation = numbers,
                                        .numberFloor = numbers.floor(),
-                                       .scheduler = scheduler});
+                                       .scheduler = scheduler,
+                                       .takenNumbers = assigned});
     // So that the board does not begin with a banner about what it has not looked at yet.
     const TaskHandle firstLook = scheduler.inBackgroundAwaiting(
         std::chrono::milliseconds(100),

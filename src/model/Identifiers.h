@@ -44,6 +44,11 @@ using TodoID = Identifier<struct TodoTag>;
 /// Number of a window, given by the platform's window server; never used twice.
 using WindowID = std::uint32_t;
 
+/// The greatest number that is believed to have been given when only a file tells so. No one opens
+/// four thousand million windows: a greater one is damage, and believing it would leave too few
+/// numbers (less than 2^20) for the windows to come.
+inline constexpr WindowID greatestBelievedWindow = 0xFFFF'FFFFU - (1U << 20U);
+
 /// Number of a process of the operating system.
 using ProcessID = std::int32_t;
 

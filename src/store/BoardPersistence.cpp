@@ -60,11 +60,15 @@ StoredBoard loadBoard(SettingsStore& settings)
     return board;
 }
 
-WindowID largestAssignedWindow(const SettingsStore& settings)
+std::set<WindowID> assignedWindows(const SettingsStore& settings)
 {
-    const auto document = stored<QByteArray>(settings, assignmentsKey);
-    const auto assignments = document ? decodeAssignments(*document) : std::nullopt;
-    return assignments ? largestAssignedWindow(*assignments) : 0;
+    std::set<WindowID> windows;
+    for (const QString& key : {assignmentsKey, legacyAssignmentsKey}) {
+        const auto document = stored<QByteArray>(settings, key);
+        if (const auto assignments = document ? decodeAssignments(*document) : std::nullopt)
+            windows.merge(assignedWindows(*assignments));
+    }
+    return windows;
 }
 
 std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,

@@ -8,6 +8,7 @@
 #include <QList>
 
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace kelpa {
@@ -38,8 +39,8 @@ struct StoredBoard
 /// since the next save overwrites it.
 StoredBoard loadBoard(SettingsStore& settings);
 
-/// The largest window number that is assigned in `settings`; 0 when there is none.
-WindowID largestAssignedWindow(const SettingsStore& settings);
+/// The window numbers that are assigned in `settings`, also those of an earlier release.
+std::set<WindowID> assignedWindows(const SettingsStore& settings);
 
 /// What a save writes. A part that cannot be encoded is left out.
 std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,

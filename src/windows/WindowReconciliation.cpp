@@ -1,7 +1,5 @@
 #include "windows/WindowReconciliation.h"
 
-#include <algorithm>
-
 namespace kelpa {
 
 namespace {
@@ -20,12 +18,16 @@ QString assignmentKey(WindowID windowID)
     return QString::number(windowID);
 }
 
-WindowID largestAssignedWindow(const Assignments& assignments)
+std::set<WindowID> assignedWindows(const Assignments& assignments)
 {
-    WindowID largest = 0;
-    for (const auto& [key, goalID] : assignments.asKeyValueRange())
-        largest = std::max(largest, key.toUInt());
-    return largest;
+    std::set<WindowID> windows;
+    for (const auto& [key, goalID] : assignments.asKeyValueRange()) {
+        bool isNumber = false;
+        const WindowID window = key.toUInt(&isNumber);
+        if (isNumber)
+            windows.insert(window);
+    }
+    return windows;
 }
 
 std::optional<Assignments> migratedTerminalAssignments(const Assignments& assignments,

@@ -8,14 +8,15 @@
 #include <QSet>
 
 #include <optional>
+#include <set>
 
 namespace kelpa {
 
 /// The key under which a window's assignment is kept: its number in decimal.
 QString assignmentKey(WindowID windowID);
 
-/// The largest window number that has an assignment; 0 when none has one.
-WindowID largestAssignedWindow(const Assignments& assignments);
+/// The window numbers that have an assignment.
+std::set<WindowID> assignedWindows(const Assignments& assignments);
 
 /// `assignments` without the keys of an earlier release, which named a Terminal by its process, so
 /// far as `windows` shows which windows they stand for. None when there is nothing to migrate.

@@ -40,6 +40,19 @@ TEST_F(BoardPersistence, Legacy_keys_are_loaded_moved_and_left_in_place)
     EXPECT_EQ(settings.document(legacyAssignmentsKey), oneAssignment);
 }
 
+TEST_F(BoardPersistence, Assigned_windows_are_known_from_present_and_legacy_keys)
+{
+    EXPECT_EQ(assignedWindows(settings), std::set<WindowID>());
+    settings.values.insert(legacyAssignmentsKey,
+                           QByteArray(R"({"1":"11111111-1111-4111-8111-111111111111",)"
+                                      R"("2":"11111111-1111-4111-8111-111111111111"})"));
+    EXPECT_EQ(assignedWindows(settings), (std::set<WindowID>{1, 2}));
+    settings.values.insert(assignmentsKey, oneAssignment);
+    EXPECT_EQ(assignedWindows(settings), (std::set<WindowID>{1, 2, 4127}));
+    settings.values.insert(assignmentsKey, QByteArray("no"));
+    EXPECT_EQ(assignedWindows(settings), (std::set<WindowID>{1, 2}));
+}
+
 TEST_F(BoardPersistence, The_new_keys_win_over_the_legacy_ones)
 {
     settings.values.insert(legacyGoalsKey, oneGoal);

@@ -25,13 +25,15 @@ TEST(AssignmentKey, Is_the_window_number_in_plain_decimal)
     EXPECT_EQ(assignmentKey(4'294'967'295), QStringLiteral("4294967295"));
 }
 
-TEST(LargestAssignedWindow, Is_found_among_keys_of_any_kind)
+TEST(AssignedWindows, Are_found_among_keys_of_any_kind)
 {
-    EXPECT_EQ(largestAssignedWindow(Assignments()), 0U);
-    EXPECT_EQ(largestAssignedWindow({{QStringLiteral("9"), goalA},
-                                     {QStringLiteral("4127"), goalB},
-                                     {QStringLiteral("terminal:99999"), goalA}}),
-              4127U);
+    EXPECT_EQ(assignedWindows(Assignments()), std::set<WindowID>());
+    EXPECT_EQ(assignedWindows({{QStringLiteral("9"), goalA},
+                               {QStringLiteral("4127"), goalB},
+                               {QStringLiteral("4294967295"), goalB},
+                               {QStringLiteral("4294967296"), goalB},
+                               {QStringLiteral("terminal:99999"), goalA}}),
+              (std::set<WindowID>{9, 4127, 4294967295}));
 }
 
 TEST(WindowReconciliation, A_window_gets_the_goal_that_its_key_names)

@@ -4,12 +4,24 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace kelpa::x11 {
 
-NumberFloorFile::NumberFloorFile(QString path, WindowID leastFloor)
-    : m_path(std::move(path)), m_leastFloor(leastFloor)
+namespace {
+
+/// The greatest of `given` that may be believed; 0 when there is none.
+WindowID greatestBelieved(const std::set<WindowID>& given)
+{
+    const auto above = given.upper_bound(greatestBelievedWindow);
+    return above == given.begin() ? 0 : *std::prev(above);
+}
+
+} // namespace
+
+NumberFloorFile::NumberFloorFile(QString path, const std::set<WindowID>& given)
+    : m_path(std::move(path)), m_leastFloor(greatestBelieved(given))
 {}
 
 WindowID NumberFloorFile::floor() const
@@ -18,17 +30,20 @@ WindowID NumberFloorFile::floor() const
     QFile file(m_path);
     if (!file.open(QIODevice::ReadOnly))
         return m_leastFloor;
-    return std::max(m_leastFloor, file.read(longestNumber).trimmed().toUInt());
+    const WindowID stored = file.read(longestNumber).trimmed().toUInt();
+    return stored > greatestBelievedWindow ? m_leastFloor : std::max(m_leastFloor, stored);
 }
 
 bool NumberFloorFile::reserve(WindowID upTo)
 {
+    // A folder that came late, with its disk, may hold a greater one than was found at the start.
+    const WindowID number = std::max(upTo, floor());
     QSaveFile file(m_path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QByteArray::number(upTo) + '\n');
-        file.commit();
+    if (!file.open(QIODevice::WriteOnly)) {
+        return false;
     }
-    return true;
+    file.write(QByteArray::number(number) + '\n');
+    return file.commit();
 }
 
 } // namespace kelpa::x11

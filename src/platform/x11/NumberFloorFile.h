@@ -5,22 +5,23 @@
 
 #include <QString>
 
+#include <set>
+
 namespace kelpa::x11 {
 
 /// A file with one decimal number, replaced as a whole by each write.
 class NumberFloorFile final : public NumberReservation
 {
 public:
-    /// `leastFloor`: a number known from elsewhere to have been given, 0 for none. It covers what a
-    /// file that is lost or could not be written does not tell.
-    NumberFloorFile(QString path, WindowID leastFloor);
+    /// `given`: numbers known from elsewhere to have been given. They cover what a file that is
+    /// lost or could not be written does not tell.
+    NumberFloorFile(QString path, const std::set<WindowID>& given);
 
-    /// The greater of `leastFloor` and what stands in the file. Reads the disk.
+    /// The greatest of the given numbers and what stands in the file; 0 when there is none. A
+    /// number that is too great to be believed counts as none. Reads the disk.
     WindowID floor() const;
 
-    /// Also true when the disk refuses the number: without numbers there would be no windows on the
-    /// board, and those that come to matter after this session are the assigned ones, of which
-    /// `leastFloor` tells at the next start.
+    /// Writes the number, or the one in the file where that is greater.
     bool reserve(WindowID upTo) override;
 
 private:

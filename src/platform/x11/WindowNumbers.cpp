@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace kelpa::x11 {
 
@@ -36,8 +37,9 @@ std::set<std::uint32_t> duplicates(const std::vector<WindowNumbers::Sighting>& s
 
 } // namespace
 
-WindowNumbers::WindowNumbers(NumberReservation& reservation, WindowID floor)
-    : m_reservation(reservation), m_reservedUpTo(floor), m_last(floor)
+WindowNumbers::WindowNumbers(NumberReservation& reservation, WindowID floor,
+                             std::set<WindowID> taken)
+    : m_reservation(reservation), m_taken(std::move(taken)), m_reservedUpTo(floor), m_last(floor)
 {}
 
 void WindowNumbers::beginWriting(std::optional<WindowID> counter)
@@ -59,6 +61,7 @@ void WindowNumbers::beginReading()
 WindowNumbers::Numbering WindowNumbers::number(const std::vector<Sighting>& sightings,
                                                std::optional<WindowID> counter)
 {
+    retryReserving();
     if (!m_isWriting) {
         return readNumbers(sightings, counter.value_or(0));
     }
@@ -72,8 +75,8 @@ WindowNumbers::Numbering WindowNumbers::number(const std::vector<Sighting>& sigh
     // Of two windows that came with one tag nothing tells which bore it first.
     const std::set<std::uint32_t> disputed = duplicates(strangers);
     for (const Sighting& sighting : strangers) {
-        if (sighting.tag && isBelievable(*sighting.tag) && !disputed.contains(*sighting.tag) &&
-            isReserved(*sighting.tag)) {
+        if (sighting.tag && isBelievable(*sighting.tag) && !disputed.contains(*sighting.tag)) {
+            reserve(*sighting.tag);
             remember(sighting.window, *sighting.tag);
         }
     }
@@ -104,8 +107,8 @@ WindowNumbers::Numbering WindowNumbers::readNumbers(const std::vector<Sighting>&
     const std::set<std::uint32_t> disputed = duplicates(sightings);
     for (const Sighting& sighting : sightings) {
         const WindowID tag = sighting.tag.value_or(0);
-        if (tag != 0 && tag <= counter && isPlausible(tag) && !disputed.contains(tag) &&
-            isReserved(tag)) {
+        if (tag != 0 && tag <= counter && isPlausible(tag) && !disputed.contains(tag)) {
+            reserve(tag);
             remember(sighting.window, tag);
             result.numbers.emplace_back(tag);
         } else {
@@ -138,26 +141,40 @@ bool WindowNumbers::isPlausible(WindowID number) const
     return number <= sumAtMostGreatest(m_reservedUpTo, greatestLead);
 }
 
-bool WindowNumbers::isReserved(WindowID number)
+void WindowNumbers::reserve(WindowID number)
 {
     if (number <= m_reservedUpTo) {
-        return true;
+        return;
+    }
+    m_wanted = std::max(m_wanted, number);
+    // A disk that refuses one number refuses the others of this look.
+    if (m_isRefused) {
+        return;
     }
     const WindowID upTo = sumAtMostGreatest(number, blockSize - 1);
-    if (!m_reservation.reserve(upTo)) {
-        return false;
+    if (m_reservation.reserve(upTo)) {
+        m_reservedUpTo = upTo;
+    } else {
+        m_isRefused = true;
     }
-    m_reservedUpTo = upTo;
-    return true;
+}
+
+void WindowNumbers::retryReserving()
+{
+    m_isRefused = false;
+    reserve(m_wanted);
 }
 
 std::optional<WindowID> WindowNumbers::next()
 {
-    // A window without a number is not shown; one with a number of another is far worse.
-    if (m_last == greatestNumber || !isReserved(m_last + 1)) {
-        return std::nullopt;
-    }
-    return ++m_last;
+    do {
+        if (m_last == greatestNumber) {
+            return std::nullopt;
+        }
+        ++m_last;
+    } while (m_taken.contains(m_last));
+    reserve(m_last);
+    return m_last;
 }
 
 bool WindowNumbers::isBelievable(WindowID tag) const

@@ -24,8 +24,10 @@ public:
     virtual ~NumberReservation() = default;
 
     /// Makes every number up to and including `upTo` count as given. True once that has reached the
-    /// disk; numbers above the last success are not used. Called on the thread that looks at the
-    /// desktop, about once for every 256 new windows; may take as long as the disk does.
+    /// disk. Numbers are given even when it has not, since a window without one is not on the
+    /// board; a later start then only knows of those that the display or an assignment tells of.
+    /// Called on the thread that looks at the desktop, about once for every 256 new windows, and
+    /// once for each look after it has failed; may take as long as the disk does.
     virtual bool reserve(WindowID upTo) = 0;
 };
 
@@ -58,8 +60,9 @@ public:
         std::vector<Tag> tags;
     };
 
-    /// `floor`: what was last reserved on disk, 0 at first. `reservation` outlives this object.
-    WindowNumbers(NumberReservation& reservation, WindowID floor);
+    /// `floor`: what was last reserved on disk, 0 at first. `taken`: numbers that are not given to
+    /// any window anew, wherever they lie. `reservation` outlives this object.
+    WindowNumbers(NumberReservation& reservation, WindowID floor, std::set<WindowID> taken = {});
 
     /// From now on this program alone gives numbers on the display. `counter` is the one found
     /// there; one so far ahead of the reserved numbers that it must be forged is not believed.
@@ -85,14 +88,20 @@ public:
 
 private:
     bool isPlausible(WindowID number) const;
-    bool isReserved(WindowID number);
+    void reserve(WindowID number);
+    void retryReserving();
     std::optional<WindowID> next();
     bool isBelievable(WindowID tag) const;
     void remember(std::uint32_t window, WindowID number);
     Numbering readNumbers(const std::vector<Sighting>& sightings, WindowID counter);
 
     NumberReservation& m_reservation;
+    const std::set<WindowID> m_taken;
     WindowID m_reservedUpTo;
+    /// The greatest number in use whose reservation was tried.
+    WindowID m_wanted = 0;
+    /// The disk has refused a number during this look.
+    bool m_isRefused = false;
     WindowID m_last;
     /// Tags up to here were given before this program began to watch.
     WindowID m_believedUpTo = 0;

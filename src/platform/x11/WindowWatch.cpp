@@ -182,10 +182,18 @@ void WindowWatch::handleProperty(const xcb_property_notify_event_t& event)
 
 void WindowWatch::handleFailure(const xcb_generic_error_t& error)
 {
-    // The window was gone before it could be watched; its id may come back as another's.
-    if (error.major_code == XCB_CHANGE_WINDOW_ATTRIBUTES) {
-        windowEnded(error.resource_id);
+    if (error.major_code != XCB_CHANGE_WINDOW_ATTRIBUTES) {
+        return;
     }
+    if (error.resource_id == m_manager) {
+        // The root window still names a window manager that has ended. Asking it again would give
+        // the same answer until the next one writes its own name there.
+        m_manager = XCB_WINDOW_NONE;
+        setHasManager(false);
+        return;
+    }
+    // The window was gone before it could be watched; its id may come back as another's.
+    windowEnded(error.resource_id);
 }
 
 void WindowWatch::windowEnded(xcb_window_t window)

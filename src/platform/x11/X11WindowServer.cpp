@@ -34,7 +34,7 @@ std::optional<xcb_window_t> endedWindow(const xcb_generic_event_t& event)
 } // namespace
 
 X11WindowServer::X11WindowServer(const X11WindowServerNeeds& needs)
-    : m_needs(needs), m_numbers(needs.reservation, needs.numberFloor)
+    : m_needs(needs), m_numbers(needs.reservation, needs.numberFloor, needs.takenNumbers)
 {}
 
 X11WindowServer::~X11WindowServer() = default;

@@ -16,6 +16,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace kelpa::x11 {
@@ -33,6 +34,8 @@ struct X11WindowServerNeeds
     /// What `reservation` last took, 0 at first.
     WindowID numberFloor = 0;
     Scheduler& scheduler;
+    /// Numbers that no new window may get, since something is kept under them.
+    std::set<WindowID> takenNumbers{};
 };
 
 /// Looks at the desktop through a connection of its own, which is made on the first look and made

@@ -1,5 +1,6 @@
 #include "platform/x11/NumberFloorFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -24,16 +25,16 @@ protected:
 
 TEST_F(NumberFloorFileTest, A_reserved_number_is_the_floor_of_the_next_start)
 {
-    EXPECT_EQ(NumberFloorFile(path, 0).floor(), 0U);
-    EXPECT_TRUE(NumberFloorFile(path, 0).reserve(4'294'967'295));
-    EXPECT_EQ(NumberFloorFile(path, 0).floor(), 4'294'967'295U);
+    EXPECT_EQ(NumberFloorFile(path, {}).floor(), 0U);
+    EXPECT_TRUE(NumberFloorFile(path, {}).reserve(4'000'000'000));
+    EXPECT_EQ(NumberFloorFile(path, {}).floor(), 4'000'000'000U);
 }
 
 TEST_F(NumberFloorFileTest, An_assigned_number_above_it_raises_the_floor)
 {
     write("512\n");
-    EXPECT_EQ(NumberFloorFile(path, 4127).floor(), 4127U);
-    EXPECT_EQ(NumberFloorFile(path, 12).floor(), 512U);
+    EXPECT_EQ(NumberFloorFile(path, {12, 4127}).floor(), 4127U);
+    EXPECT_EQ(NumberFloorFile(path, {12}).floor(), 512U);
 }
 
 TEST_F(NumberFloorFileTest, A_file_with_anything_else_counts_as_none)
@@ -41,15 +42,42 @@ TEST_F(NumberFloorFileTest, A_file_with_anything_else_counts_as_none)
     for (const QByteArray& content : {QByteArray("many"), QByteArray("-7"), QByteArray(),
                                       QByteArray("4294967296"), QByteArray(1000, '9')}) {
         write(content);
-        EXPECT_EQ(NumberFloorFile(path, 9).floor(), 9U);
+        EXPECT_EQ(NumberFloorFile(path, {9}).floor(), 9U);
     }
 }
 
-TEST_F(NumberFloorFileTest, A_place_that_cannot_be_written_leaves_the_windows_numbered)
+TEST_F(NumberFloorFileTest, A_number_that_leaves_too_few_for_new_windows_is_not_believed)
 {
-    NumberFloorFile file(folder.filePath(QStringLiteral("no/such/folder/window-numbers")), 7);
-    EXPECT_TRUE(file.reserve(256));
+    for (const QByteArray& content : {QByteArray("4294967295\n"), QByteArray("4293918720\n")}) {
+        write(content);
+        EXPECT_EQ(NumberFloorFile(path, {9, 4'294'967'295, 4'293'918'720}).floor(), 9U);
+    }
+    write("4293918719\n");
+    EXPECT_EQ(NumberFloorFile(path, {9}).floor(), 4'293'918'719U);
+    EXPECT_EQ(NumberFloorFile(folder.filePath(QStringLiteral("none")), {4'294'967'295}).floor(),
+              0U);
+
+    write("4294967295\n");
+    EXPECT_TRUE(NumberFloorFile(path, {9}).reserve(265));
+    EXPECT_EQ(NumberFloorFile(path, {}).floor(), 265U);
+}
+
+TEST_F(NumberFloorFileTest, A_place_that_cannot_be_written_is_no_success)
+{
+    NumberFloorFile file(folder.filePath(QStringLiteral("late/window-numbers")), {7});
+    EXPECT_FALSE(file.reserve(256));
     EXPECT_EQ(file.floor(), 7U);
+
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("late")));
+    EXPECT_TRUE(file.reserve(256));
+    EXPECT_EQ(file.floor(), 256U);
+}
+
+TEST_F(NumberFloorFileTest, A_greater_number_in_the_file_stays)
+{
+    write("5000\n");
+    EXPECT_TRUE(NumberFloorFile(path, {}).reserve(256));
+    EXPECT_EQ(NumberFloorFile(path, {}).floor(), 5000U);
 }
 
 } // namespace

@@ -167,17 +167,46 @@ TEST(WindowNumbers, Numbers_are_reserved_in_blocks_before_they_are_given)
     EXPECT_EQ(reservation.asked, (std::vector<WindowID>{512, 768}));
 }
 
-TEST(WindowNumbers, No_number_is_given_while_it_cannot_be_reserved)
+TEST(WindowNumbers, Windows_are_numbered_even_while_the_disk_refuses)
 {
     Reservation reservation;
     reservation.isSucceeding = false;
     WindowNumbers numbers(reservation, 256);
     numbers.beginWriting(256);
-    const auto failed = numbers.number({{windowA, {}}, {windowB, 5}}, 256);
-    EXPECT_EQ(failed.numbers, (Numbers{std::nullopt, 5}));
-    EXPECT_TRUE(failed.tags.empty());
+    const auto result = numbers.number({{windowA, {}}, {windowB, 5}, {windowC, {}}}, 256);
+    EXPECT_EQ(result.numbers, (Numbers{257, 5, 258}));
+    EXPECT_EQ(reservation.asked, std::vector<WindowID>{512}) << "once for one look";
+}
+
+TEST(WindowNumbers, A_refused_reservation_is_tried_again_at_each_look_until_it_succeeds)
+{
+    Reservation reservation;
+    reservation.isSucceeding = false;
+    WindowNumbers numbers(reservation, 256);
+    numbers.beginWriting(256);
+    numbers.number({{windowA, {}}, {windowB, {}}}, 256);
+    numbers.number({{windowA, 257}, {windowB, 258}}, 258);
     reservation.isSucceeding = true;
-    EXPECT_EQ(numbers.number({{windowA, {}}, {windowB, 5}}, 256).numbers, (Numbers{257, 5}));
+    numbers.number({{windowA, 257}, {windowB, 258}}, 258);
+    numbers.number({{windowA, 257}, {windowB, 258}}, 258);
+    EXPECT_EQ(reservation.asked, (std::vector<WindowID>{512, 513, 513}));
+}
+
+TEST(WindowNumbers, A_number_under_which_something_is_kept_is_passed_over)
+{
+    Reservation reservation;
+    WindowNumbers numbers(reservation, 4, {2, 6, 7, 4294967295U});
+    numbers.beginWriting({});
+    EXPECT_EQ(numbers.number({{windowA, {}}, {windowB, {}}, {windowC, {}}}, {}).numbers,
+              (Numbers{5, 8, 9}));
+}
+
+TEST(WindowNumbers, The_last_number_is_not_given_when_something_is_kept_under_it)
+{
+    Reservation reservation;
+    WindowNumbers numbers(reservation, 4294967294U, {4294967295U});
+    numbers.beginWriting({});
+    EXPECT_EQ(numbers.number({{windowA, {}}}, {}).numbers, (Numbers{std::nullopt}));
 }
 
 TEST(WindowNumbers, After_the_last_number_none_is_given)

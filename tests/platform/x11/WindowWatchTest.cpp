@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QEvent>
 
 using namespace kelpa;
 using namespace kelpa::test;
@@ -15,6 +16,21 @@ struct Arguments
     int count = 1;
     std::array<char, 5> name{"test"};
     std::array<char*, 2> values{name.data(), nullptr};
+};
+
+/// Counts how often something came from a server.
+class Arrivals : public QObject
+{
+public:
+    bool eventFilter(QObject* /*receiver*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::SockAct) {
+            ++count;
+        }
+        return false;
+    }
+
+    int count = 0;
 };
 
 class WindowWatching : public ::testing::Test
@@ -123,6 +139,23 @@ TEST_F(WindowWatching, A_killed_window_manager_takes_the_trust_and_a_new_one_bri
     EXPECT_TRUE(isNoticed());
     manager.emplace(xServer.display());
     EXPECT_TRUE(waitUntil([&] { return server->isScreenCaptureTrusted(); }));
+}
+
+TEST_F(WindowWatching, A_killed_window_manager_whose_hint_stays_is_not_asked_for_again_and_again)
+{
+    settle();
+    Arrivals arrivals;
+    application.installEventFilter(&arrivals);
+    manager->kill();
+    ASSERT_TRUE(waitUntil([&] { return !server->isScreenCaptureTrusted(); }));
+    // Its hint stays on the root window, and what it named is gone.
+    EXPECT_FALSE(waitUntil([&] { return notices > 4; }, std::chrono::milliseconds(600)));
+    EXPECT_LT(arrivals.count, 30);
+
+    notices = 0;
+    manager.emplace(xServer.display());
+    EXPECT_TRUE(waitUntil([&] { return server->isScreenCaptureTrusted(); }));
+    EXPECT_TRUE(isNoticed());
 }
 
 TEST_F(WindowWatching, A_dropped_subscription_hears_nothing)
