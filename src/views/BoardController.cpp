@@ -36,6 +36,8 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
     connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
             &BoardController::isHidingGoalsWithoutOpenTodosChanged);
+    connect(&store, &WindowStore::boardNavigationChanged, this,
+            &BoardController::selectedColumnChanged);
     connect(&store, &WindowStore::goalsChanged, this, &BoardController::noteColumnCount);
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
             &BoardController::noteColumnCount);
@@ -66,6 +68,23 @@ QStringList BoardController::languageNames() const
     for (const AppLanguage language : allAppLanguages)
         names.append(nativeName(language));
     return names;
+}
+
+int BoardController::selectedColumn() const
+{
+    constexpr int none = -2;
+    constexpr int unified = -1;
+    constexpr int unassigned = 0;
+    const TargetSelection& target = m_store.boardNavigation().target;
+    if (target.isUnifiedTodos())
+        return unified;
+    if (target.isUnassigned())
+        return unassigned;
+    const std::optional<GoalID> goalID = target.goalID();
+    const QList<Goal> goals = m_store.visibleGoals();
+    const auto found =
+        std::ranges::find_if(goals, [&goalID](const Goal& goal) { return goalID == goal.id; });
+    return found != goals.end() ? static_cast<int>(found - goals.begin()) + 1 : none;
 }
 
 QString BoardController::searchText() const

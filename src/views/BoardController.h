@@ -28,6 +28,8 @@ class BoardController : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("The program makes it.")
 
+    /// The selected target: -1 the unified column, 0 and above the columns, -2 none that is shown.
+    Q_PROPERTY(int selectedColumn READ selectedColumn NOTIFY selectedColumnChanged)
     Q_PROPERTY(kelpa::CopyTable copy READ copy NOTIFY languageChanged)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
@@ -53,6 +55,7 @@ public:
     int languageIndex() const;
     /// Each language's own name for itself.
     QStringList languageNames() const;
+    int selectedColumn() const;
     QString searchText() const;
     void setSearchText(const QString& text);
     bool isAutoSortingGoals() const;
@@ -111,6 +114,7 @@ Q_SIGNALS:
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
     void toastMessageChanged();
+    void selectedColumnChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
 
 private:

@@ -19,8 +19,28 @@ FocusScope {
         todoMenu.popup(row, position.x, position.y);
     }
 
+    function showSelection(): void {
+        if (root.board.selectedColumn === -1)
+            columns.positionViewAtBeginning();
+        else if (root.board.selectedColumn >= 0)
+            columns.positionViewAtIndex(root.board.selectedColumn, ListView.Contain);
+    }
+
     BoardDragSource {
         id: source
+    }
+    Connections {
+        target: root.board
+        function onSelectedColumnChanged(): void {
+            selectionScroll.restart();
+        }
+    }
+    // A held arrow key scrolls once, after its last step.
+    Timer {
+        id: selectionScroll
+
+        interval: 45
+        onTriggered: root.showSelection()
     }
 
     ScrollNote {

@@ -43,6 +43,11 @@ FocusScope {
         border.color: Theme.focus
     }
 
+    MouseArea {
+        anchors.fill: parent
+        onClicked: root.board.todos.goToColumn(root.columnID)
+    }
+
     // Below everything else: the rows of todos come first.
     DropArea {
         id: dropArea
@@ -123,20 +128,23 @@ FocusScope {
             root.todoMenuRequested(todoID, todoColumnID, row, position);
         }
     }
-    ListView {
+    // Two columns, as the arrow keys walk them.
+    GridView {
         id: cards
 
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: todos.bottom
+        anchors.leftMargin: Theme.medium
         anchors.topMargin: Theme.small
+        anchors.rightMargin: Theme.medium - Theme.small
         anchors.bottom: parent.bottom
+        cellWidth: Math.floor(width / 2)
+        cellHeight: Theme.windowCardHeight + Theme.small
         topMargin: 2
         bottomMargin: Theme.medium
         boundsBehavior: Flickable.StopAtBounds
         clip: true
-        spacing: Theme.small
-        reuseItems: true
         model: root.windows
         T.ScrollBar.vertical: AppScrollBar {}
 
@@ -144,11 +152,7 @@ FocusScope {
             required property int index
 
             z: index
-            // A card that waits to be used again is on no one's screen.
-            ListView.onPooled: visible = false
-            ListView.onReused: visible = true
-            x: Theme.medium
-            width: cards.width - 2 * Theme.medium
+            width: cards.cellWidth - Theme.small
             board: root.board
             dragSource: root.dragSource
             onMenuRequested: (card, position) => {

@@ -62,6 +62,7 @@ QtObject {
     readonly property int huge: 24
 
     readonly property int columnWidth: 320
+    readonly property int windowCardHeight: 126
     readonly property int sheetWidth: 390
     readonly property int controlHeight: 32
     readonly property int symbolSize: 16

@@ -26,7 +26,7 @@ Item {
 
     signal menuRequested(card: Item, position: point)
 
-    implicitHeight: 126
+    implicitHeight: Theme.windowCardHeight
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible

@@ -40,9 +40,11 @@ TEST_F(Controller, Arrows_walk_along_the_row_of_columns)
     store().moveTargetSelection(right);
     store().moveTargetSelection(right);
     EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(first));
+    EXPECT_EQ(controller->selectedColumn(), 1);
     store().moveTargetSelection(down);
     EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(first));
     store().moveTargetSelection(right);
+    EXPECT_EQ(controller->selectedColumn(), 2);
     const GoalID third = makeGoal();
     store().activateTarget(TargetSelection::goal(second), WindowStore::EnterWindowLayer::no);
     store().moveTargetSelection(right);
@@ -260,19 +262,20 @@ TEST_F(Controller, A_preview_is_shared_with_the_store)
     scheduler.advance(0ms);
     EXPECT_EQ(controller->preview(7).cacheKey(), store().previews().value(7).image.cacheKey());
     EXPECT_EQ(controller->preview(7).size(), QSize(640, 480));
+}
 
-    TEST_F(Controller, A_goal_moves_by_one_place_while_goals_have_their_own_order)
-    {
-        EXPECT_TRUE(controller->moveColumn(second.text(), -1));
-        EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("Second"), QStringLiteral("First")}));
-        EXPECT_FALSE(controller->moveColumn(second.text(), -1));
-        EXPECT_TRUE(controller->moveColumn(second.text(), 1));
-        EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("First"), QStringLiteral("Second")}));
-        EXPECT_FALSE(controller->moveColumn(second.text(), 1));
-        EXPECT_FALSE(controller->moveColumn(unassigned, 1));
-        store().setAutoSortingGoals(true);
-        EXPECT_FALSE(controller->moveColumn(second.text(), -1));
-    }
+TEST_F(Controller, A_goal_moves_by_one_place_while_goals_have_their_own_order)
+{
+    EXPECT_TRUE(controller->moveColumn(second.text(), -1));
+    EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("Second"), QStringLiteral("First")}));
+    EXPECT_FALSE(controller->moveColumn(second.text(), -1));
+    EXPECT_TRUE(controller->moveColumn(second.text(), 1));
+    EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("First"), QStringLiteral("Second")}));
+    EXPECT_FALSE(controller->moveColumn(second.text(), 1));
+    EXPECT_FALSE(controller->moveColumn(unassigned, 1));
+    store().setAutoSortingGoals(true);
+    EXPECT_FALSE(controller->moveColumn(second.text(), -1));
+}
 
 } // namespace
 } // namespace kelpa::test
