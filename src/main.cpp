@@ -68,8 +68,7 @@ int main(int argc, char** argv)
     const QString path = settingsPath(application);
     SqliteSettingsStore settings(path);
     if (settings.isAlreadyInUse()) {
-        std::fprintf(stderr, "Kelpa: %s is in use by a Kelpa that runs already\n",
-                     qPrintable(path));
+        std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n", qPrintable(path));
         return 1;
     }
 
@@ -82,8 +81,8 @@ int main(int argc, char** argv)
             board->noteWindowsChangedOnDesktop();
     });
     const std::set<WindowID> assigned = assignedWindows(settings);
-    x11::NumberFloorFile numbers(QFileInfo(path).dir().filePath(QStringLiteral("window-numbers")),
-                                 assigned);
+    x11::NumberFloorFile numbers(
+        QFileInfo(settings.path()).dir().filePath(QStringLiteral("window-numbers")), assigned);
     const auto connector = std::make_shared<x11::DisplayConnector>(QByteArray());
     x11::X11WindowServer windowServer({.connector = connector,
                                        .resolver = entries,

@@ -128,6 +128,18 @@ std::optional<QString> moveSettingsFileAside(const QString& path)
     return target;
 }
 
+QString resolvedPath(const QString& path)
+{
+    // As many links as the system itself follows.
+    constexpr int mostLinks = 40;
+    QFileInfo file(QFileInfo(path).absoluteFilePath());
+    for (int i = 0; i < mostLinks && file.isSymLink(); ++i)
+        file = QFileInfo(QFileInfo(file.symLinkTarget()).absoluteFilePath());
+    const QString folder = QFileInfo(file.path()).canonicalFilePath();
+    // A folder that does not exist yet has one name only, or its links lead to one lock.
+    return folder.isEmpty() ? file.filePath() : QDir(folder).filePath(file.fileName());
+}
+
 std::optional<FileIdentity> FileIdentity::of(const QString& path)
 {
     struct stat status = {};
@@ -138,14 +150,28 @@ std::optional<FileIdentity> FileIdentity::of(const QString& path)
 
 FileLock::~FileLock()
 {
+    release();
+}
+
+void FileLock::release()
+{
     if (m_descriptor >= 0)
-        ::close(m_descriptor);
+        ::close(std::exchange(m_descriptor, -1));
+}
+
+bool FileLock::isInPlace() const
+{
+    struct stat locked = {};
+    if (m_descriptor < 0 || ::fstat(m_descriptor, &locked) != 0)
+        return false;
+    return FileIdentity::of(m_path) == FileIdentity{locked.st_dev, locked.st_ino};
 }
 
 std::optional<SettingsTrouble> FileLock::acquire(const QString& path)
 {
-    if (m_descriptor >= 0)
+    if (path == m_path && isInPlace())
         return std::nullopt;
+    release();
     Descriptor file(::open(QFile::encodeName(path).constData(),
                            O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
     if (!file.isOpen())
@@ -153,7 +179,9 @@ std::optional<SettingsTrouble> FileLock::acquire(const QString& path)
     if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
         return errno == EWOULDBLOCK ? SettingsTrouble::inUse : SettingsTrouble::unreachable;
     m_descriptor = file.release();
-    return std::nullopt;
+    m_path = path;
+    // It may have been removed between the two.
+    return isInPlace() ? std::nullopt : std::optional(SettingsTrouble::unreachable);
 }
 
 } // namespace kelpa

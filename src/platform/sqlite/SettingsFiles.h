@@ -30,6 +30,10 @@ std::optional<QString> moveSettingsFileAside(const QString& path);
 /// The time now as the names of what is kept aside bear it: "2026-11-21T10:00:00Z".
 QString asideStamp();
 
+/// `path` with every symbolic link resolved, so that all paths to one file become one. Also for a
+/// file, or a link's target, that does not exist yet.
+QString resolvedPath(const QString& path);
+
 /// Which file a path leads to, so that one notices when it is another one.
 struct FileIdentity
 {
@@ -52,10 +56,18 @@ public:
     FileLock& operator=(const FileLock&) = delete;
     ~FileLock();
 
-    /// Does not wait. `inUse` when another holds it; nothing when it is held now.
+    /// Does not wait. `inUse` when another holds it; nothing when it is held now. A lock on a file
+    /// that was removed since, or on one of another path, keeps nobody out: a new one is taken and
+    /// the old one given up.
     std::optional<SettingsTrouble> acquire(const QString& path);
 
+    /// Whether it is held, and its path still leads to the file that is locked.
+    bool isInPlace() const;
+
 private:
+    void release();
+
+    QString m_path;
     int m_descriptor = -1;
 };
 

@@ -16,11 +16,14 @@ QString asidePrefix(const QString& key)
 } // namespace
 
 SqliteSettingsStore::SqliteSettingsStore(const QString& path, Print print)
-    : m_path(QFileInfo(path).absoluteFilePath()), m_report(m_path, std::move(print))
+    : m_givenPath(QFileInfo(path).absoluteFilePath()), m_path(resolvedPath(m_givenPath)),
+      m_report(m_givenPath, std::move(print))
 {
     if (const std::optional<SettingsTrouble> trouble = connect()) {
         m_isAlreadyInUse = trouble == SettingsTrouble::inUse;
-        m_report.tell(*trouble);
+        // What that means for the person is told by the one who asks for it.
+        if (!m_isAlreadyInUse)
+            m_report.tell(*trouble);
         if (trouble != SettingsTrouble::newer)
             loadForReadingOnly();
     }
@@ -65,8 +68,9 @@ bool SqliteSettingsStore::copyAside(const QString& key)
 
 bool SqliteSettingsStore::flush()
 {
-    // A file that was removed or replaced would take what is written with it.
-    const bool isGone = m_file && FileIdentity::of(m_path) != m_identity;
+    // A file that was removed or replaced would take what is written with it; without the lock in
+    // its place, another Kelpa may have opened the file.
+    const bool isGone = m_file && (FileIdentity::of(m_path) != m_identity || !m_lock.isInPlace());
     if (isGone)
         m_file.reset();
     std::optional<SettingsTrouble> trouble;
@@ -89,6 +93,7 @@ bool SqliteSettingsStore::flush()
 
 std::optional<SettingsTrouble> SqliteSettingsStore::connect()
 {
+    m_path = resolvedPath(m_givenPath);
     if (const auto trouble = makeSettingsFolder(m_path))
         return trouble;
     if (const auto trouble = m_lock.acquire(m_path + QStringLiteral(".lock")))

@@ -22,13 +22,17 @@ class SqliteSettingsStore final : public SettingsStore
 public:
     using Print = SettingsTroubleReport::Print;
 
-    /// Makes file and folder where there are none. `print` gets one line per kind of trouble.
+    /// Makes file and folder where there are none; follows symbolic links. `print` gets one line
+    /// per kind of trouble.
     explicit SqliteSettingsStore(const QString& path, Print print = printOnStandardError);
     ~SqliteSettingsStore() override;
 
     /// Another process had the file when this object was made: the values are those it had written
-    /// by then, and this object writes nothing while the other runs.
+    /// by then, and this object writes nothing while the other runs. Nothing was printed about it.
     bool isAlreadyInUse() const { return m_isAlreadyInUse; }
+
+    /// The file itself, at the end of all symbolic links.
+    const QString& path() const { return m_path; }
 
     /// False while what is written only stands in memory.
     bool isOnDisk() const { return m_file != nullptr && m_pending.isEmpty(); }
@@ -49,6 +53,8 @@ private:
     void dropUnchanged();
     QString asideKey(const QString& key) const;
 
+    const QString m_givenPath;
+    /// The file that `m_givenPath` leads to.
     QString m_path;
     SettingsTroubleReport m_report;
     FileLock m_lock;

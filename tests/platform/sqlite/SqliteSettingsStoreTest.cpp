@@ -106,6 +106,7 @@ TEST_F(SqliteSettings, A_second_store_on_the_same_file_reads_it_and_writes_nothi
     EXPECT_TRUE(first->write({goals("[1]")}));
     const auto second = openStore();
     EXPECT_TRUE(second->isAlreadyInUse());
+    EXPECT_THAT(messages, IsEmpty()) << "it is for the caller to say so, once";
     EXPECT_EQ(second->value(goalsKey), SettingsValue(QByteArray("[1]")));
     EXPECT_FALSE(second->write({goals("[2]")}));
     EXPECT_EQ(second->value(goalsKey), SettingsValue(QByteArray("[2]")));
@@ -113,6 +114,29 @@ TEST_F(SqliteSettings, A_second_store_on_the_same_file_reads_it_and_writes_nothi
                 ElementsAre(u"[1]"));
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages[0].contains(u"another Kelpa is using it"));
+}
+
+TEST_F(SqliteSettings, A_file_that_is_opened_through_a_symbolic_link_is_the_same_file)
+{
+    const QString link = folder.filePath(QStringLiteral("link.sqlite"));
+    ASSERT_TRUE(QFile::link(path, link));
+    for (const auto& [firstPath, secondPath] : {std::pair(path, link), std::pair(link, path)}) {
+        const SqliteSettingsStore first(firstPath);
+        EXPECT_FALSE(first.isAlreadyInUse());
+        EXPECT_EQ(first.path(), path);
+        EXPECT_TRUE(SqliteSettingsStore(secondPath).isAlreadyInUse());
+        ASSERT_TRUE(QFile::remove(path));
+    }
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+}
+
+TEST_F(SqliteSettings, A_folder_that_is_reached_through_a_symbolic_link_is_the_same_folder)
+{
+    const QString link = folder.filePath(QStringLiteral("link"));
+    ASSERT_TRUE(QFile::link(folder.path(), link));
+    const SqliteSettingsStore first(link + QStringLiteral("/kelpa.sqlite"));
+    EXPECT_EQ(first.path(), path);
+    EXPECT_TRUE(openStore()->isAlreadyInUse());
 }
 
 TEST_F(SqliteSettings, When_the_first_store_ends_the_second_saves_and_keeps_what_it_had_not_seen)

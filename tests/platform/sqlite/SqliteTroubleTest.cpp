@@ -186,6 +186,39 @@ TEST_F(SqliteTrouble, A_whole_folder_that_is_removed_while_it_is_open_is_made_ag
     EXPECT_EQ(rowsOf(path, QStringLiteral("SELECT key FROM settings")).size(), 2);
 }
 
+TEST_F(SqliteTrouble, A_folder_that_another_Kelpa_made_again_is_the_others)
+{
+    path = folder.filePath(QStringLiteral("data/kelpa.sqlite"));
+    const auto store = openStore();
+    EXPECT_TRUE(store->write({goals("[1]")}));
+    ASSERT_TRUE(QDir(folder.filePath(QStringLiteral("data"))).removeRecursively());
+    const auto other = openStore();
+    EXPECT_FALSE(other->isAlreadyInUse());
+    EXPECT_TRUE(other->write({goals("[2]")}));
+
+    EXPECT_FALSE(store->write({goals("[3]")}));
+    EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT CAST(value AS TEXT) FROM settings")),
+                ElementsAre(u"[2]"));
+}
+
+TEST_F(SqliteTrouble, After_its_folder_was_made_again_the_file_is_locked_anew)
+{
+    path = folder.filePath(QStringLiteral("data/kelpa.sqlite"));
+    const auto store = openStore();
+    EXPECT_TRUE(store->write({goals("[1]")}));
+    ASSERT_TRUE(QDir(folder.filePath(QStringLiteral("data"))).removeRecursively());
+    EXPECT_TRUE(store->write({goals("[2]")}));
+    EXPECT_TRUE(openStore()->isAlreadyInUse());
+}
+
+TEST_F(SqliteTrouble, A_lock_that_is_removed_is_taken_anew_by_the_next_save)
+{
+    const auto store = openStore();
+    ASSERT_TRUE(QFile::remove(path + QStringLiteral(".lock")));
+    EXPECT_TRUE(store->write({goals("[1]")}));
+    EXPECT_TRUE(openStore()->isAlreadyInUse());
+}
+
 TEST_F(SqliteTrouble, A_file_and_a_folder_that_may_only_be_read_are_read)
 {
     ASSERT_TRUE(openStore()->write({goals("[1]"), language(QStringLiteral("de"))}));
