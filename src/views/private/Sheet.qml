@@ -14,11 +14,13 @@ T.Dialog {
     width: Math.min(Theme.sheetWidth, parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
     implicitHeight: contentHeight + topPadding + bottomPadding
     focus: true
+    modal: true
     padding: Theme.huge
     closePolicy: T.Popup.CloseOnEscape
     // A sheet that fades away takes no more input: the next click is meant for the board.
-    onAboutToShow: root.modal = true
     onAboutToHide: root.modal = false
+    // The scrim is chosen before a sheet is about to show.
+    onClosed: root.modal = true
 
     background: Rectangle {
         radius: Theme.columnRadius
