@@ -39,7 +39,8 @@ namespace {
 
 using namespace kelpa;
 
-/// The command line's answer, or the default.
+/// The command line's answer, or the default. Ends the program where the command line asks for
+/// something else, and with status 2 where it has what Kelpa does not know.
 QString settingsPath(const QCoreApplication& application)
 {
     QCommandLineParser parser;
@@ -51,6 +52,11 @@ QString settingsPath(const QCoreApplication& application)
                                       QStringLiteral("path"), defaultSettingsPath());
     parser.addOption(settings);
     parser.process(application);
+    if (!parser.positionalArguments().isEmpty()) {
+        std::fprintf(stderr, "Kelpa: unexpected argument '%s'; --help lists what there is\n",
+                     qPrintable(parser.positionalArguments().constFirst()));
+        std::exit(2);
+    }
     return parser.value(settings);
 }
 

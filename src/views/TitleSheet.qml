@@ -64,7 +64,8 @@ Sheet {
             width: parent.width
             label: root.fieldLabel
             placeholderText: root.placeholder
-            maximumLength: 1000
+            // Without a limit: a title that is renamed keeps its length.
+            maximumLength: 2147483647
             onCommitted: root.confirm()
             onCancelled: root.close()
         }

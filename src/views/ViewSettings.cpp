@@ -1,11 +1,15 @@
 #include "views/ViewSettings.h"
 
+#include <QFontInfo>
+
 namespace kelpa {
 
 namespace {
 
-/// The first family has the Latin text; the second decides how the ideographs that Chinese,
-/// Japanese and Korean share are drawn, which would otherwise follow the locale of the process.
+/// The first family has the Latin text, by its own name: in a list, Qt passes over the alias that
+/// stands for it, and the apostrophe would be as wide as an ideograph. The second decides how the
+/// ideographs that Chinese, Japanese and Korean share are drawn, which would otherwise follow the
+/// locale of the process. The last has what people decorate titles with.
 QStringList families(AppLanguage language)
 {
     QString ideographs = QStringLiteral("Noto Sans CJK SC");
@@ -13,7 +17,8 @@ QStringList families(AppLanguage language)
         ideographs = QStringLiteral("Noto Sans CJK JP");
     else if (language == AppLanguage::korean)
         ideographs = QStringLiteral("Noto Sans CJK KR");
-    return {QStringLiteral("sans-serif"), ideographs};
+    return {QFontInfo(QFont(QStringLiteral("sans-serif"))).family(), ideographs,
+            QStringLiteral("Noto Color Emoji")};
 }
 
 } // namespace

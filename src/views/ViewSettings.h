@@ -13,7 +13,8 @@
 
 namespace kelpa {
 
-/// One for each QML engine, which makes it; `ViewEngine` fills it in. Main thread.
+/// One for each QML engine, which makes it; `ViewEngine` fills it in. Main thread, with an
+/// application object, which finds the fonts.
 class ViewSettings : public QObject
 {
     Q_OBJECT

@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontMetricsF>
 #include <QImage>
+#include <QPainter>
 #include <QSignalSpy>
 
 namespace kelpa::test {
@@ -15,12 +17,40 @@ TEST(InterfaceFont, Ideographs_are_drawn_as_the_language_writes_them)
 {
     ViewSettings settings;
     settings.setLanguage(AppLanguage::japanese);
-    EXPECT_EQ(settings.fontFamilies().last(), QStringLiteral("Noto Sans CJK JP"));
+    EXPECT_EQ(settings.fontFamilies().at(1), QStringLiteral("Noto Sans CJK JP"));
     settings.setLanguage(AppLanguage::korean);
-    EXPECT_EQ(settings.fontFamilies().last(), QStringLiteral("Noto Sans CJK KR"));
+    EXPECT_EQ(settings.fontFamilies().at(1), QStringLiteral("Noto Sans CJK KR"));
     settings.setLanguage(AppLanguage::chinese);
-    EXPECT_EQ(settings.fontFamilies().last(), QStringLiteral("Noto Sans CJK SC"));
-    EXPECT_EQ(settings.fontFamilies().first(), QStringLiteral("sans-serif"));
+    EXPECT_EQ(settings.fontFamilies().at(1), QStringLiteral("Noto Sans CJK SC"));
+}
+
+TEST(InterfaceFont, An_apostrophe_is_narrow_in_every_language)
+{
+    ViewSettings settings;
+    for (const AppLanguage language : allAppLanguages) {
+        settings.setLanguage(language);
+        const QFont font = settings.font(settings.fontFamilies(), 100, QFont::Normal);
+        EXPECT_LT(QFontMetricsF(font).horizontalAdvance(QChar(0x2019)), 50.0)
+            << qPrintable(settings.fontFamilies().join(QLatin1String(", ")));
+    }
+}
+
+TEST(InterfaceFont, An_emoji_is_drawn_in_colour)
+{
+    ViewSettings settings;
+    QImage image(80, 80, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setFont(settings.font(settings.fontFamilies(), 40, QFont::Normal));
+    painter.setPen(Qt::black);
+    painter.drawText(image.rect(), Qt::AlignCenter, QStringLiteral("\U0001F34E"));
+    painter.end();
+    int colored = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            colored += image.pixelColor(x, y).saturation() > 100 ? 1 : 0;
+    }
+    EXPECT_GT(colored, 200);
 }
 
 TEST(InterfaceFont, Changes_only_with_the_families)

@@ -14,13 +14,12 @@ T.Dialog {
     width: Math.min(Theme.sheetWidth, parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
     implicitHeight: contentHeight + topPadding + bottomPadding
     focus: true
+    modal: true
     padding: Theme.huge
     closePolicy: T.Popup.CloseOnEscape
     // A sheet that fades away takes no more input: the next click is meant for the board.
-    // It is modal again before it opens: that is when its scrim is made.
-    modal: true
-    onAboutToShow: root.modal = true
     onAboutToHide: root.modal = false
+    // The scrim is chosen before a sheet is about to show.
     onClosed: root.modal = true
 
     background: Rectangle {

@@ -8,6 +8,14 @@ Item {
     width: 900
     height: 620
 
+    MouseArea {
+        id: beneath
+
+        property int clickCount: 0
+
+        anchors.fill: parent
+        onClicked: ++beneath.clickCount
+    }
     TitleSheet {
         id: sheet
 
@@ -78,6 +86,32 @@ Item {
             keyClick(Qt.Key_Tab);
             keyClick(Qt.Key_Space);
             compare(confirmed.count, 1);
+        }
+        function test_a_long_title_comes_back_whole() {
+            sheet.close();
+            tryCompare(sheet, "visible", false);
+            sheet.ask("x".repeat(100000));
+            tryCompare(sheet, "opened", true);
+            keyClick(Qt.Key_Return);
+            compare(confirmed.signalArguments[0][0].length, 100000);
+        }
+        function test_dims_and_covers_what_lies_beneath_each_time_it_opens() {
+            for (let times = 0; times < 2; ++times) {
+                beneath.clickCount = 0;
+                const dims = () => Array.from(sheet.parent.children).some(
+                    item => item.visible && item.width === root.Window.width
+                            && Qt.colorEqual(item.color ?? "transparent", Theme.scrim));
+                tryVerify(dims);
+                mouseClick(root, 10, 10);
+                compare(beneath.clickCount, 0);
+                sheet.close();
+                mouseClick(root, 10, 10);
+                compare(beneath.clickCount, 1);
+                tryCompare(sheet, "visible", false);
+                verify(!dims());
+                sheet.ask("");
+                tryCompare(sheet, "opened", true);
+            }
         }
         function test_opens_with_the_title_to_be_changed_selected() {
             sheet.close();
