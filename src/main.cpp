@@ -131,7 +131,7 @@ int main(int argc, char** argv)
     const int status = view.show() ? QGuiApplication::exec() : 1;
     board = nullptr;
     // What a full disk kept back until now.
-    settings.flush();
+    store.finishSaving();
     // Background work refers to the objects above. What the window server keeps waiting for longer
     // than anyone would wait for Kelpa to close ends with the process, and they with it.
     if (!scheduler.shutDown())

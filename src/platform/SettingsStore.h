@@ -27,6 +27,11 @@ class SettingsStore
 public:
     virtual ~SettingsStore() = default;
 
+    /// Whether what is stored has been read; also true when nothing is stored yet. While it is
+    /// false, `value` knows only what was written by this program since it started, and every
+    /// `write` and `flush` tries to read again.
+    virtual bool isLoaded() const = 0;
+
     /// What was written last under `key`, whether or not it has reached the disk; none when there
     /// is nothing.
     virtual std::optional<SettingsValue> value(const QString& key) const = 0;
@@ -42,7 +47,7 @@ public:
     /// as with `write`.
     virtual bool copyAside(const QString& key) = 0;
 
-    /// Tries to write what earlier calls could not; true when nothing is left over.
+    /// Tries to read and to write what earlier calls could not; true when nothing is left over.
     virtual bool flush() = 0;
 };
 

@@ -39,19 +39,19 @@ StoredBoard loadBoard(SettingsStore& settings)
 
     if (const auto document = storedDocument(settings, goalsKey, legacyGoalsKey)) {
         if (auto goals = decodeGoals(*document))
-            board.goals = *std::move(goals);
+            board.contents.goals = *std::move(goals);
         else
             settings.copyAside(goalsKey);
     }
     if (const auto document = storedDocument(settings, unassignedTodosKey)) {
         if (auto todos = decodeTodos(*document))
-            board.unassignedTodos = *std::move(todos);
+            board.contents.unassignedTodos = *std::move(todos);
         else
             settings.copyAside(unassignedTodosKey);
     }
     if (auto document = storedDocument(settings, assignmentsKey, legacyAssignmentsKey)) {
         if (auto assignments = decodeAssignments(*document)) {
-            board.assignments = *std::move(assignments);
+            board.contents.assignments = *std::move(assignments);
             board.assignmentsDocument = std::move(document);
         } else {
             settings.copyAside(assignmentsKey);

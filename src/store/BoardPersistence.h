@@ -3,6 +3,7 @@
 
 #include "model/BoardJson.h"
 #include "platform/SettingsStore.h"
+#include "store/BoardContents.h"
 #include "text/AppLanguage.h"
 
 #include <QList>
@@ -28,10 +29,8 @@ struct StoredBoard
     std::optional<AppLanguage> language;
     /// Absent when nothing is stored or it is not a Boolean.
     std::optional<bool> isAutoSortingGoals;
-    QList<Goal> goals;
-    QList<TodoItem> unassignedTodos;
-    Assignments assignments;
-    /// The document that `assignments` was read from, byte for byte; absent when there is none.
+    BoardContents contents;
+    /// The document that the assignments were read from, byte for byte; absent when there is none.
     std::optional<QByteArray> assignmentsDocument;
 };
 

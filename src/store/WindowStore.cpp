@@ -154,33 +154,59 @@ void WindowStore::emitChange(Field field)
 void WindowStore::loadState()
 {
     const Update update(*this);
-    StoredBoard board = loadBoard(m_settings);
+    if (!m_settings.isLoaded()) {
+        // Written now, an empty board would replace the stored one.
+        retrySavingLater();
+        return;
+    }
+    m_isBoardLoaded = true;
+    const StoredBoard board = loadBoard(m_settings);
     publish(m_language, board.language.value_or(allAppLanguages.front()), Field::language);
     publish(m_isAutoSortingGoals, board.isAutoSortingGoals.value_or(m_isAutoSortingGoals),
             Field::isAutoSortingGoals);
-    publish(m_goals, std::move(board.goals), Field::goals);
-    publish(m_unassignedTodos, std::move(board.unassignedTodos), Field::unassignedTodos);
-    normalizeTodoOrder();
-    sortGoalsIfNeeded();
-    m_assignments = std::move(board.assignments);
+    BoardContents contents = joined(board.contents, {m_goals, m_unassignedTodos, m_assignments});
+    if (m_isAutoSortingGoals)
+        contents.goals = automaticallySorted(contents.goals);
+    publish(m_goals, std::move(contents.goals), Field::goals);
+    publish(m_unassignedTodos, std::move(contents.unassignedTodos), Field::unassignedTodos);
+    m_assignments = std::move(contents.assignments);
+    reconcileWithBoard();
 
     std::vector<SettingsEntry> entries = boardEntries(m_goals, m_unassignedTodos);
-    if (board.assignmentsDocument)
-        entries.push_back({assignmentsKey, *std::move(board.assignmentsDocument)});
+    if (m_assignments != board.contents.assignments)
+        entries.push_back(assignmentsEntry(m_assignments));
+    else if (board.assignmentsDocument)
+        entries.push_back({assignmentsKey, *board.assignmentsDocument});
     write(entries);
 }
 
 void WindowStore::saveState(std::vector<SettingsEntry> settings)
 {
-    std::vector<SettingsEntry> entries = boardEntries(m_goals, m_unassignedTodos);
-    entries.push_back(assignmentsEntry(m_assignments));
+    std::vector<SettingsEntry> entries;
+    if (m_isBoardLoaded) {
+        entries = boardEntries(m_goals, m_unassignedTodos);
+        entries.push_back(assignmentsEntry(m_assignments));
+    }
     std::ranges::move(settings, std::back_inserter(entries));
     write(entries);
 }
 
 void WindowStore::write(const std::vector<SettingsEntry>& entries)
 {
-    if (m_settings.write(entries))
+    afterWriting(m_settings.write(entries));
+}
+
+void WindowStore::finishSaving()
+{
+    const Update update(*this);
+    afterWriting(m_settings.flush());
+}
+
+void WindowStore::afterWriting(bool isDone)
+{
+    if (!m_isBoardLoaded && m_settings.isLoaded())
+        loadState();
+    else if (isDone)
         m_saveRetryTask.reset();
     else
         retrySavingLater();
@@ -190,8 +216,7 @@ void WindowStore::retrySavingLater()
 {
     m_saveRetryTask = m_scheduler.after(saveRetryDelay, [this] {
         m_saveRetryTask.reset();
-        if (!m_settings.flush())
-            retrySavingLater();
+        finishSaving();
     });
 }
 

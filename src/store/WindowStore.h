@@ -37,8 +37,9 @@ class WindowStore : public QObject
 public:
     enum class Observing : std::uint8_t { off, started };
 
-    /// Loads the board from `settings`. What it is given outlives it. `observing` tells whether
-    /// `startObserving` is called at once.
+    /// Loads the board from `settings`; while it cannot be read, the board begins empty, and what
+    /// is stored comes to it as soon as it can. What it is given outlives it. `observing` tells
+    /// whether `startObserving` is called at once.
     WindowStore(const Platform& platform, SettingsStore& settings, Scheduler& scheduler,
                 Observing observing = Observing::off);
     ~WindowStore() override;
@@ -80,6 +81,9 @@ public:
     void setAutoSortingGoals(bool isAutoSorting);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
     void setSearchText(const QString& text);
+
+    /// Tries once more to read and to write what could not be until now: for the program's end.
+    void finishSaving();
 
     // Goals. An unknown goal, and a title of which trimming leaves nothing, make them no-ops.
 
@@ -229,24 +233,31 @@ private:
     }
 
     void loadState();
-    /// Writes the board, and `settings` with it.
+    /// Writes the board, and `settings` with it. A board that is not yet joined with the stored one
+    /// stays in memory.
     void saveState(std::vector<SettingsEntry> settings = {});
     /// Writes now; what cannot be written is tried again by itself.
     void write(const std::vector<SettingsEntry>& entries);
+    void afterWriting(bool isDone);
     void retrySavingLater();
     void showToast(const QString& message);
 
     void sortGoalsIfNeeded();
-    void normalizeTodoOrder();
     QSet<GoalID> goalIDs() const;
     QList<GoalID> visibleGoalIDs() const;
     bool hasGoal(GoalID goalID) const;
+    /// Makes a goal and selects it, without saving; none when the title is blank.
+    std::optional<GoalID> addGoal(const QString& title);
     /// The list that a goal, or none, names; null when there is no such goal.
     QList<TodoItem>* todoList(std::optional<GoalID> goalID);
     /// Notes that the list which `goalID` names has changed.
     void markTodosChanged(std::optional<GoalID> goalID);
     void afterTodoCountChanged();
 
+    /// Lets windows, selection and the open field follow the goals, todos and assignments.
+    void reconcileWithBoard();
+    /// As `assign`, without saving; true when something changed.
+    bool setAssignment(WindowID windowID, std::optional<GoalID> to);
     void updatePermissionState();
     void applyDiscoveredWindows(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& windows);
@@ -291,6 +302,8 @@ private:
     bool m_isAutoSortingGoals = true;
     bool m_isHidingGoalsWithoutOpenTodos = false;
 
+    /// What is stored is on the board.
+    bool m_isBoardLoaded = false;
     Assignments m_assignments;
     int m_targetGridColumnCount = 1;
 

@@ -12,9 +12,15 @@ namespace kelpa {
 void WindowStore::createGoal(const QString& title)
 {
     const Update update(*this);
+    if (addGoal(title))
+        saveState();
+}
+
+std::optional<GoalID> WindowStore::addGoal(const QString& title)
+{
     const QString trimmed = trimmedText(title);
     if (trimmed.isEmpty())
-        return;
+        return std::nullopt;
     const Goal goal{GoalID::create(), trimmed, nextAccent(m_goals), defaultGoalPriority, {}};
     m_goals.append(goal);
     markChanged(Field::goals);
@@ -22,7 +28,7 @@ void WindowStore::createGoal(const QString& title)
     publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
     sortGoalsIfNeeded();
     activateTarget(TargetSelection::goal(goal.id), EnterWindowLayer::no);
-    saveState();
+    return goal.id;
 }
 
 void WindowStore::renameGoal(GoalID goalID, const QString& title)
@@ -46,12 +52,8 @@ void WindowStore::deleteGoal(GoalID goalID)
     m_goals.removeAt(index);
     markChanged(Field::goals);
     m_assignments = withoutGoal(m_assignments, goalID);
-    if (m_todoEditorGoalID == goalID)
-        closeTodoEditor();
-    if (m_boardNavigation.target == TargetSelection::goal(goalID))
-        publishNavigation(BoardNavigationState::idle());
     // At once, however long the look at the desktop takes: a card of no goal would stand nowhere.
-    publish(m_windows, withAssignedGoals(m_windows, m_assignments, goalIDs()), Field::windows);
+    reconcileWithBoard();
     saveState();
     refresh();
 }

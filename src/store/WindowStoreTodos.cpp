@@ -124,15 +124,6 @@ void WindowStore::closeTodoEditor()
     publish(m_todoEditorRequestID, m_todoEditorRequestID + 1, Field::todoEditorRequestID);
 }
 
-void WindowStore::normalizeTodoOrder()
-{
-    const TodoPositions positions = normalizedPositions(m_goals, m_unassignedTodos);
-    if (applyPositions(m_goals, positions))
-        markChanged(Field::goals);
-    if (applyPositions(m_unassignedTodos, positions))
-        markChanged(Field::unassignedTodos);
-}
-
 QList<TodoItem>* WindowStore::todoList(std::optional<GoalID> goalID)
 {
     if (!goalID)

@@ -111,6 +111,18 @@ void WindowStore::applyDiscoveredWindows(const QList<WindowItem>& discovered)
     reconcileNavigationWithWindows();
 }
 
+void WindowStore::reconcileWithBoard()
+{
+    if (m_todoEditorGoalID && !hasGoal(*m_todoEditorGoalID))
+        closeTodoEditor();
+    const std::optional<GoalID> selected = m_boardNavigation.target.goalID();
+    if (selected && !hasGoal(*selected))
+        publishNavigation(BoardNavigationState::idle());
+    publish(m_windows, withAssignedGoals(m_windows, m_assignments, goalIDs()), Field::windows);
+    reconcileNavigationWithWindows();
+    reconcileSelectionWithVisibleGoals();
+}
+
 void WindowStore::migrateLegacyTerminalAssignments(const QList<WindowItem>& windows)
 {
     std::optional<Assignments> migrated =
@@ -124,9 +136,15 @@ void WindowStore::migrateLegacyTerminalAssignments(const QList<WindowItem>& wind
 void WindowStore::assign(WindowID windowID, std::optional<GoalID> to)
 {
     const Update update(*this);
+    if (setAssignment(windowID, to))
+        saveState();
+}
+
+bool WindowStore::setAssignment(WindowID windowID, std::optional<GoalID> to)
+{
     const auto window = std::ranges::find(std::as_const(m_windows), windowID, &WindowItem::id);
     if (window == m_windows.cend() || (to && !hasGoal(*to)) || window->goalID == to)
-        return;
+        return false;
     m_windows[std::distance(m_windows.cbegin(), window)].goalID = to;
     markChanged(Field::windows);
     if (to)
@@ -134,16 +152,17 @@ void WindowStore::assign(WindowID windowID, std::optional<GoalID> to)
     else
         m_assignments.remove(assignmentKey(windowID));
     reconcileNavigationWithWindows();
-    saveState();
+    return true;
 }
 
 void WindowStore::createGoal(const QString& title, WindowID windowID)
 {
     const Update update(*this);
-    const QSet<GoalID> before = goalIDs();
-    createGoal(title);
-    for (const GoalID goalID : goalIDs() - before)
-        assign(windowID, goalID);
+    const std::optional<GoalID> goalID = addGoal(title);
+    if (!goalID)
+        return;
+    setAssignment(windowID, goalID);
+    saveState();
 }
 
 bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)

@@ -114,6 +114,10 @@ INSTANTIATE_TEST_SUITE_P(
                       {goals, boardNavigation, isHiding},
                       1,
                       hide},
+        OperationCase{"create_for_a_window",
+                      [](Board& s) { s.store.createGoal(title, 2); },
+                      {goals, boardNavigation, windows},
+                      1},
         OperationCase{
             "create_blank", [](Board& s) { s.store.createGoal(QStringLiteral(" ")); }, {}, 0},
         OperationCase{"rename", [](Board& s) { s.store.renameGoal(s.a, title); }, {goals}, 1},

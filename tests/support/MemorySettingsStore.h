@@ -16,12 +16,18 @@ public:
     /// Entries whose value differed from the stored one.
     int changedEntryCount = 0;
     bool isFailing = false;
+    /// What `values` holds can be neither read nor written.
+    bool isUnreadable = false;
+
+    bool isLoaded() const override { return !isUnreadable; }
 
     std::optional<SettingsValue> value(const QString& key) const override
     {
         const auto found = m_pending.constFind(key);
         if (found != m_pending.constEnd())
             return *found;
+        if (!isLoaded())
+            return std::nullopt;
         const auto stored = values.constFind(key);
         return stored != values.constEnd() ? std::optional(*stored) : std::nullopt;
     }
@@ -46,7 +52,7 @@ public:
 
     bool flush() override
     {
-        if (isFailing)
+        if (isFailing || isUnreadable)
             return false;
         values.insert(m_pending);
         m_pending.clear();

@@ -27,9 +27,10 @@ SqliteSettingsStore::SqliteSettingsStore(const QString& path, Print print)
         if (trouble != SettingsTrouble::newer)
             loadForReadingOnly();
     }
-    m_hasLoaded = true;
+    m_hasStarted = true;
     // What a damaged file still held goes into the new one.
-    flush();
+    if (m_file)
+        flush();
 }
 
 SqliteSettingsStore::~SqliteSettingsStore() = default;
@@ -38,9 +39,11 @@ std::optional<SettingsValue> SqliteSettingsStore::value(const QString& key) cons
 {
     if (const auto pending = m_pending.find(key); pending != m_pending.end())
         return *pending;
-    if (const auto stored = m_stored.find(key); stored != m_stored.end())
-        return *stored;
-    return std::nullopt;
+    const auto stored = m_stored.find(key);
+    if (stored == m_stored.end())
+        return std::nullopt;
+    m_unseen.remove(key);
+    return *stored;
 }
 
 bool SqliteSettingsStore::write(const std::vector<SettingsEntry>& entries)
@@ -74,7 +77,7 @@ bool SqliteSettingsStore::flush()
     if (isGone)
         m_file.reset();
     std::optional<SettingsTrouble> trouble;
-    if (isGone || (!m_file && !m_pending.isEmpty()))
+    if (isGone || (!m_file && (!m_isLoaded || !m_pending.isEmpty())))
         trouble = connect();
     if (!trouble && !m_pending.isEmpty())
         trouble = writePending();
@@ -88,7 +91,7 @@ bool SqliteSettingsStore::flush()
         m_report.tell(*trouble);
     else if (m_file)
         m_report.recovered();
-    return m_pending.isEmpty();
+    return m_isLoaded && m_pending.isEmpty();
 }
 
 std::optional<SettingsTrouble> SqliteSettingsStore::connect()
@@ -138,7 +141,7 @@ void SqliteSettingsStore::adopt(const SettingsValues& found)
         if (!m_pending.contains(key) && !found.contains(key))
             m_pending.insert(key, value);
     }
-    if (m_hasLoaded) {
+    if (m_hasStarted) {
         for (const auto& [key, value] : found.asKeyValueRange()) {
             const auto isKnownAs = [&key = key, &value = value](const SettingsValues& values) {
                 const auto known = values.constFind(key);
@@ -149,7 +152,7 @@ void SqliteSettingsStore::adopt(const SettingsValues& found)
         }
     }
     m_stored = found;
-    m_hasLoaded = true;
+    m_isLoaded = true;
     dropUnchanged();
 }
 
@@ -181,7 +184,17 @@ void SqliteSettingsStore::loadForReadingOnly()
             return;
         std::optional<SettingsTrouble> trouble;
         const std::unique_ptr<SqliteFile> file = SqliteFile::open(m_path, access, trouble);
-        if (file && !file->readInto(m_stored))
+        SettingsValues found;
+        if (file)
+            trouble = file->readInto(found);
+        // More than what can be read of a damaged file will never be.
+        if (!trouble || trouble == SettingsTrouble::damaged) {
+            m_stored = std::move(found);
+            m_isLoaded = true;
+            return;
+        }
+        // Without regard to locks, one would read what another program is just changing.
+        if (trouble == SettingsTrouble::busy)
             return;
     }
 }

@@ -93,6 +93,37 @@ TEST_F(SqliteTrouble, What_could_not_be_read_at_start_is_copied_aside_before_it_
     EXPECT_THAT(copiesAside(goalsKey), ElementsAre(u"[1]"));
 }
 
+TEST_F(SqliteTrouble, What_is_stored_counts_as_loaded_once_it_could_be_read)
+{
+    hideFile();
+    const auto store = openStore();
+    EXPECT_FALSE(store->isLoaded());
+    EXPECT_FALSE(store->flush()) << "nothing is pending, but something is still to be read";
+    bringFileBack();
+    EXPECT_FALSE(store->isLoaded());
+    EXPECT_TRUE(store->flush());
+    EXPECT_TRUE(store->isLoaded());
+    EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[1]")));
+
+    EXPECT_TRUE(store->write({goals("[2]"), language(QStringLiteral("fr"))}));
+    EXPECT_THAT(copiesAside(goalsKey), IsEmpty()) << "who writes had been given the value";
+    EXPECT_THAT(copiesAside(languageKey), ElementsAre(u"de"));
+}
+
+TEST_F(SqliteTrouble, A_file_that_another_program_has_locked_is_not_read_past_the_lock)
+{
+    ASSERT_TRUE(openStore()->write({goals("[1]")}));
+    auto other = std::make_unique<RawDatabase>(path);
+    ASSERT_TRUE(other->run("PRAGMA journal_mode = DELETE; BEGIN EXCLUSIVE"));
+    const auto store = openStore();
+    EXPECT_FALSE(store->isLoaded());
+    EXPECT_EQ(store->value(goalsKey), std::nullopt);
+    other.reset();
+    EXPECT_TRUE(store->flush());
+    EXPECT_TRUE(store->isLoaded());
+    EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[1]")));
+}
+
 TEST_F(SqliteTrouble, A_key_that_is_first_written_later_is_copied_aside_then)
 {
     hideFile();
@@ -229,6 +260,7 @@ TEST_F(SqliteTrouble, A_file_and_a_folder_that_may_only_be_read_are_read)
     EXPECT_TRUE(succeedsInChild([this] {
         EXPECT_TRUE(giveUpRights());
         const auto store = openStore();
+        EXPECT_TRUE(store->isLoaded());
         EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[1]")));
         EXPECT_EQ(store->value(languageKey), SettingsValue(QStringLiteral("de")));
         EXPECT_FALSE(store->write({goals("[2]")}));
@@ -252,6 +284,7 @@ TEST_F(SqliteTrouble, A_file_that_may_not_even_be_read_is_kept_until_it_may)
     EXPECT_TRUE(succeedsInChild([this] {
         EXPECT_TRUE(giveUpRights());
         const auto store = openStore();
+        EXPECT_FALSE(store->isLoaded());
         EXPECT_EQ(store->value(goalsKey), std::nullopt);
         EXPECT_FALSE(store->write({goals("[2]")}));
         EXPECT_EQ(messages.size(), 1);
