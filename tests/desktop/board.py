@@ -20,6 +20,7 @@ GOAL_ACTIONS = "More goal actions"
 DELETE_GOAL = "Delete goal"
 CLOSE_PROCESS = "Close this app process"
 PREVIEW = "Window preview"
+_MINIMISED = "Window is minimized"
 MOVE_TO_GOAL = "Move to goal"
 DELETE_TODO = "Delete todo"
 HANDLE = "Copy and drag todo"
@@ -66,6 +67,10 @@ class Node:
     @property
     def name(self):
         return self._ask(Atspi.Accessible.get_name) or ""
+
+    @property
+    def description(self):
+        return self._ask(Atspi.Accessible.get_description) or ""
 
     @property
     def role(self):
@@ -177,6 +182,10 @@ class Card:
         return self.node.has_state(Atspi.StateType.SELECTED)
 
     @property
+    def is_minimised(self):
+        return _MINIMISED in self.node.description
+
+    @property
     def has_preview(self):
         return bool(self.node.find((Atspi.Role.IMAGE,), lambda name: name == PREVIEW))
 
@@ -263,7 +272,8 @@ class Board:
         """Titles and statuses of the todos in the column titled `title`, from top to bottom."""
         try:
             column = self.column(title)
-            return [(todo.title, todo.status) for todo in column.todos] if column else []
+            todos = sorted(column.todos, key=lambda todo: todo.node.frame()[1]) if column else []
+            return [(todo.title, todo.status) for todo in todos]
         except Gone:
             return []
 

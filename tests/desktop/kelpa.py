@@ -113,6 +113,20 @@ class Kelpa:
 
         return wait_until(f"the card {title!r} is in {column!r}", look, seconds)
 
+    def click_card(self, column, title):
+        """Clicks on the middle of a card, as on a window that one wants to have."""
+        self.click(lambda: self._card_node(column, title), f"the card {title!r}")
+
+    def close_card(self, column, title):
+        """Clicks on the button of a card that closes its program; it shows below the pointer."""
+        def button():
+            card = self._card_node(column, title)
+            found = card and card.find(boards.BUTTON_ROLES, lambda name: name == boards.CLOSE_PROCESS)
+            return found[0] if found else None
+
+        self._desktop.hover(*self.centre(lambda: self._card_node(column, title), f"the card {title!r}"))
+        self.click(button, f"the close button of {title!r}")
+
     def drag_card(self, title, source, target):
         """Drags a card by hand from one column onto another."""
         self.focus()
@@ -120,22 +134,9 @@ class Kelpa:
         end = self.centre(lambda: self._column_node(target), f"the column {target!r}")
         self._desktop.drag(start, end)
 
-    def drag(self, find, what, target):
-        """Drags the part that `find` returns onto the head of the column titled `target`."""
-        self.focus()
-        start = self.centre(find, what)
-        self._desktop.drag(start, self.head(target))
-
     def click(self, find, what, button=1):
         """Clicks on the part that `find` returns, as soon as it is there and does not move."""
         self._desktop.click(*self.centre(find, what), button=button)
-
-    def type_into(self, find, what, text):
-        """Clicks on a field and replaces what is written in it."""
-        self.click(find, what)
-        wait_until(f"{what} has the keyboard", self.board.focused_field)
-        self._desktop.key("ctrl+a")
-        self._desktop.type(text)
 
     def wait_for_todos(self, column, expected):
         """Waits until the column has these todos: pairs of title and status, from top to bottom."""

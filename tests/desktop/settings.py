@@ -74,7 +74,7 @@ def read_live(path):
         connection.close()
 
 
-def write(path, language="en", goals=()):
+def write(path, language="en", goals=(), is_auto_sorting=True):
     """A new file with a language and `goals`, pairs of a title and its open todos' titles."""
     path = pathlib.Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
@@ -93,6 +93,7 @@ def write(path, language="en", goals=()):
         with connection:
             connection.execute(_CREATE)
             connection.execute(_WRITE, ("kelpa.language", language))
+            connection.execute(_WRITE, ("kelpa.autoSortingGoals", int(is_auto_sorting)))
             if records:
                 blob = json.dumps(records, ensure_ascii=False).encode()
                 connection.execute(_WRITE, ("kelpa.goals", sqlite3.Binary(blob)))
