@@ -254,6 +254,15 @@ class Board:
         """Every card's window title, with the title of the column that it is in."""
         return {card.title: column.title for column in self.columns().values() for card in column.cards}
 
+    def cards_by_place(self, title):
+        """Window titles of a column's cards, row by row."""
+        try:
+            column = self.column(title)
+            cards = sorted(column.cards, key=lambda card: card.node.frame()[1::-1]) if column else []
+            return [card.title for card in cards]
+        except Gone:
+            return []
+
     def card(self, column, title):
         """The card of the window `title` in the column titled `column`, or None."""
         found = self.columns().get(column)

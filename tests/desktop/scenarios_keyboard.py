@@ -105,7 +105,7 @@ def space_enters_a_column_and_raises_a_window(desktop, binary):
         selection.press("Right", "Right")
         selection.is_column(boards.UNSORTED)
         # Two columns of cards: the first two lie side by side, the third below the first.
-        first, second, third = _cards_by_place(kelpa)
+        first, second, third = kelpa.board.cards_by_place(boards.UNSORTED)
         selection.press("space")
         selection.is_card(first)
         selection.press("Left", "Up", "Right")
@@ -128,11 +128,6 @@ def space_enters_a_column_and_raises_a_window(desktop, binary):
         selection.is_column(boards.UNSORTED)
         selection.press("Right")
         selection.is_column("Only goal")
-
-
-def _cards_by_place(kelpa):
-    cards = kelpa.board.column(boards.UNSORTED).cards
-    return [card.title for card in sorted(cards, key=lambda card: card.node.frame()[1::-1])]
 
 
 def _active_title(desktop):

@@ -19,19 +19,27 @@ def cards_raise_their_windows_and_close_their_programs(desktop, binary):
     settings.write(path, goals=[("Only goal", [])])
     terminals = {title: desktop.start_xterm(title) for title in ("First", "Second", "Third")}
     windows = {title: desktop.wait_for_window(title).number for title in terminals}
-    desktop.run("xdotool", "windowminimize", "--sync", windows["Third"])
     with Kelpa(desktop, binary, path) as kelpa:
-        for title in terminals:
-            kelpa.wait_for_card(boards.UNSORTED, title)
+        def wait_for_places():
+            """The uppermost window comes first, and a raised one so changes its place."""
+            wait_until("every card has its place", lambda: kelpa.board.cards_by_place(
+                boards.UNSORTED) == [title for number in reversed(desktop.stacking())
+                                     for title in windows if windows[title] == number])
+
+        # One without a preview would come last.
+        wait_until("every card has a preview", lambda: _with_preview(kelpa) == 3)
+        desktop.run("xdotool", "windowminimize", windows["Third"])
         wait_until("one is minimised", lambda: _minimised(kelpa) == ["Third"])
         # Also one that is minimised comes forward.
         for title in ("First", "Third", "Second"):
             kelpa.focus()
+            wait_for_places()
             kelpa.click_card(boards.UNSORTED, title)
             wait_until(f"{title!r} is active", lambda: desktop.active_window() == windows[title])
             wait_until(f"{title!r} is on top", lambda: desktop.stacking()[-1] == windows[title])
         wait_until("none is minimised", lambda: _minimised(kelpa) == [])
         kelpa.focus()
+        wait_for_places()
         kelpa.drag_card("Second", boards.UNSORTED, "Only goal")
         kelpa.wait_for_card("Only goal", "Second")
         kelpa.close_card("Only goal", "Second")
@@ -39,6 +47,11 @@ def cards_raise_their_windows_and_close_their_programs(desktop, binary):
         wait_until("the others are left", lambda: kelpa.board.cards() == {
             "First": boards.UNSORTED, "Third": boards.UNSORTED})
         assert terminals["First"].poll() is None and terminals["Third"].poll() is None
+
+
+def _with_preview(kelpa):
+    column = kelpa.board.column(boards.UNSORTED)
+    return sum(card.has_preview for card in column.cards) if column else 0
 
 
 def _minimised(kelpa):
