@@ -31,7 +31,9 @@ Item {
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
     Accessible.name: root.ownerName + ": " + root.shownTitle
-    Accessible.description: root.help
+    // What the sign in the caption shows, for those who do not see it.
+    Accessible.description: root.isMinimized
+            ? root.help + "\n" + root.board.copy.text(CopyKey.PreviewMinimized) : root.help
     Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected

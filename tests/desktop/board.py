@@ -1,7 +1,8 @@
 """The board as the accessibility bus shows it. How the views name their parts stands here alone.
 
-A column is a list named by its goal's title, or UNSORTED; a window card is a list item in it whose
-name is "<owner>: <title>"."""
+A column is a list named by its goal's title, UNSORTED or ALL_TODOS. In it are list items: window
+cards, which can be selected and are named "<owner>: <title>", and todos, which cannot be selected and
+are named by their title alone, whatever it looks like."""
 
 import gi
 
@@ -9,19 +10,35 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 WINDOW = "Kelpa"
+BOARD = "Board"
 UNSORTED = "Unsorted"
+ALL_TODOS = "All todos"
+SEARCH = "Search windows or apps"
 NEW_GOAL = "New goal"
 CREATE = "Create"
 GOAL_ACTIONS = "More goal actions"
 DELETE_GOAL = "Delete goal"
+CLOSE_PROCESS = "Close this app process"
+PREVIEW = "Window preview"
+_MINIMISED = "Window is minimized"
+MOVE_TO_GOAL = "Move to goal"
+DELETE_TODO = "Delete todo"
+HANDLE = "Copy and drag todo"
+GO_TO_TODO = "Go to todo in goal"
+COPIED = "Todo copied to clipboard"
+TODO, IN_PROGRESS, COMPLETED = "Todo", "In progress", "Completed"
+_STATUS = "Todo status: "
+NEEDS_SCREEN_CAPTURE = "Screen Recording permission is needed for live previews"
+NEEDS_ACCESSIBILITY = "Accessibility permission is needed to focus and open windows"
 # Lists of the screen that hold no goal's windows.
-NOT_GOALS = ("All todos", "Goals")
+NOT_GOALS = (ALL_TODOS, "Goals")
 _SEPARATOR = ": "
-_CARD_ROLES = (Atspi.Role.LIST_ITEM,)
+_ITEM_ROLES = (Atspi.Role.LIST_ITEM,)
 _COLUMN_ROLES = (Atspi.Role.LIST,)
 BUTTON_ROLES = (Atspi.Role.PUSH_BUTTON, Atspi.Role.PUSH_BUTTON_MENU, Atspi.Role.TOGGLE_BUTTON)
 _MENU_ITEM_ROLES = (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.RADIO_MENU_ITEM)
 _FIELD_ROLES = (Atspi.Role.ENTRY, Atspi.Role.TEXT, Atspi.Role.PARAGRAPH)
+_BOARD_ROLES = (Atspi.Role.PANEL, Atspi.Role.SCROLL_PANE)
 
 
 class Gone(Exception):
@@ -52,6 +69,10 @@ class Node:
         return self._ask(Atspi.Accessible.get_name) or ""
 
     @property
+    def description(self):
+        return self._ask(Atspi.Accessible.get_description) or ""
+
+    @property
     def role(self):
         return self._ask(Atspi.Accessible.get_role)
 
@@ -75,10 +96,17 @@ class Node:
 
     def find(self, roles, accepts):
         """Everything below with one of `roles` whose name `accepts` takes."""
+        return self._find(lambda node: node.role in roles and accepts(node.name))
+
+    def find_named(self, accepts):
+        """Everything below whose name `accepts` takes."""
+        return self._find(lambda node: accepts(node.name))
+
+    def _find(self, accepts):
         found = []
         for node, _ in self.walk():
             try:
-                if node.role in roles and accepts(node.name):
+                if accepts(node):
                     found.append(node)
             except Gone:
                 continue
@@ -104,6 +132,10 @@ class Node:
 
         return self._ask(act)
 
+    def text(self):
+        """What is written in a field."""
+        return self._ask(lambda part: Atspi.Text.get_text(part, 0, -1))
+
     def outline(self):
         """The tree below as text, for a report."""
         lines = []
@@ -120,11 +152,21 @@ class Column:
     def __init__(self, node):
         self.node = node
         self.title = node.name
-        self.cards = [Card(found) for found in node.find(_CARD_ROLES, lambda name: _SEPARATOR in name)]
+        items = [(item, item.has_state(Atspi.StateType.SELECTABLE))
+                 for item in node.find(_ITEM_ROLES, bool)]
+        self.cards = [Card(item) for item, is_card in items if is_card]
+        self.todos = [Todo(item) for item, is_card in items if not is_card]
+
+    @property
+    def is_selected(self):
+        return self.node.has_state(Atspi.StateType.SELECTED)
 
     def card(self, title):
         """The card of the window titled `title`, or None."""
         return next((card for card in self.cards if card.title == title), None)
+
+    def todo(self, title):
+        return next((todo for todo in self.todos if todo.title == title), None)
 
 
 class Card:
@@ -134,6 +176,44 @@ class Card:
 
     def __repr__(self):
         return f"{self.owner}: {self.title[:80]!r}"
+
+    @property
+    def is_selected(self):
+        return self.node.has_state(Atspi.StateType.SELECTED)
+
+    @property
+    def is_minimised(self):
+        return _MINIMISED in self.node.description
+
+    @property
+    def has_preview(self):
+        return bool(self.node.find((Atspi.Role.IMAGE,), lambda name: name == PREVIEW))
+
+
+class Todo:
+    def __init__(self, node):
+        self.node = node
+        self.title = node.name
+
+    def __repr__(self):
+        return repr(self.title)
+
+    @property
+    def status(self):
+        return self.status_button.name.removeprefix(_STATUS)
+
+    @property
+    def status_button(self):
+        return self._button(lambda name: name.startswith(_STATUS))
+
+    def button(self, name):
+        return self._button(lambda found: found == name)
+
+    def _button(self, accepts):
+        found = self.node.find(BUTTON_ROLES, accepts)
+        if not found:
+            raise Gone(f"a button of the todo {self.title!r}")
+        return found[0]
 
 
 class Board:
@@ -174,6 +254,15 @@ class Board:
         """Every card's window title, with the title of the column that it is in."""
         return {card.title: column.title for column in self.columns().values() for card in column.cards}
 
+    def cards_by_place(self, title):
+        """Window titles of a column's cards, row by row."""
+        try:
+            column = self.column(title)
+            cards = sorted(column.cards, key=lambda card: card.node.frame()[1::-1]) if column else []
+            return [card.title for card in cards]
+        except Gone:
+            return []
+
     def card(self, column, title):
         """The card of the window `title` in the column titled `column`, or None."""
         found = self.columns().get(column)
@@ -187,6 +276,45 @@ class Board:
 
     def menu_item(self, name):
         return self._first(_MENU_ITEM_ROLES, name)
+
+    def todos(self, title):
+        """Titles and statuses of the todos in the column titled `title`, from top to bottom."""
+        try:
+            column = self.column(title)
+            todos = sorted(column.todos, key=lambda todo: todo.node.frame()[1]) if column else []
+            return [(todo.title, todo.status) for todo in todos]
+        except Gone:
+            return []
+
+    def selected_column(self):
+        """Title of the column that the arrow keys have chosen, or None."""
+        try:
+            return next((column.title for column in self.columns().values() if column.is_selected), None)
+        except Gone:
+            return None
+
+    def selected_card(self):
+        """Title of the window whose card the arrow keys have chosen, or None."""
+        try:
+            return next((card.title for column in self.columns().values()
+                         for card in column.cards if card.is_selected), None)
+        except Gone:
+            return None
+
+    def area(self):
+        """The part that holds the columns."""
+        return self._first(_BOARD_ROLES, BOARD)
+
+    def has_text(self, text):
+        """Whether something on the screen is named `text`."""
+        try:
+            return any(node.has_state(Atspi.StateType.SHOWING)
+                       for node in self._root().find_named(lambda name: name == text))
+        except Gone:
+            return False
+
+    def field(self, name):
+        return self._first(_FIELD_ROLES, name)
 
     def focused_field(self):
         try:

@@ -232,11 +232,19 @@ class Desktop:
         value = self.property(self._x.screen().root, "_NET_ACTIVE_WINDOW")
         return int(value[0]) if value else 0
 
+    def stacking(self):
+        """X ids of the listed windows from the lowest to the uppermost."""
+        numbers = self.property(self._x.screen().root, "_NET_CLIENT_LIST_STACKING")
+        return [] if numbers is None else list(numbers)
+
     def close(self, window):
         """Asks the window to close, as a click on its close button does."""
         self.run("wmctrl", "-i", "-c", hex(window.number))
 
     # Input
+
+    def hover(self, x, y):
+        self.run("xdotool", "mousemove", x, y)
 
     def click(self, x, y, button=1):
         self.run("xdotool", "mousemove", x, y, "click", button)
@@ -260,6 +268,10 @@ class Desktop:
 
     def key(self, *names):
         self.run("xdotool", "key", "--delay", "15", *names)
+
+    def clipboard(self):
+        """The text that a program would paste."""
+        return self.run("/usr/bin/python3", pathlib.Path(__file__).with_name("clipboard_text.py"))
 
     def screenshot(self, path):
         """Writes a picture of the whole screen."""

@@ -5,6 +5,7 @@ import signal
 
 import board as boards
 import processes
+import settings
 from processes import wait_until
 
 # What a sanitizer or the toolkit says when something is wrong with the program.
@@ -112,16 +113,105 @@ class Kelpa:
 
         return wait_until(f"the card {title!r} is in {column!r}", look, seconds)
 
+    def click_card(self, column, title):
+        """Clicks on the middle of a card, as on a window that one wants to have."""
+        self.click(lambda: self._card_node(column, title), f"the card {title!r}")
+
+    def close_card(self, column, title):
+        """Clicks on the button of a card that closes its program; it shows below the pointer."""
+        def button():
+            card = self._card_node(column, title)
+            found = card and card.find(boards.BUTTON_ROLES, lambda name: name == boards.CLOSE_PROCESS)
+            return found[0] if found else None
+
+        self._desktop.hover(*self.centre(lambda: self._card_node(column, title), f"the card {title!r}"))
+        self.click(button, f"the close button of {title!r}")
+
     def drag_card(self, title, source, target):
         """Drags a card by hand from one column onto another."""
         self.focus()
-        start = self._centre(lambda: self._card_node(source, title), f"the card {title!r}")
-        end = self._centre(lambda: self._column_node(target), f"the column {target!r}")
+        start = self.centre(lambda: self._card_node(source, title), f"the card {title!r}")
+        end = self.centre(lambda: self._column_node(target), f"the column {target!r}")
         self._desktop.drag(start, end)
 
     def click(self, find, what, button=1):
         """Clicks on the part that `find` returns, as soon as it is there and does not move."""
-        self._desktop.click(*self._centre(find, what), button=button)
+        self._desktop.click(*self.centre(find, what), button=button)
+
+    def wait_for_todos(self, column, expected):
+        """Waits until the column has these todos: pairs of title and status, from top to bottom."""
+        def look():
+            self.check_alive()
+            return self.board.todos(column) == expected
+
+        try:
+            wait_until(f"the todos of {column!r}", look)
+        except AssertionError as error:
+            raise AssertionError(f"{error}: {expected}, but {self.board.todos(column)}") from None
+
+    def todo_node(self, column, title):
+        """A function that finds the todo's row, and what to call it."""
+        def find():
+            found = self._column(column)
+            todo = found and found.todo(title)
+            return todo and todo.node
+
+        return find, f"the todo {title!r} in {column!r}"
+
+    def todo_button(self, column, title, name=None):
+        """A function that finds a button of the todo's row, that of its status without a name."""
+        def find():
+            found = self._column(column)
+            todo = found and found.todo(title)
+            return todo and (todo.button(name) if name else todo.status_button)
+
+        return find, f"the button {name or 'of the status'!r} of {title!r} in {column!r}"
+
+    def choose_in_todo_menu(self, column, title, *entries):
+        """Opens a todo's menu and chooses an entry, or one of the menu that an entry opens."""
+        self.focus()
+        self.click(*self.todo_node(column, title), button=3)
+        for entry in entries:
+            self._chooser(entry)()
+
+    def check_stored(self, path):
+        """Quits, compares the file with what the board showed, starts again, and compares again."""
+        shown = self._shown()
+        self.quit()
+        stored = settings.StoredBoard(settings.read(path))
+        for title in (*stored.goal_titles, boards.UNSORTED):
+            todos = stored.todos(None if title == boards.UNSORTED else title)
+            assert shown[title] == todos, f"{title!r}: shown {shown[title]}, stored {todos}"
+        assert [title for title in shown if title not in (boards.UNSORTED, *boards.NOT_GOALS)] == \
+            stored.goal_titles, f"shown {list(shown)}, stored {stored.goal_titles}"
+        self.start()
+        try:
+            wait_until("the board is as it was", lambda: self._shown() == shown)
+        except AssertionError as error:
+            raise AssertionError(f"{error}: {shown}, but {self._shown()}") from None
+
+    def _shown(self):
+        """The todos of every column."""
+        return {title: self.board.todos(title) for title in self.board.columns()}
+
+    def _column(self, title):
+        return self.board.column(title)
+
+    def head(self, title):
+        """A point in the head of a column, beside its title and away from its buttons."""
+        x, y = 0, 0
+
+        def look():
+            nonlocal x, y
+            column = self._column_node(title)
+            place = column and column.frame()
+            if not place or place[2] <= 0 or column.frame() != place:
+                return False
+            x, y = place[0] + 40, place[1] + 28
+            return True
+
+        wait_until(f"the column {title!r} has its place", look)
+        return x, y
 
     def _card_node(self, column, title):
         card = self.board.card(column, title)
@@ -131,7 +221,7 @@ class Kelpa:
         column = self.board.column(title)
         return column and column.node
 
-    def _centre(self, find, what):
+    def centre(self, find, what):
         """Where on the screen the part is, once it has stopped moving."""
         def still():
             self.check_alive()
@@ -163,5 +253,5 @@ class Kelpa:
         return self._chooser(entry)
 
     def _chooser(self, entry):
-        x, y = self._centre(lambda: self.board.menu_item(entry), f"the menu entry {entry!r}")
+        x, y = self.centre(lambda: self.board.menu_item(entry), f"the menu entry {entry!r}")
         return lambda: self._desktop.click(x, y)

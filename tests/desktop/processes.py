@@ -11,8 +11,9 @@ _PR_SET_CHILD_SUBREAPER = 36
 _libc = ctypes.CDLL(None, use_errno=True)
 
 
-def wait_until(what, condition, seconds=30.0):
-    """The first true value of `condition()`; an AssertionError naming `what` after `seconds`."""
+def wait_until(what, condition, seconds=30.0, pause=0.05):
+    """The first true value of `condition()`, which is asked again after `pause` seconds; an
+    AssertionError naming `what` after `seconds`."""
     deadline = time.monotonic() + seconds
     while True:
         value = condition()
@@ -20,7 +21,7 @@ def wait_until(what, condition, seconds=30.0):
             return value
         if time.monotonic() > deadline:
             raise AssertionError(f"not within {seconds:g} s: {what}")
-        time.sleep(0.05)
+        time.sleep(pause)
 
 
 def adopt_orphans():

@@ -1,6 +1,5 @@
 """The board in everyday use: listing, assigning, ending and starting again."""
 
-import os
 import pathlib
 
 import board as boards
@@ -118,34 +117,3 @@ def a_board_whose_file_cannot_be_written_runs_and_says_so(desktop, binary):
         desktop.start_xterm("Later terminal")
         wait_until("a new terminal has a card", lambda: "Later terminal" in kelpa.board.cards())
         assert in_the_way.read_text(encoding="utf-8") == "not a folder"
-
-
-def text_dropped_by_another_program_changes_nothing(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Only goal", ["Only todo"])])
-    desktop.start_xterm("Terminal")
-    desktop.wait_for_window("Terminal")
-    source = os.path.join(os.path.dirname(os.path.abspath(__file__)), "foreign_drag_source.py")
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.wait_for_card(boards.UNSORTED, "Terminal")
-        before = settings.read_live(path)
-        for number, text in enumerate(("hello", "kelpa-goal:nothing", "kelpa-todo:unassigned:x",
-                                       "4294967295", "-1", "9" * 400, "\u202e\u0007kelpa-unassigned")):
-            log = desktop.directory / f"source-{number}.log"
-            program = desktop.start("/usr/bin/python3", source, f"Source {number}", text, log=log)
-            # The source keeps itself above, in the corner where the board's header has its title.
-            window = desktop.wait_for_window(f"Source {number}")
-            geometry = desktop.x.create_resource_object("window", window.number).get_geometry()
-            place = desktop.x.create_resource_object("window", window.number).translate_coords(
-                desktop.x.screen().root, 0, 0)
-            start = (-place.x + geometry.width // 2, -place.y + geometry.height // 2)
-            desktop.drag(start, kelpa.board.column("Only goal").node.centre())
-            wait_until("the other program's drag has ended",
-                       lambda log=log: "ended" in log.read_text(encoding="utf-8"))
-            assert "began" in log.read_text(encoding="utf-8")
-            program.terminate()
-            program.wait()
-            kelpa.wait_for_card(boards.UNSORTED, "Terminal")
-            assert kelpa.board.goal_titles() == ["Only goal"]
-            assert settings.read_live(path) == before
-        kelpa.create_goal("Still alive")

@@ -13,18 +13,36 @@ _WRITE = "INSERT OR REPLACE INTO settings (key, value) VALUES (?, ?)"
 _READ = "SELECT key, value FROM settings"
 
 
+# How the file calls what the board shows.
+_STATUSES = {"todo": "Todo", "ing": "In progress", "completed": "Completed"}
+
+
 class StoredBoard:
-    """Goals by title, and how many windows are assigned to each."""
+    """Goals by title, how many windows are assigned to each, and the todos of each."""
 
     def __init__(self, values):
         goals = json.loads(values.get("kelpa.goals") or b"[]")
         assignments = json.loads(values.get("kelpa.windowAssignments") or b"{}")
         self.goal_titles = [goal["title"] for goal in goals]
+        self.goal_ids = {goal["title"]: goal["id"] for goal in goals}
         self.window_counts = {goal["title"]: 0 for goal in goals}
         titles = {goal["id"]: goal["title"] for goal in goals}
         for goal_id in assignments.values():
             if goal_id in titles:
                 self.window_counts[titles[goal_id]] += 1
+        self._todos = {goal["title"]: goal["todos"] for goal in goals}
+        self._unassigned_todos = json.loads(values.get("kelpa.unassignedTodos") or b"[]")
+
+    def todos(self, goal=None):
+        """Titles and statuses of the goal's todos, or of those without a goal, in their order."""
+        return [(todo["title"], _STATUSES[todo["status"]]) for todo in self._ordered(goal)]
+
+    def todo_id(self, title, goal=None):
+        return next(todo["id"] for todo in self._ordered(goal) if todo["title"] == title)
+
+    def _ordered(self, goal):
+        todos = self._unassigned_todos if goal is None else self._todos[goal]
+        return sorted(todos, key=lambda todo: todo["order"])
 
     def __repr__(self):
         return f"{self.goal_titles} with {self.window_counts}"
@@ -56,7 +74,7 @@ def read_live(path):
         connection.close()
 
 
-def write(path, language="en", goals=()):
+def write(path, language="en", goals=(), is_auto_sorting=True):
     """A new file with a language and `goals`, pairs of a title and its open todos' titles."""
     path = pathlib.Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
@@ -75,6 +93,7 @@ def write(path, language="en", goals=()):
         with connection:
             connection.execute(_CREATE)
             connection.execute(_WRITE, ("kelpa.language", language))
+            connection.execute(_WRITE, ("kelpa.autoSortingGoals", int(is_auto_sorting)))
             if records:
                 blob = json.dumps(records, ensure_ascii=False).encode()
                 connection.execute(_WRITE, ("kelpa.goals", sqlite3.Binary(blob)))

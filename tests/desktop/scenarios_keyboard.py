@@ -1,0 +1,172 @@
+"""The board by keyboard alone."""
+
+import board as boards
+import settings
+from board import TODO
+from kelpa import Kelpa
+from processes import wait_until
+
+_GOALS = ("Alpha", "Beta", "Gamma", "Delta")
+
+
+class _Selection:
+    """Waits for what the keys have chosen."""
+
+    def __init__(self, desktop, kelpa):
+        self._desktop = desktop
+        self._board = kelpa.board
+
+    def press(self, *keys):
+        self._desktop.key(*keys)
+
+    def is_column(self, title):
+        wait_until(f"the column {title!r} is chosen", lambda: self._board.selected_column() == title)
+        assert self._board.selected_card() is None
+
+    def is_card(self, title):
+        wait_until(f"the card {title!r} is chosen", lambda: self._board.selected_card() == title)
+
+
+def arrow_keys_choose_columns_and_return_adds_todos(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(goal, []) for goal in _GOALS], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        selection = _Selection(desktop, kelpa)
+
+        # Nothing is chosen, so these go by; the first arrow chooses the first column all the same.
+        selection.press("space", "Return", "Escape", "Left")
+        selection.is_column(boards.ALL_TODOS)
+        assert kelpa.board.focused_field() is None
+        selection.press("Left", "Up", "Right")
+        selection.is_column(boards.UNSORTED)
+        # Without windows there is nothing to enter, and only goals take todos by Return.
+        selection.press("space", "Escape", "Return", "KP_Enter", "Right")
+        selection.is_column("Alpha")
+        assert kelpa.board.focused_field() is None
+        _walk_the_grid(kelpa, selection)
+
+        selection.press("Return")
+        wait_until("a todo can be typed", kelpa.board.focused_field)
+        # Space, letters and Return are the field's; it is empty again for the next todo.
+        desktop.type("Buy milk")
+        selection.press("Return")
+        kelpa.wait_for_todos("Beta", [("Buy milk", TODO)])
+        desktop.type("Buy bread")
+        selection.press("KP_Enter")
+        kelpa.wait_for_todos("Beta", [("Buy milk", TODO), ("Buy bread", TODO)])
+        selection.press("space", "Return")
+        desktop.type("never mind")
+        selection.press("Escape")
+        wait_until("no todo is typed", lambda: not kelpa.board.focused_field())
+        selection.press("KP_Enter")
+        wait_until("a todo can be typed", kelpa.board.focused_field)
+        assert kelpa.board.focused_field().text() == ""
+        # An arrow leaves the field and moves on in one stroke.
+        desktop.type("nor this")
+        selection.press("Left")
+        selection.is_column("Alpha")
+        wait_until("no todo is typed", lambda: not kelpa.board.focused_field())
+        kelpa.wait_for_todos(boards.ALL_TODOS, [("Buy milk", TODO), ("Buy bread", TODO)])
+        kelpa.check_stored(path)
+
+
+def _walk_the_grid(kelpa, selection):
+    """From Alpha to Beta, along the edges of the grid that the columns form."""
+    titles = [boards.ALL_TODOS, boards.UNSORTED, *_GOALS]
+    columns = kelpa.board.columns()
+    width = len({columns[title].node.frame()[0] for title in titles})
+    last_of_row = titles[min(width, len(titles)) - 1]
+    selection.press("Up")
+    selection.press(*["Right"] * len(titles))
+    selection.is_column(last_of_row)
+    selection.press(*["Left"] * len(titles))
+    selection.is_column(boards.ALL_TODOS)
+    selection.press("Down")
+    selection.is_column(titles[width] if width < len(titles) else boards.ALL_TODOS)
+    selection.press("Up")
+    selection.is_column(boards.ALL_TODOS)
+    selection.press("Right", "Right", "Right")
+    selection.is_column("Beta")
+
+
+def space_enters_a_column_and_raises_a_window(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Only goal", [])])
+    for title in ("First", "Second", "Third"):
+        desktop.start_xterm(title)
+        desktop.wait_for_window(title)
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("three cards", lambda: len(kelpa.board.cards()) == 3)
+        wait_until("every card has its place for good", lambda: all(
+            card.has_preview for card in kelpa.board.column(boards.UNSORTED).cards))
+        kelpa.focus()
+        selection = _Selection(desktop, kelpa)
+        selection.press("Right", "Right")
+        selection.is_column(boards.UNSORTED)
+        # Two columns of cards: the first two lie side by side, the third below the first.
+        first, second, third = kelpa.board.cards_by_place(boards.UNSORTED)
+        selection.press("space")
+        selection.is_card(first)
+        selection.press("Left", "Up", "Right")
+        selection.is_card(second)
+        selection.press("Right", "Down", "Left")
+        selection.is_card(first)
+        selection.press("Down", "Right", "Down")
+        selection.is_card(third)
+        # Return is not for windows.
+        selection.press("Return", "Up", "Right")
+        selection.is_card(second)
+        assert kelpa.board.focused_field() is None
+        selection.press("space")
+        wait_until(f"{second!r} is the active window", lambda: _active_title(desktop) == second)
+        # The keys are that window's now.
+        selection.press("Left", "Escape")
+        kelpa.focus()
+        selection.is_card(second)
+        selection.press("Escape")
+        selection.is_column(boards.UNSORTED)
+        selection.press("Right")
+        selection.is_column("Only goal")
+
+
+def _active_title(desktop):
+    number = desktop.active_window()
+    return next((window.title for window in desktop.windows() if window.number == number), None)
+
+
+def the_search_field_keeps_its_keys(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Only goal", [])])
+    for title in ("Some notes", "Mail"):
+        desktop.start_xterm(title)
+        desktop.wait_for_window(title)
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
+        kelpa.focus()
+        selection = _Selection(desktop, kelpa)
+        selection.press("Right", "Right", "Right")
+        selection.is_column("Only goal")
+        kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
+        wait_until("the search field has the keyboard", kelpa.board.focused_field)
+        desktop.type("some not")
+        selection.press("Return", "KP_Enter")
+        wait_until("one card is left", lambda: list(kelpa.board.cards()) == ["Some notes"])
+        assert kelpa.board.focused_field().text() == "some not"
+        selection.is_column("Only goal")
+        selection.press("Escape")
+        wait_until("both cards are back", lambda: len(kelpa.board.cards()) == 2)
+        assert kelpa.board.field(boards.SEARCH).text() == ""
+        # An arrow leaves the field, what is searched stays.
+        desktop.type("mail")
+        selection.press("Left")
+        selection.is_column(boards.UNSORTED)
+        assert kelpa.board.focused_field() is None
+        # A click beside the field leaves it as well, and keys are the board's again.
+        kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
+        wait_until("the search field has the keyboard", kelpa.board.focused_field)
+        desktop.click(*kelpa.head("Only goal"))
+        wait_until("no field has the keyboard", lambda: not kelpa.board.focused_field())
+        selection.is_column("Only goal")
+        selection.press("Return")
+        wait_until("a todo can be typed", kelpa.board.focused_field)

@@ -1,0 +1,110 @@
+"""Windows that change while the board shows them, and what their cards do with them."""
+
+import time
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+
+# Seconds within which a change must show. Where it waited for the timer that looks at all windows
+# every two seconds, every second one would take longer.
+_SOON = 1.0
+# How many of the changes may take longer, on a computer that is busy with something else.
+_LATE = 2
+
+
+def cards_raise_their_windows_and_close_their_programs(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Only goal", [])])
+    terminals = {title: desktop.start_xterm(title) for title in ("First", "Second", "Third")}
+    windows = {title: desktop.wait_for_window(title).number for title in terminals}
+    with Kelpa(desktop, binary, path) as kelpa:
+        def wait_for_places():
+            """The uppermost window comes first, and a raised one so changes its place."""
+            wait_until("every card has its place", lambda: kelpa.board.cards_by_place(
+                boards.UNSORTED) == [title for number in reversed(desktop.stacking())
+                                     for title in windows if windows[title] == number])
+
+        # One without a preview would come last.
+        wait_until("every card has a preview", lambda: _with_preview(kelpa) == 3)
+        desktop.run("xdotool", "windowminimize", windows["Third"])
+        wait_until("one is minimised", lambda: _minimised(kelpa) == ["Third"])
+        # Also one that is minimised comes forward.
+        for title in ("First", "Third", "Second"):
+            kelpa.focus()
+            wait_for_places()
+            kelpa.click_card(boards.UNSORTED, title)
+            wait_until(f"{title!r} is active", lambda: desktop.active_window() == windows[title])
+            wait_until(f"{title!r} is on top", lambda: desktop.stacking()[-1] == windows[title])
+        wait_until("none is minimised", lambda: _minimised(kelpa) == [])
+        kelpa.focus()
+        wait_for_places()
+        kelpa.drag_card("Second", boards.UNSORTED, "Only goal")
+        kelpa.wait_for_card("Only goal", "Second")
+        kelpa.close_card("Only goal", "Second")
+        wait_until("the terminal has ended", lambda: terminals["Second"].poll() is not None)
+        wait_until("the others are left", lambda: kelpa.board.cards() == {
+            "First": boards.UNSORTED, "Third": boards.UNSORTED})
+        assert terminals["First"].poll() is None and terminals["Third"].poll() is None
+
+
+def _with_preview(kelpa):
+    column = kelpa.board.column(boards.UNSORTED)
+    return sum(card.has_preview for card in column.cards) if column else 0
+
+
+def _minimised(kelpa):
+    column = kelpa.board.column(boards.UNSORTED)
+    return [card.title for card in column.cards if card.is_minimised] if column else None
+
+
+def changes_of_windows_show_at_once(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        node = wait_until("the board", lambda: kelpa.board.column(boards.UNSORTED)).node
+        times = []
+
+        def shows(what, condition):
+            """Waits for `condition` of the cards, counted from now."""
+            def look():
+                try:
+                    return condition(boards.Column(node))
+                except boards.Gone:
+                    return False
+
+            start = time.monotonic()
+            wait_until(f"{what} shows", look, pause=0)
+            times.append((time.monotonic() - start, what))
+
+        terminals = {}
+        for title in ("One", "Two", "Three"):
+            terminals[title] = desktop.start_xterm(title)
+            wait_until("the window", lambda: title in _titles(desktop), pause=0)
+            shows(f"new {title}", lambda column: column.card(title))
+        for at, title in enumerate(("One", "Two", "Three")):
+            window = desktop.wait_for_window(title).number
+            desktop.run("xdotool", "windowminimize", window)
+            shows(f"minimised {title}", lambda column: _is_minimised(column, title) is True)
+            desktop.run("xdotool", "windowmap", window)
+            shows(f"restored {title}", lambda column: _is_minimised(column, title) is False)
+            desktop.run("xdotool", "set_window", "--name", f"Renamed {at}", window)
+            shows(f"renamed {title}", lambda column: column.card(f"Renamed {at}"))
+        for at, terminal in enumerate(terminals.values()):
+            terminal.terminate()
+            wait_until("the window is gone", lambda: f"Renamed {at}" not in _titles(desktop), pause=0)
+            shows(f"closed {at}", lambda column: not column.card(f"Renamed {at}"))
+        for seconds, what in times:
+            print(f"measured: {what} after {seconds * 1000:.0f} ms", flush=True)
+        late = [what for seconds, what in times if seconds > _SOON]
+        assert len(late) <= _LATE, f"not within {_SOON} s: {late}"
+
+
+def _is_minimised(column, title):
+    card = column.card(title)
+    return card.is_minimised if card else None
+
+
+def _titles(desktop):
+    return [window.title for window in desktop.windows()]
