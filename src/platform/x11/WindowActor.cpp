@@ -2,7 +2,6 @@
 
 #include "platform/x11/DesktopReader.h"
 #include "platform/x11/DisplayLink.h"
-#include "platform/x11/XcbReply.h"
 
 #include <poll.h>
 
@@ -22,6 +21,8 @@ using std::chrono::milliseconds;
 /// it pass where they would keep an application from taking the keyboard.
 constexpr std::uint32_t fromPager = 2;
 constexpr std::uint32_t iconicState = 3;
+/// "At the time at which you read this", in the place of a time.
+constexpr std::uint32_t timeOfReading = XCB_CURRENT_TIME;
 constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
 constexpr std::uint32_t mostProtocols = 64;
 
@@ -86,6 +87,8 @@ struct WindowActor::Outlook
     bool isSame = false;
     /// It takes the keyboard when it is given to it.
     bool takesFocus = true;
+    /// The server's, just before it answered the rest; absent when the connection was lost.
+    std::optional<std::uint32_t> time;
     std::uint32_t active = XCB_WINDOW_NONE;
     /// The desktop to go to first; absent when it is the one that is shown.
     std::optional<std::uint32_t> desktop;
@@ -154,6 +157,7 @@ WindowActor::Outlook WindowActor::outlook(const WindowTarget& target)
 {
     const AtomTable& atoms = m_link->atoms();
     const xcb_window_t root = m_link->connection().root();
+    requestTime();
     PropertyReply tag = ask(*m_link, target.window, atoms[Atom::kelpaWindowNumber], 1);
     PropertyReply desktop = ask(*m_link, target.window, atoms[Atom::netWmDesktop], 1);
     PropertyReply hints = ask(*m_link, target.window, XCB_ATOM_WM_HINTS, 2);
@@ -162,6 +166,7 @@ WindowActor::Outlook WindowActor::outlook(const WindowTarget& target)
     PropertyReply current = ask(*m_link, root, atoms[Atom::netCurrentDesktop], 1);
 
     Outlook outlook;
+    outlook.time = requestedTime(tag);
     outlook.isSame = word(propertyOf(tag.get()), XCB_ATOM_CARDINAL) == target.number;
     const std::vector<std::uint32_t> flags =
         words(propertyOf(hints.get()), xcb_atom_t{XCB_ATOM_WM_HINTS});
@@ -177,29 +182,39 @@ WindowActor::Outlook WindowActor::outlook(const WindowTarget& target)
     return outlook;
 }
 
-std::optional<std::uint32_t> WindowActor::freshTime()
+void WindowActor::requestTime()
 {
     // Nothing is appended, but the server says when.
     XcbConnection& connection = m_link->connection();
     while (connection.pollEvent()) {
     }
-    const xcb_atom_t property = m_link->atoms()[Atom::kelpaTime];
-    xcb_change_property(connection.raw(), XCB_PROP_MODE_APPEND, m_link->ownWindow(), property,
-                        XCB_ATOM_CARDINAL, 32, 0, nullptr);
+    xcb_change_property(connection.raw(), XCB_PROP_MODE_APPEND, m_link->ownWindow(),
+                        m_link->atoms()[Atom::kelpaTime], XCB_ATOM_CARDINAL, 32, 0, nullptr);
+}
+
+std::optional<std::uint32_t> WindowActor::requestedTime(PropertyReply& later)
+{
     // The notice comes before any later answer.
-    PropertyReply barrier = ask(*m_link, m_link->ownWindow(), property, 0);
-    barrier.get();
+    later.get();
     std::optional<std::uint32_t> time;
-    while (const XcbEvent event = connection.queuedEvent()) {
+    while (const XcbEvent event = m_link->connection().queuedEvent()) {
         if ((event->response_type & 0x7FU) == XCB_PROPERTY_NOTIFY) {
             const void* bytes = event.get();
             const auto* notice = static_cast<const xcb_property_notify_event_t*>(bytes);
-            if (notice->window == m_link->ownWindow() && notice->atom == property) {
+            if (notice->window == m_link->ownWindow() &&
+                notice->atom == m_link->atoms()[Atom::kelpaTime]) {
                 time = notice->time;
             }
         }
     }
     return time;
+}
+
+std::optional<std::uint32_t> WindowActor::freshTime()
+{
+    requestTime();
+    PropertyReply barrier = ask(*m_link, m_link->ownWindow(), m_link->atoms()[Atom::kelpaTime], 0);
+    return requestedTime(barrier);
 }
 
 std::optional<std::uint32_t> WindowActor::serverTime()
@@ -269,11 +284,13 @@ bool WindowActor::bringForwardLocked(const WindowTarget& target)
     bool isDone = false;
     constexpr int attempts = 2;
     for (int attempt = 0; attempt < attempts && !isDone; ++attempt) {
-        const std::uint32_t time = freshTime().value_or(XCB_CURRENT_TIME);
         const Outlook seen = outlook(target);
         if (!seen.isSame) {
             break;
         }
+        // A window manager may refuse what is older than the last key it knows of, and while
+        // someone types, keys overtake every time that can be named to one that is busy.
+        const std::uint32_t time = attempt == 0 ? seen.time.value_or(timeOfReading) : timeOfReading;
         if (seen.desktop) {
             tellManager(*m_link, m_link->connection().root(), Atom::netCurrentDesktop,
                         {*seen.desktop, time, 0, 0, 0});

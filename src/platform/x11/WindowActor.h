@@ -3,6 +3,7 @@
 
 #include "platform/x11/ClientWindow.h"
 #include "platform/x11/DisplayConnector.h"
+#include "platform/x11/XcbReply.h"
 
 #include <chrono>
 #include <cstdint>
@@ -92,6 +93,8 @@ private:
 
     bool connect();
     Outlook outlook(const WindowTarget& target);
+    void requestTime();
+    std::optional<std::uint32_t> requestedTime(PropertyReply& later);
     std::optional<std::uint32_t> freshTime();
     std::uint32_t activeWindow();
     bool isDialogOf(std::uint32_t dialog, std::uint32_t window);

@@ -172,8 +172,8 @@ void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
     if (!numbering.counter && numbering.tags.empty()) {
         return;
     }
-    // The counter goes first: whoever sees a tag finds it covered. Nothing is awaited. A window
-    // that is gone by now leaves an error that no one reads, and its number is never given again.
+    // The counter goes first: whoever sees a tag finds it covered. A window that is gone by now
+    // leaves an error that no one reads, and its number is never given again.
     XcbConnection& connection = m_link->connection();
     const AtomTable& atoms = m_link->atoms();
     const auto change = [&](xcb_window_t window, Atom property, WindowID value) {
@@ -186,7 +186,9 @@ void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
     for (const WindowNumbers::Tag& tag : numbering.tags) {
         change(tag.window, Atom::kelpaWindowNumber, tag.number);
     }
-    connection.flush();
+    // Captures and actions go through connections of their own, which the server may serve before
+    // this one: without its answer they could find a window without its number.
+    InputFocusReply(connection).get();
 }
 
 std::vector<std::uint32_t> X11WindowServer::forgetEnded()

@@ -92,5 +92,7 @@ Property propertyOf(const xcb_get_property_reply_t* reply);
 
 using AtomReply = XcbReply<xcb_intern_atom, xcb_intern_atom_reply>;
 using ExtensionReply = XcbReply<xcb_query_extension, xcb_query_extension_reply>;
+/// The cheapest answer there is: once it has come, the server has carried out all before it.
+using InputFocusReply = XcbReply<xcb_get_input_focus, xcb_get_input_focus_reply>;
 
 } // namespace kelpa::x11

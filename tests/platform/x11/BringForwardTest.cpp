@@ -86,7 +86,7 @@ TEST_P(BringingForward, A_window_comes_in_front_of_the_one_that_is_typed_into)
     ASSERT_TRUE(waitUntil([&] { return isInFront(typedInto); }));
     const Program typist(xServer.display(), QStringLiteral("xdotool"),
                          {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("10"),
-                          QString(600, u'x')});
+                          QString(6000, u'x')});
     // The title shows that it has been typed into, and its user time is now the latest.
     listed(QStringLiteral("*Untitled 1 - Mousepad"));
     bringForward({window});

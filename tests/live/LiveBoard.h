@@ -1,0 +1,106 @@
+// The program but for its views, on a private X server: what `main` wires, with a board in memory.
+#pragma once
+
+#include "platform/freedesktop/AccessibilityDocuments.h"
+#include "platform/freedesktop/ApplicationLauncher.h"
+#include "platform/freedesktop/DesktopEntries.h"
+#include "platform/freedesktop/FreedesktopApplications.h"
+#include "platform/freedesktop/IconLookup.h"
+#include "platform/x11/WindowActor.h"
+#include "platform/x11/X11Accessibility.h"
+#include "platform/x11/X11Applications.h"
+#include "platform/x11/X11WindowServer.h"
+#include "store/WindowStore.h"
+#include "support/FakeDesktop.h"
+#include "support/MemorySettingsStore.h"
+#include "support/desktop/X11Desktop.h"
+
+#include <atomic>
+#include <memory>
+#include <optional>
+
+namespace kelpa::test {
+
+/// Passes everything on and counts the looks.
+class CountingWindowServer : public WindowServer
+{
+public:
+    explicit CountingWindowServer(WindowServer& server) : m_server(server) {}
+
+    /// Any thread.
+    int looks() const { return m_looks; }
+
+    bool isScreenCaptureTrusted() const override { return m_server.isScreenCaptureTrusted(); }
+    bool requestScreenCapture() override { return m_server.requestScreenCapture(); }
+    std::unique_ptr<DiscoverySource> openDiscoverySource() override
+    {
+        ++m_looks;
+        return m_server.openDiscoverySource();
+    }
+    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed need,
+                                               const std::stop_token& stop) override
+    {
+        return m_server.captureWindow(window, longestSide, need, stop);
+    }
+    std::unique_ptr<Subscription> watchWindows(std::function<void()> changed) override
+    {
+        return m_server.watchWindows(std::move(changed));
+    }
+
+private:
+    WindowServer& m_server;
+    std::atomic<int> m_looks = 0;
+};
+
+/// The test's own windows stand for another program's: the board does not leave them out.
+class ForeignApplications : public x11::X11Applications
+{
+public:
+    using X11Applications::X11Applications;
+    ProcessID currentProcess() const override { return 0; }
+};
+
+/// Background work must have ended when it is destroyed: shut the scheduler down before.
+class LiveBoard
+{
+public:
+    /// `accessibilityBus`: its address; one that nothing listens on unless told otherwise.
+    LiveBoard(const QByteArray& display, Scheduler& scheduler,
+              const QString& accessibilityBus = QStringLiteral("unix:path=/nonexistent"));
+    LiveBoard(const LiveBoard&) = delete;
+    LiveBoard& operator=(const LiveBoard&) = delete;
+    ~LiveBoard();
+
+    /// Absent while the store is gone.
+    WindowStore* store() const { return m_store.get(); }
+    /// Begins and ends a store on the same platform.
+    void openStore();
+    void closeStore() { m_store.reset(); }
+    int looks() const { return m_countingServer.looks(); }
+
+    /// The listed window with the title; absent when none or several have it.
+    std::optional<WindowItem> window(const QString& title) const;
+
+private:
+    void noteDocuments();
+
+    Scheduler& m_scheduler;
+    MemorySettingsStore m_settings;
+    MemoryReservation m_reservation;
+    /// The clipboard and the browser, which play no part.
+    FakeDesktop m_rest;
+    DesktopEntries m_entries{{}};
+    IconLookup m_icons{m_entries, {}};
+    FreedesktopApplications m_applicationIcons{m_entries, m_icons, {}};
+    ApplicationLauncher m_launcher{m_entries};
+    AccessibilityDocuments m_documents;
+    std::shared_ptr<x11::DisplayConnector> m_connector;
+    x11::X11WindowServer m_server;
+    CountingWindowServer m_countingServer{m_server};
+    x11::WindowActor m_actor;
+    x11::X11Accessibility m_accessibility{m_server.trust(), m_actor};
+    ForeignApplications m_applications;
+    std::unique_ptr<WindowStore> m_store;
+};
+
+} // namespace kelpa::test
