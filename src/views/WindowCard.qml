@@ -10,7 +10,7 @@ Item {
 
     required property BoardController board
     required property BoardDragSource dragSource
-    required property int windowID
+    required property real windowID
     required property string ownerName
     required property string title
     required property bool isMinimized
