@@ -30,7 +30,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
-    Accessible.name: root.ownerName + ": " + root.shownTitle
+    Accessible.name: root.board.copy.windowName(root.ownerName, root.shownTitle)
     Accessible.description: root.help
     Accessible.focusable: true
     Accessible.selectable: true

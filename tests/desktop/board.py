@@ -3,6 +3,8 @@
 A column is a list named by its goal's title, or UNSORTED; a window card is a list item in it whose
 name is "<owner>: <title>"."""
 
+import re
+
 import gi
 
 gi.require_version("Atspi", "2.0")
@@ -16,7 +18,8 @@ GOAL_ACTIONS = "More goal actions"
 DELETE_GOAL = "Delete goal"
 # Lists of the screen that hold no goal's windows.
 NOT_GOALS = ("All todos", "Goals")
-_SEPARATOR = ": "
+# Between an application and a window's title, in any language.
+_SEPARATOR = re.compile(" ?: |：")
 _CARD_ROLES = (Atspi.Role.LIST_ITEM,)
 _COLUMN_ROLES = (Atspi.Role.LIST,)
 BUTTON_ROLES = (Atspi.Role.PUSH_BUTTON, Atspi.Role.PUSH_BUTTON_MENU, Atspi.Role.TOGGLE_BUTTON)
@@ -120,7 +123,7 @@ class Column:
     def __init__(self, node):
         self.node = node
         self.title = node.name
-        self.cards = [Card(found) for found in node.find(_CARD_ROLES, lambda name: _SEPARATOR in name)]
+        self.cards = [Card(found) for found in node.find(_CARD_ROLES, _SEPARATOR.search)]
 
     def card(self, title):
         """The card of the window titled `title`, or None."""
@@ -130,7 +133,7 @@ class Column:
 class Card:
     def __init__(self, node):
         self.node = node
-        self.owner, _, self.title = node.name.partition(_SEPARATOR)
+        self.owner, self.title = (_SEPARATOR.split(node.name, maxsplit=1) + [""])[:2]
 
     def __repr__(self):
         return f"{self.owner}: {self.title[:80]!r}"
