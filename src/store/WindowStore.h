@@ -14,6 +14,7 @@
 #include "platform/WindowServer.h"
 #include "store/TaskGroup.h"
 #include "text/AppLanguage.h"
+#include "text/CopyKey.h"
 #include "windows/WindowDiscovery.h"
 #include "windows/WindowSearch.h"
 
@@ -234,7 +235,7 @@ private:
     /// Writes now; what cannot be written is tried again by itself.
     void write(const std::vector<SettingsEntry>& entries);
     void retrySavingLater();
-    void showToast(const QString& message);
+    void showToast(CopyKey text);
 
     void sortGoalsIfNeeded();
     void normalizeTodoOrder();
@@ -284,6 +285,8 @@ private:
     std::optional<GoalID> m_todoEditorGoalID;
     std::int64_t m_todoEditorRequestID = 0;
     std::optional<QString> m_toastMessage;
+    /// Of the toast that is shown, or was last.
+    CopyKey m_toastText = CopyKey::TodoCopied;
     QString m_searchText;
     bool m_isAccessibilityTrusted = false;
     bool m_isScreenCaptureTrusted = false;
