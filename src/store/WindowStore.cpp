@@ -55,8 +55,12 @@ QList<Goal> WindowStore::visibleGoals() const
 void WindowStore::setLanguage(AppLanguage language)
 {
     const Update update(*this);
-    if (publish(m_language, language, Field::language))
-        write({{languageKey, rawValue(language)}});
+    if (!publish(m_language, language, Field::language))
+        return;
+    if (m_toastMessage)
+        publish(m_toastMessage, std::optional(KelpaCopy::text(m_toastText, language)),
+                Field::toastMessage);
+    write({{languageKey, rawValue(language)}});
 }
 
 void WindowStore::setAutoSortingGoals(bool isAutoSorting)
@@ -220,10 +224,11 @@ void WindowStore::retrySavingLater()
     });
 }
 
-void WindowStore::showToast(const QString& message)
+void WindowStore::showToast(CopyKey text)
 {
     m_toastTask.reset();
-    publish(m_toastMessage, std::optional(message), Field::toastMessage);
+    m_toastText = text;
+    publish(m_toastMessage, std::optional(KelpaCopy::text(text, m_language)), Field::toastMessage);
     m_toastTask = m_scheduler.after(toastDuration, [this] {
         const Update update(*this);
         m_toastTask.reset();

@@ -14,6 +14,7 @@
 #include "platform/WindowServer.h"
 #include "store/TaskGroup.h"
 #include "text/AppLanguage.h"
+#include "text/CopyKey.h"
 #include "windows/WindowDiscovery.h"
 #include "windows/WindowSearch.h"
 
@@ -240,7 +241,7 @@ private:
     void write(const std::vector<SettingsEntry>& entries);
     void afterWriting(bool isDone);
     void retrySavingLater();
-    void showToast(const QString& message);
+    void showToast(CopyKey text);
 
     void sortGoalsIfNeeded();
     QSet<GoalID> goalIDs() const;
@@ -295,6 +296,8 @@ private:
     std::optional<GoalID> m_todoEditorGoalID;
     std::int64_t m_todoEditorRequestID = 0;
     std::optional<QString> m_toastMessage;
+    /// Of the toast that is shown, or was last.
+    CopyKey m_toastText = CopyKey::TodoCopied;
     QString m_searchText;
     bool m_isAccessibilityTrusted = false;
     bool m_isScreenCaptureTrusted = false;

@@ -5,7 +5,6 @@
 #include "store/GoalOrder.h"
 #include "store/TodoOrder.h"
 #include "store/WindowStore.h"
-#include "text/KelpaCopy.h"
 
 namespace kelpa {
 
@@ -98,7 +97,7 @@ void WindowStore::copyTodo(const TodoItem& todo)
 {
     const Update update(*this);
     m_platform.pasteboard.setText(todo.title);
-    showToast(KelpaCopy::text(CopyKey::TodoCopied, m_language));
+    showToast(CopyKey::TodoCopied);
 }
 
 void WindowStore::requestAddTodo(GoalID goalID)

@@ -37,6 +37,11 @@ QString CopyTable::windowCount(int count) const
     return KelpaCopy::windowCount(count, m_language);
 }
 
+QString CopyTable::windowName(const QString& ownerName, const QString& title) const
+{
+    return KelpaCopy::windowName(ownerName, title, m_language);
+}
+
 QString CopyTable::statusName(const QString& status) const
 {
     const std::optional<TodoStatus> value = todoStatusFromRawValue(status);

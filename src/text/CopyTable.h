@@ -33,6 +33,7 @@ public:
     Q_INVOKABLE QString confirmWindowSelection(int count) const;
     Q_INVOKABLE QString openTodoCount(int count) const;
     Q_INVOKABLE QString windowCount(int count) const;
+    Q_INVOKABLE QString windowName(const QString& ownerName, const QString& title) const;
 
     /// A status or priority is given by its stored text; an unknown one gives an empty text.
     Q_INVOKABLE QString statusName(const QString& status) const;

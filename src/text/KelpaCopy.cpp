@@ -115,6 +115,8 @@ constexpr Frames windowCountFrames =
     frames({u"", u" 个窗口"}, {u"", u" windows"}, {u"", u"個のウィンドウ"}, {u"창 ", u"개"},
            {u"", u" fenêtres"}, {u"", u" Fenster"});
 
+constexpr Names windowNameSeparators = names(u"：", u": ", u"：", u": ", u" : ", u": ");
+
 const Names& statusNames(TodoStatus status)
 {
     switch (status) {
@@ -203,6 +205,13 @@ QString openTodoCount(qsizetype count, AppLanguage language)
 QString windowCount(qsizetype count, AppLanguage language)
 {
     return windowCountFrames[index(language)].around(QString::number(count));
+}
+
+QString windowName(const QString& ownerName, const QString& title, AppLanguage language)
+{
+    if (ownerName.isEmpty())
+        return title;
+    return ownerName + QStringView(windowNameSeparators[index(language)]).toString() + title;
 }
 
 } // namespace kelpa::KelpaCopy

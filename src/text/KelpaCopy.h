@@ -37,4 +37,8 @@ QString priorityAccessibilityLabel(GoalPriority priority, AppLanguage language);
 QString openTodoCount(qsizetype count, AppLanguage language);
 QString windowCount(qsizetype count, AppLanguage language);
 
+/// What a window's card says to a screen reader. `title` is not empty; without the name of an
+/// application it stands alone.
+QString windowName(const QString& ownerName, const QString& title, AppLanguage language);
+
 } // namespace kelpa::KelpaCopy

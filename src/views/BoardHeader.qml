@@ -12,7 +12,7 @@ Item {
 
     signal newGoalRequested
 
-    implicitHeight: controls.height + hints.height
+    implicitHeight: subtitle.y + subtitle.height + hints.height
 
     RowLayout {
         id: controls
@@ -21,37 +21,25 @@ Item {
         anchors.right: parent.right
         anchors.leftMargin: Theme.huge
         anchors.rightMargin: Theme.huge
-        height: 70
+        y: Theme.medium
+        height: 36
         spacing: Theme.small
 
-        Column {
+        AppText {
             Layout.fillWidth: true
-            Layout.minimumWidth: 96
-            Layout.rightMargin: Theme.large
-            spacing: 1
-
-            AppText {
-                width: parent.width
-                text: root.board.copy.text(CopyKey.ProductName)
-                font: Theme.title
-                Accessible.ignored: !visible
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-            AppText {
-                width: parent.width
-                text: root.board.copy.text(CopyKey.Subtitle)
-                color: Theme.secondaryText
-                Accessible.ignored: !visible
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
+            Layout.minimumWidth: implicitWidth
+            Layout.rightMargin: Theme.small
+            text: root.board.copy.text(CopyKey.ProductName)
+            font: Theme.title
+            Accessible.ignored: !visible
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
         }
         SearchField {
             Layout.fillWidth: true
-            Layout.preferredWidth: 260
+            Layout.preferredWidth: 280
             Layout.minimumWidth: 150
-            Layout.maximumWidth: 260
+            Layout.maximumWidth: 280
             label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
             placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
             clearLabel: root.board.copy.text(CopyKey.ClearSearch)
@@ -116,6 +104,22 @@ Item {
             onClicked: root.newGoalRequested()
         }
     }
+    // Below the controls: in no language is there room for it beside them in a narrow window.
+    AppText {
+        id: subtitle
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: controls.bottom
+        anchors.leftMargin: Theme.huge
+        anchors.rightMargin: Theme.huge
+        height: implicitHeight + Theme.tiny
+        text: root.board.copy.text(CopyKey.Subtitle)
+        color: Theme.secondaryText
+        Accessible.ignored: !visible
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
     Item {
         id: hints
 
@@ -123,7 +127,7 @@ Item {
 
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.top: controls.bottom
+        anchors.top: subtitle.bottom
         anchors.leftMargin: Theme.huge
         anchors.rightMargin: Theme.huge
         height: 24

@@ -20,7 +20,7 @@ FocusScope {
     required property bool isSelected
     required property WindowListModel windows
 
-    signal windowMenuRequested(windowID: int, card: Item, position: point)
+    signal windowMenuRequested(windowID: real, card: Item, position: point)
     signal columnMenuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
     signal todoMenuRequested(todoID: string, todoColumnID: string, row: Item, position: point)

@@ -10,7 +10,7 @@ Item {
 
     required property BoardController board
     required property BoardDragSource dragSource
-    required property int windowID
+    required property real windowID
     required property string ownerName
     required property string title
     required property bool isMinimized
@@ -30,7 +30,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
-    Accessible.name: root.ownerName + ": " + root.shownTitle
+    Accessible.name: root.board.copy.windowName(root.ownerName, root.shownTitle)
     // What the sign in the caption shows, for those who do not see it.
     Accessible.description: root.isMinimized
             ? root.help + "\n" + root.board.copy.text(CopyKey.PreviewMinimized) : root.help

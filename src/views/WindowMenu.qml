@@ -10,7 +10,7 @@ AppMenu {
 
     required property BoardController board
 
-    property int windowID
+    property real windowID
     property string columnID
 
     title: root.board.copy.text(CopyKey.MoveToGoal)
@@ -18,7 +18,7 @@ AppMenu {
     readonly property TitleSheet newGoalSheet: TitleSheet {
         id: sheet
 
-        property int windowID
+        property real windowID
 
         board: root.board
         title: root.board.copy.text(CopyKey.CreateGoalTitle)

@@ -34,11 +34,12 @@ void WindowPreview::setBoard(BoardController* board)
     update();
 }
 
-void WindowPreview::setWindowID(int windowID)
+void WindowPreview::setWindowID(double windowID)
 {
-    if (windowID == m_windowID)
+    const auto number = static_cast<WindowID>(windowID);
+    if (number == m_windowID)
         return;
-    m_windowID = windowID;
+    m_windowID = number;
     Q_EMIT windowIDChanged();
     update();
 }
@@ -68,9 +69,8 @@ QSGNode* WindowPreview::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*da
     std::unique_ptr<QSGNode> previous(node);
     const qreal ratio = window()->effectiveDevicePixelRatio();
     const QSize pixels = (size() * ratio).toSize();
-    const QImage image = m_board != nullptr && isVisible()
-                             ? m_board->preview(static_cast<WindowID>(m_windowID))
-                             : QImage();
+    const QImage image =
+        m_board != nullptr && isVisible() ? m_board->preview(m_windowID) : QImage();
     if (image.isNull() || pixels.isEmpty())
         return nullptr;
 

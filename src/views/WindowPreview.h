@@ -22,7 +22,7 @@ class WindowPreview : public QQuickItem
     QML_ELEMENT
 
     Q_PROPERTY(kelpa::BoardController* board READ board WRITE setBoard NOTIFY boardChanged REQUIRED)
-    Q_PROPERTY(int windowID READ windowID WRITE setWindowID NOTIFY windowIDChanged REQUIRED)
+    Q_PROPERTY(double windowID READ windowID WRITE setWindowID NOTIFY windowIDChanged REQUIRED)
     Q_PROPERTY(double revision READ revision WRITE setRevision NOTIFY revisionChanged REQUIRED)
     Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
 
@@ -31,9 +31,9 @@ public:
 
     BoardController* board() const { return m_board; }
     void setBoard(BoardController* board);
-    /// The bits of the window's number.
-    int windowID() const { return m_windowID; }
-    void setWindowID(int windowID);
+    /// As QML's numbers are, of which `int` is too small for a window's.
+    double windowID() const { return m_windowID; }
+    void setWindowID(double windowID);
     /// That of the window's row in its list.
     double revision() const { return m_revision; }
     void setRevision(double revision);
@@ -53,7 +53,7 @@ protected:
 
 private:
     QPointer<BoardController> m_board;
-    int m_windowID = 0;
+    WindowID m_windowID = 0;
     double m_revision = 0;
     qreal m_radius = 0;
 };

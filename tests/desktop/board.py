@@ -4,6 +4,8 @@ A column is a list named by its goal's title, UNSORTED or ALL_TODOS. In it are l
 cards, which can be selected and are named "<owner>: <title>", and todos, which cannot be selected and
 are named by their title alone, whatever it looks like."""
 
+import re
+
 import gi
 
 gi.require_version("Atspi", "2.0")
@@ -32,7 +34,8 @@ NEEDS_SCREEN_CAPTURE = "Screen Recording permission is needed for live previews"
 NEEDS_ACCESSIBILITY = "Accessibility permission is needed to focus and open windows"
 # Lists of the screen that hold no goal's windows.
 NOT_GOALS = (ALL_TODOS, "Goals")
-_SEPARATOR = ": "
+# Between an application and a window's title, in any language.
+_SEPARATOR = re.compile(" ?: |：")
 _ITEM_ROLES = (Atspi.Role.LIST_ITEM,)
 _COLUMN_ROLES = (Atspi.Role.LIST,)
 BUTTON_ROLES = (Atspi.Role.PUSH_BUTTON, Atspi.Role.PUSH_BUTTON_MENU, Atspi.Role.TOGGLE_BUTTON)
@@ -172,7 +175,7 @@ class Column:
 class Card:
     def __init__(self, node):
         self.node = node
-        self.owner, _, self.title = node.name.partition(_SEPARATOR)
+        self.owner, self.title = (_SEPARATOR.split(node.name, maxsplit=1) + [""])[:2]
 
     def __repr__(self):
         return f"{self.owner}: {self.title[:80]!r}"

@@ -107,6 +107,22 @@ TEST_F(StoreLifecycle, Hidden_are_the_goals_without_open_todos)
     EXPECT_EQ(store().visibleGoals(), store().goals());
 }
 
+TEST_F(StoreLifecycle, A_toast_follows_the_language_and_gets_no_more_time_for_it)
+{
+    TodoItem item;
+    item.title = QStringLiteral("a");
+    store().setLanguage(AppLanguage::english);
+    store().copyTodo(item);
+
+    scheduler.advance(1s);
+    store().setLanguage(AppLanguage::german);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("Aufgabe in die Zwischenablage kopiert"));
+    scheduler.advance(1s);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+    store().setLanguage(AppLanguage::french);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+}
+
 TEST_F(StoreLifecycle, A_toast_stays_two_seconds_and_a_second_one_gets_two_of_its_own)
 {
     TodoItem item;

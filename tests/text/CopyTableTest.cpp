@@ -19,6 +19,7 @@ TEST(CopyTable, It_gives_the_texts_of_its_language)
     EXPECT_EQ(table.confirmWindowSelection(2), QStringLiteral("2 Fenster hinzufügen"));
     EXPECT_EQ(table.openTodoCount(2), QStringLiteral("2 offene Aufgaben"));
     EXPECT_EQ(table.windowCount(2), QStringLiteral("2 Fenster"));
+    EXPECT_EQ(table.windowName(QStringLiteral("A"), QStringLiteral("B")), QStringLiteral("A: B"));
 }
 
 TEST(CopyTable, A_table_without_a_language_is_Chinese)

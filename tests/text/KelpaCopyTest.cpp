@@ -225,6 +225,22 @@ TEST(KelpaCopy, Badges_and_priorities_have_names_for_screen_readers)
     EXPECT_EQ(KelpaCopy::windowCount(2, korean), QStringLiteral("창 2개"));
 }
 
+TEST(KelpaCopy, A_card_is_named_by_its_application_and_its_title)
+{
+    const auto name = [](AppLanguage language) {
+        return KelpaCopy::windowName(QStringLiteral("Mail"), QStringLiteral("Inbox: 3"), language);
+    };
+    expectTexts({{{chinese, u"Mail：Inbox: 3"},
+                  {english, u"Mail: Inbox: 3"},
+                  {japanese, u"Mail：Inbox: 3"},
+                  {korean, u"Mail: Inbox: 3"},
+                  {french, u"Mail : Inbox: 3"},
+                  {german, u"Mail: Inbox: 3"}}},
+                name);
+    EXPECT_EQ(KelpaCopy::windowName(QString(), QStringLiteral("Inbox"), french),
+              QStringLiteral("Inbox"));
+}
+
 TEST(KelpaCopy, The_rows_hold_every_declared_key)
 {
     const QList<CopyKey> keys = declaredKeys();

@@ -5,6 +5,7 @@
 #include "support/MemorySettingsStore.h"
 #include "views/AppIconProvider.h"
 #include "views/BoardController.h"
+#include "views/KnownTexts.h"
 #include "views/SymbolImageProvider.h"
 
 #include <QGuiApplication>
@@ -47,6 +48,12 @@ public:
         m_desktop.accessibilityWindows[1000]->back().position->x = entry.bounds->x;
         m_store.refresh();
     }
+    /// As a window that is minimized.
+    Q_INVOKABLE void hideWindow(quint32 id)
+    {
+        m_desktop.onScreen.remove(id);
+        m_store.refresh();
+    }
     Q_INVOKABLE void removeWindow(quint32 id)
     {
         m_desktop.removeWindow(id);
@@ -70,12 +77,8 @@ public:
     Q_INVOKABLE int captureCount() const { return static_cast<int>(m_desktop.captured.size()); }
     Q_INVOKABLE QStringList calls() const { return m_desktop.calls; }
     Q_INVOKABLE int openedUrlCount() const { return static_cast<int>(m_desktop.openedUrls.size()); }
-    Q_INVOKABLE void denyPermissions()
-    {
-        m_desktop.isAccessibilityGranted = false;
-        m_desktop.isScreenCaptureGranted = false;
-        m_store.refresh();
-    }
+    Q_INVOKABLE void denyPermissions() { setPermissions(false); }
+    Q_INVOKABLE void grantPermissions() { setPermissions(true); }
     /// What an input method does while a person has not yet chosen what to write.
     Q_INVOKABLE void compose(const QString& text)
     {
@@ -140,9 +143,17 @@ public:
                 return rawValue(goal.priority);
         return {};
     }
+    /// Everything that the interface can say in its current language.
+    Q_INVOKABLE QStringList knownTexts() const { return test::knownTexts(m_controller.copy()); }
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 
 private:
+    void setPermissions(bool areGranted)
+    {
+        m_desktop.isAccessibilityGranted = areGranted;
+        m_desktop.isScreenCaptureGranted = areGranted;
+        m_store.refresh();
+    }
     std::optional<GoalID> goalTitled(const QString& title) const
     {
         return GoalID::fromText(columnOfGoal(title));

@@ -8,7 +8,7 @@ import Kelpa
 Item {
     id: root
 
-    required property int windowID
+    required property real windowID
     required property string ownerName
     required property string title
     /// Whether the window itself is not on the screen.

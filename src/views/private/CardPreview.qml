@@ -8,7 +8,7 @@ Rectangle {
     id: root
 
     required property BoardController board
-    required property int windowID
+    required property real windowID
     required property real revision
     required property string message
 

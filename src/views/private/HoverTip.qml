@@ -25,7 +25,7 @@ Loader {
     source: Qt.resolvedUrl("AppToolTip.qml")
     onLoaded: {
         const tip = root.item as AppToolTip;
-        tip.text = root.text;
+        tip.text = Qt.binding(() => root.text);
         tip.visible = true;
     }
 }

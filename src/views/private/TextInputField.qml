@@ -38,7 +38,8 @@ T.TextField {
         AppText {
             anchors.fill: parent
             anchors.leftMargin: root.leftPadding
-            anchors.rightMargin: root.rightPadding
+            // What stands at the end of a filled field is not there yet.
+            anchors.rightMargin: Theme.small
             text: root.placeholderText
             color: Theme.secondaryText
             visible: root.length === 0 && root.preeditText.length === 0

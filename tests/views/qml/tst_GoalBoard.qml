@@ -88,7 +88,18 @@ Item {
         }
         function test_a_window_number_keeps_all_its_bits() {
             tryVerify(() => card("Report") !== null);
-            compare(world.board.windowDragText(card("Report").windowID), "4294967295");
+            const report = card("Report");
+            compare(report.windowID, 4294967295);
+            compare(world.board.windowDragText(report.windowID), "4294967295");
+            compare(all(report, item => item instanceof WindowPreview)[0].windowID, 4294967295);
+            // The icon is asked for by that number too.
+            compare(all(report, item => item.source?.toString() === "image://appicon/4294967295")
+                    .length, 1);
+            report.forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            choose("First");
+            tryVerify(() => world.goalOfWindow(4294967295) === "First");
+            moveBack(4294967295, "Report");
         }
         function test_a_card_survives_what_happens_to_its_neighbour() {
             tryVerify(() => card("Report") !== null);

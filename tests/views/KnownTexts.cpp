@@ -1,0 +1,30 @@
+#include "views/KnownTexts.h"
+
+#include <QMetaEnum>
+
+namespace kelpa::test {
+
+QStringList knownTexts(const CopyTable& table)
+{
+    // A space stands for the name of an application.
+    QStringList texts{table.windowName(QStringLiteral(" "), table.text(CopyKey::Window)),
+                      table.selectWindowsTitle({}),
+                      table.currentWindowLocation({}),
+                      table.selectedWindowCount(0),
+                      table.confirmWindowSelection(0),
+                      table.openTodoCount(0),
+                      table.windowCount(0)};
+    const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
+    for (int i = 0; i < keys.keyCount(); ++i)
+        texts.append(table.text(static_cast<CopyKey>(keys.value(i))));
+    for (const TodoStatus status : {TodoStatus::todo, TodoStatus::ing, TodoStatus::completed}) {
+        const QString stored = rawValue(status);
+        texts << table.statusName(stored) << table.statusHelp(stored)
+              << table.statusAccessibilityLabel(stored);
+    }
+    for (const GoalPriority priority : allGoalPriorities)
+        texts.append(table.priorityAccessibilityLabel(rawValue(priority)));
+    return texts;
+}
+
+} // namespace kelpa::test

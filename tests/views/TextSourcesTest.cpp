@@ -1,0 +1,192 @@
+// Every text of the interface comes from its table: read from the sources of the views.
+#include "text/CopyKey.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QMetaEnum>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <map>
+
+namespace kelpa {
+namespace {
+
+struct Literal
+{
+    /// The name before the colon where it stands, or of the function around it.
+    QString place;
+    QString text;
+    int line = 0;
+};
+
+/// Its matches, the whole or the first group of each.
+QStringList matches(const QString& text, const char16_t* pattern, int group = 1)
+{
+    QStringList found;
+    const QRegularExpression expression(QString::fromUtf16(pattern),
+                                        QRegularExpression::MultilineOption |
+                                            QRegularExpression::UseUnicodePropertiesOption);
+    for (auto all = expression.globalMatch(text); all.hasNext();)
+        found.append(all.next().captured(group));
+    return found;
+}
+
+bool fits(const QString& text, const char16_t* pattern)
+{
+    return !matches(text, pattern, 0).isEmpty();
+}
+
+/// Without comments, which may quote anything. A string keeps its slashes.
+QString withoutComments(QString source)
+{
+    static const QRegularExpression parts(
+        QStringLiteral(
+            R"RE(("(?:[^"\\\n]|\\.)*"|'(?:[^'\\\n]|\\.)*'|`[^`]*`)|//[^\n]*|/\*.*?\*/)RE"),
+        QRegularExpression::DotMatchesEverythingOption);
+    return source.replace(parts, QStringLiteral("\\1"));
+}
+
+QList<Literal> literals(const QString& source)
+{
+    // A declaration or a binding at the start of a line says what the texts after it are for.
+    static const QRegularExpression parts(
+        QStringLiteral(R"RE(^\s*(?:(?:readonly|required|default) )*(?:property [\w.<>]+ )?)RE"
+                       R"RE((?:(?<place>[\w.]+):|function (?<function>\w+)\(|\w+ \{))RE"
+                       R"RE(|(?<quote>["'`])(?<text>(?:(?!\k<quote>)[^\\]|\\.)*)\k<quote>)RE"),
+        QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
+    QList<Literal> found;
+    QString place;
+    for (auto all = parts.globalMatch(source); all.hasNext();) {
+        const QRegularExpressionMatch match = all.next();
+        if (match.capturedStart(u"quote") < 0)
+            place = match.captured(u"place") + match.captured(u"function");
+        else
+            found.append({place, match.captured(u"text"),
+                          static_cast<int>(source.left(match.capturedStart()).count(u'\n')) + 1});
+    }
+    return found;
+}
+
+/// Whether a person sees or hears what is bound there.
+bool isForPeople(const QString& place)
+{
+    return fits(place, u"(?i)(text|title|label|placeholder|explanation|heading|help|message|hint|"
+                       u"tip|caption|description)$|^Accessible\\.name$");
+}
+
+/// Whether the program itself reads it: a name, a colour, a kind of data, a place of a resource.
+bool isForTheProgram(const QString& text)
+{
+    return fits(text, u"^([a-z][\\w-]*|#[0-9a-f]+|[a-z]+/[a-z.-]+|(image|qrc):\\S+|\\w+\\.qml)$");
+}
+
+bool isFromTheTable(const Literal& literal)
+{
+    if (isForPeople(literal.place))
+        return fits(literal.text, u"^((\\s|\\\\n)*|#[0-9a-f]{6,8})$");
+    return !fits(literal.text, u"\\p{L}") || isForTheProgram(literal.text);
+}
+
+QString contents(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+    return QString::fromUtf8(file.readAll());
+}
+
+/// Path below the sources to text without comments, of the files with one of these endings.
+std::map<QString, QString> sources(const QString& folder, const QStringList& endings)
+{
+    const QDir root(QStringLiteral(KELPA_SOURCE_DIR));
+    std::map<QString, QString> found;
+    for (QDirIterator files(root.filePath(folder), endings, QDir::Files,
+                            QDirIterator::Subdirectories);
+         files.hasNext();) {
+        const QString path = files.next();
+        found[root.relativeFilePath(path)] = withoutComments(contents(path));
+    }
+    return found;
+}
+
+const QStringList qmlFiles{QStringLiteral("*.qml")};
+const QStringList cppFiles{QStringLiteral("*.cpp"), QStringLiteral("*.h")};
+
+QStringList bypassing(const QString& source)
+{
+    QStringList found;
+    for (const Literal& literal : literals(withoutComments(source)))
+        if (!isFromTheTable(literal))
+            found.append(literal.text);
+    return found;
+}
+
+TEST(TextSources, A_text_that_bypasses_the_table_is_found)
+{
+    EXPECT_EQ(bypassing(QStringLiteral("AppText {\n    text: \"Settings\"\n}")),
+              QStringList{QStringLiteral("Settings")});
+    EXPECT_EQ(bypassing(QStringLiteral("AppText {\n    text: 'x'\n}")),
+              QStringList{QStringLiteral("x")});
+    EXPECT_EQ(bypassing(QStringLiteral("    Accessible.name: root.owner + \": \" + root.title")),
+              QStringList{QStringLiteral(": ")});
+    EXPECT_EQ(bypassing(QStringLiteral("    readonly property string shownTitle: a\n"
+                                       "            ? b : \"Window\"")),
+              QStringList{QStringLiteral("Window")});
+    EXPECT_EQ(bypassing(QStringLiteral("    onClicked: root.show(\"Not saved\")")),
+              QStringList{QStringLiteral("Not saved")});
+    EXPECT_EQ(bypassing(QStringLiteral("    readonly property var all: [\"红\", \"blue\"]")),
+              QStringList{QStringLiteral("红")});
+    EXPECT_EQ(bypassing(QStringLiteral("    text: `${count} todos`")),
+              QStringList{QStringLiteral("${count} todos")});
+}
+
+TEST(TextSources, What_is_not_for_people_is_left_alone)
+{
+    EXPECT_EQ(bypassing(QStringLiteral("Item {\n"
+                                       "    // Says \"Hello there\".\n"
+                                       "    text: root.title + \"\\n\" + root.help\n"
+                                       "    symbol: root.isOpen ? \"chevron-down\" : \"\"\n"
+                                       "    color: isDark ? \"#1b1c1f\" : \"transparent\"\n"
+                                       "    keys: [\"text/plain\"]\n"
+                                       "    source: \"image://symbol/\" + root.name\n"
+                                       "    property string label\n"
+                                       "    function ask(): void {\n"
+                                       "        root.choose(\"circle\");\n"
+                                       "    }\n"
+                                       "}\n")),
+              QStringList());
+}
+
+TEST(TextSources, No_view_has_a_text_of_its_own)
+{
+    const std::map<QString, QString> views = sources(QStringLiteral("src/views"), qmlFiles);
+    EXPECT_GE(views.size(), 39U);
+    for (const auto& [path, source] : views) {
+        for (const Literal& literal : literals(source)) {
+            EXPECT_TRUE(isFromTheTable(literal))
+                << qPrintable(path) << ':' << literal.line << ": \"" << qPrintable(literal.text)
+                << "\" is not of the table of texts";
+        }
+        EXPECT_FALSE(fits(source, u"\\bqsTr(Id)?\\(")) << qPrintable(path);
+    }
+}
+
+TEST(TextSources, No_class_behind_a_view_has_a_text_of_its_own)
+{
+    for (const char16_t* folder : {u"src/views", u"src/store", u"src/shell"}) {
+        for (const auto& [path, source] : sources(QString::fromUtf16(folder), cppFiles)) {
+            // What is logged is for developers, and fonts have names.
+            for (const QString& text :
+                 matches(source, u"QStringLiteral\\(\"([^\"]*\\p{L}[^\"]* [^\"]*)\"\\)"))
+                EXPECT_TRUE(text.startsWith(QStringLiteral("Noto ")))
+                    << qPrintable(path) << ": " << qPrintable(text);
+            EXPECT_FALSE(fits(source, u"[^\\w.>]tr\\(\"")) << qPrintable(path);
+        }
+    }
+}
+
+} // namespace
+} // namespace kelpa

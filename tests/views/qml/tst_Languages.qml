@@ -1,0 +1,208 @@
+import QtQuick
+import QtQuick.Templates as T
+import QtTest
+import Kelpa
+import "Search.js" as Search
+
+/// Whatever is on the screen, it follows the language at once.
+Item {
+    width: 10
+    height: 10
+
+    Main {
+        id: main
+
+        width: 1400
+        height: 900
+        visible: true
+        board: world.board
+
+        TestCase {
+            name: "Languages"
+            when: windowShown
+
+            // What people and programs wrote, the longest first.
+            readonly property var names: ["Draft of Monday", "Buy seeds", "App 1000", "Garden",
+                                          "Report", "Letter", "Taxes", "Read", "Sign", "File"]
+
+            function initTestCase() {
+                main.requestActivate();
+                tryVerify(() => main.active);
+                world.board.createGoal("Taxes");
+                world.board.createGoal("Garden");
+                world.addTodo("Read", "Taxes");
+                world.addTodo("Sign", "Taxes");
+                world.addTodo("File", "Taxes");
+                world.addTodo("Buy seeds", "");
+                world.board.todos.toggle(world.todoID("Sign", "Taxes"), world.columnOfGoal("Taxes"));
+                for (let i = 0; i < 2; ++i)
+                    world.board.todos.toggle(world.todoID("File", "Taxes"),
+                                             world.columnOfGoal("Taxes"));
+                world.addWindow(1, "Report");
+                world.addWindow(2, "");
+                world.addWindow(3, "Letter");
+                world.hideWindow(3);
+                world.addWindow(4, "Draft of Monday");
+                world.board.moveWindow(1, world.columnOfGoal("Taxes"));
+                tryVerify(() => shown(item => item instanceof WindowCard).length === 4);
+            }
+            function cleanup() {
+                for (let i = 0; i < 3; ++i)
+                    keyClick(Qt.Key_Escape);
+                tryVerify(() => shown(isInPopup).length === 0);
+                setLanguage("English");
+            }
+
+            function setLanguage(name) {
+                world.board.setLanguageIndex(world.board.languageNames.indexOf(name));
+            }
+            function shown(accepts) {
+                return Search.all(main.contentItem.parent,
+                                  item => item.visible && accepts(item));
+            }
+            function isInPopup(item) {
+                return item instanceof AppMenuItem || item instanceof T.ToolTip
+                        || item.Accessible.role === Accessible.Dialog;
+            }
+            function button(key) {
+                return shown(item => item instanceof T.AbstractButton
+                                     && item.text === world.board.copy.text(key))[0];
+            }
+            function row(title) {
+                return shown(item => item instanceof TodoRow && item.title === title)[0];
+            }
+            function card(title) {
+                return shown(item => item instanceof WindowCard && item.title === title)[0];
+            }
+
+            /// What a person reads there, and what an assistive program says.
+            function textsOf(item) {
+                const isText = item instanceof Text || item instanceof TextInput
+                               || item instanceof TextEdit;
+                return [isText ? item.text : "", item.placeholderText ?? "", item.Accessible.name,
+                        item.Accessible.description];
+            }
+            /// Without the parts that are not of the interface.
+            function plain(text) {
+                for (const name of names)
+                    text = text.split(name).join("");
+                return text.replace(/[0-9]+/g, "").replace(/\s+/g, " ").trim();
+            }
+            function shownTexts() {
+                const found = new Set([main.title]);
+                for (const item of shown(item => item.opacity > 0))
+                    for (const text of textsOf(item))
+                        for (const line of text.split("\n"))
+                            found.add(plain(line));
+                return Array.from(found).filter(text => /[A-Za-z\u00c0-\u2fff\u3040-\ufaff]/.test(text));
+            }
+            /// Every text that is shown is one of the language's, in each language right after it
+            /// was chosen.
+            function checkEveryLanguage(expectedCount) {
+                for (const name of [...world.board.languageNames, "English"]) {
+                    setLanguage(name);
+                    const known = new Set(world.knownTexts().map(plain)
+                                          .concat(world.board.languageNames));
+                    const texts = shownTexts();
+                    compare([name, ...texts.filter(text => !known.has(text))], [name]);
+                    verify(texts.length >= expectedCount);
+                }
+            }
+
+            function test_the_board() {
+                checkEveryLanguage(35);
+            }
+            function test_the_permission_banner() {
+                world.denyPermissions();
+                tryVerify(() => shown(item => item instanceof WindowCard).length === 0);
+                checkEveryLanguage(25);
+                world.grantPermissions();
+                tryVerify(() => card("Report") !== undefined);
+            }
+            function test_the_filters_of_the_header() {
+                world.board.toggleHidingGoalsWithoutOpenTodos();
+                world.board.searchText = "Report";
+                tryVerify(() => shown(item => item instanceof WindowCard).length === 1);
+                verify(button(CopyKey.ShowAll) !== undefined);
+                verify(button(CopyKey.ClearSearch) !== undefined);
+                checkEveryLanguage(25);
+                world.board.searchText = "";
+                world.board.toggleHidingGoalsWithoutOpenTodos();
+                tryVerify(() => card("Report") !== undefined);
+            }
+            function test_every_menu_that_a_button_opens() {
+                const isMenuButton = item => item instanceof T.AbstractButton
+                                             && item.Accessible.role === Accessible.ButtonMenu;
+                const buttons = shown(isMenuButton);
+                // The language, and for each goal its priority and its actions.
+                compare(buttons.length, 5);
+                for (const button of buttons) {
+                    mouseClick(button);
+                    tryVerify(() => shown(isInPopup).length > 3);
+                    checkEveryLanguage(35);
+                    keyClick(Qt.Key_Escape);
+                    tryVerify(() => shown(isInPopup).length === 0);
+                }
+            }
+            function test_the_menu_of_a_window() {
+                mouseClick(card("Report"), 20, 20, Qt.RightButton);
+                tryVerify(() => shown(isInPopup).length === 4);
+                checkEveryLanguage(35);
+            }
+            function test_the_menu_of_a_todo_and_its_goals() {
+                mouseClick(row("Read"), 60, 10, Qt.RightButton);
+                tryVerify(() => button(CopyKey.DeleteTodo) !== undefined);
+                checkEveryLanguage(35);
+                mouseClick(button(CopyKey.MoveToGoal));
+                tryVerify(() => shown(isInPopup).length > 2);
+                checkEveryLanguage(35);
+            }
+            function test_the_fields_for_todos() {
+                world.board.todos.requestEditor(world.columnOfGoal("Garden"));
+                tryVerify(() => shown(item => item instanceof TodoField).length === 1);
+                checkEveryLanguage(35);
+                world.board.todos.cancelEditor();
+                mouseClick(row("Read"), 60, 10);
+                tryVerify(() => shown(item => item instanceof TodoField).length === 1);
+                checkEveryLanguage(35);
+            }
+            function test_the_sheet_for_a_goal() {
+                mouseClick(button(CopyKey.NewGoal));
+                tryVerify(() => button(CopyKey.Create) !== undefined);
+                checkEveryLanguage(35);
+            }
+            function test_the_sheet_that_renames_a_goal() {
+                const actions = shown(item => item instanceof T.AbstractButton && item.text
+                                              === world.board.copy.text(CopyKey.MoreGoalActions));
+                mouseClick(actions[0]);
+                tryVerify(() => button(CopyKey.RenameGoal) !== undefined);
+                mouseClick(button(CopyKey.RenameGoal));
+                tryVerify(() => button(CopyKey.Save) !== undefined);
+                checkEveryLanguage(35);
+            }
+            function test_a_message_over_the_board() {
+                world.board.todos.copyTodo(world.todoID("Buy seeds", ""), "kelpa-unassigned");
+                tryVerify(() => shown(item => item instanceof Toast).length === 1);
+                checkEveryLanguage(35);
+                const toast = shown(item => item instanceof Toast)[0];
+                compare(toast.Accessible.name, "Todo copied to clipboard");
+                world.rest();
+            }
+            function test_a_tip() {
+                const report = card("Report");
+                const tip = Search.all(report, item => item instanceof HoverTip
+                                                       && item.parent === report)[0];
+                mouseMove(report, 60, 110);
+                tryVerify(() => tip.item !== null && tip.item.opened);
+                for (const [name, text] of [["Deutsch", "Klicken zum Wechseln; zu einem anderen Ziel ziehen"],
+                                            ["한국어", "클릭해 창으로 전환하고 드래그해 다른 목표로 이동"]]) {
+                    setLanguage(name);
+                    compare(tip.item.text, text);
+                }
+                checkEveryLanguage(35);
+                mouseMove(main.contentItem, 700, 890);
+                tryVerify(() => tip.item === null);
+            }
+        }
+    }
+}
