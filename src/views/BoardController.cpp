@@ -23,7 +23,7 @@ std::optional<GoalID> goalFromColumnText(const QString& columnID)
 
 BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject* parent)
     : QObject(parent), m_store(store), m_keyNames(std::move(keyNames)), m_columns(store),
-      m_moveTargets(store), m_todos(store)
+      m_moveTargets(store), m_todos(store), m_windowPicker(store)
 {
     connect(&store, &WindowStore::languageChanged, this, &BoardController::languageChanged);
     connect(&store, &WindowStore::searchTextChanged, this, &BoardController::searchTextChanged);

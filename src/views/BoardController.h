@@ -8,6 +8,7 @@
 #include "views/GoalListModel.h"
 #include "views/MoveTargetModel.h"
 #include "views/TodoController.h"
+#include "views/WindowPicker.h"
 
 #include <QImage>
 #include <QObject>
@@ -43,6 +44,7 @@ class BoardController : public QObject
     Q_PROPERTY(kelpa::GoalListModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
     Q_PROPERTY(kelpa::TodoController* todos READ todos CONSTANT)
+    Q_PROPERTY(kelpa::WindowPicker* windowPicker READ windowPicker CONSTANT)
     Q_PROPERTY(bool isHidingGoalsWithoutOpenTodos READ isHidingGoalsWithoutOpenTodos NOTIFY
                    isHidingGoalsWithoutOpenTodosChanged)
 
@@ -66,6 +68,7 @@ public:
     GoalListModel* columns() { return &m_columns; }
     MoveTargetModel* moveTargets() { return &m_moveTargets; }
     TodoController* todos() { return &m_todos; }
+    WindowPicker* windowPicker() { return &m_windowPicker; }
     bool isHidingGoalsWithoutOpenTodos() const;
 
     Q_INVOKABLE void refresh();
@@ -128,6 +131,7 @@ private:
     GoalListModel m_columns;
     MoveTargetModel m_moveTargets;
     TodoController m_todos;
+    WindowPicker m_windowPicker;
 };
 
 } // namespace kelpa

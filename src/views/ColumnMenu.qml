@@ -16,6 +16,11 @@ AppMenu {
     title: root.board.copy.text(CopyKey.MoreGoalActions)
 
     AppMenuItem {
+        text: root.board.copy.text(CopyKey.AddWindowsToGoal)
+        symbol: "app-window-plus"
+        onTriggered: root.board.windowPicker.open(root.columnID)
+    }
+    AppMenuItem {
         text: root.board.copy.text(CopyKey.OpenChrome)
         symbol: "globe"
         onTriggered: root.board.openChrome(root.columnID)

@@ -87,4 +87,7 @@ T.ApplicationWindow {
         confirmLabel: root.board.copy.text(CopyKey.Save)
         onConfirmed: title => root.board.renameGoal(renameSheet.columnID, title)
     }
+    WindowSelectionSheet {
+        board: root.board
+    }
 }

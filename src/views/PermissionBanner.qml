@@ -43,7 +43,7 @@ Rectangle {
     AppIcon {
         x: Theme.large
         anchors.verticalCenter: parent.verticalCenter
-        name: "shield-alert"
+        name: "shield-lock"
         size: 22
         color: Theme.warning
     }

@@ -9,11 +9,17 @@ TextInputField {
 
     required property string clearLabel
 
+    /// Escape in the empty field.
+    signal dismissed
+
     leftPadding: 32
     rightPadding: 32
     Accessible.role: Accessible.EditableText
     Accessible.searchEdit: true
-    onCancelled: root.clear()
+    onCancelled: if (root.length > 0)
+        root.clear();
+    else
+        root.dismissed()
 
     AppIcon {
         name: "search"

@@ -1,0 +1,175 @@
+#include "views/WindowPicker.h"
+
+#include "store/WindowStore.h"
+#include "text/KelpaCopy.h"
+#include "views/ColumnID.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+enum Role {
+    windowIDRole = Qt::UserRole + 1,
+    ownerNameRole,
+    titleRole,
+    locationRole,
+    isInGoalRole,
+    isChosenRole,
+    previewRevisionRole,
+};
+
+} // namespace
+
+QVariant PickerRowModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const PickerRow& row = rows().at(index.row());
+    switch (role) {
+    case windowIDRole:
+        return row.id;
+    case ownerNameRole:
+        return row.ownerName;
+    case titleRole:
+        return row.title;
+    case locationRole:
+        return row.location;
+    case isInGoalRole:
+        return row.isInGoal;
+    case isChosenRole:
+        return row.isChosen;
+    case previewRevisionRole:
+        return row.preview.revision;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> PickerRowModel::roleNames() const
+{
+    return {{windowIDRole, "windowID"},
+            {ownerNameRole, "ownerName"},
+            {titleRole, "title"},
+            {locationRole, "location"},
+            {isInGoalRole, "isInGoal"},
+            {isChosenRole, "isChosen"},
+            {previewRevisionRole, "previewRevision"}};
+}
+
+WindowPicker::WindowPicker(WindowStore& store, QObject* parent) : QObject(parent), m_store(store)
+{
+    for (const auto signal : {&WindowStore::windowsChanged, &WindowStore::goalsChanged,
+                              &WindowStore::previewsChanged, &WindowStore::languageChanged})
+        connect(&store, signal, this, &WindowPicker::update);
+    connect(&m_rows, &QAbstractItemModel::rowsInserted, this, &WindowPicker::rowCountChanged);
+    connect(&m_rows, &QAbstractItemModel::rowsRemoved, this, &WindowPicker::rowCountChanged);
+}
+
+void WindowPicker::setSearchText(const QString& text)
+{
+    if (m_searchText == text)
+        return;
+    m_searchText = text;
+    Q_EMIT searchTextChanged();
+    update();
+}
+
+void WindowPicker::open(const QString& columnID)
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (!column || !column->goalID)
+        return;
+    const QList<Goal>& goals = m_store.goals();
+    if (std::ranges::find(goals, *column->goalID, &Goal::id) != goals.end())
+        setRequest(GoalWindowPickerRequest{*column->goalID});
+}
+
+void WindowPicker::close()
+{
+    setRequest(std::nullopt);
+}
+
+void WindowPicker::setRequest(std::optional<GoalWindowPickerRequest> request)
+{
+    if (m_request == request)
+        return;
+    m_request = request;
+    // A sheet that fades away still shows what it showed; the next one starts anew.
+    if (m_request) {
+        setSelection({});
+        setSearchText({});
+        update();
+    }
+    Q_EMIT requestChanged();
+}
+
+void WindowPicker::toggle(quint32 windowID)
+{
+    if (!m_request)
+        return;
+    setSelection(toggledSelection(m_selection, windowID,
+                                  selectableWindowIDs(m_store.windows(), m_request->goalID)));
+    update();
+}
+
+void WindowPicker::confirm()
+{
+    if (!m_request || m_selection.chosen.isEmpty())
+        return;
+    const GoalID target = m_request->goalID;
+    const QSet<WindowID> confirmed =
+        confirmedWindows(m_selection, selectableWindowIDs(m_store.windows(), target));
+    if (m_store.assign(confirmed, target)) {
+        close();
+        return;
+    }
+    setSelection(refusedSelection(m_selection, selectableWindowIDs(m_store.windows(), target)));
+    update();
+}
+
+void WindowPicker::setSelection(const WindowSelection& selection)
+{
+    if (m_selection == selection)
+        return;
+    m_selection = selection;
+    Q_EMIT selectionChanged();
+}
+
+void WindowPicker::update()
+{
+    if (!m_request)
+        return;
+    const QList<Goal>& goals = m_store.goals();
+    const auto target = std::ranges::find(goals, m_request->goalID, &Goal::id);
+    if (target == goals.end()) {
+        close();
+        return;
+    }
+    const AppLanguage language = m_store.language();
+    const LocationTitles titles =
+        locationTitles(goals, KelpaCopy::text(CopyKey::Unsorted, language));
+    QList<PickerRow> rows;
+    const QList<WindowItem> windows =
+        windowsToSelect(m_store.windows(), m_request->goalID, titles, m_searchText, QLocale());
+    rows.reserve(windows.size());
+    for (const WindowItem& window : windows) {
+        const bool isInGoal = window.goalID == m_request->goalID;
+        const QString location =
+            isInGoal ? KelpaCopy::text(CopyKey::AlreadyInGoal, language)
+                     : KelpaCopy::currentWindowLocation(titles.of(window), language);
+        rows.append(
+            {window.id, window.ownerName,
+             window.title.isEmpty() ? KelpaCopy::text(CopyKey::Window, language) : window.title,
+             location, isInGoal, m_selection.chosen.contains(window.id),
+             cardPreview(m_store, window)});
+    }
+    m_rows.setRows(rows);
+    if (m_goalTitle != target->title) {
+        m_goalTitle = target->title;
+        Q_EMIT goalTitleChanged();
+    }
+}
+
+} // namespace kelpa

@@ -1,0 +1,63 @@
+// What the sheet that moves windows into a goal shows and allows, as functions from values.
+#pragma once
+
+#include "model/Goal.h"
+#include "model/WindowItem.h"
+
+#include <QHash>
+#include <QList>
+#include <QLocale>
+#include <QSet>
+#include <QString>
+
+#include <optional>
+
+namespace kelpa {
+
+/// The titles of the goals by their ids, and of the place of what belongs to none.
+struct LocationTitles
+{
+    QHash<GoalID, QString> goals;
+    QString unsorted;
+
+    /// Of the place where the window is now; that of no goal also when its goal is not known.
+    QString of(const WindowItem& window) const;
+};
+
+LocationTitles locationTitles(const QList<Goal>& goals, const QString& unsorted);
+
+/// Of the windows that are not in the target goal: only they can be moved into it.
+QSet<WindowID> selectableWindowIDs(const QList<WindowItem>& windows, GoalID target);
+
+/// The windows whose application, title or place contains the trimmed `searchText` regardless of
+/// case (all of them when nothing is left of it). First those that can be moved into `target`, of
+/// these first the ones in no goal; then by application and by title, in the order of a file
+/// manager in `locale`, numbers by their value. Ties keep the order of `windows`.
+QList<WindowItem> windowsToSelect(const QList<WindowItem>& windows, GoalID target,
+                                  const LocationTitles& titles, const QString& searchText,
+                                  const QLocale& locale);
+
+/// The windows that are chosen in the sheet. A window that has vanished stays chosen until the
+/// choice is confirmed.
+struct WindowSelection
+{
+    QSet<WindowID> chosen;
+    /// The last confirmation was refused.
+    bool isRefused = false;
+
+    friend bool operator==(const WindowSelection&, const WindowSelection&) = default;
+};
+
+/// `selection` with the window chosen, or not chosen any more. A window that cannot be moved is
+/// left as it is.
+WindowSelection toggledSelection(WindowSelection selection, WindowID windowID,
+                                 const QSet<WindowID>& selectable);
+
+/// What a confirmation moves: windows that have vanished or are in the goal by now drop out.
+QSet<WindowID> confirmedWindows(const WindowSelection& selection, const QSet<WindowID>& selectable);
+
+/// The selection after the move was refused: what can still be moved stays chosen.
+WindowSelection refusedSelection(const WindowSelection& selection,
+                                 const QSet<WindowID>& selectable);
+
+} // namespace kelpa

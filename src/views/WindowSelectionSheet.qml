@@ -1,0 +1,188 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// Chooses several windows and moves them into one goal. It shows while the board's window picker
+/// is open.
+Sheet {
+    id: root
+
+    required property BoardController board
+
+    readonly property WindowPicker picker: root.board.windowPicker
+    /// Points; the sheet keeps its height while a search narrows the list.
+    property real listHeight: 0
+
+    function followRequest(): void {
+        if (!root.picker.isOpen) {
+            root.close();
+            return;
+        }
+        root.listHeight = Math.max(3, root.picker.rowCount) * 62;
+        list.currentIndex = -1;
+        list.positionViewAtBeginning();
+        root.open();
+        search.forceActiveFocus();
+    }
+    function enterList(): void {
+        list.currentIndex = Math.max(0, list.currentIndex);
+        list.forceActiveFocus();
+    }
+
+    title: root.board.copy.selectWindowsTitle(root.picker.goalTitle)
+    height: Math.min(560, implicitHeight, parent ? parent.height - 2 * Theme.large : 560)
+    contentHeight: heading.height + list.anchors.topMargin + root.listHeight
+                   + footer.anchors.topMargin + footer.height
+    onClosed: root.picker.close()
+
+    Connections {
+        target: root.picker
+
+        function onRequestChanged(): void {
+            root.followRequest();
+        }
+    }
+
+    Item {
+        anchors.fill: parent
+
+        Column {
+            id: heading
+
+            width: parent.width
+            spacing: Theme.small
+
+            AppText {
+                width: parent.width
+                text: root.title
+                font: Theme.heading
+                wrapMode: Text.Wrap
+                maximumLineCount: 3
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            AppText {
+                width: parent.width
+                text: root.board.copy.text(CopyKey.SelectWindowsText)
+                color: Theme.secondaryText
+                wrapMode: Text.Wrap
+                bottomPadding: Theme.tiny
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            SearchField {
+                id: search
+
+                width: parent.width
+                label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
+                placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
+                clearLabel: root.board.copy.text(CopyKey.ClearSearch)
+                text: root.picker.searchText
+                onTextChanged: root.picker.searchText = text
+                onCommitted: root.picker.confirm()
+                onDismissed: root.close()
+                Keys.onDownPressed: root.enterList()
+            }
+        }
+        ListView {
+            id: list
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: heading.bottom
+            anchors.topMargin: Theme.small
+            anchors.bottom: footer.top
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            activeFocusOnTab: true
+            currentIndex: -1
+            highlightMoveDuration: 0
+            // Nothing is drawn for a sheet that is closed.
+            model: root.visible ? root.picker.rows : null
+            T.ScrollBar.vertical: AppScrollBar {}
+            Accessible.role: Accessible.List
+            Accessible.name: root.title
+            onActiveFocusChanged: if (activeFocus)
+                root.enterList()
+            Keys.onPressed: event => {
+                event.accepted = true;
+                if (event.key === Qt.Key_Space && list.currentItem !== null)
+                    (list.currentItem as WindowPickerRow).toggle();
+                else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
+                    root.picker.confirm();
+                else if (event.key === Qt.Key_Up && list.currentIndex <= 0)
+                    search.forceActiveFocus();
+                else if (event.key === Qt.Key_Home)
+                    list.currentIndex = 0;
+                else if (event.key === Qt.Key_End)
+                    list.currentIndex = list.count - 1;
+                else
+                    event.accepted = false;
+            }
+
+            delegate: WindowPickerRow {
+                width: list.width - (list.contentHeight > list.height ? Theme.medium : 0)
+                board: root.board
+            }
+        }
+        AppText {
+            anchors.fill: list
+            horizontalAlignment: Text.AlignHCenter
+            text: root.board.copy.text(CopyKey.NoMatchingWindows)
+            color: Theme.secondaryText
+            wrapMode: Text.Wrap
+            visible: root.picker.rowCount === 0
+            Accessible.ignored: !visible
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Column {
+            id: footer
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            anchors.topMargin: Theme.medium
+            topPadding: Theme.medium
+            spacing: Theme.small
+
+            AppText {
+                width: parent.width
+                text: root.board.copy.text(CopyKey.WindowListChanged)
+                color: Theme.destructive
+                wrapMode: Text.Wrap
+                visible: root.picker.isRefused
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+            }
+            AppText {
+                width: parent.width
+                text: root.board.copy.selectedWindowCount(root.picker.chosenCount)
+                color: Theme.secondaryText
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            Row {
+                anchors.right: parent.right
+                spacing: Theme.small
+
+                AppButton {
+                    text: root.board.copy.text(CopyKey.Cancel)
+                    onClicked: root.close()
+                }
+                AppButton {
+                    text: root.board.copy.confirmWindowSelection(root.picker.chosenCount)
+                    isPrimary: true
+                    enabled: root.picker.chosenCount > 0
+                    onClicked: root.picker.confirm()
+                }
+            }
+        }
+    }
+}

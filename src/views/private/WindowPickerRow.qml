@@ -1,0 +1,119 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// A window that can be chosen, or that is in the goal already. A click chooses it.
+Item {
+    id: root
+
+    required property BoardController board
+    required property int windowID
+    required property string ownerName
+    required property string title
+    required property string location
+    required property bool isInGoal
+    required property bool isChosen
+    required property real previewRevision
+
+    function toggle(): void {
+        root.board.windowPicker.toggle(root.windowID);
+    }
+
+    implicitHeight: 62
+    Accessible.role: root.isInGoal ? Accessible.ListItem : Accessible.CheckBox
+    Accessible.name: root.ownerName + ": " + root.title
+    Accessible.description: root.location
+    Accessible.focusable: true
+    Accessible.checkable: !root.isInGoal
+    Accessible.checked: root.isChosen
+    Accessible.onPressAction: root.toggle()
+    Accessible.onToggleAction: root.toggle()
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.controlRadius
+        color: root.isChosen ? Theme.accepting
+               : hover.hovered && !root.isInGoal ? Theme.hover : "transparent"
+    }
+    HoverHandler {
+        id: hover
+    }
+    MouseArea {
+        anchors.fill: parent
+        onClicked: root.toggle()
+    }
+    CheckMark {
+        id: mark
+
+        x: Theme.small
+        anchors.verticalCenter: parent.verticalCenter
+        isChosen: root.isChosen
+        isSettled: root.isInGoal
+    }
+    Rectangle {
+        id: picture
+
+        anchors.left: mark.right
+        anchors.leftMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        width: 72
+        height: 41
+        radius: 5
+        color: Theme.previewGround
+        opacity: root.isInGoal ? 0.6 : 1
+
+        WindowPreview {
+            anchors.fill: parent
+            radius: parent.radius
+            board: root.board
+            windowID: root.windowID
+            revision: root.previewRevision
+            visible: root.previewRevision !== 0
+        }
+        AppIcon {
+            anchors.centerIn: parent
+            name: "app-window"
+            size: 20
+            visible: root.previewRevision === 0
+        }
+    }
+    Column {
+        anchors.left: picture.right
+        anchors.leftMargin: 10
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.small
+        anchors.verticalCenter: parent.verticalCenter
+
+        AppText {
+            id: titleText
+
+            width: parent.width
+            text: root.title
+            color: root.isInGoal ? Theme.secondaryText : Theme.text
+        }
+        AppText {
+            width: parent.width
+            text: root.ownerName
+            font: Theme.caption
+            color: Theme.secondaryText
+        }
+        AppText {
+            id: locationText
+
+            width: parent.width
+            text: root.location
+            font: Theme.caption
+            color: Theme.secondaryText
+        }
+    }
+    FocusRing {
+        control: root
+        radius: Theme.controlRadius
+        anchors.margins: 0
+    }
+    HoverTip {
+        text: root.title + "\n" + root.location
+        isHovered: hover.hovered && (titleText.truncated || locationText.truncated)
+    }
+}
