@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/DiscoverySource.h"
+#include "platform/Subscription.h"
 
 #include <QImage>
 #include <QSize>
@@ -13,16 +14,6 @@
 #include <stop_token>
 
 namespace kelpa {
-
-/// Dropping it ends the subscription.
-class Subscription
-{
-public:
-    Subscription() = default;
-    Subscription(const Subscription&) = delete;
-    Subscription& operator=(const Subscription&) = delete;
-    virtual ~Subscription() = default;
-};
 
 /// The picture of one window at its own bounds, without a shadow.
 struct WindowCapture

@@ -2,6 +2,7 @@
 
 #include "platform/freedesktop/AccessibilityBus.h"
 #include "platform/freedesktop/DocumentMatching.h"
+#include "platform/freedesktop/GlibPointers.h"
 
 #include <QByteArray>
 #include <QCoreApplication>
@@ -26,11 +27,6 @@ namespace kelpa {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-struct Unref
-{
-    void operator()(GMainContext* context) const { g_main_context_unref(context); }
-};
 
 /// Where the session bus is by convention. A bus that would first have to be started is none.
 std::string sessionAddress()
@@ -127,7 +123,7 @@ private:
     std::size_t m_awaited = 0;
     std::optional<Clock::time_point> m_connectNotBefore;
 
-    const std::unique_ptr<GMainContext, Unref> m_context;
+    const GlibPointer<GMainContext> m_context;
     std::jthread m_thread;
 };
 

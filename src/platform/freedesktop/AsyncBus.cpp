@@ -1,22 +1,13 @@
 #include "platform/freedesktop/AsyncBus.h"
 
+#include "platform/freedesktop/GlibPointers.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace kelpa {
 
 namespace {
-
-struct Unref
-{
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-
-struct Free
-{
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(GVariant* value) const { g_variant_unref(value); }
-};
 
 struct Remove
 {
@@ -27,10 +18,10 @@ struct Remove
     }
 };
 
-using Connection = std::unique_ptr<GDBusConnection, Unref>;
-using Cancellable = std::unique_ptr<GCancellable, Unref>;
-using Error = std::unique_ptr<GError, Free>;
-using Variant = std::unique_ptr<GVariant, Free>;
+using Connection = GObjectPointer<GDBusConnection>;
+using Cancellable = GObjectPointer<GCancellable>;
+using Error = GlibPointer<GError>;
+using Variant = GlibPointer<GVariant>;
 using Source = std::unique_ptr<GSource, Remove>;
 
 bool isRefusal(const GError& error)

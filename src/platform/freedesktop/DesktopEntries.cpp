@@ -15,14 +15,14 @@ namespace kelpa {
 namespace {
 
 /// Bounds for a directory that leads into itself or is filled on purpose.
-constexpr int maximalDepth = 4;
+constexpr int maximalFolderDepth = 4;
 constexpr std::size_t maximalEntries = 20'000;
 
 /// A folder that was changed so recently may be changed again without a new time. Two seconds is
 /// the coarsest clock of the file systems in use.
 constexpr std::chrono::milliseconds coarsestClock = std::chrono::seconds(2);
 
-const QString suffix = QStringLiteral(".desktop");
+const QString entrySuffix = QStringLiteral(".desktop");
 
 /// File name of what a process runs; empty when it is gone or another person's.
 QString programOf(ProcessID process)
@@ -151,11 +151,11 @@ void DesktopEntries::readFolder(const QString& path, const QString& prefix, int 
             return;
         }
         if (file.isDir()) {
-            if (depth < maximalDepth) {
+            if (depth < maximalFolderDepth) {
                 readFolder(file.filePath(), prefix + file.fileName() + u'-', depth + 1, entries);
             }
-        } else if (file.fileName().endsWith(suffix)) {
-            const QString id = prefix + file.fileName().chopped(suffix.size());
+        } else if (file.fileName().endsWith(entrySuffix)) {
+            const QString id = prefix + file.fileName().chopped(entrySuffix.size());
             if (std::optional<DesktopEntry> entry = readDesktopEntry(file.filePath(), id)) {
                 entries.push_back(std::move(*entry));
             }

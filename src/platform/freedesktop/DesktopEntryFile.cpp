@@ -1,5 +1,7 @@
 #include "platform/freedesktop/DesktopEntryFile.h"
 
+#include "platform/freedesktop/GlibPointers.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -14,26 +16,11 @@ namespace kelpa {
 
 namespace {
 
-constexpr qint64 maximalFileSize = 1 << 20;
-
-struct Unref
-{
-    void operator()(GDesktopAppInfo* info) const { g_object_unref(info); }
-};
-
-struct Free
-{
-    void operator()(char* text) const { g_free(text); }
-};
-
-struct FreeKeyFile
-{
-    void operator()(GKeyFile* file) const { g_key_file_free(file); }
-};
+constexpr qint64 maximalEntrySize = 1 << 20;
 
 QString text(GDesktopAppInfo* info, const char* key)
 {
-    const std::unique_ptr<char, Free> value(g_desktop_app_info_get_string(info, key));
+    const GlibPointer<char> value(g_desktop_app_info_get_string(info, key));
     return QString::fromUtf8(value.get()).trimmed();
 }
 
@@ -61,10 +48,10 @@ QString programOf(GDesktopAppInfo* info)
 std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString& id)
 {
     const QFileInfo file(path);
-    if (!file.isFile() || file.size() > maximalFileSize) {
+    if (!file.isFile() || file.size() > maximalEntrySize) {
         return std::nullopt;
     }
-    const std::unique_ptr<GDesktopAppInfo, Unref> info(
+    const GObjectPointer<GDesktopAppInfo> info(
         g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData()));
     if (!info) {
         return std::nullopt;
@@ -84,14 +71,13 @@ std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString&
 
 EntryCommands readEntryCommands(const QString& path)
 {
-    const std::unique_ptr<GKeyFile, FreeKeyFile> file(g_key_file_new());
+    const GlibPointer<GKeyFile> file(g_key_file_new());
     if (g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(), G_KEY_FILE_NONE,
                                   nullptr) == FALSE) {
         return {};
     }
     const auto exec = [&file](const char* group) {
-        const std::unique_ptr<char, Free> value(
-            g_key_file_get_string(file.get(), group, "Exec", nullptr));
+        const GlibPointer<char> value(g_key_file_get_string(file.get(), group, "Exec", nullptr));
         return QString::fromUtf8(value.get());
     };
     return {exec("Desktop Entry"), exec("Desktop Action new-window")};

@@ -148,7 +148,7 @@ std::optional<ProcessID> startDetached(const QStringList& command,
     }
     const Descriptor reading(ends[0]);
     Descriptor writing(ends[1]);
-    const Descriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
+    const Descriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
     const Preparation preparation{TextList(command), TextList(environment.toStringList()),
                                   QFile::encodeName(QDir::homePath()), nothing.number(),
                                   writing.number()};

@@ -12,8 +12,8 @@ namespace kelpa {
 
 namespace {
 
-constexpr qsizetype maximalFileSize = 2 << 20;
-constexpr std::size_t maximalDepth = 200;
+constexpr qsizetype maximalDrawingSize = 2 << 20;
+constexpr std::size_t maximalNesting = 200;
 constexpr std::size_t maximalRepetitions = 2000;
 constexpr qint64 maximalShapes = 100'000;
 
@@ -114,7 +114,7 @@ bool Drawing::begin(const QXmlStreamReader& xml)
             enter(m_parts[open]);
         }
     }
-    return m_open.size() <= maximalDepth && m_repetitions <= maximalRepetitions &&
+    return m_open.size() <= maximalNesting && m_repetitions <= maximalRepetitions &&
            m_parts.front().elements <= maximalShapes;
 }
 
@@ -145,7 +145,7 @@ qint64 Drawing::count(Part& part)
 
 bool isHarmlessDrawing(const QByteArray& bytes)
 {
-    if (bytes.size() > maximalFileSize) {
+    if (bytes.size() > maximalDrawingSize) {
         return false;
     }
     Drawing drawing;

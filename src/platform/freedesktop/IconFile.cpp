@@ -16,8 +16,8 @@ namespace kelpa {
 
 namespace {
 
-constexpr qint64 maximalFileSize = 8 << 20;
-constexpr int maximalSide = 4096;
+constexpr qint64 maximalIconSize = 8 << 20;
+constexpr int maximalIconSide = 4096;
 constexpr int maximalRequest = 1024;
 
 QImage fromDrawing(const QByteArray& bytes, int pixels)
@@ -50,7 +50,7 @@ QImage fromRaster(QByteArray bytes, const QByteArray& format, int pixels)
     QImageReader reader(&buffer, format);
     // The size is looked at before a single pixel is decoded.
     const QSize size = reader.size();
-    if (size.isEmpty() || size.width() > maximalSide || size.height() > maximalSide) {
+    if (size.isEmpty() || size.width() > maximalIconSide || size.height() > maximalIconSide) {
         return {};
     }
     QImage image = reader.read();
@@ -70,14 +70,14 @@ QImage iconFromFile(const QString& path, int pixels)
     pixels = std::min(pixels, maximalRequest);
     // Looked at before it is opened: opening a pipe waits for whoever writes to it.
     const QFileInfo info(path);
-    if (!info.isFile() || info.size() > maximalFileSize) {
+    if (!info.isFile() || info.size() > maximalIconSize) {
         return {};
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         return {};
     }
-    const QByteArray bytes = file.read(maximalFileSize);
+    const QByteArray bytes = file.read(maximalIconSize);
     if (bytes.startsWith("\x89PNG\r\n\x1a\n")) {
         return fromRaster(bytes, "png", pixels);
     }

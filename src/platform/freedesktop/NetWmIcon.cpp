@@ -10,7 +10,7 @@ namespace kelpa {
 namespace {
 
 /// No icon is larger; a window that says so is wrong.
-constexpr std::uint32_t maximalSide = 2048;
+constexpr std::uint32_t maximalPictureSide = 2048;
 
 struct Picture
 {
@@ -51,7 +51,8 @@ QImage iconFromNetWmIcon(const std::vector<std::uint32_t>& data, int pixels)
     while (rest.size() > 2) {
         const std::uint32_t width = rest[0];
         const std::uint32_t height = rest[1];
-        if (width == 0 || height == 0 || width > maximalSide || height > maximalSide) {
+        if (width == 0 || height == 0 || width > maximalPictureSide ||
+            height > maximalPictureSide) {
             break;
         }
         const std::size_t count = std::size_t{width} * height;

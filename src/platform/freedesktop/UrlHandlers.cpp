@@ -1,19 +1,12 @@
 #include "platform/freedesktop/UrlHandlers.h"
 
-#include <gio/gio.h>
-
-#include <memory>
+#include "platform/freedesktop/GlibPointers.h"
 
 namespace kelpa {
 
 namespace {
 
-struct Unref
-{
-    void operator()(GAppInfo* info) const { g_object_unref(info); }
-};
-
-using Application = std::unique_ptr<GAppInfo, Unref>;
+using Application = GObjectPointer<GAppInfo>;
 
 } // namespace
 

@@ -14,12 +14,12 @@ namespace kelpa {
 
 namespace {
 
-constexpr int patience = 10'000;
+constexpr int busPatience = 10'000;
 
 QString readLine(QProcess& process)
 {
     while (!process.canReadLine()) {
-        if (!process.waitForReadyRead(patience)) {
+        if (!process.waitForReadyRead(busPatience)) {
             throw std::runtime_error("a test program said nothing");
         }
     }
@@ -73,7 +73,7 @@ PrivateBus::~PrivateBus()
 void PrivateBus::stop()
 {
     m_daemon.kill();
-    m_daemon.waitForFinished(patience);
+    m_daemon.waitForFinished(busPatience);
 }
 
 Registry::Registry(const PrivateBus& bus)
@@ -150,7 +150,7 @@ Application::~Application()
 {
     kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
     m_process.kill();
-    m_process.waitForFinished(patience);
+    m_process.waitForFinished(busPatience);
 }
 
 void Application::behave(const QJsonObject& behaviour)

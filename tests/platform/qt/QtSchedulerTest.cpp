@@ -294,6 +294,8 @@ TEST_F(QtSchedulerTest, What_the_functions_hold_is_let_go_on_the_main_thread)
     {
         std::atomic<int>& wrongThread;
         std::thread::id home;
+        Witness(std::atomic<int>& count, std::thread::id thread) : wrongThread(count), home(thread)
+        {}
         ~Witness() { wrongThread += std::this_thread::get_id() != home ? 1 : 0; }
     };
     std::atomic<int> wrongThread = 0;

@@ -1,0 +1,164 @@
+#include "platform/x11/KeyLink.h"
+
+#include "platform/x11/DisplayConnector.h"
+#include "platform/x11/XcbReply.h"
+
+#include <xcb/xinput.h>
+// The header has a field named as a keyword of this language.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <array>
+#include <utility>
+
+namespace kelpa::x11 {
+
+namespace {
+
+using InputVersionReply = XcbReply<xcb_input_xi_query_version, xcb_input_xi_query_version_reply>;
+using KeyboardExtensionReply = XcbReply<xcb_xkb_use_extension, xcb_xkb_use_extension_reply>;
+using SymbolsReply = XcbReply<xcb_get_keyboard_mapping, xcb_get_keyboard_mapping_reply>;
+using ModifiersReply = XcbReply<xcb_get_modifier_mapping, xcb_get_modifier_mapping_reply>;
+
+template <class Event>
+const Event& as(const xcb_generic_event_t& event)
+{
+    const void* bytes = &event;
+    return *static_cast<const Event*>(bytes);
+}
+
+/// From version 2.1 on, raw events come also while another client has grabbed the keyboard.
+bool announceInput(XcbConnection& connection)
+{
+    InputVersionReply reply(connection, std::uint16_t{2}, std::uint16_t{2});
+    const auto* version = reply.get();
+    return version && std::pair(version->major_version, version->minor_version) >=
+                          std::pair<std::uint16_t, std::uint16_t>(2, 1);
+}
+
+bool announceKeyboard(XcbConnection& connection)
+{
+    KeyboardExtensionReply reply(connection, std::uint16_t{XCB_XKB_MAJOR_VERSION},
+                                 std::uint16_t{XCB_XKB_MINOR_VERSION});
+    const auto* use = reply.get();
+    return use && use->supported != 0;
+}
+
+/// Of the master devices, which gather what all keyboards and all simulated ones do; of each device
+/// besides, every key would come twice.
+void selectKeys(XcbConnection& connection)
+{
+    struct
+    {
+        xcb_input_event_mask_t header;
+        std::uint32_t mask;
+    } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS};
+    xcb_input_xi_select_events(connection.raw(), connection.root(), 1, &selection.header);
+}
+
+void selectModifiers(XcbConnection& connection)
+{
+    constexpr std::uint16_t state = XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
+    constexpr std::uint16_t keyboard = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+    constexpr std::uint16_t map = XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr std::uint16_t parts =
+        XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_VIRTUAL_MODS;
+    xcb_xkb_select_events_details_t details{};
+    details.affectState = XCB_XKB_STATE_PART_MODIFIER_STATE | XCB_XKB_STATE_PART_MODIFIER_BASE;
+    details.stateDetails = details.affectState;
+    xcb_xkb_select_events_aux(connection.raw(), XCB_XKB_ID_USE_CORE_KBD, state | keyboard | map, 0,
+                              keyboard, parts, parts, &details);
+}
+
+std::optional<KeyMeanings> readMeanings(XcbConnection& connection)
+{
+    const xcb_setup_t& setup = *xcb_get_setup(connection.raw());
+    const int count = setup.max_keycode - setup.min_keycode + 1;
+    SymbolsReply symbols(connection, setup.min_keycode, static_cast<std::uint8_t>(count));
+    ModifiersReply modifiers(connection);
+    const auto* symbolsRead = symbols.get();
+    const auto* modifiersRead = modifiers.get();
+    if (!symbolsRead || !modifiersRead)
+        return std::nullopt;
+    KeyboardTables tables;
+    tables.firstKey = setup.min_keycode;
+    tables.symbolsOfKey = symbolsRead->keysyms_per_keycode;
+    const xcb_keysym_t* const symbolsBegin = xcb_get_keyboard_mapping_keysyms(symbolsRead);
+    tables.symbols.assign(symbolsBegin,
+                          symbolsBegin + xcb_get_keyboard_mapping_keysyms_length(symbolsRead));
+    const xcb_keycode_t* const keysBegin = xcb_get_modifier_mapping_keycodes(modifiersRead);
+    tables.modifierKeys.assign(keysBegin,
+                               keysBegin + xcb_get_modifier_mapping_keycodes_length(modifiersRead));
+    return keyMeanings(tables);
+}
+
+} // namespace
+
+KeyLink::Result KeyLink::open(DisplayConnector& connector)
+{
+    std::unique_ptr<DisplayLink> opened = connector.open();
+    if (!opened)
+        return KeyLinkFailure::noServer;
+    const BrokenPipeGuard guard;
+    XcbConnection& connection = opened->connection();
+    const auto* const input = xcb_get_extension_data(connection.raw(), &xcb_input_id);
+    const auto* const keyboard = xcb_get_extension_data(connection.raw(), &xcb_xkb_id);
+    if (connection.isBroken())
+        return KeyLinkFailure::noServer;
+    if (!input || input->present == 0 || !keyboard || keyboard->present == 0 ||
+        !announceInput(connection) || !announceKeyboard(connection))
+        return connection.isBroken() ? KeyLinkFailure::noServer : KeyLinkFailure::unsupported;
+
+    std::unique_ptr<KeyLink> link(new KeyLink);
+    link->m_inputOpcode = input->major_opcode;
+    link->m_keyboardEvent = keyboard->first_event;
+    // Selected first, so that no change falls between.
+    selectKeys(connection);
+    selectModifiers(connection);
+    const std::optional<KeyMeanings> meanings = readMeanings(connection);
+    if (!meanings)
+        return KeyLinkFailure::noServer;
+    link->m_meanings = *meanings;
+    link->m_link = std::move(opened);
+    return link;
+}
+
+std::optional<KeyNotice> KeyLink::notice(const xcb_generic_event_t& event) const
+{
+    const int type = event.response_type & 0x7F;
+    if (type == XCB_GE_GENERIC) {
+        const auto& generic = as<xcb_ge_generic_event_t>(event);
+        if (generic.extension != m_inputOpcode || generic.event_type != XCB_INPUT_RAW_KEY_PRESS)
+            return std::nullopt;
+        const std::uint32_t key = as<xcb_input_raw_key_press_event_t>(event).detail;
+        // Keys beyond those that the server's tables know are keys all the same.
+        return RawKeyPress{static_cast<xcb_keycode_t>(key > 255 ? 0 : key)};
+    }
+    if (type == XCB_MAPPING_NOTIFY)
+        return KeyboardChange{};
+    if (type != m_keyboardEvent)
+        return std::nullopt;
+    // Of this extension all events have one number, and their kind behind it.
+    const auto& state = as<xcb_xkb_state_notify_event_t>(event);
+    switch (state.xkbType) {
+    case XCB_XKB_STATE_NOTIFY:
+        return ModifierState{state.baseMods, state.mods, state.time};
+    case XCB_XKB_NEW_KEYBOARD_NOTIFY:
+    case XCB_XKB_MAP_NOTIFY:
+        return KeyboardChange{};
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<KeyMeanings> readKeyMeanings(DisplayConnector& connector)
+{
+    const std::unique_ptr<DisplayLink> link = connector.open();
+    if (!link)
+        return std::nullopt;
+    const BrokenPipeGuard guard;
+    return readMeanings(link->connection());
+}
+
+} // namespace kelpa::x11

@@ -1,0 +1,75 @@
+// A connection on which the server tells of every key.
+#pragma once
+
+#include "platform/x11/DisplayLink.h"
+#include "platform/x11/KeyMeanings.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <variant>
+
+namespace kelpa::x11 {
+
+class DisplayConnector;
+
+/// A key went down; repeated while it is held, where the server repeats it.
+struct RawKeyPress
+{
+    xcb_keycode_t key = 0;
+};
+
+/// The modifiers (bit n is modifier n) after one of them changed.
+struct ModifierState
+{
+    /// By keys that are held.
+    std::uint8_t held = 0;
+    /// Those, and what is latched or locked.
+    std::uint8_t effective = 0;
+    xcb_timestamp_t time = 0;
+};
+
+/// The tables that tell what keys mean are others now.
+struct KeyboardChange
+{};
+
+using KeyNotice = std::variant<RawKeyPress, ModifierState, KeyboardChange>;
+
+/// Why there is no such connection.
+enum class KeyLinkFailure : std::uint8_t {
+    /// No server, or it went away meanwhile.
+    noServer,
+    /// The server cannot tell of keys.
+    unsupported,
+};
+
+/// Used on one thread at a time.
+class KeyLink
+{
+public:
+    using Result = std::variant<std::unique_ptr<KeyLink>, KeyLinkFailure>;
+
+    /// Waits for the server; any thread but the main one.
+    static Result open(DisplayConnector& connector);
+
+    XcbConnection& connection() { return m_link->connection(); }
+    /// What the keys meant when the connection was made.
+    const KeyMeanings& meanings() const { return m_meanings; }
+
+    /// What an event tells; absent when it is of no interest.
+    std::optional<KeyNotice> notice(const xcb_generic_event_t& event) const;
+
+private:
+    KeyLink() = default;
+
+    std::unique_ptr<DisplayLink> m_link;
+    KeyMeanings m_meanings;
+    std::uint8_t m_inputOpcode = 0;
+    std::uint8_t m_keyboardEvent = 0;
+};
+
+/// What the keys of the display mean now, over a connection of its own. Waits for the server; any
+/// thread but the main one. Absent when there is no server.
+std::optional<KeyMeanings> readKeyMeanings(DisplayConnector& connector);
+
+} // namespace kelpa::x11

@@ -1,0 +1,156 @@
+#include "platform/x11/X11GlobalKeys.h"
+
+#include "platform/x11/KeyLink.h"
+#include "platform/x11/ServerClock.h"
+
+#include <QSocketNotifier>
+
+#include <chrono>
+#include <utility>
+
+namespace kelpa::x11 {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Scheduler::Duration reconnectDelay = 2s;
+// A change of the layout, or of the keyboard that is typed on, makes several notices.
+constexpr Scheduler::Duration keyboardDelay = 100ms;
+/// Events that are handled in one go; far more than a person makes.
+constexpr int mostAtOnce = 256;
+
+/// Main thread. Waits for nothing there: what needs an answer of the server is done in the
+/// background.
+class KeyWatch : public Subscription
+{
+public:
+    KeyWatch(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler,
+             GlobalKeyHandlers handlers)
+        : m_connector(std::move(connector)), m_scheduler(scheduler), m_handlers(std::move(handlers))
+    {
+        connect();
+    }
+
+private:
+    void connect()
+    {
+        m_connecting = m_scheduler.inBackground(
+            [connector = m_connector](const std::stop_token&) { return KeyLink::open(*connector); },
+            [this](KeyLink::Result result) { connected(std::move(result)); });
+    }
+
+    void connected(KeyLink::Result result)
+    {
+        if (const auto* const failure = std::get_if<KeyLinkFailure>(&result)) {
+            if (*failure == KeyLinkFailure::noServer)
+                m_connecting = m_scheduler.after(reconnectDelay, [this] { connect(); });
+            return;
+        }
+        m_link = std::get<std::unique_ptr<KeyLink>>(std::move(result));
+        m_notifier = std::make_unique<QSocketNotifier>(m_link->connection().fileDescriptor(),
+                                                       QSocketNotifier::Read);
+        QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
+                         [this] { process(); });
+        setMeanings(m_link->meanings());
+        // What came along while the connection was made does not wake the notifier.
+        process();
+    }
+
+    void setMeanings(const KeyMeanings& meanings)
+    {
+        const bool wasAvailable = m_meanings.hasCommand();
+        m_meanings = meanings;
+        if (meanings.hasCommand() != wasAvailable)
+            m_handlers.availabilityChanged(meanings.hasCommand());
+    }
+
+    void lost()
+    {
+        m_notifier->setEnabled(false);
+        // Its signal may be the one that is being handled.
+        m_notifier.release()->deleteLater();
+        m_more.reset();
+        m_reading.reset();
+        m_link.reset();
+        setMeanings({});
+        m_connecting = m_scheduler.after(reconnectDelay, [this] { connect(); });
+    }
+
+    void process()
+    {
+        const BrokenPipeGuard guard;
+        int count = 0;
+        while (count < mostAtOnce) {
+            const XcbEvent event = m_link->connection().pollEvent();
+            if (!event)
+                break;
+            ++count;
+            handle(m_link->notice(*event));
+        }
+        if (m_link->connection().isBroken())
+            lost();
+        else if (count == mostAtOnce)
+            m_more = m_scheduler.after(0ms, [this] { process(); });
+    }
+
+    void handle(const std::optional<KeyNotice>& notice)
+    {
+        if (!notice)
+            return;
+        if (const auto* const press = std::get_if<RawKeyPress>(&*notice)) {
+            if (!m_meanings.isModifierKey.test(press->key))
+                m_handlers.keyPressed();
+        } else if (const auto* const state = std::get_if<ModifierState>(&*notice)) {
+            const auto other =
+                static_cast<std::uint8_t>(~(m_meanings.command | m_meanings.ignored));
+            m_handlers.modifiersChanged({.commandIsDown = (state->held & m_meanings.command) != 0,
+                                         .hasOtherModifiers = (state->effective & other) != 0,
+                                         .timestamp = m_clock.seconds(state->time),
+                                         .inputTime = state->time});
+        } else if (!m_reading) {
+            m_reading = m_scheduler.after(keyboardDelay, [this] { readMeanings(); });
+        }
+    }
+
+    void readMeanings()
+    {
+        // A change that comes while this is read makes it be read once more.
+        m_reading.reset();
+        m_answer = m_scheduler.inBackground(
+            [connector = m_connector](const std::stop_token&) {
+                return readKeyMeanings(*connector);
+            },
+            [this](const std::optional<KeyMeanings>& meanings) {
+                if (meanings && m_link)
+                    setMeanings(*meanings);
+            });
+    }
+
+    const std::shared_ptr<DisplayConnector> m_connector;
+    Scheduler& m_scheduler;
+    const GlobalKeyHandlers m_handlers;
+
+    std::unique_ptr<KeyLink> m_link;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    KeyMeanings m_meanings;
+    ServerClock m_clock;
+
+    TaskHandle m_connecting;
+    TaskHandle m_more;
+    TaskHandle m_reading;
+    TaskHandle m_answer;
+};
+
+} // namespace
+
+X11GlobalKeys::X11GlobalKeys(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler)
+    : m_connector(std::move(connector)), m_scheduler(scheduler)
+{}
+
+std::unique_ptr<Subscription> X11GlobalKeys::watchKeys(GlobalKeyHandlers handlers)
+{
+    return std::make_unique<KeyWatch>(m_connector, m_scheduler, std::move(handlers));
+}
+
+} // namespace kelpa::x11

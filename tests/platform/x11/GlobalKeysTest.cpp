@@ -1,0 +1,277 @@
+#include "platform/x11/X11GlobalKeys.h"
+
+#include "support/desktop/LoopScheduler.h"
+#include "support/desktop/Programs.h"
+#include "support/desktop/TestClient.h"
+#include "support/desktop/WaitUntil.h"
+
+#define XK_MISCELLANY
+#define XK_LATIN1
+#include <X11/keysymdef.h>
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace kelpa;
+using namespace kelpa::test;
+
+namespace {
+
+/// A QCoreApplication wants the arguments of a program.
+struct Arguments
+{
+    int count = 1;
+    std::array<char, 5> name{"test"};
+    std::array<char*, 2> values{name.data(), nullptr};
+};
+
+/// A display on which another program has the keyboard, and what is heard there.
+class GlobalKeysOnDisplay : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const xcb_window_t window = client.open({.title = "other"});
+        xcb_set_input_focus(client.connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+        client.sync();
+        listen();
+        ASSERT_TRUE(waitUntil([this] { return isAvailable; }));
+    }
+
+    void listen()
+    {
+        subscription = keys.watchKeys(
+            {.keyPressed = [this] { heard.emplace_back("key"); },
+             .modifiersChanged =
+                 [this](const GlobalModifierChange& change) {
+                     changes.push_back(change);
+                     heard.push_back(std::string(change.commandIsDown ? "command" : "no command") +
+                                     (change.hasOtherModifiers ? " other" : ""));
+                 },
+             .availabilityChanged = [this](bool is) { isAvailable = is; }});
+    }
+
+    /// The key that bears the symbol on its first level.
+    xcb_keycode_t key(xcb_keysym_t symbol)
+    {
+        const xcb_setup_t& setup = *xcb_get_setup(client.connection());
+        auto* const reply = xcb_get_keyboard_mapping_reply(
+            client.connection(),
+            xcb_get_keyboard_mapping(
+                client.connection(), setup.min_keycode,
+                static_cast<std::uint8_t>(setup.max_keycode - setup.min_keycode + 1)),
+            nullptr);
+        const xcb_keysym_t* const symbols = xcb_get_keyboard_mapping_keysyms(reply);
+        xcb_keycode_t found = 0;
+        for (int i = xcb_get_keyboard_mapping_keysyms_length(reply) - 1; i >= 0; --i) {
+            if (i % reply->keysyms_per_keycode == 0 && symbols[i] == symbol)
+                found =
+                    static_cast<xcb_keycode_t>(setup.min_keycode + i / reply->keysyms_per_keycode);
+        }
+        std::free(reply);
+        EXPECT_NE(found, 0);
+        return found;
+    }
+
+    void move(std::uint8_t type, xcb_keycode_t which)
+    {
+        xcb_test_fake_input(client.connection(), type, which, 0, client.root(), 0, 0, 0);
+        client.sync();
+    }
+    void press(xcb_keysym_t symbol) { move(XCB_KEY_PRESS, key(symbol)); }
+    void release(xcb_keysym_t symbol) { move(XCB_KEY_RELEASE, key(symbol)); }
+    void tap(xcb_keysym_t symbol)
+    {
+        press(symbol);
+        release(symbol);
+    }
+
+    void bear(xcb_keycode_t which, xcb_keysym_t symbol)
+    {
+        xcb_change_keyboard_mapping(client.connection(), 1, which, 1, &symbol);
+        client.sync();
+    }
+
+    /// Makes `which` the keys of the fourth modifier, 0 for none.
+    void makeCommandKey(xcb_keycode_t which)
+    {
+        xcb_connection_t* const connection = client.connection();
+        auto* const table = xcb_get_modifier_mapping_reply(
+            connection, xcb_get_modifier_mapping(connection), nullptr);
+        const int length = table->keycodes_per_modifier;
+        xcb_keycode_t* const keycodes = xcb_get_modifier_mapping_keycodes(table);
+        constexpr int fourth = 6;
+        std::fill_n(keycodes + fourth * length, length, xcb_keycode_t{0});
+        keycodes[fourth * length] = which;
+        auto* const answer = xcb_set_modifier_mapping_reply(
+            connection,
+            xcb_set_modifier_mapping(connection, static_cast<std::uint8_t>(length), keycodes),
+            nullptr);
+        EXPECT_EQ(answer->status, XCB_MAPPING_STATUS_SUCCESS);
+        std::free(answer);
+        std::free(table);
+    }
+
+    using Heard = std::vector<std::string>;
+
+    bool hears(const Heard& expected)
+    {
+        const bool isHeard = waitUntil([&] { return heard.size() >= expected.size(); });
+        // What is superfluous comes before what is asked for now.
+        client.sync();
+        waitUntil([] { return true; });
+        EXPECT_EQ(heard, expected);
+        return isHeard && heard == expected;
+    }
+
+    Arguments arguments;
+    QCoreApplication application{arguments.count, arguments.values.data()};
+    XServer server;
+    TestClient client{server.display()};
+    LoopScheduler scheduler;
+    x11::X11GlobalKeys keys{std::make_shared<x11::DisplayConnector>(server.display()), scheduler};
+    Heard heard;
+    std::vector<GlobalModifierChange> changes;
+    bool isAvailable = false;
+    std::unique_ptr<Subscription> subscription;
+};
+
+TEST_F(GlobalKeysOnDisplay, Super_is_heard_once_for_each_movement_and_is_no_key_pressed)
+{
+    tap(XK_Super_L);
+    tap(XK_Super_R);
+    EXPECT_TRUE(hears({"command", "no command", "command", "no command"}));
+}
+
+TEST_F(GlobalKeysOnDisplay, A_key_that_is_typed_in_another_program_is_heard_and_reaches_it)
+{
+    const std::uint32_t mask = XCB_EVENT_MASK_KEY_PRESS;
+    TestClient typist(server.display());
+    const xcb_window_t window = typist.open({.title = "typed into"});
+    xcb_change_window_attributes(typist.connection(), window, XCB_CW_EVENT_MASK, &mask);
+    xcb_set_input_focus(typist.connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+    typist.sync();
+    tap(XK_a);
+    tap(XK_Return);
+    EXPECT_TRUE(hears({"key", "key"}));
+    int reached = 0;
+    EXPECT_TRUE(waitUntil([&] {
+        while (auto* const event = xcb_poll_for_event(typist.connection())) {
+            reached += (event->response_type & 0x7F) == XCB_KEY_PRESS ? 1 : 0;
+            std::free(event);
+        }
+        return reached == 2;
+    }));
+}
+
+TEST_F(GlobalKeysOnDisplay, Keys_are_heard_while_another_client_has_grabbed_the_keyboard)
+{
+    std::free(xcb_grab_keyboard_reply(client.connection(),
+                                      xcb_grab_keyboard(client.connection(), 0, client.root(),
+                                                        XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                                        XCB_GRAB_MODE_ASYNC),
+                                      nullptr));
+    press(XK_Super_L);
+    tap(XK_a);
+    release(XK_Super_L);
+    EXPECT_TRUE(hears({"command", "key", "no command"}));
+}
+
+TEST_F(GlobalKeysOnDisplay, A_modifier_beside_Super_is_told)
+{
+    press(XK_Super_L);
+    press(XK_Shift_L);
+    release(XK_Shift_L);
+    release(XK_Super_L);
+    EXPECT_TRUE(hears({"command", "command other", "command", "no command"}));
+}
+
+TEST_F(GlobalKeysOnDisplay, Caps_Lock_that_is_on_counts_and_Num_Lock_does_not)
+{
+    tap(XK_Num_Lock);
+    tap(XK_Super_L);
+    ASSERT_TRUE(waitUntil([&] { return changes.size() >= 4; }));
+    ASSERT_EQ(heard, (Heard{"no command", "no command", "command", "no command"}));
+    tap(XK_Caps_Lock);
+    tap(XK_Super_L);
+    EXPECT_TRUE(hears({"no command", "no command", "command", "no command", "no command other",
+                       "no command other", "command other", "no command other"}));
+}
+
+TEST_F(GlobalKeysOnDisplay, Times_are_those_of_the_server)
+{
+    tap(XK_Super_L);
+    ASSERT_TRUE(waitUntil([&] { return changes.size() == 2; }));
+    const double seconds = changes.at(1).timestamp - changes.at(0).timestamp;
+    EXPECT_GE(seconds, 0);
+    EXPECT_DOUBLE_EQ(seconds, (changes.at(1).inputTime - changes.at(0).inputTime) / 1000.0);
+    // A property is stamped by the same clock.
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(client.connection(), client.root(), XCB_CW_EVENT_MASK, &mask);
+    client.setCardinals(client.root(), "_KELPA_TEST", {1});
+    std::uint32_t stamped = 0;
+    ASSERT_TRUE(waitUntil([&] {
+        while (auto* const event = xcb_poll_for_event(client.connection())) {
+            if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY) {
+                const void* bytes = event;
+                stamped = static_cast<const xcb_property_notify_event_t*>(bytes)->time;
+            }
+            std::free(event);
+        }
+        return stamped != 0;
+    }));
+    EXPECT_GE(stamped, changes.at(1).inputTime);
+    EXPECT_LT(stamped - changes.at(1).inputTime, 10'000U);
+}
+
+TEST_F(GlobalKeysOnDisplay, A_keyboard_without_Super_makes_it_unavailable_until_one_has_it)
+{
+    const xcb_keycode_t super = key(XK_Super_L);
+    makeCommandKey(0);
+    EXPECT_TRUE(waitUntil([this] { return !isAvailable; }));
+    makeCommandKey(super);
+    EXPECT_TRUE(waitUntil([this] { return isAvailable; }));
+}
+
+TEST_F(GlobalKeysOnDisplay, A_key_that_becomes_Super_is_Command_from_then_on)
+{
+    const xcb_keycode_t f5 = key(XK_F5);
+    bear(f5, XK_Super_L);
+    makeCommandKey(f5);
+    // Until the tables are read anew, it is a key like others.
+    EXPECT_TRUE(waitUntil([&] {
+        heard.clear();
+        move(XCB_KEY_PRESS, f5);
+        move(XCB_KEY_RELEASE, f5);
+        waitUntil([&] { return heard.size() >= 2; }, std::chrono::milliseconds(100));
+        return heard == Heard{"command", "no command"};
+    }));
+}
+
+TEST_F(GlobalKeysOnDisplay, A_server_that_goes_away_makes_it_unavailable)
+{
+    server.kill();
+    EXPECT_TRUE(waitUntil([this] { return !isAvailable; }));
+}
+
+TEST_F(GlobalKeysOnDisplay, Nothing_is_heard_once_the_subscription_is_dropped)
+{
+    subscription.reset();
+    tap(XK_a);
+    tap(XK_Super_L);
+    client.sync();
+    waitUntil([] { return true; });
+    EXPECT_TRUE(heard.empty());
+}
+
+} // namespace
