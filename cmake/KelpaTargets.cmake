@@ -20,6 +20,14 @@ target_compile_options(kelpa_options INTERFACE
 target_compile_definitions(kelpa_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT KELPA_SANITIZE)
+    # What other people run is hardened as Debian's own programs are, and names no folder of the
+    # machine that it was built on.
+    add_compile_options(-fstack-protector-strong -Wformat -Werror=format-security
+                        -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
+                        "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
+    add_link_options(-Wl,-z,relro,-z,now)
+endif()
 if(KELPA_SANITIZE)
     # Frames are kept so that a report names its callers.
     add_compile_options(-fsanitize=${KELPA_SANITIZE} -fno-omit-frame-pointer)

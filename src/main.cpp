@@ -70,6 +70,7 @@ int main(int argc, char** argv)
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Kelpa"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.kelpa.Kelpa"));
     const QGuiApplication application(argc, argv);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
 
     const QString path = settingsPath(application);
     SqliteSettingsStore settings(path);
