@@ -303,16 +303,18 @@ bool WindowActor::bringForwardLocked(const WindowTarget& target,
     m_asked = target;
     m_activeThen.reset();
     bool isDone = false;
-    constexpr int attempts = 2;
-    for (int attempt = 0; attempt < attempts && !isDone; ++attempt) {
+    // When the person asked comes before the time at which this is done.
+    const int first = inputTime ? 0 : 1;
+    constexpr int last = 2;
+    for (int attempt = first; attempt <= last && !isDone; ++attempt) {
         const Outlook seen = outlook(target);
         if (!seen.isSame) {
             break;
         }
         // A window manager may refuse what is older than the last key it knows of, and while
         // someone types, keys overtake every time that can be named to one that is busy.
-        const std::optional<std::uint32_t> first = inputTime ? inputTime : seen.time;
-        const std::uint32_t time = attempt == 0 ? first.value_or(timeOfReading) : timeOfReading;
+        const std::optional<std::uint32_t> named = attempt == 0 ? inputTime : seen.time;
+        const std::uint32_t time = attempt == last ? timeOfReading : named.value_or(timeOfReading);
         if (seen.desktop) {
             tellManager(*m_link, m_link->connection().root(), Atom::netCurrentDesktop,
                         {*seen.desktop, time, 0, 0, 0});

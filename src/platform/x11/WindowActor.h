@@ -34,7 +34,7 @@ struct WindowTarget
 /// How long to wait for the window manager to do what it was asked.
 struct ActingLimits
 {
-    /// For one request; it is made twice at most.
+    /// For one request; it is made three times at most.
     std::chrono::milliseconds confirmation{250};
     /// For all windows of a row together, as long as none of them is confirmed. After that,
     /// requests are sent and left alone.
