@@ -1,136 +1,93 @@
 // Parses the command line, chooses the platform and wires the rest: the only place that knows all
 // of them.
-#include "platform/freedesktop/AccessibilityDocuments.h"
-#include "platform/freedesktop/ApplicationLauncher.h"
-#include "platform/freedesktop/DesktopEntries.h"
-#include "platform/freedesktop/DesktopEntryFile.h"
-#include "platform/freedesktop/DesktopWorkspace.h"
-#include "platform/freedesktop/FreedesktopApplications.h"
-#include "platform/freedesktop/IconLookup.h"
-#include "platform/freedesktop/NetWmIcon.h"
-#include "platform/qt/QtPasteboard.h"
+#include "app/CommandLine.h"
+#include "app/SingleProgram.h"
+#include "app/X11Desktop.h"
 #include "platform/qt/QtScheduler.h"
-#include "platform/sqlite/SettingsFiles.h"
+#include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
-#include "platform/x11/NumberFloorFile.h"
-#include "platform/x11/WindowActor.h"
-#include "platform/x11/WindowIcons.h"
-#include "platform/x11/X11Accessibility.h"
-#include "platform/x11/X11Applications.h"
-#include "platform/x11/X11WindowServer.h"
+#include "shell/GlobalDoubleTap.h"
+#include "shell/MainWindow.h"
 #include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
 #include "views/RenderBackend.h"
 #include "views/ViewEngine.h"
 
-#include <QCommandLineParser>
-#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QQuickWindow>
+#include <QSessionManager>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <set>
+#include <optional>
 
 namespace {
 
 using namespace kelpa;
 
-/// The command line's answer, or the default. Ends the program where the command line asks for
-/// something else, and with status 2 where it has what Kelpa does not know.
-QString settingsPath(const QCoreApplication& application)
+int printAbout(const CommandLine& line, int argc, char** argv)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Puts open windows back where the work is."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption settings(QStringLiteral("settings"),
-                                      QStringLiteral("Keep the board in this file."),
-                                      QStringLiteral("path"), defaultSettingsPath());
-    parser.addOption(settings);
-    parser.process(application);
-    if (!parser.positionalArguments().isEmpty()) {
-        std::fprintf(stderr, "Kelpa: unexpected argument '%s'; --help lists what there is\n",
-                     qPrintable(parser.positionalArguments().constFirst()));
-        std::exit(2);
-    }
-    return parser.value(settings);
+    const QCoreApplication application(argc, argv);
+    const QString text = line.asksForHelp ? commandLineHelp()
+                                          : QCoreApplication::applicationName() + u' ' +
+                                                QCoreApplication::applicationVersion() + u'\n';
+    std::fputs(qPrintable(text), stdout);
+    return 0;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+/// The program as one sees it: from the first frame until it is asked to end.
+int run(QGuiApplication& application, const QString& settingsPath, const FurtherStart& start,
+        TerminationSignals& signals)
 {
-    chooseRenderBackend();
-    QCoreApplication::setApplicationName(QStringLiteral("kelpa"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(KELPA_VERSION));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Kelpa"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.kelpa.Kelpa"));
-    const QGuiApplication application(argc, argv);
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
-
-    const QString path = settingsPath(application);
-    SqliteSettingsStore settings(path);
-    if (settings.isAlreadyInUse()) {
-        std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n", qPrintable(path));
+    QtScheduler scheduler;
+    std::optional<MainWindow> window;
+    SingleProgram single(settingsPath, scheduler, [&window](const QByteArray& startupID) {
+        // One that is not shown yet will be.
+        if (window)
+            window->show({.inputTime = std::nullopt, .startupID = startupID});
+    });
+    if (!single.claim())
+        return bringFirstForward(settingsPath, {}).exitStatus.value_or(1);
+    const std::unique_ptr<SqliteSettingsStore> settings = openBoard(settingsPath, start);
+    if (settings->isAlreadyInUse()) {
+        std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
+                     qPrintable(settingsPath));
         return 1;
     }
 
-    QtScheduler scheduler;
-    DesktopEntries entries(applicationDataDirectories());
-    IconLookup icons(entries, QIcon::themeName());
-    WindowStore* board = nullptr;
-    AccessibilityDocuments documents([&board] {
-        if (board != nullptr)
-            board->noteWindowsChangedOnDesktop();
-    });
-    const std::set<WindowID> assigned = assignedWindows(settings);
-    x11::NumberFloorFile numbers(
-        QFileInfo(settings.path()).dir().filePath(QStringLiteral("window-numbers")), assigned);
-    const auto connector = std::make_shared<x11::DisplayConnector>(QByteArray());
-    x11::X11WindowServer windowServer({.connector = connector,
-                                       .resolver = entries,
-                                       .documents = &documents,
-                                       .reservation = numbers,
-                                       .numberFloor = numbers.floor(),
-                                       .scheduler = scheduler,
-                                       .takenNumbers = assigned});
-    // So that the board does not begin with a banner about what it has not looked at yet.
-    const TaskHandle firstLook = scheduler.inBackgroundAwaiting(
-        std::chrono::milliseconds(100),
-        [&windowServer](const std::stop_token&) {
-            windowServer.refreshTrust();
-            return true;
-        },
-        [](bool) {});
-    x11::WindowIcons windowIcons(
-        connector, [&windowServer](WindowID number) { return windowServer.clientWindow(number); });
-    FreedesktopApplications applicationIcons(
-        entries, icons, [&windowIcons](WindowID window, int pixels) {
-            return iconFromNetWmIcon(windowIcons.read(window), pixels);
-        });
-    x11::WindowActor actor(
-        connector, [&windowServer](WindowID number) { return windowServer.clientWindow(number); });
-    ApplicationLauncher launcher(entries);
-    x11::X11Applications applications(QByteArray(), actor, applicationIcons, launcher);
-    x11::X11Accessibility accessibility(windowServer.trust(), actor);
-    QtPasteboard pasteboard;
-    DesktopWorkspace workspace(scheduler);
-
-    WindowStore store({windowServer, accessibility, applications, pasteboard, workspace}, settings,
-                      scheduler);
-    board = &store;
-    ViewEngine view(store, applications, scheduler,
+    X11Desktop desktop(scheduler, QFileInfo(settings->path()).path(), assignedWindows(*settings));
+    WindowStore store(desktop.platform(), *settings, scheduler);
+    desktop.setWindowsChanged([&store] { store.noteWindowsChangedOnDesktop(); });
+    ViewEngine view(store, desktop.applications(), scheduler,
                     {.keyNames = KeyNames::withSuper(),
                      .appearance = std::nullopt,
                      .isReducingMotion = std::nullopt});
     // The board is on the screen before the desktop is looked at for the first time.
     QObject::connect(&view, &ViewEngine::boardShown, &store, &WindowStore::startObserving);
-    const int status = view.show() ? QGuiApplication::exec() : 1;
-    board = nullptr;
+    GlobalDoubleTap doubleTap(desktop.globalKeys());
+    QObject::connect(&doubleTap, &GlobalDoubleTap::isAvailableChanged, &view,
+                     [&] { view.setDoubleTapOffered(doubleTap.isAvailable()); });
+
+    int status = 1;
+    if (view.show()) {
+        window.emplace(*view.window(), desktop.ownWindow());
+        QObject::connect(&view, &ViewEngine::boardShown, &doubleTap, [&window] { window->show(); });
+        QObject::connect(
+            &doubleTap, &GlobalDoubleTap::doubleTapped, &view,
+            [&window](InputTime time) { window->show({.inputTime = time, .startupID = {}}); });
+        // A session that ends saves first what a full disk kept back until now.
+        QObject::connect(
+            &application, &QGuiApplication::commitDataRequest, &view,
+            [&store](QSessionManager&) { store.finishSaving(); }, Qt::DirectConnection);
+        signals.listen([] { QCoreApplication::quit(); });
+        status = QGuiApplication::exec();
+        signals.stopListening();
+        window.reset();
+    }
+    desktop.setWindowsChanged({});
     // What a full disk kept back until now.
     store.finishSaving();
     // Background work refers to the objects above. What the window server keeps waiting for longer
@@ -138,4 +95,39 @@ int main(int argc, char** argv)
     if (!scheduler.shutDown())
         std::_Exit(status);
     return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // Before there is a second thread, which would take the signals otherwise.
+    TerminationSignals signals;
+    chooseRenderBackend();
+    QCoreApplication::setApplicationName(QStringLiteral("kelpa"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KELPA_VERSION));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Kelpa"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.kelpa.Kelpa"));
+
+    // What needs no display is answered without one, and a further start is over before the toolkit
+    // has begun.
+    const CommandLine given = readCommandLine(argumentsOf(argc, argv));
+    if (given.asksForHelp || given.asksForVersion)
+        return printAbout(given, argc, argv);
+    const QByteArray startupID = takeStartupID();
+    FurtherStart start;
+    if (given.trouble.isEmpty())
+        start = bringFirstForward(given.settingsPath, startupID);
+    if (start.exitStatus)
+        return *start.exitStatus;
+
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
+    // The toolkit has taken its own options out.
+    const CommandLine line = readCommandLine(QCoreApplication::arguments());
+    if (!line.trouble.isEmpty()) {
+        std::fprintf(stderr, "kelpa: %s\n", qPrintable(line.trouble));
+        return 2;
+    }
+    return run(application, line.settingsPath, start, signals);
 }

@@ -112,6 +112,14 @@ bool BoardController::isScreenCaptureTrusted() const
     return m_store.isScreenCaptureTrusted();
 }
 
+void BoardController::setDoubleTapOffered(bool isOffered)
+{
+    if (m_isDoubleTapOffered == isOffered)
+        return;
+    m_isDoubleTapOffered = isOffered;
+    Q_EMIT isDoubleTapOfferedChanged();
+}
+
 QString BoardController::toastMessage() const
 {
     return m_store.toastMessage().value_or(QString());

@@ -40,6 +40,8 @@ class BoardController : public QObject
                    isAccessibilityTrustedChanged)
     Q_PROPERTY(bool isScreenCaptureTrusted READ isScreenCaptureTrusted NOTIFY
                    isScreenCaptureTrustedChanged)
+    /// Whether a double tap of Command brings Kelpa forward.
+    Q_PROPERTY(bool isDoubleTapOffered READ isDoubleTapOffered NOTIFY isDoubleTapOfferedChanged)
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
     Q_PROPERTY(kelpa::GoalListModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
@@ -63,6 +65,8 @@ public:
     bool isAutoSortingGoals() const;
     bool isAccessibilityTrusted() const;
     bool isScreenCaptureTrusted() const;
+    bool isDoubleTapOffered() const { return m_isDoubleTapOffered; }
+    void setDoubleTapOffered(bool isOffered);
     /// Empty while there is none.
     QString toastMessage() const;
     GoalListModel* columns() { return &m_columns; }
@@ -116,6 +120,7 @@ Q_SIGNALS:
     void isAutoSortingGoalsChanged();
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
+    void isDoubleTapOfferedChanged();
     void toastMessageChanged();
     void selectedColumnChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
@@ -132,6 +137,7 @@ private:
     MoveTargetModel m_moveTargets;
     TodoController m_todos;
     WindowPicker m_windowPicker;
+    bool m_isDoubleTapOffered = false;
 };
 
 } // namespace kelpa

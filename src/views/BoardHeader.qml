@@ -149,7 +149,8 @@ Item {
             text: root.board.copy.text(CopyKey.DoubleTapHint)
             font: Theme.caption
             color: Theme.secondaryText
-            visible: keyboardHint.implicitWidth + implicitWidth <= hints.room
+            visible: root.board.isDoubleTapOffered
+                && keyboardHint.implicitWidth + implicitWidth <= hints.room
             Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
             Accessible.name: text

@@ -94,6 +94,11 @@ bool ViewEngine::show()
     return true;
 }
 
+void ViewEngine::setDoubleTapOffered(bool isOffered)
+{
+    m_parts->controller.setDoubleTapOffered(isOffered);
+}
+
 QQuickWindow* ViewEngine::window() const
 {
     const QList<QObject*> roots = m_parts->engine.rootObjects();

@@ -40,6 +40,10 @@ public:
     /// interface could not be loaded.
     bool show();
 
+    /// Whether the interface says that a double tap of Command brings Kelpa forward; at first it
+    /// does not.
+    void setDoubleTapOffered(bool isOffered);
+
     /// The board's window; null before `show`.
     QQuickWindow* window() const;
 

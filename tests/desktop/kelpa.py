@@ -85,6 +85,18 @@ class Kelpa:
         os.kill(self._process.pid, signal.SIGKILL)
         self._process.wait()
 
+    def process_id(self):
+        return self._process.pid
+
+    def wait(self, seconds=30):
+        """The status that the program ends with, by itself."""
+        return self._process.wait(timeout=seconds)
+
+    def forget(self):
+        """Its process, for whoever waits for its end; `start` begins another."""
+        process, self._process = self._process, None
+        return process
+
     # Gestures
 
     def focus(self):

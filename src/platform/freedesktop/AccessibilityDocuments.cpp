@@ -3,10 +3,9 @@
 #include "platform/freedesktop/AccessibilityBus.h"
 #include "platform/freedesktop/DocumentMatching.h"
 #include "platform/freedesktop/GlibPointers.h"
-
+#include "platform/freedesktop/SessionBus.h"
 #include <QByteArray>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QMetaObject>
 #include <QObject>
 
@@ -28,18 +27,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Where the session bus is by convention. A bus that would first have to be started is none.
-std::string sessionAddress()
-{
-    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
-    if (!address.isEmpty()) {
-        return address.toStdString();
-    }
-    const QByteArray socket = qgetenv("XDG_RUNTIME_DIR") + "/bus";
-    return QFileInfo::exists(QString::fromLocal8Bit(socket)) ? "unix:path=" + socket.toStdString()
-                                                             : std::string();
-}
-
 AccessibilityBusPlace place(const AccessibilityDocumentsOptions& options)
 {
     AccessibilityBusPlace place;
@@ -50,7 +37,7 @@ AccessibilityBusPlace place(const AccessibilityDocumentsOptions& options)
     } else if (const QByteArray known = qgetenv("AT_SPI_BUS_ADDRESS"); !known.isEmpty()) {
         place.address = known.toStdString();
     } else {
-        place.sessionAddress = sessionAddress();
+        place.sessionAddress = sessionBusAddress().toStdString();
     }
     place.fallbackAddress = options.fallbackAddress.toStdString();
     return place;

@@ -25,6 +25,8 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_CURRENT_DESKTOP",
     "_NET_ACTIVE_WINDOW",
     "_NET_CLOSE_WINDOW",
+    "_NET_STARTUP_INFO_BEGIN",
+    "_NET_STARTUP_INFO",
     "_NET_WM_NAME",
     "_NET_WM_PID",
     "_NET_WM_DESKTOP",

@@ -26,6 +26,8 @@ enum class Atom : std::uint8_t {
     netCurrentDesktop,
     netActiveWindow,
     netCloseWindow,
+    netStartupInfoBegin,
+    netStartupInfo,
     netWmName,
     netWmPid,
     netWmDesktop,

@@ -2,8 +2,10 @@
 
 #include "platform/x11/DesktopReader.h"
 #include "platform/x11/DisplayLink.h"
+#include "platform/x11/StartupNotice.h"
 
 #include <poll.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -167,7 +169,8 @@ WindowActor::Outlook WindowActor::outlook(const WindowTarget& target)
 
     Outlook outlook;
     outlook.time = requestedTime(tag);
-    outlook.isSame = word(propertyOf(tag.get()), XCB_ATOM_CARDINAL) == target.number;
+    outlook.isSame =
+        !target.number || word(propertyOf(tag.get()), XCB_ATOM_CARDINAL) == target.number;
     const std::vector<std::uint32_t> flags =
         words(propertyOf(hints.get()), xcb_atom_t{XCB_ATOM_WM_HINTS});
     const bool declines = flags.size() > 1 && (flags[0] & inputHint) != 0 && flags[1] == 0;
@@ -274,7 +277,25 @@ bool WindowActor::bringForward(const WindowTarget& target)
     return connect() && bringForwardLocked(target);
 }
 
-bool WindowActor::bringForwardLocked(const WindowTarget& target)
+bool WindowActor::bringOwnForward(std::uint32_t window, std::optional<std::uint32_t> inputTime)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    return connect() &&
+           bringForwardLocked({window, std::nullopt, static_cast<ProcessID>(getpid())}, inputTime);
+}
+
+void WindowActor::endStartup(const QByteArray& startupID)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    if (connect()) {
+        announceStartupEnd(*m_link, startupID);
+    }
+}
+
+bool WindowActor::bringForwardLocked(const WindowTarget& target,
+                                     std::optional<std::uint32_t> inputTime)
 {
     if (Clock::now() - m_lastAsked > m_limits.pause) {
         m_patience = m_limits.row;
@@ -282,15 +303,18 @@ bool WindowActor::bringForwardLocked(const WindowTarget& target)
     m_asked = target;
     m_activeThen.reset();
     bool isDone = false;
-    constexpr int attempts = 2;
-    for (int attempt = 0; attempt < attempts && !isDone; ++attempt) {
+    // When the person asked comes before the time at which this is done.
+    const int first = inputTime ? 0 : 1;
+    constexpr int last = 2;
+    for (int attempt = first; attempt <= last && !isDone; ++attempt) {
         const Outlook seen = outlook(target);
         if (!seen.isSame) {
             break;
         }
         // A window manager may refuse what is older than the last key it knows of, and while
         // someone types, keys overtake every time that can be named to one that is busy.
-        const std::uint32_t time = attempt == 0 ? seen.time.value_or(timeOfReading) : timeOfReading;
+        const std::optional<std::uint32_t> named = attempt == 0 ? inputTime : seen.time;
+        const std::uint32_t time = attempt == last ? timeOfReading : named.value_or(timeOfReading);
         if (seen.desktop) {
             tellManager(*m_link, m_link->connection().root(), Atom::netCurrentDesktop,
                         {*seen.desktop, time, 0, 0, 0});

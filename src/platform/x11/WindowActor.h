@@ -5,6 +5,8 @@
 #include "platform/x11/DisplayConnector.h"
 #include "platform/x11/XcbReply.h"
 
+#include <QByteArray>
+
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -22,7 +24,8 @@ class DisplayLink;
 struct WindowTarget
 {
     std::uint32_t window = 0;
-    WindowID number = 0;
+    /// Absent for this program's own window.
+    std::optional<WindowID> number;
     ProcessID process = 0;
 
     friend bool operator==(const WindowTarget&, const WindowTarget&) = default;
@@ -31,7 +34,7 @@ struct WindowTarget
 /// How long to wait for the window manager to do what it was asked.
 struct ActingLimits
 {
-    /// For one request; it is made twice at most.
+    /// For one request; it is made three times at most.
     std::chrono::milliseconds confirmation{250};
     /// For all windows of a row together, as long as none of them is confirmed. After that,
     /// requests are sent and left alone.
@@ -69,6 +72,10 @@ public:
     /// window manager did so in time; one that was late does so later.
     bool bringForward(const WindowTarget& target);
 
+    /// As `bringForward`, for a window of this program, which needs no number to be known again.
+    /// `inputTime` is when the person asked for it, on the server's clock; absent: now.
+    bool bringOwnForward(std::uint32_t window, std::optional<std::uint32_t> inputTime);
+
     /// Whether nothing has come in front of it since it was brought forward, as far as the window
     /// manager tells by whom it gives the keyboard to.
     bool isInFront(const WindowTarget& target);
@@ -83,6 +90,9 @@ public:
     /// WM_DELETE_WINDOW; window managers kill the clients of others. Docks and desktops have no
     /// close button and are left alone.
     void closeWindows(ProcessID process);
+
+    /// Tells the desktop that a start of this program is over, by the id that its launcher gave.
+    void endStartup(const QByteArray& startupID);
 
     /// The server's time now, for what a new program is told of the moment it was asked for; absent
     /// without a server.
@@ -100,7 +110,8 @@ private:
     bool isDialogOf(std::uint32_t dialog, std::uint32_t window);
     bool awaitActive(const WindowTarget& target, std::uint32_t before);
     std::optional<Windows> readWindows(ProcessID process);
-    bool bringForwardLocked(const WindowTarget& target);
+    bool bringForwardLocked(const WindowTarget& target,
+                            std::optional<std::uint32_t> inputTime = std::nullopt);
 
     const std::shared_ptr<DisplayConnector> m_connector;
     const ClientWindowOf m_clientWindowOf;

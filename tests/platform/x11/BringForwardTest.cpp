@@ -115,6 +115,29 @@ TEST_P(BringingForward, Several_windows_end_up_in_the_order_in_which_they_were_a
     }));
 }
 
+TEST_P(BringingForward, A_window_of_this_program_comes_in_front_without_a_number)
+{
+    const xcb_window_t own = client.open({.title = "own"});
+    const WindowItem other = openWindow(client, "other");
+    bringForward({other});
+    ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
+    actor.bringOwnForward(own, std::nullopt);
+    EXPECT_TRUE(waitUntil([&] { return active() == own && topmost(1) == std::vector{own}; }));
+}
+
+TEST_P(BringingForward, A_request_that_the_person_made_before_they_typed_on_is_granted_too)
+{
+    const xcb_window_t own = client.open({.title = "own"});
+    const WindowItem other = openWindow(client, "other");
+    const std::optional<std::uint32_t> before = actor.serverTime();
+    ASSERT_TRUE(before);
+    bringForward({other});
+    ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
+    actor.bringOwnForward(own, *before);
+    EXPECT_TRUE(waitUntil([&] { return active() == own && topmost(1) == std::vector{own}; }))
+        << state();
+}
+
 TEST_P(BringingForward, One_window_costs_one_activation)
 {
     const WindowItem window = openWindow(client, "window");

@@ -1,0 +1,68 @@
+#include "app/CommandLine.h"
+
+#include "platform/sqlite/SettingsFiles.h"
+
+#include <QCommandLineParser>
+
+namespace kelpa {
+
+namespace {
+
+struct Options
+{
+    QCommandLineOption show{
+        QStringLiteral("show"),
+        QStringLiteral("Bring Kelpa forward if it runs, and start it if not, as "
+                       "without any option.")};
+    QCommandLineOption settings{QStringLiteral("settings"),
+                                QStringLiteral("Keep the board in this file."),
+                                QStringLiteral("path"), defaultSettingsPath()};
+    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
+                            QStringLiteral("List what there is.")};
+    QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
+                               QStringLiteral("Say which version this is.")};
+};
+
+void describe(QCommandLineParser& parser, const Options& options)
+{
+    parser.setApplicationDescription(QStringLiteral("Puts open windows back where the work is."));
+    // The toolkit's own options have one dash and are words.
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.addOptions({options.show, options.settings, options.help, options.version});
+}
+
+} // namespace
+
+QStringList argumentsOf(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+CommandLine readCommandLine(const QStringList& arguments)
+{
+    const Options options;
+    QCommandLineParser parser;
+    describe(parser, options);
+    CommandLine line;
+    if (!parser.parse(arguments))
+        line.trouble = parser.errorText();
+    else if (!parser.positionalArguments().isEmpty())
+        line.trouble = QStringLiteral("unexpected argument '%1'; --help lists what there is")
+                           .arg(parser.positionalArguments().constFirst());
+    line.settingsPath = parser.value(options.settings);
+    line.asksForHelp = parser.isSet(options.help);
+    line.asksForVersion = parser.isSet(options.version);
+    return line;
+}
+
+QString commandLineHelp()
+{
+    QCommandLineParser parser;
+    describe(parser, Options());
+    return parser.helpText();
+}
+
+} // namespace kelpa

@@ -1,0 +1,125 @@
+#include "app/X11Desktop.h"
+
+#include "platform/freedesktop/AccessibilityDocuments.h"
+#include "platform/freedesktop/ApplicationLauncher.h"
+#include "platform/freedesktop/DesktopEntries.h"
+#include "platform/freedesktop/DesktopEntryFile.h"
+#include "platform/freedesktop/DesktopWorkspace.h"
+#include "platform/freedesktop/FreedesktopApplications.h"
+#include "platform/freedesktop/IconLookup.h"
+#include "platform/freedesktop/NetWmIcon.h"
+#include "platform/qt/QtPasteboard.h"
+#include "platform/x11/NumberFloorFile.h"
+#include "platform/x11/WindowActor.h"
+#include "platform/x11/WindowIcons.h"
+#include "platform/x11/X11Accessibility.h"
+#include "platform/x11/X11Applications.h"
+#include "platform/x11/X11GlobalKeys.h"
+#include "platform/x11/X11OwnWindow.h"
+#include "platform/x11/X11WindowServer.h"
+
+#include <QDir>
+#include <QIcon>
+
+#include <chrono>
+#include <optional>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+constexpr std::chrono::milliseconds firstLookLimit{100};
+
+} // namespace
+
+class X11Desktop::Parts
+{
+public:
+    Parts(Scheduler& scheduler, const QString& stateFolder, const std::set<WindowID>& assigned)
+        : numbers(QDir(stateFolder).filePath(QStringLiteral("window-numbers")), assigned),
+          windowServer({.connector = connector,
+                        .resolver = entries,
+                        .documents = &documents,
+                        .reservation = numbers,
+                        .numberFloor = numbers.floor(),
+                        .scheduler = scheduler,
+                        .takenNumbers = assigned}),
+          workspace(scheduler), globalKeys(connector, scheduler), ownWindow(actor, scheduler)
+    {}
+
+    std::optional<std::uint32_t> clientWindow(WindowID number)
+    {
+        return windowServer.clientWindow(number);
+    }
+
+    std::function<void()> windowsChanged;
+    DesktopEntries entries{applicationDataDirectories()};
+    IconLookup icons{entries, QIcon::themeName()};
+    AccessibilityDocuments documents{[this] {
+        if (windowsChanged)
+            windowsChanged();
+    }};
+    x11::NumberFloorFile numbers;
+    const std::shared_ptr<x11::DisplayConnector> connector =
+        std::make_shared<x11::DisplayConnector>(QByteArray());
+    x11::X11WindowServer windowServer;
+    x11::WindowIcons windowIcons{connector,
+                                 [this](WindowID number) { return clientWindow(number); }};
+    FreedesktopApplications applicationIcons{entries, icons, [this](WindowID window, int pixels) {
+                                                 return iconFromNetWmIcon(windowIcons.read(window),
+                                                                          pixels);
+                                             }};
+    x11::WindowActor actor{connector, [this](WindowID number) { return clientWindow(number); }};
+    ApplicationLauncher launcher{entries};
+    x11::X11Applications applications{QByteArray(), actor, applicationIcons, launcher};
+    x11::X11Accessibility accessibility{windowServer.trust(), actor};
+    QtPasteboard pasteboard;
+    DesktopWorkspace workspace;
+    x11::X11GlobalKeys globalKeys;
+    x11::X11OwnWindow ownWindow;
+    TaskHandle firstLook;
+};
+
+X11Desktop::X11Desktop(Scheduler& scheduler, const QString& stateFolder,
+                       const std::set<WindowID>& assigned)
+    : m_parts(std::make_unique<Parts>(scheduler, stateFolder, assigned))
+{
+    m_parts->firstLook = scheduler.inBackgroundAwaiting(
+        firstLookLimit,
+        [&server = m_parts->windowServer](const std::stop_token&) {
+            server.refreshTrust();
+            return true;
+        },
+        [](bool) {});
+}
+
+X11Desktop::~X11Desktop() = default;
+
+void X11Desktop::setWindowsChanged(std::function<void()> changed)
+{
+    m_parts->windowsChanged = std::move(changed);
+}
+
+Platform X11Desktop::platform()
+{
+    return {m_parts->windowServer, m_parts->accessibility, m_parts->applications,
+            m_parts->pasteboard, m_parts->workspace};
+}
+
+Applications& X11Desktop::applications()
+{
+    return m_parts->applications;
+}
+
+GlobalKeys& X11Desktop::globalKeys()
+{
+    return m_parts->globalKeys;
+}
+
+OwnWindow& X11Desktop::ownWindow()
+{
+    return m_parts->ownWindow;
+}
+
+} // namespace kelpa

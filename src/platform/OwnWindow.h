@@ -1,0 +1,33 @@
+// Kelpa's own window among those of the desktop.
+#pragma once
+
+#include "platform/GlobalKeys.h"
+
+#include <QByteArray>
+
+#include <cstdint>
+#include <optional>
+
+namespace kelpa {
+
+/// Why a window is brought forward, so that the desktop lets it pass.
+struct FrontOccasion
+{
+    /// When the person did what it follows from; absent: now.
+    std::optional<InputTime> inputTime;
+    /// What a launcher gave along with a start of the program; empty without one.
+    QByteArray startupID;
+};
+
+class OwnWindow
+{
+public:
+    virtual ~OwnWindow() = default;
+
+    /// Asks for the window in front of all others, un-minimised and with the keyboard, also while
+    /// another program is being typed into; its desktop is shown. `window` is its number in the
+    /// window system, as the toolkit tells it. Main thread; returns at once.
+    virtual void requestFront(std::uint32_t window, const FrontOccasion& occasion) = 0;
+};
+
+} // namespace kelpa

@@ -1,0 +1,64 @@
+#include "platform/qt/TerminationSignals.h"
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// Those that are not ignored: what was started to outlive its terminal does.
+sigset_t endingSignals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        struct sigaction action = {};
+        if (sigaction(number, nullptr, &action) == 0 && action.sa_handler != SIG_IGN)
+            sigaddset(&signals, number);
+    }
+    return signals;
+}
+
+} // namespace
+
+TerminationSignals::TerminationSignals()
+{
+    const sigset_t signals = endingSignals();
+    m_descriptor = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+    // Threads that are made from now on inherit it.
+    if (m_descriptor >= 0)
+        pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+TerminationSignals::~TerminationSignals()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+void TerminationSignals::listen(std::function<void()> ended)
+{
+    if (m_descriptor < 0)
+        return;
+    m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
+                     [this, ended = std::move(ended)] {
+                         signalfd_siginfo first{};
+                         if (::read(m_descriptor, &first, sizeof first) != sizeof first)
+                             return;
+                         const sigset_t signals = endingSignals();
+                         pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+                         ended();
+                     });
+}
+
+void TerminationSignals::stopListening()
+{
+    m_notifier.reset();
+}
+
+} // namespace kelpa

@@ -1,0 +1,32 @@
+// The system's requests to end the program, as calls on the main thread.
+#pragma once
+
+#include <QSocketNotifier>
+
+#include <functional>
+#include <memory>
+
+namespace kelpa {
+
+/// SIGTERM, SIGINT and SIGHUP, unless they were ignored when the program was started. A second
+/// request ends the program at once, as if nobody listened.
+class TerminationSignals
+{
+public:
+    /// To be made before the program has a second thread. From then on the signals wait.
+    TerminationSignals();
+    TerminationSignals(const TerminationSignals&) = delete;
+    TerminationSignals& operator=(const TerminationSignals&) = delete;
+    ~TerminationSignals();
+
+    /// Calls `ended` in the event loop for the first of them, also for one that came before. Beside
+    /// a QCoreApplication; to be dropped before that with `stopListening`.
+    void listen(std::function<void()> ended);
+    void stopListening();
+
+private:
+    int m_descriptor = -1;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+};
+
+} // namespace kelpa

@@ -1,0 +1,27 @@
+#include "platform/x11/X11OwnWindow.h"
+
+#include "platform/x11/StartupNotice.h"
+#include "platform/x11/WindowActor.h"
+
+namespace kelpa::x11 {
+
+X11OwnWindow::X11OwnWindow(WindowActor& actor, Scheduler& scheduler)
+    : m_actor(actor), m_scheduler(scheduler)
+{}
+
+void X11OwnWindow::requestFront(std::uint32_t window, const FrontOccasion& occasion)
+{
+    const std::optional<InputTime> time =
+        occasion.inputTime ? occasion.inputTime : startupTime(occasion.startupID);
+    // A later request replaces one that has not begun.
+    m_request = m_scheduler.inBackground(
+        [&actor = m_actor, window, time, id = occasion.startupID](const std::stop_token&) {
+            const bool isInFront = actor.bringOwnForward(window, time);
+            if (!id.isEmpty())
+                actor.endStartup(id);
+            return isInFront;
+        },
+        [](bool) {});
+}
+
+} // namespace kelpa::x11

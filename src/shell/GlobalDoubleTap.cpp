@@ -1,0 +1,33 @@
+#include "shell/GlobalDoubleTap.h"
+
+namespace kelpa {
+
+GlobalDoubleTap::GlobalDoubleTap(GlobalKeys& keys)
+    : m_subscription(keys.watchKeys(
+          {.keyPressed = [this] { m_recognizer.handleKeyDown(); },
+           .modifiersChanged =
+               [this](const GlobalModifierChange& change) { handleModifiers(change); },
+           .availabilityChanged = [this](bool isAvailable) { setAvailable(isAvailable); }}))
+{}
+
+GlobalDoubleTap::~GlobalDoubleTap() = default;
+
+void GlobalDoubleTap::handleModifiers(const GlobalModifierChange& change)
+{
+    if (m_recognizer.handleFlagsChanged({.commandIsDown = change.commandIsDown,
+                                         .hasOtherModifiers = change.hasOtherModifiers,
+                                         .timestamp = change.timestamp}))
+        Q_EMIT doubleTapped(change.inputTime);
+}
+
+void GlobalDoubleTap::setAvailable(bool isAvailable)
+{
+    // What was pressed before a silence says nothing about what comes after it.
+    m_recognizer = {};
+    if (m_isAvailable == isAvailable)
+        return;
+    m_isAvailable = isAvailable;
+    Q_EMIT isAvailableChanged();
+}
+
+} // namespace kelpa

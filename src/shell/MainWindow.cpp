@@ -1,0 +1,35 @@
+#include "shell/MainWindow.h"
+
+#include <QScreen>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace kelpa {
+
+std::optional<QPoint> rescuedPosition(const QRect& frame, const QRect& usableArea)
+{
+    if (usableArea.isEmpty() || frame.intersects(usableArea))
+        return std::nullopt;
+    QRect centred = frame;
+    centred.moveCenter(usableArea.center());
+    return QPoint(std::max(centred.left(), usableArea.left()),
+                  std::max(centred.top(), usableArea.top()));
+}
+
+MainWindow::MainWindow(QWindow& window, OwnWindow& desktop) : m_window(window), m_desktop(desktop)
+{}
+
+void MainWindow::show(const FrontOccasion& occasion)
+{
+    if (!m_window.isVisible())
+        m_window.setVisible(true);
+    if (const QScreen* const screen = m_window.screen()) {
+        if (const auto position =
+                rescuedPosition(m_window.frameGeometry(), screen->availableGeometry()))
+            m_window.setFramePosition(*position);
+    }
+    m_desktop.requestFront(static_cast<std::uint32_t>(m_window.winId()), occasion);
+}
+
+} // namespace kelpa

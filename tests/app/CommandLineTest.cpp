@@ -1,0 +1,56 @@
+#include "app/CommandLine.h"
+
+#include "platform/sqlite/SettingsFiles.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+CommandLine read(const QStringList& options)
+{
+    return readCommandLine(QStringList{QStringLiteral("kelpa")} + options);
+}
+
+TEST(CommandLine, Nothing_and_show_mean_the_board_where_boards_are_kept)
+{
+    const CommandLine nothing = read({});
+    EXPECT_EQ(nothing.settingsPath, defaultSettingsPath());
+    EXPECT_FALSE(nothing.asksForHelp);
+    EXPECT_FALSE(nothing.asksForVersion);
+    EXPECT_TRUE(nothing.trouble.isEmpty());
+    EXPECT_EQ(read({QStringLiteral("--show")}), nothing);
+}
+
+TEST(CommandLine, Settings_name_the_file_of_the_board)
+{
+    const QString path = QStringLiteral("/tmp/a board.sqlite");
+    EXPECT_EQ(read({QStringLiteral("--settings"), path}).settingsPath, path);
+    EXPECT_EQ(read({QStringLiteral("--settings=") + path}).settingsPath, path);
+}
+
+TEST(CommandLine, Help_and_version_are_asked_for_in_either_form)
+{
+    EXPECT_TRUE(read({QStringLiteral("--help")}).asksForHelp);
+    EXPECT_TRUE(read({QStringLiteral("-h")}).asksForHelp);
+    EXPECT_TRUE(read({QStringLiteral("--version")}).asksForVersion);
+    EXPECT_TRUE(read({QStringLiteral("-v")}).asksForVersion);
+}
+
+TEST(CommandLine, The_toolkits_own_options_are_not_taken_for_letters)
+{
+    const CommandLine reversed = read({QStringLiteral("-reverse")});
+    EXPECT_FALSE(reversed.asksForVersion);
+    EXPECT_FALSE(reversed.trouble.isEmpty());
+}
+
+TEST(CommandLine, What_it_does_not_know_is_named)
+{
+    EXPECT_TRUE(read({QStringLiteral("--bogus")}).trouble.contains(QStringLiteral("bogus")));
+    EXPECT_EQ(read({QStringLiteral("file.txt")}).trouble,
+              QStringLiteral("unexpected argument 'file.txt'; --help lists what there is"));
+    EXPECT_FALSE(read({QStringLiteral("--settings")}).trouble.isEmpty());
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,330 @@
+"""Kelpa as an application among others: brought forward from them, started again, ended."""
+
+import os
+import signal
+import subprocess
+import sys
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+
+# The moments of a double tap, as a hand makes them, in seconds.
+_TAP = ("keydown", "super", "sleep", "0.04", "keyup", "super")
+_BETWEEN = ("sleep", "0.08")
+
+
+class _Typing:
+    """An xterm that writes down every line that is typed into it."""
+
+    def __init__(self, desktop, title):
+        self._desktop = desktop
+        self.path = desktop.directory / f"{title}.typed"
+        desktop.start_xterm(title, "sh", "-c", f"cat > {self.path}")
+        self.window = desktop.wait_for_window(title)
+
+    def focus(self):
+        self._desktop.run("wmctrl", "-i", "-a", hex(self.window.number))
+        wait_until("the terminal has the keyboard", self.has_keyboard)
+
+    def has_keyboard(self):
+        return self._desktop.active_window() == self.window.number
+
+    def lines(self):
+        return self.path.read_text().splitlines() if self.path.exists() else []
+
+
+def _tap_twice(desktop, *between):
+    desktop.run("xdotool", *_TAP, *(between or _BETWEEN), *_TAP)
+
+
+def _is_in_front(desktop, kelpa):
+    # A panel is above all others, whichever is in front.
+    panels = [window.number for window in desktop.windows() if window.title == "Panel"]
+    stack = desktop.property(desktop.x.screen().root, "_NET_CLIENT_LIST_STACKING")
+    top = next(number for number in reversed(stack) if number not in panels)
+    return desktop.active_window() == kelpa.window.number == top
+
+
+def _await_front(desktop, kelpa):
+    wait_until("Kelpa is in front and has the keyboard", lambda: _is_in_front(desktop, kelpa), 10)
+
+
+def _start(desktop, binary, goals=()):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=goals)
+    kelpa = Kelpa(desktop, binary, path)
+    kelpa.start()
+    return kelpa, path
+
+
+def _await_monitor(desktop, kelpa, terminal):
+    """Until the keys are heard: a double tap brings Kelpa forward."""
+    def comes():
+        terminal.focus()
+        _tap_twice(desktop)
+        try:
+            _await_front(desktop, kelpa)
+        except AssertionError:
+            return False
+        return True
+
+    wait_until("a double tap brings Kelpa forward", comes, 60)
+
+
+def _sentinel(desktop, terminal, word):
+    """What was pressed before has been seen by everybody once this has arrived."""
+    desktop.type(word + "\n")
+    wait_until(f"{word!r} is typed into the terminal", lambda: word in "".join(terminal.lines()))
+
+
+def _double_taps_bring_it_forward(desktop, binary):
+    kelpa, _ = _start(desktop, binary)
+    terminal = _Typing(desktop, "Typist")
+    _await_monitor(desktop, kelpa, terminal)
+    for sentence in ("first", "second", "third"):
+        terminal.focus()
+        desktop.type(sentence + "\n")
+        _tap_twice(desktop)
+        _await_front(desktop, kelpa)
+    wait_until("the terminal got every key", lambda: terminal.lines()[-3:] == ["first", "second", "third"])
+    # Out of sight altogether.
+    desktop.run("xdotool", "windowminimize", kelpa.window.number)
+    terminal.focus()
+    _tap_twice(desktop)
+    _await_front(desktop, kelpa)
+    kelpa.quit()
+
+
+def a_double_tap_of_super_brings_kelpa_forward_from_a_program_that_is_typed_into(desktop, binary):
+    _double_taps_bring_it_forward(desktop, binary)
+
+
+def under_xfwm4_a_double_tap_of_super_brings_kelpa_forward_too(desktop, binary):
+    _replace_window_manager(desktop, "xfwm4", "--replace", "--compositor=off")
+    _double_taps_bring_it_forward(desktop, binary)
+
+
+def _replace_window_manager(desktop, *command):
+    root = desktop.x.screen().root
+    before = list(desktop.property(root, "_NET_SUPPORTING_WM_CHECK"))
+
+    def is_there():
+        now = desktop.property(root, "_NET_SUPPORTING_WM_CHECK")
+        window = now is not None and list(now) != before and \
+            desktop.x.create_resource_object("window", now[0])
+        return window and desktop.property(window, "_NET_WM_NAME") is not None
+
+    desktop.start(*command)
+    wait_until(f"{command[0]} has taken over", is_there)
+
+
+def _start_beside_panel(desktop, binary):
+    """Kelpa with a panel above it, and the area that this leaves."""
+    desktop.start(sys.executable, "-B", os.path.join(os.path.dirname(__file__), "panel.py"), "40")
+    root = desktop.x.screen().root
+    screen = desktop.x.screen()
+    area = (0, 40, screen.width_in_pixels, screen.height_in_pixels - 40)
+    wait_until("the panel has its room", lambda: tuple(desktop.property(root, "_NET_WORKAREA")[:4]) == area)
+    kelpa, _ = _start(desktop, binary)
+    return kelpa, area
+
+
+def _resize(desktop, kelpa, x, y, width, height):
+    number = hex(kelpa.window.number)
+    desktop.run("wmctrl", "-i", "-r", number, "-b", "remove,maximized_vert,maximized_horz")
+    desktop.run("wmctrl", "-i", "-r", number, "-e", f"0,{x},{y},{width},{height}")
+
+    def is_taken():
+        # Whether this means the frame or what is in it is for the window manager to say.
+        frame = _frame(desktop, kelpa)
+        return abs(frame[0] - x) < 10 and abs(frame[2] - width) < 20
+
+    wait_until("the window has its new size and place", is_taken)
+    return _frame(desktop, kelpa)
+
+
+def the_first_window_fills_what_the_panel_leaves_and_the_next_tap_keeps_the_persons_size(desktop, binary):
+    kelpa, area = _start_beside_panel(desktop, binary)
+    wait_until("the frame fills the work area", lambda: _frame(desktop, kelpa) == area)
+    placed = _resize(desktop, kelpa, 300, 200, 1000, 700)
+    _await_monitor(desktop, kelpa, _Typing(desktop, "Typist"))
+    if _frame(desktop, kelpa) != placed:
+        raise AssertionError(f"{_frame(desktop, kelpa)} is not {placed}")
+    kelpa.quit()
+
+
+def under_xfwm4_the_first_window_fills_what_the_panel_leaves(desktop, binary):
+    _replace_window_manager(desktop, "xfwm4", "--replace", "--compositor=off")
+    kelpa, area = _start_beside_panel(desktop, binary)
+    wait_until("the frame fills the work area", lambda: _frame(desktop, kelpa) == area)
+    kelpa.quit()
+
+
+def a_window_off_the_screen_comes_back_to_its_middle(desktop, binary):
+    kelpa, _ = _start(desktop, binary)
+    _resize(desktop, kelpa, 300, 200, 1000, 700)
+    _await_monitor(desktop, kelpa, _Typing(desktop, "Typist"))
+    # No window manager lets a window leave the screen, but one that starts later may find it there.
+    root = desktop.x.screen().root
+    manager = desktop.property(root, "_NET_SUPPORTING_WM_CHECK")[0]
+    desktop.x.create_resource_object("window", manager).kill_client()
+    desktop.x.sync()
+    width, height = desktop.x.screen().width_in_pixels, desktop.x.screen().height_in_pixels
+    window = desktop.x.create_resource_object("window", kelpa.window.number)
+    wait_until("the window is without a frame", lambda: window.query_tree().parent == root)
+    window.configure(x=width + 200, y=300)
+    wait_until("the window is off the screen", lambda: _place(desktop, kelpa)[0] == width + 200)
+    _tap_twice(desktop)
+
+    def is_centred():
+        x, y = _place(desktop, kelpa)
+        size = window.get_geometry()
+        # The frame that it had counts still.
+        return abs(x + size.width / 2 - width / 2) <= 20 and abs(y + size.height / 2 - height / 2) <= 20
+
+    wait_until("the window is in the middle", is_centred)
+    os.kill(kelpa.process_id(), signal.SIGTERM)
+    if kelpa.wait() != 0:
+        raise AssertionError("it did not end well")
+
+
+def _place(desktop, kelpa):
+    """Where the window's content begins on the screen."""
+    window = desktop.x.create_resource_object("window", kelpa.window.number)
+    place = window.translate_coords(desktop.x.screen().root, 0, 0)
+    return (-place.x, -place.y)
+
+
+def _frame(desktop, kelpa):
+    """Place and size of the window with its decoration."""
+    window = desktop.x.create_resource_object("window", kelpa.window.number)
+    left, right, top, bottom = desktop.property(window, "_NET_FRAME_EXTENTS")
+    size = window.get_geometry()
+    x, y = _place(desktop, kelpa)
+    return (x - left, y - top, size.width + left + right, size.height + top + bottom)
+
+
+def a_shortcut_a_slow_tap_or_a_key_between_does_not_bring_kelpa_forward(desktop, binary):
+    kelpa, _ = _start(desktop, binary)
+    terminal = _Typing(desktop, "Typist")
+    _await_monitor(desktop, kelpa, terminal)
+    super_and_c = ("keydown", "super", "key", "c", "sleep", "0.04", "keyup", "super")
+    attempts = {
+        "shortcuts": (*super_and_c, *_BETWEEN, *super_and_c),
+        "slow": (*_TAP, "sleep", "0.5", *_TAP),
+        "held": ("keydown", "super", "sleep", "0.6", "keyup", "super", *_BETWEEN,
+                 "keydown", "super", "sleep", "0.6", "keyup", "super"),
+        "between": (*_TAP, "key", "x", *_TAP),
+        "shift": ("keydown", "shift", *_TAP, *_BETWEEN, *_TAP, "keyup", "shift"),
+        "single": _TAP,
+    }
+    for number, (name, moves) in enumerate(attempts.items()):
+        terminal.focus()
+        desktop.run("xdotool", *moves)
+        _sentinel(desktop, terminal, f"{name}{number}")
+        if not terminal.has_keyboard():
+            raise AssertionError(f"Kelpa came forward: {name}")
+    kelpa.quit()
+
+
+def _second(desktop, binary, *arguments, seconds=30):
+    return subprocess.run([str(binary), *map(str, arguments)], env=desktop.env, stdin=subprocess.DEVNULL,
+                          capture_output=True, text=True, timeout=seconds, check=False)
+
+
+def a_second_start_brings_the_first_forward_and_ends(desktop, binary):
+    kelpa, path = _start(desktop, binary)
+    terminal = _Typing(desktop, "Typist")
+    for arguments in ((), ("--show",)):
+        terminal.focus()
+        again = _second(desktop, binary, "--settings", path, *arguments)
+        if (again.returncode, again.stderr) != (0, ""):
+            raise AssertionError(f"{arguments}: {again}")
+        _await_front(desktop, kelpa)
+    windows = [window for window in desktop.windows() if window.title == boards.WINDOW]
+    if len(windows) != 1:
+        raise AssertionError(f"more than one board: {windows}")
+
+    # Another file is another board.
+    other = desktop.directory / "other.sqlite"
+    settings.write(other)
+    beside = Kelpa(desktop, binary, other)
+    beside.start()
+    _await_front(desktop, beside)
+    again = _second(desktop, binary, "--settings", path)
+    if again.returncode != 0:
+        raise AssertionError(f"{again}")
+    _await_front(desktop, kelpa)
+    beside.quit()
+    kelpa.quit()
+
+
+def a_second_start_does_not_wait_long_for_a_first_that_hangs(desktop, binary):
+    kelpa, path = _start(desktop, binary)
+    os.kill(kelpa.process_id(), signal.SIGSTOP)
+    try:
+        again = _second(desktop, binary, "--settings", path, seconds=15)
+    finally:
+        os.kill(kelpa.process_id(), signal.SIGCONT)
+    if (again.returncode, again.stderr) != (1, "kelpa: Kelpa already runs, but does not answer\n"):
+        raise AssertionError(f"{again}")
+    kelpa.quit()
+
+
+def without_a_session_bus_the_board_is_still_opened_once(desktop, binary):
+    del desktop.env["DBUS_SESSION_BUS_ADDRESS"]
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    first = desktop.start(binary, "--settings", path)
+    window = desktop.wait_for_window(boards.WINDOW)
+    again = _second(desktop, binary, "--settings", path)
+    expected = f"kelpa: Kelpa already runs with the board in {path}\n"
+    if (again.returncode, again.stderr) != (1, expected):
+        raise AssertionError(f"{again}")
+    desktop.close(window)
+    if first.wait(timeout=30) != 0:
+        raise AssertionError(f"ended with {first.returncode}")
+
+
+def signals_end_it_well_and_a_crash_hinders_no_start(desktop, binary):
+    kelpa, path = _start(desktop, binary)
+    goals = []
+    for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL):
+        goal = f"Before {number.name}"
+        kelpa.create_goal(goal)
+        goals.append(goal)
+        os.kill(kelpa.process_id(), number)
+        expected = -number if number == signal.SIGKILL else 0
+        status = kelpa.wait()
+        if status != expected:
+            raise AssertionError(f"{number.name}: ended with {status}\n{kelpa.output()}")
+        kelpa.check_output()
+        stored = settings.StoredBoard(settings.read(path)).goal_titles
+        if stored != goals:
+            raise AssertionError(f"{number.name}: {stored}")
+        # At once, and also while the one before is still ending.
+        kelpa.start()
+        wait_until("every goal is there again", lambda: kelpa.board.goal_titles(kelpa.board.columns()) == goals)
+    kelpa.quit()
+
+
+def a_start_while_the_one_before_is_ending_has_the_board(desktop, binary):
+    kelpa, path = _start(desktop, binary)
+    for _ in range(5):
+        os.kill(kelpa.process_id(), signal.SIGTERM)
+        ending = kelpa.forget()
+        kelpa.start()
+        if ending.wait(timeout=30) != 0:
+            raise AssertionError(f"ended with {ending.returncode}")
+    kelpa.quit()
+
+
+def what_it_is_asked_about_itself_is_answered_without_a_display(desktop, binary):
+    env = {name: value for name, value in desktop.env.items() if name != "DISPLAY"}
+    for option, expected in (("--version", "kelpa "), ("--help", "--settings")):
+        answer = subprocess.run([str(binary), option], env=env, stdin=subprocess.DEVNULL,
+                                capture_output=True, text=True, timeout=30, check=False)
+        if answer.returncode != 0 or expected not in answer.stdout or answer.stderr:
+            raise AssertionError(f"{option}: {answer}")
