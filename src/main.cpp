@@ -134,7 +134,8 @@ int main(int argc, char** argv)
     store.finishSaving();
     // Background work refers to the objects above. What the window server keeps waiting for longer
     // than anyone would wait for Kelpa to close ends with the process, and they with it.
-    if (!scheduler.shutDown())
+    const bool hasViewFinished = view.finish();
+    if (!scheduler.shutDown() || !hasViewFinished)
         std::_Exit(status);
     return status;
 }

@@ -31,6 +31,8 @@ WorkerPool::~WorkerPool()
 void WorkerPool::start(std::function<void()> task)
 {
     const std::lock_guard lock(m_state->mutex);
+    if (m_state->isEnding)
+        return;
     m_state->tasks.push_back(std::move(task));
     const bool isServed = static_cast<int>(m_state->tasks.size()) <= m_state->idleThreads;
     if (!isServed && m_state->threads < m_state->maxThreads) {
