@@ -97,7 +97,8 @@ protected:
     void TearDown() override
     {
         churn = {};
-        EXPECT_TRUE(scheduler.shutDown());
+        // A window manager may be waited for a little longer than anyone waits for Kelpa to close.
+        EXPECT_TRUE(waitUntil([&] { return scheduler.shutDown(); }));
     }
 
     /// A few turns of the event loop, sometimes enough for what was begun to end.

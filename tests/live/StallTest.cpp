@@ -59,7 +59,8 @@ protected:
 
     void TearDown() override
     {
-        EXPECT_TRUE(scheduler->shutDown());
+        // A window manager may be waited for a little longer than anyone waits for Kelpa to close.
+        EXPECT_TRUE(waitUntil([&] { return scheduler->shutDown(); }));
         board.reset();
     }
 
