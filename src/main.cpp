@@ -92,7 +92,8 @@ int run(QGuiApplication& application, const QString& settingsPath, const Further
     store.finishSaving();
     // Background work refers to the objects above. What the window server keeps waiting for longer
     // than anyone would wait for Kelpa to close ends with the process, and they with it.
-    if (!scheduler.shutDown())
+    const bool hasViewFinished = view.finish();
+    if (!scheduler.shutDown() || !hasViewFinished)
         std::_Exit(status);
     return status;
 }

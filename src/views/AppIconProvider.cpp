@@ -1,12 +1,14 @@
 #include "views/AppIconProvider.h"
 
 #include "platform/Applications.h"
+#include "platform/qt/WorkerPool.h"
 
 #include <QImage>
 #include <QMutexLocker>
 #include <QQuickTextureFactory>
+#include <QRecursiveMutex>
 
-#include <atomic>
+#include <utility>
 
 namespace kelpa {
 
@@ -22,30 +24,71 @@ QImage absentIcon()
     return image;
 }
 
-class IconResponse : public QQuickImageResponse
+/// What is asked for, shared by the response and by the thread that reads: either may go first.
+class IconRequest
 {
 public:
-    QQuickTextureFactory* textureFactory() const override
+    explicit IconRequest(QQuickImageResponse* response) : m_response(response) {}
+
+    bool isWanted() const
     {
-        return QQuickTextureFactory::textureFactoryForImage(m_image);
+        const QMutexLocker lock(&m_mutex);
+        return m_response != nullptr && !m_isCancelled;
     }
 
-    /// Views no longer want it; it still has to finish.
-    void cancel() override { m_isCancelled = true; }
-
-    /// On a thread of the pool.
-    void read(Applications& applications, const std::optional<WindowItem>& window, int pixels)
+    void cancel()
     {
-        if (!m_isCancelled && window)
-            m_image = applications.icon(*window, pixels);
-        if (m_image.isNull())
-            m_image = absentIcon();
-        Q_EMIT finished();
+        const QMutexLocker lock(&m_mutex);
+        m_isCancelled = true;
+    }
+
+    void forget()
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_response = nullptr;
+    }
+
+    void finish(const QImage& image)
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_image = image.isNull() ? absentIcon() : image;
+        if (m_response != nullptr)
+            Q_EMIT m_response->finished();
+    }
+
+    QImage image() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return m_image;
     }
 
 private:
-    std::atomic<bool> m_isCancelled = false;
+    mutable QRecursiveMutex m_mutex;
+    QQuickImageResponse* m_response;
+    bool m_isCancelled = false;
     QImage m_image;
+};
+
+class IconResponse : public QQuickImageResponse
+{
+public:
+    IconResponse() = default;
+    IconResponse(const IconResponse&) = delete;
+    IconResponse& operator=(const IconResponse&) = delete;
+    ~IconResponse() override { m_request->forget(); }
+
+    QQuickTextureFactory* textureFactory() const override
+    {
+        return QQuickTextureFactory::textureFactoryForImage(m_request->image());
+    }
+
+    /// Views no longer want it; it still has to finish.
+    void cancel() override { m_request->cancel(); }
+
+    std::shared_ptr<IconRequest> request() const { return m_request; }
+
+private:
+    std::shared_ptr<IconRequest> m_request = std::make_shared<IconRequest>(this);
 };
 
 } // namespace
@@ -73,18 +116,10 @@ QString AppIconProvider::name()
 }
 
 AppIconProvider::AppIconProvider(Applications& applications,
-                                 std::shared_ptr<const IconWindows> windows)
-    : m_applications(applications), m_windows(std::move(windows))
-{
-    // Icons come from one window server; asking it from several threads gains nothing.
-    m_pool.setMaxThreadCount(1);
-}
-
-AppIconProvider::~AppIconProvider()
-{
-    m_pool.clear();
-    m_pool.waitForDone();
-}
+                                 std::shared_ptr<const IconWindows> windows,
+                                 std::shared_ptr<WorkerPool> readers)
+    : m_applications(applications), m_windows(std::move(windows)), m_readers(std::move(readers))
+{}
 
 QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
                                                            const QSize& requestedSize)
@@ -96,10 +131,11 @@ QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
 
     // The engine takes ownership of the response.
     auto response = std::make_unique<IconResponse>();
-    IconResponse* const reader = response.get();
-    m_pool.start([&applications = m_applications, reader, window, pixels] {
-        reader->read(applications, window, pixels);
-    });
+    m_readers->start(
+        [&applications = m_applications, request = response->request(), window, pixels] {
+            const bool isRead = window && request->isWanted();
+            request->finish(isRead ? applications.icon(*window, pixels) : QImage());
+        });
     return response.release();
 }
 

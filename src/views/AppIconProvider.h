@@ -7,7 +7,6 @@
 #include <QList>
 #include <QMutex>
 #include <QQuickAsyncImageProvider>
-#include <QThreadPool>
 
 #include <memory>
 #include <optional>
@@ -15,6 +14,7 @@
 namespace kelpa {
 
 class Applications;
+class WorkerPool;
 
 /// The windows whose icons may be asked for. Any thread.
 class IconWindows
@@ -35,10 +35,10 @@ class AppIconProvider : public QQuickAsyncImageProvider
 public:
     static QString name();
 
-    /// `applications` outlives the provider.
-    AppIconProvider(Applications& applications, std::shared_ptr<const IconWindows> windows);
-    /// Waits for the icon that is being read.
-    ~AppIconProvider() override;
+    /// Icons come from one window server: one reader is enough. The provider never waits for it,
+    /// and `applications` must live for as long as it may be reading, also after the provider.
+    AppIconProvider(Applications& applications, std::shared_ptr<const IconWindows> windows,
+                    std::shared_ptr<WorkerPool> readers);
 
     QQuickImageResponse* requestImageResponse(const QString& id,
                                               const QSize& requestedSize) override;
@@ -46,7 +46,7 @@ public:
 private:
     Applications& m_applications;
     std::shared_ptr<const IconWindows> m_windows;
-    QThreadPool m_pool;
+    std::shared_ptr<WorkerPool> m_readers;
 };
 
 } // namespace kelpa

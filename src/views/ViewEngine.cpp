@@ -1,5 +1,7 @@
 #include "views/ViewEngine.h"
 
+#include "platform/qt/QtScheduler.h"
+#include "platform/qt/WorkerPool.h"
 #include "shell/BoardInput.h"
 #include "store/WindowStore.h"
 #include "views/AppIconProvider.h"
@@ -27,7 +29,7 @@ public:
           controller(storeToShow, options.keyNames)
     {
         engine.addImportPath(QStringLiteral(":/qt/qml"));
-        auto provider = std::make_unique<AppIconProvider>(applications, iconWindows);
+        auto provider = std::make_unique<AppIconProvider>(applications, iconWindows, iconReaders);
         // The engine takes ownership of its image providers.
         engine.addImageProvider(AppIconProvider::name(), provider.release());
         auto symbols = std::make_unique<SymbolImageProvider>();
@@ -38,6 +40,7 @@ public:
     Scheduler& scheduler;
     Options options;
     std::shared_ptr<IconWindows> iconWindows = std::make_shared<IconWindows>();
+    std::shared_ptr<WorkerPool> iconReaders = std::make_shared<WorkerPool>(1);
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     QQmlApplicationEngine engine;
@@ -97,6 +100,11 @@ bool ViewEngine::show()
 void ViewEngine::setDoubleTapOffered(bool isOffered)
 {
     m_parts->controller.setDoubleTapOffered(isOffered);
+}
+
+bool ViewEngine::finish()
+{
+    return m_parts->iconReaders->finish(QtScheduler::shutdownLimit);
 }
 
 QQuickWindow* ViewEngine::window() const

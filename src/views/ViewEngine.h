@@ -44,6 +44,10 @@ public:
     /// does not.
     void setDoubleTapOffered(bool isOffered);
 
+    /// Nothing is asked of `applications` after it. False when something that was asked is still
+    /// not answered after a moment: then `applications` must live until the process ends.
+    bool finish();
+
     /// The board's window; null before `show`.
     QQuickWindow* window() const;
 

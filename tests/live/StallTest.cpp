@@ -59,7 +59,8 @@ protected:
 
     void TearDown() override
     {
-        EXPECT_TRUE(scheduler->shutDown());
+        // A window manager may be waited for a little longer than anyone waits for Kelpa to close.
+        EXPECT_TRUE(waitUntil([&] { return scheduler->shutDown(); }));
         board.reset();
     }
 
@@ -222,4 +223,31 @@ TEST_F(BoardWithoutStall, Fifty_windows_a_second_open_and_close)
     EXPECT_GT(changes, 10);
     EXPECT_TRUE(waitUntil([&] { return board->store()->windows().size() == 1; }));
     EXPECT_TRUE(board->window(QStringLiteral("stays")).has_value());
+}
+
+TEST_F(BoardWithoutStall, Two_windows_are_renamed_as_fast_as_the_server_takes_it)
+{
+    client.open({.title = "stays"});
+    start();
+    ASSERT_TRUE(isShown(QStringLiteral("stays")));
+    EXPECT_LT(gapDuring([&] {
+                  const auto end = std::chrono::steady_clock::now() + 3s;
+                  const auto rename = [&](const QByteArray& name) {
+                      TestClient other(xServer.display());
+                      const xcb_window_t window = other.open({.title = name});
+                      for (int count = 0; std::chrono::steady_clock::now() < end; ++count) {
+                          // The title itself, as every program of the past sets it.
+                          const QByteArray title = name + QByteArray::number(count);
+                          xcb_change_property(other.connection(), XCB_PROP_MODE_REPLACE, window,
+                                              XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                                              static_cast<std::uint32_t>(title.size()),
+                                              title.constData());
+                      }
+                      other.sync();
+                  };
+                  const auto second = std::async(std::launch::async, rename, "b");
+                  rename("a");
+              }),
+              longestStall);
+    EXPECT_TRUE(waitUntil([&] { return board->store()->windows().size() == 1; }));
 }

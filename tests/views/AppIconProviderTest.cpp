@@ -1,6 +1,7 @@
 // Icons of applications are read off the main thread, and a missing one is no error.
 #include "views/AppIconProvider.h"
 
+#include "platform/qt/WorkerPool.h"
 #include "support/BoardBuilders.h"
 #include "support/FakeDesktop.h"
 
@@ -9,6 +10,11 @@
 #include <QQuickTextureFactory>
 #include <QSemaphore>
 #include <QThread>
+
+#include <chrono>
+#include <optional>
+
+using namespace std::chrono_literals;
 
 namespace kelpa::test {
 namespace {
@@ -19,6 +25,7 @@ class IconDesktop : public FakeDesktop
 public:
     QImage icon(const WindowItem& window, int pixels) override
     {
+        arrivals.release();
         gate.acquire();
         readingThread = QThread::currentThread();
         if (window.id != 7)
@@ -28,6 +35,7 @@ public:
         return image;
     }
 
+    QSemaphore arrivals;
     QSemaphore gate;
     QThread* readingThread = nullptr;
 };
@@ -36,15 +44,20 @@ class AppIcons : public testing::Test
 {
 protected:
     AppIcons() { windows->set({window(7), window(8)}); }
+    ~AppIcons() override
+    {
+        desktop.gate.release(100);
+        EXPECT_TRUE(readers->finish(10s));
+    }
 
     /// The answer to a request for `id`; the image is null when none came.
     QImage icon(const QString& id, QSize size = {40, 40})
     {
         // While the only reader waits at the gate, no answer comes before one listens for it.
         const std::unique_ptr<QQuickImageResponse> first(
-            provider.requestImageResponse(QStringLiteral("8"), size));
+            provider->requestImageResponse(QStringLiteral("8"), size));
         const std::unique_ptr<QQuickImageResponse> response(
-            provider.requestImageResponse(id, size));
+            provider->requestImageResponse(id, size));
         QSemaphore finished;
         QObject::connect(
             response.get(), &QQuickImageResponse::finished, response.get(),
@@ -59,7 +72,8 @@ protected:
 
     IconDesktop desktop;
     std::shared_ptr<IconWindows> windows = std::make_shared<IconWindows>();
-    AppIconProvider provider{desktop, windows};
+    std::shared_ptr<WorkerPool> readers = std::make_shared<WorkerPool>(1);
+    std::optional<AppIconProvider> provider{std::in_place, desktop, windows, readers};
 };
 
 TEST_F(AppIcons, An_icon_comes_in_the_size_that_is_asked_for)
@@ -95,6 +109,31 @@ TEST_F(AppIcons, Windows_that_are_not_listed_and_malformed_addresses_have_one_to
     EXPECT_EQ(icon(QString()).size(), QSize(1, 1));
     windows->set({});
     EXPECT_EQ(icon(QStringLiteral("7")).size(), QSize(1, 1));
+}
+
+TEST_F(AppIcons, An_icon_that_is_waited_for_does_not_hold_up_the_end)
+{
+    std::unique_ptr<QQuickImageResponse> response(
+        provider->requestImageResponse(QStringLiteral("7"), {40, 40}));
+    ASSERT_TRUE(desktop.arrivals.tryAcquire(1, 10'000));
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_FALSE(readers->finish(50ms));
+    response.reset();
+    provider.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
+    // What comes now finds nobody.
+    desktop.gate.release();
+    EXPECT_TRUE(readers->finish(10s));
+}
+
+TEST_F(AppIcons, What_is_asked_after_the_end_is_not_read)
+{
+    ASSERT_TRUE(readers->finish(10s));
+    desktop.gate.release();
+    const std::unique_ptr<QQuickImageResponse> response(
+        provider->requestImageResponse(QStringLiteral("7"), {40, 40}));
+    EXPECT_EQ(desktop.readingThread, nullptr);
+    EXPECT_EQ(desktop.gate.available(), 1);
 }
 
 } // namespace

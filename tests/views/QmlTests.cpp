@@ -1,4 +1,5 @@
 // Runs the tests of QML types, each with a board of its own over a desktop of plain data.
+#include "platform/qt/WorkerPool.h"
 #include "store/WindowStore.h"
 #include "support/FakeDesktop.h"
 #include "support/ManualScheduler.h"
@@ -188,7 +189,8 @@ public Q_SLOTS:
         auto symbols = std::make_unique<SymbolImageProvider>();
         engine->addImageProvider(SymbolImageProvider::name(), symbols.release());
         auto icons = std::make_unique<AppIconProvider>(world->desktop(),
-                                                       std::make_shared<const IconWindows>());
+                                                       std::make_shared<const IconWindows>(),
+                                                       std::make_shared<WorkerPool>(1));
         engine->addImageProvider(AppIconProvider::name(), icons.release());
     }
 };

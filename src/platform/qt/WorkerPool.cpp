@@ -30,14 +30,19 @@ WorkerPool::~WorkerPool()
 
 void WorkerPool::start(std::function<void()> task)
 {
-    const std::lock_guard lock(m_state->mutex);
-    m_state->tasks.push_back(std::move(task));
-    const bool isServed = static_cast<int>(m_state->tasks.size()) <= m_state->idleThreads;
-    if (!isServed && m_state->threads < m_state->maxThreads) {
-        ++m_state->threads;
-        std::thread([state = m_state] { work(state); }).detach();
+    {
+        const std::lock_guard lock(m_state->mutex);
+        if (m_state->isEnding)
+            return;
+        m_state->tasks.push_back(std::move(task));
+        const bool isServed = static_cast<int>(m_state->tasks.size()) <= m_state->idleThreads;
+        if (!isServed && m_state->threads < m_state->maxThreads) {
+            ++m_state->threads;
+            std::thread([state = m_state] { work(state); }).detach();
+        }
     }
-    m_state->changed.notify_all();
+    // Before the end only threads without work wait; the others may sleep on.
+    m_state->changed.notify_one();
 }
 
 void WorkerPool::work(const std::shared_ptr<State>& state)

@@ -18,6 +18,7 @@ public:
     /// Drops what waits and lets running tasks end by themselves, without waiting for them.
     ~WorkerPool();
 
+    /// Any thread; after `finish` the task is dropped.
     void start(std::function<void()> task);
 
     /// Drops what waits and waits up to `limit` for what runs; no task can be started after it.

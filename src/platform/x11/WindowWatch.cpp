@@ -17,6 +17,8 @@ using namespace std::chrono_literals;
 
 // A new window makes about eight notices within this time.
 constexpr Scheduler::Duration changeDelay = 40ms;
+// After a notice the next one waits: a title may change many times a second, all day long.
+constexpr Scheduler::Duration changeRest = 80ms;
 // A window that is dragged or resized makes hundreds of notices, and its place matters less.
 constexpr Scheduler::Duration moveDelay = 250ms;
 constexpr Scheduler::Duration reconnectDelay = 2s;
@@ -280,14 +282,16 @@ void WindowWatch::select(xcb_window_t window, std::uint32_t mask)
 
 void WindowWatch::noteChange()
 {
-    if (!m_change) {
+    if (m_resting) {
+        m_hasChangedWhileResting = true;
+    } else if (!m_change) {
         m_change = m_scheduler.after(changeDelay, [this] { announce(); });
     }
 }
 
 void WindowWatch::noteMove()
 {
-    if (!m_change && !m_move) {
+    if (!m_change && !m_move && !m_hasChangedWhileResting) {
         m_move = m_scheduler.after(moveDelay, [this] { announce(); });
     }
 }
@@ -296,6 +300,12 @@ void WindowWatch::announce()
 {
     m_change.reset();
     m_move.reset();
+    m_resting = m_scheduler.after(changeRest, [this] {
+        m_resting.reset();
+        if (std::exchange(m_hasChangedWhileResting, false)) {
+            announce();
+        }
+    });
     // The callback may end the subscription.
     const std::function<void()> changed = m_changed;
     changed();

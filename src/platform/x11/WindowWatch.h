@@ -76,6 +76,9 @@ private:
     TaskHandle m_connecting;
     TaskHandle m_change;
     TaskHandle m_move;
+    /// Runs for a while after each notice.
+    TaskHandle m_resting;
+    bool m_hasChangedWhileResting = false;
 };
 
 } // namespace kelpa::x11

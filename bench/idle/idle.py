@@ -1,0 +1,124 @@
+"""idle.py BINARY [SECONDS]: what a board costs that nobody touches, on a desktop where nothing happens.
+Processor time and wake-ups with 50 windows once every window has its preview, and what the previews of
+50 and of 200 windows take in memory above the same board before it had them."""
+
+import os
+import pathlib
+import sys
+import tempfile
+import time
+
+root = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(root / "tests" / "desktop"))
+sys.dont_write_bytecode = True
+
+import processes  # noqa: E402
+import settings  # noqa: E402
+from harness import Desktop  # noqa: E402
+from processes import wait_until  # noqa: E402
+
+_WIDTH, _HEIGHT = 800, 600
+# One preview is taken every 0.6 s.
+_PREVIEW_INTERVAL = 0.6
+_NUMBER = "_KELPA_WINDOW_NUMBER"
+
+
+def _open_windows(desktop, count):
+    """Plain windows, each in a colour of its own."""
+    from Xlib import X
+
+    windows = []
+    for index in range(count):
+        window = desktop.x.screen().root.create_window(
+            index * 7 % 400, index * 11 % 300, _WIDTH, _HEIGHT, 0, X.CopyFromParent,
+            background_pixel=(index * 2654435761) & 0xFFFFFF)
+        window.set_wm_name(f"Window {index}")
+        window.set_wm_class("bench", "Bench")
+        window.map()
+        windows.append(window)
+    desktop.x.sync()
+    wait_until("the window manager lists all windows", lambda: len(desktop.windows()) >= count)
+    return windows
+
+
+def _start(desktop, binary, windows):
+    """Kelpa with all windows listed; its process id and its process."""
+    path = desktop.directory / f"board-{len(windows)}.sqlite"
+    settings.write(path)
+    kelpa = desktop.start(binary, "--settings", path)
+    wait_until("every window is listed", lambda: all(
+        desktop.property(window, _NUMBER) is not None for window in windows), 60)
+    wait_until("Kelpa's window is shown", lambda: any(
+        window.pid == kelpa.pid for window in desktop.windows()), 60)
+    return kelpa
+
+
+def _resident(pid):
+    """Resident memory that is the process's own, in MiB."""
+    for line in pathlib.Path(f"/proc/{pid}/status").read_text(encoding="utf-8").splitlines():
+        if line.startswith("RssAnon:"):
+            return int(line.split()[1]) / 1024
+    raise AssertionError("the kernel tells no resident memory")
+
+
+def _processor_seconds(pid):
+    fields = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8").rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def _wake_ups(pid):
+    """How often each thread has begun to run after waiting, by the thread's id."""
+    counts = {}
+    for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
+        for line in (task / "status").read_text(encoding="utf-8").splitlines():
+            if line.startswith("voluntary_ctxt_switches:"):
+                counts[int(task.name)] = int(line.split()[1])
+    return counts
+
+
+def _thread_name(pid, thread):
+    return pathlib.Path(f"/proc/{pid}/task/{thread}/comm").read_text(encoding="utf-8").strip()
+
+
+def _end(desktop, kelpa):
+    desktop.close(next(window for window in desktop.windows() if window.pid == kelpa.pid))
+    wait_until("Kelpa ends", lambda: kelpa.poll() is not None)
+
+
+def _measure(desktop, binary, count, seconds):
+    windows = _open_windows(desktop, count)
+    kelpa = _start(desktop, binary, windows)
+    before = _resident(kelpa.pid)
+    time.sleep(count * _PREVIEW_INTERVAL + 5)
+    after = _resident(kelpa.pid)
+    print(f"{count} windows: {before:.1f} MiB before previews, {after:.1f} MiB with them, "
+          f"{(after - before) * 1024 / count:.0f} KiB a preview of {_WIDTH} x {_HEIGHT}", flush=True)
+    if seconds:
+        began, processor, counts = time.monotonic(), _processor_seconds(kelpa.pid), _wake_ups(kelpa.pid)
+        time.sleep(seconds)
+        passed = time.monotonic() - began
+        used = _processor_seconds(kelpa.pid) - processor
+        woken = {thread: now - counts.get(thread, 0) for thread, now in _wake_ups(kelpa.pid).items()}
+        print(f"{count} windows, idle for {passed:.0f} s: {100 * used / passed:.2f} % of a core, "
+              f"{sum(woken.values()) / passed:.1f} wake-ups a second")
+        for thread, times in sorted(woken.items(), key=lambda each: -each[1]):
+            if times:
+                print(f"  {_thread_name(kelpa.pid, thread):16} {times / passed:6.2f} a second")
+    _end(desktop, kelpa)
+    for window in windows:
+        window.destroy()
+    desktop.x.sync()
+
+
+def main():
+    binary = pathlib.Path(sys.argv[1]).resolve()
+    seconds = float(sys.argv[2]) if len(sys.argv) > 2 else 60
+    processes.exit_on_signals()
+    with tempfile.TemporaryDirectory(prefix="kelpa-idle-") as directory, \
+            Desktop(pathlib.Path(directory) / "desktop") as desktop:
+        _measure(desktop, binary, 50, seconds)
+        _measure(desktop, binary, 200, 0)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
