@@ -48,7 +48,9 @@ class Kelpa:
 
     def _own_window(self):
         self.check_alive()
-        return next((window for window in self._desktop.windows()
+        windows = (self._desktop.windows() if self._desktop.has_window_manager()
+                   else self._desktop.windows_without_manager())
+        return next((window for window in windows
                      if window.title == boards.WINDOW and window.pid in (0, self._process.pid)), None)
 
     def _has_board(self):
@@ -112,6 +114,17 @@ class Kelpa:
             return self.board.card(column, title)
 
         return wait_until(f"the card {title!r} is in {column!r}", look, seconds)
+
+    def wait_for_preview(self, column, title):
+        def look():
+            self.check_alive()
+            try:
+                card = self.board.card(column, title)
+                return card and card.has_preview
+            except boards.Gone:
+                return False
+
+        wait_until(f"the card {title!r} in {column!r} has a preview", look)
 
     def click_card(self, column, title):
         """Clicks on the middle of a card, as on a window that one wants to have."""
