@@ -219,6 +219,12 @@ class Todo:
         return found[0]
 
 
+def _is_read_as_shown(items):
+    """Whether the items go from top to bottom and, within a row, from left to right."""
+    places = [item.node.frame()[1::-1] for item in items]
+    return places == sorted(places)
+
+
 class Board:
     """The running program of process `pid`."""
 
@@ -258,11 +264,12 @@ class Board:
         return {card.title: column.title for column in self.columns().values() for card in column.cards}
 
     def cards_by_place(self, title):
-        """Window titles of a column's cards, row by row."""
+        """Window titles of a column's cards, row by row; None while they are read in another order
+        than they are shown."""
         try:
             column = self.column(title)
-            cards = sorted(column.cards, key=lambda card: card.node.frame()[1::-1]) if column else []
-            return [card.title for card in cards]
+            cards = column.cards if column else []
+            return [card.title for card in cards] if _is_read_as_shown(cards) else None
         except Gone:
             return []
 
@@ -281,10 +288,13 @@ class Board:
         return self._first(_MENU_ITEM_ROLES, name)
 
     def todos(self, title):
-        """Titles and statuses of the todos in the column titled `title`, from top to bottom."""
+        """Titles and statuses of the todos in the column titled `title`, from top to bottom; None
+        while they are read in another order than they are shown."""
         try:
             column = self.column(title)
-            todos = sorted(column.todos, key=lambda todo: todo.node.frame()[1]) if column else []
+            todos = column.todos if column else []
+            if not _is_read_as_shown(todos):
+                return None
             return [(todo.title, todo.status) for todo in todos]
         except Gone:
             return []

@@ -105,7 +105,8 @@ def space_enters_a_column_and_raises_a_window(desktop, binary):
         selection.press("Right", "Right")
         selection.is_column(boards.UNSORTED)
         # Two columns of cards: the first two lie side by side, the third below the first.
-        first, second, third = kelpa.board.cards_by_place(boards.UNSORTED)
+        first, second, third = wait_until(
+            "every card has its place", lambda: kelpa.board.cards_by_place(boards.UNSORTED))
         selection.press("space")
         selection.is_card(first)
         selection.press("Left", "Up", "Right")
