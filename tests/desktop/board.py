@@ -87,6 +87,23 @@ class Node:
         found = (self._ask(lambda part, at=at: part.get_child_at_index(at)) for at in range(count))
         return [Node(child) for child in found if child is not None]
 
+    def container(self, roles, accepts):
+        """The nearest part around this one with one of `roles` whose name `accepts` takes, or None."""
+        part = self
+        while part is not None:
+            above = part._ask(Atspi.Accessible.get_parent)
+            part = Node(above) if above is not None else None
+            if part is not None and part.role in roles and accepts(part.name):
+                return part
+        return None
+
+    def board_around(self):
+        """The part that holds the columns, where this part is in it."""
+        return self.container(_BOARD_ROLES, lambda name: name == BOARD)
+
+    def column_around(self):
+        return self.container(_COLUMN_ROLES, bool)
+
     def walk(self, depth=0):
         """Itself and everything below it, with the depth of each."""
         yield self, depth
@@ -313,10 +330,6 @@ class Board:
                          for card in column.cards if card.is_selected), None)
         except Gone:
             return None
-
-    def area(self):
-        """The part that holds the columns."""
-        return self._first(_BOARD_ROLES, BOARD)
 
     def has_text(self, text):
         """Whether something on the screen is named `text`."""

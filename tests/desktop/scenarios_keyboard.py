@@ -98,8 +98,7 @@ def space_enters_a_column_and_raises_a_window(desktop, binary):
         desktop.wait_for_window(title)
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("three cards", lambda: len(kelpa.board.cards()) == 3)
-        wait_until("every card has its place for good", lambda: all(
-            card.has_preview for card in kelpa.board.column(boards.UNSORTED).cards))
+        kelpa.wait_for_previews(boards.UNSORTED)
         kelpa.focus()
         selection = _Selection(desktop, kelpa)
         selection.press("Right", "Right")

@@ -23,7 +23,8 @@ def the_banner_goes_when_a_window_manager_comes(desktop, binary):
         kelpa.wait_for_todos("Only goal", [("Only todo", boards.IN_PROGRESS)])
         desktop.start_window_manager()
         wait_until("the banner is gone", lambda: not _has_banner(kelpa))
-        kelpa.wait_for_preview(boards.UNSORTED, "Terminal")
+        kelpa.wait_for_card(boards.UNSORTED, "Terminal")
+        kelpa.wait_for_previews(boards.UNSORTED)
         number = desktop.wait_for_window("Terminal").number
         kelpa.click_card(boards.UNSORTED, "Terminal")
         wait_until("the window is active", lambda: desktop.active_window() == number)
