@@ -253,16 +253,17 @@ class Kelpa:
         if board is None:
             return True
         frame = board.frame()
+        column = part.column_around()
+        if column is not None and _wheel_towards(column.frame(), x, y) is not None:
+            x, y = _in_head(column.frame())
+            if _wheel_towards(frame, x, y) is None:
+                self._desktop.click(x, y)
+                return False
         turn = _wheel_towards(frame, x, y)
         if turn is not None:
             # At the edge, where no list within the board takes the wheel for itself.
             self._desktop.click(frame[0] + frame[2] - 6, frame[1] + frame[3] - 6, button=turn)
-            return False
-        column = part.column_around()
-        if column is not None and _wheel_towards(column.frame(), x, y) is not None:
-            self._desktop.click(*_in_head(column.frame()))
-            return False
-        return True
+        return turn is None
 
     def open_move_menu(self, title, source, target):
         """Opens a card's menu; returns a function that chooses the column `target` in it."""

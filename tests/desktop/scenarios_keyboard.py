@@ -46,6 +46,11 @@ def arrow_keys_choose_columns_and_return_adds_todos(desktop, binary):
         assert kelpa.board.focused_field() is None
         _walk_the_grid(kelpa, selection)
 
+        # A click chooses as well, also on a head that could be dragged.
+        desktop.click(*kelpa.head("Delta"))
+        selection.is_column("Delta")
+        desktop.click(*kelpa.head("Beta"))
+        selection.is_column("Beta")
         selection.press("Return")
         wait_until("a todo can be typed", kelpa.board.focused_field)
         # Space, letters and Return are the field's; it is empty again for the next todo.
