@@ -45,6 +45,8 @@ Item {
         text: root.board.columnDragText(root.columnID)
         enabled: !root.isUnassigned && !root.board.isAutoSortingGoals
         cursorShape: enabled ? Qt.OpenHandCursor : Qt.ArrowCursor
+        onClicked: if (!dragArea.isLeaving)
+            root.board.todos.goToColumn(root.columnID)
     }
 
     Rectangle {

@@ -128,6 +128,9 @@ FocusScope {
             root.todoMenuRequested(todoID, todoColumnID, row, position);
         }
     }
+    ReadingOrder {
+        container: cards.contentItem
+    }
     // Two columns, as the arrow keys walk them.
     GridView {
         id: cards

@@ -101,6 +101,9 @@ Item {
             }
         }
     }
+    ReadingOrder {
+        container: rows.contentItem
+    }
     AppText {
         id: empty
 

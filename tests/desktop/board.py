@@ -87,6 +87,23 @@ class Node:
         found = (self._ask(lambda part, at=at: part.get_child_at_index(at)) for at in range(count))
         return [Node(child) for child in found if child is not None]
 
+    def container(self, roles, accepts):
+        """The nearest part around this one with one of `roles` whose name `accepts` takes, or None."""
+        part = self
+        while part is not None:
+            above = part._ask(Atspi.Accessible.get_parent)
+            part = Node(above) if above is not None else None
+            if part is not None and part.role in roles and accepts(part.name):
+                return part
+        return None
+
+    def board_around(self):
+        """The part that holds the columns, where this part is in it."""
+        return self.container(_BOARD_ROLES, lambda name: name == BOARD)
+
+    def column_around(self):
+        return self.container(_COLUMN_ROLES, bool)
+
     def walk(self, depth=0):
         """Itself and everything below it, with the depth of each."""
         yield self, depth
@@ -219,6 +236,12 @@ class Todo:
         return found[0]
 
 
+def _is_read_as_shown(items):
+    """Whether the items go from top to bottom and, within a row, from left to right."""
+    places = [item.node.frame()[1::-1] for item in items]
+    return places == sorted(places)
+
+
 class Board:
     """The running program of process `pid`."""
 
@@ -258,11 +281,12 @@ class Board:
         return {card.title: column.title for column in self.columns().values() for card in column.cards}
 
     def cards_by_place(self, title):
-        """Window titles of a column's cards, row by row."""
+        """Window titles of a column's cards, row by row; None while they are read in another order
+        than they are shown."""
         try:
             column = self.column(title)
-            cards = sorted(column.cards, key=lambda card: card.node.frame()[1::-1]) if column else []
-            return [card.title for card in cards]
+            cards = column.cards if column else []
+            return [card.title for card in cards] if _is_read_as_shown(cards) else None
         except Gone:
             return []
 
@@ -281,10 +305,13 @@ class Board:
         return self._first(_MENU_ITEM_ROLES, name)
 
     def todos(self, title):
-        """Titles and statuses of the todos in the column titled `title`, from top to bottom."""
+        """Titles and statuses of the todos in the column titled `title`, from top to bottom; None
+        while they are read in another order than they are shown."""
         try:
             column = self.column(title)
-            todos = sorted(column.todos, key=lambda todo: todo.node.frame()[1]) if column else []
+            todos = column.todos if column else []
+            if not _is_read_as_shown(todos):
+                return None
             return [(todo.title, todo.status) for todo in todos]
         except Gone:
             return []
@@ -303,10 +330,6 @@ class Board:
                          for card in column.cards if card.is_selected), None)
         except Gone:
             return None
-
-    def area(self):
-        """The part that holds the columns."""
-        return self._first(_BOARD_ROLES, BOARD)
 
     def has_text(self, text):
         """Whether something on the screen is named `text`."""

@@ -45,12 +45,25 @@ class Window:
         return f"Window(0x{self.number:x}, {self.title!r}, {self.pid})"
 
 
-class Desktop:
-    """`with Desktop(directory) as desktop:` — logs and pictures go to `directory`."""
+def on_desktop(**without):
+    """Marks a scenario that needs another desktop than the usual one; see Desktop."""
 
-    def __init__(self, directory, size="1600x1000x24"):
+    def mark(scenario):
+        scenario.desktop = without
+        return scenario
+
+    return mark
+
+
+class Desktop:
+    """`with Desktop(directory) as desktop:` — logs and pictures go to `directory`. It can be one
+    whose window manager is not there yet, or whose X server lacks an extension."""
+
+    def __init__(self, directory, size="1600x1000x24", has_window_manager=True, missing_extension=None):
         self.directory = pathlib.Path(directory)
         self._size = size
+        self._has_window_manager = has_window_manager
+        self._x_arguments = ["-extension", missing_extension] if missing_extension else []
         self._private = None
         self._x = None
         self._logs = 0
@@ -102,7 +115,8 @@ class Desktop:
             if name.startswith(("ASAN_", "UBSAN_", "TSAN_", "LSAN_", "QT_QUICK_", "LIBGL_")):
                 self.env[name] = value
         self.env["DISPLAY"] = self._start_reporting(
-            ["Xvfb", "-displayfd", "{fd}", "-screen", "0", self._size, "-nolisten", "tcp", "-noreset"],
+            ["Xvfb", "-displayfd", "{fd}", "-screen", "0", self._size, "-nolisten", "tcp", "-noreset",
+             *self._x_arguments],
             "the X server's display number",
             ":{}",
         )
@@ -121,8 +135,12 @@ class Desktop:
         import Xlib.display
 
         self._x = Xlib.display.Display(self.env["DISPLAY"])
+        if self._has_window_manager:
+            self.start_window_manager()
+
+    def start_window_manager(self):
         self.start("openbox", "--sm-disable")
-        wait_until("the window manager is there", self._window_manager)
+        wait_until("the window manager is there", self.has_window_manager)
 
     def _start_reporting(self, argv, what, form):
         reading, writing = os.pipe()
@@ -203,14 +221,21 @@ class Desktop:
             return None
         return None if found is None else found.value
 
-    def _window_manager(self):
+    def has_window_manager(self):
         return self.property(self._x.screen().root, "_NET_SUPPORTING_WM_CHECK") is not None
 
     def windows(self):
         """Every window that the window manager lists, oldest first."""
         numbers = self.property(self._x.screen().root, "_NET_CLIENT_LIST")
+        return self._described([] if numbers is None else numbers)
+
+    def windows_without_manager(self):
+        """Every window at the top, where no window manager lists or frames them."""
+        return self._described(window.id for window in self._x.screen().root.query_tree().children)
+
+    def _described(self, numbers):
         found = []
-        for number in [] if numbers is None else numbers:
+        for number in numbers:
             window = self._x.create_resource_object("window", number)
             title = self.property(window, "_NET_WM_NAME") or self.property(window, "WM_NAME") or b""
             pid = self.property(window, "_NET_WM_PID")

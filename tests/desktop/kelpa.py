@@ -48,7 +48,9 @@ class Kelpa:
 
     def _own_window(self):
         self.check_alive()
-        return next((window for window in self._desktop.windows()
+        windows = (self._desktop.windows() if self._desktop.has_window_manager()
+                   else self._desktop.windows_without_manager())
+        return next((window for window in windows
                      if window.title == boards.WINDOW and window.pid in (0, self._process.pid)), None)
 
     def _has_board(self):
@@ -125,8 +127,22 @@ class Kelpa:
 
         return wait_until(f"the card {title!r} is in {column!r}", look, seconds)
 
+    def wait_for_previews(self, column):
+        """Waits until every card of the column has a preview. Until then the cards change places,
+        for those without one come last, and a click would hit another card than it was meant for."""
+        def look():
+            self.check_alive()
+            try:
+                found = self.board.column(column)
+                return found and found.cards and all(card.has_preview for card in found.cards)
+            except boards.Gone:
+                return False
+
+        wait_until(f"every card in {column!r} has a preview", look)
+
     def click_card(self, column, title):
         """Clicks on the middle of a card, as on a window that one wants to have."""
+        self.wait_for_previews(column)
         self.click(lambda: self._card_node(column, title), f"the card {title!r}")
 
     def close_card(self, column, title):
@@ -136,12 +152,14 @@ class Kelpa:
             found = card and card.find(boards.BUTTON_ROLES, lambda name: name == boards.CLOSE_PROCESS)
             return found[0] if found else None
 
+        self.wait_for_previews(column)
         self._desktop.hover(*self.centre(lambda: self._card_node(column, title), f"the card {title!r}"))
         self.click(button, f"the close button of {title!r}")
 
     def drag_card(self, title, source, target):
         """Drags a card by hand from one column onto another."""
         self.focus()
+        self.wait_for_previews(source)
         start = self.centre(lambda: self._card_node(source, title), f"the card {title!r}")
         end = self.centre(lambda: self._column_node(target), f"the column {target!r}")
         self._desktop.drag(start, end)
@@ -211,19 +229,7 @@ class Kelpa:
 
     def head(self, title):
         """A point in the head of a column, beside its title and away from its buttons."""
-        x, y = 0, 0
-
-        def look():
-            nonlocal x, y
-            column = self._column_node(title)
-            place = column and column.frame()
-            if not place or place[2] <= 0 or column.frame() != place:
-                return False
-            x, y = place[0] + 40, place[1] + 28
-            return True
-
-        wait_until(f"the column {title!r} has its place", look)
-        return x, y
+        return self._place(lambda: self._column_node(title), f"the column {title!r}", _in_head)
 
     def _card_node(self, column, title):
         card = self.board.card(column, title)
@@ -234,17 +240,42 @@ class Kelpa:
         return column and column.node
 
     def centre(self, find, what):
-        """Where on the screen the part is, once it has stopped moving."""
-        def still():
+        """The middle of the part that `find` returns, on the screen."""
+        return self._place(find, what, _in_middle)
+
+    def _place(self, find, what, point):
+        """The part's `point` on the screen, once the part has stopped moving and shows it."""
+        def reachable():
             self.check_alive()
             try:
                 part = find()
-                place = part and part.frame()
-                return part.centre() if place and place[2] > 0 and part.frame() == place else None
+                frame = part and part.frame()
+                if not frame or frame[2] <= 0 or part.frame() != frame:
+                    return None
+                return point(frame) if self._is_revealed(part, *point(frame)) else None
             except boards.Gone:
                 return None
 
-        return wait_until(f"{what} has its place", still)
+        return wait_until(f"{what} has its place", reachable)
+
+    def _is_revealed(self, part, x, y):
+        """Whether a point of the part is to be seen. Otherwise makes a step towards it: turns the
+        wheel over the board, or clicks on the head of a column that does not show all it has."""
+        board = part.board_around()
+        if board is None:
+            return True
+        frame = board.frame()
+        column = part.column_around()
+        if column is not None and _wheel_towards(column.frame(), x, y) is not None:
+            x, y = _in_head(column.frame())
+            if _wheel_towards(frame, x, y) is None:
+                self._desktop.click(x, y)
+                return False
+        turn = _wheel_towards(frame, x, y)
+        if turn is not None:
+            # At the edge, where no list within the board takes the wheel for itself.
+            self._desktop.click(frame[0] + frame[2] - 6, frame[1] + frame[3] - 6, button=turn)
+        return turn is None
 
     def open_move_menu(self, title, source, target):
         """Opens a card's menu; returns a function that chooses the column `target` in it."""
@@ -267,3 +298,22 @@ class Kelpa:
     def _chooser(self, entry):
         x, y = self.centre(lambda: self.board.menu_item(entry), f"the menu entry {entry!r}")
         return lambda: self._desktop.click(x, y)
+
+
+def _in_middle(frame):
+    x, y, width, height = frame
+    return x + width // 2, y + height // 2
+
+
+def _in_head(frame):
+    return frame[0] + 40, frame[1] + 28
+
+
+def _wheel_towards(frame, x, y):
+    """The button of the wheel that brings the point into the frame, or None where it is inside."""
+    left, top, width, height = frame
+    if y < top or y >= top + height:
+        return 4 if y < top else 5
+    if x < left or x >= left + width:
+        return 6 if x < left else 7
+    return None

@@ -11,13 +11,14 @@ from harness import Desktop
 def main():
     binary, directory, module, function = sys.argv[1:]
     processes.exit_on_signals()
+    scenario = getattr(importlib.import_module(module), function)
     # Wide enough for six columns, so that no scenario has to scroll.
-    with Desktop(directory, size="2100x1000x24") as desktop:
+    with Desktop(directory, size="2100x1000x24", **getattr(scenario, "desktop", {})) as desktop:
         import board
 
         board.connect()
         try:
-            getattr(importlib.import_module(module), function)(desktop, binary)
+            scenario(desktop, binary)
         except Exception:
             traceback.print_exc()
             _report(desktop, board)

@@ -46,6 +46,11 @@ def arrow_keys_choose_columns_and_return_adds_todos(desktop, binary):
         assert kelpa.board.focused_field() is None
         _walk_the_grid(kelpa, selection)
 
+        # A click chooses as well, also on a head that could be dragged.
+        desktop.click(*kelpa.head("Delta"))
+        selection.is_column("Delta")
+        desktop.click(*kelpa.head("Beta"))
+        selection.is_column("Beta")
         selection.press("Return")
         wait_until("a todo can be typed", kelpa.board.focused_field)
         # Space, letters and Return are the field's; it is empty again for the next todo.
@@ -98,14 +103,14 @@ def space_enters_a_column_and_raises_a_window(desktop, binary):
         desktop.wait_for_window(title)
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("three cards", lambda: len(kelpa.board.cards()) == 3)
-        wait_until("every card has its place for good", lambda: all(
-            card.has_preview for card in kelpa.board.column(boards.UNSORTED).cards))
+        kelpa.wait_for_previews(boards.UNSORTED)
         kelpa.focus()
         selection = _Selection(desktop, kelpa)
         selection.press("Right", "Right")
         selection.is_column(boards.UNSORTED)
         # Two columns of cards: the first two lie side by side, the third below the first.
-        first, second, third = kelpa.board.cards_by_place(boards.UNSORTED)
+        first, second, third = wait_until(
+            "every card has its place", lambda: kelpa.board.cards_by_place(boards.UNSORTED))
         selection.press("space")
         selection.is_card(first)
         selection.press("Left", "Up", "Right")

@@ -26,8 +26,9 @@ def cards_raise_their_windows_and_close_their_programs(desktop, binary):
                 boards.UNSORTED) == [title for number in reversed(desktop.stacking())
                                      for title in windows if windows[title] == number])
 
-        # One without a preview would come last.
-        wait_until("every card has a preview", lambda: _with_preview(kelpa) == 3)
+        for title in windows:
+            kelpa.wait_for_card(boards.UNSORTED, title)
+        kelpa.wait_for_previews(boards.UNSORTED)
         desktop.run("xdotool", "windowminimize", windows["Third"])
         wait_until("one is minimised", lambda: _minimised(kelpa) == ["Third"])
         # Also one that is minimised comes forward.
@@ -47,11 +48,6 @@ def cards_raise_their_windows_and_close_their_programs(desktop, binary):
         wait_until("the others are left", lambda: kelpa.board.cards() == {
             "First": boards.UNSORTED, "Third": boards.UNSORTED})
         assert terminals["First"].poll() is None and terminals["Third"].poll() is None
-
-
-def _with_preview(kelpa):
-    column = kelpa.board.column(boards.UNSORTED)
-    return sum(card.has_preview for card in column.cards) if column else 0
 
 
 def _minimised(kelpa):
