@@ -33,7 +33,7 @@ inline constexpr std::array windowCopyRows{
             u"ウィンドウは最小化中です。元に戻すとプレビューが再び表示されます",
             u"창이 최소화되었습니다. 복원하면 미리보기가 다시 표시됩니다",
             u"La fenêtre est réduite ; l’aperçu reviendra une fois restaurée",
-            u"Fenster ist minimiert; die Vorschau kehrt beim Wiederherstellen zurück"},
+            u"Fenster minimiert; Vorschau folgt beim Wiederherstellen"},
     CopyRow{CopyKey::SelectWindowsText, u"可选择多个窗口。确认后，它们会移出当前所在的目标。",
             u"Select multiple windows. Confirming moves them from their current goals.",
             u"複数のウィンドウを選択してください。確定すると、現在の目標から移動します。",

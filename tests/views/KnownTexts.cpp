@@ -10,6 +10,7 @@ QStringList knownTexts(const CopyTable& table)
     QStringList texts{table.windowName(QStringLiteral(" "), table.text(CopyKey::Window)),
                       table.selectWindowsTitle({}),
                       table.currentWindowLocation({}),
+                      table.currentWindowLocation(table.text(CopyKey::Unsorted)),
                       table.selectedWindowCount(0),
                       table.confirmWindowSelection(0),
                       table.openTodoCount(0),

@@ -188,5 +188,12 @@ TEST(TextSources, No_class_behind_a_view_has_a_text_of_its_own)
     }
 }
 
+// It has 32 bits and no sign; of QML's own types only `real` holds all of them.
+TEST(WindowNumbers, No_view_cuts_one_down_to_an_int)
+{
+    for (const auto& [path, source] : sources(QStringLiteral("src/views"), qmlFiles))
+        EXPECT_FALSE(fits(source, u"\\bint windowID\\b|\\bwindowID: int\\b")) << qPrintable(path);
+}
+
 } // namespace
 } // namespace kelpa
