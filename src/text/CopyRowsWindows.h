@@ -32,7 +32,7 @@ inline constexpr std::array windowCopyRows{
             u"Window is minimized; preview will return when restored",
             u"ウィンドウは最小化中です。元に戻すとプレビューが再び表示されます",
             u"창이 최소화되었습니다. 복원하면 미리보기가 다시 표시됩니다",
-            u"La fenêtre est réduite ; l’aperçu reviendra une fois restaurée",
+            u"La fenêtre est réduite. L’aperçu reviendra une fois restaurée",
             u"Fenster minimiert; Vorschau folgt beim Wiederherstellen"},
     CopyRow{CopyKey::SelectWindowsText, u"可选择多个窗口。确认后，它们会移出当前所在的目标。",
             u"Select multiple windows. Confirming moves them from their current goals.",
