@@ -12,11 +12,6 @@ QString CopyTable::selectWindowsTitle(const QString& goalTitle) const
     return KelpaCopy::selectWindowsTitle(goalTitle, m_language);
 }
 
-QString CopyTable::currentWindowLocation(const QString& goalTitle) const
-{
-    return KelpaCopy::currentWindowLocation(goalTitle, m_language);
-}
-
 QString CopyTable::selectedWindowCount(int count) const
 {
     return KelpaCopy::selectedWindowCount(count, m_language);

@@ -28,7 +28,6 @@ public:
 
     /// The functions of `KelpaCopy` in this language.
     Q_INVOKABLE QString selectWindowsTitle(const QString& goalTitle) const;
-    Q_INVOKABLE QString currentWindowLocation(const QString& goalTitle) const;
     Q_INVOKABLE QString selectedWindowCount(int count) const;
     Q_INVOKABLE QString confirmWindowSelection(int count) const;
     Q_INVOKABLE QString openTodoCount(int count) const;

@@ -1,24 +1,54 @@
 #include "views/ViewSettings.h"
 
+#include <QFontDatabase>
 #include <QFontInfo>
+
+#include <algorithm>
 
 namespace kelpa {
 
 namespace {
 
-/// The first family has the Latin text, by its own name: in a list, Qt passes over the alias that
-/// stands for it, and the apostrophe would be as wide as an ideograph. The second decides how the
-/// ideographs that Chinese, Japanese and Korean share are drawn, which would otherwise follow the
-/// locale of the process. The last has what people decorate titles with.
+/// The desktop's font for text, by its own name: in a list, Qt passes over the alias that stands
+/// for it. On an East Asian desktop that is a font of ideographs, which would have all the text.
+QString latinFamily()
+{
+    using enum QFontDatabase::WritingSystem;
+    const QString family = QFontInfo(QFont(QStringLiteral("sans-serif"))).family();
+    const bool hasIdeographs = std::ranges::any_of(
+        QFontDatabase::writingSystems(family), [](QFontDatabase::WritingSystem system) {
+            return system == SimplifiedChinese || system == TraditionalChinese ||
+                   system == Japanese || system == Korean;
+        });
+    return hasIdeographs ? QStringLiteral("Noto Sans") : family;
+}
+
+/// Decides how the ideographs that Chinese, Japanese and Korean share are drawn, which would
+/// otherwise follow the locale of the process.
+QString ideographFamily(AppLanguage language)
+{
+    if (language == AppLanguage::japanese)
+        return QStringLiteral("Noto Sans CJK JP");
+    if (language == AppLanguage::korean)
+        return QStringLiteral("Noto Sans CJK KR");
+    return QStringLiteral("Noto Sans CJK SC");
+}
+
+/// The last has what people decorate titles with.
 QStringList families(AppLanguage language)
 {
-    QString ideographs = QStringLiteral("Noto Sans CJK SC");
-    if (language == AppLanguage::japanese)
-        ideographs = QStringLiteral("Noto Sans CJK JP");
-    else if (language == AppLanguage::korean)
-        ideographs = QStringLiteral("Noto Sans CJK KR");
-    return {QFontInfo(QFont(QStringLiteral("sans-serif"))).family(), ideographs,
-            QStringLiteral("Noto Color Emoji")};
+    return {latinFamily(), ideographFamily(language), QStringLiteral("Noto Color Emoji")};
+}
+
+/// Qt keeps what a font falls back on under the first of its families alone, with its size, weight
+/// and hint: without a hint of its own, a list would draw with what an earlier one fell back on.
+QFont::StyleHint hint(const QStringList& families)
+{
+    if (families.contains(ideographFamily(AppLanguage::japanese)))
+        return QFont::System;
+    if (families.contains(ideographFamily(AppLanguage::korean)))
+        return QFont::AnyStyle;
+    return QFont::SansSerif;
 }
 
 } // namespace
@@ -56,6 +86,7 @@ QFont ViewSettings::font(const QStringList& families, int size, int weight) cons
 {
     QFont font;
     font.setFamilies(families);
+    font.setStyleHint(hint(families));
     font.setPixelSize(size);
     font.setWeight(static_cast<QFont::Weight>(weight));
     return font;

@@ -14,7 +14,6 @@ TEST(CopyTable, It_gives_the_texts_of_its_language)
     EXPECT_EQ(table.text(CopyKey::NewGoal), QStringLiteral("Neues Ziel"));
     EXPECT_EQ(table.selectWindowsTitle(QStringLiteral("A")),
               QStringLiteral("Fenster zu „A“ hinzufügen"));
-    EXPECT_EQ(table.currentWindowLocation(QStringLiteral("A")), QStringLiteral("Aktuell: A"));
     EXPECT_EQ(table.selectedWindowCount(2), QStringLiteral("2 Fenster ausgewählt"));
     EXPECT_EQ(table.confirmWindowSelection(2), QStringLiteral("2 Fenster hinzufügen"));
     EXPECT_EQ(table.openTodoCount(2), QStringLiteral("2 offene Aufgaben"));

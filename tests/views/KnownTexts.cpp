@@ -7,13 +7,15 @@ namespace kelpa::test {
 QStringList knownTexts(const CopyTable& table)
 {
     // A space stands for the name of an application.
-    QStringList texts{table.windowName(QStringLiteral(" "), table.text(CopyKey::Window)),
-                      table.selectWindowsTitle({}),
-                      table.currentWindowLocation({}),
-                      table.selectedWindowCount(0),
-                      table.confirmWindowSelection(0),
-                      table.openTodoCount(0),
-                      table.windowCount(0)};
+    QStringList texts{
+        table.windowName(QStringLiteral(" "), table.text(CopyKey::Window)),
+        table.selectWindowsTitle({}),
+        KelpaCopy::currentWindowLocation({}, table.language()),
+        KelpaCopy::currentWindowLocation(table.text(CopyKey::Unsorted), table.language()),
+        table.selectedWindowCount(0),
+        table.confirmWindowSelection(0),
+        table.openTodoCount(0),
+        table.windowCount(0)};
     const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
     for (int i = 0; i < keys.keyCount(); ++i)
         texts.append(table.text(static_cast<CopyKey>(keys.value(i))));

@@ -6,22 +6,69 @@
 #include <gtest/gtest.h>
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QImage>
 #include <QPainter>
+#include <QRawFont>
+#include <QSet>
 #include <QSignalSpy>
+#include <QTextLayout>
+
+#include <array>
+#include <utility>
 
 namespace kelpa::test {
 namespace {
 
+/// The families that `text` is drawn from.
+QSet<QString> drawnFrom(const ViewSettings& settings, const QString& text)
+{
+    QTextLayout layout(text, settings.font(settings.fontFamilies(), 13, QFont::Normal));
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+    QSet<QString> families;
+    for (const QGlyphRun& run : layout.glyphRuns())
+        families.insert(run.rawFont().familyName());
+    return families;
+}
+
+// In one process, one language after the other: fonts are kept from one to the next.
 TEST(InterfaceFont, Ideographs_are_drawn_as_the_language_writes_them)
 {
+    using enum AppLanguage;
+    const std::array expected =
+        std::to_array<std::pair<AppLanguage, const char*>>({{chinese, "SC"},
+                                                            {japanese, "JP"},
+                                                            {korean, "KR"},
+                                                            {french, "SC"},
+                                                            {japanese, "JP"},
+                                                            {german, "SC"},
+                                                            {korean, "KR"},
+                                                            {chinese, "SC"},
+                                                            {english, "SC"}});
     ViewSettings settings;
-    settings.setLanguage(AppLanguage::japanese);
-    EXPECT_EQ(settings.fontFamilies().at(1), QStringLiteral("Noto Sans CJK JP"));
-    settings.setLanguage(AppLanguage::korean);
-    EXPECT_EQ(settings.fontFamilies().at(1), QStringLiteral("Noto Sans CJK KR"));
-    settings.setLanguage(AppLanguage::chinese);
-    EXPECT_EQ(settings.fontFamilies().at(1), QStringLiteral("Noto Sans CJK SC"));
+    for (const auto& [language, region] : expected) {
+        settings.setLanguage(language);
+        const QString family = QStringLiteral("Noto Sans CJK ") + QLatin1String(region);
+        EXPECT_EQ(drawnFrom(settings, QStringLiteral("直骨门")), QSet<QString>{family});
+        EXPECT_EQ(drawnFrom(settings, QStringLiteral("ひらがな・カタカナ")), QSet<QString>{family});
+        EXPECT_EQ(drawnFrom(settings, QStringLiteral("한국어")), QSet<QString>{family});
+        EXPECT_EQ(drawnFrom(settings, QStringLiteral("A、b")),
+                  (QSet<QString>{family, settings.fontFamilies().front()}));
+    }
+}
+
+TEST(InterfaceFont, Latin_text_has_a_font_without_ideographs_in_every_language)
+{
+    ViewSettings settings;
+    for (const AppLanguage language : allAppLanguages) {
+        settings.setLanguage(language);
+        const QSet<QString> families =
+            drawnFrom(settings, QStringLiteral("Prêt à l’œuvre – 12 „Ziele“"));
+        EXPECT_EQ(families, QSet<QString>{settings.fontFamilies().front()});
+        EXPECT_FALSE(families.values().front().contains(QStringLiteral("CJK")));
+    }
 }
 
 TEST(InterfaceFont, An_apostrophe_is_narrow_in_every_language)

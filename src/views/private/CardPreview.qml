@@ -31,14 +31,14 @@ Rectangle {
     }
     Column {
         anchors.centerIn: parent
-        width: parent.width - 2 * Theme.medium
-        spacing: Theme.tiny
+        width: parent.width - 2 * Theme.small
+        spacing: 2
         visible: root.revision === 0
 
         AppIcon {
             anchors.horizontalCenter: parent.horizontalCenter
             name: "layers"
-            size: 18
+            size: 14
         }
         AppText {
             width: parent.width
@@ -47,7 +47,10 @@ Rectangle {
             font: Theme.caption
             color: Theme.secondaryText
             wrapMode: Text.Wrap
-            maximumLineCount: 2
+            // Close together, so that the longest message of any language has its place.
+            lineHeightMode: Text.FixedHeight
+            lineHeight: 13
+            maximumLineCount: 4
             Accessible.role: Accessible.StaticText
             Accessible.ignored: !visible
             Accessible.name: text

@@ -8,7 +8,7 @@ Item {
     id: root
 
     required property BoardController board
-    required property int windowID
+    required property real windowID
     required property string ownerName
     required property string title
     required property string location
@@ -22,7 +22,7 @@ Item {
 
     implicitHeight: 62
     Accessible.role: root.isInGoal ? Accessible.ListItem : Accessible.CheckBox
-    Accessible.name: root.ownerName + ": " + root.title
+    Accessible.name: root.board.copy.windowName(root.ownerName, root.title)
     Accessible.description: root.location
     Accessible.focusable: true
     Accessible.checkable: !root.isInGoal
