@@ -237,7 +237,7 @@ void WindowStore::showToast(CopyKey text, OffersUndo offersUndo)
     m_toastTask.reset();
     m_toastText = text;
     publish(m_toastMessage, std::optional(KelpaCopy::text(text, m_language)), Field::toastMessage);
-    publish(m_toastOffersUndo, bool{isOffering}, Field::toastOffersUndo);
+    publish(m_toastOffersUndo, isOffering, Field::toastOffersUndo);
     m_toastTask = m_scheduler.after(isOffering ? undoOfferDuration : toastDuration, [this] {
         const Update update(*this);
         m_toastTask.reset();

@@ -41,6 +41,7 @@ class BoardController : public QObject
     Q_PROPERTY(bool isScreenCaptureTrusted READ isScreenCaptureTrusted NOTIFY
                    isScreenCaptureTrustedChanged)
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
+    Q_PROPERTY(bool toastOffersUndo READ toastOffersUndo NOTIFY toastOffersUndoChanged)
     Q_PROPERTY(kelpa::GoalListModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
     Q_PROPERTY(kelpa::TodoController* todos READ todos CONSTANT)
@@ -65,6 +66,8 @@ public:
     bool isScreenCaptureTrusted() const;
     /// Empty while there is none.
     QString toastMessage() const;
+    /// Whether `undo` takes back what the toast tells of.
+    bool toastOffersUndo() const;
     GoalListModel* columns() { return &m_columns; }
     MoveTargetModel* moveTargets() { return &m_moveTargets; }
     TodoController* todos() { return &m_todos; }
@@ -72,6 +75,8 @@ public:
     bool isHidingGoalsWithoutOpenTodos() const;
 
     Q_INVOKABLE void refresh();
+    /// Takes the last change of the board back.
+    Q_INVOKABLE void undo();
     /// An index outside `languageNames` does nothing.
     Q_INVOKABLE void setLanguageIndex(int index);
     Q_INVOKABLE void toggleAutoSortingGoals();
@@ -117,6 +122,7 @@ Q_SIGNALS:
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
     void toastMessageChanged();
+    void toastOffersUndoChanged();
     void selectedColumnChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
 
