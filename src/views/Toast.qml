@@ -52,7 +52,7 @@ Rectangle {
 
         anchors.fill: parent
         anchors.leftMargin: Theme.large
-        anchors.rightMargin: root.hasAction ? action.width + Theme.small : Theme.large
+        anchors.rightMargin: root.hasAction ? action.width + Theme.large : Theme.large
         horizontalAlignment: Text.AlignHCenter
         text: root.shownMessage
         color: Theme.window
