@@ -47,11 +47,22 @@ KeyboardFocus keyboardFocus(const QQuickItem* item)
     return isKeyboardFocused(*item) ? KeyboardFocus::control : KeyboardFocus::board;
 }
 
+/// Of a key that is pressed with Control.
+BoardKey historyKey(const QKeyEvent& event)
+{
+    const bool isShifted = event.modifiers().testFlag(Qt::ShiftModifier);
+    if (event.key() == Qt::Key_Z)
+        return isShifted ? BoardKey::redo : BoardKey::undo;
+    return event.key() == Qt::Key_Y && !isShifted ? BoardKey::redo : BoardKey::other;
+}
+
 } // namespace
 
 BoardKey boardKey(const QKeyEvent& event)
 {
     const auto foreign = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if ((event.modifiers() & foreign) == Qt::ControlModifier)
+        return historyKey(event);
     if ((event.modifiers() & foreign) != 0)
         return BoardKey::other;
     switch (event.key()) {
@@ -130,6 +141,10 @@ void BoardInput::carryOut(const BoardCommand& command)
         m_store.requestAddTodo(request->goalID);
     else if (std::holds_alternative<ActivateSelection>(command))
         m_store.activateSelection();
+    else if (std::holds_alternative<UndoChange>(command))
+        m_store.undo();
+    else if (std::holds_alternative<RedoChange>(command))
+        m_store.redo();
     else
         m_store.returnToTargetSelection();
 }

@@ -14,8 +14,9 @@ namespace kelpa {
 
 class WindowStore;
 
-/// Which of the board's keys an event is; `other` for any further key, and for one that is pressed
-/// together with Control, Alt or Super, which belongs to somebody else.
+/// Which of the board's keys an event is; `other` for any further key. Control with Z undoes, and
+/// with Shift and Z, or with Y, redoes; whatever else is pressed together with Control, Alt or
+/// Super belongs to somebody else.
 BoardKey boardKey(const QKeyEvent& event);
 
 /// Looks at the window's events before anybody else. Main thread.

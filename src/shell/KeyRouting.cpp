@@ -18,6 +18,8 @@ std::optional<NavigationDirection> direction(BoardKey key)
     case BoardKey::space:
     case BoardKey::enter:
     case BoardKey::escape:
+    case BoardKey::undo:
+    case BoardKey::redo:
     case BoardKey::other:
         return std::nullopt;
     }
@@ -43,6 +45,10 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
     }
     case BoardKey::escape:
         return isInside ? std::optional<BoardCommand>(ReturnToTargetSelection{}) : std::nullopt;
+    case BoardKey::undo:
+        return UndoChange{};
+    case BoardKey::redo:
+        return RedoChange{};
     default:
         return std::nullopt;
     }
@@ -54,6 +60,10 @@ KeyDecision decideKey(BoardKey key, const KeyContext& context)
 {
     if (!context.isBoardActive || context.focus == KeyboardFocus::popup)
         return {};
+    // A field takes back what was typed in it; a button has nothing of its own to take back.
+    const bool isHistory = key == BoardKey::undo || key == BoardKey::redo;
+    if (isHistory && context.focus != KeyboardFocus::textInput)
+        return {.leavesFocus = false, .command = boardCommand(key, context.navigation)};
     const bool isArrow = direction(key).has_value();
     // Letters, Space and Return belong to the field or the button; an arrow leaves it and moves the
     // selection in the same stroke.

@@ -10,7 +10,18 @@
 namespace kelpa {
 
 /// The keys that drive the board. Keypad Enter counts as Return.
-enum class BoardKey : std::uint8_t { left, right, up, down, space, enter, escape, other };
+enum class BoardKey : std::uint8_t {
+    left,
+    right,
+    up,
+    down,
+    space,
+    enter,
+    escape,
+    undo,
+    redo,
+    other,
+};
 
 /// Who has the keyboard within the main window.
 enum class KeyboardFocus : std::uint8_t {
@@ -56,9 +67,17 @@ struct RequestAddTodo
     GoalID goalID;
     friend bool operator==(const RequestAddTodo&, const RequestAddTodo&) = default;
 };
+struct UndoChange
+{
+    friend bool operator==(const UndoChange&, const UndoChange&) = default;
+};
+struct RedoChange
+{
+    friend bool operator==(const RedoChange&, const RedoChange&) = default;
+};
 
 using BoardCommand = std::variant<MoveTargetSelection, MoveWindowSelection, ActivateSelection,
-                                  ReturnToTargetSelection, RequestAddTodo>;
+                                  ReturnToTargetSelection, RequestAddTodo, UndoChange, RedoChange>;
 
 struct KeyDecision
 {

@@ -15,8 +15,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long a toast stays.
+/// How long a toast stays, and one that is to be answered.
 constexpr Scheduler::Duration toastDuration = 2s;
+constexpr Scheduler::Duration undoOfferDuration = 6s;
 
 /// How long after a save that failed it is tried again, should no change come first.
 constexpr Scheduler::Duration saveRetryDelay = 5s;
@@ -69,7 +70,7 @@ void WindowStore::setAutoSortingGoals(bool isAutoSorting)
     if (!publish(m_isAutoSortingGoals, isAutoSorting, Field::isAutoSortingGoals))
         return;
     sortGoalsIfNeeded();
-    saveState({{autoSortingGoalsKey, isAutoSorting}});
+    saveStep({{autoSortingGoalsKey, isAutoSorting}});
 }
 
 void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
@@ -131,6 +132,15 @@ void WindowStore::emitChange(Field field)
     case Field::toastMessage:
         Q_EMIT toastMessageChanged();
         return;
+    case Field::toastOffersUndo:
+        Q_EMIT toastOffersUndoChanged();
+        return;
+    case Field::canUndo:
+        Q_EMIT canUndoChanged();
+        return;
+    case Field::canRedo:
+        Q_EMIT canRedoChanged();
+        return;
     case Field::searchText:
         Q_EMIT searchTextChanged();
         return;
@@ -168,24 +178,21 @@ void WindowStore::loadState()
     publish(m_language, board.language.value_or(allAppLanguages.front()), Field::language);
     publish(m_isAutoSortingGoals, board.isAutoSortingGoals.value_or(m_isAutoSortingGoals),
             Field::isAutoSortingGoals);
-    BoardContents contents = joined(board.contents, {m_goals, m_unassignedTodos, m_assignments});
-    if (m_isAutoSortingGoals)
-        contents.goals = automaticallySorted(contents.goals);
-    publish(m_goals, std::move(contents.goals), Field::goals);
-    publish(m_unassignedTodos, std::move(contents.unassignedTodos), Field::unassignedTodos);
-    m_assignments = std::move(contents.assignments);
-    reconcileWithBoard();
+    showContents(joined(board.contents, {m_goals, m_unassignedTodos, m_assignments}));
+    clearHistory();
 
     std::vector<SettingsEntry> entries = boardEntries(m_goals, m_unassignedTodos);
     if (m_assignments != board.contents.assignments)
         entries.push_back(assignmentsEntry(m_assignments));
     else if (board.assignmentsDocument)
         entries.push_back({assignmentsKey, *board.assignmentsDocument});
+    m_savedVersion = version();
     write(entries);
 }
 
 void WindowStore::saveState(std::vector<SettingsEntry> settings)
 {
+    m_savedVersion = version();
     std::vector<SettingsEntry> entries;
     if (m_isBoardLoaded) {
         entries = boardEntries(m_goals, m_unassignedTodos);
@@ -224,16 +231,24 @@ void WindowStore::retrySavingLater()
     });
 }
 
-void WindowStore::showToast(CopyKey text)
+void WindowStore::showToast(CopyKey text, OffersUndo offersUndo)
 {
+    const bool isOffering = offersUndo == OffersUndo::yes;
     m_toastTask.reset();
     m_toastText = text;
     publish(m_toastMessage, std::optional(KelpaCopy::text(text, m_language)), Field::toastMessage);
-    m_toastTask = m_scheduler.after(toastDuration, [this] {
+    publish(m_toastOffersUndo, isOffering, Field::toastOffersUndo);
+    m_toastTask = m_scheduler.after(isOffering ? undoOfferDuration : toastDuration, [this] {
         const Update update(*this);
         m_toastTask.reset();
-        publish(m_toastMessage, std::optional<QString>(), Field::toastMessage);
+        clearToast();
     });
+}
+
+void WindowStore::clearToast()
+{
+    publish(m_toastMessage, std::optional<QString>(), Field::toastMessage);
+    publish(m_toastOffersUndo, false, Field::toastOffersUndo);
 }
 
 } // namespace kelpa

@@ -12,6 +12,7 @@
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "platform/WindowServer.h"
+#include "store/BoardHistory.h"
 #include "store/TaskGroup.h"
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
@@ -58,6 +59,10 @@ public:
     /// Differs after every request to open that field and every cancel that closes it.
     std::int64_t todoEditorRequestID() const { return m_todoEditorRequestID; }
     const std::optional<QString>& toastMessage() const { return m_toastMessage; }
+    /// The toast tells of a deletion, and `undo` takes that very deletion back.
+    bool toastOffersUndo() const { return m_toastOffersUndo; }
+    bool canUndo() const { return m_canUndo; }
+    bool canRedo() const { return m_canRedo; }
     const QString& searchText() const { return m_searchText; }
     bool isAccessibilityTrusted() const { return m_isAccessibilityTrusted; }
     bool isScreenCaptureTrusted() const { return m_isScreenCaptureTrusted; }
@@ -85,6 +90,16 @@ public:
 
     /// Tries once more to read and to write what could not be until now: for the program's end.
     void finishSaving();
+
+    // Taking back. A step is one operation of a person that changed goals, todos or assignments,
+    // with all that followed from it by itself. What the desktop does, settings, selection and
+    // search are no steps; but where switching the automatic order on moved goals, undoing that
+    // also switches it off.
+
+    /// Takes the last step back, with the very same records; nothing when there is none.
+    void undo();
+    /// Does what was last undone again, unless something else was done since.
+    void redo();
 
     // Goals. An unknown goal, and a title of which trimming leaves nothing, make them no-ops.
 
@@ -178,6 +193,9 @@ Q_SIGNALS:
     void todoEditorGoalIDChanged();
     void todoEditorRequestIDChanged();
     void toastMessageChanged();
+    void toastOffersUndoChanged();
+    void canUndoChanged();
+    void canRedoChanged();
     void searchTextChanged();
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
@@ -195,6 +213,9 @@ private:
         todoEditorGoalID,
         todoEditorRequestID,
         toastMessage,
+        toastOffersUndo,
+        canUndo,
+        canRedo,
         searchText,
         isAccessibilityTrusted,
         isScreenCaptureTrusted,
@@ -234,6 +255,10 @@ private:
     }
 
     void loadState();
+    /// Notes what the person changed since the last save as a step, and saves.
+    void saveStep(std::vector<SettingsEntry> settings = {});
+    /// As `saveStep`, with a toast that offers to take it back.
+    void saveDeletion(CopyKey announcement);
     /// Writes the board, and `settings` with it. A board that is not yet joined with the stored one
     /// stays in memory.
     void saveState(std::vector<SettingsEntry> settings = {});
@@ -241,7 +266,19 @@ private:
     void write(const std::vector<SettingsEntry>& entries);
     void afterWriting(bool isDone);
     void retrySavingLater();
-    void showToast(CopyKey text);
+    enum class OffersUndo : std::uint8_t { no, yes };
+    void showToast(CopyKey text, OffersUndo offersUndo);
+    void clearToast();
+    /// Something else came after the deletion that the toast tells of.
+    void withdrawUndoOffer();
+
+    BoardVersion version() const;
+    /// Back or forth to `board`, in one save.
+    void restore(BoardVersion board);
+    /// Publishes them, in automatic order where that is on, and lets what depends on them follow.
+    void showContents(BoardContents contents);
+    void clearHistory();
+    void publishHistory();
 
     void sortGoalsIfNeeded();
     QSet<GoalID> goalIDs() const;
@@ -253,7 +290,7 @@ private:
     QList<TodoItem>* todoList(std::optional<GoalID> goalID);
     /// Notes that the list which `goalID` names has changed.
     void markTodosChanged(std::optional<GoalID> goalID);
-    void afterTodoCountChanged();
+    void reconcileWithTodoCounts();
 
     /// Lets windows, selection and the open field follow the goals, todos and assignments.
     void reconcileWithBoard();
@@ -298,6 +335,9 @@ private:
     std::optional<QString> m_toastMessage;
     /// Of the toast that is shown, or was last.
     CopyKey m_toastText = CopyKey::TodoCopied;
+    bool m_toastOffersUndo = false;
+    bool m_canUndo = false;
+    bool m_canRedo = false;
     QString m_searchText;
     bool m_isAccessibilityTrusted = false;
     bool m_isScreenCaptureTrusted = false;
@@ -308,6 +348,9 @@ private:
     /// What is stored is on the board.
     bool m_isBoardLoaded = false;
     Assignments m_assignments;
+    BoardHistory m_history;
+    /// The board as it was saved last, whoever changed it.
+    BoardVersion m_savedVersion;
     int m_targetGridColumnCount = 1;
 
     qsizetype m_previewCaptureCursor = 0;

@@ -120,6 +120,7 @@ void WindowStore::createWindow(LaunchableApplication application, GoalID goalID)
 void WindowStore::awaitNewWindow(const AwaitedWindow& awaited)
 {
     m_tasks.after(newWindowPollInterval, [this, awaited] {
+        const Update update(*this);
         refresh();
         const auto isNew = [&awaited](const WindowItem& window) {
             return window.bundleIdentifier == awaited.bundleIdentifier &&
@@ -127,7 +128,9 @@ void WindowStore::awaitNewWindow(const AwaitedWindow& awaited)
         };
         const auto found = std::ranges::find_if(std::as_const(m_windows), isNew);
         if (found != m_windows.cend()) {
-            assign(found->id, awaited.goalID);
+            // The launch was the person's, not what came of it: undoing leaves it where it is.
+            if (setAssignment(found->id, awaited.goalID))
+                saveState();
             activateTarget(TargetSelection::goal(awaited.goalID), EnterWindowLayer::no);
         } else if (awaited.pollsLeft > 1) {
             AwaitedWindow again = awaited;

@@ -13,7 +13,7 @@ void WindowStore::createGoal(const QString& title)
 {
     const Update update(*this);
     if (addGoal(title))
-        saveState();
+        saveStep();
 }
 
 std::optional<GoalID> WindowStore::addGoal(const QString& title)
@@ -40,7 +40,7 @@ void WindowStore::renameGoal(GoalID goalID, const QString& title)
         return;
     m_goals[index].title = trimmed;
     markChanged(Field::goals);
-    saveState();
+    saveStep();
 }
 
 void WindowStore::deleteGoal(GoalID goalID)
@@ -54,7 +54,7 @@ void WindowStore::deleteGoal(GoalID goalID)
     m_assignments = withoutGoal(m_assignments, goalID);
     // At once, however long the look at the desktop takes: a card of no goal would stand nowhere.
     reconcileWithBoard();
-    saveState();
+    saveDeletion(CopyKey::GoalDeleted);
     refresh();
 }
 
@@ -65,7 +65,7 @@ void WindowStore::moveGoal(GoalID sourceID, GoalID beforeID)
         return;
     std::optional<QList<Goal>> moved = movedGoal(m_goals, sourceID, beforeID);
     if (moved && publish(m_goals, *std::move(moved), Field::goals))
-        saveState();
+        saveStep();
 }
 
 void WindowStore::setGoalPriority(GoalPriority priority, GoalID goalID)
@@ -77,7 +77,7 @@ void WindowStore::setGoalPriority(GoalPriority priority, GoalID goalID)
     m_goals[index].priority = priority;
     markChanged(Field::goals);
     sortGoalsIfNeeded();
-    saveState();
+    saveStep();
 }
 
 void WindowStore::sortGoalsIfNeeded()

@@ -19,7 +19,7 @@ void WindowStore::addTodo(const QString& title, std::optional<GoalID> to)
     todos->append({TodoID::create(), trimmed, TodoStatus::todo, std::nullopt, order});
     markTodosChanged(to);
     sortGoalsIfNeeded();
-    saveState();
+    saveStep();
 }
 
 void WindowStore::updateTodo(TodoID todoID, const QString& title, std::optional<GoalID> in)
@@ -32,7 +32,7 @@ void WindowStore::updateTodo(TodoID todoID, const QString& title, std::optional<
         return;
     (*todos)[index].title = trimmed;
     markTodosChanged(in);
-    saveState();
+    saveStep();
 }
 
 void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
@@ -44,7 +44,8 @@ void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
         return;
     (*todos)[index] = withNextStatus(todos->at(index), m_scheduler.now());
     markTodosChanged(in);
-    afterTodoCountChanged();
+    reconcileWithTodoCounts();
+    saveStep();
 }
 
 void WindowStore::deleteTodo(TodoID todoID, std::optional<GoalID> from)
@@ -56,7 +57,8 @@ void WindowStore::deleteTodo(TodoID todoID, std::optional<GoalID> from)
         return;
     todos->removeAt(index);
     markTodosChanged(from);
-    afterTodoCountChanged();
+    reconcileWithTodoCounts();
+    saveDeletion(CopyKey::TodoDeleted);
 }
 
 void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to)
@@ -74,7 +76,8 @@ void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optio
     destination->append(std::move(todo));
     markTodosChanged(from);
     markTodosChanged(to);
-    afterTodoCountChanged();
+    reconcileWithTodoCounts();
+    saveStep();
 }
 
 void WindowStore::moveTodo(TodoID todoID, TodoID before)
@@ -90,14 +93,14 @@ void WindowStore::moveTodo(TodoID todoID, TodoID before)
     if (haveUnassignedChanged)
         markChanged(Field::unassignedTodos);
     if (haveGoalsChanged || haveUnassignedChanged)
-        saveState();
+        saveStep();
 }
 
 void WindowStore::copyTodo(const TodoItem& todo)
 {
     const Update update(*this);
     m_platform.pasteboard.setText(todo.title);
-    showToast(CopyKey::TodoCopied);
+    showToast(CopyKey::TodoCopied, OffersUndo::no);
 }
 
 void WindowStore::requestAddTodo(GoalID goalID)
@@ -136,11 +139,10 @@ void WindowStore::markTodosChanged(std::optional<GoalID> goalID)
     markChanged(goalID ? Field::goals : Field::unassignedTodos);
 }
 
-void WindowStore::afterTodoCountChanged()
+void WindowStore::reconcileWithTodoCounts()
 {
     sortGoalsIfNeeded();
     reconcileSelectionWithVisibleGoals();
-    saveState();
 }
 
 } // namespace kelpa

@@ -137,7 +137,7 @@ void WindowStore::assign(WindowID windowID, std::optional<GoalID> to)
 {
     const Update update(*this);
     if (setAssignment(windowID, to))
-        saveState();
+        saveStep();
 }
 
 bool WindowStore::setAssignment(WindowID windowID, std::optional<GoalID> to)
@@ -162,7 +162,7 @@ void WindowStore::createGoal(const QString& title, WindowID windowID)
     if (!goalID)
         return;
     setAssignment(windowID, goalID);
-    saveState();
+    saveStep();
 }
 
 bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
@@ -185,7 +185,7 @@ bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
     for (const WindowID windowID : windowIDs)
         m_assignments.insert(assignmentKey(windowID), to);
     reconcileNavigationWithWindows();
-    saveState();
+    saveStep();
     return true;
 }
 

@@ -34,6 +34,8 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
     connect(&store, &WindowStore::isScreenCaptureTrustedChanged, this,
             &BoardController::isScreenCaptureTrustedChanged);
     connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
+    connect(&store, &WindowStore::toastOffersUndoChanged, this,
+            &BoardController::toastOffersUndoChanged);
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
             &BoardController::isHidingGoalsWithoutOpenTodosChanged);
     connect(&store, &WindowStore::boardNavigationChanged, this,
@@ -125,6 +127,11 @@ QString BoardController::toastMessage() const
     return m_store.toastMessage().value_or(QString());
 }
 
+bool BoardController::toastOffersUndo() const
+{
+    return m_store.toastOffersUndo();
+}
+
 bool BoardController::isHidingGoalsWithoutOpenTodos() const
 {
     return m_store.isHidingGoalsWithoutOpenTodos();
@@ -133,6 +140,11 @@ bool BoardController::isHidingGoalsWithoutOpenTodos() const
 void BoardController::refresh()
 {
     m_store.refresh();
+}
+
+void BoardController::undo()
+{
+    m_store.undo();
 }
 
 void BoardController::setLanguageIndex(int index)

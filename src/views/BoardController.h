@@ -43,6 +43,7 @@ class BoardController : public QObject
     /// Whether a double tap of Command brings Kelpa forward.
     Q_PROPERTY(bool isDoubleTapOffered READ isDoubleTapOffered NOTIFY isDoubleTapOfferedChanged)
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
+    Q_PROPERTY(bool toastOffersUndo READ toastOffersUndo NOTIFY toastOffersUndoChanged)
     Q_PROPERTY(kelpa::GoalListModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
     Q_PROPERTY(kelpa::TodoController* todos READ todos CONSTANT)
@@ -69,6 +70,8 @@ public:
     void setDoubleTapOffered(bool isOffered);
     /// Empty while there is none.
     QString toastMessage() const;
+    /// Whether `undo` takes back what the toast tells of.
+    bool toastOffersUndo() const;
     GoalListModel* columns() { return &m_columns; }
     MoveTargetModel* moveTargets() { return &m_moveTargets; }
     TodoController* todos() { return &m_todos; }
@@ -76,6 +79,8 @@ public:
     bool isHidingGoalsWithoutOpenTodos() const;
 
     Q_INVOKABLE void refresh();
+    /// Takes the last change of the board back.
+    Q_INVOKABLE void undo();
     /// An index outside `languageNames` does nothing.
     Q_INVOKABLE void setLanguageIndex(int index);
     Q_INVOKABLE void toggleAutoSortingGoals();
@@ -122,6 +127,7 @@ Q_SIGNALS:
     void isScreenCaptureTrustedChanged();
     void isDoubleTapOfferedChanged();
     void toastMessageChanged();
+    void toastOffersUndoChanged();
     void selectedColumnChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
 

@@ -61,6 +61,8 @@ T.ApplicationWindow {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.huge
         message: root.board.toastMessage
+        actionText: root.board.toastOffersUndo ? root.board.copy.text(CopyKey.Undo) : ""
+        onActionRequested: root.board.undo()
     }
 
     TitleSheet {

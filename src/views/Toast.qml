@@ -1,21 +1,37 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Kelpa
 
-/// A short message over the board.
+/// A short message over the board, and what can be done about it.
 Rectangle {
     id: root
 
     required property string message
+    /// What the button says; there is none while it is empty.
+    property string actionText
 
-    /// The last message stays readable while it fades.
+    /// The last message stays readable while it fades, and the button in its place.
     property string shownMessage
+    property string shownActionText
 
-    onMessageChanged: if (root.message.length > 0)
-        root.shownMessage = root.message
+    readonly property bool hasAction: root.shownActionText.length > 0
 
-    implicitWidth: Math.min(420, label.implicitWidth + 2 * Theme.large)
+    signal actionRequested
+
+    function noteShown(): void {
+        if (root.message.length === 0)
+            return;
+        root.shownMessage = root.message;
+        root.shownActionText = root.actionText;
+    }
+
+    onMessageChanged: root.noteShown()
+    onActionTextChanged: root.noteShown()
+
+    implicitWidth: Math.min(420, label.implicitWidth + label.anchors.leftMargin
+                                 + label.anchors.rightMargin)
     implicitHeight: 36
     radius: height / 2
     color: Theme.text
@@ -36,9 +52,47 @@ Rectangle {
 
         anchors.fill: parent
         anchors.leftMargin: Theme.large
-        anchors.rightMargin: Theme.large
+        anchors.rightMargin: root.hasAction ? action.width + Theme.large : Theme.large
         horizontalAlignment: Text.AlignHCenter
         text: root.shownMessage
         color: Theme.window
+    }
+    T.Button {
+        id: action
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.tiny
+        anchors.verticalCenter: parent.verticalCenter
+        implicitWidth: implicitContentWidth + 2 * Theme.medium
+        implicitHeight: 28
+        text: root.shownActionText
+        font: Theme.bodyStrong
+        visible: root.hasAction
+        enabled: root.actionText.length > 0
+        focusPolicy: Qt.TabFocus
+        Accessible.name: action.text
+        Accessible.ignored: !action.visible
+        Accessible.onPressAction: action.clicked()
+        onClicked: root.actionRequested()
+        Keys.onReturnPressed: action.clicked()
+        Keys.onEnterPressed: action.clicked()
+
+        contentItem: AppText {
+            horizontalAlignment: Text.AlignHCenter
+            text: action.text
+            font: action.font
+            color: Theme.window
+        }
+        background: Rectangle {
+            radius: height / 2
+            color: Theme.window
+            opacity: action.down ? 0.3 : (action.hovered ? 0.22 : 0.12)
+        }
+
+        FocusRing {
+            control: action
+            radius: height / 2
+            isShown: action.visualFocus
+        }
     }
 }

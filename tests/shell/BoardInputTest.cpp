@@ -118,6 +118,37 @@ TEST_F(BoardInputTest, A_key_that_is_pressed_with_Control_Alt_or_Super_is_somebo
     EXPECT_EQ(store().boardNavigation(), State::idle());
 }
 
+TEST_F(BoardInputTest, Control_with_Z_undoes_and_with_Shift_and_Z_or_with_Y_redoes)
+{
+    makeGoal();
+    makeGoal();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(store().goals().isEmpty());
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(store().goals().size(), 1);
+    press(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(store().goals().size(), 2);
+
+    press(Qt::Key_Z);
+    press(Qt::Key_Z, Qt::ShiftModifier);
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::AltModifier);
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::MetaModifier);
+    EXPECT_EQ(store().goals().size(), 2);
+}
+
+TEST_F(BoardInputTest, In_a_field_Control_with_Z_takes_back_what_was_typed_there)
+{
+    makeGoal();
+    item("field")->forceActiveFocus();
+    press(Qt::Key_A);
+    ASSERT_EQ(typedText(), QStringLiteral("a"));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(typedText(), QString());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(store().goals().size(), 1) << "also when there is nothing left to take back";
+}
+
 TEST_F(BoardInputTest, Space_presses_the_button_that_Tab_reached_and_not_one_that_was_clicked)
 {
     makeGoal();

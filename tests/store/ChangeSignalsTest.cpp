@@ -82,6 +82,9 @@ const QString boardNavigation = QStringLiteral("boardNavigation");
 const QString todoEditorGoalID = QStringLiteral("todoEditorGoalID");
 const QString todoEditorRequestID = QStringLiteral("todoEditorRequestID");
 const QString toastMessage = QStringLiteral("toastMessage");
+const QString toastOffersUndo = QStringLiteral("toastOffersUndo");
+const QString canUndo = QStringLiteral("canUndo");
+const QString canRedo = QStringLiteral("canRedo");
 const QString searchText = QStringLiteral("searchText");
 const QString language = QStringLiteral("language");
 const QString isAutoSortingGoals = QStringLiteral("isAutoSortingGoals");
@@ -125,11 +128,13 @@ INSTANTIATE_TEST_SUITE_P(
                       [](Board& s) { s.store.renameGoal(s.a, QStringLiteral("A ")); },
                       {},
                       0},
-        OperationCase{
-            "delete_with_windows", [](Board& s) { s.store.deleteGoal(s.b); }, {goals, windows}, 1},
+        OperationCase{"delete_with_windows",
+                      [](Board& s) { s.store.deleteGoal(s.b); },
+                      {goals, windows, toastMessage, toastOffersUndo},
+                      1},
         OperationCase{"delete_the_selected_one",
                       [](Board& s) { s.store.deleteGoal(s.a); },
-                      {goals, boardNavigation},
+                      {goals, boardNavigation, toastMessage, toastOffersUndo},
                       1},
         OperationCase{
             "delete_an_unknown_one", [](Board& s) { s.store.deleteGoal(GoalID::create()); }, {}, 0},
@@ -235,7 +240,15 @@ INSTANTIATE_TEST_SUITE_P(
                       [](Board& s) { s.store.toggleTodo(TodoID::create(), s.a); },
                       {},
                       0},
-        OperationCase{"delete", [](Board& s) { s.store.deleteTodo(s.todoInA, s.a); }, {goals}, 1},
+        OperationCase{"delete",
+                      [](Board& s) { s.store.deleteTodo(s.todoInA, s.a); },
+                      {goals, toastMessage, toastOffersUndo},
+                      1},
+        OperationCase{"delete_one_more",
+                      [](Board& s) { s.store.deleteTodo(s.todoInA, s.a); },
+                      {goals},
+                      1,
+                      [](Board& s) { s.store.deleteTodo(s.otherTodoInA, s.a); }},
         OperationCase{
             "delete_an_unknown_one", [](Board& s) { s.store.deleteTodo(s.todoInA, s.b); }, {}, 0},
         OperationCase{"move_between_goals",
@@ -341,6 +354,66 @@ INSTANTIATE_TEST_SUITE_P(
         OperationCase{
             "start_observing_the_same", [](Board& s) { s.store.startObserving(); }, {}, 0},
         OperationCase{"stop_observing", [](Board& s) { s.store.stopObserving(); }, {windows}, 0}),
+    caseName);
+
+void undoOnce(Board& s)
+{
+    s.store.undo();
+}
+void undoAll(Board& s)
+{
+    while (s.store.canUndo())
+        s.store.undo();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    History, ChangeSignals,
+    testing::Values(OperationCase{"undo_of_an_assignment", undoOnce, {windows, canRedo}, 1},
+                    OperationCase{"undo_of_a_loose_todo", undoOnce, {unassignedTodos}, 1, undoOnce},
+                    OperationCase{"undo_of_a_title",
+                                  undoOnce,
+                                  {goals, canRedo},
+                                  1,
+                                  [](Board& s) { s.store.renameGoal(s.b, title); }},
+                    OperationCase{"undo_of_a_deletion",
+                                  undoOnce,
+                                  {goals, windows, canRedo, toastMessage, toastOffersUndo},
+                                  1,
+                                  [](Board& s) { s.store.deleteGoal(s.b); }},
+                    OperationCase{"undo_of_the_first_step",
+                                  undoOnce,
+                                  {goals, boardNavigation, canUndo},
+                                  1,
+                                  [](Board& s) {
+                                      for (int i = 0; i < 6; ++i)
+                                          s.store.undo();
+                                      s.store.activateTarget(TargetSelection::goal(s.b),
+                                                             WindowStore::EnterWindowLayer::no);
+                                  }},
+                    OperationCase{"undo_of_nothing", undoOnce, {}, 0, undoAll},
+                    OperationCase{
+                        "redo", [](Board& s) { s.store.redo(); }, {windows, canRedo}, 1, undoOnce},
+                    OperationCase{"redo_of_nothing", [](Board& s) { s.store.redo(); }, {}, 0},
+                    OperationCase{"a_change_after_undo",
+                                  [](Board& s) { s.store.renameGoal(s.a, title); },
+                                  {goals, canRedo},
+                                  1,
+                                  undoOnce},
+                    OperationCase{"the_first_change",
+                                  [](Board& s) { s.store.addTodo(title, unassigned); },
+                                  {goals, unassignedTodos, canUndo, canRedo},
+                                  1,
+                                  undoAll},
+                    OperationCase{"a_change_after_a_deletion",
+                                  [](Board& s) { s.store.assign(2, s.a); },
+                                  {windows, toastMessage, toastOffersUndo},
+                                  1,
+                                  [](Board& s) { s.store.deleteTodo(s.todoInA, s.a); }},
+                    OperationCase{"the_end_of_an_offer",
+                                  [](Board& s) { s.scheduler.advance(std::chrono::seconds(6)); },
+                                  {toastMessage, toastOffersUndo},
+                                  0,
+                                  [](Board& s) { s.store.deleteTodo(s.todoInA, s.a); }}),
     caseName);
 
 using enum NavigationDirection;

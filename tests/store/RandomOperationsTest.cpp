@@ -1,6 +1,7 @@
 // Long random sequences of operations, with what must hold looked at after each one.
 
 #include "store/BoardPersistence.h"
+#include "store/HistoryModel.h"
 #include "store/TodoOrder.h"
 #include "support/StoreFixture.h"
 
@@ -89,6 +90,10 @@ protected:
     /// One operation, chosen by chance; gives its name.
     std::string operate();
 
+    /// The board is this one, and the test knows it so.
+    void expectBoard(const BoardVersion& board);
+    /// Back as far as it goes, and forth again.
+    void checkHistory();
     void checkMovedBefore(TodoID moved, TodoID target);
     void checkTodos();
     void checkGoals();
@@ -99,6 +104,8 @@ protected:
     /// What the test knows must be there, kept beside the store.
     QSet<TodoID> m_todos;
     Assignments m_assignments;
+    HistoryModel m_history;
+    BoardVersion m_before;
 
     const std::uint64_t m_seed;
     std::mt19937_64 m_random;
@@ -106,7 +113,7 @@ protected:
 
 std::string RandomOperations::operate()
 {
-    switch (below(22)) {
+    switch (below(25)) {
     case 0:
         if (store().goals().size() < 12)
             store().createGoal(anyTitle());
@@ -242,6 +249,15 @@ std::string RandomOperations::operate()
                                enter);
         return "activateTarget";
     }
+    case 21:
+    case 22:
+        store().undo();
+        expectBoard(m_history.undone(m_before));
+        return "undo";
+    case 23:
+        store().redo();
+        expectBoard(m_history.redone(m_before));
+        return "redo";
     default:
         switch (below(4)) {
         case 0:
@@ -260,6 +276,35 @@ std::string RandomOperations::operate()
             return "time passes";
         }
     }
+}
+
+void RandomOperations::expectBoard(const BoardVersion& board)
+{
+    EXPECT_EQ(HistoryModel::present(store()), board);
+    m_todos.clear();
+    for (const TodoItem& item : allTodos(board.contents.goals, board.contents.unassignedTodos))
+        m_todos.insert(item.id);
+    m_assignments = board.contents.assignments;
+}
+
+void RandomOperations::checkHistory()
+{
+    const BoardVersion start = HistoryModel::present(store());
+    int steps = 0;
+    for (; m_history.canUndo() && !HasFailure(); ++steps) {
+        ASSERT_TRUE(store().canUndo());
+        const BoardVersion expected = m_history.undone(HistoryModel::present(store()));
+        store().undo();
+        expectBoard(expected);
+        checkSavedState();
+    }
+    EXPECT_FALSE(store().canUndo());
+    for (; steps > 0 && !HasFailure(); --steps) {
+        const BoardVersion expected = m_history.redone(HistoryModel::present(store()));
+        store().redo();
+        expectBoard(expected);
+    }
+    expectBoard(start);
 }
 
 void RandomOperations::checkTodos()
@@ -367,9 +412,12 @@ TEST_F(RandomOperations, Keep_every_promise_of_the_board)
         const QList<TodoItem> unassigned = store().unassignedTodos();
         const BoardNavigationState navigation = store().boardNavigation();
         const QList<WindowItem> windows = store().windows();
+        m_before = HistoryModel::present(store());
         takeSignals();
 
         last = operate();
+        if (last != "undo" && last != "redo")
+            m_history.note(m_before, HistoryModel::present(store()));
 
         const testing::ScopedTrace trace(__FILE__, __LINE__,
                                          "operation " + std::to_string(i) + " (" + last +
@@ -387,11 +435,17 @@ TEST_F(RandomOperations, Keep_every_promise_of_the_board)
                   fired.contains(QStringLiteral("boardNavigation")));
         EXPECT_EQ(store().windows() != windows, fired.contains(QStringLiteral("windows")));
 
+        EXPECT_EQ(store().canUndo(), m_history.canUndo());
+        EXPECT_EQ(store().canRedo(), m_history.canRedo());
+
+        if (i % 1000 == 999)
+            checkHistory();
         if (i % 5000 == 4999) {
             const QList<Goal> before = store().goals();
             const QList<TodoItem> looseBefore = store().unassignedTodos();
             const bool wasSorting = store().isAutoSortingGoals();
             restartedStore();
+            m_history.clear();
             EXPECT_EQ(store().isAutoSortingGoals(), wasSorting);
             EXPECT_EQ(normalized(store().goals(), store().unassignedTodos()),
                       normalized(before, looseBefore));

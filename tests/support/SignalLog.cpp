@@ -17,6 +17,9 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::todoEditorGoalIDChanged, "todoEditorGoalID");
     listen(&WindowStore::todoEditorRequestIDChanged, "todoEditorRequestID");
     listen(&WindowStore::toastMessageChanged, "toastMessage");
+    listen(&WindowStore::toastOffersUndoChanged, "toastOffersUndo");
+    listen(&WindowStore::canUndoChanged, "canUndo");
+    listen(&WindowStore::canRedoChanged, "canRedo");
     listen(&WindowStore::searchTextChanged, "searchText");
     listen(&WindowStore::isAccessibilityTrustedChanged, "isAccessibilityTrusted");
     listen(&WindowStore::isScreenCaptureTrustedChanged, "isScreenCaptureTrusted");

@@ -179,6 +179,17 @@ TEST_F(Controller, The_toast_is_empty_again_when_its_time_is_over)
     EXPECT_EQ(goal(first).todos.front().id, todoID);
 }
 
+TEST_F(Controller, A_deletion_offers_to_be_undone)
+{
+    const QSignalSpy changes(controller.get(), &BoardController::toastOffersUndoChanged);
+    controller->deleteGoal(first.text());
+    EXPECT_TRUE(controller->toastOffersUndo());
+    controller->undo();
+    EXPECT_FALSE(controller->toastOffersUndo());
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_EQ(goalTitles(), (QStringList{QStringLiteral("First"), QStringLiteral("Second")}));
+}
+
 TEST_F(Controller, The_sorting_of_goals_is_toggled)
 {
     EXPECT_FALSE(controller->isAutoSortingGoals());

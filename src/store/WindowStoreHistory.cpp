@@ -1,0 +1,86 @@
+// Taking back what was done on the board, and doing it again.
+
+#include "store/BoardPersistence.h"
+#include "store/GoalOrder.h"
+#include "store/WindowStore.h"
+
+namespace kelpa {
+
+void WindowStore::undo()
+{
+    const Update update(*this);
+    if (m_history.canUndo())
+        restore(m_history.undone(version()));
+}
+
+void WindowStore::redo()
+{
+    const Update update(*this);
+    if (m_history.canRedo())
+        restore(m_history.redone(version()));
+}
+
+BoardVersion WindowStore::version() const
+{
+    return {{m_goals, m_unassignedTodos, m_assignments}, m_isAutoSortingGoals};
+}
+
+void WindowStore::restore(BoardVersion board)
+{
+    std::vector<SettingsEntry> settings;
+    if (publish(m_isAutoSortingGoals, board.isAutoSortingGoals, Field::isAutoSortingGoals))
+        settings.push_back({autoSortingGoalsKey, board.isAutoSortingGoals});
+    showContents(std::move(board.contents));
+    withdrawUndoOffer();
+    saveState(std::move(settings));
+    publishHistory();
+}
+
+void WindowStore::showContents(BoardContents contents)
+{
+    if (m_isAutoSortingGoals)
+        contents.goals = automaticallySorted(contents.goals);
+    publish(m_goals, std::move(contents.goals), Field::goals);
+    publish(m_unassignedTodos, std::move(contents.unassignedTodos), Field::unassignedTodos);
+    m_assignments = std::move(contents.assignments);
+    reconcileWithBoard();
+}
+
+void WindowStore::saveStep(std::vector<SettingsEntry> settings)
+{
+    if (m_history.note(m_savedVersion, version()))
+        withdrawUndoOffer();
+    saveState(std::move(settings));
+    publishHistory();
+}
+
+void WindowStore::saveDeletion(CopyKey announcement)
+{
+    m_history.note(m_savedVersion, version());
+    showToast(announcement, OffersUndo::yes);
+    saveState();
+    publishHistory();
+}
+
+void WindowStore::clearHistory()
+{
+    m_history.clear();
+    withdrawUndoOffer();
+    publishHistory();
+}
+
+void WindowStore::publishHistory()
+{
+    publish(m_canUndo, m_history.canUndo(), Field::canUndo);
+    publish(m_canRedo, m_history.canRedo(), Field::canRedo);
+}
+
+void WindowStore::withdrawUndoOffer()
+{
+    if (!m_toastOffersUndo)
+        return;
+    m_toastTask.reset();
+    clearToast();
+}
+
+} // namespace kelpa

@@ -1,0 +1,89 @@
+import QtQuick
+import QtTest
+import Kelpa
+
+Item {
+    id: root
+
+    width: 600
+    height: 100
+
+    Toast {
+        id: toast
+
+        anchors.centerIn: parent
+        message: world.board.toastMessage
+        actionText: world.board.toastOffersUndo ? world.board.copy.text(CopyKey.Undo) : ""
+        onActionRequested: world.board.undo()
+    }
+
+    TestCase {
+        name: "Toast"
+        when: windowShown
+
+        function button(): Item {
+            return Array.from(toast.children).find(each => each.text
+                                                   === world.board.copy.text(CopyKey.Undo)
+                                                   && each.visible);
+        }
+        function deleteGoal(): void {
+            world.board.deleteGoal(world.columnOfGoal("Taxes"));
+            tryVerify(() => button() !== undefined);
+        }
+        function init() {
+            // A deletion takes the place of whatever was told, and the next change ends its offer.
+            world.board.createGoal("Any");
+            while (world.goalTitles().length > 0)
+                world.board.deleteGoal(world.columnOfGoal(world.goalTitles()[0]));
+            world.board.createGoal("Taxes");
+            world.addTodo("Read", "Taxes");
+            tryVerify(() => !toast.visible);
+        }
+
+        function test_a_deletion_is_told_with_a_button_that_takes_it_back() {
+            const column = world.columnOfGoal("Taxes");
+            deleteGoal();
+            compare(toast.Accessible.name, "Goal deleted");
+            mouseClick(button());
+            compare(world.columnOfGoal("Taxes"), column);
+            compare(world.todos("Taxes"), ["Read (todo)"]);
+            tryVerify(() => !toast.visible);
+        }
+        function test_the_button_is_pressed_by_the_keyboard_too() {
+            deleteGoal();
+            button().forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Return);
+            compare(world.goalTitles(), ["Taxes"]);
+        }
+        function test_the_button_does_nothing_once_the_offer_is_over() {
+            deleteGoal();
+            const fading = button();
+            verify(fading.enabled);
+            world.board.createGoal("Garden");
+            compare(world.goalTitles(), ["Garden"]);
+            verify(!fading.enabled);
+        }
+        function test_another_message_has_no_button() {
+            world.addTodo("Sign", "");
+            deleteGoal();
+            world.board.todos.copyTodo(world.todoID("Sign", ""), "kelpa-unassigned");
+            compare(toast.Accessible.name, "Todo copied to clipboard");
+            compare(button(), undefined);
+        }
+        function test_message_and_button_stand_side_by_side_whole() {
+            for (const language of world.board.languageNames) {
+                world.board.setLanguageIndex(world.board.languageNames.indexOf(language));
+                deleteGoal();
+                const texts = Array.from(toast.children).filter(each => each.text !== undefined);
+                compare(texts.length, 2);
+                const [message, action] = texts;
+                verify(!message.truncated, language);
+                verify(!action.contentItem.truncated, language);
+                verify(message.x + message.width <= action.x, language);
+                verify(action.x + action.width <= toast.width, language);
+                world.board.undo();
+            }
+            world.board.setLanguageIndex(world.board.languageNames.indexOf("English"));
+        }
+    }
+}
