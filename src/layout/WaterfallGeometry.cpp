@@ -101,16 +101,16 @@ double WaterfallGeometry::itemHeight(qsizetype index) const
 
 void WaterfallGeometry::soil(qsizetype first, qsizetype last)
 {
-    const bool isClean = m_lastSoiled < m_firstSoiled;
-    m_firstSoiled = isClean ? first : std::min(m_firstSoiled, first);
-    m_lastSoiled = isClean ? last : std::max(m_lastSoiled, last);
+    const bool isFirst = isSettled();
+    m_firstSoiled = isFirst ? first : std::min(m_firstSoiled, first);
+    m_lastSoiled = isFirst ? last : std::max(m_lastSoiled, last);
     // Also where the last items went, and nothing is left to be placed.
     m_lastSoiled = std::max(m_lastSoiled, m_firstSoiled);
 }
 
 QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
 {
-    if (m_lastSoiled < m_firstSoiled)
+    if (isSettled())
         return {};
     const qsizetype firstSoiled = m_firstSoiled;
     const qsizetype lastSoiled = m_lastSoiled;

@@ -22,7 +22,7 @@ public:
         friend bool operator==(const Change&, const Change&) = default;
     };
 
-    explicit WaterfallGeometry(const WaterfallLayout& layout = {.minimumColumnWidth = 1});
+    explicit WaterfallGeometry(const WaterfallLayout& layout);
 
     const WaterfallLayout& layout() const { return m_layout; }
     /// The next pass places everything.
@@ -43,6 +43,8 @@ public:
     /// Places what may have moved. The items that changed their places, in their order; always
     /// empty where all items have one height, since frames are then not kept but computed.
     QList<Change> settle();
+    /// Whether nothing changed since the last pass.
+    bool isSettled() const { return m_lastSoiled < m_firstSoiled; }
     /// Of the last pass; null for an item that has not been placed.
     QRectF frame(qsizetype index) const;
     /// Of all items, as in `WaterfallPlacement`.
