@@ -96,8 +96,6 @@ FocusScope {
     Flickable {
         id: view
 
-        readonly property real leading: rail.visible ? rail.x + rail.width + Theme.railSpacing
-                                                  : Theme.boardMargin
         readonly property real end: targets.y + targets.implicitHeight + Theme.huge
         // Room that is not needed any more stays until nothing moves in it.
         property real easedEnd: end
@@ -122,7 +120,10 @@ FocusScope {
             return false;
         }
 
-        anchors.fill: parent
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.left: rail.visible ? rail.right : parent.left
+        anchors.right: parent.right
         contentHeight: Math.max(view.end, view.easedEnd)
         boundsBehavior: Flickable.StopAtBounds
         clip: true
@@ -154,7 +155,7 @@ FocusScope {
         WaterfallView {
             id: targets
 
-            x: view.leading
+            x: rail.visible ? Theme.railSpacing : Theme.boardMargin
             y: Theme.large
             width: root.board.targetAreaWidth
             height: implicitHeight
