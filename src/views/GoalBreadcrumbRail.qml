@@ -39,6 +39,7 @@ FocusScope {
         currentIndex: -1
         keyNavigationEnabled: false
         reuseItems: true
+        cacheBuffer: 0
         model: root.board.breadcrumbs
         T.ScrollBar.vertical: AppScrollBar {
             parent: root

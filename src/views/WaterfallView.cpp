@@ -1,6 +1,8 @@
 #include "views/WaterfallView.h"
 
 #include <QEasingCurve>
+#include <QMetaMethod>
+#include <QMetaProperty>
 #include <QQuickWindow>
 
 #include <algorithm>
@@ -339,6 +341,12 @@ void WaterfallView::show(int row, QPointF place)
     if (item == nullptr)
         return;
     item->setPosition(place);
+    const QMetaObject& type = *item->metaObject();
+    const QMetaProperty pin = type.property(type.indexOfProperty(pinProperty));
+    if (pin.hasNotifySignal()) {
+        connect(item, pin.notifySignal(), this,
+                staticMetaObject.method(staticMetaObject.indexOfSlot("pinChanged()")));
+    }
     const auto next = std::ranges::lower_bound(m_shown, row, {}, &Shown::row);
     m_shown.insert(next, {row, item, delegate, place, place, true});
     if (m_geometry.layout().fixedItemHeight) {
@@ -347,6 +355,12 @@ void WaterfallView::show(int row, QPointF place)
     }
     connect(item, &QQuickItem::implicitHeightChanged, this, [this, item] { takeHeight(*item); });
     takeHeight(*item);
+}
+
+void WaterfallView::pinChanged()
+{
+    // What was kept can go.
+    polish();
 }
 
 void WaterfallView::giveBack(const Shown& shown)

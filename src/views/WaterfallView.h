@@ -94,6 +94,9 @@ Q_SIGNALS:
     void itemCountChanged();
     void isMovingChanged();
 
+private Q_SLOTS:
+    void pinChanged();
+
 protected:
     void updatePolish() override;
     void componentComplete() override;
