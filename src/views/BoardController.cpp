@@ -23,7 +23,7 @@ std::optional<GoalID> goalFromColumnText(const QString& columnID)
 
 BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject* parent)
     : QObject(parent), m_store(store), m_keyNames(std::move(keyNames)), m_columns(store),
-      m_moveTargets(store), m_todos(store), m_windowPicker(store)
+      m_breadcrumbs(store), m_moveTargets(store), m_todos(store), m_windowPicker(store)
 {
     connect(&store, &WindowStore::languageChanged, this, &BoardController::languageChanged);
     connect(&store, &WindowStore::searchTextChanged, this, &BoardController::searchTextChanged);
@@ -38,18 +38,34 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
             &BoardController::toastOffersUndoChanged);
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
             &BoardController::isHidingGoalsWithoutOpenTodosChanged);
-    connect(&store, &WindowStore::boardNavigationChanged, this,
-            &BoardController::selectedColumnChanged);
-    connect(&store, &WindowStore::goalsChanged, this, &BoardController::noteColumnCount);
-    connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
+    connect(&store, &WindowStore::boardNavigationChanged, this, &BoardController::selectionChanged);
+    connect(&m_breadcrumbs, &BreadcrumbModel::countChanged, this,
             &BoardController::noteColumnCount);
+}
+
+BreadcrumbRail BoardController::rail() const
+{
+    return m_breadcrumbs.count() > 0 ? BreadcrumbRail::shown : BreadcrumbRail::hidden;
+}
+
+void BoardController::setBoardWidth(double width)
+{
+    if (m_boardWidth == width)
+        return;
+    m_boardWidth = width;
     noteColumnCount();
+}
+
+double BoardController::targetAreaWidth() const
+{
+    return kelpa::targetAreaWidth(m_boardWidth, rail());
 }
 
 void BoardController::noteColumnCount()
 {
-    // All targets stand in one row: the unified column, the unassigned one, the visible goals.
-    m_store.setTargetGridColumnCount(static_cast<int>(m_store.visibleGoals().size()) + 2);
+    if (const std::optional<int> count = targetGridColumnCount(m_boardWidth, rail()))
+        m_store.setTargetGridColumnCount(*count);
+    Q_EMIT targetAreaChanged();
 }
 
 CopyTable BoardController::copy() const
@@ -72,21 +88,19 @@ QStringList BoardController::languageNames() const
     return names;
 }
 
-int BoardController::selectedColumn() const
+int BoardController::selectedTarget() const
 {
-    constexpr int none = -2;
-    constexpr int unified = -1;
-    constexpr int unassigned = 0;
-    const TargetSelection& target = m_store.boardNavigation().target;
-    if (target.isUnifiedTodos())
-        return unified;
-    if (target.isUnassigned())
-        return unassigned;
-    const std::optional<GoalID> goalID = target.goalID();
-    const QList<Goal> goals = m_store.visibleGoals();
+    return m_targets.rowOf(m_store.boardNavigation().target);
+}
+
+int BoardController::selectedWindow() const
+{
+    const BoardNavigationState& state = m_store.boardNavigation();
+    const QList<WindowItem> windows = m_store.windows(state.target);
     const auto found =
-        std::ranges::find_if(goals, [&goalID](const Goal& goal) { return goalID == goal.id; });
-    return found != goals.end() ? static_cast<int>(found - goals.begin()) + 1 : none;
+        std::ranges::find(windows, state.selectedWindowID,
+                          [](const WindowItem& window) { return std::optional(window.id); });
+    return found != windows.end() ? static_cast<int>(found - windows.begin()) : -1;
 }
 
 QString BoardController::searchText() const

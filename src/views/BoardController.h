@@ -2,9 +2,12 @@
 // that QML can hold. It decides nothing that the store decides.
 #pragma once
 
+#include "layout/BoardMetrics.h"
 #include "model/TodoDragPayload.h"
 #include "model/WindowItem.h"
 #include "text/CopyTable.h"
+#include "views/BoardTargetModel.h"
+#include "views/BreadcrumbModel.h"
 #include "views/GoalListModel.h"
 #include "views/MoveTargetModel.h"
 #include "views/TodoController.h"
@@ -29,8 +32,10 @@ class BoardController : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("The program makes it.")
 
-    /// The selected target: -1 the unified column, 0 and above the columns, -2 none that is shown.
-    Q_PROPERTY(int selectedColumn READ selectedColumn NOTIFY selectedColumnChanged)
+    /// The row of the selected target among the targets; -1 for none that is shown.
+    Q_PROPERTY(int selectedTarget READ selectedTarget NOTIFY selectionChanged)
+    /// The row of the selected window among those of the selected target; -1 for none.
+    Q_PROPERTY(int selectedWindow READ selectedWindow NOTIFY selectionChanged)
     Q_PROPERTY(kelpa::CopyTable copy READ copy NOTIFY languageChanged)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
@@ -45,6 +50,11 @@ class BoardController : public QObject
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
     Q_PROPERTY(bool toastOffersUndo READ toastOffersUndo NOTIFY toastOffersUndoChanged)
     Q_PROPERTY(kelpa::GoalListModel* columns READ columns CONSTANT)
+    Q_PROPERTY(kelpa::BoardTargetModel* targets READ targets CONSTANT)
+    Q_PROPERTY(kelpa::BreadcrumbModel* breadcrumbs READ breadcrumbs CONSTANT)
+    /// Points; what the targets have of the board's width.
+    Q_PROPERTY(double boardWidth READ boardWidth WRITE setBoardWidth NOTIFY targetAreaChanged)
+    Q_PROPERTY(double targetAreaWidth READ targetAreaWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
     Q_PROPERTY(kelpa::TodoController* todos READ todos CONSTANT)
     Q_PROPERTY(kelpa::WindowPicker* windowPicker READ windowPicker CONSTANT)
@@ -60,7 +70,8 @@ public:
     int languageIndex() const;
     /// Each language's own name for itself.
     QStringList languageNames() const;
-    int selectedColumn() const;
+    int selectedTarget() const;
+    int selectedWindow() const;
     QString searchText() const;
     void setSearchText(const QString& text);
     bool isAutoSortingGoals() const;
@@ -73,6 +84,12 @@ public:
     /// Whether `undo` takes back what the toast tells of.
     bool toastOffersUndo() const;
     GoalListModel* columns() { return &m_columns; }
+    BoardTargetModel* targets() { return &m_targets; }
+    BreadcrumbModel* breadcrumbs() { return &m_breadcrumbs; }
+    double boardWidth() const { return m_boardWidth; }
+    /// Tells the arrow keys how many targets stand side by side.
+    void setBoardWidth(double width);
+    double targetAreaWidth() const;
     MoveTargetModel* moveTargets() { return &m_moveTargets; }
     TodoController* todos() { return &m_todos; }
     WindowPicker* windowPicker() { return &m_windowPicker; }
@@ -128,11 +145,13 @@ Q_SIGNALS:
     void isDoubleTapOfferedChanged();
     void toastMessageChanged();
     void toastOffersUndoChanged();
-    void selectedColumnChanged();
+    /// Also when the selection was set again.
+    void selectionChanged();
+    void targetAreaChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
 
 private:
-    /// Tells the arrow keys how many targets stand side by side.
+    BreadcrumbRail rail() const;
     void noteColumnCount();
     std::optional<WindowItem> listedWindow(WindowID windowID) const;
     bool hasTodo(const TodoDragPayload& todo) const;
@@ -140,6 +159,9 @@ private:
     WindowStore& m_store;
     KeyNames m_keyNames;
     GoalListModel m_columns;
+    BoardTargetModel m_targets{m_columns};
+    BreadcrumbModel m_breadcrumbs;
+    double m_boardWidth = 0;
     MoveTargetModel m_moveTargets;
     TodoController m_todos;
     WindowPicker m_windowPicker;

@@ -2,15 +2,21 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import Kelpa
 
-/// The columns side by side, with the menus that they share.
+/// The targets of the board in a waterfall, the rail beside them, and the menus that they share.
 FocusScope {
     id: root
 
     required property BoardController board
 
+    /// Whether cards are on their way to their places, or the board to the selection.
+    readonly property bool isMoving: targets.isMoving || scrolling.running
+                                     || selectionScroll.running
+
     signal renameRequested(columnID: string, title: string)
+    signal newGoalRequested
 
     function showTodoMenu(todoID: string, columnID: string, row: Item, position: point): void {
         todoMenu.todoID = todoID;
@@ -19,11 +25,20 @@ FocusScope {
         todoMenu.popup(row, position.x, position.y);
     }
 
+    /// Scrolls until the selected target, or the selected window in it, is in view.
     function showSelection(): void {
-        if (root.board.selectedColumn === -1)
-            columns.positionViewAtBeginning();
-        else if (root.board.selectedColumn >= 0)
-            columns.positionViewAtIndex(root.board.selectedColumn, ListView.Contain);
+        targets.pinnedRow = root.board.selectedTarget;
+        if (targets.pinnedRow < 0)
+            return;
+        // It has its height of now on only once it has an item.
+        targets.layOut();
+        let wanted = targets.rowRect(targets.pinnedRow);
+        const column = targets.itemAtRow(targets.pinnedRow) as GoalColumn;
+        if (column !== null && root.board.selectedWindow >= 0) {
+            const card = column.windowRect(root.board.selectedWindow);
+            wanted = Qt.rect(wanted.x, wanted.y + card.y, card.width, card.height);
+        }
+        view.reveal(wanted.y, wanted.height);
     }
 
     BoardDragSource {
@@ -31,7 +46,8 @@ FocusScope {
     }
     Connections {
         target: root.board
-        function onSelectedColumnChanged(): void {
+
+        function onSelectionChanged(): void {
             selectionScroll.restart();
         }
     }
@@ -42,55 +58,167 @@ FocusScope {
         interval: 45
         onTriggered: root.showSelection()
     }
+    // What the Tab key reaches is seen.
+    Connections {
+        target: root.Window.window
+        ignoreUnknownSignals: true
 
-    ScrollNote {
-        board: root.board
-        view: columns
+        function onActiveFocusItemChanged(): void {
+            const item = root.Window.activeFocusItem;
+            if (item !== null && view.isHolding(item)) {
+                const top = item.mapToItem(targets, 0, 0).y;
+                view.reveal(top, item.height);
+            }
+        }
     }
-    ListView {
-        id: columns
+    Binding {
+        target: root.board
+        property: "boardWidth"
+        value: root.width
+    }
 
-        anchors.fill: parent
+    GoalBreadcrumbRail {
+        id: rail
+
+        x: Theme.boardMargin
+        width: Theme.railWidth
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
         anchors.topMargin: Theme.large
         anchors.bottomMargin: Theme.large
-        // With room for the column that is not of the model.
-        leftMargin: Theme.huge + unified.width + spacing
-        rightMargin: Theme.huge
-        orientation: ListView.Horizontal
-        boundsBehavior: Flickable.StopAtBounds
-        spacing: Theme.large
-        cacheBuffer: 2 * Theme.columnWidth
-        model: root.board.columns
-        Accessible.role: Accessible.Pane
-        Accessible.name: root.board.copy.text(CopyKey.Board)
-        T.ScrollBar.horizontal: AppScrollBar {
-            parent: root
-            x: Theme.huge
-            y: root.height - height - Theme.tiny
-            width: root.width - 2 * Theme.huge
+        visible: root.board.breadcrumbs.count > 0
+        board: root.board
+    }
+    ScrollNote {
+        board: root.board
+        view: view
+    }
+    Flickable {
+        id: view
+
+        readonly property real end: targets.y + targets.implicitHeight + Theme.huge
+        // Room that is not needed any more stays until nothing moves in it.
+        property real easedEnd: end
+        /// Above and below what shows, so that the Tab key finds what follows.
+        readonly property real reach: 100
+
+        /// Of the targets' coordinates; as little as is needed, and the upper end of what does not
+        /// fit.
+        function reveal(top: real, length: real): void {
+            const first = top + targets.y - Theme.large;
+            const last = top + targets.y + length + Theme.large - view.height;
+            const wanted = Math.min(first, Math.max(last, view.contentY));
+            scrolling.stop();
+            scrolling.to = Math.max(0, Math.min(wanted, view.end - view.height));
+            if (scrolling.to !== view.contentY)
+                scrolling.start();
+        }
+        function isHolding(item: Item): bool {
+            for (let each = item; each !== null; each = each.parent)
+                if (each === targets)
+                    return true;
+            return false;
         }
 
-        delegate: GoalColumn {
-            required property int index
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.left: rail.visible ? rail.right : parent.left
+        anchors.right: parent.right
+        contentHeight: Math.max(view.end, view.easedEnd)
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        onMovementStarted: scrolling.stop()
+        Accessible.role: Accessible.Pane
+        Accessible.name: root.board.copy.text(CopyKey.Board)
+        T.ScrollBar.vertical: AppScrollBar {
+            parent: root
+            x: root.width - width - Theme.tiny
+            y: Theme.tiny
+            height: root.height - 2 * Theme.tiny
+        }
 
-            // Assistive programs read the columns in this order.
-            z: index
-            height: columns.height
+        Behavior on easedEnd {
+            NumberAnimation {
+                duration: Theme.mediumTime
+                easing.type: Easing.OutCubic
+            }
+        }
+        NumberAnimation {
+            id: scrolling
+
+            target: view
+            property: "contentY"
+            duration: Theme.mediumTime
+            easing.type: Easing.OutCubic
+        }
+
+        WaterfallView {
+            id: targets
+
+            x: rail.visible ? Theme.railSpacing : Theme.boardMargin
+            y: Theme.large
+            width: root.board.targetAreaWidth
+            height: implicitHeight
+            minimumColumnWidth: Theme.targetWidth
+            spacing: Theme.targetSpacing
+            assumedHeight: Theme.collapsedCardHeight
+            visibleFrom: view.contentY - y - view.reach
+            visibleTo: view.contentY - y + view.height + view.reach
+            motionTime: Theme.mediumTime
+            model: root.board.targets
+
+            WaterfallDelegate {
+                kind: "unifiedTodos"
+
+                UnifiedTodoColumn {
+                    board: root.board
+                    dragSource: source
+                    onTodoMenuRequested: (todoID, columnID, row, position) => {
+                        root.showTodoMenu(todoID, columnID, row, position);
+                    }
+                }
+            }
+            WaterfallDelegate {
+                kind: "goal"
+                component: column
+            }
+            WaterfallDelegate {
+                kind: "unassigned"
+                component: column
+            }
+            WaterfallDelegate {
+                kind: "addGoal"
+
+                AddGoalCard {
+                    board: root.board
+                    onClicked: root.newGoalRequested()
+                }
+            }
+        }
+    }
+    Component {
+        id: column
+
+        GoalColumn {
+            id: goal
+
             board: root.board
             dragSource: source
+            visibleFrom: targets.visibleFrom - y
+            visibleTo: targets.visibleTo - y
             onWindowMenuRequested: (windowID, card, position) => {
                 windowMenu.windowID = windowID;
-                windowMenu.columnID = columnID;
+                windowMenu.columnID = goal.columnID;
                 windowMenu.popup(card, position.x, position.y);
             }
             onColumnMenuRequested: button => {
-                columnMenu.columnID = columnID;
-                columnMenu.columnTitle = title;
+                columnMenu.columnID = goal.columnID;
+                columnMenu.columnTitle = goal.title;
                 columnMenu.popup(button, 0, button.height + Theme.tiny);
             }
             onPriorityMenuRequested: button => {
-                priorityMenu.columnID = columnID;
-                priorityMenu.priority = priority;
+                priorityMenu.columnID = goal.columnID;
+                priorityMenu.priority = goal.priority;
                 priorityMenu.popup(button, 0, button.height + Theme.tiny);
             }
             onTodoMenuRequested: (todoID, todoColumnID, row, position) => {
@@ -103,21 +231,6 @@ FocusScope {
         id: windowMenu
 
         board: root.board
-    }
-    UnifiedTodoColumn {
-        id: unified
-
-        // Before the columns also for assistive programs.
-        z: -1
-        parent: columns.contentItem
-        x: columns.originX - width - columns.spacing
-        width: Theme.columnWidth
-        height: columns.height
-        board: root.board
-        dragSource: source
-        onTodoMenuRequested: (todoID, columnID, row, position) => {
-            root.showTodoMenu(todoID, columnID, row, position);
-        }
     }
     PriorityMenu {
         id: priorityMenu

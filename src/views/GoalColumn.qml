@@ -1,11 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// A goal, or what belongs to none, with its todos and its window cards.
-FocusScope {
+ExpandableGoalCard {
     id: root
 
     required property BoardController board
@@ -17,7 +16,6 @@ FocusScope {
     required property string priority
     required property int openTodoCount
     required property int windowCount
-    required property bool isSelected
     required property WindowListModel windows
 
     signal windowMenuRequested(windowID: real, card: Item, position: point)
@@ -25,23 +23,22 @@ FocusScope {
     signal priorityMenuRequested(button: Item)
     signal todoMenuRequested(todoID: string, todoColumnID: string, row: Item, position: point)
 
-    implicitWidth: Theme.columnWidth
+    /// Where the window of that row has its card, in the column's coordinates.
+    function windowRect(row: int): rect {
+        const rect = cards.rowRect(row);
+        return Qt.rect(cards.x + rect.x, cards.y + rect.y, rect.width, rect.height);
+    }
+
+    // What belongs to no goal is to be sorted, so that all of it shows.
+    isExpanded: root.isSelected || root.isUnassigned
+    isPinned: root.expansionProgress > 0 && !root.isUnassigned
+    isAccepting: dropArea.containsDrag
+    naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
+                   + Theme.medium
     Accessible.role: Accessible.List
     Accessible.name: root.title
     Accessible.selected: root.isSelected
-
-    Rectangle {
-        anchors.fill: parent
-        radius: Theme.columnRadius
-        color: Theme.column
-    }
-    Rectangle {
-        anchors.fill: parent
-        radius: Theme.columnRadius
-        color: dropArea.containsDrag ? Theme.accepting : "transparent"
-        border.width: dropArea.containsDrag || root.isSelected ? 2 : 0
-        border.color: Theme.focus
-    }
+    Accessible.onPressAction: root.board.todos.goToColumn(root.columnID)
 
     MouseArea {
         anchors.fill: parent
@@ -104,14 +101,8 @@ FocusScope {
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
-    ScrollNote {
-        board: root.board
-        view: cards
-    }
     TodoList {
         id: todos
-
-        readonly property real room: root.height - y - Theme.medium
 
         anchors.left: parent.left
         anchors.right: parent.right
@@ -119,8 +110,8 @@ FocusScope {
         anchors.leftMargin: Theme.small
         anchors.rightMargin: Theme.small
         height: implicitHeight
-        // The windows keep half of the column, or what tells that there are none its place.
-        maximumHeight: root.windowCount > 0 ? room / 2 : room - emptyPlace.height - Theme.small
+        visibleFrom: root.visibleFrom - y
+        visibleTo: Math.min(root.visibleTo, root.height) - y
         board: root.board
         dragSource: root.dragSource
         listID: root.columnID
@@ -132,7 +123,7 @@ FocusScope {
         container: cards.contentItem
     }
     // Two columns, as the arrow keys walk them.
-    GridView {
+    WaterfallView {
         id: cards
 
         anchors.left: parent.left
@@ -140,26 +131,25 @@ FocusScope {
         anchors.top: todos.bottom
         anchors.leftMargin: Theme.medium
         anchors.topMargin: Theme.small
-        anchors.rightMargin: Theme.medium - Theme.small
-        anchors.bottom: parent.bottom
-        cellWidth: Math.floor(width / 2)
-        cellHeight: Theme.windowCardHeight + Theme.small
-        topMargin: 2
-        bottomMargin: Theme.medium
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
+        anchors.rightMargin: Theme.medium
+        height: implicitHeight
+        fixedColumnCount: 2
+        fixedItemHeight: Theme.windowCardHeight
+        spacing: Theme.small
+        visibleFrom: root.visibleFrom - y
+        visibleTo: Math.min(root.visibleTo, root.height) - y
+        motionTime: Theme.mediumTime
         model: root.windows
-        T.ScrollBar.vertical: AppScrollBar {}
 
-        delegate: WindowCard {
-            required property int index
+        WaterfallDelegate {
+            WindowCard {
+                id: card
 
-            z: index
-            width: cards.cellWidth - Theme.small
-            board: root.board
-            dragSource: root.dragSource
-            onMenuRequested: (card, position) => {
-                root.windowMenuRequested(windowID, card, position);
+                board: root.board
+                dragSource: root.dragSource
+                onMenuRequested: (item, position) => {
+                    root.windowMenuRequested(card.windowID, item, position);
+                }
             }
         }
     }

@@ -51,6 +51,7 @@ T.ApplicationWindow {
         anchors.left: parent.left
         anchors.right: parent.right
         board: root.board
+        onNewGoalRequested: createSheet.ask("")
         onRenameRequested: (columnID, title) => {
             renameSheet.columnID = columnID;
             renameSheet.ask(title);

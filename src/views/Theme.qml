@@ -45,6 +45,9 @@ QtObject {
     readonly property color done: isDark ? "#6fd08c" : "#1d7a3a"
 
     readonly property color outline: isDark ? "#24ffffff" : "#1a14181f"
+    // The ground of the rail beside the board, from its top to its bottom.
+    readonly property color railTop: isDark ? "#2a2c32" : "#e6eaf2"
+    readonly property color railBottom: isDark ? "#202125" : "#eff0f3"
     readonly property color cardOutline: isDark ? "#12ffffff" : "#1214181f"
     readonly property color selectedCardOutline: isDark ? "#298db4ff" : "#292563eb"
     readonly property color fieldOutline: isDark ? "#80858f" : "#868c97"
@@ -61,7 +64,13 @@ QtObject {
     readonly property int large: 16
     readonly property int huge: 24
 
-    readonly property int columnWidth: 320
+    readonly property int boardMargin: 32
+    readonly property int targetWidth: 320
+    readonly property int targetSpacing: 22
+    readonly property int railWidth: 116
+    readonly property int railSpacing: 20
+    readonly property int collapsedCardHeight: 292
+    readonly property int fadeHeight: 48
     readonly property int windowCardHeight: 126
     readonly property int sheetWidth: 390
     readonly property int controlHeight: 32
@@ -75,6 +84,7 @@ QtObject {
 
     readonly property font caption: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Normal)
     readonly property font captionStrong: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Medium)
+    readonly property font captionEmphasized: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.DemiBold)
     readonly property font body: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.Normal)
     readonly property font bodyStrong: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.DemiBold)
     readonly property font heading: ViewSettings.font(ViewSettings.fontFamilies, 17, Font.DemiBold)

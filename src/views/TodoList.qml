@@ -12,7 +12,10 @@ Item {
     required property BoardDragSource dragSource
     required property string listID
     /// Points; what does not fit is scrolled.
-    required property real maximumHeight
+    property real maximumHeight: Infinity
+    /// The part of the list that can be seen, in its own coordinates.
+    property real visibleFrom: 0
+    property real visibleTo: root.height
 
     property string editedTodoID
     /// Of the field that this list opens for itself; that of a goal is opened by the store.
@@ -24,6 +27,8 @@ Item {
     }
     readonly property bool isEditorOpen: root.isOwnEditorOpen
                                          || root.board.todos.editorColumnID === root.listID
+    readonly property int rowHeight: Theme.todoHeight
+                                     + (root.listID === root.board.todos.unifiedListID ? 12 : 0)
     readonly property real wantedHeight: Math.max(rows.contentHeight, empty.height)
                                          + (root.isEditorOpen ? Theme.todoHeight : 0)
 
@@ -43,6 +48,12 @@ Item {
         else
             root.board.todos.cancelEditor();
     }
+    /// Scrolls as little as is needed.
+    function reveal(row: int): void {
+        const rect = lines.rowRect(row);
+        rows.contentY = Math.max(0, Math.min(rect.y, Math.max(rows.contentY,
+                                                              rect.bottom - rows.height)));
+    }
     function takeRequest(): void {
         if (root.board.todos.takeEditorRequest(root.listID))
             root.focusEditor();
@@ -58,7 +69,7 @@ Item {
             root.takeRequest();
         }
     }
-    ListView {
+    Flickable {
         id: rows
 
         anchors.left: parent.left
@@ -67,37 +78,45 @@ Item {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: root.isEditorOpen ? Theme.todoHeight : 0
         boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        interactive: contentHeight > height
-        // The rows themselves have the keyboard.
-        currentIndex: -1
-        keyNavigationEnabled: false
-        model: root.listModel
+        contentHeight: lines.implicitHeight
+        clip: rows.interactive
+        interactive: root.wantedHeight > root.maximumHeight
         T.ScrollBar.vertical: AppScrollBar {}
 
-        delegate: TodoRow {
-            id: row
+        WaterfallView {
+            id: lines
 
-            required property int index
-
-            z: index
             // Beside the scroll bar, which would lie on the handles.
             width: rows.width - (rows.interactive ? Theme.small : 0)
-            board: root.board
-            dragSource: root.dragSource
-            listID: root.listID
-            isEdited: root.editedTodoID === row.todoID
-            onMenuRequested: (item, position) => {
-                root.menuRequested(row.todoID, row.columnID, item, position);
-            }
-            onEditRequested: root.editedTodoID = row.todoID
-            onEditEnded: if (row.isEdited)
-                root.editedTodoID = ""
-            onMoveRequested: isUp => {
-                const isMoved = isUp ? root.listModel.moveUp(row.todoID)
-                                     : root.listModel.moveDown(row.todoID);
-                if (isMoved)
-                    rows.positionViewAtIndex(root.listModel.rowOf(row.todoID), ListView.Contain);
+            height: implicitHeight
+            fixedColumnCount: 1
+            fixedItemHeight: root.rowHeight
+            visibleFrom: rows.contentY + Math.max(0, root.visibleFrom)
+            visibleTo: rows.contentY + Math.min(rows.height, root.visibleTo)
+            motionTime: Theme.mediumTime
+            model: root.listModel
+
+            WaterfallDelegate {
+                TodoRow {
+                    id: row
+
+                    board: root.board
+                    dragSource: root.dragSource
+                    listID: root.listID
+                    isEdited: root.editedTodoID === row.todoID
+                    onMenuRequested: (item, position) => {
+                        root.menuRequested(row.todoID, row.columnID, item, position);
+                    }
+                    onEditRequested: root.editedTodoID = row.todoID
+                    onEditEnded: if (row.isEdited)
+                        root.editedTodoID = ""
+                    onMoveRequested: isUp => {
+                        const isMoved = isUp ? root.listModel.moveUp(row.todoID)
+                                             : root.listModel.moveDown(row.todoID);
+                        if (isMoved)
+                            root.reveal(root.listModel.rowOf(row.todoID));
+                    }
+                }
             }
         }
     }
@@ -133,7 +152,7 @@ Item {
             onCommitted: title => {
                 newTodo.text = "";
                 root.board.todos.add(title, root.listID);
-                rows.positionViewAtEnd();
+                root.reveal(root.listModel.count - 1);
             }
             onCancelled: root.closeEditor()
         }

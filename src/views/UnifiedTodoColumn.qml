@@ -12,7 +12,11 @@ FocusScope {
 
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
 
-    implicitWidth: Theme.columnWidth
+    /// As high as its todos, but no higher than two of the goals' cards one above the other.
+    implicitHeight: Math.max(Theme.collapsedCardHeight,
+                             Math.min(list.y + list.wantedHeight + Theme.medium,
+                                      2 * Theme.collapsedCardHeight + Theme.targetSpacing))
+    height: implicitHeight
     Accessible.role: Accessible.List
     Accessible.name: root.board.copy.text(CopyKey.AllTodos)
     Accessible.description: root.board.copy.text(CopyKey.AllTodosSubtitle)
@@ -84,7 +88,7 @@ FocusScope {
         anchors.rightMargin: Theme.small
         anchors.topMargin: Theme.tiny
         height: implicitHeight
-        maximumHeight: root.height - header.height - Theme.small - Theme.medium - Theme.tiny
+        maximumHeight: 2 * Theme.collapsedCardHeight + Theme.targetSpacing - y - Theme.medium
         board: root.board
         dragSource: root.dragSource
         listID: root.board.todos.unifiedListID

@@ -22,7 +22,8 @@ class ViewSettings : public QObject
     QML_SINGLETON
 
     Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
-    Q_PROPERTY(bool isReducingMotion READ isReducingMotion NOTIFY isReducingMotionChanged)
+    Q_PROPERTY(bool isReducingMotion READ isReducingMotion WRITE setReducingMotion NOTIFY
+                   isReducingMotionChanged)
     Q_PROPERTY(QStringList fontFamilies READ fontFamilies NOTIFY fontFamiliesChanged)
 
 public:

@@ -33,22 +33,54 @@ protected:
     const QString unassigned = columnText(std::nullopt);
 };
 
-TEST_F(Controller, Arrows_walk_along_the_row_of_columns)
+TEST_F(Controller, Arrows_walk_by_rows_of_as_many_targets_as_fit_beside_each_other)
 {
     using enum NavigationDirection;
+    makeGoal();
+    makeGoal();
+    // Less the rail and the margins, 662 points: two columns of 320 and what is between them.
+    controller->setBoardWidth(862);
     store().activateTarget(TargetSelection::unifiedTodos(), WindowStore::EnterWindowLayer::no);
-    store().moveTargetSelection(right);
-    store().moveTargetSelection(right);
-    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(first));
-    EXPECT_EQ(controller->selectedColumn(), 1);
     store().moveTargetSelection(down);
-    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(first));
-    store().moveTargetSelection(right);
-    EXPECT_EQ(controller->selectedColumn(), 2);
-    const GoalID third = makeGoal();
-    store().activateTarget(TargetSelection::goal(second), WindowStore::EnterWindowLayer::no);
-    store().moveTargetSelection(right);
-    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(third));
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(store().goals().at(0).id));
+    controller->setBoardWidth(861);
+    store().moveTargetSelection(down);
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(store().goals().at(1).id));
+}
+
+TEST_F(Controller, The_rail_takes_its_width_while_a_goal_shows)
+{
+    controller->setBoardWidth(1200);
+    EXPECT_EQ(controller->targetAreaWidth(), 1000);
+    store().deleteGoal(first);
+    EXPECT_EQ(controller->targetAreaWidth(), 1000);
+    store().deleteGoal(second);
+    EXPECT_EQ(controller->targetAreaWidth(), 1136);
+}
+
+TEST_F(Controller, The_selected_target_is_named_by_its_row_on_the_board)
+{
+    store().clearTargetSelection();
+    EXPECT_EQ(controller->selectedTarget(), -1);
+    const auto rowOf = [this](const TargetSelection& target) {
+        store().activateTarget(target, WindowStore::EnterWindowLayer::no);
+        return controller->selectedTarget();
+    };
+    EXPECT_EQ(rowOf(TargetSelection::unifiedTodos()), 0);
+    EXPECT_EQ(rowOf(TargetSelection::goal(store().goals().at(1).id)), 2);
+    EXPECT_EQ(rowOf(TargetSelection::unassigned()), 3);
+    EXPECT_EQ(controller->selectedWindow(), -1);
+}
+
+TEST_F(Controller, The_selected_window_is_named_by_its_row_in_its_target)
+{
+    desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));
+    store().refresh();
+    ASSERT_EQ(store().windows(std::nullopt).size(), 2);
+    store().activateTarget(TargetSelection::unassigned(), WindowStore::EnterWindowLayer::yes);
+    EXPECT_EQ(controller->selectedWindow(), 0);
+    store().moveWindowSelection(NavigationDirection::right);
+    EXPECT_EQ(controller->selectedWindow(), 1);
 }
 
 TEST_F(Controller, A_window_dropped_on_a_goal_is_assigned)

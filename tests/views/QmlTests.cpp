@@ -86,6 +86,15 @@ public:
         QInputMethodEvent event(text, {});
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
+    Q_INVOKABLE void clearSelection() { m_store.clearTargetSelection(); }
+    /// The title of the goal that the keyboard has selected; empty for none.
+    Q_INVOKABLE QString selectedGoal() const
+    {
+        for (const Goal& goal : m_store.goals())
+            if (m_store.boardNavigation().target == TargetSelection::goal(goal.id))
+                return goal.title;
+        return {};
+    }
     Q_INVOKABLE QStringList goalTitles() const
     {
         QStringList titles;

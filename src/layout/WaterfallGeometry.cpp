@@ -1,0 +1,212 @@
+#include "layout/WaterfallGeometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelpa {
+
+namespace {
+
+/// Items between two checkpoints.
+constexpr qsizetype stride = 16;
+
+double usableHeight(double height)
+{
+    return std::isfinite(height) ? std::max(height, 0.0) : 0.0;
+}
+
+} // namespace
+
+WaterfallGeometry::WaterfallGeometry(const WaterfallLayout& layout) : m_layout(layout) {}
+
+void WaterfallGeometry::setLayout(const WaterfallLayout& layout)
+{
+    if (m_layout == layout)
+        return;
+    const bool hadFixedHeight = hasFixedHeight();
+    m_layout = layout;
+    if (hadFixedHeight != hasFixedHeight()) {
+        m_heights.clear();
+        m_frames.clear();
+        if (!hasFixedHeight()) {
+            m_heights.resize(m_count);
+            m_frames.resize(m_count);
+        }
+    }
+    soil(0, m_count - 1);
+}
+
+void WaterfallGeometry::setWidth(double width)
+{
+    const double usable = std::isfinite(width) ? std::max(width, 1.0) : 1.0;
+    if (m_width == usable)
+        return;
+    m_width = usable;
+    soil(0, m_count - 1);
+}
+
+void WaterfallGeometry::insert(qsizetype first, qsizetype count, double height)
+{
+    Q_ASSERT(first >= 0 && first <= m_count && count >= 0);
+    m_count += count;
+    if (!hasFixedHeight()) {
+        m_heights.insert(first, count, usableHeight(height));
+        m_frames.insert(first, count, QRectF());
+    }
+    soil(first, m_count - 1);
+}
+
+void WaterfallGeometry::remove(qsizetype first, qsizetype count)
+{
+    Q_ASSERT(first >= 0 && count >= 0 && first + count <= m_count);
+    m_count -= count;
+    if (!hasFixedHeight()) {
+        m_heights.remove(first, count);
+        m_frames.remove(first, count);
+    }
+    soil(first, m_count - 1);
+}
+
+void WaterfallGeometry::move(qsizetype from, qsizetype count, qsizetype to)
+{
+    Q_ASSERT(from >= 0 && from + count <= m_count && to >= 0 && to + count <= m_count);
+    const qsizetype first = std::min(from, to);
+    const qsizetype last = std::max(from, to) + count;
+    if (!hasFixedHeight()) {
+        const auto turn = [&](auto& list) {
+            const auto begin = list.begin();
+            if (from < to)
+                std::rotate(begin + from, begin + from + count, begin + last);
+            else
+                std::rotate(begin + to, begin + from, begin + from + count);
+        };
+        turn(m_heights);
+        turn(m_frames);
+    }
+    soil(first, m_count - 1);
+}
+
+void WaterfallGeometry::setHeight(qsizetype index, double height)
+{
+    if (hasFixedHeight() || m_heights.at(index) == usableHeight(height))
+        return;
+    m_heights[index] = usableHeight(height);
+    soil(index, index);
+}
+
+double WaterfallGeometry::itemHeight(qsizetype index) const
+{
+    return m_layout.fixedItemHeight ? usableHeight(*m_layout.fixedItemHeight) : m_heights.at(index);
+}
+
+void WaterfallGeometry::soil(qsizetype first, qsizetype last)
+{
+    const bool isFirst = isSettled();
+    m_firstSoiled = isFirst ? first : std::min(m_firstSoiled, first);
+    m_lastSoiled = isFirst ? last : std::max(m_lastSoiled, last);
+    // Also where the last items went, and nothing is left to be placed.
+    m_lastSoiled = std::max(m_lastSoiled, m_firstSoiled);
+}
+
+QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
+{
+    if (isSettled())
+        return {};
+    const qsizetype firstSoiled = m_firstSoiled;
+    const qsizetype lastSoiled = m_lastSoiled;
+    m_firstSoiled = 0;
+    m_lastSoiled = -1;
+    if (hasFixedHeight())
+        return {};
+
+    const int columns = m_layout.columnCount(m_width);
+    const double columnWidth = WaterfallLayout::itemWidth(m_width, columns, m_layout.spacing);
+    const qsizetype usedColumns = std::clamp<qsizetype>(m_count, 1, columns);
+    qsizetype start = std::min(firstSoiled / stride, m_checkpoints.size() - 1);
+    if (start < 0 || m_checkpoints.at(start).size() != usedColumns)
+        start = 0;
+    QList<double> ends = start > 0 ? m_checkpoints.at(start) : QList<double>(usedColumns, 0.0);
+
+    QList<Change> changes;
+    qsizetype index = start * stride;
+    for (; index < m_count; ++index) {
+        if (index % stride == 0) {
+            const qsizetype place = index / stride;
+            if (place >= m_checkpoints.size())
+                m_checkpoints.append(ends);
+            else if (index > lastSoiled && m_checkpoints.at(place) == ends)
+                break; // All that follows stands as it stood.
+            else
+                m_checkpoints[place] = ends;
+        }
+        // The first of the lowest columns: the leftmost one on a tie.
+        double& end = *std::ranges::min_element(ends);
+        const auto column = static_cast<double>(&end - ends.constData());
+        const QRectF frame(column * (columnWidth + m_layout.spacing), end, columnWidth,
+                           m_heights.at(index));
+        if (m_frames.at(index) != frame || m_frames.at(index).isNull()) {
+            changes.append({index, m_frames.at(index)});
+            m_frames[index] = frame;
+        }
+        end += frame.height() + m_layout.spacing;
+    }
+    if (index == m_count) {
+        m_checkpoints.resize((m_count + stride - 1) / stride);
+        const double lowest = *std::ranges::max_element(ends);
+        m_height = m_count > 0 ? std::max(lowest - m_layout.spacing, 0.0) : 0;
+    }
+    return changes;
+}
+
+QRectF WaterfallGeometry::frame(qsizetype index) const
+{
+    if (!hasFixedHeight())
+        return m_frames.at(index);
+    const int columns = m_layout.columnCount(m_width);
+    const double columnWidth = WaterfallLayout::itemWidth(m_width, columns, m_layout.spacing);
+    const double itemHeight = usableHeight(*m_layout.fixedItemHeight);
+    return {static_cast<double>(index % columns) * (columnWidth + m_layout.spacing),
+            static_cast<double>(index / columns) * (itemHeight + m_layout.spacing), columnWidth,
+            itemHeight};
+}
+
+double WaterfallGeometry::height() const
+{
+    if (!hasFixedHeight())
+        return m_height;
+    if (m_count == 0)
+        return 0;
+    const qsizetype columns = m_layout.columnCount(m_width);
+    const qsizetype rows = (m_count + columns - 1) / columns;
+    return static_cast<double>(rows) *
+               (usableHeight(*m_layout.fixedItemHeight) + m_layout.spacing) -
+           m_layout.spacing;
+}
+
+QList<qsizetype> WaterfallGeometry::between(double top, double bottom) const
+{
+    QList<qsizetype> result;
+    if (!(top < bottom) || m_count == 0)
+        return result;
+    if (!hasFixedHeight()) {
+        for (qsizetype index = 0; index < m_count; ++index) {
+            const QRectF& frame = m_frames.at(index);
+            if (!frame.isNull() && frame.top() < bottom && frame.bottom() > top)
+                result.append(index);
+        }
+        return result;
+    }
+    const qsizetype columns = m_layout.columnCount(m_width);
+    const double step = usableHeight(*m_layout.fixedItemHeight) + m_layout.spacing;
+    if (!(step > 0))
+        return result;
+    const double rows = static_cast<double>((m_count + columns - 1) / columns);
+    const auto firstRow = static_cast<qsizetype>(std::clamp(std::floor(top / step), 0.0, rows));
+    const auto endRow = static_cast<qsizetype>(std::clamp(std::ceil(bottom / step), 0.0, rows));
+    const qsizetype end = std::min(endRow * columns, m_count);
+    for (qsizetype index = firstRow * columns; index < end; ++index)
+        result.append(index);
+    return result;
+}
+
+} // namespace kelpa

@@ -1,0 +1,54 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// The last card of the board, which makes another goal.
+T.Button {
+    id: root
+
+    required property BoardController board
+
+    // Two of them, with the space between, are as high as a goal's card.
+    implicitHeight: (Theme.collapsedCardHeight - Theme.targetSpacing) / 2
+    text: root.board.copy.text(CopyKey.AddGoal)
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: root.text
+    Accessible.onPressAction: root.clicked()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
+    contentItem: Item {
+        Column {
+            anchors.centerIn: parent
+            spacing: Theme.small
+
+            AppIcon {
+                anchors.horizontalCenter: parent.horizontalCenter
+                name: "circle-plus"
+                size: 24
+                color: root.hovered ? Theme.accentText : Theme.secondaryText
+            }
+            AppText {
+                anchors.horizontalCenter: parent.horizontalCenter
+                width: Math.min(implicitWidth, root.width - 2 * Theme.medium)
+                text: root.text
+                font: Theme.bodyStrong
+                color: root.hovered ? Theme.accentText : Theme.secondaryText
+            }
+        }
+    }
+    background: Rectangle {
+        radius: Theme.columnRadius
+        color: root.down ? Theme.press : root.hovered ? Theme.hover : "transparent"
+        border.width: 1
+        border.color: Theme.fieldOutline
+    }
+
+    FocusRing {
+        control: root
+        radius: Theme.columnRadius + 2
+        isShown: root.visualFocus
+    }
+}

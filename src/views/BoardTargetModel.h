@@ -1,0 +1,40 @@
+// What stands on the board, in the order in which it is laid out: the list of all todos, the goals
+// that show, what belongs to no goal, and the card that makes another goal.
+#pragma once
+
+#include "navigation/BoardNavigationState.h"
+#include "views/GoalListModel.h"
+
+#include <QAbstractListModel>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// Follows the columns. Main thread. Has the roles of the columns, and "kind": "unifiedTodos",
+/// "goal", "unassigned" or "addGoal". The rows of the first and the last have no other.
+class BoardTargetModel : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The board has it.")
+
+public:
+    /// `columns` outlives the model.
+    explicit BoardTargetModel(const GoalListModel& columns, QObject* parent = nullptr);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// The row of a target; -1 for none and for a goal that does not show.
+    int rowOf(const TargetSelection& target) const;
+
+private:
+    int unassignedRow() const { return m_columns.rowCount(); }
+    void changed(int firstColumn, int lastColumn);
+
+    /// Its first row is that of the unassigned, so that all others have the same place here.
+    const GoalListModel& m_columns;
+};
+
+} // namespace kelpa

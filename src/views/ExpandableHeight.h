@@ -1,0 +1,66 @@
+// A card that is as high as its content once it is expanded, and of one height before.
+#pragma once
+
+#include "layout/ExpandableHeightLayout.h"
+
+#include <QQuickItem>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// Lengths in points. Main thread. Its implicit height is the one that it will have when nothing
+/// moves any more; its height is the one of the moment.
+class ExpandableHeight : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(double collapsedHeight READ collapsedHeight WRITE setCollapsedHeight NOTIFY
+                   collapsedHeightChanged FINAL)
+    Q_PROPERTY(bool isExpanded READ isExpanded WRITE setExpanded NOTIFY isExpandedChanged FINAL)
+    /// Of the content.
+    Q_PROPERTY(double naturalHeight READ naturalHeight WRITE setNaturalHeight NOTIFY
+                   naturalHeightChanged FINAL)
+    /// The natural height of the moment, while the content's height is changing.
+    Q_PROPERTY(double shownNaturalHeight READ shownNaturalHeight WRITE setShownNaturalHeight NOTIFY
+                   shownNaturalHeightChanged FINAL)
+    /// From 0, collapsed, to 1, expanded.
+    Q_PROPERTY(double expansionProgress READ expansionProgress WRITE setExpansionProgress NOTIFY
+                   expansionProgressChanged FINAL)
+    /// Whether the card shows less than its content.
+    Q_PROPERTY(bool isCut READ isCut NOTIFY isCutChanged FINAL)
+
+public:
+    explicit ExpandableHeight(QQuickItem* parent = nullptr);
+
+    double collapsedHeight() const { return m_layout.collapsedHeight; }
+    void setCollapsedHeight(double height);
+    bool isExpanded() const { return m_isExpanded; }
+    void setExpanded(bool isExpanded);
+    double naturalHeight() const { return m_naturalHeight; }
+    void setNaturalHeight(double height);
+    double shownNaturalHeight() const { return m_shownNaturalHeight; }
+    void setShownNaturalHeight(double height);
+    double expansionProgress() const { return m_layout.expansionProgress; }
+    void setExpansionProgress(double progress);
+    bool isCut() const { return m_isCut; }
+
+Q_SIGNALS:
+    void collapsedHeightChanged();
+    void isExpandedChanged();
+    void naturalHeightChanged();
+    void shownNaturalHeightChanged();
+    void expansionProgressChanged();
+    void isCutChanged();
+
+private:
+    void take();
+
+    ExpandableHeightLayout m_layout;
+    bool m_isExpanded = false;
+    bool m_isCut = false;
+    double m_naturalHeight = 0;
+    double m_shownNaturalHeight = 0;
+};
+
+} // namespace kelpa

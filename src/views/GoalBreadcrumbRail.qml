@@ -1,0 +1,116 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// One short entry for each goal that shows: how much is open, and its title. A click goes there.
+FocusScope {
+    id: root
+
+    required property BoardController board
+
+    implicitWidth: Theme.railWidth
+    Accessible.role: Accessible.List
+    Accessible.name: root.board.copy.text(CopyKey.Goals)
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.columnRadius
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Theme.railTop
+            }
+            GradientStop {
+                position: 1
+                color: Theme.railBottom
+            }
+        }
+    }
+    ListView {
+        id: entries
+
+        anchors.fill: parent
+        anchors.margins: 14
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        spacing: Theme.tiny
+        currentIndex: -1
+        keyNavigationEnabled: false
+        reuseItems: true
+        cacheBuffer: 0
+        model: root.board.breadcrumbs
+        T.ScrollBar.vertical: AppScrollBar {
+            parent: root
+            x: root.width - width - 2
+            y: entries.y
+            height: entries.height
+        }
+
+        delegate: T.AbstractButton {
+            id: entry
+
+            required property string columnID
+            required property string title
+            required property bool isSelected
+            required property int index
+
+            z: index
+            width: entries.width
+            height: 18
+            text: entry.title
+            opacity: entry.isSelected ? 1 : 0.65
+            focusPolicy: Qt.StrongFocus
+            Accessible.role: Accessible.ListItem
+            Accessible.name: entry.title
+            Accessible.selectable: true
+            Accessible.selected: entry.isSelected
+            Accessible.onPressAction: entry.clicked()
+            Keys.onReturnPressed: entry.clicked()
+            Keys.onEnterPressed: entry.clicked()
+            onClicked: root.board.todos.goToColumn(entry.columnID)
+            onActiveFocusChanged: if (entry.activeFocus)
+                entries.positionViewAtIndex(entry.index, ListView.Contain)
+
+            background: Rectangle {
+                radius: 7
+                color: entry.down ? Theme.press
+                       : entry.isSelected ? Theme.accepting
+                       : entry.hovered ? Theme.hover : "transparent"
+            }
+
+            MarqueeGoalTitle {
+                id: entryTitle
+
+                anchors.fill: parent
+                anchors.leftMargin: 5
+                anchors.rightMargin: 5
+                text: entry.title
+                isEmphasized: entry.isSelected
+                isAllowedToMove: entry.isSelected
+            }
+            FocusRing {
+                control: entry
+                radius: 7
+                anchors.margins: 0
+                isShown: entry.visualFocus
+            }
+            HoverTip {
+                text: entry.title
+                isHovered: entry.hovered && entryTitle.isTruncated
+            }
+        }
+    }
+    // The entry of the selected goal is seen wherever the selection comes from.
+    Connections {
+        target: root.board
+
+        function onSelectionChanged(): void {
+            // The goals stand behind the list of all todos.
+            const place = root.board.selectedTarget - 1;
+            if (place >= 0 && place < entries.count)
+                entries.positionViewAtIndex(place, ListView.Contain);
+        }
+    }
+}

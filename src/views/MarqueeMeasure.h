@@ -1,0 +1,65 @@
+// What a title needs to know to move through a place that is too narrow for it.
+#pragma once
+
+#include "layout/MarqueeMotion.h"
+
+#include <QFont>
+#include <QObject>
+#include <QString>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// Lengths in points. Main thread.
+class MarqueeMeasure : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged FINAL)
+    Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY fontChanged FINAL)
+    Q_PROPERTY(double availableWidth READ availableWidth WRITE setAvailableWidth NOTIFY
+                   availableWidthChanged FINAL)
+    /// Whole points.
+    Q_PROPERTY(double textWidth READ textWidth NOTIFY textWidthChanged FINAL)
+    /// Whether the title is too wide for its place.
+    Q_PROPERTY(bool isWide READ isWide NOTIFY motionChanged FINAL)
+    Q_PROPERTY(double travel READ travel NOTIFY motionChanged FINAL)
+    Q_PROPERTY(double gap READ gap CONSTANT FINAL)
+    /// Of one pass in milliseconds.
+    Q_PROPERTY(int passTime READ passTime NOTIFY motionChanged FINAL)
+
+public:
+    using QObject::QObject;
+
+    QString text() const { return m_text; }
+    void setText(const QString& text);
+    QFont font() const { return m_font; }
+    void setFont(const QFont& font);
+    double availableWidth() const { return m_availableWidth; }
+    void setAvailableWidth(double width);
+    double textWidth() const { return m_textWidth; }
+    bool isWide() const { return m_motion.travel > 0; }
+    double travel() const { return m_motion.travel; }
+    double gap() const { return marqueeGap; }
+    int passTime() const;
+
+Q_SIGNALS:
+    void textChanged();
+    void fontChanged();
+    void availableWidthChanged();
+    void textWidthChanged();
+    void motionChanged();
+
+private:
+    void measure();
+    void choose();
+
+    QString m_text;
+    QFont m_font;
+    double m_availableWidth = 0;
+    double m_textWidth = 0;
+    MarqueeMotion m_motion;
+};
+
+} // namespace kelpa

@@ -1,0 +1,89 @@
+// What the board lays out, and in which order.
+#include "views/BoardTargetModel.h"
+
+#include "ModelLog.h"
+#include "support/StoreFixture.h"
+
+namespace kelpa::test {
+namespace {
+
+class BoardTargets : public StoreFixture
+{
+protected:
+    BoardTargets()
+    {
+        store().setLanguage(AppLanguage::english);
+        store().setAutoSortingGoals(false);
+    }
+};
+
+TEST_F(BoardTargets, All_todos_come_first_then_goals_then_what_is_unsorted_then_the_adding_card)
+{
+    makeGoal(QStringLiteral("First"));
+    makeGoal(QStringLiteral("Second"));
+    const GoalListModel columns(store());
+    const BoardTargetModel targets(columns);
+    EXPECT_EQ(
+        texts(targets, "kind"),
+        (QStringList{QStringLiteral("unifiedTodos"), QStringLiteral("goal"), QStringLiteral("goal"),
+                     QStringLiteral("unassigned"), QStringLiteral("addGoal")}));
+    const QStringList goals = goalTitles();
+    EXPECT_EQ(texts(targets, "title"), (QStringList{QString(), goals.at(0), goals.at(1),
+                                                    QStringLiteral("Unsorted"), QString()}));
+}
+
+TEST_F(BoardTargets, Without_goals_there_are_three)
+{
+    const GoalListModel columns(store());
+    const BoardTargetModel targets(columns);
+    EXPECT_EQ(texts(targets, "kind"),
+              (QStringList{QStringLiteral("unifiedTodos"), QStringLiteral("unassigned"),
+                           QStringLiteral("addGoal")}));
+    EXPECT_EQ(targets.rowOf(TargetSelection::unassigned()), 1);
+}
+
+TEST_F(BoardTargets, Goals_come_move_and_go_one_by_one)
+{
+    GoalListModel columns(store());
+    BoardTargetModel targets(columns);
+    ModelLog log(targets);
+    makeGoal(QStringLiteral("First"));
+    EXPECT_EQ(log.take().filter(QStringLiteral("insert")),
+              QStringList{QStringLiteral("insert 1-1")});
+    makeGoal(QStringLiteral("Second"));
+    makeGoal(QStringLiteral("Third"));
+    const QList<Goal> goals = store().goals();
+    log.take();
+    store().moveGoal(goals.at(2).id, goals.at(0).id);
+    EXPECT_EQ(log.take(), QStringList{QStringLiteral("move 3 before 1")});
+    store().deleteGoal(goals.at(0).id);
+    EXPECT_EQ(log.take().filter(QStringLiteral("remove")),
+              QStringList{QStringLiteral("remove 2-2")});
+}
+
+TEST_F(BoardTargets, A_change_of_what_is_unsorted_is_told_for_its_own_row)
+{
+    makeGoal(QStringLiteral("First"));
+    GoalListModel columns(store());
+    BoardTargetModel targets(columns);
+    ModelLog log(targets);
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    store().refresh();
+    EXPECT_EQ(log.take(), QStringList{QStringLiteral("change 2-2")});
+    EXPECT_EQ(value(targets, 2, "windowCount").toInt(), 1);
+    EXPECT_TRUE(value(targets, 2, "isUnassigned").toBool());
+}
+
+TEST_F(BoardTargets, A_goal_that_is_hidden_has_no_row)
+{
+    const GoalID id = makeGoal(QStringLiteral("Nothing to do"));
+    GoalListModel columns(store());
+    const BoardTargetModel targets(columns);
+    EXPECT_EQ(targets.rowOf(TargetSelection::goal(id)), 1);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_EQ(targets.rowOf(TargetSelection::goal(id)), -1);
+    EXPECT_EQ(targets.rowOf(TargetSelection::none()), -1);
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,288 @@
+import QtQuick
+import QtTest
+import Kelpa
+
+Item {
+    id: root
+
+    width: 1100
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+    Item {
+        id: elsewhere
+    }
+    SignalSpy {
+        id: adding
+
+        target: board
+        signalName: "newGoalRequested"
+    }
+
+    TestCase {
+        name: "BoardLayout"
+        when: windowShown
+
+        /// Everything below `item` for which `accepts` holds.
+        function all(item, accepts) {
+            let found = accepts(item) ? [item] : [];
+            for (let i = 0; i < item.children.length; ++i)
+                found = found.concat(all(item.children[i], accepts));
+            return found;
+        }
+        function only(found) {
+            return found.length === 1 ? found[0] : null;
+        }
+        function column(title) {
+            return only(all(board, item => item instanceof GoalColumn && item.title === title));
+        }
+        function unified() {
+            return only(all(board, item => item instanceof UnifiedTodoColumn));
+        }
+        function targets() {
+            return only(all(board, item => item instanceof WaterfallView
+                                           && item.minimumColumnWidth === 320));
+        }
+        function view() {
+            return only(all(board, item => item instanceof Flickable
+                                           && item.Accessible.role === Accessible.Pane));
+        }
+        function isMoving() {
+            return board.isMoving || all(board, item => item instanceof WaterfallView
+                                                        && item.isMoving).length > 0;
+        }
+        function goal(number) {
+            return "Goal " + number;
+        }
+        function settle() {
+            targets().layOut();
+            tryVerify(() => !isMoving());
+            targets().layOut();
+        }
+
+        function initTestCase() {
+            for (let number = 1; number <= 200; ++number)
+                world.board.createGoal(goal(number));
+            tryVerify(() => column(goal(1)) !== null);
+        }
+        function init() {
+            elsewhere.forceActiveFocus();
+            world.clearSelection();
+            view().contentY = 0;
+            settle();
+        }
+
+        function cleanup() {
+            world.removeTodos();
+            ViewSettings.isReducingMotion = false;
+        }
+        function entry(title) {
+            return only(all(board, item => item instanceof MarqueeGoalTitle && item.visible
+                                           && item.text === title))?.parent ?? null;
+        }
+        function select(number) {
+            world.board.todos.goToColumn(world.columnOfGoal(goal(number)));
+        }
+        function isInView(item) {
+            const top = item.mapToItem(view(), 0, 0).y;
+            return top >= 0 && top + Math.min(item.height, view().height) <= view().height + 1;
+        }
+
+        function test_a_click_on_the_rail_selects_and_expands_a_goal() {
+            mouseClick(entry("(0)" + goal(3)));
+            compare(world.selectedGoal(), goal(3));
+            settle();
+            verify(column(goal(3)).isExpanded);
+            compare(entry("(0)" + goal(3)).opacity, 1);
+            compare(entry("(0)" + goal(2)).opacity, 0.65);
+            compare(entry("(0)" + goal(2)).height, 18);
+        }
+        function test_the_rail_has_entries_only_where_it_shows_them() {
+            const entries = all(board, item => item instanceof MarqueeGoalTitle);
+            verify(entries.length > 20);
+            verify(entries.length < 80, entries.length);
+        }
+        function test_two_hundred_goals_have_as_many_cards_as_the_screen_shows() {
+            compare(world.goalTitles().length, 200);
+            // Two columns: the list of all todos and five cards, with what is just out of sight.
+            tryVerify(() => targets().itemCount <= 6);
+            const cards = all(board, item => item instanceof GoalColumn);
+            compare(cards.length, 5);
+        }
+        function test_cards_stand_in_the_order_of_the_board() {
+            const places = all(board, item => item instanceof GoalColumn)
+                .sort((a, b) => a.y - b.y || a.x - b.x).map(card => card.title);
+            compare(places.slice(0, 3), [goal(1), goal(2), goal(3)]);
+            compare(unified().x, 0);
+            compare(unified().y, 0);
+            compare(column(goal(1)).x, unified().width + 22);
+            // Assistive programs read them in this order too.
+            const items = targets().children;
+            compare(items[0], unified());
+            compare(items[1], column(goal(1)));
+            compare(items[2], column(goal(2)));
+        }
+        function test_the_last_cards_are_what_is_unsorted_and_the_adding_card() {
+            view().contentY = view().contentHeight - view().height;
+            tryVerify(() => column("Unsorted") !== null);
+            const card = only(all(board, item => item instanceof AddGoalCard));
+            verify(card !== null);
+            compare(card.Accessible.name, "Add goal");
+            adding.clear();
+            mouseClick(card);
+            compare(adding.count, 1);
+        }
+        function test_a_card_is_292_points_high_until_it_is_selected() {
+            for (let i = 0; i < 12; ++i)
+                world.addTodo("Todo " + i, goal(2));
+            const card = column(goal(2));
+            compare(card.height, 292);
+            verify(card.isCut);
+            select(2);
+            tryCompare(card, "expansionProgress", 1);
+            settle();
+            compare(card.height, card.naturalHeight);
+            verify(card.height > 12 * 34 + 92);
+            verify(!card.isCut);
+            compare(column(goal(4)).y, card.y + card.height + 22);
+            world.clearSelection();
+            tryCompare(card, "expansionProgress", 0);
+            settle();
+            compare(card.height, 292);
+        }
+        function test_a_card_grows_and_what_lies_below_gives_way_step_by_step() {
+            for (let i = 0; i < 12; ++i)
+                world.addTodo("Todo " + i, goal(2));
+            const card = column(goal(2));
+            const below = column(goal(4));
+            const before = below.y;
+            select(2);
+            tryVerify(() => card.expansionProgress > 0 && card.expansionProgress < 1);
+            verify(card.height > 292 && card.height < card.naturalHeight);
+            tryVerify(() => below.y > before && targets().isMoving);
+            settle();
+            compare(below.y, card.y + card.naturalHeight + 22);
+        }
+        function test_with_reduced_motion_cards_are_at_once_where_they_belong() {
+            ViewSettings.isReducingMotion = true;
+            for (let i = 0; i < 12; ++i)
+                world.addTodo("Todo " + i, goal(2));
+            const card = column(goal(2));
+            select(2);
+            compare(card.expansionProgress, 1);
+            targets().layOut();
+            compare(targets().rowRect(4).y, card.y + card.naturalHeight + 22);
+            verify(!targets().isMoving);
+        }
+        function test_a_collapsed_card_has_rows_only_for_what_it_shows() {
+            for (let i = 0; i < 300; ++i)
+                world.addTodo("Todo " + i, goal(2));
+            const card = column(goal(2));
+            const rows = () => all(card, item => item instanceof TodoRow).length;
+            tryVerify(() => rows() > 0);
+            verify(rows() <= 8, rows());
+            select(2);
+            settle();
+            compare(card.height, card.naturalHeight);
+            verify(card.height > 300 * 34);
+            // As many as the view is high, and what is just out of sight.
+            verify(rows() <= (root.height + 200) / 34 + 2, rows());
+            view().contentY = 6000;
+            tryVerify(() => all(card, item => item instanceof TodoRow
+                                              && item.title === "Todo 180").length === 1);
+            verify(rows() <= (root.height + 200) / 34 + 2, rows());
+        }
+        function test_the_list_of_all_todos_is_no_higher_than_two_cards_and_scrolls() {
+            compare(unified().height, 292);
+            for (let i = 0; i < 200; ++i)
+                world.addTodo("Todo " + i, "");
+            settle();
+            compare(unified().height, 606);
+            const rows = all(unified(), item => item instanceof TodoRow).length;
+            verify(rows >= 10);
+            verify(rows <= 15, rows);
+        }
+        function test_the_selection_is_scrolled_into_view_wherever_it_is() {
+            compare(column(goal(150)), null);
+            select(150);
+            tryVerify(() => column(goal(150)) !== null && !isMoving());
+            verify(isInView(column(goal(150))));
+            verify(column(goal(150)).isExpanded);
+            compare(column(goal(1)), null);
+        }
+        function test_a_burst_of_selections_scrolls_once_after_the_last() {
+            const before = view().contentY;
+            for (let number = 100; number < 110; ++number) {
+                select(number);
+                compare(view().contentY, before);
+            }
+            tryVerify(() => column(goal(109)) !== null && !isMoving());
+            verify(isInView(column(goal(109))));
+        }
+        function test_a_selected_card_that_is_scrolled_away_collapses_when_another_is_selected() {
+            for (let i = 0; i < 12; ++i)
+                world.addTodo("Todo " + i, goal(2));
+            select(2);
+            settle();
+            const expanded = targets().rowRect(2).height;
+            verify(expanded > 292);
+            view().contentY = 8000;
+            targets().layOut();
+            compare(targets().rowRect(2).height, expanded);
+            select(100);
+            tryCompare(targets(), "isMoving", false);
+            settle();
+            compare(targets().rowRect(2).height, 292);
+            tryVerify(() => column(goal(2)) === null);
+        }
+        function test_cards_that_come_into_view_show_their_own_goal() {
+            for (let i = 0; i < 3; ++i)
+                world.addTodo("Of forty " + i, goal(40));
+            for (const y of [3000, 6000, 9000, 12000, 6000, 3000]) {
+                view().contentY = y;
+                targets().layOut();
+            }
+            select(40);
+            tryVerify(() => column(goal(40)) !== null && !isMoving());
+            const titles = all(column(goal(40)), item => item instanceof TodoRow)
+                .sort((a, b) => a.y - b.y).map(row => row.title);
+            compare(titles, ["Of forty 0", "Of forty 1", "Of forty 2"]);
+            compare(column(goal(40)).Accessible.name, goal(40));
+            compare(column(goal(40)).openTodoCount, 3);
+        }
+        function test_the_field_that_has_the_keyboard_stays_with_its_card() {
+            select(2);
+            settle();
+            world.board.todos.requestEditor(world.columnOfGoal(goal(2)));
+            const field = () => only(all(board, item => item instanceof TextInputField));
+            tryVerify(() => field()?.activeFocus ?? false);
+            field().text = "half writ";
+            settle();
+            view().contentY = 9000;
+            tryVerify(() => column(goal(60)) !== null || column(goal(50)) !== null
+                            || targets().itemCount > 3);
+            compare(field().text, "half writ");
+            verify(field().activeFocus);
+            world.board.todos.cancelEditor();
+        }
+        function test_a_deleted_goal_leaves_no_gap() {
+            world.board.createGoal("Short-lived");
+            tryVerify(() => column("Short-lived") !== null);
+            settle();
+            world.board.deleteGoal(world.columnOfGoal("Short-lived"));
+            world.clearSelection();
+            tryVerify(() => column("Short-lived") === null);
+            settle();
+            compare(targets().rowRect(1).y, 0);
+            compare(targets().rowRect(1).height, 292);
+            compare(targets().rowRect(199).y, targets().rowRect(197).y + 314);
+            // Where it stood is what belongs to no goal.
+            compare(targets().rowRect(201).y, targets().rowRect(199).y + 314);
+        }
+    }
+}
