@@ -7,7 +7,7 @@ namespace {
 using namespace std::chrono_literals;
 using Enter = WindowStore::EnterWindowLayer;
 
-const std::optional<GoalID> unassigned;
+const std::optional<GoalID> noGoal;
 
 class UndoOperations : public StoreFixture
 {
@@ -86,7 +86,7 @@ TEST_F(UndoOperations, Every_change_of_todos_is_undone_and_redone)
     expectUndoable([&] { store().addTodo(QStringLiteral("one"), a); });
     const TodoID one = todos(a).first().id;
     const TodoID two = makeTodo(a, QStringLiteral("two"));
-    const TodoID three = makeTodo(unassigned, QStringLiteral("three"));
+    const TodoID three = makeTodo(noGoal, QStringLiteral("three"));
     expectUndoable([&] { store().updateTodo(one, QStringLiteral("uno"), a); });
     expectUndoable([&] { store().toggleTodo(one, a); });
     scheduler.advance(10s);
@@ -95,7 +95,7 @@ TEST_F(UndoOperations, Every_change_of_todos_is_undone_and_redone)
     expectUndoable([&] { store().moveTodo(one, a, b); });
     expectUndoable([&] { store().moveTodo(three, two); });
     expectUndoable([&] { store().deleteTodo(two, a); });
-    expectUndoable([&] { store().deleteTodo(three, unassigned); });
+    expectUndoable([&] { store().deleteTodo(three, noGoal); });
 }
 
 TEST_F(UndoOperations, Every_change_of_assignments_is_undone_and_redone)
@@ -106,7 +106,7 @@ TEST_F(UndoOperations, Every_change_of_assignments_is_undone_and_redone)
     const GoalID a = makeGoal(QStringLiteral("A"));
     expectUndoable([&] { store().assign(1, a); });
     expectUndoable([&] { store().assign({1, 2}, a); });
-    expectUndoable([&] { store().assign(1, unassigned); });
+    expectUndoable([&] { store().assign(1, noGoal); });
     expectUndoable([&] { store().createGoal(QStringLiteral("B"), 3); });
     expectUndoable([&] { store().deleteGoal(a); });
     store().undo();
