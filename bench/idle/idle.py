@@ -37,7 +37,7 @@ def _open_windows(desktop, count):
         window.map()
         windows.append(window)
     desktop.x.sync()
-    wait_until("the window manager lists all windows", lambda: len(desktop.windows()) >= count)
+    wait_until("the window manager lists all windows", lambda: len(desktop.windows()) >= count, 120)
     return windows
 
 
