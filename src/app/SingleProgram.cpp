@@ -25,7 +25,7 @@ constexpr std::chrono::milliseconds boardPause{20};
 
 QString busNameOfBoard(const QString& settingsPath)
 {
-    const QString name = QStringLiteral("org.kelpa.Kelpa");
+    QString name = QStringLiteral("org.kelpa.Kelpa");
     const QString path = resolvedPath(settingsPath);
     if (path == resolvedPath(defaultSettingsPath()))
         return name;

@@ -4,6 +4,7 @@
 #include "platform/freedesktop/DocumentMatching.h"
 #include "platform/freedesktop/GlibPointers.h"
 #include "platform/freedesktop/SessionBus.h"
+
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QMetaObject>

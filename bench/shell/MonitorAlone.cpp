@@ -1,0 +1,18 @@
+// A program that listens for the double tap and does nothing else: what the listening costs.
+#include "platform/qt/QtScheduler.h"
+#include "platform/x11/X11GlobalKeys.h"
+#include "shell/GlobalDoubleTap.h"
+
+#include <QCoreApplication>
+
+#include <memory>
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    kelpa::QtScheduler scheduler;
+    kelpa::x11::X11GlobalKeys keys(std::make_shared<kelpa::x11::DisplayConnector>(QByteArray()),
+                                   scheduler);
+    const kelpa::GlobalDoubleTap doubleTap(keys);
+    return QCoreApplication::exec();
+}
