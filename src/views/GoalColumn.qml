@@ -119,9 +119,6 @@ ExpandableGoalCard {
             root.todoMenuRequested(todoID, todoColumnID, row, position);
         }
     }
-    ReadingOrder {
-        container: cards.contentItem
-    }
     // Two columns, as the arrow keys walk them.
     WaterfallView {
         id: cards
