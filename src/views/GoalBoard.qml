@@ -196,6 +196,15 @@ FocusScope {
             }
         }
     }
+    // A card that is dragged to the edge finds the goals beyond it.
+    DragScroll {
+        anchors.fill: view
+        isActive: source.isDragging
+        onScrolled: step => {
+            scrolling.stop();
+            view.contentY = Math.max(0, Math.min(view.contentY + step, view.end - view.height));
+        }
+    }
     Component {
         id: column
 

@@ -28,6 +28,9 @@ FocusScope {
             }
         }
     }
+    ReadingOrder {
+        container: entries.contentItem
+    }
     ListView {
         id: entries
 

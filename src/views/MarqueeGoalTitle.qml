@@ -72,7 +72,8 @@ Item {
         property: "x"
         from: 0
         to: -root.measure.travel
-        duration: root.measure.passTime
+        // One that lasts no time would end before it knows how long it lasts.
+        duration: Math.max(root.measure.passTime, 1)
         loops: Animation.Infinite
         // What nobody can see costs nothing.
         running: root.measure.isWide && root.isAllowedToMove && !ViewSettings.isReducingMotion

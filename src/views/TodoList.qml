@@ -120,8 +120,15 @@ Item {
             }
         }
     }
-    ReadingOrder {
-        container: rows.contentItem
+    DragScroll {
+        anchors.fill: rows
+        isActive: rows.interactive && root.dragSource.isDragging
+        reach: Theme.todoHeight
+        speed: 500
+        onScrolled: step => {
+            rows.contentY = Math.max(0, Math.min(rows.contentY + step,
+                                                 rows.contentHeight - rows.height));
+        }
     }
     AppText {
         id: empty

@@ -9,10 +9,14 @@
 #include "views/KnownTexts.h"
 #include "views/SymbolImageProvider.h"
 
+#include <QDragMoveEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
+#include <QMimeData>
 #include <QQmlContext>
 #include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
 #include <QtQuickTest/quicktest.h>
 
 #include <memory>
@@ -155,6 +159,27 @@ public:
     }
     /// Everything that the interface can say in its current language.
     Q_INVOKABLE QStringList knownTexts() const { return test::knownTexts(m_controller.copy()); }
+    /// The pointer comes to a place of the item's window, dragging a text.
+    Q_INVOKABLE void dragTo(QQuickItem* item, QPointF place)
+    {
+        const QPoint position = item->mapToScene(place).toPoint();
+        m_dragged.setText(QStringLiteral("7"));
+        if (!m_isDragging) {
+            QDragEnterEvent enter(position, Qt::MoveAction, &m_dragged, Qt::LeftButton,
+                                  Qt::NoModifier);
+            QCoreApplication::sendEvent(item->window(), &enter);
+        }
+        m_isDragging = true;
+        QDragMoveEvent move(position, Qt::MoveAction, &m_dragged, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(item->window(), &move);
+    }
+    Q_INVOKABLE void dropAt(QQuickItem* item, QPointF place)
+    {
+        m_isDragging = false;
+        QDropEvent drop(item->mapToScene(place), Qt::MoveAction, &m_dragged, Qt::LeftButton,
+                        Qt::NoModifier);
+        QCoreApplication::sendEvent(item->window(), &drop);
+    }
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 
 private:
@@ -176,6 +201,8 @@ private:
         return m_store.unassignedTodos();
     }
 
+    QMimeData m_dragged;
+    bool m_isDragging = false;
     test::FakeDesktop m_desktop;
     test::ManualScheduler m_scheduler;
     test::MemorySettingsStore m_settings;
