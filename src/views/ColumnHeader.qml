@@ -77,9 +77,17 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.tiny
 
         HoverHandler {
             id: controlsHover
+        }
+        IconButton {
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "lightbulb-plus"
+            size: 28
+            text: root.board.copy.text(CopyKey.AddTodo)
+            onClicked: root.addTodoRequested()
         }
         CountBadge {
             anchors.verticalCenter: parent.verticalCenter
@@ -87,36 +95,36 @@ Item {
             symbol: "list-checks"
             label: root.board.copy.openTodoCount(root.openTodoCount)
         }
-        Item {
-            width: Theme.tiny
-            height: 1
+        PriorityButton {
+            id: priorityButton
+
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: root.board.todos.prioritySymbol(root.priority)
+            color: Theme.priorityColor(root.priority)
+            text: root.board.copy.priorityAccessibilityLabel(root.priority)
+            visible: !root.isUnassigned
+            onClicked: root.priorityMenuRequested(priorityButton)
         }
         CountBadge {
             anchors.verticalCenter: parent.verticalCenter
             count: root.windowCount
             symbol: "app-window"
             label: root.board.copy.windowCount(root.windowCount)
+            visible: root.isUnassigned
         }
-        IconButton {
-            symbol: "lightbulb"
-            size: 28
-            text: root.board.copy.text(CopyKey.AddTodo)
-            onClicked: root.addTodoRequested()
-        }
-        IconButton {
-            id: priorityButton
-
-            symbol: root.board.todos.prioritySymbol(root.priority)
-            color: Theme.priorityColor(root.priority)
-            size: 28
-            text: root.board.copy.priorityAccessibilityLabel(root.priority)
+        CountButton {
+            anchors.verticalCenter: parent.verticalCenter
+            count: root.windowCount
+            symbol: "app-window-plus"
+            text: root.board.copy.text(CopyKey.AddWindowsToGoal)
+            label: root.board.copy.windowCount(root.windowCount)
             visible: !root.isUnassigned
-            Accessible.role: Accessible.ButtonMenu
-            onClicked: root.priorityMenuRequested(priorityButton)
+            onClicked: root.board.windowPicker.open(root.columnID)
         }
         IconButton {
             id: menuButton
 
+            anchors.verticalCenter: parent.verticalCenter
             symbol: "ellipsis"
             size: 28
             text: root.board.copy.text(CopyKey.MoreGoalActions)

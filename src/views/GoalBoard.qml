@@ -21,6 +21,7 @@ FocusScope {
     function showTodoMenu(todoID: string, columnID: string, row: Item, position: point): void {
         todoMenu.todoID = todoID;
         todoMenu.columnID = columnID;
+        todoMenu.listID = (row as TodoRow).listID;
         todoMenu.isPrepared = true;
         todoMenu.popup(row, position.x, position.y);
     }
