@@ -17,6 +17,9 @@ Item {
     required property string priority
     required property int openTodoCount
     required property int windowCount
+    /// Whether a title that is too long passes by.
+    property bool isExpanded: false
+    property bool isOnScreen: true
 
     signal menuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
@@ -61,7 +64,7 @@ Item {
         border.width: root.isUnassigned ? 2 : 0
         border.color: Theme.secondaryText
     }
-    AppText {
+    MarqueeGoalTitle {
         id: titleText
 
         anchors.left: dot.right
@@ -71,6 +74,8 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         text: root.title
         font: Theme.bodyStrong
+        isAllowedToMove: root.isExpanded && !dragArea.pressed
+        isOnScreen: root.isOnScreen
     }
     Row {
         id: controls
@@ -138,7 +143,7 @@ Item {
     }
     HoverTip {
         text: root.title
-        isHovered: hover.hovered && titleText.truncated && !controlsHover.hovered
+        isHovered: hover.hovered && titleText.isTruncated && !controlsHover.hovered
                    && !dragArea.pressed && !root.dragSource.isDragging
     }
 }

@@ -39,6 +39,10 @@ FocusScope {
             const card = column.windowRect(root.board.selectedWindow);
             wanted = Qt.rect(wanted.x, wanted.y + card.y, card.width, card.height);
         }
+        const todo = column === null ? Qt.rect(0, 0, 0, 0)
+                                     : column.todoRect(root.board.todos.highlightedTodoID);
+        if (todo.height > 0 && root.board.selectedWindow < 0)
+            wanted = Qt.rect(wanted.x, wanted.y + todo.y, todo.width, todo.height);
         view.reveal(wanted.y, wanted.height);
     }
 
@@ -49,6 +53,13 @@ FocusScope {
         target: root.board
 
         function onSelectionChanged(): void {
+            selectionScroll.restart();
+        }
+    }
+    Connections {
+        target: root.board.todos
+
+        function onTodoRequested(): void {
             selectionScroll.restart();
         }
     }

@@ -13,7 +13,7 @@ T.Button {
     /// What the number counts.
     required property string label
 
-    implicitWidth: implicitContentWidth + 12
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 20
     focusPolicy: Qt.StrongFocus
     Accessible.name: root.text
@@ -24,26 +24,21 @@ T.Button {
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
-    contentItem: Item {
-        implicitWidth: content.implicitWidth
+    leftPadding: 6
+    rightPadding: 6
+    contentItem: Row {
+        spacing: 4
 
-        Row {
-            id: content
-
-            anchors.centerIn: parent
-            spacing: 4
-
-            AppIcon {
-                name: root.symbol
-                size: 13
-                anchors.verticalCenter: parent.verticalCenter
-            }
-            AppText {
-                text: root.count
-                font: Theme.captionStrong
-                color: Theme.secondaryText
-                anchors.verticalCenter: parent.verticalCenter
-            }
+        AppIcon {
+            name: root.symbol
+            size: 13
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        AppText {
+            text: root.count
+            font: Theme.captionStrong
+            color: Theme.secondaryText
+            anchors.verticalCenter: parent.verticalCenter
         }
     }
     background: Rectangle {
