@@ -55,6 +55,8 @@ enum class CopyKey {
     ShowAllWindows,
     RenameGoal,
     DeleteGoal,
+    MoveGoalEarlier,
+    MoveGoalLater,
     GoalDeleted,
     GoalName,
     EnterGoalName,
@@ -77,6 +79,8 @@ enum class CopyKey {
     GoToTodoInGoal,
     MoveToGoal,
     DeleteTodo,
+    MoveTodoUp,
+    MoveTodoDown,
     TodoDeleted,
     TodoCopied,
     // Window card.

@@ -199,7 +199,8 @@ void BoardController::deleteGoal(const QString& columnID)
         m_store.deleteGoal(*goalID);
 }
 
-bool BoardController::moveColumn(const QString& columnID, int step)
+std::optional<BoardController::GoalMove> BoardController::goalMove(const QString& columnID,
+                                                                   int step) const
 {
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);
     const QList<Goal> goals = m_store.visibleGoals();
@@ -209,10 +210,22 @@ bool BoardController::moveColumn(const QString& columnID, int step)
     const qsizetype target = place + step;
     if (found == goals.end() || target < 0 || target >= goals.size() ||
         m_store.isAutoSortingGoals() || (step != 1 && step != -1))
-        return false;
+        return std::nullopt;
     // The later of the two neighbours comes before the earlier one.
-    m_store.moveGoal(goals.at(qMax(place, target)).id, goals.at(qMin(place, target)).id);
-    return true;
+    return GoalMove{goals.at(qMax(place, target)).id, goals.at(qMin(place, target)).id};
+}
+
+bool BoardController::canMoveColumn(const QString& columnID, int step) const
+{
+    return goalMove(columnID, step).has_value();
+}
+
+bool BoardController::moveColumn(const QString& columnID, int step)
+{
+    const std::optional<GoalMove> move = goalMove(columnID, step);
+    if (move)
+        m_store.moveGoal(move->goalID, move->beforeID);
+    return move.has_value();
 }
 
 void BoardController::moveWindow(quint32 windowID, const QString& columnID)

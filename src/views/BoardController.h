@@ -123,6 +123,7 @@ public:
     /// Moves a goal by one place among those that show: -1 towards the first, 1 towards the last.
     /// False when it cannot move there, or goals are sorted automatically.
     Q_INVOKABLE bool moveColumn(const QString& columnID, int step);
+    Q_INVOKABLE bool canMoveColumn(const QString& columnID, int step) const;
     Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
 
     /// The texts that drags carry; empty for the unassigned column, which cannot be dragged.
@@ -155,6 +156,13 @@ private:
     void noteColumnCount();
     std::optional<WindowItem> listedWindow(WindowID windowID) const;
     bool hasTodo(const TodoDragPayload& todo) const;
+
+    struct GoalMove
+    {
+        GoalID goalID;
+        GoalID beforeID;
+    };
+    std::optional<GoalMove> goalMove(const QString& columnID, int step) const;
 
     WindowStore& m_store;
     KeyNames m_keyNames;

@@ -61,6 +61,7 @@ Item {
         }
         AppButton {
             symbol: "list-filter"
+            checked: root.board.isHidingGoalsWithoutOpenTodos
             text: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos
                                        ? CopyKey.ShowAll : CopyKey.HideEmpty)
             help: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos

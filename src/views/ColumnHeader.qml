@@ -17,6 +17,9 @@ Item {
     required property string priority
     required property int openTodoCount
     required property int windowCount
+    /// Whether a title that is too long passes by.
+    property bool isExpanded: false
+    property bool isOnScreen: true
 
     signal menuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
@@ -61,7 +64,7 @@ Item {
         border.width: root.isUnassigned ? 2 : 0
         border.color: Theme.secondaryText
     }
-    AppText {
+    MarqueeGoalTitle {
         id: titleText
 
         anchors.left: dot.right
@@ -71,15 +74,25 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         text: root.title
         font: Theme.bodyStrong
+        isAllowedToMove: root.isExpanded && !dragArea.pressed
+        isOnScreen: root.isOnScreen
     }
     Row {
         id: controls
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.tiny
 
         HoverHandler {
             id: controlsHover
+        }
+        IconButton {
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "lightbulb-plus"
+            size: 28
+            text: root.board.copy.text(CopyKey.AddTodo)
+            onClicked: root.addTodoRequested()
         }
         CountBadge {
             anchors.verticalCenter: parent.verticalCenter
@@ -87,36 +100,36 @@ Item {
             symbol: "list-checks"
             label: root.board.copy.openTodoCount(root.openTodoCount)
         }
-        Item {
-            width: Theme.tiny
-            height: 1
+        PriorityButton {
+            id: priorityButton
+
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: root.board.todos.prioritySymbol(root.priority)
+            color: Theme.priorityColor(root.priority)
+            text: root.board.copy.priorityAccessibilityLabel(root.priority)
+            visible: !root.isUnassigned
+            onClicked: root.priorityMenuRequested(priorityButton)
         }
         CountBadge {
             anchors.verticalCenter: parent.verticalCenter
             count: root.windowCount
             symbol: "app-window"
             label: root.board.copy.windowCount(root.windowCount)
+            visible: root.isUnassigned
         }
-        IconButton {
-            symbol: "lightbulb"
-            size: 28
-            text: root.board.copy.text(CopyKey.AddTodo)
-            onClicked: root.addTodoRequested()
-        }
-        IconButton {
-            id: priorityButton
-
-            symbol: root.board.todos.prioritySymbol(root.priority)
-            color: Theme.priorityColor(root.priority)
-            size: 28
-            text: root.board.copy.priorityAccessibilityLabel(root.priority)
+        CountButton {
+            anchors.verticalCenter: parent.verticalCenter
+            count: root.windowCount
+            symbol: "app-window-plus"
+            text: root.board.copy.text(CopyKey.AddWindowsToGoal)
+            label: root.board.copy.windowCount(root.windowCount)
             visible: !root.isUnassigned
-            Accessible.role: Accessible.ButtonMenu
-            onClicked: root.priorityMenuRequested(priorityButton)
+            onClicked: root.board.windowPicker.open(root.columnID)
         }
         IconButton {
             id: menuButton
 
+            anchors.verticalCenter: parent.verticalCenter
             symbol: "ellipsis"
             size: 28
             text: root.board.copy.text(CopyKey.MoreGoalActions)
@@ -130,7 +143,7 @@ Item {
     }
     HoverTip {
         text: root.title
-        isHovered: hover.hovered && titleText.truncated && !controlsHover.hovered
+        isHovered: hover.hovered && titleText.isTruncated && !controlsHover.hovered
                    && !dragArea.pressed && !root.dragSource.isDragging
     }
 }

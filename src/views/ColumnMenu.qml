@@ -14,6 +14,10 @@ AppMenu {
     signal renameRequested
 
     title: root.board.copy.text(CopyKey.MoreGoalActions)
+    onAboutToShow: {
+        earlier.enabled = root.board.canMoveColumn(root.columnID, -1);
+        later.enabled = root.board.canMoveColumn(root.columnID, 1);
+    }
 
     AppMenuItem {
         text: root.board.copy.text(CopyKey.AddWindowsToGoal)
@@ -46,5 +50,20 @@ AppMenu {
         symbolColor: Theme.destructive
         foreground: Theme.destructive
         onTriggered: root.board.deleteGoal(root.columnID)
+    }
+    AppMenuSeparator {}
+    AppMenuItem {
+        id: earlier
+
+        text: root.board.copy.text(CopyKey.MoveGoalEarlier)
+        symbol: "arrow-up"
+        onTriggered: root.board.moveColumn(root.columnID, -1)
+    }
+    AppMenuItem {
+        id: later
+
+        text: root.board.copy.text(CopyKey.MoveGoalLater)
+        symbol: "arrow-down"
+        onTriggered: root.board.moveColumn(root.columnID, 1)
     }
 }

@@ -21,6 +21,7 @@ FocusScope {
     function showTodoMenu(todoID: string, columnID: string, row: Item, position: point): void {
         todoMenu.todoID = todoID;
         todoMenu.columnID = columnID;
+        todoMenu.listID = (row as TodoRow).listID;
         todoMenu.isPrepared = true;
         todoMenu.popup(row, position.x, position.y);
     }
@@ -38,6 +39,10 @@ FocusScope {
             const card = column.windowRect(root.board.selectedWindow);
             wanted = Qt.rect(wanted.x, wanted.y + card.y, card.width, card.height);
         }
+        const todo = column === null ? Qt.rect(0, 0, 0, 0)
+                                     : column.todoRect(root.board.todos.highlightedTodoID);
+        if (todo.height > 0 && root.board.selectedWindow < 0)
+            wanted = Qt.rect(wanted.x, wanted.y + todo.y, todo.width, todo.height);
         view.reveal(wanted.y, wanted.height);
     }
 
@@ -48,6 +53,13 @@ FocusScope {
         target: root.board
 
         function onSelectionChanged(): void {
+            selectionScroll.restart();
+        }
+    }
+    Connections {
+        target: root.board.todos
+
+        function onTodoRequested(): void {
             selectionScroll.restart();
         }
     }

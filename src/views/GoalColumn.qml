@@ -29,6 +29,12 @@ ExpandableGoalCard {
         return Qt.rect(cards.x + rect.x, cards.y + rect.y, rect.width, rect.height);
     }
 
+    /// The same for the row of a todo; of no height for one that the column does not show.
+    function todoRect(todoID: string): rect {
+        const rect = todos.rowRect(todoID);
+        return Qt.rect(todos.x + rect.x, todos.y + rect.y, rect.width, rect.height);
+    }
+
     // What belongs to no goal is to be sorted, so that all of it shows.
     isExpanded: root.isSelected || root.isUnassigned
     isPinned: root.expansionProgress > 0 && !root.isUnassigned
@@ -78,6 +84,8 @@ ExpandableGoalCard {
         priority: root.priority
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
+        isExpanded: root.isSelected
+        isOnScreen: root.visibleFrom < y + height && root.visibleTo > y
         onMenuRequested: button => root.columnMenuRequested(button)
         onPriorityMenuRequested: button => root.priorityMenuRequested(button)
         onAddTodoRequested: root.isUnassigned ? todos.openEditor()

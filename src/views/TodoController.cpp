@@ -13,17 +13,9 @@ namespace kelpa {
 
 namespace {
 
-struct TodoPlace
+TargetSelection targetOf(std::optional<GoalID> goalID)
 {
-    TodoID todoID;
-    std::optional<GoalID> goalID;
-};
-
-std::optional<TodoPlace> placeFromTexts(const QString& todoID, const QString& columnID)
-{
-    const std::optional<TodoID> todo = TodoID::fromText(todoID);
-    const std::optional<ColumnID> column = columnFromText(columnID);
-    return todo && column ? std::optional(TodoPlace{*todo, column->goalID}) : std::nullopt;
+    return goalID ? TargetSelection::goal(*goalID) : TargetSelection::unassigned();
 }
 
 std::optional<TodoList> todoListFromText(const QString& listID)
@@ -35,6 +27,14 @@ std::optional<TodoList> todoListFromText(const QString& listID)
 }
 
 } // namespace
+
+std::optional<TodoController::TodoPlace> TodoController::placeFromTexts(const QString& todoID,
+                                                                        const QString& columnID)
+{
+    const std::optional<TodoID> todo = TodoID::fromText(todoID);
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    return todo && column ? std::optional(TodoPlace{*todo, column->goalID}) : std::nullopt;
+}
 
 TodoController::TodoController(WindowStore& store, QObject* parent)
     : QObject(parent), m_store(store),
@@ -50,6 +50,9 @@ TodoController::TodoController(WindowStore& store, QObject* parent)
         Q_EMIT editorRequested();
     });
     connect(&store, &WindowStore::boardNavigationChanged, this, &TodoController::updateSelection);
+    for (const auto signal : {&WindowStore::boardNavigationChanged, &WindowStore::goalsChanged,
+                              &WindowStore::unassignedTodosChanged})
+        connect(&store, signal, this, &TodoController::updateHighlight);
 }
 
 QString TodoController::editorColumnID() const
@@ -86,11 +89,6 @@ QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
         return unassignedTodoEntries(m_store.unassignedTodos(), unassignedTitle);
     const auto found = std::ranges::find(goals, *column->goalID, &Goal::id);
     return found == goals.end() ? QList<UnifiedTodoEntry>() : goalTodoEntries(*found);
-}
-
-void TodoController::moveBefore(TodoID todoID, TodoID targetID)
-{
-    m_store.moveTodo(todoID, targetID);
 }
 
 bool TodoController::isTitle(const QString& title) const
@@ -133,6 +131,26 @@ void TodoController::move(const QString& todoID, const QString& fromColumnID,
         m_store.moveTodo(place->todoID, place->goalID, to->goalID);
 }
 
+std::optional<TodoMove> TodoController::moveFromTexts(const QString& todoID, const QString& listID,
+                                                      int step) const
+{
+    const std::optional<TodoID> todo = TodoID::fromText(todoID);
+    return todo ? todoMove(entries(listID), *todo, step) : std::nullopt;
+}
+
+bool TodoController::moveInList(const QString& todoID, const QString& listID, int step)
+{
+    const std::optional<TodoMove> move = moveFromTexts(todoID, listID, step);
+    if (move)
+        m_store.moveTodo(move->todoID, move->beforeID);
+    return move.has_value();
+}
+
+bool TodoController::canMoveInList(const QString& todoID, const QString& listID, int step) const
+{
+    return moveFromTexts(todoID, listID, step).has_value();
+}
+
 void TodoController::copyTodo(const QString& todoID, const QString& columnID)
 {
     const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
@@ -150,9 +168,61 @@ void TodoController::goToColumn(const QString& columnID)
     const std::optional<ColumnID> column = columnFromText(columnID);
     if (!column)
         return;
-    m_store.activateTarget(column->goalID ? TargetSelection::goal(*column->goalID)
-                                          : TargetSelection::unassigned(),
-                           WindowStore::EnterWindowLayer::no);
+    m_store.activateTarget(targetOf(column->goalID), WindowStore::EnterWindowLayer::no);
+}
+
+bool TodoController::hasTodo(const TodoPlace& place) const
+{
+    const auto holds = [&place](const QList<TodoItem>& list) {
+        return std::ranges::find(list, place.todoID, &TodoItem::id) != list.end();
+    };
+    if (!place.goalID)
+        return holds(m_store.unassignedTodos());
+    const QList<Goal>& goals = m_store.goals();
+    const auto found = std::ranges::find(goals, *place.goalID, &Goal::id);
+    return found != goals.end() && holds(found->todos);
+}
+
+QString TodoController::highlightedTodoID() const
+{
+    return m_highlighted ? m_highlighted->todoID.text() : QString();
+}
+
+void TodoController::highlight(std::optional<TodoPlace> place)
+{
+    const QString before = highlightedTodoID();
+    m_highlighted = place;
+    if (before != highlightedTodoID())
+        Q_EMIT highlightedTodoIDChanged();
+}
+
+void TodoController::goToTodo(const QString& todoID, const QString& columnID)
+{
+    const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
+    if (!place || !hasTodo(*place))
+        return;
+    goToColumn(columnID);
+    m_isTodoRequestOpen = true;
+    highlight(place);
+    Q_EMIT todoRequested();
+}
+
+bool TodoController::takeTodoRequest(const QString& todoID)
+{
+    if (!m_isTodoRequestOpen || todoID.isEmpty() || todoID != highlightedTodoID())
+        return false;
+    m_isTodoRequestOpen = false;
+    return true;
+}
+
+/// Not any more when the selection has gone elsewhere, or the todo itself.
+void TodoController::updateHighlight()
+{
+    if (m_highlighted && (m_store.boardNavigation().target != targetOf(m_highlighted->goalID) ||
+                          !hasTodo(*m_highlighted))) {
+        m_isTodoRequestOpen = false;
+        highlight(std::nullopt);
+    }
 }
 
 void TodoController::setPriority(const QString& columnID, const QString& priority)

@@ -27,6 +27,7 @@ class TodoController : public QObject
 
     Q_PROPERTY(QString unifiedListID READ unifiedListID CONSTANT)
     Q_PROPERTY(QString editorColumnID READ editorColumnID NOTIFY editorColumnIDChanged)
+    Q_PROPERTY(QString highlightedTodoID READ highlightedTodoID NOTIFY highlightedTodoIDChanged)
     Q_PROPERTY(bool isUnifiedSelected READ isUnifiedSelected NOTIFY isUnifiedSelectedChanged)
     Q_PROPERTY(QStringList priorities READ priorities CONSTANT)
 
@@ -37,6 +38,8 @@ public:
     QString unifiedListID() const { return unifiedTodosText; }
     /// The goal whose field for a new todo is open; empty for none.
     QString editorColumnID() const;
+    /// The todo that is to stand out in its column; empty for none.
+    QString highlightedTodoID() const;
     /// Whether the keyboard has selected the list of the whole board.
     bool isUnifiedSelected() const { return m_isUnifiedSelected; }
     /// The stored texts of the priorities, the most urgent first.
@@ -45,7 +48,6 @@ public:
 
     /// What the list shows, named by `columnText` or `unifiedTodosText`.
     QList<UnifiedTodoEntry> entries(const QString& listID) const;
-    void moveBefore(TodoID todoID, TodoID targetID);
 
     /// Whether a todo may bear this title.
     Q_INVOKABLE bool isTitle(const QString& title) const;
@@ -56,9 +58,18 @@ public:
     Q_INVOKABLE void remove(const QString& todoID, const QString& columnID);
     Q_INVOKABLE void move(const QString& todoID, const QString& fromColumnID,
                           const QString& toColumnID);
+    /// Moves the todo by one row of what the list shows, by changing its place on the whole board:
+    /// -1 up, 1 down. False when it is not in the list or already at that end.
+    Q_INVOKABLE bool moveInList(const QString& todoID, const QString& listID, int step);
+    Q_INVOKABLE bool canMoveInList(const QString& todoID, const QString& listID, int step) const;
     Q_INVOKABLE void copyTodo(const QString& todoID, const QString& columnID);
     /// Selects the column in which the todo lives.
     Q_INVOKABLE void goToColumn(const QString& columnID);
+    /// Selects the column in which the todo lives, and lets it stand out there until the selection
+    /// goes elsewhere. The row of the todo is to take the keyboard.
+    Q_INVOKABLE void goToTodo(const QString& todoID, const QString& columnID);
+    /// True once after every `goToTodo`, for the row of that todo.
+    Q_INVOKABLE bool takeTodoRequest(const QString& todoID);
     Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
 
     Q_INVOKABLE void requestEditor(const QString& columnID);
@@ -83,13 +94,30 @@ Q_SIGNALS:
     /// The store's editor was opened again or closed.
     void editorRequested();
     void isUnifiedSelectedChanged();
+    void highlightedTodoIDChanged();
+    /// A todo is to be shown in its column.
+    void todoRequested();
 
 private:
+    struct TodoPlace
+    {
+        TodoID todoID;
+        /// Absent for the unassigned list.
+        std::optional<GoalID> goalID;
+    };
+    static std::optional<TodoPlace> placeFromTexts(const QString& todoID, const QString& columnID);
+    bool hasTodo(const TodoPlace& place) const;
+    std::optional<TodoMove> moveFromTexts(const QString& todoID, const QString& listID,
+                                          int step) const;
+    void highlight(std::optional<TodoPlace> place);
     void updateSelection();
+    void updateHighlight();
 
     WindowStore& m_store;
     bool m_isUnifiedSelected = false;
     bool m_isEditorRequestOpen = false;
+    std::optional<TodoPlace> m_highlighted;
+    bool m_isTodoRequestOpen = false;
 };
 
 } // namespace kelpa

@@ -54,6 +54,12 @@ Item {
         rows.contentY = Math.max(0, Math.min(rect.y, Math.max(rows.contentY,
                                                               rect.bottom - rows.height)));
     }
+    /// Where the row of the todo lies, in the coordinates of the list; empty when it shows none.
+    function rowRect(todoID: string): rect {
+        const row = root.listModel.rowOf(todoID);
+        const rect = row < 0 ? Qt.rect(0, 0, 0, 0) : lines.rowRect(row);
+        return Qt.rect(rect.x, rect.y - rows.contentY, rect.width, rect.height);
+    }
     function takeRequest(): void {
         if (root.board.todos.takeEditorRequest(root.listID))
             root.focusEditor();

@@ -84,20 +84,12 @@ void TodoListModel::setListID(const QString& listID)
 
 bool TodoListModel::moveUp(const QString& todoID)
 {
-    const int row = rowOf(todoID);
-    if (row <= 0)
-        return false;
-    m_todos->moveBefore(rows().at(row).todo.id, rows().at(row - 1).todo.id);
-    return true;
+    return m_todos != nullptr && m_todos->moveInList(todoID, m_listID, -1);
 }
 
 bool TodoListModel::moveDown(const QString& todoID)
 {
-    const int row = rowOf(todoID);
-    if (row < 0 || row + 1 >= count())
-        return false;
-    m_todos->moveBefore(rows().at(row + 1).todo.id, rows().at(row).todo.id);
-    return true;
+    return m_todos != nullptr && m_todos->moveInList(todoID, m_listID, 1);
 }
 
 int TodoListModel::rowOf(const QString& todoID) const

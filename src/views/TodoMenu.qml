@@ -11,10 +11,16 @@ AppMenu {
 
     property string todoID
     property string columnID
+    /// The list in whose row the menu opens.
+    property string listID
     /// Whether it has its items; to be set before it is shown.
     property bool isPrepared: false
 
     title: root.board.copy.text(CopyKey.EditTodo)
+    onAboutToShow: {
+        up.enabled = root.board.todos.canMoveInList(root.todoID, root.listID, -1);
+        down.enabled = root.board.todos.canMoveInList(root.todoID, root.listID, 1);
+    }
 
     AppMenu {
         id: targets
@@ -54,5 +60,20 @@ AppMenu {
         symbolColor: Theme.destructive
         foreground: Theme.destructive
         onTriggered: root.board.todos.remove(root.todoID, root.columnID)
+    }
+    AppMenuSeparator {}
+    AppMenuItem {
+        id: up
+
+        text: root.board.copy.text(CopyKey.MoveTodoUp)
+        symbol: "arrow-up"
+        onTriggered: root.board.todos.moveInList(root.todoID, root.listID, -1)
+    }
+    AppMenuItem {
+        id: down
+
+        text: root.board.copy.text(CopyKey.MoveTodoDown)
+        symbol: "arrow-down"
+        onTriggered: root.board.todos.moveInList(root.todoID, root.listID, 1)
     }
 }

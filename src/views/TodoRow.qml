@@ -21,6 +21,8 @@ FocusScope {
     required property bool isEdited
 
     readonly property bool isUnified: root.listID === root.board.todos.unifiedListID
+    readonly property bool isHighlighted: !root.isUnified
+                                          && root.board.todos.highlightedTodoID === root.todoID
 
     signal menuRequested(row: Item, position: point)
     signal editRequested
@@ -35,8 +37,21 @@ FocusScope {
         face.forceActiveFocus();
     }
 
+    function takeRequest(): void {
+        if (!root.isUnified && root.board.todos.takeTodoRequest(root.todoID))
+            face.forceActiveFocus();
+    }
+
+    Component.onCompleted: root.takeRequest()
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
 
+    Connections {
+        target: root.board.todos
+
+        function onTodoRequested(): void {
+            root.takeRequest();
+        }
+    }
     Item {
         id: face
 
@@ -50,6 +65,7 @@ FocusScope {
         Accessible.description: root.isUnified
                 ? root.goalTitle : root.board.copy.statusName(root.status)
         Accessible.focusable: true
+        Accessible.selected: root.isHighlighted
         Accessible.onPressAction: root.editRequested()
         Keys.onMenuPressed: root.openMenu()
         Keys.onReturnPressed: root.editRequested()
@@ -72,7 +88,7 @@ FocusScope {
             anchors.fill: parent
             radius: Theme.controlRadius
             color: area.isLeaving && area.pressed ? Theme.card
-                   : dropArea.isWelcoming ? Theme.accepting
+                   : dropArea.isWelcoming || root.isHighlighted ? Theme.accepting
                    : hover.hovered ? Theme.hover : "transparent"
         }
         // Where the dragged todo will stand.
@@ -147,7 +163,7 @@ FocusScope {
             symbolSize: 14
             text: root.board.copy.text(CopyKey.GoToTodoInGoal)
             visible: root.isUnified
-            onClicked: root.board.todos.goToColumn(root.columnID)
+            onClicked: root.board.todos.goToTodo(root.todoID, root.columnID)
         }
         IconButton {
             id: handle

@@ -51,6 +51,19 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
     return entries;
 }
 
+std::optional<TodoMove> todoMove(const QList<UnifiedTodoEntry>& entries, TodoID todoID, int step)
+{
+    const auto found = std::ranges::find(
+        entries, todoID, [](const UnifiedTodoEntry& entry) { return entry.todo.id; });
+    const qsizetype row = found - entries.begin();
+    const qsizetype other = row + step;
+    if (found == entries.end() || (step != -1 && step != 1) || other < 0 || other >= entries.size())
+        return std::nullopt;
+    // The later of the two neighbours comes before the earlier one.
+    return TodoMove{entries.at(std::max(row, other)).todo.id,
+                    entries.at(std::min(row, other)).todo.id};
+}
+
 QString statusSymbol(TodoStatus status)
 {
     switch (status) {

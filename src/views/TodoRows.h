@@ -38,6 +38,19 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
                                            const QList<TodoItem>& unassigned,
                                            const QString& unassignedTitle);
 
+/// A todo that takes the place before another.
+struct TodoMove
+{
+    TodoID todoID;
+    TodoID beforeID;
+
+    friend bool operator==(const TodoMove&, const TodoMove&) = default;
+};
+
+/// What moves the todo by one row in the list: up with a `step` of -1, down with 1. None when it is
+/// not in the list or already at that end.
+std::optional<TodoMove> todoMove(const QList<UnifiedTodoEntry>& entries, TodoID todoID, int step);
+
 /// The symbol that shows a status, and the one that shows a priority.
 QString statusSymbol(TodoStatus status);
 QString prioritySymbol(GoalPriority priority);

@@ -72,7 +72,7 @@ FocusScope {
 
             anchors.right: parent.right
             y: 4
-            symbol: "lightbulb"
+            symbol: "lightbulb-plus"
             size: 28
             text: root.board.copy.text(CopyKey.AddTodo)
             onClicked: list.openEditor()

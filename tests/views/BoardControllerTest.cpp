@@ -309,6 +309,8 @@ TEST_F(Controller, A_preview_is_shared_with_the_store)
 
 TEST_F(Controller, A_goal_moves_by_one_place_while_goals_have_their_own_order)
 {
+    EXPECT_TRUE(controller->canMoveColumn(second.text(), -1));
+    EXPECT_FALSE(controller->canMoveColumn(second.text(), 1));
     EXPECT_TRUE(controller->moveColumn(second.text(), -1));
     EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("Second"), QStringLiteral("First")}));
     EXPECT_FALSE(controller->moveColumn(second.text(), -1));

@@ -49,6 +49,13 @@ T.Button {
             color: root.down ? Theme.press : Theme.hover
             visible: root.down || (root.hovered && !root.isPrimary)
         }
+        // What is switched on stands out.
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: Theme.accepting
+            visible: root.checked
+        }
     }
 
     FocusRing {

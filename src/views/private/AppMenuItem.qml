@@ -22,6 +22,7 @@ T.MenuItem {
     leftPadding: 10
     rightPadding: root.endSymbol.length > 0 ? 36 : 14
     font: Theme.body
+    opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
     Accessible.onPressAction: if (root.enabled)
         root.clicked()

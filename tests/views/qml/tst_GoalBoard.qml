@@ -284,6 +284,30 @@ Item {
             tryCompare(renaming, "count", 1);
             compare(renaming.signalArguments[0][1], "First");
         }
+        function test_the_menu_of_a_goal_moves_it() {
+            world.board.createGoal("Second");
+            tryVerify(() => columns().length === 3);
+            const button = all(columns().find(column => column.title === "First"),
+                               item => item instanceof IconButton
+                                       && item.symbol === "ellipsis")[0];
+            mouseClick(button);
+            tryVerify(() => menuItems().length === 8);
+            verify(!menuItems().find(item => item.text === "Move goal earlier").enabled);
+            choose("Move goal later");
+            compare(world.goalTitles(), ["Second", "First"]);
+            world.board.deleteGoal(world.columnOfGoal("Second"));
+            tryVerify(() => columns().length === 2);
+        }
+        function test_the_badge_of_a_goal_adds_windows_to_it() {
+            tryVerify(() => columns().length === 2);
+            const first = columns().find(column => column.title === "First");
+            const badge = all(first, item => item instanceof CountButton)[0];
+            compare(badge.Accessible.name, "Add windows to this goal");
+            mouseClick(badge);
+            tryVerify(() => world.board.windowPicker.isOpen);
+            compare(world.board.windowPicker.goalTitle, "First");
+            world.board.windowPicker.close();
+        }
         function test_an_empty_title_shows_as_a_window() {
             world.addWindow(10, "");
             tryVerify(() => card("") !== null);

@@ -61,7 +61,8 @@ Item {
             return only(all(row(place, title), item => item.Accessible.role === Accessible.ListItem));
         }
         function button(place, symbol) {
-            return only(all(place, item => item instanceof IconButton && item.visible
+            return only(all(place, item => (item instanceof IconButton || item instanceof PriorityButton)
+                                           && item.visible
                                            && item.symbol === symbol));
         }
         function field(place) {
@@ -70,6 +71,17 @@ Item {
         function menuItems() {
             return all(root.parent, item => item instanceof AppMenuItem && item.visible
                                             && item.opacity > 0);
+        }
+        /// By the keyboard: where the highlight starts depends on where the pointer rests.
+        function choose(text) {
+            const chosen = () => menuItems().find(item => item.text === text);
+            tryVerify(() => chosen() !== undefined);
+            for (let i = 0; i < 8 && !chosen().highlighted; ++i)
+                keyClick(Qt.Key_Down);
+            for (let i = 0; i < 8 && !chosen().highlighted; ++i)
+                keyClick(Qt.Key_Up);
+            verify(chosen().highlighted);
+            keyClick(Qt.Key_Return);
         }
         function show(place, goal, titles) {
             for (const title of titles)
@@ -166,7 +178,7 @@ Item {
         }
         function test_the_add_button_of_a_goal_opens_a_field_that_stays() {
             const first = column("First");
-            mouseClick(button(first, "lightbulb"));
+            mouseClick(button(first, "lightbulb-plus"));
             tryVerify(() => field(first) !== null && field(first).activeFocus);
             type("ab");
             keyClick(Qt.Key_Return);
@@ -189,20 +201,20 @@ Item {
             world.board.todos.requestEditor(world.columnOfGoal("Second"));
             tryVerify(() => field(column("Second")) !== null && field(column("Second")).activeFocus);
             compare(field(column("First")), null);
-            button(unified(), "lightbulb").forceActiveFocus();
+            button(unified(), "lightbulb-plus").forceActiveFocus();
             world.board.todos.requestEditor(world.columnOfGoal("Second"));
             tryVerify(() => field(column("Second")).activeFocus);
         }
         function test_the_cancel_button_closes_the_field() {
             const first = column("First");
-            mouseClick(button(first, "lightbulb"));
+            mouseClick(button(first, "lightbulb-plus"));
             tryVerify(() => field(first) !== null);
             mouseClick(button(first, "x"));
             tryVerify(() => field(first) === null);
         }
         function test_unassigned_todos_are_added_in_two_columns() {
             for (const place of [column("Unsorted"), unified()]) {
-                mouseClick(button(place, "lightbulb"));
+                mouseClick(button(place, "lightbulb-plus"));
                 tryVerify(() => field(place) !== null && field(place).activeFocus);
                 type("x");
                 keyClick(Qt.Key_Return);
@@ -215,10 +227,8 @@ Item {
             const first = column("First");
             show(first, "First", ["Read", "Write"]);
             mouseClick(row(first, "Read"), 60, 17, Qt.RightButton);
-            tryVerify(() => menuItems().length === 2);
-            keyClick(Qt.Key_Down);
-            keyClick(Qt.Key_Down);
-            keyClick(Qt.Key_Return);
+            tryVerify(() => menuItems().length === 4);
+            choose("Delete todo");
             tryVerify(() => world.todos("First").length === 1);
             compare(world.todos("First"), ["Write (todo)"]);
         }
@@ -227,11 +237,11 @@ Item {
             show(first, "First", ["Read"]);
             face(first, "Read").forceActiveFocus();
             keyClick(Qt.Key_F10, Qt.ShiftModifier);
-            tryVerify(() => menuItems().length === 2);
+            tryVerify(() => menuItems().length === 4);
             keyClick(Qt.Key_Down);
             keyClick(Qt.Key_Right);
             // The other goal and the unassigned column.
-            tryVerify(() => menuItems().length === 4);
+            tryVerify(() => menuItems().length === 6);
             keyClick(Qt.Key_Return);
             tryVerify(() => world.todos("Second").length === 1);
             compare(world.todos("First"), []);
@@ -283,6 +293,30 @@ Item {
             mouseClick(button(row(unified(), "Read"), "arrow-right"));
             tryCompare(column("Second"), "isSelected", true);
             verify(!column("First").isSelected);
+            tryVerify(() => row(column("Second"), "Read").isHighlighted);
+            verify(!row(unified(), "Read").isHighlighted);
+            tryVerify(() => face(column("Second"), "Read").activeFocus);
+            world.board.todos.goToColumn(column("First").columnID);
+            tryVerify(() => !row(column("Second"), "Read").isHighlighted);
+        }
+        function test_the_menu_of_a_todo_moves_it_within_the_list_that_shows_it() {
+            const first = column("First");
+            show(first, "First", ["A", "B", "C"]);
+            face(first, "B").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 4);
+            const move = text => menuItems().find(item => item.text === text);
+            verify(move("Move todo up").enabled);
+            verify(move("Move todo down").enabled);
+            choose("Move todo down");
+            tryVerify(() => rowTitles(first).join() === "A,C,B");
+            tryVerify(() => menuItems().length === 0);
+            face(first, "B").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 4);
+            verify(!move("Move todo down").enabled);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
         }
         function test_an_empty_list_says_so() {
             const texts = all(column("First"), item => item instanceof AppText && item.visible)

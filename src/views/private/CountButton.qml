@@ -1,0 +1,62 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A number beside a symbol that says what a press adds to it.
+T.Button {
+    id: root
+
+    required property int count
+    required property string symbol
+    /// What the number counts.
+    required property string label
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: 20
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: root.text
+    Accessible.description: root.label
+    Accessible.ignored: !root.visible
+    Accessible.onPressAction: root.clicked()
+    onPressed: tip.dismiss()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
+    leftPadding: 6
+    rightPadding: 6
+    contentItem: Row {
+        spacing: 4
+
+        AppIcon {
+            name: root.symbol
+            size: 13
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        AppText {
+            text: root.count
+            font: Theme.captionStrong
+            color: Theme.secondaryText
+            anchors.verticalCenter: parent.verticalCenter
+        }
+    }
+    background: Rectangle {
+        radius: height / 2
+        color: root.down ? Theme.press : Theme.hover
+        border.width: root.hovered ? 1 : 0
+        border.color: Theme.outline
+    }
+
+    FocusRing {
+        control: root
+        radius: height / 2
+        isShown: root.visualFocus
+    }
+    HoverTip {
+        id: tip
+
+        text: root.text
+        isHovered: root.hovered
+    }
+}

@@ -1,0 +1,49 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// Shows a goal's priority in a capsule of its colour, and opens the menu that changes it.
+T.Button {
+    id: root
+
+    required property string symbol
+    required property color color
+
+    implicitWidth: 30
+    implicitHeight: 20
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.ButtonMenu
+    Accessible.name: root.text
+    Accessible.ignored: !root.visible
+    Accessible.onPressAction: root.clicked()
+    onPressed: tip.dismiss()
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
+    contentItem: Item {
+        AppIcon {
+            anchors.centerIn: parent
+            name: root.symbol
+            size: 14
+            color: root.color
+        }
+    }
+    background: Rectangle {
+        radius: height / 2
+        color: Qt.alpha(root.color, root.down ? 0.3 : root.hovered ? 0.22 : 0.13)
+    }
+
+    FocusRing {
+        control: root
+        radius: height / 2
+        isShown: root.visualFocus
+    }
+    HoverTip {
+        id: tip
+
+        text: root.text
+        isHovered: root.hovered
+    }
+}
