@@ -18,7 +18,9 @@ T.Menu {
     overlap: 1
     cascade: true
     // The item that opens a menu within this one.
-    delegate: AppMenuItem {}
+    delegate: AppMenuItem {
+        symbol: "arrow-right"
+    }
 
     contentItem: ListView {
         implicitWidth: root.widestItem()
