@@ -23,26 +23,6 @@ _PREVIEW_INTERVAL = 0.6
 _NUMBER = "_KELPA_WINDOW_NUMBER"
 
 
-def _wait_for_manager(desktop):
-    """It announces itself before it manages windows, and one that comes in between may stay unlisted."""
-    from Xlib import X
-
-    def manages():
-        probe = desktop.x.screen().root.create_window(0, 0, 10, 10, 0, X.CopyFromParent)
-        probe.map()
-        desktop.x.sync()
-        deadline = time.monotonic() + 0.5
-        while time.monotonic() < deadline and not desktop.windows():
-            time.sleep(0.02)
-        is_listed = bool(desktop.windows())
-        probe.destroy()
-        desktop.x.sync()
-        return is_listed
-
-    wait_until("the window manager manages windows", manages)
-    wait_until("no window is left", lambda: not desktop.windows())
-
-
 def _open_windows(desktop, count):
     """Plain windows, each in a colour of its own."""
     from Xlib import X
@@ -136,7 +116,6 @@ def main():
     processes.exit_on_signals()
     with tempfile.TemporaryDirectory(prefix="kelpa-idle-") as directory, \
             Desktop(pathlib.Path(directory) / "desktop") as desktop:
-        _wait_for_manager(desktop)
         _measure(desktop, binary, 50, seconds)
         _measure(desktop, binary, 200, 0)
 

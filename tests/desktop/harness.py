@@ -6,6 +6,7 @@ import pathlib
 import shutil
 import subprocess
 import tempfile
+import time
 
 import processes
 from processes import wait_until
@@ -141,6 +142,25 @@ class Desktop:
     def start_window_manager(self):
         self.start("openbox", "--sm-disable")
         wait_until("the window manager is there", self.has_window_manager)
+        wait_until("the window manager manages windows", self._manages_windows)
+
+    def _manages_windows(self):
+        """It announces itself before it manages windows; one that comes in between may stay unlisted."""
+        from Xlib import X
+
+        probe = self._x.screen().root.create_window(0, 0, 10, 10, 0, X.CopyFromParent)
+        probe.map()
+        self._x.sync()
+        deadline = time.monotonic() + 0.5
+        while time.monotonic() < deadline and probe.id not in self._listed():
+            time.sleep(0.02)
+        is_listed = probe.id in self._listed()
+        probe.destroy()
+        self._x.sync()
+        return is_listed and wait_until("the probe is gone", lambda: probe.id not in self._listed())
+
+    def _listed(self):
+        return self.property(self._x.screen().root, "_NET_CLIENT_LIST") or ()
 
     def _start_reporting(self, argv, what, form):
         reading, writing = os.pipe()

@@ -126,7 +126,7 @@ def _start_beside_panel(desktop, binary):
     root = desktop.x.screen().root
     screen = desktop.x.screen()
     area = (0, 40, screen.width_in_pixels, screen.height_in_pixels - 40)
-    wait_until("the panel has its room", lambda: tuple(desktop.property(root, "_NET_WORKAREA")[:4]) == area)
+    wait_until("the panel has its room", lambda: tuple((desktop.property(root, "_NET_WORKAREA") or ())[:4]) == area)
     kelpa, _ = _start(desktop, binary)
     return kelpa, area
 
