@@ -6,6 +6,8 @@ are named by their title alone, whatever it looks like."""
 
 import re
 
+import re
+
 import gi
 
 gi.require_version("Atspi", "2.0")
@@ -32,8 +34,8 @@ TODO, IN_PROGRESS, COMPLETED = "Todo", "In progress", "Completed"
 _STATUS = "Todo status: "
 NEEDS_SCREEN_CAPTURE = "Screen Recording permission is needed for live previews"
 NEEDS_ACCESSIBILITY = "Accessibility permission is needed to focus and open windows"
-# Lists of the screen that hold no goal's windows.
-NOT_GOALS = (ALL_TODOS, "Goals")
+# The list beside the board with an entry for each goal.
+RAIL = "Goals"
 # Between an application and a window's title, in any language.
 _SEPARATOR = re.compile(" ?: |：")
 _ITEM_ROLES = (Atspi.Role.LIST_ITEM,)
@@ -266,7 +268,7 @@ class Board:
     def columns(self):
         """The columns by title; an empty map while the program cannot be asked."""
         try:
-            found = self._root().find(_COLUMN_ROLES, bool)
+            found = self._root().find(_COLUMN_ROLES, lambda name: name not in ("", RAIL))
             return {column.title: column for column in map(Column, found)}
         except Gone:
             return {}
@@ -274,7 +276,7 @@ class Board:
     def goal_titles(self, columns=None):
         """Titles of the goals' columns in the order of the board."""
         columns = self.columns() if columns is None else columns
-        return [title for title in columns if title not in (UNSORTED, *NOT_GOALS)]
+        return [title for title in columns if title not in (UNSORTED, ALL_TODOS)]
 
     def cards(self):
         """Every card's window title, with the title of the column that it is in."""
@@ -341,6 +343,14 @@ class Board:
 
     def field(self, name):
         return self._first(_FIELD_ROLES, name)
+
+    def rail_entry(self, goal):
+        """The goal's entry beside the board, which is named "(<open todos>)<title>"."""
+        form = re.compile(r"\(\d+\)" + re.escape(goal))
+        try:
+            return next(iter(self._root().find((*_ITEM_ROLES, *BUTTON_ROLES), form.fullmatch)), None)
+        except Gone:
+            return None
 
     def focused_field(self):
         try:

@@ -110,3 +110,23 @@ def todos_are_moved_by_mouse_within_a_goal_and_to_another(desktop, binary):
         kelpa.choose_in_todo_menu("Home", "Three", boards.MOVE_TO_GOAL, boards.UNSORTED)
         places("Four", "One Two", "Three", "Four Three One Two")
         kelpa.check_stored(path)
+
+
+def a_todo_out_of_view_is_reached_by_the_rail(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    goals = [(f"Goal {number}", [f"Todo {number}.{at}" for at in range(8)]) for number in range(20)]
+    settings.write(path, goals=goals, is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        for number in (19, 0):
+            kelpa.click(lambda: kelpa.board.rail_entry(f"Goal {number}"), "the entry in the rail")
+            wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == f"Goal {number}")
+            kelpa.click(*kelpa.todo_button(f"Goal {number}", f"Todo {number}.7"))
+            kelpa.wait_for_todos(f"Goal {number}", [
+                (f"Todo {number}.{at}", IN_PROGRESS if at == 7 else TODO) for at in range(8)])
+        kelpa.quit()
+        stored = settings.StoredBoard(settings.read(path))
+        for number in range(20):
+            assert stored.todos(f"Goal {number}") == [
+                (f"Todo {number}.{at}", IN_PROGRESS if at == 7 and number in (0, 19) else TODO)
+                for at in range(8)]
