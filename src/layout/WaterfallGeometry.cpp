@@ -165,9 +165,10 @@ QRectF WaterfallGeometry::frame(qsizetype index) const
     const int columns = m_layout.columnCount(m_width);
     const double columnWidth = WaterfallLayout::itemWidth(m_width, columns, m_layout.spacing);
     const double itemHeight = usableHeight(*m_layout.fixedItemHeight);
-    return {static_cast<double>(index % columns) * (columnWidth + m_layout.spacing),
-            static_cast<double>(index / columns) * (itemHeight + m_layout.spacing), columnWidth,
-            itemHeight};
+    const qsizetype column = index % columns;
+    const qsizetype row = index / columns;
+    return {static_cast<double>(column) * (columnWidth + m_layout.spacing),
+            static_cast<double>(row) * (itemHeight + m_layout.spacing), columnWidth, itemHeight};
 }
 
 double WaterfallGeometry::height() const
@@ -200,9 +201,12 @@ QList<qsizetype> WaterfallGeometry::between(double top, double bottom) const
     const double step = usableHeight(*m_layout.fixedItemHeight) + m_layout.spacing;
     if (!(step > 0))
         return result;
-    const double rows = static_cast<double>((m_count + columns - 1) / columns);
-    const auto firstRow = static_cast<qsizetype>(std::clamp(std::floor(top / step), 0.0, rows));
-    const auto endRow = static_cast<qsizetype>(std::clamp(std::ceil(bottom / step), 0.0, rows));
+    const qsizetype rows = (m_count + columns - 1) / columns;
+    const auto bounded = [rows](double row) {
+        return static_cast<qsizetype>(std::clamp(row, 0.0, static_cast<double>(rows)));
+    };
+    const qsizetype firstRow = bounded(std::floor(top / step));
+    const qsizetype endRow = bounded(std::ceil(bottom / step));
     const qsizetype end = std::min(endRow * columns, m_count);
     for (qsizetype index = firstRow * columns; index < end; ++index)
         result.append(index);
