@@ -143,7 +143,7 @@ Times bareRead(const Desktop& desktop, xcb_window_t window, bool isScaled)
         require(reply && reply->size == segment->size(), "no bare read");
         if (isScaled) {
             const auto* pixels = static_cast<const uchar*>(segment->data());
-            const QImage image(pixels, width, height, width * 4, QImage::Format_RGB32);
+            const QImage image(pixels, width, height, qsizetype{4} * width, QImage::Format_RGB32);
             require(image.scaled(720, 405, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                         .pixelColor(1, 1)
                         .isValid(),
@@ -204,6 +204,7 @@ void printMany(Desktop& desktop)
     }
     std::map<QString, WindowID> numbers = desktop.numbers();
     std::vector<WindowID> ids;
+    ids.reserve(most);
     for (int index = 0; index < most; ++index) {
         ids.push_back(numbers.at(QStringLiteral("many %1").arg(index)));
     }

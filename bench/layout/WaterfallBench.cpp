@@ -12,7 +12,7 @@ void placeTargets(benchmark::State& state)
     QList<double> heights;
     for (std::int64_t i = 0; i < state.range(0); ++i)
         heights.append(collapsedGoalCardHeight + static_cast<double>(i * 37 % 211));
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(layout.place({}, 1920, heights));
     state.SetComplexityN(state.range(0));
 }

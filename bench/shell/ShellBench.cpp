@@ -56,7 +56,7 @@ public:
                 nullptr),
             &std::free);
         const xcb_keysym_t* const symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
-        const int width = reply->keysyms_per_keycode;
+        const std::ptrdiff_t width = reply->keysyms_per_keycode;
         for (int key = setup.max_keycode - setup.min_keycode; key >= 0; --key) {
             const auto code = static_cast<xcb_keycode_t>(setup.min_keycode + key);
             if (symbols[key * width] == XK_Super_L)

@@ -190,5 +190,10 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     const QGuiApplication application(argc, argv);
-    return kelpa::bench::run();
+    try {
+        return kelpa::bench::run();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
 }

@@ -10,11 +10,6 @@ namespace {
 /// Items between two checkpoints.
 constexpr qsizetype stride = 16;
 
-double usableHeight(double height)
-{
-    return std::isfinite(height) ? std::max(height, 0.0) : 0.0;
-}
-
 } // namespace
 
 WaterfallGeometry::WaterfallGeometry(const WaterfallLayout& layout) : m_layout(layout) {}
@@ -50,7 +45,7 @@ void WaterfallGeometry::insert(qsizetype first, qsizetype count, double height)
     Q_ASSERT(first >= 0 && first <= m_count && count >= 0);
     m_count += count;
     if (!hasFixedHeight()) {
-        m_heights.insert(first, count, usableHeight(height));
+        m_heights.insert(first, count, WaterfallLayout::usableHeight(height));
         m_frames.insert(first, count, QRectF());
     }
     soil(first, m_count - 1);
@@ -88,15 +83,16 @@ void WaterfallGeometry::move(qsizetype from, qsizetype count, qsizetype to)
 
 void WaterfallGeometry::setHeight(qsizetype index, double height)
 {
-    if (hasFixedHeight() || m_heights.at(index) == usableHeight(height))
+    if (hasFixedHeight() || m_heights.at(index) == WaterfallLayout::usableHeight(height))
         return;
-    m_heights[index] = usableHeight(height);
+    m_heights[index] = WaterfallLayout::usableHeight(height);
     soil(index, index);
 }
 
 double WaterfallGeometry::itemHeight(qsizetype index) const
 {
-    return m_layout.fixedItemHeight ? usableHeight(*m_layout.fixedItemHeight) : m_heights.at(index);
+    return m_layout.fixedItemHeight ? WaterfallLayout::usableHeight(*m_layout.fixedItemHeight)
+                                    : m_heights.at(index);
 }
 
 void WaterfallGeometry::soil(qsizetype first, qsizetype last)
@@ -164,7 +160,7 @@ QRectF WaterfallGeometry::frame(qsizetype index) const
         return m_frames.at(index);
     const int columns = m_layout.columnCount(m_width);
     const double columnWidth = WaterfallLayout::itemWidth(m_width, columns, m_layout.spacing);
-    const double itemHeight = usableHeight(*m_layout.fixedItemHeight);
+    const double itemHeight = WaterfallLayout::usableHeight(*m_layout.fixedItemHeight);
     const qsizetype column = index % columns;
     const qsizetype row = index / columns;
     return {static_cast<double>(column) * (columnWidth + m_layout.spacing),
@@ -180,7 +176,7 @@ double WaterfallGeometry::height() const
     const qsizetype columns = m_layout.columnCount(m_width);
     const qsizetype rows = (m_count + columns - 1) / columns;
     return static_cast<double>(rows) *
-               (usableHeight(*m_layout.fixedItemHeight) + m_layout.spacing) -
+               (WaterfallLayout::usableHeight(*m_layout.fixedItemHeight) + m_layout.spacing) -
            m_layout.spacing;
 }
 
@@ -198,7 +194,7 @@ QList<qsizetype> WaterfallGeometry::between(double top, double bottom) const
         return result;
     }
     const qsizetype columns = m_layout.columnCount(m_width);
-    const double step = usableHeight(*m_layout.fixedItemHeight) + m_layout.spacing;
+    const double step = WaterfallLayout::usableHeight(*m_layout.fixedItemHeight) + m_layout.spacing;
     if (!(step > 0))
         return result;
     const qsizetype rows = (m_count + columns - 1) / columns;

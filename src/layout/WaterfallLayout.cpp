@@ -27,12 +27,12 @@ double usableWidth(double width)
     return std::max(width, 1.0);
 }
 
-double usableHeight(double height)
+} // namespace
+
+double WaterfallLayout::usableHeight(double height)
 {
     return std::isfinite(height) ? std::max(height, 0.0) : 0.0;
 }
-
-} // namespace
 
 int WaterfallLayout::columnCount(double width) const
 {

@@ -48,6 +48,9 @@ struct WaterfallLayout
     /// laid out.
     bool fits(double width) const;
 
+    /// What an item's own height counts as: 0 when it is negative or not finite.
+    static double usableHeight(double height);
+
     /// `heights` are the items' own heights at `itemWidth(width)`; with `fixedItemHeight` only
     /// their number matters. A height that is negative or not finite counts as 0.
     /// Linear in the number of items; the columns' heights are all that is kept while walking.

@@ -41,8 +41,9 @@ WindowsByGoal windowsByGoal(const QList<WindowItem>& windows,
                             const std::function<bool(WindowID)>& hasPreview)
 {
     QList<WindowItem> ordered = windows;
-    std::ranges::stable_partition(
-        ordered, [&hasPreview](const WindowItem& window) { return hasPreview(window.id); });
+    std::stable_partition(ordered.begin(), ordered.end(), [&hasPreview](const WindowItem& window) {
+        return hasPreview(window.id);
+    });
     WindowsByGoal groups;
     for (const WindowItem& window : ordered) {
         QList<WindowItem>& group =

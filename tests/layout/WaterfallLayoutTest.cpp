@@ -12,7 +12,7 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-const WaterfallLayout board{320, 22, std::nullopt, std::nullopt};
+const WaterfallLayout boardLayout{320, 22, std::nullopt, std::nullopt};
 
 WaterfallLayout withColumns(int count, double spacing = 10)
 {
@@ -39,20 +39,20 @@ TEST(WaterfallLayout, As_many_columns_as_fit_at_their_minimum_width)
 {
     for (const CountRow& row : {CountRow{700, 2}, CountRow{661.999, 1}, CountRow{662, 2},
                                 CountRow{1003.999, 2}, CountRow{1004, 3}, CountRow{320, 1}})
-        EXPECT_EQ(board.columnCount(row.width), row.count) << row.width;
+        EXPECT_EQ(boardLayout.columnCount(row.width), row.count) << row.width;
 }
 
 TEST(WaterfallLayout, A_width_of_700_holds_two_columns_of_339)
 {
-    EXPECT_EQ(board.columnCount(700), 2);
+    EXPECT_EQ(boardLayout.columnCount(700), 2);
     EXPECT_EQ(WaterfallLayout::itemWidth(700, 2, 22), 339);
-    EXPECT_EQ(board.itemWidth(700), 339);
+    EXPECT_EQ(boardLayout.itemWidth(700), 339);
 }
 
 TEST(WaterfallLayout, A_width_narrower_than_a_column_is_one_column_of_the_whole_width)
 {
     for (const double width : {319.0, 100.0, 1.0, 0.5}) {
-        EXPECT_EQ(board.columnCount(width), 1) << width;
+        EXPECT_EQ(boardLayout.columnCount(width), 1) << width;
         EXPECT_EQ(WaterfallLayout::itemWidth(width, 1, 22), width);
     }
 }
@@ -65,7 +65,7 @@ TEST(WaterfallLayout, A_fixed_column_count_holds_at_every_width)
 
 TEST(WaterfallLayout, A_width_beyond_all_screens_has_as_many_columns_as_can_be_counted)
 {
-    EXPECT_EQ(board.columnCount(1e300), std::numeric_limits<int>::max());
+    EXPECT_EQ(boardLayout.columnCount(1e300), std::numeric_limits<int>::max());
 }
 
 TEST(WaterfallLayout, Columns_without_spacing_share_the_width)
@@ -77,7 +77,7 @@ TEST(WaterfallLayout, Columns_without_spacing_share_the_width)
 
 TEST(WaterfallLayout, Each_item_goes_to_the_shortest_column)
 {
-    const WaterfallPlacement placement = board.place({}, 700, {100, 50, 30, 40, 10});
+    const WaterfallPlacement placement = boardLayout.place({}, 700, {100, 50, 30, 40, 10});
     EXPECT_EQ(placement.frames, (QList<QRectF>{{0, 0, 339, 100},
                                                {361, 0, 339, 50},
                                                {361, 72, 339, 30},
@@ -88,7 +88,8 @@ TEST(WaterfallLayout, Each_item_goes_to_the_shortest_column)
 
 TEST(WaterfallLayout, Equal_columns_put_the_next_item_into_the_leftmost)
 {
-    EXPECT_EQ(columns(board, 1100, {50, 50, 50, 20, 20, 20, 5}), (QList<int>{0, 1, 2, 0, 1, 2, 0}));
+    EXPECT_EQ(columns(boardLayout, 1100, {50, 50, 50, 20, 20, 20, 5}),
+              (QList<int>{0, 1, 2, 0, 1, 2, 0}));
 }
 
 TEST(WaterfallLayout, Items_of_fixed_height_are_dealt_to_the_columns_in_turn)
@@ -103,37 +104,37 @@ TEST(WaterfallLayout, Items_of_fixed_height_are_dealt_to_the_columns_in_turn)
 
 TEST(WaterfallLayout, Fewer_items_than_columns_leave_columns_empty)
 {
-    EXPECT_EQ(columns(board, 2000, {10, 10}), (QList<int>{0, 1}));
+    EXPECT_EQ(columns(boardLayout, 2000, {10, 10}), (QList<int>{0, 1}));
     EXPECT_EQ(columns({320, 10, 126, 5}, 2000, {0, 0, 0}), (QList<int>{0, 1, 2}));
 }
 
 TEST(WaterfallLayout, Items_are_placed_from_the_origin_on)
 {
-    EXPECT_EQ(board.place({30, 400}, 700, {100, 50, 30}).frames,
+    EXPECT_EQ(boardLayout.place({30, 400}, 700, {100, 50, 30}).frames,
               (QList<QRectF>{{30, 400, 339, 100}, {391, 400, 339, 50}, {391, 472, 339, 30}}));
-    EXPECT_EQ(board.place({30, 400}, 700, {100, 50, 30}).height, 102);
+    EXPECT_EQ(boardLayout.place({30, 400}, 700, {100, 50, 30}).height, 102);
 }
 
 TEST(WaterfallLayout, The_size_is_the_proposed_width_and_the_height_of_the_longest_column)
 {
-    EXPECT_EQ(board.sizeThatFits(700, {100, 50, 30, 40, 10}), QSizeF(700, 162));
-    EXPECT_EQ(board.sizeThatFits(700, {100}), QSizeF(700, 100));
-    EXPECT_EQ(board.sizeThatFits(700, {}), QSizeF(700, 0));
+    EXPECT_EQ(boardLayout.sizeThatFits(700, {100, 50, 30, 40, 10}), QSizeF(700, 162));
+    EXPECT_EQ(boardLayout.sizeThatFits(700, {100}), QSizeF(700, 100));
+    EXPECT_EQ(boardLayout.sizeThatFits(700, {}), QSizeF(700, 0));
 }
 
 TEST(WaterfallLayout, A_view_without_width_is_laid_out_one_point_wide)
 {
     for (const double width : {0.0, -20.0}) {
-        EXPECT_EQ(board.place({}, width, {100, 50}).frames,
+        EXPECT_EQ(boardLayout.place({}, width, {100, 50}).frames,
                   (QList<QRectF>{{0, 0, 1, 100}, {0, 122, 1, 50}}));
-        EXPECT_EQ(board.sizeThatFits(width, {100, 50}), QSizeF(width, 172));
-        EXPECT_EQ(board.itemWidth(width), 1);
+        EXPECT_EQ(boardLayout.sizeThatFits(width, {100, 50}), QSizeF(width, 172));
+        EXPECT_EQ(boardLayout.itemWidth(width), 1);
     }
 }
 
 TEST(WaterfallLayout, Items_without_a_usable_height_are_flat)
 {
-    EXPECT_EQ(board.place({}, 320, {-5, infinity, notANumber, 10}).frames,
+    EXPECT_EQ(boardLayout.place({}, 320, {-5, infinity, notANumber, 10}).frames,
               (QList<QRectF>{{0, 0, 320, 0}, {0, 22, 320, 0}, {0, 44, 320, 0}, {0, 66, 320, 10}}));
 }
 
@@ -142,7 +143,7 @@ TEST(WaterfallLayout, Fixed_columns_that_leave_no_width_do_not_fit)
     EXPECT_FALSE(withColumns(3).fits(0));
     EXPECT_FALSE(withColumns(3).fits(20));
     EXPECT_TRUE(withColumns(3).fits(20.5));
-    EXPECT_TRUE(board.fits(0));
+    EXPECT_TRUE(boardLayout.fits(0));
 }
 
 TEST(WaterfallLayout, Items_never_overlap_and_stay_inside_whatever_their_heights)
@@ -155,7 +156,7 @@ TEST(WaterfallLayout, Items_never_overlap_and_stay_inside_whatever_their_heights
         QList<double> heights;
         for (int i = std::uniform_int_distribution(0, 40)(random); i > 0; --i)
             heights.append(std::uniform_real_distribution(0.5, 600.0)(random));
-        const WaterfallPlacement placement = board.place({}, width, heights);
+        const WaterfallPlacement placement = boardLayout.place({}, width, heights);
         ASSERT_EQ(placement.frames.size(), heights.size());
         for (qsizetype i = 0; i < heights.size(); ++i) {
             const QRectF& frame = placement.frames.at(i);
@@ -172,12 +173,15 @@ TEST(WaterfallLayout, Items_never_overlap_and_stay_inside_whatever_their_heights
 TEST(WaterfallLayoutDeathTest, A_width_that_is_not_finite_and_above_0_halts_the_program)
 {
     for (const double width : {0.0, -1.0, infinity, -infinity, notANumber}) {
-        EXPECT_DEATH(static_cast<void>(board.columnCount(width)), "is not finite and above 0");
+        EXPECT_DEATH(static_cast<void>(boardLayout.columnCount(width)),
+                     "is not finite and above 0");
         EXPECT_DEATH(static_cast<void>(WaterfallLayout::itemWidth(width, 1, 0)),
                      "is not finite and above 0");
     }
-    EXPECT_DEATH(static_cast<void>(board.place({}, infinity, {})), "is not finite and above 0");
-    EXPECT_DEATH(static_cast<void>(board.place({}, notANumber, {})), "is not finite and above 0");
+    EXPECT_DEATH(static_cast<void>(boardLayout.place({}, infinity, {})),
+                 "is not finite and above 0");
+    EXPECT_DEATH(static_cast<void>(boardLayout.place({}, notANumber, {})),
+                 "is not finite and above 0");
 }
 
 TEST(WaterfallLayoutDeathTest, A_minimum_column_width_that_is_not_above_0_halts_the_program)

@@ -13,7 +13,7 @@ public:
     {
         if (scope == WindowListScope::all) {
             m_desktop.calls.append(QStringLiteral("windowList all"));
-            const auto list = m_desktop.windowList;
+            auto list = m_desktop.windowList;
             if (m_desktop.inTheMiddleOfAPass)
                 m_desktop.inTheMiddleOfAPass();
             return list;

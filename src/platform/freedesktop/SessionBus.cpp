@@ -6,7 +6,7 @@ namespace kelpa {
 
 QByteArray sessionBusAddress()
 {
-    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty())
         return address;
     const QByteArray socket = qgetenv("XDG_RUNTIME_DIR") + "/bus";

@@ -1,6 +1,7 @@
 #include "platform/x11/KeptWindows.h"
 
 #include "platform/x11/ServerResource.h"
+#include "platform/x11/XcbEvent.h"
 
 #include <xcb/composite.h>
 #include <xcb/xfixes.h>
@@ -13,13 +14,6 @@ namespace kelpa::x11 {
 namespace {
 
 constexpr std::uint8_t kindMask = 0x7F;
-
-template <class Event>
-const Event& as(const xcb_generic_event_t& event)
-{
-    const void* bytes = &event;
-    return *static_cast<const Event*>(bytes);
-}
 
 void listen(XcbConnection& connection, xcb_window_t window, std::uint32_t events)
 {

@@ -1,6 +1,7 @@
 #include "platform/x11/KeyLink.h"
 
 #include "platform/x11/DisplayConnector.h"
+#include "platform/x11/XcbEvent.h"
 #include "platform/x11/XcbReply.h"
 
 #include <xcb/xinput.h>
@@ -20,13 +21,6 @@ using InputVersionReply = XcbReply<xcb_input_xi_query_version, xcb_input_xi_quer
 using KeyboardExtensionReply = XcbReply<xcb_xkb_use_extension, xcb_xkb_use_extension_reply>;
 using SymbolsReply = XcbReply<xcb_get_keyboard_mapping, xcb_get_keyboard_mapping_reply>;
 using ModifiersReply = XcbReply<xcb_get_modifier_mapping, xcb_get_modifier_mapping_reply>;
-
-template <class Event>
-const Event& as(const xcb_generic_event_t& event)
-{
-    const void* bytes = &event;
-    return *static_cast<const Event*>(bytes);
-}
 
 /// From version 2.1 on, raw events come also while another client has grabbed the keyboard.
 bool announceInput(XcbConnection& connection)

@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Scheduler::Duration reconnectDelay = 2s;
+constexpr Scheduler::Duration keysReconnectDelay = 2s;
 // A change of the layout, or of the keyboard that is typed on, makes several notices.
 constexpr Scheduler::Duration keyboardDelay = 100ms;
 /// Events that are handled in one go; far more than a person makes.
@@ -44,7 +44,7 @@ private:
     {
         if (const auto* const failure = std::get_if<KeyLinkFailure>(&result)) {
             if (*failure == KeyLinkFailure::noServer)
-                m_connecting = m_scheduler.after(reconnectDelay, [this] { connect(); });
+                m_connecting = m_scheduler.after(keysReconnectDelay, [this] { connect(); });
             return;
         }
         m_link = std::get<std::unique_ptr<KeyLink>>(std::move(result));
@@ -74,7 +74,7 @@ private:
         m_reading.reset();
         m_link.reset();
         setMeanings({});
-        m_connecting = m_scheduler.after(reconnectDelay, [this] { connect(); });
+        m_connecting = m_scheduler.after(keysReconnectDelay, [this] { connect(); });
     }
 
     void process()

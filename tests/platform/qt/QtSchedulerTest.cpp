@@ -248,6 +248,7 @@ TEST_F(QtSchedulerTest, Work_that_has_not_begun_when_it_is_cancelled_never_begin
     std::atomic<int> running = 0;
     int ended = 0;
     std::vector<TaskHandle> blockers;
+    blockers.reserve(QtScheduler::maxThreads);
     for (int i = 0; i < QtScheduler::maxThreads; ++i) {
         blockers.push_back(scheduler.inBackground(
             [&](const std::stop_token&) {

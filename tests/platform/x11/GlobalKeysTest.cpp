@@ -1,5 +1,6 @@
 #include "platform/x11/X11GlobalKeys.h"
 
+#include "support/ProgramArguments.h"
 #include "support/desktop/LoopScheduler.h"
 #include "support/desktop/Programs.h"
 #include "support/desktop/TestClient.h"
@@ -26,14 +27,6 @@ using namespace kelpa;
 using namespace kelpa::test;
 
 namespace {
-
-/// A QCoreApplication wants the arguments of a program.
-struct Arguments
-{
-    int count = 1;
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> values{name.data(), nullptr};
-};
 
 /// A display on which another program has the keyboard, and what is heard there.
 class GlobalKeysOnDisplay : public testing::Test
@@ -108,7 +101,7 @@ protected:
         xcb_connection_t* const connection = client.connection();
         auto* const table = xcb_get_modifier_mapping_reply(
             connection, xcb_get_modifier_mapping(connection), nullptr);
-        const int length = table->keycodes_per_modifier;
+        const std::ptrdiff_t length = table->keycodes_per_modifier;
         xcb_keycode_t* const keycodes = xcb_get_modifier_mapping_keycodes(table);
         constexpr int fourth = 6;
         std::fill_n(keycodes + fourth * length, length, xcb_keycode_t{0});
@@ -134,7 +127,7 @@ protected:
         return isHeard && heard == expected;
     }
 
-    Arguments arguments;
+    ProgramArguments arguments;
     QCoreApplication application{arguments.count, arguments.values.data()};
     XServer server;
     TestClient client{server.display()};

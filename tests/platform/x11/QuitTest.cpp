@@ -24,7 +24,7 @@ protected:
     /// A window that can be asked to close; some programs say so only after they have shown it.
     WindowItem listedAskable(const QString& title)
     {
-        const WindowItem window = listed(title);
+        WindowItem window = listed(title);
         EXPECT_TRUE(
             waitUntil([&] { return client.word(idOf(window), "WM_PROTOCOLS").has_value(); }));
         return window;

@@ -1,3 +1,4 @@
+#include "support/ProgramArguments.h"
 #include "support/desktop/X11Desktop.h"
 
 #include <gtest/gtest.h>
@@ -9,14 +10,6 @@ using namespace kelpa;
 using namespace kelpa::test;
 
 namespace {
-
-/// A QCoreApplication wants the arguments of a program.
-struct Arguments
-{
-    int count = 1;
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> values{name.data(), nullptr};
-};
 
 /// Counts how often something came from a server.
 class Arrivals : public QObject
@@ -62,7 +55,7 @@ protected:
         return window;
     }
 
-    Arguments arguments;
+    ProgramArguments arguments;
     QCoreApplication application{arguments.count, arguments.values.data()};
     XServer xServer;
     std::optional<WindowManager> manager{xServer.display()};
