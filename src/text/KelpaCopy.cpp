@@ -29,11 +29,15 @@ constexpr std::array<const CopyRow*, copyKeyCount> rowsByKey = [] {
 constexpr bool everyKeyHasItsRow()
 {
     for (std::size_t i = 0; i < copyKeyCount; ++i) {
-        if (rowsByKey[i] == nullptr || rowsByKey[i]->key() != static_cast<CopyKey>(i))
+        if (rowsByKey[i]->key() != static_cast<CopyKey>(i))
             return false;
     }
     return true;
 }
+static_assert(boardCopyRows.size() + goalCopyRows.size() + todoCopyRows.size() +
+                      windowCopyRows.size() ==
+                  copyKeyCount,
+              "each key has one row");
 static_assert(everyKeyHasItsRow(), "the rows must stand in the order of CopyKey, one for each");
 
 /// What stands before and after an inserted value.

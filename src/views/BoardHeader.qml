@@ -19,8 +19,8 @@ Item {
 
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.leftMargin: Theme.huge
-        anchors.rightMargin: Theme.huge
+        anchors.leftMargin: Theme.boardMargin
+        anchors.rightMargin: Theme.boardMargin
         y: Theme.medium
         height: 36
         spacing: Theme.small
@@ -112,8 +112,8 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: controls.bottom
-        anchors.leftMargin: Theme.huge
-        anchors.rightMargin: Theme.huge
+        anchors.leftMargin: Theme.boardMargin
+        anchors.rightMargin: Theme.boardMargin
         height: implicitHeight + Theme.tiny
         text: root.board.copy.text(CopyKey.Subtitle)
         color: Theme.secondaryText
@@ -129,8 +129,8 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: subtitle.bottom
-        anchors.leftMargin: Theme.huge
-        anchors.rightMargin: Theme.huge
+        anchors.leftMargin: Theme.boardMargin
+        anchors.rightMargin: Theme.boardMargin
         height: 24
 
         AppText {

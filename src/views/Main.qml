@@ -32,8 +32,8 @@ T.ApplicationWindow {
         anchors.top: header.bottom
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.leftMargin: Theme.huge
-        anchors.rightMargin: Theme.huge
+        anchors.leftMargin: Theme.boardMargin
+        anchors.rightMargin: Theme.boardMargin
         board: root.board
     }
     Rectangle {

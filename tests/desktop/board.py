@@ -6,8 +6,6 @@ are named by their title alone, whatever it looks like."""
 
 import re
 
-import re
-
 import gi
 
 gi.require_version("Atspi", "2.0")
