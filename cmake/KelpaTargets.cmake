@@ -29,8 +29,10 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT KELPA_SANITIZE)
     add_link_options(-Wl,-z,relro,-z,now)
 endif()
 if(KELPA_SANITIZE)
-    # Frames are kept so that a report names its callers.
-    add_compile_options(-fsanitize=${KELPA_SANITIZE} -fno-omit-frame-pointer)
+    # Frames are kept so that a report names its callers. What the sanitizers put in makes the
+    # compiler warn of values that it takes for unset.
+    add_compile_options(-fsanitize=${KELPA_SANITIZE} -fno-omit-frame-pointer
+                        -Wno-maybe-uninitialized)
     add_link_options(-fsanitize=${KELPA_SANITIZE})
     if(KELPA_SANITIZE MATCHES "undefined")
         add_compile_options(-fno-sanitize-recover=undefined)

@@ -8,7 +8,7 @@ namespace {
 
 const GoalID goal{
     QUuid(0x11111111, 0x2222, 0x3333, 0x44, 0x44, 0x55, 0x55, 0x55, 0x55, 0x55, 0xab)};
-const TodoID todoID{
+const TodoID draggedTodo{
     QUuid(0xaaaaaaaa, 0xbbbb, 0xcccc, 0xdd, 0xdd, 0xee, 0xee, 0xee, 0xee, 0xee, 0xef)};
 
 #define GOAL u"11111111-2222-3333-4444-5555555555AB"
@@ -16,12 +16,13 @@ const TodoID todoID{
 
 TEST(TodoDragPayload, Names_its_goal_and_its_todo_in_upper_case)
 {
-    EXPECT_EQ((TodoDragPayload{goal, todoID}.encodedValue()), u"kelpa-todo:" GOAL u":" TODO_ID);
+    EXPECT_EQ((TodoDragPayload{goal, draggedTodo}.encodedValue()),
+              u"kelpa-todo:" GOAL u":" TODO_ID);
 }
 
 TEST(TodoDragPayload, Says_unassigned_without_a_goal)
 {
-    EXPECT_EQ((TodoDragPayload{std::nullopt, todoID}.encodedValue()),
+    EXPECT_EQ((TodoDragPayload{std::nullopt, draggedTodo}.encodedValue()),
               u"kelpa-todo:unassigned:" TODO_ID);
 }
 
@@ -37,14 +38,14 @@ TEST(TodoDragPayload, Accepts_uuids_in_lower_case)
 {
     EXPECT_EQ(TodoDragPayload::fromEncodedValue(u"kelpa-todo:11111111-2222-3333-4444-5555555555ab:"
                                                 u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeef"),
-              (TodoDragPayload{goal, todoID}));
+              (TodoDragPayload{goal, draggedTodo}));
 }
 
 TEST(TodoDragPayload, Payloads_differ_by_either_field)
 {
-    const TodoDragPayload payload{goal, todoID};
-    EXPECT_NE(payload, (TodoDragPayload{std::nullopt, todoID}));
-    EXPECT_NE(payload, (TodoDragPayload{GoalID::create(), todoID}));
+    const TodoDragPayload payload{goal, draggedTodo};
+    EXPECT_NE(payload, (TodoDragPayload{std::nullopt, draggedTodo}));
+    EXPECT_NE(payload, (TodoDragPayload{GoalID::create(), draggedTodo}));
     EXPECT_NE(payload, (TodoDragPayload{goal, TodoID::create()}));
 }
 
@@ -61,7 +62,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(u"", u":", u"::", u"kelpa-todo", u"kelpa-todo::", u"hello", u"1234",
                     u"kelpa-goal:" GOAL, u"kelpa-todo:" TODO_ID, u"kelpa-todo:unassigned",
                     u"kelpa-todo:" GOAL u":" TODO_ID u":", u"kelpa-todo:" GOAL u":" TODO_ID u":x",
-                    u":kelpa-todo:" GOAL u":" TODO_ID, u"Kelpa-todoID:" GOAL u":" TODO_ID,
+                    u":kelpa-todo:" GOAL u":" TODO_ID, u"Kelpa-todo:" GOAL u":" TODO_ID,
                     u"kelpa-todo :" GOAL u":" TODO_ID, u" kelpa-todo:" GOAL u":" TODO_ID,
                     u"kelpa-goal:" GOAL u":" TODO_ID, u"kelpa-todo:" GOAL u":" TODO_ID u" ",
                     u"kelpa-todo:" GOAL u":" TODO_ID u"\n", u"kelpa-todo::" TODO_ID,
