@@ -10,7 +10,6 @@ import subprocess
 import tarfile
 
 _SUITE = "bookworm"
-_MIRROR = "http://deb.debian.org/debian"
 # What apt and dpkg note down about everything they do, and what is not on the disk at all.
 _NOT_COMPARED = ("dev", "proc", "run", "sys", "tmp", "home", "var/cache/apt", "var/cache/debconf",
                  "var/lib/apt", "var/lib/dpkg", "var/log")
@@ -18,6 +17,14 @@ _NOT_COMPARED = ("dev", "proc", "run", "sys", "tmp", "home", "var/cache/apt", "v
 # Who uses it, and what such a person's programs find in their environment.
 USER = 1000
 USER_ENV = {"HOME": "/home/someone", "XDG_RUNTIME_DIR": "/home/someone/run"}
+
+
+def _mirror():
+    """Where this machine's own packages come from."""
+    listed = subprocess.run(
+        ["apt-get", "indextargets", "--format", "$(CODENAME) $(REPO_URI)", "Created-By: Packages"],
+        check=True, capture_output=True, text=True).stdout
+    return next(address for suite, address in map(str.split, listed.splitlines()) if suite == _SUITE)
 
 
 class CleanRoot:
@@ -59,7 +66,7 @@ class CleanRoot:
 
     def _make_base(self):
         try:
-            subprocess.run(["debootstrap", "--variant=minbase", _SUITE, self.path, _MIRROR],
+            subprocess.run(["debootstrap", "--variant=minbase", _SUITE, self.path, _mirror()],
                            check=True, stdout=subprocess.DEVNULL)
             self.run("apt-get", "clean")
             unfinished = self._base.with_suffix(".unfinished")
