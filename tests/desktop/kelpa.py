@@ -245,12 +245,17 @@ class Kelpa:
 
     def _place(self, find, what, point):
         """The part's `point` on the screen, once the part has stopped moving and shows it."""
+        before = None
+
         def reachable():
+            nonlocal before
             self.check_alive()
             try:
                 part = find()
                 frame = part and part.frame()
-                if not frame or frame[2] <= 0 or part.frame() != frame:
+                # Looks in one go are not enough: what opens or moves may rest for a frame.
+                before, previous = frame, before
+                if not frame or frame[2] <= 0 or frame != previous:
                     return None
                 return point(frame) if self._is_revealed(part, *point(frame)) else None
             except boards.Gone:
@@ -280,8 +285,8 @@ class Kelpa:
     def open_move_menu(self, title, source, target):
         """Opens a card's menu; returns a function that chooses the column `target` in it."""
         self.focus()
-        self.click(lambda: self._card_node(source, title), f"the card {title!r}", button=3)
-        return self._chooser(target)
+        return self._chooser(target, lambda: self.click(
+            lambda: self._card_node(source, title), f"the card {title!r}", button=3))
 
     def open_goal_menu(self, goal, entry):
         """Opens a goal's menu; returns a function that chooses `entry` in it."""
@@ -292,12 +297,26 @@ class Kelpa:
             found = column and column.find(boards.BUTTON_ROLES, lambda n: n == boards.GOAL_ACTIONS)
             return found[0] if found else None
 
-        self.click(menu_button, f"the menu of {goal!r}")
-        return self._chooser(entry)
+        return self._chooser(entry, lambda: self.click(menu_button, f"the menu of {goal!r}"))
 
-    def _chooser(self, entry):
+    def _chooser(self, entry, open_menu):
+        """As a person does, it tries again when the card moved away under the pointer, which the first
+        previews make it do."""
+        for _ in range(5):
+            open_menu()
+            try:
+                wait_until(f"the menu entry {entry!r} is there", lambda: self._menu_item(entry), seconds=3)
+                break
+            except AssertionError:
+                self._desktop.key("Escape")
         x, y = self.centre(lambda: self.board.menu_item(entry), f"the menu entry {entry!r}")
         return lambda: self._desktop.click(x, y)
+
+    def _menu_item(self, entry):
+        try:
+            return self.board.menu_item(entry)
+        except boards.Gone:
+            return None
 
 
 def _in_middle(frame):
