@@ -314,7 +314,9 @@ bool WindowActor::bringForwardLocked(const WindowTarget& target,
         // A window manager may refuse what is older than the last key it knows of, and while
         // someone types, keys overtake every time that can be named to one that is busy.
         const std::optional<std::uint32_t> named = attempt == 0 ? inputTime : seen.time;
-        const std::uint32_t time = attempt == last ? timeOfReading : named.value_or(timeOfReading);
+        const std::uint32_t time =
+            attempt == last || m_isTimeLeftOpen ? timeOfReading : named.value_or(timeOfReading);
+        m_isTimeLeftOpen = time == timeOfReading;
         if (seen.desktop) {
             tellManager(*m_link, m_link->connection().root(), Atom::netCurrentDesktop,
                         {*seen.desktop, time, 0, 0, 0});
@@ -326,6 +328,9 @@ bool WindowActor::bringForwardLocked(const WindowTarget& target,
             break;
         }
         isDone = awaitActive(target, seen.active);
+    }
+    if (isDone) {
+        m_isTimeLeftOpen = false;
     }
     m_lastAsked = Clock::now();
     return isDone;

@@ -123,6 +123,9 @@ private:
     /// dialog; absent when the window manager did not do it in time.
     std::optional<WindowTarget> m_asked;
     std::optional<std::uint32_t> m_activeThen;
+    /// A request was sent that leaves its time to the window manager, and none has been confirmed
+    /// since: it may still lie unread, and any time named after it is older than its reading.
+    bool m_isTimeLeftOpen = false;
     std::chrono::milliseconds m_patience;
     std::chrono::steady_clock::time_point m_lastAsked;
 };

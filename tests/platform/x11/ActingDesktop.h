@@ -63,7 +63,9 @@ std::chrono::milliseconds durationOf(Work work)
 class ActingDesktop : public ::testing::TestWithParam<WindowManagerKind>
 {
 protected:
-    /// The window with the title, once it is listed; one with number 0 when it never is.
+    /// The window with the title, once it is listed and shown, since a window manager that lists it
+    /// first may give it the keyboard only with its first picture; one with number 0 when it never
+    /// is.
     WindowItem listed(const QString& title)
     {
         WindowItem window;
@@ -78,6 +80,7 @@ protected:
             return true;
         });
         EXPECT_NE(window.id, 0U) << qPrintable(title);
+        EXPECT_TRUE(waitUntil([&] { return client.isShown(idOf(window)); })) << qPrintable(title);
         return window;
     }
 
@@ -85,6 +88,14 @@ protected:
     {
         owner.open({.title = title});
         return listed(QString::fromUtf8(title));
+    }
+
+    /// One of this program's own, which has no number.
+    xcb_window_t openOwnWindow()
+    {
+        const xcb_window_t own = client.open({.title = "own"});
+        EXPECT_TRUE(waitUntil([&] { return client.isListed(own) && client.isShown(own); }));
+        return own;
     }
 
     xcb_window_t idOf(const WindowItem& window) const

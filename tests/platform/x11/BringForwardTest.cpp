@@ -117,7 +117,7 @@ TEST_P(BringingForward, Several_windows_end_up_in_the_order_in_which_they_were_a
 
 TEST_P(BringingForward, A_window_of_this_program_comes_in_front_without_a_number)
 {
-    const xcb_window_t own = client.open({.title = "own"});
+    const xcb_window_t own = openOwnWindow();
     const WindowItem other = openWindow(client, "other");
     bringForward({other});
     ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
@@ -127,7 +127,7 @@ TEST_P(BringingForward, A_window_of_this_program_comes_in_front_without_a_number
 
 TEST_P(BringingForward, A_request_that_the_person_made_before_they_typed_on_is_granted_too)
 {
-    const xcb_window_t own = client.open({.title = "own"});
+    const xcb_window_t own = openOwnWindow();
     const WindowItem other = openWindow(client, "other");
     const std::optional<std::uint32_t> before = actor.serverTime();
     ASSERT_TRUE(before);
@@ -200,7 +200,7 @@ TEST_P(BringingForward, A_stopped_window_manager_costs_its_limit_once_and_then_d
     const auto duration = durationOf([&] { bringForward(windows); });
     ASSERT_EQ(kill(static_cast<pid_t>(manager->processID()), SIGCONT), 0);
     EXPECT_LT(duration, 1500ms);
-    EXPECT_TRUE(waitUntil([&] { return isInFront(windows.back()); }));
+    EXPECT_TRUE(waitUntil([&] { return isInFront(windows.back()); })) << state();
 }
 
 TEST_P(BringingForward, Without_a_window_manager_nothing_happens_and_with_the_next_one_all_works)
@@ -254,7 +254,7 @@ TEST_P(BringingForward, A_forged_number_does_not_make_a_window_another_one)
     const WindowItem window = openWindow(owner, "genuine");
     const xcb_window_t forged = owner.open({.title = "forged"});
     owner.setCardinals(forged, "_KELPA_WINDOW_NUMBER", {window.id});
-    ASSERT_TRUE(waitUntil([&] { return client.isListed(forged); }));
+    ASSERT_TRUE(waitUntil([&] { return client.isListed(forged) && client.isShown(forged); }));
     const auto elements = accessibility.elements(window.processIdentifier);
     ASSERT_TRUE(elements.has_value());
     AccessibilityElement* const element = accessibilityWindow(window, *elements);
