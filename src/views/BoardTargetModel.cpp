@@ -7,6 +7,8 @@ namespace kelpa {
 namespace {
 
 constexpr int unifiedRow = 0;
+/// What stands before the columns.
+constexpr int firstColumnRow = 1;
 /// Beyond the roles of the columns.
 constexpr int kindRole = Qt::UserRole + 1000;
 
@@ -16,21 +18,26 @@ BoardTargetModel::BoardTargetModel(const GoalListModel& columns, QObject* parent
     : QAbstractListModel(parent), m_columns(columns)
 {
     using Model = QAbstractItemModel;
-    // The unassigned column is always there: what comes, goes or moves are goals.
     connect(&columns, &Model::rowsAboutToBeInserted, this,
-            [this](const QModelIndex&, int first, int last) { beginInsertRows({}, first, last); });
+            [this](const QModelIndex&, int first, int last) {
+                beginInsertRows({}, first + firstColumnRow, last + firstColumnRow);
+            });
     connect(&columns, &Model::rowsInserted, this, [this] { endInsertRows(); });
     connect(&columns, &Model::rowsAboutToBeRemoved, this,
-            [this](const QModelIndex&, int first, int last) { beginRemoveRows({}, first, last); });
+            [this](const QModelIndex&, int first, int last) {
+                beginRemoveRows({}, first + firstColumnRow, last + firstColumnRow);
+            });
     connect(&columns, &Model::rowsRemoved, this, [this] { endRemoveRows(); });
     connect(&columns, &Model::rowsAboutToBeMoved, this,
             [this](const QModelIndex&, int first, int last, const QModelIndex&, int before) {
-                beginMoveRows({}, first, last, {}, before);
+                beginMoveRows({}, first + firstColumnRow, last + firstColumnRow, {},
+                              before + firstColumnRow);
             });
     connect(&columns, &Model::rowsMoved, this, [this] { endMoveRows(); });
     connect(&columns, &Model::dataChanged, this,
             [this](const QModelIndex& first, const QModelIndex& last) {
-                changed(first.row(), last.row());
+                Q_EMIT dataChanged(index(first.row() + firstColumnRow),
+                                   index(last.row() + firstColumnRow));
             });
 }
 
@@ -44,15 +51,16 @@ QVariant BoardTargetModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const int row = index.row();
-    const bool isColumn = row != unifiedRow && row <= unassignedRow();
+    const int column = index.row() - firstColumnRow;
+    const bool isColumn = column >= 0 && column < m_columns.rowCount();
     if (role != kindRole)
-        return isColumn ? m_columns.data(m_columns.index(row % unassignedRow()), role) : QVariant();
-    if (row == unifiedRow)
+        return isColumn ? m_columns.data(m_columns.index(column), role) : QVariant();
+    if (index.row() == unifiedRow)
         return QStringLiteral("unifiedTodos");
-    if (row == unassignedRow())
-        return QStringLiteral("unassigned");
-    return isColumn ? QStringLiteral("goal") : QStringLiteral("addGoal");
+    if (!isColumn)
+        return QStringLiteral("addGoal");
+    return m_columns.rows().at(column).goalID ? QStringLiteral("goal")
+                                              : QStringLiteral("unassigned");
 }
 
 QHash<int, QByteArray> BoardTargetModel::roleNames() const
@@ -66,23 +74,13 @@ int BoardTargetModel::rowOf(const TargetSelection& target) const
 {
     if (target.isUnifiedTodos())
         return unifiedRow;
-    if (target.isUnassigned())
-        return unassignedRow();
     const QList<ColumnRow>& columns = m_columns.rows();
     const auto found =
-        std::find_if(columns.begin() + 1, columns.end(), [&target](const ColumnRow& column) {
-            return column.goalID.has_value() && target == TargetSelection::goal(*column.goalID);
+        std::find_if(columns.begin(), columns.end(), [&target](const ColumnRow& column) {
+            return column.goalID ? target == TargetSelection::goal(*column.goalID)
+                                 : target.isUnassigned();
         });
-    return found != columns.end() ? static_cast<int>(found - columns.begin()) : -1;
-}
-
-void BoardTargetModel::changed(int firstColumn, int lastColumn)
-{
-    if (firstColumn == 0)
-        Q_EMIT dataChanged(index(unassignedRow()), index(unassignedRow()));
-    const int first = std::max(firstColumn, 1);
-    if (first <= lastColumn)
-        Q_EMIT dataChanged(index(first), index(lastColumn));
+    return found != columns.end() ? static_cast<int>(found - columns.begin()) + firstColumnRow : -1;
 }
 
 } // namespace kelpa

@@ -1,5 +1,6 @@
-// What stands on the board, in the order in which it is laid out: the list of all todos, the goals
-// that show, what belongs to no goal, and the card that makes another goal.
+// What stands on the board, in the order in which it is laid out, which is that of the arrow keys:
+// the list of all todos, what belongs to no goal, the goals that show, and last the card that makes
+// another goal.
 #pragma once
 
 #include "navigation/BoardNavigationState.h"
@@ -11,7 +12,7 @@
 namespace kelpa {
 
 /// Follows the columns. Main thread. Has the roles of the columns, and "kind": "unifiedTodos",
-/// "goal", "unassigned" or "addGoal". The rows of the first and the last have no other.
+/// "unassigned", "goal" or "addGoal". The rows of the first and the last have no other.
 class BoardTargetModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -30,10 +31,6 @@ public:
     int rowOf(const TargetSelection& target) const;
 
 private:
-    int unassignedRow() const { return m_columns.rowCount(); }
-    void changed(int firstColumn, int lastColumn);
-
-    /// Its first row is that of the unassigned, so that all others have the same place here.
     const GoalListModel& m_columns;
 };
 
