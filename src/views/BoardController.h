@@ -34,6 +34,8 @@ class BoardController : public QObject
 
     /// The row of the selected target among the targets; -1 for none that is shown.
     Q_PROPERTY(int selectedTarget READ selectedTarget NOTIFY selectionChanged)
+    /// The row of the selected goal's entry in the rail; -1 while no goal that shows is selected.
+    Q_PROPERTY(int selectedBreadcrumb READ selectedBreadcrumb NOTIFY selectionChanged)
     /// The row of the selected window among those of the selected target; -1 for none.
     Q_PROPERTY(int selectedWindow READ selectedWindow NOTIFY selectionChanged)
     Q_PROPERTY(kelpa::CopyTable copy READ copy NOTIFY languageChanged)
@@ -71,6 +73,7 @@ public:
     /// Each language's own name for itself.
     QStringList languageNames() const;
     int selectedTarget() const;
+    int selectedBreadcrumb() const { return m_breadcrumbs.selectedRow(); }
     int selectedWindow() const;
     QString searchText() const;
     void setSearchText(const QString& text);

@@ -3,6 +3,8 @@
 #include "store/WindowStore.h"
 #include "views/ColumnID.h"
 
+#include <algorithm>
+
 namespace kelpa {
 
 namespace {
@@ -49,6 +51,12 @@ QVariant BreadcrumbModel::data(const QModelIndex& index, int role) const
 QHash<int, QByteArray> BreadcrumbModel::roleNames() const
 {
     return {{columnIDRole, "columnID"}, {titleRole, "title"}, {isSelectedRole, "isSelected"}};
+}
+
+int BreadcrumbModel::selectedRow() const
+{
+    const auto found = std::ranges::find_if(rows(), &BreadcrumbRow::isSelected);
+    return found != rows().end() ? static_cast<int>(found - rows().begin()) : -1;
 }
 
 void BreadcrumbModel::update()

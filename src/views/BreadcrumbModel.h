@@ -41,6 +41,8 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
     int count() const { return rowCount(); }
+    /// The row of the selected goal; -1 while none that shows is selected.
+    int selectedRow() const;
 
 Q_SIGNALS:
     void countChanged();

@@ -110,10 +110,8 @@ FocusScope {
         target: root.board
 
         function onSelectionChanged(): void {
-            // The goals stand behind the list of all todos.
-            const place = root.board.selectedTarget - 1;
-            if (place >= 0 && place < entries.count)
-                entries.positionViewAtIndex(place, ListView.Contain);
+            if (root.board.selectedBreadcrumb >= 0)
+                entries.positionViewAtIndex(root.board.selectedBreadcrumb, ListView.Contain);
         }
     }
 }

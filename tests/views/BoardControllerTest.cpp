@@ -67,9 +67,36 @@ TEST_F(Controller, The_selected_target_is_named_by_its_row_on_the_board)
         return controller->selectedTarget();
     };
     EXPECT_EQ(rowOf(TargetSelection::unifiedTodos()), 0);
-    EXPECT_EQ(rowOf(TargetSelection::goal(store().goals().at(1).id)), 2);
-    EXPECT_EQ(rowOf(TargetSelection::unassigned()), 3);
+    EXPECT_EQ(rowOf(TargetSelection::unassigned()), 1);
+    EXPECT_EQ(rowOf(TargetSelection::goal(store().goals().at(1).id)), 3);
     EXPECT_EQ(controller->selectedWindow(), -1);
+}
+
+TEST_F(Controller, The_entry_of_the_selected_goal_is_named_by_its_row_in_the_rail)
+{
+    using enum NavigationDirection;
+    store().setTargetGridColumnCount(1);
+    store().clearTargetSelection();
+    EXPECT_EQ(controller->selectedBreadcrumb(), -1);
+    store().activateTarget(TargetSelection::unassigned(), WindowStore::EnterWindowLayer::no);
+    EXPECT_EQ(controller->selectedBreadcrumb(), -1);
+    const QSignalSpy changes(controller.get(), &BoardController::selectionChanged);
+    store().moveTargetSelection(down);
+    EXPECT_EQ(controller->selectedBreadcrumb(), 0);
+    store().moveTargetSelection(down);
+    EXPECT_EQ(controller->selectedBreadcrumb(), 1);
+    EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(Controller, The_entry_is_known_when_the_selection_is_announced)
+{
+    store().clearTargetSelection();
+    int announced = -1;
+    QObject::connect(controller.get(), &BoardController::selectionChanged, controller.get(),
+                     [&] { announced = controller->selectedBreadcrumb(); });
+    store().activateTarget(TargetSelection::goal(store().goals().at(1).id),
+                           WindowStore::EnterWindowLayer::no);
+    EXPECT_EQ(announced, 1);
 }
 
 TEST_F(Controller, The_selected_window_is_named_by_its_row_in_its_target)

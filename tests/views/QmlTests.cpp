@@ -91,6 +91,15 @@ public:
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
     Q_INVOKABLE void clearSelection() { m_store.clearTargetSelection(); }
+    /// What one press of an arrow key does while a target is selected.
+    Q_INVOKABLE void moveSelection(int key)
+    {
+        using enum NavigationDirection;
+        m_store.moveTargetSelection(key == Qt::Key_Left    ? left
+                                    : key == Qt::Key_Right ? right
+                                    : key == Qt::Key_Up    ? up
+                                                           : down);
+    }
     /// The title of the goal that the keyboard has selected; empty for none.
     Q_INVOKABLE QString selectedGoal() const
     {

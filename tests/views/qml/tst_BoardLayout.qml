@@ -81,9 +81,14 @@ Item {
             world.removeTodos();
             ViewSettings.isReducingMotion = false;
         }
+        /// Not one that waits to be used for another goal.
         function entry(title) {
-            return only(all(board, item => item instanceof MarqueeGoalTitle && item.visible
-                                           && item.text === title))?.parent ?? null;
+            const list = only(all(board, item => item instanceof ListView
+                                                 && item.model === world.board.breadcrumbs));
+            for (let row = 0; row < list.count; ++row)
+                if (list.itemAtIndex(row)?.text === title)
+                    return list.itemAtIndex(row);
+            return null;
         }
         function select(number) {
             world.board.todos.goToColumn(world.columnOfGoal(goal(number)));
@@ -107,6 +112,25 @@ Item {
             verify(entries.length > 20);
             verify(entries.length < 80, entries.length);
         }
+        function test_the_arrow_keys_bring_the_entry_of_the_last_goal_into_view() {
+            select(199);
+            tryVerify(() => entry("(0)" + goal(199)) !== null);
+            world.moveSelection(Qt.Key_Right);
+            compare(world.selectedGoal(), goal(200));
+            tryVerify(() => entry("(0)" + goal(200)) !== null);
+            const rail = only(all(board, item => item instanceof GoalBreadcrumbRail));
+            const last = entry("(0)" + goal(200));
+            compare(last.opacity, 1);
+            const top = last.mapToItem(rail, 0, 0).y;
+            verify(top >= 14, top);
+            verify(top + last.height <= rail.height - 14, top);
+            // Below what is unsorted, and scrolled to from below: the first that shows.
+            world.board.todos.goToColumn("kelpa-unassigned");
+            world.moveSelection(Qt.Key_Down);
+            compare(world.selectedGoal(), goal(2));
+            tryVerify(() => entry("(0)" + goal(2)) !== null);
+            compare(entry("(0)" + goal(2)).mapToItem(rail, 0, 0).y, 14);
+        }
         function test_two_hundred_goals_have_as_many_cards_as_the_screen_shows() {
             compare(world.goalTitles().length, 200);
             // Two columns: the list of all todos and five cards, with what is just out of sight.
@@ -117,39 +141,46 @@ Item {
         function test_cards_stand_in_the_order_of_the_board() {
             const places = all(board, item => item instanceof GoalColumn)
                 .sort((a, b) => a.y - b.y || a.x - b.x).map(card => card.title);
-            compare(places.slice(0, 3), [goal(1), goal(2), goal(3)]);
+            compare(places.slice(0, 4), ["Unsorted", goal(1), goal(2), goal(3)]);
             compare(unified().x, 0);
             compare(unified().y, 0);
-            compare(column(goal(1)).x, unified().width + 22);
+            compare(column("Unsorted").x, unified().width + 22);
+            compare(column("Unsorted").y, 0);
+            compare(column(goal(1)).x, 0);
+            compare(column(goal(1)).y, 314);
+            compare(column(goal(2)).x, unified().width + 22);
             // Assistive programs read them in this order too.
             const items = targets().children;
             compare(items[0], unified());
-            compare(items[1], column(goal(1)));
-            compare(items[2], column(goal(2)));
+            compare(items[1], column("Unsorted"));
+            compare(items[2], column(goal(1)));
+            compare(items[3], column(goal(2)));
         }
-        function test_the_last_cards_are_what_is_unsorted_and_the_adding_card() {
+        function test_the_last_cards_are_the_last_goals_and_the_adding_card() {
             view().contentY = view().contentHeight - view().height;
-            tryVerify(() => column("Unsorted") !== null);
+            tryVerify(() => column(goal(200)) !== null);
+            compare(column("Unsorted"), null);
             const card = only(all(board, item => item instanceof AddGoalCard));
             verify(card !== null);
             compare(card.Accessible.name, "Add goal");
+            verify(card.y >= column(goal(200)).y);
             adding.clear();
             mouseClick(card);
             compare(adding.count, 1);
         }
         function test_a_card_is_292_points_high_until_it_is_selected() {
             for (let i = 0; i < 12; ++i)
-                world.addTodo("Todo " + i, goal(2));
-            const card = column(goal(2));
+                world.addTodo("Todo " + i, goal(1));
+            const card = column(goal(1));
             compare(card.height, 292);
             verify(card.isCut);
-            select(2);
+            select(1);
             tryCompare(card, "expansionProgress", 1);
             settle();
             compare(card.height, card.naturalHeight);
             verify(card.height > 12 * 34 + 92);
             verify(!card.isCut);
-            compare(column(goal(4)).y, card.y + card.height + 22);
+            compare(column(goal(3)).y, card.y + card.height + 22);
             world.clearSelection();
             tryCompare(card, "expansionProgress", 0);
             settle();
@@ -157,9 +188,9 @@ Item {
         }
         function test_a_card_grows_and_what_lies_below_gives_way_step_by_step() {
             for (let i = 0; i < 12; ++i)
-                world.addTodo("Todo " + i, goal(2));
-            const card = column(goal(2));
-            const below = column(goal(4));
+                world.addTodo("Todo " + i, goal(1));
+            const card = column(goal(1));
+            const below = column(goal(3));
             let heights = [];
             let places = [];
             const noteHeight = () => heights.push(card.height);
@@ -167,7 +198,7 @@ Item {
             card.heightChanged.connect(noteHeight);
             below.yChanged.connect(notePlace);
             const before = below.y;
-            select(2);
+            select(1);
             tryCompare(card, "expansionProgress", 1);
             settle();
             card.heightChanged.disconnect(noteHeight);
@@ -179,9 +210,9 @@ Item {
         function test_with_reduced_motion_cards_are_at_once_where_they_belong() {
             ViewSettings.isReducingMotion = true;
             for (let i = 0; i < 12; ++i)
-                world.addTodo("Todo " + i, goal(2));
-            const card = column(goal(2));
-            select(2);
+                world.addTodo("Todo " + i, goal(1));
+            const card = column(goal(1));
+            select(1);
             compare(card.expansionProgress, 1);
             targets().layOut();
             compare(targets().rowRect(4).y, card.y + card.naturalHeight + 22);
@@ -189,12 +220,12 @@ Item {
         }
         function test_a_collapsed_card_has_rows_only_for_what_it_shows() {
             for (let i = 0; i < 300; ++i)
-                world.addTodo("Todo " + i, goal(2));
-            const card = column(goal(2));
+                world.addTodo("Todo " + i, goal(1));
+            const card = column(goal(1));
             const rows = () => all(card, item => item instanceof TodoRow).length;
             tryVerify(() => rows() > 0);
             verify(rows() <= 8, rows());
-            select(2);
+            select(1);
             settle();
             compare(card.height, card.naturalHeight);
             verify(card.height > 300 * 34);
@@ -234,8 +265,8 @@ Item {
         }
         function test_a_selected_card_that_is_scrolled_away_collapses_when_another_is_selected() {
             for (let i = 0; i < 12; ++i)
-                world.addTodo("Todo " + i, goal(2));
-            select(2);
+                world.addTodo("Todo " + i, goal(1));
+            select(1);
             settle();
             const expanded = targets().rowRect(2).height;
             verify(expanded > 292);
@@ -246,7 +277,7 @@ Item {
             tryCompare(targets(), "isMoving", false);
             settle();
             compare(targets().rowRect(2).height, 292);
-            tryVerify(() => column(goal(2)) === null);
+            tryVerify(() => column(goal(1)) === null);
         }
         function test_cards_that_come_into_view_show_their_own_goal() {
             for (let i = 0; i < 3; ++i)
@@ -288,9 +319,10 @@ Item {
             settle();
             compare(targets().rowRect(1).y, 0);
             compare(targets().rowRect(1).height, 292);
-            compare(targets().rowRect(199).y, targets().rowRect(197).y + 314);
-            // Where it stood is what belongs to no goal.
-            compare(targets().rowRect(201).y, targets().rowRect(199).y + 314);
+            compare(targets().rowRect(200).y, targets().rowRect(198).y + 314);
+            // Where it stood is the card that makes another goal.
+            compare(targets().rowRect(202).y, targets().rowRect(200).y + 314);
+            compare(targets().rowRect(203).height, 0);
         }
     }
 }
