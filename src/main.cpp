@@ -19,6 +19,7 @@
 #include <QQuickWindow>
 #include <QSessionManager>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -74,6 +75,9 @@ int run(QGuiApplication& application, const QString& settingsPath, const Further
     int status = 1;
     if (view.show()) {
         window.emplace(*view.window(), desktop.ownWindow());
+        const auto covered = desktop.ownWindow().watchCovered(
+            static_cast<std::uint32_t>(view.window()->winId()),
+            [&view](bool isCovered) { view.setCovered(isCovered); });
         QObject::connect(&view, &ViewEngine::boardShown, &doubleTap, [&window] { window->show(); });
         QObject::connect(
             &doubleTap, &GlobalDoubleTap::doubleTapped, &view,

@@ -45,7 +45,7 @@ public:
                         .numberFloor = numbers.floor(),
                         .scheduler = scheduler,
                         .takenNumbers = assigned}),
-          workspace(scheduler), globalKeys(connector, scheduler), ownWindow(actor, scheduler)
+          workspace(scheduler), globalKeys(connector, scheduler), ownWindow(connector, actor, scheduler)
     {}
 
     std::optional<std::uint32_t> clientWindow(WindowID number)

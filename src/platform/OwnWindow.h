@@ -2,10 +2,13 @@
 #pragma once
 
 #include "platform/GlobalKeys.h"
+#include "platform/Subscription.h"
 
 #include <QByteArray>
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 
 namespace kelpa {
@@ -28,6 +31,12 @@ public:
     /// another program is being typed into; its desktop is shown. `window` is its number in the
     /// window system, as the toolkit tells it. Main thread; returns at once.
     virtual void requestFront(std::uint32_t window, const FrontOccasion& occasion) = 0;
+
+    /// Tells whether all of the window lies behind others; not, until it is known, and never where
+    /// the desktop cannot tell. Of a window that is not shown at all it says nothing new. `changed`
+    /// is called with what differs from before. Main thread; returns at once.
+    [[nodiscard]] virtual std::unique_ptr<Subscription>
+    watchCovered(std::uint32_t window, std::function<void(bool isCovered)> changed) = 0;
 };
 
 } // namespace kelpa

@@ -227,6 +227,8 @@ FocusScope {
             dragSource: source
             visibleFrom: targets.visibleFrom - y
             visibleTo: targets.visibleTo - y
+            onScreenFrom: view.contentY - targets.y - y
+            onScreenTo: view.contentY - targets.y + view.height - y
             onWindowMenuRequested: (windowID, card, position) => {
                 windowMenu.windowID = windowID;
                 windowMenu.columnID = goal.columnID;

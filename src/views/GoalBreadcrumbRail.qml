@@ -42,7 +42,8 @@ FocusScope {
         currentIndex: -1
         keyNavigationEnabled: false
         reuseItems: true
-        cacheBuffer: 0
+        // Beyond what shows, so that the Tab key finds what follows.
+        cacheBuffer: 100
         model: root.board.breadcrumbs
         T.ScrollBar.vertical: AppScrollBar {
             parent: root
@@ -92,6 +93,8 @@ FocusScope {
                 text: entry.title
                 isEmphasized: entry.isSelected
                 isAllowedToMove: entry.isSelected
+                isOnScreen: entry.y < entries.contentY + entries.height
+                            && entry.y + entry.height > entries.contentY
             }
             FocusRing {
                 control: entry

@@ -18,6 +18,11 @@ ExpandableGoalCard {
     required property int windowCount
     required property WindowListModel windows
 
+    /// The part of the board that is on the screen, in the column's coordinates, without what is
+    /// made ready beyond it.
+    property real onScreenFrom: root.visibleFrom
+    property real onScreenTo: root.visibleTo
+
     signal windowMenuRequested(windowID: real, card: Item, position: point)
     signal columnMenuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
@@ -85,7 +90,7 @@ ExpandableGoalCard {
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
         isExpanded: root.isSelected
-        isOnScreen: root.visibleFrom < y + height && root.visibleTo > y
+        isOnScreen: root.onScreenFrom < y + height && root.onScreenTo > y
         onMenuRequested: button => root.columnMenuRequested(button)
         onPriorityMenuRequested: button => root.priorityMenuRequested(button)
         onAddTodoRequested: root.isUnassigned ? todos.openEditor()

@@ -32,6 +32,9 @@ Item {
             pass.restart();
     }
 
+    // Also when the new one is as wide as the one before.
+    onTextChanged: root.startAgain()
+
     implicitWidth: root.measure.textWidth
     implicitHeight: still.implicitHeight
     clip: root.isMoving
@@ -77,7 +80,8 @@ Item {
         loops: Animation.Infinite
         // What nobody can see costs nothing.
         running: root.measure.isWide && root.isAllowedToMove && !ViewSettings.isReducingMotion
-                 && root.visible && root.isOnScreen && root.Window.window !== null
+                 && root.visible && root.isOnScreen && ViewSettings.isSeen
+                 && root.Window.window !== null
                  && root.Window.visibility !== Window.Hidden
                  && root.Window.visibility !== Window.Minimized
         onToChanged: root.startAgain()

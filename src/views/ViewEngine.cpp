@@ -20,6 +20,15 @@ extern void qml_register_types_Kelpa();
 
 namespace kelpa {
 
+namespace {
+
+ViewSettings* viewSettings(QQmlEngine& engine)
+{
+    return engine.singletonInstance<ViewSettings*>(qmlTypeId("Kelpa", 1, 0, "ViewSettings"));
+}
+
+} // namespace
+
 class ViewEngine::Parts
 {
 public:
@@ -43,6 +52,7 @@ public:
     std::shared_ptr<WorkerPool> iconReaders = std::make_shared<WorkerPool>(1);
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
+    bool isCovered = false;
     QQmlApplicationEngine engine;
     /// Goes before the window, which the engine owns.
     std::unique_ptr<BoardInput> input;
@@ -65,8 +75,7 @@ ViewEngine::~ViewEngine() = default;
 bool ViewEngine::show()
 {
     QQmlApplicationEngine& engine = m_parts->engine;
-    auto* const settings =
-        engine.singletonInstance<ViewSettings*>(qmlTypeId("Kelpa", 1, 0, "ViewSettings"));
+    auto* const settings = viewSettings(engine);
     if (settings == nullptr)
         return false;
     const auto followLanguage = [this, settings] {
@@ -83,6 +92,7 @@ bool ViewEngine::show()
     QQuickWindow* const board = window();
     if (board == nullptr)
         return false;
+    board->installEventFilter(this);
     m_parts->input = std::make_unique<BoardInput>(*board, m_parts->store);
 
     connect(
@@ -100,6 +110,28 @@ bool ViewEngine::show()
 void ViewEngine::setDoubleTapOffered(bool isOffered)
 {
     m_parts->controller.setDoubleTapOffered(isOffered);
+}
+
+void ViewEngine::setCovered(bool isCovered)
+{
+    m_parts->isCovered = isCovered;
+    updateSeen();
+}
+
+bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
+{
+    // Also when it is minimised, or on another desktop.
+    if (event->type() == QEvent::Expose && watched == window())
+        updateSeen();
+    return QObject::eventFilter(watched, event);
+}
+
+void ViewEngine::updateSeen()
+{
+    ViewSettings* const settings = viewSettings(m_parts->engine);
+    const QQuickWindow* const board = window();
+    if (settings != nullptr && board != nullptr)
+        settings->setSeen(board->isExposed() && !m_parts->isCovered);
 }
 
 bool ViewEngine::finish()

@@ -44,6 +44,11 @@ public:
     /// does not.
     void setDoubleTapOffered(bool isOffered);
 
+    /// Whether the whole window lies behind others, which it does not at first.
+    void setCovered(bool isCovered);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
     /// Nothing is asked of `applications` after it. False when something that was asked is still
     /// not answered after a moment: then `applications` must live until the process ends.
     bool finish();
@@ -57,6 +62,8 @@ Q_SIGNALS:
 
 private:
     class Parts;
+
+    void updateSeen();
 
     std::unique_ptr<Parts> m_parts;
 };

@@ -73,6 +73,14 @@ void ViewSettings::setReducingMotion(bool isReducing)
     Q_EMIT isReducingMotionChanged();
 }
 
+void ViewSettings::setSeen(bool isSeen)
+{
+    if (m_isSeen == isSeen)
+        return;
+    m_isSeen = isSeen;
+    Q_EMIT isSeenChanged();
+}
+
 void ViewSettings::setLanguage(AppLanguage language)
 {
     const QStringList wanted = families(language);

@@ -24,6 +24,7 @@ class ViewSettings : public QObject
     Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
     Q_PROPERTY(bool isReducingMotion READ isReducingMotion WRITE setReducingMotion NOTIFY
                    isReducingMotionChanged)
+    Q_PROPERTY(bool isSeen READ isSeen WRITE setSeen NOTIFY isSeenChanged)
     Q_PROPERTY(QStringList fontFamilies READ fontFamilies NOTIFY fontFamiliesChanged)
 
 public:
@@ -37,6 +38,10 @@ public:
     bool isReducingMotion() const { return m_isReducingMotion; }
     void setReducingMotion(bool isReducing);
 
+    /// Whether any of the window can be seen: what moves by itself does so only then.
+    bool isSeen() const { return m_isSeen; }
+    void setSeen(bool isSeen);
+
     /// In the order of preference; they draw the glyph variants of the current language.
     QStringList fontFamilies() const { return m_fontFamilies; }
     void setLanguage(AppLanguage language);
@@ -49,11 +54,13 @@ public:
 Q_SIGNALS:
     void appearanceChanged();
     void isReducingMotionChanged();
+    void isSeenChanged();
     void fontFamiliesChanged();
 
 private:
     Appearance m_appearance = Appearance::light;
     bool m_isReducingMotion = false;
+    bool m_isSeen = true;
     QStringList m_fontFamilies;
 };
 

@@ -1,13 +1,23 @@
 #include "platform/x11/X11OwnWindow.h"
 
+#include "platform/x11/CoverWatch.h"
 #include "platform/x11/StartupNotice.h"
 #include "platform/x11/WindowActor.h"
 
+#include <utility>
+
 namespace kelpa::x11 {
 
-X11OwnWindow::X11OwnWindow(WindowActor& actor, Scheduler& scheduler)
-    : m_actor(actor), m_scheduler(scheduler)
+X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, WindowActor& actor,
+                           Scheduler& scheduler)
+    : m_connector(std::move(connector)), m_actor(actor), m_scheduler(scheduler)
 {}
+
+std::unique_ptr<Subscription>
+X11OwnWindow::watchCovered(std::uint32_t window, std::function<void(bool isCovered)> changed)
+{
+    return std::make_unique<CoverWatch>(m_connector, m_scheduler, window, std::move(changed));
+}
 
 void X11OwnWindow::requestFront(std::uint32_t window, const FrontOccasion& occasion)
 {

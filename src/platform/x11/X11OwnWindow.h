@@ -3,6 +3,9 @@
 
 #include "platform/OwnWindow.h"
 #include "platform/Scheduler.h"
+#include "platform/x11/DisplayConnector.h"
+
+#include <memory>
 
 namespace kelpa::x11 {
 
@@ -11,12 +14,17 @@ class WindowActor;
 class X11OwnWindow : public OwnWindow
 {
 public:
-    /// Both outlive this object, and the work of `scheduler` that it began.
-    X11OwnWindow(WindowActor& actor, Scheduler& scheduler);
+    /// `actor` and `scheduler` outlive this object, its subscriptions, and the work of `scheduler`
+    /// that it began.
+    X11OwnWindow(std::shared_ptr<DisplayConnector> connector, WindowActor& actor,
+                 Scheduler& scheduler);
 
     void requestFront(std::uint32_t window, const FrontOccasion& occasion) override;
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchCovered(std::uint32_t window, std::function<void(bool isCovered)> changed) override;
 
 private:
+    const std::shared_ptr<DisplayConnector> m_connector;
     WindowActor& m_actor;
     Scheduler& m_scheduler;
     TaskHandle m_request;

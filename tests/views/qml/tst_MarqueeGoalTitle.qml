@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import QtTest
 import Kelpa
 
@@ -15,6 +16,20 @@ Item {
         text: "A title that is a good deal wider than its place"
     }
 
+    Window {
+        id: elsewhere
+
+        readonly property MarqueeGoalTitle title: MarqueeGoalTitle {
+            parent: elsewhere.contentItem
+            width: 80
+            text: "A title that is a good deal wider than its place"
+        }
+
+        width: 200
+        height: 100
+        visible: false
+    }
+
     TestCase {
         name: "MarqueeGoalTitle"
         when: windowShown
@@ -23,6 +38,7 @@ Item {
 
         function init() {
             ViewSettings.isReducingMotion = false;
+            ViewSettings.isSeen = true;
             title.visible = true;
             title.isOnScreen = true;
             title.isAllowedToMove = true;
@@ -60,6 +76,33 @@ Item {
             verify(title.isTruncated);
             ViewSettings.isReducingMotion = false;
             verify(title.isMoving);
+        }
+        function test_a_new_text_of_the_same_width_starts_from_the_beginning_too() {
+            title.text = "(2)Taxes of the year before last";
+            const width = title.measure.textWidth;
+            verify(title.isMoving);
+            tryVerify(() => title.offset < -3);
+            title.text = "(3)Taxes of the year before last";
+            compare(title.measure.textWidth, width);
+            verify(title.isMoving);
+            verify(title.offset > -1, title.offset);
+        }
+        function test_behind_other_windows_no_title_moves() {
+            ViewSettings.isSeen = false;
+            verify(!title.isMoving);
+            verify(title.isTruncated);
+            ViewSettings.isSeen = true;
+            verify(title.isMoving);
+        }
+        function test_in_a_window_that_is_minimized_or_hidden_no_title_moves() {
+            elsewhere.show();
+            tryVerify(() => elsewhere.title.isMoving);
+            elsewhere.showMinimized();
+            verify(!elsewhere.title.isMoving);
+            elsewhere.showNormal();
+            tryVerify(() => elsewhere.title.isMoving);
+            elsewhere.hide();
+            verify(!elsewhere.title.isMoving);
         }
         function test_a_title_that_nobody_sees_does_not_move() {
             title.visible = false;
