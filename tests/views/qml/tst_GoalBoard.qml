@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import QtTest
 import Kelpa
 
@@ -66,6 +67,27 @@ Item {
             tryVerify(() => card(title) !== null);
         }
 
+        /// What the open menu shows, from top to bottom: every text with its symbol.
+        function menuEntries() {
+            return all(root.parent, item => item instanceof T.MenuItem && item.visible)
+                .sort((a, b) => a.y - b.y)
+                .map(item => item instanceof AppMenuItem ? item.text + " (" + item.symbol + ")"
+                                                         : item.text);
+        }
+        /// Items have their places one frame after the menu opens.
+        function verifyMenu(entries) {
+            tryVerify(() => menuEntries().join() === entries.join(), 1000, menuEntries().join());
+        }
+        function openMenuOf(title) {
+            tryVerify(() => card(title) !== null);
+            card(title).forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length > 1);
+        }
+        function closeMenu() {
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+        }
         function menuItems() {
             return all(root.parent, item => item instanceof AppMenuItem && item.visible);
         }
@@ -126,6 +148,59 @@ Item {
             tryVerify(() => menuItems().length === 3);
             choose("First");
             tryVerify(() => world.goalOfWindow(8) === "First");
+            moveBack(8, "Letter");
+        }
+        function test_the_menu_of_a_card_shows_where_the_window_is_and_where_it_can_go() {
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "First (circle)", "Unsorted (check)",
+                        "New goal (plus)"]);
+            const item = text => menuItems().find(each => each.text === text);
+            verify(item("Unsorted").Accessible.checked);
+            verify(!item("First").Accessible.checked);
+            choose("First");
+            tryVerify(() => world.goalOfWindow(8) === "First");
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "First (check)", "Unsorted (circle)",
+                        "New goal (plus)"]);
+            // Where it is already.
+            choose("First");
+            compare(world.goalOfWindow(8), "First");
+            moveBack(8, "Letter");
+        }
+        function test_the_menu_of_a_card_follows_the_order_of_the_goals() {
+            world.board.createGoal("Second");
+            world.board.createGoal("Third");
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "First (circle)", "Second (circle)",
+                        "Third (circle)", "Unsorted (check)", "New goal (plus)"]);
+            closeMenu();
+            verify(world.board.moveColumn(world.columnOfGoal("First"), 1));
+            verify(world.board.moveColumn(world.columnOfGoal("Third"), -1));
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "Second (circle)", "Third (circle)",
+                        "First (circle)", "Unsorted (check)", "New goal (plus)"]);
+            closeMenu();
+            world.board.deleteGoal(world.columnOfGoal("Third"));
+            world.board.createGoal("Fourth");
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "Second (circle)", "First (circle)",
+                        "Fourth (circle)", "Unsorted (check)", "New goal (plus)"]);
+            choose("Fourth");
+            tryVerify(() => world.goalOfWindow(8) === "Fourth");
+            world.board.deleteGoal(world.columnOfGoal("Second"));
+            world.board.deleteGoal(world.columnOfGoal("Fourth"));
+            tryVerify(() => card("Letter") !== null);
+        }
+        function test_the_menu_of_a_card_stays_where_it_opened() {
+            openMenuOf("Letter");
+            const place = () => menuItems()[0].mapToItem(root, 0, 0);
+            const before = place();
+            // In a goal it has another place, and its card of now goes.
+            world.board.moveWindow(8, world.columnOfGoal("First"));
+            tryVerify(() => card("Letter") !== null);
+            verify(menuItems().length > 1);
+            compare(place(), before);
+            closeMenu();
             moveBack(8, "Letter");
         }
         function test_the_menu_key_opens_the_menu_of_the_card_with_focus() {
