@@ -233,29 +233,76 @@ Item {
             world.runPending();
             verify(world.calls().slice(before).includes("raise Letter"));
         }
-        function test_the_close_button_is_reached_by_keyboard_and_asks_the_process_to_quit() {
+        function cardButton(title, symbol) {
+            return all(card(title), item => item instanceof CardButton && item.symbol === symbol)[0];
+        }
+        function test_the_buttons_of_a_card_are_reached_by_keyboard() {
             tryVerify(() => card("Letter") !== null);
             card("Letter").forceActiveFocus();
-            const button = all(card("Letter"), item => item instanceof CardCloseButton)[0];
-            compare(button.Accessible.name, "Close this app process");
+            const close = cardButton("Letter", "x");
+            compare(close.Accessible.name, "Close this app process");
             keyClick(Qt.Key_Tab);
-            verify(button.activeFocus);
-            verify(button.isShown);
+            verify(cardButton("Letter", "ellipsis").activeFocus);
+            keyClick(Qt.Key_Tab);
+            verify(close.activeFocus);
             const before = world.calls().length;
             keyClick(Qt.Key_Return);
             world.runPending();
             verify(world.calls().slice(before).includes("quit 1000"));
         }
-        function test_a_close_button_that_is_not_shown_is_not_hit() {
+        function test_a_finger_reaches_the_close_button_of_a_card_at_rest() {
+            mouseMove(root, 1090, 690);
             tryVerify(() => card("Report") !== null);
-            mouseClick(card("Letter"), 60, 110);
-            tryVerify(() => card("Letter")?.isSelected ?? false);
-            const button = all(card("Report"), item => item instanceof CardCloseButton)[0];
+            const button = cardButton("Report", "x");
+            verify(button.visible);
             const before = world.calls().length;
             touchEvent(button).press(0, button, 11, 11).commit();
             touchEvent(button).release(0, button, 11, 11).commit();
             world.runPending();
-            verify(!world.calls().slice(before).includes("quit 1000"));
+            verify(world.calls().slice(before).includes("quit 1000"));
+        }
+        function test_a_finger_moves_a_window_by_the_button_of_its_card() {
+            tryVerify(() => card("Letter") !== null);
+            const button = cardButton("Letter", "ellipsis");
+            compare(button.Accessible.role, Accessible.ButtonMenu);
+            compare(button.Accessible.name, "Move to goal");
+            touchEvent(button).press(0, button, 11, 11).commit();
+            touchEvent(button).release(0, button, 11, 11).commit();
+            choose("First");
+            tryVerify(() => world.goalOfWindow(8) === "First");
+            moveBack(8, "Letter");
+        }
+        function test_an_assistive_program_takes_a_window_out_of_its_goal() {
+            world.board.moveWindow(8, world.columnOfGoal("First"));
+            tryVerify(() => card("Letter") !== null);
+            cardButton("Letter", "ellipsis").Accessible.pressAction();
+            tryVerify(() => menuItems().some(item => item.text === "Unsorted"));
+            menuItems().find(item => item.text === "Unsorted").Accessible.pressAction();
+            tryVerify(() => world.goalOfWindow(8) === "");
+            tryVerify(() => menuItems().length === 0 && card("Letter") !== null);
+        }
+        function test_the_ring_goes_from_the_column_to_the_card_that_is_selected() {
+            // Of its own selection only: no keyboard focus.
+            root.forceActiveFocus();
+            tryVerify(() => card("Letter") !== null && columns().length === 2);
+            const ring = item => all(item, each => each.parent === item && each instanceof Rectangle
+                                                   && each.border.width === 2)[0];
+            const unsorted = columns()[0];
+            world.board.todos.goToColumn("kelpa-unassigned");
+            tryVerify(() => unsorted.isSelected);
+            verify(ring(unsorted).visible);
+            verify(Qt.colorEqual(ring(unsorted).border.color, Theme.focus));
+            tryVerify(() => card("Letter") !== null);
+            verify(!ring(card("Letter")).visible);
+            world.board.focusWindow(8);
+            tryVerify(() => card("Letter")?.isSelected ?? false);
+            verify(ring(card("Letter")).visible);
+            verify(Qt.colorEqual(ring(card("Letter")).border.color, Theme.focus));
+            verify(!ring(card("Report")).visible);
+            verify(ring(unsorted).visible);
+            verify(Qt.colorEqual(ring(unsorted).border.color, Theme.enteredOutline));
+            world.clearSelection();
+            tryVerify(() => !ring(unsorted).visible);
         }
         function test_a_card_shows_a_message_and_then_the_preview() {
             world.addWindow(11, "Fresh");
