@@ -9,6 +9,8 @@ ExpandableHeight {
     id: root
 
     property bool isSelected: false
+    /// Whether the selection is on something within it.
+    property bool isEntered: false
     property bool isAccepting: false
     /// The part of the board that is seen, in the card's own coordinates.
     property real visibleFrom: 0
@@ -74,7 +76,8 @@ ExpandableHeight {
         radius: Theme.columnRadius
         color: "transparent"
         border.width: 2
-        border.color: Theme.focus
+        // Where the arrow keys are is what stands out.
+        border.color: root.isEntered && !root.isAccepting ? Theme.enteredOutline : Theme.focus
         visible: root.isAccepting || root.isSelected
     }
 }

@@ -18,12 +18,13 @@ FocusScope {
     signal renameRequested(columnID: string, title: string)
     signal newGoalRequested
 
+    // Menus stay where they opened: cards, rows and buttons move away below them, or go.
+    function openBelow(menu: AppMenu, button: Item): void {
+        menu.popup(root, button.mapToItem(root, 0, button.height + Theme.tiny));
+    }
     function showTodoMenu(todoID: string, columnID: string, row: Item, position: point): void {
-        todoMenu.todoID = todoID;
-        todoMenu.columnID = columnID;
-        todoMenu.listID = (row as TodoRow).listID;
-        todoMenu.isPrepared = true;
-        todoMenu.popup(row, position.x, position.y);
+        todoMenu.ask(todoID, columnID, (row as TodoRow).listID, root,
+                     row.mapToItem(root, position));
     }
 
     /// Scrolls until the selected target, or the selected window in it, is in view.
@@ -230,19 +231,17 @@ FocusScope {
             onScreenFrom: view.contentY - targets.y - y
             onScreenTo: view.contentY - targets.y + view.height - y
             onWindowMenuRequested: (windowID, card, position) => {
-                windowMenu.windowID = windowID;
-                windowMenu.columnID = goal.columnID;
-                windowMenu.popup(card, position.x, position.y);
+                windowMenu.ask(windowID, goal.columnID, root, card.mapToItem(root, position));
             }
             onColumnMenuRequested: button => {
                 columnMenu.columnID = goal.columnID;
                 columnMenu.columnTitle = goal.title;
-                columnMenu.popup(button, 0, button.height + Theme.tiny);
+                root.openBelow(columnMenu, button);
             }
             onPriorityMenuRequested: button => {
                 priorityMenu.columnID = goal.columnID;
                 priorityMenu.priority = goal.priority;
-                priorityMenu.popup(button, 0, button.height + Theme.tiny);
+                root.openBelow(priorityMenu, button);
             }
             onTodoMenuRequested: (todoID, todoColumnID, row, position) => {
                 root.showTodoMenu(todoID, todoColumnID, row, position);

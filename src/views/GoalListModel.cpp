@@ -18,6 +18,7 @@ enum Role {
     openTodoCountRole,
     windowCountRole,
     isSelectedRole,
+    isEnteredRole,
     windowsRole,
 };
 
@@ -58,6 +59,8 @@ QVariant GoalListModel::data(const QModelIndex& index, int role) const
         return row.windowCount;
     case isSelectedRole:
         return row.isSelected;
+    case isEnteredRole:
+        return row.isEntered;
     case windowsRole:
         return QVariant::fromValue(windows(row.goalID));
     default:
@@ -75,6 +78,7 @@ QHash<int, QByteArray> GoalListModel::roleNames() const
             {openTodoCountRole, "openTodoCount"},
             {windowCountRole, "windowCount"},
             {isSelectedRole, "isSelected"},
+            {isEnteredRole, "isEntered"},
             {windowsRole, "windows"}};
 }
 
@@ -93,6 +97,7 @@ void GoalListModel::update()
         column.goalID = goalID;
         column.windowCount = static_cast<int>(m_store.windows(goalID).size());
         column.isSelected = navigation.target == target;
+        column.isEntered = column.isSelected && navigation.layer == BoardNavigationLayer::windows;
         return column;
     };
 

@@ -28,6 +28,8 @@ struct ColumnRow
     int openTodoCount = 0;
     int windowCount = 0;
     bool isSelected = false;
+    /// Selected, and the arrow keys walk its windows.
+    bool isEntered = false;
 
     QUuid key() const { return goalID ? goalID->value : QUuid(); }
 

@@ -52,6 +52,8 @@ QtObject {
     readonly property color selectedCardOutline: isDark ? "#298db4ff" : "#292563eb"
     readonly property color fieldOutline: isDark ? "#80858f" : "#868c97"
     readonly property color focus: isDark ? "#8db4ff" : "#2563eb"
+    // Around what holds the selection.
+    readonly property color enteredOutline: isDark ? "#598db4ff" : "#592563eb"
     readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"
     readonly property color closing: isDark ? "#d93a31" : "#b3261e"
     readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"

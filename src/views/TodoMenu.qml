@@ -13,8 +13,17 @@ AppMenu {
     property string columnID
     /// The list in whose row the menu opens.
     property string listID
-    /// Whether it has its items; to be set before it is shown.
-    property bool isPrepared: false
+
+    /// Opens it for a todo of a column, as a list shows it.
+    function ask(todoID: string, columnID: string, listID: string, owner: Item,
+                 position: point): void {
+        root.todoID = todoID;
+        root.columnID = columnID;
+        root.listID = listID;
+        // Items that come while the menu opens would close it again.
+        items.active = true;
+        root.popup(owner, position.x, position.y);
+    }
 
     title: root.board.copy.text(CopyKey.EditTodo)
     onAboutToShow: {
@@ -27,10 +36,11 @@ AppMenu {
 
         title: root.board.copy.text(CopyKey.MoveToGoal)
 
-        // A board may have many goals. Items that come while the menu opens would close it again.
-        Instantiator {
-            active: root.isPrepared
-            model: root.board.moveTargets
+        MoveTargetItems {
+            id: items
+
+            board: root.board
+            menu: targets
             delegate: AppMenuItem {
                 id: item
 
@@ -50,8 +60,6 @@ AppMenu {
                 implicitHeight: item.isElsewhere ? 30 : 0
                 onTriggered: root.board.todos.move(root.todoID, root.columnID, item.columnID)
             }
-            onObjectAdded: (index, object) => targets.insertItem(index, object)
-            onObjectRemoved: (index, object) => targets.removeItem(object)
         }
     }
     AppMenuItem {

@@ -22,6 +22,7 @@ Item {
     readonly property string shownTitle: root.title.length > 0
             ? root.title : root.board.copy.text(CopyKey.Window)
     readonly property bool isRaised: hover.hovered || root.isSelected
+    readonly property bool isPointedAt: root.isRaised || root.activeFocus
     readonly property string help: root.board.copy.text(CopyKey.WindowCardHelp)
 
     signal menuRequested(card: Item, position: point)
@@ -126,8 +127,6 @@ Item {
         id: area
 
         anchors.fill: parent
-        // A finger that cannot hover must not hit a button that it does not see.
-        z: closeButton.isShown ? 0 : 1
         dragSource: root.dragSource
         picture: face
         text: root.board.windowDragText(root.windowID)
@@ -140,24 +139,42 @@ Item {
                 root.switchToWindow();
         }
     }
-    CardCloseButton {
+    // For those without a second mouse button or a key for menus.
+    CardButton {
+        id: menuButton
+
+        anchors.top: parent.top
+        anchors.left: parent.left
+        anchors.margins: Theme.tiny
+        symbol: "ellipsis"
+        isMuted: !root.isPointedAt
+        text: root.board.copy.text(CopyKey.MoveToGoal)
+        Accessible.role: Accessible.ButtonMenu
+        onClicked: root.menuRequested(root, Qt.point(x, y + height + Theme.tiny))
+    }
+    CardButton {
         id: closeButton
 
         anchors.top: parent.top
         anchors.right: parent.right
         anchors.margins: Theme.tiny
-        isShown: hover.hovered || root.isSelected || root.activeFocus || activeFocus
+        symbol: "x"
+        isMuted: !root.isPointedAt
+        hoveredGround: Theme.closing
+        hoveredColor: Theme.textOnAccent
         text: root.board.copy.text(CopyKey.CloseAppProcess)
         onClicked: root.board.closeWindowProcess(root.windowID)
     }
     FocusRing {
         control: root
         radius: Theme.cardRadius + 2
+        isShown: root.isSelected || root.activeFocus
     }
     HoverTip {
         id: tip
 
         text: caption.isTitleElided ? root.shownTitle + "\n" + root.help : root.help
-        isHovered: hover.hovered && !closeButton.hovered && !root.dragSource.isDragging
+        isHovered: hover.hovered && !menuButton.hovered && !closeButton.hovered
+                   && !root.dragSource.isDragging
     }
 }

@@ -13,6 +13,15 @@ AppMenu {
     property real windowID
     property string columnID
 
+    /// Opens it for a window in a column.
+    function ask(windowID: real, columnID: string, owner: Item, position: point): void {
+        root.windowID = windowID;
+        root.columnID = columnID;
+        // Items that come while the menu opens would close it again.
+        targets.active = true;
+        root.popup(owner, position.x, position.y);
+    }
+
     title: root.board.copy.text(CopyKey.MoveToGoal)
 
     readonly property TitleSheet newGoalSheet: TitleSheet {
@@ -43,8 +52,13 @@ AppMenu {
             font: Theme.bodyStrong
         }
     }
-    Instantiator {
-        model: root.board.moveTargets
+    MoveTargetItems {
+        id: targets
+
+        board: root.board
+        menu: root
+        // Below the heading.
+        place: 1
         delegate: AppMenuItem {
             id: item
 
@@ -62,9 +76,6 @@ AppMenu {
             Accessible.checked: item.isCurrent
             onTriggered: root.board.moveWindow(root.windowID, item.columnID)
         }
-        // Below the heading.
-        onObjectAdded: (index, object) => root.insertItem(index + 1, object)
-        onObjectRemoved: (index, object) => root.removeItem(object)
     }
     AppMenuItem {
         text: root.board.copy.text(CopyKey.NewGoal)

@@ -285,8 +285,9 @@ class Kelpa:
     def open_move_menu(self, title, source, target):
         """Opens a card's menu; returns a function that chooses the column `target` in it."""
         self.focus()
-        return self._chooser(target, lambda: self.click(
-            lambda: self._card_node(source, title), f"the card {title!r}", button=3))
+        self.wait_for_previews(source)
+        self.click(lambda: self._card_node(source, title), f"the card {title!r}", button=3)
+        return self._chooser(target)
 
     def open_goal_menu(self, goal, entry):
         """Opens a goal's menu; returns a function that chooses `entry` in it."""
@@ -297,26 +298,12 @@ class Kelpa:
             found = column and column.find(boards.BUTTON_ROLES, lambda n: n == boards.GOAL_ACTIONS)
             return found[0] if found else None
 
-        return self._chooser(entry, lambda: self.click(menu_button, f"the menu of {goal!r}"))
+        self.click(menu_button, f"the menu of {goal!r}")
+        return self._chooser(entry)
 
-    def _chooser(self, entry, open_menu):
-        """As a person does, it tries again when the card moved away under the pointer, which the first
-        previews make it do."""
-        for _ in range(5):
-            open_menu()
-            try:
-                wait_until(f"the menu entry {entry!r} is there", lambda: self._menu_item(entry), seconds=3)
-                break
-            except AssertionError:
-                self._desktop.key("Escape")
+    def _chooser(self, entry):
         x, y = self.centre(lambda: self.board.menu_item(entry), f"the menu entry {entry!r}")
         return lambda: self._desktop.click(x, y)
-
-    def _menu_item(self, entry):
-        try:
-            return self.board.menu_item(entry)
-        except boards.Gone:
-            return None
 
 
 def _in_middle(frame):

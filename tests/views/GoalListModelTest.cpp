@@ -123,6 +123,12 @@ TEST_F(BoardColumns, The_selected_column_and_window_say_so)
     EXPECT_TRUE(value(model, 1, "isSelected").toBool());
     EXPECT_FALSE(value(model, 0, "isSelected").toBool());
     EXPECT_TRUE(value(*model.windows(id), 0, "isSelected").toBool());
+    EXPECT_TRUE(value(model, 1, "isEntered").toBool());
+    EXPECT_FALSE(value(model, 0, "isEntered").toBool());
+    store().activateTarget(TargetSelection::goal(id), WindowStore::EnterWindowLayer::no);
+    EXPECT_TRUE(value(model, 1, "isSelected").toBool());
+    EXPECT_FALSE(value(model, 1, "isEntered").toBool());
+    EXPECT_FALSE(value(*model.windows(id), 0, "isSelected").toBool());
     store().clearTargetSelection();
     EXPECT_FALSE(value(model, 1, "isSelected").toBool());
     EXPECT_FALSE(value(*model.windows(id), 0, "isSelected").toBool());

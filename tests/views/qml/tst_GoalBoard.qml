@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import QtTest
 import Kelpa
 
@@ -66,6 +67,27 @@ Item {
             tryVerify(() => card(title) !== null);
         }
 
+        /// What the open menu shows, from top to bottom: every text with its symbol.
+        function menuEntries() {
+            return all(root.parent, item => item instanceof T.MenuItem && item.visible)
+                .sort((a, b) => a.y - b.y)
+                .map(item => item instanceof AppMenuItem ? item.text + " (" + item.symbol + ")"
+                                                         : item.text);
+        }
+        /// Items have their places one frame after the menu opens.
+        function verifyMenu(entries) {
+            tryVerify(() => menuEntries().join() === entries.join(), 1000, menuEntries().join());
+        }
+        function openMenuOf(title) {
+            tryVerify(() => card(title) !== null);
+            card(title).forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length > 1);
+        }
+        function closeMenu() {
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+        }
         function menuItems() {
             return all(root.parent, item => item instanceof AppMenuItem && item.visible);
         }
@@ -128,6 +150,59 @@ Item {
             tryVerify(() => world.goalOfWindow(8) === "First");
             moveBack(8, "Letter");
         }
+        function test_the_menu_of_a_card_shows_where_the_window_is_and_where_it_can_go() {
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "First (circle)", "Unsorted (check)",
+                        "New goal (plus)"]);
+            const item = text => menuItems().find(each => each.text === text);
+            verify(item("Unsorted").Accessible.checked);
+            verify(!item("First").Accessible.checked);
+            choose("First");
+            tryVerify(() => world.goalOfWindow(8) === "First");
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "First (check)", "Unsorted (circle)",
+                        "New goal (plus)"]);
+            // Where it is already.
+            choose("First");
+            compare(world.goalOfWindow(8), "First");
+            moveBack(8, "Letter");
+        }
+        function test_the_menu_of_a_card_follows_the_order_of_the_goals() {
+            world.board.createGoal("Second");
+            world.board.createGoal("Third");
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "First (circle)", "Second (circle)",
+                        "Third (circle)", "Unsorted (check)", "New goal (plus)"]);
+            closeMenu();
+            verify(world.board.moveColumn(world.columnOfGoal("First"), 1));
+            verify(world.board.moveColumn(world.columnOfGoal("Third"), -1));
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "Second (circle)", "Third (circle)",
+                        "First (circle)", "Unsorted (check)", "New goal (plus)"]);
+            closeMenu();
+            world.board.deleteGoal(world.columnOfGoal("Third"));
+            world.board.createGoal("Fourth");
+            openMenuOf("Letter");
+            verifyMenu(["Move to goal", "Second (circle)", "First (circle)",
+                        "Fourth (circle)", "Unsorted (check)", "New goal (plus)"]);
+            choose("Fourth");
+            tryVerify(() => world.goalOfWindow(8) === "Fourth");
+            world.board.deleteGoal(world.columnOfGoal("Second"));
+            world.board.deleteGoal(world.columnOfGoal("Fourth"));
+            tryVerify(() => card("Letter") !== null);
+        }
+        function test_the_menu_of_a_card_stays_where_it_opened() {
+            openMenuOf("Letter");
+            const place = () => menuItems()[0].mapToItem(root, 0, 0);
+            const before = place();
+            // In a goal it has another place, and its card of now goes.
+            world.board.moveWindow(8, world.columnOfGoal("First"));
+            tryVerify(() => card("Letter") !== null);
+            verify(menuItems().length > 1);
+            compare(place(), before);
+            closeMenu();
+            moveBack(8, "Letter");
+        }
         function test_the_menu_key_opens_the_menu_of_the_card_with_focus() {
             tryVerify(() => card("Letter") !== null);
             card("Letter").forceActiveFocus();
@@ -158,29 +233,76 @@ Item {
             world.runPending();
             verify(world.calls().slice(before).includes("raise Letter"));
         }
-        function test_the_close_button_is_reached_by_keyboard_and_asks_the_process_to_quit() {
+        function cardButton(title, symbol) {
+            return all(card(title), item => item instanceof CardButton && item.symbol === symbol)[0];
+        }
+        function test_the_buttons_of_a_card_are_reached_by_keyboard() {
             tryVerify(() => card("Letter") !== null);
             card("Letter").forceActiveFocus();
-            const button = all(card("Letter"), item => item instanceof CardCloseButton)[0];
-            compare(button.Accessible.name, "Close this app process");
+            const close = cardButton("Letter", "x");
+            compare(close.Accessible.name, "Close this app process");
             keyClick(Qt.Key_Tab);
-            verify(button.activeFocus);
-            verify(button.isShown);
+            verify(cardButton("Letter", "ellipsis").activeFocus);
+            keyClick(Qt.Key_Tab);
+            verify(close.activeFocus);
             const before = world.calls().length;
             keyClick(Qt.Key_Return);
             world.runPending();
             verify(world.calls().slice(before).includes("quit 1000"));
         }
-        function test_a_close_button_that_is_not_shown_is_not_hit() {
+        function test_a_finger_reaches_the_close_button_of_a_card_at_rest() {
+            mouseMove(root, 1090, 690);
             tryVerify(() => card("Report") !== null);
-            mouseClick(card("Letter"), 60, 110);
-            tryVerify(() => card("Letter")?.isSelected ?? false);
-            const button = all(card("Report"), item => item instanceof CardCloseButton)[0];
+            const button = cardButton("Report", "x");
+            verify(button.visible);
             const before = world.calls().length;
             touchEvent(button).press(0, button, 11, 11).commit();
             touchEvent(button).release(0, button, 11, 11).commit();
             world.runPending();
-            verify(!world.calls().slice(before).includes("quit 1000"));
+            verify(world.calls().slice(before).includes("quit 1000"));
+        }
+        function test_a_finger_moves_a_window_by_the_button_of_its_card() {
+            tryVerify(() => card("Letter") !== null);
+            const button = cardButton("Letter", "ellipsis");
+            compare(button.Accessible.role, Accessible.ButtonMenu);
+            compare(button.Accessible.name, "Move to goal");
+            touchEvent(button).press(0, button, 11, 11).commit();
+            touchEvent(button).release(0, button, 11, 11).commit();
+            choose("First");
+            tryVerify(() => world.goalOfWindow(8) === "First");
+            moveBack(8, "Letter");
+        }
+        function test_an_assistive_program_takes_a_window_out_of_its_goal() {
+            world.board.moveWindow(8, world.columnOfGoal("First"));
+            tryVerify(() => card("Letter") !== null);
+            cardButton("Letter", "ellipsis").Accessible.pressAction();
+            tryVerify(() => menuItems().some(item => item.text === "Unsorted"));
+            menuItems().find(item => item.text === "Unsorted").Accessible.pressAction();
+            tryVerify(() => world.goalOfWindow(8) === "");
+            tryVerify(() => menuItems().length === 0 && card("Letter") !== null);
+        }
+        function test_the_ring_goes_from_the_column_to_the_card_that_is_selected() {
+            // Of its own selection only: no keyboard focus.
+            root.forceActiveFocus();
+            tryVerify(() => card("Letter") !== null && columns().length === 2);
+            const ring = item => all(item, each => each.parent === item && each instanceof Rectangle
+                                                   && each.border.width === 2)[0];
+            const unsorted = columns()[0];
+            world.board.todos.goToColumn("kelpa-unassigned");
+            tryVerify(() => unsorted.isSelected);
+            verify(ring(unsorted).visible);
+            verify(Qt.colorEqual(ring(unsorted).border.color, Theme.focus));
+            tryVerify(() => card("Letter") !== null);
+            verify(!ring(card("Letter")).visible);
+            world.board.focusWindow(8);
+            tryVerify(() => card("Letter")?.isSelected ?? false);
+            verify(ring(card("Letter")).visible);
+            verify(Qt.colorEqual(ring(card("Letter")).border.color, Theme.focus));
+            verify(!ring(card("Report")).visible);
+            verify(ring(unsorted).visible);
+            verify(Qt.colorEqual(ring(unsorted).border.color, Theme.enteredOutline));
+            world.clearSelection();
+            tryVerify(() => !ring(unsorted).visible);
         }
         function test_a_card_shows_a_message_and_then_the_preview() {
             world.addWindow(11, "Fresh");

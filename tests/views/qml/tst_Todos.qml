@@ -93,6 +93,26 @@ Item {
                 keyClick(character);
         }
 
+        function test_the_goals_of_the_menu_follow_their_order_on_the_board() {
+            show(unified(), "", ["Sort"]);
+            const goals = () => {
+                face(unified(), "Sort").forceActiveFocus();
+                keyClick(Qt.Key_Menu);
+                choose("Move to goal");
+                tryVerify(() => menuItems().some(item => item.text === "Second"));
+                const titles = menuItems().filter(item => item.symbol === "circle")
+                    .sort((a, b) => a.y - b.y).map(item => item.text);
+                keyClick(Qt.Key_Escape);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => menuItems().length === 0);
+                return titles;
+            };
+            compare(goals(), ["First", "Second"]);
+            verify(world.board.moveColumn(world.columnOfGoal("First"), 1));
+            compare(goals(), ["Second", "First"]);
+            verify(world.board.moveColumn(world.columnOfGoal("First"), -1));
+            compare(goals(), ["First", "Second"]);
+        }
         function test_todos_are_list_items_named_by_their_title() {
             const first = column("First");
             show(first, "First", ["Read"]);

@@ -4,15 +4,19 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// Quits the application of a card's window. Assistive programs and the keyboard always reach it.
+/// A small round button in a corner of a card; muted until the card has the pointer or the keyboard.
 T.Button {
     id: root
 
-    /// Whether it is to be seen.
-    required property bool isShown
+    required property string symbol
+    property bool isMuted: false
+    /// While the pointer is over it.
+    property color hoveredGround: Theme.popup
+    property color hoveredColor: Theme.text
 
     implicitWidth: 22
     implicitHeight: 22
+    opacity: 0.9
     focusPolicy: Qt.TabFocus
     Accessible.name: root.text
     Accessible.ignored: !root.visible
@@ -24,16 +28,13 @@ T.Button {
     contentItem: Item {
         AppIcon {
             anchors.centerIn: parent
-            name: "x"
+            name: root.symbol
             size: 14
-            color: root.hovered ? Theme.textOnAccent : Theme.text
-            visible: root.isShown
+            color: root.hovered ? root.hoveredColor
+                   : root.isMuted && !root.visualFocus ? Theme.secondaryText : Theme.text
         }
     }
     background: Item {
-        opacity: 0.9
-        visible: root.isShown
-
         Rectangle {
             anchors.fill: parent
             anchors.topMargin: 1
@@ -44,8 +45,8 @@ T.Button {
         Rectangle {
             anchors.fill: parent
             radius: width / 2
-            color: root.hovered ? Theme.closing : Theme.card
-            border.width: root.hovered ? 0 : 1
+            color: root.hovered ? root.hoveredGround : Theme.card
+            border.width: 1
             border.color: Theme.outline
         }
         Rectangle {

@@ -1,0 +1,33 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// The items of a menu for the columns to which something can be moved, in the order of the board.
+/// A board may have many goals: nothing is made before the menu is first asked for, and what was
+/// made follows the board.
+Instantiator {
+    id: root
+
+    required property BoardController board
+    required property T.Menu menu
+    /// How many items of the menu stand before these.
+    property int place: 0
+
+    // It tells what comes and what goes, but not what moves.
+    readonly property Connections moves: Connections {
+        target: root.model
+        enabled: root.active
+
+        function onRowsMoved(parent, first: int, last: int, destination, row: int): void {
+            // The model names the place before the row was taken out, the menu the one after.
+            root.menu.moveItem(root.place + first, root.place + (row > first ? row - 1 : row));
+        }
+    }
+
+    active: false
+    model: root.board.moveTargets
+    onObjectAdded: (index, object) => root.menu.insertItem(root.place + index, object)
+    onObjectRemoved: (index, object) => root.menu.removeItem(object)
+}
