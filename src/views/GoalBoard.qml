@@ -230,6 +230,7 @@ FocusScope {
             onWindowMenuRequested: (windowID, card, position) => {
                 windowMenu.windowID = windowID;
                 windowMenu.columnID = goal.columnID;
+                windowMenu.isPrepared = true;
                 windowMenu.popup(card, position.x, position.y);
             }
             onColumnMenuRequested: button => {

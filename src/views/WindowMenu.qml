@@ -12,6 +12,8 @@ AppMenu {
 
     property real windowID
     property string columnID
+    /// Whether it has its items; to be set before it is shown.
+    property bool isPrepared: false
 
     title: root.board.copy.text(CopyKey.MoveToGoal)
 
@@ -43,7 +45,9 @@ AppMenu {
             font: Theme.bodyStrong
         }
     }
+    // A board may have many goals. Items that come while the menu opens would close it again.
     Instantiator {
+        active: root.isPrepared
         model: root.board.moveTargets
         delegate: AppMenuItem {
             id: item
