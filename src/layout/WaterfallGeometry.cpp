@@ -119,9 +119,11 @@ QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
     const double columnWidth = WaterfallLayout::itemWidth(m_width, columns, m_layout.spacing);
     const qsizetype usedColumns = std::clamp<qsizetype>(m_count, 1, columns);
     qsizetype start = std::min(firstSoiled / stride, m_checkpoints.size() - 1);
-    if (start < 0 || m_checkpoints.at(start).size() != usedColumns)
+    if (start < 0 || m_checkpoints.at(start).ends.size() != usedColumns)
         start = 0;
-    QList<double> ends = start > 0 ? m_checkpoints.at(start) : QList<double>(usedColumns, 0.0);
+    Checkpoint columnsNow =
+        start > 0 ? m_checkpoints.at(start)
+                  : Checkpoint{QList<double>(usedColumns, 0.0), QList<qsizetype>(usedColumns, -1)};
 
     QList<Change> changes;
     qsizetype index = start * stride;
@@ -129,17 +131,19 @@ QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
         if (index % stride == 0) {
             const qsizetype place = index / stride;
             if (place >= m_checkpoints.size())
-                m_checkpoints.append(ends);
-            else if (index > lastSoiled && m_checkpoints.at(place) == ends)
+                m_checkpoints.append(columnsNow);
+            else if (index > lastSoiled && m_checkpoints.at(place) == columnsNow)
                 break; // All that follows stands as it stood.
             else
-                m_checkpoints[place] = ends;
+                m_checkpoints[place] = columnsNow;
         }
-        // The first of the lowest columns: the leftmost one on a tie.
-        double& end = *std::ranges::min_element(ends);
-        const auto column = static_cast<double>(&end - ends.constData());
-        const QRectF frame(column * (columnWidth + m_layout.spacing), end, columnWidth,
-                           m_heights.at(index));
+        // The first of the columns that end highest: the leftmost one on a tie.
+        double& end = *std::ranges::min_element(columnsNow.ends);
+        const qsizetype column = &end - columnsNow.ends.constData();
+        const QRectF frame(static_cast<double>(column) * (columnWidth + m_layout.spacing), end,
+                           columnWidth, m_heights.at(index));
+        ++m_visitCount;
+        columnsNow.lowest[column] = index;
         if (m_frames.at(index) != frame || m_frames.at(index).isNull()) {
             changes.append({index, m_frames.at(index)});
             m_frames[index] = frame;
@@ -148,7 +152,7 @@ QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
     }
     if (index == m_count) {
         m_checkpoints.resize((m_count + stride - 1) / stride);
-        const double lowest = *std::ranges::max_element(ends);
+        const double lowest = *std::ranges::max_element(columnsNow.ends);
         m_height = m_count > 0 ? std::max(lowest - m_layout.spacing, 0.0) : 0;
     }
     return changes;
@@ -180,15 +184,44 @@ double WaterfallGeometry::height() const
            m_layout.spacing;
 }
 
+qsizetype WaterfallGeometry::firstFrom(double top) const
+{
+    const auto found = std::ranges::lower_bound(m_frames, top, {}, [this](const QRectF& frame) {
+        ++m_visitCount;
+        return frame.top();
+    });
+    return found - m_frames.begin();
+}
+
+QList<qsizetype> WaterfallGeometry::lowestBefore(qsizetype index) const
+{
+    const qsizetype place = std::min(index / stride, m_checkpoints.size() - 1);
+    QList<qsizetype> lowest = m_checkpoints.at(place).lowest;
+    const double step = m_frames.front().width() + m_layout.spacing;
+    for (qsizetype before = place * stride; before < index; ++before, ++m_visitCount)
+        lowest[std::lround(m_frames.at(before).left() / step)] = before;
+    lowest.removeAll(-1);
+    std::ranges::sort(lowest);
+    return lowest;
+}
+
 QList<qsizetype> WaterfallGeometry::between(double top, double bottom) const
 {
     QList<qsizetype> result;
     if (!(top < bottom) || m_count == 0)
         return result;
     if (!hasFixedHeight()) {
-        for (qsizetype index = 0; index < m_count; ++index) {
+        Q_ASSERT(isSettled());
+        const qsizetype first = firstFrom(top);
+        // Of what begins above the stripe, only the lowest item of a column can reach into it.
+        result = lowestBefore(first);
+        result.removeIf([&](qsizetype index) { return m_frames.at(index).bottom() <= top; });
+        for (qsizetype index = first; index < m_count; ++index, ++m_visitCount) {
             const QRectF& frame = m_frames.at(index);
-            if (!frame.isNull() && frame.top() < bottom && frame.bottom() > top)
+            if (frame.top() >= bottom)
+                break;
+            // An item without height may stand on the upper edge.
+            if (frame.bottom() > top)
                 result.append(index);
         }
         return result;

@@ -49,12 +49,31 @@ public:
     QRectF frame(qsizetype index) const;
     /// Of all items, as in `WaterfallPlacement`.
     double height() const;
-    /// The items that reach into the stripe between two heights, in their order.
+    /// The items that reach into the stripe between two heights, in their order. Nothing may have
+    /// changed since the last pass, unless all items have one height.
     QList<qsizetype> between(double top, double bottom) const;
+    /// How many frames `settle` and `between` have looked at so far: what they cost.
+    qsizetype visitCount() const { return m_visitCount; }
 
 private:
+    /// What a pass knows before it places an item.
+    struct Checkpoint
+    {
+        /// Of each column, with the spacing below it.
+        QList<double> ends;
+        /// The lowest item of each column; -1 for none.
+        QList<qsizetype> lowest;
+
+        friend bool operator==(const Checkpoint&, const Checkpoint&) = default;
+    };
+
     bool hasFixedHeight() const { return m_layout.fixedItemHeight.has_value(); }
     void soil(qsizetype first, qsizetype last);
+    /// The first item whose top is at or below a height. Tops never rise from item to item, since
+    /// each item stands where the highest column ends.
+    qsizetype firstFrom(double top) const;
+    /// The lowest items, in their order, that each column has before an item.
+    QList<qsizetype> lowestBefore(qsizetype index) const;
 
     WaterfallLayout m_layout;
     double m_width = 1;
@@ -62,13 +81,14 @@ private:
     /// Empty where all items have one height.
     QList<double> m_heights;
     QList<QRectF> m_frames;
-    /// Where each column ends before every so-manieth item: a pass can begin there.
-    QList<QList<double>> m_checkpoints;
+    /// Before every so-manieth item: a pass can begin there.
+    QList<Checkpoint> m_checkpoints;
     /// The items whose heights or neighbours changed since the last pass; none when `first` is
     /// beyond the items.
     qsizetype m_firstSoiled = 0;
     qsizetype m_lastSoiled = -1;
     double m_height = 0;
+    mutable qsizetype m_visitCount = 0;
 };
 
 } // namespace kelpa

@@ -3,6 +3,8 @@
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace kelpa {
@@ -84,7 +86,21 @@ QHash<int, QByteArray> GoalListModel::roleNames() const
 
 WindowListModel* GoalListModel::windows(std::optional<GoalID> goalID) const
 {
-    return m_windows.value(goalID ? goalID->value : QUuid(), nullptr);
+    const QUuid key = goalID ? goalID->value : QUuid();
+    if (WindowListModel* const known = m_windows.value(key, nullptr))
+        return known;
+    if (std::ranges::find(rows(), key, &ColumnRow::key) == rows().end())
+        return nullptr;
+    auto* const model = new WindowListModel(m_windowsOwner.get());
+    fill(*model, goalID);
+    m_windows.insert(key, model);
+    return model;
+}
+
+void GoalListModel::fill(WindowListModel& model, std::optional<GoalID> goalID) const
+{
+    model.setWindows(m_store.windows(goalID), m_store.boardNavigation().selectedWindowID,
+                     [this](const WindowItem& window) { return cardPreview(m_store, window); });
 }
 
 void GoalListModel::update()
@@ -116,25 +132,30 @@ void GoalListModel::update()
     }
     updateWindows(columns);
     setRows(columns);
+    dropWindowsOfGoneColumns();
 }
 
-/// Cards come before their columns, so that a new column is made with its cards in place, and go
-/// after them, since a view lets go of a column's cards only later.
 void GoalListModel::updateWindows(const QList<ColumnRow>& columns)
 {
-    QHash<QUuid, WindowListModel*> kept;
     for (const ColumnRow& column : columns) {
-        WindowListModel* model = m_windows.take(column.key());
-        if (model == nullptr)
-            model = new WindowListModel(this);
-        model->setWindows(
-            m_store.windows(column.goalID), m_store.boardNavigation().selectedWindowID,
-            [this](const WindowItem& window) { return cardPreview(m_store, window); });
-        kept.insert(column.key(), model);
+        if (WindowListModel* const model = m_windows.value(column.key(), nullptr))
+            fill(*model, column.goalID);
     }
-    for (WindowListModel* const unused : std::as_const(m_windows))
-        unused->deleteLater();
-    m_windows = kept;
+}
+
+/// After the columns themselves, and later, since a view lets go of a column's cards only then.
+void GoalListModel::dropWindowsOfGoneColumns()
+{
+    QSet<QUuid> columns;
+    columns.reserve(rows().size());
+    for (const ColumnRow& column : rows())
+        columns.insert(column.key());
+    m_windows.removeIf([&columns](const QHash<QUuid, WindowListModel*>::iterator& each) {
+        const bool isGone = !columns.contains(each.key());
+        if (isGone)
+            each.value()->deleteLater();
+        return isGone;
+    });
 }
 
 } // namespace kelpa

@@ -12,6 +12,7 @@
 #include <QUuid>
 #include <QtQmlIntegration/qqmlintegration.h>
 
+#include <memory>
 #include <optional>
 
 namespace kelpa {
@@ -51,16 +52,20 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     /// The cards of the column of `goalID`, or of the unassigned one; null when there is no such
-    /// column. Belongs to the model.
+    /// column. Belongs to the model, which keeps cards only of columns that were asked for: a board
+    /// of many goals costs what is on the screen.
     WindowListModel* windows(std::optional<GoalID> goalID) const;
 
 private:
     void update();
+    void fill(WindowListModel& model, std::optional<GoalID> goalID) const;
     void updateWindows(const QList<ColumnRow>& columns);
+    void dropWindowsOfGoneColumns();
 
     const WindowStore& m_store;
-    /// By the key of the column. Children of the model.
-    QHash<QUuid, WindowListModel*> m_windows;
+    const std::unique_ptr<QObject> m_windowsOwner = std::make_unique<QObject>();
+    /// By the key of the column. Children of the owner.
+    mutable QHash<QUuid, WindowListModel*> m_windows;
 };
 
 } // namespace kelpa

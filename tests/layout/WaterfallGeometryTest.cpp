@@ -10,6 +10,7 @@ namespace kelpa {
 namespace {
 
 const WaterfallLayout board{320, 22, std::nullopt, std::nullopt};
+const WaterfallLayout column{320, 22, std::nullopt, 1};
 const WaterfallLayout rows{1, 0, 34, 1};
 const WaterfallLayout grid{1, 8, 126, 2};
 
@@ -21,6 +22,18 @@ WaterfallGeometry settled(const WaterfallLayout& layout, double width, const QLi
         geometry.insert(i, 1, heights.at(i));
     geometry.settle();
     return geometry;
+}
+
+/// What `between` is to find, by looking at every frame.
+QList<qsizetype> reaching(const WaterfallPlacement& placement, double top, double bottom)
+{
+    QList<qsizetype> result;
+    for (qsizetype i = 0; i < placement.frames.size(); ++i) {
+        const QRectF& frame = placement.frames.at(i);
+        if (top < bottom && frame.top() < bottom && frame.bottom() > top)
+            result.append(i);
+    }
+    return result;
 }
 
 QList<qsizetype> indexes(const QList<WaterfallGeometry::Change>& changes)
@@ -136,7 +149,83 @@ TEST(WaterfallGeometry, A_pass_after_any_changes_places_as_one_from_the_start)
         ASSERT_EQ(geometry.height(), expected.height) << step;
         for (qsizetype i = 0; i < heights.size(); ++i)
             ASSERT_EQ(geometry.frame(i), expected.frames.at(i)) << step << " at " << i;
+        const auto top = static_cast<double>(below(4000)) - 200;
+        const double bottom = top + static_cast<double>(below(900));
+        ASSERT_EQ(geometry.between(top, bottom), reaching(expected, top, bottom))
+            << step << " between " << top << " and " << bottom;
     }
+}
+
+/// Two thousand cards of seven heights in three columns, and room to change them.
+WaterfallGeometry manyCards()
+{
+    WaterfallGeometry geometry(board);
+    geometry.setWidth(1004);
+    for (qsizetype i = 0; i < 2000; ++i)
+        geometry.insert(i, 1, 292 + static_cast<double>(i % 7) * 50);
+    geometry.settle();
+    return geometry;
+}
+
+template <class Work>
+qsizetype visits(WaterfallGeometry& geometry, const Work& work)
+{
+    const qsizetype before = geometry.visitCount();
+    work();
+    return geometry.visitCount() - before;
+}
+
+TEST(WaterfallGeometry, A_stripe_of_a_long_board_costs_no_more_than_what_it_shows)
+{
+    WaterfallGeometry geometry = manyCards();
+    EXPECT_EQ(visits(geometry, [] {}), 0);
+    const double height = geometry.height();
+    for (const double top : {0.0, height / 2, height - 800}) {
+        qsizetype found = 0;
+        const qsizetype visited =
+            visits(geometry, [&] { found = geometry.between(top, top + 800).size(); });
+        EXPECT_GE(found, 6) << top;
+        // Besides what shows: finding the place among 2,000, and up to the next checkpoint.
+        EXPECT_LE(visited, found + 11 + 16) << top;
+    }
+}
+
+TEST(WaterfallGeometry, What_stands_beside_one_very_high_card_is_not_looked_at_above_the_stripe)
+{
+    WaterfallGeometry geometry = manyCards();
+    geometry.setHeight(1, 150000);
+    geometry.settle();
+    QList<qsizetype> found;
+    const qsizetype visited = visits(geometry, [&] { found = geometry.between(140000, 140800); });
+    EXPECT_EQ(found.front(), 1);
+    EXPECT_GE(found.size(), 4);
+    EXPECT_LE(visited, found.size() + 11 + 16);
+}
+
+TEST(WaterfallGeometry, A_pass_looks_at_what_changed_its_place_and_at_little_else)
+{
+    WaterfallGeometry geometry = manyCards();
+    EXPECT_EQ(visits(geometry, [&] { geometry.settle(); }), 0);
+
+    qsizetype changed = 0;
+    const auto pass = [&changed](WaterfallGeometry& of) {
+        return visits(of, [&] { changed = of.settle().size(); });
+    };
+    geometry.setHeight(1980, 700);
+    EXPECT_LE(pass(geometry), 2 * 16);
+    EXPECT_LE(changed, 20);
+    geometry.insert(2000, 1, 292);
+    EXPECT_LE(pass(geometry), 1 + 16);
+    EXPECT_EQ(changed, 1);
+    geometry.remove(2000, 1);
+    EXPECT_LE(pass(geometry), 16);
+
+    // Two cards of one column change heights, so that all below them stays.
+    WaterfallGeometry list = settled(column, 320, QList<double>(2000, 40.0));
+    list.setHeight(1000, 50);
+    list.setHeight(1001, 30);
+    EXPECT_LE(pass(list), 2 * 16);
+    EXPECT_EQ(changed, 2);
 }
 
 TEST(WaterfallGeometry, Cards_of_one_height_stand_where_the_layout_puts_them)
