@@ -300,6 +300,7 @@ private:
     void applyDiscoveredWindows(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& windows);
     void finishWindowRefresh(const WindowDiscoveryBatch& batch);
+    void finishCapture(WindowID window, const PreviewCaptureBatch& batch);
 
     struct AwaitedWindow
     {
@@ -361,6 +362,8 @@ private:
     TaskHandle m_windowRefreshTask;
     /// The capture in flight.
     TaskHandle m_previewTask;
+    /// Windows with a capture that was begun and not applied, in flight or thrown away.
+    QSet<WindowID> m_unappliedCaptures;
     TaskHandle m_bringForwardTask;
     QList<QList<WindowItem>> m_windowsToBringForward;
     TaskHandle m_toastTask;

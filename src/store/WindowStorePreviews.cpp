@@ -43,8 +43,11 @@ void WindowStore::refreshPreviews(Date now)
     const PreviewTurn turn = previewTurn(m_previewCaptureCursor, m_windows.size());
     m_previewCaptureCursor = turn.nextCursor;
     const WindowID window = m_windows.at(turn.index).id;
-    const CaptureNeed need =
-        m_previews.contains(window) ? CaptureNeed::ifChanged : CaptureNeed::always;
+    // What the window server holds to have been given last may have been thrown away unseen.
+    const bool isLastPictureShown =
+        m_previews.contains(window) && !m_unappliedCaptures.contains(window);
+    const CaptureNeed need = isLastPictureShown ? CaptureNeed::ifChanged : CaptureNeed::always;
+    m_unappliedCaptures.insert(window);
     m_previewTask = m_scheduler.inBackground(
         [window, need, &server = m_platform.windowServer](const std::stop_token& stop) {
             PreviewCaptureBatch batch;
@@ -57,12 +60,17 @@ void WindowStore::refreshPreviews(Date now)
                                     {capture->image, previewDisplaySize(capture->pixelSize)});
             return batch;
         },
-        [this](const PreviewCaptureBatch& batch) {
-            const Update applied(*this);
-            m_previewTask.reset();
-            publish(m_previews, mergedPreviews(m_previews, batch.images, m_windows),
-                    Field::previews);
-        });
+        [this, window](const PreviewCaptureBatch& batch) { finishCapture(window, batch); });
+}
+
+void WindowStore::finishCapture(WindowID window, const PreviewCaptureBatch& batch)
+{
+    const Update update(*this);
+    m_previewTask.reset();
+    publish(m_previews, mergedPreviews(m_previews, batch.images, m_windows), Field::previews);
+    // A window without a preview is captured whatever was given before.
+    m_unappliedCaptures.remove(window);
+    m_unappliedCaptures.removeIf([this](WindowID id) { return !m_previews.contains(id); });
 }
 
 bool WindowStore::isPreviewRefreshSuspended(Date now) const

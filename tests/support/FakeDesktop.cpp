@@ -181,6 +181,7 @@ std::optional<WindowCapture> FakeDesktop::captureWindow(WindowID window, int lon
     const QSize bounded =
         size->boundedTo(size->scaled(longestSide, longestSide, Qt::KeepAspectRatio))
             .expandedTo({1, 1});
+    unchangedWindows.insert(window);
     QImage image(bounded, QImage::Format_RGB32);
     image.fill(Qt::red);
     return WindowCapture{image, *size};

@@ -57,7 +57,8 @@ public:
     std::function<void()> inTheMiddleOfAPass;
     /// Sizes of the pictures that windows give, red ones; a window without one cannot be captured.
     QHash<WindowID, QSize> captureSizes;
-    /// Windows that show what they showed at the last capture.
+    /// Windows that show what they showed in the last picture that was given; a picture puts its
+    /// window here, whatever becomes of it. Taken out, a window shows something else.
     QSet<WindowID> unchangedWindows;
     /// Called in the middle of a capture.
     std::function<void()> inTheMiddleOfACapture;

@@ -118,7 +118,9 @@ void ManualScheduler::advance(Duration duration)
         m_elapsed = std::max(m_elapsed, item->due);
         if (item->background) {
             m_items->remove(item);
-            item->background(item->stop.get_token())();
+            const std::function<void()> completion = item->background(item->stop.get_token());
+            if (!item->isCancelled)
+                completion();
             continue;
         }
         if (item->interval.count() > 0)

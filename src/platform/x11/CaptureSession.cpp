@@ -5,7 +5,9 @@
 #include <xcb/composite.h>
 
 #include <algorithm>
+#include <condition_variable>
 #include <limits>
+#include <mutex>
 #include <utility>
 
 namespace kelpa::x11 {
@@ -18,6 +20,16 @@ using Clock = std::chrono::steady_clock;
 constexpr int mostAttempts = 3;
 // Beginning to keep a window takes the server some milliseconds.
 constexpr std::size_t mostAhead = 3;
+
+/// Whether the time has passed without a stop.
+bool pause(std::chrono::milliseconds time, const std::stop_token& stop)
+{
+    std::mutex mutex;
+    std::unique_lock lock(mutex);
+    std::condition_variable_any stopped;
+    stopped.wait_for(lock, stop, time, [] { return false; });
+    return !stop.stop_requested();
+}
 
 } // namespace
 
@@ -90,13 +102,18 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
             return std::nullopt;
         }
         if (accept(target, *kept, reading)) {
-            if (reading.image.isNull() || !m_kept.isSettled(target.window, reading.time)) {
-                m_kept.noteChange(target.window);
+            const bool isSettled = m_kept.isSettled(target.window, reading.time);
+            if (isSettled && !reading.image.isNull()) {
+                ++m_counts.pictures;
+                m_counts.shared += m_reader.isSharing() ? 1U : 0U;
+                return WindowCapture{std::move(reading.image), reading.pixelSize};
+            }
+            m_kept.noteChange(target.window);
+            // It has been kept for a moment only, or it would be settled.
+            if (isSettled || !pause(m_limits.settling, stop)) {
                 return std::nullopt;
             }
-            ++m_counts.pictures;
-            m_counts.shared += m_reader.isSharing() ? 1U : 0U;
-            return WindowCapture{std::move(reading.image), reading.pixelSize};
+            continue;
         }
         m_kept.noteChange(target.window);
         if (!reading.subject) {

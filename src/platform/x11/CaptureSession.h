@@ -24,7 +24,7 @@ struct CaptureTarget
 struct CaptureLimits
 {
     /// How long a window that was covered when its contents began to be kept may take to draw
-    /// itself; until then, or until it has, there is no picture of it.
+    /// itself; until then there is no picture of it.
     std::chrono::milliseconds settling{150};
     /// The contents of a window that was not captured for so long are no longer kept. More than a
     /// turn of 500 windows takes.
@@ -52,7 +52,8 @@ public:
                                                 const CaptureLimits& limits, bool maySharePictures);
 
     /// As WindowServer::captureWindow. One round trip for a window that was captured before, two
-    /// for another, none for one that has not changed. `others` are windows that will be captured
+    /// for another, none for one that has not changed; a covered window whose contents begin to be
+    /// kept only now is given its time to draw itself. `others` are windows that will be captured
     /// soon: a few of them at a time begin to be kept ahead of their turn, so that they have drawn
     /// themselves by then.
     std::optional<WindowCapture> capture(const CaptureTarget& target,

@@ -28,7 +28,6 @@ void DamageLog::noteDamage(std::uint32_t window, std::uint32_t sequence)
     if (state.wasRead && static_cast<std::int32_t>(sequence - state.readAt) < 0) {
         return;
     }
-    state.isWhole = true;
     state.isChanged = true;
 }
 

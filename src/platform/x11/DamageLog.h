@@ -14,7 +14,8 @@ public:
     using Time = std::chrono::steady_clock::time_point;
 
     /// `settling`: how long after its contents began to be kept a window that was covered may still
-    /// show what covered it, when it does not say that it was drawn.
+    /// show what covered it. That it was drawn to meanwhile says nothing: it may have been a part
+    /// of it, or after the reading.
     explicit DamageLog(std::chrono::milliseconds settling) : m_settling(settling) {}
 
     /// The contents of the window are kept from now on.
@@ -30,8 +31,8 @@ public:
     /// The request `sequence` ends what was drawn so far: whatever is read after it shows that.
     void noteRead(std::uint32_t window, std::uint32_t sequence);
 
-    /// Whether a picture of the window shows its own contents. False for a window that is not
-    /// kept.
+    /// Whether a reading that begins at `now` shows the window's own contents. False for a window
+    /// that is not kept.
     bool isSettled(std::uint32_t window, Time now) const;
     /// Whether it may look other than when it was last read. True for a window that is not kept.
     bool isChanged(std::uint32_t window) const;

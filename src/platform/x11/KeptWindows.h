@@ -50,7 +50,7 @@ public:
     void beginRead(xcb_window_t window);
     void noteChange(xcb_window_t window) { m_log.noteChange(window); }
 
-    /// Whether its picture shows its own contents by now.
+    /// Whether a reading that begins at `now` shows its own contents.
     bool isSettled(xcb_window_t window, Time now) const { return m_log.isSettled(window, now); }
     /// Whether it may look other than when it was last read.
     bool isChanged(xcb_window_t window) const

@@ -6,9 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <future>
+#include <thread>
 
 using namespace kelpa;
 using namespace kelpa::test;
+using namespace std::chrono_literals;
 
 using Capture = CaptureOnDisplay;
 
@@ -73,18 +76,46 @@ TEST_F(Capture, A_covered_window_shows_its_own_pixels)
     EXPECT_TRUE(isPlain(settled(number("cover")).image, opaque(green)));
 }
 
-TEST_F(Capture, A_covered_window_never_shows_what_covers_it_until_it_has_had_time_to_draw)
+TEST_F(Capture, A_covered_window_has_its_time_to_draw_before_it_is_captured)
 {
     // The server paints nothing where this window was covered.
     const xcb_window_t below = open(client, {100, 100, 300, 200, "below", {}});
     const xcb_window_t cover = open(client, {80, 80, 500, 400, "cover", {}, false, green});
     client.raise(cover);
     const WindowID id = number("below");
-    EXPECT_FALSE(capture(id).has_value());
-    client.fill(below, {0, 0, 300, 200}, blue);
-    const auto drawn = capture(id);
-    ASSERT_TRUE(drawn.has_value());
-    EXPECT_TRUE(isPlain(drawn->image, opaque(blue)));
+    x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()),
+                                 {.settling = 500ms});
+    // A small part over and over from the start, all of it only much later.
+    const auto begin = std::chrono::steady_clock::now();
+    const std::jthread drawing([&](const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
+            client.fill(below, {0, 0, 10, 10}, red);
+            if (std::chrono::steady_clock::now() - begin >= 100ms) {
+                client.fill(below, {0, 0, 300, 200}, blue);
+            }
+            client.sync();
+        }
+    });
+    const auto result = capturer.capture({id, below}, {}, 720, CaptureNeed::always, {});
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, 500ms);
+    ASSERT_TRUE(result.has_value());
+    EXPECT_EQ(result->image.pixel(150, 100), opaque(blue));
+}
+
+TEST_F(Capture, A_capture_that_is_stopped_waits_no_longer_for_a_covered_window)
+{
+    const xcb_window_t below = open(client, {100, 100, 300, 200, "below", {}});
+    const xcb_window_t cover = open(client, {80, 80, 500, 400, "cover", {}, false, green});
+    client.raise(cover);
+    const WindowID id = number("below");
+    x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()),
+                                 {.settling = 1h});
+    std::stop_source stop;
+    auto capturing = std::async(std::launch::async, [&] {
+        return capturer.capture({id, below}, {}, 720, CaptureNeed::always, stop.get_token());
+    });
+    stop.request_stop();
+    EXPECT_FALSE(capturing.get().has_value());
 }
 
 TEST_F(Capture, A_window_partly_beyond_the_screen_is_captured_whole)

@@ -20,18 +20,21 @@ protected:
 
 } // namespace
 
-TEST_F(DamageLogOfOneWindow, A_covered_window_that_says_nothing_is_settled_after_150_milliseconds)
+TEST_F(DamageLogOfOneWindow, A_covered_window_is_settled_after_150_milliseconds)
 {
     EXPECT_FALSE(log.isSettled(window, start));
     EXPECT_FALSE(log.isSettled(window, start + 149ms));
     EXPECT_TRUE(log.isSettled(window, start + 150ms));
 }
 
-TEST_F(DamageLogOfOneWindow, A_window_that_was_drawn_is_settled)
+TEST_F(DamageLogOfOneWindow, Drawing_does_not_settle_a_covered_window_before_its_time)
 {
     log.noteRead(window, 10);
+    log.noteDamage(window, 9);
     log.noteDamage(window, 10);
-    EXPECT_TRUE(log.isSettled(window, start));
+    log.noteDamage(window, 11);
+    EXPECT_FALSE(log.isSettled(window, start + 149ms));
+    EXPECT_TRUE(log.isSettled(window, start + 150ms));
 }
 
 TEST_F(DamageLogOfOneWindow, A_window_that_nothing_covers_is_settled_from_the_start)
@@ -49,12 +52,11 @@ TEST_F(DamageLogOfOneWindow, A_window_is_unchanged_from_its_reading_until_it_is_
     EXPECT_TRUE(log.isChanged(window));
 }
 
-TEST_F(DamageLogOfOneWindow, Damage_from_before_the_reading_neither_changes_nor_settles)
+TEST_F(DamageLogOfOneWindow, Damage_from_before_the_reading_is_no_change)
 {
     log.noteRead(window, 10);
     log.noteDamage(window, 9);
     EXPECT_FALSE(log.isChanged(window));
-    EXPECT_FALSE(log.isSettled(window, start));
 }
 
 TEST_F(DamageLogOfOneWindow, Sequences_that_wrap_are_told_in_their_order)
