@@ -15,10 +15,12 @@ _COMPLAINTS = ("ERROR: AddressSanitizer", "WARNING: ThreadSanitizer", "runtime e
 
 class Kelpa:
     """`with Kelpa(desktop, binary, settings) as kelpa:` — running, its window shown, its board
-    on the accessibility bus. Without `settings` the arguments say where the board is."""
+    on the accessibility bus. Without `settings` the arguments say where the board is. `env` is
+    told to this program alone, beside what all programs of the desktop are told."""
 
-    def __init__(self, desktop, binary, settings, arguments=()):
+    def __init__(self, desktop, binary, settings, arguments=(), env=None):
         self._desktop = desktop
+        self._env = env or {}
         self._binary = str(binary)
         self._arguments = list(arguments)
         if settings is not None:
@@ -41,7 +43,8 @@ class Kelpa:
         self._starts += 1
         self.log = self._desktop.directory / f"kelpa-{self._starts:03}.log"
         self._process = processes.start(
-            [self._binary, *self._arguments], self._desktop.env, self.log, cwd=self._desktop.env["HOME"])
+            [self._binary, *self._arguments], self._desktop.env | self._env, self.log,
+            cwd=self._desktop.env["HOME"])
         self.board = boards.Board(self._process.pid)
         self.window = wait_until("Kelpa's window is shown", self._own_window, 60)
         wait_until("Kelpa's board is on the accessibility bus", self._has_board, 60)
