@@ -1,6 +1,6 @@
 """package_test.py PACKAGE DIRECTORY: the package on a Debian of its own that has nothing else. It
-brings what it needs, starts and shows its board there, and leaves nothing behind when it is
-removed."""
+brings what it needs, comes when the session bus asks for it, starts and shows its board there, and
+leaves nothing behind when it is removed."""
 
 import pathlib
 import shutil
@@ -28,40 +28,106 @@ def _colours(picture):
                               stdout=subprocess.PIPE).stdout)
 
 
-def _shows_its_board(clean, directory):
-    """Starts Kelpa in `clean` on a display outside of it, where another program has a window."""
-    with Desktop(directory / "desktop") as desktop:
-        desktop.start_xterm("Beside the board")
-        desktop.wait_for_window("Beside the board")
-        log = directory / "kelpa.log"
-        log.unlink(missing_ok=True)
-        env = {**USER_ENV, "DISPLAY": desktop.env["DISPLAY"]}
-        kelpa = processes.start(
-            clean.command("dbus-run-session", "--", "kelpa", user=USER, env=env), desktop.env, log)
+class _Session:
+    """A session bus in `clean`, which knows the services that are installed there, for a display
+    outside of it. It ends with the desktop."""
 
-        def shown():
-            if kelpa.poll() is not None:
-                raise AssertionError(f"Kelpa ended with {kelpa.poll()}:\n{log.read_text()}")
-            return next((window for window in desktop.windows() if window.title == "Kelpa"), None)
+    def __init__(self, clean, desktop, log):
+        self._clean = clean
+        self._desktop = desktop
+        self._log = log
+        self._log.unlink(missing_ok=True)
+        self._env = {**USER_ENV, "DISPLAY": desktop.env["DISPLAY"]}
+        address = clean.path / USER_ENV["HOME"].lstrip("/") / "bus-address"
+        # What is started through the bus says on its streams what it has to say.
+        self.start("dbus-run-session", "--", "sh", "-c",
+                   'echo "$DBUS_SESSION_BUS_ADDRESS" > ~/bus-address; exec sleep infinity')
+        wait_until("the session bus is there", lambda: address.exists() and address.read_text().strip())
+        self._env["DBUS_SESSION_BUS_ADDRESS"] = address.read_text().strip()
 
-        window = wait_until("Kelpa's window is listed", shown, 60)
-        x_window = desktop.x.create_resource_object("window", window.number)
-        names = x_window.get_wm_class()
-        if names != ("kelpa", "kelpa"):
-            raise AssertionError(f"its WM_CLASS is {names}")
-        if not desktop.property(x_window, "_NET_WM_ICON"):
-            raise AssertionError("its window has no icon")
-        # An empty window has one colour, a drawn board hundreds.
-        picture = directory / "board.png"
-        wait_until("the board is drawn", lambda: _colours(desktop.screenshot(picture)) > 100, 30)
-        desktop.close(window)
-        wait_until("Kelpa has ended", lambda: kelpa.poll() is not None, 30)
-        if kelpa.poll() != 0:
-            raise AssertionError(f"Kelpa ended with {kelpa.poll()}:\n{log.read_text()}")
-        said = [line for line in log.read_text().splitlines() if "module" in line or "plugin" in line]
+    def start(self, *argv):
+        return processes.start(self._clean.command(*argv, user=USER, env=self._env), self._desktop.env,
+                               self._log)
+
+    def call(self, *words):
+        """A call on the bus, as busctl wants it; an AssertionError when it is not answered."""
+        return self._clean.run("busctl", "--user", "call", *words, user=USER, env=self._env).strip()
+
+    def activate(self):
+        """What a launcher does for an entry that is D-Bus activatable."""
+        self.call("org.kelpa.Kelpa", "/org/kelpa/Kelpa", "org.freedesktop.Application", "Activate",
+                  "a{sv}", "0")
+
+    def has_kelpa(self):
+        return self.call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                         "NameHasOwner", "s", "org.kelpa.Kelpa") == "b true"
+
+    def windows(self):
+        return [window for window in self._desktop.windows() if window.title == "Kelpa"]
+
+    def is_in_front(self):
+        return [window.number for window in self.windows()] == [self._desktop.active_window()]
+
+    def check_nothing_is_lacking(self):
+        said = [line for line in self._log.read_text().splitlines() if "module" in line or "plugin" in line]
         if said:
             raise AssertionError("it lacks something:\n" + "\n".join(said))
-        return picture
+
+
+def _is_activated_by_the_bus(desktop, session):
+    """First with nothing running, then with it running behind another window."""
+    if session.has_kelpa():
+        raise AssertionError("it runs already")
+    session.activate()
+    wait_until("Kelpa's window is in front", session.is_in_front, 60)
+    other = desktop.start_xterm("In front of the board")
+    window = desktop.wait_for_window("In front of the board")
+    wait_until("the other window is in front", lambda: desktop.active_window() == window.number)
+    session.activate()
+    wait_until("Kelpa's window is in front again", session.is_in_front)
+    other.terminate()
+    desktop.close(session.windows()[0])
+    wait_until("Kelpa has left the bus", lambda: not session.has_kelpa(), 30)
+
+
+def _shows_its_board(desktop, session, picture):
+    """Started by hand, beside another program's window."""
+    desktop.start_xterm("Beside the board")
+    desktop.wait_for_window("Beside the board")
+    kelpa = session.start("kelpa")
+
+    def shown():
+        if kelpa.poll() is not None:
+            raise AssertionError(f"Kelpa ended with {kelpa.poll()}")
+        return next(iter(session.windows()), None)
+
+    window = wait_until("Kelpa's window is listed", shown, 60)
+    x_window = desktop.x.create_resource_object("window", window.number)
+    names = x_window.get_wm_class()
+    if names != ("kelpa", "kelpa"):
+        raise AssertionError(f"its WM_CLASS is {names}")
+    if not desktop.property(x_window, "_NET_WM_ICON"):
+        raise AssertionError("its window has no icon")
+    # An empty window has one colour, a drawn board hundreds.
+    wait_until("the board is drawn", lambda: _colours(desktop.screenshot(picture)) > 100, 30)
+    desktop.close(window)
+    wait_until("Kelpa has ended", lambda: kelpa.poll() is not None, 30)
+    if kelpa.poll() != 0:
+        raise AssertionError(f"Kelpa ended with {kelpa.poll()}")
+
+
+def _try_out(clean, directory):
+    """Starts Kelpa in `clean` in every way that there is; returns a picture of its board."""
+    log, picture = directory / "kelpa.log", directory / "board.png"
+    with Desktop(directory / "desktop") as desktop:
+        session = _Session(clean, desktop, log)
+        try:
+            _is_activated_by_the_bus(desktop, session)
+            _shows_its_board(desktop, session, picture)
+            session.check_nothing_is_lacking()
+        except AssertionError as error:
+            raise AssertionError(f"{error}\n{log.read_text()}") from error
+    return picture
 
 
 def main():
@@ -87,7 +153,7 @@ def main():
                                 env={**USER_ENV, "QT_QPA_PLATFORM": "offscreen"}).strip()
             if version != f"kelpa {_field(package, 'Version')}":
                 raise AssertionError(f"it says that it is {version!r}")
-            picture = _shows_its_board(clean, directory)
+            picture = _try_out(clean, directory)
             done(f"installed and started, {picture}")
             clean.run("dpkg", "--purge", "kelpa")
         done("removed without a trace")

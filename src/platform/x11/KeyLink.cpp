@@ -47,7 +47,8 @@ void selectKeys(XcbConnection& connection)
     {
         xcb_input_event_mask_t header;
         std::uint32_t mask;
-    } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS};
+    } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
+                XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE};
     xcb_input_xi_select_events(connection.raw(), connection.root(), 1, &selection.header);
 }
 
@@ -123,11 +124,15 @@ std::optional<KeyNotice> KeyLink::notice(const xcb_generic_event_t& event) const
     const int type = event.response_type & 0x7F;
     if (type == XCB_GE_GENERIC) {
         const auto& generic = as<xcb_ge_generic_event_t>(event);
-        if (generic.extension != m_inputOpcode || generic.event_type != XCB_INPUT_RAW_KEY_PRESS)
+        const bool isPress = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
+        if (generic.extension != m_inputOpcode ||
+            (!isPress && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE))
             return std::nullopt;
-        const std::uint32_t key = as<xcb_input_raw_key_press_event_t>(event).detail;
+        const auto& raw = as<xcb_input_raw_key_press_event_t>(event);
         // Keys beyond those that the server's tables know are keys all the same.
-        return RawKeyPress{static_cast<xcb_keycode_t>(key > 255 ? 0 : key)};
+        return RawKey{.key = static_cast<xcb_keycode_t>(raw.detail > 255 ? 0 : raw.detail),
+                      .isPress = isPress,
+                      .time = raw.time};
     }
     if (type == XCB_MAPPING_NOTIFY)
         return KeyboardChange{};
@@ -137,7 +142,11 @@ std::optional<KeyNotice> KeyLink::notice(const xcb_generic_event_t& event) const
     const auto& state = as<xcb_xkb_state_notify_event_t>(event);
     switch (state.xkbType) {
     case XCB_XKB_STATE_NOTIFY:
-        return ModifierState{state.baseMods, state.mods, state.time};
+        return ModifierState{.held = state.baseMods,
+                             .effective = state.mods,
+                             .time = state.time,
+                             .key = state.keycode,
+                             .isPress = state.eventType == XCB_KEY_PRESS};
     case XCB_XKB_NEW_KEYBOARD_NOTIFY:
     case XCB_XKB_MAP_NOTIFY:
         return KeyboardChange{};

@@ -3,6 +3,7 @@
 
 #include "platform/x11/DisplayLink.h"
 #include "platform/x11/KeyMeanings.h"
+#include "platform/x11/KeyNotice.h"
 
 #include <cstdint>
 #include <memory>
@@ -13,33 +14,11 @@ namespace kelpa::x11 {
 
 class DisplayConnector;
 
-/// A key went down; repeated while it is held, where the server repeats it.
-struct RawKeyPress
-{
-    xcb_keycode_t key = 0;
-};
-
-/// The modifiers (bit n is modifier n) after one of them changed.
-struct ModifierState
-{
-    /// By keys that are held.
-    std::uint8_t held = 0;
-    /// Those, and what is latched or locked.
-    std::uint8_t effective = 0;
-    xcb_timestamp_t time = 0;
-};
-
-/// The tables that tell what keys mean are others now.
-struct KeyboardChange
-{};
-
-using KeyNotice = std::variant<RawKeyPress, ModifierState, KeyboardChange>;
-
 /// Why there is no such connection.
 enum class KeyLinkFailure : std::uint8_t {
     /// No server, or it went away meanwhile.
     noServer,
-    /// The server cannot tell of keys.
+    /// The server cannot tell of keys, or only of those that are typed into some of the programs.
     unsupported,
 };
 

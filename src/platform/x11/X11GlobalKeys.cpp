@@ -1,6 +1,7 @@
 #include "platform/x11/X11GlobalKeys.h"
 
 #include "platform/x11/KeyLink.h"
+#include "platform/x11/KeyMoments.h"
 #include "platform/x11/ServerClock.h"
 
 #include <QSocketNotifier>
@@ -73,6 +74,7 @@ private:
         m_more.reset();
         m_reading.reset();
         m_link.reset();
+        m_moments = {};
         setMeanings({});
         m_connecting = m_scheduler.after(keysReconnectDelay, [this] { connect(); });
     }
@@ -98,19 +100,29 @@ private:
     {
         if (!notice)
             return;
-        if (const auto* const press = std::get_if<RawKeyPress>(&*notice)) {
-            if (!m_meanings.isModifierKey.test(press->key))
-                m_handlers.keyPressed();
-        } else if (const auto* const state = std::get_if<ModifierState>(&*notice)) {
-            const auto other =
-                static_cast<std::uint8_t>(~(m_meanings.command | m_meanings.ignored));
-            m_handlers.modifiersChanged({.commandIsDown = (state->held & m_meanings.command) != 0,
-                                         .hasOtherModifiers = (state->effective & other) != 0,
-                                         .timestamp = m_clock.seconds(state->time),
-                                         .inputTime = state->time});
-        } else if (!m_reading) {
+        if (const auto* const key = std::get_if<RawKey>(&*notice))
+            handleKey(*key);
+        else if (const auto* const state = std::get_if<ModifierState>(&*notice))
+            handleState(*state);
+        else if (!m_reading)
             m_reading = m_scheduler.after(keyboardDelay, [this] { readMeanings(); });
-        }
+    }
+
+    void handleKey(const RawKey& key)
+    {
+        m_moments.note(key);
+        if (key.isPress && !m_meanings.isModifierKey.test(key.key))
+            m_handlers.keyPressed();
+    }
+
+    void handleState(const ModifierState& state)
+    {
+        const auto other = static_cast<std::uint8_t>(~(m_meanings.command | m_meanings.ignored));
+        const InputTime moment = m_moments.moment(state);
+        m_handlers.modifiersChanged({.commandIsDown = (state.held & m_meanings.command) != 0,
+                                     .hasOtherModifiers = (state.effective & other) != 0,
+                                     .timestamp = m_clock.seconds(moment),
+                                     .inputTime = moment});
     }
 
     void readMeanings()
@@ -134,6 +146,7 @@ private:
     std::unique_ptr<KeyLink> m_link;
     std::unique_ptr<QSocketNotifier> m_notifier;
     KeyMeanings m_meanings;
+    KeyMoments m_moments;
     ServerClock m_clock;
 
     TaskHandle m_connecting;

@@ -115,6 +115,57 @@ protected:
         std::free(table);
     }
 
+    /// What the server's clock shows: a property is stamped by it.
+    InputTime serverTime()
+    {
+        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(client.connection(), client.root(), XCB_CW_EVENT_MASK, &mask);
+        client.setCardinals(client.root(), "_KELPA_TEST", {1});
+        InputTime stamped = 0;
+        EXPECT_TRUE(waitUntil([&] {
+            while (auto* const event = xcb_poll_for_event(client.connection())) {
+                if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY) {
+                    const void* bytes = event;
+                    stamped = static_cast<const xcb_property_notify_event_t*>(bytes)->time;
+                }
+                std::free(event);
+            }
+            return stamped != 0;
+        }));
+        return stamped;
+    }
+
+    /// Until the server's clock has gone on by this, in milliseconds.
+    void letPass(InputTime time)
+    {
+        const InputTime begin = serverTime();
+        EXPECT_TRUE(waitUntil([&] { return serverTime() - begin >= time; }));
+    }
+
+    /// As long as it lives, the server keeps back what keys do, and does it all at its end.
+    class StillKeyboard
+    {
+    public:
+        explicit StillKeyboard(TestClient& client) : m_client(client)
+        {
+            std::free(xcb_grab_keyboard_reply(
+                client.connection(),
+                xcb_grab_keyboard(client.connection(), 0, client.root(), XCB_CURRENT_TIME,
+                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC),
+                nullptr));
+        }
+        StillKeyboard(const StillKeyboard&) = delete;
+        StillKeyboard& operator=(const StillKeyboard&) = delete;
+        ~StillKeyboard()
+        {
+            xcb_ungrab_keyboard(m_client.connection(), XCB_CURRENT_TIME);
+            m_client.sync();
+        }
+
+    private:
+        TestClient& m_client;
+    };
+
     using Heard = std::vector<std::string>;
 
     bool hears(const Heard& expected)
@@ -208,23 +259,39 @@ TEST_F(GlobalKeysOnDisplay, Times_are_those_of_the_server)
     const double seconds = changes.at(1).timestamp - changes.at(0).timestamp;
     EXPECT_GE(seconds, 0);
     EXPECT_NEAR(seconds, (changes.at(1).inputTime - changes.at(0).inputTime) / 1000.0, 0.0001);
-    // A property is stamped by the same clock.
-    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(client.connection(), client.root(), XCB_CW_EVENT_MASK, &mask);
-    client.setCardinals(client.root(), "_KELPA_TEST", {1});
-    std::uint32_t stamped = 0;
-    ASSERT_TRUE(waitUntil([&] {
-        while (auto* const event = xcb_poll_for_event(client.connection())) {
-            if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY) {
-                const void* bytes = event;
-                stamped = static_cast<const xcb_property_notify_event_t*>(bytes)->time;
-            }
-            std::free(event);
-        }
-        return stamped != 0;
-    }));
+    const InputTime stamped = serverTime();
     EXPECT_GE(stamped, changes.at(1).inputTime);
     EXPECT_LT(stamped - changes.at(1).inputTime, 10'000U);
+}
+
+TEST_F(GlobalKeysOnDisplay, A_press_that_the_server_kept_back_is_as_long_as_it_was)
+{
+    {
+        const StillKeyboard still(client);
+        press(XK_Super_L);
+        letPass(600);
+        release(XK_Super_L);
+        letPass(600);
+        EXPECT_EQ(heard, Heard{});
+    }
+    ASSERT_TRUE(hears({"command", "no command"}));
+    EXPECT_GE(changes.at(1).inputTime - changes.at(0).inputTime, 600U);
+    EXPECT_GE(changes.at(1).timestamp - changes.at(0).timestamp, 0.5999);
+    EXPECT_GE(serverTime() - changes.at(1).inputTime, 600U);
+}
+
+TEST_F(GlobalKeysOnDisplay, Keys_that_the_server_kept_back_are_told_in_their_order)
+{
+    {
+        const StillKeyboard still(client);
+        tap(XK_Super_L);
+        letPass(50);
+        press(XK_Super_L);
+        tap(XK_a);
+        release(XK_Super_L);
+    }
+    ASSERT_TRUE(hears({"command", "no command", "command", "key", "no command"}));
+    EXPECT_GE(changes.at(2).inputTime - changes.at(1).inputTime, 50U);
 }
 
 TEST_F(GlobalKeysOnDisplay, A_keyboard_without_Super_makes_it_unavailable_until_one_has_it)
