@@ -234,7 +234,7 @@ FocusScope {
             }
             onColumnMenuRequested: button => {
                 columnMenu.columnID = goal.columnID;
-                columnMenu.columnTitle = goal.title;
+                columnMenu.columnTitle = root.board.goalTitle(goal.columnID);
                 columnMenu.popup(button, 0, button.height + Theme.tiny);
             }
             onPriorityMenuRequested: button => {
