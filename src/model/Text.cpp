@@ -1,5 +1,7 @@
 #include "model/Text.h"
 
+#include <algorithm>
+
 namespace kelpa {
 
 namespace {
@@ -26,6 +28,20 @@ QString trimmedText(const QString& text)
 {
     const QString trimmed = text.trimmed();
     return trimmed.isValidUtf16() ? trimmed : wellFormed(trimmed);
+}
+
+QString singleLine(const QString& text)
+{
+    const auto isBreak = [](QChar each) {
+        const QChar::Category category = each.category();
+        return category == QChar::Other_Control || category == QChar::Separator_Line ||
+               category == QChar::Separator_Paragraph;
+    };
+    if (std::none_of(text.cbegin(), text.cend(), isBreak))
+        return text;
+    QString line = text;
+    std::replace_if(line.begin(), line.end(), isBreak, QChar(QChar::Space));
+    return line;
 }
 
 } // namespace kelpa

@@ -182,6 +182,15 @@ bool BoardController::isGoalTitle(const QString& title) const
     return !trimmedText(title).isEmpty();
 }
 
+QString BoardController::goalTitle(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    const QList<Goal>& goals = m_store.goals();
+    const auto found =
+        std::ranges::find(goals, goalID, [](const Goal& goal) { return std::optional(goal.id); });
+    return goalID && found != goals.end() ? found->title : QString();
+}
+
 void BoardController::createGoal(const QString& title)
 {
     m_store.createGoal(title);

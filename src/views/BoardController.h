@@ -107,6 +107,8 @@ public:
     Q_INVOKABLE void toggleHidingGoalsWithoutOpenTodos();
     /// Whether a goal may bear this title.
     Q_INVOKABLE bool isGoalTitle(const QString& title) const;
+    /// As it is stored, also with line breaks; empty for no goal.
+    Q_INVOKABLE QString goalTitle(const QString& columnID) const;
     Q_INVOKABLE void createGoal(const QString& title);
     Q_INVOKABLE void renameGoal(const QString& columnID, const QString& title);
     Q_INVOKABLE void deleteGoal(const QString& columnID);

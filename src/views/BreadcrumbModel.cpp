@@ -1,5 +1,6 @@
 #include "views/BreadcrumbModel.h"
 
+#include "model/Text.h"
 #include "store/WindowStore.h"
 #include "views/ColumnID.h"
 
@@ -40,7 +41,7 @@ QVariant BreadcrumbModel::data(const QModelIndex& index, int role) const
     case columnIDRole:
         return columnText(row.goalID);
     case titleRole:
-        return row.title;
+        return singleLine(row.title);
     case isSelectedRole:
         return row.isSelected;
     default:

@@ -235,7 +235,7 @@ FocusScope {
             }
             onColumnMenuRequested: button => {
                 columnMenu.columnID = goal.columnID;
-                columnMenu.columnTitle = goal.title;
+                columnMenu.columnTitle = root.board.goalTitle(goal.columnID);
                 root.openBelow(columnMenu, button);
             }
             onPriorityMenuRequested: button => {

@@ -1,5 +1,6 @@
 #include "views/GoalListModel.h"
 
+#include "model/Text.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
 
@@ -50,7 +51,7 @@ QVariant GoalListModel::data(const QModelIndex& index, int role) const
     case isUnassignedRole:
         return !row.goalID.has_value();
     case titleRole:
-        return row.title;
+        return singleLine(row.title);
     case accentRole:
         return rawValue(row.accent);
     case priorityRole:

@@ -1,5 +1,6 @@
 #include "views/MoveTargetModel.h"
 
+#include "model/Text.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
 #include "views/GoalListModel.h"
@@ -34,7 +35,7 @@ QVariant MoveTargetModel::data(const QModelIndex& index, int role) const
     case columnIDRole:
         return columnText(row.goalID);
     case titleRole:
-        return row.title;
+        return singleLine(row.title);
     case accentRole:
         return rawValue(row.accent);
     case isUnassignedRole:

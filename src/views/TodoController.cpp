@@ -91,6 +91,13 @@ QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
     return found == goals.end() ? QList<UnifiedTodoEntry>() : goalTodoEntries(*found);
 }
 
+QString TodoController::title(const QString& todoID, const QString& columnID) const
+{
+    const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
+    const TodoItem* const todo = place ? todoAt(*place) : nullptr;
+    return todo != nullptr ? todo->title : QString();
+}
+
 bool TodoController::isTitle(const QString& title) const
 {
     return !trimmedText(title).isEmpty();
@@ -154,13 +161,8 @@ bool TodoController::canMoveInList(const QString& todoID, const QString& listID,
 void TodoController::copyTodo(const QString& todoID, const QString& columnID)
 {
     const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
-    if (!place)
-        return;
-    const QList<UnifiedTodoEntry> shown = entries(columnID);
-    const auto found = std::ranges::find_if(
-        shown, [&place](const UnifiedTodoEntry& entry) { return entry.todo.id == place->todoID; });
-    if (found != shown.end())
-        m_store.copyTodo(found->todo);
+    if (const TodoItem* const todo = place ? todoAt(*place) : nullptr)
+        m_store.copyTodo(*todo);
 }
 
 void TodoController::goToColumn(const QString& columnID)
@@ -171,16 +173,22 @@ void TodoController::goToColumn(const QString& columnID)
     m_store.activateTarget(targetOf(column->goalID), WindowStore::EnterWindowLayer::no);
 }
 
-bool TodoController::hasTodo(const TodoPlace& place) const
+const TodoItem* TodoController::todoAt(const TodoPlace& place) const
 {
-    const auto holds = [&place](const QList<TodoItem>& list) {
-        return std::ranges::find(list, place.todoID, &TodoItem::id) != list.end();
+    const auto in = [&place](const QList<TodoItem>& list) -> const TodoItem* {
+        const auto found = std::ranges::find(list, place.todoID, &TodoItem::id);
+        return found != list.end() ? &*found : nullptr;
     };
     if (!place.goalID)
-        return holds(m_store.unassignedTodos());
+        return in(m_store.unassignedTodos());
     const QList<Goal>& goals = m_store.goals();
     const auto found = std::ranges::find(goals, *place.goalID, &Goal::id);
-    return found != goals.end() && holds(found->todos);
+    return found != goals.end() ? in(found->todos) : nullptr;
+}
+
+bool TodoController::hasTodo(const TodoPlace& place) const
+{
+    return todoAt(place) != nullptr;
 }
 
 QString TodoController::highlightedTodoID() const

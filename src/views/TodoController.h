@@ -49,6 +49,8 @@ public:
     /// What the list shows, named by `columnText` or `unifiedTodosText`.
     QList<UnifiedTodoEntry> entries(const QString& listID) const;
 
+    /// As it is stored, also with line breaks; empty for no todo.
+    Q_INVOKABLE QString title(const QString& todoID, const QString& columnID) const;
     /// Whether a todo may bear this title.
     Q_INVOKABLE bool isTitle(const QString& title) const;
     /// Adds to the list of the whole board are unassigned.
@@ -106,6 +108,8 @@ private:
         std::optional<GoalID> goalID;
     };
     static std::optional<TodoPlace> placeFromTexts(const QString& todoID, const QString& columnID);
+    /// Null for none. Until the store changes.
+    const TodoItem* todoAt(const TodoPlace& place) const;
     bool hasTodo(const TodoPlace& place) const;
     std::optional<TodoMove> moveFromTexts(const QString& todoID, const QString& listID,
                                           int step) const;

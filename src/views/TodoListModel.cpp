@@ -1,5 +1,6 @@
 #include "views/TodoListModel.h"
 
+#include "model/Text.h"
 #include "views/GoalListModel.h"
 #include "views/TodoController.h"
 
@@ -38,7 +39,7 @@ QVariant TodoListModel::data(const QModelIndex& index, int role) const
     case columnIDRole:
         return columnText(entry.goalID);
     case titleRole:
-        return entry.todo.title;
+        return singleLine(entry.todo.title);
     case statusRole:
         return rawValue(entry.todo.status);
     case statusSymbolRole:
@@ -46,7 +47,7 @@ QVariant TodoListModel::data(const QModelIndex& index, int role) const
     case isDoneRole:
         return !entry.todo.isOpen();
     case goalTitleRole:
-        return entry.goalTitle;
+        return singleLine(entry.goalTitle);
     default:
         return {};
     }

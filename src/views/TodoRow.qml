@@ -211,7 +211,7 @@ FocusScope {
             board: root.board
             symbol: root.statusSymbol
             label: root.board.copy.text(CopyKey.EditTodo)
-            text: root.title
+            text: root.board.todos.title(root.todoID, root.columnID)
             onCommitted: title => {
                 root.board.todos.rename(root.todoID, root.columnID, title);
                 root.endEdit();

@@ -1,5 +1,6 @@
 #include "views/WindowListModel.h"
 
+#include "model/Text.h"
 #include "store/WindowStore.h"
 
 namespace kelpa {
@@ -36,9 +37,9 @@ QVariant WindowListModel::data(const QModelIndex& index, int role) const
     case windowIDRole:
         return row.id;
     case ownerNameRole:
-        return row.ownerName;
+        return singleLine(row.ownerName);
     case titleRole:
-        return row.title;
+        return singleLine(row.title);
     case isMinimizedRole:
         return row.isMinimized;
     case isOnScreenRole:

@@ -1,5 +1,6 @@
 #include "views/WindowPicker.h"
 
+#include "model/Text.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
 #include "views/ColumnID.h"
@@ -159,15 +160,16 @@ void WindowPicker::update()
         const QString location =
             isInGoal ? KelpaCopy::text(CopyKey::AlreadyInGoal, language)
                      : KelpaCopy::currentWindowLocation(titles.of(window), language);
-        rows.append(
-            {window.id, window.ownerName,
-             window.title.isEmpty() ? KelpaCopy::text(CopyKey::Window, language) : window.title,
-             location, isInGoal, m_selection.chosen.contains(window.id),
-             cardPreview(m_store, window)});
+        rows.append({window.id, singleLine(window.ownerName),
+                     window.title.isEmpty() ? KelpaCopy::text(CopyKey::Window, language)
+                                            : singleLine(window.title),
+                     singleLine(location), isInGoal, m_selection.chosen.contains(window.id),
+                     cardPreview(m_store, window)});
     }
     m_rows.setRows(rows);
-    if (m_goalTitle != target->title) {
-        m_goalTitle = target->title;
+    const QString goalTitle = singleLine(target->title);
+    if (m_goalTitle != goalTitle) {
+        m_goalTitle = goalTitle;
         Q_EMIT goalTitleChanged();
     }
 }

@@ -29,6 +29,15 @@ TEST(Text, A_lone_half_of_a_surrogate_pair_becomes_the_replacement_character)
     EXPECT_EQ(trimmedText(text({u"a\xd83d", 2})), u"a\ufffd");
 }
 
+TEST(Text, In_one_line_controls_and_separators_of_lines_are_spaces)
+{
+    EXPECT_EQ(singleLine(QStringLiteral("a\nb\r\nc\td\u2028e\u2029f\u0085g\u0007h\vi\u007fj")),
+              u"a b  c d e f g h i j");
+    EXPECT_EQ(singleLine(QStringLiteral("Buy  milk\u00a0\u3000\U0001f680")),
+              u"Buy  milk\u00a0\u3000\U0001f680");
+    EXPECT_EQ(singleLine(QString()), u"");
+}
+
 TEST(Text, Whole_surrogate_pairs_stay)
 {
     EXPECT_EQ(trimmedText(QStringLiteral(" \U0001f469\u200d\U0001f680 ")),

@@ -189,6 +189,26 @@ TEST_F(Controller, Renaming_and_deleting_never_touch_the_unassigned_column)
     EXPECT_EQ(goalTitles(), QStringList{QStringLiteral("Second")});
 }
 
+TEST_F(Controller, A_goals_title_shows_in_one_line_and_is_renamed_as_it_is_stored)
+{
+    store().renameGoal(first, QStringLiteral("Taxes\nof 2026"));
+    EXPECT_EQ(controller->goalTitle(first.text()), u"Taxes\nof 2026");
+    EXPECT_EQ(controller->goalTitle(unassigned), u"");
+    const QString line = QStringLiteral("Taxes of 2026");
+    const auto shows = [&line](const QAbstractItemModel& model) {
+        const int title = model.roleNames().key("title");
+        for (int row = 0; row < model.rowCount(); ++row)
+            if (model.index(row, 0).data(title).toString().contains(line))
+                return true;
+        return false;
+    };
+    EXPECT_TRUE(shows(*controller->columns()));
+    EXPECT_TRUE(shows(*controller->breadcrumbs()));
+    EXPECT_TRUE(shows(*controller->moveTargets()));
+    controller->windowPicker()->open(first.text());
+    EXPECT_EQ(controller->windowPicker()->goalTitle(), line);
+}
+
 TEST_F(Controller, A_blank_text_is_no_title)
 {
     EXPECT_FALSE(controller->isGoalTitle(QString()));

@@ -15,6 +15,14 @@ Item {
         board: world.board
     }
 
+    Component {
+        id: lineText
+
+        AppText {
+            text: "A\nB\nC"
+        }
+    }
+
     TestCase {
         name: "Todos"
         when: windowShown
@@ -120,6 +128,27 @@ Item {
             compare(unified().Accessible.role, Accessible.List);
             compare(unified().Accessible.name, "All todos");
             compare(face(unified(), "Read").Accessible.description, "First");
+        }
+        function test_a_title_of_several_lines_is_one_line_that_keeps_its_breaks() {
+            const first = column("First");
+            world.addTodo("Buy\nmilk\u2028and\ttea", "First");
+            tryVerify(() => row(first, "Buy milk and tea") !== null);
+            const shown = row(first, "Buy milk and tea");
+            compare(face(first, "Buy milk and tea").Accessible.name, "Buy milk and tea");
+            const lines = all(shown, item => item instanceof AppText && item.visible);
+            for (const text of lines)
+                compare(text.lineCount, 1);
+            mouseClick(shown, 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            compare(field(first).text, "Buy\nmilk\u2028and\ttea");
+            keyClick(Qt.Key_End);
+            type("s");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["Buy\nmilk\u2028and\tteas (todo)"]);
+            // Also where a text did not come by the models.
+            const other = createTemporaryObject(lineText, root);
+            compare(other.lineCount, 1);
+            compare(other.height, createTemporaryObject(lineText, root, {text: "A"}).height);
         }
         function test_the_status_button_goes_round() {
             const first = column("First");
