@@ -46,11 +46,11 @@ class Window:
         return f"Window(0x{self.number:x}, {self.title!r}, {self.pid})"
 
 
-def on_desktop(**without):
+def on_desktop(**wanted):
     """Marks a scenario that needs another desktop than the usual one; see Desktop."""
 
     def mark(scenario):
-        scenario.desktop = without
+        scenario.desktop = wanted
         return scenario
 
     return mark
@@ -211,10 +211,10 @@ class Desktop:
             list(map(str, argv)), self.env, log or self._log(argv[0]), cwd=cwd or self.env["HOME"]
         )
 
-    def start_xterm(self, title, *command):
+    def start_xterm(self, title, *command, color="white"):
         """An xterm with a fixed title; without a command it waits for input for ever."""
         # A program that writes the title itself would change it.
-        resources = ("-xrm", "*allowTitleOps: false", "-geometry", "60x15")
+        resources = ("-xrm", "*allowTitleOps: false", "-geometry", "60x15", "-bg", color)
         return self.start("xterm", "-T", title, *resources, "-e", *(command or ("cat",)))
 
     def run(self, *argv, check=True):
