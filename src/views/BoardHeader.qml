@@ -88,9 +88,9 @@ Item {
                         required property string modelData
 
                         text: item.modelData
-                        symbol: item.index === root.board.languageIndex ? "check" : ""
-                        Accessible.checkable: true
-                        Accessible.checked: item.index === root.board.languageIndex
+                        symbol: item.isChosen ? "check" : ""
+                        isChoice: true
+                        isChosen: item.index === root.board.languageIndex
                         onTriggered: root.board.setLanguageIndex(item.index)
                     }
                     onObjectAdded: (index, object) => languageMenu.insertItem(index, object)

@@ -24,9 +24,8 @@ AppMenu {
             text: root.board.copy.priorityName(item.modelData)
             symbol: root.board.todos.prioritySymbol(item.modelData)
             symbolColor: Theme.priorityColor(item.modelData)
+            isChoice: true
             isChosen: item.modelData === root.priority
-            Accessible.checkable: true
-            Accessible.checked: item.isChosen
             onTriggered: root.board.todos.setPriority(root.columnID, item.modelData)
         }
         onObjectAdded: (index, object) => root.insertItem(index, object)

@@ -18,6 +18,9 @@ ALL_TODOS = "All todos"
 SEARCH = "Search windows or apps"
 NEW_GOAL = "New goal"
 CREATE = "Create"
+CANCEL = "Cancel"
+ADD_TODO = "Add todo"
+ADD_WINDOWS = "Add windows to this goal"
 GOAL_ACTIONS = "More goal actions"
 OPEN_CHROME = "Open Chrome in this goal"
 OPEN_TERMINAL = "Open a Terminal in this goal"
@@ -43,6 +46,7 @@ _ITEM_ROLES = (Atspi.Role.LIST_ITEM,)
 _COLUMN_ROLES = (Atspi.Role.LIST,)
 BUTTON_ROLES = (Atspi.Role.PUSH_BUTTON, Atspi.Role.PUSH_BUTTON_MENU, Atspi.Role.TOGGLE_BUTTON)
 _MENU_ITEM_ROLES = (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.RADIO_MENU_ITEM)
+_CHOICE_ROLES = (Atspi.Role.CHECK_BOX,)
 _FIELD_ROLES = (Atspi.Role.ENTRY, Atspi.Role.TEXT, Atspi.Role.PARAGRAPH)
 _BOARD_ROLES = (Atspi.Role.PANEL, Atspi.Role.SCROLL_PANE)
 
@@ -84,6 +88,10 @@ class Node:
 
     def has_state(self, state):
         return self._ask(lambda part: part.get_state_set().contains(state))
+
+    @property
+    def is_checked(self):
+        return self.has_state(Atspi.StateType.CHECKED)
 
     def children(self):
         count = self._ask(Atspi.Accessible.get_child_count)
@@ -306,6 +314,10 @@ class Board:
 
     def menu_item(self, name):
         return self._first(_MENU_ITEM_ROLES, name)
+
+    def choice(self, name):
+        """The window in the selection sheet that can be chosen, or None."""
+        return self._first(_CHOICE_ROLES, name)
 
     def todos(self, title):
         """Titles and statuses of the todos in the column titled `title`, from top to bottom; None

@@ -46,11 +46,11 @@ class Window:
         return f"Window(0x{self.number:x}, {self.title!r}, {self.pid})"
 
 
-def on_desktop(**without):
+def on_desktop(**wanted):
     """Marks a scenario that needs another desktop than the usual one; see Desktop."""
 
     def mark(scenario):
-        scenario.desktop = without
+        scenario.desktop = wanted
         return scenario
 
     return mark
@@ -211,10 +211,10 @@ class Desktop:
             list(map(str, argv)), self.env, log or self._log(argv[0]), cwd=cwd or self.env["HOME"]
         )
 
-    def start_xterm(self, title, *command):
+    def start_xterm(self, title, *command, color="white"):
         """An xterm with a fixed title; without a command it waits for input for ever."""
         # A program that writes the title itself would change it.
-        resources = ("-xrm", "*allowTitleOps: false", "-geometry", "60x15")
+        resources = ("-xrm", "*allowTitleOps: false", "-geometry", "60x15", "-bg", color)
         return self.start("xterm", "-T", title, *resources, "-e", *(command or ("cat",)))
 
     def run(self, *argv, check=True):
@@ -295,8 +295,13 @@ class Desktop:
         self.run("xdotool", "mousemove", x, y, "click", button)
 
     def drag(self, start, end):
-        """Presses at `start`, moves in small steps to `end` and releases. The pauses are what a
-        hand takes; without them a toolkit sees one jump and starts no drag."""
+        """Drags what is at `start` to `end` and lets it go there."""
+        self.drag_over(start, end)
+        self.let_go()
+
+    def drag_over(self, start, end):
+        """Presses at `start` and moves in small steps to `end`, without releasing. The pauses are
+        what a hand takes; without them a toolkit sees one jump and starts no drag."""
         (x0, y0), (x1, y1) = start, end
         steps = ["mousemove", x0, y0, "sleep", "0.2", "mousedown", "1", "sleep", "0.2"]
         for distance in (4, 8, 14, 22):
@@ -304,9 +309,17 @@ class Desktop:
         for part in range(1, 11):
             steps += ["mousemove", x0 + (x1 - x0) * part // 10, y0 + (y1 - y0) * part // 10,
                       "sleep", "0.05"]
-        steps += ["mousemove", x1 + 1, y1 + 1, "sleep", "0.2", "mousemove", x1, y1, "sleep", "0.2",
-                  "mouseup", "1"]
+        steps += ["mousemove", x1 + 1, y1 + 1, "sleep", "0.2", "mousemove", x1, y1, "sleep", "0.2"]
         self.run("xdotool", *steps)
+
+    def let_go(self):
+        self.run("xdotool", "mouseup", "1")
+
+    def pixel(self, x, y):
+        """What is drawn at a point of the screen, as bytes."""
+        from Xlib import X
+
+        return self._x.screen().root.get_image(x, y, 1, 1, X.ZPixmap, 0xFFFFFFFF).data
 
     def type(self, text):
         self.run("xdotool", "type", "--delay", "15", "--", text)

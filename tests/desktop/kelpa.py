@@ -123,6 +123,23 @@ class Kelpa:
         self._desktop.key("Return")
         wait_until(f"the goal {title!r} is on the board", lambda: self.board.column(title))
 
+    def open_sheet(self, goal):
+        """Opens the sheet that chooses windows for the goal; its search field has the keyboard."""
+        def button():
+            column = self._column_node(goal)
+            found = column and column.find(boards.BUTTON_ROLES, lambda name: name == boards.ADD_WINDOWS)
+            return found[0] if found else None
+
+        self.click(button, f"the button that adds windows to {goal!r}")
+        wait_until("the sheet's search field can be typed into", self._is_sheet_ready)
+
+    def _is_sheet_ready(self):
+        try:
+            field = self.board.focused_field()
+            return field is not None and field.name == boards.SEARCH
+        except boards.Gone:
+            return False
+
     def wait_for_card(self, column, title, seconds=30.0):
         def look():
             self.check_alive()
@@ -162,10 +179,17 @@ class Kelpa:
     def drag_card(self, title, source, target):
         """Drags a card by hand from one column onto another."""
         self.focus()
-        self.wait_for_previews(source)
-        start = self.centre(lambda: self._card_node(source, title), f"the card {title!r}")
+        start = self.card_centre(source, title)
         end = self.centre(lambda: self._column_node(target), f"the column {target!r}")
         self._desktop.drag(start, end)
+
+    def card_centre(self, column, title):
+        self.wait_for_previews(column)
+        return self.centre(lambda: self._card_node(column, title), f"the card {title!r}")
+
+    def ground(self, title):
+        """A point of a column where nothing stands, at its left edge."""
+        return self._place(lambda: self._column_node(title), f"the column {title!r}", _at_edge)
 
     def click(self, find, what, button=1):
         """Clicks on the part that `find` returns, as soon as it is there and does not move."""
@@ -316,6 +340,10 @@ def _in_middle(frame):
 
 def _in_head(frame):
     return frame[0] + 40, frame[1] + 28
+
+
+def _at_edge(frame):
+    return frame[0] + 4, frame[1] + frame[3] // 2
 
 
 def _wheel_towards(frame, x, y):

@@ -12,8 +12,9 @@ def main():
     binary, directory, module, function = sys.argv[1:]
     processes.exit_on_signals()
     scenario = getattr(importlib.import_module(module), function)
-    # Wide enough for six columns, so that no scenario has to scroll.
-    with Desktop(directory, size="2100x1000x24", **getattr(scenario, "desktop", {})) as desktop:
+    # Wide enough for six columns, so that few scenarios have to scroll.
+    wanted = {"size": "2100x1000x24", **getattr(scenario, "desktop", {})}
+    with Desktop(directory, **wanted) as desktop:
         import board
 
         board.connect()

@@ -12,10 +12,12 @@ T.MenuItem {
     property string symbol
     property color symbolColor: Theme.secondaryText
     property color foreground: Theme.text
+    /// Whether it is one of several of which one is chosen, and whether it is that one.
+    property bool isChoice: false
     property bool isChosen: false
 
     readonly property string endSymbol: root.subMenu !== null ? "chevron-right"
-                                      : root.isChosen ? "check" : ""
+                                      : root.isChosen && root.symbol !== "check" ? "check" : ""
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 30
@@ -24,6 +26,10 @@ T.MenuItem {
     font: Theme.body
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
+    // A button tells assistive programs of its own check mark, which it has none of, once they come:
+    // these are told anew whenever the item shows.
+    Accessible.checkable: root.isChoice && root.visible
+    Accessible.checked: root.isChosen && root.visible
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
 

@@ -25,6 +25,8 @@ T.TextField {
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
     Accessible.name: root.label
+    // Assistive programs have no Return key.
+    Accessible.onPressAction: root.commit()
     Keys.onReturnPressed: event => event.accepted = root.commit()
     Keys.onEnterPressed: event => event.accepted = root.commit()
     Keys.onEscapePressed: root.cancelled()

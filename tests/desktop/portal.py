@@ -1,0 +1,62 @@
+"""portal.py: the part of a desktop's portal that tells of the person's settings. It begins light and
+without animations; the signals USR1 and USR2 make it dark and light again."""
+
+import signal
+
+from gi.repository import Gio, GLib
+
+_NAME = "org.freedesktop.portal.Desktop"
+_PATH = "/org/freedesktop/portal/desktop"
+_INTERFACE = "org.freedesktop.portal.Settings"
+_DESCRIPTION = f"""<node><interface name="{_INTERFACE}">
+  <method name="Read">
+    <arg name="namespace" type="s" direction="in"/>
+    <arg name="key" type="s" direction="in"/>
+    <arg name="value" type="v" direction="out"/>
+  </method>
+  <signal name="SettingChanged">
+    <arg name="namespace" type="s"/>
+    <arg name="key" type="s"/>
+    <arg name="value" type="v"/>
+  </signal>
+</interface></node>"""
+_SCHEME = ("org.freedesktop.appearance", "color-scheme")
+_DARK, _LIGHT = GLib.Variant("u", 1), GLib.Variant("u", 2)
+
+
+class _Portal:
+    def __init__(self):
+        self._values = {_SCHEME: _LIGHT,
+                        ("org.gnome.desktop.interface", "enable-animations"): GLib.Variant("b", False)}
+        self._connection = None
+
+    def serve(self, connection, _name):
+        self._connection = connection
+        interface = Gio.DBusNodeInfo.new_for_xml(_DESCRIPTION).interfaces[0]
+        connection.register_object(_PATH, interface, self._answer, None, None)
+
+    def change(self, scheme):
+        self._values[_SCHEME] = scheme
+        self._connection.emit_signal(None, _PATH, _INTERFACE, "SettingChanged",
+                                     GLib.Variant("(ssv)", (*_SCHEME, scheme)))
+        return GLib.SOURCE_CONTINUE
+
+    def _answer(self, _connection, _sender, _path, _interface, _method, arguments, invocation):
+        value = self._values.get(arguments.unpack())
+        if value is None:
+            invocation.return_dbus_error("org.freedesktop.portal.Error.NotFound", "no such setting")
+        else:
+            # The method's own answer has always been wrapped twice.
+            invocation.return_value(GLib.Variant("(v)", (GLib.Variant("v", value),)))
+
+
+def main():
+    portal = _Portal()
+    Gio.bus_own_name(Gio.BusType.SESSION, _NAME, Gio.BusNameOwnerFlags.NONE, portal.serve, None, None)
+    for number, scheme in ((signal.SIGUSR1, _DARK), (signal.SIGUSR2, _LIGHT)):
+        GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, number, portal.change, scheme)
+    GLib.MainLoop().run()
+
+
+if __name__ == "__main__":
+    main()

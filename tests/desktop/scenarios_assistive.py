@@ -1,0 +1,129 @@
+"""The board by assistive programs alone: every part is found and acted on through the accessibility
+bus. Only words are typed, into the field that has the keyboard."""
+
+import board as boards
+import settings
+from board import COMPLETED, IN_PROGRESS, TODO
+from kelpa import Kelpa
+from processes import wait_until
+
+
+class _Assistant:
+    def __init__(self, desktop, kelpa):
+        self._desktop = desktop
+        self._kelpa = kelpa
+        self.board = kelpa.board
+
+    def press(self, find, what):
+        """Carries out the action of the part that `find` returns, as soon as it is there."""
+        wait_until(what, lambda: self._is_pressed(find))
+
+    def press_button(self, name, column=None):
+        """A button of the window, or of the column with the title."""
+        if column is None:
+            self.press(lambda: self.board.button(name), f"the button {name!r} is pressed")
+        else:
+            self.press(lambda: self._in_column(column, name), f"{name!r} in {column!r} is pressed")
+
+    def choose(self, entry):
+        self.press(lambda: self.board.menu_item(entry), f"{entry!r} is chosen")
+
+    def write(self, text, confirm):
+        """Types into the field that has the keyboard now, and carries out `confirm`."""
+        wait_until("a field has the keyboard", self.board.focused_field)
+        self._desktop.type(text)
+        wait_until(f"{text!r} stands in the field", lambda: self._written() == text)
+        confirm()
+
+    def confirm_field(self):
+        self.press(self.board.focused_field, "the field is confirmed")
+
+    def _written(self):
+        try:
+            field = self.board.focused_field()
+            return field and field.text()
+        except boards.Gone:
+            return None
+
+    def _in_column(self, title, name):
+        column = self.board.column(title)
+        found = column and column.node.find(boards.BUTTON_ROLES, lambda found: found == name)
+        return found[0] if found else None
+
+    def _is_pressed(self, find):
+        self._kelpa.check_alive()
+        try:
+            part = find()
+            return part is not None and part.press()
+        except boards.Gone:
+            return False
+
+
+def a_days_work_is_done_through_the_accessibility_bus(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Idle", [])])
+    for title in ("First terminal", "Second terminal", "Third terminal"):
+        desktop.start_xterm(title)
+        desktop.wait_for_window(title)
+    with Kelpa(desktop, binary, path) as kelpa:
+        board = kelpa.board
+        kelpa.focus()
+        assistant = _Assistant(desktop, kelpa)
+        for title in ("First terminal", "Second terminal", "Third terminal"):
+            kelpa.wait_for_card(boards.UNSORTED, title)
+
+        assistant.press_button(boards.NEW_GOAL)
+        assistant.write("Release", lambda: assistant.press_button(boards.CREATE))
+        wait_until("the goal is there", lambda: board.column("Release"))
+
+        assistant.press_button(boards.ADD_TODO, "Release")
+        for todo in ("Write", "Build", "Tell"):
+            assistant.write(todo, assistant.confirm_field)
+        kelpa.wait_for_todos("Release", [("Write", TODO), ("Build", TODO), ("Tell", TODO)])
+        assistant.press_button(boards.CANCEL, "Release")
+        for status in (IN_PROGRESS, COMPLETED):
+            assistant.press(lambda: kelpa.todo_button("Release", "Build")[0](), "a status is pressed")
+            wait_until(f"the todo is {status!r}",
+                       lambda status=status: ("Build", status) in (board.todos("Release") or ()))
+
+        assistant.press_button(boards.ADD_WINDOWS, "Release")
+        for title in ("First terminal", "Third terminal"):
+            assistant.press(lambda title=title: board.choice(f"XTerm: {title}"), f"{title!r} is chosen")
+        assistant.press_button("Add 2 windows")
+        kelpa.wait_for_card("Release", "First terminal")
+        kelpa.wait_for_card("Release", "Third terminal")
+        kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
+
+        assistant.press_button(boards.GOAL_ACTIONS, "Release")
+        assistant.choose("Rename goal")
+        assistant.write("Release 0.1", lambda: assistant.press_button("Save"))
+        wait_until("the goal has its new name", lambda: board.column("Release 0.1"))
+
+        assistant.press_button("Priority: P2", "Release 0.1")
+        assistant.press(lambda: _chosen(board, "P2"), "the chosen priority is pressed again")
+        assistant.press_button("Priority: P2", "Release 0.1")
+        assistant.choose("P0")
+        wait_until("the goal has its priority", lambda: board.button("Priority: P0"))
+
+        assistant.press_button("Hide Empty")
+        wait_until("only one goal is shown", lambda: board.goal_titles() == ["Release 0.1"])
+        assistant.press_button("Language")
+        assistant.choose("Deutsch")
+        wait_until("the buttons speak German", lambda: board.button("Alle anzeigen"))
+        assistant.press_button("Alle anzeigen")
+        wait_until("both goals are shown", lambda: board.column("Idle"))
+        assistant.press_button("Sprache")
+        wait_until("the menu tells which language it is", lambda: _chosen(board, "Deutsch"))
+        assistant.choose("English")
+        wait_until("the buttons speak English", lambda: board.button("Hide Empty"))
+
+        kelpa.check_stored(path)
+        stored = settings.StoredBoard(settings.read_live(path))
+        assert stored.goal_titles == ["Release 0.1", "Idle"], stored
+        assert stored.window_counts == {"Release 0.1": 2, "Idle": 0}, stored
+
+
+def _chosen(board, entry):
+    """The entry of an open menu if it has the check mark."""
+    found = board.menu_item(entry)
+    return found if found is not None and found.is_checked else None
