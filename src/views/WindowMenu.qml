@@ -72,8 +72,8 @@ AppMenu {
             text: item.title
             symbol: item.isCurrent ? "check" : "circle"
             symbolColor: item.isUnassigned ? Theme.secondaryText : Theme.accentColor(item.accent)
-            Accessible.checkable: true
-            Accessible.checked: item.isCurrent
+            isChoice: true
+            isChosen: item.isCurrent
             onTriggered: root.board.moveWindow(root.windowID, item.columnID)
         }
     }
