@@ -20,8 +20,8 @@ ExpandableGoalCard {
 
     /// The part of the board that is on the screen, in the column's coordinates, without what is
     /// made ready beyond it.
-    property real onScreenFrom: root.visibleFrom
-    property real onScreenTo: root.visibleTo
+    property real screenFrom: root.visibleFrom
+    property real screenTo: root.visibleTo
 
     signal windowMenuRequested(windowID: real, card: Item, position: point)
     signal columnMenuRequested(button: Item)
@@ -90,7 +90,7 @@ ExpandableGoalCard {
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
         isExpanded: root.isSelected
-        isOnScreen: root.onScreenFrom < y + height && root.onScreenTo > y
+        isOnScreen: root.screenFrom < y + height && root.screenTo > y
         onMenuRequested: button => root.columnMenuRequested(button)
         onPriorityMenuRequested: button => root.priorityMenuRequested(button)
         onAddTodoRequested: root.isUnassigned ? todos.openEditor()
