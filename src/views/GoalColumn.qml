@@ -90,7 +90,8 @@ ExpandableGoalCard {
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
         isExpanded: root.isSelected
-        isOnScreen: root.onScreenFrom < y + height && root.onScreenTo > y
+        isOnScreen: root.onScreenFrom < y + header.titleTop + header.titleHeight
+                    && root.onScreenTo > y + header.titleTop
         onMenuRequested: button => root.columnMenuRequested(button)
         onPriorityMenuRequested: button => root.priorityMenuRequested(button)
         onAddTodoRequested: root.isUnassigned ? todos.openEditor()
