@@ -190,7 +190,8 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/app/CommandLine\\.cpp$", u""},
     {u"^src/platform/sqlite/SettingsTrouble\\.cpp$", u""},
     // Variables of the environment, atoms, and keys of attributes.
-    {u"^src/(app|platform)/|^src/views/RenderBackend\\.cpp$", u"^[A-Z][A-Z0-9_]*$"},
+    {u"^src/(app|platform)/|^src/main\\.cpp$|^src/views/RenderBackend\\.cpp$",
+     u"^[A-Z][A-Z0-9_]*$"},
     // Statements of SQL.
     {u"^src/platform/sqlite/SqliteFile\\.cpp$",
      u"^(PRAGMA|SELECT|INSERT|CREATE|BEGIN|COMMIT|ROLLBACK|ON CONFLICT)\\b"},
@@ -198,7 +199,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/freedesktop/(AccessibilityBus|ApplicationService|RunningProgram)\\.cpp$",
      u"^([A-Z][A-Za-z]+|<.*|[(a-z].*[)\\]],? ?|uint32 1, %i, true\\))$"},
     {u"^src/platform/freedesktop/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
-    {u"^src/views/DesktopAppearance\\.cpp$", u"^(Read|SettingChanged)$"},
+    {u"^src/views/DesktopAppearance\\.cpp$", u"^(Read|SettingChanged|AnimationDurationFactor)$"},
     // Groups and keys of desktop entries and icon themes, and how a picture's file begins.
     {u"^src/platform/freedesktop/DesktopEntryFile\\.cpp$",
      u"^(Terminal|Icon|Exec|Desktop (Entry|Action new-window))$"},
