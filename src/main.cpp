@@ -10,6 +10,7 @@
 #include "shell/MainWindow.h"
 #include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
+#include "views/DesktopAppearance.h"
 #include "views/RenderBackend.h"
 #include "views/ViewEngine.h"
 
@@ -65,7 +66,7 @@ int run(QGuiApplication& application, const QString& settingsPath, const Further
     ViewEngine view(store, desktop.applications(), scheduler,
                     {.keyNames = KeyNames::withSuper(),
                      .appearance = std::nullopt,
-                     .isReducingMotion = std::nullopt});
+                     .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))});
     // The board is on the screen before the desktop is looked at for the first time.
     QObject::connect(&view, &ViewEngine::boardShown, &store, &WindowStore::startObserving);
     GlobalDoubleTap doubleTap(desktop.globalKeys());

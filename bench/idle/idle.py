@@ -1,6 +1,7 @@
 """idle.py BINARY [SECONDS]: what a board costs that nobody touches, on a desktop where nothing happens.
 Processor time and wake-ups with 50 windows once every window has its preview, and what the previews of
-50 and of 200 windows take in memory above the same board before it had them."""
+50 and of 200 windows take in memory above the same board before it had them; and what a selected goal
+costs whose title is so long that it moves, in front and wholly behind another window."""
 
 import os
 import pathlib
@@ -41,10 +42,10 @@ def _open_windows(desktop, count):
     return windows
 
 
-def _start(desktop, binary, windows):
-    """Kelpa with all windows listed; its process id and its process."""
+def _start(desktop, binary, windows, goals=()):
+    """Kelpa with all windows listed."""
     path = desktop.directory / f"board-{len(windows)}.sqlite"
-    settings.write(path)
+    settings.write(path, goals=goals)
     kelpa = desktop.start(binary, "--settings", path)
     wait_until("every window is listed", lambda: all(
         desktop.property(window, _NUMBER) is not None for window in windows), 60)
@@ -85,6 +86,42 @@ def _end(desktop, kelpa):
     wait_until("Kelpa ends", lambda: kelpa.poll() is not None)
 
 
+def _observe(kelpa, what, seconds):
+    began, processor, counts = time.monotonic(), _processor_seconds(kelpa.pid), _wake_ups(kelpa.pid)
+    time.sleep(seconds)
+    passed = time.monotonic() - began
+    used = _processor_seconds(kelpa.pid) - processor
+    woken = {thread: now - counts.get(thread, 0) for thread, now in _wake_ups(kelpa.pid).items()}
+    print(f"{what} for {passed:.0f} s: {100 * used / passed:.2f} % of a core, "
+          f"{sum(woken.values()) / passed:.1f} wake-ups a second", flush=True)
+    for thread, times in sorted(woken.items(), key=lambda each: -each[1]):
+        if times:
+            print(f"  {_thread_name(kelpa.pid, thread):16} {times / passed:6.2f} a second")
+
+
+def _measure_moving_title(desktop, binary, seconds):
+    windows = _open_windows(desktop, 1)
+    title = "A goal whose title is a good deal longer than the place that its card has for it"
+    kelpa = _start(desktop, binary, windows, goals=[(title, [])])
+    number = next(window.number for window in desktop.windows() if window.pid == kelpa.pid)
+    desktop.run("wmctrl", "-i", "-a", hex(number))
+    wait_until("Kelpa has the keyboard", lambda: desktop.active_window() == number)
+    # Past the list of all todos and what is unsorted.
+    for _ in range(3):
+        desktop.key("Right")
+    # The preview, the card that grows, and what a start has left to do.
+    time.sleep(5)
+    _observe(kelpa, "a title that moves in front", seconds)
+    desktop.run("wmctrl", "-i", "-r", hex(windows[0].id), "-b", "add,maximized_vert,maximized_horz")
+    desktop.run("wmctrl", "-i", "-a", hex(windows[0].id))
+    wait_until("Kelpa is behind", lambda: desktop.active_window() == windows[0].id)
+    time.sleep(5)
+    _observe(kelpa, "the same, wholly behind another window", seconds)
+    _end(desktop, kelpa)
+    windows[0].destroy()
+    desktop.x.sync()
+
+
 def _measure(desktop, binary, count, seconds):
     windows = _open_windows(desktop, count)
     kelpa = _start(desktop, binary, windows)
@@ -94,16 +131,7 @@ def _measure(desktop, binary, count, seconds):
     print(f"{count} windows: {before:.1f} MiB before previews, {after:.1f} MiB with them, "
           f"{(after - before) * 1024 / count:.0f} KiB a preview of {_WIDTH} x {_HEIGHT}", flush=True)
     if seconds:
-        began, processor, counts = time.monotonic(), _processor_seconds(kelpa.pid), _wake_ups(kelpa.pid)
-        time.sleep(seconds)
-        passed = time.monotonic() - began
-        used = _processor_seconds(kelpa.pid) - processor
-        woken = {thread: now - counts.get(thread, 0) for thread, now in _wake_ups(kelpa.pid).items()}
-        print(f"{count} windows, idle for {passed:.0f} s: {100 * used / passed:.2f} % of a core, "
-              f"{sum(woken.values()) / passed:.1f} wake-ups a second")
-        for thread, times in sorted(woken.items(), key=lambda each: -each[1]):
-            if times:
-                print(f"  {_thread_name(kelpa.pid, thread):16} {times / passed:6.2f} a second")
+        _observe(kelpa, f"{count} windows, idle", seconds)
     _end(desktop, kelpa)
     for window in windows:
         window.destroy()
@@ -116,6 +144,7 @@ def main():
     processes.exit_on_signals()
     with tempfile.TemporaryDirectory(prefix="kelpa-idle-") as directory, \
             Desktop(pathlib.Path(directory) / "desktop") as desktop:
+        _measure_moving_title(desktop, binary, seconds)
         _measure(desktop, binary, 50, seconds)
         _measure(desktop, binary, 200, 0)
 

@@ -18,6 +18,7 @@
 #include "platform/x11/X11OwnWindow.h"
 #include "platform/x11/X11WindowServer.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QIcon>
 
@@ -44,8 +45,10 @@ public:
                         .reservation = numbers,
                         .numberFloor = numbers.floor(),
                         .scheduler = scheduler,
-                        .takenNumbers = assigned}),
-          workspace(scheduler), globalKeys(connector, scheduler), ownWindow(connector, actor, scheduler)
+                        .takenNumbers = assigned,
+                        .ownProcess = static_cast<ProcessID>(QCoreApplication::applicationPid())}),
+          workspace(scheduler), globalKeys(connector, scheduler),
+          ownWindow(connector, actor, scheduler)
     {}
 
     std::optional<std::uint32_t> clientWindow(WindowID number)

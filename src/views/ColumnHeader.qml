@@ -20,6 +20,9 @@ Item {
     /// Whether a title that is too long passes by.
     property bool isExpanded: false
     property bool isOnScreen: true
+    /// Where the title stands in the head.
+    readonly property alias titleTop: titleText.y
+    readonly property alias titleHeight: titleText.height
 
     signal menuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
@@ -73,6 +76,9 @@ Item {
         anchors.rightMargin: Theme.tiny
         anchors.verticalCenter: parent.verticalCenter
         text: root.title
+        // The head of a card, above texts of 13 points: as large as they are, not as small as the
+        // entries of the rail. The same while the card is collapsed and while the title moves, so
+        // that selecting a goal does not change the look of its card.
         font: Theme.bodyStrong
         isAllowedToMove: root.isExpanded && !dragArea.pressed
         isOnScreen: root.isOnScreen

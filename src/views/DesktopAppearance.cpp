@@ -19,8 +19,13 @@ const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings"
 
 const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
-const QString interfaceSpace = QStringLiteral("org.gnome.desktop.interface");
-const QString animationsKey = QStringLiteral("enable-animations");
+/// The settings that tell of motion: the one that all desktops are to agree on, and those that some
+/// of them had before.
+const QString reducedMotionKey = QStringLiteral("reduced-motion");
+const QString gnomeSpace = QStringLiteral("org.gnome.desktop.interface");
+const QString gnomeKey = QStringLiteral("enable-animations");
+const QString kdeSpace = QStringLiteral("org.kde.kdeglobals.KDE");
+const QString kdeKey = QStringLiteral("AnimationDurationFactor");
 
 Appearance paletteAppearance()
 {
@@ -70,6 +75,31 @@ std::optional<Appearance> appearanceFromColorScheme(const QVariant& value)
     }
 }
 
+std::optional<bool> reducedMotionFromSetting(const QString& space, const QString& key,
+                                             const QVariant& value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    // 1 is reduced, anything else no preference.
+    if (space == appearanceSpace && key == reducedMotionKey && isNumber)
+        return number == 1;
+    if (space == gnomeSpace && key == gnomeKey && value.typeId() == QMetaType::Bool)
+        return !value.toBool();
+    // What durations are multiplied by; as text, as it stands in the file.
+    if (space == kdeSpace && key == kdeKey && isNumber)
+        return number == 0;
+    return std::nullopt;
+}
+
+std::optional<bool> reducedMotionFromText(const QByteArray& text)
+{
+    if (text == "1")
+        return true;
+    if (text == "0")
+        return false;
+    return std::nullopt;
+}
+
 DesktopAppearance::DesktopAppearance(ViewSettings& settings, std::optional<Appearance> appearance,
                                      std::optional<bool> isReducingMotion)
     : m_settings(settings), m_fixedAppearance(appearance), m_fixedMotion(isReducingMotion)
@@ -109,7 +139,9 @@ void DesktopAppearance::startListening(std::shared_ptr<Bus> bus)
                                 QStringLiteral("SettingChanged"), this,
                                 SLOT(settingChanged(QDBusMessage)));
     ask(appearanceSpace, colorSchemeKey);
-    ask(interfaceSpace, animationsKey);
+    ask(appearanceSpace, reducedMotionKey);
+    ask(gnomeSpace, gnomeKey);
+    ask(kdeSpace, kdeKey);
 }
 
 void DesktopAppearance::ask(const QString& space, const QString& key)
@@ -139,9 +171,11 @@ void DesktopAppearance::apply(const QString& space, const QString& key, const QV
     if (space == appearanceSpace && key == colorSchemeKey) {
         m_portalAppearance = appearanceFromColorScheme(plain);
         update();
-    } else if (space == interfaceSpace && key == animationsKey && !m_fixedMotion &&
-               plain.typeId() == QMetaType::Bool) {
-        m_settings.setReducingMotion(!plain.toBool());
+    } else if (const std::optional<bool> reduces = reducedMotionFromSetting(space, key, plain)) {
+        m_motionSettings[space + u' ' + key] = *reduces;
+        // Where several are there, the others may still be what they were from the beginning.
+        if (!m_fixedMotion)
+            m_settings.setReducingMotion(m_motionSettings.values().contains(true));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QHash>
 #include <QObject>
 #include <QString>
 
@@ -54,9 +55,20 @@ private:
     std::optional<bool> m_fixedMotion;
     /// What the portal said last; absent while it has no preference.
     std::optional<Appearance> m_portalAppearance;
+    /// Whether motion is to be reduced, by each setting that tells.
+    QHash<QString, bool> m_motionSettings;
     std::shared_ptr<Bus> m_bus;
     TaskHandle m_connecting;
 };
+
+/// Whether a value of the portal's setting "space key" asks for reduced motion; absent for a
+/// setting that has nothing to do with motion, and for a value that is none of its own.
+std::optional<bool> reducedMotionFromSetting(const QString& space, const QString& key,
+                                             const QVariant& value);
+
+/// What a person has set for Kelpa alone: "1" reduces motion and "0" does not, whatever the desktop
+/// wants; absent for anything else.
+std::optional<bool> reducedMotionFromText(const QByteArray& text);
 
 /// The portal's value of "org.freedesktop.appearance color-scheme": 1 is dark, 2 light, anything
 /// else no preference.

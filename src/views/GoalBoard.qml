@@ -228,8 +228,8 @@ FocusScope {
             dragSource: source
             visibleFrom: targets.visibleFrom - y
             visibleTo: targets.visibleTo - y
-            screenFrom: view.contentY - targets.y - y
-            screenTo: view.contentY - targets.y + view.height - y
+            shownFrom: view.contentY - targets.y - y
+            shownTo: view.contentY - targets.y + view.height - y
             onWindowMenuRequested: (windowID, card, position) => {
                 windowMenu.ask(windowID, goal.columnID, root, card.mapToItem(root, position));
             }

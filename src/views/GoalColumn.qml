@@ -20,8 +20,8 @@ ExpandableGoalCard {
 
     /// The part of the board that is on the screen, in the column's coordinates, without what is
     /// made ready beyond it.
-    property real screenFrom: root.visibleFrom
-    property real screenTo: root.visibleTo
+    property real shownFrom: root.visibleFrom
+    property real shownTo: root.visibleTo
 
     signal windowMenuRequested(windowID: real, card: Item, position: point)
     signal columnMenuRequested(button: Item)
@@ -90,7 +90,8 @@ ExpandableGoalCard {
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
         isExpanded: root.isSelected
-        isOnScreen: root.screenFrom < y + height && root.screenTo > y
+        isOnScreen: root.shownFrom < y + header.titleTop + header.titleHeight
+                    && root.shownTo > y + header.titleTop
         onMenuRequested: button => root.columnMenuRequested(button)
         onPriorityMenuRequested: button => root.priorityMenuRequested(button)
         onAddTodoRequested: root.isUnassigned ? todos.openEditor()

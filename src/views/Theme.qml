@@ -66,14 +66,14 @@ QtObject {
     readonly property int large: 16
     readonly property int huge: 24
 
-    readonly property int boardMargin: 32
-    readonly property int targetWidth: 320
-    readonly property int targetSpacing: 22
-    readonly property int railWidth: 116
-    readonly property int railSpacing: 20
-    readonly property int collapsedCardHeight: 292
-    readonly property int fadeHeight: 48
-    readonly property int windowCardHeight: 126
+    readonly property int boardMargin: BoardMeasures.boardMargin
+    readonly property int targetWidth: BoardMeasures.targetWidth
+    readonly property int targetSpacing: BoardMeasures.targetSpacing
+    readonly property int railWidth: BoardMeasures.railWidth
+    readonly property int railSpacing: BoardMeasures.railSpacing
+    readonly property int collapsedCardHeight: BoardMeasures.collapsedCardHeight
+    readonly property int fadeHeight: BoardMeasures.fadeHeight
+    readonly property int windowCardHeight: BoardMeasures.windowCardHeight
     readonly property int sheetWidth: 390
     readonly property int controlHeight: 32
     readonly property int symbolSize: 16
@@ -82,7 +82,7 @@ QtObject {
     readonly property int smallRadius: 6
     readonly property int controlRadius: 8
     readonly property int cardRadius: 11
-    readonly property int columnRadius: 14
+    readonly property int columnRadius: BoardMeasures.columnRadius
 
     readonly property font caption: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Normal)
     readonly property font captionStrong: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Medium)

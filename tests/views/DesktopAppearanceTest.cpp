@@ -2,6 +2,7 @@
 // own.
 #include "views/DesktopAppearance.h"
 
+#include "support/CaseName.h"
 #include "support/ManualScheduler.h"
 #include "views/ViewSettings.h"
 
@@ -69,6 +70,9 @@ private:
 namespace {
 
 const QString colorScheme = QStringLiteral("org.freedesktop.appearance/color-scheme");
+const QString reducedMotion = QStringLiteral("org.freedesktop.appearance/reduced-motion");
+/// How much the portal is asked.
+constexpr int readCount = 4;
 const QString animations = QStringLiteral("org.gnome.desktop.interface/enable-animations");
 
 class PortalAppearance : public testing::Test
@@ -116,13 +120,96 @@ TEST_F(PortalAppearance, The_interface_follows_changes)
     EXPECT_TRUE(becomes(Appearance::dark));
 }
 
-TEST_F(PortalAppearance, Without_animations_motion_is_reduced)
+struct MotionCase
+{
+    const char* name;
+    /// Of the portal, with its namespace.
+    const char* key;
+    QVariant reduced;
+    QVariant full;
+};
+
+class PortalMotion : public PortalAppearance, public testing::WithParamInterface<MotionCase>
+{
+protected:
+    bool becomesReduced(bool wanted)
+    {
+        return QTest::qWaitFor([&] { return settings.isReducingMotion() == wanted; });
+    }
+};
+
+TEST_P(PortalMotion, Is_reduced_where_the_desktop_reduces_it_and_follows_changes)
+{
+    const QString key = QString::fromLatin1(GetParam().key);
+    portal.set(key, GetParam().reduced);
+    follow();
+    EXPECT_TRUE(becomesReduced(true));
+    portal.set(key, GetParam().full);
+    EXPECT_TRUE(becomesReduced(false));
+    portal.set(key, GetParam().reduced);
+    EXPECT_TRUE(becomesReduced(true));
+}
+
+TEST_P(PortalMotion, Is_reduced_while_one_setting_of_several_asks_for_it)
+{
+    const QString key = QString::fromLatin1(GetParam().key);
+    const QString other = key == animations ? reducedMotion : animations;
+    portal.set(key, GetParam().reduced);
+    follow();
+    EXPECT_TRUE(becomesReduced(true));
+    portal.set(other, key == animations ? QVariant(0U) : QVariant(true));
+    portal.set(colorScheme, 1U);
+    // The later of the two has come.
+    ASSERT_TRUE(becomes(Appearance::dark));
+    EXPECT_TRUE(settings.isReducingMotion());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Settings, PortalMotion,
+    testing::Values(
+        MotionCase{"of_all_desktops", "org.freedesktop.appearance/reduced-motion", 1U, 0U},
+        MotionCase{"of_GNOME", "org.gnome.desktop.interface/enable-animations", false, true},
+        MotionCase{"of_KDE", "org.kde.kdeglobals.KDE/AnimationDurationFactor", QStringLiteral("0"),
+                   QStringLiteral("0.5")},
+        MotionCase{"of_KDE_as_a_number", "org.kde.kdeglobals.KDE/AnimationDurationFactor", 0.0,
+                   1.0}),
+    caseName);
+
+TEST_F(PortalAppearance, Motion_that_is_fixed_does_not_follow)
 {
     portal.set(animations, false);
-    follow();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return settings.isReducingMotion(); }));
-    portal.set(animations, true);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !settings.isReducingMotion(); }));
+    portal.set(colorScheme, 1U);
+    appearance = std::make_unique<DesktopAppearance>(settings, std::nullopt, false);
+    appearance->follow(scheduler);
+    scheduler.advance(std::chrono::milliseconds(0));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return portal.readCount == readCount; }));
+    ASSERT_TRUE(becomes(Appearance::dark));
+    portal.set(animations, false);
+    portal.set(colorScheme, 2U);
+    ASSERT_TRUE(becomes(Appearance::light));
+    EXPECT_FALSE(settings.isReducingMotion());
+}
+
+TEST(ReducedMotion, Is_read_from_settings_of_their_own_kind_only)
+{
+    const auto read = [](const char* space, const char* key, const QVariant& value) {
+        return reducedMotionFromSetting(QString::fromLatin1(space), QString::fromLatin1(key),
+                                        value);
+    };
+    EXPECT_EQ(read("org.gnome.desktop.interface", "enable-animations", 0U), std::nullopt);
+    EXPECT_EQ(read("org.gnome.desktop.interface", "reduced-motion", 1U), std::nullopt);
+    EXPECT_EQ(read("org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("none")),
+              std::nullopt);
+    EXPECT_EQ(read("org.freedesktop.appearance", "color-scheme", 1U), std::nullopt);
+    EXPECT_EQ(read("org.freedesktop.appearance", "reduced-motion", 2U), false);
+}
+
+TEST(ReducedMotion, Can_be_set_for_the_program_alone)
+{
+    EXPECT_EQ(reducedMotionFromText("1"), true);
+    EXPECT_EQ(reducedMotionFromText("0"), false);
+    EXPECT_EQ(reducedMotionFromText(""), std::nullopt);
+    EXPECT_EQ(reducedMotionFromText("yes"), std::nullopt);
 }
 
 TEST_F(PortalAppearance, What_is_fixed_does_not_follow)
@@ -138,7 +225,7 @@ TEST_F(PortalAppearance, What_is_fixed_does_not_follow)
 TEST_F(PortalAppearance, A_portal_that_knows_nothing_changes_nothing)
 {
     follow();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return portal.readCount == 2; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return portal.readCount == readCount; }));
     EXPECT_EQ(settings.appearance(), Appearance::light);
     EXPECT_FALSE(settings.isReducingMotion());
 }

@@ -211,7 +211,8 @@ void X11WindowServer::publishWindows(const std::vector<ClientWindow>& clients)
         if (client.number) {
             windows[*client.number] = client.window;
         }
-        if (client.number && client.isViewable && layer(client) == 0) {
+        const bool isOwn = client.process && client.process == m_needs.ownProcess;
+        if (client.number && client.isViewable && layer(client) == 0 && !isOwn) {
             capturable.push_back({*client.number, client.window});
         }
     }

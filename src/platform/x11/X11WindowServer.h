@@ -36,6 +36,9 @@ struct X11WindowServerNeeds
     Scheduler& scheduler;
     /// Numbers that no new window may get, since something is kept under them.
     std::set<WindowID> takenNumbers{};
+    /// Whose windows are not prepared for being captured: of those that are, the server no longer
+    /// tells whether others cover them.
+    std::optional<ProcessID> ownProcess{};
 };
 
 /// Looks at the desktop through a connection of its own, which is made on the first look and made

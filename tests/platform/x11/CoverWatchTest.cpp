@@ -5,12 +5,17 @@
 #include "support/desktop/Programs.h"
 #include "support/desktop/TestClient.h"
 #include "support/desktop/WaitUntil.h"
+#include "support/desktop/X11Desktop.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 
+#include <unistd.h>
+
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 using namespace kelpa;
@@ -133,6 +138,28 @@ TEST_F(WatchedWindow, Under_a_window_manager_is_told_of_too)
     EXPECT_TRUE(waitUntil([this] { return !changes.empty() && changes.back(); }));
     other.minimize(above);
     EXPECT_TRUE(waitUntil([this] { return !changes.back(); }));
+}
+
+TEST_F(WatchedWindow, Is_told_of_while_windows_are_captured_which_its_own_are_not)
+{
+    const WindowManager manager(server.display());
+    const xcb_window_t captured = other.open(left);
+    ASSERT_TRUE(waitUntil([&] { return own.isListed(window) && other.isListed(captured); }));
+    own.maximize(window);
+    X11Surroundings surroundings;
+    const auto windowServer = surroundings.makeServer(server.display(), ::getpid());
+    std::optional<WindowCapture> picture;
+    ASSERT_TRUE(waitUntil([&] {
+        const auto entry = entryNamed(look(*windowServer), QStringLiteral("left"));
+        picture = entry ? windowServer->captureWindow(*entry->number, 200, CaptureNeed::always, {})
+                        : std::nullopt;
+        return picture.has_value();
+    }));
+    changes.clear();
+    other.maximize(captured);
+    own.raise(window);
+    other.raise(captured);
+    EXPECT_TRUE(waitUntil([this] { return !changes.empty() && changes.back(); }));
 }
 
 TEST_F(WatchedWindow, Is_not_told_of_once_the_subscription_is_dropped)

@@ -43,11 +43,18 @@ public:
 /// What a window server is built from, on a display.
 struct X11Surroundings
 {
-    std::unique_ptr<x11::X11WindowServer> makeServer(const QByteArray& display)
+    std::unique_ptr<x11::X11WindowServer>
+    makeServer(const QByteArray& display, std::optional<ProcessID> ownProcess = std::nullopt)
     {
         return std::make_unique<x11::X11WindowServer>(
-            x11::X11WindowServerNeeds{std::make_shared<x11::DisplayConnector>(display), resolver,
-                                      nullptr, reservation, reservation.reservedUpTo, scheduler});
+            x11::X11WindowServerNeeds{std::make_shared<x11::DisplayConnector>(display),
+                                      resolver,
+                                      nullptr,
+                                      reservation,
+                                      reservation.reservedUpTo,
+                                      scheduler,
+                                      {},
+                                      ownProcess});
     }
 
     ClassNameResolver resolver;

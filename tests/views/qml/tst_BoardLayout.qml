@@ -77,8 +77,11 @@ Item {
             settle();
         }
 
+        readonly property string longTitle: "A goal whose title is a good deal longer than its place"
+
         function cleanup() {
             world.removeTodos();
+            world.board.renameGoal(world.columnOfGoal(longTitle), goal(1));
             ViewSettings.isReducingMotion = false;
         }
         /// Not one that waits to be used for another goal.
@@ -111,6 +114,60 @@ Item {
             const entries = all(board, item => item instanceof MarqueeGoalTitle);
             verify(entries.length > 20);
             verify(entries.length < 80, entries.length);
+        }
+        function test_the_rail_is_116_points_wide_with_14_around_entries_18_high() {
+            const rail = only(all(board, item => item instanceof GoalBreadcrumbRail));
+            compare(rail.width, 116);
+            select(1);
+            world.clearSelection();
+            const first = entry("(0)" + goal(1));
+            const place = first.mapToItem(rail, 0, 0);
+            compare(place.x, 14);
+            compare(place.y, 14);
+            compare(first.width, 116 - 28);
+            compare(first.height, 18);
+            compare(first.background.radius, 7);
+            compare(first.opacity, 0.65);
+            const list = first.ListView.view;
+            compare(list.height, rail.height - 28);
+        }
+        function test_a_wide_title_passes_by_in_its_card_while_that_is_selected_and_on_the_screen() {
+            const wide = longTitle;
+            world.board.renameGoal(world.columnOfGoal(goal(1)), wide);
+            tryVerify(() => column(wide) !== null);
+            const title = only(all(column(wide), item => item instanceof MarqueeGoalTitle));
+            compare(title.text, wide);
+            verify(!title.isMoving);
+            verify(title.isTruncated);
+            world.board.todos.goToColumn(world.columnOfGoal(wide));
+            settle();
+            verify(title.isMoving);
+            compare(title.measure.travel, title.measure.textWidth + 15);
+            tryVerify(() => title.offset < -2);
+            // Just above what shows, where the card still is.
+            const below = title.mapToItem(view().contentItem, 0, title.height).y;
+            view().contentY = below - 1;
+            verify(title.isMoving);
+            view().contentY = below + 1;
+            verify(!title.isMoving);
+            compare(only(all(column(wide), item => item instanceof MarqueeGoalTitle)), title);
+            view().contentY = 0;
+            verify(title.isMoving);
+            world.clearSelection();
+            verify(!title.isMoving);
+        }
+        function test_the_tab_key_walks_the_rail_beyond_what_it_shows() {
+            const rail = only(all(board, item => item instanceof GoalBreadcrumbRail));
+            select(1);
+            entry("(0)" + goal(1)).forceActiveFocus();
+            for (let number = 2; number <= 40; ++number) {
+                keyClick(Qt.Key_Tab);
+                const focused = root.Window.activeFocusItem;
+                compare(focused.text, "(0)" + goal(number));
+                const top = focused.mapToItem(rail, 0, 0).y;
+                verify(top >= 14, top);
+                verify(top + 18 <= rail.height - 14, top);
+            }
         }
         function test_the_arrow_keys_bring_the_entry_of_the_last_goal_into_view() {
             select(199);

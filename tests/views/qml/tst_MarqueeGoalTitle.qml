@@ -30,11 +30,40 @@ Item {
         visible: false
     }
 
+    TextMetrics {
+        id: medium
+
+        font: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Medium)
+        text: "A title that is a good deal wider than its place"
+    }
+    TextMetrics {
+        id: semibold
+
+        font: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.DemiBold)
+        text: medium.text
+    }
+
     TestCase {
         name: "MarqueeGoalTitle"
         when: windowShown
 
         readonly property string wide: "A title that is a good deal wider than its place"
+
+        /// Everything below `item` for which `accepts` holds, and of what is no item `includes`.
+        function all(item, accepts, includes) {
+            let found = accepts(item) ? [item] : [];
+            if (includes !== undefined)
+                for (let i = 0; i < item.resources.length; ++i)
+                    if (includes(item.resources[i]))
+                        found.push(item.resources[i]);
+            for (let i = 0; i < item.children.length; ++i)
+                found = found.concat(all(item.children[i], accepts, includes));
+            return found;
+        }
+        /// The texts that are drawn, from left to right.
+        function shown() {
+            return all(title, item => item instanceof Text && item.visible);
+        }
 
         function init() {
             ViewSettings.isReducingMotion = false;
@@ -42,6 +71,7 @@ Item {
             title.visible = true;
             title.isOnScreen = true;
             title.isAllowedToMove = true;
+            title.isEmphasized = false;
             title.text = wide;
             title.width = 80;
         }
@@ -50,11 +80,55 @@ Item {
             verify(title.isMoving);
             tryVerify(() => title.offset < -1);
         }
-        function test_its_repeated_start_ends_the_pass_where_it_began() {
-            const measure = title.measure;
-            compare(measure.travel, measure.textWidth + 15);
-            compare(measure.textWidth, Math.ceil(measure.textWidth));
-            compare(measure.passTime, Math.round(Math.max(measure.travel / 14, 4) * 1000));
+        function test_a_pass_ends_where_the_repeated_start_stands_at_the_beginning() {
+            const width = Math.ceil(medium.advanceWidth);
+            compare(title.measure.textWidth, width);
+            compare(title.measure.travel, width + 15);
+            compare(title.measure.passTime, Math.round((width + 15) / 14 * 1000));
+            tryVerify(() => shown()[1].x > 0);
+            const copies = shown();
+            compare(copies.map(copy => copy.text), [wide, wide]);
+            compare(copies.map(copy => copy.x), [0, width + 15]);
+            compare(copies[0].parent.x, title.offset);
+        }
+        function test_a_short_pass_takes_4_seconds_and_is_followed_by_the_next() {
+            title.width = 5;
+            title.text = "Ill";
+            verify(title.measure.travel > 15 && title.measure.travel < 56);
+            compare(title.measure.passTime, 4000);
+            const half = -title.measure.travel / 2;
+            tryVerify(() => title.offset < half, 10000);
+            // The second pass begins where the first did, and is no turning back.
+            let before = title.offset;
+            let jumps = 0;
+            const note = () => {
+                if (title.offset > before + 1)
+                    ++jumps;
+                before = title.offset;
+            };
+            title.offsetChanged.connect(note);
+            tryVerify(() => jumps > 0, 10000);
+            title.offsetChanged.disconnect(note);
+            compare(jumps, 1);
+            verify(title.offset > half);
+            verify(title.isMoving);
+            const passes = all(title, () => false, item => item instanceof NumberAnimation);
+            compare(passes.length, 1);
+            compare(passes[0].loops, -1); // Endless.
+        }
+        function test_its_font_has_11_points_and_is_medium_or_semibold_when_emphasized() {
+            compare(title.font.pixelSize, 11);
+            compare(title.font.weight, 500);
+            compare(shown().map(copy => copy.font.weight), [500, 500]);
+            compare(shown().map(copy => copy.font.pixelSize), [11, 11]);
+            title.isEmphasized = true;
+            compare(title.font.pixelSize, 11);
+            compare(title.font.weight, 600);
+            compare(shown().map(copy => copy.font.weight), [600, 600]);
+            compare(title.measure.textWidth, Math.ceil(semibold.advanceWidth));
+            title.isAllowedToMove = false;
+            compare(shown().map(copy => copy.font.weight), [600]);
+            compare(shown().map(copy => copy.font.pixelSize), [11]);
         }
         function test_a_title_that_fits_stays_still() {
             title.width = 290;
@@ -63,12 +137,15 @@ Item {
             compare(title.measure.passTime, 0);
         }
         function test_it_moves_at_14_points_a_second() {
-            title.text = "Short";
-            title.text = wide;
-            verify(title.isMoving);
-            tryVerify(() => title.offset < -4);
-            // From the start again, and no faster than that.
-            verify(title.offset > -40);
+            let frames = [];
+            const note = () => frames.push([Date.now(), title.offset]);
+            title.offsetChanged.connect(note);
+            tryVerify(() => title.offset < -22, 10000);
+            title.offsetChanged.disconnect(note);
+            const first = frames[0];
+            const last = frames[frames.length - 1];
+            const speed = (first[1] - last[1]) / (last[0] - first[0]) * 1000;
+            verify(Math.abs(speed - 14) < 1, speed);
         }
         function test_with_reduced_motion_no_title_moves() {
             ViewSettings.isReducingMotion = true;

@@ -1,0 +1,43 @@
+// The measures that the board's views share with what decides where things stand.
+#pragma once
+
+#include "layout/BoardMetrics.h"
+
+#include <QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// Points. One for each QML engine, which makes it; the theme takes them from here.
+class BoardMeasures : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+    /// Beside the board, on each side.
+    Q_PROPERTY(double boardMargin READ boardMargin CONSTANT FINAL)
+    Q_PROPERTY(double targetWidth READ targetWidth CONSTANT FINAL)
+    Q_PROPERTY(double targetSpacing READ spacing CONSTANT FINAL)
+    Q_PROPERTY(double railWidth READ railWidth CONSTANT FINAL)
+    Q_PROPERTY(double railSpacing READ railSpacing CONSTANT FINAL)
+    Q_PROPERTY(double collapsedCardHeight READ collapsedCardHeight CONSTANT FINAL)
+    Q_PROPERTY(double columnRadius READ columnRadius CONSTANT FINAL)
+    Q_PROPERTY(double fadeHeight READ fadeHeight CONSTANT FINAL)
+    Q_PROPERTY(double windowCardHeight READ cardHeight CONSTANT FINAL)
+
+public:
+    using QObject::QObject;
+
+    double boardMargin() const { return boardMargins / 2; }
+    double targetWidth() const { return minimumTargetWidth; }
+    double spacing() const { return targetSpacing; }
+    double railWidth() const { return breadcrumbRailWidth; }
+    double railSpacing() const { return breadcrumbRailOuterWidth - breadcrumbRailWidth; }
+    double collapsedCardHeight() const { return collapsedGoalCardHeight; }
+    double columnRadius() const { return goalCardCornerRadius; }
+    double fadeHeight() const { return goalCardFadeHeight; }
+    double cardHeight() const { return windowCardHeight; }
+};
+
+} // namespace kelpa
