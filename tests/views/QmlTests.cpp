@@ -9,6 +9,7 @@
 #include "views/KnownTexts.h"
 #include "views/SymbolImageProvider.h"
 
+#include <QAccessible>
 #include <QDragMoveEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
@@ -232,6 +233,24 @@ public:
         QDropEvent drop(item->mapToScene(place), Qt::MoveAction, &m_dragged, Qt::LeftButton,
                         Qt::NoModifier);
         QCoreApplication::sendEvent(item->window(), &drop);
+    }
+    /// What assistive programs are told of the item: "disabled", "selectable", "selected",
+    /// "checked".
+    Q_INVOKABLE static QStringList states(QObject* item)
+    {
+        const QAccessible::State state = QAccessible::queryAccessibleInterface(item)->state();
+        QStringList names;
+        if (state.readOnly)
+            names.append(QStringLiteral("read-only"));
+        if (state.checkable)
+            names.append(QStringLiteral("checkable"));
+        if (state.selectable)
+            names.append(QStringLiteral("selectable"));
+        if (state.selected)
+            names.append(QStringLiteral("selected"));
+        if (state.checked)
+            names.append(QStringLiteral("checked"));
+        return names;
     }
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 

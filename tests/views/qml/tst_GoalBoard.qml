@@ -292,11 +292,14 @@ Item {
             tryVerify(() => unsorted.isSelected);
             verify(ring(unsorted).visible);
             verify(Qt.colorEqual(ring(unsorted).border.color, Theme.focus));
+            compare(world.states(unsorted), ["selectable", "selected"]);
             tryVerify(() => card("Letter") !== null);
             verify(!ring(card("Letter")).visible);
             world.board.focusWindow(8);
             tryVerify(() => card("Letter")?.isSelected ?? false);
             verify(ring(card("Letter")).visible);
+            compare(world.states(card("Letter")), ["selectable", "selected"]);
+            compare(world.states(card("Report")), ["selectable"]);
             verify(Qt.colorEqual(ring(card("Letter")).border.color, Theme.focus));
             verify(!ring(card("Report")).visible);
             verify(ring(unsorted).visible);
