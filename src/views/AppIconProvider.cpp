@@ -125,7 +125,7 @@ QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
                                                            const QSize& requestedSize)
 {
     bool isNumber = false;
-    const WindowID windowID = id.toUInt(&isNumber);
+    const WindowID windowID = id.section(QLatin1Char('/'), 0, 0).toUInt(&isNumber);
     const std::optional<WindowItem> window = isNumber ? m_windows->window(windowID) : std::nullopt;
     const int pixels = requestedSize.width() > 0 ? requestedSize.width() : defaultPixels;
 

@@ -1,4 +1,5 @@
 // The icons of windows' applications, read off the main thread: "image://appicon/<window number>".
+// What follows behind a slash makes it another image for whoever keeps images by their address.
 #pragma once
 
 #include "model/WindowItem.h"

@@ -48,6 +48,7 @@ ExpandableGoalCard {
                    + Theme.medium
     Accessible.role: Accessible.List
     Accessible.name: root.title
+    Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.board.todos.goToColumn(root.columnID)
 

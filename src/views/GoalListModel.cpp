@@ -101,7 +101,7 @@ WindowListModel* GoalListModel::windows(std::optional<GoalID> goalID) const
 void GoalListModel::fill(WindowListModel& model, std::optional<GoalID> goalID) const
 {
     model.setWindows(m_store.windows(goalID), m_store.boardNavigation().selectedWindowID,
-                     [this](const WindowItem& window) { return cardPreview(m_store, window); });
+                     [this](const WindowItem& window) { return windowFace(m_store, window); });
 }
 
 void GoalListModel::update()

@@ -65,6 +65,7 @@ FocusScope {
         Accessible.description: root.isUnified
                 ? root.goalTitle : root.board.copy.statusName(root.status)
         Accessible.focusable: true
+        Accessible.selectable: true
         Accessible.selected: root.isHighlighted
         Accessible.onPressAction: root.editRequested()
         Keys.onMenuPressed: root.openMenu()

@@ -20,6 +20,7 @@ FocusScope {
     Accessible.role: Accessible.List
     Accessible.name: root.board.copy.text(CopyKey.AllTodos)
     Accessible.description: root.board.copy.text(CopyKey.AllTodosSubtitle)
+    Accessible.selectable: true
     Accessible.selected: root.board.todos.isUnifiedSelected
 
     Rectangle {

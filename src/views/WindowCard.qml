@@ -13,14 +13,13 @@ Item {
     required property real windowID
     required property string ownerName
     required property string title
+    required property string applicationID
     required property bool isMinimized
     required property bool isOnScreen
     required property bool isSelected
     required property real previewRevision
     required property string previewMessage
 
-    readonly property string shownTitle: root.title.length > 0
-            ? root.title : root.board.copy.text(CopyKey.Window)
     readonly property bool isRaised: hover.hovered || root.isSelected
     readonly property bool isPointedAt: root.isRaised || root.activeFocus
     readonly property string help: root.board.copy.text(CopyKey.WindowCardHelp)
@@ -31,7 +30,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
-    Accessible.name: root.board.copy.windowName(root.ownerName, root.shownTitle)
+    Accessible.name: root.board.copy.windowName(root.ownerName, root.title)
     // What the sign in the caption shows, for those who do not see it.
     Accessible.description: root.isMinimized
             ? root.help + "\n" + root.board.copy.text(CopyKey.PreviewMinimized) : root.help
@@ -116,8 +115,10 @@ Item {
             anchors.rightMargin: Theme.medium
             anchors.bottomMargin: Theme.small
             windowID: root.windowID
+            applicationID: root.applicationID
+            previewRevision: root.previewRevision
             ownerName: root.ownerName
-            title: root.shownTitle
+            title: root.title
             isAway: root.isMinimized || !root.isOnScreen
             isMinimized: root.isMinimized
         }
@@ -173,7 +174,7 @@ Item {
     HoverTip {
         id: tip
 
-        text: caption.isTitleElided ? root.shownTitle + "\n" + root.help : root.help
+        text: caption.isTitleElided ? root.title + "\n" + root.help : root.help
         isHovered: hover.hovered && !menuButton.hovered && !closeButton.hovered
                    && !root.dragSource.isDragging
     }

@@ -1,32 +1,16 @@
 #include "views/WindowListModel.h"
 
-#include "model/Text.h"
-#include "store/WindowStore.h"
-
 namespace kelpa {
 
 namespace {
 
 enum Role {
-    windowIDRole = Qt::UserRole + 1,
-    ownerNameRole,
-    titleRole,
-    isMinimizedRole,
+    isMinimizedRole = firstRoleBesideFaces,
     isOnScreenRole,
     isSelectedRole,
-    previewRevisionRole,
-    previewMessageRole,
 };
 
 } // namespace
-
-CardPreview cardPreview(const WindowStore& store, const WindowItem& window)
-{
-    const auto found = store.previews().constFind(window.id);
-    if (found != store.previews().constEnd())
-        return {found->image.cacheKey(), {}};
-    return {0, store.previewMessage(window).value_or(QString())};
-}
 
 QVariant WindowListModel::data(const QModelIndex& index, int role) const
 {
@@ -34,48 +18,33 @@ QVariant WindowListModel::data(const QModelIndex& index, int role) const
         return {};
     const WindowRow& row = rows().at(index.row());
     switch (role) {
-    case windowIDRole:
-        return row.id;
-    case ownerNameRole:
-        return singleLine(row.ownerName);
-    case titleRole:
-        return singleLine(row.title);
     case isMinimizedRole:
         return row.isMinimized;
     case isOnScreenRole:
         return row.isOnScreen;
     case isSelectedRole:
         return row.isSelected;
-    case previewRevisionRole:
-        return row.preview.revision;
-    case previewMessageRole:
-        return row.preview.message;
     default:
-        return {};
+        return windowFaceValue(row.face, role);
     }
 }
 
 QHash<int, QByteArray> WindowListModel::roleNames() const
 {
-    return {{windowIDRole, "windowID"},
-            {ownerNameRole, "ownerName"},
-            {titleRole, "title"},
-            {isMinimizedRole, "isMinimized"},
-            {isOnScreenRole, "isOnScreen"},
-            {isSelectedRole, "isSelected"},
-            {previewRevisionRole, "previewRevision"},
-            {previewMessageRole, "previewMessage"}};
+    QHash<int, QByteArray> names = windowFaceRoleNames();
+    names.insert(isMinimizedRole, QByteArrayLiteral("isMinimized"));
+    names.insert(isOnScreenRole, QByteArrayLiteral("isOnScreen"));
+    names.insert(isSelectedRole, QByteArrayLiteral("isSelected"));
+    return names;
 }
 
 void WindowListModel::setWindows(const QList<WindowItem>& windows, std::optional<WindowID> selected,
-                                 const PreviewOf& previewOf)
+                                 const FaceOf& faceOf)
 {
     QList<WindowRow> rows;
     rows.reserve(windows.size());
-    for (const WindowItem& window : windows) {
-        rows.append({window.id, window.ownerName, window.title, window.isMinimized,
-                     window.isOnScreen, window.id == selected, previewOf(window)});
-    }
+    for (const WindowItem& window : windows)
+        rows.append({faceOf(window), window.isMinimized, window.isOnScreen, window.id == selected});
     setRows(rows);
 }
 

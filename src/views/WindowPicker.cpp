@@ -12,13 +12,9 @@ namespace kelpa {
 namespace {
 
 enum Role {
-    windowIDRole = Qt::UserRole + 1,
-    ownerNameRole,
-    titleRole,
-    locationRole,
+    locationRole = firstRoleBesideFaces,
     isInGoalRole,
     isChosenRole,
-    previewRevisionRole,
 };
 
 } // namespace
@@ -29,34 +25,24 @@ QVariant PickerRowModel::data(const QModelIndex& index, int role) const
         return {};
     const PickerRow& row = rows().at(index.row());
     switch (role) {
-    case windowIDRole:
-        return row.id;
-    case ownerNameRole:
-        return row.ownerName;
-    case titleRole:
-        return row.title;
     case locationRole:
         return row.location;
     case isInGoalRole:
         return row.isInGoal;
     case isChosenRole:
         return row.isChosen;
-    case previewRevisionRole:
-        return row.preview.revision;
     default:
-        return {};
+        return windowFaceValue(row.face, role);
     }
 }
 
 QHash<int, QByteArray> PickerRowModel::roleNames() const
 {
-    return {{windowIDRole, "windowID"},
-            {ownerNameRole, "ownerName"},
-            {titleRole, "title"},
-            {locationRole, "location"},
-            {isInGoalRole, "isInGoal"},
-            {isChosenRole, "isChosen"},
-            {previewRevisionRole, "previewRevision"}};
+    QHash<int, QByteArray> names = windowFaceRoleNames();
+    names.insert(locationRole, QByteArrayLiteral("location"));
+    names.insert(isInGoalRole, QByteArrayLiteral("isInGoal"));
+    names.insert(isChosenRole, QByteArrayLiteral("isChosen"));
+    return names;
 }
 
 WindowPicker::WindowPicker(WindowStore& store, QObject* parent) : QObject(parent), m_store(store)
@@ -160,11 +146,8 @@ void WindowPicker::update()
         const QString location =
             isInGoal ? KelpaCopy::text(CopyKey::AlreadyInGoal, language)
                      : KelpaCopy::currentWindowLocation(titles.of(window), language);
-        rows.append({window.id, singleLine(window.ownerName),
-                     window.title.isEmpty() ? KelpaCopy::text(CopyKey::Window, language)
-                                            : singleLine(window.title),
-                     singleLine(location), isInGoal, m_selection.chosen.contains(window.id),
-                     cardPreview(m_store, window)});
+        rows.append({windowFace(m_store, window), singleLine(location), isInGoal,
+                     m_selection.chosen.contains(window.id)});
     }
     m_rows.setRows(rows);
     const QString goalTitle = singleLine(target->title);

@@ -1,7 +1,8 @@
 // The sheet in which windows are chosen to be moved into a goal.
 #pragma once
 
-#include "views/WindowListModel.h"
+#include "views/RowListModel.h"
+#include "views/WindowFace.h"
 #include "views/WindowSelection.h"
 
 #include <QObject>
@@ -26,16 +27,13 @@ struct GoalWindowPickerRequest
 /// What the sheet shows of a window.
 struct PickerRow
 {
-    WindowID id = 0;
-    QString ownerName;
-    QString title;
+    WindowFace face;
     QString location;
     /// In the goal already, so that it cannot be chosen.
     bool isInGoal = false;
     bool isChosen = false;
-    CardPreview preview;
 
-    WindowID key() const { return id; }
+    WindowID key() const { return face.id; }
 
     friend bool operator==(const PickerRow&, const PickerRow&) = default;
 };

@@ -27,6 +27,8 @@ Sheet {
         search.forceActiveFocus();
     }
     function enterList(): void {
+        if (list.count === 0)
+            return;
         list.currentIndex = Math.max(0, list.currentIndex);
         list.forceActiveFocus();
     }
@@ -83,7 +85,11 @@ Sheet {
                 clearLabel: root.board.copy.text(CopyKey.ClearSearch)
                 text: root.picker.searchText
                 onTextChanged: root.picker.searchText = text
-                onCommitted: root.picker.confirm()
+                // Whoever searched goes on to what was found: it was not the last word.
+                onCommitted: if (search.length > 0)
+                    root.enterList();
+                else
+                    root.picker.confirm()
                 onDismissed: root.close()
                 Keys.onDownPressed: root.enterList()
             }

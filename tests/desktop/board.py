@@ -1,8 +1,8 @@
 """The board as the accessibility bus shows it. How the views name their parts stands here alone.
 
 A column is a list named by its goal's title, UNSORTED or ALL_TODOS. In it are list items: window
-cards, which can be selected and are named "<owner>: <title>", and todos, which cannot be selected and
-are named by their title alone, whatever it looks like."""
+cards, which describe what a click on them does and are named "<owner>: <title>", and todos, which are
+named by their title alone, whatever it looks like."""
 
 import re
 
@@ -28,6 +28,7 @@ SHOW_ALL_WINDOWS = "Show all windows in this goal"
 DELETE_GOAL = "Delete goal"
 CLOSE_PROCESS = "Close this app process"
 PREVIEW = "Window preview"
+_CARD_HELP = "Click to switch to the window; drag to another goal"
 _MINIMISED = "Window is minimized"
 MOVE_TO_GOAL = "Move to goal"
 DELETE_TODO = "Delete todo"
@@ -183,8 +184,7 @@ class Column:
     def __init__(self, node):
         self.node = node
         self.title = node.name
-        items = [(item, item.has_state(Atspi.StateType.SELECTABLE))
-                 for item in node.find(_ITEM_ROLES, bool)]
+        items = [(item, item.description.startswith(_CARD_HELP)) for item in node.find(_ITEM_ROLES, bool)]
         self.cards = [Card(item) for item, is_card in items if is_card]
         self.todos = [Todo(item) for item, is_card in items if not is_card]
 

@@ -91,6 +91,11 @@ TEST_F(AppIcons, Without_a_size_it_has_that_of_a_card)
     EXPECT_EQ(icon(QStringLiteral("7"), QSize()).size(), QSize(20, 20));
 }
 
+TEST_F(AppIcons, What_follows_the_number_changes_nothing)
+{
+    EXPECT_EQ(icon(QStringLiteral("7/org.example.App/3")).size(), QSize(40, 40));
+}
+
 TEST_F(AppIcons, It_is_not_read_on_the_thread_that_asks)
 {
     icon(QStringLiteral("7"));

@@ -9,14 +9,17 @@
 #include "views/KnownTexts.h"
 #include "views/SymbolImageProvider.h"
 
+#include <QAccessible>
 #include <QDragMoveEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QMimeData>
+#include <QMutex>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSet>
 #include <QtQuickTest/quicktest.h>
 
 #include <memory>
@@ -27,6 +30,31 @@ extern void qml_register_types_Kelpa();
 namespace {
 
 using namespace kelpa;
+
+/// Applications have green icons, and windows may have red ones of their own.
+class IconDesktop : public test::FakeDesktop
+{
+public:
+    void setIcon(WindowID windowID)
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_withIcon.insert(windowID);
+    }
+    QImage icon(const WindowItem& window, int pixels) override
+    {
+        const QMutexLocker lock(&m_mutex);
+        const bool isKnown = window.bundleIdentifier == QStringLiteral("org.example.Known");
+        if (!isKnown && !m_withIcon.contains(window.id))
+            return {};
+        QImage image(pixels, pixels, QImage::Format_RGB32);
+        image.fill(isKnown ? Qt::green : Qt::red);
+        return image;
+    }
+
+private:
+    QMutex m_mutex;
+    QSet<WindowID> m_withIcon;
+};
 
 /// What the tests call `world`.
 class World : public QObject
@@ -43,7 +71,11 @@ public:
     }
 
     BoardController* board() { return &m_controller; }
-    test::FakeDesktop& desktop() { return m_desktop; }
+    std::unique_ptr<AppIconProvider> makeIconProvider()
+    {
+        return std::make_unique<AppIconProvider>(m_desktop, m_iconWindows,
+                                                 std::make_shared<WorkerPool>(1));
+    }
 
     Q_INVOKABLE void addWindow(quint32 id, const QString& title)
     {
@@ -51,6 +83,19 @@ public:
         WindowListEntry& entry = m_desktop.addAccessibleWindow(id, 1000, title);
         entry.bounds->x = 100.0 * (id % 16);
         m_desktop.accessibilityWindows[1000]->back().position->x = entry.bounds->x;
+        m_store.refresh();
+    }
+    /// The window sets an icon.
+    Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id); }
+    /// It turns out which application the windows belong to.
+    Q_INVOKABLE void recognizeApplication()
+    {
+        m_desktop.applications[1000].bundleIdentifier = QStringLiteral("org.example.Known");
+        m_store.refresh();
+    }
+    Q_INVOKABLE void forgetApplication()
+    {
+        m_desktop.applications[1000].bundleIdentifier = std::nullopt;
         m_store.refresh();
     }
     /// As a window that is minimized.
@@ -189,6 +234,24 @@ public:
                         Qt::NoModifier);
         QCoreApplication::sendEvent(item->window(), &drop);
     }
+    /// What assistive programs are told of the item: "disabled", "selectable", "selected",
+    /// "checked".
+    Q_INVOKABLE static QStringList states(QObject* item)
+    {
+        const QAccessible::State state = QAccessible::queryAccessibleInterface(item)->state();
+        QStringList names;
+        if (state.readOnly)
+            names.append(QStringLiteral("read-only"));
+        if (state.checkable)
+            names.append(QStringLiteral("checkable"));
+        if (state.selectable)
+            names.append(QStringLiteral("selectable"));
+        if (state.selected)
+            names.append(QStringLiteral("selected"));
+        if (state.checked)
+            names.append(QStringLiteral("checked"));
+        return names;
+    }
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 
 private:
@@ -212,10 +275,15 @@ private:
 
     QMimeData m_dragged;
     bool m_isDragging = false;
-    test::FakeDesktop m_desktop;
+    IconDesktop m_desktop;
+    std::shared_ptr<IconWindows> m_iconWindows = std::make_shared<IconWindows>();
     test::ManualScheduler m_scheduler;
     test::MemorySettingsStore m_settings;
     WindowStore m_store{m_desktop.platform(), m_settings, m_scheduler};
+    // Before the board follows the store, so that a card that appears finds its icon.
+    QMetaObject::Connection m_iconFollowing =
+        connect(&m_store, &WindowStore::windowsChanged, this,
+                [this] { m_iconWindows->set(m_store.windows()); });
     BoardController m_controller{m_store};
 };
 
@@ -233,10 +301,7 @@ public Q_SLOTS:
         engine->rootContext()->setContextProperty(QStringLiteral("world"), world);
         auto symbols = std::make_unique<SymbolImageProvider>();
         engine->addImageProvider(SymbolImageProvider::name(), symbols.release());
-        auto icons = std::make_unique<AppIconProvider>(world->desktop(),
-                                                       std::make_shared<const IconWindows>(),
-                                                       std::make_shared<WorkerPool>(1));
-        engine->addImageProvider(AppIconProvider::name(), icons.release());
+        engine->addImageProvider(AppIconProvider::name(), world->makeIconProvider().release());
     }
 };
 

@@ -31,7 +31,7 @@ protected:
     {
         QStringList result;
         for (const PickerRow& row : picker->rows()->rows())
-            result.append(row.title + QStringLiteral(": ") + row.location);
+            result.append(row.face.title + QStringLiteral(": ") + row.location);
         return result;
     }
 
@@ -89,7 +89,7 @@ TEST_F(Picking, A_window_without_a_title_is_called_a_window)
     desktop.addAccessibleWindow(9, 102, {});
     store().refresh();
     picker->open(goalID.text());
-    EXPECT_EQ(picker->rows()->rows().back().title, QStringLiteral("Window"));
+    EXPECT_EQ(picker->rows()->rows().back().face.title, QStringLiteral("Window"));
 }
 
 TEST_F(Picking, Confirming_moves_the_chosen_windows_and_closes)

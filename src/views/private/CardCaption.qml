@@ -11,6 +11,9 @@ Item {
     required property real windowID
     required property string ownerName
     required property string title
+    /// Empty while it is not known.
+    required property string applicationID
+    required property real previewRevision
     /// Whether the window itself is not on the screen.
     required property bool isAway
     required property bool isMinimized
@@ -18,6 +21,7 @@ Item {
     readonly property bool isTitleElided: titleText.truncated
 
     implicitHeight: 32
+    onPreviewRevisionChanged: icon.lookAgain()
 
     Item {
         id: iconPlace
@@ -32,11 +36,24 @@ Item {
 
             // Without an icon, the image is a single empty pixel.
             readonly property bool isThere: status === Image.Ready && implicitWidth > 1
+            readonly property bool isAbsent: status === Image.Ready && implicitWidth <= 1
+            /// For which picture of the window its icon was looked for again.
+            property real lookedAgainFor: 0
+
+            // Some programs set their icon only after they have opened their window.
+            function lookAgain(): void {
+                if (icon.isAbsent)
+                    icon.lookedAgainFor = root.previewRevision;
+            }
+
+            Component.onCompleted: icon.lookAgain()
 
             anchors.fill: parent
             asynchronous: true
             fillMode: Image.PreserveAspectFit
-            source: "image://appicon/" + root.windowID
+            // An application that becomes known may have another icon than its window.
+            source: "image://appicon/" + root.windowID + "/"
+                    + encodeURIComponent(root.applicationID) + "/" + icon.lookedAgainFor
             sourceSize.width: 20 * Screen.devicePixelRatio
             sourceSize.height: 20 * Screen.devicePixelRatio
             visible: isThere

@@ -21,12 +21,14 @@ Item {
     }
 
     implicitHeight: 62
-    Accessible.role: root.isInGoal ? Accessible.ListItem : Accessible.CheckBox
+    Accessible.role: Accessible.CheckBox
     Accessible.name: root.board.copy.windowName(root.ownerName, root.title)
     Accessible.description: root.location
     Accessible.focusable: true
     Accessible.checkable: !root.isInGoal
-    Accessible.checked: root.isChosen
+    Accessible.checked: root.isChosen || root.isInGoal
+    // What an item of ours can say of a box that cannot be changed.
+    Accessible.readOnly: root.isInGoal
     Accessible.onPressAction: root.toggle()
     Accessible.onToggleAction: root.toggle()
 

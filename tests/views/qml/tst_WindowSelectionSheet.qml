@@ -59,6 +59,9 @@ Item {
             return all(sheet.contentItem, item => item instanceof AppText && item.visible)
                 .map(item => item.text);
         }
+        function search() {
+            return all(sheet.contentItem, item => item instanceof SearchField)[0];
+        }
         function focusItem() {
             return root.Window.activeFocusItem;
         }
@@ -134,6 +137,48 @@ Item {
             compare(row("Alpha").location, "Already in this goal");
             mouseClick(row("Alpha"));
             compare(picker.chosenCount, 0);
+            compare(world.states(row("Alpha")), ["read-only", "checked"]);
+            compare(world.states(row("Beta")), ["checkable"]);
+            // The arrow keys still find it.
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_End);
+            tryCompare(row("Alpha"), "activeFocus", true);
+            keyClick(Qt.Key_Space);
+            compare(picker.chosenCount, 0);
+            keyClick(Qt.Key_Up);
+            tryCompare(row("Gamma"), "activeFocus", true);
+            keyClick(Qt.Key_Space);
+            compare(world.states(row("Gamma")), ["checkable", "checked"]);
+        }
+        function test_Return_after_a_search_leads_to_what_was_found_and_confirms_there() {
+            mouseClick(row("Alpha"));
+            search().forceActiveFocus();
+            for (const letter of "be")
+                keyClick(letter);
+            tryVerify(() => rows().length === 1);
+            keyClick(Qt.Key_Return);
+            verify(picker.isOpen);
+            tryCompare(row("Beta"), "activeFocus", true);
+            keyClick(Qt.Key_Space);
+            keyClick(Qt.Key_Return);
+            tryCompare(sheet, "visible", false);
+            compare(world.goalOfWindow(1), "Proposal");
+            compare(world.goalOfWindow(2), "Proposal");
+            compare(world.goalOfWindow(3), "");
+        }
+        function test_Return_after_a_search_that_found_nothing_stays_in_the_search() {
+            picker.toggle(1);
+            for (const letter of "xx")
+                keyClick(letter);
+            tryVerify(() => rows().length === 0);
+            keyClick(Qt.Key_Return);
+            verify(picker.isOpen);
+            verify(search().activeFocus);
+            keyClick(Qt.Key_Escape);
+            // Without a search it is the last word.
+            keyClick(Qt.Key_Return);
+            tryCompare(sheet, "visible", false);
+            compare(world.goalOfWindow(1), "Proposal");
         }
         function test_the_search_narrows_the_list_and_Escape_clears_it_and_then_closes() {
             for (const letter of "be")

@@ -1,0 +1,46 @@
+// What every list shows of a window, in cards and in rows.
+#pragma once
+
+#include "model/WindowItem.h"
+#include "text/AppLanguage.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QVariant>
+
+namespace kelpa {
+
+class WindowStore;
+
+struct WindowFace
+{
+    WindowID id = 0;
+    /// This and the title as shown, in a single line.
+    QString ownerName;
+    /// Never empty.
+    QString title;
+    /// Of the owning application; empty while it is not known.
+    QString applicationID;
+    /// Differs for each picture of the window; 0 while there is none.
+    qint64 previewRevision = 0;
+    /// Shown instead of a picture; empty while there is one.
+    QString previewMessage;
+
+    friend bool operator==(const WindowFace&, const WindowFace&) = default;
+};
+
+/// The trimmed title in a single line, or what a window without one is called in the language.
+QString shownWindowTitle(const QString& title, AppLanguage language);
+
+/// Of `window` as `store` has it now.
+WindowFace windowFace(const WindowStore& store, const WindowItem& window);
+
+/// Where the roles of a model of windows start that are none of their faces'.
+inline constexpr int firstRoleBesideFaces = Qt::UserRole + 100;
+
+/// An invalid value for any other role.
+QVariant windowFaceValue(const WindowFace& face, int role);
+QHash<int, QByteArray> windowFaceRoleNames();
+
+} // namespace kelpa
