@@ -75,6 +75,8 @@ inline constexpr std::array todoCopyRows{
             u"Déplacer vers un objectif", u"In Ziel verschieben"},
     CopyRow{CopyKey::DeleteTodo, u"删除待办", u"Delete todo", u"タスクを削除", u"할 일 삭제",
             u"Supprimer la tâche", u"Aufgabe löschen"},
+    CopyRow{CopyKey::MoreTodoActions, u"更多待办操作", u"More todo actions", u"タスクのその他の操作",
+            u"할 일 작업 더 보기", u"Autres actions de la tâche", u"Weitere Aufgabenaktionen"},
     CopyRow{CopyKey::MoveTodoUp, u"上移待办", u"Move todo up", u"タスクを上へ移動",
             u"할 일을 위로 이동", u"Monter la tâche", u"Aufgabe nach oben verschieben"},
     CopyRow{CopyKey::MoveTodoDown, u"下移待办", u"Move todo down", u"タスクを下へ移動",

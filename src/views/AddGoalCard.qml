@@ -15,6 +15,7 @@ T.Button {
     text: root.board.copy.text(CopyKey.AddGoal)
     focusPolicy: Qt.StrongFocus
     Accessible.name: root.text
+    Accessible.description: root.board.noGoalsHint
     Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
@@ -36,6 +37,18 @@ T.Button {
                 text: root.text
                 font: Theme.bodyStrong
                 color: root.hovered ? Theme.accentText : Theme.secondaryText
+            }
+            AppText {
+                anchors.horizontalCenter: parent.horizontalCenter
+                width: root.width - 2 * Theme.medium
+                horizontalAlignment: Text.AlignHCenter
+                text: root.board.noGoalsHint
+                color: Theme.secondaryText
+                wrapMode: Text.Wrap
+                visible: text.length > 0
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
     }

@@ -39,6 +39,10 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
             &BoardController::isHidingGoalsWithoutOpenTodosChanged);
     connect(&store, &WindowStore::boardNavigationChanged, this, &BoardController::selectionChanged);
+    for (const auto signal :
+         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+          &WindowStore::languageChanged})
+        connect(&store, signal, this, &BoardController::noGoalsHintChanged);
     connect(&m_breadcrumbs, &BreadcrumbModel::countChanged, this,
             &BoardController::noteColumnCount);
 }
@@ -113,6 +117,18 @@ void BoardController::setSearchText(const QString& text)
     m_store.setSearchText(text);
 }
 
+bool BoardController::isSearching() const
+{
+    return !m_store.searchText().trimmed().isEmpty();
+}
+
+QString BoardController::noGoalsHint() const
+{
+    if (m_store.goals().isEmpty())
+        return copy().text(CopyKey::AddFirstGoalHint);
+    return m_store.visibleGoals().isEmpty() ? copy().text(CopyKey::GoalsHiddenHint) : QString();
+}
+
 bool BoardController::isAutoSortingGoals() const
 {
     return m_store.isAutoSortingGoals();
@@ -154,6 +170,11 @@ bool BoardController::isHidingGoalsWithoutOpenTodos() const
 void BoardController::refresh()
 {
     m_store.refresh();
+}
+
+void BoardController::clearSelection()
+{
+    m_store.clearTargetSelection();
 }
 
 void BoardController::undo()

@@ -42,6 +42,10 @@ class BoardController : public QObject
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    /// Whether the search leaves windows out.
+    Q_PROPERTY(bool isSearching READ isSearching NOTIFY searchTextChanged)
+    /// What a person can do while no goal shows; empty while one does.
+    Q_PROPERTY(QString noGoalsHint READ noGoalsHint NOTIFY noGoalsHintChanged)
     Q_PROPERTY(bool isAutoSortingGoals READ isAutoSortingGoals NOTIFY isAutoSortingGoalsChanged)
     Q_PROPERTY(bool isAccessibilityTrusted READ isAccessibilityTrusted NOTIFY
                    isAccessibilityTrustedChanged)
@@ -77,6 +81,8 @@ public:
     int selectedWindow() const;
     QString searchText() const;
     void setSearchText(const QString& text);
+    bool isSearching() const;
+    QString noGoalsHint() const;
     bool isAutoSortingGoals() const;
     bool isAccessibilityTrusted() const;
     bool isScreenCaptureTrusted() const;
@@ -99,6 +105,8 @@ public:
     bool isHidingGoalsWithoutOpenTodos() const;
 
     Q_INVOKABLE void refresh();
+    /// Nothing is selected any more.
+    Q_INVOKABLE void clearSelection();
     /// Takes the last change of the board back.
     Q_INVOKABLE void undo();
     /// An index outside `languageNames` does nothing.
@@ -145,6 +153,7 @@ public:
 Q_SIGNALS:
     void languageChanged();
     void searchTextChanged();
+    void noGoalsHintChanged();
     void isAutoSortingGoalsChanged();
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();

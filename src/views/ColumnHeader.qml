@@ -26,7 +26,11 @@ Item {
 
     signal menuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
-    signal addTodoRequested
+    signal addTodoRequested(isByKeyboard: bool)
+
+    function takeKeyboard(): void {
+        addButton.forceActiveFocus(Qt.TabFocusReason);
+    }
 
     implicitHeight: 40
     Keys.onPressed: event => {
@@ -94,11 +98,13 @@ Item {
             id: controlsHover
         }
         IconButton {
+            id: addButton
+
             anchors.verticalCenter: parent.verticalCenter
             symbol: "lightbulb-plus"
             size: 28
             text: root.board.copy.text(CopyKey.AddTodo)
-            onClicked: root.addTodoRequested()
+            onClicked: root.addTodoRequested(addButton.visualFocus)
         }
         CountBadge {
             anchors.verticalCenter: parent.verticalCenter

@@ -23,8 +23,7 @@ FocusScope {
         menu.popup(root, button.mapToItem(root, 0, button.height + Theme.tiny));
     }
     function showTodoMenu(todoID: string, columnID: string, row: Item, position: point): void {
-        todoMenu.ask(todoID, columnID, (row as TodoRow).listID, root,
-                     row.mapToItem(root, position));
+        todoMenu.ask(todoID, columnID, row as TodoRow, root, row.mapToItem(root, position));
     }
 
     /// Scrolls until the selected target, or the selected window in it, is in view.
@@ -45,6 +44,14 @@ FocusScope {
         if (todo.height > 0 && root.board.selectedWindow < 0)
             wanted = Qt.rect(wanted.x, wanted.y + todo.y, todo.width, todo.height);
         view.reveal(wanted.y, wanted.height);
+    }
+
+    function showFocus(): void {
+        const item = root.Window.activeFocusItem;
+        if (item !== null && view.isHolding(item)) {
+            const top = item.mapToItem(targets, 0, 0).y;
+            view.reveal(top, item.height);
+        }
     }
 
     BoardDragSource {
@@ -77,12 +84,15 @@ FocusScope {
         ignoreUnknownSignals: true
 
         function onActiveFocusItemChanged(): void {
-            const item = root.Window.activeFocusItem;
-            if (item !== null && view.isHolding(item)) {
-                const top = item.mapToItem(targets, 0, 0).y;
-                view.reveal(top, item.height);
-            }
+            focusScroll.restart();
         }
+    }
+    // After the list in which it stands has scrolled to it.
+    Timer {
+        id: focusScroll
+
+        interval: 0
+        onTriggered: root.showFocus()
     }
     Binding {
         target: root.board
@@ -165,6 +175,12 @@ FocusScope {
             easing.type: Easing.OutCubic
         }
 
+        // Beside all cards.
+        MouseArea {
+            width: view.width
+            height: Math.max(view.height, view.contentHeight)
+            onClicked: root.board.clearSelection()
+        }
         WaterfallView {
             id: targets
 

@@ -42,7 +42,7 @@ ExpandableGoalCard {
 
     // What belongs to no goal is to be sorted, so that all of it shows.
     isExpanded: root.isSelected || root.isUnassigned
-    isPinned: root.expansionProgress > 0 && !root.isUnassigned
+    isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
     isAccepting: dropArea.containsDrag
     naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
                    + Theme.medium
@@ -95,8 +95,14 @@ ExpandableGoalCard {
                     && root.shownTo > y + header.titleTop
         onMenuRequested: button => root.columnMenuRequested(button)
         onPriorityMenuRequested: button => root.priorityMenuRequested(button)
-        onAddTodoRequested: root.isUnassigned ? todos.openEditor()
-                                              : root.board.todos.requestEditor(root.columnID)
+        onAddTodoRequested: isByKeyboard => {
+            if (root.isUnassigned) {
+                todos.openEditor(isByKeyboard);
+                return;
+            }
+            todos.isKeyboardAwaited = isByKeyboard;
+            root.board.todos.requestEditor(root.columnID);
+        }
     }
     AppText {
         id: hint
@@ -133,6 +139,7 @@ ExpandableGoalCard {
         onMenuRequested: (todoID, todoColumnID, row, position) => {
             root.todoMenuRequested(todoID, todoColumnID, row, position);
         }
+        onKeyboardReturned: header.takeKeyboard()
     }
     // Two columns, as the arrow keys walk them.
     WaterfallView {
@@ -187,7 +194,8 @@ ExpandableGoalCard {
             anchors.fill: parent
             anchors.margins: Theme.medium
             horizontalAlignment: Text.AlignHCenter
-            text: root.board.copy.text(CopyKey.DragWindowHere)
+            text: root.board.copy.text(root.board.isSearching ? CopyKey.NoMatchingWindows
+                                                              : CopyKey.DragWindowHere)
             color: Theme.secondaryText
             wrapMode: Text.Wrap
             Accessible.ignored: !visible

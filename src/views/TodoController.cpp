@@ -167,10 +167,13 @@ void TodoController::copyTodo(const QString& todoID, const QString& columnID)
 
 void TodoController::goToColumn(const QString& columnID)
 {
-    const std::optional<ColumnID> column = columnFromText(columnID);
-    if (!column)
-        return;
-    m_store.activateTarget(targetOf(column->goalID), WindowStore::EnterWindowLayer::no);
+    const auto activate = [this](const TargetSelection& target) {
+        m_store.activateTarget(target, WindowStore::EnterWindowLayer::no);
+    };
+    if (columnID == unifiedTodosText)
+        activate(TargetSelection::unifiedTodos());
+    else if (const std::optional<ColumnID> column = columnFromText(columnID))
+        activate(targetOf(column->goalID));
 }
 
 const TodoItem* TodoController::todoAt(const TodoPlace& place) const
@@ -204,13 +207,13 @@ void TodoController::highlight(std::optional<TodoPlace> place)
         Q_EMIT highlightedTodoIDChanged();
 }
 
-void TodoController::goToTodo(const QString& todoID, const QString& columnID)
+void TodoController::goToTodo(const QString& todoID, const QString& columnID, bool isByKeyboard)
 {
     const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
     if (!place || !hasTodo(*place))
         return;
     goToColumn(columnID);
-    m_isTodoRequestOpen = true;
+    m_isTodoRequestOpen = isByKeyboard;
     highlight(place);
     Q_EMIT todoRequested();
 }
@@ -239,6 +242,14 @@ void TodoController::setPriority(const QString& columnID, const QString& priorit
     const std::optional<GoalPriority> wanted = goalPriorityFromRawValue(priority);
     if (column && column->goalID && wanted)
         m_store.setGoalPriority(*wanted, *column->goalID);
+}
+
+void TodoController::setDraft(const QString& listID, const QString& text)
+{
+    if (text.isEmpty())
+        m_drafts.remove(listID);
+    else
+        m_drafts.insert(listID, text);
 }
 
 void TodoController::requestEditor(const QString& columnID)

@@ -5,6 +5,7 @@
 
 #include "views/TodoRows.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -65,14 +66,18 @@ public:
     Q_INVOKABLE bool moveInList(const QString& todoID, const QString& listID, int step);
     Q_INVOKABLE bool canMoveInList(const QString& todoID, const QString& listID, int step) const;
     Q_INVOKABLE void copyTodo(const QString& todoID, const QString& columnID);
-    /// Selects the column in which the todo lives.
+    /// Selects the column, or the list of the whole board.
     Q_INVOKABLE void goToColumn(const QString& columnID);
     /// Selects the column in which the todo lives, and lets it stand out there until the selection
-    /// goes elsewhere. The row of the todo is to take the keyboard.
-    Q_INVOKABLE void goToTodo(const QString& todoID, const QString& columnID);
-    /// True once after every `goToTodo`, for the row of that todo.
+    /// goes elsewhere. Who came by the keyboard goes on with it in the row of the todo.
+    Q_INVOKABLE void goToTodo(const QString& todoID, const QString& columnID, bool isByKeyboard);
+    /// True once after every such `goToTodo` by the keyboard, for the row of that todo.
     Q_INVOKABLE bool takeTodoRequest(const QString& todoID);
     Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
+
+    /// What was written for a new todo of the list and not added yet: it outlasts the field.
+    Q_INVOKABLE QString draft(const QString& listID) const { return m_drafts.value(listID); }
+    Q_INVOKABLE void setDraft(const QString& listID, const QString& text);
 
     Q_INVOKABLE void requestEditor(const QString& columnID);
     Q_INVOKABLE void cancelEditor();
@@ -122,6 +127,8 @@ private:
     bool m_isEditorRequestOpen = false;
     std::optional<TodoPlace> m_highlighted;
     bool m_isTodoRequestOpen = false;
+    /// By list; none of them empty.
+    QHash<QString, QString> m_drafts;
 };
 
 } // namespace kelpa

@@ -20,11 +20,18 @@ Item {
     property string editedTodoID
     /// Of the field that this list opens for itself; that of a goal is opened by the store.
     property bool isOwnEditorOpen: false
+    /// Whether the keyboard goes back to where it came from when the field for a new todo closes.
+    property bool isKeyboardAwaited: false
 
     readonly property TodoListModel listModel: TodoListModel {
         todos: root.board.todos
         listID: root.listID
+        // What is gone is not being edited any more.
+        onCountChanged: if (root.listModel.rowOf(root.editedTodoID) < 0)
+            root.editedTodoID = ""
     }
+    /// Whether something is being written, which is not to be lost.
+    readonly property bool isWriting: root.isEditorOpen || root.editedTodoID.length > 0
     readonly property bool isEditorOpen: root.isOwnEditorOpen
                                          || root.board.todos.editorColumnID === root.listID
     readonly property int rowHeight: Theme.todoHeight
@@ -33,8 +40,11 @@ Item {
                                          + (root.isEditorOpen ? Theme.todoHeight : 0)
 
     signal menuRequested(todoID: string, columnID: string, row: Item, position: point)
+    /// The keyboard was in the list, which has no place for it any more.
+    signal keyboardReturned
 
-    function openEditor(): void {
+    function openEditor(isByKeyboard: bool): void {
+        root.isKeyboardAwaited = isByKeyboard;
         root.isOwnEditorOpen = true;
         root.focusEditor();
     }
@@ -43,10 +53,25 @@ Item {
             (adding.itemAt(0) as TodoField).take();
     }
     function closeEditor(): void {
+        const isAwaited = root.isKeyboardAwaited;
         if (root.isOwnEditorOpen)
             root.isOwnEditorOpen = false;
         else
             root.board.todos.cancelEditor();
+        if (isAwaited)
+            root.keyboardReturned();
+    }
+    /// Gives the keyboard to the row at `place` or, where the list ends before it, to the last.
+    function focusRow(place: int): void {
+        const row = Math.min(place, root.listModel.count - 1);
+        if (row >= 0)
+            root.reveal(row);
+        lines.layOut();
+        const item = lines.itemAtRow(row) as TodoRow;
+        if (item !== null)
+            item.takeKeyboard();
+        else
+            root.keyboardReturned();
     }
     /// Scrolls as little as is needed.
     function reveal(row: int): void {
@@ -67,6 +92,8 @@ Item {
 
     implicitHeight: Math.min(root.maximumHeight, root.wantedHeight)
     Component.onCompleted: root.takeRequest()
+    onIsEditorOpenChanged: if (!root.isEditorOpen)
+        root.isKeyboardAwaited = false
 
     Connections {
         target: root.board.todos
@@ -77,6 +104,9 @@ Item {
     }
     Flickable {
         id: rows
+
+        /// Above and below what shows, so that the Tab key finds what follows.
+        readonly property real reach: rows.interactive ? 2 * root.rowHeight : 0
 
         anchors.left: parent.left
         anchors.right: parent.right
@@ -97,10 +127,14 @@ Item {
             height: implicitHeight
             fixedColumnCount: 1
             fixedItemHeight: root.rowHeight
-            visibleFrom: rows.contentY + Math.max(0, root.visibleFrom)
-            visibleTo: rows.contentY + Math.min(rows.height, root.visibleTo)
+            visibleFrom: rows.contentY - rows.reach + Math.max(0, root.visibleFrom)
+            visibleTo: rows.contentY + rows.reach + Math.min(rows.height, root.visibleTo)
             motionTime: Theme.mediumTime
             model: root.listModel
+            onFocusedRowRemoved: (place, item) => {
+                if ((item as TodoRow).hasKeyboard)
+                    focusing.startFor(place);
+            }
 
             WaterfallDelegate {
                 TodoRow {
@@ -110,6 +144,8 @@ Item {
                     dragSource: root.dragSource
                     listID: root.listID
                     isEdited: root.editedTodoID === row.todoID
+                    onActiveFocusChanged: if (row.activeFocus && rows.interactive)
+                        root.reveal(root.listModel.rowOf(row.todoID))
                     onMenuRequested: (item, position) => {
                         root.menuRequested(row.todoID, row.columnID, item, position);
                     }
@@ -125,6 +161,20 @@ Item {
                 }
             }
         }
+    }
+    // Once the list has all of its rows again.
+    Timer {
+        id: focusing
+
+        property int place: 0
+
+        function startFor(row: int): void {
+            focusing.place = row;
+            focusing.restart();
+        }
+
+        interval: 0
+        onTriggered: root.focusRow(focusing.place)
     }
     DragScroll {
         anchors.fill: rows
@@ -162,12 +212,17 @@ Item {
             board: root.board
             symbol: "circle"
             label: root.board.copy.text(CopyKey.AddTodo)
+            onTextChanged: root.board.todos.setDraft(root.listID, newTodo.text)
+            Component.onCompleted: newTodo.text = root.board.todos.draft(root.listID)
             onCommitted: title => {
                 newTodo.text = "";
                 root.board.todos.add(title, root.listID);
                 root.reveal(root.listModel.count - 1);
             }
-            onCancelled: root.closeEditor()
+            onCancelled: {
+                newTodo.text = "";
+                root.closeEditor();
+            }
         }
     }
 }

@@ -14,18 +14,30 @@ AppMenu {
     /// The list in whose row the menu opens.
     property string listID
 
-    /// Opens it for a todo of a column, as a list shows it.
-    function ask(todoID: string, columnID: string, listID: string, owner: Item,
+    /// Opens it for a todo of a column, as the row of a list shows it.
+    function ask(todoID: string, columnID: string, row: TodoRow, owner: Item,
                  position: point): void {
         root.todoID = todoID;
         root.columnID = columnID;
-        root.listID = listID;
+        root.listID = row.listID;
+        root.row = row;
+        root.isByKeyboard = row.isMenuByKeyboard;
         // Items that come while the menu opens would close it again.
         items.active = true;
         root.popup(owner, position.x, position.y);
     }
 
-    title: root.board.copy.text(CopyKey.EditTodo)
+    /// The row over which it opens, which may go meanwhile; and whether the keyboard was in it.
+    property TodoRow row: null
+    property bool isByKeyboard: false
+
+    /// What follows may take the row away, and the keyboard is to go on from there.
+    function giveKeyboardBack(): void {
+        if (root.isByKeyboard && root.row?.todoID === root.todoID)
+            root.row.takeKeyboard();
+    }
+
+    title: root.board.copy.text(CopyKey.MoreTodoActions)
     onAboutToShow: {
         up.enabled = root.board.todos.canMoveInList(root.todoID, root.listID, -1);
         down.enabled = root.board.todos.canMoveInList(root.todoID, root.listID, 1);
@@ -58,7 +70,10 @@ AppMenu {
                 enabled: item.isElsewhere
                 visible: item.isElsewhere
                 implicitHeight: item.isElsewhere ? 30 : 0
-                onTriggered: root.board.todos.move(root.todoID, root.columnID, item.columnID)
+                onTriggered: {
+                    root.giveKeyboardBack();
+                    root.board.todos.move(root.todoID, root.columnID, item.columnID);
+                }
             }
         }
     }
@@ -67,9 +82,18 @@ AppMenu {
         symbol: "trash-2"
         symbolColor: Theme.destructive
         foreground: Theme.destructive
-        onTriggered: root.board.todos.remove(root.todoID, root.columnID)
+        onTriggered: {
+            root.giveKeyboardBack();
+            root.board.todos.remove(root.todoID, root.columnID);
+        }
     }
     AppMenuSeparator {}
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.EditTodo)
+        symbol: "pencil"
+        onTriggered: if (root.row?.todoID === root.todoID)
+            root.row.edit(root.isByKeyboard)
+    }
     AppMenuItem {
         id: up
 

@@ -23,23 +23,47 @@ FocusScope {
     readonly property bool isUnified: root.listID === root.board.todos.unifiedListID
     readonly property bool isHighlighted: !root.isUnified
                                           && root.board.todos.highlightedTodoID === root.todoID
+    /// Whether a person went here with the keyboard. A button that was clicked has it too, but
+    /// nobody knows.
+    readonly property bool hasKeyboard: face.activeFocus || statusButton.visualFocus
+                                        || goButton.visualFocus || menuButton.visualFocus
+                                        || handle.visualFocus
+    /// What is being written stays with its todo.
+    readonly property bool isPinned: root.isEdited
+
+    /// Whether the keyboard comes back here when the edit has ended, or after the menu.
+    property bool isEditedByKeyboard: false
+    property bool isMenuByKeyboard: false
 
     signal menuRequested(row: Item, position: point)
     signal editRequested
     signal editEnded
     signal moveRequested(isUp: bool)
 
-    function openMenu(): void {
-        root.menuRequested(root, Qt.point(Theme.huge, root.height - Theme.tiny));
+    function takeKeyboard(): void {
+        face.forceActiveFocus(Qt.TabFocusReason);
     }
+    function openMenu(isByKeyboard: bool, position: point): void {
+        root.isMenuByKeyboard = isByKeyboard;
+        root.menuRequested(root, position);
+    }
+    function openMenuByKeyboard(): void {
+        root.openMenu(true, Qt.point(Theme.huge, root.height - Theme.tiny));
+    }
+    function edit(isByKeyboard: bool): void {
+        root.isEditedByKeyboard = isByKeyboard;
+        root.editRequested();
+    }
+    /// After a click, the keys are the board's again.
     function endEdit(): void {
         root.editEnded();
-        face.forceActiveFocus();
+        if (root.isEditedByKeyboard)
+            root.takeKeyboard();
     }
 
     function takeRequest(): void {
         if (!root.isUnified && root.board.todos.takeTodoRequest(root.todoID))
-            face.forceActiveFocus();
+            root.takeKeyboard();
     }
 
     Component.onCompleted: root.takeRequest()
@@ -67,16 +91,16 @@ FocusScope {
         Accessible.focusable: true
         Accessible.selectable: true
         Accessible.selected: root.isHighlighted
-        Accessible.onPressAction: root.editRequested()
-        Keys.onMenuPressed: root.openMenu()
-        Keys.onReturnPressed: root.editRequested()
-        Keys.onEnterPressed: root.editRequested()
+        Accessible.onPressAction: root.edit(true)
+        Keys.onMenuPressed: root.openMenuByKeyboard()
+        Keys.onReturnPressed: root.edit(true)
+        Keys.onEnterPressed: root.edit(true)
         Keys.onPressed: event => {
             event.accepted = true;
             if (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier))
-                root.openMenu();
+                root.openMenuByKeyboard();
             else if (event.key === Qt.Key_F2)
-                root.editRequested();
+                root.edit(true);
             else if (event.key === Qt.Key_Up && (event.modifiers & Qt.AltModifier))
                 root.moveRequested(true);
             else if (event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier))
@@ -114,9 +138,9 @@ FocusScope {
             cursorShape: Qt.IBeamCursor
             onClicked: mouse => {
                 if (mouse.button === Qt.RightButton)
-                    root.menuRequested(root, Qt.point(mouse.x, mouse.y));
+                    root.openMenu(false, Qt.point(mouse.x, mouse.y));
                 else if (!area.isLeaving)
-                    root.editRequested();
+                    root.edit(false);
             }
         }
         IconButton {
@@ -134,7 +158,8 @@ FocusScope {
         Column {
             anchors.left: statusButton.right
             anchors.leftMargin: 2
-            anchors.right: goButton.visible ? goButton.left : handle.left
+            anchors.right: menuButton.isShown ? menuButton.left
+                           : goButton.visible ? goButton.left : handle.left
             anchors.verticalCenter: parent.verticalCenter
             spacing: 1
 
@@ -154,6 +179,21 @@ FocusScope {
                 visible: root.isUnified
             }
         }
+        // Assistive programs and the keyboard always reach it.
+        IconButton {
+            id: menuButton
+
+            anchors.right: goButton.visible ? goButton.left : handle.left
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "ellipsis"
+            size: 28
+            symbolSize: 14
+            text: root.board.copy.text(CopyKey.MoreTodoActions)
+            isShown: hover.hovered || root.hasKeyboard
+            Accessible.role: Accessible.ButtonMenu
+            onClicked: root.openMenu(menuButton.visualFocus,
+                                     Qt.point(menuButton.x, root.height - Theme.tiny))
+        }
         IconButton {
             id: goButton
 
@@ -164,7 +204,8 @@ FocusScope {
             symbolSize: 14
             text: root.board.copy.text(CopyKey.GoToTodoInGoal)
             visible: root.isUnified
-            onClicked: root.board.todos.goToTodo(root.todoID, root.columnID)
+            onClicked: root.board.todos.goToTodo(root.todoID, root.columnID,
+                                                  goButton.visualFocus)
         }
         IconButton {
             id: handle
@@ -199,13 +240,16 @@ FocusScope {
             text: root.title
             isHovered: hover.hovered && titleText.truncated && !area.pressed
                        && !root.dragSource.isDragging
-                       && !statusButton.hovered && !goButton.hovered && !handle.hovered
+                       && !statusButton.hovered && !menuButton.hovered && !goButton.hovered
+                       && !handle.hovered
         }
     }
     // None or one: a field is made for the row that is edited alone.
     Repeater {
         model: root.isEdited ? 1 : 0
         delegate: TodoField {
+            id: field
+
             anchors.left: root.left
             anchors.right: root.right
             anchors.verticalCenter: root.verticalCenter
@@ -218,9 +262,14 @@ FocusScope {
                 root.endEdit();
             }
             onCancelled: root.endEdit()
-            onAbandoned: root.editEnded()
+            // Only Escape and the button throw away what was written.
+            onAbandoned: {
+                if (root.board.todos.isTitle(field.text))
+                    root.board.todos.rename(root.todoID, root.columnID, field.text);
+                root.editEnded();
+            }
         }
-        onItemAdded: (index, item) => (item as TodoField).take()
+        onItemAdded: (index, item) => (item as TodoField).takeWhole()
     }
     DropArea {
         id: dropArea

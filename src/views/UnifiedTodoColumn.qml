@@ -12,6 +12,9 @@ FocusScope {
 
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
 
+    /// What is being written stays in its place.
+    readonly property bool isPinned: list.isWriting
+
     /// As high as its todos, but no higher than two of the goals' cards one above the other.
     implicitHeight: Math.max(Theme.collapsedCardHeight,
                              Math.min(list.y + list.wantedHeight + Theme.medium,
@@ -23,6 +26,12 @@ FocusScope {
     Accessible.selectable: true
     Accessible.selected: root.board.todos.isUnifiedSelected
 
+    Accessible.onPressAction: root.board.todos.goToColumn(root.board.todos.unifiedListID)
+
+    MouseArea {
+        anchors.fill: parent
+        onClicked: root.board.todos.goToColumn(root.board.todos.unifiedListID)
+    }
     Rectangle {
         anchors.fill: parent
         radius: Theme.columnRadius
@@ -76,7 +85,7 @@ FocusScope {
             symbol: "lightbulb-plus"
             size: 28
             text: root.board.copy.text(CopyKey.AddTodo)
-            onClicked: list.openEditor()
+            onClicked: list.openEditor(addButton.visualFocus)
         }
     }
     TodoList {
@@ -96,5 +105,6 @@ FocusScope {
         onMenuRequested: (todoID, columnID, row, position) => {
             root.todoMenuRequested(todoID, columnID, row, position);
         }
+        onKeyboardReturned: addButton.forceActiveFocus(Qt.TabFocusReason)
     }
 }

@@ -93,6 +93,8 @@ Q_SIGNALS:
     void pinnedRowChanged();
     void itemCountChanged();
     void isMovingChanged();
+    /// The row of the item in which the keyboard is has been removed, and the item goes now.
+    void focusedRowRemoved(int row, QQuickItem* item);
 
 private Q_SLOTS:
     void pinChanged();
@@ -121,6 +123,7 @@ private:
     void resetRows();
     void insertRows(int first, int last);
     void removeRows(int first, int last);
+    void announceFocusedRow(int first, int last);
     void moveRows(int first, int last, int before);
     void changeRows(int first, int last);
     /// Rows or their geometry are not as they were.

@@ -1,6 +1,8 @@
 // How the view follows its model.
 #include "views/WaterfallView.h"
 
+#include <QQuickWindow>
+
 #include <algorithm>
 
 namespace kelpa {
@@ -61,10 +63,21 @@ void WaterfallView::insertRows(int first, int last)
     markSoiled();
 }
 
+void WaterfallView::announceFocusedRow(int first, int last)
+{
+    const QQuickWindow* const where = window();
+    const QQuickItem* const focused = where != nullptr ? where->activeFocusItem() : nullptr;
+    const auto found = std::ranges::find_if(
+        m_shown, [this, focused](const Shown& each) { return holds(each, focused); });
+    if (found != m_shown.end() && found->row >= first && found->row <= last)
+        Q_EMIT focusedRowRemoved(found->row, found->item);
+}
+
 void WaterfallView::removeRows(int first, int last)
 {
     if (!isComponentComplete())
         return;
+    announceFocusedRow(first, last);
     const int count = last - first + 1;
     m_geometry.remove(first, count);
     std::vector<Shown> kept;

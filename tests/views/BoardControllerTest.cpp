@@ -247,6 +247,30 @@ TEST_F(Controller, Searching_goes_both_ways)
     EXPECT_EQ(changes.count(), 1);
 }
 
+TEST_F(Controller, Without_a_goal_that_shows_there_is_a_hint_what_to_do)
+{
+    EXPECT_EQ(controller->noGoalsHint(), u"");
+    store().addTodo(QStringLiteral("Read"), first);
+    QSignalSpy changes(controller.get(), &BoardController::noGoalsHintChanged);
+    controller->toggleHidingGoalsWithoutOpenTodos();
+    EXPECT_EQ(controller->noGoalsHint(), u"");
+    store().deleteTodo(todos(first).front().id, first);
+    EXPECT_EQ(controller->noGoalsHint(),
+              u"Goals without unfinished todos are hidden. Choose “Show All” to see them.");
+    store().deleteGoal(first);
+    store().deleteGoal(second);
+    EXPECT_EQ(controller->noGoalsHint(), u"Add a goal, then drag windows to it");
+    EXPECT_GE(changes.size(), 3);
+}
+
+TEST_F(Controller, A_blank_search_leaves_nothing_out)
+{
+    controller->setSearchText(QStringLiteral("  "));
+    EXPECT_FALSE(controller->isSearching());
+    controller->setSearchText(QStringLiteral(" a"));
+    EXPECT_TRUE(controller->isSearching());
+}
+
 TEST_F(Controller, The_toast_is_empty_again_when_its_time_is_over)
 {
     EXPECT_EQ(controller->toastMessage(), QString());

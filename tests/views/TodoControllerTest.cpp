@@ -183,7 +183,7 @@ TEST_F(Todos, Hiding_goals_without_open_todos_goes_on_and_off)
 TEST_F(Todos, The_way_to_a_todo_selects_its_goal_and_lets_the_todo_stand_out)
 {
     QSignalSpy requests(&todoController(), &TodoController::todoRequested);
-    todoController().goToTodo(todo.text(), first.text());
+    todoController().goToTodo(todo.text(), first.text(), true);
     EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(first));
     EXPECT_EQ(todoController().highlightedTodoID(), todo.text());
     EXPECT_EQ(requests.size(), 1);
@@ -191,7 +191,7 @@ TEST_F(Todos, The_way_to_a_todo_selects_its_goal_and_lets_the_todo_stand_out)
 
 TEST_F(Todos, A_todo_stands_out_until_the_selection_goes_elsewhere)
 {
-    todoController().goToTodo(todo.text(), first.text());
+    todoController().goToTodo(todo.text(), first.text(), true);
     todoController().goToColumn(first.text());
     EXPECT_EQ(todoController().highlightedTodoID(), todo.text());
     todoController().goToColumn(second.text());
@@ -200,30 +200,30 @@ TEST_F(Todos, A_todo_stands_out_until_the_selection_goes_elsewhere)
 
 TEST_F(Todos, A_todo_that_leaves_its_list_stands_out_no_more)
 {
-    todoController().goToTodo(todo.text(), first.text());
+    todoController().goToTodo(todo.text(), first.text(), true);
     store().moveTodo(todo, first, second);
     EXPECT_EQ(todoController().highlightedTodoID(), QString());
-    todoController().goToTodo(todo.text(), second.text());
+    todoController().goToTodo(todo.text(), second.text(), true);
     store().deleteTodo(todo, second);
     EXPECT_EQ(todoController().highlightedTodoID(), QString());
 }
 
 TEST_F(Todos, There_is_no_way_to_a_todo_that_is_not_there)
 {
-    todoController().goToTodo(todo.text(), second.text());
-    todoController().goToTodo(TodoID::create().text(), first.text());
-    todoController().goToTodo(todo.text(), QStringLiteral("nowhere"));
+    todoController().goToTodo(todo.text(), second.text(), true);
+    todoController().goToTodo(TodoID::create().text(), first.text(), true);
+    todoController().goToTodo(todo.text(), QStringLiteral("nowhere"), true);
     EXPECT_EQ(todoController().highlightedTodoID(), QString());
     EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(second));
 }
 
 TEST_F(Todos, The_row_of_the_todo_takes_the_keyboard_once_for_each_request)
 {
-    todoController().goToTodo(todo.text(), first.text());
+    todoController().goToTodo(todo.text(), first.text(), true);
     EXPECT_FALSE(todoController().takeTodoRequest(TodoID::create().text()));
     EXPECT_TRUE(todoController().takeTodoRequest(todo.text()));
     EXPECT_FALSE(todoController().takeTodoRequest(todo.text()));
-    todoController().goToTodo(todo.text(), first.text());
+    todoController().goToTodo(todo.text(), first.text(), true);
     EXPECT_TRUE(todoController().takeTodoRequest(todo.text()));
 }
 

@@ -14,6 +14,8 @@ T.Button {
     property int size: Theme.controlHeight
     property int symbolSize: Theme.symbolSize
     property string help
+    /// One that is not to be seen is still there for the keyboard and for assistive programs.
+    property bool isShown: true
 
     implicitWidth: root.size
     implicitHeight: root.size
@@ -33,11 +35,13 @@ T.Button {
             anchors.centerIn: parent
             name: root.symbol
             size: root.symbolSize
+            visible: root.isShown
             color: root.checked ? Theme.accentText : root.color
         }
     }
     background: Rectangle {
         radius: Theme.controlRadius
+        visible: root.isShown
         color: root.down ? Theme.press
                : root.hovered ? Theme.hover
                : root.checked ? Theme.accepting : "transparent"

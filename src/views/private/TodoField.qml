@@ -16,12 +16,22 @@ FocusScope {
 
     signal committed(title: string)
     signal cancelled
-    /// The keyboard went elsewhere within the window.
+    /// The keyboard went elsewhere within the window, or to nobody.
     signal abandoned
 
     function take(): void {
         field.forceActiveFocus();
+        field.cursorPosition = field.length;
+    }
+    /// The first letter that is typed replaces the text.
+    function takeWhole(): void {
+        root.take();
         field.selectAll();
+    }
+    function noteLeft(): void {
+        if (root.activeFocus && root.Window.active && !field.activeFocus
+                && !cancelButton.activeFocus)
+            root.abandoned();
     }
 
     implicitHeight: Theme.todoHeight
@@ -49,6 +59,15 @@ FocusScope {
         onCommitted: if (root.board.todos.isTitle(field.text))
             root.committed(field.text)
         onCancelled: root.cancelled()
+        onActiveFocusChanged: if (!field.activeFocus)
+            leaving.start()
+    }
+    // A click beside the field leaves it before it is known where it goes: the button may be next.
+    Timer {
+        id: leaving
+
+        interval: 0
+        onTriggered: root.noteLeft()
     }
     IconButton {
         id: cancelButton

@@ -433,6 +433,44 @@ Item {
             compare(world.board.windowPicker.goalTitle, "First");
             world.board.windowPicker.close();
         }
+        function test_a_click_beside_all_cards_selects_nothing() {
+            tryVerify(() => columns().length === 2);
+            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            compare(world.selectedGoal(), "First");
+            const view = all(board, item => item instanceof Flickable
+                                    && item.Accessible.role === Accessible.Pane)[0];
+            mouseClick(view, 5, 300);
+            compare(world.board.selectedTarget, -1);
+            const first = columns().find(column => column.title === "First");
+            tryVerify(() => !first.isExpanded);
+        }
+        function test_a_search_says_that_no_window_matches_and_not_that_there_is_none() {
+            tryVerify(() => columns().length === 2);
+            const texts = () => all(columns()[1], item => item instanceof AppText && item.visible)
+                .map(item => item.text);
+            verify(texts().includes("Drag a window here"));
+            world.board.searchText = "Nothing has this name";
+            verify(texts().includes("No matching windows"));
+            verify(!texts().includes("Drag a window here"));
+            world.board.searchText = "";
+            verify(texts().includes("Drag a window here"));
+            tryVerify(() => card("Letter") !== null);
+        }
+        function test_goals_that_are_all_hidden_are_not_forgotten() {
+            tryVerify(() => columns().length === 2);
+            const adding = all(board, item => item instanceof AddGoalCard)[0];
+            const hint = "Goals without unfinished todos are hidden."
+                       + " Choose “Show All” to see them.";
+            const shows = () => all(adding, item => item instanceof AppText && item.visible
+                                                    && item.text === hint).length === 1;
+            verify(!shows());
+            world.board.toggleHidingGoalsWithoutOpenTodos();
+            verify(shows());
+            compare(adding.Accessible.description, hint);
+            world.board.toggleHidingGoalsWithoutOpenTodos();
+            verify(!shows());
+            tryVerify(() => columns().length === 2);
+        }
         function test_a_title_of_spaces_shows_as_a_window() {
             world.addWindow(10, "   ");
             tryVerify(() => card("Window") !== null);

@@ -76,6 +76,11 @@ Item {
         function field(place) {
             return only(all(place, item => item instanceof TextInputField && item.visible));
         }
+        /// Whether something has the keyboard that a person went to with it.
+        function hasKeyboard() {
+            const item = root.Window.activeFocusItem;
+            return item !== null && (item.visualFocus ?? item.activeFocusOnTab);
+        }
         function menuItems() {
             return all(root.parent, item => item instanceof AppMenuItem && item.visible
                                             && item.opacity > 0);
@@ -180,7 +185,10 @@ Item {
             keyClick(Qt.Key_Return);
             compare(world.todos("First"), ["abc (todo)"]);
             tryVerify(() => field(first) === null);
-            verify(face(first, "abc").activeFocus);
+            verify(!hasKeyboard());
+            // The board's own keys reach it again, and no row of a todo.
+            keyClick(Qt.Key_Return);
+            compare(field(first), null);
         }
         function test_a_blank_title_keeps_the_editor_and_the_todo() {
             const first = column("First");
@@ -208,6 +216,200 @@ Item {
             compare(world.todos("First"), ["Read (todo)"]);
             world.compose("");
             keyClick(Qt.Key_Escape);
+        }
+        function test_a_title_is_kept_when_the_keyboard_goes_elsewhere() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            mouseClick(button(row(first, "Write"), "circle"));
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["abc (todo)", "Write (ing)"]);
+            // Also when it goes to nobody, as after a click beside all buttons.
+            mouseClick(row(first, "abc"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("def");
+            field(first).focus = false;
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["def (todo)", "Write (ing)"]);
+            verify(!hasKeyboard());
+        }
+        function test_a_blank_title_is_not_kept() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            keyClick(Qt.Key_Space);
+            field(first).focus = false;
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)"]);
+        }
+        function test_the_cancel_button_of_an_edit_throws_it_away() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            // As the window does at every press beside the field.
+            const cancel = button(first, "x");
+            mousePress(cancel);
+            field(first).focus = false;
+            mouseRelease(cancel);
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)"]);
+        }
+        function test_what_is_written_for_a_new_todo_outlasts_its_field() {
+            for (const place of [unified(), column("Unsorted")]) {
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                type("ab");
+                field(place).focus = false;
+                compare(field(place).text, "ab");
+                // A column that is written in is not given to another goal when it is scrolled away.
+                verify(place.isPinned);
+                mouseClick(button(place, "lightbulb-plus"));
+                type("c");
+                compare(field(place).text, "abc");
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+                verify(!place.isPinned);
+            }
+            const first = column("First");
+            mouseClick(button(first, "lightbulb-plus"));
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("ab");
+            world.board.todos.requestEditor(column("Second").columnID);
+            tryVerify(() => field(first) === null);
+            compare(field(column("Second")).text, "");
+            mouseClick(button(first, "lightbulb-plus"));
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            compare(field(first).text, "ab");
+            mouseClick(button(first, "x"));
+            tryVerify(() => field(first) === null);
+            mouseClick(button(first, "lightbulb-plus"));
+            tryVerify(() => field(first) !== null);
+            compare(field(first).text, "");
+        }
+        function test_the_tab_key_walks_through_a_list_that_is_longer_than_its_column() {
+            for (let i = 0; i < 40; ++i)
+                world.addTodo("Todo " + i, "");
+            const list = only(all(unified(), item => item instanceof TodoList));
+            tryVerify(() => row(unified(), "Todo 0") !== null);
+            face(unified(), "Todo 0").forceActiveFocus();
+            const isFace = () => root.Window.activeFocusItem?.Accessible.role
+                               === Accessible.ListItem;
+            for (let i = 1; i < 40; ++i) {
+                keyClick(Qt.Key_Tab);
+                for (let part = 0; part < 5 && !isFace(); ++part)
+                    keyClick(Qt.Key_Tab);
+                compare(root.Window.activeFocusItem.Accessible.name, "Todo " + i);
+                const rect = list.rowRect(world.todoID("Todo " + i, ""));
+                verify(rect.y >= 0 && rect.y + rect.height <= list.height);
+                // Rows are made before the next frame.
+                waitForRendering(unified());
+            }
+            for (let i = 38; i >= 0; --i) {
+                keyClick(Qt.Key_Backtab, Qt.ShiftModifier);
+                for (let part = 0; part < 5 && !isFace(); ++part)
+                    keyClick(Qt.Key_Backtab, Qt.ShiftModifier);
+                compare(root.Window.activeFocusItem.Accessible.name, "Todo " + i);
+                waitForRendering(unified());
+            }
+        }
+        function test_the_menu_button_shows_where_the_pointer_or_the_keyboard_is() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            const menu = button(row(first, "Read"), "ellipsis");
+            compare(menu.Accessible.name, "More todo actions");
+            compare(menu.Accessible.role, Accessible.ButtonMenu);
+            verify(!menu.Accessible.ignored);
+            verify(!menu.isShown);
+            mouseMove(row(first, "Read"), 60, 17);
+            tryCompare(menu, "isShown", true);
+            mouseMove(root, 1, 699);
+            tryCompare(menu, "isShown", false);
+            face(first, "Read").forceActiveFocus();
+            verify(menu.isShown);
+            mouseClick(menu);
+            tryVerify(() => menuItems().length === 5);
+            keyClick(Qt.Key_Escape);
+        }
+        function test_the_menu_of_a_todo_edits_it() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            choose("Edit todo");
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["abc (todo)"]);
+            tryVerify(() => face(first, "abc").activeFocus);
+        }
+        function test_the_keyboard_goes_on_where_a_todo_was_deleted() {
+            const first = column("First");
+            show(first, "First", ["A", "B", "C"]);
+            const remove = title => {
+                face(first, title).forceActiveFocus();
+                keyClick(Qt.Key_Menu);
+                choose("Delete todo");
+                tryVerify(() => row(first, title) === null);
+            };
+            remove("B");
+            tryVerify(() => face(first, "C").activeFocus);
+            remove("C");
+            tryVerify(() => face(first, "A").activeFocus);
+            remove("A");
+            tryVerify(() => button(first, "lightbulb-plus").visualFocus);
+        }
+        function test_the_keyboard_goes_on_where_a_todo_was_completed_or_moved_away() {
+            const place = unified();
+            show(place, "First", ["A", "B", "C"]);
+            button(row(place, "B"), "circle").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => row(place, "B") === null);
+            tryVerify(() => face(place, "C").activeFocus);
+            const first = column("First");
+            face(first, "A").forceActiveFocus();
+            world.board.todos.move(world.todoID("A", "First"), first.columnID,
+                                   column("Second").columnID);
+            tryVerify(() => row(first, "A") === null);
+            tryVerify(() => face(first, "B").activeFocus);
+        }
+        function test_a_todo_deleted_by_mouse_leaves_the_keyboard_alone() {
+            const first = column("First");
+            show(first, "First", ["A", "B"]);
+            mouseClick(row(first, "A"), 60, 17, Qt.RightButton);
+            tryVerify(() => menuItems().length === 5);
+            choose("Delete todo");
+            tryVerify(() => row(first, "A") === null);
+            tryVerify(() => menuItems().length === 0);
+            verify(!hasKeyboard());
+        }
+        function test_escape_gives_the_keyboard_back_to_the_button_that_opened_the_field() {
+            for (const place of [unified(), column("Unsorted"), column("First")]) {
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+                verify(!hasKeyboard());
+                button(place, "lightbulb-plus").forceActiveFocus(Qt.TabFocusReason);
+                keyClick(Qt.Key_Return);
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+                verify(button(place, "lightbulb-plus").visualFocus);
+            }
+        }
+        function test_the_list_of_all_todos_is_selected_by_mouse_and_by_assistive_programs() {
+            world.clearSelection();
+            mouseClick(unified(), 60, 24);
+            verify(world.board.todos.isUnifiedSelected);
+            world.clearSelection();
+            unified().Accessible.pressAction();
+            verify(world.board.todos.isUnifiedSelected);
         }
         function test_editing_ends_when_the_keyboard_goes_elsewhere() {
             const first = column("First");
@@ -276,7 +478,7 @@ Item {
             const first = column("First");
             show(first, "First", ["Read", "Write"]);
             mouseClick(row(first, "Read"), 60, 17, Qt.RightButton);
-            tryVerify(() => menuItems().length === 4);
+            tryVerify(() => menuItems().length === 5);
             choose("Delete todo");
             tryVerify(() => world.todos("First").length === 1);
             compare(world.todos("First"), ["Write (todo)"]);
@@ -286,12 +488,10 @@ Item {
             show(first, "First", ["Read"]);
             face(first, "Read").forceActiveFocus();
             keyClick(Qt.Key_F10, Qt.ShiftModifier);
-            tryVerify(() => menuItems().length === 4);
-            keyClick(Qt.Key_Down);
-            keyClick(Qt.Key_Right);
+            choose("Move to goal");
             // The other goal and the unassigned column.
-            tryVerify(() => menuItems().length === 6);
-            keyClick(Qt.Key_Return);
+            tryVerify(() => menuItems().length === 7);
+            choose("Second");
             tryVerify(() => world.todos("Second").length === 1);
             compare(world.todos("First"), []);
         }
@@ -344,16 +544,23 @@ Item {
             verify(!column("First").isSelected);
             tryVerify(() => row(column("Second"), "Read").isHighlighted);
             verify(!row(unified(), "Read").isHighlighted);
-            tryVerify(() => face(column("Second"), "Read").activeFocus);
+            verify(!hasKeyboard());
             world.board.todos.goToColumn(column("First").columnID);
             tryVerify(() => !row(column("Second"), "Read").isHighlighted);
+        }
+        function test_who_goes_to_a_todo_by_the_keyboard_goes_on_with_it_there() {
+            show(unified(), "Second", ["Read"]);
+            button(row(unified(), "Read"), "arrow-right").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => row(column("Second"), "Read").isHighlighted);
+            tryVerify(() => face(column("Second"), "Read").activeFocus);
         }
         function test_the_menu_of_a_todo_moves_it_within_the_list_that_shows_it() {
             const first = column("First");
             show(first, "First", ["A", "B", "C"]);
             face(first, "B").forceActiveFocus();
             keyClick(Qt.Key_Menu);
-            tryVerify(() => menuItems().length === 4);
+            tryVerify(() => menuItems().length === 5);
             const move = text => menuItems().find(item => item.text === text);
             verify(move("Move todo up").enabled);
             verify(move("Move todo down").enabled);
@@ -362,7 +569,7 @@ Item {
             tryVerify(() => menuItems().length === 0);
             face(first, "B").forceActiveFocus();
             keyClick(Qt.Key_Menu);
-            tryVerify(() => menuItems().length === 4);
+            tryVerify(() => menuItems().length === 5);
             verify(!move("Move todo down").enabled);
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
