@@ -10,6 +10,7 @@
 #include "platform/freedesktop/NetWmIcon.h"
 #include "platform/qt/QtPasteboard.h"
 #include "platform/x11/NumberFloorFile.h"
+#include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
 #include "platform/x11/WindowIcons.h"
 #include "platform/x11/X11Accessibility.h"
@@ -74,8 +75,11 @@ public:
                                                                           pixels);
                                              }};
     x11::WindowActor actor{connector, [this](WindowID number) { return clientWindow(number); }};
+    x11::StartupMarks startupMarks{connector,
+                                   [this](WindowID number) { return clientWindow(number); }};
     ApplicationLauncher launcher{entries};
-    x11::X11Applications applications{QByteArray(), actor, applicationIcons, launcher};
+    x11::X11Applications applications{QByteArray(), actor, startupMarks, applicationIcons,
+                                      launcher};
     x11::X11Accessibility accessibility{windowServer.trust(), actor};
     QtPasteboard pasteboard;
     DesktopWorkspace workspace;

@@ -12,6 +12,7 @@
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "platform/WindowServer.h"
+#include "store/AwaitedWindow.h"
 #include "store/BoardHistory.h"
 #include "store/TaskGroup.h"
 #include "text/AppLanguage.h"
@@ -26,6 +27,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -302,19 +304,20 @@ private:
     void finishWindowRefresh(const WindowDiscoveryBatch& batch);
     void finishCapture(WindowID window, const PreviewCaptureBatch& batch);
 
-    struct AwaitedWindow
-    {
-        QString bundleIdentifier;
-        GoalID goalID;
-        /// The windows that were there before the launch.
-        QSet<WindowID> before;
-        int pollsLeft = 0;
-    };
-
     void bringForwardInTurn(const QList<WindowItem>& windows);
     void bringNextForward();
+
+    using AwaitedNumber = std::uint64_t;
     void createWindow(LaunchableApplication application, GoalID goalID);
-    void awaitNewWindow(const AwaitedWindow& awaited);
+    /// Finds out in the background what application was launched.
+    void identifyLaunch(AwaitedNumber number);
+    void lookForAwaitedWindowLater(AwaitedNumber number);
+    void lookForAwaitedWindow(AwaitedNumber number);
+    /// The look at the desktop that awaited windows are looked for in has come to its end.
+    void finishLooks();
+    void findAwaitedWindow(AwaitedNumber number);
+    void lookAgain(AwaitedNumber number);
+    void takeAwaitedWindow(AwaitedNumber number, WindowID windowID);
     bool isPreviewRefreshSuspended(Date now) const;
 
     void publishNavigation(const BoardNavigationState& state);
@@ -368,6 +371,8 @@ private:
     QList<QList<WindowItem>> m_windowsToBringForward;
     TaskHandle m_toastTask;
     TaskHandle m_saveRetryTask;
+    std::map<AwaitedNumber, AwaitedWindow> m_awaitedWindows;
+    AwaitedNumber m_lastAwaitedNumber = 0;
     /// Launches, quits and what follows them.
     TaskGroup m_tasks{m_scheduler};
     std::unique_ptr<Subscription> m_windowWatch;

@@ -15,10 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How often and how many times the desktop is looked at for the window of a launched application.
-constexpr Scheduler::Duration newWindowPollInterval = 250ms;
-constexpr int newWindowPolls = 20;
-
 /// An application that was asked to quit has closed its windows by then, if it does so at all.
 constexpr Scheduler::Duration refreshDelayAfterQuit = 400ms;
 
@@ -88,56 +84,6 @@ void WindowStore::closeProcess(const WindowItem& window)
         },
         [](Done) {});
     m_tasks.after(refreshDelayAfterQuit, [this] { refresh(); });
-}
-
-void WindowStore::createTerminal(GoalID goalID)
-{
-    createWindow(LaunchableApplication::terminal, goalID);
-}
-
-void WindowStore::createChrome(GoalID goalID)
-{
-    createWindow(LaunchableApplication::chrome, goalID);
-}
-
-void WindowStore::createWindow(LaunchableApplication application, GoalID goalID)
-{
-    if (!hasGoal(goalID))
-        return;
-    QSet<WindowID> before;
-    for (const WindowItem& window : std::as_const(m_windows))
-        before.insert(window.id);
-    m_tasks.inBackground(
-        [application, &applications = m_platform.applications](const std::stop_token&) {
-            return applications.launch(application);
-        },
-        [this, goalID, before](const std::optional<QString>& bundleIdentifier) {
-            if (bundleIdentifier)
-                awaitNewWindow({*bundleIdentifier, goalID, before, newWindowPolls});
-        });
-}
-
-void WindowStore::awaitNewWindow(const AwaitedWindow& awaited)
-{
-    m_tasks.after(newWindowPollInterval, [this, awaited] {
-        const Update update(*this);
-        refresh();
-        const auto isNew = [&awaited](const WindowItem& window) {
-            return window.bundleIdentifier == awaited.bundleIdentifier &&
-                   !awaited.before.contains(window.id);
-        };
-        const auto found = std::ranges::find_if(std::as_const(m_windows), isNew);
-        if (found != m_windows.cend()) {
-            // The launch was the person's, not what came of it: undoing leaves it where it is.
-            if (setAssignment(found->id, awaited.goalID))
-                saveState();
-            activateTarget(TargetSelection::goal(awaited.goalID), EnterWindowLayer::no);
-        } else if (awaited.pollsLeft > 1) {
-            AwaitedWindow again = awaited;
-            --again.pollsLeft;
-            awaitNewWindow(again);
-        }
-    });
 }
 
 } // namespace kelpa

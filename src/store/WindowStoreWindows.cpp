@@ -58,6 +58,7 @@ void WindowStore::refresh()
     updatePermissionState();
     if (!m_isScreenCaptureTrusted) {
         applyDiscoveredWindows({});
+        finishLooks();
         return;
     }
     m_windowRefreshTask = m_scheduler.inBackgroundAwaiting(
@@ -93,6 +94,7 @@ void WindowStore::finishWindowRefresh(const WindowDiscoveryBatch& batch)
     const Update update(*this);
     m_windowRefreshTask.reset();
     applyDiscoveredWindows(batch.windows);
+    finishLooks();
     if (std::exchange(m_isWindowRefreshStale, false))
         refreshInBackground();
 }
@@ -213,6 +215,8 @@ void WindowStore::stopObserving()
     publish(m_windows, {}, Field::windows);
     publish(m_previews, {}, Field::previews);
     reconcileNavigationWithWindows();
+    // The one that was under way brings nothing any more.
+    finishLooks();
 }
 
 } // namespace kelpa

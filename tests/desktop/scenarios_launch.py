@@ -8,7 +8,7 @@ import settings
 from kelpa import Kelpa
 from processes import wait_until
 
-_GOAL = "Only goal"
+_GOAL, _OTHER_GOAL = "Only goal", "Other goal"
 # Counts its windows, so that each can be told by its title; prints the number of this one.
 _COUNTED = """at=1
 until mkdir "$HOME/{name} $at" 2>/dev/null; do at=$((at + 1)); done
@@ -20,14 +20,15 @@ _XTERM = "xterm -T \"{name} $at\" -xrm '*allowTitleOps: false' -geometry 60x15 {
 class Machine:
     """What is installed, as far as Kelpa is told: a browser, and the person's terminal."""
 
-    def __init__(self, desktop):
+    def __init__(self, desktop, terminal="exec {xterm}"):
         self._folder = pathlib.Path(desktop.env["HOME"]) / "machine"
         self._programs = self._folder / "bin"
         self._programs.mkdir(parents=True)
-        for name in ("cat", "mkdir", "xterm"):
+        for name in ("cat", "mkdir", "setsid", "xterm"):
             (self._programs / name).symlink_to(shutil.which(name))
-        self._write_program("own-terminal", _COUNTED.format(name="Terminal") + "exec " +
-                            _XTERM.format(name="Terminal", more=""))
+        xterm = _XTERM.format(name="Terminal", more="")
+        self._write_program("own-terminal",
+                            _COUNTED.format(name="Terminal") + terminal.format(xterm=xterm))
         # Only asked for a new window does it open one.
         self._write_program("chromium", "[ \"$*\" = --new-window ] || exit 1\n" + _COUNTED.format(
             name="Browser") + "exec " + _XTERM.format(name="Browser", more="-class Chromium"))
@@ -86,3 +87,18 @@ def a_goal_opens_a_terminal_and_a_browser_and_brings_all_its_windows_forward(des
         wait_until("all are in front, in order", lambda: desktop.stacking() == [
             elsewhere, kelpa.window.number, *raised])
         wait_until("the last one is active", lambda: desktop.active_window() == raised[-1])
+
+
+def a_terminal_of_which_nothing_is_known_but_who_started_it_lands_in_its_goal(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(_GOAL, []), (_OTHER_GOAL, [])])
+    # No entry is its application's, and what started it has ended before its window comes.
+    machine = Machine(desktop, terminal="setsid {xterm} &")
+    with Kelpa(desktop, binary, path, env=machine.env) as kelpa:
+        expected = {}
+        for goal, title in ((_OTHER_GOAL, "Terminal 1"), (_GOAL, "Terminal 2")):
+            kelpa.open_goal_menu(goal, boards.OPEN_TERMINAL)()
+            desktop.start_xterm(f"Beside {title}")
+            expected |= {title: goal, f"Beside {title}": boards.UNSORTED}
+            wait_until(f"{title!r} and no other has come into {goal!r}",
+                       lambda: kelpa.board.cards() == expected)

@@ -26,7 +26,7 @@ LiveBoard::LiveBoard(const QByteArray& display, Scheduler& scheduler,
                 .numberFloor = 0,
                 .scheduler = scheduler}),
       m_actor(m_connector, [this](WindowID number) { return m_server.clientWindow(number); }),
-      m_applications(display, m_actor, m_applicationIcons, m_launcher)
+      m_applications(display, m_actor, m_startupMarks, m_applicationIcons, m_launcher)
 {
     m_server.refreshTrust();
     openStore();

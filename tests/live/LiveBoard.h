@@ -6,6 +6,7 @@
 #include "platform/freedesktop/DesktopEntries.h"
 #include "platform/freedesktop/FreedesktopApplications.h"
 #include "platform/freedesktop/IconLookup.h"
+#include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
 #include "platform/x11/X11Accessibility.h"
 #include "platform/x11/X11Applications.h"
@@ -98,6 +99,8 @@ private:
     x11::X11WindowServer m_server;
     CountingWindowServer m_countingServer{m_server};
     x11::WindowActor m_actor;
+    x11::StartupMarks m_startupMarks{
+        m_connector, [this](WindowID number) { return m_server.clientWindow(number); }};
     x11::X11Accessibility m_accessibility{m_server.trust(), m_actor};
     ForeignApplications m_applications;
     std::unique_ptr<WindowStore> m_store;

@@ -21,12 +21,6 @@ protected:
 
     QStringList raised() const { return desktop.calls.filter(QStringLiteral("raise ")); }
 
-    void addTerminalWindow(WindowID id)
-    {
-        desktop.addWindow(id, 700, {});
-        desktop.applications[700].bundleIdentifier = QStringLiteral("xterm");
-    }
-
     int looks() const
     {
         return static_cast<int>(desktop.calls.count(QStringLiteral("openDiscoverySource")));
@@ -206,6 +200,38 @@ TEST_F(WindowActionOperations, Closing_asks_the_application_and_looks_again_a_li
     EXPECT_EQ(scheduler.timersDue(), 0);
 }
 
+TEST_F(WindowActionOperations, Showing_all_windows_without_permission_only_selects_the_goal)
+{
+    const GoalID a = makeGoal();
+    makeGoal();
+    desktop.isAccessibilityGranted = false;
+    desktop.addAccessibleWindow(1, 100, QStringLiteral("one"));
+    store().refresh();
+    store().assign(1, a);
+    desktop.calls.clear();
+
+    store().showAllWindows(a);
+    scheduler.advance(0ms);
+
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::goal(a)));
+    EXPECT_TRUE(desktop.calls.isEmpty()) << desktop.calls.join(u' ').toStdString();
+}
+
+TEST_F(WindowActionOperations, Closing_without_permission_asks_the_application_all_the_same)
+{
+    desktop.isAccessibilityGranted = false;
+    desktop.addWindow(1, 100, {});
+    store().refresh();
+    ASSERT_FALSE(store().isAccessibilityTrusted());
+
+    store().closeProcess(listed(1));
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls.count(QStringLiteral("quit 100")), 1);
+    desktop.removeWindow(1);
+    scheduler.advance(400ms);
+    EXPECT_TRUE(store().windows().isEmpty());
+}
+
 TEST_F(WindowActionOperations, Closing_a_window_of_an_application_that_has_quit_asks_nobody)
 {
     desktop.addWindow(1, 100, {});
@@ -224,102 +250,6 @@ TEST_F(WindowActionOperations, Closing_a_window_of_this_program_does_nothing)
     store().closeProcess(own);
     scheduler.advance(1s);
     EXPECT_TRUE(desktop.calls.isEmpty());
-}
-
-TEST_F(WindowActionOperations, A_new_terminal_lands_in_the_goal_that_asked_for_it)
-{
-    const GoalID a = makeGoal();
-    addTerminalWindow(1);
-    store().refresh();
-    desktop.launchedIdentifier = QStringLiteral("xterm");
-
-    store().createTerminal(a);
-    scheduler.advance(600ms);
-    EXPECT_EQ(desktop.calls.count(QStringLiteral("launch terminal")), 1);
-    addTerminalWindow(2);
-    addTerminalWindow(3);
-    desktop.addWindow(4, 100, {});
-    scheduler.advance(150ms);
-
-    EXPECT_EQ(listed(3).goalID, a) << "the first of the new ones in list order";
-    EXPECT_EQ(listed(2).goalID, std::nullopt);
-    EXPECT_EQ(listed(1).goalID, std::nullopt);
-    EXPECT_EQ(listed(4).goalID, std::nullopt);
-    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::goal(a)));
-    EXPECT_EQ(scheduler.timersDue(), 0);
-}
-
-TEST_F(WindowActionOperations, A_new_chrome_window_lands_in_its_goal)
-{
-    const GoalID a = makeGoal();
-    desktop.launchedIdentifier = QStringLiteral("org.example.App100");
-    store().createChrome(a);
-    scheduler.advance(0ms);
-    desktop.addWindow(1, 100, {});
-    scheduler.advance(250ms);
-    EXPECT_EQ(desktop.calls.count(QStringLiteral("launch chrome")), 1);
-    EXPECT_EQ(listed(1).goalID, a);
-}
-
-TEST_F(WindowActionOperations, A_window_that_does_not_come_within_twenty_looks_stays_unassigned)
-{
-    const GoalID a = makeGoal();
-    store();
-    const int before = looks();
-    desktop.launchedIdentifier = QStringLiteral("xterm");
-    store().createTerminal(a);
-    scheduler.advance(5s);
-    EXPECT_EQ(looks(), before + 20);
-    EXPECT_EQ(scheduler.timersDue(), 0);
-
-    addTerminalWindow(1);
-    scheduler.advance(5s);
-    store().refresh();
-    EXPECT_EQ(listed(1).goalID, std::nullopt);
-}
-
-TEST_F(WindowActionOperations, A_launch_that_fails_or_an_unknown_goal_ends_it)
-{
-    const GoalID a = makeGoal();
-    store().createTerminal(a);
-    scheduler.advance(0ms);
-    EXPECT_EQ(scheduler.timersDue(), 0);
-
-    desktop.calls.clear();
-    desktop.launchedIdentifier = QStringLiteral("xterm");
-    store().createTerminal(GoalID::create());
-    store().createChrome(GoalID::create());
-    scheduler.advance(1s);
-    EXPECT_TRUE(desktop.calls.isEmpty());
-}
-
-TEST_F(WindowActionOperations, A_goal_that_is_deleted_meanwhile_gets_no_window)
-{
-    const GoalID a = makeGoal();
-    desktop.launchedIdentifier = QStringLiteral("xterm");
-    store().createTerminal(a);
-    scheduler.advance(0ms);
-    store().deleteGoal(a);
-    addTerminalWindow(1);
-    scheduler.advance(250ms);
-
-    EXPECT_EQ(listed(1).goalID, std::nullopt);
-    EXPECT_EQ(store().boardNavigation(), State::idle());
-    EXPECT_EQ(scheduler.timersDue(), 1) << "the toast that tells of the deletion";
-}
-
-TEST_F(WindowActionOperations, A_store_that_goes_away_launches_and_polls_no_more)
-{
-    const GoalID a = makeGoal();
-    desktop.addWindow(1, 100, {});
-    store().refresh();
-    desktop.launchedIdentifier = QStringLiteral("xterm");
-    store().createTerminal(a);
-    scheduler.advance(0ms);
-    store().closeProcess(listed(1));
-    restartedStore();
-    EXPECT_EQ(scheduler.timersDue(), 0);
-    EXPECT_EQ(scheduler.backgroundWorkInFlight(), 0);
 }
 
 } // namespace

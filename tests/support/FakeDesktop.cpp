@@ -216,11 +216,30 @@ void FakeDesktop::requestQuit(ProcessID process)
     calls.append(QStringLiteral("quit %1").arg(process));
 }
 
-std::optional<QString> FakeDesktop::launch(LaunchableApplication application)
+std::optional<Launch> FakeDesktop::launch(LaunchableApplication application)
 {
     calls.append(application == LaunchableApplication::terminal ? QStringLiteral("launch terminal")
                                                                 : QStringLiteral("launch chrome"));
-    return launchedIdentifier;
+    if (!canLaunch)
+        return std::nullopt;
+    return Launch{launchedIdentifier, "launch " + QByteArray::number(++m_launches), 0};
+}
+
+std::optional<QString> FakeDesktop::identifierOf(const Launch& launch,
+                                                 const std::stop_token& /*stop*/)
+{
+    calls.append(QStringLiteral("identifierOf ") + QString::fromUtf8(launch.startupID));
+    return watchedIdentifier;
+}
+
+std::optional<WindowID> FakeDesktop::windowOf(const Launch& launch,
+                                              const QList<WindowItem>& windows)
+{
+    for (const WindowItem& each : windows) {
+        if (startupIDs.value(each.id) == launch.startupID)
+            return each.id;
+    }
+    return std::nullopt;
 }
 
 QImage FakeDesktop::icon(const WindowItem& /*window*/, int /*pixels*/)

@@ -62,8 +62,14 @@ public:
     QSet<WindowID> unchangedWindows;
     /// Called in the middle of a capture.
     std::function<void()> inTheMiddleOfACapture;
-    /// Under which identifier a launched application is known; none makes launching fail.
+    bool canLaunch = true;
+    /// Under which identifier a launched application is known; none for one of which nothing tells
+    /// what it is.
     std::optional<QString> launchedIdentifier;
+    /// What watching such an application finds out.
+    std::optional<QString> watchedIdentifier;
+    /// The startup ids that windows carry: "launch 1" of the first launch and so on.
+    QHash<WindowID, QByteArray> startupIDs;
     /// The answers to asking for permissions.
     bool grantsAccessibilityWhenAsked = false;
     bool grantsScreenCaptureWhenAsked = false;
@@ -96,7 +102,10 @@ public:
     bool isRunning(ProcessID process) override { return applications.contains(process); }
     void requestActivation(ProcessID process) override;
     void requestQuit(ProcessID process) override;
-    std::optional<QString> launch(LaunchableApplication application) override;
+    std::optional<Launch> launch(LaunchableApplication application) override;
+    std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
+    std::optional<WindowID> windowOf(const Launch& launch,
+                                     const QList<WindowItem>& windows) override;
     QImage icon(const WindowItem& window, int pixels) override;
     // Pasteboard
     void setText(const QString& text) override;
@@ -109,6 +118,7 @@ private:
     class Watch;
 
     std::vector<Watch*> m_watches;
+    int m_launches = 0;
 };
 
 } // namespace kelpa::test

@@ -42,8 +42,8 @@ ApplicationLauncher::ApplicationLauncher(DesktopEntries& entries,
     : m_entries(entries), m_recognition(recognition), m_environment(environment)
 {}
 
-std::optional<QString> ApplicationLauncher::launch(LaunchableApplication application,
-                                                   const LaunchSurroundings& surroundings)
+std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication application,
+                                                  const LaunchSurroundings& surroundings)
 {
     QProcessEnvironment environment = m_environment;
     if (!surroundings.display.isEmpty()) {
@@ -58,7 +58,7 @@ std::optional<QString> ApplicationLauncher::launch(LaunchableApplication applica
     for (const LaunchCandidate& candidate : candidates(application)) {
         std::optional<QString> expected = foretold(candidate);
         if (const auto process = startDetached(candidate.command, environment)) {
-            return expected ? expected : recognised(*process);
+            return Launch{std::move(expected), surroundings.startupID, *process};
         }
     }
     return std::nullopt;
@@ -113,11 +113,15 @@ std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& cand
     return m_entries.resolve({{}, {}, name, name, 0}).desktopEntryID;
 }
 
-std::optional<QString> ApplicationLauncher::recognised(ProcessID session)
+std::optional<QString> ApplicationLauncher::identifierOf(const Launch& launch,
+                                                         const std::stop_token& stop)
 {
+    if (launch.bundleIdentifier || launch.process <= 0) {
+        return launch.bundleIdentifier;
+    }
     const auto end = std::chrono::steady_clock::now() + m_recognition;
-    while (std::chrono::steady_clock::now() < end) {
-        const std::vector<ProcessID> processes = processesOfSession(session);
+    while (!stop.stop_requested() && std::chrono::steady_clock::now() < end) {
+        const std::vector<ProcessID> processes = processesOfSession(launch.process);
         for (const ProcessID process : processes) {
             if (auto id = m_entries.resolve({{}, {}, {}, {}, process}).desktopEntryID) {
                 return id;

@@ -11,6 +11,7 @@
 
 #include <chrono>
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 namespace kelpa {
@@ -36,17 +37,20 @@ public:
         std::chrono::milliseconds recognition = std::chrono::milliseconds(1500),
         const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
 
-    /// Starts the first of the candidates that can be started. The id of the entry by which the new
-    /// window will be known; none when nothing was started, or when no installed entry is the
-    /// application's, so that its windows cannot be known by one.
-    std::optional<QString> launch(LaunchableApplication application,
-                                  const LaunchSurroundings& surroundings);
+    /// Starts the first of the candidates that can be started; none when none can. The bundle
+    /// identifier is the id of the entry by which the new window will be known, as far as the
+    /// program itself foretells it.
+    std::optional<Launch> launch(LaunchableApplication application,
+                                 const LaunchSurroundings& surroundings);
+
+    /// The id of the entry of the first process of the launch that has one; none when all of them
+    /// end, `stop` is requested or the time for watching is over.
+    std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop);
 
 private:
     std::vector<LaunchCandidate> candidates(LaunchableApplication application);
     std::optional<LaunchableEntry> launchable(const QString& desktopEntryID);
     std::optional<QString> foretold(const LaunchCandidate& candidate);
-    std::optional<QString> recognised(ProcessID session);
 
     DesktopEntries& m_entries;
     const std::chrono::milliseconds m_recognition;

@@ -2,18 +2,23 @@
 
 #include "platform/freedesktop/ApplicationLauncher.h"
 #include "platform/freedesktop/FreedesktopApplications.h"
+#include "platform/freedesktop/LaunchedProcess.h"
+#include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
 
 #include <QCoreApplication>
 #include <QFile>
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace kelpa::x11 {
 
-X11Applications::X11Applications(QByteArray display, WindowActor& actor,
+X11Applications::X11Applications(QByteArray display, WindowActor& actor, StartupMarks& startupMarks,
                                  FreedesktopApplications& icons, ApplicationLauncher& launcher)
-    : m_display(std::move(display)), m_actor(actor), m_icons(icons), m_launcher(launcher)
+    : m_display(std::move(display)), m_actor(actor), m_startupMarks(startupMarks), m_icons(icons),
+      m_launcher(launcher)
 {}
 
 ProcessID X11Applications::currentProcess() const
@@ -48,9 +53,31 @@ void X11Applications::requestQuit(ProcessID process)
     }
 }
 
-std::optional<QString> X11Applications::launch(LaunchableApplication application)
+std::optional<Launch> X11Applications::launch(LaunchableApplication application)
 {
     return m_launcher.launch(application, {m_display, nextStartupID()});
+}
+
+std::optional<QString> X11Applications::identifierOf(const Launch& launch,
+                                                     const std::stop_token& stop)
+{
+    return m_launcher.identifierOf(launch, stop);
+}
+
+std::optional<WindowID> X11Applications::windowOf(const Launch& launch,
+                                                  const QList<WindowItem>& windows)
+{
+    std::vector<WindowID> numbers;
+    for (const WindowItem& each : windows) {
+        numbers.push_back(each.id);
+    }
+    if (const auto marked = m_startupMarks.firstWith(launch.startupID, numbers)) {
+        return marked;
+    }
+    const auto found = std::ranges::find_if(windows, [&launch](const WindowItem& each) {
+        return cameOf(launch, each.processIdentifier);
+    });
+    return found == windows.end() ? std::nullopt : std::optional(found->id);
 }
 
 QImage X11Applications::icon(const WindowItem& window, int pixels)

@@ -16,6 +16,7 @@ class FreedesktopApplications;
 
 namespace kelpa::x11 {
 
+class StartupMarks;
 class WindowActor;
 
 class X11Applications : public Applications
@@ -23,8 +24,8 @@ class X11Applications : public Applications
 public:
     /// `display` as in the DISPLAY variable, for what is launched; empty leaves that variable as it
     /// is. The others outlive this object.
-    X11Applications(QByteArray display, WindowActor& actor, FreedesktopApplications& icons,
-                    ApplicationLauncher& launcher);
+    X11Applications(QByteArray display, WindowActor& actor, StartupMarks& startupMarks,
+                    FreedesktopApplications& icons, ApplicationLauncher& launcher);
 
     ProcessID currentProcess() const override;
     /// Whether there is such a process, other than one that has ended and was not noticed yet.
@@ -34,7 +35,11 @@ public:
     /// Closes windows, never the process; windows that cannot be asked stay. Not this program's
     /// own.
     void requestQuit(ProcessID process) override;
-    std::optional<QString> launch(LaunchableApplication application) override;
+    std::optional<Launch> launch(LaunchableApplication application) override;
+    std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
+    /// By the startup id that the window carries, else by where its process comes from.
+    std::optional<WindowID> windowOf(const Launch& launch,
+                                     const QList<WindowItem>& windows) override;
     QImage icon(const WindowItem& window, int pixels) override;
 
 private:
@@ -42,6 +47,7 @@ private:
 
     const QByteArray m_display;
     WindowActor& m_actor;
+    StartupMarks& m_startupMarks;
     FreedesktopApplications& m_icons;
     ApplicationLauncher& m_launcher;
     std::atomic<std::uint32_t> m_launches = 0;

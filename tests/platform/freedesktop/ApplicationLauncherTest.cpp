@@ -1,11 +1,16 @@
 #include "platform/freedesktop/ApplicationLauncher.h"
 
+#include "platform/freedesktop/LaunchedProcess.h"
 #include "platform/freedesktop/TemporaryDataDirectory.h"
 #include "support/desktop/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
 #include <QFile>
+
+#include <unistd.h>
+
+#include <csignal>
 
 using namespace kelpa;
 using namespace kelpa::test;
@@ -31,10 +36,19 @@ protected:
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
+    /// The identifier by which the windows will be known.
     std::optional<QString> launch(LaunchableApplication application)
     {
         ApplicationLauncher launcher(entries, 2s, environment);
-        return launcher.launch(application, {":7", "start-me_TIME5"});
+        const std::optional<Launch> launched =
+            launcher.launch(application, {":7", "start-me_TIME5"});
+        EXPECT_TRUE(launched);
+        if (!launched) {
+            return std::nullopt;
+        }
+        EXPECT_EQ(launched->startupID, "start-me_TIME5");
+        EXPECT_GT(launched->process, 0);
+        return launched->bundleIdentifier;
     }
 
     /// What the program has written, once it has.
@@ -107,5 +121,80 @@ TEST_F(Launcher, One_that_cannot_be_started_makes_room_for_the_next)
 
 TEST_F(Launcher, Nothing_installed_is_none)
 {
-    EXPECT_EQ(launch(LaunchableApplication::terminal), std::nullopt);
+    ApplicationLauncher launcher(entries, 2s, environment);
+    EXPECT_EQ(launcher.launch(LaunchableApplication::terminal, {}), std::nullopt);
+    EXPECT_EQ(launcher.launch(LaunchableApplication::chrome, {}), std::nullopt);
+}
+
+TEST_F(Launcher, A_script_is_started_without_a_wait_for_what_it_turns_out_to_be)
+{
+    environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("own-terminal"));
+    environment.insert(QStringLiteral("PATH"),
+                       environment.value(QStringLiteral("PATH")) + QStringLiteral(":/usr/bin"));
+    // What it becomes is told only later.
+    writeProgram(QStringLiteral("own-terminal"),
+                 "while [ ! -e \"$OUT.go\" ]; do sleep 0.01; done\nexec tail -f /dev/null");
+    data.writeEntry(QStringLiteral("own-tail"), "Tail", "Exec=tail");
+    ApplicationLauncher launcher(entries, 30s, environment);
+    const auto launched = launcher.launch(LaunchableApplication::terminal, {});
+    ASSERT_TRUE(launched);
+    EXPECT_EQ(launched->bundleIdentifier, std::nullopt);
+
+    data.write(QStringLiteral("out.go"), {});
+    EXPECT_EQ(launcher.identifierOf(*launched, {}), QStringLiteral("own-tail"));
+    kill(launched->process, SIGKILL);
+}
+
+TEST_F(Launcher, The_watch_ends_with_what_was_started_or_when_it_is_told_to)
+{
+    environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("own-terminal"));
+    writeProgram(QStringLiteral("own-terminal"), "exit 0");
+    ApplicationLauncher launcher(entries, 60s, environment);
+    const auto ended = launcher.launch(LaunchableApplication::terminal, {});
+    ASSERT_TRUE(ended);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(launcher.identifierOf(*ended, {}), std::nullopt);
+
+    writeProgram(QStringLiteral("own-terminal"), "exec /usr/bin/tail -f /dev/null");
+    const auto running = launcher.launch(LaunchableApplication::terminal, {});
+    ASSERT_TRUE(running);
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_EQ(launcher.identifierOf(*running, stop.get_token()), std::nullopt);
+    kill(running->process, SIGKILL);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 30s);
+}
+
+TEST_F(Launcher, A_process_came_of_the_launch_by_its_session_or_by_what_it_inherited)
+{
+    environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("own-terminal"));
+    environment.insert(QStringLiteral("PATH"),
+                       environment.value(QStringLiteral("PATH")) + QStringLiteral(":/usr/bin"));
+    // One that stays in the session, one that leaves it, and two that leave it and are told
+    // nothing, the second of which was started by one that has ended.
+    writeProgram(
+        QStringLiteral("own-terminal"),
+        "sleep 60 & a=$!\nsetsid sleep 60 & b=$!\n"
+        "setsid env -u DESKTOP_STARTUP_ID sleep 60 & c=$!\n"
+        "(setsid env -u DESKTOP_STARTUP_ID sh -c 'sleep 60 & echo $! > \"$OUT.d\"; wait' &)\n"
+        "while [ ! -s \"$OUT.d\" ]; do sleep 0.01; done\n"
+        "echo \"$a $b $c $(cat \"$OUT.d\") end\" > \"$OUT\"\nwait");
+    ApplicationLauncher launcher(entries, 1s, environment);
+    const auto launched = launcher.launch(LaunchableApplication::terminal, {{}, "start-me_TIME5"});
+    ASSERT_TRUE(launched);
+    const QList<QByteArray> numbers = written().simplified().split(' ');
+    ASSERT_EQ(numbers.size(), 5);
+    const auto isOfIt = [&](int at) { return cameOf(*launched, numbers[at].toInt()); };
+    EXPECT_TRUE(cameOf(*launched, launched->process));
+    EXPECT_TRUE(isOfIt(0)) << "in the session";
+    EXPECT_TRUE(waitUntil([&] { return getsid(numbers[1].toInt()) == numbers[1].toInt(); }));
+    EXPECT_TRUE(isOfIt(1)) << "in another session";
+    EXPECT_TRUE(isOfIt(2)) << "a child of what is in the session";
+    EXPECT_FALSE(isOfIt(3)) << "nothing tells";
+    EXPECT_FALSE(cameOf(*launched, getpid()));
+    EXPECT_FALSE(cameOf(*launched, 0));
+    EXPECT_FALSE(cameOf({}, numbers[1].toInt())) << "a launch of nothing";
+    for (int at = 0; at < 4; ++at) {
+        kill(numbers[at].toInt(), SIGKILL);
+    }
 }

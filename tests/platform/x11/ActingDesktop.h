@@ -3,6 +3,7 @@
 
 #include "platform/freedesktop/ApplicationLauncher.h"
 #include "platform/freedesktop/FreedesktopApplications.h"
+#include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
 #include "platform/x11/X11Accessibility.h"
 #include "platform/x11/X11Applications.h"
@@ -180,12 +181,15 @@ protected:
     std::unique_ptr<x11::X11WindowServer> server = surroundings.makeServer(xServer.display());
     x11::WindowActor actor{std::make_shared<x11::DisplayConnector>(xServer.display()),
                            [this](WindowID number) { return server->clientWindow(number); }};
+    x11::StartupMarks startupMarks{
+        std::make_shared<x11::DisplayConnector>(xServer.display()),
+        [this](WindowID number) { return server->clientWindow(number); }};
     x11::X11Accessibility accessibility{server->trust(), actor};
     DesktopEntries entries{{}};
     IconLookup lookup{entries, {}};
     FreedesktopApplications icons{entries, lookup, {}};
     ApplicationLauncher launcher{entries};
-    x11::X11Applications applications{xServer.display(), actor, icons, launcher};
+    x11::X11Applications applications{xServer.display(), actor, startupMarks, icons, launcher};
 };
 
 /// A terminal of its own process, with nothing in it that ends.

@@ -35,12 +35,14 @@ protected:
     {
         DesktopEntries installed{{data.path()}, std::chrono::milliseconds(0)};
         ApplicationLauncher own(installed, std::chrono::seconds(5), environment);
-        x11::X11Applications launching(xServer.display(), actor, icons, own);
+        x11::X11Applications launching(xServer.display(), actor, startupMarks, icons, own);
         x11::X11WindowServer listing({std::make_shared<x11::DisplayConnector>(xServer.display()),
                                       installed, nullptr, surroundings.reservation,
                                       surroundings.reservation.reservedUpTo,
                                       surroundings.scheduler});
-        m_expected = launching.launch(application);
+        const std::optional<Launch> launch = launching.launch(application);
+        EXPECT_TRUE(launch);
+        m_expected = launch ? launching.identifierOf(*launch, {}) : std::nullopt;
         std::optional<QString> found;
         waitUntil([&] {
             const auto source = listing.openDiscoverySource();
@@ -118,6 +120,47 @@ TEST_P(Launching, A_browser_is_asked_for_a_new_window)
                             environmentWithPath(qEnvironmentVariable("PATH"))),
               QStringLiteral("chromium"));
     EXPECT_EQ(m_expected, QStringLiteral("chromium"));
+}
+
+TEST_P(Launching, What_a_script_leaves_behind_is_told_from_other_windows_by_where_it_comes_from)
+{
+    // It has ended before the window comes, which is in another session and of no installed entry.
+    writeScript(QStringLiteral("my-terminal"), "setsid xterm -T launched -e cat &");
+    QProcessEnvironment environment = environmentWithPath(qEnvironmentVariable("PATH"));
+    environment.insert(QStringLiteral("TERMINAL"), data.path(QStringLiteral("bin/my-terminal")));
+    ApplicationLauncher own(entries, std::chrono::milliseconds(100), environment);
+    x11::X11Applications launching(xServer.display(), actor, startupMarks, icons, own);
+    const auto launch = launching.launch(LaunchableApplication::terminal);
+    ASSERT_TRUE(launch);
+    EXPECT_EQ(launch->bundleIdentifier, std::nullopt);
+    const WindowItem launched = listed(QStringLiteral("launched"));
+    m_launched = launched.processIdentifier;
+    const Terminal beside(xServer.display(), QStringLiteral("beside"));
+    const WindowItem other = listed(QStringLiteral("beside"));
+    EXPECT_EQ(launching.windowOf(*launch, {other, launched}), launched.id);
+    EXPECT_EQ(launching.windowOf(*launch, {other}), std::nullopt);
+
+    // The next one is not taken for this one.
+    const auto next = launching.launch(LaunchableApplication::terminal);
+    ASSERT_TRUE(next);
+    EXPECT_EQ(launching.windowOf(*next, {other, launched}), std::nullopt);
+}
+
+TEST_P(Launching, A_window_that_a_running_program_opens_for_it_is_told_by_its_startup_id)
+{
+    QProcessEnvironment environment = environmentWithPath(data.path(QStringLiteral("bin")));
+    writeScript(QStringLiteral("xterm"), "exit 0");
+    ApplicationLauncher own(entries, std::chrono::milliseconds(100), environment);
+    x11::X11Applications launching(xServer.display(), actor, startupMarks, icons, own);
+    const auto launch = launching.launch(LaunchableApplication::terminal);
+    ASSERT_TRUE(launch);
+    const WindowItem other = openWindow(client, "other");
+    const xcb_window_t window = client.create({.title = "handed over"});
+    client.setText(window, "_NET_STARTUP_ID", launch->startupID);
+    client.map(window);
+    const WindowItem launched = listed(QStringLiteral("handed over"));
+    EXPECT_EQ(launching.windowOf(*launch, {other, launched}), launched.id);
+    EXPECT_EQ(launching.windowOf(*launch, {other}), std::nullopt);
 }
 
 INSTANTIATE_TEST_SUITE_P(Under, Launching, ::testing::ValuesIn(testedWindowManagers()), nameOf);
