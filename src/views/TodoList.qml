@@ -85,13 +85,15 @@ Item {
         const rect = row < 0 ? Qt.rect(0, 0, 0, 0) : lines.rowRect(row);
         return Qt.rect(rect.x, rect.y - rows.contentY, rect.width, rect.height);
     }
+    /// A list that waits to be used for another goal is in no window, and takes none.
     function takeRequest(): void {
-        if (root.board.todos.takeEditorRequest(root.listID))
+        if (root.Window.window !== null && root.board?.todos.takeEditorRequest(root.listID))
             root.focusEditor();
     }
 
     implicitHeight: Math.min(root.maximumHeight, root.wantedHeight)
     Component.onCompleted: root.takeRequest()
+    Window.onWindowChanged: root.takeRequest()
     onIsEditorOpenChanged: if (!root.isEditorOpen)
         root.isKeyboardAwaited = false
 

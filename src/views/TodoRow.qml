@@ -61,12 +61,15 @@ FocusScope {
             root.takeKeyboard();
     }
 
+    /// A row that waits to be used for another todo is in no window, and takes none.
     function takeRequest(): void {
-        if (!root.isUnified && root.board.todos.takeTodoRequest(root.todoID))
+        if (root.Window.window !== null && root.board !== null && !root.isUnified
+                && root.board.todos.takeTodoRequest(root.todoID))
             root.takeKeyboard();
     }
 
     Component.onCompleted: root.takeRequest()
+    Window.onWindowChanged: root.takeRequest()
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
 
     Connections {

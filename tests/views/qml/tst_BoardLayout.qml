@@ -366,6 +366,34 @@ Item {
             verify(field().activeFocus);
             world.board.todos.cancelEditor();
         }
+        function test_a_card_that_waits_for_another_goal_takes_no_request_from_the_one_that_shows() {
+            const cards = () => all(board, item => item instanceof GoalColumn);
+            const seen = [];
+            const scroll = y => {
+                view().contentY = y;
+                targets().layOut();
+                for (const card of cards())
+                    if (!seen.includes(card))
+                        seen.push(card);
+            };
+            // Shown by another card, which is younger than the one from before, which still waits.
+            const isWaitedFor = card => seen.slice(0, seen.indexOf(card)).some(
+                other => other.parent === null && other.columnID === card.columnID);
+            let shown = undefined;
+            for (let far = 700; far < 9000 && shown === undefined; far += 700) {
+                for (let y = 0; y < far; y += 700)
+                    scroll(y);
+                for (let y = far; y >= 0 && shown === undefined; y -= 120) {
+                    scroll(y);
+                    shown = cards().find(card => isWaitedFor(card) && isInView(card));
+                }
+            }
+            verify(shown !== undefined);
+            world.board.todos.requestEditor(shown.columnID);
+            const field = () => only(all(shown, item => item instanceof TextInputField));
+            tryVerify(() => field()?.activeFocus ?? false);
+            world.board.todos.cancelEditor();
+        }
         function test_a_deleted_goal_leaves_no_gap() {
             world.board.createGoal("Short-lived");
             tryVerify(() => column("Short-lived") !== null);

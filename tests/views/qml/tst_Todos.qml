@@ -555,6 +555,20 @@ Item {
             tryVerify(() => row(column("Second"), "Read").isHighlighted);
             tryVerify(() => face(column("Second"), "Read").activeFocus);
         }
+        function test_the_way_to_a_todo_leads_to_a_row_that_showed_another_one() {
+            const first = column("First");
+            show(first, "First", ["Done with"]);
+            const former = row(first, "Done with");
+            world.board.todos.remove(world.todoID("Done with", "First"), first.columnID);
+            tryVerify(() => row(first, "Done with") === null);
+            // Asked for before it has a row.
+            world.addTodo("Read", "First");
+            compare(row(first, "Read"), null);
+            world.board.todos.goToTodo(world.todoID("Read", "First"), first.columnID, true);
+            tryVerify(() => row(first, "Read") !== null);
+            compare(row(first, "Read"), former);
+            tryVerify(() => face(first, "Read").activeFocus);
+        }
         function test_the_menu_of_a_todo_moves_it_within_the_list_that_shows_it() {
             const first = column("First");
             show(first, "First", ["A", "B", "C"]);
