@@ -4,7 +4,7 @@ import QtQuick
 import Kelpa
 
 /// The card of a target: it shows the beginning of its content and, while it is selected, all of
-/// it. What stands in it keeps clear of the card's round corners by its margins.
+/// it. What is cut off ends in the card's round corners.
 ExpandableHeight {
     id: root
 
@@ -18,6 +18,9 @@ ExpandableHeight {
     /// A card that is about to change its height stays with its goal.
     property bool isPinned: root.expansionProgress > 0
     default property alias content: body.data
+
+    readonly property color ground: root.isAccepting ? Qt.tint(Theme.column, Theme.accepting)
+                                                     : Theme.column
 
     collapsedHeight: Theme.collapsedCardHeight
     shownNaturalHeight: root.naturalHeight
@@ -39,13 +42,7 @@ ExpandableHeight {
     Rectangle {
         anchors.fill: parent
         radius: Theme.columnRadius
-        color: Theme.column
-    }
-    Rectangle {
-        anchors.fill: parent
-        radius: Theme.columnRadius
-        color: Theme.accepting
-        visible: root.isAccepting
+        color: root.ground
     }
     Item {
         id: body
@@ -63,12 +60,39 @@ ExpandableHeight {
         gradient: Gradient {
             GradientStop {
                 position: 0
-                color: Qt.alpha(Theme.column, 0)
+                color: Qt.alpha(root.ground, 0)
             }
             GradientStop {
                 position: 0.8
-                color: Theme.column
+                color: root.ground
             }
+        }
+    }
+    // Items are clipped to rectangles only: what is cut off is painted over around the lower
+    // corners, with the ground on which all cards lie.
+    Item {
+        id: corners
+
+        /// As far as a corner of the rectangle stands out of the round one.
+        readonly property real reach: Math.ceil(Theme.columnRadius * (Math.SQRT2 - 1))
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: -corners.reach
+        height: Theme.columnRadius + corners.reach
+        clip: true
+        visible: root.isCut
+
+        Rectangle {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            height: root.height + 2 * corners.reach
+            radius: Theme.columnRadius + corners.reach
+            color: "transparent"
+            border.width: corners.reach
+            border.color: Theme.window
         }
     }
     Rectangle {
