@@ -1,6 +1,6 @@
 // What the board on the screen costs: ten goals beside two hundred, with as many todos and windows
-// to each goal, in turn in one process. Processor time, so that what else the machine does counts
-// little.
+// to each goal and a picture of every window, in turn in one process; and what a process of its own
+// takes in memory for each. Processor time, so that what else the machine does counts little.
 #include "bench/board/BoardFixture.h"
 #include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
@@ -10,13 +10,19 @@
 #include "views/ViewEngine.h"
 #include "views/WaterfallView.h"
 
+#include <QFile>
 #include <QGuiApplication>
+#include <QKeyEvent>
+#include <QProcess>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSet>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <stdexcept>
 #include <vector>
 
 namespace kelpa::bench {
@@ -26,6 +32,9 @@ constexpr int rounds = 5;
 constexpr int scrollSteps = 120;
 constexpr double scrollStep = 40;
 constexpr int todosPerGoal = 50;
+constexpr int windowsPerTwoGoals = 5;
+
+const QString memoryOption = QStringLiteral("--memory");
 
 double processorMilliseconds()
 {
@@ -49,20 +58,47 @@ double untilFrame(QQuickWindow* const* window, const Cause& cause)
     return processorMilliseconds() - start;
 }
 
-int itemCount(const QQuickItem& item)
+/// Lets timers and motions come to their end.
+void rest()
 {
-    int count = 1;
-    for (const QQuickItem* const child : item.childItems())
-        count += itemCount(*child);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(80);
+    while (std::chrono::steady_clock::now() < end)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+/// All items that live below an object, also those of closed menus and those that wait for use.
+void collectItems(QObject& object, QSet<const QObject*>& seen, int& count)
+{
+    if (seen.contains(&object))
+        return;
+    seen.insert(&object);
+    for (QObject* const child : object.children())
+        collectItems(*child, seen, count);
+    auto* const item = qobject_cast<QQuickItem*>(&object);
+    if (item == nullptr)
+        return;
+    ++count;
+    for (QQuickItem* const child : item->childItems())
+        collectItems(*child, seen, count);
+}
+
+int itemCount(QQuickWindow& window)
+{
+    QSet<const QObject*> seen;
+    int count = 0;
+    collectItems(window, seen, count);
+    collectItems(*window.contentItem(), seen, count);
     return count;
 }
 
-WaterfallView* findTargets(QQuickItem& item)
+/// The first item, from the back to the front, whose type has the name.
+QQuickItem* findItem(QQuickItem& item, const char* type)
 {
-    if (auto* const view = qobject_cast<WaterfallView*>(&item))
-        return view;
+    const QByteArray name = item.metaObject()->className();
+    if (name == type || name.startsWith(QByteArray(type) + "_QMLTYPE"))
+        return &item;
     for (QQuickItem* const child : item.childItems()) {
-        if (WaterfallView* const found = findTargets(*child))
+        if (QQuickItem* const found = findItem(*child, type))
             return found;
     }
     return nullptr;
@@ -81,8 +117,9 @@ struct Figures
 class Board
 {
 public:
-    Board(int goalCount, int windowCount)
+    explicit Board(int goalCount)
     {
+        const int windowCount = goalCount * windowsPerTwoGoals / 2;
         const QList<Goal> goals = largeBoard(goalCount, goalCount * todosPerGoal);
         Assignments assignments;
         for (int i = 0; i < windowCount; ++i) {
@@ -113,26 +150,51 @@ public:
             engine.show();
             window = engine.window();
         }));
-        WaterfallView& targets = *findTargets(*window->contentItem());
+        auto& targets =
+            *qobject_cast<WaterfallView*>(findItem(*window->contentItem(), "kelpa::WaterfallView"));
         QQuickItem& view = *targets.parentItem()->parentItem();
-        for (int step = 1; step <= scrollSteps; ++step) {
-            // There and back, so that both boards have the room.
-            const int place = std::min(step, scrollSteps - step);
-            figures.scrollFrames.push_back(
-                untilFrame(&window, [&] { view.setProperty("contentY", place * scrollStep); }));
-        }
-        figures.items = itemCount(*window->contentItem());
+        scroll(view, window, figures);
+        select(window, figures);
+        figures.items = itemCount(*window);
         figures.cards = targets.itemCount();
-        const QList<Goal> goals = m_store->goals();
-        for (int i = 0; i < 4; ++i) {
-            figures.selection.push_back(untilFrame(&window, [&] {
-                m_store->activateTarget(TargetSelection::goal(goals.at(i).id),
-                                        WindowStore::EnterWindowLayer::no);
-            }));
-        }
     }
 
 private:
+    /// Down as far as the board goes and up again, over and over.
+    static void scroll(QQuickItem& view, QQuickWindow*& window, Figures& figures)
+    {
+        const double end = view.property("contentHeight").toDouble() - view.height();
+        double place = 0;
+        double direction = 1;
+        for (int step = 0; step < scrollSteps; ++step) {
+            if (place + direction * scrollStep > end || place + direction * scrollStep < 0)
+                direction = -direction;
+            place += direction * scrollStep;
+            figures.scrollFrames.push_back(
+                untilFrame(&window, [&] { view.setProperty("contentY", place); }));
+        }
+        view.setProperty("contentY", 0);
+        rest();
+    }
+
+    /// From goal to goal and back, by the arrow keys.
+    void select(QQuickWindow*& window, Figures& figures)
+    {
+        m_store->activateTarget(TargetSelection::goal(m_store->goals().front().id),
+                                WindowStore::EnterWindowLayer::no);
+        rest();
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Down, Qt::Key_Up}) {
+            const TargetSelection before = m_store->boardNavigation().target;
+            figures.selection.push_back(untilFrame(&window, [&] {
+                QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+                QCoreApplication::sendEvent(window, &press);
+                if (m_store->boardNavigation().target == before)
+                    throw std::runtime_error("a key selected nothing");
+            }));
+            rest();
+        }
+    }
+
     test::FakeDesktop m_desktop;
     test::ManualScheduler m_scheduler;
     test::MemorySettingsStore m_settings;
@@ -150,10 +212,43 @@ void printRow(const char* name, double small, double large)
     std::printf("| %-44s | %9.2f | %9.2f | %5.2f |\n", name, small, large, large / small);
 }
 
+/// In MiB, once the board has been shown and scrolled.
+double residentMemory()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).simplified().split(' ').front().toDouble() / 1024;
+    }
+    return 0;
+}
+
+int printMemory(int goalCount)
+{
+    Board board(goalCount);
+    Figures figures;
+    board.measure(figures);
+    std::printf("%f\n", residentMemory());
+    return 0;
+}
+
+/// Of a process that shows such a board and nothing else.
+double memoryOfProcess(int goalCount)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(QCoreApplication::applicationFilePath(),
+                  {memoryOption, QString::number(goalCount)});
+    process.waitForFinished(-1);
+    return process.readAllStandardOutput().trimmed().toDouble();
+}
+
 int run()
 {
-    Board ten(10, 25);
-    Board twoHundred(200, 500);
+    Board ten(10);
+    Board twoHundred(200);
     Figures small;
     Figures large;
     // The first round warms up.
@@ -175,9 +270,10 @@ int run()
              quantile(large.scrollFrames, 0.5));
     printRow("a frame while scrolling, 95 of 100 below", quantile(small.scrollFrames, 0.95),
              quantile(large.scrollFrames, 0.95));
-    printRow("from selecting a goal to its frame", quantile(small.selection, 0.5),
+    printRow("from a key press to the drawn selection", quantile(small.selection, 0.5),
              quantile(large.selection, 0.5));
-    printRow("items alive", small.items, large.items);
+    printRow("resident memory of a process, MiB", memoryOfProcess(10), memoryOfProcess(200));
+    printRow("items alive, also in closed menus", small.items, large.items);
     printRow("targets with items", small.cards, large.cards);
     return 0;
 }
@@ -191,7 +287,10 @@ int main(int argc, char** argv)
     qputenv("QT_QUICK_BACKEND", "software");
     const QGuiApplication application(argc, argv);
     try {
-        return kelpa::bench::run();
+        const QStringList arguments = QCoreApplication::arguments();
+        return arguments.size() == 3 && arguments.at(1) == kelpa::bench::memoryOption
+                   ? kelpa::bench::printMemory(arguments.at(2).toInt())
+                   : kelpa::bench::run();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;
