@@ -62,10 +62,13 @@ Item {
     Item {
         id: face
 
+        // Without a graphics device, round corners that are scaled show seams; a picture of them
+        // does not.
+        readonly property bool isPictured: GraphicsInfo.api === GraphicsInfo.Software
+                                           && face.scale !== 1
+
         anchors.fill: parent
-        // Without a graphics device, scaled round corners show seams.
-        scale: GraphicsInfo.api === GraphicsInfo.Software ? 1
-               : area.pressed ? 0.985 : root.isRaised ? 1.012 : 1
+        scale: area.pressed ? 0.985 : root.isRaised ? 1.012 : 1
         opacity: area.pressed ? 0.82 : 1
 
         Behavior on scale {
@@ -75,25 +78,38 @@ Item {
             }
         }
 
-        Rectangle {
+        Item {
+            // Room for what falls outside the card.
+            readonly property int room: 2
+
             anchors.fill: parent
-            anchors.topMargin: root.isRaised ? 2 : 1
-            anchors.bottomMargin: root.isRaised ? -2 : -1
-            radius: Theme.cardRadius
-            color: root.isRaised ? Theme.raisedShadow : Theme.shadow
-        }
-        Rectangle {
-            anchors.fill: parent
-            radius: Theme.cardRadius
-            color: Theme.card
-            border.width: root.isSelected ? 1.2 : 1
-            border.color: root.isSelected ? Theme.selectedCardOutline : Theme.cardOutline
-        }
-        Rectangle {
-            anchors.fill: parent
-            radius: Theme.cardRadius
-            color: Theme.accepting
-            visible: root.isSelected
+            anchors.margins: -room
+            layer.enabled: face.isPictured
+            layer.smooth: true
+
+            Rectangle {
+                anchors.fill: parent
+                anchors.margins: parent.room
+                anchors.topMargin: parent.room + (root.isRaised ? 2 : 1)
+                anchors.bottomMargin: parent.room - (root.isRaised ? 2 : 1)
+                radius: Theme.cardRadius
+                color: root.isRaised ? Theme.raisedShadow : Theme.shadow
+            }
+            Rectangle {
+                anchors.fill: parent
+                anchors.margins: parent.room
+                radius: Theme.cardRadius
+                color: Theme.card
+                border.width: root.isSelected ? 1.2 : 1
+                border.color: root.isSelected ? Theme.selectedCardOutline : Theme.cardOutline
+            }
+            Rectangle {
+                anchors.fill: parent
+                anchors.margins: parent.room
+                radius: Theme.cardRadius
+                color: Theme.accepting
+                visible: root.isSelected
+            }
         }
         CardPreview {
             anchors.left: parent.left
@@ -104,6 +120,7 @@ Item {
             windowID: root.windowID
             revision: root.previewRevision
             message: root.previewMessage
+            isPictured: face.isPictured
         }
         CardCaption {
             id: caption

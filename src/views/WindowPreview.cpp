@@ -1,6 +1,7 @@
 #include "views/WindowPreview.h"
 
 #include <QPainter>
+#include <QPainterPath>
 #include <QQuickWindow>
 #include <QSGImageNode>
 
@@ -13,10 +14,13 @@ QImage roundedPicture(const QImage& image, QSize size, qreal radius)
     QImage picture(size, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    painter.drawRoundedRect(picture.rect(), radius, radius);
+    // Interpolated but not averaged: every card that scrolls into view has its picture made while
+    // the main thread waits.
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    QPainterPath outline;
+    outline.addRoundedRect(picture.rect(), radius, radius);
+    painter.setClipPath(outline);
+    painter.drawImage(picture.rect(), image);
     return picture;
 }
 

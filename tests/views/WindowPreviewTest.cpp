@@ -128,5 +128,18 @@ TEST(RoundedPicture, Stretches_to_the_size_and_leaves_the_corners_free)
     EXPECT_EQ(picture.pixelColor(64, 71), QColor(Qt::red));
 }
 
+TEST(RoundedPicture, Is_interpolated_and_its_edges_have_the_colours_of_the_images_edges)
+{
+    QImage image(2, 1, QImage::Format_RGB32);
+    image.setPixelColor(0, 0, Qt::red);
+    image.setPixelColor(1, 0, Qt::blue);
+    const QImage picture = roundedPicture(image, {128, 72}, 5);
+    EXPECT_EQ(picture.pixelColor(0, 36), QColor(Qt::red));
+    EXPECT_EQ(picture.pixelColor(127, 36), QColor(Qt::blue));
+    const QColor middle = picture.pixelColor(64, 36);
+    EXPECT_NEAR(middle.red(), 128, 16);
+    EXPECT_NEAR(middle.blue(), 128, 16);
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -4,23 +4,32 @@ import QtQuick
 import Kelpa
 
 /// The picture of a card's window or, without one, why there is none.
-Rectangle {
+Item {
     id: root
 
     required property BoardController board
     required property real windowID
     required property real revision
     required property string message
+    /// Whether the round corners are drawn as a picture of them.
+    property bool isPictured: false
 
     implicitHeight: 72
-    radius: 5
-    color: Theme.previewGround
 
+    Rectangle {
+        id: ground
+
+        anchors.fill: parent
+        radius: 5
+        color: Theme.previewGround
+        layer.enabled: root.isPictured
+        layer.smooth: true
+    }
     WindowPreview {
         anchors.horizontalCenter: parent.horizontalCenter
         width: height * 16 / 9
         height: parent.height
-        radius: parent.radius
+        radius: ground.radius
         board: root.board
         windowID: root.windowID
         revision: root.revision

@@ -281,6 +281,53 @@ Item {
             tryVerify(() => world.goalOfWindow(8) === "");
             tryVerify(() => menuItems().length === 0 && card("Letter") !== null);
         }
+        function face(title) {
+            return all(card(title), item => item.isPictured !== undefined
+                                            && item.parent === card(title))[0];
+        }
+        function test_a_card_rises_under_the_pointer_and_gives_way_to_a_press() {
+            world.clearSelection();
+            mouseMove(root, 1090, 690);
+            tryVerify(() => card("Report") !== null);
+            const report = face("Report");
+            tryCompare(report, "scale", 1);
+            compare(report.opacity, 1);
+            mouseMove(card("Report"), 60, 110);
+            tryCompare(report, "scale", 1.012);
+            compare(report.opacity, 1);
+            mousePress(card("Report"), 60, 110);
+            tryCompare(report, "scale", 0.985);
+            compare(report.opacity, 0.82);
+            mouseRelease(card("Report"), 60, 110);
+            tryCompare(report, "scale", 1.012);
+            compare(report.opacity, 1);
+            mouseMove(root, 1090, 690);
+            // The selected one stays raised.
+            tryVerify(() => card("Report")?.isSelected ?? false);
+            compare(report.scale, 1.012);
+            world.clearSelection();
+            tryCompare(report, "scale", 1);
+        }
+        function test_a_raised_card_has_no_seams() {
+            tryVerify(() => card("Report") !== null);
+            world.board.focusWindow(4294967295);
+            for (let width = 900; width < 1010; width += 7) {
+                board.anchors.rightMargin = root.width - width;
+                waitForRendering(board);
+                tryVerify(() => card("Report") !== null);
+                const report = card("Report");
+                tryCompare(face("Report"), "scale", 1.012);
+                // Below the caption, from one round corner to the other.
+                const at = report.mapToItem(board, 0, report.height - 5);
+                const image = grabImage(board);
+                const colors = new Set();
+                for (let x = 6; x < report.width - 6; ++x)
+                    colors.add(String(image.pixel(Math.round(at.x) + x, Math.round(at.y))));
+                compare([width, colors.size], [width, 1]);
+            }
+            board.anchors.rightMargin = 0;
+            world.clearSelection();
+        }
         function test_the_ring_goes_from_the_column_to_the_card_that_is_selected() {
             // Of its own selection only: no keyboard focus.
             root.forceActiveFocus();
