@@ -78,6 +78,8 @@ public:
     /// "windowList all", "accessibilityWindows <process>", "raise <title>", … in order.
     QStringList calls;
     QList<WindowID> captured;
+    /// The windows that come next, as the last capture gave them.
+    std::vector<WindowID> announcedForCapture;
     QList<QUrl> openedUrls;
     QString pasteboardText;
     int pasteboardWrites = 0;
@@ -90,7 +92,7 @@ public:
     bool isScreenCaptureTrusted() const override { return isScreenCaptureGranted; }
     bool requestScreenCapture() override;
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
-    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed need,
+    std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
     std::unique_ptr<Subscription> watchWindows(std::function<void()> changed) override;
     // Accessibility
