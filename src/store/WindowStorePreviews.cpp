@@ -113,6 +113,11 @@ void WindowStore::requestPermissions()
     m_platform.workspace.requestOpen(privacySettings(m_isScreenCaptureTrusted));
 }
 
+bool WindowStore::hasPermissionSettings() const
+{
+    return m_platform.workspace.hasPermissionSettings();
+}
+
 void WindowStore::updatePermissionState()
 {
     publish(m_isAccessibilityTrusted, m_platform.accessibility.isTrusted(),

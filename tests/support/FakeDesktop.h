@@ -73,6 +73,7 @@ public:
     /// The answers to asking for permissions.
     bool grantsAccessibilityWhenAsked = false;
     bool grantsScreenCaptureWhenAsked = false;
+    bool hasSettingsForPermissions = true;
 
     // What has been asked of the desktop.
     /// "windowList all", "accessibilityWindows <process>", "raise <title>", … in order.
@@ -112,6 +113,7 @@ public:
     // Pasteboard
     void setText(const QString& text) override;
     // Workspace
+    bool hasPermissionSettings() const override { return hasSettingsForPermissions; }
     void requestOpen(const QUrl& url) override { openedUrls.append(url); }
 
 private:
