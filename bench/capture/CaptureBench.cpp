@@ -99,7 +99,7 @@ public:
 
     std::optional<WindowCapture> capture(WindowID id, CaptureNeed need)
     {
-        return m_server->captureWindow(id, longestSide, need, {});
+        return m_server->captureWindow({id, longestSide, need}, {});
     }
 
     WindowCapture settled(WindowID id)

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <vector>
 
 namespace kelpa {
 
@@ -26,6 +27,17 @@ struct WindowCapture
 
 /// Whether a picture is wanted that shows the same as the last one given of that window.
 enum class CaptureNeed : std::uint8_t { always, ifChanged };
+
+struct CaptureRequest
+{
+    WindowID window = 0;
+    /// How wide and high the picture may be, in pixels; smaller windows are not enlarged.
+    int longestSide = 0;
+    CaptureNeed need = CaptureNeed::always;
+    /// A few windows that will be captured soon, for which the server may get ready meanwhile. It
+    /// gets ready for no others.
+    std::vector<WindowID> next{};
+};
 
 class WindowServer
 {
@@ -45,13 +57,11 @@ public:
     /// not answer gives a source whose lists are absent.
     virtual std::unique_ptr<DiscoverySource> openDiscoverySource() = 0;
 
-    /// The window as it looks now, at most `longestSide` pixels wide and high (smaller windows are
-    /// not enlarged), also when others cover it. None when there is no picture to be had, when the
-    /// window is gone, when `stop` was requested, or when it shows what it showed last time and
-    /// `need` says that this is not wanted. Any thread but the main one; may take as long as the
-    /// window server does.
-    virtual std::optional<WindowCapture> captureWindow(WindowID window, int longestSide,
-                                                       CaptureNeed need,
+    /// The window as it looks now, also when others cover it. None when there is no picture to be
+    /// had, when the window is gone, when `stop` was requested, or when it shows what it showed
+    /// last time and `need` says that this is not wanted. Any thread but the main one; may take as
+    /// long as the window server does.
+    virtual std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                        const std::stop_token& stop) = 0;
 
     /// Calls `changed` on the main thread soon after windows were opened, closed, renamed,

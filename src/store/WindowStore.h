@@ -172,6 +172,8 @@ public:
     std::optional<QString> previewMessage(const WindowItem& window) const;
     /// Asks the desktop for what is missing, and opens its settings where that is granted.
     void requestPermissions();
+    /// Whether the desktop has the settings that `requestPermissions` opens.
+    bool hasPermissionSettings() const;
 
     // The keyboard selection.
 

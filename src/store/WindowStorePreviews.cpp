@@ -48,15 +48,16 @@ void WindowStore::refreshPreviews(Date now)
         m_previews.contains(window) && !m_unappliedCaptures.contains(window);
     const CaptureNeed need = isLastPictureShown ? CaptureNeed::ifChanged : CaptureNeed::always;
     m_unappliedCaptures.insert(window);
+    const CaptureRequest request{window, previewLongestSide, need,
+                                 windowsOfNextTurns(turn, m_windows)};
     m_previewTask = m_scheduler.inBackground(
-        [window, need, &server = m_platform.windowServer](const std::stop_token& stop) {
+        [request, &server = m_platform.windowServer](const std::stop_token& stop) {
             PreviewCaptureBatch batch;
             if (stop.stop_requested())
                 return batch;
-            const std::optional<WindowCapture> capture =
-                server.captureWindow(window, previewLongestSide, need, stop);
+            const std::optional<WindowCapture> capture = server.captureWindow(request, stop);
             if (capture && !capture->image.isNull())
-                batch.images.insert(window,
+                batch.images.insert(request.window,
                                     {capture->image, previewDisplaySize(capture->pixelSize)});
             return batch;
         },
@@ -110,6 +111,11 @@ void WindowStore::requestPermissions()
     publish(m_isScreenCaptureTrusted, m_platform.windowServer.requestScreenCapture(),
             Field::isScreenCaptureTrusted);
     m_platform.workspace.requestOpen(privacySettings(m_isScreenCaptureTrusted));
+}
+
+bool WindowStore::hasPermissionSettings() const
+{
+    return m_platform.workspace.hasPermissionSettings();
 }
 
 void WindowStore::updatePermissionState()

@@ -299,6 +299,11 @@ void BoardController::closeWindowProcess(quint32 windowID)
         m_store.closeProcess(*window);
 }
 
+bool BoardController::hasPermissionSettings() const
+{
+    return m_store.hasPermissionSettings();
+}
+
 void BoardController::requestPermissions()
 {
     m_store.requestPermissions();

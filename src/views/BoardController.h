@@ -52,6 +52,8 @@ class BoardController : public QObject
     Q_PROPERTY(bool isScreenCaptureTrusted READ isScreenCaptureTrusted NOTIFY
                    isScreenCaptureTrustedChanged)
     /// Whether a double tap of Command brings Kelpa forward.
+    /// There are settings in which a missing permission can be granted.
+    Q_PROPERTY(bool hasPermissionSettings READ hasPermissionSettings CONSTANT)
     Q_PROPERTY(bool isDoubleTapOffered READ isDoubleTapOffered NOTIFY isDoubleTapOfferedChanged)
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
     Q_PROPERTY(bool toastOffersUndo READ toastOffersUndo NOTIFY toastOffersUndoChanged)
@@ -86,6 +88,7 @@ public:
     bool isAutoSortingGoals() const;
     bool isAccessibilityTrusted() const;
     bool isScreenCaptureTrusted() const;
+    bool hasPermissionSettings() const;
     bool isDoubleTapOffered() const { return m_isDoubleTapOffered; }
     void setDoubleTapOffered(bool isOffered);
     /// Empty while there is none.

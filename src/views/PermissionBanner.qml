@@ -9,7 +9,7 @@ Rectangle {
 
     required property BoardController board
 
-    implicitHeight: Math.max(rows.implicitHeight, settingsButton.implicitHeight) + 2 * Theme.medium
+    implicitHeight: Math.max(rows.implicitHeight, settingsButton.visible ? settingsButton.implicitHeight : 0) + 2 * Theme.medium
     radius: Theme.cardRadius
     color: Theme.warningGround
     visible: !root.board.isScreenCaptureTrusted || !root.board.isAccessibilityTrusted
@@ -52,7 +52,7 @@ Rectangle {
 
         anchors.left: parent.left
         anchors.leftMargin: Theme.large + 22 + Theme.medium
-        anchors.right: settingsButton.left
+        anchors.right: settingsButton.visible ? settingsButton.left : parent.right
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter
         spacing: 6
@@ -71,6 +71,7 @@ Rectangle {
     AppButton {
         id: settingsButton
 
+        visible: root.board.hasPermissionSettings
         anchors.right: parent.right
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter

@@ -8,6 +8,8 @@
 #include <QSize>
 #include <QSizeF>
 
+#include <vector>
+
 namespace kelpa {
 
 /// Longest side of a preview, in pixels and in points alike.
@@ -24,6 +26,10 @@ struct PreviewTurn
 /// The turn of `cursor` among `count` windows, which is at least 1; windows may have come and gone
 /// since the cursor was made.
 PreviewTurn previewTurn(qsizetype cursor, qsizetype count);
+
+/// The windows whose turns come after that of `turn`, the nearest first: at most three, so that
+/// getting ready for them costs little at a time and a program has drawn what was covered by then.
+std::vector<WindowID> windowsOfNextTurns(const PreviewTurn& turn, const QList<WindowItem>& windows);
 
 /// The display size, in points, of a capture of `pixelSize`: the longer side brought down to
 /// `previewLongestSide`, never up; at least one point in each direction.

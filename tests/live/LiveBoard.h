@@ -38,10 +38,10 @@ public:
         ++m_looks;
         return m_server.openDiscoverySource();
     }
-    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed need,
+    std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override
     {
-        return m_server.captureWindow(window, longestSide, need, stop);
+        return m_server.captureWindow(request, stop);
     }
     std::unique_ptr<Subscription> watchWindows(std::function<void()> changed) override
     {

@@ -45,6 +45,28 @@ TEST_F(PreviewOperations, Windows_take_turns_one_a_tick)
     EXPECT_EQ(store().previews().size(), 3);
 }
 
+TEST_F(PreviewOperations, Only_listed_windows_are_announced_for_capture_in_the_order_of_their_turns)
+{
+    desktop.addWindow(6, FakeDesktop::ownProcess, QStringLiteral("Kelpa's own"));
+    desktop.addWindow(7, 100, QStringLiteral("too small")).bounds = Rect{0, 0, 79, 200};
+    desktop.addWindow(8, 200, QStringLiteral("a panel"));
+    desktop.applications[200].activationPolicy = ActivationPolicy::accessory;
+    addWindows(5);
+    tick();
+    EXPECT_EQ(desktop.announcedForCapture, (std::vector<WindowID>{2, 3, 4}));
+    for (int i = 0; i < 3; ++i)
+        tick();
+    EXPECT_EQ(desktop.captured.last(), 4U);
+    EXPECT_EQ(desktop.announcedForCapture, (std::vector<WindowID>{5, 1, 2}));
+}
+
+TEST_F(PreviewOperations, A_window_alone_is_followed_by_none)
+{
+    addWindows(1);
+    tick();
+    EXPECT_EQ(desktop.announcedForCapture, std::vector<WindowID>());
+}
+
 TEST_F(PreviewOperations, A_list_that_shrinks_reduces_the_cursor_to_its_length)
 {
     addWindows(5);

@@ -166,22 +166,22 @@ bool FakeDesktop::requestScreenCapture()
     return isScreenCaptureGranted;
 }
 
-std::optional<WindowCapture> FakeDesktop::captureWindow(WindowID window, int longestSide,
-                                                        CaptureNeed need,
+std::optional<WindowCapture> FakeDesktop::captureWindow(const CaptureRequest& request,
                                                         const std::stop_token& /*stop*/)
 {
-    captured.append(window);
+    captured.append(request.window);
+    announcedForCapture = request.next;
     if (inTheMiddleOfACapture)
         inTheMiddleOfACapture();
-    const auto size = captureSizes.constFind(window);
+    const auto size = captureSizes.constFind(request.window);
     if (size == captureSizes.constEnd())
         return std::nullopt;
-    if (need == CaptureNeed::ifChanged && unchangedWindows.contains(window))
+    if (request.need == CaptureNeed::ifChanged && unchangedWindows.contains(request.window))
         return std::nullopt;
     const QSize bounded =
-        size->boundedTo(size->scaled(longestSide, longestSide, Qt::KeepAspectRatio))
+        size->boundedTo(size->scaled(request.longestSide, request.longestSide, Qt::KeepAspectRatio))
             .expandedTo({1, 1});
-    unchangedWindows.insert(window);
+    unchangedWindows.insert(request.window);
     QImage image(bounded, QImage::Format_RGB32);
     image.fill(Qt::red);
     return WindowCapture{image, *size};

@@ -73,11 +73,14 @@ public:
     /// The answers to asking for permissions.
     bool grantsAccessibilityWhenAsked = false;
     bool grantsScreenCaptureWhenAsked = false;
+    bool hasSettingsForPermissions = true;
 
     // What has been asked of the desktop.
     /// "windowList all", "accessibilityWindows <process>", "raise <title>", … in order.
     QStringList calls;
     QList<WindowID> captured;
+    /// The windows that come next, as the last capture gave them.
+    std::vector<WindowID> announcedForCapture;
     QList<QUrl> openedUrls;
     QString pasteboardText;
     int pasteboardWrites = 0;
@@ -90,7 +93,7 @@ public:
     bool isScreenCaptureTrusted() const override { return isScreenCaptureGranted; }
     bool requestScreenCapture() override;
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
-    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed need,
+    std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
     std::unique_ptr<Subscription> watchWindows(std::function<void()> changed) override;
     // Accessibility
@@ -110,6 +113,7 @@ public:
     // Pasteboard
     void setText(const QString& text) override;
     // Workspace
+    bool hasPermissionSettings() const override { return hasSettingsForPermissions; }
     void requestOpen(const QUrl& url) override { openedUrls.append(url); }
 
 private:

@@ -362,6 +362,13 @@ TEST_F(Controller, A_goal_is_made_for_a_window)
     EXPECT_EQ(goal(*goalOfWindow()).title, QStringLiteral("Third"));
 }
 
+TEST_F(Controller, Settings_for_permissions_are_offered_where_the_desktop_has_them)
+{
+    EXPECT_TRUE(controller->hasPermissionSettings());
+    desktop.hasSettingsForPermissions = false;
+    EXPECT_FALSE(controller->hasPermissionSettings());
+}
+
 TEST_F(Controller, Asking_for_permissions_opens_the_settings)
 {
     controller->requestPermissions();

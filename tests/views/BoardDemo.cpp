@@ -37,13 +37,14 @@ public:
     }
 
     /// A page of text that scrolls on, in a colour of the window's own.
-    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed,
+    std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token&) override
     {
+        const WindowID window = request.window;
         if (!captureSizes.contains(window))
             return std::nullopt;
         const QSize pixels = captureSizes.value(window);
-        QImage image(pixels.scaled(longestSide, longestSide, Qt::KeepAspectRatio),
+        QImage image(pixels.scaled(request.longestSide, request.longestSide, Qt::KeepAspectRatio),
                      QImage::Format_RGB32);
         image.fill(QColor::fromHsv(static_cast<int>(window) * 47 % 360, 40, 250));
         QPainter painter(&image);

@@ -129,6 +129,8 @@ public:
     Q_INVOKABLE int openedUrlCount() const { return static_cast<int>(m_desktop.openedUrls.size()); }
     Q_INVOKABLE void denyPermissions() { setPermissions(false); }
     Q_INVOKABLE void grantPermissions() { setPermissions(true); }
+    /// Of what is shown from now on.
+    Q_INVOKABLE void takePermissionSettings() { m_desktop.hasSettingsForPermissions = false; }
     /// What an input method does while a person has not yet chosen what to write.
     Q_INVOKABLE void compose(const QString& text)
     {

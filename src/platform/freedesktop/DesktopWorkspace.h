@@ -15,6 +15,8 @@ public:
     /// `scheduler` outlives it.
     explicit DesktopWorkspace(Scheduler& scheduler) : m_scheduler(scheduler) {}
 
+    /// There are none: what a display offers is there for every program.
+    bool hasPermissionSettings() const override { return false; }
     /// Through xdg-open, which knows each desktop's own way. What no installed application opens is
     /// not opened, and nothing is said of it: xdg-open would try one browser after the other.
     void requestOpen(const QUrl& url) override;

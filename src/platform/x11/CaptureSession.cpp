@@ -18,8 +18,6 @@ using Clock = std::chrono::steady_clock;
 
 // A window that is resized all the while is left for its next turn.
 constexpr int mostAttempts = 3;
-// Beginning to keep a window takes the server some milliseconds.
-constexpr std::size_t mostAhead = 3;
 
 /// Whether the time has passed without a stop.
 bool pause(std::chrono::milliseconds time, const std::stop_token& stop)
@@ -68,7 +66,7 @@ bool CaptureSession::isConnected()
 }
 
 std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target,
-                                                     const std::vector<CaptureTarget>& others,
+                                                     const std::vector<CaptureTarget>& next,
                                                      int longestSide, CaptureNeed need,
                                                      const std::stop_token& stop)
 {
@@ -86,7 +84,7 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
         ++m_counts.unchanged;
         return std::nullopt;
     }
-    const std::vector<CaptureTarget> unprepared = ahead(target, others);
+    const std::vector<CaptureTarget> unprepared = ahead(target, next);
     if (!unprepared.empty()) {
         prepare(unprepared);
     }
@@ -123,24 +121,23 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
     return std::nullopt;
 }
 
-/// The target, when it is not kept yet, and the next few of the others.
+/// Those that are not kept yet, the target first. What could not be kept ahead of its turn is not
+/// tried again before that.
 std::vector<CaptureTarget> CaptureSession::ahead(const CaptureTarget& target,
-                                                 const std::vector<CaptureTarget>& others)
+                                                 const std::vector<CaptureTarget>& next)
 {
     std::vector<CaptureTarget> unprepared;
     if (!m_kept.find(target.window)) {
         unprepared.push_back(target);
-        m_preparedAhead.insert(target.number);
     }
-    std::size_t count = 0;
-    std::set<WindowID> prepared{target.number};
-    for (const CaptureTarget& other : others) {
-        if (m_preparedAhead.contains(other.number)) {
-            prepared.insert(other.number);
-        } else if (count < mostAhead && other.number != target.number) {
-            ++count;
-            prepared.insert(other.number);
-            unprepared.push_back(other);
+    std::set<WindowID> prepared;
+    for (const CaptureTarget& each : next) {
+        if (each.number == target.number) {
+            continue;
+        }
+        prepared.insert(each.number);
+        if (!m_preparedAhead.contains(each.number) && !m_kept.find(each.window)) {
+            unprepared.push_back(each);
         }
     }
     m_preparedAhead = std::move(prepared);

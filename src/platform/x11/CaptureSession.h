@@ -53,11 +53,10 @@ public:
 
     /// As WindowServer::captureWindow. One round trip for a window that was captured before, two
     /// for another, none for one that has not changed; a covered window whose contents begin to be
-    /// kept only now is given its time to draw itself. `others` are windows that will be captured
-    /// soon: a few of them at a time begin to be kept ahead of their turn, so that they have drawn
-    /// themselves by then.
+    /// kept only now is given its time to draw itself. `next` are windows that will be captured
+    /// soon: they begin to be kept ahead of their turn, so that they have drawn themselves by then.
     std::optional<WindowCapture> capture(const CaptureTarget& target,
-                                         const std::vector<CaptureTarget>& others, int longestSide,
+                                         const std::vector<CaptureTarget>& next, int longestSide,
                                          CaptureNeed need, const std::stop_token& stop);
 
     /// Takes in what the server has said so far; false once the connection is lost.
@@ -75,7 +74,7 @@ private:
                    bool maySharePictures);
 
     std::vector<CaptureTarget> ahead(const CaptureTarget& target,
-                                     const std::vector<CaptureTarget>& others);
+                                     const std::vector<CaptureTarget>& next);
     void prepare(const std::vector<CaptureTarget>& targets);
     void keep(const CaptureTarget& target, const std::optional<CaptureSubject>& seen, bool isAhead);
     Reading read(const CaptureTarget& target, const KeptWindow& kept, int longestSide);
@@ -86,6 +85,7 @@ private:
     CaptureLimits m_limits;
     PictureReader m_reader;
     KeptWindows m_kept;
+    /// Of the windows that came next at the last capture.
     std::set<WindowID> m_preparedAhead;
     CaptureCounts m_counts;
 };

@@ -12,7 +12,7 @@ WindowCapturer::WindowCapturer(std::shared_ptr<DisplayConnector> connector,
 WindowCapturer::~WindowCapturer() = default;
 
 std::optional<WindowCapture> WindowCapturer::capture(const CaptureTarget& target,
-                                                     const std::vector<CaptureTarget>& others,
+                                                     const std::vector<CaptureTarget>& next,
                                                      int longestSide, CaptureNeed need,
                                                      const std::stop_token& stop)
 {
@@ -27,8 +27,7 @@ std::optional<WindowCapture> WindowCapturer::capture(const CaptureTarget& target
     if (!m_session) {
         return std::nullopt;
     }
-    std::optional<WindowCapture> result =
-        m_session->capture(target, others, longestSide, need, stop);
+    std::optional<WindowCapture> result = m_session->capture(target, next, longestSide, need, stop);
     // A server that hangs up over shared memory would do so again.
     m_maySharePictures = m_maySharePictures && !m_session->hasFailedToShare();
     return result;

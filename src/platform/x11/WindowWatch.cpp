@@ -15,12 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A new window makes about eight notices within this time.
-constexpr Scheduler::Duration changeDelay = 40ms;
-// After a notice the next one waits: a title may change many times a second, all day long.
-constexpr Scheduler::Duration changeRest = 80ms;
-// A window that is dragged or resized makes hundreds of notices, and its place matters less.
-constexpr Scheduler::Duration moveDelay = 250ms;
 constexpr Scheduler::Duration reconnectDelay = 2s;
 
 constexpr std::uint32_t mostClients = 8192;
@@ -38,7 +32,7 @@ const Event& as(const xcb_generic_event_t& event)
 WindowWatch::WindowWatch(Scheduler& scheduler, std::shared_ptr<DisplayConnector> connector,
                          std::shared_ptr<DesktopTrust> trust, std::function<void()> changed)
     : m_scheduler(scheduler), m_connector(std::move(connector)), m_trust(std::move(trust)),
-      m_changed(std::move(changed))
+      m_pace(scheduler, std::move(changed))
 {
     connect();
 }
@@ -148,10 +142,10 @@ void WindowWatch::handle(const xcb_generic_event_t& event)
         break;
     case XCB_MAP_NOTIFY:
     case XCB_UNMAP_NOTIFY:
-        noteChange();
+        m_pace.noteChange();
         break;
     case XCB_CONFIGURE_NOTIFY:
-        noteMove();
+        m_pace.noteMove();
         break;
     default:
         break;
@@ -167,18 +161,20 @@ void WindowWatch::handleProperty(const xcb_property_notify_event_t& event)
     };
     if (event.window != m_link->connection().root()) {
         if (event.atom == XCB_ATOM_WM_NAME ||
-            isAnyOf({Atom::netWmName, Atom::netWmState, Atom::wmState, Atom::netWmDesktop,
-                     Atom::netWmWindowType, Atom::netWmWindowOpacity})) {
-            noteChange();
+            isAnyOf({Atom::netWmName, Atom::netWmWindowOpacity})) {
+            m_pace.noteLooks(event.window);
+        } else if (isAnyOf({Atom::netWmState, Atom::wmState, Atom::netWmDesktop,
+                            Atom::netWmWindowType})) {
+            m_pace.noteChange();
         }
     } else if (isAnyOf({Atom::netClientList, Atom::netClientListStacking})) {
         m_mustAskForClients = true;
-        noteChange();
+        m_pace.noteChange();
     } else if (isAnyOf({Atom::netActiveWindow, Atom::netCurrentDesktop})) {
-        noteChange();
+        m_pace.noteChange();
     } else if (isAnyOf({Atom::netSupportingWmCheck})) {
         askForManager();
-        noteChange();
+        m_pace.noteChange();
     }
 }
 
@@ -201,11 +197,12 @@ void WindowWatch::handleFailure(const xcb_generic_error_t& error)
 void WindowWatch::windowEnded(xcb_window_t window)
 {
     m_watched.erase(window);
+    m_pace.forget(window);
     if (window == m_manager) {
         m_manager = XCB_WINDOW_NONE;
         askForManager();
     }
-    noteChange();
+    m_pace.noteChange();
 }
 
 void WindowWatch::ask(xcb_window_t window, Atom property, std::uint32_t length,
@@ -242,7 +239,7 @@ void WindowWatch::clientsRead(const std::vector<std::uint32_t>& windows)
         m_owesNotice = true;
         m_mustAskForClients = true;
     } else if (std::exchange(m_owesNotice, false)) {
-        noteChange();
+        m_pace.noteChange();
     }
 }
 
@@ -271,44 +268,13 @@ void WindowWatch::managerConfirmed(const std::vector<std::uint32_t>& windows)
 void WindowWatch::setHasManager(bool hasManager)
 {
     if (m_trust->hasWindowManager.exchange(hasManager) != hasManager) {
-        noteChange();
+        m_pace.noteChange();
     }
 }
 
 void WindowWatch::select(xcb_window_t window, std::uint32_t mask)
 {
     xcb_change_window_attributes(m_link->connection().raw(), window, XCB_CW_EVENT_MASK, &mask);
-}
-
-void WindowWatch::noteChange()
-{
-    if (m_resting) {
-        m_hasChangedWhileResting = true;
-    } else if (!m_change) {
-        m_change = m_scheduler.after(changeDelay, [this] { announce(); });
-    }
-}
-
-void WindowWatch::noteMove()
-{
-    if (!m_change && !m_move && !m_hasChangedWhileResting) {
-        m_move = m_scheduler.after(moveDelay, [this] { announce(); });
-    }
-}
-
-void WindowWatch::announce()
-{
-    m_change.reset();
-    m_move.reset();
-    m_resting = m_scheduler.after(changeRest, [this] {
-        m_resting.reset();
-        if (std::exchange(m_hasChangedWhileResting, false)) {
-            announce();
-        }
-    });
-    // The callback may end the subscription.
-    const std::function<void()> changed = m_changed;
-    changed();
 }
 
 } // namespace kelpa::x11

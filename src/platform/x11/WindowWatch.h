@@ -2,7 +2,8 @@
 #pragma once
 
 #include "platform/Scheduler.h"
-#include "platform/WindowServer.h"
+#include "platform/Subscription.h"
+#include "platform/x11/ChangePace.h"
 #include "platform/x11/DesktopTrust.h"
 #include "platform/x11/DisplayConnector.h"
 #include "platform/x11/DisplayLink.h"
@@ -55,14 +56,9 @@ private:
     void setHasManager(bool hasManager);
     void select(xcb_window_t window, std::uint32_t mask);
 
-    void noteChange();
-    void noteMove();
-    void announce();
-
     Scheduler& m_scheduler;
     const std::shared_ptr<DisplayConnector> m_connector;
     const std::shared_ptr<DesktopTrust> m_trust;
-    const std::function<void()> m_changed;
 
     std::unique_ptr<DisplayLink> m_link;
     std::unique_ptr<QSocketNotifier> m_notifier;
@@ -74,11 +70,7 @@ private:
     bool m_owesNotice = false;
 
     TaskHandle m_connecting;
-    TaskHandle m_change;
-    TaskHandle m_move;
-    /// Runs for a while after each notice.
-    TaskHandle m_resting;
-    bool m_hasChangedWhileResting = false;
+    ChangePace m_pace;
 };
 
 } // namespace kelpa::x11

@@ -92,23 +92,31 @@ std::optional<std::uint32_t> X11WindowServer::clientWindow(WindowID number) cons
 {
     const std::scoped_lock lock(m_windowsMutex);
     const auto it = m_windows.find(number);
-    return it == m_windows.end() ? std::nullopt : std::optional(it->second);
+    return it == m_windows.end() ? std::nullopt : std::optional(it->second.window);
 }
 
-std::optional<WindowCapture> X11WindowServer::captureWindow(WindowID window, int longestSide,
-                                                            CaptureNeed need,
+std::optional<WindowCapture> X11WindowServer::captureWindow(const CaptureRequest& request,
                                                             const std::stop_token& stop)
 {
-    const std::optional<std::uint32_t> client = clientWindow(window);
+    const std::optional<std::uint32_t> client = clientWindow(request.window);
     if (!client) {
         return std::nullopt;
     }
-    std::vector<CaptureTarget> others;
-    {
-        const std::scoped_lock lock(m_windowsMutex);
-        others = m_capturable;
+    return m_capturer.capture({request.window, *client}, keepable(request.next),
+                              request.longestSide, request.need, stop);
+}
+
+std::vector<CaptureTarget> X11WindowServer::keepable(const std::vector<WindowID>& numbers) const
+{
+    const std::scoped_lock lock(m_windowsMutex);
+    std::vector<CaptureTarget> targets;
+    for (const WindowID number : numbers) {
+        const auto it = m_windows.find(number);
+        if (it != m_windows.end() && it->second.mayBeKept) {
+            targets.push_back({number, it->second.window});
+        }
     }
-    return m_capturer.capture({window, *client}, others, longestSide, need, stop);
+    return targets;
 }
 
 XcbTraffic X11WindowServer::traffic() const
@@ -205,20 +213,15 @@ std::vector<std::uint32_t> X11WindowServer::forgetEnded()
 
 void X11WindowServer::publishWindows(const std::vector<ClientWindow>& clients)
 {
-    std::map<WindowID, std::uint32_t> windows;
-    std::vector<CaptureTarget> capturable;
+    std::map<WindowID, SeenWindow> windows;
     for (const ClientWindow& client : clients) {
         if (client.number) {
-            windows[*client.number] = client.window;
-        }
-        const bool isOwn = client.process && client.process == m_needs.ownProcess;
-        if (client.number && client.isViewable && layer(client) == 0 && !isOwn) {
-            capturable.push_back({*client.number, client.window});
+            const bool isOwn = client.process && client.process == m_needs.ownProcess;
+            windows[*client.number] = {client.window, client.isViewable && !isOwn};
         }
     }
     const std::scoped_lock lock(m_windowsMutex);
     m_windows = std::move(windows);
-    m_capturable = std::move(capturable);
 }
 
 std::unique_ptr<DiscoverySource> X11WindowServer::absent()

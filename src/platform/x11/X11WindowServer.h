@@ -57,7 +57,7 @@ public:
     bool requestScreenCapture() override { return isScreenCaptureTrusted(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
     /// Known are the windows of the last look.
-    std::optional<WindowCapture> captureWindow(WindowID window, int longestSide, CaptureNeed need,
+    std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
     /// The watch also keeps the trust up to date, so that it returns with a window manager.
     [[nodiscard]] std::unique_ptr<Subscription>
@@ -82,6 +82,13 @@ public:
     CaptureCounts captureCounts() const { return m_capturer.counts(); }
 
 private:
+    struct SeenWindow
+    {
+        std::uint32_t window = 0;
+        /// It is shown, and not this program's own.
+        bool mayBeKept = false;
+    };
+
     bool connect();
     void updateNumbersRole(RootReading& root);
     std::vector<ClientWindow> numbered(ClientsReading clients, const RootReading& root);
@@ -90,6 +97,8 @@ private:
     std::vector<std::uint32_t> forgetEnded();
     void publishWindows(const std::vector<ClientWindow>& clients);
     std::unique_ptr<DiscoverySource> absent();
+    /// Those of them whose contents may be kept ahead of their turn, as of the last look.
+    std::vector<CaptureTarget> keepable(const std::vector<WindowID>& numbers) const;
 
     const X11WindowServerNeeds m_needs;
     const std::shared_ptr<DesktopTrust> m_trust = std::make_shared<DesktopTrust>();
@@ -101,9 +110,7 @@ private:
     bool m_isWritingNumbers = false;
 
     mutable std::mutex m_windowsMutex;
-    std::map<WindowID, std::uint32_t> m_windows;
-    /// Those of them that can be captured, from top to bottom.
-    std::vector<CaptureTarget> m_capturable;
+    std::map<WindowID, SeenWindow> m_windows;
     WindowCapturer m_capturer{m_needs.connector};
 };
 

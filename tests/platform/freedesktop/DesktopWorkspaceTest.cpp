@@ -59,6 +59,7 @@ TEST_F(Workspaces, What_an_application_opens_is_opened_and_nothing_else)
     const QCoreApplication application(count, values);
     LoopScheduler scheduler;
     DesktopWorkspace workspace(scheduler);
+    EXPECT_FALSE(workspace.hasPermissionSettings());
     workspace.requestOpen(QUrl(QStringLiteral(
         "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility")));
     workspace.requestOpen(QUrl());

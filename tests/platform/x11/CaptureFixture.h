@@ -57,9 +57,10 @@ protected:
         return entry ? entry->number.value_or(0) : 0;
     }
 
-    std::optional<WindowCapture> capture(WindowID window, CaptureNeed need = CaptureNeed::always)
+    std::optional<WindowCapture> capture(WindowID window, CaptureNeed need = CaptureNeed::always,
+                                         const std::vector<WindowID>& next = {})
     {
-        return server->captureWindow(window, 720, need, {});
+        return server->captureWindow({window, 720, need, next}, {});
     }
 
     /// A capture once there is a picture, which a window that others cover takes a moment for.

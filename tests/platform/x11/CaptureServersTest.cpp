@@ -167,7 +167,7 @@ TEST_F(CaptureOnAnyServer, A_capture_while_another_client_holds_the_server_delay
     auto held = std::async(std::launch::async, [&] { return capture(id).has_value(); });
     EXPECT_EQ(held.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
     EXPECT_TRUE(server->isScreenCaptureTrusted());
-    EXPECT_FALSE(server->captureWindow(4711, 720, CaptureNeed::always, {}).has_value());
+    EXPECT_FALSE(server->captureWindow({4711, 720}, {}).has_value());
     xcb_ungrab_server(client.connection());
     client.sync();
     EXPECT_TRUE(held.get());

@@ -59,7 +59,7 @@ TEST_F(Capture, A_pattern_of_single_pixels_is_averaged_when_reduced_far)
     }
     const WindowID id = number("a");
     ASSERT_TRUE(settled(id).image.width() > 0);
-    const auto result = server->captureWindow(id, 300, CaptureNeed::always, {});
+    const auto result = server->captureWindow({id, 300}, {});
     ASSERT_TRUE(result.has_value());
     ASSERT_EQ(result->image.size(), QSize(300, 195));
     for (int x = 1; x < 299; ++x) {
@@ -116,6 +116,39 @@ TEST_F(Capture, A_capture_that_is_stopped_waits_no_longer_for_a_covered_window)
     });
     stop.request_stop();
     EXPECT_FALSE(capturing.get().has_value());
+}
+
+TEST_F(Capture, Only_the_window_and_those_that_come_next_are_kept_apart)
+{
+    const auto isKept = [&](xcb_window_t window) {
+        const xcb_pixmap_t contents = xcb_generate_id(client.connection());
+        const std::unique_ptr<xcb_generic_error_t, x11::XcbFree> error(xcb_request_check(
+            client.connection(),
+            xcb_composite_name_window_pixmap_checked(client.connection(), window, contents)));
+        if (!error) {
+            xcb_free_pixmap(client.connection(), contents);
+        }
+        return error == nullptr;
+    };
+    const xcb_window_t a = open(client, {50, 60, 300, 200, "a", {}, false, red});
+    const xcb_window_t b = open(client, {450, 60, 300, 200, "b", {}, false, red});
+    const xcb_window_t c = open(client, {50, 400, 300, 200, "c", {}, false, red});
+    const xcb_window_t d = open(client, {450, 400, 300, 200, "d", {}, false, red});
+    const WindowID numberOfA = number("a");
+    const WindowID numberOfB = number("b");
+    const WindowID numberOfD = number("d");
+    client.minimize(d);
+    ASSERT_TRUE(waitUntil([&] { return look(*server, WindowListScope::onScreen).size() == 3; }));
+    ASSERT_TRUE(capture(numberOfA, CaptureNeed::always, {numberOfB, numberOfD}).has_value());
+    EXPECT_TRUE(isKept(a));
+    EXPECT_TRUE(isKept(b));
+    EXPECT_FALSE(isKept(c));
+    EXPECT_FALSE(isKept(d));
+
+    // What has been got ready for costs one round trip at its turn.
+    const std::uint64_t before = server->captureTraffic().roundTrips;
+    ASSERT_TRUE(capture(numberOfB, CaptureNeed::always, {numberOfA, numberOfD}).has_value());
+    EXPECT_EQ(server->captureTraffic().roundTrips, before + 1);
 }
 
 TEST_F(Capture, A_window_partly_beyond_the_screen_is_captured_whole)
@@ -194,7 +227,7 @@ TEST_F(Capture, A_stopped_capture_takes_no_picture)
     const WindowID id = number("a");
     std::stop_source stop;
     stop.request_stop();
-    EXPECT_FALSE(server->captureWindow(id, 720, CaptureNeed::always, stop.get_token()).has_value());
+    EXPECT_FALSE(server->captureWindow({id, 720}, stop.get_token()).has_value());
     EXPECT_EQ(server->captureCounts().pictures, 0U);
     EXPECT_EQ(server->captureTraffic().bytesSent, 0U);
 }

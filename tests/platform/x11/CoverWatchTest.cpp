@@ -150,9 +150,16 @@ TEST_F(WatchedWindow, Is_told_of_while_windows_are_captured_which_its_own_are_no
     const auto windowServer = surroundings.makeServer(server.display(), ::getpid());
     std::optional<WindowCapture> picture;
     ASSERT_TRUE(waitUntil([&] {
-        const auto entry = entryNamed(look(*windowServer), QStringLiteral("left"));
-        picture = entry ? windowServer->captureWindow(*entry->number, 200, CaptureNeed::always, {})
-                        : std::nullopt;
+        const std::vector<WindowListEntry> entries = look(*windowServer);
+        const auto entry = entryNamed(entries, QStringLiteral("left"));
+        std::vector<WindowID> next;
+        for (const WindowListEntry& each : entries) {
+            next.push_back(each.number.value_or(0));
+        }
+        picture =
+            entry
+                ? windowServer->captureWindow({*entry->number, 200, CaptureNeed::always, next}, {})
+                : std::nullopt;
         return picture.has_value();
     }));
     changes.clear();
