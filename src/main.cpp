@@ -3,6 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/SingleProgram.h"
 #include "app/X11Desktop.h"
+#include "platform/MotionSetting.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
@@ -76,6 +77,8 @@ int run(QGuiApplication& application, const QString& settingsPath, const Further
     int status = 1;
     if (view.show()) {
         window.emplace(*view.window(), desktop.ownWindow());
+        const auto animations = desktop.motionSetting().watchAnimations(
+            [&view](std::optional<bool> areWanted) { view.setAnimationsWanted(areWanted); });
         const auto covered = desktop.ownWindow().watchCovered(
             static_cast<std::uint32_t>(view.window()->winId()),
             [&view](bool isCovered) { view.setCovered(isCovered); });

@@ -18,6 +18,7 @@
 #include "platform/x11/X11GlobalKeys.h"
 #include "platform/x11/X11OwnWindow.h"
 #include "platform/x11/X11WindowServer.h"
+#include "platform/x11/XSettings.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -49,7 +50,7 @@ public:
                         .takenNumbers = assigned,
                         .ownProcess = static_cast<ProcessID>(QCoreApplication::applicationPid())}),
           workspace(scheduler), globalKeys(connector, scheduler),
-          ownWindow(connector, actor, scheduler)
+          ownWindow(connector, actor, scheduler), motionSetting(connector, scheduler)
     {}
 
     std::optional<std::uint32_t> clientWindow(WindowID number)
@@ -85,6 +86,7 @@ public:
     DesktopWorkspace workspace;
     x11::X11GlobalKeys globalKeys;
     x11::X11OwnWindow ownWindow;
+    x11::X11MotionSetting motionSetting;
     TaskHandle firstLook;
 };
 
@@ -122,6 +124,11 @@ Applications& X11Desktop::applications()
 GlobalKeys& X11Desktop::globalKeys()
 {
     return m_parts->globalKeys;
+}
+
+MotionSetting& X11Desktop::motionSetting()
+{
+    return m_parts->motionSetting;
 }
 
 OwnWindow& X11Desktop::ownWindow()

@@ -13,6 +13,7 @@ class QString;
 namespace kelpa {
 
 class GlobalKeys;
+class MotionSetting;
 class OwnWindow;
 class Scheduler;
 
@@ -36,6 +37,7 @@ public:
     Applications& applications();
     GlobalKeys& globalKeys();
     OwnWindow& ownWindow();
+    MotionSetting& motionSetting();
 
 private:
     class Parts;

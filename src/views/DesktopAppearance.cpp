@@ -173,10 +173,22 @@ void DesktopAppearance::apply(const QString& space, const QString& key, const QV
         update();
     } else if (const std::optional<bool> reduces = reducedMotionFromSetting(space, key, plain)) {
         m_motionSettings[space + u' ' + key] = *reduces;
-        // Where several are there, the others may still be what they were from the beginning.
-        if (!m_fixedMotion)
-            m_settings.setReducingMotion(m_motionSettings.values().contains(true));
+        updateMotion();
     }
+}
+
+void DesktopAppearance::setAnimationsWanted(std::optional<bool> areWanted)
+{
+    // No namespace of the portal's.
+    m_motionSettings[QString()] = areWanted == false;
+    updateMotion();
+}
+
+void DesktopAppearance::updateMotion()
+{
+    // Where there are several settings, the others may still be what they were from the beginning.
+    if (!m_fixedMotion)
+        m_settings.setReducingMotion(m_motionSettings.values().contains(true));
 }
 
 void DesktopAppearance::update()

@@ -36,6 +36,10 @@ public:
     /// Asks the portal, and follows its changes from now on.
     void follow(Scheduler& scheduler);
 
+    /// As a setting says that is none of the portal's, where there may be none; absent: it does
+    /// not say.
+    void setAnimationsWanted(std::optional<bool> areWanted);
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -45,6 +49,7 @@ private:
     void ask(const QString& space, const QString& key);
     void apply(const QString& space, const QString& key, const QVariant& value);
     void update();
+    void updateMotion();
 
 private Q_SLOTS:
     void settingChanged(const QDBusMessage& message);

@@ -112,6 +112,12 @@ void ViewEngine::setDoubleTapOffered(bool isOffered)
     m_parts->controller.setDoubleTapOffered(isOffered);
 }
 
+void ViewEngine::setAnimationsWanted(std::optional<bool> areWanted)
+{
+    if (m_parts->desktopAppearance)
+        m_parts->desktopAppearance->setAnimationsWanted(areWanted);
+}
+
 void ViewEngine::setCovered(bool isCovered)
 {
     m_parts->isCovered = isCovered;

@@ -44,6 +44,9 @@ public:
     /// does not.
     void setDoubleTapOffered(bool isOffered);
 
+    /// As the desktop says elsewhere than in its portal; absent where it does not.
+    void setAnimationsWanted(std::optional<bool> areWanted);
+
     /// Whether the whole window lies behind others, which it does not at first.
     void setCovered(bool isCovered);
 

@@ -1,5 +1,6 @@
 """Windows that change while the board shows them, and what their cards do with them."""
 
+import pathlib
 import time
 
 import board as boards
@@ -104,3 +105,41 @@ def _is_minimised(column, title):
 
 def _titles(desktop):
     return [window.title for window in desktop.windows()]
+
+
+def a_title_that_moves_rests_while_kelpa_lies_behind_another_window(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    title = "A goal whose title is a good deal longer than the place that its card has for it"
+    settings.write(path, goals=[(title, [])])
+    desktop.start_xterm("Cover")
+    cover = desktop.wait_for_window("Cover").number
+    desktop.run("wmctrl", "-i", "-r", hex(cover), "-b", "add,maximized_vert,maximized_horz")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.wait_for_previews(boards.UNSORTED)
+        kelpa.focus()
+        wait_until("the title rests", lambda: not _is_moving(kelpa))
+        # Past the list of all todos and what is unsorted.
+        for _ in range(3):
+            desktop.key("Right")
+        wait_until("the title moves", lambda: _is_moving(kelpa))
+        desktop.run("wmctrl", "-i", "-a", hex(cover))
+        wait_until("Kelpa is behind", lambda: desktop.stacking()[-1] == cover)
+        wait_until("the title rests behind another window", lambda: not _is_moving(kelpa))
+        kelpa.focus()
+        wait_until("the title moves again", lambda: _is_moving(kelpa))
+        desktop.run("xdotool", "windowminimize", kelpa.window.number)
+        wait_until("the title rests while Kelpa is minimised", lambda: not _is_moving(kelpa))
+        kelpa.focus()
+        wait_until("the title moves once more", lambda: _is_moving(kelpa))
+
+
+def _is_moving(kelpa):
+    """Whether the program wakes up for every frame of something that moves, some sixty a second."""
+    def wake_ups():
+        status = pathlib.Path(f"/proc/{kelpa.process_id()}/status").read_text(encoding="utf-8")
+        return int(next(line.split()[1] for line in status.splitlines()
+                        if line.startswith("voluntary_ctxt_switches:")))
+
+    before = wake_ups()
+    time.sleep(1)
+    return wake_ups() - before > 40

@@ -175,6 +175,21 @@ INSTANTIATE_TEST_SUITE_P(
                    1.0}),
     caseName);
 
+TEST_F(PortalAppearance, Motion_is_reduced_by_a_setting_elsewhere_than_in_the_portal_too)
+{
+    follow();
+    appearance->setAnimationsWanted(false);
+    EXPECT_TRUE(settings.isReducingMotion());
+    appearance->setAnimationsWanted(std::nullopt);
+    EXPECT_FALSE(settings.isReducingMotion());
+    appearance->setAnimationsWanted(false);
+    appearance->setAnimationsWanted(true);
+    EXPECT_FALSE(settings.isReducingMotion());
+    appearance = std::make_unique<DesktopAppearance>(settings, std::nullopt, false);
+    appearance->setAnimationsWanted(false);
+    EXPECT_FALSE(settings.isReducingMotion());
+}
+
 TEST_F(PortalAppearance, Motion_that_is_fixed_does_not_follow)
 {
     portal.set(animations, false);

@@ -207,6 +207,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/freedesktop/IconFile\\.cpp$", u"^/\\* XPM$"},
     // What the kernel and a launcher's protocol say.
     {u"^src/platform/freedesktop/DesktopEntries\\.cpp$", u"^ \\(deleted\\)$"},
+    {u"^src/platform/x11/XSettings\\.cpp$", u"^Gtk/EnableAnimations$"},
     {u"^src/platform/x11/StartupNotice\\.cpp$", u"^remove: ID=$"},
     // Names: of the product, of places, of types, of fonts.
     {u"^src/main\\.cpp$|^src/views/ViewEngine\\.cpp$", u"^(Kelpa|ViewSettings)$"},

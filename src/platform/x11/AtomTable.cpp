@@ -59,6 +59,9 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_KELPA_NUMBER_COUNTER",
     "_KELPA_NUMBERS",
     "_KELPA_TIME",
+    // Of the first screen: servers have had only one for a long time.
+    "_XSETTINGS_S0",
+    "_XSETTINGS_SETTINGS",
 };
 
 static_assert(!atomNames.back().empty(), "every atom has a name");

@@ -60,6 +60,8 @@ enum class Atom : std::uint8_t {
     kelpaNumberCounter,
     kelpaNumbers,
     kelpaTime,
+    settingsManager,
+    settings,
     count,
 };
 

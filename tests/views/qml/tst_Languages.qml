@@ -241,7 +241,7 @@ Item {
                 mouseMove(report, 60, 110);
                 tryVerify(() => tip.item !== null && tip.item.opened);
                 setLanguage("Deutsch");
-                compare(tip.item.text, "Klicken zum Wechseln; zu einem anderen Ziel ziehen");
+                compare(tip.item.text, "Klicken zum Wechseln; zum Verschieben auf ein anderes Ziel ziehen");
                 checkEveryLanguage(35);
                 mouseMove(main.contentItem, 700, 890);
                 tryVerify(() => tip.item === null);
