@@ -16,16 +16,10 @@ namespace {
 
 constexpr std::chrono::milliseconds recognitionInterval(20);
 
-/// What stands behind a name such as x-terminal-emulator.
-QString programName(const QString& path)
+/// What stands behind a path such as that of x-terminal-emulator.
+QString realPath(const QString& path)
 {
-    const QString real = QFileInfo(path).canonicalFilePath();
-    QString name = QFileInfo(real.isEmpty() ? path : real).fileName();
-    // A script by which a distribution gives a terminal the options of another.
-    if (const QString wrapper = QStringLiteral(".wrapper"); name.endsWith(wrapper)) {
-        name.chop(wrapper.size());
-    }
-    return name;
+    return QFileInfo(path).canonicalFilePath();
 }
 
 bool isScript(const QString& path)
@@ -72,7 +66,7 @@ std::vector<LaunchCandidate> ApplicationLauncher::candidates(LaunchableApplicati
         return program.isEmpty() ? QString() : QStandardPaths::findExecutable(program, folders);
     };
     if (application == LaunchableApplication::terminal) {
-        return terminalCandidates(m_environment.value(QStringLiteral("TERMINAL")), find);
+        return terminalCandidates(m_environment.value(QStringLiteral("TERMINAL")), find, realPath);
     }
     std::vector<LaunchableEntry> installed;
     for (const QString& id : chromeEntryIDs() + chromiumEntryIDs()) {
@@ -102,7 +96,8 @@ std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& cand
     if (!candidate.desktopEntryID.isEmpty()) {
         return m_entries.idOfWindows(candidate.desktopEntryID);
     }
-    const QString name = programName(candidate.command.front());
+    const QString real = realPath(candidate.command.front());
+    const QString name = programOf(real.isEmpty() ? candidate.command.front() : real);
     if (std::optional<QString> id = m_entries.idOfProgram(name)) {
         return id;
     }

@@ -51,15 +51,31 @@ QString toText(std::string_view text)
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+const QString wrapperSuffix = QStringLiteral(".wrapper");
+
 QStringList newWindowArguments(const QString& program)
 {
-    const QString name = QFileInfo(program).fileName();
     for (const KnownTerminal& known : knownTerminals) {
-        if (toText(known.program) == name && !known.newWindow.empty()) {
+        if (toText(known.program) == program && !known.newWindow.empty()) {
             return {toText(known.newWindow)};
         }
     }
     return {};
+}
+
+/// The command that makes the terminal at `path` open a window.
+QStringList newWindowCommand(const QString& path, const ProgramFinder& find,
+                             const LinkFollower& follow)
+{
+    const QString real = follow(path);
+    const QString program = programOf(real.isEmpty() ? path : real);
+    if (!real.endsWith(wrapperSuffix)) {
+        return QStringList(path) + newWindowArguments(program);
+    }
+    // A wrapper knows the options of another terminal instead of the program's own.
+    const QString wrapped = find(QFileInfo(real).path() + u'/' + program);
+    return wrapped.isEmpty() ? QStringList(path)
+                             : QStringList(wrapped) + newWindowArguments(program);
 }
 
 const QString newWindowOption = QStringLiteral("--new-window");
@@ -145,18 +161,27 @@ std::optional<QStringList> commandOf(const QString& exec)
     return command;
 }
 
+QString programOf(const QString& path)
+{
+    QString name = QFileInfo(path).fileName();
+    if (name.endsWith(wrapperSuffix)) {
+        name.chop(wrapperSuffix.size());
+    }
+    return name;
+}
+
 std::vector<LaunchCandidate> terminalCandidates(const QString& terminalVariable,
-                                                const ProgramFinder& find)
+                                                const ProgramFinder& find,
+                                                const LinkFollower& follow)
 {
     std::vector<LaunchCandidate> candidates;
     const auto add = [&](QStringList command) {
-        const QString name = command.front();
-        command.front() = find(name);
+        command.front() = find(command.front());
         if (command.front().isEmpty()) {
             return;
         }
         if (command.size() == 1) {
-            command += newWindowArguments(name);
+            command = newWindowCommand(command.front(), find, follow);
         }
         const bool isKnown =
             std::any_of(candidates.begin(), candidates.end(), [&](const LaunchCandidate& each) {

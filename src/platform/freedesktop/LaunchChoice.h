@@ -33,10 +33,19 @@ struct LaunchableEntry
 /// The absolute path of a program of this name or path; empty when it is not installed.
 using ProgramFinder = std::function<QString(const QString& program)>;
 
+/// The path of the file that stands behind a path, all links followed; empty when there is none.
+using LinkFollower = std::function<QString(const QString& path)>;
+
+/// The program that a file is or, with a name such as gnome-terminal.wrapper, makes up for: a
+/// script by which a distribution gives a terminal the options of another.
+QString programOf(const QString& path);
+
 /// In the order in which they are to be tried: what the TERMINAL variable names (it may give
-/// arguments), the desktop's own choice, the system's, then the terminals that are known.
+/// arguments), the desktop's own choice, the system's, then the terminals that are known. One that
+/// would rather come forward than open a window is asked for one, whatever name it goes by.
 std::vector<LaunchCandidate> terminalCandidates(const QString& terminalVariable,
-                                                const ProgramFinder& find);
+                                                const ProgramFinder& find,
+                                                const LinkFollower& follow);
 
 /// The entries by which Google Chrome and Chromium are known, in order of preference.
 QStringList chromeEntryIDs();

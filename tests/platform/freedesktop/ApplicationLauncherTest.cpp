@@ -119,6 +119,20 @@ TEST_F(Launcher, One_that_cannot_be_started_makes_room_for_the_next)
     EXPECT_EQ(written(), " :7 start-me_TIME5 none end\n");
 }
 
+TEST_F(Launcher, A_terminal_behind_the_systems_name_and_a_wrapper_is_asked_for_a_window)
+{
+    writeProgram(QStringLiteral("gnome-terminal"), report);
+    writeProgram(QStringLiteral("gnome-terminal.wrapper"), "exit 1");
+    data.writeEntry(QStringLiteral("org.gnome.Terminal"), "Terminal",
+                    "Exec=" + data.path(QStringLiteral("bin/gnome-terminal")).toUtf8());
+    ASSERT_TRUE(QFile::link(data.path(QStringLiteral("bin/gnome-terminal.wrapper")),
+                            data.path(QStringLiteral("alternative"))));
+    ASSERT_TRUE(QFile::link(data.path(QStringLiteral("alternative")),
+                            data.path(QStringLiteral("bin/x-terminal-emulator"))));
+    EXPECT_EQ(launch(LaunchableApplication::terminal), QStringLiteral("org.gnome.Terminal"));
+    EXPECT_EQ(written(), "--window :7 start-me_TIME5 none end\n");
+}
+
 TEST_F(Launcher, Nothing_installed_is_none)
 {
     ApplicationLauncher launcher(entries, 2s, environment);

@@ -20,6 +20,12 @@ ProgramFinder installed(const QSet<QString>& programs)
     };
 }
 
+/// Where no path is a link.
+QString noLinks(const QString& path)
+{
+    return path;
+}
+
 QStringList commands(const std::vector<LaunchCandidate>& candidates)
 {
     QStringList all;
@@ -42,7 +48,7 @@ TEST(TerminalChoice, The_variable_comes_before_the_desktops_and_the_systems_choi
         installed({QStringLiteral("xterm"), QStringLiteral("alacritty"),
                    QStringLiteral("xdg-terminal-exec"), QStringLiteral("x-terminal-emulator")});
     EXPECT_EQ(
-        commands(terminalCandidates(QStringLiteral("xterm"), find)),
+        commands(terminalCandidates(QStringLiteral("xterm"), find, noLinks)),
         QStringList({QStringLiteral("/usr/bin/xterm"), QStringLiteral("/usr/bin/xdg-terminal-exec"),
                      QStringLiteral("/usr/bin/x-terminal-emulator"),
                      QStringLiteral("/usr/bin/alacritty")}));
@@ -52,16 +58,16 @@ TEST(TerminalChoice, The_variable_may_be_a_path_with_arguments)
 {
     const auto find = installed({QStringLiteral("xterm")});
     EXPECT_EQ(
-        commands(terminalCandidates(QStringLiteral("/opt/xterm -fa Mono"), find)),
+        commands(terminalCandidates(QStringLiteral("/opt/xterm -fa Mono"), find, noLinks)),
         QStringList({QStringLiteral("/opt/xterm -fa Mono"), QStringLiteral("/usr/bin/xterm")}));
 }
 
 TEST(TerminalChoice, A_variable_that_names_nothing_installed_is_passed_over)
 {
     const auto find = installed({QStringLiteral("konsole")});
-    EXPECT_EQ(commands(terminalCandidates(QStringLiteral("missing"), find)),
+    EXPECT_EQ(commands(terminalCandidates(QStringLiteral("missing"), find, noLinks)),
               QStringList({QStringLiteral("/usr/bin/konsole")}));
-    EXPECT_EQ(commands(terminalCandidates(QStringLiteral("  "), find)),
+    EXPECT_EQ(commands(terminalCandidates(QStringLiteral("  "), find, noLinks)),
               QStringList({QStringLiteral("/usr/bin/konsole")}));
 }
 
@@ -69,7 +75,7 @@ TEST(TerminalChoice, Without_any_choice_the_known_terminals_are_tried_in_order)
 {
     const auto find = installed({QStringLiteral("xterm"), QStringLiteral("konsole"),
                                  QStringLiteral("gnome-terminal"), QStringLiteral("kitty")});
-    EXPECT_EQ(commands(terminalCandidates({}, find)),
+    EXPECT_EQ(commands(terminalCandidates({}, find, noLinks)),
               QStringList({QStringLiteral("/usr/bin/gnome-terminal --window"),
                            QStringLiteral("/usr/bin/konsole"), QStringLiteral("/usr/bin/kitty"),
                            QStringLiteral("/usr/bin/xterm")}));
@@ -78,13 +84,81 @@ TEST(TerminalChoice, Without_any_choice_the_known_terminals_are_tried_in_order)
 TEST(TerminalChoice, A_terminal_of_one_process_is_asked_for_a_window)
 {
     const auto find = installed({QStringLiteral("ptyxis")});
-    EXPECT_EQ(commands(terminalCandidates(QStringLiteral("ptyxis"), find)),
+    EXPECT_EQ(commands(terminalCandidates(QStringLiteral("ptyxis"), find, noLinks)),
               QStringList({QStringLiteral("/usr/bin/ptyxis --new-window")}));
 }
 
 TEST(TerminalChoice, Where_no_terminal_is_installed_there_is_none)
 {
-    EXPECT_TRUE(terminalCandidates(QStringLiteral("xterm"), installed({})).empty());
+    EXPECT_TRUE(terminalCandidates(QStringLiteral("xterm"), installed({}), noLinks).empty());
+}
+
+TEST(TerminalChoice, A_terminal_is_asked_for_a_window_by_whatever_name_it_goes)
+{
+    struct Row
+    {
+        const char* description;
+        QStringList programs;
+        /// The file behind /usr/bin/x-terminal-emulator.
+        QString real;
+        QString expected;
+    };
+    const QString system = QStringLiteral("x-terminal-emulator");
+    const auto text = [](const char* each) { return QString::fromLatin1(each); };
+    const std::vector<Row> rows{
+        {"a link to a terminal of one process",
+         {system, text("ptyxis")},
+         text("/usr/bin/ptyxis"),
+         text("/usr/bin/x-terminal-emulator --new-window")},
+        {"one that opens a window with every start",
+         {system, text("lxterm")},
+         text("/usr/bin/lxterm"),
+         text("/usr/bin/x-terminal-emulator")},
+        {"a wrapper, which would not understand the option",
+         {system, text("gnome-terminal"), text("gnome-terminal.wrapper")},
+         text("/usr/bin/gnome-terminal.wrapper"),
+         text("/usr/bin/gnome-terminal --window")},
+        {"another wrapper",
+         {system, text("mate-terminal"), text("mate-terminal.wrapper")},
+         text("/usr/bin/mate-terminal.wrapper"),
+         text("/usr/bin/mate-terminal --window")},
+        {"a wrapper of one that needs no option",
+         {system, text("xfce4-terminal"), text("xfce4-terminal.wrapper")},
+         text("/usr/bin/xfce4-terminal.wrapper"),
+         text("/usr/bin/xfce4-terminal")},
+        {"a wrapper whose program is gone",
+         {system, text("gnome-terminal.wrapper")},
+         text("/usr/bin/gnome-terminal.wrapper"),
+         text("/usr/bin/x-terminal-emulator")},
+        {"a link to nothing that is known", {system}, {}, text("/usr/bin/x-terminal-emulator")},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.description);
+        const auto find = installed({row.programs.begin(), row.programs.end()});
+        const LinkFollower follow = [&row](const QString& path) {
+            return path.endsWith(QStringLiteral("/x-terminal-emulator")) ? row.real : path;
+        };
+        // Also where the person chose it by that name.
+        for (const QString& variable :
+             {QString(), QStringLiteral("/usr/bin/x-terminal-emulator")}) {
+            const QStringList all = commands(terminalCandidates(variable, find, follow));
+            ASSERT_FALSE(all.isEmpty());
+            EXPECT_EQ(all.front(), row.expected);
+        }
+    }
+}
+
+TEST(TerminalChoice, Arguments_of_the_person_are_left_to_the_wrapper_that_they_are_meant_for)
+{
+    const auto find =
+        installed({QStringLiteral("x-terminal-emulator"), QStringLiteral("gnome-terminal")});
+    const LinkFollower follow = [](const QString& /*path*/) {
+        return QStringLiteral("/usr/bin/gnome-terminal.wrapper");
+    };
+    EXPECT_EQ(
+        commands(terminalCandidates(QStringLiteral("x-terminal-emulator -T Mine"), find, follow))
+            .front(),
+        QStringLiteral("/usr/bin/x-terminal-emulator -T Mine"));
 }
 
 TEST(BrowserChoice, Google_Chrome_comes_before_Chromium_before_the_default_browser)
