@@ -2,11 +2,14 @@
 // of them.
 #include "app/CommandLine.h"
 #include "app/SingleProgram.h"
+#include "app/SuddenEnd.h"
+#include "app/ToolkitArguments.h"
 #include "app/X11Desktop.h"
 #include "platform/MotionSetting.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
+#include "platform/x11/DisplayConnector.h"
 #include "shell/GlobalDoubleTap.h"
 #include "shell/MainWindow.h"
 #include "store/BoardPersistence.h"
@@ -26,6 +29,8 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -41,19 +46,56 @@ int printAbout(const CommandLine& line, int argc, char** argv)
     return 0;
 }
 
-/// The program as one sees it: from the first frame until it is asked to end.
-int run(QGuiApplication& application, const QString& settingsPath, const FurtherStart& start,
-        TerminationSignals& signals)
+int refuseWithout(const WindowSystem& system)
 {
+    const QByteArray display = system.display.isEmpty() ? qgetenv("DISPLAY") : system.display;
+    if (display.isEmpty())
+        std::fprintf(stderr, "kelpa: there is no X11 display: DISPLAY is not set\n");
+    else
+        std::fprintf(stderr, "kelpa: there is no connection to the X11 display %s\n",
+                     display.constData());
+    return 1;
+}
+
+/// Asks the program that has the board open to come forward; a signal that comes meanwhile ends
+/// this one here.
+FurtherStart askFirst(const CommandLine& line, const QByteArray& startupID,
+                      TerminationSignals& signals)
+{
+    const FurtherStart start =
+        bringFirstForward(line.settingsPath, startupID, signals.descriptor());
+    if (start.isInterrupted)
+        signals.release();
+    return start;
+}
+
+/// Another start was quicker to be the first one.
+int followFirst(const CommandLine& line, const QByteArray& startupID, TerminationSignals& signals)
+{
+    const FurtherStart start = askFirst(line, startupID, signals);
+    if (!start.exitStatus)
+        std::fprintf(stderr, "kelpa: another Kelpa started at the same time and ended again\n");
+    return start.exitStatus.value_or(1);
+}
+
+/// The program as one sees it: from the first frame until it is asked to end.
+int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,
+        const FurtherStart& start, TerminationSignals& signals)
+{
+    const QString& settingsPath = line.settingsPath;
     QtScheduler scheduler;
     std::optional<MainWindow> window;
-    SingleProgram single(settingsPath, scheduler, [&window](const QByteArray& startupID) {
-        // One that is not shown yet will be.
+    // Further starts that came before there was a window to bring forward.
+    std::vector<QByteArray> earlyStarts;
+    const auto comeForward = [&](const QByteArray& furtherID) {
         if (window)
-            window->show({.inputTime = std::nullopt, .startupID = startupID});
-    });
+            window->show({.inputTime = std::nullopt, .startupID = furtherID});
+        else
+            earlyStarts.push_back(furtherID);
+    };
+    SingleProgram single(settingsPath, scheduler, comeForward);
     if (!single.claim())
-        return bringFirstForward(settingsPath, {}).exitStatus.value_or(1);
+        return followFirst(line, startupID, signals);
     const std::unique_ptr<SqliteSettingsStore> settings = openBoard(settingsPath, start);
     if (settings->isAlreadyInUse()) {
         std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
@@ -82,7 +124,14 @@ int run(QGuiApplication& application, const QString& settingsPath, const Further
         const auto covered = desktop.ownWindow().watchCovered(
             static_cast<std::uint32_t>(view.window()->winId()),
             [&view](bool isCovered) { view.setCovered(isCovered); });
-        QObject::connect(&view, &ViewEngine::boardShown, &doubleTap, [&window] { window->show(); });
+        QObject::connect(&view, &ViewEngine::boardShown, &doubleTap, [&] {
+            // Closed again before its first frame, it stays so.
+            if (!view.window()->isVisible())
+                return;
+            window->show();
+            for (const QByteArray& furtherID : std::exchange(earlyStarts, {}))
+                comeForward(furtherID);
+        });
         QObject::connect(
             &doubleTap, &GlobalDoubleTap::doubleTapped, &view,
             [&window](InputTime time) { window->show({.inputTime = time, .startupID = {}}); });
@@ -90,6 +139,7 @@ int run(QGuiApplication& application, const QString& settingsPath, const Further
         QObject::connect(
             &application, &QGuiApplication::commitDataRequest, &view,
             [&store](QSessionManager&) { store.finishSaving(); }, Qt::DirectConnection);
+        const SuddenEnd suddenEnd(application, [&store] { store.finishSaving(); });
         signals.listen([] { QCoreApplication::quit(); });
         status = QGuiApplication::exec();
         signals.stopListening();
@@ -120,17 +170,23 @@ int main(int argc, char** argv)
 
     // What needs no display is answered without one, and a further start is over before the toolkit
     // has begun.
-    const CommandLine given = readCommandLine(argumentsOf(argc, argv));
+    const QStringList arguments = argumentsOf(argc, argv);
+    const CommandLine given = readCommandLine(arguments);
     if (given.asksForHelp || given.asksForVersion)
         return printAbout(given, argc, argv);
     const QByteArray startupID = takeStartupID();
     FurtherStart start;
     if (given.trouble.isEmpty())
-        start = bringFirstForward(given.settingsPath, startupID);
+        start = askFirst(given, startupID, signals);
     if (start.exitStatus)
         return *start.exitStatus;
 
-    QGuiApplication application(argc, argv);
+    // The toolkit would abort where there is no display.
+    const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
+    if (system.isX11 && !x11::hasDisplay(system.display))
+        return refuseWithout(system);
+    ToolkitArguments toolkitArguments(argc, argv, system);
+    QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
     // The toolkit has taken its own options out.
     const CommandLine line = readCommandLine(QCoreApplication::arguments());
@@ -138,5 +194,5 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "kelpa: %s\n", qPrintable(line.trouble));
         return 2;
     }
-    return run(application, line.settingsPath, start, signals);
+    return run(application, line, startupID, start, signals);
 }

@@ -1,6 +1,7 @@
 // Time from starting the program to the first frame in its window, for Kelpa and for an empty Qt
-// Quick window, in turn on one display with a window manager. Seen from outside: the X server tells
-// when a window has been drawn to.
+// Quick window, in turn on one display with a window manager: warm, and cold where the system may
+// be told to forget the files that it has read. Seen from outside: the X server tells when a window
+// has been drawn to.
 
 #include "bench/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
@@ -14,9 +15,11 @@
 #include <xcb/damage.h>
 
 #include <poll.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -31,7 +34,8 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 using x11::XcbConnection;
 using x11::XcbEvent;
 
-constexpr int rounds = 15;
+constexpr int warmRounds = 15;
+constexpr int coldRounds = 7;
 constexpr auto deadline = std::chrono::seconds(20);
 
 /// Windows smaller than this are the toolkit's helpers.
@@ -119,6 +123,63 @@ struct Subject
     std::vector<double> times;
 };
 
+/// Makes the system forget what it has read from disks, so that the next start reads it anew; false
+/// where it does not let us.
+bool forgetFiles()
+{
+    sync();
+    std::FILE* const file = std::fopen("/proc/sys/vm/drop_caches", "w");
+    if (!file)
+        return false;
+    const bool isWritten = std::fputs("3\n", file) >= 0;
+    return std::fclose(file) == 0 && isWritten;
+}
+
+enum class Start : std::uint8_t { cold, warm };
+
+void print(const char* heading, int rounds, std::vector<Subject>& subjects)
+{
+    std::printf("%s start to first frame, %d rounds, milliseconds\n\n", heading, rounds);
+    std::printf("| %-32s | median |   best |  worst | ratio |\n", "");
+    std::printf("|----------------------------------|-------:|-------:|-------:|------:|\n");
+    double reference = 0;
+    for (Subject& subject : subjects) {
+        std::ranges::sort(subject.times);
+        const double median = subject.times[subject.times.size() / 2];
+        if (reference == 0)
+            reference = median;
+        std::printf("| %-32s | %6.1f | %6.1f | %6.1f | %5.2f |\n", subject.name, median,
+                    subject.times.front(), subject.times.back(), median / reference);
+    }
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+/// In turn, so that what else the machine does falls on all alike. False when one shows no frame.
+bool measureAll(Start kind, int rounds, FirstFrameWatch& watch, const QByteArray& display,
+                std::vector<Subject> subjects)
+{
+    // The first round warms up.
+    for (int round = kind == Start::warm ? -1 : 0; round < rounds; ++round) {
+        for (Subject& subject : subjects) {
+            if (kind == Start::cold && !forgetFiles()) {
+                std::printf("cold starts are not measured: that needs root\n\n");
+                return true;
+            }
+            const std::optional<double> time =
+                measure(watch, display, subject.program, subject.arguments);
+            if (!time) {
+                std::fprintf(stderr, "no frame of %s\n", subject.name);
+                return false;
+            }
+            if (round >= 0)
+                subject.times.push_back(*time);
+        }
+    }
+    print(kind == Start::cold ? "cold" : "warm", rounds, subjects);
+    return true;
+}
+
 int run()
 {
     const QTemporaryDir folder;
@@ -131,38 +192,15 @@ int run()
     FirstFrameWatch watch(server.display());
     const QString kelpa = QStringLiteral(KELPA_PROGRAM);
     const QString option = QStringLiteral("--settings");
-    std::vector<Subject> subjects{
+    const std::vector<Subject> subjects{
         {"an empty Qt Quick window", QStringLiteral(EMPTY_PROGRAM), {}, {}},
         {"Kelpa, new board", kelpa, {option, emptyBoard}, {}},
         {"Kelpa, 50 goals with 500 todos", kelpa, {option, fullBoard}, {}},
     };
-    // In turn, so that what else the machine does falls on all alike; the first round warms up.
-    for (int round = 0; round <= rounds; ++round) {
-        for (Subject& subject : subjects) {
-            const std::optional<double> time =
-                measure(watch, server.display(), subject.program, subject.arguments);
-            if (!time) {
-                std::fprintf(stderr, "no frame of %s\n", subject.name);
-                return 1;
-            }
-            if (round > 0)
-                subject.times.push_back(*time);
-        }
-    }
-
-    std::printf("start to first frame, %d rounds, milliseconds\n\n", rounds);
-    std::printf("| %-32s | median |   best |  worst | ratio |\n", "");
-    std::printf("|----------------------------------|-------:|-------:|-------:|------:|\n");
-    double reference = 0;
-    for (Subject& subject : subjects) {
-        std::ranges::sort(subject.times);
-        const double median = subject.times[subject.times.size() / 2];
-        if (reference == 0)
-            reference = median;
-        std::printf("| %-32s | %6.1f | %6.1f | %6.1f | %5.2f |\n", subject.name, median,
-                    subject.times.front(), subject.times.back(), median / reference);
-    }
-    return 0;
+    const bool isMeasured =
+        measureAll(Start::warm, warmRounds, watch, server.display(), subjects) &&
+        measureAll(Start::cold, coldRounds, watch, server.display(), subjects);
+    return isMeasured ? 0 : 1;
 }
 
 } // namespace

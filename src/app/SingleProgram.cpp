@@ -34,9 +34,11 @@ QString busNameOfBoard(const QString& settingsPath)
     return name + QStringLiteral(".board") + QString::fromLatin1(hash);
 }
 
-FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& startupID)
+FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& startupID,
+                               int interruption)
 {
-    switch (askToComeForward(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit)) {
+    switch (askToComeForward(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
+                             interruption)) {
     case RunningAnswer::comesForward:
         return {.exitStatus = 0};
     case RunningAnswer::silent:
@@ -44,6 +46,8 @@ FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& st
         return {.exitStatus = 1};
     case RunningAnswer::ended:
         return {.exitStatus = std::nullopt, .hasJustEnded = true};
+    case RunningAnswer::interrupted:
+        return {.exitStatus = 1, .isInterrupted = true};
     case RunningAnswer::notRunning:
         break;
     }

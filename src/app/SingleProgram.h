@@ -26,11 +26,15 @@ struct FurtherStart
     std::optional<int> exitStatus;
     /// The first one was just ending: what it holds may still be held for a moment.
     bool hasJustEnded = false;
+    /// This start is to end as the signal wants it that came meanwhile.
+    bool isInterrupted = false;
 };
 
 /// Asks the program that has the board open to come forward, and says on the standard error stream
-/// when that does not answer. Waits a few seconds at most; before there is an event loop.
-FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& startupID);
+/// when that does not answer. Waits a few seconds at most, and no longer than until the file
+/// `interruption` can be read; before there is an event loop.
+FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& startupID,
+                               int interruption);
 
 /// What a launcher gave to this start; empty without one. In the environment it stays only where
 /// the toolkit finds and removes it, so that no program started by this one takes it for its own.

@@ -29,7 +29,8 @@ public:
 
     /// Asks for the window in front of all others, un-minimised and with the keyboard, also while
     /// another program is being typed into; its desktop is shown. `window` is its number in the
-    /// window system, as the toolkit tells it. Main thread; returns at once.
+    /// window system, as the toolkit tells it. A later request may replace an earlier one, but the
+    /// launcher of each is told that its start is over. Main thread; returns at once.
     virtual void requestFront(std::uint32_t window, const FrontOccasion& occasion) = 0;
 
     /// Tells whether all of the window lies behind others; not, until it is known, and never where

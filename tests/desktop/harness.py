@@ -67,6 +67,8 @@ class Desktop:
         self._x_arguments = ["-extension", missing_extension] if missing_extension else []
         self._private = None
         self._x = None
+        self.x_server = None
+        self.session_bus = None
         self._logs = 0
         self.env = {}
 
@@ -115,29 +117,47 @@ class Desktop:
         for name, value in os.environ.items():
             if name.startswith(("ASAN_", "UBSAN_", "TSAN_", "LSAN_", "QT_QUICK_", "LIBGL_")):
                 self.env[name] = value
-        self.env["DISPLAY"] = self._start_reporting(
-            ["Xvfb", "-displayfd", "{fd}", "-screen", "0", self._size, "-nolisten", "tcp", "-noreset",
-             *self._x_arguments],
-            "the X server's display number",
-            ":{}",
-        )
+        self._start_x_server()
         config = self._private / "bus.conf"
         config.write_text(_BUS_CONFIG.format(directory=self._private), encoding="utf-8")
-        self.env["DBUS_SESSION_BUS_ADDRESS"] = self._start_reporting(
+        self.session_bus, self.env["DBUS_SESSION_BUS_ADDRESS"] = self._start_reporting(
             ["dbus-daemon", f"--config-file={config}", "--nofork", "--nopidfile", "--print-address={fd}"],
             "the session bus's address",
-            "{}",
         )
         # Kept for the libraries that this process itself uses.
         os.environ.update(self.env)
         launcher = next(path for path in _ACCESSIBILITY_LAUNCHERS if os.path.exists(path))
         self.start(launcher, "--launch-immediately")
         wait_until("the accessibility bus is there", self._has_accessibility_bus)
+        self._connect()
+        if self._has_window_manager:
+            self.start_window_manager()
+
+    def _start_x_server(self):
+        self.x_server, number = self._start_reporting(
+            ["Xvfb", "-displayfd", "{fd}", "-screen", "0", self._size, "-nolisten", "tcp", "-noreset",
+             *self._x_arguments],
+            "the X server's display number",
+        )
+        self.env["DISPLAY"] = f":{number}"
+
+    def _connect(self):
         import Xlib.display
 
         self._x = Xlib.display.Display(self.env["DISPLAY"])
-        if self._has_window_manager:
-            self.start_window_manager()
+
+    def replace_x_server(self, while_there_is_none):
+        """Ends the X server at once, as a crash would, and with it every program's connection; calls
+        the function; starts another one with a window manager."""
+        self._x.close()
+        self._x = None
+        self.x_server.kill()
+        self.x_server.wait()
+        while_there_is_none()
+        self._start_x_server()
+        os.environ["DISPLAY"] = self.env["DISPLAY"]
+        self._connect()
+        self.start_window_manager()
 
     def start_window_manager(self):
         self.start("openbox", "--sm-disable")
@@ -162,7 +182,8 @@ class Desktop:
     def _listed(self):
         return self.property(self._x.screen().root, "_NET_CLIENT_LIST") or ()
 
-    def _start_reporting(self, argv, what, form):
+    def _start_reporting(self, argv, what):
+        """The program, and the line that it writes to the file descriptor {fd}."""
         reading, writing = os.pipe()
         try:
             argv = [word.replace("{fd}", str(writing)) for word in argv]
@@ -186,7 +207,7 @@ class Desktop:
             wait_until(what, whole_line)
         finally:
             os.close(reading)
-        return form.format(text.decode().splitlines()[0])
+        return program, text.decode().splitlines()[0]
 
     def _has_accessibility_bus(self):
         return (

@@ -1,6 +1,7 @@
 """Kelpa as an application among others: brought forward from them, started again, ended."""
 
 import os
+import pathlib
 import signal
 import subprocess
 import sys
@@ -14,13 +15,15 @@ from processes import wait_until
 _TAP = ("keydown", "super", "sleep", "0.04", "keyup", "super")
 _BETWEEN = ("sleep", "0.08")
 
+_XFWM4 = ("xfwm4", "--replace", "--compositor=off")
 
-class _Typing:
+
+class Typing:
     """An xterm that writes down every line that is typed into it."""
 
     def __init__(self, desktop, title):
         self._desktop = desktop
-        self.path = desktop.directory / f"{title}.typed"
+        self.path = desktop.directory / f"{title.replace(' ', '-')}.typed"
         desktop.start_xterm(title, "sh", "-c", f"cat > {self.path}")
         self.window = desktop.wait_for_window(title)
 
@@ -35,7 +38,7 @@ class _Typing:
         return self.path.read_text().splitlines() if self.path.exists() else []
 
 
-def _tap_twice(desktop, *between):
+def tap_twice(desktop, *between):
     desktop.run("xdotool", *_TAP, *(between or _BETWEEN), *_TAP)
 
 
@@ -47,11 +50,11 @@ def _is_in_front(desktop, kelpa):
     return desktop.active_window() == kelpa.window.number == top
 
 
-def _await_front(desktop, kelpa):
+def await_front(desktop, kelpa):
     wait_until("Kelpa is in front and has the keyboard", lambda: _is_in_front(desktop, kelpa), 10)
 
 
-def _start(desktop, binary, goals=()):
+def start_kelpa(desktop, binary, goals=()):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=goals)
     kelpa = Kelpa(desktop, binary, path)
@@ -63,9 +66,9 @@ def _await_monitor(desktop, kelpa, terminal):
     """Until the keys are heard: a double tap brings Kelpa forward."""
     def comes():
         terminal.focus()
-        _tap_twice(desktop)
+        tap_twice(desktop)
         try:
-            _await_front(desktop, kelpa)
+            await_front(desktop, kelpa)
         except AssertionError:
             return False
         return True
@@ -80,20 +83,20 @@ def _sentinel(desktop, terminal, word):
 
 
 def _double_taps_bring_it_forward(desktop, binary):
-    kelpa, _ = _start(desktop, binary)
-    terminal = _Typing(desktop, "Typist")
+    kelpa, _ = start_kelpa(desktop, binary)
+    terminal = Typing(desktop, "Typist")
     _await_monitor(desktop, kelpa, terminal)
     for sentence in ("first", "second", "third"):
         terminal.focus()
         desktop.type(sentence + "\n")
-        _tap_twice(desktop)
-        _await_front(desktop, kelpa)
+        tap_twice(desktop)
+        await_front(desktop, kelpa)
     wait_until("the terminal got every key", lambda: terminal.lines()[-3:] == ["first", "second", "third"])
     # Out of sight altogether.
     desktop.run("xdotool", "windowminimize", kelpa.window.number)
     terminal.focus()
-    _tap_twice(desktop)
-    _await_front(desktop, kelpa)
+    tap_twice(desktop)
+    await_front(desktop, kelpa)
     kelpa.quit()
 
 
@@ -102,8 +105,27 @@ def a_double_tap_of_super_brings_kelpa_forward_from_a_program_that_is_typed_into
 
 
 def under_xfwm4_a_double_tap_of_super_brings_kelpa_forward_too(desktop, binary):
-    _replace_window_manager(desktop, "xfwm4", "--replace", "--compositor=off")
+    _replace_window_manager(desktop, *_XFWM4)
     _double_taps_bring_it_forward(desktop, binary)
+
+
+def under_kwin_a_double_tap_and_a_second_start_bring_kelpa_forward_too(desktop, binary):
+    config = pathlib.Path(desktop.env["XDG_CONFIG_HOME"]) / "kwinrc"
+    config.write_text("[Compositing]\nEnabled=false\n", encoding="utf-8")
+    _replace_window_manager(desktop, "kwin_x11", "--replace")
+    _comes_forward_in_every_way(desktop, binary)
+
+
+def under_mutter_a_double_tap_and_a_second_start_bring_kelpa_forward_too(desktop, binary):
+    _replace_window_manager(desktop, "mutter", "--x11", "--replace", "--sm-disable")
+    _comes_forward_in_every_way(desktop, binary)
+
+
+def _comes_forward_in_every_way(desktop, binary):
+    _double_taps_bring_it_forward(desktop, binary)
+    kelpa, path = start_kelpa(desktop, binary)
+    _second_starts_bring_it_forward(desktop, binary, kelpa, path)
+    kelpa.quit()
 
 
 def _replace_window_manager(desktop, *command):
@@ -127,7 +149,7 @@ def _start_beside_panel(desktop, binary):
     screen = desktop.x.screen()
     area = (0, 40, screen.width_in_pixels, screen.height_in_pixels - 40)
     wait_until("the panel has its room", lambda: tuple((desktop.property(root, "_NET_WORKAREA") or ())[:4]) == area)
-    kelpa, _ = _start(desktop, binary)
+    kelpa, _ = start_kelpa(desktop, binary)
     return kelpa, area
 
 
@@ -149,23 +171,23 @@ def the_first_window_fills_what_the_panel_leaves_and_the_next_tap_keeps_the_pers
     kelpa, area = _start_beside_panel(desktop, binary)
     wait_until("the frame fills the work area", lambda: _frame(desktop, kelpa) == area)
     placed = _resize(desktop, kelpa, 300, 200, 1000, 700)
-    _await_monitor(desktop, kelpa, _Typing(desktop, "Typist"))
+    _await_monitor(desktop, kelpa, Typing(desktop, "Typist"))
     if _frame(desktop, kelpa) != placed:
         raise AssertionError(f"{_frame(desktop, kelpa)} is not {placed}")
     kelpa.quit()
 
 
 def under_xfwm4_the_first_window_fills_what_the_panel_leaves(desktop, binary):
-    _replace_window_manager(desktop, "xfwm4", "--replace", "--compositor=off")
+    _replace_window_manager(desktop, *_XFWM4)
     kelpa, area = _start_beside_panel(desktop, binary)
     wait_until("the frame fills the work area", lambda: _frame(desktop, kelpa) == area)
     kelpa.quit()
 
 
 def a_window_off_the_screen_comes_back_to_its_middle(desktop, binary):
-    kelpa, _ = _start(desktop, binary)
+    kelpa, _ = start_kelpa(desktop, binary)
     _resize(desktop, kelpa, 300, 200, 1000, 700)
-    _await_monitor(desktop, kelpa, _Typing(desktop, "Typist"))
+    _await_monitor(desktop, kelpa, Typing(desktop, "Typist"))
     # No window manager lets a window leave the screen, but one that starts later may find it there.
     root = desktop.x.screen().root
     manager = desktop.property(root, "_NET_SUPPORTING_WM_CHECK")[0]
@@ -176,7 +198,7 @@ def a_window_off_the_screen_comes_back_to_its_middle(desktop, binary):
     wait_until("the window is without a frame", lambda: window.query_tree().parent == root)
     window.configure(x=width + 200, y=300)
     wait_until("the window is off the screen", lambda: _place(desktop, kelpa)[0] == width + 200)
-    _tap_twice(desktop)
+    tap_twice(desktop)
 
     def is_centred():
         x, y = _place(desktop, kelpa)
@@ -207,8 +229,8 @@ def _frame(desktop, kelpa):
 
 
 def a_shortcut_a_slow_tap_or_a_key_between_does_not_bring_kelpa_forward(desktop, binary):
-    kelpa, _ = _start(desktop, binary)
-    terminal = _Typing(desktop, "Typist")
+    kelpa, _ = start_kelpa(desktop, binary)
+    terminal = Typing(desktop, "Typist")
     _await_monitor(desktop, kelpa, terminal)
     super_and_c = ("keydown", "super", "key", "c", "sleep", "0.04", "keyup", "super")
     attempts = {
@@ -234,35 +256,39 @@ def _second(desktop, binary, *arguments, seconds=30):
                           capture_output=True, text=True, timeout=seconds, check=False)
 
 
-def a_second_start_brings_the_first_forward_and_ends(desktop, binary):
-    kelpa, path = _start(desktop, binary)
-    terminal = _Typing(desktop, "Typist")
+def _second_starts_bring_it_forward(desktop, binary, kelpa, path):
+    terminal = Typing(desktop, "Second typist")
     for arguments in ((), ("--show",)):
         terminal.focus()
         again = _second(desktop, binary, "--settings", path, *arguments)
         if (again.returncode, again.stderr) != (0, ""):
             raise AssertionError(f"{arguments}: {again}")
-        _await_front(desktop, kelpa)
+        await_front(desktop, kelpa)
     windows = [window for window in desktop.windows() if window.title == boards.WINDOW]
     if len(windows) != 1:
         raise AssertionError(f"more than one board: {windows}")
+
+
+def a_second_start_brings_the_first_forward_and_ends(desktop, binary):
+    kelpa, path = start_kelpa(desktop, binary)
+    _second_starts_bring_it_forward(desktop, binary, kelpa, path)
 
     # Another file is another board.
     other = desktop.directory / "other.sqlite"
     settings.write(other)
     beside = Kelpa(desktop, binary, other)
     beside.start()
-    _await_front(desktop, beside)
+    await_front(desktop, beside)
     again = _second(desktop, binary, "--settings", path)
     if again.returncode != 0:
         raise AssertionError(f"{again}")
-    _await_front(desktop, kelpa)
+    await_front(desktop, kelpa)
     beside.quit()
     kelpa.quit()
 
 
 def a_second_start_does_not_wait_long_for_a_first_that_hangs(desktop, binary):
-    kelpa, path = _start(desktop, binary)
+    kelpa, path = start_kelpa(desktop, binary)
     os.kill(kelpa.process_id(), signal.SIGSTOP)
     try:
         again = _second(desktop, binary, "--settings", path, seconds=15)
@@ -289,7 +315,7 @@ def without_a_session_bus_the_board_is_still_opened_once(desktop, binary):
 
 
 def signals_end_it_well_and_a_crash_hinders_no_start(desktop, binary):
-    kelpa, path = _start(desktop, binary)
+    kelpa, path = start_kelpa(desktop, binary)
     goals = []
     for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL):
         goal = f"Before {number.name}"
@@ -311,7 +337,7 @@ def signals_end_it_well_and_a_crash_hinders_no_start(desktop, binary):
 
 
 def a_start_while_the_one_before_is_ending_has_the_board(desktop, binary):
-    kelpa, path = _start(desktop, binary)
+    kelpa, path = start_kelpa(desktop, binary)
     for _ in range(5):
         os.kill(kelpa.process_id(), signal.SIGTERM)
         ending = kelpa.forget()

@@ -42,9 +42,8 @@ std::optional<QDBusMessage> answer(const QDBusMessage& request)
         (member == QLatin1String("Open") && signature == QLatin1String("asa{sv}")))
         return request.createReply();
     if (member == QLatin1String("ActivateAction") && signature == QLatin1String("sava{sv}")) {
+        // The desktop entry names none.
         const QString action = request.arguments().constFirst().toString();
-        if (action == QLatin1String("show"))
-            return request.createReply();
         return request.createErrorReply(QDBusError::InvalidArgs,
                                         QStringLiteral("There is no action '%1'").arg(action));
     }

@@ -3,6 +3,8 @@
 #include "platform/freedesktop/AsyncBus.h"
 #include "platform/freedesktop/SessionBus.h"
 
+#include <glib-unix.h>
+
 #include <optional>
 
 namespace kelpa {
@@ -15,11 +17,26 @@ constexpr std::chrono::milliseconds lookLimit{500};
 const BusAddressee busItself{"org.freedesktop.DBus", "/org/freedesktop/DBus",
                              "org.freedesktop.DBus"};
 
+gboolean noteInterruption(int, GIOCondition, void* isInterrupted)
+{
+    *static_cast<bool*>(isInterrupted) = true;
+    return G_SOURCE_REMOVE;
+}
+
 /// A context of its own, so that nothing else happens meanwhile.
 class Loop
 {
 public:
-    Loop() : m_context(g_main_context_new()) { g_main_context_push_thread_default(m_context); }
+    explicit Loop(int interruption) : m_context(g_main_context_new())
+    {
+        g_main_context_push_thread_default(m_context);
+        if (interruption < 0)
+            return;
+        GSource* const source = g_unix_fd_source_new(interruption, G_IO_IN);
+        g_source_set_callback(source, G_SOURCE_FUNC(noteInterruption), &m_isInterrupted, nullptr);
+        g_source_attach(source, m_context);
+        g_source_unref(source);
+    }
     Loop(const Loop&) = delete;
     Loop& operator=(const Loop&) = delete;
     ~Loop()
@@ -28,16 +45,18 @@ public:
         g_main_context_unref(m_context);
     }
 
+    /// Absent when nobody waits any longer.
     template <class Value>
-    Value await(const std::optional<Value>& value)
+    std::optional<Value> await(const std::optional<Value>& value)
     {
-        while (!value)
+        while (!value && !m_isInterrupted)
             g_main_context_iteration(m_context, TRUE);
-        return *value;
+        return value;
     }
 
 private:
     GMainContext* m_context;
+    bool m_isInterrupted = false;
 };
 
 GVariant* platformData(const QByteArray& startupID)
@@ -51,8 +70,8 @@ GVariant* platformData(const QByteArray& startupID)
     return g_variant_new("(a{sv})", &data);
 }
 
-BusOutcome activate(Loop& loop, AsyncBus& bus, const QByteArray& busName,
-                    const QByteArray& startupID, std::chrono::milliseconds limit)
+std::optional<BusOutcome> activate(Loop& loop, AsyncBus& bus, const QByteArray& busName,
+                                   const QByteArray& startupID, std::chrono::milliseconds limit)
 {
     std::optional<BusOutcome> outcome;
     bus.call({busName.toStdString(), "/org/kelpa/Kelpa", "org.freedesktop.Application"}, "Activate",
@@ -61,7 +80,7 @@ BusOutcome activate(Loop& loop, AsyncBus& bus, const QByteArray& busName,
     return loop.await(outcome);
 }
 
-bool hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busName)
+std::optional<bool> hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busName)
 {
     std::optional<bool> hasOwner;
     bus.call(busItself, "NameHasOwner", g_variant_new("(s)", busName.constData()), "(b)", lookLimit,
@@ -77,18 +96,23 @@ bool hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busName)
 } // namespace
 
 RunningAnswer askToComeForward(const QByteArray& busName, const QByteArray& startupID,
-                               std::chrono::milliseconds limit)
+                               std::chrono::milliseconds limit, int interruption)
 {
     const QByteArray address = sessionBusAddress();
     if (address.isEmpty())
         return RunningAnswer::notRunning;
-    Loop loop;
+    Loop loop(interruption);
     AsyncBus bus;
     std::optional<bool> isOpen;
     bus.open(address.toStdString(), connectLimit, [&isOpen](bool opened) { isOpen = opened; });
     if (!loop.await(isOpen))
+        return RunningAnswer::interrupted;
+    if (!*isOpen)
         return RunningAnswer::notRunning;
-    switch (activate(loop, bus, busName, startupID, limit)) {
+    const std::optional<BusOutcome> outcome = activate(loop, bus, busName, startupID, limit);
+    if (!outcome)
+        return RunningAnswer::interrupted;
+    switch (*outcome) {
     case BusOutcome::answered:
         return RunningAnswer::comesForward;
     case BusOutcome::refused:
@@ -96,7 +120,10 @@ RunningAnswer askToComeForward(const QByteArray& busName, const QByteArray& star
     case BusOutcome::silent:
         break;
     }
-    return hasOwner(loop, bus, busName) ? RunningAnswer::silent : RunningAnswer::ended;
+    const std::optional<bool> isOwned = hasOwner(loop, bus, busName);
+    if (!isOwned)
+        return RunningAnswer::interrupted;
+    return *isOwned ? RunningAnswer::silent : RunningAnswer::ended;
 }
 
 } // namespace kelpa

@@ -17,12 +17,15 @@ enum class RunningAnswer : std::uint8_t {
     ended,
     /// It runs and did not answer in time.
     silent,
+    /// Nobody waits for the answer any longer.
+    interrupted,
 };
 
 /// Asks the program that has the bus name to come forward; never starts it. Waits, at most a little
 /// longer than `limit`; not on a thread that runs an event loop. `startupID` is what a launcher
-/// gave to this start, empty without one.
+/// gave to this start, empty without one. It ends early once the file `interruption` can be read,
+/// which it does not read; -1 for none.
 RunningAnswer askToComeForward(const QByteArray& busName, const QByteArray& startupID,
-                               std::chrono::milliseconds limit);
+                               std::chrono::milliseconds limit, int interruption = -1);
 
 } // namespace kelpa

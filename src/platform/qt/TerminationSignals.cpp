@@ -40,6 +40,12 @@ TerminationSignals::~TerminationSignals()
         ::close(m_descriptor);
 }
 
+void TerminationSignals::release()
+{
+    const sigset_t signals = endingSignals();
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
 void TerminationSignals::listen(std::function<void()> ended)
 {
     if (m_descriptor < 0)
@@ -50,8 +56,7 @@ void TerminationSignals::listen(std::function<void()> ended)
                          signalfd_siginfo first{};
                          if (::read(m_descriptor, &first, sizeof first) != sizeof first)
                              return;
-                         const sigset_t signals = endingSignals();
-                         pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+                         release();
                          ended();
                      });
 }

@@ -19,6 +19,11 @@ public:
     TerminationSignals& operator=(const TerminationSignals&) = delete;
     ~TerminationSignals();
 
+    /// A file that can be read while one of them waits; -1 where they do not wait.
+    int descriptor() const { return m_descriptor; }
+    /// Lets them do what they do by themselves, from now on: one that waits ends the program here.
+    void release();
+
     /// Calls `ended` in the event loop for the first of them, also for one that came before. Beside
     /// a QCoreApplication; to be dropped before that with `stopListening`.
     void listen(std::function<void()> ended);

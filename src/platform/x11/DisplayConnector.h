@@ -28,4 +28,8 @@ private:
     std::mutex m_mutex;
 };
 
+/// Whether a connection to the display can be made; `display` as above. Waits for the server, so
+/// before there is an event loop, and before anything else connects.
+bool hasDisplay(const QByteArray& display);
+
 } // namespace kelpa::x11

@@ -4,14 +4,17 @@
 #include "platform/x11/XcbEvent.h"
 #include "platform/x11/XcbReply.h"
 
+#include <xcb/randr.h>
 #include <xcb/xinput.h>
 // The header has a field named as a keyword of this language.
 #define explicit explicit_
 #include <xcb/xkb.h>
 #undef explicit
 
-#include <array>
+#include <algorithm>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace kelpa::x11 {
 
@@ -19,6 +22,10 @@ namespace {
 
 using InputVersionReply = XcbReply<xcb_input_xi_query_version, xcb_input_xi_query_version_reply>;
 using KeyboardExtensionReply = XcbReply<xcb_xkb_use_extension, xcb_xkb_use_extension_reply>;
+using OutputVersionReply = XcbReply<xcb_randr_query_version, xcb_randr_query_version_reply>;
+using OutputReply = XcbReply<xcb_randr_get_output_info, xcb_randr_get_output_info_reply>;
+using ScreenReply =
+    XcbReply<xcb_randr_get_screen_resources_current, xcb_randr_get_screen_resources_current_reply>;
 using SymbolsReply = XcbReply<xcb_get_keyboard_mapping, xcb_get_keyboard_mapping_reply>;
 using ModifiersReply = XcbReply<xcb_get_modifier_mapping, xcb_get_modifier_mapping_reply>;
 
@@ -37,6 +44,41 @@ bool announceKeyboard(XcbConnection& connection)
                                  std::uint16_t{XCB_XKB_MINOR_VERSION});
     const auto* use = reply.get();
     return use && use->supported != 0;
+}
+
+/// Such a server serves the X programs of a Wayland session. What is typed into the others it never
+/// hears of, so that it cannot tell of every key.
+bool isPartOfWayland(XcbConnection& connection)
+{
+    constexpr std::string_view name = "XWAYLAND";
+    ExtensionReply extension(connection, static_cast<std::uint16_t>(name.size()), name.data());
+    const auto* const outputs = xcb_get_extension_data(connection.raw(), &xcb_randr_id);
+    const auto* const answer = extension.get();
+    if (answer && answer->present != 0)
+        return true;
+    // Older ones have no extension, but call their outputs so.
+    if (!outputs || outputs->present == 0)
+        return false;
+    OutputVersionReply version(connection, std::uint32_t{1}, std::uint32_t{3});
+    ScreenReply screen(connection, connection.root());
+    const auto* const resources = screen.get();
+    if (!resources)
+        return false;
+    const xcb_randr_output_t* const outputIDs =
+        xcb_randr_get_screen_resources_current_outputs(resources);
+    std::vector<OutputReply> infos;
+    for (int i = 0; i < xcb_randr_get_screen_resources_current_outputs_length(resources); ++i)
+        infos.emplace_back(connection, outputIDs[i], resources->config_timestamp);
+    return std::ranges::any_of(infos, [name](OutputReply& reply) {
+        const auto* const info = reply.get();
+        if (!info)
+            return false;
+        const void* const text = xcb_randr_get_output_info_name(info);
+        return std::string_view(
+                   static_cast<const char*>(text),
+                   static_cast<std::size_t>(xcb_randr_get_output_info_name_length(info)))
+            .starts_with(name);
+    });
 }
 
 /// Of the master devices, which gather what all keyboards and all simulated ones do; of each device
@@ -102,7 +144,7 @@ KeyLink::Result KeyLink::open(DisplayConnector& connector)
     if (connection.isBroken())
         return KeyLinkFailure::noServer;
     if (!input || input->present == 0 || !keyboard || keyboard->present == 0 ||
-        !announceInput(connection) || !announceKeyboard(connection))
+        !announceInput(connection) || !announceKeyboard(connection) || isPartOfWayland(connection))
         return connection.isBroken() ? KeyLinkFailure::noServer : KeyLinkFailure::unsupported;
 
     std::unique_ptr<KeyLink> link(new KeyLink);

@@ -7,8 +7,8 @@
 
 namespace kelpa::x11 {
 
-/// Brings the two accounts together that the server gives of a modifier key: that it was moved, with
-/// the moment of that; and right after it the state that it left, if it changed that, with the
+/// Brings the two accounts together that the server gives of a modifier key: that it was moved,
+/// with the moment of that; and right after it the state that it left, if it changed that, with the
 /// moment of telling. A server that was busy, or whose keyboard a client held still, tells of many
 /// movements at once. Plain value.
 class KeyMoments

@@ -25,13 +25,25 @@ void X11OwnWindow::requestFront(std::uint32_t window, const FrontOccasion& occas
         occasion.inputTime ? occasion.inputTime : startupTime(occasion.startupID);
     // A later request replaces one that has not begun.
     m_request = m_scheduler.inBackground(
-        [&actor = m_actor, window, time, id = occasion.startupID](const std::stop_token&) {
-            const bool isInFront = actor.bringOwnForward(window, time);
-            if (!id.isEmpty())
-                actor.endStartup(id);
-            return isInFront;
+        [&actor = m_actor, window, time](const std::stop_token&) {
+            return actor.bringOwnForward(window, time);
         },
         [](bool) {});
+    if (!occasion.startupID.isEmpty())
+        endStartup(occasion.startupID);
+}
+
+void X11OwnWindow::endStartup(const QByteArray& startupID)
+{
+    // By itself, so that the pointer of each launcher ends, also when the next start comes before
+    // the window has.
+    const std::uint64_t number = ++m_lastStartupEnd;
+    m_startupEnds[number] = m_scheduler.inBackground(
+        [&actor = m_actor, startupID](const std::stop_token&) {
+            actor.endStartup(startupID);
+            return true;
+        },
+        [this, number](bool) { m_startupEnds.erase(number); });
 }
 
 } // namespace kelpa::x11

@@ -5,6 +5,8 @@
 #include "platform/Scheduler.h"
 #include "platform/x11/DisplayConnector.h"
 
+#include <cstdint>
+#include <map>
 #include <memory>
 
 namespace kelpa::x11 {
@@ -24,10 +26,15 @@ public:
     watchCovered(std::uint32_t window, std::function<void(bool isCovered)> changed) override;
 
 private:
+    void endStartup(const QByteArray& startupID);
+
     const std::shared_ptr<DisplayConnector> m_connector;
     WindowActor& m_actor;
     Scheduler& m_scheduler;
     TaskHandle m_request;
+    /// Ends of starts that are being told of, by their number.
+    std::map<std::uint64_t, TaskHandle> m_startupEnds;
+    std::uint64_t m_lastStartupEnd = 0;
 };
 
 } // namespace kelpa::x11

@@ -9,6 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <future>
@@ -79,9 +82,7 @@ TEST_F(ApplicationServiceTest, Every_way_to_activate_it_does)
                    {QStringList{QStringLiteral("file:///a")},
                     QVariantMap{{QStringLiteral("activation-token"), QStringLiteral("token")}}}),
               QStringLiteral("ok"));
-    EXPECT_EQ(call(QStringLiteral("ActivateAction"),
-                   {QStringLiteral("show"), QVariantList(), QVariantMap()}),
-              QStringLiteral("ok"));
+    EXPECT_EQ(call(QStringLiteral("Activate"), {QVariantMap()}), QStringLiteral("ok"));
     EXPECT_EQ(requests, (std::vector<QByteArray>{"token", ""}));
 }
 
@@ -89,7 +90,7 @@ TEST_F(ApplicationServiceTest, What_it_does_not_know_is_refused_and_does_nothing
 {
     ASSERT_EQ(service.claim(), NameClaim::owned);
     EXPECT_EQ(call(QStringLiteral("ActivateAction"),
-                   {QStringLiteral("explode"), QVariantList(), QVariantMap()}),
+                   {QStringLiteral("show"), QVariantList(), QVariantMap()}),
               QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
     EXPECT_NE(call(QStringLiteral("Activate"), {QStringLiteral("not a map")}),
               QStringLiteral("ok"));
@@ -126,6 +127,23 @@ TEST_F(ApplicationServiceTest, One_that_does_not_answer_is_waited_for_no_longer_
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(askToComeForward(hung.busName().toUtf8(), {}, 300ms), RunningAnswer::silent);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
+}
+
+TEST_F(ApplicationServiceTest, One_that_does_not_answer_is_waited_for_no_longer_than_anybody_waits)
+{
+    Application hung(bus);
+    hung.freeze();
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    auto answer = std::async(std::launch::async, [itsName = hung.busName().toUtf8(), &pipe] {
+        return askToComeForward(itsName, {}, 20s, pipe.at(0));
+    });
+    ASSERT_EQ(answer.wait_for(200ms), std::future_status::timeout);
+    ASSERT_EQ(::write(pipe.at(1), "x", 1), 1);
+    EXPECT_EQ(answer.wait_for(10s), std::future_status::ready);
+    EXPECT_EQ(answer.get(), RunningAnswer::interrupted);
+    ::close(pipe.at(0));
+    ::close(pipe.at(1));
 }
 
 TEST_F(ApplicationServiceTest, One_that_ends_while_it_is_asked_is_not_waited_for)

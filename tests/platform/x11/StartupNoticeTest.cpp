@@ -1,8 +1,12 @@
 #include "platform/x11/StartupNotice.h"
 
 #include "platform/x11/DisplayLink.h"
+#include "platform/x11/WindowActor.h"
+#include "platform/x11/X11OwnWindow.h"
+#include "support/ManualScheduler.h"
 #include "support/desktop/Programs.h"
 #include "support/desktop/TestClient.h"
+#include "support/desktop/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
@@ -39,12 +43,17 @@ protected:
     QByteArray announced(const QByteArray& id)
     {
         announceStartupEnd(*link, id);
-        const xcb_atom_t begin = listener.atom("_NET_STARTUP_INFO_BEGIN");
-        const xcb_atom_t further = listener.atom("_NET_STARTUP_INFO");
         // What was sent before is here when this is answered.
         link->connection().flush();
         std::free(xcb_get_input_focus_reply(
             link->connection().raw(), xcb_get_input_focus(link->connection().raw()), nullptr));
+        return received();
+    }
+
+    QByteArray received()
+    {
+        const xcb_atom_t begin = listener.atom("_NET_STARTUP_INFO_BEGIN");
+        const xcb_atom_t further = listener.atom("_NET_STARTUP_INFO");
         listener.sync();
         QByteArray text;
         while (auto* const event = xcb_poll_for_event(listener.connection())) {
@@ -52,7 +61,8 @@ protected:
                 const void* bytes = event;
                 const auto* const message = static_cast<const xcb_client_message_event_t*>(bytes);
                 const void* data = &message->data;
-                EXPECT_EQ(message->type, text.isEmpty() ? begin : further);
+                const bool isFurther = !text.isEmpty() && text.back() != '\0';
+                EXPECT_EQ(message->type, isFurther ? further : begin);
                 text += QByteArray(static_cast<const char*>(data), 20);
             }
             std::free(event);
@@ -84,6 +94,26 @@ TEST_F(StartupEnd, Quotation_marks_are_escaped_and_what_no_launcher_gives_is_not
     EXPECT_EQ(announced("line\nbreak"), QByteArray());
     EXPECT_EQ(announced(QByteArray(2000, 'x')), QByteArray());
     EXPECT_EQ(announced(""), QByteArray());
+}
+
+TEST_F(StartupEnd, Of_every_start_is_told_also_when_the_next_comes_before_the_window)
+{
+    const auto connector = std::make_shared<DisplayConnector>(server.display());
+    WindowActor actor(connector, [](kelpa::WindowID) { return std::nullopt; });
+    ManualScheduler scheduler;
+    X11OwnWindow window(connector, actor, scheduler);
+    const xcb_window_t own = listener.open({});
+    scheduler.holdBackgroundWork(true);
+    window.requestFront(own, {.inputTime = std::nullopt, .startupID = "first_TIME1"});
+    window.requestFront(own, {.inputTime = std::nullopt, .startupID = "second_TIME2"});
+    window.requestFront(own, {});
+    scheduler.runBackgroundWork();
+    QByteArray told;
+    EXPECT_TRUE(waitUntil([&] {
+        told += received();
+        return told.contains("remove: ID=\"first_TIME1\"") &&
+               told.contains("remove: ID=\"second_TIME2\"");
+    })) << told.constData();
 }
 
 } // namespace

@@ -1,0 +1,30 @@
+#include "app/SuddenEnd.h"
+
+#include <QCoreApplication>
+#include <QThread>
+
+#include <cstdlib>
+#include <utility>
+
+namespace kelpa {
+
+SuddenEnd::SuddenEnd(QCoreApplication& application, std::function<void()> save)
+    : QObject(&application), m_save(std::move(save))
+{
+    // What is registered last is called first, so before what the libraries take down by then.
+    on_exit(&SuddenEnd::end, nullptr);
+}
+
+void SuddenEnd::end(int status, void*)
+{
+    const QCoreApplication* const application = QCoreApplication::instance();
+    const SuddenEnd* const sudden = application ? application->findChild<SuddenEnd*>() : nullptr;
+    // After an orderly end.
+    if (!sudden)
+        return;
+    if (QThread::currentThread() == application->thread())
+        sudden->m_save();
+    std::_Exit(status);
+}
+
+} // namespace kelpa

@@ -1,0 +1,129 @@
+"""Kelpa and the session around it: where there is none, and when it ends."""
+
+import os
+import pathlib
+import signal
+import subprocess
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+from scenarios_shell import Typing, await_front, start_kelpa, tap_twice
+
+
+def _answer(binary, env, *arguments):
+    return subprocess.run([str(binary), *map(str, arguments)], env=env, stdin=subprocess.DEVNULL,
+                          capture_output=True, text=True, timeout=30, check=False)
+
+
+def without_a_display_it_says_so_and_ends(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    without = {name: value for name, value in desktop.env.items() if name != "DISPLAY"}
+    nowhere = {**without, "DISPLAY": ":32000"}
+    unset = "kelpa: there is no X11 display: DISPLAY is not set\n"
+    unreachable = "kelpa: there is no connection to the X11 display :32000\n"
+    for env, arguments, expected in ((without, (), unset), (without, ("--bogus",), unset),
+                                     (nowhere, (), unreachable),
+                                     (without, ("-display", ":32000"), unreachable)):
+        answer = _answer(binary, env, "--settings", path, *arguments)
+        if (answer.returncode, answer.stderr) != (1, expected):
+            raise AssertionError(f"{arguments}: {answer}")
+    if path.exists():
+        raise AssertionError("it has made a board")
+
+
+def in_a_session_that_prefers_wayland_it_is_an_x11_program(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.env["XDG_SESSION_TYPE"] = "wayland"
+    desktop.env["WAYLAND_DISPLAY"] = "wayland-0"
+    for platform in (None, "wayland"):
+        desktop.env.pop("QT_QPA_PLATFORM")
+        if platform:
+            desktop.env["QT_QPA_PLATFORM"] = platform
+        kelpa = Kelpa(desktop, binary, path)
+        kelpa.start()
+        await_front(desktop, kelpa)
+        kelpa.quit()
+        # It would be tried, and be lacking here.
+        if "wayland" in kelpa.output():
+            raise AssertionError(kelpa.output())
+        desktop.env["QT_QPA_PLATFORM"] = "xcb"
+
+
+def a_signal_ends_a_start_that_waits_for_a_first_that_hangs(desktop, binary):
+    kelpa, path = start_kelpa(desktop, binary)
+    os.kill(kelpa.process_id(), signal.SIGSTOP)
+    try:
+        for number in (signal.SIGINT, signal.SIGTERM):
+            again = desktop.start(binary, "--show", "--settings", path)
+
+            def has_asked():
+                tasks = pathlib.Path(f"/proc/{again.pid}/task")
+                return any((task / "comm").read_text().strip() == "gdbus" for task in tasks.iterdir())
+
+            wait_until("the second start has asked the first", has_asked)
+            again.send_signal(number)
+            # Sooner than it would give up by itself.
+            status = again.wait(timeout=3)
+            if status != -number:
+                raise AssertionError(f"{number.name}: ended with {status}")
+    finally:
+        os.kill(kelpa.process_id(), signal.SIGCONT)
+    kelpa.quit()
+
+
+def a_display_that_goes_away_ends_it_and_the_board_is_whole(desktop, binary):
+    kelpa, path = start_kelpa(desktop, binary)
+    kelpa.create_goal("Before the display went")
+
+    def has_ended():
+        status = kelpa.wait()
+        if status != 1:
+            raise AssertionError(f"ended with {status}\n{kelpa.output()}")
+        kelpa.check_output()
+        _check_goals(path, ["Before the display went"])
+
+    desktop.replace_x_server(has_ended)
+    _start_again(desktop, binary, path)
+    _check_goals(path, ["Before the display went"])
+
+
+def a_session_bus_that_goes_away_leaves_it_running(desktop, binary):
+    kelpa, path = start_kelpa(desktop, binary)
+    kelpa.create_goal("Before the bus went")
+    terminal = Typing(desktop, "Typist")
+    desktop.session_bus.kill()
+    desktop.session_bus.wait()
+
+    def comes():
+        terminal.focus()
+        tap_twice(desktop)
+        try:
+            await_front(desktop, kelpa)
+        except AssertionError:
+            return False
+        return True
+
+    wait_until("a double tap brings Kelpa forward", comes, 60)
+    kelpa.quit()
+    _check_goals(path, ["Before the bus went"])
+
+    _start_again(desktop, binary, path)
+    _check_goals(path, ["Before the bus went"])
+
+
+def _start_again(desktop, binary, path):
+    """The next start is as good as any. The accessibility bus went with the rest, so that the board
+    cannot be read."""
+    again = desktop.start(binary, "--settings", path)
+    desktop.close(desktop.wait_for_window(boards.WINDOW))
+    if again.wait(timeout=30) != 0:
+        raise AssertionError(f"ended with {again.returncode}")
+
+
+def _check_goals(path, expected):
+    stored = settings.StoredBoard(settings.read(path)).goal_titles
+    if stored != expected:
+        raise AssertionError(f"stored: {stored}")
