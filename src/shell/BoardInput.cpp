@@ -27,12 +27,16 @@ bool isInPopup(const QQuickItem* item)
     return false;
 }
 
-/// Whether the person went to the item with the keyboard. A button that was clicked has the
-/// keyboard too, but nobody knows.
+/// Whether the person went to the item with a key. A button that was clicked, or a card that
+/// follows the selection, has the focus too, but does not show it.
 bool isKeyboardFocused(const QQuickItem& item)
 {
-    const QVariant visualFocus = item.property("visualFocus");
-    return visualFocus.isValid() ? visualFocus.toBool() : item.activeFocusOnTab();
+    return item.property("visualFocus").toBool();
+}
+
+bool isButton(const QQuickItem& item)
+{
+    return item.inherits("QQuickAbstractButton");
 }
 
 KeyboardFocus keyboardFocus(const QQuickItem* item)
@@ -44,7 +48,15 @@ KeyboardFocus keyboardFocus(const QQuickItem* item)
         return KeyboardFocus::popup;
     if (isTextInput(*item))
         return KeyboardFocus::textInput;
-    return isKeyboardFocused(*item) ? KeyboardFocus::control : KeyboardFocus::board;
+    if (!isKeyboardFocused(*item))
+        return KeyboardFocus::board;
+    return isButton(*item) ? KeyboardFocus::button : KeyboardFocus::item;
+}
+
+bool isMove(const BoardCommand& command)
+{
+    return std::holds_alternative<MoveTargetSelection>(command) ||
+           std::holds_alternative<MoveWindowSelection>(command);
 }
 
 /// Of a key that is pressed with Control.
@@ -65,6 +77,8 @@ BoardKey boardKey(const QKeyEvent& event)
         return historyKey(event);
     if ((event.modifiers() & foreign) != 0)
         return BoardKey::other;
+    if (event.key() == Qt::Key_F10 && event.modifiers().testFlag(Qt::ShiftModifier))
+        return BoardKey::menu;
     switch (event.key()) {
     case Qt::Key_Left:
         return BoardKey::left;
@@ -81,6 +95,8 @@ BoardKey boardKey(const QKeyEvent& event)
         return BoardKey::enter;
     case Qt::Key_Escape:
         return BoardKey::escape;
+    case Qt::Key_Menu:
+        return BoardKey::menu;
     default:
         return BoardKey::other;
     }
@@ -110,23 +126,37 @@ bool BoardInput::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-KeyContext BoardInput::context() const
+KeyContext BoardInput::context(const QKeyEvent& event) const
 {
-    return {.isBoardActive = m_window.isActive() && m_window.isVisible(),
-            .focus = keyboardFocus(m_window.activeFocusItem()),
-            .navigation = m_store.boardNavigation()};
+    const QQuickItem* const item = m_window.activeFocusItem();
+    const auto can = [item](const char* property) {
+        return item != nullptr && item->property(property).toBool();
+    };
+    // A minimised window counts as visible for the toolkit.
+    const bool isShown =
+        m_window.isVisible() && !m_window.windowStates().testFlag(Qt::WindowMinimized);
+    return {.isBoardActive = isShown && m_window.isActive(),
+            .focus = keyboardFocus(item),
+            .navigation = m_store.boardNavigation(),
+            .isShiftHeld = event.modifiers().testFlag(Qt::ShiftModifier),
+            .canFieldUndo = can("canUndo"),
+            .canFieldRedo = can("canRedo")};
 }
 
 bool BoardInput::handleKey(const QKeyEvent& event)
 {
-    const KeyDecision decision = decideKey(boardKey(event), context());
-    if (decision.leavesFocus) {
+    const KeyContext now = context(event);
+    const KeyDecision decision = decideKey(boardKey(event), now);
+    if (decision.cancelsEditor)
         m_store.cancelTodoEditor();
-        if (QQuickItem* const item = m_window.activeFocusItem())
-            item->setFocus(false);
-    }
     if (!decision.command)
         return false;
+    const QQuickItem* const item = m_window.activeFocusItem();
+    // From a button that was clicked, the focus goes with the selection.
+    const bool isClickedButton =
+        item != nullptr && now.focus == KeyboardFocus::board && isButton(*item);
+    if (decision.leavesFocus || (isClickedButton && isMove(*decision.command)))
+        resignFocus();
     carryOut(*decision.command);
     return true;
 }
@@ -141,6 +171,8 @@ void BoardInput::carryOut(const BoardCommand& command)
         m_store.requestAddTodo(request->goalID);
     else if (std::holds_alternative<ActivateSelection>(command))
         m_store.activateSelection();
+    else if (std::holds_alternative<OpenMenu>(command))
+        Q_EMIT menuRequested();
     else if (std::holds_alternative<UndoChange>(command))
         m_store.undo();
     else if (std::holds_alternative<RedoChange>(command))
@@ -149,11 +181,23 @@ void BoardInput::carryOut(const BoardCommand& command)
         m_store.returnToTargetSelection();
 }
 
+void BoardInput::resignFocus()
+{
+    // From a part, the focus goes to what it stands in, which is not the board yet.
+    const QQuickItem* before = nullptr;
+    QQuickItem* item = m_window.activeFocusItem();
+    while (item != nullptr && item != before && item != m_window.contentItem()) {
+        item->setFocus(false);
+        before = item;
+        item = m_window.activeFocusItem();
+    }
+}
+
 void BoardInput::resignTextInputFocus()
 {
-    QQuickItem* const item = m_window.activeFocusItem();
+    const QQuickItem* const item = m_window.activeFocusItem();
     if (item != nullptr && isTextInput(*item))
-        item->setFocus(false);
+        resignFocus();
 }
 
 void BoardInput::resignTextInputFocusIfOutside(const QPointF& position)

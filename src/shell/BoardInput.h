@@ -14,12 +14,16 @@ namespace kelpa {
 
 class WindowStore;
 
-/// Which of the board's keys an event is; `other` for any further key. Control with Z undoes, and
-/// with Shift and Z, or with Y, redoes; whatever else is pressed together with Control, Alt or
-/// Super belongs to somebody else.
+/// Which of the board's keys an event is; `other` for any further key. Shift with F10 is the key
+/// for a menu. Control with Z undoes, and with Shift and Z, or with Y, redoes; whatever else is
+/// pressed together with Control, Alt or Super belongs to somebody else.
 BoardKey boardKey(const QKeyEvent& event);
 
 /// Looks at the window's events before anybody else. Main thread.
+///
+/// A control has the keyboard when the person went to it with a key, which it shows as
+/// `visualFocus`. Whatever else has the focus, what was clicked or what follows the selection,
+/// leaves the keys to the board.
 class BoardInput : public QObject
 {
     Q_OBJECT
@@ -31,10 +35,15 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+Q_SIGNALS:
+    /// The menu of the selected window or goal is to be opened.
+    void menuRequested();
+
 private:
-    KeyContext context() const;
+    KeyContext context(const QKeyEvent& event) const;
     bool handleKey(const QKeyEvent& event);
     void carryOut(const BoardCommand& command);
+    void resignFocus();
     void resignTextInputFocus();
     void resignTextInputFocusIfOutside(const QPointF& position);
 

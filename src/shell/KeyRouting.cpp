@@ -18,6 +18,7 @@ std::optional<NavigationDirection> direction(BoardKey key)
     case BoardKey::space:
     case BoardKey::enter:
     case BoardKey::escape:
+    case BoardKey::menu:
     case BoardKey::undo:
     case BoardKey::redo:
     case BoardKey::other:
@@ -45,6 +46,10 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
     }
     case BoardKey::escape:
         return isInside ? std::optional<BoardCommand>(ReturnToTargetSelection{}) : std::nullopt;
+    case BoardKey::menu:
+        // What belongs to no goal and the list of all todos have none.
+        return isInside || navigation.target.goalID() ? std::optional<BoardCommand>(OpenMenu{})
+                                                      : std::nullopt;
     case BoardKey::undo:
         return UndoChange{};
     case BoardKey::redo:
@@ -54,22 +59,48 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
     }
 }
 
+bool isKeptByField(BoardKey key, const KeyContext& context)
+{
+    // Shift with an arrow selects text.
+    if (direction(key))
+        return context.isShiftHeld;
+    // A field takes back what was typed in it; one in which nothing was typed lets the board do so.
+    if (key == BoardKey::undo)
+        return context.canFieldUndo;
+    if (key == BoardKey::redo)
+        return context.canFieldRedo;
+    return true;
+}
+
+/// Whether the key belongs to whoever has the keyboard.
+bool isKept(BoardKey key, const KeyContext& context)
+{
+    switch (context.focus) {
+    case KeyboardFocus::board:
+        return false;
+    case KeyboardFocus::textInput:
+        return isKeptByField(key, context);
+    case KeyboardFocus::button:
+        return key == BoardKey::space || key == BoardKey::enter;
+    case KeyboardFocus::item:
+        return key == BoardKey::enter || key == BoardKey::menu;
+    case KeyboardFocus::popup:
+        return true;
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 KeyDecision decideKey(BoardKey key, const KeyContext& context)
 {
-    if (!context.isBoardActive || context.focus == KeyboardFocus::popup)
+    if (!context.isBoardActive || isKept(key, context))
         return {};
-    // A field takes back what was typed in it; a button has nothing of its own to take back.
-    const bool isHistory = key == BoardKey::undo || key == BoardKey::redo;
-    if (isHistory && context.focus != KeyboardFocus::textInput)
-        return {.leavesFocus = false, .command = boardCommand(key, context.navigation)};
-    const bool isArrow = direction(key).has_value();
-    // Letters, Space and Return belong to the field or the button; an arrow leaves it and moves the
-    // selection in the same stroke.
-    if (context.focus != KeyboardFocus::board && !isArrow)
-        return {};
-    return {.leavesFocus = context.focus != KeyboardFocus::board,
+    // An arrow leaves a field or a button and moves the selection in the same stroke. Only what is
+    // typed in a field is given up with it.
+    const bool leavesFocus = context.focus != KeyboardFocus::board && direction(key).has_value();
+    return {.cancelsEditor = leavesFocus && context.focus == KeyboardFocus::textInput,
+            .leavesFocus = leavesFocus,
             .command = boardCommand(key, context.navigation)};
 }
 

@@ -18,6 +18,8 @@ enum class BoardKey : std::uint8_t {
     space,
     enter,
     escape,
+    /// The key for a context menu, or Shift with F10.
+    menu,
     undo,
     redo,
     other,
@@ -29,8 +31,11 @@ enum class KeyboardFocus : std::uint8_t {
     board,
     /// A field in which one types.
     textInput,
-    /// A button or card that the person went to with the Tab key.
-    control,
+    /// A button that the person went to with the Tab key.
+    button,
+    /// A card or a row that the person went to with the Tab key: it has a menu, and something to do
+    /// on Return, but cannot be pressed.
+    item,
     /// An open menu or sheet, which has keys of its own.
     popup,
 };
@@ -41,6 +46,10 @@ struct KeyContext
     bool isBoardActive = false;
     KeyboardFocus focus = KeyboardFocus::board;
     BoardNavigationState navigation;
+    bool isShiftHeld = false;
+    /// What the field in which one types could take back, or do again, itself.
+    bool canFieldUndo = false;
+    bool canFieldRedo = false;
 };
 
 struct MoveTargetSelection
@@ -67,6 +76,11 @@ struct RequestAddTodo
     GoalID goalID;
     friend bool operator==(const RequestAddTodo&, const RequestAddTodo&) = default;
 };
+/// That of the selected window or goal.
+struct OpenMenu
+{
+    friend bool operator==(const OpenMenu&, const OpenMenu&) = default;
+};
 struct UndoChange
 {
     friend bool operator==(const UndoChange&, const UndoChange&) = default;
@@ -76,12 +90,15 @@ struct RedoChange
     friend bool operator==(const RedoChange&, const RedoChange&) = default;
 };
 
-using BoardCommand = std::variant<MoveTargetSelection, MoveWindowSelection, ActivateSelection,
-                                  ReturnToTargetSelection, RequestAddTodo, UndoChange, RedoChange>;
+using BoardCommand =
+    std::variant<MoveTargetSelection, MoveWindowSelection, ActivateSelection,
+                 ReturnToTargetSelection, RequestAddTodo, OpenMenu, UndoChange, RedoChange>;
 
 struct KeyDecision
 {
-    /// First the todo editor is cancelled and whoever has the keyboard gives it back to the board.
+    /// First the todo editor is cancelled.
+    bool cancelsEditor = false;
+    /// First whoever has the keyboard gives it back to the board.
     bool leavesFocus = false;
     /// Absent: the key is passed on to whoever has the keyboard.
     std::optional<BoardCommand> command;

@@ -181,6 +181,8 @@ public:
     void moveWindowSelection(NavigationDirection direction);
     enum class EnterWindowLayer : std::uint8_t { no, yes };
     void activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer);
+    /// The window within its target, without raising it; nothing when it does not show.
+    void selectWindow(WindowID windowID);
     /// Into the selected target, or to the selected window itself.
     void activateSelection();
     void returnToTargetSelection();

@@ -44,6 +44,19 @@ void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer
         publishNavigation(*state);
 }
 
+void WindowStore::selectWindow(WindowID windowID)
+{
+    const Update update(*this);
+    const auto found = std::ranges::find(m_windows, windowID, &WindowItem::id);
+    if (found == m_windows.end())
+        return;
+    const TargetSelection target =
+        found->goalID ? TargetSelection::goal(*found->goalID) : TargetSelection::unassigned();
+    const bool isShown = !found->goalID || visibleGoalIDs().contains(*found->goalID);
+    if (isShown && idsOf(windows(target)).contains(windowID))
+        publishNavigation(BoardNavigationState::inside(target, windowID));
+}
+
 void WindowStore::activateSelection()
 {
     const Update update(*this);

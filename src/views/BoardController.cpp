@@ -293,6 +293,11 @@ void BoardController::focusWindow(quint32 windowID)
         m_store.focus(*window);
 }
 
+void BoardController::selectWindow(quint32 windowID)
+{
+    m_store.selectWindow(windowID);
+}
+
 void BoardController::closeWindowProcess(quint32 windowID)
 {
     if (const std::optional<WindowItem> window = listedWindow(windowID))

@@ -131,6 +131,8 @@ public:
     Q_INVOKABLE void showAllWindows(const QString& columnID);
     /// A window that is not listed any more is left alone.
     Q_INVOKABLE void focusWindow(quint32 windowID);
+    /// Selects the window as the arrow keys do.
+    Q_INVOKABLE void selectWindow(quint32 windowID);
     /// Asks the window's whole application to quit.
     Q_INVOKABLE void closeWindowProcess(quint32 windowID);
     Q_INVOKABLE void requestPermissions();
@@ -165,6 +167,8 @@ Q_SIGNALS:
     void toastOffersUndoChanged();
     /// Also when the selection was set again.
     void selectionChanged();
+    /// The menu of the selected window or goal is to be opened.
+    void selectionMenuRequested();
     void targetAreaChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
 

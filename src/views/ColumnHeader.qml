@@ -32,6 +32,10 @@ Item {
         addButton.forceActiveFocus(Qt.TabFocusReason);
     }
 
+    function openMenu(): void {
+        root.menuRequested(menuButton);
+    }
+
     implicitHeight: 40
     Keys.onPressed: event => {
         const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;

@@ -4,10 +4,7 @@
 
 namespace kelpa {
 
-ExpandableHeight::ExpandableHeight(QQuickItem* parent) : QQuickItem(parent)
-{
-    setFlag(ItemIsFocusScope);
-}
+ExpandableHeight::ExpandableHeight(QQuickItem* parent) : QQuickItem(parent) {}
 
 void ExpandableHeight::setCollapsedHeight(double height)
 {

@@ -44,11 +44,35 @@ FocusScope {
         if (todo.height > 0 && root.board.selectedWindow < 0)
             wanted = Qt.rect(wanted.x, wanted.y + todo.y, todo.width, todo.height);
         view.reveal(wanted.y, wanted.height);
+        root.focusSelection();
+    }
+    /// Lets the focus follow the selection, so that a screen reader tells of it, unless it is where
+    /// a person has put it.
+    function focusSelection(): void {
+        const column = targets.itemAtRow(root.board.selectedTarget);
+        const part = (column as GoalColumn)?.selectedPart()
+                ?? (column as UnifiedTodoColumn)?.selectedPart() ?? null;
+        const holder = root.Window.activeFocusItem;
+        if (part === null || holder === part || !root.isFollowing(holder))
+            return;
+        part.forceActiveFocus();
+    }
+    /// Whether an item that has the focus gives it up to the selection.
+    function isFollowing(item: Item): bool {
+        if (item instanceof WindowCard || item instanceof GoalColumn
+                || item instanceof UnifiedTodoColumn)
+            return true;
+        // Nobody has it: it is left to whatever the board stands in.
+        let around = root as Item;
+        while (around !== null && around !== item)
+            around = around.parent;
+        return around === item;
     }
 
     function showFocus(): void {
         const item = root.Window.activeFocusItem;
-        if (item !== null && view.isHolding(item)) {
+        // What follows the selection is in view with it.
+        if (item !== null && view.isHolding(item) && !root.isFollowing(item)) {
             const top = item.mapToItem(targets, 0, 0).y;
             view.reveal(top, item.height);
         }
@@ -62,6 +86,11 @@ FocusScope {
 
         function onSelectionChanged(): void {
             selectionScroll.restart();
+        }
+        function onSelectionMenuRequested(): void {
+            selectionScroll.stop();
+            root.showSelection();
+            (targets.itemAtRow(root.board.selectedTarget) as GoalColumn)?.openSelectionMenu();
         }
     }
     Connections {
@@ -78,6 +107,13 @@ FocusScope {
         interval: 45
         onTriggered: root.showSelection()
     }
+    // Once whoever gave the focus up has had its way with it.
+    Timer {
+        id: selectionFocus
+
+        interval: 45
+        onTriggered: root.focusSelection()
+    }
     // What the Tab key reaches is seen.
     Connections {
         target: root.Window.window
@@ -85,6 +121,9 @@ FocusScope {
 
         function onActiveFocusItemChanged(): void {
             focusScroll.restart();
+            // Back from a field that is closed, or a menu.
+            if (root.board.selectedTarget >= 0 && root.isFollowing(root.Window.activeFocusItem))
+                selectionFocus.restart();
         }
     }
     // After the list in which it stands has scrolled to it.

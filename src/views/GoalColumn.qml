@@ -40,6 +40,24 @@ ExpandableGoalCard {
         return Qt.rect(todos.x + rect.x, todos.y + rect.y, rect.width, rect.height);
     }
 
+    /// What the arrow keys have selected of it: the column itself, or the card of a window.
+    function selectedPart(): Item {
+        if (root.board.selectedWindow < 0)
+            return root;
+        // The selected row has an item of its own, wherever it is.
+        cards.layOut();
+        return cards.itemAtRow(root.board.selectedWindow);
+    }
+
+    /// Opens the menu of the selected window, or of the goal.
+    function openSelectionMenu(): void {
+        const card = root.selectedPart() as WindowCard;
+        if (card !== null)
+            card.openMenu();
+        else if (!root.isUnassigned)
+            header.openMenu();
+    }
+
     // What belongs to no goal is to be sorted, so that all of it shows.
     isExpanded: root.isSelected || root.isUnassigned
     isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
@@ -48,6 +66,7 @@ ExpandableGoalCard {
                    + Theme.medium
     Accessible.role: Accessible.List
     Accessible.name: root.title
+    Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.board.todos.goToColumn(root.columnID)
@@ -158,6 +177,7 @@ ExpandableGoalCard {
         visibleFrom: root.visibleFrom - y
         visibleTo: Math.min(root.visibleTo, root.height) - y
         motionTime: Theme.mediumTime
+        pinnedRow: root.isSelected ? root.board.selectedWindow : -1
         model: root.windows
 
         WaterfallDelegate {

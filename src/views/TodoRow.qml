@@ -79,13 +79,12 @@ FocusScope {
             root.takeRequest();
         }
     }
-    Item {
+    FocusableItem {
         id: face
 
         anchors.fill: parent
         visible: !root.isEdited
         focus: true
-        activeFocusOnTab: true
         Accessible.role: Accessible.ListItem
         Accessible.ignored: !visible
         Accessible.name: root.title
@@ -236,6 +235,7 @@ FocusScope {
         }
         FocusRing {
             control: face
+            isShown: face.visualFocus
             radius: Theme.controlRadius
             anchors.margins: 0
         }

@@ -4,11 +4,16 @@ import QtQuick
 import Kelpa
 
 /// The open todos of all goals and those that belong to none.
-FocusScope {
+Item {
     id: root
 
     required property BoardController board
     required property BoardDragSource dragSource
+
+    /// What the arrow keys have selected of it.
+    function selectedPart(): Item {
+        return root;
+    }
 
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
 
@@ -23,6 +28,7 @@ FocusScope {
     Accessible.role: Accessible.List
     Accessible.name: root.board.copy.text(CopyKey.AllTodos)
     Accessible.description: root.board.copy.text(CopyKey.AllTodosSubtitle)
+    Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.board.todos.isUnifiedSelected
 

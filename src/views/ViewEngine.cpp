@@ -93,18 +93,25 @@ bool ViewEngine::show()
     if (board == nullptr)
         return false;
     board->installEventFilter(this);
-    m_parts->input = std::make_unique<BoardInput>(*board, m_parts->store);
 
     connect(
         board, &QQuickWindow::frameSwapped, this,
         [this] {
             m_parts->desktopAppearance->follow(m_parts->scheduler);
+            takeKeys();
             Q_EMIT boardShown();
         },
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     // Maximised, the window's frame takes the usable area, whatever the window manager adds to it.
     board->showMaximized();
     return true;
+}
+
+void ViewEngine::takeKeys()
+{
+    m_parts->input = std::make_unique<BoardInput>(*window(), m_parts->store);
+    connect(m_parts->input.get(), &BoardInput::menuRequested, &m_parts->controller,
+            &BoardController::selectionMenuRequested);
 }
 
 void ViewEngine::setDoubleTapOffered(bool isOffered)

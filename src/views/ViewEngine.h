@@ -67,6 +67,8 @@ private:
     class Parts;
 
     void updateSeen();
+    /// From now on the board is driven by keys.
+    void takeKeys();
 
     std::unique_ptr<Parts> m_parts;
 };

@@ -4,8 +4,9 @@ import QtQuick
 import Kelpa
 
 /// A window of another application. A click switches to it; it can be dragged to another column, or
-/// moved by its menu.
-Item {
+/// moved by its menu. The Tab key selects it; Return is its own only then, and not where the arrow
+/// keys have led.
+FocusableItem {
     id: root
 
     required property BoardController board
@@ -27,7 +28,6 @@ Item {
     signal menuRequested(card: Item, position: point)
 
     implicitHeight: Theme.windowCardHeight
-    activeFocusOnTab: true
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
     Accessible.name: root.board.copy.windowName(root.ownerName, root.title)
@@ -38,8 +38,10 @@ Item {
     Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.switchToWindow()
-    Keys.onReturnPressed: root.switchToWindow()
-    Keys.onEnterPressed: root.switchToWindow()
+    onVisualFocusChanged: if (root.visualFocus)
+        root.board.selectWindow(root.windowID)
+    Keys.onReturnPressed: event => event.accepted = root.takeReturn()
+    Keys.onEnterPressed: event => event.accepted = root.takeReturn()
     Keys.onMenuPressed: root.openMenu()
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
@@ -49,6 +51,12 @@ Item {
 
     function switchToWindow(): void {
         root.board.focusWindow(root.windowID);
+    }
+
+    function takeReturn(): bool {
+        if (root.visualFocus)
+            root.switchToWindow();
+        return root.visualFocus;
     }
 
     function openMenu(): void {
@@ -185,6 +193,7 @@ Item {
     }
     FocusRing {
         control: root
+        isShown: root.visualFocus
         radius: Theme.cardRadius + 2
         isShown: root.isSelected || root.activeFocus
     }

@@ -373,6 +373,14 @@ class Board:
         except Gone:
             return None
 
+    def focused_names(self):
+        """Names of what has the focus, which is one part as a rule."""
+        try:
+            return [node.name for node in self._root().find_named(bool)
+                    if node.has_state(Atspi.StateType.FOCUSED)]
+        except Gone:
+            return []
+
     def _first(self, roles, name):
         try:
             found = self._root().find(roles, lambda found: found == name)

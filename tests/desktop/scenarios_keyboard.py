@@ -174,3 +174,43 @@ def the_search_field_keeps_its_keys(desktop, binary):
         selection.is_column("Only goal")
         selection.press("Return")
         wait_until("a todo can be typed", kelpa.board.focused_field)
+
+
+def the_focus_follows_the_keyboard_selection(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Only goal", [])])
+    for title in ("First", "Second"):
+        desktop.start_xterm(title)
+        desktop.wait_for_window(title)
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
+        kelpa.wait_for_previews(boards.UNSORTED)
+        kelpa.focus()
+        selection = _Selection(desktop, kelpa)
+
+        def is_focused(name):
+            wait_until(f"{name!r} has the focus", lambda: name in kelpa.board.focused_names())
+
+        # A screen reader says what has the focus.
+        for column in (boards.ALL_TODOS, boards.UNSORTED, "Only goal"):
+            selection.press("Right")
+            selection.is_column(column)
+            is_focused(column)
+        # A goal has a menu, and so has a window, by key alone.
+        selection.press("Menu")
+        wait_until("the goal's menu is open", lambda: kelpa.board.menu_item(boards.DELETE_GOAL))
+        selection.press("Escape")
+        wait_until("the menu is closed", lambda: not kelpa.board.menu_item(boards.DELETE_GOAL))
+        selection.press("Left", "space")
+        first, second = wait_until(
+            "every card has its place", lambda: kelpa.board.cards_by_place(boards.UNSORTED))
+        selection.is_card(first)
+        selection.press("Right")
+        selection.is_card(second)
+        wait_until("the card has the focus", lambda: any(
+            name.endswith(second) for name in kelpa.board.focused_names()))
+        selection.press("shift+F10")
+        wait_until("the window's menu is open", lambda: kelpa.board.menu_item("Only goal"))
+        x, y = kelpa.centre(lambda: kelpa.board.menu_item("Only goal"), "the entry of the goal")
+        desktop.click(x, y)
+        kelpa.wait_for_card("Only goal", second)

@@ -15,15 +15,22 @@ namespace {
 
 using State = BoardNavigationState;
 
-/// A window with a field, a button and a place that takes nothing.
+/// A window with a field, a button, a card as the board has them, and a place that takes nothing.
 const QByteArray scene =
     "import QtQuick\n"
     "import QtQuick.Controls.Basic\n"
     "ApplicationWindow { width: 400; height: 300; visible: true\n"
     "  property int presses: 0\n"
     "  TextField { objectName: 'field'; x: 10; y: 10; width: 200; height: 40 }\n"
+    "  FocusScope { objectName: 'row'; Item {}\n"
+    "    TextField { objectName: 'edited'; x: 220; y: 10; width: 100; height: 40; focus: true } }\n"
     "  Button { objectName: 'button'; x: 10; y: 100; width: 100; height: 40\n"
     "    onClicked: ++parent.Window.window.presses }\n"
+    "  Control { objectName: 'card'; x: 10; y: 160; width: 100; height: 40; focusPolicy: "
+    "Qt.TabFocus\n"
+    "    property int returns: 0; property int menus: 0\n"
+    "    Keys.onReturnPressed: ++returns\n"
+    "    Keys.onMenuPressed: ++menus }\n"
     "  Menu { objectName: 'menu'; MenuItem { text: 'a' } MenuItem { text: 'b' } }\n"
     "}\n";
 
@@ -145,8 +152,95 @@ TEST_F(BoardInputTest, In_a_field_Control_with_Z_takes_back_what_was_typed_there
     ASSERT_EQ(typedText(), QStringLiteral("a"));
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(typedText(), QString());
+    EXPECT_EQ(store().goals().size(), 1);
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(typedText(), QStringLiteral("a"));
+}
+
+TEST_F(BoardInputTest, In_a_field_with_nothing_to_take_back_Control_with_Z_undoes_on_the_board)
+{
+    const GoalID a = makeGoal();
+    makeTodo(a);
+    item("field")->forceActiveFocus();
+    press(Qt::Key_T);
+    // As the field for a new todo does, once that is added.
+    item("field")->setProperty("text", QString());
     press(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(store().goals().size(), 1) << "also when there is nothing left to take back";
+    EXPECT_EQ(todos(a).size(), 0);
+    EXPECT_TRUE(item("field")->hasActiveFocus()) << "another todo can be typed";
+    press(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(todos(a).size(), 1);
+}
+
+TEST_F(BoardInputTest, Shift_with_an_arrow_selects_text_in_a_field)
+{
+    item("field")->forceActiveFocus();
+    press(Qt::Key_A);
+    press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(item("field")->property("selectedText").toString(), QStringLiteral("a"));
+    EXPECT_EQ(store().boardNavigation(), State::idle());
+    press(Qt::Key_Left);
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
+}
+
+TEST_F(BoardInputTest,
+       At_a_button_that_Tab_reached_Escape_is_the_boards_and_an_arrow_keeps_the_draft)
+{
+    const GoalID a = makeGoal();
+    desktop.addWindow(1, 100, {});
+    store().refresh();
+    store().activateTarget(TargetSelection::unassigned(), WindowStore::EnterWindowLayer::yes);
+    item("button")->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unassigned()));
+    EXPECT_TRUE(item("button")->hasActiveFocus());
+
+    store().requestAddTodo(a);
+    press(Qt::Key_Up);
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unassigned()));
+    EXPECT_FALSE(item("button")->hasActiveFocus());
+    EXPECT_EQ(store().todoEditorGoalID(), a);
+}
+
+TEST_F(BoardInputTest,
+       At_a_card_that_Tab_reached_Space_is_the_boards_and_Return_and_Menu_are_its_own)
+{
+    desktop.addWindow(1, 100, {});
+    store().refresh();
+    store().activateTarget(TargetSelection::unassigned(), WindowStore::EnterWindowLayer::no);
+    QSignalSpy menus(input.get(), &BoardInput::menuRequested);
+    item("card")->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Space);
+    EXPECT_EQ(store().boardNavigation(), State::inside(TargetSelection::unassigned(), 1));
+    press(Qt::Key_Return);
+    press(Qt::Key_Menu);
+    EXPECT_EQ(item("card")->property("returns").toInt(), 1);
+    EXPECT_EQ(item("card")->property("menus").toInt(), 1);
+    EXPECT_EQ(menus.size(), 0);
+}
+
+TEST_F(BoardInputTest, What_has_the_focus_without_a_key_leaves_the_keys_to_the_board)
+{
+    const GoalID a = makeGoal();
+    item("card")->forceActiveFocus();
+    press(Qt::Key_Return);
+    EXPECT_EQ(store().todoEditorGoalID(), a);
+    EXPECT_EQ(item("card")->property("returns").toInt(), 0);
+    QSignalSpy menus(input.get(), &BoardInput::menuRequested);
+    press(Qt::Key_Menu);
+    press(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(menus.size(), 2);
+    press(Qt::Key_F10);
+    EXPECT_EQ(menus.size(), 2);
+}
+
+TEST_F(BoardInputTest, An_arrow_takes_the_focus_from_a_button_that_was_clicked)
+{
+    clickAt({50, 120});
+    ASSERT_TRUE(item("button")->hasActiveFocus());
+    press(Qt::Key_Right);
+    EXPECT_FALSE(item("button")->hasActiveFocus());
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
 }
 
 TEST_F(BoardInputTest, Space_presses_the_button_that_Tab_reached_and_not_one_that_was_clicked)
@@ -187,6 +281,16 @@ TEST_F(BoardInputTest, A_click_outside_a_field_takes_its_focus_and_one_inside_do
     EXPECT_FALSE(item("field")->hasActiveFocus());
 }
 
+TEST_F(BoardInputTest, A_field_that_is_left_takes_what_it_stands_in_along)
+{
+    item("edited")->forceActiveFocus();
+    press(Qt::Key_Down);
+    EXPECT_FALSE(item("row")->hasActiveFocus());
+    item("edited")->forceActiveFocus();
+    clickAt({300, 200});
+    EXPECT_FALSE(item("row")->hasActiveFocus());
+}
+
 TEST_F(BoardInputTest, A_click_changes_nothing_while_no_field_has_the_focus)
 {
     item("button")->forceActiveFocus();
@@ -194,10 +298,31 @@ TEST_F(BoardInputTest, A_click_changes_nothing_while_no_field_has_the_focus)
     EXPECT_TRUE(item("button")->hasActiveFocus());
 }
 
+TEST_F(BoardInputTest, A_minimised_window_consumes_no_key)
+{
+    window->setWindowStates(Qt::WindowMinimized);
+    ASSERT_TRUE(window->isActive() && window->isVisible()) << "nothing else keeps it from the key";
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+    EXPECT_FALSE(input->eventFilter(window.get(), &key));
+    EXPECT_EQ(store().boardNavigation(), State::idle());
+    window->setWindowStates(Qt::WindowNoState);
+    EXPECT_TRUE(input->eventFilter(window.get(), &key));
+}
+
 TEST_F(BoardInputTest, A_hidden_window_consumes_no_key)
 {
+    // A window that belongs to it has the keyboard, so that it is active itself.
+    QQuickWindow beside;
+    beside.setTransientParent(window.get());
+    beside.show();
+    beside.requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&beside));
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+    EXPECT_TRUE(input->eventFilter(window.get(), &key));
+    store().clearTargetSelection();
     window->hide();
-    press(Qt::Key_Down);
+    ASSERT_TRUE(window->isActive()) << "nothing else keeps it from the key";
+    EXPECT_FALSE(input->eventFilter(window.get(), &key));
     EXPECT_EQ(store().boardNavigation(), State::idle());
 }
 

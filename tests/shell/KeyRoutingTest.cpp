@@ -26,35 +26,53 @@ struct KeyCase
     KeyDecision decision;
 };
 
+/// Where a field has the keyboard, something has been typed in it.
+KeyContext contextOf(const KeyCase& param, bool isBoardActive)
+{
+    const bool isField = param.focus == KeyboardFocus::textInput;
+    return {.isBoardActive = isBoardActive,
+            .focus = param.focus,
+            .navigation = param.navigation,
+            .isShiftHeld = false,
+            .canFieldUndo = isField,
+            .canFieldRedo = isField};
+}
+
 class KeyRouting : public testing::TestWithParam<KeyCase>
 {};
 
 TEST_P(KeyRouting, Decides)
 {
     const KeyCase& param = GetParam();
-    EXPECT_EQ(decideKey(param.key, {true, param.focus, param.navigation}), param.decision);
+    EXPECT_EQ(decideKey(param.key, contextOf(param, true)), param.decision);
 }
 
 TEST_P(KeyRouting, Passes_everything_on_while_the_board_is_not_active)
 {
     const KeyCase& param = GetParam();
-    EXPECT_EQ(decideKey(param.key, {false, param.focus, param.navigation}), KeyDecision());
+    EXPECT_EQ(decideKey(param.key, contextOf(param, false)), KeyDecision());
 }
 
 KeyDecision does(const BoardCommand& command)
 {
-    return {.leavesFocus = false, .command = command};
+    return {.cancelsEditor = false, .leavesFocus = false, .command = command};
 }
 
 KeyDecision leavesAndDoes(const BoardCommand& command)
 {
-    return {.leavesFocus = true, .command = command};
+    return {.cancelsEditor = false, .leavesFocus = true, .command = command};
+}
+
+KeyDecision cancelsAndDoes(const BoardCommand& command)
+{
+    return {.cancelsEditor = true, .leavesFocus = true, .command = command};
 }
 
 const KeyDecision passedOn;
 constexpr auto board = KeyboardFocus::board;
 constexpr auto field = KeyboardFocus::textInput;
-constexpr auto control = KeyboardFocus::control;
+constexpr auto button = KeyboardFocus::button;
+constexpr auto item = KeyboardFocus::item;
 constexpr auto popup = KeyboardFocus::popup;
 
 INSTANTIATE_TEST_SUITE_P(
@@ -80,6 +98,11 @@ INSTANTIATE_TEST_SUITE_P(
         KeyCase{"escape_inside", BoardKey::escape, board, inside, does(ReturnToTargetSelection{})},
         KeyCase{"escape_on_a_target", BoardKey::escape, board, onGoal, passedOn},
         KeyCase{"escape_from_idle", BoardKey::escape, board, idle, passedOn},
+        KeyCase{"menu_on_a_goal", BoardKey::menu, board, onGoal, does(OpenMenu{})},
+        KeyCase{"menu_inside", BoardKey::menu, board, inside, does(OpenMenu{})},
+        KeyCase{"menu_from_idle", BoardKey::menu, board, idle, passedOn},
+        KeyCase{"menu_on_the_unified_column", BoardKey::menu, board, onTodos, passedOn},
+        KeyCase{"menu_on_the_unassigned_column", BoardKey::menu, board, onUnassigned, passedOn},
         KeyCase{"undo_from_idle", BoardKey::undo, board, idle, does(UndoChange{})},
         KeyCase{"undo_inside", BoardKey::undo, board, inside, does(UndoChange{})},
         KeyCase{"redo_on_a_target", BoardKey::redo, board, onGoal, does(RedoChange{})},
@@ -90,29 +113,75 @@ INSTANTIATE_TEST_SUITE_P(
     Focus, KeyRouting,
     testing::Values(
         KeyCase{"arrow_leaves_a_field", BoardKey::down, field, onGoal,
-                leavesAndDoes(MoveTargetSelection{down})},
+                cancelsAndDoes(MoveTargetSelection{down})},
         KeyCase{"arrow_leaves_a_field_inside", BoardKey::left, field, inside,
-                leavesAndDoes(MoveWindowSelection{left})},
+                cancelsAndDoes(MoveWindowSelection{left})},
         KeyCase{"space_belongs_to_the_field", BoardKey::space, field, onGoal, passedOn},
         KeyCase{"return_belongs_to_the_field", BoardKey::enter, field, onGoal, passedOn},
         KeyCase{"escape_belongs_to_the_field", BoardKey::escape, field, inside, passedOn},
+        KeyCase{"menu_belongs_to_the_field", BoardKey::menu, field, inside, passedOn},
         KeyCase{"letters_belong_to_the_field", BoardKey::other, field, inside, passedOn},
-        KeyCase{"space_presses_the_button", BoardKey::space, control, onGoal, passedOn},
-        KeyCase{"return_presses_the_button", BoardKey::enter, control, onGoal, passedOn},
-        KeyCase{"arrow_leaves_a_button", BoardKey::up, control, onGoal,
+        KeyCase{"space_presses_the_button", BoardKey::space, button, onGoal, passedOn},
+        KeyCase{"return_presses_the_button", BoardKey::enter, button, onGoal, passedOn},
+        KeyCase{"arrow_leaves_a_button", BoardKey::up, button, onGoal,
                 leavesAndDoes(MoveTargetSelection{up})},
+        KeyCase{"escape_at_a_button_goes_back", BoardKey::escape, button, inside,
+                does(ReturnToTargetSelection{})},
+        KeyCase{"escape_at_a_button_on_a_target", BoardKey::escape, button, onGoal, passedOn},
+        KeyCase{"menu_at_a_button", BoardKey::menu, button, onGoal, does(OpenMenu{})},
+        KeyCase{"letters_at_a_button", BoardKey::other, button, onGoal, passedOn},
+        KeyCase{"space_at_a_card", BoardKey::space, item, inside, does(ActivateSelection{})},
+        KeyCase{"return_belongs_to_the_card", BoardKey::enter, item, inside, passedOn},
+        KeyCase{"return_belongs_to_the_row", BoardKey::enter, item, onGoal, passedOn},
+        KeyCase{"menu_belongs_to_the_card", BoardKey::menu, item, inside, passedOn},
+        KeyCase{"escape_at_a_card_goes_back", BoardKey::escape, item, inside,
+                does(ReturnToTargetSelection{})},
+        KeyCase{"arrow_leaves_a_card", BoardKey::right, item, inside,
+                leavesAndDoes(MoveWindowSelection{right})},
         KeyCase{"undo_belongs_to_the_field", BoardKey::undo, field, onGoal, passedOn},
         KeyCase{"redo_belongs_to_the_field", BoardKey::redo, field, onGoal, passedOn},
-        KeyCase{"undo_leaves_the_keyboard_with_the_button", BoardKey::undo, control, onGoal,
+        KeyCase{"undo_leaves_the_keyboard_with_the_button", BoardKey::undo, button, onGoal,
                 does(UndoChange{})},
-        KeyCase{"redo_leaves_the_keyboard_with_the_button", BoardKey::redo, control, inside,
+        KeyCase{"redo_leaves_the_keyboard_with_the_button", BoardKey::redo, button, inside,
                 does(RedoChange{})},
         KeyCase{"undo_in_a_menu", BoardKey::undo, popup, onGoal, passedOn},
         KeyCase{"redo_in_a_sheet", BoardKey::redo, popup, onGoal, passedOn},
+        KeyCase{"menu_in_a_sheet", BoardKey::menu, popup, onGoal, passedOn},
         KeyCase{"arrow_in_a_menu", BoardKey::down, popup, onGoal, passedOn},
         KeyCase{"space_in_a_menu", BoardKey::space, popup, onGoal, passedOn},
         KeyCase{"escape_in_a_sheet", BoardKey::escape, popup, inside, passedOn}),
     caseName);
+
+TEST(KeyRoutingInAField, Shift_with_an_arrow_selects_text_there_and_nowhere_else)
+{
+    KeyContext context{.isBoardActive = true,
+                       .focus = field,
+                       .navigation = onGoal,
+                       .isShiftHeld = true,
+                       .canFieldUndo = false,
+                       .canFieldRedo = false};
+    EXPECT_EQ(decideKey(BoardKey::left, context), passedOn);
+    context.focus = board;
+    EXPECT_EQ(decideKey(BoardKey::left, context), does(MoveTargetSelection{left}));
+    context.focus = button;
+    EXPECT_EQ(decideKey(BoardKey::left, context), leavesAndDoes(MoveTargetSelection{left}));
+}
+
+TEST(KeyRoutingInAField, What_the_field_cannot_take_back_itself_the_board_does)
+{
+    KeyContext context{.isBoardActive = true,
+                       .focus = field,
+                       .navigation = onGoal,
+                       .isShiftHeld = false,
+                       .canFieldUndo = false,
+                       .canFieldRedo = true};
+    EXPECT_EQ(decideKey(BoardKey::undo, context), does(UndoChange{}));
+    EXPECT_EQ(decideKey(BoardKey::redo, context), passedOn);
+    context.canFieldUndo = true;
+    context.canFieldRedo = false;
+    EXPECT_EQ(decideKey(BoardKey::undo, context), passedOn);
+    EXPECT_EQ(decideKey(BoardKey::redo, context), does(RedoChange{}));
+}
 
 } // namespace
 } // namespace kelpa::test

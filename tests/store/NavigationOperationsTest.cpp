@@ -184,6 +184,41 @@ TEST_F(NavigationOperations, A_search_that_hides_the_selected_window_selects_the
     EXPECT_EQ(state(), State::on(target));
 }
 
+TEST_F(NavigationOperations, A_window_is_selected_in_its_own_target_and_not_raised)
+{
+    const GoalID a = goalWithWindows({1, 2});
+    desktop.addWindow(3, 100, {});
+    store().refresh();
+    takeSignals();
+    store().selectWindow(2);
+    EXPECT_EQ(state(), State::inside(TargetSelection::goal(a), 2));
+    EXPECT_EQ(takeSignals(), onlyNavigation);
+    store().selectWindow(2);
+    EXPECT_TRUE(takeSignals().isEmpty());
+    store().selectWindow(3);
+    EXPECT_EQ(state(), State::inside(TargetSelection::unassigned(), 3));
+    scheduler.advance(std::chrono::milliseconds(0));
+    EXPECT_TRUE(desktop.calls.filter(QStringLiteral("raise ")).isEmpty());
+}
+
+TEST_F(NavigationOperations, A_window_that_does_not_show_is_not_selected)
+{
+    const GoalID a = goalWithWindows({1});
+    store().activateTarget(TargetSelection::unassigned(), Enter::no);
+    store().selectWindow(7);
+    EXPECT_EQ(state(), State::on(TargetSelection::unassigned()));
+    store().setSearchText(QStringLiteral("nothing of the kind"));
+    store().selectWindow(1);
+    EXPECT_EQ(state(), State::on(TargetSelection::unassigned()));
+    store().setSearchText({});
+    store().setHidingGoalsWithoutOpenTodos(true);
+    store().selectWindow(1);
+    EXPECT_EQ(state(), State::on(TargetSelection::unassigned()));
+    makeTodo(a);
+    store().selectWindow(1);
+    EXPECT_EQ(state(), State::inside(TargetSelection::goal(a), 1));
+}
+
 TEST_F(NavigationOperations, Clearing_returns_to_idle_once)
 {
     makeGoal();

@@ -220,7 +220,7 @@ Item {
         }
         function test_return_on_a_card_switches_to_its_window() {
             tryVerify(() => card("Report") !== null);
-            card("Report").forceActiveFocus();
+            card("Report").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Return);
             tryVerify(() => card("Report")?.isSelected ?? false);
             world.runPending();

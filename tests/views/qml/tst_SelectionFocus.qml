@@ -1,0 +1,178 @@
+import QtQuick
+import QtTest
+import Kelpa
+
+Item {
+    id: root
+
+    width: 1100
+    height: 700
+
+    SearchField {
+        id: search
+
+        label: "Search"
+        clearLabel: "Clear"
+    }
+    IconButton {
+        id: button
+
+        anchors.left: search.right
+        symbol: "plus"
+        text: "Button"
+    }
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        anchors.topMargin: 50
+        board: world.board
+    }
+
+    TestCase {
+        name: "SelectionFocus"
+        when: windowShown
+
+        /// Everything below `item` for which `accepts` holds.
+        function all(item, accepts) {
+            let found = accepts(item) ? [item] : [];
+            for (let i = 0; i < item.children.length; ++i)
+                found = found.concat(all(item.children[i], accepts));
+            return found;
+        }
+        function only(found) {
+            return found.length === 1 ? found[0] : null;
+        }
+        function holder() {
+            return root.Window.activeFocusItem;
+        }
+        function column(title) {
+            return only(all(board, item => item instanceof GoalColumn && item.title === title));
+        }
+        function card(title) {
+            return only(all(board, item => item instanceof WindowCard && item.visible
+                                           && item.title === title));
+        }
+        function isMoving() {
+            return board.isMoving || all(board, item => item instanceof WaterfallView
+                                                        && item.isMoving).length > 0;
+        }
+        function menuItems() {
+            return all(root.parent, item => item instanceof AppMenuItem && item.visible);
+        }
+
+        function initTestCase() {
+            world.board.createGoal("First");
+            world.board.createGoal("Second");
+            world.addWindow(7, "Report");
+            world.addWindow(8, "Letter");
+            world.board.moveWindow(8, world.columnOfGoal("First"));
+            tryVerify(() => card("Report") !== null && card("Letter") !== null);
+        }
+        function init() {
+            world.clearSelection();
+            search.forceActiveFocus();
+            search.focus = false;
+            search.clear();
+            tryVerify(() => !isMoving());
+        }
+
+        function test_the_focus_follows_the_selection() {
+            world.moveSelection(1);
+            tryVerify(() => holder() instanceof UnifiedTodoColumn);
+            world.moveSelection(1);
+            tryVerify(() => holder() === column("Unsorted"));
+            world.board.selectWindow(8);
+            tryVerify(() => holder() === card("Letter"));
+            verify(!card("Letter").visualFocus);
+            world.leaveWindows();
+            tryVerify(() => holder() === column("First"));
+        }
+        function test_the_focus_comes_to_a_card_that_was_out_of_sight() {
+            for (let id = 101; id <= 130; ++id) {
+                world.addWindow(id, "Window " + id);
+                world.board.moveWindow(id, world.columnOfGoal("Second"));
+            }
+            tryVerify(() => !isMoving());
+            verify(card("Window 130") === null);
+            world.board.selectWindow(130);
+            tryVerify(() => holder() !== null && holder() === card("Window 130"));
+            for (let id = 101; id <= 130; ++id)
+                world.removeWindow(id);
+        }
+        function test_what_is_typed_is_not_interrupted() {
+            search.forceActiveFocus();
+            world.moveSelection(1);
+            tryVerify(() => world.board.todos.isUnifiedSelected && !isMoving());
+            verify(search.activeFocus);
+            // Until the field is left.
+            search.focus = false;
+            tryVerify(() => holder() instanceof UnifiedTodoColumn);
+        }
+        function test_a_button_that_Tab_reached_keeps_the_focus() {
+            button.forceActiveFocus(Qt.TabFocusReason);
+            world.moveSelection(1);
+            tryVerify(() => world.board.todos.isUnifiedSelected && !isMoving());
+            verify(button.activeFocus);
+            button.focus = false;
+        }
+        function test_without_a_selection_nobody_takes_the_focus() {
+            world.moveSelection(1);
+            tryVerify(() => holder() instanceof UnifiedTodoColumn);
+            world.clearSelection();
+            search.forceActiveFocus();
+            search.focus = false;
+            wait(0);
+            tryVerify(() => !isMoving());
+            verify(!(holder() instanceof UnifiedTodoColumn));
+        }
+        function test_Tab_selects_the_card_that_it_comes_to() {
+            world.moveSelection(1);
+            tryVerify(() => holder() instanceof UnifiedTodoColumn);
+            card("Letter").forceActiveFocus(Qt.TabFocusReason);
+            compare(world.selectedGoal(), "First");
+            verify(card("Letter").isSelected);
+            tryVerify(() => !isMoving());
+            verify(card("Letter").visualFocus);
+        }
+        function test_the_card_that_the_arrows_have_selected_leaves_Return_alone() {
+            world.board.selectWindow(8);
+            tryVerify(() => holder() === card("Letter"));
+            const before = world.calls().length;
+            keyClick(Qt.Key_Return);
+            world.runPending();
+            verify(!world.calls().slice(before).includes("raise Letter"));
+        }
+        function test_a_selected_window_has_its_menu() {
+            world.board.selectWindow(8);
+            world.board.selectionMenuRequested();
+            tryVerify(() => menuItems().some(item => item.text === "Unsorted"));
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            tryVerify(() => holder() === card("Letter"));
+        }
+        function test_a_selected_goal_has_its_menu() {
+            world.board.todos.goToColumn(world.columnOfGoal("Second"));
+            world.board.selectionMenuRequested();
+            tryVerify(() => menuItems().some(item => item.text === "Rename goal"));
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            tryVerify(() => holder() === column("Second"));
+        }
+        function test_what_belongs_to_no_goal_has_no_menu() {
+            world.moveSelection(1);
+            world.moveSelection(1);
+            world.board.selectionMenuRequested();
+            tryVerify(() => holder() === column("Unsorted"));
+            compare(menuItems().length, 0);
+        }
+        function test_the_field_for_a_todo_keeps_the_focus_and_gives_it_back() {
+            world.board.todos.requestEditor(world.columnOfGoal("First"));
+            tryVerify(() => holder() instanceof TextInputField);
+            tryVerify(() => !isMoving());
+            verify(holder() instanceof TextInputField);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => holder() === column("First"));
+        }
+    }
+}
