@@ -11,8 +11,10 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace kelpa::x11 {
 
@@ -21,6 +23,7 @@ namespace {
 using InputVersionReply = XcbReply<xcb_input_xi_query_version, xcb_input_xi_query_version_reply>;
 using KeyboardExtensionReply = XcbReply<xcb_xkb_use_extension, xcb_xkb_use_extension_reply>;
 using OutputVersionReply = XcbReply<xcb_randr_query_version, xcb_randr_query_version_reply>;
+using OutputReply = XcbReply<xcb_randr_get_output_info, xcb_randr_get_output_info_reply>;
 using ScreenReply =
     XcbReply<xcb_randr_get_screen_resources_current, xcb_randr_get_screen_resources_current_reply>;
 using SymbolsReply = XcbReply<xcb_get_keyboard_mapping, xcb_get_keyboard_mapping_reply>;
@@ -61,11 +64,23 @@ bool isPartOfWayland(XcbConnection& connection)
     const auto* const resources = screen.get();
     if (!resources)
         return false;
-    const std::string_view names(
-        static_cast<const char*>(
-            static_cast<const void*>(xcb_randr_get_screen_resources_current_names(resources))),
-        static_cast<std::size_t>(xcb_randr_get_screen_resources_current_names_length(resources)));
-    return names.find(name) != std::string_view::npos;
+    const xcb_randr_output_t* const outputIDs =
+        xcb_randr_get_screen_resources_current_outputs(resources);
+    const int count = xcb_randr_get_screen_resources_current_outputs_length(resources);
+    std::vector<OutputReply> infos;
+    infos.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        infos.emplace_back(connection, outputIDs[i], resources->config_timestamp);
+    return std::ranges::any_of(infos, [name](OutputReply& reply) {
+        const auto* const info = reply.get();
+        if (!info)
+            return false;
+        const void* const text = xcb_randr_get_output_info_name(info);
+        return std::string_view(
+                   static_cast<const char*>(text),
+                   static_cast<std::size_t>(xcb_randr_get_output_info_name_length(info)))
+            .starts_with(name);
+    });
 }
 
 /// Of the master devices, which gather what all keyboards and all simulated ones do; of each device
