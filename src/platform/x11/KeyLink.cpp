@@ -66,8 +66,10 @@ bool isPartOfWayland(XcbConnection& connection)
         return false;
     const xcb_randr_output_t* const outputIDs =
         xcb_randr_get_screen_resources_current_outputs(resources);
+    const int count = xcb_randr_get_screen_resources_current_outputs_length(resources);
     std::vector<OutputReply> infos;
-    for (int i = 0; i < xcb_randr_get_screen_resources_current_outputs_length(resources); ++i)
+    infos.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
         infos.emplace_back(connection, outputIDs[i], resources->config_timestamp);
     return std::ranges::any_of(infos, [name](OutputReply& reply) {
         const auto* const info = reply.get();
