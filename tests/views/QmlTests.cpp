@@ -135,6 +135,15 @@ public:
         QInputMethodEvent event(text, {});
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
+    /// A key that is held: what the window system sends again and again.
+    Q_INVOKABLE void repeatKey(QQuickItem* item, int key)
+    {
+        for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+            QKeyEvent event(type, key, Qt::NoModifier, {}, true);
+            QCoreApplication::sendEvent(item->window(), &event);
+        }
+    }
+    Q_INVOKABLE void offerDoubleTap() { m_controller.setDoubleTapOffered(true); }
     Q_INVOKABLE void clearSelection() { m_store.clearTargetSelection(); }
     /// What one press of an arrow key does while a target is selected.
     Q_INVOKABLE void moveSelection(int key)
