@@ -1,6 +1,7 @@
 // Taking back what was done on the board, and doing it again.
 
 #include "store/BoardPersistence.h"
+#include "store/ChangedTarget.h"
 #include "store/GoalOrder.h"
 #include "store/WindowStore.h"
 
@@ -30,7 +31,11 @@ void WindowStore::restore(BoardVersion board)
     std::vector<SettingsEntry> settings;
     if (publish(m_isAutoSortingGoals, board.isAutoSortingGoals, Field::isAutoSortingGoals))
         settings.push_back({autoSortingGoalsKey, board.isAutoSortingGoals});
+    const BoardContents before = version().contents;
     showContents(std::move(board.contents));
+    // What came back may be far from where the person is.
+    if (const auto changed = changedTarget(before, version().contents))
+        activateTarget(*changed, EnterWindowLayer::no);
     withdrawUndoOffer();
     saveState(std::move(settings));
     publishHistory();

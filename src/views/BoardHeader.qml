@@ -124,14 +124,16 @@ Item {
     Item {
         id: hints
 
-        readonly property real room: width - Theme.huge
+        /// Whether there is room for both beside each other.
+        readonly property bool isOneLine: !doubleTapHint.visible
+            || keyboardHint.implicitWidth + doubleTapHint.implicitWidth <= width - Theme.huge
 
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: subtitle.bottom
         anchors.leftMargin: Theme.boardMargin
         anchors.rightMargin: Theme.boardMargin
-        height: 24
+        height: hints.isOneLine ? 24 : 24 + doubleTapHint.height
 
         AppText {
             id: keyboardHint
@@ -144,14 +146,16 @@ Item {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
-        // Where both do not fit, the keys of the board are what a person looks for.
         AppText {
-            anchors.right: parent.right
+            id: doubleTapHint
+
+            x: hints.isOneLine ? parent.width - width : 0
+            y: hints.isOneLine ? 0 : keyboardHint.height
+            width: Math.min(implicitWidth, parent.width)
             text: root.board.copy.text(CopyKey.DoubleTapHint)
             font: Theme.caption
             color: Theme.secondaryText
             visible: root.board.isDoubleTapOffered
-                && keyboardHint.implicitWidth + implicitWidth <= hints.room
             Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
             Accessible.name: text

@@ -64,8 +64,6 @@ Sheet {
             width: parent.width
             label: root.fieldLabel
             placeholderText: root.placeholder
-            // Without a limit: a title that is renamed keeps its length.
-            maximumLength: 2147483647
             onCommitted: root.confirm()
             onCancelled: root.close()
         }

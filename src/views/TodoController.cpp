@@ -278,6 +278,13 @@ QString TodoController::dragText(const QString& todoID, const QString& columnID)
     return place ? TodoDragPayload{place->goalID, place->todoID}.encodedValue() : QString();
 }
 
+/// A todo that has been deleted or moved while it is being dragged is not there any more.
+bool TodoController::isThere(const QString& text) const
+{
+    const std::optional<TodoDragPayload> dragged = TodoDragPayload::fromEncodedValue(text);
+    return dragged && hasTodo({dragged->todoID, dragged->sourceGoalID});
+}
+
 bool TodoController::isTodoDrag(const QString& text) const
 {
     return TodoDragPayload::fromEncodedValue(text).has_value();
@@ -288,14 +295,14 @@ bool TodoController::canDropOnRow(const QString& text, const QString& listID,
 {
     const std::optional<TodoList> list = todoListFromText(listID);
     const std::optional<TodoID> target = TodoID::fromText(todoID);
-    return list && target && todoRowDrop(text, *list, *target).isAccepted;
+    return list && target && isThere(text) && todoRowDrop(text, *list, *target).isAccepted;
 }
 
 bool TodoController::dropOnRow(const QString& text, const QString& listID, const QString& todoID)
 {
     const std::optional<TodoList> list = todoListFromText(listID);
     const std::optional<TodoID> target = TodoID::fromText(todoID);
-    if (!list || !target)
+    if (!list || !target || !isThere(text))
         return false;
     const TodoRowDrop drop = todoRowDrop(text, *list, *target);
     if (drop.movedTodoID)

@@ -116,6 +116,7 @@ private:
     /// Null for none. Until the store changes.
     const TodoItem* todoAt(const TodoPlace& place) const;
     bool hasTodo(const TodoPlace& place) const;
+    bool isThere(const QString& text) const;
     std::optional<TodoMove> moveFromTexts(const QString& todoID, const QString& listID,
                                           int step) const;
     void highlight(std::optional<TodoPlace> place);

@@ -13,6 +13,9 @@ AppMenu {
     property string columnID
     /// The list in whose row the menu opens.
     property string listID
+    /// That row, which may go meanwhile; and whether the keyboard was in it.
+    property TodoRow row: null
+    property bool isByKeyboard: false
 
     /// Opens it for a todo of a column, as the row of a list shows it.
     function ask(todoID: string, columnID: string, row: TodoRow, owner: Item,
@@ -26,10 +29,6 @@ AppMenu {
         items.active = true;
         root.popup(owner, position.x, position.y);
     }
-
-    /// The row over which it opens, which may go meanwhile; and whether the keyboard was in it.
-    property TodoRow row: null
-    property bool isByKeyboard: false
 
     /// What follows may take the row away, and the keyboard is to go on from there.
     function giveKeyboardBack(): void {

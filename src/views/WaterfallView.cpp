@@ -24,6 +24,9 @@ WaterfallView::WaterfallView(QQuickItem* parent) : QQuickItem(parent), m_items(*
 {
     m_motion.setStartValue(0.0);
     m_motion.setEndValue(1.0);
+    // A spring of a response of 0.18 s and a damping of 0.86 swings past its end by less than a
+    // hundredth of the way and rests after 0.2 s: on the rows of a list nobody can tell it from
+    // this curve, which every other motion of the board has too.
     m_motion.setEasingCurve(QEasingCurve::OutCubic);
     connect(&m_motion, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& value) { advance(value.toDouble()); });

@@ -72,6 +72,48 @@ def _typed(kelpa):
     return field and field.text()
 
 
+def after_an_edit_by_mouse_the_keys_are_the_boards_again(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One"]), ("Work", ["Two"])], is_auto_sorting=False)
+    desktop.start_xterm("Terminal")
+    desktop.wait_for_window("Terminal")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_card(boards.UNSORTED, "Terminal")
+        kelpa.click(*kelpa.todo_node("Home", "One"))
+        wait_until("the title can be typed", kelpa.board.focused_field)
+        desktop.type("Three")
+        desktop.key("Return")
+        wait_until("the title is no longer typed", lambda: not kelpa.board.focused_field())
+        kelpa.wait_for_todos("Home", [("Three", TODO)])
+
+        # Space and Escape enter and leave the column that is chosen by a click.
+        desktop.click(*kelpa.head(boards.UNSORTED))
+        wait_until("the column is chosen", lambda: kelpa.board.selected_column() == boards.UNSORTED)
+        desktop.key("space")
+        wait_until("the card is chosen", lambda: kelpa.board.selected_card() == "Terminal")
+        desktop.key("Escape")
+        wait_until("no card is chosen", lambda: kelpa.board.selected_card() is None)
+
+        # Return is for a new todo of the goal that is chosen, not for the one that was edited.
+        desktop.click(*kelpa.head("Work"))
+        wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == "Work")
+        desktop.key("Return")
+        wait_until("a todo can be typed", kelpa.board.focused_field)
+        assert kelpa.board.focused_field().text() == ""
+        desktop.type("Four")
+        desktop.key("Return", "Escape")
+        kelpa.wait_for_todos("Work", [("Two", TODO), ("Four", TODO)])
+
+        # A click elsewhere keeps what was written.
+        kelpa.click(*kelpa.todo_node("Home", "Three"))
+        wait_until("the title can be typed", kelpa.board.focused_field)
+        desktop.type("Five")
+        desktop.click(*kelpa.head("Work"))
+        kelpa.wait_for_todos("Home", [("Five", TODO)])
+        kelpa.check_stored(path)
+
+
 def todos_are_moved_by_mouse_within_a_goal_and_to_another(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["One", "Two", "Three"]), ("Work", ["Four"])],

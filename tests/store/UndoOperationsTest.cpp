@@ -196,6 +196,20 @@ TEST_F(UndoOperations, The_selection_and_the_open_field_leave_a_goal_that_undo_t
                                                  {QStringLiteral("canRedo"), 1}}));
 }
 
+TEST_F(UndoOperations, What_comes_back_or_changes_is_selected_and_so_brought_into_view)
+{
+    const GoalID a = makeGoal(QStringLiteral("A"));
+    const TodoID todo = makeTodo(a);
+    const GoalID b = makeGoal(QStringLiteral("B"));
+    store().deleteTodo(todo, a);
+    store().activateTarget(TargetSelection::goal(b), Enter::no);
+    store().undo();
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::goal(a)));
+    store().deleteGoal(b);
+    store().undo();
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::goal(b)));
+}
+
 TEST_F(UndoOperations, The_selection_leaves_a_goal_that_undo_hides)
 {
     const GoalID a = makeGoal(QStringLiteral("A"));

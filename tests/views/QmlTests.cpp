@@ -137,12 +137,13 @@ public:
         QInputMethodEvent event(text, {});
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
-    /// As the left or right arrow key does.
-    Q_INVOKABLE void moveSelection(int step)
+    /// A key that is held: what the window system sends again and again.
+    Q_INVOKABLE void repeatKey(QQuickItem* item, int key)
     {
-        const auto direction = step < 0 ? NavigationDirection::left : NavigationDirection::right;
-        m_store.setTargetGridColumnCount(100);
-        m_store.moveTargetSelection(direction);
+        for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+            QKeyEvent event(type, key, Qt::NoModifier, {}, true);
+            QCoreApplication::sendEvent(item->window(), &event);
+        }
     }
     Q_INVOKABLE void leaveWindows() { m_store.returnToTargetSelection(); }
     /// Whether the double tap can be heard.

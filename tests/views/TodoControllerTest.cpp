@@ -120,6 +120,26 @@ TEST_F(Todos, A_todo_dropped_on_a_row_of_the_whole_board_comes_before_it)
     EXPECT_EQ(todos(first).front().order, 1);
 }
 
+TEST_F(Todos, A_todo_that_is_deleted_while_it_is_dragged_is_refused_by_rows)
+{
+    const TodoID last = makeTodo(first, QStringLiteral("Last"));
+    const QString text = todoController().dragText(last.text(), first.text());
+    store().deleteTodo(last, first);
+    for (const QString& list : {first.text(), QString(unifiedTodosText)}) {
+        EXPECT_FALSE(todoController().canDropOnRow(text, list, todo.text()));
+        EXPECT_FALSE(todoController().dropOnRow(text, list, todo.text()));
+    }
+}
+
+TEST_F(Todos, What_is_written_for_a_new_todo_is_kept_by_list)
+{
+    todoController().setDraft(first.text(), QStringLiteral("Buy m"));
+    EXPECT_EQ(todoController().draft(first.text()), u"Buy m");
+    EXPECT_EQ(todoController().draft(second.text()), u"");
+    todoController().setDraft(first.text(), QString());
+    EXPECT_EQ(todoController().draft(first.text()), u"");
+}
+
 TEST_F(Todos, A_request_for_the_editor_is_taken_once_by_the_requested_goal)
 {
     QSignalSpy requests(&todoController(), &TodoController::editorRequested);

@@ -27,8 +27,16 @@ T.Button {
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
     onPressed: tip.dismiss()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    // A key that is held presses the button once.
+    Keys.onReturnPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+    Keys.onEnterPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+    Keys.onReleased: event => event.accepted = event.isAutoRepeat
 
     contentItem: SymbolLabel {
         symbol: root.symbol

@@ -22,7 +22,11 @@ T.TextField {
     placeholderTextColor: Theme.secondaryText
     selectionColor: Theme.accent
     selectedTextColor: Theme.textOnAccent
+    // As a text that is not being written stands, whatever way it is read.
+    horizontalAlignment: TextInput.AlignLeft
     verticalAlignment: TextInput.AlignVCenter
+    // Without a limit: a title that is changed keeps its length.
+    maximumLength: 2147483647
     selectByMouse: true
     Accessible.name: root.label
     // Assistive programs have no Return key.

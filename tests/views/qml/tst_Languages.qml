@@ -136,6 +136,22 @@ Item {
                 checkEveryLanguage(35);
                 checkNothingIsCut();
             }
+            function test_both_hints_are_read_in_every_language_however_narrow_the_window() {
+                world.offerDoubleTap(true);
+                main.width = main.minimumWidth;
+                for (const name of world.board.languageNames) {
+                    setLanguage(name);
+                    const hint = key => shown(item => item instanceof Text
+                                              && item.text === world.board.copy.text(key))[0];
+                    waitForRendering(main.contentItem);
+                    const keys = hint(CopyKey.KeyboardHint);
+                    const tap = hint(CopyKey.DoubleTapHint);
+                    verify(!keys.truncated && !tap.truncated);
+                    verify(tap.x >= keys.x + keys.width || tap.y >= keys.y + keys.height);
+                    verify(tap.y + tap.height <= tap.parent.height);
+                }
+                main.width = 1400;
+            }
             function test_the_permission_banner() {
                 world.denyPermissions();
                 tryVerify(() => shown(item => item instanceof WindowCard).length === 0);

@@ -235,6 +235,46 @@ Item {
             compare(world.todos("First"), ["def (todo)", "Write (ing)"]);
             verify(!hasKeyboard());
         }
+        function test_a_title_stands_at_the_left_also_while_it_is_written() {
+            const title = "\u0634\u0631\u0627\u0621 \u0627\u0644\u062d\u0644\u064a\u0628";
+            const first = column("First");
+            show(first, "First", [title]);
+            const text = all(row(first, title), item => item instanceof AppText
+                                                        && item.text === title)[0];
+            compare(text.effectiveHorizontalAlignment, Text.AlignLeft);
+            mouseClick(row(first, title), 60, 17);
+            tryVerify(() => field(first) !== null);
+            compare(field(first).effectiveHorizontalAlignment, TextInput.AlignLeft);
+            keyClick(Qt.Key_Escape);
+        }
+        function test_a_title_keeps_its_length_when_it_is_edited() {
+            const first = column("First");
+            const title = "x".repeat(40000);
+            show(first, "First", [title]);
+            mouseClick(row(first, title), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            compare(field(first).length, 40000);
+            keyClick(Qt.Key_End);
+            type("y");
+            keyClick(Qt.Key_Return);
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First")[0].length, 40001 + " (todo)".length);
+        }
+        function test_a_key_that_is_held_presses_a_button_once() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            for (const key of [Qt.Key_Return, Qt.Key_Space]) {
+                const before = world.todos("First")[0];
+                button(first, before === "Read (todo)" ? "circle" : "contrast")
+                    .forceActiveFocus(Qt.TabFocusReason);
+                keyPress(key);
+                for (let i = 0; i < 5; ++i)
+                    world.repeatKey(board, key);
+                keyRelease(key);
+                compare(world.todos("First")[0],
+                        before === "Read (todo)" ? "Read (ing)" : "Read (completed)");
+            }
+        }
         function test_a_blank_title_is_not_kept() {
             const first = column("First");
             show(first, "First", ["Read"]);
