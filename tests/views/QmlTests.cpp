@@ -137,13 +137,6 @@ public:
         QInputMethodEvent event(text, {});
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
-    /// As the left or right arrow key does.
-    Q_INVOKABLE void moveSelection(int step)
-    {
-        const auto direction = step < 0 ? NavigationDirection::left : NavigationDirection::right;
-        m_store.setTargetGridColumnCount(100);
-        m_store.moveTargetSelection(direction);
-    }
     Q_INVOKABLE void leaveWindows() { m_store.returnToTargetSelection(); }
     /// Whether the double tap can be heard.
     Q_INVOKABLE void offerDoubleTap(bool isOffered) { m_controller.setDoubleTapOffered(isOffered); }
