@@ -193,7 +193,6 @@ FocusableItem {
     }
     FocusRing {
         control: root
-        isShown: root.visualFocus
         radius: Theme.cardRadius + 2
         isShown: root.isSelected || root.activeFocus
     }

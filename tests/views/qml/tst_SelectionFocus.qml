@@ -78,9 +78,9 @@ Item {
         }
 
         function test_the_focus_follows_the_selection() {
-            world.moveSelection(1);
+            world.moveSelection(Qt.Key_Right);
             tryVerify(() => holder() instanceof UnifiedTodoColumn);
-            world.moveSelection(1);
+            world.moveSelection(Qt.Key_Right);
             tryVerify(() => holder() === column("Unsorted"));
             world.board.selectWindow(8);
             tryVerify(() => holder() === card("Letter"));
@@ -102,7 +102,7 @@ Item {
         }
         function test_what_is_typed_is_not_interrupted() {
             search.forceActiveFocus();
-            world.moveSelection(1);
+            world.moveSelection(Qt.Key_Right);
             tryVerify(() => world.board.todos.isUnifiedSelected && !isMoving());
             verify(search.activeFocus);
             // Until the field is left.
@@ -111,13 +111,13 @@ Item {
         }
         function test_a_button_that_Tab_reached_keeps_the_focus() {
             button.forceActiveFocus(Qt.TabFocusReason);
-            world.moveSelection(1);
+            world.moveSelection(Qt.Key_Right);
             tryVerify(() => world.board.todos.isUnifiedSelected && !isMoving());
             verify(button.activeFocus);
             button.focus = false;
         }
         function test_without_a_selection_nobody_takes_the_focus() {
-            world.moveSelection(1);
+            world.moveSelection(Qt.Key_Right);
             tryVerify(() => holder() instanceof UnifiedTodoColumn);
             world.clearSelection();
             search.forceActiveFocus();
@@ -127,7 +127,7 @@ Item {
             verify(!(holder() instanceof UnifiedTodoColumn));
         }
         function test_Tab_selects_the_card_that_it_comes_to() {
-            world.moveSelection(1);
+            world.moveSelection(Qt.Key_Right);
             tryVerify(() => holder() instanceof UnifiedTodoColumn);
             card("Letter").forceActiveFocus(Qt.TabFocusReason);
             compare(world.selectedGoal(), "First");
@@ -160,8 +160,8 @@ Item {
             tryVerify(() => holder() === column("Second"));
         }
         function test_what_belongs_to_no_goal_has_no_menu() {
-            world.moveSelection(1);
-            world.moveSelection(1);
+            world.moveSelection(Qt.Key_Right);
+            world.moveSelection(Qt.Key_Right);
             world.board.selectionMenuRequested();
             tryVerify(() => holder() === column("Unsorted"));
             compare(menuItems().length, 0);
