@@ -4,6 +4,7 @@
 #include "support/StoreFixture.h"
 #include "views/GoalListModel.h"
 
+#include <QRegularExpression>
 #include <QSignalSpy>
 
 namespace kelpa::test {
@@ -332,12 +333,12 @@ TEST_F(Controller, A_goal_opens_and_shows_windows)
     desktop.calls.clear();
     controller->openChrome(first.text());
     scheduler.advance(0ms);
-    EXPECT_EQ(desktop.calls.filter(QStringLiteral("launch")),
+    EXPECT_EQ(desktop.calls.filter(QRegularExpression(QStringLiteral("^launch"))),
               QStringList{QStringLiteral("launch chrome")});
     desktop.calls.clear();
     controller->openTerminal(first.text());
     scheduler.advance(0ms);
-    EXPECT_EQ(desktop.calls.filter(QStringLiteral("launch")),
+    EXPECT_EQ(desktop.calls.filter(QRegularExpression(QStringLiteral("^launch"))),
               QStringList{QStringLiteral("launch terminal")});
     desktop.calls.clear();
     controller->showAllWindows(first.text());
