@@ -4,6 +4,7 @@
 
 #include "platform/x11/ShmSegment.h"
 #include "support/desktop/X11Desktop.h"
+#include "windows/PreviewRotation.h"
 
 #include <xcb/composite.h>
 
@@ -24,7 +25,8 @@ using test::TestClient;
 
 constexpr std::uint16_t width = 1920;
 constexpr std::uint16_t height = 1080;
-constexpr int longestSide = 720;
+constexpr int longestSide = previewPixelsLongestSide;
+constexpr QSize scaledSize{360, 203};
 constexpr int runs = 51;
 constexpr int programRuns = 7;
 
@@ -144,7 +146,7 @@ Times bareRead(const Desktop& desktop, xcb_window_t window, bool isScaled)
         if (isScaled) {
             const auto* pixels = static_cast<const uchar*>(segment->data());
             const QImage image(pixels, width, height, qsizetype{4} * width, QImage::Format_RGB32);
-            require(image.scaled(720, 405, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+            require(image.scaled(scaledSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                         .pixelColor(1, 1)
                         .isValid(),
                     "no scaled read");
@@ -173,7 +175,7 @@ void printTimes(Desktop& desktop)
     const xcb_window_t window = desktop.open("large", width, height);
     draw(desktop.client(), window, 1);
     const WindowID id = desktop.numbers().at(QStringLiteral("large"));
-    require(desktop.settled(id).image.size() == QSize(720, 405), "another size");
+    require(desktop.settled(id).image.size() == scaledSize, "another size");
     const Times bare = bareRead(desktop, window, false);
     const Times scaled = bareRead(desktop, window, true);
     const Times captured = timed(runs, [&] { desktop.capture(id, CaptureNeed::always); });
@@ -188,8 +190,8 @@ void printTimes(Desktop& desktop)
                                         QStringLiteral("-silent"), QStringLiteral("-id"), number});
     std::printf("%-58s %9s %9s %8s\n", "A window of 1920x1080", "median ms", "90% ms", "to bare");
     print("bare read of all pixels through shared memory", bare, bare.median);
-    print("the same, then scaled to 720x405 by QImage", scaled, bare.median);
-    print("captureWindow: named, scaled to 720x405, read, checked", captured, bare.median);
+    print("the same, then scaled to 360x203 by QImage", scaled, bare.median);
+    print("captureWindow: named, scaled to 360x203, read, checked", captured, bare.median);
     print("captureWindow: unchanged since the last capture", unchanged, bare.median);
     print("import -window ID ppm:/dev/null", import, bare.median);
     print("xwd -id ID > /dev/null", dump, bare.median);
@@ -214,7 +216,7 @@ void printMany(Desktop& desktop)
     }
     const double before = residentMegabytes();
     std::vector<WindowCapture> held;
-    const double each = 720.0 * 450 * 4 / 1e6;
+    const double each = 360.0 * 225 * 4 / 1e6;
     std::printf("\n%-58s %9s %9s %8s\n", "Private memory above that without pictures", "MB",
                 "pixels MB", "ratio");
     for (const std::size_t count : {std::size_t{50}, std::size_t{most}}) {

@@ -48,7 +48,7 @@ void WindowStore::refreshPreviews(Date now)
         m_previews.contains(window) && !m_unappliedCaptures.contains(window);
     const CaptureNeed need = isLastPictureShown ? CaptureNeed::ifChanged : CaptureNeed::always;
     m_unappliedCaptures.insert(window);
-    const CaptureRequest request{window, previewLongestSide, need,
+    const CaptureRequest request{window, previewPixelsLongestSide, need,
                                  windowsOfNextTurns(turn, m_windows)};
     m_previewTask = m_scheduler.inBackground(
         [request, &server = m_platform.windowServer](const std::stop_token& stop) {

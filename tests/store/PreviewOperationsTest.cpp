@@ -45,6 +45,16 @@ TEST_F(PreviewOperations, Windows_take_turns_one_a_tick)
     EXPECT_EQ(store().previews().size(), 3);
 }
 
+TEST_F(PreviewOperations, A_picture_has_fewer_pixels_than_the_points_it_may_be_shown_in)
+{
+    addWindows(1);
+    desktop.captureSizes = {{1, QSize(1440, 900)}};
+    tick();
+    EXPECT_EQ(store().previews().value(1).displaySize, QSizeF(720, 450));
+    EXPECT_EQ(store().previews().value(1).image.size(), QSize(360, 225));
+    EXPECT_EQ(store().previews().value(1).image.sizeInBytes(), 360 * 225 * 4);
+}
+
 TEST_F(PreviewOperations, Only_listed_windows_are_announced_for_capture_in_the_order_of_their_turns)
 {
     desktop.addWindow(6, FakeDesktop::ownProcess, QStringLiteral("Kelpa's own"));
