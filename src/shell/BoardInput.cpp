@@ -183,11 +183,14 @@ void BoardInput::carryOut(const BoardCommand& command)
 
 void BoardInput::resignFocus()
 {
-    // From a part, the focus goes to what it stands in, which is not the board yet.
+    // From a part, the focus goes to what it stands in, which is not the board yet. A sheet keeps
+    // it: Escape is to close that.
     const QQuickItem* before = nullptr;
     QQuickItem* item = m_window.activeFocusItem();
     while (item != nullptr && item != before && item != m_window.contentItem()) {
         item->setFocus(false);
+        if (isInPopup(item))
+            return;
         before = item;
         item = m_window.activeFocusItem();
     }

@@ -28,7 +28,8 @@ SHOW_ALL_WINDOWS = "Show all windows in this goal"
 DELETE_GOAL = "Delete goal"
 CLOSE_PROCESS = "Close this app process"
 PREVIEW = "Window preview"
-_CARD_HELP = "Click to switch to the window; drag to another goal"
+# In the languages that scenarios look for cards in; the second is that of a board without settings.
+_CARD_HELP = ("Click to switch to the window; drag to another goal", "单击切换到窗口；拖动到其他目标")
 _MINIMISED = "Window is minimized"
 MOVE_TO_GOAL = "Move to goal"
 DELETE_TODO = "Delete todo"

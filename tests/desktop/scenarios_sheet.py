@@ -76,5 +76,7 @@ def windows_are_chosen_in_a_sheet_by_mouse_and_by_keyboard(desktop, binary):
         wait_until("the sheet says why nothing was moved", lambda: board.has_text(
             "The window list changed. Please select again."))
         desktop.key("Escape")
+        wait_until("the sheet is gone", lambda: list(board.columns()) == [
+            boards.ALL_TODOS, boards.UNSORTED, "Home", "Work"])
         places(Beta="Work", Gamma="Work")
         kelpa.check_stored(path)
