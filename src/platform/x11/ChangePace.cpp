@@ -73,8 +73,8 @@ void ChangePace::restFromLooks(std::uint32_t window)
 }
 
 /// `rested` is called when the rest is over, `calmed` when a pause has followed it.
-void ChangePace::rest(Row& row, const Limits& limits, std::function<void()> rested,
-                      std::function<void()> calmed)
+void ChangePace::rest(Row& row, const Limits& limits, const std::function<void()>& rested,
+                      const std::function<void()>& calmed)
 {
     const Duration time = std::max(row.nextRest, limits.first);
     row.nextRest = std::min(2 * time, limits.longest);

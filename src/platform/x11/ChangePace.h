@@ -65,8 +65,8 @@ private:
         TaskHandle calming;
     };
 
-    void rest(Row& row, const Limits& limits, std::function<void()> rested,
-              std::function<void()> calmed);
+    void rest(Row& row, const Limits& limits, const std::function<void()>& rested,
+              const std::function<void()>& calmed);
     void restFromLooks(std::uint32_t window);
     void gather();
     void announce();

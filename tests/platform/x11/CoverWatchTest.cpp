@@ -153,6 +153,7 @@ TEST_F(WatchedWindow, Is_told_of_while_windows_are_captured_which_its_own_are_no
         const std::vector<WindowListEntry> entries = look(*windowServer);
         const auto entry = entryNamed(entries, QStringLiteral("left"));
         std::vector<WindowID> next;
+        next.reserve(entries.size());
         for (const WindowListEntry& each : entries) {
             next.push_back(each.number.value_or(0));
         }
