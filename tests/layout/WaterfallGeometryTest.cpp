@@ -151,7 +151,10 @@ TEST(WaterfallGeometry, A_pass_after_any_changes_places_as_one_from_the_start)
             ASSERT_EQ(geometry.frame(i), expected.frames.at(i)) << step << " at " << i;
         const auto top = static_cast<double>(below(4000)) - 200;
         const double bottom = top + static_cast<double>(below(900));
-        ASSERT_EQ(geometry.between(top, bottom), reaching(expected, top, bottom))
+        const QList<qsizetype> found = geometry.between(top, bottom);
+        const QList<qsizetype> wanted = reaching(expected, top, bottom);
+        // Two lists without anything are compared byte by byte where neither has any.
+        ASSERT_TRUE(wanted.isEmpty() ? found.isEmpty() : found == wanted)
             << step << " between " << top << " and " << bottom;
     }
 }
