@@ -14,13 +14,13 @@ QImage roundedPicture(const QImage& image, QSize size, qreal radius)
     QImage picture(size, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    // Interpolated but not averaged: every card that scrolls into view has its picture made while
-    // the main thread waits.
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath outline;
     outline.addRoundedRect(picture.rect(), radius, radius);
     painter.setClipPath(outline);
-    painter.drawImage(picture.rect(), image);
+    // Averaged, so that lines of one pixel stay: pictures are kept small enough for that to take
+    // no time that is seen, while the main thread waits.
+    painter.drawImage(0, 0, image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     return picture;
 }
 
