@@ -75,6 +75,8 @@ def main():
                 return sum(len(column.cards) for column in kelpa.board.columns().values())
 
             wait_until(f"the board shows {count} windows", lambda: cards() >= count, 60)
+            # Out of the way of the cards, which would tell what a click does.
+            desktop.hover(0, 0)
             picture = directory / time.strftime("kelpa-%Y%m%d-%H%M%S.png")
             _take_settled_picture(desktop, picture)
             print(f"Kelpa shows {cards()} windows of {count}: {picture}")
