@@ -43,7 +43,7 @@ std::array<QByteArray, 2> toggledJson(int todoCount)
 }
 
 /// In the folder for temporary files, or in KELPA_BENCH_FOLDER's: what a save costs is a matter of
-/// the disk.
+/// the disk. The last letters are replaced, so that every run has a folder of its own.
 QString folderTemplate()
 {
     return qEnvironmentVariable("KELPA_BENCH_FOLDER", QDir::tempPath()) +

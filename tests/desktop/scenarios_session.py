@@ -9,7 +9,7 @@ import board as boards
 import settings
 from kelpa import Kelpa
 from processes import wait_until
-from scenarios_shell import Typing, await_front, start_kelpa, tap_twice
+from scenarios_shell import Typing, await_front, await_monitor, start_kelpa
 
 
 def _answer(binary, env, *arguments):
@@ -96,17 +96,7 @@ def a_session_bus_that_goes_away_leaves_it_running(desktop, binary):
     terminal = Typing(desktop, "Typist")
     desktop.session_bus.kill()
     desktop.session_bus.wait()
-
-    def comes():
-        terminal.focus()
-        tap_twice(desktop)
-        try:
-            await_front(desktop, kelpa)
-        except AssertionError:
-            return False
-        return True
-
-    wait_until("a double tap brings Kelpa forward", comes, 60)
+    await_monitor(desktop, kelpa, terminal)
     kelpa.quit()
     _check_goals(path, ["Before the bus went"])
 

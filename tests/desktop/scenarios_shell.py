@@ -62,7 +62,7 @@ def start_kelpa(desktop, binary, goals=()):
     return kelpa, path
 
 
-def _await_monitor(desktop, kelpa, terminal):
+def await_monitor(desktop, kelpa, terminal):
     """Until the keys are heard: a double tap brings Kelpa forward."""
     def comes():
         terminal.focus()
@@ -85,7 +85,7 @@ def _sentinel(desktop, terminal, word):
 def _double_taps_bring_it_forward(desktop, binary):
     kelpa, _ = start_kelpa(desktop, binary)
     terminal = Typing(desktop, "Typist")
-    _await_monitor(desktop, kelpa, terminal)
+    await_monitor(desktop, kelpa, terminal)
     for sentence in ("first", "second", "third"):
         terminal.focus()
         desktop.type(sentence + "\n")
@@ -171,7 +171,7 @@ def the_first_window_fills_what_the_panel_leaves_and_the_next_tap_keeps_the_pers
     kelpa, area = _start_beside_panel(desktop, binary)
     wait_until("the frame fills the work area", lambda: _frame(desktop, kelpa) == area)
     placed = _resize(desktop, kelpa, 300, 200, 1000, 700)
-    _await_monitor(desktop, kelpa, Typing(desktop, "Typist"))
+    await_monitor(desktop, kelpa, Typing(desktop, "Typist"))
     if _frame(desktop, kelpa) != placed:
         raise AssertionError(f"{_frame(desktop, kelpa)} is not {placed}")
     kelpa.quit()
@@ -187,7 +187,7 @@ def under_xfwm4_the_first_window_fills_what_the_panel_leaves(desktop, binary):
 def a_window_off_the_screen_comes_back_to_its_middle(desktop, binary):
     kelpa, _ = start_kelpa(desktop, binary)
     _resize(desktop, kelpa, 300, 200, 1000, 700)
-    _await_monitor(desktop, kelpa, Typing(desktop, "Typist"))
+    await_monitor(desktop, kelpa, Typing(desktop, "Typist"))
     # No window manager lets a window leave the screen, but one that starts later may find it there.
     root = desktop.x.screen().root
     manager = desktop.property(root, "_NET_SUPPORTING_WM_CHECK")[0]
@@ -231,7 +231,7 @@ def _frame(desktop, kelpa):
 def a_shortcut_a_slow_tap_or_a_key_between_does_not_bring_kelpa_forward(desktop, binary):
     kelpa, _ = start_kelpa(desktop, binary)
     terminal = Typing(desktop, "Typist")
-    _await_monitor(desktop, kelpa, terminal)
+    await_monitor(desktop, kelpa, terminal)
     super_and_c = ("keydown", "super", "key", "c", "sleep", "0.04", "keyup", "super")
     attempts = {
         "shortcuts": (*super_and_c, *_BETWEEN, *super_and_c),

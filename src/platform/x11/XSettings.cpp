@@ -24,6 +24,7 @@ class Bytes
 public:
     Bytes(QByteArrayView bytes, bool isBigEndian) : m_bytes(bytes), m_isBigEndian(isBigEndian) {}
 
+    /// False, and it stays where it is, when so many bytes are not left.
     bool skip(qsizetype count)
     {
         if (count < 0 || count > m_bytes.size() - m_place)
