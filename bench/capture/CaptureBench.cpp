@@ -25,8 +25,7 @@ using test::TestClient;
 
 constexpr std::uint16_t width = 1920;
 constexpr std::uint16_t height = 1080;
-constexpr int longestSide = previewPixelsLongestSide;
-constexpr QSize scaledSize{360, 203};
+constexpr QSize scaledSize = previewCardSize;
 constexpr int runs = 51;
 constexpr int programRuns = 7;
 
@@ -101,7 +100,7 @@ public:
 
     std::optional<WindowCapture> capture(WindowID id, CaptureNeed need)
     {
-        return m_server->captureWindow({id, longestSide, need}, {});
+        return m_server->captureWindow({id, scaledSize, need}, {});
     }
 
     WindowCapture settled(WindowID id)

@@ -31,8 +31,9 @@ enum class CaptureNeed : std::uint8_t { always, ifChanged };
 struct CaptureRequest
 {
     WindowID window = 0;
-    /// How wide and high the picture may be, in pixels; smaller windows are not enlarged.
-    int longestSide = 0;
+    /// How wide and high the picture may be, in pixels: brought down to that in each direction by
+    /// itself, never up. Who draws it gives it its proportions.
+    QSize largest;
     CaptureNeed need = CaptureNeed::always;
     /// A few windows that will be captured soon, for which the server may get ready meanwhile. It
     /// gets ready for no others.

@@ -17,12 +17,14 @@
 #include "store/TaskGroup.h"
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
+#include "windows/PreviewRotation.h"
 #include "windows/WindowDiscovery.h"
 #include "windows/WindowSearch.h"
 
 #include <QList>
 #include <QObject>
 #include <QSet>
+#include <QSize>
 #include <QString>
 
 #include <bitset>
@@ -168,6 +170,9 @@ public:
     void noteScrollActivity(Date now);
     /// As above, at the scheduler's time.
     void noteScrollActivity();
+    /// In how many pixels a card draws a preview on its screen; at first, in as many as points.
+    /// Windows that have a preview are captured anew as their turns come.
+    void setPreviewPixels(const QSize& pixels);
     /// What a card shows instead of a preview; none when there is one.
     std::optional<QString> previewMessage(const WindowItem& window) const;
     /// Asks the desktop for what is missing, and opens its settings where that is granted.
@@ -362,6 +367,7 @@ private:
     int m_targetGridColumnCount = 1;
 
     qsizetype m_previewCaptureCursor = 0;
+    QSize m_previewPixels = previewCardSize;
     Date m_previewRefreshSuspendedUntil = Date::distantPast();
 
     TaskHandle m_refreshTimer;

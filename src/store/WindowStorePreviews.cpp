@@ -48,7 +48,7 @@ void WindowStore::refreshPreviews(Date now)
         m_previews.contains(window) && !m_unappliedCaptures.contains(window);
     const CaptureNeed need = isLastPictureShown ? CaptureNeed::ifChanged : CaptureNeed::always;
     m_unappliedCaptures.insert(window);
-    const CaptureRequest request{window, previewPixelsLongestSide, need,
+    const CaptureRequest request{window, m_previewPixels, need,
                                  windowsOfNextTurns(turn, m_windows)};
     m_previewTask = m_scheduler.inBackground(
         [request, &server = m_platform.windowServer](const std::stop_token& stop) {
@@ -72,6 +72,15 @@ void WindowStore::finishCapture(WindowID window, const PreviewCaptureBatch& batc
     // A window without a preview is captured whatever was given before.
     m_unappliedCaptures.remove(window);
     m_unappliedCaptures.removeIf([this](WindowID id) { return !m_previews.contains(id); });
+}
+
+void WindowStore::setPreviewPixels(const QSize& pixels)
+{
+    if (pixels == m_previewPixels)
+        return;
+    m_previewPixels = pixels;
+    for (auto preview = m_previews.keyBegin(); preview != m_previews.keyEnd(); ++preview)
+        m_unappliedCaptures.insert(*preview);
 }
 
 bool WindowStore::isPreviewRefreshSuspended(Date now) const

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "layout/BoardMetrics.h"
+#include "windows/PreviewRotation.h"
 
 #include <QObject>
+#include <QSizeF>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
@@ -25,6 +27,8 @@ class BoardMeasures : public QObject
     Q_PROPERTY(double columnRadius READ columnRadius CONSTANT FINAL)
     Q_PROPERTY(double fadeHeight READ fadeHeight CONSTANT FINAL)
     Q_PROPERTY(double windowCardHeight READ cardHeight CONSTANT FINAL)
+    /// Of a window's picture on its card.
+    Q_PROPERTY(QSizeF previewSize READ previewSize CONSTANT FINAL)
 
 public:
     using QObject::QObject;
@@ -38,6 +42,7 @@ public:
     double columnRadius() const { return goalCardCornerRadius; }
     double fadeHeight() const { return goalCardFadeHeight; }
     double cardHeight() const { return windowCardHeight; }
+    QSizeF previewSize() const { return previewCardSize; }
 };
 
 } // namespace kelpa

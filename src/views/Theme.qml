@@ -74,6 +74,7 @@ QtObject {
     readonly property int collapsedCardHeight: BoardMeasures.collapsedCardHeight
     readonly property int fadeHeight: BoardMeasures.fadeHeight
     readonly property int windowCardHeight: BoardMeasures.windowCardHeight
+    readonly property size previewSize: BoardMeasures.previewSize
     readonly property int sheetWidth: 390
     readonly property int controlHeight: 32
     readonly property int symbolSize: 16

@@ -7,6 +7,7 @@
 #include "views/AppIconProvider.h"
 #include "views/BoardController.h"
 #include "views/DesktopAppearance.h"
+#include "views/PreviewDetail.h"
 #include "views/SymbolImageProvider.h"
 #include "views/ViewSettings.h"
 
@@ -93,6 +94,7 @@ bool ViewEngine::show()
     if (board == nullptr)
         return false;
     board->installEventFilter(this);
+    new PreviewDetail(m_parts->store, *board->contentItem());
 
     connect(
         board, &QQuickWindow::frameSwapped, this,

@@ -15,10 +15,9 @@ namespace kelpa {
 /// Longest side of a preview's display size, in points.
 inline constexpr int previewLongestSide = 720;
 
-/// Longest side of the picture that is kept of a window, in pixels. Cards show it 72 points high,
-/// which this covers with three pixels a point for windows up to 16:10 and two up to 5:2, in a
-/// quarter of the memory that as many pixels as points would take.
-inline constexpr int previewPixelsLongestSide = 360;
+/// The size at which a card draws a preview, in points. A picture is kept in as many pixels as that
+/// has on the screen: it is drawn pixel for pixel, and hundreds take little memory.
+inline constexpr QSize previewCardSize{128, 72};
 
 struct PreviewTurn
 {

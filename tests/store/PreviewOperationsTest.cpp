@@ -45,14 +45,40 @@ TEST_F(PreviewOperations, Windows_take_turns_one_a_tick)
     EXPECT_EQ(store().previews().size(), 3);
 }
 
-TEST_F(PreviewOperations, A_picture_has_fewer_pixels_than_the_points_it_may_be_shown_in)
+TEST_F(PreviewOperations, A_picture_has_as_many_pixels_as_a_card_draws_of_it)
 {
     addWindows(1);
     desktop.captureSizes = {{1, QSize(1440, 900)}};
     tick();
     EXPECT_EQ(store().previews().value(1).displaySize, QSizeF(720, 450));
-    EXPECT_EQ(store().previews().value(1).image.size(), QSize(360, 225));
-    EXPECT_EQ(store().previews().value(1).image.sizeInBytes(), 360 * 225 * 4);
+    EXPECT_EQ(store().previews().value(1).image.size(), QSize(128, 72));
+    EXPECT_EQ(store().previews().value(1).image.sizeInBytes(), 128 * 72 * 4);
+}
+
+TEST_F(PreviewOperations, On_a_screen_with_smaller_pixels_all_windows_are_captured_anew)
+{
+    addWindows(2);
+    desktop.captureSizes = {{1, QSize(1440, 900)}, {2, QSize(1440, 900)}};
+    tick();
+    tick();
+    // Neither has changed since.
+    store().setPreviewPixels({256, 144});
+    tick();
+    EXPECT_EQ(store().previews().value(1).image.size(), QSize(256, 144));
+    EXPECT_EQ(store().previews().value(2).image.size(), QSize(128, 72));
+    tick();
+    EXPECT_EQ(store().previews().value(2).image.size(), QSize(256, 144));
+}
+
+TEST_F(PreviewOperations, The_same_screen_again_captures_nothing_anew)
+{
+    addWindows(1);
+    desktop.captureSizes = {{1, QSize(1440, 900)}};
+    tick();
+    const qint64 picture = store().previews().value(1).image.cacheKey();
+    store().setPreviewPixels({128, 72});
+    tick();
+    EXPECT_EQ(store().previews().value(1).image.cacheKey(), picture);
 }
 
 TEST_F(PreviewOperations, Only_listed_windows_are_announced_for_capture_in_the_order_of_their_turns)

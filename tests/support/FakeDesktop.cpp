@@ -178,11 +178,8 @@ std::optional<WindowCapture> FakeDesktop::captureWindow(const CaptureRequest& re
         return std::nullopt;
     if (request.need == CaptureNeed::ifChanged && unchangedWindows.contains(request.window))
         return std::nullopt;
-    const QSize bounded =
-        size->boundedTo(size->scaled(request.longestSide, request.longestSide, Qt::KeepAspectRatio))
-            .expandedTo({1, 1});
     unchangedWindows.insert(request.window);
-    QImage image(bounded, QImage::Format_RGB32);
+    QImage image(size->boundedTo(request.largest), QImage::Format_RGB32);
     image.fill(Qt::red);
     return WindowCapture{image, *size};
 }

@@ -383,7 +383,7 @@ TEST_F(Controller, A_preview_is_shared_with_the_store)
     store().refreshPreviews(scheduler.now());
     scheduler.advance(0ms);
     EXPECT_EQ(controller->preview(7).cacheKey(), store().previews().value(7).image.cacheKey());
-    EXPECT_EQ(controller->preview(7).size(), QSize(360, 270));
+    EXPECT_EQ(controller->preview(7).size(), QSize(128, 72));
 }
 
 TEST_F(Controller, A_goal_moves_by_one_place_while_goals_have_their_own_order)

@@ -44,8 +44,7 @@ public:
         if (!captureSizes.contains(window))
             return std::nullopt;
         const QSize pixels = captureSizes.value(window);
-        QImage image(pixels.scaled(request.longestSide, request.longestSide, Qt::KeepAspectRatio),
-                     QImage::Format_RGB32);
+        QImage image(pixels.scaled(360, 360, Qt::KeepAspectRatio), QImage::Format_RGB32);
         image.fill(QColor::fromHsv(static_cast<int>(window) * 47 % 360, 40, 250));
         QPainter painter(&image);
         painter.fillRect(0, 0, image.width(), 40,

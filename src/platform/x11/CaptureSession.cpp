@@ -67,7 +67,7 @@ bool CaptureSession::isConnected()
 
 std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target,
                                                      const std::vector<CaptureTarget>& next,
-                                                     int longestSide, CaptureNeed need,
+                                                     const QSize& largest, CaptureNeed need,
                                                      const std::stop_token& stop)
 {
     m_kept.handleEvents();
@@ -93,7 +93,7 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
         if (!kept) {
             return std::nullopt;
         }
-        Reading reading = read(target, *kept, longestSide);
+        Reading reading = read(target, *kept, largest);
         m_kept.handleEvents();
         kept = m_kept.find(target.window);
         if (!kept) {
@@ -187,7 +187,7 @@ void CaptureSession::keep(const CaptureTarget& target, const std::optional<Captu
 
 /// Everything in one round trip: the contents as they are expected to be, and whether they were.
 CaptureSession::Reading CaptureSession::read(const CaptureTarget& target, const KeptWindow& kept,
-                                             int longestSide)
+                                             const QSize& largest)
 {
     Reading reading;
     reading.time = Clock::now();
@@ -197,7 +197,7 @@ CaptureSession::Reading CaptureSession::read(const CaptureTarget& target, const 
         return reading;
     }
     reading.pixelSize = subject.content.size();
-    const QSize size = scaledSize(reading.pixelSize, longestSide);
+    const QSize size = reading.pixelSize.boundedTo(largest);
     const bool hasAlpha = format->hasAlpha || subject.isShaped;
     m_reader.reserve(size);
 

@@ -56,8 +56,9 @@ public:
     /// kept only now is given its time to draw itself. `next` are windows that will be captured
     /// soon: they begin to be kept ahead of their turn, so that they have drawn themselves by then.
     std::optional<WindowCapture> capture(const CaptureTarget& target,
-                                         const std::vector<CaptureTarget>& next, int longestSide,
-                                         CaptureNeed need, const std::stop_token& stop);
+                                         const std::vector<CaptureTarget>& next,
+                                         const QSize& largest, CaptureNeed need,
+                                         const std::stop_token& stop);
 
     /// Takes in what the server has said so far; false once the connection is lost.
     bool isConnected();
@@ -77,7 +78,7 @@ private:
                                      const std::vector<CaptureTarget>& next);
     void prepare(const std::vector<CaptureTarget>& targets);
     void keep(const CaptureTarget& target, const std::optional<CaptureSubject>& seen, bool isAhead);
-    Reading read(const CaptureTarget& target, const KeptWindow& kept, int longestSide);
+    Reading read(const CaptureTarget& target, const KeptWindow& kept, const QSize& largest);
     bool isCapturable(const CaptureSubject& subject) const;
     bool accept(const CaptureTarget& target, KeptWindow& kept, const Reading& reading);
 

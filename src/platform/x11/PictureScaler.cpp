@@ -98,14 +98,6 @@ Canvas cutOut(CaptureLink& link, const ServerPicture& from, const SourcePicture&
 
 } // namespace
 
-QSize scaledSize(const QSize& size, int longestSide)
-{
-    const double longest = std::max(size.width(), size.height());
-    const double factor = std::min(longestSide / longest, 1.0);
-    return {std::max(static_cast<int>(std::lround(size.width() * factor)), 1),
-            std::max(static_cast<int>(std::lround(size.height() * factor)), 1)};
-}
-
 std::vector<QSize> scalingSteps(const QSize& from, const QSize& to)
 {
     std::vector<QSize> steps;

@@ -26,10 +26,6 @@ struct SourcePicture
     QPoint shapeOrigin;
 };
 
-/// The size of the picture of a window of `size` pixels: its longer side brought down to
-/// `longestSide`, never up, with at least one pixel in each direction.
-QSize scaledSize(const QSize& size, int longestSide);
-
 /// The sizes through which a picture goes from one size to a smaller one, the last included: each
 /// is at least half of the one before, so that interpolating between four pixels leaves none out.
 std::vector<QSize> scalingSteps(const QSize& from, const QSize& to);

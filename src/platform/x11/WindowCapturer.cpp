@@ -13,12 +13,12 @@ WindowCapturer::~WindowCapturer() = default;
 
 std::optional<WindowCapture> WindowCapturer::capture(const CaptureTarget& target,
                                                      const std::vector<CaptureTarget>& next,
-                                                     int longestSide, CaptureNeed need,
+                                                     const QSize& largest, CaptureNeed need,
                                                      const std::stop_token& stop)
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (stop.stop_requested() || longestSide < 1) {
+    if (stop.stop_requested() || largest.isEmpty()) {
         return std::nullopt;
     }
     if (!m_session || !m_session->isConnected()) {
@@ -27,7 +27,7 @@ std::optional<WindowCapture> WindowCapturer::capture(const CaptureTarget& target
     if (!m_session) {
         return std::nullopt;
     }
-    std::optional<WindowCapture> result = m_session->capture(target, next, longestSide, need, stop);
+    std::optional<WindowCapture> result = m_session->capture(target, next, largest, need, stop);
     // A server that hangs up over shared memory would do so again.
     m_maySharePictures = m_maySharePictures && !m_session->hasFailedToShare();
     return result;

@@ -20,8 +20,9 @@ public:
     /// As CaptureSession::capture. Any thread but the main one; one capture at a time, others
     /// wait.
     std::optional<WindowCapture> capture(const CaptureTarget& target,
-                                         const std::vector<CaptureTarget>& next, int longestSide,
-                                         CaptureNeed need, const std::stop_token& stop);
+                                         const std::vector<CaptureTarget>& next,
+                                         const QSize& largest, CaptureNeed need,
+                                         const std::stop_token& stop);
 
     /// Of the present connection. Any thread; both wait for a capture in progress.
     XcbTraffic traffic() const;

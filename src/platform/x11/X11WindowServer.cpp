@@ -102,8 +102,8 @@ std::optional<WindowCapture> X11WindowServer::captureWindow(const CaptureRequest
     if (!client) {
         return std::nullopt;
     }
-    return m_capturer.capture({request.window, *client}, keepable(request.next),
-                              request.longestSide, request.need, stop);
+    return m_capturer.capture({request.window, *client}, keepable(request.next), request.largest,
+                              request.need, stop);
 }
 
 std::vector<CaptureTarget> X11WindowServer::keepable(const std::vector<WindowID>& numbers) const

@@ -14,7 +14,7 @@ Item {
     /// Whether the round corners are drawn as a picture of them.
     property bool isPictured: false
 
-    implicitHeight: 72
+    implicitHeight: Theme.previewSize.height
 
     Rectangle {
         id: ground
@@ -27,8 +27,8 @@ Item {
     }
     WindowPreview {
         anchors.horizontalCenter: parent.horizontalCenter
-        width: height * 16 / 9
-        height: parent.height
+        width: Theme.previewSize.width
+        height: Theme.previewSize.height
         radius: ground.radius
         board: root.board
         windowID: root.windowID

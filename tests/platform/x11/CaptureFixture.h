@@ -60,7 +60,7 @@ protected:
     std::optional<WindowCapture> capture(WindowID window, CaptureNeed need = CaptureNeed::always,
                                          const std::vector<WindowID>& next = {})
     {
-        return server->captureWindow({window, 720, need, next}, {});
+        return server->captureWindow({window, {720, 450}, need, next}, {});
     }
 
     /// A capture once there is a picture, which a window that others cover takes a moment for.

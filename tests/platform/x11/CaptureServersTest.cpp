@@ -127,11 +127,11 @@ TEST_F(CaptureOnAnyServer, A_connection_that_was_killed_is_made_anew)
     x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()));
     const x11::CaptureTarget target{id, server->clientWindow(id).value_or(0)};
     const auto take = [&] {
-        return capturer.capture(target, {}, 720, CaptureNeed::always, {}).has_value();
+        return capturer.capture(target, {}, {720, 450}, CaptureNeed::always, {}).has_value();
     };
     const std::set<std::uint32_t> before = clientsOf(client);
     ASSERT_TRUE(take());
-    EXPECT_FALSE(capturer.capture(target, {}, 720, CaptureNeed::ifChanged, {}).has_value());
+    EXPECT_FALSE(capturer.capture(target, {}, {720, 450}, CaptureNeed::ifChanged, {}).has_value());
     int killed = 0;
     for (const std::uint32_t resources : clientsOf(client)) {
         if (!before.contains(resources)) {
@@ -167,7 +167,7 @@ TEST_F(CaptureOnAnyServer, A_capture_while_another_client_holds_the_server_delay
     auto held = std::async(std::launch::async, [&] { return capture(id).has_value(); });
     EXPECT_EQ(held.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
     EXPECT_TRUE(server->isScreenCaptureTrusted());
-    EXPECT_FALSE(server->captureWindow({4711, 720}, {}).has_value());
+    EXPECT_FALSE(server->captureWindow({4711, {720, 450}}, {}).has_value());
     xcb_ungrab_server(client.connection());
     client.sync();
     EXPECT_TRUE(held.get());
@@ -221,7 +221,7 @@ TEST_F(CaptureOnAnyServer, A_window_that_is_not_captured_for_a_while_is_no_longe
     x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()),
                                  limits);
     const auto take = [&](const x11::CaptureTarget& target) {
-        return capturer.capture(target, {}, 720, CaptureNeed::ifChanged, {}).has_value();
+        return capturer.capture(target, {}, {720, 450}, CaptureNeed::ifChanged, {}).has_value();
     };
     ASSERT_TRUE(take(targetA));
     EXPECT_FALSE(take(targetA));

@@ -42,6 +42,14 @@ TEST_F(Capture, A_window_of_1440_by_900_becomes_720_by_450)
     EXPECT_TRUE(isPlain(result.image.copy(361, 226, 359, 224), opaque(red)));
 }
 
+TEST_F(Capture, Each_direction_is_brought_down_by_itself_and_never_up)
+{
+    open(client, {0, 0, 300, 900, "high", {}});
+    const WindowCapture result = settled(number("high"));
+    EXPECT_EQ(result.pixelSize, QSize(300, 900));
+    EXPECT_EQ(result.image.size(), QSize(300, 450));
+}
+
 TEST_F(Capture, The_picture_costs_no_more_memory_than_its_pixels)
 {
     open(client, {0, 0, 1280, 800, "a", {}, false, red});
@@ -59,7 +67,7 @@ TEST_F(Capture, A_pattern_of_single_pixels_is_averaged_when_reduced_far)
     }
     const WindowID id = number("a");
     ASSERT_TRUE(settled(id).image.width() > 0);
-    const auto result = server->captureWindow({id, 300}, {});
+    const auto result = server->captureWindow({id, {300, 195}}, {});
     ASSERT_TRUE(result.has_value());
     ASSERT_EQ(result->image.size(), QSize(300, 195));
     for (int x = 1; x < 299; ++x) {
@@ -96,7 +104,7 @@ TEST_F(Capture, A_covered_window_has_its_time_to_draw_before_it_is_captured)
             client.sync();
         }
     });
-    const auto result = capturer.capture({id, below}, {}, 720, CaptureNeed::always, {});
+    const auto result = capturer.capture({id, below}, {}, {720, 450}, CaptureNeed::always, {});
     EXPECT_GE(std::chrono::steady_clock::now() - begin, 500ms);
     ASSERT_TRUE(result.has_value());
     EXPECT_EQ(result->image.pixel(150, 100), opaque(blue));
@@ -112,7 +120,7 @@ TEST_F(Capture, A_capture_that_is_stopped_waits_no_longer_for_a_covered_window)
                                  {.settling = 1h});
     std::stop_source stop;
     auto capturing = std::async(std::launch::async, [&] {
-        return capturer.capture({id, below}, {}, 720, CaptureNeed::always, stop.get_token());
+        return capturer.capture({id, below}, {}, {720, 450}, CaptureNeed::always, stop.get_token());
     });
     stop.request_stop();
     EXPECT_FALSE(capturing.get().has_value());
@@ -227,7 +235,7 @@ TEST_F(Capture, A_stopped_capture_takes_no_picture)
     const WindowID id = number("a");
     std::stop_source stop;
     stop.request_stop();
-    EXPECT_FALSE(server->captureWindow({id, 720}, stop.get_token()).has_value());
+    EXPECT_FALSE(server->captureWindow({id, {720, 450}}, stop.get_token()).has_value());
     EXPECT_EQ(server->captureCounts().pictures, 0U);
     EXPECT_EQ(server->captureTraffic().bytesSent, 0U);
 }

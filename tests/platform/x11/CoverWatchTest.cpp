@@ -157,10 +157,9 @@ TEST_F(WatchedWindow, Is_told_of_while_windows_are_captured_which_its_own_are_no
         for (const WindowListEntry& each : entries) {
             next.push_back(each.number.value_or(0));
         }
-        picture =
-            entry
-                ? windowServer->captureWindow({*entry->number, 200, CaptureNeed::always, next}, {})
-                : std::nullopt;
+        picture = entry ? windowServer->captureWindow(
+                              {*entry->number, {200, 200}, CaptureNeed::always, next}, {})
+                        : std::nullopt;
         return picture.has_value();
     }));
     changes.clear();

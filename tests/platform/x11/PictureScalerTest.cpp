@@ -4,28 +4,6 @@
 
 using namespace kelpa::x11;
 
-namespace {
-
-struct SizeCase
-{
-    QSize window;
-    QSize picture;
-};
-
-} // namespace
-
-TEST(PictureSize, The_longer_side_is_brought_down_to_720_and_never_up)
-{
-    const std::vector<SizeCase> cases{
-        {{1440, 900}, {720, 450}}, {{900, 1440}, {450, 720}}, {{1920, 1080}, {720, 405}},
-        {{300, 200}, {300, 200}},  {{720, 720}, {720, 720}},  {{721, 720}, {720, 719}},
-        {{10000, 1}, {720, 1}},    {{1, 10000}, {1, 720}},    {{1, 1}, {1, 1}},
-    };
-    for (const SizeCase& size : cases) {
-        EXPECT_EQ(scaledSize(size.window, 720), size.picture);
-    }
-}
-
 TEST(ScalingSteps, No_step_leaves_pixels_out)
 {
     const std::vector<QSize> steps = scalingSteps({3840, 2160}, {720, 405});
