@@ -25,13 +25,10 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
 # Shared libraries are found in the program. What is loaded by name at run time is not: QML modules
-# and plugins, the fonts of the six languages, the program that opens addresses.
+# and plugins, the program that opens addresses.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(depends
     "default-dbus-session-bus | dbus-session-bus"
-    fonts-noto-cjk
-    fonts-noto-color-emoji
-    fonts-noto-core
     qml6-module-qtqml
     qml6-module-qtqml-models
     qml6-module-qtqml-workerscript
@@ -41,7 +38,13 @@ set(depends
     qml6-module-qtquick-window
     xdg-utils)
 list(JOIN depends ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
-# Without it windows have no document, and the board no screen reader.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS at-spi2-core)
+# Without at-spi2-core windows have no document, and the board no screen reader; without the fonts
+# some titles are boxes.
+set(recommends
+    at-spi2-core
+    fonts-noto-cjk
+    fonts-noto-color-emoji
+    fonts-noto-core)
+list(JOIN recommends ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS)
 
 include(CPack)

@@ -7,8 +7,8 @@ jobs="${KELPA_JOBS:-$(nproc)}"
 build_preset() {
     local preset="$1"
     shift
-    # The generated build description notices changes of the CMake files by itself.
-    if [[ ! -f "$root/build/$preset/build.ninja" ]]; then
+    # The generated build description notices changes of the CMake files by itself, of the presets not.
+    if [[ ! "$root/build/$preset/build.ninja" -nt "$root/CMakePresets.json" ]]; then
         (cd "$root" && cmake --preset "$preset" >&2)
     fi
     if [[ $# -gt 0 ]]; then

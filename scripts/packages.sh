@@ -25,6 +25,11 @@ install_packages() {
     echo "Installing ${#missing[@]} packages: ${missing[*]}" >&2
     local as_root=()
     if [[ "$(id -u)" -ne 0 ]]; then
+        if ! command -v sudo > /dev/null; then
+            echo "There is no sudo here. Install them as root, then start this again:" >&2
+            echo "  su -c 'apt-get update && apt-get install --no-install-recommends ${missing[*]}'" >&2
+            return 1
+        fi
         as_root=(sudo)
     fi
     # A list that cannot be refreshed may still be good enough; the installation decides.

@@ -185,6 +185,9 @@ int main(int argc, char** argv)
     const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
     if (system.isX11 && !x11::hasDisplay(system.display))
         return refuseWithout(system);
+    // Windows are looked for, and programs started, where Kelpa itself is shown.
+    if (system.isX11 && !system.display.isEmpty())
+        qputenv("DISPLAY", system.display);
     ToolkitArguments toolkitArguments(argc, argv, system);
     QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));

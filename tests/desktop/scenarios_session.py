@@ -33,6 +33,19 @@ def without_a_display_it_says_so_and_ends(desktop, binary):
         raise AssertionError("it has made a board")
 
 
+def the_display_of_the_command_line_is_the_one_whose_windows_are_shown(desktop, binary):
+    desktop.start_xterm("There")
+    there = desktop.wait_for_window("There")
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    nowhere = {"DISPLAY": ":32000"}
+    with Kelpa(desktop, binary, path, ("-display", desktop.env["DISPLAY"]), env=nowhere) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, "There")
+        kelpa.focus()
+        kelpa.click_card(boards.UNSORTED, "There")
+        wait_until("its window is in front", lambda: desktop.active_window() == there.number)
+
+
 def in_a_session_that_prefers_wayland_it_is_an_x11_program(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path)

@@ -317,19 +317,23 @@ def without_a_session_bus_the_board_is_still_opened_once(desktop, binary):
 def signals_end_it_well_and_a_crash_hinders_no_start(desktop, binary):
     kelpa, path = start_kelpa(desktop, binary)
     goals = []
-    for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL):
-        goal = f"Before {number.name}"
+    # A session that ends hangs up and terminates its programs at the same time.
+    for numbers in ((signal.SIGTERM,), (signal.SIGINT,), (signal.SIGHUP,),
+                    (signal.SIGTERM, signal.SIGHUP, signal.SIGCONT), (signal.SIGKILL,)):
+        names = " ".join(number.name for number in numbers)
+        goal = f"Before {names}"
         kelpa.create_goal(goal)
         goals.append(goal)
-        os.kill(kelpa.process_id(), number)
-        expected = -number if number == signal.SIGKILL else 0
+        for number in numbers:
+            os.kill(kelpa.process_id(), number)
+        expected = -signal.SIGKILL if numbers == (signal.SIGKILL,) else 0
         status = kelpa.wait()
         if status != expected:
-            raise AssertionError(f"{number.name}: ended with {status}\n{kelpa.output()}")
+            raise AssertionError(f"{names}: ended with {status}\n{kelpa.output()}")
         kelpa.check_output()
         stored = settings.StoredBoard(settings.read(path)).goal_titles
         if stored != goals:
-            raise AssertionError(f"{number.name}: {stored}")
+            raise AssertionError(f"{names}: {stored}")
         # At once, and also while the one before is still ending.
         kelpa.start()
         wait_until("every goal is there again", lambda: kelpa.board.goal_titles(kelpa.board.columns()) == goals)

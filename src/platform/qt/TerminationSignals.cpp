@@ -23,6 +23,11 @@ sigset_t endingSignals()
     return signals;
 }
 
+void unblock(const sigset_t& signals)
+{
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
 } // namespace
 
 TerminationSignals::TerminationSignals()
@@ -42,8 +47,16 @@ TerminationSignals::~TerminationSignals()
 
 void TerminationSignals::release()
 {
-    const sigset_t signals = endingSignals();
-    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+    unblock(endingSignals());
+}
+
+bool TerminationSignals::takeAll()
+{
+    bool hasTaken = false;
+    signalfd_siginfo taken{};
+    while (::read(m_descriptor, &taken, sizeof taken) == sizeof taken)
+        hasTaken = true;
+    return hasTaken;
 }
 
 void TerminationSignals::listen(std::function<void()> ended)
@@ -53,10 +66,12 @@ void TerminationSignals::listen(std::function<void()> ended)
     m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
                      [this, ended = std::move(ended)] {
-                         signalfd_siginfo first{};
-                         if (::read(m_descriptor, &first, sizeof first) != sizeof first)
+                         if (!takeAll())
                              return;
-                         release();
+                         sigset_t again;
+                         sigemptyset(&again);
+                         sigaddset(&again, SIGINT);
+                         unblock(again);
                          ended();
                      });
 }

@@ -8,8 +8,9 @@
 
 namespace kelpa {
 
-/// SIGTERM, SIGINT and SIGHUP, unless they were ignored when the program was started. A second
-/// request ends the program at once, as if nobody listened.
+/// SIGTERM, SIGINT and SIGHUP, unless they were ignored when the program was started. A session
+/// that ends sends several of them together, which are one request; who presses Ctrl-C once more
+/// does not want to wait, and that ends the program as if nobody listened.
 class TerminationSignals
 {
 public:
@@ -30,6 +31,9 @@ public:
     void stopListening();
 
 private:
+    /// Whether there was any that waited.
+    bool takeAll();
+
     int m_descriptor = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
