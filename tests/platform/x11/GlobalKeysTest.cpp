@@ -330,10 +330,10 @@ TEST_F(GlobalKeysOnDisplay, Nothing_is_heard_once_the_subscription_is_dropped)
     subscription.reset();
     int heardByAnother = 0;
     bool isAnotherAvailable = false;
-    const auto another = keys.watchKeys(
-        {.keyPressed = [&] { ++heardByAnother; },
-         .modifiersChanged = [](const GlobalModifierChange&) {},
-         .availabilityChanged = [&](bool is) { isAnotherAvailable = is; }});
+    const auto another =
+        keys.watchKeys({.keyPressed = [&] { ++heardByAnother; },
+                        .modifiersChanged = [](const GlobalModifierChange&) {},
+                        .availabilityChanged = [&](bool is) { isAnotherAvailable = is; }});
     ASSERT_TRUE(waitUntil([&] { return isAnotherAvailable; }));
     tap(XK_Super_L);
     tap(XK_a);
