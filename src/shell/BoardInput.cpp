@@ -2,11 +2,12 @@
 
 #include "store/WindowStore.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QQuickItem>
 #include <QQuickWindow>
+
+#include <utility>
 
 namespace kelpa {
 
@@ -51,6 +52,19 @@ KeyboardFocus keyboardFocus(const QQuickItem* item)
     if (!isKeyboardFocused(*item))
         return KeyboardFocus::board;
     return isButton(*item) ? KeyboardFocus::button : KeyboardFocus::item;
+}
+
+bool isWithin(const QQuickItem& item, const QPointF& position)
+{
+    return item.contains(item.mapFromScene(position));
+}
+
+/// The field with the buttons that belong to it.
+QQuickItem& fieldWithButtons(QQuickItem& field)
+{
+    QQuickItem* const around = field.parentItem();
+    return around != nullptr && around->isFocusScope() && around->parentItem() != nullptr ? *around
+                                                                                          : field;
 }
 
 bool isMove(const BoardCommand& command)
@@ -105,11 +119,10 @@ BoardKey boardKey(const QKeyEvent& event)
 BoardInput::BoardInput(QQuickWindow& window, WindowStore& store) : m_window(window), m_store(store)
 {
     m_window.installEventFilter(this);
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
-            [this](Qt::ApplicationState state) {
-                if (state != Qt::ApplicationActive)
-                    resignTextInputFocus();
-            });
+    connect(&m_window, &QQuickWindow::activeFocusItemChanged, this, [this] {
+        if (m_window.activeFocusItem() == m_waitingField)
+            m_waitingField.clear();
+    });
 }
 
 BoardInput::~BoardInput() = default;
@@ -121,8 +134,11 @@ bool BoardInput::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::MouseButtonPress) {
         const auto* const press = static_cast<QMouseEvent*>(event);
         if (press->button() == Qt::LeftButton || press->button() == Qt::RightButton)
-            resignTextInputFocusIfOutside(press->position());
+            notePress(press->position());
     }
+    // The window's own answer is that nothing in it has the focus, until it has the keyboard again.
+    if (event->type() == QEvent::FocusOut && watched == &m_window)
+        letFieldWait();
     return QObject::eventFilter(watched, event);
 }
 
@@ -151,6 +167,7 @@ bool BoardInput::handleKey(const QKeyEvent& event)
         m_store.cancelTodoEditor();
     if (!decision.command)
         return false;
+    leaveWaitingField();
     const QQuickItem* const item = m_window.activeFocusItem();
     // From a button that was clicked, the focus goes with the selection.
     const bool isClickedButton =
@@ -196,20 +213,42 @@ void BoardInput::resignFocus()
     }
 }
 
-void BoardInput::resignTextInputFocus()
+void BoardInput::notePress(const QPointF& position)
 {
-    const QQuickItem* const item = m_window.activeFocusItem();
-    if (item != nullptr && isTextInput(*item))
-        resignFocus();
+    if (!m_waitingField.isNull() && !isWithin(fieldWithButtons(*m_waitingField), position))
+        leaveWaitingField();
+    resignTextInputFocusIfOutside(position);
 }
 
 void BoardInput::resignTextInputFocusIfOutside(const QPointF& position)
 {
-    const QQuickItem* const item = m_window.activeFocusItem();
-    if (item == nullptr || !isTextInput(*item))
+    QQuickItem* const item = m_window.activeFocusItem();
+    if (item == nullptr || !isTextInput(*item) || isWithin(*item, position))
         return;
-    if (!item->contains(item->mapFromScene(position)))
-        resignTextInputFocus();
+    // A press on a button of the field is for that to answer.
+    if (isWithin(fieldWithButtons(*item), position))
+        item->setFocus(false);
+    else
+        resignFocus();
+}
+
+void BoardInput::letFieldWait()
+{
+    QQuickItem* const item = m_window.activeFocusItem();
+    if (item == nullptr || keyboardFocus(item) != KeyboardFocus::textInput)
+        return;
+    resignFocus();
+    m_waitingField = item;
+}
+
+void BoardInput::leaveWaitingField()
+{
+    const QPointer<QQuickItem> field = std::exchange(m_waitingField, nullptr);
+    if (field.isNull())
+        return;
+    // Whoever made the field learns by its focus alone that it is left.
+    field->forceActiveFocus();
+    resignFocus();
 }
 
 } // namespace kelpa

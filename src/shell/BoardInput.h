@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPointF>
+#include <QPointer>
 
 class QKeyEvent;
 class QQuickItem;
@@ -24,6 +25,10 @@ BoardKey boardKey(const QKeyEvent& event);
 /// A control has the keyboard when the person went to it with a key, which it shows as
 /// `visualFocus`. Whatever else has the focus, what was clicked or what follows the selection,
 /// leaves the keys to the board.
+///
+/// A field gives the keyboard up when another program gets it, and waits with what was typed. It is
+/// left for good by what would have left it otherwise: a click beside it, or the next key that does
+/// something on the board. A field in a sheet keeps the keyboard, as the board has no use for it.
 class BoardInput : public QObject
 {
     Q_OBJECT
@@ -43,12 +48,16 @@ private:
     KeyContext context(const QKeyEvent& event) const;
     bool handleKey(const QKeyEvent& event);
     void carryOut(const BoardCommand& command);
+    void notePress(const QPointF& position);
     void resignFocus();
-    void resignTextInputFocus();
     void resignTextInputFocusIfOutside(const QPointF& position);
+    void letFieldWait();
+    void leaveWaitingField();
 
     QQuickWindow& m_window;
     WindowStore& m_store;
+    /// Has given the keyboard up to another program, and not had it since.
+    QPointer<QQuickItem> m_waitingField;
 };
 
 } // namespace kelpa

@@ -57,8 +57,11 @@ FocusScope {
             return;
         part.forceActiveFocus();
     }
-    /// Whether an item that has the focus gives it up to the selection.
+    /// Whether an item that has the focus gives it up to the selection. While another program has
+    /// the keyboard there is none, and who had it has it again afterwards.
     function isFollowing(item: Item): bool {
+        if (item === null)
+            return false;
         if (item instanceof WindowCard || item instanceof GoalColumn
                 || item instanceof UnifiedTodoColumn)
             return true;

@@ -32,6 +32,7 @@ PREVIEW = "Window preview"
 _CARD_HELP = ("Click to switch to the window; drag to another goal", "单击切换到窗口；拖动到其他目标")
 _MINIMISED = "Window is minimized"
 MOVE_TO_GOAL = "Move to goal"
+EDIT_TODO = "Edit todo"
 DELETE_TODO = "Delete todo"
 HANDLE = "Copy and drag todo"
 GO_TO_TODO = "Go to todo in goal"

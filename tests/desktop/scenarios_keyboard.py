@@ -5,26 +5,9 @@ import settings
 from board import TODO
 from kelpa import Kelpa
 from processes import wait_until
+from selection import Selection
 
 _GOALS = ("Alpha", "Beta", "Gamma", "Delta")
-
-
-class _Selection:
-    """Waits for what the keys have chosen."""
-
-    def __init__(self, desktop, kelpa):
-        self._desktop = desktop
-        self._board = kelpa.board
-
-    def press(self, *keys):
-        self._desktop.key(*keys)
-
-    def is_column(self, title):
-        wait_until(f"the column {title!r} is chosen", lambda: self._board.selected_column() == title)
-        assert self._board.selected_card() is None
-
-    def is_card(self, title):
-        wait_until(f"the card {title!r} is chosen", lambda: self._board.selected_card() == title)
 
 
 def arrow_keys_choose_columns_and_return_adds_todos(desktop, binary):
@@ -32,7 +15,7 @@ def arrow_keys_choose_columns_and_return_adds_todos(desktop, binary):
     settings.write(path, goals=[(goal, []) for goal in _GOALS], is_auto_sorting=False)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
-        selection = _Selection(desktop, kelpa)
+        selection = Selection(desktop, kelpa)
 
         # Nothing is chosen, so these go by; the first arrow chooses the first column all the same.
         selection.press("space", "Return", "Escape", "Left")
@@ -104,7 +87,7 @@ def space_enters_a_column_and_raises_a_window(desktop, binary):
         wait_until("three cards", lambda: len(kelpa.board.cards()) == 3)
         kelpa.wait_for_previews(boards.UNSORTED)
         kelpa.focus()
-        selection = _Selection(desktop, kelpa)
+        selection = Selection(desktop, kelpa)
         selection.press("Right", "Right")
         selection.is_column(boards.UNSORTED)
         # Two columns of cards: the first two lie side by side, the third below the first.
@@ -148,7 +131,7 @@ def the_search_field_keeps_its_keys(desktop, binary):
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
         kelpa.focus()
-        selection = _Selection(desktop, kelpa)
+        selection = Selection(desktop, kelpa)
         selection.press("Right", "Right", "Right")
         selection.is_column("Only goal")
         kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
@@ -186,7 +169,7 @@ def the_focus_follows_the_keyboard_selection(desktop, binary):
         wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
         kelpa.wait_for_previews(boards.UNSORTED)
         kelpa.focus()
-        selection = _Selection(desktop, kelpa)
+        selection = Selection(desktop, kelpa)
 
         def is_focused(name):
             wait_until(f"{name!r} has the focus", lambda: name in kelpa.board.focused_names())

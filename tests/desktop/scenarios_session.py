@@ -7,9 +7,10 @@ import subprocess
 
 import board as boards
 import settings
+from front import await_front, await_monitor, start_kelpa
 from kelpa import Kelpa
 from processes import wait_until
-from scenarios_shell import Typing, await_front, await_monitor, start_kelpa
+from typists import Typing
 
 
 def _answer(binary, env, *arguments):

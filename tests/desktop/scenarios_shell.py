@@ -8,78 +8,12 @@ import sys
 
 import board as boards
 import settings
+from front import BETWEEN, TAP, await_front, await_monitor, start_kelpa, tap_twice
 from kelpa import Kelpa
 from processes import wait_until
-
-# The moments of a double tap, as a hand makes them, in seconds.
-_TAP = ("keydown", "super", "sleep", "0.04", "keyup", "super")
-_BETWEEN = ("sleep", "0.08")
+from typists import Typing
 
 _XFWM4 = ("xfwm4", "--replace", "--compositor=off")
-
-
-class Typing:
-    """An xterm that writes down every line that is typed into it."""
-
-    def __init__(self, desktop, title):
-        self._desktop = desktop
-        self.path = desktop.directory / f"{title.replace(' ', '-')}.typed"
-        desktop.start_xterm(title, "sh", "-c", f"cat > {self.path}")
-        self.window = desktop.wait_for_window(title)
-
-    def focus(self):
-        self._desktop.run("wmctrl", "-i", "-a", hex(self.window.number))
-        wait_until("the terminal has the keyboard", self.has_keyboard)
-
-    def has_keyboard(self):
-        return self._desktop.active_window() == self.window.number
-
-    def lines(self):
-        return self.path.read_text().splitlines() if self.path.exists() else []
-
-
-def tap_twice(desktop, *between):
-    desktop.run("xdotool", *_TAP, *(between or _BETWEEN), *_TAP)
-
-
-def _is_in_front(desktop, kelpa):
-    # A panel is above all others, whichever is in front.
-    panels = [window.number for window in desktop.windows() if window.title == "Panel"]
-    stack = desktop.property(desktop.x.screen().root, "_NET_CLIENT_LIST_STACKING")
-    top = next(number for number in reversed(stack) if number not in panels)
-    return desktop.active_window() == kelpa.window.number == top
-
-
-def await_front(desktop, kelpa):
-    wait_until("Kelpa is in front and has the keyboard", lambda: _is_in_front(desktop, kelpa), 10)
-
-
-def start_kelpa(desktop, binary, goals=()):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=goals)
-    kelpa = Kelpa(desktop, binary, path)
-    kelpa.start()
-    return kelpa, path
-
-
-def await_monitor(desktop, kelpa, terminal):
-    """Until the keys are heard: a double tap brings Kelpa forward."""
-    def comes():
-        terminal.focus()
-        tap_twice(desktop)
-        try:
-            await_front(desktop, kelpa)
-        except AssertionError:
-            return False
-        return True
-
-    wait_until("a double tap brings Kelpa forward", comes, 60)
-
-
-def _sentinel(desktop, terminal, word):
-    """What was pressed before has been seen by everybody once this has arrived."""
-    desktop.type(word + "\n")
-    wait_until(f"{word!r} is typed into the terminal", lambda: word in "".join(terminal.lines()))
 
 
 def _double_taps_bring_it_forward(desktop, binary):
@@ -234,18 +168,18 @@ def a_shortcut_a_slow_tap_or_a_key_between_does_not_bring_kelpa_forward(desktop,
     await_monitor(desktop, kelpa, terminal)
     super_and_c = ("keydown", "super", "key", "c", "sleep", "0.04", "keyup", "super")
     attempts = {
-        "shortcuts": (*super_and_c, *_BETWEEN, *super_and_c),
-        "slow": (*_TAP, "sleep", "0.5", *_TAP),
-        "held": ("keydown", "super", "sleep", "0.6", "keyup", "super", *_BETWEEN,
+        "shortcuts": (*super_and_c, *BETWEEN, *super_and_c),
+        "slow": (*TAP, "sleep", "0.5", *TAP),
+        "held": ("keydown", "super", "sleep", "0.6", "keyup", "super", *BETWEEN,
                  "keydown", "super", "sleep", "0.6", "keyup", "super"),
-        "between": (*_TAP, "key", "x", *_TAP),
-        "shift": ("keydown", "shift", *_TAP, *_BETWEEN, *_TAP, "keyup", "shift"),
-        "single": _TAP,
+        "between": (*TAP, "key", "x", *TAP),
+        "shift": ("keydown", "shift", *TAP, *BETWEEN, *TAP, "keyup", "shift"),
+        "single": TAP,
     }
     for number, (name, moves) in enumerate(attempts.items()):
         terminal.focus()
         desktop.run("xdotool", *moves)
-        _sentinel(desktop, terminal, f"{name}{number}")
+        terminal.type_sentinel(f"{name}{number}")
         if not terminal.has_keyboard():
             raise AssertionError(f"Kelpa came forward: {name}")
     kelpa.quit()

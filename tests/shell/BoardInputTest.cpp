@@ -31,6 +31,13 @@ const QByteArray scene =
     "    property int returns: 0; property int menus: 0\n"
     "    Keys.onReturnPressed: ++returns\n"
     "    Keys.onMenuPressed: ++menus }\n"
+    "  FocusScope { id: group; x: 220; y: 60; width: 100; height: 40\n"
+    "    property int leavings: 0; objectName: 'group'\n"
+    "    onActiveFocusChanged: if (!activeFocus && Window.active) ++leavings\n"
+    "    TextField { objectName: 'written'; width: 60; height: 40; focus: true }\n"
+    "    Button { x: 60; width: 40; height: 40; onClicked: ++parent.Window.window.presses } }\n"
+    "  Popup { objectName: 'sheet'; x: 10; y: 220; focus: true\n"
+    "    TextField { objectName: 'inSheet' } }\n"
     "  Menu { objectName: 'menu'; MenuItem { text: 'a' } MenuItem { text: 'b' } }\n"
     "}\n";
 
@@ -68,6 +75,19 @@ protected:
     {
         QTest::mouseClick(window.get(), Qt::LeftButton, {}, place);
     }
+
+    void goElsewhereAndBack()
+    {
+        QWindow elsewhere;
+        elsewhere.show();
+        elsewhere.requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&elsewhere));
+        window->requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    /// How often the group has lost the keyboard to somebody in the window.
+    int leavings() const { return item("group")->property("leavings").toInt(); }
 
     QString typedText() const { return item("field")->property("text").toString(); }
 
@@ -326,11 +346,82 @@ TEST_F(BoardInputTest, A_hidden_window_consumes_no_key)
     EXPECT_EQ(store().boardNavigation(), State::idle());
 }
 
-TEST_F(BoardInputTest, A_field_gives_up_the_keyboard_when_another_application_gets_it)
+TEST_F(BoardInputTest, A_button_that_belongs_to_a_field_is_not_left_with_it)
+{
+    item("written")->forceActiveFocus();
+    clickAt({295, 80});
+    EXPECT_FALSE(item("written")->hasActiveFocus());
+    EXPECT_EQ(window->property("presses").toInt(), 1);
+    EXPECT_EQ(leavings(), 0);
+}
+
+TEST_F(BoardInputTest, A_field_gives_up_the_keyboard_when_another_program_gets_it)
 {
     item("field")->forceActiveFocus();
-    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    press(Qt::Key_A);
+    goElsewhereAndBack();
     EXPECT_FALSE(item("field")->hasActiveFocus());
+    press(Qt::Key_B);
+    EXPECT_EQ(typedText(), QStringLiteral("a"));
+}
+
+TEST_F(BoardInputTest, A_field_that_waits_is_left_by_a_click_beside_it_and_by_a_key_of_the_board)
+{
+    item("written")->forceActiveFocus();
+    goElsewhereAndBack();
+    EXPECT_FALSE(item("written")->hasActiveFocus());
+    // The letter is nobody's, and Escape has nothing to leave.
+    press(Qt::Key_B);
+    press(Qt::Key_Escape);
+    const int before = leavings();
+    clickAt({300, 200});
+    EXPECT_EQ(leavings(), before + 1);
+    clickAt({300, 200});
+    EXPECT_EQ(leavings(), before + 1);
+
+    item("written")->forceActiveFocus();
+    goElsewhereAndBack();
+    const int again = leavings();
+    press(Qt::Key_Right);
+    EXPECT_EQ(leavings(), again + 1);
+    EXPECT_FALSE(item("written")->hasActiveFocus());
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
+}
+
+TEST_F(BoardInputTest, A_click_in_a_field_that_waits_or_on_its_button_does_not_leave_it)
+{
+    item("written")->forceActiveFocus();
+    goElsewhereAndBack();
+    const int before = leavings();
+    clickAt({230, 80});
+    EXPECT_TRUE(item("written")->hasActiveFocus());
+    EXPECT_EQ(leavings(), before);
+
+    goElsewhereAndBack();
+    const int again = leavings();
+    clickAt({295, 80});
+    EXPECT_EQ(window->property("presses").toInt(), 1);
+    EXPECT_EQ(leavings(), again);
+}
+
+TEST_F(BoardInputTest, A_field_that_waits_may_go)
+{
+    item("field")->forceActiveFocus();
+    goElsewhereAndBack();
+    delete item("field");
+    press(Qt::Key_Right);
+    clickAt({300, 200});
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
+}
+
+TEST_F(BoardInputTest, A_field_in_a_sheet_keeps_its_keyboard_for_when_its_window_has_it_again)
+{
+    QObject* const sheet = window->findChild<QObject*>(QStringLiteral("sheet"));
+    ASSERT_TRUE(QMetaObject::invokeMethod(sheet, "open"));
+    ASSERT_TRUE(QTest::qWaitFor([sheet] { return sheet->property("opened").toBool(); }));
+    item("inSheet")->forceActiveFocus();
+    goElsewhereAndBack();
+    EXPECT_TRUE(item("inSheet")->hasActiveFocus());
 }
 
 } // namespace
