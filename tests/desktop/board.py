@@ -20,6 +20,7 @@ NEW_GOAL = "New goal"
 CREATE = "Create"
 CANCEL = "Cancel"
 ADD_TODO = "Add todo"
+HIDE_EMPTY, SHOW_ALL = "Hide Empty", "Show All"
 ADD_WINDOWS = "Add windows to this goal"
 GOAL_ACTIONS = "More goal actions"
 OPEN_CHROME = "Open Chrome in this goal"
@@ -197,6 +198,10 @@ class Column:
     def card(self, title):
         """The card of the window titled `title`, or None."""
         return next((card for card in self.cards if card.title == title), None)
+
+    def button(self, name):
+        """The first of this name, or None."""
+        return next(iter(self.node.find(BUTTON_ROLES, lambda found: found == name)), None)
 
     def todo(self, title):
         return next((todo for todo in self.todos if todo.title == title), None)

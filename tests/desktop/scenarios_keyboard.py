@@ -197,3 +197,126 @@ def the_focus_follows_the_keyboard_selection(desktop, binary):
         x, y = kelpa.centre(lambda: kelpa.board.menu_item("Only goal"), "the entry of the goal")
         desktop.click(x, y)
         kelpa.wait_for_card("Only goal", second)
+
+
+def return_is_for_goals_and_for_nothing_else(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", []), ("Work", [])], is_auto_sorting=False)
+    desktop.start_xterm("First")
+    desktop.wait_for_window("First")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, "First")
+        kelpa.open_move_menu("First", boards.UNSORTED, "Home")()
+        kelpa.wait_for_card("Home", "First")
+        selection = Selection(desktop, kelpa)
+
+        def is_left_alone(*keys):
+            """What follows is answered, and no field has been opened before it."""
+            selection.press("Return", "KP_Enter", *keys)
+
+        selection.is_nothing()
+        is_left_alone("Right")
+        selection.is_column(boards.ALL_TODOS)
+        is_left_alone("Right")
+        selection.is_column(boards.UNSORTED)
+        is_left_alone("Right", "space")
+        selection.is_card("First")
+        is_left_alone("Escape")
+        selection.is_column("Home")
+        assert kelpa.board.focused_field() is None
+        assert kelpa.board.field(boards.ADD_TODO) is None
+        for key in ("Return", "KP_Enter"):
+            selection.press(key)
+            wait_until("a todo can be typed", kelpa.board.focused_field)
+            selection.press("Escape")
+            wait_until("no todo is typed", lambda: not kelpa.board.field(boards.ADD_TODO))
+            selection.is_column("Home")
+
+
+def what_is_made_or_asked_for_is_chosen(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", []), ("Work", [])], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        selection = Selection(desktop, kelpa)
+        kelpa.create_goal("Sport")
+        selection.is_column("Sport")
+        kelpa.click(lambda: kelpa.board.column("Home").button(boards.ADD_TODO), "the button for a todo")
+        selection.is_column("Home")
+        wait_until("a todo can be typed", kelpa.board.focused_field)
+        desktop.type("Buy milk")
+        selection.press("Return", "Escape", "Left")
+        selection.is_column(boards.UNSORTED)
+        kelpa.wait_for_todos("Home", [("Buy milk", TODO)])
+
+
+def a_choice_goes_with_the_goal_that_is_hidden(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Empty", []), ("Home", ["One"]), ("Work", ["Two"])],
+                   is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+
+        def has_goals(*titles):
+            wait_until(f"the goals are {titles}", lambda: kelpa.board.goal_titles() == list(titles))
+
+        # A goal without open todos, with a field for one.
+        desktop.click(*kelpa.head("Empty"))
+        selection.is_column("Empty")
+        selection.press("Return")
+        wait_until("a todo can be typed", kelpa.board.focused_field)
+        kelpa.click(lambda: kelpa.board.button(boards.HIDE_EMPTY), "the button that hides goals")
+        has_goals("Home", "Work")
+        selection.is_nothing()
+        selection.press("Right")
+        selection.is_column(boards.ALL_TODOS)
+        # One whose last todo is done.
+        desktop.click(*kelpa.head("Work"))
+        selection.is_column("Work")
+        for goals in (("Home", "Work"), ("Home",)):
+            kelpa.click(*kelpa.todo_button("Work", "Two"))
+            has_goals(*goals)
+        selection.is_nothing()
+        # One whose last todo goes elsewhere; another keeps its choice.
+        desktop.click(*kelpa.head(boards.UNSORTED))
+        selection.is_column(boards.UNSORTED)
+        kelpa.choose_in_todo_menu("Home", "One", boards.MOVE_TO_GOAL, boards.UNSORTED)
+        has_goals()
+        selection.is_column(boards.UNSORTED)
+        # What comes back is not chosen again, and its field is closed.
+        kelpa.click(lambda: kelpa.board.button(boards.SHOW_ALL), "the button that shows all goals")
+        has_goals("Empty", "Home", "Work")
+        selection.is_column(boards.UNSORTED)
+        assert kelpa.board.field(boards.ADD_TODO) is None
+
+
+def after_the_chosen_window_is_gone_the_first_is_chosen(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    terminals = {}
+    for title in ("First", "Second", "Third"):
+        terminals[title] = desktop.start_xterm(title)
+        desktop.wait_for_window(title)
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("three cards", lambda: len(kelpa.board.cards()) == 3)
+        kelpa.wait_for_previews(boards.UNSORTED)
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+        selection.press("Right", "Right", "space", "Down")
+        first, second, third = wait_until(
+            "every card has its place", lambda: kelpa.board.cards_by_place(boards.UNSORTED))
+        selection.is_card(third)
+        terminals[third].terminate()
+        selection.is_card(first)
+        selection.press("Right")
+        selection.is_card(second)
+        terminals[second].terminate()
+        selection.is_card(first)
+        # It is the only one.
+        selection.press("Right", "Down")
+        selection.is_card(first)
+        terminals[first].terminate()
+        # Without windows there is but the column, and Escape is nobody's.
+        selection.is_column(boards.UNSORTED)
+        selection.press("Escape", "space", "Left")
+        selection.is_column(boards.ALL_TODOS)

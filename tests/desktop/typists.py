@@ -69,6 +69,12 @@ class KeyLog(_Program):
             assert heard() == expected, f"{expected}, but {heard()}"
         self._seen += len(expected)
 
+    def forget(self):
+        """What has come until now is not looked at."""
+        self._desktop.key("f")
+        wait_until("the last key has come", lambda: self._events()[-1:] == ["-f"])
+        self._seen = len(self._events())
+
     def check_strokes(self, *keys):
         """That the next keys are these, each pressed and released."""
         self.check_next([sign + key for key in keys for sign in "+-"])
