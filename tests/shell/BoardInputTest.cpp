@@ -1,100 +1,11 @@
-#include "shell/BoardInput.h"
+#include "shell/BoardInputFixture.h"
 
-#include "support/StoreFixture.h"
-
-#include <QGuiApplication>
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTest>
 
 namespace kelpa::test {
 namespace {
 
 using State = BoardNavigationState;
-
-/// A window with a field, a button, a card as the board has them, and a place that takes nothing.
-const QByteArray scene =
-    "import QtQuick\n"
-    "import QtQuick.Controls.Basic\n"
-    "ApplicationWindow { width: 400; height: 300; visible: true\n"
-    "  property int presses: 0\n"
-    "  TextField { objectName: 'field'; x: 10; y: 10; width: 200; height: 40 }\n"
-    "  FocusScope { objectName: 'row'; Item {}\n"
-    "    TextField { objectName: 'edited'; x: 220; y: 10; width: 100; height: 40; focus: true } }\n"
-    "  Button { objectName: 'button'; x: 10; y: 100; width: 100; height: 40\n"
-    "    onClicked: ++parent.Window.window.presses }\n"
-    "  Control { objectName: 'card'; x: 10; y: 160; width: 100; height: 40; focusPolicy: "
-    "Qt.TabFocus\n"
-    "    property int returns: 0; property int menus: 0\n"
-    "    Keys.onReturnPressed: ++returns\n"
-    "    Keys.onMenuPressed: ++menus }\n"
-    "  FocusScope { id: group; x: 220; y: 60; width: 100; height: 40\n"
-    "    property int leavings: 0; objectName: 'group'\n"
-    "    onActiveFocusChanged: if (!activeFocus && Window.active) ++leavings\n"
-    "    TextField { objectName: 'written'; width: 60; height: 40; focus: true }\n"
-    "    Button { x: 60; width: 40; height: 40; onClicked: ++parent.Window.window.presses } }\n"
-    "  Popup { objectName: 'sheet'; x: 10; y: 220; focus: true\n"
-    "    TextField { objectName: 'inSheet' } }\n"
-    "  Menu { objectName: 'menu'; MenuItem { text: 'a' } MenuItem { text: 'b' } }\n"
-    "}\n";
-
-class BoardInputTest : public StoreFixture
-{
-protected:
-    void SetUp() override
-    {
-        QQmlComponent component(&engine);
-        component.setData(scene, QUrl());
-        window.reset(qobject_cast<QQuickWindow*>(component.create()));
-        ASSERT_NE(window, nullptr) << qPrintable(component.errorString());
-        input = std::make_unique<BoardInput>(*window, store());
-        window->requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    }
-
-    void TearDown() override
-    {
-        input.reset();
-        window.reset();
-    }
-
-    QQuickItem* item(const char* name) const
-    {
-        return window->findChild<QQuickItem*>(QString::fromLatin1(name));
-    }
-
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(window.get(), key, modifiers);
-    }
-
-    void clickAt(const QPoint& place)
-    {
-        QTest::mouseClick(window.get(), Qt::LeftButton, {}, place);
-    }
-
-    void goElsewhereAndBack()
-    {
-        QWindow elsewhere;
-        elsewhere.show();
-        elsewhere.requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&elsewhere));
-        window->requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    }
-
-    /// How often the group has lost the keyboard to somebody in the window.
-    int leavings() const { return item("group")->property("leavings").toInt(); }
-
-    QString typedText() const { return item("field")->property("text").toString(); }
-
-    QQmlEngine engine;
-    std::unique_ptr<QQuickWindow> window;
-    std::unique_ptr<BoardInput> input;
-};
 
 TEST_F(BoardInputTest, Arrows_Space_Return_and_Escape_drive_the_board)
 {
@@ -292,32 +203,6 @@ TEST_F(BoardInputTest, An_open_menu_has_its_keys_to_itself)
     EXPECT_EQ(store().boardNavigation(), State::idle());
 }
 
-TEST_F(BoardInputTest, A_click_outside_a_field_takes_its_focus_and_one_inside_does_not)
-{
-    item("field")->forceActiveFocus();
-    clickAt({50, 30});
-    EXPECT_TRUE(item("field")->hasActiveFocus());
-    clickAt({300, 200});
-    EXPECT_FALSE(item("field")->hasActiveFocus());
-}
-
-TEST_F(BoardInputTest, A_field_that_is_left_takes_what_it_stands_in_along)
-{
-    item("edited")->forceActiveFocus();
-    press(Qt::Key_Down);
-    EXPECT_FALSE(item("row")->hasActiveFocus());
-    item("edited")->forceActiveFocus();
-    clickAt({300, 200});
-    EXPECT_FALSE(item("row")->hasActiveFocus());
-}
-
-TEST_F(BoardInputTest, A_click_changes_nothing_while_no_field_has_the_focus)
-{
-    item("button")->forceActiveFocus();
-    clickAt({300, 200});
-    EXPECT_TRUE(item("button")->hasActiveFocus());
-}
-
 TEST_F(BoardInputTest, A_minimised_window_consumes_no_key)
 {
     window->setWindowStates(Qt::WindowMinimized);
@@ -346,92 +231,5 @@ TEST_F(BoardInputTest, A_hidden_window_consumes_no_key)
     EXPECT_EQ(store().boardNavigation(), State::idle());
 }
 
-TEST_F(BoardInputTest, A_button_that_belongs_to_a_field_is_not_left_with_it)
-{
-    item("written")->forceActiveFocus();
-    clickAt({295, 80});
-    EXPECT_FALSE(item("written")->hasActiveFocus());
-    EXPECT_EQ(window->property("presses").toInt(), 1);
-    EXPECT_EQ(leavings(), 0);
-}
-
-TEST_F(BoardInputTest, A_field_gives_up_the_keyboard_when_another_program_gets_it)
-{
-    item("field")->forceActiveFocus();
-    press(Qt::Key_A);
-    goElsewhereAndBack();
-    EXPECT_FALSE(item("field")->hasActiveFocus());
-    press(Qt::Key_B);
-    EXPECT_EQ(typedText(), QStringLiteral("a"));
-}
-
-TEST_F(BoardInputTest, A_field_that_waits_is_left_by_a_click_beside_it_and_by_a_key_of_the_board)
-{
-    item("written")->forceActiveFocus();
-    goElsewhereAndBack();
-    EXPECT_FALSE(item("written")->hasActiveFocus());
-    // The letter is nobody's, and Escape has nothing to leave.
-    press(Qt::Key_B);
-    press(Qt::Key_Escape);
-    const int before = leavings();
-    clickAt({300, 200});
-    EXPECT_EQ(leavings(), before + 1);
-    clickAt({300, 200});
-    EXPECT_EQ(leavings(), before + 1);
-
-    item("written")->forceActiveFocus();
-    goElsewhereAndBack();
-    const int again = leavings();
-    press(Qt::Key_Right);
-    EXPECT_EQ(leavings(), again + 1);
-    EXPECT_FALSE(item("written")->hasActiveFocus());
-    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
-}
-
-TEST_F(BoardInputTest, A_click_in_a_field_that_waits_or_on_its_button_does_not_leave_it)
-{
-    item("written")->forceActiveFocus();
-    goElsewhereAndBack();
-    const int before = leavings();
-    clickAt({230, 80});
-    EXPECT_TRUE(item("written")->hasActiveFocus());
-    EXPECT_EQ(leavings(), before);
-
-    goElsewhereAndBack();
-    const int again = leavings();
-    clickAt({295, 80});
-    EXPECT_EQ(window->property("presses").toInt(), 1);
-    EXPECT_EQ(leavings(), again);
-}
-
-TEST_F(BoardInputTest, A_field_that_waits_may_go)
-{
-    item("field")->forceActiveFocus();
-    goElsewhereAndBack();
-    delete item("field");
-    press(Qt::Key_Right);
-    clickAt({300, 200});
-    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
-}
-
-TEST_F(BoardInputTest, A_field_in_a_sheet_keeps_its_keyboard_for_when_its_window_has_it_again)
-{
-    QObject* const sheet = window->findChild<QObject*>(QStringLiteral("sheet"));
-    ASSERT_TRUE(QMetaObject::invokeMethod(sheet, "open"));
-    ASSERT_TRUE(QTest::qWaitFor([sheet] { return sheet->property("opened").toBool(); }));
-    item("inSheet")->forceActiveFocus();
-    goElsewhereAndBack();
-    EXPECT_TRUE(item("inSheet")->hasActiveFocus());
-}
-
 } // namespace
 } // namespace kelpa::test
-
-int main(int argc, char** argv)
-{
-    testing::InitGoogleTest(&argc, argv);
-    // The window is shown to nobody.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}

@@ -1,0 +1,115 @@
+// Who has the keyboard within the board's window, and how a field loses it.
+#include "shell/BoardInputFixture.h"
+
+namespace kelpa::test {
+namespace {
+
+using State = BoardNavigationState;
+using BoardFocusTest = BoardInputTest;
+
+TEST_F(BoardFocusTest, A_click_outside_a_field_takes_its_focus_and_one_inside_does_not)
+{
+    item("field")->forceActiveFocus();
+    clickAt({50, 30});
+    EXPECT_TRUE(item("field")->hasActiveFocus());
+    clickAt({300, 200});
+    EXPECT_FALSE(item("field")->hasActiveFocus());
+}
+
+TEST_F(BoardFocusTest, A_field_that_is_left_takes_what_it_stands_in_along)
+{
+    item("edited")->forceActiveFocus();
+    press(Qt::Key_Down);
+    EXPECT_FALSE(item("row")->hasActiveFocus());
+    item("edited")->forceActiveFocus();
+    clickAt({300, 200});
+    EXPECT_FALSE(item("row")->hasActiveFocus());
+}
+
+TEST_F(BoardFocusTest, A_click_changes_nothing_while_no_field_has_the_focus)
+{
+    item("button")->forceActiveFocus();
+    clickAt({300, 200});
+    EXPECT_TRUE(item("button")->hasActiveFocus());
+}
+
+TEST_F(BoardFocusTest, A_button_that_belongs_to_a_field_is_not_left_with_it)
+{
+    item("written")->forceActiveFocus();
+    clickAt({295, 80});
+    EXPECT_FALSE(item("written")->hasActiveFocus());
+    EXPECT_EQ(window->property("presses").toInt(), 1);
+    EXPECT_EQ(leavings(), 0);
+}
+
+TEST_F(BoardFocusTest, A_field_gives_up_the_keyboard_when_another_program_gets_it)
+{
+    item("field")->forceActiveFocus();
+    press(Qt::Key_A);
+    goElsewhereAndBack();
+    EXPECT_FALSE(item("field")->hasActiveFocus());
+    press(Qt::Key_B);
+    EXPECT_EQ(typedText(), QStringLiteral("a"));
+}
+
+TEST_F(BoardFocusTest, A_field_that_waits_is_left_by_a_click_beside_it_and_by_a_key_of_the_board)
+{
+    item("written")->forceActiveFocus();
+    goElsewhereAndBack();
+    EXPECT_FALSE(item("written")->hasActiveFocus());
+    // The letter is nobody's, and Escape has nothing to leave.
+    press(Qt::Key_B);
+    press(Qt::Key_Escape);
+    const int before = leavings();
+    clickAt({300, 200});
+    EXPECT_EQ(leavings(), before + 1);
+    clickAt({300, 200});
+    EXPECT_EQ(leavings(), before + 1);
+
+    item("written")->forceActiveFocus();
+    goElsewhereAndBack();
+    const int again = leavings();
+    press(Qt::Key_Right);
+    EXPECT_EQ(leavings(), again + 1);
+    EXPECT_FALSE(item("written")->hasActiveFocus());
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
+}
+
+TEST_F(BoardFocusTest, A_click_in_a_field_that_waits_or_on_its_button_does_not_leave_it)
+{
+    item("written")->forceActiveFocus();
+    goElsewhereAndBack();
+    const int before = leavings();
+    clickAt({230, 80});
+    EXPECT_TRUE(item("written")->hasActiveFocus());
+    EXPECT_EQ(leavings(), before);
+
+    goElsewhereAndBack();
+    const int again = leavings();
+    clickAt({295, 80});
+    EXPECT_EQ(window->property("presses").toInt(), 1);
+    EXPECT_EQ(leavings(), again);
+}
+
+TEST_F(BoardFocusTest, A_field_that_waits_may_go)
+{
+    item("field")->forceActiveFocus();
+    goElsewhereAndBack();
+    delete item("field");
+    press(Qt::Key_Right);
+    clickAt({300, 200});
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
+}
+
+TEST_F(BoardFocusTest, A_field_in_a_sheet_keeps_its_keyboard_for_when_its_window_has_it_again)
+{
+    QObject* const sheet = window->findChild<QObject*>(QStringLiteral("sheet"));
+    ASSERT_TRUE(QMetaObject::invokeMethod(sheet, "open"));
+    ASSERT_TRUE(QTest::qWaitFor([sheet] { return sheet->property("opened").toBool(); }));
+    item("inSheet")->forceActiveFocus();
+    goElsewhereAndBack();
+    EXPECT_TRUE(item("inSheet")->hasActiveFocus());
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,96 @@
+// A small window that is driven as the board is.
+#pragma once
+
+#include "shell/BoardInput.h"
+#include "support/StoreFixture.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+namespace kelpa::test {
+
+/// A window with a field, a button, a card as the board has them, and a place that takes nothing.
+inline const QByteArray boardScene =
+    "import QtQuick\n"
+    "import QtQuick.Controls.Basic\n"
+    "ApplicationWindow { width: 400; height: 300; visible: true\n"
+    "  property int presses: 0\n"
+    "  TextField { objectName: 'field'; x: 10; y: 10; width: 200; height: 40 }\n"
+    "  FocusScope { objectName: 'row'; Item {}\n"
+    "    TextField { objectName: 'edited'; x: 220; y: 10; width: 100; height: 40; focus: true } }\n"
+    "  Button { objectName: 'button'; x: 10; y: 100; width: 100; height: 40\n"
+    "    onClicked: ++parent.Window.window.presses }\n"
+    "  Control { objectName: 'card'; x: 10; y: 160; width: 100; height: 40; focusPolicy: "
+    "Qt.TabFocus\n"
+    "    property int returns: 0; property int menus: 0\n"
+    "    Keys.onReturnPressed: ++returns\n"
+    "    Keys.onMenuPressed: ++menus }\n"
+    "  FocusScope { id: group; x: 220; y: 60; width: 100; height: 40\n"
+    "    property int leavings: 0; objectName: 'group'\n"
+    "    onActiveFocusChanged: if (!activeFocus && Window.active) ++leavings\n"
+    "    TextField { objectName: 'written'; width: 60; height: 40; focus: true }\n"
+    "    Button { x: 60; width: 40; height: 40; onClicked: ++parent.Window.window.presses } }\n"
+    "  Popup { objectName: 'sheet'; x: 10; y: 220; focus: true\n"
+    "    TextField { objectName: 'inSheet' } }\n"
+    "  Menu { objectName: 'menu'; MenuItem { text: 'a' } MenuItem { text: 'b' } }\n"
+    "}\n";
+
+class BoardInputTest : public StoreFixture
+{
+protected:
+    void SetUp() override
+    {
+        QQmlComponent component(&engine);
+        component.setData(boardScene, QUrl());
+        window.reset(qobject_cast<QQuickWindow*>(component.create()));
+        ASSERT_NE(window, nullptr) << qPrintable(component.errorString());
+        input = std::make_unique<BoardInput>(*window, store());
+        window->requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    void TearDown() override
+    {
+        input.reset();
+        window.reset();
+    }
+
+    QQuickItem* item(const char* name) const
+    {
+        return window->findChild<QQuickItem*>(QString::fromLatin1(name));
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(window.get(), key, modifiers);
+    }
+
+    void clickAt(const QPoint& place)
+    {
+        QTest::mouseClick(window.get(), Qt::LeftButton, {}, place);
+    }
+
+    void goElsewhereAndBack()
+    {
+        QWindow elsewhere;
+        elsewhere.show();
+        elsewhere.requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&elsewhere));
+        window->requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    /// How often the group has lost the keyboard to somebody in the window.
+    int leavings() const { return item("group")->property("leavings").toInt(); }
+
+    QString typedText() const { return item("field")->property("text").toString(); }
+
+    QQmlEngine engine;
+    std::unique_ptr<QQuickWindow> window;
+    std::unique_ptr<BoardInput> input;
+};
+
+} // namespace kelpa::test

@@ -1,0 +1,116 @@
+#include "shell/MainWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+#include <vector>
+
+namespace kelpa::test {
+namespace {
+
+/// Notes what is asked of the desktop, and where the window was by then.
+class FakeOwnWindow : public OwnWindow
+{
+public:
+    struct Request
+    {
+        std::uint32_t window;
+        FrontOccasion occasion;
+    };
+
+    void requestFront(std::uint32_t window, const FrontOccasion& occasion) override
+    {
+        requests.push_back({window, occasion});
+    }
+    std::unique_ptr<Subscription> watchCovered(std::uint32_t, std::function<void(bool)>) override
+    {
+        return nullptr;
+    }
+
+    std::vector<Request> requests;
+};
+
+/// A window where a person has put it.
+class PlacedWindow
+{
+public:
+    explicit PlacedWindow(const QRect& frame)
+    {
+        window.setFlags(Qt::FramelessWindowHint);
+        window.setGeometry(frame);
+        window.show();
+        EXPECT_EQ(window.frameGeometry(), frame) << "where it is to begin with";
+    }
+    QRect frame() const { return window.frameGeometry(); }
+
+    QWindow window;
+    FakeOwnWindow desktop;
+    MainWindow main{window, desktop};
+};
+
+QRect screenArea()
+{
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+
+TEST(MainWindowShow, Asks_once_for_the_front_with_what_led_to_it)
+{
+    PlacedWindow placed({100, 100, 300, 200});
+    placed.main.show({.inputTime = 4711, .startupID = "kelpa-1"});
+    ASSERT_EQ(placed.desktop.requests.size(), 1U);
+    const FakeOwnWindow::Request& request = placed.desktop.requests.front();
+    EXPECT_EQ(request.window, static_cast<std::uint32_t>(placed.window.winId()));
+    EXPECT_EQ(request.occasion.inputTime, 4711U);
+    EXPECT_EQ(request.occasion.startupID, "kelpa-1");
+}
+
+TEST(MainWindowShow, Keeps_the_size_and_place_that_the_person_gave_it_each_time)
+{
+    PlacedWindow placed({40, 60, 500, 300});
+    for (std::size_t times = 1; times <= 3; ++times) {
+        placed.main.show();
+        EXPECT_EQ(placed.frame(), QRect(40, 60, 500, 300));
+        EXPECT_TRUE(placed.window.isVisible());
+        EXPECT_EQ(placed.desktop.requests.size(), times) << "also where it is in front already";
+    }
+}
+
+TEST(MainWindowShow, Brings_a_window_that_lies_off_the_screen_to_its_middle)
+{
+    const QRect area = screenArea();
+    for (const QPoint corner : {QPoint(area.right() + 1, 10), QPoint(20, area.bottom() + 1),
+                                QPoint(area.left() - 400, 10), QPoint(20, area.top() - 300)}) {
+        PlacedWindow placed({corner, QSize(400, 300)});
+        placed.main.show();
+        EXPECT_EQ(placed.frame().size(), QSize(400, 300));
+        EXPECT_EQ(placed.frame().center(), area.center());
+        EXPECT_EQ(placed.desktop.requests.size(), 1U);
+    }
+}
+
+TEST(MainWindowShow, Leaves_a_window_of_which_one_pixel_is_on_the_screen)
+{
+    const QRect area = screenArea();
+    for (const QPoint corner : {QPoint(area.right(), 10), QPoint(20, area.bottom()),
+                                QPoint(area.left() - 399, 10), QPoint(20, area.top() - 299)}) {
+        PlacedWindow placed({corner, QSize(400, 300)});
+        placed.main.show();
+        EXPECT_EQ(placed.frame(), QRect(corner, QSize(400, 300)));
+    }
+}
+
+TEST(MainWindowShow, Shows_a_window_that_was_hidden)
+{
+    PlacedWindow placed({100, 100, 300, 200});
+    placed.window.hide();
+    placed.main.show();
+    EXPECT_TRUE(placed.window.isVisible());
+    EXPECT_EQ(placed.frame().size(), QSize(300, 200));
+    EXPECT_EQ(placed.desktop.requests.size(), 1U);
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,86 @@
+#include "views/ViewEngine.h"
+
+#include "support/StoreFixture.h"
+
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace kelpa::test {
+namespace {
+
+class ViewEngineTest : public StoreFixture
+{
+protected:
+    ViewEngine view{
+        store(),
+        desktop,
+        scheduler,
+        {.keyNames = KeyNames::withSuper(), .appearance = std::nullopt, .isReducingMotion = true}};
+
+    /// Whether a text with these words can be seen.
+    bool shows(const QString& words) const
+    {
+        const auto items = view.window()->findChildren<QQuickItem*>();
+        return std::ranges::any_of(items, [&words](const QQuickItem* item) {
+            return item->isVisible() && item->property("text").toString().contains(words);
+        });
+    }
+};
+
+TEST_F(ViewEngineTest, The_first_frame_of_the_window_fills_the_usable_area)
+{
+    ASSERT_TRUE(view.show());
+    EXPECT_EQ(view.window()->windowStates(), Qt::WindowMaximized);
+    EXPECT_EQ(view.window()->frameGeometry(), view.window()->screen()->availableGeometry());
+    EXPECT_TRUE(view.finish());
+}
+
+TEST_F(ViewEngineTest, Keys_do_nothing_before_the_board_has_been_drawn)
+{
+    QSignalSpy shown(&view, &ViewEngine::boardShown);
+    ASSERT_TRUE(view.show());
+    QQuickWindow& window = *view.window();
+    // As soon as the window has the keyboard, so that nothing else keeps it from the keys.
+    int presses = 0;
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &window, [&] {
+        for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Space, Qt::Key_Down}) {
+            if (!window.isActive() || !shown.isEmpty())
+                return;
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(&window, &event);
+            ++presses;
+        }
+    });
+    ASSERT_TRUE(shown.wait());
+    EXPECT_EQ(presses, 3);
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::idle());
+
+    ASSERT_TRUE(window.isActive());
+    QTest::keyClick(&window, Qt::Key_Right);
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::unifiedTodos()));
+    EXPECT_EQ(shown.size(), 1);
+    EXPECT_TRUE(view.finish());
+}
+
+TEST_F(ViewEngineTest, The_double_tap_is_told_of_only_while_it_would_be_noticed)
+{
+    store().setLanguage(AppLanguage::english);
+    ASSERT_TRUE(view.show());
+    const QString keys = QStringLiteral("Arrows Select");
+    const QString tap = QStringLiteral("Press Super twice");
+    EXPECT_TRUE(shows(keys));
+    EXPECT_FALSE(shows(tap));
+    view.setDoubleTapOffered(true);
+    EXPECT_TRUE(shows(tap));
+    view.setDoubleTapOffered(false);
+    EXPECT_FALSE(shows(tap));
+    EXPECT_TRUE(shows(keys));
+    EXPECT_TRUE(view.finish());
+}
+
+} // namespace
+} // namespace kelpa::test
