@@ -139,6 +139,14 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
         QObject::connect(
             &application, &QGuiApplication::commitDataRequest, &view,
             [&store](QSessionManager&) { store.finishSaving(); }, Qt::DirectConnection);
+        // The next session starts it again, with this board.
+        QObject::connect(
+            &application, &QGuiApplication::saveStateRequest, &view,
+            [&settingsPath](QSessionManager& session) {
+                session.setRestartCommand(session.restartCommand()
+                                          << QStringLiteral("--settings") << settingsPath);
+            },
+            Qt::DirectConnection);
         const SuddenEnd suddenEnd(application, [&store] { store.finishSaving(); });
         signals.listen([] { QCoreApplication::quit(); });
         status = QGuiApplication::exec();

@@ -42,6 +42,8 @@ TODO, IN_PROGRESS, COMPLETED = "Todo", "In progress", "Completed"
 _STATUS = "Todo status: "
 NEEDS_SCREEN_CAPTURE = "Screen Recording permission is needed for live previews"
 NEEDS_ACCESSIBILITY = "Accessibility permission is needed to focus and open windows"
+KEYS_HINT = "Arrows Select & Expand · Space Enter / Open · Esc Back"
+TAP_HINT = "Press Super twice to bring Kelpa forward instantly"
 # The list beside the board with an entry for each goal.
 RAIL = "Goals"
 # Between an application and a window's title, in any language.

@@ -2,10 +2,12 @@
 
 import os
 import pathlib
+import re
 import signal
 import subprocess
 
 import board as boards
+import processes
 import settings
 from front import await_front, await_monitor, start_kelpa
 from kelpa import Kelpa
@@ -66,6 +68,36 @@ def in_a_session_that_prefers_wayland_it_is_an_x11_program(desktop, binary):
         desktop.env["QT_QPA_PLATFORM"] = "xcb"
 
 
+def under_wayland_no_double_tap_is_offered(desktop, binary):
+    """There an X11 program does not hear what is typed into the others."""
+    log = desktop.directory / "weston.log"
+    desktop.start("weston", "--backend=headless-backend.so", "--xwayland", "--no-config",
+                  "--socket=kelpa-test", f"--log={log}")
+
+    def display():
+        words = log.read_text(errors="replace") if log.exists() else ""
+        found = re.search(r"xserver listening on display (:[0-9]+)$", words, re.MULTILINE)
+        return found and found[1]
+
+    number = wait_until("the Wayland session has its X server", display)
+    path = desktop.directory / "beside.sqlite"
+    settings.write(path)
+    beside = processes.start([str(binary), "--settings", str(path)],
+                             desktop.env | {"DISPLAY": number, "WAYLAND_DISPLAY": "kelpa-test"},
+                             desktop.directory / "beside.log")
+    board = boards.Board(beside.pid)
+    wait_until("the board is shown", lambda: board.has_text(boards.KEYS_HINT), 60)
+    # Another one, which is started only now but on a desktop that tells of every key, offers it.
+    kelpa, _ = start_kelpa(desktop, binary)
+    wait_until("the double tap is offered", lambda: kelpa.board.has_text(boards.TAP_HINT))
+    kelpa.quit()
+    if board.has_text(boards.TAP_HINT) or not board.has_text(boards.KEYS_HINT):
+        raise AssertionError(board.outline())
+    beside.terminate()
+    if beside.wait(timeout=30) != 0:
+        raise AssertionError(f"ended with {beside.returncode}")
+
+
 def a_signal_ends_a_start_that_waits_for_a_first_that_hangs(desktop, binary):
     kelpa, path = start_kelpa(desktop, binary)
     os.kill(kelpa.process_id(), signal.SIGSTOP)
@@ -86,6 +118,69 @@ def a_signal_ends_a_start_that_waits_for_a_first_that_hangs(desktop, binary):
     finally:
         os.kill(kelpa.process_id(), signal.SIGCONT)
     kelpa.quit()
+
+
+class _Session:
+    """A session manager, which starts what the session before has left, and ends what runs."""
+
+    def __init__(self, desktop, *arguments):
+        pathlib.Path(desktop.env["HOME"], ".xsmstartup").write_text("true\n", encoding="utf-8")
+        self._log = desktop.directory / f"session-{len(arguments)}.log"
+        # What it says is read while it runs.
+        self._manager = desktop.start("stdbuf", "-oL", "xsm", "-verbose", *arguments, log=self._log)
+        self.env = {"SESSION_MANAGER": wait_until("the session has its address", self._address)}
+
+    def _words(self):
+        return self._log.read_text(errors="replace")
+
+    def _address(self):
+        return next((line.removeprefix("setenv SESSION_MANAGER ") for line in self._words().splitlines()
+                     if line.startswith("setenv SESSION_MANAGER ")), None)
+
+    def await_saved(self, times):
+        """Until its programs have saved what they have, for the session, so often."""
+        wait_until(f"the session is saved {times} times",
+                   lambda: self._words().count("received SAVE YOURSELF DONE [Success = True]") >= times)
+
+    def save(self):
+        self._manager.send_signal(signal.SIGUSR1)
+
+    def end(self):
+        self._manager.terminate()
+        if self._manager.wait(timeout=30) != 0:
+            raise AssertionError(self._words())
+        if "sent DIE" not in self._words():
+            raise AssertionError("nobody took part in the session")
+
+
+def the_end_of_a_session_ends_it_and_the_next_session_has_it_again(desktop, binary):
+    path = desktop.directory / "some board.sqlite"
+    settings.write(path)
+    session = _Session(desktop)
+    kelpa = Kelpa(desktop, binary, path, env=session.env)
+    kelpa.start()
+    session.await_saved(1)
+    kelpa.create_goal("Before it was saved")
+    session.save()
+    session.await_saved(2)
+    # It has only been asked to save.
+    kelpa.create_goal("Before its end")
+    session.end()
+    status = kelpa.wait()
+    if status != 0:
+        raise AssertionError(f"ended with {status}\n{kelpa.output()}")
+    kelpa.check_output()
+    _check_goals(path, ["Before it was saved", "Before its end"])
+
+    session = _Session(desktop, "-session", "Default")
+    again = desktop.wait_for_window(boards.WINDOW)
+    board = boards.Board(again.pid)
+    wait_until("the same board is there", lambda: board.goal_titles() == [
+        "Before it was saved", "Before its end"])
+    session.end()
+    wait_until("its window is gone", lambda: all(
+        window.title != boards.WINDOW for window in desktop.windows()))
+    _check_goals(path, ["Before it was saved", "Before its end"])
 
 
 def a_display_that_goes_away_ends_it_and_the_board_is_whole(desktop, binary):
