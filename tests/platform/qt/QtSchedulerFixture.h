@@ -1,0 +1,58 @@
+// A scheduler on an event loop that wakes often enough to notice a deadline.
+#pragma once
+
+#include "platform/qt/QtScheduler.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QEventLoop>
+#include <QTimer>
+
+#include <chrono>
+#include <thread>
+
+namespace kelpa::test {
+
+using Clock = std::chrono::steady_clock;
+
+inline constexpr std::chrono::seconds eventuallyLimit{20};
+
+/// Runs the event loop until `isMet`, at most until the deadline; whether it was met.
+template <class Condition>
+bool eventually(Condition isMet)
+{
+    const auto end = Clock::now() + eventuallyLimit;
+    while (!isMet() && Clock::now() < end)
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    return isMet();
+}
+
+/// Wakes the event loop while `eventually` waits, so that it looks at its deadline.
+class Heartbeat
+{
+public:
+    Heartbeat() { m_timer.start(5); }
+
+private:
+    QTimer m_timer;
+};
+
+/// Runs what is due now, several times over.
+inline void runDueEvents()
+{
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+class QtSchedulerTest : public testing::Test
+{
+protected:
+    QtScheduler scheduler;
+    Heartbeat heartbeat;
+    const std::thread::id mainThread = std::this_thread::get_id();
+};
+
+} // namespace kelpa::test

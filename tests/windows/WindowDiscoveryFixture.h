@@ -1,0 +1,54 @@
+// Discovery over a desktop of plain data.
+#pragma once
+
+#include "support/FakeDesktop.h"
+#include "windows/WindowDiscovery.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace kelpa::test {
+
+class WindowDiscoveryTest : public testing::Test
+{
+protected:
+    QList<WindowItem> discover()
+    {
+        const auto source = desktop.openDiscoverySource();
+        return WindowDiscovery::visibleWindows(*source, FakeDesktop::ownProcess);
+    }
+
+    QList<WindowID> discoveredIDs()
+    {
+        QList<WindowID> ids;
+        for (const WindowItem& window : discover())
+            ids.append(window.id);
+        return ids;
+    }
+
+    /// The accessibility windows that the fake shows of a process.
+    std::vector<AccessibilityWindow>& elementsOf(ProcessID process)
+    {
+        auto& elements = desktop.accessibilityWindows[process];
+        if (!elements)
+            elements.emplace();
+        return *elements;
+    }
+
+    static AccessibilityWindow element(const Rect& frame, const std::optional<QString>& title)
+    {
+        AccessibilityWindow window;
+        window.position = Point{frame.x, frame.y};
+        window.size = Size{frame.width, frame.height};
+        window.title = title;
+        return window;
+    }
+
+    FakeDesktop desktop;
+};
+
+inline const QList<WindowID> nothing;
+inline constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+} // namespace kelpa::test
