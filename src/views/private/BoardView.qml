@@ -1,0 +1,70 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// The part of the board that shows. It scrolls by itself to what is to be seen.
+Flickable {
+    id: root
+
+    required property BoardController board
+    /// Where the content ends, with the room below it; points, of the content's coordinates.
+    required property real end
+
+    // Room that is not needed any more stays until nothing moves in it.
+    property real easedEnd: root.end
+    /// Above and below what shows, so that the Tab key finds what follows.
+    readonly property real reach: 100
+    /// Whether it is on its way to what is to be seen.
+    readonly property bool isScrolling: scrolling.running
+
+    /// Of the content's coordinates; scrolls as little as is needed, and to the upper end of what
+    /// does not fit.
+    function reveal(top: real, length: real): void {
+        const first = top - Theme.large;
+        const last = top + length + Theme.large - root.height;
+        const wanted = Math.min(first, Math.max(last, root.contentY));
+        scrolling.stop();
+        scrolling.to = root.within(wanted);
+        if (scrolling.to !== root.contentY)
+            scrolling.start();
+    }
+    /// At once, by so many points.
+    function scrollBy(step: real): void {
+        scrolling.stop();
+        root.contentY = root.within(root.contentY + step);
+    }
+    function within(place: real): real {
+        return Math.max(0, Math.min(place, root.end - root.height));
+    }
+
+    contentHeight: Math.max(root.end, root.easedEnd)
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    onMovementStarted: scrolling.stop()
+    Accessible.role: Accessible.Pane
+    Accessible.name: root.board.copy.text(CopyKey.Board)
+
+    Behavior on easedEnd {
+        NumberAnimation {
+            duration: Theme.mediumTime
+            easing.type: Easing.OutCubic
+        }
+    }
+    NumberAnimation {
+        id: scrolling
+
+        target: root
+        property: "contentY"
+        duration: Theme.mediumTime
+        easing.type: Easing.OutCubic
+    }
+
+    // Beside all cards.
+    MouseArea {
+        width: root.width
+        height: Math.max(root.height, root.contentHeight)
+        onClicked: root.board.clearSelection()
+    }
+}
