@@ -1,0 +1,113 @@
+import QtQuick
+import QtTest
+import Kelpa
+
+Item {
+    id: root
+
+    width: 1300
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+
+    TodoCase {
+        name: "TodoMenu"
+        goalBoard: board
+
+        function test_the_goals_of_the_menu_follow_their_order_on_the_board() {
+            show(unified(), "", ["Sort"]);
+            const goals = () => {
+                face(unified(), "Sort").forceActiveFocus();
+                keyClick(Qt.Key_Menu);
+                choose("Move to goal");
+                tryVerify(() => menuItems().some(item => item.text === "Second"));
+                const titles = menuItems().filter(item => item.symbol === "circle")
+                    .sort((a, b) => a.y - b.y).map(item => item.text);
+                keyClick(Qt.Key_Escape);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => menuItems().length === 0);
+                return titles;
+            };
+            compare(goals(), ["First", "Second"]);
+            verify(world.board.moveColumn(world.columnOfGoal("First"), 1));
+            compare(goals(), ["Second", "First"]);
+            verify(world.board.moveColumn(world.columnOfGoal("First"), -1));
+            compare(goals(), ["First", "Second"]);
+        }
+        function test_the_menu_button_shows_where_the_pointer_or_the_keyboard_is() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            const menu = button(row(first, "Read"), "ellipsis");
+            compare(menu.Accessible.name, "More todo actions");
+            compare(menu.Accessible.role, Accessible.ButtonMenu);
+            verify(!menu.Accessible.ignored);
+            verify(!menu.isShown);
+            mouseMove(row(first, "Read"), 60, 17);
+            tryCompare(menu, "isShown", true);
+            mouseMove(root, 1, 699);
+            tryCompare(menu, "isShown", false);
+            face(first, "Read").forceActiveFocus();
+            verify(menu.isShown);
+            mouseClick(menu);
+            tryVerify(() => menuItems().length === 5);
+            keyClick(Qt.Key_Escape);
+        }
+        function test_the_menu_of_a_todo_edits_it() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            choose("Edit todo");
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["abc (todo)"]);
+            tryVerify(() => face(first, "abc").activeFocus);
+        }
+        function test_the_menu_of_a_todo_deletes_it() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            mouseClick(row(first, "Read"), 60, 17, Qt.RightButton);
+            tryVerify(() => menuItems().length === 5);
+            choose("Delete todo");
+            tryVerify(() => world.todos("First").length === 1);
+            compare(world.todos("First"), ["Write (todo)"]);
+        }
+        function test_the_keys_move_a_todo_to_another_goal_by_its_menu() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_F10, Qt.ShiftModifier);
+            choose("Move to goal");
+            // The other goal and the unassigned column.
+            tryVerify(() => menuItems().length === 7);
+            choose("Second");
+            tryVerify(() => world.todos("Second").length === 1);
+            compare(world.todos("First"), []);
+        }
+        function test_the_menu_of_a_todo_moves_it_within_the_list_that_shows_it() {
+            const first = column("First");
+            show(first, "First", ["A", "B", "C"]);
+            face(first, "B").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 5);
+            const move = text => menuItems().find(item => item.text === text);
+            verify(move("Move todo up").enabled);
+            verify(move("Move todo down").enabled);
+            choose("Move todo down");
+            tryVerify(() => rowTitles(first).join() === "A,C,B");
+            tryVerify(() => menuItems().length === 0);
+            face(first, "B").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 5);
+            verify(!move("Move todo down").enabled);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+        }
+    }
+}
