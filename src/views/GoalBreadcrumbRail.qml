@@ -60,6 +60,12 @@ FocusScope {
             required property bool isSelected
             required property int index
 
+            // One that waits to be used for another goal is out of the Tab key's way.
+            property bool isWaiting: false
+
+            ListView.onPooled: entry.isWaiting = true
+            ListView.onReused: entry.isWaiting = false
+            visible: !entry.isWaiting
             z: index
             width: entries.width
             height: 18
