@@ -233,12 +233,25 @@ void WindowStore::retrySavingLater()
 
 void WindowStore::showToast(CopyKey text, OffersUndo offersUndo)
 {
-    const bool isOffering = offersUndo == OffersUndo::yes;
-    m_toastTask.reset();
     m_toastText = text;
     publish(m_toastMessage, std::optional(KelpaCopy::text(text, m_language)), Field::toastMessage);
-    publish(m_toastOffersUndo, isOffering, Field::toastOffersUndo);
-    m_toastTask = m_scheduler.after(isOffering ? undoOfferDuration : toastDuration, [this] {
+    publish(m_toastOffersUndo, offersUndo == OffersUndo::yes, Field::toastOffersUndo);
+    startToastTime();
+}
+
+void WindowStore::setToastHeld(bool isHeld)
+{
+    m_isToastHeld = isHeld;
+    if (m_toastMessage)
+        startToastTime();
+}
+
+void WindowStore::startToastTime()
+{
+    m_toastTask.reset();
+    if (m_isToastHeld)
+        return;
+    m_toastTask = m_scheduler.after(m_toastOffersUndo ? undoOfferDuration : toastDuration, [this] {
         const Update update(*this);
         m_toastTask.reset();
         clearToast();

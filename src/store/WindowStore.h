@@ -65,6 +65,8 @@ public:
     const std::optional<QString>& toastMessage() const { return m_toastMessage; }
     /// The toast tells of a deletion, and `undo` takes that very deletion back.
     bool toastOffersUndo() const { return m_toastOffersUndo; }
+    /// While somebody is about to answer the toast, it stays. Let go, it has its whole time again.
+    void setToastHeld(bool isHeld);
     bool canUndo() const { return m_canUndo; }
     bool canRedo() const { return m_canRedo; }
     const QString& searchText() const { return m_searchText; }
@@ -279,6 +281,7 @@ private:
     void retrySavingLater();
     enum class OffersUndo : std::uint8_t { no, yes };
     void showToast(CopyKey text, OffersUndo offersUndo);
+    void startToastTime();
     void clearToast();
     /// Something else came after the deletion that the toast tells of.
     void withdrawUndoOffer();
@@ -349,6 +352,7 @@ private:
     /// Of the toast that is shown, or was last.
     CopyKey m_toastText = CopyKey::TodoCopied;
     bool m_toastOffersUndo = false;
+    bool m_isToastHeld = false;
     bool m_canUndo = false;
     bool m_canRedo = false;
     QString m_searchText;

@@ -162,6 +162,11 @@ bool BoardController::toastOffersUndo() const
     return m_store.toastOffersUndo();
 }
 
+void BoardController::setToastHeld(bool isHeld)
+{
+    m_store.setToastHeld(isHeld);
+}
+
 bool BoardController::isHidingGoalsWithoutOpenTodos() const
 {
     return m_store.isHidingGoalsWithoutOpenTodos();

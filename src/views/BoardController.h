@@ -95,6 +95,8 @@ public:
     QString toastMessage() const;
     /// Whether `undo` takes back what the toast tells of.
     bool toastOffersUndo() const;
+    /// The pointer or the keyboard is on the toast, which stays for that long.
+    Q_INVOKABLE void setToastHeld(bool isHeld);
     GoalListModel* columns() { return &m_columns; }
     BoardTargetModel* targets() { return &m_targets; }
     BreadcrumbModel* breadcrumbs() { return &m_breadcrumbs; }

@@ -64,6 +64,7 @@ T.ApplicationWindow {
         message: root.board.toastMessage
         actionText: root.board.toastOffersUndo ? root.board.copy.text(CopyKey.Undo) : ""
         onActionRequested: root.board.undo()
+        onIsHeldChanged: root.board.setToastHeld(isHeld)
     }
 
     TitleSheet {

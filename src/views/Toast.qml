@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// A short message over the board, and what can be done about it.
@@ -17,12 +16,18 @@ Rectangle {
     property string shownActionText
 
     readonly property bool hasAction: root.shownActionText.length > 0
+    /// Whether somebody reads it or is about to press its button: it is not to go meanwhile.
+    readonly property bool isHeld: root.message.length > 0
+                                   && (hover.hovered || action.activeFocus)
 
     signal actionRequested
 
     function noteShown(): void {
-        if (root.message.length === 0)
+        if (root.message.length === 0) {
+            // The next message must not take the keyboard by itself.
+            action.focus = false;
             return;
+        }
         root.shownMessage = root.message;
         root.shownActionText = root.actionText;
     }
@@ -47,6 +52,9 @@ Rectangle {
         }
     }
 
+    HoverHandler {
+        id: hover
+    }
     AppText {
         id: label
 
@@ -57,7 +65,7 @@ Rectangle {
         text: root.shownMessage
         color: Theme.window
     }
-    T.Button {
+    PressButton {
         id: action
 
         anchors.right: parent.right
@@ -70,12 +78,7 @@ Rectangle {
         visible: root.hasAction
         enabled: root.actionText.length > 0
         focusPolicy: Qt.TabFocus
-        Accessible.name: action.text
-        Accessible.ignored: !action.visible
-        Accessible.onPressAction: action.clicked()
         onClicked: root.actionRequested()
-        Keys.onReturnPressed: action.clicked()
-        Keys.onEnterPressed: action.clicked()
 
         contentItem: AppText {
             horizontalAlignment: Text.AlignHCenter
@@ -92,6 +95,7 @@ Rectangle {
         FocusRing {
             control: action
             radius: height / 2
+            border.color: Theme.window
             isShown: action.visualFocus
         }
     }

@@ -123,6 +123,63 @@ TEST_F(StoreLifecycle, A_toast_follows_the_language_and_gets_no_more_time_for_it
     EXPECT_EQ(store().toastMessage(), std::nullopt);
 }
 
+TEST_F(StoreLifecycle, A_toast_that_is_held_stays_and_has_its_whole_time_when_it_is_let_go)
+{
+    TodoItem item;
+    item.title = QStringLiteral("a");
+    store().setLanguage(AppLanguage::english);
+    store().copyTodo(item);
+    scheduler.advance(1900ms);
+
+    store().setToastHeld(true);
+    EXPECT_EQ(scheduler.timersDue(), 0);
+    scheduler.advance(60s);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("Todo copied to clipboard"));
+
+    store().setToastHeld(false);
+    scheduler.advance(1999ms);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("Todo copied to clipboard"));
+    scheduler.advance(1ms);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+}
+
+TEST_F(StoreLifecycle, A_toast_that_takes_the_place_of_a_held_one_is_held_too)
+{
+    store().setLanguage(AppLanguage::english);
+    store().copyTodo(TodoItem());
+    store().setToastHeld(true);
+
+    store().createGoal(QStringLiteral("Taxes"));
+    store().deleteGoal(store().goals().first().id);
+    scheduler.advance(60s);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("Goal deleted"));
+    EXPECT_TRUE(store().toastOffersUndo());
+
+    store().setToastHeld(false);
+    scheduler.advance(5999ms);
+    EXPECT_TRUE(store().toastOffersUndo());
+    scheduler.advance(1ms);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+}
+
+TEST_F(StoreLifecycle, Letting_go_where_no_toast_shows_starts_no_clock)
+{
+    store().setToastHeld(true);
+    store().setToastHeld(false);
+    EXPECT_EQ(scheduler.timersDue(), 0);
+}
+
+TEST_F(StoreLifecycle, An_offer_that_is_held_ends_with_the_next_change)
+{
+    store().createGoal(QStringLiteral("Taxes"));
+    store().deleteGoal(store().goals().first().id);
+    store().setToastHeld(true);
+
+    store().createGoal(QStringLiteral("Garden"));
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+    EXPECT_FALSE(store().toastOffersUndo());
+}
+
 TEST_F(StoreLifecycle, A_toast_stays_two_seconds_and_a_second_one_gets_two_of_its_own)
 {
     TodoItem item;

@@ -122,6 +122,10 @@ public:
     }
     /// What was started in the background comes to its end.
     Q_INVOKABLE void runPending() { m_scheduler.advance(std::chrono::milliseconds(0)); }
+    Q_INVOKABLE void pass(int milliseconds)
+    {
+        m_scheduler.advance(std::chrono::milliseconds(milliseconds));
+    }
     /// Lets the pause after scrolling pass.
     Q_INVOKABLE void rest() { m_scheduler.advance(std::chrono::milliseconds(300)); }
     Q_INVOKABLE int captureCount() const { return static_cast<int>(m_desktop.captured.size()); }
@@ -135,6 +139,13 @@ public:
     Q_INVOKABLE void compose(const QString& text)
     {
         QInputMethodEvent event(text, {});
+        QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
+    }
+    /// What it does when the person has chosen.
+    Q_INVOKABLE void finishComposing(const QString& text)
+    {
+        QInputMethodEvent event;
+        event.setCommitString(text);
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
     /// A key that is held: what the window system sends again and again.

@@ -15,6 +15,7 @@ Item {
         message: world.board.toastMessage
         actionText: world.board.toastOffersUndo ? world.board.copy.text(CopyKey.Undo) : ""
         onActionRequested: world.board.undo()
+        onIsHeldChanged: world.board.setToastHeld(toast.isHeld)
     }
 
     TestCase {
@@ -69,6 +70,43 @@ Item {
             world.board.todos.copyTodo(world.todoID("Sign", ""), "kelpa-unassigned");
             compare(toast.Accessible.name, "Todo copied to clipboard");
             compare(button(), undefined);
+        }
+        function test_it_stays_while_the_pointer_is_on_it() {
+            deleteGoal();
+            mouseMove(toast, 20, 18);
+            tryVerify(() => toast.isHeld);
+            world.pass(60000);
+            verify(button() !== undefined);
+            compare(world.board.toastMessage, "Goal deleted");
+            mouseMove(root, 1, 1);
+            tryVerify(() => !toast.isHeld);
+            world.pass(5999);
+            compare(world.board.toastMessage, "Goal deleted");
+            world.pass(1);
+            compare(world.board.toastMessage, "");
+            tryVerify(() => !toast.visible);
+        }
+        function test_it_stays_while_its_button_has_the_keyboard() {
+            deleteGoal();
+            button().forceActiveFocus(Qt.TabFocusReason);
+            world.pass(60000);
+            compare(world.board.toastMessage, "Goal deleted");
+            keyClick(Qt.Key_Return);
+            compare(world.goalTitles(), ["Taxes"]);
+            compare(world.board.toastMessage, "");
+            verify(!toast.isHeld);
+        }
+        function test_one_that_goes_under_the_pointer_holds_no_later_one() {
+            deleteGoal();
+            mouseMove(toast, 20, 18);
+            tryVerify(() => toast.isHeld);
+            world.board.undo();
+            verify(!toast.isHeld);
+            tryVerify(() => !toast.visible);
+            mouseMove(root, 1, 1);
+            deleteGoal();
+            world.pass(6000);
+            compare(world.board.toastMessage, "");
         }
         function test_message_and_button_stand_side_by_side_whole() {
             for (const language of world.board.languageNames) {
