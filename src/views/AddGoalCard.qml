@@ -1,11 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// The last card of the board, which makes another goal.
-T.Button {
+PressButton {
     id: root
 
     required property BoardController board
@@ -13,12 +12,7 @@ T.Button {
     // Two of them, with the space between, are as high as a goal's card.
     implicitHeight: (Theme.collapsedCardHeight - Theme.targetSpacing) / 2
     text: root.board.copy.text(CopyKey.AddGoal)
-    focusPolicy: Qt.StrongFocus
-    Accessible.name: root.text
     Accessible.description: root.board.noGoalsHint
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
     contentItem: Item {
         Column {
@@ -56,7 +50,7 @@ T.Button {
         radius: Theme.columnRadius
         color: root.down ? Theme.press : root.hovered ? Theme.hover : "transparent"
         border.width: 1
-        border.color: Theme.fieldOutline
+        border.color: root.hovered ? Theme.accentText : Theme.outline
     }
 
     FocusRing {

@@ -52,7 +52,7 @@ FocusScope {
             height: entries.height
         }
 
-        delegate: T.AbstractButton {
+        delegate: PressButton {
             id: entry
 
             required property string columnID
@@ -71,14 +71,9 @@ FocusScope {
             height: 18
             text: entry.title
             opacity: entry.isSelected ? 1 : 0.65
-            focusPolicy: Qt.StrongFocus
             Accessible.role: Accessible.ListItem
-            Accessible.name: entry.title
             Accessible.selectable: true
             Accessible.selected: entry.isSelected
-            Accessible.onPressAction: entry.clicked()
-            Keys.onReturnPressed: entry.clicked()
-            Keys.onEnterPressed: entry.clicked()
             onClicked: root.board.todos.goToColumn(entry.columnID)
             onActiveFocusChanged: if (entry.activeFocus)
                 entries.positionViewAtIndex(entry.index, ListView.Contain)

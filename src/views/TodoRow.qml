@@ -54,6 +54,11 @@ FocusScope {
         root.isEditedByKeyboard = isByKeyboard;
         root.editRequested();
     }
+    /// One that is held has done its work: it has ended an edit.
+    function takeReturn(event: KeyEvent): void {
+        if (!event.isAutoRepeat)
+            root.edit(true);
+    }
     /// After a click, the keys are the board's again.
     function endEdit(): void {
         root.editEnded();
@@ -95,8 +100,8 @@ FocusScope {
         Accessible.selected: root.isHighlighted
         Accessible.onPressAction: root.edit(true)
         Keys.onMenuPressed: root.openMenuByKeyboard()
-        Keys.onReturnPressed: root.edit(true)
-        Keys.onEnterPressed: root.edit(true)
+        Keys.onReturnPressed: event => root.takeReturn(event)
+        Keys.onEnterPressed: event => root.takeReturn(event)
         Keys.onPressed: event => {
             event.accepted = true;
             if (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier))
@@ -148,7 +153,6 @@ FocusScope {
         IconButton {
             id: statusButton
 
-            x: 1
             anchors.verticalCenter: parent.verticalCenter
             symbol: root.statusSymbol
             size: 28

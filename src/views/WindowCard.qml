@@ -40,8 +40,8 @@ FocusableItem {
     Accessible.onPressAction: root.switchToWindow()
     onVisualFocusChanged: if (root.visualFocus)
         root.board.selectWindow(root.windowID)
-    Keys.onReturnPressed: event => event.accepted = root.takeReturn()
-    Keys.onEnterPressed: event => event.accepted = root.takeReturn()
+    Keys.onReturnPressed: event => event.accepted = root.takeReturn(event)
+    Keys.onEnterPressed: event => event.accepted = root.takeReturn(event)
     Keys.onMenuPressed: root.openMenu()
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
@@ -53,8 +53,8 @@ FocusableItem {
         root.board.focusWindow(root.windowID);
     }
 
-    function takeReturn(): bool {
-        if (root.visualFocus)
+    function takeReturn(event: KeyEvent): bool {
+        if (root.visualFocus && !event.isAutoRepeat)
             root.switchToWindow();
         return root.visualFocus;
     }

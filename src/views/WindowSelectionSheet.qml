@@ -119,7 +119,8 @@ Sheet {
                 if (event.key === Qt.Key_Space && list.currentItem !== null)
                     (list.currentItem as WindowPickerRow).toggle();
                 else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-                    root.picker.confirm();
+                    // One that is held has led here from the search.
+                    event.isAutoRepeat || root.picker.confirm();
                 else if (event.key === Qt.Key_Up && list.currentIndex <= 0)
                     search.forceActiveFocus();
                 else if (event.key === Qt.Key_Home)
@@ -134,6 +135,15 @@ Sheet {
                 width: list.width - (list.contentHeight > list.height ? Theme.medium : 0)
                 board: root.board
             }
+        }
+        // There is more below.
+        Rectangle {
+            anchors.left: list.left
+            anchors.right: list.right
+            anchors.bottom: list.bottom
+            height: 1
+            color: Theme.outline
+            visible: !list.atYEnd
         }
         AppText {
             anchors.fill: list

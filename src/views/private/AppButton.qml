@@ -1,11 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// A button with a text and, if wanted, a symbol before it.
-T.Button {
+PressButton {
     id: root
 
     property string symbol
@@ -19,24 +18,9 @@ T.Button {
     leftPadding: root.symbol.length > 0 ? 10 : 14
     rightPadding: 14
     font: Theme.body
-    focusPolicy: Qt.StrongFocus
     opacity: root.enabled ? 1 : 0.45
-    Accessible.name: root.text
-    Accessible.ignored: !root.visible
     Accessible.description: root.help
-    Accessible.onPressAction: if (root.enabled)
-        root.clicked()
     onPressed: tip.dismiss()
-    // A key that is held presses the button once.
-    Keys.onReturnPressed: event => {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
-    Keys.onEnterPressed: event => {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
-    Keys.onReleased: event => event.accepted = event.isAutoRepeat
 
     contentItem: SymbolLabel {
         symbol: root.symbol
@@ -46,8 +30,8 @@ T.Button {
     }
     background: Rectangle {
         radius: Theme.controlRadius
-        color: root.isPrimary ? (root.hovered && root.enabled ? Theme.accentHover : Theme.accent)
-                              : Theme.field
+        color: !root.isPrimary ? Theme.field : root.down ? Theme.accentPress
+               : root.hovered && root.enabled ? Theme.accentHover : Theme.accent
         border.width: root.isPrimary ? 0 : 1
         border.color: Theme.outline
 
@@ -55,7 +39,7 @@ T.Button {
             anchors.fill: parent
             radius: parent.radius
             color: root.down ? Theme.press : Theme.hover
-            visible: root.down || (root.hovered && !root.isPrimary)
+            visible: !root.isPrimary && (root.down || root.hovered)
         }
         // What is switched on stands out.
         Rectangle {
@@ -68,6 +52,9 @@ T.Button {
 
     FocusRing {
         control: root
+        // Apart from a ground of its own colour.
+        anchors.margins: root.isPrimary ? -4 : -2
+        radius: Theme.controlRadius - anchors.margins
         isShown: root.visualFocus
     }
     HoverTip {

@@ -1,11 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// A small round button in a corner of a card; muted until the card has the pointer or the keyboard.
-T.Button {
+PressButton {
     id: root
 
     required property string symbol
@@ -18,12 +17,7 @@ T.Button {
     implicitHeight: 22
     opacity: 0.9
     focusPolicy: Qt.TabFocus
-    Accessible.name: root.text
-    Accessible.ignored: !root.visible
-    Accessible.onPressAction: root.clicked()
     onPressed: tip.dismiss()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
     contentItem: Item {
         AppIcon {

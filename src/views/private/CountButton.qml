@@ -1,11 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// A number beside a symbol that says what a press adds to it.
-T.Button {
+PressButton {
     id: root
 
     required property int count
@@ -15,14 +14,8 @@ T.Button {
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 20
-    focusPolicy: Qt.StrongFocus
-    Accessible.name: root.text
     Accessible.description: root.label
-    Accessible.ignored: !root.visible
-    Accessible.onPressAction: root.clicked()
     onPressed: tip.dismiss()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
     leftPadding: 6
     rightPadding: 6

@@ -1,12 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// A button that shows only a symbol; its text is its accessible name and, unless it has a help of
 /// its own, its tip.
-T.Button {
+PressButton {
     id: root
 
     required property string symbol
@@ -19,24 +18,9 @@ T.Button {
 
     implicitWidth: root.size
     implicitHeight: root.size
-    focusPolicy: Qt.StrongFocus
     opacity: root.enabled ? 1 : 0.45
-    Accessible.name: root.text
     Accessible.description: root.help
-    Accessible.ignored: !root.visible
-    Accessible.onPressAction: if (root.enabled)
-        root.clicked()
     onPressed: tip.dismiss()
-    // A key that is held presses the button once.
-    Keys.onReturnPressed: event => {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
-    Keys.onEnterPressed: event => {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
-    Keys.onReleased: event => event.accepted = event.isAutoRepeat
 
     contentItem: Item {
         AppIcon {

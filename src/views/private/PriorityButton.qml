@@ -1,11 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// Shows a goal's priority in a capsule of its colour, and opens the menu that changes it.
-T.Button {
+PressButton {
     id: root
 
     required property string symbol
@@ -13,14 +12,8 @@ T.Button {
 
     implicitWidth: 30
     implicitHeight: 20
-    focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.ButtonMenu
-    Accessible.name: root.text
-    Accessible.ignored: !root.visible
-    Accessible.onPressAction: root.clicked()
     onPressed: tip.dismiss()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
     contentItem: Item {
         AppIcon {

@@ -4,7 +4,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// A single-line text field. `committed` comes on Return, but never while an input method composes.
+/// A single-line text field. `committed` comes on Return and `cancelled` on Escape, but neither for
+/// the key that ends the composition of an input method.
 T.TextField {
     id: root
 
@@ -31,9 +32,14 @@ T.TextField {
     Accessible.name: root.label
     // Assistive programs have no Return key.
     Accessible.onPressAction: root.commit()
-    Keys.onReturnPressed: event => event.accepted = root.commit()
-    Keys.onEnterPressed: event => event.accepted = root.commit()
-    Keys.onEscapePressed: root.cancelled()
+    Keys.onReturnPressed: event => event.accepted = root.takeReturn(event)
+    Keys.onEnterPressed: event => event.accepted = root.takeReturn(event)
+    Keys.onEscapePressed: if (root.inputMethodComposing)
+        TextComposition.cancel(root)
+    else if (!composed.running)
+        root.cancelled()
+    onInputMethodComposingChanged: if (!root.inputMethodComposing)
+        composed.restart()
 
     background: Rectangle {
         radius: Theme.controlRadius
@@ -57,6 +63,19 @@ T.TextField {
             return false;
         root.committed();
         return true;
+    }
+    function takeReturn(event: KeyEvent): bool {
+        // One that is held was meant for whatever had the keyboard when it was pressed; one that
+        // comes with the end of a composition was meant for the input method.
+        return event.isAutoRepeat || composed.running || root.commit();
+    }
+
+    // Some input methods end the composition first and pass the key on then. No person presses
+    // another key within this time.
+    Timer {
+        id: composed
+
+        interval: 60
     }
 
     FocusRing {

@@ -1,0 +1,26 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// What all buttons have in common: the Return key presses them too, and a key that is held presses
+/// once.
+T.Button {
+    id: root
+
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: root.text
+    Accessible.ignored: !root.visible
+    Accessible.onPressAction: if (root.enabled)
+        root.clicked()
+    Keys.onReturnPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+    Keys.onEnterPressed: event => {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
+    Keys.onReleased: event => event.accepted = event.isAutoRepeat
+}

@@ -1,0 +1,150 @@
+import QtQuick
+import QtTest
+import Kelpa
+
+/// What an input method composes, in every kind of field.
+Item {
+    id: root
+
+    width: 1300
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+        onRenameRequested: (columnID, title) => sheet.ask(title)
+    }
+    SearchField {
+        id: search
+
+        label: "Search"
+        clearLabel: "Clear"
+    }
+    TitleSheet {
+        id: sheet
+
+        board: world.board
+        title: "Create a goal"
+        explanation: ""
+        placeholder: ""
+        fieldLabel: "Name"
+        confirmLabel: "Create"
+    }
+    WindowSelectionSheet {
+        id: picker
+
+        board: world.board
+    }
+    SignalSpy {
+        id: committed
+
+        signalName: "committed"
+    }
+    SignalSpy {
+        id: cancelled
+
+        signalName: "cancelled"
+    }
+
+    TodoCase {
+        name: "Composition"
+        goalBoard: board
+
+        function focusedField() {
+            const item = root.Window.activeFocusItem;
+            return item instanceof TextInputField ? item : null;
+        }
+        /// Opens a field and returns it once it has the keyboard.
+        function opened(open) {
+            open();
+            tryVerify(() => focusedField() !== null);
+            committed.target = focusedField();
+            cancelled.target = focusedField();
+            committed.clear();
+            cancelled.clear();
+            return focusedField();
+        }
+        function cleanup() {
+            sheet.close();
+            world.board.windowPicker.close();
+            tryVerify(() => !sheet.visible && !picker.visible);
+            board.forceActiveFocus();
+            world.board.todos.cancelEditor();
+            world.removeTodos();
+            tryVerify(() => all(board, item => item instanceof TodoField).length === 0);
+        }
+        function fields() {
+            return [
+                {tag: "search", open: () => search.forceActiveFocus()},
+                {tag: "title of a goal", open: () => sheet.ask("")},
+                {tag: "search of the sheet",
+                 open: () => world.board.windowPicker.open(world.columnOfGoal("First"))},
+                {tag: "new todo",
+                 open: () => world.board.todos.requestEditor(world.columnOfGoal("First"))},
+                {tag: "title of a todo", open: () => {
+                    show(column("First"), "First", ["Read"]);
+                    face(column("First"), "Read").forceActiveFocus(Qt.TabFocusReason);
+                    keyClick(Qt.Key_F2);
+                }}
+            ];
+        }
+
+        function test_return_within_a_composition_commits_nothing_data() {
+            return fields();
+        }
+        function test_return_within_a_composition_commits_nothing(data) {
+            const field = opened(data.open);
+            world.compose("にほん");
+            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Enter);
+            compare(committed.count, 0);
+            verify(field.activeFocus);
+            compare(field.preeditText, "にほん");
+        }
+        function test_return_that_comes_with_the_end_of_a_composition_commits_nothing_data() {
+            return fields();
+        }
+        function test_return_that_comes_with_the_end_of_a_composition_commits_nothing(data) {
+            const field = opened(data.open);
+            field.clear();
+            world.compose("한");
+            world.finishComposing("한");
+            keyClick(Qt.Key_Return);
+            compare(committed.count, 0);
+            compare(field.text, "한");
+            verify(field.activeFocus);
+        }
+        function test_return_after_a_composition_commits_data() {
+            return fields();
+        }
+        function test_return_after_a_composition_commits(data) {
+            const field = opened(data.open);
+            world.compose("本");
+            world.finishComposing("本");
+            // As a person who has read what was written.
+            tryVerify(() => {
+                keyClick(Qt.Key_Return);
+                return committed.count > 0;
+            });
+        }
+        function test_escape_within_a_composition_ends_it_alone_data() {
+            return fields();
+        }
+        function test_escape_within_a_composition_ends_it_alone(data) {
+            const field = opened(data.open);
+            field.text = "ab";
+            world.compose("にほん");
+            keyClick(Qt.Key_Escape);
+            compare(field.preeditText, "");
+            compare(field.text, "ab");
+            compare(cancelled.count, 0);
+            verify(field.activeFocus);
+            tryVerify(() => {
+                keyClick(Qt.Key_Escape);
+                return cancelled.count > 0;
+            });
+        }
+    }
+}
