@@ -66,7 +66,8 @@ Item {
     Rectangle {
         id: dot
 
-        x: Theme.tiny
+        // In the middle of the symbols of the todos below.
+        x: Theme.columnSymbolX - root.x - width / 2
         width: 10
         height: 10
         radius: 5
@@ -78,8 +79,8 @@ Item {
     MarqueeGoalTitle {
         id: titleText
 
-        anchors.left: dot.right
-        anchors.leftMargin: Theme.small
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.columnTextX - root.x
         anchors.right: controls.left
         anchors.rightMargin: Theme.tiny
         anchors.verticalCenter: parent.verticalCenter
@@ -96,7 +97,7 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        spacing: Theme.tiny
+        spacing: 2
 
         HoverHandler {
             id: controlsHover

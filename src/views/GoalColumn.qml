@@ -128,13 +128,13 @@ ExpandableGoalCard {
 
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.top: header.bottom
-        anchors.leftMargin: Theme.medium
+        anchors.leftMargin: Theme.columnTextX
         anchors.rightMargin: Theme.medium
+        y: header.y + header.titleTop + header.titleHeight + 1
         text: root.board.copy.text(CopyKey.UnsortedHint)
         color: Theme.secondaryText
         font: Theme.caption
-        height: visible ? implicitHeight + Theme.small : 0
+        height: Theme.columnListY - y
         verticalAlignment: Text.AlignTop
         visible: root.isUnassigned
         Accessible.ignored: !visible
@@ -206,9 +206,7 @@ ExpandableGoalCard {
         Rectangle {
             anchors.fill: parent
             radius: Theme.cardRadius
-            color: "transparent"
-            border.width: 1
-            border.color: Theme.outline
+            color: Theme.window
         }
         AppText {
             anchors.fill: parent

@@ -23,24 +23,26 @@ QtObject {
     readonly property color press: isDark ? "#26ffffff" : "#1a14181f"
     readonly property color accepting: isDark ? "#2e5b93ff" : "#1f2563eb"
 
-    // Text is readable (4.5 to 1) on every ground above.
+    // Text is readable (4.5 to 1) on every ground above, also under the pointer; symbols and the
+    // outlines of fields stand out (3 to 1).
     readonly property color text: isDark ? "#f1f2f4" : "#191b1f"
-    readonly property color secondaryText: isDark ? "#b0b3bb" : "#565b66"
+    readonly property color secondaryText: isDark ? "#bcbfc8" : "#565b66"
     readonly property color textOnAccent: "#ffffff"
 
     readonly property color accent: isDark ? "#2f6be4" : "#2563eb"
-    readonly property color accentHover: isDark ? "#3b76ec" : "#1d57d8"
+    readonly property color accentHover: isDark ? "#2a60d2" : "#1d57d8"
+    readonly property color accentPress: isDark ? "#2455bd" : "#194cbe"
     readonly property color accentText: isDark ? "#8db4ff" : "#1d4fd0"
-    readonly property color destructive: isDark ? "#ff8a80" : "#b3261e"
+    readonly property color destructive: isDark ? "#ffa198" : "#b3261e"
     readonly property color warning: isDark ? "#f2c14e" : "#8a5a00"
     readonly property color warningGround: isDark ? "#332c1c" : "#fdf3dc"
 
     /// By the stored text of a priority, the most urgent first.
     readonly property var priorityColors: ({
-        "p0": isDark ? "#ff8a80" : "#b3261e",
+        "p0": isDark ? "#ffa198" : "#b3261e",
         "p1": isDark ? "#ffb067" : "#9a4a00",
         "p2": isDark ? "#8db4ff" : "#1d4fd0",
-        "p3": isDark ? "#b0b3bb" : "#565b66"
+        "p3": isDark ? "#bcbfc8" : "#565b66"
     })
     readonly property color done: isDark ? "#6fd08c" : "#1d7a3a"
 
@@ -50,13 +52,15 @@ QtObject {
     readonly property color railBottom: isDark ? "#202125" : "#eff0f3"
     readonly property color cardOutline: isDark ? "#12ffffff" : "#1214181f"
     readonly property color selectedCardOutline: isDark ? "#298db4ff" : "#292563eb"
-    readonly property color fieldOutline: isDark ? "#80858f" : "#868c97"
+    readonly property color fieldOutline: isDark ? "#858a94" : "#7b818d"
     readonly property color focus: isDark ? "#8db4ff" : "#2563eb"
     // Around what holds the selection.
     readonly property color enteredOutline: isDark ? "#598db4ff" : "#592563eb"
     readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"
     readonly property color closing: isDark ? "#d93a31" : "#b3261e"
     readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"
+    // Of what floats over the board; it is laid over itself towards the middle.
+    readonly property color floatingShadow: isDark ? "#1f000000" : "#0a14181f"
     readonly property color shadow: isDark ? "#52000000" : "#1414181f"
 
     // Lengths, on a grid of four points.
@@ -75,6 +79,11 @@ QtObject {
     readonly property int fadeHeight: BoardMeasures.fadeHeight
     readonly property int windowCardHeight: BoardMeasures.windowCardHeight
     readonly property size previewSize: BoardMeasures.previewSize
+    // In a column, from its left edge: the middle of the symbols, and where all its texts begin.
+    readonly property int columnSymbolX: 22
+    readonly property int columnTextX: 38
+    // Where the list begins below a title with an explanation.
+    readonly property int columnListY: 60
     readonly property int sheetWidth: 390
     readonly property int controlHeight: 32
     readonly property int symbolSize: 16

@@ -193,7 +193,7 @@ Item {
 
         width: parent.width
         height: visible ? Theme.todoHeight : 0
-        leftPadding: 7
+        leftPadding: Theme.columnTextX - Theme.small
         text: root.board.copy.text(CopyKey.NoTodosYet)
         color: Theme.secondaryText
         visible: root.listModel.count === 0

@@ -70,9 +70,9 @@ QString statusSymbol(TodoStatus status)
     case TodoStatus::todo:
         return QStringLiteral("circle");
     case TodoStatus::ing:
-        return QStringLiteral("contrast");
+        return QStringLiteral("circle-half");
     case TodoStatus::completed:
-        return QStringLiteral("circle-check");
+        return QStringLiteral("circle-check-filled");
     }
     return {};
 }

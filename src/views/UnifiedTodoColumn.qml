@@ -52,42 +52,42 @@ Item {
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.margins: Theme.small
-        height: 46
+        height: 40
 
         AppIcon {
             id: icon
 
-            x: Theme.tiny
-            y: 10
+            x: Theme.columnSymbolX - header.x - width / 2
+            anchors.verticalCenter: parent.verticalCenter
             name: "list-checks"
         }
-        Column {
-            anchors.left: icon.right
-            anchors.leftMargin: Theme.small
-            anchors.right: addButton.left
-            y: 9
-            spacing: 1
+        AppText {
+            id: titleText
 
-            AppText {
-                width: parent.width
-                text: root.board.copy.text(CopyKey.AllTodos)
-                font: Theme.bodyStrong
-                Accessible.ignored: !visible
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-            AppText {
-                width: parent.width
-                text: root.board.copy.text(CopyKey.AllTodosSubtitle)
-                font: Theme.caption
-                color: Theme.secondaryText
-            }
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.columnTextX - header.x
+            anchors.right: addButton.left
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.board.copy.text(CopyKey.AllTodos)
+            font: Theme.bodyStrong
+            Accessible.ignored: !visible
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        AppText {
+            anchors.left: titleText.left
+            anchors.right: parent.right
+            anchors.top: titleText.bottom
+            anchors.topMargin: 1
+            text: root.board.copy.text(CopyKey.AllTodosSubtitle)
+            font: Theme.caption
+            color: Theme.secondaryText
         }
         IconButton {
             id: addButton
 
             anchors.right: parent.right
-            y: 4
+            anchors.verticalCenter: parent.verticalCenter
             symbol: "lightbulb-plus"
             size: 28
             text: root.board.copy.text(CopyKey.AddTodo)
@@ -99,10 +99,9 @@ Item {
 
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.top: header.bottom
         anchors.leftMargin: Theme.small
         anchors.rightMargin: Theme.small
-        anchors.topMargin: Theme.tiny
+        y: Theme.columnListY
         height: implicitHeight
         maximumHeight: 2 * Theme.collapsedCardHeight + Theme.targetSpacing - y - Theme.medium
         board: root.board

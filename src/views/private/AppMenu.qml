@@ -31,11 +31,8 @@ T.Menu {
         currentIndex: root.currentIndex
         T.ScrollBar.vertical: AppScrollBar {}
     }
-    background: Rectangle {
+    background: FloatingGround {
         radius: Theme.controlRadius + Theme.tiny
-        color: Theme.popup
-        border.width: 1
-        border.color: Theme.outline
     }
 
     function widestItem(): real {

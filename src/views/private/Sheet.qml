@@ -22,11 +22,8 @@ T.Dialog {
     // The scrim is chosen before a sheet is about to show.
     onClosed: root.modal = true
 
-    background: Rectangle {
+    background: FloatingGround {
         radius: Theme.columnRadius
-        color: Theme.popup
-        border.width: 1
-        border.color: Theme.outline
         Accessible.role: Accessible.Dialog
         Accessible.name: root.title
     }

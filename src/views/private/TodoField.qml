@@ -38,7 +38,7 @@ FocusScope {
     Accessible.ignored: true
 
     AppIcon {
-        x: 7
+        x: 6
         name: root.symbol
         anchors.verticalCenter: parent.verticalCenter
     }
@@ -46,14 +46,15 @@ FocusScope {
         id: field
 
         anchors.left: parent.left
-        anchors.leftMargin: 30
+        // The text stands where it stands when it is not being written.
+        anchors.leftMargin: 26
         anchors.right: cancelButton.left
         anchors.rightMargin: 2
         anchors.verticalCenter: parent.verticalCenter
         implicitHeight: 28
         focus: true
-        leftPadding: 8
-        rightPadding: 8
+        leftPadding: 4
+        rightPadding: 4
         label: root.label
         placeholderText: root.board.copy.text(CopyKey.EnterTodo)
         onCommitted: if (root.board.todos.isTitle(field.text))

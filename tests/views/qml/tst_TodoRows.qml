@@ -36,10 +36,10 @@ Item {
             compare(status.help, world.board.copy.statusHelp("todo"));
             mouseClick(status);
             compare(world.todos("First")[0], "Read (ing)");
-            compare(status.symbol, "contrast");
+            compare(status.symbol, "circle-half");
             mouseClick(status);
             compare(world.todos("First")[0], "Read (completed)");
-            compare(status.symbol, "circle-check");
+            compare(status.symbol, "circle-check-filled");
             // Still on the card of its goal, but no more among all todos.
             compare(rowTitles(first), ["Read", "Write"]);
             tryVerify(() => row(unified(), "Read") === null);
@@ -51,7 +51,7 @@ Item {
             show(first, "First", ["Read"]);
             for (const key of [Qt.Key_Return, Qt.Key_Space]) {
                 const before = world.todos("First")[0];
-                button(first, before === "Read (todo)" ? "circle" : "contrast")
+                button(first, before === "Read (todo)" ? "circle" : "circle-half")
                     .forceActiveFocus(Qt.TabFocusReason);
                 keyPress(key);
                 for (let i = 0; i < 5; ++i)
