@@ -257,23 +257,41 @@ FocusScope {
         delegate: TodoField {
             id: field
 
+            /// The title that the field was given: while it holds that, nobody has written.
+            property string givenTitle
+
+            function takeTitle(): void {
+                field.givenTitle = root.board.todos.title(root.todoID, root.columnID);
+                field.text = field.givenTitle;
+            }
+
             anchors.left: root.left
             anchors.right: root.right
             anchors.verticalCenter: root.verticalCenter
             board: root.board
             symbol: root.statusSymbol
             label: root.board.copy.text(CopyKey.EditTodo)
-            text: root.board.todos.title(root.todoID, root.columnID)
+            Component.onCompleted: field.takeTitle()
             onCommitted: title => {
                 root.board.todos.rename(root.todoID, root.columnID, title);
                 root.endEdit();
             }
             onCancelled: root.endEdit()
-            // Only Escape and the button throw away what was written.
+            // Only Escape and the button throw away what was written. What was not written here may
+            // be old: the title can be undone meanwhile.
             onAbandoned: {
-                if (root.board.todos.isTitle(field.text))
+                if (field.text !== field.givenTitle && root.board.todos.isTitle(field.text))
                     root.board.todos.rename(root.todoID, root.columnID, field.text);
                 root.editEnded();
+            }
+
+            Connections {
+                target: root.board.todos
+
+                function onEntriesChanged(): void {
+                    if (field.text === field.givenTitle)
+                        field.takeTitle();
+                }
             }
         }
         onItemAdded: (index, item) => (item as TodoField).takeWhole()

@@ -109,6 +109,28 @@ Item {
             compare(world.todos("First"), ["def (todo)", "Write (ing)"]);
             verify(!hasKeyboard());
         }
+        function test_a_field_in_which_nobody_wrote_shows_what_is_undone_and_keeps_it() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            world.board.todos.rename(world.todoID("Read", "First"), world.columnOfGoal("First"), "Write");
+            tryVerify(() => row(first, "Write") !== null);
+            mouseClick(row(first, "Write"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            world.board.undo();
+            compare(field(first).text, "Read");
+            field(first).focus = false;
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)"]);
+            // What was written stays, and wins.
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            world.board.todos.rename(world.todoID("Read", "First"), world.columnOfGoal("First"), "Other");
+            compare(field(first).text, "abc");
+            field(first).focus = false;
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["abc (todo)"]);
+        }
         function test_a_title_stands_at_the_left_also_while_it_is_written() {
             const title = "\u0634\u0631\u0627\u0621 \u0627\u0644\u062d\u0644\u064a\u0628";
             const first = column("First");
