@@ -145,7 +145,7 @@ bool BoardInput::eventFilter(QObject* watched, QEvent* event)
 KeyContext BoardInput::context(const QKeyEvent& event) const
 {
     const QQuickItem* const item = m_window.activeFocusItem();
-    const auto can = [item](const char* property) {
+    const auto is = [item](const char* property) {
         return item != nullptr && item->property(property).toBool();
     };
     // A minimised window counts as visible for the toolkit.
@@ -155,16 +155,19 @@ KeyContext BoardInput::context(const QKeyEvent& event) const
             .focus = keyboardFocus(item),
             .navigation = m_store.boardNavigation(),
             .isShiftHeld = event.modifiers().testFlag(Qt::ShiftModifier),
-            .canFieldUndo = can("canUndo"),
-            .canFieldRedo = can("canRedo")};
+            .isComposing = is("inputMethodComposing"),
+            .canFieldUndo = is("canUndo"),
+            .canFieldRedo = is("canRedo")};
 }
 
 bool BoardInput::handleKey(const QKeyEvent& event)
 {
     const KeyContext now = context(event);
     const KeyDecision decision = decideKey(boardKey(event), now);
-    if (decision.cancelsEditor)
+    if (decision.cancelsEditor) {
         m_store.cancelTodoEditor();
+        Q_EMIT editorLeft();
+    }
     if (!decision.command)
         return false;
     leaveWaitingField();

@@ -43,6 +43,8 @@ public:
 Q_SIGNALS:
     /// The menu of the selected window or goal is to be opened.
     void menuRequested();
+    /// An arrow key has left the field in which one typed, whether the store opened it or a view.
+    void editorLeft();
 
 private:
     KeyContext context(const QKeyEvent& event) const;

@@ -61,6 +61,8 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
 
 bool isKeptByField(BoardKey key, const KeyContext& context)
 {
+    if (context.isComposing)
+        return true;
     // Shift with an arrow selects text.
     if (direction(key))
         return context.isShiftHeld;

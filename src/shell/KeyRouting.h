@@ -47,6 +47,8 @@ struct KeyContext
     KeyboardFocus focus = KeyboardFocus::board;
     BoardNavigationState navigation;
     bool isShiftHeld = false;
+    /// An input method has not finished what is being written: every key is about that.
+    bool isComposing = false;
     /// What the field in which one types could take back, or do again, itself.
     bool canFieldUndo = false;
     bool canFieldRedo = false;

@@ -36,6 +36,8 @@ Item {
             Accessible.name: text
         }
         SearchField {
+            id: search
+
             Layout.fillWidth: true
             Layout.preferredWidth: 280
             Layout.minimumWidth: 150
@@ -45,6 +47,8 @@ Item {
             clearLabel: root.board.copy.text(CopyKey.ClearSearch)
             text: root.board.searchText
             onTextChanged: root.board.searchText = text
+            // The keys are the board's again.
+            onDismissed: search.focus = false
         }
         IconButton {
             symbol: "rotate-cw"

@@ -100,6 +100,8 @@ Q_SIGNALS:
     void editorColumnIDChanged();
     /// The store's editor was opened again or closed.
     void editorRequested();
+    /// An arrow key has left the field in which one typed: it closes, whoever opened it.
+    void editorLeft();
     void isUnifiedSelectedChanged();
     void highlightedTodoIDChanged();
     /// A todo is to be shown in its column.

@@ -103,6 +103,10 @@ Item {
         function onEditorRequested(): void {
             root.takeRequest();
         }
+        // What was written stays as a draft.
+        function onEditorLeft(): void {
+            root.isOwnEditorOpen = false;
+        }
     }
     Flickable {
         id: rows

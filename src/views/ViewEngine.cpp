@@ -114,6 +114,8 @@ void ViewEngine::takeKeys()
     m_parts->input = std::make_unique<BoardInput>(*window(), m_parts->store);
     connect(m_parts->input.get(), &BoardInput::menuRequested, &m_parts->controller,
             &BoardController::selectionMenuRequested);
+    connect(m_parts->input.get(), &BoardInput::editorLeft, m_parts->controller.todos(),
+            &TodoController::editorLeft);
 }
 
 void ViewEngine::setDoubleTapOffered(bool isOffered)

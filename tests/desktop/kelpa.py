@@ -125,12 +125,7 @@ class Kelpa:
 
     def open_sheet(self, goal):
         """Opens the sheet that chooses windows for the goal; its search field has the keyboard."""
-        def button():
-            column = self._column_node(goal)
-            found = column and column.find(boards.BUTTON_ROLES, lambda name: name == boards.ADD_WINDOWS)
-            return found[0] if found else None
-
-        self.click(button, f"the button that adds windows to {goal!r}")
+        self.click(*self.column_button(goal, boards.ADD_WINDOWS))
         wait_until("the sheet's search field can be typed into", self._is_sheet_ready)
 
     def _is_sheet_ready(self):
@@ -223,6 +218,15 @@ class Kelpa:
             return todo and (todo.button(name) if name else todo.status_button)
 
         return find, f"the button {name or 'of the status'!r} of {title!r} in {column!r}"
+
+    def column_button(self, column, name):
+        """A function that finds a button in a column, and what to call it."""
+        def find():
+            node = self._column_node(column)
+            found = node and node.find(boards.BUTTON_ROLES, lambda found: found == name)
+            return found[0] if found else None
+
+        return find, f"the button {name!r} of {column!r}"
 
     def choose_in_todo_menu(self, column, title, *entries):
         """Opens a todo's menu and chooses an entry, or one of the menu that an entry opens."""
@@ -319,13 +323,7 @@ class Kelpa:
     def open_goal_menu(self, goal, entry):
         """Opens a goal's menu; returns a function that chooses `entry` in it."""
         self.focus()
-
-        def menu_button():
-            column = self._column_node(goal)
-            found = column and column.find(boards.BUTTON_ROLES, lambda n: n == boards.GOAL_ACTIONS)
-            return found[0] if found else None
-
-        self.click(menu_button, f"the menu of {goal!r}")
+        self.click(*self.column_button(goal, boards.GOAL_ACTIONS))
         return self._chooser(entry)
 
     def _chooser(self, entry):

@@ -103,6 +103,34 @@ TEST_F(BoardInputTest, In_a_field_with_nothing_to_take_back_Control_with_Z_undoe
     EXPECT_EQ(todos(a).size(), 1);
 }
 
+TEST_F(BoardInputTest, An_arrow_that_leaves_a_field_is_told_to_whoever_opened_it)
+{
+    QSignalSpy exits(input.get(), &BoardInput::editorLeft);
+    item("field")->forceActiveFocus();
+    press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(exits.size(), 0);
+    press(Qt::Key_Left);
+    EXPECT_EQ(exits.size(), 1);
+    press(Qt::Key_Left);
+    EXPECT_EQ(exits.size(), 1) << "the field is left already";
+}
+
+TEST_F(BoardInputTest, An_arrow_during_a_composition_stays_in_the_field)
+{
+    item("field")->forceActiveFocus();
+    QInputMethodEvent composing(QStringLiteral("にほん"), {});
+    QGuiApplication::sendEvent(item("field"), &composing);
+    press(Qt::Key_Down);
+    EXPECT_TRUE(item("field")->hasActiveFocus());
+    EXPECT_EQ(store().boardNavigation(), State::idle());
+    QInputMethodEvent chosen(QString(), {});
+    chosen.setCommitString(QStringLiteral("日本"));
+    QGuiApplication::sendEvent(item("field"), &chosen);
+    press(Qt::Key_Down);
+    EXPECT_FALSE(item("field")->hasActiveFocus());
+    EXPECT_EQ(typedText(), QStringLiteral("日本"));
+}
+
 TEST_F(BoardInputTest, Shift_with_an_arrow_selects_text_in_a_field)
 {
     item("field")->forceActiveFocus();

@@ -34,6 +34,7 @@ KeyContext contextOf(const KeyCase& param, bool isBoardActive)
             .focus = param.focus,
             .navigation = param.navigation,
             .isShiftHeld = false,
+            .isComposing = false,
             .canFieldUndo = isField,
             .canFieldRedo = isField};
 }
@@ -158,6 +159,7 @@ TEST(KeyRoutingInAField, Shift_with_an_arrow_selects_text_there_and_nowhere_else
                        .focus = field,
                        .navigation = onGoal,
                        .isShiftHeld = true,
+                       .isComposing = false,
                        .canFieldUndo = false,
                        .canFieldRedo = false};
     EXPECT_EQ(decideKey(BoardKey::left, context), passedOn);
@@ -167,12 +169,29 @@ TEST(KeyRoutingInAField, Shift_with_an_arrow_selects_text_there_and_nowhere_else
     EXPECT_EQ(decideKey(BoardKey::left, context), leavesAndDoes(MoveTargetSelection{left}));
 }
 
+TEST(KeyRoutingInAField, While_an_input_method_composes_every_key_belongs_to_the_field)
+{
+    KeyContext context{.isBoardActive = true,
+                       .focus = field,
+                       .navigation = inside,
+                       .isShiftHeld = false,
+                       .isComposing = true,
+                       .canFieldUndo = false,
+                       .canFieldRedo = false};
+    for (const BoardKey key : {BoardKey::left, BoardKey::down, BoardKey::escape, BoardKey::undo,
+                               BoardKey::redo, BoardKey::enter})
+        EXPECT_EQ(decideKey(key, context), passedOn);
+    context.isComposing = false;
+    EXPECT_EQ(decideKey(BoardKey::left, context), cancelsAndDoes(MoveWindowSelection{left}));
+}
+
 TEST(KeyRoutingInAField, What_the_field_cannot_take_back_itself_the_board_does)
 {
     KeyContext context{.isBoardActive = true,
                        .focus = field,
                        .navigation = onGoal,
                        .isShiftHeld = false,
+                       .isComposing = false,
                        .canFieldUndo = false,
                        .canFieldRedo = true};
     EXPECT_EQ(decideKey(BoardKey::undo, context), does(UndoChange{}));

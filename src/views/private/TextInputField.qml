@@ -11,6 +11,8 @@ T.TextField {
 
     required property string label
 
+    readonly property bool isComposing: root.inputMethodComposing || root.preeditText.length > 0
+
     signal committed
     signal cancelled
 
@@ -34,7 +36,7 @@ T.TextField {
     Accessible.onPressAction: root.commit()
     Keys.onReturnPressed: event => event.accepted = root.takeReturn(event)
     Keys.onEnterPressed: event => event.accepted = root.takeReturn(event)
-    Keys.onEscapePressed: if (root.inputMethodComposing)
+    Keys.onEscapePressed: if (root.isComposing)
         TextComposition.cancel(root)
     else if (!composed.running)
         root.cancelled()
@@ -59,7 +61,7 @@ T.TextField {
     }
 
     function commit(): bool {
-        if (root.inputMethodComposing)
+        if (root.isComposing)
             return false;
         root.committed();
         return true;

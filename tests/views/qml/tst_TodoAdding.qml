@@ -85,6 +85,20 @@ Item {
                 verify(button(place, "lightbulb-plus").visualFocus);
             }
         }
+        function test_a_field_that_an_arrow_leaves_closes_and_its_draft_stays() {
+            for (const place of [unified(), column("Unsorted")]) {
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                type("ab");
+                world.board.todos.editorLeft();
+                tryVerify(() => field(place) === null);
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                compare(field(place).text, "ab");
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+            }
+        }
         function test_a_request_for_the_editor_moves_it_and_takes_the_keyboard() {
             world.board.todos.requestEditor(world.columnOfGoal("First"));
             tryVerify(() => field(column("First")) !== null && field(column("First")).activeFocus);

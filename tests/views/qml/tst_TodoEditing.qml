@@ -91,6 +91,18 @@ Item {
             world.compose("");
             keyClick(Qt.Key_Escape);
         }
+        function test_escape_during_a_composition_does_not_leave_the_field() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            world.compose("にほん");
+            keyClick(Qt.Key_Escape);
+            verify(field(first).activeFocus);
+            world.compose("");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => field(first) === null);
+        }
         function test_a_title_is_kept_when_the_keyboard_goes_elsewhere() {
             const first = column("First");
             show(first, "First", ["Read", "Write"]);

@@ -1,0 +1,45 @@
+"""Leaving fields by key."""
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+
+
+def an_arrow_closes_every_field_for_a_new_todo_and_keeps_what_was_typed(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Only goal", [])], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+
+        def open_field(column):
+            kelpa.click(*kelpa.column_button(column, boards.ADD_TODO))
+            return wait_until("a todo can be typed", kelpa.board.focused_field)
+
+        for column in (boards.ALL_TODOS, boards.UNSORTED, "Only goal"):
+            open_field(column)
+            desktop.type("Draft")
+            desktop.key("Left")
+            wait_until("no field is open", lambda: kelpa.board.field(boards.ADD_TODO) is None)
+            wait_until("a column is chosen", kelpa.board.selected_column)
+            assert open_field(column).text() == "Draft"
+            desktop.key("Escape")
+            wait_until("the field is closed", lambda: kelpa.board.field(boards.ADD_TODO) is None)
+
+
+def escape_in_the_empty_search_gives_the_keys_back_to_the_board(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.start_xterm("Terminal")
+    desktop.wait_for_window("Terminal")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_card(boards.UNSORTED, "Terminal")
+        desktop.click(*kelpa.head(boards.UNSORTED))
+        wait_until("the column is chosen", lambda: kelpa.board.selected_column() == boards.UNSORTED)
+        kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
+        wait_until("the search field has the keyboard", kelpa.board.focused_field)
+        desktop.key("Escape")
+        wait_until("no field has the keyboard", lambda: not kelpa.board.focused_field())
+        desktop.key("space")
+        wait_until("the card is chosen", lambda: kelpa.board.selected_card() == "Terminal")
