@@ -258,9 +258,14 @@ bool BoardController::canMoveColumn(const QString& columnID, int step) const
 bool BoardController::moveColumn(const QString& columnID, int step)
 {
     const std::optional<GoalMove> move = goalMove(columnID, step);
-    if (move)
-        m_store.moveGoal(move->goalID, move->beforeID);
-    return move.has_value();
+    if (!move)
+        return false;
+    const int selectedBefore = selectedTarget();
+    m_store.moveGoal(move->goalID, move->beforeID);
+    // The board goes along with the selected goal.
+    if (selectedTarget() != selectedBefore)
+        Q_EMIT selectionChanged();
+    return true;
 }
 
 void BoardController::moveWindow(quint32 windowID, const QString& columnID)

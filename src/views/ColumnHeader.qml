@@ -4,7 +4,7 @@ import QtQuick
 import Kelpa
 
 /// The head of a column; a goal's can be dragged onto another column while goals have their own
-/// order. Alt with the left or right arrow moves it by one place.
+/// order.
 Item {
     id: root
 
@@ -37,11 +37,6 @@ Item {
     }
 
     implicitHeight: 40
-    Keys.onPressed: event => {
-        const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
-        event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
-                && root.board.moveColumn(root.columnID, step);
-    }
 
     // The ground of the picture that follows the pointer.
     Rectangle {

@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa
 
-/// A goal, or what belongs to none, with its todos and its window cards.
+/// A goal, or what belongs to none, with its todos and its window cards. Alt with the left or right
+/// arrow moves a goal by one place.
 ExpandableGoalCard {
     id: root
 
@@ -70,6 +71,13 @@ ExpandableGoalCard {
     Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.board.todos.goToColumn(root.columnID)
+    // From the column itself and from whatever in it has the keyboard, but not from what is written.
+    Keys.onPressed: event => {
+        const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
+        event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
+                && !(root.Window.activeFocusItem instanceof TextInputField)
+                && root.board.moveColumn(root.columnID, step);
+    }
 
     MouseArea {
         anchors.fill: parent

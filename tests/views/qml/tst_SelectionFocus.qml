@@ -77,6 +77,26 @@ Item {
             tryVerify(() => !isMoving());
         }
 
+        function test_alt_and_an_arrow_move_the_goal_that_the_arrow_keys_selected() {
+            world.board.todos.goToColumn(world.columnOfGoal("Second"));
+            tryCompare(column("Second"), "activeFocus", true);
+            keyClick(Qt.Key_Left, Qt.AltModifier);
+            compare(world.goalTitles(), ["Second", "First"]);
+            compare(world.selectedGoal(), "Second");
+            tryVerify(() => !isMoving());
+            verify(column("Second").activeFocus);
+            // Also from one of its windows; but what is written has that key for itself.
+            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            world.board.selectWindow(8);
+            tryVerify(() => card("Letter").activeFocus);
+            keyClick(Qt.Key_Left, Qt.AltModifier);
+            compare(world.goalTitles(), ["First", "Second"]);
+            world.board.todos.requestEditor(world.columnOfGoal("First"));
+            tryVerify(() => holder() instanceof TextInputField);
+            keyClick(Qt.Key_Right, Qt.AltModifier);
+            compare(world.goalTitles(), ["First", "Second"]);
+            keyClick(Qt.Key_Escape);
+        }
         function test_the_focus_follows_the_selection() {
             world.moveSelection(Qt.Key_Right);
             tryVerify(() => holder() instanceof UnifiedTodoColumn);
