@@ -58,14 +58,13 @@ Item {
         IconButton {
             symbol: "arrow-up-down"
             text: root.board.copy.text(CopyKey.AutoSortGoals)
+            checkable: true
             checked: root.board.isAutoSortingGoals
-            Accessible.checkable: true
-            Accessible.checked: root.board.isAutoSortingGoals
             onClicked: root.board.toggleAutoSortingGoals()
         }
         AppButton {
             symbol: "list-filter"
-            checked: root.board.isHidingGoalsWithoutOpenTodos
+            isOn: root.board.isHidingGoalsWithoutOpenTodos
             text: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos
                                        ? CopyKey.ShowAll : CopyKey.HideEmpty)
             help: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos
@@ -82,6 +81,8 @@ Item {
 
             AppMenu {
                 id: languageMenu
+
+                title: root.board.copy.text(CopyKey.Language)
 
                 Instantiator {
                     model: root.board.languageNames

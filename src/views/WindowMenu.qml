@@ -46,6 +46,9 @@ AppMenu {
         leftPadding: 10
         rightPadding: 14
         enabled: false
+        focusPolicy: Qt.NoFocus
+        Accessible.name: heading.text
+        Accessible.focusable: false
         text: root.title
         contentItem: AppText {
             text: heading.text

@@ -10,6 +10,9 @@ PressButton {
     property string symbol
     property bool isPrimary: false
     property string help
+    /// Looks switched on. Not what the toolkit calls checked: the text says what a press would do,
+    /// so that assistive programs must not hear that this is the case.
+    property bool isOn: false
 
     readonly property color foreground: root.isPrimary ? Theme.textOnAccent : Theme.text
 
@@ -46,7 +49,7 @@ PressButton {
             anchors.fill: parent
             radius: parent.radius
             color: Theme.accepting
-            visible: root.checked
+            visible: root.isOn
         }
     }
 

@@ -35,6 +35,13 @@ T.Menu {
         radius: Theme.controlRadius + Theme.tiny
     }
 
+    // Of the item that holds the menu, which has the focus.
+    Binding {
+        target: root.contentItem.parent.Accessible
+        property: "name"
+        value: root.title
+    }
+
     function widestItem(): real {
         let widest = 0;
         for (let i = 0; i < root.count; ++i)

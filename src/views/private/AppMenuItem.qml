@@ -24,8 +24,11 @@ T.MenuItem {
     leftPadding: 10
     rightPadding: root.endSymbol.length > 0 ? 36 : 14
     font: Theme.body
+    focusPolicy: root.enabled ? Qt.StrongFocus : Qt.NoFocus
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
+    // The toolkit has no other word for one that cannot be pressed now.
+    Accessible.focusable: root.enabled
     // A button tells assistive programs of its own check mark, which it has none of, once they come:
     // these are told anew whenever the item shows.
     Accessible.checkable: root.isChoice && root.visible

@@ -17,6 +17,7 @@ Rectangle {
     color: Theme.hover
     Accessible.role: Accessible.StaticText
     Accessible.name: root.label
+    Accessible.ignored: !root.visible
 
     Row {
         id: content

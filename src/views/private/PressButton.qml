@@ -9,8 +9,10 @@ import Kelpa
 T.Button {
     id: root
 
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: root.enabled ? Qt.StrongFocus : Qt.NoFocus
     Accessible.name: root.text
+    // The toolkit has no other word for one that cannot be pressed now.
+    Accessible.focusable: root.enabled
     Accessible.ignored: !root.visible
     Accessible.onPressAction: if (root.enabled)
         root.clicked()

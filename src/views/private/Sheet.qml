@@ -24,8 +24,6 @@ T.Dialog {
 
     background: FloatingGround {
         radius: Theme.columnRadius
-        Accessible.role: Accessible.Dialog
-        Accessible.name: root.title
     }
     T.Overlay.modal: Rectangle {
         color: Theme.scrim
