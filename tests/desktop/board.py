@@ -16,6 +16,7 @@ BOARD = "Board"
 UNSORTED = "Unsorted"
 ALL_TODOS = "All todos"
 SEARCH = "Search windows or apps"
+AUTO_SORT = "Auto-sort goals by priority and todo count"
 NEW_GOAL = "New goal"
 CREATE = "Create"
 CANCEL = "Cancel"
@@ -51,7 +52,7 @@ _SEPARATOR = re.compile(" ?: |：")
 _ITEM_ROLES = (Atspi.Role.LIST_ITEM,)
 _COLUMN_ROLES = (Atspi.Role.LIST,)
 BUTTON_ROLES = (Atspi.Role.PUSH_BUTTON, Atspi.Role.PUSH_BUTTON_MENU, Atspi.Role.TOGGLE_BUTTON)
-_MENU_ITEM_ROLES = (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.RADIO_MENU_ITEM)
+MENU_ITEM_ROLES = (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM, Atspi.Role.RADIO_MENU_ITEM)
 _CHOICE_ROLES = (Atspi.Role.CHECK_BOX,)
 _FIELD_ROLES = (Atspi.Role.ENTRY, Atspi.Role.TEXT, Atspi.Role.PARAGRAPH)
 _BOARD_ROLES = (Atspi.Role.PANEL, Atspi.Role.SCROLL_PANE)
@@ -169,6 +170,11 @@ class Node:
 
         return self._ask(act)
 
+    def actions(self):
+        """The names of what can be done with it, in small letters."""
+        return self._ask(lambda part: [part.get_action_name(at).lower()
+                                       for at in range(part.get_n_actions())])
+
     def text(self):
         """What is written in a field."""
         return self._ask(lambda part: Atspi.Text.get_text(part, 0, -1))
@@ -283,6 +289,10 @@ class Board:
             raise Gone(str(error)) from error
         raise Gone(f"process {self._pid} is not on the accessibility bus")
 
+    def walk(self):
+        """Every part of the program and how deep it lies in others."""
+        return self._root().walk()
+
     def columns(self):
         """The columns by title; an empty map while the program cannot be asked."""
         try:
@@ -322,7 +332,7 @@ class Board:
         return self._first(BUTTON_ROLES, name)
 
     def menu_item(self, name):
-        return self._first(_MENU_ITEM_ROLES, name)
+        return self._first(MENU_ITEM_ROLES, name)
 
     def choice(self, name):
         """The window in the selection sheet that can be chosen, or None."""

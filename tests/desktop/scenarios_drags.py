@@ -92,7 +92,7 @@ def goals_change_places_by_mouse(desktop, binary):
         order("One", "Three", "Two")
         kelpa.check_stored(path)
         # Goals that are sorted cannot be moved by hand.
-        kelpa.click(lambda: kelpa.board.button("Auto-sort goals by priority and todo count"), "auto-sort")
+        kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
         wait_until("the goals are sorted",
                    lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 1)
         sorted_goals = kelpa.board.goal_titles()
