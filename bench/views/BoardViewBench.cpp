@@ -10,10 +10,14 @@
 #include "views/ViewEngine.h"
 #include "views/WaterfallView.h"
 
+#include <QAbstractItemModel>
+#include <QDragMoveEvent>
 #include <QFile>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QProcess>
+#include <QQmlProperty>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSet>
@@ -31,6 +35,8 @@ namespace {
 constexpr int rounds = 5;
 constexpr int scrollSteps = 120;
 constexpr double scrollStep = 40;
+constexpr int comparedGoals = 8;
+constexpr int dragSteps = 60;
 constexpr int todosPerGoal = 50;
 constexpr int windowsPerTwoGoals = 5;
 
@@ -104,11 +110,39 @@ QQuickItem* findItem(QQuickItem& item, const char* type)
     return nullptr;
 }
 
+/// The first row of the model whose "kind" is that.
+int firstRow(const QAbstractItemModel& model, const QString& kind)
+{
+    const int role = model.roleNames().key("kind");
+    for (int row = 0; row < model.rowCount(); ++row) {
+        if (model.data(model.index(row, 0), role).toString() == kind)
+            return row;
+    }
+    throw std::runtime_error("the board has no such target");
+}
+
+/// Of the targets that show that they would accept what is dragged over them, the first.
+const QQuickItem* litTarget(const QQuickItem& item)
+{
+    if (item.property("isAccepting").toBool())
+        return &item;
+    const QList<QQuickItem*> children = item.childItems();
+    for (const QQuickItem* const child : children) {
+        if (const QQuickItem* const lit = litTarget(*child))
+            return lit;
+    }
+    return nullptr;
+}
+
 struct Figures
 {
     std::vector<double> firstFrame;
     std::vector<double> selection;
     std::vector<double> scrollFrames;
+    /// Where there are only cards of goals.
+    std::vector<double> goalFrames;
+    std::vector<double> dragFrames;
+    std::vector<double> dragScrollFrames;
     int items = 0;
     int cards = 0;
 };
@@ -153,28 +187,86 @@ public:
         auto& targets =
             *qobject_cast<WaterfallView*>(findItem(*window->contentItem(), "kelpa::WaterfallView"));
         QQuickItem& view = *targets.parentItem()->parentItem();
-        scroll(view, window, figures);
+        scroll(view, window, 0, view.property("contentHeight").toDouble() - view.height(),
+               figures.scrollFrames);
+        const int goal =
+            firstRow(*targets.modelValue().value<QAbstractItemModel*>(), QStringLiteral("goal"));
+        const double goals = targets.y() + targets.rowRect(goal).top();
+        const double beyond = targets.y() + targets.rowRect(goal + comparedGoals - 1).bottom();
+        scroll(view, window, goals, beyond - view.height(), figures.goalFrames);
+        drag(view, window, goals, figures);
+        view.setProperty("contentY", 0);
+        rest();
         select(window, figures);
         figures.items = itemCount(*window);
         figures.cards = targets.itemCount();
     }
 
 private:
-    /// Down as far as the board goes and up again, over and over.
-    static void scroll(QQuickItem& view, QQuickWindow*& window, Figures& figures)
+    /// From one place down to the other and up again, over and over.
+    static void scroll(QQuickItem& view, QQuickWindow*& window, double from, double to,
+                       std::vector<double>& frames)
     {
-        const double end = view.property("contentHeight").toDouble() - view.height();
-        double place = 0;
+        view.setProperty("contentY", from);
+        rest();
+        double place = from;
         double direction = 1;
         for (int step = 0; step < scrollSteps; ++step) {
-            if (place + direction * scrollStep > end || place + direction * scrollStep < 0)
+            if (place + direction * scrollStep > to || place + direction * scrollStep < from)
                 direction = -direction;
             place += direction * scrollStep;
-            figures.scrollFrames.push_back(
-                untilFrame(&window, [&] { view.setProperty("contentY", place); }));
+            frames.push_back(untilFrame(&window, [&] { view.setProperty("contentY", place); }));
         }
-        view.setProperty("contentY", 0);
         rest();
+    }
+
+    /// A window's card is dragged down over goals' cards, and on along the lower edge, where the
+    /// board scrolls below it; then the drag is given up. The moves come as the display's part of
+    /// the toolkit sends them, which has no drags where there is no display.
+    void drag(QQuickItem& view, QQuickWindow*& window, double goals, Figures& figures)
+    {
+        const Assignments before = m_store->assignments();
+        view.setProperty("contentY", goals);
+        rest();
+        QQuickItem& source = *findItem(*window->contentItem(), "BoardDragSource");
+        QQmlProperty(&source, QStringLiteral("Drag.dragType"), qmlContext(&source)).write(0);
+        QQmlProperty active(&source, QStringLiteral("Drag.active"), qmlContext(&source));
+        active.write(true);
+        QMimeData data;
+        data.setText(QString::number(m_store->windows().front().id));
+
+        const QRectF area = view.mapRectToScene({0, 0, view.width(), view.height()});
+        QPointF place(area.center().x(), area.top() + area.height() / 4);
+        QDragEnterEvent enter(place.toPoint(), Qt::MoveAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QCoreApplication::sendEvent(window, &enter);
+        const QQuickItem* lit = nullptr;
+        int litTargets = 0;
+        const auto step = [&](QPointF to, std::vector<double>& frames) {
+            frames.push_back(untilFrame(&window, [&] {
+                QDragMoveEvent move(to.toPoint(), Qt::MoveAction, &data, Qt::LeftButton,
+                                    Qt::NoModifier);
+                QCoreApplication::sendEvent(window, &move);
+                window->update();
+            }));
+            const QQuickItem* const now = litTarget(*window->contentItem());
+            litTargets += now != nullptr && now != lit ? 1 : 0;
+            lit = now;
+        };
+        const double wayDown = area.bottom() - 1 - place.y();
+        for (int i = 1; i <= dragSteps; ++i)
+            step(place + QPointF(i % 7, wayDown * i / dragSteps), figures.dragFrames);
+        place = {place.x(), area.bottom() - 1};
+        for (int i = 1; i <= dragSteps; ++i)
+            step(place + QPointF(i % 7, 0), figures.dragScrollFrames);
+        if (litTargets < 2 || !(view.property("contentY").toDouble() > goals))
+            throw std::runtime_error("a drag lit no targets, or did not scroll");
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(window, &leave);
+        active.write(false);
+        rest();
+        if (litTarget(*window->contentItem()) != nullptr || m_store->assignments() != before)
+            throw std::runtime_error("a drag that was given up left something behind");
     }
 
     /// From goal to goal and back, by the arrow keys.
@@ -270,6 +362,18 @@ int run()
              quantile(large.scrollFrames, 0.5));
     printRow("a frame while scrolling, 95 of 100 below", quantile(small.scrollFrames, 0.95),
              quantile(large.scrollFrames, 0.95));
+    printRow("the same, over cards of goals only, median", quantile(small.goalFrames, 0.5),
+             quantile(large.goalFrames, 0.5));
+    printRow("the same, 95 of 100 below", quantile(small.goalFrames, 0.95),
+             quantile(large.goalFrames, 0.95));
+    printRow("a frame while dragging a card, median", quantile(small.dragFrames, 0.5),
+             quantile(large.dragFrames, 0.5));
+    printRow("a frame while dragging a card, 95 of 100", quantile(small.dragFrames, 0.95),
+             quantile(large.dragFrames, 0.95));
+    printRow("the same at the edge, which scrolls, median", quantile(small.dragScrollFrames, 0.5),
+             quantile(large.dragScrollFrames, 0.5));
+    printRow("the same at the edge, 95 of 100 below", quantile(small.dragScrollFrames, 0.95),
+             quantile(large.dragScrollFrames, 0.95));
     printRow("from a key press to the drawn selection", quantile(small.selection, 0.5),
              quantile(large.selection, 0.5));
     printRow("resident memory of a process, MiB", memoryOfProcess(10), memoryOfProcess(200));
