@@ -9,6 +9,7 @@
 #include "platform/freedesktop/IconLookup.h"
 #include "platform/freedesktop/NetWmIcon.h"
 #include "platform/qt/QtPasteboard.h"
+#include "platform/x11/BorrowedKeyboard.h"
 #include "platform/x11/NumberFloorFile.h"
 #include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
@@ -83,6 +84,7 @@ public:
                                       launcher};
     x11::X11Accessibility accessibility{windowServer.trust(), actor};
     QtPasteboard pasteboard;
+    x11::BorrowedKeyboard borrowedKeyboard;
     DesktopWorkspace workspace;
     x11::X11GlobalKeys globalKeys;
     x11::X11OwnWindow ownWindow;

@@ -1,5 +1,7 @@
 """Whose keys they are: a field's, the board's, or another program's."""
 
+from Xlib import X, XK
+
 import board as boards
 import settings
 from board import TODO
@@ -128,6 +130,46 @@ def keys_for_another_program_reach_it_and_change_nothing(desktop, binary):
         selection.press("Left")
         selection.is_card(first)
         assert kelpa.board.todos(boards.ALL_TODOS) == []
+
+
+def a_field_keeps_its_keyboard_while_somebody_borrows_it(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One"])])
+    other = KeyLog(desktop, "Key log")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+        desktop.click(*kelpa.head("Home"))
+        selection.is_column("Home")
+        selection.press("Return")
+        _await_field(kelpa, "")
+        desktop.type("a")
+        _await_field(kelpa, "a")
+        # A key that a program has for itself, wherever it is pressed.
+        root = desktop.x.screen().root
+        volume = desktop.x.keysym_to_keycode(XK.XK_F9)
+        root.grab_key(volume, 0, False, X.GrabModeAsync, X.GrabModeAsync)
+        desktop.x.sync()
+        desktop.key("F9", "b")
+        _await_field(kelpa, "ab")
+        # A program that takes every key for a while.
+        assert root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.GrabSuccess
+        desktop.key("x")
+        desktop.x.ungrab_keyboard(X.CurrentTime)
+        desktop.x.sync()
+        desktop.key("c")
+        _await_field(kelpa, "abc")
+        # The window manager's list of windows, from which none is taken.
+        desktop.run("xdotool", "keydown", "alt", "key", "Tab", "key", "Escape", "keyup", "alt", "key", "d")
+        _await_field(kelpa, "abcd")
+        # From which one is taken.
+        desktop.run("xdotool", "keydown", "alt", "key", "Tab", "keyup", "alt")
+        wait_until("the other window has the keyboard", other.has_keyboard)
+        _await_no_field(kelpa)
+        desktop.key("z")
+        kelpa.focus()
+        selection.press("Return")
+        _await_field(kelpa, "abcd")
 
 
 def an_arrow_leaves_a_todo_that_is_edited_and_moves_the_selection(desktop, binary):

@@ -1,0 +1,40 @@
+#include "platform/x11/BorrowedKeyboard.h"
+
+#include "platform/x11/XcbEvent.h"
+
+#include <QCoreApplication>
+
+namespace kelpa::x11 {
+
+namespace {
+
+/// Not whether the focus moves while the keyboard is grabbed: then another window does get it.
+bool tellsOfGrab(const xcb_focus_in_event_t& event)
+{
+    return event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
+}
+
+} // namespace
+
+BorrowedKeyboard::BorrowedKeyboard()
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+BorrowedKeyboard::~BorrowedKeyboard()
+{
+    QCoreApplication::instance()->removeNativeEventFilter(this);
+}
+
+bool BorrowedKeyboard::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    const int type = event.response_type & 0x7f;
+    // Both are laid out alike.
+    return (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) &&
+           tellsOfGrab(as<xcb_focus_in_event_t>(event));
+}
+
+} // namespace kelpa::x11
