@@ -14,8 +14,8 @@ size_t qHash(const WindowItem& window, size_t seed)
                       window.bundleIdentifier.value_or(QString()), window.title,
                       window.processIdentifier, window.bounds, window.isOnScreen,
                       window.isMinimized, window.accessibilityDocument.has_value(),
-                      window.accessibilityDocument.value_or(QString()), window.goalID.has_value(),
-                      window.goalID.value_or(GoalID{}));
+                      window.accessibilityDocument.value_or(QString()), window.iconRevision,
+                      window.goalID.has_value(), window.goalID.value_or(GoalID{}));
 }
 
 } // namespace kelpa

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <optional>
 
 namespace kelpa {
@@ -25,6 +26,8 @@ struct WindowItem
     bool isMinimized = false;
     /// Path or URL of the document that the window shows, when the application tells.
     std::optional<QString> accessibilityDocument;
+    /// Another number as soon as the window carries another icon.
+    std::uint32_t iconRevision = 0;
     /// The goal that the window is assigned to; absent for an unassigned window.
     std::optional<GoalID> goalID;
 

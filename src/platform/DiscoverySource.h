@@ -26,6 +26,8 @@ struct WindowListEntry
     /// Opacity, 0 to 1.
     std::optional<double> alpha;
     std::optional<QString> name;
+    /// Another number as soon as the window carries another icon; what it is says nothing else.
+    std::uint32_t iconRevision = 0;
 };
 
 enum class WindowListScope : std::uint8_t {

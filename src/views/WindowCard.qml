@@ -15,6 +15,7 @@ FocusableItem {
     required property string ownerName
     required property string title
     required property string applicationID
+    required property real iconRevision
     required property bool isMinimized
     required property bool isOnScreen
     required property bool isSelected
@@ -141,6 +142,7 @@ FocusableItem {
             anchors.bottomMargin: Theme.small
             windowID: root.windowID
             applicationID: root.applicationID
+            iconRevision: root.iconRevision
             previewRevision: root.previewRevision
             ownerName: root.ownerName
             title: root.title

@@ -13,6 +13,7 @@ enum Role {
     ownerNameRole,
     titleRole,
     applicationIDRole,
+    iconRevisionRole,
     previewRevisionRole,
     previewMessageRole,
     endOfRoles,
@@ -34,6 +35,7 @@ WindowFace windowFace(const WindowStore& store, const WindowItem& window)
     face.ownerName = singleLine(window.ownerName);
     face.title = shownWindowTitle(window.title, store.language());
     face.applicationID = window.bundleIdentifier.value_or(QString());
+    face.iconRevision = window.iconRevision;
     const auto preview = store.previews().constFind(window.id);
     if (preview != store.previews().constEnd())
         face.previewRevision = preview->image.cacheKey();
@@ -53,6 +55,8 @@ QVariant windowFaceValue(const WindowFace& face, int role)
         return face.title;
     case applicationIDRole:
         return face.applicationID;
+    case iconRevisionRole:
+        return face.iconRevision;
     case previewRevisionRole:
         return face.previewRevision;
     case previewMessageRole:
@@ -68,6 +72,7 @@ QHash<int, QByteArray> windowFaceRoleNames()
             {ownerNameRole, "ownerName"},
             {titleRole, "title"},
             {applicationIDRole, "applicationID"},
+            {iconRevisionRole, "iconRevision"},
             {previewRevisionRole, "previewRevision"},
             {previewMessageRole, "previewMessage"}};
 }

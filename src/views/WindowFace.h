@@ -22,6 +22,8 @@ struct WindowFace
     QString title;
     /// Of the owning application; empty while it is not known.
     QString applicationID;
+    /// Differs for each icon of the window.
+    quint32 iconRevision = 0;
     /// Differs for each picture of the window; 0 while there is none.
     qint64 previewRevision = 0;
     /// Shown instead of a picture; empty while there is one.

@@ -133,6 +133,7 @@ public:
         window.title = entry.name.value_or(QString());
         window.processIdentifier = *entry.ownerProcess;
         window.bounds = *entry.bounds;
+        window.iconRevision = entry.iconRevision;
         window.isOnScreen = m_onScreen.contains(window.id);
         if (m_isTrusted) {
             const AccessibilityWindows& infos = windowsOf(window.processIdentifier);

@@ -29,6 +29,7 @@ const WindowItem exampleWindow{7,
                                true,
                                false,
                                QStringLiteral("/tmp/a.txt"),
+                               0,
                                exampleGoal.id};
 
 /// Every change by itself makes another record, with (as good as always) another hash.
@@ -82,6 +83,7 @@ TEST(Records, A_window_is_compared_and_hashed_over_all_ten_fields)
                            [](WindowItem& w) { w.bundleIdentifier = QString(); },
                            [](WindowItem& w) { w.title = QStringLiteral("b.txt"); },
                            [](WindowItem& w) { w.processIdentifier = -1; },
+                           [](WindowItem& w) { w.iconRevision = 1; },
                            [](WindowItem& w) { w.bounds.x = 1.5; },
                            [](WindowItem& w) { w.bounds.y = 1.5; },
                            [](WindowItem& w) { w.bounds.width = 1.5; },

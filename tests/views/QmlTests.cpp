@@ -10,6 +10,7 @@
 #include "views/SymbolImageProvider.h"
 
 #include <QAccessible>
+#include <QColor>
 #include <QDragMoveEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
@@ -31,29 +32,29 @@ namespace {
 
 using namespace kelpa;
 
-/// Applications have green icons, and windows may have red ones of their own.
+/// Applications have green icons, and windows may have ones of their own.
 class IconDesktop : public test::FakeDesktop
 {
 public:
-    void setIcon(WindowID windowID)
+    void setIcon(WindowID windowID, const QColor& color)
     {
         const QMutexLocker lock(&m_mutex);
-        m_withIcon.insert(windowID);
+        m_icons.insert(windowID, color);
     }
     QImage icon(const WindowItem& window, int pixels) override
     {
         const QMutexLocker lock(&m_mutex);
         const bool isKnown = window.bundleIdentifier == QStringLiteral("org.example.Known");
-        if (!isKnown && !m_withIcon.contains(window.id))
+        if (!isKnown && !m_icons.contains(window.id))
             return {};
         QImage image(pixels, pixels, QImage::Format_RGB32);
-        image.fill(isKnown ? Qt::green : Qt::red);
+        image.fill(isKnown ? QColor(Qt::green) : m_icons.value(window.id));
         return image;
     }
 
 private:
     QMutex m_mutex;
-    QSet<WindowID> m_withIcon;
+    QHash<WindowID, QColor> m_icons;
 };
 
 /// What the tests call `world`.
@@ -86,7 +87,17 @@ public:
         m_store.refresh();
     }
     /// The window sets an icon.
-    Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id); }
+    Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id, Qt::red); }
+    /// It has had one, and the desktop tells of the other.
+    Q_INVOKABLE void replaceIcon(quint32 id)
+    {
+        m_desktop.setIcon(id, Qt::blue);
+        for (WindowListEntry& entry : *m_desktop.windowList) {
+            if (entry.number == id)
+                ++entry.iconRevision;
+        }
+        m_store.refresh();
+    }
     /// It turns out which application the windows belong to.
     Q_INVOKABLE void recognizeApplication()
     {

@@ -8,6 +8,7 @@ TEST_F(WindowDiscoveryTest, An_item_is_filled_from_the_list_the_application_and_
 {
     WindowListEntry& entry = desktop.addWindow(7, 100, QStringLiteral("notes.txt"));
     entry.bounds = Rect{10, 20, 640, 480};
+    entry.iconRevision = 3;
     AccessibilityWindow match = element({12, 18, 640, 480}, QStringLiteral("notes.txt - Editor"));
     match.document = QStringLiteral("file:///home/a/notes.txt");
     elementsOf(100).push_back(match);
@@ -25,6 +26,7 @@ TEST_F(WindowDiscoveryTest, An_item_is_filled_from_the_list_the_application_and_
     expected.isOnScreen = true;
     expected.isMinimized = false;
     expected.accessibilityDocument = QStringLiteral("file:///home/a/notes.txt");
+    expected.iconRevision = 3;
     EXPECT_EQ(windows.first(), expected);
 }
 

@@ -39,7 +39,7 @@ public:
 
     /// Windows came, went, or are shown otherwise.
     void noteChange();
-    /// A window's title or opacity is another.
+    /// A window's title, icon or opacity is another.
     void noteLooks(std::uint32_t window);
     /// A window is in another place.
     void noteMove();

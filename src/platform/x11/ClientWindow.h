@@ -54,6 +54,8 @@ struct ClientWindow
     std::optional<std::uint32_t> desktop;
     /// 0 to 1.
     double opacity = 1;
+    /// As WindowListEntry's.
+    std::uint32_t iconRevision = 0;
 };
 
 /// What holds for all windows of one look at the desktop.

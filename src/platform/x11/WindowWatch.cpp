@@ -30,9 +30,10 @@ const Event& as(const xcb_generic_event_t& event)
 } // namespace
 
 WindowWatch::WindowWatch(Scheduler& scheduler, std::shared_ptr<DisplayConnector> connector,
-                         std::shared_ptr<DesktopTrust> trust, std::function<void()> changed)
+                         std::shared_ptr<DesktopTrust> trust, std::shared_ptr<IconRevisions> icons,
+                         std::function<void()> changed)
     : m_scheduler(scheduler), m_connector(std::move(connector)), m_trust(std::move(trust)),
-      m_pace(scheduler, std::move(changed))
+      m_icons(std::move(icons)), m_pace(scheduler, std::move(changed))
 {
     connect();
 }
@@ -163,6 +164,9 @@ void WindowWatch::handleProperty(const xcb_property_notify_event_t& event)
         if (event.atom == XCB_ATOM_WM_NAME ||
             isAnyOf({Atom::netWmName, Atom::netWmWindowOpacity})) {
             m_pace.noteLooks(event.window);
+        } else if (isAnyOf({Atom::netWmIcon})) {
+            m_icons->noteChange(event.window);
+            m_pace.noteLooks(event.window);
         } else if (isAnyOf({Atom::netWmState, Atom::wmState, Atom::netWmDesktop,
                             Atom::netWmWindowType})) {
             m_pace.noteChange();
@@ -198,6 +202,7 @@ void WindowWatch::windowEnded(xcb_window_t window)
 {
     m_watched.erase(window);
     m_pace.forget(window);
+    m_icons->forget(window);
     if (window == m_manager) {
         m_manager = XCB_WINDOW_NONE;
         askForManager();

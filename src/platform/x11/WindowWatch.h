@@ -7,6 +7,7 @@
 #include "platform/x11/DesktopTrust.h"
 #include "platform/x11/DisplayConnector.h"
 #include "platform/x11/DisplayLink.h"
+#include "platform/x11/IconRevisions.h"
 
 #include <QSocketNotifier>
 
@@ -24,7 +25,8 @@ class WindowWatch : public Subscription
 {
 public:
     WindowWatch(Scheduler& scheduler, std::shared_ptr<DisplayConnector> connector,
-                std::shared_ptr<DesktopTrust> trust, std::function<void()> changed);
+                std::shared_ptr<DesktopTrust> trust, std::shared_ptr<IconRevisions> icons,
+                std::function<void()> changed);
     ~WindowWatch() override;
 
 private:
@@ -59,6 +61,7 @@ private:
     Scheduler& m_scheduler;
     const std::shared_ptr<DisplayConnector> m_connector;
     const std::shared_ptr<DesktopTrust> m_trust;
+    const std::shared_ptr<IconRevisions> m_icons;
 
     std::unique_ptr<DisplayLink> m_link;
     std::unique_ptr<QSocketNotifier> m_notifier;

@@ -46,7 +46,7 @@ bool X11WindowServer::isScreenCaptureTrusted() const
 
 std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()> changed)
 {
-    return std::make_unique<WindowWatch>(m_needs.scheduler, m_needs.connector, m_trust,
+    return std::make_unique<WindowWatch>(m_needs.scheduler, m_needs.connector, m_trust, m_icons,
                                          std::move(changed));
 }
 
@@ -170,6 +170,7 @@ std::vector<ClientWindow> X11WindowServer::numbered(ClientsReading clients, cons
     for (std::size_t index = 0; index < clients.clients.size(); ++index) {
         ClientWindow& client = clients.clients.at(index).client;
         client.number = numbering.numbers.at(index);
+        client.iconRevision = m_icons->of(client.window);
         windows.push_back(std::move(client));
     }
     return windows;

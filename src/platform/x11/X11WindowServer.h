@@ -8,6 +8,7 @@
 #include "platform/x11/DesktopReader.h"
 #include "platform/x11/DesktopTrust.h"
 #include "platform/x11/DisplayConnector.h"
+#include "platform/x11/IconRevisions.h"
 #include "platform/x11/WindowCapturer.h"
 #include "platform/x11/WindowNumbers.h"
 #include "platform/x11/XcbConnection.h"
@@ -102,6 +103,7 @@ private:
 
     const X11WindowServerNeeds m_needs;
     const std::shared_ptr<DesktopTrust> m_trust = std::make_shared<DesktopTrust>();
+    const std::shared_ptr<IconRevisions> m_icons = std::make_shared<IconRevisions>();
 
     /// Guards what follows it: one look at a time.
     mutable std::mutex m_lookMutex;

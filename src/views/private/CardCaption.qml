@@ -13,6 +13,8 @@ Item {
     required property string title
     /// Empty while it is not known.
     required property string applicationID
+    /// Differs for each icon of the window.
+    required property real iconRevision
     required property real previewRevision
     /// Whether the window itself is not on the screen.
     required property bool isAway
@@ -36,6 +38,8 @@ Item {
 
             // Without an icon, the image is a single empty pixel.
             readonly property bool isThere: status === Image.Ready && implicitWidth > 1
+            /// Until the first one has come, the symbol stands in for it; the next one comes at once.
+            property bool wasThere: false
             readonly property bool isAbsent: status === Image.Ready && implicitWidth <= 1
             /// For which picture of the window its icon was looked for again.
             property real lookedAgainFor: 0
@@ -47,13 +51,16 @@ Item {
             }
 
             Component.onCompleted: icon.lookAgain()
+            onStatusChanged: if (status === Image.Ready)
+                icon.wasThere = icon.isThere
 
             anchors.fill: parent
             asynchronous: true
             fillMode: Image.PreserveAspectFit
             // An application that becomes known may have another icon than its window.
             source: "image://appicon/" + root.windowID + "/"
-                    + encodeURIComponent(root.applicationID) + "/" + icon.lookedAgainFor
+                    + encodeURIComponent(root.applicationID) + "/" + root.iconRevision + "/"
+                    + icon.lookedAgainFor
             sourceSize.width: 20 * Screen.devicePixelRatio
             sourceSize.height: 20 * Screen.devicePixelRatio
             visible: isThere
@@ -62,7 +69,7 @@ Item {
             anchors.fill: parent
             size: 20
             name: "app-window"
-            visible: !icon.isThere
+            visible: !icon.isThere && !icon.wasThere
         }
     }
     Column {

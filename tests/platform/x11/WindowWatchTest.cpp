@@ -96,6 +96,34 @@ TEST_F(WindowWatching, A_renamed_window_is_noticed)
     EXPECT_TRUE(isNoticed());
 }
 
+TEST_F(WindowWatching, Another_icon_is_noticed_and_listed_without_another_question)
+{
+    const std::vector<std::uint32_t> red{1, 1, 0xffff0000};
+    const xcb_window_t window = client.open({100, 100, 300, 200, "a", {}});
+    const xcb_window_t other = client.open({400, 100, 300, 200, "b", {}});
+    client.setCardinals(window, "_NET_WM_ICON", red);
+    ASSERT_TRUE(waitUntil([&] { return client.isListed(window) && client.isListed(other); }));
+    settle();
+    look(*server);
+    const std::uint64_t before = server->traffic().roundTrips;
+    const std::vector<WindowListEntry> first = look(*server);
+    const std::uint64_t cost = server->traffic().roundTrips - before;
+
+    client.setCardinals(window, "_NET_WM_ICON", {1, 1, 0xff0000ff});
+    client.sync();
+    EXPECT_TRUE(isNoticed());
+    const std::vector<WindowListEntry> second = look(*server);
+    EXPECT_EQ(server->traffic().roundTrips - before, 2 * cost);
+    const auto revision = [](const std::vector<WindowListEntry>& entries, const QString& name) {
+        return entryNamed(entries, name).value().iconRevision;
+    };
+    const QString changed = QStringLiteral("a");
+    const QString same = QStringLiteral("b");
+    EXPECT_NE(revision(first, changed), revision(second, changed));
+    EXPECT_EQ(revision(first, same), revision(second, same));
+    EXPECT_EQ(revision(second, changed), revision(look(*server), changed));
+}
+
 TEST_F(WindowWatching, A_minimized_window_is_noticed)
 {
     const xcb_window_t window = openAndSettle();

@@ -36,6 +36,72 @@ Item {
             tryVerify(() => column(goal(109)) !== null && !isMoving());
             verify(isInView(column(goal(109))));
         }
+        function todoRow(title) {
+            return only(all(column(goal(150)), item => item instanceof TodoRow
+                                                       && item.title === title));
+        }
+        function test_the_selected_card_in_a_tall_goal_is_scrolled_into_view() {
+            for (let id = 301; id <= 340; ++id) {
+                world.addWindow(id, "Window " + id);
+                world.board.moveWindow(id, world.columnOfGoal(goal(150)));
+            }
+            const card = title => only(all(board, item => item instanceof WindowCard
+                                                          && item.visible && item.title === title));
+            // From far away, then from one end of the goal to the other and back.
+            for (const id of [320, 340, 301, 340]) {
+                world.board.selectWindow(id);
+                tryVerify(() => card("Window " + id)?.isSelected && !isMoving());
+                const shown = card("Window " + id);
+                compare(world.selectedGoal(), goal(150));
+                verify(isInView(shown), id);
+                // Its rect is where it stands, so that it was scrolled to and no other.
+                const rect = column(goal(150)).windowRect(world.board.selectedWindow);
+                const place = shown.mapToItem(column(goal(150)), 0, 0);
+                compare(Qt.point(rect.x, rect.y), Qt.point(place.x, place.y));
+            }
+            // The goal is higher than what shows: its head has gone.
+            verify(column(goal(150)).height > view().height);
+            for (let id = 301; id <= 340; ++id)
+                world.removeWindow(id);
+        }
+        function test_the_todo_that_was_gone_to_in_a_tall_goal_is_scrolled_into_view() {
+            for (let i = 0; i < 60; ++i)
+                world.addTodo("Todo " + i, goal(150));
+            for (const place of [59, 0, 30]) {
+                const title = "Todo " + place;
+                world.board.todos.goToTodo(world.todoID(title, goal(150)),
+                                           world.columnOfGoal(goal(150)), false);
+                tryVerify(() => column(goal(150)) !== null && todoRow(title) !== null
+                                && !isMoving());
+                verify(todoRow(title).isHighlighted);
+                verify(isInView(todoRow(title)), title);
+                const rect = column(goal(150)).todoRect(world.todoID(title, goal(150)));
+                compare(rect.y, todoRow(title).mapToItem(column(goal(150)), 0, 0).y);
+                compare(rect.height, 34);
+            }
+            verify(column(goal(150)).height > view().height);
+        }
+        function test_the_board_scrolls_45_milliseconds_after_the_last_of_a_burst_and_once() {
+            ViewSettings.isReducingMotion = true;
+            let moves = 0;
+            const note = () => ++moves;
+            view().contentYChanged.connect(note);
+            const began = Date.now();
+            let last = began;
+            for (let number = 100; number < 130; ++number) {
+                select(number);
+                last = Date.now();
+                // As a held key repeats: the program goes on between two of them.
+                wait(5);
+                compare(moves, 0);
+            }
+            tryVerify(() => moves > 0);
+            verify(Date.now() - last >= 40);
+            tryVerify(() => !isMoving());
+            compare(moves, 1);
+            view().contentYChanged.disconnect(note);
+            verify(isInView(column(goal(129))));
+        }
         function test_a_selected_card_that_is_scrolled_away_collapses_when_another_is_selected() {
             for (let i = 0; i < 12; ++i)
                 world.addTodo("Todo " + i, goal(1));

@@ -115,6 +115,18 @@ Item {
             verify(!hasSymbol("Late"));
             world.removeWindow(13);
         }
+        function test_a_window_that_carries_another_icon_shows_it() {
+            world.addWindow(17, "Changing");
+            world.setIcon(17);
+            tryVerify(() => {
+                world.capture();
+                return card("Changing") !== null && Qt.colorEqual(iconColor("Changing"), "#ff0000");
+            });
+            world.replaceIcon(17);
+            tryVerify(() => Qt.colorEqual(iconColor("Changing"), "#0000ff"));
+            verify(!hasSymbol("Changing"));
+            world.removeWindow(17);
+        }
         function test_the_icon_of_an_application_comes_when_it_becomes_known() {
             world.addWindow(14, "Unknown");
             tryVerify(() => card("Unknown") !== null && hasSymbol("Unknown"));

@@ -1,0 +1,41 @@
+// How often windows have set another icon.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+
+namespace kelpa::x11 {
+
+/// Written by whoever hears of it, read on any thread.
+class IconRevisions
+{
+public:
+    /// By the server's id of the window.
+    void noteChange(std::uint32_t window)
+    {
+        const std::scoped_lock lock(m_mutex);
+        ++m_revisions[window];
+    }
+
+    /// The window is gone, its id may be another's soon.
+    void forget(std::uint32_t window)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_revisions.erase(window);
+    }
+
+    /// 0 for a window of which nothing was heard.
+    std::uint32_t of(std::uint32_t window) const
+    {
+        const std::scoped_lock lock(m_mutex);
+        const auto found = m_revisions.find(window);
+        return found == m_revisions.end() ? 0 : found->second;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::map<std::uint32_t, std::uint32_t> m_revisions;
+};
+
+} // namespace kelpa::x11
