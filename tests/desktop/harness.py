@@ -318,7 +318,33 @@ class Desktop:
     def drag(self, start, end):
         """Drags what is at `start` to `end` and lets it go there."""
         self.drag_over(start, end)
+        wait_until("a drag has begun", self.is_dragging, seconds=10)
         self.let_go()
+        wait_until("the drag has ended", lambda: not self.is_dragging())
+
+    def pull(self, start, end):
+        """The same with what cannot be dragged."""
+        self.drag_over(start, end)
+        if self.is_dragging():
+            raise AssertionError(f"what is at {start} can be dragged")
+        self.let_go()
+
+    def is_dragging(self):
+        """Whether the picture of what is dragged floats below the pointer."""
+        from Xlib import X, error
+
+        root = self._x.screen().root
+        pointer = root.query_pointer()
+        for window in root.query_tree().children:
+            try:
+                attributes, place = window.get_attributes(), window.get_geometry()
+            except (error.BadWindow, error.BadDrawable):
+                continue
+            if (attributes.override_redirect and attributes.map_state == X.IsViewable
+                    and 0 <= pointer.root_x - place.x < place.width
+                    and 0 <= pointer.root_y - place.y < place.height):
+                return True
+        return False
 
     def drag_over(self, start, end):
         """Presses at `start` and moves in small steps to `end`, without releasing. The pauses are
@@ -332,6 +358,12 @@ class Desktop:
                       "sleep", "0.05"]
         steps += ["mousemove", x1 + 1, y1 + 1, "sleep", "0.2", "mousemove", x1, y1, "sleep", "0.2"]
         self.run("xdotool", *steps)
+
+    def move_through(self, *places):
+        """Moves what is being dragged from one place to the next."""
+        for x, y in places:
+            self.run("xdotool", "mousemove", x - 3, y - 3, "sleep", "0.1", "mousemove", x, y,
+                     "sleep", "0.1")
 
     def let_go(self):
         self.run("xdotool", "mouseup", "1")

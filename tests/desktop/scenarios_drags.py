@@ -1,9 +1,8 @@
 """What is dragged by mouse within the board, through the X server."""
 
-import time
-
 import board as boards
 import settings
+from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
 
@@ -88,7 +87,7 @@ def goals_change_places_by_mouse(desktop, binary):
         # Neither what is unsorted nor the list of all todos is a goal.
         desktop.drag(kelpa.head("Two"), kelpa.head(boards.UNSORTED))
         desktop.drag(kelpa.head("Two"), kelpa.head(boards.ALL_TODOS))
-        desktop.drag(kelpa.head(boards.UNSORTED), kelpa.head("One"))
+        desktop.pull(kelpa.head(boards.UNSORTED), kelpa.head("One"))
         order("One", "Three", "Two")
         kelpa.check_stored(path)
         # Goals that are sorted cannot be moved by hand.
@@ -96,6 +95,147 @@ def goals_change_places_by_mouse(desktop, binary):
         wait_until("the goals are sorted",
                    lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 1)
         sorted_goals = kelpa.board.goal_titles()
+        desktop.pull(kelpa.head(sorted_goals[2]), kelpa.head(sorted_goals[0]))
+        kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
+        wait_until("the goals have their own order",
+                   lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 0)
+        order(*sorted_goals)
         desktop.drag(kelpa.head(sorted_goals[2]), kelpa.head(sorted_goals[0]))
-        time.sleep(0.3)
-        assert kelpa.board.goal_titles() == sorted_goals
+        order(sorted_goals[2], *sorted_goals[:2])
+
+
+def _records(path):
+    """What a drag may change of the board."""
+    values = settings.read_live(path)
+    return {key: values.get(key) for key in ("kelpa.goals", "kelpa.unassignedTodos",
+                                             "kelpa.windowAssignments")}
+
+
+def _row(kelpa, column, title):
+    """Of a todo's row: where it is held, and a place of its upper edge that the picture of a row that
+    is held there leaves free when the pointer rests on the third, in the right half."""
+    find, what = kelpa.todo_node(column, title)
+    kelpa.centre(find, what)
+    x, y, width, height = find().frame()
+    return (x + 50, y + height // 2), (x + 80, y + 1), (x + width // 2 + 10, y + height // 2)
+
+
+def what_is_dragged_shows_where_it_would_go_and_escape_gives_it_up(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One", "Two", "Three"]), ("Work", ["Four"]), ("Rest", [])],
+                   is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        before = _records(path)
+        home, work = kelpa.ground("Home"), kelpa.ground("Work")
+        at_rest = desktop.pixel(*work)
+        assert desktop.pixel(*home) == at_rest
+
+        def begins():
+            wait_until("a drag has begun", desktop.is_dragging, seconds=10)
+
+        def escape():
+            desktop.key("Escape")
+            wait_until("the drag is given up", lambda: not desktop.is_dragging())
+            desktop.let_go()
+            # What is below the pointer looks otherwise.
+            desktop.hover(*kelpa.head(boards.ALL_TODOS))
+            assert _records(path) == before
+
+        # A goal over another one.
+        desktop.drag_over(kelpa.head("Rest"), kelpa.head("Work"))
+        begins()
+        wait_until("the goal shows that it would give its place", lambda: desktop.pixel(*work) != at_rest)
+        assert desktop.pixel(*home) == at_rest
+        escape()
+        wait_until("the goal is as it was", lambda: desktop.pixel(*work) == at_rest)
+
+        # A todo over the card of another goal.
+        held, line, aside = _row(kelpa, "Home", "One")
+        desktop.drag_over(_row(kelpa, "Home", "Three")[0], kelpa.head("Work"))
+        begins()
+        wait_until("the goal shows that it would take the todo", lambda: desktop.pixel(*work) != at_rest)
+        escape()
+        wait_until("the goal is as it was", lambda: desktop.pixel(*work) == at_rest)
+
+        # Over a row of its own goal a line shows where it would stand.
+        bare = desktop.pixel(*line)
+        desktop.drag_over(_row(kelpa, "Home", "Three")[0], aside)
+        begins()
+        wait_until("a line shows where the todo would stand", lambda: desktop.pixel(*line) != bare)
+        assert desktop.pixel(*home) == at_rest
+        escape()
+        wait_until("the line is gone", lambda: desktop.pixel(*line) == bare)
+
+        # A row of another goal shows none, and its goal does not take it in the row's stead.
+        _, other_line, other_aside = _row(kelpa, "Work", "Four")
+        other_bare = desktop.pixel(*other_line)
+        desktop.drag_over(_row(kelpa, "Home", "Three")[0], aside)
+        begins()
+        wait_until("the line shows again", lambda: desktop.pixel(*line) != bare)
+        desktop.move_through(kelpa.head("Rest"), other_aside)
+        wait_until("the line is gone", lambda: desktop.pixel(*line) == bare)
+        wait_until("the goal between is as it was",
+                   lambda: desktop.pixel(*kelpa.ground("Rest")) == at_rest)
+        assert desktop.is_dragging()
+        assert desktop.pixel(*other_line) == other_bare
+        assert desktop.pixel(*work) == at_rest
+        desktop.let_go()
+        wait_until("the drag has ended", lambda: not desktop.is_dragging())
+
+        # The same gestures without Escape, where they are taken; so nothing was left behind.
+        desktop.drag(_row(kelpa, "Home", "Three")[0], aside)
+        kelpa.wait_for_todos("Home", [(title, boards.TODO) for title in ("Three", "One", "Two")])
+        kelpa.wait_for_todos("Work", [("Four", boards.TODO)])
+        desktop.drag(_row(kelpa, "Home", "Two")[0], kelpa.head("Work"))
+        kelpa.wait_for_todos("Work", [(title, boards.TODO) for title in ("Two", "Four")])
+        desktop.drag(kelpa.head("Rest"), kelpa.head("Work"))
+        wait_until("the goals change places",
+                   lambda: kelpa.board.goal_titles() == ["Home", "Rest", "Work"])
+        kelpa.check_stored(path)
+
+
+@on_desktop(size="1280x800x24")
+def a_drag_at_the_edge_of_the_board_scrolls_to_what_is_beyond(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    goals = [f"Goal {number}" for number in range(16)]
+    settings.write(path, goals=[(goal, ["One", "Two"]) for goal in goals], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        wait_until("the board is there", lambda: kelpa.board.column("Goal 0"))
+        board = kelpa.board.column("Goal 0").node.board_around()
+        x, y, width, height = board.frame()
+        assert kelpa.board.column("Goal 15") is None
+
+        def head_in_view(goal):
+            """Where the head of the goal is, once it rests in the inner part of the board."""
+            try:
+                column = kelpa.board.column(goal)
+                first = column and column.node.frame()
+                second = column and column.node.frame()
+            except boards.Gone:
+                return None
+            inside = first and y + 30 < first[1] + 28 < y + height - 60
+            return (first[0] + 40, first[1] + 28) if inside and first == second else None
+
+        desktop.drag_over(kelpa.head("Goal 0"), (x + width // 2, y + height - 4))
+        wait_until("a drag has begun", desktop.is_dragging, seconds=10)
+        wait_until("the last goal is in view", lambda: head_in_view("Goal 15"))
+        # Away from the edge the board stays where it is.
+        desktop.hover(x + width // 2, y + height // 2)
+        place = wait_until("the last goal rests", lambda: head_in_view("Goal 15"))
+        desktop.move_through(place)
+        desktop.let_go()
+        wait_until("the goal stands before the last", lambda: settings.StoredBoard(
+            settings.read_live(path)).goal_titles == [*goals[1:15], "Goal 0", "Goal 15"])
+
+        # And back again at the upper edge.
+        desktop.drag_over(wait_until("the goal is in view", lambda: head_in_view("Goal 0")),
+                          (x + width // 2, y + 3))
+        wait_until("a drag has begun", desktop.is_dragging, seconds=10)
+        wait_until("the first goal is in view", lambda: head_in_view("Goal 1"))
+        desktop.key("Escape")
+        wait_until("the drag is given up", lambda: not desktop.is_dragging())
+        desktop.let_go()
+        kelpa.quit()
+        assert settings.StoredBoard(settings.read(path)).goal_titles == [*goals[1:15], "Goal 0", "Goal 15"]

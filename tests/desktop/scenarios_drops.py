@@ -25,7 +25,9 @@ class _Source:
 
     def drop_next(self, place):
         """Drags the next text to `place`, and returns what became of it."""
-        self._desktop.drag(self._place, place)
+        # Its own record tells that the drag began.
+        self._desktop.drag_over(self._place, place)
+        self._desktop.let_go()
         lines = wait_until("the other program's drag has ended", self._ended)
         self._read += len(lines)
         return lines

@@ -190,4 +190,4 @@ def every_part_of_the_banner_is_told_well(desktop, binary):
         _Walk(desktop, kelpa).look("the banner", [boards.NEEDS_SCREEN_CAPTURE, boards.NEEDS_ACCESSIBILITY])
         # Somebody has to close its window.
         desktop.start_window_manager()
-        wait_until("the banner is gone", lambda: not kelpa.board.has_text(boards.NEEDS_ACCESSIBILITY))
+        kelpa.focus()
