@@ -7,6 +7,7 @@ from board import COMPLETED, IN_PROGRESS, TODO
 from kelpa import Kelpa
 from processes import wait_until
 
+_TODO_ACTIONS = "More todo actions"
 
 class _Assistant:
     def __init__(self, desktop, kelpa):
@@ -121,6 +122,80 @@ def a_days_work_is_done_through_the_accessibility_bus(desktop, binary):
         stored = settings.StoredBoard(settings.read_live(path))
         assert stored.goal_titles == ["Release 0.1", "Idle"], stored
         assert stored.window_counts == {"Release 0.1": 2, "Idle": 0}, stored
+
+
+def goals_todos_and_windows_are_moved_deleted_and_closed_through_the_accessibility_bus(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One", "Two"]), ("Work", ["Three"]), ("Rest", [])],
+                   is_auto_sorting=False)
+    terminal = desktop.start_xterm("First terminal")
+    desktop.wait_for_window("First terminal")
+    with Kelpa(desktop, binary, path) as kelpa:
+        board = kelpa.board
+        kelpa.focus()
+        assistant = _Assistant(desktop, kelpa)
+        kelpa.wait_for_card(boards.UNSORTED, "First terminal")
+
+        def press_todo(column, title, name=None):
+            find, what = kelpa.todo_button(column, title, name)
+            assistant.press(find, what)
+
+        def goals_are(*titles):
+            wait_until(f"the goals are {titles}", lambda: board.goal_titles() == list(titles))
+
+        # Goals, in their own order.
+        assistant.press_button(boards.GOAL_ACTIONS, "Home")
+        assistant.choose("Move goal later")
+        goals_are("Work", "Home", "Rest")
+        assistant.press_button(boards.GOAL_ACTIONS, "Rest")
+        assistant.choose("Move goal earlier")
+        goals_are("Work", "Rest", "Home")
+
+        # Todos, within their goal and to another one.
+        press_todo("Home", "Two", _TODO_ACTIONS)
+        assistant.choose("Move todo up")
+        kelpa.wait_for_todos("Home", [("Two", TODO), ("One", TODO)])
+        press_todo("Home", "One", _TODO_ACTIONS)
+        assistant.choose(boards.MOVE_TO_GOAL)
+        assistant.choose("Rest")
+        kelpa.wait_for_todos("Rest", [("One", TODO)])
+        kelpa.wait_for_todos("Home", [("Two", TODO)])
+
+        # From the list of the whole board.
+        press_todo(boards.ALL_TODOS, "One")
+        kelpa.wait_for_todos("Rest", [("One", IN_PROGRESS)])
+        press_todo(boards.ALL_TODOS, "One", boards.GO_TO_TODO)
+        wait_until("the todo's goal is chosen", lambda: board.selected_column() == "Rest")
+
+        # What is deleted comes back.
+        press_todo("Rest", "One", _TODO_ACTIONS)
+        assistant.choose(boards.DELETE_TODO)
+        kelpa.wait_for_todos("Rest", [])
+        assistant.press_button("Undo")
+        kelpa.wait_for_todos("Rest", [("One", IN_PROGRESS)])
+        assistant.press(lambda: _card_button(board, boards.MOVE_TO_GOAL), "the card's menu is opened")
+        assistant.choose("Rest")
+        kelpa.wait_for_card("Rest", "First terminal")
+        assistant.press_button(boards.GOAL_ACTIONS, "Rest")
+        assistant.choose(boards.DELETE_GOAL)
+        goals_are("Work", "Home")
+        kelpa.wait_for_card(boards.UNSORTED, "First terminal")
+        assistant.press_button("Undo")
+        goals_are("Work", "Rest", "Home")
+        kelpa.wait_for_card("Rest", "First terminal")
+        kelpa.wait_for_todos("Rest", [("One", IN_PROGRESS)])
+
+        assistant.press(lambda: _card_button(board, boards.CLOSE_PROCESS), "the card's program is closed")
+        wait_until("the program has ended", lambda: terminal.poll() is not None)
+        wait_until("its card is gone", lambda: not board.cards())
+        kelpa.check_stored(path)
+
+
+def _card_button(board, name):
+    """The button of the only card, or None."""
+    found = [button for column in board.columns().values() for card in column.cards
+             for button in card.node.find(boards.BUTTON_ROLES, lambda each: each == name)]
+    return found[0] if found else None
 
 
 def _chosen(board, entry):
