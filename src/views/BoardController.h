@@ -149,8 +149,10 @@ public:
     /// The texts that drags carry; empty for the unassigned column, which cannot be dragged.
     Q_INVOKABLE QString windowDragText(quint32 windowID) const;
     Q_INVOKABLE QString columnDragText(const QString& columnID) const;
-    /// Whether dropping `text` on the column would do anything.
+    /// Whether the column takes `text`, also where it is already.
     Q_INVOKABLE bool canDrop(const QString& text, const QString& columnID) const;
+    /// Whether dropping `text` there would change the board.
+    Q_INVOKABLE bool wouldDropMove(const QString& text, const QString& columnID) const;
     /// Carries the drop out; false, and nothing done, when it is refused.
     Q_INVOKABLE bool drop(const QString& text, const QString& columnID);
 

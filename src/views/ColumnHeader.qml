@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa
 
-/// The head of a column; a goal's can be dragged onto another column while goals have their own
-/// order.
+/// The head of a column; a goal's can be dragged onto another column, which takes it while goals have
+/// their own order.
 Item {
     id: root
 
@@ -20,6 +20,8 @@ Item {
     /// Whether a title that is too long passes by.
     property bool isExpanded: false
     property bool isOnScreen: true
+    /// Whether it is dragged as the picture of its card.
+    property bool isCardDragged: false
     /// Where the title stands in the head.
     readonly property alias titleTop: titleText.y
     readonly property alias titleHeight: titleText.height
@@ -43,7 +45,7 @@ Item {
         anchors.fill: parent
         radius: Theme.cardRadius
         color: Theme.card
-        visible: dragArea.pressed && dragArea.isLeaving
+        visible: dragArea.isDragged || root.isCardDragged
     }
     DragArea {
         id: dragArea
@@ -52,7 +54,7 @@ Item {
         dragSource: root.dragSource
         picture: root
         text: root.board.columnDragText(root.columnID)
-        enabled: !root.isUnassigned && !root.board.isAutoSortingGoals
+        enabled: !root.isUnassigned
         cursorShape: enabled ? Qt.OpenHandCursor : Qt.ArrowCursor
         onClicked: if (!dragArea.isLeaving)
             root.board.todos.goToColumn(root.columnID)
@@ -84,7 +86,7 @@ Item {
         // entries of the rail. The same while the card is collapsed and while the title moves, so
         // that selecting a goal does not change the look of its card.
         font: Theme.bodyStrong
-        isAllowedToMove: root.isExpanded && !dragArea.pressed
+        isAllowedToMove: root.isExpanded && !dragArea.pressed && !root.isCardDragged
         isOnScreen: root.isOnScreen
     }
     Row {

@@ -21,4 +21,10 @@ std::optional<ColumnID> columnFromText(QStringView text)
     return goalID ? std::optional(ColumnID{goalID}) : std::nullopt;
 }
 
+std::optional<GoalID> goalFromColumnText(const QString& text)
+{
+    const std::optional<ColumnID> column = columnFromText(text);
+    return column ? column->goalID : std::nullopt;
+}
+
 } // namespace kelpa

@@ -23,4 +23,7 @@ struct ColumnID
 /// None for any text that `columnText` could not have given.
 std::optional<ColumnID> columnFromText(QStringView text);
 
+/// The goal that a column's text names; none for the unassigned column, and for no column.
+std::optional<GoalID> goalFromColumnText(const QString& text);
+
 } // namespace kelpa

@@ -62,7 +62,7 @@ ExpandableGoalCard {
     // What belongs to no goal is to be sorted, so that all of it shows.
     isExpanded: root.isSelected || root.isUnassigned
     isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
-    isAccepting: dropArea.containsDrag
+    isAccepting: dropArea.containsDrag && dropArea.isWelcoming
     naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
                    + Theme.medium
     Accessible.role: Accessible.List
@@ -79,14 +79,25 @@ ExpandableGoalCard {
                 && root.board.moveColumn(root.columnID, step);
     }
 
-    MouseArea {
+    // Where nothing else stands, the card is held as by its head.
+    DragArea {
+        id: ground
+
         anchors.fill: parent
-        onClicked: root.board.todos.goToColumn(root.columnID)
+        dragSource: root.dragSource
+        picture: header
+        text: root.board.columnDragText(root.columnID)
+        isDraggable: !root.isUnassigned
+        onClicked: if (!ground.isLeaving)
+            root.board.todos.goToColumn(root.columnID)
     }
 
     // Below everything else: the rows of todos come first.
     DropArea {
         id: dropArea
+
+        /// Whether what it takes would come to be elsewhere.
+        property bool isWelcoming: false
 
         anchors.fill: parent
         keys: ["text/plain"]
@@ -94,6 +105,8 @@ ExpandableGoalCard {
         onEntered: drag => {
             drag.accepted = root.dragSource.isDragging
                     && root.board.canDrop(drag.text, root.columnID);
+            dropArea.isWelcoming = drag.accepted
+                    && root.board.wouldDropMove(drag.text, root.columnID);
         }
         onDropped: drop => {
             drop.accepted = root.dragSource.isDragging
@@ -118,6 +131,7 @@ ExpandableGoalCard {
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
         isExpanded: root.isSelected
+        isCardDragged: ground.isDragged
         isOnScreen: root.shownFrom < y + header.titleTop + header.titleHeight
                     && root.shownTo > y + header.titleTop
         onMenuRequested: button => root.columnMenuRequested(button)

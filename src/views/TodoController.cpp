@@ -1,6 +1,7 @@
 #include "views/TodoController.h"
 
 #include "model/Text.h"
+#include "store/TodoOrder.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
 #include "views/BoardDrop.h"
@@ -296,6 +297,18 @@ bool TodoController::canDropOnRow(const QString& text, const QString& listID,
     const std::optional<TodoList> list = todoListFromText(listID);
     const std::optional<TodoID> target = TodoID::fromText(todoID);
     return list && target && isThere(text) && todoRowDrop(text, *list, *target).isAccepted;
+}
+
+bool TodoController::wouldDropOnRowMove(const QString& text, const QString& todoID) const
+{
+    const std::optional<TodoDragPayload> dragged = TodoDragPayload::fromEncodedValue(text);
+    const std::optional<TodoID> target = TodoID::fromText(todoID);
+    if (!dragged || !target)
+        return false;
+    const QList<Goal>& goals = m_store.goals();
+    const QList<TodoItem>& unassigned = m_store.unassignedTodos();
+    const auto moved = positionsAfterMove(goals, unassigned, dragged->todoID, *target);
+    return moved && *moved != normalizedPositions(goals, unassigned);
 }
 
 bool TodoController::dropOnRow(const QString& text, const QString& listID, const QString& todoID)

@@ -91,6 +91,9 @@ public:
     /// Whether a row of a list accepts `text`.
     Q_INVOKABLE bool canDropOnRow(const QString& text, const QString& listID,
                                   const QString& todoID) const;
+    /// Whether the todo that is dragged would come to stand elsewhere on the whole board, before
+    /// the todo of the row.
+    Q_INVOKABLE bool wouldDropOnRowMove(const QString& text, const QString& todoID) const;
     /// Carries the drop out; false, and nothing done, when it is refused.
     Q_INVOKABLE bool dropOnRow(const QString& text, const QString& listID, const QString& todoID);
 

@@ -119,7 +119,7 @@ FocusScope {
         Rectangle {
             anchors.fill: parent
             radius: Theme.controlRadius
-            color: area.isLeaving && area.pressed ? Theme.card
+            color: area.isDragged || handleArea.isDragged ? Theme.card
                    : dropArea.isWelcoming || root.isHighlighted ? Theme.accepting
                    : hover.hovered ? Theme.hover : "transparent"
         }
@@ -299,6 +299,8 @@ FocusScope {
     DropArea {
         id: dropArea
 
+        property bool isTaking: false
+        /// Whether it takes the todo and something would come to stand elsewhere.
         property bool isWelcoming: false
 
         anchors.fill: parent
@@ -307,12 +309,19 @@ FocusScope {
         // whoever drops it on a row wants to give it a place among the others.
         onEntered: drag => {
             const isTodo = root.dragSource.isDragging && root.board.todos.isTodoDrag(drag.text);
-            dropArea.isWelcoming = isTodo
+            dropArea.isTaking = isTodo
                     && root.board.todos.canDropOnRow(drag.text, root.listID, root.todoID);
-            if (isTodo && !dropArea.isWelcoming)
+            dropArea.isWelcoming = dropArea.isTaking
+                    && root.board.todos.wouldDropOnRowMove(drag.text, root.todoID);
+            if (isTodo && !dropArea.isTaking)
                 drag.accept(Qt.IgnoreAction);
             else
                 drag.accepted = isTodo;
+        }
+        // Each move asks anew.
+        onPositionChanged: drag => {
+            if (!dropArea.isTaking)
+                drag.accepted = false;
         }
         onExited: dropArea.isWelcoming = false
         onDropped: drop => {

@@ -374,6 +374,14 @@ class Desktop:
 
         return self._x.screen().root.get_image(x, y, 1, 1, X.ZPixmap, 0xFFFFFFFF).data
 
+    def pointer(self):
+        """What the pointer looks like: its size and its pixels."""
+        from Xlib.ext import xfixes
+
+        self._x.xfixes_query_version()
+        image = xfixes.get_cursor_image(self._x.screen().root, None)
+        return image.width, image.height, tuple(image.cursor_image)
+
     def type(self, text):
         self.run("xdotool", "type", "--delay", "15", "--", text)
 

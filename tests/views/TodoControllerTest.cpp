@@ -102,6 +102,24 @@ TEST_F(Todos, A_todo_dropped_on_a_row_of_its_list_comes_before_it)
     EXPECT_EQ(todos(first).front().order, 1);
 }
 
+TEST_F(Todos, A_row_stands_out_only_where_a_drop_would_change_the_order)
+{
+    const TodoID last = makeTodo(first, QStringLiteral("Last"));
+    const QString dragged = todoController().dragText(todo.text(), first.text());
+    const QString draggedLast = todoController().dragText(last.text(), first.text());
+    EXPECT_TRUE(todoController().wouldDropOnRowMove(draggedLast, todo.text()));
+    // Itself, and what it stands before already: taken, but nothing moves.
+    EXPECT_FALSE(todoController().wouldDropOnRowMove(dragged, todo.text()));
+    EXPECT_FALSE(todoController().wouldDropOnRowMove(dragged, last.text()));
+    EXPECT_TRUE(todoController().canDropOnRow(dragged, first.text(), last.text()));
+    EXPECT_TRUE(todoController().dropOnRow(dragged, first.text(), todo.text()));
+    EXPECT_EQ(titles(first), QStringList({QStringLiteral("Read"), QStringLiteral("Last")}));
+    // Between the two on the whole board stands one of another goal.
+    makeTodo(second, QStringLiteral("Other"));
+    const TodoID end = makeTodo(first, QStringLiteral("End"));
+    EXPECT_TRUE(todoController().wouldDropOnRowMove(draggedLast, end.text()));
+}
+
 TEST_F(Todos, A_todo_dropped_on_a_row_of_another_goal_stays)
 {
     const TodoID other = makeTodo(second, QStringLiteral("Other"));

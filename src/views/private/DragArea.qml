@@ -11,12 +11,15 @@ MouseArea {
     /// Its picture follows the pointer.
     required property Item picture
     required property string text
+    property bool isDraggable: true
 
     property point pressPosition
     property bool isLeaving: false
+    /// Whether what was pressed is on its way, or its picture is being made.
+    readonly property bool isDragged: root.isLeaving && root.pressed
 
     // A scrolling view below must not take the press away.
-    preventStealing: true
+    preventStealing: root.isDraggable
     onPressed: mouse => {
         root.pressPosition = Qt.point(mouse.x, mouse.y);
         root.isLeaving = false;
@@ -24,17 +27,24 @@ MouseArea {
     onPositionChanged: mouse => {
         const distance = Math.abs(mouse.x - root.pressPosition.x)
                        + Math.abs(mouse.y - root.pressPosition.y);
-        if (!root.pressed || root.isLeaving || !(mouse.buttons & Qt.LeftButton)
+        if (!root.isDraggable || !root.pressed || root.isLeaving || !(mouse.buttons & Qt.LeftButton)
                 || distance < Application.styleHints.startDragDistance)
             return;
         root.isLeaving = true;
         const text = root.text;
         const source = root.dragSource;
-        const held = root.mapToItem(root.picture, root.pressPosition);
-        // The button may have been released by the time the picture is there.
+        // What is held beside the picture is held at its edge.
+        const place = root.mapToItem(root.picture, root.pressPosition);
+        const held = Qt.point(Math.max(0, Math.min(place.x, root.picture.width)),
+                              Math.max(0, Math.min(place.y, root.picture.height)));
+        // As many pixels as the screen shows it with.
+        const ratio = root.Screen.devicePixelRatio;
+        const size = Qt.size(Math.ceil(root.picture.width * ratio),
+                             Math.ceil(root.picture.height * ratio));
+        // By the time the picture is there, the button may have been released, or this may be gone.
         root.picture.grabToImage(picture => {
-            if (root.pressed)
-                source.drag(text, picture.url, held);
-        });
+            if (root?.pressed)
+                source.drag(text, picture.image, ratio, held);
+        }, size);
     }
 }

@@ -102,6 +102,21 @@ Item {
             compare(shown.symbol, "chevrons-up");
             world.board.todos.setPriority(world.columnOfGoal("Second"), "p2");
         }
+        function test_a_todo_that_is_dragged_has_a_ground_wherever_it_is_held() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            const shown = row(first, "Read");
+            const grounds = () => all(face(first, "Read"), item => item instanceof Rectangle
+                                      && item.width === shown.width && item.height === shown.height
+                                      && Qt.colorEqual(item.color, Theme.card)).length;
+            for (const x of [60, shown.width - 14]) {
+                compare(grounds(), 0);
+                mousePress(shown, x, 17);
+                mouseMove(shown, x - 40, 17);
+                compare(grounds(), 1);
+                mouseRelease(shown, x - 40, 17);
+            }
+        }
         function test_alt_and_an_arrow_move_a_goal() {
             button(column("Second"), "ellipsis").forceActiveFocus();
             keyClick(Qt.Key_Left, Qt.AltModifier);

@@ -1,0 +1,128 @@
+// Moving goals and windows on the board, by menu, by key and by dropping them.
+#include "store/GoalOrder.h"
+#include "store/WindowStore.h"
+#include "views/BoardController.h"
+#include "views/BoardDrop.h"
+
+#include <algorithm>
+#include <optional>
+#include <variant>
+
+namespace kelpa {
+
+std::optional<BoardController::GoalMove> BoardController::goalMove(const QString& columnID,
+                                                                   int step) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    const QList<Goal> goals = m_store.visibleGoals();
+    const auto found =
+        std::ranges::find(goals, goalID, [](const Goal& goal) { return std::optional(goal.id); });
+    const qsizetype place = found - goals.begin();
+    const qsizetype target = place + step;
+    if (found == goals.end() || target < 0 || target >= goals.size() ||
+        m_store.isAutoSortingGoals() || (step != 1 && step != -1))
+        return std::nullopt;
+    // The later of the two neighbours comes before the earlier one.
+    return GoalMove{goals.at(qMax(place, target)).id, goals.at(qMin(place, target)).id};
+}
+
+bool BoardController::canMoveColumn(const QString& columnID, int step) const
+{
+    return goalMove(columnID, step).has_value();
+}
+
+bool BoardController::moveColumn(const QString& columnID, int step)
+{
+    const std::optional<GoalMove> move = goalMove(columnID, step);
+    if (!move)
+        return false;
+    const int selectedBefore = selectedTarget();
+    m_store.moveGoal(move->goalID, move->beforeID);
+    // The board goes along with the selected goal.
+    if (selectedTarget() != selectedBefore)
+        Q_EMIT selectionChanged();
+    return true;
+}
+
+void BoardController::moveWindow(quint32 windowID, const QString& columnID)
+{
+    if (const std::optional<ColumnID> column = columnFromText(columnID))
+        m_store.assign(windowID, column->goalID);
+}
+
+QString BoardController::windowDragText(quint32 windowID) const
+{
+    return dragText(windowID);
+}
+
+QString BoardController::columnDragText(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    return goalID ? dragText(*goalID) : QString();
+}
+
+/// A todo that has been deleted or moved while it is being dragged is not there any more.
+bool BoardController::hasTodo(const TodoDragPayload& todo) const
+{
+    const QList<Goal>& goals = m_store.goals();
+    const auto holds = [&todo](const QList<TodoItem>& list) {
+        return std::ranges::find(list, todo.todoID, &TodoItem::id) != list.end();
+    };
+    if (!todo.sourceGoalID)
+        return holds(m_store.unassignedTodos());
+    const auto source = std::ranges::find(goals, *todo.sourceGoalID, &Goal::id);
+    return source != goals.end() && holds(source->todos);
+}
+
+bool BoardController::canDrop(const QString& text, const QString& columnID) const
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (!column)
+        return false;
+    const BoardDrop drop = boardDropFromText(text);
+    if (const GoalID* const goalID = std::get_if<GoalID>(&drop)) {
+        const QList<Goal>& goals = m_store.goals();
+        const bool isKnown = std::any_of(goals.begin(), goals.end(),
+                                         [goalID](const Goal& goal) { return goal.id == *goalID; });
+        return isKnown && column->goalID && *column->goalID != *goalID &&
+               !m_store.isAutoSortingGoals();
+    }
+    if (const WindowID* const windowID = std::get_if<WindowID>(&drop)) {
+        const QList<WindowItem>& windows = m_store.windows();
+        return std::any_of(windows.begin(), windows.end(),
+                           [windowID](const WindowItem& window) { return window.id == *windowID; });
+    }
+    if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&drop))
+        return todo->sourceGoalID != column->goalID && hasTodo(*todo);
+    return false;
+}
+
+bool BoardController::wouldDropMove(const QString& text, const QString& columnID) const
+{
+    if (!canDrop(text, columnID))
+        return false;
+    const std::optional<GoalID> target = goalFromColumnText(columnID);
+    const BoardDrop drop = boardDropFromText(text);
+    if (const GoalID* const goalID = std::get_if<GoalID>(&drop))
+        return movedGoal(m_store.goals(), *goalID, *target) != m_store.goals();
+    if (const WindowID* const windowID = std::get_if<WindowID>(&drop))
+        return listedWindow(*windowID)->goalID != target;
+    return true;
+}
+
+bool BoardController::drop(const QString& text, const QString& columnID)
+{
+    if (!canDrop(text, columnID))
+        return false;
+    const std::optional<GoalID> target = goalFromColumnText(columnID);
+    const BoardDrop drop = boardDropFromText(text);
+    if (const GoalID* const goalID = std::get_if<GoalID>(&drop))
+        m_store.moveGoal(*goalID, *target);
+    else if (const WindowID* const windowID = std::get_if<WindowID>(&drop))
+        m_store.assign(*windowID, target);
+    else if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&drop))
+        m_store.moveTodo(todo->todoID, todo->sourceGoalID, target);
+    return true;
+}
+
+} // namespace kelpa

@@ -1,0 +1,73 @@
+// Goals, windows and todos that are moved on the board.
+#include "views/BoardController.h"
+
+#include "support/StoreFixture.h"
+
+namespace kelpa::test {
+namespace {
+
+class Moves : public StoreFixture
+{
+protected:
+    Moves()
+    {
+        desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+        store().setLanguage(AppLanguage::english);
+        store().setAutoSortingGoals(false);
+        store().refresh();
+        first = makeGoal(QStringLiteral("First"));
+        second = makeGoal(QStringLiteral("Second"));
+        third = makeGoal(QStringLiteral("Third"));
+        controller = std::make_unique<BoardController>(store());
+    }
+
+    QString titles()
+    {
+        QStringList result;
+        for (const Goal& goal : store().goals())
+            result.append(goal.title);
+        return result.join(u' ');
+    }
+    QString dragged(GoalID goalID) const { return controller->columnDragText(goalID.text()); }
+
+    GoalID first;
+    GoalID second;
+    GoalID third;
+    std::unique_ptr<BoardController> controller;
+    const QString unassigned = columnText(std::nullopt);
+};
+
+TEST_F(Moves, A_column_stands_out_only_where_the_window_is_not_yet)
+{
+    const QString window = controller->windowDragText(7);
+    EXPECT_TRUE(controller->wouldDropMove(window, first.text()));
+    EXPECT_FALSE(controller->wouldDropMove(window, unassigned));
+    EXPECT_TRUE(controller->canDrop(window, unassigned)) << "it is taken all the same";
+    store().assign(7, first);
+    EXPECT_FALSE(controller->wouldDropMove(window, first.text()));
+    EXPECT_TRUE(controller->wouldDropMove(window, unassigned));
+    EXPECT_FALSE(controller->wouldDropMove(controller->windowDragText(8), second.text()));
+}
+
+TEST_F(Moves, A_goal_stands_out_only_where_the_dragged_one_does_not_stand_before_it)
+{
+    EXPECT_FALSE(controller->wouldDropMove(dragged(first), second.text()));
+    EXPECT_TRUE(controller->canDrop(dragged(first), second.text())) << "it is taken all the same";
+    EXPECT_TRUE(controller->wouldDropMove(dragged(first), third.text()));
+    EXPECT_TRUE(controller->wouldDropMove(dragged(second), first.text()));
+    EXPECT_FALSE(controller->wouldDropMove(dragged(first), first.text()));
+    store().setAutoSortingGoals(true);
+    EXPECT_FALSE(controller->wouldDropMove(dragged(second), first.text()));
+}
+
+TEST_F(Moves, A_column_stands_out_for_a_todo_of_another)
+{
+    const TodoID todo = makeTodo(first, QStringLiteral("Read"));
+    const QString text = controller->todos()->dragText(todo.text(), first.text());
+    EXPECT_TRUE(controller->wouldDropMove(text, second.text()));
+    EXPECT_TRUE(controller->wouldDropMove(text, unassigned));
+    EXPECT_FALSE(controller->wouldDropMove(text, first.text()));
+}
+
+} // namespace
+} // namespace kelpa::test
