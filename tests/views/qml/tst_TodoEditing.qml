@@ -100,8 +100,11 @@ Item {
             keyClick(Qt.Key_Escape);
             verify(field(first).activeFocus);
             world.compose("");
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => field(first) === null);
+            // One that comes with the end of the composition would be the input method's.
+            tryVerify(() => {
+                keyClick(Qt.Key_Escape);
+                return field(first) === null;
+            });
         }
         function test_a_title_is_kept_when_the_keyboard_goes_elsewhere() {
             const first = column("First");
