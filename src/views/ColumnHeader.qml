@@ -93,6 +93,8 @@ Item {
         id: controls
 
         anchors.right: parent.right
+        // A badge at the end stands above the edge of what lies below, as the sign of a button does.
+        anchors.rightMargin: root.isUnassigned ? Theme.tiny : 0
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
 

@@ -46,7 +46,7 @@ T.MenuItem {
     }
     background: Rectangle {
         radius: Theme.smallRadius
-        color: root.down ? Theme.press : root.highlighted ? Theme.hover : "transparent"
+        color: root.down ? Theme.press : root.highlighted ? Theme.accepting : "transparent"
     }
 
     AppIcon {
