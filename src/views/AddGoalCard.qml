@@ -54,8 +54,6 @@ PressButton {
     }
 
     FocusRing {
-        control: root
         radius: Theme.columnRadius + 2
-        isShown: root.visualFocus
     }
 }

@@ -10,10 +10,46 @@ Item {
 
     required property BoardController board
 
+    /// Made when it is first asked for.
+    property AppMenu languageMenu: null
+
     signal newGoalRequested
+
+    function openLanguageMenu(button: Item): void {
+        if (root.languageMenu === null)
+            root.languageMenu = languageMenuType.createObject(root) as AppMenu;
+        root.languageMenu.popup(button, 0, button.height + Theme.tiny);
+    }
 
     implicitHeight: subtitle.y + subtitle.height + hints.height
 
+    Component {
+        id: languageMenuType
+
+        AppMenu {
+            id: menu
+
+            title: root.board.copy.text(CopyKey.Language)
+
+            Instantiator {
+                model: root.board.languageNames
+                delegate: AppMenuItem {
+                    id: item
+
+                    required property int index
+                    required property string modelData
+
+                    text: item.modelData
+                    symbol: item.isChosen ? "check" : ""
+                    isChoice: true
+                    isChosen: item.index === root.board.languageIndex
+                    onTriggered: root.board.setLanguageIndex(item.index)
+                }
+                onObjectAdded: (index, object) => menu.insertItem(index, object)
+                onObjectRemoved: (index, object) => menu.removeItem(object)
+            }
+        }
+    }
     RowLayout {
         id: controls
 
@@ -77,31 +113,7 @@ Item {
             symbol: "globe"
             text: root.board.copy.text(CopyKey.Language)
             Accessible.role: Accessible.ButtonMenu
-            onClicked: languageMenu.popup(languageButton, 0, languageButton.height + Theme.tiny)
-
-            AppMenu {
-                id: languageMenu
-
-                title: root.board.copy.text(CopyKey.Language)
-
-                Instantiator {
-                    model: root.board.languageNames
-                    delegate: AppMenuItem {
-                        id: item
-
-                        required property int index
-                        required property string modelData
-
-                        text: item.modelData
-                        symbol: item.isChosen ? "check" : ""
-                        isChoice: true
-                        isChosen: item.index === root.board.languageIndex
-                        onTriggered: root.board.setLanguageIndex(item.index)
-                    }
-                    onObjectAdded: (index, object) => languageMenu.insertItem(index, object)
-                    onObjectRemoved: (index, object) => languageMenu.removeItem(object)
-                }
-            }
+            onClicked: root.openLanguageMenu(languageButton)
         }
         AppButton {
             symbol: "plus"

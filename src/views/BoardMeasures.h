@@ -29,10 +29,13 @@ class BoardMeasures : public QObject
     Q_PROPERTY(double windowCardHeight READ cardHeight CONSTANT FINAL)
     /// Of a window's picture on its card.
     Q_PROPERTY(QSizeF previewSize READ previewSize CONSTANT FINAL)
+    /// Of a symbol, unless something else is asked for.
+    Q_PROPERTY(int symbolSize READ symbolSize CONSTANT FINAL)
 
 public:
     using QObject::QObject;
 
+    static int symbolSize() { return 16; }
     double boardMargin() const { return boardMargins / 2; }
     double targetWidth() const { return minimumTargetWidth; }
     double spacing() const { return targetSpacing; }

@@ -98,10 +98,8 @@ FocusScope {
                             && entry.y + entry.height > entries.contentY
             }
             FocusRing {
-                control: entry
                 radius: 7
-                anchors.margins: 0
-                isShown: entry.visualFocus
+                margin: 0
             }
             HoverTip {
                 text: entry.title

@@ -10,6 +10,24 @@ T.ApplicationWindow {
 
     required property BoardController board
 
+    // Made when they are first asked for.
+    property TitleSheet createSheet: null
+    property TitleSheet renameSheet: null
+    property WindowSelectionSheet selectionSheet: null
+    property string renamedColumnID
+
+    function askForGoal(): void {
+        if (root.createSheet === null)
+            root.createSheet = createSheetType.createObject(root.contentItem) as TitleSheet;
+        root.createSheet.ask("");
+    }
+    function askForName(columnID: string, title: string): void {
+        if (root.renameSheet === null)
+            root.renameSheet = renameSheetType.createObject(root.contentItem) as TitleSheet;
+        root.renamedColumnID = columnID;
+        root.renameSheet.ask(title);
+    }
+
     width: 1200
     height: 800
     minimumWidth: 900
@@ -24,7 +42,7 @@ T.ApplicationWindow {
         anchors.left: parent.left
         anchors.right: parent.right
         board: root.board
-        onNewGoalRequested: createSheet.ask("")
+        onNewGoalRequested: root.askForGoal()
     }
     PermissionBanner {
         id: banner
@@ -51,11 +69,8 @@ T.ApplicationWindow {
         anchors.left: parent.left
         anchors.right: parent.right
         board: root.board
-        onNewGoalRequested: createSheet.ask("")
-        onRenameRequested: (columnID, title) => {
-            renameSheet.columnID = columnID;
-            renameSheet.ask(title);
-        }
+        onNewGoalRequested: root.askForGoal()
+        onRenameRequested: (columnID, title) => root.askForName(columnID, title)
     }
     Toast {
         anchors.horizontalCenter: parent.horizontalCenter
@@ -67,31 +82,49 @@ T.ApplicationWindow {
         onIsHeldChanged: root.board.setToastHeld(isHeld)
     }
 
-    TitleSheet {
-        id: createSheet
+    Component {
+        id: createSheetType
 
-        board: root.board
-        title: root.board.copy.text(CopyKey.CreateGoalTitle)
-        explanation: root.board.copy.text(CopyKey.CreateGoalText)
-        placeholder: root.board.copy.text(CopyKey.CreateGoalPlaceholder)
-        fieldLabel: root.board.copy.text(CopyKey.GoalName)
-        confirmLabel: root.board.copy.text(CopyKey.Create)
-        onConfirmed: title => root.board.createGoal(title)
+        TitleSheet {
+            board: root.board
+            title: root.board.copy.text(CopyKey.CreateGoalTitle)
+            explanation: root.board.copy.text(CopyKey.CreateGoalText)
+            placeholder: root.board.copy.text(CopyKey.CreateGoalPlaceholder)
+            fieldLabel: root.board.copy.text(CopyKey.GoalName)
+            confirmLabel: root.board.copy.text(CopyKey.Create)
+            onConfirmed: title => root.board.createGoal(title)
+        }
     }
-    TitleSheet {
-        id: renameSheet
+    Component {
+        id: renameSheetType
 
-        property string columnID
-
-        board: root.board
-        title: root.board.copy.text(CopyKey.RenameGoal)
-        explanation: ""
-        placeholder: root.board.copy.text(CopyKey.EnterGoalName)
-        fieldLabel: root.board.copy.text(CopyKey.GoalName)
-        confirmLabel: root.board.copy.text(CopyKey.Save)
-        onConfirmed: title => root.board.renameGoal(renameSheet.columnID, title)
+        TitleSheet {
+            board: root.board
+            title: root.board.copy.text(CopyKey.RenameGoal)
+            explanation: ""
+            placeholder: root.board.copy.text(CopyKey.EnterGoalName)
+            fieldLabel: root.board.copy.text(CopyKey.GoalName)
+            confirmLabel: root.board.copy.text(CopyKey.Save)
+            onConfirmed: title => root.board.renameGoal(root.renamedColumnID, title)
+        }
     }
-    WindowSelectionSheet {
-        board: root.board
+    Component {
+        id: selectionSheetType
+
+        WindowSelectionSheet {
+            board: root.board
+        }
+    }
+    Connections {
+        target: root.board.windowPicker
+
+        function onRequestChanged(): void {
+            // From then on the sheet follows the requests by itself.
+            if (root.selectionSheet !== null || !root.board.windowPicker.isOpen)
+                return;
+            root.selectionSheet = selectionSheetType.createObject(root.contentItem)
+                    as WindowSelectionSheet;
+            root.selectionSheet.followRequest();
+        }
     }
 }

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Window
 import Kelpa
 
 /// A goal's title in one line. One that is too wide for its place passes by slowly, over and over,
@@ -18,22 +17,16 @@ Item {
     property font font: root.isEmphasized ? Theme.captionEmphasized : Theme.captionStrong
     property color color: Theme.text
 
-    readonly property bool isMoving: pass.running
+    property MarqueeBelt belt: null
+
+    readonly property bool isMoving: root.belt?.isMoving ?? false
     readonly property bool isTruncated: still.visible && still.truncated
-    readonly property real offset: belt.x
+    readonly property real offset: root.belt?.x ?? 0
     readonly property MarqueeMeasure measure: MarqueeMeasure {
         text: root.text
         font: root.font
         availableWidth: root.width
     }
-
-    function startAgain(): void {
-        if (pass.running)
-            pass.restart();
-    }
-
-    // Also when the new one is as wide as the one before.
-    onTextChanged: root.startAgain()
 
     implicitWidth: root.measure.textWidth
     implicitHeight: still.implicitHeight
@@ -48,43 +41,18 @@ Item {
         color: root.color
         visible: !root.isMoving
     }
-    // The title and its repeated start: when the first has gone, the second stands in its place.
-    Row {
-        id: belt
-
-        height: parent.height
-        spacing: root.measure.gap
-        visible: root.isMoving
-
-        Repeater {
-            model: root.isMoving ? 2 : 0
-            delegate: AppText {
-                width: root.measure.textWidth
-                height: belt.height
-                elide: Text.ElideNone
-                text: root.text
-                font: root.font
-                color: root.color
-            }
+    // None or one: most titles have room.
+    Repeater {
+        model: root.measure.isWide && root.isAllowedToMove && !ViewSettings.isReducingMotion ? 1 : 0
+        delegate: MarqueeBelt {
+            height: root.height
+            text: root.text
+            font: root.font
+            color: root.color
+            measure: root.measure
+            isOnScreen: root.isOnScreen
         }
-    }
-    NumberAnimation {
-        id: pass
-
-        target: belt
-        property: "x"
-        from: 0
-        to: -root.measure.travel
-        // One that lasts no time would end before it knows how long it lasts.
-        duration: Math.max(root.measure.passTime, 1)
-        loops: Animation.Infinite
-        // What nobody can see costs nothing.
-        running: root.measure.isWide && root.isAllowedToMove && !ViewSettings.isReducingMotion
-                 && root.visible && root.isOnScreen && ViewSettings.isSeen
-                 && root.Window.window !== null
-                 && root.Window.visibility !== Window.Hidden
-                 && root.Window.visibility !== Window.Minimized
-        onToChanged: root.startAgain()
-        onDurationChanged: root.startAgain()
+        onItemAdded: (index, item) => root.belt = item as MarqueeBelt
+        onItemRemoved: root.belt = null
     }
 }

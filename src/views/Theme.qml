@@ -86,7 +86,7 @@ QtObject {
     readonly property int columnListY: 60
     readonly property int sheetWidth: 390
     readonly property int controlHeight: 32
-    readonly property int symbolSize: 16
+    readonly property int symbolSize: BoardMeasures.symbolSize
     readonly property int todoHeight: 34
 
     readonly property int smallRadius: 6

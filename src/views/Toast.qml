@@ -93,10 +93,8 @@ Rectangle {
         }
 
         FocusRing {
-            control: action
-            radius: height / 2
-            border.color: Theme.window
-            isShown: action.visualFocus
+            radius: 16
+            color: Theme.window
         }
     }
 }

@@ -123,7 +123,9 @@ Item {
         contentHeight: lines.implicitHeight
         clip: rows.interactive
         interactive: root.wantedHeight > root.maximumHeight
-        T.ScrollBar.vertical: AppScrollBar {}
+        // Most lists never scroll.
+        onInteractiveChanged: if (rows.interactive && T.ScrollBar.vertical === null)
+            T.ScrollBar.vertical = scrollBarType.createObject(rows) as AppScrollBar
 
         WaterfallView {
             id: lines
@@ -167,6 +169,11 @@ Item {
                 }
             }
         }
+    }
+    Component {
+        id: scrollBarType
+
+        AppScrollBar {}
     }
     // Once the list has all of its rows again.
     Timer {

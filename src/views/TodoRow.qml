@@ -26,11 +26,12 @@ FocusScope {
     /// Whether a person went here with the keyboard. A button that was clicked has it too, but
     /// nobody knows.
     readonly property bool hasKeyboard: face.activeFocus || statusButton.visualFocus
-                                        || goButton.visualFocus || menuButton.visualFocus
-                                        || handle.visualFocus
+                                        || menuButton.visualFocus || handle.visualFocus
+                                        || (root.goButton?.visualFocus ?? false)
     /// What is being written stays with its todo.
     readonly property bool isPinned: root.isEdited
 
+    property IconButton goButton: null
     /// Whether the keyboard comes back here when the edit has ended, or after the menu.
     property bool isEditedByKeyboard: false
     property bool isMenuByKeyboard: false
@@ -165,7 +166,7 @@ FocusScope {
             anchors.left: statusButton.right
             anchors.leftMargin: 2
             anchors.right: menuButton.isShown ? menuButton.left
-                           : goButton.visible ? goButton.left : handle.left
+                           : root.goButton !== null ? root.goButton.left : handle.left
             anchors.verticalCenter: parent.verticalCenter
             spacing: 1
 
@@ -177,19 +178,22 @@ FocusScope {
                 color: root.isDone ? Theme.secondaryText : Theme.text
                 font.strikeout: root.isDone
             }
-            AppText {
-                width: parent.width
-                text: root.goalTitle
-                font: Theme.caption
-                color: Theme.secondaryText
-                visible: root.isUnified
+            // None or one, as for the field and the button below.
+            Repeater {
+                model: root.isUnified ? 1 : 0
+                delegate: AppText {
+                    width: titleText.width
+                    text: root.goalTitle
+                    font: Theme.caption
+                    color: Theme.secondaryText
+                }
             }
         }
         // Assistive programs and the keyboard always reach it.
         IconButton {
             id: menuButton
 
-            anchors.right: goButton.visible ? goButton.left : handle.left
+            anchors.right: root.goButton !== null ? root.goButton.left : handle.left
             anchors.verticalCenter: parent.verticalCenter
             symbol: "ellipsis"
             size: 28
@@ -200,18 +204,22 @@ FocusScope {
             onClicked: root.openMenu(menuButton.visualFocus,
                                      Qt.point(menuButton.x, root.height - Theme.tiny))
         }
-        IconButton {
-            id: goButton
+        Repeater {
+            model: root.isUnified ? 1 : 0
+            delegate: IconButton {
+                id: goButton
 
-            anchors.right: handle.left
-            anchors.verticalCenter: parent.verticalCenter
-            symbol: "arrow-right"
-            size: 28
-            symbolSize: 14
-            text: root.board.copy.text(CopyKey.GoToTodoInGoal)
-            visible: root.isUnified
-            onClicked: root.board.todos.goToTodo(root.todoID, root.columnID,
-                                                  goButton.visualFocus)
+                anchors.right: handle.left
+                anchors.verticalCenter: handle.verticalCenter
+                symbol: "arrow-right"
+                size: 28
+                symbolSize: 14
+                text: root.board.copy.text(CopyKey.GoToTodoInGoal)
+                onClicked: root.board.todos.goToTodo(root.todoID, root.columnID,
+                                                      goButton.visualFocus)
+            }
+            onItemAdded: (index, item) => root.goButton = item as IconButton
+            onItemRemoved: root.goButton = null
         }
         IconButton {
             id: handle
@@ -238,20 +246,18 @@ FocusScope {
             }
         }
         FocusRing {
-            control: face
-            isShown: face.visualFocus
             radius: Theme.controlRadius
-            anchors.margins: 0
+            margin: 0
         }
         HoverTip {
             text: root.title
             isHovered: hover.hovered && titleText.truncated && !area.pressed
                        && !root.dragSource.isDragging
-                       && !statusButton.hovered && !menuButton.hovered && !goButton.hovered
-                       && !handle.hovered
+                       && !statusButton.hovered && !menuButton.hovered && !handle.hovered
+                       && !(root.goButton?.hovered ?? false)
         }
     }
-    // None or one: a field is made for the row that is edited alone.
+    // A field is made for the row that is edited alone.
     Repeater {
         model: root.isEdited ? 1 : 0
         delegate: TodoField {

@@ -76,6 +76,9 @@ FocusableItem {
         readonly property bool isPictured: GraphicsInfo.api === GraphicsInfo.Software
                                            && face.scale !== 1
 
+        readonly property color ground: root.isSelected ? Qt.tint(Theme.card, Theme.accepting)
+                                                        : Theme.card
+
         anchors.fill: parent
         scale: area.pressed ? 0.985 : root.isRaised ? 1.012 : 1
         opacity: area.pressed ? 0.82 : 1
@@ -108,16 +111,9 @@ FocusableItem {
                 anchors.fill: parent
                 anchors.margins: parent.room
                 radius: Theme.cardRadius
-                color: Theme.card
+                color: face.ground
                 border.width: root.isSelected ? 1.2 : 1
                 border.color: root.isSelected ? Theme.selectedCardOutline : Theme.cardOutline
-            }
-            Rectangle {
-                anchors.fill: parent
-                anchors.margins: parent.room
-                radius: Theme.cardRadius
-                color: Theme.accepting
-                visible: root.isSelected
             }
         }
         CardPreview {
@@ -129,6 +125,7 @@ FocusableItem {
             windowID: root.windowID
             revision: root.previewRevision
             message: root.previewMessage
+            cardGround: face.ground
             isPictured: face.isPictured
         }
         CardCaption {
@@ -194,7 +191,6 @@ FocusableItem {
         onClicked: root.board.closeWindowProcess(root.windowID)
     }
     FocusRing {
-        control: root
         radius: Theme.cardRadius + 2
         isShown: root.isSelected || root.activeFocus
     }

@@ -15,6 +15,7 @@ Sheet {
     /// Points; the sheet keeps its height while a search narrows the list.
     property real listHeight: 0
 
+    /// Opens or closes; also for the request for which the sheet is made.
     function followRequest(): void {
         if (!root.picker.isOpen) {
             root.close();

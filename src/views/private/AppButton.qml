@@ -23,7 +23,6 @@ PressButton {
     font: Theme.body
     opacity: root.enabled ? 1 : 0.45
     Accessible.description: root.help
-    onPressed: tip.dismiss()
 
     contentItem: SymbolLabel {
         symbol: root.symbol
@@ -54,16 +53,10 @@ PressButton {
     }
 
     FocusRing {
-        control: root
         // Apart from a ground of its own colour.
-        anchors.margins: root.isPrimary ? -4 : -2
-        radius: Theme.controlRadius - anchors.margins
-        isShown: root.visualFocus
+        margin: root.isPrimary ? 4 : 2
     }
     HoverTip {
-        id: tip
-
         text: root.help
-        isHovered: root.hovered
     }
 }

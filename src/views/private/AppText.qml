@@ -13,5 +13,4 @@ Text {
     maximumLineCount: wrapMode === Text.NoWrap ? 1 : 2147483647
     horizontalAlignment: Text.AlignLeft
     verticalAlignment: Text.AlignVCenter
-    Accessible.ignored: true
 }

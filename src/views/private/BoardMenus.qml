@@ -3,54 +3,77 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa
 
-/// The menus that all cards of the board share. They stay where they opened: cards, rows and buttons
-/// move away below them, or go.
+/// The menus that all cards of the board share. Each is made when it is first asked for. They stay
+/// where they opened: cards, rows and buttons move away below them, or go.
 Item {
     id: root
 
     required property BoardController board
 
+    property WindowMenu windowMenu: null
+    property PriorityMenu priorityMenu: null
+    property TodoMenu todoMenu: null
+    property ColumnMenu columnMenu: null
+
     signal renameRequested(columnID: string, title: string)
 
     function openWindowMenu(windowID: real, columnID: string, card: Item, position: point): void {
-        windowMenu.ask(windowID, columnID, root, card.mapToItem(root, position));
+        if (root.windowMenu === null)
+            root.windowMenu = windowMenuType.createObject(root) as WindowMenu;
+        root.windowMenu.ask(windowID, columnID, root, card.mapToItem(root, position));
     }
     function openTodoMenu(todoID: string, columnID: string, row: Item, position: point): void {
-        todoMenu.ask(todoID, columnID, row as TodoRow, root, row.mapToItem(root, position));
+        if (root.todoMenu === null)
+            root.todoMenu = todoMenuType.createObject(root) as TodoMenu;
+        root.todoMenu.ask(todoID, columnID, row as TodoRow, root, row.mapToItem(root, position));
     }
     function openColumnMenu(columnID: string, button: Item): void {
-        columnMenu.columnID = columnID;
-        columnMenu.columnTitle = root.board.goalTitle(columnID);
-        root.openBelow(columnMenu, button);
+        if (root.columnMenu === null)
+            root.columnMenu = columnMenuType.createObject(root) as ColumnMenu;
+        root.columnMenu.columnID = columnID;
+        root.columnMenu.columnTitle = root.board.goalTitle(columnID);
+        root.openBelow(root.columnMenu, button);
     }
     function openPriorityMenu(columnID: string, priority: string, button: Item): void {
-        priorityMenu.columnID = columnID;
-        priorityMenu.priority = priority;
-        root.openBelow(priorityMenu, button);
+        if (root.priorityMenu === null)
+            root.priorityMenu = priorityMenuType.createObject(root) as PriorityMenu;
+        root.priorityMenu.columnID = columnID;
+        root.priorityMenu.priority = priority;
+        root.openBelow(root.priorityMenu, button);
     }
     function openBelow(menu: AppMenu, button: Item): void {
         menu.popup(root, button.mapToItem(root, 0, button.height + Theme.tiny));
     }
 
-    WindowMenu {
-        id: windowMenu
+    Component {
+        id: windowMenuType
 
-        board: root.board
+        WindowMenu {
+            board: root.board
+        }
     }
-    PriorityMenu {
-        id: priorityMenu
+    Component {
+        id: priorityMenuType
 
-        board: root.board
+        PriorityMenu {
+            board: root.board
+        }
     }
-    TodoMenu {
-        id: todoMenu
+    Component {
+        id: todoMenuType
 
-        board: root.board
+        TodoMenu {
+            board: root.board
+        }
     }
-    ColumnMenu {
-        id: columnMenu
+    Component {
+        id: columnMenuType
 
-        board: root.board
-        onRenameRequested: root.renameRequested(columnMenu.columnID, columnMenu.columnTitle)
+        ColumnMenu {
+            id: menu
+
+            board: root.board
+            onRenameRequested: root.renameRequested(menu.columnID, menu.columnTitle)
+        }
     }
 }

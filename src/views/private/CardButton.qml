@@ -17,16 +17,12 @@ PressButton {
     implicitHeight: 22
     opacity: 0.9
     focusPolicy: Qt.TabFocus
-    onPressed: tip.dismiss()
 
-    contentItem: Item {
-        AppIcon {
-            anchors.centerIn: parent
-            name: root.symbol
-            size: 14
-            color: root.hovered ? root.hoveredColor
-                   : root.isMuted && !root.visualFocus ? Theme.secondaryText : Theme.text
-        }
+    contentItem: AppIcon {
+        name: root.symbol
+        size: 14
+        color: root.hovered ? root.hoveredColor
+               : root.isMuted && !root.visualFocus ? Theme.secondaryText : Theme.text
     }
     background: Item {
         Rectangle {
@@ -52,14 +48,7 @@ PressButton {
     }
 
     FocusRing {
-        control: root
-        radius: width / 2
-        isShown: root.visualFocus
+        radius: 13
     }
-    HoverTip {
-        id: tip
-
-        text: root.text
-        isHovered: root.hovered
-    }
+    HoverTip {}
 }

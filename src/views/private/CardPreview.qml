@@ -11,6 +11,8 @@ Item {
     required property real windowID
     required property real revision
     required property string message
+    /// What it lies on.
+    required property color cardGround
     /// Whether the round corners are drawn as a picture of them.
     property bool isPictured: false
 
@@ -21,7 +23,8 @@ Item {
 
         anchors.fill: parent
         radius: 5
-        color: Theme.previewGround
+        // As if it let the card through: what does need not be mixed with what is below.
+        color: Qt.tint(root.cardGround, Theme.previewGround)
         layer.enabled: root.isPictured
         layer.smooth: true
     }

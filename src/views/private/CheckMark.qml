@@ -12,7 +12,6 @@ Item {
 
     implicitWidth: 20
     implicitHeight: 20
-    Accessible.ignored: true
 
     AppIcon {
         anchors.centerIn: parent

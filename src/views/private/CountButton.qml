@@ -15,7 +15,6 @@ PressButton {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 20
     Accessible.description: root.label
-    onPressed: tip.dismiss()
 
     leftPadding: 6
     rightPadding: 6
@@ -42,14 +41,7 @@ PressButton {
     }
 
     FocusRing {
-        control: root
-        radius: height / 2
-        isShown: root.visualFocus
+        radius: 12
     }
-    HoverTip {
-        id: tip
-
-        text: root.text
-        isHovered: root.hovered
-    }
+    HoverTip {}
 }

@@ -20,16 +20,12 @@ PressButton {
     implicitHeight: root.size
     opacity: root.enabled ? 1 : 0.45
     Accessible.description: root.help
-    onPressed: tip.dismiss()
 
-    contentItem: Item {
-        AppIcon {
-            anchors.centerIn: parent
-            name: root.symbol
-            size: root.symbolSize
-            visible: root.isShown
-            color: root.checked ? Theme.accentText : root.color
-        }
+    contentItem: AppIcon {
+        name: root.symbol
+        size: root.symbolSize
+        visible: root.isShown
+        color: root.checked ? Theme.accentText : root.color
     }
     background: Rectangle {
         radius: Theme.controlRadius
@@ -39,14 +35,6 @@ PressButton {
                : root.checked ? Theme.accepting : "transparent"
     }
 
-    FocusRing {
-        control: root
-        isShown: root.visualFocus
-    }
-    HoverTip {
-        id: tip
-
-        text: root.help.length > 0 ? root.help : root.text
-        isHovered: root.hovered
-    }
+    FocusRing {}
+    HoverTip {}
 }

@@ -13,15 +13,11 @@ PressButton {
     implicitWidth: 30
     implicitHeight: 20
     Accessible.role: Accessible.ButtonMenu
-    onPressed: tip.dismiss()
 
-    contentItem: Item {
-        AppIcon {
-            anchors.centerIn: parent
-            name: root.symbol
-            size: 14
-            color: root.color
-        }
+    contentItem: AppIcon {
+        name: root.symbol
+        size: 14
+        color: root.color
     }
     background: Rectangle {
         radius: height / 2
@@ -29,14 +25,7 @@ PressButton {
     }
 
     FocusRing {
-        control: root
-        radius: height / 2
-        isShown: root.visualFocus
+        radius: 12
     }
-    HoverTip {
-        id: tip
-
-        text: root.text
-        isHovered: root.hovered
-    }
+    HoverTip {}
 }

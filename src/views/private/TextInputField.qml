@@ -80,7 +80,5 @@ T.TextField {
         interval: 60
     }
 
-    FocusRing {
-        control: root
-    }
+    FocusRing {}
 }

@@ -110,9 +110,8 @@ Item {
         }
     }
     FocusRing {
-        control: root
         radius: Theme.controlRadius
-        anchors.margins: 0
+        margin: 0
     }
     HoverTip {
         text: root.title + "\n" + root.location

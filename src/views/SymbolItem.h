@@ -1,0 +1,49 @@
+// A symbol of the interface, drawn by itself: there are several on every row and card.
+#pragma once
+
+#include <QColor>
+#include <QQuickItem>
+#include <QString>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// The symbol of that name in one colour, in the middle of the item. Nothing is drawn for an empty
+/// or unknown name. Its pixels come from the engine's SymbolImageProvider. Main thread.
+class SymbolItem : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged REQUIRED FINAL)
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
+    /// Points, of its width and height.
+    Q_PROPERTY(int size READ symbolSize WRITE setSymbolSize NOTIFY symbolSizeChanged FINAL)
+
+public:
+    explicit SymbolItem(QQuickItem* parent = nullptr);
+
+    const QString& name() const { return m_name; }
+    void setName(const QString& name);
+    const QColor& color() const { return m_color; }
+    void setColor(const QColor& color);
+    int symbolSize() const { return m_symbolSize; }
+    void setSymbolSize(int size);
+
+Q_SIGNALS:
+    void nameChanged();
+    void colorChanged();
+    void symbolSizeChanged();
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+    void geometryChange(const QRectF& now, const QRectF& before) override;
+    void itemChange(ItemChange change, const ItemChangeData& value) override;
+
+private:
+    QString m_name;
+    QColor m_color;
+    int m_symbolSize = 0;
+};
+
+} // namespace kelpa

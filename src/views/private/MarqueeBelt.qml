@@ -1,0 +1,62 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Window
+import Kelpa
+
+/// A title and its repeated start, passing by: when the first has gone, the second stands in its
+/// place.
+Row {
+    id: root
+
+    required property string text
+    required property font font
+    required property color color
+    required property MarqueeMeasure measure
+    /// Whether it stands in the part of the board that is on the screen.
+    required property bool isOnScreen
+
+    readonly property bool isMoving: pass.running
+
+    function startAgain(): void {
+        if (pass.running)
+            pass.restart();
+    }
+
+    // Also when the new one is as wide as the one before.
+    onTextChanged: root.startAgain()
+
+    spacing: root.measure.gap
+    visible: root.isMoving
+
+    Repeater {
+        model: root.isMoving ? 2 : 0
+        delegate: AppText {
+            width: root.measure.textWidth
+            height: root.height
+            elide: Text.ElideNone
+            text: root.text
+            font: root.font
+            color: root.color
+        }
+    }
+    NumberAnimation {
+        id: pass
+
+        target: root
+        property: "x"
+        from: 0
+        to: -root.measure.travel
+        // One that lasts no time would end before it knows how long it lasts.
+        duration: Math.max(root.measure.passTime, 1)
+        loops: Animation.Infinite
+        // What nobody can see costs nothing.
+        running: root.parent !== null && root.parent.visible && root.isOnScreen
+                 && ViewSettings.isSeen
+                 && root.Window.window !== null
+                 && root.Window.visibility !== Window.Hidden
+                 && root.Window.visibility !== Window.Minimized
+        onToChanged: root.startAgain()
+        onDurationChanged: root.startAgain()
+    }
+}
