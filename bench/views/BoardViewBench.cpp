@@ -189,6 +189,9 @@ public:
         QQuickItem& view = *targets.parentItem()->parentItem();
         scroll(view, window, 0, view.property("contentHeight").toDouble() - view.height(),
                figures.scrollFrames);
+        // All cards of goals as high as each other.
+        m_store->clearTargetSelection();
+        rest();
         const int goal =
             firstRow(*targets.modelValue().value<QAbstractItemModel*>(), QStringLiteral("goal"));
         const double goals = targets.y() + targets.rowRect(goal).top();
