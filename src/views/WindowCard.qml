@@ -99,13 +99,17 @@ FocusableItem {
             layer.enabled: face.isPictured
             layer.smooth: true
 
+            // Only its rim is seen; to mix all of it with the ground would take most of the time that
+            // the card takes to draw.
             Rectangle {
                 anchors.fill: parent
                 anchors.margins: parent.room
                 anchors.topMargin: parent.room + (root.isRaised ? 2 : 1)
                 anchors.bottomMargin: parent.room - (root.isRaised ? 2 : 1)
                 radius: Theme.cardRadius
-                color: root.isRaised ? Theme.raisedShadow : Theme.shadow
+                color: "transparent"
+                border.width: 4
+                border.color: root.isRaised ? Theme.raisedShadow : Theme.shadow
             }
             Rectangle {
                 anchors.fill: parent
