@@ -2,30 +2,27 @@
 // to each goal and a picture of every window, in turn in one process; and what a process of its own
 // takes in memory for each. Processor time, so that what else the machine does counts little.
 #include "bench/board/BoardFixture.h"
+#include "bench/views/SceneProbe.h"
+#include "layout/BoardMetrics.h"
 #include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
 #include "support/FakeDesktop.h"
 #include "support/ManualScheduler.h"
 #include "support/MemorySettingsStore.h"
+#include "views/BoardDragSource.h"
 #include "views/ViewEngine.h"
 #include "views/WaterfallView.h"
 
-#include <QAbstractItemModel>
 #include <QDragMoveEvent>
 #include <QFile>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QProcess>
-#include <QQmlProperty>
-#include <QQuickItem>
 #include <QQuickWindow>
-#include <QSet>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <stdexcept>
 #include <vector>
 
@@ -41,98 +38,6 @@ constexpr int todosPerGoal = 50;
 constexpr int windowsPerTwoGoals = 5;
 
 const QString memoryOption = QStringLiteral("--memory");
-
-double processorMilliseconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
-/// Processor time until the next frame of the window has been drawn.
-template <class Cause>
-double untilFrame(QQuickWindow* const* window, const Cause& cause)
-{
-    const double start = processorMilliseconds();
-    cause();
-    bool isDrawn = false;
-    const auto drawn =
-        QObject::connect(*window, &QQuickWindow::frameSwapped, [&isDrawn] { isDrawn = true; });
-    while (!isDrawn)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    QObject::disconnect(drawn);
-    return processorMilliseconds() - start;
-}
-
-/// Lets timers and motions come to their end.
-void rest()
-{
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(80);
-    while (std::chrono::steady_clock::now() < end)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-}
-
-/// All items that live below an object, also those of closed menus and those that wait for use.
-void collectItems(QObject& object, QSet<const QObject*>& seen, int& count)
-{
-    if (seen.contains(&object))
-        return;
-    seen.insert(&object);
-    for (QObject* const child : object.children())
-        collectItems(*child, seen, count);
-    auto* const item = qobject_cast<QQuickItem*>(&object);
-    if (item == nullptr)
-        return;
-    ++count;
-    for (QQuickItem* const child : item->childItems())
-        collectItems(*child, seen, count);
-}
-
-int itemCount(QQuickWindow& window)
-{
-    QSet<const QObject*> seen;
-    int count = 0;
-    collectItems(window, seen, count);
-    collectItems(*window.contentItem(), seen, count);
-    return count;
-}
-
-/// The first item, from the back to the front, whose type has the name.
-QQuickItem* findItem(QQuickItem& item, const char* type)
-{
-    const QByteArray name = item.metaObject()->className();
-    if (name == type || name.startsWith(QByteArray(type) + "_QMLTYPE"))
-        return &item;
-    for (QQuickItem* const child : item.childItems()) {
-        if (QQuickItem* const found = findItem(*child, type))
-            return found;
-    }
-    return nullptr;
-}
-
-/// The first row of the model whose "kind" is that.
-int firstRow(const QAbstractItemModel& model, const QString& kind)
-{
-    const int role = model.roleNames().key("kind");
-    for (int row = 0; row < model.rowCount(); ++row) {
-        if (model.data(model.index(row, 0), role).toString() == kind)
-            return row;
-    }
-    throw std::runtime_error("the board has no such target");
-}
-
-/// Of the targets that show that they would accept what is dragged over them, the first.
-const QQuickItem* litTarget(const QQuickItem& item)
-{
-    if (item.property("isAccepting").toBool())
-        return &item;
-    const QList<QQuickItem*> children = item.childItems();
-    for (const QQuickItem* const child : children) {
-        if (const QQuickItem* const lit = litTarget(*child))
-            return lit;
-    }
-    return nullptr;
-}
 
 struct Figures
 {
@@ -223,24 +128,47 @@ private:
         rest();
     }
 
-    /// A window's card is dragged down over goals' cards, and on along the lower edge, where the
-    /// board scrolls below it; then the drag is given up. The moves come as the display's part of
-    /// the toolkit sends them, which has no drags where there is no display.
+    /// A window's card is dragged from above the goals' cards down over them, and on along the
+    /// lower edge, where the board scrolls below it; then the drag is given up. Where there is no
+    /// display, the toolkit has no drags: their moves are sent as the display's part of it sends
+    /// them.
     void drag(QQuickItem& view, QQuickWindow*& window, double goals, Figures& figures)
     {
         const Assignments before = m_store->assignments();
-        view.setProperty("contentY", goals);
+        view.setProperty("contentY", goals - targetSpacing - 1.5 * windowCardHeight);
         rest();
-        QQuickItem& source = *findItem(*window->contentItem(), "BoardDragSource");
-        QQmlProperty(&source, QStringLiteral("Drag.dragType"), qmlContext(&source)).write(0);
-        QQmlProperty active(&source, QStringLiteral("Drag.active"), qmlContext(&source));
-        active.write(true);
-        QMimeData data;
-        data.setText(QString::number(m_store->windows().front().id));
-
+        auto& source = *qobject_cast<BoardDragSource*>(
+            findItem(*window->contentItem(), "kelpa::BoardDragSource"));
         const QRectF area = view.mapRectToScene({0, 0, view.width(), view.height()});
-        QPointF place(area.center().x(), area.top() + area.height() / 4);
-        QDragEnterEvent enter(place.toPoint(), Qt::MoveAction, &data, Qt::LeftButton,
+        const QQuickItem* const card = shownItem(*window->contentItem(), "WindowCard", area);
+        if (card == nullptr)
+            throw std::runtime_error("there is no card to drag");
+        const QPointF held = card->mapToScene({card->width() / 2, card->height() / 2});
+        int litTargets = 0;
+        const auto carrying = QObject::connect(&source, &BoardDragSource::isDraggingChanged, [&] {
+            if (source.isDragging())
+                litTargets = carry(window, area, held, card->property("windowID"), figures);
+        });
+        sendMouse(*window, QEvent::MouseButtonPress, held, Qt::LeftButton);
+        for (int i = 1; i <= 20; ++i)
+            sendMouse(*window, QEvent::MouseMove, held + QPointF(0, i), Qt::LeftButton);
+        rest();
+        QObject::disconnect(carrying);
+        sendMouse(*window, QEvent::MouseButtonRelease, held, Qt::NoButton);
+        rest();
+        if (litTargets < 2 || !(view.property("contentY").toDouble() > goals))
+            throw std::runtime_error("a drag lit no targets, or did not scroll");
+        if (litTarget(*window->contentItem()) != nullptr || m_store->assignments() != before)
+            throw std::runtime_error("a drag that was given up left something behind");
+    }
+
+    /// How many targets lit up on the way.
+    static int carry(QQuickWindow*& window, const QRectF& area, QPointF from,
+                     const QVariant& windowID, Figures& figures)
+    {
+        QMimeData data;
+        data.setText(QString::number(windowID.toUInt()));
+        QDragEnterEvent enter(from.toPoint(), Qt::MoveAction, &data, Qt::LeftButton,
                               Qt::NoModifier);
         QCoreApplication::sendEvent(window, &enter);
         const QQuickItem* lit = nullptr;
@@ -256,20 +184,14 @@ private:
             litTargets += now != nullptr && now != lit ? 1 : 0;
             lit = now;
         };
-        const double wayDown = area.bottom() - 1 - place.y();
+        const double wayDown = area.bottom() - 1 - from.y();
         for (int i = 1; i <= dragSteps; ++i)
-            step(place + QPointF(i % 7, wayDown * i / dragSteps), figures.dragFrames);
-        place = {place.x(), area.bottom() - 1};
+            step(from + QPointF(i % 7, wayDown * i / dragSteps), figures.dragFrames);
         for (int i = 1; i <= dragSteps; ++i)
-            step(place + QPointF(i % 7, 0), figures.dragScrollFrames);
-        if (litTargets < 2 || !(view.property("contentY").toDouble() > goals))
-            throw std::runtime_error("a drag lit no targets, or did not scroll");
+            step({from.x() + i % 7, area.bottom() - 1}, figures.dragScrollFrames);
         QDragLeaveEvent leave;
         QCoreApplication::sendEvent(window, &leave);
-        active.write(false);
-        rest();
-        if (litTarget(*window->contentItem()) != nullptr || m_store->assignments() != before)
-            throw std::runtime_error("a drag that was given up left something behind");
+        return litTargets;
     }
 
     /// From goal to goal and back, by the arrow keys.
