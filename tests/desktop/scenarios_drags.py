@@ -90,12 +90,12 @@ def goals_change_places_by_mouse(desktop, binary):
         desktop.pull(kelpa.head(boards.UNSORTED), kelpa.head("One"))
         order("One", "Three", "Two")
         kelpa.check_stored(path)
-        # Goals that are sorted cannot be moved by hand.
+        # Goals that are sorted cannot be moved by hand: they are refused where they are dropped.
         kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
         wait_until("the goals are sorted",
                    lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 1)
         sorted_goals = kelpa.board.goal_titles()
-        desktop.pull(kelpa.head(sorted_goals[2]), kelpa.head(sorted_goals[0]))
+        desktop.drag(kelpa.head(sorted_goals[2]), kelpa.head(sorted_goals[0]))
         kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
         wait_until("the goals have their own order",
                    lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 0)
