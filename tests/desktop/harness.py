@@ -330,7 +330,7 @@ class Desktop:
         self.let_go()
 
     def is_dragging(self):
-        """Whether the picture of what is dragged floats below the pointer."""
+        """Whether the picture of what is dragged floats at the pointer, which may hold it by its edge."""
         from Xlib import X, error
 
         root = self._x.screen().root
@@ -341,8 +341,8 @@ class Desktop:
             except (error.BadWindow, error.BadDrawable):
                 continue
             if (attributes.override_redirect and attributes.map_state == X.IsViewable
-                    and 0 <= pointer.root_x - place.x < place.width
-                    and 0 <= pointer.root_y - place.y < place.height):
+                    and -1 <= pointer.root_x - place.x <= place.width + 1
+                    and -1 <= pointer.root_y - place.y <= place.height + 1):
                 return True
         return False
 

@@ -81,7 +81,7 @@ def goals_are_dragged_by_all_of_their_card_and_sorted_ones_are_refused(desktop, 
         desktop.let_go()
         order("Three", "One", "Two")
 
-        kelpa.click(lambda: kelpa.board.button("Auto-sort goals by priority and todo count"), "auto-sort")
+        kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
         wait_until("the goals are sorted",
                    lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 1)
         at_rest = desktop.pointer()
