@@ -36,10 +36,29 @@ class _Looks:
     def are(self, name):
         # Nothing below the pointer shows that it could be pressed.
         self._desktop.hover(*self._corner)
+        self.are_while(name, lambda: None, lambda: None)
+
+    def is_light(self, name, size):
+        """One picture for a screen that is too large to be kept twice and whole."""
+        self._desktop.hover(*self._corner)
+        self._pictures.shows(f"{name}-light", size)
+
+    def are_while(self, name, begin, end):
+        """What `begin` brings about and `end` ends."""
+        begin()
         self._pictures.shows(f"{name}-light")
+        end()
+        light = self._ground()
         os.kill(self._portal.pid, signal.SIGUSR1)
+        wait_until("it is dark", lambda: self._ground() != light)
+        begin()
         self._pictures.shows(f"{name}-dark")
+        end()
         os.kill(self._portal.pid, signal.SIGUSR2)
+        wait_until("it is light", lambda: self._ground() == light)
+
+    def _ground(self):
+        return self._desktop.pixel(*self._corner)
 
     def _has_portal(self):
         return "org.freedesktop.portal.Desktop" in self._desktop.run(
@@ -124,3 +143,113 @@ def the_board_in_japanese_at_twice_the_size_looks_as_it_did(desktop, binary):
         wait_until("the menu is open", lambda: kelpa.board.menu_item("日本語")).press()
         wait_until("the board speaks Japanese", lambda: kelpa.board.column("すべてのタスク"))
         looks.are("japanese-2x")
+
+
+@on_desktop(size="1280x800x24")
+def menus_and_a_goal_that_takes_a_card_look_as_they_did(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    _write_board(path)
+    _open_windows(desktop)
+    looks = _Looks(desktop)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_previews(boards.UNSORTED)
+        kelpa.open_move_menu("Build log", boards.UNSORTED, "Learn Japanese")
+        looks.are("window-menu")
+        desktop.key("Escape")
+        wait_until("the menu is closed", lambda: kelpa.board.menu_item("Learn Japanese") is None)
+        column = kelpa.board.column("Learn Japanese").node
+        column.find(boards.BUTTON_ROLES, lambda name: name == "Priority: P2")[0].press()
+        wait_until("the menu is open", lambda: kelpa.board.menu_item("P0"))
+        looks.are("priority-menu")
+        desktop.key("Escape")
+        wait_until("the menu is closed", lambda: kelpa.board.menu_item("P0") is None)
+        def begin():
+            # What floats below the pointer is a picture of the card as it was when the drag began.
+            desktop.drag_over(kelpa.card_centre(boards.UNSORTED, "Notes"), kelpa.head("Learn Japanese"))
+            wait_until("a drag has begun", desktop.is_dragging)
+
+        def end():
+            desktop.key("Escape")
+            wait_until("the drag is given up", lambda: not desktop.is_dragging())
+            desktop.let_go()
+
+        looks.are_while("card-dragged", begin, end)
+
+
+@on_desktop(size="1280x800x24")
+def todos_and_goals_that_are_written_look_as_they_did(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    _write_board(path)
+    looks = _Looks(desktop)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.click(*kelpa.todo_node("Ship release 0.1", "Build the package"))
+        wait_until("the title can be typed", kelpa.board.focused_field)
+        looks.are("todo-edited")
+        desktop.key("Escape")
+        wait_until("nothing is typed", lambda: not kelpa.board.focused_field())
+        kelpa.click(lambda: next(iter(kelpa.board.column("Learn Japanese").node.find(
+            boards.BUTTON_ROLES, lambda name: name == boards.ADD_TODO)), None), "the button for a todo")
+        wait_until("a todo can be typed", kelpa.board.focused_field)
+        looks.are("todo-added")
+        desktop.key("Escape")
+        wait_until("nothing is typed", lambda: not kelpa.board.focused_field())
+        kelpa.open_goal_menu("Ship release 0.1", "Rename goal")()
+        wait_until("the title can be typed", kelpa.board.focused_field)
+        looks.are("rename-sheet")
+        desktop.key("Escape")
+
+
+_LONG = "Everything that has to be thought of before the committee meets on Friday afternoon"
+_RIGHT_TO_LEFT = "تحضير كل ما يجب التفكير فيه قبل اجتماع اللجنة بعد ظهر يوم الجمعة القادم"
+
+
+@on_desktop(size="1280x800x24")
+def long_titles_and_those_from_right_to_left_look_as_they_did(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, is_auto_sorting=False,
+                   goals=[(_RIGHT_TO_LEFT, [_RIGHT_TO_LEFT, "שלום", _LONG, "ab" * 60]), (_LONG, [_LONG])])
+    for name, color, title in (("First", "#eee8d5", _RIGHT_TO_LEFT), ("Second", "#002b36", _LONG)):
+        desktop.start_xterm(name, color=color)
+        # A terminal cannot be told such a title when it starts.
+        desktop.run("wmctrl", "-i", "-r", hex(desktop.wait_for_window(name).number), "-T", title)
+        desktop.wait_for_window(title)
+    looks = _Looks(desktop)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        for title in (_RIGHT_TO_LEFT, _LONG):
+            kelpa.open_move_menu(title, boards.UNSORTED, _RIGHT_TO_LEFT)()
+            kelpa.wait_for_card(_RIGHT_TO_LEFT, title)
+        kelpa.wait_for_previews(_RIGHT_TO_LEFT)
+        desktop.click(*kelpa.head(_RIGHT_TO_LEFT))
+        wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == _RIGHT_TO_LEFT)
+        looks.are("long-titles")
+
+
+@on_desktop(size="1920x1200x24")
+def the_board_in_french_at_one_and_a_half_times_the_size_looks_as_it_did(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    _write_board(path)
+    _open_windows(desktop)
+    looks = _Looks(desktop, (1920, 1200), scale=1.5)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_previews(boards.UNSORTED)
+        kelpa.board.button("Language").press()
+        wait_until("the menu is open", lambda: kelpa.board.menu_item("Français")).press()
+        wait_until("the board speaks French", lambda: kelpa.board.button("Nouvel objectif"))
+        looks.are("french-1.5x")
+
+
+@on_desktop(size="3840x2160x24")
+def the_board_on_a_very_large_screen_looks_as_it_did(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, is_auto_sorting=False,
+                   goals=[*_GOALS, *((f"Goal {number}", ["Begin", "Go on", "End"]) for number in range(24))])
+    _open_windows(desktop)
+    looks = _Looks(desktop, (3840, 2160))
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_previews(boards.UNSORTED)
+        looks.is_light("very-large", "25%")
