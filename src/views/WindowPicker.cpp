@@ -124,6 +124,16 @@ void WindowPicker::setSelection(const WindowSelection& selection)
     Q_EMIT selectionChanged();
 }
 
+void WindowPicker::updateChosenCount()
+{
+    const QSet<WindowID> selectable = selectableWindowIDs(m_store.windows(), m_request->goalID);
+    const int count = static_cast<int>(confirmedWindows(m_selection, selectable).size());
+    if (m_chosenCount == count)
+        return;
+    m_chosenCount = count;
+    Q_EMIT selectionChanged();
+}
+
 void WindowPicker::update()
 {
     if (!m_request)
@@ -150,6 +160,7 @@ void WindowPicker::update()
                      m_selection.chosen.contains(window.id)});
     }
     m_rows.setRows(rows);
+    updateChosenCount();
     const QString goalTitle = singleLine(target->title);
     if (m_goalTitle != goalTitle) {
         m_goalTitle = goalTitle;

@@ -63,7 +63,10 @@ class WindowPicker : public QObject
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY requestChanged)
     Q_PROPERTY(QString goalTitle READ goalTitle NOTIFY goalTitleChanged)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    /// How many windows a confirmation would move.
     Q_PROPERTY(int chosenCount READ chosenCount NOTIFY selectionChanged)
+    /// Also while all that was chosen is gone, which the person is told when confirming it.
+    Q_PROPERTY(bool canConfirm READ canConfirm NOTIFY selectionChanged)
     /// Whether the last confirmation was refused.
     Q_PROPERTY(bool isRefused READ isRefused NOTIFY selectionChanged)
     Q_PROPERTY(kelpa::PickerRowModel* rows READ rows CONSTANT)
@@ -79,7 +82,8 @@ public:
     QString goalTitle() const { return m_goalTitle; }
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString& text);
-    int chosenCount() const { return static_cast<int>(m_selection.chosen.size()); }
+    int chosenCount() const { return m_chosenCount; }
+    bool canConfirm() const { return !m_selection.chosen.isEmpty(); }
     bool isRefused() const { return m_selection.isRefused; }
     PickerRowModel* rows() { return &m_rows; }
     int rowCount() const { return m_rows.rowCount(); }
@@ -105,12 +109,14 @@ private:
     void setRequest(std::optional<GoalWindowPickerRequest> request);
     void setSelection(const WindowSelection& selection);
     void update();
+    void updateChosenCount();
 
     WindowStore& m_store;
     std::optional<GoalWindowPickerRequest> m_request;
     QString m_goalTitle;
     QString m_searchText;
     WindowSelection m_selection;
+    int m_chosenCount = 0;
     PickerRowModel m_rows;
 };
 

@@ -196,7 +196,7 @@ Sheet {
                 AppButton {
                     text: root.board.copy.confirmWindowSelection(root.picker.chosenCount)
                     isPrimary: true
-                    enabled: root.picker.chosenCount > 0
+                    enabled: root.picker.canConfirm
                     onClicked: root.picker.confirm()
                 }
             }

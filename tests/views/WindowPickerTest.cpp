@@ -125,8 +125,13 @@ TEST_F(Picking, When_every_chosen_window_has_gone_it_stays_open_and_says_so)
 {
     picker->open(goalID.text());
     picker->toggle(7);
+    QSignalSpy changes(picker.get(), &WindowPicker::selectionChanged);
     removeWindow(7, 100);
+    EXPECT_EQ(picker->chosenCount(), 0);
+    EXPECT_EQ(changes.size(), 1);
+    EXPECT_TRUE(picker->canConfirm()) << "or nobody would be told";
     picker->confirm();
+    EXPECT_FALSE(picker->canConfirm());
     EXPECT_TRUE(picker->isOpen());
     EXPECT_TRUE(picker->isRefused());
     EXPECT_EQ(picker->chosenCount(), 0);
@@ -140,6 +145,7 @@ TEST_F(Picking, A_chosen_window_that_has_gone_drops_out)
     picker->toggle(7);
     picker->toggle(8);
     removeWindow(7, 100);
+    EXPECT_EQ(picker->chosenCount(), 1);
     picker->confirm();
     EXPECT_FALSE(picker->isOpen());
     EXPECT_EQ(store().windows(goalID).size(), 1);
