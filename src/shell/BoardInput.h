@@ -41,7 +41,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
-    /// The menu of the selected window or goal is to be opened.
+    /// The menu of the selected window or goal, or of the board, is to be opened.
     void menuRequested();
     /// An arrow key has left the field in which one typed, whether the store opened it or a view.
     void editorLeft();

@@ -48,8 +48,9 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
         return isInside ? std::optional<BoardCommand>(ReturnToTargetSelection{}) : std::nullopt;
     case BoardKey::menu:
         // What belongs to no goal and the list of all todos have none.
-        return isInside || navigation.target.goalID() ? std::optional<BoardCommand>(OpenMenu{})
-                                                      : std::nullopt;
+        return isInside || navigation.target.goalID() || navigation.target.isNone()
+                   ? std::optional<BoardCommand>(OpenMenu{})
+                   : std::nullopt;
     case BoardKey::undo:
         return UndoChange{};
     case BoardKey::redo:

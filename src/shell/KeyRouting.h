@@ -78,7 +78,7 @@ struct RequestAddTodo
     GoalID goalID;
     friend bool operator==(const RequestAddTodo&, const RequestAddTodo&) = default;
 };
-/// That of the selected window or goal.
+/// That of the selected window or goal; of the board while nothing is selected.
 struct OpenMenu
 {
     friend bool operator==(const OpenMenu&, const OpenMenu&) = default;

@@ -40,14 +40,16 @@ GoalAccent nextAccent(const QList<Goal>& goals)
     return allGoalAccents.front();
 }
 
-std::optional<QList<Goal>> movedGoal(const QList<Goal>& goals, GoalID sourceID, GoalID targetID)
+std::optional<QList<Goal>> movedGoal(const QList<Goal>& goals, GoalID sourceID, GoalID targetID,
+                                     MovePlace place)
 {
     const qsizetype source = indexOf(goals, sourceID);
     if (sourceID == targetID || source < 0 || indexOf(goals, targetID) < 0)
         return std::nullopt;
     QList<Goal> moved = goals;
     Goal goal = moved.takeAt(source);
-    moved.insert(indexOf(moved, targetID), std::move(goal));
+    const qsizetype target = indexOf(moved, targetID);
+    moved.insert(place == MovePlace::before ? target : target + 1, std::move(goal));
     return moved;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Goal.h"
+#include "store/MovePlace.h"
 
 #include <QList>
 
@@ -15,9 +16,9 @@ QList<Goal> automaticallySorted(const QList<Goal>& goals);
 /// The first accent that no goal uses; the first of all when every one is in use.
 GoalAccent nextAccent(const QList<Goal>& goals);
 
-/// `goals` with `sourceID` moved to stand immediately before `targetID`; none when either is absent
-/// or they are the same.
-std::optional<QList<Goal>> movedGoal(const QList<Goal>& goals, GoalID sourceID, GoalID targetID);
+/// `goals` with `sourceID` moved to `targetID`; none when either is absent or they are the same.
+std::optional<QList<Goal>> movedGoal(const QList<Goal>& goals, GoalID sourceID, GoalID targetID,
+                                     MovePlace place = MovePlace::before);
 
 /// The goals with at least one open todo, in order.
 QList<Goal> withOpenTodos(const QList<Goal>& goals);

@@ -55,7 +55,7 @@ TodoPositions normalizedPositions(const QList<Goal>& goals, const QList<TodoItem
 
 std::optional<TodoPositions> positionsAfterMove(const QList<Goal>& goals,
                                                 const QList<TodoItem>& unassigned, TodoID todoID,
-                                                TodoID targetID)
+                                                TodoID targetID, MovePlace place)
 {
     if (todoID == targetID)
         return std::nullopt;
@@ -65,7 +65,8 @@ std::optional<TodoPositions> positionsAfterMove(const QList<Goal>& goals,
     if (source < 0 || indexOf(todos, targetID) < 0)
         return std::nullopt;
     TodoItem todo = todos.takeAt(source);
-    todos.insert(indexOf(todos, targetID), std::move(todo));
+    const qsizetype target = indexOf(todos, targetID);
+    todos.insert(place == MovePlace::before ? target : target + 1, std::move(todo));
     return positionsAlong(todos);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Goal.h"
+#include "store/MovePlace.h"
 
 #include <QHash>
 #include <QList>
@@ -27,11 +28,12 @@ TodoPositions positionsAlong(const QList<TodoItem>& sequence);
 /// equal order keep the order of the walk.
 TodoPositions normalizedPositions(const QList<Goal>& goals, const QList<TodoItem>& unassigned);
 
-/// The positions after `todoID` has been moved to stand immediately before `targetID` on the whole
-/// board; none when either is absent or they are the same.
+/// The positions after `todoID` has been moved to `targetID` in the order of the whole board; none
+/// when either is absent or they are the same.
 std::optional<TodoPositions> positionsAfterMove(const QList<Goal>& goals,
                                                 const QList<TodoItem>& unassigned, TodoID todoID,
-                                                TodoID targetID);
+                                                TodoID targetID,
+                                                MovePlace place = MovePlace::before);
 
 /// Gives every todo that `positions` names its order; the others keep theirs. True when an order
 /// changed. A list in which nothing changes is not detached from its copies.

@@ -14,6 +14,7 @@
 #include "platform/WindowServer.h"
 #include "store/AwaitedWindow.h"
 #include "store/BoardHistory.h"
+#include "store/MovePlace.h"
 #include "store/TaskGroup.h"
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
@@ -114,7 +115,7 @@ public:
     /// With its todos and its windows' assignments.
     void deleteGoal(GoalID goalID);
     /// Only while goals are not sorted automatically.
-    void moveGoal(GoalID sourceID, GoalID beforeID);
+    void moveGoal(GoalID sourceID, GoalID targetID, MovePlace place = MovePlace::before);
     void setGoalPriority(GoalPriority priority, GoalID goalID);
 
     // Todos. A list is named by its goal, the unassigned list by none.
@@ -127,7 +128,7 @@ public:
     /// To another list, keeping its place in the order of the whole board.
     void moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to);
     /// Within the order of the whole board, keeping its list.
-    void moveTodo(TodoID todoID, TodoID before);
+    void moveTodo(TodoID todoID, TodoID targetID, MovePlace place = MovePlace::before);
     /// To the clipboard, with a toast.
     void copyTodo(const TodoItem& todo);
     void requestAddTodo(GoalID goalID);

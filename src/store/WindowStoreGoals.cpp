@@ -58,12 +58,12 @@ void WindowStore::deleteGoal(GoalID goalID)
     refresh();
 }
 
-void WindowStore::moveGoal(GoalID sourceID, GoalID beforeID)
+void WindowStore::moveGoal(GoalID sourceID, GoalID targetID, MovePlace place)
 {
     const Update update(*this);
     if (m_isAutoSortingGoals)
         return;
-    std::optional<QList<Goal>> moved = movedGoal(m_goals, sourceID, beforeID);
+    std::optional<QList<Goal>> moved = movedGoal(m_goals, sourceID, targetID, place);
     if (moved && publish(m_goals, *std::move(moved), Field::goals))
         saveStep();
 }

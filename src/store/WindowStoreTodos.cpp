@@ -80,10 +80,10 @@ void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optio
     saveStep();
 }
 
-void WindowStore::moveTodo(TodoID todoID, TodoID before)
+void WindowStore::moveTodo(TodoID todoID, TodoID targetID, MovePlace place)
 {
     const Update update(*this);
-    const auto positions = positionsAfterMove(m_goals, m_unassignedTodos, todoID, before);
+    const auto positions = positionsAfterMove(m_goals, m_unassignedTodos, todoID, targetID, place);
     if (!positions)
         return;
     const bool haveGoalsChanged = applyPositions(m_goals, *positions);

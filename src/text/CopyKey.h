@@ -49,6 +49,7 @@ enum class CopyKey {
     Cancel,
     Create,
     Undo,
+    Redo,
     // Goal card.
     MoreGoalActions,
     AddWindowsToGoal,
@@ -59,6 +60,8 @@ enum class CopyKey {
     DeleteGoal,
     MoveGoalEarlier,
     MoveGoalLater,
+    MoveToTop,
+    MoveToBottom,
     GoalDeleted,
     GoalName,
     EnterGoalName,

@@ -114,6 +114,8 @@ inline constexpr std::array boardCopyRows{
     CopyRow{CopyKey::Cancel, u"取消", u"Cancel", u"キャンセル", u"취소", u"Annuler", u"Abbrechen"},
     CopyRow{CopyKey::Create, u"创建", u"Create", u"作成", u"만들기", u"Créer", u"Erstellen"},
     CopyRow{CopyKey::Undo, u"撤销", u"Undo", u"元に戻す", u"실행 취소", u"Annuler", u"Rückgängig"},
+    CopyRow{CopyKey::Redo, u"重做", u"Redo", u"やり直す", u"다시 실행", u"Rétablir",
+            u"Wiederholen"},
 };
 
 } // namespace kelpa

@@ -23,6 +23,8 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
     connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
     connect(&store, &WindowStore::toastOffersUndoChanged, this,
             &BoardController::toastOffersUndoChanged);
+    connect(&store, &WindowStore::canUndoChanged, this, &BoardController::canUndoChanged);
+    connect(&store, &WindowStore::canRedoChanged, this, &BoardController::canRedoChanged);
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
             &BoardController::isHidingGoalsWithoutOpenTodosChanged);
     connect(&store, &WindowStore::boardNavigationChanged, this, &BoardController::selectionChanged);
@@ -104,11 +106,6 @@ void BoardController::setSearchText(const QString& text)
     m_store.setSearchText(text);
 }
 
-bool BoardController::isSearching() const
-{
-    return !m_store.searchText().trimmed().isEmpty();
-}
-
 QString BoardController::noGoalsHint() const
 {
     if (m_store.goals().isEmpty())
@@ -169,9 +166,24 @@ void BoardController::clearSelection()
     m_store.clearTargetSelection();
 }
 
+bool BoardController::canUndo() const
+{
+    return m_store.canUndo();
+}
+
+bool BoardController::canRedo() const
+{
+    return m_store.canRedo();
+}
+
 void BoardController::undo()
 {
     m_store.undo();
+}
+
+void BoardController::redo()
+{
+    m_store.redo();
 }
 
 void BoardController::setLanguageIndex(int index)

@@ -42,8 +42,6 @@ class BoardController : public QObject
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
-    /// Whether the search leaves windows out.
-    Q_PROPERTY(bool isSearching READ isSearching NOTIFY searchTextChanged)
     /// What a person can do while no goal shows; empty while one does.
     Q_PROPERTY(QString noGoalsHint READ noGoalsHint NOTIFY noGoalsHintChanged)
     Q_PROPERTY(bool isAutoSortingGoals READ isAutoSortingGoals NOTIFY isAutoSortingGoalsChanged)
@@ -51,12 +49,14 @@ class BoardController : public QObject
                    isAccessibilityTrustedChanged)
     Q_PROPERTY(bool isScreenCaptureTrusted READ isScreenCaptureTrusted NOTIFY
                    isScreenCaptureTrustedChanged)
-    /// Whether a double tap of Command brings Kelpa forward.
     /// There are settings in which a missing permission can be granted.
     Q_PROPERTY(bool hasPermissionSettings READ hasPermissionSettings CONSTANT)
+    /// Whether a double tap of Command brings Kelpa forward.
     Q_PROPERTY(bool isDoubleTapOffered READ isDoubleTapOffered NOTIFY isDoubleTapOfferedChanged)
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
     Q_PROPERTY(bool toastOffersUndo READ toastOffersUndo NOTIFY toastOffersUndoChanged)
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY canUndoChanged)
+    Q_PROPERTY(bool canRedo READ canRedo NOTIFY canRedoChanged)
     Q_PROPERTY(kelpa::GoalListModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::BoardTargetModel* targets READ targets CONSTANT)
     Q_PROPERTY(kelpa::BreadcrumbModel* breadcrumbs READ breadcrumbs CONSTANT)
@@ -83,7 +83,6 @@ public:
     int selectedWindow() const;
     QString searchText() const;
     void setSearchText(const QString& text);
-    bool isSearching() const;
     QString noGoalsHint() const;
     bool isAutoSortingGoals() const;
     bool isAccessibilityTrusted() const;
@@ -95,6 +94,8 @@ public:
     QString toastMessage() const;
     /// Whether `undo` takes back what the toast tells of.
     bool toastOffersUndo() const;
+    bool canUndo() const;
+    bool canRedo() const;
     /// The pointer or the keyboard is on the toast, which stays for that long.
     Q_INVOKABLE void setToastHeld(bool isHeld);
     GoalListModel* columns() { return &m_columns; }
@@ -114,6 +115,7 @@ public:
     Q_INVOKABLE void clearSelection();
     /// Takes the last change of the board back.
     Q_INVOKABLE void undo();
+    Q_INVOKABLE void redo();
     /// An index outside `languageNames` does nothing.
     Q_INVOKABLE void setLanguageIndex(int index);
     Q_INVOKABLE void toggleAutoSortingGoals();
@@ -144,6 +146,8 @@ public:
     /// False when it cannot move there, or goals are sorted automatically.
     Q_INVOKABLE bool moveColumn(const QString& columnID, int step);
     Q_INVOKABLE bool canMoveColumn(const QString& columnID, int step) const;
+    /// As `moveColumn`, before all that show or behind them.
+    Q_INVOKABLE bool moveColumnToEnd(const QString& columnID, int step);
     Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
 
     /// The texts that drags carry; empty for the unassigned column, which cannot be dragged.
@@ -169,9 +173,11 @@ Q_SIGNALS:
     void isDoubleTapOfferedChanged();
     void toastMessageChanged();
     void toastOffersUndoChanged();
+    void canUndoChanged();
+    void canRedoChanged();
     /// Also when the selection was set again.
     void selectionChanged();
-    /// The menu of the selected window or goal is to be opened.
+    /// The menu of the selected window or goal is to be opened, or that of the board.
     void selectionMenuRequested();
     void targetAreaChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
@@ -182,12 +188,9 @@ private:
     std::optional<WindowItem> listedWindow(WindowID windowID) const;
     bool hasTodo(const TodoDragPayload& todo) const;
 
-    struct GoalMove
-    {
-        GoalID goalID;
-        GoalID beforeID;
-    };
-    std::optional<GoalMove> goalMove(const QString& columnID, int step) const;
+    /// The goal beside which `step` brings a goal, among those that show.
+    std::optional<GoalID> goalBeside(const QString& columnID, int step) const;
+    bool moveGoal(const QString& columnID, std::optional<GoalID> targetID, int step);
 
     WindowStore& m_store;
     KeyNames m_keyNames;

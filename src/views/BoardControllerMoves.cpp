@@ -10,38 +10,48 @@
 
 namespace kelpa {
 
-std::optional<BoardController::GoalMove> BoardController::goalMove(const QString& columnID,
-                                                                   int step) const
+std::optional<GoalID> BoardController::goalBeside(const QString& columnID, int step) const
 {
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);
     const QList<Goal> goals = m_store.visibleGoals();
     const auto found =
         std::ranges::find(goals, goalID, [](const Goal& goal) { return std::optional(goal.id); });
-    const qsizetype place = found - goals.begin();
-    const qsizetype target = place + step;
+    const qsizetype target = found - goals.begin() + step;
     if (found == goals.end() || target < 0 || target >= goals.size() ||
         m_store.isAutoSortingGoals() || (step != 1 && step != -1))
         return std::nullopt;
-    // The later of the two neighbours comes before the earlier one.
-    return GoalMove{goals.at(qMax(place, target)).id, goals.at(qMin(place, target)).id};
+    return goals.at(target).id;
 }
 
-bool BoardController::canMoveColumn(const QString& columnID, int step) const
+bool BoardController::moveGoal(const QString& columnID, std::optional<GoalID> targetID, int step)
 {
-    return goalMove(columnID, step).has_value();
-}
-
-bool BoardController::moveColumn(const QString& columnID, int step)
-{
-    const std::optional<GoalMove> move = goalMove(columnID, step);
-    if (!move)
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    if (!goalID || !targetID)
         return false;
     const int selectedBefore = selectedTarget();
-    m_store.moveGoal(move->goalID, move->beforeID);
+    m_store.moveGoal(*goalID, *targetID, step < 0 ? MovePlace::before : MovePlace::behind);
     // The board goes along with the selected goal.
     if (selectedTarget() != selectedBefore)
         Q_EMIT selectionChanged();
     return true;
+}
+
+bool BoardController::canMoveColumn(const QString& columnID, int step) const
+{
+    return goalBeside(columnID, step).has_value();
+}
+
+bool BoardController::moveColumn(const QString& columnID, int step)
+{
+    return moveGoal(columnID, goalBeside(columnID, step), step);
+}
+
+bool BoardController::moveColumnToEnd(const QString& columnID, int step)
+{
+    if (!canMoveColumn(columnID, step))
+        return false;
+    const QList<Goal> goals = m_store.visibleGoals();
+    return moveGoal(columnID, step < 0 ? goals.front().id : goals.back().id, step);
 }
 
 void BoardController::moveWindow(quint32 windowID, const QString& columnID)

@@ -17,6 +17,8 @@ AppMenu {
     onAboutToShow: {
         earlier.enabled = root.board.canMoveColumn(root.columnID, -1);
         later.enabled = root.board.canMoveColumn(root.columnID, 1);
+        first.enabled = earlier.enabled;
+        last.enabled = later.enabled;
     }
 
     AppMenuItem {
@@ -65,5 +67,19 @@ AppMenu {
         text: root.board.copy.text(CopyKey.MoveGoalLater)
         symbol: "arrow-down"
         onTriggered: root.board.moveColumn(root.columnID, 1)
+    }
+    AppMenuItem {
+        id: first
+
+        text: root.board.copy.text(CopyKey.MoveToTop)
+        symbol: "arrow-up-to-line"
+        onTriggered: root.board.moveColumnToEnd(root.columnID, -1)
+    }
+    AppMenuItem {
+        id: last
+
+        text: root.board.copy.text(CopyKey.MoveToBottom)
+        symbol: "arrow-down-to-line"
+        onTriggered: root.board.moveColumnToEnd(root.columnID, 1)
     }
 }

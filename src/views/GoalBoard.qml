@@ -45,6 +45,7 @@ FocusScope {
         id: view
 
         board: root.board
+        onMenuRequested: (item, position) => menus.openBoardMenu(item, position)
         end: targets.y + targets.implicitHeight + Theme.huge
         anchors.top: parent.top
         anchors.bottom: parent.bottom
@@ -145,5 +146,6 @@ FocusScope {
         anchors.fill: parent
         board: root.board
         onRenameRequested: (columnID, title) => root.renameRequested(columnID, title)
+        onNewGoalRequested: root.newGoalRequested()
     }
 }

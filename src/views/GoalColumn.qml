@@ -17,6 +17,7 @@ ExpandableGoalCard {
     required property string priority
     required property int openTodoCount
     required property int windowCount
+    required property bool isSearchedEmpty
     required property WindowListModel windows
 
     /// The part of the board that is on the screen, in the column's coordinates, without what is
@@ -234,8 +235,8 @@ ExpandableGoalCard {
             anchors.fill: parent
             anchors.margins: Theme.medium
             horizontalAlignment: Text.AlignHCenter
-            text: root.board.copy.text(root.board.isSearching ? CopyKey.NoMatchingWindows
-                                                              : CopyKey.DragWindowHere)
+            text: root.board.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
+                                                           : CopyKey.DragWindowHere)
             color: Theme.secondaryText
             wrapMode: Text.Wrap
             Accessible.ignored: !visible

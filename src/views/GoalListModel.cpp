@@ -20,6 +20,7 @@ enum Role {
     priorityRole,
     openTodoCountRole,
     windowCountRole,
+    isSearchedEmptyRole,
     isSelectedRole,
     isEnteredRole,
     windowsRole,
@@ -60,6 +61,8 @@ QVariant GoalListModel::data(const QModelIndex& index, int role) const
         return row.openTodoCount;
     case windowCountRole:
         return row.windowCount;
+    case isSearchedEmptyRole:
+        return row.isSearchedEmpty;
     case isSelectedRole:
         return row.isSelected;
     case isEnteredRole:
@@ -80,6 +83,7 @@ QHash<int, QByteArray> GoalListModel::roleNames() const
             {priorityRole, "priority"},
             {openTodoCountRole, "openTodoCount"},
             {windowCountRole, "windowCount"},
+            {isSearchedEmptyRole, "isSearchedEmpty"},
             {isSelectedRole, "isSelected"},
             {isEnteredRole, "isEntered"},
             {windowsRole, "windows"}};
@@ -107,12 +111,16 @@ void GoalListModel::fill(WindowListModel& model, std::optional<GoalID> goalID) c
 void GoalListModel::update()
 {
     const BoardNavigationState& navigation = m_store.boardNavigation();
+    QSet<QUuid> withWindows;
+    for (const WindowItem& window : m_store.windows())
+        withWindows.insert(window.goalID ? window.goalID->value : QUuid());
     const auto columnOf = [&](std::optional<GoalID> goalID) {
         const TargetSelection target =
             goalID ? TargetSelection::goal(*goalID) : TargetSelection::unassigned();
         ColumnRow column;
         column.goalID = goalID;
         column.windowCount = static_cast<int>(m_store.windows(goalID).size());
+        column.isSearchedEmpty = column.windowCount == 0 && withWindows.contains(column.key());
         column.isSelected = navigation.target == target;
         column.isEntered = column.isSelected && navigation.layer == BoardNavigationLayer::windows;
         return column;

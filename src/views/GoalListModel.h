@@ -28,6 +28,8 @@ struct ColumnRow
     GoalPriority priority = defaultGoalPriority;
     int openTodoCount = 0;
     int windowCount = 0;
+    /// It has windows, and the search shows none of them.
+    bool isSearchedEmpty = false;
     bool isSelected = false;
     /// Selected, and the arrow keys walk its windows.
     bool isEntered = false;

@@ -159,6 +159,19 @@ bool TodoController::canMoveInList(const QString& todoID, const QString& listID,
     return moveFromTexts(todoID, listID, step).has_value();
 }
 
+bool TodoController::moveToEndOfList(const QString& todoID, const QString& listID, int step)
+{
+    const std::optional<TodoID> todo = TodoID::fromText(todoID);
+    if (!todo || !canMoveInList(todoID, listID, step))
+        return false;
+    const QList<UnifiedTodoEntry> shown = entries(listID);
+    if (step < 0)
+        m_store.moveTodo(*todo, shown.front().todo.id, MovePlace::before);
+    else
+        m_store.moveTodo(*todo, shown.back().todo.id, MovePlace::behind);
+    return true;
+}
+
 void TodoController::copyTodo(const QString& todoID, const QString& columnID)
 {
     const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);

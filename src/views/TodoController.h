@@ -65,6 +65,8 @@ public:
     /// -1 up, 1 down. False when it is not in the list or already at that end.
     Q_INVOKABLE bool moveInList(const QString& todoID, const QString& listID, int step);
     Q_INVOKABLE bool canMoveInList(const QString& todoID, const QString& listID, int step) const;
+    /// As `moveInList`, above all that the list shows or below it.
+    Q_INVOKABLE bool moveToEndOfList(const QString& todoID, const QString& listID, int step);
     Q_INVOKABLE void copyTodo(const QString& todoID, const QString& columnID);
     /// Selects the column, or the list of the whole board.
     Q_INVOKABLE void goToColumn(const QString& columnID);

@@ -40,6 +40,10 @@ AppMenu {
     onAboutToShow: {
         up.enabled = root.board.todos.canMoveInList(root.todoID, root.listID, -1);
         down.enabled = root.board.todos.canMoveInList(root.todoID, root.listID, 1);
+        first.enabled = up.enabled;
+        last.enabled = down.enabled;
+        // One place is where the todo is.
+        targets.enabled = root.board.moveTargets.rowCount() > 1;
     }
 
     AppMenu {
@@ -106,5 +110,19 @@ AppMenu {
         text: root.board.copy.text(CopyKey.MoveTodoDown)
         symbol: "arrow-down"
         onTriggered: root.board.todos.moveInList(root.todoID, root.listID, 1)
+    }
+    AppMenuItem {
+        id: first
+
+        text: root.board.copy.text(CopyKey.MoveToTop)
+        symbol: "arrow-up-to-line"
+        onTriggered: root.board.todos.moveToEndOfList(root.todoID, root.listID, -1)
+    }
+    AppMenuItem {
+        id: last
+
+        text: root.board.copy.text(CopyKey.MoveToBottom)
+        symbol: "arrow-down-to-line"
+        onTriggered: root.board.todos.moveToEndOfList(root.todoID, root.listID, 1)
     }
 }

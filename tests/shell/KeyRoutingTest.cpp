@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
         KeyCase{"escape_from_idle", BoardKey::escape, board, idle, passedOn},
         KeyCase{"menu_on_a_goal", BoardKey::menu, board, onGoal, does(OpenMenu{})},
         KeyCase{"menu_inside", BoardKey::menu, board, inside, does(OpenMenu{})},
-        KeyCase{"menu_from_idle", BoardKey::menu, board, idle, passedOn},
+        KeyCase{"menu_from_idle", BoardKey::menu, board, idle, does(OpenMenu{})},
         KeyCase{"menu_on_the_unified_column", BoardKey::menu, board, onTodos, passedOn},
         KeyCase{"menu_on_the_unassigned_column", BoardKey::menu, board, onUnassigned, passedOn},
         KeyCase{"undo_from_idle", BoardKey::undo, board, idle, does(UndoChange{})},

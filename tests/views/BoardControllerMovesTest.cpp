@@ -60,6 +60,31 @@ TEST_F(Moves, A_goal_stands_out_only_where_the_dragged_one_does_not_stand_before
     EXPECT_FALSE(controller->wouldDropMove(dragged(second), first.text()));
 }
 
+TEST_F(Moves, A_goal_moves_before_all_or_behind_all_that_show_in_one_step)
+{
+    EXPECT_FALSE(controller->moveColumnToEnd(first.text(), -1));
+    EXPECT_TRUE(controller->moveColumnToEnd(first.text(), 1));
+    EXPECT_EQ(titles(), u"Second Third First");
+    EXPECT_TRUE(controller->moveColumnToEnd(third.text(), -1));
+    EXPECT_EQ(titles(), u"Third Second First");
+    controller->undo();
+    controller->undo();
+    EXPECT_EQ(titles(), u"First Second Third");
+    EXPECT_FALSE(controller->moveColumnToEnd(unassigned, 1));
+    store().setAutoSortingGoals(true);
+    EXPECT_FALSE(controller->moveColumnToEnd(third.text(), -1));
+}
+
+TEST_F(Moves, Among_the_goals_that_show_the_hidden_ones_do_not_count)
+{
+    makeTodo(first);
+    makeTodo(second);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_TRUE(controller->moveColumnToEnd(first.text(), 1));
+    EXPECT_EQ(titles(), u"Second First Third");
+    EXPECT_FALSE(controller->moveColumnToEnd(first.text(), 1));
+}
+
 TEST_F(Moves, A_column_stands_out_for_a_todo_of_another)
 {
     const TodoID todo = makeTodo(first, QStringLiteral("Read"));

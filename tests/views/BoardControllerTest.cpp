@@ -264,12 +264,23 @@ TEST_F(Controller, Without_a_goal_that_shows_there_is_a_hint_what_to_do)
     EXPECT_GE(changes.size(), 3);
 }
 
-TEST_F(Controller, A_blank_search_leaves_nothing_out)
+TEST_F(Controller, What_can_be_undone_and_done_again_is_told)
 {
-    controller->setSearchText(QStringLiteral("  "));
-    EXPECT_FALSE(controller->isSearching());
-    controller->setSearchText(QStringLiteral(" a"));
-    EXPECT_TRUE(controller->isSearching());
+    QSignalSpy undos(controller.get(), &BoardController::canUndoChanged);
+    QSignalSpy redos(controller.get(), &BoardController::canRedoChanged);
+    EXPECT_TRUE(controller->canUndo());
+    EXPECT_FALSE(controller->canRedo());
+    controller->undo();
+    EXPECT_TRUE(controller->canRedo());
+    controller->undo();
+    EXPECT_FALSE(controller->canUndo());
+    EXPECT_TRUE(store().goals().isEmpty());
+    controller->redo();
+    controller->redo();
+    EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("First"), QStringLiteral("Second")}));
+    EXPECT_FALSE(controller->canRedo());
+    EXPECT_EQ(undos.size(), 2);
+    EXPECT_EQ(redos.size(), 2);
 }
 
 TEST_F(Controller, The_toast_is_empty_again_when_its_time_is_over)

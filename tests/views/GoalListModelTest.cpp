@@ -105,6 +105,27 @@ TEST_F(BoardColumns, Searching_narrows_the_cards)
     EXPECT_EQ(texts(*model.windows(std::nullopt), "title"), QStringList{QStringLiteral("Letter")});
 }
 
+TEST_F(BoardColumns, A_column_tells_windows_that_the_search_hides_from_none_at_all)
+{
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    store().refresh();
+    const GoalID full = makeGoal();
+    makeGoal();
+    store().assign(7, full);
+    const GoalListModel model(store());
+    const auto told = [&model] {
+        QList<bool> result;
+        for (int row = 0; row < 3; ++row)
+            result.append(value(model, row, "isSearchedEmpty").toBool());
+        return result;
+    };
+    EXPECT_EQ(told(), QList<bool>({false, false, false}));
+    store().setSearchText(QStringLiteral("letter"));
+    EXPECT_EQ(told(), QList<bool>({false, true, false}));
+    store().setSearchText(QStringLiteral("report"));
+    EXPECT_EQ(told(), QList<bool>({false, false, false}));
+}
+
 TEST_F(BoardColumns, The_language_renames_the_unassigned_column)
 {
     GoalListModel model(store());

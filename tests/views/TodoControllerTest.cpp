@@ -102,6 +102,25 @@ TEST_F(Todos, A_todo_dropped_on_a_row_of_its_list_comes_before_it)
     EXPECT_EQ(todos(first).front().order, 1);
 }
 
+TEST_F(Todos, A_todo_moves_to_the_ends_of_what_a_list_shows)
+{
+    const TodoID other = makeTodo(second, QStringLiteral("Other"));
+    const TodoID last = makeTodo(first, QStringLiteral("Last"));
+    // Within its goal, past nobody else's.
+    EXPECT_TRUE(todoController().moveToEndOfList(todo.text(), first.text(), 1));
+    EXPECT_EQ(todos(second).front().order, 0);
+    EXPECT_EQ(todos(first).back().order, 1);
+    EXPECT_EQ(todos(first).front().order, 2);
+    EXPECT_FALSE(todoController().moveToEndOfList(todo.text(), first.text(), 1));
+    EXPECT_TRUE(todoController().moveToEndOfList(todo.text(), unifiedTodosText, -1));
+    EXPECT_EQ(todos(first).front().order, 0);
+    EXPECT_FALSE(todoController().moveToEndOfList(other.text(), first.text(), -1));
+    store().undo();
+    store().undo();
+    EXPECT_EQ(todos(first).front().order, 0);
+    EXPECT_EQ(todos(first).back().id, last);
+}
+
 TEST_F(Todos, A_row_stands_out_only_where_a_drop_would_change_the_order)
 {
     const TodoID last = makeTodo(first, QStringLiteral("Last"));

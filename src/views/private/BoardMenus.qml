@@ -14,8 +14,10 @@ Item {
     property PriorityMenu priorityMenu: null
     property TodoMenu todoMenu: null
     property ColumnMenu columnMenu: null
+    property BoardMenu boardMenu: null
 
     signal renameRequested(columnID: string, title: string)
+    signal newGoalRequested
 
     function openWindowMenu(windowID: real, columnID: string, card: Item, position: point): void {
         if (root.windowMenu === null)
@@ -41,6 +43,11 @@ Item {
         root.priorityMenu.priority = priority;
         root.openBelow(root.priorityMenu, button);
     }
+    function openBoardMenu(item: Item, position: point): void {
+        if (root.boardMenu === null)
+            root.boardMenu = boardMenuType.createObject(root) as BoardMenu;
+        root.boardMenu.popup(root, item.mapToItem(root, position));
+    }
     function openBelow(menu: AppMenu, button: Item): void {
         menu.popup(root, button.mapToItem(root, 0, button.height + Theme.tiny));
     }
@@ -64,6 +71,14 @@ Item {
 
         TodoMenu {
             board: root.board
+        }
+    }
+    Component {
+        id: boardMenuType
+
+        BoardMenu {
+            board: root.board
+            onNewGoalRequested: root.newGoalRequested()
         }
     }
     Component {

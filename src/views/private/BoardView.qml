@@ -19,6 +19,12 @@ Flickable {
     /// Whether it is on its way to what is to be seen.
     readonly property bool isScrolling: scrolling.running
 
+    /// The menu of the board is to be opened at a place of the item.
+    signal menuRequested(item: Item, position: point)
+
+    function openMenu(): void {
+        root.menuRequested(root, Qt.point(Theme.large, Theme.large));
+    }
     /// Of the content's coordinates; scrolls as little as is needed, and to the upper end of what
     /// does not fit.
     function reveal(top: real, length: real): void {
@@ -45,6 +51,7 @@ Flickable {
     onMovementStarted: scrolling.stop()
     Accessible.role: Accessible.Pane
     Accessible.name: root.board.copy.text(CopyKey.Board)
+    Accessible.onPressAction: root.openMenu()
 
     Behavior on easedEnd {
         NumberAnimation {
@@ -63,8 +70,16 @@ Flickable {
 
     // Beside all cards.
     MouseArea {
+        id: ground
+
         width: root.width
         height: Math.max(root.height, root.contentHeight)
-        onClicked: root.board.clearSelection()
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onClicked: mouse => {
+            if (mouse.button === Qt.RightButton)
+                root.menuRequested(ground, Qt.point(mouse.x, mouse.y));
+            else
+                root.board.clearSelection();
+        }
     }
 }

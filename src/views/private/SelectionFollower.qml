@@ -85,6 +85,10 @@ Item {
             selectionScroll.restart();
         }
         function onSelectionMenuRequested(): void {
+            if (root.board.selectedTarget < 0) {
+                root.view.openMenu();
+                return;
+            }
             selectionScroll.stop();
             root.showSelection();
             root.selectedColumn()?.openSelectionMenu();

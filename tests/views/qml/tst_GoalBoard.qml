@@ -21,6 +21,13 @@ Item {
         signalName: "renameRequested"
     }
 
+    SignalSpy {
+        id: adding
+
+        target: board
+        signalName: "newGoalRequested"
+    }
+
     WindowCase {
         name: "GoalBoard"
         goalBoard: board
@@ -83,7 +90,7 @@ Item {
                                item => item instanceof IconButton
                                        && item.symbol === "ellipsis")[0];
             mouseClick(button);
-            tryVerify(() => menuItems().length === 8);
+            tryVerify(() => menuItems().length === 10);
             verify(!menuItems().find(item => item.text === "Move goal earlier").enabled);
             chooseAndClose("Move goal later");
             compare(world.goalTitles(), ["Second", "First"]);
@@ -111,17 +118,41 @@ Item {
             const first = columns().find(column => column.title === "First");
             tryVerify(() => !first.isExpanded);
         }
-        function test_a_search_says_that_no_window_matches_and_not_that_there_is_none() {
+        function test_a_search_says_of_a_goal_alone_whose_windows_it_hides_that_none_matches() {
             tryVerify(() => columns().length === 2);
-            const texts = () => all(columns()[1], item => item instanceof AppText && item.visible)
+            const texts = column => all(column, item => item instanceof AppText && item.visible)
                 .map(item => item.text);
-            verify(texts().includes("Drag a window here"));
+            verify(texts(columns()[1]).includes("Drag a window here"));
             world.board.searchText = "Nothing has this name";
-            verify(texts().includes("No matching windows"));
-            verify(!texts().includes("Drag a window here"));
+            verify(texts(columns()[0]).includes("No matching windows"));
+            // There is none to match.
+            verify(texts(columns()[1]).includes("Drag a window here"));
+            verify(!texts(columns()[1]).includes("No matching windows"));
             world.board.searchText = "";
-            verify(texts().includes("Drag a window here"));
             tryVerify(() => card("Letter") !== null);
+        }
+        function test_the_menu_of_the_board_makes_goals_and_takes_changes_back() {
+            tryVerify(() => columns().length === 2);
+            adding.clear();
+            const item = text => menuItems().find(each => each.text === text);
+            mouseClick(view(), 5, 300, Qt.RightButton);
+            tryVerify(() => menuItems().length === 3);
+            verify(item("Undo").enabled);
+            verify(!item("Redo").enabled);
+            chooseAndClose("New goal");
+            compare(adding.count, 1);
+            // By key while nothing is selected, and by assistive programs.
+            world.board.renameGoal(world.columnOfGoal("First"), "Renamed");
+            world.clearSelection();
+            world.board.selectionMenuRequested();
+            chooseAndClose("Undo");
+            compare(world.goalTitles(), ["First"]);
+            world.clearSelection();
+            view().Accessible.pressAction();
+            tryVerify(() => item("Redo")?.enabled);
+            chooseAndClose("Redo");
+            compare(world.goalTitles(), ["Renamed"]);
+            world.board.undo();
         }
         function test_goals_that_are_all_hidden_are_not_forgotten() {
             tryVerify(() => columns().length === 2);

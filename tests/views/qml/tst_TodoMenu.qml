@@ -54,7 +54,7 @@ Item {
             face(first, "Read").forceActiveFocus();
             verify(menu.isShown);
             mouseClick(menu);
-            tryVerify(() => menuItems().length === 5);
+            tryVerify(() => menuItems().length === 7);
             keyClick(Qt.Key_Escape);
         }
         function test_the_menu_of_a_todo_edits_it() {
@@ -73,7 +73,7 @@ Item {
             const first = column("First");
             show(first, "First", ["Read", "Write"]);
             mouseClick(row(first, "Read"), 60, 17, Qt.RightButton);
-            tryVerify(() => menuItems().length === 5);
+            tryVerify(() => menuItems().length === 7);
             choose("Delete todo");
             tryVerify(() => world.todos("First").length === 1);
             compare(world.todos("First"), ["Write (todo)"]);
@@ -85,7 +85,7 @@ Item {
             keyClick(Qt.Key_F10, Qt.ShiftModifier);
             choose("Move to goal");
             // The other goal and the unassigned column.
-            tryVerify(() => menuItems().length === 7);
+            tryVerify(() => menuItems().length === 9);
             choose("Second");
             tryVerify(() => world.todos("Second").length === 1);
             compare(world.todos("First"), []);
@@ -95,7 +95,7 @@ Item {
             show(first, "First", ["A", "B", "C"]);
             face(first, "B").forceActiveFocus();
             keyClick(Qt.Key_Menu);
-            tryVerify(() => menuItems().length === 5);
+            tryVerify(() => menuItems().length === 7);
             const move = text => menuItems().find(item => item.text === text);
             verify(move("Move todo up").enabled);
             verify(move("Move todo down").enabled);
@@ -104,10 +104,51 @@ Item {
             tryVerify(() => menuItems().length === 0);
             face(first, "B").forceActiveFocus();
             keyClick(Qt.Key_Menu);
-            tryVerify(() => menuItems().length === 5);
+            tryVerify(() => menuItems().length === 7);
             verify(!move("Move todo down").enabled);
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
+        }
+        function test_the_menu_of_a_todo_moves_it_to_the_ends_of_the_list_in_one_step() {
+            const first = column("First");
+            show(first, "First", ["A", "B", "C"]);
+            face(first, "C").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            choose("Move to top");
+            tryVerify(() => rowTitles(first).join() === "C,A,B");
+            tryVerify(() => menuItems().length === 0);
+            world.board.undo();
+            tryVerify(() => rowTitles(first).join() === "A,B,C");
+            face(first, "A").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            choose("Move to bottom");
+            tryVerify(() => rowTitles(first).join() === "B,C,A");
+            tryVerify(() => menuItems().length === 0);
+        }
+        function test_where_a_todo_can_go_nowhere_the_menu_does_not_offer_it() {
+            const goals = [world.columnOfGoal("First"), world.columnOfGoal("Second")];
+            for (const goal of goals)
+                world.board.deleteGoal(goal);
+            const unsorted = column("Unsorted");
+            show(unsorted, "", ["Read"]);
+            face(unsorted, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            const move = () => menuItems().find(item => item.text === "Move to goal");
+            tryVerify(() => move() !== undefined);
+            verify(!move().enabled);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            world.removeTodos();
+            world.board.createGoal("First");
+            world.board.createGoal("Second");
+            tryVerify(() => column("Second") !== null);
+            world.addTodo("Read", "");
+            tryVerify(() => row(unsorted, "Read") !== null);
+            face(unsorted, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => move() !== undefined);
+            verify(move().enabled);
+            keyClick(Qt.Key_Escape);
         }
     }
 }
