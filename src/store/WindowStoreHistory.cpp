@@ -32,10 +32,15 @@ void WindowStore::restore(BoardVersion board)
     if (publish(m_isAutoSortingGoals, board.isAutoSortingGoals, Field::isAutoSortingGoals))
         settings.push_back({autoSortingGoalsKey, board.isAutoSortingGoals});
     const BoardContents before = version().contents;
+    const QList<GoalID> shownBefore = visibleGoalIDs();
     showContents(std::move(board.contents));
-    // What came back may be far from where the person is.
-    if (const auto changed = changedTarget(before, version().contents))
+    // What came back may be far from where the person is, or in a goal that does not show.
+    if (const auto changed = changedTarget(before, version().contents)) {
+        const std::optional<GoalID> goalID = changed->goalID();
+        if (goalID && !shownBefore.contains(*goalID) && !visibleGoalIDs().contains(*goalID))
+            publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
         activateTarget(*changed, EnterWindowLayer::no);
+    }
     withdrawUndoOffer();
     saveState(std::move(settings));
     publishHistory();

@@ -294,6 +294,36 @@ TEST_F(UndoOperations, A_window_that_a_launch_brought_stays_when_the_step_before
     EXPECT_EQ(goalOf(7), a);
 }
 
+TEST_F(UndoOperations, What_comes_back_hidden_ends_the_hiding)
+{
+    const GoalID done = makeGoal(QStringLiteral("Done"));
+    store().deleteGoal(done);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    store().undo();
+    EXPECT_FALSE(store().isHidingGoalsWithoutOpenTodos());
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(done));
+    // Also what is changed in a goal that stays without open todos.
+    store().renameGoal(done, QStringLiteral("Finished"));
+    store().setHidingGoalsWithoutOpenTodos(true);
+    store().undo();
+    EXPECT_FALSE(store().isHidingGoalsWithoutOpenTodos());
+}
+
+TEST_F(UndoOperations, A_goal_that_a_step_hid_is_hidden_again_when_the_step_is_done_again)
+{
+    const GoalID goal = makeGoal(QStringLiteral("Goal"));
+    const TodoID todo = makeTodo(goal);
+    store().toggleTodo(todo, goal);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    store().toggleTodo(todo, goal);
+    ASSERT_TRUE(store().visibleGoals().isEmpty());
+    store().undo();
+    EXPECT_EQ(store().visibleGoals().size(), 1);
+    store().redo();
+    EXPECT_TRUE(store().visibleGoals().isEmpty());
+    EXPECT_TRUE(store().isHidingGoalsWithoutOpenTodos());
+}
+
 TEST_F(UndoOperations, A_board_that_is_read_late_begins_a_new_history)
 {
     settings.isUnreadable = true;
