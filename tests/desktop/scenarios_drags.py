@@ -207,33 +207,28 @@ def a_drag_at_the_edge_of_the_board_scrolls_to_what_is_beyond(desktop, binary):
         x, y, width, height = board.frame()
         assert kelpa.board.column("Goal 15") is None
 
-        def head_in_view(goal):
-            """Where the head of the goal is, once it rests in the inner part of the board."""
+        def is_in_view(goal):
+            """Whether the head of the goal is in the inner part of the board."""
             try:
                 column = kelpa.board.column(goal)
-                first = column and column.node.frame()
-                second = column and column.node.frame()
+                return column and y + 30 < column.node.frame()[1] + 28 < y + height - 60
             except boards.Gone:
-                return None
-            inside = first and y + 30 < first[1] + 28 < y + height - 60
-            return (first[0] + 40, first[1] + 28) if inside and first == second else None
+                return False
 
         desktop.drag_over(kelpa.head("Goal 0"), (x + width // 2, y + height - 4))
         wait_until("a drag has begun", desktop.is_dragging, seconds=10)
-        wait_until("the last goal is in view", lambda: head_in_view("Goal 15"))
+        wait_until("the last goal is in view", lambda: is_in_view("Goal 15"))
         # Away from the edge the board stays where it is.
         desktop.hover(x + width // 2, y + height // 2)
-        place = wait_until("the last goal rests", lambda: head_in_view("Goal 15"))
-        desktop.move_through(place)
+        desktop.move_through(kelpa.head("Goal 15"))
         desktop.let_go()
         wait_until("the goal stands before the last", lambda: settings.StoredBoard(
             settings.read_live(path)).goal_titles == [*goals[1:15], "Goal 0", "Goal 15"])
 
         # And back again at the upper edge.
-        desktop.drag_over(wait_until("the goal is in view", lambda: head_in_view("Goal 0")),
-                          (x + width // 2, y + 3))
+        desktop.drag_over(kelpa.head("Goal 0"), (x + width // 2, y + 3))
         wait_until("a drag has begun", desktop.is_dragging, seconds=10)
-        wait_until("the first goal is in view", lambda: head_in_view("Goal 1"))
+        wait_until("the first goal is in view", lambda: is_in_view("Goal 1"))
         desktop.key("Escape")
         wait_until("the drag is given up", lambda: not desktop.is_dragging())
         desktop.let_go()
