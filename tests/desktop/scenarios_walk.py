@@ -112,7 +112,7 @@ def every_part_of_a_full_board_and_its_menus_is_told_well(desktop, binary):
         walk.close_menu("P0")
         walk.press(boards.GOAL_ACTIONS, "Home")
         walk.look("the menu of the first goal", [boards.GOAL_ACTIONS, "Rename goal", "Move goal later"],
-                  marked=chosen, unavailable=["Move goal earlier"])
+                  marked=chosen, unavailable=["Move goal earlier", "Move to top"])
         walk.close_menu(boards.DELETE_GOAL)
         walk.press(boards.MOVE_TO_GOAL, boards.UNSORTED)
         # Its heading is an entry that cannot be chosen.
@@ -121,10 +121,10 @@ def every_part_of_a_full_board_and_its_menus_is_told_well(desktop, binary):
         walk.close_menu("Work")
         walk.press("More todo actions", "Home")
         walk.look("the menu of the first todo", ["More todo actions", "Delete todo", "Move todo down"],
-                  marked=chosen, unavailable=["Move todo up"])
+                  marked=chosen, unavailable=["Move todo up", "Move to top"])
         wait_until("the entry", lambda: kelpa.board.menu_item(boards.MOVE_TO_GOAL)).press()
         walk.look("the goals for a todo", [boards.MOVE_TO_GOAL, "Work", boards.UNSORTED],
-                  marked=chosen, unavailable=["Move todo up"])
+                  marked=chosen, unavailable=["Move todo up", "Move to top"])
         walk.close_menu("Work")
         if kelpa.board.menu_item(boards.DELETE_TODO):
             walk.close_menu(boards.DELETE_TODO)
