@@ -112,7 +112,7 @@ Item {
             const first = column("First");
             show(first, "First", ["A", "B"]);
             mouseClick(row(first, "A"), 60, 17, Qt.RightButton);
-            tryVerify(() => menuItems().length === 5);
+            tryVerify(() => menuItems().length === 7);
             choose("Delete todo");
             tryVerify(() => row(first, "A") === null);
             tryVerify(() => menuItems().length === 0);
