@@ -43,7 +43,7 @@ AppMenu {
         first.enabled = up.enabled;
         last.enabled = down.enabled;
         // One place is where the todo is.
-        targets.enabled = root.board.moveTargets.rowCount() > 1;
+        targets.enabled = items.count > 1;
     }
 
     AppMenu {
