@@ -151,6 +151,7 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
         signals.listen([] { QCoreApplication::quit(); });
         status = QGuiApplication::exec();
         signals.stopListening();
+        view.finishWriting();
         window.reset();
     }
     desktop.setWindowsChanged({});

@@ -80,6 +80,9 @@ public:
     /// What was written for a new todo of the list and not added yet: it outlasts the field.
     Q_INVOKABLE QString draft(const QString& listID) const { return m_drafts.value(listID); }
     Q_INVOKABLE void setDraft(const QString& listID, const QString& text);
+    /// Takes what is written and not committed for what was wanted: titles are changed and new
+    /// todos added, unless they are blank. No draft is left.
+    void finishWriting();
 
     Q_INVOKABLE void requestEditor(const QString& columnID);
     Q_INVOKABLE void cancelEditor();
@@ -107,6 +110,8 @@ Q_SIGNALS:
     void editorRequested();
     /// An arrow key has left the field in which one typed: it closes, whoever opened it.
     void editorLeft();
+    /// Nothing can be written any more: fields give up what they hold.
+    void writingFinished();
     void isUnifiedSelectedChanged();
     void highlightedTodoIDChanged();
     /// A todo is to be shown in its column.

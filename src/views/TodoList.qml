@@ -236,6 +236,14 @@ Item {
                 newTodo.text = "";
                 root.closeEditor();
             }
+
+            Connections {
+                target: root.board.todos
+
+                function onWritingFinished(): void {
+                    newTodo.text = "";
+                }
+            }
         }
     }
 }

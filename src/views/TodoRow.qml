@@ -298,6 +298,9 @@ FocusScope {
                     if (field.text === field.givenTitle)
                         field.takeTitle();
                 }
+                function onWritingFinished(): void {
+                    field.abandoned();
+                }
             }
         }
         onItemAdded: (index, item) => (item as TodoField).takeWhole()

@@ -135,6 +135,11 @@ void ViewEngine::setCovered(bool isCovered)
     updateSeen();
 }
 
+void ViewEngine::finishWriting()
+{
+    m_parts->controller.todos()->finishWriting();
+}
+
 bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
 {
     // Also when it is minimised, or on another desktop.

@@ -50,6 +50,10 @@ public:
     /// Whether the whole window lies behind others, which it does not at first.
     void setCovered(bool isCovered);
 
+    /// Takes what is written in todos' fields and not committed yet into the store: the program, or
+    /// the session, ends.
+    void finishWriting();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     /// Nothing is asked of `applications` after it. False when something that was asked is still

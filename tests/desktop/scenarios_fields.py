@@ -1,4 +1,7 @@
-"""Leaving fields by key."""
+"""Leaving fields, by key and when the program ends."""
+
+import os
+import signal
 
 import board as boards
 import settings
@@ -43,3 +46,28 @@ def escape_in_the_empty_search_gives_the_keys_back_to_the_board(desktop, binary)
         wait_until("no field has the keyboard", lambda: not kelpa.board.focused_field())
         desktop.key("space")
         wait_until("the card is chosen", lambda: kelpa.board.selected_card() == "Terminal")
+
+
+def what_is_being_written_when_it_ends_is_kept(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One"])], is_auto_sorting=False)
+    kelpa = Kelpa(desktop, binary, path)
+    kelpa.start()
+    kelpa.focus()
+    kelpa.click(*kelpa.column_button("Home", boards.ADD_TODO))
+    wait_until("a todo can be typed", kelpa.board.focused_field)
+    desktop.type("Two")
+    # Going to another field leaves the first as a draft.
+    kelpa.click(*kelpa.todo_node("Home", "One"))
+    wait_until("the title can be changed", lambda: _focused_text(kelpa) == "One")
+    desktop.type("First")
+    wait_until("it is typed", lambda: _focused_text(kelpa) == "First")
+    os.kill(kelpa.process_id(), signal.SIGTERM)
+    assert kelpa.wait() == 0
+    stored = settings.StoredBoard(settings.read(path)).todos("Home")
+    assert stored == [("First", boards.TODO), ("Two", boards.TODO)], stored
+
+
+def _focused_text(kelpa):
+    field = kelpa.board.focused_field()
+    return field and field.text()
