@@ -63,7 +63,7 @@ def windows_are_chosen_in_a_sheet_by_mouse_and_by_keyboard(desktop, binary):
             wait_until(f"{title!r} is chosen", lambda title=title: is_chosen(title))
         desktop.close(desktop.wait_for_window("Delta"))
         wait_until("the window is gone from the sheet", lambda: board.choice("XTerm: Delta") is None)
-        kelpa.click(button("Add 2 windows"), "the button that confirms")
+        kelpa.click(button("Add 1 windows"), "the button that confirms")
         places(Alpha="Home", Beta="Work", Gamma="Work")
 
         # When none is left, the sheet stays and says why.
@@ -72,7 +72,7 @@ def windows_are_chosen_in_a_sheet_by_mouse_and_by_keyboard(desktop, binary):
         wait_until("the window is chosen", lambda: is_chosen("Alpha"))
         desktop.close(desktop.wait_for_window("Alpha"))
         wait_until("the window is gone from the sheet", lambda: board.choice("XTerm: Alpha") is None)
-        kelpa.click(button("Add 1 windows"), "the button that confirms")
+        kelpa.click(button("Add 0 windows"), "the button that confirms")
         wait_until("the sheet says why nothing was moved", lambda: board.has_text(
             "The window list changed. Please select again."))
         desktop.key("Escape")
