@@ -260,83 +260,26 @@ FocusScope {
     // A field is made for the row that is edited alone.
     Repeater {
         model: root.isEdited ? 1 : 0
-        delegate: TodoField {
-            id: field
-
-            /// The title that the field was given: while it holds that, nobody has written.
-            property string givenTitle
-
-            function takeTitle(): void {
-                field.givenTitle = root.board.todos.title(root.todoID, root.columnID);
-                field.text = field.givenTitle;
-            }
-
+        delegate: TodoTitleField {
             anchors.left: root.left
             anchors.right: root.right
             anchors.verticalCenter: root.verticalCenter
             board: root.board
+            todoID: root.todoID
+            columnID: root.columnID
             symbol: root.statusSymbol
-            label: root.board.copy.text(CopyKey.EditTodo)
-            Component.onCompleted: field.takeTitle()
-            onCommitted: title => {
-                root.board.todos.rename(root.todoID, root.columnID, title);
-                root.endEdit();
-            }
-            onCancelled: root.endEdit()
-            // Only Escape and the button throw away what was written. What was not written here may
-            // be old: the title can be undone meanwhile.
-            onAbandoned: {
-                if (field.text !== field.givenTitle && root.board.todos.isTitle(field.text))
-                    root.board.todos.rename(root.todoID, root.columnID, field.text);
-                root.editEnded();
-            }
-
-            Connections {
-                target: root.board.todos
-
-                function onEntriesChanged(): void {
-                    if (field.text === field.givenTitle)
-                        field.takeTitle();
-                }
-                function onWritingFinished(): void {
-                    field.abandoned();
-                }
-            }
+            onEnded: root.endEdit()
+            onAbandoned: root.editEnded()
         }
         onItemAdded: (index, item) => (item as TodoField).takeWhole()
     }
-    DropArea {
+    TodoRowDrop {
         id: dropArea
 
-        property bool isTaking: false
-        /// Whether it takes the todo and something would come to stand elsewhere.
-        property bool isWelcoming: false
-
         anchors.fill: parent
-        keys: ["text/plain"]
-        // Anything but a todo goes to the column. A todo that the row refuses must not go there:
-        // whoever drops it on a row wants to give it a place among the others.
-        onEntered: drag => {
-            const isTodo = root.dragSource.isDragging && root.board.todos.isTodoDrag(drag.text);
-            dropArea.isTaking = isTodo
-                    && root.board.todos.canDropOnRow(drag.text, root.listID, root.todoID);
-            dropArea.isWelcoming = dropArea.isTaking
-                    && root.board.todos.wouldDropOnRowMove(drag.text, root.todoID);
-            if (isTodo && !dropArea.isTaking)
-                drag.accept(Qt.IgnoreAction);
-            else
-                drag.accepted = isTodo;
-        }
-        // Each move asks anew.
-        onPositionChanged: drag => {
-            if (!dropArea.isTaking)
-                drag.accepted = false;
-        }
-        onExited: dropArea.isWelcoming = false
-        onDropped: drop => {
-            dropArea.isWelcoming = false;
-            drop.accepted = root.dragSource.isDragging
-                    && root.board.todos.dropOnRow(drop.text, root.listID, root.todoID);
-        }
+        board: root.board
+        dragSource: root.dragSource
+        listID: root.listID
+        todoID: root.todoID
     }
 }
