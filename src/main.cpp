@@ -135,16 +135,23 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
         QObject::connect(
             &doubleTap, &GlobalDoubleTap::doubleTapped, &view,
             [&window](InputTime time) { window->show({.inputTime = time, .startupID = {}}); });
-        // A session that ends saves first what a full disk kept back until now.
+        // A session that ends saves first what is being written, and what a full disk kept back
+        // until now.
         QObject::connect(
             &application, &QGuiApplication::commitDataRequest, &view,
-            [&store](QSessionManager&) { store.finishSaving(); }, Qt::DirectConnection);
+            [&view, &store](QSessionManager&) {
+                view.finishWriting();
+                store.finishSaving();
+            },
+            Qt::DirectConnection);
         // The next session starts it again, with this board.
         QObject::connect(
             &application, &QGuiApplication::saveStateRequest, &view,
             [&settingsPath](QSessionManager& session) {
+                // Wherever that starts it.
                 session.setRestartCommand(session.restartCommand()
-                                          << QStringLiteral("--settings") << settingsPath);
+                                          << QStringLiteral("--settings")
+                                          << QFileInfo(settingsPath).absoluteFilePath());
             },
             Qt::DirectConnection);
         const SuddenEnd suddenEnd(application, [&store] { store.finishSaving(); });

@@ -32,7 +32,7 @@ struct CaptureRequest
 {
     WindowID window = 0;
     /// How wide and high the picture may be, in pixels: brought down to that in each direction by
-    /// itself, never up. Who draws it gives it its proportions.
+    /// itself, never up. It is drawn stretched.
     QSize largest;
     CaptureNeed need = CaptureNeed::always;
     /// A few windows that will be captured soon, for which the server may get ready meanwhile. It

@@ -79,6 +79,8 @@ void WindowStore::setPreviewPixels(const QSize& pixels)
     if (pixels == m_previewPixels)
         return;
     m_previewPixels = pixels;
+    // What is being captured has the pixels of before.
+    m_previewTask.reset();
     for (auto preview = m_previews.keyBegin(); preview != m_previews.keyEnd(); ++preview)
         m_unappliedCaptures.insert(*preview);
 }

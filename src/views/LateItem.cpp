@@ -69,9 +69,11 @@ void FocusRing::componentComplete()
 
 void FocusRing::follow()
 {
-    const QQuickItem& control = *parentItem();
-    const QVariant isVisual = control.property(visualFocus);
-    show(isVisual.isValid() ? isVisual.toBool() : control.property(activeFocus).toBool());
+    const QQuickItem* const control = parentItem();
+    if (control == nullptr)
+        return;
+    const QVariant isVisual = control->property(visualFocus);
+    show(isVisual.isValid() ? isVisual.toBool() : control->property(activeFocus).toBool());
 }
 
 void FocusRing::show(bool isShown)
@@ -126,7 +128,7 @@ void HoverTip::componentComplete()
 
 void HoverTip::follow()
 {
-    hover(parentItem()->property(hovered).toBool());
+    hover(parentItem() != nullptr && parentItem()->property(hovered).toBool());
 }
 
 void HoverTip::hover(bool isHovered)
@@ -136,27 +138,28 @@ void HoverTip::hover(bool isHovered)
     m_isHovered = isHovered;
     if (!m_isHovered)
         m_isDismissed = false;
-    update();
+    showOrHide();
     Q_EMIT isHoveredChanged();
 }
 
 void HoverTip::dismiss()
 {
     m_isDismissed = true;
-    update();
+    showOrHide();
 }
 
 void HoverTip::tell()
 {
     if (m_tip != nullptr)
         m_tip->setProperty(buttonText, text());
-    update();
+    showOrHide();
     Q_EMIT textChanged();
 }
 
-void HoverTip::update()
+void HoverTip::showOrHide()
 {
-    const bool isWanted = m_isHovered && !m_isDismissed && !text().isEmpty();
+    const bool isWanted =
+        parentItem() != nullptr && m_isHovered && !m_isDismissed && !text().isEmpty();
     if (isWanted == (m_tip != nullptr))
         return;
     if (!isWanted) {

@@ -100,7 +100,7 @@ protected:
 
 private:
     void hover(bool isHovered);
-    void update();
+    void showOrHide();
 
     QObject* m_tip = nullptr;
     QString m_text;

@@ -10,6 +10,10 @@ T.ApplicationWindow {
 
     required property BoardController board
 
+    // Made before the board listens for presses: otherwise what shows over the board, if only a tip,
+    // keeps them to itself, and a field that is left by a click is not.
+    readonly property Item overlay: T.Overlay.overlay
+
     // Made when they are first asked for.
     property TitleSheet createSheet: null
     property TitleSheet renameSheet: null

@@ -10,17 +10,17 @@ namespace kelpa {
 PreviewDetail::PreviewDetail(WindowStore& store, QQuickItem& parent)
     : QQuickItem(&parent), m_store(store)
 {
-    update(window()->effectiveDevicePixelRatio());
+    noteRatio(window()->effectiveDevicePixelRatio());
 }
 
 void PreviewDetail::itemChange(ItemChange change, const ItemChangeData& value)
 {
     if (change == ItemDevicePixelRatioHasChanged)
-        update(value.realValue);
+        noteRatio(value.realValue);
     QQuickItem::itemChange(change, value);
 }
 
-void PreviewDetail::update(qreal devicePixelRatio)
+void PreviewDetail::noteRatio(qreal devicePixelRatio)
 {
     m_store.setPreviewPixels((QSizeF(previewCardSize) * devicePixelRatio).toSize());
 }

@@ -19,7 +19,7 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 private:
-    void update(qreal devicePixelRatio);
+    void noteRatio(qreal devicePixelRatio);
 
     WindowStore& m_store;
 };

@@ -43,7 +43,7 @@ QImage SymbolImageProvider::image(const QString& symbol, const QColor& color, in
     const Key key{symbol, color.rgba(), pixels};
     if (const auto known = m_images.constFind(key); known != m_images.constEnd())
         return *known;
-    const QImage drawn = drawnSymbol(symbol, color, {pixels, pixels});
+    QImage drawn = drawnSymbol(symbol, color, {pixels, pixels});
     m_images.insert(key, drawn);
     return drawn;
 }

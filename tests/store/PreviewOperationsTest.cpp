@@ -70,6 +70,19 @@ TEST_F(PreviewOperations, On_a_screen_with_smaller_pixels_all_windows_are_captur
     EXPECT_EQ(store().previews().value(2).image.size(), QSize(256, 144));
 }
 
+TEST_F(PreviewOperations, A_picture_that_is_being_taken_for_another_screen_is_taken_anew)
+{
+    addWindows(1);
+    desktop.captureSizes = {{1, QSize(1440, 900)}};
+    tick();
+    desktop.unchangedWindows.remove(1);
+    store().refreshPreviews(scheduler.now());
+    store().setPreviewPixels({256, 144});
+    scheduler.advance(0ms);
+    tick();
+    EXPECT_EQ(store().previews().value(1).image.size(), QSize(256, 144));
+}
+
 TEST_F(PreviewOperations, The_same_screen_again_captures_nothing_anew)
 {
     addWindows(1);

@@ -13,7 +13,7 @@ namespace kelpa::test {
 namespace {
 
 /// Each entry as "title @ goal".
-QStringList texts(const QList<UnifiedTodoEntry>& entries)
+QStringList entryTexts(const QList<UnifiedTodoEntry>& entries)
 {
     QStringList result;
     for (const UnifiedTodoEntry& entry : entries)
@@ -29,7 +29,7 @@ TEST(UnifiedTodos, All_lists_are_one_by_ascending_order)
         goal(QStringLiteral("A"), {todo(QStringLiteral("a2"), 4), todo(QStringLiteral("a1"), 1)}),
         goal(QStringLiteral("B"), {todo(QStringLiteral("b1"), 0)})};
     const QList<TodoItem> unassigned{todo(QStringLiteral("u"), 2)};
-    EXPECT_EQ(texts(unifiedTodoEntries(goals, unassigned, unsorted)),
+    EXPECT_EQ(entryTexts(unifiedTodoEntries(goals, unassigned, unsorted)),
               QStringList({QStringLiteral("b1 @ B"), QStringLiteral("a1 @ A"),
                            QStringLiteral("u @ Unsorted"), QStringLiteral("a2 @ A")}));
 }
@@ -40,7 +40,7 @@ TEST(UnifiedTodos, Todos_of_equal_order_are_the_unassigned_ones_and_then_those_o
         goal(QStringLiteral("A"), {todo(QStringLiteral("a1"), 7), todo(QStringLiteral("a2"), 7)}),
         goal(QStringLiteral("B"), {todo(QStringLiteral("b1"), 7)})};
     const QList<TodoItem> unassigned{todo(QStringLiteral("u1"), 7), todo(QStringLiteral("u2"), 7)};
-    EXPECT_EQ(texts(unifiedTodoEntries(goals, unassigned, unsorted)),
+    EXPECT_EQ(entryTexts(unifiedTodoEntries(goals, unassigned, unsorted)),
               QStringList({QStringLiteral("u1 @ Unsorted"), QStringLiteral("u2 @ Unsorted"),
                            QStringLiteral("a1 @ A"), QStringLiteral("a2 @ A"),
                            QStringLiteral("b1 @ B")}));
@@ -53,7 +53,7 @@ TEST(UnifiedTodos, Orders_are_compared_as_signed_64_bit_numbers)
     const QList<TodoItem> unassigned{todo(QStringLiteral("last"), greatest),
                                      todo(QStringLiteral("middle"), 0),
                                      todo(QStringLiteral("first"), least)};
-    EXPECT_EQ(texts(unifiedTodoEntries({}, unassigned, unsorted)),
+    EXPECT_EQ(entryTexts(unifiedTodoEntries({}, unassigned, unsorted)),
               QStringList({QStringLiteral("first @ Unsorted"), QStringLiteral("middle @ Unsorted"),
                            QStringLiteral("last @ Unsorted")}));
 }
@@ -64,7 +64,7 @@ TEST(UnifiedTodos, A_completed_todo_is_not_listed_and_one_in_progress_is)
         goal(QStringLiteral("A"), {todo(QStringLiteral("done"), 0, TodoStatus::completed),
                                    todo(QStringLiteral("doing"), 1, TodoStatus::ing)})};
     const QList<TodoItem> unassigned{todo(QStringLiteral("done too"), 2, TodoStatus::completed)};
-    EXPECT_EQ(texts(unifiedTodoEntries(goals, unassigned, unsorted)),
+    EXPECT_EQ(entryTexts(unifiedTodoEntries(goals, unassigned, unsorted)),
               QStringList{QStringLiteral("doing @ A")});
 }
 
@@ -90,7 +90,7 @@ TEST(GoalTodos, A_card_shows_the_open_todos_and_the_one_completed_last)
     TodoItem late = todo(QStringLiteral("late"), 3, TodoStatus::completed);
     late.completedAt = Date{2};
     const Goal shown = goal(QStringLiteral("A"), {late, early, todo(QStringLiteral("open"), 1)});
-    EXPECT_EQ(texts(goalTodoEntries(shown)),
+    EXPECT_EQ(entryTexts(goalTodoEntries(shown)),
               QStringList({QStringLiteral("open @ A"), QStringLiteral("late @ A")}));
 }
 
@@ -98,7 +98,7 @@ TEST(UnassignedTodos, All_are_shown_by_ascending_order)
 {
     const QList<TodoItem> unassigned{todo(QStringLiteral("b"), 5, TodoStatus::completed),
                                      todo(QStringLiteral("a"), 2)};
-    EXPECT_EQ(texts(unassignedTodoEntries(unassigned, unsorted)),
+    EXPECT_EQ(entryTexts(unassignedTodoEntries(unassigned, unsorted)),
               QStringList({QStringLiteral("a @ Unsorted"), QStringLiteral("b @ Unsorted")}));
 }
 

@@ -1,5 +1,6 @@
 #include "platform/x11/WindowWatch.h"
 
+#include "platform/x11/XcbEvent.h"
 #include "platform/x11/XcbReply.h"
 
 #include <xcb/xcbext.h>
@@ -18,14 +19,6 @@ using namespace std::chrono_literals;
 constexpr Scheduler::Duration reconnectDelay = 2s;
 
 constexpr std::uint32_t mostClients = 8192;
-
-/// The event as the kind that its type says it is.
-template <class Event>
-const Event& as(const xcb_generic_event_t& event)
-{
-    const void* bytes = &event;
-    return *static_cast<const Event*>(bytes);
-}
 
 } // namespace
 

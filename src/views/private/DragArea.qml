@@ -41,9 +41,10 @@ MouseArea {
         const ratio = root.Screen.devicePixelRatio;
         const size = Qt.size(Math.ceil(root.picture.width * ratio),
                              Math.ceil(root.picture.height * ratio));
-        // By the time the picture is there, the button may have been released, or this may be gone.
+        // By the time the picture is there, the button may have been released, and pressed again,
+        // or this may be gone.
         root.picture.grabToImage(picture => {
-            if (root?.pressed)
+            if (root?.isDragged)
                 source.drag(text, picture.image, ratio, held);
         }, size);
     }

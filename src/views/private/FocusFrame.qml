@@ -11,8 +11,8 @@ Rectangle {
 
     x: -root.ring.margin
     y: -root.ring.margin
-    width: root.ring.parent.width + 2 * root.ring.margin
-    height: root.ring.parent.height + 2 * root.ring.margin
+    width: (root.ring.parent?.width ?? 0) + 2 * root.ring.margin
+    height: (root.ring.parent?.height ?? 0) + 2 * root.ring.margin
     radius: root.ring.radius < 0 ? Theme.controlRadius + root.ring.margin
                                  : root.ring.radius
     color: "transparent"
