@@ -189,8 +189,8 @@ void printTimes(Desktop& desktop)
                                         QStringLiteral("-silent"), QStringLiteral("-id"), number});
     std::printf("%-58s %9s %9s %8s\n", "A window of 1920x1080", "median ms", "90% ms", "to bare");
     print("bare read of all pixels through shared memory", bare, bare.median);
-    print("the same, then scaled to 360x203 by QImage", scaled, bare.median);
-    print("captureWindow: named, scaled to 360x203, read, checked", captured, bare.median);
+    print("the same, then scaled to 128x72 by QImage", scaled, bare.median);
+    print("captureWindow: named, scaled to 128x72, read, checked", captured, bare.median);
     print("captureWindow: unchanged since the last capture", unchanged, bare.median);
     print("import -window ID ppm:/dev/null", import, bare.median);
     print("xwd -id ID > /dev/null", dump, bare.median);
@@ -215,7 +215,7 @@ void printMany(Desktop& desktop)
     }
     const double before = residentMegabytes();
     std::vector<WindowCapture> held;
-    const double each = 360.0 * 225 * 4 / 1e6;
+    const double each = scaledSize.width() * scaledSize.height() * 4 / 1e6;
     std::printf("\n%-58s %9s %9s %8s\n", "Private memory above that without pictures", "MB",
                 "pixels MB", "ratio");
     for (const std::size_t count : {std::size_t{50}, std::size_t{most}}) {
