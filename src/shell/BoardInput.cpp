@@ -73,6 +73,13 @@ bool isMove(const BoardCommand& command)
            std::holds_alternative<MoveWindowSelection>(command);
 }
 
+/// Of a key that is held: once, where each further time would do something else.
+bool isDoneOnce(const BoardCommand& command)
+{
+    return std::holds_alternative<ActivateSelection>(command) ||
+           std::holds_alternative<RequestAddTodo>(command);
+}
+
 /// Of a key that is pressed with Control.
 BoardKey historyKey(const QKeyEvent& event)
 {
@@ -170,6 +177,9 @@ bool BoardInput::handleKey(const QKeyEvent& event)
     }
     if (!decision.command)
         return false;
+    // Held a little too long, it would enter a target and raise a window at once.
+    if (event.isAutoRepeat() && isDoneOnce(*decision.command))
+        return true;
     leaveWaitingField();
     const QQuickItem* const item = m_window.activeFocusItem();
     // From a button that was clicked, the focus goes with the selection.

@@ -68,6 +68,13 @@ protected:
         QTest::keyClick(window.get(), key, modifiers);
     }
 
+    /// What comes while a pressed key stays down.
+    void hold(Qt::Key key)
+    {
+        QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(window.get(), &repeated);
+    }
+
     void clickAt(const QPoint& place)
     {
         QTest::mouseClick(window.get(), Qt::LeftButton, {}, place);

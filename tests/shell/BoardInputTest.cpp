@@ -31,6 +31,30 @@ TEST_F(BoardInputTest, Arrows_Space_Return_and_Escape_drive_the_board)
     EXPECT_EQ(store().todoEditorRequestID(), 2);
 }
 
+TEST_F(BoardInputTest, Space_and_Return_that_are_held_act_once_and_arrows_go_on)
+{
+    const GoalID a = makeGoal();
+    desktop.addAccessibleWindow(1, 100, {});
+    store().refresh();
+    store().assign(1, a);
+    store().activateTarget(TargetSelection::goal(a), WindowStore::EnterWindowLayer::no);
+    desktop.calls.clear();
+
+    press(Qt::Key_Space);
+    hold(Qt::Key_Space);
+    EXPECT_EQ(store().boardNavigation(), State::inside(TargetSelection::goal(a), 1));
+    scheduler.advance(std::chrono::seconds(1));
+    EXPECT_TRUE(desktop.calls.filter(QStringLiteral("raise")).isEmpty());
+    EXPECT_TRUE(desktop.calls.filter(QStringLiteral("activate")).isEmpty());
+    press(Qt::Key_Escape);
+    press(Qt::Key_Return);
+    hold(Qt::Key_Return);
+    EXPECT_EQ(store().todoEditorRequestID(), 1);
+    press(Qt::Key_Up);
+    hold(Qt::Key_Up);
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
+}
+
 TEST_F(BoardInputTest, A_field_gets_what_is_typed_and_an_arrow_leaves_it)
 {
     const GoalID a = makeGoal();
