@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <utility>
 
 namespace kelpa {
 
@@ -265,16 +264,6 @@ void TodoController::setDraft(const QString& listID, const QString& text)
         m_drafts.remove(listID);
     else
         m_drafts.insert(listID, text);
-}
-
-void TodoController::finishWriting()
-{
-    const QHash<QString, QString> drafts = std::exchange(m_drafts, {});
-    Q_EMIT writingFinished();
-    for (auto draft = drafts.cbegin(); draft != drafts.cend(); ++draft) {
-        if (isTitle(*draft))
-            add(*draft, draft.key());
-    }
 }
 
 void TodoController::requestEditor(const QString& columnID)

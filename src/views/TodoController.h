@@ -80,9 +80,9 @@ public:
     /// What was written for a new todo of the list and not added yet: it outlasts the field.
     Q_INVOKABLE QString draft(const QString& listID) const { return m_drafts.value(listID); }
     Q_INVOKABLE void setDraft(const QString& listID, const QString& text);
-    /// Takes what is written and not committed for what was wanted: titles are changed and new
-    /// todos added, unless they are blank. No draft is left.
-    void finishWriting();
+    /// Lets every open field take what is written and not committed for what was wanted: titles are
+    /// changed and new todos added, unless they are blank.
+    void finishWriting() { Q_EMIT writingFinished(); }
 
     Q_INVOKABLE void requestEditor(const QString& columnID);
     Q_INVOKABLE void cancelEditor();

@@ -241,7 +241,10 @@ Item {
                 target: root.board.todos
 
                 function onWritingFinished(): void {
+                    const title = newTodo.text;
                     newTodo.text = "";
+                    if (root.board.todos.isTitle(title))
+                        root.board.todos.add(title, root.listID);
                 }
             }
         }

@@ -54,6 +54,12 @@ def what_is_being_written_when_it_ends_is_kept(desktop, binary):
     kelpa = Kelpa(desktop, binary, path)
     kelpa.start()
     kelpa.focus()
+    # What an arrow has given up is not wanted.
+    kelpa.click(*kelpa.column_button(boards.UNSORTED, boards.ADD_TODO))
+    wait_until("a todo can be typed", kelpa.board.focused_field)
+    desktop.type("Given up")
+    desktop.key("Down")
+    wait_until("no field is open", lambda: kelpa.board.field(boards.ADD_TODO) is None)
     kelpa.click(*kelpa.column_button("Home", boards.ADD_TODO))
     wait_until("a todo can be typed", kelpa.board.focused_field)
     desktop.type("Two")
@@ -64,8 +70,9 @@ def what_is_being_written_when_it_ends_is_kept(desktop, binary):
     wait_until("it is typed", lambda: _focused_text(kelpa) == "First")
     os.kill(kelpa.process_id(), signal.SIGTERM)
     assert kelpa.wait() == 0
-    stored = settings.StoredBoard(settings.read(path)).todos("Home")
-    assert stored == [("First", boards.TODO), ("Two", boards.TODO)], stored
+    stored = settings.StoredBoard(settings.read(path))
+    assert stored.todos("Home") == [("First", boards.TODO), ("Two", boards.TODO)], stored.todos("Home")
+    assert stored.todos() == [], stored.todos()
 
 
 def _focused_text(kelpa):

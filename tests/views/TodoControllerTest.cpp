@@ -49,22 +49,6 @@ TEST_F(Todos, A_todo_is_added_to_the_list_that_is_named)
     EXPECT_EQ(titles(std::nullopt), QStringList({QStringLiteral("B"), QStringLiteral("C")}));
 }
 
-TEST_F(Todos, What_was_written_and_not_added_is_added_when_nothing_can_be_written_any_more)
-{
-    QSignalSpy finished(&todoController(), &TodoController::writingFinished);
-    todoController().setDraft(first.text(), QStringLiteral("Buy milk"));
-    todoController().setDraft(second.text(), QStringLiteral("  "));
-    todoController().setDraft(unifiedTodosText, QStringLiteral(" Call "));
-    todoController().finishWriting();
-    EXPECT_EQ(titles(first), QStringList({QStringLiteral("Read"), QStringLiteral("Buy milk")}));
-    EXPECT_EQ(titles(second), QStringList());
-    EXPECT_EQ(titles(std::nullopt), QStringList{QStringLiteral("Call")});
-    EXPECT_EQ(todoController().draft(first.text()), u"");
-    EXPECT_EQ(finished.count(), 1);
-    todoController().finishWriting();
-    EXPECT_EQ(titles(first).size(), 2);
-}
-
 TEST_F(Todos, A_todo_is_renamed_toggled_copied_and_deleted)
 {
     todoController().rename(todo.text(), first.text(), QStringLiteral(" Write "));
