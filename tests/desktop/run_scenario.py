@@ -32,7 +32,8 @@ def _report(desktop, board):
     try:
         print(f"picture: {desktop.screenshot(desktop.directory / 'failure.png')}", file=sys.stderr)
         print("windows:", *desktop.windows(), sep="\n  ", file=sys.stderr)
-        for log in sorted(desktop.directory.glob("kelpa-*.log"))[-1:]:
+        logs = sorted(desktop.directory.glob("kelpa-*.log"))[-1:]
+        for log in logs + sorted(desktop.directory.glob("session-*.log")):
             print(f"{log}:\n{log.read_text(errors='replace')[-4000:]}", file=sys.stderr)
         print(board.outline_of_window(), file=sys.stderr)
     except Exception:
