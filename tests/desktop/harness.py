@@ -233,10 +233,15 @@ class Desktop:
         )
 
     def start_xterm(self, title, *command, color="white"):
-        """An xterm with a fixed title; without a command it waits for input for ever."""
+        """An xterm with a fixed title, when its command runs; without a command it waits for input
+        for ever."""
         # A program that writes the title itself would change it.
         resources = ("-xrm", "*allowTitleOps: false", "-geometry", "60x15", "-bg", color)
-        return self.start("xterm", "-T", title, *resources, "-e", *(command or ("cat",)))
+        terminal = self.start("xterm", "-T", title, *resources, "-e", *(command or ("cat",)))
+        # Asked to close before that, it misses it: until then it ignores a hang-up.
+        wait_until(f"something runs in the terminal {title!r}",
+                   lambda: processes.has_other_child(terminal.pid, "xterm"))
+        return terminal
 
     def run(self, *argv, check=True):
         """Runs a short command on the desktop and returns what it printed."""

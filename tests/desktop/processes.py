@@ -2,6 +2,7 @@
 
 import ctypes
 import os
+import pathlib
 import signal
 import subprocess
 import time
@@ -57,6 +58,16 @@ def start(argv, env, log, pass_fds=(), cwd=None):
             start_new_session=True,
             preexec_fn=_die_with_parent,
         )
+
+
+def has_other_child(pid, program):
+    """Whether the process has started another program than that one, named by its file."""
+    try:
+        children = pathlib.Path(f"/proc/{pid}/task/{pid}/children").read_text(encoding="utf-8")
+        return any(pathlib.Path(f"/proc/{child}/comm").read_text(encoding="utf-8").strip() != program
+                   for child in children.split())
+    except OSError:
+        return False
 
 
 def _descendants():

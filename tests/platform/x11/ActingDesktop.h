@@ -200,12 +200,16 @@ public:
         : m_program(display, QStringLiteral("xterm"),
                     {QStringLiteral("-T"), title, QStringLiteral("-e"), QStringLiteral("cat")})
     {
-        // Asked to close before it has started what runs in it, it may miss that.
-        const QString children =
-            QStringLiteral("/proc/%1/task/%1/children").arg(m_program.processID());
+        // Asked to close before that which runs in it has started, it misses that: until then a
+        // hang-up is ignored.
+        const auto contents = [](const QString& path) {
+            QFile file(path);
+            return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+        };
         EXPECT_TRUE(waitUntil([&] {
-            QFile file(children);
-            return file.open(QIODevice::ReadOnly) && !file.readAll().isEmpty();
+            const QByteArray child = contents(
+                QStringLiteral("/proc/%1/task/%1/children").arg(m_program.processID()));
+            return contents(QStringLiteral("/proc/%1/comm").arg(QString::fromLatin1(child))) == "cat";
         }));
     }
 
