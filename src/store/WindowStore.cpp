@@ -6,6 +6,7 @@
 #include "text/KelpaCopy.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <iterator>
 
@@ -98,71 +99,33 @@ void WindowStore::markChanged(Field field)
 
 void WindowStore::emitChanges()
 {
-    const auto changes = std::exchange(m_changes, {});
-    for (std::size_t i = 0; i < changes.size(); ++i) {
-        if (changes.test(i))
-            emitChange(static_cast<Field>(i));
-    }
-}
+    // In the order of `Field`.
+    static constexpr auto changeSignals = std::to_array<void (WindowStore::*)()>({
+        &WindowStore::windowsChanged,
+        &WindowStore::goalsChanged,
+        &WindowStore::unassignedTodosChanged,
+        &WindowStore::previewsChanged,
+        &WindowStore::boardNavigationChanged,
+        &WindowStore::todoEditorGoalIDChanged,
+        &WindowStore::todoEditorRequestIDChanged,
+        &WindowStore::toastMessageChanged,
+        &WindowStore::toastOffersUndoChanged,
+        &WindowStore::canUndoChanged,
+        &WindowStore::canRedoChanged,
+        &WindowStore::searchTextChanged,
+        &WindowStore::isAccessibilityTrustedChanged,
+        &WindowStore::isScreenCaptureTrustedChanged,
+        &WindowStore::languageChanged,
+        &WindowStore::isAutoSortingGoalsChanged,
+        &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+    });
+    static_assert(changeSignals.size() == fieldCount);
 
-void WindowStore::emitChange(Field field)
-{
-    switch (field) {
-    case Field::windows:
-        Q_EMIT windowsChanged();
-        return;
-    case Field::goals:
-        Q_EMIT goalsChanged();
-        return;
-    case Field::unassignedTodos:
-        Q_EMIT unassignedTodosChanged();
-        return;
-    case Field::previews:
-        Q_EMIT previewsChanged();
-        return;
-    case Field::boardNavigation:
-        Q_EMIT boardNavigationChanged();
-        return;
-    case Field::todoEditorGoalID:
-        Q_EMIT todoEditorGoalIDChanged();
-        return;
-    case Field::todoEditorRequestID:
-        Q_EMIT todoEditorRequestIDChanged();
-        return;
-    case Field::toastMessage:
-        Q_EMIT toastMessageChanged();
-        return;
-    case Field::toastOffersUndo:
-        Q_EMIT toastOffersUndoChanged();
-        return;
-    case Field::canUndo:
-        Q_EMIT canUndoChanged();
-        return;
-    case Field::canRedo:
-        Q_EMIT canRedoChanged();
-        return;
-    case Field::searchText:
-        Q_EMIT searchTextChanged();
-        return;
-    case Field::isAccessibilityTrusted:
-        Q_EMIT isAccessibilityTrustedChanged();
-        return;
-    case Field::isScreenCaptureTrusted:
-        Q_EMIT isScreenCaptureTrustedChanged();
-        return;
-    case Field::language:
-        Q_EMIT languageChanged();
-        return;
-    case Field::isAutoSortingGoals:
-        Q_EMIT isAutoSortingGoalsChanged();
-        return;
-    case Field::isHidingGoalsWithoutOpenTodos:
-        Q_EMIT isHidingGoalsWithoutOpenTodosChanged();
-        return;
-    case Field::count:
-        break;
+    const auto changes = std::exchange(m_changes, {});
+    for (std::size_t i = 0; i < changeSignals.size(); ++i) {
+        if (changes.test(i))
+            Q_EMIT(this->*changeSignals[i])();
     }
-    Q_UNREACHABLE();
 }
 
 void WindowStore::loadState()

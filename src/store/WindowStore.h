@@ -238,6 +238,7 @@ private:
         isHidingGoalsWithoutOpenTodos,
         count,
     };
+    static constexpr auto fieldCount = static_cast<std::size_t>(Field::count);
 
     /// Stands at the top of every operation that may change published state: when the outermost one
     /// ends, the signals of the fields that changed are emitted.
@@ -255,7 +256,6 @@ private:
 
     void markChanged(Field field);
     void emitChanges();
-    void emitChange(Field field);
 
     /// Assigns `value` when it differs, and notes the change.
     template <class Value>
@@ -398,7 +398,7 @@ private:
     mutable std::optional<QList<WindowItem>> m_filteredWindows;
     mutable std::optional<WindowsByGoal> m_windowsByGoal;
 
-    std::bitset<static_cast<std::size_t>(Field::count)> m_changes;
+    std::bitset<fieldCount> m_changes;
     int m_updateDepth = 0;
 };
 
