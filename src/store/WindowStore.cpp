@@ -16,10 +16,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long a toast stays, and one that is to be answered.
-constexpr Scheduler::Duration toastDuration = 2s;
-constexpr Scheduler::Duration undoOfferDuration = 6s;
-
 /// How long after a save that failed it is tried again, should no change come first.
 constexpr Scheduler::Duration saveRetryDelay = 5s;
 
@@ -59,9 +55,7 @@ void WindowStore::setLanguage(AppLanguage language)
     const Update update(*this);
     if (!publish(m_language, language, Field::language))
         return;
-    if (m_toastMessage)
-        publish(m_toastMessage, std::optional(KelpaCopy::text(m_toastText, language)),
-                Field::toastMessage);
+    publishToast();
     write({{languageKey, rawValue(language)}});
 }
 
@@ -194,37 +188,19 @@ void WindowStore::retrySavingLater()
     });
 }
 
-void WindowStore::showToast(CopyKey text, OffersUndo offersUndo)
-{
-    m_toastText = text;
-    publish(m_toastMessage, std::optional(KelpaCopy::text(text, m_language)), Field::toastMessage);
-    publish(m_toastOffersUndo, offersUndo == OffersUndo::yes, Field::toastOffersUndo);
-    startToastTime();
-}
-
 void WindowStore::setToastHeld(bool isHeld)
 {
-    m_isToastHeld = isHeld;
-    if (m_toastMessage)
-        startToastTime();
+    m_toast.setHeld(isHeld);
 }
 
-void WindowStore::startToastTime()
+void WindowStore::publishToast()
 {
-    m_toastTask.reset();
-    if (m_isToastHeld)
-        return;
-    m_toastTask = m_scheduler.after(m_toastOffersUndo ? undoOfferDuration : toastDuration, [this] {
-        const Update update(*this);
-        m_toastTask.reset();
-        clearToast();
-    });
-}
-
-void WindowStore::clearToast()
-{
-    publish(m_toastMessage, std::optional<QString>(), Field::toastMessage);
-    publish(m_toastOffersUndo, false, Field::toastOffersUndo);
+    const Update update(*this);
+    std::optional<QString> message;
+    if (const std::optional<CopyKey> text = m_toast.text())
+        message = KelpaCopy::text(*text, m_language);
+    publish(m_toastMessage, std::move(message), Field::toastMessage);
+    publish(m_toastOffersUndo, m_toast.offersUndo(), Field::toastOffersUndo);
 }
 
 } // namespace kelpa

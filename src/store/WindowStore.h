@@ -16,6 +16,7 @@
 #include "store/BoardHistory.h"
 #include "store/MovePlace.h"
 #include "store/TaskGroup.h"
+#include "store/Toast.h"
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
 #include "windows/PreviewRotation.h"
@@ -280,12 +281,7 @@ private:
     void write(const std::vector<SettingsEntry>& entries);
     void afterWriting(bool isDone);
     void retrySavingLater();
-    enum class OffersUndo : std::uint8_t { no, yes };
-    void showToast(CopyKey text, OffersUndo offersUndo);
-    void startToastTime();
-    void clearToast();
-    /// Something else came after the deletion that the toast tells of.
-    void withdrawUndoOffer();
+    void publishToast();
 
     BoardVersion version() const;
     /// Back or forth to `board`, in one save.
@@ -350,10 +346,7 @@ private:
     std::optional<GoalID> m_todoEditorGoalID;
     std::int64_t m_todoEditorRequestID = 0;
     std::optional<QString> m_toastMessage;
-    /// Of the toast that is shown, or was last.
-    CopyKey m_toastText = CopyKey::TodoCopied;
     bool m_toastOffersUndo = false;
-    bool m_isToastHeld = false;
     bool m_canUndo = false;
     bool m_canRedo = false;
     QString m_searchText;
@@ -384,7 +377,7 @@ private:
     QSet<WindowID> m_unappliedCaptures;
     TaskHandle m_bringForwardTask;
     QList<QList<WindowItem>> m_windowsToBringForward;
-    TaskHandle m_toastTask;
+    Toast m_toast{m_scheduler, [this] { publishToast(); }};
     TaskHandle m_saveRetryTask;
     std::map<AwaitedNumber, AwaitedWindow> m_awaitedWindows;
     AwaitedNumber m_lastAwaitedNumber = 0;

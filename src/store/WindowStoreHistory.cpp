@@ -41,7 +41,7 @@ void WindowStore::restore(BoardVersion board)
             publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
         activateTarget(*changed, EnterWindowLayer::no);
     }
-    withdrawUndoOffer();
+    m_toast.withdrawOffer();
     saveState(std::move(settings));
     publishHistory();
 }
@@ -59,7 +59,7 @@ void WindowStore::showContents(BoardContents contents)
 void WindowStore::saveStep(std::vector<SettingsEntry> settings)
 {
     if (m_history.note(m_savedVersion, version()))
-        withdrawUndoOffer();
+        m_toast.withdrawOffer();
     saveState(std::move(settings));
     publishHistory();
 }
@@ -67,7 +67,7 @@ void WindowStore::saveStep(std::vector<SettingsEntry> settings)
 void WindowStore::saveDeletion(CopyKey announcement)
 {
     m_history.note(m_savedVersion, version());
-    showToast(announcement, OffersUndo::yes);
+    m_toast.show(announcement, Toast::OffersUndo::yes);
     saveState();
     publishHistory();
 }
@@ -75,7 +75,7 @@ void WindowStore::saveDeletion(CopyKey announcement)
 void WindowStore::clearHistory()
 {
     m_history.clear();
-    withdrawUndoOffer();
+    m_toast.withdrawOffer();
     publishHistory();
 }
 
@@ -84,13 +84,4 @@ void WindowStore::publishHistory()
     publish(m_canUndo, m_history.canUndo(), Field::canUndo);
     publish(m_canRedo, m_history.canRedo(), Field::canRedo);
 }
-
-void WindowStore::withdrawUndoOffer()
-{
-    if (!m_toastOffersUndo)
-        return;
-    m_toastTask.reset();
-    clearToast();
-}
-
 } // namespace kelpa

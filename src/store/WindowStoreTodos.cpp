@@ -100,7 +100,7 @@ void WindowStore::copyTodo(const TodoItem& todo)
 {
     const Update update(*this);
     m_platform.pasteboard.setText(todo.title);
-    showToast(CopyKey::TodoCopied, OffersUndo::no);
+    m_toast.show(CopyKey::TodoCopied, Toast::OffersUndo::no);
 }
 
 void WindowStore::requestAddTodo(GoalID goalID)
