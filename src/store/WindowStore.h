@@ -12,8 +12,8 @@
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "platform/WindowServer.h"
-#include "store/AwaitedWindow.h"
 #include "store/BoardHistory.h"
+#include "store/LaunchFollower.h"
 #include "store/MovePlace.h"
 #include "store/TaskGroup.h"
 #include "store/Toast.h"
@@ -31,7 +31,6 @@
 
 #include <bitset>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -316,17 +315,8 @@ private:
     void bringForwardInTurn(const QList<WindowItem>& windows);
     void bringNextForward();
 
-    using AwaitedNumber = std::uint64_t;
-    void createWindow(LaunchableApplication application, GoalID goalID);
-    /// Finds out in the background what application was launched.
-    void identifyLaunch(AwaitedNumber number);
-    void lookForAwaitedWindowLater(AwaitedNumber number);
-    void lookForAwaitedWindow(AwaitedNumber number);
-    /// The look at the desktop that awaited windows are looked for in has come to its end.
-    void finishLooks();
-    void findAwaitedWindow(AwaitedNumber number);
-    void lookAgain(AwaitedNumber number);
-    void takeAwaitedWindow(AwaitedNumber number, WindowID windowID);
+    /// The window that was opened for the goal has appeared.
+    void takeNewWindow(GoalID goalID, WindowID windowID);
     bool isPreviewRefreshSuspended(Date now) const;
 
     void publishNavigation(const BoardNavigationState& state);
@@ -379,9 +369,10 @@ private:
     QList<QList<WindowItem>> m_windowsToBringForward;
     Toast m_toast{m_scheduler, [this] { publishToast(); }};
     TaskHandle m_saveRetryTask;
-    std::map<AwaitedNumber, AwaitedWindow> m_awaitedWindows;
-    AwaitedNumber m_lastAwaitedNumber = 0;
-    /// Launches, quits and what follows them.
+    LaunchFollower m_launches{
+        m_platform.applications, m_scheduler, m_windows, [this] { refresh(); },
+        [this](GoalID goalID, WindowID windowID) { takeNewWindow(goalID, windowID); }};
+    /// Quits and what follows them.
     TaskGroup m_tasks{m_scheduler};
     std::unique_ptr<Subscription> m_windowWatch;
     /// The desktop changed while a look at it was under way.

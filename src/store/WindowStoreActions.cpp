@@ -1,5 +1,5 @@
-// Acting on the windows of other applications. What the desktop may take its time over runs in the
-// background; the board does not wait for it.
+// Acting on the windows of other applications, and opening new ones. What the desktop may take its
+// time over runs in the background; the board does not wait for it.
 
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
@@ -84,6 +84,27 @@ void WindowStore::closeProcess(const WindowItem& window)
         },
         [](Done) {});
     m_tasks.after(refreshDelayAfterQuit, [this] { refresh(); });
+}
+
+void WindowStore::createTerminal(GoalID goalID)
+{
+    if (hasGoal(goalID))
+        m_launches.launch(LaunchableApplication::terminal, goalID);
+}
+
+void WindowStore::createChrome(GoalID goalID)
+{
+    if (hasGoal(goalID))
+        m_launches.launch(LaunchableApplication::chrome, goalID);
+}
+
+void WindowStore::takeNewWindow(GoalID goalID, WindowID windowID)
+{
+    const Update update(*this);
+    // The launch was the person's, not what came of it: undoing leaves it where it is.
+    if (setAssignment(windowID, goalID))
+        saveState();
+    activateTarget(TargetSelection::goal(goalID), EnterWindowLayer::no);
 }
 
 } // namespace kelpa

@@ -58,7 +58,7 @@ void WindowStore::refresh()
     updatePermissionState();
     if (!m_isScreenCaptureTrusted) {
         applyDiscoveredWindows({});
-        finishLooks();
+        m_launches.finishLooks();
         return;
     }
     m_windowRefreshTask = m_scheduler.inBackgroundAwaiting(
@@ -94,7 +94,7 @@ void WindowStore::finishWindowRefresh(const WindowDiscoveryBatch& batch)
     const Update update(*this);
     m_windowRefreshTask.reset();
     applyDiscoveredWindows(batch.windows);
-    finishLooks();
+    m_launches.finishLooks();
     if (std::exchange(m_isWindowRefreshStale, false))
         refreshInBackground();
 }
@@ -216,7 +216,7 @@ void WindowStore::stopObserving()
     publish(m_previews, {}, Field::previews);
     reconcileNavigationWithWindows();
     // The one that was under way brings nothing any more.
-    finishLooks();
+    m_launches.finishLooks();
 }
 
 } // namespace kelpa
