@@ -15,11 +15,11 @@
 #include "store/BoardHistory.h"
 #include "store/LaunchFollower.h"
 #include "store/MovePlace.h"
+#include "store/PreviewCaptures.h"
 #include "store/TaskGroup.h"
 #include "store/Toast.h"
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
-#include "windows/PreviewRotation.h"
 #include "windows/WindowDiscovery.h"
 #include "windows/WindowSearch.h"
 
@@ -307,17 +307,16 @@ private:
     /// As `assign`, without saving; true when something changed.
     bool setAssignment(WindowID windowID, std::optional<GoalID> to);
     void updatePermissionState();
+    void publishPreviews(Previews previews);
     void applyDiscoveredWindows(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& windows);
     void finishWindowRefresh(const WindowDiscoveryBatch& batch);
-    void finishCapture(WindowID window, const PreviewCaptureBatch& batch);
 
     void bringForwardInTurn(const QList<WindowItem>& windows);
     void bringNextForward();
 
     /// The window that was opened for the goal has appeared.
     void takeNewWindow(GoalID goalID, WindowID windowID);
-    bool isPreviewRefreshSuspended(Date now) const;
 
     void publishNavigation(const BoardNavigationState& state);
     void reconcileNavigationWithWindows();
@@ -354,17 +353,12 @@ private:
     BoardVersion m_savedVersion;
     int m_targetGridColumnCount = 1;
 
-    qsizetype m_previewCaptureCursor = 0;
-    QSize m_previewPixels = previewCardSize;
-    Date m_previewRefreshSuspendedUntil = Date::distantPast();
-
     TaskHandle m_refreshTimer;
     TaskHandle m_previewTimer;
     TaskHandle m_windowRefreshTask;
-    /// The capture in flight.
-    TaskHandle m_previewTask;
-    /// Windows with a capture that was begun and not applied, in flight or thrown away.
-    QSet<WindowID> m_unappliedCaptures;
+    PreviewCaptures m_previewCaptures{
+        m_platform.windowServer, m_scheduler, m_windows, m_previews,
+        [this](Previews previews) { publishPreviews(std::move(previews)); }};
     TaskHandle m_bringForwardTask;
     QList<QList<WindowItem>> m_windowsToBringForward;
     Toast m_toast{m_scheduler, [this] { publishToast(); }};

@@ -208,7 +208,7 @@ void WindowStore::stopObserving()
     const Update update(*this);
     m_refreshTimer.reset();
     m_previewTimer.reset();
-    m_previewTask.reset();
+    m_previewCaptures.cancel();
     m_windowWatch.reset();
     m_windowRefreshTask.reset();
     m_isWindowRefreshStale = false;
