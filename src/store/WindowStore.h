@@ -13,6 +13,7 @@
 #include "platform/SettingsStore.h"
 #include "platform/WindowServer.h"
 #include "store/BoardHistory.h"
+#include "store/DesktopLooks.h"
 #include "store/LaunchFollower.h"
 #include "store/MovePlace.h"
 #include "store/PreviewCaptures.h"
@@ -20,7 +21,6 @@
 #include "store/Toast.h"
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
-#include "windows/WindowDiscovery.h"
 #include "windows/WindowSearch.h"
 
 #include <QList>
@@ -310,7 +310,7 @@ private:
     void publishPreviews(Previews previews);
     void applyDiscoveredWindows(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& windows);
-    void finishWindowRefresh(const WindowDiscoveryBatch& batch);
+    void finishLook(const QList<WindowItem>& windows);
 
     void bringForwardInTurn(const QList<WindowItem>& windows);
     void bringNextForward();
@@ -353,9 +353,16 @@ private:
     BoardVersion m_savedVersion;
     int m_targetGridColumnCount = 1;
 
-    TaskHandle m_refreshTimer;
-    TaskHandle m_previewTimer;
-    TaskHandle m_windowRefreshTask;
+    /// What keeps the windows fresh.
+    struct Observation
+    {
+        TaskHandle refreshTimer;
+        TaskHandle previewTimer;
+        std::unique_ptr<Subscription> windowWatch;
+    };
+    std::optional<Observation> m_observation;
+    DesktopLooks m_looks{m_platform.windowServer, m_platform.applications, m_scheduler,
+                         [this](const QList<WindowItem>& windows) { finishLook(windows); }};
     PreviewCaptures m_previewCaptures{
         m_platform.windowServer, m_scheduler, m_windows, m_previews,
         [this](Previews previews) { publishPreviews(std::move(previews)); }};
@@ -368,9 +375,6 @@ private:
         [this](GoalID goalID, WindowID windowID) { takeNewWindow(goalID, windowID); }};
     /// Quits and what follows them.
     TaskGroup m_tasks{m_scheduler};
-    std::unique_ptr<Subscription> m_windowWatch;
-    /// The desktop changed while a look at it was under way.
-    bool m_isWindowRefreshStale = false;
 
     /// Derived from windows, searchText and previews; absent until it is asked for.
     mutable std::optional<QList<WindowItem>> m_filteredWindows;

@@ -20,10 +20,6 @@ constexpr Scheduler::Duration refreshInterval = 2s;
 /// How often one window's preview is renewed.
 constexpr Scheduler::Duration previewInterval = 600ms;
 
-/// How long an explicit refresh may keep the main thread waiting for the window server: less than a
-/// frame, and twice what a pass over two hundred windows takes.
-constexpr Scheduler::Duration refreshLimit = 12ms;
-
 } // namespace
 
 const QList<WindowItem>& WindowStore::filteredWindows() const
@@ -53,56 +49,37 @@ QList<WindowItem> WindowStore::windows(const TargetSelection& target) const
 void WindowStore::refresh()
 {
     const Update update(*this);
-    m_windowRefreshTask.reset();
-    m_isWindowRefreshStale = false;
     updatePermissionState();
-    if (!m_isScreenCaptureTrusted) {
-        applyDiscoveredWindows({});
-        m_launches.finishLooks();
-        return;
+    if (m_isScreenCaptureTrusted) {
+        m_looks.lookNow();
+    } else {
+        m_looks.cancel();
+        finishLook({});
     }
-    m_windowRefreshTask = m_scheduler.inBackgroundAwaiting(
-        refreshLimit,
-        [&server = m_platform.windowServer,
-         process = m_platform.applications.currentProcess()](const std::stop_token&) {
-            const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
-            return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, process)};
-        },
-        [this](const WindowDiscoveryBatch& batch) { finishWindowRefresh(batch); });
 }
 
 void WindowStore::refreshInBackground()
 {
-    if (m_windowRefreshTask)
+    if (m_looks.isUnderWay())
         return;
     const Update update(*this);
     updatePermissionState();
-    m_windowRefreshTask = m_scheduler.inBackground(
-        [&server = m_platform.windowServer, isTrusted = m_isScreenCaptureTrusted,
-         process = m_platform.applications.currentProcess()](const std::stop_token&) {
-            // The look itself tells the platform whether what it needs is there.
-            const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
-            if (!isTrusted)
-                return WindowDiscoveryBatch{};
-            return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, process)};
-        },
-        [this](const WindowDiscoveryBatch& batch) { finishWindowRefresh(batch); });
+    m_looks.lookInBackground(m_isScreenCaptureTrusted ? DesktopLooks::MayRead::yes
+                                                      : DesktopLooks::MayRead::no);
 }
 
-void WindowStore::finishWindowRefresh(const WindowDiscoveryBatch& batch)
+void WindowStore::finishLook(const QList<WindowItem>& windows)
 {
     const Update update(*this);
-    m_windowRefreshTask.reset();
-    applyDiscoveredWindows(batch.windows);
+    applyDiscoveredWindows(windows);
     m_launches.finishLooks();
-    if (std::exchange(m_isWindowRefreshStale, false))
+    if (m_looks.takeMissedChange())
         refreshInBackground();
 }
 
 void WindowStore::noteWindowsChangedOnDesktop()
 {
-    // A pass that is under way may have read what has changed since.
-    m_isWindowRefreshStale = m_windowRefreshTask != nullptr;
+    m_looks.noteChange();
     refreshInBackground();
 }
 
@@ -193,25 +170,22 @@ bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
 
 void WindowStore::startObserving()
 {
-    if (m_refreshTimer)
+    if (m_observation)
         return;
     refresh();
-    m_refreshTimer = m_scheduler.repeat(refreshInterval, [this] { refreshInBackground(); });
-    m_previewTimer =
-        m_scheduler.repeat(previewInterval, [this] { refreshPreviews(m_scheduler.now()); });
-    m_windowWatch = m_platform.windowServer.watchWindows([this] { noteWindowsChangedOnDesktop(); });
+    m_observation = Observation{
+        m_scheduler.repeat(refreshInterval, [this] { refreshInBackground(); }),
+        m_scheduler.repeat(previewInterval, [this] { refreshPreviews(m_scheduler.now()); }),
+        m_platform.windowServer.watchWindows([this] { noteWindowsChangedOnDesktop(); })};
     refreshPreviews(m_scheduler.now());
 }
 
 void WindowStore::stopObserving()
 {
     const Update update(*this);
-    m_refreshTimer.reset();
-    m_previewTimer.reset();
+    m_observation.reset();
     m_previewCaptures.cancel();
-    m_windowWatch.reset();
-    m_windowRefreshTask.reset();
-    m_isWindowRefreshStale = false;
+    m_looks.cancel();
     publish(m_windows, {}, Field::windows);
     publish(m_previews, {}, Field::previews);
     reconcileNavigationWithWindows();
