@@ -21,17 +21,6 @@ constexpr Scheduler::Duration saveRetryDelay = 5s;
 
 } // namespace
 
-WindowStore::Update::Update(WindowStore& store) : m_store(store)
-{
-    ++m_store.m_updateDepth;
-}
-
-WindowStore::Update::~Update()
-{
-    if (--m_store.m_updateDepth == 0)
-        m_store.emitChanges();
-}
-
 WindowStore::WindowStore(const Platform& platform, SettingsStore& settings, Scheduler& scheduler,
                          Observing observing)
     : m_platform(platform), m_settings(settings), m_scheduler(scheduler),
@@ -52,7 +41,7 @@ QList<Goal> WindowStore::visibleGoals() const
 
 void WindowStore::setLanguage(AppLanguage language)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (!publish(m_language, language, Field::language))
         return;
     publishToast();
@@ -61,7 +50,7 @@ void WindowStore::setLanguage(AppLanguage language)
 
 void WindowStore::setAutoSortingGoals(bool isAutoSorting)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (!publish(m_isAutoSortingGoals, isAutoSorting, Field::isAutoSortingGoals))
         return;
     sortGoalsIfNeeded();
@@ -70,30 +59,30 @@ void WindowStore::setAutoSortingGoals(bool isAutoSorting)
 
 void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     publish(m_isHidingGoalsWithoutOpenTodos, isHiding, Field::isHidingGoalsWithoutOpenTodos);
     reconcileSelectionWithVisibleGoals();
 }
 
 void WindowStore::setSearchText(const QString& text)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (publish(m_searchText, text, Field::searchText))
         reconcileNavigationWithWindows();
 }
 
 void WindowStore::markChanged(Field field)
 {
-    m_changes.set(static_cast<std::size_t>(field));
+    m_changes.mark(field);
     if (field == Field::windows || field == Field::searchText)
         m_filteredWindows.reset();
     if (field == Field::windows || field == Field::searchText || field == Field::previews)
         m_windowsByGoal.reset();
 }
 
-void WindowStore::emitChanges()
+void WindowStore::emitSignals(const StoreChanges::Fields& changed)
 {
-    // In the order of `Field`.
+    // In the order of `StoreField`.
     static constexpr auto changeSignals = std::to_array<void (WindowStore::*)()>({
         &WindowStore::windowsChanged,
         &WindowStore::goalsChanged,
@@ -113,18 +102,17 @@ void WindowStore::emitChanges()
         &WindowStore::isAutoSortingGoalsChanged,
         &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
     });
-    static_assert(changeSignals.size() == fieldCount);
+    static_assert(changeSignals.size() == StoreChanges::fieldCount);
 
-    const auto changes = std::exchange(m_changes, {});
     for (std::size_t i = 0; i < changeSignals.size(); ++i) {
-        if (changes.test(i))
+        if (changed.test(i))
             Q_EMIT(this->*changeSignals[i])();
     }
 }
 
 void WindowStore::loadState()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (!m_settings.isLoaded()) {
         // Written now, an empty board would replace the stored one.
         retrySavingLater();
@@ -166,7 +154,7 @@ void WindowStore::write(const std::vector<SettingsEntry>& entries)
 
 void WindowStore::finishSaving()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     afterWriting(m_settings.flush());
 }
 
@@ -195,7 +183,7 @@ void WindowStore::setToastHeld(bool isHeld)
 
 void WindowStore::publishToast()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     std::optional<QString> message;
     if (const std::optional<CopyKey> text = m_toast.text())
         message = KelpaCopy::text(*text, m_language);

@@ -17,6 +17,7 @@
 #include "store/LaunchFollower.h"
 #include "store/MovePlace.h"
 #include "store/PreviewCaptures.h"
+#include "store/StoreChanges.h"
 #include "store/TaskGroup.h"
 #include "store/Toast.h"
 #include "text/AppLanguage.h"
@@ -29,7 +30,6 @@
 #include <QSize>
 #include <QString>
 
-#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -218,44 +218,8 @@ Q_SIGNALS:
     void isHidingGoalsWithoutOpenTodosChanged();
 
 private:
-    enum class Field : std::uint8_t {
-        windows,
-        goals,
-        unassignedTodos,
-        previews,
-        boardNavigation,
-        todoEditorGoalID,
-        todoEditorRequestID,
-        toastMessage,
-        toastOffersUndo,
-        canUndo,
-        canRedo,
-        searchText,
-        isAccessibilityTrusted,
-        isScreenCaptureTrusted,
-        language,
-        isAutoSortingGoals,
-        isHidingGoalsWithoutOpenTodos,
-        count,
-    };
-    static constexpr auto fieldCount = static_cast<std::size_t>(Field::count);
-
-    /// Stands at the top of every operation that may change published state: when the outermost one
-    /// ends, the signals of the fields that changed are emitted.
-    class [[nodiscard]] Update
-    {
-    public:
-        explicit Update(WindowStore& store);
-        ~Update();
-        Update(const Update&) = delete;
-        Update& operator=(const Update&) = delete;
-
-    private:
-        WindowStore& m_store;
-    };
-
-    void markChanged(Field field);
-    void emitChanges();
+    using Field = StoreField;
+    using Update = StoreChanges::Update;
 
     /// Assigns `value` when it differs, and notes the change.
     template <class Value>
@@ -267,6 +231,8 @@ private:
         markChanged(field);
         return true;
     }
+    void markChanged(Field field);
+    void emitSignals(const StoreChanges::Fields& changed);
 
     void loadState();
     /// Notes what the person changed since the last save as a step, and saves.
@@ -380,8 +346,7 @@ private:
     mutable std::optional<QList<WindowItem>> m_filteredWindows;
     mutable std::optional<WindowsByGoal> m_windowsByGoal;
 
-    std::bitset<fieldCount> m_changes;
-    int m_updateDepth = 0;
+    StoreChanges m_changes{[this](const StoreChanges::Fields& changed) { emitSignals(changed); }};
 };
 
 } // namespace kelpa

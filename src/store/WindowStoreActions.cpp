@@ -26,7 +26,7 @@ struct Done
 
 void WindowStore::focus(const WindowItem& window)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const TargetSelection target =
         window.goalID ? TargetSelection::goal(*window.goalID) : TargetSelection::unassigned();
     publishNavigation(BoardNavigationState::inside(target, window.id));
@@ -36,7 +36,7 @@ void WindowStore::focus(const WindowItem& window)
 
 void WindowStore::showAllWindows(GoalID goalID)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (!hasGoal(goalID))
         return;
     activateTarget(TargetSelection::goal(goalID), EnterWindowLayer::no);
@@ -100,7 +100,7 @@ void WindowStore::createChrome(GoalID goalID)
 
 void WindowStore::takeNewWindow(GoalID goalID, WindowID windowID)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     // The launch was the person's, not what came of it: undoing leaves it where it is.
     if (setAssignment(windowID, goalID))
         saveState();

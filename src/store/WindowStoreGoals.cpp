@@ -11,7 +11,7 @@ namespace kelpa {
 
 void WindowStore::createGoal(const QString& title)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (addGoal(title))
         saveStep();
 }
@@ -33,7 +33,7 @@ std::optional<GoalID> WindowStore::addGoal(const QString& title)
 
 void WindowStore::renameGoal(GoalID goalID, const QString& title)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const QString trimmed = trimmedText(title);
     const qsizetype index = indexOf(m_goals, goalID);
     if (trimmed.isEmpty() || index < 0 || m_goals.at(index).title == trimmed)
@@ -45,7 +45,7 @@ void WindowStore::renameGoal(GoalID goalID, const QString& title)
 
 void WindowStore::deleteGoal(GoalID goalID)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const qsizetype index = indexOf(m_goals, goalID);
     if (index < 0)
         return;
@@ -60,7 +60,7 @@ void WindowStore::deleteGoal(GoalID goalID)
 
 void WindowStore::moveGoal(GoalID sourceID, GoalID targetID, MovePlace place)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (m_isAutoSortingGoals)
         return;
     std::optional<QList<Goal>> moved = movedGoal(m_goals, sourceID, targetID, place);
@@ -70,7 +70,7 @@ void WindowStore::moveGoal(GoalID sourceID, GoalID targetID, MovePlace place)
 
 void WindowStore::setGoalPriority(GoalPriority priority, GoalID goalID)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const qsizetype index = indexOf(m_goals, goalID);
     if (index < 0 || m_goals.at(index).priority == priority)
         return;

@@ -9,14 +9,14 @@ namespace kelpa {
 
 void WindowStore::undo()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (m_history.canUndo())
         restore(m_history.undone(version()));
 }
 
 void WindowStore::redo()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (m_history.canRedo())
         restore(m_history.redone(version()));
 }

@@ -22,21 +22,21 @@ QList<WindowID> idsOf(const QList<WindowItem>& windows)
 
 void WindowStore::moveTargetSelection(NavigationDirection direction)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     publishNavigation(movedTargetSelection(m_boardNavigation, targetSelections(visibleGoalIDs()),
                                            m_targetGridColumnCount, direction));
 }
 
 void WindowStore::moveWindowSelection(NavigationDirection direction)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     publishNavigation(movedWindowSelection(m_boardNavigation,
                                            idsOf(windows(m_boardNavigation.target)), direction));
 }
 
 void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const WindowLayerEntry entry = enterWindowLayer == EnterWindowLayer::yes
                                        ? WindowLayerEntry::enter
                                        : WindowLayerEntry::stayOut;
@@ -46,7 +46,7 @@ void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer
 
 void WindowStore::selectWindow(WindowID windowID)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const auto found = std::ranges::find(m_windows, windowID, &WindowItem::id);
     if (found == m_windows.end())
         return;
@@ -59,7 +59,7 @@ void WindowStore::selectWindow(WindowID windowID)
 
 void WindowStore::activateSelection()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const BoardNavigationState state = m_boardNavigation;
     if (state.layer == BoardNavigationLayer::targets) {
         activateTarget(state.target, EnterWindowLayer::yes);
@@ -75,13 +75,13 @@ void WindowStore::activateSelection()
 
 void WindowStore::returnToTargetSelection()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     publishNavigation(returnedToTarget(m_boardNavigation));
 }
 
 void WindowStore::clearTargetSelection()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     publishNavigation(BoardNavigationState::idle());
 }
 

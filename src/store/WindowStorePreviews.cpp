@@ -23,7 +23,7 @@ QUrl privacySettings(bool isScreenCaptureTrusted)
 
 void WindowStore::refreshPreviews(Date now)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (m_isScreenCaptureTrusted) {
         m_previewCaptures.captureNext(now);
     } else {
@@ -34,7 +34,7 @@ void WindowStore::refreshPreviews(Date now)
 
 void WindowStore::publishPreviews(Previews previews)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     publish(m_previews, std::move(previews), Field::previews);
 }
 
@@ -66,7 +66,7 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
 
 void WindowStore::requestPermissions()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     publish(m_isAccessibilityTrusted, m_platform.accessibility.requestTrust(),
             Field::isAccessibilityTrusted);
     publish(m_isScreenCaptureTrusted, m_platform.windowServer.requestScreenCapture(),

@@ -10,7 +10,7 @@ namespace kelpa {
 
 void WindowStore::addTodo(const QString& title, std::optional<GoalID> to)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const QString trimmed = trimmedText(title);
     QList<TodoItem>* const todos = todoList(to);
     if (trimmed.isEmpty() || todos == nullptr)
@@ -24,7 +24,7 @@ void WindowStore::addTodo(const QString& title, std::optional<GoalID> to)
 
 void WindowStore::updateTodo(TodoID todoID, const QString& title, std::optional<GoalID> in)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const QString trimmed = trimmedText(title);
     QList<TodoItem>* const todos = todoList(in);
     const qsizetype index = todos != nullptr ? indexOf(*todos, todoID) : -1;
@@ -37,7 +37,7 @@ void WindowStore::updateTodo(TodoID todoID, const QString& title, std::optional<
 
 void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     QList<TodoItem>* const todos = todoList(in);
     const qsizetype index = todos != nullptr ? indexOf(*todos, todoID) : -1;
     if (index < 0)
@@ -50,7 +50,7 @@ void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
 
 void WindowStore::deleteTodo(TodoID todoID, std::optional<GoalID> from)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     QList<TodoItem>* const todos = todoList(from);
     const qsizetype index = todos != nullptr ? indexOf(*todos, todoID) : -1;
     if (index < 0)
@@ -63,7 +63,7 @@ void WindowStore::deleteTodo(TodoID todoID, std::optional<GoalID> from)
 
 void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     QList<TodoItem>* const source = todoList(from);
     QList<TodoItem>* const destination = todoList(to);
     const qsizetype index = source != nullptr ? indexOf(*source, todoID) : -1;
@@ -82,7 +82,7 @@ void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optio
 
 void WindowStore::moveTodo(TodoID todoID, TodoID targetID, MovePlace place)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const auto positions = positionsAfterMove(m_goals, m_unassignedTodos, todoID, targetID, place);
     if (!positions)
         return;
@@ -98,14 +98,14 @@ void WindowStore::moveTodo(TodoID todoID, TodoID targetID, MovePlace place)
 
 void WindowStore::copyTodo(const TodoItem& todo)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     m_platform.pasteboard.setText(todo.title);
     m_toast.show(CopyKey::TodoCopied, Toast::OffersUndo::no);
 }
 
 void WindowStore::requestAddTodo(GoalID goalID)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (!hasGoal(goalID))
         return;
     activateTarget(TargetSelection::goal(goalID), EnterWindowLayer::no);
@@ -115,7 +115,7 @@ void WindowStore::requestAddTodo(GoalID goalID)
 
 void WindowStore::cancelTodoEditor()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (m_todoEditorGoalID)
         closeTodoEditor();
 }

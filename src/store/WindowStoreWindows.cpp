@@ -48,7 +48,7 @@ QList<WindowItem> WindowStore::windows(const TargetSelection& target) const
 
 void WindowStore::refresh()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     updatePermissionState();
     if (m_isScreenCaptureTrusted) {
         m_looks.lookNow();
@@ -62,7 +62,7 @@ void WindowStore::refreshInBackground()
 {
     if (m_looks.isUnderWay())
         return;
-    const Update update(*this);
+    const Update update(m_changes);
     updatePermissionState();
     m_looks.lookInBackground(m_isScreenCaptureTrusted ? DesktopLooks::MayRead::yes
                                                       : DesktopLooks::MayRead::no);
@@ -70,7 +70,7 @@ void WindowStore::refreshInBackground()
 
 void WindowStore::finishLook(const QList<WindowItem>& windows)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     applyDiscoveredWindows(windows);
     m_launches.finishLooks();
     if (m_looks.takeMissedChange())
@@ -114,7 +114,7 @@ void WindowStore::migrateLegacyTerminalAssignments(const QList<WindowItem>& wind
 
 void WindowStore::assign(WindowID windowID, std::optional<GoalID> to)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (setAssignment(windowID, to))
         saveStep();
 }
@@ -136,7 +136,7 @@ bool WindowStore::setAssignment(WindowID windowID, std::optional<GoalID> to)
 
 void WindowStore::createGoal(const QString& title, WindowID windowID)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     const std::optional<GoalID> goalID = addGoal(title);
     if (!goalID)
         return;
@@ -146,7 +146,7 @@ void WindowStore::createGoal(const QString& title, WindowID windowID)
 
 bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
 {
-    const Update update(*this);
+    const Update update(m_changes);
     if (windowIDs.isEmpty() || !hasGoal(to))
         return false;
     QList<WindowItem> windows = m_windows;
@@ -182,7 +182,7 @@ void WindowStore::startObserving()
 
 void WindowStore::stopObserving()
 {
-    const Update update(*this);
+    const Update update(m_changes);
     m_observation.reset();
     m_previewCaptures.cancel();
     m_looks.cancel();
