@@ -70,7 +70,8 @@ BoardNavigationState movedWindowSelection(const BoardNavigationState& state,
     return BoardNavigationState::inside(state.target, windowIDs.at(next));
 }
 
-std::optional<BoardNavigationState> activatedTarget(TargetSelection target, WindowLayerEntry entry,
+std::optional<BoardNavigationState> activatedTarget(TargetSelection target,
+                                                    EnterWindowLayer enterWindowLayer,
                                                     const QList<GoalID>& visibleGoalIDs,
                                                     const QList<WindowID>& windowIDs)
 {
@@ -80,7 +81,7 @@ std::optional<BoardNavigationState> activatedTarget(TargetSelection target, Wind
         if (!visibleGoalIDs.contains(*goalID))
             return std::nullopt;
     }
-    if (entry == WindowLayerEntry::enter && !windowIDs.isEmpty())
+    if (enterWindowLayer == EnterWindowLayer::yes && !windowIDs.isEmpty())
         return BoardNavigationState::inside(target, windowIDs.first());
     return BoardNavigationState::on(target);
 }

@@ -26,11 +26,10 @@ BoardNavigationState movedWindowSelection(const BoardNavigationState& state,
                                           const QList<WindowID>& windowIDs,
                                           NavigationDirection direction);
 
-enum class WindowLayerEntry : std::uint8_t { stayOut, enter };
-
 /// The state after `target` is activated; none when nothing happens, because the target is nothing
 /// or a goal that is not visible. `windowIDs` are the target's windows.
-std::optional<BoardNavigationState> activatedTarget(TargetSelection target, WindowLayerEntry entry,
+std::optional<BoardNavigationState> activatedTarget(TargetSelection target,
+                                                    EnterWindowLayer enterWindowLayer,
                                                     const QList<GoalID>& visibleGoalIDs,
                                                     const QList<WindowID>& windowIDs);
 

@@ -17,6 +17,8 @@ public:
     static TargetSelection none() { return TargetSelection(Kind::none); }
     static TargetSelection unifiedTodos() { return TargetSelection(Kind::unifiedTodos); }
     static TargetSelection unassigned() { return TargetSelection(Kind::unassigned); }
+    /// Where what belongs to the goal is shown, or to none.
+    static TargetSelection of(std::optional<GoalID> id) { return id ? goal(*id) : unassigned(); }
 
     bool isNone() const { return *this == none(); }
     bool isUnifiedTodos() const { return *this == unifiedTodos(); }
@@ -42,6 +44,9 @@ private:
 
 /// Whether the selection moves between targets or between the windows inside one.
 enum class BoardNavigationLayer : std::uint8_t { targets, windows };
+
+/// Whether a target that is activated is entered, where it has windows.
+enum class EnterWindowLayer : std::uint8_t { no, yes };
 
 enum class NavigationDirection : std::uint8_t { left, right, up, down };
 

@@ -6,11 +6,6 @@ namespace kelpa {
 
 namespace {
 
-TargetSelection targetOf(std::optional<GoalID> goalID)
-{
-    return goalID ? TargetSelection::goal(*goalID) : TargetSelection::unassigned();
-}
-
 /// In the order in which they show, which alone is what a list shows of `order`.
 QList<TodoItem> asShown(QList<TodoItem> todos)
 {
@@ -39,7 +34,7 @@ std::optional<TargetSelection> placeOfMovedWindow(const BoardContents& before,
     for (auto each = after.assignments.begin(); each != after.assignments.end(); ++each) {
         const auto former = before.assignments.constFind(each.key());
         if (former == before.assignments.constEnd() || *former != each.value())
-            return targetOf(each.value());
+            return TargetSelection::goal(each.value());
     }
     const auto isGone = [&after](const QString& key) { return !after.assignments.contains(key); };
     const QStringList keys = before.assignments.keys();

@@ -187,7 +187,7 @@ public:
 
     void moveTargetSelection(NavigationDirection direction);
     void moveWindowSelection(NavigationDirection direction);
-    enum class EnterWindowLayer : std::uint8_t { no, yes };
+    using EnterWindowLayer = kelpa::EnterWindowLayer;
     void activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer);
     /// The window within its target, without raising it; nothing when it does not show.
     void selectWindow(WindowID windowID);

@@ -27,9 +27,7 @@ struct Done
 void WindowStore::focus(const WindowItem& window)
 {
     const Update update(m_changes);
-    const TargetSelection target =
-        window.goalID ? TargetSelection::goal(*window.goalID) : TargetSelection::unassigned();
-    publishNavigation(BoardNavigationState::inside(target, window.id));
+    publishNavigation(BoardNavigationState::inside(TargetSelection::of(window.goalID), window.id));
     if (m_isAccessibilityTrusted)
         bringForwardInTurn({window});
 }

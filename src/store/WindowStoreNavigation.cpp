@@ -37,10 +37,8 @@ void WindowStore::moveWindowSelection(NavigationDirection direction)
 void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer)
 {
     const Update update(m_changes);
-    const WindowLayerEntry entry = enterWindowLayer == EnterWindowLayer::yes
-                                       ? WindowLayerEntry::enter
-                                       : WindowLayerEntry::stayOut;
-    if (const auto state = activatedTarget(target, entry, visibleGoalIDs(), idsOf(windows(target))))
+    if (const auto state =
+            activatedTarget(target, enterWindowLayer, visibleGoalIDs(), idsOf(windows(target))))
         publishNavigation(*state);
 }
 
@@ -50,8 +48,7 @@ void WindowStore::selectWindow(WindowID windowID)
     const auto found = std::ranges::find(m_windows, windowID, &WindowItem::id);
     if (found == m_windows.end())
         return;
-    const TargetSelection target =
-        found->goalID ? TargetSelection::goal(*found->goalID) : TargetSelection::unassigned();
+    const TargetSelection target = TargetSelection::of(found->goalID);
     const bool isShown = !found->goalID || visibleGoalIDs().contains(*found->goalID);
     if (isShown && idsOf(windows(target)).contains(windowID))
         publishNavigation(BoardNavigationState::inside(target, windowID));

@@ -115,13 +115,11 @@ void GoalListModel::update()
     for (const WindowItem& window : m_store.windows())
         withWindows.insert(window.goalID ? window.goalID->value : QUuid());
     const auto columnOf = [&](std::optional<GoalID> goalID) {
-        const TargetSelection target =
-            goalID ? TargetSelection::goal(*goalID) : TargetSelection::unassigned();
         ColumnRow column;
         column.goalID = goalID;
         column.windowCount = static_cast<int>(m_store.windows(goalID).size());
         column.isSearchedEmpty = column.windowCount == 0 && withWindows.contains(column.key());
-        column.isSelected = navigation.target == target;
+        column.isSelected = navigation.target == TargetSelection::of(goalID);
         column.isEntered = column.isSelected && navigation.layer == BoardNavigationLayer::windows;
         return column;
     };

@@ -14,11 +14,6 @@ namespace kelpa {
 
 namespace {
 
-TargetSelection targetOf(std::optional<GoalID> goalID)
-{
-    return goalID ? TargetSelection::goal(*goalID) : TargetSelection::unassigned();
-}
-
 std::optional<TodoList> todoListFromText(const QString& listID)
 {
     if (listID == unifiedTodosText)
@@ -187,7 +182,7 @@ void TodoController::goToColumn(const QString& columnID)
     if (columnID == unifiedTodosText)
         activate(TargetSelection::unifiedTodos());
     else if (const std::optional<ColumnID> column = columnFromText(columnID))
-        activate(targetOf(column->goalID));
+        activate(TargetSelection::of(column->goalID));
 }
 
 const TodoItem* TodoController::todoAt(const TodoPlace& place) const
@@ -243,8 +238,9 @@ bool TodoController::takeTodoRequest(const QString& todoID)
 /// Not any more when the selection has gone elsewhere, or the todo itself.
 void TodoController::updateHighlight()
 {
-    if (m_highlighted && (m_store.boardNavigation().target != targetOf(m_highlighted->goalID) ||
-                          !hasTodo(*m_highlighted))) {
+    if (m_highlighted &&
+        (m_store.boardNavigation().target != TargetSelection::of(m_highlighted->goalID) ||
+         !hasTodo(*m_highlighted))) {
         m_isTodoRequestOpen = false;
         highlight(std::nullopt);
     }

@@ -138,26 +138,26 @@ TEST(WindowNavigationDeath, Without_a_target_it_halts)
 
 TEST(ActivatedTarget, Nothing_and_goals_that_are_not_visible_give_no_state)
 {
-    EXPECT_EQ(activatedTarget(TargetSelection::none(), WindowLayerEntry::enter, {goalA}, {10}),
+    EXPECT_EQ(activatedTarget(TargetSelection::none(), EnterWindowLayer::yes, {goalA}, {10}),
               std::nullopt);
-    EXPECT_EQ(activatedTarget(TargetSelection::goal(goalB), WindowLayerEntry::enter, {goalA}, {10}),
+    EXPECT_EQ(activatedTarget(TargetSelection::goal(goalB), EnterWindowLayer::yes, {goalA}, {10}),
               std::nullopt);
 }
 
 TEST(ActivatedTarget, Enters_at_the_first_window_only_when_asked_and_when_there_is_one)
 {
     const TargetSelection target = TargetSelection::goal(goalA);
-    EXPECT_EQ(activatedTarget(target, WindowLayerEntry::enter, {goalA}, {10, 11}),
+    EXPECT_EQ(activatedTarget(target, EnterWindowLayer::yes, {goalA}, {10, 11}),
               State::inside(target, 10));
-    EXPECT_EQ(activatedTarget(target, WindowLayerEntry::enter, {goalA}, {}), State::on(target));
-    EXPECT_EQ(activatedTarget(target, WindowLayerEntry::stayOut, {goalA}, {10}), State::on(target));
+    EXPECT_EQ(activatedTarget(target, EnterWindowLayer::yes, {goalA}, {}), State::on(target));
+    EXPECT_EQ(activatedTarget(target, EnterWindowLayer::no, {goalA}, {10}), State::on(target));
 }
 
 TEST(ActivatedTarget, The_two_columns_need_no_visible_goal)
 {
-    EXPECT_EQ(activatedTarget(TargetSelection::unassigned(), WindowLayerEntry::enter, {}, {10}),
+    EXPECT_EQ(activatedTarget(TargetSelection::unassigned(), EnterWindowLayer::yes, {}, {10}),
               State::inside(TargetSelection::unassigned(), 10));
-    EXPECT_EQ(activatedTarget(TargetSelection::unifiedTodos(), WindowLayerEntry::enter, {}, {}),
+    EXPECT_EQ(activatedTarget(TargetSelection::unifiedTodos(), EnterWindowLayer::yes, {}, {}),
               State::on(TargetSelection::unifiedTodos()));
 }
 
