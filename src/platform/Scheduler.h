@@ -27,6 +27,10 @@ public:
 /// Absent: nothing is due. Destroyed on the main thread, also from within the work itself.
 using TaskHandle = std::unique_ptr<ScheduledWork>;
 
+/// The result of background work of which only the effect matters.
+struct Done
+{};
+
 /// All functions are called on the main thread; all callbacks but a background function run there.
 class Scheduler
 {

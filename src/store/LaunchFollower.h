@@ -5,8 +5,8 @@
 #include "model/WindowItem.h"
 #include "platform/Applications.h"
 #include "platform/Scheduler.h"
+#include "platform/TaskGroup.h"
 #include "store/AwaitedWindow.h"
-#include "store/TaskGroup.h"
 
 #include <QList>
 

@@ -18,10 +18,6 @@ using namespace std::chrono_literals;
 /// An application that was asked to quit has closed its windows by then, if it does so at all.
 constexpr Scheduler::Duration refreshDelayAfterQuit = 400ms;
 
-/// For background work of which only the effect matters.
-struct Done
-{};
-
 } // namespace
 
 void WindowStore::focus(const WindowItem& window)

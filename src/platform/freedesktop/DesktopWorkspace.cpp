@@ -19,21 +19,16 @@ void open(const QUrl& url)
     }
 }
 
-/// For background work of which only the effect matters.
-struct Done
-{};
-
 } // namespace
 
 void DesktopWorkspace::requestOpen(const QUrl& url)
 {
-    const std::uint64_t task = m_next++;
-    m_tasks[task] = m_scheduler.inBackground(
+    m_tasks.inBackground(
         [url](const std::stop_token&) {
             open(url);
             return Done{};
         },
-        [this, task](Done) { m_tasks.erase(task); });
+        [](Done) {});
 }
 
 } // namespace kelpa

@@ -2,10 +2,8 @@
 #pragma once
 
 #include "platform/Scheduler.h"
+#include "platform/TaskGroup.h"
 #include "platform/Workspace.h"
-
-#include <cstdint>
-#include <map>
 
 namespace kelpa {
 
@@ -13,7 +11,7 @@ class DesktopWorkspace : public Workspace
 {
 public:
     /// `scheduler` outlives it.
-    explicit DesktopWorkspace(Scheduler& scheduler) : m_scheduler(scheduler) {}
+    explicit DesktopWorkspace(Scheduler& scheduler) : m_tasks(scheduler) {}
 
     /// There are none: what a display offers is there for every program.
     bool hasPermissionSettings() const override { return false; }
@@ -22,9 +20,7 @@ public:
     void requestOpen(const QUrl& url) override;
 
 private:
-    Scheduler& m_scheduler;
-    std::uint64_t m_next = 0;
-    std::map<std::uint64_t, TaskHandle> m_tasks;
+    TaskGroup m_tasks;
 };
 
 } // namespace kelpa

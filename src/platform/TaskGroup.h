@@ -38,8 +38,6 @@ public:
             });
     }
 
-    bool isEmpty() const { return m_tasks.empty(); }
-
 private:
     TaskHandle take(std::uint64_t number)
     {
