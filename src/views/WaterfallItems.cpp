@@ -107,15 +107,4 @@ void WaterfallItems::destroy(QQuickItem& item)
     item.deleteLater();
 }
 
-void WaterfallItems::clear()
-{
-    for (const QList<QPointer<QQuickItem>>& waiting : std::as_const(m_waiting)) {
-        for (const QPointer<QQuickItem>& item : waiting) {
-            if (item != nullptr)
-                destroy(*item);
-        }
-    }
-    m_waiting.clear();
-}
-
 } // namespace kelpa

@@ -30,8 +30,6 @@ public:
     void giveBack(const WaterfallDelegate& delegate, QQuickItem& item);
     /// The item leaves the scene for good; it may be the one that is just being heard.
     static void destroy(QQuickItem& item);
-    /// All items that wait are destroyed.
-    void clear();
 
 private:
     QQuickItem* make(const WaterfallDelegate& delegate, const QAbstractItemModel& model, int row,

@@ -15,12 +15,6 @@ inline TodoItem todo(const QString& title, std::int64_t order = 0,
     return {TodoID::create(), title, status, std::nullopt, order};
 }
 
-inline TodoItem completedTodo(const QString& title, std::int64_t order,
-                              std::optional<Date> completedAt)
-{
-    return {TodoID::create(), title, TodoStatus::completed, completedAt, order};
-}
-
 inline Goal goal(const QString& title, const QList<TodoItem>& todos = {},
                  GoalPriority priority = GoalPriority::p2)
 {
