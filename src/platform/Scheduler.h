@@ -48,8 +48,9 @@ public:
     /// Calls `work` once, `delay` from now.
     [[nodiscard]] virtual TaskHandle after(Duration delay, std::function<void()> work) = 0;
 
-    /// Runs `work` off the main thread, then `then` with its result on it. `work` touches nothing
-    /// but its own values; it may look at its stop token to end early.
+    /// Runs `work` off the main thread, then `then` with its result on it. `work` touches its own
+    /// values and such objects as allow that thread in their headers; these outlive all work, also
+    /// what was cancelled and still runs. It may look at its stop token to end early.
     template <class Work, class Then>
     [[nodiscard]] TaskHandle inBackground(Work work, Then then)
     {

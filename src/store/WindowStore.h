@@ -52,7 +52,9 @@ public:
     ~WindowStore() override;
 
     // Published state. Each has a signal below, emitted when the store is consistent again after an
-    // operation in which the value came to differ; a slot may call back into the store.
+    // operation in which the value came to differ; a slot may call back into the store. The signal
+    // of the goals also comes when none of them differs: whenever they were sorted automatically,
+    // as they are after every change that can move one, also that of a todo of no goal.
 
     const QList<WindowItem>& windows() const { return m_windows; }
     const QList<Goal>& goals() const { return m_goals; }

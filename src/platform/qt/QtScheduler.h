@@ -16,8 +16,8 @@ class FinishedJobs;
 ///
 /// Its destruction cancels everything, as `shutDown` does: no callback is called after it. Work
 /// that still runs then (stuck in a read that another process delays) is left to its thread and
-/// ends unheard: it touches only its own values, its function objects are destroyed on that thread,
-/// and the process may end meanwhile.
+/// ends unheard: it goes on touching what it refers to, its function objects are destroyed on that
+/// thread, and the process may end meanwhile.
 class QtScheduler final : public Scheduler
 {
 public:
