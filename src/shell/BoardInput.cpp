@@ -7,6 +7,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace kelpa {
@@ -87,6 +88,17 @@ BoardKey historyKey(const QKeyEvent& event)
     if (event.key() == Qt::Key_Z)
         return isShifted ? BoardKey::redo : BoardKey::undo;
     return event.key() == Qt::Key_Y && !isShifted ? BoardKey::redo : BoardKey::other;
+}
+
+/// Whether something at the place of the scene, which the item holds, takes nobody out of a field.
+bool keepsFields(const QQuickItem& item, const QPointF& position)
+{
+    const QList<QQuickItem*> children = item.childItems();
+    return item.property("keepsFields").toBool() ||
+           std::any_of(children.begin(), children.end(), [&position](const QQuickItem* child) {
+               return child->isVisible() && isWithin(*child, position) &&
+                      keepsFields(*child, position);
+           });
 }
 
 } // namespace
@@ -228,6 +240,8 @@ void BoardInput::resignFocus()
 
 void BoardInput::notePress(const QPointF& position)
 {
+    if (keepsFields(*m_window.contentItem(), position))
+        return;
     if (!m_waitingField.isNull() && !isWithin(fieldWithButtons(*m_waitingField), position))
         leaveWaitingField();
     resignTextInputFocusIfOutside(position);

@@ -27,8 +27,9 @@ BoardKey boardKey(const QKeyEvent& event);
 /// leaves the keys to the board.
 ///
 /// A field gives the keyboard up when another program gets it, and waits with what was typed. It is
-/// left for good by what would have left it otherwise: a click beside it, or the next key that does
-/// something on the board. A field in a sheet keeps the keyboard, as the board has no use for it.
+/// left for good by what would have left it otherwise: a click beside it, unless it goes to an item
+/// that `keepsFields`, or the next key that does something on the board. A field in a sheet keeps
+/// the keyboard, as the board has no use for it.
 class BoardInput : public QObject
 {
     Q_OBJECT

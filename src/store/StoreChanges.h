@@ -20,6 +20,7 @@ enum class StoreField : std::uint8_t {
     todoEditorRequestID,
     toastMessage,
     toastOffersUndo,
+    restorationID,
     canUndo,
     canRedo,
     searchText,

@@ -93,6 +93,7 @@ void WindowStore::emitSignals(const StoreChanges::Fields& changed)
         &WindowStore::todoEditorRequestIDChanged,
         &WindowStore::toastMessageChanged,
         &WindowStore::toastOffersUndoChanged,
+        &WindowStore::restorationIDChanged,
         &WindowStore::canUndoChanged,
         &WindowStore::canRedoChanged,
         &WindowStore::searchTextChanged,

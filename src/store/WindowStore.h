@@ -70,6 +70,9 @@ public:
     bool toastOffersUndo() const { return m_toastOffersUndo; }
     /// While somebody is about to answer the toast, it stays. Let go, it has its whole time again.
     void setToastHeld(bool isHeld);
+    /// Differs after every `undo` and `redo` that changed goals, todos or assignments: where that
+    /// happened is selected, and a person is to see it.
+    std::int64_t restorationID() const { return m_restorationID; }
     bool canUndo() const { return m_canUndo; }
     bool canRedo() const { return m_canRedo; }
     const QString& searchText() const { return m_searchText; }
@@ -210,6 +213,7 @@ Q_SIGNALS:
     void todoEditorRequestIDChanged();
     void toastMessageChanged();
     void toastOffersUndoChanged();
+    void restorationIDChanged();
     void canUndoChanged();
     void canRedoChanged();
     void searchTextChanged();
@@ -304,6 +308,7 @@ private:
     std::int64_t m_todoEditorRequestID = 0;
     std::optional<QString> m_toastMessage;
     bool m_toastOffersUndo = false;
+    std::int64_t m_restorationID = 0;
     bool m_canUndo = false;
     bool m_canRedo = false;
     QString m_searchText;

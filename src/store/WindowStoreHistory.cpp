@@ -40,6 +40,7 @@ void WindowStore::restore(BoardVersion board)
         if (goalID && !shownBefore.contains(*goalID) && !visibleGoalIDs().contains(*goalID))
             publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
         activateTarget(*changed, EnterWindowLayer::no);
+        publish(m_restorationID, m_restorationID + 1, Field::restorationID);
     }
     m_toast.withdrawOffer();
     saveState(std::move(settings));

@@ -27,13 +27,37 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
     connect(&store, &WindowStore::canRedoChanged, this, &BoardController::canRedoChanged);
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
             &BoardController::isHidingGoalsWithoutOpenTodosChanged);
-    connect(&store, &WindowStore::boardNavigationChanged, this, &BoardController::selectionChanged);
+    connect(&store, &WindowStore::boardNavigationChanged, this, [this] {
+        m_selectedRow = selectedTarget();
+        Q_EMIT selectedRowsChanged();
+        Q_EMIT selectionChanged();
+    });
+    connect(&store, &WindowStore::restorationIDChanged, this, &BoardController::changeRestored);
+    // After the models, which follow the store for themselves.
+    for (const auto signal :
+         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
+        connect(&store, signal, this, &BoardController::noteRows);
+    noteRows();
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
           &WindowStore::languageChanged})
         connect(&store, signal, this, &BoardController::noGoalsHintChanged);
     connect(&m_breadcrumbs, &BreadcrumbModel::countChanged, this,
             &BoardController::noteColumnCount);
+}
+
+void BoardController::noteRows()
+{
+    const int row = selectedTarget();
+    const int count = m_targets.rowCount();
+    const bool hasMoved = row >= 0 && m_selectedRow >= 0 && row != m_selectedRow;
+    // Where targets come or go, the others close up.
+    const bool isReordered = hasMoved && count == m_rowCount;
+    m_selectedRow = row;
+    m_rowCount = count;
+    Q_EMIT selectedRowsChanged();
+    if (isReordered)
+        Q_EMIT selectedTargetMoved();
 }
 
 BreadcrumbRail BoardController::rail() const
@@ -205,6 +229,13 @@ void BoardController::toggleHidingGoalsWithoutOpenTodos()
 bool BoardController::isGoalTitle(const QString& title) const
 {
     return !trimmedText(title).isEmpty();
+}
+
+bool BoardController::hasGoal(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    const QList<Goal>& goals = m_store.goals();
+    return goalID && std::ranges::find(goals, *goalID, &Goal::id) != goals.end();
 }
 
 QString BoardController::goalTitle(const QString& columnID) const

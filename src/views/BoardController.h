@@ -6,6 +6,7 @@
 #include "model/TodoDragPayload.h"
 #include "model/WindowItem.h"
 #include "text/CopyTable.h"
+#include "views/BoardDrop.h"
 #include "views/BoardTargetModel.h"
 #include "views/BreadcrumbModel.h"
 #include "views/GoalListModel.h"
@@ -33,11 +34,11 @@ class BoardController : public QObject
     QML_UNCREATABLE("The program makes it.")
 
     /// The row of the selected target among the targets; -1 for none that is shown.
-    Q_PROPERTY(int selectedTarget READ selectedTarget NOTIFY selectionChanged)
+    Q_PROPERTY(int selectedTarget READ selectedTarget NOTIFY selectedRowsChanged)
     /// The row of the selected goal's entry in the rail; -1 while no goal that shows is selected.
-    Q_PROPERTY(int selectedBreadcrumb READ selectedBreadcrumb NOTIFY selectionChanged)
+    Q_PROPERTY(int selectedBreadcrumb READ selectedBreadcrumb NOTIFY selectedRowsChanged)
     /// The row of the selected window among those of the selected target; -1 for none.
-    Q_PROPERTY(int selectedWindow READ selectedWindow NOTIFY selectionChanged)
+    Q_PROPERTY(int selectedWindow READ selectedWindow NOTIFY selectedRowsChanged)
     Q_PROPERTY(kelpa::CopyTable copy READ copy NOTIFY languageChanged)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
@@ -120,6 +121,7 @@ public:
     Q_INVOKABLE void setLanguageIndex(int index);
     Q_INVOKABLE void toggleAutoSortingGoals();
     Q_INVOKABLE void toggleHidingGoalsWithoutOpenTodos();
+    Q_INVOKABLE bool hasGoal(const QString& columnID) const;
     /// Whether a goal may bear this title.
     Q_INVOKABLE bool isGoalTitle(const QString& title) const;
     /// As it is stored, also with line breaks; empty for no goal.
@@ -175,8 +177,13 @@ Q_SIGNALS:
     void toastOffersUndoChanged();
     void canUndoChanged();
     void canRedoChanged();
+    void selectedRowsChanged();
     /// Also when the selection was set again.
     void selectionChanged();
+    /// The selected target has another place among the others.
+    void selectedTargetMoved();
+    /// A step has been taken back or done again, in the selected target.
+    void changeRestored();
     /// The menu of the selected window or goal is to be opened, or that of the board.
     void selectionMenuRequested();
     void targetAreaChanged();
@@ -187,6 +194,12 @@ private:
     void noteColumnCount();
     std::optional<WindowItem> listedWindow(WindowID windowID) const;
     bool hasTodo(const TodoDragPayload& todo) const;
+    void noteRows();
+
+    /// What letting go of something over a column comes to. `none` is where it is already.
+    enum class DropEffect { refused, none, change };
+    DropEffect effectOf(const BoardDrop& drop, const ColumnID& column) const;
+    DropEffect effectOf(const QString& text, const QString& columnID) const;
 
     /// The goal beside which `step` brings a goal, among those that show.
     std::optional<GoalID> goalBeside(const QString& columnID, int step) const;
@@ -197,6 +210,9 @@ private:
     GoalListModel m_columns;
     BoardTargetModel m_targets{m_columns};
     BreadcrumbModel m_breadcrumbs;
+    /// The row of the selected target when the board was shown last, and how many rows there were.
+    int m_selectedRow = -1;
+    int m_rowCount = 0;
     double m_boardWidth = 0;
     MoveTargetModel m_moveTargets;
     TodoController m_todos;

@@ -28,11 +28,7 @@ bool BoardController::moveGoal(const QString& columnID, std::optional<GoalID> ta
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);
     if (!goalID || !targetID)
         return false;
-    const int selectedBefore = selectedTarget();
     m_store.moveGoal(*goalID, *targetID, step < 0 ? MovePlace::before : MovePlace::behind);
-    // The board goes along with the selected goal.
-    if (selectedTarget() != selectedBefore)
-        Q_EMIT selectionChanged();
     return true;
 }
 
@@ -84,49 +80,55 @@ bool BoardController::hasTodo(const TodoDragPayload& todo) const
     return source != goals.end() && holds(source->todos);
 }
 
-bool BoardController::canDrop(const QString& text, const QString& columnID) const
+BoardController::DropEffect BoardController::effectOf(const BoardDrop& drop,
+                                                      const ColumnID& column) const
 {
-    const std::optional<ColumnID> column = columnFromText(columnID);
-    if (!column)
-        return false;
-    const BoardDrop drop = boardDropFromText(text);
+    const auto changeIf = [](bool isChanging) {
+        return isChanging ? DropEffect::change : DropEffect::none;
+    };
     if (const GoalID* const goalID = std::get_if<GoalID>(&drop)) {
         const QList<Goal>& goals = m_store.goals();
-        const bool isKnown = std::any_of(goals.begin(), goals.end(),
-                                         [goalID](const Goal& goal) { return goal.id == *goalID; });
-        return isKnown && column->goalID && *column->goalID != *goalID &&
-               !m_store.isAutoSortingGoals();
+        if (!column.goalID || *column.goalID == *goalID || m_store.isAutoSortingGoals() ||
+            std::ranges::find(goals, *goalID, &Goal::id) == goals.end())
+            return DropEffect::refused;
+        return changeIf(movedGoal(goals, *goalID, *column.goalID) != goals);
     }
     if (const WindowID* const windowID = std::get_if<WindowID>(&drop)) {
         const QList<WindowItem>& windows = m_store.windows();
-        return std::any_of(windows.begin(), windows.end(),
-                           [windowID](const WindowItem& window) { return window.id == *windowID; });
+        const auto window = std::ranges::find(windows, *windowID, &WindowItem::id);
+        return window == windows.end() ? DropEffect::refused
+                                       : changeIf(window->goalID != column.goalID);
     }
     if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&drop))
-        return todo->sourceGoalID != column->goalID && hasTodo(*todo);
-    return false;
+        return hasTodo(*todo) ? changeIf(todo->sourceGoalID != column.goalID) : DropEffect::refused;
+    return DropEffect::refused;
+}
+
+BoardController::DropEffect BoardController::effectOf(const QString& text,
+                                                      const QString& columnID) const
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    return column ? effectOf(boardDropFromText(text), *column) : DropEffect::refused;
+}
+
+bool BoardController::canDrop(const QString& text, const QString& columnID) const
+{
+    return effectOf(text, columnID) != DropEffect::refused;
 }
 
 bool BoardController::wouldDropMove(const QString& text, const QString& columnID) const
 {
-    if (!canDrop(text, columnID))
-        return false;
-    const std::optional<GoalID> target = goalFromColumnText(columnID);
-    const BoardDrop drop = boardDropFromText(text);
-    if (const GoalID* const goalID = std::get_if<GoalID>(&drop))
-        return movedGoal(m_store.goals(), *goalID, *target) != m_store.goals();
-    if (const WindowID* const windowID = std::get_if<WindowID>(&drop))
-        return listedWindow(*windowID)->goalID != target;
-    return true;
+    return effectOf(text, columnID) == DropEffect::change;
 }
 
 bool BoardController::drop(const QString& text, const QString& columnID)
 {
-    if (!canDrop(text, columnID))
-        return false;
+    const DropEffect effect = effectOf(text, columnID);
+    if (effect != DropEffect::change)
+        return effect == DropEffect::none;
     const std::optional<GoalID> target = goalFromColumnText(columnID);
     const BoardDrop drop = boardDropFromText(text);
-    if (const GoalID* const goalID = std::get_if<GoalID>(&drop))
+    if (const GoalID* const goalID = std::get_if<GoalID>(&drop); goalID != nullptr && target)
         m_store.moveGoal(*goalID, *target);
     else if (const WindowID* const windowID = std::get_if<WindowID>(&drop))
         m_store.assign(*windowID, target);

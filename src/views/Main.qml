@@ -110,6 +110,16 @@ T.ApplicationWindow {
             fieldLabel: root.board.copy.text(CopyKey.GoalName)
             confirmLabel: root.board.copy.text(CopyKey.Save)
             onConfirmed: title => root.board.renameGoal(root.renamedColumnID, title)
+
+            Connections {
+                target: root.board.targets
+
+                // A goal that is deleted meanwhile takes its sheet with it.
+                function onRowsRemoved(): void {
+                    if (!root.board.hasGoal(root.renamedColumnID))
+                        root.renameSheet.close();
+                }
+            }
         }
     }
     Component {

@@ -1,14 +1,13 @@
 #include "views/SymbolItem.h"
 
 #include "views/BoardMeasures.h"
-#include "views/SymbolImageProvider.h"
+#include "views/PictureNode.h"
+#include "views/SymbolPictures.h"
 
 #include <QQmlEngine>
 #include <QQuickWindow>
-#include <QSGImageNode>
 
 #include <cmath>
-#include <memory>
 
 namespace kelpa {
 
@@ -46,40 +45,33 @@ void SymbolItem::setSymbolSize(int size)
     update();
 }
 
-// The main thread waits meanwhile, so the provider can be asked.
+void SymbolItem::componentComplete()
+{
+    QQuickItem::componentComplete();
+    if (QQmlEngine* const engine = qmlEngine(this); engine != nullptr) {
+        m_pictures =
+            engine->singletonInstance<SymbolPictures*>(qmlTypeId("Kelpa", 1, 0, "SymbolPictures"));
+    }
+}
+
+// The main thread waits meanwhile, so the pictures can be asked.
 QSGNode* SymbolItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
 {
-    // From here on it belongs to this function, and to the scene again on return.
-    std::unique_ptr<QSGNode> previous(node);
-    const QQmlEngine* const engine = qmlEngine(this);
-    auto* const symbols =
-        engine != nullptr
-            ? dynamic_cast<SymbolImageProvider*>(engine->imageProvider(SymbolImageProvider::name()))
-            : nullptr;
-    if (symbols == nullptr || m_name.isEmpty())
-        return nullptr;
-    const QImage image = symbols->image(
-        m_name, m_color, qRound(m_symbolSize * window()->effectiveDevicePixelRatio()));
-    QSGTexture* const texture =
-        image.isNull()
-            ? nullptr
-            : window()->createTextureFromImage(
-                  image, QQuickWindow::CreateTextureOptions(QQuickWindow::TextureHasAlphaChannel |
-                                                            QQuickWindow::TextureCanUseAtlas));
-    if (texture == nullptr)
-        return nullptr;
-    auto* picture = static_cast<QSGImageNode*>(previous.get());
-    if (picture == nullptr) {
-        picture = window()->createImageNode();
-        previous.reset(picture);
-        picture->setOwnsTexture(true);
-        picture->setFiltering(QSGTexture::Linear);
-    }
-    picture->setTexture(texture);
-    // On whole points, so that its lines are as sharp as they were drawn.
-    picture->setRect(std::round((width() - m_symbolSize) / 2),
-                     std::round((height() - m_symbolSize) / 2), m_symbolSize, m_symbolSize);
-    return previous.release();
+    const qreal ratio = window()->effectiveDevicePixelRatio();
+    const int pixels = qRound(m_symbolSize * ratio);
+    const QImage image =
+        m_pictures != nullptr ? m_pictures->picture(m_name, m_color, pixels) : QImage();
+    return pictureNode(*window(), node, image, place(pixels, ratio),
+                       QQuickWindow::CreateTextureOptions(QQuickWindow::TextureHasAlphaChannel |
+                                                          QQuickWindow::TextureCanUseAtlas));
+}
+
+// On whole pixels, so that its lines are as sharp as they were drawn.
+QRectF SymbolItem::place(int pixels, qreal ratio) const
+{
+    const qreal side = pixels / ratio;
+    return {std::round((width() - side) / 2 * ratio) / ratio,
+            std::round((height() - side) / 2 * ratio) / ratio, side, side};
 }
 
 void SymbolItem::geometryChange(const QRectF& now, const QRectF& before)

@@ -2,14 +2,17 @@
 #pragma once
 
 #include <QColor>
+#include <QPointer>
 #include <QQuickItem>
 #include <QString>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
 
+class SymbolPictures;
+
 /// The symbol of that name in one colour, in the middle of the item. Nothing is drawn for an empty
-/// or unknown name. Its pixels come from the engine's SymbolImageProvider. Main thread.
+/// or unknown name. Main thread.
 class SymbolItem : public QQuickItem
 {
     Q_OBJECT
@@ -36,11 +39,15 @@ Q_SIGNALS:
     void symbolSizeChanged();
 
 protected:
+    void componentComplete() override;
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
     void geometryChange(const QRectF& now, const QRectF& before) override;
     void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 private:
+    QRectF place(int pixels, qreal ratio) const;
+
+    QPointer<SymbolPictures> m_pictures;
     QString m_name;
     QColor m_color;
     int m_symbolSize = 0;

@@ -98,6 +98,7 @@ QtObject {
     readonly property font captionStrong: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Medium)
     readonly property font captionEmphasized: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.DemiBold)
     readonly property font body: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.Normal)
+    readonly property font bodyDone: ViewSettings.struckOut(root.body)
     readonly property font bodyStrong: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.DemiBold)
     readonly property font heading: ViewSettings.font(ViewSettings.fontFamilies, 17, Font.DemiBold)
     readonly property font title: ViewSettings.font(ViewSettings.fontFamilies, 22, Font.Bold)

@@ -87,6 +87,7 @@ Sheet {
 
                     text: root.confirmLabel
                     isPrimary: true
+                    Accessible.defaultButton: true
                     enabled: root.board.isGoalTitle(field.text)
                     onClicked: root.confirm()
                 }

@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa
 
-/// A short message over the board, and what can be done about it.
+/// A short message over the board, and what can be done about it. Presses end here, and take nobody
+/// out of what they are writing.
 Rectangle {
     id: root
 
@@ -18,7 +19,8 @@ Rectangle {
     readonly property bool hasAction: root.shownActionText.length > 0
     /// Whether somebody reads it or is about to press its button: it is not to go meanwhile.
     readonly property bool isHeld: root.message.length > 0
-                                   && (hover.hovered || action.activeFocus)
+                                   && (ground.containsMouse || action.hovered || action.activeFocus)
+    readonly property bool keepsFields: true
 
     signal actionRequested
 
@@ -52,8 +54,13 @@ Rectangle {
         }
     }
 
-    HoverHandler {
-        id: hover
+    MouseArea {
+        id: ground
+
+        anchors.fill: parent
+        acceptedButtons: Qt.AllButtons
+        hoverEnabled: true
+        onWheel: wheel => wheel.accepted = false
     }
     AppText {
         id: label

@@ -145,7 +145,7 @@ bool TodoController::moveInList(const QString& todoID, const QString& listID, in
 {
     const std::optional<TodoMove> move = moveFromTexts(todoID, listID, step);
     if (move)
-        m_store.moveTodo(move->todoID, move->beforeID);
+        m_store.moveTodo(move->todoID, move->targetID, move->place);
     return move.has_value();
 }
 
@@ -272,6 +272,12 @@ void TodoController::requestEditor(const QString& columnID)
 void TodoController::cancelEditor()
 {
     m_store.cancelTodoEditor();
+}
+
+void TodoController::leaveEditor()
+{
+    m_store.cancelTodoEditor();
+    Q_EMIT editorLeft();
 }
 
 bool TodoController::takeEditorRequest(const QString& columnID)

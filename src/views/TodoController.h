@@ -86,6 +86,8 @@ public:
 
     Q_INVOKABLE void requestEditor(const QString& columnID);
     Q_INVOKABLE void cancelEditor();
+    /// Closes every field for a new todo, whoever opened it. What was written stays as its draft.
+    Q_INVOKABLE void leaveEditor();
     /// True once after every request for the editor, when `columnID` is the requested goal: the
     /// field that asks first takes the keyboard.
     Q_INVOKABLE bool takeEditorRequest(const QString& columnID);
@@ -108,7 +110,7 @@ Q_SIGNALS:
     void editorColumnIDChanged();
     /// The store's editor was opened again or closed.
     void editorRequested();
-    /// An arrow key has left the field in which one typed: it closes, whoever opened it.
+    /// The field in which one typed is left: it closes, whoever opened it.
     void editorLeft();
     /// Nothing can be written any more: fields give up what they hold.
     void writingFinished();

@@ -52,8 +52,9 @@ Item {
         if (adding.count > 0)
             (adding.itemAt(0) as TodoField).take();
     }
-    function closeEditor(): void {
-        const isAwaited = root.isKeyboardAwaited;
+    /// The keyboard goes back to where it came from, unless it has gone elsewhere by itself.
+    function closeEditor(returnsKeyboard: bool): void {
+        const isAwaited = returnsKeyboard && root.isKeyboardAwaited;
         if (root.isOwnEditorOpen)
             root.isOwnEditorOpen = false;
         else
@@ -161,9 +162,7 @@ Item {
                     onEditEnded: if (row.isEdited)
                         root.editedTodoID = ""
                     onMoveRequested: isUp => {
-                        const isMoved = isUp ? root.listModel.moveUp(row.todoID)
-                                             : root.listModel.moveDown(row.todoID);
-                        if (isMoved)
+                        if (root.board.todos.moveInList(row.todoID, root.listID, isUp ? -1 : 1))
                             root.reveal(root.listModel.rowOf(row.todoID));
                     }
                 }
@@ -234,8 +233,11 @@ Item {
             }
             onCancelled: {
                 newTodo.text = "";
-                root.closeEditor();
+                root.closeEditor(true);
             }
+            // One in which nobody has written is in the way.
+            onAbandoned: if (!root.board.todos.isTitle(newTodo.text))
+                root.closeEditor(false)
 
             Connections {
                 target: root.board.todos

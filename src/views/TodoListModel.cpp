@@ -83,16 +83,6 @@ void TodoListModel::setListID(const QString& listID)
     update();
 }
 
-bool TodoListModel::moveUp(const QString& todoID)
-{
-    return m_todos != nullptr && m_todos->moveInList(todoID, m_listID, -1);
-}
-
-bool TodoListModel::moveDown(const QString& todoID)
-{
-    return m_todos != nullptr && m_todos->moveInList(todoID, m_listID, 1);
-}
-
 int TodoListModel::rowOf(const QString& todoID) const
 {
     const std::optional<TodoID> wanted = TodoID::fromText(todoID);

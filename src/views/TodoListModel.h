@@ -36,10 +36,6 @@ public:
     void setListID(const QString& listID);
     int count() const { return rowCount(); }
 
-    /// Moves the todo one row up or down, by changing its place on the whole board. False when it
-    /// is not in the list or already at that end.
-    Q_INVOKABLE bool moveUp(const QString& todoID);
-    Q_INVOKABLE bool moveDown(const QString& todoID);
     /// The row of a todo; -1 when the list does not show it.
     Q_INVOKABLE int rowOf(const QString& todoID) const;
 

@@ -176,7 +176,7 @@ FocusScope {
                 width: parent.width
                 text: root.title
                 color: root.isDone ? Theme.secondaryText : Theme.text
-                font.strikeout: root.isDone
+                font: root.isDone ? Theme.bodyDone : Theme.body
             }
             // None or one, as for the field and the button below.
             Repeater {

@@ -59,9 +59,9 @@ std::optional<TodoMove> todoMove(const QList<UnifiedTodoEntry>& entries, TodoID 
     const qsizetype other = row + step;
     if (found == entries.end() || (step != -1 && step != 1) || other < 0 || other >= entries.size())
         return std::nullopt;
-    // The later of the two neighbours comes before the earlier one.
-    return TodoMove{entries.at(std::max(row, other)).todo.id,
-                    entries.at(std::min(row, other)).todo.id};
+    // Todos of other lists that stand between the two are passed as well.
+    return TodoMove{todoID, entries.at(other).todo.id,
+                    step < 0 ? MovePlace::before : MovePlace::behind};
 }
 
 QString statusSymbol(TodoStatus status)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Goal.h"
+#include "store/MovePlace.h"
 
 #include <QList>
 #include <QString>
@@ -38,11 +39,12 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
                                            const QList<TodoItem>& unassigned,
                                            const QString& unassignedTitle);
 
-/// A todo that takes the place before another.
+/// A todo that takes the place beside another.
 struct TodoMove
 {
     TodoID todoID;
-    TodoID beforeID;
+    TodoID targetID;
+    MovePlace place = MovePlace::before;
 
     friend bool operator==(const TodoMove&, const TodoMove&) = default;
 };

@@ -8,7 +8,6 @@
 #include "views/BoardController.h"
 #include "views/DesktopAppearance.h"
 #include "views/PreviewDetail.h"
-#include "views/SymbolImageProvider.h"
 #include "views/ViewSettings.h"
 
 #include <QQmlApplicationEngine>
@@ -42,8 +41,6 @@ public:
         auto provider = std::make_unique<AppIconProvider>(applications, iconWindows, iconReaders);
         // The engine takes ownership of its image providers.
         engine.addImageProvider(AppIconProvider::name(), provider.release());
-        auto symbols = std::make_unique<SymbolImageProvider>();
-        engine.addImageProvider(SymbolImageProvider::name(), symbols.release());
     }
 
     WindowStore& store;

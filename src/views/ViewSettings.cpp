@@ -100,6 +100,13 @@ QFont ViewSettings::font(const QStringList& families, int size, int weight) cons
     return font;
 }
 
+QFont ViewSettings::struckOut(const QFont& font) const
+{
+    QFont struck = font;
+    struck.setStrikeOut(true);
+    return struck;
+}
+
 QColor ViewSettings::accentColor(const QString& accent, bool isDark) const
 {
     const std::optional<GoalAccent> known = goalAccentFromRawValue(accent);

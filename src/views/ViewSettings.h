@@ -48,6 +48,8 @@ public:
 
     /// Of a size in points of the screen, as all of QML's lengths, and a weight of QFont's.
     Q_INVOKABLE QFont font(const QStringList& families, int size, int weight) const;
+    /// The same font with a line through it.
+    Q_INVOKABLE QFont struckOut(const QFont& font) const;
     /// The colour of a goal by the accent's stored text; transparent for an unknown one.
     Q_INVOKABLE QColor accentColor(const QString& accent, bool isDark) const;
 

@@ -6,6 +6,7 @@
 #include <QQuickWindow>
 
 #include <algorithm>
+#include <cmath>
 
 namespace kelpa {
 
@@ -130,13 +131,20 @@ QRectF WaterfallView::rowRect(int row)
     if (row < 0 || row >= m_geometry.count() || !canLayOut())
         return {};
     settle();
-    return m_geometry.frame(row);
+    return itemFrame(row);
 }
 
 QQuickItem* WaterfallView::itemAtRow(int row) const
 {
     const auto found = std::ranges::lower_bound(m_shown, row, {}, &Shown::row);
     return found != m_shown.end() && found->row == row ? found->item : nullptr;
+}
+
+int WaterfallView::rowOf(const QQuickItem* item) const
+{
+    const auto found = std::ranges::find_if(
+        m_shown, [this, item](const Shown& shown) { return holds(shown, item); });
+    return found != m_shown.end() ? found->row : -1;
 }
 
 void WaterfallView::updatePolish()
@@ -160,6 +168,13 @@ void WaterfallView::geometryChange(const QRectF& now, const QRectF& before)
     // Cards keep up with the edge of the window.
     m_isFresh = true;
     markSoiled();
+}
+
+void WaterfallView::itemChange(ItemChange change, const ItemChangeData& value)
+{
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange)
+        polish();
+    QQuickItem::itemChange(change, value);
 }
 
 void WaterfallView::layOut()
@@ -187,6 +202,16 @@ void WaterfallView::layOut()
         polish();
     if (m_shown.size() != countBefore)
         Q_EMIT itemCountChanged();
+}
+
+// Columns share the width in fractions of a point.
+QRectF WaterfallView::itemFrame(int row) const
+{
+    const double ratio = window() != nullptr ? window()->effectiveDevicePixelRatio() : 1;
+    const auto onPixel = [ratio](double edge) { return std::round(edge * ratio) / ratio; };
+    const QRectF frame = m_geometry.frame(row);
+    const double left = onPixel(frame.left());
+    return {left, onPixel(frame.top()), onPixel(frame.right()) - left, frame.height()};
 }
 
 bool WaterfallView::canLayOut() const
@@ -221,7 +246,7 @@ void WaterfallView::placeShown(Arrival arrival)
 {
     bool isStarting = false;
     for (Shown& each : m_shown) {
-        const QRectF frame = m_geometry.frame(each.row);
+        const QRectF frame = itemFrame(each.row);
         each.item->setWidth(frame.width());
         if (m_geometry.layout().fixedItemHeight)
             each.item->setHeight(frame.height());
@@ -267,7 +292,7 @@ bool WaterfallView::fillStripe()
         const auto row = static_cast<int>(index);
         if (itemAtRow(row) != nullptr)
             continue;
-        show(row, m_geometry.frame(row).topLeft());
+        show(row, itemFrame(row).topLeft());
         isFilling = isFilling || itemAtRow(row) != nullptr;
     }
     return isFilling;
@@ -340,7 +365,7 @@ void WaterfallView::show(int row, QPointF place)
     const WaterfallDelegate* const delegate = delegateOf(row);
     if (delegate == nullptr)
         return;
-    QQuickItem* const item = m_items.take(*delegate, *m_model, row, m_geometry.frame(row).width());
+    QQuickItem* const item = m_items.take(*delegate, *m_model, row, itemFrame(row).width());
     if (item == nullptr)
         return;
     item->setPosition(place);

@@ -19,9 +19,9 @@
 namespace kelpa {
 
 /// Lengths in points, in the view's own coordinates. Main thread.
-/// An item's width is that of its column. Without `fixedItemHeight` a row takes the implicit height
-/// of its item, which the item may reach by a motion of its own, and keeps it while it has none.
-/// Rows that change their places move there within `motionTime`.
+/// An item's width is that of its column, on whole pixels. Without `fixedItemHeight` a row takes
+/// the implicit height of its item, which the item may reach by a motion of its own, and keeps it
+/// while it has none. Rows that change their places move there within `motionTime`.
 class WaterfallView : public QQuickItem
 {
     Q_OBJECT
@@ -83,6 +83,8 @@ public:
     Q_INVOKABLE QRectF rowRect(int row);
     /// Null for a row without one.
     Q_INVOKABLE QQuickItem* itemAtRow(int row) const;
+    /// The row whose item is `item` or holds it; -1 for none, as for null.
+    Q_INVOKABLE int rowOf(const QQuickItem* item) const;
     /// Does at once what is otherwise done before the next frame.
     Q_INVOKABLE void layOut();
 
@@ -103,6 +105,7 @@ protected:
     void updatePolish() override;
     void componentComplete() override;
     void geometryChange(const QRectF& now, const QRectF& before) override;
+    void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 private:
     struct Shown
@@ -134,6 +137,8 @@ private:
     void show(int row, QPointF place);
     void giveBack(const Shown& shown);
     bool canLayOut() const;
+    /// Where the row's item stands: its frame, with edges on whole pixels, so that lines are sharp.
+    QRectF itemFrame(int row) const;
     bool holds(const Shown& shown, const QQuickItem* item) const;
     bool isInStripe(const QRectF& rect) const;
     bool mustStay(const Shown& shown) const;

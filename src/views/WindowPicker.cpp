@@ -6,6 +6,7 @@
 #include "views/ColumnID.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kelpa {
 
@@ -49,7 +50,7 @@ WindowPicker::WindowPicker(WindowStore& store, QObject* parent) : QObject(parent
 {
     for (const auto signal : {&WindowStore::windowsChanged, &WindowStore::goalsChanged,
                               &WindowStore::previewsChanged, &WindowStore::languageChanged})
-        connect(&store, signal, this, &WindowPicker::update);
+        connect(&store, signal, this, [this] { update(Order::kept); });
     connect(&m_rows, &QAbstractItemModel::rowsInserted, this, &WindowPicker::rowCountChanged);
     connect(&m_rows, &QAbstractItemModel::rowsRemoved, this, &WindowPicker::rowCountChanged);
 }
@@ -60,7 +61,7 @@ void WindowPicker::setSearchText(const QString& text)
         return;
     m_searchText = text;
     Q_EMIT searchTextChanged();
-    update();
+    update(Order::sorted);
 }
 
 void WindowPicker::open(const QString& columnID)
@@ -87,7 +88,7 @@ void WindowPicker::setRequest(std::optional<GoalWindowPickerRequest> request)
     if (m_request) {
         setSelection({});
         setSearchText({});
-        update();
+        update(Order::sorted);
     }
     Q_EMIT requestChanged();
 }
@@ -98,7 +99,7 @@ void WindowPicker::toggle(quint32 windowID)
         return;
     setSelection(toggledSelection(m_selection, windowID,
                                   selectableWindowIDs(m_store.windows(), m_request->goalID)));
-    update();
+    update(Order::kept);
 }
 
 void WindowPicker::confirm()
@@ -113,7 +114,7 @@ void WindowPicker::confirm()
         return;
     }
     setSelection(refusedSelection(m_selection, selectableWindowIDs(m_store.windows(), target)));
-    update();
+    update(Order::sorted);
 }
 
 void WindowPicker::setSelection(const WindowSelection& selection)
@@ -134,7 +135,7 @@ void WindowPicker::updateChosenCount()
     Q_EMIT selectionChanged();
 }
 
-void WindowPicker::update()
+void WindowPicker::update(Order order)
 {
     if (!m_request)
         return;
@@ -148,10 +149,13 @@ void WindowPicker::update()
     const LocationTitles titles =
         locationTitles(goals, KelpaCopy::text(CopyKey::Unsorted, language));
     QList<PickerRow> rows;
-    const QList<WindowItem> windows =
+    QList<WindowItem> windows =
         windowsToSelect(m_store.windows(), m_request->goalID, titles, m_searchText, QLocale());
+    if (order == Order::kept)
+        windows = inShownOrder(windows, m_windows);
+    m_windows = windows;
     rows.reserve(windows.size());
-    for (const WindowItem& window : windows) {
+    for (const WindowItem& window : std::as_const(windows)) {
         const bool isInGoal = window.goalID == m_request->goalID;
         const QString location =
             isInGoal ? KelpaCopy::text(CopyKey::AlreadyInGoal, language)

@@ -108,7 +108,9 @@ Q_SIGNALS:
 private:
     void setRequest(std::optional<GoalWindowPickerRequest> request);
     void setSelection(const WindowSelection& selection);
-    void update();
+    /// Whether windows that are shown already keep their order.
+    enum class Order { kept, sorted };
+    void update(Order order);
     void updateChosenCount();
 
     WindowStore& m_store;
@@ -117,6 +119,8 @@ private:
     QString m_searchText;
     WindowSelection m_selection;
     int m_chosenCount = 0;
+    /// Those of the rows.
+    QList<WindowItem> m_windows;
     PickerRowModel m_rows;
 };
 

@@ -1,11 +1,10 @@
 #include "views/WindowPreview.h"
 
+#include "views/PictureNode.h"
+
 #include <QPainter>
 #include <QPainterPath>
 #include <QQuickWindow>
-#include <QSGImageNode>
-
-#include <memory>
 
 namespace kelpa {
 
@@ -69,29 +68,15 @@ void WindowPreview::setRadius(qreal radius)
 // The main thread waits meanwhile, so the board can be read.
 QSGNode* WindowPreview::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
 {
-    // From here on it belongs to this function, and to the scene again on return.
-    std::unique_ptr<QSGNode> previous(node);
     const qreal ratio = window()->effectiveDevicePixelRatio();
     const QSize pixels = (size() * ratio).toSize();
-    const QImage image =
-        m_board != nullptr && isVisible() ? m_board->preview(m_windowID) : QImage();
-    if (image.isNull() || pixels.isEmpty())
-        return nullptr;
-
-    QSGTexture* const texture = window()->createTextureFromImage(
-        roundedPicture(image, pixels, m_radius * ratio), QQuickWindow::TextureHasAlphaChannel);
-    if (texture == nullptr)
-        return nullptr;
-    auto* picture = static_cast<QSGImageNode*>(previous.get());
-    if (picture == nullptr) {
-        picture = window()->createImageNode();
-        previous.reset(picture);
-        picture->setOwnsTexture(true);
-        picture->setFiltering(QSGTexture::Linear);
-    }
-    picture->setTexture(texture);
-    picture->setRect(boundingRect());
-    return previous.release();
+    const QImage image = m_board != nullptr && isVisible() && !pixels.isEmpty()
+                             ? m_board->preview(m_windowID)
+                             : QImage();
+    const QImage picture =
+        image.isNull() ? QImage() : roundedPicture(image, pixels, m_radius * ratio);
+    return pictureNode(*window(), node, picture, boundingRect(),
+                       QQuickWindow::TextureHasAlphaChannel);
 }
 
 void WindowPreview::itemChange(ItemChange change, const ItemChangeData& value)

@@ -94,6 +94,19 @@ QList<WindowItem> windowsToSelect(const QList<WindowItem>& windows, GoalID targe
     return result;
 }
 
+QList<WindowItem> inShownOrder(const QList<WindowItem>& windows, const QList<WindowItem>& shown)
+{
+    QList<WindowItem> result;
+    result.reserve(shown.size());
+    for (const WindowItem& before : shown) {
+        const auto now = std::ranges::find(windows, before.id, &WindowItem::id);
+        if (now == windows.end() || now->goalID != before.goalID)
+            return windows;
+        result.append(*now);
+    }
+    return result.size() == windows.size() ? result : windows;
+}
+
 WindowSelection toggledSelection(WindowSelection selection, WindowID windowID,
                                  const QSet<WindowID>& selectable)
 {

@@ -37,6 +37,10 @@ QList<WindowItem> windowsToSelect(const QList<WindowItem>& windows, GoalID targe
                                   const LocationTitles& titles, const QString& searchText,
                                   const QLocale& locale);
 
+/// `windows` in the order of `shown`, where both hold the same ones in the same goals: a row that
+/// is being aimed at is not to jump because a title somewhere changes. Otherwise as they are.
+QList<WindowItem> inShownOrder(const QList<WindowItem>& windows, const QList<WindowItem>& shown);
+
 /// The windows that are chosen in the sheet. A window that has vanished stays chosen until the
 /// choice is confirmed.
 struct WindowSelection

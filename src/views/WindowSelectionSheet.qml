@@ -196,6 +196,7 @@ Sheet {
                 AppButton {
                     text: root.board.copy.confirmWindowSelection(root.picker.chosenCount)
                     isPrimary: true
+                    Accessible.defaultButton: true
                     enabled: root.picker.canConfirm
                     onClicked: root.picker.confirm()
                 }

@@ -83,6 +83,7 @@ const QString todoEditorGoalID = QStringLiteral("todoEditorGoalID");
 const QString todoEditorRequestID = QStringLiteral("todoEditorRequestID");
 const QString toastMessage = QStringLiteral("toastMessage");
 const QString toastOffersUndo = QStringLiteral("toastOffersUndo");
+const QString restorationID = QStringLiteral("restorationID");
 const QString canUndo = QStringLiteral("canUndo");
 const QString canRedo = QStringLiteral("canRedo");
 const QString searchText = QStringLiteral("searchText");
@@ -369,16 +370,21 @@ void undoAll(Board& s)
 INSTANTIATE_TEST_SUITE_P(
     History, ChangeSignals,
     testing::Values(
-        OperationCase{"undo_of_an_assignment", undoOnce, {windows, boardNavigation, canRedo}, 1},
-        OperationCase{"undo_of_a_loose_todo", undoOnce, {unassignedTodos}, 1, undoOnce},
+        OperationCase{"undo_of_an_assignment",
+                      undoOnce,
+                      {windows, boardNavigation, restorationID, canRedo},
+                      1},
+        OperationCase{
+            "undo_of_a_loose_todo", undoOnce, {unassignedTodos, restorationID}, 1, undoOnce},
         OperationCase{"undo_of_a_title",
                       undoOnce,
-                      {goals, boardNavigation, canRedo},
+                      {goals, boardNavigation, restorationID, canRedo},
                       1,
                       [](Board& s) { s.store.renameGoal(s.b, title); }},
         OperationCase{"undo_of_a_deletion",
                       undoOnce,
-                      {goals, windows, boardNavigation, canRedo, toastMessage, toastOffersUndo},
+                      {goals, windows, boardNavigation, restorationID, canRedo, toastMessage,
+                       toastOffersUndo},
                       1,
                       [](Board& s) { s.store.deleteGoal(s.b); }},
         OperationCase{"undo_of_the_first_step",
@@ -394,7 +400,7 @@ INSTANTIATE_TEST_SUITE_P(
         OperationCase{"undo_of_nothing", undoOnce, {}, 0, undoAll},
         OperationCase{"redo",
                       [](Board& s) { s.store.redo(); },
-                      {windows, boardNavigation, canRedo},
+                      {windows, boardNavigation, restorationID, canRedo},
                       1,
                       undoOnce},
         OperationCase{"redo_of_nothing", [](Board& s) { s.store.redo(); }, {}, 0},

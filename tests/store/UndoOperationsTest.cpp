@@ -210,6 +210,20 @@ TEST_F(UndoOperations, What_comes_back_or_changes_is_selected_and_so_brought_int
     EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::goal(b)));
 }
 
+TEST_F(UndoOperations, Every_step_back_or_forth_asks_to_be_shown_also_in_the_selected_goal)
+{
+    const GoalID a = makeGoal(QStringLiteral("A"));
+    makeTodo(a);
+    store().activateTarget(TargetSelection::goal(a), Enter::no);
+    EXPECT_EQ(store().restorationID(), 0);
+    store().undo();
+    EXPECT_EQ(store().restorationID(), 1);
+    store().redo();
+    EXPECT_EQ(store().restorationID(), 2);
+    store().redo();
+    EXPECT_EQ(store().restorationID(), 2) << "there was nothing to do again";
+}
+
 TEST_F(UndoOperations, The_selection_leaves_a_goal_that_undo_hides)
 {
     const GoalID a = makeGoal(QStringLiteral("A"));

@@ -18,6 +18,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::todoEditorRequestIDChanged, "todoEditorRequestID");
     listen(&WindowStore::toastMessageChanged, "toastMessage");
     listen(&WindowStore::toastOffersUndoChanged, "toastOffersUndo");
+    listen(&WindowStore::restorationIDChanged, "restorationID");
     listen(&WindowStore::canUndoChanged, "canUndo");
     listen(&WindowStore::canRedoChanged, "canRedo");
     listen(&WindowStore::searchTextChanged, "searchText");

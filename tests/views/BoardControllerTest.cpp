@@ -406,11 +406,10 @@ TEST_F(Controller, A_goal_moves_by_one_place_while_goals_have_their_own_order)
     EXPECT_FALSE(controller->moveColumn(second.text(), -1));
     EXPECT_TRUE(controller->moveColumn(second.text(), 1));
     EXPECT_EQ(goalTitles(), QStringList({QStringLiteral("First"), QStringLiteral("Second")}));
-    QSignalSpy selections(controller.get(), &BoardController::selectionChanged);
-    store().activateTarget(TargetSelection::goal(second), WindowStore::EnterWindowLayer::no);
-    selections.clear();
+    store().activateTarget(TargetSelection::goal(second), EnterWindowLayer::no);
+    const QSignalSpy moves(controller.get(), &BoardController::selectedTargetMoved);
     EXPECT_TRUE(controller->moveColumn(second.text(), -1));
-    EXPECT_EQ(selections.size(), 1) << "the board goes along with the selected goal";
+    EXPECT_EQ(moves.size(), 1) << "the board goes along with the selected goal";
     EXPECT_TRUE(controller->moveColumn(second.text(), 1));
     EXPECT_FALSE(controller->moveColumn(second.text(), 1));
     EXPECT_FALSE(controller->moveColumn(unassigned, 1));

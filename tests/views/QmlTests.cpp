@@ -7,7 +7,6 @@
 #include "views/AppIconProvider.h"
 #include "views/BoardController.h"
 #include "views/KnownTexts.h"
-#include "views/SymbolImageProvider.h"
 
 #include <QAccessible>
 #include <QColor>
@@ -334,8 +333,6 @@ public Q_SLOTS:
         engine->addImportPath(QStringLiteral(":/qt/qml"));
         auto* const world = new World(engine);
         engine->rootContext()->setContextProperty(QStringLiteral("world"), world);
-        auto symbols = std::make_unique<SymbolImageProvider>();
-        engine->addImageProvider(SymbolImageProvider::name(), symbols.release());
         engine->addImageProvider(AppIconProvider::name(), world->makeIconProvider().release());
     }
 };

@@ -210,7 +210,8 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/x11/XSettings\\.cpp$", u"^Gtk/EnableAnimations$"},
     {u"^src/platform/x11/StartupNotice\\.cpp$", u"^remove: ID=$"},
     // Names: of the product, of places, of types, of fonts.
-    {u"^src/main\\.cpp$|^src/views/ViewEngine\\.cpp$", u"^(Kelpa|ViewSettings)$"},
+    {u"^src/main\\.cpp$|^src/views/(SymbolItem|ViewEngine)\\.cpp$",
+     u"^(Kelpa|SymbolPictures|ViewSettings)$"},
     {u"^src/windows/LaunchTable\\.cpp$", u"^/Applications/Google Chrome\\.app$"},
     {u"^src/store/WindowStorePreviews\\.cpp$", u"^Privacy_(Accessibility|ScreenCapture)$"},
     {u"^src/shell/BoardInput\\.cpp$", u"^QQuick(Overlay|AbstractButton)$"},

@@ -78,10 +78,14 @@ TEST_F(Todos, A_todo_dropped_on_another_column_moves_there)
     EXPECT_EQ(titles(second), QStringList{QStringLiteral("Read")});
 }
 
-TEST_F(Todos, A_todo_dropped_on_its_own_column_is_refused)
+TEST_F(Todos, A_todo_dropped_on_its_own_column_is_taken_and_stays)
 {
     const QString text = todoController().dragText(todo.text(), first.text());
-    EXPECT_FALSE(controller->drop(text, first.text()));
+    const QList<Goal> before = store().goals();
+    EXPECT_TRUE(controller->canDrop(text, first.text()));
+    EXPECT_FALSE(controller->wouldDropMove(text, first.text()));
+    EXPECT_TRUE(controller->drop(text, first.text()));
+    EXPECT_EQ(store().goals(), before);
 }
 
 TEST_F(Todos, A_todo_that_has_been_deleted_during_its_drag_is_refused)
@@ -296,6 +300,29 @@ TEST_F(Todos, A_step_moves_a_todo_within_what_its_list_shows)
     EXPECT_TRUE(todoController().moveInList(last.text(), first.text(), -1));
     EXPECT_LT(todos(first).back().order, todos(first).front().order);
     EXPECT_FALSE(todoController().canMoveInList(other.text(), first.text(), -1));
+    EXPECT_FALSE(todoController().moveInList(QStringLiteral("nothing"), first.text(), -1));
+}
+
+TEST_F(Todos, A_step_moves_the_todo_itself_past_all_that_stands_between)
+{
+    makeTodo(second, QStringLiteral("Between"));
+    const TodoID last = makeTodo(first, QStringLiteral("Send"));
+    const auto onTheWholeBoard = [this] {
+        QStringList result;
+        for (const UnifiedTodoEntry& each :
+             unifiedTodoEntries(store().goals(), store().unassignedTodos(), QString()))
+            result.append(each.todo.title);
+        return result;
+    };
+    EXPECT_TRUE(todoController().moveInList(todo.text(), first.text(), 1));
+    EXPECT_EQ(onTheWholeBoard(), QStringList({QStringLiteral("Between"), QStringLiteral("Send"),
+                                              QStringLiteral("Read")}));
+    EXPECT_TRUE(todoController().moveInList(todo.text(), first.text(), -1));
+    EXPECT_EQ(onTheWholeBoard(), QStringList({QStringLiteral("Between"), QStringLiteral("Read"),
+                                              QStringLiteral("Send")}));
+    EXPECT_TRUE(todoController().moveInList(last.text(), first.text(), -1));
+    EXPECT_EQ(onTheWholeBoard(), QStringList({QStringLiteral("Between"), QStringLiteral("Send"),
+                                              QStringLiteral("Read")}));
 }
 
 } // namespace

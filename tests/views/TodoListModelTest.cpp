@@ -89,21 +89,6 @@ TEST_F(TodoLists, The_goal_of_an_unassigned_todo_is_called_as_the_language_calls
               QStringList{KelpaCopy::text(CopyKey::Unsorted, AppLanguage::german)});
 }
 
-TEST_F(TodoLists, A_todo_moves_by_one_row_within_its_list)
-{
-    const TodoID a = makeTodo(goalID, QStringLiteral("A"));
-    makeTodo(std::nullopt, QStringLiteral("between"));
-    const TodoID b = makeTodo(goalID, QStringLiteral("B"));
-    const auto model = list(goalID.text());
-    EXPECT_TRUE(model->moveUp(b.text()));
-    EXPECT_EQ(texts(*model, "title"), QStringList({QStringLiteral("B"), QStringLiteral("A")}));
-    EXPECT_TRUE(model->moveDown(b.text()));
-    EXPECT_EQ(texts(*model, "title"), QStringList({QStringLiteral("A"), QStringLiteral("B")}));
-    EXPECT_FALSE(model->moveUp(a.text()));
-    EXPECT_FALSE(model->moveDown(b.text()));
-    EXPECT_FALSE(model->moveUp(QStringLiteral("nothing")));
-}
-
 TEST_F(TodoLists, A_list_of_a_goal_that_is_deleted_is_empty)
 {
     makeTodo(goalID, QStringLiteral("A"));

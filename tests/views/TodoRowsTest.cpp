@@ -120,9 +120,9 @@ protected:
     {
         return todoMove(entries, entries.at(row).todo.id, step);
     }
-    TodoMove beforeOther(int moved, int before)
+    TodoMove beside(int moved, int target, MovePlace place)
     {
-        return {entries.at(moved).todo.id, entries.at(before).todo.id};
+        return {entries.at(moved).todo.id, entries.at(target).todo.id, place};
     }
 
     const QList<UnifiedTodoEntry> entries = unassignedTodoEntries(
@@ -132,12 +132,14 @@ protected:
 
 TEST_F(TodoMoving, A_step_up_puts_a_todo_before_its_neighbour)
 {
-    EXPECT_EQ(move(2, -1), beforeOther(2, 1));
+    EXPECT_EQ(move(2, -1), beside(2, 1, MovePlace::before));
+    EXPECT_EQ(move(1, -1), beside(1, 0, MovePlace::before));
 }
 
-TEST_F(TodoMoving, A_step_down_puts_the_neighbour_before_the_todo)
+TEST_F(TodoMoving, A_step_down_puts_a_todo_behind_its_neighbour)
 {
-    EXPECT_EQ(move(0, 1), beforeOther(1, 0));
+    EXPECT_EQ(move(0, 1), beside(0, 1, MovePlace::behind));
+    EXPECT_EQ(move(1, 1), beside(1, 2, MovePlace::behind));
 }
 
 TEST_F(TodoMoving, A_todo_at_the_end_goes_no_further)

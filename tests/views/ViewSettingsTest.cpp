@@ -1,7 +1,7 @@
 // Fonts, colours and symbols.
 #include "views/ViewSettings.h"
 #include "views/DesktopAppearance.h"
-#include "views/SymbolImageProvider.h"
+#include "views/SymbolPictures.h"
 
 #include <gtest/gtest.h>
 
@@ -132,23 +132,28 @@ TEST(AccentColor, Follows_the_ground_and_is_absent_for_an_unknown_accent)
 
 TEST(Symbols, Are_drawn_in_the_colour_and_size_that_are_asked_for)
 {
-    SymbolImageProvider provider;
-    QSize size;
-    const QImage image = provider.requestImage(QStringLiteral("plus/ff8800"), &size, QSize(48, 48));
-    EXPECT_EQ(size, QSize(48, 48));
+    SymbolPictures symbols;
+    const QImage image = symbols.picture(QStringLiteral("plus"), QColor(0xff, 0x88, 0x00), 48);
     ASSERT_EQ(image.size(), QSize(48, 48));
     EXPECT_EQ(image.pixelColor(24, 24), QColor(0xff, 0x88, 0x00));
     EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
 }
 
-TEST(Symbols, Unknown_names_and_colours_give_no_image)
+TEST(Symbols, Are_kept_once_they_are_drawn)
 {
-    SymbolImageProvider provider;
-    QSize size;
-    EXPECT_TRUE(provider.requestImage(QStringLiteral("nothing/ff8800"), &size, {}).isNull());
-    EXPECT_TRUE(provider.requestImage(QStringLiteral("plus/orange!"), &size, {}).isNull());
-    EXPECT_TRUE(provider.requestImage(QStringLiteral("plus"), &size, {}).isNull());
-    EXPECT_TRUE(provider.requestImage(QString(), &size, {}).isNull());
+    SymbolPictures symbols;
+    const QImage first = symbols.picture(QStringLiteral("plus"), Qt::black, 16);
+    EXPECT_EQ(symbols.picture(QStringLiteral("plus"), Qt::black, 16).cacheKey(), first.cacheKey());
+    EXPECT_NE(symbols.picture(QStringLiteral("plus"), Qt::white, 16).cacheKey(), first.cacheKey());
+    EXPECT_EQ(symbols.picture(QStringLiteral("plus"), Qt::black, 32).width(), 32);
+}
+
+TEST(Symbols, Unknown_names_and_no_pixels_give_no_image)
+{
+    SymbolPictures symbols;
+    EXPECT_TRUE(symbols.picture(QStringLiteral("nothing"), Qt::black, 16).isNull());
+    EXPECT_TRUE(symbols.picture(QString(), Qt::black, 16).isNull());
+    EXPECT_TRUE(symbols.picture(QStringLiteral("plus"), Qt::black, 0).isNull());
 }
 
 } // namespace

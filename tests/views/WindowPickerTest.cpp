@@ -206,5 +206,31 @@ TEST_F(Picking, It_follows_the_windows_of_the_desktop_and_the_title_of_its_goal)
     EXPECT_EQ(picker->goalTitle(), QStringLiteral("Offer"));
 }
 
+TEST_F(Picking, A_row_stays_where_it_is_while_titles_change)
+{
+    desktop.addAccessibleWindow(9, 101, QStringLiteral("Attic"));
+    store().refresh();
+    picker->open(goalID.text());
+    const auto ids = [this] {
+        QList<WindowID> result;
+        for (const PickerRow& row : picker->rows()->rows())
+            result.append(row.key());
+        return result;
+    };
+    EXPECT_EQ(ids(), (QList<WindowID>{7, 9, 8}));
+
+    desktop.windowList->back().name = QStringLiteral("Zoo");
+    desktop.accessibilityWindows[101]->back().title = QStringLiteral("Zoo");
+    store().refresh();
+    EXPECT_EQ(picker->rows()->rows().at(1).face.title, QStringLiteral("Zoo"));
+    EXPECT_EQ(ids(), (QList<WindowID>{7, 9, 8})) << "nothing jumps under the pointer";
+    picker->toggle(8);
+    EXPECT_EQ(ids(), (QList<WindowID>{7, 9, 8}));
+
+    picker->setSearchText(QStringLiteral("o"));
+    picker->setSearchText(QString());
+    EXPECT_EQ(ids(), (QList<WindowID>{7, 8, 9}));
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -216,5 +216,22 @@ TEST(WindowSelection, The_refusal_is_told_until_a_window_is_chosen)
     EXPECT_TRUE(toggledSelection({{}, true}, 9, {7}).isRefused);
 }
 
+TEST_F(WindowSelecting, Windows_that_are_shown_keep_their_order_until_one_comes_or_goes)
+{
+    const QList<WindowItem> windows{window(1), window(2), window(3)};
+    const auto ordered = [&windows](const QList<WindowItem>& shown) {
+        QList<WindowID> ids;
+        for (const WindowItem& each : inShownOrder(windows, shown))
+            ids.append(each.id);
+        return ids;
+    };
+    EXPECT_EQ(ordered({window(3), window(1), window(2)}), (Ids{3, 1, 2}));
+    EXPECT_EQ(ordered({window(3), window(1)}), (Ids{1, 2, 3}));
+    EXPECT_EQ(ordered({window(3), window(1), window(2), window(4)}), (Ids{1, 2, 3}));
+    EXPECT_EQ(ordered({window(3), in(other, window(1)), window(2)}), (Ids{1, 2, 3}))
+        << "one that has gone to another goal has another place";
+    EXPECT_EQ(ordered({}), (Ids{1, 2, 3}));
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -19,9 +19,10 @@ bool hasHandler(const QString& scheme)
 
 std::optional<QString> defaultBrowser()
 {
+    // What opens files of that kind, without the pages themselves, may be an editor.
     Application browser(g_app_info_get_default_for_uri_scheme("https"));
     if (!browser) {
-        browser.reset(g_app_info_get_default_for_type("text/html", TRUE));
+        browser.reset(g_app_info_get_default_for_uri_scheme("http"));
     }
     const char* id = browser ? g_app_info_get_id(browser.get()) : nullptr;
     if (id == nullptr) {

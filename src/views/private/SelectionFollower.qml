@@ -4,8 +4,9 @@ import QtQuick
 import QtQuick.Window
 import Kelpa
 
-/// Scrolls the board to what the arrow keys have selected and to what the Tab key has reached, and
-/// lets the keyboard's focus follow the selection.
+/// Scrolls the board to what the arrow keys have selected, to what the Tab key has reached and to
+/// the field in which one types, wherever their cards go, and lets the keyboard's focus follow the
+/// selection.
 Item {
     id: root
 
@@ -25,6 +26,10 @@ Item {
         // It has its height of now on only once it has an item.
         root.targets.layOut();
         let wanted = root.targets.rowRect(root.targets.pinnedRow);
+        if (root.isWriting() && root.focusedRow() === root.board.selectedTarget) {
+            root.showFocus();
+            return;
+        }
         const column = root.selectedColumn();
         if (column !== null && root.board.selectedWindow >= 0) {
             const card = column.windowRect(root.board.selectedWindow);
@@ -68,20 +73,50 @@ Item {
                 return true;
         return false;
     }
+    function isWriting(): bool {
+        return root.Window.activeFocusItem instanceof TextInputField;
+    }
+    /// The row of the target in which the focus is; -1 when it is elsewhere.
+    function focusedRow(): int {
+        return root.targets.rowOf(root.Window.activeFocusItem);
+    }
 
     function showFocus(): void {
+        root.targets.layOut();
         const item = root.Window.activeFocusItem;
+        const row = root.focusedRow();
         // What follows the selection is in view with it.
-        if (item !== null && root.isWithin(item, root.targets) && !root.isFollowing(item)) {
-            const top = item.mapToItem(root.targets, 0, 0).y;
-            root.view.reveal(root.targets.y + top, item.height);
-        }
+        if (row < 0 || root.isFollowing(item))
+            return;
+        // Where it will be, should its card be on its way.
+        const top = item.mapToItem(root.targets.itemAtRow(row), 0, 0).y;
+        root.view.reveal(root.targets.y + root.targets.rowRect(row).y + top, item.height);
+    }
+    function isInView(item: Item): bool {
+        return item !== null && item.y + item.height > root.view.contentY - root.targets.y
+                && item.y < root.view.contentY - root.targets.y + root.view.height;
     }
 
     Connections {
         target: root.board
 
         function onSelectionChanged(): void {
+            selectionScroll.restart();
+        }
+        // A person who was looking at it goes along with it. Who looks elsewhere stays there.
+        function onSelectedTargetMoved(): void {
+            const row = root.board.selectedTarget;
+            if (row === root.focusedRow() || root.isInView(root.targets.itemAtRow(row)))
+                selectionScroll.restart();
+        }
+        // From a field elsewhere on the board, too: its card may close, and nobody would see what
+        // is written there.
+        function onChangeRestored(): void {
+            const row = root.focusedRow();
+            if (root.isWriting() && row >= 0 && row !== root.board.selectedTarget) {
+                root.Window.activeFocusItem.focus = false;
+                root.board.todos.leaveEditor();
+            }
             selectionScroll.restart();
         }
         function onSelectionMenuRequested(): void {
@@ -99,6 +134,11 @@ Item {
 
         function onTodoRequested(): void {
             selectionScroll.restart();
+        }
+        // What is added stands above the field in which one goes on to write.
+        function onEntriesChanged(): void {
+            if (root.isWriting())
+                focusScroll.restart();
         }
     }
     // A held arrow key scrolls once, after its last step.

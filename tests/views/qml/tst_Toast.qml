@@ -8,6 +8,15 @@ Item {
     width: 600
     height: 100
 
+    MouseArea {
+        id: below
+
+        property int clicks: 0
+
+        anchors.fill: parent
+        acceptedButtons: Qt.AllButtons
+        onClicked: ++below.clicks
+    }
     Toast {
         id: toast
 
@@ -63,6 +72,17 @@ Item {
             world.board.createGoal("Garden");
             compare(world.goalTitles(), ["Garden"]);
             verify(!fading.enabled);
+        }
+        function test_a_click_beside_its_button_does_not_reach_what_lies_below() {
+            deleteGoal();
+            for (const mouseButton of [Qt.LeftButton, Qt.RightButton])
+                mouseClick(toast, 12, 18, mouseButton);
+            // Also on the button that fades away.
+            world.board.createGoal("Garden");
+            mouseClick(button() ?? toast);
+            compare(below.clicks, 0);
+            mouseClick(root, 2, 2);
+            compare(below.clicks, 1);
         }
         function test_another_message_has_no_button() {
             world.addTodo("Sign", "");

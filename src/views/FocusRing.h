@@ -1,0 +1,54 @@
+// The frame around the control that has the keyboard.
+#pragma once
+
+#include <QColor>
+#include <QQuickItem>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// Shows that the control in which it is placed has the keyboard. Lengths in points. It stands on
+/// every control, and makes what is drawn when it is first shown. Main thread.
+class FocusRing : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    /// Follows the control, unless it is set: that it has the focus and, where the control tells
+    /// (`visualFocus`), that a key has brought it there.
+    Q_PROPERTY(bool isShown READ isShown WRITE setShown NOTIFY isShownChanged FINAL)
+    /// How far outside the control it lies.
+    Q_PROPERTY(double margin MEMBER m_margin NOTIFY shapeChanged FINAL)
+    /// Of its corners; below 0 for those around a usual control.
+    Q_PROPERTY(double radius MEMBER m_radius NOTIFY shapeChanged FINAL)
+    /// Transparent for the usual one.
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY shapeChanged FINAL)
+
+public:
+    explicit FocusRing(QQuickItem* parent = nullptr);
+
+    bool isShown() const { return m_isShown; }
+    void setShown(bool isShown);
+
+Q_SIGNALS:
+    void isShownChanged();
+    void shapeChanged();
+
+private Q_SLOTS:
+    void follow();
+
+protected:
+    void componentComplete() override;
+
+private:
+    void show(bool isShown);
+
+    QQuickItem* m_frame = nullptr;
+    double m_margin = 2;
+    double m_radius = -1;
+    QColor m_color = Qt::transparent;
+    bool m_isShown = false;
+    bool m_isFollowing = true;
+};
+
+} // namespace kelpa

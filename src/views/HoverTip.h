@@ -1,0 +1,67 @@
+// A text that explains a control.
+#pragma once
+
+#include <QObject>
+#include <QQuickItem>
+#include <QString>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// Explains the control in which it is placed while the pointer rests there. It
+/// stands on every control; the tip itself is there only while it is wanted. Main thread.
+class HoverTip : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    /// Follows a button's `help` or, without one, its `text`, unless it is set. An empty one is not
+    /// shown.
+    Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged FINAL)
+    /// Follows a button, unless it is set.
+    Q_PROPERTY(bool isHovered READ isHovered WRITE setHovered NOTIFY isHoveredChanged FINAL)
+    /// Whether there is a tip, which is seen after a while.
+    Q_PROPERTY(bool active READ isActive NOTIFY itemChanged FINAL)
+    /// Null while there is none.
+    Q_PROPERTY(QObject* item READ item NOTIFY itemChanged FINAL)
+
+public:
+    explicit HoverTip(QQuickItem* parent = nullptr);
+
+    QString text() const;
+    void setText(const QString& text);
+    bool isHovered() const { return m_isHovered; }
+    void setHovered(bool isHovered);
+    bool isActive() const { return m_tip != nullptr; }
+    QObject* item() const { return m_tip; }
+
+public Q_SLOTS:
+    /// Who presses a control needs no explanation, nor one over the menu that it opens: until the
+    /// pointer comes again. A button's press does it by itself.
+    void dismiss();
+
+Q_SIGNALS:
+    void textChanged();
+    void isHoveredChanged();
+    void itemChanged();
+
+private Q_SLOTS:
+    void follow();
+    void tell();
+
+protected:
+    void componentComplete() override;
+
+private:
+    void hover(bool isHovered);
+    void showOrHide();
+
+    QObject* m_tip = nullptr;
+    QString m_text;
+    bool m_hasOwnText = false;
+    bool m_isFollowing = true;
+    bool m_isHovered = false;
+    bool m_isDismissed = false;
+};
+
+} // namespace kelpa
