@@ -1,4 +1,4 @@
-#include "store/WindowStore.h"
+#include "store/WindowStoreParts.h"
 
 #include "platform/Accessibility.h"
 #include "store/BoardPersistence.h"
@@ -8,7 +8,9 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <functional>
 #include <iterator>
+#include <utility>
 
 namespace kelpa {
 
@@ -19,13 +21,60 @@ using namespace std::chrono_literals;
 /// How long after a save that failed it is tried again, should no change come first.
 constexpr Scheduler::Duration saveRetryDelay = 5s;
 
+void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
+{
+    // In the order of `StoreField`.
+    static constexpr auto changeSignals = std::to_array<void (WindowStore::*)()>({
+        &WindowStore::windowsChanged,
+        &WindowStore::goalsChanged,
+        &WindowStore::unassignedTodosChanged,
+        &WindowStore::previewsChanged,
+        &WindowStore::boardNavigationChanged,
+        &WindowStore::todoEditorGoalIDChanged,
+        &WindowStore::todoEditorRequestIDChanged,
+        &WindowStore::toastMessageChanged,
+        &WindowStore::toastOffersUndoChanged,
+        &WindowStore::restorationIDChanged,
+        &WindowStore::canUndoChanged,
+        &WindowStore::canRedoChanged,
+        &WindowStore::searchTextChanged,
+        &WindowStore::isAccessibilityTrustedChanged,
+        &WindowStore::isScreenCaptureTrustedChanged,
+        &WindowStore::languageChanged,
+        &WindowStore::isAutoSortingGoalsChanged,
+        &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+    });
+    static_assert(changeSignals.size() == StoreChanges::fieldCount);
+
+    for (std::size_t i = 0; i < changeSignals.size(); ++i) {
+        if (changed.test(i))
+            std::invoke(changeSignals[i], store);
+    }
+}
+
 } // namespace
+
+WindowStore::Parts::Parts(WindowStore& store, const Platform& desktop, SettingsStore& storage,
+                          Scheduler& clock)
+    : platform(desktop), settings(storage), scheduler(clock),
+      toast(scheduler, [&store] { store.publishToast(); }),
+      looks(platform.windowServer, platform.applications, scheduler,
+            [&store](const QList<WindowItem>& windows) { store.finishLook(windows); }),
+      previewCaptures(platform.windowServer, scheduler, store.m_windows, store.m_previews,
+                      [&store](Previews previews) { store.publishPreviews(std::move(previews)); }),
+      bringForwardQueue(platform.applications, platform.accessibility, scheduler),
+      launches(
+          platform.applications, scheduler, store.m_windows, [&store] { store.refresh(); },
+          [&store](GoalID goalID, WindowID windowID) { store.takeNewWindow(goalID, windowID); }),
+      tasks(scheduler)
+{}
 
 WindowStore::WindowStore(const Platform& platform, SettingsStore& settings, Scheduler& scheduler,
                          Observing observing)
-    : m_platform(platform), m_settings(settings), m_scheduler(scheduler),
-      m_isAccessibilityTrusted(platform.accessibility.isTrusted()),
-      m_isScreenCaptureTrusted(platform.windowServer.isScreenCaptureTrusted())
+    : m_isAccessibilityTrusted(platform.accessibility.isTrusted()),
+      m_isScreenCaptureTrusted(platform.windowServer.isScreenCaptureTrusted()),
+      m_changes([this](const StoreChanges::Fields& changed) { emitSignals(*this, changed); }),
+      m_parts(std::make_unique<Parts>(*this, platform, settings, scheduler))
 {
     loadState();
     if (observing == Observing::started)
@@ -75,72 +124,43 @@ void WindowStore::markChanged(Field field)
 {
     m_changes.mark(field);
     if (field == Field::windows || field == Field::searchText)
-        m_filteredWindows.reset();
+        m_parts->filteredWindows.reset();
     if (field == Field::windows || field == Field::searchText || field == Field::previews)
-        m_windowsByGoal.reset();
-}
-
-void WindowStore::emitSignals(const StoreChanges::Fields& changed)
-{
-    // In the order of `StoreField`.
-    static constexpr auto changeSignals = std::to_array<void (WindowStore::*)()>({
-        &WindowStore::windowsChanged,
-        &WindowStore::goalsChanged,
-        &WindowStore::unassignedTodosChanged,
-        &WindowStore::previewsChanged,
-        &WindowStore::boardNavigationChanged,
-        &WindowStore::todoEditorGoalIDChanged,
-        &WindowStore::todoEditorRequestIDChanged,
-        &WindowStore::toastMessageChanged,
-        &WindowStore::toastOffersUndoChanged,
-        &WindowStore::restorationIDChanged,
-        &WindowStore::canUndoChanged,
-        &WindowStore::canRedoChanged,
-        &WindowStore::searchTextChanged,
-        &WindowStore::isAccessibilityTrustedChanged,
-        &WindowStore::isScreenCaptureTrustedChanged,
-        &WindowStore::languageChanged,
-        &WindowStore::isAutoSortingGoalsChanged,
-        &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
-    });
-    static_assert(changeSignals.size() == StoreChanges::fieldCount);
-
-    for (std::size_t i = 0; i < changeSignals.size(); ++i) {
-        if (changed.test(i))
-            Q_EMIT(this->*changeSignals[i])();
-    }
+        m_parts->windowsByGoal.reset();
 }
 
 void WindowStore::loadState()
 {
     const Update update(m_changes);
-    if (!m_settings.isLoaded()) {
+    if (!m_parts->settings.isLoaded()) {
         // Written now, an empty board would replace the stored one.
         retrySavingLater();
         return;
     }
-    m_isBoardLoaded = true;
-    const StoredBoard board = loadBoard(m_settings);
+    m_parts->isBoardLoaded = true;
+    const StoredBoard board = loadBoard(m_parts->settings);
     publish(m_language, board.language.value_or(allAppLanguages.front()), Field::language);
     publish(m_isAutoSortingGoals, board.isAutoSortingGoals.value_or(m_isAutoSortingGoals),
             Field::isAutoSortingGoals);
     showContents(joined(board.contents, {m_goals, m_unassignedTodos, m_assignments}));
-    clearHistory();
+    m_parts->history.clear();
+    m_parts->toast.withdrawOffer();
+    publishHistory();
 
     std::vector<SettingsEntry> entries = boardEntries(m_goals, m_unassignedTodos);
     if (m_assignments != board.contents.assignments)
         entries.push_back(assignmentsEntry(m_assignments));
     else if (board.assignmentsDocument)
         entries.push_back({assignmentsKey, *board.assignmentsDocument});
-    m_savedVersion = version();
+    m_parts->savedVersion = version();
     write(entries);
 }
 
 void WindowStore::saveState(std::vector<SettingsEntry> settings)
 {
-    m_savedVersion = version();
+    m_parts->savedVersion = version();
     std::vector<SettingsEntry> entries;
-    if (m_isBoardLoaded) {
+    if (m_parts->isBoardLoaded) {
         entries = boardEntries(m_goals, m_unassignedTodos);
         entries.push_back(assignmentsEntry(m_assignments));
     }
@@ -150,46 +170,46 @@ void WindowStore::saveState(std::vector<SettingsEntry> settings)
 
 void WindowStore::write(const std::vector<SettingsEntry>& entries)
 {
-    afterWriting(m_settings.write(entries));
+    afterWriting(m_parts->settings.write(entries));
 }
 
 void WindowStore::finishSaving()
 {
     const Update update(m_changes);
-    afterWriting(m_settings.flush());
+    afterWriting(m_parts->settings.flush());
 }
 
 void WindowStore::afterWriting(bool isDone)
 {
-    if (!m_isBoardLoaded && m_settings.isLoaded())
+    if (!m_parts->isBoardLoaded && m_parts->settings.isLoaded())
         loadState();
     else if (isDone)
-        m_saveRetryTask.reset();
+        m_parts->saveRetry.reset();
     else
         retrySavingLater();
 }
 
 void WindowStore::retrySavingLater()
 {
-    m_saveRetryTask = m_scheduler.after(saveRetryDelay, [this] {
-        m_saveRetryTask.reset();
+    m_parts->saveRetry = m_parts->scheduler.after(saveRetryDelay, [this] {
+        m_parts->saveRetry.reset();
         finishSaving();
     });
 }
 
 void WindowStore::setToastHeld(bool isHeld)
 {
-    m_toast.setHeld(isHeld);
+    m_parts->toast.setHeld(isHeld);
 }
 
 void WindowStore::publishToast()
 {
     const Update update(m_changes);
     std::optional<QString> message;
-    if (const std::optional<CopyKey> text = m_toast.text())
+    if (const std::optional<CopyKey> text = m_parts->toast.text())
         message = KelpaCopy::text(*text, m_language);
     publish(m_toastMessage, std::move(message), Field::toastMessage);
-    publish(m_toastOffersUndo, m_toast.offersUndo(), Field::toastOffersUndo);
+    publish(m_toastOffersUndo, m_parts->toast.offersUndo(), Field::toastOffersUndo);
 }
 
 } // namespace kelpa

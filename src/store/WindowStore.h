@@ -7,22 +7,13 @@
 #include "model/Preview.h"
 #include "model/WindowItem.h"
 #include "navigation/BoardNavigationState.h"
-#include "platform/Applications.h"
 #include "platform/Platform.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
-#include "platform/TaskGroup.h"
-#include "platform/WindowServer.h"
-#include "store/BoardHistory.h"
-#include "store/DesktopLooks.h"
-#include "store/LaunchFollower.h"
 #include "store/MovePlace.h"
-#include "store/PreviewCaptures.h"
 #include "store/StoreChanges.h"
-#include "store/Toast.h"
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
-#include "windows/WindowSearch.h"
 
 #include <QList>
 #include <QObject>
@@ -36,6 +27,9 @@
 #include <vector>
 
 namespace kelpa {
+
+struct BoardContents;
+struct BoardVersion;
 
 class WindowStore : public QObject
 {
@@ -226,19 +220,13 @@ Q_SIGNALS:
 private:
     using Field = StoreField;
     using Update = StoreChanges::Update;
+    /// What works behind the published state.
+    struct Parts;
 
     /// Assigns `value` when it differs, and notes the change.
     template <class Value>
-    bool publish(Value& member, Value value, Field field)
-    {
-        if (member == value)
-            return false;
-        member = std::move(value);
-        markChanged(field);
-        return true;
-    }
+    bool publish(Value& member, Value value, Field field);
     void markChanged(Field field);
-    void emitSignals(const StoreChanges::Fields& changed);
 
     void loadState();
     /// Notes what the person changed since the last save as a step, and saves.
@@ -259,11 +247,9 @@ private:
     void restore(BoardVersion board);
     /// Publishes them, in automatic order where that is on, and lets what depends on them follow.
     void showContents(BoardContents contents);
-    void clearHistory();
     void publishHistory();
 
     void sortGoalsIfNeeded();
-    QSet<GoalID> goalIDs() const;
     QList<GoalID> visibleGoalIDs() const;
     bool hasGoal(GoalID goalID) const;
     /// Makes a goal and selects it, without saving; none when the title is blank.
@@ -280,13 +266,8 @@ private:
     bool setAssignment(WindowID windowID, std::optional<GoalID> to);
     void updatePermissionState();
     void publishPreviews(Previews previews);
-    void applyDiscoveredWindows(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& windows);
     void finishLook(const QList<WindowItem>& windows);
-
-    void bringForwardInTurn(const QList<WindowItem>& windows);
-    void bringNextForward();
-
     /// The window that was opened for the goal has appeared.
     void takeNewWindow(GoalID goalID, WindowID windowID);
 
@@ -294,10 +275,6 @@ private:
     void reconcileNavigationWithWindows();
     void reconcileSelectionWithVisibleGoals();
     void closeTodoEditor();
-
-    const Platform m_platform;
-    SettingsStore& m_settings;
-    Scheduler& m_scheduler;
 
     QList<WindowItem> m_windows;
     QList<Goal> m_goals;
@@ -317,43 +294,10 @@ private:
     AppLanguage m_language = AppLanguage::chinese;
     bool m_isAutoSortingGoals = true;
     bool m_isHidingGoalsWithoutOpenTodos = false;
-
-    /// What is stored is on the board.
-    bool m_isBoardLoaded = false;
     Assignments m_assignments;
-    BoardHistory m_history;
-    /// The board as it was saved last, whoever changed it.
-    BoardVersion m_savedVersion;
-    int m_targetGridColumnCount = 1;
 
-    /// What keeps the windows fresh.
-    struct Observation
-    {
-        TaskHandle refreshTimer;
-        TaskHandle previewTimer;
-        std::unique_ptr<Subscription> windowWatch;
-    };
-    std::optional<Observation> m_observation;
-    DesktopLooks m_looks{m_platform.windowServer, m_platform.applications, m_scheduler,
-                         [this](const QList<WindowItem>& windows) { finishLook(windows); }};
-    PreviewCaptures m_previewCaptures{
-        m_platform.windowServer, m_scheduler, m_windows, m_previews,
-        [this](Previews previews) { publishPreviews(std::move(previews)); }};
-    TaskHandle m_bringForwardTask;
-    QList<QList<WindowItem>> m_windowsToBringForward;
-    Toast m_toast{m_scheduler, [this] { publishToast(); }};
-    TaskHandle m_saveRetryTask;
-    LaunchFollower m_launches{
-        m_platform.applications, m_scheduler, m_windows, [this] { refresh(); },
-        [this](GoalID goalID, WindowID windowID) { takeNewWindow(goalID, windowID); }};
-    /// Quits and what follows them.
-    TaskGroup m_tasks{m_scheduler};
-
-    /// Derived from windows, searchText and previews; absent until it is asked for.
-    mutable std::optional<QList<WindowItem>> m_filteredWindows;
-    mutable std::optional<WindowsByGoal> m_windowsByGoal;
-
-    StoreChanges m_changes{[this](const StoreChanges::Fields& changed) { emitSignals(changed); }};
+    StoreChanges m_changes;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace kelpa

@@ -3,8 +3,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
-#include "store/WindowStore.h"
-#include "windows/WindowActions.h"
+#include "store/WindowStoreParts.h"
 
 #include <algorithm>
 #include <chrono>
@@ -25,7 +24,7 @@ void WindowStore::focus(const WindowItem& window)
     const Update update(m_changes);
     publishNavigation(BoardNavigationState::inside(TargetSelection::of(window.goalID), window.id));
     if (m_isAccessibilityTrusted)
-        bringForwardInTurn({window});
+        m_parts->bringForwardQueue.append({window});
 }
 
 void WindowStore::showAllWindows(GoalID goalID)
@@ -38,58 +37,34 @@ void WindowStore::showAllWindows(GoalID goalID)
     std::ranges::copy_if(m_windows, std::back_inserter(windows),
                          [&goalID](const WindowItem& each) { return each.goalID == goalID; });
     if (m_isAccessibilityTrusted)
-        bringForwardInTurn(windows);
-}
-
-void WindowStore::bringForwardInTurn(const QList<WindowItem>& windows)
-{
-    m_windowsToBringForward.append(windows);
-    if (!m_bringForwardTask)
-        bringNextForward();
-}
-
-void WindowStore::bringNextForward()
-{
-    if (m_windowsToBringForward.isEmpty())
-        return;
-    // One request after the other, so that the last one ends up in front.
-    m_bringForwardTask = m_scheduler.inBackground(
-        [windows = m_windowsToBringForward.takeFirst(), &applications = m_platform.applications,
-         &accessibility = m_platform.accessibility](const std::stop_token&) {
-            bringForward(windows, applications, accessibility);
-            return Done{};
-        },
-        [this](Done) {
-            m_bringForwardTask.reset();
-            bringNextForward();
-        });
+        m_parts->bringForwardQueue.append(windows);
 }
 
 void WindowStore::closeProcess(const WindowItem& window)
 {
     const ProcessID process = window.processIdentifier;
-    if (process == m_platform.applications.currentProcess())
+    if (process == m_parts->platform.applications.currentProcess())
         return;
-    m_tasks.inBackground(
-        [process, &applications = m_platform.applications](const std::stop_token&) {
+    m_parts->tasks.inBackground(
+        [process, &applications = m_parts->platform.applications](const std::stop_token&) {
             if (applications.isRunning(process))
                 applications.requestQuit(process);
             return Done{};
         },
         [](Done) {});
-    m_tasks.after(refreshDelayAfterQuit, [this] { refresh(); });
+    m_parts->tasks.after(refreshDelayAfterQuit, [this] { refresh(); });
 }
 
 void WindowStore::createTerminal(GoalID goalID)
 {
     if (hasGoal(goalID))
-        m_launches.launch(LaunchableApplication::terminal, goalID);
+        m_parts->launches.launch(LaunchableApplication::terminal, goalID);
 }
 
 void WindowStore::createChrome(GoalID goalID)
 {
     if (hasGoal(goalID))
-        m_launches.launch(LaunchableApplication::chrome, goalID);
+        m_parts->launches.launch(LaunchableApplication::chrome, goalID);
 }
 
 void WindowStore::takeNewWindow(GoalID goalID, WindowID windowID)

@@ -2,7 +2,7 @@
 
 #include "model/Text.h"
 #include "store/GoalOrder.h"
-#include "store/WindowStore.h"
+#include "store/WindowStoreParts.h"
 #include "windows/WindowReconciliation.h"
 
 #include <algorithm>
@@ -87,15 +87,6 @@ void WindowStore::sortGoalsIfNeeded()
     m_goals = automaticallySorted(m_goals);
     // Also when the order is the same: what is shown beside it, the counts, has changed.
     markChanged(Field::goals);
-}
-
-QSet<GoalID> WindowStore::goalIDs() const
-{
-    QSet<GoalID> ids;
-    ids.reserve(m_goals.size());
-    for (const Goal& goal : m_goals)
-        ids.insert(goal.id);
-    return ids;
 }
 
 QList<GoalID> WindowStore::visibleGoalIDs() const

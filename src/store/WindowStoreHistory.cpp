@@ -3,22 +3,22 @@
 #include "store/BoardPersistence.h"
 #include "store/ChangedTarget.h"
 #include "store/GoalOrder.h"
-#include "store/WindowStore.h"
+#include "store/WindowStoreParts.h"
 
 namespace kelpa {
 
 void WindowStore::undo()
 {
     const Update update(m_changes);
-    if (m_history.canUndo())
-        restore(m_history.undone(version()));
+    if (m_parts->history.canUndo())
+        restore(m_parts->history.undone(version()));
 }
 
 void WindowStore::redo()
 {
     const Update update(m_changes);
-    if (m_history.canRedo())
-        restore(m_history.redone(version()));
+    if (m_parts->history.canRedo())
+        restore(m_parts->history.redone(version()));
 }
 
 BoardVersion WindowStore::version() const
@@ -42,7 +42,7 @@ void WindowStore::restore(BoardVersion board)
         activateTarget(*changed, EnterWindowLayer::no);
         publish(m_restorationID, m_restorationID + 1, Field::restorationID);
     }
-    m_toast.withdrawOffer();
+    m_parts->toast.withdrawOffer();
     saveState(std::move(settings));
     publishHistory();
 }
@@ -59,30 +59,23 @@ void WindowStore::showContents(BoardContents contents)
 
 void WindowStore::saveStep(std::vector<SettingsEntry> settings)
 {
-    if (m_history.note(m_savedVersion, version()))
-        m_toast.withdrawOffer();
+    if (m_parts->history.note(m_parts->savedVersion, version()))
+        m_parts->toast.withdrawOffer();
     saveState(std::move(settings));
     publishHistory();
 }
 
 void WindowStore::saveDeletion(CopyKey announcement)
 {
-    m_history.note(m_savedVersion, version());
-    m_toast.show(announcement, Toast::OffersUndo::yes);
+    m_parts->history.note(m_parts->savedVersion, version());
+    m_parts->toast.show(announcement, Toast::OffersUndo::yes);
     saveState();
-    publishHistory();
-}
-
-void WindowStore::clearHistory()
-{
-    m_history.clear();
-    m_toast.withdrawOffer();
     publishHistory();
 }
 
 void WindowStore::publishHistory()
 {
-    publish(m_canUndo, m_history.canUndo(), Field::canUndo);
-    publish(m_canRedo, m_history.canRedo(), Field::canRedo);
+    publish(m_canUndo, m_parts->history.canUndo(), Field::canUndo);
+    publish(m_canRedo, m_parts->history.canRedo(), Field::canRedo);
 }
 } // namespace kelpa

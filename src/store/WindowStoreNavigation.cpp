@@ -1,7 +1,7 @@
 // The keyboard selection.
 
 #include "navigation/BoardNavigation.h"
-#include "store/WindowStore.h"
+#include "store/WindowStoreParts.h"
 
 #include <algorithm>
 
@@ -24,7 +24,7 @@ void WindowStore::moveTargetSelection(NavigationDirection direction)
 {
     const Update update(m_changes);
     publishNavigation(movedTargetSelection(m_boardNavigation, targetSelections(visibleGoalIDs()),
-                                           m_targetGridColumnCount, direction));
+                                           m_parts->targetGridColumnCount, direction));
 }
 
 void WindowStore::moveWindowSelection(NavigationDirection direction)
@@ -84,7 +84,7 @@ void WindowStore::clearTargetSelection()
 
 void WindowStore::setTargetGridColumnCount(int count)
 {
-    m_targetGridColumnCount = count;
+    m_parts->targetGridColumnCount = count;
 }
 
 void WindowStore::publishNavigation(const BoardNavigationState& state)

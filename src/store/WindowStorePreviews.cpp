@@ -3,7 +3,7 @@
 #include "platform/Accessibility.h"
 #include "platform/WindowServer.h"
 #include "platform/Workspace.h"
-#include "store/WindowStore.h"
+#include "store/WindowStoreParts.h"
 #include "text/KelpaCopy.h"
 
 #include <QUrl>
@@ -25,9 +25,9 @@ void WindowStore::refreshPreviews(Date now)
 {
     const Update update(m_changes);
     if (m_isScreenCaptureTrusted) {
-        m_previewCaptures.captureNext(now);
+        m_parts->previewCaptures.captureNext(now);
     } else {
-        m_previewCaptures.cancel();
+        m_parts->previewCaptures.cancel();
         publishPreviews({});
     }
 }
@@ -40,17 +40,17 @@ void WindowStore::publishPreviews(Previews previews)
 
 void WindowStore::setPreviewPixels(const QSize& pixels)
 {
-    m_previewCaptures.setPixels(pixels);
+    m_parts->previewCaptures.setPixels(pixels);
 }
 
 void WindowStore::noteScrollActivity(Date now)
 {
-    m_previewCaptures.pause(now);
+    m_parts->previewCaptures.pause(now);
 }
 
 void WindowStore::noteScrollActivity()
 {
-    noteScrollActivity(m_scheduler.now());
+    noteScrollActivity(m_parts->scheduler.now());
 }
 
 std::optional<QString> WindowStore::previewMessage(const WindowItem& window) const
@@ -67,23 +67,23 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
 void WindowStore::requestPermissions()
 {
     const Update update(m_changes);
-    publish(m_isAccessibilityTrusted, m_platform.accessibility.requestTrust(),
+    publish(m_isAccessibilityTrusted, m_parts->platform.accessibility.requestTrust(),
             Field::isAccessibilityTrusted);
-    publish(m_isScreenCaptureTrusted, m_platform.windowServer.requestScreenCapture(),
+    publish(m_isScreenCaptureTrusted, m_parts->platform.windowServer.requestScreenCapture(),
             Field::isScreenCaptureTrusted);
-    m_platform.workspace.requestOpen(privacySettings(m_isScreenCaptureTrusted));
+    m_parts->platform.workspace.requestOpen(privacySettings(m_isScreenCaptureTrusted));
 }
 
 bool WindowStore::hasPermissionSettings() const
 {
-    return m_platform.workspace.hasPermissionSettings();
+    return m_parts->platform.workspace.hasPermissionSettings();
 }
 
 void WindowStore::updatePermissionState()
 {
-    publish(m_isAccessibilityTrusted, m_platform.accessibility.isTrusted(),
+    publish(m_isAccessibilityTrusted, m_parts->platform.accessibility.isTrusted(),
             Field::isAccessibilityTrusted);
-    publish(m_isScreenCaptureTrusted, m_platform.windowServer.isScreenCaptureTrusted(),
+    publish(m_isScreenCaptureTrusted, m_parts->platform.windowServer.isScreenCaptureTrusted(),
             Field::isScreenCaptureTrusted);
 }
 

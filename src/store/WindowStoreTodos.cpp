@@ -4,7 +4,7 @@
 #include "platform/Pasteboard.h"
 #include "store/GoalOrder.h"
 #include "store/TodoOrder.h"
-#include "store/WindowStore.h"
+#include "store/WindowStoreParts.h"
 
 namespace kelpa {
 
@@ -42,7 +42,7 @@ void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
     const qsizetype index = todos != nullptr ? indexOf(*todos, todoID) : -1;
     if (index < 0)
         return;
-    (*todos)[index] = withNextStatus(todos->at(index), m_scheduler.now());
+    (*todos)[index] = withNextStatus(todos->at(index), m_parts->scheduler.now());
     markTodosChanged(in);
     reconcileWithTodoCounts();
     saveStep();
@@ -99,8 +99,8 @@ void WindowStore::moveTodo(TodoID todoID, TodoID targetID, MovePlace place)
 void WindowStore::copyTodo(const TodoItem& todo)
 {
     const Update update(m_changes);
-    m_platform.pasteboard.setText(todo.title);
-    m_toast.show(CopyKey::TodoCopied, Toast::OffersUndo::no);
+    m_parts->platform.pasteboard.setText(todo.title);
+    m_parts->toast.show(CopyKey::TodoCopied, Toast::OffersUndo::no);
 }
 
 void WindowStore::requestAddTodo(GoalID goalID)

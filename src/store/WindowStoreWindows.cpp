@@ -2,7 +2,7 @@
 
 #include "platform/Applications.h"
 #include "store/GoalOrder.h"
-#include "store/WindowStore.h"
+#include "store/WindowStoreParts.h"
 #include "windows/WindowReconciliation.h"
 
 #include <algorithm>
@@ -20,21 +20,30 @@ constexpr Scheduler::Duration refreshInterval = 2s;
 /// How often one window's preview is renewed.
 constexpr Scheduler::Duration previewInterval = 600ms;
 
+QSet<GoalID> idsOf(const QList<Goal>& goals)
+{
+    QSet<GoalID> ids;
+    ids.reserve(goals.size());
+    for (const Goal& goal : goals)
+        ids.insert(goal.id);
+    return ids;
+}
+
 } // namespace
 
 const QList<WindowItem>& WindowStore::filteredWindows() const
 {
-    if (!m_filteredWindows)
-        m_filteredWindows = kelpa::filteredWindows(m_windows, m_searchText, QLocale());
-    return *m_filteredWindows;
+    if (!m_parts->filteredWindows)
+        m_parts->filteredWindows = kelpa::filteredWindows(m_windows, m_searchText, QLocale());
+    return *m_parts->filteredWindows;
 }
 
 QList<WindowItem> WindowStore::windows(std::optional<GoalID> goalID) const
 {
-    if (!m_windowsByGoal)
-        m_windowsByGoal = windowsByGoal(filteredWindows(),
-                                        [this](WindowID id) { return m_previews.contains(id); });
-    return m_windowsByGoal->of(goalID);
+    if (!m_parts->windowsByGoal)
+        m_parts->windowsByGoal = windowsByGoal(
+            filteredWindows(), [this](WindowID id) { return m_previews.contains(id); });
+    return m_parts->windowsByGoal->of(goalID);
 }
 
 QList<WindowItem> WindowStore::windows(const TargetSelection& target) const
@@ -51,43 +60,38 @@ void WindowStore::refresh()
     const Update update(m_changes);
     updatePermissionState();
     if (m_isScreenCaptureTrusted) {
-        m_looks.lookNow();
+        m_parts->looks.lookNow();
     } else {
-        m_looks.cancel();
+        m_parts->looks.cancel();
         finishLook({});
     }
 }
 
 void WindowStore::refreshInBackground()
 {
-    if (m_looks.isUnderWay())
+    if (m_parts->looks.isUnderWay())
         return;
     const Update update(m_changes);
     updatePermissionState();
-    m_looks.lookInBackground(m_isScreenCaptureTrusted ? DesktopLooks::MayRead::yes
-                                                      : DesktopLooks::MayRead::no);
+    m_parts->looks.lookInBackground(m_isScreenCaptureTrusted ? DesktopLooks::MayRead::yes
+                                                             : DesktopLooks::MayRead::no);
 }
 
 void WindowStore::finishLook(const QList<WindowItem>& windows)
 {
     const Update update(m_changes);
-    applyDiscoveredWindows(windows);
-    m_launches.finishLooks();
-    if (m_looks.takeMissedChange())
+    migrateLegacyTerminalAssignments(windows);
+    publish(m_windows, withAssignedGoals(windows, m_assignments, idsOf(m_goals)), Field::windows);
+    reconcileNavigationWithWindows();
+    m_parts->launches.finishLooks();
+    if (m_parts->looks.takeMissedChange())
         refreshInBackground();
 }
 
 void WindowStore::noteWindowsChangedOnDesktop()
 {
-    m_looks.noteChange();
+    m_parts->looks.noteChange();
     refreshInBackground();
-}
-
-void WindowStore::applyDiscoveredWindows(const QList<WindowItem>& discovered)
-{
-    migrateLegacyTerminalAssignments(discovered);
-    publish(m_windows, withAssignedGoals(discovered, m_assignments, goalIDs()), Field::windows);
-    reconcileNavigationWithWindows();
 }
 
 void WindowStore::reconcileWithBoard()
@@ -97,7 +101,7 @@ void WindowStore::reconcileWithBoard()
     const std::optional<GoalID> selected = m_boardNavigation.target.goalID();
     if (selected && !hasGoal(*selected))
         publishNavigation(BoardNavigationState::idle());
-    publish(m_windows, withAssignedGoals(m_windows, m_assignments, goalIDs()), Field::windows);
+    publish(m_windows, withAssignedGoals(m_windows, m_assignments, idsOf(m_goals)), Field::windows);
     reconcileNavigationWithWindows();
     reconcileSelectionWithVisibleGoals();
 }
@@ -105,7 +109,7 @@ void WindowStore::reconcileWithBoard()
 void WindowStore::migrateLegacyTerminalAssignments(const QList<WindowItem>& windows)
 {
     std::optional<Assignments> migrated =
-        migratedTerminalAssignments(m_assignments, windows, goalIDs());
+        migratedTerminalAssignments(m_assignments, windows, idsOf(m_goals));
     if (!migrated)
         return;
     m_assignments = *std::move(migrated);
@@ -170,27 +174,28 @@ bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
 
 void WindowStore::startObserving()
 {
-    if (m_observation)
+    if (m_parts->observation)
         return;
     refresh();
-    m_observation = Observation{
-        m_scheduler.repeat(refreshInterval, [this] { refreshInBackground(); }),
-        m_scheduler.repeat(previewInterval, [this] { refreshPreviews(m_scheduler.now()); }),
-        m_platform.windowServer.watchWindows([this] { noteWindowsChangedOnDesktop(); })};
-    refreshPreviews(m_scheduler.now());
+    m_parts->observation = Parts::Observation{
+        m_parts->scheduler.repeat(refreshInterval, [this] { refreshInBackground(); }),
+        m_parts->scheduler.repeat(previewInterval,
+                                  [this] { refreshPreviews(m_parts->scheduler.now()); }),
+        m_parts->platform.windowServer.watchWindows([this] { noteWindowsChangedOnDesktop(); })};
+    refreshPreviews(m_parts->scheduler.now());
 }
 
 void WindowStore::stopObserving()
 {
     const Update update(m_changes);
-    m_observation.reset();
-    m_previewCaptures.cancel();
-    m_looks.cancel();
+    m_parts->observation.reset();
+    m_parts->previewCaptures.cancel();
+    m_parts->looks.cancel();
     publish(m_windows, {}, Field::windows);
     publish(m_previews, {}, Field::previews);
     reconcileNavigationWithWindows();
     // The one that was under way brings nothing any more.
-    m_launches.finishLooks();
+    m_parts->launches.finishLooks();
 }
 
 } // namespace kelpa
