@@ -5,7 +5,6 @@
 #include "app/SuddenEnd.h"
 #include "app/ToolkitArguments.h"
 #include "app/X11Desktop.h"
-#include "platform/MotionSetting.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
@@ -14,7 +13,6 @@
 #include "shell/MainWindow.h"
 #include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
-#include "views/DesktopAppearance.h"
 #include "views/RenderBackend.h"
 #include "views/ViewEngine.h"
 
@@ -106,11 +104,15 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     X11Desktop desktop(scheduler, QFileInfo(settings->path()).path(), assignedWindows(*settings));
     WindowStore store(desktop.platform(), *settings, scheduler);
     desktop.setWindowsChanged([&store] { store.noteWindowsChangedOnDesktop(); });
-    ViewEngine view(store, desktop.applications(), scheduler,
+    ViewEngine view(store, desktop.applications(),
                     {.keyNames = KeyNames::withSuper(),
                      .appearance = std::nullopt,
                      .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))});
-    // The board is on the screen before the desktop is looked at for the first time.
+    // The board is on the screen before the desktop is asked or looked at for the first time.
+    QObject::connect(&view, &ViewEngine::boardShown, &view, [&] {
+        view.followAppearance(desktop.appearanceOfPortal());
+        view.followMotion(desktop.motionOfPortal());
+    });
     QObject::connect(&view, &ViewEngine::boardShown, &store, &WindowStore::startObserving);
     GlobalDoubleTap doubleTap(desktop.globalKeys());
     QObject::connect(&doubleTap, &GlobalDoubleTap::isAvailableChanged, &view,
@@ -119,8 +121,7 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     int status = 1;
     if (view.show()) {
         window.emplace(*view.window(), desktop.ownWindow());
-        const auto animations = desktop.motionSetting().watchAnimations(
-            [&view](std::optional<bool> areWanted) { view.setAnimationsWanted(areWanted); });
+        view.followMotion(desktop.motionOnDisplay());
         const auto covered = desktop.ownWindow().watchCovered(
             static_cast<std::uint32_t>(view.window()->winId()),
             [&view](bool isCovered) { view.setCovered(isCovered); });

@@ -83,7 +83,7 @@ public:
         ViewEngine::Options options;
         options.appearance = Appearance::light;
         options.isReducingMotion = true;
-        ViewEngine engine(*m_store, m_desktop, m_scheduler, options);
+        ViewEngine engine(*m_store, m_desktop, options);
         QQuickWindow* window = nullptr;
         figures.firstFrame.push_back(untilFrame(&window, [&] {
             engine.show();

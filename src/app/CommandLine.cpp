@@ -58,6 +58,15 @@ CommandLine readCommandLine(const QStringList& arguments)
     return line;
 }
 
+std::optional<bool> reducedMotionFromText(const QByteArray& text)
+{
+    if (text == "1")
+        return true;
+    if (text == "0")
+        return false;
+    return std::nullopt;
+}
+
 QString commandLineHelp()
 {
     QCommandLineParser parser;

@@ -8,6 +8,7 @@
 #include "platform/freedesktop/FreedesktopApplications.h"
 #include "platform/freedesktop/IconLookup.h"
 #include "platform/freedesktop/NetWmIcon.h"
+#include "platform/freedesktop/PortalSettings.h"
 #include "platform/qt/QtPasteboard.h"
 #include "platform/x11/BorrowedKeyboard.h"
 #include "platform/x11/NumberFloorFile.h"
@@ -51,7 +52,8 @@ public:
                         .takenNumbers = assigned,
                         .ownProcess = static_cast<ProcessID>(QCoreApplication::applicationPid())}),
           workspace(scheduler), globalKeys(connector, scheduler),
-          ownWindow(connector, actor, scheduler), motionSetting(connector, scheduler)
+          ownWindow(connector, actor, scheduler), motionOnDisplay(connector, scheduler),
+          portal(scheduler)
     {}
 
     std::optional<std::uint32_t> clientWindow(WindowID number)
@@ -88,7 +90,8 @@ public:
     DesktopWorkspace workspace;
     x11::X11GlobalKeys globalKeys;
     x11::X11OwnWindow ownWindow;
-    x11::X11MotionSetting motionSetting;
+    x11::X11MotionSetting motionOnDisplay;
+    PortalSettings portal;
     TaskHandle firstLook;
 };
 
@@ -128,9 +131,19 @@ GlobalKeys& X11Desktop::globalKeys()
     return m_parts->globalKeys;
 }
 
-MotionSetting& X11Desktop::motionSetting()
+MotionSetting& X11Desktop::motionOnDisplay()
 {
-    return m_parts->motionSetting;
+    return m_parts->motionOnDisplay;
+}
+
+AppearanceSetting& X11Desktop::appearanceOfPortal()
+{
+    return m_parts->portal;
+}
+
+MotionSetting& X11Desktop::motionOfPortal()
+{
+    return m_parts->portal;
 }
 
 OwnWindow& X11Desktop::ownWindow()

@@ -12,6 +12,7 @@ class QString;
 
 namespace kelpa {
 
+class AppearanceSetting;
 class GlobalKeys;
 class MotionSetting;
 class OwnWindow;
@@ -37,7 +38,11 @@ public:
     Applications& applications();
     GlobalKeys& globalKeys();
     OwnWindow& ownWindow();
-    MotionSetting& motionSetting();
+    /// What the display's settings manager says.
+    MotionSetting& motionOnDisplay();
+    /// What the settings portal says, which is asked only once one of them is watched.
+    AppearanceSetting& appearanceOfPortal();
+    MotionSetting& motionOfPortal();
 
 private:
     class Parts;

@@ -32,10 +32,8 @@ ViewSettings* viewSettings(QQmlEngine& engine)
 class ViewEngine::Parts
 {
 public:
-    Parts(WindowStore& storeToShow, Applications& applications, Scheduler& schedulerToUse,
-          Options chosen)
-        : store(storeToShow), scheduler(schedulerToUse), options(std::move(chosen)),
-          controller(storeToShow, options.keyNames)
+    Parts(WindowStore& storeToShow, Applications& applications, Options chosen)
+        : store(storeToShow), options(std::move(chosen)), controller(storeToShow, options.keyNames)
     {
         engine.addImportPath(QStringLiteral(":/qt/qml"));
         auto provider = std::make_unique<AppIconProvider>(applications, iconWindows, iconReaders);
@@ -44,7 +42,6 @@ public:
     }
 
     WindowStore& store;
-    Scheduler& scheduler;
     Options options;
     std::shared_ptr<IconWindows> iconWindows = std::make_shared<IconWindows>();
     std::shared_ptr<WorkerPool> iconReaders = std::make_shared<WorkerPool>(1);
@@ -56,12 +53,11 @@ public:
     std::unique_ptr<BoardInput> input;
 };
 
-ViewEngine::ViewEngine(WindowStore& store, Applications& applications, Scheduler& scheduler,
-                       Options options)
+ViewEngine::ViewEngine(WindowStore& store, Applications& applications, Options options)
 {
     qml_register_types_Kelpa();
     // Before anything else follows the store, so that a card that appears finds its icon.
-    auto parts = std::make_unique<Parts>(store, applications, scheduler, std::move(options));
+    auto parts = std::make_unique<Parts>(store, applications, std::move(options));
     m_parts = std::move(parts);
     const auto updateIconWindows = [this] { m_parts->iconWindows->set(m_parts->store.windows()); };
     connect(&store, &WindowStore::windowsChanged, this, updateIconWindows);
@@ -96,7 +92,6 @@ bool ViewEngine::show()
     connect(
         board, &QQuickWindow::frameSwapped, this,
         [this] {
-            m_parts->desktopAppearance->follow(m_parts->scheduler);
             takeKeys();
             Q_EMIT boardShown();
         },
@@ -120,10 +115,14 @@ void ViewEngine::setDoubleTapOffered(bool isOffered)
     m_parts->controller.setDoubleTapOffered(isOffered);
 }
 
-void ViewEngine::setAnimationsWanted(std::optional<bool> areWanted)
+void ViewEngine::followAppearance(AppearanceSetting& setting)
 {
-    if (m_parts->desktopAppearance)
-        m_parts->desktopAppearance->setAnimationsWanted(areWanted);
+    m_parts->desktopAppearance->followAppearance(setting);
+}
+
+void ViewEngine::followMotion(MotionSetting& setting)
+{
+    m_parts->desktopAppearance->followMotion(setting);
 }
 
 void ViewEngine::setCovered(bool isCovered)

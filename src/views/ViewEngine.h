@@ -14,7 +14,8 @@ class QQuickWindow;
 namespace kelpa {
 
 class Applications;
-class Scheduler;
+class AppearanceSetting;
+class MotionSetting;
 class WindowStore;
 
 /// Main thread. Needs a QGuiApplication, and is destroyed before it.
@@ -32,8 +33,7 @@ public:
     };
 
     /// What it is given outlives it.
-    ViewEngine(WindowStore& store, Applications& applications, Scheduler& scheduler,
-               Options options);
+    ViewEngine(WindowStore& store, Applications& applications, Options options);
     ~ViewEngine() override;
 
     /// Makes the window and shows it, filling the usable area of its screen. False when the
@@ -44,8 +44,11 @@ public:
     /// does not.
     void setDoubleTapOffered(bool isOffered);
 
-    /// As the desktop says elsewhere than in its portal; absent where it does not.
-    void setAnimationsWanted(std::optional<bool> areWanted);
+    /// From now on as this setting of the desktop's wants it, unless the options have fixed it.
+    /// There may be several of motion: one that asks to reduce it is enough. After `show`; the
+    /// setting outlives this object.
+    void followAppearance(AppearanceSetting& setting);
+    void followMotion(MotionSetting& setting);
 
     /// Whether the whole window lies behind others, which it does not at first.
     void setCovered(bool isCovered);

@@ -52,5 +52,13 @@ TEST(CommandLine, What_it_does_not_know_is_named)
     EXPECT_FALSE(read({QStringLiteral("--settings")}).trouble.isEmpty());
 }
 
+TEST(ReducedMotion, Can_be_set_for_the_program_alone)
+{
+    EXPECT_EQ(reducedMotionFromText("1"), true);
+    EXPECT_EQ(reducedMotionFromText("0"), false);
+    EXPECT_EQ(reducedMotionFromText(""), std::nullopt);
+    EXPECT_EQ(reducedMotionFromText("yes"), std::nullopt);
+}
+
 } // namespace
 } // namespace kelpa::test

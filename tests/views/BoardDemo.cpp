@@ -189,6 +189,6 @@ int main(int argc, char** argv)
         options.appearance = Appearance::light;
     if (parser.isSet(still))
         options.isReducingMotion = true;
-    ViewEngine view(store, desktop, scheduler, options);
+    ViewEngine view(store, desktop, options);
     return view.show() ? QGuiApplication::exec() : 1;
 }

@@ -1,251 +1,155 @@
-// Light, dark and reduced motion as a settings portal tells them. To be run on a message bus of its
-// own.
+// The interface follows what the desktop's settings tell.
 #include "views/DesktopAppearance.h"
 
-#include "support/CaseName.h"
-#include "support/ManualScheduler.h"
+#include "platform/AppearanceSetting.h"
+#include "platform/MotionSetting.h"
 #include "views/ViewSettings.h"
 
 #include <gtest/gtest.h>
 
-#include <QDBusContext>
-#include <QDBusVariant>
 #include <QGuiApplication>
-#include <QHash>
-#include <QTest>
-
-#include <memory>
+#include <QPalette>
 
 namespace kelpa::test {
-
-class FakePortal : public QObject, protected QDBusContext
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-
-public:
-    FakePortal()
-    {
-        m_connection.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
-                                    QDBusConnection::ExportAllSlots |
-                                        QDBusConnection::ExportAllSignals);
-        m_isOnBus = m_connection.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
-    }
-    ~FakePortal() override { QDBusConnection::disconnectFromBus(QStringLiteral("fake-portal")); }
-
-    bool isOnBus() const { return m_isOnBus; }
-
-    void set(const QString& key, const QVariant& value)
-    {
-        m_values.insert(key, value);
-        const auto dot = key.lastIndexOf(u'/');
-        Q_EMIT SettingChanged(key.first(dot), key.sliced(dot + 1), QDBusVariant(value));
-    }
-
-    int readCount = 0;
-
-public Q_SLOTS:
-    QDBusVariant Read(const QString& space, const QString& key)
-    {
-        ++readCount;
-        const QString both = space + u'/' + key;
-        if (!m_values.contains(both)) {
-            sendErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"));
-            return {};
-        }
-        // As portals do, a value within a value.
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(m_values.value(both))));
-    }
-
-Q_SIGNALS:
-    void SettingChanged(const QString& space, const QString& key, const QDBusVariant& value);
-
-private:
-    QDBusConnection m_connection =
-        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("fake-portal"));
-    QHash<QString, QVariant> m_values;
-    bool m_isOnBus = false;
-};
-
 namespace {
 
-const QString colorScheme = QStringLiteral("org.freedesktop.appearance/color-scheme");
-const QString reducedMotion = QStringLiteral("org.freedesktop.appearance/reduced-motion");
-/// How much the portal is asked.
-constexpr int readCount = 4;
-const QString animations = QStringLiteral("org.gnome.desktop.interface/enable-animations");
-
-class PortalAppearance : public testing::Test
+/// Counts those who listen, and tells them all.
+template <class Value>
+class Listeners
 {
-protected:
-    void SetUp() override
+public:
+    using Changed = std::function<void(std::optional<Value>)>;
+
+    std::unique_ptr<Subscription> add(Changed changed)
     {
-        ASSERT_TRUE(portal.isOnBus());
-        settings.setAppearance(Appearance::light);
+        return std::make_unique<Held>(*this, std::move(changed));
     }
-
-    void follow(std::optional<Appearance> fixed = std::nullopt)
+    void tell(std::optional<Value> value)
     {
-        appearance = std::make_unique<DesktopAppearance>(settings, fixed, std::nullopt);
-        appearance->follow(scheduler);
-        scheduler.advance(std::chrono::milliseconds(0));
+        for (const Held* held : m_held)
+            held->changed(value);
     }
+    std::size_t count() const { return m_held.size(); }
 
-    bool becomes(Appearance wanted)
+private:
+    struct Held : Subscription
     {
-        return QTest::qWaitFor([&] { return settings.appearance() == wanted; });
-    }
+        Held(Listeners& listeners, Changed callback)
+            : owner(listeners), changed(std::move(callback))
+        {
+            owner.m_held.push_back(this);
+        }
+        ~Held() override { std::erase(owner.m_held, this); }
 
-    FakePortal portal;
-    ManualScheduler scheduler;
-    ViewSettings settings;
-    std::unique_ptr<DesktopAppearance> appearance;
-};
-
-TEST_F(PortalAppearance, A_dark_desktop_makes_the_interface_dark)
-{
-    portal.set(colorScheme, 1U);
-    follow();
-    EXPECT_TRUE(becomes(Appearance::dark));
-}
-
-TEST_F(PortalAppearance, The_interface_follows_changes)
-{
-    portal.set(colorScheme, 1U);
-    follow();
-    ASSERT_TRUE(becomes(Appearance::dark));
-    portal.set(colorScheme, 2U);
-    EXPECT_TRUE(becomes(Appearance::light));
-    portal.set(colorScheme, 1U);
-    EXPECT_TRUE(becomes(Appearance::dark));
-}
-
-struct MotionCase
-{
-    const char* name;
-    /// Of the portal, with its namespace.
-    const char* key;
-    QVariant reduced;
-    QVariant full;
-};
-
-class PortalMotion : public PortalAppearance, public testing::WithParamInterface<MotionCase>
-{
-protected:
-    bool becomesReduced(bool wanted)
-    {
-        return QTest::qWaitFor([&] { return settings.isReducingMotion() == wanted; });
-    }
-};
-
-TEST_P(PortalMotion, Is_reduced_where_the_desktop_reduces_it_and_follows_changes)
-{
-    const QString key = QString::fromLatin1(GetParam().key);
-    portal.set(key, GetParam().reduced);
-    follow();
-    EXPECT_TRUE(becomesReduced(true));
-    portal.set(key, GetParam().full);
-    EXPECT_TRUE(becomesReduced(false));
-    portal.set(key, GetParam().reduced);
-    EXPECT_TRUE(becomesReduced(true));
-}
-
-TEST_P(PortalMotion, Is_reduced_while_one_setting_of_several_asks_for_it)
-{
-    const QString key = QString::fromLatin1(GetParam().key);
-    const QString other = key == animations ? reducedMotion : animations;
-    portal.set(key, GetParam().reduced);
-    follow();
-    EXPECT_TRUE(becomesReduced(true));
-    portal.set(other, key == animations ? QVariant(0U) : QVariant(true));
-    portal.set(colorScheme, 1U);
-    // The later of the two has come.
-    ASSERT_TRUE(becomes(Appearance::dark));
-    EXPECT_TRUE(settings.isReducingMotion());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Settings, PortalMotion,
-    testing::Values(
-        MotionCase{"of_all_desktops", "org.freedesktop.appearance/reduced-motion", 1U, 0U},
-        MotionCase{"of_GNOME", "org.gnome.desktop.interface/enable-animations", false, true},
-        MotionCase{"of_KDE", "org.kde.kdeglobals.KDE/AnimationDurationFactor", QStringLiteral("0"),
-                   QStringLiteral("0.5")},
-        MotionCase{"of_KDE_as_a_number", "org.kde.kdeglobals.KDE/AnimationDurationFactor", 0.0,
-                   1.0}),
-    caseName);
-
-TEST_F(PortalAppearance, Motion_is_reduced_by_a_setting_elsewhere_than_in_the_portal_too)
-{
-    follow();
-    appearance->setAnimationsWanted(false);
-    EXPECT_TRUE(settings.isReducingMotion());
-    appearance->setAnimationsWanted(std::nullopt);
-    EXPECT_FALSE(settings.isReducingMotion());
-    appearance->setAnimationsWanted(false);
-    appearance->setAnimationsWanted(true);
-    EXPECT_FALSE(settings.isReducingMotion());
-    appearance = std::make_unique<DesktopAppearance>(settings, std::nullopt, false);
-    appearance->setAnimationsWanted(false);
-    EXPECT_FALSE(settings.isReducingMotion());
-}
-
-TEST_F(PortalAppearance, Motion_that_is_fixed_does_not_follow)
-{
-    portal.set(animations, false);
-    portal.set(colorScheme, 1U);
-    appearance = std::make_unique<DesktopAppearance>(settings, std::nullopt, false);
-    appearance->follow(scheduler);
-    scheduler.advance(std::chrono::milliseconds(0));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return portal.readCount == readCount; }));
-    ASSERT_TRUE(becomes(Appearance::dark));
-    portal.set(animations, false);
-    portal.set(colorScheme, 2U);
-    ASSERT_TRUE(becomes(Appearance::light));
-    EXPECT_FALSE(settings.isReducingMotion());
-}
-
-TEST(ReducedMotion, Is_read_from_settings_of_their_own_kind_only)
-{
-    const auto read = [](const char* space, const char* key, const QVariant& value) {
-        return reducedMotionFromSetting(QString::fromLatin1(space), QString::fromLatin1(key),
-                                        value);
+        Listeners& owner;
+        Changed changed;
     };
-    EXPECT_EQ(read("org.gnome.desktop.interface", "enable-animations", 0U), std::nullopt);
-    EXPECT_EQ(read("org.gnome.desktop.interface", "reduced-motion", 1U), std::nullopt);
-    EXPECT_EQ(read("org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("none")),
-              std::nullopt);
-    EXPECT_EQ(read("org.freedesktop.appearance", "color-scheme", 1U), std::nullopt);
-    EXPECT_EQ(read("org.freedesktop.appearance", "reduced-motion", 2U), false);
+
+    std::vector<const Held*> m_held;
+};
+
+class FakeAppearance : public AppearanceSetting
+{
+public:
+    std::unique_ptr<Subscription>
+    watchAppearance(std::function<void(std::optional<Appearance>)> changed) override
+    {
+        return listeners.add(std::move(changed));
+    }
+    Listeners<Appearance> listeners;
+};
+
+class FakeMotion : public MotionSetting
+{
+public:
+    std::unique_ptr<Subscription>
+    watchAnimations(std::function<void(std::optional<bool>)> changed) override
+    {
+        return listeners.add(std::move(changed));
+    }
+    Listeners<bool> listeners;
+};
+
+class DesktopAppearanceTest : public testing::Test
+{
+protected:
+    void SetUp() override { QGuiApplication::setPalette(QPalette(Qt::white)); }
+    void TearDown() override { QGuiApplication::setPalette(QPalette()); }
+
+    void follow(std::optional<Appearance> fixedAppearance, std::optional<bool> fixedMotion)
+    {
+        followed.emplace(settings, fixedAppearance, fixedMotion);
+        followed->followMotion(display);
+        followed->followAppearance(appearance);
+        followed->followMotion(portal);
+    }
+
+    ViewSettings settings;
+    FakeAppearance appearance;
+    FakeMotion display;
+    FakeMotion portal;
+    std::optional<DesktopAppearance> followed;
+};
+
+TEST_F(DesktopAppearanceTest, Where_the_desktop_does_not_say_the_palette_decides_and_is_followed)
+{
+    follow(std::nullopt, std::nullopt);
+    EXPECT_EQ(settings.appearance(), Appearance::light);
+    QGuiApplication::setPalette(QPalette(Qt::black));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(settings.appearance(), Appearance::dark);
 }
 
-TEST(ReducedMotion, Can_be_set_for_the_program_alone)
+TEST_F(DesktopAppearanceTest, The_desktop_is_followed_until_it_has_no_preference_any_more)
 {
-    EXPECT_EQ(reducedMotionFromText("1"), true);
-    EXPECT_EQ(reducedMotionFromText("0"), false);
-    EXPECT_EQ(reducedMotionFromText(""), std::nullopt);
-    EXPECT_EQ(reducedMotionFromText("yes"), std::nullopt);
-}
-
-TEST_F(PortalAppearance, What_is_fixed_does_not_follow)
-{
-    portal.set(colorScheme, 1U);
-    portal.set(animations, false);
-    follow(Appearance::light);
-    // The later of the two answers has come.
-    ASSERT_TRUE(QTest::qWaitFor([&] { return settings.isReducingMotion(); }));
+    follow(std::nullopt, std::nullopt);
+    appearance.listeners.tell(Appearance::dark);
+    EXPECT_EQ(settings.appearance(), Appearance::dark);
+    appearance.listeners.tell(Appearance::light);
+    EXPECT_EQ(settings.appearance(), Appearance::light);
+    appearance.listeners.tell(Appearance::dark);
+    appearance.listeners.tell(std::nullopt);
     EXPECT_EQ(settings.appearance(), Appearance::light);
 }
 
-TEST_F(PortalAppearance, A_portal_that_knows_nothing_changes_nothing)
+TEST_F(DesktopAppearanceTest, Motion_is_reduced_while_one_of_several_settings_asks_for_it)
 {
-    follow();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return portal.readCount == readCount; }));
-    EXPECT_EQ(settings.appearance(), Appearance::light);
+    follow(std::nullopt, std::nullopt);
     EXPECT_FALSE(settings.isReducingMotion());
+    display.listeners.tell(false);
+    EXPECT_TRUE(settings.isReducingMotion());
+    portal.listeners.tell(true);
+    EXPECT_TRUE(settings.isReducingMotion());
+    display.listeners.tell(std::nullopt);
+    EXPECT_FALSE(settings.isReducingMotion());
+    portal.listeners.tell(false);
+    display.listeners.tell(true);
+    EXPECT_TRUE(settings.isReducingMotion());
+}
+
+TEST_F(DesktopAppearanceTest, What_is_fixed_is_not_even_listened_to)
+{
+    follow(Appearance::dark, true);
+    EXPECT_EQ(settings.appearance(), Appearance::dark);
+    EXPECT_TRUE(settings.isReducingMotion());
+    EXPECT_EQ(appearance.listeners.count() + display.listeners.count() + portal.listeners.count(),
+              0U);
+    follow(std::nullopt, false);
+    EXPECT_EQ(appearance.listeners.count(), 1U);
+    EXPECT_FALSE(settings.isReducingMotion());
+    follow(Appearance::light, std::nullopt);
+    EXPECT_EQ(appearance.listeners.count(), 0U);
+    EXPECT_EQ(display.listeners.count(), 1U);
+}
+
+TEST_F(DesktopAppearanceTest, Nobody_listens_after_its_end)
+{
+    follow(std::nullopt, std::nullopt);
+    ASSERT_EQ(portal.listeners.count(), 1U);
+    followed.reset();
+    EXPECT_EQ(appearance.listeners.count() + display.listeners.count() + portal.listeners.count(),
+              0U);
 }
 
 } // namespace
 } // namespace kelpa::test
-
-#include "DesktopAppearanceTest.moc"

@@ -199,7 +199,8 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/freedesktop/(AccessibilityBus|ApplicationService|RunningProgram)\\.cpp$",
      u"^([A-Z][A-Za-z]+|<.*|[(a-z].*[)\\]],? ?|uint32 1, %i, true\\))$"},
     {u"^src/platform/freedesktop/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
-    {u"^src/views/DesktopAppearance\\.cpp$", u"^(Read|SettingChanged|AnimationDurationFactor)$"},
+    {u"^src/platform/freedesktop/(PortalSettings|SettingsPortal)\\.cpp$",
+     u"^(Read|SettingChanged|AnimationDurationFactor)$"},
     // Groups and keys of desktop entries and icon themes, and how a picture's file begins.
     {u"^src/platform/freedesktop/DesktopEntryFile\\.cpp$",
      u"^(Terminal|Icon|Exec|Desktop (Entry|Action new-window))$"},

@@ -18,7 +18,6 @@ protected:
     ViewEngine view{
         store(),
         desktop,
-        scheduler,
         {.keyNames = KeyNames::withSuper(), .appearance = std::nullopt, .isReducingMotion = true}};
 
     /// Whether a text with these words can be seen.

@@ -1,6 +1,5 @@
 // Fonts, colours and symbols.
 #include "views/ViewSettings.h"
-#include "views/DesktopAppearance.h"
 #include "views/SymbolPictures.h"
 
 #include <gtest/gtest.h>
@@ -109,16 +108,6 @@ TEST(InterfaceFont, Changes_only_with_the_families)
     EXPECT_EQ(changes.count(), 0);
     settings.setLanguage(AppLanguage::korean);
     EXPECT_EQ(changes.count(), 1);
-}
-
-TEST(ColorScheme, One_is_dark_two_is_light_and_the_rest_has_no_preference)
-{
-    EXPECT_EQ(appearanceFromColorScheme(0U), std::nullopt);
-    EXPECT_EQ(appearanceFromColorScheme(1U), Appearance::dark);
-    EXPECT_EQ(appearanceFromColorScheme(2U), Appearance::light);
-    EXPECT_EQ(appearanceFromColorScheme(3U), std::nullopt);
-    EXPECT_EQ(appearanceFromColorScheme(QStringLiteral("dark")), std::nullopt);
-    EXPECT_EQ(appearanceFromColorScheme(QVariant()), std::nullopt);
 }
 
 TEST(AccentColor, Follows_the_ground_and_is_absent_for_an_unknown_accent)

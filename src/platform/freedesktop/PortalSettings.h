@@ -1,0 +1,49 @@
+// Light or dark, and how much motion, as the desktop's settings portal tells.
+#pragma once
+
+#include "platform/AppearanceSetting.h"
+#include "platform/MotionSetting.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+#include <optional>
+
+namespace kelpa {
+
+class Scheduler;
+class SettingsPortal;
+
+/// Nobody is asked before the first watch, and all watches share one connection.
+class PortalSettings final : public AppearanceSetting, public MotionSetting
+{
+public:
+    /// `scheduler` outlives this object and its subscriptions.
+    explicit PortalSettings(Scheduler& scheduler);
+
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchAppearance(std::function<void(std::optional<Appearance> preferred)> changed) override;
+
+    /// Of several settings that tell of motion, animations are wanted where all do that are there.
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchAnimations(std::function<void(std::optional<bool> areWanted)> changed) override;
+
+private:
+    std::shared_ptr<SettingsPortal> portal();
+
+    Scheduler& m_scheduler;
+    /// Held by the subscriptions.
+    std::weak_ptr<SettingsPortal> m_portal;
+};
+
+/// The portal's value of "org.freedesktop.appearance color-scheme": 1 is dark, 2 light, anything
+/// else no preference.
+std::optional<Appearance> appearanceFromColorScheme(const QVariant& value);
+
+/// Whether a value of the portal's setting "space key" asks for reduced motion; absent for a
+/// setting that has nothing to do with motion, and for a value that is none of its own.
+std::optional<bool> reducedMotionFromSetting(const QString& space, const QString& key,
+                                             const QVariant& value);
+
+} // namespace kelpa

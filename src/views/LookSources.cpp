@@ -1,0 +1,19 @@
+#include "views/LookSources.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+Appearance LookSources::appearance() const
+{
+    return ownAppearance.value_or(desktopAppearance.value_or(paletteAppearance));
+}
+
+bool LookSources::isReducingMotion() const
+{
+    const bool isUnwanted =
+        std::ranges::find(desktopAnimations, std::optional(false)) != desktopAnimations.end();
+    return isReducingOwnMotion.value_or(isUnwanted);
+}
+
+} // namespace kelpa
