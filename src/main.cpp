@@ -1,19 +1,20 @@
 // Parses the command line, chooses the platform and wires the rest: the only place that knows all
 // of them.
 #include "app/CommandLine.h"
+#include "app/RenderBackend.h"
 #include "app/SingleProgram.h"
 #include "app/SuddenEnd.h"
 #include "app/ToolkitArguments.h"
 #include "app/X11Desktop.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
+#include "platform/qt/WorkerPool.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "platform/x11/DisplayConnector.h"
 #include "shell/GlobalDoubleTap.h"
 #include "shell/MainWindow.h"
 #include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
-#include "views/RenderBackend.h"
 #include "views/ViewEngine.h"
 
 #include <QFileInfo>
@@ -104,7 +105,9 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     X11Desktop desktop(scheduler, QFileInfo(settings->path()).path(), assignedWindows(*settings));
     WindowStore store(desktop.platform(), *settings, scheduler);
     desktop.setWindowsChanged([&store] { store.noteWindowsChangedOnDesktop(); });
-    ViewEngine view(store, desktop.applications(),
+    // Icons come from one window server: one reader is enough.
+    const auto iconReaders = std::make_shared<WorkerPool>(1);
+    ViewEngine view(store, desktop.applications(), iconReaders,
                     {.keyNames = KeyNames::withSuper(),
                      .appearance = std::nullopt,
                      .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))});
@@ -167,8 +170,8 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     store.finishSaving();
     // Background work refers to the objects above. What the window server keeps waiting for longer
     // than anyone would wait for Kelpa to close ends with the process, and they with it.
-    const bool hasViewFinished = view.finish();
-    if (!scheduler.shutDown() || !hasViewFinished)
+    const bool areIconsRead = iconReaders->finish(QtScheduler::shutdownLimit);
+    if (!scheduler.shutDown() || !areIconsRead)
         std::_Exit(status);
     return status;
 }

@@ -4,6 +4,7 @@
 #include "bench/board/BoardFixture.h"
 #include "bench/views/SceneProbe.h"
 #include "layout/BoardMetrics.h"
+#include "platform/qt/WorkerPool.h"
 #include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
 #include "support/FakeDesktop.h"
@@ -23,6 +24,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
@@ -83,7 +85,7 @@ public:
         ViewEngine::Options options;
         options.appearance = Appearance::light;
         options.isReducingMotion = true;
-        ViewEngine engine(*m_store, m_desktop, options);
+        ViewEngine engine(*m_store, m_desktop, std::make_shared<WorkerPool>(1), options);
         QQuickWindow* window = nullptr;
         figures.firstFrame.push_back(untilFrame(&window, [&] {
             engine.show();

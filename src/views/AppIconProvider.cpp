@@ -1,7 +1,7 @@
 #include "views/AppIconProvider.h"
 
 #include "platform/Applications.h"
-#include "platform/qt/WorkerPool.h"
+#include "platform/Workers.h"
 
 #include <QImage>
 #include <QMutexLocker>
@@ -117,7 +117,7 @@ QString AppIconProvider::name()
 
 AppIconProvider::AppIconProvider(Applications& applications,
                                  std::shared_ptr<const IconWindows> windows,
-                                 std::shared_ptr<WorkerPool> readers)
+                                 std::shared_ptr<Workers> readers)
     : m_applications(applications), m_windows(std::move(windows)), m_readers(std::move(readers))
 {}
 

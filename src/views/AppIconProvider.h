@@ -15,7 +15,7 @@
 namespace kelpa {
 
 class Applications;
-class WorkerPool;
+class Workers;
 
 /// The windows whose icons may be asked for. Any thread.
 class IconWindows
@@ -39,7 +39,7 @@ public:
     /// Icons come from one window server: one reader is enough. The provider never waits for it,
     /// and `applications` must live for as long as it may be reading, also after the provider.
     AppIconProvider(Applications& applications, std::shared_ptr<const IconWindows> windows,
-                    std::shared_ptr<WorkerPool> readers);
+                    std::shared_ptr<Workers> readers);
 
     QQuickImageResponse* requestImageResponse(const QString& id,
                                               const QSize& requestedSize) override;
@@ -47,7 +47,7 @@ public:
 private:
     Applications& m_applications;
     std::shared_ptr<const IconWindows> m_windows;
-    std::shared_ptr<WorkerPool> m_readers;
+    std::shared_ptr<Workers> m_readers;
 };
 
 } // namespace kelpa

@@ -1,7 +1,5 @@
 #include "views/ViewEngine.h"
 
-#include "platform/qt/QtScheduler.h"
-#include "platform/qt/WorkerPool.h"
 #include "shell/BoardInput.h"
 #include "store/WindowStore.h"
 #include "views/AppIconProvider.h"
@@ -32,11 +30,13 @@ ViewSettings* viewSettings(QQmlEngine& engine)
 class ViewEngine::Parts
 {
 public:
-    Parts(WindowStore& storeToShow, Applications& applications, Options chosen)
+    Parts(WindowStore& storeToShow, Applications& applications,
+          std::shared_ptr<Workers> iconReaders, Options chosen)
         : store(storeToShow), options(std::move(chosen)), controller(storeToShow, options.keyNames)
     {
         engine.addImportPath(QStringLiteral(":/qt/qml"));
-        auto provider = std::make_unique<AppIconProvider>(applications, iconWindows, iconReaders);
+        auto provider =
+            std::make_unique<AppIconProvider>(applications, iconWindows, std::move(iconReaders));
         // The engine takes ownership of its image providers.
         engine.addImageProvider(AppIconProvider::name(), provider.release());
     }
@@ -44,7 +44,6 @@ public:
     WindowStore& store;
     Options options;
     std::shared_ptr<IconWindows> iconWindows = std::make_shared<IconWindows>();
-    std::shared_ptr<WorkerPool> iconReaders = std::make_shared<WorkerPool>(1);
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     bool isCovered = false;
@@ -53,11 +52,13 @@ public:
     std::unique_ptr<BoardInput> input;
 };
 
-ViewEngine::ViewEngine(WindowStore& store, Applications& applications, Options options)
+ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
+                       std::shared_ptr<Workers> iconReaders, Options options)
 {
     qml_register_types_Kelpa();
     // Before anything else follows the store, so that a card that appears finds its icon.
-    auto parts = std::make_unique<Parts>(store, applications, std::move(options));
+    auto parts =
+        std::make_unique<Parts>(store, applications, std::move(iconReaders), std::move(options));
     m_parts = std::move(parts);
     const auto updateIconWindows = [this] { m_parts->iconWindows->set(m_parts->store.windows()); };
     connect(&store, &WindowStore::windowsChanged, this, updateIconWindows);
@@ -150,11 +151,6 @@ void ViewEngine::updateSeen()
     const QQuickWindow* const board = window();
     if (settings != nullptr && board != nullptr)
         settings->setSeen(board->isExposed() && !m_parts->isCovered);
-}
-
-bool ViewEngine::finish()
-{
-    return m_parts->iconReaders->finish(QtScheduler::shutdownLimit);
 }
 
 QQuickWindow* ViewEngine::window() const

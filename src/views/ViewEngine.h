@@ -16,6 +16,7 @@ namespace kelpa {
 class Applications;
 class AppearanceSetting;
 class MotionSetting;
+class Workers;
 class WindowStore;
 
 /// Main thread. Needs a QGuiApplication, and is destroyed before it.
@@ -32,8 +33,10 @@ public:
         std::optional<bool> isReducingMotion;
     };
 
-    /// What it is given outlives it.
-    ViewEngine(WindowStore& store, Applications& applications, Options options);
+    /// `iconReaders` ask `applications` for icons, also after this object: `applications` lives for
+    /// as long as they may. The store outlives it.
+    ViewEngine(WindowStore& store, Applications& applications, std::shared_ptr<Workers> iconReaders,
+               Options options);
     ~ViewEngine() override;
 
     /// Makes the window and shows it, filling the usable area of its screen. False when the
@@ -58,10 +61,6 @@ public:
     void finishWriting();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
-
-    /// Nothing is asked of `applications` after it. False when something that was asked is still
-    /// not answered after a moment: then `applications` must live until the process ends.
-    bool finish();
 
     /// The board's window; null before `show`.
     QQuickWindow* window() const;

@@ -1,10 +1,11 @@
 // Shows the board over a desktop of plain data, for looking at it: in every language, light and
 // dark, empty, full, and with texts that are hard to lay out.
+#include "app/RenderBackend.h"
+#include "platform/qt/WorkerPool.h"
 #include "store/WindowStore.h"
 #include "support/FakeDesktop.h"
 #include "support/ManualScheduler.h"
 #include "support/MemorySettingsStore.h"
-#include "views/RenderBackend.h"
 #include "views/ViewEngine.h"
 
 #include <QCommandLineParser>
@@ -14,6 +15,7 @@
 #include <QTimer>
 
 #include <array>
+#include <memory>
 
 namespace {
 
@@ -189,6 +191,6 @@ int main(int argc, char** argv)
         options.appearance = Appearance::light;
     if (parser.isSet(still))
         options.isReducingMotion = true;
-    ViewEngine view(store, desktop, options);
+    ViewEngine view(store, desktop, std::make_shared<WorkerPool>(1), options);
     return view.show() ? QGuiApplication::exec() : 1;
 }

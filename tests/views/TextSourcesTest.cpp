@@ -190,8 +190,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/app/CommandLine\\.cpp$", u""},
     {u"^src/platform/sqlite/SettingsTrouble\\.cpp$", u""},
     // Variables of the environment, atoms, and keys of attributes.
-    {u"^src/(app|platform)/|^src/main\\.cpp$|^src/views/RenderBackend\\.cpp$",
-     u"^[A-Z][A-Z0-9_]*=?$"},
+    {u"^src/(app|platform)/|^src/main\\.cpp$", u"^[A-Z][A-Z0-9_]*=?$"},
     // Statements of SQL.
     {u"^src/platform/sqlite/SqliteFile\\.cpp$",
      u"^(PRAGMA|SELECT|INSERT|CREATE|BEGIN|COMMIT|ROLLBACK|ON CONFLICT)\\b"},

@@ -1,5 +1,6 @@
 #include "views/ViewEngine.h"
 
+#include "platform/qt/WorkerPool.h"
 #include "support/StoreFixture.h"
 
 #include <QGuiApplication>
@@ -9,15 +10,24 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <chrono>
+#include <memory>
+
+using namespace std::chrono_literals;
+
 namespace kelpa::test {
 namespace {
 
 class ViewEngineTest : public StoreFixture
 {
 protected:
+    void TearDown() override { EXPECT_TRUE(iconReaders->finish(10s)); }
+
+    std::shared_ptr<WorkerPool> iconReaders = std::make_shared<WorkerPool>(1);
     ViewEngine view{
         store(),
         desktop,
+        iconReaders,
         {.keyNames = KeyNames::withSuper(), .appearance = std::nullopt, .isReducingMotion = true}};
 
     /// Whether a text with these words can be seen.
@@ -35,7 +45,6 @@ TEST_F(ViewEngineTest, The_first_frame_of_the_window_fills_the_usable_area)
     ASSERT_TRUE(view.show());
     EXPECT_EQ(view.window()->windowStates(), Qt::WindowMaximized);
     EXPECT_EQ(view.window()->frameGeometry(), view.window()->screen()->availableGeometry());
-    EXPECT_TRUE(view.finish());
 }
 
 TEST_F(ViewEngineTest, Keys_do_nothing_before_the_board_has_been_drawn)
@@ -62,7 +71,6 @@ TEST_F(ViewEngineTest, Keys_do_nothing_before_the_board_has_been_drawn)
     QTest::keyClick(&window, Qt::Key_Right);
     EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::unifiedTodos()));
     EXPECT_EQ(shown.size(), 1);
-    EXPECT_TRUE(view.finish());
 }
 
 TEST_F(ViewEngineTest, The_double_tap_is_told_of_only_while_it_would_be_noticed)
@@ -78,7 +86,6 @@ TEST_F(ViewEngineTest, The_double_tap_is_told_of_only_while_it_would_be_noticed)
     view.setDoubleTapOffered(false);
     EXPECT_FALSE(shows(tap));
     EXPECT_TRUE(shows(keys));
-    EXPECT_TRUE(view.finish());
 }
 
 } // namespace

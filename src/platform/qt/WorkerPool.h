@@ -2,13 +2,15 @@
 // hand-over, and so that threads which are stuck can be left behind.
 #pragma once
 
+#include "platform/Workers.h"
+
 #include <chrono>
 #include <functional>
 #include <memory>
 
 namespace kelpa {
 
-class WorkerPool
+class WorkerPool final : public Workers
 {
 public:
     /// Runs up to `maxThreads` tasks at once; threads are made when they are needed.
@@ -16,10 +18,10 @@ public:
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
     /// Drops what waits and lets running tasks end by themselves, without waiting for them.
-    ~WorkerPool();
+    ~WorkerPool() override;
 
     /// Any thread; after `finish` the task is dropped.
-    void start(std::function<void()> task);
+    void start(std::function<void()> task) override;
 
     /// Drops what waits and waits up to `limit` for what runs; no task can be started after it.
     /// Whether every thread has ended.

@@ -1,4 +1,4 @@
-#include "views/RenderBackend.h"
+#include "app/RenderBackend.h"
 
 #include <QDir>
 #include <QQuickWindow>
