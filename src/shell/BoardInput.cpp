@@ -19,40 +19,14 @@ bool isTextInput(const QQuickItem& item)
     return item.flags().testFlag(QQuickItem::ItemAcceptsInputMethod);
 }
 
-/// Menus and sheets live in the window's overlay.
-bool isInPopup(const QQuickItem* item)
+bool tells(const QQuickItem* item, const char* property)
 {
-    for (; item != nullptr; item = item->parentItem()) {
-        if (item->inherits("QQuickOverlay"))
-            return true;
-    }
-    return false;
+    return item != nullptr && item->property(property).toBool();
 }
 
-/// Whether the person went to the item with a key. A button that was clicked, or a card that
-/// follows the selection, has the focus too, but does not show it.
-bool isKeyboardFocused(const QQuickItem& item)
+bool isButton(const QQuickItem* item)
 {
-    return item.property("visualFocus").toBool();
-}
-
-bool isButton(const QQuickItem& item)
-{
-    return item.inherits("QQuickAbstractButton");
-}
-
-KeyboardFocus keyboardFocus(const QQuickItem* item)
-{
-    if (item == nullptr)
-        return KeyboardFocus::board;
-    // A field in a sheet is the sheet's: an arrow must not leave it.
-    if (isInPopup(item))
-        return KeyboardFocus::popup;
-    if (isTextInput(*item))
-        return KeyboardFocus::textInput;
-    if (!isKeyboardFocused(*item))
-        return KeyboardFocus::board;
-    return isButton(*item) ? KeyboardFocus::button : KeyboardFocus::item;
+    return tells(item, "isButton");
 }
 
 bool isWithin(const QQuickItem& item, const QPointF& position)
@@ -80,6 +54,15 @@ bool isDoneOnce(const BoardCommand& command)
     return std::holds_alternative<ActivateSelection>(command) ||
            std::holds_alternative<RequestAddTodo>(command);
 }
+
+/// One function for each kind of command.
+template <class... Functions>
+struct Each : Functions...
+{
+    using Functions::operator()...;
+};
+template <class... Functions>
+Each(Functions...) -> Each<Functions...>;
 
 /// Of a key that is pressed with Control.
 BoardKey historyKey(const QKeyEvent& event)
@@ -135,7 +118,8 @@ BoardKey boardKey(const QKeyEvent& event)
     }
 }
 
-BoardInput::BoardInput(QQuickWindow& window, WindowStore& store) : m_window(window), m_store(store)
+BoardInput::BoardInput(QQuickWindow& window, const QQuickItem& popups, WindowStore& store)
+    : m_window(window), m_popups(popups), m_store(store)
 {
     m_window.installEventFilter(this);
     connect(&m_window, &QQuickWindow::activeFocusItemChanged, this, [this] {
@@ -161,12 +145,30 @@ bool BoardInput::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
+bool BoardInput::isInPopup(const QQuickItem* item) const
+{
+    return item == &m_popups || m_popups.isAncestorOf(item);
+}
+
+KeyboardFocus BoardInput::keyboardFocus(const QQuickItem* item) const
+{
+    if (item == nullptr)
+        return KeyboardFocus::board;
+    // A field in a sheet is the sheet's: an arrow must not leave it.
+    if (isInPopup(item))
+        return KeyboardFocus::popup;
+    if (isTextInput(*item))
+        return KeyboardFocus::textInput;
+    // A button that was clicked, or a card that follows the selection, has the focus too, but does
+    // not show it.
+    if (!tells(item, "visualFocus"))
+        return KeyboardFocus::board;
+    return isButton(item) ? KeyboardFocus::button : KeyboardFocus::item;
+}
+
 KeyContext BoardInput::context(const QKeyEvent& event) const
 {
     const QQuickItem* const item = m_window.activeFocusItem();
-    const auto is = [item](const char* property) {
-        return item != nullptr && item->property(property).toBool();
-    };
     // A minimised window counts as visible for the toolkit.
     const bool isShown =
         m_window.isVisible() && !m_window.windowStates().testFlag(Qt::WindowMinimized);
@@ -174,9 +176,9 @@ KeyContext BoardInput::context(const QKeyEvent& event) const
             .focus = keyboardFocus(item),
             .navigation = m_store.boardNavigation(),
             .isShiftHeld = event.modifiers().testFlag(Qt::ShiftModifier),
-            .isComposing = is("inputMethodComposing"),
-            .canFieldUndo = is("canUndo"),
-            .canFieldRedo = is("canRedo")};
+            .isComposing = tells(item, "isComposing"),
+            .canFieldUndo = tells(item, "canUndo"),
+            .canFieldRedo = tells(item, "canRedo")};
 }
 
 bool BoardInput::handleKey(const QKeyEvent& event)
@@ -195,8 +197,7 @@ bool BoardInput::handleKey(const QKeyEvent& event)
     leaveWaitingField();
     const QQuickItem* const item = m_window.activeFocusItem();
     // From a button that was clicked, the focus goes with the selection.
-    const bool isClickedButton =
-        item != nullptr && now.focus == KeyboardFocus::board && isButton(*item);
+    const bool isClickedButton = now.focus == KeyboardFocus::board && isButton(item);
     if (decision.leavesFocus || (isClickedButton && isMove(*decision.command)))
         resignFocus();
     carryOut(*decision.command);
@@ -205,22 +206,22 @@ bool BoardInput::handleKey(const QKeyEvent& event)
 
 void BoardInput::carryOut(const BoardCommand& command)
 {
-    if (const auto* const move = std::get_if<MoveTargetSelection>(&command))
-        m_store.moveTargetSelection(move->direction);
-    else if (const auto* const step = std::get_if<MoveWindowSelection>(&command))
-        m_store.moveWindowSelection(step->direction);
-    else if (const auto* const request = std::get_if<RequestAddTodo>(&command))
-        m_store.requestAddTodo(request->goalID);
-    else if (std::holds_alternative<ActivateSelection>(command))
-        m_store.activateSelection();
-    else if (std::holds_alternative<OpenMenu>(command))
-        Q_EMIT menuRequested();
-    else if (std::holds_alternative<UndoChange>(command))
-        m_store.undo();
-    else if (std::holds_alternative<RedoChange>(command))
-        m_store.redo();
-    else
-        m_store.returnToTargetSelection();
+    std::visit(
+        Each{
+            [this](const MoveTargetSelection& move) {
+                m_store.moveTargetSelection(move.direction);
+            },
+            [this](const MoveWindowSelection& move) {
+                m_store.moveWindowSelection(move.direction);
+            },
+            [this](const ActivateSelection&) { m_store.activateSelection(); },
+            [this](const ReturnToTargetSelection&) { m_store.returnToTargetSelection(); },
+            [this](const RequestAddTodo& request) { m_store.requestAddTodo(request.goalID); },
+            [this](const OpenMenu&) { Q_EMIT menuRequested(); },
+            [this](const UndoChange&) { m_store.undo(); },
+            [this](const RedoChange&) { m_store.redo(); },
+        },
+        command);
 }
 
 void BoardInput::resignFocus()

@@ -22,21 +22,34 @@ BoardKey boardKey(const QKeyEvent& event);
 
 /// Looks at the window's events before anybody else. Main thread.
 ///
-/// A control has the keyboard when the person went to it with a key, which it shows as
-/// `visualFocus`. Whatever else has the focus, what was clicked or what follows the selection,
-/// leaves the keys to the board.
+/// A control has the keyboard when the person went to it with a key. Whatever else has the focus,
+/// what was clicked or what follows the selection, leaves the keys to the board.
 ///
 /// A field gives the keyboard up when another program gets it, and waits with what was typed. It is
 /// left for good by what would have left it otherwise: a click beside it, unless it goes to an item
-/// that `keepsFields`, or the next key that does something on the board. A field in a sheet keeps
+/// that keeps fields, or the next key that does something on the board. A field in a sheet keeps
 /// the keyboard, as the board has no use for it.
+///
+/// One types in an item that takes input methods. What else there is to know of an item, it tells
+/// by its properties; one that it does not have counts as false. Of the item with the focus:
+///
+///     visualFocus        a key brought the focus to it, and it shows that; all controls of the
+///                        toolkit have it
+///     isButton           Space and Return press it; the toolkit's own type for that is private
+///     isComposing        of a field: an input method has not finished what is being written
+///     canUndo, canRedo   of a field: it could take back what was typed, or do it again; all fields
+///                        of the toolkit have them
+///
+/// and of any item that is clicked:
+///
+///     keepsFields        a click in it takes nobody out of a field
 class BoardInput : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Both outlive it.
-    BoardInput(QQuickWindow& window, WindowStore& store);
+    /// Menus and sheets live in `popups`, an item of the window's. All outlive it.
+    BoardInput(QQuickWindow& window, const QQuickItem& popups, WindowStore& store);
     ~BoardInput() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,6 +61,8 @@ Q_SIGNALS:
     void editorLeft();
 
 private:
+    bool isInPopup(const QQuickItem* item) const;
+    KeyboardFocus keyboardFocus(const QQuickItem* item) const;
     KeyContext context(const QKeyEvent& event) const;
     bool handleKey(const QKeyEvent& event);
     void carryOut(const BoardCommand& command);
@@ -58,6 +73,7 @@ private:
     void leaveWaitingField();
 
     QQuickWindow& m_window;
+    const QQuickItem& m_popups;
     WindowStore& m_store;
     /// Has given the keyboard up to another program, and not had it since.
     QPointer<QQuickItem> m_waitingField;

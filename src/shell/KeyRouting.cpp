@@ -55,9 +55,14 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
         return UndoChange{};
     case BoardKey::redo:
         return RedoChange{};
-    default:
+    case BoardKey::left:
+    case BoardKey::right:
+    case BoardKey::up:
+    case BoardKey::down:
+    case BoardKey::other:
         return std::nullopt;
     }
+    Q_UNREACHABLE();
 }
 
 bool isKeptByField(BoardKey key, const KeyContext& context)

@@ -10,7 +10,7 @@ T.ApplicationWindow {
 
     required property BoardController board
 
-    // Made before the board listens for presses: otherwise what shows over the board, if only a tip,
+    // Where menus and sheets are, which have keys of their own. Made before the board listens for presses: otherwise what shows over the board, if only a tip,
     // keeps them to itself, and a field that is left by a click is not.
     readonly property Item overlay: T.Overlay.overlay
 

@@ -25,6 +25,12 @@ ViewSettings* viewSettings(QQmlEngine& engine)
     return engine.singletonInstance<ViewSettings*>(qmlTypeId("Kelpa", 1, 0, "ViewSettings"));
 }
 
+/// Where the window's menus and sheets live.
+QQuickItem* popups(const QQuickWindow& window)
+{
+    return window.property("overlay").value<QQuickItem*>();
+}
+
 } // namespace
 
 class ViewEngine::Parts
@@ -85,7 +91,7 @@ bool ViewEngine::show()
         {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Main.qml")));
     QQuickWindow* const board = window();
-    if (board == nullptr)
+    if (board == nullptr || popups(*board) == nullptr)
         return false;
     board->installEventFilter(this);
     new PreviewDetail(m_parts->store, *board->contentItem());
@@ -104,7 +110,7 @@ bool ViewEngine::show()
 
 void ViewEngine::takeKeys()
 {
-    m_parts->input = std::make_unique<BoardInput>(*window(), m_parts->store);
+    m_parts->input = std::make_unique<BoardInput>(*window(), *popups(*window()), m_parts->store);
     connect(m_parts->input.get(), &BoardInput::menuRequested, &m_parts->controller,
             &BoardController::selectionMenuRequested);
     connect(m_parts->input.get(), &BoardInput::editorLeft, m_parts->controller.todos(),

@@ -16,12 +16,15 @@ namespace kelpa::test {
 inline const QByteArray boardScene =
     "import QtQuick\n"
     "import QtQuick.Controls.Basic\n"
+    "import QtQuick.Templates as T\n"
     "ApplicationWindow { width: 400; height: 300; visible: true\n"
-    "  property int presses: 0\n"
-    "  TextField { objectName: 'field'; x: 10; y: 10; width: 200; height: 40 }\n"
+    "  property int presses: 0; readonly property Item overlay: T.Overlay.overlay\n"
+    "  TextField { objectName: 'field'; x: 10; y: 10; width: 200; height: 40\n"
+    "    readonly property bool isComposing: preeditText.length > 0 }\n"
     "  FocusScope { objectName: 'row'; Item {}\n"
     "    TextField { objectName: 'edited'; x: 220; y: 10; width: 100; height: 40; focus: true } }\n"
     "  Button { objectName: 'button'; x: 10; y: 100; width: 100; height: 40\n"
+    "    readonly property bool isButton: true\n"
     "    onClicked: ++parent.Window.window.presses }\n"
     "  Control { objectName: 'card'; x: 10; y: 160; width: 100; height: 40; focusPolicy: "
     "Qt.TabFocus\n"
@@ -47,7 +50,9 @@ protected:
         component.setData(boardScene, QUrl());
         window.reset(qobject_cast<QQuickWindow*>(component.create()));
         ASSERT_NE(window, nullptr) << qPrintable(component.errorString());
-        input = std::make_unique<BoardInput>(*window, store());
+        const auto* const popups = window->property("overlay").value<QQuickItem*>();
+        ASSERT_NE(popups, nullptr);
+        input = std::make_unique<BoardInput>(*window, *popups, store());
         window->requestActivate();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }

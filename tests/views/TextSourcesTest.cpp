@@ -214,7 +214,6 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
      u"^(Kelpa|SymbolPictures|ViewSettings)$"},
     {u"^src/windows/LaunchTable\\.cpp$", u"^/Applications/Google Chrome\\.app$"},
     {u"^src/store/WindowStorePreviews\\.cpp$", u"^Privacy_(Accessibility|ScreenCapture)$"},
-    {u"^src/shell/BoardInput\\.cpp$", u"^QQuick(Overlay|AbstractButton)$"},
     {u"^src/views/BoardDragSource\\.cpp$", u"^QShapedPixmapWindow$"},
     {u"^src/views/ViewSettings\\.cpp$", u"^Noto (Sans( CJK (JP|KR|SC))?|Color Emoji)$"},
 });

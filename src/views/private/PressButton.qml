@@ -9,6 +9,9 @@ import Kelpa
 T.Button {
     id: root
 
+    /// So that the board leaves Space and Return to it.
+    readonly property bool isButton: true
+
     focusPolicy: root.enabled ? Qt.StrongFocus : Qt.NoFocus
     Accessible.name: root.text
     // The toolkit has no other word for one that cannot be pressed now.

@@ -4,7 +4,8 @@ import QtTest
 import Kelpa
 import "Search.js" as Search
 
-/// Whatever a key or a press can reach has a name and a kind for assistive programs.
+/// Whatever a key or a press can reach has a name and a kind for assistive programs, and tells those
+/// who route keys what it is.
 Item {
     id: root
 
@@ -89,6 +90,16 @@ Item {
             return (item instanceof T.AbstractButton || item instanceof TextInput
                     || item instanceof FocusableItem) && item.visible;
         }
+        /// The keys of the board go by these, wherever the type comes from.
+        function tellsKeys(item) {
+            if (item instanceof TextInput)
+                return typeof item.isComposing === "boolean" && typeof item.canUndo === "boolean"
+                        && typeof item.canRedo === "boolean";
+            // A menu has its keys to itself.
+            return typeof item.visualFocus === "boolean"
+                    && (item instanceof T.MenuItem
+                        || (item instanceof T.AbstractButton) === (item.isButton === true));
+        }
         function nameOf(item) {
             return item.Accessible.name.trim();
         }
@@ -98,6 +109,7 @@ Item {
                       5000, wanted.join());
             for (const item of all(isReached)) {
                 verify(nameOf(item).length > 0, item + " " + item.text);
+                verify(tellsKeys(item), item + " " + nameOf(item));
                 verify(!item.Accessible.ignored, item + " " + nameOf(item));
                 // A control of the toolkit has a kind of its own.
                 verify(!(item instanceof FocusableItem)
