@@ -1,35 +1,19 @@
-// Parses the command line, chooses the platform and wires the rest: the only place that knows all
-// of them.
+// The start of the process: what is answered at once, one program for each board, then the program.
 #include "app/CommandLine.h"
+#include "app/Program.h"
 #include "app/RenderBackend.h"
 #include "app/SingleProgram.h"
-#include "app/SuddenEnd.h"
 #include "app/ToolkitArguments.h"
-#include "app/X11Desktop.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
-#include "platform/qt/WorkerPool.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "platform/x11/DisplayConnector.h"
-#include "shell/GlobalDoubleTap.h"
-#include "shell/MainWindow.h"
-#include "store/BoardPersistence.h"
-#include "store/WindowStore.h"
-#include "views/ViewEngine.h"
 
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QQuickWindow>
-#include <QSessionManager>
 
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
-#include <optional>
-#include <utility>
-#include <vector>
 
 namespace {
 
@@ -56,10 +40,10 @@ int refuseWithout(const WindowSystem& system)
     return 1;
 }
 
-/// Asks the program that has the board open to come forward; a signal that comes meanwhile ends
-/// this one here.
-FurtherStart askFirst(const CommandLine& line, const QByteArray& startupID,
-                      TerminationSignals& signals)
+/// Asks a Kelpa that has the board open to come forward; a signal that comes meanwhile ends this
+/// one here.
+FurtherStart askRunningKelpa(const CommandLine& line, const QByteArray& startupID,
+                             TerminationSignals& signals)
 {
     const FurtherStart start =
         bringFirstForward(line.settingsPath, startupID, signals.descriptor());
@@ -68,112 +52,31 @@ FurtherStart askFirst(const CommandLine& line, const QByteArray& startupID,
     return start;
 }
 
-/// Another start was quicker to be the first one.
-int followFirst(const CommandLine& line, const QByteArray& startupID, TerminationSignals& signals)
+/// Another start took the board between this one's question and its claim; the status to end with.
+int giveWayToQuickerStart(const CommandLine& line, const QByteArray& startupID,
+                          TerminationSignals& signals)
 {
-    const FurtherStart start = askFirst(line, startupID, signals);
+    const FurtherStart start = askRunningKelpa(line, startupID, signals);
     if (!start.exitStatus)
         std::fprintf(stderr, "kelpa: another Kelpa started at the same time and ended again\n");
     return start.exitStatus.value_or(1);
 }
 
-/// The program as one sees it: from the first frame until it is asked to end.
 int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,
         const FurtherStart& start, TerminationSignals& signals)
 {
-    const QString& settingsPath = line.settingsPath;
     QtScheduler scheduler;
-    std::optional<MainWindow> window;
-    // Further starts that came before there was a window to bring forward.
-    std::vector<QByteArray> earlyStarts;
-    const auto comeForward = [&](const QByteArray& furtherID) {
-        if (window)
-            window->show({.inputTime = std::nullopt, .startupID = furtherID});
-        else
-            earlyStarts.push_back(furtherID);
-    };
-    SingleProgram single(settingsPath, scheduler, comeForward);
+    SingleProgram single(line.settingsPath, scheduler);
     if (!single.claim())
-        return followFirst(line, startupID, signals);
-    const std::unique_ptr<SqliteSettingsStore> settings = openBoard(settingsPath, start);
+        return giveWayToQuickerStart(line, startupID, signals);
+    const std::unique_ptr<SqliteSettingsStore> settings = openBoard(line.settingsPath, start);
     if (settings->isAlreadyInUse()) {
         std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
-                     qPrintable(settingsPath));
+                     qPrintable(line.settingsPath));
         return 1;
     }
-
-    X11Desktop desktop(scheduler, QFileInfo(settings->path()).path(), assignedWindows(*settings));
-    WindowStore store(desktop.platform(), *settings, scheduler);
-    desktop.setWindowsChanged([&store] { store.noteWindowsChangedOnDesktop(); });
-    // Icons come from one window server: one reader is enough.
-    const auto iconReaders = std::make_shared<WorkerPool>(1);
-    ViewEngine view(store, desktop.applications(), iconReaders,
-                    {.keyNames = KeyNames::withSuper(),
-                     .appearance = std::nullopt,
-                     .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))});
-    // The board is on the screen before the desktop is asked or looked at for the first time.
-    QObject::connect(&view, &ViewEngine::boardShown, &view, [&] {
-        view.followAppearance(desktop.appearanceOfPortal());
-        view.followMotion(desktop.motionOfPortal());
-    });
-    QObject::connect(&view, &ViewEngine::boardShown, &store, &WindowStore::startObserving);
-    GlobalDoubleTap doubleTap(desktop.globalKeys());
-    QObject::connect(&doubleTap, &GlobalDoubleTap::isAvailableChanged, &view,
-                     [&] { view.setDoubleTapOffered(doubleTap.isAvailable()); });
-
-    int status = 1;
-    if (view.show()) {
-        window.emplace(*view.window(), desktop.ownWindow());
-        view.followMotion(desktop.motionOnDisplay());
-        const auto covered = desktop.ownWindow().watchCovered(
-            static_cast<std::uint32_t>(view.window()->winId()),
-            [&view](bool isCovered) { view.setCovered(isCovered); });
-        QObject::connect(&view, &ViewEngine::boardShown, &doubleTap, [&] {
-            // Closed again before its first frame, it stays so.
-            if (!view.window()->isVisible())
-                return;
-            window->show();
-            for (const QByteArray& furtherID : std::exchange(earlyStarts, {}))
-                comeForward(furtherID);
-        });
-        QObject::connect(
-            &doubleTap, &GlobalDoubleTap::doubleTapped, &view,
-            [&window](InputTime time) { window->show({.inputTime = time, .startupID = {}}); });
-        // A session that ends saves first what is being written, and what a full disk kept back
-        // until now.
-        QObject::connect(
-            &application, &QGuiApplication::commitDataRequest, &view,
-            [&view, &store](QSessionManager&) {
-                view.finishWriting();
-                store.finishSaving();
-            },
-            Qt::DirectConnection);
-        // The next session starts it again, with this board.
-        QObject::connect(
-            &application, &QGuiApplication::saveStateRequest, &view,
-            [&settingsPath](QSessionManager& session) {
-                // Wherever that starts it.
-                session.setRestartCommand(session.restartCommand()
-                                          << QStringLiteral("--settings")
-                                          << QFileInfo(settingsPath).absoluteFilePath());
-            },
-            Qt::DirectConnection);
-        const SuddenEnd suddenEnd(application, [&store] { store.finishSaving(); });
-        signals.listen([] { QCoreApplication::quit(); });
-        status = QGuiApplication::exec();
-        signals.stopListening();
-        view.finishWriting();
-        window.reset();
-    }
-    desktop.setWindowsChanged({});
-    // What a full disk kept back until now.
-    store.finishSaving();
-    // Background work refers to the objects above. What the window server keeps waiting for longer
-    // than anyone would wait for Kelpa to close ends with the process, and they with it.
-    const bool areIconsRead = iconReaders->finish(QtScheduler::shutdownLimit);
-    if (!scheduler.shutDown() || !areIconsRead)
-        std::_Exit(status);
-    return status;
+    Program program(application, scheduler, single, *settings, line.settingsPath);
+    return program.run(signals);
 }
 
 } // namespace
@@ -197,7 +100,7 @@ int main(int argc, char** argv)
     const QByteArray startupID = takeStartupID();
     FurtherStart start;
     if (given.trouble.isEmpty())
-        start = askFirst(given, startupID, signals);
+        start = askRunningKelpa(given, startupID, signals);
     if (start.exitStatus)
         return *start.exitStatus;
 

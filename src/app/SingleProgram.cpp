@@ -79,9 +79,9 @@ std::unique_ptr<SqliteSettingsStore> openBoard(const QString& settingsPath,
     return settings;
 }
 
-SingleProgram::SingleProgram(const QString& settingsPath, Scheduler& scheduler,
-                             std::function<void(const QByteArray&)> comeForward)
-    : m_scheduler(scheduler), m_service(busNameOfBoard(settingsPath), std::move(comeForward))
+SingleProgram::SingleProgram(const QString& settingsPath, Scheduler& scheduler)
+    : m_scheduler(scheduler), m_service(busNameOfBoard(settingsPath),
+                                        [this](const QByteArray& startupID) { note(startupID); })
 {}
 
 bool SingleProgram::claim()
@@ -92,6 +92,23 @@ bool SingleProgram::claim()
         claimLimit, [this](const std::stop_token&) { return m_service.claim(); },
         [claim](NameClaim result) { *claim = result; });
     return *claim != NameClaim::takenByAnother;
+}
+
+void SingleProgram::listen(std::function<void(const QByteArray&)> comeForward)
+{
+    m_comeForward = std::move(comeForward);
+    if (!m_comeForward)
+        return;
+    for (const QByteArray& startupID : std::exchange(m_waiting, {}))
+        m_comeForward(startupID);
+}
+
+void SingleProgram::note(const QByteArray& startupID)
+{
+    if (m_comeForward)
+        m_comeForward(startupID);
+    else
+        m_waiting.push_back(startupID);
 }
 
 } // namespace kelpa

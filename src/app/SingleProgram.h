@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace kelpa {
 
@@ -50,16 +51,23 @@ std::unique_ptr<SqliteSettingsStore> openBoard(const QString& settingsPath,
 class SingleProgram
 {
 public:
-    /// `comeForward` gets the startup id of the further start. `scheduler` outlives it.
-    SingleProgram(const QString& settingsPath, Scheduler& scheduler,
-                  std::function<void(const QByteArray&)> comeForward);
+    /// `scheduler` outlives it.
+    SingleProgram(const QString& settingsPath, Scheduler& scheduler);
 
     /// False when another program was quicker; true also without a bus. Waits for the bus, for a
     /// second at most.
     bool claim();
 
+    /// `comeForward` gets the startup id of each further start from now on, and at once of those
+    /// that came before and were told to nobody. With an empty one they wait again.
+    void listen(std::function<void(const QByteArray&)> comeForward);
+
 private:
+    void note(const QByteArray& startupID);
+
     Scheduler& m_scheduler;
+    std::function<void(const QByteArray&)> m_comeForward;
+    std::vector<QByteArray> m_waiting;
     ApplicationService m_service;
     TaskHandle m_claiming;
 };

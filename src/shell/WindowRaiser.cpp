@@ -1,4 +1,4 @@
-#include "shell/MainWindow.h"
+#include "shell/WindowRaiser.h"
 
 #include <QScreen>
 #include <QWindow>
@@ -17,10 +17,11 @@ std::optional<QPoint> rescuedPosition(const QRect& frame, const QRect& usableAre
                   std::max(centred.top(), usableArea.top()));
 }
 
-MainWindow::MainWindow(QWindow& window, OwnWindow& desktop) : m_window(window), m_desktop(desktop)
+WindowRaiser::WindowRaiser(QWindow& window, OwnWindow& desktop)
+    : m_window(window), m_desktop(desktop)
 {}
 
-void MainWindow::show(const FrontOccasion& occasion)
+void WindowRaiser::raise(const FrontOccasion& occasion)
 {
     if (!m_window.isVisible())
         m_window.setVisible(true);

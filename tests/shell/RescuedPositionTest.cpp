@@ -1,4 +1,4 @@
-#include "shell/MainWindow.h"
+#include "shell/WindowRaiser.h"
 
 #include "support/CaseName.h"
 
@@ -24,7 +24,7 @@ TEST_P(WindowPlace, Is_where_it_can_be_seen)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    MainWindow, WindowPlace,
+    OnScreen, WindowPlace,
     testing::Values(
         PlaceCase{"inside", QRect(100, 100, 1000, 700), std::nullopt},
         PlaceCase{"filling", QRect(0, 40, 1600, 860), std::nullopt},

@@ -18,15 +18,15 @@ namespace kelpa {
 std::optional<QPoint> rescuedPosition(const QRect& frame, const QRect& usableArea);
 
 /// Main thread.
-class MainWindow
+class WindowRaiser
 {
 public:
     /// Both outlive it.
-    MainWindow(QWindow& window, OwnWindow& desktop);
+    WindowRaiser(QWindow& window, OwnWindow& desktop);
 
     /// In front of all others and with the keyboard, whichever program has it now. Never hides or
     /// resizes it: the person's size and place survive, but for a place off the screen.
-    void show(const FrontOccasion& occasion = {});
+    void raise(const FrontOccasion& occasion = {});
 
 private:
     QWindow& m_window;

@@ -1,4 +1,4 @@
-#include "shell/MainWindow.h"
+#include "shell/WindowRaiser.h"
 
 #include <gtest/gtest.h>
 
@@ -48,7 +48,7 @@ public:
 
     QWindow window;
     FakeOwnWindow desktop;
-    MainWindow main{window, desktop};
+    WindowRaiser raiser{window, desktop};
 };
 
 QRect screenArea()
@@ -56,10 +56,10 @@ QRect screenArea()
     return QGuiApplication::primaryScreen()->availableGeometry();
 }
 
-TEST(MainWindowShow, Asks_once_for_the_front_with_what_led_to_it)
+TEST(WindowRaising, Asks_once_for_the_front_with_what_led_to_it)
 {
     PlacedWindow placed({100, 100, 300, 200});
-    placed.main.show({.inputTime = 4711, .startupID = "kelpa-1"});
+    placed.raiser.raise({.inputTime = 4711, .startupID = "kelpa-1"});
     ASSERT_EQ(placed.desktop.requests.size(), 1U);
     const FakeOwnWindow::Request& request = placed.desktop.requests.front();
     EXPECT_EQ(request.window, static_cast<std::uint32_t>(placed.window.winId()));
@@ -67,46 +67,46 @@ TEST(MainWindowShow, Asks_once_for_the_front_with_what_led_to_it)
     EXPECT_EQ(request.occasion.startupID, "kelpa-1");
 }
 
-TEST(MainWindowShow, Keeps_the_size_and_place_that_the_person_gave_it_each_time)
+TEST(WindowRaising, Keeps_the_size_and_place_that_the_person_gave_it_each_time)
 {
     PlacedWindow placed({40, 60, 500, 300});
     for (std::size_t times = 1; times <= 3; ++times) {
-        placed.main.show();
+        placed.raiser.raise();
         EXPECT_EQ(placed.frame(), QRect(40, 60, 500, 300));
         EXPECT_TRUE(placed.window.isVisible());
         EXPECT_EQ(placed.desktop.requests.size(), times) << "also where it is in front already";
     }
 }
 
-TEST(MainWindowShow, Brings_a_window_that_lies_off_the_screen_to_its_middle)
+TEST(WindowRaising, Brings_a_window_that_lies_off_the_screen_to_its_middle)
 {
     const QRect area = screenArea();
     for (const QPoint corner : {QPoint(area.right() + 1, 10), QPoint(20, area.bottom() + 1),
                                 QPoint(area.left() - 400, 10), QPoint(20, area.top() - 300)}) {
         PlacedWindow placed({corner, QSize(400, 300)});
-        placed.main.show();
+        placed.raiser.raise();
         EXPECT_EQ(placed.frame().size(), QSize(400, 300));
         EXPECT_EQ(placed.frame().center(), area.center());
         EXPECT_EQ(placed.desktop.requests.size(), 1U);
     }
 }
 
-TEST(MainWindowShow, Leaves_a_window_of_which_one_pixel_is_on_the_screen)
+TEST(WindowRaising, Leaves_a_window_of_which_one_pixel_is_on_the_screen)
 {
     const QRect area = screenArea();
     for (const QPoint corner : {QPoint(area.right(), 10), QPoint(20, area.bottom()),
                                 QPoint(area.left() - 399, 10), QPoint(20, area.top() - 299)}) {
         PlacedWindow placed({corner, QSize(400, 300)});
-        placed.main.show();
+        placed.raiser.raise();
         EXPECT_EQ(placed.frame(), QRect(corner, QSize(400, 300)));
     }
 }
 
-TEST(MainWindowShow, Shows_a_window_that_was_hidden)
+TEST(WindowRaising, Shows_a_window_that_was_hidden)
 {
     PlacedWindow placed({100, 100, 300, 200});
     placed.window.hide();
-    placed.main.show();
+    placed.raiser.raise();
     EXPECT_TRUE(placed.window.isVisible());
     EXPECT_EQ(placed.frame().size(), QSize(300, 200));
     EXPECT_EQ(placed.desktop.requests.size(), 1U);

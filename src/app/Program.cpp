@@ -1,0 +1,130 @@
+#include "app/Program.h"
+
+#include "app/CommandLine.h"
+#include "app/SingleProgram.h"
+#include "app/SuddenEnd.h"
+#include "platform/qt/QtScheduler.h"
+#include "platform/qt/TerminationSignals.h"
+#include "platform/sqlite/SqliteSettingsStore.h"
+#include "store/BoardPersistence.h"
+
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QSessionManager>
+
+#include <cstdlib>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// It starts the program again, wherever that is, with this board.
+void tellNextSession(QSessionManager& session, const QString& boardPath)
+{
+    session.setRestartCommand(session.restartCommand() << QStringLiteral("--settings")
+                                                       << QFileInfo(boardPath).absoluteFilePath());
+}
+
+} // namespace
+
+Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleProgram& single,
+                 SqliteSettingsStore& settings, QString boardPath)
+    : m_application(application), m_scheduler(scheduler), m_single(single),
+      m_boardPath(std::move(boardPath)),
+      m_desktop(scheduler, QFileInfo(settings.path()).path(), assignedWindows(settings)),
+      m_store(m_desktop.platform(), settings, scheduler),
+      m_view(m_store, m_desktop.applications(), m_iconReaders,
+             {.keyNames = KeyNames::withSuper(),
+              .appearance = std::nullopt,
+              .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))}),
+      m_doubleTap(m_desktop.globalKeys())
+{
+    m_desktop.setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
+    connect(&m_view, &ViewEngine::boardShown, this, &Program::noteBoardShown);
+    connect(&m_doubleTap, &GlobalDoubleTap::isAvailableChanged, this,
+            [this] { m_view.setDoubleTapOffered(m_doubleTap.isAvailable()); });
+}
+
+Program::~Program() = default;
+
+int Program::run(TerminationSignals& signals)
+{
+    int status = 1;
+    std::optional<SuddenEnd> suddenEnd;
+    if (show()) {
+        suddenEnd.emplace(m_application, [this] { end(Ending::ofDisplay); });
+        signals.listen([] { QCoreApplication::quit(); });
+        status = QGuiApplication::exec();
+        signals.stopListening();
+    }
+    end(Ending::ofProgram);
+    suddenEnd.reset();
+    if (!endBackgroundWork())
+        std::_Exit(status);
+    return status;
+}
+
+bool Program::show()
+{
+    if (!m_view.show())
+        return false;
+    QQuickWindow& window = *m_view.window();
+    m_raiser.emplace(window, m_desktop.ownWindow());
+    m_single.listen([this](const QByteArray& startupID) {
+        m_raiser->raise({.inputTime = std::nullopt, .startupID = startupID});
+    });
+    connect(&m_doubleTap, &GlobalDoubleTap::doubleTapped, this,
+            [this](InputTime time) { m_raiser->raise({.inputTime = time, .startupID = {}}); });
+    m_view.followMotion(m_desktop.motionOnDisplay());
+    m_covered = m_desktop.ownWindow().watchCovered(
+        static_cast<std::uint32_t>(window.winId()),
+        [this](bool isCovered) { m_view.setCovered(isCovered); });
+    // The session waits while these are handled.
+    connect(
+        &m_application, &QGuiApplication::commitDataRequest, this,
+        [this] { end(Ending::ofSession); }, Qt::DirectConnection);
+    connect(
+        &m_application, &QGuiApplication::saveStateRequest, this,
+        [this](QSessionManager& session) { tellNextSession(session, m_boardPath); },
+        Qt::DirectConnection);
+    return true;
+}
+
+void Program::noteBoardShown()
+{
+    // The board is on the screen before the desktop is asked or looked at for the first time.
+    m_view.followAppearance(m_desktop.appearanceOfPortal());
+    m_view.followMotion(m_desktop.motionOfPortal());
+    m_store.startObserving();
+    // Closed again before its first frame, it stays so.
+    if (m_view.window()->isVisible())
+        m_raiser->raise();
+}
+
+void Program::end(Ending ending)
+{
+    // What is being written stands in the interface alone, and taking it would be to run that: its
+    // fields, input method and drawing all speak to the display. Where that is gone the toolkit
+    // ends the process from within its own handling of it, perhaps from within a call of the
+    // interface. What would wait there for an answer would hold the process, and so the board's
+    // file, for good. So only what the board has already is made sure of.
+    if (ending != Ending::ofDisplay)
+        m_view.finishWriting();
+    // What a full disk kept back until now.
+    m_store.finishSaving();
+}
+
+bool Program::endBackgroundWork()
+{
+    m_single.listen({});
+    m_covered.reset();
+    m_desktop.setWindowsChanged({});
+    // Background work refers to the parts. What the window server keeps waiting for longer than
+    // anyone would wait for Kelpa to close ends with the process, and they with it.
+    const bool areIconsRead = m_iconReaders->finish(QtScheduler::shutdownLimit);
+    return m_scheduler.shutDown() && areIconsRead;
+}
+
+} // namespace kelpa
