@@ -1,0 +1,92 @@
+"""layering.py: fails when a folder of src/ includes what it is to know nothing of."""
+
+import pathlib
+import re
+import sys
+
+_ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+# What each folder may include besides its own headers. A folder within one that is named here is
+# that one's, unless it is named itself.
+_FOLDERS = {
+    "model": "",
+    "text": "model",
+    "navigation": "model",
+    "layout": "",
+    "platform": "model",
+    "platform/qt": "platform",
+    "platform/sqlite": "platform",
+    "platform/freedesktop": "model platform",
+    # Its applications are those of the desktop entries.
+    "platform/x11": "model platform platform/freedesktop",
+    "windows": "model platform",
+    "store": "model text navigation platform windows",
+    "shell": "navigation platform store",
+    "views": "model text navigation layout platform windows store shell",
+    "app": "model platform platform/qt platform/sqlite platform/freedesktop platform/x11 store shell"
+           " views",
+    # main.cpp.
+    "": "platform/qt platform/sqlite platform/x11 app",
+}
+
+# Libraries that only some folders know of, by their headers.
+_LIBRARIES = {
+    r"(xcb|X11)/": "platform/x11",
+    r"(gio|glib)[-/.]": "platform/freedesktop",
+    r"(QtDBus/|QDBus)": "platform/freedesktop",
+    r"sqlite3\.h": "platform/sqlite",
+    r"rapidjson/": "model",
+    r"(QtSvg/|QSvg)": "platform/freedesktop views",
+    r"(QtQml|QQml|QJS)": "views",
+    r"(QtQuick/|QQuick|QSG)": "shell views app",
+}
+
+_INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
+
+
+def _folder_of(path):
+    """The folder of those above that a path below src/ belongs to; None for a strange one."""
+    folder = path.parent
+    while folder.as_posix() not in _FOLDERS and folder.name:
+        folder = folder.parent
+    name = "" if folder == pathlib.Path() else folder.as_posix()
+    return name if name or path.parent == pathlib.Path() else None
+
+
+def _troubles(path, text):
+    """Why a source at a path below src/ must not include what it does."""
+    own = _folder_of(path)
+    if own is None:
+        yield "its folder is not among those of scripts/layering.py"
+        return
+    for header, library in _INCLUDE.findall(text):
+        folder = _folder_of(pathlib.PurePosixPath(header)) if header else own
+        if folder != own and folder not in _FOLDERS[own].split():
+            yield f"must not include {header}"
+        for name, folders in _LIBRARIES.items():
+            if library and re.match(name, library) and own not in folders.split():
+                yield f"must not include {library}"
+
+
+def _disorder():
+    """Folders that use one which stands below them in the table of README.md."""
+    table = re.findall(r"^\| `src/(\w+)/` \|", (_ROOT / "README.md").read_text(), re.MULTILINE)
+    for own, used in _FOLDERS.items():
+        for folder in used.split():
+            top, other = own.split("/")[0], folder.split("/")[0]
+            if top and (other not in table[:table.index(top) + 1]):
+                yield f"README.md: src/{own} uses src/{folder}, which is not above it"
+
+
+def main():
+    sources = sorted(path for ending in ("h", "cpp") for path in (_ROOT / "src").rglob(f"*.{ending}"))
+    found = list(_disorder())
+    for source in sources:
+        path = source.relative_to(_ROOT / "src")
+        found += [f"src/{path}: {trouble}" for trouble in _troubles(path, source.read_text())]
+    print(*found, sep="\n", end="\n" if found else "")
+    return 1 if found or not sources else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
