@@ -5,16 +5,98 @@
 #include <QInputMethod>
 #include <QInputMethodEvent>
 
+#include <utility>
+
 namespace kelpa {
 
-void TextComposition::cancel(QQuickItem* field) const
+namespace {
+
+QString composedText(const QObject& field)
 {
-    if (field == nullptr)
+    return field.property("preeditText").toString();
+}
+
+} // namespace
+
+void TextComposition::follow(QQuickItem* field)
+{
+    if (field != nullptr)
+        field->installEventFilter(this);
+}
+
+void TextComposition::cancel(QQuickItem* field)
+{
+    if (field != nullptr)
+        end(*field, composedText(*field), {});
+}
+
+void TextComposition::keep(QQuickItem* field)
+{
+    if (field != nullptr)
+        end(*field, composedText(*field), composedText(*field));
+}
+
+void TextComposition::end(QQuickItem& field, const QString& composed, const QString& written)
+{
+    if (composed.isEmpty())
         return;
     // The input method forgets it, and tells nobody.
     QGuiApplication::inputMethod()->reset();
-    QInputMethodEvent nothing;
-    QCoreApplication::sendEvent(field, &nothing);
+    QInputMethodEvent last;
+    last.setCommitString(written);
+    QCoreApplication::sendEvent(&field, &last);
+    m_ended = composed;
+}
+
+bool TextComposition::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::InputMethod: {
+        const auto& what = *static_cast<QInputMethodEvent*>(event);
+        if (isWrittenAgain(*watched, what))
+            return true;
+        noteWritten(*watched, what);
+        break;
+    }
+    case QEvent::FocusOut:
+        // The toolkit writes a composition as it is into the field that loses the keyboard.
+        if (!m_written.isEmpty())
+            m_ended = std::exchange(m_written, QString());
+        break;
+    case QEvent::MouseButtonPress:
+        // The same, where the press moves the cursor.
+        m_ended = composedText(*watched);
+        break;
+    case QEvent::KeyPress:
+        m_ended.clear();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+bool TextComposition::isWrittenAgain(const QObject& field, const QInputMethodEvent& event)
+{
+    // What is still being composed is written for the first time.
+    if (m_ended.isEmpty() || !composedText(field).isEmpty() || event.commitString() != m_ended ||
+        !event.preeditString().isEmpty() || event.replacementLength() != 0)
+        return false;
+    m_ended.clear();
+    return true;
+}
+
+void TextComposition::noteWritten(const QObject& field, const QInputMethodEvent& event)
+{
+    const QString& written = event.commitString();
+    if (!event.preeditString().isEmpty() || (!written.isEmpty() && written != m_ended))
+        m_ended.clear();
+    if (written.isEmpty() || written != composedText(field))
+        return;
+    m_written = written;
+    // What the input method itself has written is not followed by a loss of the keyboard at once.
+    QMetaObject::invokeMethod(
+        this, [this] { m_written.clear(); }, Qt::QueuedConnection);
 }
 
 } // namespace kelpa

@@ -243,6 +243,7 @@ Item {
                 target: root.board.todos
 
                 function onWritingFinished(): void {
+                    newTodo.finish();
                     const title = newTodo.text;
                     newTodo.text = "";
                     if (root.board.todos.isTitle(title))

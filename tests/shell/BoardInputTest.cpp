@@ -155,6 +155,19 @@ TEST_F(BoardInputTest, An_arrow_during_a_composition_stays_in_the_field)
     EXPECT_EQ(typedText(), QStringLiteral("日本"));
 }
 
+TEST_F(BoardInputTest, Where_nothing_is_left_of_a_composition_an_arrow_leaves_the_field)
+{
+    item("field")->forceActiveFocus();
+    QInputMethodEvent composing(QStringLiteral("にほん"), {});
+    QGuiApplication::sendEvent(item("field"), &composing);
+    // Some input methods still tell where the cursor stands.
+    QInputMethodEvent givenUp(QString(),
+                              {QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, 0, 1)});
+    QGuiApplication::sendEvent(item("field"), &givenUp);
+    press(Qt::Key_Down);
+    EXPECT_FALSE(item("field")->hasActiveFocus());
+}
+
 TEST_F(BoardInputTest, Shift_with_an_arrow_selects_text_in_a_field)
 {
     item("field")->forceActiveFocus();

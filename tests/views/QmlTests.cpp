@@ -151,6 +151,15 @@ public:
         QInputMethodEvent event(text, {});
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
+    /// What some do when the person has given up: nothing is left, and there stands the cursor.
+    Q_INVOKABLE void composeNothing()
+    {
+        QInputMethodEvent event(QString(),
+                                {QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, 0, 1)});
+        QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
+    }
+    /// The board is about to end.
+    Q_INVOKABLE void finishWriting() { m_controller.todos()->finishWriting(); }
     /// What it does when the person has chosen.
     Q_INVOKABLE void finishComposing(const QString& text)
     {

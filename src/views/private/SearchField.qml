@@ -35,6 +35,7 @@ TextInputField {
         anchors.rightMargin: Theme.tiny
         anchors.verticalCenter: parent.verticalCenter
         onClicked: {
+            TextComposition.cancel(root);
             root.clear();
             root.forceActiveFocus();
         }

@@ -11,7 +11,9 @@ T.TextField {
 
     required property string label
 
-    readonly property bool isComposing: root.inputMethodComposing || root.preeditText.length > 0
+    // By what is to be seen: to the toolkit, an input method that still tells where its cursor stands
+    // composes, even where it has nothing left.
+    readonly property bool isComposing: root.preeditText.length > 0
 
     signal committed
     signal cancelled
@@ -40,7 +42,8 @@ T.TextField {
         TextComposition.cancel(root)
     else if (!composed.running)
         root.cancelled()
-    onInputMethodComposingChanged: if (!root.inputMethodComposing)
+    Component.onCompleted: TextComposition.follow(root)
+    onIsComposingChanged: if (!root.isComposing)
         composed.restart()
 
     background: Rectangle {
@@ -56,7 +59,7 @@ T.TextField {
             anchors.rightMargin: Theme.small
             text: root.placeholderText
             color: Theme.secondaryText
-            visible: root.length === 0 && root.preeditText.length === 0
+            visible: root.length === 0 && !root.isComposing
         }
     }
 

@@ -28,6 +28,10 @@ FocusScope {
         root.take();
         field.selectAll();
     }
+    /// What is not yet composed to its end counts as it is.
+    function finish(): void {
+        TextComposition.keep(field);
+    }
     function noteLeft(): void {
         if (root.activeFocus && root.Window.active && !field.activeFocus
                 && !cancelButton.activeFocus)

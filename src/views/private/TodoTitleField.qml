@@ -42,6 +42,7 @@ TodoField {
                 root.takeTitle();
         }
         function onWritingFinished(): void {
+            root.finish();
             root.abandoned();
         }
     }
