@@ -179,6 +179,10 @@ class Node:
         """What is written in a field."""
         return self._ask(lambda part: Atspi.Text.get_text(part, 0, -1))
 
+    def selections(self):
+        """How many parts of what is written in a field are selected."""
+        return self._ask(Atspi.Text.get_n_selections)
+
     def outline(self):
         """The tree below as text, for a report."""
         lines = []
