@@ -234,6 +234,7 @@ def a_syllable_is_kept_when_the_program_ends(desktop, binary):
     assert kelpa.wait() == 0
     expected.append((_KOREAN, TODO))
     is_stored()
+    desktop.hover(5, 5)
     kelpa.start()
     kelpa.focus()
     _open_title(desktop, kelpa, "One")

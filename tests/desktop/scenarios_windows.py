@@ -1,6 +1,8 @@
 """Windows that change while the board shows them, and what their cards do with them."""
 
+import os
 import pathlib
+import signal
 import time
 
 import board as boards
@@ -131,6 +133,45 @@ def a_title_that_moves_rests_while_kelpa_lies_behind_another_window(desktop, bin
         wait_until("the title rests while Kelpa is minimised", lambda: not _is_moving(kelpa))
         kelpa.focus()
         wait_until("the title moves once more", lambda: _is_moving(kelpa))
+
+
+def a_title_moves_only_while_the_settings_manager_wants_animations(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    title = "A goal whose title is a good deal longer than the place that its card has for it"
+    settings.write(path, goals=[(title, [])])
+    wanted = desktop.directory / "xsettings"
+    manager = None
+
+    def want(animations):
+        wanted.write_text(f'Net/ThemeName "Adwaita"\nGtk/EnableAnimations {animations}\n', encoding="ascii")
+        if manager is not None:
+            os.kill(manager.pid, signal.SIGHUP)
+
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        desktop.key("Right", "Right", "Right")
+        wait_until("the title moves without a manager", lambda: _is_moving(kelpa))
+        want(0)
+        manager = desktop.start("xsettingsd", "-c", wanted)
+        wait_until("the title rests", lambda: not _is_moving(kelpa))
+        want(1)
+        wait_until("the title moves", lambda: _is_moving(kelpa))
+        want(0)
+        wait_until("the title rests again", lambda: not _is_moving(kelpa))
+        manager.terminate()
+        manager.wait(timeout=30)
+        manager = None
+        wait_until("the title moves after the manager's end", lambda: _is_moving(kelpa))
+        want(0)
+        manager = desktop.start("xsettingsd", "-c", wanted)
+        wait_until("the title rests for the next manager", lambda: not _is_moving(kelpa))
+        # One that comes up under it knows so, too.
+        kelpa.quit()
+        kelpa.start()
+        kelpa.focus()
+        desktop.key("Right", "Right", "Right")
+        wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == title)
+        wait_until("the title rests from the start", lambda: not _is_moving(kelpa))
 
 
 def _is_moving(kelpa):
