@@ -114,8 +114,10 @@ Item {
         function onChangeRestored(): void {
             const row = root.focusedRow();
             if (root.isWriting() && row >= 0 && row !== root.board.selectedTarget) {
-                root.Window.activeFocusItem.focus = false;
                 root.board.todos.leaveEditor();
+                // The field for a new todo has gone; that of a title is left.
+                if (root.isWriting())
+                    root.Window.activeFocusItem.focus = false;
             }
             selectionScroll.restart();
         }
