@@ -59,8 +59,8 @@ QtObject {
     readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"
     readonly property color closing: isDark ? "#d93a31" : "#b3261e"
     readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"
-    // Of what floats over the board; it is laid over itself towards the middle.
-    readonly property color floatingShadow: isDark ? "#1f000000" : "#0a14181f"
+    // Of what floats over the board, where it is darkest.
+    readonly property color floatingShadow: isDark ? "#80000000" : "#3814181f"
     readonly property color shadow: isDark ? "#52000000" : "#1414181f"
 
     // Lengths, on a grid of four points.

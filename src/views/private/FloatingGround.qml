@@ -11,19 +11,12 @@ Rectangle {
     border.width: 1
     border.color: Theme.outline
 
-    Repeater {
-        // Points around the ground; a blur would need a graphics device.
-        model: [1, 3, 6, 10]
-        delegate: Rectangle {
-            required property int modelData
-
-            z: -1
-            anchors.fill: root
-            anchors.margins: -modelData
-            anchors.topMargin: 3 - modelData
-            anchors.bottomMargin: -3 - modelData
-            radius: root.radius + modelData
-            color: Theme.floatingShadow
-        }
+    FloatingShadow {
+        z: -1
+        anchors.fill: parent
+        radius: root.radius
+        reach: Theme.large
+        drop: Theme.tiny
+        color: Theme.floatingShadow
     }
 }
