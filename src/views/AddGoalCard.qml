@@ -3,11 +3,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa
 
-/// The last card of the board, which makes another goal.
+/// The last card of the board, which makes another goal. A goal that is dragged onto it comes to stand
+/// behind the others.
 PressButton {
     id: root
 
     required property BoardController board
+    required property BoardDragSource dragSource
 
     // Two of them, with the space between, are as high as a goal's card.
     implicitHeight: (Theme.collapsedCardHeight - Theme.targetSpacing) / 2
@@ -48,9 +50,30 @@ PressButton {
     }
     background: Rectangle {
         radius: Theme.columnRadius
-        color: root.down ? Theme.press : root.hovered ? Theme.hover : "transparent"
-        border.width: 1
-        border.color: root.hovered ? Theme.accentText : Theme.outline
+        color: dropArea.isWelcoming ? Theme.accepting
+               : root.down ? Theme.press : root.hovered ? Theme.hover : "transparent"
+        border.width: dropArea.isWelcoming ? 2 : 1
+        border.color: dropArea.isWelcoming ? Theme.focus
+                      : root.hovered ? Theme.accentText : Theme.outline
+    }
+
+    DropArea {
+        id: dropArea
+
+        /// Whether the goal would come to stand elsewhere.
+        property bool isWelcoming: false
+
+        anchors.fill: parent
+        keys: ["text/plain"]
+        onEntered: drag => {
+            drag.accepted = root.dragSource.isDragging && root.board.canDropAtEnd(drag.text);
+            dropArea.isWelcoming = drag.accepted && root.board.wouldDropAtEndMove(drag.text);
+        }
+        onExited: dropArea.isWelcoming = false
+        onDropped: drop => {
+            dropArea.isWelcoming = false;
+            drop.accepted = root.dragSource.isDragging && root.board.dropAtEnd(drop.text);
+        }
     }
 
     FocusRing {

@@ -161,6 +161,12 @@ public:
     Q_INVOKABLE bool wouldDropMove(const QString& text, const QString& columnID) const;
     /// Carries the drop out; false, and nothing done, when it is refused.
     Q_INVOKABLE bool drop(const QString& text, const QString& columnID);
+    /// Whether `text` is that of a goal.
+    Q_INVOKABLE bool isGoalDrag(const QString& text) const;
+    /// The same behind all goals that show, where only goals are taken.
+    Q_INVOKABLE bool canDropAtEnd(const QString& text) const;
+    Q_INVOKABLE bool wouldDropAtEndMove(const QString& text) const;
+    Q_INVOKABLE bool dropAtEnd(const QString& text);
 
     /// The latest picture of a window, shared with the store; null without one.
     QImage preview(WindowID windowID) const;
@@ -203,6 +209,9 @@ private:
 
     /// The goal beside which `step` brings a goal, among those that show.
     std::optional<GoalID> goalBeside(const QString& columnID, int step) const;
+    /// The column of the dragged goal, when it shows among others that have their own order;
+    /// otherwise empty.
+    QString movableColumn(const QString& text) const;
     bool moveGoal(const QString& columnID, std::optional<GoalID> targetID, int step);
 
     WindowStore& m_store;

@@ -137,4 +137,38 @@ bool BoardController::drop(const QString& text, const QString& columnID)
     return true;
 }
 
+bool BoardController::isGoalDrag(const QString& text) const
+{
+    return std::holds_alternative<GoalID>(boardDropFromText(text));
+}
+
+QString BoardController::movableColumn(const QString& text) const
+{
+    const BoardDrop drop = boardDropFromText(text);
+    const GoalID* const goalID = std::get_if<GoalID>(&drop);
+    if (goalID == nullptr || m_store.isAutoSortingGoals())
+        return {};
+    const QList<Goal> goals = m_store.visibleGoals();
+    return std::ranges::find(goals, *goalID, &Goal::id) != goals.end() ? columnText(*goalID)
+                                                                       : QString();
+}
+
+bool BoardController::canDropAtEnd(const QString& text) const
+{
+    return !movableColumn(text).isEmpty();
+}
+
+bool BoardController::wouldDropAtEndMove(const QString& text) const
+{
+    return canMoveColumn(movableColumn(text), 1);
+}
+
+bool BoardController::dropAtEnd(const QString& text)
+{
+    const QString columnID = movableColumn(text);
+    // The last one stays.
+    moveColumnToEnd(columnID, 1);
+    return !columnID.isEmpty();
+}
+
 } // namespace kelpa

@@ -12,6 +12,8 @@ ExpandableHeight {
     /// Whether the selection is on something within it.
     property bool isEntered: false
     property bool isAccepting: false
+    /// Whether another card would come to stand before it.
+    property bool isGivingWay: false
     /// The part of the board that is seen, in the card's own coordinates.
     property real visibleFrom: 0
     property real visibleTo: 0
@@ -103,5 +105,14 @@ ExpandableHeight {
         // Where the arrow keys are is what stands out.
         border.color: root.isEntered && !root.isAccepting ? Theme.enteredOutline : Theme.focus
         visible: root.isAccepting || root.isSelected
+    }
+    // Between it and its neighbour.
+    Rectangle {
+        x: -(Theme.targetSpacing + width) / 2
+        width: 4
+        height: root.height
+        radius: 2
+        color: Theme.focus
+        visible: root.isGivingWay
     }
 }

@@ -36,6 +36,7 @@ FocusScope {
         anchors.bottomMargin: Theme.large
         visible: root.board.breadcrumbs.count > 0
         board: root.board
+        dragSource: source
     }
     ScrollNote {
         board: root.board
@@ -97,6 +98,7 @@ FocusScope {
 
                 AddGoalCard {
                     board: root.board
+                    dragSource: source
                     onClicked: root.newGoalRequested()
                 }
             }

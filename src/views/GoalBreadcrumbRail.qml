@@ -4,11 +4,13 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// One short entry for each goal that shows: how much is open, and its title. A click goes there.
+/// One short entry for each goal that shows: how much is open, and its title. A click goes there, and
+/// what is dragged onto it goes to the goal as if it were dropped on its card.
 FocusScope {
     id: root
 
     required property BoardController board
+    required property BoardDragSource dragSource
 
     implicitWidth: Theme.railWidth
     Accessible.role: Accessible.List
@@ -70,7 +72,7 @@ FocusScope {
             width: entries.width
             height: 18
             text: entry.title
-            opacity: entry.isSelected ? 1 : 0.65
+            opacity: entry.isSelected || entryDrop.isReceiving ? 1 : 0.65
             Accessible.role: Accessible.ListItem
             Accessible.selectable: true
             Accessible.selected: entry.isSelected
@@ -81,8 +83,30 @@ FocusScope {
             background: Rectangle {
                 radius: 7
                 color: entry.down ? Theme.press
-                       : entry.isSelected ? Theme.accepting
+                       : entry.isSelected || entryDrop.isReceiving ? Theme.accepting
                        : entry.hovered ? Theme.hover : "transparent"
+                border.width: entryDrop.isReceiving ? 2 : 0
+                border.color: Theme.focus
+            }
+            // Up to that of the next one.
+            ColumnDrop {
+                id: entryDrop
+
+                anchors.fill: parent
+                anchors.topMargin: -entries.spacing / 2
+                anchors.bottomMargin: -entries.spacing / 2
+                board: root.board
+                dragSource: root.dragSource
+                columnID: entry.columnID
+            }
+            // Where the dragged goal will stand.
+            Rectangle {
+                y: -(entries.spacing + height) / 2
+                width: parent.width
+                height: 2
+                radius: 1
+                color: Theme.focus
+                visible: entryDrop.isGivingWay
             }
 
             MarqueeGoalTitle {
@@ -105,6 +129,16 @@ FocusScope {
                 text: entry.title
                 isHovered: entry.hovered && entryTitle.isTruncated
             }
+        }
+    }
+    DragScroll {
+        anchors.fill: entries
+        isActive: entries.contentHeight > entries.height && root.dragSource.isDragging
+        reach: Theme.todoHeight
+        speed: 300
+        onScrolled: step => {
+            const last = entries.originY + entries.contentHeight - entries.height;
+            entries.contentY = Math.max(entries.originY, Math.min(entries.contentY + step, last));
         }
     }
     // The entry of the selected goal is seen wherever the selection comes from.

@@ -63,7 +63,8 @@ ExpandableGoalCard {
     // What belongs to no goal is to be sorted, so that all of it shows.
     isExpanded: root.isSelected || root.isUnassigned
     isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
-    isAccepting: dropArea.containsDrag && dropArea.isWelcoming
+    isAccepting: dropArea.isReceiving
+    isGivingWay: dropArea.isGivingWay
     naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
                    + Theme.medium
     Accessible.role: Accessible.List
@@ -94,25 +95,13 @@ ExpandableGoalCard {
     }
 
     // Below everything else: the rows of todos come first.
-    DropArea {
+    ColumnDrop {
         id: dropArea
 
-        /// Whether what it takes would come to be elsewhere.
-        property bool isWelcoming: false
-
         anchors.fill: parent
-        keys: ["text/plain"]
-        // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
-        onEntered: drag => {
-            drag.accepted = root.dragSource.isDragging
-                    && root.board.canDrop(drag.text, root.columnID);
-            dropArea.isWelcoming = drag.accepted
-                    && root.board.wouldDropMove(drag.text, root.columnID);
-        }
-        onDropped: drop => {
-            drop.accepted = root.dragSource.isDragging
-                    && root.board.drop(drop.text, root.columnID);
-        }
+        board: root.board
+        dragSource: root.dragSource
+        columnID: root.columnID
     }
 
     ColumnHeader {
@@ -178,6 +167,7 @@ ExpandableGoalCard {
         board: root.board
         dragSource: root.dragSource
         listID: root.columnID
+        roomBelow: root.height - y - height
         onMenuRequested: (todoID, todoColumnID, row, position) => {
             root.todoMenuRequested(todoID, todoColumnID, row, position);
         }

@@ -338,6 +338,34 @@ bool TodoController::dropOnRow(const QString& text, const QString& listID, const
     return drop.isAccepted;
 }
 
+QString TodoController::rowTodoID(const QString& text, const QString& listID) const
+{
+    const std::optional<TodoDragPayload> dragged = TodoDragPayload::fromEncodedValue(text);
+    const QList<UnifiedTodoEntry> shown = dragged ? entries(listID) : QList<UnifiedTodoEntry>();
+    const bool isShown = std::ranges::any_of(shown, [&dragged](const UnifiedTodoEntry& entry) {
+        return entry.todo.id == dragged->todoID && entry.goalID == dragged->sourceGoalID;
+    });
+    return isShown ? dragged->todoID.text() : QString();
+}
+
+bool TodoController::canDropAtEnd(const QString& text, const QString& listID) const
+{
+    return !rowTodoID(text, listID).isEmpty();
+}
+
+bool TodoController::wouldDropAtEndMove(const QString& text, const QString& listID) const
+{
+    return canMoveInList(rowTodoID(text, listID), listID, 1);
+}
+
+bool TodoController::dropAtEnd(const QString& text, const QString& listID)
+{
+    const QString todoID = rowTodoID(text, listID);
+    // The last one stays.
+    moveToEndOfList(todoID, listID, 1);
+    return !todoID.isEmpty();
+}
+
 void TodoController::updateSelection()
 {
     const bool isSelected = m_store.boardNavigation().target.isUnifiedTodos();

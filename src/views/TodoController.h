@@ -103,6 +103,10 @@ public:
     Q_INVOKABLE bool wouldDropOnRowMove(const QString& text, const QString& todoID) const;
     /// Carries the drop out; false, and nothing done, when it is refused.
     Q_INVOKABLE bool dropOnRow(const QString& text, const QString& listID, const QString& todoID);
+    /// The same below the last row of the list, which takes only what one of its rows shows.
+    Q_INVOKABLE bool canDropAtEnd(const QString& text, const QString& listID) const;
+    Q_INVOKABLE bool wouldDropAtEndMove(const QString& text, const QString& listID) const;
+    Q_INVOKABLE bool dropAtEnd(const QString& text, const QString& listID);
 
 Q_SIGNALS:
     /// Any list may show something else.
@@ -131,6 +135,8 @@ private:
     const TodoItem* todoAt(const TodoPlace& place) const;
     bool hasTodo(const TodoPlace& place) const;
     bool isThere(const QString& text) const;
+    /// The id of the dragged todo, when the list shows it in a row; otherwise empty.
+    QString rowTodoID(const QString& text, const QString& listID) const;
     std::optional<TodoMove> moveFromTexts(const QString& todoID, const QString& listID,
                                           int step) const;
     void highlight(std::optional<TodoPlace> place);

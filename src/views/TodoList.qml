@@ -16,6 +16,8 @@ Item {
     /// The part of the list that can be seen, in its own coordinates.
     property real visibleFrom: 0
     property real visibleTo: root.height
+    /// Points below the list where its todos are taken, too, and come to stand at its end.
+    property real roomBelow: 0
 
     property string editedTodoID
     /// Of the field that this list opens for itself; that of a goal is opened by the store.
@@ -196,6 +198,27 @@ Item {
         onScrolled: step => {
             rows.contentY = Math.max(0, Math.min(rows.contentY + step,
                                                  rows.contentHeight - rows.height));
+        }
+    }
+    TodoEndDrop {
+        id: end
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        y: Math.min(lines.implicitHeight, rows.height)
+        height: root.height + root.roomBelow - y
+        board: root.board
+        dragSource: root.dragSource
+        listID: root.listID
+
+        // Where the dragged todo will stand.
+        Rectangle {
+            y: -height
+            width: lines.width
+            height: 2
+            radius: 1
+            color: Theme.focus
+            visible: end.isWelcoming
         }
     }
     AppText {

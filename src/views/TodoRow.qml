@@ -28,6 +28,7 @@ FocusScope {
     readonly property bool hasKeyboard: face.activeFocus || statusButton.visualFocus
                                         || menuButton.visualFocus || handle.visualFocus
                                         || (root.goButton?.visualFocus ?? false)
+    readonly property bool isDragged: area.isDragged || handleArea.isDragged
     /// What is being written stays with its todo.
     readonly property bool isPinned: root.isEdited
 
@@ -76,6 +77,8 @@ FocusScope {
 
     Component.onCompleted: root.takeRequest()
     Window.onWindowChanged: root.takeRequest()
+    // Around the face, whose picture follows the pointer as it is.
+    opacity: root.isDragged ? 0.6 : 1
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
 
     Connections {
@@ -120,12 +123,13 @@ FocusScope {
         Rectangle {
             anchors.fill: parent
             radius: Theme.controlRadius
-            color: area.isDragged || handleArea.isDragged ? Theme.card
+            color: root.isDragged ? Theme.card
                    : dropArea.isWelcoming || root.isHighlighted ? Theme.accepting
                    : hover.hovered ? Theme.hover : "transparent"
         }
         // Where the dragged todo will stand.
         Rectangle {
+            y: dropArea.isBehind ? parent.height - height : 0
             width: parent.width
             height: 2
             radius: 1
@@ -141,6 +145,7 @@ FocusScope {
             anchors.fill: parent
             dragSource: root.dragSource
             picture: face
+            isHeldBeside: true
             text: root.board.todos.dragText(root.todoID, root.columnID)
             acceptedButtons: Qt.LeftButton | Qt.RightButton
             cursorShape: Qt.IBeamCursor
@@ -199,7 +204,7 @@ FocusScope {
             size: 28
             symbolSize: 14
             text: root.board.copy.text(CopyKey.MoreTodoActions)
-            isShown: hover.hovered || root.hasKeyboard
+            isShown: (hover.hovered || root.hasKeyboard) && !root.isDragged
             Accessible.role: Accessible.ButtonMenu
             onClicked: root.openMenu(menuButton.visualFocus,
                                      Qt.point(menuButton.x, root.height - Theme.tiny))
@@ -231,6 +236,7 @@ FocusScope {
             symbolSize: 14
             text: root.board.copy.text(CopyKey.CopyAndDragTodo)
             help: root.board.copy.text(CopyKey.CopyAndDragTodoHelp)
+            isPlain: root.isDragged
             onClicked: root.board.todos.copyTodo(root.todoID, root.columnID)
 
             DragArea {
@@ -239,6 +245,7 @@ FocusScope {
                 anchors.fill: parent
                 dragSource: root.dragSource
                 picture: face
+                isHeldBeside: true
                 text: area.text
                 cursorShape: Qt.OpenHandCursor
                 onClicked: if (!handleArea.isLeaving)

@@ -107,6 +107,7 @@ Item {
         board: root.board
         dragSource: root.dragSource
         listID: root.board.todos.unifiedListID
+        roomBelow: root.height - y - height
         onMenuRequested: (todoID, columnID, row, position) => {
             root.todoMenuRequested(todoID, columnID, row, position);
         }

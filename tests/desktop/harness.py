@@ -335,7 +335,8 @@ class Desktop:
         self.let_go()
 
     def is_dragging(self):
-        """Whether the picture of what is dragged floats at the pointer, which may hold it by its edge."""
+        """Whether the picture of what is dragged floats at the pointer, which may hold it by its edge
+        or have it hanging a little below, beside it."""
         from Xlib import X, error
 
         root = self._x.screen().root
@@ -346,8 +347,8 @@ class Desktop:
             except (error.BadWindow, error.BadDrawable):
                 continue
             if (attributes.override_redirect and attributes.map_state == X.IsViewable
-                    and -1 <= pointer.root_x - place.x <= place.width + 1
-                    and -1 <= pointer.root_y - place.y <= place.height + 1):
+                    and -20 <= pointer.root_x - place.x <= place.width + 1
+                    and -20 <= pointer.root_y - place.y <= place.height + 1):
                 return True
         return False
 

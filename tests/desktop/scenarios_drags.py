@@ -120,6 +120,13 @@ def _row(kelpa, column, title):
     return (x + 50, y + height // 2), (x + 80, y + 1), (x + width // 2 + 10, y + height // 2)
 
 
+def _gap_before(kelpa, goal):
+    """The middle of the gap to the left of a goal's card."""
+    kelpa.ground(goal)
+    x, y, _, height = kelpa.board.column(goal).node.frame()
+    return x - 11, y + height // 2
+
+
 def what_is_dragged_shows_where_it_would_go_and_escape_gives_it_up(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["One", "Two", "Three"]), ("Work", ["Four"]), ("Rest", [])],
@@ -128,7 +135,8 @@ def what_is_dragged_shows_where_it_would_go_and_escape_gives_it_up(desktop, bina
         kelpa.focus()
         before = _records(path)
         home, work = kelpa.ground("Home"), kelpa.ground("Work")
-        at_rest = desktop.pixel(*work)
+        gap = _gap_before(kelpa, "Work")
+        at_rest, no_line = desktop.pixel(*work), desktop.pixel(*gap)
         assert desktop.pixel(*home) == at_rest
 
         def begins():
@@ -145,10 +153,11 @@ def what_is_dragged_shows_where_it_would_go_and_escape_gives_it_up(desktop, bina
         # A goal over another one.
         desktop.drag_over(kelpa.head("Rest"), kelpa.head("Work"))
         begins()
-        wait_until("the goal shows that it would give its place", lambda: desktop.pixel(*work) != at_rest)
+        wait_until("a line shows where the goal would stand", lambda: desktop.pixel(*gap) != no_line)
         assert desktop.pixel(*home) == at_rest
+        assert desktop.pixel(*work) == at_rest
         escape()
-        wait_until("the goal is as it was", lambda: desktop.pixel(*work) == at_rest)
+        wait_until("the line is gone", lambda: desktop.pixel(*gap) == no_line)
 
         # A todo over the card of another goal.
         held, line, aside = _row(kelpa, "Home", "One")
@@ -234,3 +243,83 @@ def a_drag_at_the_edge_of_the_board_scrolls_to_what_is_beyond(desktop, binary):
         desktop.let_go()
         kelpa.quit()
         assert settings.StoredBoard(settings.read(path)).goal_titles == [*goals[1:15], "Goal 0", "Goal 15"]
+
+
+def todos_and_goals_are_dragged_to_the_end(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One", "Two", "Three"]), ("Work", ["Four"]), ("Rest", [])],
+                   is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+
+        def todos(*titles):
+            kelpa.wait_for_todos("Home", [(title, boards.TODO) for title in titles])
+
+        def end_of(title):
+            """The lower edge of the row, and a place in its lower half."""
+            find, what = kelpa.todo_node("Home", title)
+            kelpa.centre(find, what)
+            x, y, _, height = find().frame()
+            return (x + 80, y + height - 1), (x + 120, y + height - 8)
+
+        # On the lower half of the last row, a line below it shows the place.
+        line, place = end_of("Three")
+        bare = desktop.pixel(*line)
+        desktop.drag_over(_row(kelpa, "Home", "One")[0], place)
+        wait_until("a line shows the end", lambda: desktop.pixel(*line) != bare)
+        # On the upper half it would stand before that row.
+        desktop.move_through((place[0], place[1] - 18))
+        wait_until("a line shows the place before the row",
+                   lambda: desktop.pixel(line[0], line[1] - 33) != bare)
+        desktop.move_through(place)
+        desktop.let_go()
+        todos("Two", "Three", "One")
+
+        # Below the last row, too.
+        place = end_of("One")[1]
+        desktop.drag(_row(kelpa, "Home", "Three")[0], (place[0], place[1] + 40))
+        todos("Two", "One", "Three")
+        # A todo of another goal that is let go there goes to the goal.
+        desktop.drag(_row(kelpa, "Work", "Four")[0], (place[0], place[1] + 40))
+        wait_until("the todo is in its new goal", lambda: len(kelpa.board.todos("Home")) == 4)
+        assert not kelpa.board.todos("Work")
+
+        # A goal comes to the end on the last card, which lights up.
+        adding = kelpa.centre(lambda: kelpa.board.button("Add goal"), "the card for another goal")
+        corner = adding[0] - 120, adding[1] - 40
+        at_rest = desktop.pixel(*corner)
+        desktop.drag_over(kelpa.head("Home"), adding)
+        wait_until("the last card lights up", lambda: desktop.pixel(*corner) != at_rest)
+        desktop.let_go()
+        wait_until("the goal is the last",
+                   lambda: kelpa.board.goal_titles() == ["Work", "Rest", "Home"])
+        kelpa.check_stored(path)
+
+
+def the_rail_takes_what_is_dragged_onto_it(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One"]), ("Work", []), ("Rest", [])], is_auto_sorting=False)
+    desktop.start_xterm("Notes")
+    desktop.wait_for_window("Notes")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+
+        def entry(goal):
+            return kelpa.centre(lambda: kelpa.board.rail_entry(goal), f"the entry of {goal}")
+
+        # The entry shows that it would take the window, which then goes to its goal.
+        place = entry("Work")
+        edge = place[0] - 40, place[1] + 8
+        at_rest = desktop.pixel(*edge)
+        desktop.drag_over(kelpa.card_centre(boards.UNSORTED, "Notes"), place)
+        wait_until("the entry lights up", lambda: desktop.pixel(*edge) != at_rest)
+        desktop.let_go()
+        wait_until("the window is in the goal", lambda: kelpa.board.cards() == {"Notes": "Work"})
+        # A todo, too.
+        desktop.drag(_row(kelpa, "Home", "One")[0], entry("Rest"))
+        kelpa.wait_for_todos("Rest", [("One", boards.TODO)])
+        # A goal comes to stand before that of the entry.
+        desktop.drag(kelpa.head("Rest"), entry("Home"))
+        wait_until("the goal is the first",
+                   lambda: kelpa.board.goal_titles() == ["Rest", "Home", "Work"])
+        kelpa.check_stored(path)

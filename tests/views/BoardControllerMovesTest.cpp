@@ -85,6 +85,35 @@ TEST_F(Moves, Among_the_goals_that_show_the_hidden_ones_do_not_count)
     EXPECT_FALSE(controller->moveColumnToEnd(first.text(), 1));
 }
 
+TEST_F(Moves, A_goal_dropped_behind_the_last_one_comes_to_the_end)
+{
+    EXPECT_TRUE(controller->isGoalDrag(dragged(first)));
+    EXPECT_TRUE(controller->canDropAtEnd(dragged(first)));
+    EXPECT_TRUE(controller->wouldDropAtEndMove(dragged(first)));
+    EXPECT_TRUE(controller->dropAtEnd(dragged(first)));
+    EXPECT_EQ(titles(), u"Second Third First");
+    // There it is taken again, and stays.
+    EXPECT_FALSE(controller->wouldDropAtEndMove(dragged(first)));
+    EXPECT_TRUE(controller->dropAtEnd(dragged(first)));
+    EXPECT_EQ(titles(), u"Second Third First");
+}
+
+TEST_F(Moves, Behind_the_last_goal_nothing_but_a_goal_that_shows_is_taken)
+{
+    const TodoID todo = makeTodo(first, QStringLiteral("Read"));
+    const QString text = controller->todos()->dragText(todo.text(), first.text());
+    EXPECT_FALSE(controller->isGoalDrag(text));
+    EXPECT_FALSE(controller->canDropAtEnd(text));
+    EXPECT_FALSE(controller->dropAtEnd(controller->windowDragText(7)));
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_FALSE(controller->canDropAtEnd(dragged(third)));
+    store().setHidingGoalsWithoutOpenTodos(false);
+    store().setAutoSortingGoals(true);
+    EXPECT_FALSE(controller->canDropAtEnd(dragged(first)));
+    EXPECT_FALSE(controller->dropAtEnd(dragged(first)));
+    EXPECT_EQ(titles(), u"First Second Third");
+}
+
 TEST_F(Moves, A_column_stands_out_for_a_todo_of_another)
 {
     const TodoID todo = makeTodo(first, QStringLiteral("Read"));

@@ -125,6 +125,42 @@ TEST_F(Todos, A_todo_moves_to_the_ends_of_what_a_list_shows)
     EXPECT_EQ(todos(first).back().id, last);
 }
 
+TEST_F(Todos, A_todo_dropped_below_the_last_row_of_its_list_comes_to_its_end)
+{
+    const TodoID other = makeTodo(second, QStringLiteral("Other"));
+    makeTodo(first, QStringLiteral("Last"));
+    const QString dragged = todoController().dragText(todo.text(), first.text());
+    EXPECT_TRUE(todoController().canDropAtEnd(dragged, first.text()));
+    EXPECT_TRUE(todoController().wouldDropAtEndMove(dragged, first.text()));
+    EXPECT_TRUE(todoController().dropAtEnd(dragged, first.text()));
+    EXPECT_EQ(todos(second).front().order, 0);
+    EXPECT_EQ(todos(first).back().order, 1);
+    EXPECT_EQ(todos(first).front().order, 2);
+    // There it is taken again, and stays.
+    EXPECT_FALSE(todoController().wouldDropAtEndMove(dragged, first.text()));
+    EXPECT_TRUE(todoController().dropAtEnd(dragged, first.text()));
+    EXPECT_EQ(todos(first).front().order, 2);
+    // The list of the whole board takes those of all goals.
+    const QString draggedOther = todoController().dragText(other.text(), second.text());
+    EXPECT_TRUE(todoController().dropAtEnd(draggedOther, unifiedTodosText));
+    EXPECT_EQ(todos(second).front().order, 2);
+}
+
+TEST_F(Todos, Below_the_last_row_only_what_the_list_shows_is_taken)
+{
+    const TodoID other = makeTodo(second, QStringLiteral("Other"));
+    const QString foreign = todoController().dragText(other.text(), second.text());
+    const QString deleted = todoController().dragText(todo.text(), first.text());
+    store().deleteTodo(todo, first);
+    makeTodo(first, QStringLiteral("Left"));
+    for (const QString& text : {foreign, deleted, QStringLiteral("7"), QString()}) {
+        EXPECT_FALSE(todoController().canDropAtEnd(text, first.text()));
+        EXPECT_FALSE(todoController().wouldDropAtEndMove(text, first.text()));
+        EXPECT_FALSE(todoController().dropAtEnd(text, first.text()));
+    }
+    EXPECT_EQ(titles(second), QStringList{QStringLiteral("Other")});
+}
+
 TEST_F(Todos, A_row_stands_out_only_where_a_drop_would_change_the_order)
 {
     const TodoID last = makeTodo(first, QStringLiteral("Last"));

@@ -12,6 +12,9 @@ MouseArea {
     required property Item picture
     required property string text
     property bool isDraggable: true
+    /// Whether the picture hangs below the pointer, beside it, so that it does not cover the place
+    /// between others where it would come to stand.
+    property bool isHeldBeside: false
 
     property point pressPosition
     property bool isLeaving: false
@@ -35,8 +38,10 @@ MouseArea {
         const source = root.dragSource;
         // What is held beside the picture is held at its edge.
         const place = root.mapToItem(root.picture, root.pressPosition);
-        const held = Qt.point(Math.max(0, Math.min(place.x, root.picture.width)),
-                              Math.max(0, Math.min(place.y, root.picture.height)));
+        const held = root.isHeldBeside
+                ? Qt.point(-Theme.large, -Theme.large)
+                : Qt.point(Math.max(0, Math.min(place.x, root.picture.width)),
+                           Math.max(0, Math.min(place.y, root.picture.height)));
         // As many pixels as the screen shows it with.
         const ratio = root.Screen.devicePixelRatio;
         const size = Qt.size(Math.ceil(root.picture.width * ratio),

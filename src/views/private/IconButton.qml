@@ -15,6 +15,8 @@ PressButton {
     property string help
     /// One that is not to be seen is still there for the keyboard and for assistive programs.
     property bool isShown: true
+    /// Does not show that the pointer is over it, nor that it is pressed.
+    property bool isPlain: false
 
     implicitWidth: root.size
     implicitHeight: root.size
@@ -30,8 +32,8 @@ PressButton {
     background: Rectangle {
         radius: Theme.controlRadius
         visible: root.isShown
-        color: root.down ? Theme.press
-               : root.hovered ? Theme.hover
+        color: root.down && !root.isPlain ? Theme.press
+               : root.hovered && !root.isPlain ? Theme.hover
                : root.checked ? Theme.accepting : "transparent"
     }
 

@@ -36,6 +36,7 @@ Item {
         AddGoalCard {
             width: 320
             board: world.board
+            dragSource: BoardDragSource {}
         }
     }
     Toast {

@@ -1,0 +1,35 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// Takes what is dragged onto a column, wherever that is shown.
+DropArea {
+    id: root
+
+    required property BoardController board
+    required property BoardDragSource dragSource
+    required property string columnID
+
+    /// Whether the column would get what is over it.
+    readonly property bool isReceiving: root.isWelcoming && !root.isGoal
+    /// Whether a goal would come to stand before it.
+    readonly property bool isGivingWay: root.isWelcoming && root.isGoal
+
+    /// Whether what it takes would come to be elsewhere.
+    property bool isWelcoming: false
+    property bool isGoal: false
+
+    keys: ["text/plain"]
+    // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
+    onEntered: drag => {
+        drag.accepted = root.dragSource.isDragging && root.board.canDrop(drag.text, root.columnID);
+        root.isGoal = drag.accepted && root.board.isGoalDrag(drag.text);
+        root.isWelcoming = drag.accepted && root.board.wouldDropMove(drag.text, root.columnID);
+    }
+    onExited: root.isWelcoming = false
+    onDropped: drop => {
+        root.isWelcoming = false;
+        drop.accepted = root.dragSource.isDragging && root.board.drop(drop.text, root.columnID);
+    }
+}
