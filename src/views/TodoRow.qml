@@ -121,6 +121,8 @@ FocusScope {
         }
 
         Rectangle {
+            id: ground
+
             anchors.fill: parent
             radius: Theme.controlRadius
             color: root.isDragged ? Theme.card
@@ -168,10 +170,11 @@ FocusScope {
             onClicked: root.board.todos.toggle(root.todoID, root.columnID)
         }
         Column {
+            id: texts
+
             anchors.left: statusButton.right
             anchors.leftMargin: 2
-            anchors.right: menuButton.isShown ? menuButton.left
-                           : root.goButton !== null ? root.goButton.left : handle.left
+            anchors.right: menuButton.right
             anchors.verticalCenter: parent.verticalCenter
             spacing: 1
 
@@ -191,6 +194,28 @@ FocusScope {
                     text: root.goalTitle
                     font: Theme.caption
                     color: Theme.secondaryText
+                }
+            }
+        }
+        // The button lies over the end of the text, which does not jump when it comes.
+        Rectangle {
+            id: cover
+
+            readonly property color ground: Qt.tint(Theme.column, ground.color)
+
+            anchors.fill: menuButton
+            anchors.leftMargin: -Theme.medium
+            visible: menuButton.isShown
+            gradient: Gradient {
+                orientation: Gradient.Horizontal
+
+                GradientStop {
+                    position: 0
+                    color: Qt.alpha(cover.ground, 0)
+                }
+                GradientStop {
+                    position: 0.3
+                    color: cover.ground
                 }
             }
         }
@@ -258,7 +283,9 @@ FocusScope {
         }
         HoverTip {
             text: root.title
-            isHovered: hover.hovered && titleText.truncated && !area.pressed
+            isHovered: hover.hovered && !area.pressed
+                       && (titleText.truncated
+                           || texts.x + titleText.contentWidth > menuButton.x)
                        && !root.dragSource.isDragging
                        && !statusButton.hovered && !menuButton.hovered && !handle.hovered
                        && !(root.goButton?.hovered ?? false)
