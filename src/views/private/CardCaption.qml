@@ -75,8 +75,7 @@ Item {
     Column {
         anchors.left: iconPlace.right
         anchors.leftMargin: Theme.small
-        anchors.right: mark.left
-        anchors.rightMargin: Theme.small
+        anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         spacing: 1
 
@@ -88,28 +87,36 @@ Item {
             font: Theme.captionStrong
             color: root.isAway ? Theme.secondaryText : Theme.text
         }
-        AppText {
+        // Beside the shorter of the two texts.
+        Item {
             width: parent.width
-            text: root.ownerName
-            font: Theme.caption
-            color: Theme.secondaryText
-        }
-    }
-    Row {
-        id: mark
+            height: ownerText.height
 
-        anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
-        spacing: Theme.tiny
+            AppText {
+                id: ownerText
 
-        AppIcon {
-            name: "minus"
-            size: 14
-            visible: root.isMinimized
-        }
-        AppIcon {
-            name: "arrow-up-right"
-            size: 14
+                width: mark.x - Theme.tiny
+                text: root.ownerName
+                font: Theme.caption
+                color: Theme.secondaryText
+            }
+            Row {
+                id: mark
+
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: Theme.tiny
+
+                AppIcon {
+                    name: "minus"
+                    size: 14
+                    visible: root.isMinimized
+                }
+                AppIcon {
+                    name: "arrow-up-right"
+                    size: 14
+                }
+            }
         }
     }
 }
