@@ -29,6 +29,8 @@ Item {
         layer.smooth: true
     }
     WindowPreview {
+        id: picture
+
         anchors.horizontalCenter: parent.horizontalCenter
         width: Theme.previewSize.width
         height: Theme.previewSize.height
@@ -40,6 +42,17 @@ Item {
         Accessible.role: Accessible.Graphic
         Accessible.ignored: !visible
         Accessible.name: root.board.copy.text(CopyKey.WindowPreview)
+    }
+    // A white window would have no edge on the card.
+    Rectangle {
+        anchors.fill: picture
+        radius: picture.radius
+        color: "transparent"
+        border.width: 1
+        border.color: Theme.outline
+        visible: picture.visible
+        layer.enabled: root.isPictured
+        layer.smooth: true
     }
     Column {
         anchors.centerIn: parent

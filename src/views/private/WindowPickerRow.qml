@@ -73,6 +73,15 @@ Item {
             revision: root.previewRevision
             visible: root.previewRevision !== 0
         }
+        // A white window would have no edge on the sheet.
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: "transparent"
+            border.width: 1
+            border.color: Theme.outline
+            visible: root.previewRevision !== 0
+        }
         AppIcon {
             anchors.centerIn: parent
             name: "app-window"
