@@ -46,13 +46,6 @@ AppMenu {
         symbol: "pencil"
         onTriggered: root.renameRequested()
     }
-    AppMenuItem {
-        text: root.board.copy.text(CopyKey.DeleteGoal)
-        symbol: "trash-2"
-        symbolColor: Theme.destructive
-        foreground: Theme.destructive
-        onTriggered: root.board.deleteGoal(root.columnID)
-    }
     AppMenuSeparator {}
     AppMenuItem {
         id: earlier
@@ -81,5 +74,13 @@ AppMenu {
         text: root.board.copy.text(CopyKey.MoveToBottom)
         symbol: "arrow-down-to-line"
         onTriggered: root.board.moveColumnToEnd(root.columnID, 1)
+    }
+    AppMenuSeparator {}
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.DeleteGoal)
+        symbol: "trash-2"
+        symbolColor: Theme.destructive
+        foreground: Theme.destructive
+        onTriggered: root.board.deleteGoal(root.columnID)
     }
 }

@@ -81,22 +81,12 @@ AppMenu {
         }
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.DeleteTodo)
-        symbol: "trash-2"
-        symbolColor: Theme.destructive
-        foreground: Theme.destructive
-        onTriggered: {
-            root.giveKeyboardBack();
-            root.board.todos.remove(root.todoID, root.columnID);
-        }
-    }
-    AppMenuSeparator {}
-    AppMenuItem {
         text: root.board.copy.text(CopyKey.EditTodo)
         symbol: "pencil"
         onTriggered: if (root.row?.todoID === root.todoID)
             root.row.edit(root.isByKeyboard)
     }
+    AppMenuSeparator {}
     AppMenuItem {
         id: up
 
@@ -124,5 +114,16 @@ AppMenu {
         text: root.board.copy.text(CopyKey.MoveToBottom)
         symbol: "arrow-down-to-line"
         onTriggered: root.board.todos.moveToEndOfList(root.todoID, root.listID, 1)
+    }
+    AppMenuSeparator {}
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.DeleteTodo)
+        symbol: "trash-2"
+        symbolColor: Theme.destructive
+        foreground: Theme.destructive
+        onTriggered: {
+            root.giveKeyboardBack();
+            root.board.todos.remove(root.todoID, root.columnID);
+        }
     }
 }

@@ -39,6 +39,39 @@ Item {
             verify(world.board.moveColumn(world.columnOfGoal("First"), -1));
             compare(goals(), ["First", "Second"]);
         }
+        function test_what_deletes_stands_last_in_the_menus_of_todos_and_goals() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            const texts = () => menuItems().sort((a, b) => a.y - b.y).map(item => item.text);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 7);
+            compare(texts()[0], "Move to goal");
+            compare(texts()[6], "Delete todo");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            first.openSelectionMenu();
+            tryVerify(() => menuItems().length === 10);
+            compare(texts().slice(0, 5), ["Add windows to this goal", "Open Chrome in this goal",
+                                          "Open a Terminal in this goal",
+                                          "Show all windows in this goal", "Rename goal"]);
+            compare(texts()[9], "Delete goal");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+        }
+        function test_a_title_does_not_jump_when_the_button_comes() {
+            const first = column("First");
+            const title = "A title that is far too long for the row of any list of the board";
+            show(first, "First", [title]);
+            const text = only(all(row(first, title), item => item instanceof Text
+                                                             && item.text === title));
+            const width = text.width;
+            verify(text.truncated);
+            mouseMove(row(first, title), 60, 17);
+            tryCompare(button(row(first, title), "ellipsis"), "isShown", true);
+            compare(text.width, width);
+            mouseMove(root, 1, 699);
+        }
         function test_the_menu_button_shows_where_the_pointer_or_the_keyboard_is() {
             const first = column("First");
             show(first, "First", ["Read", "Write"]);
