@@ -13,6 +13,12 @@ Item {
     /// Made when it is first asked for.
     property AppMenu languageMenu: null
 
+    /// What the controls need in points to show all of their texts beside a short search field.
+    readonly property real wantedWidth: 2 * Theme.boardMargin + name.implicitWidth + Theme.small
+                                        + search.Layout.minimumWidth + 2 * Theme.controlHeight
+                                        + filterButton.fullWidth + languageButton.fullWidth
+                                        + addButton.fullWidth + 6 * controls.spacing
+
     signal newGoalRequested
 
     function openLanguageMenu(button: Item): void {
@@ -50,6 +56,18 @@ Item {
             }
         }
     }
+    TextMetrics {
+        id: hideEmpty
+
+        font: Theme.body
+        text: root.board.copy.text(CopyKey.HideEmpty)
+    }
+    TextMetrics {
+        id: showAll
+
+        font: Theme.body
+        text: root.board.copy.text(CopyKey.ShowAll)
+    }
     RowLayout {
         id: controls
 
@@ -62,6 +80,8 @@ Item {
         spacing: Theme.small
 
         AppText {
+            id: name
+
             Layout.fillWidth: true
             Layout.minimumWidth: implicitWidth
             Layout.rightMargin: Theme.small
@@ -99,7 +119,12 @@ Item {
             onClicked: root.board.toggleAutoSortingGoals()
         }
         AppButton {
+            id: filterButton
+
             symbol: "list-filter"
+            // It has two texts, and its neighbours stay; what a text takes is rounded up.
+            minimumTextWidth: Math.ceil(Math.max(hideEmpty.advanceWidth, showAll.advanceWidth)) + 1
+            isCompact: root.wantedWidth - languageButton.fullWidth + Theme.controlHeight > root.width
             isOn: root.board.isHidingGoalsWithoutOpenTodos
             text: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos
                                        ? CopyKey.ShowAll : CopyKey.HideEmpty)
@@ -111,11 +136,14 @@ Item {
             id: languageButton
 
             symbol: "globe"
+            isCompact: root.wantedWidth > root.width
             text: root.board.copy.text(CopyKey.Language)
             Accessible.role: Accessible.ButtonMenu
             onClicked: root.openLanguageMenu(languageButton)
         }
         AppButton {
+            id: addButton
+
             symbol: "plus"
             text: root.board.copy.text(CopyKey.NewGoal)
             isPrimary: true

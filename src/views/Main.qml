@@ -34,8 +34,9 @@ T.ApplicationWindow {
 
     width: 1200
     height: 800
-    minimumWidth: 900
-    minimumHeight: 620
+    // On a screen that has less, all of it and its frame can be seen all the same.
+    minimumWidth: Math.min(900, root.Screen.width, root.Screen.desktopAvailableWidth)
+    minimumHeight: Math.min(620, root.Screen.desktopAvailableHeight - Theme.controlHeight)
     title: root.board.copy.text(CopyKey.ProductName)
     color: Theme.window
     font: Theme.body

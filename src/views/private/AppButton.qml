@@ -13,18 +13,30 @@ PressButton {
     /// Looks switched on. Not what the toolkit calls checked: the text says what a press would do,
     /// so that assistive programs must not hear that this is the case.
     property bool isOn: false
+    /// Points; what the text has at least, so that the neighbours stay where they are when it changes.
+    property real minimumTextWidth: 0
+    /// Shows its symbol alone, where there is no room for its text.
+    property bool isCompact: false
 
+    /// How wide it is with its text.
+    readonly property real fullWidth: face.implicitWidth + root.slack + 14
+                                      + (root.symbol.length > 0 ? 10 : 14)
+    readonly property real slack: Math.max(0, root.minimumTextWidth - face.textWidth)
     readonly property color foreground: root.isPrimary ? Theme.textOnAccent : Theme.text
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: root.isCompact ? Theme.controlHeight : root.fullWidth
     implicitHeight: Theme.controlHeight
-    leftPadding: root.symbol.length > 0 ? 10 : 14
-    rightPadding: 14
+    leftPadding: root.isCompact ? (Theme.controlHeight - Theme.symbolSize) / 2
+                                : (root.symbol.length > 0 ? 10 : 14) + Math.floor(root.slack / 2)
+    rightPadding: root.isCompact ? 0 : 14
     font: Theme.body
     opacity: root.enabled ? 1 : 0.45
     Accessible.description: root.help
 
     contentItem: SymbolLabel {
+        id: face
+
+        isTextShown: !root.isCompact
         symbol: root.symbol
         text: root.text
         font: root.isPrimary ? Theme.bodyStrong : Theme.body
@@ -57,6 +69,6 @@ PressButton {
         margin: root.isPrimary ? 4 : 2
     }
     HoverTip {
-        text: root.help
+        text: root.help.length > 0 || !root.isCompact ? root.help : root.text
     }
 }

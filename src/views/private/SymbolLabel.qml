@@ -15,6 +15,9 @@ Item {
     property int spacing: 6
     /// Keeps the symbol's place free also where there is none, so that texts stand in line.
     property bool isKeepingPlace: false
+    property bool isTextShown: true
+    /// What the whole text takes, in points.
+    readonly property alias textWidth: label.implicitWidth
 
     readonly property bool hasPlace: root.symbol.length > 0 || root.isKeepingPlace
     readonly property real textX: root.hasPlace ? Theme.symbolSize + root.spacing : 0
@@ -36,6 +39,7 @@ Item {
         text: root.text
         font: root.font
         color: root.color
+        visible: root.isTextShown
         anchors.verticalCenter: parent.verticalCenter
     }
 }

@@ -11,7 +11,8 @@ Item {
     BoardHeader {
         id: header
 
-        anchors.fill: parent
+        width: parent.width
+        height: parent.height
         board: world.board
     }
 
@@ -23,6 +24,56 @@ Item {
 
         function search() {
             return only(all(header, item => item instanceof SearchField));
+        }
+        function button(symbol) {
+            return only(all(header, item => item instanceof AppButton && item.symbol === symbol));
+        }
+        function placesOfControls() {
+            return all(header, item => item instanceof PressButton && item.visible)
+                .map(item => item.mapToItem(header, 0, 0).x);
+        }
+        function eachLanguage(check) {
+            const before = world.board.languageIndex;
+            for (let language = 0; language < world.board.languageNames.length; ++language) {
+                world.board.setLanguageIndex(language);
+                waitForRendering(header);
+                check(world.board.languageNames[language]);
+            }
+            world.board.setLanguageIndex(before);
+        }
+        function cleanup() {
+            header.width = 1000;
+        }
+
+        function test_no_control_moves_when_the_goals_are_filtered() {
+            eachLanguage(language => {
+                const before = placesOfControls();
+                verify(before.length >= 5);
+                world.board.toggleHidingGoalsWithoutOpenTodos();
+                waitForRendering(header);
+                const after = placesOfControls();
+                world.board.toggleHidingGoalsWithoutOpenTodos();
+                compare([language, ...after], [language, ...before]);
+            });
+        }
+        function test_in_a_window_of_900_points_every_button_shows_its_text() {
+            header.width = 900;
+            eachLanguage(language => {
+                compare([language, button("globe").isCompact, button("list-filter").isCompact],
+                        [language, false, false]);
+            });
+        }
+        function test_on_a_small_screen_all_controls_are_there_and_some_show_their_symbol_alone() {
+            header.width = 640;
+            eachLanguage(language => {
+                verify(button("globe").isCompact);
+                compare(button("globe").width, 32);
+                verify(search().width >= 150, language);
+                const last = button("plus");
+                const end = last.mapToItem(header, last.width, 0).x;
+                verify(end <= 640 - Theme.boardMargin + 0.5, language + ": " + end);
+                verify(last.width >= last.implicitWidth, language);
+            });
         }
         function test_escape_clears_the_search_and_then_gives_the_keyboard_back() {
             mouseClick(search());
