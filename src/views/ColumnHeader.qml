@@ -22,6 +22,8 @@ Item {
     property bool isOnScreen: true
     /// Whether it is dragged as the picture of its card.
     property bool isCardDragged: false
+    /// What it lies on.
+    property color ground: Theme.column
     /// Where the title stands in the head.
     readonly property alias titleTop: titleText.y
     readonly property alias titleHeight: titleText.height
@@ -55,7 +57,6 @@ Item {
         picture: root
         text: root.board.columnDragText(root.columnID)
         enabled: !root.isUnassigned
-        cursorShape: enabled ? Qt.OpenHandCursor : Qt.ArrowCursor
         onClicked: if (!dragArea.isLeaving)
             root.board.todos.goToColumn(root.columnID)
     }
@@ -86,6 +87,7 @@ Item {
         // entries of the rail. The same while the card is collapsed and while the title moves, so
         // that selecting a goal does not change the look of its card.
         font: Theme.bodyStrong
+        ground: root.ground
         isAllowedToMove: root.isExpanded && !dragArea.pressed && !root.isCardDragged
         isOnScreen: root.isOnScreen
     }
@@ -159,7 +161,7 @@ Item {
     }
     HoverTip {
         text: root.title
-        isHovered: hover.hovered && titleText.isTruncated && !controlsHover.hovered
+        isHovered: hover.hovered && titleText.isPartlySeen && !controlsHover.hovered
                    && !dragArea.pressed && !root.dragSource.isDragging
     }
 }

@@ -62,6 +62,13 @@ FocusScope {
             required property bool isSelected
             required property int index
 
+            /// Of the rail at its place, below its own.
+            readonly property real depth: Math.max(0, Math.min(1, (entry.y - entries.contentY + 14)
+                                                                  / root.height))
+            readonly property color ground: Qt.tint(Qt.tint(Theme.railTop,
+                                                            Qt.alpha(Theme.railBottom, entry.depth)),
+                                                    Theme.accepting)
+
             // One that waits to be used for another goal is out of the Tab key's way.
             property bool isWaiting: false
 
@@ -117,6 +124,7 @@ FocusScope {
                 anchors.rightMargin: 5
                 text: entry.title
                 isEmphasized: entry.isSelected
+                ground: entry.ground
                 isAllowedToMove: entry.isSelected
                 isOnScreen: entry.y < entries.contentY + entries.height
                             && entry.y + entry.height > entries.contentY
@@ -127,7 +135,7 @@ FocusScope {
             }
             HoverTip {
                 text: entry.title
-                isHovered: entry.hovered && entryTitle.isTruncated
+                isHovered: entry.hovered && entryTitle.isPartlySeen
             }
         }
     }

@@ -122,6 +122,7 @@ ExpandableGoalCard {
         windowCount: root.windowCount
         isExpanded: root.isSelected
         isCardDragged: ground.isDragged
+        ground: root.ground
         isOnScreen: root.shownFrom < y + header.titleTop + header.titleHeight
                     && root.shownTo > y + header.titleTop
         onMenuRequested: button => root.columnMenuRequested(button)

@@ -16,11 +16,15 @@ Item {
     property bool isOnScreen: true
     property font font: root.isEmphasized ? Theme.captionEmphasized : Theme.captionStrong
     property color color: Theme.text
+    /// What it lies on: letters that come and go fade into it.
+    property color ground: Theme.column
 
     property MarqueeBelt belt: null
 
     readonly property bool isMoving: root.belt?.isMoving ?? false
     readonly property bool isTruncated: still.visible && still.truncated
+    /// Whether all of it is never seen at once.
+    readonly property bool isPartlySeen: root.isTruncated || root.isMoving
     readonly property real offset: root.belt?.x ?? 0
     readonly property MarqueeMeasure measure: MarqueeMeasure {
         text: root.text
@@ -54,5 +58,33 @@ Item {
         }
         onItemAdded: (index, item) => root.belt = item as MarqueeBelt
         onItemRemoved: root.belt = null
+    }
+    // At its end and, once it has left its place, at its beginning.
+    Repeater {
+        model: root.isMoving ? 2 : 0
+        delegate: Rectangle {
+            id: fade
+
+            required property int index
+
+            readonly property bool isAtEnd: fade.index === 0
+
+            x: fade.isAtEnd ? root.width - width : 0
+            width: Math.min(Theme.medium, root.width / 3)
+            height: root.height
+            visible: fade.isAtEnd || root.offset < 0
+            gradient: Gradient {
+                orientation: Gradient.Horizontal
+
+                GradientStop {
+                    position: 0
+                    color: Qt.alpha(root.ground, fade.isAtEnd ? 0 : 1)
+                }
+                GradientStop {
+                    position: 1
+                    color: Qt.alpha(root.ground, fade.isAtEnd ? 1 : 0)
+                }
+            }
+        }
     }
 }

@@ -80,6 +80,28 @@ Item {
             verify(title.isMoving);
             tryVerify(() => title.offset < -1);
         }
+        function test_a_title_that_moves_fades_into_its_ground_at_both_ends() {
+            title.ground = "#123456";
+            const fades = () => all(title, item => item instanceof Rectangle && item.visible);
+            tryVerify(() => title.offset < -1);
+            compare(fades().map(fade => fade.x > 0 ? fade.x + fade.width : 0).sort(), [0, 80]);
+            for (const fade of fades()) {
+                const stops = fade.gradient.stops;
+                const outer = fade.x > 0 ? stops[1] : stops[0];
+                const inner = fade.x > 0 ? stops[0] : stops[1];
+                verify(Qt.colorEqual(outer.color, "#123456"));
+                compare(inner.color.a, 0);
+            }
+            title.isAllowedToMove = false;
+            compare(fades().length, 0);
+        }
+        function test_a_title_of_which_only_a_part_is_seen_at_a_time_says_so() {
+            verify(title.isMoving && title.isPartlySeen);
+            title.isAllowedToMove = false;
+            verify(title.isPartlySeen);
+            title.width = 600;
+            tryVerify(() => !title.isPartlySeen);
+        }
         function test_a_pass_ends_where_the_repeated_start_stands_at_the_beginning() {
             const width = Math.ceil(medium.advanceWidth);
             compare(title.measure.textWidth, width);
