@@ -25,6 +25,7 @@ AppMenu {
             symbol: root.board.todos.prioritySymbol(item.modelData)
             symbolColor: Theme.priorityColor(item.modelData)
             isChoice: true
+            hasMarkPlace: true
             isChosen: item.modelData === root.priority
             onTriggered: root.board.todos.setPriority(root.columnID, item.modelData)
         }

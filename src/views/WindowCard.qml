@@ -26,6 +26,10 @@ FocusableItem {
     readonly property bool isPointedAt: root.isRaised || root.activeFocus
     readonly property string help: root.board.copy.text(CopyKey.WindowCardHelp)
 
+    /// Whether the pointer is not on its way over the card: what its tip says is soon known, and it lies
+    /// over other cards.
+    property bool hasRested: false
+
     signal menuRequested(card: Item, position: point)
 
     implicitHeight: Theme.windowCardHeight
@@ -66,6 +70,13 @@ FocusableItem {
 
     HoverHandler {
         id: hover
+
+        onHoveredChanged: root.hasRested = false
+    }
+    Timer {
+        interval: Theme.tipDelay
+        running: hover.hovered && !root.hasRested
+        onTriggered: root.hasRested = true
     }
 
     Item {
@@ -202,7 +213,7 @@ FocusableItem {
         id: tip
 
         text: caption.isTitleElided ? root.title + "\n" + root.help : root.help
-        isHovered: hover.hovered && !menuButton.hovered && !closeButton.hovered
+        isHovered: hover.hovered && root.hasRested && !menuButton.hovered && !closeButton.hovered
                    && !root.dragSource.isDragging
     }
 }

@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// An item of a menu with a symbol before its text. A sign at its end shows the menu that it opens,
-/// or that it is the chosen one of several.
+/// An item of a menu with a symbol before its text. A sign at its end shows the menu that it opens. The
+/// chosen one of several has its sign before its text, in place of a symbol or before it.
 T.MenuItem {
     id: root
 
@@ -15,14 +15,15 @@ T.MenuItem {
     /// Whether it is one of several of which one is chosen, and whether it is that one.
     property bool isChoice: false
     property bool isChosen: false
+    /// Whether it has a symbol of its own, before which the sign stands.
+    property bool hasMarkPlace: false
 
-    readonly property string endSymbol: root.subMenu !== null ? "chevron-right"
-                                      : root.isChosen && root.symbol !== "check" ? "check" : ""
+    readonly property bool isOpener: root.subMenu !== null
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 30
-    leftPadding: 10
-    rightPadding: root.endSymbol.length > 0 ? 36 : 14
+    leftPadding: root.hasMarkPlace ? 34 : 10
+    rightPadding: root.isOpener ? 36 : 14
     font: Theme.body
     focusPolicy: root.enabled ? Qt.StrongFocus : Qt.NoFocus
     opacity: root.enabled ? 1 : 0.45
@@ -50,11 +51,10 @@ T.MenuItem {
     }
 
     AppIcon {
-        anchors.right: parent.right
-        anchors.rightMargin: 10
+        x: root.isOpener ? root.width - width - 10 : 10
         anchors.verticalCenter: parent.verticalCenter
-        name: root.endSymbol
-        size: 14
-        visible: root.endSymbol.length > 0
+        name: root.isOpener ? "chevron-right" : "check"
+        size: root.isOpener ? 14 : Theme.symbolSize
+        visible: root.isOpener || (root.hasMarkPlace && root.isChosen)
     }
 }
