@@ -60,7 +60,7 @@ QtObject {
     readonly property color closing: isDark ? "#d93a31" : "#b3261e"
     readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"
     // Of what floats over the board, where it is darkest.
-    readonly property color floatingShadow: isDark ? "#80000000" : "#3814181f"
+    readonly property color floatingShadow: isDark ? "#70000000" : "#2814181f"
     readonly property color shadow: isDark ? "#52000000" : "#1414181f"
 
     // Lengths, on a grid of four points.
