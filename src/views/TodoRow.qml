@@ -121,7 +121,7 @@ FocusScope {
         }
 
         Rectangle {
-            id: ground
+            id: rowGround
 
             anchors.fill: parent
             radius: Theme.controlRadius
@@ -197,40 +197,15 @@ FocusScope {
                 }
             }
         }
-        // The button lies over the end of the text, which does not jump when it comes.
-        Rectangle {
-            id: cover
-
-            readonly property color ground: Qt.tint(Theme.column, ground.color)
-
-            anchors.fill: menuButton
-            anchors.leftMargin: -Theme.medium
-            visible: menuButton.isShown
-            gradient: Gradient {
-                orientation: Gradient.Horizontal
-
-                GradientStop {
-                    position: 0
-                    color: Qt.alpha(cover.ground, 0)
-                }
-                GradientStop {
-                    position: 0.3
-                    color: cover.ground
-                }
-            }
-        }
         // Assistive programs and the keyboard always reach it.
-        IconButton {
+        TodoMenuButton {
             id: menuButton
 
             anchors.right: root.goButton !== null ? root.goButton.left : handle.left
             anchors.verticalCenter: parent.verticalCenter
-            symbol: "ellipsis"
-            size: 28
-            symbolSize: 14
+            ground: Qt.tint(Theme.column, rowGround.color)
             text: root.board.copy.text(CopyKey.MoreTodoActions)
             isShown: (hover.hovered || root.hasKeyboard) && !root.isDragged
-            Accessible.role: Accessible.ButtonMenu
             onClicked: root.openMenu(menuButton.visualFocus,
                                      Qt.point(menuButton.x, root.height - Theme.tiny))
         }

@@ -1,0 +1,36 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// The button of a todo's menu. It lies over the end of the title, on the ground of the row, so that
+/// the title does not jump when the button comes.
+IconButton {
+    id: root
+
+    required property color ground
+
+    symbol: "ellipsis"
+    size: 28
+    symbolSize: 14
+    Accessible.role: Accessible.ButtonMenu
+
+    Rectangle {
+        z: -1
+        anchors.fill: parent
+        anchors.leftMargin: -Theme.medium
+        visible: root.isShown
+        gradient: Gradient {
+            orientation: Gradient.Horizontal
+
+            GradientStop {
+                position: 0
+                color: Qt.alpha(root.ground, 0)
+            }
+            GradientStop {
+                position: 0.3
+                color: root.ground
+            }
+        }
+    }
+}
