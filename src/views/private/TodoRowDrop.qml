@@ -23,10 +23,10 @@ DropArea {
     property bool isBehind: false
 
     function look(text: string, y: real): void {
-        root.isBehind = root.isTaking && root.isLast && y >= root.height / 2;
-        root.isWelcoming = root.isTaking
-                && (root.isBehind ? root.board.todos.wouldDropAtEndMove(text, root.listID)
-                                  : root.board.todos.wouldDropOnRowMove(text, root.todoID));
+        root.isBehind = root.isLast && y >= root.height / 2;
+        root.isWelcoming = root.isBehind
+                ? root.board.todos.wouldDropAtEndMove(text, root.listID)
+                : root.board.todos.wouldDropOnRowMove(text, root.todoID);
     }
 
     keys: ["text/plain"]
@@ -34,9 +34,10 @@ DropArea {
         const isTodo = root.dragSource.isDragging && root.board.todos.isTodoDrag(drag.text);
         root.isTaking = isTodo
                 && root.board.todos.canDropOnRow(drag.text, root.listID, root.todoID);
-        root.isLast = root.isTaking
-                && !root.board.todos.canMoveInList(root.todoID, root.listID, 1);
-        root.look(drag.text, drag.y);
+        if (root.isTaking) {
+            root.isLast = !root.board.todos.canMoveInList(root.todoID, root.listID, 1);
+            root.look(drag.text, drag.y);
+        }
         if (isTodo && !root.isTaking)
             drag.accept(Qt.IgnoreAction);
         else
