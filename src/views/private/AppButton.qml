@@ -46,7 +46,7 @@ PressButton {
         radius: Theme.controlRadius
         color: !root.isPrimary ? Theme.field : root.down ? Theme.accentPress
                : root.hovered && root.enabled ? Theme.accentHover : Theme.accent
-        border.width: root.isPrimary ? 0 : 1
+        border.width: root.isPrimary ? 0 : Math.floor(Screen.devicePixelRatio) / Screen.devicePixelRatio
         border.color: Theme.outline
 
         Rectangle {

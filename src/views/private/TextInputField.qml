@@ -49,7 +49,8 @@ T.TextField {
     background: Rectangle {
         radius: Theme.controlRadius
         color: Theme.field
-        border.width: 1
+        // Of whole pixels: a part of one more would be seen on some sides.
+        border.width: Math.floor(Screen.devicePixelRatio) / Screen.devicePixelRatio
         border.color: Theme.fieldOutline
 
         AppText {
