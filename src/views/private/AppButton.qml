@@ -18,10 +18,11 @@ PressButton {
     /// Shows its symbol alone, where there is no room for its text.
     property bool isCompact: false
 
+    readonly property real textWidth: (root.contentItem as SymbolLabel)?.textWidth ?? 0
+    readonly property real slack: Math.max(0, root.minimumTextWidth - root.textWidth)
     /// How wide it is with its text.
-    readonly property real fullWidth: face.implicitWidth + root.slack + 14
+    readonly property real fullWidth: root.implicitContentWidth + root.slack + 14
                                       + (root.symbol.length > 0 ? 10 : 14)
-    readonly property real slack: Math.max(0, root.minimumTextWidth - face.textWidth)
     readonly property color foreground: root.isPrimary ? Theme.textOnAccent : Theme.text
 
     implicitWidth: root.isCompact ? Theme.controlHeight : root.fullWidth
@@ -34,8 +35,6 @@ PressButton {
     Accessible.description: root.help
 
     contentItem: SymbolLabel {
-        id: face
-
         isTextShown: !root.isCompact
         symbol: root.symbol
         text: root.text
