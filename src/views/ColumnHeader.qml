@@ -41,6 +41,13 @@ Item {
     }
 
     implicitHeight: 40
+    // From one of its buttons.
+    Keys.onPressed: event => {
+        event.accepted = !root.isUnassigned && (event.key === Qt.Key_Menu
+                || event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier));
+        if (event.accepted)
+            root.openMenu();
+    }
 
     // The ground of the picture that follows the pointer.
     Rectangle {

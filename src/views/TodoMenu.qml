@@ -49,6 +49,7 @@ AppMenu {
     AppMenu {
         id: targets
 
+        isWithinMenu: true
         title: root.board.copy.text(CopyKey.MoveToGoal)
 
         MoveTargetItems {

@@ -4,9 +4,17 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// A menu as wide as its widest item, within limits.
+/// A menu as wide as its widest item, within limits. While it is open, it has the pointer and the
+/// keys to itself: a press beside it only closes it. It closes as well when another program comes
+/// forward, and when the window changes its size and what it belongs to its place.
 T.Menu {
     id: root
+
+    /// Whether it opens within another menu, which has the pointer with it.
+    property bool isWithinMenu: false
+
+    /// What the window shows below everything that opens over it; none in a plain view.
+    readonly property Item shownBelow: root.contentItem.T.ApplicationWindow.contentItem
 
     implicitWidth: Math.min(360, Math.max(180, contentItem.implicitWidth + leftPadding
                                                + rightPadding))
@@ -17,6 +25,12 @@ T.Menu {
     padding: Theme.tiny
     overlap: 1
     cascade: true
+    modal: !root.isWithinMenu
+    T.Overlay.modal: MouseArea {
+        acceptedButtons: Qt.AllButtons
+        hoverEnabled: true
+        onWheel: wheel => wheel.accepted = true
+    }
     // The item that opens a menu within this one.
     delegate: AppMenuItem {
         symbol: "arrow-right"
@@ -27,14 +41,39 @@ T.Menu {
         implicitHeight: contentHeight
         model: root.contentModel
         interactive: contentHeight > height
+        keyNavigationEnabled: false
         clip: true
         currentIndex: root.currentIndex
+        Keys.onPressed: event => event.accepted = root.takeKey(event)
         T.ScrollBar.vertical: AppScrollBar {}
     }
+    // It has the keyboard while no item of the menu has it.
+    Binding {
+        target: root.contentItem.parent.Keys
+        property: "forwardTo"
+        value: [root.contentItem]
+    }
+    // The toolkit gives the keyboard back only where the window has it.
+    onClosed: if (!root.contentItem.Window.active && root.shownBelow !== null)
+        root.shownBelow.focus = true
     background: FloatingGround {
         radius: Theme.controlRadius + Theme.tiny
     }
 
+    Connections {
+        target: root.contentItem.Window.window
+        enabled: root.opened
+
+        function onActiveChanged(): void {
+            root.close();
+        }
+        function onWidthChanged(): void {
+            root.close();
+        }
+        function onHeightChanged(): void {
+            root.close();
+        }
+    }
     // Of the item that holds the menu, which has the focus.
     Binding {
         target: root.contentItem.parent.Accessible
@@ -42,6 +81,45 @@ T.Menu {
         value: root.title
     }
 
+    function isChoosable(index: int): bool {
+        const item = root.itemAt(index) as T.MenuItem;
+        return item !== null && item.enabled && item.visible;
+    }
+    /// Chooses the next item from `index` on, or before it, for which `accepts` holds.
+    function choose(index: int, step: int, accepts: var): bool {
+        const count = root.count;
+        for (let i = 0; i < count; ++i) {
+            const place = (index + i * step + 2 * count) % count;
+            if (root.isChoosable(place) && accepts(root.itemAt(place))) {
+                root.currentIndex = place;
+                return true;
+            }
+        }
+        return false;
+    }
+    function chooseByLetter(letter: string): bool {
+        if (letter.trim().length === 0)
+            return false;
+        const wanted = letter.toLocaleLowerCase();
+        return root.choose(root.currentIndex + 1, 1,
+                           item => item.text.toLocaleLowerCase().startsWith(wanted));
+    }
+    function takeKey(event: KeyEvent): bool {
+        if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
+            return false;
+        switch (event.key) {
+        case Qt.Key_Down:
+            return root.choose(root.currentIndex + 1, 1, () => true);
+        case Qt.Key_Up:
+            return root.choose(Math.max(root.currentIndex, 0) - 1, -1, () => true);
+        case Qt.Key_Home:
+            return root.choose(0, 1, () => true);
+        case Qt.Key_End:
+            return root.choose(root.count - 1, -1, () => true);
+        default:
+            return root.chooseByLetter(event.text);
+        }
+    }
     function widestItem(): real {
         let widest = 0;
         for (let i = 0; i < root.count; ++i)
