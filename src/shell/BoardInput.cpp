@@ -38,8 +38,11 @@ bool isWithin(const QQuickItem& item, const QPointF& position)
 QQuickItem& fieldWithButtons(QQuickItem& field)
 {
     QQuickItem* const around = field.parentItem();
-    return around != nullptr && around->isFocusScope() && around->parentItem() != nullptr ? *around
-                                                                                          : field;
+    if (around == nullptr || !around->isFocusScope())
+        return field;
+    // The window and all that it shows are no part of a field.
+    const QQuickItem* const outside = around->parentItem();
+    return outside != nullptr && outside->parentItem() != nullptr ? *around : field;
 }
 
 bool isMove(const BoardCommand& command)
@@ -245,18 +248,18 @@ void BoardInput::notePress(const QPointF& position)
         return;
     if (!m_waitingField.isNull() && !isWithin(fieldWithButtons(*m_waitingField), position))
         leaveWaitingField();
-    resignTextInputFocusIfOutside(position);
+    resignFocusIfOutside(position);
 }
 
-void BoardInput::resignTextInputFocusIfOutside(const QPointF& position)
+void BoardInput::resignFocusIfOutside(const QPointF& position)
 {
     QQuickItem* const item = m_window.activeFocusItem();
-    if (item == nullptr || !isTextInput(*item) || isWithin(*item, position))
+    // What is open over the board has the keyboard for as long as it is open.
+    if (item == nullptr || isInPopup(item))
         return;
     // A press on a button of the field is for that to answer.
-    if (isWithin(fieldWithButtons(*item), position))
-        item->setFocus(false);
-    else
+    const QQuickItem& place = isTextInput(*item) ? fieldWithButtons(*item) : *item;
+    if (!isWithin(place, position))
         resignFocus();
 }
 

@@ -25,6 +25,9 @@ BoardKey boardKey(const QKeyEvent& event);
 /// A control has the keyboard when the person went to it with a key. Whatever else has the focus,
 /// what was clicked or what follows the selection, leaves the keys to the board.
 ///
+/// A press elsewhere takes the keyboard from whatever has it, so that the focus follows the
+/// selection again; from what is open over the board, such as a sheet with its field, it does not.
+///
 /// A field gives the keyboard up when another program gets it, and waits with what was typed. It is
 /// left for good by what would have left it otherwise: a click beside it, unless it goes to an item
 /// that keeps fields, or the next key that does something on the board. A field in a sheet keeps
@@ -68,7 +71,7 @@ private:
     void carryOut(const BoardCommand& command);
     void notePress(const QPointF& position);
     void resignFocus();
-    void resignTextInputFocusIfOutside(const QPointF& position);
+    void resignFocusIfOutside(const QPointF& position);
     void letFieldWait();
     void leaveWaitingField();
 

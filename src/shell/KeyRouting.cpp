@@ -47,10 +47,7 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
     case BoardKey::escape:
         return isInside ? std::optional<BoardCommand>(ReturnToTargetSelection{}) : std::nullopt;
     case BoardKey::menu:
-        // What belongs to no goal and the list of all todos have none.
-        return isInside || navigation.target.goalID() || navigation.target.isNone()
-                   ? std::optional<BoardCommand>(OpenMenu{})
-                   : std::nullopt;
+        return OpenMenu{};
     case BoardKey::undo:
         return UndoChange{};
     case BoardKey::redo:
@@ -89,7 +86,7 @@ bool isKept(BoardKey key, const KeyContext& context)
     case KeyboardFocus::textInput:
         return isKeptByField(key, context);
     case KeyboardFocus::button:
-        return key == BoardKey::space || key == BoardKey::enter;
+        return key == BoardKey::space || key == BoardKey::enter || key == BoardKey::menu;
     case KeyboardFocus::item:
         return key == BoardKey::enter || key == BoardKey::menu;
     case KeyboardFocus::popup:

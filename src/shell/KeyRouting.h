@@ -31,7 +31,7 @@ enum class KeyboardFocus : std::uint8_t {
     board,
     /// A field in which one types.
     textInput,
-    /// A button that the person went to with the Tab key.
+    /// A button that the person went to with the Tab key. Its menu is that of what it belongs to.
     button,
     /// A card or a row that the person went to with the Tab key: it has a menu, and something to do
     /// on Return, but cannot be pressed.
@@ -78,7 +78,7 @@ struct RequestAddTodo
     GoalID goalID;
     friend bool operator==(const RequestAddTodo&, const RequestAddTodo&) = default;
 };
-/// That of the selected window or goal; of the board while nothing is selected.
+/// That of the selected window or goal; of the board while what is selected has none.
 struct OpenMenu
 {
     friend bool operator==(const OpenMenu&, const OpenMenu&) = default;

@@ -51,13 +51,14 @@ ExpandableGoalCard {
         return cards.itemAtRow(root.board.selectedWindow);
     }
 
-    /// Opens the menu of the selected window, or of the goal.
-    function openSelectionMenu(): void {
+    /// Opens the menu of the selected window, or of the goal; false where there is none.
+    function openSelectionMenu(): bool {
         const card = root.selectedPart() as WindowCard;
         if (card !== null)
             card.openMenu();
         else if (!root.isUnassigned)
             header.openMenu();
+        return card !== null || !root.isUnassigned;
     }
 
     // What belongs to no goal is to be sorted, so that all of it shows.

@@ -26,11 +26,27 @@ TEST_F(BoardFocusTest, A_field_that_is_left_takes_what_it_stands_in_along)
     EXPECT_FALSE(item("row")->hasActiveFocus());
 }
 
-TEST_F(BoardFocusTest, A_click_changes_nothing_while_no_field_has_the_focus)
+TEST_F(BoardFocusTest, A_click_elsewhere_takes_the_keyboard_from_a_button_and_from_a_card)
 {
-    item("button")->forceActiveFocus();
-    clickAt({300, 200});
-    EXPECT_TRUE(item("button")->hasActiveFocus());
+    for (const char* name : {"button", "card"}) {
+        item(name)->forceActiveFocus(Qt::TabFocusReason);
+        clickAt({50, name == QByteArray("button") ? 120 : 180});
+        EXPECT_TRUE(item(name)->hasActiveFocus()) << name;
+        clickAt({300, 200});
+        EXPECT_FALSE(item(name)->hasActiveFocus()) << name;
+    }
+}
+
+TEST_F(BoardFocusTest, A_click_in_a_sheet_beside_its_field_leaves_the_keyboard_there)
+{
+    QObject* const sheet = window->findChild<QObject*>(QStringLiteral("sheet"));
+    sheet->setProperty("padding", 20);
+    ASSERT_TRUE(QMetaObject::invokeMethod(sheet, "open"));
+    ASSERT_TRUE(QTest::qWaitFor([sheet] { return sheet->property("opened").toBool(); }));
+    item("inSheet")->forceActiveFocus();
+    clickAt({15, 225});
+    EXPECT_TRUE(sheet->property("opened").toBool());
+    EXPECT_TRUE(item("inSheet")->hasActiveFocus());
 }
 
 TEST_F(BoardFocusTest, A_button_that_belongs_to_a_field_is_not_left_with_it)

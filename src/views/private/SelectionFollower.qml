@@ -128,7 +128,8 @@ Item {
             }
             selectionScroll.stop();
             root.showSelection();
-            root.selectedColumn()?.openSelectionMenu();
+            if (!(root.selectedColumn()?.openSelectionMenu() ?? false))
+                root.view.openMenu();
         }
     }
     Connections {

@@ -179,12 +179,18 @@ Item {
             tryVerify(() => menuItems().length === 0);
             tryVerify(() => holder() === column("Second"));
         }
-        function test_what_belongs_to_no_goal_has_no_menu() {
-            world.moveSelection(Qt.Key_Right);
-            world.moveSelection(Qt.Key_Right);
-            world.board.selectionMenuRequested();
-            tryVerify(() => holder() === column("Unsorted"));
-            compare(menuItems().length, 0);
+        function test_what_has_no_menu_of_its_own_has_that_of_the_board() {
+            for (const selected of [item => item instanceof UnifiedTodoColumn,
+                                    item => item === column("Unsorted")]) {
+                world.moveSelection(Qt.Key_Right);
+                tryVerify(() => selected(holder()));
+                world.board.selectionMenuRequested();
+                tryVerify(() => menuItems().some(item => item.text === "New goal"));
+                compare(menuItems().length, 3);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => menuItems().length === 0);
+                tryVerify(() => selected(holder()));
+            }
         }
         function test_the_field_for_a_todo_keeps_the_focus_and_gives_it_back() {
             world.board.todos.requestEditor(world.columnOfGoal("First"));
