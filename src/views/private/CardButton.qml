@@ -16,7 +16,6 @@ PressButton {
     implicitWidth: 22
     implicitHeight: 22
     opacity: 0.9
-    focusPolicy: Qt.TabFocus
 
     contentItem: AppIcon {
         name: root.symbol

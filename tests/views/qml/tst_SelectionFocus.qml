@@ -136,6 +136,22 @@ Item {
             verify(button.activeFocus);
             button.focus = false;
         }
+        function test_a_button_that_is_clicked_leaves_the_keyboard_where_it_is() {
+            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            tryVerify(() => holder() === column("First") && !isMoving());
+            mouseClick(button);
+            const clicked = all(column("First"), item => item instanceof IconButton
+                                                         && item.symbol === "lightbulb-plus")[0];
+            mouseClick(clicked);
+            verify(!button.activeFocus);
+            verify(!clicked.activeFocus);
+            // The Tab key reaches them.
+            button.forceActiveFocus(Qt.TabFocusReason);
+            verify(button.visualFocus);
+            compare(button.focusPolicy, Qt.TabFocus);
+            button.focus = false;
+            world.board.todos.cancelEditor();
+        }
         function test_without_a_selection_nobody_takes_the_focus() {
             world.moveSelection(Qt.Key_Right);
             tryVerify(() => holder() instanceof UnifiedTodoColumn);

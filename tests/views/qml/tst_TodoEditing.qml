@@ -112,16 +112,16 @@ Item {
             mouseClick(row(first, "Read"), 60, 17);
             tryVerify(() => field(first) !== null && field(first).activeFocus);
             type("abc");
-            mouseClick(button(row(first, "Write"), "circle"));
+            button(row(first, "Write"), "circle").forceActiveFocus(Qt.TabFocusReason);
             tryVerify(() => field(first) === null);
-            compare(world.todos("First"), ["abc (todo)", "Write (ing)"]);
+            compare(world.todos("First"), ["abc (todo)", "Write (todo)"]);
             // Also when it goes to nobody, as after a click beside all buttons.
             mouseClick(row(first, "abc"), 60, 17);
             tryVerify(() => field(first) !== null && field(first).activeFocus);
             type("def");
             field(first).focus = false;
             tryVerify(() => field(first) === null);
-            compare(world.todos("First"), ["def (todo)", "Write (ing)"]);
+            compare(world.todos("First"), ["def (todo)", "Write (todo)"]);
             verify(!hasKeyboard());
         }
         function test_a_field_in_which_nobody_wrote_shows_what_is_undone_and_keeps_it() {

@@ -21,6 +21,7 @@ Item {
 
         function test_the_way_to_a_todo_selects_its_goal() {
             show(unified(), "Second", ["Read"]);
+            column("First").forceActiveFocus();
             mouseClick(button(row(unified(), "Read"), "arrow-right"));
             tryCompare(column("Second"), "isSelected", true);
             verify(!column("First").isSelected);
