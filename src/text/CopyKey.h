@@ -50,6 +50,11 @@ enum class CopyKey {
     Create,
     Undo,
     Redo,
+    // Menu of a field in which one types; it begins with the two before.
+    Cut,
+    CopyText,
+    Paste,
+    SelectAll,
     // Goal card.
     MoreGoalActions,
     AddWindowsToGoal,

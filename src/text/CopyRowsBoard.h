@@ -116,6 +116,11 @@ inline constexpr std::array boardCopyRows{
     CopyRow{CopyKey::Undo, u"撤销", u"Undo", u"元に戻す", u"실행 취소", u"Annuler", u"Rückgängig"},
     CopyRow{CopyKey::Redo, u"重做", u"Redo", u"やり直す", u"다시 실행", u"Rétablir",
             u"Wiederholen"},
+    CopyRow{CopyKey::Cut, u"剪切", u"Cut", u"切り取り", u"잘라내기", u"Couper", u"Ausschneiden"},
+    CopyRow{CopyKey::CopyText, u"复制", u"Copy", u"コピー", u"복사", u"Copier", u"Kopieren"},
+    CopyRow{CopyKey::Paste, u"粘贴", u"Paste", u"貼り付け", u"붙여넣기", u"Coller", u"Einfügen"},
+    CopyRow{CopyKey::SelectAll, u"全选", u"Select all", u"すべて選択", u"모두 선택",
+            u"Tout sélectionner", u"Alles auswählen"},
 };
 
 } // namespace kelpa

@@ -98,6 +98,7 @@ Item {
             Layout.preferredWidth: 280
             Layout.minimumWidth: 150
             Layout.maximumWidth: 280
+            board: root.board
             label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
             placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
             clearLabel: root.board.copy.text(CopyKey.ClearSearch)

@@ -62,6 +62,7 @@ Sheet {
             id: field
 
             width: parent.width
+            board: root.board
             label: root.fieldLabel
             placeholderText: root.placeholder
             onCommitted: root.confirm()

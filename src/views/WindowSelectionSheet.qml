@@ -81,6 +81,7 @@ Sheet {
                 id: search
 
                 width: parent.width
+                board: root.board
                 label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
                 placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
                 clearLabel: root.board.copy.text(CopyKey.ClearSearch)

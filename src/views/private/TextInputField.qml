@@ -9,7 +9,12 @@ import Kelpa
 T.TextField {
     id: root
 
+    required property BoardController board
     required property string label
+
+    /// Its menu has the keyboard for a moment: what is being written is not left with it.
+    property bool isMenuOpen: false
+    property FieldMenu menu: null
 
     // By what is to be seen: to the toolkit, an input method that still tells where its cursor stands
     // composes, even where it has nothing left.
@@ -43,6 +48,12 @@ T.TextField {
     else if (!composed.running)
         root.cancelled()
     Component.onCompleted: TextComposition.follow(root)
+    Keys.onMenuPressed: root.openMenuByKeyboard()
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
+        if (event.accepted)
+            root.openMenuByKeyboard();
+    }
     onIsComposingChanged: if (!root.isComposing)
         composed.restart()
 
@@ -76,6 +87,35 @@ T.TextField {
         return event.isAutoRepeat || composed.running || root.commit();
     }
 
+    function openMenu(position: point): void {
+        if (root.isComposing)
+            return;
+        if (root.menu === null)
+            root.menu = menuType.createObject(root) as FieldMenu;
+        root.isMenuOpen = true;
+        root.menu.popup(root, position);
+    }
+    function openMenuByKeyboard(): void {
+        const cursor = root.positionToRectangle(root.cursorPosition);
+        root.openMenu(Qt.point(cursor.x, cursor.y + cursor.height));
+    }
+
+    Component {
+        id: menuType
+
+        FieldMenu {
+            board: root.board
+            field: root
+            onClosed: root.isMenuOpen = false
+        }
+    }
+    // A press of the second button leaves alone what is selected.
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.RightButton
+        onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
+        onClicked: mouse => root.openMenu(Qt.point(mouse.x, mouse.y))
+    }
     // Some input methods end the composition first and pass the key on then. No person presses
     // another key within this time.
     Timer {

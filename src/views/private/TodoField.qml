@@ -58,6 +58,7 @@ FocusScope {
         implicitHeight: 28
         focus: true
         leftPadding: 4
+        board: root.board
         rightPadding: 4
         label: root.label
         placeholderText: root.board.copy.text(CopyKey.EnterTodo)
@@ -87,6 +88,6 @@ FocusScope {
     }
 
     // While another window has the keyboard, what was typed waits.
-    onActiveFocusChanged: if (!root.activeFocus && root.Window.active)
+    onActiveFocusChanged: if (!root.activeFocus && root.Window.active && !field.isMenuOpen)
         root.abandoned()
 }

@@ -19,6 +19,7 @@ Item {
     SearchField {
         id: search
 
+        board: world.board
         label: "Search"
         clearLabel: "Clear"
     }

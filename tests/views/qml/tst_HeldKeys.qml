@@ -50,6 +50,7 @@ Item {
         id: field
 
         anchors.right: parent.right
+        board: world.board
         label: "Title"
     }
     SignalSpy {

@@ -12,6 +12,7 @@ Item {
         id: field
 
         width: 260
+        board: world.board
         label: "Search"
         clearLabel: "Clear search"
         text: world.board.searchText

@@ -11,6 +11,7 @@ Item {
     SearchField {
         id: search
 
+        board: world.board
         label: "Search"
         clearLabel: "Clear"
     }

@@ -1,0 +1,58 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// What can be done with the text of a field.
+AppMenu {
+    id: root
+
+    required property BoardController board
+    required property TextInput field
+
+    readonly property bool hasSelection: root.field.selectedText.length > 0
+
+    title: root.field.Accessible.name
+    // Nobody else is meant to have the keyboard now.
+    onAboutToHide: if (root.field.Window.active)
+        root.field.forceActiveFocus(Qt.PopupFocusReason)
+
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.Undo)
+        symbol: "undo-2"
+        enabled: root.field.canUndo
+        onTriggered: root.field.undo()
+    }
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.Redo)
+        symbol: "redo-2"
+        enabled: root.field.canRedo
+        onTriggered: root.field.redo()
+    }
+    AppMenuSeparator {}
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.Cut)
+        symbol: "scissors"
+        enabled: root.hasSelection
+        onTriggered: root.field.cut()
+    }
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.CopyText)
+        symbol: "copy"
+        enabled: root.hasSelection
+        onTriggered: root.field.copy()
+    }
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.Paste)
+        symbol: "clipboard-paste"
+        enabled: root.field.canPaste
+        onTriggered: root.field.paste()
+    }
+    AppMenuSeparator {}
+    AppMenuItem {
+        text: root.board.copy.text(CopyKey.SelectAll)
+        symbol: "text-select"
+        enabled: root.field.length > 0 && root.field.selectedText.length < root.field.length
+        onTriggered: root.field.selectAll()
+    }
+}
