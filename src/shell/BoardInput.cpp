@@ -181,7 +181,8 @@ KeyContext BoardInput::context(const QKeyEvent& event) const
             .isShiftHeld = event.modifiers().testFlag(Qt::ShiftModifier),
             .isComposing = tells(item, "isComposing"),
             .canFieldUndo = tells(item, "canUndo"),
-            .canFieldRedo = tells(item, "canRedo")};
+            .canFieldRedo = tells(item, "canRedo"),
+            .isSearching = tells(item, "isSearching")};
 }
 
 bool BoardInput::handleKey(const QKeyEvent& event)

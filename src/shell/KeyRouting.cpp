@@ -68,7 +68,7 @@ bool isKeptByField(BoardKey key, const KeyContext& context)
         return true;
     // Shift with an arrow selects text.
     if (direction(key))
-        return context.isShiftHeld;
+        return context.isShiftHeld || (key == BoardKey::down && context.isSearching);
     // A field takes back what was typed in it; one in which nothing was typed lets the board do so.
     if (key == BoardKey::undo)
         return context.canFieldUndo;

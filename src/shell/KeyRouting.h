@@ -52,6 +52,8 @@ struct KeyContext
     /// What the field in which one types could take back, or do again, itself.
     bool canFieldUndo = false;
     bool canFieldRedo = false;
+    /// The field in which one types looks for something: below it stands what it has found.
+    bool isSearching = false;
 };
 
 struct MoveTargetSelection

@@ -293,6 +293,20 @@ void BoardController::focusWindow(quint32 windowID)
         m_store.focus(*window);
 }
 
+bool BoardController::selectFirstWindow()
+{
+    // Those that belong to no goal stand before all goals.
+    QList<std::optional<GoalID>> columns{std::nullopt};
+    for (const Goal& goal : m_store.visibleGoals())
+        columns.append(goal.id);
+    const auto found = std::ranges::find_if(
+        columns, [this](const auto& id) { return !m_store.windows(id).isEmpty(); });
+    if (found == columns.end())
+        return false;
+    m_store.selectWindow(m_store.windows(*found).front().id);
+    return true;
+}
+
 void BoardController::selectWindow(quint32 windowID)
 {
     m_store.selectWindow(windowID);

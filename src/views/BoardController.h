@@ -139,6 +139,8 @@ public:
     Q_INVOKABLE void focusWindow(quint32 windowID);
     /// Selects the window as the arrow keys do.
     Q_INVOKABLE void selectWindow(quint32 windowID);
+    /// Selects the first window that shows, as the arrow keys do; false when none shows.
+    Q_INVOKABLE bool selectFirstWindow();
     /// Asks the window's whole application to quit.
     Q_INVOKABLE void closeWindowProcess(quint32 windowID);
     Q_INVOKABLE void requestPermissions();
@@ -192,6 +194,8 @@ Q_SIGNALS:
     void changeRestored();
     /// The menu of the selected window or goal is to be opened, or that of the board.
     void selectionMenuRequested();
+    /// A person is to be asked for another title of the goal.
+    void renameRequested(const QString& columnID);
     void targetAreaChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
 

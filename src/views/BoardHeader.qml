@@ -27,6 +27,20 @@ Item {
         root.languageMenu.popup(button, 0, button.height + Theme.tiny);
     }
 
+    /// To the first window that was found, and away from the field.
+    function goToFound(): void {
+        if (search.isSearching && !search.isComposing && root.board.selectFirstWindow())
+            search.focus = false;
+    }
+
+    Shortcut {
+        sequence: "Ctrl+F"
+        onActivated: {
+            search.forceActiveFocus(Qt.ShortcutFocusReason);
+            search.selectAll();
+        }
+    }
+
     implicitHeight: subtitle.y + subtitle.height + hints.height
 
     Component {
@@ -106,6 +120,8 @@ Item {
             onTextChanged: root.board.searchText = text
             // The keys are the board's again.
             onDismissed: search.focus = false
+            onCommitted: root.goToFound()
+            Keys.onDownPressed: root.goToFound()
         }
         IconButton {
             symbol: "rotate-cw"

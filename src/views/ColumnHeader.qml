@@ -66,6 +66,11 @@ Item {
         enabled: !root.isUnassigned
         onClicked: if (!dragArea.isLeaving)
             root.board.todos.goToColumn(root.columnID)
+        // The first of the two clicks has selected the goal.
+        onDoubleClicked: mouse => {
+            if (titleText.contains(dragArea.mapToItem(titleText, mouse.x, mouse.y)))
+                root.board.renameRequested(root.columnID);
+        }
     }
 
     Rectangle {

@@ -16,8 +16,26 @@ FocusScope {
     signal renameRequested(columnID: string, title: string)
     signal newGoalRequested
 
+    /// What can be done with the board as a whole.
+    function openMenu(): void {
+        view.openMenu();
+    }
+
     BoardDragSource {
         id: source
+    }
+    Shortcut {
+        sequence: "F2"
+        enabled: root.board.selectedBreadcrumb >= 0
+                 && !(root.Window.activeFocusItem instanceof TextInputField)
+        onActivated: follower.renameSelected()
+    }
+    Connections {
+        target: root.board
+
+        function onRenameRequested(columnID: string): void {
+            root.renameRequested(columnID, root.board.goalTitle(columnID));
+        }
     }
     Binding {
         target: root.board

@@ -32,6 +32,14 @@ T.ApplicationWindow {
         root.renameSheet.ask(title);
     }
 
+    /// Where nothing with the focus has a menu of its own, the board has one.
+    function takeMenuKey(event: KeyEvent): void {
+        event.accepted = event.key === Qt.Key_Menu
+                || event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
+        if (event.accepted)
+            goalBoard.openMenu();
+    }
+
     width: 1200
     height: 800
     // On a screen that has less, all of it and its frame can be seen all the same.
@@ -48,6 +56,7 @@ T.ApplicationWindow {
         anchors.right: parent.right
         board: root.board
         onNewGoalRequested: root.askForGoal()
+        Keys.onPressed: event => root.takeMenuKey(event)
     }
     PermissionBanner {
         id: banner
@@ -58,6 +67,7 @@ T.ApplicationWindow {
         anchors.leftMargin: Theme.boardMargin
         anchors.rightMargin: Theme.boardMargin
         board: root.board
+        Keys.onPressed: event => root.takeMenuKey(event)
     }
     Rectangle {
         id: divider
@@ -69,6 +79,8 @@ T.ApplicationWindow {
         color: Theme.outline
     }
     GoalBoard {
+        id: goalBoard
+
         anchors.top: divider.bottom
         anchors.bottom: parent.bottom
         anchors.left: parent.left
@@ -76,6 +88,7 @@ T.ApplicationWindow {
         board: root.board
         onNewGoalRequested: root.askForGoal()
         onRenameRequested: (columnID, title) => root.askForName(columnID, title)
+        Keys.onPressed: event => root.takeMenuKey(event)
     }
     Toast {
         anchors.horizontalCenter: parent.horizontalCenter

@@ -103,6 +103,8 @@ FocusScope {
         Accessible.selectable: true
         Accessible.selected: root.isHighlighted
         Accessible.onPressAction: root.edit(true)
+        // Before the goal, which has this key too.
+        Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_F2
         Keys.onMenuPressed: root.openMenuByKeyboard()
         Keys.onReturnPressed: event => root.takeReturn(event)
         Keys.onEnterPressed: event => root.takeReturn(event)
@@ -112,6 +114,9 @@ FocusScope {
                 root.openMenuByKeyboard();
             else if (event.key === Qt.Key_F2)
                 root.edit(true);
+            else if (event.key === Qt.Key_Delete && event.modifiers === Qt.NoModifier)
+                // One that is held would delete what follows as well.
+                event.isAutoRepeat || root.board.todos.remove(root.todoID, root.columnID);
             else if (event.key === Qt.Key_Up && (event.modifiers & Qt.AltModifier))
                 root.moveRequested(true);
             else if (event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier))

@@ -137,17 +137,28 @@ def the_search_field_keeps_its_keys(desktop, binary):
         kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
         wait_until("the search field has the keyboard", kelpa.board.focused_field)
         desktop.type("some not")
-        selection.press("Return", "KP_Enter")
         wait_until("one card is left", lambda: list(kelpa.board.cards()) == ["Some notes"])
         assert kelpa.board.focused_field().text() == "some not"
         selection.is_column("Only goal")
+        # Return and the arrow lead to what was found, Ctrl+F leads back.
+        for key in ("Return", "KP_Enter", "Down"):
+            selection.press(key)
+            selection.is_card("Some notes")
+            wait_until("no field has the keyboard", lambda: kelpa.board.focused_field() is None)
+            selection.press("ctrl+f")
+            wait_until("the search field has the keyboard", kelpa.board.focused_field)
+        desktop.type("nobody")
+        wait_until("no card is left", lambda: not kelpa.board.cards())
+        selection.press("Return", "Down")
+        assert kelpa.board.focused_field().text() == "nobody"
         selection.press("Escape")
         wait_until("both cards are back", lambda: len(kelpa.board.cards()) == 2)
         assert kelpa.board.field(boards.SEARCH).text() == ""
         # An arrow leaves the field, what is searched stays.
-        desktop.type("mail")
-        selection.press("Left")
         selection.is_column(boards.UNSORTED)
+        desktop.type("mail")
+        selection.press("Right")
+        selection.is_column("Only goal")
         assert kelpa.board.focused_field() is None
         # A click beside the field leaves it as well, and keys are the board's again.
         kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")

@@ -36,7 +36,8 @@ KeyContext contextOf(const KeyCase& param, bool isBoardActive)
             .isShiftHeld = false,
             .isComposing = false,
             .canFieldUndo = isField,
-            .canFieldRedo = isField};
+            .canFieldRedo = isField,
+            .isSearching = false};
 }
 
 class KeyRouting : public testing::TestWithParam<KeyCase>
@@ -163,7 +164,8 @@ TEST(KeyRoutingInAField, Shift_with_an_arrow_selects_text_there_and_nowhere_else
                        .isShiftHeld = true,
                        .isComposing = false,
                        .canFieldUndo = false,
-                       .canFieldRedo = false};
+                       .canFieldRedo = false,
+                       .isSearching = false};
     EXPECT_EQ(decideKey(BoardKey::left, context), passedOn);
     context.focus = board;
     EXPECT_EQ(decideKey(BoardKey::left, context), does(MoveTargetSelection{left}));
@@ -179,12 +181,29 @@ TEST(KeyRoutingInAField, While_an_input_method_composes_every_key_belongs_to_the
                        .isShiftHeld = false,
                        .isComposing = true,
                        .canFieldUndo = false,
-                       .canFieldRedo = false};
+                       .canFieldRedo = false,
+                       .isSearching = false};
     for (const BoardKey key : {BoardKey::left, BoardKey::down, BoardKey::escape, BoardKey::undo,
                                BoardKey::redo, BoardKey::enter})
         EXPECT_EQ(decideKey(key, context), passedOn);
     context.isComposing = false;
     EXPECT_EQ(decideKey(BoardKey::left, context), cancelsAndDoes(MoveWindowSelection{left}));
+}
+
+TEST(KeyRoutingInAField, Down_leads_from_a_search_to_what_it_has_found)
+{
+    KeyContext context{.isBoardActive = true,
+                       .focus = field,
+                       .navigation = onGoal,
+                       .isShiftHeld = false,
+                       .isComposing = false,
+                       .canFieldUndo = true,
+                       .canFieldRedo = false,
+                       .isSearching = true};
+    EXPECT_EQ(decideKey(BoardKey::down, context), passedOn);
+    EXPECT_EQ(decideKey(BoardKey::up, context), cancelsAndDoes(MoveTargetSelection{up}));
+    context.isSearching = false;
+    EXPECT_EQ(decideKey(BoardKey::down, context), cancelsAndDoes(MoveTargetSelection{down}));
 }
 
 TEST(KeyRoutingInAField, What_the_field_cannot_take_back_itself_the_board_does)
@@ -195,7 +214,8 @@ TEST(KeyRoutingInAField, What_the_field_cannot_take_back_itself_the_board_does)
                        .isShiftHeld = false,
                        .isComposing = false,
                        .canFieldUndo = false,
-                       .canFieldRedo = true};
+                       .canFieldRedo = true,
+                       .isSearching = false};
     EXPECT_EQ(decideKey(BoardKey::undo, context), does(UndoChange{}));
     EXPECT_EQ(decideKey(BoardKey::redo, context), passedOn);
     context.canFieldUndo = true;

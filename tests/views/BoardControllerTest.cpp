@@ -321,6 +321,25 @@ TEST_F(Controller, A_window_is_brought_forward_and_selected)
     EXPECT_TRUE(desktop.calls.contains(QStringLiteral("raise Report")));
 }
 
+TEST_F(Controller, The_first_window_that_shows_is_found_on_the_board_from_its_beginning)
+{
+    desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));
+    desktop.addAccessibleWindow(9, 100, QStringLiteral("Letter"));
+    store().refresh();
+    store().assign(8, second);
+    store().assign(9, first);
+    EXPECT_TRUE(controller->selectFirstWindow());
+    EXPECT_EQ(store().boardNavigation(),
+              BoardNavigationState::inside(TargetSelection::unassigned(), 7));
+    controller->setSearchText(QStringLiteral("letter"));
+    EXPECT_TRUE(controller->selectFirstWindow());
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(store().goals().front().id));
+    const BoardNavigationState before = store().boardNavigation();
+    controller->setSearchText(QStringLiteral("nobody"));
+    EXPECT_FALSE(controller->selectFirstWindow());
+    EXPECT_EQ(store().boardNavigation().target, before.target);
+}
+
 TEST_F(Controller, A_window_that_has_gone_is_neither_brought_forward_nor_closed)
 {
     desktop.calls.clear();

@@ -30,11 +30,18 @@ Flickable {
     function reveal(top: real, length: real): void {
         const first = top - Theme.large;
         const last = top + length + Theme.large - root.height;
-        const wanted = Math.min(first, Math.max(last, root.contentY));
+        root.scrollTo(Math.min(first, Math.max(last, root.contentY)));
+    }
+    function scrollTo(place: real): void {
         scrolling.stop();
-        scrolling.to = root.within(wanted);
+        scrolling.to = root.within(place);
         if (scrolling.to !== root.contentY)
             scrolling.start();
+    }
+    /// By so many screens; what was at the edge is still seen.
+    function turn(screens: int): void {
+        const place = scrolling.running ? scrolling.to : root.contentY;
+        root.scrollTo(place + screens * (root.height - 2 * Theme.huge));
     }
     /// At once, by so many points.
     function scrollBy(step: real): void {
@@ -43,6 +50,11 @@ Flickable {
     }
     function within(place: real): real {
         return Math.max(0, Math.min(place, root.end - root.height));
+    }
+
+    /// A field has these keys for itself.
+    component BoardKey: Shortcut {
+        enabled: !(root.Window.activeFocusItem instanceof TextInputField)
     }
 
     contentHeight: Math.max(root.end, root.easedEnd)
@@ -66,6 +78,23 @@ Flickable {
         property: "contentY"
         duration: Theme.mediumTime
         easing.type: Easing.OutCubic
+    }
+
+    BoardKey {
+        sequence: "PgUp"
+        onActivated: root.turn(-1)
+    }
+    BoardKey {
+        sequence: "PgDown"
+        onActivated: root.turn(1)
+    }
+    BoardKey {
+        sequence: "Home"
+        onActivated: root.scrollTo(0)
+    }
+    BoardKey {
+        sequence: "End"
+        onActivated: root.scrollTo(root.end)
     }
 
     // Beside all cards.

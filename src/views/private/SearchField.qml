@@ -9,6 +9,9 @@ TextInputField {
 
     required property string clearLabel
 
+    /// While it is, the key for down leads to what was found.
+    readonly property bool isSearching: root.length > 0
+
     /// Escape in the empty field.
     signal dismissed
 

@@ -45,6 +45,12 @@ Item {
     function selectedColumn(): GoalColumn {
         return root.targets.itemAtRow(root.board.selectedTarget) as GoalColumn;
     }
+    function renameSelected(): void {
+        root.showSelection();
+        const column = root.selectedColumn();
+        if (column !== null)
+            root.board.renameRequested(column.columnID);
+    }
     /// Lets the focus follow the selection, so that a screen reader tells of it, unless it is where
     /// a person has put it.
     function focusSelection(): void {
