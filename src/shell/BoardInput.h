@@ -42,6 +42,7 @@ BoardKey boardKey(const QKeyEvent& event);
 ///     isComposing        of a field: an input method has not finished what is being written
 ///     canUndo, canRedo   of a field: it could take back what was typed, or do it again; all fields
 ///                        of the toolkit have them
+///     isSearching        of a field: what is written in it narrows the board
 ///
 /// and of any item that is clicked:
 ///
