@@ -48,11 +48,7 @@ T.Menu {
         T.ScrollBar.vertical: AppScrollBar {}
     }
     // It has the keyboard while no item of the menu has it.
-    Binding {
-        target: root.contentItem.parent.Keys
-        property: "forwardTo"
-        value: [root.contentItem]
-    }
+    Component.onCompleted: root.forwardKeys(root.contentItem.parent.Keys)
     // The toolkit gives the keyboard back only where the window has it.
     onClosed: if (!root.contentItem.Window.active && root.shownBelow !== null)
         root.shownBelow.focus = true
@@ -81,6 +77,10 @@ T.Menu {
         value: root.title
     }
 
+    /// From what holds the menu to its list.
+    function forwardKeys(keys: var): void {
+        keys.forwardTo = [root.contentItem];
+    }
     function isChoosable(index: int): bool {
         const item = root.itemAt(index) as T.MenuItem;
         return item !== null && item.enabled && item.visible;

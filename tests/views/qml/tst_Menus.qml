@@ -108,15 +108,17 @@ Item {
             compare(highlighted(), "");
             // The first goal can move on, and not back.
             keyClick(Qt.Key_Up);
-            compare(highlighted(), "Move to bottom");
+            compare(highlighted(), "Delete goal");
             keyClick(Qt.Key_Down);
             compare(highlighted(), "Add windows to this goal");
+            keyClick(Qt.Key_Up);
+            compare(highlighted(), "Delete goal");
             keyClick(Qt.Key_Up);
             compare(highlighted(), "Move to bottom");
             keyClick(Qt.Key_Up);
             compare(highlighted(), "Move goal later");
             keyClick(Qt.Key_Up);
-            compare(highlighted(), "Delete goal");
+            compare(highlighted(), "Rename goal");
             closeMenu();
             openGoalMenu();
             compare(highlighted(), "");
@@ -127,7 +129,7 @@ Item {
         function test_Home_End_and_letters_choose_in_a_menu() {
             openGoalMenu();
             keyClick(Qt.Key_End);
-            compare(highlighted(), "Move to bottom");
+            compare(highlighted(), "Delete goal");
             keyClick(Qt.Key_Home);
             compare(highlighted(), "Add windows to this goal");
             keyClick("o");
