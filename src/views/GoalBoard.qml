@@ -91,6 +91,7 @@ FocusScope {
             visibleTo: view.contentY - y + view.height + view.reach
             motionTime: Theme.mediumTime
             model: root.board.targets
+            onItemShown: item => (item as GoalColumn)?.takeRequest()
 
             WaterfallDelegate {
                 kind: "unifiedTodos"

@@ -51,6 +51,11 @@ ExpandableGoalCard {
         return cards.itemAtRow(root.board.selectedWindow);
     }
 
+    /// Takes the keyboard where a field of it was asked for before it showed.
+    function takeRequest(): void {
+        todos.takeRequest();
+    }
+
     /// Opens the menu of the selected window, or of the goal; false where there is none.
     function openSelectionMenu(): bool {
         const card = root.selectedPart() as WindowCard;

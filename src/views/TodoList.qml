@@ -96,7 +96,6 @@ Item {
 
     implicitHeight: Math.min(root.maximumHeight, root.wantedHeight)
     Component.onCompleted: root.takeRequest()
-    Window.onWindowChanged: root.takeRequest()
     onIsEditorOpenChanged: if (!root.isEditorOpen)
         root.isKeyboardAwaited = false
 
@@ -142,6 +141,7 @@ Item {
             visibleTo: rows.contentY + rows.reach + Math.min(rows.height, root.visibleTo)
             motionTime: Theme.mediumTime
             model: root.listModel
+            onItemShown: item => (item as TodoRow).takeRequest()
             onFocusedRowRemoved: (place, item) => {
                 if ((item as TodoRow).hasKeyboard)
                     focusing.startFor(place);
@@ -189,6 +189,18 @@ Item {
 
         interval: 0
         onTriggered: root.focusRow(focusing.place)
+    }
+    // A field for a new todo in which nobody has written is in the way. It goes when the keyboard
+    // has come to where it goes.
+    Timer {
+        id: closing
+
+        interval: 0
+        onTriggered: {
+            const field = adding.count > 0 ? adding.itemAt(0) as TodoField : null;
+            if (field !== null && !field.hasKeyboard && !root.board.todos.isTitle(field.text))
+                root.closeEditor(false);
+        }
     }
     DragScroll {
         anchors.fill: rows
@@ -258,9 +270,7 @@ Item {
                 newTodo.text = "";
                 root.closeEditor(true);
             }
-            // One in which nobody has written is in the way.
-            onAbandoned: if (!root.board.todos.isTitle(newTodo.text))
-                root.closeEditor(false)
+            onAbandoned: closing.restart()
 
             Connections {
                 target: root.board.todos

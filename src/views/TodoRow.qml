@@ -76,7 +76,6 @@ FocusScope {
     }
 
     Component.onCompleted: root.takeRequest()
-    Window.onWindowChanged: root.takeRequest()
     // Around the face, whose picture follows the pointer as it is.
     opacity: root.isDragged ? 0.6 : 1
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight

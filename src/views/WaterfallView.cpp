@@ -202,6 +202,10 @@ void WaterfallView::layOut()
         polish();
     if (m_shown.size() != countBefore)
         Q_EMIT itemCountChanged();
+    for (const QPointer<QQuickItem>& item : std::exchange(m_arrived, {})) {
+        if (item != nullptr)
+            Q_EMIT itemShown(item);
+    }
 }
 
 // Columns share the width in fractions of a point.
@@ -377,6 +381,7 @@ void WaterfallView::show(int row, QPointF place)
     }
     const auto next = std::ranges::lower_bound(m_shown, row, {}, &Shown::row);
     m_shown.insert(next, {row, item, delegate, place, place, true});
+    m_arrived.append(item);
     if (m_geometry.layout().fixedItemHeight) {
         item->setHeight(m_geometry.itemHeight(row));
         return;

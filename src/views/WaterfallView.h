@@ -95,6 +95,9 @@ Q_SIGNALS:
     void pinnedRowChanged();
     void itemCountChanged();
     void isMovingChanged();
+    /// An item shows a row from now on, in its place. Only from here on it can take the focus: while
+    /// an item is put into a window, the toolkit sorts out by itself where the focus is.
+    void itemShown(QQuickItem* item);
     /// The row of the item in which the keyboard is has been removed, and the item goes now.
     void focusedRowRemoved(int row, QQuickItem* item);
 
@@ -157,6 +160,8 @@ private:
     QList<WaterfallDelegate*> m_delegates;
     /// By ascending rows.
     std::vector<Shown> m_shown;
+    /// Not announced yet.
+    QList<QPointer<QQuickItem>> m_arrived;
     QList<WaterfallGeometry::Change> m_changes;
     QVariantAnimation m_motion;
     double m_assumedHeight = 0;

@@ -219,7 +219,7 @@ TEST_F(Picking, A_row_stays_where_it_is_while_titles_change)
     };
     EXPECT_EQ(ids(), (QList<WindowID>{7, 9, 8}));
 
-    desktop.windowList->back().name = QStringLiteral("Zoo");
+    desktop.windowList->front().name = QStringLiteral("Zoo");
     desktop.accessibilityWindows[101]->back().title = QStringLiteral("Zoo");
     store().refresh();
     EXPECT_EQ(picker->rows()->rows().at(1).face.title, QStringLiteral("Zoo"));

@@ -14,6 +14,9 @@ FocusScope {
 
     property alias text: field.text
 
+    readonly property bool hasKeyboard: field.activeFocus || field.isMenuOpen
+                                        || cancelButton.activeFocus
+
     signal committed(title: string)
     signal cancelled
     /// The keyboard went elsewhere within the window, or to nobody.
@@ -33,8 +36,7 @@ FocusScope {
         TextComposition.keep(field);
     }
     function noteLeft(): void {
-        if (root.activeFocus && root.Window.active && !field.activeFocus
-                && !cancelButton.activeFocus)
+        if (root.activeFocus && root.Window.active && !root.hasKeyboard)
             root.abandoned();
     }
 
