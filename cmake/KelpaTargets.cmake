@@ -1,5 +1,5 @@
 # How every target of the project is built: the language, the warnings, the sanitizers, and one
-# static library per folder of src/, so that a forbidden include does not link.
+# static library per folder of src/.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -14,9 +14,13 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
 endif()
 
+# The presets switch it on. Other compilers than the project's own may warn of more.
+option(KELPA_WARNINGS_ARE_ERRORS "Whether a warning ends the build" OFF)
+
 add_library(kelpa_options INTERFACE)
 target_compile_options(kelpa_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsuggest-override -Werror)
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsuggest-override
+    $<$<BOOL:${KELPA_WARNINGS_ARE_ERRORS}>:-Werror>)
 target_compile_definitions(kelpa_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)

@@ -190,18 +190,6 @@ Item {
         interval: 0
         onTriggered: root.focusRow(focusing.place)
     }
-    // A field for a new todo in which nobody has written is in the way. It goes when the keyboard
-    // has come to where it goes.
-    Timer {
-        id: closing
-
-        interval: 0
-        onTriggered: {
-            const field = adding.count > 0 ? adding.itemAt(0) as TodoField : null;
-            if (field !== null && !field.hasKeyboard && !root.board.todos.isTitle(field.text))
-                root.closeEditor(false);
-        }
-    }
     DragScroll {
         anchors.fill: rows
         isActive: rows.interactive && root.dragSource.isDragging
@@ -250,39 +238,14 @@ Item {
         id: adding
 
         model: root.isEditorOpen ? 1 : 0
-        delegate: TodoField {
-            id: newTodo
-
+        delegate: NewTodoField {
             anchors.left: root.left
             anchors.right: root.right
             anchors.bottom: root.bottom
             board: root.board
-            symbol: "circle"
-            label: root.board.copy.text(CopyKey.AddTodo)
-            onTextChanged: root.board.todos.setDraft(root.listID, newTodo.text)
-            Component.onCompleted: newTodo.text = root.board.todos.draft(root.listID)
-            onCommitted: title => {
-                newTodo.text = "";
-                root.board.todos.add(title, root.listID);
-                root.reveal(root.listModel.count - 1);
-            }
-            onCancelled: {
-                newTodo.text = "";
-                root.closeEditor(true);
-            }
-            onAbandoned: closing.restart()
-
-            Connections {
-                target: root.board.todos
-
-                function onWritingFinished(): void {
-                    newTodo.finish();
-                    const title = newTodo.text;
-                    newTodo.text = "";
-                    if (root.board.todos.isTitle(title))
-                        root.board.todos.add(title, root.listID);
-                }
-            }
+            listID: root.listID
+            onAdded: root.reveal(root.listModel.count - 1)
+            onClosed: returnsKeyboard => root.closeEditor(returnsKeyboard)
         }
     }
 }

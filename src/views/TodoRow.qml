@@ -28,7 +28,7 @@ FocusScope {
     readonly property bool hasKeyboard: face.activeFocus || statusButton.visualFocus
                                         || menuButton.visualFocus || handle.visualFocus
                                         || (root.goButton?.visualFocus ?? false)
-    readonly property bool isDragged: area.isDragged || handleArea.isDragged
+    readonly property bool isDragged: area.isDragged || handle.isDragged
     /// What is being written stays with its todo.
     readonly property bool isPinned: root.isEdited
 
@@ -173,33 +173,16 @@ FocusScope {
             help: root.board.copy.statusHelp(root.status)
             onClicked: root.board.todos.toggle(root.todoID, root.columnID)
         }
-        Column {
+        TodoRowTexts {
             id: texts
 
             anchors.left: statusButton.right
             anchors.leftMargin: 2
             anchors.right: menuButton.right
             anchors.verticalCenter: parent.verticalCenter
-            spacing: 1
-
-            AppText {
-                id: titleText
-
-                width: parent.width
-                text: root.title
-                color: root.isDone ? Theme.secondaryText : Theme.text
-                font: root.isDone ? Theme.bodyDone : Theme.body
-            }
-            // None or one, as for the field and the button below.
-            Repeater {
-                model: root.isUnified ? 1 : 0
-                delegate: AppText {
-                    width: titleText.width
-                    text: root.goalTitle
-                    font: Theme.caption
-                    color: Theme.secondaryText
-                }
-            }
+            title: root.title
+            isDone: root.isDone
+            place: root.isUnified ? root.goalTitle : ""
         }
         // Assistive programs and the keyboard always reach it.
         TodoMenuButton {
@@ -230,31 +213,17 @@ FocusScope {
             onItemAdded: (index, item) => root.goButton = item as IconButton
             onItemRemoved: root.goButton = null
         }
-        IconButton {
+        TodoHandle {
             id: handle
 
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            symbol: "menu"
-            size: 28
-            symbolSize: 14
-            text: root.board.copy.text(CopyKey.CopyAndDragTodo)
-            help: root.board.copy.text(CopyKey.CopyAndDragTodoHelp)
+            board: root.board
+            dragSource: root.dragSource
+            todoID: root.todoID
+            columnID: root.columnID
+            picture: face
             isPlain: root.isDragged
-            onClicked: root.board.todos.copyTodo(root.todoID, root.columnID)
-
-            DragArea {
-                id: handleArea
-
-                anchors.fill: parent
-                dragSource: root.dragSource
-                picture: face
-                isHeldBeside: true
-                text: area.text
-                cursorShape: Qt.OpenHandCursor
-                onClicked: if (!handleArea.isLeaving)
-                    handle.clicked()
-            }
         }
         FocusRing {
             radius: Theme.controlRadius
@@ -263,8 +232,7 @@ FocusScope {
         HoverTip {
             text: root.title
             isHovered: hover.hovered && !area.pressed
-                       && (titleText.truncated
-                           || texts.x + titleText.contentWidth > menuButton.x)
+                       && (texts.isTruncated || texts.x + texts.titleWidth > menuButton.x)
                        && !root.dragSource.isDragging
                        && !statusButton.hovered && !menuButton.hovered && !handle.hovered
                        && !(root.goButton?.hovered ?? false)
