@@ -95,8 +95,8 @@ Q_SIGNALS:
     void pinnedRowChanged();
     void itemCountChanged();
     void isMovingChanged();
-    /// An item shows a row from now on, in its place. Only from here on it can take the focus: while
-    /// an item is put into a window, the toolkit sorts out by itself where the focus is.
+    /// An item shows a row from now on, in its place. Only from here on it can take the focus:
+    /// while an item is put into a window, the toolkit sorts out by itself where the focus is.
     void itemShown(QQuickItem* item);
     /// The row of the item in which the keyboard is has been removed, and the item goes now.
     void focusedRowRemoved(int row, QQuickItem* item);

@@ -83,8 +83,8 @@ TEST_F(StartingDetached, A_program_inherits_no_file_and_reads_and_writes_nothing
     const QDir files(proc(QStringLiteral("fd")));
     // At its beginning it opens its libraries, one after the other.
     EXPECT_TRUE(waitUntil([&] {
-        return QDir(files.path()).entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot,
-                                            QDir::Name) ==
+        return QDir(files.path())
+                   .entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot, QDir::Name) ==
                QStringList({QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2")});
     }));
     for (const char* number : {"0", "1", "2"}) {

@@ -207,9 +207,10 @@ public:
             return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
         };
         EXPECT_TRUE(waitUntil([&] {
-            const QByteArray child = contents(
-                QStringLiteral("/proc/%1/task/%1/children").arg(m_program.processID()));
-            return contents(QStringLiteral("/proc/%1/comm").arg(QString::fromLatin1(child))) == "cat";
+            const QByteArray child =
+                contents(QStringLiteral("/proc/%1/task/%1/children").arg(m_program.processID()));
+            return contents(QStringLiteral("/proc/%1/comm").arg(QString::fromLatin1(child))) ==
+                   "cat";
         }));
     }
 
