@@ -72,7 +72,8 @@ QSGNode* FloatingShadow::updatePaintNode(QSGNode* node, UpdatePaintNodeData*)
     if (m_isLookNew) {
         const QImage picture = cornersPicture(m_radius * ratio, m_reach * ratio, m_color);
         patch->setTexture(window()->createTextureFromImage(picture));
-        const double corner = (picture.width() / 2) / ratio;
+        const int half = picture.width() / 2;
+        const double corner = half / ratio;
         patch->setPadding(corner, corner, corner, corner);
         patch->setDevicePixelRatio(ratio);
         m_isLookNew = false;
