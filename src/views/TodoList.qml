@@ -59,7 +59,8 @@ Item {
         const isAwaited = returnsKeyboard && root.isKeyboardAwaited;
         if (root.isOwnEditorOpen)
             root.isOwnEditorOpen = false;
-        else
+        // By now it may be another goal's.
+        else if (root.isEditorOpen)
             root.board.todos.cancelEditor();
         if (isAwaited)
             root.keyboardReturned();

@@ -99,6 +99,17 @@ Item {
                 tryVerify(() => field(place) === null);
             }
         }
+        function test_a_field_that_is_left_for_that_of_another_goal_leaves_it_open() {
+            world.board.todos.requestEditor(world.columnOfGoal("First"));
+            tryVerify(() => field(column("First")) !== null && field(column("First")).activeFocus);
+            // As a click does, before the first field has noticed that it is left.
+            field(column("First")).focus = false;
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            wait(100);
+            verify(field(column("Second")).activeFocus);
+            compare(field(column("First")), null);
+            world.board.todos.cancelEditor();
+        }
         function test_a_request_for_the_editor_moves_it_and_takes_the_keyboard() {
             world.board.todos.requestEditor(world.columnOfGoal("First"));
             tryVerify(() => field(column("First")) !== null && field(column("First")).activeFocus);
