@@ -86,21 +86,32 @@ Item {
             let moves = 0;
             const note = () => ++moves;
             view().contentYChanged.connect(note);
-            const began = Date.now();
-            let last = began;
-            for (let number = 100; number < 130; ++number) {
-                select(number);
-                last = Date.now();
-                // As a held key repeats: the program goes on between two of them.
-                wait(5);
-                compare(moves, 0);
+            let last = 0;
+            // False when the machine was too busy for one step to follow on the other in time.
+            const selectInBurst = first => {
+                for (let number = first; number < first + 30; ++number) {
+                    last = Date.now();
+                    select(number);
+                    // As a held key repeats: the program goes on between two of them.
+                    wait(5);
+                    if (Date.now() - last >= 40)
+                        return false;
+                    compare(moves, 0);
+                }
+                return true;
+            };
+            let first = 100;
+            for (let attempt = 0; attempt < 50 && !selectInBurst(first); ++attempt) {
+                tryVerify(() => !isMoving());
+                first = first === 100 ? 150 : 100;
+                moves = 0;
             }
             tryVerify(() => moves > 0);
             verify(Date.now() - last >= 40);
             tryVerify(() => !isMoving());
             compare(moves, 1);
             view().contentYChanged.disconnect(note);
-            verify(isInView(column(goal(129))));
+            verify(isInView(column(goal(first + 29))));
         }
         function test_a_selected_card_that_is_scrolled_away_collapses_when_another_is_selected() {
             for (let i = 0; i < 12; ++i)
