@@ -106,13 +106,9 @@ FocusScope {
                 dragSource: root.dragSource
                 columnID: entry.columnID
             }
-            // Where the dragged goal will stand.
-            Rectangle {
+            DropLine {
                 y: -(entries.spacing + height) / 2
                 width: parent.width
-                height: 2
-                radius: 1
-                color: Theme.focus
                 visible: entryDrop.isGivingWay
             }
 

@@ -212,13 +212,9 @@ Item {
         dragSource: root.dragSource
         listID: root.listID
 
-        // Where the dragged todo will stand.
-        Rectangle {
+        DropLine {
             y: -height
             width: lines.width
-            height: 2
-            radius: 1
-            color: Theme.focus
             visible: end.isWelcoming
         }
     }

@@ -133,13 +133,9 @@ FocusScope {
                    : dropArea.isWelcoming || root.isHighlighted ? Theme.accepting
                    : hover.hovered ? Theme.hover : "transparent"
         }
-        // Where the dragged todo will stand.
-        Rectangle {
+        DropLine {
             y: dropArea.isBehind ? parent.height - height : 0
             width: parent.width
-            height: 2
-            radius: 1
-            color: Theme.focus
             visible: dropArea.isWelcoming
         }
         HoverHandler {

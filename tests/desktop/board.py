@@ -396,6 +396,15 @@ class Board:
         except Gone:
             return None
 
+    def written(self):
+        """What stands in the field that has the keyboard, without what is being composed; None
+        without such a field."""
+        try:
+            field = self.focused_field()
+            return field.text() if field else None
+        except Gone:
+            return None
+
     def focused_names(self):
         """Names of what has the focus, which is one part as a rule."""
         try:

@@ -28,20 +28,11 @@ def _started(desktop, binary, env, goals=_GOALS):
     return kelpa, path
 
 
-def _field(kelpa):
-    """What stands in the field that has the keyboard, without what is being composed."""
-    try:
-        field = kelpa.board.focused_field()
-        return field.text() if field else None
-    except boards.Gone:
-        return None
-
-
 def _await_field(kelpa, text):
     try:
-        wait_until("the text in the field with the keyboard", lambda: _field(kelpa) == text, 15)
+        wait_until("the text in the field with the keyboard", lambda: kelpa.board.written() == text, 15)
     except AssertionError as error:
-        raise AssertionError(f"{error}: {text!r}, but {_field(kelpa)!r}") from None
+        raise AssertionError(f"{error}: {text!r}, but {kelpa.board.written()!r}") from None
 
 
 def _open_field(kelpa, column):
@@ -100,20 +91,27 @@ def _await_candidates_below(kelpa, method):
     assert y + height // 2 <= top <= y + height + 12, f"{top} is not below the field from {y} on"
 
 
-def return_ends_a_composition_before_it_adds_the_todo(desktop, binary):
-    method = Chewing(desktop)
-    kelpa, path = _started(desktop, binary, method.env)
-    _open_field(kelpa, "Home")
-    method.await_field()
+def _compose_ni_hao(desktop, kelpa, method):
+    """Until one of the characters for its second syllable is to be chosen. Returns the ink that the
+    field had before."""
     before = _ink(desktop, _frame(kelpa))
     desktop.type(_NI_HAO)
     _await_composition(desktop, kelpa, before)
     desktop.key("Down")
     _await_candidates_below(kelpa, method)
+    return before
+
+
+def return_ends_a_composition_before_it_adds_the_todo(desktop, binary):
+    method = Chewing(desktop)
+    kelpa, path = _started(desktop, binary, method.env)
+    _open_field(kelpa, "Home")
+    method.await_field()
+    before = _compose_ni_hao(desktop, kelpa, method)
     # The second is another 好, the first the usual one.
     desktop.key("1")
     wait_until("nothing is to be chosen", lambda: method.candidates() is None)
-    assert _field(kelpa) == ""
+    assert kelpa.board.written() == ""
     desktop.key("Return")
     _await_field(kelpa, _HELLO)
     kelpa.wait_for_todos("Home", [("One", TODO)])
@@ -257,11 +255,7 @@ def what_is_searched_is_what_has_been_composed(desktop, binary):
     kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
     _await_field(kelpa, "")
     method.await_field()
-    before = _ink(desktop, _frame(kelpa))
-    desktop.type(_NI_HAO)
-    _await_composition(desktop, kelpa, before)
-    desktop.key("Down")
-    _await_candidates_below(kelpa, method)
+    _compose_ni_hao(desktop, kelpa, method)
     assert kelpa.board.card(boards.UNSORTED, "Other")
     desktop.key("1", "Return")
     _await_field(kelpa, _HELLO)

@@ -13,17 +13,8 @@ from typists import KeyLog, Typing
 _ALL_KEYS = ("Left", "Right", "Up", "Down", "space", "Return", "KP_Enter", "Escape")
 
 
-def _field(kelpa):
-    """What is written in the field that has the keyboard; None without one."""
-    try:
-        field = kelpa.board.focused_field()
-        return field.text() if field else None
-    except boards.Gone:
-        return None
-
-
 def _await_field(kelpa, text):
-    wait_until(f"{text!r} is written in the field with the keyboard", lambda: _field(kelpa) == text)
+    wait_until(f"{text!r} is written in the field with the keyboard", lambda: kelpa.board.written() == text)
 
 
 def _await_no_field(kelpa):

@@ -25,11 +25,11 @@ Item {
             return;
         // It has its height of now on only once it has an item.
         root.targets.layOut();
-        let wanted = root.targets.rowRect(root.targets.pinnedRow);
         if (root.isWriting() && root.focusedRow() === root.board.selectedTarget) {
             root.showFocus();
             return;
         }
+        let wanted = root.targets.rowRect(root.targets.pinnedRow);
         const column = root.selectedColumn();
         if (column !== null && root.board.selectedWindow >= 0) {
             const card = column.windowRect(root.board.selectedWindow);
