@@ -85,39 +85,37 @@ T.Menu {
         const item = root.itemAt(index) as T.MenuItem;
         return item !== null && item.enabled && item.visible;
     }
-    /// Chooses the next item from `index` on, or before it, for which `accepts` holds.
-    function choose(index: int, step: int, accepts: var): bool {
+    function textAt(index: int): string {
+        return (root.itemAt(index) as T.MenuItem).text.toLocaleLowerCase();
+    }
+    /// Chooses the next item from `index` on, or before it, whose text begins with `initial`, in
+    /// either case; any item where that is empty.
+    function choose(index: int, step: int, initial: string): bool {
         const count = root.count;
+        const wanted = initial.toLocaleLowerCase();
         for (let i = 0; i < count; ++i) {
             const place = (index + i * step + 2 * count) % count;
-            if (root.isChoosable(place) && accepts(root.itemAt(place))) {
+            if (root.isChoosable(place) && root.textAt(place).startsWith(wanted)) {
                 root.currentIndex = place;
                 return true;
             }
         }
         return false;
     }
-    function chooseByLetter(letter: string): bool {
-        if (letter.trim().length === 0)
-            return false;
-        const wanted = letter.toLocaleLowerCase();
-        return root.choose(root.currentIndex + 1, 1,
-                           item => item.text.toLocaleLowerCase().startsWith(wanted));
-    }
     function takeKey(event: KeyEvent): bool {
         if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
             return false;
         switch (event.key) {
         case Qt.Key_Down:
-            return root.choose(root.currentIndex + 1, 1, () => true);
+            return root.choose(root.currentIndex + 1, 1, "");
         case Qt.Key_Up:
-            return root.choose(Math.max(root.currentIndex, 0) - 1, -1, () => true);
+            return root.choose(Math.max(root.currentIndex, 0) - 1, -1, "");
         case Qt.Key_Home:
-            return root.choose(0, 1, () => true);
+            return root.choose(0, 1, "");
         case Qt.Key_End:
-            return root.choose(root.count - 1, -1, () => true);
+            return root.choose(root.count - 1, -1, "");
         default:
-            return root.chooseByLetter(event.text);
+            return event.text.trim() !== "" && root.choose(root.currentIndex + 1, 1, event.text);
         }
     }
     function widestItem(): real {

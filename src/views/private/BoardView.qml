@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// The part of the board that shows. It scrolls by itself to what is to be seen.

@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
 
 /// What all buttons have in common: the Return key presses them too, a key that is held presses once,
 /// and a click leaves the keyboard where it is.
