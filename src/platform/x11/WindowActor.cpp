@@ -23,8 +23,6 @@ using std::chrono::milliseconds;
 /// it pass where they would keep an application from taking the keyboard.
 constexpr std::uint32_t fromPager = 2;
 constexpr std::uint32_t iconicState = 3;
-/// "At the time at which you read this", in the place of a time.
-constexpr std::uint32_t timeOfReading = XCB_CURRENT_TIME;
 constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
 constexpr std::uint32_t mostProtocols = 64;
 
@@ -99,7 +97,7 @@ struct WindowActor::Outlook
 WindowActor::WindowActor(std::shared_ptr<DisplayConnector> connector, ClientWindowOf clientWindowOf,
                          const ActingLimits& limits)
     : m_connector(std::move(connector)), m_clientWindowOf(std::move(clientWindowOf)),
-      m_limits(limits), m_patience(limits.row)
+      m_policy(limits)
 {}
 
 WindowActor::~WindowActor() = default;
@@ -255,18 +253,17 @@ bool WindowActor::awaitActive(const WindowTarget& target, std::uint32_t before)
 {
     XcbConnection& connection = m_link->connection();
     const auto begin = Clock::now();
-    const auto end = begin + std::min(m_limits.confirmation, m_patience);
+    const auto end = begin + m_policy.wait();
     do {
         const std::uint32_t active = activeWindow();
         // A window that waits for an answer to its dialog passes the keyboard on to that.
         if (active == target.window || (active != before && isDialogOf(active, target.window))) {
-            m_patience = m_limits.row;
+            m_policy.noteConfirmed();
             m_activeThen = active;
             return true;
         }
     } while (awaitEvent(connection, end));
-    const auto waited = std::chrono::ceil<milliseconds>(Clock::now() - begin);
-    m_patience = std::max(milliseconds(0), m_patience - waited);
+    m_policy.noteUnanswered(std::chrono::ceil<milliseconds>(Clock::now() - begin));
     return false;
 }
 
@@ -297,26 +294,16 @@ void WindowActor::endStartup(const QByteArray& startupID)
 bool WindowActor::bringForwardLocked(const WindowTarget& target,
                                      std::optional<std::uint32_t> inputTime)
 {
-    if (Clock::now() - m_lastAsked > m_limits.pause) {
-        m_patience = m_limits.row;
-    }
+    m_policy.begin(Clock::now(), inputTime);
     m_asked = target;
     m_activeThen.reset();
     bool isDone = false;
-    // When the person asked comes before the time at which this is done.
-    const int first = inputTime ? 0 : 1;
-    constexpr int last = 2;
-    for (int attempt = first; attempt <= last && !isDone; ++attempt) {
+    while (!isDone && m_policy.mayAsk()) {
         const Outlook seen = outlook(target);
         if (!seen.isSame) {
             break;
         }
-        // A window manager may refuse what is older than the last key it knows of, and while
-        // someone types, keys overtake every time that can be named to one that is busy.
-        const std::optional<std::uint32_t> named = attempt == 0 ? inputTime : seen.time;
-        const std::uint32_t time =
-            attempt == last || m_isTimeLeftOpen ? timeOfReading : named.value_or(timeOfReading);
-        m_isTimeLeftOpen = time == timeOfReading;
+        const std::uint32_t time = m_policy.timeToName(seen.time);
         if (seen.desktop) {
             tellManager(*m_link, m_link->connection().root(), Atom::netCurrentDesktop,
                         {*seen.desktop, time, 0, 0, 0});
@@ -324,15 +311,12 @@ bool WindowActor::bringForwardLocked(const WindowTarget& target,
         tellManager(*m_link, target.window, Atom::netActiveWindow,
                     {fromPager, time, XCB_WINDOW_NONE, 0, 0});
         m_link->connection().flush();
-        if (!seen.takesFocus || m_patience.count() <= 0) {
+        if (!seen.takesFocus || m_policy.wait().count() == 0) {
             break;
         }
         isDone = awaitActive(target, seen.active);
     }
-    if (isDone) {
-        m_isTimeLeftOpen = false;
-    }
-    m_lastAsked = Clock::now();
+    m_policy.end(Clock::now());
     return isDone;
 }
 
@@ -357,7 +341,7 @@ void WindowActor::bringApplicationForward(ProcessID process)
     const std::uint32_t active = activeWindow();
     // The application comes with the window of it that was just asked for, also when the window
     // manager takes its time: another of its windows must not get in front of that one.
-    const bool isUnderWay = !m_activeThen && Clock::now() - m_lastAsked < m_limits.pause;
+    const bool isUnderWay = !m_activeThen && m_policy.isUnderWay(Clock::now());
     if (m_asked && m_asked->process == process && (isUnderWay || m_activeThen == active)) {
         return;
     }

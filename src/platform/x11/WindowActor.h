@@ -3,11 +3,11 @@
 
 #include "platform/x11/ClientWindow.h"
 #include "platform/x11/DisplayConnector.h"
+#include "platform/x11/ForwardPolicy.h"
 #include "platform/x11/XcbReply.h"
 
 #include <QByteArray>
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -29,18 +29,6 @@ struct WindowTarget
     ProcessID process = 0;
 
     friend bool operator==(const WindowTarget&, const WindowTarget&) = default;
-};
-
-/// How long to wait for the window manager to do what it was asked.
-struct ActingLimits
-{
-    /// For one request; it is made three times at most.
-    std::chrono::milliseconds confirmation{250};
-    /// For all windows of a row together, as long as none of them is confirmed. After that,
-    /// requests are sent and left alone.
-    std::chrono::milliseconds row{1000};
-    /// A row ends when nothing was asked for so long.
-    std::chrono::milliseconds pause{1000};
 };
 
 /// Has a connection of its own, made on the first use and made anew when it was lost. Any thread
@@ -115,7 +103,6 @@ private:
 
     const std::shared_ptr<DisplayConnector> m_connector;
     const ClientWindowOf m_clientWindowOf;
-    const ActingLimits m_limits;
 
     std::mutex m_mutex;
     std::unique_ptr<DisplayLink> m_link;
@@ -123,11 +110,7 @@ private:
     /// dialog; absent when the window manager did not do it in time.
     std::optional<WindowTarget> m_asked;
     std::optional<std::uint32_t> m_activeThen;
-    /// A request was sent that leaves its time to the window manager, and none has been confirmed
-    /// since: it may still lie unread, and any time named after it is older than its reading.
-    bool m_isTimeLeftOpen = false;
-    std::chrono::milliseconds m_patience;
-    std::chrono::steady_clock::time_point m_lastAsked;
+    ForwardPolicy m_policy;
 };
 
 } // namespace kelpa::x11
