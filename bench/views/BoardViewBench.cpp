@@ -200,7 +200,7 @@ private:
     void select(QQuickWindow*& window, Figures& figures)
     {
         m_store->activateTarget(TargetSelection::goal(m_store->goals().front().id),
-                                WindowStore::EnterWindowLayer::no);
+                                EnterWindowLayer::no);
         rest();
         for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Down, Qt::Key_Up}) {
             const TargetSelection before = m_store->boardNavigation().target;

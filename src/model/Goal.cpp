@@ -54,4 +54,25 @@ size_t qHash(const Goal& goal, size_t seed)
                       static_cast<int>(goal.priority), goal.todos);
 }
 
+const Goal* goalWith(GoalID id, const QList<Goal>& goals)
+{
+    const auto found = std::ranges::find(goals, id, &Goal::id);
+    return found != goals.end() ? &*found : nullptr;
+}
+
+const TodoItem* todoWith(TodoID id, const QList<TodoItem>& todos)
+{
+    const auto found = std::ranges::find(todos, id, &TodoItem::id);
+    return found != todos.end() ? &*found : nullptr;
+}
+
+const TodoItem* todoAt(std::optional<GoalID> goalID, TodoID id, const QList<Goal>& goals,
+                       const QList<TodoItem>& unassigned)
+{
+    if (!goalID)
+        return todoWith(id, unassigned);
+    const Goal* const goal = goalWith(*goalID, goals);
+    return goal != nullptr ? todoWith(id, goal->todos) : nullptr;
+}
+
 } // namespace kelpa

@@ -33,4 +33,13 @@ struct Goal
 
 size_t qHash(const Goal& goal, size_t seed = 0);
 
+/// The goal of the list; null when it is absent. Until the list changes.
+const Goal* goalWith(GoalID id, const QList<Goal>& goals);
+/// The todo of the list; null when it is absent. Until the list changes.
+const TodoItem* todoWith(TodoID id, const QList<TodoItem>& todos);
+/// The todo of a goal's list, or of `unassigned` without a goal; null when either is absent. Until
+/// the lists change.
+const TodoItem* todoAt(std::optional<GoalID> goalID, TodoID id, const QList<Goal>& goals,
+                       const QList<TodoItem>& unassigned);
+
 } // namespace kelpa

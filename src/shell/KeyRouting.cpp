@@ -70,10 +70,10 @@ bool isKeptByField(BoardKey key, const KeyContext& context)
     if (direction(key))
         return context.isShiftHeld || (key == BoardKey::down && context.isSearching);
     // A field takes back what was typed in it; one in which nothing was typed lets the board do so.
-    if (key == BoardKey::undo)
-        return context.canFieldUndo;
-    if (key == BoardKey::redo)
-        return context.canFieldRedo;
+    // One that has taken back everything keeps the key all the same: a press too many, or a key
+    // that is held, is not meant for the board.
+    if (key == BoardKey::undo || key == BoardKey::redo)
+        return context.canFieldUndo || context.canFieldRedo;
     return true;
 }
 

@@ -8,11 +8,22 @@
 
 namespace kelpa {
 
+struct ChangedTarget
+{
+    TargetSelection target = TargetSelection::none();
+    /// The todo that came back, changed or moved there; absent when it was none.
+    std::optional<TodoID> todoID;
+
+    friend bool operator==(const ChangedTarget&, const ChangedTarget&) = default;
+};
+
 /// The target that came back or was given something; without one, a target whose title, todos or
-/// windows differ otherwise, also in their order. The list of all todos when only the order of the
-/// whole board differs; a goal that was moved when only the order of the goals does. None when
-/// there is nothing to be seen: both are the same, or `after` lacks a goal and nothing else.
-std::optional<TargetSelection> changedTarget(const BoardContents& before,
-                                             const BoardContents& after);
+/// windows differ otherwise, also in their order. A person who is at the list of all todos
+/// (`present`) stays there when it shows all that differs. That list, too, when only the order of
+/// the whole board differs; a goal that was moved when only the order of the goals does; the place
+/// of the window for which a goal was made that has gone. None when there is nothing to be seen:
+/// both are the same, or `after` lacks a goal and nothing else.
+std::optional<ChangedTarget> changedTarget(const BoardContents& before, const BoardContents& after,
+                                           const TargetSelection& present);
 
 } // namespace kelpa

@@ -67,6 +67,9 @@ public:
     /// Differs after every `undo` and `redo` that changed goals, todos or assignments: where that
     /// happened is selected, and a person is to see it.
     std::int64_t restorationID() const { return m_restorationID; }
+    /// The todo that was given back, changed or moved by the last of these; absent when it was
+    /// none.
+    std::optional<TodoID> restoredTodoID() const { return m_restoredTodoID; }
     bool canUndo() const { return m_canUndo; }
     bool canRedo() const { return m_canRedo; }
     const QString& searchText() const { return m_searchText; }
@@ -186,7 +189,6 @@ public:
 
     void moveTargetSelection(NavigationDirection direction);
     void moveWindowSelection(NavigationDirection direction);
-    using EnterWindowLayer = kelpa::EnterWindowLayer;
     void activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer);
     /// The window within its target, without raising it; nothing when it does not show.
     void selectWindow(WindowID windowID);
@@ -247,6 +249,7 @@ private:
     void restore(BoardVersion board);
     /// Publishes them, in automatic order where that is on, and lets what depends on them follow.
     void showContents(BoardContents contents);
+    void showMovedWindows(const QList<WindowItem>& before);
     void publishHistory();
 
     void sortGoalsIfNeeded();
@@ -286,6 +289,7 @@ private:
     std::optional<QString> m_toastMessage;
     bool m_toastOffersUndo = false;
     std::int64_t m_restorationID = 0;
+    std::optional<TodoID> m_restoredTodoID;
     bool m_canUndo = false;
     bool m_canRedo = false;
     QString m_searchText;

@@ -5,6 +5,10 @@
 #include "store/GoalOrder.h"
 #include "store/WindowStoreParts.h"
 
+#include <QSet>
+
+#include <algorithm>
+
 namespace kelpa {
 
 void WindowStore::undo()
@@ -32,19 +36,37 @@ void WindowStore::restore(BoardVersion board)
     if (publish(m_isAutoSortingGoals, board.isAutoSortingGoals, Field::isAutoSortingGoals))
         settings.push_back({autoSortingGoalsKey, board.isAutoSortingGoals});
     const BoardContents before = version().contents;
+    const QList<WindowItem> windowsBefore = m_windows;
     const QList<GoalID> shownBefore = visibleGoalIDs();
     showContents(std::move(board.contents));
     // What came back may be far from where the person is, or in a goal that does not show.
-    if (const auto changed = changedTarget(before, version().contents)) {
-        const std::optional<GoalID> goalID = changed->goalID();
+    if (const auto changed = changedTarget(before, version().contents, m_boardNavigation.target)) {
+        const std::optional<GoalID> goalID = changed->target.goalID();
         if (goalID && !shownBefore.contains(*goalID) && !visibleGoalIDs().contains(*goalID))
             publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
-        activateTarget(*changed, EnterWindowLayer::no);
+        if (before.goals == m_goals && before.unassignedTodos == m_unassignedTodos)
+            showMovedWindows(windowsBefore);
+        activateTarget(changed->target, EnterWindowLayer::no);
+        m_restoredTodoID = changed->todoID;
         publish(m_restorationID, m_restorationID + 1, Field::restorationID);
     }
     m_parts->toast.withdrawOffer();
     saveState(std::move(settings));
     publishHistory();
+}
+
+/// Ends a search that shows none of the windows that are elsewhere now.
+void WindowStore::showMovedWindows(const QList<WindowItem>& before)
+{
+    QSet<WindowID> moved;
+    for (const WindowItem& window : m_windows) {
+        const auto former = std::ranges::find(before, window.id, &WindowItem::id);
+        if (former != before.end() && former->goalID != window.goalID)
+            moved.insert(window.id);
+    }
+    const auto isMoved = [&moved](const WindowItem& window) { return moved.contains(window.id); };
+    if (!moved.isEmpty() && std::ranges::none_of(filteredWindows(), isMoved))
+        setSearchText({});
 }
 
 void WindowStore::showContents(BoardContents contents)

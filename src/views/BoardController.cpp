@@ -234,17 +234,14 @@ bool BoardController::isGoalTitle(const QString& title) const
 bool BoardController::hasGoal(const QString& columnID) const
 {
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);
-    const QList<Goal>& goals = m_store.goals();
-    return goalID && std::ranges::find(goals, *goalID, &Goal::id) != goals.end();
+    return goalID && goalWith(*goalID, m_store.goals()) != nullptr;
 }
 
 QString BoardController::goalTitle(const QString& columnID) const
 {
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);
-    const QList<Goal>& goals = m_store.goals();
-    const auto found =
-        std::ranges::find(goals, goalID, [](const Goal& goal) { return std::optional(goal.id); });
-    return goalID && found != goals.end() ? found->title : QString();
+    const Goal* const goal = goalID ? goalWith(*goalID, m_store.goals()) : nullptr;
+    return goal != nullptr ? goal->title : QString();
 }
 
 void BoardController::createGoal(const QString& title)

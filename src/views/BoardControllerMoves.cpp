@@ -70,14 +70,8 @@ QString BoardController::columnDragText(const QString& columnID) const
 /// A todo that has been deleted or moved while it is being dragged is not there any more.
 bool BoardController::hasTodo(const TodoDragPayload& todo) const
 {
-    const QList<Goal>& goals = m_store.goals();
-    const auto holds = [&todo](const QList<TodoItem>& list) {
-        return std::ranges::find(list, todo.todoID, &TodoItem::id) != list.end();
-    };
-    if (!todo.sourceGoalID)
-        return holds(m_store.unassignedTodos());
-    const auto source = std::ranges::find(goals, *todo.sourceGoalID, &Goal::id);
-    return source != goals.end() && holds(source->todos);
+    return todoAt(todo.sourceGoalID, todo.todoID, m_store.goals(), m_store.unassignedTodos()) !=
+           nullptr;
 }
 
 BoardController::DropEffect BoardController::effectOf(const BoardDrop& drop,
@@ -89,7 +83,7 @@ BoardController::DropEffect BoardController::effectOf(const BoardDrop& drop,
     if (const GoalID* const goalID = std::get_if<GoalID>(&drop)) {
         const QList<Goal>& goals = m_store.goals();
         if (!column.goalID || *column.goalID == *goalID || m_store.isAutoSortingGoals() ||
-            std::ranges::find(goals, *goalID, &Goal::id) == goals.end())
+            goalWith(*goalID, goals) == nullptr)
             return DropEffect::refused;
         return changeIf(movedGoal(goals, *goalID, *column.goalID) != goals);
     }
@@ -149,8 +143,7 @@ QString BoardController::movableColumn(const QString& text) const
     if (goalID == nullptr || m_store.isAutoSortingGoals())
         return {};
     const QList<Goal> goals = m_store.visibleGoals();
-    return std::ranges::find(goals, *goalID, &Goal::id) != goals.end() ? columnText(*goalID)
-                                                                       : QString();
+    return goalWith(*goalID, goals) != nullptr ? columnText(*goalID) : QString();
 }
 
 bool BoardController::canDropAtEnd(const QString& text) const

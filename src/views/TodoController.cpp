@@ -49,6 +49,7 @@ TodoController::TodoController(WindowStore& store, QObject* parent)
     for (const auto signal : {&WindowStore::boardNavigationChanged, &WindowStore::goalsChanged,
                               &WindowStore::unassignedTodosChanged})
         connect(&store, signal, this, &TodoController::updateHighlight);
+    connect(&store, &WindowStore::restorationIDChanged, this, &TodoController::showRestoredTodo);
 }
 
 QString TodoController::editorColumnID() const
@@ -83,8 +84,8 @@ QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
         return unifiedTodoEntries(goals, m_store.unassignedTodos(), unassignedTitle);
     if (!column->goalID)
         return unassignedTodoEntries(m_store.unassignedTodos(), unassignedTitle);
-    const auto found = std::ranges::find(goals, *column->goalID, &Goal::id);
-    return found == goals.end() ? QList<UnifiedTodoEntry>() : goalTodoEntries(*found);
+    const Goal* const goal = goalWith(*column->goalID, goals);
+    return goal != nullptr ? goalTodoEntries(*goal) : QList<UnifiedTodoEntry>();
 }
 
 QString TodoController::title(const QString& todoID, const QString& columnID) const
@@ -177,7 +178,7 @@ void TodoController::copyTodo(const QString& todoID, const QString& columnID)
 void TodoController::goToColumn(const QString& columnID)
 {
     const auto activate = [this](const TargetSelection& target) {
-        m_store.activateTarget(target, WindowStore::EnterWindowLayer::no);
+        m_store.activateTarget(target, EnterWindowLayer::no);
     };
     if (columnID == unifiedTodosText)
         activate(TargetSelection::unifiedTodos());
@@ -187,15 +188,7 @@ void TodoController::goToColumn(const QString& columnID)
 
 const TodoItem* TodoController::todoAt(const TodoPlace& place) const
 {
-    const auto in = [&place](const QList<TodoItem>& list) -> const TodoItem* {
-        const auto found = std::ranges::find(list, place.todoID, &TodoItem::id);
-        return found != list.end() ? &*found : nullptr;
-    };
-    if (!place.goalID)
-        return in(m_store.unassignedTodos());
-    const QList<Goal>& goals = m_store.goals();
-    const auto found = std::ranges::find(goals, *place.goalID, &Goal::id);
-    return found != goals.end() ? in(found->todos) : nullptr;
+    return kelpa::todoAt(place.goalID, place.todoID, m_store.goals(), m_store.unassignedTodos());
 }
 
 bool TodoController::hasTodo(const TodoPlace& place) const
@@ -244,6 +237,18 @@ void TodoController::updateHighlight()
         m_isTodoRequestOpen = false;
         highlight(std::nullopt);
     }
+}
+
+void TodoController::showRestoredTodo()
+{
+    const std::optional<TodoID> todoID = m_store.restoredTodoID();
+    const TargetSelection& target = m_store.boardNavigation().target;
+    m_isTodoRequestOpen = false;
+    highlight(todoID && !target.isUnifiedTodos()
+                  ? std::optional(TodoPlace{*todoID, target.goalID()})
+                  : std::nullopt);
+    if (todoID && target.isUnifiedTodos())
+        Q_EMIT unifiedTodoRestored(todoID->text());
 }
 
 void TodoController::setPriority(const QString& columnID, const QString& priority)

@@ -39,7 +39,8 @@ public:
     QString unifiedListID() const { return unifiedTodosText; }
     /// The goal whose field for a new todo is open; empty for none.
     QString editorColumnID() const;
-    /// The todo that is to stand out in its column; empty for none.
+    /// The todo that is to stand out in its column, since someone went to it or it was given back,
+    /// changed or moved by an undo; empty for none.
     QString highlightedTodoID() const;
     /// Whether the keyboard has selected the list of the whole board.
     bool isUnifiedSelected() const { return m_isUnifiedSelected; }
@@ -122,6 +123,8 @@ Q_SIGNALS:
     void highlightedTodoIDChanged();
     /// A todo is to be shown in its column.
     void todoRequested();
+    /// It came back, changed or was moved in the list of the whole board, which is selected.
+    void unifiedTodoRestored(const QString& todoID);
 
 private:
     struct TodoPlace
@@ -142,6 +145,7 @@ private:
     void highlight(std::optional<TodoPlace> place);
     void updateSelection();
     void updateHighlight();
+    void showRestoredTodo();
 
     WindowStore& m_store;
     bool m_isUnifiedSelected = false;

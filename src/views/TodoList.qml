@@ -106,6 +106,13 @@ Item {
         function onEditorRequested(): void {
             root.takeRequest();
         }
+        function onUnifiedTodoRestored(todoID: string): void {
+            const row = root.listModel.rowOf(todoID);
+            if (row < 0 || root.listID !== root.board.todos.unifiedListID)
+                return;
+            lines.layOut();
+            root.reveal(row);
+        }
         // What was written stays as a draft.
         function onEditorLeft(): void {
             root.isOwnEditorOpen = false;

@@ -60,8 +60,8 @@ void WindowPicker::setSearchText(const QString& text)
     if (m_searchText == text)
         return;
     m_searchText = text;
-    Q_EMIT searchTextChanged();
     update(Order::sorted);
+    Q_EMIT searchTextChanged();
 }
 
 void WindowPicker::open(const QString& columnID)
@@ -69,8 +69,7 @@ void WindowPicker::open(const QString& columnID)
     const std::optional<ColumnID> column = columnFromText(columnID);
     if (!column || !column->goalID)
         return;
-    const QList<Goal>& goals = m_store.goals();
-    if (std::ranges::find(goals, *column->goalID, &Goal::id) != goals.end())
+    if (goalWith(*column->goalID, m_store.goals()) != nullptr)
         setRequest(GoalWindowPickerRequest{*column->goalID});
 }
 
@@ -109,7 +108,10 @@ void WindowPicker::confirm()
     const GoalID target = m_request->goalID;
     const QSet<WindowID> confirmed =
         confirmedWindows(m_selection, selectableWindowIDs(m_store.windows(), target));
-    if (m_store.assign(confirmed, target)) {
+    m_isConfirming = true;
+    const bool isDone = m_store.assign(confirmed, target);
+    m_isConfirming = false;
+    if (isDone) {
         close();
         return;
     }
@@ -137,11 +139,11 @@ void WindowPicker::updateChosenCount()
 
 void WindowPicker::update(Order order)
 {
-    if (!m_request)
+    if (!m_request || m_isConfirming)
         return;
     const QList<Goal>& goals = m_store.goals();
-    const auto target = std::ranges::find(goals, m_request->goalID, &Goal::id);
-    if (target == goals.end()) {
+    const Goal* const target = goalWith(m_request->goalID, goals);
+    if (target == nullptr) {
         close();
         return;
     }

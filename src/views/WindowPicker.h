@@ -118,6 +118,8 @@ private:
     QString m_goalTitle;
     QString m_searchText;
     WindowSelection m_selection;
+    /// What is moved now is still shown as it was chosen.
+    bool m_isConfirming = false;
     int m_chosenCount = 0;
     /// Those of the rows.
     QList<WindowItem> m_windows;

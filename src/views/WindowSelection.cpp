@@ -97,14 +97,22 @@ QList<WindowItem> windowsToSelect(const QList<WindowItem>& windows, GoalID targe
 QList<WindowItem> inShownOrder(const QList<WindowItem>& windows, const QList<WindowItem>& shown)
 {
     QList<WindowItem> result;
-    result.reserve(shown.size());
+    result.reserve(windows.size());
     for (const WindowItem& before : shown) {
         const auto now = std::ranges::find(windows, before.id, &WindowItem::id);
-        if (now == windows.end() || now->goalID != before.goalID)
+        if (now == windows.end())
+            continue;
+        if (now->goalID != before.goalID)
             return windows;
         result.append(*now);
     }
-    return result.size() == windows.size() ? result : windows;
+    // What is new comes to stand behind what comes before it now.
+    auto place = result.begin();
+    for (const WindowItem& window : windows) {
+        const auto kept = std::ranges::find(result, window.id, &WindowItem::id);
+        place = std::next(kept != result.end() ? kept : result.insert(place, window));
+    }
+    return result;
 }
 
 WindowSelection toggledSelection(WindowSelection selection, WindowID windowID,

@@ -22,10 +22,13 @@ Sheet {
             return;
         }
         root.listHeight = Math.max(3, root.picker.rowCount) * 62;
-        list.currentIndex = -1;
-        list.positionViewAtBeginning();
+        root.beginList();
         root.open();
         search.forceActiveFocus();
+    }
+    function beginList(): void {
+        list.currentIndex = -1;
+        list.positionViewAtBeginning();
     }
     function enterList(): void {
         if (list.count === 0)
@@ -45,6 +48,10 @@ Sheet {
 
         function onRequestChanged(): void {
             root.followRequest();
+        }
+        // What is found first is what the keyboard goes on to.
+        function onSearchTextChanged(): void {
+            root.beginList();
         }
     }
 
@@ -119,7 +126,7 @@ Sheet {
             Keys.onPressed: event => {
                 event.accepted = true;
                 if (event.key === Qt.Key_Space && list.currentItem !== null)
-                    (list.currentItem as WindowPickerRow).toggle();
+                    event.isAutoRepeat || (list.currentItem as WindowPickerRow).toggle();
                 else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
                     // One that is held has led here from the search.
                     event.isAutoRepeat || root.picker.confirm();

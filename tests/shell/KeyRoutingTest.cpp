@@ -206,7 +206,7 @@ TEST(KeyRoutingInAField, Down_leads_from_a_search_to_what_it_has_found)
     EXPECT_EQ(decideKey(BoardKey::down, context), cancelsAndDoes(MoveTargetSelection{down}));
 }
 
-TEST(KeyRoutingInAField, What_the_field_cannot_take_back_itself_the_board_does)
+TEST(KeyRoutingInAField, A_field_in_which_nothing_was_typed_lets_the_board_take_back_and_do_again)
 {
     KeyContext context{.isBoardActive = true,
                        .focus = field,
@@ -214,14 +214,17 @@ TEST(KeyRoutingInAField, What_the_field_cannot_take_back_itself_the_board_does)
                        .isShiftHeld = false,
                        .isComposing = false,
                        .canFieldUndo = false,
-                       .canFieldRedo = true,
+                       .canFieldRedo = false,
                        .isSearching = false};
     EXPECT_EQ(decideKey(BoardKey::undo, context), does(UndoChange{}));
-    EXPECT_EQ(decideKey(BoardKey::redo, context), passedOn);
-    context.canFieldUndo = true;
-    context.canFieldRedo = false;
-    EXPECT_EQ(decideKey(BoardKey::undo, context), passedOn);
     EXPECT_EQ(decideKey(BoardKey::redo, context), does(RedoChange{}));
+    context.canFieldUndo = true;
+    EXPECT_EQ(decideKey(BoardKey::undo, context), passedOn);
+    EXPECT_EQ(decideKey(BoardKey::redo, context), passedOn) << "it has been typed in";
+    context.canFieldUndo = false;
+    context.canFieldRedo = true;
+    EXPECT_EQ(decideKey(BoardKey::undo, context), passedOn) << "one press too many";
+    EXPECT_EQ(decideKey(BoardKey::redo, context), passedOn);
 }
 
 } // namespace

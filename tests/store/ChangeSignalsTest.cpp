@@ -181,8 +181,7 @@ INSTANTIATE_TEST_SUITE_P(
                       {isHiding, boardNavigation},
                       0,
                       [](Board& s) {
-                          s.store.activateTarget(TargetSelection::goal(s.b),
-                                                 WindowStore::EnterWindowLayer::no);
+                          s.store.activateTarget(TargetSelection::goal(s.b), EnterWindowLayer::no);
                       }},
         OperationCase{"hiding_as_it_is",
                       [](Board& s) { s.store.setHidingGoalsWithoutOpenTodos(false); },
@@ -394,8 +393,7 @@ INSTANTIATE_TEST_SUITE_P(
                       [](Board& s) {
                           for (int i = 0; i < 6; ++i)
                               s.store.undo();
-                          s.store.activateTarget(TargetSelection::goal(s.b),
-                                                 WindowStore::EnterWindowLayer::no);
+                          s.store.activateTarget(TargetSelection::goal(s.b), EnterWindowLayer::no);
                       }},
         OperationCase{"undo_of_nothing", undoOnce, {}, 0, undoAll},
         OperationCase{"redo",
@@ -427,7 +425,7 @@ INSTANTIATE_TEST_SUITE_P(
     caseName);
 
 using enum NavigationDirection;
-using Enter = WindowStore::EnterWindowLayer;
+using Enter = EnterWindowLayer;
 
 void enterB(Board& s)
 {

@@ -5,7 +5,7 @@ namespace {
 
 using State = BoardNavigationState;
 using enum NavigationDirection;
-using Enter = WindowStore::EnterWindowLayer;
+using Enter = EnterWindowLayer;
 
 class NavigationOperations : public StoreFixture
 {

@@ -14,7 +14,7 @@ namespace kelpa::test {
 namespace {
 
 using namespace std::chrono_literals;
-using Enter = WindowStore::EnterWindowLayer;
+using Enter = EnterWindowLayer;
 
 constexpr int operationCount = 100'000;
 

@@ -5,7 +5,7 @@ namespace kelpa::test {
 namespace {
 
 using namespace std::chrono_literals;
-using Enter = WindowStore::EnterWindowLayer;
+using Enter = EnterWindowLayer;
 
 const std::optional<GoalID> noGoal;
 
@@ -76,6 +76,7 @@ TEST_F(UndoOperations, Every_change_of_goals_is_undone_and_redone)
     expectUndoable([&] { store().setGoalPriority(GoalPriority::p0, a); });
     store().setAutoSortingGoals(false);
     expectUndoable([&] { store().moveGoal(b, a); });
+    expectUndoable([&] { store().moveGoal(b, a, MovePlace::behind); });
     expectUndoable([&] { store().deleteGoal(b); });
 }
 
@@ -94,6 +95,7 @@ TEST_F(UndoOperations, Every_change_of_todos_is_undone_and_redone)
     EXPECT_EQ(todos(a).first().completedAt, scheduler.now());
     expectUndoable([&] { store().moveTodo(one, a, b); });
     expectUndoable([&] { store().moveTodo(three, two); });
+    expectUndoable([&] { store().moveTodo(three, two, MovePlace::behind); });
     expectUndoable([&] { store().deleteTodo(two, a); });
     expectUndoable([&] { store().deleteTodo(three, noGoal); });
 }
@@ -208,6 +210,72 @@ TEST_F(UndoOperations, What_comes_back_or_changes_is_selected_and_so_brought_int
     store().deleteGoal(b);
     store().undo();
     EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::goal(b)));
+}
+
+TEST_F(UndoOperations, The_todo_that_came_back_is_told_until_the_next_step)
+{
+    const GoalID a = makeGoal(QStringLiteral("A"));
+    const TodoID todo = makeTodo(a);
+    store().deleteTodo(todo, a);
+    EXPECT_EQ(store().restoredTodoID(), std::nullopt);
+    store().undo();
+    EXPECT_EQ(store().restoredTodoID(), todo);
+    store().redo();
+    EXPECT_EQ(store().restoredTodoID(), std::nullopt);
+}
+
+TEST_F(UndoOperations, Whoever_is_at_the_list_of_all_todos_stays_there)
+{
+    const GoalID a = makeGoal(QStringLiteral("A"));
+    const TodoID todo = makeTodo(a);
+    store().activateTarget(TargetSelection::unifiedTodos(), Enter::no);
+    store().toggleTodo(todo, a);
+    store().toggleTodo(todo, a);
+    store().undo();
+    const auto inList = BoardNavigationState::on(TargetSelection::unifiedTodos());
+    EXPECT_EQ(store().boardNavigation(), inList);
+    EXPECT_EQ(store().restoredTodoID(), todo);
+    EXPECT_EQ(store().restorationID(), 1);
+    store().renameGoal(a, QStringLiteral("B"));
+    store().undo();
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::goal(a)));
+}
+
+TEST_F(UndoOperations, A_search_that_shows_no_window_that_moved_ends)
+{
+    desktop.addWindow(1, 100, QStringLiteral("Letter"));
+    desktop.addWindow(2, 100, QStringLiteral("Report"));
+    store().refresh();
+    const GoalID a = makeGoal(QStringLiteral("A"));
+    store().assign(1, a);
+    store().setSearchText(QStringLiteral("let"));
+    store().undo();
+    EXPECT_EQ(store().searchText(), QStringLiteral("let")) << "it shows the window";
+    store().redo();
+    store().setSearchText(QStringLiteral("rep"));
+    store().undo();
+    EXPECT_EQ(store().searchText(), QString());
+    EXPECT_EQ(store().windows(noGoal).size(), 2);
+}
+
+TEST_F(UndoOperations, A_search_stays_when_no_window_moved)
+{
+    desktop.addWindow(1, 100, QStringLiteral("Letter"));
+    store().refresh();
+    const GoalID a = makeGoal(QStringLiteral("A"));
+    store().setSearchText(QStringLiteral("rep"));
+    store().renameGoal(a, QStringLiteral("B"));
+    store().undo();
+    EXPECT_EQ(store().searchText(), QStringLiteral("rep"));
+}
+
+TEST_F(UndoOperations, The_window_of_a_goal_that_undo_takes_away_is_shown_where_it_was)
+{
+    desktop.addWindow(1, 100, QStringLiteral("Letter"));
+    store().refresh();
+    store().createGoal(QStringLiteral("A"), 1);
+    store().undo();
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::unassigned()));
 }
 
 TEST_F(UndoOperations, Every_step_back_or_forth_asks_to_be_shown_also_in_the_selected_goal)

@@ -144,7 +144,7 @@ TEST_F(WindowActionOperations, Space_with_nothing_to_enter_or_to_open_does_nothi
 
     desktop.addAccessibleWindow(1, 100, QStringLiteral("one"));
     store().refresh();
-    store().activateTarget(TargetSelection::unassigned(), WindowStore::EnterWindowLayer::yes);
+    store().activateTarget(TargetSelection::unassigned(), EnterWindowLayer::yes);
     store().setSearchText(QStringLiteral("something else"));
     store().activateSelection();
     scheduler.advance(0ms);
@@ -161,7 +161,7 @@ TEST_F(WindowActionOperations, All_windows_of_a_goal_come_forward_in_order_whate
     ASSERT_TRUE(store().assign({1, 3}, a));
     store().assign(2, b);
     store().setSearchText(QStringLiteral("nothing"));
-    store().activateTarget(TargetSelection::goal(b), WindowStore::EnterWindowLayer::no);
+    store().activateTarget(TargetSelection::goal(b), EnterWindowLayer::no);
 
     store().showAllWindows(a);
     scheduler.advance(0ms);

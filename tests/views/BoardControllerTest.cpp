@@ -41,7 +41,7 @@ TEST_F(Controller, Arrows_walk_by_rows_of_as_many_targets_as_fit_beside_each_oth
     makeGoal();
     // Less the rail and the margins, 662 points: two columns of 320 and what is between them.
     controller->setBoardWidth(862);
-    store().activateTarget(TargetSelection::unifiedTodos(), WindowStore::EnterWindowLayer::no);
+    store().activateTarget(TargetSelection::unifiedTodos(), EnterWindowLayer::no);
     store().moveTargetSelection(down);
     EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(store().goals().at(0).id));
     controller->setBoardWidth(861);
@@ -64,7 +64,7 @@ TEST_F(Controller, The_selected_target_is_named_by_its_row_on_the_board)
     store().clearTargetSelection();
     EXPECT_EQ(controller->selectedTarget(), -1);
     const auto rowOf = [this](const TargetSelection& target) {
-        store().activateTarget(target, WindowStore::EnterWindowLayer::no);
+        store().activateTarget(target, EnterWindowLayer::no);
         return controller->selectedTarget();
     };
     EXPECT_EQ(rowOf(TargetSelection::unifiedTodos()), 0);
@@ -79,7 +79,7 @@ TEST_F(Controller, The_entry_of_the_selected_goal_is_named_by_its_row_in_the_rai
     store().setTargetGridColumnCount(1);
     store().clearTargetSelection();
     EXPECT_EQ(controller->selectedBreadcrumb(), -1);
-    store().activateTarget(TargetSelection::unassigned(), WindowStore::EnterWindowLayer::no);
+    store().activateTarget(TargetSelection::unassigned(), EnterWindowLayer::no);
     EXPECT_EQ(controller->selectedBreadcrumb(), -1);
     const QSignalSpy changes(controller.get(), &BoardController::selectionChanged);
     store().moveTargetSelection(down);
@@ -95,8 +95,7 @@ TEST_F(Controller, The_entry_is_known_when_the_selection_is_announced)
     int announced = -1;
     QObject::connect(controller.get(), &BoardController::selectionChanged, controller.get(),
                      [&] { announced = controller->selectedBreadcrumb(); });
-    store().activateTarget(TargetSelection::goal(store().goals().at(1).id),
-                           WindowStore::EnterWindowLayer::no);
+    store().activateTarget(TargetSelection::goal(store().goals().at(1).id), EnterWindowLayer::no);
     EXPECT_EQ(announced, 1);
 }
 
@@ -105,7 +104,7 @@ TEST_F(Controller, The_selected_window_is_named_by_its_row_in_its_target)
     desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));
     store().refresh();
     ASSERT_EQ(store().windows(std::nullopt).size(), 2);
-    store().activateTarget(TargetSelection::unassigned(), WindowStore::EnterWindowLayer::yes);
+    store().activateTarget(TargetSelection::unassigned(), EnterWindowLayer::yes);
     EXPECT_EQ(controller->selectedWindow(), 0);
     store().moveWindowSelection(NavigationDirection::right);
     EXPECT_EQ(controller->selectedWindow(), 1);

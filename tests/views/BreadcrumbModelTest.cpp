@@ -42,7 +42,7 @@ TEST_F(Breadcrumbs, The_selected_goal_says_so)
     const GoalID id = makeGoal(QStringLiteral("Taxes"));
     makeGoal(QStringLiteral("Garden"));
     const BreadcrumbModel model(store());
-    store().activateTarget(TargetSelection::goal(id), WindowStore::EnterWindowLayer::no);
+    store().activateTarget(TargetSelection::goal(id), EnterWindowLayer::no);
     QStringList selected;
     for (int row = 0; row < model.rowCount(); ++row) {
         if (value(model, row, "isSelected").toBool())

@@ -140,13 +140,13 @@ TEST_F(BoardColumns, The_selected_column_and_window_say_so)
     const GoalID id = makeGoal();
     store().assign(7, id);
     const GoalListModel model(store());
-    store().activateTarget(TargetSelection::goal(id), WindowStore::EnterWindowLayer::yes);
+    store().activateTarget(TargetSelection::goal(id), EnterWindowLayer::yes);
     EXPECT_TRUE(value(model, 1, "isSelected").toBool());
     EXPECT_FALSE(value(model, 0, "isSelected").toBool());
     EXPECT_TRUE(value(*model.windows(id), 0, "isSelected").toBool());
     EXPECT_TRUE(value(model, 1, "isEntered").toBool());
     EXPECT_FALSE(value(model, 0, "isEntered").toBool());
-    store().activateTarget(TargetSelection::goal(id), WindowStore::EnterWindowLayer::no);
+    store().activateTarget(TargetSelection::goal(id), EnterWindowLayer::no);
     EXPECT_TRUE(value(model, 1, "isSelected").toBool());
     EXPECT_FALSE(value(model, 1, "isEntered").toBool());
     EXPECT_FALSE(value(*model.windows(id), 0, "isSelected").toBool());

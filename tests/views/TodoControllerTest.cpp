@@ -261,9 +261,9 @@ TEST_F(Todos, A_priority_is_set_by_its_stored_text)
 TEST_F(Todos, The_selection_of_the_whole_board_is_published)
 {
     QSignalSpy changes(&todoController(), &TodoController::isUnifiedSelectedChanged);
-    store().activateTarget(TargetSelection::unifiedTodos(), WindowStore::EnterWindowLayer::no);
+    store().activateTarget(TargetSelection::unifiedTodos(), EnterWindowLayer::no);
     EXPECT_TRUE(todoController().isUnifiedSelected());
-    store().activateTarget(TargetSelection::goal(first), WindowStore::EnterWindowLayer::no);
+    store().activateTarget(TargetSelection::goal(first), EnterWindowLayer::no);
     EXPECT_FALSE(todoController().isUnifiedSelected());
     EXPECT_EQ(changes.count(), 2);
 }
@@ -303,6 +303,29 @@ TEST_F(Todos, A_todo_that_leaves_its_list_stands_out_no_more)
     todoController().goToTodo(todo.text(), second.text(), true);
     store().deleteTodo(todo, second);
     EXPECT_EQ(todoController().highlightedTodoID(), QString());
+}
+
+TEST_F(Todos, A_todo_that_undo_gives_back_stands_out_in_its_goal)
+{
+    QSignalSpy inList(&todoController(), &TodoController::unifiedTodoRestored);
+    store().deleteTodo(todo, first);
+    store().undo();
+    EXPECT_EQ(todoController().highlightedTodoID(), todo.text());
+    EXPECT_FALSE(todoController().takeTodoRequest(todo.text())) << "the keyboard stays";
+    store().redo();
+    EXPECT_EQ(todoController().highlightedTodoID(), QString());
+    EXPECT_EQ(inList.size(), 0);
+}
+
+TEST_F(Todos, A_todo_that_undo_gives_back_is_told_to_the_selected_list_of_all_todos)
+{
+    QSignalSpy inList(&todoController(), &TodoController::unifiedTodoRestored);
+    store().deleteTodo(todo, first);
+    todoController().goToColumn(unifiedTodosText);
+    store().undo();
+    EXPECT_EQ(inList, (QList<QVariantList>{{todo.text()}}));
+    EXPECT_EQ(todoController().highlightedTodoID(), QString());
+    EXPECT_TRUE(todoController().isUnifiedSelected());
 }
 
 TEST_F(Todos, There_is_no_way_to_a_todo_that_is_not_there)

@@ -105,6 +105,19 @@ TEST_F(Picking, Confirming_moves_the_chosen_windows_and_closes)
     EXPECT_TRUE(store().windows(other).isEmpty());
 }
 
+TEST_F(Picking, While_it_fades_away_it_shows_what_was_confirmed)
+{
+    picker->open(goalID.text());
+    picker->toggle(8);
+    const QStringList shown = locations();
+    QSignalSpy selectionChanges(picker.get(), &WindowPicker::selectionChanged);
+    picker->confirm();
+    ASSERT_FALSE(picker->isOpen());
+    EXPECT_EQ(locations(), shown);
+    EXPECT_EQ(picker->chosenCount(), 1);
+    EXPECT_EQ(selectionChanges.count(), 0);
+}
+
 TEST_F(Picking, Confirming_nothing_does_nothing)
 {
     picker->open(goalID.text());

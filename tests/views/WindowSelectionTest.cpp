@@ -216,7 +216,7 @@ TEST(WindowSelection, The_refusal_is_told_until_a_window_is_chosen)
     EXPECT_TRUE(toggledSelection({{}, true}, 9, {7}).isRefused);
 }
 
-TEST_F(WindowSelecting, Windows_that_are_shown_keep_their_order_until_one_comes_or_goes)
+TEST_F(WindowSelecting, Windows_that_are_shown_keep_their_order_also_when_others_come_or_go)
 {
     const QList<WindowItem> windows{window(1), window(2), window(3)};
     const auto ordered = [&windows](const QList<WindowItem>& shown) {
@@ -226,8 +226,10 @@ TEST_F(WindowSelecting, Windows_that_are_shown_keep_their_order_until_one_comes_
         return ids;
     };
     EXPECT_EQ(ordered({window(3), window(1), window(2)}), (Ids{3, 1, 2}));
-    EXPECT_EQ(ordered({window(3), window(1)}), (Ids{1, 2, 3}));
-    EXPECT_EQ(ordered({window(3), window(1), window(2), window(4)}), (Ids{1, 2, 3}));
+    EXPECT_EQ(ordered({window(3), window(4), window(1), window(2)}), (Ids{3, 1, 2}));
+    EXPECT_EQ(ordered({window(3), window(1)}), (Ids{3, 1, 2})) << "2 comes after 1";
+    EXPECT_EQ(ordered({window(3), window(2)}), (Ids{1, 3, 2})) << "1 is the first of all";
+    EXPECT_EQ(ordered({window(3)}), (Ids{1, 2, 3}));
     EXPECT_EQ(ordered({window(3), in(other, window(1)), window(2)}), (Ids{1, 2, 3}))
         << "one that has gone to another goal has another place";
     EXPECT_EQ(ordered({}), (Ids{1, 2, 3}));

@@ -166,6 +166,24 @@ Item {
             compare(world.goalOfWindow(2), "Proposal");
             compare(world.goalOfWindow(3), "");
         }
+        function test_Space_that_is_held_chooses_once() {
+            keyClick(Qt.Key_Down);
+            keyPress(Qt.Key_Space);
+            for (let i = 0; i < 5; ++i)
+                world.repeatKey(root, Qt.Key_Space);
+            keyRelease(Qt.Key_Space);
+            compare(picker.chosenCount, 1);
+        }
+        function test_a_search_leads_to_the_first_that_is_found_wherever_one_was_in_the_list() {
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_End);
+            tryCompare(row("Gamma"), "activeFocus", true);
+            search().forceActiveFocus();
+            keyClick("a");
+            tryVerify(() => rows().length === 3);
+            keyClick(Qt.Key_Return);
+            tryCompare(row("Alpha"), "activeFocus", true);
+        }
         function test_Return_after_a_search_that_found_nothing_stays_in_the_search() {
             picker.toggle(1);
             for (const letter of "xx")

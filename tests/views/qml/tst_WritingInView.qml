@@ -85,6 +85,35 @@ Item {
             tryVerify(() => column(goal(1)) !== null && !isMoving()
                             && column(goal(1)).mapToItem(view(), 0, 0).y >= 0);
         }
+        function test_a_todo_that_is_given_back_is_shown_in_its_long_card() {
+            for (let i = 0; i < 60; ++i)
+                world.addTodo("Todo " + i, goal(1));
+            const id = world.todoID("Todo 45", goal(1));
+            world.board.todos.remove(id, world.columnOfGoal(goal(1)));
+            select(30);
+            settle();
+            world.board.undo();
+            const row = () => only(all(column(goal(1)), item => item instanceof TodoRow
+                                                              && item.todoID === id));
+            tryVerify(() => column(goal(1)) !== null && row() !== null && !isMoving());
+            tryVerify(() => isInView(row()));
+        }
+        function test_a_todo_that_is_given_back_is_shown_in_the_selected_list_of_all_todos() {
+            for (let i = 0; i < 60; ++i)
+                world.addTodo("Todo " + i, "");
+            world.board.todos.goToColumn(world.board.todos.unifiedListID);
+            const id = world.todoID("Todo 45", "");
+            world.board.todos.remove(id, "kelpa-unassigned");
+            settle();
+            const row = () => only(all(unified(), item => item instanceof TodoRow
+                                                       && item.todoID === id));
+            compare(row(), null);
+            world.board.undo();
+            verify(world.board.todos.isUnifiedSelected);
+            tryVerify(() => row() !== null && !isMoving());
+            const y = row().mapToItem(unified(), 0, 0).y;
+            verify(y >= 48 && y + row().height <= unified().height, y);
+        }
         function test_a_field_is_left_when_something_elsewhere_is_undone() {
             world.addTodo("Read", goal(60));
             write(1);
