@@ -36,6 +36,7 @@ constexpr int scrollSteps = 120;
 constexpr double scrollStep = 40;
 constexpr int comparedGoals = 8;
 constexpr int dragSteps = 60;
+constexpr int menuOpenings = 3;
 constexpr int todosPerGoal = 50;
 constexpr int windowsPerTwoGoals = 5;
 
@@ -50,7 +51,10 @@ struct Figures
     std::vector<double> goalFrames;
     std::vector<double> dragFrames;
     std::vector<double> dragScrollFrames;
+    std::vector<double> firstMenu;
+    std::vector<double> laterMenus;
     int items = 0;
+    int itemsAfterMenus = 0;
     int cards = 0;
 };
 
@@ -110,6 +114,8 @@ public:
         select(window, figures);
         figures.items = itemCount(*window);
         figures.cards = targets.itemCount();
+        openMenus(window, figures);
+        figures.itemsAfterMenus = itemCount(*window);
     }
 
 private:
@@ -214,6 +220,26 @@ private:
         }
     }
 
+    /// The menu of a window's card, which names all goals.
+    void openMenus(QQuickWindow*& window, Figures& figures)
+    {
+        const auto press = [&window](Qt::Key key) {
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(window, &event);
+        };
+        m_store->activateTarget(TargetSelection::unassigned(), EnterWindowLayer::yes);
+        rest();
+        for (int time = 0; time < menuOpenings; ++time) {
+            std::vector<double>& times = time == 0 ? figures.firstMenu : figures.laterMenus;
+            times.push_back(untilFrame(&window, [&press] { press(Qt::Key_Menu); }));
+            rest();
+            if (findItem(*window->contentItem(), "AppMenuItem") == nullptr)
+                throw std::runtime_error("no menu opened");
+            press(Qt::Key_Escape);
+            rest();
+        }
+    }
+
     test::FakeDesktop m_desktop;
     test::ManualScheduler m_scheduler;
     test::MemorySettingsStore m_settings;
@@ -303,8 +329,13 @@ int run()
              quantile(large.dragScrollFrames, 0.95));
     printRow("from a key press to the drawn selection", quantile(small.selection, 0.5),
              quantile(large.selection, 0.5));
+    printRow("from a key press to a window's menu, first", quantile(small.firstMenu, 0.5),
+             quantile(large.firstMenu, 0.5));
+    printRow("the same, later", quantile(small.laterMenus, 0.5), quantile(large.laterMenus, 0.5));
     printRow("resident memory of a process, MiB", memoryOfProcess(10), memoryOfProcess(200));
     printRow("items alive, also in closed menus", small.items, large.items);
+    printRow("the same, after a window's menu was open", small.itemsAfterMenus,
+             large.itemsAfterMenus);
     printRow("targets with items", small.cards, large.cards);
     return 0;
 }

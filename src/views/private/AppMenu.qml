@@ -13,6 +13,9 @@ T.Menu {
     /// Whether it opens within another menu, which has the pointer with it.
     property bool isWithinMenu: false
 
+    /// Points. While it is closed, items may come and go by the hundred.
+    property real widestItem: 0
+
     /// What the window shows below everything that opens over it; none in a plain view.
     readonly property Item shownBelow: root.contentItem.T.ApplicationWindow.contentItem
 
@@ -37,7 +40,7 @@ T.Menu {
     }
 
     contentItem: ListView {
-        implicitWidth: root.widestItem()
+        implicitWidth: root.widestItem
         implicitHeight: contentHeight
         model: root.contentModel
         interactive: contentHeight > height
@@ -49,6 +52,9 @@ T.Menu {
     }
     // It has the keyboard while no item of the menu has it.
     Component.onCompleted: root.forwardKeys(root.contentItem.parent.Keys)
+    onAboutToShow: root.measure()
+    onCountChanged: if (root.visible)
+        root.measure()
     // The toolkit gives the keyboard back only where the window has it.
     onClosed: if (!root.contentItem.Window.active && root.shownBelow !== null)
         root.shownBelow.focus = true
@@ -118,10 +124,10 @@ T.Menu {
             return event.text.trim() !== "" && root.choose(root.currentIndex + 1, 1, event.text);
         }
     }
-    function widestItem(): real {
+    function measure(): void {
         let widest = 0;
         for (let i = 0; i < root.count; ++i)
             widest = Math.max(widest, root.itemAt(i).implicitWidth);
-        return widest;
+        root.widestItem = widest;
     }
 }
