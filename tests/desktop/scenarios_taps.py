@@ -7,6 +7,8 @@ from selection import Selection
 from typists import KeyLog, Typing
 
 _TAPPED = ["+Super_L", "-Super_L"]
+# The number of the key, which has another name where it is Super.
+_CAPS_LOCK = "66"
 
 
 def a_double_tap_in_front_only_brings_kelpa_forward_again(desktop, binary):
@@ -102,4 +104,27 @@ def a_key_in_another_program_between_the_taps_cancels_and_no_key_is_lost(desktop
     desktop.run("xdotool", "key", "--delay", "0", "a", "b", "c", *TAP, *BETWEEN, *TAP)
     await_front(desktop, kelpa)
     other.check_next(["+a", "-a", "+b", "-b", "+c", "-c", *_TAPPED, *_TAPPED])
+    kelpa.quit()
+
+
+def two_layouts_and_caps_lock_as_super_leave_the_double_tap_as_it_is(desktop, binary):
+    desktop.run("setxkbmap", "us,de", "-option", "grp:win_space_toggle,caps:super")
+    kelpa, _ = start_kelpa(desktop, binary)
+    terminal = Typing(desktop, "Typist")
+    await_monitor(desktop, kelpa, terminal)
+
+    # There and back again; in between and afterwards Kelpa stays where it is.
+    change_layout = ("keydown", "super", "key", "space", "sleep", "0.04", "keyup", "super")
+    terminal.focus()
+    desktop.run("xdotool", *change_layout, *BETWEEN, *change_layout)
+    terminal.type_sentinel("there")
+    assert terminal.has_keyboard()
+
+    desktop.run("xdotool", *change_layout)
+    tap_twice(desktop)
+    await_front(desktop, kelpa)
+    terminal.focus()
+    caps_lock = ("keydown", _CAPS_LOCK, "sleep", "0.04", "keyup", _CAPS_LOCK)
+    desktop.run("xdotool", *caps_lock, *BETWEEN, *caps_lock)
+    await_front(desktop, kelpa)
     kelpa.quit()

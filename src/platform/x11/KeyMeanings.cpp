@@ -4,6 +4,9 @@
 #define XK_XKB_KEYS
 #include <X11/keysymdef.h>
 
+#include <algorithm>
+#include <span>
+
 namespace kelpa::x11 {
 
 namespace {
@@ -29,14 +32,35 @@ bool isModifier(xcb_keysym_t symbol)
            isPassiveLock(symbol);
 }
 
+/// The symbols of a key: two levels of the first group, two of the second, and what there is
+/// beyond.
+std::span<const xcb_keysym_t> symbolsOf(const KeyboardTables& tables, std::size_t key)
+{
+    if (key < tables.firstKey)
+        return {};
+    const std::span<const xcb_keysym_t> all(tables.symbols);
+    const std::size_t begin =
+        std::min((key - tables.firstKey) * tables.symbolsOfKey, tables.symbols.size());
+    return all.subspan(begin, std::min(tables.symbolsOfKey, all.size() - begin));
+}
+
+/// On any level: layouts keep a Super key for programs that has nothing on its first.
 template <class Predicate>
 bool bears(const KeyboardTables& tables, xcb_keycode_t key, Predicate predicate)
 {
-    if (key < tables.firstKey)
-        return false;
-    const std::size_t begin = (std::size_t{key} - tables.firstKey) * tables.symbolsOfKey;
-    for (std::size_t i = begin; i < begin + tables.symbolsOfKey && i < tables.symbols.size(); ++i) {
-        if (predicate(tables.symbols[i]))
+    return std::ranges::any_of(symbolsOf(tables, key), predicate);
+}
+
+/// Whether it is one as long as no other modifier is held. With one, keys that are typed may be
+/// too: Super with Space goes to the next layout, and is a shortcut like others.
+bool isModifierByItself(const KeyboardTables& tables, std::size_t key)
+{
+    constexpr std::size_t levelsOfGroup = 2;
+    constexpr std::size_t groups = 2;
+    const auto symbols = symbolsOf(tables, key);
+    for (std::size_t group = 0; group < groups; ++group) {
+        const std::size_t first = group * levelsOfGroup;
+        if (first < symbols.size() && isModifier(symbols[first]))
             return true;
     }
     return false;
@@ -63,7 +87,7 @@ KeyMeanings keyMeanings(const KeyboardTables& tables)
     meanings.ignored &= static_cast<std::uint8_t>(~(namedModifiers | meanings.command));
     // A layout may make a key a modifier without entering it in the table of modifiers.
     for (std::size_t key = tables.firstKey; key < meanings.isModifierKey.size(); ++key) {
-        if (bears(tables, static_cast<xcb_keycode_t>(key), isModifier))
+        if (isModifierByItself(tables, key))
             meanings.isModifierKey.set(key);
     }
     return meanings;

@@ -34,8 +34,9 @@ struct KeyMeanings
     bool hasCommand() const { return command != 0; }
 };
 
-/// Follows remapped keyboards: what counts is the symbols that keys bear, on any of their levels,
-/// and the modifiers that they set.
+/// Follows remapped keyboards: what counts is the symbols that keys bear and the modifiers that
+/// they set. A modifier that is in no table of modifiers is one by what it bears without another: a
+/// key that is typed, and only with Super or Shift changes the layout, is none.
 KeyMeanings keyMeanings(const KeyboardTables& tables);
 
 } // namespace kelpa::x11

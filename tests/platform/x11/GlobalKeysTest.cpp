@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QProcess>
 
 #include <xcb/xtest.h>
 
@@ -230,6 +231,26 @@ TEST_F(GlobalKeysOnDisplay, Keys_are_heard_while_another_client_has_grabbed_the_
     tap(XK_a);
     release(XK_Super_L);
     EXPECT_TRUE(hears({"command", "key", "no command"}));
+}
+
+TEST_F(GlobalKeysOnDisplay, A_shortcut_that_changes_the_layout_is_a_key_pressed)
+{
+    subscription.reset();
+    ASSERT_EQ(QProcess::execute(QStringLiteral("setxkbmap"),
+                                {QStringLiteral("-display"), QString::fromUtf8(server.display()),
+                                 QStringLiteral("us,de"), QStringLiteral("-option"),
+                                 QStringLiteral("grp:win_space_toggle")}),
+              0);
+    isAvailable = false;
+    listen();
+    ASSERT_TRUE(waitUntil([this] { return isAvailable; }));
+    for (int tap = 0; tap < 2; ++tap) {
+        press(XK_Super_L);
+        press(XK_space);
+        release(XK_space);
+        release(XK_Super_L);
+    }
+    EXPECT_TRUE(hears({"command", "key", "no command", "command", "key", "no command"}));
 }
 
 TEST_F(GlobalKeysOnDisplay, A_modifier_beside_Super_is_told)

@@ -44,6 +44,40 @@ TEST(KeyMeanings, Modifier_keys_are_told_from_others_also_those_that_no_table_li
     EXPECT_EQ(meanings.isModifierKey.count(), 8U);
 }
 
+/// A keyboard of the one key 8, which is in no table of modifiers.
+bool isModifierByItself(const std::vector<xcb_keysym_t>& symbols)
+{
+    return keyMeanings({.firstKey = 8,
+                        .symbolsOfKey = symbols.size(),
+                        .symbols = symbols,
+                        .modifierKeys = {}})
+        .isModifierKey.test(8);
+}
+
+TEST(KeyMeanings, A_key_that_is_typed_is_no_modifier_for_what_it_is_on_a_higher_level)
+{
+    // Space goes to the next layout with Super, Tab locks a level in the third.
+    EXPECT_FALSE(
+        isModifierByItself({XK_space, XK_ISO_Next_Group, XK_space, XK_ISO_Next_Group, 0, 0}));
+    EXPECT_FALSE(isModifierByItself(
+        {XK_Tab, XK_ISO_Left_Tab, XK_Tab, XK_ISO_Left_Tab, XK_Multi_key, XK_ISO_Level5_Lock}));
+}
+
+TEST(KeyMeanings, A_key_that_is_a_modifier_in_one_of_two_layouts_is_one)
+{
+    EXPECT_TRUE(isModifierByItself({XK_Menu, 0, XK_ISO_Level3_Shift, XK_Multi_key}));
+    EXPECT_TRUE(isModifierByItself({XK_ISO_Next_Group, XK_a}));
+}
+
+TEST(KeyMeanings, Super_on_the_second_level_of_a_key_is_Command)
+{
+    KeyboardTables tables = ordinaryKeyboard();
+    tables.symbols.at(10) = 0;
+    tables.symbols.at(11) = XK_Super_L;
+    tables.symbols.at(12) = XK_b;
+    EXPECT_EQ(keyMeanings(tables).command, mod4);
+}
+
 TEST(KeyMeanings, A_key_that_was_made_Super_is_Command)
 {
     KeyboardTables tables = ordinaryKeyboard();
