@@ -14,6 +14,12 @@ T.ApplicationWindow {
     // keeps them to itself, and a field that is left by a click is not.
     readonly property Item overlay: T.Overlay.overlay
 
+    // What the screen has for the window, less the room of a title above it and of borders around it.
+    readonly property int usableWidth: Math.min(root.Screen.width, root.Screen.desktopAvailableWidth)
+            - Theme.huge
+    readonly property int usableHeight: Math.min(root.Screen.height, root.Screen.desktopAvailableHeight)
+            - Theme.controlHeight - Theme.small
+
     // Made when they are first asked for.
     property TitleSheet createSheet: null
     property TitleSheet renameSheet: null
@@ -40,14 +46,18 @@ T.ApplicationWindow {
             goalBoard.openMenu();
     }
 
-    width: 1200
-    height: 800
     // On a screen that has less, all of it and its frame can be seen all the same.
-    minimumWidth: Math.min(900, root.Screen.width, root.Screen.desktopAvailableWidth)
-    minimumHeight: Math.min(620, root.Screen.desktopAvailableHeight - Theme.controlHeight)
+    minimumWidth: Math.min(900, root.usableWidth)
+    minimumHeight: Math.min(620, root.usableHeight)
     title: root.board.copy.text(CopyKey.ProductName)
     color: Theme.window
     font: Theme.body
+    // What it has when it is no longer maximised. No bindings, for a person's size outlives a change
+    // of the screen.
+    Component.onCompleted: {
+        root.width = Math.min(1200, root.usableWidth);
+        root.height = Math.min(800, root.usableHeight);
+    }
 
     BoardHeader {
         id: header

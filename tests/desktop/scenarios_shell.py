@@ -9,6 +9,7 @@ import sys
 import board as boards
 import settings
 from front import BETWEEN, TAP, await_front, await_monitor, start_kelpa, tap_twice
+from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
 from typists import Typing
@@ -109,6 +110,44 @@ def the_first_window_fills_what_the_panel_leaves_and_the_next_tap_keeps_the_pers
     if _frame(desktop, kelpa) != placed:
         raise AssertionError(f"{_frame(desktop, kelpa)} is not {placed}")
     kelpa.quit()
+
+
+def _is_within(desktop, kelpa, area):
+    """Whether the window and its title are; window managers put the border beyond the edge."""
+    x, y, width, height = _frame(desktop, kelpa)
+    window = desktop.x.create_resource_object("window", kelpa.window.number)
+    border = desktop.property(window, "_NET_FRAME_EXTENTS")[0]
+    return area[0] <= x + border and area[1] <= y + border and \
+        x + width - border <= area[0] + area[2] and y + height - border <= area[1] + area[3]
+
+
+def _fits_when_it_is_no_longer_maximised(desktop, binary, expected):
+    kelpa, area = _start_beside_panel(desktop, binary)
+    wait_until("the frame fills the work area", lambda: _frame(desktop, kelpa) == area)
+    number = hex(kelpa.window.number)
+    desktop.run("wmctrl", "-i", "-r", number, "-b", "remove,maximized_vert,maximized_horz")
+    window = desktop.x.create_resource_object("window", kelpa.window.number)
+
+    def size():
+        geometry = window.get_geometry()
+        return geometry.width, geometry.height
+
+    try:
+        wait_until("the window has the size that fits", lambda: size() == expected)
+        wait_until("it is within the work area", lambda: _is_within(desktop, kelpa, area))
+    except AssertionError as error:
+        raise AssertionError(f"{error}: {size()}, {_frame(desktop, kelpa)}, {area}") from None
+    kelpa.quit()
+
+
+@on_desktop(size="1366x768x24")
+def on_a_low_screen_a_window_that_is_no_longer_maximised_fits(desktop, binary):
+    _fits_when_it_is_no_longer_maximised(desktop, binary, (1200, 688))
+
+
+@on_desktop(size="1024x768x24")
+def on_a_small_screen_a_window_that_is_no_longer_maximised_fits(desktop, binary):
+    _fits_when_it_is_no_longer_maximised(desktop, binary, (1000, 688))
 
 
 def under_xfwm4_the_first_window_fills_what_the_panel_leaves(desktop, binary):
