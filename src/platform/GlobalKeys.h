@@ -28,7 +28,8 @@ struct GlobalModifierChange
 /// All are called on the main thread, in the order in which the keys were moved.
 struct GlobalKeyHandlers
 {
-    /// A key that is no modifier was pressed, or repeats itself. Which one is nobody's business.
+    /// A key that is no modifier was pressed, or repeats itself; or a button of the mouse was, with
+    /// which a modifier makes a gesture as it does with a key. Which one is nobody's business.
     std::function<void()> keyPressed;
     std::function<void(const GlobalModifierChange&)> modifiersChanged;
     /// Whether the keys are heard from now on; at first they are not.

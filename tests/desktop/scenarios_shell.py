@@ -206,6 +206,8 @@ def a_shortcut_a_slow_tap_or_a_key_between_does_not_bring_kelpa_forward(desktop,
     terminal = Typing(desktop, "Typist")
     await_monitor(desktop, kelpa, terminal)
     super_and_c = ("keydown", "super", "key", "c", "sleep", "0.04", "keyup", "super")
+    super_and_click = ("keydown", "super", "click", "1", "sleep", "0.04", "keyup", "super")
+    super_and_wheel = ("keydown", "super", "click", "5", "sleep", "0.04", "keyup", "super")
     attempts = {
         "shortcuts": (*super_and_c, *BETWEEN, *super_and_c),
         "slow": (*TAP, "sleep", "0.5", *TAP),
@@ -214,7 +216,11 @@ def a_shortcut_a_slow_tap_or_a_key_between_does_not_bring_kelpa_forward(desktop,
         "between": (*TAP, "key", "x", *TAP),
         "shift": ("keydown", "shift", *TAP, *BETWEEN, *TAP, "keyup", "shift"),
         "single": TAP,
+        "clicks": (*super_and_click, *BETWEEN, *super_and_click),
+        "wheel": (*super_and_wheel, *BETWEEN, *super_and_wheel),
     }
+    # What is clicked on is the terminal.
+    desktop.run("xdotool", "mousemove", "--window", terminal.window.number, "40", "40")
     for number, (name, moves) in enumerate(attempts.items()):
         terminal.focus()
         desktop.run("xdotool", *moves)

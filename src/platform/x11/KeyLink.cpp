@@ -83,16 +83,18 @@ bool isPartOfWayland(XcbConnection& connection)
     });
 }
 
-/// Of the master devices, which gather what all keyboards and all simulated ones do; of each device
-/// besides, every key would come twice.
-void selectKeys(XcbConnection& connection)
+/// Of the master devices, which gather what all keyboards, mice and simulated ones do; of each
+/// device besides, everything would come twice. Of the mouse no more than is looked at: each event
+/// wakes the program.
+void selectInput(XcbConnection& connection)
 {
     struct
     {
         xcb_input_event_mask_t header;
         std::uint32_t mask;
     } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
-                XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE};
+                XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE |
+                    XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS};
     xcb_input_xi_select_events(connection.raw(), connection.root(), 1, &selection.header);
 }
 
@@ -153,7 +155,7 @@ KeyLink::Result KeyLink::open(DisplayConnector& connector)
     link->m_inputOpcode = input->major_opcode;
     link->m_keyboardEvent = keyboard->first_event;
     // Selected first, so that no change falls between.
-    selectKeys(connection);
+    selectInput(connection);
     selectModifiers(connection);
     const std::optional<KeyMeanings> meanings = readMeanings(connection);
     if (!meanings)
@@ -168,9 +170,12 @@ std::optional<KeyNotice> KeyLink::notice(const xcb_generic_event_t& event) const
     const int type = event.response_type & 0x7F;
     if (type == XCB_GE_GENERIC) {
         const auto& generic = as<xcb_ge_generic_event_t>(event);
+        if (generic.extension != m_inputOpcode)
+            return std::nullopt;
+        if (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+            return RawButton{};
         const bool isPress = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
-        if (generic.extension != m_inputOpcode ||
-            (!isPress && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE))
+        if (!isPress && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE)
             return std::nullopt;
         const auto& raw = as<xcb_input_raw_key_press_event_t>(event);
         // Keys beyond those that the server's tables know are keys all the same.

@@ -1,4 +1,4 @@
-// A connection on which the server tells of every key.
+// A connection on which the server tells of every key, and of every button of the mouse.
 #pragma once
 
 #include "platform/x11/DisplayLink.h"

@@ -1,4 +1,4 @@
-// What the server tells of the keyboard. Plain data.
+// What the server tells of the keyboard, and of the mouse beside it. Plain data.
 #pragma once
 
 #include <xcb/xproto.h>
@@ -17,6 +17,10 @@ struct RawKey
     /// When it was moved, also when this is told late.
     xcb_timestamp_t time = 0;
 };
+
+/// A button of the mouse was pressed, or its wheel turned by a notch.
+struct RawButton
+{};
 
 /// The modifiers (bit n is modifier n) after one of them changed.
 struct ModifierState
@@ -37,6 +41,6 @@ struct ModifierState
 struct KeyboardChange
 {};
 
-using KeyNotice = std::variant<RawKey, ModifierState, KeyboardChange>;
+using KeyNotice = std::variant<RawKey, RawButton, ModifierState, KeyboardChange>;
 
 } // namespace kelpa::x11

@@ -102,6 +102,8 @@ private:
             return;
         if (const auto* const key = std::get_if<RawKey>(&*notice))
             handleKey(*key);
+        else if (std::holds_alternative<RawButton>(*notice))
+            m_handlers.keyPressed();
         else if (const auto* const state = std::get_if<ModifierState>(&*notice))
             handleState(*state);
         else if (!m_reading)
