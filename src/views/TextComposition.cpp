@@ -1,5 +1,6 @@
 #include "views/TextComposition.h"
 
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QInputMethod>
@@ -20,8 +21,12 @@ QString composedText(const QObject& field)
 
 void TextComposition::follow(QQuickItem* field)
 {
-    if (field != nullptr)
-        field->installEventFilter(this);
+    if (field == nullptr)
+        return;
+    field->installEventFilter(this);
+    // Whenever a program takes the clipboard, the toolkit's field would ask it at once for what it
+    // has, and wait: the board would stand still for as long as that program does not answer.
+    QObject::disconnect(QGuiApplication::clipboard(), nullptr, field, nullptr);
 }
 
 void TextComposition::cancel(QQuickItem* field)

@@ -1,4 +1,4 @@
-// What an input method composes in a field, and the end of it.
+// What an input method composes in a field, and the end of it; what every field needs beside that.
 #pragma once
 
 #include <QObject>
@@ -23,7 +23,9 @@ class TextComposition : public QObject
 public:
     using QObject::QObject;
 
-    /// To be called once for each field, which lives as long as it likes.
+    /// To be called once for each field, which lives as long as it likes. From then on the field
+    /// asks other programs for the clipboard only where a person pastes; its `canPaste` says
+    /// nothing.
     Q_INVOKABLE void follow(QQuickItem* field);
     /// Throws away what is being composed in `field`, which keeps everything else. Does nothing
     /// where nothing is.

@@ -45,7 +45,8 @@ AppMenu {
     AppMenuItem {
         text: root.board.copy.text(CopyKey.Paste)
         symbol: "clipboard-paste"
-        enabled: root.field.canPaste
+        // Whether there is anything to paste only the program that has it could say, which nobody
+        // waits for before it is wanted.
         onTriggered: root.field.paste()
     }
     AppMenuSeparator {}

@@ -42,7 +42,7 @@ Item {
             search.clear();
             type("abc");
             open(search);
-            compare(texts(false).filter(text => text !== "Paste"), ["Redo", "Cut", "Copy"]);
+            compare(texts(false), ["Redo", "Cut", "Copy"]);
             choose("Select all");
             tryVerify(() => menuItems().length === 0);
             tryVerify(() => search.activeFocus);

@@ -1,0 +1,56 @@
+"""What other programs have on the clipboard."""
+
+import pathlib
+import sys
+import time
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+from selection import Selection
+
+# Less than the toolkit waits for a program that does not answer.
+_PROMPT_SECONDS = 4
+
+
+def _hold_clipboard(desktop, *text):
+    log = desktop.directory / f"clipboard{len(text)}.log"
+    program = pathlib.Path(__file__).with_name("clipboard_holder.py")
+    holder = desktop.start(sys.executable, "-B", program, *text, log=log)
+    wait_until("a program has the clipboard", lambda: "held" in log.read_text())
+    return holder
+
+
+def a_program_that_keeps_its_clipboard_to_itself_does_not_stop_the_board(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One"]), ("Garden", [])], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+        desktop.click(*kelpa.head("Home"))
+        selection.is_column("Home")
+        holder = _hold_clipboard(desktop)
+        began = time.monotonic()
+        selection.press("Right")
+        selection.is_column("Garden")
+        assert time.monotonic() - began < _PROMPT_SECONDS, "the board stood still"
+        # Nor does it ask before something is to be pasted.
+        place = kelpa.centre(lambda: kelpa.board.field(boards.SEARCH), "the search field")
+        began = time.monotonic()
+        desktop.click(*place)
+        desktop.type("a")
+        desktop.click(*place, button=3)
+        wait_until("the field's menu is open", lambda: kelpa.board.menu_item("Paste"))
+        assert time.monotonic() - began < _PROMPT_SECONDS, "the field stood still"
+        desktop.key("Escape")
+        wait_until("the menu is closed", lambda: kelpa.board.menu_item("Paste") is None)
+
+        holder.kill()
+        holder.wait()
+        _hold_clipboard(desktop, "Taxes")
+        desktop.click(*place, button=3)
+        kelpa.click(lambda: kelpa.board.menu_item("Paste"), "the menu entry to paste")
+        wait_until("the text is pasted", lambda: kelpa.board.written() == "aTaxes")
+        desktop.key("ctrl+v")
+        wait_until("the text is pasted by key", lambda: kelpa.board.written() == "aTaxesTaxes")
