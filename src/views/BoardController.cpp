@@ -304,6 +304,12 @@ bool BoardController::selectFirstWindow()
     return true;
 }
 
+void BoardController::showColumn(const QString& columnID)
+{
+    m_todos.goToColumn(columnID);
+    Q_EMIT selectionRequested();
+}
+
 void BoardController::selectWindow(quint32 windowID)
 {
     m_store.selectWindow(windowID);

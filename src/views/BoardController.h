@@ -141,6 +141,8 @@ public:
     Q_INVOKABLE void selectWindow(quint32 windowID);
     /// Selects the first window that shows, as the arrow keys do; false when none shows.
     Q_INVOKABLE bool selectFirstWindow();
+    /// Selects the column and lets it be seen.
+    Q_INVOKABLE void showColumn(const QString& columnID);
     /// Asks the window's whole application to quit.
     Q_INVOKABLE void closeWindowProcess(quint32 windowID);
     Q_INVOKABLE void requestPermissions();
@@ -186,8 +188,10 @@ Q_SIGNALS:
     void canUndoChanged();
     void canRedoChanged();
     void selectedRowsChanged();
-    /// Also when the selection was set again.
+    /// Something else is selected.
     void selectionChanged();
+    /// What is selected is to be seen, also where it has been selected before.
+    void selectionRequested();
     /// The selected target has another place among the others.
     void selectedTargetMoved();
     /// A step has been taken back or done again, in the selected target.

@@ -83,7 +83,7 @@ FocusScope {
             Accessible.role: Accessible.ListItem
             Accessible.selectable: true
             Accessible.selected: entry.isSelected
-            onClicked: root.board.todos.goToColumn(entry.columnID)
+            onClicked: root.board.showColumn(entry.columnID)
             onActiveFocusChanged: if (entry.activeFocus)
                 entries.positionViewAtIndex(entry.index, ListView.Contain)
 

@@ -109,6 +109,9 @@ Item {
         function onSelectionChanged(): void {
             selectionScroll.restart();
         }
+        function onSelectionRequested(): void {
+            selectionScroll.restart();
+        }
         // A person who was looking at it goes along with it. Who looks elsewhere stays there.
         function onSelectedTargetMoved(): void {
             const row = root.board.selectedTarget;

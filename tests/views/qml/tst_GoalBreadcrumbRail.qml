@@ -41,6 +41,25 @@ Item {
             compare(entry("(0)" + goal(2)).opacity, 0.65);
             compare(entry("(0)" + goal(2)).height, 18);
         }
+        function test_a_click_on_the_rail_brings_the_goal_back_that_is_selected_already() {
+            select(3);
+            settle();
+            view().contentY = 9000;
+            settle();
+            compare(view().contentY, 9000);
+            mouseClick(entry("(0)" + goal(3)));
+            tryVerify(() => view().contentY < 9000 && !isMoving());
+            compare(world.selectedGoal(), goal(3));
+            verify(isInView(column(goal(3))));
+            // Who clicks on its card sees it.
+            const card = column(goal(3));
+            const place = card.mapToItem(view().contentItem, 0, 0).y;
+            view().contentY = place + 20;
+            settle();
+            mouseClick(card, 60, 30);
+            verify(!isMoving());
+            compare(view().contentY, place + 20);
+        }
         function test_the_rail_has_entries_only_where_it_shows_them() {
             const entries = all(board, item => item instanceof MarqueeGoalTitle);
             verify(entries.length > 20);
