@@ -301,6 +301,7 @@ bool BoardController::selectFirstWindow()
     if (found == columns.end())
         return false;
     m_store.selectWindow(m_store.windows(*found).front().id);
+    Q_EMIT selectionRequested();
     return true;
 }
 

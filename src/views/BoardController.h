@@ -139,7 +139,8 @@ public:
     Q_INVOKABLE void focusWindow(quint32 windowID);
     /// Selects the window as the arrow keys do.
     Q_INVOKABLE void selectWindow(quint32 windowID);
-    /// Selects the first window that shows, as the arrow keys do; false when none shows.
+    /// Selects the first window that shows, as the arrow keys do, and lets it be seen; false when
+    /// none shows.
     Q_INVOKABLE bool selectFirstWindow();
     /// Selects the column and lets it be seen.
     Q_INVOKABLE void showColumn(const QString& columnID);

@@ -132,6 +132,31 @@ Item {
             for (const id of [21, 22, 23])
                 world.removeWindow(id);
         }
+        function test_Return_and_Down_show_what_was_found_before_and_is_out_of_sight() {
+            world.addWindow(21, "Letter");
+            world.board.moveWindow(21, world.columnOfGoal("First"));
+            for (let i = 0; i < 60; ++i)
+                world.addTodo("Todo " + i, "First");
+            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            tryVerify(() => !isMoving() && view().contentHeight > 2 * view().height);
+            for (const key of [Qt.Key_Return, Qt.Key_Down]) {
+                keyClick(Qt.Key_F, Qt.ControlModifier);
+                type("letter");
+                keyClick(key);
+                tryVerify(() => holder() === card("Letter") && !isMoving());
+                view().contentY = 0;
+                tryVerify(() => !isMoving());
+                verify(card("Letter").mapToItem(view(), 0, 0).y > view().height);
+                keyClick(Qt.Key_F, Qt.ControlModifier);
+                keyClick(key);
+                verify(!search().activeFocus);
+                tryVerify(() => holder() === card("Letter") && !isMoving());
+                const top = card("Letter").mapToItem(view(), 0, 0).y;
+                verify(top >= 0 && top + card("Letter").height <= view().height, top);
+                world.board.searchText = "";
+            }
+            world.removeWindow(21);
+        }
         function test_the_keys_for_pages_scroll_the_board() {
             const titles = [];
             for (let i = 0; i < 100; ++i)
