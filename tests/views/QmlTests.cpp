@@ -79,11 +79,16 @@ public:
 
     Q_INVOKABLE void addWindow(quint32 id, const QString& title)
     {
+        openWindow(id, title);
+        m_store.refresh();
+    }
+    /// The same, and nobody tells the board.
+    Q_INVOKABLE void openWindow(quint32 id, const QString& title)
+    {
         // A frame of its own tells it from the other windows of its application.
         WindowListEntry& entry = m_desktop.addAccessibleWindow(id, 1000, title);
         entry.bounds->x = 100.0 * (id % 16);
         m_desktop.accessibilityWindows[1000]->back().position->x = entry.bounds->x;
-        m_store.refresh();
     }
     /// The window sets an icon.
     Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id, Qt::red); }

@@ -6,21 +6,26 @@ Item {
     id: root
 
     width: 1000
-    height: 200
+    height: 700
 
     BoardHeader {
         id: header
 
         width: parent.width
-        height: parent.height
+        height: 200
+        board: world.board
+    }
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        anchors.topMargin: 200
         board: world.board
     }
 
     BoardCase {
         name: "BoardHeader"
-        goalBoard: GoalBoard {
-            board: world.board
-        }
+        goalBoard: board
 
         function search() {
             return only(all(header, item => item instanceof SearchField));
@@ -74,6 +79,17 @@ Item {
                 verify(end <= 640 - Theme.boardMargin + 0.5, language + ": " + end);
                 verify(last.width >= last.implicitWidth, language);
             });
+        }
+        function test_the_button_for_a_new_look_at_the_windows_shows_one_that_nobody_told_of() {
+            const cards = () => all(board, item => item instanceof WindowCard && item.visible
+                                                   && item.title === "Letter").length;
+            world.openWindow(31, "Letter");
+            waitForRendering(board);
+            compare(cards(), 0);
+            mouseClick(only(all(header, item => item instanceof IconButton
+                                                && item.symbol === "rotate-cw")));
+            tryVerify(() => cards() === 1);
+            world.removeWindow(31);
         }
         function test_escape_clears_the_search_and_then_gives_the_keyboard_back() {
             mouseClick(search());
