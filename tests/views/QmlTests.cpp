@@ -145,9 +145,15 @@ public:
     Q_INVOKABLE void rest() { m_scheduler.advance(std::chrono::milliseconds(300)); }
     Q_INVOKABLE int captureCount() const { return static_cast<int>(m_desktop.captured.size()); }
     Q_INVOKABLE QStringList calls() const { return m_desktop.calls; }
-    Q_INVOKABLE int openedUrlCount() const { return static_cast<int>(m_desktop.openedUrls.size()); }
-    Q_INVOKABLE void denyPermissions() { setPermissions(false); }
-    Q_INVOKABLE void grantPermissions() { setPermissions(true); }
+    Q_INVOKABLE QStringList openedUrls() const { return QUrl::toStringList(m_desktop.openedUrls); }
+    Q_INVOKABLE void denyPermissions() { setPermissions(false, false); }
+    Q_INVOKABLE void grantPermissions() { setPermissions(true, true); }
+    Q_INVOKABLE void setPermissions(bool isAccessibilityGranted, bool isScreenCaptureGranted)
+    {
+        m_desktop.isAccessibilityGranted = isAccessibilityGranted;
+        m_desktop.isScreenCaptureGranted = isScreenCaptureGranted;
+        m_store.refresh();
+    }
     /// Of what is shown from now on.
     Q_INVOKABLE void takePermissionSettings() { m_desktop.hasSettingsForPermissions = false; }
     /// What an input method does while a person has not yet chosen what to write.
@@ -303,12 +309,6 @@ public:
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 
 private:
-    void setPermissions(bool areGranted)
-    {
-        m_desktop.isAccessibilityGranted = areGranted;
-        m_desktop.isScreenCaptureGranted = areGranted;
-        m_store.refresh();
-    }
     std::optional<GoalID> goalTitled(const QString& title) const
     {
         return GoalID::fromText(columnOfGoal(title));

@@ -30,11 +30,56 @@ Item {
         name: "PermissionBanner"
         when: windowShown
 
+        function init() {
+            world.grantPermissions();
+        }
+        /// What is missing, from top to bottom.
+        function rows() {
+            const column = Array.from(banner.children).find(item => item instanceof Column);
+            return Array.from(column.children).filter(item => item.visible)
+                .sort((a, b) => a.y - b.y);
+        }
+        function headings() {
+            return rows().map(row => row.Accessible.name);
+        }
+
         function test_shows_only_while_a_permission_is_missing() {
             verify(!banner.visible);
             world.denyPermissions();
             verify(banner.visible);
-            tryVerify(() => banner.implicitHeight > 80);
+            world.grantPermissions();
+            verify(!banner.visible);
+        }
+        function test_tells_of_the_previews_first_and_6_points_below_of_the_windows() {
+            world.denyPermissions();
+            compare(headings(), ["Screen Recording permission is needed for live previews",
+                                 "Accessibility permission is needed to focus and open windows"]);
+            tryVerify(() => rows()[1].y > 0);
+            const [first, second] = rows();
+            compare(first.y, 0);
+            compare(second.y - (first.y + first.height), 6);
+            verify(banner.implicitHeight >= second.y + second.height);
+        }
+        function test_one_that_is_missing_alone_stands_without_a_gap_data() {
+            return [
+                {
+                    tag: "screen recording",
+                    isAccessibilityGranted: true,
+                    heading: "Screen Recording permission is needed for live previews"
+                },
+                {
+                    tag: "accessibility",
+                    isAccessibilityGranted: false,
+                    heading: "Accessibility permission is needed to focus and open windows"
+                }
+            ];
+        }
+        function test_one_that_is_missing_alone_stands_without_a_gap(data) {
+            world.denyPermissions();
+            world.setPermissions(data.isAccessibilityGranted, !data.isAccessibilityGranted);
+            compare(headings(), [data.heading]);
+            tryVerify(() => rows()[0].y === 0);
+            tryCompare(rows()[0].parent, "implicitHeight", rows()[0].height);
         }
         function test_the_button_asks_for_what_is_missing() {
             world.denyPermissions();
@@ -42,7 +87,11 @@ Item {
             compare(button.Accessible.name, "Open System Settings");
             verify(button.visible);
             mouseClick(button);
-            compare(world.openedUrlCount(), 1);
+            const settings = "x-apple.systempreferences:com.apple.preference.security?";
+            compare(world.openedUrls(), [settings + "Privacy_ScreenCapture"]);
+            world.setPermissions(false, true);
+            mouseClick(button);
+            compare(world.openedUrls()[1], settings + "Privacy_Accessibility");
         }
         function test_without_settings_to_open_there_is_no_button_and_the_text_has_its_place() {
             world.denyPermissions();
