@@ -190,8 +190,8 @@ bool BoardInput::handleKey(const QKeyEvent& event)
     const KeyContext now = context(event);
     const KeyDecision decision = decideKey(boardKey(event), now);
     if (decision.cancelsEditor) {
-        m_store.cancelTodoEditor();
         Q_EMIT editorLeft();
+        m_store.cancelTodoEditor();
     }
     if (!decision.command)
         return false;

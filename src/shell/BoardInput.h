@@ -61,7 +61,8 @@ public:
 Q_SIGNALS:
     /// The menu of the selected window or goal, or of the board, is to be opened.
     void menuRequested();
-    /// An arrow key has left the field in which one typed, whether the store opened it or a view.
+    /// An arrow key leaves the field in which one types, whether the store opened it or a view. It
+    /// is still there, with what is written in it.
     void editorLeft();
 
 private:

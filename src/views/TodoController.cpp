@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace kelpa {
 
@@ -264,7 +265,26 @@ void TodoController::setDraft(const QString& listID, const QString& text)
     if (text.isEmpty())
         m_drafts.remove(listID);
     else
-        m_drafts.insert(listID, text);
+        m_drafts.insert(listID, {text});
+}
+
+void TodoController::giveUpDraft(const QString& listID)
+{
+    const auto found = m_drafts.find(listID);
+    if (found != m_drafts.end())
+        found->isGivenUp = true;
+}
+
+void TodoController::finishWriting()
+{
+    Q_EMIT writingFinished();
+    QStringList lists{unifiedTodosText, columnText(std::nullopt)};
+    for (const Goal& goal : m_store.goals())
+        lists.append(columnText(goal.id));
+    for (const QString& listID : std::as_const(lists)) {
+        if (!m_drafts.value(listID).isGivenUp)
+            add(m_drafts.take(listID).text, listID);
+    }
 }
 
 void TodoController::requestEditor(const QString& columnID)
@@ -283,6 +303,12 @@ void TodoController::leaveEditor()
 {
     m_store.cancelTodoEditor();
     Q_EMIT editorLeft();
+}
+
+void TodoController::giveUpEditor()
+{
+    Q_EMIT editorGivenUp();
+    leaveEditor();
 }
 
 bool TodoController::takeEditorRequest(const QString& columnID)

@@ -79,16 +79,22 @@ public:
     Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
 
     /// What was written for a new todo of the list and not added yet: it outlasts the field.
-    Q_INVOKABLE QString draft(const QString& listID) const { return m_drafts.value(listID); }
+    Q_INVOKABLE QString draft(const QString& listID) const { return m_drafts.value(listID).text; }
+    /// Empty for none. What is written is wanted.
     Q_INVOKABLE void setDraft(const QString& listID, const QString& text);
-    /// Lets every open field take what is written and not committed for what was wanted: titles are
-    /// changed and new todos added, unless they are blank.
-    void finishWriting() { Q_EMIT writingFinished(); }
+    /// The draft is kept for the next field, but is not wanted before somebody goes on with it.
+    Q_INVOKABLE void giveUpDraft(const QString& listID);
+    /// Takes what is written and not committed for what was wanted: every open field changes its
+    /// title or adds its new todo, and drafts of fields that were closed since are added, unless
+    /// they are blank or given up.
+    void finishWriting();
 
     Q_INVOKABLE void requestEditor(const QString& columnID);
     Q_INVOKABLE void cancelEditor();
     /// Closes every field for a new todo, whoever opened it. What was written stays as its draft.
     Q_INVOKABLE void leaveEditor();
+    /// The same by a key in a field, which gives up what is written there.
+    void giveUpEditor();
     /// True once after every request for the editor, when `columnID` is the requested goal: the
     /// field that asks first takes the keyboard.
     Q_INVOKABLE bool takeEditorRequest(const QString& columnID);
@@ -115,6 +121,8 @@ Q_SIGNALS:
     void editorColumnIDChanged();
     /// The store's editor was opened again or closed.
     void editorRequested();
+    /// A key is about to close the field that has the keyboard.
+    void editorGivenUp();
     /// The field in which one typed is left: it closes, whoever opened it.
     void editorLeft();
     /// Nothing can be written any more: fields give up what they hold.
@@ -152,8 +160,13 @@ private:
     bool m_isEditorRequestOpen = false;
     std::optional<TodoPlace> m_highlighted;
     bool m_isTodoRequestOpen = false;
+    struct Draft
+    {
+        QString text;
+        bool isGivenUp = false;
+    };
     /// By list; none of them empty.
-    QHash<QString, QString> m_drafts;
+    QHash<QString, Draft> m_drafts;
 };
 
 } // namespace kelpa

@@ -114,7 +114,7 @@ void ViewEngine::takeKeys()
     connect(m_parts->input.get(), &BoardInput::menuRequested, &m_parts->controller,
             &BoardController::selectionMenuRequested);
     connect(m_parts->input.get(), &BoardInput::editorLeft, m_parts->controller.todos(),
-            &TodoController::editorLeft);
+            &TodoController::giveUpEditor);
 }
 
 void ViewEngine::setDoubleTapOffered(bool isOffered)

@@ -50,7 +50,7 @@ def escape_in_the_empty_search_gives_the_keys_back_to_the_board(desktop, binary)
 
 def what_is_being_written_when_it_ends_is_kept(desktop, binary):
     path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Home", ["One"])], is_auto_sorting=False)
+    settings.write(path, goals=[("Home", ["One"]), ("Garden", [])], is_auto_sorting=False)
     kelpa = Kelpa(desktop, binary, path)
     kelpa.start()
     kelpa.focus()
@@ -60,9 +60,12 @@ def what_is_being_written_when_it_ends_is_kept(desktop, binary):
     desktop.type("Given up")
     desktop.key("Down")
     wait_until("no field is open", lambda: kelpa.board.field(boards.ADD_TODO) is None)
-    kelpa.click(*kelpa.column_button("Home", boards.ADD_TODO))
-    wait_until("a todo can be typed", kelpa.board.focused_field)
-    desktop.type("Two")
+    # The field of one goal closes that of another, where nothing was given up.
+    for goal, text in (("Garden", "Sow"), ("Home", "Two")):
+        kelpa.click(*kelpa.column_button(goal, boards.ADD_TODO))
+        wait_until("a todo can be typed", lambda: _focused_text(kelpa) == "")
+        desktop.type(text)
+        wait_until("it is typed", lambda text=text: _focused_text(kelpa) == text)
     # Going to another field leaves the first as a draft.
     kelpa.click(*kelpa.todo_node("Home", "One"))
     wait_until("the title can be changed", lambda: _focused_text(kelpa) == "One")
@@ -72,6 +75,7 @@ def what_is_being_written_when_it_ends_is_kept(desktop, binary):
     assert kelpa.wait() == 0
     stored = settings.StoredBoard(settings.read(path))
     assert stored.todos("Home") == [("First", boards.TODO), ("Two", boards.TODO)], stored.todos("Home")
+    assert stored.todos("Garden") == [("Sow", boards.TODO)], stored.todos("Garden")
     assert stored.todos() == [], stored.todos()
 
 

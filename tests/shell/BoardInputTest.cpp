@@ -131,11 +131,18 @@ TEST_F(BoardInputTest, In_a_field_with_nothing_to_take_back_Control_with_Z_undoe
 TEST_F(BoardInputTest, An_arrow_that_leaves_a_field_is_told_to_whoever_opened_it)
 {
     QSignalSpy exits(input.get(), &BoardInput::editorLeft);
+    const GoalID a = makeGoal(QStringLiteral("A"));
+    store().requestAddTodo(a);
+    std::optional<GoalID> open;
+    QObject::connect(input.get(), &BoardInput::editorLeft, input.get(),
+                     [&] { open = store().todoEditorGoalID(); });
     item("field")->forceActiveFocus();
     press(Qt::Key_Left, Qt::ShiftModifier);
     EXPECT_EQ(exits.size(), 0);
     press(Qt::Key_Left);
     EXPECT_EQ(exits.size(), 1);
+    EXPECT_EQ(open, a) << "what is written in it can still be taken";
+    EXPECT_EQ(store().todoEditorGoalID(), std::nullopt);
     press(Qt::Key_Left);
     EXPECT_EQ(exits.size(), 1) << "the field is left already";
 }

@@ -169,6 +169,8 @@ public:
                                 {QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, 0, 1)});
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
+    /// What one does first of all.
+    Q_INVOKABLE void pressArrowInField() { m_controller.todos()->giveUpEditor(); }
     /// The board is about to end.
     Q_INVOKABLE void finishWriting() { m_controller.todos()->finishWriting(); }
     /// What it does when the person has chosen.

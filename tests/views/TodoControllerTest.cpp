@@ -217,6 +217,37 @@ TEST_F(Todos, What_is_written_for_a_new_todo_is_kept_by_list)
     EXPECT_EQ(todoController().draft(first.text()), u"");
 }
 
+TEST_F(Todos, What_was_written_in_fields_that_others_closed_is_added_at_the_end)
+{
+    const GoalID gone = makeGoal(QStringLiteral("Gone"));
+    todoController().setDraft(gone.text(), QStringLiteral("For nobody"));
+    store().deleteGoal(gone);
+    todoController().setDraft(first.text(), QStringLiteral(" Write "));
+    todoController().setDraft(second.text(), QStringLiteral("   "));
+    todoController().setDraft(unassigned, QStringLiteral("Buy milk"));
+    todoController().setDraft(unifiedTodosText, QStringLiteral("Call home"));
+    todoController().finishWriting();
+    EXPECT_EQ(titles(first), QStringList({QStringLiteral("Read"), QStringLiteral("Write")}));
+    EXPECT_EQ(titles(second), QStringList());
+    EXPECT_EQ(titles(std::nullopt),
+              QStringList({QStringLiteral("Call home"), QStringLiteral("Buy milk")}));
+    todoController().finishWriting();
+    EXPECT_EQ(titles(first).size(), 2) << "each is added once";
+}
+
+TEST_F(Todos, What_was_given_up_is_added_at_the_end_only_if_somebody_went_on_with_it)
+{
+    todoController().setDraft(first.text(), QStringLiteral("Write"));
+    todoController().setDraft(second.text(), QStringLiteral("Walk"));
+    todoController().giveUpDraft(first.text());
+    todoController().giveUpDraft(second.text());
+    todoController().setDraft(second.text(), QStringLiteral("Walk home"));
+    todoController().finishWriting();
+    EXPECT_EQ(titles(first), QStringList{QStringLiteral("Read")});
+    EXPECT_EQ(todoController().draft(first.text()), u"Write");
+    EXPECT_EQ(titles(second), QStringList{QStringLiteral("Walk home")});
+}
+
 TEST_F(Todos, A_request_for_the_editor_is_taken_once_by_the_requested_goal)
 {
     QSignalSpy requests(&todoController(), &TodoController::editorRequested);

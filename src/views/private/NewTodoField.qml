@@ -41,7 +41,14 @@ TodoField {
     }
     Connections {
         target: root.board.todos
+        // What was written in one that is closed is the draft's alone.
+        enabled: root.Window.window !== null
 
+        // Others that close with it were left before, and wait.
+        function onEditorGivenUp(): void {
+            if (root.hasKeyboard)
+                root.board.todos.giveUpDraft(root.listID);
+        }
         function onWritingFinished(): void {
             root.finish();
             const title = root.text;

@@ -13,8 +13,10 @@ BoardCase {
     }
     function cleanup() {
         world.board.todos.cancelEditor();
-        for (const list of all(root.goalBoard, item => item instanceof TodoList))
+        for (const list of all(root.goalBoard, item => item instanceof TodoList)) {
             list.isOwnEditorOpen = false;
+            world.board.todos.setDraft(list.listID, "");
+        }
         world.removeTodos();
         // No menu and no row of one test stays for the next.
         tryVerify(() => menuItems().length === 0);

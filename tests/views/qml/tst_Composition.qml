@@ -73,6 +73,7 @@ Item {
             tryVerify(() => !sheet.visible && !picker.visible);
             board.forceActiveFocus();
             world.board.todos.cancelEditor();
+            world.board.todos.setDraft(world.columnOfGoal("First"), "");
             world.removeTodos();
             tryVerify(() => all(board, item => item instanceof TodoField).length === 0);
         }

@@ -90,7 +90,7 @@ Item {
                 mouseClick(button(place, "lightbulb-plus"));
                 tryVerify(() => field(place) !== null && field(place).activeFocus);
                 type("ab");
-                world.board.todos.editorLeft();
+                world.board.todos.leaveEditor();
                 tryVerify(() => field(place) === null);
                 mouseClick(button(place, "lightbulb-plus"));
                 tryVerify(() => field(place) !== null && field(place).activeFocus);
@@ -98,6 +98,33 @@ Item {
                 keyClick(Qt.Key_Escape);
                 tryVerify(() => field(place) === null);
             }
+        }
+        function test_a_key_gives_up_what_is_written_where_the_keyboard_is_and_nothing_else() {
+            const unsorted = column("Unsorted");
+            mouseClick(button(unsorted, "lightbulb-plus"));
+            tryVerify(() => field(unsorted) !== null && field(unsorted).activeFocus);
+            type("ab");
+            world.board.todos.requestEditor(world.columnOfGoal("First"));
+            tryVerify(() => field(column("First"))?.activeFocus ?? false);
+            type("cd");
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            tryVerify(() => field(column("Second"))?.activeFocus ?? false);
+            type("ef");
+            world.pressArrowInField();
+            for (const place of [unsorted, column("First"), column("Second")])
+                tryVerify(() => field(place) === null);
+            world.finishWriting();
+            compare(world.todos(""), ["ab (todo)"]);
+            compare(world.todos("First"), ["cd (todo)"]);
+            compare(world.todos("Second"), []);
+            // It is still there for who goes on with it, and wanted again.
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            tryVerify(() => field(column("Second"))?.activeFocus ?? false);
+            compare(field(column("Second")).text, "ef");
+            world.board.todos.leaveEditor();
+            tryVerify(() => field(column("Second")) === null);
+            world.finishWriting();
+            compare(world.todos("Second"), ["ef (todo)"]);
         }
         function test_a_field_that_is_left_for_that_of_another_goal_leaves_it_open() {
             world.board.todos.requestEditor(world.columnOfGoal("First"));
