@@ -129,7 +129,7 @@ Item {
             onClicked: root.board.refresh()
         }
         IconButton {
-            symbol: "arrow-up-down"
+            symbol: root.board.isAutoSortingGoals ? "arrow-up-down-circle-filled" : "arrow-up-down-circle"
             text: root.board.copy.text(CopyKey.AutoSortGoals)
             checkable: true
             checked: root.board.isAutoSortingGoals
@@ -138,7 +138,8 @@ Item {
         AppButton {
             id: filterButton
 
-            symbol: "list-filter"
+            symbol: root.board.isHidingGoalsWithoutOpenTodos ? "list-filter-circle-filled"
+                                                             : "list-filter-circle"
             // It has two texts, and its neighbours stay; what a text takes is rounded up.
             minimumTextWidth: Math.ceil(Math.max(hideEmpty.advanceWidth, showAll.advanceWidth)) + 1
             isCompact: root.wantedWidth - languageButton.fullWidth + Theme.controlHeight > root.width

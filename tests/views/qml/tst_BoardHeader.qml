@@ -61,10 +61,28 @@ Item {
                 compare([language, ...after], [language, ...before]);
             });
         }
+        /// Of the buttons for the order of the goals and for which of them show.
+        function stateSymbols() {
+            return all(header, item => item instanceof PressButton)
+                .sort((a, b) => a.mapToItem(header, 0, 0).x - b.mapToItem(header, 0, 0).x)
+                .map(item => item.symbol).filter(symbol => symbol.includes("-circle"));
+        }
+        function test_what_is_switched_on_is_told_by_the_form_of_its_symbol() {
+            compare(stateSymbols(), ["arrow-up-down-circle", "list-filter-circle"]);
+            mouseClick(only(all(header, item => item.symbol === "arrow-up-down-circle"
+                                                && item instanceof IconButton)));
+            compare(stateSymbols(), ["arrow-up-down-circle-filled", "list-filter-circle"]);
+            mouseClick(button("list-filter-circle"));
+            compare(stateSymbols(), ["arrow-up-down-circle-filled", "list-filter-circle-filled"]);
+            world.board.toggleAutoSortingGoals();
+            compare(stateSymbols(), ["arrow-up-down-circle", "list-filter-circle-filled"]);
+            world.board.toggleHidingGoalsWithoutOpenTodos();
+            compare(stateSymbols(), ["arrow-up-down-circle", "list-filter-circle"]);
+        }
         function test_in_a_window_of_900_points_every_button_shows_its_text() {
             header.width = 900;
             eachLanguage(language => {
-                compare([language, button("globe").isCompact, button("list-filter").isCompact],
+                compare([language, button("globe").isCompact, button("list-filter-circle").isCompact],
                         [language, false, false]);
             });
         }
