@@ -212,7 +212,7 @@ FocusableItem {
     HoverTip {
         id: tip
 
-        text: caption.isTitleElided ? root.title + "\n" + root.help : root.help
+        text: caption.isElided ? root.title + "\n" + root.ownerName + "\n" + root.help : root.help
         isHovered: hover.hovered && root.hasRested && !menuButton.hovered && !closeButton.hovered
                    && !root.dragSource.isDragging
     }

@@ -90,6 +90,15 @@ public:
         entry.bounds->x = 100.0 * (id % 16);
         m_desktop.accessibilityWindows[1000]->back().position->x = entry.bounds->x;
     }
+    /// The window turns out to be of an application with this name.
+    Q_INVOKABLE void nameOwner(quint32 id, const QString& name)
+    {
+        for (WindowListEntry& entry : *m_desktop.windowList) {
+            if (entry.number == id)
+                entry.ownerName = name;
+        }
+        m_store.refresh();
+    }
     /// The window sets an icon.
     Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id, Qt::red); }
     /// It has had one, and the desktop tells of the other.

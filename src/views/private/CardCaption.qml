@@ -20,7 +20,8 @@ Item {
     required property bool isAway
     required property bool isMinimized
 
-    readonly property bool isTitleElided: titleText.truncated
+    /// Whether one of its texts cannot be read to its end.
+    readonly property bool isElided: titleText.truncated || ownerText.truncated
 
     implicitHeight: 32
     onPreviewRevisionChanged: icon.lookAgain()

@@ -104,6 +104,8 @@ Item {
             color: root.isInGoal ? Theme.secondaryText : Theme.text
         }
         AppText {
+            id: ownerText
+
             width: parent.width
             text: root.ownerName
             font: Theme.caption
@@ -123,7 +125,8 @@ Item {
         margin: 0
     }
     HoverTip {
-        text: root.title + "\n" + root.location
-        isHovered: hover.hovered && (titleText.truncated || locationText.truncated)
+        text: root.title + "\n" + root.ownerName + "\n" + root.location
+        isHovered: hover.hovered && (titleText.truncated || ownerText.truncated
+                                     || locationText.truncated)
     }
 }

@@ -98,14 +98,25 @@ Item {
             tryVerify(() => Qt.colorEqual(middle(), "#ff0000"));
             world.removeWindow(11);
         }
-        function test_the_tip_of_a_card_has_a_title_that_is_cut_off() {
-            const title = "A title that is far too long for any card of the board to show it";
-            world.addWindow(12, title);
-            tryVerify(() => card(title) !== null);
-            const tip = all(card(title), item => item instanceof HoverTip)
-                .find(item => item.parent === card(title));
-            tryCompare(tip, "text",
-                       title + "\nClick to switch to the window; drag to another goal");
+        function test_the_tip_of_a_card_has_a_text_that_is_cut_off_data() {
+            const longText = "A text that is far too long for any card of the board to show it";
+            return [
+                {tag: "title", title: longText, owner: "Mail"},
+                {tag: "name of the application", title: "Short", owner: longText}
+            ];
+        }
+        function test_the_tip_of_a_card_has_a_text_that_is_cut_off(data) {
+            const help = "Click to switch to the window; drag to another goal";
+            world.addWindow(12, data.title);
+            world.nameOwner(12, data.owner);
+            tryVerify(() => card(data.title) !== null);
+            const tip = all(card(data.title), item => item instanceof HoverTip)
+                .find(item => item.parent === card(data.title));
+            tryCompare(tip, "text", data.title + "\n" + data.owner + "\n" + help);
+            // Not where everything can be read.
+            world.nameOwner(12, "Mail");
+            if (data.title === "Short")
+                tryCompare(tip, "text", help);
             world.removeWindow(12);
         }
         function test_the_tip_of_a_card_goes_when_it_is_pressed_and_comes_with_the_pointer() {

@@ -66,6 +66,19 @@ Item {
             return root.Window.activeFocusItem;
         }
 
+        function test_the_tip_of_a_row_tells_the_name_of_an_application_that_is_cut_off() {
+            const tip = all(row("Beta"), item => item instanceof HoverTip)[0];
+            mouseMove(row("Beta"), 200, 30);
+            verify(!tip.isHovered);
+            const name = "An application with a name that no row of the sheet is wide enough to show "
+                    + "from its beginning to its end, however short the title beside it may be";
+            world.nameOwner(2, name);
+            tryVerify(() => tip.isHovered);
+            compare(tip.text, "Beta\n" + name + "\nCurrent: Unsorted");
+            world.nameOwner(2, "App 1000");
+            tryVerify(() => !tip.isHovered);
+            mouseMove(root, 1, 1);
+        }
         function test_it_names_the_goal() {
             verify(texts().includes("Add windows to “Proposal”"));
             // What the toolkit names the sheet by.
