@@ -34,6 +34,18 @@ TEST(BusNameOfBoard, A_link_to_a_board_is_that_board)
     EXPECT_EQ(busNameOfBoard(link), busNameOfBoard(file));
 }
 
+TEST(BusNameOfBoard, A_board_has_its_name_before_its_folder_is_made)
+{
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(QStringLiteral("link"));
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("real")));
+    ASSERT_TRUE(QFile::link(folder.filePath(QStringLiteral("real")), link));
+    const QString path = link + QStringLiteral("/new/board.sqlite");
+    const QString before = busNameOfBoard(path);
+    ASSERT_TRUE(QDir(link).mkdir(QStringLiteral("new")));
+    EXPECT_EQ(busNameOfBoard(path), before);
+}
+
 class StartupID : public testing::Test
 {
 protected:

@@ -72,6 +72,16 @@ std::optional<SettingsTrouble> makeFolder(const QString& folder)
     return std::nullopt;
 }
 
+/// With every link resolved in as much of it as exists: the rest will be made there.
+QString resolvedFolder(const QString& folder)
+{
+    const QFileInfo info(folder);
+    if (const QString canonical = info.canonicalFilePath(); !canonical.isEmpty())
+        return canonical;
+    const QString parent = info.path();
+    return parent == folder ? folder : QDir(resolvedFolder(parent)).filePath(info.fileName());
+}
+
 } // namespace
 
 QString defaultSettingsPath()
@@ -135,9 +145,7 @@ QString resolvedPath(const QString& path)
     QFileInfo file(QFileInfo(path).absoluteFilePath());
     for (int i = 0; i < mostLinks && file.isSymLink(); ++i)
         file = QFileInfo(QFileInfo(file.symLinkTarget()).absoluteFilePath());
-    const QString folder = QFileInfo(file.path()).canonicalFilePath();
-    // A folder that does not exist yet has one name only, or its links lead to one lock.
-    return folder.isEmpty() ? file.filePath() : QDir(folder).filePath(file.fileName());
+    return QDir(resolvedFolder(file.path())).filePath(file.fileName());
 }
 
 std::optional<FileIdentity> FileIdentity::of(const QString& path)

@@ -31,7 +31,7 @@ std::optional<QString> moveSettingsFileAside(const QString& path);
 QString asideStamp();
 
 /// `path` with every symbolic link resolved, so that all paths to one file become one. Also for a
-/// file, or a link's target, that does not exist yet.
+/// file, its folder, or a link's target, that does not exist yet.
 QString resolvedPath(const QString& path);
 
 /// Which file a path leads to, so that one notices when it is another one.

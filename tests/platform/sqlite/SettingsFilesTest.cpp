@@ -67,6 +67,19 @@ TEST(SettingsFiles, Every_folder_that_is_made_is_for_the_person_alone)
     EXPECT_TRUE(isMine(path, mine));
 }
 
+TEST(SettingsFiles, A_path_by_a_link_is_the_same_before_and_after_its_folder_is_made)
+{
+    const QTemporaryDir root;
+    const QString real = QFileInfo(root.path()).canonicalFilePath() + QStringLiteral("/real");
+    ASSERT_TRUE(QDir().mkdir(real));
+    ASSERT_TRUE(QFile::link(real, root.filePath(QStringLiteral("link"))));
+    const QString path = root.filePath(QStringLiteral("link/new/newer/kelpa.sqlite"));
+    const QString resolved = real + QStringLiteral("/new/newer/kelpa.sqlite");
+    EXPECT_EQ(resolvedPath(path), resolved);
+    ASSERT_EQ(makeSettingsFile(path), std::nullopt);
+    EXPECT_EQ(resolvedPath(path), resolved);
+}
+
 TEST(SettingsFiles, A_lock_is_held_by_one_and_free_again_after_it)
 {
     const QTemporaryDir root;
