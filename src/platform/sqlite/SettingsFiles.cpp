@@ -125,16 +125,22 @@ std::optional<QString> moveSettingsFileAside(const QString& path)
     QString target = base;
     for (int i = 2; QFileInfo::exists(target); ++i)
         target = base + u'-' + QString::number(i);
-    const auto rename = [&](const QString& suffix) {
-        return ::rename(QFile::encodeName(path + suffix).constData(),
-                        QFile::encodeName(target + suffix).constData()) == 0;
+    const auto rename = [](const QString& from, const QString& to, const QString& suffix) {
+        return ::rename(QFile::encodeName(from + suffix).constData(),
+                        QFile::encodeName(to + suffix).constData()) == 0;
     };
+    const QString log = QStringLiteral("-wal");
     // The log goes first: left behind, it would be taken for that of the new file.
-    if (!rename(QStringLiteral("-wal")) && errno != ENOENT)
+    const bool hasLog = rename(path, target, log);
+    if (!hasLog && errno != ENOENT)
         return std::nullopt;
-    if (!rename(QString()))
+    if (!rename(path, target, QString())) {
+        // The file without its log would lack what was saved last.
+        if (hasLog)
+            rename(target, path, log);
         return std::nullopt;
-    rename(QStringLiteral("-shm"));
+    }
+    rename(path, target, QStringLiteral("-shm"));
     return target;
 }
 

@@ -24,7 +24,7 @@ std::optional<SettingsTrouble> makeSettingsFile(const QString& path);
 std::optional<SettingsTrouble> makeSettingsFolder(const QString& path);
 
 /// Renames the file with its "-wal" and "-shm" to "….damaged-<time>"; the new path of the file, or
-/// none when it stays where it is.
+/// none when it stays where it is, with its "-wal".
 std::optional<QString> moveSettingsFileAside(const QString& path);
 
 /// The time now as the names of what is kept aside bear it: "2026-11-21T10:00:00Z".

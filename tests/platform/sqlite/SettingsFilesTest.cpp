@@ -80,6 +80,18 @@ TEST(SettingsFiles, A_path_by_a_link_is_the_same_before_and_after_its_folder_is_
     EXPECT_EQ(resolvedPath(path), resolved);
 }
 
+TEST(SettingsFiles, A_file_that_cannot_be_renamed_keeps_its_log)
+{
+    const QTemporaryDir root;
+    const QString path = root.filePath(QStringLiteral("kelpa.sqlite"));
+    QFile log(path + QStringLiteral("-wal"));
+    ASSERT_TRUE(log.open(QIODevice::NewOnly));
+    // There is no file to rename.
+    EXPECT_EQ(moveSettingsFileAside(path), std::nullopt);
+    EXPECT_EQ(QDir(root.path()).entryList(QDir::Files),
+              QStringList{QStringLiteral("kelpa.sqlite-wal")});
+}
+
 TEST(SettingsFiles, A_lock_is_held_by_one_and_free_again_after_it)
 {
     const QTemporaryDir root;
