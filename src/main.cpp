@@ -13,6 +13,7 @@
 #include <QIcon>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -73,6 +74,9 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     if (settings->isAlreadyInUse()) {
         std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
                      qPrintable(line.settingsPath));
+        // The claim may still wait for a bus that does not answer, and then refers to `single`.
+        if (!scheduler.shutDown())
+            std::_Exit(1);
         return 1;
     }
     Program program(application, scheduler, single, *settings, line.settingsPath);
