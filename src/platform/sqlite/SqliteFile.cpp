@@ -14,8 +14,8 @@ namespace kelpa {
 namespace {
 
 /// "Klpa", so that `file` and others can tell whose database it is.
-constexpr std::int64_t applicationID = 0x4b6c7061;
-constexpr std::int64_t formatVersion = 1;
+constexpr qint64 applicationID = 0x4b6c7061;
+constexpr qint64 formatVersion = 1;
 
 /// Of the settings, in this order, the first has to come before the file's first page is written.
 /// A save writes whole values of a megabyte, so large pages spare copying and checksums. Freed
@@ -27,6 +27,16 @@ constexpr std::array durability{
     "PRAGMA page_size = 16384",     "PRAGMA journal_mode = WAL",  "PRAGMA synchronous = FULL",
     "PRAGMA secure_delete = FALSE", "PRAGMA cache_spill = FALSE", "PRAGMA wal_autocheckpoint = 512",
 };
+
+/// SQL that makes an empty file Kelpa's.
+QByteArray tableInEmptyFile()
+{
+    return "BEGIN IMMEDIATE;"
+           "CREATE TABLE IF NOT EXISTS settings(key TEXT PRIMARY KEY NOT NULL, value);"
+           "PRAGMA application_id = " +
+           QByteArray::number(applicationID) +
+           ";PRAGMA user_version = " + QByteArray::number(formatVersion) + ";COMMIT";
+}
 
 SettingsTrouble troubleOf(int code)
 {
@@ -194,11 +204,7 @@ std::optional<SettingsTrouble> SqliteFile::makeTable()
     std::int64_t version = 0;
     int code = readInteger("PRAGMA user_version", version);
     if (code == SQLITE_OK && version < formatVersion) {
-        code = run("BEGIN IMMEDIATE;"
-                   "CREATE TABLE IF NOT EXISTS settings(key TEXT PRIMARY KEY NOT NULL, value);"
-                   "PRAGMA application_id = 0x4b6c7061;"
-                   "PRAGMA user_version = 1;"
-                   "COMMIT");
+        code = run(tableInEmptyFile().constData());
     }
     if (code == SQLITE_OK)
         m_put = prepare("INSERT INTO settings(key, value) VALUES(?1, ?2) "
