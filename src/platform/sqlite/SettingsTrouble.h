@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <set>
+#include <variant>
 
 namespace kelpa {
 
@@ -27,6 +28,10 @@ enum class SettingsTrouble : std::uint8_t {
     /// Any other error of reading or writing.
     failed,
 };
+
+/// What was asked for, or why it cannot be had.
+template <class Value>
+using OrTrouble = std::variant<Value, SettingsTrouble>;
 
 /// Tells of each kind of trouble once, and again only after it was over.
 class SettingsTroubleReport

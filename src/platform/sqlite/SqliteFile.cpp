@@ -1,7 +1,6 @@
 #include "platform/sqlite/SqliteFile.h"
 
 #include <QFile>
-#include <QList>
 
 #include <sqlite3.h>
 
@@ -128,12 +127,12 @@ void SqliteFile::FinalizeStatement::operator()(sqlite3_stmt* statement) const
 
 SqliteFile::~SqliteFile() = default;
 
-std::unique_ptr<SqliteFile> SqliteFile::open(const QString& path, Access access,
-                                             std::optional<SettingsTrouble>& trouble)
+OrTrouble<std::unique_ptr<SqliteFile>> SqliteFile::open(const QString& path, Access access)
 {
     std::unique_ptr<SqliteFile> file(new SqliteFile);
-    trouble = file->connect(path, access);
-    return trouble ? nullptr : std::move(file);
+    if (const auto trouble = file->connect(path, access))
+        return *trouble;
+    return file;
 }
 
 int SqliteFile::waitForLock(void* file, int /*attempts*/)
@@ -173,114 +172,125 @@ std::optional<SettingsTrouble> SqliteFile::connect(const QString& path, Access a
 
 std::optional<SettingsTrouble> SqliteFile::checkIdentity()
 {
-    std::int64_t application = 0;
-    std::int64_t version = 0;
-    std::int64_t objects = 0;
-    for (const auto& [sql, number] : {std::pair("PRAGMA application_id", &application),
-                                      std::pair("PRAGMA user_version", &version),
-                                      std::pair("SELECT count(*) FROM sqlite_schema", &objects)}) {
-        if (const auto trouble = unlessDone(readInteger(sql, *number)))
-            return trouble;
-    }
+    const auto read = readIntegers({
+        "PRAGMA application_id",
+        "PRAGMA user_version",
+        "SELECT count(*) FROM sqlite_schema",
+        "SELECT count(*) FROM pragma_table_info('settings') WHERE name IN ('key', 'value')",
+    });
+    if (const auto* const trouble = std::get_if<SettingsTrouble>(&read))
+        return *trouble;
+    const auto& [application, version, objects, columns] = std::get<0>(read);
     if (application != 0 && application != applicationID)
         return SettingsTrouble::damaged;
     if (version > formatVersion)
         return SettingsTrouble::newer;
-    if (objects == 0)
-        return std::nullopt;
-    int code = SQLITE_OK;
-    const Statement columns = prepare("SELECT key, value FROM settings", code);
-    if (code == SQLITE_ERROR)
-        return SettingsTrouble::damaged;
-    return unlessDone(code);
+    m_hasTable = columns == 2;
+    return objects == 0 || m_hasTable ? std::nullopt : std::optional(SettingsTrouble::damaged);
 }
 
 std::optional<SettingsTrouble> SqliteFile::makeTable()
 {
     for (const char* const sql : durability) {
-        if (const auto trouble = unlessDone(run(sql)))
+        if (const auto trouble = run(sql))
             return trouble;
     }
-    std::int64_t version = 0;
-    int code = readInteger("PRAGMA user_version", version);
-    if (code == SQLITE_OK && version < formatVersion) {
-        code = run(tableInEmptyFile().constData());
+    const auto version = readIntegers({"PRAGMA user_version"});
+    if (const auto* const trouble = std::get_if<SettingsTrouble>(&version))
+        return *trouble;
+    if (std::get<0>(version).front() < formatVersion) {
+        if (const auto trouble = run(tableInEmptyFile().constData()))
+            return trouble;
     }
-    if (code == SQLITE_OK)
-        m_put = prepare("INSERT INTO settings(key, value) VALUES(?1, ?2) "
-                        "ON CONFLICT(key) DO UPDATE SET value = excluded.value",
-                        code);
-    if (code == SQLITE_OK)
-        code = sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
-    return unlessDone(code);
+    m_hasTable = true;
+    OrTrouble<Statement> put = prepare("INSERT INTO settings(key, value) VALUES(?1, ?2) "
+                                       "ON CONFLICT(key) DO UPDATE SET value = excluded.value");
+    if (const auto* const trouble = std::get_if<SettingsTrouble>(&put))
+        return *trouble;
+    m_put = std::get<Statement>(std::move(put));
+    return unlessDone(
+        sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr));
 }
 
-int SqliteFile::run(const char* sql)
+std::optional<SettingsTrouble> SqliteFile::run(const char* sql)
 {
-    return sqlite3_exec(m_connection.get(), sql, nullptr, nullptr, nullptr);
+    return unlessDone(sqlite3_exec(m_connection.get(), sql, nullptr, nullptr, nullptr));
 }
 
-int SqliteFile::readInteger(const char* sql, std::int64_t& number)
+template <std::size_t Count>
+OrTrouble<std::array<std::int64_t, Count>>
+SqliteFile::readIntegers(const char* const (&questions)[Count])
 {
-    int code = SQLITE_OK;
-    const Statement statement = prepare(sql, code);
-    if (code != SQLITE_OK)
-        return code;
-    code = sqlite3_step(statement.get());
-    if (code != SQLITE_ROW)
-        return code;
-    number = sqlite3_column_int64(statement.get(), 0);
-    return SQLITE_OK;
+    std::array<std::int64_t, Count> integers{};
+    for (std::size_t i = 0; i < Count; ++i) {
+        const OrTrouble<Statement> question = prepare(questions[i]);
+        if (const auto* const trouble = std::get_if<SettingsTrouble>(&question))
+            return *trouble;
+        sqlite3_stmt* const statement = std::get<Statement>(question).get();
+        const int code = sqlite3_step(statement);
+        if (const auto trouble = unlessDone(code))
+            return *trouble;
+        if (code == SQLITE_ROW)
+            integers[i] = sqlite3_column_int64(statement, 0);
+    }
+    return integers;
 }
 
-SqliteFile::Statement SqliteFile::prepare(const char* sql, int& code)
+OrTrouble<SqliteFile::Statement> SqliteFile::prepare(const char* sql)
 {
     sqlite3_stmt* statement = nullptr;
-    code = sqlite3_prepare_v2(m_connection.get(), sql, -1, &statement, nullptr);
+    const int code = sqlite3_prepare_v2(m_connection.get(), sql, -1, &statement, nullptr);
+    if (const auto trouble = unlessDone(code))
+        return *trouble;
     return Statement(statement);
 }
 
-std::optional<SettingsTrouble> SqliteFile::readKeys(QList<std::int64_t>& rows)
+SqliteFile::StoredRows SqliteFile::readRows()
 {
+    // A file without the table is an empty one.
+    if (!m_hasTable)
+        return {};
+    const OrTrouble<Statement> prepared = prepare("SELECT rowid FROM settings");
+    if (const auto* const trouble = std::get_if<SettingsTrouble>(&prepared))
+        return {{}, *trouble};
+    sqlite3_stmt* const statement = std::get<Statement>(prepared).get();
+    StoredRows rows;
     int code = SQLITE_OK;
-    const Statement statement = prepare("SELECT rowid FROM settings", code);
-    if (code == SQLITE_ERROR)
-        return std::nullopt; // A file without the table is an empty one.
-    if (code != SQLITE_OK)
-        return troubleOf(code);
-    while ((code = sqlite3_step(statement.get())) == SQLITE_ROW)
-        rows.append(sqlite3_column_int64(statement.get(), 0));
-    return unlessDone(code);
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW)
+        rows.numbers.append(sqlite3_column_int64(statement, 0));
+    rows.trouble = unlessDone(code);
+    return rows;
 }
 
-std::optional<SettingsTrouble> SqliteFile::readInto(SettingsValues& values)
+FileContents SqliteFile::read()
 {
     startWaiting();
-    QList<std::int64_t> rows;
-    std::optional<SettingsTrouble> trouble = readKeys(rows);
-    if (rows.isEmpty())
-        return trouble;
+    const StoredRows rows = readRows();
+    FileContents contents{{}, rows.trouble};
+    if (rows.numbers.isEmpty())
+        return contents;
 
     // Row by row, so that a damaged one does not take the others with it.
-    int code = SQLITE_OK;
-    const Statement statement = prepare("SELECT key, value FROM settings WHERE rowid = ?1", code);
-    if (code != SQLITE_OK)
-        return troubleOf(code);
-    for (const std::int64_t row : rows) {
-        sqlite3_bind_int64(statement.get(), 1, row);
-        code = sqlite3_step(statement.get());
+    const OrTrouble<Statement> prepared =
+        prepare("SELECT key, value FROM settings WHERE rowid = ?1");
+    if (const auto* const trouble = std::get_if<SettingsTrouble>(&prepared))
+        return {{}, *trouble};
+    sqlite3_stmt* const statement = std::get<Statement>(prepared).get();
+    for (const std::int64_t row : rows.numbers) {
+        sqlite3_bind_int64(statement, 1, row);
+        const int code = sqlite3_step(statement);
         if (code == SQLITE_ROW) {
-            if (std::optional<SettingsValue> value = columnValue(statement.get(), 1))
-                values.insert(columnText(statement.get(), 0), *std::move(value));
-        } else if (const auto rowTrouble = unlessDone(code)) {
-            trouble = rowTrouble;
+            if (std::optional<SettingsValue> value = columnValue(statement, 1))
+                contents.values.insert(columnText(statement, 0), *std::move(value));
+        } else if (const auto trouble = unlessDone(code)) {
+            contents.trouble = trouble;
         }
-        sqlite3_reset(statement.get());
+        sqlite3_reset(statement);
     }
-    return trouble;
+    return contents;
 }
 
-int SqliteFile::writeRow(const QString& key, const SettingsValue& value)
+std::optional<SettingsTrouble> SqliteFile::writeRow(const QString& key, const SettingsValue& value)
 {
     int code = bind(m_put.get(), 1, key);
     if (code == SQLITE_OK)
@@ -289,21 +299,21 @@ int SqliteFile::writeRow(const QString& key, const SettingsValue& value)
         code = sqlite3_step(m_put.get());
     sqlite3_reset(m_put.get());
     sqlite3_clear_bindings(m_put.get());
-    return code == SQLITE_DONE ? SQLITE_OK : code;
+    return unlessDone(code);
 }
 
 std::optional<SettingsTrouble> SqliteFile::write(const SettingsValues& values)
 {
     startWaiting();
     // The lock for writing is taken first, so that nothing later has to wait for one.
-    int code = run("BEGIN IMMEDIATE");
-    for (auto row = values.begin(); code == SQLITE_OK && row != values.end(); ++row)
-        code = writeRow(row.key(), row.value());
-    if (code == SQLITE_OK)
-        code = run("COMMIT");
+    std::optional<SettingsTrouble> trouble = run("BEGIN IMMEDIATE");
+    for (auto row = values.begin(); !trouble && row != values.end(); ++row)
+        trouble = writeRow(row.key(), row.value());
+    if (!trouble)
+        trouble = run("COMMIT");
     if (sqlite3_get_autocommit(m_connection.get()) == 0)
         run("ROLLBACK");
-    return unlessDone(code);
+    return trouble;
 }
 
 void SqliteFile::keepAsIs()

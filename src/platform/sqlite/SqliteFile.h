@@ -4,10 +4,13 @@
 #include "platform/SettingsStore.h"
 #include "platform/sqlite/SettingsTrouble.h"
 
+#include <QList>
 #include <QMap>
 #include <QString>
 
+#include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -18,6 +21,14 @@ struct sqlite3_stmt;
 namespace kelpa {
 
 using SettingsValues = QMap<QString, SettingsValue>;
+
+/// What a file holds, as far as it can be read.
+struct FileContents
+{
+    SettingsValues values;
+    /// Why something is missing.
+    std::optional<SettingsTrouble> trouble;
+};
 
 /// Main thread. A function that returns a trouble has changed nothing in the file. None waits for
 /// another process's lock longer than `maxWait` altogether.
@@ -35,16 +46,15 @@ public:
 
     /// Opens the file, which must exist. With `readWrite`, also makes the table in an empty file
     /// and sees to the settings of durability.
-    static std::unique_ptr<SqliteFile> open(const QString& path, Access access,
-                                            std::optional<SettingsTrouble>& trouble);
+    static OrTrouble<std::unique_ptr<SqliteFile>> open(const QString& path, Access access);
 
     SqliteFile(const SqliteFile&) = delete;
     SqliteFile& operator=(const SqliteFile&) = delete;
     ~SqliteFile();
 
-    /// Adds every stored value to `values`, also those that can be read of a damaged file. Values
-    /// of kinds that settings do not have are left out.
-    std::optional<SettingsTrouble> readInto(SettingsValues& values);
+    /// Every stored value, also those that can be read of a damaged file. Values of kinds that
+    /// settings do not have are left out.
+    FileContents read();
 
     /// Writes all of `values` in one transaction; on the disk when it returns nothing.
     std::optional<SettingsTrouble> write(const SettingsValues& values);
@@ -65,6 +75,12 @@ private:
     using Connection = std::unique_ptr<sqlite3, CloseConnection>;
     using Statement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
+    struct StoredRows
+    {
+        QList<std::int64_t> numbers;
+        std::optional<SettingsTrouble> trouble;
+    };
+
     SqliteFile() = default;
 
     static int waitForLock(void* file, int attempts);
@@ -73,16 +89,18 @@ private:
     std::optional<SettingsTrouble> connect(const QString& path, Access access);
     std::optional<SettingsTrouble> checkIdentity();
     std::optional<SettingsTrouble> makeTable();
-    int run(const char* sql);
-    /// The first column of the first row of `sql`.
-    int readInteger(const char* sql, std::int64_t& number);
-    Statement prepare(const char* sql, int& code);
-    int writeRow(const QString& key, const SettingsValue& value);
-    std::optional<SettingsTrouble> readKeys(QList<std::int64_t>& rows);
+    std::optional<SettingsTrouble> run(const char* sql);
+    /// The first column of the first row that each question gives; 0 where it gives none.
+    template <std::size_t Count>
+    OrTrouble<std::array<std::int64_t, Count>> readIntegers(const char* const (&questions)[Count]);
+    OrTrouble<Statement> prepare(const char* sql);
+    std::optional<SettingsTrouble> writeRow(const QString& key, const SettingsValue& value);
+    StoredRows readRows();
 
     std::chrono::steady_clock::time_point m_deadline;
     Connection m_connection;
     Statement m_put;
+    bool m_hasTable = false;
 };
 
 } // namespace kelpa

@@ -101,10 +101,9 @@ std::optional<SettingsTrouble> SqliteSettingsStore::connect()
         return trouble;
     if (const auto trouble = m_lock.acquire(m_path + QStringLiteral(".lock")))
         return trouble;
-    SettingsValues found;
-    std::optional<SettingsTrouble> trouble = openFile(found);
-    if (trouble == SettingsTrouble::damaged)
-        trouble = replaceDamaged(found);
+    const FileContents found = openFile();
+    const std::optional<SettingsTrouble> trouble =
+        found.trouble == SettingsTrouble::damaged ? replaceDamaged(found.values) : found.trouble;
     if (trouble)
         m_file.reset();
     return trouble;
@@ -114,23 +113,24 @@ std::optional<SettingsTrouble> SqliteSettingsStore::replaceDamaged(const Setting
 {
     if (const auto trouble = moveAside(found))
         return trouble;
-    SettingsValues none;
-    return openFile(none);
+    return openFile().trouble;
 }
 
-std::optional<SettingsTrouble> SqliteSettingsStore::openFile(SettingsValues& found)
+/// What of the file can be read, of which memory has taken note where there is no trouble.
+FileContents SqliteSettingsStore::openFile()
 {
-    std::optional<SettingsTrouble> trouble = makeSettingsFile(m_path);
-    if (trouble)
-        return trouble;
-    m_file = SqliteFile::open(m_path, SqliteFile::Access::readWrite, trouble);
-    if (m_file)
-        trouble = m_file->readInto(found);
-    if (trouble)
-        return trouble;
-    m_identity = FileIdentity::of(m_path);
-    adopt(found);
-    return std::nullopt;
+    if (const auto trouble = makeSettingsFile(m_path))
+        return {{}, trouble};
+    auto opened = SqliteFile::open(m_path, SqliteFile::Access::readWrite);
+    if (const auto* const trouble = std::get_if<SettingsTrouble>(&opened))
+        return {{}, *trouble};
+    m_file = std::get<0>(std::move(opened));
+    FileContents found = m_file->read();
+    if (!found.trouble) {
+        m_identity = FileIdentity::of(m_path);
+        adopt(found.values);
+    }
+    return found;
 }
 
 /// Takes what a newly opened file holds for what is stored, and what memory has beyond that for
@@ -182,19 +182,17 @@ void SqliteSettingsStore::loadForReadingOnly()
         const bool hasLog = QFileInfo(m_path + QStringLiteral("-wal")).size() > 0;
         if (access == SqliteFile::Access::immutable && hasLog)
             return;
-        std::optional<SettingsTrouble> trouble;
-        const std::unique_ptr<SqliteFile> file = SqliteFile::open(m_path, access, trouble);
-        SettingsValues found;
-        if (file)
-            trouble = file->readInto(found);
+        const auto opened = SqliteFile::open(m_path, access);
+        const auto* const closed = std::get_if<SettingsTrouble>(&opened);
+        const FileContents found = closed ? FileContents{{}, *closed} : std::get<0>(opened)->read();
         // More than what can be read of a damaged file will never be.
-        if (!trouble || trouble == SettingsTrouble::damaged) {
-            m_stored = std::move(found);
+        if (!found.trouble || found.trouble == SettingsTrouble::damaged) {
+            m_stored = found.values;
             m_isLoaded = true;
             return;
         }
         // Without regard to locks, one would read what another program is just changing.
-        if (trouble == SettingsTrouble::busy)
+        if (found.trouble == SettingsTrouble::busy)
             return;
     }
 }

@@ -48,7 +48,7 @@ public:
 
 private:
     std::optional<SettingsTrouble> connect();
-    std::optional<SettingsTrouble> openFile(SettingsValues& found);
+    FileContents openFile();
     std::optional<SettingsTrouble> moveAside(const SettingsValues& found);
     std::optional<SettingsTrouble> replaceDamaged(const SettingsValues& found);
     void adopt(const SettingsValues& found);
