@@ -5,19 +5,11 @@
 #include "platform/x11/Property.h"
 #include "platform/x11/XcbConnection.h"
 
-#include <optional>
+#include <memory>
 #include <type_traits>
 #include <utility>
 
 namespace kelpa::x11 {
-
-/// Why there is no reply.
-struct XcbFailure
-{
-    /// The protocol's error code, for example XCB_WINDOW when the window is gone; 0 when the
-    /// connection was lost.
-    std::uint8_t code = 0;
-};
 
 template <class Function>
 struct FunctionResult;
@@ -45,7 +37,7 @@ public:
 
     XcbReply(XcbReply&& other) noexcept
         : m_connection(std::exchange(other.m_connection, nullptr)), m_cookie(other.m_cookie),
-          m_value(std::move(other.m_value)), m_failure(other.m_failure)
+          m_value(std::move(other.m_value))
     {}
     XcbReply& operator=(XcbReply&&) = delete;
 
@@ -62,24 +54,15 @@ public:
         if (m_connection) {
             XcbConnection& connection = *std::exchange(m_connection, nullptr);
             connection.noteAwaited(m_cookie.sequence);
-            xcb_generic_error_t* error = nullptr;
-            m_value.reset(Fetch(connection.raw(), m_cookie, &error));
-            if (!m_value) {
-                m_failure = XcbFailure{error ? error->error_code : std::uint8_t{0}};
-            }
-            std::free(error);
+            m_value.reset(Fetch(connection.raw(), m_cookie, nullptr));
         }
         return m_value.get();
     }
-
-    /// Why `get` gave nothing; absent when it gave something or was not called yet.
-    const std::optional<XcbFailure>& failure() const { return m_failure; }
 
 private:
     XcbConnection* m_connection;
     Cookie m_cookie;
     std::unique_ptr<Value, XcbFree> m_value;
-    std::optional<XcbFailure> m_failure;
 };
 
 using AttributesReply = XcbReply<xcb_get_window_attributes, xcb_get_window_attributes_reply>;
