@@ -215,7 +215,10 @@ protected:
         kelpa.scheduler.advance(5s);
 
         EXPECT_TRUE(kelpa.settings.isLoaded());
-        EXPECT_TRUE(kelpa.settings.isOnDisk());
+        EXPECT_EQ(rowsOf(path, QStringLiteral("SELECT count(*) FROM settings WHERE key = "
+                                              "'kelpa.goals' AND CAST(value AS TEXT) LIKE "
+                                              "'%\"Stored\"%\"Made\"%'")),
+                  QList<QString>{QStringLiteral("1")});
         const QStringList both{QStringLiteral("Stored"), QStringLiteral("Made")};
         EXPECT_EQ(titles(kelpa.store), both);
         EXPECT_EQ(kelpa.store.unassignedTodos(), QList<TodoItem>{lateLoose});

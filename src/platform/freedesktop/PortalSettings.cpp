@@ -155,13 +155,6 @@ std::optional<Appearance> appearanceFromColorScheme(const QVariant& value)
     }
 }
 
-std::optional<bool> reducedMotionFromSetting(const QString& space, const QString& key,
-                                             const QVariant& value)
-{
-    const auto index = motionKeyIndex(space, key);
-    return index ? motionKeys.at(*index).isReduced(value) : std::nullopt;
-}
-
 PortalSettings::PortalSettings(Scheduler& scheduler) : m_scheduler(scheduler) {}
 
 std::unique_ptr<Subscription>

@@ -41,9 +41,4 @@ private:
 /// else no preference.
 std::optional<Appearance> appearanceFromColorScheme(const QVariant& value);
 
-/// Whether a value of the portal's setting "space key" asks for reduced motion; absent for a
-/// setting that has nothing to do with motion, and for a value that is none of its own.
-std::optional<bool> reducedMotionFromSetting(const QString& space, const QString& key,
-                                             const QVariant& value);
-
 } // namespace kelpa

@@ -35,9 +35,6 @@ public:
     /// The file itself, at the end of all symbolic links.
     const QString& path() const { return m_path; }
 
-    /// False while what is written only stands in memory.
-    bool isOnDisk() const { return m_file != nullptr && m_pending.isEmpty(); }
-
     /// True from the start on where the file can at least be read, and where it could be made. A
     /// file that is not there and cannot be made may yet come, with the disk it stands on.
     bool isLoaded() const override { return m_isLoaded; }

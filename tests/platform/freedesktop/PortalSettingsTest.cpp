@@ -207,6 +207,8 @@ struct MotionCase
     const char* key;
     QVariant reduced;
     QVariant full;
+    /// A value that says neither.
+    QVariant strange;
 };
 
 class PortalMotion : public PortalTest, public testing::WithParamInterface<MotionCase>
@@ -239,30 +241,36 @@ TEST_P(PortalMotion, Is_not_wanted_while_one_setting_of_several_asks_to_reduce_i
     EXPECT_EQ(wishes, Wishes{false});
 }
 
+TEST_P(PortalMotion, A_strange_value_and_other_settings_change_nothing)
+{
+    watchAnimations();
+    watchAppearance();
+    ASSERT_TRUE(isAsked(motionReads + appearanceReads));
+    const MotionCase& motion = GetParam();
+    const QString key = QString::fromLatin1(motion.key);
+    for (const QVariant& value : {motion.strange, motion.full, motion.strange, motion.full,
+                                  motion.reduced, motion.strange, motion.reduced, motion.full})
+        portal.set(key, value);
+    portal.set(QStringLiteral("org.gnome.desktop.interface/reduced-motion"), 1U);
+    portal.set(colorScheme, 1U);
+    // The last of them has come.
+    ASSERT_TRUE(hears(Heard{Appearance::dark}));
+    EXPECT_EQ(wishes, (Wishes{true, false, true}));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Settings, PortalMotion,
     testing::Values(
-        MotionCase{"of_all_desktops", "org.freedesktop.appearance/reduced-motion", 1U, 0U},
-        MotionCase{"of_GNOME", "org.gnome.desktop.interface/enable-animations", false, true},
+        MotionCase{"of_all_desktops", "org.freedesktop.appearance/reduced-motion", 1U, 0U,
+                   QStringLiteral("none")},
+        MotionCase{"of_all_desktops_by_an_unknown_number",
+                   "org.freedesktop.appearance/reduced-motion", 1U, 2U, QStringLiteral("none")},
+        MotionCase{"of_GNOME", "org.gnome.desktop.interface/enable-animations", false, true, 0U},
         MotionCase{"of_KDE", "org.kde.kdeglobals.KDE/AnimationDurationFactor", QStringLiteral("0"),
-                   QStringLiteral("0.5")},
-        MotionCase{"of_KDE_as_a_number", "org.kde.kdeglobals.KDE/AnimationDurationFactor", 0.0,
-                   1.0}),
+                   QStringLiteral("0.5"), QStringLiteral("none")},
+        MotionCase{"of_KDE_as_a_number", "org.kde.kdeglobals.KDE/AnimationDurationFactor", 0.0, 1.0,
+                   QStringLiteral("none")}),
     caseName);
-
-TEST(ReducedMotion, Is_read_from_settings_of_their_own_kind_only)
-{
-    const auto read = [](const char* space, const char* key, const QVariant& value) {
-        return reducedMotionFromSetting(QString::fromLatin1(space), QString::fromLatin1(key),
-                                        value);
-    };
-    EXPECT_EQ(read("org.gnome.desktop.interface", "enable-animations", 0U), std::nullopt);
-    EXPECT_EQ(read("org.gnome.desktop.interface", "reduced-motion", 1U), std::nullopt);
-    EXPECT_EQ(read("org.kde.kdeglobals.KDE", "AnimationDurationFactor", QStringLiteral("none")),
-              std::nullopt);
-    EXPECT_EQ(read("org.freedesktop.appearance", "color-scheme", 1U), std::nullopt);
-    EXPECT_EQ(read("org.freedesktop.appearance", "reduced-motion", 2U), false);
-}
 
 TEST(ColorScheme, One_is_dark_two_is_light_and_the_rest_has_no_preference)
 {

@@ -40,7 +40,6 @@ TEST_F(SqliteTrouble, While_the_file_cannot_be_reached_the_board_lives_in_memory
     ASSERT_TRUE(QDir().mkdir(path));
     const auto store = openStore();
     EXPECT_FALSE(store->isAlreadyInUse());
-    EXPECT_FALSE(store->isOnDisk());
     EXPECT_FALSE(store->write({goals("[1]")}));
     EXPECT_FALSE(store->write({language(QStringLiteral("de"))}));
     EXPECT_FALSE(store->flush());
@@ -52,7 +51,6 @@ TEST_F(SqliteTrouble, While_the_file_cannot_be_reached_the_board_lives_in_memory
 
     ASSERT_TRUE(QDir().rmdir(path));
     EXPECT_TRUE(store->write({{sortingKey, false}}));
-    EXPECT_TRUE(store->isOnDisk());
     EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT key FROM settings ORDER BY key")),
                 ElementsAre(sortingKey, goalsKey, languageKey));
 }
