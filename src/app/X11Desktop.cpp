@@ -1,11 +1,11 @@
 #include "app/X11Desktop.h"
 
 #include "platform/freedesktop/AccessibilityDocuments.h"
+#include "platform/freedesktop/ApplicationIcons.h"
 #include "platform/freedesktop/ApplicationLauncher.h"
 #include "platform/freedesktop/DesktopEntries.h"
 #include "platform/freedesktop/DesktopEntryFile.h"
 #include "platform/freedesktop/DesktopWorkspace.h"
-#include "platform/freedesktop/FreedesktopApplications.h"
 #include "platform/freedesktop/IconLookup.h"
 #include "platform/freedesktop/NetWmIcon.h"
 #include "platform/freedesktop/PortalSettings.h"
@@ -74,10 +74,10 @@ public:
     x11::X11WindowServer windowServer;
     x11::WindowIcons windowIcons{connector,
                                  [this](WindowID number) { return clientWindow(number); }};
-    FreedesktopApplications applicationIcons{entries, icons, [this](WindowID window, int pixels) {
-                                                 return iconFromNetWmIcon(windowIcons.read(window),
-                                                                          pixels);
-                                             }};
+    ApplicationIcons applicationIcons{entries, icons, [this](WindowID window, int pixels) {
+                                          return iconFromNetWmIcon(windowIcons.read(window),
+                                                                   pixels);
+                                      }};
     x11::WindowActor actor{connector, [this](WindowID number) { return clientWindow(number); }};
     x11::StartupMarks startupMarks{connector,
                                    [this](WindowID number) { return clientWindow(number); }};

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/freedesktop/AccessibilityDocuments.h"
+#include "platform/freedesktop/ApplicationIcons.h"
 #include "platform/freedesktop/ApplicationLauncher.h"
 #include "platform/freedesktop/DesktopEntries.h"
-#include "platform/freedesktop/FreedesktopApplications.h"
 #include "platform/freedesktop/IconLookup.h"
 #include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
@@ -92,7 +92,7 @@ private:
     FakeDesktop m_rest;
     DesktopEntries m_entries{{}};
     IconLookup m_icons{m_entries, {}};
-    FreedesktopApplications m_applicationIcons{m_entries, m_icons, {}};
+    ApplicationIcons m_applicationIcons{m_entries, m_icons, {}};
     ApplicationLauncher m_launcher{m_entries};
     AccessibilityDocuments m_documents;
     std::shared_ptr<x11::DisplayConnector> m_connector;

@@ -1,7 +1,7 @@
 #include "platform/x11/X11Applications.h"
 
+#include "platform/freedesktop/ApplicationIcons.h"
 #include "platform/freedesktop/ApplicationLauncher.h"
-#include "platform/freedesktop/FreedesktopApplications.h"
 #include "platform/freedesktop/LaunchedProcess.h"
 #include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
@@ -16,7 +16,7 @@
 namespace kelpa::x11 {
 
 X11Applications::X11Applications(QByteArray display, WindowActor& actor, StartupMarks& startupMarks,
-                                 FreedesktopApplications& icons, ApplicationLauncher& launcher)
+                                 ApplicationIcons& icons, ApplicationLauncher& launcher)
     : m_display(std::move(display)), m_actor(actor), m_startupMarks(startupMarks), m_icons(icons),
       m_launcher(launcher)
 {}

@@ -10,8 +10,8 @@
 #include <cstdint>
 
 namespace kelpa {
+class ApplicationIcons;
 class ApplicationLauncher;
-class FreedesktopApplications;
 } // namespace kelpa
 
 namespace kelpa::x11 {
@@ -25,7 +25,7 @@ public:
     /// `display` as in the DISPLAY variable, for what is launched; empty leaves that variable as it
     /// is. The others outlive this object.
     X11Applications(QByteArray display, WindowActor& actor, StartupMarks& startupMarks,
-                    FreedesktopApplications& icons, ApplicationLauncher& launcher);
+                    ApplicationIcons& icons, ApplicationLauncher& launcher);
 
     ProcessID currentProcess() const override;
     /// Whether there is such a process, other than one that has ended and was not noticed yet.
@@ -48,7 +48,7 @@ private:
     const QByteArray m_display;
     WindowActor& m_actor;
     StartupMarks& m_startupMarks;
-    FreedesktopApplications& m_icons;
+    ApplicationIcons& m_icons;
     ApplicationLauncher& m_launcher;
     std::atomic<std::uint32_t> m_launches = 0;
 };

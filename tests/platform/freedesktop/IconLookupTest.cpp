@@ -1,6 +1,6 @@
 #include "platform/freedesktop/IconLookup.h"
 
-#include "platform/freedesktop/FreedesktopApplications.h"
+#include "platform/freedesktop/ApplicationIcons.h"
 #include "platform/freedesktop/IconFile.h"
 #include "platform/freedesktop/TemporaryDataDirectory.h"
 
@@ -328,29 +328,29 @@ TEST_F(IconFiles, A_drawing_that_refers_to_another_file_or_declares_entities_is_
                     .isNull());
 }
 
-class ApplicationIcons : public IconThemes
+class IconsOfApplications : public IconThemes
 {
 protected:
     DesktopEntries entries{{data.path()}, 0ms};
     IconLookup lookup{entries, QString()};
     int asked = 0;
-    FreedesktopApplications applications{entries, lookup, [this](WindowID window, int pixels) {
-                                             ++asked;
-                                             QImage image(pixels, pixels, QImage::Format_ARGB32);
-                                             image.fill(window == 7 ? Qt::yellow : Qt::black);
-                                             return image;
-                                         }};
+    ApplicationIcons icons{entries, lookup, [this](WindowID window, int pixels) {
+                               ++asked;
+                               QImage image(pixels, pixels, QImage::Format_ARGB32);
+                               image.fill(window == 7 ? Qt::yellow : Qt::black);
+                               return image;
+                           }};
 
     QColor iconOf(std::optional<QString> id)
     {
         WindowItem window;
         window.id = 7;
         window.bundleIdentifier = std::move(id);
-        return applications.icon(window, 16).pixelColor(8, 8);
+        return icons.icon(window, 16).pixelColor(8, 8);
     }
 };
 
-TEST_F(ApplicationIcons, An_installed_applications_icon_comes_before_the_windows_own)
+TEST_F(IconsOfApplications, An_installed_applications_icon_comes_before_the_windows_own)
 {
     writeHicolor();
     data.writeEntry(QStringLiteral("mail"), "Mail", "Icon=mail-icon");
@@ -359,7 +359,7 @@ TEST_F(ApplicationIcons, An_installed_applications_icon_comes_before_the_windows
     EXPECT_EQ(asked, 0);
 }
 
-TEST_F(ApplicationIcons, The_windows_own_icon_serves_where_the_application_has_none)
+TEST_F(IconsOfApplications, The_windows_own_icon_serves_where_the_application_has_none)
 {
     data.writeEntry(QStringLiteral("plain"), "Plain");
     data.writeEntry(QStringLiteral("missing"), "Missing", "Icon=missing");
@@ -373,13 +373,13 @@ TEST_F(ApplicationIcons, The_windows_own_icon_serves_where_the_application_has_n
     EXPECT_EQ(iconOf(std::nullopt), QColor(Qt::yellow));
 }
 
-TEST_F(ApplicationIcons, Without_a_source_of_window_icons_there_is_a_null_image)
+TEST_F(IconsOfApplications, Without_a_source_of_window_icons_there_is_a_null_image)
 {
-    FreedesktopApplications alone(entries, lookup, {});
+    ApplicationIcons alone(entries, lookup, {});
     EXPECT_TRUE(alone.icon(WindowItem{}, 16).isNull());
 }
 
-TEST_F(ApplicationIcons, An_icon_is_kept_until_the_installed_applications_change)
+TEST_F(IconsOfApplications, An_icon_is_kept_until_the_installed_applications_change)
 {
     const QString file = data.path(QStringLiteral("own.png"));
     data.write(QStringLiteral("own.png"), png(16, Qt::red));

@@ -1,8 +1,8 @@
 // A desktop under one of the window managers, with all that acts on its windows.
 #pragma once
 
+#include "platform/freedesktop/ApplicationIcons.h"
 #include "platform/freedesktop/ApplicationLauncher.h"
-#include "platform/freedesktop/FreedesktopApplications.h"
 #include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
 #include "platform/x11/X11Accessibility.h"
@@ -187,7 +187,7 @@ protected:
     x11::X11Accessibility accessibility{server->trust(), actor};
     DesktopEntries entries{{}};
     IconLookup lookup{entries, {}};
-    FreedesktopApplications icons{entries, lookup, {}};
+    ApplicationIcons icons{entries, lookup, {}};
     ApplicationLauncher launcher{entries};
     x11::X11Applications applications{xServer.display(), actor, startupMarks, icons, launcher};
 };

@@ -15,7 +15,7 @@
 
 namespace kelpa {
 
-class FreedesktopApplications
+class ApplicationIcons
 {
 public:
     /// The picture that a window carries itself, at most so many pixels wide and high; null when it
@@ -23,7 +23,7 @@ public:
     using WindowIcon = std::function<QImage(WindowID window, int pixels)>;
 
     /// `entries` and `lookup` outlive it; `windowIcon` may be empty.
-    FreedesktopApplications(DesktopEntries& entries, IconLookup& lookup, WindowIcon windowIcon);
+    ApplicationIcons(DesktopEntries& entries, IconLookup& lookup, WindowIcon windowIcon);
 
     /// At most `pixels` wide and high; null when there is none. Any thread but the main one. The
     /// installed application's icon comes before the window's own, so that all windows of one

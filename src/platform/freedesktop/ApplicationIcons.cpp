@@ -1,4 +1,4 @@
-#include "platform/freedesktop/FreedesktopApplications.h"
+#include "platform/freedesktop/ApplicationIcons.h"
 
 #include <utility>
 
@@ -11,12 +11,12 @@ constexpr qsizetype maximalIcons = 256;
 
 } // namespace
 
-FreedesktopApplications::FreedesktopApplications(DesktopEntries& entries, IconLookup& lookup,
-                                                 WindowIcon windowIcon)
+ApplicationIcons::ApplicationIcons(DesktopEntries& entries, IconLookup& lookup,
+                                   WindowIcon windowIcon)
     : m_entries(entries), m_lookup(lookup), m_windowIcon(std::move(windowIcon))
 {}
 
-QImage FreedesktopApplications::icon(const WindowItem& window, int pixels)
+QImage ApplicationIcons::icon(const WindowItem& window, int pixels)
 {
     if (window.bundleIdentifier) {
         if (QImage image = applicationIcon(*window.bundleIdentifier, pixels); !image.isNull()) {
@@ -26,7 +26,7 @@ QImage FreedesktopApplications::icon(const WindowItem& window, int pixels)
     return m_windowIcon ? m_windowIcon(window.id, pixels) : QImage();
 }
 
-QImage FreedesktopApplications::applicationIcon(const QString& desktopEntryID, int pixels)
+QImage ApplicationIcons::applicationIcon(const QString& desktopEntryID, int pixels)
 {
     const std::uint64_t generation = m_entries.generation();
     const std::pair key(desktopEntryID, pixels);
