@@ -44,7 +44,7 @@ WindowNumbers::WindowNumbers(NumberReservation& reservation, WindowID floor,
 
 void WindowNumbers::beginWriting(std::optional<WindowID> counter)
 {
-    connectionLost();
+    forgetAll();
     m_isWriting = true;
     if (counter && isPlausible(*counter)) {
         m_last = std::max(m_last, *counter);
@@ -54,7 +54,7 @@ void WindowNumbers::beginWriting(std::optional<WindowID> counter)
 
 void WindowNumbers::beginReading()
 {
-    connectionLost();
+    forgetAll();
     m_isWriting = false;
 }
 
@@ -102,7 +102,7 @@ WindowNumbers::Numbering WindowNumbers::number(const std::vector<Sighting>& sigh
 WindowNumbers::Numbering WindowNumbers::readNumbers(const std::vector<Sighting>& sightings,
                                                     WindowID counter)
 {
-    connectionLost();
+    forgetAll();
     Numbering result;
     const std::set<std::uint32_t> disputed = duplicates(sightings);
     for (const Sighting& sighting : sightings) {
@@ -129,7 +129,7 @@ void WindowNumbers::windowDestroyed(std::uint32_t window)
     m_numbers.erase(it);
 }
 
-void WindowNumbers::connectionLost()
+void WindowNumbers::forgetAll()
 {
     m_numbers.clear();
     m_borne.clear();

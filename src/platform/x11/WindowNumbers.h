@@ -81,7 +81,7 @@ public:
     void windowDestroyed(std::uint32_t window);
 
     /// The ends of windows may have been missed: nothing is remembered of any.
-    void connectionLost();
+    void forgetAll();
 
     /// What is known now, by the server's id.
     const std::map<std::uint32_t, WindowID>& known() const { return m_numbers; }

@@ -130,7 +130,7 @@ bool X11WindowServer::connect()
     if (m_link && !m_link->connection().isBroken()) {
         return true;
     }
-    m_numbers.connectionLost();
+    m_numbers.forgetAll();
     m_isWritingNumbers = false;
     m_link = m_needs.connector->open();
     return m_link != nullptr;

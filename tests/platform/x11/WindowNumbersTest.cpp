@@ -150,7 +150,7 @@ TEST(WindowNumbers, Numbers_are_kept_over_a_lost_connection)
     WindowNumbers numbers(reservation, 0);
     numbers.beginWriting({});
     numbers.number({{windowA, {}}, {windowB, {}}}, {});
-    numbers.connectionLost();
+    numbers.forgetAll();
     numbers.beginWriting(2);
     const auto result = numbers.number({{windowA, 1}, {windowC, {}}}, 2);
     EXPECT_EQ(result.numbers, (Numbers{1, 3}));
