@@ -128,6 +128,7 @@ public:
     Q_INVOKABLE QString goalTitle(const QString& columnID) const;
     Q_INVOKABLE void createGoal(const QString& title);
     Q_INVOKABLE void renameGoal(const QString& columnID, const QString& title);
+    Q_INVOKABLE void requestRename(const QString& columnID) { Q_EMIT renameRequested(columnID); }
     Q_INVOKABLE void deleteGoal(const QString& columnID);
     /// A new goal with the window in it.
     Q_INVOKABLE void createGoalForWindow(const QString& title, quint32 windowID);

@@ -69,7 +69,7 @@ Item {
         // The first of the two clicks has selected the goal.
         onDoubleClicked: mouse => {
             if (titleText.contains(dragArea.mapToItem(titleText, mouse.x, mouse.y)))
-                root.board.renameRequested(root.columnID);
+                root.board.requestRename(root.columnID);
         }
     }
 

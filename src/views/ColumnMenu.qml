@@ -9,9 +9,6 @@ AppMenu {
     required property BoardController board
 
     property string columnID
-    property string columnTitle
-
-    signal renameRequested
 
     title: root.board.copy.text(CopyKey.MoreGoalActions)
     onAboutToShow: {
@@ -44,7 +41,7 @@ AppMenu {
     AppMenuItem {
         text: root.board.copy.text(CopyKey.RenameGoal)
         symbol: "pencil"
-        onTriggered: root.renameRequested()
+        onTriggered: root.board.requestRename(root.columnID)
     }
     AppMenuSeparator {}
     AppMenuItem {

@@ -13,7 +13,6 @@ FocusScope {
     /// Whether cards are on their way to their places, or the board to the selection.
     readonly property bool isMoving: targets.isMoving || view.isScrolling || follower.isWaiting
 
-    signal renameRequested(columnID: string, title: string)
     signal newGoalRequested
 
     /// What can be done with the board as a whole.
@@ -29,13 +28,6 @@ FocusScope {
         enabled: root.board.selectedBreadcrumb >= 0
                  && !(root.Window.activeFocusItem instanceof TextInputField)
         onActivated: follower.renameSelected()
-    }
-    Connections {
-        target: root.board
-
-        function onRenameRequested(columnID: string): void {
-            root.renameRequested(columnID, root.board.goalTitle(columnID));
-        }
     }
     Binding {
         target: root.board
@@ -166,7 +158,6 @@ FocusScope {
 
         anchors.fill: parent
         board: root.board
-        onRenameRequested: (columnID, title) => root.renameRequested(columnID, title)
         onNewGoalRequested: root.newGoalRequested()
     }
 }

@@ -10,8 +10,9 @@ T.ApplicationWindow {
 
     required property BoardController board
 
-    // Where menus and sheets are, which have keys of their own. Made before the board listens for presses: otherwise what shows over the board, if only a tip,
-    // keeps them to itself, and a field that is left by a click is not.
+    // Where menus and sheets are, which have keys of their own. Made before the board listens for
+    // presses: otherwise what shows over the board, if only a tip, keeps them to itself, and a field
+    // that is left by a click is not.
     readonly property Item overlay: T.Overlay.overlay
 
     // What the screen has for the window, less the room of a title above it and of borders around it.
@@ -21,21 +22,21 @@ T.ApplicationWindow {
             - Theme.controlHeight - Theme.small
 
     // Made when they are first asked for.
-    property TitleSheet createSheet: null
+    property NewGoalSheet createSheet: null
     property TitleSheet renameSheet: null
     property WindowSelectionSheet selectionSheet: null
     property string renamedColumnID
 
     function askForGoal(): void {
         if (root.createSheet === null)
-            root.createSheet = createSheetType.createObject(root.contentItem) as TitleSheet;
+            root.createSheet = createSheetType.createObject(root.contentItem) as NewGoalSheet;
         root.createSheet.ask("");
     }
-    function askForName(columnID: string, title: string): void {
+    function askForName(columnID: string): void {
         if (root.renameSheet === null)
             root.renameSheet = renameSheetType.createObject(root.contentItem) as TitleSheet;
         root.renamedColumnID = columnID;
-        root.renameSheet.ask(title);
+        root.renameSheet.ask(root.board.goalTitle(columnID));
     }
 
     /// Where nothing with the focus has a menu of its own, the board has one.
@@ -97,7 +98,6 @@ T.ApplicationWindow {
         anchors.right: parent.right
         board: root.board
         onNewGoalRequested: root.askForGoal()
-        onRenameRequested: (columnID, title) => root.askForName(columnID, title)
         Keys.onPressed: event => root.takeMenuKey(event)
     }
     Toast {
@@ -113,13 +113,8 @@ T.ApplicationWindow {
     Component {
         id: createSheetType
 
-        TitleSheet {
+        NewGoalSheet {
             board: root.board
-            title: root.board.copy.text(CopyKey.CreateGoalTitle)
-            explanation: root.board.copy.text(CopyKey.CreateGoalText)
-            placeholder: root.board.copy.text(CopyKey.CreateGoalPlaceholder)
-            fieldLabel: root.board.copy.text(CopyKey.GoalName)
-            confirmLabel: root.board.copy.text(CopyKey.Create)
             onConfirmed: title => root.board.createGoal(title)
         }
     }
@@ -151,6 +146,13 @@ T.ApplicationWindow {
 
         WindowSelectionSheet {
             board: root.board
+        }
+    }
+    Connections {
+        target: root.board
+
+        function onRenameRequested(columnID: string): void {
+            root.askForName(columnID);
         }
     }
     Connections {

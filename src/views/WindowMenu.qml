@@ -24,17 +24,12 @@ AppMenu {
 
     title: root.board.copy.text(CopyKey.MoveToGoal)
 
-    readonly property TitleSheet newGoalSheet: TitleSheet {
+    readonly property NewGoalSheet newGoalSheet: NewGoalSheet {
         id: sheet
 
         property real windowID
 
         board: root.board
-        title: root.board.copy.text(CopyKey.CreateGoalTitle)
-        explanation: root.board.copy.text(CopyKey.CreateGoalText)
-        placeholder: root.board.copy.text(CopyKey.CreateGoalPlaceholder)
-        fieldLabel: root.board.copy.text(CopyKey.GoalName)
-        confirmLabel: root.board.copy.text(CopyKey.Create)
         onConfirmed: title => root.board.createGoalForWindow(title, sheet.windowID)
     }
 

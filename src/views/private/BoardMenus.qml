@@ -16,7 +16,6 @@ Item {
     property ColumnMenu columnMenu: null
     property BoardMenu boardMenu: null
 
-    signal renameRequested(columnID: string, title: string)
     signal newGoalRequested
 
     function openWindowMenu(windowID: real, columnID: string, card: Item, position: point): void {
@@ -33,7 +32,6 @@ Item {
         if (root.columnMenu === null)
             root.columnMenu = columnMenuType.createObject(root) as ColumnMenu;
         root.columnMenu.columnID = columnID;
-        root.columnMenu.columnTitle = root.board.goalTitle(columnID);
         root.openBelow(root.columnMenu, button);
     }
     function openPriorityMenu(columnID: string, priority: string, button: Item): void {
@@ -85,10 +83,7 @@ Item {
         id: columnMenuType
 
         ColumnMenu {
-            id: menu
-
             board: root.board
-            onRenameRequested: root.renameRequested(menu.columnID, menu.columnTitle)
         }
     }
 }

@@ -49,7 +49,7 @@ Item {
         root.showSelection();
         const column = root.selectedColumn();
         if (column !== null)
-            root.board.renameRequested(column.columnID);
+            root.board.requestRename(column.columnID);
     }
     /// Lets the focus follow the selection, so that a screen reader tells of it, unless it is where
     /// a person has put it.

@@ -14,7 +14,13 @@ Item {
 
         anchors.fill: parent
         board: world.board
-        onRenameRequested: (columnID, title) => sheet.ask(title)
+    }
+    Connections {
+        target: world.board
+
+        function onRenameRequested(columnID: string): void {
+            sheet.ask(world.board.goalTitle(columnID));
+        }
     }
     SearchField {
         id: search

@@ -17,7 +17,7 @@ Item {
     SignalSpy {
         id: renaming
 
-        target: board
+        target: world.board
         signalName: "renameRequested"
     }
 
@@ -81,7 +81,7 @@ Item {
                 keyClick(Qt.Key_Down);
             keyClick(Qt.Key_Return);
             tryCompare(renaming, "count", 1);
-            compare(renaming.signalArguments[0][1], "First");
+            compare(renaming.signalArguments[0][0], world.columnOfGoal("First"));
         }
         function test_the_menu_of_a_goal_moves_it() {
             world.board.createGoal("Second");
