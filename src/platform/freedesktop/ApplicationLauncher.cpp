@@ -45,10 +45,6 @@ std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication applicat
     }
     environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
                        QString::fromUtf8(surroundings.startupID));
-    // What this program was started with is not meant for others.
-    environment.remove(QStringLiteral("XDG_ACTIVATION_TOKEN"));
-    environment.remove(QStringLiteral("GIO_LAUNCHED_DESKTOP_FILE"));
-    environment.remove(QStringLiteral("GIO_LAUNCHED_DESKTOP_FILE_PID"));
     for (const LaunchCandidate& candidate : candidates(application)) {
         std::optional<QString> expected = foretold(candidate);
         if (const auto process = startDetached(candidate.command, environment)) {

@@ -21,6 +21,20 @@ namespace {
 constexpr int firstOwnDescriptor = 3;
 constexpr int notLoaded = 127;
 
+/// What a desktop, a session or a bus told this program about its own start. A program that is told
+/// the same would pass for this one: join the session in its place, or wait on the bus to be asked.
+constexpr std::array namesOfOwnStart = {
+    "XDG_ACTIVATION_TOKEN", "GIO_LAUNCHED_DESKTOP_FILE", "GIO_LAUNCHED_DESKTOP_FILE_PID",
+    "DESKTOP_AUTOSTART_ID", "DBUS_STARTER_ADDRESS",      "DBUS_STARTER_BUS_TYPE"};
+
+QStringList withoutOwnStart(QProcessEnvironment environment)
+{
+    for (const char* const name : namesOfOwnStart) {
+        environment.remove(QString::fromLatin1(name));
+    }
+    return environment.toStringList();
+}
+
 class Descriptor
 {
 public:
@@ -149,7 +163,7 @@ std::optional<ProcessID> startDetached(const QStringList& command,
     const Descriptor reading(ends[0]);
     Descriptor writing(ends[1]);
     const Descriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
-    const Preparation preparation{TextList(command), TextList(environment.toStringList()),
+    const Preparation preparation{TextList(command), TextList(withoutOwnStart(environment)),
                                   QFile::encodeName(QDir::homePath()), nothing.number(),
                                   writing.number()};
     pid_t helper = -1;

@@ -13,9 +13,10 @@ namespace kelpa {
 
 /// Starts `command` (a program's absolute path with its arguments) in the home directory, as the
 /// leader of a session of its own that ends neither with this program nor with its terminal. It
-/// inherits no open file, no signal that is blocked or ignored, and reads and writes nothing; when
-/// it ends it leaves nothing behind. None when it cannot be started. Any thread but the main one:
-/// it waits until the program has been loaded.
+/// inherits no open file, no signal that is blocked or ignored, and nothing of `environment` that
+/// is about the start of this program; it reads and writes nothing, and leaves nothing behind when
+/// it ends. None when it cannot be started. Any thread but the main one: it waits until the program
+/// has been loaded.
 std::optional<ProcessID> startDetached(const QStringList& command,
                                        const QProcessEnvironment& environment);
 

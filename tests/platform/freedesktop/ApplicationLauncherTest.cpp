@@ -82,6 +82,21 @@ TEST_F(Launcher, A_program_is_told_the_display_and_when_it_was_asked_for)
     EXPECT_EQ(written(), " :7 start-me_TIME5 none end\n");
 }
 
+TEST_F(Launcher, A_program_is_told_nothing_of_how_this_one_was_started)
+{
+    for (const char* const name :
+         {"XDG_ACTIVATION_TOKEN", "GIO_LAUNCHED_DESKTOP_FILE", "GIO_LAUNCHED_DESKTOP_FILE_PID",
+          "DESKTOP_AUTOSTART_ID", "DBUS_STARTER_ADDRESS", "DBUS_STARTER_BUS_TYPE"}) {
+        environment.insert(QString::fromLatin1(name), QStringLiteral("ours"));
+    }
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("everybodys"));
+    environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("own-terminal"));
+    writeProgram(QStringLiteral("own-terminal"),
+                 R"((/usr/bin/env | /usr/bin/grep -E "=(ours|everybodys)$"; echo end) > "$OUT")");
+    launch(LaunchableApplication::terminal);
+    EXPECT_EQ(written(), "DBUS_SESSION_BUS_ADDRESS=everybodys\nend\n");
+}
+
 TEST_F(Launcher, A_new_window_is_opened_by_the_entrys_own_action)
 {
     writeProgram(QStringLiteral("browse"), report);

@@ -28,15 +28,17 @@ protected:
         data.write(QStringLiteral("applications/mimeinfo.cache"),
                    "[MIME Cache]\nx-scheme-handler/https=web.desktop;\n"
                    "x-scheme-handler/test-a=web.desktop;\n");
-        data.write(QStringLiteral("bin/xdg-open"), "#!/bin/sh\necho \"$*\" >> '" +
-                                                       data.path(QStringLiteral("out")).toUtf8() +
-                                                       "'\n");
+        data.write(QStringLiteral("bin/xdg-open"),
+                   "#!/bin/sh\necho \"$*$DESKTOP_AUTOSTART_ID\" >> '" +
+                       data.path(QStringLiteral("out")).toUtf8() + "'\n");
         QFile::setPermissions(data.path(QStringLiteral("bin/xdg-open")),
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         for (const char* name :
              {"XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"}) {
             qputenv(name, QFile::encodeName(data.path()));
         }
+        // Meant for this program, and told to none that it opens something with.
+        qputenv("DESKTOP_AUTOSTART_ID", " ours");
         qputenv("PATH", QFile::encodeName(data.path(QStringLiteral("bin"))) + ":/usr/bin:/bin");
     }
 
