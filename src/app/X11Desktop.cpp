@@ -38,9 +38,8 @@ constexpr std::chrono::milliseconds firstLookLimit{100};
 
 } // namespace
 
-class X11Desktop::Parts
+struct X11Desktop::Parts
 {
-public:
     Parts(Scheduler& scheduler, const QString& stateFolder, const std::set<WindowID>& assigned)
         : numbers(QDir(stateFolder).filePath(QStringLiteral("window-numbers")), assigned),
           windowServer({.connector = connector,

@@ -45,7 +45,7 @@ public:
     MotionSetting& motionOfPortal();
 
 private:
-    class Parts;
+    struct Parts;
     std::unique_ptr<Parts> m_parts;
 };
 

@@ -8,8 +8,8 @@
 
 namespace kelpa {
 
-/// Explains the control in which it is placed while the pointer rests there. It
-/// stands on every control; the tip itself is there only while it is wanted. Main thread.
+/// Explains the control in which it is placed while the pointer rests there. It stands on every
+/// control; the tip itself is there only while it is wanted. Main thread.
 class HoverTip : public QQuickItem
 {
     Q_OBJECT

@@ -3,7 +3,7 @@
 #include "model/Text.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
-#include "views/GoalListModel.h"
+#include "views/ColumnID.h"
 
 namespace kelpa {
 

@@ -9,7 +9,9 @@ Rectangle {
 
     required property BoardController board
 
-    implicitHeight: Math.max(rows.implicitHeight, settingsButton.visible ? settingsButton.implicitHeight : 0) + 2 * Theme.medium
+    implicitHeight: Math.max(rows.implicitHeight,
+                             settingsButton.visible ? settingsButton.implicitHeight : 0)
+                    + 2 * Theme.medium
     radius: Theme.cardRadius
     color: Theme.warningGround
     visible: !root.board.isScreenCaptureTrusted || !root.board.isAccessibilityTrusted

@@ -5,7 +5,7 @@
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
 #include "views/BoardDrop.h"
-#include "views/GoalListModel.h"
+#include "views/ColumnID.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "views/TodoListModel.h"
 
 #include "model/Text.h"
-#include "views/GoalListModel.h"
+#include "views/ColumnID.h"
 #include "views/TodoController.h"
 
 #include <algorithm>

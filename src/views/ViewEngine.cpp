@@ -31,11 +31,20 @@ QQuickItem* popups(const QQuickWindow& window)
     return window.property("overlay").value<QQuickItem*>();
 }
 
+/// Follows the store's windows as long as `context` lives.
+std::shared_ptr<IconWindows> iconWindowsOf(WindowStore& store, QObject& context)
+{
+    auto windows = std::make_shared<IconWindows>();
+    const auto update = [&store, windows] { windows->set(store.windows()); };
+    QObject::connect(&store, &WindowStore::windowsChanged, &context, update);
+    update();
+    return windows;
+}
+
 } // namespace
 
-class ViewEngine::Parts
+struct ViewEngine::Parts
 {
-public:
     Parts(WindowStore& storeToShow, Applications& applications,
           std::shared_ptr<Workers> iconReaders, Options chosen)
         : store(storeToShow), options(std::move(chosen)), controller(storeToShow, options.keyNames)
@@ -49,7 +58,10 @@ public:
 
     WindowStore& store;
     Options options;
-    std::shared_ptr<IconWindows> iconWindows = std::make_shared<IconWindows>();
+    /// Before anything else follows the store: a card that appears, or whose application becomes
+    /// known, asks for its icon at once.
+    QObject iconsFollow;
+    std::shared_ptr<IconWindows> iconWindows = iconWindowsOf(store, iconsFollow);
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     bool isCovered = false;
@@ -62,13 +74,8 @@ ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
                        std::shared_ptr<Workers> iconReaders, Options options)
 {
     qml_register_types_Kelpa();
-    // Before anything else follows the store, so that a card that appears finds its icon.
-    auto parts =
+    m_parts =
         std::make_unique<Parts>(store, applications, std::move(iconReaders), std::move(options));
-    m_parts = std::move(parts);
-    const auto updateIconWindows = [this] { m_parts->iconWindows->set(m_parts->store.windows()); };
-    connect(&store, &WindowStore::windowsChanged, this, updateIconWindows);
-    updateIconWindows();
 }
 
 ViewEngine::~ViewEngine() = default;

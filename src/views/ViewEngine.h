@@ -70,7 +70,7 @@ Q_SIGNALS:
     void boardShown();
 
 private:
-    class Parts;
+    struct Parts;
 
     void updateSeen();
     /// From now on the board is driven by keys.

@@ -38,7 +38,12 @@ WaterfallView::WaterfallView(QQuickItem* parent) : QQuickItem(parent), m_items(*
     });
 }
 
-WaterfallView::~WaterfallView() = default;
+WaterfallView::~WaterfallView()
+{
+    // They lose their parent when the list of them is gone.
+    for (const Shown& each : m_shown)
+        each.item->disconnect(this);
+}
 
 void WaterfallView::setModelValue(const QVariant& model)
 {

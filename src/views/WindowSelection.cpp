@@ -70,11 +70,10 @@ QList<WindowItem> windowsToSelect(const QList<WindowItem>& windows, GoalID targe
                                   const LocationTitles& titles, const QString& searchText,
                                   const QLocale& locale)
 {
-    const QString query = searchText.trimmed();
-    const auto matches = [&](const WindowItem& window) {
-        return query.isEmpty() || containsIgnoringCase(window.ownerName, query, locale) ||
-               containsIgnoringCase(window.title, query, locale) ||
-               containsIgnoringCase(titles.of(window), query, locale);
+    const TextSearch search(searchText, locale);
+    const auto matches = [&search, &titles](const WindowItem& window) {
+        return search.matches(window.ownerName) || search.matches(window.title) ||
+               search.matches(titles.of(window));
     };
     const QCollator collator = nameCollator(locale);
     std::vector<RankedWindow> ranked;

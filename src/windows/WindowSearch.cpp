@@ -1,6 +1,8 @@
 #include "windows/WindowSearch.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace kelpa {
 
@@ -18,21 +20,24 @@ QString folded(const QString& text, const QLocale& locale)
 
 } // namespace
 
-bool containsIgnoringCase(const QString& text, const QString& query, const QLocale& locale)
+TextSearch::TextSearch(const QString& query, QLocale locale)
+    : m_locale(std::move(locale)), m_query(folded(query.trimmed(), m_locale))
+{}
+
+bool TextSearch::matches(const QString& text) const
 {
-    return folded(text, locale).contains(folded(query, locale));
+    return isEmpty() || folded(text, m_locale).contains(m_query);
 }
 
 QList<WindowItem> filteredWindows(const QList<WindowItem>& windows, const QString& searchText,
                                   const QLocale& locale)
 {
-    const QString query = folded(searchText.trimmed(), locale);
-    if (query.isEmpty())
+    const TextSearch search(searchText, locale);
+    if (search.isEmpty())
         return windows;
     QList<WindowItem> found;
-    std::ranges::copy_if(windows, std::back_inserter(found), [&](const WindowItem& window) {
-        return folded(window.displayTitle(), locale).contains(query) ||
-               folded(window.ownerName, locale).contains(query);
+    std::ranges::copy_if(windows, std::back_inserter(found), [&search](const WindowItem& window) {
+        return search.matches(window.displayTitle()) || search.matches(window.ownerName);
     });
     return found;
 }

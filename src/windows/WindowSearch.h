@@ -13,9 +13,22 @@
 
 namespace kelpa {
 
-/// Whether `text` contains `query` regardless of case by the rules of `locale`. Texts that are
+/// Finds what a person typed in texts, regardless of case by the rules of `locale`. Texts that are
 /// canonically equivalent count as equal.
-bool containsIgnoringCase(const QString& text, const QString& query, const QLocale& locale);
+class TextSearch
+{
+public:
+    /// White space at the ends of `query` is ignored.
+    TextSearch(const QString& query, QLocale locale);
+
+    /// Nothing is left of the query, so that every text matches.
+    bool isEmpty() const { return m_query.isEmpty(); }
+    bool matches(const QString& text) const;
+
+private:
+    QLocale m_locale;
+    QString m_query;
+};
 
 /// The windows whose display title or owner contains the trimmed `searchText`, in order; all of
 /// them when nothing is left of it.

@@ -2,11 +2,15 @@
 
 #include "platform/qt/WorkerPool.h"
 #include "support/StoreFixture.h"
+#include "views/AppIconProvider.h"
+#include "views/BoardController.h"
 
 #include <QGuiApplication>
+#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -86,6 +90,50 @@ TEST_F(ViewEngineTest, The_double_tap_is_told_of_only_while_it_would_be_noticed)
     view.setDoubleTapOffered(false);
     EXPECT_FALSE(shows(tap));
     EXPECT_TRUE(shows(keys));
+}
+
+/// Tells of which application an icon was asked for in a size of which the board asks for none.
+class AskedIcons : public FakeDesktop
+{
+public:
+    static constexpr int ownSize = 77;
+
+    QImage icon(const WindowItem& window, int pixels) override
+    {
+        if (pixels == ownSize) {
+            application = window.bundleIdentifier;
+            hasBeenAsked.release();
+        }
+        return {};
+    }
+
+    std::optional<QString> application;
+    QSemaphore hasBeenAsked;
+};
+
+TEST_F(ViewEngineTest, When_a_card_learns_of_its_application_that_ones_icon_can_be_had)
+{
+    desktop.addAccessibleWindow(1, 1000, QStringLiteral("Letter"));
+    store().refresh();
+    AskedIcons icons;
+    ViewEngine other(store(), icons, iconReaders, {});
+    ASSERT_TRUE(other.show());
+    auto& controller = *other.window()->property("board").value<BoardController*>();
+    auto& provider = *dynamic_cast<QQuickAsyncImageProvider*>(
+        qmlEngine(other.window())->imageProvider(AppIconProvider::name()));
+    std::unique_ptr<QQuickImageResponse> response;
+    QObject::connect(
+        controller.columns()->windows(std::nullopt), &QAbstractItemModel::dataChanged, &controller,
+        [&] {
+            response.reset(provider.requestImageResponse(
+                QStringLiteral("1"), {AskedIcons::ownSize, AskedIcons::ownSize}));
+        },
+        Qt::SingleShotConnection);
+    desktop.applications[1000].bundleIdentifier = QStringLiteral("org.example.Known");
+    store().refresh();
+    ASSERT_NE(response, nullptr);
+    ASSERT_TRUE(icons.hasBeenAsked.tryAcquire(1, 10'000));
+    EXPECT_EQ(icons.application, QStringLiteral("org.example.Known"));
 }
 
 } // namespace

@@ -33,9 +33,10 @@ class CaseInsensitiveSearch : public testing::TestWithParam<MatchCase>
 TEST_P(CaseInsensitiveSearch, Follows_the_locale)
 {
     const MatchCase& param = GetParam();
-    EXPECT_EQ(containsIgnoringCase(QString::fromUtf16(param.text), QString::fromUtf16(param.query),
-                                   QLocale(QString::fromLatin1(param.locale))),
-              param.matches);
+    EXPECT_EQ(
+        TextSearch(QString::fromUtf16(param.query), QLocale(QString::fromLatin1(param.locale)))
+            .matches(QString::fromUtf16(param.text)),
+        param.matches);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -68,9 +68,9 @@ struct DesktopContext
 };
 
 /// As a window list's layer: 0 for normal windows and dialogs that are on the task list. A window
-/// that does not say its kind is one of the two, transient or not. A window
-/// that its application keeps off the task list is given another layer, not left to the judgement
-/// of its application, because one process may own both a panel and ordinary windows.
+/// that does not say its kind is one of the two, transient or not. A window that its application
+/// keeps off the task list is given another layer, not left to the judgement of its application,
+/// because one process may own both a panel and ordinary windows.
 int layer(const ClientWindow& window);
 
 /// Whether a person sees it, or would if nothing covered it.
