@@ -5,12 +5,34 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
 
 #include <utility>
 
 namespace kelpa {
 
 namespace {
+
+/// Whether somebody has something there. Waits for an answer; the toolkit, which takes the text in
+/// several forms, would wait for each of them anew where none comes.
+bool isAnswered(QClipboard::Mode mode)
+{
+    const QMimeData* const content = QGuiApplication::clipboard()->mimeData(mode);
+    return content != nullptr && !content->formats().isEmpty();
+}
+
+/// Whether the event would paste what nobody gives.
+bool isVainPaste(const QEvent& event)
+{
+    if (event.type() == QEvent::KeyPress)
+        return static_cast<const QKeyEvent&>(event).matches(QKeySequence::Paste) &&
+               !isAnswered(QClipboard::Clipboard);
+    return event.type() == QEvent::MouseButtonRelease &&
+           static_cast<const QMouseEvent&>(event).button() == Qt::MiddleButton &&
+           !isAnswered(QClipboard::Selection);
+}
 
 QString composedText(const QObject& field)
 {
@@ -27,6 +49,12 @@ void TextComposition::follow(QQuickItem* field)
     // Whenever a program takes the clipboard, the toolkit's field would ask it at once for what it
     // has, and wait: the board would stand still for as long as that program does not answer.
     QObject::disconnect(QGuiApplication::clipboard(), nullptr, field, nullptr);
+}
+
+void TextComposition::paste(QQuickItem* field)
+{
+    if (field != nullptr && isAnswered(QClipboard::Clipboard))
+        QMetaObject::invokeMethod(field, "paste");
 }
 
 void TextComposition::cancel(QQuickItem* field)
@@ -55,6 +83,8 @@ void TextComposition::end(QQuickItem& field, const QString& composed, const QStr
 
 bool TextComposition::eventFilter(QObject* watched, QEvent* event)
 {
+    if (isVainPaste(*event))
+        return true;
     switch (event->type()) {
     case QEvent::InputMethod: {
         const auto& what = *static_cast<QInputMethodEvent*>(event);

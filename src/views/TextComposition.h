@@ -24,9 +24,11 @@ public:
     using QObject::QObject;
 
     /// To be called once for each field, which lives as long as it likes. From then on the field
-    /// asks other programs for the clipboard only where a person pastes; its `canPaste` says
-    /// nothing.
+    /// asks other programs for the clipboard only where a person pastes by key or button, and one
+    /// that does not answer only once; its `canPaste` says nothing.
     Q_INVOKABLE void follow(QQuickItem* field);
+    /// Pastes into `field`, a text field of the toolkit, as the key for it does.
+    Q_INVOKABLE void paste(QQuickItem* field);
     /// Throws away what is being composed in `field`, which keeps everything else. Does nothing
     /// where nothing is.
     Q_INVOKABLE void cancel(QQuickItem* field);

@@ -47,7 +47,7 @@ AppMenu {
         symbol: "clipboard-paste"
         // Whether there is anything to paste only the program that has it could say, which nobody
         // waits for before it is wanted.
-        onTriggered: root.field.paste()
+        onTriggered: TextComposition.paste(root.field)
     }
     AppMenuSeparator {}
     AppMenuItem {
