@@ -31,7 +31,7 @@ bool BorrowedKeyboard::nativeEventFilter(const QByteArray& eventType, void* mess
     if (eventType != "xcb_generic_event_t")
         return false;
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    const int type = event.response_type & 0x7f;
+    const std::uint8_t type = typeOf(event);
     // Both are laid out alike.
     return (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) &&
            tellsOfGrab(as<xcb_focus_in_event_t>(event));

@@ -9,12 +9,6 @@ using TreeReply = XcbReply<xcb_query_tree, xcb_query_tree_reply>;
 // Window managers nest clients one or two levels deep.
 constexpr int deepestNesting = 16;
 
-PropertyReply ask(CaptureLink& link, xcb_window_t window, Atom name, std::uint32_t length)
-{
-    return PropertyReply(link.connection(), std::uint8_t{0}, window, link.atoms()[name],
-                         xcb_atom_t{XCB_GET_PROPERTY_TYPE_ANY}, 0U, length);
-}
-
 } // namespace
 
 CaptureQuestions::CaptureQuestions(CaptureLink& link, xcb_window_t client, xcb_window_t named)
@@ -22,8 +16,9 @@ CaptureQuestions::CaptureQuestions(CaptureLink& link, xcb_window_t client, xcb_w
       m_geometry(link.connection(), client), m_namedAttributes(link.connection(), named),
       m_namedGeometry(link.connection(), named),
       m_position(link.connection(), client, named, std::int16_t{0}, std::int16_t{0}),
-      m_number(ask(link, client, Atom::kelpaWindowNumber, 1)),
-      m_extents(ask(link, client, Atom::gtkFrameExtents, 4)), m_shape(link.connection(), client),
+      m_number(askProperty(link.connection(), client, link.atoms()[Atom::kelpaWindowNumber], 1)),
+      m_extents(askProperty(link.connection(), client, link.atoms()[Atom::gtkFrameExtents], 4)),
+      m_shape(link.connection(), client),
       m_compositor(link.connection(), link.compositorSelection())
 {}
 

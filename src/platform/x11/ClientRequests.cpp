@@ -39,9 +39,8 @@ struct Question
     std::uint32_t length = 0;
 };
 
-// Values of WM_STATE.
+/// In WM_STATE, as `iconicState`.
 constexpr std::uint32_t withdrawnState = 0;
-constexpr std::uint32_t iconicState = 3;
 
 WindowKind kindOf(xcb_atom_t type, const AtomTable& atoms)
 {
@@ -118,8 +117,8 @@ ClientRequests::ClientRequests(DisplayLink& link, xcb_window_t window)
     }};
     m_properties.reserve(questions.size());
     for (const Question& question : questions) {
-        m_properties.emplace_back(link.connection(), std::uint8_t{0}, window, question.name,
-                                  xcb_atom_t{XCB_GET_PROPERTY_TYPE_ANY}, 0U, question.length);
+        m_properties.push_back(
+            askProperty(link.connection(), window, question.name, question.length));
     }
 }
 

@@ -11,9 +11,6 @@ constexpr int auxiliaryLayer = 3;
 constexpr int dockLayer = 20;
 constexpr int passingLayer = 101;
 
-// A window with this desktop is on all of them.
-constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
-
 int layerOfKind(WindowKind kind)
 {
     switch (kind) {

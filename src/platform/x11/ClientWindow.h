@@ -13,6 +13,11 @@
 
 namespace kelpa::x11 {
 
+/// In WM_STATE: the window is minimised.
+inline constexpr std::uint32_t iconicState = 3;
+/// In _NET_WM_DESKTOP: the window is on all of them.
+inline constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
+
 /// What kind of window it says it is.
 enum class WindowKind : std::uint8_t {
     /// It does not say, or nothing that is known.

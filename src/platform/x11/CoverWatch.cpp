@@ -16,9 +16,7 @@ CoverWatch::CoverWatch(std::shared_ptr<DisplayConnector> connector, Scheduler& s
             std::unique_ptr<DisplayLink> link = connector->open();
             if (link) {
                 const BrokenPipeGuard guard;
-                constexpr std::uint32_t mask = XCB_EVENT_MASK_VISIBILITY_CHANGE;
-                xcb_change_window_attributes(link->connection().raw(), window, XCB_CW_EVENT_MASK,
-                                             &mask);
+                selectEvents(link->connection(), window, XCB_EVENT_MASK_VISIBILITY_CHANGE);
                 link->connection().flush();
             }
             return link;
@@ -46,8 +44,7 @@ void CoverWatch::process()
     const BrokenPipeGuard guard;
     bool isCovered = m_isCovered;
     while (const XcbEvent event = m_link->connection().pollEvent()) {
-        constexpr int sentFlag = 0x80;
-        if ((event->response_type & ~sentFlag) != XCB_VISIBILITY_NOTIFY)
+        if (typeOf(*event) != XCB_VISIBILITY_NOTIFY)
             continue;
         const auto& notice = as<xcb_visibility_notify_event_t>(*event);
         if (notice.window == m_window)

@@ -1,6 +1,7 @@
 #include "platform/x11/DesktopReader.h"
 
 #include "platform/x11/ClientRequests.h"
+#include "platform/x11/XcbEvent.h"
 
 #include <xcb/res.h>
 
@@ -20,15 +21,7 @@ namespace {
 
 using ClientIDsReply = XcbReply<xcb_res_query_client_ids, xcb_res_query_client_ids_reply>;
 
-// No desktop has so many; a list that claims more is not read further.
-constexpr std::uint32_t mostClients = 8192;
 constexpr std::uint32_t mostSupported = 4096;
-
-PropertyReply ask(DisplayLink& link, xcb_window_t window, xcb_atom_t name, std::uint32_t length)
-{
-    return PropertyReply(link.connection(), std::uint8_t{0}, window, name,
-                         xcb_atom_t{XCB_GET_PROPERTY_TYPE_ANY}, 0U, length);
-}
 
 /// The stacking order goes from the bottom up.
 std::vector<xcb_window_t> topToBottom(const std::vector<xcb_window_t>& stacking)
@@ -88,26 +81,20 @@ QByteArray hostName()
     return gethostname(name.data(), name.size() - 1) == 0 ? QByteArray(name.data()) : QByteArray();
 }
 
-/// Mentioned first in the same batch, so that no end between the reading and the watching is
-/// missed.
-void watchEnd(XcbConnection& connection, xcb_window_t window)
-{
-    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);
-}
-
 } // namespace
 
 RootReading readRoot(DisplayLink& link)
 {
     const AtomTable& atoms = link.atoms();
-    const xcb_window_t root = link.connection().root();
-    PropertyReply stacking = ask(link, root, atoms[Atom::netClientListStacking], mostClients);
-    PropertyReply list = ask(link, root, atoms[Atom::netClientList], mostClients);
-    PropertyReply supported = ask(link, root, atoms[Atom::netSupported], mostSupported);
-    PropertyReply desktop = ask(link, root, atoms[Atom::netCurrentDesktop], 1);
-    PropertyReply check = ask(link, root, atoms[Atom::netSupportingWmCheck], 1);
-    PropertyReply counter = ask(link, root, atoms[Atom::kelpaNumberCounter], 1);
+    const auto ask = [&](Atom name, std::uint32_t length) {
+        return askProperty(link.connection(), link.connection().root(), atoms[name], length);
+    };
+    PropertyReply stacking = ask(Atom::netClientListStacking, mostClients);
+    PropertyReply list = ask(Atom::netClientList, mostClients);
+    PropertyReply supported = ask(Atom::netSupported, mostSupported);
+    PropertyReply desktop = ask(Atom::netCurrentDesktop, 1);
+    PropertyReply check = ask(Atom::netSupportingWmCheck, 1);
+    PropertyReply counter = ask(Atom::kelpaNumberCounter, 1);
     SelectionOwnerReply owner(link.connection(), atoms[Atom::kelpaNumbers]);
 
     RootReading reading;
@@ -134,12 +121,15 @@ ClientsReading readClients(DisplayLink& link, const RootReading& root,
                            const std::function<bool(xcb_window_t)>& isWatched)
 {
     const std::vector<xcb_window_t> windows = root.clients.value_or(std::vector<xcb_window_t>());
-    PropertyReply check = ask(link, root.managerCheck, link.atoms()[Atom::netSupportingWmCheck], 1);
+    PropertyReply check = askProperty(link.connection(), root.managerCheck,
+                                      link.atoms()[Atom::netSupportingWmCheck], 1);
     std::vector<ClientRequests> requests;
     requests.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         if (!isWatched(window)) {
-            watchEnd(link.connection(), window);
+            // Mentioned first in the same batch, so that no end between the reading and the
+            // watching is missed.
+            selectEvents(link.connection(), window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         }
         requests.emplace_back(link, window);
     }

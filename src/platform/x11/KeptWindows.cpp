@@ -11,17 +11,6 @@
 
 namespace kelpa::x11 {
 
-namespace {
-
-constexpr std::uint8_t kindMask = 0x7F;
-
-void listen(XcbConnection& connection, xcb_window_t window, std::uint32_t events)
-{
-    xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &events);
-}
-
-} // namespace
-
 void KeptWindows::handleEvents()
 {
     while (const XcbEvent event = m_link.connection().pollEvent()) {
@@ -31,19 +20,19 @@ void KeptWindows::handleEvents()
 
 void KeptWindows::handle(const xcb_generic_event_t& event)
 {
-    const auto kind = static_cast<std::uint8_t>(event.response_type & kindMask);
-    if (m_link.damageEvent() == kind) {
+    const std::uint8_t type = typeOf(event);
+    if (m_link.damageEvent() == type) {
         m_log.noteDamage(as<xcb_damage_notify_event_t>(event).drawable, event.full_sequence);
         return;
     }
-    if (m_link.selectionEvent() == kind) {
+    if (m_link.selectionEvent() == type) {
         // A compositor came or went: every window is kept in another way now.
         for (const auto& [window, kept] : m_windows) {
             m_log.noteChange(window);
         }
         return;
     }
-    switch (kind) {
+    switch (type) {
     case XCB_NO_EXPOSURE:
         noteProbe(as<xcb_no_exposure_event_t>(event).drawable, true);
         break;
@@ -81,7 +70,7 @@ void KeptWindows::keep(xcb_window_t window, const CaptureSubject& subject, xcb_w
 {
     drop(window);
     XcbConnection& connection = m_link.connection();
-    listen(connection, window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    selectEvents(connection, window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     KeptWindow kept{subject, named, XCB_NONE, now};
     m_log.begin(window, now);
     if (subject.isComposited && named != window) {
@@ -156,7 +145,7 @@ void KeptWindows::drop(xcb_window_t window)
     if (kept->damage != XCB_NONE) {
         xcb_damage_destroy(connection.raw(), kept->damage);
     }
-    listen(connection, window, XCB_EVENT_MASK_NO_EVENT);
+    selectEvents(connection, window, XCB_EVENT_MASK_NO_EVENT);
     forget(window);
 }
 

@@ -167,7 +167,7 @@ KeyLink::Result KeyLink::open(DisplayConnector& connector)
 
 std::optional<KeyNotice> KeyLink::notice(const xcb_generic_event_t& event) const
 {
-    const int type = event.response_type & 0x7F;
+    const std::uint8_t type = typeOf(event);
     if (type == XCB_GE_GENERIC) {
         const auto& generic = as<xcb_ge_generic_event_t>(event);
         if (generic.extension != m_inputOpcode)

@@ -34,6 +34,9 @@ struct TextTypes
 /// No title and no name is read further than this.
 inline constexpr std::uint32_t longestText = 4096;
 
+/// No list of windows is read further than this: no desktop has so many.
+inline constexpr std::uint32_t mostClients = 8192;
+
 /// All whole items of a property with the type and 32 bits an item; empty for any other.
 std::vector<std::uint32_t> words(const Property& property, std::uint32_t type);
 

@@ -14,9 +14,8 @@ constexpr std::uint32_t longestStartupID = 256;
 
 PropertyReply askForStartupID(DisplayLink& link, xcb_window_t window)
 {
-    return PropertyReply(link.connection(), std::uint8_t{0}, window,
-                         link.atoms()[Atom::netStartupID], xcb_atom_t{XCB_ATOM_ANY}, 0U,
-                         longestStartupID);
+    return askProperty(link.connection(), window, link.atoms()[Atom::netStartupID],
+                       longestStartupID);
 }
 
 bool isText(PropertyReply& reply, const QByteArray& text)
@@ -30,10 +29,8 @@ struct WindowQuestions
 {
     WindowQuestions(DisplayLink& link, WindowID windowNumber, xcb_window_t window)
         : number(windowNumber),
-          tag(link.connection(), std::uint8_t{0}, window, link.atoms()[Atom::kelpaWindowNumber],
-              xcb_atom_t{XCB_ATOM_CARDINAL}, 0U, 1U),
-          leader(link.connection(), std::uint8_t{0}, window, link.atoms()[Atom::wmClientLeader],
-                 xcb_atom_t{XCB_ATOM_WINDOW}, 0U, 1U),
+          tag(askProperty(link.connection(), window, link.atoms()[Atom::kelpaWindowNumber], 1)),
+          leader(askProperty(link.connection(), window, link.atoms()[Atom::wmClientLeader], 1)),
           startupID(askForStartupID(link, window))
     {}
 

@@ -3,6 +3,7 @@
 #include "platform/x11/DesktopReader.h"
 #include "platform/x11/DisplayLink.h"
 #include "platform/x11/StartupNotice.h"
+#include "platform/x11/XcbEvent.h"
 
 #include <poll.h>
 #include <unistd.h>
@@ -22,18 +23,10 @@ using std::chrono::milliseconds;
 /// What asks is a tool in the person's hand, not the window's own application: window managers let
 /// it pass where they would keep an application from taking the keyboard.
 constexpr std::uint32_t fromPager = 2;
-constexpr std::uint32_t iconicState = 3;
-constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
 constexpr std::uint32_t mostProtocols = 64;
 
 /// In WM_HINTS: the second word counts where the first has this bit.
 constexpr std::uint32_t inputHint = 1;
-
-PropertyReply ask(DisplayLink& link, xcb_window_t window, xcb_atom_t name, std::uint32_t length)
-{
-    return PropertyReply(link.connection(), std::uint8_t{0}, window, name,
-                         xcb_atom_t{XCB_GET_PROPERTY_TYPE_ANY}, 0U, length);
-}
 
 void tellManager(DisplayLink& link, xcb_window_t window, Atom message,
                  const std::array<std::uint32_t, 5>& data)
@@ -112,10 +105,9 @@ bool WindowActor::connect()
     if (!m_link) {
         return false;
     }
-    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     XcbConnection& connection = m_link->connection();
     for (const xcb_window_t window : {connection.root(), m_link->ownWindow()}) {
-        xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);
+        selectEvents(connection, window, XCB_EVENT_MASK_PROPERTY_CHANGE);
     }
     return true;
 }
@@ -156,14 +148,13 @@ std::optional<WindowActor::Windows> WindowActor::readWindows(ProcessID process)
 WindowActor::Outlook WindowActor::outlook(const WindowTarget& target)
 {
     const AtomTable& atoms = m_link->atoms();
-    const xcb_window_t root = m_link->connection().root();
     requestTime();
-    PropertyReply tag = ask(*m_link, target.window, atoms[Atom::kelpaWindowNumber], 1);
-    PropertyReply desktop = ask(*m_link, target.window, atoms[Atom::netWmDesktop], 1);
-    PropertyReply hints = ask(*m_link, target.window, XCB_ATOM_WM_HINTS, 2);
-    PropertyReply protocols = ask(*m_link, target.window, atoms[Atom::wmProtocols], mostProtocols);
-    PropertyReply active = ask(*m_link, root, atoms[Atom::netActiveWindow], 1);
-    PropertyReply current = ask(*m_link, root, atoms[Atom::netCurrentDesktop], 1);
+    PropertyReply tag = ask(target.window, atoms[Atom::kelpaWindowNumber], 1);
+    PropertyReply desktop = ask(target.window, atoms[Atom::netWmDesktop], 1);
+    PropertyReply hints = ask(target.window, XCB_ATOM_WM_HINTS, 2);
+    PropertyReply protocols = ask(target.window, atoms[Atom::wmProtocols], mostProtocols);
+    PropertyReply active = askRoot(Atom::netActiveWindow);
+    PropertyReply current = askRoot(Atom::netCurrentDesktop);
 
     Outlook outlook;
     outlook.time = requestedTime(tag);
@@ -183,6 +174,16 @@ WindowActor::Outlook WindowActor::outlook(const WindowTarget& target)
     return outlook;
 }
 
+PropertyReply WindowActor::ask(xcb_window_t window, xcb_atom_t name, std::uint32_t length)
+{
+    return askProperty(m_link->connection(), window, name, length);
+}
+
+PropertyReply WindowActor::askRoot(Atom name)
+{
+    return ask(m_link->connection().root(), m_link->atoms()[name], 1);
+}
+
 void WindowActor::requestTime()
 {
     // Nothing is appended, but the server says when.
@@ -199,12 +200,11 @@ std::optional<std::uint32_t> WindowActor::requestedTime(PropertyReply& later)
     later.get();
     std::optional<std::uint32_t> time;
     while (const XcbEvent event = m_link->connection().queuedEvent()) {
-        if ((event->response_type & 0x7FU) == XCB_PROPERTY_NOTIFY) {
-            const void* bytes = event.get();
-            const auto* notice = static_cast<const xcb_property_notify_event_t*>(bytes);
-            if (notice->window == m_link->ownWindow() &&
-                notice->atom == m_link->atoms()[Atom::kelpaTime]) {
-                time = notice->time;
+        if (typeOf(*event) == XCB_PROPERTY_NOTIFY) {
+            const auto& notice = as<xcb_property_notify_event_t>(*event);
+            if (notice.window == m_link->ownWindow() &&
+                notice.atom == m_link->atoms()[Atom::kelpaTime]) {
+                time = notice.time;
             }
         }
     }
@@ -214,7 +214,7 @@ std::optional<std::uint32_t> WindowActor::requestedTime(PropertyReply& later)
 std::optional<std::uint32_t> WindowActor::freshTime()
 {
     requestTime();
-    PropertyReply barrier = ask(*m_link, m_link->ownWindow(), m_link->atoms()[Atom::kelpaTime], 0);
+    PropertyReply barrier = ask(m_link->ownWindow(), m_link->atoms()[Atom::kelpaTime], 0);
     return requestedTime(barrier);
 }
 
@@ -227,8 +227,7 @@ std::optional<std::uint32_t> WindowActor::serverTime()
 
 std::uint32_t WindowActor::activeWindow()
 {
-    PropertyReply active =
-        ask(*m_link, m_link->connection().root(), m_link->atoms()[Atom::netActiveWindow], 1);
+    PropertyReply active = askRoot(Atom::netActiveWindow);
     return word(propertyOf(active.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
 }
 
@@ -238,7 +237,7 @@ bool WindowActor::isDialogOf(std::uint32_t dialog, std::uint32_t window)
     if (dialog == XCB_WINDOW_NONE || connection.clientOf(dialog) != connection.clientOf(window)) {
         return false;
     }
-    PropertyReply owner = ask(*m_link, dialog, XCB_ATOM_WM_TRANSIENT_FOR, 1);
+    PropertyReply owner = ask(dialog, XCB_ATOM_WM_TRANSIENT_FOR, 1);
     return word(propertyOf(owner.get()), XCB_ATOM_WINDOW) == window;
 }
 
@@ -371,8 +370,8 @@ void WindowActor::closeWindows(ProcessID process)
     std::vector<std::pair<xcb_window_t, PropertyReply>> questions;
     for (const ClientWindow& client : own->clients) {
         if (hasCloseButton(client)) {
-            questions.emplace_back(client.window, ask(*m_link, client.window,
-                                                      atoms[Atom::wmProtocols], mostProtocols));
+            questions.emplace_back(client.window,
+                                   ask(client.window, atoms[Atom::wmProtocols], mostProtocols));
         }
     }
     const std::uint32_t time = freshTime().value_or(XCB_CURRENT_TIME);

@@ -1,6 +1,7 @@
 // Asks the window manager to act on windows, the way a pager does.
 #pragma once
 
+#include "platform/x11/AtomTable.h"
 #include "platform/x11/ClientWindow.h"
 #include "platform/x11/DisplayConnector.h"
 #include "platform/x11/ForwardPolicy.h"
@@ -90,6 +91,8 @@ private:
     struct Outlook;
 
     bool connect();
+    PropertyReply ask(xcb_window_t window, xcb_atom_t name, std::uint32_t length);
+    PropertyReply askRoot(Atom name);
     Outlook outlook(const WindowTarget& target);
     void requestTime();
     std::optional<std::uint32_t> requestedTime(PropertyReply& later);

@@ -34,10 +34,9 @@ std::vector<std::uint32_t> WindowIcons::read(WindowID number)
         return {};
     XcbConnection& connection = m_link->connection();
     const AtomTable& atoms = m_link->atoms();
-    PropertyReply icon(connection, std::uint8_t{0}, *window, atoms[Atom::netWmIcon],
-                       xcb_atom_t{XCB_ATOM_CARDINAL}, 0U, longestIcon);
-    PropertyReply tag(connection, std::uint8_t{0}, *window, atoms[Atom::kelpaWindowNumber],
-                      xcb_atom_t{XCB_ATOM_CARDINAL}, 0U, 1U);
+    PropertyReply icon =
+        askProperty(connection, *window, atoms[Atom::netWmIcon], longestIcon, XCB_ATOM_CARDINAL);
+    PropertyReply tag = askProperty(connection, *window, atoms[Atom::kelpaWindowNumber], 1);
     const std::vector<std::uint32_t> pixels = words(propertyOf(icon.get()), XCB_ATOM_CARDINAL);
     const bool isSameWindow = word(propertyOf(tag.get()), XCB_ATOM_CARDINAL) == number;
     return isSameWindow ? pixels : std::vector<std::uint32_t>();

@@ -18,8 +18,6 @@ using namespace std::chrono_literals;
 
 constexpr Scheduler::Duration reconnectDelay = 2s;
 
-constexpr std::uint32_t mostClients = 8192;
-
 } // namespace
 
 WindowWatch::WindowWatch(Scheduler& scheduler, std::shared_ptr<DisplayConnector> connector,
@@ -53,7 +51,7 @@ void WindowWatch::connected(std::unique_ptr<DisplayLink> link)
                                                    QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
                      [this] { process(); });
-    select(m_link->connection().root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    selectEvents(m_link->connection(), m_link->connection().root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     m_owesNotice = true;
     askForClients();
     askForManager();
@@ -124,7 +122,7 @@ bool WindowWatch::pollReplies()
 
 void WindowWatch::handle(const xcb_generic_event_t& event)
 {
-    switch (event.response_type & 0x7FU) {
+    switch (typeOf(event)) {
     case 0:
         handleFailure(as<xcb_generic_error_t>(event));
         break;
@@ -226,7 +224,8 @@ void WindowWatch::clientsRead(const std::vector<std::uint32_t>& windows)
     bool isAnyNew = false;
     for (const xcb_window_t window : windows) {
         if (watched.insert(window).second && !m_watched.contains(window)) {
-            select(window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+            selectEvents(m_link->connection(), window,
+                         XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
             isAnyNew = true;
         }
     }
@@ -254,7 +253,7 @@ void WindowWatch::managerRead(const std::vector<std::uint32_t>& windows)
         return;
     }
     // The hint outlives its window manager; only its window tells whether that still runs.
-    select(m_manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    selectEvents(m_link->connection(), m_manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     ask(m_manager, Atom::netSupportingWmCheck, 1, &WindowWatch::managerConfirmed);
 }
 
@@ -268,11 +267,6 @@ void WindowWatch::setHasManager(bool hasManager)
     if (m_trust->hasWindowManager.exchange(hasManager) != hasManager) {
         m_pace.noteChange();
     }
-}
-
-void WindowWatch::select(xcb_window_t window, std::uint32_t mask)
-{
-    xcb_change_window_attributes(m_link->connection().raw(), window, XCB_CW_EVENT_MASK, &mask);
 }
 
 } // namespace kelpa::x11

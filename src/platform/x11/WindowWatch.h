@@ -56,7 +56,6 @@ private:
     void managerRead(const std::vector<std::uint32_t>& windows);
     void managerConfirmed(const std::vector<std::uint32_t>& windows);
     void setHasManager(bool hasManager);
-    void select(xcb_window_t window, std::uint32_t mask);
 
     Scheduler& m_scheduler;
     const std::shared_ptr<DisplayConnector> m_connector;

@@ -3,6 +3,7 @@
 #include "platform/x11/DisplayLink.h"
 #include "platform/x11/SnapshotSource.h"
 #include "platform/x11/WindowWatch.h"
+#include "platform/x11/XcbEvent.h"
 #include "platform/x11/XcbReply.h"
 
 #include <algorithm>
@@ -17,15 +18,14 @@ namespace {
 /// nothing would be heard.
 std::optional<xcb_window_t> endedWindow(const xcb_generic_event_t& event)
 {
-    const void* bytes = &event;
-    switch (event.response_type & 0x7FU) {
+    switch (typeOf(event)) {
     case 0: {
-        const auto& error = *static_cast<const xcb_generic_error_t*>(bytes);
+        const auto& error = as<xcb_generic_error_t>(event);
         const bool isWatch = error.major_code == XCB_CHANGE_WINDOW_ATTRIBUTES;
         return isWatch ? std::optional(error.resource_id) : std::nullopt;
     }
     case XCB_DESTROY_NOTIFY:
-        return static_cast<const xcb_destroy_notify_event_t*>(bytes)->window;
+        return as<xcb_destroy_notify_event_t>(event).window;
     default:
         return std::nullopt;
     }

@@ -80,11 +80,6 @@ struct Reading
     std::optional<bool> areAnimationsWanted;
 };
 
-void listen(XcbConnection& connection, xcb_window_t window, std::uint32_t mask)
-{
-    xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);
-}
-
 /// Waits for the server; any thread but the main one. Listens first, so that no change falls
 /// between.
 Reading readSettings(DisplayConnector& connector, std::shared_ptr<DisplayLink> link)
@@ -97,15 +92,15 @@ Reading readSettings(DisplayConnector& connector, std::shared_ptr<DisplayLink> l
     XcbConnection& connection = link->connection();
     const AtomTable& atoms = link->atoms();
     // A manager that comes tells there.
-    listen(connection, connection.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    selectEvents(connection, connection.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     SelectionOwnerReply owner(connection, atoms[Atom::settingsManager]);
     const auto* const owned = owner.get();
     Reading reading{link, owned ? owned->owner : xcb_window_t{XCB_WINDOW_NONE}, std::nullopt};
     if (reading.manager != XCB_WINDOW_NONE) {
-        listen(connection, reading.manager,
-               XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-        PropertyReply property(connection, std::uint8_t{0}, reading.manager, atoms[Atom::settings],
-                               atoms[Atom::settings], std::uint32_t{0}, longestSettings);
+        selectEvents(connection, reading.manager,
+                     XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+        PropertyReply property = askProperty(connection, reading.manager, atoms[Atom::settings],
+                                             longestSettings, atoms[Atom::settings]);
         if (const auto value =
                 settingsInteger(propertyOf(property.get()).bytes, "Gtk/EnableAnimations"))
             reading.areAnimationsWanted = *value != 0;
@@ -172,8 +167,7 @@ private:
 
     bool isChange(const xcb_generic_event_t& event) const
     {
-        constexpr int sentFlag = 0x80;
-        switch (event.response_type & ~sentFlag) {
+        switch (typeOf(event)) {
         case XCB_CLIENT_MESSAGE:
             return true;
         case XCB_DESTROY_NOTIFY:

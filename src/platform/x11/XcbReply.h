@@ -70,12 +70,17 @@ using GeometryReply = XcbReply<xcb_get_geometry, xcb_get_geometry_reply>;
 using TranslationReply = XcbReply<xcb_translate_coordinates, xcb_translate_coordinates_reply>;
 using PropertyReply = XcbReply<xcb_get_property, xcb_get_property_reply>;
 using SelectionOwnerReply = XcbReply<xcb_get_selection_owner, xcb_get_selection_owner_reply>;
-/// The reply as plain data that refers to it; a property without type when there is none.
-Property propertyOf(const xcb_get_property_reply_t* reply);
-
 using AtomReply = XcbReply<xcb_intern_atom, xcb_intern_atom_reply>;
 using ExtensionReply = XcbReply<xcb_query_extension, xcb_query_extension_reply>;
 /// The cheapest answer there is: once it has come, the server has carried out all before it.
 using InputFocusReply = XcbReply<xcb_get_input_focus, xcb_get_input_focus_reply>;
+
+/// At most `length` words of four bytes are read. Of a property of another type than `type` none
+/// are.
+PropertyReply askProperty(XcbConnection& connection, xcb_window_t window, xcb_atom_t name,
+                          std::uint32_t length, xcb_atom_t type = XCB_GET_PROPERTY_TYPE_ANY);
+
+/// The reply as plain data that refers to it; a property without type when there is none.
+Property propertyOf(const xcb_get_property_reply_t* reply);
 
 } // namespace kelpa::x11
