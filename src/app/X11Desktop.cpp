@@ -102,9 +102,9 @@ X11Desktop::X11Desktop(Scheduler& scheduler, const QString& stateFolder,
         firstLookLimit,
         [&server = m_parts->windowServer](const std::stop_token&) {
             server.refreshTrust();
-            return true;
+            return Done{};
         },
-        [](bool) {});
+        [](Done) {});
 }
 
 X11Desktop::~X11Desktop() = default;

@@ -10,7 +10,7 @@ namespace kelpa::x11 {
 
 X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, WindowActor& actor,
                            Scheduler& scheduler)
-    : m_connector(std::move(connector)), m_actor(actor), m_scheduler(scheduler)
+    : m_connector(std::move(connector)), m_actor(actor), m_scheduler(scheduler), m_startupEnds(scheduler)
 {}
 
 std::unique_ptr<Subscription>
@@ -26,9 +26,10 @@ void X11OwnWindow::requestFront(std::uint32_t window, const FrontOccasion& occas
     // A later request replaces one that has not begun.
     m_request = m_scheduler.inBackground(
         [&actor = m_actor, window, time](const std::stop_token&) {
-            return actor.bringOwnForward(window, time);
+            actor.bringOwnForward(window, time);
+            return Done{};
         },
-        [](bool) {});
+        [](Done) {});
     if (!occasion.startupID.isEmpty())
         endStartup(occasion.startupID);
 }
@@ -37,13 +38,12 @@ void X11OwnWindow::endStartup(const QByteArray& startupID)
 {
     // By itself, so that the pointer of each launcher ends, also when the next start comes before
     // the window has.
-    const std::uint64_t number = ++m_lastStartupEnd;
-    m_startupEnds[number] = m_scheduler.inBackground(
+    m_startupEnds.inBackground(
         [&actor = m_actor, startupID](const std::stop_token&) {
             actor.endStartup(startupID);
-            return true;
+            return Done{};
         },
-        [this, number](bool) { m_startupEnds.erase(number); });
+        [](Done) {});
 }
 
 } // namespace kelpa::x11

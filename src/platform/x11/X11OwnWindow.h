@@ -3,10 +3,10 @@
 
 #include "platform/OwnWindow.h"
 #include "platform/Scheduler.h"
+#include "platform/TaskGroup.h"
 #include "platform/x11/DisplayConnector.h"
 
 #include <cstdint>
-#include <map>
 #include <memory>
 
 namespace kelpa::x11 {
@@ -32,9 +32,8 @@ private:
     WindowActor& m_actor;
     Scheduler& m_scheduler;
     TaskHandle m_request;
-    /// Ends of starts that are being told of, by their number.
-    std::map<std::uint64_t, TaskHandle> m_startupEnds;
-    std::uint64_t m_lastStartupEnd = 0;
+    /// Ends of starts that are being told of.
+    TaskGroup m_startupEnds;
 };
 
 } // namespace kelpa::x11
