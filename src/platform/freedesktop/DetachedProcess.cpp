@@ -1,5 +1,7 @@
 #include "platform/freedesktop/DetachedProcess.h"
 
+#include "platform/FileDescriptor.h"
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
@@ -34,27 +36,6 @@ QStringList withoutOwnStart(QProcessEnvironment environment)
     }
     return environment.toStringList();
 }
-
-class Descriptor
-{
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { close(); }
-
-    int number() const { return m_number; }
-    void close()
-    {
-        if (m_number >= 0) {
-            ::close(m_number);
-            m_number = -1;
-        }
-    }
-
-private:
-    int m_number;
-};
 
 /// Texts as the system wants them.
 class TextList
@@ -160,9 +141,9 @@ std::optional<ProcessID> startDetached(const QStringList& command,
     if (command.isEmpty() || pipe2(ends.data(), O_CLOEXEC) != 0) {
         return std::nullopt;
     }
-    const Descriptor reading(ends[0]);
-    Descriptor writing(ends[1]);
-    const Descriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
+    const FileDescriptor reading(ends[0]);
+    FileDescriptor writing(ends[1]);
+    const FileDescriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
     const Preparation preparation{TextList(command), TextList(withoutOwnStart(environment)),
                                   QFile::encodeName(QDir::homePath()), nothing.number(),
                                   writing.number()};

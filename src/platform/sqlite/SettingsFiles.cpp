@@ -19,27 +19,6 @@ namespace {
 constexpr mode_t folderMode = S_IRWXU;
 constexpr mode_t fileMode = S_IRUSR | S_IWUSR;
 
-/// Closes what it holds.
-class Descriptor
-{
-public:
-    explicit Descriptor(int descriptor) : m_descriptor(descriptor) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor()
-    {
-        if (isOpen())
-            ::close(m_descriptor);
-    }
-
-    bool isOpen() const { return m_descriptor >= 0; }
-    int get() const { return m_descriptor; }
-    int release() { return std::exchange(m_descriptor, -1); }
-
-private:
-    int m_descriptor;
-};
-
 SettingsTrouble openTrouble(int error)
 {
     switch (error) {
@@ -65,10 +44,10 @@ std::optional<SettingsTrouble> makeFolder(const QString& folder)
     if (::mkdir(QFile::encodeName(folder).constData(), folderMode) != 0 && errno != EEXIST)
         return openTrouble(errno);
     // The new entry itself has to survive a power cut.
-    const Descriptor above(
+    const FileDescriptor above(
         ::open(QFile::encodeName(parent).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (above.isOpen())
-        ::fsync(above.get());
+        ::fsync(above.number());
     return std::nullopt;
 }
 
@@ -104,12 +83,12 @@ std::optional<SettingsTrouble> makeSettingsFile(const QString& path)
         return trouble;
     // Closed before SQLite opens the file: closing any descriptor drops the process's locks on it.
     // Without waiting, so that a pipe of that name does not stop the program.
-    const Descriptor file(::open(QFile::encodeName(path).constData(),
-                                 O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
+    const FileDescriptor file(::open(QFile::encodeName(path).constData(),
+                                     O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
     if (!file.isOpen())
         return openTrouble(errno);
     struct stat status = {};
-    if (::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
         return SettingsTrouble::unreachable;
     return std::nullopt;
 }
@@ -162,21 +141,10 @@ std::optional<FileIdentity> FileIdentity::of(const QString& path)
     return FileIdentity{status.st_dev, status.st_ino};
 }
 
-FileLock::~FileLock()
-{
-    release();
-}
-
-void FileLock::release()
-{
-    if (m_descriptor >= 0)
-        ::close(std::exchange(m_descriptor, -1));
-}
-
 bool FileLock::isInPlace() const
 {
     struct stat locked = {};
-    if (m_descriptor < 0 || ::fstat(m_descriptor, &locked) != 0)
+    if (!m_file.isOpen() || ::fstat(m_file.number(), &locked) != 0)
         return false;
     return FileIdentity::of(m_path) == FileIdentity{locked.st_dev, locked.st_ino};
 }
@@ -185,14 +153,14 @@ std::optional<SettingsTrouble> FileLock::acquire(const QString& path)
 {
     if (path == m_path && isInPlace())
         return std::nullopt;
-    release();
-    Descriptor file(::open(QFile::encodeName(path).constData(),
-                           O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
+    m_file.close();
+    FileDescriptor file(::open(QFile::encodeName(path).constData(),
+                               O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
     if (!file.isOpen())
         return openTrouble(errno);
-    if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
+    if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
         return errno == EWOULDBLOCK ? SettingsTrouble::inUse : SettingsTrouble::unreachable;
-    m_descriptor = file.release();
+    m_file = std::move(file);
     m_path = path;
     // It may have been removed between the two.
     return isInPlace() ? std::nullopt : std::optional(SettingsTrouble::unreachable);

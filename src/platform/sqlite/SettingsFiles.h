@@ -2,6 +2,7 @@
 // out of the way.
 #pragma once
 
+#include "platform/FileDescriptor.h"
 #include "platform/sqlite/SettingsTrouble.h"
 
 #include <QByteArray>
@@ -51,11 +52,6 @@ struct FileIdentity
 class FileLock
 {
 public:
-    FileLock() = default;
-    FileLock(const FileLock&) = delete;
-    FileLock& operator=(const FileLock&) = delete;
-    ~FileLock();
-
     /// Does not wait. `inUse` when another holds it; nothing when it is held now. A lock on a file
     /// that was removed since, or on one of another path, keeps nobody out: a new one is taken and
     /// the old one given up.
@@ -65,10 +61,8 @@ public:
     bool isInPlace() const;
 
 private:
-    void release();
-
     QString m_path;
-    int m_descriptor = -1;
+    FileDescriptor m_file;
 };
 
 } // namespace kelpa
