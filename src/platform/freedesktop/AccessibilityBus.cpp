@@ -16,8 +16,6 @@ using Clock = std::chrono::steady_clock;
 const std::string rootPath = "/org/a11y/atspi/accessible/root";
 const std::string accessible = "org.a11y.atspi.Accessible";
 const BusAddressee registry{"org.a11y.atspi.Registry", rootPath, accessible};
-const BusAddressee busItself{"org.freedesktop.DBus", "/org/freedesktop/DBus",
-                             "org.freedesktop.DBus"};
 const BusAddressee launcher{"org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus"};
 
 /// More than any desktop has; a bound for an application that claims without end.

@@ -60,7 +60,7 @@ ApplicationService::ApplicationService(QString busName,
 ApplicationService::~ApplicationService()
 {
     // Others find no object any more, but the name, until the process has ended.
-    QDBusConnection(m_busName).unregisterObject(QStringLiteral("/org/kelpa/Kelpa"));
+    QDBusConnection(m_busName).unregisterObject(QLatin1String(objectOfKelpa));
 }
 
 NameClaim ApplicationService::claim()
@@ -70,7 +70,7 @@ NameClaim ApplicationService::claim()
         return NameClaim::noBus;
     QDBusConnection bus = QDBusConnection::connectToBus(QString::fromLocal8Bit(address), m_busName);
     // First the object, so that whoever finds the name can ask it.
-    if (!bus.isConnected() || !bus.registerVirtualObject(QStringLiteral("/org/kelpa/Kelpa"), this))
+    if (!bus.isConnected() || !bus.registerVirtualObject(QLatin1String(objectOfKelpa), this))
         return NameClaim::noBus;
     QDBusMessage request = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),

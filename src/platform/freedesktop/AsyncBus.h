@@ -19,6 +19,10 @@ struct BusAddressee
     std::string interface;
 };
 
+/// The bus, which answers like its clients.
+inline const BusAddressee busItself{"org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                    "org.freedesktop.DBus"};
+
 enum class BusOutcome : std::uint8_t {
     answered,
     /// An error came back: no such name, object, interface or method.

@@ -1,6 +1,7 @@
 #include "platform/freedesktop/RunningProgram.h"
 
 #include "platform/freedesktop/AsyncBus.h"
+#include "platform/freedesktop/GlibPointers.h"
 #include "platform/freedesktop/SessionBus.h"
 
 #include <glib-unix.h>
@@ -14,9 +15,6 @@ namespace {
 constexpr std::chrono::milliseconds connectLimit{1000};
 constexpr std::chrono::milliseconds lookLimit{500};
 
-const BusAddressee busItself{"org.freedesktop.DBus", "/org/freedesktop/DBus",
-                             "org.freedesktop.DBus"};
-
 gboolean noteInterruption(int, GIOCondition, void* isInterrupted)
 {
     *static_cast<bool*>(isInterrupted) = true;
@@ -29,33 +27,29 @@ class Loop
 public:
     explicit Loop(int interruption) : m_context(g_main_context_new())
     {
-        g_main_context_push_thread_default(m_context);
+        g_main_context_push_thread_default(m_context.get());
         if (interruption < 0)
             return;
         GSource* const source = g_unix_fd_source_new(interruption, G_IO_IN);
         g_source_set_callback(source, G_SOURCE_FUNC(noteInterruption), &m_isInterrupted, nullptr);
-        g_source_attach(source, m_context);
+        g_source_attach(source, m_context.get());
         g_source_unref(source);
     }
     Loop(const Loop&) = delete;
     Loop& operator=(const Loop&) = delete;
-    ~Loop()
-    {
-        g_main_context_pop_thread_default(m_context);
-        g_main_context_unref(m_context);
-    }
+    ~Loop() { g_main_context_pop_thread_default(m_context.get()); }
 
     /// Absent when nobody waits any longer.
     template <class Value>
     std::optional<Value> await(const std::optional<Value>& value)
     {
         while (!value && !m_isInterrupted)
-            g_main_context_iteration(m_context, TRUE);
+            g_main_context_iteration(m_context.get(), TRUE);
         return value;
     }
 
 private:
-    GMainContext* m_context;
+    const GlibPointer<GMainContext> m_context;
     bool m_isInterrupted = false;
 };
 
@@ -74,7 +68,7 @@ std::optional<BusOutcome> activate(Loop& loop, AsyncBus& bus, const QByteArray& 
                                    const QByteArray& startupID, std::chrono::milliseconds limit)
 {
     std::optional<BusOutcome> outcome;
-    bus.call({busName.toStdString(), "/org/kelpa/Kelpa", "org.freedesktop.Application"}, "Activate",
+    bus.call({busName.toStdString(), objectOfKelpa, "org.freedesktop.Application"}, "Activate",
              platformData(startupID), "()", limit,
              [&outcome](BusOutcome answer, GVariant*) { outcome = answer; });
     return loop.await(outcome);
