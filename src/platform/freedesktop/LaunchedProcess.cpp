@@ -1,5 +1,7 @@
 #include "platform/freedesktop/LaunchedProcess.h"
 
+#include "platform/freedesktop/ProcessStatus.h"
+
 #include <QFile>
 #include <QList>
 
@@ -17,19 +19,6 @@ constexpr qint64 longestEnvironment = qint64{1} << 20;
 constexpr int longestDescent = 64;
 
 constexpr ProcessID firstProcess = 1;
-
-/// 0 for a process that is gone.
-ProcessID parentOf(ProcessID process)
-{
-    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return 0;
-    }
-    // Number, name in parentheses, state, parent; the name may contain anything.
-    const QByteArray line = file.readAll();
-    const QList<QByteArray> rest = line.mid(line.lastIndexOf(')') + 1).simplified().split(' ');
-    return rest.size() > 1 ? rest[1].toInt() : 0;
-}
 
 /// What it was told when it was loaded, whatever it has changed of that since.
 bool wasTold(const QByteArray& startupID, ProcessID process)
@@ -51,7 +40,7 @@ bool cameOf(const Launch& launch, ProcessID process)
             wasTold(launch.startupID, process)) {
             return true;
         }
-        process = parentOf(process);
+        process = processStatus(process).value_or(ProcessStatus{}).parent;
     }
     return false;
 }

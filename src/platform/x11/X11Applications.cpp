@@ -3,11 +3,11 @@
 #include "platform/freedesktop/ApplicationIcons.h"
 #include "platform/freedesktop/ApplicationLauncher.h"
 #include "platform/freedesktop/LaunchedProcess.h"
+#include "platform/freedesktop/ProcessStatus.h"
 #include "platform/x11/StartupMarks.h"
 #include "platform/x11/WindowActor.h"
 
 #include <QCoreApplication>
-#include <QFile>
 
 #include <algorithm>
 #include <utility>
@@ -28,17 +28,7 @@ ProcessID X11Applications::currentProcess() const
 
 bool X11Applications::isRunning(ProcessID process)
 {
-    if (process <= 0) {
-        return false;
-    }
-    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return false;
-    }
-    // The state follows the name, which stands in parentheses and may contain some.
-    const QByteArray line = file.readAll();
-    const QByteArray state = line.mid(line.lastIndexOf(')') + 1).trimmed().left(1);
-    return state != "Z" && state != "X";
+    return processStatus(process).value_or(ProcessStatus{}).isRunning;
 }
 
 void X11Applications::requestActivation(ProcessID process)
