@@ -22,8 +22,6 @@ constexpr std::size_t maximalEntries = 20'000;
 /// the coarsest clock of the file systems in use.
 constexpr std::chrono::milliseconds coarsestClock = std::chrono::seconds(2);
 
-const QString entrySuffix = QStringLiteral(".desktop");
-
 /// File name of what a process runs; empty when it is gone or another person's.
 QString programOf(ProcessID process)
 {
@@ -154,9 +152,9 @@ void DesktopEntries::readFolder(const QString& path, const QString& prefix, int 
             if (depth < maximalFolderDepth) {
                 readFolder(file.filePath(), prefix + file.fileName() + u'-', depth + 1, entries);
             }
-        } else if (file.fileName().endsWith(entrySuffix)) {
-            const QString id = prefix + file.fileName().chopped(entrySuffix.size());
-            if (std::optional<DesktopEntry> entry = readDesktopEntry(file.filePath(), id)) {
+        } else if (const auto id = entryIDOfFile(file.fileName())) {
+            if (std::optional<DesktopEntry> entry =
+                    readDesktopEntry(file.filePath(), prefix + *id)) {
                 entries.push_back(std::move(*entry));
             }
         }

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/DesktopEntryFile.h"
 
+#include "platform/DataHome.h"
 #include "platform/freedesktop/GlibPointers.h"
 
 #include <QDir>
@@ -83,17 +84,20 @@ EntryCommands readEntryCommands(const QString& path)
     return {exec("Desktop Entry"), exec("Desktop Action new-window")};
 }
 
+std::optional<QString> entryIDOfFile(const QString& fileName)
+{
+    const QString suffix = QStringLiteral(".desktop");
+    return fileName.endsWith(suffix) ? std::optional(fileName.chopped(suffix.size()))
+                                     : std::nullopt;
+}
+
 std::vector<QString> applicationDataDirectories()
 {
-    QString own = qEnvironmentVariable("XDG_DATA_HOME");
-    if (!QDir::isAbsolutePath(own)) {
-        own = QDir::homePath() + QStringLiteral("/.local/share");
-    }
     QString shared = qEnvironmentVariable("XDG_DATA_DIRS");
     if (shared.isEmpty()) {
         shared = QStringLiteral("/usr/local/share:/usr/share");
     }
-    std::vector<QString> directories{QDir::cleanPath(own)};
+    std::vector<QString> directories{dataHome()};
     for (const QString& directory : shared.split(u':', Qt::SkipEmptyParts)) {
         const QString clean = QDir::cleanPath(directory);
         const bool isKnown =

@@ -28,6 +28,9 @@ struct DesktopEntry
     bool isDeleted = false;
 };
 
+/// The name of an entry's file without ".desktop"; none when it does not end so.
+std::optional<QString> entryIDOfFile(const QString& fileName);
+
 /// None when the file is not a usable entry of an application: not a regular file, larger than
 /// 1 MiB, not the format, or its program is not installed. Any thread; reads the disk.
 std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString& id);

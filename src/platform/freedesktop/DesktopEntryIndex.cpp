@@ -9,13 +9,6 @@ namespace kelpa {
 
 namespace {
 
-const QString suffix = QStringLiteral(".desktop");
-
-QString withoutSuffix(const QString& id)
-{
-    return id.endsWith(suffix) ? id.chopped(suffix.size()) : id;
-}
-
 /// Toolkits put spaces in a class where packagers put hyphens in a file name.
 QString foldedID(const QString& id)
 {
@@ -61,11 +54,12 @@ const DesktopEntry* DesktopEntryIndex::entry(const QString& id) const
 const DesktopEntry* DesktopEntryIndex::find(const ApplicationClues& clues,
                                             const QString& program) const
 {
-    if (const DesktopEntry* found = byID(withoutSuffix(clues.gtkApplicationID))) {
+    if (const DesktopEntry* found =
+            byID(entryIDOfFile(clues.gtkApplicationID).value_or(clues.gtkApplicationID))) {
         return found;
     }
     const QString kdeFile = clues.kdeDesktopFile.mid(clues.kdeDesktopFile.lastIndexOf(u'/') + 1);
-    if (const DesktopEntry* found = byID(withoutSuffix(kdeFile))) {
+    if (const DesktopEntry* found = byID(entryIDOfFile(kdeFile).value_or(kdeFile))) {
         return found;
     }
     // The instance comes first: an installed web page has an instance of its own while its class is

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/UrlHandlers.h"
 
+#include "platform/freedesktop/DesktopEntryFile.h"
 #include "platform/freedesktop/GlibPointers.h"
 
 namespace kelpa {
@@ -29,8 +30,7 @@ std::optional<QString> defaultBrowser()
         return std::nullopt;
     }
     const QString name = QString::fromUtf8(id);
-    const QString suffix = QStringLiteral(".desktop");
-    return name.endsWith(suffix) ? name.chopped(suffix.size()) : name;
+    return entryIDOfFile(name).value_or(name);
 }
 
 } // namespace kelpa

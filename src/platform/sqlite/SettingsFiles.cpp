@@ -1,5 +1,7 @@
 #include "platform/sqlite/SettingsFiles.h"
 
+#include "platform/DataHome.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -65,11 +67,7 @@ QString resolvedFolder(const QString& folder)
 
 QString defaultSettingsPath()
 {
-    const QString configured = qEnvironmentVariable("XDG_DATA_HOME");
-    const QString base = QDir::isAbsolutePath(configured)
-                             ? configured
-                             : QDir::homePath() + QStringLiteral("/.local/share");
-    return QDir::cleanPath(base + QStringLiteral("/kelpa/kelpa.sqlite"));
+    return QDir(dataHome()).filePath(QStringLiteral("kelpa/kelpa.sqlite"));
 }
 
 std::optional<SettingsTrouble> makeSettingsFolder(const QString& path)
