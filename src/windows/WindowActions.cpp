@@ -1,5 +1,6 @@
 #include "windows/WindowActions.h"
 
+#include "model/OnlyMatch.h"
 #include "windows/WindowDiscovery.h"
 
 #include <map>
@@ -8,19 +9,13 @@ namespace kelpa {
 
 namespace {
 
-/// The only element for which `matches` holds; null when there is none or more than one.
+/// The only element whose attributes match; null when there is none or more than one.
 template <class Predicate>
 AccessibilityElement* onlyElement(const AccessibilityElements& elements, Predicate matches)
 {
-    AccessibilityElement* found = nullptr;
-    for (const auto& element : elements) {
-        if (!matches(element->attributes()))
-            continue;
-        if (found != nullptr)
-            return nullptr;
-        found = element.get();
-    }
-    return found;
+    const auto* const found = onlyMatch(
+        elements, [&matches](const auto& element) { return matches(element->attributes()); });
+    return found == nullptr ? nullptr : found->get();
 }
 
 bool hasFrame(const AccessibilityWindow& attributes, const Rect& bounds)

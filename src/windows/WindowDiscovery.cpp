@@ -1,5 +1,7 @@
 #include "windows/WindowDiscovery.h"
 
+#include "model/OnlyMatch.h"
+
 #include <QHash>
 #include <QSet>
 
@@ -51,17 +53,6 @@ AccessibilityWindows accessibilityWindows(DiscoverySource& source, ProcessID pro
     return infos;
 }
 
-/// The only element for which `matches` holds; null when there is none or more than one.
-template <class Predicate>
-const AccessibilityWindowInfo* onlyMatch(const AccessibilityWindows& infos, Predicate matches)
-{
-    const auto first = std::ranges::find_if(infos, matches);
-    if (first == infos.end())
-        return nullptr;
-    const bool isAmbiguous = std::any_of(std::next(first), infos.end(), matches);
-    return isAmbiguous ? nullptr : &*first;
-}
-
 /// Numbers decide where the platform gives them; otherwise a title that singles one element out
 /// does, and then a frame that does. Ambiguity is never resolved by guessing.
 const AccessibilityWindowInfo* matchingWindow(const AccessibilityWindows& infos, WindowID number,
@@ -78,7 +69,7 @@ const AccessibilityWindowInfo* matchingWindow(const AccessibilityWindows& infos,
             return false;
         return info.title->trimmed().contains(wanted);
     };
-    if (const AccessibilityWindowInfo* const match = onlyMatch(infos, matchesTitle))
+    if (const auto* const match = onlyMatch(infos, matchesTitle))
         return match;
 
     return onlyMatch(infos, [&bounds](const AccessibilityWindowInfo& info) {

@@ -1,5 +1,7 @@
 #include "platform/freedesktop/DocumentMatching.h"
 
+#include "model/OnlyMatch.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -32,32 +34,20 @@ bool hasInTitle(const DocumentQuery& window, const ShownDocument& document)
     return !name.isEmpty() && window.title.contains(name);
 }
 
-using Test = std::function<bool(const DocumentQuery&)>;
-
-/// The position of the only window that passes.
-std::optional<std::size_t> only(const std::vector<DocumentQuery>& windows, const Test& test)
-{
-    const auto found = std::find_if(windows.begin(), windows.end(), test);
-    if (found == windows.end() || std::any_of(found + 1, windows.end(), test)) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(found - windows.begin());
-}
-
-std::optional<std::size_t> windowOf(const ShownDocument& document,
-                                    const std::vector<DocumentQuery>& windows)
+const DocumentQuery* windowOf(const ShownDocument& document,
+                              const std::vector<DocumentQuery>& windows)
 {
     const auto isNamed = [&](const DocumentQuery& window) { return hasInTitle(window, document); };
     if (!document.extents) {
-        const auto found = only(windows, isNamed);
-        return found ? found : only(windows, [](const DocumentQuery&) { return true; });
+        const auto* const found = onlyMatch(windows, isNamed);
+        return found ? found : onlyMatch(windows, [](const DocumentQuery&) { return true; });
     }
     const auto isAround = [&](const DocumentQuery& window) {
         return contains(window.frame, *document.extents);
     };
-    const auto found = only(
+    const auto* const found = onlyMatch(
         windows, [&](const DocumentQuery& window) { return isAround(window) && isNamed(window); });
-    return found ? found : only(windows, isAround);
+    return found ? found : onlyMatch(windows, isAround);
 }
 
 double area(const ShownDocument& document)
@@ -91,8 +81,8 @@ std::vector<WindowDocument> matchDocuments(const std::vector<DocumentQuery>& win
 {
     std::vector<const ShownDocument*> best(windows.size(), nullptr);
     for (const ShownDocument& document : documents) {
-        if (const auto window = windowOf(document, windows)) {
-            const ShownDocument*& held = best[*window];
+        if (const DocumentQuery* const window = windowOf(document, windows)) {
+            const ShownDocument*& held = best[static_cast<std::size_t>(window - windows.data())];
             if (held == nullptr || area(document) > area(*held)) {
                 held = &document;
             }
