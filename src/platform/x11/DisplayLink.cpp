@@ -80,4 +80,9 @@ bool DisplayLink::acquireNumbers()
     return isFree || (reply && reply->owner == m_ownWindow);
 }
 
+bool isStanding(const std::unique_ptr<DisplayLink>& link)
+{
+    return link && !link->connection().isBroken();
+}
+
 } // namespace kelpa::x11

@@ -45,4 +45,7 @@ private:
     xcb_window_t m_ownWindow = XCB_WINDOW_NONE;
 };
 
+/// Whether there is a connection that is not lost; otherwise it is time for a new one.
+bool isStanding(const std::unique_ptr<DisplayLink>& link);
+
 } // namespace kelpa::x11

@@ -97,7 +97,7 @@ WindowActor::~WindowActor() = default;
 
 bool WindowActor::connect()
 {
-    if (m_link && !m_link->connection().isBroken()) {
+    if (isStanding(m_link)) {
         return true;
     }
     m_asked.reset();

@@ -127,7 +127,7 @@ XcbTraffic X11WindowServer::traffic() const
 
 bool X11WindowServer::connect()
 {
-    if (m_link && !m_link->connection().isBroken()) {
+    if (isStanding(m_link)) {
         return true;
     }
     m_numbers.forgetAll();
