@@ -42,9 +42,8 @@ std::vector<std::pair<std::string, std::string>> objects(GVariant* answer, std::
     g_variant_get(answer, "(a(so))", &list);
     const char* name = nullptr;
     const char* path = nullptr;
-    while (found.size() < maximum && g_variant_iter_next(list, "(&s&o)", &name, &path) != FALSE) {
+    while (found.size() < maximum && g_variant_iter_next(list, "(&s&o)", &name, &path) != FALSE)
         found.emplace_back(name, path);
-    }
     g_variant_iter_free(list);
     return found;
 }
@@ -66,9 +65,8 @@ QString location(GVariant* answer)
     const char* value = nullptr;
     while (g_variant_iter_next(list, "{&s&s}", &key, &value) != FALSE) {
         for (std::size_t i = 0; i < keys.size(); ++i) {
-            if (std::string_view(key) == keys.at(i)) {
+            if (std::string_view(key) == keys.at(i))
                 found.at(i) = bounded(value);
-            }
         }
     }
     g_variant_iter_free(list);
@@ -82,9 +80,8 @@ std::optional<Rect> extents(GVariant* answer)
     gint32 width = 0;
     gint32 height = 0;
     g_variant_get(answer, "((iiii))", &x, &y, &width, &height);
-    if (width <= 0 || height <= 0) {
+    if (width <= 0 || height <= 0)
         return std::nullopt;
-    }
     return Rect{double(x), double(y), double(width), double(height)};
 }
 
@@ -117,9 +114,8 @@ struct AccessibilityBus::Question
     {
         std::erase_if(documents,
                       [](const ShownDocument& document) { return document.document.isEmpty(); });
-        if (answer == DocumentAnswer::none && !documents.empty()) {
+        if (answer == DocumentAnswer::none && !documents.empty())
             answer = DocumentAnswer::documents;
-        }
         done(answer, std::move(documents));
     }
 };
@@ -140,22 +136,20 @@ void AccessibilityBus::connect(Milliseconds limit, std::function<void(bool)> don
     }
     const auto otherwise = [this, limit, done = std::move(done)](bool isConnected) {
         m_session.close();
-        if (isConnected || m_place.fallbackAddress.empty()) {
+        if (isConnected || m_place.fallbackAddress.empty())
             done(isConnected);
-        } else {
+        else
             m_bus.open(m_place.fallbackAddress, limit, done);
-        }
     };
     if (m_place.sessionAddress.empty()) {
         otherwise(false);
         return;
     }
     m_session.open(m_place.sessionAddress, limit, [this, limit, otherwise](bool isConnected) {
-        if (isConnected) {
+        if (isConnected)
             askForAddress(limit, otherwise);
-        } else {
+        else
             otherwise(false);
-        }
     });
 }
 
@@ -183,9 +177,8 @@ void AccessibilityBus::applications(Milliseconds limit,
             return;
         }
         std::set<std::string> names;
-        for (auto& [name, path] : objects(value, maximalApplications)) {
+        for (auto& [name, path] : objects(value, maximalApplications))
             names.insert(std::move(name));
-        }
         std::erase_if(m_processes, [&](const auto& known) { return !names.contains(known.first); });
         askForProcesses({names.begin(), names.end()}, limit, done);
     };
@@ -197,9 +190,8 @@ void AccessibilityBus::askForProcesses(std::vector<std::string> names, Milliseco
 {
     const auto finish = [this, done = std::move(done)] {
         Names known;
-        for (const auto& [name, process] : m_processes) {
+        for (const auto& [name, process] : m_processes)
             known.emplace(process, name);
-        }
         done(std::move(known));
     };
     std::erase_if(names, [this](const std::string& name) { return m_processes.contains(name); });
@@ -217,9 +209,8 @@ void AccessibilityBus::askForProcesses(std::vector<std::string> names, Milliseco
                            g_variant_get(value, "(u)", &process);
                            m_processes[name] = static_cast<ProcessID>(process);
                        }
-                       if (--*awaited == 0) {
+                       if (--*awaited == 0)
                            finish();
-                       }
                    });
     }
 }
@@ -245,9 +236,8 @@ void AccessibilityBus::documents(const std::string& name, Milliseconds limit, Do
         }
         question->documents.resize(found.size());
         question->awaited = 3 * found.size();
-        for (std::size_t i = 0; i < found.size(); ++i) {
+        for (std::size_t i = 0; i < found.size(); ++i)
             askForDocument(question, i, found[i].second);
-        }
     };
     m_bus.call({name, rootPath, "org.a11y.atspi.Collection"}, "GetMatches", documentRule(),
                "(a(so))", limit, matches);
@@ -258,14 +248,12 @@ void AccessibilityBus::askForDocument(const std::shared_ptr<Question>& question,
 {
     const auto into = [question, index](void (*take)(ShownDocument&, GVariant*)) {
         return [question, index, take](BusOutcome outcome, GVariant* value) {
-            if (outcome == BusOutcome::answered) {
+            if (outcome == BusOutcome::answered)
                 take(question->documents[index], value);
-            }
             question->isSilent = question->isSilent || outcome == BusOutcome::silent;
-            if (--question->awaited == 0) {
+            if (--question->awaited == 0)
                 question->finish(question->isSilent ? DocumentAnswer::silent
                                                     : DocumentAnswer::none);
-            }
         };
     };
     m_bus.call({question->name, path, "org.a11y.atspi.Document"}, "GetAttributes", nullptr,

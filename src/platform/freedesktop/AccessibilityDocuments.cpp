@@ -136,9 +136,8 @@ void AccessibilityDocuments::Worker::takeNoted()
     m_noted.reset();
     m_schedule.note(windows);
     m_windows.clear();
-    for (DocumentQuery& window : windows) {
+    for (DocumentQuery& window : windows)
         m_windows[window.process].push_back(std::move(window));
-    }
     std::erase_if(m_documents,
                   [this](const auto& known) { return !m_windows.contains(known.first); });
 }
@@ -148,20 +147,17 @@ void AccessibilityDocuments::Worker::look(AccessibilityBus& bus)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_awaited > 0 || !m_noted) {
+        if (m_awaited > 0 || !m_noted)
             return;
-        }
     }
     takeNoted();
     const auto now = Clock::now();
     const std::vector<ProcessID> due = m_schedule.due(now);
-    if (due.empty() || (m_connectNotBefore && now < *m_connectNotBefore)) {
+    if (due.empty() || (m_connectNotBefore && now < *m_connectNotBefore))
         return;
-    }
     m_awaited = 1;
-    for (const ProcessID process : due) {
+    for (const ProcessID process : due)
         m_schedule.asked(process);
-    }
     if (bus.isConnected()) {
         ask(bus, due);
         return;
@@ -233,15 +229,13 @@ void AccessibilityDocuments::Worker::answered(ProcessID process, DocumentAnswer 
 {
     m_schedule.answered(process, answer, Clock::now());
     const auto windows = m_windows.find(process);
-    if (windows == m_windows.end()) {
+    if (windows == m_windows.end())
         return;
-    }
     const auto documentsOf = [](const std::vector<WindowDocument>& known) {
         std::vector<std::optional<QString>> list;
         list.reserve(known.size());
-        for (const WindowDocument& entry : known) {
+        for (const WindowDocument& entry : known)
             list.push_back(entry.document);
-        }
         return list;
     };
     {
@@ -249,17 +243,14 @@ void AccessibilityDocuments::Worker::answered(ProcessID process, DocumentAnswer 
         std::vector<WindowDocument>& known = m_documents[process];
         std::vector<WindowDocument> before;
         before.reserve(windows->second.size());
-        for (const DocumentQuery& window : windows->second) {
+        for (const DocumentQuery& window : windows->second)
             before.push_back({window, documentOf(window, known)});
-        }
         known = matchDocuments(windows->second, documents, known);
-        if (documentsOf(known) == documentsOf(before)) {
+        if (documentsOf(known) == documentsOf(before))
             return;
-        }
     }
-    if (m_changed) {
+    if (m_changed)
         QMetaObject::invokeMethod(&m_home, m_changed, Qt::QueuedConnection);
-    }
 }
 
 AccessibilityDocuments::AccessibilityDocuments(std::function<void()> changed,

@@ -19,9 +19,8 @@ ApplicationIcons::ApplicationIcons(DesktopEntries& entries, IconLookup& lookup,
 QImage ApplicationIcons::icon(const WindowItem& window, int pixels)
 {
     if (window.bundleIdentifier) {
-        if (QImage image = applicationIcon(*window.bundleIdentifier, pixels); !image.isNull()) {
+        if (QImage image = applicationIcon(*window.bundleIdentifier, pixels); !image.isNull())
             return image;
-        }
     }
     return m_windowIcon ? m_windowIcon(window.id, pixels) : QImage();
 }
@@ -36,17 +35,15 @@ QImage ApplicationIcons::applicationIcon(const QString& desktopEntryID, int pixe
             m_icons.clear();
             m_generation = generation;
         }
-        if (const auto known = m_icons.constFind(key); known != m_icons.cend()) {
+        if (const auto known = m_icons.constFind(key); known != m_icons.cend())
             return *known;
-        }
     }
     // Read without the lock, so that one slow drawing does not hold up the others; at worst two
     // threads read the same one.
     QImage image = m_lookup.image(desktopEntryID, pixels);
     const std::lock_guard lock(m_mutex);
-    if (m_generation == generation) {
+    if (m_generation == generation)
         m_icons.insert(key, image);
-    }
     return image;
 }
 

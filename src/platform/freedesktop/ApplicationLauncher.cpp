@@ -40,16 +40,14 @@ std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication applicat
                                                   const LaunchSurroundings& surroundings)
 {
     QProcessEnvironment environment = m_environment;
-    if (!surroundings.display.isEmpty()) {
+    if (!surroundings.display.isEmpty())
         environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(surroundings.display));
-    }
     environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
                        QString::fromUtf8(surroundings.startupID));
     for (const LaunchCandidate& candidate : candidates(application)) {
         std::optional<QString> expected = foretold(candidate);
-        if (const auto process = startDetached(candidate.command, environment)) {
+        if (const auto process = startDetached(candidate.command, environment))
             return Launch{std::move(expected), surroundings.startupID, *process};
-        }
     }
     return std::nullopt;
 }
@@ -61,42 +59,36 @@ std::vector<LaunchCandidate> ApplicationLauncher::candidates(LaunchableApplicati
     const ProgramFinder find = [&folders](const QString& program) {
         return program.isEmpty() ? QString() : QStandardPaths::findExecutable(program, folders);
     };
-    if (application == LaunchableApplication::terminal) {
+    if (application == LaunchableApplication::terminal)
         return terminalCandidates(m_environment.value(QStringLiteral("TERMINAL")), find, realPath);
-    }
     std::vector<LaunchableEntry> installed;
     for (const QString& id : chromeEntryIDs() + chromiumEntryIDs()) {
-        if (std::optional<LaunchableEntry> entry = launchable(id)) {
+        if (std::optional<LaunchableEntry> entry = launchable(id))
             installed.push_back(std::move(*entry));
-        }
     }
     std::optional<LaunchableEntry> standard;
-    if (const std::optional<QString> id = defaultBrowser()) {
+    if (const std::optional<QString> id = defaultBrowser())
         standard = launchable(*id);
-    }
     return browserCandidates(installed, standard, find);
 }
 
 std::optional<LaunchableEntry> ApplicationLauncher::launchable(const QString& desktopEntryID)
 {
     const std::optional<DesktopEntry> entry = m_entries.entry(desktopEntryID);
-    if (!entry) {
+    if (!entry)
         return std::nullopt;
-    }
     const EntryCommands commands = readEntryCommands(entry->path);
     return LaunchableEntry{entry->id, commands.exec, commands.newWindowExec};
 }
 
 std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& candidate)
 {
-    if (!candidate.desktopEntryID.isEmpty()) {
+    if (!candidate.desktopEntryID.isEmpty())
         return m_entries.idOfWindows(candidate.desktopEntryID);
-    }
     const QString real = realPath(candidate.command.front());
     const QString name = programOf(real.isEmpty() ? candidate.command.front() : real);
-    if (std::optional<QString> id = m_entries.idOfProgram(name)) {
+    if (std::optional<QString> id = m_entries.idOfProgram(name))
         return id;
-    }
     if (isScript(candidate.command.front())) {
         // Its name says nothing of the windows of what it starts.
         return std::nullopt;
@@ -107,20 +99,17 @@ std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& cand
 std::optional<QString> ApplicationLauncher::identifierOf(const Launch& launch,
                                                          const std::stop_token& stop)
 {
-    if (launch.bundleIdentifier || launch.process <= 0) {
+    if (launch.bundleIdentifier || launch.process <= 0)
         return launch.bundleIdentifier;
-    }
     const auto end = std::chrono::steady_clock::now() + m_recognition;
     while (!stop.stop_requested() && std::chrono::steady_clock::now() < end) {
         const std::vector<ProcessID> processes = processesOfSession(launch.process);
         for (const ProcessID process : processes) {
-            if (auto id = m_entries.resolve({{}, {}, {}, {}, process}).desktopEntryID) {
+            if (auto id = m_entries.resolve({{}, {}, {}, {}, process}).desktopEntryID)
                 return id;
-            }
         }
-        if (processes.empty()) {
+        if (processes.empty())
             return std::nullopt;
-        }
         std::this_thread::sleep_for(recognitionInterval);
     }
     return std::nullopt;

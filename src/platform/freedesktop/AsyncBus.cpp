@@ -84,15 +84,13 @@ void called(GObject* source, GAsyncResult* result, gpointer data)
     GError* error = nullptr;
     const Variant value(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error));
     const Error held(error);
-    if (!calling->arrives()) {
+    if (!calling->arrives())
         return;
-    }
-    if (value) {
+    if (value)
         calling->reply(BusOutcome::answered, value.get());
-    } else {
+    else
         calling->reply(held && isRefusal(*held) ? BusOutcome::refused : BusOutcome::silent,
                        nullptr);
-    }
 }
 
 } // namespace
@@ -109,9 +107,8 @@ AsyncBus::~AsyncBus()
 {
     abandon();
     GMainContext* context = g_main_context_ref_thread_default();
-    while (m_state->owed > 0) {
+    while (m_state->owed > 0)
         g_main_context_iteration(context, TRUE);
-    }
     close();
     g_main_context_unref(context);
 }
@@ -122,9 +119,8 @@ void AsyncBus::open(const std::string& address, Milliseconds limit, std::functio
     auto opening = std::make_unique<Opening>();
     opening->done = [state = m_state, done = std::move(done)](Connection connection) {
         --state->owed;
-        if (state->isAbandoned) {
+        if (state->isAbandoned)
             return;
-        }
         state->connection = std::move(connection);
         done(state->connection != nullptr);
     };

@@ -25,20 +25,17 @@ constexpr std::chrono::milliseconds coarsestClock = std::chrono::seconds(2);
 /// File name of what a process runs; empty when it is gone or another person's.
 QString programOf(ProcessID process)
 {
-    if (process <= 0) {
+    if (process <= 0)
         return {};
-    }
     std::error_code error;
     const std::filesystem::path target =
         std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/exe", error);
-    if (error) {
+    if (error)
         return {};
-    }
     QString name = QString::fromStdString(target.filename().string());
     // A program that was upgraded while it runs.
-    if (const QString deleted = QStringLiteral(" (deleted)"); name.endsWith(deleted)) {
+    if (const QString deleted = QStringLiteral(" (deleted)"); name.endsWith(deleted))
         name.chop(deleted.size());
-    }
     return name;
 }
 
@@ -55,9 +52,8 @@ ResolvedApplication DesktopEntries::resolve(const ApplicationClues& clues)
     const std::lock_guard lock(m_mutex);
     refresh();
     const DesktopEntry* entry = m_index.find(clues, program);
-    if (entry == nullptr) {
+    if (entry == nullptr)
         return {};
-    }
     return {entry->id, entry->name};
 }
 
@@ -90,9 +86,8 @@ std::optional<QString> DesktopEntries::idOfWindows(const QString& desktopEntryID
     const std::lock_guard lock(m_mutex);
     refresh();
     const DesktopEntry* entry = m_index.entry(desktopEntryID);
-    if (entry != nullptr && !entry->startupWmClass.isEmpty()) {
+    if (entry != nullptr && !entry->startupWmClass.isEmpty())
         entry = m_index.find({{}, {}, entry->startupWmClass, {}, 0}, {});
-    }
     return entry != nullptr ? std::optional(entry->id) : std::nullopt;
 }
 
@@ -106,19 +101,16 @@ std::uint64_t DesktopEntries::generation()
 void DesktopEntries::refresh()
 {
     const auto now = std::chrono::steady_clock::now();
-    if (m_checked && now - *m_checked < m_checkInterval) {
+    if (m_checked && now - *m_checked < m_checkInterval)
         return;
-    }
     const bool isFirst = !m_checked;
     m_checked = now;
-    if (!isFirst && !isOutdated()) {
+    if (!isFirst && !isOutdated())
         return;
-    }
     m_folders.clear();
     std::vector<DesktopEntry> entries;
-    for (const QString& directory : m_dataDirectories) {
+    for (const QString& directory : m_dataDirectories)
         readFolder(directory + QStringLiteral("/applications"), QString(), 0, entries);
-    }
     m_index = DesktopEntryIndex(std::move(entries));
     ++m_generation;
 }
@@ -145,18 +137,14 @@ void DesktopEntries::readFolder(const QString& path, const QString& prefix, int 
     const QFileInfoList contents =
         QDir(path).entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     for (const QFileInfo& file : contents) {
-        if (entries.size() >= maximalEntries) {
+        if (entries.size() >= maximalEntries)
             return;
-        }
         if (file.isDir()) {
-            if (depth < maximalFolderDepth) {
+            if (depth < maximalFolderDepth)
                 readFolder(file.filePath(), prefix + file.fileName() + u'-', depth + 1, entries);
-            }
         } else if (const auto id = entryIDOfFile(file.fileName())) {
-            if (std::optional<DesktopEntry> entry =
-                    readDesktopEntry(file.filePath(), prefix + *id)) {
+            if (std::optional<DesktopEntry> entry = readDesktopEntry(file.filePath(), prefix + *id))
                 entries.push_back(std::move(*entry));
-            }
         }
     }
 }

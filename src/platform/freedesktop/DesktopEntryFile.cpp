@@ -38,9 +38,8 @@ QString programOf(GDesktopAppInfo* info)
     const auto isPlain = [](const QString& argument) {
         return argument.startsWith(u'-') || argument.startsWith(u'%');
     };
-    if (command.isEmpty() || !std::all_of(command.begin() + 1, command.end(), isPlain)) {
+    if (command.isEmpty() || !std::all_of(command.begin() + 1, command.end(), isPlain))
         return {};
-    }
     return QFileInfo(command.front()).fileName();
 }
 
@@ -49,14 +48,12 @@ QString programOf(GDesktopAppInfo* info)
 std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString& id)
 {
     const QFileInfo file(path);
-    if (!file.isFile() || file.size() > maximalEntrySize) {
+    if (!file.isFile() || file.size() > maximalEntrySize)
         return std::nullopt;
-    }
     const GObjectPointer<GDesktopAppInfo> info(
         g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData()));
-    if (!info) {
+    if (!info)
         return std::nullopt;
-    }
     DesktopEntry entry;
     entry.path = path;
     entry.id = id;
@@ -74,9 +71,8 @@ EntryCommands readEntryCommands(const QString& path)
 {
     const GlibPointer<GKeyFile> file(g_key_file_new());
     if (g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(), G_KEY_FILE_NONE,
-                                  nullptr) == FALSE) {
+                                  nullptr) == FALSE)
         return {};
-    }
     const auto exec = [&file](const char* group) {
         const GlibPointer<char> value(g_key_file_get_string(file.get(), group, "Exec", nullptr));
         return QString::fromUtf8(value.get());
@@ -94,18 +90,16 @@ std::optional<QString> entryIDOfFile(const QString& fileName)
 std::vector<QString> applicationDataDirectories()
 {
     QString shared = qEnvironmentVariable("XDG_DATA_DIRS");
-    if (shared.isEmpty()) {
+    if (shared.isEmpty())
         shared = QStringLiteral("/usr/local/share:/usr/share");
-    }
     std::vector<QString> directories{dataHome()};
     for (const QString& directory : shared.split(u':', Qt::SkipEmptyParts)) {
         const QString clean = QDir::cleanPath(directory);
         const bool isKnown =
             std::find(directories.begin(), directories.end(), clean) != directories.end();
         // The convention says that a relative path is to be ignored.
-        if (QDir::isAbsolutePath(clean) && !isKnown) {
+        if (QDir::isAbsolutePath(clean) && !isKnown)
             directories.push_back(clean);
-        }
     }
     return directories;
 }

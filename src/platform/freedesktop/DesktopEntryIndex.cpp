@@ -21,28 +21,24 @@ DesktopEntryIndex::DesktopEntryIndex(std::vector<DesktopEntry> entries)
 {
     QSet<QString> seen;
     for (DesktopEntry& entry : entries) {
-        if (entry.id.isEmpty() || seen.contains(entry.id)) {
+        if (entry.id.isEmpty() || seen.contains(entry.id))
             continue;
-        }
         seen.insert(entry.id);
-        if (!entry.isDeleted) {
+        if (!entry.isDeleted)
             m_entries.push_back(std::move(entry));
-        }
     }
     for (std::size_t i = 0; i < m_entries.size(); ++i) {
         const DesktopEntry& entry = m_entries[i];
         m_byID[entry.id].push_back(i);
         m_byFoldedID[foldedID(entry.id)].push_back(i);
-        if (const qsizetype dot = entry.id.lastIndexOf(u'.'); dot >= 0) {
+        if (const qsizetype dot = entry.id.lastIndexOf(u'.'); dot >= 0)
             m_byLastPart[foldedID(entry.id.mid(dot + 1))].push_back(i);
-        }
         if (!entry.startupWmClass.isEmpty()) {
             m_byWmClass[entry.startupWmClass].push_back(i);
             m_byFoldedWmClass[entry.startupWmClass.toCaseFolded()].push_back(i);
         }
-        if (!entry.program.isEmpty()) {
+        if (!entry.program.isEmpty())
             m_byProgram[entry.program].push_back(i);
-        }
     }
 }
 
@@ -55,30 +51,25 @@ const DesktopEntry* DesktopEntryIndex::find(const ApplicationClues& clues,
                                             const QString& program) const
 {
     if (const DesktopEntry* found =
-            byID(entryIDOfFile(clues.gtkApplicationID).value_or(clues.gtkApplicationID))) {
+            byID(entryIDOfFile(clues.gtkApplicationID).value_or(clues.gtkApplicationID)))
         return found;
-    }
     const QString kdeFile = clues.kdeDesktopFile.mid(clues.kdeDesktopFile.lastIndexOf(u'/') + 1);
-    if (const DesktopEntry* found = byID(entryIDOfFile(kdeFile).value_or(kdeFile))) {
+    if (const DesktopEntry* found = byID(entryIDOfFile(kdeFile).value_or(kdeFile)))
         return found;
-    }
     // The instance comes first: an installed web page has an instance of its own while its class is
     // the browser's.
     const std::initializer_list<const QString*> classes{&clues.wmClassInstance, &clues.wmClassName};
     for (const QString* wmClass : classes) {
-        if (const DesktopEntry* found = preferred(m_byWmClass, *wmClass)) {
+        if (const DesktopEntry* found = preferred(m_byWmClass, *wmClass))
             return found;
-        }
     }
     for (const QString* wmClass : classes) {
-        if (const DesktopEntry* found = preferred(m_byFoldedWmClass, wmClass->toCaseFolded())) {
+        if (const DesktopEntry* found = preferred(m_byFoldedWmClass, wmClass->toCaseFolded()))
             return found;
-        }
     }
     for (const QString* wmClass : classes) {
-        if (const DesktopEntry* found = byWmClass(*wmClass)) {
+        if (const DesktopEntry* found = byWmClass(*wmClass))
             return found;
-        }
     }
     return only(m_byProgram, program);
 }
@@ -99,18 +90,15 @@ const DesktopEntry* DesktopEntryIndex::byWmClass(const QString& wmClass) const
 const DesktopEntry* DesktopEntryIndex::only(const Positions& positions, const QString& key) const
 {
     const auto found = positions.constFind(key);
-    if (key.isEmpty() || found == positions.cend()) {
+    if (key.isEmpty() || found == positions.cend())
         return nullptr;
-    }
-    if (found->size() == 1) {
+    if (found->size() == 1)
         return &m_entries[found->front()];
-    }
     const DesktopEntry* shown = nullptr;
     for (const std::size_t i : *found) {
         if (!m_entries[i].isHiddenFromMenus) {
-            if (shown != nullptr) {
+            if (shown != nullptr)
                 return nullptr;
-            }
             shown = &m_entries[i];
         }
     }
@@ -122,13 +110,11 @@ const DesktopEntry* DesktopEntryIndex::preferred(const Positions& positions,
                                                  const QString& key) const
 {
     const auto found = positions.constFind(key);
-    if (key.isEmpty() || found == positions.cend()) {
+    if (key.isEmpty() || found == positions.cend())
         return nullptr;
-    }
     for (const std::size_t i : *found) {
-        if (!m_entries[i].isHiddenFromMenus) {
+        if (!m_entries[i].isHiddenFromMenus)
             return &m_entries[i];
-        }
     }
     return &m_entries[found->front()];
 }

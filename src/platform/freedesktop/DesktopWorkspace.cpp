@@ -13,10 +13,9 @@ namespace {
 void open(const QUrl& url)
 {
     const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
-    if (!opener.isEmpty() && hasHandler(url.scheme())) {
+    if (!opener.isEmpty() && hasHandler(url.scheme()))
         startDetached({opener, url.toString(QUrl::FullyEncoded)},
                       QProcessEnvironment::systemEnvironment());
-    }
 }
 
 } // namespace

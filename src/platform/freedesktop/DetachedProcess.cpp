@@ -31,9 +31,8 @@ constexpr std::array namesOfOwnStart = {
 
 QStringList withoutOwnStart(QProcessEnvironment environment)
 {
-    for (const char* const name : namesOfOwnStart) {
+    for (const char* const name : namesOfOwnStart)
         environment.remove(QString::fromLatin1(name));
-    }
     return environment.toStringList();
 }
 
@@ -43,12 +42,10 @@ class TextList
 public:
     explicit TextList(const QStringList& texts)
     {
-        for (const QString& text : texts) {
+        for (const QString& text : texts)
             m_texts.push_back(QFile::encodeName(text));
-        }
-        for (QByteArray& text : m_texts) {
+        for (QByteArray& text : m_texts)
             m_pointers.push_back(text.data());
-        }
         m_pointers.push_back(nullptr);
     }
 
@@ -98,9 +95,8 @@ void tell(int report, int value)
 {
     setsid();
     tell(preparation.report, getpid());
-    for (int number = 0; number < firstOwnDescriptor; ++number) {
+    for (int number = 0; number < firstOwnDescriptor; ++number)
         dup2(preparation.nothing, number);
-    }
     // Closed by the loading, so that a failure of it can still be told.
     close_range(firstOwnDescriptor, ~0U, CLOSE_RANGE_CLOEXEC);
     if (chdir(preparation.folder.constData()) != 0) {
@@ -138,9 +134,8 @@ std::optional<ProcessID> startDetached(const QStringList& command,
                                        const QProcessEnvironment& environment)
 {
     std::array<int, 2> ends{-1, -1};
-    if (command.isEmpty() || pipe2(ends.data(), O_CLOEXEC) != 0) {
+    if (command.isEmpty() || pipe2(ends.data(), O_CLOEXEC) != 0)
         return std::nullopt;
-    }
     const FileDescriptor reading(ends[0]);
     FileDescriptor writing(ends[1]);
     const FileDescriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
@@ -154,23 +149,20 @@ std::optional<ProcessID> startDetached(const QStringList& command,
         if (helper == 0) {
             // The program becomes an orphan, so that its end concerns the system and not this
             // program.
-            if (fork() == 0) {
+            if (fork() == 0)
                 becomeProgram(preparation);
-            }
             _exit(0);
         }
     }
     writing.close();
-    if (helper < 0) {
+    if (helper < 0)
         return std::nullopt;
-    }
     while (waitpid(helper, nullptr, 0) < 0 && errno == EINTR) {
     }
     int process = 0;
     int failure = 0;
-    if (!receive(reading.number(), process) || receive(reading.number(), failure)) {
+    if (!receive(reading.number(), process) || receive(reading.number(), failure))
         return std::nullopt;
-    }
     return ProcessID{process};
 }
 
@@ -182,9 +174,8 @@ std::vector<ProcessID> processesOfSession(ProcessID leader)
     for (const QString& name : names) {
         bool isProcess = false;
         const ProcessID process = name.toInt(&isProcess);
-        if (isProcess && getsid(process) == leader) {
+        if (isProcess && getsid(process) == leader)
             processes.push_back(process);
-        }
     }
     return processes;
 }

@@ -62,12 +62,10 @@ std::optional<std::optional<QString>> agreed(const std::vector<WindowDocument>& 
 {
     std::optional<std::optional<QString>> document;
     for (const WindowDocument& entry : known) {
-        if (!test(entry)) {
+        if (!test(entry))
             continue;
-        }
-        if (document && *document != entry.document) {
+        if (document && *document != entry.document)
             return std::nullopt;
-        }
         document = entry.document;
     }
     return document;
@@ -83,9 +81,8 @@ std::vector<WindowDocument> matchDocuments(const std::vector<DocumentQuery>& win
     for (const ShownDocument& document : documents) {
         if (const DocumentQuery* const window = windowOf(document, windows)) {
             const ShownDocument*& held = best[static_cast<std::size_t>(window - windows.data())];
-            if (held == nullptr || area(document) > area(*held)) {
+            if (held == nullptr || area(document) > area(*held))
                 held = &document;
-            }
         }
     }
     std::vector<WindowDocument> matched;
@@ -114,14 +111,11 @@ std::optional<QString> documentOf(const DocumentQuery& window,
     const auto hasFrame = [&](const WindowDocument& entry) {
         return isNear(entry.window.frame, window.frame);
     };
-    if (const auto both = agreed(known, [&](const WindowDocument& entry) {
-            return hasTitle(entry) && hasFrame(entry);
-        })) {
+    if (const auto both = agreed(
+            known, [&](const WindowDocument& entry) { return hasTitle(entry) && hasFrame(entry); }))
         return *both;
-    }
-    if (std::any_of(known.begin(), known.end(), hasTitle)) {
+    if (std::any_of(known.begin(), known.end(), hasTitle))
         return agreed(known, hasTitle).value_or(std::nullopt);
-    }
     return agreed(known, hasFrame).value_or(std::nullopt);
 }
 

@@ -53,17 +53,15 @@ bool Drawing::read(const QByteArray& bytes)
     while (!xml.atEnd()) {
         switch (xml.readNext()) {
         case QXmlStreamReader::StartElement:
-            if (!begin(xml)) {
+            if (!begin(xml))
                 return false;
-            }
             break;
         case QXmlStreamReader::EndElement:
             m_open.pop_back();
             break;
         case QXmlStreamReader::DTD:
-            if (!xml.entityDeclarations().isEmpty()) {
+            if (!xml.entityDeclarations().isEmpty())
                 return false;
-            }
             break;
         default:
             break;
@@ -75,9 +73,8 @@ bool Drawing::read(const QByteArray& bytes)
 bool Drawing::begin(const QXmlStreamReader& xml)
 {
     const QXmlStreamAttributes attributes = xml.attributes();
-    if (m_open.empty() && xml.name() != QStringLiteral("svg")) {
+    if (m_open.empty() && xml.name() != QStringLiteral("svg"))
         return false;
-    }
     std::size_t part = 0;
     if (const QString id = attributes.value(QStringLiteral("id")).toString(); !id.isEmpty()) {
         // Of several elements with one id any may be meant: together they are the part.
@@ -90,13 +87,11 @@ bool Drawing::begin(const QXmlStreamReader& xml)
     m_open.push_back(part);
     QString repeated;
     for (const QXmlStreamAttribute& attribute : attributes) {
-        if (attribute.name() != QStringLiteral("href")) {
+        if (attribute.name() != QStringLiteral("href"))
             continue;
-        }
         const QString target = attribute.value().trimmed().toString();
-        if (xml.name() == QStringLiteral("image") && !target.startsWith(QStringLiteral("data:"))) {
+        if (xml.name() == QStringLiteral("image") && !target.startsWith(QStringLiteral("data:")))
             return false;
-        }
         if (xml.name() == QStringLiteral("use")) {
             repeated = target.mid(1);
             ++m_repetitions;
@@ -104,15 +99,13 @@ bool Drawing::begin(const QXmlStreamReader& xml)
     }
     const auto enter = [&](Part& entered) {
         ++entered.elements;
-        if (!repeated.isEmpty()) {
+        if (!repeated.isEmpty())
             entered.repeats.push_back(repeated);
-        }
     };
     enter(m_parts.front());
     for (const std::size_t open : m_open) {
-        if (open != 0) {
+        if (open != 0)
             enter(m_parts[open]);
-        }
     }
     return m_open.size() <= maximalNesting && m_repetitions <= maximalRepetitions &&
            m_parts.front().elements <= maximalShapes;
@@ -121,19 +114,16 @@ bool Drawing::begin(const QXmlStreamReader& xml)
 /// More than the maximum stands for any larger number.
 qint64 Drawing::count(Part& part)
 {
-    if (part.isBeingCounted) {
+    if (part.isBeingCounted)
         return maximalShapes + 1;
-    }
     if (part.shapes < 0) {
         part.isBeingCounted = true;
         qint64 shapes = part.elements;
         for (const QString& id : part.repeats) {
-            if (shapes > maximalShapes) {
+            if (shapes > maximalShapes)
                 break;
-            }
-            if (const auto target = m_byID.constFind(id); target != m_byID.cend()) {
+            if (const auto target = m_byID.constFind(id); target != m_byID.cend())
                 shapes += count(m_parts[*target]);
-            }
         }
         part.shapes = std::min(shapes, maximalShapes + 1);
         part.isBeingCounted = false;
@@ -145,9 +135,8 @@ qint64 Drawing::count(Part& part)
 
 bool isHarmlessDrawing(const QByteArray& bytes)
 {
-    if (bytes.size() > maximalDrawingSize) {
+    if (bytes.size() > maximalDrawingSize)
         return false;
-    }
     Drawing drawing;
     return drawing.read(bytes) && drawing.isBounded();
 }

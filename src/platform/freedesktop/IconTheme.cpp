@@ -26,9 +26,8 @@ std::optional<QString> existing(const QString& pathWithoutSuffix)
 {
     for (const QString& suffix : suffixes) {
         const QString path = pathWithoutSuffix + suffix;
-        if (QFileInfo(path).isFile()) {
+        if (QFileInfo(path).isFile())
             return path;
-        }
     }
     return std::nullopt;
 }
@@ -70,18 +69,16 @@ bool IconTheme::isKnown(const QString& name) const
 void IconTheme::addTheme(const QString& name, int depth)
 {
     if (!isPlainName(name) || depth > maximalInheritance || m_themes.size() >= maximalThemes ||
-        isKnown(name)) {
+        isKnown(name))
         return;
-    }
     // The first index found counts; pictures may lie in the theme's folder of every directory.
     const auto hasIndex = [&](const QString& directory) {
         const QFileInfo index(directory + u'/' + name + QStringLiteral("/index.theme"));
         return index.isFile() && index.size() <= maximalIndexSize;
     };
     const auto home = std::find_if(m_iconDirectories.begin(), m_iconDirectories.end(), hasIndex);
-    if (home == m_iconDirectories.end()) {
+    if (home == m_iconDirectories.end())
         return;
-    }
     const QSettings index(*home + u'/' + name + QStringLiteral("/index.theme"),
                           QSettings::IniFormat);
     Theme theme{name, {}};
@@ -98,9 +95,8 @@ void IconTheme::addTheme(const QString& name, int depth)
             return isNumber && value > 0 && value <= 8192 ? value : otherwise;
         };
         const int size = number("/Size", 0);
-        if (folder.isEmpty() || leadsOutside(folder) || size == 0) {
+        if (folder.isEmpty() || leadsOutside(folder) || size == 0)
             continue;
-        }
         const int scale = std::min(number("/Scale", 1), 16);
         Folder found{folder, size * scale, size * scale, size * scale};
         const QString type = index.value(folder + QStringLiteral("/Type")).toString().trimmed();
@@ -118,17 +114,15 @@ void IconTheme::addTheme(const QString& name, int depth)
     for (const QString& parent :
          index.value(QStringLiteral("Icon Theme/Inherits")).toStringList()) {
         // hicolor is everyone's last resort, whoever names it earlier.
-        if (parent.trimmed() != QStringLiteral("hicolor")) {
+        if (parent.trimmed() != QStringLiteral("hicolor"))
             addTheme(parent.trimmed(), depth + 1);
-        }
     }
 }
 
 std::optional<QString> IconTheme::find(const QString& icon, int pixels) const
 {
-    if (QDir::isAbsolutePath(icon)) {
+    if (QDir::isAbsolutePath(icon))
         return QFileInfo(icon).isFile() ? std::optional(icon) : std::nullopt;
-    }
     QString name = icon;
     for (const QString& suffix : suffixes) {
         if (name.endsWith(suffix)) {
@@ -136,19 +130,16 @@ std::optional<QString> IconTheme::find(const QString& icon, int pixels) const
             break;
         }
     }
-    if (!isPlainName(name)) {
+    if (!isPlainName(name))
         return std::nullopt;
-    }
     for (const Theme& theme : m_themes) {
-        if (std::optional<QString> path = findInTheme(theme, name, pixels)) {
+        if (std::optional<QString> path = findInTheme(theme, name, pixels))
             return path;
-        }
     }
     for (const std::vector<QString>* directories : {&m_iconDirectories, &m_pixmapDirectories}) {
         for (const QString& directory : *directories) {
-            if (std::optional<QString> path = existing(directory + u'/' + name)) {
+            if (std::optional<QString> path = existing(directory + u'/' + name))
                 return path;
-            }
         }
     }
     return std::nullopt;
@@ -158,26 +149,23 @@ std::optional<QString> IconTheme::findInTheme(const Theme& theme, const QString&
                                               int pixels) const
 {
     const auto distance = [pixels](const Folder& folder) -> Distance {
-        if (folder.minimum <= pixels && pixels <= folder.maximum) {
+        if (folder.minimum <= pixels && pixels <= folder.maximum)
             return {0, std::abs(folder.size - pixels), folder.size};
-        }
         return folder.minimum > pixels ? Distance{1, folder.minimum - pixels, folder.size}
                                        : Distance{2, pixels - folder.maximum, folder.size};
     };
     std::vector<const Folder*> folders;
     folders.reserve(theme.folders.size());
-    for (const Folder& folder : theme.folders) {
+    for (const Folder& folder : theme.folders)
         folders.push_back(&folder);
-    }
     std::stable_sort(folders.begin(), folders.end(), [&](const Folder* left, const Folder* right) {
         return distance(*left) < distance(*right);
     });
     for (const Folder* folder : folders) {
         for (const QString& directory : m_iconDirectories) {
             if (std::optional<QString> path =
-                    existing(directory + u'/' + theme.name + u'/' + folder->path + u'/' + icon)) {
+                    existing(directory + u'/' + theme.name + u'/' + folder->path + u'/' + icon))
                 return path;
-            }
         }
     }
     return std::nullopt;
@@ -186,9 +174,8 @@ std::optional<QString> IconTheme::findInTheme(const Theme& theme, const QString&
 std::vector<QString> iconDirectories(const std::vector<QString>& dataDirectories)
 {
     std::vector<QString> directories{QDir::homePath() + QStringLiteral("/.icons")};
-    for (const QString& directory : dataDirectories) {
+    for (const QString& directory : dataDirectories)
         directories.push_back(directory + QStringLiteral("/icons"));
-    }
     return directories;
 }
 
@@ -196,9 +183,8 @@ std::vector<QString> pixmapDirectories(const std::vector<QString>& dataDirectori
 {
     std::vector<QString> directories;
     directories.reserve(dataDirectories.size());
-    for (const QString& directory : dataDirectories) {
+    for (const QString& directory : dataDirectories)
         directories.push_back(directory + QStringLiteral("/pixmaps"));
-    }
     return directories;
 }
 

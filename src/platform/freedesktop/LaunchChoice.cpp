@@ -56,9 +56,8 @@ const QString wrapperSuffix = QStringLiteral(".wrapper");
 QStringList newWindowArguments(const QString& program)
 {
     for (const KnownTerminal& known : knownTerminals) {
-        if (toText(known.program) == program && !known.newWindow.empty()) {
+        if (toText(known.program) == program && !known.newWindow.empty())
             return {toText(known.newWindow)};
-        }
     }
     return {};
 }
@@ -69,9 +68,8 @@ QStringList newWindowCommand(const QString& path, const ProgramFinder& find,
 {
     const QString real = follow(path);
     const QString program = programOf(real.isEmpty() ? path : real);
-    if (!real.endsWith(wrapperSuffix)) {
+    if (!real.endsWith(wrapperSuffix))
         return QStringList(path) + newWindowArguments(program);
-    }
     // A wrapper knows the options of another terminal instead of the program's own.
     const QString wrapped = find(QFileInfo(real).path() + u'/' + program);
     return wrapped.isEmpty() ? QStringList(path)
@@ -89,9 +87,8 @@ struct FreeArguments
 std::optional<QStringList> foundCommand(const QString& exec, const ProgramFinder& find)
 {
     std::optional<QStringList> command = commandOf(exec);
-    if (!command) {
+    if (!command)
         return std::nullopt;
-    }
     command->front() = find(command->front());
     return command->front().isEmpty() ? std::nullopt : std::move(command);
 }
@@ -99,12 +96,10 @@ std::optional<QStringList> foundCommand(const QString& exec, const ProgramFinder
 std::optional<LaunchCandidate> candidateOf(const LaunchableEntry& entry, const ProgramFinder& find,
                                            const QStringList& otherwise)
 {
-    if (std::optional<QStringList> command = foundCommand(entry.newWindowExec, find)) {
+    if (std::optional<QStringList> command = foundCommand(entry.newWindowExec, find))
         return LaunchCandidate{*command, entry.id};
-    }
-    if (std::optional<QStringList> command = foundCommand(entry.exec, find)) {
+    if (std::optional<QStringList> command = foundCommand(entry.exec, find))
         return LaunchCandidate{*command + otherwise, entry.id};
-    }
     return std::nullopt;
 }
 
@@ -115,17 +110,14 @@ void addFamily(std::vector<LaunchCandidate>& candidates, const QStringList& ids,
     for (const QString& id : ids) {
         const auto entry = std::find_if(installed.begin(), installed.end(),
                                         [&](const LaunchableEntry& each) { return each.id == id; });
-        if (entry == installed.end()) {
+        if (entry == installed.end())
             continue;
-        }
-        if (auto candidate = candidateOf(*entry, find, {newWindowOption})) {
+        if (auto candidate = candidateOf(*entry, find, {newWindowOption}))
             candidates.push_back(std::move(*candidate));
-        }
     }
     for (const QString& program : programs) {
-        if (const QString path = find(program); !path.isEmpty()) {
+        if (const QString path = find(program); !path.isEmpty())
             candidates.push_back({{path, newWindowOption}, {}});
-        }
     }
 }
 
@@ -135,38 +127,33 @@ std::optional<QStringList> commandOf(const QString& exec)
 {
     char** parsed = nullptr;
     int count = 0;
-    if (g_shell_parse_argv(exec.toUtf8().constData(), &count, &parsed, nullptr) == FALSE) {
+    if (g_shell_parse_argv(exec.toUtf8().constData(), &count, &parsed, nullptr) == FALSE)
         return std::nullopt;
-    }
     const std::unique_ptr<char*, FreeArguments> arguments(parsed);
     QStringList command;
     for (int index = 0; index < count; ++index) {
         const QString argument = QString::fromUtf8(arguments.get()[index]);
         QString kept;
         for (qsizetype at = 0; at < argument.size(); ++at) {
-            if (argument[at] != u'%') {
+            if (argument[at] != u'%')
                 kept += argument[at];
-            } else if (++at < argument.size() && argument[at] == u'%') {
+            else if (++at < argument.size() && argument[at] == u'%')
                 kept += u'%';
-            }
         }
         // An argument that was nothing but a field code goes with it.
-        if (!kept.isEmpty() || argument.isEmpty()) {
+        if (!kept.isEmpty() || argument.isEmpty())
             command.append(kept);
-        }
     }
-    if (command.isEmpty() || command.front().isEmpty()) {
+    if (command.isEmpty() || command.front().isEmpty())
         return std::nullopt;
-    }
     return command;
 }
 
 QString programOf(const QString& path)
 {
     QString name = QFileInfo(path).fileName();
-    if (name.endsWith(wrapperSuffix)) {
+    if (name.endsWith(wrapperSuffix))
         name.chop(wrapperSuffix.size());
-    }
     return name;
 }
 
@@ -177,28 +164,23 @@ std::vector<LaunchCandidate> terminalCandidates(const QString& terminalVariable,
     std::vector<LaunchCandidate> candidates;
     const auto add = [&](QStringList command) {
         command.front() = find(command.front());
-        if (command.front().isEmpty()) {
+        if (command.front().isEmpty())
             return;
-        }
-        if (command.size() == 1) {
+        if (command.size() == 1)
             command = newWindowCommand(command.front(), find, follow);
-        }
         const bool isKnown =
             std::any_of(candidates.begin(), candidates.end(), [&](const LaunchCandidate& each) {
                 return each.command.front() == command.front();
             });
-        if (!isKnown) {
+        if (!isKnown)
             candidates.push_back({command, {}});
-        }
     };
-    if (const QStringList chosen = QProcess::splitCommand(terminalVariable); !chosen.isEmpty()) {
+    if (const QStringList chosen = QProcess::splitCommand(terminalVariable); !chosen.isEmpty())
         add(chosen);
-    }
     add({QStringLiteral("xdg-terminal-exec")});
     add({QStringLiteral("x-terminal-emulator")});
-    for (const KnownTerminal& known : knownTerminals) {
+    for (const KnownTerminal& known : knownTerminals)
         add({toText(known.program)});
-    }
     return candidates;
 }
 
@@ -224,9 +206,8 @@ std::vector<LaunchCandidate> browserCandidates(const std::vector<LaunchableEntry
     addFamily(candidates, chromiumEntryIDs(),
               {QStringLiteral("chromium"), QStringLiteral("chromium-browser")}, installed, find);
     if (defaultBrowser) {
-        if (auto candidate = candidateOf(*defaultBrowser, find, {})) {
+        if (auto candidate = candidateOf(*defaultBrowser, find, {}))
             candidates.push_back(std::move(*candidate));
-        }
     }
     return candidates;
 }

@@ -24,9 +24,8 @@ constexpr ProcessID firstProcess = 1;
 bool wasTold(const QByteArray& startupID, ProcessID process)
 {
     QFile file(QStringLiteral("/proc/%1/environ").arg(process));
-    if (startupID.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+    if (startupID.isEmpty() || !file.open(QIODevice::ReadOnly))
         return false;
-    }
     const QByteArray told = "DESKTOP_STARTUP_ID=" + startupID;
     return file.read(longestEnvironment).split('\0').contains(told);
 }
@@ -37,9 +36,8 @@ bool cameOf(const Launch& launch, ProcessID process)
 {
     for (int step = 0; step < longestDescent && process > firstProcess; ++step) {
         if ((launch.process > 0 && getsid(process) == launch.process) ||
-            wasTold(launch.startupID, process)) {
+            wasTold(launch.startupID, process))
             return true;
-        }
         process = processStatus(process).value_or(ProcessStatus{}).parent;
     }
     return false;

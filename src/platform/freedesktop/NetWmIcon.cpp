@@ -29,13 +29,11 @@ bool isVisible(const Picture& picture)
 
 bool suitsBetter(const Picture& candidate, const Picture& best, int pixels)
 {
-    if (best.values.empty()) {
+    if (best.values.empty())
         return true;
-    }
     const bool isEnough = candidate.side() >= pixels;
-    if (isEnough != (best.side() >= pixels)) {
+    if (isEnough != (best.side() >= pixels))
         return isEnough;
-    }
     return isEnough ? candidate.side() < best.side() : candidate.side() > best.side();
 }
 
@@ -43,45 +41,37 @@ bool suitsBetter(const Picture& candidate, const Picture& best, int pixels)
 
 QImage iconFromNetWmIcon(const std::vector<std::uint32_t>& data, int pixels)
 {
-    if (pixels <= 0) {
+    if (pixels <= 0)
         return {};
-    }
     Picture best;
     std::span<const std::uint32_t> rest(data);
     while (rest.size() > 2) {
         const std::uint32_t width = rest[0];
         const std::uint32_t height = rest[1];
-        if (width == 0 || height == 0 || width > maximalPictureSide ||
-            height > maximalPictureSide) {
+        if (width == 0 || height == 0 || width > maximalPictureSide || height > maximalPictureSide)
             break;
-        }
         const std::size_t count = std::size_t{width} * height;
-        if (count > rest.size() - 2) {
+        if (count > rest.size() - 2)
             break;
-        }
         const Picture picture{static_cast<int>(width), static_cast<int>(height),
                               rest.subspan(2, count)};
-        if (suitsBetter(picture, best, pixels) && isVisible(picture)) {
+        if (suitsBetter(picture, best, pixels) && isVisible(picture))
             best = picture;
-        }
         rest = rest.subspan(2 + count);
     }
-    if (best.values.empty()) {
+    if (best.values.empty())
         return {};
-    }
     QImage image(best.width, best.height, QImage::Format_ARGB32);
-    if (image.isNull()) {
+    if (image.isNull())
         return {};
-    }
     for (int y = 0; y < best.height; ++y) {
         const auto row =
             best.values.subspan(static_cast<std::size_t>(y) * static_cast<std::size_t>(best.width),
                                 static_cast<std::size_t>(best.width));
         std::memcpy(image.scanLine(y), row.data(), row.size_bytes());
     }
-    if (best.side() > pixels) {
+    if (best.side() > pixels)
         image = image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    }
     return image;
 }
 

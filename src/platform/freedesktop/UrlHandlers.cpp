@@ -22,13 +22,11 @@ std::optional<QString> defaultBrowser()
 {
     // What opens files of that kind, without the pages themselves, may be an editor.
     Application browser(g_app_info_get_default_for_uri_scheme("https"));
-    if (!browser) {
+    if (!browser)
         browser.reset(g_app_info_get_default_for_uri_scheme("http"));
-    }
     const char* id = browser ? g_app_info_get_id(browser.get()) : nullptr;
-    if (id == nullptr) {
+    if (id == nullptr)
         return std::nullopt;
-    }
     const QString name = QString::fromUtf8(id);
     return entryIDOfFile(name).value_or(name);
 }

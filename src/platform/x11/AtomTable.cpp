@@ -72,14 +72,12 @@ AtomTable::AtomTable(XcbConnection& connection)
 {
     std::vector<AtomReply> replies;
     replies.reserve(atomNames.size());
-    for (const std::string_view name : atomNames) {
+    for (const std::string_view name : atomNames)
         replies.emplace_back(connection, std::uint8_t{0}, static_cast<std::uint16_t>(name.size()),
                              name.data());
-    }
     for (std::size_t index = 0; index < replies.size(); ++index) {
-        if (const auto* reply = replies.at(index).get()) {
+        if (const auto* reply = replies.at(index).get())
             m_atoms.at(index) = reply->atom;
-        }
     }
 }
 

@@ -56,13 +56,11 @@ bool hasWholeWords(const XcbConnection& connection, std::uint8_t depth)
 {
     const xcb_setup_t* setup = xcb_get_setup(connection.raw());
     const bool isLittle = setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
-    if (isLittle != (std::endian::native == std::endian::little)) {
+    if (isLittle != (std::endian::native == std::endian::little))
         return false;
-    }
     for (auto it = xcb_setup_pixmap_formats_iterator(setup); it.rem > 0; xcb_format_next(&it)) {
-        if (it.data->depth == depth) {
+        if (it.data->depth == depth)
             return it.data->bits_per_pixel == 32;
-        }
     }
     return false;
 }
@@ -79,9 +77,8 @@ int screenNumber(const XcbConnection& connection)
 {
     int number = 0;
     auto it = xcb_setup_roots_iterator(xcb_get_setup(connection.raw()));
-    for (; it.rem > 0 && it.data->root != connection.root(); xcb_screen_next(&it)) {
+    for (; it.rem > 0 && it.data->root != connection.root(); xcb_screen_next(&it))
         ++number;
-    }
     return number;
 }
 
@@ -90,13 +87,11 @@ int screenNumber(const XcbConnection& connection)
 std::unique_ptr<CaptureLink> CaptureLink::open(DisplayConnector& connector)
 {
     std::unique_ptr<DisplayLink> link = connector.open();
-    if (!link || !link->hasComposite()) {
+    if (!link || !link->hasComposite())
         return nullptr;
-    }
     std::unique_ptr<CaptureLink> capture(new CaptureLink(std::move(link)));
-    if (!capture->negotiate() || !capture->readFormats()) {
+    if (!capture->negotiate() || !capture->readFormats())
         return nullptr;
-    }
     capture->watchCompositor();
     return capture->connection().isBroken() ? nullptr : std::move(capture);
 }
@@ -107,22 +102,19 @@ bool CaptureLink::negotiate()
 {
     XcbConnection& server = connection();
     for (xcb_extension_t* name :
-         {&xcb_render_id, &xcb_xfixes_id, &xcb_damage_id, &xcb_shm_id, &xcb_composite_id}) {
+         {&xcb_render_id, &xcb_xfixes_id, &xcb_damage_id, &xcb_shm_id, &xcb_composite_id})
         xcb_prefetch_extension_data(server.raw(), name);
-    }
     const auto* fixes = extension(server, xcb_xfixes_id);
-    if (!fixes || !extension(server, xcb_render_id)) {
+    if (!fixes || !extension(server, xcb_render_id))
         return false;
-    }
     m_selectionEvent = static_cast<std::uint8_t>(fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
     CompositeVersionReply composite(server, compositeVersion.first, compositeVersion.second);
     RenderVersionReply render(server, 0U, 11U);
     FixesVersionReply regions(server, fixesVersion.first, fixesVersion.second);
     if (const auto* damage = extension(server, xcb_damage_id)) {
         DamageVersionReply version(server, 1U, 1U);
-        if (version.get()) {
+        if (version.get())
             m_damageEvent = static_cast<std::uint8_t>(damage->first_event + XCB_DAMAGE_NOTIFY);
-        }
     }
     if (extension(server, xcb_shm_id)) {
         SharedVersionReply shared(server);
@@ -142,9 +134,8 @@ bool CaptureLink::readFormats()
 {
     FormatsReply reply(connection());
     const auto* formats = reply.get();
-    if (!formats) {
+    if (!formats)
         return false;
-    }
     std::map<xcb_render_pictformat_t, PixelFormat> known;
     for (auto it = xcb_render_query_pict_formats_formats_iterator(formats); it.rem > 0;
          xcb_render_pictforminfo_next(&it)) {
@@ -164,9 +155,8 @@ bool CaptureLink::readFormats()
         for (auto depths = xcb_render_pictscreen_depths_iterator(screens.data); depths.rem > 0;
              xcb_render_pictdepth_next(&depths)) {
             const xcb_render_pictvisual_t* visuals = xcb_render_pictdepth_visuals(depths.data);
-            for (int index = 0; index < xcb_render_pictdepth_visuals_length(depths.data); ++index) {
+            for (int index = 0; index < xcb_render_pictdepth_visuals_length(depths.data); ++index)
                 m_formats[visuals[index].visual] = known[visuals[index].format];
-            }
         }
     }
     return m_opaque.id != XCB_NONE && m_transparent.id != XCB_NONE;

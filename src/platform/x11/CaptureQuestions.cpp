@@ -30,13 +30,11 @@ std::optional<CaptureSubject> CaptureQuestions::read()
     const auto* namedGeometry = m_namedGeometry.get();
     const auto* position = m_position.get();
     const auto number = word(propertyOf(m_number.get()), XCB_ATOM_CARDINAL);
-    if (!attributes || !geometry || !namedAttributes || !namedGeometry || !position || !number) {
+    if (!attributes || !geometry || !namedAttributes || !namedGeometry || !position || !number)
         return std::nullopt;
-    }
     if (attributes->map_state != XCB_MAP_STATE_VIEWABLE ||
-        attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT) {
+        attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT)
         return std::nullopt;
-    }
     CaptureSubject subject;
     subject.number = *number;
     const int border = namedGeometry->border_width;
@@ -67,12 +65,10 @@ std::optional<xcb_window_t> frameOf(CaptureLink& link, xcb_window_t client)
     for (int level = 0; level < deepestNesting; ++level) {
         TreeReply reply(link.connection(), window);
         const auto* tree = reply.get();
-        if (!tree || tree->parent == XCB_WINDOW_NONE) {
+        if (!tree || tree->parent == XCB_WINDOW_NONE)
             return std::nullopt;
-        }
-        if (tree->parent == tree->root) {
+        if (tree->parent == tree->root)
             return window;
-        }
         window = tree->parent;
     }
     return std::nullopt;

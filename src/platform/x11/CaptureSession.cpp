@@ -77,28 +77,24 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
         m_kept.drop(target.window);
         kept = nullptr;
     }
-    if (kept) {
+    if (kept)
         kept->lastUsed = Clock::now();
-    }
     if (kept && need == CaptureNeed::ifChanged && !m_kept.isChanged(target.window)) {
         ++m_counts.unchanged;
         return std::nullopt;
     }
     const std::vector<CaptureTarget> unprepared = ahead(target, next);
-    if (!unprepared.empty()) {
+    if (!unprepared.empty())
         prepare(unprepared);
-    }
     for (int attempt = 0; attempt < mostAttempts && !stop.stop_requested(); ++attempt) {
         kept = m_kept.find(target.window);
-        if (!kept) {
+        if (!kept)
             return std::nullopt;
-        }
         Reading reading = read(target, *kept, largest);
         m_kept.handleEvents();
         kept = m_kept.find(target.window);
-        if (!kept) {
+        if (!kept)
             return std::nullopt;
-        }
         if (accept(target, *kept, reading)) {
             const bool isSettled = m_kept.isSettled(target.window, reading.time);
             if (isSettled && !reading.image.isNull()) {
@@ -108,15 +104,13 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
             }
             m_kept.noteChange(target.window);
             // It has been kept for a moment only, or it would be settled.
-            if (isSettled || !pause(m_limits.settling, stop)) {
+            if (isSettled || !pause(m_limits.settling, stop))
                 return std::nullopt;
-            }
             continue;
         }
         m_kept.noteChange(target.window);
-        if (!reading.subject) {
+        if (!reading.subject)
             return std::nullopt;
-        }
     }
     return std::nullopt;
 }
@@ -127,18 +121,15 @@ std::vector<CaptureTarget> CaptureSession::ahead(const CaptureTarget& target,
                                                  const std::vector<CaptureTarget>& next)
 {
     std::vector<CaptureTarget> unprepared;
-    if (!m_kept.find(target.window)) {
+    if (!m_kept.find(target.window))
         unprepared.push_back(target);
-    }
     std::set<WindowID> prepared;
     for (const CaptureTarget& each : next) {
-        if (each.number == target.number) {
+        if (each.number == target.number)
             continue;
-        }
         prepared.insert(each.number);
-        if (!m_preparedAhead.contains(each.number) && !m_kept.find(each.window)) {
+        if (!m_preparedAhead.contains(each.number) && !m_kept.find(each.window))
             unprepared.push_back(each);
-        }
     }
     m_preparedAhead = std::move(prepared);
     return unprepared;
@@ -150,14 +141,12 @@ void CaptureSession::prepare(const std::vector<CaptureTarget>& targets)
 {
     std::vector<CaptureQuestions> questions;
     questions.reserve(targets.size());
-    for (const CaptureTarget& target : targets) {
+    for (const CaptureTarget& target : targets)
         questions.emplace_back(*m_link, target.window, target.window);
-    }
     for (std::size_t index = 0; index < targets.size(); ++index) {
         const CaptureTarget& target = targets.at(index);
-        if (!m_kept.find(target.window)) {
+        if (!m_kept.find(target.window))
             keep(target, questions.at(index).read(), index > 0);
-        }
     }
 }
 
@@ -165,24 +154,20 @@ void CaptureSession::keep(const CaptureTarget& target, const std::optional<Captu
                           bool isAhead)
 {
     // What the compositor keeps needs no time to draw itself.
-    if (!seen || seen->number != target.number || (seen->isComposited && isAhead)) {
+    if (!seen || seen->number != target.number || (seen->isComposited && isAhead))
         return;
-    }
     if (seen->isComposited) {
         const std::optional<xcb_window_t> frame = frameOf(*m_link, target.window);
-        if (!frame) {
+        if (!frame)
             return;
-        }
         const std::optional<CaptureSubject> framed =
             CaptureQuestions(*m_link, target.window, *frame).read();
-        if (framed && framed->number == target.number && isCapturable(*framed)) {
+        if (framed && framed->number == target.number && isCapturable(*framed))
             m_kept.keep(target.window, *framed, *frame, Clock::now());
-        }
         return;
     }
-    if (isCapturable(*seen)) {
+    if (isCapturable(*seen))
         m_kept.keep(target.window, *seen, target.window, Clock::now());
-    }
 }
 
 /// Everything in one round trip: the contents as they are expected to be, and whether they were.
@@ -193,9 +178,8 @@ CaptureSession::Reading CaptureSession::read(const CaptureTarget& target, const 
     reading.time = Clock::now();
     const CaptureSubject& subject = kept.subject;
     const std::optional<PixelFormat> format = m_link->formatOf(subject.visual);
-    if (!format) {
+    if (!format)
         return reading;
-    }
     reading.pixelSize = subject.content.size();
     const QSize size = reading.pixelSize.boundedTo(largest);
     const bool hasAlpha = format->hasAlpha || subject.isShaped;
@@ -225,9 +209,8 @@ CaptureSession::Reading CaptureSession::read(const CaptureTarget& target, const 
 /// thought of as it is.
 bool CaptureSession::accept(const CaptureTarget& target, KeptWindow& kept, const Reading& reading)
 {
-    if (!reading.subject) {
+    if (!reading.subject)
         return false;
-    }
     const CaptureSubject& subject = *reading.subject;
     if (subject.number != target.number || !isCapturable(subject)) {
         m_kept.drop(target.window);
@@ -247,9 +230,8 @@ bool CaptureSession::accept(const CaptureTarget& target, KeptWindow& kept, const
         const std::optional<CaptureSubject> alone =
             CaptureQuestions(*m_link, target.window, target.window).read();
         m_kept.drop(target.window);
-        if (alone && isCapturable(*alone)) {
+        if (alone && isCapturable(*alone))
             m_kept.keep(target.window, *alone, target.window, Clock::now());
-        }
         return false;
     }
     return reading.isNamed;

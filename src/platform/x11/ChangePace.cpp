@@ -15,9 +15,8 @@ void ChangePace::noteLooks(std::uint32_t window)
 {
     Row& row = m_looks[window];
     row.isPending = true;
-    if (!row.resting) {
+    if (!row.resting)
         noteChange();
-    }
 }
 
 void ChangePace::noteMove()
@@ -32,9 +31,8 @@ void ChangePace::noteMove()
 
 void ChangePace::gather()
 {
-    if (!m_all.resting && !m_gathering) {
+    if (!m_all.resting && !m_gathering)
         m_gathering = m_scheduler.after(gathering, [this] { announce(); });
-    }
 }
 
 void ChangePace::announce()
@@ -46,15 +44,13 @@ void ChangePace::announce()
     rest(
         m_all, {firstRest, longestRest, pause},
         [this] {
-            if (m_all.isPending) {
+            if (m_all.isPending)
                 announce();
-            }
         },
         [this] { m_all.nextRest = Duration(0); });
     for (auto& [window, row] : m_looks) {
-        if (std::exchange(row.isPending, false)) {
+        if (std::exchange(row.isPending, false))
             restFromLooks(window);
-        }
     }
     const std::function<void()> announced = m_announce;
     announced();
@@ -65,9 +61,8 @@ void ChangePace::restFromLooks(std::uint32_t window)
     rest(
         m_looks[window], {firstRestOfLooks, longestRestOfLooks, pauseOfLooks},
         [this, window] {
-            if (m_looks[window].isPending) {
+            if (m_looks[window].isPending)
                 noteChange();
-            }
         },
         [this, window] { m_looks.erase(window); });
 }

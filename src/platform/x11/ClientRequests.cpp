@@ -70,9 +70,8 @@ WindowKind kindOf(xcb_atom_t type, const AtomTable& atoms)
 WindowKind firstKnownKind(const std::vector<xcb_atom_t>& types, const AtomTable& atoms)
 {
     for (const xcb_atom_t type : types) {
-        if (const WindowKind kind = kindOf(type, atoms); kind != WindowKind::unspecified) {
+        if (const WindowKind kind = kindOf(type, atoms); kind != WindowKind::unspecified)
             return kind;
-        }
     }
     return WindowKind::unspecified;
 }
@@ -84,9 +83,8 @@ bool contains(const std::vector<xcb_atom_t>& atoms, xcb_atom_t atom)
 
 std::optional<ProcessID> processOf(std::optional<std::uint32_t> word)
 {
-    if (!word || *word == 0 || *word > std::uint32_t{std::numeric_limits<ProcessID>::max()}) {
+    if (!word || *word == 0 || *word > std::uint32_t{std::numeric_limits<ProcessID>::max()})
         return std::nullopt;
-    }
     return static_cast<ProcessID>(*word);
 }
 
@@ -116,10 +114,9 @@ ClientRequests::ClientRequests(DisplayLink& link, xcb_window_t window)
         {atoms[Atom::kelpaWindowNumber], 1},
     }};
     m_properties.reserve(questions.size());
-    for (const Question& question : questions) {
+    for (const Question& question : questions)
         m_properties.push_back(
             askProperty(link.connection(), window, question.name, question.length));
-    }
 }
 
 Property ClientRequests::property(Asked asked)
@@ -134,17 +131,15 @@ std::optional<ClientReading> ClientRequests::read(const DisplayLink& link,
     const auto* attributes = m_attributes.get();
     const auto* geometry = m_geometry.get();
     const auto* position = m_position.get();
-    if (!attributes || !geometry || !position) {
+    if (!attributes || !geometry || !position)
         return std::nullopt;
-    }
     // The list may name a window that has ended while its id is already another's that is not
     // managed yet. What a window manager keeps has its mark, or is at least to be seen.
     const bool isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
     const std::uint32_t managed =
         word(property(Asked::icccmState), link.atoms()[Atom::wmState]).value_or(withdrawnState);
-    if (!isViewable && managed == withdrawnState) {
+    if (!isViewable && managed == withdrawnState)
         return std::nullopt;
-    }
     ClientReading reading;
     ClientWindow& client = reading.client;
     client.window = m_window;
@@ -186,16 +181,14 @@ void ClientRequests::readIdentity(ClientWindow& client, const DisplayLink& link,
 {
     const TextTypes types = link.textTypes();
     std::optional<QString> title = utf8Text(property(Asked::netName), types);
-    if (!title) {
+    if (!title)
         title = text(property(Asked::name), types);
-    }
     client.title = title.value_or(QString());
 
     client.process = process;
     const Property machine = property(Asked::machine);
-    if (!process && machine.format == 8 && !host.isEmpty() && machine.bytes == host) {
+    if (!process && machine.format == 8 && !host.isEmpty() && machine.bytes == host)
         client.process = processOf(word(property(Asked::netProcess), XCB_ATOM_CARDINAL));
-    }
     const WindowClass names = windowClass(property(Asked::windowClass), types);
     client.clues = {text(property(Asked::gtkApplication), types).value_or(QString()),
                     text(property(Asked::kdeDesktopFile), types).value_or(QString()),

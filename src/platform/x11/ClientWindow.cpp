@@ -34,9 +34,8 @@ int layerOfKind(WindowKind kind)
 
 int layer(const ClientWindow& window)
 {
-    if (window.isOverrideRedirect) {
+    if (window.isOverrideRedirect)
         return passingLayer;
-    }
     const int ofKind = layerOfKind(window.kind);
     return ofKind == ordinaryLayer && window.isOffTaskList ? offTaskListLayer : ofKind;
 }

@@ -12,31 +12,27 @@ void DamageLog::begin(std::uint32_t window, Time now)
 void DamageLog::noteWhole(std::uint32_t window)
 {
     const auto it = m_windows.find(window);
-    if (it != m_windows.end()) {
+    if (it != m_windows.end())
         it->second.isWhole = true;
-    }
 }
 
 void DamageLog::noteDamage(std::uint32_t window, std::uint32_t sequence)
 {
     const auto it = m_windows.find(window);
-    if (it == m_windows.end()) {
+    if (it == m_windows.end())
         return;
-    }
     State& state = it->second;
     // What happened before the last reading is in its picture already.
-    if (state.wasRead && static_cast<std::int32_t>(sequence - state.readAt) < 0) {
+    if (state.wasRead && static_cast<std::int32_t>(sequence - state.readAt) < 0)
         return;
-    }
     state.isChanged = true;
 }
 
 void DamageLog::noteChange(std::uint32_t window)
 {
     const auto it = m_windows.find(window);
-    if (it != m_windows.end()) {
+    if (it != m_windows.end())
         it->second.isChanged = true;
-    }
 }
 
 void DamageLog::noteRead(std::uint32_t window, std::uint32_t sequence)

@@ -29,9 +29,8 @@ std::vector<xcb_window_t> topToBottom(const std::vector<xcb_window_t>& stacking)
     std::vector<xcb_window_t> clients;
     std::set<xcb_window_t> seen;
     for (auto it = stacking.rbegin(); it != stacking.rend(); ++it) {
-        if (*it != XCB_WINDOW_NONE && seen.insert(*it).second) {
+        if (*it != XCB_WINDOW_NONE && seen.insert(*it).second)
             clients.push_back(*it);
-        }
     }
     return clients;
 }
@@ -39,14 +38,12 @@ std::vector<xcb_window_t> topToBottom(const std::vector<xcb_window_t>& stacking)
 ClientIDsReply askProcesses(DisplayLink& link, const std::vector<xcb_window_t>& windows)
 {
     std::set<std::uint32_t> clients;
-    for (const xcb_window_t window : windows) {
+    for (const xcb_window_t window : windows)
         clients.insert(link.connection().clientOf(window));
-    }
     std::vector<xcb_res_client_id_spec_t> specs;
     specs.reserve(clients.size());
-    for (const std::uint32_t client : clients) {
+    for (const std::uint32_t client : clients)
         specs.push_back({client, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
-    }
     return ClientIDsReply(link.connection(), static_cast<std::uint32_t>(specs.size()),
                           static_cast<const xcb_res_client_id_spec_t*>(specs.data()));
 }
@@ -57,20 +54,17 @@ std::map<std::uint32_t, ProcessID> readProcesses(const DisplayLink& link, Client
 {
     std::map<std::uint32_t, ProcessID> processes;
     const auto* ids = reply.get();
-    if (!ids) {
+    if (!ids)
         return processes;
-    }
     auto it = xcb_res_query_client_ids_ids_iterator(ids);
     for (; it.rem > 0; xcb_res_client_id_value_next(&it)) {
         const bool isProcess = (it.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0U;
-        if (!isProcess || xcb_res_client_id_value_value_length(it.data) < 1) {
+        if (!isProcess || xcb_res_client_id_value_value_length(it.data) < 1)
             continue;
-        }
         const std::uint32_t process = *xcb_res_client_id_value_value(it.data);
-        if (process != 0 && process <= std::uint32_t{std::numeric_limits<ProcessID>::max()}) {
+        if (process != 0 && process <= std::uint32_t{std::numeric_limits<ProcessID>::max()})
             processes[link.connection().clientOf(it.data->spec.client)] =
                 static_cast<ProcessID>(process);
-        }
     }
     return processes;
 }
@@ -101,9 +95,8 @@ RootReading readRoot(DisplayLink& link)
     // A list of no windows has its type and no bytes.
     for (PropertyReply* reply : {&stacking, &list}) {
         const Property property = propertyOf(reply->get());
-        if (!reading.clients && property.type == XCB_ATOM_WINDOW && property.format == 32) {
+        if (!reading.clients && property.type == XCB_ATOM_WINDOW && property.format == 32)
             reading.clients = topToBottom(words(property, XCB_ATOM_WINDOW));
-        }
     }
     const std::vector<xcb_atom_t> hints = words(propertyOf(supported.get()), XCB_ATOM_ATOM);
     reading.context.marksHiddenWindows =
@@ -111,9 +104,8 @@ RootReading readRoot(DisplayLink& link)
     reading.context.currentDesktop = word(propertyOf(desktop.get()), XCB_ATOM_CARDINAL);
     reading.managerCheck = word(propertyOf(check.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     reading.numberCounter = word(propertyOf(counter.get()), XCB_ATOM_CARDINAL);
-    if (const auto* reply = owner.get()) {
+    if (const auto* reply = owner.get())
         reading.numbersOwner = reply->owner;
-    }
     return reading;
 }
 
@@ -147,9 +139,8 @@ ClientsReading readClients(DisplayLink& link, const RootReading& root,
         const auto process = processes.find(link.connection().clientOf(request.window()));
         std::optional<ClientReading> client = request.read(
             link, process == processes.end() ? std::nullopt : std::optional(process->second), host);
-        if (client) {
+        if (client)
             reading.clients.push_back(std::move(*client));
-        }
     }
     return reading;
 }

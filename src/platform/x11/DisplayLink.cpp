@@ -22,9 +22,8 @@ bool isPresent(XcbConnection& connection, xcb_extension_t& extension)
 /// The client ids came with version 1.2.
 bool knowsClientIDs(XcbConnection& connection)
 {
-    if (!isPresent(connection, xcb_res_id)) {
+    if (!isPresent(connection, xcb_res_id))
         return false;
-    }
     ResourceVersionReply reply(connection, std::uint8_t{1}, std::uint8_t{2});
     const auto* version = reply.get();
     return version && std::pair(version->server_major, version->server_minor) >=
@@ -36,9 +35,8 @@ bool knowsClientIDs(XcbConnection& connection)
 std::unique_ptr<DisplayLink> DisplayLink::open(const QByteArray& display)
 {
     std::unique_ptr<XcbConnection> connection = XcbConnection::open(display);
-    if (!connection) {
+    if (!connection)
         return nullptr;
-    }
     const BrokenPipeGuard guard;
     std::unique_ptr<DisplayLink> link(new DisplayLink(std::move(connection)));
     return link->m_connection->isBroken() ? nullptr : std::move(link);
@@ -72,9 +70,8 @@ bool DisplayLink::acquireNumbers()
     SelectionOwnerReply owner(*m_connection, selection);
     const auto* reply = owner.get();
     const bool isFree = reply && reply->owner == XCB_WINDOW_NONE;
-    if (isFree) {
+    if (isFree)
         xcb_set_selection_owner(m_connection->raw(), m_ownWindow, selection, XCB_CURRENT_TIME);
-    }
     xcb_ungrab_server(m_connection->raw());
     m_connection->flush();
     return isFree || (reply && reply->owner == m_ownWindow);

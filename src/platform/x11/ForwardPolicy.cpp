@@ -6,9 +6,8 @@ namespace kelpa::x11 {
 
 void ForwardPolicy::begin(Moment now, std::optional<std::uint32_t> inputTime)
 {
-    if (now - m_end > m_limits.pause) {
+    if (now - m_end > m_limits.pause)
         m_patience = m_limits.row;
-    }
     m_inputTime = inputTime;
     m_attempt = inputTime ? attemptAtInputTime : attemptAtServerTime;
 }

@@ -13,9 +13,8 @@ namespace kelpa::x11 {
 
 void KeptWindows::handleEvents()
 {
-    while (const XcbEvent event = m_link.connection().pollEvent()) {
+    while (const XcbEvent event = m_link.connection().pollEvent())
         handle(*event);
-    }
 }
 
 void KeptWindows::handle(const xcb_generic_event_t& event)
@@ -27,9 +26,8 @@ void KeptWindows::handle(const xcb_generic_event_t& event)
     }
     if (m_link.selectionEvent() == type) {
         // A compositor came or went: every window is kept in another way now.
-        for (const auto& [window, kept] : m_windows) {
+        for (const auto& [window, kept] : m_windows)
             m_log.noteChange(window);
-        }
         return;
     }
     switch (type) {
@@ -113,12 +111,10 @@ void KeptWindows::probeCover(xcb_window_t window, const CaptureSubject& subject)
 void KeptWindows::noteProbe(xcb_pixmap_t probe, bool isWhole)
 {
     const auto it = m_probes.find(probe);
-    if (it == m_probes.end()) {
+    if (it == m_probes.end())
         return;
-    }
-    if (isWhole) {
+    if (isWhole)
         m_log.noteWhole(it->second);
-    }
     m_probes.erase(it);
 }
 
@@ -127,24 +123,20 @@ void KeptWindows::noteResize(xcb_window_t window, const QSize& size)
     const KeptWindow* kept = find(window);
     const QSize border(2 * (kept ? kept->subject.origin.x() : 0),
                        2 * (kept ? kept->subject.origin.y() : 0));
-    if (kept && (kept->named != window || size + border != kept->subject.pixmapSize)) {
+    if (kept && (kept->named != window || size + border != kept->subject.pixmapSize))
         m_log.noteChange(window);
-    }
 }
 
 void KeptWindows::drop(xcb_window_t window)
 {
     const KeptWindow* kept = find(window);
-    if (!kept) {
+    if (!kept)
         return;
-    }
     XcbConnection& connection = m_link.connection();
-    if (kept->named == window) {
+    if (kept->named == window)
         xcb_composite_unredirect_window(connection.raw(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-    }
-    if (kept->damage != XCB_NONE) {
+    if (kept->damage != XCB_NONE)
         xcb_damage_destroy(connection.raw(), kept->damage);
-    }
     selectEvents(connection, window, XCB_EVENT_MASK_NO_EVENT);
     forget(window);
 }
@@ -153,13 +145,11 @@ void KeptWindows::dropUnusedSince(Time time)
 {
     std::vector<xcb_window_t> unused;
     for (const auto& [window, kept] : m_windows) {
-        if (kept.lastUsed < time) {
+        if (kept.lastUsed < time)
             unused.push_back(window);
-        }
     }
-    for (const xcb_window_t window : unused) {
+    for (const xcb_window_t window : unused)
         drop(window);
-    }
 }
 
 void KeptWindows::forget(xcb_window_t window)
@@ -172,9 +162,8 @@ void KeptWindows::forget(xcb_window_t window)
 void KeptWindows::beginRead(xcb_window_t window)
 {
     const KeptWindow* kept = find(window);
-    if (!kept || kept->damage == XCB_NONE) {
+    if (!kept || kept->damage == XCB_NONE)
         return;
-    }
     const xcb_void_cookie_t cookie = xcb_damage_subtract(
         m_link.connection().raw(), kept->damage, XCB_XFIXES_REGION_NONE, XCB_XFIXES_REGION_NONE);
     m_log.noteRead(window, cookie.sequence);

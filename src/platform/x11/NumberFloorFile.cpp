@@ -39,9 +39,8 @@ bool NumberFloorFile::reserve(WindowID upTo)
     // A folder that came late, with its disk, may hold a greater one than was found at the start.
     const WindowID number = std::max(upTo, floor());
     QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    if (!file.open(QIODevice::WriteOnly))
         return false;
-    }
     file.write(QByteArray::number(number) + '\n');
     return file.commit();
 }

@@ -21,9 +21,8 @@ std::size_t bytesOf(const QSize& size)
 QImage copied(const void* pixels, const QSize& size, bool hasAlpha)
 {
     QImage image(size, hasAlpha ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
-    if (image.isNull()) {
+    if (image.isNull())
         return image;
-    }
     std::memcpy(image.bits(), pixels, bytesOf(size));
     if (!hasAlpha) {
         for (int y = 0; y < size.height(); ++y) {
@@ -44,9 +43,8 @@ PictureReader::PictureReader(CaptureLink& link, bool maySharePictures)
 
 void PictureReader::reserve(const QSize& size)
 {
-    if (!m_mayShare || (m_segment && m_segment->size() >= bytesOf(size))) {
+    if (!m_mayShare || (m_segment && m_segment->size() >= bytesOf(size)))
         return;
-    }
     m_segment = ShmSegment::create(m_link.connection(), bytesOf(size));
     m_hasFailedToShare = !m_segment;
     m_mayShare = !m_hasFailedToShare;
@@ -56,24 +54,21 @@ PictureReader::Pending PictureReader::ask(xcb_drawable_t drawable, const QSize& 
 {
     const auto width = static_cast<std::uint16_t>(size.width());
     const auto height = static_cast<std::uint16_t>(size.height());
-    if (m_segment && m_segment->size() >= bytesOf(size)) {
+    if (m_segment && m_segment->size() >= bytesOf(size))
         return SharedImageReply(
             m_link.connection(), drawable, std::int16_t{0}, std::int16_t{0}, width, height,
             allPlanes, static_cast<std::uint8_t>(XCB_IMAGE_FORMAT_Z_PIXMAP), m_segment->id(), 0U);
-    }
     return ImageReply(m_link.connection(), static_cast<std::uint8_t>(XCB_IMAGE_FORMAT_Z_PIXMAP),
                       drawable, std::int16_t{0}, std::int16_t{0}, width, height, allPlanes);
 }
 
 QImage PictureReader::read(Pending& pending, const QSize& size, bool hasAlpha)
 {
-    if (auto* shared = std::get_if<SharedImageReply>(&pending)) {
+    if (auto* shared = std::get_if<SharedImageReply>(&pending))
         return shared->get() && m_segment ? copied(m_segment->data(), size, hasAlpha) : QImage();
-    }
     const auto* reply = std::get<ImageReply>(pending).get();
-    if (!reply || static_cast<std::size_t>(xcb_get_image_data_length(reply)) < bytesOf(size)) {
+    if (!reply || static_cast<std::size_t>(xcb_get_image_data_length(reply)) < bytesOf(size))
         return {};
-    }
     return copied(xcb_get_image_data(reply), size, hasAlpha);
 }
 

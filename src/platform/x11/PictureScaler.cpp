@@ -106,9 +106,8 @@ std::vector<QSize> scalingSteps(const QSize& from, const QSize& to)
         size = QSize((size.width() + 1) / 2, (size.height() + 1) / 2).expandedTo(to);
         steps.push_back(size);
     }
-    if (size != to || steps.empty()) {
+    if (size != to || steps.empty())
         steps.push_back(to);
-    }
     return steps;
 }
 
@@ -129,11 +128,10 @@ ServerPixmap scaledPicture(CaptureLink& link, const SourcePicture& source, const
     }
     for (const QSize& step : scalingSteps(content.size(), size)) {
         Canvas canvas = makeCanvas(link, step, format);
-        if (step == content.size()) {
+        if (step == content.size())
             copy(link, from, content.topLeft(), canvas, step);
-        } else {
+        else
             scale(link, from, content, canvas, step);
-        }
         from = std::move(canvas.picture);
         result = std::move(canvas.pixmap);
         content = QRect(QPoint(0, 0), step);

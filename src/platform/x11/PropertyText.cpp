@@ -28,9 +28,8 @@ public:
     /// Whether the character that ends an embedding or override is to be kept.
     bool closeEmbedding()
     {
-        if (m_open.empty() || m_open.back() == Opened::isolate) {
+        if (m_open.empty() || m_open.back() == Opened::isolate)
             return false;
-        }
         const Opened closed = m_open.back();
         m_open.pop_back();
         return closed == Opened::embedding;
@@ -53,9 +52,8 @@ public:
     {
         QString text;
         for (auto it = m_open.rbegin(); it != m_open.rend(); ++it) {
-            if (*it != Opened::override) {
+            if (*it != Opened::override)
                 text += QChar(*it == Opened::isolate ? popIsolate : popDirectional);
-            }
         }
         return text;
     }
@@ -111,9 +109,8 @@ QString harmlessText(const QString& text)
         if (isBreak(unit)) {
             result += QLatin1Char(' ');
         } else if (isDirectional(unit)) {
-            if (keepsDirectional(unit, nesting)) {
+            if (keepsDirectional(unit, nesting))
                 result += character;
-            }
         } else if (character.category() != QChar::Other_Control) {
             result += character;
         }
@@ -127,9 +124,8 @@ QByteArrayView withoutPartialCharacter(QByteArrayView bytes)
     const qsizetype end = bytes.size();
     for (qsizetype back = 1; back <= 3 && back <= end; ++back) {
         const unsigned char byte = byteAt(end - back);
-        if ((byte & 0xC0U) == 0x80U) {
+        if ((byte & 0xC0U) == 0x80U)
             continue;
-        }
         const int length = byte >= 0xF0U ? 4 : byte >= 0xE0U ? 3 : byte >= 0xC0U ? 2 : 1;
         return length > back ? bytes.first(end - back) : bytes;
     }
@@ -186,9 +182,8 @@ private:
         }
         // Intermediate bytes, then one final byte that names the set.
         qsizetype length = 0;
-        while (length < rest.size() && rest[length] >= 0x20 && rest[length] <= 0x2F) {
+        while (length < rest.size() && rest[length] >= 0x20 && rest[length] <= 0x2F)
             ++length;
-        }
         const QByteArrayView intermediate = rest.first(length);
         const char final = length < rest.size() ? rest[length] : '\0';
         m_at += length + 2;
@@ -231,12 +226,10 @@ private:
     void skipDirection()
     {
         ++m_at;
-        while (m_at < m_bytes.size() && m_bytes[m_at] >= 0x30 && m_bytes[m_at] <= 0x3F) {
+        while (m_at < m_bytes.size() && m_bytes[m_at] >= 0x30 && m_bytes[m_at] <= 0x3F)
             ++m_at;
-        }
-        if (m_at < m_bytes.size() && m_bytes[m_at] == ']') {
+        if (m_at < m_bytes.size() && m_bytes[m_at] == ']')
             ++m_at;
-        }
     }
 
     QByteArrayView m_bytes;

@@ -35,9 +35,8 @@ public:
 
     ~ServerResource()
     {
-        if (m_connection) {
+        if (m_connection)
             Free(m_connection->raw(), m_id);
-        }
     }
 
     std::uint32_t id() const { return m_id; }

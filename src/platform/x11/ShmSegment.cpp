@@ -8,13 +8,11 @@ namespace kelpa::x11 {
 std::unique_ptr<ShmSegment> ShmSegment::create(XcbConnection& connection, std::size_t size)
 {
     const int descriptor = memfd_create("kelpa-capture", MFD_CLOEXEC);
-    if (descriptor < 0) {
+    if (descriptor < 0)
         return nullptr;
-    }
     void* data = MAP_FAILED;
-    if (ftruncate(descriptor, static_cast<off_t>(size)) == 0) {
+    if (ftruncate(descriptor, static_cast<off_t>(size)) == 0)
         data = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
-    }
     if (data == MAP_FAILED) {
         close(descriptor);
         return nullptr;
@@ -29,9 +27,8 @@ ShmSegment::ShmSegment(XcbConnection& connection, void* data, std::size_t size)
 
 ShmSegment::~ShmSegment()
 {
-    if (m_id != XCB_NONE) {
+    if (m_id != XCB_NONE)
         xcb_shm_detach(m_connection.raw(), m_id);
-    }
     munmap(m_data, m_size);
 }
 
@@ -45,9 +42,8 @@ bool ShmSegment::attach(int descriptor)
     m_connection.noteAwaited(cookie.sequence);
     const std::unique_ptr<xcb_generic_error_t, XcbFree> error(
         xcb_request_check(m_connection.raw(), cookie));
-    if (error || m_connection.isBroken()) {
+    if (error || m_connection.isBroken())
         return false;
-    }
     m_id = id;
     return true;
 }

@@ -21,9 +21,8 @@ public:
     {
         const auto it = std::find_if(m_resolved.begin(), m_resolved.end(),
                                      [&](const auto& known) { return known.first == clues; });
-        if (it != m_resolved.end()) {
+        if (it != m_resolved.end())
             return it->second;
-        }
         return m_resolved.emplace_back(clues, m_resolver.resolve(clues)).second;
     }
 
@@ -42,12 +41,10 @@ QString processName(ProcessID process)
 std::optional<QString> ownerName(const ClientWindow& client, const ResolvedApplication& resolved)
 {
     QString name = resolved.name;
-    if (name.isEmpty()) {
+    if (name.isEmpty())
         name = client.clues.wmClassName;
-    }
-    if (name.isEmpty() && client.process) {
+    if (name.isEmpty() && client.process)
         name = processName(*client.process);
-    }
     return name.isEmpty() ? std::nullopt : std::optional(name);
 }
 
@@ -60,9 +57,8 @@ AccessibilityWindow accessibilityWindow(const ClientWindow& client, const Deskto
     window.isMinimized = isMinimized(client, context);
     window.title = client.title;
     window.windowNumber = client.number;
-    if (documents && client.process) {
+    if (documents && client.process)
         window.document = documents->document({*client.process, client.frame, client.title});
-    }
     return window;
 }
 
@@ -85,34 +81,28 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         entry.alpha = client.opacity;
         entry.name = client.title;
         entry.iconRevision = client.iconRevision;
-        if (isOnScreen(client, context)) {
+        if (isOnScreen(client, context))
             m_onScreen.push_back(entry);
-        }
         m_windows.push_back(std::move(entry));
-        if (!client.process) {
+        if (!client.process)
             continue;
-        }
         const bool isOrdinary = layer(client) == 0;
         const auto [it, isNew] = m_processes.try_emplace(*client.process);
         RunningApplication& application = it->second.application;
-        if (isNew) {
+        if (isNew)
             application.activationPolicy = ActivationPolicy::accessory;
-        }
-        if (isOrdinary) {
+        if (isOrdinary)
             application.activationPolicy = ActivationPolicy::regular;
-        }
         // The frontmost ordinary window speaks for the process.
-        if (isOrdinary && !application.bundleIdentifier) {
+        if (isOrdinary && !application.bundleIdentifier)
             application.bundleIdentifier = resolved.desktopEntryID;
-        }
         it->second.windows.push_back(accessibilityWindow(client, context, documents));
     }
     if (documents) {
         std::vector<DocumentQuery> queries;
         for (const ClientWindow& client : clients) {
-            if (client.process && layer(client) == 0) {
+            if (client.process && layer(client) == 0)
                 queries.push_back({*client.process, client.frame, client.title});
-            }
         }
         documents->noteWindows(std::move(queries));
     }
@@ -120,9 +110,8 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
 
 std::optional<std::vector<WindowListEntry>> SnapshotSource::windowList(WindowListScope scope)
 {
-    if (!m_isPresent) {
+    if (!m_isPresent)
         return std::nullopt;
-    }
     return scope == WindowListScope::all ? m_windows : m_onScreen;
 }
 

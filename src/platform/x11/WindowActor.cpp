@@ -59,12 +59,10 @@ bool hasCloseButton(const ClientWindow& client)
 bool awaitEvent(XcbConnection& connection, Clock::time_point end)
 {
     bool hasArrived = false;
-    while (connection.pollEvent()) {
+    while (connection.pollEvent())
         hasArrived = true;
-    }
-    if (hasArrived) {
+    if (hasArrived)
         return true;
-    }
     const auto left = std::chrono::ceil<milliseconds>(end - Clock::now());
     pollfd watched{connection.fileDescriptor(), POLLIN, 0};
     return left.count() > 0 && poll(&watched, 1, static_cast<int>(left.count())) > 0 &&
@@ -97,18 +95,15 @@ WindowActor::~WindowActor() = default;
 
 bool WindowActor::connect()
 {
-    if (isStanding(m_link)) {
+    if (isStanding(m_link))
         return true;
-    }
     m_asked.reset();
     m_link = m_connector->open();
-    if (!m_link) {
+    if (!m_link)
         return false;
-    }
     XcbConnection& connection = m_link->connection();
-    for (const xcb_window_t window : {connection.root(), m_link->ownWindow()}) {
+    for (const xcb_window_t window : {connection.root(), m_link->ownWindow()})
         selectEvents(connection, window, XCB_EVENT_MASK_PROPERTY_CHANGE);
-    }
     return true;
 }
 
@@ -121,25 +116,21 @@ std::optional<WindowActor::Windows> WindowActor::windows(ProcessID process)
 
 std::optional<WindowActor::Windows> WindowActor::readWindows(ProcessID process)
 {
-    if (!connect()) {
+    if (!connect())
         return std::nullopt;
-    }
     const RootReading root = readRoot(*m_link);
     ClientsReading reading = readClients(*m_link, root, [](xcb_window_t) { return true; });
-    if (m_link->connection().isBroken() || !reading.hasWindowManager || !root.clients) {
+    if (m_link->connection().isBroken() || !reading.hasWindowManager || !root.clients)
         return std::nullopt;
-    }
     Windows windows;
     windows.context = root.context;
     for (ClientReading& each : reading.clients) {
-        if (each.client.process != process) {
+        if (each.client.process != process)
             continue;
-        }
         // Anyone can write a tag; the listing knows whose it is.
         const std::optional<std::uint32_t> tag = each.sighting.tag;
-        if (tag && m_clientWindowOf(*tag) == each.client.window) {
+        if (tag && m_clientWindowOf(*tag) == each.client.window)
             each.client.number = *tag;
-        }
         windows.clients.push_back(std::move(each.client));
     }
     return windows;
@@ -168,9 +159,8 @@ WindowActor::Outlook WindowActor::outlook(const WindowTarget& target)
     outlook.active = word(propertyOf(active.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     const auto own = word(propertyOf(desktop.get()), XCB_ATOM_CARDINAL);
     if (own && *own != everyDesktop &&
-        own != word(propertyOf(current.get()), XCB_ATOM_CARDINAL).value_or(*own)) {
+        own != word(propertyOf(current.get()), XCB_ATOM_CARDINAL).value_or(*own))
         outlook.desktop = own;
-    }
     return outlook;
 }
 
@@ -203,9 +193,8 @@ std::optional<std::uint32_t> WindowActor::requestedTime(PropertyReply& later)
         if (typeOf(*event) == XCB_PROPERTY_NOTIFY) {
             const auto& notice = as<xcb_property_notify_event_t>(*event);
             if (notice.window == m_link->ownWindow() &&
-                notice.atom == m_link->atoms()[Atom::kelpaTime]) {
+                notice.atom == m_link->atoms()[Atom::kelpaTime])
                 time = notice.time;
-            }
         }
     }
     return time;
@@ -234,9 +223,8 @@ std::uint32_t WindowActor::activeWindow()
 bool WindowActor::isDialogOf(std::uint32_t dialog, std::uint32_t window)
 {
     const XcbConnection& connection = m_link->connection();
-    if (dialog == XCB_WINDOW_NONE || connection.clientOf(dialog) != connection.clientOf(window)) {
+    if (dialog == XCB_WINDOW_NONE || connection.clientOf(dialog) != connection.clientOf(window))
         return false;
-    }
     PropertyReply owner = ask(dialog, XCB_ATOM_WM_TRANSIENT_FOR, 1);
     return word(propertyOf(owner.get()), XCB_ATOM_WINDOW) == window;
 }
@@ -285,9 +273,8 @@ void WindowActor::endStartup(const QByteArray& startupID)
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (connect()) {
+    if (connect())
         announceStartupEnd(*m_link, startupID);
-    }
 }
 
 bool WindowActor::bringForwardLocked(const WindowTarget& target,
@@ -299,20 +286,17 @@ bool WindowActor::bringForwardLocked(const WindowTarget& target,
     bool isDone = false;
     while (!isDone && m_policy.mayAsk()) {
         const Outlook seen = outlook(target);
-        if (!seen.isSame) {
+        if (!seen.isSame)
             break;
-        }
         const std::uint32_t time = m_policy.timeToName(seen.time);
-        if (seen.desktop) {
+        if (seen.desktop)
             tellManager(*m_link, m_link->connection().root(), Atom::netCurrentDesktop,
                         {*seen.desktop, time, 0, 0, 0});
-        }
         tellManager(*m_link, target.window, Atom::netActiveWindow,
                     {fromPager, time, XCB_WINDOW_NONE, 0, 0});
         m_link->connection().flush();
-        if (!seen.takesFocus || m_policy.wait().count() == 0) {
+        if (!seen.takesFocus || m_policy.wait().count() == 0)
             break;
-        }
         isDone = awaitActive(target, seen.active);
     }
     m_policy.end(Clock::now());
@@ -323,9 +307,8 @@ void WindowActor::minimize(const WindowTarget& target)
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (!connect() || !outlook(target).isSame) {
+    if (!connect() || !outlook(target).isSame)
         return;
-    }
     tellManager(*m_link, target.window, Atom::wmChangeState, {iconicState, 0, 0, 0, 0});
     m_link->connection().flush();
 }
@@ -334,28 +317,24 @@ void WindowActor::bringApplicationForward(ProcessID process)
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (!connect()) {
+    if (!connect())
         return;
-    }
     const std::uint32_t active = activeWindow();
     // The application comes with the window of it that was just asked for, also when the window
     // manager takes its time: another of its windows must not get in front of that one.
     const bool isUnderWay = !m_activeThen && m_policy.isUnderWay(Clock::now());
-    if (m_asked && m_asked->process == process && (isUnderWay || m_activeThen == active)) {
+    if (m_asked && m_asked->process == process && (isUnderWay || m_activeThen == active))
         return;
-    }
     const std::optional<Windows> own = readWindows(process);
     if (!own || std::any_of(own->clients.begin(), own->clients.end(),
-                            [&](const ClientWindow& each) { return each.window == active; })) {
+                            [&](const ClientWindow& each) { return each.window == active; }))
         return;
-    }
     const auto top =
         std::find_if(own->clients.begin(), own->clients.end(), [](const ClientWindow& each) {
             return each.number.has_value() && layer(each) == 0;
         });
-    if (top != own->clients.end()) {
+    if (top != own->clients.end())
         bringForwardLocked({top->window, *top->number, process});
-    }
 }
 
 void WindowActor::closeWindows(ProcessID process)
@@ -363,23 +342,20 @@ void WindowActor::closeWindows(ProcessID process)
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
     const std::optional<Windows> own = readWindows(process);
-    if (!own) {
+    if (!own)
         return;
-    }
     const AtomTable& atoms = m_link->atoms();
     std::vector<std::pair<xcb_window_t, PropertyReply>> questions;
     for (const ClientWindow& client : own->clients) {
-        if (hasCloseButton(client)) {
+        if (hasCloseButton(client))
             questions.emplace_back(client.window,
                                    ask(client.window, atoms[Atom::wmProtocols], mostProtocols));
-        }
     }
     const std::uint32_t time = freshTime().value_or(XCB_CURRENT_TIME);
     for (auto& [window, protocols] : questions) {
         if (contains(words(propertyOf(protocols.get()), XCB_ATOM_ATOM),
-                     atoms[Atom::wmDeleteWindow])) {
+                     atoms[Atom::wmDeleteWindow]))
             tellManager(*m_link, window, Atom::netCloseWindow, {time, fromPager, 0, 0, 0});
-        }
     }
     m_link->connection().flush();
 }

@@ -18,15 +18,12 @@ std::optional<WindowCapture> WindowCapturer::capture(const CaptureTarget& target
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (stop.stop_requested() || largest.isEmpty()) {
+    if (stop.stop_requested() || largest.isEmpty())
         return std::nullopt;
-    }
-    if (!m_session || !m_session->isConnected()) {
+    if (!m_session || !m_session->isConnected())
         m_session = CaptureSession::open(*m_connector, m_limits, m_maySharePictures);
-    }
-    if (!m_session) {
+    if (!m_session)
         return std::nullopt;
-    }
     std::optional<WindowCapture> result = m_session->capture(target, next, largest, need, stop);
     // A server that hangs up over shared memory would do so again.
     m_maySharePictures = m_maySharePictures && !m_session->hasFailedToShare();

@@ -28,9 +28,8 @@ std::set<std::uint32_t> duplicates(const std::vector<WindowNumbers::Sighting>& s
     std::set<std::uint32_t> seen;
     std::set<std::uint32_t> twice;
     for (const WindowNumbers::Sighting& sighting : sightings) {
-        if (sighting.tag && !seen.insert(*sighting.tag).second) {
+        if (sighting.tag && !seen.insert(*sighting.tag).second)
             twice.insert(*sighting.tag);
-        }
     }
     return twice;
 }
@@ -46,9 +45,8 @@ void WindowNumbers::beginWriting(std::optional<WindowID> counter)
 {
     forgetAll();
     m_isWriting = true;
-    if (counter && isPlausible(*counter)) {
+    if (counter && isPlausible(*counter))
         m_last = std::max(m_last, *counter);
-    }
     m_believedUpTo = m_last;
 }
 
@@ -62,15 +60,13 @@ WindowNumbers::Numbering WindowNumbers::number(const std::vector<Sighting>& sigh
                                                std::optional<WindowID> counter)
 {
     retryReserving();
-    if (!m_isWriting) {
+    if (!m_isWriting)
         return readNumbers(sightings, counter.value_or(0));
-    }
     Numbering result;
     std::vector<Sighting> strangers;
     for (const Sighting& sighting : sightings) {
-        if (!isKnown(sighting.window)) {
+        if (!isKnown(sighting.window))
             strangers.push_back(sighting);
-        }
     }
     // Of two windows that came with one tag nothing tells which bore it first.
     const std::set<std::uint32_t> disputed = duplicates(strangers);
@@ -82,20 +78,17 @@ WindowNumbers::Numbering WindowNumbers::number(const std::vector<Sighting>& sigh
     }
     for (const Sighting& sighting : sightings) {
         if (!isKnown(sighting.window)) {
-            if (const std::optional<WindowID> fresh = next()) {
+            if (const std::optional<WindowID> fresh = next())
                 remember(sighting.window, *fresh);
-            }
         }
         const auto it = m_numbers.find(sighting.window);
         const bool isNumbered = it != m_numbers.end();
         result.numbers.push_back(isNumbered ? std::optional(it->second) : std::nullopt);
-        if (isNumbered && sighting.tag != it->second) {
+        if (isNumbered && sighting.tag != it->second)
             result.tags.push_back({sighting.window, it->second});
-        }
     }
-    if (counter.value_or(0) != m_last) {
+    if (counter.value_or(0) != m_last)
         result.counter = m_last;
-    }
     return result;
 }
 
@@ -121,9 +114,8 @@ WindowNumbers::Numbering WindowNumbers::readNumbers(const std::vector<Sighting>&
 void WindowNumbers::windowDestroyed(std::uint32_t window)
 {
     const auto it = m_numbers.find(window);
-    if (it == m_numbers.end()) {
+    if (it == m_numbers.end())
         return;
-    }
     m_borne.erase(it->second);
     m_dead.insert(it->second);
     m_numbers.erase(it);
@@ -143,20 +135,17 @@ bool WindowNumbers::isPlausible(WindowID number) const
 
 void WindowNumbers::reserve(WindowID number)
 {
-    if (number <= m_reservedUpTo) {
+    if (number <= m_reservedUpTo)
         return;
-    }
     m_wanted = std::max(m_wanted, number);
     // A disk that refuses one number refuses the others of this look.
-    if (m_isRefused) {
+    if (m_isRefused)
         return;
-    }
     const WindowID upTo = sumAtMostGreatest(number, blockSize - 1);
-    if (m_reservation.reserve(upTo)) {
+    if (m_reservation.reserve(upTo))
         m_reservedUpTo = upTo;
-    } else {
+    else
         m_isRefused = true;
-    }
 }
 
 void WindowNumbers::retryReserving()
@@ -168,9 +157,8 @@ void WindowNumbers::retryReserving()
 std::optional<WindowID> WindowNumbers::next()
 {
     do {
-        if (m_last == greatestNumber) {
+        if (m_last == greatestNumber)
             return std::nullopt;
-        }
         ++m_last;
     } while (m_taken.contains(m_last));
     reserve(m_last);

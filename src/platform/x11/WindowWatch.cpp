@@ -89,14 +89,12 @@ void WindowWatch::process()
             isProgressing = true;
         }
         isProgressing = pollReplies() || isProgressing;
-        if (m_mustAskForClients && !m_isAskingForClients) {
+        if (m_mustAskForClients && !m_isAskingForClients)
             askForClients();
-        }
         m_link->connection().flush();
     }
-    if (m_link->connection().isBroken()) {
+    if (m_link->connection().isBroken())
         lost();
-    }
 }
 
 bool WindowWatch::pollReplies()
@@ -107,9 +105,8 @@ bool WindowWatch::pollReplies()
         const Awaited awaited = m_awaited.front();
         void* reply = nullptr;
         xcb_generic_error_t* error = nullptr;
-        if (xcb_poll_for_reply(m_link->connection().raw(), awaited.sequence, &reply, &error) == 0) {
+        if (xcb_poll_for_reply(m_link->connection().raw(), awaited.sequence, &reply, &error) == 0)
             break;
-        }
         const std::unique_ptr<xcb_get_property_reply_t, XcbFree> value(
             static_cast<xcb_get_property_reply_t*>(reply));
         std::free(error);
@@ -175,9 +172,8 @@ void WindowWatch::handleProperty(const xcb_property_notify_event_t& event)
 
 void WindowWatch::handleFailure(const xcb_generic_error_t& error)
 {
-    if (error.major_code != XCB_CHANGE_WINDOW_ATTRIBUTES) {
+    if (error.major_code != XCB_CHANGE_WINDOW_ATTRIBUTES)
         return;
-    }
     if (error.resource_id == m_manager) {
         // The root window still names a window manager that has ended. Asking it again would give
         // the same answer until the next one writes its own name there.
@@ -264,9 +260,8 @@ void WindowWatch::managerConfirmed(const std::vector<std::uint32_t>& windows)
 
 void WindowWatch::setHasManager(bool hasManager)
 {
-    if (m_trust->hasWindowManager.exchange(hasManager) != hasManager) {
+    if (m_trust->hasWindowManager.exchange(hasManager) != hasManager)
         m_pace.noteChange();
-    }
 }
 
 } // namespace kelpa::x11

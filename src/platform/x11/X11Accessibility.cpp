@@ -41,10 +41,9 @@ private:
         // again would only make this thread wait again.
         const bool isNeeded = m_progress == Progress::notAsked ||
                               (m_progress == Progress::isInFront && !m_actor.isInFront(m_target));
-        if (isNeeded) {
+        if (isNeeded)
             m_progress =
                 m_actor.bringForward(m_target) ? Progress::isInFront : Progress::isLeftAlone;
-        }
     }
 
     WindowActor& m_actor;
@@ -58,14 +57,12 @@ private:
 std::optional<AccessibilityElements> X11Accessibility::elements(ProcessID process)
 {
     const std::optional<WindowActor::Windows> windows = m_actor.windows(process);
-    if (!windows) {
+    if (!windows)
         return std::nullopt;
-    }
     AccessibilityElements elements;
     for (const ClientWindow& client : windows->clients) {
-        if (!client.number) {
+        if (!client.number)
             continue;
-        }
         AccessibilityWindow attributes;
         attributes.position = Point{client.frame.x, client.frame.y};
         attributes.size = Size{client.frame.width, client.frame.height};

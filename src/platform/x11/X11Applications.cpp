@@ -38,9 +38,8 @@ void X11Applications::requestActivation(ProcessID process)
 
 void X11Applications::requestQuit(ProcessID process)
 {
-    if (process != currentProcess()) {
+    if (process != currentProcess())
         m_actor.closeWindows(process);
-    }
 }
 
 std::optional<Launch> X11Applications::launch(LaunchableApplication application)
@@ -58,12 +57,10 @@ std::optional<WindowID> X11Applications::windowOf(const Launch& launch,
                                                   const QList<WindowItem>& windows)
 {
     std::vector<WindowID> numbers;
-    for (const WindowItem& each : windows) {
+    for (const WindowItem& each : windows)
         numbers.push_back(each.id);
-    }
-    if (const auto marked = m_startupMarks.firstWith(launch.startupID, numbers)) {
+    if (const auto marked = m_startupMarks.firstWith(launch.startupID, numbers))
         return marked;
-    }
     const auto found = std::ranges::find_if(windows, [&launch](const WindowItem& each) {
         return cameOf(launch, each.processIdentifier);
     });

@@ -54,17 +54,15 @@ std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()
 {
     const std::scoped_lock lock(m_lookMutex);
     const BrokenPipeGuard guard;
-    if (!connect()) {
+    if (!connect())
         return absent();
-    }
     RootReading root = readRoot(*m_link);
     forgetEnded();
     updateNumbersRole(root);
     ClientsReading clients = readClients(
         *m_link, root, [this](xcb_window_t window) { return m_numbers.isKnown(window); });
-    if (m_link->connection().isBroken() || !clients.hasWindowManager || !root.clients) {
+    if (m_link->connection().isBroken() || !clients.hasWindowManager || !root.clients)
         return absent();
-    }
     m_trust->hasComposite = m_link->hasComposite();
     m_trust->hasWindowManager = true;
     const std::vector<ClientWindow> windows = numbered(std::move(clients), root);
@@ -99,9 +97,8 @@ std::optional<WindowCapture> X11WindowServer::captureWindow(const CaptureRequest
                                                             const std::stop_token& stop)
 {
     const std::optional<std::uint32_t> client = clientWindow(request.window);
-    if (!client) {
+    if (!client)
         return std::nullopt;
-    }
     return m_capturer.capture({request.window, *client}, keepable(request.next), request.largest,
                               request.need, stop);
 }
@@ -112,9 +109,8 @@ std::vector<CaptureTarget> X11WindowServer::keepable(const std::vector<WindowID>
     std::vector<CaptureTarget> targets;
     for (const WindowID number : numbers) {
         const auto it = m_windows.find(number);
-        if (it != m_windows.end() && it->second.mayBeKept) {
+        if (it != m_windows.end() && it->second.mayBeKept)
             targets.push_back({number, it->second.window});
-        }
     }
     return targets;
 }
@@ -127,9 +123,8 @@ XcbTraffic X11WindowServer::traffic() const
 
 bool X11WindowServer::connect()
 {
-    if (isStanding(m_link)) {
+    if (isStanding(m_link))
         return true;
-    }
     m_numbers.forgetAll();
     m_isWritingNumbers = false;
     m_link = m_needs.connector->open();
@@ -138,15 +133,13 @@ bool X11WindowServer::connect()
 
 void X11WindowServer::updateNumbersRole(RootReading& root)
 {
-    if (root.numbersOwner == XCB_WINDOW_NONE && m_link->acquireNumbers()) {
+    if (root.numbersOwner == XCB_WINDOW_NONE && m_link->acquireNumbers())
         root.numbersOwner = m_link->ownWindow();
-    }
     const bool isOwner = root.numbersOwner == m_link->ownWindow();
-    if (isOwner && !m_isWritingNumbers) {
+    if (isOwner && !m_isWritingNumbers)
         m_numbers.beginWriting(root.numberCounter);
-    } else if (!isOwner && m_isWritingNumbers) {
+    else if (!isOwner && m_isWritingNumbers)
         m_numbers.beginReading();
-    }
     m_isWritingNumbers = isOwner;
 }
 
@@ -159,9 +152,8 @@ std::vector<ClientWindow> X11WindowServer::numbered(ClientsReading clients, cons
     });
     std::vector<WindowNumbers::Sighting> sightings;
     sightings.reserve(clients.clients.size());
-    for (const ClientReading& reading : clients.clients) {
+    for (const ClientReading& reading : clients.clients)
         sightings.push_back(reading.sighting);
-    }
     const WindowNumbers::Numbering numbering = m_numbers.number(sightings, root.numberCounter);
     write(numbering);
 
@@ -178,9 +170,8 @@ std::vector<ClientWindow> X11WindowServer::numbered(ClientsReading clients, cons
 
 void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
 {
-    if (!numbering.counter && numbering.tags.empty()) {
+    if (!numbering.counter && numbering.tags.empty())
         return;
-    }
     // The counter goes first: whoever sees a tag finds it covered. A window that is gone by now
     // leaves an error that no one reads, and its number is never given again.
     XcbConnection& connection = m_link->connection();
@@ -189,12 +180,10 @@ void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
         xcb_change_property(connection.raw(), XCB_PROP_MODE_REPLACE, window, atoms[property],
                             XCB_ATOM_CARDINAL, 32, 1, &value);
     };
-    if (numbering.counter) {
+    if (numbering.counter)
         change(connection.root(), Atom::kelpaNumberCounter, *numbering.counter);
-    }
-    for (const WindowNumbers::Tag& tag : numbering.tags) {
+    for (const WindowNumbers::Tag& tag : numbering.tags)
         change(tag.window, Atom::kelpaWindowNumber, tag.number);
-    }
     // Captures and actions go through connections of their own, which the server may serve before
     // this one: without its answer they could find a window without its number.
     InputFocusReply(connection).get();

@@ -17,9 +17,8 @@ std::unique_ptr<XcbConnection> XcbConnection::open(const QByteArray& display)
         return nullptr;
     }
     xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (; screens.rem > 1 && screenNumber > 0; --screenNumber) {
+    for (; screens.rem > 1 && screenNumber > 0; --screenNumber)
         xcb_screen_next(&screens);
-    }
     if (screens.rem == 0) {
         xcb_disconnect(connection);
         return nullptr;

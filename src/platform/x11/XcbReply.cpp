@@ -10,9 +10,8 @@ PropertyReply askProperty(XcbConnection& connection, xcb_window_t window, xcb_at
 
 Property propertyOf(const xcb_get_property_reply_t* reply)
 {
-    if (!reply) {
+    if (!reply)
         return {};
-    }
     return {reply->type, reply->format,
             QByteArrayView(static_cast<const char*>(xcb_get_property_value(reply)),
                            xcb_get_property_value_length(reply)),

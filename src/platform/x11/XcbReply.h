@@ -43,9 +43,8 @@ public:
 
     ~XcbReply()
     {
-        if (m_connection) {
+        if (m_connection)
             xcb_discard_reply(m_connection->raw(), m_cookie.sequence);
-        }
     }
 
     /// Waits for the reply the first time; null when the request failed. Owned by this object.
