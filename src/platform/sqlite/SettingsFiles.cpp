@@ -57,7 +57,7 @@ std::optional<SettingsTrouble> makeFolder(const QString& folder)
 QString resolvedFolder(const QString& folder)
 {
     const QFileInfo info(folder);
-    if (const QString canonical = info.canonicalFilePath(); !canonical.isEmpty())
+    if (QString canonical = info.canonicalFilePath(); !canonical.isEmpty())
         return canonical;
     const QString parent = info.path();
     return parent == folder ? folder : QDir(resolvedFolder(parent)).filePath(info.fileName());
