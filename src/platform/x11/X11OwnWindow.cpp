@@ -10,7 +10,8 @@ namespace kelpa::x11 {
 
 X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, WindowActor& actor,
                            Scheduler& scheduler)
-    : m_connector(std::move(connector)), m_actor(actor), m_scheduler(scheduler), m_startupEnds(scheduler)
+    : m_connector(std::move(connector)), m_actor(actor), m_scheduler(scheduler),
+      m_startupEnds(scheduler)
 {}
 
 std::unique_ptr<Subscription>
