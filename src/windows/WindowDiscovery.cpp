@@ -139,6 +139,10 @@ public:
                 window.accessibilityDocument = match->document;
             }
         }
+        // A list that changes while it is read may name a window twice.
+        if (m_found.contains(window.id))
+            return std::nullopt;
+        m_found.insert(window.id);
         return window;
     }
 
@@ -156,6 +160,7 @@ private:
     ProcessID m_ownProcess;
     QSet<WindowID> m_onScreen;
     bool m_isTrusted;
+    QSet<WindowID> m_found;
     QHash<ProcessID, AccessibilityWindows> m_accessibilityWindows;
 };
 

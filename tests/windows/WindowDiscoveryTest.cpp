@@ -40,6 +40,16 @@ TEST_F(WindowDiscoveryTest, The_order_is_that_of_the_list_also_when_entries_are_
     EXPECT_EQ(discoveredIDs(), (QList<WindowID>{2, 1, 3}));
 }
 
+TEST_F(WindowDiscoveryTest, A_window_that_is_listed_twice_is_found_once_where_it_came_first)
+{
+    desktop.addWindow(1, 100, QStringLiteral("late"));
+    desktop.addWindow(2, 100, QStringLiteral("other"));
+    desktop.addWindow(1, 100, QStringLiteral("early"));
+
+    EXPECT_EQ(discoveredIDs(), (QList<WindowID>{1, 2}));
+    EXPECT_EQ(discover().first().title, QStringLiteral("early"));
+}
+
 TEST_F(WindowDiscoveryTest, Nothing_is_found_when_the_list_cannot_be_had)
 {
     desktop.addWindow(1, 100, QStringLiteral("a"));
