@@ -20,7 +20,11 @@ struct Date
 
     Date addingSeconds(double seconds) const { return {secondsSinceReferenceDate + seconds}; }
 
-    friend auto operator<=>(const Date&, const Date&) = default;
+    friend auto operator<=>(const Date& left, const Date& right)
+    {
+        return left.secondsSinceReferenceDate <=> right.secondsSinceReferenceDate;
+    }
+    friend bool operator==(const Date&, const Date&) = default;
     friend size_t qHash(const Date& date, size_t seed = 0)
     {
         return ::qHash(date.secondsSinceReferenceDate, seed);

@@ -30,15 +30,6 @@ BoardDrop boardDropFromText(QStringView text);
 QString dragText(WindowID windowID);
 QString dragText(GoalID goalID);
 
-/// The list of the open todos of all columns.
-struct WholeBoard
-{
-    friend bool operator==(const WholeBoard&, const WholeBoard&) = default;
-};
-
-/// A list of todos: that of a column, or of the whole board.
-using TodoList = std::variant<ColumnID, WholeBoard>;
-
 /// What dropping a text on a todo's row does.
 struct TodoRowDrop
 {

@@ -27,4 +27,12 @@ std::optional<GoalID> goalFromColumnText(const QString& text)
     return column ? column->goalID : std::nullopt;
 }
 
+std::optional<TodoList> todoListFromText(const QString& text)
+{
+    if (text == unifiedTodosText)
+        return TodoList(WholeBoard());
+    const std::optional<ColumnID> column = columnFromText(text);
+    return column ? std::optional(TodoList(*column)) : std::nullopt;
+}
+
 } // namespace kelpa

@@ -1,4 +1,4 @@
-// How a column of the board is named in QML.
+// How the columns of the board and their lists of todos are named in QML.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -7,6 +7,7 @@
 #include <QStringView>
 
 #include <optional>
+#include <variant>
 
 namespace kelpa {
 
@@ -25,5 +26,19 @@ std::optional<ColumnID> columnFromText(QStringView text);
 
 /// The goal that a column's text names; none for the unassigned column, and for no column.
 std::optional<GoalID> goalFromColumnText(const QString& text);
+
+/// Names the list of the open todos of all columns.
+inline const QString unifiedTodosText = QStringLiteral("unified-todos");
+
+struct WholeBoard
+{
+    friend bool operator==(const WholeBoard&, const WholeBoard&) = default;
+};
+
+/// A list of todos: that of a column, or of the whole board.
+using TodoList = std::variant<ColumnID, WholeBoard>;
+
+/// None for any text that names neither a column nor the whole board.
+std::optional<TodoList> todoListFromText(const QString& text);
 
 } // namespace kelpa

@@ -3,6 +3,7 @@
 // decides.
 #pragma once
 
+#include "views/ColumnID.h"
 #include "views/TodoRows.h"
 
 #include <QHash>
@@ -14,9 +15,6 @@
 namespace kelpa {
 
 class WindowStore;
-
-/// Names the list of the open todos of the whole board.
-inline const QString unifiedTodosText = QStringLiteral("unified-todos");
 
 /// Follows a store. Main thread. A todo is named by its UUID, its list by `columnText`. A name of
 /// nothing that there is makes every operation do nothing.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <utility>
 
 namespace kelpa {
 
@@ -20,8 +19,8 @@ QString folded(const QString& text, const QLocale& locale)
 
 } // namespace
 
-TextSearch::TextSearch(const QString& query, QLocale locale)
-    : m_locale(std::move(locale)), m_query(folded(query.trimmed(), m_locale))
+TextSearch::TextSearch(const QString& query, const QLocale& locale)
+    : m_locale(locale), m_query(folded(query.trimmed(), locale))
 {}
 
 bool TextSearch::matches(const QString& text) const

@@ -19,7 +19,7 @@ class TextSearch
 {
 public:
     /// White space at the ends of `query` is ignored.
-    TextSearch(const QString& query, QLocale locale);
+    TextSearch(const QString& query, const QLocale& locale);
 
     /// Nothing is left of the query, so that every text matches.
     bool isEmpty() const { return m_query.isEmpty(); }

@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using Times = std::vector<std::uint32_t>;
+using NamedTimes = std::vector<std::uint32_t>;
 
 constexpr ActingLimits limits{250ms, 1000ms, 1000ms};
 constexpr std::uint32_t atReading = ForwardPolicy::timeOfReading;
@@ -20,11 +20,11 @@ class ForwardPolicies : public ::testing::Test
 protected:
     /// Asks until nothing more may be asked or waited for; the server's time is 500, then 501, ...
     /// The window manager confirms the request with the given number; with none, none of them.
-    Times ask(std::optional<std::uint32_t> inputTime = std::nullopt,
-              std::optional<std::size_t> confirmed = std::nullopt)
+    NamedTimes ask(std::optional<std::uint32_t> inputTime = std::nullopt,
+                   std::optional<std::size_t> confirmed = std::nullopt)
     {
         policy.begin(now, inputTime);
-        Times named;
+        NamedTimes named;
         while (policy.mayAsk()) {
             named.push_back(policy.timeToName(500 + static_cast<std::uint32_t>(named.size())));
             if (policy.wait() == 0ms) {
@@ -49,19 +49,19 @@ protected:
 
 TEST_F(ForwardPolicies, A_confirmed_request_is_the_only_one)
 {
-    EXPECT_EQ(ask(std::nullopt, 1), Times({500}));
-    EXPECT_EQ(ask(std::nullopt, 1), Times({500}));
+    EXPECT_EQ(ask(std::nullopt, 1), NamedTimes({500}));
+    EXPECT_EQ(ask(std::nullopt, 1), NamedTimes({500}));
 }
 
 TEST_F(ForwardPolicies, The_second_request_leaves_its_time_to_who_reads_it_and_is_the_last)
 {
-    EXPECT_EQ(ask(), Times({500, atReading}));
+    EXPECT_EQ(ask(), NamedTimes({500, atReading}));
 }
 
 TEST_F(ForwardPolicies, The_time_of_the_person_is_named_before_the_servers)
 {
-    EXPECT_EQ(ask(400, 1), Times({400}));
-    EXPECT_EQ(ask(400), Times({400, 501, atReading}));
+    EXPECT_EQ(ask(400, 1), NamedTimes({400}));
+    EXPECT_EQ(ask(400), NamedTimes({400, 501, atReading}));
 }
 
 TEST_F(ForwardPolicies, A_server_that_tells_no_time_leaves_it_to_who_reads_it)
@@ -74,14 +74,14 @@ TEST_F(ForwardPolicies, A_server_that_tells_no_time_leaves_it_to_who_reads_it)
 TEST_F(ForwardPolicies, No_time_is_named_after_one_that_was_left_open_until_a_request_is_confirmed)
 {
     ask();
-    EXPECT_EQ(ask(400, 2), Times({atReading, atReading}));
-    EXPECT_EQ(ask(400, 1), Times({400}));
+    EXPECT_EQ(ask(400, 2), NamedTimes({atReading, atReading}));
+    EXPECT_EQ(ask(400, 1), NamedTimes({400}));
 }
 
 TEST_F(ForwardPolicies, A_confirmation_closes_a_time_that_was_left_open)
 {
     ask(std::nullopt, 2);
-    EXPECT_EQ(ask(std::nullopt, 1), Times({500}));
+    EXPECT_EQ(ask(std::nullopt, 1), NamedTimes({500}));
 }
 
 TEST_F(ForwardPolicies, A_request_is_waited_for_a_quarter_of_a_second)
