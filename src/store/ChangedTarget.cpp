@@ -158,7 +158,7 @@ std::optional<ChangedTarget> changedTarget(const BoardContents& before, const Bo
         const TargetSelection target = TargetSelection::goal(goal.id);
         const Goal* const former = goalWith(goal.id, before.goals);
         if (former == nullptr)
-            return ChangedTarget{target, std::nullopt};
+            return ChangedTarget{.target = target};
         if (former->todos.size() < goal.todos.size())
             return ChangedTarget{target, changedTodo(former->todos, goal.todos)};
         if (!changed && looksDifferent(*former, goal))
@@ -178,12 +178,12 @@ std::optional<ChangedTarget> changedTarget(const BoardContents& before, const Bo
         !wereVanishedGoalsWithoutTodos(before.goals, after.goals))
         return std::nullopt;
     if (const std::optional<TargetSelection> place = placeOfMovedWindow(before, after))
-        return ChangedTarget{*place, std::nullopt};
+        return ChangedTarget{.target = *place, .isPlaceOfWindow = true};
     if (const Goal* const moved = movedItem(before.goals, after.goals, &Goal::id))
-        return ChangedTarget{TargetSelection::goal(moved->id), std::nullopt};
+        return ChangedTarget{.target = TargetSelection::goal(moved->id)};
     if (before.goals.size() != after.goals.size() || before == after)
         return std::nullopt;
-    return ChangedTarget{TargetSelection::unifiedTodos(), std::nullopt};
+    return ChangedTarget{.target = TargetSelection::unifiedTodos()};
 }
 
 } // namespace kelpa

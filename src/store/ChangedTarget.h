@@ -13,6 +13,8 @@ struct ChangedTarget
     TargetSelection target = TargetSelection::none();
     /// The todo that came back, changed or moved there; absent when it was none.
     std::optional<TodoID> todoID;
+    /// It is where a window went, and nothing else that can be seen differs.
+    bool isPlaceOfWindow = false;
 
     friend bool operator==(const ChangedTarget&, const ChangedTarget&) = default;
 };

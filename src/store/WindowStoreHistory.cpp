@@ -44,7 +44,7 @@ void WindowStore::restore(BoardVersion board)
         const std::optional<GoalID> goalID = changed->target.goalID();
         if (goalID && !shownBefore.contains(*goalID) && !visibleGoalIDs().contains(*goalID))
             publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
-        if (before.goals == m_goals && before.unassignedTodos == m_unassignedTodos)
+        if (changed->isPlaceOfWindow)
             showMovedWindows(windowsBefore);
         activateTarget(changed->target, EnterWindowLayer::no);
         m_restoredTodoID = changed->todoID;

@@ -308,6 +308,8 @@ bool BoardController::selectFirstWindow()
 void BoardController::showColumn(const QString& columnID)
 {
     m_todos.goToColumn(columnID);
+    // The goal is asked for, not the todo.
+    m_todos.forgetRestoredTodo();
     Q_EMIT selectionRequested();
 }
 

@@ -23,17 +23,6 @@ bool isAnswered(QClipboard::Mode mode)
     return content != nullptr && !content->formats().isEmpty();
 }
 
-/// Whether the event would paste what nobody gives.
-bool isVainPaste(const QEvent& event)
-{
-    if (event.type() == QEvent::KeyPress)
-        return static_cast<const QKeyEvent&>(event).matches(QKeySequence::Paste) &&
-               !isAnswered(QClipboard::Clipboard);
-    return event.type() == QEvent::MouseButtonRelease &&
-           static_cast<const QMouseEvent&>(event).button() == Qt::MiddleButton &&
-           !isAnswered(QClipboard::Selection);
-}
-
 QString composedText(const QObject& field)
 {
     return field.property("preeditText").toString();
@@ -79,6 +68,22 @@ void TextComposition::end(QQuickItem& field, const QString& composed, const QStr
     last.setCommitString(written);
     QCoreApplication::sendEvent(&field, &last);
     m_ended = composed;
+}
+
+bool TextComposition::isVainPaste(const QEvent& event)
+{
+    if (event.type() == QEvent::KeyPress) {
+        const auto& press = static_cast<const QKeyEvent&>(event);
+        if (!press.matches(QKeySequence::Paste))
+            return false;
+        // A key that is held does not wait again.
+        if (!press.isAutoRepeat() || !m_isPasteVain)
+            m_isPasteVain = !isAnswered(QClipboard::Clipboard);
+        return m_isPasteVain;
+    }
+    return event.type() == QEvent::MouseButtonRelease &&
+           static_cast<const QMouseEvent&>(event).button() == Qt::MiddleButton &&
+           !isAnswered(QClipboard::Selection);
 }
 
 bool TextComposition::eventFilter(QObject* watched, QEvent* event)

@@ -41,11 +41,15 @@ private:
     void end(QQuickItem& field, const QString& composed, const QString& written);
     bool isWrittenAgain(const QObject& field, const QInputMethodEvent& event);
     void noteWritten(const QObject& field, const QInputMethodEvent& event);
+    /// Whether the event would paste what nobody gives.
+    bool isVainPaste(const QEvent& event);
 
     /// What was composed and has been written since the event loop ran last.
     QString m_written;
     /// What an input method may write once more; empty as soon as it does something else.
     QString m_ended;
+    /// The last paste by key was.
+    bool m_isPasteVain = false;
 };
 
 } // namespace kelpa

@@ -35,6 +35,9 @@ TodoController::TodoController(WindowStore& store, QObject* parent)
     for (const auto signal : {&WindowStore::boardNavigationChanged, &WindowStore::goalsChanged,
                               &WindowStore::unassignedTodosChanged})
         connect(&store, signal, this, &TodoController::updateHighlight);
+    connect(&store, &WindowStore::boardNavigationChanged, this,
+            &TodoController::forgetRestoredTodo);
+    // Told after the selection that it brought about.
     connect(&store, &WindowStore::restorationIDChanged, this, &TodoController::showRestoredTodo);
 }
 
@@ -191,6 +194,7 @@ void TodoController::highlight(std::optional<TodoPlace> place)
 {
     const QString before = highlightedTodoID();
     m_highlighted = place;
+    m_isHighlightRestored = false;
     if (before != highlightedTodoID())
         Q_EMIT highlightedTodoIDChanged();
 }
@@ -233,8 +237,15 @@ void TodoController::showRestoredTodo()
     highlight(todoID && !target.isUnifiedTodos()
                   ? std::optional(TodoPlace{*todoID, target.goalID()})
                   : std::nullopt);
+    m_isHighlightRestored = true;
     if (todoID && target.isUnifiedTodos())
         Q_EMIT unifiedTodoRestored(todoID->text());
+}
+
+void TodoController::forgetRestoredTodo()
+{
+    if (m_isHighlightRestored)
+        highlight(std::nullopt);
 }
 
 void TodoController::setPriority(const QString& columnID, const QString& priority)

@@ -37,8 +37,9 @@ public:
     QString unifiedListID() const { return unifiedTodosText; }
     /// The goal whose field for a new todo is open; empty for none.
     QString editorColumnID() const;
-    /// The todo that is to stand out in its column, since someone went to it or it was given back,
-    /// changed or moved by an undo; empty for none.
+    /// The todo that is to stand out in its column: until the selection goes elsewhere when someone
+    /// went to it, until it changes in any way or is asked for again when an undo gave it back,
+    /// changed or moved it. Empty for none.
     QString highlightedTodoID() const;
     /// Whether the keyboard has selected the list of the whole board.
     bool isUnifiedSelected() const { return m_isUnifiedSelected; }
@@ -74,13 +75,15 @@ public:
     Q_INVOKABLE void goToTodo(const QString& todoID, const QString& columnID, bool isByKeyboard);
     /// True once after every such `goToTodo` by the keyboard, for the row of that todo.
     Q_INVOKABLE bool takeTodoRequest(const QString& todoID);
+    /// What an undo has given back stands out no more.
+    void forgetRestoredTodo();
     Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
 
     /// What was written for a new todo of the list and not added yet: it outlasts the field.
     Q_INVOKABLE QString draft(const QString& listID) const { return m_drafts.value(listID).text; }
     /// Empty for none. What is written is wanted.
     Q_INVOKABLE void setDraft(const QString& listID, const QString& text);
-    /// The draft is kept for the next field, but is not wanted before somebody goes on with it.
+    /// The draft is kept for the next field, but is not wanted before that is opened.
     Q_INVOKABLE void giveUpDraft(const QString& listID);
     /// Takes what is written and not committed for what was wanted: every open field changes its
     /// title or adds its new todo, and drafts of fields that were closed since are added, unless
@@ -158,6 +161,7 @@ private:
     bool m_isEditorRequestOpen = false;
     std::optional<TodoPlace> m_highlighted;
     bool m_isTodoRequestOpen = false;
+    bool m_isHighlightRestored = false;
     struct Draft
     {
         QString text;

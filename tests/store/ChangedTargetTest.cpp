@@ -36,7 +36,12 @@ std::optional<ChangedTarget> change(const BoardContents& before, const BoardCont
 
 ChangedTarget at(const TargetSelection& target, std::optional<TodoID> todoID = std::nullopt)
 {
-    return {target, todoID};
+    return {.target = target, .todoID = todoID};
+}
+
+ChangedTarget windowAt(const TargetSelection& target)
+{
+    return {.target = target, .isPlaceOfWindow = true};
 }
 
 TEST(ChangedTargets, Nothing_differs_between_a_board_and_itself)
@@ -127,7 +132,7 @@ TEST(ChangedTargets, Whoever_is_at_the_list_of_all_todos_goes_to_what_it_does_no
     EXPECT_EQ(inList(threeGoals, changed), at(TargetSelection::goal(goalB.id)));
     changed = threeGoals;
     changed.assignments = {};
-    EXPECT_EQ(inList(threeGoals, changed), at(TargetSelection::unassigned()));
+    EXPECT_EQ(inList(threeGoals, changed), windowAt(TargetSelection::unassigned()));
     BoardContents done = threeGoals;
     done.goals[1].todos[0].status = TodoStatus::completed;
     changed = done;
@@ -139,10 +144,10 @@ TEST(ChangedTargets, A_window_is_found_where_it_is_now)
 {
     BoardContents changed = threeGoals;
     changed.assignments = {{windowOfB, goalC.id}};
-    EXPECT_EQ(change(threeGoals, changed), at(TargetSelection::goal(goalC.id)));
+    EXPECT_EQ(change(threeGoals, changed), windowAt(TargetSelection::goal(goalC.id)));
     changed.assignments = {};
-    EXPECT_EQ(change(threeGoals, changed), at(TargetSelection::unassigned()));
-    EXPECT_EQ(change(changed, threeGoals), at(TargetSelection::goal(goalB.id)));
+    EXPECT_EQ(change(threeGoals, changed), windowAt(TargetSelection::unassigned()));
+    EXPECT_EQ(change(changed, threeGoals), windowAt(TargetSelection::goal(goalB.id)));
 }
 
 TEST(ChangedTargets, A_window_for_which_a_goal_was_made_that_went_is_found_where_it_is_now)
@@ -151,10 +156,10 @@ TEST(ChangedTargets, A_window_for_which_a_goal_was_made_that_went_is_found_where
     BoardContents before = threeGoals;
     before.goals.append(made);
     before.assignments = {{windowOfB, made.id}};
-    EXPECT_EQ(change(before, threeGoals), at(TargetSelection::goal(goalB.id)));
+    EXPECT_EQ(change(before, threeGoals), windowAt(TargetSelection::goal(goalB.id)));
     BoardContents after = threeGoals;
     after.assignments = {};
-    EXPECT_EQ(change(before, after), at(TargetSelection::unassigned()));
+    EXPECT_EQ(change(before, after), windowAt(TargetSelection::unassigned()));
     before.assignments = threeGoals.assignments;
     EXPECT_EQ(change(before, threeGoals), std::nullopt) << "it had no window";
 }

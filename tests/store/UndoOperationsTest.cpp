@@ -274,8 +274,10 @@ TEST_F(UndoOperations, The_window_of_a_goal_that_undo_takes_away_is_shown_where_
     desktop.addWindow(1, 100, QStringLiteral("Letter"));
     store().refresh();
     store().createGoal(QStringLiteral("A"), 1);
+    store().setSearchText(QStringLiteral("rep"));
     store().undo();
     EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::unassigned()));
+    EXPECT_EQ(store().searchText(), QString()) << "it would hide the window";
 }
 
 TEST_F(UndoOperations, Every_step_back_or_forth_asks_to_be_shown_also_in_the_selected_goal)

@@ -348,6 +348,20 @@ TEST_F(Todos, A_todo_that_undo_gives_back_stands_out_in_its_goal)
     EXPECT_EQ(inList.size(), 0);
 }
 
+TEST_F(Todos, A_todo_that_undo_gave_back_stands_out_until_the_selection_changes_in_any_way)
+{
+    store().deleteTodo(todo, first);
+    desktop.addAccessibleWindow(1, 1000, QStringLiteral("Letter"));
+    store().refresh();
+    store().assign(1, first);
+    store().undo();
+    store().undo();
+    ASSERT_EQ(todoController().highlightedTodoID(), todo.text());
+    store().assign(1, first);
+    store().activateTarget(TargetSelection::goal(first), EnterWindowLayer::yes);
+    EXPECT_EQ(todoController().highlightedTodoID(), QString());
+}
+
 TEST_F(Todos, A_todo_that_undo_gives_back_is_told_to_the_selected_list_of_all_todos)
 {
     QSignalSpy inList(&todoController(), &TodoController::unifiedTodoRestored);

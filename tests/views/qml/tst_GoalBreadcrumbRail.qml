@@ -60,6 +60,22 @@ Item {
             verify(!isMoving());
             compare(view().contentY, place + 20);
         }
+        function test_a_click_on_the_rail_shows_the_goal_and_not_the_todo_that_undo_gave_back() {
+            for (let i = 0; i < 60; ++i)
+                world.addTodo("Todo " + i, goal(3));
+            const id = world.todoID("Todo 45", goal(3));
+            world.board.todos.remove(id, world.columnOfGoal(goal(3)));
+            select(3);
+            settle();
+            world.board.undo();
+            compare(world.board.todos.highlightedTodoID, id);
+            tryVerify(() => !isMoving());
+            mouseClick(entry("(60)" + goal(3)));
+            compare(world.board.todos.highlightedTodoID, "");
+            // What is too high for the view begins in it.
+            const top = () => column(goal(3)).mapToItem(view(), 0, 0).y;
+            tryVerify(() => !isMoving() && top() >= 0 && top() < 100);
+        }
         function test_the_rail_has_entries_only_where_it_shows_them() {
             const entries = all(board, item => item instanceof MarqueeGoalTitle);
             verify(entries.length > 20);
