@@ -1,5 +1,6 @@
 #include "platform/sqlite/SqliteFile.h"
 
+#include <QByteArrayList>
 #include <QFile>
 
 #include <sqlite3.h>
@@ -30,11 +31,14 @@ constexpr std::array durability{
 /// SQL that makes an empty file Kelpa's.
 QByteArray tableInEmptyFile()
 {
-    return "BEGIN IMMEDIATE;"
-           "CREATE TABLE IF NOT EXISTS settings(key TEXT PRIMARY KEY NOT NULL, value);"
-           "PRAGMA application_id = " +
-           QByteArray::number(applicationID) +
-           ";PRAGMA user_version = " + QByteArray::number(formatVersion) + ";COMMIT";
+    const QByteArrayList statements{
+        "BEGIN IMMEDIATE",
+        "CREATE TABLE IF NOT EXISTS settings(key TEXT PRIMARY KEY NOT NULL, value)",
+        "PRAGMA application_id = " + QByteArray::number(applicationID),
+        "PRAGMA user_version = " + QByteArray::number(formatVersion),
+        "COMMIT",
+    };
+    return statements.join(';');
 }
 
 SettingsTrouble troubleOf(int code)
