@@ -12,7 +12,7 @@ struct ChangedTarget
 {
     TargetSelection target = TargetSelection::none();
     /// The todo that came back, changed or moved there; absent when it was none.
-    std::optional<TodoID> todoID;
+    std::optional<TodoID> todoID = std::nullopt;
     /// It is where a window went, and nothing else that can be seen differs.
     bool isPlaceOfWindow = false;
 
