@@ -19,8 +19,12 @@ option(KELPA_WARNINGS_ARE_ERRORS "Whether a warning ends the build" OFF)
 
 add_library(kelpa_options INTERFACE)
 target_compile_options(kelpa_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsuggest-override
+    -Wall -Wextra -Wpedantic -Wconversion
+    # Where tests are joined, one's constants are not shadowed by another's variables.
+    $<IF:$<BOOL:$<TARGET_PROPERTY:KELPA_JOINED_TESTS>>,-Wshadow=local,-Wshadow> -Wsuggest-override
     $<$<BOOL:${KELPA_WARNINGS_ARE_ERRORS}>:-Werror>)
+# Some libraries ask for -pthread; a precompiled header serves only those that were told the same.
+target_compile_options(kelpa_options INTERFACE -pthread)
 target_compile_definitions(kelpa_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
@@ -44,6 +48,43 @@ if(KELPA_SANITIZE)
     endif()
 endif()
 
+# Reading headers is most of a build, so few compilations read them: sources are joined into batches
+# (unity builds), and what most of them include is read once for all (a precompiled header).
+option(KELPA_FAST_BUILD "Join sources and precompile headers" ON)
+set(KELPA_UNITY_BATCH 8 CACHE STRING "How many sources are compiled as one")
+
+# kelpa_fast_build(<target> [PRECOMPILED <owner>]): the target takes part in that. The owner is the
+# library whose precompiled header it uses.
+function(kelpa_fast_build target)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "PRECOMPILED" "")
+    if(NOT KELPA_FAST_BUILD)
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES
+        UNITY_BUILD ON
+        UNITY_BUILD_BATCH_SIZE ${KELPA_UNITY_BATCH})
+    # Joined sources look to the compiler like headers with unnamed namespaces in them.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    if(ARG_PRECOMPILED)
+        target_precompile_headers(${target} REUSE_FROM ${ARG_PRECOMPILED})
+    endif()
+endfunction()
+
+# kelpa_precompiled(<name> HEADERS … LINK …): a library that is nothing but a precompiled header.
+function(kelpa_precompiled name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "HEADERS;LINK")
+    if(NOT KELPA_FAST_BUILD)
+        return()
+    endif()
+    set(source "${PROJECT_BINARY_DIR}/${name}.cpp")
+    if(NOT EXISTS "${source}")
+        file(WRITE "${source}" "")
+    endif()
+    add_library(${name} OBJECT "${source}")
+    target_link_libraries(${name} PRIVATE kelpa_options ${ARG_LINK})
+    target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+endfunction()
+
 # kelpa_library(<room> SOURCES … [PUBLIC …] [PRIVATE …] [MOC]): the library kelpa_<room> of one
 # folder; MOC where it declares QObjects.
 # Headers are included by their path below src/, as in "model/Goal.h".
@@ -53,4 +94,5 @@ function(kelpa_library name)
     target_include_directories(kelpa_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
     set_target_properties(kelpa_${name} PROPERTIES AUTOMOC ${ARG_MOC})
     target_link_libraries(kelpa_${name} PUBLIC ${ARG_PUBLIC} PRIVATE kelpa_options ${ARG_PRIVATE})
+    kelpa_fast_build(kelpa_${name} PRECOMPILED kelpa_precompiled_core)
 endfunction()

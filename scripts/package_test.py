@@ -9,7 +9,7 @@ import sys
 import time
 
 root = pathlib.Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(root / "tests" / "desktop"))
+sys.path.insert(0, str(root / "tests" / "desktop" / "support"))
 sys.dont_write_bytecode = True
 
 import processes  # noqa: E402

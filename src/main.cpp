@@ -2,12 +2,12 @@
 #include "app/CommandLine.h"
 #include "app/Program.h"
 #include "app/RenderBackend.h"
-#include "app/SingleProgram.h"
+#include "app/SingleInstance.h"
 #include "app/ToolkitArguments.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
-#include "platform/x11/DisplayConnector.h"
+#include "platform/x11/connection/DisplayConnector.h"
 
 #include <QGuiApplication>
 #include <QIcon>
@@ -67,7 +67,7 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
         const FurtherStart& start, TerminationSignals& signals)
 {
     QtScheduler scheduler;
-    SingleProgram single(line.settingsPath, scheduler);
+    SingleInstance single(line.settingsPath, scheduler);
     if (!single.claim())
         return giveWayToQuickerStart(line, startupID, signals);
     const std::unique_ptr<SqliteSettingsStore> settings = openBoard(line.settingsPath, start);

@@ -1,6 +1,6 @@
 // How long a board takes to and from its stored form.
 #include "bench/board/BoardFixture.h"
-#include "store/TodoOrder.h"
+#include "store/board/TodoOrder.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,7 +2,7 @@
 // memory and of the usual screenshot programs, the memory of many of them, and what windows cost
 // that did not change. Prints one table.
 
-#include "platform/x11/ShmSegment.h"
+#include "platform/x11/capture/ShmSegment.h"
 #include "support/desktop/X11Desktop.h"
 #include "windows/PreviewRotation.h"
 

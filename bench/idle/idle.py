@@ -10,7 +10,7 @@ import tempfile
 import time
 
 root = pathlib.Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(root / "tests" / "desktop"))
+sys.path.insert(0, str(root / "tests" / "desktop" / "support"))
 sys.dont_write_bytecode = True
 
 import processes  # noqa: E402

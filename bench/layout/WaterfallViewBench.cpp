@@ -1,6 +1,6 @@
 // The time of a pass of the item that lays out the cards of the board, and how many cards have
 // items: on a screen of 1000 x 800 that shows the middle of the board.
-#include "views/WaterfallView.h"
+#include "views/scene/WaterfallView.h"
 
 #include <benchmark/benchmark.h>
 

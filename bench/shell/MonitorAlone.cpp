@@ -1,6 +1,6 @@
 // A program that listens for the double tap and does nothing else: what the listening costs.
 #include "platform/qt/QtScheduler.h"
-#include "platform/x11/X11GlobalKeys.h"
+#include "platform/x11/keys/X11GlobalKeys.h"
 #include "shell/GlobalDoubleTap.h"
 
 #include <QCoreApplication>

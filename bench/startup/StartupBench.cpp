@@ -5,8 +5,8 @@
 
 #include "bench/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
-#include "platform/x11/XcbConnection.h"
-#include "store/BoardPersistence.h"
+#include "platform/x11/connection/XcbConnection.h"
+#include "store/board/BoardPersistence.h"
 #include "support/desktop/Programs.h"
 
 #include <QCoreApplication>

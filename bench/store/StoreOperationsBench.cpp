@@ -3,8 +3,8 @@
 
 #include "bench/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
-#include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
+#include "store/board/BoardPersistence.h"
 #include "support/FakeDesktop.h"
 #include "support/ManualScheduler.h"
 #include "support/MemorySettingsStore.h"

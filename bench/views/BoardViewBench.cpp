@@ -5,14 +5,14 @@
 #include "bench/views/SceneProbe.h"
 #include "layout/BoardMetrics.h"
 #include "platform/qt/WorkerPool.h"
-#include "store/BoardPersistence.h"
 #include "store/WindowStore.h"
+#include "store/board/BoardPersistence.h"
 #include "support/FakeDesktop.h"
 #include "support/ManualScheduler.h"
 #include "support/MemorySettingsStore.h"
-#include "views/BoardDragSource.h"
 #include "views/ViewEngine.h"
-#include "views/WaterfallView.h"
+#include "views/scene/BoardDragSource.h"
+#include "views/scene/WaterfallView.h"
 
 #include <QDragMoveEvent>
 #include <QFile>

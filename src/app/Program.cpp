@@ -1,12 +1,12 @@
 #include "app/Program.h"
 
 #include "app/CommandLine.h"
-#include "app/SingleProgram.h"
-#include "app/SuddenEnd.h"
+#include "app/DisplayLossHandler.h"
+#include "app/SingleInstance.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
-#include "store/BoardPersistence.h"
+#include "store/board/BoardPersistence.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -29,7 +29,7 @@ void tellNextSession(QSessionManager& session, const QString& boardPath)
 
 } // namespace
 
-Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleProgram& single,
+Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
                  SqliteSettingsStore& settings, QString boardPath)
     : m_application(application), m_scheduler(scheduler), m_single(single),
       m_boardPath(std::move(boardPath)),
@@ -52,7 +52,7 @@ Program::~Program() = default;
 int Program::run(TerminationSignals& signals)
 {
     int status = 1;
-    std::optional<SuddenEnd> suddenEnd;
+    std::optional<DisplayLossHandler> suddenEnd;
     if (show()) {
         suddenEnd.emplace(m_application, [this] { end(Ending::ofDisplay); });
         signals.listen([] { QCoreApplication::quit(); });

@@ -21,7 +21,7 @@ class QGuiApplication;
 namespace kelpa {
 
 class QtScheduler;
-class SingleProgram;
+class SingleInstance;
 class SqliteSettingsStore;
 class TerminationSignals;
 
@@ -33,7 +33,7 @@ class Program : public QObject
 public:
     /// `boardPath` is where the person wants the board of `settings`, which the next session is
     /// told. What it is given outlives it.
-    Program(QGuiApplication& application, QtScheduler& scheduler, SingleProgram& single,
+    Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
             SqliteSettingsStore& settings, QString boardPath);
     ~Program() override;
 
@@ -59,7 +59,7 @@ private:
 
     QGuiApplication& m_application;
     QtScheduler& m_scheduler;
-    SingleProgram& m_single;
+    SingleInstance& m_single;
     const QString m_boardPath;
     X11Desktop m_desktop;
     WindowStore m_store;

@@ -1,26 +1,26 @@
 #include "app/X11Desktop.h"
 
-#include "platform/freedesktop/AccessibilityDocuments.h"
-#include "platform/freedesktop/ApplicationIcons.h"
-#include "platform/freedesktop/ApplicationLauncher.h"
-#include "platform/freedesktop/DesktopEntries.h"
-#include "platform/freedesktop/DesktopEntryFile.h"
-#include "platform/freedesktop/DesktopWorkspace.h"
-#include "platform/freedesktop/IconLookup.h"
-#include "platform/freedesktop/NetWmIcon.h"
-#include "platform/freedesktop/PortalSettings.h"
+#include "platform/freedesktop/accessibility/AtspiDocuments.h"
+#include "platform/freedesktop/appearance/PortalSettings.h"
+#include "platform/freedesktop/applications/ApplicationLauncher.h"
+#include "platform/freedesktop/applications/DesktopEntries.h"
+#include "platform/freedesktop/applications/DesktopEntryFile.h"
+#include "platform/freedesktop/applications/DesktopWorkspace.h"
+#include "platform/freedesktop/icons/ApplicationIcons.h"
+#include "platform/freedesktop/icons/IconLookup.h"
+#include "platform/freedesktop/icons/NetWmIcon.h"
+#include "platform/numbers/HighWaterMarkFile.h"
 #include "platform/qt/QtPasteboard.h"
-#include "platform/x11/BorrowedKeyboard.h"
-#include "platform/x11/NumberFloorFile.h"
-#include "platform/x11/StartupMarks.h"
-#include "platform/x11/WindowActor.h"
-#include "platform/x11/WindowIcons.h"
-#include "platform/x11/X11Accessibility.h"
-#include "platform/x11/X11Applications.h"
-#include "platform/x11/X11GlobalKeys.h"
-#include "platform/x11/X11OwnWindow.h"
 #include "platform/x11/X11WindowServer.h"
-#include "platform/x11/XSettings.h"
+#include "platform/x11/actions/StartupIdLookup.h"
+#include "platform/x11/actions/WindowActor.h"
+#include "platform/x11/actions/X11Applications.h"
+#include "platform/x11/actions/X11OwnWindow.h"
+#include "platform/x11/actions/X11WindowActions.h"
+#include "platform/x11/discovery/WindowIcons.h"
+#include "platform/x11/keys/GrabFocusFilter.h"
+#include "platform/x11/keys/X11GlobalKeys.h"
+#include "platform/x11/settings/XSettings.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -63,11 +63,11 @@ struct X11Desktop::Parts
     std::function<void()> windowsChanged;
     DesktopEntries entries{applicationDataDirectories()};
     IconLookup icons{entries, QIcon::themeName()};
-    AccessibilityDocuments documents{[this] {
+    AtspiDocuments documents{[this] {
         if (windowsChanged)
             windowsChanged();
     }};
-    x11::NumberFloorFile numbers;
+    HighWaterMarkFile numbers;
     const std::shared_ptr<x11::DisplayConnector> connector =
         std::make_shared<x11::DisplayConnector>(QByteArray());
     x11::X11WindowServer windowServer;
@@ -78,14 +78,14 @@ struct X11Desktop::Parts
                                                                    pixels);
                                       }};
     x11::WindowActor actor{connector, [this](WindowID number) { return clientWindow(number); }};
-    x11::StartupMarks startupMarks{connector,
-                                   [this](WindowID number) { return clientWindow(number); }};
+    x11::StartupIdLookup startupMarks{connector,
+                                      [this](WindowID number) { return clientWindow(number); }};
     ApplicationLauncher launcher{entries};
     x11::X11Applications applications{QByteArray(), actor, startupMarks, applicationIcons,
                                       launcher};
-    x11::X11Accessibility accessibility{windowServer.trust(), actor};
+    x11::X11WindowActions accessibility{windowServer.trust(), actor};
     QtPasteboard pasteboard;
-    x11::BorrowedKeyboard borrowedKeyboard;
+    x11::GrabFocusFilter borrowedKeyboard;
     DesktopWorkspace workspace;
     x11::X11GlobalKeys globalKeys;
     x11::X11OwnWindow ownWindow;

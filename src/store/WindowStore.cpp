@@ -1,8 +1,8 @@
 #include "store/WindowStoreParts.h"
 
 #include "platform/Accessibility.h"
-#include "store/BoardPersistence.h"
-#include "store/GoalOrder.h"
+#include "store/board/BoardPersistence.h"
+#include "store/board/GoalOrder.h"
 #include "text/KelpaCopy.h"
 
 #include <algorithm>

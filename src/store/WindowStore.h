@@ -10,8 +10,8 @@
 #include "platform/Platform.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
-#include "store/MovePlace.h"
 #include "store/StoreChanges.h"
+#include "store/board/MovePlace.h"
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
 

@@ -1,8 +1,8 @@
 // Operations on goals.
 
 #include "model/Text.h"
-#include "store/GoalOrder.h"
 #include "store/WindowStoreParts.h"
+#include "store/board/GoalOrder.h"
 #include "windows/WindowReconciliation.h"
 
 #include <algorithm>

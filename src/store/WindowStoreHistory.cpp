@@ -1,9 +1,9 @@
 // Taking back what was done on the board, and doing it again.
 
-#include "store/BoardPersistence.h"
-#include "store/ChangedTarget.h"
-#include "store/GoalOrder.h"
 #include "store/WindowStoreParts.h"
+#include "store/board/BoardPersistence.h"
+#include "store/board/GoalOrder.h"
+#include "store/board/RestorationTarget.h"
 
 #include <QSet>
 
@@ -40,7 +40,8 @@ void WindowStore::restore(BoardVersion board)
     const QList<GoalID> shownBefore = visibleGoalIDs();
     showContents(std::move(board.contents));
     // What came back may be far from where the person is, or in a goal that does not show.
-    if (const auto changed = changedTarget(before, version().contents, m_boardNavigation.target)) {
+    if (const auto changed =
+            restorationTarget(before, version().contents, m_boardNavigation.target)) {
         const std::optional<GoalID> goalID = changed->target.goalID();
         if (goalID && !shownBefore.contains(*goalID) && !visibleGoalIDs().contains(*goalID))
             publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "platform/TaskGroup.h"
-#include "store/BoardHistory.h"
-#include "store/BringForwardQueue.h"
-#include "store/DesktopLooks.h"
-#include "store/LaunchFollower.h"
-#include "store/PreviewCaptures.h"
 #include "store/Toast.h"
 #include "store/WindowStore.h"
+#include "store/board/BoardHistory.h"
+#include "store/desktop/ActivationQueue.h"
+#include "store/desktop/DiscoveryPasses.h"
+#include "store/desktop/LaunchFollower.h"
+#include "store/desktop/PreviewCaptures.h"
 #include "windows/WindowSearch.h"
 
 #include <memory>
@@ -43,9 +43,9 @@ struct WindowStore::Parts
     int targetGridColumnCount = 1;
 
     std::optional<Observation> observation;
-    DesktopLooks looks;
+    DiscoveryPasses looks;
     PreviewCaptures previewCaptures;
-    BringForwardQueue bringForwardQueue;
+    ActivationQueue bringForwardQueue;
     LaunchFollower launches;
     /// Quits and what follows them.
     TaskGroup tasks;

@@ -2,9 +2,9 @@
 
 #include "model/Text.h"
 #include "platform/Pasteboard.h"
-#include "store/GoalOrder.h"
-#include "store/TodoOrder.h"
 #include "store/WindowStoreParts.h"
+#include "store/board/GoalOrder.h"
+#include "store/board/TodoOrder.h"
 
 namespace kelpa {
 

@@ -1,8 +1,8 @@
 // The windows of the desktop and their assignments.
 
 #include "platform/Applications.h"
-#include "store/GoalOrder.h"
 #include "store/WindowStoreParts.h"
+#include "store/board/GoalOrder.h"
 #include "windows/WindowReconciliation.h"
 
 #include <algorithm>
@@ -73,8 +73,8 @@ void WindowStore::refreshInBackground()
         return;
     const Update update(m_changes);
     updatePermissionState();
-    m_parts->looks.lookInBackground(m_isScreenCaptureTrusted ? DesktopLooks::MayRead::yes
-                                                             : DesktopLooks::MayRead::no);
+    m_parts->looks.lookInBackground(m_isScreenCaptureTrusted ? DiscoveryPasses::MayRead::yes
+                                                             : DiscoveryPasses::MayRead::no);
 }
 
 void WindowStore::finishLook(const QList<WindowItem>& windows)

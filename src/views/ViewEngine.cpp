@@ -2,11 +2,11 @@
 
 #include "shell/BoardInput.h"
 #include "store/WindowStore.h"
-#include "views/AppIconProvider.h"
-#include "views/BoardController.h"
-#include "views/DesktopAppearance.h"
-#include "views/PreviewDetail.h"
-#include "views/ViewSettings.h"
+#include "views/appearance/DesktopAppearance.h"
+#include "views/appearance/ViewSettings.h"
+#include "views/board/BoardController.h"
+#include "views/windows/AppIconProvider.h"
+#include "views/windows/PreviewResolution.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -96,12 +96,12 @@ bool ViewEngine::show()
 
     engine.setInitialProperties(
         {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}});
-    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Main.qml")));
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/board/Main.qml")));
     QQuickWindow* const board = window();
     if (board == nullptr || popups(*board) == nullptr)
         return false;
     board->installEventFilter(this);
-    new PreviewDetail(m_parts->store, *board->contentItem());
+    new PreviewResolution(m_parts->store, *board->contentItem());
 
     connect(
         board, &QQuickWindow::frameSwapped, this,

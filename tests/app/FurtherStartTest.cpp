@@ -1,6 +1,6 @@
 // A further start brings the first forward, whenever it comes. To be run on a message bus of its
 // own.
-#include "app/SingleProgram.h"
+#include "app/SingleInstance.h"
 #include "platform/qt/QtScheduler.h"
 
 #include <gtest/gtest.h>
@@ -39,7 +39,7 @@ protected:
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("board.sqlite"));
     QtScheduler scheduler;
-    SingleProgram single{path, scheduler};
+    SingleInstance single{path, scheduler};
     std::vector<QByteArray> heard;
 };
 

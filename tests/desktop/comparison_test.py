@@ -8,6 +8,8 @@ import sys
 import tempfile
 import unittest
 
+sys.path.insert(0, str(pathlib.Path(__file__).parent / "support"))
+
 import comparison
 
 _THEME = pathlib.Path(sys.argv.pop())

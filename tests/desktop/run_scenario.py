@@ -1,8 +1,11 @@
 """run_scenario.py BINARY DIRECTORY MODULE FUNCTION: one scenario on a desktop of its own."""
 
 import importlib
+import pathlib
 import sys
 import traceback
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent / "support"))
 
 import processes
 from harness import Desktop

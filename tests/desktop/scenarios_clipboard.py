@@ -18,7 +18,7 @@ _ONE_WAIT_SECONDS = 9
 
 def _hold_clipboard(desktop, *text):
     log = desktop.directory / f"clipboard{len(text)}.log"
-    program = pathlib.Path(__file__).with_name("clipboard_holder.py")
+    program = pathlib.Path(__file__).parent / "support" / "clipboard_holder.py"
     holder = desktop.start(sys.executable, "-B", program, *text, log=log)
     wait_until("a program has the clipboard", lambda: "held" in log.read_text())
     return holder

@@ -7,7 +7,8 @@ import settings
 from kelpa import Kelpa
 from processes import wait_until
 
-_SOURCE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "foreign_drag_source.py")
+_SOURCE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "support",
+                       "foreign_drag_source.py")
 
 
 class _Source:

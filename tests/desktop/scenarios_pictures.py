@@ -11,7 +11,7 @@ from kelpa import Kelpa
 from pictures import Pictures
 from processes import wait_until
 
-_PORTAL = pathlib.Path(__file__).with_name("portal.py")
+_PORTAL = pathlib.Path(__file__).parent / "support" / "portal.py"
 _SIZE = (1280, 800)
 _GOALS = [("Ship release 0.1", ["Write the release notes", "Build the package", "Tell the testers"]),
           ("Prepare Friday’s proposal for the whole committee", ["Collect the figures"]),

@@ -80,7 +80,8 @@ def _replace_window_manager(desktop, *command):
 
 def _start_beside_panel(desktop, binary):
     """Kelpa with a panel above it, and the area that this leaves."""
-    desktop.start(sys.executable, "-B", os.path.join(os.path.dirname(__file__), "panel.py"), "40")
+    panel = os.path.join(os.path.dirname(__file__), "support", "panel.py")
+    desktop.start(sys.executable, "-B", panel, "40")
     root = desktop.x.screen().root
     screen = desktop.x.screen()
     area = (0, 40, screen.width_in_pixels, screen.height_in_pixels - 40)

@@ -1,16 +1,16 @@
 // The program but for its views, on a private X server: what `main` wires, with a board in memory.
 #pragma once
 
-#include "platform/freedesktop/AccessibilityDocuments.h"
-#include "platform/freedesktop/ApplicationIcons.h"
-#include "platform/freedesktop/ApplicationLauncher.h"
-#include "platform/freedesktop/DesktopEntries.h"
-#include "platform/freedesktop/IconLookup.h"
-#include "platform/x11/StartupMarks.h"
-#include "platform/x11/WindowActor.h"
-#include "platform/x11/X11Accessibility.h"
-#include "platform/x11/X11Applications.h"
+#include "platform/freedesktop/accessibility/AtspiDocuments.h"
+#include "platform/freedesktop/applications/ApplicationLauncher.h"
+#include "platform/freedesktop/applications/DesktopEntries.h"
+#include "platform/freedesktop/icons/ApplicationIcons.h"
+#include "platform/freedesktop/icons/IconLookup.h"
 #include "platform/x11/X11WindowServer.h"
+#include "platform/x11/actions/StartupIdLookup.h"
+#include "platform/x11/actions/WindowActor.h"
+#include "platform/x11/actions/X11Applications.h"
+#include "platform/x11/actions/X11WindowActions.h"
 #include "store/WindowStore.h"
 #include "support/FakeDesktop.h"
 #include "support/MemorySettingsStore.h"
@@ -94,14 +94,14 @@ private:
     IconLookup m_icons{m_entries, {}};
     ApplicationIcons m_applicationIcons{m_entries, m_icons, {}};
     ApplicationLauncher m_launcher{m_entries};
-    AccessibilityDocuments m_documents;
+    AtspiDocuments m_documents;
     std::shared_ptr<x11::DisplayConnector> m_connector;
     x11::X11WindowServer m_server;
     CountingWindowServer m_countingServer{m_server};
     x11::WindowActor m_actor;
-    x11::StartupMarks m_startupMarks{
+    x11::StartupIdLookup m_startupMarks{
         m_connector, [this](WindowID number) { return m_server.clientWindow(number); }};
-    x11::X11Accessibility m_accessibility{m_server.trust(), m_actor};
+    x11::X11WindowActions m_accessibility{m_server.trust(), m_actor};
     ForeignApplications m_applications;
     std::unique_ptr<WindowStore> m_store;
 };

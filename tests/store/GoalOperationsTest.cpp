@@ -1,4 +1,4 @@
-#include "store/BoardPersistence.h"
+#include "store/board/BoardPersistence.h"
 #include "support/StoreFixture.h"
 
 namespace kelpa::test {

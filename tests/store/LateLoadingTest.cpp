@@ -2,7 +2,7 @@
 
 #include "platform/sqlite/RawDatabase.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
-#include "store/BoardPersistence.h"
+#include "store/board/BoardPersistence.h"
 #include "support/BoardBuilders.h"
 #include "support/StoreFixture.h"
 

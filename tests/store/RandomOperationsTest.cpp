@@ -1,8 +1,8 @@
 // Long random sequences of operations, with what must hold looked at after each one.
 
-#include "store/BoardPersistence.h"
-#include "store/HistoryModel.h"
-#include "store/TodoOrder.h"
+#include "store/board/BoardPersistence.h"
+#include "store/board/HistoryModel.h"
+#include "store/board/TodoOrder.h"
 #include "support/StoreFixture.h"
 
 #include <QByteArray>

@@ -1,5 +1,5 @@
-#include "store/BoardPersistence.h"
-#include "store/TodoOrder.h"
+#include "store/board/BoardPersistence.h"
+#include "store/board/TodoOrder.h"
 #include "support/BoardBuilders.h"
 #include "support/CaseName.h"
 #include "support/StoreFixture.h"

@@ -4,9 +4,9 @@
 #include "support/FakeDesktop.h"
 #include "support/ManualScheduler.h"
 #include "support/MemorySettingsStore.h"
-#include "views/AppIconProvider.h"
-#include "views/BoardController.h"
 #include "views/KnownTexts.h"
+#include "views/board/BoardController.h"
+#include "views/windows/AppIconProvider.h"
 
 #include <QAccessible>
 #include <QColor>

@@ -197,27 +197,27 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/sqlite/SqliteFile\\.cpp$",
      u"^(PRAGMA|SELECT|INSERT|CREATE|BEGIN|COMMIT|ROLLBACK|ON CONFLICT)\\b"},
     // Methods and types of the message bus, and what an object tells of itself there.
-    {u"^src/platform/freedesktop/(AccessibilityBus|ApplicationService|RunningProgram)\\.cpp$",
+    {u"^src/platform/freedesktop/\\w+/(AtspiBus|ApplicationService|RunningInstance)\\.cpp$",
      u"^([A-Z][A-Za-z]+|<.*|[(a-z].*[)\\]],? ?|uint32 1, %i, true\\))$"},
-    {u"^src/platform/freedesktop/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
-    {u"^src/platform/freedesktop/(PortalSettings|SettingsPortal)\\.cpp$",
+    {u"^src/platform/freedesktop/\\w+/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
+    {u"^src/platform/freedesktop/\\w+/(PortalSettings|SettingsPortal)\\.cpp$",
      u"^(Read|SettingChanged|AnimationDurationFactor)$"},
     // Groups and keys of desktop entries and icon themes, and how a picture's file begins.
-    {u"^src/platform/freedesktop/DesktopEntryFile\\.cpp$",
+    {u"^src/platform/freedesktop/\\w+/DesktopEntryFile\\.cpp$",
      u"^(Terminal|Icon|Exec|Desktop (Entry|Action new-window))$"},
-    {u"^src/platform/freedesktop/IconTheme\\.cpp$", u"^(Icon Theme/[A-Za-z]+|Scalable|Fixed)$"},
-    {u"^src/platform/freedesktop/IconFile\\.cpp$", u"^/\\* XPM$"},
+    {u"^src/platform/freedesktop/\\w+/IconTheme\\.cpp$",
+     u"^(Icon Theme/[A-Za-z]+|Scalable|Fixed)$"},
+    {u"^src/platform/freedesktop/\\w+/IconFile\\.cpp$", u"^/\\* XPM$"},
     // What the kernel and a launcher's protocol say.
-    {u"^src/platform/freedesktop/DesktopEntries\\.cpp$", u"^ \\(deleted\\)$"},
-    {u"^src/platform/x11/XSettings\\.cpp$", u"^Gtk/EnableAnimations$"},
-    {u"^src/platform/x11/StartupNotice\\.cpp$", u"^remove: ID=$"},
+    {u"^src/platform/freedesktop/\\w+/DesktopEntries\\.cpp$", u"^ \\(deleted\\)$"},
+    {u"^src/platform/x11/\\w+/XSettings\\.cpp$", u"^Gtk/EnableAnimations$"},
+    {u"^src/platform/x11/\\w+/StartupNotification\\.cpp$", u"^remove: ID=$"},
     // Names: of the product, of places, of types, of fonts.
-    {u"^src/main\\.cpp$|^src/views/(SymbolItem|ViewEngine)\\.cpp$",
+    {u"^src/main\\.cpp$|^src/views/(scene/SymbolItem|ViewEngine)\\.cpp$",
      u"^(Kelpa|SymbolPictures|ViewSettings)$"},
-    {u"^src/windows/LaunchTable\\.cpp$", u"^/Applications/Google Chrome\\.app$"},
     {u"^src/store/WindowStorePreviews\\.cpp$", u"^Privacy_(Accessibility|ScreenCapture)$"},
-    {u"^src/views/BoardDragSource\\.cpp$", u"^QShapedPixmapWindow$"},
-    {u"^src/views/ViewSettings\\.cpp$", u"^Noto (Sans( CJK (JP|KR|SC))?|Color Emoji)$"},
+    {u"^src/views/scene/BoardDragSource\\.cpp$", u"^QShapedPixmapWindow$"},
+    {u"^src/views/appearance/ViewSettings\\.cpp$", u"^Noto (Sans( CJK (JP|KR|SC))?|Color Emoji)$"},
 });
 
 bool isExcepted(const QString& path, const QString& text)

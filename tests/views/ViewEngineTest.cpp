@@ -2,8 +2,8 @@
 
 #include "platform/qt/WorkerPool.h"
 #include "support/StoreFixture.h"
-#include "views/AppIconProvider.h"
-#include "views/BoardController.h"
+#include "views/board/BoardController.h"
+#include "views/windows/AppIconProvider.h"
 
 #include <QGuiApplication>
 #include <QQmlEngine>

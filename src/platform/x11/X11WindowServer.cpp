@@ -1,10 +1,10 @@
 #include "platform/x11/X11WindowServer.h"
 
-#include "platform/x11/DisplayLink.h"
-#include "platform/x11/SnapshotSource.h"
-#include "platform/x11/WindowWatch.h"
-#include "platform/x11/XcbEvent.h"
-#include "platform/x11/XcbReply.h"
+#include "platform/x11/connection/DisplayConnection.h"
+#include "platform/x11/connection/XcbEvent.h"
+#include "platform/x11/connection/XcbReply.h"
+#include "platform/x11/discovery/SnapshotSource.h"
+#include "platform/x11/discovery/WindowEventMonitor.h"
 
 #include <algorithm>
 #include <utility>
@@ -46,8 +46,8 @@ bool X11WindowServer::isScreenCaptureTrusted() const
 
 std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()> changed)
 {
-    return std::make_unique<WindowWatch>(m_needs.scheduler, m_needs.connector, m_trust, m_icons,
-                                         std::move(changed));
+    return std::make_unique<WindowEventMonitor>(m_needs.scheduler, m_needs.connector, m_trust,
+                                                m_icons, std::move(changed));
 }
 
 std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()

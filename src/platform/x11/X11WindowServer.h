@@ -5,13 +5,13 @@
 #include "platform/DocumentSource.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
-#include "platform/x11/DesktopReader.h"
-#include "platform/x11/DesktopTrust.h"
-#include "platform/x11/DisplayConnector.h"
-#include "platform/x11/IconRevisions.h"
-#include "platform/x11/WindowCapturer.h"
-#include "platform/x11/WindowNumbers.h"
-#include "platform/x11/XcbConnection.h"
+#include "platform/numbers/WindowNumbers.h"
+#include "platform/x11/capture/WindowCapturer.h"
+#include "platform/x11/connection/DesktopTrust.h"
+#include "platform/x11/connection/DisplayConnector.h"
+#include "platform/x11/connection/XcbConnection.h"
+#include "platform/x11/discovery/DesktopReader.h"
+#include "platform/x11/discovery/IconRevisions.h"
 
 #include <map>
 #include <memory>
@@ -22,7 +22,7 @@
 
 namespace kelpa::x11 {
 
-class DisplayLink;
+class DisplayConnection;
 
 /// References to objects that outlive the window server.
 struct X11WindowServerNeeds
@@ -107,7 +107,7 @@ private:
 
     /// Guards what follows it: one look at a time.
     mutable std::mutex m_lookMutex;
-    std::unique_ptr<DisplayLink> m_link;
+    std::unique_ptr<DisplayConnection> m_link;
     WindowNumbers m_numbers;
     bool m_isWritingNumbers = false;
 

@@ -24,7 +24,7 @@ public:
 };
 
 /// Takes every reservation and remembers the last one.
-class MemoryReservation : public x11::NumberReservation
+class MemoryReservation : public NumberReservation
 {
 public:
     bool reserve(WindowID upTo) override

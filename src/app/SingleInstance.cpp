@@ -1,0 +1,114 @@
+#include "app/SingleInstance.h"
+
+#include "platform/freedesktop/bus/RunningInstance.h"
+#include "platform/sqlite/SettingsFiles.h"
+#include "platform/sqlite/SqliteSettingsStore.h"
+
+#include <QCryptographicHash>
+
+#include <chrono>
+#include <cstdio>
+#include <thread>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+// It may be starting itself, on a slow disk; nobody waits longer for a window to come forward.
+constexpr std::chrono::milliseconds answerLimit{5000};
+constexpr std::chrono::milliseconds claimLimit{1000};
+constexpr std::chrono::milliseconds boardLimit{1000};
+constexpr std::chrono::milliseconds boardPause{20};
+
+} // namespace
+
+QString busNameOfBoard(const QString& settingsPath)
+{
+    QString name = QStringLiteral("org.kelpa.Kelpa");
+    const QString path = resolvedPath(settingsPath);
+    if (path == resolvedPath(defaultSettingsPath()))
+        return name;
+    const QByteArray hash =
+        QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
+    return name + QStringLiteral(".board") + QString::fromLatin1(hash);
+}
+
+FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& startupID,
+                               int interruption)
+{
+    switch (askToComeForward(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
+                             interruption)) {
+    case RunningAnswer::comesForward:
+        return {.exitStatus = 0};
+    case RunningAnswer::silent:
+        std::fprintf(stderr, "kelpa: Kelpa already runs, but does not answer\n");
+        return {.exitStatus = 1};
+    case RunningAnswer::ended:
+        return {.exitStatus = std::nullopt, .hasJustEnded = true};
+    case RunningAnswer::interrupted:
+        return {.exitStatus = 1, .isInterrupted = true};
+    case RunningAnswer::notRunning:
+        break;
+    }
+    return {};
+}
+
+QByteArray takeStartupID()
+{
+    QByteArray id = qgetenv("DESKTOP_STARTUP_ID");
+    if (id.isEmpty()) {
+        id = qgetenv("XDG_ACTIVATION_TOKEN");
+        if (!id.isEmpty())
+            qputenv("DESKTOP_STARTUP_ID", id);
+    }
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+    return id;
+}
+
+std::unique_ptr<SqliteSettingsStore> openBoard(const QString& settingsPath,
+                                               const FurtherStart& start)
+{
+    auto settings = std::make_unique<SqliteSettingsStore>(settingsPath);
+    const auto end = std::chrono::steady_clock::now() +
+                     (start.hasJustEnded ? boardLimit : std::chrono::milliseconds(0));
+    while (settings->isAlreadyInUse() && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(boardPause);
+        settings = std::make_unique<SqliteSettingsStore>(settingsPath);
+    }
+    return settings;
+}
+
+SingleInstance::SingleInstance(const QString& settingsPath, Scheduler& scheduler)
+    : m_scheduler(scheduler), m_service(busNameOfBoard(settingsPath),
+                                        [this](const QByteArray& startupID) { note(startupID); })
+{}
+
+bool SingleInstance::claim()
+{
+    // What a bus answers that takes longer comes too late to change anything.
+    auto claim = std::make_shared<NameClaim>(NameClaim::noBus);
+    m_claiming = m_scheduler.inBackgroundAwaiting(
+        claimLimit, [this](const std::stop_token&) { return m_service.claim(); },
+        [claim](NameClaim result) { *claim = result; });
+    return *claim != NameClaim::takenByAnother;
+}
+
+void SingleInstance::listen(std::function<void(const QByteArray&)> comeForward)
+{
+    m_comeForward = std::move(comeForward);
+    if (!m_comeForward)
+        return;
+    for (const QByteArray& startupID : std::exchange(m_waiting, {}))
+        m_comeForward(startupID);
+}
+
+void SingleInstance::note(const QByteArray& startupID)
+{
+    if (m_comeForward)
+        m_comeForward(startupID);
+    else
+        m_waiting.push_back(startupID);
+}
+
+} // namespace kelpa

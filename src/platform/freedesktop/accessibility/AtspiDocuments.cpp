@@ -1,0 +1,270 @@
+#include "platform/freedesktop/accessibility/AtspiDocuments.h"
+
+#include "platform/freedesktop/accessibility/AtspiBus.h"
+#include "platform/freedesktop/accessibility/DocumentMatching.h"
+#include "platform/freedesktop/bus/GlibPointers.h"
+#include "platform/freedesktop/bus/SessionBus.h"
+
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QMetaObject>
+#include <QObject>
+
+#include <gio/gio.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <stop_token>
+#include <string>
+#include <thread>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+AccessibilityBusPlace place(const AccessibilityDocumentsOptions& options)
+{
+    AccessibilityBusPlace place;
+    if (options.busAddress) {
+        place.address = options.busAddress->toStdString();
+    } else if (options.sessionAddress) {
+        place.sessionAddress = options.sessionAddress->toStdString();
+    } else if (const QByteArray known = qgetenv("AT_SPI_BUS_ADDRESS"); !known.isEmpty()) {
+        place.address = known.toStdString();
+    } else {
+        place.sessionAddress = sessionBusAddress().toStdString();
+    }
+    place.fallbackAddress = options.fallbackAddress.toStdString();
+    return place;
+}
+
+using Documents = std::map<ProcessID, std::vector<WindowDocument>>;
+
+} // namespace
+
+class AtspiDocuments::Worker
+{
+public:
+    Worker(std::function<void()> changed, AccessibilityDocumentsOptions options)
+        : m_changed(std::move(changed)), m_options(std::move(options)), m_place(place(m_options)),
+          m_context(g_main_context_new()),
+          m_thread([this](const std::stop_token& stop) { run(stop); })
+    {}
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+    ~Worker()
+    {
+        m_thread.request_stop();
+        g_main_context_wakeup(m_context.get());
+        m_thread.join();
+    }
+
+    std::optional<QString> document(const DocumentQuery& window)
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto known = m_documents.find(window.process);
+        return known != m_documents.end() ? documentOf(window, known->second) : std::nullopt;
+    }
+
+    void note(std::vector<DocumentQuery> windows)
+    {
+        const auto own = static_cast<ProcessID>(QCoreApplication::applicationPid());
+        std::erase_if(windows, [own](const DocumentQuery& window) {
+            return window.process == own || window.process <= 0;
+        });
+        {
+            const std::lock_guard lock(m_mutex);
+            m_noted = std::move(windows);
+        }
+        g_main_context_wakeup(m_context.get());
+    }
+
+private:
+    void run(const std::stop_token& stop);
+    void look(AtspiBus& bus);
+    void takeNoted();
+    void ask(AtspiBus& bus, const std::vector<ProcessID>& processes);
+    void askApplications(AtspiBus& bus, const std::vector<ProcessID>& processes,
+                         const AtspiBus::Names& names);
+    void answered(ProcessID process, DocumentAnswer answer,
+                  const std::vector<ShownDocument>& documents);
+
+    const std::function<void()> m_changed;
+    const AccessibilityDocumentsOptions m_options;
+    const AccessibilityBusPlace m_place;
+    /// Lives on the constructing thread; what is posted to it dies with it.
+    QObject m_home;
+
+    std::mutex m_mutex;
+    std::optional<std::vector<DocumentQuery>> m_noted;
+    Documents m_documents;
+
+    // Of the thread alone.
+    std::map<ProcessID, std::vector<DocumentQuery>> m_windows;
+    DocumentSchedule m_schedule{m_options.intervals};
+    std::size_t m_awaited = 0;
+    std::optional<Clock::time_point> m_connectNotBefore;
+
+    const GlibPointer<GMainContext> m_context;
+    std::jthread m_thread;
+};
+
+void AtspiDocuments::Worker::run(const std::stop_token& stop)
+{
+    g_main_context_push_thread_default(m_context.get());
+    {
+        AtspiBus bus(m_place);
+        while (!stop.stop_requested()) {
+            look(bus);
+            g_main_context_iteration(m_context.get(), TRUE);
+        }
+    }
+    g_main_context_pop_thread_default(m_context.get());
+}
+
+void AtspiDocuments::Worker::takeNoted()
+{
+    std::vector<DocumentQuery> windows;
+    const std::lock_guard lock(m_mutex);
+    windows = std::move(*m_noted);
+    m_noted.reset();
+    m_schedule.note(windows);
+    m_windows.clear();
+    for (DocumentQuery& window : windows)
+        m_windows[window.process].push_back(std::move(window));
+    std::erase_if(m_documents,
+                  [this](const auto& known) { return !m_windows.contains(known.first); });
+}
+
+/// Between any two events: asks when windows were noted and no question is under way.
+void AtspiDocuments::Worker::look(AtspiBus& bus)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_awaited > 0 || !m_noted)
+            return;
+    }
+    takeNoted();
+    const auto now = Clock::now();
+    const std::vector<ProcessID> due = m_schedule.due(now);
+    if (due.empty() || (m_connectNotBefore && now < *m_connectNotBefore))
+        return;
+    m_awaited = 1;
+    for (const ProcessID process : due)
+        m_schedule.asked(process);
+    if (bus.isConnected()) {
+        ask(bus, due);
+        return;
+    }
+    bus.connect(m_options.connectLimit, [this, &bus, due](bool isConnected) {
+        if (isConnected) {
+            m_connectNotBefore.reset();
+            ask(bus, due);
+            return;
+        }
+        m_connectNotBefore = Clock::now() + m_options.reconnect;
+        m_awaited = 0;
+    });
+}
+
+void AtspiDocuments::Worker::ask(AtspiBus& bus, const std::vector<ProcessID>& processes)
+{
+    bus.applications(m_options.applicationLimit,
+                     [this, &bus, processes](const std::optional<AtspiBus::Names>& names) {
+                         askApplications(bus, processes, names.value_or(AtspiBus::Names()));
+                         --m_awaited;
+                     });
+}
+
+void AtspiDocuments::Worker::askApplications(AtspiBus& bus, const std::vector<ProcessID>& processes,
+                                             const AtspiBus::Names& names)
+{
+    for (const ProcessID process : processes) {
+        const auto [first, last] = names.equal_range(process);
+        if (first == last) {
+            m_schedule.answered(process, DocumentAnswer::absent, Clock::now());
+            continue;
+        }
+        // A process with several connections is asked on each; the answers count together.
+        struct Answers
+        {
+            std::size_t awaited = 0;
+            DocumentAnswer best = DocumentAnswer::silent;
+            bool isSilent = false;
+            std::vector<ShownDocument> documents;
+        };
+        const auto answers = std::make_shared<Answers>();
+        answers->awaited = static_cast<std::size_t>(std::distance(first, last));
+        ++m_awaited;
+        for (auto name = first; name != last; ++name) {
+            bus.documents(name->second, m_options.applicationLimit,
+                          [this, process, answers](DocumentAnswer answer,
+                                                   const std::vector<ShownDocument>& documents) {
+                              answers->best = std::min(answers->best, answer);
+                              answers->isSilent |= answer == DocumentAnswer::silent;
+                              answers->documents.insert(answers->documents.end(), documents.begin(),
+                                                        documents.end());
+                              if (--answers->awaited == 0) {
+                                  --m_awaited;
+                                  answered(process,
+                                           answers->isSilent ? DocumentAnswer::silent
+                                                             : answers->best,
+                                           answers->documents);
+                              }
+                          });
+        }
+    }
+}
+
+void AtspiDocuments::Worker::answered(ProcessID process, DocumentAnswer answer,
+                                      const std::vector<ShownDocument>& documents)
+{
+    m_schedule.answered(process, answer, Clock::now());
+    const auto windows = m_windows.find(process);
+    if (windows == m_windows.end())
+        return;
+    const auto documentsOf = [](const std::vector<WindowDocument>& known) {
+        std::vector<std::optional<QString>> list;
+        list.reserve(known.size());
+        for (const WindowDocument& entry : known)
+            list.push_back(entry.document);
+        return list;
+    };
+    {
+        const std::lock_guard lock(m_mutex);
+        std::vector<WindowDocument>& known = m_documents[process];
+        std::vector<WindowDocument> before;
+        before.reserve(windows->second.size());
+        for (const DocumentQuery& window : windows->second)
+            before.push_back({window, documentOf(window, known)});
+        known = matchDocuments(windows->second, documents, known);
+        if (documentsOf(known) == documentsOf(before))
+            return;
+    }
+    if (m_changed)
+        QMetaObject::invokeMethod(&m_home, m_changed, Qt::QueuedConnection);
+}
+
+AtspiDocuments::AtspiDocuments(std::function<void()> changed, AccessibilityDocumentsOptions options)
+    : m_worker(std::make_unique<Worker>(std::move(changed), std::move(options)))
+{}
+
+AtspiDocuments::~AtspiDocuments() = default;
+
+std::optional<QString> AtspiDocuments::document(const DocumentQuery& window)
+{
+    return m_worker->document(window);
+}
+
+void AtspiDocuments::noteWindows(std::vector<DocumentQuery> windows)
+{
+    m_worker->note(std::move(windows));
+}
+
+} // namespace kelpa

@@ -1,0 +1,118 @@
+#include "platform/freedesktop/applications/ApplicationLauncher.h"
+
+#include "platform/freedesktop/applications/DetachedProcess.h"
+#include "platform/freedesktop/applications/UrlHandlers.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <thread>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+constexpr std::chrono::milliseconds recognitionInterval(20);
+
+/// What stands behind a path such as that of x-terminal-emulator.
+QString realPath(const QString& path)
+{
+    return QFileInfo(path).canonicalFilePath();
+}
+
+bool isScript(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(2) == "#!";
+}
+
+} // namespace
+
+ApplicationLauncher::ApplicationLauncher(DesktopEntries& entries,
+                                         std::chrono::milliseconds recognition,
+                                         const QProcessEnvironment& environment)
+    : m_entries(entries), m_recognition(recognition), m_environment(environment)
+{}
+
+std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication application,
+                                                  const LaunchSurroundings& surroundings)
+{
+    QProcessEnvironment environment = m_environment;
+    if (!surroundings.display.isEmpty())
+        environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(surroundings.display));
+    environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
+                       QString::fromUtf8(surroundings.startupID));
+    for (const LaunchCandidate& candidate : candidates(application)) {
+        std::optional<QString> expected = foretold(candidate);
+        if (const auto process = startDetached(candidate.command, environment))
+            return Launch{std::move(expected), surroundings.startupID, *process};
+    }
+    return std::nullopt;
+}
+
+std::vector<LaunchCandidate> ApplicationLauncher::candidates(LaunchableApplication application)
+{
+    const QStringList folders =
+        m_environment.value(QStringLiteral("PATH")).split(u':', Qt::SkipEmptyParts);
+    const ProgramFinder find = [&folders](const QString& program) {
+        return program.isEmpty() ? QString() : QStandardPaths::findExecutable(program, folders);
+    };
+    if (application == LaunchableApplication::terminal)
+        return terminalCandidates(m_environment.value(QStringLiteral("TERMINAL")), find, realPath);
+    std::vector<LaunchableEntry> installed;
+    for (const QString& id : chromeEntryIDs() + chromiumEntryIDs()) {
+        if (std::optional<LaunchableEntry> entry = launchable(id))
+            installed.push_back(std::move(*entry));
+    }
+    std::optional<LaunchableEntry> standard;
+    if (const std::optional<QString> id = defaultBrowser())
+        standard = launchable(*id);
+    return browserCandidates(installed, standard, find);
+}
+
+std::optional<LaunchableEntry> ApplicationLauncher::launchable(const QString& desktopEntryID)
+{
+    const std::optional<DesktopEntry> entry = m_entries.entry(desktopEntryID);
+    if (!entry)
+        return std::nullopt;
+    const EntryCommands commands = readEntryCommands(entry->path);
+    return LaunchableEntry{entry->id, commands.exec, commands.newWindowExec};
+}
+
+std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& candidate)
+{
+    if (!candidate.desktopEntryID.isEmpty())
+        return m_entries.idOfWindows(candidate.desktopEntryID);
+    const QString real = realPath(candidate.command.front());
+    const QString name = programOf(real.isEmpty() ? candidate.command.front() : real);
+    if (std::optional<QString> id = m_entries.idOfProgram(name))
+        return id;
+    if (isScript(candidate.command.front())) {
+        // Its name says nothing of the windows of what it starts.
+        return std::nullopt;
+    }
+    return m_entries.resolve({{}, {}, name, name, 0}).desktopEntryID;
+}
+
+std::optional<QString> ApplicationLauncher::identifierOf(const Launch& launch,
+                                                         const std::stop_token& stop)
+{
+    if (launch.bundleIdentifier || launch.process <= 0)
+        return launch.bundleIdentifier;
+    const auto end = std::chrono::steady_clock::now() + m_recognition;
+    while (!stop.stop_requested() && std::chrono::steady_clock::now() < end) {
+        const std::vector<ProcessID> processes = processesOfSession(launch.process);
+        for (const ProcessID process : processes) {
+            if (auto id = m_entries.resolve({{}, {}, {}, {}, process}).desktopEntryID)
+                return id;
+        }
+        if (processes.empty())
+            return std::nullopt;
+        std::this_thread::sleep_for(recognitionInterval);
+    }
+    return std::nullopt;
+}
+
+} // namespace kelpa

@@ -1,0 +1,183 @@
+#include "platform/freedesktop/applications/DetachedProcess.h"
+
+#include "platform/FileDescriptor.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+
+#include <fcntl.h>
+#include <linux/close_range.h>
+#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+
+namespace kelpa {
+
+namespace {
+
+constexpr int firstOwnDescriptor = 3;
+constexpr int notLoaded = 127;
+
+/// What a desktop, a session or a bus told this program about its own start. A program that is told
+/// the same would pass for this one: join the session in its place, or wait on the bus to be asked.
+constexpr std::array namesOfOwnStart = {
+    "XDG_ACTIVATION_TOKEN", "GIO_LAUNCHED_DESKTOP_FILE", "GIO_LAUNCHED_DESKTOP_FILE_PID",
+    "DESKTOP_AUTOSTART_ID", "DBUS_STARTER_ADDRESS",      "DBUS_STARTER_BUS_TYPE"};
+
+QStringList withoutOwnStart(QProcessEnvironment environment)
+{
+    for (const char* const name : namesOfOwnStart)
+        environment.remove(QString::fromLatin1(name));
+    return environment.toStringList();
+}
+
+/// Texts as the system wants them.
+class TextList
+{
+public:
+    explicit TextList(const QStringList& texts)
+    {
+        for (const QString& text : texts)
+            m_texts.push_back(QFile::encodeName(text));
+        for (QByteArray& text : m_texts)
+            m_pointers.push_back(text.data());
+        m_pointers.push_back(nullptr);
+    }
+
+    char* const* data() const { return m_pointers.data(); }
+
+private:
+    std::vector<QByteArray> m_texts;
+    std::vector<char*> m_pointers;
+};
+
+/// All that the new process needs, made before it begins: between its beginning and the loading of
+/// the program it may not even allocate memory, since another thread may have been doing so.
+struct Preparation
+{
+    TextList arguments;
+    TextList environment;
+    QByteArray folder;
+    int nothing = -1;
+    int report = -1;
+};
+
+/// No signal arrives while it lives, so that no handler of this program runs in the new process.
+class SignalsHeld
+{
+public:
+    SignalsHeld()
+    {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &m_before);
+    }
+    SignalsHeld(const SignalsHeld&) = delete;
+    SignalsHeld& operator=(const SignalsHeld&) = delete;
+    ~SignalsHeld() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+
+private:
+    sigset_t m_before{};
+};
+
+void tell(int report, int value)
+{
+    // Short enough to be written as a whole.
+    [[maybe_unused]] const ssize_t written = write(report, &value, sizeof value);
+}
+
+[[noreturn]] void becomeProgram(const Preparation& preparation)
+{
+    setsid();
+    tell(preparation.report, getpid());
+    for (int number = 0; number < firstOwnDescriptor; ++number)
+        dup2(preparation.nothing, number);
+    // Closed by the loading, so that a failure of it can still be told.
+    close_range(firstOwnDescriptor, ~0U, CLOSE_RANGE_CLOEXEC);
+    if (chdir(preparation.folder.constData()) != 0) {
+        tell(preparation.report, errno);
+        _exit(notLoaded);
+    }
+    struct sigaction standard = {};
+    standard.sa_handler = SIG_DFL;
+    for (int number = 1; number < NSIG; ++number) {
+        // Those that cannot be set are not ignored either.
+        sigaction(number, &standard, nullptr);
+    }
+    sigset_t none;
+    sigemptyset(&none);
+    pthread_sigmask(SIG_SETMASK, &none, nullptr);
+    execve(preparation.arguments.data()[0], preparation.arguments.data(),
+           preparation.environment.data());
+    tell(preparation.report, errno);
+    _exit(notLoaded);
+}
+
+/// Whether a whole value came before the other end was closed.
+bool receive(int report, int& value)
+{
+    ssize_t count = 0;
+    do {
+        count = read(report, &value, sizeof value);
+    } while (count < 0 && errno == EINTR);
+    return count == static_cast<ssize_t>(sizeof value);
+}
+
+} // namespace
+
+std::optional<ProcessID> startDetached(const QStringList& command,
+                                       const QProcessEnvironment& environment)
+{
+    std::array<int, 2> ends{-1, -1};
+    if (command.isEmpty() || pipe2(ends.data(), O_CLOEXEC) != 0)
+        return std::nullopt;
+    const FileDescriptor reading(ends[0]);
+    FileDescriptor writing(ends[1]);
+    const FileDescriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
+    const Preparation preparation{TextList(command), TextList(withoutOwnStart(environment)),
+                                  QFile::encodeName(QDir::homePath()), nothing.number(),
+                                  writing.number()};
+    pid_t helper = -1;
+    {
+        const SignalsHeld held;
+        helper = fork();
+        if (helper == 0) {
+            // The program becomes an orphan, so that its end concerns the system and not this
+            // program.
+            if (fork() == 0)
+                becomeProgram(preparation);
+            _exit(0);
+        }
+    }
+    writing.close();
+    if (helper < 0)
+        return std::nullopt;
+    while (waitpid(helper, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    int process = 0;
+    int failure = 0;
+    if (!receive(reading.number(), process) || receive(reading.number(), failure))
+        return std::nullopt;
+    return ProcessID{process};
+}
+
+std::vector<ProcessID> processesOfSession(ProcessID leader)
+{
+    std::vector<ProcessID> processes;
+    const QStringList names =
+        QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
+    for (const QString& name : names) {
+        bool isProcess = false;
+        const ProcessID process = name.toInt(&isProcess);
+        if (isProcess && getsid(process) == leader)
+            processes.push_back(process);
+    }
+    return processes;
+}
+
+} // namespace kelpa

@@ -1,0 +1,122 @@
+#include "platform/freedesktop/bus/ApplicationService.h"
+
+#include "platform/freedesktop/bus/SessionBus.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QVariantMap>
+
+#include <optional>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// Milliseconds.
+constexpr int requestTimeout = 1000;
+
+/// The request's platform data, which stands last among its arguments.
+QByteArray startupID(const QDBusMessage& request)
+{
+    const QList<QVariant> arguments = request.arguments();
+    if (arguments.isEmpty())
+        return {};
+    const auto data = qdbus_cast<QVariantMap>(arguments.constLast());
+    for (const auto* const key : {"desktop-startup-id", "activation-token"}) {
+        const QString id = data.value(QLatin1String(key)).toString();
+        if (!id.isEmpty())
+            return id.toUtf8();
+    }
+    return {};
+}
+
+/// The answer to a request; absent when there is no such method.
+std::optional<QDBusMessage> answer(const QDBusMessage& request)
+{
+    const QString member = request.member();
+    const QString signature = request.signature();
+    if ((member == QLatin1String("Activate") && signature == QLatin1String("a{sv}")) ||
+        // No kind of file is Kelpa's to open.
+        (member == QLatin1String("Open") && signature == QLatin1String("asa{sv}")))
+        return request.createReply();
+    if (member == QLatin1String("ActivateAction") && signature == QLatin1String("sava{sv}")) {
+        // The desktop entry names none.
+        const QString action = request.arguments().constFirst().toString();
+        return request.createErrorReply(QDBusError::InvalidArgs,
+                                        QStringLiteral("There is no action '%1'").arg(action));
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+ApplicationService::ApplicationService(QString busName,
+                                       std::function<void(const QByteArray&)> comeForward)
+    : m_busName(std::move(busName)), m_comeForward(std::move(comeForward))
+{}
+
+ApplicationService::~ApplicationService()
+{
+    // Others find no object any more, but the name, until the process has ended.
+    QDBusConnection(m_busName).unregisterObject(QLatin1String(objectOfKelpa));
+}
+
+NameClaim ApplicationService::claim()
+{
+    const QByteArray address = sessionBusAddress();
+    if (address.isEmpty())
+        return NameClaim::noBus;
+    QDBusConnection bus = QDBusConnection::connectToBus(QString::fromLocal8Bit(address), m_busName);
+    // First the object, so that whoever finds the name can ask it.
+    if (!bus.isConnected() || !bus.registerVirtualObject(QLatin1String(objectOfKelpa), this))
+        return NameClaim::noBus;
+    QDBusMessage request = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
+    constexpr uint doNotQueue = 4;
+    request << m_busName << doNotQueue;
+    const QDBusMessage reply = bus.call(request, QDBus::Block, requestTimeout);
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return NameClaim::noBus;
+    constexpr uint exists = 3;
+    return reply.arguments().value(0).toUInt() == exists ? NameClaim::takenByAnother
+                                                         : NameClaim::owned;
+}
+
+QString ApplicationService::introspect(const QString& path) const
+{
+    Q_UNUSED(path)
+    return QStringLiteral("<interface name=\"org.freedesktop.Application\">"
+                          "<method name=\"Activate\">"
+                          "<arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/>"
+                          "</method>"
+                          "<method name=\"Open\">"
+                          "<arg type=\"as\" name=\"uris\" direction=\"in\"/>"
+                          "<arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/>"
+                          "</method>"
+                          "<method name=\"ActivateAction\">"
+                          "<arg type=\"s\" name=\"action_name\" direction=\"in\"/>"
+                          "<arg type=\"av\" name=\"parameter\" direction=\"in\"/>"
+                          "<arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/>"
+                          "</method>"
+                          "</interface>");
+}
+
+bool ApplicationService::handleMessage(const QDBusMessage& message,
+                                       const QDBusConnection& connection)
+{
+    const QString interface = message.interface();
+    if (!interface.isEmpty() && interface != QLatin1String("org.freedesktop.Application"))
+        return false;
+    const std::optional<QDBusMessage> reply = answer(message);
+    if (!reply)
+        return false;
+    if (reply->type() == QDBusMessage::ReplyMessage)
+        m_comeForward(startupID(message));
+    connection.send(*reply);
+    return true;
+}
+
+} // namespace kelpa

@@ -1,0 +1,123 @@
+#include "platform/freedesktop/bus/RunningInstance.h"
+
+#include "platform/freedesktop/bus/AsyncBus.h"
+#include "platform/freedesktop/bus/GlibPointers.h"
+#include "platform/freedesktop/bus/SessionBus.h"
+
+#include <glib-unix.h>
+
+#include <optional>
+
+namespace kelpa {
+
+namespace {
+
+constexpr std::chrono::milliseconds connectLimit{1000};
+constexpr std::chrono::milliseconds lookLimit{500};
+
+gboolean noteInterruption(int, GIOCondition, void* isInterrupted)
+{
+    *static_cast<bool*>(isInterrupted) = true;
+    return G_SOURCE_REMOVE;
+}
+
+/// A context of its own, so that nothing else happens meanwhile.
+class Loop
+{
+public:
+    explicit Loop(int interruption) : m_context(g_main_context_new())
+    {
+        g_main_context_push_thread_default(m_context.get());
+        if (interruption < 0)
+            return;
+        GSource* const source = g_unix_fd_source_new(interruption, G_IO_IN);
+        g_source_set_callback(source, G_SOURCE_FUNC(noteInterruption), &m_isInterrupted, nullptr);
+        g_source_attach(source, m_context.get());
+        g_source_unref(source);
+    }
+    Loop(const Loop&) = delete;
+    Loop& operator=(const Loop&) = delete;
+    ~Loop() { g_main_context_pop_thread_default(m_context.get()); }
+
+    /// Absent when nobody waits any longer.
+    template <class Value>
+    std::optional<Value> await(const std::optional<Value>& value)
+    {
+        while (!value && !m_isInterrupted)
+            g_main_context_iteration(m_context.get(), TRUE);
+        return value;
+    }
+
+private:
+    const GlibPointer<GMainContext> m_context;
+    bool m_isInterrupted = false;
+};
+
+GVariant* platformData(const QByteArray& startupID)
+{
+    GVariantBuilder data;
+    g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
+    if (!startupID.isEmpty() && g_utf8_validate(startupID.constData(), -1, nullptr) != FALSE) {
+        for (const char* const key : {"desktop-startup-id", "activation-token"})
+            g_variant_builder_add(&data, "{sv}", key, g_variant_new_string(startupID.constData()));
+    }
+    return g_variant_new("(a{sv})", &data);
+}
+
+std::optional<BusOutcome> activate(Loop& loop, AsyncBus& bus, const QByteArray& busName,
+                                   const QByteArray& startupID, std::chrono::milliseconds limit)
+{
+    std::optional<BusOutcome> outcome;
+    bus.call({busName.toStdString(), objectOfKelpa, "org.freedesktop.Application"}, "Activate",
+             platformData(startupID), "()", limit,
+             [&outcome](BusOutcome answer, GVariant*) { outcome = answer; });
+    return loop.await(outcome);
+}
+
+std::optional<bool> hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busName)
+{
+    std::optional<bool> hasOwner;
+    bus.call(busItself, "NameHasOwner", g_variant_new("(s)", busName.constData()), "(b)", lookLimit,
+             [&hasOwner](BusOutcome outcome, GVariant* answer) {
+                 gboolean owned = TRUE;
+                 if (outcome == BusOutcome::answered)
+                     g_variant_get(answer, "(b)", &owned);
+                 hasOwner = owned != FALSE;
+             });
+    return loop.await(hasOwner);
+}
+
+} // namespace
+
+RunningAnswer askToComeForward(const QByteArray& busName, const QByteArray& startupID,
+                               std::chrono::milliseconds limit, int interruption)
+{
+    const QByteArray address = sessionBusAddress();
+    if (address.isEmpty())
+        return RunningAnswer::notRunning;
+    Loop loop(interruption);
+    AsyncBus bus;
+    std::optional<bool> isOpen;
+    bus.open(address.toStdString(), connectLimit, [&isOpen](bool opened) { isOpen = opened; });
+    if (!loop.await(isOpen))
+        return RunningAnswer::interrupted;
+    if (!*isOpen)
+        return RunningAnswer::notRunning;
+    const std::optional<BusOutcome> outcome = activate(loop, bus, busName, startupID, limit);
+    if (!outcome)
+        return RunningAnswer::interrupted;
+    switch (*outcome) {
+    case BusOutcome::answered:
+        return RunningAnswer::comesForward;
+    case BusOutcome::refused:
+        return RunningAnswer::notRunning;
+    case BusOutcome::silent:
+        break;
+    }
+    const std::optional<bool> isOwned = hasOwner(loop, bus, busName);
+    if (!isOwned)
+        return RunningAnswer::interrupted;
+    return *isOwned ? RunningAnswer::silent : RunningAnswer::ended;
+}
+
+} // namespace kelpa

@@ -1,0 +1,39 @@
+// Pictures of single windows, through a connection of its own, so that a slow capture never delays
+// a look at the desktop.
+#pragma once
+
+#include "platform/x11/capture/CaptureSession.h"
+
+#include <memory>
+#include <mutex>
+
+namespace kelpa::x11 {
+
+/// Connects at the first capture, and anew when the connection was lost.
+class WindowCapturer
+{
+public:
+    explicit WindowCapturer(std::shared_ptr<DisplayConnector> connector,
+                            const CaptureLimits& limits = {});
+    ~WindowCapturer();
+
+    /// As CaptureSession::capture. Any thread but the main one; one capture at a time, others
+    /// wait.
+    std::optional<WindowCapture> capture(const CaptureTarget& target,
+                                         const std::vector<CaptureTarget>& next,
+                                         const QSize& largest, CaptureNeed need,
+                                         const std::stop_token& stop);
+
+    /// Of the present connection. Any thread; both wait for a capture in progress.
+    XcbTraffic traffic() const;
+    CaptureCounts counts() const;
+
+private:
+    const std::shared_ptr<DisplayConnector> m_connector;
+    const CaptureLimits m_limits;
+    mutable std::mutex m_mutex;
+    std::unique_ptr<CaptureSession> m_session;
+    bool m_maySharePictures = true;
+};
+
+} // namespace kelpa::x11

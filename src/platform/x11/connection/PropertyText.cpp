@@ -1,0 +1,250 @@
+#include "platform/x11/connection/PropertyText.h"
+
+#include <QChar>
+
+#include <vector>
+
+namespace kelpa::x11 {
+
+namespace {
+
+constexpr char16_t leftToRightEmbedding = 0x202A;
+constexpr char16_t rightToLeftEmbedding = 0x202B;
+constexpr char16_t popDirectional = 0x202C;
+constexpr char16_t leftToRightOverride = 0x202D;
+constexpr char16_t rightToLeftOverride = 0x202E;
+constexpr char16_t leftToRightIsolate = 0x2066;
+constexpr char16_t firstStrongIsolate = 0x2068;
+constexpr char16_t popIsolate = 0x2069;
+
+enum class Opened : std::uint8_t { embedding, override, isolate };
+
+/// The directional controls that are open at one point of a text.
+class DirectionalNesting
+{
+public:
+    void open(Opened kind) { m_open.push_back(kind); }
+
+    /// Whether the character that ends an embedding or override is to be kept.
+    bool closeEmbedding()
+    {
+        if (m_open.empty() || m_open.back() == Opened::isolate)
+            return false;
+        const Opened closed = m_open.back();
+        m_open.pop_back();
+        return closed == Opened::embedding;
+    }
+
+    /// Whether the character that ends an isolate is to be kept. It also ends the embeddings that
+    /// were opened within the isolate.
+    bool closeIsolate()
+    {
+        for (auto it = m_open.rbegin(); it != m_open.rend(); ++it) {
+            if (*it == Opened::isolate) {
+                m_open.erase(std::next(it).base(), m_open.end());
+                return true;
+            }
+        }
+        return false;
+    }
+
+    QString closers() const
+    {
+        QString text;
+        for (auto it = m_open.rbegin(); it != m_open.rend(); ++it) {
+            if (*it != Opened::override)
+                text += QChar(*it == Opened::isolate ? popIsolate : popDirectional);
+        }
+        return text;
+    }
+
+private:
+    std::vector<Opened> m_open;
+};
+
+/// Whether a directional control is to be kept; follows the nesting.
+bool keepsDirectional(char16_t unit, DirectionalNesting& nesting)
+{
+    switch (unit) {
+    case leftToRightEmbedding:
+    case rightToLeftEmbedding:
+        nesting.open(Opened::embedding);
+        return true;
+    case leftToRightOverride:
+    case rightToLeftOverride:
+        nesting.open(Opened::override);
+        return false;
+    case popDirectional:
+        return nesting.closeEmbedding();
+    case popIsolate:
+        return nesting.closeIsolate();
+    default:
+        nesting.open(Opened::isolate);
+        return true;
+    }
+}
+
+bool isDirectional(char16_t unit)
+{
+    return (unit >= leftToRightEmbedding && unit <= rightToLeftOverride) ||
+           (unit >= leftToRightIsolate && unit <= popIsolate);
+}
+
+bool isBreak(char16_t unit)
+{
+    return (unit >= u'\t' && unit <= u'\r') || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
+}
+
+} // namespace
+
+static_assert(firstStrongIsolate + 1 == popIsolate);
+
+QString harmlessText(const QString& text)
+{
+    QString result;
+    result.reserve(text.size());
+    DirectionalNesting nesting;
+    for (const QChar character : text) {
+        const char16_t unit = character.unicode();
+        if (isBreak(unit)) {
+            result += QLatin1Char(' ');
+        } else if (isDirectional(unit)) {
+            if (keepsDirectional(unit, nesting))
+                result += character;
+        } else if (character.category() != QChar::Other_Control) {
+            result += character;
+        }
+    }
+    return result + nesting.closers();
+}
+
+QByteArrayView withoutPartialCharacter(QByteArrayView bytes)
+{
+    const auto byteAt = [&](qsizetype index) { return static_cast<unsigned char>(bytes[index]); };
+    const qsizetype end = bytes.size();
+    for (qsizetype back = 1; back <= 3 && back <= end; ++back) {
+        const unsigned char byte = byteAt(end - back);
+        if ((byte & 0xC0U) == 0x80U)
+            continue;
+        const int length = byte >= 0xF0U ? 4 : byte >= 0xE0U ? 3 : byte >= 0xC0U ? 2 : 1;
+        return length > back ? bytes.first(end - back) : bytes;
+    }
+    return bytes;
+}
+
+namespace {
+
+/// Compound text begins with ASCII on the left half of the code table and Latin-1 on the right one;
+/// escape sequences put other sets in their place.
+class CompoundTextReader
+{
+public:
+    explicit CompoundTextReader(QByteArrayView bytes) : m_bytes(bytes) {}
+
+    QString read()
+    {
+        while (m_at < m_bytes.size()) {
+            const auto byte = static_cast<unsigned char>(m_bytes[m_at]);
+            if (byte == escape) {
+                readEscape();
+            } else if (byte == sequenceIntroducer) {
+                skipDirection();
+            } else {
+                take(byte);
+                ++m_at;
+            }
+        }
+        return m_text;
+    }
+
+private:
+    static constexpr unsigned char escape = 0x1B;
+    static constexpr unsigned char sequenceIntroducer = 0x9B;
+
+    void take(unsigned char byte)
+    {
+        const bool isControl = byte < 0x21U || (byte >= 0x7FU && byte < 0xA0U);
+        if (isControl || (byte < 0x80U ? m_isLeftAscii : m_isRightLatin1)) {
+            m_text += QLatin1Char(static_cast<char>(byte));
+            m_isInUnknown = false;
+        } else if (!m_isInUnknown) {
+            m_text += QChar(QChar::ReplacementCharacter);
+            m_isInUnknown = true;
+        }
+    }
+
+    void readEscape()
+    {
+        const QByteArrayView rest = m_bytes.sliced(m_at + 1);
+        if (rest.startsWith("%G")) {
+            readUtf8(m_at + 3);
+            return;
+        }
+        // Intermediate bytes, then one final byte that names the set.
+        qsizetype length = 0;
+        while (length < rest.size() && rest[length] >= 0x20 && rest[length] <= 0x2F)
+            ++length;
+        const QByteArrayView intermediate = rest.first(length);
+        const char final = length < rest.size() ? rest[length] : '\0';
+        m_at += length + 2;
+        if (intermediate == "(" || intermediate == "$(") {
+            m_isLeftAscii = intermediate == "(" && (final == 'B' || final == 'J');
+        } else if (intermediate == "-" || intermediate == ")" || intermediate == "$)") {
+            m_isRightLatin1 = intermediate == "-" && final == 'A';
+        } else if (intermediate == "%/") {
+            skipExtendedSegment();
+        }
+        m_at = std::min(m_at, m_bytes.size());
+    }
+
+    void readUtf8(qsizetype begin)
+    {
+        begin = std::min(begin, m_bytes.size());
+        const qsizetype end = m_bytes.indexOf("\x1B%@", begin);
+        const QByteArrayView segment =
+            m_bytes.sliced(begin, (end < 0 ? m_bytes.size() : end) - begin);
+        m_text += QString::fromUtf8(segment);
+        m_at = end < 0 ? m_bytes.size() : end + 3;
+        m_isInUnknown = false;
+    }
+
+    /// A segment of a named encoding: two bytes of length follow, each with its top bit set.
+    void skipExtendedSegment()
+    {
+        if (m_at + 2 > m_bytes.size()) {
+            m_at = m_bytes.size();
+            return;
+        }
+        const auto high = static_cast<unsigned char>(m_bytes[m_at]) & 0x7FU;
+        const auto low = static_cast<unsigned char>(m_bytes[m_at + 1]) & 0x7FU;
+        m_at += 2 + static_cast<qsizetype>(high * 128U + low);
+        m_text += QChar(QChar::ReplacementCharacter);
+        m_isInUnknown = false;
+    }
+
+    /// CSI, parameters, `]`: a change of direction, which carries no text.
+    void skipDirection()
+    {
+        ++m_at;
+        while (m_at < m_bytes.size() && m_bytes[m_at] >= 0x30 && m_bytes[m_at] <= 0x3F)
+            ++m_at;
+        if (m_at < m_bytes.size() && m_bytes[m_at] == ']')
+            ++m_at;
+    }
+
+    QByteArrayView m_bytes;
+    qsizetype m_at = 0;
+    QString m_text;
+    bool m_isLeftAscii = true;
+    bool m_isRightLatin1 = true;
+    bool m_isInUnknown = false;
+};
+
+} // namespace
+
+QString fromCompoundText(QByteArrayView bytes)
+{
+    return CompoundTextReader(bytes).read();
+}
+
+} // namespace kelpa::x11

@@ -1,0 +1,198 @@
+#include "platform/x11/discovery/ClientPropertyRequests.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+namespace kelpa::x11 {
+
+// In the order in which they are asked for.
+enum class ClientPropertyRequests::Asked : std::uint8_t {
+    netName,
+    name,
+    windowClass,
+    kind,
+    state,
+    icccmState,
+    desktop,
+    opacity,
+    extents,
+    netProcess,
+    machine,
+    gtkApplication,
+    kdeDesktopFile,
+    number,
+    count,
+};
+
+namespace {
+
+constexpr std::uint32_t wordsOfText = longestText / 4;
+constexpr std::uint32_t wordsOfShortText = 256;
+constexpr std::uint32_t wordsOfList = 64;
+
+struct Question
+{
+    xcb_atom_t name = XCB_ATOM_NONE;
+    /// At most so many four-byte words are read.
+    std::uint32_t length = 0;
+};
+
+/// In WM_STATE, as `iconicState`.
+constexpr std::uint32_t withdrawnState = 0;
+
+WindowKind kindOf(xcb_atom_t type, const AtomTable& atoms)
+{
+    constexpr std::array kinds = {
+        std::pair(Atom::typeNormal, WindowKind::normal),
+        std::pair(Atom::typeDialog, WindowKind::dialog),
+        std::pair(Atom::typeUtility, WindowKind::auxiliary),
+        std::pair(Atom::typeToolbar, WindowKind::auxiliary),
+        std::pair(Atom::typeSplash, WindowKind::auxiliary),
+        std::pair(Atom::typeDock, WindowKind::dock),
+        std::pair(Atom::typeDesktop, WindowKind::desktop),
+        std::pair(Atom::typeMenu, WindowKind::passing),
+        std::pair(Atom::typeDropdownMenu, WindowKind::passing),
+        std::pair(Atom::typePopupMenu, WindowKind::passing),
+        std::pair(Atom::typeTooltip, WindowKind::passing),
+        std::pair(Atom::typeNotification, WindowKind::passing),
+        std::pair(Atom::typeCombo, WindowKind::passing),
+        std::pair(Atom::typeDragAndDrop, WindowKind::passing),
+    };
+    const auto* const it = std::find_if(kinds.begin(), kinds.end(), [&](const auto& kind) {
+        return type != XCB_ATOM_NONE && atoms[kind.first] == type;
+    });
+    return it == kinds.end() ? WindowKind::unspecified : it->second;
+}
+
+/// A window lists its kinds in order of preference; the first that is known counts.
+WindowKind firstKnownKind(const std::vector<xcb_atom_t>& types, const AtomTable& atoms)
+{
+    for (const xcb_atom_t type : types) {
+        if (const WindowKind kind = kindOf(type, atoms); kind != WindowKind::unspecified)
+            return kind;
+    }
+    return WindowKind::unspecified;
+}
+
+bool contains(const std::vector<xcb_atom_t>& atoms, xcb_atom_t atom)
+{
+    return std::find(atoms.begin(), atoms.end(), atom) != atoms.end();
+}
+
+std::optional<ProcessID> processOf(std::optional<std::uint32_t> word)
+{
+    if (!word || *word == 0 || *word > std::uint32_t{std::numeric_limits<ProcessID>::max()})
+        return std::nullopt;
+    return static_cast<ProcessID>(*word);
+}
+
+} // namespace
+
+ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& link, xcb_window_t window)
+    : m_window(window), m_attributes(link.connection(), window),
+      m_geometry(link.connection(), window),
+      m_position(link.connection(), window, link.connection().root(), std::int16_t{0},
+                 std::int16_t{0})
+{
+    const AtomTable& atoms = link.atoms();
+    const std::array<Question, static_cast<std::size_t>(Asked::count)> questions = {{
+        {atoms[Atom::netWmName], wordsOfText},
+        {XCB_ATOM_WM_NAME, wordsOfText},
+        {XCB_ATOM_WM_CLASS, wordsOfShortText},
+        {atoms[Atom::netWmWindowType], wordsOfList},
+        {atoms[Atom::netWmState], wordsOfList},
+        {atoms[Atom::wmState], 2},
+        {atoms[Atom::netWmDesktop], 1},
+        {atoms[Atom::netWmWindowOpacity], 1},
+        {atoms[Atom::gtkFrameExtents], 4},
+        {atoms[Atom::netWmPid], 1},
+        {XCB_ATOM_WM_CLIENT_MACHINE, wordsOfShortText},
+        {atoms[Atom::gtkApplicationID], wordsOfShortText},
+        {atoms[Atom::kdeDesktopFile], wordsOfShortText},
+        {atoms[Atom::kelpaWindowNumber], 1},
+    }};
+    m_properties.reserve(questions.size());
+    for (const Question& question : questions)
+        m_properties.push_back(
+            askProperty(link.connection(), window, question.name, question.length));
+}
+
+Property ClientPropertyRequests::property(Asked asked)
+{
+    return propertyOf(m_properties.at(static_cast<std::size_t>(asked)).get());
+}
+
+std::optional<ClientReading> ClientPropertyRequests::read(const DisplayConnection& link,
+                                                          std::optional<ProcessID> process,
+                                                          const QByteArray& host)
+{
+    const auto* attributes = m_attributes.get();
+    const auto* geometry = m_geometry.get();
+    const auto* position = m_position.get();
+    if (!attributes || !geometry || !position)
+        return std::nullopt;
+    // The list may name a window that has ended while its id is already another's that is not
+    // managed yet. What a window manager keeps has its mark, or is at least to be seen.
+    const bool isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    const std::uint32_t managed =
+        word(property(Asked::icccmState), link.atoms()[Atom::wmState]).value_or(withdrawnState);
+    if (!isViewable && managed == withdrawnState)
+        return std::nullopt;
+    ClientReading reading;
+    ClientWindow& client = reading.client;
+    client.window = m_window;
+    client.isOverrideRedirect = attributes->override_redirect != 0;
+    client.isViewable = isViewable;
+    client.frame = frame(*geometry, *position);
+    readState(client, link.atoms());
+    readIdentity(client, link, process, host);
+    reading.sighting = {m_window, word(property(Asked::number), XCB_ATOM_CARDINAL)};
+    return reading;
+}
+
+Rect ClientPropertyRequests::frame(const xcb_get_geometry_reply_t& geometry,
+                                   const xcb_translate_coordinates_reply_t& position)
+{
+    const FrameExtents shadow =
+        frameExtents(property(Asked::extents), geometry.width, geometry.height);
+    return {static_cast<double>(position.dst_x) + shadow.left,
+            static_cast<double>(position.dst_y) + shadow.top,
+            static_cast<double>(geometry.width - shadow.left - shadow.right),
+            static_cast<double>(geometry.height - shadow.top - shadow.bottom)};
+}
+
+void ClientPropertyRequests::readState(ClientWindow& client, const AtomTable& atoms)
+{
+    client.kind = firstKnownKind(words(property(Asked::kind), XCB_ATOM_ATOM), atoms);
+    const std::vector<xcb_atom_t> states = words(property(Asked::state), XCB_ATOM_ATOM);
+    client.isHidden = contains(states, atoms[Atom::netWmStateHidden]);
+    client.isOffTaskList = contains(states, atoms[Atom::netWmStateSkipTaskbar]);
+    client.isIconic = word(property(Asked::icccmState), atoms[Atom::wmState]) == iconicState;
+    client.desktop = word(property(Asked::desktop), XCB_ATOM_CARDINAL);
+    const std::uint32_t opaque = std::numeric_limits<std::uint32_t>::max();
+    client.opacity =
+        word(property(Asked::opacity), XCB_ATOM_CARDINAL).value_or(opaque) / double{opaque};
+}
+
+void ClientPropertyRequests::readIdentity(ClientWindow& client, const DisplayConnection& link,
+                                          std::optional<ProcessID> process, const QByteArray& host)
+{
+    const TextTypes types = link.textTypes();
+    std::optional<QString> title = utf8Text(property(Asked::netName), types);
+    if (!title)
+        title = text(property(Asked::name), types);
+    client.title = title.value_or(QString());
+
+    client.process = process;
+    const Property machine = property(Asked::machine);
+    if (!process && machine.format == 8 && !host.isEmpty() && machine.bytes == host)
+        client.process = processOf(word(property(Asked::netProcess), XCB_ATOM_CARDINAL));
+    const WindowClass names = windowClass(property(Asked::windowClass), types);
+    client.clues = {text(property(Asked::gtkApplication), types).value_or(QString()),
+                    text(property(Asked::kdeDesktopFile), types).value_or(QString()),
+                    names.instance, names.name, client.process.value_or(0)};
+}
+
+} // namespace kelpa::x11

@@ -1,0 +1,46 @@
+// The questions about one client window, all sent at once, and the window that the answers
+// describe.
+#pragma once
+
+#include "platform/x11/connection/DisplayConnection.h"
+#include "platform/x11/connection/XcbReply.h"
+#include "platform/x11/discovery/DesktopReader.h"
+
+#include <QByteArray>
+
+#include <optional>
+#include <vector>
+
+namespace kelpa::x11 {
+
+/// Sent when constructed; `read` waits for the answers. Not used after its link.
+class ClientPropertyRequests
+{
+public:
+    ClientPropertyRequests(DisplayConnection& link, xcb_window_t window);
+
+    /// Absent when the window is gone or not managed. `process` is the one that the server knows
+    /// of; `host` this machine's name.
+    std::optional<ClientReading> read(const DisplayConnection& link,
+                                      std::optional<ProcessID> process, const QByteArray& host);
+
+    xcb_window_t window() const { return m_window; }
+
+private:
+    enum class Asked : std::uint8_t;
+
+    Property property(Asked asked);
+    void readState(ClientWindow& client, const AtomTable& atoms);
+    void readIdentity(ClientWindow& client, const DisplayConnection& link,
+                      std::optional<ProcessID> process, const QByteArray& host);
+    Rect frame(const xcb_get_geometry_reply_t& geometry,
+               const xcb_translate_coordinates_reply_t& position);
+
+    xcb_window_t m_window;
+    AttributesReply m_attributes;
+    GeometryReply m_geometry;
+    TranslationReply m_position;
+    std::vector<PropertyReply> m_properties;
+};
+
+} // namespace kelpa::x11

@@ -1,0 +1,149 @@
+#include "platform/x11/discovery/DesktopReader.h"
+
+#include "platform/x11/connection/XcbEvent.h"
+#include "platform/x11/discovery/ClientPropertyRequests.h"
+
+#include <xcb/res.h>
+
+#include <QByteArray>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <map>
+#include <set>
+
+namespace kelpa::x11 {
+
+namespace {
+
+using ClientIDsReply = XcbReply<xcb_res_query_client_ids, xcb_res_query_client_ids_reply>;
+
+constexpr std::uint32_t mostSupported = 4096;
+
+/// The stacking order goes from the bottom up.
+std::vector<xcb_window_t> topToBottom(const std::vector<xcb_window_t>& stacking)
+{
+    std::vector<xcb_window_t> clients;
+    std::set<xcb_window_t> seen;
+    for (auto it = stacking.rbegin(); it != stacking.rend(); ++it) {
+        if (*it != XCB_WINDOW_NONE && seen.insert(*it).second)
+            clients.push_back(*it);
+    }
+    return clients;
+}
+
+ClientIDsReply askProcesses(DisplayConnection& link, const std::vector<xcb_window_t>& windows)
+{
+    std::set<std::uint32_t> clients;
+    for (const xcb_window_t window : windows)
+        clients.insert(link.connection().clientOf(window));
+    std::vector<xcb_res_client_id_spec_t> specs;
+    specs.reserve(clients.size());
+    for (const std::uint32_t client : clients)
+        specs.push_back({client, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
+    return ClientIDsReply(link.connection(), static_cast<std::uint32_t>(specs.size()),
+                          static_cast<const xcb_res_client_id_spec_t*>(specs.data()));
+}
+
+/// Processes by the shared part of their resource ids. The server leaves out clients that it does
+/// not know, so an answer is told by the id in it, not by its place.
+std::map<std::uint32_t, ProcessID> readProcesses(const DisplayConnection& link,
+                                                 ClientIDsReply& reply)
+{
+    std::map<std::uint32_t, ProcessID> processes;
+    const auto* ids = reply.get();
+    if (!ids)
+        return processes;
+    auto it = xcb_res_query_client_ids_ids_iterator(ids);
+    for (; it.rem > 0; xcb_res_client_id_value_next(&it)) {
+        const bool isProcess = (it.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0U;
+        if (!isProcess || xcb_res_client_id_value_value_length(it.data) < 1)
+            continue;
+        const std::uint32_t process = *xcb_res_client_id_value_value(it.data);
+        if (process != 0 && process <= std::uint32_t{std::numeric_limits<ProcessID>::max()})
+            processes[link.connection().clientOf(it.data->spec.client)] =
+                static_cast<ProcessID>(process);
+    }
+    return processes;
+}
+
+QByteArray hostName()
+{
+    std::array<char, 256> name{};
+    return gethostname(name.data(), name.size() - 1) == 0 ? QByteArray(name.data()) : QByteArray();
+}
+
+} // namespace
+
+RootReading readRoot(DisplayConnection& link)
+{
+    const AtomTable& atoms = link.atoms();
+    const auto ask = [&](Atom name, std::uint32_t length) {
+        return askProperty(link.connection(), link.connection().root(), atoms[name], length);
+    };
+    PropertyReply stacking = ask(Atom::netClientListStacking, mostClients);
+    PropertyReply list = ask(Atom::netClientList, mostClients);
+    PropertyReply supported = ask(Atom::netSupported, mostSupported);
+    PropertyReply desktop = ask(Atom::netCurrentDesktop, 1);
+    PropertyReply check = ask(Atom::netSupportingWmCheck, 1);
+    PropertyReply counter = ask(Atom::kelpaNumberCounter, 1);
+    SelectionOwnerReply owner(link.connection(), atoms[Atom::kelpaNumbers]);
+
+    RootReading reading;
+    // A list of no windows has its type and no bytes.
+    for (PropertyReply* reply : {&stacking, &list}) {
+        const Property property = propertyOf(reply->get());
+        if (!reading.clients && property.type == XCB_ATOM_WINDOW && property.format == 32)
+            reading.clients = topToBottom(words(property, XCB_ATOM_WINDOW));
+    }
+    const std::vector<xcb_atom_t> hints = words(propertyOf(supported.get()), XCB_ATOM_ATOM);
+    reading.context.marksHiddenWindows =
+        std::find(hints.begin(), hints.end(), atoms[Atom::netWmStateHidden]) != hints.end();
+    reading.context.currentDesktop = word(propertyOf(desktop.get()), XCB_ATOM_CARDINAL);
+    reading.managerCheck = word(propertyOf(check.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
+    reading.numberCounter = word(propertyOf(counter.get()), XCB_ATOM_CARDINAL);
+    if (const auto* reply = owner.get())
+        reading.numbersOwner = reply->owner;
+    return reading;
+}
+
+ClientsReading readClients(DisplayConnection& link, const RootReading& root,
+                           const std::function<bool(xcb_window_t)>& isWatched)
+{
+    const std::vector<xcb_window_t> windows = root.clients.value_or(std::vector<xcb_window_t>());
+    PropertyReply check = askProperty(link.connection(), root.managerCheck,
+                                      link.atoms()[Atom::netSupportingWmCheck], 1);
+    std::vector<ClientPropertyRequests> requests;
+    requests.reserve(windows.size());
+    for (const xcb_window_t window : windows) {
+        if (!isWatched(window)) {
+            // Mentioned first in the same batch, so that no end between the reading and the
+            // watching is missed.
+            selectEvents(link.connection(), window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+        }
+        requests.emplace_back(link, window);
+    }
+    std::map<std::uint32_t, ProcessID> processes;
+    if (link.hasClientIDs() && !windows.empty()) {
+        ClientIDsReply reply = askProcesses(link, windows);
+        processes = readProcesses(link, reply);
+    }
+
+    ClientsReading reading;
+    const std::optional<std::uint32_t> said = word(propertyOf(check.get()), XCB_ATOM_WINDOW);
+    reading.hasWindowManager = said && *said == root.managerCheck;
+    const QByteArray host = hostName();
+    for (ClientPropertyRequests& request : requests) {
+        const auto process = processes.find(link.connection().clientOf(request.window()));
+        std::optional<ClientReading> client = request.read(
+            link, process == processes.end() ? std::nullopt : std::optional(process->second), host);
+        if (client)
+            reading.clients.push_back(std::move(*client));
+    }
+    return reading;
+}
+
+} // namespace kelpa::x11

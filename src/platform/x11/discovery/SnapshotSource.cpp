@@ -1,0 +1,136 @@
+#include "platform/x11/discovery/SnapshotSource.h"
+
+#include "platform/DocumentSource.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <utility>
+
+namespace kelpa::x11 {
+
+namespace {
+
+/// Asks once for what many windows have in common.
+class RememberingResolver
+{
+public:
+    explicit RememberingResolver(ApplicationResolver& resolver) : m_resolver(resolver) {}
+
+    const ResolvedApplication& resolve(const ApplicationClues& clues)
+    {
+        const auto it = std::find_if(m_resolved.begin(), m_resolved.end(),
+                                     [&](const auto& known) { return known.first == clues; });
+        if (it != m_resolved.end())
+            return it->second;
+        return m_resolved.emplace_back(clues, m_resolver.resolve(clues)).second;
+    }
+
+private:
+    ApplicationResolver& m_resolver;
+    std::vector<std::pair<ApplicationClues, ResolvedApplication>> m_resolved;
+};
+
+QString processName(ProcessID process)
+{
+    QFile file(QStringLiteral("/proc/%1/comm").arg(process));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.read(64)).trimmed() : QString();
+}
+
+/// Absent when nothing at all tells it.
+std::optional<QString> ownerName(const ClientWindow& client, const ResolvedApplication& resolved)
+{
+    QString name = resolved.name;
+    if (name.isEmpty())
+        name = client.clues.wmClassName;
+    if (name.isEmpty() && client.process)
+        name = processName(*client.process);
+    return name.isEmpty() ? std::nullopt : std::optional(name);
+}
+
+AccessibilityWindow accessibilityWindow(const ClientWindow& client, const DesktopContext& context,
+                                        DocumentSource* documents)
+{
+    AccessibilityWindow window;
+    window.position = Point{client.frame.x, client.frame.y};
+    window.size = Size{client.frame.width, client.frame.height};
+    window.isMinimized = isMinimized(client, context);
+    window.title = client.title;
+    window.windowNumber = client.number;
+    if (documents && client.process)
+        window.document = documents->document({*client.process, client.frame, client.title});
+    return window;
+}
+
+} // namespace
+
+SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
+                               const DesktopContext& context, ApplicationResolver& resolver,
+                               DocumentSource* documents)
+    : m_isPresent(true)
+{
+    RememberingResolver resolve(resolver);
+    for (const ClientWindow& client : clients) {
+        const ResolvedApplication& resolved = resolve.resolve(client.clues);
+        WindowListEntry entry;
+        entry.number = client.number;
+        entry.ownerProcess = client.process;
+        entry.ownerName = ownerName(client, resolved);
+        entry.bounds = client.frame;
+        entry.layer = layer(client);
+        entry.alpha = client.opacity;
+        entry.name = client.title;
+        entry.iconRevision = client.iconRevision;
+        if (isOnScreen(client, context))
+            m_onScreen.push_back(entry);
+        m_windows.push_back(std::move(entry));
+        if (!client.process)
+            continue;
+        const bool isOrdinary = layer(client) == 0;
+        const auto [it, isNew] = m_processes.try_emplace(*client.process);
+        RunningApplication& application = it->second.application;
+        if (isNew)
+            application.activationPolicy = ActivationPolicy::accessory;
+        if (isOrdinary)
+            application.activationPolicy = ActivationPolicy::regular;
+        // The frontmost ordinary window speaks for the process.
+        if (isOrdinary && !application.bundleIdentifier)
+            application.bundleIdentifier = resolved.desktopEntryID;
+        it->second.windows.push_back(accessibilityWindow(client, context, documents));
+    }
+    if (documents) {
+        std::vector<DocumentQuery> queries;
+        for (const ClientWindow& client : clients) {
+            if (client.process && layer(client) == 0)
+                queries.push_back({*client.process, client.frame, client.title});
+        }
+        documents->noteWindows(std::move(queries));
+    }
+}
+
+std::optional<std::vector<WindowListEntry>> SnapshotSource::windowList(WindowListScope scope)
+{
+    if (!m_isPresent)
+        return std::nullopt;
+    return scope == WindowListScope::all ? m_windows : m_onScreen;
+}
+
+std::optional<RunningApplication> SnapshotSource::runningApplication(ProcessID process)
+{
+    const auto it = m_processes.find(process);
+    return it == m_processes.end() ? std::nullopt : std::optional(it->second.application);
+}
+
+bool SnapshotSource::isAccessibilityTrusted()
+{
+    return m_isPresent;
+}
+
+std::optional<std::vector<AccessibilityWindow>>
+SnapshotSource::accessibilityWindows(ProcessID process)
+{
+    const auto it = m_processes.find(process);
+    return it == m_processes.end() ? std::nullopt : std::optional(it->second.windows);
+}
+
+} // namespace kelpa::x11

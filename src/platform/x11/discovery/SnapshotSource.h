@@ -1,0 +1,50 @@
+// One look at the desktop as plain values: no question asked of it goes to the server any more.
+#pragma once
+
+#include "platform/DiscoverySource.h"
+#include "platform/x11/discovery/ClientWindow.h"
+
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace kelpa {
+class ApplicationResolver;
+class DocumentSource;
+} // namespace kelpa
+
+namespace kelpa::x11 {
+
+class SnapshotSource : public DiscoverySource
+{
+public:
+    /// A source whose lists are absent.
+    SnapshotSource() = default;
+
+    /// `clients` from top to bottom. Neither `resolver` nor `documents`, which may be null, is used
+    /// after this.
+    SnapshotSource(const std::vector<ClientWindow>& clients, const DesktopContext& context,
+                   ApplicationResolver& resolver, DocumentSource* documents);
+
+    std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) override;
+    /// Known are the processes that own client windows. One whose windows are all off the task list
+    /// is an accessory.
+    std::optional<RunningApplication> runningApplication(ProcessID process) override;
+    bool isAccessibilityTrusted() override;
+    std::optional<std::vector<AccessibilityWindow>>
+    accessibilityWindows(ProcessID process) override;
+
+private:
+    struct Process
+    {
+        RunningApplication application;
+        std::vector<AccessibilityWindow> windows;
+    };
+
+    bool m_isPresent = false;
+    std::vector<WindowListEntry> m_windows;
+    std::vector<WindowListEntry> m_onScreen;
+    std::map<ProcessID, Process> m_processes;
+};
+
+} // namespace kelpa::x11

@@ -1,0 +1,40 @@
+#include "platform/x11/keys/GrabFocusFilter.h"
+
+#include "platform/x11/connection/XcbEvent.h"
+
+#include <QCoreApplication>
+
+namespace kelpa::x11 {
+
+namespace {
+
+/// Not whether the focus moves while the keyboard is grabbed: then another window does get it.
+bool tellsOfGrab(const xcb_focus_in_event_t& event)
+{
+    return event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
+}
+
+} // namespace
+
+GrabFocusFilter::GrabFocusFilter()
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+GrabFocusFilter::~GrabFocusFilter()
+{
+    QCoreApplication::instance()->removeNativeEventFilter(this);
+}
+
+bool GrabFocusFilter::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    const std::uint8_t type = typeOf(event);
+    // Both are laid out alike.
+    return (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) &&
+           tellsOfGrab(as<xcb_focus_in_event_t>(event));
+}
+
+} // namespace kelpa::x11

@@ -1,0 +1,28 @@
+// The keys of an X display, heard beside whoever has the keyboard.
+#pragma once
+
+#include "platform/GlobalKeys.h"
+#include "platform/Scheduler.h"
+#include "platform/x11/connection/DisplayConnector.h"
+
+#include <memory>
+
+namespace kelpa::x11 {
+
+/// Raw events of XInput 2 tell of keys, the XKB extension of modifiers; neither takes an event from
+/// another client, and both come while one of them has grabbed the keyboard. Where one of the two
+/// is missing, or the keyboard has no Super key, the keys are not available.
+class X11GlobalKeys : public GlobalKeys
+{
+public:
+    /// `scheduler` outlives this object and its subscriptions.
+    X11GlobalKeys(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler);
+
+    [[nodiscard]] std::unique_ptr<Subscription> watchKeys(GlobalKeyHandlers handlers) override;
+
+private:
+    const std::shared_ptr<DisplayConnector> m_connector;
+    Scheduler& m_scheduler;
+};
+
+} // namespace kelpa::x11

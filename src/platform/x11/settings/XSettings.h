@@ -1,0 +1,35 @@
+// The settings that a desktop's settings manager keeps on the display, for all toolkits.
+#pragma once
+
+#include "platform/MotionSetting.h"
+#include "platform/Scheduler.h"
+#include "platform/x11/connection/DisplayConnector.h"
+
+#include <QByteArrayView>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace kelpa::x11 {
+
+/// The integer setting `name` in a settings manager's property; absent when there is none, or the
+/// bytes, which anyone may have written, are not what they should be.
+std::optional<std::int32_t> settingsInteger(QByteArrayView property, QByteArrayView name);
+
+/// "Gtk/EnableAnimations".
+class X11MotionSetting : public MotionSetting
+{
+public:
+    /// `scheduler` outlives this object and its subscriptions.
+    X11MotionSetting(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler);
+
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchAnimations(std::function<void(std::optional<bool> areWanted)> changed) override;
+
+private:
+    const std::shared_ptr<DisplayConnector> m_connector;
+    Scheduler& m_scheduler;
+};
+
+} // namespace kelpa::x11

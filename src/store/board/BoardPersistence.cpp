@@ -1,0 +1,90 @@
+#include "store/board/BoardPersistence.h"
+
+#include "windows/WindowReconciliation.h"
+
+namespace kelpa {
+
+namespace {
+
+template <class Value>
+std::optional<Value> stored(const SettingsStore& settings, const QString& key)
+{
+    const std::optional<SettingsValue> value = settings.value(key);
+    if (!value)
+        return std::nullopt;
+    const Value* const typed = std::get_if<Value>(&*value);
+    return typed != nullptr ? std::optional<Value>(*typed) : std::nullopt;
+}
+
+/// The document under `key`, or under `legacyKey` when there is none.
+std::optional<QByteArray> storedDocument(SettingsStore& settings, const QString& key,
+                                         const QString& legacyKey = {})
+{
+    if (std::optional<QByteArray> document = stored<QByteArray>(settings, key))
+        return document;
+    // Something else than a document stands there: the coming save would destroy it.
+    if (settings.value(key))
+        settings.copyAside(key);
+    return legacyKey.isEmpty() ? std::nullopt : stored<QByteArray>(settings, legacyKey);
+}
+
+} // namespace
+
+StoredBoard loadBoard(SettingsStore& settings)
+{
+    StoredBoard board;
+    if (const auto language = stored<QString>(settings, languageKey))
+        board.language = appLanguageFromRawValue(*language);
+    board.isAutoSortingGoals = stored<bool>(settings, autoSortingGoalsKey);
+
+    if (const auto document = storedDocument(settings, goalsKey, legacyGoalsKey)) {
+        if (auto goals = decodeGoals(*document))
+            board.contents.goals = *std::move(goals);
+        else
+            settings.copyAside(goalsKey);
+    }
+    if (const auto document = storedDocument(settings, unassignedTodosKey)) {
+        if (auto todos = decodeTodos(*document))
+            board.contents.unassignedTodos = *std::move(todos);
+        else
+            settings.copyAside(unassignedTodosKey);
+    }
+    if (auto document = storedDocument(settings, assignmentsKey, legacyAssignmentsKey)) {
+        if (auto assignments = decodeAssignments(*document)) {
+            board.contents.assignments = *std::move(assignments);
+            board.assignmentsDocument = std::move(document);
+        } else {
+            settings.copyAside(assignmentsKey);
+        }
+    }
+    return board;
+}
+
+std::set<WindowID> assignedWindows(const SettingsStore& settings)
+{
+    std::set<WindowID> windows;
+    for (const QString& key : {assignmentsKey, legacyAssignmentsKey}) {
+        const auto document = stored<QByteArray>(settings, key);
+        if (const auto assignments = document ? decodeAssignments(*document) : std::nullopt)
+            windows.merge(assignedWindows(*assignments));
+    }
+    return windows;
+}
+
+std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
+                                        const QList<TodoItem>& unassignedTodos)
+{
+    std::vector<SettingsEntry> entries;
+    if (auto document = encodeGoals(goals))
+        entries.push_back({goalsKey, *std::move(document)});
+    if (auto document = encodeTodos(unassignedTodos))
+        entries.push_back({unassignedTodosKey, *std::move(document)});
+    return entries;
+}
+
+SettingsEntry assignmentsEntry(const Assignments& assignments)
+{
+    return {assignmentsKey, encodeAssignments(assignments)};
+}
+
+} // namespace kelpa

@@ -1,0 +1,49 @@
+// What the settings store holds of the board: its keys, and reading them.
+#pragma once
+
+#include "model/BoardJson.h"
+#include "platform/SettingsStore.h"
+#include "store/board/BoardContents.h"
+#include "text/AppLanguage.h"
+
+#include <QList>
+
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace kelpa {
+
+inline const QString goalsKey = QStringLiteral("kelpa.goals");
+inline const QString unassignedTodosKey = QStringLiteral("kelpa.unassignedTodos");
+inline const QString assignmentsKey = QStringLiteral("kelpa.windowAssignments");
+inline const QString languageKey = QStringLiteral("kelpa.language");
+inline const QString autoSortingGoalsKey = QStringLiteral("kelpa.autoSortingGoals");
+/// Keys of an earlier release: read where the present ones are absent, never written.
+inline const QString legacyGoalsKey = QStringLiteral("dorvane.goals");
+inline const QString legacyAssignmentsKey = QStringLiteral("dorvane.windowAssignments");
+
+struct StoredBoard
+{
+    /// Absent when nothing is stored or it names no language.
+    std::optional<AppLanguage> language;
+    /// Absent when nothing is stored or it is not a Boolean.
+    std::optional<bool> isAutoSortingGoals;
+    BoardContents contents;
+    /// The document that the assignments were read from, byte for byte; absent when there is none.
+    std::optional<QByteArray> assignmentsDocument;
+};
+
+/// Reads everything. What does not decode counts as empty, and is first copied aside in `settings`,
+/// since the next save overwrites it.
+StoredBoard loadBoard(SettingsStore& settings);
+
+/// The window numbers that are assigned in `settings`, also those of an earlier release.
+std::set<WindowID> assignedWindows(const SettingsStore& settings);
+
+/// What a save writes. A part that cannot be encoded is left out.
+std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
+                                        const QList<TodoItem>& unassignedTodos);
+SettingsEntry assignmentsEntry(const Assignments& assignments);
+
+} // namespace kelpa

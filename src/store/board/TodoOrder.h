@@ -1,0 +1,49 @@
+// The rules of the todos: the one order across all lists, and the steps of a todo's status.
+#pragma once
+
+#include "model/Goal.h"
+#include "store/board/MovePlace.h"
+
+#include <QHash>
+#include <QList>
+
+#include <optional>
+
+namespace kelpa {
+
+/// Every todo of the board: those of all goals in goal order, then the unassigned ones.
+QList<TodoItem> allTodos(const QList<Goal>& goals, const QList<TodoItem>& unassigned);
+
+/// The order that puts a new todo last: one more than the largest, 0 on a board without todos.
+/// Halts the program when no larger number exists.
+std::int64_t nextTodoOrder(const QList<Goal>& goals, const QList<TodoItem>& unassigned);
+
+/// The position that each todo takes.
+using TodoPositions = QHash<TodoID, std::int64_t>;
+
+/// 0, 1, 2, … along `sequence`.
+TodoPositions positionsAlong(const QList<TodoItem>& sequence);
+
+/// The positions that make all orders 0 … n−1 without changing who comes before whom; todos of
+/// equal order keep the order of the walk.
+TodoPositions normalizedPositions(const QList<Goal>& goals, const QList<TodoItem>& unassigned);
+
+/// The positions after `todoID` has been moved to `targetID` in the order of the whole board; none
+/// when either is absent or they are the same.
+std::optional<TodoPositions> positionsAfterMove(const QList<Goal>& goals,
+                                                const QList<TodoItem>& unassigned, TodoID todoID,
+                                                TodoID targetID,
+                                                MovePlace place = MovePlace::before);
+
+/// Gives every todo that `positions` names its order; the others keep theirs. True when an order
+/// changed. A list in which nothing changes is not detached from its copies.
+bool applyPositions(QList<TodoItem>& todos, const TodoPositions& positions);
+bool applyPositions(QList<Goal>& goals, const TodoPositions& positions);
+
+/// `todo` one step on: from todo to in progress, to completed at `now`, and back to todo.
+TodoItem withNextStatus(TodoItem todo, Date now);
+
+/// The position of a todo in the list; -1 when it is absent.
+qsizetype indexOf(const QList<TodoItem>& todos, TodoID id);
+
+} // namespace kelpa

@@ -1,0 +1,117 @@
+#include "views/appearance/ViewSettings.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+/// The desktop's font for text, by its own name: in a list, Qt passes over the alias that stands
+/// for it. On an East Asian desktop that is a font of ideographs, which would have all the text.
+QString latinFamily()
+{
+    using enum QFontDatabase::WritingSystem;
+    const QString family = QFontInfo(QFont(QStringLiteral("sans-serif"))).family();
+    const bool hasIdeographs = std::ranges::any_of(
+        QFontDatabase::writingSystems(family), [](QFontDatabase::WritingSystem system) {
+            return system == SimplifiedChinese || system == TraditionalChinese ||
+                   system == Japanese || system == Korean;
+        });
+    return hasIdeographs ? QStringLiteral("Noto Sans") : family;
+}
+
+/// Decides how the ideographs that Chinese, Japanese and Korean share are drawn, which would
+/// otherwise follow the locale of the process.
+QString ideographFamily(AppLanguage language)
+{
+    if (language == AppLanguage::japanese)
+        return QStringLiteral("Noto Sans CJK JP");
+    if (language == AppLanguage::korean)
+        return QStringLiteral("Noto Sans CJK KR");
+    return QStringLiteral("Noto Sans CJK SC");
+}
+
+/// The last has what people decorate titles with.
+QStringList families(AppLanguage language)
+{
+    return {latinFamily(), ideographFamily(language), QStringLiteral("Noto Color Emoji")};
+}
+
+/// Qt keeps what a font falls back on under the first of its families alone, with its size, weight
+/// and hint: without a hint of its own, a list would draw with what an earlier one fell back on.
+QFont::StyleHint hint(const QStringList& families)
+{
+    if (families.contains(ideographFamily(AppLanguage::japanese)))
+        return QFont::System;
+    if (families.contains(ideographFamily(AppLanguage::korean)))
+        return QFont::AnyStyle;
+    return QFont::SansSerif;
+}
+
+} // namespace
+
+ViewSettings::ViewSettings(QObject* parent)
+    : QObject(parent), m_fontFamilies(families(allAppLanguages.front()))
+{}
+
+void ViewSettings::setAppearance(Appearance appearance)
+{
+    if (m_appearance == appearance)
+        return;
+    m_appearance = appearance;
+    Q_EMIT appearanceChanged();
+}
+
+void ViewSettings::setReducingMotion(bool isReducing)
+{
+    if (m_isReducingMotion == isReducing)
+        return;
+    m_isReducingMotion = isReducing;
+    Q_EMIT isReducingMotionChanged();
+}
+
+void ViewSettings::setSeen(bool isSeen)
+{
+    if (m_isSeen == isSeen)
+        return;
+    m_isSeen = isSeen;
+    Q_EMIT isSeenChanged();
+}
+
+void ViewSettings::setLanguage(AppLanguage language)
+{
+    const QStringList wanted = families(language);
+    if (m_fontFamilies == wanted)
+        return;
+    m_fontFamilies = wanted;
+    Q_EMIT fontFamiliesChanged();
+}
+
+QFont ViewSettings::font(const QStringList& families, int size, int weight) const
+{
+    QFont font;
+    font.setFamilies(families);
+    font.setStyleHint(hint(families));
+    font.setPixelSize(size);
+    font.setWeight(static_cast<QFont::Weight>(weight));
+    return font;
+}
+
+QFont ViewSettings::struckOut(const QFont& font) const
+{
+    QFont struck = font;
+    struck.setStrikeOut(true);
+    return struck;
+}
+
+QColor ViewSettings::accentColor(const QString& accent, bool isDark) const
+{
+    const std::optional<GoalAccent> known = goalAccentFromRawValue(accent);
+    return known ? color(*known, isDark ? Appearance::dark : Appearance::light)
+                 : QColor(Qt::transparent);
+}
+
+} // namespace kelpa

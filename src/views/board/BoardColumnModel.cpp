@@ -1,0 +1,168 @@
+#include "views/board/BoardColumnModel.h"
+
+#include "model/Text.h"
+#include "store/WindowStore.h"
+#include "text/KelpaCopy.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+enum Role {
+    columnIDRole = Qt::UserRole + 1,
+    isUnassignedRole,
+    titleRole,
+    accentRole,
+    priorityRole,
+    openTodoCountRole,
+    windowCountRole,
+    isSearchedEmptyRole,
+    isSelectedRole,
+    isEnteredRole,
+    windowsRole,
+};
+
+} // namespace
+
+BoardColumnModel::BoardColumnModel(const WindowStore& store, QObject* parent)
+    : RowListModel(parent), m_store(store)
+{
+    for (const auto signal :
+         {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
+          &WindowStore::windowsChanged, &WindowStore::searchTextChanged,
+          &WindowStore::previewsChanged, &WindowStore::boardNavigationChanged,
+          &WindowStore::isScreenCaptureTrustedChanged, &WindowStore::languageChanged,
+          &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
+        connect(&store, signal, this, &BoardColumnModel::update);
+    update();
+}
+
+QVariant BoardColumnModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const ColumnRow& row = rows().at(index.row());
+    switch (role) {
+    case columnIDRole:
+        return columnText(row.goalID);
+    case isUnassignedRole:
+        return !row.goalID.has_value();
+    case titleRole:
+        return singleLine(row.title);
+    case accentRole:
+        return rawValue(row.accent);
+    case priorityRole:
+        return rawValue(row.priority);
+    case openTodoCountRole:
+        return row.openTodoCount;
+    case windowCountRole:
+        return row.windowCount;
+    case isSearchedEmptyRole:
+        return row.isSearchedEmpty;
+    case isSelectedRole:
+        return row.isSelected;
+    case isEnteredRole:
+        return row.isEntered;
+    case windowsRole:
+        return QVariant::fromValue(windows(row.goalID));
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> BoardColumnModel::roleNames() const
+{
+    return {{columnIDRole, "columnID"},
+            {isUnassignedRole, "isUnassigned"},
+            {titleRole, "title"},
+            {accentRole, "accent"},
+            {priorityRole, "priority"},
+            {openTodoCountRole, "openTodoCount"},
+            {windowCountRole, "windowCount"},
+            {isSearchedEmptyRole, "isSearchedEmpty"},
+            {isSelectedRole, "isSelected"},
+            {isEnteredRole, "isEntered"},
+            {windowsRole, "windows"}};
+}
+
+WindowListModel* BoardColumnModel::windows(std::optional<GoalID> goalID) const
+{
+    const QUuid key = goalID ? goalID->value : QUuid();
+    if (WindowListModel* const known = m_windows.value(key, nullptr))
+        return known;
+    if (std::ranges::find(rows(), key, &ColumnRow::key) == rows().end())
+        return nullptr;
+    auto* const model = new WindowListModel(m_windowsOwner.get());
+    fill(*model, goalID);
+    m_windows.insert(key, model);
+    return model;
+}
+
+void BoardColumnModel::fill(WindowListModel& model, std::optional<GoalID> goalID) const
+{
+    model.setWindows(m_store.windows(goalID), m_store.boardNavigation().selectedWindowID,
+                     [this](const WindowItem& window) { return windowFace(m_store, window); });
+}
+
+void BoardColumnModel::update()
+{
+    const BoardNavigationState& navigation = m_store.boardNavigation();
+    QSet<QUuid> withWindows;
+    for (const WindowItem& window : m_store.windows())
+        withWindows.insert(window.goalID ? window.goalID->value : QUuid());
+    const auto columnOf = [&](std::optional<GoalID> goalID) {
+        ColumnRow column;
+        column.goalID = goalID;
+        column.windowCount = static_cast<int>(m_store.windows(goalID).size());
+        column.isSearchedEmpty = column.windowCount == 0 && withWindows.contains(column.key());
+        column.isSelected = navigation.target == TargetSelection::of(goalID);
+        column.isEntered = column.isSelected && navigation.layer == BoardNavigationLayer::windows;
+        return column;
+    };
+
+    QList<ColumnRow> columns{columnOf(std::nullopt)};
+    columns.front().title = KelpaCopy::text(CopyKey::Unsorted, m_store.language());
+    columns.front().openTodoCount =
+        static_cast<int>(std::ranges::count_if(m_store.unassignedTodos(), &TodoItem::isOpen));
+    const QList<Goal> goals = m_store.visibleGoals();
+    for (const Goal& goal : goals) {
+        ColumnRow column = columnOf(goal.id);
+        column.title = goal.title;
+        column.accent = goal.accent;
+        column.priority = goal.priority;
+        column.openTodoCount = static_cast<int>(goal.openTodoCount());
+        columns.append(column);
+    }
+    updateWindows(columns);
+    setRows(columns);
+    dropWindowsOfGoneColumns();
+}
+
+void BoardColumnModel::updateWindows(const QList<ColumnRow>& columns)
+{
+    for (const ColumnRow& column : columns) {
+        if (WindowListModel* const model = m_windows.value(column.key(), nullptr))
+            fill(*model, column.goalID);
+    }
+}
+
+/// After the columns themselves, and later, since a view lets go of a column's cards only then.
+void BoardColumnModel::dropWindowsOfGoneColumns()
+{
+    QSet<QUuid> columns;
+    columns.reserve(rows().size());
+    for (const ColumnRow& column : rows())
+        columns.insert(column.key());
+    m_windows.removeIf([&columns](const QHash<QUuid, WindowListModel*>::iterator& each) {
+        const bool isGone = !columns.contains(each.key());
+        if (isGone)
+            each.value()->deleteLater();
+        return isGone;
+    });
+}
+
+} // namespace kelpa

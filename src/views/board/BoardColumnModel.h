@@ -1,0 +1,73 @@
+// The columns of the board: the unassigned windows first, then the visible goals.
+#pragma once
+
+#include "model/GoalAccent.h"
+#include "model/GoalPriority.h"
+#include "navigation/BoardNavigationState.h"
+#include "views/models/ColumnID.h"
+#include "views/models/RowListModel.h"
+#include "views/windows/WindowListModel.h"
+
+#include <QHash>
+#include <QUuid>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+#include <memory>
+#include <optional>
+
+namespace kelpa {
+
+class WindowStore;
+
+struct ColumnRow
+{
+    /// Absent for the column of unassigned windows.
+    std::optional<GoalID> goalID;
+    QString title;
+    GoalAccent accent = GoalAccent::blue;
+    GoalPriority priority = defaultGoalPriority;
+    int openTodoCount = 0;
+    int windowCount = 0;
+    /// It has windows, and the search shows none of them.
+    bool isSearchedEmpty = false;
+    bool isSelected = false;
+    /// Selected, and the arrow keys walk its windows.
+    bool isEntered = false;
+
+    QUuid key() const { return goalID ? goalID->value : QUuid(); }
+
+    friend bool operator==(const ColumnRow&, const ColumnRow&) = default;
+};
+
+/// Follows a store. Main thread.
+class BoardColumnModel : public RowListModel<ColumnRow>
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The board has it.")
+
+public:
+    /// `store` outlives the model.
+    explicit BoardColumnModel(const WindowStore& store, QObject* parent = nullptr);
+
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// The cards of the column of `goalID`, or of the unassigned one; null when there is no such
+    /// column. Belongs to the model, which keeps cards only of columns that were asked for: a board
+    /// of many goals costs what is on the screen.
+    WindowListModel* windows(std::optional<GoalID> goalID) const;
+
+private:
+    void update();
+    void fill(WindowListModel& model, std::optional<GoalID> goalID) const;
+    void updateWindows(const QList<ColumnRow>& columns);
+    void dropWindowsOfGoneColumns();
+
+    const WindowStore& m_store;
+    const std::unique_ptr<QObject> m_windowsOwner = std::make_unique<QObject>();
+    /// By the key of the column. Children of the owner.
+    mutable QHash<QUuid, WindowListModel*> m_windows;
+};
+
+} // namespace kelpa

@@ -1,0 +1,354 @@
+#include "views/board/BoardController.h"
+
+#include "model/Text.h"
+#include "store/WindowStore.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace kelpa {
+
+BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject* parent)
+    : QObject(parent), m_store(store), m_keyNames(std::move(keyNames)), m_columns(store),
+      m_breadcrumbs(store), m_moveTargets(store), m_todos(store), m_windowPicker(store)
+{
+    connect(&store, &WindowStore::languageChanged, this, &BoardController::languageChanged);
+    connect(&store, &WindowStore::searchTextChanged, this, &BoardController::searchTextChanged);
+    connect(&store, &WindowStore::isAutoSortingGoalsChanged, this,
+            &BoardController::isAutoSortingGoalsChanged);
+    connect(&store, &WindowStore::isAccessibilityTrustedChanged, this,
+            &BoardController::isAccessibilityTrustedChanged);
+    connect(&store, &WindowStore::isScreenCaptureTrustedChanged, this,
+            &BoardController::isScreenCaptureTrustedChanged);
+    connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
+    connect(&store, &WindowStore::toastOffersUndoChanged, this,
+            &BoardController::toastOffersUndoChanged);
+    connect(&store, &WindowStore::canUndoChanged, this, &BoardController::canUndoChanged);
+    connect(&store, &WindowStore::canRedoChanged, this, &BoardController::canRedoChanged);
+    connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
+            &BoardController::isHidingGoalsWithoutOpenTodosChanged);
+    connect(&store, &WindowStore::boardNavigationChanged, this, [this] {
+        m_selectedRow = selectedTarget();
+        Q_EMIT selectedRowsChanged();
+        Q_EMIT selectionChanged();
+    });
+    connect(&store, &WindowStore::restorationIDChanged, this, &BoardController::changeRestored);
+    // After the models, which follow the store for themselves.
+    for (const auto signal :
+         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
+        connect(&store, signal, this, &BoardController::noteRows);
+    noteRows();
+    for (const auto signal :
+         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+          &WindowStore::languageChanged})
+        connect(&store, signal, this, &BoardController::noGoalsHintChanged);
+    connect(&m_breadcrumbs, &BreadcrumbModel::countChanged, this,
+            &BoardController::noteColumnCount);
+}
+
+void BoardController::noteRows()
+{
+    const int row = selectedTarget();
+    const int count = m_targets.rowCount();
+    const bool hasMoved = row >= 0 && m_selectedRow >= 0 && row != m_selectedRow;
+    // Where targets come or go, the others close up.
+    const bool isReordered = hasMoved && count == m_rowCount;
+    m_selectedRow = row;
+    m_rowCount = count;
+    Q_EMIT selectedRowsChanged();
+    if (isReordered)
+        Q_EMIT selectedTargetMoved();
+}
+
+BreadcrumbRail BoardController::rail() const
+{
+    return m_breadcrumbs.count() > 0 ? BreadcrumbRail::shown : BreadcrumbRail::hidden;
+}
+
+void BoardController::setBoardWidth(double width)
+{
+    if (m_boardWidth == width)
+        return;
+    m_boardWidth = width;
+    noteColumnCount();
+}
+
+double BoardController::targetAreaWidth() const
+{
+    return kelpa::targetAreaWidth(m_boardWidth, rail());
+}
+
+void BoardController::noteColumnCount()
+{
+    if (const std::optional<int> count = targetGridColumnCount(m_boardWidth, rail()))
+        m_store.setTargetGridColumnCount(*count);
+    Q_EMIT targetAreaChanged();
+}
+
+CopyTable BoardController::copy() const
+{
+    return CopyTable(m_store.language(), m_keyNames);
+}
+
+int BoardController::languageIndex() const
+{
+    const auto* const found =
+        std::find(allAppLanguages.begin(), allAppLanguages.end(), m_store.language());
+    return static_cast<int>(found - allAppLanguages.begin());
+}
+
+QStringList BoardController::languageNames() const
+{
+    QStringList names;
+    for (const AppLanguage language : allAppLanguages)
+        names.append(nativeName(language));
+    return names;
+}
+
+int BoardController::selectedTarget() const
+{
+    return m_targets.rowOf(m_store.boardNavigation().target);
+}
+
+int BoardController::selectedWindow() const
+{
+    const BoardNavigationState& state = m_store.boardNavigation();
+    const QList<WindowItem> windows = m_store.windows(state.target);
+    const auto found =
+        std::ranges::find(windows, state.selectedWindowID,
+                          [](const WindowItem& window) { return std::optional(window.id); });
+    return found != windows.end() ? static_cast<int>(found - windows.begin()) : -1;
+}
+
+QString BoardController::searchText() const
+{
+    return m_store.searchText();
+}
+
+void BoardController::setSearchText(const QString& text)
+{
+    m_store.setSearchText(text);
+}
+
+QString BoardController::noGoalsHint() const
+{
+    if (m_store.goals().isEmpty())
+        return copy().text(CopyKey::AddFirstGoalHint);
+    return m_store.visibleGoals().isEmpty() ? copy().text(CopyKey::GoalsHiddenHint) : QString();
+}
+
+bool BoardController::isAutoSortingGoals() const
+{
+    return m_store.isAutoSortingGoals();
+}
+
+bool BoardController::isAccessibilityTrusted() const
+{
+    return m_store.isAccessibilityTrusted();
+}
+
+bool BoardController::isScreenCaptureTrusted() const
+{
+    return m_store.isScreenCaptureTrusted();
+}
+
+void BoardController::setDoubleTapOffered(bool isOffered)
+{
+    if (m_isDoubleTapOffered == isOffered)
+        return;
+    m_isDoubleTapOffered = isOffered;
+    Q_EMIT isDoubleTapOfferedChanged();
+}
+
+QString BoardController::toastMessage() const
+{
+    return m_store.toastMessage().value_or(QString());
+}
+
+bool BoardController::toastOffersUndo() const
+{
+    return m_store.toastOffersUndo();
+}
+
+void BoardController::setToastHeld(bool isHeld)
+{
+    m_store.setToastHeld(isHeld);
+}
+
+bool BoardController::isHidingGoalsWithoutOpenTodos() const
+{
+    return m_store.isHidingGoalsWithoutOpenTodos();
+}
+
+void BoardController::refresh()
+{
+    m_store.refresh();
+}
+
+void BoardController::clearSelection()
+{
+    m_store.clearTargetSelection();
+}
+
+bool BoardController::canUndo() const
+{
+    return m_store.canUndo();
+}
+
+bool BoardController::canRedo() const
+{
+    return m_store.canRedo();
+}
+
+void BoardController::undo()
+{
+    m_store.undo();
+}
+
+void BoardController::redo()
+{
+    m_store.redo();
+}
+
+void BoardController::setLanguageIndex(int index)
+{
+    if (index >= 0 && index < static_cast<int>(allAppLanguages.size()))
+        m_store.setLanguage(allAppLanguages.at(static_cast<std::size_t>(index)));
+}
+
+void BoardController::toggleAutoSortingGoals()
+{
+    m_store.setAutoSortingGoals(!m_store.isAutoSortingGoals());
+}
+
+void BoardController::toggleHidingGoalsWithoutOpenTodos()
+{
+    m_store.setHidingGoalsWithoutOpenTodos(!m_store.isHidingGoalsWithoutOpenTodos());
+}
+
+bool BoardController::isGoalTitle(const QString& title) const
+{
+    return !trimmedText(title).isEmpty();
+}
+
+bool BoardController::hasGoal(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    return goalID && goalWith(*goalID, m_store.goals()) != nullptr;
+}
+
+QString BoardController::goalTitle(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    const Goal* const goal = goalID ? goalWith(*goalID, m_store.goals()) : nullptr;
+    return goal != nullptr ? goal->title : QString();
+}
+
+void BoardController::createGoal(const QString& title)
+{
+    m_store.createGoal(title);
+}
+
+void BoardController::renameGoal(const QString& columnID, const QString& title)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.renameGoal(*goalID, title);
+}
+
+void BoardController::deleteGoal(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.deleteGoal(*goalID);
+}
+
+void BoardController::createGoalForWindow(const QString& title, quint32 windowID)
+{
+    m_store.createGoal(title, windowID);
+}
+
+void BoardController::openChrome(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.createChrome(*goalID);
+}
+
+void BoardController::openTerminal(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.createTerminal(*goalID);
+}
+
+void BoardController::showAllWindows(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.showAllWindows(*goalID);
+}
+
+void BoardController::focusWindow(quint32 windowID)
+{
+    if (const std::optional<WindowItem> window = listedWindow(windowID))
+        m_store.focus(*window);
+}
+
+bool BoardController::selectFirstWindow()
+{
+    // Those that belong to no goal stand before all goals.
+    QList<std::optional<GoalID>> columns{std::nullopt};
+    for (const Goal& goal : m_store.visibleGoals())
+        columns.append(goal.id);
+    const auto found = std::ranges::find_if(
+        columns, [this](const auto& id) { return !m_store.windows(id).isEmpty(); });
+    if (found == columns.end())
+        return false;
+    m_store.selectWindow(m_store.windows(*found).front().id);
+    Q_EMIT selectionRequested();
+    return true;
+}
+
+void BoardController::showColumn(const QString& columnID)
+{
+    m_todos.goToColumn(columnID);
+    // The goal is asked for, not the todo.
+    m_todos.forgetRestoredTodo();
+    Q_EMIT selectionRequested();
+}
+
+void BoardController::selectWindow(quint32 windowID)
+{
+    m_store.selectWindow(windowID);
+}
+
+void BoardController::closeWindowProcess(quint32 windowID)
+{
+    if (const std::optional<WindowItem> window = listedWindow(windowID))
+        m_store.closeProcess(*window);
+}
+
+bool BoardController::hasPermissionSettings() const
+{
+    return m_store.hasPermissionSettings();
+}
+
+void BoardController::requestPermissions()
+{
+    m_store.requestPermissions();
+}
+
+void BoardController::noteScrollActivity()
+{
+    m_store.noteScrollActivity();
+}
+
+QImage BoardController::preview(WindowID windowID) const
+{
+    return m_store.previews().value(windowID).image;
+}
+
+std::optional<WindowItem> BoardController::listedWindow(WindowID windowID) const
+{
+    const QList<WindowItem>& windows = m_store.windows();
+    const auto found = std::ranges::find(windows, windowID, &WindowItem::id);
+    return found != windows.end() ? std::optional(*found) : std::nullopt;
+}
+
+} // namespace kelpa

@@ -1,0 +1,37 @@
+// What stands on the board, in the order in which it is laid out, which is that of the arrow keys:
+// the list of all todos, what belongs to no goal, the goals that show, and last the card that makes
+// another goal.
+#pragma once
+
+#include "navigation/BoardNavigationState.h"
+#include "views/board/BoardColumnModel.h"
+
+#include <QAbstractListModel>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// Follows the columns. Main thread. Has the roles of the columns, and "kind": "unifiedTodos",
+/// "unassigned", "goal" or "addGoal". The rows of the first and the last have no other.
+class BoardTargetModel : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The board has it.")
+
+public:
+    /// `columns` outlives the model.
+    explicit BoardTargetModel(const BoardColumnModel& columns, QObject* parent = nullptr);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// The row of a target; -1 for none and for a goal that does not show.
+    int rowOf(const TargetSelection& target) const;
+
+private:
+    const BoardColumnModel& m_columns;
+};
+
+} // namespace kelpa

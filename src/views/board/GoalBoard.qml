@@ -1,0 +1,163 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// The targets of the board in a waterfall, the rail beside them, and the menus that they share.
+FocusScope {
+    id: root
+
+    required property BoardController board
+
+    /// Whether cards are on their way to their places, or the board to the selection.
+    readonly property bool isMoving: targets.isMoving || view.isScrolling || follower.isWaiting
+
+    signal newGoalRequested
+
+    /// What can be done with the board as a whole.
+    function openMenu(): void {
+        view.openMenu();
+    }
+
+    BoardDragSource {
+        id: source
+    }
+    Shortcut {
+        sequence: "F2"
+        enabled: root.board.selectedBreadcrumb >= 0
+                 && !(root.Window.activeFocusItem instanceof TextInputField)
+        onActivated: follower.renameSelected()
+    }
+    Binding {
+        target: root.board
+        property: "boardWidth"
+        value: root.width
+    }
+
+    GoalBreadcrumbRail {
+        id: rail
+
+        x: Theme.boardMargin
+        width: Theme.railWidth
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.topMargin: Theme.large
+        anchors.bottomMargin: Theme.large
+        visible: root.board.breadcrumbs.count > 0
+        board: root.board
+        dragSource: source
+    }
+    ScrollActivity {
+        board: root.board
+        view: view
+    }
+    BoardView {
+        id: view
+
+        board: root.board
+        onMenuRequested: (item, position) => menus.openBoardMenu(item, position)
+        end: targets.y + targets.implicitHeight + Theme.huge
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.left: rail.visible ? rail.right : parent.left
+        anchors.right: parent.right
+        T.ScrollBar.vertical: AppScrollBar {
+            parent: root
+            x: root.width - width - Theme.tiny
+            y: Theme.tiny
+            height: root.height - 2 * Theme.tiny
+        }
+
+        WaterfallView {
+            id: targets
+
+            x: rail.visible ? Theme.railSpacing : Theme.boardMargin
+            y: Theme.large
+            width: root.board.targetAreaWidth
+            height: implicitHeight
+            minimumColumnWidth: Theme.targetWidth
+            spacing: Theme.targetSpacing
+            assumedHeight: Theme.collapsedCardHeight
+            visibleFrom: view.contentY - y - view.reach
+            visibleTo: view.contentY - y + view.height + view.reach
+            motionTime: Theme.mediumTime
+            model: root.board.targets
+            onItemShown: item => (item as GoalColumn)?.takeRequest()
+
+            WaterfallDelegate {
+                kind: "unifiedTodos"
+
+                UnifiedTodoColumn {
+                    board: root.board
+                    dragSource: source
+                    onTodoMenuRequested: (todoID, columnID, row, position) => {
+                        menus.openTodoMenu(todoID, columnID, row, position);
+                    }
+                }
+            }
+            WaterfallDelegate {
+                kind: "goal"
+                component: column
+            }
+            WaterfallDelegate {
+                kind: "unassigned"
+                component: column
+            }
+            WaterfallDelegate {
+                kind: "addGoal"
+
+                AddGoalCard {
+                    board: root.board
+                    dragSource: source
+                    onClicked: root.newGoalRequested()
+                }
+            }
+        }
+    }
+    SelectionFocus {
+        id: follower
+
+        board: root.board
+        targets: targets
+        view: view
+        scope: root
+    }
+    // A card that is dragged to the edge finds the goals beyond it.
+    DragScroll {
+        anchors.fill: view
+        isActive: source.isDragging
+        onScrolled: step => view.scrollBy(step)
+    }
+    Component {
+        id: column
+
+        GoalColumn {
+            id: goal
+
+            board: root.board
+            dragSource: source
+            visibleFrom: targets.visibleFrom - y
+            visibleTo: targets.visibleTo - y
+            shownFrom: view.contentY - targets.y - y
+            shownTo: view.contentY - targets.y + view.height - y
+            onWindowMenuRequested: (windowID, card, position) => {
+                menus.openWindowMenu(windowID, goal.columnID, card, position);
+            }
+            onColumnMenuRequested: button => menus.openColumnMenu(goal.columnID, button)
+            onPriorityMenuRequested: button => {
+                menus.openPriorityMenu(goal.columnID, goal.priority, button);
+            }
+            onTodoMenuRequested: (todoID, todoColumnID, row, position) => {
+                menus.openTodoMenu(todoID, todoColumnID, row, position);
+            }
+        }
+    }
+    BoardMenus {
+        id: menus
+
+        anchors.fill: parent
+        board: root.board
+        onNewGoalRequested: root.newGoalRequested()
+    }
+}

@@ -1,0 +1,244 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa
+
+/// A goal, or what belongs to none, with its todos and its window cards. Alt with the left or right
+/// arrow moves a goal by one place.
+ExpandableGoalCard {
+    id: root
+
+    required property BoardController board
+    required property BoardDragSource dragSource
+    required property string columnID
+    required property bool isUnassigned
+    required property string title
+    required property string accent
+    required property string priority
+    required property int openTodoCount
+    required property int windowCount
+    required property bool isSearchedEmpty
+    required property WindowListModel windows
+
+    /// The part of the board that is on the screen, in the column's coordinates, without what is
+    /// made ready beyond it.
+    property real shownFrom: root.visibleFrom
+    property real shownTo: root.visibleTo
+
+    signal windowMenuRequested(windowID: real, card: Item, position: point)
+    signal columnMenuRequested(button: Item)
+    signal priorityMenuRequested(button: Item)
+    signal todoMenuRequested(todoID: string, todoColumnID: string, row: Item, position: point)
+
+    /// Where the window of that row has its card, in the column's coordinates.
+    function windowRect(row: int): rect {
+        const rect = cards.rowRect(row);
+        return Qt.rect(cards.x + rect.x, cards.y + rect.y, rect.width, rect.height);
+    }
+
+    /// The same for the row of a todo; of no height for one that the column does not show.
+    function todoRect(todoID: string): rect {
+        const rect = todos.rowRect(todoID);
+        return Qt.rect(todos.x + rect.x, todos.y + rect.y, rect.width, rect.height);
+    }
+
+    /// What the arrow keys have selected of it: the column itself, or the card of a window.
+    function selectedPart(): Item {
+        if (root.board.selectedWindow < 0)
+            return root;
+        // The selected row has an item of its own, wherever it is.
+        cards.layOut();
+        return cards.itemAtRow(root.board.selectedWindow);
+    }
+
+    /// Takes the keyboard where a field of it was asked for before it showed.
+    function takeRequest(): void {
+        todos.takeRequest();
+    }
+
+    /// Opens the menu of the selected window, or of the goal; false where there is none.
+    function openSelectionMenu(): bool {
+        const card = root.selectedPart() as WindowCard;
+        if (card !== null)
+            card.openMenu();
+        else if (!root.isUnassigned)
+            header.openMenu();
+        return card !== null || !root.isUnassigned;
+    }
+
+    // What belongs to no goal is to be sorted, so that all of it shows.
+    isExpanded: root.isSelected || root.isUnassigned
+    isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
+    isAccepting: dropArea.isReceiving
+    isGivingWay: dropArea.isGivingWay
+    naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
+                   + Theme.medium
+    Accessible.role: Accessible.List
+    Accessible.name: root.title
+    Accessible.focusable: true
+    Accessible.selectable: true
+    Accessible.selected: root.isSelected
+    Accessible.onPressAction: root.board.todos.goToColumn(root.columnID)
+    // From the column itself and from whatever in it has the keyboard, but not from what is written.
+    Keys.onPressed: event => {
+        const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
+        event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
+                && !(root.Window.activeFocusItem instanceof TextInputField)
+                && root.board.moveColumn(root.columnID, step);
+    }
+
+    // Where nothing else stands, the card is held as by its head.
+    DragArea {
+        id: ground
+
+        anchors.fill: parent
+        dragSource: root.dragSource
+        picture: header
+        text: root.board.columnDragText(root.columnID)
+        isDraggable: !root.isUnassigned
+        onClicked: if (!ground.isLeaving)
+            root.board.todos.goToColumn(root.columnID)
+    }
+
+    // Below everything else: the rows of todos come first.
+    ColumnDropArea {
+        id: dropArea
+
+        anchors.fill: parent
+        board: root.board
+        dragSource: root.dragSource
+        columnID: root.columnID
+    }
+
+    ColumnHeader {
+        id: header
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Theme.small
+        board: root.board
+        dragSource: root.dragSource
+        columnID: root.columnID
+        isUnassigned: root.isUnassigned
+        title: root.title
+        accent: root.accent
+        priority: root.priority
+        openTodoCount: root.openTodoCount
+        windowCount: root.windowCount
+        isExpanded: root.isSelected
+        isCardDragged: ground.isDragged
+        ground: root.ground
+        isOnScreen: root.shownFrom < y + header.titleTop + header.titleHeight
+                    && root.shownTo > y + header.titleTop
+        onMenuRequested: button => root.columnMenuRequested(button)
+        onPriorityMenuRequested: button => root.priorityMenuRequested(button)
+        onAddTodoRequested: isByKeyboard => {
+            if (root.isUnassigned) {
+                todos.openEditor(isByKeyboard);
+                return;
+            }
+            todos.isKeyboardAwaited = isByKeyboard;
+            root.board.todos.requestEditor(root.columnID);
+        }
+    }
+    AppText {
+        id: hint
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: Theme.columnTextX
+        anchors.rightMargin: Theme.medium
+        y: header.y + header.titleTop + header.titleHeight + 1
+        text: root.board.copy.text(CopyKey.UnsortedHint)
+        color: Theme.secondaryText
+        font: Theme.caption
+        height: Theme.columnListY - y
+        verticalAlignment: Text.AlignTop
+        visible: root.isUnassigned
+        Accessible.ignored: !visible
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+    TodoList {
+        id: todos
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: hint.visible ? hint.bottom : header.bottom
+        anchors.leftMargin: Theme.small
+        anchors.rightMargin: Theme.small
+        height: implicitHeight
+        visibleFrom: root.visibleFrom - y
+        visibleTo: Math.min(root.visibleTo, root.height) - y
+        board: root.board
+        dragSource: root.dragSource
+        listID: root.columnID
+        roomBelow: root.height - y - height
+        onMenuRequested: (todoID, todoColumnID, row, position) => {
+            root.todoMenuRequested(todoID, todoColumnID, row, position);
+        }
+        onKeyboardReturned: header.takeKeyboard()
+    }
+    // Two columns, as the arrow keys walk them.
+    WaterfallView {
+        id: cards
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: todos.bottom
+        anchors.leftMargin: Theme.medium
+        anchors.topMargin: Theme.small
+        anchors.rightMargin: Theme.medium
+        height: implicitHeight
+        fixedColumnCount: 2
+        fixedItemHeight: Theme.windowCardHeight
+        spacing: Theme.small
+        visibleFrom: root.visibleFrom - y
+        visibleTo: Math.min(root.visibleTo, root.height) - y
+        motionTime: Theme.mediumTime
+        pinnedRow: root.isSelected ? root.board.selectedWindow : -1
+        model: root.windows
+
+        WaterfallDelegate {
+            WindowCard {
+                id: card
+
+                board: root.board
+                dragSource: root.dragSource
+                onMenuRequested: (item, position) => {
+                    root.windowMenuRequested(card.windowID, item, position);
+                }
+            }
+        }
+    }
+    Item {
+        id: emptyPlace
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: cards.top
+        anchors.leftMargin: Theme.medium
+        anchors.rightMargin: Theme.medium
+        height: 92
+        visible: root.windowCount === 0
+
+        Rectangle {
+            anchors.fill: parent
+            radius: Theme.cardRadius
+            color: Theme.window
+        }
+        AppText {
+            anchors.fill: parent
+            anchors.margins: Theme.medium
+            horizontalAlignment: Text.AlignHCenter
+            text: root.board.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
+                                                           : CopyKey.DragWindowHere)
+            color: Theme.secondaryText
+            wrapMode: Text.Wrap
+            Accessible.ignored: !visible
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+    }
+}

@@ -1,0 +1,113 @@
+#include "views/controls/HoverTip.h"
+
+#include "views/controls/DeferredItem.h"
+
+#include <QMetaMethod>
+#include <QVariant>
+
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+constexpr const char* hovered = "hovered";
+constexpr const char* help = "help";
+constexpr const char* buttonText = "text";
+
+} // namespace
+
+HoverTip::HoverTip(QQuickItem* parent) : QQuickItem(parent) {}
+
+QString HoverTip::text() const
+{
+    if (m_hasOwnText || parentItem() == nullptr)
+        return m_text;
+    const QString more = parentItem()->property(help).toString();
+    return more.isEmpty() ? parentItem()->property(buttonText).toString() : more;
+}
+
+void HoverTip::setText(const QString& text)
+{
+    if (m_hasOwnText && text == m_text)
+        return;
+    m_hasOwnText = true;
+    m_text = text;
+    tell();
+}
+
+void HoverTip::setHovered(bool isHovered)
+{
+    m_isFollowing = false;
+    hover(isHovered);
+}
+
+void HoverTip::componentComplete()
+{
+    QQuickItem::componentComplete();
+    if (!m_isFollowing || parentItem() == nullptr ||
+        !watchProperty(*parentItem(), hovered, *this, "follow()"))
+        return;
+    const QMetaObject& type = *parentItem()->metaObject();
+    connect(parentItem(), type.method(type.indexOfSignal("pressed()")), this,
+            staticMetaObject.method(staticMetaObject.indexOfSlot("dismiss()")));
+}
+
+void HoverTip::follow()
+{
+    hover(parentItem() != nullptr && parentItem()->property(hovered).toBool());
+}
+
+void HoverTip::hover(bool isHovered)
+{
+    if (isHovered == m_isHovered)
+        return;
+    m_isHovered = isHovered;
+    if (!m_isHovered)
+        m_isDismissed = false;
+    showOrHide();
+    Q_EMIT isHoveredChanged();
+}
+
+void HoverTip::dismiss()
+{
+    m_isDismissed = true;
+    showOrHide();
+}
+
+void HoverTip::tell()
+{
+    if (m_tip != nullptr)
+        m_tip->setProperty(buttonText, text());
+    showOrHide();
+    Q_EMIT textChanged();
+}
+
+void HoverTip::showOrHide()
+{
+    const bool isWanted =
+        parentItem() != nullptr && m_isHovered && !m_isDismissed && !text().isEmpty();
+    if (isWanted == (m_tip != nullptr))
+        return;
+    if (!isWanted) {
+        std::exchange(m_tip, nullptr)->deleteLater();
+        Q_EMIT itemChanged();
+        return;
+    }
+    QQuickItem* const control = parentItem();
+    m_tip = makeLate(*this, QStringLiteral("controls/AppToolTip.qml"),
+                     {{QStringLiteral("parent"), QVariant::fromValue(control)},
+                      {QLatin1String(buttonText), text()}});
+    if (m_tip == nullptr)
+        return;
+    m_tip->setProperty("visible", true);
+    if (!m_hasOwnText) {
+        // A press may change what the button does.
+        disconnect(control, nullptr, this, SLOT(tell()));
+        watchProperty(*control, help, *this, "tell()");
+        watchProperty(*control, buttonText, *this, "tell()");
+    }
+    Q_EMIT itemChanged();
+}
+
+} // namespace kelpa

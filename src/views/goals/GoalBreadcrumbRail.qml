@@ -1,0 +1,157 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// One short entry for each goal that shows: how much is open, and its title. A click goes there, and
+/// what is dragged onto it goes to the goal as if it were dropped on its card.
+FocusScope {
+    id: root
+
+    required property BoardController board
+    required property BoardDragSource dragSource
+
+    implicitWidth: Theme.railWidth
+    Accessible.role: Accessible.List
+    Accessible.name: root.board.copy.text(CopyKey.Goals)
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.columnRadius
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Theme.railTop
+            }
+            GradientStop {
+                position: 1
+                color: Theme.railBottom
+            }
+        }
+    }
+    ReadingOrder {
+        container: entries.contentItem
+    }
+    ListView {
+        id: entries
+
+        anchors.fill: parent
+        anchors.margins: 14
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        spacing: Theme.tiny
+        currentIndex: -1
+        keyNavigationEnabled: false
+        reuseItems: true
+        // Beyond what shows, so that the Tab key finds what follows.
+        cacheBuffer: 100
+        model: root.board.breadcrumbs
+        T.ScrollBar.vertical: AppScrollBar {
+            parent: root
+            x: root.width - width - 2
+            y: entries.y
+            height: entries.height
+        }
+
+        delegate: PressButton {
+            id: entry
+
+            required property string columnID
+            required property string title
+            required property bool isSelected
+            required property int index
+
+            /// Of the rail at its place, below its own.
+            readonly property real depth: Math.max(0, Math.min(1, (entry.y - entries.contentY + 14)
+                                                                  / root.height))
+            readonly property color ground: Qt.tint(Qt.tint(Theme.railTop,
+                                                            Qt.alpha(Theme.railBottom, entry.depth)),
+                                                    Theme.accepting)
+
+            // One that waits to be used for another goal is out of the Tab key's way.
+            property bool isWaiting: false
+
+            ListView.onPooled: entry.isWaiting = true
+            ListView.onReused: entry.isWaiting = false
+            visible: !entry.isWaiting
+            z: index
+            width: entries.width
+            height: 18
+            text: entry.title
+            opacity: entry.isSelected || entryDrop.isReceiving ? 1 : 0.65
+            Accessible.role: Accessible.ListItem
+            Accessible.selectable: true
+            Accessible.selected: entry.isSelected
+            onClicked: root.board.showColumn(entry.columnID)
+            onActiveFocusChanged: if (entry.activeFocus)
+                entries.positionViewAtIndex(entry.index, ListView.Contain)
+
+            background: Rectangle {
+                radius: 7
+                color: entry.down ? Theme.press
+                       : entry.isSelected || entryDrop.isReceiving ? Theme.accepting
+                       : entry.hovered ? Theme.hover : "transparent"
+                border.width: entryDrop.isReceiving ? 2 : 0
+                border.color: Theme.focus
+            }
+            // Up to that of the next one.
+            ColumnDropArea {
+                id: entryDrop
+
+                anchors.fill: parent
+                anchors.topMargin: -entries.spacing / 2
+                anchors.bottomMargin: -entries.spacing / 2
+                board: root.board
+                dragSource: root.dragSource
+                columnID: entry.columnID
+            }
+            DropLine {
+                y: -(entries.spacing + height) / 2
+                width: parent.width
+                visible: entryDrop.isGivingWay
+            }
+
+            MarqueeGoalTitle {
+                id: entryTitle
+
+                anchors.fill: parent
+                anchors.leftMargin: 5
+                anchors.rightMargin: 5
+                text: entry.title
+                isEmphasized: entry.isSelected
+                ground: entry.ground
+                isAllowedToMove: entry.isSelected
+                isOnScreen: entry.y < entries.contentY + entries.height
+                            && entry.y + entry.height > entries.contentY
+            }
+            FocusRing {
+                radius: 7
+                margin: 0
+            }
+            HoverTip {
+                text: entry.title
+                isHovered: entry.hovered && entryTitle.isPartlySeen
+            }
+        }
+    }
+    DragScroll {
+        anchors.fill: entries
+        isActive: entries.contentHeight > entries.height && root.dragSource.isDragging
+        reach: Theme.todoHeight
+        speed: 300
+        onScrolled: step => {
+            const last = entries.originY + entries.contentHeight - entries.height;
+            entries.contentY = Math.max(entries.originY, Math.min(entries.contentY + step, last));
+        }
+    }
+    // The entry of the selected goal is seen wherever the selection comes from.
+    Connections {
+        target: root.board
+
+        function onSelectionChanged(): void {
+            if (root.board.selectedBreadcrumb >= 0)
+                entries.positionViewAtIndex(root.board.selectedBreadcrumb, ListView.Contain);
+        }
+    }
+}

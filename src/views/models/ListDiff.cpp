@@ -1,0 +1,155 @@
+#include "views/models/ListDiff.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+using Index = std::size_t;
+
+/// Counts things at places, and how many stand before a place.
+class FenwickTree
+{
+public:
+    explicit FenwickTree(Index places) : m_sums(places + 1, 0) {}
+
+    void add(Index place, int amount)
+    {
+        for (Index i = place + 1; i < m_sums.size(); i += i & (~i + 1))
+            m_sums[i] += amount;
+    }
+
+    int before(Index place) const
+    {
+        int sum = 0;
+        for (Index i = place; i > 0; i -= i & (~i + 1))
+            sum += m_sums[i];
+        return sum;
+    }
+
+private:
+    std::vector<int> m_sums;
+};
+
+/// Whether each element belongs to one longest increasing subsequence of `values`.
+std::vector<bool> longestIncreasing(const std::vector<int>& values)
+{
+    constexpr Index none = static_cast<Index>(-1);
+    std::vector<Index> lastOfLength;
+    std::vector<Index> previous(values.size(), none);
+    for (Index i = 0; i < values.size(); ++i) {
+        const auto found =
+            std::lower_bound(lastOfLength.begin(), lastOfLength.end(), values[i],
+                             [&](Index last, int value) { return values[last] < value; });
+        if (found != lastOfLength.begin())
+            previous[i] = *std::prev(found);
+        if (found == lastOfLength.end())
+            lastOfLength.push_back(i);
+        else
+            *found = i;
+    }
+    std::vector<bool> isMember(values.size(), false);
+    for (Index i = lastOfLength.empty() ? none : lastOfLength.back(); i != none; i = previous[i])
+        isMember[i] = true;
+    return isMember;
+}
+
+void appendRemovals(std::vector<ListStep>& steps, const std::vector<int>& newPlaces)
+{
+    int end = static_cast<int>(newPlaces.size());
+    while (end > 0) {
+        if (newPlaces[static_cast<Index>(end - 1)] != goneRow) {
+            --end;
+            continue;
+        }
+        int first = end - 1;
+        while (first > 0 && newPlaces[static_cast<Index>(first - 1)] == goneRow)
+            --first;
+        steps.emplace_back(RemoveRows{first, end - first});
+        end = first;
+    }
+}
+
+/// `kept` holds the new places of the rows that stay, in their old order. Rows of a longest
+/// increasing subsequence rest; every other row moves once, in the new order, to the end of the
+/// chain that has formed behind the resting row before it. The resting rows cut the list into gaps:
+/// gap 0 is before the first of them.
+void appendMoves(std::vector<ListStep>& steps, const std::vector<int>& kept)
+{
+    const std::vector<bool> isResting = longestIncreasing(kept);
+    const Index count = kept.size();
+
+    std::vector<Index> gapOf(count);
+    FenwickTree waiting(count);
+    std::vector<Index> gapStart{0};
+    Index resting = 0;
+    for (Index row = 0; row < count; ++row) {
+        if (isResting[row]) {
+            ++resting;
+            gapStart.push_back(row + 1);
+        } else {
+            waiting.add(row, 1);
+        }
+        gapOf[row] = resting;
+    }
+
+    std::vector<Index> rowsByNewPlace(count);
+    for (Index row = 0; row < count; ++row)
+        rowsByNewPlace[row] = row;
+    std::sort(rowsByNewPlace.begin(), rowsByNewPlace.end(),
+              [&](Index a, Index b) { return kept[a] < kept[b]; });
+
+    FenwickTree moved(resting + 1);
+    Index gap = 0;
+    for (const Index row : rowsByNewPlace) {
+        if (isResting[row]) {
+            ++gap;
+            continue;
+        }
+        const int from =
+            static_cast<int>(gapOf[row]) + waiting.before(row) + moved.before(gapOf[row] + 1);
+        waiting.add(row, -1);
+        const int to =
+            static_cast<int>(gap) + waiting.before(gapStart[gap]) + moved.before(gap + 1);
+        moved.add(gap, 1);
+        steps.emplace_back(MoveRow{from, to});
+    }
+}
+
+void appendInsertions(std::vector<ListStep>& steps, const std::vector<int>& kept, int newCount)
+{
+    std::vector<bool> isThere(static_cast<Index>(newCount), false);
+    for (const int place : kept)
+        isThere[static_cast<Index>(place)] = true;
+    int first = 0;
+    while (first < newCount) {
+        if (isThere[static_cast<Index>(first)]) {
+            ++first;
+            continue;
+        }
+        int end = first;
+        while (end < newCount && !isThere[static_cast<Index>(end)])
+            ++end;
+        steps.emplace_back(InsertRows{first, end - first});
+        first = end;
+    }
+}
+
+} // namespace
+
+std::vector<ListStep> listSteps(const std::vector<int>& newPlaces, int newCount)
+{
+    std::vector<int> kept;
+    kept.reserve(newPlaces.size());
+    std::copy_if(newPlaces.begin(), newPlaces.end(), std::back_inserter(kept),
+                 [](int place) { return place != goneRow; });
+
+    std::vector<ListStep> steps;
+    appendRemovals(steps, newPlaces);
+    appendMoves(steps, kept);
+    appendInsertions(steps, kept, newCount);
+    return steps;
+}
+
+} // namespace kelpa

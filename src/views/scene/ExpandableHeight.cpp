@@ -1,0 +1,67 @@
+#include "views/scene/ExpandableHeight.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+ExpandableHeight::ExpandableHeight(QQuickItem* parent) : QQuickItem(parent) {}
+
+void ExpandableHeight::setCollapsedHeight(double height)
+{
+    if (m_layout.collapsedHeight == height)
+        return;
+    m_layout.collapsedHeight = height;
+    take();
+    Q_EMIT collapsedHeightChanged();
+}
+
+void ExpandableHeight::setExpanded(bool isExpanded)
+{
+    if (m_isExpanded == isExpanded)
+        return;
+    m_isExpanded = isExpanded;
+    take();
+    Q_EMIT isExpandedChanged();
+}
+
+void ExpandableHeight::setNaturalHeight(double height)
+{
+    if (m_naturalHeight == height)
+        return;
+    m_naturalHeight = height;
+    take();
+    Q_EMIT naturalHeightChanged();
+}
+
+void ExpandableHeight::setShownNaturalHeight(double height)
+{
+    if (m_shownNaturalHeight == height)
+        return;
+    m_shownNaturalHeight = height;
+    take();
+    Q_EMIT shownNaturalHeightChanged();
+}
+
+void ExpandableHeight::setExpansionProgress(double progress)
+{
+    if (m_layout.expansionProgress == progress)
+        return;
+    m_layout.expansionProgress = progress;
+    take();
+    Q_EMIT expansionProgressChanged();
+}
+
+void ExpandableHeight::take()
+{
+    ExpandableHeightLayout atRest = m_layout;
+    atRest.expansionProgress = m_isExpanded ? 1 : 0;
+    setHeight(m_layout.sizeThatFits(width(), QSizeF(width(), m_shownNaturalHeight)).height());
+    setImplicitHeight(atRest.sizeThatFits(width(), QSizeF(width(), m_naturalHeight)).height());
+    const bool isCut = std::max(m_naturalHeight, m_shownNaturalHeight) > height();
+    if (m_isCut == isCut)
+        return;
+    m_isCut = isCut;
+    Q_EMIT isCutChanged();
+}
+
+} // namespace kelpa

@@ -1,0 +1,95 @@
+#include "views/todos/TodoRows.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+void sortByOrder(QList<UnifiedTodoEntry>& entries)
+{
+    std::ranges::stable_sort(entries, {},
+                             [](const UnifiedTodoEntry& entry) { return entry.todo.order; });
+}
+
+} // namespace
+
+QList<UnifiedTodoEntry> goalTodoEntries(const Goal& goal)
+{
+    QList<UnifiedTodoEntry> entries;
+    const QList<TodoItem> todos = goal.visibleTodos();
+    entries.reserve(todos.size());
+    for (const TodoItem& todo : todos)
+        entries.append({goal.id, todo, goal.title});
+    return entries;
+}
+
+QList<UnifiedTodoEntry> unassignedTodoEntries(const QList<TodoItem>& unassigned,
+                                              const QString& title)
+{
+    QList<UnifiedTodoEntry> entries;
+    entries.reserve(unassigned.size());
+    for (const TodoItem& todo : unassigned)
+        entries.append({std::nullopt, todo, title});
+    sortByOrder(entries);
+    return entries;
+}
+
+QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
+                                           const QList<TodoItem>& unassigned,
+                                           const QString& unassignedTitle)
+{
+    QList<UnifiedTodoEntry> entries;
+    for (const TodoItem& todo : unassigned)
+        if (todo.isOpen())
+            entries.append({std::nullopt, todo, unassignedTitle});
+    for (const Goal& goal : goals)
+        for (const TodoItem& todo : goal.todos)
+            if (todo.isOpen())
+                entries.append({goal.id, todo, goal.title});
+    sortByOrder(entries);
+    return entries;
+}
+
+std::optional<TodoMove> todoMove(const QList<UnifiedTodoEntry>& entries, TodoID todoID, int step)
+{
+    const auto found = std::ranges::find(
+        entries, todoID, [](const UnifiedTodoEntry& entry) { return entry.todo.id; });
+    const qsizetype row = found - entries.begin();
+    const qsizetype other = row + step;
+    if (found == entries.end() || (step != -1 && step != 1) || other < 0 || other >= entries.size())
+        return std::nullopt;
+    // Todos of other lists that stand between the two are passed as well.
+    return TodoMove{todoID, entries.at(other).todo.id,
+                    step < 0 ? MovePlace::before : MovePlace::behind};
+}
+
+QString statusSymbol(TodoStatus status)
+{
+    switch (status) {
+    case TodoStatus::todo:
+        return QStringLiteral("circle");
+    case TodoStatus::ing:
+        return QStringLiteral("circle-half");
+    case TodoStatus::completed:
+        return QStringLiteral("circle-check-filled");
+    }
+    return {};
+}
+
+QString prioritySymbol(GoalPriority priority)
+{
+    switch (priority) {
+    case GoalPriority::p0:
+        return QStringLiteral("chevrons-up");
+    case GoalPriority::p1:
+        return QStringLiteral("chevron-up");
+    case GoalPriority::p2:
+        return QStringLiteral("equal");
+    case GoalPriority::p3:
+        return QStringLiteral("chevron-down");
+    }
+    return {};
+}
+
+} // namespace kelpa

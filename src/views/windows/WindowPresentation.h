@@ -1,0 +1,48 @@
+// What every list shows of a window, in cards and in rows.
+#pragma once
+
+#include "model/WindowItem.h"
+#include "text/AppLanguage.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QVariant>
+
+namespace kelpa {
+
+class WindowStore;
+
+struct WindowPresentation
+{
+    WindowID id = 0;
+    /// This and the title as shown, in a single line.
+    QString ownerName;
+    /// Never empty.
+    QString title;
+    /// Of the owning application; empty while it is not known.
+    QString applicationID;
+    /// Differs for each icon of the window.
+    quint32 iconRevision = 0;
+    /// Differs for each picture of the window; 0 while there is none.
+    qint64 previewRevision = 0;
+    /// Shown instead of a picture; empty while there is one.
+    QString previewMessage;
+
+    friend bool operator==(const WindowPresentation&, const WindowPresentation&) = default;
+};
+
+/// The trimmed title in a single line, or what a window without one is called in the language.
+QString shownWindowTitle(const QString& title, AppLanguage language);
+
+/// Of `window` as `store` has it now.
+WindowPresentation windowFace(const WindowStore& store, const WindowItem& window);
+
+/// Where the roles of a model of windows start that are none of their faces'.
+inline constexpr int firstRoleBesideFaces = Qt::UserRole + 100;
+
+/// An invalid value for any other role.
+QVariant windowFaceValue(const WindowPresentation& face, int role);
+QHash<int, QByteArray> windowFaceRoleNames();
+
+} // namespace kelpa

@@ -1,0 +1,89 @@
+#include "views/windows/WindowPreview.h"
+
+#include "views/scene/PictureNode.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QQuickWindow>
+
+namespace kelpa {
+
+QImage roundedPicture(const QImage& image, QSize size, qreal radius)
+{
+    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath outline;
+    outline.addRoundedRect(picture.rect(), radius, radius);
+    painter.setClipPath(outline);
+    // Averaged, so that lines of one pixel stay: pictures are kept small enough for that to take
+    // no time that is seen, while the main thread waits.
+    painter.drawImage(0, 0, image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    return picture;
+}
+
+WindowPreview::WindowPreview(QQuickItem* parent) : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+}
+
+void WindowPreview::setBoard(BoardController* board)
+{
+    if (board == m_board)
+        return;
+    m_board = board;
+    Q_EMIT boardChanged();
+    update();
+}
+
+void WindowPreview::setWindowID(double windowID)
+{
+    const auto number = static_cast<WindowID>(windowID);
+    if (number == m_windowID)
+        return;
+    m_windowID = number;
+    Q_EMIT windowIDChanged();
+    update();
+}
+
+void WindowPreview::setRevision(double revision)
+{
+    if (revision == m_revision)
+        return;
+    m_revision = revision;
+    Q_EMIT revisionChanged();
+    update();
+}
+
+void WindowPreview::setRadius(qreal radius)
+{
+    if (radius == m_radius)
+        return;
+    m_radius = radius;
+    Q_EMIT radiusChanged();
+    update();
+}
+
+// The main thread waits meanwhile, so the board can be read.
+QSGNode* WindowPreview::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
+{
+    const qreal ratio = window()->effectiveDevicePixelRatio();
+    const QSize pixels = (size() * ratio).toSize();
+    const QImage image = m_board != nullptr && isVisible() && !pixels.isEmpty()
+                             ? m_board->preview(m_windowID)
+                             : QImage();
+    const QImage picture =
+        image.isNull() ? QImage() : roundedPicture(image, pixels, m_radius * ratio);
+    return pictureNode(*window(), node, picture, boundingRect(),
+                       QQuickWindow::TextureHasAlphaChannel);
+}
+
+void WindowPreview::itemChange(ItemChange change, const ItemChangeData& value)
+{
+    if (change == ItemVisibleHasChanged || change == ItemDevicePixelRatioHasChanged)
+        update();
+    QQuickItem::itemChange(change, value);
+}
+
+} // namespace kelpa

@@ -1,0 +1,61 @@
+// Draws the latest picture of a window.
+#pragma once
+
+#include "views/board/BoardController.h"
+
+#include <QImage>
+#include <QPointer>
+#include <QQuickItem>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace kelpa {
+
+/// `image`, stretched to `size` pixels, with round corners of `radius` pixels.
+QImage roundedPicture(const QImage& image, QSize size, qreal radius);
+
+/// Stretches the picture to the item. It holds no picture of its own: what the graphics device gets
+/// is as large as the item, is made when `revision` changes, and is let go of while the item is not
+/// to be seen. Main thread.
+class WindowPreview : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(kelpa::BoardController* board READ board WRITE setBoard NOTIFY boardChanged REQUIRED)
+    Q_PROPERTY(double windowID READ windowID WRITE setWindowID NOTIFY windowIDChanged REQUIRED)
+    Q_PROPERTY(double revision READ revision WRITE setRevision NOTIFY revisionChanged REQUIRED)
+    Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
+
+public:
+    explicit WindowPreview(QQuickItem* parent = nullptr);
+
+    BoardController* board() const { return m_board; }
+    void setBoard(BoardController* board);
+    /// As QML's numbers are, of which `int` is too small for a window's.
+    double windowID() const { return m_windowID; }
+    void setWindowID(double windowID);
+    /// That of the window's row in its list.
+    double revision() const { return m_revision; }
+    void setRevision(double revision);
+    /// Of the corners, in points.
+    qreal radius() const { return m_radius; }
+    void setRadius(qreal radius);
+
+Q_SIGNALS:
+    void boardChanged();
+    void windowIDChanged();
+    void revisionChanged();
+    void radiusChanged();
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+    void itemChange(ItemChange change, const ItemChangeData& value) override;
+
+private:
+    QPointer<BoardController> m_board;
+    WindowID m_windowID = 0;
+    double m_revision = 0;
+    qreal m_radius = 0;
+};
+
+} // namespace kelpa

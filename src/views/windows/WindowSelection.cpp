@@ -1,0 +1,139 @@
+#include "views/windows/WindowSelection.h"
+
+#include "windows/WindowSearch.h"
+
+#include <QCollator>
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace kelpa {
+
+namespace {
+
+/// As file managers order names: by the rules of the language, numbers by their value. The locale
+/// without a language knows only code units; English stands in for it.
+QCollator nameCollator(const QLocale& locale)
+{
+    QCollator collator(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
+    collator.setNumericMode(true);
+    return collator;
+}
+
+/// What a window is ordered by. Sort keys are made once for each, not for each comparison.
+struct RankedWindow
+{
+    WindowItem window;
+    bool isInTarget;
+    bool isInGoal;
+    QCollatorSortKey ownerName;
+    QCollatorSortKey title;
+};
+
+bool comesBefore(const RankedWindow& a, const RankedWindow& b)
+{
+    if (a.isInTarget != b.isInTarget)
+        return b.isInTarget;
+    if (a.isInGoal != b.isInGoal)
+        return b.isInGoal;
+    const int byOwner = a.ownerName.compare(b.ownerName);
+    return byOwner != 0 ? byOwner < 0 : a.title.compare(b.title) < 0;
+}
+
+} // namespace
+
+QString LocationTitles::of(const WindowItem& window) const
+{
+    return window.goalID ? goals.value(*window.goalID, unsorted) : unsorted;
+}
+
+LocationTitles locationTitles(const QList<Goal>& goals, const QString& unsorted)
+{
+    LocationTitles titles{{}, unsorted};
+    for (const Goal& goal : goals)
+        titles.goals.insert(goal.id, goal.title);
+    return titles;
+}
+
+QSet<WindowID> selectableWindowIDs(const QList<WindowItem>& windows, GoalID target)
+{
+    QSet<WindowID> ids;
+    for (const WindowItem& window : windows)
+        if (window.goalID != target)
+            ids.insert(window.id);
+    return ids;
+}
+
+QList<WindowItem> windowsToSelect(const QList<WindowItem>& windows, GoalID target,
+                                  const LocationTitles& titles, const QString& searchText,
+                                  const QLocale& locale)
+{
+    const TextSearch search(searchText, locale);
+    const auto matches = [&search, &titles](const WindowItem& window) {
+        return search.matches(window.ownerName) || search.matches(window.title) ||
+               search.matches(titles.of(window));
+    };
+    const QCollator collator = nameCollator(locale);
+    std::vector<RankedWindow> ranked;
+    for (const WindowItem& window : windows) {
+        if (!matches(window))
+            continue;
+        const bool isInGoal = window.goalID && titles.goals.contains(*window.goalID);
+        ranked.push_back({window, window.goalID == target, isInGoal,
+                          collator.sortKey(window.ownerName),
+                          collator.sortKey(window.displayTitle())});
+    }
+    std::ranges::stable_sort(ranked, comesBefore);
+    QList<WindowItem> result;
+    result.reserve(static_cast<qsizetype>(ranked.size()));
+    for (RankedWindow& each : ranked)
+        result.append(std::move(each.window));
+    return result;
+}
+
+QList<WindowItem> inShownOrder(const QList<WindowItem>& windows, const QList<WindowItem>& shown)
+{
+    QList<WindowItem> result;
+    result.reserve(windows.size());
+    for (const WindowItem& before : shown) {
+        const auto now = std::ranges::find(windows, before.id, &WindowItem::id);
+        if (now == windows.end())
+            continue;
+        if (now->goalID != before.goalID)
+            return windows;
+        result.append(*now);
+    }
+    // What is new comes to stand behind what comes before it now.
+    auto place = result.begin();
+    for (const WindowItem& window : windows) {
+        const auto kept = std::ranges::find(result, window.id, &WindowItem::id);
+        place = std::next(kept != result.end() ? kept : result.insert(place, window));
+    }
+    return result;
+}
+
+WindowSelection toggledSelection(WindowSelection selection, WindowID windowID,
+                                 const QSet<WindowID>& selectable)
+{
+    if (!selectable.contains(windowID))
+        return selection;
+    if (!selection.chosen.remove(windowID))
+        selection.chosen.insert(windowID);
+    // Who chooses again has read why.
+    selection.isRefused = false;
+    return selection;
+}
+
+QSet<WindowID> confirmedWindows(const WindowSelection& selection, const QSet<WindowID>& selectable)
+{
+    return selection.chosen & selectable;
+}
+
+WindowSelection refusedSelection(const WindowSelection& selection, const QSet<WindowID>& selectable)
+{
+    return {confirmedWindows(selection, selectable), true};
+}
+
+} // namespace kelpa

@@ -1,0 +1,288 @@
+// Light, dark and motion as a settings portal tells them. To be run on a message bus of its own.
+#include "platform/freedesktop/appearance/PortalSettings.h"
+
+#include "support/CaseName.h"
+#include "support/ManualScheduler.h"
+
+#include <gtest/gtest.h>
+
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QDBusVariant>
+#include <QHash>
+#include <QTest>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kelpa::test {
+
+class FakePortal : public QObject, protected QDBusContext
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+
+public:
+    FakePortal()
+    {
+        m_connection.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
+                                    QDBusConnection::ExportAllSlots |
+                                        QDBusConnection::ExportAllSignals);
+        m_isOnBus = m_connection.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
+    }
+    ~FakePortal() override { QDBusConnection::disconnectFromBus(QStringLiteral("fake-portal")); }
+
+    bool isOnBus() const { return m_isOnBus; }
+
+    void set(const QString& key, const QVariant& value)
+    {
+        m_values.insert(key, value);
+        const auto dot = key.lastIndexOf(u'/');
+        Q_EMIT SettingChanged(key.first(dot), key.sliced(dot + 1), QDBusVariant(value));
+    }
+
+    int readCount = 0;
+
+public Q_SLOTS:
+    QDBusVariant Read(const QString& space, const QString& key)
+    {
+        ++readCount;
+        const QString both = space + u'/' + key;
+        if (!m_values.contains(both)) {
+            sendErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"));
+            return {};
+        }
+        // As portals do, a value within a value.
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(m_values.value(both))));
+    }
+
+Q_SIGNALS:
+    void SettingChanged(const QString& space, const QString& key, const QDBusVariant& value);
+
+private:
+    QDBusConnection m_connection =
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("fake-portal"));
+    QHash<QString, QVariant> m_values;
+    bool m_isOnBus = false;
+};
+
+namespace {
+
+const QString colorScheme = QStringLiteral("org.freedesktop.appearance/color-scheme");
+const QString reducedMotion = QStringLiteral("org.freedesktop.appearance/reduced-motion");
+const QString animations = QStringLiteral("org.gnome.desktop.interface/enable-animations");
+/// How much the portal is asked for each.
+constexpr int appearanceReads = 1;
+constexpr int motionReads = 3;
+
+class PortalTest : public testing::Test
+{
+protected:
+    void SetUp() override { ASSERT_TRUE(portal.isOnBus()); }
+
+    void watchAppearance()
+    {
+        appearanceWatch = settings.watchAppearance(
+            [this](std::optional<Appearance> preferred) { appearances.push_back(preferred); });
+        scheduler.advance(std::chrono::milliseconds(0));
+    }
+    void watchAnimations()
+    {
+        animationsWatch = settings.watchAnimations(
+            [this](std::optional<bool> areWanted) { wishes.push_back(areWanted); });
+        scheduler.advance(std::chrono::milliseconds(0));
+    }
+    bool hears(const std::vector<std::optional<Appearance>>& expected)
+    {
+        return QTest::qWaitFor([&] { return appearances == expected; });
+    }
+    bool hears(const std::vector<std::optional<bool>>& expected)
+    {
+        return QTest::qWaitFor([&] { return wishes == expected; });
+    }
+    bool isAsked(int times)
+    {
+        return QTest::qWaitFor([&] { return portal.readCount == times; });
+    }
+
+    FakePortal portal;
+    ManualScheduler scheduler;
+    PortalSettings settings{scheduler};
+    std::vector<std::optional<Appearance>> appearances;
+    std::vector<std::optional<bool>> wishes;
+    std::unique_ptr<Subscription> appearanceWatch;
+    std::unique_ptr<Subscription> animationsWatch;
+};
+
+using PortalAppearance = PortalTest;
+using Heard = std::vector<std::optional<Appearance>>;
+using Wishes = std::vector<std::optional<bool>>;
+
+TEST_F(PortalAppearance, Is_told_and_its_changes_are)
+{
+    portal.set(colorScheme, 1U);
+    watchAppearance();
+    EXPECT_TRUE(hears(Heard{Appearance::dark}));
+    portal.set(colorScheme, 2U);
+    EXPECT_TRUE(hears(Heard{Appearance::dark, Appearance::light}));
+    portal.set(colorScheme, 0U);
+    EXPECT_TRUE(hears(Heard{Appearance::dark, Appearance::light, std::nullopt}));
+}
+
+TEST_F(PortalAppearance, Is_told_once_while_it_does_not_differ)
+{
+    watchAppearance();
+    ASSERT_TRUE(isAsked(appearanceReads));
+    portal.set(colorScheme, 1U);
+    portal.set(colorScheme, 1U);
+    portal.set(animations, false);
+    portal.set(colorScheme, 2U);
+    EXPECT_TRUE(hears(Heard{Appearance::dark, Appearance::light}));
+}
+
+TEST_F(PortalAppearance, Of_a_portal_that_knows_nothing_nothing_is_told)
+{
+    watchAppearance();
+    watchAnimations();
+    ASSERT_TRUE(isAsked(appearanceReads + motionReads));
+    // What is told after the answers is the first that is told.
+    portal.set(colorScheme, 2U);
+    EXPECT_TRUE(hears(Heard{Appearance::light}));
+    EXPECT_EQ(wishes, Wishes());
+}
+
+TEST_F(PortalAppearance, Nobody_is_asked_before_it_is_watched)
+{
+    portal.set(colorScheme, 1U);
+    scheduler.advance(std::chrono::milliseconds(0));
+    watchAppearance();
+    ASSERT_TRUE(hears(Heard{Appearance::dark}));
+    EXPECT_EQ(portal.readCount, appearanceReads);
+}
+
+TEST_F(PortalAppearance, Who_watches_is_told_whether_or_not_another_one_watches)
+{
+    portal.set(colorScheme, 1U);
+    portal.set(animations, false);
+    watchAnimations();
+    ASSERT_TRUE(hears(Wishes{false}));
+    // The connection stands by now.
+    watchAppearance();
+    EXPECT_TRUE(hears(Heard{Appearance::dark}));
+    animationsWatch.reset();
+    portal.set(animations, true);
+    portal.set(colorScheme, 2U);
+    EXPECT_TRUE(hears(Heard{Appearance::dark, Appearance::light}));
+    EXPECT_EQ(wishes, Wishes{false});
+}
+
+TEST_F(PortalAppearance, Can_be_watched_again_after_nobody_did)
+{
+    portal.set(colorScheme, 1U);
+    watchAppearance();
+    ASSERT_TRUE(hears(Heard{Appearance::dark}));
+    appearanceWatch.reset();
+    portal.set(colorScheme, 2U);
+    watchAppearance();
+    EXPECT_TRUE(hears(Heard{Appearance::dark, Appearance::light}));
+}
+
+TEST_F(PortalAppearance, Is_not_told_to_who_went_before_there_was_a_connection)
+{
+    portal.set(colorScheme, 1U);
+    appearanceWatch = settings.watchAppearance(
+        [this](std::optional<Appearance> preferred) { appearances.push_back(preferred); });
+    appearanceWatch.reset();
+    scheduler.advance(std::chrono::milliseconds(0));
+    watchAnimations();
+    ASSERT_TRUE(isAsked(motionReads));
+    EXPECT_EQ(appearances, Heard());
+}
+
+struct MotionCase
+{
+    const char* name;
+    /// Of the portal, with its namespace.
+    const char* key;
+    QVariant reduced;
+    QVariant full;
+    /// A value that says neither.
+    QVariant strange;
+};
+
+class PortalMotion : public PortalTest, public testing::WithParamInterface<MotionCase>
+{};
+
+TEST_P(PortalMotion, Is_not_wanted_where_the_desktop_reduces_it_and_follows_changes)
+{
+    const QString key = QString::fromLatin1(GetParam().key);
+    portal.set(key, GetParam().reduced);
+    watchAnimations();
+    EXPECT_TRUE(hears(Wishes{false}));
+    portal.set(key, GetParam().full);
+    EXPECT_TRUE(hears(Wishes{false, true}));
+    portal.set(key, GetParam().reduced);
+    EXPECT_TRUE(hears(Wishes{false, true, false}));
+}
+
+TEST_P(PortalMotion, Is_not_wanted_while_one_setting_of_several_asks_to_reduce_it)
+{
+    const QString key = QString::fromLatin1(GetParam().key);
+    const QString other = key == animations ? reducedMotion : animations;
+    portal.set(key, GetParam().reduced);
+    watchAnimations();
+    watchAppearance();
+    EXPECT_TRUE(hears(Wishes{false}));
+    portal.set(other, key == animations ? QVariant(0U) : QVariant(true));
+    portal.set(colorScheme, 1U);
+    // The later of the two has come.
+    ASSERT_TRUE(hears(Heard{Appearance::dark}));
+    EXPECT_EQ(wishes, Wishes{false});
+}
+
+TEST_P(PortalMotion, A_strange_value_and_other_settings_change_nothing)
+{
+    watchAnimations();
+    watchAppearance();
+    ASSERT_TRUE(isAsked(motionReads + appearanceReads));
+    const MotionCase& motion = GetParam();
+    const QString key = QString::fromLatin1(motion.key);
+    for (const QVariant& value : {motion.strange, motion.full, motion.strange, motion.full,
+                                  motion.reduced, motion.strange, motion.reduced, motion.full})
+        portal.set(key, value);
+    portal.set(QStringLiteral("org.gnome.desktop.interface/reduced-motion"), 1U);
+    portal.set(colorScheme, 1U);
+    // The last of them has come.
+    ASSERT_TRUE(hears(Heard{Appearance::dark}));
+    EXPECT_EQ(wishes, (Wishes{true, false, true}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Settings, PortalMotion,
+    testing::Values(
+        MotionCase{"of_all_desktops", "org.freedesktop.appearance/reduced-motion", 1U, 0U,
+                   QStringLiteral("none")},
+        MotionCase{"of_all_desktops_by_an_unknown_number",
+                   "org.freedesktop.appearance/reduced-motion", 1U, 2U, QStringLiteral("none")},
+        MotionCase{"of_GNOME", "org.gnome.desktop.interface/enable-animations", false, true, 0U},
+        MotionCase{"of_KDE", "org.kde.kdeglobals.KDE/AnimationDurationFactor", QStringLiteral("0"),
+                   QStringLiteral("0.5"), QStringLiteral("none")},
+        MotionCase{"of_KDE_as_a_number", "org.kde.kdeglobals.KDE/AnimationDurationFactor", 0.0, 1.0,
+                   QStringLiteral("none")}),
+    caseName);
+
+TEST(ColorScheme, One_is_dark_two_is_light_and_the_rest_has_no_preference)
+{
+    EXPECT_EQ(appearanceFromColorScheme(0U), std::nullopt);
+    EXPECT_EQ(appearanceFromColorScheme(1U), Appearance::dark);
+    EXPECT_EQ(appearanceFromColorScheme(2U), Appearance::light);
+    EXPECT_EQ(appearanceFromColorScheme(3U), std::nullopt);
+    EXPECT_EQ(appearanceFromColorScheme(QStringLiteral("dark")), std::nullopt);
+    EXPECT_EQ(appearanceFromColorScheme(QVariant()), std::nullopt);
+}
+
+} // namespace
+} // namespace kelpa::test
+
+#include "PortalSettingsTest.moc"

@@ -1,0 +1,162 @@
+#include "platform/freedesktop/bus/ApplicationService.h"
+
+#include "platform/freedesktop/bus/PrivateBus.h"
+#include "platform/freedesktop/bus/RunningInstance.h"
+
+#include <QDBusMessage>
+#include <QDBusReply>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <future>
+#include <vector>
+
+namespace kelpa {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QString name = QStringLiteral("org.kelpa.Kelpa.test");
+
+class ApplicationServiceTest : public testing::Test
+{
+protected:
+    void SetUp() override { qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8()); }
+    void TearDown() override
+    {
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+        QDBusConnection::disconnectFromBus(name);
+        QDBusConnection::disconnectFromBus(QStringLiteral("another"));
+    }
+
+    QDBusConnection another()
+    {
+        return QDBusConnection::connectToBus(bus.address(), QStringLiteral("another"));
+    }
+
+    /// As another program asks, while this one's events are handled.
+    RunningAnswer ask(const QByteArray& startupID = {}, std::chrono::milliseconds limit = 10s)
+    {
+        auto answer = std::async(std::launch::async,
+                                 [=] { return askToComeForward(name.toUtf8(), startupID, limit); });
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return answer.wait_for(0s) == std::future_status::ready; }, 20'000));
+        return answer.get();
+    }
+
+    /// A call of the interface; the error's name, or "ok".
+    QString call(const QString& method, const QVariantList& arguments)
+    {
+        QDBusMessage request =
+            QDBusMessage::createMethodCall(name, QStringLiteral("/org/kelpa/Kelpa"),
+                                           QStringLiteral("org.freedesktop.Application"), method);
+        request.setArguments(arguments);
+        const QDBusPendingReply<> reply = another().asyncCall(request);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return reply.isFinished(); }, 10'000));
+        return reply.isError() ? reply.error().name() : QStringLiteral("ok");
+    }
+
+    PrivateBus bus;
+    std::vector<QByteArray> requests;
+    ApplicationService service{name, [this](const QByteArray& id) { requests.push_back(id); }};
+};
+
+TEST_F(ApplicationServiceTest, Who_asks_makes_it_come_forward_with_what_the_launcher_gave)
+{
+    EXPECT_EQ(service.claim(), NameClaim::owned);
+    EXPECT_EQ(ask("menu_TIME12"), RunningAnswer::comesForward);
+    EXPECT_EQ(ask(), RunningAnswer::comesForward);
+    EXPECT_EQ(requests, (std::vector<QByteArray>{"menu_TIME12", ""}));
+}
+
+TEST_F(ApplicationServiceTest, Every_way_to_activate_it_does)
+{
+    ASSERT_EQ(service.claim(), NameClaim::owned);
+    EXPECT_EQ(call(QStringLiteral("Open"),
+                   {QStringList{QStringLiteral("file:///a")},
+                    QVariantMap{{QStringLiteral("activation-token"), QStringLiteral("token")}}}),
+              QStringLiteral("ok"));
+    EXPECT_EQ(call(QStringLiteral("Activate"), {QVariantMap()}), QStringLiteral("ok"));
+    EXPECT_EQ(requests, (std::vector<QByteArray>{"token", ""}));
+}
+
+TEST_F(ApplicationServiceTest, What_it_does_not_know_is_refused_and_does_nothing)
+{
+    ASSERT_EQ(service.claim(), NameClaim::owned);
+    EXPECT_EQ(call(QStringLiteral("ActivateAction"),
+                   {QStringLiteral("show"), QVariantList(), QVariantMap()}),
+              QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
+    EXPECT_NE(call(QStringLiteral("Activate"), {QStringLiteral("not a map")}),
+              QStringLiteral("ok"));
+    EXPECT_NE(call(QStringLiteral("Explode"), {}), QStringLiteral("ok"));
+    EXPECT_EQ(requests, std::vector<QByteArray>{});
+}
+
+TEST_F(ApplicationServiceTest, A_name_that_another_program_has_stays_with_it)
+{
+    ASSERT_TRUE(another().registerService(name));
+    EXPECT_EQ(service.claim(), NameClaim::takenByAnother);
+}
+
+TEST_F(ApplicationServiceTest, Nobody_is_asked_where_nobody_has_the_name)
+{
+    EXPECT_EQ(ask(), RunningAnswer::notRunning);
+}
+
+TEST_F(ApplicationServiceTest, Without_a_bus_nobody_is_found_and_nothing_claimed)
+{
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    EXPECT_EQ(service.claim(), NameClaim::noBus);
+    EXPECT_EQ(ask(), RunningAnswer::notRunning);
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("XDG_RUNTIME_DIR", "/nonexistent");
+    EXPECT_EQ(ask(), RunningAnswer::notRunning);
+    qunsetenv("XDG_RUNTIME_DIR");
+}
+
+TEST_F(ApplicationServiceTest, One_that_does_not_answer_is_waited_for_no_longer_than_the_limit)
+{
+    Application hung(bus);
+    hung.freeze();
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(askToComeForward(hung.busName().toUtf8(), {}, 300ms), RunningAnswer::silent);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
+}
+
+TEST_F(ApplicationServiceTest, One_that_does_not_answer_is_waited_for_no_longer_than_anybody_waits)
+{
+    Application hung(bus);
+    hung.freeze();
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    auto answer = std::async(std::launch::async, [itsName = hung.busName().toUtf8(), &pipe] {
+        return askToComeForward(itsName, {}, 20s, pipe.at(0));
+    });
+    ASSERT_EQ(answer.wait_for(200ms), std::future_status::timeout);
+    ASSERT_EQ(::write(pipe.at(1), "x", 1), 1);
+    EXPECT_EQ(answer.wait_for(10s), std::future_status::ready);
+    EXPECT_EQ(answer.get(), RunningAnswer::interrupted);
+    ::close(pipe.at(0));
+    ::close(pipe.at(1));
+}
+
+TEST_F(ApplicationServiceTest, One_that_ends_while_it_is_asked_is_not_waited_for)
+{
+    Application dying(bus);
+    dying.freeze();
+    const QByteArray itsName = dying.busName().toUtf8();
+    auto answer =
+        std::async(std::launch::async, [itsName] { return askToComeForward(itsName, {}, 20s); });
+    ASSERT_EQ(answer.wait_for(200ms), std::future_status::timeout);
+    ::kill(dying.process(), SIGKILL);
+    EXPECT_EQ(answer.get(), RunningAnswer::ended);
+}
+
+} // namespace
+} // namespace kelpa

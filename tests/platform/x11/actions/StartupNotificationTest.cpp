@@ -1,0 +1,119 @@
+#include "platform/x11/actions/StartupNotification.h"
+
+#include "platform/x11/actions/WindowActor.h"
+#include "platform/x11/actions/X11OwnWindow.h"
+#include "platform/x11/connection/DisplayConnection.h"
+#include "support/ManualScheduler.h"
+#include "support/desktop/Programs.h"
+#include "support/desktop/TestClient.h"
+#include "support/desktop/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+using namespace kelpa::x11;
+using namespace kelpa::test;
+
+namespace {
+
+TEST(StartupTime, Stands_at_the_end_of_a_startup_id)
+{
+    EXPECT_EQ(startupTime("menu-12-host_TIME4711"), 4711U);
+    EXPECT_EQ(startupTime("a_TIME1_b_TIME4294967295"), 4294967295U);
+}
+
+TEST(StartupTime, Is_absent_where_there_is_none)
+{
+    for (const char* const id : {"", "menu", "menu_TIME", "menu_TIME0", "menu_TIME12x",
+                                 "menu_TIME-1", "menu_TIME4294967296"})
+        EXPECT_EQ(startupTime(id), std::nullopt) << id;
+}
+
+class StartupEnd : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(listener.connection(), listener.root(), XCB_CW_EVENT_MASK,
+                                     &mask);
+        listener.sync();
+    }
+
+    /// All pieces put together, with the zero that ends them.
+    QByteArray announced(const QByteArray& id)
+    {
+        announceStartupEnd(*link, id);
+        // What was sent before is here when this is answered.
+        link->connection().flush();
+        std::free(xcb_get_input_focus_reply(
+            link->connection().raw(), xcb_get_input_focus(link->connection().raw()), nullptr));
+        return received();
+    }
+
+    QByteArray received()
+    {
+        const xcb_atom_t begin = listener.atom("_NET_STARTUP_INFO_BEGIN");
+        const xcb_atom_t further = listener.atom("_NET_STARTUP_INFO");
+        listener.sync();
+        QByteArray text;
+        while (auto* const event = xcb_poll_for_event(listener.connection())) {
+            if ((event->response_type & 0x7F) == XCB_CLIENT_MESSAGE) {
+                const void* bytes = event;
+                const auto* const message = static_cast<const xcb_client_message_event_t*>(bytes);
+                const void* data = &message->data;
+                const bool isFurther = !text.isEmpty() && text.back() != '\0';
+                EXPECT_EQ(message->type, isFurther ? further : begin);
+                text += QByteArray(static_cast<const char*>(data), 20);
+            }
+            std::free(event);
+        }
+        return text;
+    }
+
+    XServer server;
+    TestClient listener{server.display()};
+    std::unique_ptr<DisplayConnection> link = DisplayConnection::open(server.display());
+};
+
+TEST_F(StartupEnd, Is_told_to_everybody_in_pieces)
+{
+    EXPECT_EQ(announced("menu_TIME1"),
+              QByteArray("remove: ID=\"menu_TIME1\"") + QByteArray(17, '\0'));
+}
+
+TEST_F(StartupEnd, A_text_of_full_pieces_is_ended_by_one_more)
+{
+    // Eleven bytes before it, two quotation marks.
+    EXPECT_EQ(announced("1234567"), QByteArray("remove: ID=\"1234567\"") + QByteArray(20, '\0'));
+}
+
+TEST_F(StartupEnd, Quotation_marks_are_escaped_and_what_no_launcher_gives_is_not_passed_on)
+{
+    EXPECT_TRUE(announced("a\"b\\c").startsWith("remove: ID=\"a\\\"b\\\\c\""));
+    EXPECT_EQ(announced("two words"), QByteArray());
+    EXPECT_EQ(announced("line\nbreak"), QByteArray());
+    EXPECT_EQ(announced(QByteArray(2000, 'x')), QByteArray());
+    EXPECT_EQ(announced(""), QByteArray());
+}
+
+TEST_F(StartupEnd, Of_every_start_is_told_also_when_the_next_comes_before_the_window)
+{
+    const auto connector = std::make_shared<DisplayConnector>(server.display());
+    WindowActor actor(connector, [](kelpa::WindowID) { return std::nullopt; });
+    ManualScheduler scheduler;
+    X11OwnWindow window(connector, actor, scheduler);
+    const xcb_window_t own = listener.open({});
+    scheduler.holdBackgroundWork(true);
+    window.requestFront(own, {.inputTime = std::nullopt, .startupID = "first_TIME1"});
+    window.requestFront(own, {.inputTime = std::nullopt, .startupID = "second_TIME2"});
+    window.requestFront(own, {});
+    scheduler.runBackgroundWork();
+    QByteArray told;
+    EXPECT_TRUE(waitUntil([&] {
+        told += received();
+        return told.contains("remove: ID=\"first_TIME1\"") &&
+               told.contains("remove: ID=\"second_TIME2\"");
+    })) << told.constData();
+}
+
+} // namespace

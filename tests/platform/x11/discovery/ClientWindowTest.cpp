@@ -1,0 +1,106 @@
+#include "platform/x11/discovery/ClientWindow.h"
+
+#include <gtest/gtest.h>
+
+using namespace kelpa::x11;
+
+namespace {
+
+ClientWindow ofKind(WindowKind kind)
+{
+    ClientWindow window;
+    window.kind = kind;
+    return window;
+}
+
+ClientWindow shown()
+{
+    ClientWindow window;
+    window.isViewable = true;
+    window.desktop = 1;
+    return window;
+}
+
+constexpr DesktopContext secondDesktop{1, true};
+
+} // namespace
+
+TEST(WindowLayer, Normal_windows_and_dialogs_are_on_layer_0)
+{
+    EXPECT_EQ(layer(ofKind(WindowKind::normal)), 0);
+    EXPECT_EQ(layer(ofKind(WindowKind::dialog)), 0);
+    EXPECT_EQ(layer(ofKind(WindowKind::unspecified)), 0);
+}
+
+TEST(WindowLayer, Other_kinds_are_on_other_layers)
+{
+    EXPECT_EQ(layer(ofKind(WindowKind::auxiliary)), 3);
+    EXPECT_EQ(layer(ofKind(WindowKind::dock)), 20);
+    EXPECT_EQ(layer(ofKind(WindowKind::passing)), 101);
+    EXPECT_EQ(layer(ofKind(WindowKind::desktop)), -1);
+}
+
+TEST(WindowLayer, An_override_redirect_window_is_not_on_layer_0)
+{
+    ClientWindow window = ofKind(WindowKind::normal);
+    window.isOverrideRedirect = true;
+    EXPECT_EQ(layer(window), 101);
+}
+
+TEST(WindowLayer, A_window_off_the_task_list_is_not_on_layer_0)
+{
+    ClientWindow window = ofKind(WindowKind::normal);
+    window.isOffTaskList = true;
+    EXPECT_EQ(layer(window), 1);
+    window.kind = WindowKind::dock;
+    EXPECT_EQ(layer(window), 20);
+}
+
+TEST(WindowVisibility, A_viewable_window_of_the_current_desktop_is_on_screen)
+{
+    EXPECT_TRUE(isOnScreen(shown(), secondDesktop));
+}
+
+TEST(WindowVisibility, A_window_of_another_desktop_is_not_on_screen)
+{
+    EXPECT_FALSE(isOnScreen(shown(), {0, true}));
+}
+
+TEST(WindowVisibility, A_sticky_window_is_on_every_desktop)
+{
+    ClientWindow window = shown();
+    window.desktop = 0xFFFFFFFF;
+    EXPECT_TRUE(isOnScreen(window, {7, true}));
+}
+
+TEST(WindowVisibility, Without_desktops_only_the_rest_counts)
+{
+    ClientWindow window = shown();
+    EXPECT_TRUE(isOnScreen(window, {std::nullopt, true}));
+    window.desktop.reset();
+    EXPECT_TRUE(isOnScreen(window, secondDesktop));
+}
+
+TEST(WindowVisibility, A_hidden_window_is_minimized_although_it_is_still_mapped)
+{
+    ClientWindow window = shown();
+    window.isHidden = true;
+    EXPECT_TRUE(isMinimized(window, secondDesktop));
+    EXPECT_FALSE(isOnScreen(window, secondDesktop));
+}
+
+TEST(WindowVisibility, An_unmapped_window_is_neither_on_screen_nor_minimized)
+{
+    ClientWindow window = shown();
+    window.isViewable = false;
+    EXPECT_FALSE(isOnScreen(window, secondDesktop));
+    EXPECT_FALSE(isMinimized(window, secondDesktop));
+}
+
+TEST(WindowVisibility, Iconic_means_minimized_only_under_a_manager_without_the_newer_mark)
+{
+    ClientWindow window = shown();
+    window.isIconic = true;
+    EXPECT_FALSE(isMinimized(window, {1, true}));
+    EXPECT_TRUE(isMinimized(window, {1, false}));
+}

@@ -1,0 +1,60 @@
+#include "platform/x11/keys/GrabFocusFilter.h"
+
+#include "support/CaseName.h"
+#include "support/ProgramArguments.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include <xcb/xcb.h>
+
+namespace kelpa::x11 {
+namespace {
+
+struct FocusCase
+{
+    const char* name;
+    std::uint8_t type;
+    std::uint8_t mode;
+    bool isHeard;
+};
+
+class FocusEvents : public testing::TestWithParam<FocusCase>
+{
+protected:
+    test::ProgramArguments arguments;
+    QCoreApplication application{arguments.count, arguments.values.data()};
+    GrabFocusFilter borrowed;
+};
+
+TEST_P(FocusEvents, Are_heard_by_the_toolkit_unless_they_tell_of_a_grab)
+{
+    xcb_focus_in_event_t event = {};
+    event.response_type = GetParam().type;
+    event.mode = GetParam().mode;
+    EXPECT_EQ(!borrowed.nativeEventFilter("xcb_generic_event_t", &event, nullptr),
+              GetParam().isHeard);
+    EXPECT_FALSE(borrowed.nativeEventFilter("another_window_system", &event, nullptr));
+}
+
+constexpr std::uint8_t sent = 0x80;
+
+INSTANTIATE_TEST_SUITE_P(
+    GrabFocusFilter, FocusEvents,
+    testing::Values(
+        FocusCase{"another_window_gets_it", XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL, true},
+        FocusCase{"the_window_gets_it", XCB_FOCUS_IN, XCB_NOTIFY_MODE_NORMAL, true},
+        FocusCase{"a_grab_begins", XCB_FOCUS_OUT, XCB_NOTIFY_MODE_GRAB, false},
+        FocusCase{"a_grab_ends", XCB_FOCUS_IN, XCB_NOTIFY_MODE_UNGRAB, false},
+        FocusCase{"another_window_gets_it_during_a_grab", XCB_FOCUS_OUT,
+                  XCB_NOTIFY_MODE_WHILE_GRABBED, true},
+        FocusCase{"the_window_gets_it_during_a_grab", XCB_FOCUS_IN, XCB_NOTIFY_MODE_WHILE_GRABBED,
+                  true},
+        FocusCase{"sent_by_a_program", XCB_FOCUS_OUT | sent, XCB_NOTIFY_MODE_GRAB, false},
+        FocusCase{"the_pointer_leaves", XCB_LEAVE_NOTIFY, XCB_NOTIFY_MODE_GRAB, true},
+        FocusCase{"a_key", XCB_KEY_PRESS, XCB_NOTIFY_MODE_GRAB, true}),
+    test::caseName);
+
+} // namespace
+} // namespace kelpa::x11

@@ -1,0 +1,61 @@
+#include "store/board/BoardContents.h"
+
+#include "support/BoardBuilders.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+const Goal storedGoal =
+    goal(QStringLiteral("stored"), {todo(QStringLiteral("s2"), 7), todo(QStringLiteral("s0"), 2)});
+const TodoItem storedLoose = todo(QStringLiteral("s1"), 5);
+const Goal madeGoal = goal(QStringLiteral("made"), {todo(QStringLiteral("m1"), 1)});
+const TodoItem madeLoose = todo(QStringLiteral("m0"), 0);
+
+TodoItem at(TodoItem item, std::int64_t order)
+{
+    item.order = order;
+    return item;
+}
+
+TEST(BoardContents, A_stored_board_joined_with_nothing_is_itself_with_orders_without_gaps)
+{
+    const BoardContents stored{{storedGoal}, {storedLoose}, {{QStringLiteral("1"), storedGoal.id}}};
+    Goal expected = storedGoal;
+    expected.todos = {at(storedGoal.todos[0], 2), at(storedGoal.todos[1], 0)};
+    EXPECT_EQ(
+        joined(stored, {}),
+        (BoardContents{{expected}, {at(storedLoose, 1)}, {{QStringLiteral("1"), storedGoal.id}}}));
+}
+
+TEST(BoardContents, What_was_made_beside_a_stored_board_comes_after_it)
+{
+    const BoardContents board =
+        joined({{storedGoal}, {storedLoose}, {}}, {{madeGoal}, {madeLoose}, {}});
+    ASSERT_EQ(board.goals.size(), 2);
+    EXPECT_EQ(board.goals[0].id, storedGoal.id);
+    EXPECT_EQ(board.goals[1].id, madeGoal.id);
+    EXPECT_EQ(board.goals[1].todos, QList<TodoItem>{at(madeGoal.todos[0], 4)});
+    EXPECT_EQ(board.unassignedTodos, (QList<TodoItem>{at(storedLoose, 1), at(madeLoose, 3)}));
+}
+
+TEST(BoardContents, Nothing_stored_leaves_what_was_made)
+{
+    const BoardContents made{{madeGoal}, {madeLoose}, {{QStringLiteral("1"), madeGoal.id}}};
+    EXPECT_EQ(joined({}, made), made);
+}
+
+TEST(BoardContents, A_window_that_both_boards_assign_stays_where_it_was_put_last)
+{
+    const BoardContents board =
+        joined({{storedGoal},
+                {},
+                {{QStringLiteral("1"), storedGoal.id}, {QStringLiteral("2"), storedGoal.id}}},
+               {{madeGoal}, {}, {{QStringLiteral("1"), madeGoal.id}}});
+    EXPECT_EQ(board.assignments, (Assignments{{QStringLiteral("1"), madeGoal.id},
+                                              {QStringLiteral("2"), storedGoal.id}}));
+}
+
+} // namespace
+} // namespace kelpa::test

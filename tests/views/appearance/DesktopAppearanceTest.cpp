@@ -1,0 +1,155 @@
+// The interface follows what the desktop's settings tell.
+#include "views/appearance/DesktopAppearance.h"
+
+#include "platform/AppearanceSetting.h"
+#include "platform/MotionSetting.h"
+#include "views/appearance/ViewSettings.h"
+
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QPalette>
+
+namespace kelpa::test {
+namespace {
+
+/// Counts those who listen, and tells them all.
+template <class Value>
+class Listeners
+{
+public:
+    using Changed = std::function<void(std::optional<Value>)>;
+
+    std::unique_ptr<Subscription> add(Changed changed)
+    {
+        return std::make_unique<Held>(*this, std::move(changed));
+    }
+    void tell(std::optional<Value> value)
+    {
+        for (const Held* held : m_held)
+            held->changed(value);
+    }
+    std::size_t count() const { return m_held.size(); }
+
+private:
+    struct Held : Subscription
+    {
+        Held(Listeners& listeners, Changed callback)
+            : owner(listeners), changed(std::move(callback))
+        {
+            owner.m_held.push_back(this);
+        }
+        ~Held() override { std::erase(owner.m_held, this); }
+
+        Listeners& owner;
+        Changed changed;
+    };
+
+    std::vector<const Held*> m_held;
+};
+
+class FakeAppearance : public AppearanceSetting
+{
+public:
+    std::unique_ptr<Subscription>
+    watchAppearance(std::function<void(std::optional<Appearance>)> changed) override
+    {
+        return listeners.add(std::move(changed));
+    }
+    Listeners<Appearance> listeners;
+};
+
+class FakeMotion : public MotionSetting
+{
+public:
+    std::unique_ptr<Subscription>
+    watchAnimations(std::function<void(std::optional<bool>)> changed) override
+    {
+        return listeners.add(std::move(changed));
+    }
+    Listeners<bool> listeners;
+};
+
+class DesktopAppearanceTest : public testing::Test
+{
+protected:
+    void SetUp() override { QGuiApplication::setPalette(QPalette(Qt::white)); }
+    void TearDown() override { QGuiApplication::setPalette(QPalette()); }
+
+    void follow(std::optional<Appearance> fixedAppearance, std::optional<bool> fixedMotion)
+    {
+        followed.emplace(settings, fixedAppearance, fixedMotion);
+        followed->followMotion(display);
+        followed->followAppearance(appearance);
+        followed->followMotion(portal);
+    }
+
+    ViewSettings settings;
+    FakeAppearance appearance;
+    FakeMotion display;
+    FakeMotion portal;
+    std::optional<DesktopAppearance> followed;
+};
+
+TEST_F(DesktopAppearanceTest, Where_the_desktop_does_not_say_the_palette_decides_and_is_followed)
+{
+    follow(std::nullopt, std::nullopt);
+    EXPECT_EQ(settings.appearance(), Appearance::light);
+    QGuiApplication::setPalette(QPalette(Qt::black));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(settings.appearance(), Appearance::dark);
+}
+
+TEST_F(DesktopAppearanceTest, The_desktop_is_followed_until_it_has_no_preference_any_more)
+{
+    follow(std::nullopt, std::nullopt);
+    appearance.listeners.tell(Appearance::dark);
+    EXPECT_EQ(settings.appearance(), Appearance::dark);
+    appearance.listeners.tell(Appearance::light);
+    EXPECT_EQ(settings.appearance(), Appearance::light);
+    appearance.listeners.tell(Appearance::dark);
+    appearance.listeners.tell(std::nullopt);
+    EXPECT_EQ(settings.appearance(), Appearance::light);
+}
+
+TEST_F(DesktopAppearanceTest, Motion_is_reduced_while_one_of_several_settings_asks_for_it)
+{
+    follow(std::nullopt, std::nullopt);
+    EXPECT_FALSE(settings.isReducingMotion());
+    display.listeners.tell(false);
+    EXPECT_TRUE(settings.isReducingMotion());
+    portal.listeners.tell(true);
+    EXPECT_TRUE(settings.isReducingMotion());
+    display.listeners.tell(std::nullopt);
+    EXPECT_FALSE(settings.isReducingMotion());
+    portal.listeners.tell(false);
+    display.listeners.tell(true);
+    EXPECT_TRUE(settings.isReducingMotion());
+}
+
+TEST_F(DesktopAppearanceTest, What_is_fixed_is_not_even_listened_to)
+{
+    follow(Appearance::dark, true);
+    EXPECT_EQ(settings.appearance(), Appearance::dark);
+    EXPECT_TRUE(settings.isReducingMotion());
+    EXPECT_EQ(appearance.listeners.count() + display.listeners.count() + portal.listeners.count(),
+              0U);
+    follow(std::nullopt, false);
+    EXPECT_EQ(appearance.listeners.count(), 1U);
+    EXPECT_FALSE(settings.isReducingMotion());
+    follow(Appearance::light, std::nullopt);
+    EXPECT_EQ(appearance.listeners.count(), 0U);
+    EXPECT_EQ(display.listeners.count(), 1U);
+}
+
+TEST_F(DesktopAppearanceTest, Nobody_listens_after_its_end)
+{
+    follow(std::nullopt, std::nullopt);
+    ASSERT_EQ(portal.listeners.count(), 1U);
+    followed.reset();
+    EXPECT_EQ(appearance.listeners.count() + display.listeners.count() + portal.listeners.count(),
+              0U);
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,174 @@
+import QtQuick
+import QtTest
+import Kelpa
+import "../cases"
+
+Item {
+    id: root
+
+    width: 1100
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+    SignalSpy {
+        id: renaming
+
+        target: world.board
+        signalName: "renameRequested"
+    }
+
+    SignalSpy {
+        id: adding
+
+        target: board
+        signalName: "newGoalRequested"
+    }
+
+    WindowCase {
+        name: "GoalBoard"
+        goalBoard: board
+
+        function test_columns_are_lists_named_by_their_title() {
+            tryVerify(() => columns().length === 2);
+            compare(columns()[0].Accessible.name, "Unsorted");
+            compare(columns()[0].Accessible.role, Accessible.List);
+            compare(columns()[1].Accessible.name, "First");
+        }
+        function test_scrolling_pauses_the_previews() {
+            world.rest();
+            world.capture();
+            const before = world.captureCount();
+            verify(before > 0);
+            const view = all(board, item => item instanceof Flickable
+                                    && item.Accessible.role === Accessible.Pane)[0];
+            view.contentY += 1;
+            world.capture();
+            compare(world.captureCount(), before);
+            world.rest();
+            world.capture();
+            compare(world.captureCount(), before + 1);
+            view.contentY -= 1;
+            world.rest();
+        }
+        function test_the_menu_of_a_goal_opens_and_shows_windows() {
+            tryVerify(() => columns().length === 2);
+            const button = all(columns()[1], item => item instanceof IconButton
+                                                      && item.symbol === "ellipsis")[0];
+            const choose = place => {
+                mouseClick(button);
+                for (let i = 0; i < place; ++i)
+                    keyClick(Qt.Key_Down);
+                keyClick(Qt.Key_Return);
+                world.runPending();
+            };
+            choose(2);
+            tryVerify(() => world.calls().includes("launch chrome"));
+            choose(3);
+            tryVerify(() => world.calls().includes("launch terminal"));
+        }
+        function test_the_menu_of_a_goal_renames_it() {
+            tryVerify(() => columns().length === 2);
+            const button = all(columns()[1], item => item instanceof IconButton
+                                                      && item.symbol === "ellipsis")[0];
+            renaming.clear();
+            mouseClick(button);
+            // Past what opens and shows windows.
+            for (let i = 0; i < 5; ++i)
+                keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
+            tryCompare(renaming, "count", 1);
+            compare(renaming.signalArguments[0][0], world.columnOfGoal("First"));
+        }
+        function test_the_menu_of_a_goal_moves_it() {
+            world.board.createGoal("Second");
+            tryVerify(() => columns().length === 3);
+            const button = all(columns().find(column => column.title === "First"),
+                               item => item instanceof IconButton
+                                       && item.symbol === "ellipsis")[0];
+            mouseClick(button);
+            tryVerify(() => menuItems().length === 10);
+            verify(!menuItems().find(item => item.text === "Move goal earlier").enabled);
+            chooseAndClose("Move goal later");
+            compare(world.goalTitles(), ["Second", "First"]);
+            world.board.deleteGoal(world.columnOfGoal("Second"));
+            tryVerify(() => columns().length === 2);
+        }
+        function test_the_badge_of_a_goal_adds_windows_to_it() {
+            tryVerify(() => columns().length === 2);
+            const first = columns().find(column => column.title === "First");
+            const badge = all(first, item => item instanceof CountButton)[0];
+            compare(badge.Accessible.name, "Add windows to this goal");
+            mouseClick(badge);
+            tryVerify(() => world.board.windowPicker.isOpen);
+            compare(world.board.windowPicker.goalTitle, "First");
+            world.board.windowPicker.close();
+        }
+        function test_a_click_beside_all_cards_selects_nothing() {
+            tryVerify(() => columns().length === 2);
+            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            compare(world.selectedGoal(), "First");
+            const view = all(board, item => item instanceof Flickable
+                                    && item.Accessible.role === Accessible.Pane)[0];
+            mouseClick(view, 5, 300);
+            compare(world.board.selectedTarget, -1);
+            const first = columns().find(column => column.title === "First");
+            tryVerify(() => !first.isExpanded);
+        }
+        function test_a_search_says_of_a_goal_alone_whose_windows_it_hides_that_none_matches() {
+            tryVerify(() => columns().length === 2);
+            const texts = column => all(column, item => item instanceof AppText && item.visible)
+                .map(item => item.text);
+            verify(texts(columns()[1]).includes("Drag a window here"));
+            world.board.searchText = "Nothing has this name";
+            verify(texts(columns()[0]).includes("No matching windows"));
+            // There is none to match.
+            verify(texts(columns()[1]).includes("Drag a window here"));
+            verify(!texts(columns()[1]).includes("No matching windows"));
+            world.board.searchText = "";
+            tryVerify(() => card("Letter") !== null);
+        }
+        function test_the_menu_of_the_board_makes_goals_and_takes_changes_back() {
+            tryVerify(() => columns().length === 2);
+            adding.clear();
+            const item = text => menuItems().find(each => each.text === text);
+            mouseClick(view(), 5, 300, Qt.RightButton);
+            tryVerify(() => menuItems().length === 3);
+            verify(item("Undo").enabled);
+            verify(!item("Redo").enabled);
+            chooseAndClose("New goal");
+            compare(adding.count, 1);
+            // By key while nothing is selected, and by assistive programs.
+            world.board.renameGoal(world.columnOfGoal("First"), "Renamed");
+            world.clearSelection();
+            world.board.selectionMenuRequested();
+            chooseAndClose("Undo");
+            compare(world.goalTitles(), ["First"]);
+            world.clearSelection();
+            view().Accessible.pressAction();
+            tryVerify(() => item("Redo")?.enabled);
+            chooseAndClose("Redo");
+            compare(world.goalTitles(), ["Renamed"]);
+            world.board.undo();
+        }
+        function test_goals_that_are_all_hidden_are_not_forgotten() {
+            tryVerify(() => columns().length === 2);
+            const adding = all(board, item => item instanceof AddGoalCard)[0];
+            const hint = "Goals without unfinished todos are hidden."
+                       + " Choose “Show All” to see them.";
+            const shows = () => all(adding, item => item instanceof AppText && item.visible
+                                                    && item.text === hint).length === 1;
+            verify(!shows());
+            world.board.toggleHidingGoalsWithoutOpenTodos();
+            verify(shows());
+            compare(adding.Accessible.description, hint);
+            world.board.toggleHidingGoalsWithoutOpenTodos();
+            verify(!shows());
+            tryVerify(() => columns().length === 2);
+        }
+    }
+}

@@ -1,0 +1,158 @@
+// The steps from one list to another: exact by table, right and minimal by random lists.
+#include "views/models/ListDiff.h"
+
+#include "support/Seed.h"
+
+#include <gtest/gtest.h>
+
+#include <QList>
+#include <QString>
+
+#include <algorithm>
+#include <chrono>
+#include <numeric>
+#include <random>
+
+namespace kelpa::test {
+namespace {
+
+using Steps = std::vector<ListStep>;
+
+/// Each character is a key.
+Steps steps(const QString& from, const QString& to)
+{
+    return listSteps(QList<QChar>(from.begin(), from.end()), QList<QChar>(to.begin(), to.end()));
+}
+
+QList<int> carriedOut(QList<int> list, const Steps& all, const QList<int>& target)
+{
+    for (const ListStep& step : all) {
+        if (const auto* const remove = std::get_if<RemoveRows>(&step))
+            list.remove(remove->first, remove->count);
+        else if (const auto* const move = std::get_if<MoveRow>(&step))
+            list.move(move->from, move->to);
+        else if (const auto* const insert = std::get_if<InsertRows>(&step))
+            for (int row = insert->first; row < insert->first + insert->count; ++row)
+                list.insert(row, target.at(row));
+    }
+    return list;
+}
+
+/// The least number of moves between two orders of the same keys, by the quadratic textbook way.
+int leastMoves(const QList<int>& from, const QList<int>& to)
+{
+    int best = 0;
+    QList<int> kept;
+    for (const int key : from)
+        if (to.contains(key))
+            kept.append(static_cast<int>(to.indexOf(key)));
+    std::vector<int> lengths(static_cast<std::size_t>(kept.size()), 1);
+    for (std::size_t i = 0; i < lengths.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j)
+            if (kept.at(static_cast<int>(j)) < kept.at(static_cast<int>(i)))
+                lengths[i] = std::max(lengths[i], lengths[j] + 1);
+        best = std::max(best, lengths[i]);
+    }
+    return static_cast<int>(kept.size()) - best;
+}
+
+TEST(ListDiff, Equal_lists_need_no_step)
+{
+    EXPECT_EQ(steps(QStringLiteral("abc"), QStringLiteral("abc")), Steps());
+    EXPECT_EQ(steps(QStringLiteral(""), QStringLiteral("")), Steps());
+}
+
+TEST(ListDiff, A_first_list_is_inserted_at_once)
+{
+    EXPECT_EQ(steps(QStringLiteral(""), QStringLiteral("abc")), (Steps{InsertRows{0, 3}}));
+}
+
+TEST(ListDiff, A_list_that_becomes_empty_is_removed_at_once)
+{
+    EXPECT_EQ(steps(QStringLiteral("abc"), QStringLiteral("")), (Steps{RemoveRows{0, 3}}));
+}
+
+TEST(ListDiff, Neighbours_are_removed_together_and_from_the_back)
+{
+    EXPECT_EQ(steps(QStringLiteral("abcdefg"), QStringLiteral("adg")),
+              (Steps{RemoveRows{4, 2}, RemoveRows{1, 2}}));
+}
+
+TEST(ListDiff, Neighbours_are_inserted_together_and_from_the_front)
+{
+    EXPECT_EQ(steps(QStringLiteral("ad"), QStringLiteral("xabcdy")),
+              (Steps{InsertRows{0, 1}, InsertRows{2, 2}, InsertRows{5, 1}}));
+}
+
+TEST(ListDiff, A_row_that_goes_to_the_end_is_the_only_one_that_moves)
+{
+    EXPECT_EQ(steps(QStringLiteral("abcde"), QStringLiteral("bcdea")), (Steps{MoveRow{0, 4}}));
+}
+
+TEST(ListDiff, A_row_that_comes_to_the_front_is_the_only_one_that_moves)
+{
+    EXPECT_EQ(steps(QStringLiteral("abcde"), QStringLiteral("eabcd")), (Steps{MoveRow{4, 0}}));
+}
+
+TEST(ListDiff, Reversing_rests_one_row)
+{
+    EXPECT_EQ(steps(QStringLiteral("abcd"), QStringLiteral("dcba")).size(), 3U);
+}
+
+TEST(ListDiff, Removing_moving_and_inserting_go_together)
+{
+    EXPECT_EQ(steps(QStringLiteral("abcdef"), QStringLiteral("fbxcd")),
+              (Steps{RemoveRows{4, 1}, RemoveRows{0, 1}, MoveRow{3, 0}, InsertRows{2, 1}}));
+}
+
+TEST(ListDiff, A_replaced_list_keeps_nothing)
+{
+    EXPECT_EQ(steps(QStringLiteral("ab"), QStringLiteral("xyz")),
+              (Steps{RemoveRows{0, 2}, InsertRows{0, 3}}));
+}
+
+TEST(ListDiff, Random_lists_are_reached_with_the_fewest_rows_touched)
+{
+    const std::uint64_t chosen = seed();
+    SCOPED_TRACE(seedText(chosen));
+    std::mt19937_64 random(chosen);
+    for (int round = 0; round < 3000; ++round) {
+        const auto draw = [&] {
+            QList<int> keys(12);
+            std::iota(keys.begin(), keys.end(), 0);
+            std::shuffle(keys.begin(), keys.end(), random);
+            keys.resize(static_cast<qsizetype>(random() % 13));
+            return keys;
+        };
+        const QList<int> from = draw();
+        const QList<int> to = draw();
+        const Steps all = listSteps(from, to);
+        ASSERT_EQ(carriedOut(from, all, to), to);
+
+        int removed = 0;
+        int moved = 0;
+        for (const ListStep& step : all) {
+            if (const auto* const remove = std::get_if<RemoveRows>(&step))
+                removed += remove->count;
+            moved += std::holds_alternative<MoveRow>(step) ? 1 : 0;
+        }
+        ASSERT_EQ(removed, std::count_if(from.begin(), from.end(),
+                                         [&](int key) { return !to.contains(key); }));
+        ASSERT_EQ(moved, leastMoves(from, to));
+    }
+}
+
+TEST(ListDiff, A_shuffle_of_a_hundred_thousand_rows_takes_no_quadratic_time)
+{
+    QList<int> from(100'000);
+    std::iota(from.begin(), from.end(), 0);
+    QList<int> to = from;
+    std::shuffle(to.begin(), to.end(), std::mt19937_64(1));
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_GT(listSteps(from, to).size(), 90'000U);
+    // Some forty milliseconds; ten billion comparisons would take this long many times over.
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,121 @@
+// What a press that moves on makes a drag of.
+#include "views/scene/BoardDragSource.h"
+
+#include <QDrag>
+#include <QMimeData>
+#include <QPixmap>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+// The build makes it for the module.
+extern void qml_register_types_Kelpa();
+
+namespace kelpa::test {
+namespace {
+
+/// Notes what would be dragged.
+class NotingSource : public BoardDragSource
+{
+public:
+    QStringList texts;
+    QPixmap pixmap;
+    QPoint hotSpot;
+
+protected:
+    void carryOut(QDrag& drag) override
+    {
+        EXPECT_TRUE(isDragging());
+        texts.append(drag.mimeData()->text());
+        pixmap = drag.pixmap();
+        hotSpot = drag.hotSpot();
+        // One drag at a time.
+        this->drag(QStringLiteral("another"), {}, 1, {});
+        drag.deleteLater();
+    }
+};
+
+const QByteArray scene = "import QtQuick\n"
+                         "import Kelpa\n"
+                         "Window { id: root; width: 300; height: 200; visible: true\n"
+                         "  property BoardDragSource source\n"
+                         "  Item { id: face; x: 20; y: 10; width: 100; height: 40\n"
+                         "    Rectangle { width: 0.5; height: 40; color: 'black' }\n"
+                         "    Rectangle { x: 0.5; width: 99.5; height: 40; color: 'white' } }\n"
+                         "  DragArea { objectName: 'area'; anchors.fill: parent; picture: face\n"
+                         "    dragSource: root.source; text: 'dragged' } }\n";
+
+class Dragging : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        qml_register_types_Kelpa();
+        engine.addImportPath(QStringLiteral(":/qt/qml"));
+        QQmlComponent component(&engine);
+        component.setData(scene, QUrl());
+        window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties(
+            {{QStringLiteral("source"), QVariant::fromValue<BoardDragSource*>(&source)}})));
+        ASSERT_NE(window, nullptr) << qPrintable(component.errorString());
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    }
+
+    void pressAndMoveOn(const QPoint& place)
+    {
+        QTest::mousePress(window.get(), Qt::LeftButton, {}, place);
+        QTest::mouseMove(window.get(), place + QPoint(40, 0));
+    }
+
+    QQmlEngine engine;
+    NotingSource source;
+    std::unique_ptr<QQuickWindow> window;
+};
+
+TEST_F(Dragging, The_picture_has_the_pixels_of_the_screen)
+{
+    const double ratio = window->devicePixelRatio();
+    pressAndMoveOn({50, 30});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !source.texts.isEmpty(); }));
+    QTest::mouseRelease(window.get(), Qt::LeftButton);
+    EXPECT_EQ(source.texts, QStringList{QStringLiteral("dragged")});
+    EXPECT_FALSE(source.isDragging());
+    EXPECT_EQ(source.hotSpot, QPoint(30, 20));
+    EXPECT_EQ(source.pixmap.deviceIndependentSize(), QSizeF(100, 40));
+    EXPECT_EQ(source.pixmap.size(), QSize(100, 40) * ratio);
+    if (ratio == 2) {
+        const QImage image = source.pixmap.toImage();
+        EXPECT_EQ(image.pixelColor(0, 40), QColor(Qt::black)) << "half a point is one pixel";
+        EXPECT_EQ(image.pixelColor(1, 40), QColor(Qt::white));
+    }
+}
+
+TEST_F(Dragging, What_is_held_beside_its_picture_is_held_at_the_edge_of_it)
+{
+    pressAndMoveOn({200, 150});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !source.texts.isEmpty(); }));
+    QTest::mouseRelease(window.get(), Qt::LeftButton);
+    EXPECT_EQ(source.hotSpot, QPoint(100, 40));
+}
+
+TEST_F(Dragging, What_goes_away_before_its_picture_is_there_is_not_dragged)
+{
+    QSignalSpy warnings(&engine, &QQmlEngine::warnings);
+    pressAndMoveOn({50, 30});
+    delete window->findChild<QObject*>(QStringLiteral("area"));
+    QSignalSpy frames(window.get(), &QQuickWindow::frameSwapped);
+    ASSERT_TRUE(frames.wait());
+    window->update();
+    ASSERT_TRUE(frames.wait());
+    QTest::mouseRelease(window.get(), Qt::LeftButton);
+    EXPECT_EQ(source.texts, QStringList());
+    EXPECT_EQ(warnings.size(), 0);
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,170 @@
+import QtQuick
+import QtTest
+import Kelpa
+import "../cases"
+
+Item {
+    id: root
+
+    width: 1300
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+
+    TodoCase {
+        name: "TodoAdding"
+        goalBoard: board
+
+        function test_the_add_button_of_a_goal_opens_a_field_that_stays() {
+            const first = column("First");
+            mouseClick(button(first, "lightbulb-plus"));
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("ab");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["ab (todo)"]);
+            compare(field(first).text, "");
+            verify(field(first).activeFocus);
+            type("cd");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["ab (todo)", "cd (todo)"]);
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First").length, 2);
+            verify(field(first) !== null);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => field(first) === null);
+            compare(world.board.todos.editorColumnID, "");
+        }
+        function test_what_is_written_for_a_new_todo_outlasts_its_field() {
+            for (const place of [unified(), column("Unsorted")]) {
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                type("ab");
+                field(place).focus = false;
+                compare(field(place).text, "ab");
+                // A column that is written in is not given to another goal when it is scrolled away.
+                verify(place.isPinned);
+                mouseClick(button(place, "lightbulb-plus"));
+                type("c");
+                compare(field(place).text, "abc");
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+                verify(!place.isPinned);
+            }
+            const first = column("First");
+            mouseClick(button(first, "lightbulb-plus"));
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("ab");
+            world.board.todos.requestEditor(column("Second").columnID);
+            tryVerify(() => field(first) === null);
+            compare(field(column("Second")).text, "");
+            mouseClick(button(first, "lightbulb-plus"));
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            compare(field(first).text, "ab");
+            mouseClick(button(first, "x"));
+            tryVerify(() => field(first) === null);
+            mouseClick(button(first, "lightbulb-plus"));
+            tryVerify(() => field(first) !== null);
+            compare(field(first).text, "");
+        }
+        function test_escape_gives_the_keyboard_back_to_the_button_that_opened_the_field() {
+            for (const place of [unified(), column("Unsorted"), column("First")]) {
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+                verify(!hasKeyboard());
+                button(place, "lightbulb-plus").forceActiveFocus(Qt.TabFocusReason);
+                keyClick(Qt.Key_Return);
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+                verify(button(place, "lightbulb-plus").visualFocus);
+            }
+        }
+        function test_a_field_that_an_arrow_leaves_closes_and_its_draft_stays() {
+            for (const place of [unified(), column("Unsorted")]) {
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                type("ab");
+                world.board.todos.leaveEditor();
+                tryVerify(() => field(place) === null);
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                compare(field(place).text, "ab");
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+            }
+        }
+        function test_a_key_gives_up_what_is_written_where_the_keyboard_is_and_nothing_else() {
+            const unsorted = column("Unsorted");
+            mouseClick(button(unsorted, "lightbulb-plus"));
+            tryVerify(() => field(unsorted) !== null && field(unsorted).activeFocus);
+            type("ab");
+            world.board.todos.requestEditor(world.columnOfGoal("First"));
+            tryVerify(() => field(column("First"))?.activeFocus ?? false);
+            type("cd");
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            tryVerify(() => field(column("Second"))?.activeFocus ?? false);
+            type("ef");
+            world.pressArrowInField();
+            for (const place of [unsorted, column("First"), column("Second")])
+                tryVerify(() => field(place) === null);
+            world.finishWriting();
+            compare(world.todos(""), ["ab (todo)"]);
+            compare(world.todos("First"), ["cd (todo)"]);
+            compare(world.todos("Second"), []);
+            // It is still there for who goes on with it, and wanted again.
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            tryVerify(() => field(column("Second"))?.activeFocus ?? false);
+            compare(field(column("Second")).text, "ef");
+            world.board.todos.leaveEditor();
+            tryVerify(() => field(column("Second")) === null);
+            world.finishWriting();
+            compare(world.todos("Second"), ["ef (todo)"]);
+        }
+        function test_a_field_that_is_left_for_that_of_another_goal_leaves_it_open() {
+            world.board.todos.requestEditor(world.columnOfGoal("First"));
+            tryVerify(() => field(column("First")) !== null && field(column("First")).activeFocus);
+            // As a click does, before the first field has noticed that it is left.
+            field(column("First")).focus = false;
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            wait(100);
+            verify(field(column("Second")).activeFocus);
+            compare(field(column("First")), null);
+            world.board.todos.cancelEditor();
+        }
+        function test_a_request_for_the_editor_moves_it_and_takes_the_keyboard() {
+            world.board.todos.requestEditor(world.columnOfGoal("First"));
+            tryVerify(() => field(column("First")) !== null && field(column("First")).activeFocus);
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            tryVerify(() => field(column("Second")) !== null && field(column("Second")).activeFocus);
+            compare(field(column("First")), null);
+            button(unified(), "lightbulb-plus").forceActiveFocus();
+            world.board.todos.requestEditor(world.columnOfGoal("Second"));
+            tryVerify(() => field(column("Second")).activeFocus);
+        }
+        function test_the_cancel_button_closes_the_field() {
+            const first = column("First");
+            mouseClick(button(first, "lightbulb-plus"));
+            tryVerify(() => field(first) !== null);
+            mouseClick(button(first, "x"));
+            tryVerify(() => field(first) === null);
+        }
+        function test_unassigned_todos_are_added_in_two_columns() {
+            for (const place of [column("Unsorted"), unified()]) {
+                mouseClick(button(place, "lightbulb-plus"));
+                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                type("x");
+                keyClick(Qt.Key_Return);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => field(place) === null);
+            }
+            compare(world.todos(""), ["x (todo)", "x (todo)"]);
+        }
+    }
+}

@@ -1,0 +1,209 @@
+import QtQuick
+import QtTest
+import Kelpa
+import "../cases"
+
+Item {
+    id: root
+
+    width: 1300
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+
+    Component {
+        id: lineText
+
+        AppText {
+            text: "A\nB\nC"
+        }
+    }
+
+    TodoCase {
+        name: "TodoEditing"
+        goalBoard: board
+
+        function test_a_click_on_the_title_edits_it_in_place() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            compare(field(first).text, "Read");
+            compare(field(first).Accessible.name, "Edit todo");
+            type("abc");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["abc (todo)"]);
+            tryVerify(() => field(first) === null);
+            verify(!hasKeyboard());
+            // The board's own keys reach it again, and no row of a todo.
+            keyClick(Qt.Key_Return);
+            compare(field(first), null);
+        }
+        function test_a_title_of_several_lines_is_one_line_that_keeps_its_breaks() {
+            const first = column("First");
+            world.addTodo("Buy\nmilk\u2028and\ttea", "First");
+            tryVerify(() => row(first, "Buy milk and tea") !== null);
+            const shown = row(first, "Buy milk and tea");
+            compare(face(first, "Buy milk and tea").Accessible.name, "Buy milk and tea");
+            const lines = all(shown, item => item instanceof AppText && item.visible);
+            for (const text of lines)
+                compare(text.lineCount, 1);
+            mouseClick(shown, 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            compare(field(first).text, "Buy\nmilk\u2028and\ttea");
+            keyClick(Qt.Key_End);
+            type("s");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["Buy\nmilk\u2028and\tteas (todo)"]);
+            // Also where a text did not come by the models.
+            const other = createTemporaryObject(lineText, root);
+            compare(other.lineCount, 1);
+            compare(other.height, createTemporaryObject(lineText, root, {text: "A"}).height);
+        }
+        function test_a_blank_title_keeps_the_editor_and_the_todo() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_F2);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            keyClick(Qt.Key_Space);
+            keyClick(Qt.Key_Return);
+            verify(field(first) !== null);
+            compare(world.todos("First"), ["Read (todo)"]);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)"]);
+            verify(face(first, "Read").activeFocus);
+        }
+        function test_return_that_ends_a_composition_does_not_commit() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            world.compose("にほん");
+            keyClick(Qt.Key_Return);
+            verify(field(first) !== null);
+            compare(world.todos("First"), ["Read (todo)"]);
+            world.compose("");
+            keyClick(Qt.Key_Escape);
+        }
+        function test_escape_during_a_composition_does_not_leave_the_field() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            world.compose("にほん");
+            keyClick(Qt.Key_Escape);
+            verify(field(first).activeFocus);
+            world.compose("");
+            // One that comes with the end of the composition would be the input method's.
+            tryVerify(() => {
+                keyClick(Qt.Key_Escape);
+                return field(first) === null;
+            });
+        }
+        function test_a_title_is_kept_when_the_keyboard_goes_elsewhere() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            button(row(first, "Write"), "circle").forceActiveFocus(Qt.TabFocusReason);
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["abc (todo)", "Write (todo)"]);
+            // Also when it goes to nobody, as after a click beside all buttons.
+            mouseClick(row(first, "abc"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("def");
+            field(first).focus = false;
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["def (todo)", "Write (todo)"]);
+            verify(!hasKeyboard());
+        }
+        function test_a_field_in_which_nobody_wrote_shows_what_is_undone_and_keeps_it() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            world.board.todos.rename(world.todoID("Read", "First"), world.columnOfGoal("First"), "Write");
+            tryVerify(() => row(first, "Write") !== null);
+            mouseClick(row(first, "Write"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            world.board.undo();
+            compare(field(first).text, "Read");
+            field(first).focus = false;
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)"]);
+            // What was written stays, and wins.
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            world.board.todos.rename(world.todoID("Read", "First"), world.columnOfGoal("First"), "Other");
+            compare(field(first).text, "abc");
+            field(first).focus = false;
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["abc (todo)"]);
+        }
+        function test_a_title_stands_at_the_left_also_while_it_is_written() {
+            const title = "\u0634\u0631\u0627\u0621 \u0627\u0644\u062d\u0644\u064a\u0628";
+            const first = column("First");
+            show(first, "First", [title]);
+            const text = all(row(first, title), item => item instanceof AppText
+                                                        && item.text === title)[0];
+            compare(text.effectiveHorizontalAlignment, Text.AlignLeft);
+            mouseClick(row(first, title), 60, 17);
+            tryVerify(() => field(first) !== null);
+            compare(field(first).effectiveHorizontalAlignment, TextInput.AlignLeft);
+            keyClick(Qt.Key_Escape);
+        }
+        function test_a_title_keeps_its_length_when_it_is_edited() {
+            const first = column("First");
+            const title = "x".repeat(40000);
+            show(first, "First", [title]);
+            mouseClick(row(first, title), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            compare(field(first).length, 40000);
+            keyClick(Qt.Key_End);
+            type("y");
+            keyClick(Qt.Key_Return);
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First")[0].length, 40001 + " (todo)".length);
+        }
+        function test_a_blank_title_is_not_kept() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            keyClick(Qt.Key_Space);
+            field(first).focus = false;
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)"]);
+        }
+        function test_the_cancel_button_of_an_edit_throws_it_away() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            // As the window does at every press beside the field.
+            const cancel = button(first, "x");
+            mousePress(cancel);
+            field(first).focus = false;
+            mouseRelease(cancel);
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)"]);
+        }
+        function test_editing_ends_when_the_keyboard_goes_elsewhere() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            mouseClick(row(first, "Read"), 60, 17);
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            face(first, "Write").forceActiveFocus();
+            tryVerify(() => field(first) === null);
+            compare(world.todos("First"), ["Read (todo)", "Write (todo)"]);
+        }
+    }
+}

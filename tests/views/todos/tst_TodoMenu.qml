@@ -1,0 +1,188 @@
+import QtQuick
+import QtTest
+import Kelpa
+import "../cases"
+
+Item {
+    id: root
+
+    width: 1300
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+
+    TodoCase {
+        name: "TodoMenu"
+        goalBoard: board
+
+        function test_the_goals_of_the_menu_follow_their_order_on_the_board() {
+            show(unified(), "", ["Sort"]);
+            const goals = () => {
+                face(unified(), "Sort").forceActiveFocus();
+                keyClick(Qt.Key_Menu);
+                choose("Move to goal");
+                tryVerify(() => menuItems().some(item => item.text === "Second"));
+                const titles = menuItems().filter(item => item.symbol === "circle")
+                    .sort((a, b) => a.y - b.y).map(item => item.text);
+                keyClick(Qt.Key_Escape);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => menuItems().length === 0);
+                return titles;
+            };
+            compare(goals(), ["First", "Second"]);
+            verify(world.board.moveColumn(world.columnOfGoal("First"), 1));
+            compare(goals(), ["Second", "First"]);
+            verify(world.board.moveColumn(world.columnOfGoal("First"), -1));
+            compare(goals(), ["First", "Second"]);
+        }
+        function test_what_deletes_stands_last_in_the_menus_of_todos_and_goals() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            const texts = () => menuItems().sort((a, b) => a.y - b.y).map(item => item.text);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 7);
+            compare(texts()[0], "Move to goal");
+            compare(texts()[6], "Delete todo");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            first.openSelectionMenu();
+            tryVerify(() => menuItems().length === 10);
+            compare(texts().slice(0, 5), ["Add windows to this goal", "Open Chrome in this goal",
+                                          "Open a Terminal in this goal",
+                                          "Show all windows in this goal", "Rename goal"]);
+            compare(texts()[9], "Delete goal");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+        }
+        function test_a_title_does_not_jump_when_the_button_comes() {
+            const first = column("First");
+            const title = "A title that is far too long for the row of any list of the board";
+            show(first, "First", [title]);
+            const text = only(all(row(first, title), item => item instanceof Text
+                                                             && item.text === title));
+            const width = text.width;
+            verify(text.truncated);
+            mouseMove(row(first, title), 60, 17);
+            tryCompare(button(row(first, title), "ellipsis"), "isShown", true);
+            compare(text.width, width);
+            mouseMove(root, 1, 699);
+        }
+        function test_the_menu_button_shows_where_the_pointer_or_the_keyboard_is() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            const menu = button(row(first, "Read"), "ellipsis");
+            compare(menu.Accessible.name, "More todo actions");
+            compare(menu.Accessible.role, Accessible.ButtonMenu);
+            verify(!menu.Accessible.ignored);
+            verify(!menu.isShown);
+            mouseMove(row(first, "Read"), 60, 17);
+            tryCompare(menu, "isShown", true);
+            mouseMove(root, 1, 699);
+            tryCompare(menu, "isShown", false);
+            face(first, "Read").forceActiveFocus();
+            verify(menu.isShown);
+            mouseClick(menu);
+            tryVerify(() => menuItems().length === 7);
+            keyClick(Qt.Key_Escape);
+        }
+        function test_the_menu_of_a_todo_edits_it() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            choose("Edit todo");
+            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            type("abc");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First"), ["abc (todo)"]);
+            tryVerify(() => face(first, "abc").activeFocus);
+        }
+        function test_the_menu_of_a_todo_deletes_it() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            mouseClick(row(first, "Read"), 60, 17, Qt.RightButton);
+            tryVerify(() => menuItems().length === 7);
+            choose("Delete todo");
+            tryVerify(() => world.todos("First").length === 1);
+            compare(world.todos("First"), ["Write (todo)"]);
+        }
+        function test_the_keys_move_a_todo_to_another_goal_by_its_menu() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            face(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_F10, Qt.ShiftModifier);
+            choose("Move to goal");
+            // The other goal and the unassigned column.
+            tryVerify(() => menuItems().length === 9);
+            choose("Second");
+            tryVerify(() => world.todos("Second").length === 1);
+            compare(world.todos("First"), []);
+        }
+        function test_the_menu_of_a_todo_moves_it_within_the_list_that_shows_it() {
+            const first = column("First");
+            show(first, "First", ["A", "B", "C"]);
+            face(first, "B").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 7);
+            const move = text => menuItems().find(item => item.text === text);
+            verify(move("Move todo up").enabled);
+            verify(move("Move todo down").enabled);
+            choose("Move todo down");
+            tryVerify(() => rowTitles(first).join() === "A,C,B");
+            tryVerify(() => menuItems().length === 0);
+            face(first, "B").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 7);
+            verify(!move("Move todo down").enabled);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+        }
+        function test_the_menu_of_a_todo_moves_it_to_the_ends_of_the_list_in_one_step() {
+            const first = column("First");
+            show(first, "First", ["A", "B", "C"]);
+            face(first, "C").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            choose("Move to top");
+            tryVerify(() => rowTitles(first).join() === "C,A,B");
+            tryVerify(() => menuItems().length === 0);
+            world.board.undo();
+            tryVerify(() => rowTitles(first).join() === "A,B,C");
+            face(first, "A").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            choose("Move to bottom");
+            tryVerify(() => rowTitles(first).join() === "B,C,A");
+            tryVerify(() => menuItems().length === 0);
+        }
+        function test_where_a_todo_can_go_nowhere_the_menu_does_not_offer_it() {
+            const goals = [world.columnOfGoal("First"), world.columnOfGoal("Second")];
+            for (const goal of goals)
+                world.board.deleteGoal(goal);
+            const unsorted = column("Unsorted");
+            show(unsorted, "", ["Read"]);
+            face(unsorted, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            const move = () => menuItems().find(item => item.text === "Move to goal");
+            tryVerify(() => move() !== undefined);
+            verify(!move().enabled);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            world.removeTodos();
+            world.board.createGoal("First");
+            world.board.createGoal("Second");
+            tryVerify(() => column("Second") !== null);
+            world.addTodo("Read", "");
+            tryVerify(() => row(unsorted, "Read") !== null);
+            face(unsorted, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => move() !== undefined);
+            verify(move().enabled);
+            keyClick(Qt.Key_Escape);
+        }
+    }
+}

@@ -1,0 +1,150 @@
+import QtQuick
+import QtTest
+import Kelpa
+import "../cases"
+
+Item {
+    id: root
+
+    width: 1300
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+
+    TodoCase {
+        name: "TodoRows"
+        goalBoard: board
+
+        function test_todos_are_list_items_named_by_their_title() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            compare(face(first, "Read").Accessible.name, "Read");
+            compare(unified().Accessible.role, Accessible.List);
+            compare(unified().Accessible.name, "All todos");
+            compare(face(unified(), "Read").Accessible.description, "First");
+        }
+        function test_the_status_button_goes_round() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            const status = button(row(first, "Read"), "circle");
+            compare(status.Accessible.name,
+                    world.board.copy.statusAccessibilityLabel("todo"));
+            compare(status.help, world.board.copy.statusHelp("todo"));
+            mouseClick(status);
+            compare(world.todos("First")[0], "Read (ing)");
+            compare(status.symbol, "circle-half");
+            mouseClick(status);
+            compare(world.todos("First")[0], "Read (completed)");
+            compare(status.symbol, "circle-check-filled");
+            // Still on the card of its goal, but no more among all todos.
+            compare(rowTitles(first), ["Read", "Write"]);
+            tryVerify(() => row(unified(), "Read") === null);
+            mouseClick(status);
+            compare(world.todos("First")[0], "Read (todo)");
+        }
+        function test_a_key_that_is_held_presses_a_button_once() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            for (const key of [Qt.Key_Return, Qt.Key_Space]) {
+                const before = world.todos("First")[0];
+                button(first, before === "Read (todo)" ? "circle" : "circle-half")
+                    .forceActiveFocus(Qt.TabFocusReason);
+                keyPress(key);
+                for (let i = 0; i < 5; ++i)
+                    world.repeatKey(board, key);
+                keyRelease(key);
+                compare(world.todos("First")[0],
+                        before === "Read (todo)" ? "Read (ing)" : "Read (completed)");
+            }
+        }
+        function test_the_list_of_all_todos_is_selected_by_mouse_and_by_assistive_programs() {
+            world.clearSelection();
+            mouseClick(unified(), 60, 24);
+            verify(world.board.todos.isUnifiedSelected);
+            world.clearSelection();
+            unified().Accessible.pressAction();
+            verify(world.board.todos.isUnifiedSelected);
+        }
+        function test_the_handle_copies() {
+            show(column("First"), "First", ["Read"]);
+            const handle = button(row(column("First"), "Read"), "menu");
+            compare(handle.Accessible.name, "Copy and drag todo");
+            mouseClick(handle);
+            compare(world.clipboard(), "Read");
+        }
+        function test_alt_and_an_arrow_reorder() {
+            const first = column("First");
+            show(first, "First", ["A", "B", "C"]);
+            face(first, "C").forceActiveFocus();
+            keyClick(Qt.Key_Up, Qt.AltModifier);
+            tryVerify(() => rowTitles(first).join() === "A,C,B");
+            keyClick(Qt.Key_Up, Qt.AltModifier);
+            tryVerify(() => rowTitles(first).join() === "C,A,B");
+            keyClick(Qt.Key_Down, Qt.AltModifier);
+            tryVerify(() => rowTitles(first).join() === "A,C,B");
+            tryVerify(() => rowTitles(unified()).join() === "A,C,B");
+        }
+        function test_the_priority_menu_sets_the_priority() {
+            const second = column("Second");
+            const shown = button(second, "equal");
+            compare(shown.Accessible.name, world.board.copy.priorityAccessibilityLabel("p2"));
+            mouseClick(shown);
+            tryVerify(() => menuItems().length === 4);
+            compare(menuItems().filter(item => item.isChosen).map(item => item.text),
+                    [world.board.copy.priorityName("p2")]);
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => world.priorityOf("Second") === "p0");
+            compare(shown.symbol, "chevrons-up");
+            world.board.todos.setPriority(world.columnOfGoal("Second"), "p2");
+        }
+        function test_a_todo_that_is_dragged_has_a_ground_wherever_it_is_held() {
+            const first = column("First");
+            show(first, "First", ["Read"]);
+            const shown = row(first, "Read");
+            const grounds = () => all(face(first, "Read"), item => item instanceof Rectangle
+                                      && item.width === shown.width && item.height === shown.height
+                                      && Qt.colorEqual(item.color, Theme.card)).length;
+            for (const x of [60, shown.width - 14]) {
+                compare(grounds(), 0);
+                mousePress(shown, x, 17);
+                mouseMove(shown, x - 40, 17);
+                compare(grounds(), 1);
+                mouseRelease(shown, x - 40, 17);
+            }
+        }
+        function test_alt_and_an_arrow_move_a_goal() {
+            button(column("Second"), "ellipsis").forceActiveFocus();
+            keyClick(Qt.Key_Left, Qt.AltModifier);
+            compare(world.goalTitles(), ["Second", "First"]);
+            keyClick(Qt.Key_Right, Qt.AltModifier);
+            compare(world.goalTitles(), ["First", "Second"]);
+        }
+        function test_the_badges_count_open_todos() {
+            const first = column("First");
+            show(first, "First", ["A", "B"]);
+            world.board.todos.toggle(world.todoID("A", "First"), first.columnID);
+            world.board.todos.toggle(world.todoID("A", "First"), first.columnID);
+            tryCompare(first, "openTodoCount", 1);
+            const badge = all(first, item => item instanceof CountBadge)[0];
+            compare(badge.Accessible.name, world.board.copy.openTodoCount(1));
+        }
+        function test_an_empty_list_says_so() {
+            const texts = all(column("First"), item => item instanceof AppText && item.visible)
+                .map(item => item.text);
+            verify(texts.includes("No todos yet"));
+        }
+        function test_a_long_list_makes_only_the_rows_that_show() {
+            for (let i = 0; i < 1000; ++i)
+                world.addTodo("Todo " + i, "First");
+            tryVerify(() => rowTitles(column("First")).length > 5);
+            verify(rowTitles(column("First")).length < 60);
+            verify(rowTitles(unified()).length < 60);
+        }
+    }
+}

@@ -1,0 +1,146 @@
+import QtQuick
+import QtTest
+import Kelpa
+import "../cases"
+
+Item {
+    id: root
+
+    width: 1100
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+
+    WindowCase {
+        name: "WindowCard"
+        goalBoard: board
+
+        function test_cards_are_list_items_named_by_owner_and_title() {
+            tryVerify(() => card("Report") !== null);
+            compare(card("Report").Accessible.name, "App 1000: Report");
+            compare(card("Report").Accessible.role, Accessible.ListItem);
+        }
+        function test_a_card_survives_what_happens_to_its_neighbour() {
+            tryVerify(() => card("Report") !== null);
+            const before = card("Report");
+            world.addWindow(9, "Newcomer");
+            tryVerify(() => card("Newcomer") !== null);
+            world.board.moveWindow(9, world.columnOfGoal("First"));
+            compare(card("Report"), before);
+            world.removeWindow(9);
+            tryVerify(() => card("Newcomer") === null);
+            compare(card("Report"), before);
+        }
+        function test_a_click_switches_to_the_window() {
+            tryVerify(() => card("Letter") !== null);
+            mouseClick(card("Letter"), 60, 110);
+            tryVerify(() => card("Letter")?.isSelected ?? false);
+            world.runPending();
+            verify(world.calls().includes("raise Letter"));
+        }
+        function test_return_on_a_card_switches_to_its_window() {
+            tryVerify(() => card("Report") !== null);
+            card("Report").forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => card("Report")?.isSelected ?? false);
+            world.runPending();
+            verify(world.calls().includes("raise Report"));
+        }
+        function test_an_assistive_program_switches_to_the_window() {
+            tryVerify(() => card("Letter") !== null);
+            const before = world.calls().length;
+            card("Letter").Accessible.pressAction();
+            world.runPending();
+            verify(world.calls().slice(before).includes("raise Letter"));
+        }
+        function test_the_buttons_of_a_card_are_reached_by_keyboard() {
+            tryVerify(() => card("Letter") !== null);
+            card("Letter").forceActiveFocus();
+            const close = cardButton("Letter", "x");
+            compare(close.Accessible.name, "Close this app process");
+            keyClick(Qt.Key_Tab);
+            verify(cardButton("Letter", "ellipsis").activeFocus);
+            keyClick(Qt.Key_Tab);
+            verify(close.activeFocus);
+            const before = world.calls().length;
+            keyClick(Qt.Key_Return);
+            world.runPending();
+            verify(world.calls().slice(before).includes("quit 1000"));
+        }
+        function test_a_finger_reaches_the_close_button_of_a_card_at_rest() {
+            mouseMove(root, 1090, 690);
+            tryVerify(() => card("Report") !== null);
+            const button = cardButton("Report", "x");
+            verify(button.visible);
+            const before = world.calls().length;
+            touchEvent(button).press(0, button, 11, 11).commit();
+            touchEvent(button).release(0, button, 11, 11).commit();
+            world.runPending();
+            verify(world.calls().slice(before).includes("quit 1000"));
+        }
+        function test_a_card_shows_a_message_and_then_the_preview() {
+            world.addWindow(11, "Fresh");
+            tryVerify(() => card("Fresh") !== null);
+            compare(card("Fresh").previewMessage, "This window cannot be captured yet");
+            for (let i = 0; i < 3; ++i)
+                world.capture();
+            tryVerify(() => card("Fresh") !== null && card("Fresh").previewRevision !== 0);
+            compare(card("Fresh").previewMessage, "");
+            const middle = () => {
+                const fresh = card("Fresh");
+                const at = fresh.mapToItem(board, fresh.width / 2, 40);
+                return grabImage(board).pixel(at.x, at.y);
+            };
+            tryVerify(() => Qt.colorEqual(middle(), "#ff0000"));
+            world.removeWindow(11);
+        }
+        function test_the_tip_of_a_card_has_a_text_that_is_cut_off_data() {
+            const longText = "A text that is far too long for any card of the board to show it";
+            return [
+                {tag: "title", title: longText, owner: "Mail"},
+                {tag: "name of the application", title: "Short", owner: longText}
+            ];
+        }
+        function test_the_tip_of_a_card_has_a_text_that_is_cut_off(data) {
+            const help = "Click to switch to the window; drag to another goal";
+            world.addWindow(12, data.title);
+            world.nameOwner(12, data.owner);
+            tryVerify(() => card(data.title) !== null);
+            const tip = all(card(data.title), item => item instanceof HoverTip)
+                .find(item => item.parent === card(data.title));
+            tryCompare(tip, "text", data.title + "\n" + data.owner + "\n" + help);
+            // Not where everything can be read.
+            world.nameOwner(12, "Mail");
+            if (data.title === "Short")
+                tryCompare(tip, "text", help);
+            world.removeWindow(12);
+        }
+        function test_the_tip_of_a_card_goes_when_it_is_pressed_and_comes_with_the_pointer() {
+            tryVerify(() => card("Report") !== null);
+            const report = card("Report");
+            const tip = all(report, item => item instanceof HoverTip)
+                .find(item => item.parent === report);
+            mouseMove(report, 60, 110);
+            tryVerify(() => tip.active);
+            mousePress(report, 60, 110);
+            verify(!tip.active);
+            mouseRelease(report, 60, 110);
+            verify(!tip.active);
+            mouseMove(root, 1090, 690);
+            mouseMove(report, 60, 110);
+            tryVerify(() => tip.active);
+            mouseMove(root, 1090, 690);
+        }
+        function test_a_title_of_spaces_shows_as_a_window() {
+            world.addWindow(10, "   ");
+            tryVerify(() => card("Window") !== null);
+            compare(card("Window").Accessible.name, "App 1000: Window");
+            world.removeWindow(10);
+        }
+    }
+}

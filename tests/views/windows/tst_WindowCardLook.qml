@@ -1,0 +1,145 @@
+import QtQuick
+import QtTest
+import Kelpa
+import "../cases"
+
+Item {
+    id: root
+
+    width: 1100
+    height: 700
+
+    GoalBoard {
+        id: board
+
+        anchors.fill: parent
+        board: world.board
+    }
+
+    WindowCase {
+        name: "WindowCardLook"
+        goalBoard: board
+
+        function face(title) {
+            return all(card(title), item => item.isPictured !== undefined
+                                            && item.parent === card(title))[0];
+        }
+        function test_a_card_rises_under_the_pointer_and_gives_way_to_a_press() {
+            world.clearSelection();
+            mouseMove(root, 1090, 690);
+            tryVerify(() => card("Report") !== null);
+            const report = face("Report");
+            tryCompare(report, "scale", 1);
+            compare(report.opacity, 1);
+            mouseMove(card("Report"), 60, 110);
+            tryCompare(report, "scale", 1.012);
+            compare(report.opacity, 1);
+            mousePress(card("Report"), 60, 110);
+            tryCompare(report, "scale", 0.985);
+            compare(report.opacity, 0.82);
+            mouseRelease(card("Report"), 60, 110);
+            tryCompare(report, "scale", 1.012);
+            compare(report.opacity, 1);
+            mouseMove(root, 1090, 690);
+            // The selected one stays raised.
+            tryVerify(() => card("Report")?.isSelected ?? false);
+            compare(report.scale, 1.012);
+            world.clearSelection();
+            tryCompare(report, "scale", 1);
+        }
+        function test_a_raised_card_has_no_seams() {
+            tryVerify(() => card("Report") !== null);
+            world.board.focusWindow(4294967295);
+            for (let width = 900; width < 1010; width += 7) {
+                board.anchors.rightMargin = root.width - width;
+                waitForRendering(board);
+                tryVerify(() => card("Report") !== null);
+                const report = card("Report");
+                tryCompare(face("Report"), "scale", 1.012);
+                // Below the caption, from one round corner to the other.
+                const at = report.mapToItem(board, 0, report.height - 5);
+                const image = grabImage(board);
+                const colors = new Set();
+                for (let x = 6; x < report.width - 6; ++x)
+                    colors.add(String(image.pixel(Math.round(at.x) + x, Math.round(at.y))));
+                compare([width, colors.size], [width, 1]);
+            }
+            board.anchors.rightMargin = 0;
+            world.clearSelection();
+        }
+        function test_the_ring_goes_from_the_column_to_the_card_that_is_selected() {
+            // Of its own selection only: no keyboard focus.
+            root.forceActiveFocus();
+            tryVerify(() => card("Letter") !== null && columns().length === 2);
+            const isOf = (each, item) => each.parent === item
+                    || (each.parent instanceof FocusRing && each.parent.parent === item);
+            const ring = item => all(item, each => each instanceof Rectangle && isOf(each, item)
+                                                   && each.border.width === 2)[0];
+            const unsorted = columns()[0];
+            world.board.todos.goToColumn("kelpa-unassigned");
+            tryVerify(() => unsorted.isSelected);
+            verify(ring(unsorted).visible);
+            verify(Qt.colorEqual(ring(unsorted).border.color, Theme.focus));
+            compare(world.states(unsorted), ["selectable", "selected"]);
+            tryVerify(() => card("Letter") !== null);
+            verify(!(ring(card("Letter"))?.visible ?? false));
+            world.board.focusWindow(8);
+            tryVerify(() => card("Letter")?.isSelected ?? false);
+            verify(ring(card("Letter")).visible);
+            compare(world.states(card("Letter")), ["selectable", "selected"]);
+            compare(world.states(card("Report")), ["selectable"]);
+            verify(Qt.colorEqual(ring(card("Letter")).border.color, Theme.focus));
+            verify(!ring(card("Report")).visible);
+            verify(ring(unsorted).visible);
+            verify(Qt.colorEqual(ring(unsorted).border.color, Theme.enteredOutline));
+            world.clearSelection();
+            tryVerify(() => !ring(unsorted).visible);
+        }
+        /// The colour in the middle of a card's icon; of the symbol, that of the card behind it.
+        function iconColor(title) {
+            const place = all(card(title), item => item instanceof CardCaption)[0].children[0];
+            const at = place.mapToItem(board, 10, 10);
+            return grabImage(board).pixel(at.x, at.y);
+        }
+        function hasSymbol(title) {
+            return all(card(title), item => item instanceof AppIcon && item.visible
+                                            && item.name === "app-window").length === 1;
+        }
+        function test_the_icon_of_a_window_takes_the_place_of_the_symbol_when_it_comes() {
+            world.addWindow(13, "Late");
+            tryVerify(() => card("Late") !== null && hasSymbol("Late"));
+            tryVerify(() => Qt.colorEqual(iconColor("Late"), Theme.card));
+            world.setIcon(13);
+            // The window draws itself.
+            tryVerify(() => {
+                world.capture();
+                return card("Late") !== null && Qt.colorEqual(iconColor("Late"), "#ff0000");
+            });
+            verify(!hasSymbol("Late"));
+            world.removeWindow(13);
+        }
+        function test_a_window_that_carries_another_icon_shows_it() {
+            world.addWindow(17, "Changing");
+            world.setIcon(17);
+            tryVerify(() => {
+                world.capture();
+                return card("Changing") !== null && Qt.colorEqual(iconColor("Changing"), "#ff0000");
+            });
+            world.replaceIcon(17);
+            tryVerify(() => Qt.colorEqual(iconColor("Changing"), "#0000ff"));
+            verify(!hasSymbol("Changing"));
+            world.removeWindow(17);
+        }
+        function test_the_icon_of_an_application_comes_when_it_becomes_known() {
+            world.addWindow(14, "Unknown");
+            tryVerify(() => card("Unknown") !== null && hasSymbol("Unknown"));
+            tryVerify(() => Qt.colorEqual(iconColor("Unknown"), Theme.card));
+            world.recognizeApplication();
+            tryVerify(() => Qt.colorEqual(iconColor("Unknown"), "#00ff00"));
+            verify(!hasSymbol("Unknown"));
+            world.forgetApplication();
+            tryVerify(() => hasSymbol("Unknown"));
+            world.removeWindow(14);
+        }
+    }
+}
