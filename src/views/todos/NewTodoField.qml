@@ -11,8 +11,8 @@ TodoField {
     required property string listID
 
     signal added
-    /// `returnsKeyboard` says whether the focus is to return to where it came from; it is false where
-    /// the focus has gone elsewhere already.
+    /// `returnsKeyboard` says whether the focus is to return to where it came from; it is false
+    /// where the focus has gone elsewhere already.
     signal closed(returnsKeyboard: bool)
 
     symbol: "circle"

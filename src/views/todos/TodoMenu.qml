@@ -30,7 +30,7 @@ AppMenu {
         root.popup(owner, position.x, position.y);
     }
 
-    /// Called before an action that may remove the row: the list then moves the focus on from there.
+    /// Called before an action that may remove the row: the list moves the focus on from there.
     function returnKeyboard(): void {
         if (root.isByKeyboard && root.row?.todoID === root.todoID)
             root.row.takeKeyboard();

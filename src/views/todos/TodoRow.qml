@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa
 
-/// A todo in a list: its face or, while its title is edited, a field; and the area where other todos
-/// are dropped.
+/// A todo in a list: its face or, while its title is edited, a field; and the area where other
+/// todos are dropped.
 FocusScope {
     id: root
 

@@ -4,8 +4,8 @@ import QtQuick
 import Kelpa
 
 /// Accepts todos that are dragged onto a row of their list: they move before the row's todo or, on
-/// the lower half of the last row, behind it, as nothing else leads to the end of a list. Anything but
-/// a todo is passed on to the column.
+/// the lower half of the last row, behind it, as nothing else leads to the end of a list. Anything
+/// but a todo is passed on to the column.
 DropArea {
     id: root
 

@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa
 
-/// The row of a todo while its title is not edited: status button, title, buttons and handle. A click
-/// on the title edits it, a drag moves the todo, and `TodoRowKeys` says what its keys do.
+/// The row of a todo while its title is not edited: status button, title, buttons and handle. A
+/// click on the title edits it, a drag moves the todo, and `TodoRowKeys` says what its keys do.
 FocusableItem {
     id: root
 
