@@ -55,7 +55,7 @@ std::optional<WindowID> StartupIdLookup::firstWith(const QByteArray& startupID,
         return std::nullopt;
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (!isStanding(m_link))
+    if (!isConnected(m_link))
         m_link = m_connector->open();
     if (!m_link)
         return std::nullopt;

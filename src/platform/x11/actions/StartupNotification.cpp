@@ -53,7 +53,7 @@ void announceStartupEnd(DisplayConnection& link, const QByteArray& startupID)
         xcb_client_message_event_t event{};
         event.response_type = XCB_CLIENT_MESSAGE;
         event.format = 8;
-        event.window = link.ownWindow();
+        event.window = link.helperWindow();
         event.type = link.atoms()[begin == 0 ? Atom::netStartupInfoBegin : Atom::netStartupInfo];
         const QByteArray piece = text.mid(begin, pieceSize);
         std::copy(piece.begin(), piece.end(), std::begin(event.data.data8));

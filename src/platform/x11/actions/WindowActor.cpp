@@ -95,14 +95,14 @@ WindowActor::~WindowActor() = default;
 
 bool WindowActor::connect()
 {
-    if (isStanding(m_link))
+    if (isConnected(m_link))
         return true;
     m_asked.reset();
     m_link = m_connector->open();
     if (!m_link)
         return false;
     XcbConnection& connection = m_link->connection();
-    for (const xcb_window_t window : {connection.root(), m_link->ownWindow()})
+    for (const xcb_window_t window : {connection.root(), m_link->helperWindow()})
         selectEvents(connection, window, XCB_EVENT_MASK_PROPERTY_CHANGE);
     return true;
 }
@@ -180,7 +180,7 @@ void WindowActor::requestTime()
     XcbConnection& connection = m_link->connection();
     while (connection.pollEvent()) {
     }
-    xcb_change_property(connection.raw(), XCB_PROP_MODE_APPEND, m_link->ownWindow(),
+    xcb_change_property(connection.raw(), XCB_PROP_MODE_APPEND, m_link->helperWindow(),
                         m_link->atoms()[Atom::kelpaTime], XCB_ATOM_CARDINAL, 32, 0, nullptr);
 }
 
@@ -192,7 +192,7 @@ std::optional<std::uint32_t> WindowActor::requestedTime(PropertyReply& later)
     while (const XcbEvent event = m_link->connection().queuedEvent()) {
         if (typeOf(*event) == XCB_PROPERTY_NOTIFY) {
             const auto& notice = as<xcb_property_notify_event_t>(*event);
-            if (notice.window == m_link->ownWindow() &&
+            if (notice.window == m_link->helperWindow() &&
                 notice.atom == m_link->atoms()[Atom::kelpaTime])
                 time = notice.time;
         }
@@ -203,7 +203,7 @@ std::optional<std::uint32_t> WindowActor::requestedTime(PropertyReply& later)
 std::optional<std::uint32_t> WindowActor::freshTime()
 {
     requestTime();
-    PropertyReply barrier = ask(m_link->ownWindow(), m_link->atoms()[Atom::kelpaTime], 0);
+    PropertyReply barrier = ask(m_link->helperWindow(), m_link->atoms()[Atom::kelpaTime], 0);
     return requestedTime(barrier);
 }
 
