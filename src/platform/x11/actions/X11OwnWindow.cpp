@@ -15,7 +15,7 @@ X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPage
 {}
 
 std::unique_ptr<Subscription>
-X11OwnWindow::watchCovered(std::uint32_t window, std::function<void(bool isOccluded)> changed)
+X11OwnWindow::watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed)
 {
     return std::make_unique<OcclusionMonitor>(m_connector, m_scheduler, window, std::move(changed));
 }

@@ -23,7 +23,7 @@ public:
 
     void requestFront(std::uint32_t window, const FrontOccasion& occasion) override;
     [[nodiscard]] std::unique_ptr<Subscription>
-    watchCovered(std::uint32_t window, std::function<void(bool isOccluded)> changed) override;
+    watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed) override;
 
 private:
     void completeStartup(const QByteArray& startupID);
