@@ -20,8 +20,8 @@ class ServerTimeRequest
 public:
     explicit ServerTimeRequest(DisplayConnection& display);
 
-    /// Waits for the server and discards all other events that have arrived by then. Absent when
-    /// the connection is lost. To be called once.
+    /// Waits for the server and discards all other events that have arrived by then, also those of
+    /// other such requests. Absent when the connection is lost. To be called once.
     std::optional<xcb_timestamp_t> get();
 
 private:
