@@ -82,7 +82,7 @@ struct X11Desktop::Parts
                                     [this](WindowID number) { return clientWindow(number); }};
     ApplicationLauncher launcher{entries};
     x11::X11Applications applications{QByteArray(), pager, startupIDs, applicationIcons, launcher};
-    x11::X11WindowActions accessibility{windowServer.trust(), pager};
+    x11::X11WindowActions windowActions{windowServer.trust(), pager};
     QtPasteboard pasteboard;
     x11::GrabFocusFilter grabFocusFilter;
     DesktopWorkspace workspace;
@@ -115,7 +115,7 @@ void X11Desktop::setWindowsChanged(std::function<void()> changed)
 
 Platform X11Desktop::platform()
 {
-    return {m_parts->windowServer, m_parts->accessibility, m_parts->applications,
+    return {m_parts->windowServer, m_parts->windowActions, m_parts->applications,
             m_parts->pasteboard, m_parts->workspace};
 }
 

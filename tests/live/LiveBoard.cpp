@@ -44,7 +44,7 @@ void LiveBoard::noteDocuments()
 void LiveBoard::openStore()
 {
     m_store = std::make_unique<WindowStore>(
-        Platform{m_countingServer, m_accessibility, m_applications, m_rest, m_rest}, m_settings,
+        Platform{m_countingServer, m_windowActions, m_applications, m_rest, m_rest}, m_settings,
         m_scheduler);
 }
 

@@ -101,7 +101,7 @@ private:
     x11::EwmhPager m_pager;
     x11::StartupIdLookup m_startupIDs{
         m_connector, [this](WindowID number) { return m_server.clientWindow(number); }};
-    x11::X11WindowActions m_accessibility{m_server.trust(), m_pager};
+    x11::X11WindowActions m_windowActions{m_server.trust(), m_pager};
     ForeignApplications m_applications;
     std::unique_ptr<WindowStore> m_store;
 };

@@ -39,11 +39,11 @@ TEST_F(WindowServerOnDisplay, Without_a_window_manager_there_is_no_list_and_no_t
 TEST_F(WindowServerOnDisplay, Trust_goes_and_comes_with_the_window_manager)
 {
     x11::EwmhPager pager(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
-    const x11::X11WindowActions accessibility(server->trust(), pager);
+    const x11::X11WindowActions windowActions(server->trust(), pager);
     std::optional<WindowManager> manager(xServer.display());
     EXPECT_TRUE(server->openDiscoverySource()->isAccessibilityTrusted());
     EXPECT_TRUE(server->isScreenCaptureTrusted());
-    EXPECT_TRUE(accessibility.isTrusted());
+    EXPECT_TRUE(windowActions.isTrusted());
 
     // Killed, it leaves its hint behind.
     manager->kill();
@@ -52,12 +52,12 @@ TEST_F(WindowServerOnDisplay, Trust_goes_and_comes_with_the_window_manager)
     EXPECT_TRUE(client.word(client.root(), "_NET_SUPPORTING_WM_CHECK").has_value());
     EXPECT_FALSE(server->openDiscoverySource()->windowList(WindowListScope::all).has_value());
     EXPECT_FALSE(server->isScreenCaptureTrusted());
-    EXPECT_FALSE(accessibility.isTrusted());
+    EXPECT_FALSE(windowActions.isTrusted());
 
     manager.emplace(xServer.display());
     server->refreshTrust();
     EXPECT_TRUE(server->isScreenCaptureTrusted());
-    EXPECT_TRUE(accessibility.isTrusted());
+    EXPECT_TRUE(windowActions.isTrusted());
     EXPECT_TRUE(server->openDiscoverySource()->windowList(WindowListScope::all).has_value());
 }
 

@@ -24,10 +24,9 @@ bool hasCloseButton(const ClientWindow& client)
 
 } // namespace
 
-EwmhPager::EwmhPager(std::shared_ptr<DisplayConnector> connector, ClientWindowOf clientWindowOf,
+EwmhPager::EwmhPager(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow,
                      const ActivationLimits& limits)
-    : m_connector(std::move(connector)), m_clientWindowOf(std::move(clientWindowOf)),
-      m_activator(limits)
+    : m_connector(std::move(connector)), m_findWindow(std::move(findWindow)), m_activator(limits)
 {}
 
 EwmhPager::~EwmhPager() = default;
@@ -68,7 +67,7 @@ std::optional<EwmhPager::Windows> EwmhPager::readWindows(ProcessID process)
             continue;
         // Any client can write a tag; the listing knows which window has the number.
         const std::optional<std::uint32_t> tag = each.sighting.tag;
-        if (tag && m_clientWindowOf(*tag) == each.client.window)
+        if (tag && m_findWindow(*tag) == each.client.window)
             each.client.number = *tag;
         windows.clients.push_back(std::move(each.client));
     }

@@ -29,9 +29,9 @@ class EwmhPager
 {
 public:
     /// The server's id of a window as last listed, as `X11WindowServer::clientWindow` gives it.
-    using ClientWindowOf = std::function<std::optional<std::uint32_t>(WindowID)>;
+    using FindWindow = std::function<std::optional<std::uint32_t>(WindowID)>;
 
-    EwmhPager(std::shared_ptr<DisplayConnector> connector, ClientWindowOf clientWindowOf,
+    EwmhPager(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow,
               const ActivationLimits& limits = {});
     EwmhPager(const EwmhPager&) = delete;
     EwmhPager& operator=(const EwmhPager&) = delete;
@@ -84,7 +84,7 @@ private:
                         std::optional<std::uint32_t> inputTime = std::nullopt);
 
     const std::shared_ptr<DisplayConnector> m_connector;
-    const ClientWindowOf m_clientWindowOf;
+    const FindWindow m_findWindow;
 
     /// Guards what follows it.
     std::mutex m_mutex;

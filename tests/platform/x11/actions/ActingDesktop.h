@@ -161,7 +161,7 @@ protected:
 
     void bringForward(const QList<WindowItem>& windows)
     {
-        kelpa::bringForward(windows, applications, accessibility);
+        kelpa::bringForward(windows, applications, windowActions);
     }
 
     /// Returns when the window manager has carried out all requests so far.
@@ -184,7 +184,7 @@ protected:
     x11::StartupIdLookup startupIDs{
         std::make_shared<x11::DisplayConnector>(xServer.display()),
         [this](WindowID number) { return server->clientWindow(number); }};
-    x11::X11WindowActions accessibility{server->trust(), pager};
+    x11::X11WindowActions windowActions{server->trust(), pager};
     DesktopEntries entries{{}};
     IconLookup lookup{entries, {}};
     ApplicationIcons icons{entries, lookup, {}};

@@ -215,7 +215,7 @@ TEST_P(WindowActivation, Without_a_window_manager_nothing_happens_and_with_the_n
     manager->kill();
     ASSERT_TRUE(waitUntil([&] { return !client.isManaged(); }));
     EXPECT_LT(durationOf([&] { bringForward({a, b}); }), 500ms);
-    EXPECT_FALSE(accessibility.elements(a.processIdentifier).has_value());
+    EXPECT_FALSE(windowActions.elements(a.processIdentifier).has_value());
     applications.requestQuit(a.processIdentifier);
 
     manager = std::make_unique<WindowManager>(xServer.display(), GetParam());
@@ -231,7 +231,7 @@ TEST_P(WindowActivation, Another_window_with_a_reused_id_is_left_alone)
     TestClient owner(xServer.display());
     const WindowItem gone = openWindow(owner, "gone");
     const WindowItem other = openWindow(client, "other");
-    auto elements = accessibility.elements(gone.processIdentifier);
+    auto elements = windowActions.elements(gone.processIdentifier);
     ASSERT_TRUE(elements.has_value());
     AccessibilityElement* element = accessibilityWindow(gone, *elements);
     ASSERT_NE(element, nullptr);
@@ -260,7 +260,7 @@ TEST_P(WindowActivation, A_forged_number_does_not_make_a_window_another_one)
     const xcb_window_t forged = owner.open({.title = "forged"});
     owner.setCardinals(forged, "_KELPA_WINDOW_NUMBER", {window.id});
     ASSERT_TRUE(waitUntil([&] { return client.isListed(forged) && client.isShown(forged); }));
-    const auto elements = accessibility.elements(window.processIdentifier);
+    const auto elements = windowActions.elements(window.processIdentifier);
     ASSERT_TRUE(elements.has_value());
     AccessibilityElement* const element = accessibilityWindow(window, *elements);
     ASSERT_NE(element, nullptr);
@@ -274,7 +274,7 @@ TEST_P(WindowActivation, A_window_can_be_minimised_and_its_application_brought_b
     const Terminal terminal(xServer.display(), QStringLiteral("terminal"));
     const WindowItem window = listed(QStringLiteral("terminal"));
     const WindowItem other = openWindow(client, "other");
-    auto elements = accessibility.elements(window.processIdentifier);
+    auto elements = windowActions.elements(window.processIdentifier);
     ASSERT_TRUE(elements.has_value());
     ASSERT_EQ(elements->size(), 1U);
     elements->front()->requestMinimized(true);
