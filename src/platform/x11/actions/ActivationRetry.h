@@ -51,11 +51,12 @@ public:
     void recordTimeout(Duration waited);
     void end(Clock::time_point now) { m_end = now; }
 
-    /// Whether the window manager may still carry out the last request, although it is late.
+    /// Whether the window manager may still carry out the last request, although it is late: within
+    /// the batch gap.
     bool isPending(Clock::time_point now) const { return now - m_end < m_limits.batchGap; }
 
 private:
-    /// Skipped without an input time, which is earlier than the server's time.
+    /// Only with an input time, which is earlier than the server's time.
     static constexpr int attemptAtInputTime = 0;
     static constexpr int attemptAtServerTime = 1;
     static constexpr int lastAttempt = 2;

@@ -50,7 +50,7 @@ public:
     /// The part of a resource id that is the same for all resources of one client.
     std::uint32_t clientOf(std::uint32_t resource) const { return resource & ~m_resourceMask; }
 
-    /// Sends what is buffered.
+    /// Sends buffered requests.
     void flush() { xcb_flush(m_connection); }
 
     /// The next event that has arrived; null when there is none. Reads the socket, never waits.

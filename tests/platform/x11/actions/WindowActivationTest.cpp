@@ -148,10 +148,10 @@ TEST_P(WindowActivation, One_window_costs_one_activation)
     TestClient listener(xServer.display());
     listenForRequests(listener);
     // Its timeout is long enough that it repeats no request that is still being carried out.
-    x11::EwmhPager patient(std::make_shared<x11::DisplayConnector>(xServer.display()),
-                           [this](WindowID number) { return server->clientWindow(number); },
-                           {.confirmation = 10s, .batch = 30s, .batchGap = 1s});
-    EXPECT_TRUE(patient.activate({idOf(window), window.id, window.processIdentifier}));
+    x11::EwmhPager slowToRetry(std::make_shared<x11::DisplayConnector>(xServer.display()),
+                               [this](WindowID number) { return server->clientWindow(number); },
+                               {.confirmation = 10s, .batch = 30s, .batchGap = 1s});
+    EXPECT_TRUE(slowToRetry.activate({idOf(window), window.id, window.processIdentifier}));
     EXPECT_TRUE(waitUntil([&] { return isInFront(window); }));
     EXPECT_EQ(listener.countMessages("_NET_ACTIVE_WINDOW"), 1);
 }
