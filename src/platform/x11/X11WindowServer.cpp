@@ -123,7 +123,7 @@ XcbTraffic X11WindowServer::traffic() const
 
 bool X11WindowServer::connect()
 {
-    if (isStanding(m_link))
+    if (isConnected(m_link))
         return true;
     m_numbers.forgetAll();
     m_isWritingNumbers = false;
@@ -134,8 +134,8 @@ bool X11WindowServer::connect()
 void X11WindowServer::updateNumbersRole(RootReading& root)
 {
     if (root.numbersOwner == XCB_WINDOW_NONE && m_link->acquireNumbers())
-        root.numbersOwner = m_link->ownWindow();
-    const bool isOwner = root.numbersOwner == m_link->ownWindow();
+        root.numbersOwner = m_link->helperWindow();
+    const bool isOwner = root.numbersOwner == m_link->helperWindow();
     if (isOwner && !m_isWritingNumbers)
         m_numbers.beginWriting(root.numberCounter);
     else if (!isOwner && m_isWritingNumbers)

@@ -28,7 +28,7 @@ std::vector<std::uint32_t> WindowIcons::read(WindowID number)
         return {};
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (!isStanding(m_link))
+    if (!isConnected(m_link))
         m_link = m_connector->open();
     if (!m_link)
         return {};
