@@ -117,15 +117,15 @@ void WindowNumbers::windowDestroyed(std::uint32_t window)
     const auto it = m_numbers.find(window);
     if (it == m_numbers.end())
         return;
-    m_borne.erase(it->second);
-    m_dead.insert(it->second);
+    m_inUse.erase(it->second);
+    m_retired.insert(it->second);
     m_numbers.erase(it);
 }
 
 void WindowNumbers::forgetAll()
 {
     m_numbers.clear();
-    m_borne.clear();
+    m_inUse.clear();
     m_believedUpTo = m_last;
 }
 
@@ -168,13 +168,13 @@ std::optional<WindowID> WindowNumbers::next()
 
 bool WindowNumbers::isBelievable(WindowID tag) const
 {
-    return tag != 0 && tag <= m_believedUpTo && !m_borne.contains(tag) && !m_dead.contains(tag);
+    return tag != 0 && tag <= m_believedUpTo && !m_inUse.contains(tag) && !m_retired.contains(tag);
 }
 
 void WindowNumbers::remember(std::uint32_t window, WindowID number)
 {
     m_numbers[window] = number;
-    m_borne.insert(number);
+    m_inUse.insert(number);
 }
 
 } // namespace kelpa

@@ -119,8 +119,8 @@ private:
     WindowID m_believedUpTo = 0;
     bool m_isWriting = false;
     std::map<std::uint32_t, WindowID> m_numbers;
-    std::set<WindowID> m_borne;
-    std::set<WindowID> m_dead;
+    std::set<WindowID> m_inUse;
+    std::set<WindowID> m_retired;
 };
 
 } // namespace kelpa

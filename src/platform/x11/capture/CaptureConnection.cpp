@@ -51,7 +51,7 @@ bool isLocal(const XcbConnection& connection)
            domain == AF_UNIX;
 }
 
-/// The server keeps pixels of the depth as 32-bit words in this machine's byte order.
+/// Whether the server stores pixels of the depth as 32-bit words in this machine's byte order.
 bool hasWholeWords(const XcbConnection& connection, std::uint8_t depth)
 {
     const xcb_setup_t* setup = xcb_get_setup(connection.raw());

@@ -25,7 +25,7 @@ class ImageReader
 public:
     using Pending = std::variant<ImageReply, SharedImageReply>;
 
-    /// Without `useSharedMemory` every image comes over the connection.
+    /// Without `useSharedMemory` every image is transferred over the connection.
     ImageReader(CaptureConnection& display, bool useSharedMemory);
 
     /// Makes room for an image of the size. Waits for the server when there was less room.

@@ -76,7 +76,7 @@ void scale(CaptureConnection& display, const ServerPicture& from, const QRect& c
     copy(display, from, {0, 0}, to, size);
 }
 
-/// The content in its own size, with nothing outside the window's shape.
+/// The content unscaled, transparent outside the window's bounding shape.
 Canvas cutOut(CaptureConnection& display, const ServerPicture& from, const SourcePicture& source)
 {
     xcb_connection_t* connection = display.connection().raw();

@@ -55,7 +55,7 @@ struct ClientWindow
     bool isIconic = false;
     /// The window and all its ancestors are mapped.
     bool isViewable = false;
-    /// Absent when the window manager does not say.
+    /// _NET_WM_DESKTOP; absent when the window manager does not set it.
     std::optional<std::uint32_t> desktop;
     /// 0 to 1.
     double opacity = 1;
