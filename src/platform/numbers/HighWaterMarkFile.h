@@ -1,4 +1,5 @@
-// Keeps the high-water mark of window numbers on disk: no number above it was ever given.
+// Keeps the high-water mark of window numbers on disk: the number up to which windows may have been
+// numbered.
 #pragma once
 
 #include "platform/numbers/WindowNumbers.h"

@@ -95,9 +95,6 @@ public:
     /// Forgets the numbers of all windows, because the destruction of some may have been missed.
     void forgetAll();
 
-    /// The numbers of the known windows, by the window system's id.
-    const std::map<std::uint32_t, WindowID>& known() const { return m_numbers; }
-
 private:
     bool isPlausible(WindowID number) const;
     void reserve(WindowID number);
@@ -118,6 +115,7 @@ private:
     /// Tags up to this number were given before this program began to watch.
     WindowID m_believedUpTo = 0;
     bool m_isWriting = false;
+    /// By the window system's id.
     std::map<std::uint32_t, WindowID> m_numbers;
     std::set<WindowID> m_inUse;
     std::set<WindowID> m_retired;

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <optional>
+#include <utility>
 
 namespace kelpa::x11 {
 
