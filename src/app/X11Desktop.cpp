@@ -46,7 +46,7 @@ struct X11Desktop::Parts
                         .resolver = entries,
                         .documents = &documents,
                         .reservation = numbers,
-                        .numberFloor = numbers.floor(),
+                        .highWaterMark = numbers.read(),
                         .scheduler = scheduler,
                         .takenNumbers = assigned,
                         .ownProcess = static_cast<ProcessID>(QCoreApplication::applicationPid())}),

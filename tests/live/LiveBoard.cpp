@@ -6,9 +6,9 @@ namespace kelpa::test {
 
 namespace {
 
-AccessibilityDocumentsOptions onBus(const QString& address)
+AtspiDocumentsOptions onBus(const QString& address)
 {
-    AccessibilityDocumentsOptions options;
+    AtspiDocumentsOptions options;
     options.busAddress = address;
     return options;
 }
@@ -23,7 +23,7 @@ LiveBoard::LiveBoard(const QByteArray& display, Scheduler& scheduler,
                 .resolver = m_entries,
                 .documents = &m_documents,
                 .reservation = m_reservation,
-                .numberFloor = 0,
+                .highWaterMark = 0,
                 .scheduler = scheduler}),
       m_pager(m_connector, [this](WindowID number) { return m_server.clientWindow(number); }),
       m_applications(display, m_pager, m_startupIDs, m_applicationIcons, m_launcher)

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::chrono::milliseconds recognitionInterval(20);
 
-/// What stands behind a path such as that of x-terminal-emulator.
+/// The target of a path that is a link, such as x-terminal-emulator.
 QString realPath(const QString& path)
 {
     return QFileInfo(path).canonicalFilePath();
@@ -45,7 +45,7 @@ std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication applicat
     environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
                        QString::fromUtf8(surroundings.startupID));
     for (const LaunchCandidate& candidate : candidates(application)) {
-        std::optional<QString> expected = foretold(candidate);
+        std::optional<QString> expected = predictedIdentifier(candidate);
         if (const auto process = startDetached(candidate.command, environment))
             return Launch{std::move(expected), surroundings.startupID, *process};
     }
@@ -81,7 +81,7 @@ std::optional<LaunchableEntry> ApplicationLauncher::launchable(const QString& de
     return LaunchableEntry{entry->id, commands.exec, commands.newWindowExec};
 }
 
-std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& candidate)
+std::optional<QString> ApplicationLauncher::predictedIdentifier(const LaunchCandidate& candidate)
 {
     if (!candidate.desktopEntryID.isEmpty())
         return m_entries.idOfWindows(candidate.desktopEntryID);
@@ -90,7 +90,7 @@ std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& cand
     if (std::optional<QString> id = m_entries.idOfProgram(name))
         return id;
     if (isScript(candidate.command.front())) {
-        // Its name says nothing of the windows of what it starts.
+        // A wrapper's name does not determine the windows of the program that it starts.
         return std::nullopt;
     }
     return m_entries.resolve({{}, {}, name, name, 0}).desktopEntryID;
