@@ -1,4 +1,4 @@
-// Why settings cannot be read or written, and how a person is told.
+// Why settings cannot be read or written, and how that is reported to the person.
 #pragma once
 
 #include <QString>
@@ -10,12 +10,12 @@
 
 namespace kelpa {
 
-enum class SettingsTrouble : std::uint8_t {
-    /// Another Kelpa has the file.
+enum class SettingsError : std::uint8_t {
+    /// Another Kelpa has the file open.
     inUse,
     /// The file or its folder cannot be reached: permissions, a folder in the file's place.
     unreachable,
-    /// It can be read but not written.
+    /// The file can be read but not written.
     readOnly,
     /// Another program holds the file's lock for longer than Kelpa may wait.
     busy,
@@ -23,34 +23,34 @@ enum class SettingsTrouble : std::uint8_t {
     full,
     /// Not a database, damaged, or the database of another program.
     damaged,
-    /// Written by a later release, whose form this one does not know.
+    /// Written by a later release, in a format that this one does not know.
     newer,
-    /// Any other error of reading or writing.
+    /// Any other input or output error.
     failed,
 };
 
-/// What was asked for, or why it cannot be had.
+/// A value, or why it is not available.
 template <class Value>
-using OrTrouble = std::variant<Value, SettingsTrouble>;
+using SettingsResult = std::variant<Value, SettingsError>;
 
-/// Tells of each kind of trouble once, and again only after it was over.
-class SettingsTroubleReport
+/// Reports each kind of error once, and again only after a recovery.
+class SettingsErrorReporter
 {
 public:
     using Print = std::function<void(const QString& message)>;
 
-    explicit SettingsTroubleReport(QString path, Print print);
+    explicit SettingsErrorReporter(QString path, Print print);
 
-    void tell(SettingsTrouble trouble);
-    /// Said every time: it happens once a damaged file.
-    void tellMovedAside(const QString& newPath);
+    void report(SettingsError error);
+    /// Reported every time: it happens once for each damaged file.
+    void reportMovedAside(const QString& newPath);
     /// Everything is on the disk again.
-    void recovered() { m_told.clear(); }
+    void recovered() { m_reported.clear(); }
 
 private:
     QString m_path;
     Print m_print;
-    std::set<SettingsTrouble> m_told;
+    std::set<SettingsError> m_reported;
 };
 
 /// Prints one line on standard error.
