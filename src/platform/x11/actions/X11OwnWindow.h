@@ -21,7 +21,7 @@ public:
     X11OwnWindow(std::shared_ptr<DisplayConnector> connector, WindowActor& actor,
                  Scheduler& scheduler);
 
-    void requestFront(std::uint32_t window, const FrontOccasion& occasion) override;
+    void requestFront(std::uint32_t window, const ActivationContext& occasion) override;
     [[nodiscard]] std::unique_ptr<Subscription>
     watchCovered(std::uint32_t window, std::function<void(bool isCovered)> changed) override;
 
