@@ -33,9 +33,9 @@ struct Goal
 
 size_t qHash(const Goal& goal, size_t seed = 0);
 
-/// The goal with `id`; null when it is absent. Valid until the list changes.
+/// The goal of the list; null when it is absent. Until the list changes.
 const Goal* goalWith(GoalID id, const QList<Goal>& goals);
-/// The todo with `id`; null when it is absent. Valid until the list changes.
+/// The todo of the list; null when it is absent. Until the list changes.
 const TodoItem* todoWith(TodoID id, const QList<TodoItem>& todos);
 /// The todo in a goal's list, or in `unassigned` without a goal; null when either is absent. Valid
 /// until the lists change.

@@ -48,7 +48,7 @@ using WindowID = std::uint32_t;
 /// The greatest number that a file may plausibly claim to have been assigned. Nobody opens four
 /// thousand million windows: a greater one is damage, and accepting it would leave too few numbers
 /// (less than 2^20) for new windows.
-inline constexpr WindowID maxPlausibleWindowID = 0xFFFF'FFFFU - (1U << 20U);
+inline constexpr WindowID greatestBelievedWindow = 0xFFFF'FFFFU - (1U << 20U);
 
 /// Number of a process of the operating system.
 using ProcessID = std::int32_t;

@@ -14,7 +14,7 @@ namespace {
 /// The greatest of `given` that may be believed; 0 when there is none.
 WindowID greatestBelieved(const std::set<WindowID>& given)
 {
-    const auto above = given.upper_bound(maxPlausibleWindowID);
+    const auto above = given.upper_bound(greatestBelievedWindow);
     return above == given.begin() ? 0 : *std::prev(above);
 }
 
@@ -31,7 +31,7 @@ WindowID HighWaterMarkFile::floor() const
     if (!file.open(QIODevice::ReadOnly))
         return m_leastFloor;
     const WindowID stored = file.read(longestNumber).trimmed().toUInt();
-    return stored > maxPlausibleWindowID ? m_leastFloor : std::max(m_leastFloor, stored);
+    return stored > greatestBelievedWindow ? m_leastFloor : std::max(m_leastFloor, stored);
 }
 
 bool HighWaterMarkFile::reserve(WindowID upTo)
