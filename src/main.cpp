@@ -1,4 +1,5 @@
-// The start of the process: what is answered at once, one program for each board, then the program.
+// Entry point: answers --help and --version, activates a running Kelpa with the same board, or
+// starts the program.
 #include "app/CommandLine.h"
 #include "app/Program.h"
 #include "app/RenderBackend.h"
@@ -30,7 +31,7 @@ int printAbout(const CommandLine& line, int argc, char** argv)
     return 0;
 }
 
-int refuseWithout(const WindowSystem& system)
+int reportMissingDisplay(const WindowSystem& system)
 {
     const QByteArray display = system.display.isEmpty() ? qgetenv("DISPLAY") : system.display;
     if (display.isEmpty())
@@ -41,40 +42,41 @@ int refuseWithout(const WindowSystem& system)
     return 1;
 }
 
-/// Asks a Kelpa that has the board open to come forward; a signal that comes meanwhile ends this
-/// one here.
-FurtherStart askRunningKelpa(const CommandLine& line, const QByteArray& startupID,
-                             TerminationSignals& signals)
+/// Asks a Kelpa that has the board open to come forward. A signal that arrives meanwhile ends this
+/// process here.
+SecondaryStart activateRunningKelpa(const CommandLine& line, const QByteArray& startupID,
+                                    TerminationSignals& signals)
 {
-    const FurtherStart start =
-        bringFirstForward(line.settingsPath, startupID, signals.descriptor());
+    const SecondaryStart start =
+        activatePrimaryInstance(line.settingsPath, startupID, signals.descriptor());
     if (start.isInterrupted)
         signals.release();
     return start;
 }
 
-/// Another start took the board between this one's question and its claim; the status to end with.
-int giveWayToQuickerStart(const CommandLine& line, const QByteArray& startupID,
-                          TerminationSignals& signals)
+/// Another start claimed the board after this one had asked for a running instance. Returns the
+/// status to exit with.
+int yieldToFasterStart(const CommandLine& line, const QByteArray& startupID,
+                       TerminationSignals& signals)
 {
-    const FurtherStart start = askRunningKelpa(line, startupID, signals);
+    const SecondaryStart start = activateRunningKelpa(line, startupID, signals);
     if (!start.exitStatus)
         std::fprintf(stderr, "kelpa: another Kelpa started at the same time and ended again\n");
     return start.exitStatus.value_or(1);
 }
 
 int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,
-        const FurtherStart& start, TerminationSignals& signals)
+        const SecondaryStart& start, TerminationSignals& signals)
 {
     QtScheduler scheduler;
     SingleInstance single(line.settingsPath, scheduler);
     if (!single.claim())
-        return giveWayToQuickerStart(line, startupID, signals);
+        return yieldToFasterStart(line, startupID, signals);
     const std::unique_ptr<SqliteSettingsStore> settings = openBoard(line.settingsPath, start);
     if (settings->isAlreadyInUse()) {
         std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
                      qPrintable(line.settingsPath));
-        // The claim may still wait for a bus that does not answer, and then refers to `single`.
+        // The claim refers to `single` and may still wait for a bus that does not reply.
         if (!scheduler.shutDown())
             std::_Exit(1);
         return 1;
@@ -87,7 +89,7 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
 
 int main(int argc, char** argv)
 {
-    // Before there is a second thread, which would take the signals otherwise.
+    // Before there is a second thread, which would receive the signals otherwise.
     TerminationSignals signals;
     chooseRenderBackend();
     QCoreApplication::setApplicationName(QStringLiteral("kelpa"));
@@ -95,33 +97,33 @@ int main(int argc, char** argv)
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Kelpa"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.kelpa.Kelpa"));
 
-    // What needs no display is answered without one, and a further start is over before the toolkit
-    // has begun.
+    // These need no display: help and version are answered without one, and a start that activates
+    // the primary instance ends before the toolkit starts.
     const QStringList arguments = argumentsOf(argc, argv);
     const CommandLine given = readCommandLine(arguments);
     if (given.asksForHelp || given.asksForVersion)
         return printAbout(given, argc, argv);
     const QByteArray startupID = takeStartupID();
-    FurtherStart start;
-    if (given.trouble.isEmpty())
-        start = askRunningKelpa(given, startupID, signals);
+    SecondaryStart start;
+    if (given.error.isEmpty())
+        start = activateRunningKelpa(given, startupID, signals);
     if (start.exitStatus)
         return *start.exitStatus;
 
     // The toolkit would abort where there is no display.
     const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
     if (system.isX11 && !x11::hasDisplay(system.display))
-        return refuseWithout(system);
-    // Windows are looked for, and programs started, where Kelpa itself is shown.
+        return reportMissingDisplay(system);
+    // Kelpa discovers windows and launches programs on the display that shows it.
     if (system.isX11 && !system.display.isEmpty())
         qputenv("DISPLAY", system.display);
     ToolkitArguments toolkitArguments(argc, argv, system);
     QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
-    // The toolkit has taken its own options out.
+    // The toolkit has removed its own options.
     const CommandLine line = readCommandLine(QCoreApplication::arguments());
-    if (!line.trouble.isEmpty()) {
-        std::fprintf(stderr, "kelpa: %s\n", qPrintable(line.trouble));
+    if (!line.error.isEmpty()) {
+        std::fprintf(stderr, "kelpa: %s\n", qPrintable(line.error));
         return 2;
     }
     return run(application, line, startupID, start, signals);

@@ -1,8 +1,9 @@
-// How soon the store knows what has happened to a window: from the moment at which its program asks
-// for it until the list of windows says so. No timer looks at the windows meanwhile. Each change
-// comes after a quiet time. Prints one table.
+// Measures how soon a change of a window reaches the store: from the request of its program until
+// the store's list of windows shows it. No timer starts discovery passes meanwhile. Each change
+// follows a quiet period. Prints one table.
 
 #include "live/LiveBoard.h"
+#include "support/desktop/LoopScheduler.h"
 #include "support/desktop/WaitUntil.h"
 
 #include <QCoreApplication>
@@ -22,20 +23,6 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 using namespace std::chrono_literals;
 
 constexpr int rounds = 25;
-
-/// Nothing that is to be repeated ever comes.
-class TimerlessScheduler : public test::LoopScheduler
-{
-public:
-    [[nodiscard]] TaskHandle repeat(Duration /*interval*/, std::function<void()> /*tick*/) override
-    {
-        return std::make_unique<Never>();
-    }
-
-private:
-    class Never : public ScheduledWork
-    {};
-};
 
 class Desktop
 {
@@ -78,19 +65,20 @@ public:
     }
 
 private:
-    /// Until nothing has been looked at for a while, so that the rests of the watch are over.
+    /// Waits until there have been no discovery passes for a while, so that event coalescing has
+    /// returned to its shortest interval.
     void rest()
     {
         int before = 0;
         do {
-            before = m_board.looks();
-        } while (test::waitUntil([&] { return m_board.looks() != before; }, 300ms));
+            before = m_board.discoveryPasses();
+        } while (test::waitUntil([&] { return m_board.discoveryPasses() != before; }, 300ms));
     }
 
     test::XServer m_xServer;
     test::WindowManager m_manager{m_xServer.display()};
     test::TestClient m_client{m_xServer.display()};
-    TimerlessScheduler m_scheduler;
+    test::TimerlessScheduler m_scheduler;
     test::LiveBoard m_board{m_xServer.display(), m_scheduler};
 };
 

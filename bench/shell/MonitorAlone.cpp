@@ -1,4 +1,4 @@
-// A program that listens for the double tap and does nothing else: what the listening costs.
+// A program that only listens for the double tap, to measure what listening costs.
 #include "platform/qt/QtScheduler.h"
 #include "platform/x11/keys/X11GlobalKeys.h"
 #include "shell/GlobalDoubleTap.h"

@@ -1,6 +1,6 @@
-// How soon a double tap brings Kelpa forward, and what listening for it costs while another program
-// is typed into. Seen from outside: keys are pressed as on a keyboard, the window manager says
-// which window is in front, the system says what a program has used.
+// Measures how soon a double tap brings Kelpa forward, and what listening for it costs while the
+// person types into another program. Measured from outside: keys are pressed as on a keyboard, the
+// window manager reports the active window, the kernel reports what a program has used.
 
 #include "support/desktop/Programs.h"
 #include "support/desktop/TestClient.h"
@@ -40,7 +40,7 @@ constexpr int rounds = 30;
 constexpr auto typingTime = 20s;
 constexpr auto betweenKeys = 50ms;
 
-/// Presses keys of the display, by what they bear.
+/// Presses keys of the display, found by their keysyms.
 class Keyboard
 {
 public:
@@ -91,8 +91,8 @@ std::uint32_t activeWindow(test::TestClient& client)
     return client.word(client.root(), "_NET_ACTIVE_WINDOW").value_or(0);
 }
 
-/// Time since `start` until the window manager names the window as the active one; absent after two
-/// seconds.
+/// Milliseconds from `start` until the window manager reports the window as active; absent after
+/// two seconds.
 std::optional<double> timeToFront(test::TestClient& client, xcb_window_t window,
                                   Clock::time_point start)
 {
@@ -116,10 +116,10 @@ void activate(test::TestClient& client, xcb_window_t window)
 std::optional<double> timeOfOneDoubleTap(test::TestClient& client, Keyboard& keyboard,
                                          xcb_window_t other, xcb_window_t own)
 {
-    // Kelpa asks once more when it does not see itself in front: no person is back so quickly.
+    // Kelpa retries when it is not in front; no person switches back so quickly.
     std::this_thread::sleep_for(300ms);
     activate(client, other);
-    // As long as a hand takes, and further apart from the taps before than any pair.
+    // As slow as a hand, and further from the previous taps than the two of a pair.
     std::this_thread::sleep_for(500ms);
     keyboard.pressSuper();
     std::this_thread::sleep_for(40ms);
@@ -127,7 +127,7 @@ std::optional<double> timeOfOneDoubleTap(test::TestClient& client, Keyboard& key
     std::this_thread::sleep_for(80ms);
     keyboard.pressSuper();
     std::this_thread::sleep_for(40ms);
-    // One that came before its time would look quick.
+    // A switch before the second release would count as quick.
     if (activeWindow(client) != other)
         return std::nullopt;
     const auto start = Clock::now();
@@ -175,7 +175,7 @@ void measureDoubleTaps(const char* name, test::WindowManagerKind kind)
 struct Usage
 {
     double cpuMilliseconds = 0;
-    /// How often one of its threads went to sleep, and so was woken.
+    /// How often one of its threads went to sleep, and so woke up.
     long long wakeUps = 0;
 };
 
@@ -213,9 +213,9 @@ void measureTyping(const char* name, const QString& program, const QStringList& 
     const test::WindowManager manager(server.display());
     test::TestClient client(server.display());
     const test::Program subject(server.display(), program, arguments);
-    // Started, and what it does at its start done.
+    // Waits until the program has started and settled.
     std::this_thread::sleep_for(6s);
-    // A window that draws nothing when it is typed into, so that only the keys are heard of.
+    // A window that draws nothing when it receives keys, so that only keys cause events.
     const xcb_window_t typedInto = client.open({.title = "typed into"});
     activate(client, typedInto);
     Keyboard keyboard(client);

@@ -1,4 +1,4 @@
-// The least that a Qt Quick program can be: what Kelpa's start is compared with.
+// The smallest Qt Quick program, as the baseline for Kelpa's start.
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 

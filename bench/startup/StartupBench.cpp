@@ -1,7 +1,7 @@
-// Time from starting the program to the first frame in its window, for Kelpa and for an empty Qt
-// Quick window, in turn on one display with a window manager: warm, and cold where the system may
-// be told to forget the files that it has read. Seen from outside: the X server tells when a window
-// has been drawn to.
+// Measures the time from starting the program to the first frame in its window, for Kelpa and for
+// an empty Qt Quick window, alternating on one display with a window manager: warm, and cold where
+// the system allows dropping the file cache. Measured from outside: the X server reports when a
+// window has been drawn to (damage).
 
 #include "bench/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
@@ -41,7 +41,7 @@ constexpr auto deadline = std::chrono::seconds(20);
 /// Windows smaller than this are the toolkit's helpers.
 constexpr std::uint16_t smallestWindow = 200;
 
-/// Watches the windows that clients make, and what is drawn into them.
+/// Watches for new windows of clients, and for drawing into them.
 class FirstFrameWatch
 {
 public:
@@ -56,7 +56,7 @@ public:
         m_connection->flush();
     }
 
-    /// Forgets what came before, so that only windows made from now on count.
+    /// Discards earlier events, so that only windows created from now on count.
     void drain()
     {
         std::free(xcb_get_input_focus_reply(m_connection->raw(),
@@ -65,8 +65,8 @@ public:
         }
     }
 
-    /// Waits for the first drawing into a window that was made since `drain`; false when none came
-    /// before the deadline.
+    /// Waits for the first drawing into a window that was created since `drain`; false when there
+    /// is none before the deadline.
     bool waitForFrame()
     {
         const auto end = Clock::now() + deadline;
@@ -88,7 +88,7 @@ private:
         if (type == XCB_CREATE_NOTIFY) {
             xcb_create_notify_event_t created{};
             std::memcpy(&created, &event, sizeof created);
-            // The client's own window, before the window manager puts it into a frame.
+            // The client window, before the window manager reparents it.
             if (created.width >= smallestWindow && created.override_redirect == 0) {
                 const xcb_damage_damage_t damage = xcb_generate_id(m_connection->raw());
                 xcb_damage_create(m_connection->raw(), damage, created.window,
@@ -123,9 +123,9 @@ struct Subject
     std::vector<double> times;
 };
 
-/// Makes the system forget what it has read from disks, so that the next start reads it anew; false
-/// where it does not let us.
-bool forgetFiles()
+/// Drops the system's file cache, so that the next start reads from the disk; false where that is
+/// not permitted.
+bool dropFileCache()
 {
     sync();
     std::FILE* const file = std::fopen("/proc/sys/vm/drop_caches", "w");
@@ -155,14 +155,14 @@ void print(const char* heading, int rounds, std::vector<Subject>& subjects)
     std::fflush(stdout);
 }
 
-/// In turn, so that what else the machine does falls on all alike. False when one shows no frame.
+/// Alternates the subjects, so that other load affects all alike. False when one shows no frame.
 bool measureAll(Start kind, int rounds, FirstFrameWatch& watch, const QByteArray& display,
                 std::vector<Subject> subjects)
 {
     // The first round warms up.
     for (int round = kind == Start::warm ? -1 : 0; round < rounds; ++round) {
         for (Subject& subject : subjects) {
-            if (kind == Start::cold && !forgetFiles()) {
+            if (kind == Start::cold && !dropFileCache()) {
                 std::printf("cold starts are not measured: that needs root\n\n");
                 return true;
             }

@@ -26,7 +26,7 @@ struct Options
 void describe(QCommandLineParser& parser, const Options& options)
 {
     parser.setApplicationDescription(QStringLiteral("Puts open windows back where the work is."));
-    // The toolkit's own options have one dash and are words.
+    // The toolkit's own options are words with a single dash.
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({options.show, options.settings, options.help, options.version});
 }
@@ -48,10 +48,10 @@ CommandLine readCommandLine(const QStringList& arguments)
     describe(parser, options);
     CommandLine line;
     if (!parser.parse(arguments))
-        line.trouble = parser.errorText();
+        line.error = parser.errorText();
     else if (!parser.positionalArguments().isEmpty())
-        line.trouble = QStringLiteral("unexpected argument '%1'; --help lists what there is")
-                           .arg(parser.positionalArguments().constFirst());
+        line.error = QStringLiteral("unexpected argument '%1'; --help lists what there is")
+                         .arg(parser.positionalArguments().constFirst());
     line.settingsPath = parser.value(options.settings);
     line.asksForHelp = parser.isSet(options.help);
     line.asksForVersion = parser.isSet(options.version);

@@ -1,4 +1,4 @@
-// What the command line and the environment ask for.
+// Parses the command line and the environment.
 #pragma once
 
 #include <QByteArray>
@@ -11,28 +11,28 @@ namespace kelpa {
 
 struct CommandLine
 {
-    /// The file that the board is kept in.
+    /// The file that stores the board.
     QString settingsPath;
     bool asksForHelp = false;
     bool asksForVersion = false;
-    /// Why it cannot be followed, for the person who wrote it; empty when it can.
-    QString trouble;
+    /// Why the command line is invalid, as a message for the person; empty when it is valid.
+    QString error;
 
     friend bool operator==(const CommandLine&, const CommandLine&) = default;
 };
 
-/// What main was given, as text.
+/// The arguments of main, as text.
 QStringList argumentsOf(int argc, char** argv);
 
-/// `arguments` as the program got them, its name first. Options that belong to the toolkit are
-/// trouble too, so long as the toolkit has not taken them out.
+/// `arguments` as passed to the program, its name first. The toolkit's options are errors too until
+/// the toolkit has removed them.
 CommandLine readCommandLine(const QStringList& arguments);
 
-/// How much motion a person wants of Kelpa alone, whatever the desktop wants: "1" reduces it and
+/// The person's motion setting for Kelpa alone, which overrides the desktop's: "1" reduces motion,
 /// "0" does not; absent for anything else.
 std::optional<bool> reducedMotionFromText(const QByteArray& text);
 
-/// What there is to ask for. Needs a QCoreApplication.
+/// The text of --help. Needs a QCoreApplication.
 QString commandLineHelp();
 
 } // namespace kelpa

@@ -11,20 +11,21 @@ namespace kelpa {
 DisplayLossHandler::DisplayLossHandler(QCoreApplication& application, std::function<void()> save)
     : QObject(&application), m_save(std::move(save))
 {
-    // What is registered last is called first, so before what the libraries take down by then.
+    // Handlers run in reverse order of registration, so this one runs before those with which the
+    // libraries registered so far clean up.
     on_exit(&DisplayLossHandler::end, nullptr);
 }
 
 void DisplayLossHandler::end(int status, void*)
 {
     const QCoreApplication* const application = QCoreApplication::instance();
-    const DisplayLossHandler* const sudden =
+    const DisplayLossHandler* const handler =
         application ? application->findChild<DisplayLossHandler*>() : nullptr;
-    // After an orderly end.
-    if (!sudden)
+    // The program ended in an orderly way.
+    if (!handler)
         return;
     if (QThread::currentThread() == application->thread())
-        sudden->m_save();
+        handler->m_save();
     std::_Exit(status);
 }
 

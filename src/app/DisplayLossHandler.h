@@ -1,4 +1,4 @@
-// The end of the program in the middle of its work, when the display is gone.
+// Saves the board when the connection to the display is lost and the toolkit exits.
 #pragma once
 
 #include <QObject>
@@ -9,9 +9,9 @@ class QCoreApplication;
 
 namespace kelpa {
 
-/// While it lives, an exit that the toolkit decides on in its event loop, which it does where the
-/// display is lost, saves first and then ends the process at once: threads are at work that refer
-/// to what an ordinary exit takes down. One at a time; main thread.
+/// When the display is lost, the toolkit calls exit() from within its event loop. While this object
+/// lives, such an exit first saves and then ends the process at once, since running threads refer
+/// to objects that an ordinary exit destroys. At most one instance; main thread.
 class DisplayLossHandler : public QObject
 {
     Q_OBJECT

@@ -20,8 +20,8 @@ namespace kelpa {
 
 namespace {
 
-/// It starts the program again, wherever that is, with this board.
-void tellNextSession(QSessionManager& session, const QString& boardPath)
+/// The next session restarts the program, from its present path, with this board.
+void setRestartCommand(QSessionManager& session, const QString& boardPath)
 {
     session.setRestartCommand(session.restartCommand() << QStringLiteral("--settings")
                                                        << QFileInfo(boardPath).absoluteFilePath());
@@ -42,7 +42,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
       m_doubleTap(m_desktop.globalKeys())
 {
     m_desktop.setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
-    connect(&m_view, &ViewEngine::boardShown, this, &Program::noteBoardShown);
+    connect(&m_view, &ViewEngine::boardShown, this, &Program::startAfterFirstFrame);
     connect(&m_doubleTap, &GlobalDoubleTap::isAvailableChanged, this,
             [this] { m_view.setDoubleTapOffered(m_doubleTap.isAvailable()); });
 }
@@ -52,15 +52,15 @@ Program::~Program() = default;
 int Program::run(TerminationSignals& signals)
 {
     int status = 1;
-    std::optional<DisplayLossHandler> suddenEnd;
+    std::optional<DisplayLossHandler> displayLossHandler;
     if (show()) {
-        suddenEnd.emplace(m_application, [this] { end(Ending::ofDisplay); });
+        displayLossHandler.emplace(m_application, [this] { saveBefore(Ending::ofDisplay); });
         signals.listen([] { QCoreApplication::quit(); });
         status = QGuiApplication::exec();
         signals.stopListening();
     }
-    end(Ending::ofProgram);
-    suddenEnd.reset();
+    saveBefore(Ending::ofProgram);
+    displayLossHandler.reset();
     if (!endBackgroundWork())
         std::_Exit(status);
     return status;
@@ -72,7 +72,7 @@ bool Program::show()
         return false;
     QQuickWindow& window = *m_view.window();
     m_raiser.emplace(window, m_desktop.ownWindow());
-    m_single.listen([this](const QByteArray& startupID) {
+    m_single.setActivationHandler([this](const QByteArray& startupID) {
         m_raiser->raise({.inputTime = std::nullopt, .startupID = startupID});
     });
     connect(&m_doubleTap, &GlobalDoubleTap::doubleTapped, this,
@@ -81,48 +81,48 @@ bool Program::show()
     m_occlusion = m_desktop.ownWindow().watchOcclusion(
         static_cast<std::uint32_t>(window.winId()),
         [this](bool isOccluded) { m_view.setCovered(isOccluded); });
-    // The session waits while these are handled.
+    // Direct connections: the session manager waits while these run.
     connect(
         &m_application, &QGuiApplication::commitDataRequest, this,
-        [this] { end(Ending::ofSession); }, Qt::DirectConnection);
+        [this] { saveBefore(Ending::ofSession); }, Qt::DirectConnection);
     connect(
         &m_application, &QGuiApplication::saveStateRequest, this,
-        [this](QSessionManager& session) { tellNextSession(session, m_boardPath); },
+        [this](QSessionManager& session) { setRestartCommand(session, m_boardPath); },
         Qt::DirectConnection);
     return true;
 }
 
-void Program::noteBoardShown()
+void Program::startAfterFirstFrame()
 {
-    // The board is on the screen before the desktop is asked or looked at for the first time.
+    // Puts the board on the screen before the desktop is queried for the first time.
     m_view.followAppearance(m_desktop.appearanceOfPortal());
     m_view.followMotion(m_desktop.motionOfPortal());
     m_store.startObserving();
-    // Closed again before its first frame, it stays so.
+    // A window that was closed before its first frame stays closed.
     if (m_view.window()->isVisible())
         m_raiser->raise();
 }
 
-void Program::end(Ending ending)
+void Program::saveBefore(Ending ending)
 {
-    // What is being written stands in the interface alone, and taking it would be to run that: its
-    // fields, input method and drawing all speak to the display. Where that is gone the toolkit
-    // ends the process from within its own handling of it, perhaps from within a call of the
-    // interface. What would wait there for an answer would hold the process, and so the board's
-    // file, for good. So only what the board has already is made sure of.
+    // Text that is being typed exists only in the interface, and committing it runs the interface:
+    // fields, input method and drawing all talk to the display. When the display is lost, the
+    // toolkit exits from within its own handling of that, perhaps from within a call of the
+    // interface. Anything that waited for a reply there would hold the process, and so the board's
+    // file, for good. So only what the board already has is saved.
     if (ending != Ending::ofDisplay)
         m_view.finishWriting();
-    // What a full disk kept back until now.
+    // Saves what a full disk has delayed until now.
     m_store.finishSaving();
 }
 
 bool Program::endBackgroundWork()
 {
-    m_single.listen({});
+    m_single.setActivationHandler({});
     m_occlusion.reset();
     m_desktop.setWindowsChanged({});
-    // Background work refers to the parts. What the window server keeps waiting for longer than
-    // anyone would wait for Kelpa to close ends with the process, and they with it.
+    // Background work refers to the parts. Work that the window server delays for longer than
+    // anyone would wait for Kelpa to close ends with the process, and so do the parts.
     const bool areIconsRead = m_iconReaders->finish(QtScheduler::shutdownLimit);
     return m_scheduler.shutDown() && areIconsRead;
 }

@@ -1,4 +1,4 @@
-// The program as one sees it: all its parts, from the first frame until it is asked to end.
+// The running program: creates all parts, connects them, and shuts them down in order.
 #pragma once
 
 #include "app/X11Desktop.h"
@@ -31,30 +31,30 @@ class Program : public QObject
     Q_OBJECT
 
 public:
-    /// `boardPath` is where the person wants the board of `settings`, which the next session is
-    /// told. What it is given outlives it.
+    /// `boardPath` is the path of `settings` as the person gave it, which is passed to the session
+    /// manager for the next session. All arguments outlive this object.
     Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
             SqliteSettingsStore& settings, QString boardPath);
     ~Program() override;
 
-    /// Shows the board and handles events until one of them is to end the program; the status that
-    /// the process is to end with. Once. Should background work not end within a moment, it ends
-    /// the process itself.
+    /// Shows the board and runs the event loop until the program is to end; returns the exit status
+    /// of the process. Called once. Exits the process itself when background work does not end
+    /// within a moment.
     int run(TerminationSignals& signals);
 
 private:
     enum class Ending : std::uint8_t {
-        /// All programs are to keep what they have; this one may go on all the same.
+        /// The session asks all programs to save; this one may continue all the same.
         ofSession,
-        /// The person, or a signal, wanted it, or there is no board to show.
+        /// By the person or a signal, or because there is no board to show.
         ofProgram,
-        /// The toolkit ends the process, as it does where the display is gone.
+        /// The toolkit exits because the display is lost.
         ofDisplay,
     };
 
     bool show();
-    void noteBoardShown();
-    void end(Ending ending);
+    void startAfterFirstFrame();
+    void saveBefore(Ending ending);
     bool endBackgroundWork();
 
     QGuiApplication& m_application;
@@ -63,11 +63,11 @@ private:
     const QString m_boardPath;
     X11Desktop m_desktop;
     WindowStore m_store;
-    /// Icons come from one window server: one reader is enough.
+    /// All icons come from one window server, so one reader is enough.
     const std::shared_ptr<WorkerPool> m_iconReaders = std::make_shared<WorkerPool>(1);
     ViewEngine m_view;
     GlobalDoubleTap m_doubleTap;
-    /// Absent until there is a window.
+    /// Absent until the window exists.
     std::optional<WindowRaiser> m_raiser;
     std::unique_ptr<Subscription> m_occlusion;
 };

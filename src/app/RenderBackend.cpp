@@ -15,7 +15,7 @@ void chooseRenderBackend()
                                         "QSG_RHI_PREFER_SOFTWARE_RENDERER"};
     if (std::any_of(choices.begin(), choices.end(), qEnvironmentVariableIsSet))
         return;
-    // Asking the driver would mean loading it; the device's node tells enough.
+    // Querying the driver would load it; the presence of a device node is enough.
     const QDir devices(QStringLiteral("/dev/dri"));
     const bool hasDevice =
         !devices.entryList({QStringLiteral("renderD*")}, QDir::System | QDir::Files).isEmpty();

@@ -1,11 +1,11 @@
-// How the interface is drawn.
+// Chooses hardware or software rendering.
 #pragma once
 
 namespace kelpa {
 
-/// Draws with the processor where there is no graphics device to draw with: emulated OpenGL would
-/// be slower and hold more memory. What the environment asks of Qt for wins. To be called before
-/// the first window is made.
+/// Renders in software where there is no graphics device: emulated OpenGL would be slower and use
+/// more memory. Qt's environment variables take precedence. Call before the first window is
+/// created.
 void chooseRenderBackend();
 
 } // namespace kelpa

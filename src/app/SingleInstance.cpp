@@ -15,11 +15,12 @@ namespace kelpa {
 
 namespace {
 
-// It may be starting itself, on a slow disk; nobody waits longer for a window to come forward.
+// The primary instance may still be starting, on a slow disk; nobody waits longer for a window to
+// come forward.
 constexpr std::chrono::milliseconds answerLimit{5000};
 constexpr std::chrono::milliseconds claimLimit{1000};
-constexpr std::chrono::milliseconds boardLimit{1000};
-constexpr std::chrono::milliseconds boardPause{20};
+constexpr std::chrono::milliseconds boardWaitLimit{1000};
+constexpr std::chrono::milliseconds boardRetryInterval{20};
 
 } // namespace
 
@@ -34,8 +35,8 @@ QString busNameOfBoard(const QString& settingsPath)
     return name + QStringLiteral(".board") + QString::fromLatin1(hash);
 }
 
-FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& startupID,
-                               int interruption)
+SecondaryStart activatePrimaryInstance(const QString& settingsPath, const QByteArray& startupID,
+                                       int interruption)
 {
     switch (activateRunningInstance(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
                                     interruption)) {
@@ -67,26 +68,27 @@ QByteArray takeStartupID()
 }
 
 std::unique_ptr<SqliteSettingsStore> openBoard(const QString& settingsPath,
-                                               const FurtherStart& start)
+                                               const SecondaryStart& start)
 {
     auto settings = std::make_unique<SqliteSettingsStore>(settingsPath);
     const auto end = std::chrono::steady_clock::now() +
-                     (start.hasJustEnded ? boardLimit : std::chrono::milliseconds(0));
+                     (start.hasJustEnded ? boardWaitLimit : std::chrono::milliseconds(0));
     while (settings->isAlreadyInUse() && std::chrono::steady_clock::now() < end) {
-        std::this_thread::sleep_for(boardPause);
+        std::this_thread::sleep_for(boardRetryInterval);
         settings = std::make_unique<SqliteSettingsStore>(settingsPath);
     }
     return settings;
 }
 
 SingleInstance::SingleInstance(const QString& settingsPath, Scheduler& scheduler)
-    : m_scheduler(scheduler), m_service(busNameOfBoard(settingsPath),
-                                        [this](const QByteArray& startupID) { note(startupID); })
+    : m_scheduler(scheduler),
+      m_service(busNameOfBoard(settingsPath),
+                [this](const QByteArray& startupID) { activate(startupID); })
 {}
 
 bool SingleInstance::claim()
 {
-    // What a bus answers that takes longer comes too late to change anything.
+    // A later reply from the bus has no effect.
     auto claim = std::make_shared<NameClaim>(NameClaim::noBus);
     m_claiming = m_scheduler.inBackgroundAwaiting(
         claimLimit, [this](const std::stop_token&) { return m_service.claim(); },
@@ -94,21 +96,22 @@ bool SingleInstance::claim()
     return *claim != NameClaim::takenByAnother;
 }
 
-void SingleInstance::listen(std::function<void(const QByteArray&)> comeForward)
+void SingleInstance::setActivationHandler(
+    std::function<void(const QByteArray& startupID)> activated)
 {
-    m_comeForward = std::move(comeForward);
-    if (!m_comeForward)
+    m_activated = std::move(activated);
+    if (!m_activated)
         return;
-    for (const QByteArray& startupID : std::exchange(m_waiting, {}))
-        m_comeForward(startupID);
+    for (const QByteArray& startupID : std::exchange(m_pendingActivations, {}))
+        m_activated(startupID);
 }
 
-void SingleInstance::note(const QByteArray& startupID)
+void SingleInstance::activate(const QByteArray& startupID)
 {
-    if (m_comeForward)
-        m_comeForward(startupID);
+    if (m_activated)
+        m_activated(startupID);
     else
-        m_waiting.push_back(startupID);
+        m_pendingActivations.push_back(startupID);
 }
 
 } // namespace kelpa

@@ -1,4 +1,5 @@
-// One Kelpa for each board: a further start brings the first forward and ends.
+// One Kelpa for each board: the first start is the primary instance; a later one activates it and
+// ends.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -17,57 +18,57 @@ namespace kelpa {
 class SqliteSettingsStore;
 
 /// The name on the session bus of the program that has this board open: "org.kelpa.Kelpa" for the
-/// board that is kept where boards are by default, another one for each other file.
+/// board at the default path, a name of its own for every other file.
 QString busNameOfBoard(const QString& settingsPath);
 
-/// What a start does when it finds that it is not the first.
-struct FurtherStart
+/// The outcome of activating the primary instance, for the start that tried it.
+struct SecondaryStart
 {
-    /// The status to end with; absent when the program has to start after all.
+    /// The status to exit with; absent when this start becomes the primary instance.
     std::optional<int> exitStatus;
-    /// The first one was just ending: what it holds may still be held for a moment.
+    /// The primary instance was just ending and may hold its resources for a moment longer.
     bool hasJustEnded = false;
-    /// This start is to end as the signal wants it that came meanwhile.
+    /// A signal arrived meanwhile, which is to end this start.
     bool isInterrupted = false;
 };
 
-/// Asks the program that has the board open to come forward, and says on the standard error stream
-/// when that does not answer. Waits a few seconds at most, and no longer than until the file
-/// `interruption` can be read; before there is an event loop.
-FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& startupID,
-                               int interruption);
+/// Asks the program that has the board open to come forward, and reports on standard error when it
+/// does not reply. Waits a few seconds at most, and no longer than until the file descriptor
+/// `interruption` becomes readable. Call before there is an event loop.
+SecondaryStart activatePrimaryInstance(const QString& settingsPath, const QByteArray& startupID,
+                                       int interruption);
 
-/// What a launcher gave to this start; empty without one. In the environment it stays only where
-/// the toolkit finds and removes it, so that no program started by this one takes it for its own.
-/// Before there is a second thread.
+/// The startup id (activation token) that a launcher passed to this start; empty if none. Leaves it
+/// in the environment only where the toolkit finds and removes it, so that no program started by
+/// this one takes it for its own. Call before there is a second thread.
 QByteArray takeStartupID();
 
-/// The board's file. After another program has just ended it may still be in use for a moment,
-/// which is waited for, a second at most.
+/// Opens the board's file. When another instance has just ended, waits for it to release the file,
+/// a second at most.
 std::unique_ptr<SqliteSettingsStore> openBoard(const QString& settingsPath,
-                                               const FurtherStart& start);
+                                               const SecondaryStart& start);
 
-/// Makes this program the one that further starts find. Main thread.
+/// Makes this program the primary instance. Main thread.
 class SingleInstance
 {
 public:
-    /// `scheduler` outlives it.
+    /// `scheduler` outlives this object.
     SingleInstance(const QString& settingsPath, Scheduler& scheduler);
 
-    /// False when another program was quicker; true also without a bus. Waits for the bus, for a
-    /// second at most.
+    /// False when another program has claimed the board first; true also without a bus. Waits for
+    /// the bus for a second at most.
     bool claim();
 
-    /// `comeForward` gets the startup id of each further start from now on, and at once of those
-    /// that came before and were told to nobody. With an empty one they wait again.
-    void listen(std::function<void(const QByteArray&)> comeForward);
+    /// Calls `activated` with the startup id of each activation from now on, and at once for those
+    /// that are pending. With an empty function, activations become pending again.
+    void setActivationHandler(std::function<void(const QByteArray& startupID)> activated);
 
 private:
-    void note(const QByteArray& startupID);
+    void activate(const QByteArray& startupID);
 
     Scheduler& m_scheduler;
-    std::function<void(const QByteArray&)> m_comeForward;
-    std::vector<QByteArray> m_waiting;
+    std::function<void(const QByteArray&)> m_activated;
+    std::vector<QByteArray> m_pendingActivations;
     ApplicationService m_service;
     TaskHandle m_claiming;
 };

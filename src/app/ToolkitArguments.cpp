@@ -4,7 +4,7 @@ namespace kelpa {
 
 namespace {
 
-/// What follows an option of the toolkit's, which takes one dash or two; the last one counts.
+/// The value of an option of the toolkit, which has one dash or two; the last one wins.
 QByteArray valueOf(const QStringList& arguments, const QString& option)
 {
     QByteArray value;
@@ -33,7 +33,7 @@ WindowSystem chosenWindowSystem(const QStringList& arguments, const QByteArray& 
 ToolkitArguments::ToolkitArguments(int argc, char** argv, const WindowSystem& system)
     : m_values(argv, argv + argc)
 {
-    // Not as a variable, which every program that is launched from here would inherit.
+    // As an option, since programs launched from here would inherit an environment variable.
     if (system.isDefault && !m_values.empty())
         m_values.insert(m_values.begin() + 1, {m_option.data(), m_value.data()});
     m_count = static_cast<int>(m_values.size());

@@ -1,4 +1,4 @@
-// What the toolkit is started with.
+// Chooses the toolkit's window system and prepares its arguments.
 #pragma once
 
 #include <QByteArray>
@@ -8,24 +8,24 @@
 
 namespace kelpa {
 
-/// The window system that the toolkit is told to use.
+/// The window system that the toolkit is to use.
 struct WindowSystem
 {
     bool isX11 = true;
     /// The X display, as in the DISPLAY variable; empty means that variable.
     QByteArray display = {};
-    /// Nobody has chosen it, and the toolkit might take another one.
+    /// Neither the command line nor the environment chose it, so the toolkit might choose another.
     bool isDefault = true;
 
     friend bool operator==(const WindowSystem&, const WindowSystem&) = default;
 };
 
-/// `arguments` as the program got them, `platformVariable` the value of QT_QPA_PLATFORM. Where the
-/// session prefers Wayland, Kelpa stays among the windows that it lists, which are those of X11:
-/// only the command line makes it go elsewhere, or a variable that names something else altogether.
+/// `arguments` as passed to the program, `platformVariable` the value of QT_QPA_PLATFORM. In a
+/// session that prefers Wayland, Kelpa runs on X11 all the same, as the windows that it lists do:
+/// only the command line overrides that, or a variable that names a platform other than Wayland.
 WindowSystem chosenWindowSystem(const QStringList& arguments, const QByteArray& platformVariable);
 
-/// The program's arguments with those that the toolkit needs besides. Outlives the toolkit.
+/// The program's arguments plus those for the toolkit. Outlives the toolkit.
 class ToolkitArguments
 {
 public:
@@ -33,7 +33,7 @@ public:
     ToolkitArguments(const ToolkitArguments&) = delete;
     ToolkitArguments& operator=(const ToolkitArguments&) = delete;
 
-    /// The toolkit takes its own out.
+    /// The toolkit removes its own arguments, and so changes the count.
     int& count() { return m_count; }
     char** values() { return m_values.data(); }
 

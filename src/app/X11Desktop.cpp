@@ -34,7 +34,7 @@ namespace kelpa {
 
 namespace {
 
-constexpr std::chrono::milliseconds firstLookLimit{100};
+constexpr std::chrono::milliseconds firstTrustCheckLimit{100};
 
 } // namespace
 
@@ -90,15 +90,15 @@ struct X11Desktop::Parts
     x11::X11OwnWindow ownWindow;
     x11::X11MotionSetting motionOnDisplay;
     PortalSettings portal;
-    TaskHandle firstLook;
+    TaskHandle firstTrustCheck;
 };
 
 X11Desktop::X11Desktop(Scheduler& scheduler, const QString& stateFolder,
                        const std::set<WindowID>& assigned)
     : m_parts(std::make_unique<Parts>(scheduler, stateFolder, assigned))
 {
-    m_parts->firstLook = scheduler.inBackgroundAwaiting(
-        firstLookLimit,
+    m_parts->firstTrustCheck = scheduler.inBackgroundAwaiting(
+        firstTrustCheckLimit,
         [&server = m_parts->windowServer](const std::stop_token&) {
             server.refreshTrust();
             return Done{};

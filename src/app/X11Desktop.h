@@ -1,4 +1,4 @@
-// A desktop on X11: everything that Kelpa needs of it, put together.
+// A desktop on X11: creates and connects the implementations of the interfaces in platform/.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -18,29 +18,29 @@ class MotionSetting;
 class OwnWindow;
 class Scheduler;
 
-/// Main thread. Background work of the scheduler refers to it, so that it is dropped only once none
-/// runs any more.
+/// Main thread. Background work of the scheduler refers to this object, so it is destroyed only
+/// after all such work has ended.
 class X11Desktop
 {
 public:
-    /// `stateFolder` is where what outlives a session is kept, `assigned` the windows that the
-    /// board knows already. `scheduler` outlives it. Waits a moment for the display, so that the
-    /// board does not begin with a banner about what it has not looked at yet.
+    /// `stateFolder` holds state that outlives a session; `assigned` are the windows that the board
+    /// has assignments for. `scheduler` outlives this object. Waits a moment for the display, so
+    /// that the board does not begin with a banner about permissions that are not known yet.
     X11Desktop(Scheduler& scheduler, const QString& stateFolder,
                const std::set<WindowID>& assigned);
     ~X11Desktop();
 
-    /// `changed` is called when something about windows changed that the window server does not
-    /// know of; nothing is called for an empty one.
+    /// Calls `changed` when something about windows has changed that the window server does not
+    /// report. An empty function unsubscribes.
     void setWindowsChanged(std::function<void()> changed);
 
     Platform platform();
     Applications& applications();
     GlobalKeys& globalKeys();
     OwnWindow& ownWindow();
-    /// What the display's settings manager says.
+    /// The setting of the display's settings manager (XSETTINGS).
     MotionSetting& motionOnDisplay();
-    /// What the settings portal says, which is asked only once one of them is watched.
+    /// The settings of the settings portal, which is queried once one of them is watched.
     AppearanceSetting& appearanceOfPortal();
     MotionSetting& motionOfPortal();
 

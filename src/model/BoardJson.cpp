@@ -12,7 +12,7 @@ namespace kelpa {
 
 namespace {
 
-/// Room for a record, so that encoding seldom has to move what it wrote.
+/// Expected size of a record, so that encoding seldom has to reallocate.
 constexpr qsizetype bytesPerRecord = 192;
 
 bool writeTodo(JsonText& json, const TodoItem& todo)
@@ -65,7 +65,7 @@ bool writeGoal(JsonText& json, const Goal& goal)
 
 using Json = rapidjson::Value;
 
-/// The member `key` of `object`; nothing when it is absent or null.
+/// The member `key` of `object`; null when it is absent or JSON null.
 const Json* member(const Json& object, const char* key)
 {
     const auto found = object.FindMember(key);
@@ -78,12 +78,12 @@ std::optional<QString> toText(const Json* value)
 {
     if (value == nullptr || !value->IsString())
         return std::nullopt;
-    // A byte order mark is a character like others here, so that every text reads back as written.
+    // Keeps a byte order mark as a character, so that every text reads back as written.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom |
                                                      QStringDecoder::Flag::Stateless);
     QString text = decoder(
         QByteArrayView(value->GetString(), static_cast<qsizetype>(value->GetStringLength())));
-    // The parser lets the escape of a lone half of a surrogate pair pass.
+    // The parser accepts the escape of an unpaired surrogate.
     if (decoder.hasError())
         return std::nullopt;
     return text;
@@ -104,8 +104,8 @@ std::optional<std::int64_t> toInteger(const Json& value)
     if (!value.IsDouble())
         return std::nullopt;
     const double number = value.GetDouble();
-    // The parser gives a double also for integers beyond 64 bits, and the ones just below the
-    // smallest 64-bit integer round to it.
+    // The parser also gives a double for integers beyond 64 bits, and those just below the smallest
+    // 64-bit integer round to it.
     constexpr double limit = 9'223'372'036'854'775'808.0; // 2^63
     if (number <= -limit || number >= limit || std::trunc(number) != number)
         return std::nullopt;
@@ -199,10 +199,10 @@ std::optional<Goal> toGoal(const Json& value)
     return goal;
 }
 
-/// Iterative, so that a deeply nested text cannot exhaust the stack; invalid UTF-8 is refused.
+/// Parses iteratively, so that deep nesting cannot exhaust the stack; rejects invalid UTF-8.
 bool parse(rapidjson::Document& document, const QByteArray& json)
 {
-    // The parser takes a NUL after the document for its end, whatever follows.
+    // The parser takes a NUL after the document for its end and ignores what follows.
     if (json.contains('\0'))
         return false;
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag |

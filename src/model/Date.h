@@ -1,4 +1,4 @@
-// A moment of the calendar, as the board's records keep it.
+// A point in calendar time, as the board's records store it.
 #pragma once
 
 #include <QHashFunctions>
@@ -9,12 +9,12 @@ class QDateTime;
 
 namespace kelpa {
 
-/// Seconds (fractional) since 2001-01-01 00:00:00 UTC; the number that is stored.
+/// Stored as a number: seconds (fractional) since 2001-01-01 00:00:00 UTC.
 struct Date
 {
     double secondsSinceReferenceDate = 0;
 
-    /// Earlier than any moment that occurs.
+    /// Earlier than any date that occurs.
     static Date distantPast();
     static Date fromDateTime(const QDateTime& dateTime);
 

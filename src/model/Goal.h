@@ -17,7 +17,7 @@ struct Goal
     QString title;
     GoalAccent accent = GoalAccent::blue;
     GoalPriority priority = defaultGoalPriority;
-    /// In stored order; what a card shows is `visibleTodos`.
+    /// In stored order; a card shows `visibleTodos`.
     QList<TodoItem> todos;
 
     /// False for a goal without todos.
@@ -37,8 +37,8 @@ size_t qHash(const Goal& goal, size_t seed = 0);
 const Goal* goalWith(GoalID id, const QList<Goal>& goals);
 /// The todo of the list; null when it is absent. Until the list changes.
 const TodoItem* todoWith(TodoID id, const QList<TodoItem>& todos);
-/// The todo of a goal's list, or of `unassigned` without a goal; null when either is absent. Until
-/// the lists change.
+/// The todo in a goal's list, or in `unassigned` without a goal; null when either is absent. Valid
+/// until the lists change.
 const TodoItem* todoAt(std::optional<GoalID> goalID, TodoID id, const QList<Goal>& goals,
                        const QList<TodoItem>& unassigned);
 

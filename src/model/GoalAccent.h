@@ -16,14 +16,14 @@ enum class GoalAccent : std::uint8_t { blue, green, orange, purple, pink };
 inline constexpr std::array allGoalAccents{GoalAccent::blue, GoalAccent::green, GoalAccent::orange,
                                            GoalAccent::purple, GoalAccent::pink};
 
-/// The stored text of an accent, and back; any other text gives none.
+/// The stored text of an accent, and back; absent for any other text.
 QString rawValue(GoalAccent accent);
 std::optional<GoalAccent> goalAccentFromRawValue(QStringView text);
 
-/// Whether colours stand on a light or on a dark ground.
+/// Whether the interface has a light or a dark background.
 enum class Appearance : std::uint8_t { light, dark };
 
-/// The accent as it is drawn; every goal colour of the interface comes from here.
+/// The accent as it is drawn. Every goal colour of the interface comes from here.
 QColor color(GoalAccent accent, Appearance appearance);
 
 } // namespace kelpa

@@ -12,8 +12,8 @@
 
 namespace kelpa {
 
-/// The UUID that `text` names. Accepted is only the hyphenated form of 36 characters, in any case;
-/// anything else (braces, missing hyphens, white space) gives none.
+/// The UUID that `text` names. Accepts only the hyphenated form of 36 characters, in any case;
+/// absent for anything else (braces, missing hyphens, white space).
 std::optional<QUuid> uuidFromText(QStringView text);
 
 /// The canonical form: 36 characters, upper case, hyphenated.
@@ -41,12 +41,13 @@ struct Identifier
 using GoalID = Identifier<struct GoalTag>;
 using TodoID = Identifier<struct TodoTag>;
 
-/// Number of a window, given by the platform's window server; never used twice.
+/// Number of a window on the board. The platform assigns it (`platform/numbers`) and never assigns
+/// it to another window.
 using WindowID = std::uint32_t;
 
-/// The greatest number that is believed to have been given when only a file tells so. No one opens
-/// four thousand million windows: a greater one is damage, and believing it would leave too few
-/// numbers (less than 2^20) for the windows to come.
+/// The greatest number that a file may plausibly claim to have been assigned. Nobody opens four
+/// thousand million windows: a greater one is damage, and accepting it would leave too few numbers
+/// (less than 2^20) for new windows.
 inline constexpr WindowID greatestBelievedWindow = 0xFFFF'FFFFU - (1U << 20U);
 
 /// Number of a process of the operating system.

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
-/// One UTF-16 unit at most: "\u001F"; a pair of units takes four bytes.
+/// The most bytes that one UTF-16 unit takes: "\u001F". A surrogate pair takes four.
 constexpr qsizetype maxBytesPerUnit = 6;
 /// The quotation marks around a string.
 constexpr qsizetype quotes = 2;

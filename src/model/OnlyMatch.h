@@ -1,4 +1,4 @@
-// Choosing by what singles one out. Pure, any thread.
+// Selects the element that a predicate identifies uniquely. Pure, any thread.
 #pragma once
 
 #include <algorithm>

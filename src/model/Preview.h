@@ -12,10 +12,10 @@ namespace kelpa {
 struct Preview
 {
     QImage image;
-    /// In points; at most 720 on the longer side.
+    /// In points, from `previewDisplaySize`: at most 720 on the longer side.
     QSizeF displaySize;
 
-    /// The same capture, not merely the same pixels.
+    /// Whether both are the same capture; equal pixels are not enough.
     friend bool operator==(const Preview& a, const Preview& b)
     {
         return a.image.cacheKey() == b.image.cacheKey();

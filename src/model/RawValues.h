@@ -1,4 +1,4 @@
-// A small table between an enumeration and its stored texts, in declaration order.
+// Maps an enumeration to its raw values (the texts that are stored) and back.
 #pragma once
 
 #include <QString>
@@ -17,7 +17,7 @@ struct RawValues
 {
     std::array<std::pair<Enum, std::u16string_view>, count> rows;
 
-    /// `value` must stand in the table.
+    /// `value` must be in the table.
     QString text(Enum value) const
     {
         const auto row = std::ranges::find(rows, value, [](const auto& r) { return r.first; });
@@ -25,7 +25,7 @@ struct RawValues
         return QStringView(row->second).toString();
     }
 
-    /// Compared exactly, case included; none for any other text.
+    /// Compares exactly, including case; absent for any other text.
     std::optional<Enum> value(QStringView text) const
     {
         for (const auto& [value, rawText] : rows) {

@@ -6,7 +6,7 @@ namespace kelpa {
 
 namespace {
 
-/// `text` with U+FFFD in place of every half of a surrogate pair that stands alone.
+/// `text` with U+FFFD in place of every unpaired surrogate.
 QString wellFormed(QString text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {

@@ -1,4 +1,4 @@
-// What a dragged todo carries, and its text form.
+// The payload of a dragged todo, and its text form.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -19,7 +19,7 @@ struct TodoDragPayload
     /// "kelpa-todo:", the goal's UUID or "unassigned", ":", the todo's UUID.
     QString encodedValue() const;
 
-    /// None for any text that is not of the form above, but for the case of UUIDs' letters.
+    /// Absent for any text that does not have the form above; UUIDs may be in any case.
     static std::optional<TodoDragPayload> fromEncodedValue(QStringView text);
 
     friend bool operator==(const TodoDragPayload&, const TodoDragPayload&) = default;

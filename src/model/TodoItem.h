@@ -13,7 +13,7 @@ namespace kelpa {
 
 enum class TodoStatus : std::uint8_t { todo, ing, completed };
 
-/// The stored text of a status, and back; any other text gives none.
+/// The stored text of a status, and back; absent for any other text.
 QString rawValue(TodoStatus status);
 std::optional<TodoStatus> todoStatusFromRawValue(QStringView text);
 
@@ -25,7 +25,7 @@ struct TodoItem
     TodoStatus status = TodoStatus::todo;
     /// When the todo was last marked completed; absent otherwise.
     std::optional<Date> completedAt;
-    /// Position in the one order of all todos of the board; lists show ascending `order`.
+    /// Position among all todos of the board; lists show ascending `order`.
     std::int64_t order = 0;
 
     bool isOpen() const { return status != TodoStatus::completed; }

@@ -20,13 +20,14 @@ struct WindowItem
     std::optional<QString> bundleIdentifier;
     QString title;
     ProcessID processIdentifier = 0;
-    /// Frame in screen points.
+    /// Frame in desktop units, see Rect.h.
     Rect bounds;
     bool isOnScreen = false;
     bool isMinimized = false;
-    /// Path or URL of the document that the window shows, when the application tells.
+    /// Path or URL of the document that the window shows; absent when the application does not
+    /// report one.
     std::optional<QString> accessibilityDocument;
-    /// Another number as soon as the window carries another icon.
+    /// Changes whenever the icon that the window carries changes; the value has no other meaning.
     std::uint32_t iconRevision = 0;
     /// The goal that the window is assigned to; absent for an unassigned window.
     std::optional<GoalID> goalID;

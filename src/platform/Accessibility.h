@@ -1,4 +1,4 @@
-// Reading and acting on the windows of other applications.
+// Reads the windows of other applications and acts on them.
 #pragma once
 
 #include "platform/DiscoverySource.h"
@@ -9,9 +9,9 @@
 
 namespace kelpa {
 
-/// One window of an application that can be acted on. Each operation is a request: it has no
-/// answer, and on a window that is gone it does nothing. Used on one thread, any but the main one;
-/// no operation waits on the application.
+/// One window of an application, to act on. Each operation is a request without a reply, and does
+/// nothing when the window is gone. Used on one thread, any but the main one; no operation waits
+/// for the application.
 class AccessibilityElement
 {
 public:
@@ -20,15 +20,15 @@ public:
     AccessibilityElement& operator=(const AccessibilityElement&) = delete;
     virtual ~AccessibilityElement() = default;
 
-    /// As of the moment the element was made.
+    /// As of the creation of the element.
     virtual const AccessibilityWindow& attributes() const = 0;
 
     virtual void requestMinimized(bool isMinimized) = 0;
-    /// To be the application's main window.
+    /// Makes it the application's main window.
     virtual void requestMain() = 0;
-    /// To have the keyboard.
+    /// Gives it the keyboard focus.
     virtual void requestFocus() = 0;
-    /// To stand in front of all others, its desktop shown.
+    /// Raises it above all other windows and switches to its desktop.
     virtual void requestRaise() = 0;
 };
 
@@ -39,16 +39,16 @@ class Accessibility
 public:
     virtual ~Accessibility() = default;
 
-    /// Whether other applications' windows may be acted on, as last seen. Main thread; returns at
+    /// Whether Kelpa may act on other applications' windows, as last known. Main thread; returns at
     /// once.
     virtual bool isTrusted() const = 0;
 
-    /// Asks the desktop for that permission, where one can ask; the answer that `isTrusted` gives
-    /// then. Main thread; returns at once.
+    /// Requests that permission from the desktop, where it can be requested; returns what
+    /// `isTrusted` gives afterwards. Main thread; returns at once.
     virtual bool requestTrust() = 0;
 
-    /// The windows of a process in its own order; none when it cannot be asked. Any thread but the
-    /// main one; may take as long as the window server does.
+    /// The windows of a process in its own order; absent when they cannot be read. Any thread but
+    /// the main one; may take as long as the window server does.
     virtual std::optional<AccessibilityElements> elements(ProcessID process) = 0;
 };
 

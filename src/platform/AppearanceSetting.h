@@ -1,4 +1,4 @@
-// What the desktop says about light and dark.
+// The desktop's preference for a light or a dark appearance.
 #pragma once
 
 #include "model/GoalAccent.h"
@@ -15,8 +15,8 @@ class AppearanceSetting
 public:
     virtual ~AppearanceSetting() = default;
 
-    /// `changed` is called with what the desktop prefers, once that is known and with what differs
-    /// from before; with nothing once it has no preference any more. Main thread; returns at once.
+    /// Calls `changed` with the desktop's preference once it is known and whenever it changes; with
+    /// no value when the desktop no longer has one. Main thread; returns at once.
     [[nodiscard]] virtual std::unique_ptr<Subscription>
     watchAppearance(std::function<void(std::optional<Appearance> preferred)> changed) = 0;
 };

@@ -1,4 +1,4 @@
-// Which installed application a window belongs to.
+// Finds the installed application that a window belongs to.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -9,8 +9,8 @@
 
 namespace kelpa {
 
-/// What a window says of its application. An empty text or a process of 0 is a clue that is not
-/// there; any of them may be wrong or hostile.
+/// What a window reports about its application. An empty text or a process of 0 is an absent clue;
+/// any of them may be wrong or hostile.
 struct ApplicationClues
 {
     /// `_GTK_APPLICATION_ID`
@@ -28,7 +28,7 @@ struct ApplicationClues
 struct ResolvedApplication
 {
     /// The desktop-entry id without its suffix, as in "org.gnome.gedit"; absent when no installed
-    /// entry is the application's.
+    /// entry belongs to the application.
     std::optional<QString> desktopEntryID;
     /// The entry's name in the language of the process; empty without an entry.
     QString name;
@@ -41,7 +41,7 @@ class ApplicationResolver
 public:
     virtual ~ApplicationResolver() = default;
 
-    /// Any thread but the main one: it may read the installed entries from the disk.
+    /// Any thread but the main one: may read the installed entries from the disk.
     virtual ResolvedApplication resolve(const ApplicationClues& clues) = 0;
 };
 

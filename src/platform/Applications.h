@@ -1,4 +1,4 @@
-// The applications that run on the desktop, and opening new ones.
+// The running applications of the desktop, and launching new ones.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -15,17 +15,18 @@
 
 namespace kelpa {
 
-/// The applications of which a goal can have a new window.
+/// The applications that a goal can open a new window of.
 enum class LaunchableApplication : std::uint8_t { terminal, chrome };
 
-/// One start of an application, and what its window can be told by.
+/// One launch of an application, and how its window can be recognised.
 struct Launch
 {
-    /// By which its windows are known; absent while nothing tells what application it is.
+    /// The identifier that its windows report; absent while the application is unknown.
     std::optional<QString> bundleIdentifier;
-    /// What the program was told, to name it to the desktop with its window; empty for nothing.
+    /// The startup id passed to the program, which its window reports to the desktop; empty if
+    /// none.
     QByteArray startupID;
-    /// What was started. It may have handed over to another process and ended. 0 for none.
+    /// The started process, which may have handed over to another one and ended; 0 if none.
     ProcessID process = 0;
 
     friend bool operator==(const Launch&, const Launch&) = default;
@@ -39,35 +40,35 @@ public:
     /// This program's own process. Any thread.
     virtual ProcessID currentProcess() const = 0;
 
-    /// Whether the process is an application that runs. Any thread but the main one.
+    /// Whether the process is a running application. Any thread but the main one.
     virtual bool isRunning(ProcessID process) = 0;
 
-    /// Asks that the application come to the front, whatever other one is there. Any thread but the
+    /// Requests that the application come to the front, whichever one is there. Any thread but the
     /// main one.
     virtual void requestActivation(ProcessID process) = 0;
 
-    /// Asks the application to quit, as a person's click on its close buttons would: it may ask
-    /// whether to save, or refuse. Any thread but the main one; does not wait for it.
+    /// Requests that the application quit, as a click on its close buttons does: it may ask whether
+    /// to save, or refuse. Any thread but the main one; does not wait for it.
     virtual void requestQuit(ProcessID process) = 0;
 
-    /// Starts the application so that it opens a new window. None when no such application is
-    /// installed or the start failed. Any thread but the main one; does not wait for the window.
+    /// Launches the application so that it opens a new window. Absent when no such application is
+    /// installed or the launch failed. Any thread but the main one; does not wait for the window.
     virtual std::optional<Launch> launch(LaunchableApplication application) = 0;
 
-    /// Watches what was started until it shows which application it is, a second or two at most:
-    /// the bundle identifier of its windows; none when it ended or went on without showing it. Any
-    /// thread but the main one.
+    /// Watches the started process until it reveals its application, for a second or two at most.
+    /// Returns the bundle identifier of its windows; absent when the process ended, or did not
+    /// reveal it in that time. Any thread but the main one.
     virtual std::optional<QString> identifierOf(const Launch& launch,
                                                 const std::stop_token& stop) = 0;
 
-    /// The first of `windows` that came of this very start, whatever application it is of; none
-    /// when none did, or when nothing tells. Any thread but the main one.
+    /// The first of `windows` that this very launch opened, whatever its application; absent when
+    /// there is none, or it cannot be recognised. Any thread but the main one.
     virtual std::optional<WindowID> windowOf(const Launch& launch,
                                              const QList<WindowItem>& windows) = 0;
 
     /// The icon of the application that owns `window`, at most `pixels` wide and high; a null image
-    /// when it has none or is gone. Any thread but the main one: it reads files and asks the window
-    /// server.
+    /// when it has none or is gone. Any thread but the main one: reads files and waits for the
+    /// window server.
     virtual QImage icon(const WindowItem& window, int pixels) = 0;
 };
 

@@ -1,4 +1,4 @@
-// Where the person's own data lies.
+// The folder for the person's own data.
 #pragma once
 
 #include <QDir>

@@ -1,4 +1,4 @@
-// The questions that one discovery pass may ask of the desktop, and the shape of the answers.
+// What one discovery pass may query from the desktop, and the form of the replies.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -12,26 +12,27 @@
 
 namespace kelpa {
 
-/// One entry of the window server's list. A member that the server does not give, or gives in
-/// another shape than it must have, is absent.
+/// One entry of the window server's list. A member that the server does not give, or gives in an
+/// invalid form, is absent.
 struct WindowListEntry
 {
     std::optional<WindowID> number;
     std::optional<ProcessID> ownerProcess;
     std::optional<QString> ownerName;
-    /// In screen points, without the shadow or invisible border that the window draws itself.
+    /// In desktop units (see model/Rect.h), without a shadow or invisible border that the window
+    /// draws itself.
     std::optional<Rect> bounds;
-    /// 0 is the layer of ordinary windows; docks, desktops, menus and the like are on others.
+    /// 0 is the layer of ordinary windows; docks, desktops, menus and so on are on other layers.
     std::optional<int> layer;
     /// Opacity, 0 to 1.
     std::optional<double> alpha;
     std::optional<QString> name;
-    /// Another number as soon as the window carries another icon; what it is says nothing else.
+    /// Changes whenever the icon that the window carries changes; the value has no other meaning.
     std::uint32_t iconRevision = 0;
 };
 
 enum class WindowListScope : std::uint8_t {
-    /// Every window, also minimised ones and those of other desktops.
+    /// Every window, including minimised ones and those on other desktops.
     all,
     /// The windows that are on screen now. Only `number` needs to be filled.
     onScreen,
@@ -41,16 +42,16 @@ enum class WindowListScope : std::uint8_t {
 enum class ActivationPolicy : std::uint8_t {
     /// An ordinary application with windows on the task list.
     regular,
-    /// Panels, applets and other helpers that keep themselves off the task list.
+    /// Panels, applets and other helpers that stay off the task list.
     accessory,
-    /// Never shows anything to act on.
+    /// Never shows a window to act on.
     prohibited,
 };
 
 struct RunningApplication
 {
     ActivationPolicy activationPolicy = ActivationPolicy::regular;
-    /// On Linux the desktop-entry id; absent when no installed entry is the application's.
+    /// On Linux the desktop-entry id; absent when no installed entry belongs to the application.
     std::optional<QString> bundleIdentifier;
 };
 
@@ -66,36 +67,36 @@ struct Size
     double height = 0;
 };
 
-/// What the accessibility side says of one window. An attribute that could not be read is absent.
+/// One window as the accessibility side reports it. An attribute that could not be read is absent.
 struct AccessibilityWindow
 {
-    /// In the same coordinates as `WindowListEntry::bounds`.
+    /// In desktop units, as `WindowListEntry::bounds`; likewise `size`.
     std::optional<Point> position;
     std::optional<Size> size;
     std::optional<bool> isMinimized;
     std::optional<QString> title;
     /// Path or URL of the document that the window shows.
     std::optional<QString> document;
-    /// The number of the listed window that this is, on platforms that know; it decides the match.
+    /// The number of the listed window that this is, on platforms that know it; decides the match.
     std::optional<WindowID> windowNumber;
 };
 
-/// The desktop as one pass sees it. Made for one pass, used on one thread, discarded with it. No
-/// answer may wait on another application.
+/// The desktop as one pass sees it. Created for one pass, used on one thread, destroyed with the
+/// pass. No reply may wait for another application.
 class DiscoverySource
 {
 public:
     virtual ~DiscoverySource() = default;
 
-    /// In front-to-back order; none when the list cannot be had.
+    /// In front-to-back order; absent when the list is not available.
     virtual std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) = 0;
 
-    /// None when no such application runs.
+    /// Absent when no such application runs.
     virtual std::optional<RunningApplication> runningApplication(ProcessID process) = 0;
 
     virtual bool isAccessibilityTrusted() = 0;
 
-    /// The windows of one process in its own order; none when it cannot be asked.
+    /// The windows of one process in its own order; absent when they cannot be read.
     virtual std::optional<std::vector<AccessibilityWindow>>
     accessibilityWindows(ProcessID process) = 0;
 };

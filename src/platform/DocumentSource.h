@@ -1,4 +1,4 @@
-// The documents that windows show, as their applications tell the accessibility bus.
+// The documents that windows show, as their applications report them on the accessibility bus.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -11,11 +11,11 @@
 
 namespace kelpa {
 
-/// A window as the window server describes it, for whoever knows it by nothing else.
+/// A window as the window server describes it, for a source that has no other identity of it.
 struct DocumentQuery
 {
     ProcessID process = 0;
-    /// In screen points.
+    /// In desktop units, see model/Rect.h.
     Rect frame;
     QString title;
 
@@ -27,12 +27,12 @@ class DocumentSource
 public:
     virtual ~DocumentSource() = default;
 
-    /// Path or URL of the document that the window shows, as last heard; absent when its
-    /// application has not told (yet) or offers none. Any thread; never waits.
+    /// Path or URL of the document that the window shows, as last reported; absent when its
+    /// application has not reported one (yet). Any thread; never waits.
     virtual std::optional<QString> document(const DocumentQuery& window) = 0;
 
-    /// Says which windows there are now: all of them, after each look at the desktop. What is worth
-    /// asking is asked in the background. Any thread; never waits.
+    /// Receives all windows there are, after each discovery pass, and queries in the background
+    /// those whose document may have changed. Any thread; never waits.
     virtual void noteWindows(std::vector<DocumentQuery> windows) = 0;
 };
 

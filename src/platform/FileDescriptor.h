@@ -1,4 +1,4 @@
-// The number of an open file, closed when it is dropped.
+// An owned file descriptor, closed on destruction.
 #pragma once
 
 #include <unistd.h>
@@ -11,7 +11,7 @@ class FileDescriptor
 {
 public:
     FileDescriptor() = default;
-    /// Takes over what a system call gave; negative for none.
+    /// Takes ownership of the result of a system call; negative for none.
     explicit FileDescriptor(int number) : m_number(number) {}
     FileDescriptor(FileDescriptor&& other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept

@@ -1,4 +1,4 @@
-// The keyboard as all programs together see it: what is pressed, whoever has the keyboard.
+// The keyboard of the whole desktop: which keys are pressed, whichever program has the focus.
 #pragma once
 
 #include "platform/Subscription.h"
@@ -9,30 +9,31 @@
 
 namespace kelpa {
 
-/// The moment of an input event on the window server's own clock, as it is told to a window
-/// manager: milliseconds, starting again at 0 after 49.7 days.
+/// The timestamp of an input event on the window server's own clock, as passed to a window manager:
+/// milliseconds, wrapping to 0 after 49.7 days.
 using InputTime = std::uint32_t;
 
-/// What a change of the modifier keys left.
+/// The state of the modifier keys after a change.
 struct GlobalModifierChange
 {
     /// Whether a Command key (Super) is held, and whether any other modifier is held, latched or
-    /// locked. What the numeric keypad's lock is set to does not count.
+    /// locked. Num Lock does not count.
     bool commandIsDown = false;
     bool hasOtherModifiers = false;
-    /// When the key was moved, in seconds on the window server's clock, however long it runs.
+    /// When the key changed, in seconds on the window server's clock, without wrapping.
     double timestamp = 0;
     InputTime inputTime = 0;
 };
 
-/// All are called on the main thread, in the order in which the keys were moved.
+/// All are called on the main thread, in the order of the key events.
 struct GlobalKeyHandlers
 {
-    /// A key that is no modifier was pressed, or repeats itself; or a button of the mouse was, with
-    /// which a modifier makes a gesture as it does with a key. Which one is nobody's business.
+    /// A key that is no modifier was pressed or repeats, or a mouse button was pressed, since a
+    /// modifier with a button is a gesture as it is with a key. Which one is not reported, for
+    /// privacy.
     std::function<void()> keyPressed;
     std::function<void(const GlobalModifierChange&)> modifiersChanged;
-    /// Whether the keys are heard from now on; at first they are not.
+    /// Whether key events are received from now on; initially they are not.
     std::function<void(bool)> availabilityChanged;
 };
 
@@ -41,9 +42,9 @@ class GlobalKeys
 public:
     virtual ~GlobalKeys() = default;
 
-    /// Listens until the subscription is dropped; takes no key from anybody. Where the desktop
-    /// does not tell, the subscription stays silent. Main thread; returns at once. A handler must
-    /// not drop the subscription.
+    /// Listens until the subscription is destroyed; no program loses a key by it. Where the desktop
+    /// does not report keys, the handlers are never called. Main thread; returns at once. A handler
+    /// must not destroy the subscription.
     [[nodiscard]] virtual std::unique_ptr<Subscription> watchKeys(GlobalKeyHandlers handlers) = 0;
 };
 

@@ -1,4 +1,4 @@
-// What the desktop says about things that move by themselves.
+// The desktop's preference for or against animations.
 #pragma once
 
 #include "platform/Subscription.h"
@@ -14,9 +14,8 @@ class MotionSetting
 public:
     virtual ~MotionSetting() = default;
 
-    /// `changed` is called with whether animations are wanted, once that is known and with what
-    /// differs from before; with nothing once there is no such setting any more. Main thread;
-    /// returns at once.
+    /// Calls `changed` with whether animations are wanted, once that is known and whenever it
+    /// changes; with no value when the setting no longer exists. Main thread; returns at once.
     [[nodiscard]] virtual std::unique_ptr<Subscription>
     watchAnimations(std::function<void(std::optional<bool> areWanted)> changed) = 0;
 };

@@ -1,4 +1,4 @@
-// Kelpa's own window among those of the desktop.
+// Kelpa's own window on the desktop.
 #pragma once
 
 #include "platform/GlobalKeys.h"
@@ -13,12 +13,12 @@
 
 namespace kelpa {
 
-/// Why a window is brought forward, so that the desktop lets it pass.
-struct FrontOccasion
+/// What justifies activating a window, for desktops that prevent focus stealing.
+struct ActivationContext
 {
-    /// When the person did what it follows from; absent: now.
+    /// The user time: when the person acted; absent means now.
     std::optional<InputTime> inputTime;
-    /// What a launcher gave along with a start of the program; empty without one.
+    /// The startup id (activation token) from the launcher that started the program; empty if none.
     QByteArray startupID;
 };
 
@@ -27,11 +27,11 @@ class OwnWindow
 public:
     virtual ~OwnWindow() = default;
 
-    /// Asks for the window in front of all others, un-minimised and with the keyboard, also while
-    /// another program is being typed into; its desktop is shown. `window` is its number in the
-    /// window system, as the toolkit tells it. A later request may replace an earlier one, but the
-    /// launcher of each is told that its start is over. Main thread; returns at once.
-    virtual void requestFront(std::uint32_t window, const FrontOccasion& occasion) = 0;
+    /// Requests that the window be restored, raised above all others and focused, with its desktop
+    /// shown, also while the person types into another program. `window` is its id in the window
+    /// system, as the toolkit gives it. A later request may replace an earlier one, but the launch
+    /// of each `startupID` is reported as complete. Main thread; returns at once.
+    virtual void requestFront(std::uint32_t window, const ActivationContext& context) = 0;
 
     /// Calls `changed` whenever other windows begin or cease to cover all of the window. It counts
     /// as not occluded until that is known, and always where the desktop cannot report it; while it

@@ -10,7 +10,7 @@ class Pasteboard
 public:
     virtual ~Pasteboard() = default;
 
-    /// Replaces what the clipboard holds by `text`. Main thread.
+    /// Replaces the contents of the clipboard with `text`. Main thread.
     virtual void setText(const QString& text) = 0;
 };
 

@@ -1,4 +1,4 @@
-// What Kelpa needs of a desktop, gathered: the store is built from it and owns none of it.
+// The interfaces to the desktop that the store needs. The store owns none of them.
 #pragma once
 
 namespace kelpa {

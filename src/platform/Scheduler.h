@@ -13,8 +13,8 @@
 
 namespace kelpa {
 
-/// Work that is due later or is running. Destroying it cancels: what has not begun never begins,
-/// what runs off the main thread sees its stop token and its result is dropped.
+/// Work that is due later or is running. Destroying it cancels: work that has not begun never
+/// begins; work that runs off the main thread has stop requested and its result dropped.
 class ScheduledWork
 {
 public:
@@ -24,14 +24,14 @@ public:
     virtual ~ScheduledWork() = default;
 };
 
-/// Absent: nothing is due. Destroyed on the main thread, also from within the work itself.
+/// Null when nothing is due. Destroyed on the main thread, possibly from within the work itself.
 using TaskHandle = std::unique_ptr<ScheduledWork>;
 
-/// The result of background work of which only the effect matters.
+/// The result of background work that only has an effect.
 struct Done
 {};
 
-/// All functions are called on the main thread; all callbacks but a background function run there.
+/// All functions are called on the main thread, where all callbacks run but background work.
 class Scheduler
 {
 public:
@@ -39,7 +39,7 @@ public:
 
     virtual ~Scheduler() = default;
 
-    /// The calendar's time now.
+    /// The current calendar time.
     virtual Date now() const = 0;
 
     /// Calls `tick` every `interval`, first one interval from now.
@@ -48,18 +48,18 @@ public:
     /// Calls `work` once, `delay` from now.
     [[nodiscard]] virtual TaskHandle after(Duration delay, std::function<void()> work) = 0;
 
-    /// Runs `work` off the main thread, then `then` with its result on it. `work` touches its own
-    /// values and such objects as allow that thread in their headers; these outlive all work, also
-    /// what was cancelled and still runs. It may look at its stop token to end early.
+    /// Runs `work` off the main thread, then `then` with its result on the main thread. `work` uses
+    /// its own values and objects whose headers allow that thread; these outlive all work,
+    /// including cancelled work that still runs. It may check its stop token to end early.
     template <class Work, class Then>
     [[nodiscard]] TaskHandle inBackground(Work work, Then then)
     {
         return startInBackground(erased(std::move(work), std::move(then)));
     }
 
-    /// As `inBackground`, but waits up to `limit` for the result. When it is there in time, `then`
-    /// has been called on return and the handle is absent; otherwise `then` comes later, as if the
-    /// work had been started in the background.
+    /// As `inBackground`, but waits up to `limit` for the result. If it arrives in time, `then` has
+    /// been called on return and the handle is null; otherwise `then` is called later, as after
+    /// `inBackground`.
     template <class Work, class Then>
     [[nodiscard]] TaskHandle inBackgroundAwaiting(Duration limit, Work work, Then then)
     {
@@ -67,7 +67,7 @@ public:
     }
 
 protected:
-    /// Runs off the main thread and gives what remains to be done on it.
+    /// Runs off the main thread and returns what remains to be done on the main thread.
     using BackgroundWork = std::function<std::function<void()>(std::stop_token)>;
 
     virtual TaskHandle startInBackground(BackgroundWork work) = 0;

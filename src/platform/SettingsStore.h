@@ -1,4 +1,4 @@
-// Where the board is kept between runs.
+// Stores the board between runs, as keys and values.
 #pragma once
 
 #include <QByteArray>
@@ -27,27 +27,26 @@ class SettingsStore
 public:
     virtual ~SettingsStore() = default;
 
-    /// Whether what is stored has been read; also true when nothing is stored yet. While it is
-    /// false, `value` knows only what was written by this program since it started, and every
-    /// `write` and `flush` tries to read again.
+    /// Whether the stored values have been read; also true when nothing is stored yet. While false,
+    /// `value` knows only what this program has written since it started, and every `write` and
+    /// `flush` tries to read again.
     virtual bool isLoaded() const = 0;
 
-    /// What was written last under `key`, whether or not it has reached the disk; none when there
-    /// is nothing.
+    /// The last value written under `key`, whether or not it has reached the disk; absent when
+    /// there is none.
     virtual std::optional<SettingsValue> value(const QString& key) const = 0;
 
-    /// Writes all entries or none of them. When it returns true they are on the disk, and a power
-    /// cut cannot take them back. When it returns false they are kept in memory and go to the disk
-    /// with the next write that succeeds.
+    /// Writes all entries or none of them. On true they are on the disk and survive a power cut. On
+    /// false they are kept in memory and reach the disk with the next write that succeeds.
     virtual bool write(const std::vector<SettingsEntry>& entries) = 0;
 
-    /// Stores what stands under `key` once more under a key of its own, "<key>.saved-<time>", where
-    /// nothing overwrites it: for a value that cannot be read and is about to be replaced. True
-    /// when the copy is on the disk (or there is nothing to copy); otherwise it is kept in memory
-    /// as with `write`.
+    /// Copies the value of `key` to a key of its own, "<key>.saved-<time>", where nothing
+    /// overwrites it: for a value that does not decode and is about to be replaced. True when the
+    /// copy is on the disk (or there is nothing to copy); otherwise it is kept in memory as with
+    /// `write`.
     virtual bool copyAside(const QString& key) = 0;
 
-    /// Tries to read and to write what earlier calls could not; true when nothing is left over.
+    /// Retries the reads and writes of earlier calls that failed; true when nothing is pending.
     virtual bool flush() = 0;
 };
 

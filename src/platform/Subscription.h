@@ -1,9 +1,9 @@
-// What is heard from the desktop until it is dropped.
+// A subscription to notifications from the desktop.
 #pragma once
 
 namespace kelpa {
 
-/// Dropping it ends the subscription.
+/// Destroying it unsubscribes.
 class Subscription
 {
 public:

@@ -1,4 +1,4 @@
-// Scheduled work of which several may be under way, each kept until it is done.
+// Owns any number of scheduled tasks, each until it is done.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -9,7 +9,7 @@
 
 namespace kelpa {
 
-/// Main thread. Destroying the group cancels what is under way.
+/// Main thread. Destroying the group cancels its tasks.
 class TaskGroup
 {
 public:

@@ -1,4 +1,5 @@
-// Work off the main thread, for whoever is not on it either and so has no scheduler.
+// An executor: runs tasks off the main thread, for callers on any thread (Scheduler is for the main
+// thread).
 #pragma once
 
 #include <functional>
@@ -10,8 +11,8 @@ class Workers
 public:
     virtual ~Workers() = default;
 
-    /// Runs `task` on a thread of its own choice, now or when one is free, and destroys it there.
-    /// Any thread; returns at once. After the workers' end the task is dropped.
+    /// Runs `task` on a worker thread, now or when one is free, and destroys it there. Any thread;
+    /// returns at once. Drops the task once the workers have ended.
     virtual void start(std::function<void()> task) = 0;
 };
 

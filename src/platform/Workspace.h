@@ -1,4 +1,4 @@
-// The desktop's way to open things.
+// Opens URLs with the desktop's applications.
 #pragma once
 
 #include <QUrl>
@@ -10,11 +10,11 @@ class Workspace
 public:
     virtual ~Workspace() = default;
 
-    /// Whether the desktop has settings in which a person grants this program what it asks for, so
-    /// that `requestOpen` opens them. Main thread; the same answer all the time.
+    /// Whether the desktop has settings in which a person grants this program its permissions, so
+    /// that `requestOpen` can open them. Main thread; the result never changes.
     virtual bool hasPermissionSettings() const = 0;
 
-    /// Asks the desktop to open `url` with the application for it. Main thread; returns at once.
+    /// Opens `url` with the desktop's application for it. Main thread; returns at once.
     virtual void requestOpen(const QUrl& url) = 0;
 };
 

@@ -19,14 +19,14 @@ bool isTextInput(const QQuickItem& item)
     return item.flags().testFlag(QQuickItem::ItemAcceptsInputMethod);
 }
 
-bool tells(const QQuickItem* item, const char* property)
+bool hasTrue(const QQuickItem* item, const char* property)
 {
     return item != nullptr && item->property(property).toBool();
 }
 
 bool isButton(const QQuickItem* item)
 {
-    return tells(item, "isButton");
+    return hasTrue(item, "isButton");
 }
 
 bool isWithin(const QQuickItem& item, const QPointF& position)
@@ -34,13 +34,13 @@ bool isWithin(const QQuickItem& item, const QPointF& position)
     return item.contains(item.mapFromScene(position));
 }
 
-/// The field with the buttons that belong to it.
+/// The item that holds the field and the buttons that belong to it; the field itself if none.
 QQuickItem& fieldWithButtons(QQuickItem& field)
 {
     QQuickItem* const around = field.parentItem();
     if (around == nullptr || !around->isFocusScope())
         return field;
-    // The window and all that it shows are no part of a field.
+    // The window's content is not part of a field.
     const QQuickItem* const outside = around->parentItem();
     return outside != nullptr && outside->parentItem() != nullptr ? *around : field;
 }
@@ -51,24 +51,24 @@ bool isMove(const BoardCommand& command)
            std::holds_alternative<MoveWindowSelection>(command);
 }
 
-/// Of a key that is held: once, where each further time would do something else.
-bool isDoneOnce(const BoardCommand& command)
+/// Whether a held key carries the command out once, since repeating it would do something else.
+bool ignoresAutoRepeat(const BoardCommand& command)
 {
     return std::holds_alternative<ActivateSelection>(command) ||
            std::holds_alternative<RequestAddTodo>(command);
 }
 
-/// One function for each kind of command.
+/// A visitor made of one function for each kind of command.
 template <class... Functions>
-struct Each : Functions...
+struct Overloaded : Functions...
 {
     using Functions::operator()...;
 };
 template <class... Functions>
-Each(Functions...) -> Each<Functions...>;
+Overloaded(Functions...) -> Overloaded<Functions...>;
 
-/// Of a key that is pressed with Control.
-BoardKey historyKey(const QKeyEvent& event)
+/// The board's key for a key that is pressed with Control.
+BoardKey undoRedoKey(const QKeyEvent& event)
 {
     const bool isShifted = event.modifiers().testFlag(Qt::ShiftModifier);
     if (event.key() == Qt::Key_Z)
@@ -76,7 +76,7 @@ BoardKey historyKey(const QKeyEvent& event)
     return event.key() == Qt::Key_Y && !isShifted ? BoardKey::redo : BoardKey::other;
 }
 
-/// Whether something at the place of the scene, which the item holds, takes nobody out of a field.
+/// Whether a click at `position`, in scene coordinates within `item`, does not leave a field.
 bool keepsFields(const QQuickItem& item, const QPointF& position)
 {
     const QList<QQuickItem*> children = item.childItems();
@@ -93,7 +93,7 @@ BoardKey boardKey(const QKeyEvent& event)
 {
     const auto foreign = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
     if ((event.modifiers() & foreign) == Qt::ControlModifier)
-        return historyKey(event);
+        return undoRedoKey(event);
     if ((event.modifiers() & foreign) != 0)
         return BoardKey::other;
     if (event.key() == Qt::Key_F10 && event.modifiers().testFlag(Qt::ShiftModifier))
@@ -126,8 +126,8 @@ BoardInput::BoardInput(QQuickWindow& window, const QQuickItem& popups, WindowSto
 {
     m_window.installEventFilter(this);
     connect(&m_window, &QQuickWindow::activeFocusItemChanged, this, [this] {
-        if (m_window.activeFocusItem() == m_waitingField)
-            m_waitingField.clear();
+        if (m_window.activeFocusItem() == m_suspendedField)
+            m_suspendedField.clear();
     });
 }
 
@@ -140,11 +140,11 @@ bool BoardInput::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::MouseButtonPress) {
         const auto* const press = static_cast<QMouseEvent*>(event);
         if (press->button() == Qt::LeftButton || press->button() == Qt::RightButton)
-            notePress(press->position());
+            handlePress(press->position());
     }
-    // The window's own answer is that nothing in it has the focus, until it has the keyboard again.
+    // The window itself reacts by having no focus item until it is active again.
     if (event->type() == QEvent::FocusOut && watched == &m_window)
-        letFieldWait();
+        suspendField();
     return QObject::eventFilter(watched, event);
 }
 
@@ -157,14 +157,14 @@ KeyboardFocus BoardInput::keyboardFocus(const QQuickItem* item) const
 {
     if (item == nullptr)
         return KeyboardFocus::board;
-    // A field in a sheet is the sheet's: an arrow must not leave it.
+    // A field in a sheet belongs to the sheet: an arrow must not leave it.
     if (isInPopup(item))
         return KeyboardFocus::popup;
     if (isTextInput(*item))
         return KeyboardFocus::textInput;
-    // A button that was clicked, or a card that follows the selection, has the focus too, but does
-    // not show it.
-    if (!tells(item, "visualFocus"))
+    // A clicked button, or a card that follows the selection, also has the focus but does not show
+    // it.
+    if (!hasTrue(item, "visualFocus"))
         return KeyboardFocus::board;
     return isButton(item) ? KeyboardFocus::button : KeyboardFocus::item;
 }
@@ -172,17 +172,17 @@ KeyboardFocus BoardInput::keyboardFocus(const QQuickItem* item) const
 KeyContext BoardInput::context(const QKeyEvent& event) const
 {
     const QQuickItem* const item = m_window.activeFocusItem();
-    // A minimised window counts as visible for the toolkit.
+    // The toolkit considers a minimised window visible.
     const bool isShown =
         m_window.isVisible() && !m_window.windowStates().testFlag(Qt::WindowMinimized);
     return {.isBoardActive = isShown && m_window.isActive(),
             .focus = keyboardFocus(item),
             .navigation = m_store.boardNavigation(),
             .isShiftHeld = event.modifiers().testFlag(Qt::ShiftModifier),
-            .isComposing = tells(item, "isComposing"),
-            .canFieldUndo = tells(item, "canUndo"),
-            .canFieldRedo = tells(item, "canRedo"),
-            .isSearching = tells(item, "isSearching")};
+            .isComposing = hasTrue(item, "isComposing"),
+            .canFieldUndo = hasTrue(item, "canUndo"),
+            .canFieldRedo = hasTrue(item, "canRedo"),
+            .isSearching = hasTrue(item, "isSearching")};
 }
 
 bool BoardInput::handleKey(const QKeyEvent& event)
@@ -195,12 +195,12 @@ bool BoardInput::handleKey(const QKeyEvent& event)
     }
     if (!decision.command)
         return false;
-    // Held a little too long, it would enter a target and raise a window at once.
-    if (event.isAutoRepeat() && isDoneOnce(*decision.command))
+    // Space held a little too long would enter a target and raise a window at once.
+    if (event.isAutoRepeat() && ignoresAutoRepeat(*decision.command))
         return true;
-    leaveWaitingField();
+    leaveSuspendedField();
     const QQuickItem* const item = m_window.activeFocusItem();
-    // From a button that was clicked, the focus goes with the selection.
+    // The focus moves from a clicked button with the selection.
     const bool isClickedButton = now.focus == KeyboardFocus::board && isButton(item);
     if (decision.leavesFocus || (isClickedButton && isMove(*decision.command)))
         resignFocus();
@@ -211,7 +211,7 @@ bool BoardInput::handleKey(const QKeyEvent& event)
 void BoardInput::carryOut(const BoardCommand& command)
 {
     std::visit(
-        Each{
+        Overloaded{
             [this](const MoveTargetSelection& move) {
                 m_store.moveTargetSelection(move.direction);
             },
@@ -230,8 +230,8 @@ void BoardInput::carryOut(const BoardCommand& command)
 
 void BoardInput::resignFocus()
 {
-    // From a part, the focus goes to what it stands in, which is not the board yet. A sheet keeps
-    // it: Escape is to close that.
+    // The focus moves from an item to the focus scope around it, which may not be the board yet. A
+    // sheet keeps it, so that Escape closes the sheet.
     const QQuickItem* before = nullptr;
     QQuickItem* item = m_window.activeFocusItem();
     while (item != nullptr && item != before && item != m_window.contentItem()) {
@@ -243,42 +243,42 @@ void BoardInput::resignFocus()
     }
 }
 
-void BoardInput::notePress(const QPointF& position)
+void BoardInput::handlePress(const QPointF& position)
 {
     if (keepsFields(*m_window.contentItem(), position))
         return;
-    if (!m_waitingField.isNull() && !isWithin(fieldWithButtons(*m_waitingField), position))
-        leaveWaitingField();
+    if (!m_suspendedField.isNull() && !isWithin(fieldWithButtons(*m_suspendedField), position))
+        leaveSuspendedField();
     resignFocusIfOutside(position);
 }
 
 void BoardInput::resignFocusIfOutside(const QPointF& position)
 {
     QQuickItem* const item = m_window.activeFocusItem();
-    // What is open over the board has the keyboard for as long as it is open.
+    // Popups keep the focus for as long as they are open.
     if (item == nullptr || isInPopup(item))
         return;
-    // A press on a button of the field is for that to answer.
+    // A button of the field handles a press on it itself.
     const QQuickItem& place = isTextInput(*item) ? fieldWithButtons(*item) : *item;
     if (!isWithin(place, position))
         resignFocus();
 }
 
-void BoardInput::letFieldWait()
+void BoardInput::suspendField()
 {
     QQuickItem* const item = m_window.activeFocusItem();
     if (item == nullptr || keyboardFocus(item) != KeyboardFocus::textInput)
         return;
     resignFocus();
-    m_waitingField = item;
+    m_suspendedField = item;
 }
 
-void BoardInput::leaveWaitingField()
+void BoardInput::leaveSuspendedField()
 {
-    const QPointer<QQuickItem> field = std::exchange(m_waitingField, nullptr);
+    const QPointer<QQuickItem> field = std::exchange(m_suspendedField, nullptr);
     if (field.isNull())
         return;
-    // Whoever made the field learns by its focus alone that it is left.
+    // The field's owner learns only from a change of its focus that it is left.
     field->forceActiveFocus();
     resignFocus();
 }

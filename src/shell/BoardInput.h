@@ -1,4 +1,5 @@
-// Brings the keys and clicks of the main window to the store.
+// The main window's event filter: turns keys into commands for the store, and moves the keyboard
+// focus as keys and clicks require.
 #pragma once
 
 #include "shell/KeyRouting.h"
@@ -15,54 +16,54 @@ namespace kelpa {
 
 class WindowStore;
 
-/// Which of the board's keys an event is; `other` for any further key. Shift with F10 is the key
-/// for a menu. Control with Z undoes, and with Shift and Z, or with Y, redoes; whatever else is
-/// pressed together with Control, Alt or Super belongs to somebody else.
+/// Which of the board's keys an event is; `other` for any other key. Shift+F10 is the menu key.
+/// Ctrl+Z undoes; Ctrl+Shift+Z and Ctrl+Y redo; every other combination with Control, Alt or Super
+/// is left to window managers, input methods and controls.
 BoardKey boardKey(const QKeyEvent& event);
 
-/// Looks at the window's events before anybody else. Main thread.
+/// Receives the window's events before the window does. Main thread.
 ///
-/// A control has the keyboard when the person went to it with a key. Whatever else has the focus,
-/// what was clicked or what follows the selection, leaves the keys to the board.
+/// A control receives keys when the person moved the focus to it with a key. Any other item with
+/// the focus, because it was clicked or follows the selection, leaves the keys to the board.
 ///
-/// A press elsewhere takes the keyboard from whatever has it, so that the focus follows the
-/// selection again; from what is open over the board, such as a sheet with its field, it does not.
+/// A press elsewhere takes the focus from the item that has it, so that the focus follows the
+/// selection again; items that are open over the board, such as a sheet with its field, keep it.
 ///
-/// A field gives the keyboard up when another program gets it, and waits with what was typed. It is
-/// left for good by what would have left it otherwise: a click beside it, unless it goes to an item
-/// that keeps fields, or the next key that does something on the board. A field in a sheet keeps
-/// the keyboard, as the board has no use for it.
+/// A text field is suspended when another program gets the keyboard: it gives up the focus but
+/// keeps its text. It is left for good by what would have left it otherwise: a click beside it,
+/// unless on an item that keeps fields, or the next key that does something on the board. A field
+/// in a sheet keeps the focus, as the board has no use for it.
 ///
-/// One types in an item that takes input methods. What else there is to know of an item, it tells
-/// by its properties; one that it does not have counts as false. Of the item with the focus:
+/// An item that accepts input methods is a text field. Everything else about an item comes from its
+/// properties; a missing property counts as false. Of the item with the focus:
 ///
-///     visualFocus        a key brought the focus to it, and it shows that; all controls of the
+///     visualFocus        a key moved the focus to it, and it shows that; all controls of the
 ///                        toolkit have it
 ///     isButton           Space and Return press it; the toolkit's own type for that is private
-///     isComposing        of a field: an input method has not finished what is being written
-///     canUndo, canRedo   of a field: it could take back what was typed, or do it again; all fields
-///                        of the toolkit have them
-///     isSearching        of a field: what is written in it narrows the board
+///     isComposing        field only: an input method is composing
+///     canUndo, canRedo   field only: it can undo or redo what was typed; all fields of the toolkit
+///                        have them
+///     isSearching        field only: its text filters the board
 ///
 /// and of any item that is clicked:
 ///
-///     keepsFields        a click in it takes nobody out of a field
+///     keepsFields        a click in it does not leave a field
 class BoardInput : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Menus and sheets live in `popups`, an item of the window's. All outlive it.
+    /// `popups` is the item of the window that holds menus and sheets. All outlive this object.
     BoardInput(QQuickWindow& window, const QQuickItem& popups, WindowStore& store);
     ~BoardInput() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
-    /// The menu of the selected window or goal, or of the board, is to be opened.
+    /// The person requested the menu of the selected window or goal, or of the board.
     void menuRequested();
-    /// An arrow key leaves the field in which one types, whether the store opened it or a view. It
-    /// is still there, with what is written in it.
+    /// An arrow key leaves the text field, whether the store or a view opened it. Emitted while the
+    /// field still exists, with its text.
     void editorLeft();
 
 private:
@@ -71,17 +72,17 @@ private:
     KeyContext context(const QKeyEvent& event) const;
     bool handleKey(const QKeyEvent& event);
     void carryOut(const BoardCommand& command);
-    void notePress(const QPointF& position);
+    void handlePress(const QPointF& position);
     void resignFocus();
     void resignFocusIfOutside(const QPointF& position);
-    void letFieldWait();
-    void leaveWaitingField();
+    void suspendField();
+    void leaveSuspendedField();
 
     QQuickWindow& m_window;
     const QQuickItem& m_popups;
     WindowStore& m_store;
-    /// Has given the keyboard up to another program, and not had it since.
-    QPointer<QQuickItem> m_waitingField;
+    /// Lost the focus to another program and has not had it since.
+    QPointer<QQuickItem> m_suspendedField;
 };
 
 } // namespace kelpa

@@ -9,7 +9,8 @@ namespace kelpa {
 namespace {
 
 /// Whether at most `limit` seconds lie between the two. Timestamps are rounded to the precision of
-/// their magnitude (1000.36 − 1000 is a little more than 0.36), so that much is granted, no more.
+/// their magnitude (1000.36 − 1000 is a little more than 0.36), so the comparison tolerates exactly
+/// that much.
 bool isWithin(double limit, double from, double to)
 {
     const double magnitude = std::max(std::abs(from), std::abs(to));

@@ -6,20 +6,20 @@
 
 namespace kelpa {
 
-/// What an event that changes a modifier key tells.
+/// An event that changes a modifier key.
 struct ModifierChange
 {
     /// Whether Command is down after the change, and whether any other modifier is.
     bool commandIsDown = false;
     bool hasOtherModifiers = false;
-    /// Seconds on any clock that never goes back; only differences are used.
+    /// Seconds on any monotonic clock; only differences are used.
     double timestamp = 0;
 };
 
-/// A plain value; it keeps no clock and no timer of its own.
+/// A plain value without a clock or timer.
 struct CommandDoubleTapRecognizer
 {
-    /// Longest press that is a tap, in seconds from press to release, inclusive.
+    /// Longest press that counts as a tap, in seconds from press to release, inclusive.
     static constexpr double maximumPressDuration = 0.45;
     /// Longest time between two taps, in seconds from release to release, inclusive.
     static constexpr double maximumTapInterval = 0.36;
@@ -29,14 +29,14 @@ struct CommandDoubleTapRecognizer
     std::optional<double> currentPressStartedAt;
     /// Whether the current press can still become a tap.
     bool currentPressIsEligible = false;
-    /// When the previous tap was released; absent when the next tap is a first one.
+    /// When the previous tap was released; absent when the next tap starts a pair.
     std::optional<double> lastTapCompletedAt;
 
-    /// To be called for every modifier change. True exactly when it completes a double tap.
+    /// Call for every modifier change. True exactly when it completes a double tap.
     [[nodiscard]] bool handleFlagsChanged(const ModifierChange& change);
 
-    /// To be called for every key press, before anything else is done with it: a key pressed
-    /// during or between the taps makes them part of a shortcut.
+    /// Call for every key press, before handling it otherwise: a key pressed during or between the
+    /// taps makes them part of a shortcut.
     void handleKeyDown();
 
     friend bool operator==(const CommandDoubleTapRecognizer&,

@@ -22,7 +22,7 @@ void GlobalDoubleTap::handleModifiers(const GlobalModifierChange& change)
 
 void GlobalDoubleTap::setAvailable(bool isAvailable)
 {
-    // What was pressed before a silence says nothing about what comes after it.
+    // Keys before an interruption say nothing about those after it.
     m_recognizer = {};
     if (m_isAvailable == isAvailable)
         return;

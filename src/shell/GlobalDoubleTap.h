@@ -1,4 +1,4 @@
-// The double tap of the Command key, in whatever program it happens.
+// Reports the double tap of the Command key, in whichever program it happens.
 #pragma once
 
 #include "platform/GlobalKeys.h"
@@ -16,16 +16,16 @@ class GlobalDoubleTap : public QObject
     Q_OBJECT
 
 public:
-    /// `keys` outlives it.
+    /// `keys` outlives this object.
     explicit GlobalDoubleTap(GlobalKeys& keys);
     ~GlobalDoubleTap() override;
 
-    /// Whether a double tap would be noticed now. At first it would not.
+    /// Whether a double tap would be recognised now; initially false.
     bool isAvailable() const { return m_isAvailable; }
 
 Q_SIGNALS:
     void isAvailableChanged();
-    /// `inputTime` is when the second tap was released.
+    /// `inputTime` is the timestamp of the second release.
     void doubleTapped(kelpa::InputTime inputTime);
 
 private:

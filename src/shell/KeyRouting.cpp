@@ -69,15 +69,15 @@ bool isKeptByField(BoardKey key, const KeyContext& context)
     // Shift with an arrow selects text.
     if (direction(key))
         return context.isShiftHeld || (key == BoardKey::down && context.isSearching);
-    // A field takes back what was typed in it; one in which nothing was typed lets the board do so.
-    // One that has taken back everything keeps the key all the same: a press too many, or a key
-    // that is held, is not meant for the board.
+    // A field undoes what was typed in it; one in which nothing was typed leaves undo to the board.
+    // A field that has undone everything keeps the key all the same: a press too many, or a held
+    // key, is not meant for the board.
     if (key == BoardKey::undo || key == BoardKey::redo)
         return context.canFieldUndo || context.canFieldRedo;
     return true;
 }
 
-/// Whether the key belongs to whoever has the keyboard.
+/// Whether the key belongs to the item with the focus.
 bool isKept(BoardKey key, const KeyContext& context)
 {
     switch (context.focus) {
@@ -101,8 +101,8 @@ KeyDecision decideKey(BoardKey key, const KeyContext& context)
 {
     if (!context.isBoardActive || isKept(key, context))
         return {};
-    // An arrow leaves a field or a button and moves the selection in the same stroke. Only what is
-    // typed in a field is given up with it.
+    // An arrow leaves a field or a button and moves the selection in the same stroke. Leaving a
+    // field discards what was typed in it.
     const bool leavesFocus = context.focus != KeyboardFocus::board && direction(key).has_value();
     return {.cancelsEditor = leavesFocus && context.focus == KeyboardFocus::textInput,
             .leavesFocus = leavesFocus,

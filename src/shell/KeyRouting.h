@@ -1,4 +1,5 @@
-// What a key press does on the board: a decision from where the keyboard is and what is selected.
+// Decides what a key press does on the board, from where the keyboard focus is and what is
+// selected.
 #pragma once
 
 #include "navigation/BoardNavigationState.h"
@@ -18,41 +19,41 @@ enum class BoardKey : std::uint8_t {
     space,
     enter,
     escape,
-    /// The key for a context menu, or Shift with F10.
+    /// The context-menu key, or Shift+F10.
     menu,
     undo,
     redo,
     other,
 };
 
-/// Who has the keyboard within the main window.
+/// What has the keyboard focus within the main window.
 enum class KeyboardFocus : std::uint8_t {
-    /// Nobody: the board itself.
+    /// Nothing: the board itself.
     board,
-    /// A field in which one types.
+    /// A text field.
     textInput,
-    /// A button that the person went to with the Tab key. Its menu is that of what it belongs to.
+    /// A button that the person reached with Tab. Its menu is that of the item it belongs to.
     button,
-    /// A card or a row that the person went to with the Tab key: it has a menu, and something to do
-    /// on Return, but cannot be pressed.
+    /// A card or a row that the person reached with Tab: it has a menu and reacts to Return, but
+    /// cannot be pressed.
     item,
-    /// An open menu or sheet, which has keys of its own.
+    /// An open menu or sheet, which handles keys itself.
     popup,
 };
 
 struct KeyContext
 {
-    /// Kelpa has the keyboard and its window is on the screen.
+    /// Kelpa's window is active and on the screen.
     bool isBoardActive = false;
     KeyboardFocus focus = KeyboardFocus::board;
     BoardNavigationState navigation;
     bool isShiftHeld = false;
-    /// An input method has not finished what is being written: every key is about that.
+    /// An input method is composing: every key belongs to it.
     bool isComposing = false;
-    /// What the field in which one types could take back, or do again, itself.
+    /// Whether the text field could undo or redo by itself.
     bool canFieldUndo = false;
     bool canFieldRedo = false;
-    /// The field in which one types looks for something: below it stands what it has found.
+    /// The text field is the search field, whose matches are shown below it.
     bool isSearching = false;
 };
 
@@ -80,7 +81,7 @@ struct RequestAddTodo
     GoalID goalID;
     friend bool operator==(const RequestAddTodo&, const RequestAddTodo&) = default;
 };
-/// That of the selected window or goal; of the board while what is selected has none.
+/// The menu of the selected window or goal; of the board when the selection has none.
 struct OpenMenu
 {
     friend bool operator==(const OpenMenu&, const OpenMenu&) = default;
@@ -100,11 +101,11 @@ using BoardCommand =
 
 struct KeyDecision
 {
-    /// First the todo editor is cancelled.
+    /// First cancel the todo editor.
     bool cancelsEditor = false;
-    /// First whoever has the keyboard gives it back to the board.
+    /// First return the keyboard focus to the board.
     bool leavesFocus = false;
-    /// Absent: the key is passed on to whoever has the keyboard.
+    /// Absent: pass the key on to the item with the focus.
     std::optional<BoardCommand> command;
 
     friend bool operator==(const KeyDecision&, const KeyDecision&) = default;

@@ -7,7 +7,7 @@
 
 namespace kelpa {
 
-std::optional<QPoint> rescuedPosition(const QRect& frame, const QRect& usableArea)
+std::optional<QPoint> onScreenPosition(const QRect& frame, const QRect& usableArea)
 {
     if (usableArea.isEmpty() || frame.intersects(usableArea))
         return std::nullopt;
@@ -21,16 +21,16 @@ WindowRaiser::WindowRaiser(QWindow& window, OwnWindow& desktop)
     : m_window(window), m_desktop(desktop)
 {}
 
-void WindowRaiser::raise(const FrontOccasion& occasion)
+void WindowRaiser::raise(const ActivationContext& context)
 {
     if (!m_window.isVisible())
         m_window.setVisible(true);
     if (const QScreen* const screen = m_window.screen()) {
         if (const auto position =
-                rescuedPosition(m_window.frameGeometry(), screen->availableGeometry()))
+                onScreenPosition(m_window.frameGeometry(), screen->availableGeometry()))
             m_window.setFramePosition(*position);
     }
-    m_desktop.requestFront(static_cast<std::uint32_t>(m_window.winId()), occasion);
+    m_desktop.requestFront(static_cast<std::uint32_t>(m_window.winId()), context);
 }
 
 } // namespace kelpa

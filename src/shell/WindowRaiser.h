@@ -1,4 +1,4 @@
-// Bringing the board's window forward, to a place where it can be seen.
+// Brings the board's window forward, to a position where it is visible.
 #pragma once
 
 #include "platform/OwnWindow.h"
@@ -12,21 +12,21 @@ class QWindow;
 
 namespace kelpa {
 
-/// Where the upper left corner of a window's frame must go to be seen: in the middle of the usable
-/// area when the frame lies wholly outside it; nowhere else when any part of it is inside. Both in
-/// the same coordinates. A window larger than the area begins at the area's own corner.
-std::optional<QPoint> rescuedPosition(const QRect& frame, const QRect& usableArea);
+/// Where to move the upper left corner of a window's frame so that it is visible: centres a frame
+/// that lies entirely outside the usable area; absent when any part is inside. Both in the same
+/// coordinates. A window larger than the area starts at the area's own corner.
+std::optional<QPoint> onScreenPosition(const QRect& frame, const QRect& usableArea);
 
 /// Main thread.
 class WindowRaiser
 {
 public:
-    /// Both outlive it.
+    /// Both outlive this object.
     WindowRaiser(QWindow& window, OwnWindow& desktop);
 
-    /// In front of all others and with the keyboard, whichever program has it now. Never hides or
-    /// resizes it: the person's size and place survive, but for a place off the screen.
-    void raise(const FrontOccasion& occasion = {});
+    /// Raises the window above all others and gives it the keyboard, whichever program has it now.
+    /// Keeps the person's size, and the position unless it is off the screen.
+    void raise(const ActivationContext& context = {});
 
 private:
     QWindow& m_window;

@@ -10,11 +10,12 @@ PreviewTurn previewTurn(qsizetype cursor, qsizetype count)
     return {index, (index + 1) % count};
 }
 
-std::vector<WindowID> windowsOfNextTurns(const PreviewTurn& turn, const QList<WindowItem>& windows)
+std::vector<WindowID> windowsOfUpcomingTurns(const PreviewTurn& turn,
+                                             const QList<WindowItem>& windows)
 {
-    constexpr qsizetype mostTurns = 3;
+    constexpr qsizetype maxTurns = 3;
     std::vector<WindowID> next;
-    const qsizetype count = std::min(mostTurns, windows.size() - 1);
+    const qsizetype count = std::min(maxTurns, windows.size() - 1);
     for (qsizetype step = 1; step <= count; ++step)
         next.push_back(windows.at((turn.index + step) % windows.size()).id);
     return next;

@@ -1,4 +1,5 @@
-// Whose turn it is to be captured, and the size at which a capture is shown.
+// Whose turn it is to be captured, and the size at which a capture is shown. The rate of turns is
+// `PreviewCaptures::interval`.
 #pragma once
 
 #include "model/Preview.h"
@@ -15,15 +16,15 @@ namespace kelpa {
 /// Longest side of a preview's display size, in points.
 inline constexpr int previewLongestSide = 720;
 
-/// The size at which a card draws a preview, in points. A picture is kept in as many pixels as that
-/// has on the screen: it is drawn pixel for pixel, and hundreds take little memory.
+/// The size at which a card draws a preview, in points. Pictures are kept in as many pixels as that
+/// has on the screen, so that they are drawn pixel for pixel and hundreds take little memory.
 inline constexpr QSize previewCardSize{128, 72};
 
 struct PreviewTurn
 {
     /// Index of the window that is captured now.
     qsizetype index = 0;
-    /// Where the next turn begins.
+    /// The cursor for the next turn.
     qsizetype nextCursor = 0;
 };
 
@@ -31,15 +32,17 @@ struct PreviewTurn
 /// since the cursor was made.
 PreviewTurn previewTurn(qsizetype cursor, qsizetype count);
 
-/// The windows whose turns come after that of `turn`, the nearest first: at most three, so that
-/// getting ready for them costs little at a time and a program has drawn what was covered by then.
-std::vector<WindowID> windowsOfNextTurns(const PreviewTurn& turn, const QList<WindowItem>& windows);
+/// The windows captured after `turn`, the next one first: at most three, so that preparing them
+/// costs little at a time, yet a program has redrawn what was covered before its turn comes.
+std::vector<WindowID> windowsOfUpcomingTurns(const PreviewTurn& turn,
+                                             const QList<WindowItem>& windows);
 
-/// The display size, in points, of a capture of `pixelSize`: the longer side brought down to
-/// `previewLongestSide`, never up; at least one point in each direction.
+/// The display size, in points, of a capture of a window of `pixelSize`, one point for each pixel:
+/// scaled down to `previewLongestSide` on the longer side, never up; at least one point in each
+/// direction.
 QSizeF previewDisplaySize(const QSize& pixelSize);
 
-/// `previews` of the windows that are still listed, with those of `captured` laid over them.
+/// `previews` without those of windows that are no longer listed, overwritten by `captured`.
 Previews mergedPreviews(const Previews& previews, const Previews& captured,
                         const QList<WindowItem>& windows);
 

@@ -32,13 +32,13 @@ bool hasFrame(const AccessibilityWindow& attributes, const Rect& bounds)
 AccessibilityElement* accessibilityWindow(const WindowItem& window,
                                           const AccessibilityElements& elements)
 {
-    const auto bearsNumber = [&window](const AccessibilityWindow& attributes) {
+    const auto hasNumber = [&window](const AccessibilityWindow& attributes) {
         return attributes.windowNumber == window.id;
     };
-    if (AccessibilityElement* const element = onlyElement(elements, bearsNumber))
+    if (AccessibilityElement* const element = onlyElement(elements, hasNumber))
         return element;
 
-    // An element with a number is some other window, whatever it shows.
+    // An element with a number is another window, whatever it shows.
     if (window.accessibilityDocument && !window.accessibilityDocument->isEmpty()) {
         const auto showsDocument = [&window](const AccessibilityWindow& attributes) {
             return !attributes.windowNumber && attributes.document == window.accessibilityDocument;

@@ -1,4 +1,4 @@
-// Which accessibility element is a listed window, and bringing it to the front.
+// Finds the accessibility element of a listed window, and brings windows to the front.
 #pragma once
 
 #include "model/WindowItem.h"
@@ -9,15 +9,15 @@
 
 namespace kelpa {
 
-/// The element that is `window`; null when there is none or several could be. A window number
-/// decides where elements carry one; otherwise the document does, and then the frame. Ambiguity is
-/// never resolved by guessing.
+/// The element of `window`; null when there is none or several match. Matches by window number
+/// where elements have one, otherwise by document, then by frame. Ambiguity is never resolved by
+/// guessing.
 AccessibilityElement* accessibilityWindow(const WindowItem& window,
                                           const AccessibilityElements& elements);
 
-/// Brings each of `windows` to the front in turn, so that the last one ends up frontmost; asks each
-/// process for its elements once. A window that cannot be matched is passed over. Any thread but
-/// the main one.
+/// Brings each of `windows` to the front in turn, so that the last one ends up frontmost. Requests
+/// the elements of each process once. Skips windows that cannot be matched. Any thread but the main
+/// one.
 void bringForward(const QList<WindowItem>& windows, Applications& applications,
                   Accessibility& accessibility);
 

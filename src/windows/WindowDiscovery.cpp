@@ -16,7 +16,7 @@ namespace {
 /// The layer of ordinary windows.
 constexpr int normalLayer = 0;
 
-/// One window of one application, as the accessibility side describes it.
+/// One window of one application, as reported by the accessibility side.
 struct AccessibilityWindowInfo
 {
     Rect frame;
@@ -28,7 +28,7 @@ struct AccessibilityWindowInfo
 
 using AccessibilityWindows = std::vector<AccessibilityWindowInfo>;
 
-/// Written so that a size that is not a number fails.
+/// `width` and `height` in desktop units; NaN is not large enough.
 bool isLargeEnough(double width, double height)
 {
     return width >= WindowDiscovery::minimumWidth && height >= WindowDiscovery::minimumHeight;
@@ -53,16 +53,17 @@ AccessibilityWindows accessibilityWindows(DiscoverySource& source, ProcessID pro
     return infos;
 }
 
-/// Numbers decide where the platform gives them; otherwise a title that singles one element out
-/// does, and then a frame that does. Ambiguity is never resolved by guessing.
+/// Matches by window number where the platform gives one, otherwise by a title that only one
+/// element has, then by a frame that only one has. Ambiguity is never resolved by guessing.
 const AccessibilityWindowInfo* matchingWindow(const AccessibilityWindows& infos, WindowID number,
                                               const QString& name, const Rect& bounds)
 {
-    const auto numbered = std::ranges::find(infos, number, &AccessibilityWindowInfo::windowNumber);
-    if (numbered != infos.end())
-        return &*numbered;
+    const auto sameNumber =
+        std::ranges::find(infos, number, &AccessibilityWindowInfo::windowNumber);
+    if (sameNumber != infos.end())
+        return &*sameNumber;
 
-    // An element with a number is some other window, whatever its title says.
+    // An element with a number is another window, whatever its title is.
     const QString wanted = name.trimmed();
     const auto matchesTitle = [&wanted](const AccessibilityWindowInfo& info) {
         if (info.windowNumber || !info.title || wanted.isEmpty())
@@ -90,7 +91,7 @@ QSet<WindowID> onScreenNumbers(DiscoverySource& source)
     return numbers;
 }
 
-/// One walk over the window list.
+/// One pass over the window list.
 class Pass
 {
 public:
@@ -99,7 +100,7 @@ public:
           m_isTrusted(source.isAccessibilityTrusted())
     {}
 
-    /// The window that `entry` describes; none when it does not belong on the board.
+    /// The window that `entry` describes; absent when it does not belong on the board.
     std::optional<WindowItem> item(const WindowListEntry& entry)
     {
         if (!entry.number || !entry.ownerProcess || !entry.ownerName || !entry.bounds)
@@ -130,8 +131,8 @@ public:
             const AccessibilityWindows& infos = windowsOf(window.processIdentifier);
             const AccessibilityWindowInfo* const match =
                 matchingWindow(infos, window.id, window.title, window.bounds);
-            // An application that shows its windows to the accessibility side, but not this one,
-            // does not regard it as a window.
+            // An application that reports its other windows to the accessibility side, but not this
+            // one, does not regard it as a window.
             if (match == nullptr && !infos.empty())
                 return std::nullopt;
             if (match != nullptr) {
@@ -147,7 +148,7 @@ public:
     }
 
 private:
-    /// Asks each process once a pass.
+    /// Requests the windows of each process once per pass.
     const AccessibilityWindows& windowsOf(ProcessID process)
     {
         const auto known = m_accessibilityWindows.constFind(process);

@@ -1,4 +1,4 @@
-// Which windows of other applications exist right now, and what is known of each.
+// Lists the windows of other applications, and what is known about each.
 #pragma once
 
 #include "model/WindowItem.h"
@@ -20,20 +20,23 @@ class WindowDiscovery
 public:
     WindowDiscovery() = delete;
 
-    /// Smallest window that is listed, in points: anything below is a palette or a helper.
+    /// The smallest window that is listed, in desktop units (see model/Rect.h), so in pixels on
+    /// X11: both the window server's list and the accessibility side are compared with it as they
+    /// give sizes. Anything smaller is a palette or a helper.
     static constexpr double minimumWidth = 80;
     static constexpr double minimumHeight = 50;
 
-    /// Frames that differ by at most this many points in every edge measure are taken as one.
+    /// Two frames count as the same when x, y, width and height each differ by at most this much,
+    /// in desktop units.
     static constexpr double frameTolerance = 8;
 
-    /// The windows of all regular applications but the process `ownProcess`, in the window server's
-    /// front-to-back order. Whatever cannot be read is left out; empty when there is no list at
+    /// The windows of all regular applications except the process `ownProcess`, in the window
+    /// server's front-to-back order. Leaves out what cannot be read; empty when there is no list at
     /// all. `goalID` is absent in every item.
     static QList<WindowItem> visibleWindows(DiscoverySource& source, ProcessID ownProcess);
 };
 
-/// Whether the two frames agree within `WindowDiscovery::frameTolerance`.
+/// Whether the two frames are the same within `WindowDiscovery::frameTolerance`.
 bool framesMatch(const Rect& a, const Rect& b);
 
 } // namespace kelpa

@@ -49,7 +49,7 @@ std::optional<Assignments> migratedTerminalAssignments(const Assignments& assign
     }
     if (legacyKeys.isEmpty())
         return std::nullopt;
-    // Only now: every window of one Terminal process inherits the goal.
+    // Removed last, since every window of a Terminal process inherits the goal.
     for (const QString& key : legacyKeys)
         migrated.remove(key);
     return migrated;

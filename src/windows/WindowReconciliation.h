@@ -1,4 +1,4 @@
-// How discovered windows get back the goals they were assigned to.
+// Gives discovered windows the goals that they are assigned to.
 #pragma once
 
 #include "model/BoardJson.h"
@@ -12,20 +12,21 @@
 
 namespace kelpa {
 
-/// The key under which a window's assignment is kept: its number in decimal.
+/// The key of a window's assignment: its number in decimal.
 QString assignmentKey(WindowID windowID);
 
 /// The window numbers that have an assignment.
 std::set<WindowID> assignedWindows(const Assignments& assignments);
 
-/// `assignments` without the keys of an earlier release, which named a Terminal by its process, so
-/// far as `windows` shows which windows they stand for. None when there is nothing to migrate.
+/// `assignments` with the keys of an earlier release, which named a Terminal by its process,
+/// replaced by those of the windows that they stand for, as far as `windows` shows them. Absent
+/// when there is nothing to migrate.
 std::optional<Assignments> migratedTerminalAssignments(const Assignments& assignments,
                                                        const QList<WindowItem>& windows,
                                                        const QSet<GoalID>& goalIDs);
 
-/// `windows`, each with the goal that it is assigned to. An assignment to a goal that is not in
-/// `goalIDs` counts as none.
+/// `windows`, each with the goal that it is assigned to. Ignores assignments to goals that are not
+/// in `goalIDs`.
 QList<WindowItem> withAssignedGoals(QList<WindowItem> windows, const Assignments& assignments,
                                     const QSet<GoalID>& goalIDs);
 

@@ -7,9 +7,9 @@ namespace kelpa {
 
 namespace {
 
-/// One text for all that differ in case only. Upper case first, because some letters have no
-/// single lower-case partner ("ß" and "SS"); the locale decides where languages differ ("i" in
-/// Turkish); folding at the end unites what is left ("σ" and "ς").
+/// Folds texts that differ only in case to the same text. Upper case first, because some letters
+/// have no single lower-case counterpart ("ß" and "SS"); the locale decides where languages differ
+/// ("i" in Turkish); the final case folding unites the rest ("σ" and "ς").
 QString folded(const QString& text, const QLocale& locale)
 {
     return locale.toLower(locale.toUpper(text))

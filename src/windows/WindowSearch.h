@@ -13,15 +13,15 @@
 
 namespace kelpa {
 
-/// Finds what a person typed in texts, regardless of case by the rules of `locale`. Texts that are
-/// canonically equivalent count as equal.
+/// Searches texts for what a person typed, ignoring case by the rules of `locale`. Canonically
+/// equivalent texts count as equal.
 class TextSearch
 {
 public:
     /// White space at the ends of `query` is ignored.
     TextSearch(const QString& query, const QLocale& locale);
 
-    /// Nothing is left of the query, so that every text matches.
+    /// Whether the trimmed query is empty, so that every text matches.
     bool isEmpty() const { return m_query.isEmpty(); }
     bool matches(const QString& text) const;
 
@@ -31,7 +31,7 @@ private:
 };
 
 /// The windows whose display title or owner contains the trimmed `searchText`, in order; all of
-/// them when nothing is left of it.
+/// them when it is empty.
 QList<WindowItem> filteredWindows(const QList<WindowItem>& windows, const QString& searchText,
                                   const QLocale& locale);
 

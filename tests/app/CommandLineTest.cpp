@@ -18,7 +18,7 @@ TEST(CommandLine, Nothing_and_show_mean_the_board_where_boards_are_kept)
     EXPECT_EQ(nothing.settingsPath, defaultSettingsPath());
     EXPECT_FALSE(nothing.asksForHelp);
     EXPECT_FALSE(nothing.asksForVersion);
-    EXPECT_TRUE(nothing.trouble.isEmpty());
+    EXPECT_TRUE(nothing.error.isEmpty());
     EXPECT_EQ(read({QStringLiteral("--show")}), nothing);
 }
 
@@ -41,15 +41,15 @@ TEST(CommandLine, The_toolkits_own_options_are_not_taken_for_letters)
 {
     const CommandLine reversed = read({QStringLiteral("-reverse")});
     EXPECT_FALSE(reversed.asksForVersion);
-    EXPECT_FALSE(reversed.trouble.isEmpty());
+    EXPECT_FALSE(reversed.error.isEmpty());
 }
 
 TEST(CommandLine, What_it_does_not_know_is_named)
 {
-    EXPECT_TRUE(read({QStringLiteral("--bogus")}).trouble.contains(QStringLiteral("bogus")));
-    EXPECT_EQ(read({QStringLiteral("file.txt")}).trouble,
+    EXPECT_TRUE(read({QStringLiteral("--bogus")}).error.contains(QStringLiteral("bogus")));
+    EXPECT_EQ(read({QStringLiteral("file.txt")}).error,
               QStringLiteral("unexpected argument 'file.txt'; --help lists what there is"));
-    EXPECT_FALSE(read({QStringLiteral("--settings")}).trouble.isEmpty());
+    EXPECT_FALSE(read({QStringLiteral("--settings")}).error.isEmpty());
 }
 
 TEST(ReducedMotion, Can_be_set_for_the_program_alone)

@@ -1,5 +1,5 @@
-// An X server with a window manager, in a process of its own: writes the display's name once it is
-// ready, and ends everything when its standard input ends.
+// Runs an X server with a window manager in a process of its own: writes the display's name once it
+// is ready, and ends everything when its standard input ends.
 #include "support/desktop/Programs.h"
 
 #include <cstdio>

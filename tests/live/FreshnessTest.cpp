@@ -1,4 +1,4 @@
-// What happens to windows shows on the board by itself, without a timer.
+// Changes of windows reach the board through events alone, without a timer.
 #include "live/LiveBoard.h"
 #include "support/desktop/LoopScheduler.h"
 #include "support/desktop/WaitUntil.h"
@@ -12,20 +12,6 @@ using namespace kelpa::test;
 using namespace std::chrono_literals;
 
 namespace {
-
-/// Nothing that is to be repeated ever comes.
-class TimerlessScheduler : public LoopScheduler
-{
-public:
-    [[nodiscard]] TaskHandle repeat(Duration /*interval*/, std::function<void()> /*tick*/) override
-    {
-        return std::make_unique<Never>();
-    }
-
-private:
-    class Never : public ScheduledWork
-    {};
-};
 
 class FreshBoard : public ::testing::Test
 {
@@ -46,13 +32,13 @@ protected:
         return opened;
     }
 
-    /// Waits until the board has taken in all that has happened so far.
+    /// Waits until the board has processed every change so far.
     void settle()
     {
         int before = 0;
         const auto isQuiet = [&] {
-            before = board.looks();
-            return !waitUntil([&] { return board.looks() != before; }, 400ms);
+            before = board.discoveryPasses();
+            return !waitUntil([&] { return board.discoveryPasses() != before; }, 400ms);
         };
         ASSERT_TRUE(waitUntil(isQuiet));
     }
@@ -97,10 +83,10 @@ TEST_F(FreshBoard, A_minimised_window_says_so_and_a_restored_one_no_longer)
     EXPECT_TRUE(waitUntil([&] { return !window()->isMinimized && window()->isOnScreen; }));
 }
 
-TEST_F(FreshBoard, A_storm_of_changes_takes_few_looks)
+TEST_F(FreshBoard, A_storm_of_changes_takes_few_discovery_passes)
 {
     const xcb_window_t opened = open();
-    const int before = board.looks();
+    const int before = board.discoveryPasses();
     const auto begin = std::chrono::steady_clock::now();
     constexpr int changes = 1000;
     for (int count = 1; count <= changes; ++count) {
@@ -111,8 +97,8 @@ TEST_F(FreshBoard, A_storm_of_changes_takes_few_looks)
     EXPECT_TRUE(waitUntil([&] { return board.window(QStringLiteral("title 1000")).has_value(); }));
     const auto seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    // One look at once, some more with growing rests between them, then one after each long rest;
-    // and one for what came during the last look.
-    EXPECT_LE(board.looks() - before, static_cast<int>(seconds / 0.5) + 6);
-    EXPECT_LT(board.looks() - before, changes / 10);
+    // One pass at once, some more at growing intervals, then one after each longest interval, and
+    // one for changes during the last pass.
+    EXPECT_LE(board.discoveryPasses() - before, static_cast<int>(seconds / 0.5) + 6);
+    EXPECT_LT(board.discoveryPasses() - before, changes / 10);
 }

@@ -12,9 +12,9 @@ constexpr std::chrono::milliseconds interval{5};
 
 Heartbeat::Heartbeat() : m_statistics(QStringLiteral("/proc/thread-self/schedstat"))
 {
-    // Opened by the thread it is about, which it keeps telling of.
+    // Opened by the main thread, whose statistics it keeps reporting.
     if (!m_statistics.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        qFatal("the kernel does not say how long a thread waits for its turn");
+        qFatal("the kernel does not report how long a thread waits for the processor");
     }
     m_waitedBefore = waitedForProcessor();
     m_timer.setTimerType(Qt::PreciseTimer);
@@ -32,7 +32,7 @@ void Heartbeat::beat()
 {
     const auto now = Clock::now();
     const Clock::duration waited = waitedForProcessor();
-    // The other thread may be about to wake from the same standstill.
+    // The other thread may be about to wake up from the same standstill.
     const Clock::duration late = std::max(Clock::duration(m_lateness.exchange(0)),
                                           now.time_since_epoch() - Clock::duration(m_due.load()));
     const Clock::duration machine = std::max(waited - m_waitedBefore, late);

@@ -11,9 +11,9 @@
 
 namespace kelpa::test {
 
-/// Beats every 5 ms while the thread that made it runs its event loop. What a busy machine takes is
-/// not held against the program: neither the time in which the thread could have run and got no
-/// processor, nor the time by which another thread, which does nothing but sleep, woke late.
+/// Beats every 5 ms while the thread that created it runs its event loop. Subtracts the load of the
+/// machine: the time in which the thread was runnable but got no processor, and the time by which
+/// another thread, which only sleeps, woke up late.
 class Heartbeat
 {
 public:
@@ -34,15 +34,15 @@ private:
     void sleepAndWake(const std::stop_token& stop);
 
     QTimer m_timer;
-    /// What the kernel says of the thread: nanoseconds run, nanoseconds waited, turns.
+    /// The kernel's statistics of the thread: nanoseconds run, nanoseconds waited, time slices.
     QFile m_statistics;
     Clock::time_point m_last = Clock::now();
     Clock::duration m_waitedBefore{};
     Clock::duration m_longest{};
     int m_beats = 0;
-    /// How late the other thread woke at most since the last beat.
+    /// The latest wake-up of the other thread since the last beat.
     std::atomic<Clock::duration::rep> m_lateness = 0;
-    /// When it is to wake next.
+    /// When the other thread is due to wake up next.
     std::atomic<Clock::duration::rep> m_due = Clock::now().time_since_epoch().count();
     std::jthread m_sleeper;
 };

@@ -17,7 +17,8 @@ AtspiDocumentsOptions onBus(const QString& address)
 
 LiveBoard::LiveBoard(const QByteArray& display, Scheduler& scheduler,
                      const QString& accessibilityBus)
-    : m_scheduler(scheduler), m_documents([this] { noteDocuments(); }, onBus(accessibilityBus)),
+    : m_scheduler(scheduler),
+      m_documents([this] { handleDocumentsChanged(); }, onBus(accessibilityBus)),
       m_connector(std::make_shared<x11::DisplayConnector>(display)),
       m_server({.connector = m_connector,
                 .resolver = m_entries,
@@ -34,7 +35,7 @@ LiveBoard::LiveBoard(const QByteArray& display, Scheduler& scheduler,
 
 LiveBoard::~LiveBoard() = default;
 
-void LiveBoard::noteDocuments()
+void LiveBoard::handleDocumentsChanged()
 {
     if (m_store) {
         m_store->noteWindowsChangedOnDesktop();

@@ -1,4 +1,5 @@
-// The program but for its views, on a private X server: what `main` wires, with a board in memory.
+// The program without its views, on a private X server: connected as in `app/`, with a board in
+// memory.
 #pragma once
 
 #include "platform/freedesktop/accessibility/AtspiDocuments.h"
@@ -22,20 +23,20 @@
 
 namespace kelpa::test {
 
-/// Passes everything on and counts the looks.
+/// Forwards everything and counts discovery passes.
 class CountingWindowServer : public WindowServer
 {
 public:
     explicit CountingWindowServer(WindowServer& server) : m_server(server) {}
 
     /// Any thread.
-    int looks() const { return m_looks; }
+    int discoveryPasses() const { return m_discoveryPasses; }
 
     bool isScreenCaptureTrusted() const override { return m_server.isScreenCaptureTrusted(); }
     bool requestScreenCapture() override { return m_server.requestScreenCapture(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override
     {
-        ++m_looks;
+        ++m_discoveryPasses;
         return m_server.openDiscoverySource();
     }
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
@@ -50,10 +51,10 @@ public:
 
 private:
     WindowServer& m_server;
-    std::atomic<int> m_looks = 0;
+    std::atomic<int> m_discoveryPasses = 0;
 };
 
-/// The test's own windows stand for another program's: the board does not leave them out.
+/// Makes the board list the test's own windows, which stand for another program's.
 class ForeignApplications : public x11::X11Applications
 {
 public:
@@ -61,34 +62,34 @@ public:
     ProcessID currentProcess() const override { return 0; }
 };
 
-/// Background work must have ended when it is destroyed: shut the scheduler down before.
+/// Shut the scheduler down before destroying it: no background work may run then.
 class LiveBoard
 {
 public:
-    /// `accessibilityBus`: its address; one that nothing listens on unless told otherwise.
+    /// `accessibilityBus` is the bus address; by default nothing listens on it.
     LiveBoard(const QByteArray& display, Scheduler& scheduler,
               const QString& accessibilityBus = QStringLiteral("unix:path=/nonexistent"));
     LiveBoard(const LiveBoard&) = delete;
     LiveBoard& operator=(const LiveBoard&) = delete;
     ~LiveBoard();
 
-    /// Absent while the store is gone.
+    /// Null while the store is closed.
     WindowStore* store() const { return m_store.get(); }
-    /// Begins and ends a store on the same platform.
+    /// Opens and closes a store on the same platform.
     void openStore();
     void closeStore() { m_store.reset(); }
-    int looks() const { return m_countingServer.looks(); }
+    int discoveryPasses() const { return m_countingServer.discoveryPasses(); }
 
-    /// The listed window with the title; absent when none or several have it.
+    /// The listed window with `title`; absent when none or several have it.
     std::optional<WindowItem> window(const QString& title) const;
 
 private:
-    void noteDocuments();
+    void handleDocumentsChanged();
 
     Scheduler& m_scheduler;
     MemorySettingsStore m_settings;
     MemoryReservation m_reservation;
-    /// The clipboard and the browser, which play no part.
+    /// Clipboard and workspace, which are not tested.
     FakeDesktop m_rest;
     DesktopEntries m_entries{{}};
     IconLookup m_icons{m_entries, {}};

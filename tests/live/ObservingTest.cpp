@@ -1,4 +1,4 @@
-// Observing begins and ends while work is under way on other threads.
+// Observing starts and stops while background work is running.
 #include "live/LiveBoard.h"
 #include "platform/qt/QtScheduler.h"
 #include "support/Seed.h"
@@ -21,8 +21,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// An X server with a window manager, held by another process. Qt starts processes in a way after
-/// which the thread sanitizer no longer hears of the locks of this one.
+/// An X server with a window manager, run by another process. After Qt has started a process, the
+/// thread sanitizer no longer sees the locks of this one.
 class DesktopElsewhere
 {
 public:
@@ -65,12 +65,12 @@ public:
 
 private:
     pid_t m_process = 0;
-    /// As long as it is open the desktop lives.
+    /// The desktop lives as long as this is open.
     int m_hold = -1;
     QByteArray m_display;
 };
 
-/// Opens, renames and closes windows until told to stop.
+/// Opens, renames and closes windows until stop is requested.
 void keepChanging(const QByteArray& display, const std::stop_token& stop)
 {
     TestClient client(display);
@@ -97,11 +97,11 @@ protected:
     void TearDown() override
     {
         churn = {};
-        // A window manager may be waited for a little longer than anyone waits for Kelpa to close.
+        // Work may wait for a window manager longer than a shutdown waits for work.
         EXPECT_TRUE(waitUntil([&] { return scheduler.shutDown(); }));
     }
 
-    /// A few turns of the event loop, sometimes enough for what was begun to end.
+    /// Runs the event loop a few times, sometimes long enough for background work to end.
     void live()
     {
         for (int turn = static_cast<int>(random() % 4); turn > 0; --turn) {
@@ -110,7 +110,7 @@ protected:
         }
     }
 
-    /// Whether the board observes as ever once the desktop is quiet.
+    /// Whether the board observes as before once the desktop is quiet.
     bool isObserving()
     {
         churn = {};
@@ -150,7 +150,7 @@ TEST_F(Observing, A_thousand_starts_and_stops_leave_an_empty_board_each_time)
         store.stopObserving();
         ASSERT_TRUE(store.windows().isEmpty()) << seedText(seed) << ", round " << round;
         ASSERT_TRUE(store.previews().isEmpty()) << seedText(seed) << ", round " << round;
-        // What was cancelled brings nothing back.
+        // Cancelled work delivers nothing.
         live();
         ASSERT_TRUE(store.windows().isEmpty()) << seedText(seed) << ", round " << round;
         ASSERT_TRUE(store.previews().isEmpty()) << seedText(seed) << ", round " << round;
@@ -174,7 +174,7 @@ TEST_F(Observing, Three_hundred_stores_go_while_their_work_is_under_way)
         }
         live();
         board.closeStore();
-        // What is still under way finds nobody.
+        // Running work finds no store.
         live();
         board.openStore();
     }

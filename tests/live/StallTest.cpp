@@ -1,4 +1,4 @@
-// Whatever other processes do, the main thread goes on.
+// The main thread never stalls, whatever other processes do.
 #include "live/Heartbeat.h"
 #include "live/LiveBoard.h"
 #include "platform/qt/QtScheduler.h"
@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::chrono::milliseconds longestStall = 50ms;
 
-/// Takes connections, as far as those who connect can tell, and never says a word.
+/// Appears to accept connections and never sends anything.
 class SilentSocket
 {
 public:
@@ -59,7 +59,7 @@ protected:
 
     void TearDown() override
     {
-        // A window manager may be waited for a little longer than anyone waits for Kelpa to close.
+        // Work may wait for a window manager longer than a shutdown waits for work.
         EXPECT_TRUE(waitUntil([&] { return scheduler->shutDown(); }));
         board.reset();
     }
@@ -69,7 +69,7 @@ protected:
         return waitUntil([&] { return board->window(title).has_value(); });
     }
 
-    /// The longest gap of the main thread while `happenings` runs on a thread of its own.
+    /// The longest gap of the main thread while `happenings` runs on another thread.
     static std::chrono::milliseconds gapDuring(const std::function<void()>& happenings)
     {
         const Heartbeat heartbeat;
@@ -80,7 +80,7 @@ protected:
         return heartbeat.longestGap();
     }
 
-    /// The longest gap until `condition` holds, looked at by the main thread.
+    /// The longest gap until `condition` holds, polled on the main thread.
     template <class Condition>
     static std::chrono::milliseconds gapUntil(Condition condition)
     {
@@ -97,7 +97,7 @@ protected:
     std::unique_ptr<LiveBoard> board;
 };
 
-/// Passes time on the desktop's side.
+/// Lets time pass on the desktop's side.
 void pass(std::chrono::milliseconds time)
 {
     std::this_thread::sleep_for(time);
@@ -145,7 +145,7 @@ TEST_F(BoardWithoutStall, An_accessibility_bus_never_answers)
     client.open({.title = "first"});
     start(QStringLiteral("unix:path=") + path);
     ASSERT_TRUE(isShown(QStringLiteral("first")));
-    // Longer than the bus is waited for, with windows that give reason to ask it.
+    // Longer than the timeout for the bus, with new windows that cause queries.
     EXPECT_LT(gapDuring([&] {
                   TestClient other(xServer.display());
                   for (int count = 0; count < 30; ++count) {
@@ -168,7 +168,7 @@ TEST_F(BoardWithoutStall, The_window_manager_is_stopped_killed_and_replaced)
         board->store()->focus(window);
         board->store()->refresh();
     });
-    // A manager must be ended by the thread that started it.
+    // A manager must be terminated by the thread that started it.
     const auto managerProcess = static_cast<pid_t>(manager->processID());
     std::promise<void> isOver;
     std::thread next;

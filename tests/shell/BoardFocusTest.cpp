@@ -1,4 +1,4 @@
-// Who has the keyboard within the board's window, and how a field loses it.
+// Which item has the focus within the main window, and how a field loses it.
 #include "shell/BoardInputFixture.h"
 
 namespace kelpa::test {
@@ -68,12 +68,12 @@ TEST_F(BoardFocusTest, A_field_gives_up_the_keyboard_when_another_program_gets_i
     EXPECT_EQ(typedText(), QStringLiteral("a"));
 }
 
-TEST_F(BoardFocusTest, A_field_that_waits_is_left_by_a_click_beside_it_and_by_a_key_of_the_board)
+TEST_F(BoardFocusTest, A_suspended_field_is_left_by_a_click_beside_it_and_by_a_key_of_the_board)
 {
     item("written")->forceActiveFocus();
     goElsewhereAndBack();
     EXPECT_FALSE(item("written")->hasActiveFocus());
-    // The letter is nobody's, and Escape has nothing to leave.
+    // Nothing handles the letter, and Escape has nothing to leave.
     press(Qt::Key_B);
     press(Qt::Key_Escape);
     const int before = leavings();
@@ -91,7 +91,7 @@ TEST_F(BoardFocusTest, A_field_that_waits_is_left_by_a_click_beside_it_and_by_a_
     EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
 }
 
-TEST_F(BoardFocusTest, A_click_in_a_field_that_waits_or_on_its_button_does_not_leave_it)
+TEST_F(BoardFocusTest, A_click_in_a_suspended_field_or_on_its_button_does_not_leave_it)
 {
     item("written")->forceActiveFocus();
     goElsewhereAndBack();
@@ -107,7 +107,7 @@ TEST_F(BoardFocusTest, A_click_in_a_field_that_waits_or_on_its_button_does_not_l
     EXPECT_EQ(leavings(), again);
 }
 
-TEST_F(BoardFocusTest, A_field_that_waits_may_go)
+TEST_F(BoardFocusTest, A_suspended_field_may_be_destroyed)
 {
     item("field")->forceActiveFocus();
     goElsewhereAndBack();

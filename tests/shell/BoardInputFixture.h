@@ -1,4 +1,4 @@
-// A small window that is driven as the board is.
+// A small window with the board's event filter.
 #pragma once
 
 #include "shell/BoardInput.h"
@@ -12,7 +12,7 @@
 
 namespace kelpa::test {
 
-/// A window with a field, a button, a card as the board has them, and a place that takes nothing.
+/// A window with a field, a button and a card like the board's, and an area that takes no focus.
 inline const QByteArray boardScene =
     "import QtQuick\n"
     "import QtQuick.Controls.Basic\n"
@@ -73,7 +73,7 @@ protected:
         QTest::keyClick(window.get(), key, modifiers);
     }
 
-    /// What comes while a pressed key stays down.
+    /// The auto-repeat events of a held key.
     void hold(Qt::Key key)
     {
         QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
@@ -95,7 +95,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
 
-    /// How often the group has lost the keyboard to somebody in the window.
+    /// How often the group has lost the focus to another item of the window.
     int leavings() const { return item("group")->property("leavings").toInt(); }
 
     QString typedText() const { return item("field")->property("text").toString(); }

@@ -73,7 +73,7 @@ TEST_F(BoardInputTest, A_field_gets_what_is_typed_and_an_arrow_leaves_it)
     EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unassigned()));
 }
 
-TEST_F(BoardInputTest, A_key_that_is_pressed_with_Control_Alt_or_Super_is_somebody_elses)
+TEST_F(BoardInputTest, A_key_that_is_pressed_with_Control_Alt_or_Super_does_not_belong_to_the_board)
 {
     for (const auto modifier : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier})
         press(Qt::Key_Down, modifier);
@@ -99,7 +99,7 @@ TEST_F(BoardInputTest, Control_with_Z_undoes_and_with_Shift_and_Z_or_with_Y_redo
     EXPECT_EQ(store().goals().size(), 2);
 }
 
-TEST_F(BoardInputTest, In_a_field_Control_with_Z_takes_back_what_was_typed_there)
+TEST_F(BoardInputTest, In_a_field_Control_with_Z_undoes_typing)
 {
     makeGoal();
     item("field")->forceActiveFocus();
@@ -113,13 +113,13 @@ TEST_F(BoardInputTest, In_a_field_Control_with_Z_takes_back_what_was_typed_there
     EXPECT_EQ(typedText(), QStringLiteral("a"));
 }
 
-TEST_F(BoardInputTest, In_a_field_with_nothing_to_take_back_Control_with_Z_undoes_on_the_board)
+TEST_F(BoardInputTest, In_a_field_with_nothing_to_undo_Control_with_Z_undoes_on_the_board)
 {
     const GoalID a = makeGoal();
     makeTodo(a);
     item("field")->forceActiveFocus();
     press(Qt::Key_T);
-    // As the field for a new todo does, once that is added.
+    // As the field for a new todo does once the todo is added.
     item("field")->setProperty("text", QString());
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(todos(a).size(), 0);
@@ -128,7 +128,7 @@ TEST_F(BoardInputTest, In_a_field_with_nothing_to_take_back_Control_with_Z_undoe
     EXPECT_EQ(todos(a).size(), 1);
 }
 
-TEST_F(BoardInputTest, An_arrow_that_leaves_a_field_is_told_to_whoever_opened_it)
+TEST_F(BoardInputTest, An_arrow_that_leaves_a_field_is_reported_to_its_owner)
 {
     QSignalSpy exits(input.get(), &BoardInput::editorLeft);
     const GoalID a = makeGoal(QStringLiteral("A"));
@@ -168,7 +168,7 @@ TEST_F(BoardInputTest, Where_nothing_is_left_of_a_composition_an_arrow_leaves_th
     item("field")->forceActiveFocus();
     QInputMethodEvent composing(QStringLiteral("にほん"), {});
     QGuiApplication::sendEvent(item("field"), &composing);
-    // Some input methods still tell where the cursor stands.
+    // Some input methods still report the cursor position.
     QInputMethodEvent givenUp(QString(),
                               {QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, 0, 1)});
     QGuiApplication::sendEvent(item("field"), &givenUp);
@@ -289,7 +289,7 @@ TEST_F(BoardInputTest, A_minimised_window_consumes_no_key)
 
 TEST_F(BoardInputTest, A_hidden_window_consumes_no_key)
 {
-    // A window that belongs to it has the keyboard, so that it is active itself.
+    // A transient window has the keyboard, so that this one is active too.
     QQuickWindow beside;
     beside.setTransientParent(window.get());
     beside.show();

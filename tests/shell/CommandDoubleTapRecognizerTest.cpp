@@ -1,17 +1,19 @@
 #include "shell/CommandDoubleTapRecognizer.h"
 
+#include "support/CaseName.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <string>
+#include <ostream>
 #include <vector>
 
 namespace kelpa {
 namespace {
 
-/// What happens on the keyboard at a time.
+/// A keyboard event.
 enum class Event : std::uint8_t {
     commandDown,
     commandUp,
@@ -80,17 +82,175 @@ TEST(CommandDoubleTap, A_new_recognizer_is_idle)
     EXPECT_EQ(recognizer.lastTapCompletedAt, std::nullopt);
 }
 
-TEST(CommandDoubleTap, Two_quick_taps_fire_at_the_second_release)
+struct TapCase
 {
-    EXPECT_EQ(
-        doubleTaps({{commandDown, 1.0}, {commandUp, 1.1}, {commandDown, 1.3}, {commandUp, 1.4}}),
-        Times{1.4});
+    const char* name;
+    std::vector<Step> steps;
+    /// When a double tap is complete.
+    Times doubleTaps;
+};
+
+void PrintTo(const TapCase& tested, std::ostream* stream)
+{
+    *stream << tested.name;
 }
 
-TEST(CommandDoubleTap, One_tap_does_not_fire)
+class CommandDoubleTaps : public testing::TestWithParam<TapCase>
+{};
+
+TEST_P(CommandDoubleTaps, Are_recognised)
 {
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0}, {commandUp, 1.1}}), Times{});
+    EXPECT_EQ(doubleTaps(GetParam().steps), GetParam().doubleTaps);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Taps, CommandDoubleTaps,
+    testing::Values(
+        TapCase{"two_quick_taps_fire_at_the_second_release",
+                {{commandDown, 1.0}, {commandUp, 1.1}, {commandDown, 1.3}, {commandUp, 1.4}},
+                {1.4}},
+        TapCase{"one_tap_does_not_fire", {{commandDown, 1.0}, {commandUp, 1.1}}, {}},
+        TapCase{"a_triple_tap_fires_once",
+                {{commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {commandDown, 1.2},
+                 {commandUp, 1.3},
+                 {commandDown, 1.4},
+                 {commandUp, 1.5}},
+                {1.3}},
+        TapCase{"a_quadruple_tap_fires_twice",
+                {{commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {commandDown, 1.2},
+                 {commandUp, 1.3},
+                 {commandDown, 1.4},
+                 {commandUp, 1.5},
+                 {commandDown, 1.6},
+                 {commandUp, 1.7}},
+                {1.3, 1.7}},
+        TapCase{"a_tap_that_comes_too_late_does_not_pair",
+                {{commandDown, 1.0}, {commandUp, 1.1}, {commandDown, 1.4}, {commandUp, 1.47}},
+                {}},
+        TapCase{"a_tap_that_comes_too_late_is_the_first_of_the_next_pair",
+                {{commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {commandDown, 1.4},
+                 {commandUp, 1.47},
+                 {commandDown, 1.7},
+                 {commandUp, 1.8}},
+                {1.8}},
+        // The held press begins soon after a tap; the tap after it does not pair with that one.
+        TapCase{"a_press_held_too_long_forgets_the_tap_before",
+                {{commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {commandDown, 1.1},
+                 {commandUp, 1.56},
+                 {commandDown, 1.57},
+                 {commandUp, 1.58}},
+                {}},
+        TapCase{"Command_and_Shift_together_are_no_second_tap",
+                {{commandDown, 1.0},
+                 {commandUp, 1.05},
+                 {commandDownWithShift, 1.1},
+                 {commandUpWithShift, 1.15},
+                 {shiftUp, 1.16}},
+                {}},
+        TapCase{"Command_and_Shift_together_are_no_first_tap",
+                {{commandDownWithShift, 1.0},
+                 {commandUpWithShift, 1.05},
+                 {shiftUp, 1.06},
+                 {commandDown, 1.1},
+                 {commandUp, 1.15}},
+                {}},
+        TapCase{"Shift_added_while_Command_is_held_spoils_the_tap",
+                {{commandDown, 1.0},
+                 {commandUp, 1.05},
+                 {commandDown, 1.1},
+                 {shiftDownWhileCommand, 1.12},
+                 {shiftUpWhileCommand, 1.14},
+                 {commandUp, 1.16}},
+                {}},
+        TapCase{"a_change_without_another_modifier_while_Command_is_held_spoils_nothing",
+                {{commandDown, 1.0},
+                 {commandDown, 1.02},
+                 {commandUp, 1.1},
+                 {commandDown, 1.2},
+                 {commandDown, 1.22},
+                 {commandUp, 1.3}},
+                {1.3}},
+        TapCase{"a_repeated_press_does_not_lengthen_the_second_tap",
+                {{commandDown, 1.0},
+                 {commandUp, 1.05},
+                 {commandDown, 1.1},
+                 {commandDown, 1.3},
+                 {commandUp, 1.4}},
+                {1.4}},
+        TapCase{"a_repeated_press_does_not_start_the_press_again",
+                {{commandDown, 1.0},
+                 {commandDown, 1.3},
+                 {commandUp, 1.5},
+                 {commandDown, 1.55},
+                 {commandUp, 1.6}},
+                {}},
+        TapCase{"a_repeated_release_changes_nothing",
+                {{commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {commandUp, 1.11},
+                 {commandDown, 1.2},
+                 {commandUp, 1.3},
+                 {commandUp, 1.31}},
+                {1.3}},
+        TapCase{"another_modifier_between_the_taps_cancels",
+                {{commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {shiftDown, 1.15},
+                 {shiftUp, 1.18},
+                 {commandDown, 1.2},
+                 {commandUp, 1.3}},
+                {}},
+        TapCase{"a_modifier_released_between_the_taps_cancels_nothing",
+                {{commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {shiftUp, 1.15},
+                 {commandDown, 1.2},
+                 {commandUp, 1.3}},
+                {1.3}},
+        // The other modifier comes in the very event of the release.
+        TapCase{
+            "a_tap_released_with_another_modifier_down_counts",
+            {{commandDown, 1.0}, {commandUp, 1.1}, {commandDown, 1.2}, {commandUpWithShift, 1.3}},
+            {1.3}},
+        TapCase{"a_shortcut_between_two_taps_cancels",
+                {{commandDown, 1.00},
+                 {commandUp, 1.05},
+                 {commandDown, 1.10},
+                 {keyDown, 1.12},
+                 {commandUp, 1.15},
+                 {commandDown, 1.20},
+                 {commandUp, 1.25}},
+                {}},
+        TapCase{"a_shortcut_as_the_first_tap_does_not_pair",
+                {{commandDown, 1.00},
+                 {keyDown, 1.02},
+                 {commandUp, 1.05},
+                 {commandDown, 1.10},
+                 {commandUp, 1.15}},
+                {}},
+        TapCase{"a_key_pressed_between_the_taps_cancels",
+                {{commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {keyDown, 1.15},
+                 {commandDown, 1.2},
+                 {commandUp, 1.3}},
+                {}},
+        TapCase{"a_key_pressed_before_the_taps_cancels_nothing",
+                {{keyDown, 0.9},
+                 {commandDown, 1.0},
+                 {commandUp, 1.1},
+                 {commandDown, 1.2},
+                 {commandUp, 1.3}},
+                {1.3}}),
+    test::caseName);
 
 TEST(CommandDoubleTap, Everything_is_reset_after_a_double_tap)
 {
@@ -101,72 +261,14 @@ TEST(CommandDoubleTap, Everything_is_reset_after_a_double_tap)
     EXPECT_EQ(recognizer, CommandDoubleTapRecognizer());
 }
 
-TEST(CommandDoubleTap, A_triple_tap_fires_once_and_a_quadruple_tap_twice)
-{
-    const std::vector<Step> taps{{commandDown, 1.0}, {commandUp, 1.1},   {commandDown, 1.2},
-                                 {commandUp, 1.3},   {commandDown, 1.4}, {commandUp, 1.5},
-                                 {commandDown, 1.6}, {commandUp, 1.7}};
-    EXPECT_EQ(doubleTaps({taps.begin(), taps.begin() + 6}), Times{1.3});
-    EXPECT_EQ(doubleTaps(taps), (Times{1.3, 1.7}));
-}
-
-TEST(CommandDoubleTap, A_tap_that_comes_too_late_is_the_first_of_the_next_pair)
-{
-    EXPECT_EQ(
-        doubleTaps({{commandDown, 1.0}, {commandUp, 1.1}, {commandDown, 1.4}, {commandUp, 1.47}}),
-        Times{});
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.1},
-                          {commandDown, 1.4},
-                          {commandUp, 1.47},
-                          {commandDown, 1.7},
-                          {commandUp, 1.8}}),
-              Times{1.8});
-}
-
 TEST(CommandDoubleTap, A_press_held_too_long_is_no_tap_and_forgets_the_one_before)
 {
-    // The held press begins soon after a tap; the tap after it does not pair with that one.
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.1},
-                          {commandDown, 1.1},
-                          {commandUp, 1.56},
-                          {commandDown, 1.57},
-                          {commandUp, 1.58}}),
-              Times{});
     CommandDoubleTapRecognizer recognizer;
     EXPECT_FALSE(perform(recognizer, {commandDown, 1.0}));
     EXPECT_FALSE(perform(recognizer, {commandUp, 1.1}));
     EXPECT_FALSE(perform(recognizer, {commandDown, 1.1}));
     EXPECT_FALSE(perform(recognizer, {commandUp, 1.56}));
     EXPECT_EQ(recognizer, CommandDoubleTapRecognizer());
-}
-
-TEST(CommandDoubleTap, Command_and_Shift_pressed_together_are_no_tap)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.05},
-                          {commandDownWithShift, 1.1},
-                          {commandUpWithShift, 1.15},
-                          {shiftUp, 1.16}}),
-              Times{});
-    EXPECT_EQ(doubleTaps({{commandDownWithShift, 1.0},
-                          {commandUpWithShift, 1.05},
-                          {shiftUp, 1.06},
-                          {commandDown, 1.1},
-                          {commandUp, 1.15}}),
-              Times{});
-}
-
-TEST(CommandDoubleTap, Shift_added_while_Command_is_held_spoils_the_tap)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.05},
-                          {commandDown, 1.1},
-                          {shiftDownWhileCommand, 1.12},
-                          {shiftUpWhileCommand, 1.14},
-                          {commandUp, 1.16}}),
-              Times{});
 }
 
 TEST(CommandDoubleTap, Shift_added_while_Command_is_held_forgets_the_tap_before_at_once)
@@ -181,116 +283,6 @@ TEST(CommandDoubleTap, Shift_added_while_Command_is_held_forgets_the_tap_before_
     EXPECT_EQ(recognizer.lastTapCompletedAt, std::nullopt);
     EXPECT_FALSE(recognizer.currentPressIsEligible);
     EXPECT_TRUE(recognizer.commandIsDown);
-}
-
-TEST(CommandDoubleTap, A_change_without_another_modifier_while_Command_is_held_spoils_nothing)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandDown, 1.02},
-                          {commandUp, 1.1},
-                          {commandDown, 1.2},
-                          {commandDown, 1.22},
-                          {commandUp, 1.3}}),
-              Times{1.3});
-}
-
-TEST(CommandDoubleTap, A_repeated_press_event_does_not_start_the_press_again)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.05},
-                          {commandDown, 1.1},
-                          {commandDown, 1.3},
-                          {commandUp, 1.4}}),
-              Times{1.4});
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandDown, 1.3},
-                          {commandUp, 1.5},
-                          {commandDown, 1.55},
-                          {commandUp, 1.6}}),
-              Times{});
-}
-
-TEST(CommandDoubleTap, A_repeated_release_event_changes_nothing)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.1},
-                          {commandUp, 1.11},
-                          {commandDown, 1.2},
-                          {commandUp, 1.3},
-                          {commandUp, 1.31}}),
-              Times{1.3});
-}
-
-TEST(CommandDoubleTap, Another_modifier_between_the_taps_cancels)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.1},
-                          {shiftDown, 1.15},
-                          {shiftUp, 1.18},
-                          {commandDown, 1.2},
-                          {commandUp, 1.3}}),
-              Times{});
-}
-
-TEST(CommandDoubleTap, A_modifier_released_between_the_taps_cancels_nothing)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.1},
-                          {shiftUp, 1.15},
-                          {commandDown, 1.2},
-                          {commandUp, 1.3}}),
-              Times{1.3});
-}
-
-TEST(CommandDoubleTap, A_tap_released_with_another_modifier_down_still_counts_as_released)
-{
-    // The other modifier came in the very event of the release.
-    EXPECT_EQ(
-        doubleTaps(
-            {{commandDown, 1.0}, {commandUp, 1.1}, {commandDown, 1.2}, {commandUpWithShift, 1.3}}),
-        Times{1.3});
-}
-
-TEST(CommandDoubleTap, A_shortcut_between_two_taps_cancels)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.00},
-                          {commandUp, 1.05},
-                          {commandDown, 1.10},
-                          {keyDown, 1.12},
-                          {commandUp, 1.15},
-                          {commandDown, 1.20},
-                          {commandUp, 1.25}}),
-              Times{});
-}
-
-TEST(CommandDoubleTap, A_shortcut_as_the_first_tap_does_not_pair)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.00},
-                          {keyDown, 1.02},
-                          {commandUp, 1.05},
-                          {commandDown, 1.10},
-                          {commandUp, 1.15}}),
-              Times{});
-}
-
-TEST(CommandDoubleTap, A_key_pressed_between_the_taps_cancels)
-{
-    EXPECT_EQ(doubleTaps({{commandDown, 1.0},
-                          {commandUp, 1.1},
-                          {keyDown, 1.15},
-                          {commandDown, 1.2},
-                          {commandUp, 1.3}}),
-              Times{});
-}
-
-TEST(CommandDoubleTap, A_key_pressed_before_the_taps_cancels_nothing)
-{
-    EXPECT_EQ(doubleTaps({{keyDown, 0.9},
-                          {commandDown, 1.0},
-                          {commandUp, 1.1},
-                          {commandDown, 1.2},
-                          {commandUp, 1.3}}),
-              Times{1.3});
 }
 
 struct LimitRow

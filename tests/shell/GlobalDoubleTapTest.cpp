@@ -8,7 +8,7 @@
 namespace kelpa::test {
 namespace {
 
-/// A keyboard that does what a test says.
+/// A keyboard driven by the test.
 class FakeKeys : public GlobalKeys
 {
 public:
@@ -52,7 +52,7 @@ protected:
     Times times;
 };
 
-TEST_F(GlobalDoubleTapTest, Tells_when_the_second_tap_was_released)
+TEST_F(GlobalDoubleTapTest, Reports_when_the_second_tap_was_released)
 {
     keys.tap(1000, 1080);
     EXPECT_EQ(times, Times{});
@@ -87,7 +87,7 @@ TEST_F(GlobalDoubleTapTest, Another_modifier_cancels)
     EXPECT_EQ(times, Times{});
 }
 
-TEST_F(GlobalDoubleTapTest, Is_available_when_the_keys_are_heard)
+TEST_F(GlobalDoubleTapTest, Is_available_while_key_events_are_received)
 {
     FakeKeys silent;
     const GlobalDoubleTap deaf(silent);
@@ -103,7 +103,7 @@ TEST_F(GlobalDoubleTapTest, Is_available_when_the_keys_are_heard)
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(GlobalDoubleTapTest, A_tap_before_the_keys_went_unheard_does_not_pair)
+TEST_F(GlobalDoubleTapTest, A_tap_before_an_interruption_does_not_pair)
 {
     keys.tap(1000, 1080);
     keys.handlers.availabilityChanged(false);

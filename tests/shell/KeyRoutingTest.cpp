@@ -26,7 +26,7 @@ struct KeyCase
     KeyDecision decision;
 };
 
-/// Where a field has the keyboard, something has been typed in it.
+/// A field with the focus has been typed in.
 KeyContext contextOf(const KeyCase& param, bool isBoardActive)
 {
     const bool isField = param.focus == KeyboardFocus::textInput;
@@ -206,7 +206,7 @@ TEST(KeyRoutingInAField, Down_leads_from_a_search_to_what_it_has_found)
     EXPECT_EQ(decideKey(BoardKey::down, context), cancelsAndDoes(MoveTargetSelection{down}));
 }
 
-TEST(KeyRoutingInAField, A_field_in_which_nothing_was_typed_lets_the_board_take_back_and_do_again)
+TEST(KeyRoutingInAField, A_field_in_which_nothing_was_typed_leaves_undo_and_redo_to_the_board)
 {
     KeyContext context{.isBoardActive = true,
                        .focus = field,

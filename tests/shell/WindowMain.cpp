@@ -1,4 +1,4 @@
-// Runs tests beside an application whose windows are shown to nobody.
+// Runs tests with an application whose windows are offscreen.
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>

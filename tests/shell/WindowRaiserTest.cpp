@@ -11,19 +11,19 @@
 namespace kelpa::test {
 namespace {
 
-/// Notes what is asked of the desktop, and where the window was by then.
+/// Records the requests to the desktop.
 class FakeOwnWindow : public OwnWindow
 {
 public:
     struct Request
     {
         std::uint32_t window;
-        FrontOccasion occasion;
+        ActivationContext context;
     };
 
-    void requestFront(std::uint32_t window, const FrontOccasion& occasion) override
+    void requestFront(std::uint32_t window, const ActivationContext& context) override
     {
-        requests.push_back({window, occasion});
+        requests.push_back({window, context});
     }
     std::unique_ptr<Subscription> watchOcclusion(std::uint32_t, std::function<void(bool)>) override
     {
@@ -33,7 +33,7 @@ public:
     std::vector<Request> requests;
 };
 
-/// A window where a person has put it.
+/// A window at a position chosen by the person.
 class PlacedWindow
 {
 public:
@@ -56,15 +56,15 @@ QRect screenArea()
     return QGuiApplication::primaryScreen()->availableGeometry();
 }
 
-TEST(WindowRaising, Asks_once_for_the_front_with_what_led_to_it)
+TEST(WindowRaising, Requests_the_front_once_with_its_context)
 {
     PlacedWindow placed({100, 100, 300, 200});
     placed.raiser.raise({.inputTime = 4711, .startupID = "kelpa-1"});
     ASSERT_EQ(placed.desktop.requests.size(), 1U);
     const FakeOwnWindow::Request& request = placed.desktop.requests.front();
     EXPECT_EQ(request.window, static_cast<std::uint32_t>(placed.window.winId()));
-    EXPECT_EQ(request.occasion.inputTime, 4711U);
-    EXPECT_EQ(request.occasion.startupID, "kelpa-1");
+    EXPECT_EQ(request.context.inputTime, 4711U);
+    EXPECT_EQ(request.context.startupID, "kelpa-1");
 }
 
 TEST(WindowRaising, Keeps_the_size_and_place_that_the_person_gave_it_each_time)

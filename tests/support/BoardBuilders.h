@@ -1,4 +1,4 @@
-// Short ways to write records in tests.
+// Builds records for tests.
 #pragma once
 
 #include "model/Goal.h"

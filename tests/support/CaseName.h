@@ -1,4 +1,4 @@
-// Names of the cases of a table test.
+// Names the cases of a parameterised test.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// A desktop made of plain data, with every interface that the store asks.
+// A desktop made of plain data, which implements every interface that the store needs.
 #pragma once
 
 #include "platform/Accessibility.h"
@@ -36,56 +36,56 @@ public:
 
     Platform platform() { return {*this, *this, *this, *this, *this}; }
 
-    /// An ordinary window of a regular application, in front of those there are. The application
-    /// is made when it is not there yet; it tells nothing of its windows to the accessibility side.
+    /// Adds an ordinary window of a regular application in front of the others. Adds the
+    /// application if necessary; it reports no window to the accessibility side.
     WindowListEntry& addWindow(WindowID id, ProcessID process, const QString& title);
-    /// As `addWindow`, and the accessibility side knows the window under the same title and frame.
+    /// As `addWindow`, and reports the window to the accessibility side with the same title and
+    /// frame.
     WindowListEntry& addAccessibleWindow(WindowID id, ProcessID process, const QString& title);
     void removeWindow(WindowID id);
 
-    // What the desktop holds; tests change it as they like.
-    /// Front to back; none makes the list unavailable.
+    // The state of the desktop; tests change it freely.
+    /// Front to back; absent makes the list unavailable.
     std::optional<std::vector<WindowListEntry>> windowList;
     QSet<WindowID> onScreen;
     bool isOnScreenListAvailable = true;
     QHash<ProcessID, RunningApplication> applications;
-    /// An absent process has an empty list; an absent value makes the question fail.
+    /// A process without an entry has an empty list; an absent value makes the query fail.
     QHash<ProcessID, std::optional<std::vector<AccessibilityWindow>>> accessibilityWindows;
     bool isAccessibilityGranted = true;
     bool isScreenCaptureGranted = true;
     /// Called once the full list has been read, in the middle of a pass.
     std::function<void()> inTheMiddleOfAPass;
-    /// Sizes of the pictures that windows give, red ones; a window without one cannot be captured.
+    /// Sizes of the captures of windows, which are red; a window without one cannot be captured.
     QHash<WindowID, QSize> captureSizes;
-    /// Windows that show what they showed in the last picture that was given; a picture puts its
-    /// window here, whatever becomes of it. Taken out, a window shows something else.
+    /// Windows whose contents have not changed since their last capture. A capture adds its window,
+    /// whether or not the result is used; removing a window changes its contents.
     QSet<WindowID> unchangedWindows;
     /// Called in the middle of a capture.
     std::function<void()> inTheMiddleOfACapture;
     bool canLaunch = true;
-    /// Under which identifier a launched application is known; none for one of which nothing tells
-    /// what it is.
+    /// The identifier of a launched application; absent when it is unknown at first.
     std::optional<QString> launchedIdentifier;
-    /// What watching such an application finds out.
+    /// The result of `identifierOf` for such an application.
     std::optional<QString> watchedIdentifier;
-    /// The startup ids that windows carry: "launch 1" of the first launch and so on.
+    /// The startup ids of windows: "launch 1" for the first launch and so on.
     QHash<WindowID, QByteArray> startupIDs;
-    /// The answers to asking for permissions.
+    /// The results of permission requests.
     bool grantsAccessibilityWhenAsked = false;
     bool grantsScreenCaptureWhenAsked = false;
     bool hasSettingsForPermissions = true;
 
-    // What has been asked of the desktop.
+    // The requests that the desktop has received.
     /// "windowList all", "accessibilityWindows <process>", "raise <title>", … in order.
     QStringList calls;
     QList<WindowID> captured;
-    /// The windows that come next, as the last capture gave them.
+    /// `CaptureRequest::next` of the last capture.
     std::vector<WindowID> announcedForCapture;
     QList<QUrl> openedUrls;
     QString pasteboardText;
     int pasteboardWrites = 0;
 
-    /// Tells those who watch that windows have changed.
+    /// Notifies all watchers of changed windows.
     void announceWindowChange();
     int watcherCount() const;
 

@@ -17,7 +17,7 @@ struct ManualScheduler::Item
 {
     int sequence = 0;
     std::chrono::milliseconds due{0};
-    /// Zero for what happens once.
+    /// Zero for a single shot.
     Duration interval{0};
     std::function<void()> work;
     BackgroundWork background;

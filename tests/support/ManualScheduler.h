@@ -1,4 +1,4 @@
-// A clock that goes on only when a test tells it to.
+// A scheduler whose clock advances only when a test says so.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -18,20 +18,20 @@ public:
     TaskHandle repeat(Duration interval, std::function<void()> tick) override;
     TaskHandle after(Duration delay, std::function<void()> work) override;
 
-    /// Moves the clock on and runs what falls due, in order of time; background work takes no time
-    /// unless it is held.
+    /// Advances the clock and runs everything that becomes due, in order of time. Background work
+    /// takes no time unless it is held.
     void advance(Duration duration);
 
-    /// While held, background work stays in flight, and an awaiting start runs out of its limit.
+    /// While held, background work stays in flight, and an awaiting start times out.
     void holdBackgroundWork(bool isHeld) { m_isHoldingBackground = isHeld; }
 
-    /// Finishes the background work that is in flight.
+    /// Finishes all background work in flight.
     void runBackgroundWork();
 
     int backgroundWorkInFlight() const;
-    /// Background works started so far.
+    /// Number of background jobs started so far.
     int backgroundWorkStarted() const { return m_backgroundStarted; }
-    /// Timers that will fire: repeating ones and delays.
+    /// Number of active timers: repeating ones and delays.
     int timersDue() const;
 
 protected:

@@ -1,4 +1,4 @@
-// A settings store that forgets everything with the test, counts, and fails when told to.
+// A settings store in memory that counts writes and fails on demand.
 #pragma once
 
 #include "platform/SettingsStore.h"
@@ -16,7 +16,7 @@ public:
     /// Entries whose value differed from the stored one.
     int changedEntryCount = 0;
     bool isFailing = false;
-    /// What `values` holds can be neither read nor written.
+    /// Makes `values` neither readable nor writable.
     bool isUnreadable = false;
 
     bool isLoaded() const override { return !isUnreadable; }
@@ -59,7 +59,7 @@ public:
         return true;
     }
 
-    /// The document under `key`; empty when there is none.
+    /// The document of `key`; empty when there is none.
     QByteArray document(const QString& key) const
     {
         const auto stored = value(key);

@@ -4,7 +4,7 @@
 
 namespace kelpa::test {
 
-/// What a QCoreApplication wants of a program; outlives it.
+/// The arguments for a QCoreApplication, which they must outlive.
 struct ProgramArguments
 {
     int count = 1;

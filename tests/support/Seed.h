@@ -1,4 +1,4 @@
-// The seed of tests that draw at random: another one in every run, printed, and repeatable.
+// The seed of randomised tests: different in every run, printed, and repeatable.
 #pragma once
 
 #include <QString>
@@ -9,7 +9,7 @@
 
 namespace kelpa::test {
 
-/// KELPA_TEST_SEED of the environment, which repeats a run; else a fresh one.
+/// KELPA_TEST_SEED from the environment, to repeat a run; otherwise a new seed.
 inline std::uint64_t seed()
 {
     bool isGiven = false;

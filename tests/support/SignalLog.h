@@ -1,4 +1,4 @@
-// Which signals of a store fire, and how often.
+// Counts the signals that a store emits.
 #pragma once
 
 #include "store/WindowStore.h"
@@ -9,13 +9,13 @@
 
 namespace kelpa::test {
 
-/// Counts from construction, or from the last `take`, on.
+/// Counts since construction or the last `take`.
 class SignalLog
 {
 public:
     explicit SignalLog(const WindowStore& store);
 
-    /// Signal name to count; silent signals are absent. Starts anew.
+    /// Signal name to count, without signals that were not emitted. Resets the counts.
     QMap<QString, int> take();
 
 private:

@@ -1,4 +1,4 @@
-// A store over the fake desktop, the manual clock and a settings store in memory.
+// A store on the fake desktop, with the manual scheduler and settings in memory.
 #pragma once
 
 #include "store/WindowStore.h"
@@ -16,7 +16,7 @@ namespace kelpa::test {
 class StoreFixture : public testing::Test
 {
 protected:
-    /// The store as it is after a start; what `settings` holds by then is loaded.
+    /// The store, created at the first call from what `settings` holds by then.
     WindowStore& store()
     {
         if (!m_store) {
@@ -28,7 +28,7 @@ protected:
         return *m_store;
     }
 
-    /// Ends the store and starts another on the same settings.
+    /// Replaces the store by a new one on the same settings.
     WindowStore& restartedStore()
     {
         signalLog.reset();
@@ -36,7 +36,7 @@ protected:
         return store();
     }
 
-    /// Makes a goal and gives its identity.
+    /// Creates a goal and returns its id.
     GoalID makeGoal(const QString& title = QStringLiteral("Goal"))
     {
         const QList<Goal> before = store().goals();
@@ -50,7 +50,7 @@ protected:
         return {};
     }
 
-    /// Makes a todo and gives its identity.
+    /// Creates a todo and returns its id.
     TodoID makeTodo(std::optional<GoalID> in, const QString& title = QStringLiteral("Todo"))
     {
         store().addTodo(title, in);
@@ -77,7 +77,7 @@ protected:
         return titles;
     }
 
-    /// The signals since the last call; and how often something was written meanwhile.
+    /// The signals since the last call, and the number of writes since then.
     QMap<QString, int> takeSignals() { return signalLog->take(); }
     int takeWriteCount() { return std::exchange(settings.writeCount, 0); }
 

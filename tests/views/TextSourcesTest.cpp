@@ -190,7 +190,7 @@ struct NamedException
 constexpr auto namedExceptions = std::to_array<NamedException>({
     // What a terminal shows, before there is an interface or a language.
     {u"^src/app/CommandLine\\.cpp$", u""},
-    {u"^src/platform/sqlite/SettingsTrouble\\.cpp$", u""},
+    {u"^src/platform/sqlite/SettingsError\\.cpp$", u""},
     // Variables of the environment, atoms, and keys of attributes.
     {u"^src/(app|platform)/|^src/main\\.cpp$", u"^[A-Z][A-Z0-9_]*=?$"},
     // Statements of SQL.

@@ -77,7 +77,7 @@ TEST_F(WindowActions, An_empty_document_or_one_that_nobody_shows_leaves_it_to_th
     EXPECT_EQ(match(item), QStringLiteral("second"));
 }
 
-TEST_F(WindowActions, Frames_match_within_eight_points)
+TEST_F(WindowActions, Frames_match_within_eight_units)
 {
     addElement(QStringLiteral("near"), {108, 92, 508, 392});
     EXPECT_EQ(match(windowAt(here)), QStringLiteral("near"));

@@ -1,4 +1,4 @@
-// Discovery over a desktop of plain data.
+// Window discovery on the fake desktop.
 #pragma once
 
 #include "support/FakeDesktop.h"
@@ -27,7 +27,7 @@ protected:
         return ids;
     }
 
-    /// The accessibility windows that the fake shows of a process.
+    /// The accessibility windows of a process on the fake desktop.
     std::vector<AccessibilityWindow>& elementsOf(ProcessID process)
     {
         auto& elements = desktop.accessibilityWindows[process];

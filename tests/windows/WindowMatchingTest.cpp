@@ -1,4 +1,4 @@
-// Which of the windows that a process shows is which of the list.
+// Matching the accessibility windows of a process with the windows of the list.
 #include "support/CaseName.h"
 #include "windows/WindowDiscoveryFixture.h"
 
@@ -97,7 +97,7 @@ struct FrameCase
 class WindowFrames : public WindowDiscoveryTest, public testing::WithParamInterface<FrameCase>
 {};
 
-TEST_P(WindowFrames, Match_within_eight_points_in_every_measure)
+TEST_P(WindowFrames, Match_within_eight_units_in_every_measure)
 {
     desktop.addWindow(1, 100, {}).bounds = Rect{100, 100, 500, 400};
     elementsOf(100).push_back(element(GetParam().frame, QStringLiteral("x")));

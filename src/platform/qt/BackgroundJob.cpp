@@ -30,21 +30,21 @@ void BackgroundJob::deliver()
     {
         const std::lock_guard lock(m_mutex);
         completion = std::exchange(m_completion, nullptr);
-        // A handle may be kept long after; what the work holds is not.
+        // A handle may be kept for long; what the work holds must not be.
         m_work = nullptr;
     }
-    // Outside the lock: it may start, cancel and await other work.
+    // Outside the lock, since it may start, cancel and await other work.
     if (completion && !m_stop.stop_requested())
         completion();
 }
 
-int FinishedJobs::eventType()
+int FinishedJobQueue::eventType()
 {
     static const int type = QEvent::registerEventType();
     return type;
 }
 
-void FinishedJobs::add(std::shared_ptr<BackgroundJob> job)
+void FinishedJobQueue::add(std::shared_ptr<BackgroundJob> job)
 {
     const std::lock_guard lock(m_mutex);
     if (m_receiver == nullptr)
@@ -54,13 +54,13 @@ void FinishedJobs::add(std::shared_ptr<BackgroundJob> job)
         QCoreApplication::postEvent(m_receiver, new QEvent(static_cast<QEvent::Type>(eventType())));
 }
 
-std::vector<std::shared_ptr<BackgroundJob>> FinishedJobs::takeAll()
+std::vector<std::shared_ptr<BackgroundJob>> FinishedJobQueue::takeAll()
 {
     const std::lock_guard lock(m_mutex);
     return std::exchange(m_jobs, {});
 }
 
-void FinishedJobs::shut()
+void FinishedJobQueue::close()
 {
     std::vector<std::shared_ptr<BackgroundJob>> jobs;
     const std::lock_guard lock(m_mutex);

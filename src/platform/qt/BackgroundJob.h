@@ -1,5 +1,5 @@
-// One piece of background work on its way: queued, running, finished, delivered. Shared by the main
-// thread, which started it, and the thread that runs it.
+// A background job (queued, running, finished, delivered) and the queue that brings finished jobs
+// back to the main thread. Shared by the main thread and the worker thread that runs the job.
 #pragma once
 
 #include <QObject>
@@ -22,17 +22,17 @@ public:
 
     explicit BackgroundJob(Work work) : m_work(std::move(work)) {}
 
-    /// Off the main thread: does the work unless it was cancelled before.
+    /// Worker thread: does the work unless it was cancelled before.
     void run();
 
-    /// Main thread: true when the work is finished before `limit` is over.
+    /// Main thread: waits up to `limit`; true when the work has finished.
     bool waitFor(std::chrono::milliseconds limit);
 
-    /// Main thread, after the work has finished: calls what remains to be done there, once, and not
-    /// after a cancellation.
+    /// Main thread, after the work has finished: calls the completion once, unless the job was
+    /// cancelled.
     void deliver();
 
-    /// Main thread. The function objects live on until the job comes back to the main thread.
+    /// Main thread. The function objects live until the job is back on the main thread.
     void cancel() { m_stop.request_stop(); }
 
 private:
@@ -44,13 +44,13 @@ private:
     bool m_isFinished = false;
 };
 
-/// Brings finished jobs to the main thread. Shared with the workers, so that one which ends after
-/// the scheduler finds it shut instead of gone.
-class FinishedJobs
+/// Brings finished jobs to the main thread. Shared with the workers, so that a worker which
+/// finishes after the scheduler was destroyed finds the queue closed instead of gone.
+class FinishedJobQueue
 {
 public:
-    /// `receiver` gets an event of `eventType()` for jobs to collect.
-    explicit FinishedJobs(QObject* receiver) : m_receiver(receiver) {}
+    /// Posts an event of `eventType()` to `receiver` when there are jobs to take.
+    explicit FinishedJobQueue(QObject* receiver) : m_receiver(receiver) {}
 
     static int eventType();
 
@@ -58,8 +58,8 @@ public:
     void add(std::shared_ptr<BackgroundJob> job);
     /// Main thread.
     std::vector<std::shared_ptr<BackgroundJob>> takeAll();
-    /// Main thread: from now on jobs are dropped by the thread that finished them.
-    void shut();
+    /// Main thread: from now on, the thread that finished a job drops it.
+    void close();
 
 private:
     std::mutex m_mutex;

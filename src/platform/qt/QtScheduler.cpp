@@ -26,14 +26,14 @@ public:
     {
         if (!m_timer)
             return;
-        // Not deleted at once: this may be its own callback.
+        // Deleted later, since this may run within its callback.
         m_timer->stop();
         m_timer->disconnect();
         m_timer->deleteLater();
     }
 
 private:
-    /// Owned by the scheduler's receiver; gone when that is.
+    /// Owned by the scheduler's receiver, and destroyed with it.
     QPointer<QTimer> m_timer;
     std::shared_ptr<std::function<void()>> m_callback;
 };
@@ -50,12 +50,12 @@ private:
 
 } // namespace
 
-/// Owns the timers and delivers finished jobs. What is running is remembered, so that it can be
+/// Owns the timers, delivers finished jobs, and remembers running ones so that they can be
 /// cancelled with the scheduler.
 class QtScheduler::Receiver final : public QObject
 {
 public:
-    std::shared_ptr<FinishedJobs> finished;
+    std::shared_ptr<FinishedJobQueue> finished;
     std::vector<std::weak_ptr<BackgroundJob>> started;
 
     void remember(const std::shared_ptr<BackgroundJob>& job)
@@ -66,7 +66,7 @@ public:
 
     bool event(QEvent* event) override
     {
-        if (event->type() != FinishedJobs::eventType())
+        if (event->type() != FinishedJobQueue::eventType())
             return QObject::event(event);
         for (const std::shared_ptr<BackgroundJob>& job : finished->takeAll())
             job->deliver();
@@ -76,7 +76,7 @@ public:
 
 QtScheduler::QtScheduler()
     : m_receiver(std::make_unique<Receiver>()),
-      m_finished(std::make_shared<FinishedJobs>(m_receiver.get())), m_pool(maxThreads)
+      m_finished(std::make_shared<FinishedJobQueue>(m_receiver.get())), m_pool(maxThreads)
 {
     m_receiver->finished = m_finished;
 }
@@ -92,7 +92,7 @@ bool QtScheduler::shutDown()
         if (const std::shared_ptr<BackgroundJob> running = job.lock())
             running->cancel();
     }
-    m_finished->shut();
+    m_finished->close();
     return m_pool.finish(shutdownLimit);
 }
 
@@ -117,7 +117,7 @@ TaskHandle QtScheduler::startTimer(Duration interval, bool isRepeating,
     auto* const timer = new QTimer(m_receiver.get());
     timer->setTimerType(Qt::PreciseTimer);
     timer->setSingleShot(!isRepeating);
-    // Held by the handle, and for the length of a call, which may destroy the handle.
+    // Owned by the handle, and kept alive during a call, which may destroy the handle.
     auto held = std::make_shared<std::function<void()>>(std::move(callback));
     timer->callOnTimeout([weak = std::weak_ptr(held)] {
         if (const auto called = weak.lock())
@@ -133,7 +133,7 @@ std::shared_ptr<BackgroundJob> QtScheduler::start(BackgroundWork work)
     m_receiver->remember(job);
     m_pool.start([running = job, finished = m_finished]() mutable {
         running->run();
-        // Handed over whole, so that its functions are destroyed on the main thread.
+        // Moved, so that its functions are destroyed on the main thread.
         finished->add(std::move(running));
     });
     return job;

@@ -1,4 +1,4 @@
-// Time from Qt's event loop, background work on a thread pool of its own.
+// Timers on Qt's event loop, background work on a thread pool of its own.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -9,29 +9,29 @@
 namespace kelpa {
 
 class BackgroundJob;
-class FinishedJobs;
+class FinishedJobQueue;
 
-/// Made, used and destroyed on the main thread, beside a QCoreApplication, and not destroyed from
-/// within one of its callbacks. Handles may outlive it.
+/// Created, used and destroyed on the main thread while a QCoreApplication exists, and not
+/// destroyed from within one of its callbacks. Handles may outlive it.
 ///
-/// Its destruction cancels everything, as `shutDown` does: no callback is called after it. Work
-/// that still runs then (stuck in a read that another process delays) is left to its thread and
-/// ends unheard: it goes on touching what it refers to, its function objects are destroyed on that
-/// thread, and the process may end meanwhile.
+/// Its destruction cancels everything, as `shutDown` does: no callback is called afterwards. Work
+/// that still runs then (stuck in a read that another process delays) is abandoned to its thread:
+/// it continues to use what it refers to, its function objects are destroyed on that thread, and
+/// the process may end meanwhile.
 class QtScheduler final : public Scheduler
 {
 public:
     static constexpr Duration shutdownLimit{200};
-    /// Pieces of work that run at once; more of them wait for their turn. Above what Kelpa starts,
-    /// so that one that is stuck does not hold up the others.
+    /// Jobs that run at once; further ones are queued. More than Kelpa starts, so that a stuck one
+    /// does not hold up the others.
     static constexpr int maxThreads = 8;
 
     QtScheduler();
     ~QtScheduler() override;
 
-    /// Cancels all background work and waits for what runs, at most `shutdownLimit`; nothing can be
-    /// started after it. True when no work runs any more. To be called before what the work refers
-    /// to is destroyed; when it gives false, that must live until the process ends.
+    /// Cancels all background work and waits for running work, at most `shutdownLimit`; nothing can
+    /// be started afterwards. True when no work runs any more. Call before destroying what the work
+    /// refers to; on false, that must live until the process ends.
     bool shutDown();
 
     Date now() const override;
@@ -50,7 +50,7 @@ private:
     std::shared_ptr<BackgroundJob> start(BackgroundWork work);
 
     std::unique_ptr<Receiver> m_receiver;
-    std::shared_ptr<FinishedJobs> m_finished;
+    std::shared_ptr<FinishedJobQueue> m_finished;
     WorkerPool m_pool;
 };
 

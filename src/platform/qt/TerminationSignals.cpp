@@ -10,7 +10,7 @@ namespace kelpa {
 
 namespace {
 
-/// Those that are not ignored: what was started to outlive its terminal does.
+/// The signals that are not ignored: a program started to outlive its terminal ignores SIGHUP.
 sigset_t endingSignals()
 {
     sigset_t signals;
@@ -34,7 +34,7 @@ TerminationSignals::TerminationSignals()
 {
     const sigset_t signals = endingSignals();
     m_descriptor = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
-    // Threads that are made from now on inherit it.
+    // Threads that are created from now on inherit the mask.
     if (m_descriptor >= 0)
         pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }

@@ -1,4 +1,4 @@
-// The system's requests to end the program, as calls on the main thread.
+// Delivers the system's termination signals as calls on the main thread.
 #pragma once
 
 #include <QSocketNotifier>
@@ -8,30 +8,30 @@
 
 namespace kelpa {
 
-/// SIGTERM, SIGINT and SIGHUP, unless they were ignored when the program was started. A session
-/// that ends sends several of them together, which are one request; who presses Ctrl-C once more
-/// does not want to wait, and that ends the program as if nobody listened.
+/// Handles SIGTERM, SIGINT and SIGHUP, unless they were ignored when the program was started. A
+/// session that ends sends several of them together, which count as one request. A second Ctrl-C
+/// ends the program at once, by the signal's default action.
 class TerminationSignals
 {
 public:
-    /// To be made before the program has a second thread. From then on the signals wait.
+    /// Construct before the program has a second thread. From then on the signals are pending.
     TerminationSignals();
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
     ~TerminationSignals();
 
-    /// A file that can be read while one of them waits; -1 where they do not wait.
+    /// A file descriptor that is readable while a signal is pending; -1 where they are not blocked.
     int descriptor() const { return m_descriptor; }
-    /// Lets them do what they do by themselves, from now on: one that waits ends the program here.
+    /// Restores their default action from now on: a pending signal ends the program here.
     void release();
 
-    /// Calls `ended` in the event loop for the first of them, also for one that came before. Beside
-    /// a QCoreApplication; to be dropped before that with `stopListening`.
+    /// Calls `ended` in the event loop for the first signal, also for a pending one. Needs a
+    /// QCoreApplication; call `stopListening` before destroying that.
     void listen(std::function<void()> ended);
     void stopListening();
 
 private:
-    /// Whether there was any that waited.
+    /// Takes all pending signals; whether there were any.
     bool takeAll();
 
     int m_descriptor = -1;

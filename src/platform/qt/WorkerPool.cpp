@@ -41,7 +41,7 @@ void WorkerPool::start(std::function<void()> task)
             std::thread([state = m_state] { work(state); }).detach();
         }
     }
-    // Before the end only threads without work wait; the others may sleep on.
+    // Before the end only idle threads wait; waking one is enough.
     m_state->changed.notify_one();
 }
 

@@ -1,5 +1,5 @@
-// Threads that run tasks. The standard library's means alone, so that a sanitizer sees every
-// hand-over, and so that threads which are stuck can be left behind.
+// A thread pool. Uses only the standard library, so that the thread sanitizer sees all
+// synchronisation, and so that stuck threads can be abandoned.
 #pragma once
 
 #include "platform/Workers.h"
@@ -13,18 +13,18 @@ namespace kelpa {
 class WorkerPool final : public Workers
 {
 public:
-    /// Runs up to `maxThreads` tasks at once; threads are made when they are needed.
+    /// Runs up to `maxThreads` tasks at once; creates threads on demand.
     explicit WorkerPool(int maxThreads);
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
-    /// Drops what waits and lets running tasks end by themselves, without waiting for them.
+    /// Drops queued tasks, and does not wait for running ones.
     ~WorkerPool() override;
 
     /// Any thread; after `finish` the task is dropped.
     void start(std::function<void()> task) override;
 
-    /// Drops what waits and waits up to `limit` for what runs; no task can be started after it.
-    /// Whether every thread has ended.
+    /// Drops queued tasks and waits up to `limit` for running ones; no task can be started
+    /// afterwards. Returns whether every thread has ended.
     bool finish(std::chrono::milliseconds limit);
 
 private:

@@ -21,31 +21,31 @@ namespace {
 constexpr mode_t folderMode = S_IRWXU;
 constexpr mode_t fileMode = S_IRUSR | S_IWUSR;
 
-SettingsTrouble openTrouble(int error)
+SettingsError errorFromErrno(int code)
 {
-    switch (error) {
+    switch (code) {
     case EROFS:
-        return SettingsTrouble::readOnly;
+        return SettingsError::readOnly;
     case ENOSPC:
     case EDQUOT:
-        return SettingsTrouble::full;
+        return SettingsError::full;
     default:
-        return SettingsTrouble::unreachable;
+        return SettingsError::unreachable;
     }
 }
 
-std::optional<SettingsTrouble> makeFolder(const QString& folder)
+std::optional<SettingsError> makeFolder(const QString& folder)
 {
     if (QFileInfo(folder).isDir())
         return std::nullopt;
     const QString parent = QFileInfo(folder).path();
     if (parent != folder) {
-        if (const auto trouble = makeFolder(parent))
-            return trouble;
+        if (const auto error = makeFolder(parent))
+            return error;
     }
     if (::mkdir(QFile::encodeName(folder).constData(), folderMode) != 0 && errno != EEXIST)
-        return openTrouble(errno);
-    // The new entry itself has to survive a power cut.
+        return errorFromErrno(errno);
+    // Syncs the parent, so that the new entry survives a power cut.
     const FileDescriptor above(
         ::open(QFile::encodeName(parent).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (above.isOpen())
@@ -53,7 +53,7 @@ std::optional<SettingsTrouble> makeFolder(const QString& folder)
     return std::nullopt;
 }
 
-/// With every link resolved in as much of it as exists: the rest will be made there.
+/// `folder` with every link resolved in the part of it that exists.
 QString resolvedFolder(const QString& folder)
 {
     const QFileInfo info(folder);
@@ -70,35 +70,35 @@ QString defaultSettingsPath()
     return QDir(dataHome()).filePath(QStringLiteral("kelpa/kelpa.sqlite"));
 }
 
-std::optional<SettingsTrouble> makeSettingsFolder(const QString& path)
+std::optional<SettingsError> makeSettingsFolder(const QString& path)
 {
     return makeFolder(QFileInfo(QFileInfo(path).absoluteFilePath()).path());
 }
 
-std::optional<SettingsTrouble> makeSettingsFile(const QString& path)
+std::optional<SettingsError> makeSettingsFile(const QString& path)
 {
-    if (const auto trouble = makeSettingsFolder(path))
-        return trouble;
+    if (const auto error = makeSettingsFolder(path))
+        return error;
     // Closed before SQLite opens the file: closing any descriptor drops the process's locks on it.
-    // Without waiting, so that a pipe of that name does not stop the program.
+    // Non-blocking, so that a pipe of that name does not block the program.
     const FileDescriptor file(::open(QFile::encodeName(path).constData(),
                                      O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
     if (!file.isOpen())
-        return openTrouble(errno);
+        return errorFromErrno(errno);
     struct stat status = {};
     if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
-        return SettingsTrouble::unreachable;
+        return SettingsError::unreachable;
     return std::nullopt;
 }
 
-QString asideStamp()
+QString asideTimestamp()
 {
     return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
 }
 
 std::optional<QString> moveSettingsFileAside(const QString& path)
 {
-    const QString base = path + QStringLiteral(".damaged-") + asideStamp();
+    const QString base = path + QStringLiteral(".damaged-") + asideTimestamp();
     QString target = base;
     for (int i = 2; QFileInfo::exists(target); ++i)
         target = base + u'-' + QString::number(i);
@@ -107,12 +107,12 @@ std::optional<QString> moveSettingsFileAside(const QString& path)
                         QFile::encodeName(to + suffix).constData()) == 0;
     };
     const QString log = QStringLiteral("-wal");
-    // The log goes first: left behind, it would be taken for that of the new file.
+    // The log first: left behind, it would be taken for the log of the new file.
     const bool hasLog = rename(path, target, log);
     if (!hasLog && errno != ENOENT)
         return std::nullopt;
     if (!rename(path, target, QString())) {
-        // The file without its log would lack what was saved last.
+        // Without its log the file would lack the last saves.
         if (hasLog)
             rename(target, path, log);
         return std::nullopt;
@@ -123,10 +123,10 @@ std::optional<QString> moveSettingsFileAside(const QString& path)
 
 QString resolvedPath(const QString& path)
 {
-    // As many links as the system itself follows.
-    constexpr int mostLinks = 40;
+    // As many links as the kernel follows.
+    constexpr int maxLinks = 40;
     QFileInfo file(QFileInfo(path).absoluteFilePath());
-    for (int i = 0; i < mostLinks && file.isSymLink(); ++i)
+    for (int i = 0; i < maxLinks && file.isSymLink(); ++i)
         file = QFileInfo(QFileInfo(file.symLinkTarget()).absoluteFilePath());
     return QDir(resolvedFolder(file.path())).filePath(file.fileName());
 }
@@ -147,7 +147,7 @@ bool FileLock::isInPlace() const
     return FileIdentity::of(m_path) == FileIdentity{locked.st_dev, locked.st_ino};
 }
 
-std::optional<SettingsTrouble> FileLock::acquire(const QString& path)
+std::optional<SettingsError> FileLock::acquire(const QString& path)
 {
     if (path == m_path && isInPlace())
         return std::nullopt;
@@ -155,13 +155,13 @@ std::optional<SettingsTrouble> FileLock::acquire(const QString& path)
     FileDescriptor file(::open(QFile::encodeName(path).constData(),
                                O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
     if (!file.isOpen())
-        return openTrouble(errno);
+        return errorFromErrno(errno);
     if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
-        return errno == EWOULDBLOCK ? SettingsTrouble::inUse : SettingsTrouble::unreachable;
+        return errno == EWOULDBLOCK ? SettingsError::inUse : SettingsError::unreachable;
     m_file = std::move(file);
     m_path = path;
-    // It may have been removed between the two.
-    return isInPlace() ? std::nullopt : std::optional(SettingsTrouble::unreachable);
+    // The file may have been removed between open and lock.
+    return isInPlace() ? std::nullopt : std::optional(SettingsError::unreachable);
 }
 
 } // namespace kelpa

@@ -1,9 +1,9 @@
-// The settings file among its neighbours: its place, its folder, the lock beside it, and moving it
-// out of the way.
+// File-system operations on the settings file: its path, its folder, the lock file beside it, and
+// moving a damaged file aside.
 #pragma once
 
 #include "platform/FileDescriptor.h"
-#include "platform/sqlite/SettingsTrouble.h"
+#include "platform/sqlite/SettingsError.h"
 
 #include <QByteArray>
 #include <QString>
@@ -17,47 +17,48 @@ namespace kelpa {
 /// "kelpa/kelpa.sqlite" in $XDG_DATA_HOME, or in ~/.local/share where that is unset or relative.
 QString defaultSettingsPath();
 
-/// Makes the folder of `path` and those above it (mode 0700) and an empty file (mode 0600) where
-/// they do not exist. What exists keeps its mode.
-std::optional<SettingsTrouble> makeSettingsFile(const QString& path);
+/// Creates the folder of `path` with its parents (mode 0700) and an empty file (mode 0600) where
+/// they do not exist. Existing ones keep their modes.
+std::optional<SettingsError> makeSettingsFile(const QString& path);
 
-/// Makes the folder of `path` alone.
-std::optional<SettingsTrouble> makeSettingsFolder(const QString& path);
+/// Creates only the folder of `path`, with its parents.
+std::optional<SettingsError> makeSettingsFolder(const QString& path);
 
-/// Renames the file with its "-wal" and "-shm" to "….damaged-<time>"; the new path of the file, or
-/// none when it stays where it is, with its "-wal".
+/// Renames the file, its "-wal" and its "-shm" to "….damaged-<time>". Returns the new path of the
+/// file; absent when the file stays where it is, with its "-wal".
 std::optional<QString> moveSettingsFileAside(const QString& path);
 
-/// The time now as the names of what is kept aside bear it: "2026-11-21T10:00:00Z".
-QString asideStamp();
+/// The current time as in the names of copies kept aside: "2026-11-21T10:00:00Z".
+QString asideTimestamp();
 
-/// `path` with every symbolic link resolved, so that all paths to one file become one. Also for a
-/// file, its folder, or a link's target, that does not exist yet.
+/// `path` with every symbolic link resolved, so that all paths to one file become equal. The file,
+/// its folder or a link's target need not exist yet.
 QString resolvedPath(const QString& path);
 
-/// Which file a path leads to, so that one notices when it is another one.
+/// The identity of the file at a path, to detect that it was replaced.
 struct FileIdentity
 {
     dev_t device = 0;
     ino_t inode = 0;
 
-    /// None when there is no such file, or something else in its place.
+    /// Absent when there is no regular file at `path`.
     static std::optional<FileIdentity> of(const QString& path);
 
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
-/// An exclusive lock on a file beside the settings, held until it is destroyed or the process ends,
-/// however it ends. The file stays: removing it would let two processes lock two files of one name.
+/// An exclusive lock on a file beside the settings, held until this object is destroyed or the
+/// process ends, however it ends. The lock file is never removed, since two processes could then
+/// lock two files of the same name.
 class FileLock
 {
 public:
-    /// Does not wait. `inUse` when another holds it; nothing when it is held now. A lock on a file
-    /// that was removed since, or on one of another path, keeps nobody out: a new one is taken and
-    /// the old one given up.
-    std::optional<SettingsTrouble> acquire(const QString& path);
+    /// Does not wait. Returns `inUse` when another process holds the lock; no error when it is held
+    /// now. A lock on a file that was removed since, or on another path, excludes nobody: it is
+    /// released and a new one taken.
+    std::optional<SettingsError> acquire(const QString& path);
 
-    /// Whether it is held, and its path still leads to the file that is locked.
+    /// Whether the lock is held and its path still leads to the locked file.
     bool isInPlace() const;
 
 private:

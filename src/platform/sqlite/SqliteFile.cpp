@@ -13,23 +13,23 @@ namespace kelpa {
 
 namespace {
 
-/// "Klpa", so that `file` and others can tell whose database it is.
+/// "Klpa", by which `file` and other tools recognise the database.
 constexpr qint64 applicationID = 0x4b6c7061;
 constexpr qint64 formatVersion = 1;
 
-/// Of the settings, in this order, the first has to come before the file's first page is written.
-/// A save writes whole values of a megabyte, so large pages spare copying and checksums. Freed
-/// pages are not filled with zeroes, which some builds of SQLite do unasked: it doubles what is
-/// written. Changed pages stay in memory until the transaction ends: spilled ones would be written
-/// twice. The log is left to grow to some saves of a large board before it is copied back, and is
-/// then overwritten from its beginning, which costs a tenth of making a file longer.
+/// Applied in this order; the page size must be set before the file's first page is written. A save
+/// writes whole values of a megabyte, so large pages save copying and checksums. Freed pages are
+/// not zeroed, which some builds of SQLite do by default and which doubles the bytes written.
+/// Changed pages stay in memory until the transaction ends, since spilled ones would be written
+/// twice. The write-ahead log grows to several saves of a large board before a checkpoint, and is
+/// then overwritten from its beginning, which costs a tenth of extending a file.
 constexpr std::array durability{
     "PRAGMA page_size = 16384",     "PRAGMA journal_mode = WAL",  "PRAGMA synchronous = FULL",
     "PRAGMA secure_delete = FALSE", "PRAGMA cache_spill = FALSE", "PRAGMA wal_autocheckpoint = 512",
 };
 
-/// SQL that makes an empty file Kelpa's.
-QByteArray tableInEmptyFile()
+/// SQL that turns an empty file into Kelpa's database.
+QByteArray tableCreationSql()
 {
     const QByteArrayList statements{
         "BEGIN IMMEDIATE",
@@ -41,32 +41,32 @@ QByteArray tableInEmptyFile()
     return statements.join(';');
 }
 
-SettingsTrouble troubleOf(int code)
+SettingsError errorFromCode(int code)
 {
     switch (code & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        return SettingsTrouble::busy;
+        return SettingsError::busy;
     case SQLITE_FULL:
-        return SettingsTrouble::full;
+        return SettingsError::full;
     case SQLITE_READONLY:
-        return SettingsTrouble::readOnly;
+        return SettingsError::readOnly;
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        return SettingsTrouble::damaged;
+        return SettingsError::damaged;
     case SQLITE_CANTOPEN:
     case SQLITE_PERM:
     case SQLITE_AUTH:
-        return SettingsTrouble::unreachable;
+        return SettingsError::unreachable;
     default:
-        return SettingsTrouble::failed;
+        return SettingsError::failed;
     }
 }
 
-std::optional<SettingsTrouble> unlessDone(int code)
+std::optional<SettingsError> errorUnlessDone(int code)
 {
     const bool isDone = code == SQLITE_OK || code == SQLITE_DONE || code == SQLITE_ROW;
-    return isDone ? std::nullopt : std::optional(troubleOf(code));
+    return isDone ? std::nullopt : std::optional(errorFromCode(code));
 }
 
 QString columnText(sqlite3_stmt* statement, int column)
@@ -99,7 +99,7 @@ std::optional<SettingsValue> columnValue(sqlite3_stmt* statement, int column)
     }
 }
 
-/// The text and the bytes stay with the caller until the statement is reset.
+/// The caller keeps the text or bytes alive until the statement is reset.
 int bind(sqlite3_stmt* statement, int index, const QString& text)
 {
     return sqlite3_bind_text16(statement, index, text.utf16(), static_cast<int>(text.size()) * 2,
@@ -131,26 +131,26 @@ void SqliteFile::FinalizeStatement::operator()(sqlite3_stmt* statement) const
 
 SqliteFile::~SqliteFile() = default;
 
-OrTrouble<std::unique_ptr<SqliteFile>> SqliteFile::open(const QString& path, Access access)
+SettingsResult<std::unique_ptr<SqliteFile>> SqliteFile::open(const QString& path, Access access)
 {
     std::unique_ptr<SqliteFile> file(new SqliteFile);
-    if (const auto trouble = file->connect(path, access))
-        return *trouble;
+    if (const auto error = file->connect(path, access))
+        return *error;
     return file;
 }
 
 int SqliteFile::waitForLock(void* file, int /*attempts*/)
 {
-    if (std::chrono::steady_clock::now() >= static_cast<SqliteFile*>(file)->m_deadline)
+    if (std::chrono::steady_clock::now() >= static_cast<SqliteFile*>(file)->m_lockDeadline)
         return 0;
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
     return 1;
 }
 
-std::optional<SettingsTrouble> SqliteFile::connect(const QString& path, Access access)
+std::optional<SettingsError> SqliteFile::connect(const QString& path, Access access)
 {
-    startWaiting();
-    // As a URI, since only that form can say that a file is immutable.
+    resetLockDeadline();
+    // A URI, since only that form can mark a file as immutable.
     QByteArray uri = "file:" + QFile::encodeName(path).toPercentEncoding("/");
     if (access == Access::immutable)
         uri += "?immutable=1";
@@ -160,21 +160,21 @@ std::optional<SettingsTrouble> SqliteFile::connect(const QString& path, Access a
         uri.constData(), &connection,
         mode | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     m_connection.reset(connection);
-    if (const auto trouble = unlessDone(code))
-        return trouble;
+    if (const auto error = errorUnlessDone(code))
+        return error;
     keepAsIs();
     sqlite3_busy_handler(connection, waitForLock, this);
 
-    if (const auto trouble = checkIdentity())
-        return trouble;
+    if (const auto error = checkIdentity())
+        return error;
     if (access != Access::readWrite)
         return std::nullopt;
     if (sqlite3_db_readonly(connection, "main") == 1)
-        return SettingsTrouble::readOnly;
-    return makeTable();
+        return SettingsError::readOnly;
+    return prepareTable();
 }
 
-std::optional<SettingsTrouble> SqliteFile::checkIdentity()
+std::optional<SettingsError> SqliteFile::checkIdentity()
 {
     const auto read = readIntegers({
         "PRAGMA application_id",
@@ -182,103 +182,104 @@ std::optional<SettingsTrouble> SqliteFile::checkIdentity()
         "SELECT count(*) FROM sqlite_schema",
         "SELECT count(*) FROM pragma_table_info('settings') WHERE name IN ('key', 'value')",
     });
-    if (const auto* const trouble = std::get_if<SettingsTrouble>(&read))
-        return *trouble;
+    if (const auto* const error = std::get_if<SettingsError>(&read))
+        return *error;
     const auto& [application, version, objects, columns] = std::get<0>(read);
     if (application != 0 && application != applicationID)
-        return SettingsTrouble::damaged;
+        return SettingsError::damaged;
     if (version > formatVersion)
-        return SettingsTrouble::newer;
+        return SettingsError::newer;
     m_hasTable = columns == 2;
-    return objects == 0 || m_hasTable ? std::nullopt : std::optional(SettingsTrouble::damaged);
+    return objects == 0 || m_hasTable ? std::nullopt : std::optional(SettingsError::damaged);
 }
 
-std::optional<SettingsTrouble> SqliteFile::makeTable()
+std::optional<SettingsError> SqliteFile::prepareTable()
 {
     for (const char* const sql : durability) {
-        if (const auto trouble = run(sql))
-            return trouble;
+        if (const auto error = run(sql))
+            return error;
     }
     const auto version = readIntegers({"PRAGMA user_version"});
-    if (const auto* const trouble = std::get_if<SettingsTrouble>(&version))
-        return *trouble;
+    if (const auto* const error = std::get_if<SettingsError>(&version))
+        return *error;
     if (std::get<0>(version).front() < formatVersion) {
-        if (const auto trouble = run(tableInEmptyFile().constData()))
-            return trouble;
+        if (const auto error = run(tableCreationSql().constData()))
+            return error;
     }
     m_hasTable = true;
-    OrTrouble<Statement> put = prepare("INSERT INTO settings(key, value) VALUES(?1, ?2) "
-                                       "ON CONFLICT(key) DO UPDATE SET value = excluded.value");
-    if (const auto* const trouble = std::get_if<SettingsTrouble>(&put))
-        return *trouble;
-    m_put = std::get<Statement>(std::move(put));
-    return unlessDone(
+    SettingsResult<Statement> upsert =
+        prepare("INSERT INTO settings(key, value) VALUES(?1, ?2) "
+                "ON CONFLICT(key) DO UPDATE SET value = excluded.value");
+    if (const auto* const error = std::get_if<SettingsError>(&upsert))
+        return *error;
+    m_upsert = std::get<Statement>(std::move(upsert));
+    return errorUnlessDone(
         sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr));
 }
 
-std::optional<SettingsTrouble> SqliteFile::run(const char* sql)
+std::optional<SettingsError> SqliteFile::run(const char* sql)
 {
-    return unlessDone(sqlite3_exec(m_connection.get(), sql, nullptr, nullptr, nullptr));
+    return errorUnlessDone(sqlite3_exec(m_connection.get(), sql, nullptr, nullptr, nullptr));
 }
 
 template <std::size_t Count>
-OrTrouble<std::array<std::int64_t, Count>>
-SqliteFile::readIntegers(const char* const (&questions)[Count])
+SettingsResult<std::array<std::int64_t, Count>>
+SqliteFile::readIntegers(const char* const (&queries)[Count])
 {
     std::array<std::int64_t, Count> integers{};
     for (std::size_t i = 0; i < Count; ++i) {
-        const OrTrouble<Statement> question = prepare(questions[i]);
-        if (const auto* const trouble = std::get_if<SettingsTrouble>(&question))
-            return *trouble;
-        sqlite3_stmt* const statement = std::get<Statement>(question).get();
+        const SettingsResult<Statement> query = prepare(queries[i]);
+        if (const auto* const error = std::get_if<SettingsError>(&query))
+            return *error;
+        sqlite3_stmt* const statement = std::get<Statement>(query).get();
         const int code = sqlite3_step(statement);
-        if (const auto trouble = unlessDone(code))
-            return *trouble;
+        if (const auto error = errorUnlessDone(code))
+            return *error;
         if (code == SQLITE_ROW)
             integers[i] = sqlite3_column_int64(statement, 0);
     }
     return integers;
 }
 
-OrTrouble<SqliteFile::Statement> SqliteFile::prepare(const char* sql)
+SettingsResult<SqliteFile::Statement> SqliteFile::prepare(const char* sql)
 {
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v2(m_connection.get(), sql, -1, &statement, nullptr);
-    if (const auto trouble = unlessDone(code))
-        return *trouble;
+    if (const auto error = errorUnlessDone(code))
+        return *error;
     return Statement(statement);
 }
 
 SqliteFile::StoredRows SqliteFile::readRows()
 {
-    // A file without the table is an empty one.
+    // A file without the table is empty.
     if (!m_hasTable)
         return {};
-    const OrTrouble<Statement> prepared = prepare("SELECT rowid FROM settings");
-    if (const auto* const trouble = std::get_if<SettingsTrouble>(&prepared))
-        return {{}, *trouble};
+    const SettingsResult<Statement> prepared = prepare("SELECT rowid FROM settings");
+    if (const auto* const error = std::get_if<SettingsError>(&prepared))
+        return {{}, *error};
     sqlite3_stmt* const statement = std::get<Statement>(prepared).get();
     StoredRows rows;
     int code = SQLITE_OK;
     while ((code = sqlite3_step(statement)) == SQLITE_ROW)
         rows.numbers.append(sqlite3_column_int64(statement, 0));
-    rows.trouble = unlessDone(code);
+    rows.error = errorUnlessDone(code);
     return rows;
 }
 
 FileContents SqliteFile::read()
 {
-    startWaiting();
+    resetLockDeadline();
     const StoredRows rows = readRows();
-    FileContents contents{{}, rows.trouble};
+    FileContents contents{{}, rows.error};
     if (rows.numbers.isEmpty())
         return contents;
 
-    // Row by row, so that a damaged one does not take the others with it.
-    const OrTrouble<Statement> prepared =
+    // Row by row, so that a damaged row does not hide the others.
+    const SettingsResult<Statement> prepared =
         prepare("SELECT key, value FROM settings WHERE rowid = ?1");
-    if (const auto* const trouble = std::get_if<SettingsTrouble>(&prepared))
-        return {{}, *trouble};
+    if (const auto* const error = std::get_if<SettingsError>(&prepared))
+        return {{}, *error};
     sqlite3_stmt* const statement = std::get<Statement>(prepared).get();
     for (const std::int64_t row : rows.numbers) {
         sqlite3_bind_int64(statement, 1, row);
@@ -286,38 +287,38 @@ FileContents SqliteFile::read()
         if (code == SQLITE_ROW) {
             if (std::optional<SettingsValue> value = columnValue(statement, 1))
                 contents.values.insert(columnText(statement, 0), *std::move(value));
-        } else if (const auto trouble = unlessDone(code)) {
-            contents.trouble = trouble;
+        } else if (const auto error = errorUnlessDone(code)) {
+            contents.error = error;
         }
         sqlite3_reset(statement);
     }
     return contents;
 }
 
-std::optional<SettingsTrouble> SqliteFile::writeRow(const QString& key, const SettingsValue& value)
+std::optional<SettingsError> SqliteFile::writeRow(const QString& key, const SettingsValue& value)
 {
-    int code = bind(m_put.get(), 1, key);
+    int code = bind(m_upsert.get(), 1, key);
     if (code == SQLITE_OK)
-        code = std::visit([this](const auto& v) { return bind(m_put.get(), 2, v); }, value);
+        code = std::visit([this](const auto& v) { return bind(m_upsert.get(), 2, v); }, value);
     if (code == SQLITE_OK)
-        code = sqlite3_step(m_put.get());
-    sqlite3_reset(m_put.get());
-    sqlite3_clear_bindings(m_put.get());
-    return unlessDone(code);
+        code = sqlite3_step(m_upsert.get());
+    sqlite3_reset(m_upsert.get());
+    sqlite3_clear_bindings(m_upsert.get());
+    return errorUnlessDone(code);
 }
 
-std::optional<SettingsTrouble> SqliteFile::write(const SettingsValues& values)
+std::optional<SettingsError> SqliteFile::write(const SettingsValues& values)
 {
-    startWaiting();
-    // The lock for writing is taken first, so that nothing later has to wait for one.
-    std::optional<SettingsTrouble> trouble = run("BEGIN IMMEDIATE");
-    for (auto row = values.begin(); !trouble && row != values.end(); ++row)
-        trouble = writeRow(row.key(), row.value());
-    if (!trouble)
-        trouble = run("COMMIT");
+    resetLockDeadline();
+    // Takes the write lock first, so that no later statement waits for one.
+    std::optional<SettingsError> error = run("BEGIN IMMEDIATE");
+    for (auto row = values.begin(); !error && row != values.end(); ++row)
+        error = writeRow(row.key(), row.value());
+    if (!error)
+        error = run("COMMIT");
     if (sqlite3_get_autocommit(m_connection.get()) == 0)
         run("ROLLBACK");
-    return trouble;
+    return error;
 }
 
 void SqliteFile::keepAsIs()

@@ -1,8 +1,8 @@
-// One connection to the file of settings: a table of keys and values behind SQLite's C interface.
+// One connection to the settings file: a table of keys and values, through SQLite's C interface.
 #pragma once
 
 #include "platform/SettingsStore.h"
-#include "platform/sqlite/SettingsTrouble.h"
+#include "platform/sqlite/SettingsError.h"
 
 #include <QList>
 #include <QMap>
@@ -22,45 +22,45 @@ namespace kelpa {
 
 using SettingsValues = QMap<QString, SettingsValue>;
 
-/// What a file holds, as far as it can be read.
+/// The contents of a file, as far as they can be read.
 struct FileContents
 {
     SettingsValues values;
-    /// Why something is missing.
-    std::optional<SettingsTrouble> trouble;
+    /// Why something is missing; absent when everything was read.
+    std::optional<SettingsError> error;
 };
 
-/// Main thread. A function that returns a trouble has changed nothing in the file. None waits for
-/// another process's lock longer than `maxWait` altogether.
+/// Main thread. A function that returns an error has changed nothing in the file. No function waits
+/// for another process's lock longer than `maxWait` in total.
 class SqliteFile
 {
 public:
     enum class Access : std::uint8_t {
         readWrite,
         readOnly,
-        /// Looks neither for locks nor for a write-ahead log: for a file that nobody can write to.
+        /// Ignores locks and the write-ahead log: for a file that nobody can write to.
         immutable,
     };
 
     static constexpr std::chrono::milliseconds maxWait{20};
 
-    /// Opens the file, which must exist. With `readWrite`, also makes the table in an empty file
-    /// and sees to the settings of durability.
-    static OrTrouble<std::unique_ptr<SqliteFile>> open(const QString& path, Access access);
+    /// Opens the file, which must exist. With `readWrite`, also creates the table in an empty file
+    /// and sets the pragmas for durability.
+    static SettingsResult<std::unique_ptr<SqliteFile>> open(const QString& path, Access access);
 
     SqliteFile(const SqliteFile&) = delete;
     SqliteFile& operator=(const SqliteFile&) = delete;
     ~SqliteFile();
 
-    /// Every stored value, also those that can be read of a damaged file. Values of kinds that
-    /// settings do not have are left out.
+    /// Every stored value, including those that can be read from a damaged file. Leaves out values
+    /// of types that settings do not have.
     FileContents read();
 
-    /// Writes all of `values` in one transaction; on the disk when it returns nothing.
-    std::optional<SettingsTrouble> write(const SettingsValues& values);
+    /// Writes all of `values` in one transaction; they are on the disk when it returns no error.
+    std::optional<SettingsError> write(const SettingsValues& values);
 
-    /// Leaves file and log as they are when the connection closes, for a file that is damaged.
-    /// A connection begins so, and is complete once the file turned out to be Kelpa's.
+    /// Makes closing the connection leave file and log as they are, for a damaged file. Every
+    /// connection begins so, until the file has turned out to be Kelpa's.
     void keepAsIs();
 
 private:
@@ -78,28 +78,29 @@ private:
     struct StoredRows
     {
         QList<std::int64_t> numbers;
-        std::optional<SettingsTrouble> trouble;
+        std::optional<SettingsError> error;
     };
 
     SqliteFile() = default;
 
     static int waitForLock(void* file, int attempts);
-    void startWaiting() { m_deadline = std::chrono::steady_clock::now() + maxWait; }
+    void resetLockDeadline() { m_lockDeadline = std::chrono::steady_clock::now() + maxWait; }
 
-    std::optional<SettingsTrouble> connect(const QString& path, Access access);
-    std::optional<SettingsTrouble> checkIdentity();
-    std::optional<SettingsTrouble> makeTable();
-    std::optional<SettingsTrouble> run(const char* sql);
-    /// The first column of the first row that each question gives; 0 where it gives none.
+    std::optional<SettingsError> connect(const QString& path, Access access);
+    std::optional<SettingsError> checkIdentity();
+    std::optional<SettingsError> prepareTable();
+    std::optional<SettingsError> run(const char* sql);
+    /// The first column of the first row of each query; 0 where there is no row.
     template <std::size_t Count>
-    OrTrouble<std::array<std::int64_t, Count>> readIntegers(const char* const (&questions)[Count]);
-    OrTrouble<Statement> prepare(const char* sql);
-    std::optional<SettingsTrouble> writeRow(const QString& key, const SettingsValue& value);
+    SettingsResult<std::array<std::int64_t, Count>>
+    readIntegers(const char* const (&queries)[Count]);
+    SettingsResult<Statement> prepare(const char* sql);
+    std::optional<SettingsError> writeRow(const QString& key, const SettingsValue& value);
     StoredRows readRows();
 
-    std::chrono::steady_clock::time_point m_deadline;
+    std::chrono::steady_clock::time_point m_lockDeadline;
     Connection m_connection;
-    Statement m_put;
+    Statement m_upsert;
     bool m_hasTable = false;
 };
 

@@ -17,18 +17,18 @@ QString asidePrefix(const QString& key)
 
 SqliteSettingsStore::SqliteSettingsStore(const QString& path, Print print)
     : m_givenPath(QFileInfo(path).absoluteFilePath()), m_path(resolvedPath(m_givenPath)),
-      m_report(m_givenPath, std::move(print))
+      m_reporter(m_givenPath, std::move(print))
 {
-    if (const std::optional<SettingsTrouble> trouble = connect()) {
-        m_isAlreadyInUse = trouble == SettingsTrouble::inUse;
-        // What that means for the person is told by the one who asks for it.
+    if (const std::optional<SettingsError> error = connect()) {
+        m_isAlreadyInUse = error == SettingsError::inUse;
+        // The caller of isAlreadyInUse reports that to the person.
         if (!m_isAlreadyInUse)
-            m_report.tell(*trouble);
-        if (trouble != SettingsTrouble::newer)
-            loadForReadingOnly();
+            m_reporter.report(*error);
+        if (error != SettingsError::newer)
+            loadReadOnly();
     }
     m_hasStarted = true;
-    // What a damaged file still held goes into the new one.
+    // Writes what was read from a damaged file into the new one.
     if (m_file)
         flush();
 }
@@ -59,7 +59,7 @@ bool SqliteSettingsStore::copyAside(const QString& key)
     const std::optional<SettingsValue> present = value(key);
     if (!present)
         return true;
-    // A value that is unreadable at every start is kept once.
+    // A value that fails to decode at every start is copied only once.
     const QString prefix = asidePrefix(key);
     for (auto copy = m_stored.lowerBound(prefix);
          copy != m_stored.end() && copy.key().startsWith(prefix); ++copy) {
@@ -71,71 +71,71 @@ bool SqliteSettingsStore::copyAside(const QString& key)
 
 bool SqliteSettingsStore::flush()
 {
-    // A file that was removed or replaced would take what is written with it; without the lock in
-    // its place, another Kelpa may have opened the file.
+    // A file that was removed or replaced would lose what is written to it; without the lock file
+    // in place, another Kelpa may have opened the board.
     const bool isGone = m_file && (FileIdentity::of(m_path) != m_identity || !m_lock.isInPlace());
     if (isGone)
         m_file.reset();
-    std::optional<SettingsTrouble> trouble;
+    std::optional<SettingsError> error;
     if (isGone || (!m_file && (!m_isLoaded || !m_pending.isEmpty())))
-        trouble = connect();
-    if (!trouble && !m_pending.isEmpty())
-        trouble = writePending();
-    // Memory holds all that the file held; what else was in it stays in the renamed one.
-    if (trouble == SettingsTrouble::damaged && m_file) {
-        trouble = replaceDamaged({});
-        if (!trouble)
-            trouble = writePending();
+        error = connect();
+    if (!error && !m_pending.isEmpty())
+        error = writePending();
+    // Memory holds every value of the file; anything else stays in the renamed one.
+    if (error == SettingsError::damaged && m_file) {
+        error = replaceDamaged({});
+        if (!error)
+            error = writePending();
     }
-    if (trouble)
-        m_report.tell(*trouble);
+    if (error)
+        m_reporter.report(*error);
     else if (m_file)
-        m_report.recovered();
+        m_reporter.recovered();
     return m_isLoaded && m_pending.isEmpty();
 }
 
-std::optional<SettingsTrouble> SqliteSettingsStore::connect()
+std::optional<SettingsError> SqliteSettingsStore::connect()
 {
     m_path = resolvedPath(m_givenPath);
-    if (const auto trouble = makeSettingsFolder(m_path))
-        return trouble;
-    if (const auto trouble = m_lock.acquire(m_path + QStringLiteral(".lock")))
-        return trouble;
+    if (const auto error = makeSettingsFolder(m_path))
+        return error;
+    if (const auto error = m_lock.acquire(m_path + QStringLiteral(".lock")))
+        return error;
     const FileContents found = openFile();
-    const std::optional<SettingsTrouble> trouble =
-        found.trouble == SettingsTrouble::damaged ? replaceDamaged(found.values) : found.trouble;
-    if (trouble)
+    const std::optional<SettingsError> error =
+        found.error == SettingsError::damaged ? replaceDamaged(found.values) : found.error;
+    if (error)
         m_file.reset();
-    return trouble;
+    return error;
 }
 
-std::optional<SettingsTrouble> SqliteSettingsStore::replaceDamaged(const SettingsValues& found)
+std::optional<SettingsError> SqliteSettingsStore::replaceDamaged(const SettingsValues& found)
 {
-    if (const auto trouble = moveAside(found))
-        return trouble;
-    return openFile().trouble;
+    if (const auto error = moveAside(found))
+        return error;
+    return openFile().error;
 }
 
-/// What of the file can be read, of which memory has taken note where there is no trouble.
+/// Opens and reads the file; merges its values into memory unless there is an error.
 FileContents SqliteSettingsStore::openFile()
 {
-    if (const auto trouble = makeSettingsFile(m_path))
-        return {{}, trouble};
+    if (const auto error = makeSettingsFile(m_path))
+        return {{}, error};
     auto opened = SqliteFile::open(m_path, SqliteFile::Access::readWrite);
-    if (const auto* const trouble = std::get_if<SettingsTrouble>(&opened))
-        return {{}, *trouble};
+    if (const auto* const error = std::get_if<SettingsError>(&opened))
+        return {{}, *error};
     m_file = std::get<0>(std::move(opened));
     FileContents found = m_file->read();
-    if (!found.trouble) {
+    if (!found.error) {
         m_identity = FileIdentity::of(m_path);
-        adopt(found.values);
+        mergeStored(found.values);
     }
     return found;
 }
 
-/// Takes what a newly opened file holds for what is stored, and what memory has beyond that for
-/// what is still to be written.
-void SqliteSettingsStore::adopt(const SettingsValues& found)
+/// Makes the values of a newly opened file the stored ones, and those that only memory has the
+/// pending ones.
+void SqliteSettingsStore::mergeStored(const SettingsValues& found)
 {
     for (const auto& [key, value] : std::as_const(m_stored).asKeyValueRange()) {
         if (!m_pending.contains(key) && !found.contains(key))
@@ -156,16 +156,16 @@ void SqliteSettingsStore::adopt(const SettingsValues& found)
     dropUnchanged();
 }
 
-/// Renames the damaged file; `found`, what could be read of it, goes into the next one.
-std::optional<SettingsTrouble> SqliteSettingsStore::moveAside(const SettingsValues& found)
+/// Renames the damaged file; `found`, what could be read from it, becomes pending for the next one.
+std::optional<SettingsError> SqliteSettingsStore::moveAside(const SettingsValues& found)
 {
     if (m_file)
         m_file->keepAsIs();
     const std::optional<QString> newPath = moveSettingsFileAside(m_path);
     m_file.reset();
     if (!newPath)
-        return SettingsTrouble::damaged;
-    m_report.tellMovedAside(*newPath);
+        return SettingsError::damaged;
+    m_reporter.reportMovedAside(*newPath);
     for (const auto& [key, value] : found.asKeyValueRange()) {
         if (!m_stored.contains(key) && !m_pending.contains(key))
             m_pending.insert(key, value);
@@ -173,43 +173,43 @@ std::optional<SettingsTrouble> SqliteSettingsStore::moveAside(const SettingsValu
     return std::nullopt;
 }
 
-void SqliteSettingsStore::loadForReadingOnly()
+void SqliteSettingsStore::loadReadOnly()
 {
     if (!FileIdentity::of(m_path))
         return;
     for (const auto access : {SqliteFile::Access::readOnly, SqliteFile::Access::immutable}) {
-        // Without its log the file may be older than what was saved.
+        // Without its log the file may be older than the last save.
         const bool hasLog = QFileInfo(m_path + QStringLiteral("-wal")).size() > 0;
         if (access == SqliteFile::Access::immutable && hasLog)
             return;
         const auto opened = SqliteFile::open(m_path, access);
-        const auto* const closed = std::get_if<SettingsTrouble>(&opened);
+        const auto* const closed = std::get_if<SettingsError>(&opened);
         const FileContents found = closed ? FileContents{{}, *closed} : std::get<0>(opened)->read();
-        // More than what can be read of a damaged file will never be.
-        if (!found.trouble || found.trouble == SettingsTrouble::damaged) {
+        // A damaged file will never give more than what can be read now.
+        if (!found.error || found.error == SettingsError::damaged) {
             m_stored = found.values;
             m_isLoaded = true;
             return;
         }
-        // Without regard to locks, one would read what another program is just changing.
-        if (found.trouble == SettingsTrouble::busy)
+        // Ignoring locks would read what another program is changing right now.
+        if (found.error == SettingsError::busy)
             return;
     }
 }
 
-std::optional<SettingsTrouble> SqliteSettingsStore::writePending()
+std::optional<SettingsError> SqliteSettingsStore::writePending()
 {
     SettingsValues rows = m_pending;
     for (const QString& key : std::as_const(m_unseen)) {
         if (m_pending.contains(key) && m_stored.contains(key))
             rows.insert(asideKey(key), m_stored.value(key));
     }
-    const std::optional<SettingsTrouble> trouble = m_file->write(rows);
-    if (trouble) {
-        // After an error of the disk the connection cannot be trusted to know the file.
-        if (trouble == SettingsTrouble::failed || trouble == SettingsTrouble::unreachable)
+    const std::optional<SettingsError> error = m_file->write(rows);
+    if (error) {
+        // After a disk error the connection's view of the file is not reliable.
+        if (error == SettingsError::failed || error == SettingsError::unreachable)
             m_file.reset();
-        return trouble;
+        return error;
     }
     for (const auto& [key, value] : std::as_const(rows).asKeyValueRange()) {
         m_unseen.remove(key);
@@ -229,7 +229,7 @@ void SqliteSettingsStore::dropUnchanged()
 
 QString SqliteSettingsStore::asideKey(const QString& key) const
 {
-    const QString base = asidePrefix(key) + asideStamp();
+    const QString base = asidePrefix(key) + asideTimestamp();
     QString name = base;
     for (int i = 2; value(name); ++i)
         name = base + u'-' + QString::number(i);

@@ -1,4 +1,4 @@
-// The settings in one SQLite file (docs/persistence.md tells its form).
+// The settings in one SQLite file (docs/persistence.md describes its format).
 #pragma once
 
 #include "platform/SettingsStore.h"
@@ -12,31 +12,32 @@
 
 namespace kelpa {
 
-/// All values are held in memory; the file follows each write, in one transaction that survives a
-/// power cut. What cannot be written is kept and written with a later call. Nothing that stands in
-/// the file is destroyed unseen: a value that nobody was given is first copied aside, and a file
-/// that is damaged or another program's is renamed. Main thread. Beside the disk, a call waits for
-/// another program's lock at most 20 ms; 60 ms where it has to open the file anew, and 80 ms when
-/// this object is made.
+/// Holds all values in memory and writes each change to the file, in one transaction that survives
+/// a power cut. Keeps what cannot be written and writes it with a later call. Destroys nothing in
+/// the file unread: a value that no caller has received is copied aside before it is replaced, and
+/// a file that is damaged or another program's is renamed. Main thread. Besides the disk, a call
+/// waits for another program's lock at most 20 ms; 60 ms where it has to reopen the file, and 80 ms
+/// in the constructor.
 class SqliteSettingsStore final : public SettingsStore
 {
 public:
-    using Print = SettingsTroubleReport::Print;
+    using Print = SettingsErrorReporter::Print;
 
-    /// Makes file and folder where there are none; follows symbolic links. `print` gets one line
-    /// per kind of trouble.
+    /// Creates file and folder where there are none; follows symbolic links. `print` receives one
+    /// line for each kind of error.
     explicit SqliteSettingsStore(const QString& path, Print print = printOnStandardError);
     ~SqliteSettingsStore() override;
 
-    /// Another process had the file when this object was made: the values are those it had written
-    /// by then, and this object writes nothing while the other runs. Nothing was printed about it.
+    /// Another process had the file open when this object was constructed: the values are those
+    /// that it had written by then, and this object writes nothing while it runs. Not reported
+    /// through `print`.
     bool isAlreadyInUse() const { return m_isAlreadyInUse; }
 
-    /// The file itself, at the end of all symbolic links.
+    /// The file itself, with all symbolic links resolved.
     const QString& path() const { return m_path; }
 
-    /// True from the start on where the file can at least be read, and where it could be made. A
-    /// file that is not there and cannot be made may yet come, with the disk it stands on.
+    /// True from the start where the file can be read or created. A file that is missing and cannot
+    /// be created may still appear, with the disk that it is on.
     bool isLoaded() const override { return m_isLoaded; }
     std::optional<SettingsValue> value(const QString& key) const override;
     bool write(const std::vector<SettingsEntry>& entries) override;
@@ -44,31 +45,31 @@ public:
     bool flush() override;
 
 private:
-    std::optional<SettingsTrouble> connect();
+    std::optional<SettingsError> connect();
     FileContents openFile();
-    std::optional<SettingsTrouble> moveAside(const SettingsValues& found);
-    std::optional<SettingsTrouble> replaceDamaged(const SettingsValues& found);
-    void adopt(const SettingsValues& found);
-    void loadForReadingOnly();
-    std::optional<SettingsTrouble> writePending();
+    std::optional<SettingsError> moveAside(const SettingsValues& found);
+    std::optional<SettingsError> replaceDamaged(const SettingsValues& found);
+    void mergeStored(const SettingsValues& found);
+    void loadReadOnly();
+    std::optional<SettingsError> writePending();
     void dropUnchanged();
     QString asideKey(const QString& key) const;
 
     const QString m_givenPath;
     /// The file that `m_givenPath` leads to.
     QString m_path;
-    SettingsTroubleReport m_report;
+    SettingsErrorReporter m_reporter;
     FileLock m_lock;
     std::unique_ptr<SqliteFile> m_file;
     std::optional<FileIdentity> m_identity;
-    /// What the file holds, as far as is known.
+    /// The contents of the file, as far as known.
     SettingsValues m_stored;
-    /// What the file shall hold and does not yet.
+    /// Values still to be written to the file.
     SettingsValues m_pending;
-    /// Keys of which the file was found to hold another value than this object had given, and
-    /// which nobody has asked for since.
+    /// Keys whose value in the file was found to differ from what this object had returned, and
+    /// which no caller has read since.
     mutable QSet<QString> m_unseen;
-    /// What a file that is opened from now on holds comes as news.
+    /// Values in a file that is opened from now on are unseen.
     bool m_hasStarted = false;
     bool m_isLoaded = false;
     bool m_isAlreadyInUse = false;

@@ -60,7 +60,7 @@ CaptureRequest PreviewCaptures::nextRequest()
     // What the window server holds to have been given last may have been thrown away unseen.
     const bool isLastPictureShown = m_previews.contains(window) && !m_unapplied.contains(window);
     const CaptureNeed need = isLastPictureShown ? CaptureNeed::ifChanged : CaptureNeed::always;
-    return {window, m_pixels, need, windowsOfNextTurns(turn, m_windows)};
+    return {window, m_pixels, need, windowsOfUpcomingTurns(turn, m_windows)};
 }
 
 void PreviewCaptures::finish(WindowID window, const PreviewCaptureBatch& batch)

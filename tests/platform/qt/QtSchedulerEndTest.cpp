@@ -1,4 +1,4 @@
-// How the scheduler ends, and what runs then.
+// The shutdown of the scheduler, with work still running.
 #include "platform/qt/QtSchedulerFixture.h"
 
 #include <atomic>
@@ -33,7 +33,7 @@ TEST_F(QtSchedulerShutdown, Shutting_down_waits_for_running_work_and_drops_its_r
     EXPECT_FALSE(isDelivered);
 }
 
-TEST_F(QtSchedulerShutdown, Shutting_down_tells_of_work_that_is_stuck)
+TEST_F(QtSchedulerShutdown, Shutting_down_reports_work_that_is_stuck)
 {
     std::binary_semaphore stuck(0);
     std::atomic<bool> hasStarted = false;
@@ -77,7 +77,7 @@ TEST(QtSchedulerEnd, A_dropped_handle_and_then_the_scheduler_leave_nothing_behin
     runDueEvents();
 }
 
-TEST(QtSchedulerEnd, Running_work_is_told_to_stop)
+TEST(QtSchedulerEnd, Running_work_is_asked_to_stop)
 {
     std::binary_semaphore started{0};
     std::atomic<bool> hasStopped = false;
@@ -96,7 +96,7 @@ TEST(QtSchedulerEnd, Running_work_is_told_to_stop)
     EXPECT_TRUE(hasStopped);
 }
 
-TEST(QtSchedulerEnd, Work_that_is_stuck_holds_up_the_end_only_for_a_moment_and_ends_unheard)
+TEST(QtSchedulerEnd, Work_that_is_stuck_holds_up_the_end_only_for_a_moment_and_its_end_is_ignored)
 {
     struct Gates
     {
@@ -123,14 +123,14 @@ TEST(QtSchedulerEnd, Work_that_is_stuck_holds_up_the_end_only_for_a_moment_and_e
     runDueEvents();
 }
 
-TEST(QtSchedulerEnd, A_thousand_pieces_of_work_are_started_and_cancelled_while_others_run)
+TEST(QtSchedulerEnd, A_thousand_jobs_are_started_and_cancelled_while_others_run)
 {
     std::atomic<int> begun = 0;
     int delivered = 0;
     int kept = 0;
     {
         QtScheduler scheduler;
-        const Heartbeat heartbeat;
+        const EventLoopWaker waker;
         std::vector<TaskHandle> handles(16);
         for (int i = 0; i < 1000; ++i) {
             handles[static_cast<std::size_t>(i) % handles.size()] = scheduler.inBackground(

@@ -29,17 +29,17 @@ bool eventually(Condition isMet)
     return isMet();
 }
 
-/// Wakes the event loop while `eventually` waits, so that it looks at its deadline.
-class Heartbeat
+/// Wakes the event loop while `eventually` waits, so that it checks its deadline.
+class EventLoopWaker
 {
 public:
-    Heartbeat() { m_timer.start(5); }
+    EventLoopWaker() { m_timer.start(5); }
 
 private:
     QTimer m_timer;
 };
 
-/// Runs what is due now, several times over.
+/// Runs all events that are due now, repeatedly, since one may cause another.
 inline void runDueEvents()
 {
     for (int i = 0; i < 5; ++i)
@@ -51,7 +51,7 @@ class QtSchedulerTest : public testing::Test
 {
 protected:
     QtScheduler scheduler;
-    Heartbeat heartbeat;
+    EventLoopWaker waker;
     const std::thread::id mainThread = std::this_thread::get_id();
 };
 

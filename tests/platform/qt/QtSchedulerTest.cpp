@@ -60,7 +60,7 @@ TEST_F(QtSchedulerTest, A_timer_may_be_cancelled_from_within_its_callback)
     handle = scheduler.repeat(1ms, [&, name = std::string(100, 'x')] {
         ++ticks;
         handle.reset();
-        // What the function holds is still there.
+        // The function's captures are still alive.
         EXPECT_EQ(name, std::string(100, 'x'));
     });
     ASSERT_TRUE(eventually([&] { return ticks > 0; }));
@@ -201,7 +201,7 @@ TEST_F(QtSchedulerTest, A_handle_may_be_destroyed_from_within_its_own_delivery)
     EXPECT_TRUE(eventually([&] { return deliveries == 1; }));
 }
 
-TEST_F(QtSchedulerTest, What_the_functions_hold_is_let_go_on_the_main_thread)
+TEST_F(QtSchedulerTest, The_functions_are_destroyed_on_the_main_thread)
 {
     struct Witness
     {

@@ -18,7 +18,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How often a thread of this process has begun to wait.
+/// How often threads of this process have gone to sleep.
 int waits(pid_t thread)
 {
     QFile status(QStringLiteral("/proc/self/task/%1/status").arg(thread));
@@ -59,12 +59,12 @@ TEST(WorkerPool, A_task_wakes_one_thread)
         pool.start([&isDone] { isDone.release(); });
         isDone.acquire();
     }
-    // Were all of them woken, it would be three times the tasks.
+    // Waking all of them would give three times the number of tasks.
     EXPECT_LT(waitsOfAll() - before, 2 * tasks);
     EXPECT_TRUE(pool.finish(10s));
 }
 
-TEST(WorkerPool, A_task_that_comes_after_the_end_is_dropped)
+TEST(WorkerPool, A_task_after_the_end_is_dropped)
 {
     WorkerPool pool(1);
     EXPECT_TRUE(pool.finish(10s));

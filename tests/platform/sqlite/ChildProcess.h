@@ -1,4 +1,5 @@
-// Work in a child process, for what a test cannot do to itself: die, lose its rights, fill a disk.
+// Runs work in a child process that a test cannot run itself: dying, dropping rights, filling a
+// disk.
 #pragma once
 
 #include <functional>
@@ -13,14 +14,14 @@ bool succeedsInChild(const std::function<bool()>& work);
 /// Starts `work` in a child; it ends with `work`'s result, or when it is killed.
 pid_t startChild(const std::function<bool()>& work);
 
-/// Ends the child at once, as a power cut would end all of it but the disk.
+/// Kills the child at once, as a power cut would, except for the page cache.
 void killChild(pid_t child);
 
-/// Makes this process one that file permissions hold for, also when it runs as root.
+/// Makes file permissions apply to this process, also when it runs as root.
 bool giveUpRights();
 
-/// Gives this process a file system in memory at `folder` with tmpfs `options` ("size=1m"), which
-/// no other process sees.
+/// Mounts a file system in memory for this process at `folder` with tmpfs `options` ("size=1m"),
+/// which no other process sees.
 bool mountSmallDisk(const char* folder, const char* options);
 
 } // namespace kelpa::test

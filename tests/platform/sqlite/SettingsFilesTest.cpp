@@ -101,7 +101,7 @@ TEST(SettingsFiles, A_lock_is_held_by_one_and_free_again_after_it)
         EXPECT_EQ(first.acquire(path), std::nullopt);
         EXPECT_EQ(first.acquire(path), std::nullopt);
         FileLock second;
-        EXPECT_EQ(second.acquire(path), SettingsTrouble::inUse);
+        EXPECT_EQ(second.acquire(path), SettingsError::inUse);
     }
     FileLock third;
     EXPECT_EQ(third.acquire(path), std::nullopt);

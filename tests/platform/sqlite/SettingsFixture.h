@@ -1,4 +1,4 @@
-// A folder of its own for each test, and a store in it whose messages are collected.
+// A temporary folder for each test, and a store in it whose messages are recorded.
 #pragma once
 
 #include "platform/sqlite/RawDatabase.h"

@@ -81,7 +81,7 @@ TEST_F(SettingsFixture, A_program_killed_at_any_moment_leaves_a_whole_save_and_n
         const auto now = std::chrono::steady_clock::now();
         last = lastReported(ends[0], now + std::chrono::microseconds(random() % 60'000), last);
         killChild(child);
-        // What was reported between the last look and the end counts too.
+        // Reports between the last poll and the end count too.
         last = lastReported(ends[0], std::chrono::steady_clock::now() + 1s, last);
         ::close(ends[0]);
 
@@ -95,7 +95,7 @@ TEST_F(SettingsFixture, A_program_killed_at_any_moment_leaves_a_whole_save_and_n
         last = number;
     }
     EXPECT_TRUE(messages.isEmpty());
-    // Otherwise the program was killed before it had begun.
+    // Otherwise most of them were killed before they had begun.
     EXPECT_GT(last, crashes / 2);
     RecordProperty("saves", last);
 }

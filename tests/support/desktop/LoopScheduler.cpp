@@ -13,7 +13,7 @@ namespace kelpa::test {
 
 namespace {
 
-/// The object may be the one whose event is being handled.
+/// Deletes later, since the object may be handling an event right now.
 struct DeleteLater
 {
     void operator()(QObject* object) const { object->deleteLater(); }

@@ -1,12 +1,12 @@
-// A scheduler on real time, for tests in which real programs take part.
+// A scheduler in real time, for tests with real programs.
 #pragma once
 
 #include "platform/Scheduler.h"
 
 namespace kelpa::test {
 
-/// Needs a QCoreApplication whose events are handled, as `waitUntil` does. Every background work
-/// has a thread of its own, which ends before its handle is gone.
+/// Needs a QCoreApplication that processes events, as `waitUntil` does. Every background job has a
+/// thread of its own, which the destruction of the handle joins.
 class LoopScheduler : public Scheduler
 {
 public:
@@ -17,6 +17,20 @@ public:
 protected:
     TaskHandle startInBackground(BackgroundWork work) override;
     TaskHandle startAwaiting(Duration limit, BackgroundWork work) override;
+};
+
+/// Never fires repeating timers, so that only events can make something happen.
+class TimerlessScheduler : public LoopScheduler
+{
+public:
+    [[nodiscard]] TaskHandle repeat(Duration /*interval*/, std::function<void()> /*tick*/) override
+    {
+        return std::make_unique<Never>();
+    }
+
+private:
+    class Never : public ScheduledWork
+    {};
 };
 
 } // namespace kelpa::test

@@ -97,7 +97,7 @@ XServer::XServer(const QStringList& options)
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     endWithParent(m_process);
-    // It writes its display's number to its standard output once it takes connections.
+    // Xvfb writes its display number to standard output once it accepts connections.
     const QStringList usual{QStringLiteral("-displayfd"),  QStringLiteral("1"),
                             QStringLiteral("-screen"),     QStringLiteral("0"),
                             QStringLiteral("1280x800x24"), QStringLiteral("-nolisten"),
@@ -151,15 +151,15 @@ WindowManager::WindowManager(const QByteArray& display, WindowManagerKind kind)
         {QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")},
         {QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/nonexistent")}};
     if (kind == WindowManagerKind::xfwm4) {
-        // It does not start without its settings service.
+        // Does not start without its settings service.
         m_bus = std::make_unique<SessionBus>(m_home.path());
         environment[QStringLiteral("DBUS_SESSION_BUS_ADDRESS")] = m_bus->address();
     }
     const QStringList command = commandOf(kind);
     m_program = std::make_unique<Program>(display, command.front(), command.mid(1), environment);
 
-    // Some announce themselves before they manage windows, and a window that is opened in between
-    // may have to wait for the next one.
+    // Some window managers announce themselves before they manage windows, and may ignore a window
+    // that is opened in between until the next one appears.
     TestClient client(display);
     for (int attempt = 0; attempt < 40; ++attempt) {
         const xcb_window_t probe = client.open({});

@@ -1,4 +1,4 @@
-// Programs that a desktop test starts; each ends when its object is dropped.
+// Programs that a desktop test starts; each is terminated when its object is destroyed.
 #pragma once
 
 #include <QByteArray>
@@ -17,7 +17,7 @@ namespace kelpa::test {
 class Program
 {
 public:
-    /// Aborts the test program when `program` cannot be started. `environment` comes on top of this
+    /// Aborts the test program when `program` cannot be started. `environment` is added to this
     /// program's own.
     Program(const QByteArray& display, const QString& program, const QStringList& arguments,
             const QMap<QString, QString>& environment = {});
@@ -26,7 +26,7 @@ public:
     ~Program();
 
     qint64 processID() const { return m_process.processId(); }
-    /// Ends it at once, as a crash would.
+    /// Kills it at once, as a crash would.
     void kill();
 
 private:

@@ -1,5 +1,5 @@
-// A client of an X server whose windows can be given any property, also ones that no honest program
-// would have.
+// An X client whose windows can have any property, including ones that no honest program would
+// set.
 #pragma once
 
 #include <QByteArray>
@@ -24,14 +24,14 @@ struct TestWindow
     /// Both parts of WM_CLASS; none when empty.
     QByteArray windowClass = {};
     bool isOverrideRedirect = false;
-    /// What the server paints where the window was not drawn to: 0xRRGGBB, or with alpha in front
-    /// for a translucent window; whatever was there before when absent.
+    /// The background that the server paints: 0xRRGGBB, or 0xAARRGGBB for a translucent window;
+    /// absent leaves the previous contents.
     std::optional<std::uint32_t> background = std::nullopt;
     /// 32 bits deep.
     bool isTranslucent = false;
 };
 
-/// A connection and the windows it made, all of which go when it is dropped.
+/// A connection and its windows, all of which are destroyed with this object.
 class TestClient
 {
 public:
@@ -72,7 +72,7 @@ public:
     /// All items of a 32-bit property; empty when there is none.
     std::vector<std::uint32_t> words(xcb_window_t window, const QByteArray& name);
 
-    /// Asks the window manager, as a pager would.
+    /// Sends a request to the window manager, as a pager does.
     void request(xcb_window_t window, const QByteArray& message,
                  const std::array<std::uint32_t, 5>& data);
     void minimize(xcb_window_t window);
@@ -83,13 +83,13 @@ public:
     bool isManaged();
     /// Whether the window manager's list has the window.
     bool isListed(xcb_window_t window);
-    /// Whether the server draws it, on the screen or where its contents are kept.
+    /// Whether the server draws the window, on the screen or into its window pixmap.
     bool isShown(xcb_window_t window);
-    /// The client messages of this type that have arrived; all that has arrived is thrown away.
+    /// The received client messages of this type; discards all received events.
     int countMessages(const QByteArray& type);
-    /// The windows that have been asked to close; all else that has arrived is thrown away.
+    /// The windows that were asked to close; discards all received events.
     std::vector<xcb_window_t> deletions();
-    /// Returns when the server has carried out everything asked so far.
+    /// Returns when the server has processed all requests so far.
     void sync();
 
 private:

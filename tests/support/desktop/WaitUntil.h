@@ -1,4 +1,4 @@
-// Waiting for what another program does.
+// Waits for what another program does.
 #pragma once
 
 #include <QCoreApplication>
@@ -8,8 +8,8 @@
 
 namespace kelpa::test {
 
-/// Asks `condition` again and again, letting events be handled in between, until it holds or the
-/// deadline has passed. Whether it held.
+/// Polls `condition`, processing events in between, until it holds or the deadline has passed;
+/// whether it held.
 template <class Condition>
 bool waitUntil(Condition condition,
                std::chrono::milliseconds deadline = std::chrono::milliseconds(10000))

@@ -13,7 +13,7 @@
 
 namespace kelpa::test {
 
-/// Knows no desktop entries: an application is named as its window class is.
+/// Knows no desktop entries: an application is named after its window class.
 class ClassNameResolver : public ApplicationResolver
 {
 public:
@@ -23,7 +23,7 @@ public:
     }
 };
 
-/// Takes every reservation and remembers the last one.
+/// Accepts every reservation and remembers the last one.
 class MemoryReservation : public NumberReservation
 {
 public:
@@ -40,7 +40,7 @@ public:
     bool isFailing = false;
 };
 
-/// What a window server is built from, on a display.
+/// The parts of a window server on a display.
 struct X11Surroundings
 {
     std::unique_ptr<x11::X11WindowServer>
@@ -62,14 +62,14 @@ struct X11Surroundings
     LoopScheduler scheduler;
 };
 
-/// The windows of one look; empty when the list is absent.
+/// The windows of one discovery pass; empty when the list is absent.
 inline std::vector<WindowListEntry> look(x11::X11WindowServer& server,
                                          WindowListScope scope = WindowListScope::all)
 {
     return server.openDiscoverySource()->windowList(scope).value_or(std::vector<WindowListEntry>());
 }
 
-/// The entry with the title; absent when none or several have it.
+/// The entry with `title`; absent when none or several have it.
 inline std::optional<WindowListEntry> entryNamed(const std::vector<WindowListEntry>& entries,
                                                  const QString& title)
 {

@@ -20,7 +20,7 @@ X11OwnWindow::watchOcclusion(std::uint32_t window, std::function<void(bool isOcc
     return std::make_unique<OcclusionMonitor>(m_connector, m_scheduler, window, std::move(changed));
 }
 
-void X11OwnWindow::requestFront(std::uint32_t window, const FrontOccasion& occasion)
+void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& occasion)
 {
     const std::optional<InputTime> time =
         occasion.inputTime ? occasion.inputTime : startupTime(occasion.startupID);

@@ -15,7 +15,7 @@ using namespace test;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class SqliteTrouble : public SettingsFixture
+class SqliteErrors : public SettingsFixture
 {
 protected:
     QString hidden = folder.filePath(QStringLiteral("hidden"));
@@ -35,7 +35,7 @@ protected:
     }
 };
 
-TEST_F(SqliteTrouble, While_the_file_cannot_be_reached_the_board_lives_in_memory)
+TEST_F(SqliteErrors, While_the_file_cannot_be_reached_the_board_lives_in_memory)
 {
     ASSERT_TRUE(QDir().mkdir(path));
     const auto store = openStore();
@@ -55,7 +55,7 @@ TEST_F(SqliteTrouble, While_the_file_cannot_be_reached_the_board_lives_in_memory
                 ElementsAre(sortingKey, goalsKey, languageKey));
 }
 
-TEST_F(SqliteTrouble, A_path_below_a_file_is_no_crash)
+TEST_F(SqliteErrors, A_path_below_a_file_is_no_crash)
 {
     setContents(path, "a file");
     path += QStringLiteral("/kelpa/kelpa.sqlite");
@@ -65,7 +65,7 @@ TEST_F(SqliteTrouble, A_path_below_a_file_is_no_crash)
     EXPECT_EQ(messages.size(), 1);
 }
 
-TEST_F(SqliteTrouble, A_pipe_in_the_files_place_stops_nothing)
+TEST_F(SqliteErrors, A_pipe_in_the_files_place_stops_nothing)
 {
     ASSERT_EQ(::mkfifo(path.toUtf8().constData(), 0600), 0);
     const auto store = openStore();
@@ -73,7 +73,7 @@ TEST_F(SqliteTrouble, A_pipe_in_the_files_place_stops_nothing)
     EXPECT_EQ(messages.size(), 1);
 }
 
-TEST_F(SqliteTrouble, What_could_not_be_read_at_start_is_copied_aside_before_it_is_overwritten)
+TEST_F(SqliteErrors, What_could_not_be_read_at_start_is_copied_aside_before_it_is_overwritten)
 {
     hideFile();
     const auto store = openStore();
@@ -91,7 +91,7 @@ TEST_F(SqliteTrouble, What_could_not_be_read_at_start_is_copied_aside_before_it_
     EXPECT_THAT(copiesAside(goalsKey), ElementsAre(u"[1]"));
 }
 
-TEST_F(SqliteTrouble, What_is_stored_counts_as_loaded_once_it_could_be_read)
+TEST_F(SqliteErrors, What_is_stored_counts_as_loaded_once_it_could_be_read)
 {
     hideFile();
     const auto store = openStore();
@@ -108,7 +108,7 @@ TEST_F(SqliteTrouble, What_is_stored_counts_as_loaded_once_it_could_be_read)
     EXPECT_THAT(copiesAside(languageKey), ElementsAre(u"de"));
 }
 
-TEST_F(SqliteTrouble, A_file_that_another_program_has_locked_is_not_read_past_the_lock)
+TEST_F(SqliteErrors, A_file_that_another_program_has_locked_is_not_read_past_the_lock)
 {
     ASSERT_TRUE(openStore()->write({goals("[1]")}));
     auto other = std::make_unique<RawDatabase>(path);
@@ -122,7 +122,7 @@ TEST_F(SqliteTrouble, A_file_that_another_program_has_locked_is_not_read_past_th
     EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[1]")));
 }
 
-TEST_F(SqliteTrouble, A_key_that_is_first_written_later_is_copied_aside_then)
+TEST_F(SqliteErrors, A_key_that_is_first_written_later_is_copied_aside_then)
 {
     hideFile();
     const auto store = openStore();
@@ -134,7 +134,7 @@ TEST_F(SqliteTrouble, A_key_that_is_first_written_later_is_copied_aside_then)
     EXPECT_THAT(copiesAside(goalsKey), ElementsAre(u"[1]"));
 }
 
-TEST_F(SqliteTrouble, A_value_that_turns_out_to_be_the_same_is_not_copied_aside)
+TEST_F(SqliteErrors, A_value_that_turns_out_to_be_the_same_is_not_copied_aside)
 {
     hideFile();
     const auto store = openStore();
@@ -144,7 +144,7 @@ TEST_F(SqliteTrouble, A_value_that_turns_out_to_be_the_same_is_not_copied_aside)
     EXPECT_THAT(copiesAside(goalsKey), IsEmpty());
 }
 
-TEST_F(SqliteTrouble, The_same_trouble_is_told_again_after_it_was_over)
+TEST_F(SqliteErrors, The_same_error_is_reported_again_after_a_recovery)
 {
     auto store = openStore();
     const auto expectOneMoreMessage = [&](int count) {
@@ -162,7 +162,7 @@ TEST_F(SqliteTrouble, The_same_trouble_is_told_again_after_it_was_over)
     EXPECT_EQ(messages.size(), 2);
 }
 
-TEST_F(SqliteTrouble, A_lock_of_another_program_delays_a_save_by_a_moment_at_most)
+TEST_F(SqliteErrors, A_lock_of_another_program_delays_a_save_by_a_moment_at_most)
 {
     const auto store = openStore();
     EXPECT_TRUE(store->write({goals("[1]")}));
@@ -174,7 +174,7 @@ TEST_F(SqliteTrouble, A_lock_of_another_program_delays_a_save_by_a_moment_at_mos
         EXPECT_FALSE(store->write({goals("[2]")}));
         shortest = std::min(shortest, std::chrono::steady_clock::now() - start);
     }
-    // Of several, since the machine may be busy with something else.
+    // The shortest of several, since the machine may be busy otherwise.
     EXPECT_LT(shortest, std::chrono::milliseconds(50));
     ASSERT_TRUE(other.run("COMMIT"));
     EXPECT_TRUE(store->flush());
@@ -182,7 +182,7 @@ TEST_F(SqliteTrouble, A_lock_of_another_program_delays_a_save_by_a_moment_at_mos
                 ElementsAre(u"[2]"));
 }
 
-TEST_F(SqliteTrouble, A_reader_that_stays_does_not_keep_saves_from_the_disk)
+TEST_F(SqliteErrors, A_reader_that_stays_does_not_keep_saves_from_the_disk)
 {
     const auto store = openStore();
     EXPECT_TRUE(store->write({goals("[1]")}));
@@ -194,7 +194,7 @@ TEST_F(SqliteTrouble, A_reader_that_stays_does_not_keep_saves_from_the_disk)
                 ElementsAre(u"49"));
 }
 
-TEST_F(SqliteTrouble, A_file_that_is_removed_while_it_is_open_is_written_anew)
+TEST_F(SqliteErrors, A_file_that_is_removed_while_it_is_open_is_written_anew)
 {
     const auto store = openStore();
     EXPECT_TRUE(store->write({goals("[1]"), language(QStringLiteral("de"))}));
@@ -205,7 +205,7 @@ TEST_F(SqliteTrouble, A_file_that_is_removed_while_it_is_open_is_written_anew)
         ElementsAre(u"[1]", u"fr"));
 }
 
-TEST_F(SqliteTrouble, A_whole_folder_that_is_removed_while_it_is_open_is_made_again)
+TEST_F(SqliteErrors, A_whole_folder_that_is_removed_while_it_is_open_is_made_again)
 {
     path = folder.filePath(QStringLiteral("data/kelpa.sqlite"));
     const auto store = openStore();
@@ -215,7 +215,7 @@ TEST_F(SqliteTrouble, A_whole_folder_that_is_removed_while_it_is_open_is_made_ag
     EXPECT_EQ(rowsOf(path, QStringLiteral("SELECT key FROM settings")).size(), 2);
 }
 
-TEST_F(SqliteTrouble, A_folder_that_another_Kelpa_made_again_is_the_others)
+TEST_F(SqliteErrors, A_folder_that_another_Kelpa_made_again_is_the_others)
 {
     path = folder.filePath(QStringLiteral("data/kelpa.sqlite"));
     const auto store = openStore();
@@ -230,7 +230,7 @@ TEST_F(SqliteTrouble, A_folder_that_another_Kelpa_made_again_is_the_others)
                 ElementsAre(u"[2]"));
 }
 
-TEST_F(SqliteTrouble, After_its_folder_was_made_again_the_file_is_locked_anew)
+TEST_F(SqliteErrors, After_its_folder_was_made_again_the_file_is_locked_anew)
 {
     path = folder.filePath(QStringLiteral("data/kelpa.sqlite"));
     const auto store = openStore();
@@ -240,7 +240,7 @@ TEST_F(SqliteTrouble, After_its_folder_was_made_again_the_file_is_locked_anew)
     EXPECT_TRUE(openStore()->isAlreadyInUse());
 }
 
-TEST_F(SqliteTrouble, A_lock_that_is_removed_is_taken_anew_by_the_next_save)
+TEST_F(SqliteErrors, A_lock_that_is_removed_is_taken_anew_by_the_next_save)
 {
     const auto store = openStore();
     ASSERT_TRUE(QFile::remove(path + QStringLiteral(".lock")));
@@ -248,7 +248,7 @@ TEST_F(SqliteTrouble, A_lock_that_is_removed_is_taken_anew_by_the_next_save)
     EXPECT_TRUE(openStore()->isAlreadyInUse());
 }
 
-TEST_F(SqliteTrouble, A_file_and_a_folder_that_may_only_be_read_are_read)
+TEST_F(SqliteErrors, A_file_and_a_folder_that_may_only_be_read_are_read)
 {
     ASSERT_TRUE(openStore()->write({goals("[1]"), language(QStringLiteral("de"))}));
     ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadOther));
@@ -271,7 +271,7 @@ TEST_F(SqliteTrouble, A_file_and_a_folder_that_may_only_be_read_are_read)
     EXPECT_EQ(openStore()->value(goalsKey), SettingsValue(QByteArray("[1]")));
 }
 
-TEST_F(SqliteTrouble, A_file_that_may_not_even_be_read_is_kept_until_it_may)
+TEST_F(SqliteErrors, A_file_that_may_not_even_be_read_is_kept_until_it_may)
 {
     ASSERT_TRUE(openStore()->write({goals("[1]")}));
     ASSERT_TRUE(QFile::setPermissions(path, QFile::Permissions()));
@@ -294,7 +294,7 @@ TEST_F(SqliteTrouble, A_file_that_may_not_even_be_read_is_kept_until_it_may)
     EXPECT_EQ(openStore()->value(goalsKey), SettingsValue(QByteArray("[1]")));
 }
 
-TEST_F(SqliteTrouble, On_a_full_disk_the_last_saved_board_stays_and_the_next_one_follows_later)
+TEST_F(SqliteErrors, On_a_full_disk_the_last_saved_board_stays_and_the_next_one_follows_later)
 {
     EXPECT_TRUE(succeedsInChild([this] {
         const QString disk = folder.filePath(QStringLiteral("disk"));
@@ -323,7 +323,7 @@ TEST_F(SqliteTrouble, On_a_full_disk_the_last_saved_board_stays_and_the_next_one
     }));
 }
 
-TEST_F(SqliteTrouble, A_write_that_the_system_refuses_leaves_the_last_saved_board)
+TEST_F(SqliteErrors, A_write_that_the_system_refuses_leaves_the_last_saved_board)
 {
     EXPECT_TRUE(succeedsInChild([this] {
         const auto store = openStore();
@@ -349,7 +349,7 @@ TEST_F(SqliteTrouble, A_write_that_the_system_refuses_leaves_the_last_saved_boar
     }));
 }
 
-TEST_F(SqliteTrouble, A_message_is_one_line_on_standard_error)
+TEST_F(SqliteErrors, A_message_is_one_line_on_standard_error)
 {
     ASSERT_TRUE(QDir().mkdir(path));
     testing::internal::CaptureStderr();

@@ -1,4 +1,4 @@
-// A further start brings the first forward, whenever it comes. To be run on a message bus of its
+// A later start activates the primary instance, whenever it comes. Runs on a message bus of its
 // own.
 #include "app/SingleInstance.h"
 #include "platform/qt/QtScheduler.h"
@@ -17,51 +17,53 @@ using namespace std::chrono_literals;
 namespace kelpa::test {
 namespace {
 
-class FurtherStarts : public testing::Test
+class SecondaryStarts : public testing::Test
 {
 protected:
     void SetUp() override { ASSERT_TRUE(single.claim()); }
 
-    /// The status that a further start ends with, while the first one's events are handled.
+    /// The exit status of a later start, while the primary instance handles events.
     std::optional<int> statusOfStart(const QByteArray& startupID)
     {
-        auto start = std::async(std::launch::async,
-                                [&] { return bringFirstForward(path, startupID, -1).exitStatus; });
+        auto start = std::async(std::launch::async, [&] {
+            return activatePrimaryInstance(path, startupID, -1).exitStatus;
+        });
         EXPECT_TRUE(QTest::qWaitFor([&] { return start.wait_for(0s) == std::future_status::ready; },
                                     20'000));
         return start.get();
     }
-    void listen()
+    void handleActivations()
     {
-        single.listen([this](const QByteArray& startupID) { heard.push_back(startupID); });
+        single.setActivationHandler(
+            [this](const QByteArray& startupID) { activations.push_back(startupID); });
     }
 
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("board.sqlite"));
     QtScheduler scheduler;
     SingleInstance single{path, scheduler};
-    std::vector<QByteArray> heard;
+    std::vector<QByteArray> activations;
 };
 
-TEST_F(FurtherStarts, Are_told_as_they_come)
+TEST_F(SecondaryStarts, Are_reported_as_they_arrive)
 {
-    listen();
+    handleActivations();
     EXPECT_EQ(statusOfStart("menu_TIME1"), 0);
     EXPECT_EQ(statusOfStart("menu_TIME2"), 0);
-    EXPECT_EQ(heard, (std::vector<QByteArray>{"menu_TIME1", "menu_TIME2"}));
+    EXPECT_EQ(activations, (std::vector<QByteArray>{"menu_TIME1", "menu_TIME2"}));
 }
 
-TEST_F(FurtherStarts, That_came_before_there_was_a_window_are_told_once_there_is)
+TEST_F(SecondaryStarts, That_arrive_before_the_window_are_reported_once_it_exists)
 {
     EXPECT_EQ(statusOfStart("menu_TIME1"), 0);
-    EXPECT_EQ(heard, std::vector<QByteArray>());
-    listen();
-    EXPECT_EQ(heard, std::vector<QByteArray>{"menu_TIME1"});
-    single.listen({});
+    EXPECT_EQ(activations, std::vector<QByteArray>());
+    handleActivations();
+    EXPECT_EQ(activations, std::vector<QByteArray>{"menu_TIME1"});
+    single.setActivationHandler({});
     EXPECT_EQ(statusOfStart("menu_TIME2"), 0);
-    EXPECT_EQ(heard, std::vector<QByteArray>{"menu_TIME1"});
-    listen();
-    EXPECT_EQ(heard, (std::vector<QByteArray>{"menu_TIME1", "menu_TIME2"}));
+    EXPECT_EQ(activations, std::vector<QByteArray>{"menu_TIME1"});
+    handleActivations();
+    EXPECT_EQ(activations, (std::vector<QByteArray>{"menu_TIME1", "menu_TIME2"}));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "platform/sqlite/SettingsTrouble.h"
+#include "platform/sqlite/SettingsError.h"
 
 #include <cstdio>
 #include <utility>
@@ -7,24 +7,24 @@ namespace kelpa {
 
 namespace {
 
-QString reason(SettingsTrouble trouble)
+QString reason(SettingsError error)
 {
-    switch (trouble) {
-    case SettingsTrouble::inUse:
+    switch (error) {
+    case SettingsError::inUse:
         return QStringLiteral("another Kelpa is using it");
-    case SettingsTrouble::unreachable:
+    case SettingsError::unreachable:
         return QStringLiteral("it cannot be opened; look at its permissions and its folder's");
-    case SettingsTrouble::readOnly:
+    case SettingsError::readOnly:
         return QStringLiteral("it cannot be written to");
-    case SettingsTrouble::busy:
+    case SettingsError::busy:
         return QStringLiteral("another program has locked it");
-    case SettingsTrouble::full:
+    case SettingsError::full:
         return QStringLiteral("no space is left on the disk");
-    case SettingsTrouble::damaged:
+    case SettingsError::damaged:
         return QStringLiteral("it is damaged or not Kelpa's, and could not be moved aside");
-    case SettingsTrouble::newer:
+    case SettingsError::newer:
         return QStringLiteral("a later release of Kelpa wrote it");
-    case SettingsTrouble::failed:
+    case SettingsError::failed:
         return QStringLiteral("the disk reports an error");
     }
     Q_UNREACHABLE();
@@ -32,19 +32,19 @@ QString reason(SettingsTrouble trouble)
 
 } // namespace
 
-SettingsTroubleReport::SettingsTroubleReport(QString path, Print print)
+SettingsErrorReporter::SettingsErrorReporter(QString path, Print print)
     : m_path(std::move(path)), m_print(std::move(print))
 {}
 
-void SettingsTroubleReport::tell(SettingsTrouble trouble)
+void SettingsErrorReporter::report(SettingsError error)
 {
-    if (m_told.insert(trouble).second)
+    if (m_reported.insert(error).second)
         m_print(QStringLiteral("kelpa: the board in %1 cannot be saved: %2. Changes are kept in "
                                "memory and saved as soon as that is possible.")
-                    .arg(m_path, reason(trouble)));
+                    .arg(m_path, reason(error)));
 }
 
-void SettingsTroubleReport::tellMovedAside(const QString& newPath)
+void SettingsErrorReporter::reportMovedAside(const QString& newPath)
 {
     m_print(QStringLiteral("kelpa: %1 is damaged or not Kelpa's. It was moved to %2, and what "
                            "could be read of it stands in a new file.")
@@ -53,7 +53,7 @@ void SettingsTroubleReport::tellMovedAside(const QString& newPath)
 
 void printOnStandardError(const QString& message)
 {
-    // Not Qt's log, which may go to the journal instead.
+    // Not through Qt's log, which may go to the journal instead.
     std::fputs((message + u'\n').toLocal8Bit().constData(), stderr);
 }
 
