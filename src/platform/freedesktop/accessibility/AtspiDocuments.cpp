@@ -1,5 +1,6 @@
 #include "platform/freedesktop/accessibility/AtspiDocuments.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/freedesktop/accessibility/AtspiBus.h"
 #include "platform/freedesktop/accessibility/DocumentMatching.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
@@ -163,6 +164,8 @@ void AtspiDocuments::Worker::look(AtspiBus& bus)
         return;
     }
     bus.connect(m_options.connectLimit, [this, &bus, due](bool isConnected) {
+        qCDebug(logAccessibility, "connection to the accessibility bus: %s",
+                isConnected ? "open" : "failed");
         if (isConnected) {
             m_connectNotBefore.reset();
             ask(bus, due);
@@ -225,6 +228,8 @@ void AtspiDocuments::Worker::askApplications(AtspiBus& bus, const std::vector<Pr
 void AtspiDocuments::Worker::answered(ProcessID process, DocumentAnswer answer,
                                       const std::vector<ShownDocument>& documents)
 {
+    qCDebug(logAccessibility, "process %d %s, %zu documents", process,
+            answer == DocumentAnswer::silent ? "is silent" : "answered", documents.size());
     m_schedule.answered(process, answer, Clock::now());
     const auto windows = m_windows.find(process);
     if (windows == m_windows.end())

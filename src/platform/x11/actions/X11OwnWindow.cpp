@@ -1,5 +1,6 @@
 #include "platform/x11/actions/X11OwnWindow.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/x11/actions/OcclusionMonitor.h"
 #include "platform/x11/actions/StartupNotification.h"
 #include "platform/x11/actions/WindowActor.h"
@@ -24,6 +25,7 @@ void X11OwnWindow::requestFront(std::uint32_t window, const FrontOccasion& occas
 {
     const std::optional<InputTime> time =
         occasion.inputTime ? occasion.inputTime : startupTime(occasion.startupID);
+    qCDebug(logX11Actions, "bringing the board forward, time %s", time ? "known" : "unknown");
     // A later request replaces one that has not begun.
     m_request = m_scheduler.inBackground(
         [&actor = m_actor, window, time](const std::stop_token&) {
