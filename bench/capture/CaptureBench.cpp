@@ -1,6 +1,6 @@
-// What a preview costs: its time beside that of a bare read of the same window through shared
-// memory and of the usual screenshot programs, the memory of many of them, and what windows cost
-// that did not change. Prints one table.
+// Measures previews: the time of one beside a bare read of the same window through shared memory
+// and the usual screenshot programs, the memory of many, and the cost of unchanged windows. Prints
+// tables.
 
 #include "platform/x11/capture/ShmSegment.h"
 #include "support/desktop/X11Desktop.h"
@@ -53,7 +53,7 @@ double residentMegabytes()
     if (!file.open(QIODevice::ReadOnly)) {
         qFatal("no /proc");
     }
-    // Whole pages, and without those that are shared with the server or other programs.
+    // In pages, without those shared with the server or other programs.
     const QList<QByteArray> fields = file.readAll().split(' ');
     const qint64 pages = fields.at(1).toLongLong() - fields.at(2).toLongLong();
     return static_cast<double>(pages * 4096) / 1e6;
@@ -66,7 +66,7 @@ void require(bool holds, const char* what)
     }
 }
 
-/// Lines of text, more or less, so that nothing is plain.
+/// Roughly lines of text, so that no part is of one colour.
 void draw(TestClient& client, xcb_window_t window, std::uint32_t salt)
 {
     for (std::int16_t y = 0; y < height; y += 18) {
@@ -128,8 +128,8 @@ private:
     TestClient m_client{m_xServer.display()};
 };
 
-/// The whole window through shared memory and nothing else, or brought down to the preview's size
-/// on this side too.
+/// Reads the whole window through shared memory, and scales it to the preview's size on the client
+/// side if `isScaled`.
 Times bareRead(const Desktop& desktop, xcb_window_t window, bool isScaled)
 {
     const auto connection = x11::XcbConnection::open(desktop.display());

@@ -1,5 +1,5 @@
-// What one look at the desktop costs, side by side with a run of wmctrl on the same display: real
-// windows, each of a connection of its own, on a private X server with openbox. Prints a table.
+// Measures a discovery pass beside a run of wmctrl on the same display: real windows, each of a
+// connection of its own, on a private X server with openbox. Prints a table.
 
 #include "support/desktop/X11Desktop.h"
 #include "windows/WindowDiscovery.h"
@@ -26,7 +26,7 @@ struct Times
     double least = 0;
 };
 
-/// In milliseconds. The first call is not counted: it makes what later ones find made.
+/// In milliseconds. The first call is not counted: it fills the caches of later ones.
 Times measure(const std::function<void()>& work)
 {
     work();
@@ -43,8 +43,8 @@ Times measure(const std::function<void()>& work)
     return {times.at(times.size() / 2), times.front()};
 }
 
-/// The measured pass, as the board makes it: the look at the desktop, matching and filtering.
-/// Gives the number of windows that it found.
+/// The measured pass, as the board runs it: reading the desktop, matching and filtering. Returns
+/// the number of windows found.
 std::size_t pass(x11::X11WindowServer& server)
 {
     constexpr ProcessID noProcess = 0;

@@ -79,9 +79,9 @@ bool Program::show()
     connect(&m_doubleTap, &GlobalDoubleTap::doubleTapped, this,
             [this](InputTime time) { m_raiser->raise({.inputTime = time, .startupID = {}}); });
     m_view.followMotion(m_desktop.motionOnDisplay());
-    m_covered = m_desktop.ownWindow().watchCovered(
+    m_occlusion = m_desktop.ownWindow().watchOcclusion(
         static_cast<std::uint32_t>(window.winId()),
-        [this](bool isCovered) { m_view.setCovered(isCovered); });
+        [this](bool isOccluded) { m_view.setCovered(isOccluded); });
     // The session waits while these are handled.
     connect(
         &m_application, &QGuiApplication::commitDataRequest, this,
@@ -122,7 +122,7 @@ void Program::end(Ending ending)
 bool Program::endBackgroundWork()
 {
     m_single.listen({});
-    m_covered.reset();
+    m_occlusion.reset();
     m_desktop.setWindowsChanged({});
     // Background work refers to the parts. What the window server keeps waiting for longer than
     // anyone would wait for Kelpa to close ends with the process, and they with it.

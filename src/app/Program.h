@@ -69,7 +69,7 @@ private:
     GlobalDoubleTap m_doubleTap;
     /// Absent until there is a window.
     std::optional<WindowRaiser> m_raiser;
-    std::unique_ptr<Subscription> m_covered;
+    std::unique_ptr<Subscription> m_occlusion;
 };
 
 } // namespace kelpa

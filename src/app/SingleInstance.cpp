@@ -37,18 +37,18 @@ QString busNameOfBoard(const QString& settingsPath)
 FurtherStart bringFirstForward(const QString& settingsPath, const QByteArray& startupID,
                                int interruption)
 {
-    switch (askToComeForward(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
-                             interruption)) {
-    case RunningAnswer::comesForward:
+    switch (activateRunningInstance(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
+                                    interruption)) {
+    case InstanceActivation::activated:
         return {.exitStatus = 0};
-    case RunningAnswer::silent:
+    case InstanceActivation::timedOut:
         std::fprintf(stderr, "kelpa: Kelpa already runs, but does not answer\n");
         return {.exitStatus = 1};
-    case RunningAnswer::ended:
+    case InstanceActivation::ended:
         return {.exitStatus = std::nullopt, .hasJustEnded = true};
-    case RunningAnswer::interrupted:
+    case InstanceActivation::interrupted:
         return {.exitStatus = 1, .isInterrupted = true};
-    case RunningAnswer::notRunning:
+    case InstanceActivation::notRunning:
         break;
     }
     return {};

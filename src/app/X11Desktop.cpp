@@ -12,8 +12,8 @@
 #include "platform/numbers/HighWaterMarkFile.h"
 #include "platform/qt/QtPasteboard.h"
 #include "platform/x11/X11WindowServer.h"
+#include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/StartupIdLookup.h"
-#include "platform/x11/actions/WindowActor.h"
 #include "platform/x11/actions/X11Applications.h"
 #include "platform/x11/actions/X11OwnWindow.h"
 #include "platform/x11/actions/X11WindowActions.h"
@@ -46,12 +46,12 @@ struct X11Desktop::Parts
                         .resolver = entries,
                         .documents = &documents,
                         .reservation = numbers,
-                        .numberFloor = numbers.floor(),
+                        .highWaterMark = numbers.read(),
                         .scheduler = scheduler,
                         .takenNumbers = assigned,
                         .ownProcess = static_cast<ProcessID>(QCoreApplication::applicationPid())}),
           workspace(scheduler), globalKeys(connector, scheduler),
-          ownWindow(connector, actor, scheduler), motionOnDisplay(connector, scheduler),
+          ownWindow(connector, pager, scheduler), motionOnDisplay(connector, scheduler),
           portal(scheduler)
     {}
 
@@ -77,15 +77,14 @@ struct X11Desktop::Parts
                                           return iconFromNetWmIcon(windowIcons.read(window),
                                                                    pixels);
                                       }};
-    x11::WindowActor actor{connector, [this](WindowID number) { return clientWindow(number); }};
-    x11::StartupIdLookup startupMarks{connector,
-                                      [this](WindowID number) { return clientWindow(number); }};
+    x11::EwmhPager pager{connector, [this](WindowID number) { return clientWindow(number); }};
+    x11::StartupIdLookup startupIDs{connector,
+                                    [this](WindowID number) { return clientWindow(number); }};
     ApplicationLauncher launcher{entries};
-    x11::X11Applications applications{QByteArray(), actor, startupMarks, applicationIcons,
-                                      launcher};
-    x11::X11WindowActions accessibility{windowServer.trust(), actor};
+    x11::X11Applications applications{QByteArray(), pager, startupIDs, applicationIcons, launcher};
+    x11::X11WindowActions windowActions{windowServer.trust(), pager};
     QtPasteboard pasteboard;
-    x11::GrabFocusFilter borrowedKeyboard;
+    x11::GrabFocusFilter grabFocusFilter;
     DesktopWorkspace workspace;
     x11::X11GlobalKeys globalKeys;
     x11::X11OwnWindow ownWindow;
@@ -116,7 +115,7 @@ void X11Desktop::setWindowsChanged(std::function<void()> changed)
 
 Platform X11Desktop::platform()
 {
-    return {m_parts->windowServer, m_parts->accessibility, m_parts->applications,
+    return {m_parts->windowServer, m_parts->windowActions, m_parts->applications,
             m_parts->pasteboard, m_parts->workspace};
 }
 

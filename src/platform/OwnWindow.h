@@ -33,11 +33,11 @@ public:
     /// launcher of each is told that its start is over. Main thread; returns at once.
     virtual void requestFront(std::uint32_t window, const FrontOccasion& occasion) = 0;
 
-    /// Tells whether all of the window lies behind others; not, until it is known, and never where
-    /// the desktop cannot tell. Of a window that is not shown at all it says nothing new. `changed`
-    /// is called with what differs from before. Main thread; returns at once.
+    /// Calls `changed` whenever other windows begin or cease to cover all of the window. It counts
+    /// as not occluded until that is known, and always where the desktop cannot report it; while it
+    /// is not shown at all, nothing is reported. Main thread; returns at once.
     [[nodiscard]] virtual std::unique_ptr<Subscription>
-    watchCovered(std::uint32_t window, std::function<void(bool isCovered)> changed) = 0;
+    watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed) = 0;
 };
 
 } // namespace kelpa

@@ -6,9 +6,9 @@ namespace kelpa::test {
 
 namespace {
 
-AccessibilityDocumentsOptions onBus(const QString& address)
+AtspiDocumentsOptions onBus(const QString& address)
 {
-    AccessibilityDocumentsOptions options;
+    AtspiDocumentsOptions options;
     options.busAddress = address;
     return options;
 }
@@ -23,10 +23,10 @@ LiveBoard::LiveBoard(const QByteArray& display, Scheduler& scheduler,
                 .resolver = m_entries,
                 .documents = &m_documents,
                 .reservation = m_reservation,
-                .numberFloor = 0,
+                .highWaterMark = 0,
                 .scheduler = scheduler}),
-      m_actor(m_connector, [this](WindowID number) { return m_server.clientWindow(number); }),
-      m_applications(display, m_actor, m_startupMarks, m_applicationIcons, m_launcher)
+      m_pager(m_connector, [this](WindowID number) { return m_server.clientWindow(number); }),
+      m_applications(display, m_pager, m_startupIDs, m_applicationIcons, m_launcher)
 {
     m_server.refreshTrust();
     openStore();
@@ -44,7 +44,7 @@ void LiveBoard::noteDocuments()
 void LiveBoard::openStore()
 {
     m_store = std::make_unique<WindowStore>(
-        Platform{m_countingServer, m_accessibility, m_applications, m_rest, m_rest}, m_settings,
+        Platform{m_countingServer, m_windowActions, m_applications, m_rest, m_rest}, m_settings,
         m_scheduler);
 }
 

@@ -7,8 +7,8 @@
 #include "platform/freedesktop/icons/ApplicationIcons.h"
 #include "platform/freedesktop/icons/IconLookup.h"
 #include "platform/x11/X11WindowServer.h"
+#include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/StartupIdLookup.h"
-#include "platform/x11/actions/WindowActor.h"
 #include "platform/x11/actions/X11Applications.h"
 #include "platform/x11/actions/X11WindowActions.h"
 #include "store/WindowStore.h"
@@ -98,10 +98,10 @@ private:
     std::shared_ptr<x11::DisplayConnector> m_connector;
     x11::X11WindowServer m_server;
     CountingWindowServer m_countingServer{m_server};
-    x11::WindowActor m_actor;
-    x11::StartupIdLookup m_startupMarks{
+    x11::EwmhPager m_pager;
+    x11::StartupIdLookup m_startupIDs{
         m_connector, [this](WindowID number) { return m_server.clientWindow(number); }};
-    x11::X11WindowActions m_accessibility{m_server.trust(), m_actor};
+    x11::X11WindowActions m_windowActions{m_server.trust(), m_pager};
     ForeignApplications m_applications;
     std::unique_ptr<WindowStore> m_store;
 };

@@ -25,7 +25,7 @@ public:
     {
         requests.push_back({window, occasion});
     }
-    std::unique_ptr<Subscription> watchCovered(std::uint32_t, std::function<void(bool)>) override
+    std::unique_ptr<Subscription> watchOcclusion(std::uint32_t, std::function<void(bool)>) override
     {
         return nullptr;
     }

@@ -21,23 +21,23 @@ WindowID greatestBelieved(const std::set<WindowID>& given)
 } // namespace
 
 HighWaterMarkFile::HighWaterMarkFile(QString path, const std::set<WindowID>& given)
-    : m_path(std::move(path)), m_leastFloor(greatestBelieved(given))
+    : m_path(std::move(path)), m_leastMark(greatestBelieved(given))
 {}
 
-WindowID HighWaterMarkFile::floor() const
+WindowID HighWaterMarkFile::read() const
 {
     constexpr qint64 longestNumber = 16;
     QFile file(m_path);
     if (!file.open(QIODevice::ReadOnly))
-        return m_leastFloor;
+        return m_leastMark;
     const WindowID stored = file.read(longestNumber).trimmed().toUInt();
-    return stored > greatestBelievedWindow ? m_leastFloor : std::max(m_leastFloor, stored);
+    return stored > greatestBelievedWindow ? m_leastMark : std::max(m_leastMark, stored);
 }
 
 bool HighWaterMarkFile::reserve(WindowID upTo)
 {
-    // A folder that came late, with its disk, may hold a greater one than was found at the start.
-    const WindowID number = std::max(upTo, floor());
+    // The file may have become readable only after the start, with a disk that was mounted late.
+    const WindowID number = std::max(upTo, read());
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly))
         return false;

@@ -1,4 +1,5 @@
-// Keeps on disk up to which number windows may have been numbered.
+// Keeps the high-water mark of window numbers on disk: the number up to which windows may have been
+// numbered.
 #pragma once
 
 #include "platform/numbers/WindowNumbers.h"
@@ -9,24 +10,24 @@
 
 namespace kelpa {
 
-/// A file with one decimal number, replaced as a whole by each write.
+/// A file with one decimal number, which each write replaces atomically.
 class HighWaterMarkFile final : public NumberReservation
 {
 public:
-    /// `given`: numbers known from elsewhere to have been given. They cover what a file that is
-    /// lost or could not be written does not tell.
+    /// `given` are numbers known from elsewhere to have been given. They stand in for a file that
+    /// was lost or could not be written.
     HighWaterMarkFile(QString path, const std::set<WindowID>& given);
 
-    /// The greatest of the given numbers and what stands in the file; 0 when there is none. A
-    /// number that is too great to be believed counts as none. Reads the disk.
-    WindowID floor() const;
+    /// The greatest of the given numbers and the one in the file; 0 when there is none. A number
+    /// above `greatestBelievedWindow` is ignored. Reads the disk.
+    WindowID read() const;
 
-    /// Writes the number, or the one in the file where that is greater.
+    /// Writes the greater of the number and the one in the file.
     bool reserve(WindowID upTo) override;
 
 private:
     QString m_path;
-    WindowID m_leastFloor;
+    WindowID m_leastMark;
 };
 
 } // namespace kelpa

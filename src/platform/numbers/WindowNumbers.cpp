@@ -8,11 +8,11 @@ namespace kelpa {
 
 namespace {
 
-// The disk is written once for so many numbers; a restart passes over the rest of a block.
+// The disk is written once for so many numbers; a restart skips the rest of a block.
 constexpr WindowID blockSize = 256;
 
-// A counter on the display is ahead of the numbers on disk only when the settings were lost or
-// another user's program gave numbers; more than this takes years of new windows.
+// A counter is ahead of the high-water mark on disk only when the settings were lost or another
+// user's program gave numbers; a greater lead than this takes years of new windows.
 constexpr WindowID greatestLead = 1U << 20U;
 
 constexpr WindowID greatestNumber = std::numeric_limits<WindowID>::max();
@@ -22,7 +22,7 @@ WindowID sumAtMostGreatest(WindowID number, WindowID increment)
     return number > greatestNumber - increment ? greatestNumber : number + increment;
 }
 
-/// The tags that more than one of the sightings bears.
+/// The tags that more than one of the windows bears.
 std::set<std::uint32_t> duplicates(const std::vector<WindowNumbers::Sighting>& sightings)
 {
     std::set<std::uint32_t> seen;
@@ -36,9 +36,10 @@ std::set<std::uint32_t> duplicates(const std::vector<WindowNumbers::Sighting>& s
 
 } // namespace
 
-WindowNumbers::WindowNumbers(NumberReservation& reservation, WindowID floor,
+WindowNumbers::WindowNumbers(NumberReservation& reservation, WindowID highWaterMark,
                              std::set<WindowID> taken)
-    : m_reservation(reservation), m_taken(std::move(taken)), m_reservedUpTo(floor), m_last(floor)
+    : m_reservation(reservation), m_taken(std::move(taken)), m_reservedUpTo(highWaterMark),
+      m_last(highWaterMark)
 {}
 
 void WindowNumbers::beginWriting(std::optional<WindowID> counter)
@@ -63,14 +64,14 @@ WindowNumbers::Numbering WindowNumbers::number(const std::vector<Sighting>& sigh
     if (!m_isWriting)
         return readNumbers(sightings, counter.value_or(0));
     Numbering result;
-    std::vector<Sighting> strangers;
+    std::vector<Sighting> unknown;
     for (const Sighting& sighting : sightings) {
         if (!isKnown(sighting.window))
-            strangers.push_back(sighting);
+            unknown.push_back(sighting);
     }
-    // Of two windows that came with one tag nothing tells which bore it first.
-    const std::set<std::uint32_t> disputed = duplicates(strangers);
-    for (const Sighting& sighting : strangers) {
+    // Nothing shows which of two unknown windows with the same tag bore it first.
+    const std::set<std::uint32_t> disputed = duplicates(unknown);
+    for (const Sighting& sighting : unknown) {
         if (sighting.tag && isBelievable(*sighting.tag) && !disputed.contains(*sighting.tag)) {
             reserve(*sighting.tag);
             remember(sighting.window, *sighting.tag);
@@ -116,15 +117,15 @@ void WindowNumbers::windowDestroyed(std::uint32_t window)
     const auto it = m_numbers.find(window);
     if (it == m_numbers.end())
         return;
-    m_borne.erase(it->second);
-    m_dead.insert(it->second);
+    m_inUse.erase(it->second);
+    m_retired.insert(it->second);
     m_numbers.erase(it);
 }
 
 void WindowNumbers::forgetAll()
 {
     m_numbers.clear();
-    m_borne.clear();
+    m_inUse.clear();
     m_believedUpTo = m_last;
 }
 
@@ -138,19 +139,19 @@ void WindowNumbers::reserve(WindowID number)
     if (number <= m_reservedUpTo)
         return;
     m_wanted = std::max(m_wanted, number);
-    // A disk that refuses one number refuses the others of this look.
-    if (m_isRefused)
+    // A disk that refuses one number refuses the others of this pass.
+    if (m_hasReservationFailed)
         return;
     const WindowID upTo = sumAtMostGreatest(number, blockSize - 1);
     if (m_reservation.reserve(upTo))
         m_reservedUpTo = upTo;
     else
-        m_isRefused = true;
+        m_hasReservationFailed = true;
 }
 
 void WindowNumbers::retryReserving()
 {
-    m_isRefused = false;
+    m_hasReservationFailed = false;
     reserve(m_wanted);
 }
 
@@ -167,13 +168,13 @@ std::optional<WindowID> WindowNumbers::next()
 
 bool WindowNumbers::isBelievable(WindowID tag) const
 {
-    return tag != 0 && tag <= m_believedUpTo && !m_borne.contains(tag) && !m_dead.contains(tag);
+    return tag != 0 && tag <= m_believedUpTo && !m_inUse.contains(tag) && !m_retired.contains(tag);
 }
 
 void WindowNumbers::remember(std::uint32_t window, WindowID number)
 {
     m_numbers[window] = number;
-    m_borne.insert(number);
+    m_inUse.insert(number);
 }
 
 } // namespace kelpa

@@ -1,9 +1,18 @@
-// Numbers of windows that are never used twice, although the server's own ids are.
+// Gives windows numbers that are never used twice, although window systems reuse their own ids.
+// Knows no window system; whatever it is used with must provide:
 //
-// A window bears its number as a tag, a property that any client may write. A tag is therefore
-// believed only from a window that was not met before, and only when nothing speaks against it: it
-// was given before this program began to watch, and no other window bears or bore it. Of a window
-// that is known, the number is remembered and a changed tag is put right.
+// - ids: 32 bits each, for all windows of a discovery pass; no two windows have the same id at the
+//   same time. Before an id passes on to another window, `windowDestroyed` is called; where that
+//   may have been missed, `forgetAll`.
+// - tags: each window bears its number where it lasts as long as the window and survives a restart
+//   of this program.
+// - a counter: the last number given, where it lasts as long as the window system runs. It is
+//   written before the tags that it covers.
+// - one writer: among programs that number the same windows, one gives numbers and the others read.
+//
+// Tags may be forged, since any client can write one. A tag is therefore believed only of a window
+// that is not known yet, and only when it was given before this program began to watch and no other
+// window bears or bore it. The number of a known window is remembered, and a changed tag corrected.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -16,33 +25,35 @@
 
 namespace kelpa {
 
-/// Keeps on disk up to where numbers may have been given, so that a new login never starts again at
-/// one of them: assignments stay on disk too.
+/// Keeps the high-water mark of the numbers on disk, so that a new login never gives one of them
+/// again: assignments stay on disk too.
 class NumberReservation
 {
 public:
     virtual ~NumberReservation() = default;
 
-    /// Makes every number up to and including `upTo` count as given. True once that has reached the
-    /// disk. Numbers are given even when it has not, since a window without one is not on the
-    /// board; a later start then only knows of those that the display or an assignment tells of.
-    /// Called on the thread that looks at the desktop, about once for every 256 new windows, and
-    /// once for each look after it has failed; may take as long as the disk does.
+    /// Raises the high-water mark to `upTo`: every number up to and including it counts as given.
+    /// True once that has reached the disk. Numbers are given even when it has not, since a window
+    /// without a number is not on the board; a later start then only knows those that a tag, the
+    /// counter or an assignment bears. Called on the thread of the discovery pass, about once for
+    /// every 256 new windows, and once a pass after a failure; may take as long as the disk does.
     virtual bool reserve(WindowID upTo) = 0;
 };
 
-/// The decisions, without the window system. Used on one thread at a time.
+/// Used on one thread at a time.
 class WindowNumbers
 {
 public:
+    /// A window as a discovery pass finds it.
     struct Sighting
     {
-        /// The server's id.
+        /// The window system's id.
         std::uint32_t window = 0;
-        /// The tag as read; absent when there is none or it has not a tag's shape.
+        /// The tag as read; absent when there is none or it is malformed.
         std::optional<std::uint32_t> tag;
     };
 
+    /// A tag to write.
     struct Tag
     {
         std::uint32_t window = 0;
@@ -53,38 +64,36 @@ public:
 
     struct Numbering
     {
-        /// One for each sighting, in its order; absent when the window has no number now.
+        /// One for each sighting, in the same order; absent when the window has no number now.
         std::vector<std::optional<WindowID>> numbers;
-        /// The server's counter to write, before the tags; absent when it is right.
+        /// The counter to write, before the tags; absent when the present one is right.
         std::optional<WindowID> counter;
         std::vector<Tag> tags;
     };
 
-    /// `floor`: what was last reserved on disk, 0 at first. `taken`: numbers that are not given to
-    /// any window anew, wherever they lie. `reservation` outlives this object.
-    WindowNumbers(NumberReservation& reservation, WindowID floor, std::set<WindowID> taken = {});
+    /// `highWaterMark` is the greatest number reserved on disk, 0 at first. No window gets a number
+    /// in `taken`, even above the mark. `reservation` outlives this object.
+    WindowNumbers(NumberReservation& reservation, WindowID highWaterMark,
+                  std::set<WindowID> taken = {});
 
-    /// From now on this program alone gives numbers on the display. `counter` is the one found
-    /// there; one so far ahead of the reserved numbers that it must be forged is not believed.
+    /// This program becomes the writer. `counter` is the one found in the window system; one so far
+    /// ahead of the reserved numbers that it must be forged is ignored.
     void beginWriting(std::optional<WindowID> counter);
 
-    /// From now on another program gives the numbers; they are only read.
+    /// Another program is the writer; this one only reads its numbers.
     void beginReading();
 
-    /// For all windows of one look at the desktop. `counter` is the one found on the display.
+    /// Numbers all windows of one discovery pass. `counter` is the one found in the window system.
     Numbering number(const std::vector<Sighting>& sightings, std::optional<WindowID> counter);
 
-    /// Whether the window's end would be heard of, so that its number is remembered.
+    /// Whether the window's number is remembered; its destruction must be reported.
     bool isKnown(std::uint32_t window) const { return m_numbers.contains(window); }
 
-    /// The server said that the window is gone; its id may name another one now.
+    /// The window is gone; its id may be another window's by now.
     void windowDestroyed(std::uint32_t window);
 
-    /// The ends of windows may have been missed: nothing is remembered of any.
+    /// Forgets the numbers of all windows, because the destruction of some may have been missed.
     void forgetAll();
-
-    /// What is known now, by the server's id.
-    const std::map<std::uint32_t, WindowID>& known() const { return m_numbers; }
 
 private:
     bool isPlausible(WindowID number) const;
@@ -100,15 +109,16 @@ private:
     WindowID m_reservedUpTo;
     /// The greatest number in use whose reservation was tried.
     WindowID m_wanted = 0;
-    /// The disk has refused a number during this look.
-    bool m_isRefused = false;
+    /// A reservation has failed during this pass.
+    bool m_hasReservationFailed = false;
     WindowID m_last;
-    /// Tags up to here were given before this program began to watch.
+    /// Tags up to this number were given before this program began to watch.
     WindowID m_believedUpTo = 0;
     bool m_isWriting = false;
+    /// By the window system's id.
     std::map<std::uint32_t, WindowID> m_numbers;
-    std::set<WindowID> m_borne;
-    std::set<WindowID> m_dead;
+    std::set<WindowID> m_inUse;
+    std::set<WindowID> m_retired;
 };
 
 } // namespace kelpa

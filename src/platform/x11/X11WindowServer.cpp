@@ -13,16 +13,16 @@ namespace kelpa::x11 {
 
 namespace {
 
-/// The window that an event says is gone. A watch that could not be set says so as well: by the
-/// time the rest of its batch was answered, the id may have been another window's, of whose end
-/// nothing would be heard.
-std::optional<xcb_window_t> endedWindow(const xcb_generic_event_t& event)
+/// The window that an event reports as destroyed. An error of selecting its events reports that as
+/// well: by the time the rest of the batch was answered, the id may have been another window's,
+/// whose destruction would go unreported.
+std::optional<xcb_window_t> destroyedWindow(const xcb_generic_event_t& event)
 {
     switch (typeOf(event)) {
     case 0: {
         const auto& error = as<xcb_generic_error_t>(event);
-        const bool isWatch = error.major_code == XCB_CHANGE_WINDOW_ATTRIBUTES;
-        return isWatch ? std::optional(error.resource_id) : std::nullopt;
+        const bool isSelection = error.major_code == XCB_CHANGE_WINDOW_ATTRIBUTES;
+        return isSelection ? std::optional(error.resource_id) : std::nullopt;
     }
     case XCB_DESTROY_NOTIFY:
         return as<xcb_destroy_notify_event_t>(event).window;
@@ -34,7 +34,7 @@ std::optional<xcb_window_t> endedWindow(const xcb_generic_event_t& event)
 } // namespace
 
 X11WindowServer::X11WindowServer(const X11WindowServerNeeds& needs)
-    : m_needs(needs), m_numbers(needs.reservation, needs.numberFloor, needs.takenNumbers)
+    : m_needs(needs), m_numbers(needs.reservation, needs.highWaterMark, needs.takenNumbers)
 {}
 
 X11WindowServer::~X11WindowServer() = default;
@@ -52,18 +52,18 @@ std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()
 
 std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()
 {
-    const std::scoped_lock lock(m_lookMutex);
+    const std::scoped_lock lock(m_discoveryMutex);
     const BrokenPipeGuard guard;
     if (!connect())
-        return absent();
-    RootReading root = readRoot(*m_link);
-    forgetEnded();
-    updateNumbersRole(root);
+        return withoutDesktop();
+    RootReading root = readRoot(*m_display);
+    forgetDestroyed();
+    updateNumberWriter(root);
     ClientsReading clients = readClients(
-        *m_link, root, [this](xcb_window_t window) { return m_numbers.isKnown(window); });
-    if (m_link->connection().isBroken() || !clients.hasWindowManager || !root.clients)
-        return absent();
-    m_trust->hasComposite = m_link->hasComposite();
+        *m_display, root, [this](xcb_window_t window) { return m_numbers.isKnown(window); });
+    if (m_display->connection().isBroken() || !clients.hasWindowManager || !root.clients)
+        return withoutDesktop();
+    m_trust->hasComposite = m_display->hasComposite();
     m_trust->hasWindowManager = true;
     const std::vector<ClientWindow> windows = numbered(std::move(clients), root);
     publishWindows(windows);
@@ -73,16 +73,16 @@ std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()
 
 void X11WindowServer::refreshTrust()
 {
-    const std::scoped_lock lock(m_lookMutex);
+    const std::scoped_lock lock(m_discoveryMutex);
     const BrokenPipeGuard guard;
     if (!connect()) {
-        absent();
+        withoutDesktop();
         return;
     }
-    RootReading root = readRoot(*m_link);
+    RootReading root = readRoot(*m_display);
     root.clients.reset();
-    const ClientsReading clients = readClients(*m_link, root, [](xcb_window_t) { return true; });
-    m_trust->hasComposite = m_link->hasComposite();
+    const ClientsReading clients = readClients(*m_display, root, [](xcb_window_t) { return true; });
+    m_trust->hasComposite = m_display->hasComposite();
     m_trust->hasWindowManager = clients.hasWindowManager;
 }
 
@@ -99,17 +99,17 @@ std::optional<WindowCapture> X11WindowServer::captureWindow(const CaptureRequest
     const std::optional<std::uint32_t> client = clientWindow(request.window);
     if (!client)
         return std::nullopt;
-    return m_capturer.capture({request.window, *client}, keepable(request.next), request.largest,
-                              request.need, stop);
+    return m_capturer.capture({request.window, *client}, redirectable(request.next),
+                              request.largest, request.need, stop);
 }
 
-std::vector<CaptureTarget> X11WindowServer::keepable(const std::vector<WindowID>& numbers) const
+std::vector<CaptureTarget> X11WindowServer::redirectable(const std::vector<WindowID>& numbers) const
 {
     const std::scoped_lock lock(m_windowsMutex);
     std::vector<CaptureTarget> targets;
     for (const WindowID number : numbers) {
         const auto it = m_windows.find(number);
-        if (it != m_windows.end() && it->second.mayBeKept)
+        if (it != m_windows.end() && it->second.mayRedirectAhead)
             targets.push_back({number, it->second.window});
     }
     return targets;
@@ -117,25 +117,25 @@ std::vector<CaptureTarget> X11WindowServer::keepable(const std::vector<WindowID>
 
 XcbTraffic X11WindowServer::traffic() const
 {
-    const std::scoped_lock lock(m_lookMutex);
-    return m_link ? m_link->connection().traffic() : XcbTraffic{};
+    const std::scoped_lock lock(m_discoveryMutex);
+    return m_display ? m_display->connection().traffic() : XcbTraffic{};
 }
 
 bool X11WindowServer::connect()
 {
-    if (isStanding(m_link))
+    if (isConnected(m_display))
         return true;
     m_numbers.forgetAll();
     m_isWritingNumbers = false;
-    m_link = m_needs.connector->open();
-    return m_link != nullptr;
+    m_display = m_needs.connector->open();
+    return m_display != nullptr;
 }
 
-void X11WindowServer::updateNumbersRole(RootReading& root)
+void X11WindowServer::updateNumberWriter(RootReading& root)
 {
-    if (root.numbersOwner == XCB_WINDOW_NONE && m_link->acquireNumbers())
-        root.numbersOwner = m_link->ownWindow();
-    const bool isOwner = root.numbersOwner == m_link->ownWindow();
+    if (root.numbersOwner == XCB_WINDOW_NONE && m_display->acquireNumbers())
+        root.numbersOwner = m_display->helperWindow();
+    const bool isOwner = root.numbersOwner == m_display->helperWindow();
     if (isOwner && !m_isWritingNumbers)
         m_numbers.beginWriting(root.numberCounter);
     else if (!isOwner && m_isWritingNumbers)
@@ -145,10 +145,11 @@ void X11WindowServer::updateNumbersRole(RootReading& root)
 
 std::vector<ClientWindow> X11WindowServer::numbered(ClientsReading clients, const RootReading& root)
 {
-    // What ended while it was read may have been read in parts from two windows.
-    const std::vector<std::uint32_t> ended = forgetEnded();
+    // A window destroyed during the pass may have been read in parts from two windows.
+    const std::vector<std::uint32_t> destroyed = forgetDestroyed();
     std::erase_if(clients.clients, [&](const ClientReading& reading) {
-        return std::find(ended.begin(), ended.end(), reading.client.window) != ended.end();
+        return std::find(destroyed.begin(), destroyed.end(), reading.client.window) !=
+               destroyed.end();
     });
     std::vector<WindowNumbers::Sighting> sightings;
     sightings.reserve(clients.clients.size());
@@ -172,10 +173,10 @@ void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
 {
     if (!numbering.counter && numbering.tags.empty())
         return;
-    // The counter goes first: whoever sees a tag finds it covered. A window that is gone by now
-    // leaves an error that no one reads, and its number is never given again.
-    XcbConnection& connection = m_link->connection();
-    const AtomTable& atoms = m_link->atoms();
+    // The counter goes first, so that every tag that another program reads is covered by it. A
+    // window that is gone by now leaves an unread error, and its number is never given again.
+    XcbConnection& connection = m_display->connection();
+    const AtomTable& atoms = m_display->atoms();
     const auto change = [&](xcb_window_t window, Atom property, WindowID value) {
         xcb_change_property(connection.raw(), XCB_PROP_MODE_REPLACE, window, atoms[property],
                             XCB_ATOM_CARDINAL, 32, 1, &value);
@@ -185,25 +186,25 @@ void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
     for (const WindowNumbers::Tag& tag : numbering.tags)
         change(tag.window, Atom::kelpaWindowNumber, tag.number);
     // Captures and actions go through connections of their own, which the server may serve before
-    // this one: without its answer they could find a window without its number.
+    // this one: without waiting for this reply they could find a window that is not tagged yet.
     InputFocusReply(connection).get();
 }
 
-std::vector<std::uint32_t> X11WindowServer::forgetEnded()
+std::vector<std::uint32_t> X11WindowServer::forgetDestroyed()
 {
-    std::vector<std::uint32_t> ended;
-    while (const XcbEvent event = m_link->connection().queuedEvent()) {
-        if (const std::optional<xcb_window_t> window = endedWindow(*event)) {
+    std::vector<std::uint32_t> destroyed;
+    while (const XcbEvent event = m_display->connection().queuedEvent()) {
+        if (const std::optional<xcb_window_t> window = destroyedWindow(*event)) {
             m_numbers.windowDestroyed(*window);
-            ended.push_back(*window);
+            destroyed.push_back(*window);
         }
     }
-    return ended;
+    return destroyed;
 }
 
 void X11WindowServer::publishWindows(const std::vector<ClientWindow>& clients)
 {
-    std::map<WindowID, SeenWindow> windows;
+    std::map<WindowID, KnownWindow> windows;
     for (const ClientWindow& client : clients) {
         if (client.number) {
             const bool isOwn = client.process && client.process == m_needs.ownProcess;
@@ -214,7 +215,7 @@ void X11WindowServer::publishWindows(const std::vector<ClientWindow>& clients)
     m_windows = std::move(windows);
 }
 
-std::unique_ptr<DiscoverySource> X11WindowServer::absent()
+std::unique_ptr<DiscoverySource> X11WindowServer::withoutDesktop()
 {
     m_trust->hasWindowManager = false;
     publishWindows({});

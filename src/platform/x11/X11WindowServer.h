@@ -1,4 +1,5 @@
-// The windows of an X display, as its window manager keeps them.
+// The window server of an X display: reads the windows that its EWMH window manager lists, numbers
+// and captures them.
 #pragma once
 
 #include "platform/ApplicationResolver.h"
@@ -29,23 +30,23 @@ struct X11WindowServerNeeds
 {
     std::shared_ptr<DisplayConnector> connector;
     ApplicationResolver& resolver;
-    /// Null when no documents can be had.
+    /// Null when there is no source of documents.
     DocumentSource* documents = nullptr;
     NumberReservation& reservation;
-    /// What `reservation` last took, 0 at first.
-    WindowID numberFloor = 0;
+    /// The greatest number reserved so far, 0 at first.
+    WindowID highWaterMark = 0;
     Scheduler& scheduler;
-    /// Numbers that no new window may get, since something is kept under them.
+    /// Numbers that no new window may get, because windows are assigned by them.
     std::set<WindowID> takenNumbers{};
-    /// Whose windows are not prepared for being captured: of those that are, the server no longer
-    /// tells whether others cover them.
+    /// This program's process. Its windows are not redirected ahead of a capture: of a redirected
+    /// window the server no longer reports whether others obscure it.
     std::optional<ProcessID> ownProcess{};
 };
 
-/// Looks at the desktop through a connection of its own, which is made on the first look and made
-/// anew when it was lost. A look costs two round trips, one more when no program gives window
-/// numbers yet. While it looks regularly it hears of the end of every window it has seen, so that a
-/// number never passes on with a reused id.
+/// Reads the desktop through a connection of its own, which the first discovery pass opens and a
+/// later one opens again after it was lost. A pass costs two round trips, one more while no program
+/// writes window numbers. The destruction of every window that a pass has read is reported to that
+/// connection, so that a number never passes on with a reused id.
 class X11WindowServer : public WindowServer
 {
 public:
@@ -54,65 +55,65 @@ public:
 
     /// True when an EWMH window manager runs and the server has Composite.
     bool isScreenCaptureTrusted() const override;
-    /// There is no one to ask: what the display offers is there for every client.
+    /// X11 has no such permission: what the display offers, it offers to every client.
     bool requestScreenCapture() override { return isScreenCaptureTrusted(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
-    /// Known are the windows of the last look.
+    /// Knows the windows of the last discovery pass.
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
-    /// The watch also keeps the trust up to date, so that it returns with a window manager.
+    /// The subscription also keeps the trust up to date, so that it returns with a window manager.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchWindows(std::function<void()> changed) override;
 
-    /// Looks anew whether a window manager runs, without reading windows. Any thread but the main
+    /// Checks again whether a window manager runs, without reading windows. Any thread but the main
     /// one: it waits for the server.
     void refreshTrust();
-    /// Outlives this object where it is kept.
+    /// May outlive this object.
     std::shared_ptr<const DesktopTrust> trust() const { return m_trust; }
 
-    /// The server's id of a window, as of the last look; absent when it is not among its windows.
-    /// The id may have been reused since: compare the tag before acting on it. Any thread, returns
-    /// at once.
+    /// The server's id of a window, as of the last discovery pass; absent when the pass did not
+    /// find it. The id may have been reused since: compare the tag before acting on it. Any thread;
+    /// returns at once.
     std::optional<std::uint32_t> clientWindow(WindowID number) const;
 
-    /// What the present connection has cost so far. Any thread; waits for a look in progress.
+    /// The cost of the current connection so far. Any thread; waits for a pass in progress.
     XcbTraffic traffic() const;
-    /// What the present connection for captures has cost so far, and brought. Any thread; waits for
+    /// The cost and the yield of the current connection for captures so far. Any thread; waits for
     /// a capture in progress.
     XcbTraffic captureTraffic() const { return m_capturer.traffic(); }
     CaptureCounts captureCounts() const { return m_capturer.counts(); }
 
 private:
-    struct SeenWindow
+    struct KnownWindow
     {
         std::uint32_t window = 0;
-        /// It is shown, and not this program's own.
-        bool mayBeKept = false;
+        /// Viewable, and not this program's own.
+        bool mayRedirectAhead = false;
     };
 
     bool connect();
-    void updateNumbersRole(RootReading& root);
+    void updateNumberWriter(RootReading& root);
     std::vector<ClientWindow> numbered(ClientsReading clients, const RootReading& root);
     void write(const WindowNumbers::Numbering& numbering);
-    /// The ids of the windows of which the server has said that they ended.
-    std::vector<std::uint32_t> forgetEnded();
+    /// The ids of the windows that the server has reported as destroyed since the last call.
+    std::vector<std::uint32_t> forgetDestroyed();
     void publishWindows(const std::vector<ClientWindow>& clients);
-    std::unique_ptr<DiscoverySource> absent();
-    /// Those of them whose contents may be kept ahead of their turn, as of the last look.
-    std::vector<CaptureTarget> keepable(const std::vector<WindowID>& numbers) const;
+    std::unique_ptr<DiscoverySource> withoutDesktop();
+    /// The windows among them that may be redirected ahead of their turn, as of the last pass.
+    std::vector<CaptureTarget> redirectable(const std::vector<WindowID>& numbers) const;
 
     const X11WindowServerNeeds m_needs;
     const std::shared_ptr<DesktopTrust> m_trust = std::make_shared<DesktopTrust>();
     const std::shared_ptr<IconRevisions> m_icons = std::make_shared<IconRevisions>();
 
-    /// Guards what follows it: one look at a time.
-    mutable std::mutex m_lookMutex;
-    std::unique_ptr<DisplayConnection> m_link;
+    /// Guards the members up to the next mutex: one discovery pass at a time.
+    mutable std::mutex m_discoveryMutex;
+    std::unique_ptr<DisplayConnection> m_display;
     WindowNumbers m_numbers;
     bool m_isWritingNumbers = false;
 
     mutable std::mutex m_windowsMutex;
-    std::map<WindowID, SeenWindow> m_windows;
+    std::map<WindowID, KnownWindow> m_windows;
     WindowCapturer m_capturer{m_needs.connector};
 };
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 using namespace kelpa;
-using namespace kelpa;
 
 namespace {
 
@@ -15,11 +14,11 @@ class Reservation : public NumberReservation
 public:
     bool reserve(WindowID upTo) override
     {
-        asked.push_back(upTo);
+        reserved.push_back(upTo);
         return isSucceeding;
     }
 
-    std::vector<WindowID> asked;
+    std::vector<WindowID> reserved;
     bool isSucceeding = true;
 };
 
@@ -40,7 +39,7 @@ TEST(WindowNumbers, New_windows_are_numbered_in_order_and_tagged)
     EXPECT_EQ(result.counter, 2U);
 }
 
-TEST(WindowNumbers, A_second_look_writes_nothing)
+TEST(WindowNumbers, A_second_pass_writes_nothing)
 {
     Reservation reservation;
     WindowNumbers numbers(reservation, 0);
@@ -62,18 +61,18 @@ TEST(WindowNumbers, Tags_of_an_earlier_run_are_kept)
     EXPECT_EQ(result.tags, (Tags{{windowB, 257}}));
 }
 
-TEST(WindowNumbers, Numbering_continues_above_the_greater_of_the_floor_and_the_counter)
+TEST(WindowNumbers, Numbering_continues_above_the_greater_of_the_mark_and_the_counter)
 {
     Reservation reservation;
-    WindowNumbers byFloor(reservation, 256);
-    byFloor.beginWriting(3);
-    EXPECT_EQ(byFloor.number({{windowA, {}}}, 3).numbers, (Numbers{257}));
+    WindowNumbers byMark(reservation, 256);
+    byMark.beginWriting(3);
+    EXPECT_EQ(byMark.number({{windowA, {}}}, 3).numbers, (Numbers{257}));
     WindowNumbers byCounter(reservation, 256);
     byCounter.beginWriting(900);
     EXPECT_EQ(byCounter.number({{windowA, {}}}, 900).numbers, (Numbers{901}));
 }
 
-TEST(WindowNumbers, A_counter_far_ahead_of_the_floor_is_not_believed)
+TEST(WindowNumbers, A_counter_far_ahead_of_the_mark_is_not_believed)
 {
     Reservation reservation;
     WindowNumbers numbers(reservation, 256);
@@ -164,7 +163,7 @@ TEST(WindowNumbers, Numbers_are_reserved_in_blocks_before_they_are_given)
     for (std::uint32_t window = 1; window <= 257; ++window) {
         numbers.number({{window, {}}}, {});
     }
-    EXPECT_EQ(reservation.asked, (std::vector<WindowID>{512, 768}));
+    EXPECT_EQ(reservation.reserved, (std::vector<WindowID>{512, 768}));
 }
 
 TEST(WindowNumbers, Windows_are_numbered_even_while_the_disk_refuses)
@@ -175,10 +174,10 @@ TEST(WindowNumbers, Windows_are_numbered_even_while_the_disk_refuses)
     numbers.beginWriting(256);
     const auto result = numbers.number({{windowA, {}}, {windowB, 5}, {windowC, {}}}, 256);
     EXPECT_EQ(result.numbers, (Numbers{257, 5, 258}));
-    EXPECT_EQ(reservation.asked, std::vector<WindowID>{512}) << "once for one look";
+    EXPECT_EQ(reservation.reserved, std::vector<WindowID>{512}) << "once for one pass";
 }
 
-TEST(WindowNumbers, A_refused_reservation_is_tried_again_at_each_look_until_it_succeeds)
+TEST(WindowNumbers, A_refused_reservation_is_tried_again_in_each_pass_until_it_succeeds)
 {
     Reservation reservation;
     reservation.isSucceeding = false;
@@ -189,10 +188,10 @@ TEST(WindowNumbers, A_refused_reservation_is_tried_again_at_each_look_until_it_s
     reservation.isSucceeding = true;
     numbers.number({{windowA, 257}, {windowB, 258}}, 258);
     numbers.number({{windowA, 257}, {windowB, 258}}, 258);
-    EXPECT_EQ(reservation.asked, (std::vector<WindowID>{512, 513, 513}));
+    EXPECT_EQ(reservation.reserved, (std::vector<WindowID>{512, 513, 513}));
 }
 
-TEST(WindowNumbers, A_number_under_which_something_is_kept_is_passed_over)
+TEST(WindowNumbers, A_taken_number_is_skipped)
 {
     Reservation reservation;
     WindowNumbers numbers(reservation, 4, {2, 6, 7, 4294967295U});
@@ -201,7 +200,7 @@ TEST(WindowNumbers, A_number_under_which_something_is_kept_is_passed_over)
               (Numbers{5, 8, 9}));
 }
 
-TEST(WindowNumbers, The_last_number_is_not_given_when_something_is_kept_under_it)
+TEST(WindowNumbers, The_last_number_is_not_given_when_it_is_taken)
 {
     Reservation reservation;
     WindowNumbers numbers(reservation, 4294967294U, {4294967295U});
@@ -216,7 +215,7 @@ TEST(WindowNumbers, After_the_last_number_none_is_given)
     numbers.beginWriting({});
     const auto result = numbers.number({{windowA, {}}, {windowB, {}}}, 4294967294U);
     EXPECT_EQ(result.numbers, (Numbers{4294967295U, std::nullopt}));
-    EXPECT_EQ(reservation.asked, std::vector<WindowID>{4294967295U});
+    EXPECT_EQ(reservation.reserved, std::vector<WindowID>{4294967295U});
 }
 
 TEST(WindowNumbers, A_reader_takes_the_tags_of_the_writer_and_gives_none)
@@ -228,7 +227,7 @@ TEST(WindowNumbers, A_reader_takes_the_tags_of_the_writer_and_gives_none)
     EXPECT_EQ(result.numbers, (Numbers{4, std::nullopt, std::nullopt}));
     EXPECT_TRUE(result.tags.empty());
     EXPECT_EQ(result.counter, std::nullopt);
-    EXPECT_EQ(reservation.asked, std::vector<WindowID>{259});
+    EXPECT_EQ(reservation.reserved, std::vector<WindowID>{259});
 }
 
 TEST(WindowNumbers, A_reader_believes_neither_of_two_equal_tags)

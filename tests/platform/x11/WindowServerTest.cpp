@@ -1,4 +1,4 @@
-#include "platform/x11/actions/WindowActor.h"
+#include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/X11WindowActions.h"
 #include "support/desktop/X11Desktop.h"
 
@@ -24,8 +24,8 @@ protected:
 TEST_F(WindowServerOnDisplay, Without_a_look_nothing_is_trusted)
 {
     EXPECT_FALSE(server->isScreenCaptureTrusted());
-    x11::WindowActor actor(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
-    EXPECT_FALSE(x11::X11WindowActions(server->trust(), actor).isTrusted());
+    x11::EwmhPager pager(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
+    EXPECT_FALSE(x11::X11WindowActions(server->trust(), pager).isTrusted());
 }
 
 TEST_F(WindowServerOnDisplay, Without_a_window_manager_there_is_no_list_and_no_trust)
@@ -38,12 +38,12 @@ TEST_F(WindowServerOnDisplay, Without_a_window_manager_there_is_no_list_and_no_t
 
 TEST_F(WindowServerOnDisplay, Trust_goes_and_comes_with_the_window_manager)
 {
-    x11::WindowActor actor(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
-    const x11::X11WindowActions accessibility(server->trust(), actor);
+    x11::EwmhPager pager(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
+    const x11::X11WindowActions windowActions(server->trust(), pager);
     std::optional<WindowManager> manager(xServer.display());
     EXPECT_TRUE(server->openDiscoverySource()->isAccessibilityTrusted());
     EXPECT_TRUE(server->isScreenCaptureTrusted());
-    EXPECT_TRUE(accessibility.isTrusted());
+    EXPECT_TRUE(windowActions.isTrusted());
 
     // Killed, it leaves its hint behind.
     manager->kill();
@@ -52,12 +52,12 @@ TEST_F(WindowServerOnDisplay, Trust_goes_and_comes_with_the_window_manager)
     EXPECT_TRUE(client.word(client.root(), "_NET_SUPPORTING_WM_CHECK").has_value());
     EXPECT_FALSE(server->openDiscoverySource()->windowList(WindowListScope::all).has_value());
     EXPECT_FALSE(server->isScreenCaptureTrusted());
-    EXPECT_FALSE(accessibility.isTrusted());
+    EXPECT_FALSE(windowActions.isTrusted());
 
     manager.emplace(xServer.display());
     server->refreshTrust();
     EXPECT_TRUE(server->isScreenCaptureTrusted());
-    EXPECT_TRUE(accessibility.isTrusted());
+    EXPECT_TRUE(windowActions.isTrusted());
     EXPECT_TRUE(server->openDiscoverySource()->windowList(WindowListScope::all).has_value());
 }
 

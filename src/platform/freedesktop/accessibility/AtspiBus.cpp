@@ -18,14 +18,14 @@ const std::string accessible = "org.a11y.atspi.Accessible";
 const BusAddressee registry{"org.a11y.atspi.Registry", rootPath, accessible};
 const BusAddressee launcher{"org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus"};
 
-/// More than any desktop has; a bound for an application that claims without end.
+/// More than any desktop has; bounds an application that reports without end.
 constexpr std::size_t maximalApplications = 512;
 constexpr std::size_t maximalDocuments = 64;
 constexpr qsizetype maximalText = 8192;
 
-/// The elements to look for: document frames (role 82) and documents of spreadsheets,
-/// presentations, text, web and mail (92 to 96), whatever tab they are on as long as it is showing
-/// (state 25), in the order of the tree. The two lists are bit fields of 32 bits a word.
+/// The match rule of Collection.GetMatches: document frames (role 82) and documents of
+/// spreadsheets, presentations, text, web and mail (92 to 96) that are showing (state 25), in tree
+/// order. States and roles are bit fields of 32 bits a word.
 GVariant* documentRule()
 {
     return g_variant_new_parsed("(([%i, 0], 1, @a{ss} {}, 1, [0, 0, %i, %i], 2, @as [], 1, false), "
@@ -34,7 +34,7 @@ GVariant* documentRule()
                                 gint32{1}, static_cast<gint32>(maximalDocuments));
 }
 
-/// The objects of an answer of type "(a(so))" as pairs of bus name and path.
+/// The objects of a reply of type "(a(so))" as pairs of bus name and path.
 std::vector<std::pair<std::string, std::string>> objects(GVariant* answer, std::size_t maximum)
 {
     std::vector<std::pair<std::string, std::string>> found;
@@ -54,7 +54,7 @@ QString bounded(const char* text)
     return value.size() <= maximalText ? value : QString();
 }
 
-/// Path or URL of a document by its attributes. Toolkits differ in what they call it.
+/// Path or URL of a document by its attributes; toolkits differ in the key.
 QString location(GVariant* answer)
 {
     static constexpr std::array keys{"DocURL", "URI"};
@@ -98,14 +98,14 @@ QString name(GVariant* answer)
 
 } // namespace
 
-/// What one application is being asked.
-struct AtspiBus::Question
+/// The calls to one application for its documents.
+struct AtspiBus::DocumentsRequest
 {
     std::string name;
     Clock::time_point deadline;
     Documents done;
     std::vector<ShownDocument> documents;
-    std::size_t awaited = 0;
+    std::size_t pending = 0;
     bool isSilent = false;
 
     Milliseconds left() const { return std::chrono::ceil<Milliseconds>(deadline - Clock::now()); }
@@ -122,7 +122,7 @@ struct AtspiBus::Question
 
 AtspiBus::~AtspiBus()
 {
-    // Both before either goes: an answer on the one may lead to a question on the other.
+    // Both before either is destroyed: a reply on one may cause a call on the other.
     m_session.abandon();
     m_bus.abandon();
 }
@@ -130,30 +130,30 @@ AtspiBus::~AtspiBus()
 void AtspiBus::connect(Milliseconds limit, std::function<void(bool)> done)
 {
     m_processes.clear();
-    if (m_place.address) {
-        m_bus.open(*m_place.address, limit, std::move(done));
+    if (m_address.address) {
+        m_bus.open(*m_address.address, limit, std::move(done));
         return;
     }
     const auto otherwise = [this, limit, done = std::move(done)](bool isConnected) {
         m_session.close();
-        if (isConnected || m_place.fallbackAddress.empty())
+        if (isConnected || m_address.fallbackAddress.empty())
             done(isConnected);
         else
-            m_bus.open(m_place.fallbackAddress, limit, done);
+            m_bus.open(m_address.fallbackAddress, limit, done);
     };
-    if (m_place.sessionAddress.empty()) {
+    if (m_address.sessionAddress.empty()) {
         otherwise(false);
         return;
     }
-    m_session.open(m_place.sessionAddress, limit, [this, limit, otherwise](bool isConnected) {
+    m_session.open(m_address.sessionAddress, limit, [this, limit, otherwise](bool isConnected) {
         if (isConnected)
-            askForAddress(limit, otherwise);
+            requestAddress(limit, otherwise);
         else
             otherwise(false);
     });
 }
 
-void AtspiBus::askForAddress(Milliseconds limit, std::function<void(bool)> done)
+void AtspiBus::requestAddress(Milliseconds limit, std::function<void(bool)> done)
 {
     m_session.call(launcher, "GetAddress", nullptr, "(s)", limit,
                    [this, limit, done = std::move(done)](BusOutcome outcome, GVariant* value) {
@@ -179,13 +179,13 @@ void AtspiBus::applications(Milliseconds limit, std::function<void(std::optional
         for (auto& [name, path] : objects(value, maximalApplications))
             names.insert(std::move(name));
         std::erase_if(m_processes, [&](const auto& known) { return !names.contains(known.first); });
-        askForProcesses({names.begin(), names.end()}, limit, done);
+        requestProcesses({names.begin(), names.end()}, limit, done);
     };
     m_bus.call(registry, "GetChildren", nullptr, "(a(so))", limit, children);
 }
 
-void AtspiBus::askForProcesses(std::vector<std::string> names, Milliseconds limit,
-                               std::function<void(std::optional<Names>)> done)
+void AtspiBus::requestProcesses(std::vector<std::string> names, Milliseconds limit,
+                                std::function<void(std::optional<Names>)> done)
 {
     const auto finish = [this, done = std::move(done)] {
         Names known;
@@ -198,17 +198,17 @@ void AtspiBus::askForProcesses(std::vector<std::string> names, Milliseconds limi
         finish();
         return;
     }
-    const auto awaited = std::make_shared<std::size_t>(names.size());
+    const auto pending = std::make_shared<std::size_t>(names.size());
     for (const std::string& name : names) {
         m_bus.call(busItself, "GetConnectionUnixProcessID", g_variant_new("(s)", name.c_str()),
                    "(u)", limit,
-                   [this, name, awaited, finish](BusOutcome outcome, GVariant* value) {
+                   [this, name, pending, finish](BusOutcome outcome, GVariant* value) {
                        if (outcome == BusOutcome::answered) {
                            guint32 process = 0;
                            g_variant_get(value, "(u)", &process);
                            m_processes[name] = static_cast<ProcessID>(process);
                        }
-                       if (--*awaited == 0)
+                       if (--*pending == 0)
                            finish();
                    });
     }
@@ -216,56 +216,55 @@ void AtspiBus::askForProcesses(std::vector<std::string> names, Milliseconds limi
 
 void AtspiBus::documents(const std::string& name, Milliseconds limit, Documents done)
 {
-    const auto question = std::make_shared<Question>();
-    question->name = name;
-    question->deadline = Clock::now() + limit;
-    question->done = std::move(done);
-    const auto matches = [this, question](BusOutcome outcome, GVariant* value) {
+    const auto request = std::make_shared<DocumentsRequest>();
+    request->name = name;
+    request->deadline = Clock::now() + limit;
+    request->done = std::move(done);
+    const auto matches = [this, request](BusOutcome outcome, GVariant* value) {
         if (outcome != BusOutcome::answered) {
-            question->finish(outcome == BusOutcome::silent ? DocumentAnswer::silent
-                                                           : DocumentAnswer::unable);
+            request->finish(outcome == BusOutcome::silent ? DocumentAnswer::silent
+                                                          : DocumentAnswer::unable);
             return;
         }
         auto found = objects(value, maximalDocuments);
-        // An application speaks for its own objects only.
-        std::erase_if(found, [&](const auto& object) { return object.first != question->name; });
+        // An application reports only its own objects.
+        std::erase_if(found, [&](const auto& object) { return object.first != request->name; });
         if (found.empty()) {
-            question->finish(DocumentAnswer::none);
+            request->finish(DocumentAnswer::none);
             return;
         }
-        question->documents.resize(found.size());
-        question->awaited = 3 * found.size();
+        request->documents.resize(found.size());
+        request->pending = 3 * found.size();
         for (std::size_t i = 0; i < found.size(); ++i)
-            askForDocument(question, i, found[i].second);
+            requestDocument(request, i, found[i].second);
     };
     m_bus.call({name, rootPath, "org.a11y.atspi.Collection"}, "GetMatches", documentRule(),
                "(a(so))", limit, matches);
 }
 
-void AtspiBus::askForDocument(const std::shared_ptr<Question>& question, std::size_t index,
-                              const std::string& path)
+void AtspiBus::requestDocument(const std::shared_ptr<DocumentsRequest>& request, std::size_t index,
+                               const std::string& path)
 {
-    const auto into = [question, index](void (*take)(ShownDocument&, GVariant*)) {
-        return [question, index, take](BusOutcome outcome, GVariant* value) {
+    const auto into = [request, index](void (*take)(ShownDocument&, GVariant*)) {
+        return [request, index, take](BusOutcome outcome, GVariant* value) {
             if (outcome == BusOutcome::answered)
-                take(question->documents[index], value);
-            question->isSilent = question->isSilent || outcome == BusOutcome::silent;
-            if (--question->awaited == 0)
-                question->finish(question->isSilent ? DocumentAnswer::silent
-                                                    : DocumentAnswer::none);
+                take(request->documents[index], value);
+            request->isSilent = request->isSilent || outcome == BusOutcome::silent;
+            if (--request->pending == 0)
+                request->finish(request->isSilent ? DocumentAnswer::silent : DocumentAnswer::none);
         };
     };
-    m_bus.call({question->name, path, "org.a11y.atspi.Document"}, "GetAttributes", nullptr,
-               "(a{ss})", question->left(), into([](ShownDocument& document, GVariant* value) {
+    m_bus.call({request->name, path, "org.a11y.atspi.Document"}, "GetAttributes", nullptr,
+               "(a{ss})", request->left(), into([](ShownDocument& document, GVariant* value) {
                    document.document = location(value);
                }));
     // Relative to the screen (0), not to the window.
     m_bus.call(
-        {question->name, path, "org.a11y.atspi.Component"}, "GetExtents",
-        g_variant_new("(u)", guint32{0}), "((iiii))", question->left(),
+        {request->name, path, "org.a11y.atspi.Component"}, "GetExtents",
+        g_variant_new("(u)", guint32{0}), "((iiii))", request->left(),
         into([](ShownDocument& document, GVariant* value) { document.extents = extents(value); }));
-    m_bus.call({question->name, path, "org.freedesktop.DBus.Properties"}, "Get",
-               g_variant_new("(ss)", accessible.c_str(), "Name"), "(v)", question->left(),
+    m_bus.call({request->name, path, "org.freedesktop.DBus.Properties"}, "Get",
+               g_variant_new("(ss)", accessible.c_str(), "Name"), "(v)", request->left(),
                into([](ShownDocument& document, GVariant* value) { document.name = name(value); }));
 }
 

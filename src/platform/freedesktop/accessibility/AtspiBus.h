@@ -1,4 +1,5 @@
-// What the accessibility bus says of applications and their documents.
+// Reads from the accessibility bus (AT-SPI) which applications are on it and which documents they
+// show.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -18,16 +19,17 @@
 
 namespace kelpa {
 
-struct AccessibilityBusPlace
+struct AtspiBusAddress
 {
-    /// The bus's own address; absent: it is asked for on the session bus at `sessionAddress`.
+    /// The D-Bus address; absent: the session bus at `sessionAddress` is asked for it.
     std::optional<std::string> address;
     std::string sessionAddress;
-    /// What to try when the session bus does not know; empty for nothing.
+    /// Tried when the session bus does not know; empty for none.
     std::string fallbackAddress;
 };
 
-/// Asks with deadlines and never for a whole tree of objects. Threads and callbacks as `AsyncBus`.
+/// Every call has a deadline, and none asks for a whole tree of objects. Threads and callbacks as
+/// `AsyncBus`.
 class AtspiBus
 {
 public:
@@ -36,7 +38,7 @@ public:
     using Names = std::multimap<ProcessID, std::string>;
     using Documents = std::function<void(DocumentAnswer, std::vector<ShownDocument>)>;
 
-    explicit AtspiBus(AccessibilityBusPlace place) : m_place(std::move(place)) {}
+    explicit AtspiBus(AtspiBusAddress address) : m_address(std::move(address)) {}
     AtspiBus(const AtspiBus&) = delete;
     AtspiBus& operator=(const AtspiBus&) = delete;
     ~AtspiBus();
@@ -46,24 +48,25 @@ public:
     /// Finds the bus and connects to it; false when there is none.
     void connect(Milliseconds limit, std::function<void(bool)> done);
 
-    /// The applications on the bus; none when it does not tell within `limit`. Needs a connection.
+    /// The applications on the bus; none when the registry does not reply within `limit`. Needs a
+    /// connection.
     void applications(Milliseconds limit, std::function<void(std::optional<Names>)> done);
 
-    /// The documents that the application of this bus name shows. Everything that it is asked for
-    /// together takes at most `limit`; what was heard by then counts. Needs a connection.
+    /// The documents that the application of this bus name shows. All calls to it together take at
+    /// most `limit`; replies until then count. Needs a connection.
     void documents(const std::string& name, Milliseconds limit, Documents done);
 
 private:
-    struct Question;
+    struct DocumentsRequest;
 
-    void askForAddress(Milliseconds limit, std::function<void(bool)> done);
-    void askForProcesses(std::vector<std::string> names, Milliseconds limit,
-                         std::function<void(std::optional<Names>)> done);
-    void askForDocument(const std::shared_ptr<Question>& question, std::size_t index,
-                        const std::string& path);
+    void requestAddress(Milliseconds limit, std::function<void(bool)> done);
+    void requestProcesses(std::vector<std::string> names, Milliseconds limit,
+                          std::function<void(std::optional<Names>)> done);
+    void requestDocument(const std::shared_ptr<DocumentsRequest>& request, std::size_t index,
+                         const std::string& path);
 
-    AccessibilityBusPlace m_place;
-    /// A bus gives no name twice, so its process need be asked for only once a connection.
+    AtspiBusAddress m_address;
+    /// A bus never reuses a unique name, so each process is requested once per connection.
     std::map<std::string, ProcessID> m_processes;
     AsyncBus m_session;
     AsyncBus m_bus;

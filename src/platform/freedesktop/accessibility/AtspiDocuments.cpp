@@ -29,20 +29,20 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-AccessibilityBusPlace place(const AccessibilityDocumentsOptions& options)
+AtspiBusAddress busAddress(const AtspiDocumentsOptions& options)
 {
-    AccessibilityBusPlace place;
+    AtspiBusAddress result;
     if (options.busAddress) {
-        place.address = options.busAddress->toStdString();
+        result.address = options.busAddress->toStdString();
     } else if (options.sessionAddress) {
-        place.sessionAddress = options.sessionAddress->toStdString();
+        result.sessionAddress = options.sessionAddress->toStdString();
     } else if (const QByteArray known = qgetenv("AT_SPI_BUS_ADDRESS"); !known.isEmpty()) {
-        place.address = known.toStdString();
+        result.address = known.toStdString();
     } else {
-        place.sessionAddress = sessionBusAddress().toStdString();
+        result.sessionAddress = sessionBusAddress().toStdString();
     }
-    place.fallbackAddress = options.fallbackAddress.toStdString();
-    return place;
+    result.fallbackAddress = options.fallbackAddress.toStdString();
+    return result;
 }
 
 using Documents = std::map<ProcessID, std::vector<WindowDocument>>;
@@ -52,9 +52,9 @@ using Documents = std::map<ProcessID, std::vector<WindowDocument>>;
 class AtspiDocuments::Worker
 {
 public:
-    Worker(std::function<void()> changed, AccessibilityDocumentsOptions options)
-        : m_changed(std::move(changed)), m_options(std::move(options)), m_place(place(m_options)),
-          m_context(g_main_context_new()),
+    Worker(std::function<void()> changed, AtspiDocumentsOptions options)
+        : m_changed(std::move(changed)), m_options(std::move(options)),
+          m_address(busAddress(m_options)), m_context(g_main_context_new()),
           m_thread([this](const std::stop_token& stop) { run(stop); })
     {}
     Worker(const Worker&) = delete;
@@ -88,28 +88,29 @@ public:
 
 private:
     void run(const std::stop_token& stop);
-    void look(AtspiBus& bus);
+    void askWhenDue(AtspiBus& bus);
     void takeNoted();
-    void ask(AtspiBus& bus, const std::vector<ProcessID>& processes);
-    void askApplications(AtspiBus& bus, const std::vector<ProcessID>& processes,
-                         const AtspiBus::Names& names);
+    void requestApplications(AtspiBus& bus, const std::vector<ProcessID>& processes);
+    void requestDocuments(AtspiBus& bus, const std::vector<ProcessID>& processes,
+                          const AtspiBus::Names& names);
     void answered(ProcessID process, DocumentAnswer answer,
                   const std::vector<ShownDocument>& documents);
 
     const std::function<void()> m_changed;
-    const AccessibilityDocumentsOptions m_options;
-    const AccessibilityBusPlace m_place;
-    /// Lives on the constructing thread; what is posted to it dies with it.
-    QObject m_home;
+    const AtspiDocumentsOptions m_options;
+    const AtspiBusAddress m_address;
+    /// Lives on the constructing thread and receives the change notifications; those that are still
+    /// queued end with it.
+    QObject m_receiver;
 
     std::mutex m_mutex;
     std::optional<std::vector<DocumentQuery>> m_noted;
     Documents m_documents;
 
-    // Of the thread alone.
+    // Used on the worker thread only.
     std::map<ProcessID, std::vector<DocumentQuery>> m_windows;
     DocumentSchedule m_schedule{m_options.intervals};
-    std::size_t m_awaited = 0;
+    std::size_t m_pendingRequests = 0;
     std::optional<Clock::time_point> m_connectNotBefore;
 
     const GlibPointer<GMainContext> m_context;
@@ -120,9 +121,9 @@ void AtspiDocuments::Worker::run(const std::stop_token& stop)
 {
     g_main_context_push_thread_default(m_context.get());
     {
-        AtspiBus bus(m_place);
+        AtspiBus bus(m_address);
         while (!stop.stop_requested()) {
-            look(bus);
+            askWhenDue(bus);
             g_main_context_iteration(m_context.get(), TRUE);
         }
     }
@@ -143,12 +144,13 @@ void AtspiDocuments::Worker::takeNoted()
                   [this](const auto& known) { return !m_windows.contains(known.first); });
 }
 
-/// Between any two events: asks when windows were noted and no question is under way.
-void AtspiDocuments::Worker::look(AtspiBus& bus)
+/// Called between any two events; starts the next calls when windows were noted and none is
+/// pending.
+void AtspiDocuments::Worker::askWhenDue(AtspiBus& bus)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_awaited > 0 || !m_noted)
+        if (m_pendingRequests > 0 || !m_noted)
             return;
     }
     takeNoted();
@@ -156,11 +158,11 @@ void AtspiDocuments::Worker::look(AtspiBus& bus)
     const std::vector<ProcessID> due = m_schedule.due(now);
     if (due.empty() || (m_connectNotBefore && now < *m_connectNotBefore))
         return;
-    m_awaited = 1;
+    m_pendingRequests = 1;
     for (const ProcessID process : due)
         m_schedule.asked(process);
     if (bus.isConnected()) {
-        ask(bus, due);
+        requestApplications(bus, due);
         return;
     }
     bus.connect(m_options.connectLimit, [this, &bus, due](bool isConnected) {
@@ -168,25 +170,27 @@ void AtspiDocuments::Worker::look(AtspiBus& bus)
                 isConnected ? "open" : "failed");
         if (isConnected) {
             m_connectNotBefore.reset();
-            ask(bus, due);
+            requestApplications(bus, due);
             return;
         }
-        m_connectNotBefore = Clock::now() + m_options.reconnect;
-        m_awaited = 0;
+        m_connectNotBefore = Clock::now() + m_options.reconnectDelay;
+        m_pendingRequests = 0;
     });
 }
 
-void AtspiDocuments::Worker::ask(AtspiBus& bus, const std::vector<ProcessID>& processes)
+void AtspiDocuments::Worker::requestApplications(AtspiBus& bus,
+                                                 const std::vector<ProcessID>& processes)
 {
     bus.applications(m_options.applicationLimit,
                      [this, &bus, processes](const std::optional<AtspiBus::Names>& names) {
-                         askApplications(bus, processes, names.value_or(AtspiBus::Names()));
-                         --m_awaited;
+                         requestDocuments(bus, processes, names.value_or(AtspiBus::Names()));
+                         --m_pendingRequests;
                      });
 }
 
-void AtspiDocuments::Worker::askApplications(AtspiBus& bus, const std::vector<ProcessID>& processes,
-                                             const AtspiBus::Names& names)
+void AtspiDocuments::Worker::requestDocuments(AtspiBus& bus,
+                                              const std::vector<ProcessID>& processes,
+                                              const AtspiBus::Names& names)
 {
     for (const ProcessID process : processes) {
         const auto [first, last] = names.equal_range(process);
@@ -194,17 +198,17 @@ void AtspiDocuments::Worker::askApplications(AtspiBus& bus, const std::vector<Pr
             m_schedule.answered(process, DocumentAnswer::absent, Clock::now());
             continue;
         }
-        // A process with several connections is asked on each; the answers count together.
+        // A process with several connections is called on each; its replies are combined.
         struct Answers
         {
-            std::size_t awaited = 0;
+            std::size_t pending = 0;
             DocumentAnswer best = DocumentAnswer::silent;
             bool isSilent = false;
             std::vector<ShownDocument> documents;
         };
         const auto answers = std::make_shared<Answers>();
-        answers->awaited = static_cast<std::size_t>(std::distance(first, last));
-        ++m_awaited;
+        answers->pending = static_cast<std::size_t>(std::distance(first, last));
+        ++m_pendingRequests;
         for (auto name = first; name != last; ++name) {
             bus.documents(name->second, m_options.applicationLimit,
                           [this, process, answers](DocumentAnswer answer,
@@ -213,8 +217,8 @@ void AtspiDocuments::Worker::askApplications(AtspiBus& bus, const std::vector<Pr
                               answers->isSilent |= answer == DocumentAnswer::silent;
                               answers->documents.insert(answers->documents.end(), documents.begin(),
                                                         documents.end());
-                              if (--answers->awaited == 0) {
-                                  --m_awaited;
+                              if (--answers->pending == 0) {
+                                  --m_pendingRequests;
                                   answered(process,
                                            answers->isSilent ? DocumentAnswer::silent
                                                              : answers->best,
@@ -253,10 +257,10 @@ void AtspiDocuments::Worker::answered(ProcessID process, DocumentAnswer answer,
             return;
     }
     if (m_changed)
-        QMetaObject::invokeMethod(&m_home, m_changed, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(&m_receiver, m_changed, Qt::QueuedConnection);
 }
 
-AtspiDocuments::AtspiDocuments(std::function<void()> changed, AccessibilityDocumentsOptions options)
+AtspiDocuments::AtspiDocuments(std::function<void()> changed, AtspiDocumentsOptions options)
     : m_worker(std::make_unique<Worker>(std::move(changed), std::move(options)))
 {}
 

@@ -1,4 +1,4 @@
-// The documents of windows, asked of the accessibility bus in the background.
+// The documents of windows, read from the accessibility bus in the background.
 #pragma once
 
 #include "platform/DocumentSource.h"
@@ -14,37 +14,36 @@
 
 namespace kelpa {
 
-struct AccessibilityDocumentsOptions
+struct AtspiDocumentsOptions
 {
-    /// The accessibility bus; absent: what the session bus says.
+    /// Of the accessibility bus; absent: the session bus is asked for it.
     std::optional<QString> busAddress;
-    /// The session bus; absent: both buses are where the environment says.
+    /// Of the session bus; absent: the environment gives both addresses.
     std::optional<QString> sessionAddress;
-    /// What to try when the session bus does not know, as the window server may; empty for nothing.
+    /// Tried when the session bus does not know, such as an address that the window server gives;
+    /// empty for none.
     QString fallbackAddress;
-    /// What all questions to one application may take together, and each to a bus.
+    /// The limit of all calls to one application together, and of each call to a bus.
     std::chrono::milliseconds applicationLimit{250};
     std::chrono::milliseconds connectLimit{1000};
-    /// How long to leave a bus alone that could not be reached.
-    std::chrono::milliseconds reconnect{30'000};
+    /// How long to wait before connecting again to a bus that could not be reached.
+    std::chrono::milliseconds reconnectDelay{30'000};
     DocumentIntervals intervals;
 };
 
-/// Keeps what applications say of their documents. It has a thread of its own, on which nothing
-/// waits either: every question has a deadline, all applications are asked side by side, and one
-/// that lets its deadline pass is left alone for a while. It starts no service, never asks this
-/// process, and asks nobody while nothing changes but for a rare refresh.
+/// Caches the documents that applications report. Runs a thread of its own, on which nothing blocks
+/// either: every call has a deadline, all applications are called concurrently, and one that misses
+/// its deadline is not called again for a while. Starts no service, never calls this process, and
+/// makes no calls while nothing changes except for a rare refresh.
 class AtspiDocuments final : public DocumentSource
 {
 public:
-    /// `changed` is called on the constructing thread, which runs Qt's event loop, soon after
-    /// `document` would answer something else than before; may be empty. Nothing is asked before
-    /// windows are noted.
-    explicit AtspiDocuments(std::function<void()> changed,
-                            AccessibilityDocumentsOptions options = {});
+    /// `changed` is called on the constructing thread, which runs Qt's event loop, soon after the
+    /// answer of `document` has changed; may be empty. No call is made before windows are noted.
+    explicit AtspiDocuments(std::function<void()> changed, AtspiDocumentsOptions options = {});
     AtspiDocuments(const AtspiDocuments&) = delete;
     AtspiDocuments& operator=(const AtspiDocuments&) = delete;
-    /// On the constructing thread. Breaks off what is being asked, without waiting for the answer.
+    /// On the constructing thread. Cancels pending calls without waiting for their replies.
     ~AtspiDocuments() override;
 
     std::optional<QString> document(const DocumentQuery& window) override;

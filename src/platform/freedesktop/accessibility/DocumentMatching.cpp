@@ -55,8 +55,8 @@ double area(const ShownDocument& document)
     return document.extents ? document.extents->width * document.extents->height : 0;
 }
 
-/// The document that all entries which pass agree on; the outer absence says that none passes or
-/// that they differ.
+/// The document common to all entries that pass the test; the outer optional is empty when none
+/// passes or they differ.
 std::optional<std::optional<QString>> agreed(const std::vector<WindowDocument>& known,
                                              const std::function<bool(const WindowDocument&)>& test)
 {
@@ -92,7 +92,7 @@ std::vector<WindowDocument> matchDocuments(const std::vector<DocumentQuery>& win
             matched.push_back({windows[i], best[i]->document});
             continue;
         }
-        // Only under its own title: under another one the window shows something else by now.
+        // Only while the title is the same: with another one the window shows another document.
         const bool isSame =
             std::any_of(previous.begin(), previous.end(), [&](const WindowDocument& entry) {
                 return entry.window.title == windows[i].title;

@@ -11,7 +11,7 @@ void DocumentSchedule::note(const std::vector<DocumentQuery>& windows)
         titles[window.process].append(window.title);
     std::erase_if(m_processes, [&](const auto& known) { return !titles.contains(known.first); });
     for (auto& [process, now] : titles) {
-        // The order is the stacking order, which says nothing of documents.
+        // Their order is the stacking order, which does not affect documents.
         now.sort();
         Process& known = m_processes[process];
         if (known.titles != now) {
@@ -50,7 +50,7 @@ void DocumentSchedule::answered(ProcessID process, DocumentAnswer answer, Time n
         break;
     case DocumentAnswer::none:
         state.notBefore = now + m_intervals.betweenChanges;
-        state.refresh = now + m_intervals.rest;
+        state.refresh = now + m_intervals.backOff;
         break;
     case DocumentAnswer::absent:
         state.notBefore = now + m_intervals.refresh;
@@ -58,7 +58,7 @@ void DocumentSchedule::answered(ProcessID process, DocumentAnswer answer, Time n
         break;
     case DocumentAnswer::unable:
     case DocumentAnswer::silent:
-        state.notBefore = now + m_intervals.rest;
+        state.notBefore = now + m_intervals.backOff;
         state.refresh = state.notBefore;
         break;
     }

@@ -1,4 +1,5 @@
-// Which processes are worth asking for their documents, and when. A value; no clock of its own.
+// Decides when each process is asked for its documents: at once when its windows change, else
+// rarely, and less often the less it answers. A value without a clock of its own.
 #pragma once
 
 #include "platform/DocumentSource.h"
@@ -12,27 +13,27 @@
 
 namespace kelpa {
 
-/// How a process took the question.
+/// The outcome of asking a process.
 enum class DocumentAnswer : std::uint8_t {
-    /// It shows at least one document.
+    /// The process shows at least one document.
     documents,
-    /// It answered, and shows none.
+    /// It replied and shows no document.
     none,
-    /// It cannot be asked for documents.
+    /// It does not support the call.
     unable,
     /// It is not on the bus (yet).
     absent,
-    /// It did not answer in time.
+    /// It did not reply in time.
     silent,
 };
 
 struct DocumentIntervals
 {
     std::chrono::milliseconds betweenChanges = std::chrono::seconds(1);
-    /// For a process whose windows and titles stay as they are, and for one that is not on the bus.
+    /// For a process whose windows and titles do not change, and for one that is not on the bus.
     std::chrono::milliseconds refresh = std::chrono::seconds(10);
-    /// For a process that did not answer, cannot be asked, or shows no document.
-    std::chrono::milliseconds rest = std::chrono::seconds(60);
+    /// For a process that did not reply, does not support the call, or shows no document.
+    std::chrono::milliseconds backOff = std::chrono::seconds(60);
 };
 
 class DocumentSchedule
@@ -42,14 +43,15 @@ public:
 
     explicit DocumentSchedule(DocumentIntervals intervals = {}) : m_intervals(intervals) {}
 
-    /// Replaces what is known of the windows; processes without a window are forgotten.
+    /// Replaces the windows; processes without a window are forgotten.
     void note(const std::vector<DocumentQuery>& windows);
 
     /// The processes to ask now, in ascending order.
     std::vector<ProcessID> due(Time now) const;
 
-    /// To be said of each process that was asked, with what its windows were when it was.
+    /// Called when a request to the process is sent; window changes after that make it due again.
     void asked(ProcessID process);
+    /// Called with the outcome of that request.
     void answered(ProcessID process, DocumentAnswer answer, Time now);
 
 private:

@@ -14,7 +14,7 @@ namespace {
 const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
 
-/// 1 is reduced, anything else no preference.
+/// 1 means reduced, anything else no preference.
 std::optional<bool> isReducedByAll(const QVariant& value)
 {
     bool isNumber = false;
@@ -27,7 +27,7 @@ std::optional<bool> isReducedByGnome(const QVariant& value)
     return value.typeId() == QMetaType::Bool ? std::optional(!value.toBool()) : std::nullopt;
 }
 
-/// What durations are multiplied by; as text, as it stands in the file.
+/// The factor of all durations, as the text in the configuration file.
 std::optional<bool> isReducedByKde(const QVariant& value)
 {
     bool isNumber = false;
@@ -42,7 +42,7 @@ struct MotionKey
     std::optional<bool> (*isReduced)(const QVariant& value);
 };
 
-/// The one that all desktops are to agree on, and those that some of them had before.
+/// The setting that desktops have in common, and older ones of single desktops.
 const std::array<MotionKey, 3> motionKeys{{
     {appearanceSpace, QStringLiteral("reduced-motion"), isReducedByAll},
     {QStringLiteral("org.gnome.desktop.interface"), QStringLiteral("enable-animations"),
@@ -51,7 +51,7 @@ const std::array<MotionKey, 3> motionKeys{{
      isReducedByKde},
 }};
 
-/// Where it stands among the settings of motion; absent for any other one.
+/// Its index among the motion settings; absent for any other setting.
 std::optional<std::size_t> motionKeyIndex(const QString& space, const QString& key)
 {
     const auto* const found = std::ranges::find_if(
@@ -61,7 +61,7 @@ std::optional<std::size_t> motionKeyIndex(const QString& space, const QString& k
     return static_cast<std::size_t>(found - motionKeys.begin());
 }
 
-/// Listens to the portal, and tells what differs from before.
+/// Subscribes to the portal and reports values that differ from the previous one.
 template <class Value>
 class PortalWatch : public Subscription
 {
@@ -77,22 +77,22 @@ protected:
     template <class Take>
     void listen(Take take)
     {
-        m_listening = QObject::connect(m_portal.get(), &SettingsPortal::told, take);
+        m_listening = QObject::connect(m_portal.get(), &SettingsPortal::received, take);
     }
-    void ask(const QString& space, const QString& key) { m_portal->ask(space, key); }
+    void read(const QString& space, const QString& key) { m_portal->read(space, key); }
 
     void tell(std::optional<Value> value)
     {
-        if (m_told == value)
+        if (m_reported == value)
             return;
-        m_told = value;
+        m_reported = value;
         m_changed(value);
     }
 
 private:
     const std::shared_ptr<SettingsPortal> m_portal;
     const std::function<void(std::optional<Value>)> m_changed;
-    std::optional<Value> m_told;
+    std::optional<Value> m_reported;
     QMetaObject::Connection m_listening;
 };
 
@@ -107,7 +107,7 @@ public:
             if (space == appearanceSpace && key == colorSchemeKey)
                 tell(appearanceFromColorScheme(value));
         });
-        ask(appearanceSpace, colorSchemeKey);
+        read(appearanceSpace, colorSchemeKey);
     }
 };
 
@@ -122,7 +122,7 @@ public:
             take(space, key, value);
         });
         for (const MotionKey& each : motionKeys)
-            ask(each.space, each.key);
+            read(each.space, each.key);
     }
 
 private:
@@ -133,8 +133,7 @@ private:
         if (!isReduced)
             return;
         m_isReduced.at(*index) = isReduced;
-        // Where there are several settings, the others may still be what they were from the
-        // beginning.
+        // Of several settings, the others may still have their initial value.
         tell(std::ranges::find(m_isReduced, std::optional(true)) == m_isReduced.end());
     }
 

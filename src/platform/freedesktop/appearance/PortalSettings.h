@@ -1,4 +1,4 @@
-// Light or dark, and how much motion, as the desktop's settings portal tells.
+// The appearance and the motion setting of the desktop's settings portal.
 #pragma once
 
 #include "platform/AppearanceSetting.h"
@@ -15,7 +15,8 @@ namespace kelpa {
 class Scheduler;
 class SettingsPortal;
 
-/// Nobody is asked before the first watch, and all watches share one connection.
+/// The portal is not called before the first subscription, and all subscriptions share one
+/// connection.
 class PortalSettings final : public AppearanceSetting, public MotionSetting
 {
 public:
@@ -25,7 +26,7 @@ public:
     [[nodiscard]] std::unique_ptr<Subscription>
     watchAppearance(std::function<void(std::optional<Appearance> preferred)> changed) override;
 
-    /// Of several settings that tell of motion, animations are wanted where all do that are there.
+    /// Where several motion settings exist, animations are wanted when all of them want them.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchAnimations(std::function<void(std::optional<bool> areWanted)> changed) override;
 

@@ -13,7 +13,7 @@ const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
 
-/// The portal's Read wraps its answer twice.
+/// The portal's Read wraps its reply in two variants.
 QVariant unwrapped(QVariant value)
 {
     while (value.canConvert<QDBusVariant>())
@@ -23,7 +23,7 @@ QVariant unwrapped(QVariant value)
 
 } // namespace
 
-/// A connection of its own to the session bus, closed with the last who holds it.
+/// A connection of its own to the session bus, closed when its last owner drops it.
 class SettingsPortal::Bus
 {
 public:
@@ -44,7 +44,7 @@ private:
 
 SettingsPortal::SettingsPortal(Scheduler& scheduler)
 {
-    // Connecting waits for the bus, so that it is done off the main thread.
+    // Connecting blocks, so it happens off the main thread.
     m_connecting = scheduler.inBackground(
         [](const std::stop_token&) { return Bus::connect(); },
         [this](std::shared_ptr<Bus> bus) { startListening(std::move(bus)); });
@@ -52,7 +52,7 @@ SettingsPortal::SettingsPortal(Scheduler& scheduler)
 
 SettingsPortal::~SettingsPortal() = default;
 
-void SettingsPortal::ask(const QString& space, const QString& key)
+void SettingsPortal::read(const QString& space, const QString& key)
 {
     if (m_bus)
         send(space, key);
@@ -63,8 +63,8 @@ void SettingsPortal::ask(const QString& space, const QString& key)
 void SettingsPortal::startListening(std::shared_ptr<Bus> bus)
 {
     m_bus = std::move(bus);
-    // Before asking, so that no change falls between. Without the service's name: with it, Qt would
-    // ask the bus for its owner and wait.
+    // Before the first read, so that no change is missed in between. Without the service's name:
+    // with it, Qt would ask the bus for its owner and block.
     m_bus->connection().connect(QString(), portalPath, portalInterface,
                                 QStringLiteral("SettingChanged"), this,
                                 SLOT(settingChanged(QDBusMessage)));
@@ -84,7 +84,7 @@ void SettingsPortal::send(const QString& space, const QString& key)
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         watcher->deleteLater();
         if (reply.isValid())
-            Q_EMIT told(space, key, unwrapped(reply.value().variant()));
+            Q_EMIT received(space, key, unwrapped(reply.value().variant()));
     });
 }
 
@@ -92,7 +92,7 @@ void SettingsPortal::settingChanged(const QDBusMessage& message)
 {
     const QVariantList values = message.arguments();
     if (values.size() == 3)
-        Q_EMIT told(values.at(0).toString(), values.at(1).toString(), unwrapped(values.at(2)));
+        Q_EMIT received(values.at(0).toString(), values.at(1).toString(), unwrapped(values.at(2)));
 }
 
 } // namespace kelpa

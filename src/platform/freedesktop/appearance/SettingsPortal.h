@@ -1,4 +1,4 @@
-// The portal through which a desktop tells programs of the person's settings.
+// A client of the desktop's settings portal (org.freedesktop.portal.Settings).
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -14,8 +14,8 @@
 
 namespace kelpa {
 
-/// Main thread, and never waits for the portal nor for the bus. Where one of them is missing,
-/// nothing is told.
+/// Main thread; never waits for the portal or the bus. Where one of them is missing, no setting is
+/// received.
 class SettingsPortal : public QObject
 {
     Q_OBJECT
@@ -25,13 +25,13 @@ public:
     explicit SettingsPortal(Scheduler& scheduler);
     ~SettingsPortal() override;
 
-    /// Asks for the setting "space key", also before there is a connection: `told` has the answer.
-    /// None comes where there is no such setting.
-    void ask(const QString& space, const QString& key);
+    /// Reads the setting `key` of namespace `space`, as soon as there is a connection; `received`
+    /// gives its value, unless there is no such setting.
+    void read(const QString& space, const QString& key);
 
 Q_SIGNALS:
-    /// A setting that was asked for, or any that has changed.
-    void told(const QString& space, const QString& key, const QVariant& value);
+    /// The value of a setting that was read, or of any that has changed.
+    void received(const QString& space, const QString& key, const QVariant& value);
 
 private:
     class Bus;
@@ -45,7 +45,7 @@ private Q_SLOTS:
 private:
     /// Absent until there is a connection.
     std::shared_ptr<Bus> m_bus;
-    /// What was asked for before that, as space and key.
+    /// The settings to read once there is one, as space and key.
     std::vector<std::pair<QString, QString>> m_unsent;
     TaskHandle m_connecting;
 };

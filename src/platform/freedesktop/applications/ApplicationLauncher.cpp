@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::chrono::milliseconds recognitionInterval(20);
 
-/// What stands behind a path such as that of x-terminal-emulator.
+/// The target of a path that is a link, such as x-terminal-emulator.
 QString realPath(const QString& path)
 {
     return QFileInfo(path).canonicalFilePath();
@@ -48,7 +48,7 @@ std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication applicat
     qCDebug(logApplications, "launching a %s",
             application == LaunchableApplication::terminal ? "terminal" : "browser");
     for (const LaunchCandidate& candidate : candidates(application)) {
-        std::optional<QString> expected = foretold(candidate);
+        std::optional<QString> expected = predictedIdentifier(candidate);
         if (const auto process = startDetached(candidate.command, environment))
             return Launch{std::move(expected), surroundings.startupID, *process};
     }
@@ -85,7 +85,7 @@ std::optional<LaunchableEntry> ApplicationLauncher::launchable(const QString& de
     return LaunchableEntry{entry->id, commands.exec, commands.newWindowExec};
 }
 
-std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& candidate)
+std::optional<QString> ApplicationLauncher::predictedIdentifier(const LaunchCandidate& candidate)
 {
     if (!candidate.desktopEntryID.isEmpty())
         return m_entries.idOfWindows(candidate.desktopEntryID);
@@ -94,7 +94,7 @@ std::optional<QString> ApplicationLauncher::foretold(const LaunchCandidate& cand
     if (std::optional<QString> id = m_entries.idOfProgram(name))
         return id;
     if (isScript(candidate.command.front())) {
-        // Its name says nothing of the windows of what it starts.
+        // A wrapper's name does not determine the windows of the program that it starts.
         return std::nullopt;
     }
     return m_entries.resolve({{}, {}, name, name, 0}).desktopEntryID;

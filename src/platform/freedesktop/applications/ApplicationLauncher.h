@@ -1,4 +1,4 @@
-// Opening a new window of an installed application.
+// Launches an installed application so that it opens a new window.
 #pragma once
 
 #include "platform/Applications.h"
@@ -16,10 +16,10 @@
 
 namespace kelpa {
 
-/// What a launched program is told beside what this one was told itself.
+/// Environment variables that a launched program gets in addition to this program's own.
 struct LaunchSurroundings
 {
-    /// DISPLAY; empty leaves it as it is.
+    /// DISPLAY; empty leaves it unchanged.
     QByteArray display;
     /// DESKTOP_STARTUP_ID.
     QByteArray startupID;
@@ -29,28 +29,28 @@ struct LaunchSurroundings
 class ApplicationLauncher
 {
 public:
-    /// `entries` outlives it and is what windows are identified by. `recognition`: how long to
-    /// watch the started processes, when nothing said before what application they would be.
-    /// `environment` is where TERMINAL and PATH are read and what programs are given.
+    /// `entries` outlives it and identifies windows. `recognition` is how long to watch the started
+    /// processes when their application was not known in advance. `environment` gives TERMINAL and
+    /// PATH, and is passed to programs.
     explicit ApplicationLauncher(
         DesktopEntries& entries,
         std::chrono::milliseconds recognition = std::chrono::milliseconds(1500),
         const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
 
-    /// Starts the first of the candidates that can be started; none when none can. The bundle
-    /// identifier is the id of the entry by which the new window will be known, as far as the
-    /// program itself foretells it.
+    /// Starts the first candidate that can be started; none when none can. The bundle identifier is
+    /// the id of the desktop entry that the new window will resolve to, where the command alone
+    /// determines it.
     std::optional<Launch> launch(LaunchableApplication application,
                                  const LaunchSurroundings& surroundings);
 
-    /// The id of the entry of the first process of the launch that has one; none when all of them
-    /// end, `stop` is requested or the time for watching is over.
+    /// The id of the desktop entry of the first process of the launch that has one; none when all
+    /// processes end, `stop` is requested or the time for recognition is over.
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop);
 
 private:
     std::vector<LaunchCandidate> candidates(LaunchableApplication application);
     std::optional<LaunchableEntry> launchable(const QString& desktopEntryID);
-    std::optional<QString> foretold(const LaunchCandidate& candidate);
+    std::optional<QString> predictedIdentifier(const LaunchCandidate& candidate);
 
     DesktopEntries& m_entries;
     const std::chrono::milliseconds m_recognition;

@@ -14,7 +14,7 @@ namespace kelpa {
 
 namespace {
 
-/// Bounds for a directory that leads into itself or is filled on purpose.
+/// Bounds for a directory that contains itself or is filled on purpose.
 constexpr int maximalFolderDepth = 4;
 constexpr std::size_t maximalEntries = 20'000;
 
@@ -22,7 +22,7 @@ constexpr std::size_t maximalEntries = 20'000;
 /// the coarsest clock of the file systems in use.
 constexpr std::chrono::milliseconds coarsestClock = std::chrono::seconds(2);
 
-/// File name of what a process runs; empty when it is gone or another person's.
+/// File name of the program that a process runs; empty when it is gone or another user's.
 QString programOfProcess(ProcessID process)
 {
     if (process <= 0)
@@ -33,7 +33,7 @@ QString programOfProcess(ProcessID process)
     if (error)
         return {};
     QString name = QString::fromStdString(target.filename().string());
-    // A program that was upgraded while it runs.
+    // The program was upgraded while it runs.
     if (const QString deleted = QStringLiteral(" (deleted)"); name.endsWith(deleted))
         name.chop(deleted.size());
     return name;
@@ -126,13 +126,13 @@ void DesktopEntries::readFolder(const QString& path, const QString& prefix, int 
                                 std::vector<DesktopEntry>& entries)
 {
     // Its time is taken before its contents, so that a change in between is seen the next time. A
-    // folder that does not exist yet is remembered as well: it may come.
+    // folder that does not exist yet is remembered as well, because it may appear.
     const QDateTime changed = QFileInfo(path).lastModified();
     const bool isSettled =
         !changed.isValid() ||
         std::abs(changed.msecsTo(QDateTime::currentDateTime())) > coarsestClock.count();
     m_folders.push_back({path, changed, isSettled});
-    // Sorted, so that two equal candidates are always told apart in the same way. Only folders and
+    // Sorted, so that two equal candidates always have the same order. Only folders and
     // regular files: a pipe among them would block whoever opens it.
     const QFileInfoList contents =
         QDir(path).entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);

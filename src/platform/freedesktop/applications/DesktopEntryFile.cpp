@@ -30,7 +30,7 @@ QString text(GDesktopAppInfo* info, const char* key)
 QString programOfEntry(GDesktopAppInfo* info)
 {
     if (g_desktop_app_info_get_boolean(info, "Terminal") != FALSE) {
-        // Its window belongs to a terminal's process.
+        // The window belongs to the process of a terminal.
         return {};
     }
     const QStringList command =
@@ -97,7 +97,7 @@ std::vector<QString> applicationDataDirectories()
         const QString clean = QDir::cleanPath(directory);
         const bool isKnown =
             std::find(directories.begin(), directories.end(), clean) != directories.end();
-        // The convention says that a relative path is to be ignored.
+        // The base directory specification requires to ignore relative paths.
         if (QDir::isAbsolutePath(clean) && !isKnown)
             directories.push_back(clean);
     }

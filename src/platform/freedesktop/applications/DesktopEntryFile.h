@@ -1,4 +1,4 @@
-// One desktop entry as it stands on the disk.
+// Reads one desktop entry file.
 #pragma once
 
 #include <QString>
@@ -19,12 +19,13 @@ struct DesktopEntry
     QString startupWmClass;
     /// A name in the icon theme, or an absolute path.
     QString icon;
-    /// File name of the program that windows of this application run as; empty when the command
-    /// does not tell, as with an interpreter that is given a script.
+    /// File name of the program whose process owns the application's windows; empty when the
+    /// command does not determine it, as with an interpreter that runs a script.
     QString program;
     /// Not meant to be offered for launching.
     bool isHiddenFromMenus = false;
-    /// Declared deleted: it counts as absent and so does every later entry of the same id.
+    /// Declared deleted (Hidden=true): it counts as absent, and so does every later entry of the
+    /// id.
     bool isDeleted = false;
 };
 
@@ -35,7 +36,7 @@ std::optional<QString> entryIDOfFile(const QString& fileName);
 /// 1 MiB, not the format, or its program is not installed. Any thread; reads the disk.
 std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString& id);
 
-/// How an entry starts its application, as in the file; empty what it does not say.
+/// The commands of an entry, as in the file; empty where the key is missing.
 struct EntryCommands
 {
     QString exec;

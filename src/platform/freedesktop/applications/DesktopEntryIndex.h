@@ -1,4 +1,4 @@
-// The installed desktop entries, and which of them a window's clues name.
+// Indexes the installed desktop entries, and finds the one that a window's clues identify.
 #pragma once
 
 #include "platform/ApplicationResolver.h"
@@ -12,7 +12,7 @@
 
 namespace kelpa {
 
-/// A value; what it found does not change when the disk does.
+/// A value; independent of later changes on the disk.
 class DesktopEntryIndex
 {
 public:
@@ -25,10 +25,10 @@ public:
     /// The entry of exactly this id (without suffix), or null. Valid as long as the index.
     const DesktopEntry* entry(const QString& id) const;
 
-    /// The entry that the clues name, or null. The clues count in this order: GTK application id,
-    /// KDE desktop file, `WM_CLASS` against `StartupWMClass`, `WM_CLASS` against the ids, and last
-    /// `program`, the file name of what the process runs (empty when unknown). Where a clue could
-    /// mean several applications it decides nothing, because a wrong identity is worse than none.
+    /// The entry that the clues identify, or null. The clues count in this order: GTK application
+    /// id, KDE desktop file, `WM_CLASS` against `StartupWMClass`, `WM_CLASS` against the ids, and
+    /// last `program`, the file name of the process's program (empty when unknown). An ambiguous
+    /// clue is ignored, because a wrong identity is worse than none.
     const DesktopEntry* find(const ApplicationClues& clues, const QString& program) const;
 
 private:

@@ -1,4 +1,4 @@
-// Opening things with the applications that the desktop has for them.
+// Opens URLs with the applications that the desktop has for them.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -13,10 +13,10 @@ public:
     /// `scheduler` outlives it.
     explicit DesktopWorkspace(Scheduler& scheduler) : m_tasks(scheduler) {}
 
-    /// There are none: what a display offers is there for every program.
+    /// There are none: a display offers the same to every program.
     bool hasPermissionSettings() const override { return false; }
-    /// Through xdg-open, which knows each desktop's own way. What no installed application opens is
-    /// not opened, and nothing is said of it: xdg-open would try one browser after the other.
+    /// Runs xdg-open, which knows each desktop's own way. A URL that no installed application
+    /// handles is silently not opened: xdg-open would try one browser after the other.
     void requestOpen(const QUrl& url) override;
 
 private:

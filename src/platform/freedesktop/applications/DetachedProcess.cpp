@@ -23,8 +23,9 @@ namespace {
 constexpr int firstOwnDescriptor = 3;
 constexpr int notLoaded = 127;
 
-/// What a desktop, a session or a bus told this program about its own start. A program that is told
-/// the same would pass for this one: join the session in its place, or wait on the bus to be asked.
+/// Variables by which a desktop, a session or a bus addresses this start of this program. A program
+/// that inherits them would pass for this one: join the session in its place, or wait for
+/// activation on the bus.
 constexpr std::array namesOfOwnStart = {
     "XDG_ACTIVATION_TOKEN", "GIO_LAUNCHED_DESKTOP_FILE", "GIO_LAUNCHED_DESKTOP_FILE_PID",
     "DESKTOP_AUTOSTART_ID", "DBUS_STARTER_ADDRESS",      "DBUS_STARTER_BUS_TYPE"};
@@ -36,7 +37,7 @@ QStringList withoutOwnStart(QProcessEnvironment environment)
     return environment.toStringList();
 }
 
-/// Texts as the system wants them.
+/// Strings as execve expects them.
 class TextList
 {
 public:
@@ -56,8 +57,8 @@ private:
     std::vector<char*> m_pointers;
 };
 
-/// All that the new process needs, made before it begins: between its beginning and the loading of
-/// the program it may not even allocate memory, since another thread may have been doing so.
+/// Everything that the new process needs, prepared before the fork: between fork and exec it must
+/// not even allocate memory, since another thread may have held the allocator's lock.
 struct Preparation
 {
     TextList arguments;
@@ -67,7 +68,7 @@ struct Preparation
     int report = -1;
 };
 
-/// No signal arrives while it lives, so that no handler of this program runs in the new process.
+/// Blocks all signals while it lives, so that no handler of this program runs in the new process.
 class SignalsHeld
 {
 public:
@@ -97,7 +98,7 @@ void tell(int report, int value)
     tell(preparation.report, getpid());
     for (int number = 0; number < firstOwnDescriptor; ++number)
         dup2(preparation.nothing, number);
-    // Closed by the loading, so that a failure of it can still be told.
+    // Closed by a successful exec, so that a failure can still be reported.
     close_range(firstOwnDescriptor, ~0U, CLOSE_RANGE_CLOEXEC);
     if (chdir(preparation.folder.constData()) != 0) {
         tell(preparation.report, errno);
@@ -106,7 +107,7 @@ void tell(int report, int value)
     struct sigaction standard = {};
     standard.sa_handler = SIG_DFL;
     for (int number = 1; number < NSIG; ++number) {
-        // Those that cannot be set are not ignored either.
+        // Signals whose action cannot be set cannot be ignored either.
         sigaction(number, &standard, nullptr);
     }
     sigset_t none;
@@ -118,7 +119,7 @@ void tell(int report, int value)
     _exit(notLoaded);
 }
 
-/// Whether a whole value came before the other end was closed.
+/// Whether a whole value arrived before the other end was closed.
 bool receive(int report, int& value)
 {
     ssize_t count = 0;
@@ -147,8 +148,7 @@ std::optional<ProcessID> startDetached(const QStringList& command,
         const SignalsHeld held;
         helper = fork();
         if (helper == 0) {
-            // The program becomes an orphan, so that its end concerns the system and not this
-            // program.
+            // The program becomes an orphan, so that the system reaps it and not this program.
             if (fork() == 0)
                 becomeProgram(preparation);
             _exit(0);

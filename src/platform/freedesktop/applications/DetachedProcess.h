@@ -1,4 +1,4 @@
-// Starting programs that live on their own.
+// Starts programs that outlive this one.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -13,15 +13,15 @@ namespace kelpa {
 
 /// Starts `command` (a program's absolute path with its arguments) in the home directory, as the
 /// leader of a session of its own that ends neither with this program nor with its terminal. It
-/// inherits no open file, no signal that is blocked or ignored, and nothing of `environment` that
-/// is about the start of this program; it reads and writes nothing, and leaves nothing behind when
+/// inherits no open file, no blocked or ignored signal, and no variable of `environment` that
+/// concerns the start of this program; its standard streams are empty, and it leaves no zombie when
 /// it ends. None when it cannot be started. Any thread but the main one: it waits until the program
 /// has been loaded.
 std::optional<ProcessID> startDetached(const QStringList& command,
                                        const QProcessEnvironment& environment);
 
-/// The processes of a session, in no particular order: the one that `startDetached` gave and what
-/// it has started, also once it has ended itself. Any thread; reads /proc.
+/// The processes of a session, in no particular order: the one that `startDetached` returned and
+/// its descendants, also once the leader itself has ended. Any thread; reads /proc.
 std::vector<ProcessID> processesOfSession(ProcessID leader);
 
 } // namespace kelpa

@@ -17,12 +17,12 @@ namespace {
 struct KnownTerminal
 {
     std::string_view program;
-    /// What makes a running instance open a window where it would otherwise come forward; empty
-    /// where every start opens one.
+    /// The option by which a running instance opens a window instead of coming forward; empty where
+    /// every start opens one.
     std::string_view newWindow = {};
 };
 
-/// Those of desktops first, since whoever has one installed has it for use.
+/// Terminals of desktops first: whoever has one installed uses that desktop.
 constexpr std::array knownTerminals = {
     KnownTerminal{"ptyxis", "--new-window"},
     KnownTerminal{"gnome-terminal", "--window"},
@@ -83,7 +83,7 @@ struct FreeArguments
     void operator()(char** arguments) const { g_strfreev(arguments); }
 };
 
-/// Absent when the program is not there.
+/// Absent when the program is not installed.
 std::optional<QStringList> foundCommand(const QString& exec, const ProgramFinder& find)
 {
     std::optional<QStringList> command = commandOf(exec);
@@ -140,7 +140,7 @@ std::optional<QStringList> commandOf(const QString& exec)
             else if (++at < argument.size() && argument[at] == u'%')
                 kept += u'%';
         }
-        // An argument that was nothing but a field code goes with it.
+        // An argument that was only a field code is dropped with it.
         if (!kept.isEmpty() || argument.isEmpty())
             command.append(kept);
     }

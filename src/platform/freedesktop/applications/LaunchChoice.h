@@ -1,4 +1,4 @@
-// With which command a new terminal or browser window is opened. Pure functions.
+// Chooses the command that opens a new terminal or browser window. Pure functions.
 #pragma once
 
 #include <QString>
@@ -14,13 +14,13 @@ struct LaunchCandidate
 {
     /// A program's absolute path and its arguments.
     QStringList command;
-    /// The entry that it comes from; empty when the program was found by its name.
+    /// The entry that contains the command; empty when the program was found by its name.
     QString desktopEntryID;
 
     friend bool operator==(const LaunchCandidate&, const LaunchCandidate&) = default;
 };
 
-/// An installed entry as far as it says how to open a new window.
+/// The parts of an installed entry that concern opening a new window.
 struct LaunchableEntry
 {
     QString id;
@@ -33,26 +33,27 @@ struct LaunchableEntry
 /// The absolute path of a program of this name or path; empty when it is not installed.
 using ProgramFinder = std::function<QString(const QString& program)>;
 
-/// The path of the file that stands behind a path, all links followed; empty when there is none.
+/// The path of a file after following all links; empty when there is none.
 using LinkFollower = std::function<QString(const QString& path)>;
 
-/// The program that a file is or, with a name such as gnome-terminal.wrapper, makes up for: a
-/// script by which a distribution gives a terminal the options of another.
+/// The name of the program in a file. For a name such as gnome-terminal.wrapper, a script by which
+/// a distribution gives a terminal the options of another, that of the wrapped program.
 QString programOf(const QString& path);
 
-/// In the order in which they are to be tried: what the TERMINAL variable names (it may give
-/// arguments), the desktop's own choice, the system's, then the terminals that are known. One that
-/// would rather come forward than open a window is asked for one, whatever name it goes by.
+/// In the order in which to try them: the value of the TERMINAL variable (which may have
+/// arguments), the desktop's choice, the system's, then the known terminals. A terminal whose
+/// running instance would come forward instead gets the option that opens a window, whatever its
+/// name.
 std::vector<LaunchCandidate> terminalCandidates(const QString& terminalVariable,
                                                 const ProgramFinder& find,
                                                 const LinkFollower& follow);
 
-/// The entries by which Google Chrome and Chromium are known, in order of preference.
+/// The ids of the entries of Google Chrome and of Chromium, in order of preference.
 QStringList chromeEntryIDs();
 QStringList chromiumEntryIDs();
 
-/// In the order in which they are to be tried: Google Chrome, Chromium, the default browser.
-/// `installed` are those of the known entries that there are, in any order.
+/// In the order in which to try them: Google Chrome, Chromium, the default browser. `installed` are
+/// the known entries that are installed, in any order.
 std::vector<LaunchCandidate> browserCandidates(const std::vector<LaunchableEntry>& installed,
                                                const std::optional<LaunchableEntry>& defaultBrowser,
                                                const ProgramFinder& find);

@@ -11,23 +11,22 @@ namespace kelpa {
 
 namespace {
 
-/// More than the system gives to a program that is not made to be one of a kind.
+/// Longer than any ordinary environment.
 constexpr qint64 longestEnvironment = qint64{1} << 20;
 
-/// A chain of starts is shorter; a process whose number passed on while it was followed is no
-/// reason to go in circles.
+/// A chain of parents is shorter; bounds a cycle that process ids reused meanwhile would cause.
 constexpr int longestDescent = 64;
 
 constexpr ProcessID firstProcess = 1;
 
-/// What it was told when it was loaded, whatever it has changed of that since.
-bool wasTold(const QByteArray& startupID, ProcessID process)
+/// Whether the startup id is in the environment with which the process was started.
+bool hasStartupID(const QByteArray& startupID, ProcessID process)
 {
     QFile file(QStringLiteral("/proc/%1/environ").arg(process));
     if (startupID.isEmpty() || !file.open(QIODevice::ReadOnly))
         return false;
-    const QByteArray told = "DESKTOP_STARTUP_ID=" + startupID;
-    return file.read(longestEnvironment).split('\0').contains(told);
+    const QByteArray variable = "DESKTOP_STARTUP_ID=" + startupID;
+    return file.read(longestEnvironment).split('\0').contains(variable);
 }
 
 } // namespace
@@ -36,7 +35,7 @@ bool cameOf(const Launch& launch, ProcessID process)
 {
     for (int step = 0; step < longestDescent && process > firstProcess; ++step) {
         if ((launch.process > 0 && getsid(process) == launch.process) ||
-            wasTold(launch.startupID, process))
+            hasStartupID(launch.startupID, process))
             return true;
         process = processStatus(process).value_or(ProcessStatus{}).parent;
     }

@@ -1,4 +1,4 @@
-// What the system says of a process.
+// The status of a process, from /proc.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -9,7 +9,7 @@ namespace kelpa {
 
 struct ProcessStatus
 {
-    /// It has not ended. One that has may still be listed until its parent takes note.
+    /// False for a zombie, which is listed until its parent waits for it.
     bool isRunning = false;
     ProcessID parent = 0;
 };

@@ -20,7 +20,7 @@ bool hasHandler(const QString& scheme)
 
 std::optional<QString> defaultBrowser()
 {
-    // What opens files of that kind, without the pages themselves, may be an editor.
+    // By URL scheme, not by file type: the default application for HTML files may be an editor.
     Application browser(g_app_info_get_default_for_uri_scheme("https"));
     if (!browser)
         browser.reset(g_app_info_get_default_for_uri_scheme("http"));

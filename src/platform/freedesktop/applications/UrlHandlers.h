@@ -1,4 +1,4 @@
-// Which installed application opens what.
+// Finds the installed applications that open URLs.
 #pragma once
 
 #include <QString>

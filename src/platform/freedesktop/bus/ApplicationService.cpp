@@ -18,7 +18,7 @@ namespace {
 /// Milliseconds.
 constexpr int requestTimeout = 1000;
 
-/// The request's platform data, which stands last among its arguments.
+/// The request's platform data, its last argument.
 QByteArray startupID(const QDBusMessage& request)
 {
     const QList<QVariant> arguments = request.arguments();
@@ -33,17 +33,17 @@ QByteArray startupID(const QDBusMessage& request)
     return {};
 }
 
-/// The answer to a request; absent when there is no such method.
+/// The reply to a request; absent when there is no such method.
 std::optional<QDBusMessage> answer(const QDBusMessage& request)
 {
     const QString member = request.member();
     const QString signature = request.signature();
     if ((member == QLatin1String("Activate") && signature == QLatin1String("a{sv}")) ||
-        // No kind of file is Kelpa's to open.
+        // Kelpa opens no kind of file.
         (member == QLatin1String("Open") && signature == QLatin1String("asa{sv}")))
         return request.createReply();
     if (member == QLatin1String("ActivateAction") && signature == QLatin1String("sava{sv}")) {
-        // The desktop entry names none.
+        // The desktop entry declares no actions.
         const QString action = request.arguments().constFirst().toString();
         return request.createErrorReply(QDBusError::InvalidArgs,
                                         QStringLiteral("There is no action '%1'").arg(action));
@@ -54,13 +54,13 @@ std::optional<QDBusMessage> answer(const QDBusMessage& request)
 } // namespace
 
 ApplicationService::ApplicationService(QString busName,
-                                       std::function<void(const QByteArray&)> comeForward)
-    : m_busName(std::move(busName)), m_comeForward(std::move(comeForward))
+                                       std::function<void(const QByteArray&)> activate)
+    : m_busName(std::move(busName)), m_activate(std::move(activate))
 {}
 
 ApplicationService::~ApplicationService()
 {
-    // Others find no object any more, but the name, until the process has ended.
+    // The object goes now, the name only when the process has ended.
     QDBusConnection(m_busName).unregisterObject(QLatin1String(objectOfKelpa));
 }
 
@@ -70,7 +70,7 @@ NameClaim ApplicationService::claim()
     if (address.isEmpty())
         return NameClaim::noBus;
     QDBusConnection bus = QDBusConnection::connectToBus(QString::fromLocal8Bit(address), m_busName);
-    // First the object, so that whoever finds the name can ask it.
+    // The object comes first, so that whoever finds the name can call it.
     if (!bus.isConnected() || !bus.registerVirtualObject(QLatin1String(objectOfKelpa), this))
         return NameClaim::noBus;
     QDBusMessage request = QDBusMessage::createMethodCall(
@@ -118,7 +118,7 @@ bool ApplicationService::handleMessage(const QDBusMessage& message,
     if (!reply)
         return false;
     if (reply->type() == QDBusMessage::ReplyMessage)
-        m_comeForward(startupID(message));
+        m_activate(startupID(message));
     connection.send(*reply);
     return true;
 }

@@ -1,5 +1,5 @@
-// This program as others on the session bus find it and bring it forward: the interface
-// org.freedesktop.Application.
+// Implements org.freedesktop.Application, by which others on the session bus find this program and
+// activate it.
 #pragma once
 
 #include <QByteArray>
@@ -13,18 +13,18 @@ namespace kelpa {
 
 enum class NameClaim : std::uint8_t { owned, takenByAnother, noBus };
 
-/// Lives on the main thread, where requests are handled; whoever asks is answered once they are.
+/// Lives on the main thread, where requests are handled; the caller receives its reply afterwards.
 class ApplicationService : public QDBusVirtualObject
 {
 public:
-    /// `comeForward` gets the startup id of the request, empty without one. `busName` is what
-    /// others find the program by.
-    ApplicationService(QString busName, std::function<void(const QByteArray&)> comeForward);
+    /// `activate` brings the program forward; it receives the startup id of the request, empty
+    /// without one. `busName` is the well-known name to own.
+    ApplicationService(QString busName, std::function<void(const QByteArray&)> activate);
     ~ApplicationService() override;
 
-    /// Connects to the bus and takes the name, unless another program has it. Waits for the bus;
-    /// any thread, and only once. The name is kept until the process ends, so that a start that
-    /// comes meanwhile waits for that end.
+    /// Connects to the bus and takes the name, unless another program owns it. Waits for the bus;
+    /// any thread, and only once. The process owns the name until it ends, so that a start in the
+    /// meantime waits for that end.
     NameClaim claim();
 
     QString introspect(const QString& path) const override;
@@ -32,7 +32,7 @@ public:
 
 private:
     const QString m_busName;
-    const std::function<void(const QByteArray&)> m_comeForward;
+    const std::function<void(const QByteArray&)> m_activate;
 };
 
 } // namespace kelpa

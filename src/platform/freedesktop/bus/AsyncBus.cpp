@@ -129,7 +129,7 @@ void AsyncBus::open(const std::string& address, Milliseconds limit, std::functio
         state->connection = std::move(connection);
         done(state->connection != nullptr);
     };
-    // A cancellable of its own: the limit ends this attempt, not what follows.
+    // A cancellable of its own: the limit ends this attempt and no later call.
     opening->parent = m_state->cancellable.get();
     opening->parentHandler = g_signal_connect_swapped(
         opening->parent, "cancelled", G_CALLBACK(g_cancellable_cancel), opening->cancellable.get());

@@ -1,7 +1,7 @@
-// A connection to a message bus on which nothing ever waits.
+// A connection to a message bus whose calls are all asynchronous.
 #pragma once
 
-// GIO is kept to this folder's own sources; what others include here does not show it.
+// Only this folder's own sources include GIO; the headers that others include do not expose it.
 #include <gio/gio.h>
 
 #include <chrono>
@@ -19,7 +19,7 @@ struct BusAddressee
     std::string interface;
 };
 
-/// The bus, which answers like its clients.
+/// The bus itself, which replies like its clients.
 inline const BusAddressee busItself{"org.freedesktop.DBus", "/org/freedesktop/DBus",
                                     "org.freedesktop.DBus"};
 
@@ -31,8 +31,8 @@ enum class BusOutcome : std::uint8_t {
     silent,
 };
 
-/// Used on one thread, whose default GLib context delivers the callbacks; none comes from within
-/// the call that asks for it. Never starts a service.
+/// Used on one thread, whose default GLib context delivers the callbacks, never from within the
+/// call that registers them. Never starts a service.
 class AsyncBus
 {
 public:
@@ -43,19 +43,18 @@ public:
     AsyncBus();
     AsyncBus(const AsyncBus&) = delete;
     AsyncBus& operator=(const AsyncBus&) = delete;
-    /// Calls no further callback. Takes a moment: what is under way is cancelled and waited for,
+    /// Calls no further callback. Cancels pending calls and waits until GLib has finished them,
     /// which no other process can delay.
     ~AsyncBus();
 
-    /// Cancels what is under way and calls no further callback; no use of it may follow but its
-    /// destruction.
+    /// Cancels pending calls and calls no further callback; only destruction may follow.
     void abandon();
 
     /// Connects and registers with the bus at a D-Bus address; false when that fails or takes
     /// longer than `limit`. Any earlier connection is closed.
     void open(const std::string& address, Milliseconds limit, std::function<void(bool)> done);
 
-    /// Whether the connection stands, as far as is known.
+    /// Whether the connection is open, as far as is known.
     bool isOpen() const;
 
     void close();

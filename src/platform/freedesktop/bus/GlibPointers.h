@@ -6,7 +6,7 @@
 
 namespace kelpa {
 
-/// Gives back what GLib counts or allocated: the deleter of the pointers below.
+/// The deleter of the pointers below: drops a reference or frees memory that GLib allocated.
 struct GlibDelete
 {
     void operator()(char* text) const { g_free(text); }

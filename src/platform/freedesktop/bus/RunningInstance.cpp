@@ -13,7 +13,7 @@ namespace kelpa {
 namespace {
 
 constexpr std::chrono::milliseconds connectLimit{1000};
-constexpr std::chrono::milliseconds lookLimit{500};
+constexpr std::chrono::milliseconds ownerLimit{500};
 
 gboolean noteInterruption(int, GIOCondition, void* isInterrupted)
 {
@@ -21,7 +21,7 @@ gboolean noteInterruption(int, GIOCondition, void* isInterrupted)
     return G_SOURCE_REMOVE;
 }
 
-/// A context of its own, so that nothing else happens meanwhile.
+/// A main context of its own, so that no other source is dispatched meanwhile.
 class Loop
 {
 public:
@@ -39,7 +39,7 @@ public:
     Loop& operator=(const Loop&) = delete;
     ~Loop() { g_main_context_pop_thread_default(m_context.get()); }
 
-    /// Absent when nobody waits any longer.
+    /// Absent when interrupted.
     template <class Value>
     std::optional<Value> await(const std::optional<Value>& value)
     {
@@ -77,8 +77,8 @@ std::optional<BusOutcome> activate(Loop& loop, AsyncBus& bus, const QByteArray& 
 std::optional<bool> hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busName)
 {
     std::optional<bool> hasOwner;
-    bus.call(busItself, "NameHasOwner", g_variant_new("(s)", busName.constData()), "(b)", lookLimit,
-             [&hasOwner](BusOutcome outcome, GVariant* answer) {
+    bus.call(busItself, "NameHasOwner", g_variant_new("(s)", busName.constData()), "(b)",
+             ownerLimit, [&hasOwner](BusOutcome outcome, GVariant* answer) {
                  gboolean owned = TRUE;
                  if (outcome == BusOutcome::answered)
                      g_variant_get(answer, "(b)", &owned);
@@ -89,35 +89,35 @@ std::optional<bool> hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busNam
 
 } // namespace
 
-RunningAnswer askToComeForward(const QByteArray& busName, const QByteArray& startupID,
-                               std::chrono::milliseconds limit, int interruption)
+InstanceActivation activateRunningInstance(const QByteArray& busName, const QByteArray& startupID,
+                                           std::chrono::milliseconds limit, int interruption)
 {
     const QByteArray address = sessionBusAddress();
     if (address.isEmpty())
-        return RunningAnswer::notRunning;
+        return InstanceActivation::notRunning;
     Loop loop(interruption);
     AsyncBus bus;
     std::optional<bool> isOpen;
     bus.open(address.toStdString(), connectLimit, [&isOpen](bool opened) { isOpen = opened; });
     if (!loop.await(isOpen))
-        return RunningAnswer::interrupted;
+        return InstanceActivation::interrupted;
     if (!*isOpen)
-        return RunningAnswer::notRunning;
+        return InstanceActivation::notRunning;
     const std::optional<BusOutcome> outcome = activate(loop, bus, busName, startupID, limit);
     if (!outcome)
-        return RunningAnswer::interrupted;
+        return InstanceActivation::interrupted;
     switch (*outcome) {
     case BusOutcome::answered:
-        return RunningAnswer::comesForward;
+        return InstanceActivation::activated;
     case BusOutcome::refused:
-        return RunningAnswer::notRunning;
+        return InstanceActivation::notRunning;
     case BusOutcome::silent:
         break;
     }
     const std::optional<bool> isOwned = hasOwner(loop, bus, busName);
     if (!isOwned)
-        return RunningAnswer::interrupted;
-    return *isOwned ? RunningAnswer::silent : RunningAnswer::ended;
+        return InstanceActivation::interrupted;
+    return *isOwned ? InstanceActivation::timedOut : InstanceActivation::ended;
 }
 
 } // namespace kelpa

@@ -1,4 +1,4 @@
-// Bringing forward a program that runs already, by its name on the session bus.
+// Activates an instance of this program that already runs, by its name on the session bus.
 #pragma once
 
 #include <QByteArray>
@@ -8,24 +8,24 @@
 
 namespace kelpa {
 
-enum class RunningAnswer : std::uint8_t {
-    /// It has been asked and comes forward.
-    comesForward,
-    /// No such program runs, or there is no bus to find it on.
+enum class InstanceActivation : std::uint8_t {
+    /// It has handled the request and comes forward.
+    activated,
+    /// Nobody owns the bus name, or there is no bus.
     notRunning,
-    /// It ended while it was asked.
+    /// It ended before it replied.
     ended,
-    /// It runs and did not answer in time.
-    silent,
-    /// Nobody waits for the answer any longer.
+    /// It runs and did not reply in time.
+    timedOut,
+    /// `interruption` became readable first.
     interrupted,
 };
 
-/// Asks the program that has the bus name to come forward; never starts it. Waits, at most a little
-/// longer than `limit`; not on a thread that runs an event loop. `startupID` is what a launcher
-/// gave to this start, empty without one. It ends early once the file `interruption` can be read,
-/// which it does not read; -1 for none.
-RunningAnswer askToComeForward(const QByteArray& busName, const QByteArray& startupID,
-                               std::chrono::milliseconds limit, int interruption = -1);
+/// Activates the owner of the bus name (org.freedesktop.Application); never starts it. Waits, at
+/// most a little longer than `limit`; not on a thread that runs an event loop. `startupID` is the
+/// startup id or activation token that a launcher gave to this start, empty without one. Returns
+/// early once the file descriptor `interruption` is readable, without reading it; -1 for none.
+InstanceActivation activateRunningInstance(const QByteArray& busName, const QByteArray& startupID,
+                                           std::chrono::milliseconds limit, int interruption = -1);
 
 } // namespace kelpa

@@ -1,15 +1,15 @@
-// Where the session bus is, and this program on it.
+// The address of the session bus, and of this program on it.
 #pragma once
 
 #include <QByteArray>
 
 namespace kelpa {
 
-/// As the session says, or where it is by convention; empty when there is none. A bus that would
-/// first have to be started is none.
+/// From the environment, or the conventional address; empty when there is none. A bus that would
+/// have to be started first does not count.
 QByteArray sessionBusAddress();
 
-/// Where on its connection to that bus this program answers others.
+/// The object path of this program on the session bus.
 inline constexpr const char* objectOfKelpa = "/org/kelpa/Kelpa";
 
 } // namespace kelpa

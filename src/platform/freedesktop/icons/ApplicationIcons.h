@@ -1,4 +1,4 @@
-// The icons of the applications of a freedesktop system.
+// The icons of applications: that of the desktop entry, else that of the window; cached.
 #pragma once
 
 #include "model/WindowItem.h"
@@ -18,8 +18,8 @@ namespace kelpa {
 class ApplicationIcons
 {
 public:
-    /// The picture that a window carries itself, at most so many pixels wide and high; null when it
-    /// carries none or is gone. Called on the thread that asks for the icon.
+    /// The window's own icon, at most so many pixels wide and high; null when it has none or is
+    /// gone. Called on the thread that calls `icon`.
     using WindowIcon = std::function<QImage(WindowID window, int pixels)>;
 
     /// `entries` and `lookup` outlive it; `windowIcon` may be empty.
@@ -27,8 +27,8 @@ public:
 
     /// At most `pixels` wide and high; null when there is none. Any thread but the main one. The
     /// installed application's icon comes before the window's own, so that all windows of one
-    /// application look alike. Icons of applications are kept until the installed entries change;
-    /// those of windows are asked for each time, because a window may change its own.
+    /// application look alike. Icons of applications are cached until the installed entries change;
+    /// those of windows are read each time, because a window may change its own.
     QImage icon(const WindowItem& window, int pixels);
 
 private:

@@ -22,7 +22,7 @@ constexpr int maximalRequest = 1024;
 
 QImage fromDrawing(const QByteArray& bytes, int pixels)
 {
-    if (!isHarmlessDrawing(bytes))
+    if (!isWithinSvgLimits(bytes))
         return {};
     QSvgRenderer renderer;
     if (!renderer.load(bytes) || renderer.defaultSize().isEmpty())
@@ -44,7 +44,7 @@ QImage fromRaster(QByteArray bytes, const QByteArray& format, int pixels)
 {
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer, format);
-    // The size is looked at before a single pixel is decoded.
+    // The size is checked before any pixel is decoded.
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > maximalIconSide || size.height() > maximalIconSide)
         return {};
@@ -61,7 +61,7 @@ QImage iconFromFile(const QString& path, int pixels)
     if (pixels <= 0)
         return {};
     pixels = std::min(pixels, maximalRequest);
-    // Looked at before it is opened: opening a pipe waits for whoever writes to it.
+    // Checked before it is opened: opening a pipe blocks until another process writes to it.
     const QFileInfo info(path);
     if (!info.isFile() || info.size() > maximalIconSize)
         return {};

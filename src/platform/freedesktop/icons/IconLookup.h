@@ -1,4 +1,4 @@
-// The icon of an installed application.
+// Finds and reads the icon of an installed application.
 #pragma once
 
 #include "platform/freedesktop/applications/DesktopEntries.h"
@@ -14,7 +14,7 @@
 
 namespace kelpa {
 
-/// Looks only at files; needs no display. Any thread but the main one.
+/// Reads files only and needs no display. Any thread but the main one.
 class IconLookup
 {
 public:

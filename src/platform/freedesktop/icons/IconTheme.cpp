@@ -14,7 +14,7 @@ namespace kelpa {
 
 namespace {
 
-/// Bounds for indexes that lead into each other or are made to be large.
+/// Bounds for themes that inherit from each other in a cycle and for oversized indexes.
 constexpr int maximalInheritance = 16;
 constexpr std::size_t maximalThemes = 32;
 constexpr qsizetype maximalFolders = 2000;
@@ -32,7 +32,7 @@ std::optional<QString> existing(const QString& pathWithoutSuffix)
     return std::nullopt;
 }
 
-/// A name, not a way out of the theme's folders.
+/// Rejects names that lead out of the theme's folders.
 bool isPlainName(const QString& name)
 {
     return !name.isEmpty() && !name.contains(u'/') && !name.contains(QChar(0)) &&
@@ -44,7 +44,7 @@ bool leadsOutside(const QString& folder)
     return QDir::isAbsolutePath(folder) || folder.split(u'/').contains(QStringLiteral(".."));
 }
 
-/// How far a folder is from the wanted size: of which kind, by how many pixels, and its own size;
+/// The distance of a folder from the wanted size: its kind, the difference in pixels, and its size;
 /// smaller is better. A larger picture loses less when it is scaled down than a smaller one when it
 /// is shown as it is.
 using Distance = std::tuple<int, int, int>;
@@ -113,7 +113,7 @@ void IconTheme::addTheme(const QString& name, int depth)
     m_themes.push_back(std::move(theme));
     for (const QString& parent :
          index.value(QStringLiteral("Icon Theme/Inherits")).toStringList()) {
-        // hicolor is everyone's last resort, whoever names it earlier.
+        // hicolor comes last, even if a theme inherits from it earlier.
         if (parent.trimmed() != QStringLiteral("hicolor"))
             addTheme(parent.trimmed(), depth + 1);
     }

@@ -1,4 +1,4 @@
-// Where the picture of a named icon lies on the disk.
+// Finds the file of a named icon by the freedesktop icon theme specification.
 #pragma once
 
 #include <QString>
@@ -8,9 +8,8 @@
 
 namespace kelpa {
 
-/// The icon themes of the desktop, by the freedesktop icon theme convention. A value; reads the
-/// themes' indexes when it is made and looks for files with each question. Any thread but the main
-/// one.
+/// A value; reads the indexes of the themes when it is constructed and searches for files at each
+/// call. Any thread but the main one.
 class IconTheme
 {
 public:

@@ -9,7 +9,7 @@ namespace kelpa {
 
 namespace {
 
-/// No icon is larger; a window that says so is wrong.
+/// No icon is larger; a header with a larger size is wrong.
 constexpr std::uint32_t maximalPictureSide = 2048;
 
 struct Picture

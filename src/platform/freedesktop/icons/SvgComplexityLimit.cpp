@@ -17,12 +17,12 @@ constexpr std::size_t maximalNesting = 200;
 constexpr std::size_t maximalRepetitions = 2000;
 constexpr qint64 maximalShapes = 100'000;
 
-/// An element with what is inside it: how many elements, and which others it repeats.
+/// An element and its descendants: how many there are, and which elements they repeat by `use`.
 struct Part
 {
     qint64 elements = 0;
     std::vector<QString> repeats;
-    /// Shapes drawn by it, once known.
+    /// Shapes that it draws; negative until counted.
     qint64 shapes = -1;
     bool isBeingCounted = false;
 };
@@ -32,17 +32,17 @@ class Drawing
 public:
     bool read(const QByteArray& bytes);
 
-    /// Whether all that would be drawn stays within bounds.
+    /// Whether the number of shapes stays within the limit.
     bool isBounded() { return count(m_parts.front()) <= maximalShapes; }
 
 private:
     bool begin(const QXmlStreamReader& xml);
     qint64 count(Part& part);
 
-    /// The first is the whole; further ones are the elements that have an id.
+    /// The first is the whole drawing; the others are the elements with an id.
     std::vector<Part> m_parts{1};
     QHash<QString, std::size_t> m_byID;
-    /// For each open element its part, or 0 where it has no id.
+    /// The part of each open element; 0 for an element without an id.
     std::vector<std::size_t> m_open;
     std::size_t m_repetitions = 0;
 };
@@ -77,7 +77,7 @@ bool Drawing::begin(const QXmlStreamReader& xml)
         return false;
     std::size_t part = 0;
     if (const QString id = attributes.value(QStringLiteral("id")).toString(); !id.isEmpty()) {
-        // Of several elements with one id any may be meant: together they are the part.
+        // Elements that share an id are counted together as one part.
         part = m_byID.value(id, m_parts.size());
         if (part == m_parts.size()) {
             m_parts.emplace_back();
@@ -111,7 +111,7 @@ bool Drawing::begin(const QXmlStreamReader& xml)
            m_parts.front().elements <= maximalShapes;
 }
 
-/// More than the maximum stands for any larger number.
+/// Saturates at one more than the maximum.
 qint64 Drawing::count(Part& part)
 {
     if (part.isBeingCounted)
@@ -133,7 +133,7 @@ qint64 Drawing::count(Part& part)
 
 } // namespace
 
-bool isHarmlessDrawing(const QByteArray& bytes)
+bool isWithinSvgLimits(const QByteArray& bytes)
 {
     if (bytes.size() > maximalDrawingSize)
         return false;

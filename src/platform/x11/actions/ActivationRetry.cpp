@@ -4,43 +4,43 @@
 
 namespace kelpa::x11 {
 
-void ActivationRetry::begin(Moment now, std::optional<std::uint32_t> inputTime)
+void ActivationRetry::begin(Clock::time_point now, std::optional<std::uint32_t> inputTime)
 {
-    if (now - m_end > m_limits.pause)
-        m_patience = m_limits.row;
+    if (now - m_end > m_limits.batchGap)
+        m_batchTimeLeft = m_limits.batch;
     m_inputTime = inputTime;
     m_attempt = inputTime ? attemptAtInputTime : attemptAtServerTime;
 }
 
-std::uint32_t ActivationRetry::timeToName(std::optional<std::uint32_t> serverTime)
+std::uint32_t ActivationRetry::nextTimestamp(std::optional<std::uint32_t> serverTime)
 {
     const std::optional<std::uint32_t> known =
         m_attempt == attemptAtInputTime ? m_inputTime : serverTime;
-    // A window manager may refuse what is older than the last key it knows of, and while someone
-    // types, keys overtake every time that can be named to one that is busy.
-    const std::uint32_t time = m_attempt == lastAttempt || m_isTimeLeftOpen
-                                   ? timeOfReading
-                                   : known.value_or(timeOfReading);
-    m_isTimeLeftOpen = time == timeOfReading;
+    // A window manager may refuse a timestamp that is older than the last key it knows of. While
+    // someone types and the window manager is busy, keys overtake every timestamp.
+    const std::uint32_t time = m_attempt == lastAttempt || m_isCurrentTimePending
+                                   ? currentTime
+                                   : known.value_or(currentTime);
+    m_isCurrentTimePending = time == currentTime;
     ++m_attempt;
     return time;
 }
 
-ActivationRetry::Duration ActivationRetry::wait() const
+ActivationRetry::Duration ActivationRetry::timeout() const
 {
-    return std::min(m_limits.confirmation, m_patience);
+    return std::min(m_limits.confirmation, m_batchTimeLeft);
 }
 
-void ActivationRetry::noteConfirmed()
+void ActivationRetry::recordConfirmation()
 {
-    m_patience = m_limits.row;
-    m_isTimeLeftOpen = false;
+    m_batchTimeLeft = m_limits.batch;
+    m_isCurrentTimePending = false;
     m_attempt = lastAttempt + 1;
 }
 
-void ActivationRetry::noteUnanswered(Duration waited)
+void ActivationRetry::recordTimeout(Duration waited)
 {
-    m_patience = std::max(Duration(0), m_patience - waited);
+    m_batchTimeLeft = std::max(Duration(0), m_batchTimeLeft - waited);
 }
 
 } // namespace kelpa::x11

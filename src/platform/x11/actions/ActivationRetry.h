@@ -1,4 +1,6 @@
-// How often a window manager is asked for a window, at which time, and how long it is waited for.
+// When the activation of a window is requested again: how often, with which timestamp, and how long
+// each request waits for its confirmation. Windows that are activated one after the other form a
+// batch and share one time limit, so that a hung window manager delays a batch only once.
 #pragma once
 
 #include <chrono>
@@ -7,66 +9,67 @@
 
 namespace kelpa::x11 {
 
-/// How long to wait for the window manager to do what it was asked.
+/// How long to wait for the window manager.
 struct ActivationLimits
 {
-    /// For one request; it is made three times at most.
+    /// For the confirmation of one request; a window gets at most three requests.
     std::chrono::milliseconds confirmation{250};
-    /// For all windows of a row together, as long as none of them is confirmed. After that,
-    /// requests are sent and left alone.
-    std::chrono::milliseconds row{1000};
-    /// A row ends when nothing was asked for so long.
-    std::chrono::milliseconds pause{1000};
+    /// For all windows of a batch together, as long as none of them is confirmed. After that,
+    /// requests are sent and not waited for.
+    std::chrono::milliseconds batch{1000};
+    /// A batch ends after a pause longer than this between two activations.
+    std::chrono::milliseconds batchGap{1000};
 };
 
-/// A value for one thread; it asks for nothing itself and reads no clock. Of each window it is told
-/// `begin`, then of each request `timeToName` and how it went, then `end`.
+/// A value for one thread, without I/O and without a clock. For each window the caller calls
+/// `begin`, then for each request `nextTimestamp` and one of the `record` functions, then `end`.
 class ActivationRetry
 {
 public:
-    using Moment = std::chrono::steady_clock::time_point;
+    using Clock = std::chrono::steady_clock;
     using Duration = std::chrono::milliseconds;
 
-    /// "At the time at which you read this", in the place of a server's time; XCB_CURRENT_TIME.
-    static constexpr std::uint32_t timeOfReading = 0;
+    /// XCB_CURRENT_TIME: the time at which the window manager reads the request.
+    static constexpr std::uint32_t currentTime = 0;
 
     explicit ActivationRetry(const ActivationLimits& limits)
-        : m_limits(limits), m_patience(limits.row)
+        : m_limits(limits), m_batchTimeLeft(limits.batch)
     {}
 
     /// `inputTime` is when the person asked for the window, on the server's clock; absent when
     /// that is now.
-    void begin(Moment now, std::optional<std::uint32_t> inputTime);
-    /// Whether another request may be made for this window.
-    bool mayAsk() const { return m_attempt <= lastAttempt; }
-    /// What the next request is to name; counts it as made. `serverTime` is the server's a moment
-    /// ago; absent when it did not tell.
-    std::uint32_t timeToName(std::optional<std::uint32_t> serverTime);
-    /// How long to wait for the request to be confirmed. None: it is left alone.
-    Duration wait() const;
-    void noteConfirmed();
-    /// It was waited for so long, without an answer.
-    void noteUnanswered(Duration waited);
-    void end(Moment now) { m_end = now; }
+    void begin(Clock::time_point now, std::optional<std::uint32_t> inputTime);
+    /// Whether another request may be sent for this window.
+    bool mayRequest() const { return m_attempt <= lastAttempt; }
+    /// The timestamp of the next request; counts the request as sent. `serverTime` is the server's
+    /// a moment ago; absent when it is not known.
+    std::uint32_t nextTimestamp(std::optional<std::uint32_t> serverTime);
+    /// How long to wait for the confirmation of a request. Zero: send it and do not wait.
+    Duration timeout() const;
+    void recordConfirmation();
+    /// The request was not confirmed within `waited`.
+    void recordTimeout(Duration waited);
+    void end(Clock::time_point now) { m_end = now; }
 
-    /// Whether the window that was asked for last may still come.
-    bool isUnderWay(Moment now) const { return now - m_end < m_limits.pause; }
+    /// Whether the window manager may still carry out the last request, although it is late: within
+    /// the batch gap.
+    bool isPending(Clock::time_point now) const { return now - m_end < m_limits.batchGap; }
 
 private:
-    /// The first is made for a time of the person's own alone, which comes before the time at
-    /// which this is done.
+    /// Only with an input time, which is earlier than the server's time.
     static constexpr int attemptAtInputTime = 0;
     static constexpr int attemptAtServerTime = 1;
     static constexpr int lastAttempt = 2;
 
     ActivationLimits m_limits;
-    Duration m_patience;
-    Moment m_end;
+    Duration m_batchTimeLeft;
+    Clock::time_point m_end;
     std::optional<std::uint32_t> m_inputTime;
     int m_attempt = lastAttempt + 1;
-    /// A request was made that leaves its time to the window manager, and none has been confirmed
-    /// since: it may still lie unread, and any time named after it is older than its reading.
-    bool m_isTimeLeftOpen = false;
+    /// A request with `currentTime` was sent, and no request has been confirmed since. The window
+    /// manager may not have read it yet, and then takes a time for it that is later than any
+    /// timestamp a request could carry now.
+    bool m_isCurrentTimePending = false;
 };
 
 } // namespace kelpa::x11

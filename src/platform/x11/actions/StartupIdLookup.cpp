@@ -9,12 +9,12 @@ namespace kelpa::x11 {
 
 namespace {
 
-/// In items of four bytes; what is longer is no id that this program gave.
+/// In words of four bytes; this program gives no longer ids.
 constexpr std::uint32_t longestStartupID = 256;
 
-PropertyReply askForStartupID(DisplayConnection& link, xcb_window_t window)
+PropertyReply askStartupID(DisplayConnection& display, xcb_window_t window)
 {
-    return askProperty(link.connection(), window, link.atoms()[Atom::netStartupID],
+    return askProperty(display.connection(), window, display.atoms()[Atom::netStartupID],
                        longestStartupID);
 }
 
@@ -24,14 +24,15 @@ bool isText(PropertyReply& reply, const QByteArray& text)
     return property.format == 8 && !property.isTruncated && property.bytes == text;
 }
 
-/// What is asked about one window at once.
-struct WindowQuestions
+/// All properties of one window that are read in the first round trip.
+struct WindowProperties
 {
-    WindowQuestions(DisplayConnection& link, WindowID windowNumber, xcb_window_t window)
-        : number(windowNumber),
-          tag(askProperty(link.connection(), window, link.atoms()[Atom::kelpaWindowNumber], 1)),
-          leader(askProperty(link.connection(), window, link.atoms()[Atom::wmClientLeader], 1)),
-          startupID(askForStartupID(link, window))
+    WindowProperties(DisplayConnection& display, WindowID windowNumber, xcb_window_t window)
+        : number(windowNumber), tag(askProperty(display.connection(), window,
+                                                display.atoms()[Atom::kelpaWindowNumber], 1)),
+          leader(
+              askProperty(display.connection(), window, display.atoms()[Atom::wmClientLeader], 1)),
+          startupID(askStartupID(display, window))
     {}
 
     WindowID number;
@@ -55,25 +56,25 @@ std::optional<WindowID> StartupIdLookup::firstWith(const QByteArray& startupID,
         return std::nullopt;
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (!isStanding(m_link))
-        m_link = m_connector->open();
-    if (!m_link)
+    if (!isConnected(m_display))
+        m_display = m_connector->open();
+    if (!m_display)
         return std::nullopt;
 
-    std::vector<WindowQuestions> asked;
+    std::vector<WindowProperties> asked;
     for (const WindowID number : numbers) {
         if (const std::optional<std::uint32_t> window = m_findWindow(number))
-            asked.emplace_back(*m_link, number, *window);
+            asked.emplace_back(*m_display, number, *window);
     }
-    struct LeaderQuestion
+    struct Leader
     {
         WindowID number;
         PropertyReply startupID;
     };
-    std::vector<LeaderQuestion> leaders;
+    std::vector<Leader> leaders;
     std::optional<WindowID> first;
-    for (WindowQuestions& each : asked) {
-        // Another window may bear the server's id by now.
+    for (WindowProperties& each : asked) {
+        // The server may have given the id to another window by now.
         if (word(propertyOf(each.tag.get()), XCB_ATOM_CARDINAL) != each.number)
             continue;
         if (isText(each.startupID, startupID)) {
@@ -81,10 +82,10 @@ std::optional<WindowID> StartupIdLookup::firstWith(const QByteArray& startupID,
             break;
         }
         if (const auto leader = word(propertyOf(each.leader.get()), XCB_ATOM_WINDOW))
-            leaders.push_back({each.number, askForStartupID(*m_link, *leader)});
+            leaders.push_back({each.number, askStartupID(*m_display, *leader)});
     }
-    // Those that are left are in front of it.
-    for (LeaderQuestion& each : leaders) {
+    // All leaders belong to windows that come before `first`.
+    for (Leader& each : leaders) {
         if (isText(each.startupID, startupID))
             return each.number;
     }

@@ -1,4 +1,4 @@
-// The startup ids that windows carry, by which a launcher knows what came of its start.
+// Finds the window that a launch opened, by the startup id that the launched program puts on it.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -17,19 +17,20 @@ namespace kelpa::x11 {
 
 class DisplayConnection;
 
-/// Asks through a connection of its own, so that it waits for no window manager and no look at the
-/// desktop for it.
+/// Has a connection of its own, so that it waits neither for the window manager nor for a discovery
+/// pass in progress.
 class StartupIdLookup
 {
 public:
-    /// Gives the server's id of a window, absent for one that is not known.
+    /// The server's id of a window; absent for an unknown number.
     using FindWindow = std::function<std::optional<std::uint32_t>(WindowID)>;
 
     StartupIdLookup(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow);
     ~StartupIdLookup();
 
-    /// The first of `numbers` whose window, or the leader of its group, carries `startupID`; none
-    /// when none does. Two round trips whatever their count. Any thread but the main one.
+    /// The first of `numbers` whose window, or the leader of its client, carries `startupID`;
+    /// absent when none does. Costs two round trips, however many numbers there are. Any thread but
+    /// the main one.
     std::optional<WindowID> firstWith(const QByteArray& startupID,
                                       const std::vector<WindowID>& numbers);
 
@@ -38,7 +39,7 @@ private:
     const FindWindow m_findWindow;
 
     std::mutex m_mutex;
-    std::unique_ptr<DisplayConnection> m_link;
+    std::unique_ptr<DisplayConnection> m_display;
 };
 
 } // namespace kelpa::x11

@@ -9,7 +9,7 @@ namespace kelpa::x11 {
 
 namespace {
 
-// Longer than any launcher's, shorter than what would keep the server busy.
+// Longer than the ids of all launchers, and short enough not to keep the server busy.
 constexpr qsizetype longestID = 1024;
 
 bool isPlausible(const QByteArray& id)
@@ -33,35 +33,35 @@ QByteArray quoted(const QByteArray& id)
 
 std::optional<std::uint32_t> startupTime(const QByteArray& startupID)
 {
-    const QByteArray mark = "_TIME";
-    const qsizetype place = startupID.lastIndexOf(mark);
-    if (place < 0)
+    const QByteArray separator = "_TIME";
+    const qsizetype position = startupID.lastIndexOf(separator);
+    if (position < 0)
         return std::nullopt;
     bool isNumber = false;
-    const std::uint32_t time = startupID.mid(place + mark.size()).toUInt(&isNumber);
+    const std::uint32_t time = startupID.mid(position + separator.size()).toUInt(&isNumber);
     return isNumber && time != 0 ? std::optional(time) : std::nullopt;
 }
 
-void announceStartupEnd(DisplayConnection& link, const QByteArray& startupID)
+void announceStartupComplete(DisplayConnection& display, const QByteArray& startupID)
 {
     if (!isPlausible(startupID))
         return;
-    // In pieces of twenty bytes, the last one with the zero that ends the text.
+    // Each client message carries twenty bytes; the zero that ends the text is in the last one.
     const QByteArray text = "remove: ID=" + quoted(startupID);
-    constexpr qsizetype pieceSize = 20;
-    for (qsizetype begin = 0; begin <= text.size(); begin += pieceSize) {
+    constexpr qsizetype messageSize = 20;
+    for (qsizetype begin = 0; begin <= text.size(); begin += messageSize) {
         xcb_client_message_event_t event{};
         event.response_type = XCB_CLIENT_MESSAGE;
         event.format = 8;
-        event.window = link.ownWindow();
-        event.type = link.atoms()[begin == 0 ? Atom::netStartupInfoBegin : Atom::netStartupInfo];
-        const QByteArray piece = text.mid(begin, pieceSize);
-        std::copy(piece.begin(), piece.end(), std::begin(event.data.data8));
+        event.window = display.helperWindow();
+        event.type = display.atoms()[begin == 0 ? Atom::netStartupInfoBegin : Atom::netStartupInfo];
+        const QByteArray part = text.mid(begin, messageSize);
+        std::copy(part.begin(), part.end(), std::begin(event.data.data8));
         const void* bytes = &event;
-        xcb_send_event(link.connection().raw(), 0, link.connection().root(),
+        xcb_send_event(display.connection().raw(), 0, display.connection().root(),
                        XCB_EVENT_MASK_PROPERTY_CHANGE, static_cast<const char*>(bytes));
     }
-    link.connection().flush();
+    display.connection().flush();
 }
 
 } // namespace kelpa::x11

@@ -1,5 +1,5 @@
-// What a launcher tells a program that it starts, and what the program tells the desktop when it
-// has started.
+// The startup notification protocol, by which a launcher and the program it starts show a busy
+// pointer until the program's window is there.
 #pragma once
 
 #include <QByteArray>
@@ -12,11 +12,11 @@ namespace kelpa::x11 {
 class DisplayConnection;
 
 /// When the person asked for the start, on the server's clock: a startup id ends in "_TIME" and
-/// that. Absent without it, and for a time of 0, which is none.
+/// the timestamp. Absent without one, and for the timestamp 0, which stands for none.
 std::optional<std::uint32_t> startupTime(const QByteArray& startupID);
 
-/// Tells everybody that the start with this id is over, so that the launcher's busy pointer ends.
-/// An id that no launcher would give is not passed on.
-void announceStartupEnd(DisplayConnection& link, const QByteArray& startupID);
+/// Broadcasts that the start with this id is complete, so that the launcher's busy pointer ends.
+/// An id that no launcher would give is not broadcast.
+void announceStartupComplete(DisplayConnection& display, const QByteArray& startupID);
 
 } // namespace kelpa::x11

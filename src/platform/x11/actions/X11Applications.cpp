@@ -4,8 +4,8 @@
 #include "platform/freedesktop/applications/LaunchedProcess.h"
 #include "platform/freedesktop/applications/ProcessStatus.h"
 #include "platform/freedesktop/icons/ApplicationIcons.h"
+#include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/StartupIdLookup.h"
-#include "platform/x11/actions/WindowActor.h"
 
 #include <QCoreApplication>
 
@@ -15,10 +15,9 @@
 
 namespace kelpa::x11 {
 
-X11Applications::X11Applications(QByteArray display, WindowActor& actor,
-                                 StartupIdLookup& startupMarks, ApplicationIcons& icons,
-                                 ApplicationLauncher& launcher)
-    : m_display(std::move(display)), m_actor(actor), m_startupMarks(startupMarks), m_icons(icons),
+X11Applications::X11Applications(QByteArray display, EwmhPager& pager, StartupIdLookup& startupIDs,
+                                 ApplicationIcons& icons, ApplicationLauncher& launcher)
+    : m_display(std::move(display)), m_pager(pager), m_startupIDs(startupIDs), m_icons(icons),
       m_launcher(launcher)
 {}
 
@@ -34,13 +33,13 @@ bool X11Applications::isRunning(ProcessID process)
 
 void X11Applications::requestActivation(ProcessID process)
 {
-    m_actor.bringApplicationForward(process);
+    m_pager.activateApplication(process);
 }
 
 void X11Applications::requestQuit(ProcessID process)
 {
     if (process != currentProcess())
-        m_actor.closeWindows(process);
+        m_pager.closeWindows(process);
 }
 
 std::optional<Launch> X11Applications::launch(LaunchableApplication application)
@@ -60,8 +59,8 @@ std::optional<WindowID> X11Applications::windowOf(const Launch& launch,
     std::vector<WindowID> numbers;
     for (const WindowItem& each : windows)
         numbers.push_back(each.id);
-    if (const auto marked = m_startupMarks.firstWith(launch.startupID, numbers))
-        return marked;
+    if (const auto identified = m_startupIDs.firstWith(launch.startupID, numbers))
+        return identified;
     const auto found = std::ranges::find_if(windows, [&launch](const WindowItem& each) {
         return cameOf(launch, each.processIdentifier);
     });
@@ -75,9 +74,9 @@ QImage X11Applications::icon(const WindowItem& window, int pixels)
 
 QByteArray X11Applications::nextStartupID()
 {
-    // With the time at its end, by which the window manager tells that the new window is what the
-    // person asked for last, and gives it the keyboard.
-    const QByteArray time = QByteArray::number(m_actor.serverTime().value_or(0));
+    // By the timestamp at its end the window manager sees that the person asked for the new window
+    // last, and gives it the focus.
+    const QByteArray time = QByteArray::number(m_pager.serverTime().value_or(0));
     return "kelpa-" + QByteArray::number(currentProcess()) + '-' +
            QByteArray::number(++m_launches) + "_TIME" + time;
 }

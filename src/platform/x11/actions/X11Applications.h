@@ -1,5 +1,5 @@
-// The applications of an X display: their windows through the window manager, their icons and new
-// ones through the installed entries.
+// The applications of an X display: the window manager activates and closes their windows, the
+// installed desktop entries give their icons and what to launch.
 #pragma once
 
 #include "platform/Applications.h"
@@ -16,28 +16,29 @@ class ApplicationLauncher;
 
 namespace kelpa::x11 {
 
+class EwmhPager;
 class StartupIdLookup;
-class WindowActor;
 
 class X11Applications : public Applications
 {
 public:
-    /// `display` as in the DISPLAY variable, for what is launched; empty leaves that variable as it
-    /// is. The others outlive this object.
-    X11Applications(QByteArray display, WindowActor& actor, StartupIdLookup& startupMarks,
+    /// `display` is the DISPLAY variable of launched programs; empty leaves that variable as it is.
+    /// The others outlive this object.
+    X11Applications(QByteArray display, EwmhPager& pager, StartupIdLookup& startupIDs,
                     ApplicationIcons& icons, ApplicationLauncher& launcher);
 
     ProcessID currentProcess() const override;
-    /// Whether there is such a process, other than one that has ended and was not noticed yet.
+    /// Whether the process exists and is not a zombie.
     bool isRunning(ProcessID process) override;
-    /// By its topmost window; nothing when one of its windows has the keyboard already.
+    /// Activates its topmost window, unless one of its windows has the focus already.
     void requestActivation(ProcessID process) override;
-    /// Closes windows, never the process; windows that cannot be asked stay. Not this program's
-    /// own.
+    /// Requests its windows to close and never ends the process; windows that cannot be asked stay.
+    /// Does nothing for this program itself.
     void requestQuit(ProcessID process) override;
     std::optional<Launch> launch(LaunchableApplication application) override;
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
-    /// By the startup id that the window carries, else by where its process comes from.
+    /// By the startup id that the window carries, else by the origin of its
+    /// process.
     std::optional<WindowID> windowOf(const Launch& launch,
                                      const QList<WindowItem>& windows) override;
     QImage icon(const WindowItem& window, int pixels) override;
@@ -46,8 +47,8 @@ private:
     QByteArray nextStartupID();
 
     const QByteArray m_display;
-    WindowActor& m_actor;
-    StartupIdLookup& m_startupMarks;
+    EwmhPager& m_pager;
+    StartupIdLookup& m_startupIDs;
     ApplicationIcons& m_icons;
     ApplicationLauncher& m_launcher;
     std::atomic<std::uint32_t> m_launches = 0;

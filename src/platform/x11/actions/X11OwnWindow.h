@@ -1,4 +1,4 @@
-// Kelpa's own window on an X display.
+// Kelpa's main window on an X display.
 #pragma once
 
 #include "platform/OwnWindow.h"
@@ -11,29 +11,29 @@
 
 namespace kelpa::x11 {
 
-class WindowActor;
+class EwmhPager;
 
 class X11OwnWindow : public OwnWindow
 {
 public:
-    /// `actor` and `scheduler` outlive this object, its subscriptions, and the work of `scheduler`
-    /// that it began.
-    X11OwnWindow(std::shared_ptr<DisplayConnector> connector, WindowActor& actor,
+    /// `pager` and `scheduler` outlive this object, its subscriptions and the background work that
+    /// it started.
+    X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPager& pager,
                  Scheduler& scheduler);
 
     void requestFront(std::uint32_t window, const FrontOccasion& occasion) override;
     [[nodiscard]] std::unique_ptr<Subscription>
-    watchCovered(std::uint32_t window, std::function<void(bool isCovered)> changed) override;
+    watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed) override;
 
 private:
-    void endStartup(const QByteArray& startupID);
+    void completeStartup(const QByteArray& startupID);
 
     const std::shared_ptr<DisplayConnector> m_connector;
-    WindowActor& m_actor;
+    EwmhPager& m_pager;
     Scheduler& m_scheduler;
-    TaskHandle m_request;
-    /// Ends of starts that are being told of.
-    TaskGroup m_startupEnds;
+    TaskHandle m_activation;
+    /// Announcements that a start is complete.
+    TaskGroup m_completions;
 };
 
 } // namespace kelpa::x11

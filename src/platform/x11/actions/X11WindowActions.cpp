@@ -1,6 +1,6 @@
 #include "platform/x11/actions/X11WindowActions.h"
 
-#include "platform/x11/actions/WindowActor.h"
+#include "platform/x11/actions/EwmhPager.h"
 
 #include <utility>
 
@@ -8,11 +8,11 @@ namespace kelpa::x11 {
 
 namespace {
 
-class X11Element : public AccessibilityElement
+class X11WindowElement : public AccessibilityElement
 {
 public:
-    X11Element(WindowActor& actor, const WindowTarget& target, AccessibilityWindow attributes)
-        : m_actor(actor), m_target(target), m_attributes(std::move(attributes))
+    X11WindowElement(EwmhPager& pager, const WindowTarget& target, AccessibilityWindow attributes)
+        : m_pager(pager), m_target(target), m_attributes(std::move(attributes))
     {}
 
     const AccessibilityWindow& attributes() const override { return m_attributes; }
@@ -20,43 +20,44 @@ public:
     void requestMinimized(bool isMinimized) override
     {
         if (isMinimized) {
-            m_progress = Progress::notAsked;
-            m_actor.minimize(m_target);
+            m_activation = Activation::notRequested;
+            m_pager.minimize(m_target);
         } else {
-            // Window managers agree on no other way than to activate it.
-            bringForward();
+            // Activating it is the only way that all window managers support.
+            activate();
         }
     }
 
-    void requestMain() override { bringForward(); }
-    void requestFocus() override { bringForward(); }
-    void requestRaise() override { bringForward(); }
+    void requestMain() override { activate(); }
+    void requestFocus() override { activate(); }
+    void requestRaise() override { activate(); }
 
 private:
-    enum class Progress : std::uint8_t { notAsked, isInFront, isLeftAlone };
+    enum class Activation : std::uint8_t { notRequested, confirmed, unconfirmed };
 
-    void bringForward()
+    void activate()
     {
-        // A window manager that did not answer has the request and may still carry it out; asking
-        // again would only make this thread wait again.
-        const bool isNeeded = m_progress == Progress::notAsked ||
-                              (m_progress == Progress::isInFront && !m_actor.isInFront(m_target));
+        // A window manager that did not confirm may still carry out the request; repeating it would
+        // only make this thread wait again.
+        const bool isNeeded =
+            m_activation == Activation::notRequested ||
+            (m_activation == Activation::confirmed && !m_pager.isStillActive(m_target));
         if (isNeeded)
-            m_progress =
-                m_actor.bringForward(m_target) ? Progress::isInFront : Progress::isLeftAlone;
+            m_activation =
+                m_pager.activate(m_target) ? Activation::confirmed : Activation::unconfirmed;
     }
 
-    WindowActor& m_actor;
+    EwmhPager& m_pager;
     const WindowTarget m_target;
     const AccessibilityWindow m_attributes;
-    Progress m_progress = Progress::notAsked;
+    Activation m_activation = Activation::notRequested;
 };
 
 } // namespace
 
 std::optional<AccessibilityElements> X11WindowActions::elements(ProcessID process)
 {
-    const std::optional<WindowActor::Windows> windows = m_actor.windows(process);
+    const std::optional<EwmhPager::Windows> windows = m_pager.windows(process);
     if (!windows)
         return std::nullopt;
     AccessibilityElements elements;
@@ -69,8 +70,8 @@ std::optional<AccessibilityElements> X11WindowActions::elements(ProcessID proces
         attributes.isMinimized = isMinimized(client, windows->context);
         attributes.title = client.title;
         attributes.windowNumber = client.number;
-        elements.push_back(std::make_unique<X11Element>(
-            m_actor, WindowTarget{client.window, *client.number, process}, attributes));
+        elements.push_back(std::make_unique<X11WindowElement>(
+            m_pager, WindowTarget{client.window, *client.number, process}, attributes));
     }
     return elements;
 }

@@ -1,4 +1,5 @@
-// Acting on windows through the window manager.
+// Implements Accessibility by EWMH requests to the window manager; the accessibility bus has no
+// part in it.
 #pragma once
 
 #include "platform/Accessibility.h"
@@ -9,30 +10,30 @@
 
 namespace kelpa::x11 {
 
-class WindowActor;
+class EwmhPager;
 
-/// The elements are the windows that the window server has listed and numbered. A window manager
-/// knows one request for un-minimising, giving the keyboard and raising, so the first of an
-/// element's requests does all of it and the others see to it that it stayed so: asked for one
-/// window after the other, the windows end up in that order.
+/// The elements are the windows that the window server has listed and numbered. Un-minimising,
+/// raising and giving the focus are one request, the activation. The first of these requests of an
+/// element activates its window; the others activate it again only if it has lost the focus since.
+/// Windows that are activated one after the other end up stacked in that order.
 class X11WindowActions : public Accessibility
 {
 public:
-    /// `trust` as the window server keeps it; `actor` outlives this object and its elements.
-    X11WindowActions(std::shared_ptr<const DesktopTrust> trust, WindowActor& actor)
-        : m_trust(std::move(trust)), m_actor(actor)
+    /// `trust` is the window server's; `pager` outlives this object and its elements.
+    X11WindowActions(std::shared_ptr<const DesktopTrust> trust, EwmhPager& pager)
+        : m_trust(std::move(trust)), m_pager(pager)
     {}
 
     /// True while an EWMH window manager runs.
     bool isTrusted() const override { return m_trust->hasWindowManager; }
-    /// Nobody grants it on X11, so there is nobody to ask: the same as `isTrusted`.
+    /// X11 has no permission to ask for: the same as `isTrusted`.
     bool requestTrust() override { return isTrusted(); }
 
     std::optional<AccessibilityElements> elements(ProcessID process) override;
 
 private:
     std::shared_ptr<const DesktopTrust> m_trust;
-    WindowActor& m_actor;
+    EwmhPager& m_pager;
 };
 
 } // namespace kelpa::x11

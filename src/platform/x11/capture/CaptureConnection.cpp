@@ -27,13 +27,13 @@ using FormatsReply = XcbReply<xcb_render_query_pict_formats, xcb_render_query_pi
 
 using Version = std::pair<std::uint32_t, std::uint32_t>;
 
-// The first in which the contents of a window can be named.
+// The first with NameWindowPixmap.
 constexpr Version compositeVersion{0, 2};
 // The first with transformations and filters.
 constexpr Version renderVersion{0, 6};
 // The first with regions.
 constexpr Version fixesVersion{2, 0};
-// The first that takes memory as a file descriptor.
+// The first that accepts memory as a file descriptor.
 constexpr Version sharedVersion{1, 2};
 
 const xcb_query_extension_reply_t* extension(XcbConnection& connection, xcb_extension_t& name)
@@ -52,7 +52,7 @@ bool isLocal(const XcbConnection& connection)
            domain == AF_UNIX;
 }
 
-/// The server keeps pixels of the depth as 32-bit words in this machine's byte order.
+/// Whether the server stores pixels of the depth as 32-bit words in this machine's byte order.
 bool hasWholeWords(const XcbConnection& connection, std::uint8_t depth)
 {
     const xcb_setup_t* setup = xcb_get_setup(connection.raw());
@@ -87,18 +87,18 @@ int screenNumber(const XcbConnection& connection)
 
 std::unique_ptr<CaptureConnection> CaptureConnection::open(DisplayConnector& connector)
 {
-    std::unique_ptr<DisplayConnection> link = connector.open();
-    if (!link || !link->hasComposite())
+    std::unique_ptr<DisplayConnection> display = connector.open();
+    if (!display || !display->hasComposite())
         return nullptr;
-    std::unique_ptr<CaptureConnection> capture(new CaptureConnection(std::move(link)));
+    std::unique_ptr<CaptureConnection> capture(new CaptureConnection(std::move(display)));
     if (!capture->negotiate() || !capture->readFormats())
         return nullptr;
     capture->watchCompositor();
     return capture->connection().isBroken() ? nullptr : std::move(capture);
 }
 
-CaptureConnection::CaptureConnection(std::unique_ptr<DisplayConnection> link)
-    : m_link(std::move(link))
+CaptureConnection::CaptureConnection(std::unique_ptr<DisplayConnection> display)
+    : m_display(std::move(display))
 {}
 
 bool CaptureConnection::negotiate()

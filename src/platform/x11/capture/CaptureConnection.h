@@ -1,4 +1,5 @@
-// The connection that windows are captured through, with what the server can do for it.
+// The connection through which windows are captured, with the extensions that the server has for
+// it.
 #pragma once
 
 #include "platform/x11/connection/DisplayConnection.h"
@@ -11,7 +12,7 @@
 
 namespace kelpa::x11 {
 
-/// How the server draws pixels of one kind.
+/// A picture format of the Render extension.
 struct PixelFormat
 {
     xcb_render_pictformat_t id = XCB_NONE;
@@ -23,25 +24,24 @@ struct PixelFormat
 class CaptureConnection
 {
 public:
-    /// Waits for the server. Absent when there is none or when it cannot keep the contents of
-    /// windows apart and scale them.
+    /// Waits for the server. Absent when there is none or when it cannot redirect windows and scale
+    /// pictures.
     static std::unique_ptr<CaptureConnection> open(DisplayConnector& connector);
 
-    XcbConnection& connection() { return m_link->connection(); }
-    const XcbConnection& connection() const { return m_link->connection(); }
-    const AtomTable& atoms() const { return m_link->atoms(); }
+    XcbConnection& connection() { return m_display->connection(); }
+    const XcbConnection& connection() const { return m_display->connection(); }
+    const AtomTable& atoms() const { return m_display->atoms(); }
 
-    /// The code of the event that says that a window was drawn to; absent when the server gives no
-    /// such notice.
+    /// The event code of DamageNotify; absent when the server does not report damage.
     const std::optional<std::uint8_t>& damageEvent() const { return m_damageEvent; }
-    /// The code of the event that says that a selection has changed hands.
+    /// The event code of XFixesSelectionNotify: a selection has another owner.
     std::uint8_t selectionEvent() const { return m_selectionEvent; }
-    /// The server takes memory that is handed to it as a file descriptor.
+    /// The server accepts shared memory as a file descriptor (MIT-SHM 1.2).
     bool takesSharedMemory() const { return m_takesSharedMemory; }
-    /// The selection that a compositor owns while it keeps the contents of all windows.
+    /// The selection that a compositor owns while it redirects all windows.
     xcb_atom_t compositorSelection() const { return m_compositorSelection; }
 
-    /// Absent for a kind of pixels that the server cannot scale.
+    /// Absent for a visual that Render has no format for: the server cannot scale its pixels.
     std::optional<PixelFormat> formatOf(xcb_visualid_t visual) const;
     /// 32 bits a pixel, laid out as QImage::Format_RGB32 but for the unused byte.
     const PixelFormat& opaque() const { return m_opaque; }
@@ -49,13 +49,13 @@ public:
     const PixelFormat& transparent() const { return m_transparent; }
 
 private:
-    explicit CaptureConnection(std::unique_ptr<DisplayConnection> link);
+    explicit CaptureConnection(std::unique_ptr<DisplayConnection> display);
 
     bool negotiate();
     bool readFormats();
     void watchCompositor();
 
-    std::unique_ptr<DisplayConnection> m_link;
+    std::unique_ptr<DisplayConnection> m_display;
     std::optional<std::uint8_t> m_damageEvent;
     std::uint8_t m_selectionEvent = 0;
     bool m_takesSharedMemory = false;

@@ -1,93 +1,67 @@
-// Captures windows through one connection, until that is lost.
+// Captures windows through one connection: redirects a window, reads its pixmap, and takes the
+// pixels only when the window neither changed meanwhile nor still shows what obscured it.
 #pragma once
 
 #include "platform/WindowServer.h"
-#include "platform/x11/capture/ImageReader.h"
+#include "platform/x11/capture/CaptureTarget.h"
 #include "platform/x11/capture/RedirectedWindows.h"
+#include "platform/x11/capture/WindowPixmapReader.h"
+#include "platform/x11/capture/WindowRedirector.h"
 
-#include <chrono>
 #include <memory>
 #include <optional>
-#include <set>
 #include <stop_token>
 #include <vector>
 
 namespace kelpa::x11 {
 
-/// A window by the number that it must bear and the server's id, which may be another window's.
-struct CaptureTarget
-{
-    WindowID number = 0;
-    std::uint32_t window = 0;
-};
-
-struct CaptureLimits
-{
-    /// How long a window that was covered when its contents began to be kept may take to draw
-    /// itself; until then there is no picture of it.
-    std::chrono::milliseconds settling{150};
-    /// The contents of a window that was not captured for so long are no longer kept. More than a
-    /// turn of 500 windows takes.
-    std::chrono::milliseconds keeping{std::chrono::minutes(10)};
-    /// Larger windows are not captured: the server would stand still over their contents.
-    qint64 mostPixels = qint64{64} * 1024 * 1024;
-};
-
 struct CaptureCounts
 {
     /// Pictures that were read.
     std::uint64_t pictures = 0;
-    /// Those of them that came through shared memory.
+    /// The pictures among them that came through shared memory.
     std::uint64_t shared = 0;
-    /// Windows that were not read because they were known to be as before.
+    /// Windows that were not read because they were known to be unchanged.
     std::uint64_t unchanged = 0;
 };
 
-/// Used on one thread at a time.
+/// Used on one thread at a time, until its connection is lost.
 class CaptureSession
 {
 public:
     /// Waits for the server. Absent when there is none or when it cannot capture windows.
     static std::unique_ptr<CaptureSession> open(DisplayConnector& connector,
-                                                const CaptureLimits& limits, bool maySharePictures);
+                                                const CaptureLimits& limits, bool useSharedMemory);
 
-    /// As WindowServer::captureWindow. One round trip for a window that was captured before, two
-    /// for another, none for one that has not changed; a covered window whose contents begin to be
-    /// kept only now is given its time to draw itself. `next` are windows that will be captured
-    /// soon: they begin to be kept ahead of their turn, so that they have drawn themselves by then.
+    /// As WindowServer::captureWindow. Costs one round trip for a window that was captured before,
+    /// two for another, none for an unchanged one; waits in addition while an obscured window that
+    /// was redirected only now draws itself. `next` are windows that will be captured soon: they
+    /// are redirected ahead of their turn, so that they have drawn themselves by then.
     std::optional<WindowCapture> capture(const CaptureTarget& target,
                                          const std::vector<CaptureTarget>& next,
                                          const QSize& largest, CaptureNeed need,
                                          const std::stop_token& stop);
 
-    /// Takes in what the server has said so far; false once the connection is lost.
+    /// Handles the events that have arrived; false once the connection is lost.
     bool isConnected();
-    /// The server takes shared memory, but not ours.
-    bool hasFailedToShare() const { return m_reader.hasFailedToShare(); }
+    /// The server takes shared memory, but refused ours.
+    bool hasSharedMemoryFailed() const { return m_reader.hasSharedMemoryFailed(); }
 
-    XcbTraffic traffic() const { return m_link->connection().traffic(); }
+    XcbTraffic traffic() const { return m_display->connection().traffic(); }
     const CaptureCounts& counts() const { return m_counts; }
 
 private:
-    struct Reading;
+    CaptureSession(std::unique_ptr<CaptureConnection> display, const CaptureLimits& limits,
+                   bool useSharedMemory);
 
-    CaptureSession(std::unique_ptr<CaptureConnection> link, const CaptureLimits& limits,
-                   bool maySharePictures);
+    bool isUpToDate(const CaptureTarget& target);
+    bool confirm(const CaptureTarget& target, const WindowPixmapReading& reading);
 
-    std::vector<CaptureTarget> ahead(const CaptureTarget& target,
-                                     const std::vector<CaptureTarget>& next);
-    void prepare(const std::vector<CaptureTarget>& targets);
-    void keep(const CaptureTarget& target, const std::optional<CaptureSubject>& seen, bool isAhead);
-    Reading read(const CaptureTarget& target, const RedirectedWindow& kept, const QSize& largest);
-    bool isCapturable(const CaptureSubject& subject) const;
-    bool accept(const CaptureTarget& target, RedirectedWindow& kept, const Reading& reading);
-
-    std::unique_ptr<CaptureConnection> m_link;
+    std::unique_ptr<CaptureConnection> m_display;
     CaptureLimits m_limits;
-    ImageReader m_reader;
-    RedirectedWindows m_kept;
-    /// Of the windows that came next at the last capture.
-    std::set<WindowID> m_preparedAhead;
+    RedirectedWindows m_redirected;
+    WindowRedirector m_redirector;
+    WindowPixmapReader m_reader;
     CaptureCounts m_counts;
 };
 

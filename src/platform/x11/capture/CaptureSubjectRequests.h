@@ -1,4 +1,4 @@
-// The questions whose answers say how a window can be captured, all sent at once.
+// The requests whose replies say how a window can be captured, all sent at once.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -14,34 +14,35 @@
 
 namespace kelpa::x11 {
 
-/// How a window can be captured; the same answer before and after means that nothing moved between.
+/// How a window can be captured. Equal values before and after a reading mean that nothing moved or
+/// changed its shape in between.
 struct CaptureSubject
 {
     /// The number that the window bears.
     WindowID number = 0;
-    /// In the pixmap, its border included.
+    /// The window's pixmap, in pixels, with the border.
     QSize pixmapSize;
-    /// The window's own bounds in the pixmap, without frame and shadow; not empty.
+    /// The client's bounds in the pixmap, in its pixels, without frame and shadow; not empty.
     QRect content;
-    /// Where the window's origin, inside its border, lies in the pixmap.
+    /// The client window's origin, inside its border, in the pixmap.
     QPoint origin;
-    /// Of the window whose contents are named.
+    /// Of the window whose pixmap is named.
     xcb_visualid_t visual = XCB_NONE;
     std::uint8_t depth = 0;
     bool isShaped = false;
-    /// A compositor keeps the contents of the windows that are children of the root.
+    /// A compositor runs and has redirected the children of the root.
     bool isComposited = false;
 
     friend bool operator==(const CaptureSubject&, const CaptureSubject&) = default;
 };
 
-/// Sent when constructed; `read` waits for the answers. Must not outlive its link.
+/// Sent when constructed; `read` waits for the replies. Must not outlive its connection.
 class CaptureSubjectRequests
 {
 public:
-    /// `named` is the window whose contents are named: the client window itself, or the frame that
-    /// it is in.
-    CaptureSubjectRequests(CaptureConnection& link, xcb_window_t client, xcb_window_t named);
+    /// `pixmapWindow` is the window whose pixmap is named: the client window itself or its frame.
+    CaptureSubjectRequests(CaptureConnection& display, xcb_window_t client,
+                           xcb_window_t pixmapWindow);
 
     /// Absent when the window is gone, bears no number, is not shown, or has no pixels.
     std::optional<CaptureSubject> read();
@@ -50,8 +51,8 @@ private:
     bool m_isFramed;
     AttributesReply m_attributes;
     GeometryReply m_geometry;
-    AttributesReply m_namedAttributes;
-    GeometryReply m_namedGeometry;
+    AttributesReply m_pixmapAttributes;
+    GeometryReply m_pixmapGeometry;
     TranslationReply m_position;
     PropertyReply m_number;
     PropertyReply m_extents;
@@ -59,8 +60,8 @@ private:
     SelectionOwnerReply m_compositor;
 };
 
-/// The child of the root that the window is in, itself perhaps; absent when the window is gone.
-/// Waits for the server once for each level.
-std::optional<xcb_window_t> frameOf(CaptureConnection& link, xcb_window_t client);
+/// The ancestor of the window, or the window itself, that is a child of the root; absent when the
+/// window is gone. Waits for the server once for each level.
+std::optional<xcb_window_t> frameOf(CaptureConnection& display, xcb_window_t client);
 
 } // namespace kelpa::x11

@@ -2,18 +2,18 @@
 
 namespace kelpa::x11 {
 
-void DamageTracker::begin(std::uint32_t window, Time now)
+void DamageTracker::track(std::uint32_t window, Time now)
 {
     State state;
-    state.since = now;
+    state.redirectedAt = now;
     m_windows.insert_or_assign(window, state);
 }
 
-void DamageTracker::noteWhole(std::uint32_t window)
+void DamageTracker::noteUnobscured(std::uint32_t window)
 {
     const auto it = m_windows.find(window);
     if (it != m_windows.end())
-        it->second.isWhole = true;
+        it->second.wasUnobscured = true;
 }
 
 void DamageTracker::noteDamage(std::uint32_t window, std::uint32_t sequence)
@@ -22,25 +22,25 @@ void DamageTracker::noteDamage(std::uint32_t window, std::uint32_t sequence)
     if (it == m_windows.end())
         return;
     State& state = it->second;
-    // What happened before the last reading is in its picture already.
-    if (state.wasRead && static_cast<std::int32_t>(sequence - state.readAt) < 0)
+    // The last reading includes what was drawn before its subtraction.
+    if (state.wasSubtracted && static_cast<std::int32_t>(sequence - state.subtractedAt) < 0)
         return;
     state.isChanged = true;
 }
 
-void DamageTracker::noteChange(std::uint32_t window)
+void DamageTracker::invalidate(std::uint32_t window)
 {
     const auto it = m_windows.find(window);
     if (it != m_windows.end())
         it->second.isChanged = true;
 }
 
-void DamageTracker::noteRead(std::uint32_t window, std::uint32_t sequence)
+void DamageTracker::noteSubtraction(std::uint32_t window, std::uint32_t sequence)
 {
     const auto it = m_windows.find(window);
     if (it != m_windows.end()) {
-        it->second.readAt = sequence;
-        it->second.wasRead = true;
+        it->second.subtractedAt = sequence;
+        it->second.wasSubtracted = true;
         it->second.isChanged = false;
     }
 }
@@ -48,7 +48,8 @@ void DamageTracker::noteRead(std::uint32_t window, std::uint32_t sequence)
 bool DamageTracker::isSettled(std::uint32_t window, Time now) const
 {
     const auto it = m_windows.find(window);
-    return it != m_windows.end() && (it->second.isWhole || now - it->second.since >= m_settling);
+    return it != m_windows.end() &&
+           (it->second.wasUnobscured || now - it->second.redirectedAt >= m_settleTime);
 }
 
 bool DamageTracker::isChanged(std::uint32_t window) const

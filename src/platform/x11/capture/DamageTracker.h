@@ -1,4 +1,5 @@
-// What is known of the changes of windows whose contents are kept. Plain values, any thread.
+// Which redirected windows were damaged since they were last read, and which have settled: a pixmap
+// begins with whatever obscured the window, and shows the window once it has drawn itself.
 #pragma once
 
 #include <chrono>
@@ -7,47 +8,49 @@
 
 namespace kelpa::x11 {
 
-/// Times are of one steady clock; sequences are of the requests of one connection and wrap.
+/// Plain values, any thread. Times are of one steady clock; sequence numbers are of the requests of
+/// one connection and wrap around.
 class DamageTracker
 {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// `settling`: how long after its contents began to be kept a window that was covered may still
-    /// show what covered it. That it was drawn to meanwhile says nothing: it may have been a part
-    /// of it, or after the reading.
-    explicit DamageTracker(std::chrono::milliseconds settling) : m_settling(settling) {}
+    /// `settleTime`: how long after its redirection a window that was obscured may still show what
+    /// obscured it. Damage in the meantime does not settle it earlier: it may cover a part of the
+    /// window only, or come after the pixels were read.
+    explicit DamageTracker(std::chrono::milliseconds settleTime) : m_settleTime(settleTime) {}
 
-    /// The contents of the window are kept from now on.
-    void begin(std::uint32_t window, Time now);
+    /// The window is redirected from `now` on.
+    void track(std::uint32_t window, Time now);
     void forget(std::uint32_t window) { m_windows.erase(window); }
 
-    /// No part of the window was covered when its contents began to be kept.
-    void noteWhole(std::uint32_t window);
-    /// The window was drawn to. `sequence`: of the last request that the server had seen by then.
+    /// No part of the window was obscured when it was redirected: it has settled.
+    void noteUnobscured(std::uint32_t window);
+    /// The window was drawn to. `sequence` is that of the last request that the server had handled
+    /// by then.
     void noteDamage(std::uint32_t window, std::uint32_t sequence);
-    /// It was resized, shown, or otherwise became another picture.
-    void noteChange(std::uint32_t window);
-    /// The request `sequence` ends what was drawn so far: whatever is read after it shows that.
-    void noteRead(std::uint32_t window, std::uint32_t sequence);
+    /// The window was resized, mapped, or changed in another way that damage does not report.
+    void invalidate(std::uint32_t window);
+    /// The request `sequence` subtracts all damage so far: whatever is read after it includes that.
+    void noteSubtraction(std::uint32_t window, std::uint32_t sequence);
 
-    /// Whether a reading that begins at `now` shows the window's own contents. False for a window
-    /// that is not kept.
+    /// Whether pixels that are read at `now` are the window's own. False for a window that is not
+    /// tracked.
     bool isSettled(std::uint32_t window, Time now) const;
-    /// Whether it may look other than when it was last read. True for a window that is not kept.
+    /// Whether the window may differ from its last reading. True for a window that is not tracked.
     bool isChanged(std::uint32_t window) const;
 
 private:
     struct State
     {
-        Time since;
-        std::uint32_t readAt = 0;
-        bool wasRead = false;
-        bool isWhole = false;
+        Time redirectedAt;
+        std::uint32_t subtractedAt = 0;
+        bool wasSubtracted = false;
+        bool wasUnobscured = false;
         bool isChanged = true;
     };
 
-    std::chrono::milliseconds m_settling;
+    std::chrono::milliseconds m_settleTime;
     std::map<std::uint32_t, State> m_windows;
 };
 

@@ -37,28 +37,28 @@ QImage copied(const void* pixels, const QSize& size, bool hasAlpha)
 
 } // namespace
 
-ImageReader::ImageReader(CaptureConnection& link, bool maySharePictures)
-    : m_link(link), m_mayShare(maySharePictures && link.takesSharedMemory())
+ImageReader::ImageReader(CaptureConnection& display, bool useSharedMemory)
+    : m_display(display), m_useSharedMemory(useSharedMemory && display.takesSharedMemory())
 {}
 
 void ImageReader::reserve(const QSize& size)
 {
-    if (!m_mayShare || (m_segment && m_segment->size() >= bytesOf(size)))
+    if (!m_useSharedMemory || (m_segment && m_segment->size() >= bytesOf(size)))
         return;
-    m_segment = ShmSegment::create(m_link.connection(), bytesOf(size));
-    m_hasFailedToShare = !m_segment;
-    m_mayShare = !m_hasFailedToShare;
+    m_segment = ShmSegment::create(m_display.connection(), bytesOf(size));
+    m_hasSharedMemoryFailed = !m_segment;
+    m_useSharedMemory = !m_hasSharedMemoryFailed;
 }
 
-ImageReader::Pending ImageReader::ask(xcb_drawable_t drawable, const QSize& size)
+ImageReader::Pending ImageReader::request(xcb_drawable_t drawable, const QSize& size)
 {
     const auto width = static_cast<std::uint16_t>(size.width());
     const auto height = static_cast<std::uint16_t>(size.height());
     if (m_segment && m_segment->size() >= bytesOf(size))
         return SharedImageReply(
-            m_link.connection(), drawable, std::int16_t{0}, std::int16_t{0}, width, height,
+            m_display.connection(), drawable, std::int16_t{0}, std::int16_t{0}, width, height,
             allPlanes, static_cast<std::uint8_t>(XCB_IMAGE_FORMAT_Z_PIXMAP), m_segment->id(), 0U);
-    return ImageReply(m_link.connection(), static_cast<std::uint8_t>(XCB_IMAGE_FORMAT_Z_PIXMAP),
+    return ImageReply(m_display.connection(), static_cast<std::uint8_t>(XCB_IMAGE_FORMAT_Z_PIXMAP),
                       drawable, std::int16_t{0}, std::int16_t{0}, width, height, allPlanes);
 }
 

@@ -1,5 +1,5 @@
-// Brings the picture of a window down to its preview's size on the server, where it costs no
-// transport.
+// Scales the picture of a window down to the size of its preview on the server, so that only the
+// small one is transferred.
 #pragma once
 
 #include "platform/x11/capture/CaptureConnection.h"
@@ -13,7 +13,7 @@
 
 namespace kelpa::x11 {
 
-/// What is scaled.
+/// The picture to scale.
 struct SourcePicture
 {
     xcb_pixmap_t pixmap = XCB_NONE;
@@ -31,9 +31,9 @@ struct SourcePicture
 std::vector<QSize> scalingSteps(const QSize& from, const QSize& to);
 
 /// Sends the requests that scale `source` to `size` and waits for nothing. The result has the
-/// link's transparent format when `hasAlpha`, else its opaque one. When the source is not what it
-/// should be, the result's contents mean nothing.
-ServerPixmap scaledPicture(CaptureConnection& link, const SourcePicture& source, const QSize& size,
-                           bool hasAlpha);
+/// connection's transparent format when `hasAlpha`, else its opaque one. When the source is not as
+/// described, the result's pixels are undefined.
+ServerPixmap scaledPicture(CaptureConnection& display, const SourcePicture& source,
+                           const QSize& size, bool hasAlpha);
 
 } // namespace kelpa::x11

@@ -1,10 +1,11 @@
-// The windows whose contents the server keeps apart, so that they can be read while others cover
-// them, and what it says about their changes.
+// The windows that are redirected to pixmaps of their own, so that they can be read while others
+// obscure them. Follows their events: damage, a new size or frame, their end.
 #pragma once
 
 #include "platform/x11/capture/CaptureConnection.h"
 #include "platform/x11/capture/CaptureSubjectRequests.h"
 #include "platform/x11/capture/DamageTracker.h"
+#include "platform/x11/capture/ObscuredProbes.h"
 
 #include <xcb/damage.h>
 
@@ -17,59 +18,62 @@ struct RedirectedWindow
 {
     /// As last seen.
     CaptureSubject subject;
-    /// The window whose contents are named: itself, or its frame when a compositor keeps that.
-    xcb_window_t named = XCB_WINDOW_NONE;
-    /// XCB_NONE when the server gives no notice of drawing.
+    /// The window whose pixmap is named (NameWindowPixmap): the client window itself, or its frame
+    /// when a compositor has redirected that.
+    xcb_window_t pixmapWindow = XCB_WINDOW_NONE;
+    /// XCB_NONE when the server does not report damage.
     xcb_damage_damage_t damage = XCB_NONE;
     DamageTracker::Time lastUsed;
 };
 
-/// Used on one thread at a time; must not outlive its link, which ends all keeping when it ends.
+/// Keyed by client window. Used on one thread at a time; must not outlive its connection, whose end
+/// ends all redirection.
 class RedirectedWindows
 {
 public:
     using Time = DamageTracker::Time;
 
-    RedirectedWindows(CaptureConnection& link, std::chrono::milliseconds settling)
-        : m_link(link), m_log(settling)
+    RedirectedWindows(CaptureConnection& display, std::chrono::milliseconds settleTime)
+        : m_display(display), m_damage(settleTime), m_probes(display)
     {}
 
-    /// Takes in what the server has said so far. Waits for nothing.
+    /// Handles the events that have arrived. Waits for nothing.
     void handleEvents();
 
-    /// Null when it is not kept, also once it was destroyed or got another frame.
+    /// Null when the window is not redirected, also once it was destroyed or got another frame.
     RedirectedWindow* find(xcb_window_t window);
 
-    /// Begins to keep a window, `named` as in RedirectedWindow. Waits for nothing.
-    void keep(xcb_window_t window, const CaptureSubject& subject, xcb_window_t named, Time now);
-    /// Gives back what keeping it costs the server.
-    void drop(xcb_window_t window);
-    void dropUnusedSince(Time time);
+    /// Redirects a window, or joins the redirection of its frame by a compositor when
+    /// `pixmapWindow` is that frame. Waits for nothing.
+    void redirect(xcb_window_t window, const CaptureSubject& subject, xcb_window_t pixmapWindow,
+                  Time now);
+    /// Ends the redirection and all that it costs the server.
+    void unredirect(xcb_window_t window);
+    void unredirectUnusedSince(Time time);
 
-    /// What is asked for after this shows every change so far.
-    void beginRead(xcb_window_t window);
-    void noteChange(xcb_window_t window) { m_log.noteChange(window); }
+    /// Subtracts the window's damage: pixels that are requested after this include it.
+    void subtractDamage(xcb_window_t window);
+    /// Counts the window as changed.
+    void invalidate(xcb_window_t window) { m_damage.invalidate(window); }
 
-    /// Whether a reading that begins at `now` shows its own contents.
-    bool isSettled(xcb_window_t window, Time now) const { return m_log.isSettled(window, now); }
-    /// Whether it may look other than when it was last read.
+    /// Whether pixels that are read at `now` are the window's own.
+    bool isSettled(xcb_window_t window, Time now) const { return m_damage.isSettled(window, now); }
+    /// Whether the window may differ from its last reading.
     bool isChanged(xcb_window_t window) const
     {
-        return !m_link.damageEvent() || m_log.isChanged(window);
+        return !m_display.damageEvent() || m_damage.isChanged(window);
     }
 
 private:
     void handle(const xcb_generic_event_t& event);
-    void probeCover(xcb_window_t window, const CaptureSubject& subject);
-    void noteProbe(xcb_pixmap_t probe, bool isWhole);
-    void noteResize(xcb_window_t window, const QSize& size);
+    void handleProbe(xcb_drawable_t drawable, bool isUnobscured);
+    void handleResize(xcb_window_t window, const QSize& size);
     void forget(xcb_window_t window);
 
-    CaptureConnection& m_link;
-    DamageTracker m_log;
+    CaptureConnection& m_display;
+    DamageTracker m_damage;
+    ObscuredProbes m_probes;
     std::map<xcb_window_t, RedirectedWindow> m_windows;
-    /// Windows by the pixmap that a copy was made to, to see whether something covers them.
-    std::map<xcb_pixmap_t, xcb_window_t> m_probes;
 };
 
 } // namespace kelpa::x11

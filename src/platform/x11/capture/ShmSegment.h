@@ -1,4 +1,4 @@
-// Memory that this program and the server both see.
+// Memory shared between this program and the server.
 #pragma once
 
 #include "platform/x11/connection/XcbConnection.h"
@@ -11,13 +11,12 @@
 
 namespace kelpa::x11 {
 
-/// Nameless, so that nothing is left behind however the program ends. Must not outlive its
+/// Anonymous, so that nothing is left behind however the program ends. Must not outlive its
 /// connection.
 class ShmSegment
 {
 public:
-    /// Waits for the server. Absent when there is no such memory to be had or the server refuses
-    /// it.
+    /// Waits for the server. Absent when no memory can be allocated or the server refuses it.
     static std::unique_ptr<ShmSegment> create(XcbConnection& connection, std::size_t size);
 
     ShmSegment(const ShmSegment&) = delete;

@@ -21,12 +21,12 @@ std::optional<WindowCapture> WindowCapturer::capture(const CaptureTarget& target
     if (stop.stop_requested() || largest.isEmpty())
         return std::nullopt;
     if (!m_session || !m_session->isConnected())
-        m_session = CaptureSession::open(*m_connector, m_limits, m_maySharePictures);
+        m_session = CaptureSession::open(*m_connector, m_limits, m_useSharedMemory);
     if (!m_session)
         return std::nullopt;
     std::optional<WindowCapture> result = m_session->capture(target, next, largest, need, stop);
-    // A server that hangs up over shared memory would do so again.
-    m_maySharePictures = m_maySharePictures && !m_session->hasFailedToShare();
+    // A server that ends the connection over shared memory would do so again.
+    m_useSharedMemory = m_useSharedMemory && !m_session->hasSharedMemoryFailed();
     return result;
 }
 

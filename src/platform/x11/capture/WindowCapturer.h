@@ -1,5 +1,5 @@
-// Pictures of single windows, through a connection of its own, so that a slow capture never delays
-// a look at the desktop.
+// Captures windows through a connection of its own, so that a slow capture never delays a discovery
+// pass.
 #pragma once
 
 #include "platform/x11/capture/CaptureSession.h"
@@ -9,7 +9,7 @@
 
 namespace kelpa::x11 {
 
-/// Connects at the first capture, and anew when the connection was lost.
+/// Connects at the first capture, and again after the connection was lost.
 class WindowCapturer
 {
 public:
@@ -24,7 +24,7 @@ public:
                                          const QSize& largest, CaptureNeed need,
                                          const std::stop_token& stop);
 
-    /// Of the present connection. Any thread; both wait for a capture in progress.
+    /// Of the current connection. Any thread; both wait for a capture in progress.
     XcbTraffic traffic() const;
     CaptureCounts counts() const;
 
@@ -33,7 +33,7 @@ private:
     const CaptureLimits m_limits;
     mutable std::mutex m_mutex;
     std::unique_ptr<CaptureSession> m_session;
-    bool m_maySharePictures = true;
+    bool m_useSharedMemory = true;
 };
 
 } // namespace kelpa::x11

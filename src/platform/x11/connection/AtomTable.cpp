@@ -59,7 +59,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_KELPA_NUMBER_COUNTER",
     "_KELPA_NUMBERS",
     "_KELPA_TIME",
-    // Of the first screen: servers have had only one for a long time.
+    // The first screen's: servers have had only one for a long time.
     "_XSETTINGS_S0",
     "_XSETTINGS_SETTINGS",
 };

@@ -1,4 +1,4 @@
-// The names that Kelpa and the server agree on, as the server's numbers.
+// The atoms that Kelpa uses, interned once per connection.
 #pragma once
 
 #include <xcb/xcb.h>
@@ -68,7 +68,7 @@ enum class Atom : std::uint8_t {
 class AtomTable
 {
 public:
-    /// Waits for the server, one round trip for all names. On a lost connection every atom is
+    /// Waits for the server, one round trip for all atoms. On a lost connection every atom is
     /// XCB_ATOM_NONE.
     explicit AtomTable(XcbConnection& connection);
 

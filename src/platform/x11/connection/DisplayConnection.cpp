@@ -19,7 +19,7 @@ bool isPresent(XcbConnection& connection, xcb_extension_t& extension)
     return data && data->present != 0;
 }
 
-/// The client ids came with version 1.2.
+/// X-Resource has client ids from version 1.2 on.
 bool knowsClientIDs(XcbConnection& connection)
 {
     if (!isPresent(connection, xcb_res_id))
@@ -38,8 +38,8 @@ std::unique_ptr<DisplayConnection> DisplayConnection::open(const QByteArray& dis
     if (!connection)
         return nullptr;
     const BrokenPipeGuard guard;
-    std::unique_ptr<DisplayConnection> link(new DisplayConnection(std::move(connection)));
-    return link->m_connection->isBroken() ? nullptr : std::move(link);
+    std::unique_ptr<DisplayConnection> opened(new DisplayConnection(std::move(connection)));
+    return opened->m_connection->isBroken() ? nullptr : std::move(opened);
 }
 
 DisplayConnection::DisplayConnection(std::unique_ptr<XcbConnection> connection)
@@ -49,11 +49,11 @@ DisplayConnection::DisplayConnection(std::unique_ptr<XcbConnection> connection)
     xcb_prefetch_extension_data(m_connection->raw(), &xcb_res_id);
     m_hasComposite = isPresent(*m_connection, xcb_composite_id);
     m_hasClientIDs = knowsClientIDs(*m_connection);
-    m_ownWindow = xcb_generate_id(m_connection->raw());
-    // Never mapped, so it need not be seen or managed.
-    xcb_create_window(m_connection->raw(), XCB_COPY_FROM_PARENT, m_ownWindow, m_connection->root(),
-                      -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0,
-                      nullptr);
+    m_helperWindow = xcb_generate_id(m_connection->raw());
+    // Never mapped, so that no one sees or manages it.
+    xcb_create_window(m_connection->raw(), XCB_COPY_FROM_PARENT, m_helperWindow,
+                      m_connection->root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
 }
 
 TextTypes DisplayConnection::textTypes() const
@@ -63,23 +63,23 @@ TextTypes DisplayConnection::textTypes() const
 
 bool DisplayConnection::acquireNumbers()
 {
-    // Asked and taken while no one else is served: two programs that start at once would otherwise
-    // both find it free.
+    // The grab makes it one step: two programs that start at once would otherwise both find the
+    // selection without an owner.
     const xcb_atom_t selection = m_atoms[Atom::kelpaNumbers];
     xcb_grab_server(m_connection->raw());
     SelectionOwnerReply owner(*m_connection, selection);
     const auto* reply = owner.get();
     const bool isFree = reply && reply->owner == XCB_WINDOW_NONE;
     if (isFree)
-        xcb_set_selection_owner(m_connection->raw(), m_ownWindow, selection, XCB_CURRENT_TIME);
+        xcb_set_selection_owner(m_connection->raw(), m_helperWindow, selection, XCB_CURRENT_TIME);
     xcb_ungrab_server(m_connection->raw());
     m_connection->flush();
-    return isFree || (reply && reply->owner == m_ownWindow);
+    return isFree || (reply && reply->owner == m_helperWindow);
 }
 
-bool isStanding(const std::unique_ptr<DisplayConnection>& link)
+bool isConnected(const std::unique_ptr<DisplayConnection>& display)
 {
-    return link && !link->connection().isBroken();
+    return display && !display->connection().isBroken();
 }
 
 } // namespace kelpa::x11

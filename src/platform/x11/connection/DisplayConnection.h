@@ -1,4 +1,5 @@
-// A connection with what every user of it needs to know of its server.
+// An XcbConnection, to which it adds what every user needs to know of the server: atoms,
+// extensions, and an unmapped window of its own.
 #pragma once
 
 #include "platform/x11/connection/AtomTable.h"
@@ -15,8 +16,8 @@ namespace kelpa::x11 {
 class DisplayConnection
 {
 public:
-    /// Waits for the server. Absent when there is none. Not on two threads at once: see
-    /// `DisplayConnector`.
+    /// Waits for the server. Absent when there is none. Not on two threads at once, which
+    /// `DisplayConnector` ensures.
     static std::unique_ptr<DisplayConnection> open(const QByteArray& display);
 
     XcbConnection& connection() { return *m_connection; }
@@ -24,16 +25,18 @@ public:
     const AtomTable& atoms() const { return m_atoms; }
     TextTypes textTypes() const;
 
-    /// The server can keep the contents of windows apart, so that one can be captured.
+    /// The server has the Composite extension: it can redirect windows, so that each can be
+    /// captured.
     bool hasComposite() const { return m_hasComposite; }
-    /// The server can tell the process of a client.
+    /// The server has client ids (X-Resource 1.2), which give the process of a client.
     bool hasClientIDs() const { return m_hasClientIDs; }
 
-    /// Makes this link's owner the only one that writes window numbers, unless another connection
-    /// is. Waits for the server. False when another one is, or the connection is lost.
+    /// Acquires the selection whose owner alone writes window numbers. Waits for the server. False
+    /// when another connection owns it, or when this one is lost.
     bool acquireNumbers();
-    /// The window that holds the ownership.
-    xcb_window_t ownWindow() const { return m_ownWindow; }
+    /// Never mapped. It owns selections, is named as the sender of messages and takes the property
+    /// changes by which the server's time is read.
+    xcb_window_t helperWindow() const { return m_helperWindow; }
 
 private:
     explicit DisplayConnection(std::unique_ptr<XcbConnection> connection);
@@ -42,10 +45,10 @@ private:
     AtomTable m_atoms;
     bool m_hasComposite = false;
     bool m_hasClientIDs = false;
-    xcb_window_t m_ownWindow = XCB_WINDOW_NONE;
+    xcb_window_t m_helperWindow = XCB_WINDOW_NONE;
 };
 
-/// Whether there is a connection that is not lost; otherwise it is time for a new one.
-bool isStanding(const std::unique_ptr<DisplayConnection>& link);
+/// Whether there is a connection and it is not lost; otherwise it has to be opened anew.
+bool isConnected(const std::unique_ptr<DisplayConnection>& display);
 
 } // namespace kelpa::x11

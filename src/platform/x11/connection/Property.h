@@ -1,5 +1,5 @@
-// Reading the properties of windows that anyone may have written: whatever is not what it should be
-// reads as absent. Plain data, any thread.
+// Parses window properties. Any client may have written them, so a malformed property reads as
+// absent. Plain data, any thread.
 #pragma once
 
 #include <QByteArrayView>
@@ -11,7 +11,7 @@
 
 namespace kelpa::x11 {
 
-/// A property as the server gave it. Refers to bytes that it does not own.
+/// A property as the server returned it. Refers to bytes that it does not own.
 struct Property
 {
     /// The atom of its type; 0 when the window has no such property.
@@ -20,31 +20,32 @@ struct Property
     int format = 0;
     /// Items of 32 bits are in the byte order of this machine.
     QByteArrayView bytes;
-    /// More bytes exist than were asked for.
+    /// The property has more bytes than were requested.
     bool isTruncated = false;
 };
 
-/// The types that text may have.
+/// The atoms of the types that text may have.
 struct TextTypes
 {
     std::uint32_t utf8String = 0;
     std::uint32_t compoundText = 0;
 };
 
-/// No title and no name is read further than this.
+/// In bytes: titles and names are cut off here.
 inline constexpr std::uint32_t longestText = 4096;
 
-/// No list of windows is read further than this: no desktop has so many.
+/// In windows: longer lists are cut off here; no desktop has so many.
 inline constexpr std::uint32_t mostClients = 8192;
 
-/// All whole items of a property with the type and 32 bits an item; empty for any other.
+/// All complete items of a property of this type with 32 bits an item; empty for any other
+/// property.
 std::vector<std::uint32_t> words(const Property& property, std::uint32_t type);
 
 /// The first item of such a property; absent when there is none.
 std::optional<std::uint32_t> word(const Property& property, std::uint32_t type);
 
-/// The text of a UTF8_STRING, STRING or COMPOUND_TEXT property, made harmless as by `harmlessText`;
-/// absent when the property is none of them.
+/// The text of a UTF8_STRING, STRING or COMPOUND_TEXT property, passed through `harmlessText`;
+/// absent for any other type.
 std::optional<QString> text(const Property& property, const TextTypes& types);
 
 /// As `text`, for a property that must be UTF8_STRING.
@@ -59,10 +60,10 @@ struct WindowClass
     friend bool operator==(const WindowClass&, const WindowClass&) = default;
 };
 
-/// Both empty when the property is not WM_CLASS's shape; the second empty when it is missing.
+/// Both empty when the property is malformed; the second empty when it is missing.
 WindowClass windowClass(const Property& property, const TextTypes& types);
 
-/// How far a window's visible part lies inside its bounds, in pixels.
+/// The width of the invisible border that a client draws around its window, in pixels.
 struct FrameExtents
 {
     std::uint32_t left = 0;
@@ -71,8 +72,8 @@ struct FrameExtents
     std::uint32_t bottom = 0;
 };
 
-/// _GTK_FRAME_EXTENTS of a window of the given size; all 0 when it is absent, misshapen, or would
-/// leave nothing of the window.
+/// _GTK_FRAME_EXTENTS of a window of the given size in pixels; all 0 when the property is absent,
+/// malformed or would leave nothing of the window.
 FrameExtents frameExtents(const Property& property, std::uint32_t width, std::uint32_t height);
 
 } // namespace kelpa::x11

@@ -25,7 +25,7 @@ class DirectionalNesting
 public:
     void open(Opened kind) { m_open.push_back(kind); }
 
-    /// Whether the character that ends an embedding or override is to be kept.
+    /// Returns whether to keep the character that ends an embedding or override.
     bool closeEmbedding()
     {
         if (m_open.empty() || m_open.back() == Opened::isolate)
@@ -35,7 +35,7 @@ public:
         return closed == Opened::embedding;
     }
 
-    /// Whether the character that ends an isolate is to be kept. It also ends the embeddings that
+    /// Returns whether to keep the character that ends an isolate. It also ends the embeddings that
     /// were opened within the isolate.
     bool closeIsolate()
     {
@@ -62,7 +62,7 @@ private:
     std::vector<Opened> m_open;
 };
 
-/// Whether a directional control is to be kept; follows the nesting.
+/// Returns whether to keep a directional control; updates the nesting.
 bool keepsDirectional(char16_t unit, DirectionalNesting& nesting)
 {
     switch (unit) {
@@ -134,8 +134,8 @@ QByteArrayView withoutPartialCharacter(QByteArrayView bytes)
 
 namespace {
 
-/// Compound text begins with ASCII on the left half of the code table and Latin-1 on the right one;
-/// escape sequences put other sets in their place.
+/// Compound text begins with ASCII in the left half of the code table and Latin-1 in the right one;
+/// escape sequences designate other character sets.
 class CompoundTextReader
 {
 public:
@@ -180,7 +180,7 @@ private:
             readUtf8(m_at + 3);
             return;
         }
-        // Intermediate bytes, then one final byte that names the set.
+        // Intermediate bytes, then one final byte that names the character set.
         qsizetype length = 0;
         while (length < rest.size() && rest[length] >= 0x20 && rest[length] <= 0x2F)
             ++length;
@@ -208,7 +208,8 @@ private:
         m_isInUnknown = false;
     }
 
-    /// A segment of a named encoding: two bytes of length follow, each with its top bit set.
+    /// Skips a segment of a named encoding: two bytes of length, each with its top bit set, and the
+    /// text.
     void skipExtendedSegment()
     {
         if (m_at + 2 > m_bytes.size()) {
@@ -222,7 +223,7 @@ private:
         m_isInUnknown = false;
     }
 
-    /// CSI, parameters, `]`: a change of direction, which carries no text.
+    /// Skips CSI, parameters and `]`: a change of direction, which carries no text.
     void skipDirection()
     {
         ++m_at;

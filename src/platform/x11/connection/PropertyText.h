@@ -1,4 +1,4 @@
-// Text that strangers wrote, made fit to be shown. Pure functions, any thread.
+// Decodes and sanitises text that other clients wrote. Pure functions, any thread.
 #pragma once
 
 #include <QByteArrayView>
@@ -6,15 +6,15 @@
 
 namespace kelpa::x11 {
 
-/// The same text without what could disturb its surroundings: line breaks and tabs become spaces;
-/// other control characters are taken out; directional overrides are taken out, and every
-/// directional embedding or isolate that is kept is closed within the text.
+/// The text without what could disturb the text around it: line breaks and tabs become spaces,
+/// other control characters and directional overrides are removed, and every directional embedding
+/// or isolate that remains is closed within the text.
 QString harmlessText(const QString& text);
 
 /// `bytes` without an incomplete UTF-8 character at their end.
 QByteArrayView withoutPartialCharacter(QByteArrayView bytes);
 
-/// The text of ICCCM's compound text: ASCII, Latin-1 and UTF-8 segments exactly; a run of any other
+/// Decodes ICCCM compound text: ASCII, Latin-1 and UTF-8 segments exactly, each run of any other
 /// character set as one replacement character.
 QString fromCompoundText(QByteArrayView bytes);
 

@@ -1,4 +1,4 @@
-// Something that the server keeps for this client until it is told to free it.
+// RAII for server-side resources: pixmaps, pictures and the like.
 #pragma once
 
 #include "platform/x11/connection/XcbConnection.h"
@@ -11,9 +11,8 @@
 
 namespace kelpa::x11 {
 
-/// Has an id of its own from the start; the request that makes the thing is the owner's to send.
-/// Freeing what was never made leaves an error that no one reads. Move-only; must not outlive its
-/// connection.
+/// Allocates an id; the owner sends the request that creates the resource. Freeing a resource that
+/// was never created leaves an error that no one reads. Move-only; must not outlive its connection.
 template <auto Free>
 class ServerResource
 {

@@ -39,7 +39,7 @@ XcbConnection::~XcbConnection()
 
 void XcbConnection::noteAwaited(unsigned int sequence)
 {
-    // Sequence numbers wrap: the difference tells which one is later.
+    // Sequence numbers wrap: the sign of the difference shows which one is later.
     const auto sinceLastWait = static_cast<std::int32_t>(sequence - m_sentAtLastWait);
     if (m_roundTrips == 0 || sinceLastWait > 0) {
         ++m_roundTrips;

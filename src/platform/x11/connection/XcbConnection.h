@@ -1,4 +1,5 @@
-// A connection to the X server that ends when it is dropped, and an account of what it cost.
+// RAII for xcb: a connection that closes when it is destroyed and counts its traffic, and the
+// ownership of what xcb allocates.
 #pragma once
 
 #include <QByteArray>
@@ -22,7 +23,7 @@ using XcbEvent = std::unique_ptr<xcb_generic_event_t, XcbFree>;
 
 struct XcbTraffic
 {
-    /// How often a reply was waited for that was not already on its way with an earlier one.
+    /// Waits for a reply, except for replies whose requests were sent before an earlier wait.
     std::uint64_t roundTrips = 0;
     std::uint64_t bytesSent = 0;
     std::uint64_t bytesReceived = 0;
@@ -46,18 +47,19 @@ public:
     bool isBroken() const { return xcb_connection_has_error(m_connection) != 0; }
 
     xcb_window_t root() const { return m_screen.root; }
-    /// The part of a resource id that all resources of one client share.
+    /// The part of a resource id that is the same for all resources of one client.
     std::uint32_t clientOf(std::uint32_t resource) const { return resource & ~m_resourceMask; }
 
-    /// Sends what is buffered.
+    /// Sends buffered requests.
     void flush() { xcb_flush(m_connection); }
 
-    /// The next event that has arrived; absent when there is none. Reads the socket, never waits.
+    /// The next event that has arrived; null when there is none. Reads the socket, never waits.
     XcbEvent pollEvent() { return XcbEvent(xcb_poll_for_event(m_connection)); }
-    /// As `pollEvent`, without reading the socket: what came along with the replies read so far.
+    /// As `pollEvent`, without reading the socket: the events that arrived with the replies read so
+    /// far.
     XcbEvent queuedEvent() { return XcbEvent(xcb_poll_for_queued_event(m_connection)); }
 
-    /// Bookkeeping of the reply type.
+    /// Called by `XcbReply`, for the traffic.
     void noteSent(unsigned int sequence) { m_lastSent = sequence; }
     void noteAwaited(unsigned int sequence);
 
@@ -74,8 +76,8 @@ private:
     std::uint64_t m_roundTrips = 0;
 };
 
-/// While it lives, writing to a connection that the server has closed does not raise SIGPIPE on
-/// this thread, which would end the program.
+/// Blocks SIGPIPE on this thread while it lives: writing to a connection that the server has closed
+/// would end the program.
 class BrokenPipeGuard
 {
 public:

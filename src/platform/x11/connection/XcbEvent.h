@@ -1,4 +1,4 @@
-// What the server tells unasked: what to hear of, and the events.
+// Selecting the events of a window, and reading them.
 #pragma once
 
 #include "platform/x11/connection/XcbConnection.h"
@@ -9,15 +9,14 @@
 
 namespace kelpa::x11 {
 
-/// The type of an event, whether the server tells of it or another client has sent it; 0 for an
-/// error.
+/// The type of an event, whether the server generated it or another client sent it; 0 for an error.
 inline std::uint8_t typeOf(const xcb_generic_event_t& event)
 {
     constexpr unsigned int sent = 0x80;
     return static_cast<std::uint8_t>(event.response_type & ~sent);
 }
 
-/// The event as what its type says it is; valid as long as `event`.
+/// The event as the structure of its type; valid as long as `event`.
 template <class Event>
 const Event& as(const xcb_generic_event_t& event)
 {
@@ -25,8 +24,8 @@ const Event& as(const xcb_generic_event_t& event)
     return *static_cast<const Event*>(bytes);
 }
 
-/// From now on the connection hears of these events of the window, and of no others of it. Where
-/// the window is gone, an error comes among the events.
+/// From now on the connection receives these events of the window and no others of it. If the
+/// window is gone, an error arrives among the events.
 inline void selectEvents(XcbConnection& connection, xcb_window_t window, std::uint32_t mask)
 {
     xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);

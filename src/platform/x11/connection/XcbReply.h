@@ -20,7 +20,7 @@ struct FunctionResult<Result (*)(Arguments...)>
     using Type = Result;
 };
 
-/// Move-only; must not outlive its connection. Not fetched, its reply is discarded.
+/// Move-only; must not outlive its connection. A reply that was not fetched is discarded.
 template <auto Request, auto Fetch>
 class XcbReply
 {
@@ -71,15 +71,15 @@ using PropertyReply = XcbReply<xcb_get_property, xcb_get_property_reply>;
 using SelectionOwnerReply = XcbReply<xcb_get_selection_owner, xcb_get_selection_owner_reply>;
 using AtomReply = XcbReply<xcb_intern_atom, xcb_intern_atom_reply>;
 using ExtensionReply = XcbReply<xcb_query_extension, xcb_query_extension_reply>;
-/// The cheapest answer there is: once it has come, the server has carried out all before it.
+/// The cheapest reply there is, used as a barrier: once it has arrived, the server has carried out
+/// all earlier requests.
 using InputFocusReply = XcbReply<xcb_get_input_focus, xcb_get_input_focus_reply>;
 
-/// At most `length` words of four bytes are read. Of a property of another type than `type` none
-/// are.
+/// Reads at most `length` words of four bytes, and nothing of a property whose type is not `type`.
 PropertyReply askProperty(XcbConnection& connection, xcb_window_t window, xcb_atom_t name,
                           std::uint32_t length, xcb_atom_t type = XCB_GET_PROPERTY_TYPE_ANY);
 
-/// The reply as plain data that refers to it; a property without type when there is none.
+/// The reply as plain data that refers to its bytes; without a reply, a property without a type.
 Property propertyOf(const xcb_get_property_reply_t* reply);
 
 } // namespace kelpa::x11

@@ -7,8 +7,8 @@
 
 namespace kelpa::x11 {
 
-// In the order in which they are asked for.
-enum class ClientPropertyRequests::Asked : std::uint8_t {
+// In the order of the requests.
+enum class ClientPropertyRequests::PropertyIndex : std::uint8_t {
     netName,
     name,
     windowClass,
@@ -32,10 +32,10 @@ constexpr std::uint32_t wordsOfText = longestText / 4;
 constexpr std::uint32_t wordsOfShortText = 256;
 constexpr std::uint32_t wordsOfList = 64;
 
-struct Question
+struct PropertyRequest
 {
     xcb_atom_t name = XCB_ATOM_NONE;
-    /// At most so many four-byte words are read.
+    /// The most four-byte words to read.
     std::uint32_t length = 0;
 };
 
@@ -66,7 +66,7 @@ WindowKind kindOf(xcb_atom_t type, const AtomTable& atoms)
     return it == kinds.end() ? WindowKind::unspecified : it->second;
 }
 
-/// A window lists its kinds in order of preference; the first that is known counts.
+/// A window lists its types in order of preference; the first known one counts.
 WindowKind firstKnownKind(const std::vector<xcb_atom_t>& types, const AtomTable& atoms)
 {
     for (const xcb_atom_t type : types) {
@@ -90,14 +90,14 @@ std::optional<ProcessID> processOf(std::optional<std::uint32_t> word)
 
 } // namespace
 
-ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& link, xcb_window_t window)
-    : m_window(window), m_attributes(link.connection(), window),
-      m_geometry(link.connection(), window),
-      m_position(link.connection(), window, link.connection().root(), std::int16_t{0},
+ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& display, xcb_window_t window)
+    : m_window(window), m_attributes(display.connection(), window),
+      m_geometry(display.connection(), window),
+      m_position(display.connection(), window, display.connection().root(), std::int16_t{0},
                  std::int16_t{0})
 {
-    const AtomTable& atoms = link.atoms();
-    const std::array<Question, static_cast<std::size_t>(Asked::count)> questions = {{
+    const AtomTable& atoms = display.atoms();
+    const std::array<PropertyRequest, static_cast<std::size_t>(PropertyIndex::count)> requests = {{
         {atoms[Atom::netWmName], wordsOfText},
         {XCB_ATOM_WM_NAME, wordsOfText},
         {XCB_ATOM_WM_CLASS, wordsOfShortText},
@@ -113,18 +113,18 @@ ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& link, xcb_wind
         {atoms[Atom::kdeDesktopFile], wordsOfShortText},
         {atoms[Atom::kelpaWindowNumber], 1},
     }};
-    m_properties.reserve(questions.size());
-    for (const Question& question : questions)
+    m_properties.reserve(requests.size());
+    for (const PropertyRequest& request : requests)
         m_properties.push_back(
-            askProperty(link.connection(), window, question.name, question.length));
+            askProperty(display.connection(), window, request.name, request.length));
 }
 
-Property ClientPropertyRequests::property(Asked asked)
+Property ClientPropertyRequests::property(PropertyIndex index)
 {
-    return propertyOf(m_properties.at(static_cast<std::size_t>(asked)).get());
+    return propertyOf(m_properties.at(static_cast<std::size_t>(index)).get());
 }
 
-std::optional<ClientReading> ClientPropertyRequests::read(const DisplayConnection& link,
+std::optional<ClientReading> ClientPropertyRequests::read(const DisplayConnection& display,
                                                           std::optional<ProcessID> process,
                                                           const QByteArray& host)
 {
@@ -133,11 +133,12 @@ std::optional<ClientReading> ClientPropertyRequests::read(const DisplayConnectio
     const auto* position = m_position.get();
     if (!attributes || !geometry || !position)
         return std::nullopt;
-    // The list may name a window that has ended while its id is already another's that is not
-    // managed yet. What a window manager keeps has its mark, or is at least to be seen.
+    // The client list may name a destroyed window whose id already belongs to another one, which
+    // is not managed yet. A managed window bears WM_STATE, or is at least viewable.
     const bool isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
     const std::uint32_t managed =
-        word(property(Asked::icccmState), link.atoms()[Atom::wmState]).value_or(withdrawnState);
+        word(property(PropertyIndex::icccmState), display.atoms()[Atom::wmState])
+            .value_or(withdrawnState);
     if (!isViewable && managed == withdrawnState)
         return std::nullopt;
     ClientReading reading;
@@ -146,9 +147,9 @@ std::optional<ClientReading> ClientPropertyRequests::read(const DisplayConnectio
     client.isOverrideRedirect = attributes->override_redirect != 0;
     client.isViewable = isViewable;
     client.frame = frame(*geometry, *position);
-    readState(client, link.atoms());
-    readIdentity(client, link, process, host);
-    reading.sighting = {m_window, word(property(Asked::number), XCB_ATOM_CARDINAL)};
+    readState(client, display.atoms());
+    readIdentity(client, display, process, host);
+    reading.sighting = {m_window, word(property(PropertyIndex::number), XCB_ATOM_CARDINAL)};
     return reading;
 }
 
@@ -156,7 +157,7 @@ Rect ClientPropertyRequests::frame(const xcb_get_geometry_reply_t& geometry,
                                    const xcb_translate_coordinates_reply_t& position)
 {
     const FrameExtents shadow =
-        frameExtents(property(Asked::extents), geometry.width, geometry.height);
+        frameExtents(property(PropertyIndex::extents), geometry.width, geometry.height);
     return {static_cast<double>(position.dst_x) + shadow.left,
             static_cast<double>(position.dst_y) + shadow.top,
             static_cast<double>(geometry.width - shadow.left - shadow.right),
@@ -165,33 +166,34 @@ Rect ClientPropertyRequests::frame(const xcb_get_geometry_reply_t& geometry,
 
 void ClientPropertyRequests::readState(ClientWindow& client, const AtomTable& atoms)
 {
-    client.kind = firstKnownKind(words(property(Asked::kind), XCB_ATOM_ATOM), atoms);
-    const std::vector<xcb_atom_t> states = words(property(Asked::state), XCB_ATOM_ATOM);
+    client.kind = firstKnownKind(words(property(PropertyIndex::kind), XCB_ATOM_ATOM), atoms);
+    const std::vector<xcb_atom_t> states = words(property(PropertyIndex::state), XCB_ATOM_ATOM);
     client.isHidden = contains(states, atoms[Atom::netWmStateHidden]);
     client.isOffTaskList = contains(states, atoms[Atom::netWmStateSkipTaskbar]);
-    client.isIconic = word(property(Asked::icccmState), atoms[Atom::wmState]) == iconicState;
-    client.desktop = word(property(Asked::desktop), XCB_ATOM_CARDINAL);
+    client.isIconic =
+        word(property(PropertyIndex::icccmState), atoms[Atom::wmState]) == iconicState;
+    client.desktop = word(property(PropertyIndex::desktop), XCB_ATOM_CARDINAL);
     const std::uint32_t opaque = std::numeric_limits<std::uint32_t>::max();
     client.opacity =
-        word(property(Asked::opacity), XCB_ATOM_CARDINAL).value_or(opaque) / double{opaque};
+        word(property(PropertyIndex::opacity), XCB_ATOM_CARDINAL).value_or(opaque) / double{opaque};
 }
 
-void ClientPropertyRequests::readIdentity(ClientWindow& client, const DisplayConnection& link,
+void ClientPropertyRequests::readIdentity(ClientWindow& client, const DisplayConnection& display,
                                           std::optional<ProcessID> process, const QByteArray& host)
 {
-    const TextTypes types = link.textTypes();
-    std::optional<QString> title = utf8Text(property(Asked::netName), types);
+    const TextTypes types = display.textTypes();
+    std::optional<QString> title = utf8Text(property(PropertyIndex::netName), types);
     if (!title)
-        title = text(property(Asked::name), types);
+        title = text(property(PropertyIndex::name), types);
     client.title = title.value_or(QString());
 
     client.process = process;
-    const Property machine = property(Asked::machine);
+    const Property machine = property(PropertyIndex::machine);
     if (!process && machine.format == 8 && !host.isEmpty() && machine.bytes == host)
-        client.process = processOf(word(property(Asked::netProcess), XCB_ATOM_CARDINAL));
-    const WindowClass names = windowClass(property(Asked::windowClass), types);
-    client.clues = {text(property(Asked::gtkApplication), types).value_or(QString()),
-                    text(property(Asked::kdeDesktopFile), types).value_or(QString()),
+        client.process = processOf(word(property(PropertyIndex::netProcess), XCB_ATOM_CARDINAL));
+    const WindowClass names = windowClass(property(PropertyIndex::windowClass), types);
+    client.clues = {text(property(PropertyIndex::gtkApplication), types).value_or(QString()),
+                    text(property(PropertyIndex::kdeDesktopFile), types).value_or(QString()),
                     names.instance, names.name, client.process.value_or(0)};
 }
 

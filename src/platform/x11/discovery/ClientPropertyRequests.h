@@ -1,4 +1,4 @@
-// The questions about one client window, all sent at once, and the window that the answers
+// The requests about one client window, all sent at once, and the client window that their replies
 // describe.
 #pragma once
 
@@ -13,25 +13,25 @@
 
 namespace kelpa::x11 {
 
-/// Sent when constructed; `read` waits for the answers. Not used after its link.
+/// Sent when constructed; `read` waits for the replies. Must not outlive its connection.
 class ClientPropertyRequests
 {
 public:
-    ClientPropertyRequests(DisplayConnection& link, xcb_window_t window);
+    ClientPropertyRequests(DisplayConnection& display, xcb_window_t window);
 
-    /// Absent when the window is gone or not managed. `process` is the one that the server knows
-    /// of; `host` this machine's name.
-    std::optional<ClientReading> read(const DisplayConnection& link,
+    /// Absent when the window is gone or not managed. `process` is the client's as the server
+    /// reports it; `host` is this machine's name.
+    std::optional<ClientReading> read(const DisplayConnection& display,
                                       std::optional<ProcessID> process, const QByteArray& host);
 
     xcb_window_t window() const { return m_window; }
 
 private:
-    enum class Asked : std::uint8_t;
+    enum class PropertyIndex : std::uint8_t;
 
-    Property property(Asked asked);
+    Property property(PropertyIndex index);
     void readState(ClientWindow& client, const AtomTable& atoms);
-    void readIdentity(ClientWindow& client, const DisplayConnection& link,
+    void readIdentity(ClientWindow& client, const DisplayConnection& display,
                       std::optional<ProcessID> process, const QByteArray& host);
     Rect frame(const xcb_get_geometry_reply_t& geometry,
                const xcb_translate_coordinates_reply_t& position);

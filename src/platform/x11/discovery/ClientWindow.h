@@ -1,5 +1,5 @@
-// One client window as the server and the window manager describe it, and what follows from that.
-// Plain values, any thread.
+// A client window as the server and the window manager describe it, with its layer and visibility
+// derived from that. Plain values, any thread.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -18,9 +18,9 @@ inline constexpr std::uint32_t iconicState = 3;
 /// In _NET_WM_DESKTOP: the window is on all of them.
 inline constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
 
-/// What kind of window it says it is.
+/// By _NET_WM_WINDOW_TYPE.
 enum class WindowKind : std::uint8_t {
-    /// It does not say, or nothing that is known.
+    /// No type, or no known one.
     unspecified,
     normal,
     dialog,
@@ -34,36 +34,36 @@ enum class WindowKind : std::uint8_t {
 
 struct ClientWindow
 {
-    /// The server's id, which another window may get once this one is gone.
+    /// The server's id, which another window may get once this one is destroyed.
     std::uint32_t window = 0;
-    /// Absent while it has none.
+    /// Absent while the window has none.
     std::optional<WindowID> number;
-    /// The process at the other end of the window's connection; absent when it is not known.
+    /// The process that owns the window; absent when it is not known.
     std::optional<ProcessID> process;
     /// In root coordinates, pixels: the client's area without the window manager's frame and
-    /// without the shadow that the client draws itself.
+    /// without the shadow that the client draws.
     Rect frame;
     QString title;
     ApplicationClues clues;
     WindowKind kind = WindowKind::unspecified;
     bool isOverrideRedirect = false;
-    /// The application keeps it off the task list.
+    /// _NET_WM_STATE_SKIP_TASKBAR.
     bool isOffTaskList = false;
     /// _NET_WM_STATE_HIDDEN.
     bool isHidden = false;
-    /// ICCCM's iconic state, which window managers also give to windows of other desktops.
+    /// ICCCM's iconic state, which some window managers also give to windows of other desktops.
     bool isIconic = false;
-    /// The server would draw it: it and all its parents are mapped.
+    /// The window and all its ancestors are mapped.
     bool isViewable = false;
-    /// Absent when the window manager does not say.
+    /// _NET_WM_DESKTOP; absent when the window manager does not set it.
     std::optional<std::uint32_t> desktop;
     /// 0 to 1.
     double opacity = 1;
-    /// As WindowListEntry's.
+    /// As WindowListEntry::iconRevision.
     std::uint32_t iconRevision = 0;
 };
 
-/// What holds for all windows of one look at the desktop.
+/// Holds for all windows of one discovery pass.
 struct DesktopContext
 {
     /// Absent when the window manager has no desktops.
@@ -72,13 +72,13 @@ struct DesktopContext
     bool marksHiddenWindows = true;
 };
 
-/// As a window list's layer: 0 for normal windows and dialogs that are on the task list. A window
-/// that does not say its kind is one of the two, transient or not. A window that its application
-/// keeps off the task list is given another layer, not left to the judgement of its application,
-/// because one process may own both a panel and ordinary windows.
+/// As WindowListEntry::layer: 0 for normal windows and dialogs that are on the task list. A window
+/// of unspecified type counts as one of the two, transient or not. A window off the task list gets
+/// a layer of its own rather than the activation policy of its application, because one process may
+/// own both a panel and ordinary windows.
 int layer(const ClientWindow& window);
 
-/// Whether a person sees it, or would if nothing covered it.
+/// Whether the window is visible, or would be if nothing obscured it.
 bool isOnScreen(const ClientWindow& window, const DesktopContext& context);
 
 bool isMinimized(const ClientWindow& window, const DesktopContext& context);

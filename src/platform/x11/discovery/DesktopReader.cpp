@@ -21,9 +21,9 @@ namespace {
 
 using ClientIDsReply = XcbReply<xcb_res_query_client_ids, xcb_res_query_client_ids_reply>;
 
-constexpr std::uint32_t mostSupported = 4096;
+constexpr std::uint32_t maxSupported = 4096;
 
-/// The stacking order goes from the bottom up.
+/// _NET_CLIENT_LIST_STACKING goes from bottom to top.
 std::vector<xcb_window_t> topToBottom(const std::vector<xcb_window_t>& stacking)
 {
     std::vector<xcb_window_t> clients;
@@ -35,22 +35,23 @@ std::vector<xcb_window_t> topToBottom(const std::vector<xcb_window_t>& stacking)
     return clients;
 }
 
-ClientIDsReply askProcesses(DisplayConnection& link, const std::vector<xcb_window_t>& windows)
+ClientIDsReply requestProcesses(DisplayConnection& display,
+                                const std::vector<xcb_window_t>& windows)
 {
     std::set<std::uint32_t> clients;
     for (const xcb_window_t window : windows)
-        clients.insert(link.connection().clientOf(window));
+        clients.insert(display.connection().clientOf(window));
     std::vector<xcb_res_client_id_spec_t> specs;
     specs.reserve(clients.size());
     for (const std::uint32_t client : clients)
         specs.push_back({client, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
-    return ClientIDsReply(link.connection(), static_cast<std::uint32_t>(specs.size()),
+    return ClientIDsReply(display.connection(), static_cast<std::uint32_t>(specs.size()),
                           static_cast<const xcb_res_client_id_spec_t*>(specs.data()));
 }
 
 /// Processes by the shared part of their resource ids. The server leaves out clients that it does
-/// not know, so an answer is told by the id in it, not by its place.
-std::map<std::uint32_t, ProcessID> readProcesses(const DisplayConnection& link,
+/// not know, so that the id in a reply identifies it, not its position.
+std::map<std::uint32_t, ProcessID> readProcesses(const DisplayConnection& display,
                                                  ClientIDsReply& reply)
 {
     std::map<std::uint32_t, ProcessID> processes;
@@ -64,7 +65,7 @@ std::map<std::uint32_t, ProcessID> readProcesses(const DisplayConnection& link,
             continue;
         const std::uint32_t process = *xcb_res_client_id_value_value(it.data);
         if (process != 0 && process <= std::uint32_t{std::numeric_limits<ProcessID>::max()})
-            processes[link.connection().clientOf(it.data->spec.client)] =
+            processes[display.connection().clientOf(it.data->spec.client)] =
                 static_cast<ProcessID>(process);
     }
     return processes;
@@ -78,22 +79,22 @@ QByteArray hostName()
 
 } // namespace
 
-RootReading readRoot(DisplayConnection& link)
+RootReading readRoot(DisplayConnection& display)
 {
-    const AtomTable& atoms = link.atoms();
-    const auto ask = [&](Atom name, std::uint32_t length) {
-        return askProperty(link.connection(), link.connection().root(), atoms[name], length);
+    const AtomTable& atoms = display.atoms();
+    const auto request = [&](Atom name, std::uint32_t length) {
+        return askProperty(display.connection(), display.connection().root(), atoms[name], length);
     };
-    PropertyReply stacking = ask(Atom::netClientListStacking, mostClients);
-    PropertyReply list = ask(Atom::netClientList, mostClients);
-    PropertyReply supported = ask(Atom::netSupported, mostSupported);
-    PropertyReply desktop = ask(Atom::netCurrentDesktop, 1);
-    PropertyReply check = ask(Atom::netSupportingWmCheck, 1);
-    PropertyReply counter = ask(Atom::kelpaNumberCounter, 1);
-    SelectionOwnerReply owner(link.connection(), atoms[Atom::kelpaNumbers]);
+    PropertyReply stacking = request(Atom::netClientListStacking, mostClients);
+    PropertyReply list = request(Atom::netClientList, mostClients);
+    PropertyReply supported = request(Atom::netSupported, maxSupported);
+    PropertyReply desktop = request(Atom::netCurrentDesktop, 1);
+    PropertyReply check = request(Atom::netSupportingWmCheck, 1);
+    PropertyReply counter = request(Atom::kelpaNumberCounter, 1);
+    SelectionOwnerReply owner(display.connection(), atoms[Atom::kelpaNumbers]);
 
     RootReading reading;
-    // A list of no windows has its type and no bytes.
+    // An empty list has the type and no bytes; a missing one has no type.
     for (PropertyReply* reply : {&stacking, &list}) {
         const Property property = propertyOf(reply->get());
         if (!reading.clients && property.type == XCB_ATOM_WINDOW && property.format == 32)
@@ -110,36 +111,37 @@ RootReading readRoot(DisplayConnection& link)
     return reading;
 }
 
-ClientsReading readClients(DisplayConnection& link, const RootReading& root,
+ClientsReading readClients(DisplayConnection& display, const RootReading& root,
                            const std::function<bool(xcb_window_t)>& isWatched)
 {
     const std::vector<xcb_window_t> windows = root.clients.value_or(std::vector<xcb_window_t>());
-    PropertyReply check = askProperty(link.connection(), root.managerCheck,
-                                      link.atoms()[Atom::netSupportingWmCheck], 1);
+    PropertyReply check = askProperty(display.connection(), root.managerCheck,
+                                      display.atoms()[Atom::netSupportingWmCheck], 1);
     std::vector<ClientPropertyRequests> requests;
     requests.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         if (!isWatched(window)) {
-            // Mentioned first in the same batch, so that no end between the reading and the
-            // watching is missed.
-            selectEvents(link.connection(), window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+            // Earlier in the same batch, so that no window is destroyed unnoticed between the
+            // selection of its events and its reading.
+            selectEvents(display.connection(), window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         }
-        requests.emplace_back(link, window);
+        requests.emplace_back(display, window);
     }
     std::map<std::uint32_t, ProcessID> processes;
-    if (link.hasClientIDs() && !windows.empty()) {
-        ClientIDsReply reply = askProcesses(link, windows);
-        processes = readProcesses(link, reply);
+    if (display.hasClientIDs() && !windows.empty()) {
+        ClientIDsReply reply = requestProcesses(display, windows);
+        processes = readProcesses(display, reply);
     }
 
     ClientsReading reading;
-    const std::optional<std::uint32_t> said = word(propertyOf(check.get()), XCB_ATOM_WINDOW);
-    reading.hasWindowManager = said && *said == root.managerCheck;
+    const std::optional<std::uint32_t> named = word(propertyOf(check.get()), XCB_ATOM_WINDOW);
+    reading.hasWindowManager = named && *named == root.managerCheck;
     const QByteArray host = hostName();
     for (ClientPropertyRequests& request : requests) {
-        const auto process = processes.find(link.connection().clientOf(request.window()));
+        const auto process = processes.find(display.connection().clientOf(request.window()));
         std::optional<ClientReading> client = request.read(
-            link, process == processes.end() ? std::nullopt : std::optional(process->second), host);
+            display, process == processes.end() ? std::nullopt : std::optional(process->second),
+            host);
         if (client)
             reading.clients.push_back(std::move(*client));
     }

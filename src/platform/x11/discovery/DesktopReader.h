@@ -1,5 +1,5 @@
-// Reads the whole desktop in two round trips, however many windows there are: first what the root
-// says, then everything about every window.
+// Reads the whole desktop in two round trips, however many windows there are: first the properties
+// of the root window, then everything about every client window.
 #pragma once
 
 #include "platform/numbers/WindowNumbers.h"
@@ -15,19 +15,21 @@ namespace kelpa::x11 {
 
 class DisplayConnection;
 
-/// What the root window says.
+/// The properties of the root window.
 struct RootReading
 {
-    /// Top to bottom, each once; absent when no window manager keeps a list.
+    /// Top to bottom, each once; absent when no window manager maintains a client list.
     std::optional<std::vector<xcb_window_t>> clients;
     DesktopContext context;
-    /// The window by which a window manager shows that it runs; XCB_WINDOW_NONE when there is none.
+    /// _NET_SUPPORTING_WM_CHECK, the window by which a window manager shows that it runs;
+    /// XCB_WINDOW_NONE when there is none.
     xcb_window_t managerCheck = XCB_WINDOW_NONE;
+    /// Owns the selection of whoever writes window numbers; XCB_WINDOW_NONE when nobody does.
     xcb_window_t numbersOwner = XCB_WINDOW_NONE;
     std::optional<WindowID> numberCounter;
 };
 
-/// One window, without its number.
+/// A client window, not numbered yet.
 struct ClientReading
 {
     ClientWindow client;
@@ -36,19 +38,19 @@ struct ClientReading
 
 struct ClientsReading
 {
-    /// The manager's check window exists and says the same as the root.
+    /// The window manager's check window exists and names itself as the root window names it.
     bool hasWindowManager = false;
-    /// In the order of the list; windows that ended meanwhile or are not managed are
-    /// left out.
+    /// In the order of the client list, without windows that were destroyed meanwhile or are not
+    /// managed.
     std::vector<ClientReading> clients;
 };
 
 /// Waits for the server once.
-RootReading readRoot(DisplayConnection& link);
+RootReading readRoot(DisplayConnection& display);
 
-/// Waits for the server once. The ends of windows for which `isWatched` is false are reported to
-/// the connection from before they are read.
-ClientsReading readClients(DisplayConnection& link, const RootReading& root,
+/// Waits for the server once. Selects the destruction of windows for which `isWatched` is false
+/// before it reads them.
+ClientsReading readClients(DisplayConnection& display, const RootReading& root,
                            const std::function<bool(xcb_window_t)>& isWatched);
 
 } // namespace kelpa::x11

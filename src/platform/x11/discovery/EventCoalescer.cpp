@@ -5,81 +5,85 @@
 
 namespace kelpa::x11 {
 
-void EventCoalescer::noteChange()
+void EventCoalescer::windowsChanged()
 {
     m_all.isPending = true;
-    gather();
+    coalesce();
 }
 
-void EventCoalescer::noteLooks(std::uint32_t window)
+void EventCoalescer::appearanceChanged(std::uint32_t window)
 {
-    Row& row = m_looks[window];
-    row.isPending = true;
-    if (!row.resting)
-        noteChange();
+    Burst& burst = m_appearances[window];
+    burst.isPending = true;
+    if (!burst.interval)
+        windowsChanged();
 }
 
-void EventCoalescer::noteMove()
+void EventCoalescer::windowMoved()
 {
-    if (!m_all.isPending && !m_moving) {
-        m_moving = m_scheduler.after(movement, [this] {
-            m_moving.reset();
-            noteChange();
+    if (!m_all.isPending && !m_movement) {
+        m_movement = m_scheduler.after(movementDelay, [this] {
+            m_movement.reset();
+            windowsChanged();
         });
     }
 }
 
-void EventCoalescer::gather()
+void EventCoalescer::coalesce()
 {
-    if (!m_all.resting && !m_gathering)
-        m_gathering = m_scheduler.after(gathering, [this] { announce(); });
+    if (!m_all.interval && !m_coalescing)
+        m_coalescing = m_scheduler.after(coalescingDelay, [this] { notify(); });
 }
 
-void EventCoalescer::announce()
+void EventCoalescer::notify()
 {
-    m_gathering.reset();
-    // Whoever is told looks at everything.
-    m_moving.reset();
+    m_coalescing.reset();
+    // A notification makes its receiver read everything, positions included.
+    m_movement.reset();
     m_all.isPending = false;
-    rest(
-        m_all, {firstRest, longestRest, pause},
+    beginInterval(
+        m_all, {firstInterval, longestInterval, quietTime},
         [this] {
             if (m_all.isPending)
-                announce();
+                notify();
         },
-        [this] { m_all.nextRest = Duration(0); });
-    for (auto& [window, row] : m_looks) {
-        if (std::exchange(row.isPending, false))
-            restFromLooks(window);
+        [this] { m_all.nextInterval = Duration(0); });
+    for (auto& [window, burst] : m_appearances) {
+        if (std::exchange(burst.isPending, false))
+            beginAppearanceInterval(window);
     }
-    const std::function<void()> announced = m_announce;
-    announced();
+    const std::function<void()> callback = m_notify;
+    callback();
 }
 
-void EventCoalescer::restFromLooks(std::uint32_t window)
+void EventCoalescer::beginAppearanceInterval(std::uint32_t window)
 {
-    rest(
-        m_looks[window], {firstRestOfLooks, longestRestOfLooks, pauseOfLooks},
+    beginInterval(
+        m_appearances[window],
+        {firstAppearanceInterval, longestAppearanceInterval, appearanceQuietTime},
         [this, window] {
-            if (m_looks[window].isPending)
-                noteChange();
+            if (m_appearances[window].isPending)
+                windowsChanged();
         },
-        [this, window] { m_looks.erase(window); });
+        [this, window] { m_appearances.erase(window); });
 }
 
-/// `rested` is called when the rest is over, `calmed` when a pause has followed it.
-void EventCoalescer::rest(Row& row, const Limits& limits, const std::function<void()>& rested,
-                          const std::function<void()>& calmed)
+/// Calls `intervalEnded` when the interval is over, and `burstEnded` when the quiet time after it
+/// has passed without another interval.
+void EventCoalescer::beginInterval(Burst& burst, const Intervals& intervals,
+                                   const std::function<void()>& intervalEnded,
+                                   const std::function<void()>& burstEnded)
 {
-    const Duration time = std::max(row.nextRest, limits.first);
-    row.nextRest = std::min(2 * time, limits.longest);
-    row.calming.reset();
-    row.resting = m_scheduler.after(time, [this, &row, pause = limits.pause, rested, calmed] {
-        const std::function<void()> next = rested;
-        row.calming = m_scheduler.after(pause, calmed);
-        row.resting.reset();
-        next();
-    });
+    const Duration time = std::max(burst.nextInterval, intervals.first);
+    burst.nextInterval = std::min(2 * time, intervals.longest);
+    burst.quiet.reset();
+    burst.interval = m_scheduler.after(
+        time, [this, &burst, quietTime = intervals.quietTime, intervalEnded, burstEnded] {
+            const std::function<void()> next = intervalEnded;
+            burst.quiet = m_scheduler.after(quietTime, burstEnded);
+            burst.interval.reset();
+            next();
+        });
 }
 
 } // namespace kelpa::x11

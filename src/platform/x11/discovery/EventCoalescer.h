@@ -1,4 +1,5 @@
-// When to tell of changes: the first at once, those that follow one another ever more rarely.
+// Coalesces the events of windows into few notifications: the first after a quiet time follows
+// almost at once, those of a storm at intervals that grow.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -6,77 +7,79 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <optional>
+#include <utility>
 
 namespace kelpa::x11 {
 
-/// Main thread. Counts time by timers alone, so that a clock that is set changes nothing.
+/// Main thread. Measures time by timers alone, so that setting the clock changes nothing.
 class EventCoalescer
 {
 public:
     using Duration = Scheduler::Duration;
 
-    /// How long the first change after a quiet time waits for those that come with it.
-    static constexpr Duration gathering{4};
-    /// No two announcements follow each other faster, whatever changes: the rest after the first,
-    /// and what it grows to, twice as long each time, while one follows another without a pause.
-    static constexpr Duration firstRest{40};
-    static constexpr Duration longestRest{80};
-    /// A pause ends such a row.
-    static constexpr Duration pause{100};
-    /// The same for changes of one window's looks, of which some programs make many a second all
-    /// day long.
-    static constexpr Duration firstRestOfLooks{80};
-    static constexpr Duration longestRestOfLooks{500};
-    static constexpr Duration pauseOfLooks{1000};
-    /// A window that is dragged or resized tells of hundreds of places, and the last one matters.
-    static constexpr Duration movement{250};
+    /// How long the first event after a quiet time waits for others that come with it.
+    static constexpr Duration coalescingDelay{4};
+    /// The least time between two notifications, whatever changes: the first interval of a burst,
+    /// and the length up to which intervals double while the burst lasts.
+    static constexpr Duration firstInterval{40};
+    static constexpr Duration longestInterval{80};
+    /// A burst ends with so much time without an event after an interval.
+    static constexpr Duration quietTime{100};
+    /// The same for the appearance of one window, which some programs change many times a second
+    /// all day long.
+    static constexpr Duration firstAppearanceInterval{80};
+    static constexpr Duration longestAppearanceInterval{500};
+    static constexpr Duration appearanceQuietTime{1000};
+    /// A window that is dragged or resized reports hundreds of positions, of which only the last
+    /// matters.
+    static constexpr Duration movementDelay{250};
 
-    /// `announce` may destroy this object.
-    EventCoalescer(Scheduler& scheduler, std::function<void()> announce)
-        : m_scheduler(scheduler), m_announce(std::move(announce))
+    /// `notify` may destroy this object.
+    EventCoalescer(Scheduler& scheduler, std::function<void()> notify)
+        : m_scheduler(scheduler), m_notify(std::move(notify))
     {}
 
-    /// Windows came, went, or are shown otherwise.
-    void noteChange();
-    /// A window's title, icon or opacity is another.
-    void noteLooks(std::uint32_t window);
-    /// A window is in another place.
-    void noteMove();
-    /// The window is gone, its id may be another's soon.
-    void forget(std::uint32_t window) { m_looks.erase(window); }
+    /// Windows were opened, closed, restacked, mapped or unmapped, or changed their state.
+    void windowsChanged();
+    /// A window has another title, icon or opacity.
+    void appearanceChanged(std::uint32_t window);
+    /// A window has another position or size.
+    void windowMoved();
+    /// The window is gone; its id may soon be another window's.
+    void forget(std::uint32_t window) { m_appearances.erase(window); }
 
 private:
-    struct Limits
+    struct Intervals
     {
         Duration first;
         Duration longest;
-        Duration pause;
+        Duration quietTime;
     };
 
-    /// Of everything, or of one window's looks.
-    struct Row
+    /// The notifications about everything, or about the appearance of one window.
+    struct Burst
     {
-        Duration nextRest{0};
+        Duration nextInterval{0};
         bool isPending = false;
-        /// While resting nothing is announced.
-        TaskHandle resting;
-        /// After the rest, until the row is over.
-        TaskHandle calming;
+        /// Until it ends there is no further notification.
+        TaskHandle interval;
+        /// Follows the interval; its end is the burst's.
+        TaskHandle quiet;
     };
 
-    void rest(Row& row, const Limits& limits, const std::function<void()>& rested,
-              const std::function<void()>& calmed);
-    void restFromLooks(std::uint32_t window);
-    void gather();
-    void announce();
+    void beginInterval(Burst& burst, const Intervals& intervals,
+                       const std::function<void()>& intervalEnded,
+                       const std::function<void()>& burstEnded);
+    void beginAppearanceInterval(std::uint32_t window);
+    void coalesce();
+    void notify();
 
     Scheduler& m_scheduler;
-    const std::function<void()> m_announce;
-    Row m_all;
-    std::map<std::uint32_t, Row> m_looks;
-    TaskHandle m_gathering;
-    TaskHandle m_moving;
+    const std::function<void()> m_notify;
+    Burst m_all;
+    std::map<std::uint32_t, Burst> m_appearances;
+    TaskHandle m_coalescing;
+    TaskHandle m_movement;
 };
 
 } // namespace kelpa::x11

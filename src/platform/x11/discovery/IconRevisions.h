@@ -1,4 +1,4 @@
-// How often windows have set another icon.
+// How often each window has changed its icon.
 #pragma once
 
 #include <cstdint>
@@ -7,25 +7,25 @@
 
 namespace kelpa::x11 {
 
-/// Written by whoever hears of it, read on any thread.
+/// Any thread.
 class IconRevisions
 {
 public:
     /// By the server's id of the window.
-    void noteChange(std::uint32_t window)
+    void increment(std::uint32_t window)
     {
         const std::scoped_lock lock(m_mutex);
         ++m_revisions[window];
     }
 
-    /// The window is gone, its id may be another's soon.
+    /// The window is gone; its id may soon be another window's.
     void forget(std::uint32_t window)
     {
         const std::scoped_lock lock(m_mutex);
         m_revisions.erase(window);
     }
 
-    /// 0 for a window of which nothing was heard.
+    /// 0 for a window whose icon has not changed since it was first seen.
     std::uint32_t of(std::uint32_t window) const
     {
         const std::scoped_lock lock(m_mutex);

@@ -11,11 +11,11 @@ namespace kelpa::x11 {
 
 namespace {
 
-/// Asks once for what many windows have in common.
-class RememberingResolver
+/// Resolves clues that many windows have in common only once.
+class CachingResolver
 {
 public:
-    explicit RememberingResolver(ApplicationResolver& resolver) : m_resolver(resolver) {}
+    explicit CachingResolver(ApplicationResolver& resolver) : m_resolver(resolver) {}
 
     const ResolvedApplication& resolve(const ApplicationClues& clues)
     {
@@ -37,7 +37,7 @@ QString processName(ProcessID process)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.read(64)).trimmed() : QString();
 }
 
-/// Absent when nothing at all tells it.
+/// Absent when neither the desktop entry, WM_CLASS nor the process has one.
 std::optional<QString> ownerName(const ClientWindow& client, const ResolvedApplication& resolved)
 {
     QString name = resolved.name;
@@ -69,9 +69,9 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
                                DocumentSource* documents)
     : m_isPresent(true)
 {
-    RememberingResolver resolve(resolver);
+    CachingResolver applications(resolver);
     for (const ClientWindow& client : clients) {
-        const ResolvedApplication& resolved = resolve.resolve(client.clues);
+        const ResolvedApplication& resolved = applications.resolve(client.clues);
         WindowListEntry entry;
         entry.number = client.number;
         entry.ownerProcess = client.process;
@@ -93,7 +93,7 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
             application.activationPolicy = ActivationPolicy::accessory;
         if (isOrdinary)
             application.activationPolicy = ActivationPolicy::regular;
-        // The frontmost ordinary window speaks for the process.
+        // The frontmost ordinary window decides for the process.
         if (isOrdinary && !application.bundleIdentifier)
             application.bundleIdentifier = resolved.desktopEntryID;
         it->second.windows.push_back(accessibilityWindow(client, context, documents));

@@ -1,4 +1,4 @@
-// One look at the desktop as plain values: no question asked of it goes to the server any more.
+// The desktop as one discovery pass read it, in plain values: no answer goes back to the server.
 #pragma once
 
 #include "platform/DiscoverySource.h"
@@ -27,8 +27,8 @@ public:
                    ApplicationResolver& resolver, DocumentSource* documents);
 
     std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) override;
-    /// Known are the processes that own client windows. One whose windows are all off the task list
-    /// is an accessory.
+    /// Knows the processes that own client windows. A process all of whose windows are off the task
+    /// list is an accessory.
     std::optional<RunningApplication> runningApplication(ProcessID process) override;
     bool isAccessibilityTrusted() override;
     std::optional<std::vector<AccessibilityWindow>>

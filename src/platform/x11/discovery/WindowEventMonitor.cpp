@@ -26,7 +26,7 @@ WindowEventMonitor::WindowEventMonitor(Scheduler& scheduler,
                                        std::shared_ptr<IconRevisions> icons,
                                        std::function<void()> changed)
     : m_scheduler(scheduler), m_connector(std::move(connector)), m_trust(std::move(trust)),
-      m_icons(std::move(icons)), m_pace(scheduler, std::move(changed))
+      m_icons(std::move(icons)), m_events(scheduler, std::move(changed))
 {
     connect();
 }
@@ -37,27 +37,28 @@ void WindowEventMonitor::connect()
 {
     m_connecting = m_scheduler.inBackground(
         [connector = m_connector](const std::stop_token&) { return connector->open(); },
-        [this](std::unique_ptr<DisplayConnection> link) { connected(std::move(link)); });
+        [this](std::unique_ptr<DisplayConnection> display) { connected(std::move(display)); });
 }
 
-void WindowEventMonitor::connected(std::unique_ptr<DisplayConnection> link)
+void WindowEventMonitor::connected(std::unique_ptr<DisplayConnection> display)
 {
-    if (!link) {
+    if (!display) {
         lost();
         return;
     }
     const BrokenPipeGuard guard;
-    m_link = std::move(link);
-    m_trust->hasComposite = m_link->hasComposite();
-    m_notifier = std::make_unique<QSocketNotifier>(m_link->connection().fileDescriptor(),
+    m_display = std::move(display);
+    m_trust->hasComposite = m_display->hasComposite();
+    m_notifier = std::make_unique<QSocketNotifier>(m_display->connection().fileDescriptor(),
                                                    QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
                      [this] { process(); });
-    selectEvents(m_link->connection(), m_link->connection().root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
-    m_owesNotice = true;
-    askForClients();
-    askForManager();
-    // What came along while the connection was made does not wake the notifier.
+    selectEvents(m_display->connection(), m_display->connection().root(),
+                 XCB_EVENT_MASK_PROPERTY_CHANGE);
+    m_owesNotification = true;
+    requestClientList();
+    requestWmCheck();
+    // Events that arrived while the connection was opened do not wake the notifier.
     process();
 }
 
@@ -65,15 +66,15 @@ void WindowEventMonitor::lost()
 {
     if (m_notifier) {
         m_notifier->setEnabled(false);
-        // It may be the one whose signal is being handled.
+        // Its signal may be the one that is being handled.
         m_notifier.release()->deleteLater();
     }
-    m_awaited.clear();
+    m_pendingProperties.clear();
     m_watched.clear();
-    m_isAskingForClients = false;
-    m_mustAskForClients = false;
+    m_isClientListPending = false;
+    m_isClientListStale = false;
     m_manager = XCB_WINDOW_NONE;
-    m_link.reset();
+    m_display.reset();
     setHasManager(false);
     m_connecting = m_scheduler.after(reconnectDelay, [this] { connect(); });
 }
@@ -81,40 +82,41 @@ void WindowEventMonitor::lost()
 void WindowEventMonitor::process()
 {
     const BrokenPipeGuard guard;
-    // Sending may read as well, and what was read so does not wake the notifier: go on until there
-    // is nothing left.
+    // Sending may read the socket as well, and events read in that way do not wake the notifier:
+    // continue until nothing is left.
     bool isProgressing = true;
     while (isProgressing) {
         isProgressing = false;
-        while (const XcbEvent event = m_link->connection().pollEvent()) {
+        while (const XcbEvent event = m_display->connection().pollEvent()) {
             handle(*event);
             isProgressing = true;
         }
         isProgressing = pollReplies() || isProgressing;
-        if (m_mustAskForClients && !m_isAskingForClients)
-            askForClients();
-        m_link->connection().flush();
+        if (m_isClientListStale && !m_isClientListPending)
+            requestClientList();
+        m_display->connection().flush();
     }
-    if (m_link->connection().isBroken())
+    if (m_display->connection().isBroken())
         lost();
 }
 
 bool WindowEventMonitor::pollReplies()
 {
     bool hasRead = false;
-    // Replies come in the order of the requests; handling one may ask anew.
-    while (!m_awaited.empty()) {
-        const Awaited awaited = m_awaited.front();
+    // Replies arrive in the order of the requests; handling one may send another request.
+    while (!m_pendingProperties.empty()) {
+        const PendingProperty pending = m_pendingProperties.front();
         void* reply = nullptr;
         xcb_generic_error_t* error = nullptr;
-        if (xcb_poll_for_reply(m_link->connection().raw(), awaited.sequence, &reply, &error) == 0)
+        if (xcb_poll_for_reply(m_display->connection().raw(), pending.sequence, &reply, &error) ==
+            0)
             break;
         const std::unique_ptr<xcb_get_property_reply_t, XcbFree> value(
             static_cast<xcb_get_property_reply_t*>(reply));
         std::free(error);
-        m_awaited.erase(m_awaited.begin());
+        m_pendingProperties.erase(m_pendingProperties.begin());
         hasRead = true;
-        (this->*awaited.handler)(words(propertyOf(value.get()), XCB_ATOM_WINDOW));
+        (this->*pending.handler)(words(propertyOf(value.get()), XCB_ATOM_WINDOW));
     }
     return hasRead;
 }
@@ -129,14 +131,14 @@ void WindowEventMonitor::handle(const xcb_generic_event_t& event)
         handleProperty(as<xcb_property_notify_event_t>(event));
         break;
     case XCB_DESTROY_NOTIFY:
-        windowEnded(as<xcb_destroy_notify_event_t>(event).window);
+        windowDestroyed(as<xcb_destroy_notify_event_t>(event).window);
         break;
     case XCB_MAP_NOTIFY:
     case XCB_UNMAP_NOTIFY:
-        m_pace.noteChange();
+        m_events.windowsChanged();
         break;
     case XCB_CONFIGURE_NOTIFY:
-        m_pace.noteMove();
+        m_events.windowMoved();
         break;
     default:
         break;
@@ -145,30 +147,30 @@ void WindowEventMonitor::handle(const xcb_generic_event_t& event)
 
 void WindowEventMonitor::handleProperty(const xcb_property_notify_event_t& event)
 {
-    const AtomTable& atoms = m_link->atoms();
+    const AtomTable& atoms = m_display->atoms();
     const auto isAnyOf = [&](std::initializer_list<Atom> properties) {
         return std::any_of(properties.begin(), properties.end(),
                            [&](Atom property) { return event.atom == atoms[property]; });
     };
-    if (event.window != m_link->connection().root()) {
+    if (event.window != m_display->connection().root()) {
         if (event.atom == XCB_ATOM_WM_NAME ||
             isAnyOf({Atom::netWmName, Atom::netWmWindowOpacity})) {
-            m_pace.noteLooks(event.window);
+            m_events.appearanceChanged(event.window);
         } else if (isAnyOf({Atom::netWmIcon})) {
-            m_icons->noteChange(event.window);
-            m_pace.noteLooks(event.window);
+            m_icons->increment(event.window);
+            m_events.appearanceChanged(event.window);
         } else if (isAnyOf({Atom::netWmState, Atom::wmState, Atom::netWmDesktop,
                             Atom::netWmWindowType})) {
-            m_pace.noteChange();
+            m_events.windowsChanged();
         }
     } else if (isAnyOf({Atom::netClientList, Atom::netClientListStacking})) {
-        m_mustAskForClients = true;
-        m_pace.noteChange();
+        m_isClientListStale = true;
+        m_events.windowsChanged();
     } else if (isAnyOf({Atom::netActiveWindow, Atom::netCurrentDesktop})) {
-        m_pace.noteChange();
+        m_events.windowsChanged();
     } else if (isAnyOf({Atom::netSupportingWmCheck})) {
-        askForManager();
-        m_pace.noteChange();
+        requestWmCheck();
+        m_events.windowsChanged();
     }
 }
 
@@ -177,87 +179,87 @@ void WindowEventMonitor::handleFailure(const xcb_generic_error_t& error)
     if (error.major_code != XCB_CHANGE_WINDOW_ATTRIBUTES)
         return;
     if (error.resource_id == m_manager) {
-        // The root window still names a window manager that has ended. Asking it again would give
-        // the same answer until the next one writes its own name there.
+        // The root window still names a window manager that has ended. Reading the property again
+        // would give the same value until the next window manager replaces it.
         m_manager = XCB_WINDOW_NONE;
         setHasManager(false);
         return;
     }
-    // The window was gone before it could be watched; its id may come back as another's.
-    windowEnded(error.resource_id);
+    // The window was destroyed before its events were selected; its id may be reused.
+    windowDestroyed(error.resource_id);
 }
 
-void WindowEventMonitor::windowEnded(xcb_window_t window)
+void WindowEventMonitor::windowDestroyed(xcb_window_t window)
 {
     m_watched.erase(window);
-    m_pace.forget(window);
+    m_events.forget(window);
     m_icons->forget(window);
     if (window == m_manager) {
         m_manager = XCB_WINDOW_NONE;
-        askForManager();
+        requestWmCheck();
     }
-    m_pace.noteChange();
+    m_events.windowsChanged();
 }
 
-void WindowEventMonitor::ask(xcb_window_t window, Atom property, std::uint32_t length,
-                             PropertyHandler handler)
+void WindowEventMonitor::request(xcb_window_t window, Atom property, std::uint32_t length,
+                                 PropertyHandler handler)
 {
     const xcb_get_property_cookie_t cookie =
-        xcb_get_property(m_link->connection().raw(), 0, window, m_link->atoms()[property],
+        xcb_get_property(m_display->connection().raw(), 0, window, m_display->atoms()[property],
                          XCB_ATOM_WINDOW, 0, length);
-    m_awaited.push_back({cookie.sequence, handler});
+    m_pendingProperties.push_back({cookie.sequence, handler});
 }
 
-void WindowEventMonitor::askForClients()
+void WindowEventMonitor::requestClientList()
 {
-    m_mustAskForClients = false;
-    m_isAskingForClients = true;
-    ask(m_link->connection().root(), Atom::netClientList, mostClients,
-        &WindowEventMonitor::clientsRead);
+    m_isClientListStale = false;
+    m_isClientListPending = true;
+    request(m_display->connection().root(), Atom::netClientList, mostClients,
+            &WindowEventMonitor::clientListReceived);
 }
 
-void WindowEventMonitor::clientsRead(const std::vector<std::uint32_t>& windows)
+void WindowEventMonitor::clientListReceived(const std::vector<std::uint32_t>& windows)
 {
-    m_isAskingForClients = false;
+    m_isClientListPending = false;
     std::set<xcb_window_t> watched;
     bool isAnyNew = false;
     for (const xcb_window_t window : windows) {
         if (watched.insert(window).second && !m_watched.contains(window)) {
-            selectEvents(m_link->connection(), window,
+            selectEvents(m_display->connection(), window,
                          XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
             isAnyNew = true;
         }
     }
     m_watched = std::move(watched);
     if (isAnyNew) {
-        // What changed in a new window before it was watched went unheard: one more notice once the
-        // watching is sure to have begun.
-        m_owesNotice = true;
-        m_mustAskForClients = true;
-    } else if (std::exchange(m_owesNotice, false)) {
-        m_pace.noteChange();
+        // Changes to a new window before its events were selected were missed: notify once more
+        // when the reply to a later request shows that the selection is in effect.
+        m_owesNotification = true;
+        m_isClientListStale = true;
+    } else if (std::exchange(m_owesNotification, false)) {
+        m_events.windowsChanged();
     }
 }
 
-void WindowEventMonitor::askForManager()
+void WindowEventMonitor::requestWmCheck()
 {
-    ask(m_link->connection().root(), Atom::netSupportingWmCheck, 1,
-        &WindowEventMonitor::managerRead);
+    request(m_display->connection().root(), Atom::netSupportingWmCheck, 1,
+            &WindowEventMonitor::wmCheckReceived);
 }
 
-void WindowEventMonitor::managerRead(const std::vector<std::uint32_t>& windows)
+void WindowEventMonitor::wmCheckReceived(const std::vector<std::uint32_t>& windows)
 {
     m_manager = windows.empty() ? xcb_window_t{XCB_WINDOW_NONE} : windows.front();
     if (m_manager == XCB_WINDOW_NONE) {
         setHasManager(false);
         return;
     }
-    // The hint outlives its window manager; only its window tells whether that still runs.
-    selectEvents(m_link->connection(), m_manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    ask(m_manager, Atom::netSupportingWmCheck, 1, &WindowEventMonitor::managerConfirmed);
+    // The property outlives its window manager; only the check window shows whether it still runs.
+    selectEvents(m_display->connection(), m_manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    request(m_manager, Atom::netSupportingWmCheck, 1, &WindowEventMonitor::wmCheckConfirmed);
 }
 
-void WindowEventMonitor::managerConfirmed(const std::vector<std::uint32_t>& windows)
+void WindowEventMonitor::wmCheckConfirmed(const std::vector<std::uint32_t>& windows)
 {
     setHasManager(!windows.empty() && windows.front() == m_manager);
 }
@@ -265,7 +267,7 @@ void WindowEventMonitor::managerConfirmed(const std::vector<std::uint32_t>& wind
 void WindowEventMonitor::setHasManager(bool hasManager)
 {
     if (m_trust->hasWindowManager.exchange(hasManager) != hasManager)
-        m_pace.noteChange();
+        m_events.windowsChanged();
 }
 
 } // namespace kelpa::x11

@@ -1,4 +1,5 @@
-// Hears of changes to windows from the server, on the main thread and without ever waiting for it.
+// Receives the events of windows from the server, on the main thread and without ever waiting for
+// it, and reports them coalesced.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -19,8 +20,8 @@
 
 namespace kelpa::x11 {
 
-/// Main thread. Its connection is made in the background, and made anew some time after it was
-/// lost; `changed` is called whenever it stands, since changes before that went unheard.
+/// Main thread. Connects in the background, and again some time after the connection was lost;
+/// `changed` is called after each connection, since events before it were missed.
 class WindowEventMonitor : public Subscription
 {
 public:
@@ -32,29 +33,29 @@ public:
 private:
     using PropertyHandler = void (WindowEventMonitor::*)(const std::vector<std::uint32_t>& windows);
 
-    /// A property that was asked for and is read once it has come.
-    struct Awaited
+    /// A requested property whose reply has not arrived yet.
+    struct PendingProperty
     {
         unsigned int sequence = 0;
         PropertyHandler handler = nullptr;
     };
 
     void connect();
-    void connected(std::unique_ptr<DisplayConnection> link);
+    void connected(std::unique_ptr<DisplayConnection> display);
     void lost();
     void process();
     bool pollReplies();
     void handle(const xcb_generic_event_t& event);
     void handleProperty(const xcb_property_notify_event_t& event);
     void handleFailure(const xcb_generic_error_t& error);
-    void windowEnded(xcb_window_t window);
+    void windowDestroyed(xcb_window_t window);
 
-    void ask(xcb_window_t window, Atom property, std::uint32_t length, PropertyHandler handler);
-    void askForClients();
-    void askForManager();
-    void clientsRead(const std::vector<std::uint32_t>& windows);
-    void managerRead(const std::vector<std::uint32_t>& windows);
-    void managerConfirmed(const std::vector<std::uint32_t>& windows);
+    void request(xcb_window_t window, Atom property, std::uint32_t length, PropertyHandler handler);
+    void requestClientList();
+    void requestWmCheck();
+    void clientListReceived(const std::vector<std::uint32_t>& windows);
+    void wmCheckReceived(const std::vector<std::uint32_t>& windows);
+    void wmCheckConfirmed(const std::vector<std::uint32_t>& windows);
     void setHasManager(bool hasManager);
 
     Scheduler& m_scheduler;
@@ -62,17 +63,17 @@ private:
     const std::shared_ptr<DesktopTrust> m_trust;
     const std::shared_ptr<IconRevisions> m_icons;
 
-    std::unique_ptr<DisplayConnection> m_link;
+    std::unique_ptr<DisplayConnection> m_display;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    std::vector<Awaited> m_awaited;
+    std::vector<PendingProperty> m_pendingProperties;
     std::set<xcb_window_t> m_watched;
     xcb_window_t m_manager = XCB_WINDOW_NONE;
-    bool m_isAskingForClients = false;
-    bool m_mustAskForClients = false;
-    bool m_owesNotice = false;
+    bool m_isClientListPending = false;
+    bool m_isClientListStale = false;
+    bool m_owesNotification = false;
 
     TaskHandle m_connecting;
-    EventCoalescer m_pace;
+    EventCoalescer m_events;
 };
 
 } // namespace kelpa::x11

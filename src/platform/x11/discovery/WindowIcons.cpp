@@ -9,8 +9,8 @@ namespace kelpa::x11 {
 
 namespace {
 
-/// In items of four bytes: room for all common sizes up to 512 × 512. What lies behind it is not
-/// read, and a picture that is cut off counts as none.
+/// In items of four bytes: room for all common sizes up to 512 × 512. Nothing beyond it is read,
+/// and a truncated picture is ignored.
 constexpr std::uint32_t longestIcon = 2 * 512 * 512;
 
 } // namespace
@@ -28,12 +28,12 @@ std::vector<std::uint32_t> WindowIcons::read(WindowID number)
         return {};
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (!isStanding(m_link))
-        m_link = m_connector->open();
-    if (!m_link)
+    if (!isConnected(m_display))
+        m_display = m_connector->open();
+    if (!m_display)
         return {};
-    XcbConnection& connection = m_link->connection();
-    const AtomTable& atoms = m_link->atoms();
+    XcbConnection& connection = m_display->connection();
+    const AtomTable& atoms = m_display->atoms();
     PropertyReply icon =
         askProperty(connection, *window, atoms[Atom::netWmIcon], longestIcon, XCB_ATOM_CARDINAL);
     PropertyReply tag = askProperty(connection, *window, atoms[Atom::kelpaWindowNumber], 1);

@@ -1,4 +1,4 @@
-// The pictures that windows carry themselves.
+// The icons that windows carry in _NET_WM_ICON.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -15,18 +15,18 @@ namespace kelpa::x11 {
 
 class DisplayConnection;
 
-/// Asks through a connection of its own, so that no look at the desktop waits for it.
+/// Reads through a connection of its own, so that no discovery pass waits for it.
 class WindowIcons
 {
 public:
-    /// Gives the server's id of a window, absent for one that is not known.
+    /// Returns the server's id of a window; absent for an unknown one.
     using FindWindow = std::function<std::optional<std::uint32_t>(WindowID)>;
 
     WindowIcons(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow);
     ~WindowIcons();
 
-    /// What `_NET_WM_ICON` of the window holds; empty when it holds nothing, or when the server's
-    /// id belongs to another window by now. Any thread but the main one: it waits for the server.
+    /// The value of the window's `_NET_WM_ICON`; empty when there is none, or when the server's id
+    /// belongs to another window by now. Any thread but the main one: it waits for the server.
     std::vector<std::uint32_t> read(WindowID number);
 
 private:
@@ -34,7 +34,7 @@ private:
     const FindWindow m_findWindow;
 
     std::mutex m_mutex;
-    std::unique_ptr<DisplayConnection> m_link;
+    std::unique_ptr<DisplayConnection> m_display;
 };
 
 } // namespace kelpa::x11

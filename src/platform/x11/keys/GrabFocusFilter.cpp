@@ -8,8 +8,8 @@ namespace kelpa::x11 {
 
 namespace {
 
-/// Not whether the focus moves while the keyboard is grabbed: then another window does get it.
-bool tellsOfGrab(const xcb_focus_in_event_t& event)
+/// False for focus that moves while the keyboard is grabbed: then another window does get it.
+bool isCausedByGrab(const xcb_focus_in_event_t& event)
 {
     return event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
 }
@@ -32,9 +32,9 @@ bool GrabFocusFilter::nativeEventFilter(const QByteArray& eventType, void* messa
         return false;
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
     const std::uint8_t type = typeOf(event);
-    // Both are laid out alike.
+    // FocusOut has the same layout.
     return (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) &&
-           tellsOfGrab(as<xcb_focus_in_event_t>(event));
+           isCausedByGrab(as<xcb_focus_in_event_t>(event));
 }
 
 } // namespace kelpa::x11

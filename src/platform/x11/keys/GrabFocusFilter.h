@@ -1,15 +1,15 @@
-// Tells the toolkit apart who borrows the keyboard and who gets it.
+// Keeps the focus events that a keyboard grab causes away from the toolkit.
 #pragma once
 
 #include <QAbstractNativeEventFilter>
 
 namespace kelpa::x11 {
 
-/// While a program handles a key that it has grabbed, or a window manager lets one choose a window,
-/// the server tells the window with the focus that it has lost the keyboard, and soon that it has
-/// it again. No other window is active meanwhile, but the toolkit takes it for that, and what the
-/// person was writing in would lose the focus with every key for the volume. While this lives, the
-/// toolkit does not hear of it. Main thread; needs a QCoreApplication, and is dropped before it.
+/// While a program handles a key that it has grabbed, or a window manager lets the person choose a
+/// window, the server sends FocusOut to the window with the focus, and soon FocusIn. No other
+/// window becomes active, but the toolkit takes it for that: a text field would lose the focus with
+/// every volume key. While this lives, the toolkit does not receive these events. Main thread;
+/// needs a QCoreApplication and is destroyed before it.
 class GrabFocusFilter : public QAbstractNativeEventFilter
 {
 public:

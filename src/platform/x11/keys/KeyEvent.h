@@ -1,4 +1,4 @@
-// What the server tells of the keyboard, and of the mouse beside it. Plain data.
+// The events of the keyboard, and of the mouse buttons, that matter to global keys. Plain data.
 #pragma once
 
 #include <xcb/xproto.h>
@@ -9,35 +9,36 @@
 
 namespace kelpa::x11 {
 
-/// A key was moved. A press is repeated while the key is held, where the server repeats it.
+/// A key was pressed or released. Where the server repeats keys, presses repeat while a key is
+/// held.
 struct RawKey
 {
     xcb_keycode_t key = 0;
     bool isPress = false;
-    /// When it was moved, also when this is told late.
+    /// When that happened, even if the event arrives late.
     xcb_timestamp_t time = 0;
 };
 
-/// A button of the mouse was pressed, or its wheel turned by a notch.
+/// A mouse button was pressed, or the wheel turned by a notch.
 struct RawButton
 {};
 
-/// The modifiers (bit n is modifier n) after one of them changed.
+/// The modifiers (bit n is modifier n) after a change.
 struct ModifierState
 {
-    /// By keys that are held.
+    /// Set by keys that are held.
     std::uint8_t held = 0;
-    /// Those, and what is latched or locked.
+    /// Held, latched or locked.
     std::uint8_t effective = 0;
-    /// When this is told, which may be long after the key was moved.
+    /// When the server sent the event, which may be long after the key was pressed or released.
     xcb_timestamp_t time = 0;
-    /// The key whose movement led to it, and whether that was a press; 0 where a program asked for
-    /// it.
+    /// The key that caused the change, and whether by its press; 0 when a client requested the
+    /// change.
     xcb_keycode_t key = 0;
     bool isPress = false;
 };
 
-/// The tables that tell what keys mean are others now.
+/// The keyboard mapping has changed: `ModifierMap` has to be read again.
 struct KeyboardChange
 {};
 

@@ -12,8 +12,8 @@ namespace kelpa::x11 {
 namespace {
 
 constexpr std::size_t modifierCount = 8;
-/// Shift, Lock and Control are what they are, whichever keys set them.
-constexpr std::uint8_t namedModifiers = 0x07;
+/// Shift, Lock and Control keep their meaning, whichever keys set them.
+constexpr std::uint8_t fixedModifiers = 0x07;
 
 bool isCommand(xcb_keysym_t symbol)
 {
@@ -32,8 +32,7 @@ bool isModifier(xcb_keysym_t symbol)
            isPassiveLock(symbol);
 }
 
-/// The symbols of a key: two levels of the first group, two of the second, and what there is
-/// beyond.
+/// The symbols of a key: two levels of the first group, two of the second, then the rest.
 std::span<const xcb_keysym_t> symbolsOf(const KeyboardTables& tables, std::size_t key)
 {
     if (key < tables.firstKey)
@@ -44,15 +43,16 @@ std::span<const xcb_keysym_t> symbolsOf(const KeyboardTables& tables, std::size_
     return all.subspan(begin, std::min(tables.symbolsOfKey, all.size() - begin));
 }
 
-/// On any level: layouts keep a Super key for programs that has nothing on its first.
+/// Scans all levels: some layouts have a Super key for programs with nothing on its first level.
 template <class Predicate>
-bool bears(const KeyboardTables& tables, xcb_keycode_t key, Predicate predicate)
+bool hasSymbol(const KeyboardTables& tables, xcb_keycode_t key, Predicate predicate)
 {
     return std::ranges::any_of(symbolsOf(tables, key), predicate);
 }
 
-/// Whether it is one as long as no other modifier is held. With one, keys that are typed may be
-/// too: Super with Space goes to the next layout, and is a shortcut like others.
+/// Whether the key is a modifier while no other modifier is held. With another one, ordinary keys
+/// may be modifiers too: Super with Space switches to the next layout, and is a shortcut like
+/// others.
 bool isModifierByItself(const KeyboardTables& tables, std::size_t key)
 {
     constexpr std::size_t levelsOfGroup = 2;
@@ -68,29 +68,29 @@ bool isModifierByItself(const KeyboardTables& tables, std::size_t key)
 
 } // namespace
 
-ModifierMap keyMeanings(const KeyboardTables& tables)
+ModifierMap modifierMapOf(const KeyboardTables& tables)
 {
-    ModifierMap meanings;
+    ModifierMap map;
     const std::size_t keysOfModifier = tables.modifierKeys.size() / modifierCount;
     for (std::size_t i = 0; i < keysOfModifier * modifierCount; ++i) {
         const xcb_keycode_t key = tables.modifierKeys[i];
         if (key == 0)
             continue;
         const auto modifier = static_cast<std::uint8_t>(1U << (i / keysOfModifier));
-        meanings.isModifierKey.set(key);
-        if (bears(tables, key, isCommand))
-            meanings.command |= modifier;
-        if (bears(tables, key, isPassiveLock))
-            meanings.ignored |= modifier;
+        map.isModifierKey.set(key);
+        if (hasSymbol(tables, key, isCommand))
+            map.command |= modifier;
+        if (hasSymbol(tables, key, isPassiveLock))
+            map.ignored |= modifier;
     }
-    meanings.command &= static_cast<std::uint8_t>(~namedModifiers);
-    meanings.ignored &= static_cast<std::uint8_t>(~(namedModifiers | meanings.command));
-    // A layout may make a key a modifier without entering it in the table of modifiers.
-    for (std::size_t key = tables.firstKey; key < meanings.isModifierKey.size(); ++key) {
+    map.command &= static_cast<std::uint8_t>(~fixedModifiers);
+    map.ignored &= static_cast<std::uint8_t>(~(fixedModifiers | map.command));
+    // A layout may make a key a modifier without listing it in the modifier mapping.
+    for (std::size_t key = tables.firstKey; key < map.isModifierKey.size(); ++key) {
         if (isModifierByItself(tables, key))
-            meanings.isModifierKey.set(key);
+            map.isModifierKey.set(key);
     }
-    return meanings;
+    return map;
 }
 
 } // namespace kelpa::x11

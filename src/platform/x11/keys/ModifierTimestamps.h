@@ -1,4 +1,4 @@
-// When a change of the modifiers was made.
+// When a modifier was really pressed or released.
 #pragma once
 
 #include "platform/x11/keys/KeyEvent.h"
@@ -7,21 +7,22 @@
 
 namespace kelpa::x11 {
 
-/// Brings the two accounts together that the server gives of a modifier key: that it was moved,
-/// with the moment of that; and right after it the state that it left, if it changed that, with the
-/// moment of telling. A server that was busy, or whose keyboard a client held still, tells of many
-/// movements at once. Plain value.
+/// Joins the two events that the server sends for a modifier key: the raw key event, with the time
+/// of the press or release, and right after it the modifier state, if that changed, with the time
+/// at which the event was sent. After a busy spell, or after a client froze the keyboard, the
+/// server sends many events at once. Plain value.
 class ModifierTimestamps
 {
 public:
-    void note(const RawKey& key) { m_last = key; }
+    void record(const RawKey& key) { m_last = key; }
 
-    /// When the key was moved that led to the state; when the state is told, where none did.
-    xcb_timestamp_t moment(const ModifierState& state) const
+    /// When the key that caused the state was pressed or released; without such a key, when the
+    /// state was sent.
+    xcb_timestamp_t timestamp(const ModifierState& state) const
     {
-        const bool isLastKeys =
+        const bool isOfLastKey =
             m_last && m_last->key == state.key && m_last->isPress == state.isPress;
-        return isLastKeys ? m_last->time : state.time;
+        return isOfLastKey ? m_last->time : state.time;
     }
 
 private:

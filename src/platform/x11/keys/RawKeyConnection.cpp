@@ -6,7 +6,7 @@
 
 #include <xcb/randr.h>
 #include <xcb/xinput.h>
-// The header has a field named as a keyword of this language.
+// The header has a field whose name is a C++ keyword.
 #define explicit explicit_
 #include <xcb/xkb.h>
 #undef explicit
@@ -21,7 +21,7 @@ namespace kelpa::x11 {
 namespace {
 
 using InputVersionReply = XcbReply<xcb_input_xi_query_version, xcb_input_xi_query_version_reply>;
-using KeyboardExtensionReply = XcbReply<xcb_xkb_use_extension, xcb_xkb_use_extension_reply>;
+using XkbReply = XcbReply<xcb_xkb_use_extension, xcb_xkb_use_extension_reply>;
 using OutputVersionReply = XcbReply<xcb_randr_query_version, xcb_randr_query_version_reply>;
 using OutputReply = XcbReply<xcb_randr_get_output_info, xcb_randr_get_output_info_reply>;
 using ScreenReply =
@@ -29,8 +29,8 @@ using ScreenReply =
 using SymbolsReply = XcbReply<xcb_get_keyboard_mapping, xcb_get_keyboard_mapping_reply>;
 using ModifiersReply = XcbReply<xcb_get_modifier_mapping, xcb_get_modifier_mapping_reply>;
 
-/// From version 2.1 on, raw events come also while another client has grabbed the keyboard.
-bool announceInput(XcbConnection& connection)
+/// From version 2.1 on, raw events also arrive while another client has grabbed the keyboard.
+bool negotiateXInput(XcbConnection& connection)
 {
     InputVersionReply reply(connection, std::uint16_t{2}, std::uint16_t{2});
     const auto* version = reply.get();
@@ -38,25 +38,25 @@ bool announceInput(XcbConnection& connection)
                           std::pair<std::uint16_t, std::uint16_t>(2, 1);
 }
 
-bool announceKeyboard(XcbConnection& connection)
+bool negotiateXkb(XcbConnection& connection)
 {
-    KeyboardExtensionReply reply(connection, std::uint16_t{XCB_XKB_MAJOR_VERSION},
-                                 std::uint16_t{XCB_XKB_MINOR_VERSION});
+    XkbReply reply(connection, std::uint16_t{XCB_XKB_MAJOR_VERSION},
+                   std::uint16_t{XCB_XKB_MINOR_VERSION});
     const auto* use = reply.get();
     return use && use->supported != 0;
 }
 
-/// Such a server serves the X programs of a Wayland session. What is typed into the others it never
-/// hears of, so that it cannot tell of every key.
-bool isPartOfWayland(XcbConnection& connection)
+/// Xwayland serves the X programs of a Wayland session. It receives no key typed into the other
+/// programs, so it cannot report every key.
+bool isXwayland(XcbConnection& connection)
 {
     constexpr std::string_view name = "XWAYLAND";
     ExtensionReply extension(connection, static_cast<std::uint16_t>(name.size()), name.data());
     const auto* const outputs = xcb_get_extension_data(connection.raw(), &xcb_randr_id);
-    const auto* const answer = extension.get();
-    if (answer && answer->present != 0)
+    const auto* const queried = extension.get();
+    if (queried && queried->present != 0)
         return true;
-    // Older ones have no extension, but call their outputs so.
+    // Older versions lack the extension, but name their outputs like it.
     if (!outputs || outputs->present == 0)
         return false;
     OutputVersionReply version(connection, std::uint32_t{1}, std::uint32_t{3});
@@ -83,10 +83,10 @@ bool isPartOfWayland(XcbConnection& connection)
     });
 }
 
-/// Of the master devices, which gather what all keyboards, mice and simulated ones do; of each
-/// device besides, everything would come twice. Of the mouse no more than is looked at: each event
-/// wakes the program.
-void selectInput(XcbConnection& connection)
+/// Selects events of the master devices, which merge those of all keyboards, mice and simulated
+/// devices; with the devices themselves, every event would arrive twice. Of the mouse, selects only
+/// what is used: each event wakes the program.
+void selectRawEvents(XcbConnection& connection)
 {
     struct
     {
@@ -98,21 +98,21 @@ void selectInput(XcbConnection& connection)
     xcb_input_xi_select_events(connection.raw(), connection.root(), 1, &selection.header);
 }
 
-void selectModifiers(XcbConnection& connection)
+void selectXkbEvents(XcbConnection& connection)
 {
     constexpr std::uint16_t state = XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
-    constexpr std::uint16_t keyboard = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+    constexpr std::uint16_t newKeyboard = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
     constexpr std::uint16_t map = XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr std::uint16_t parts =
         XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_VIRTUAL_MODS;
     xcb_xkb_select_events_details_t details{};
     details.affectState = XCB_XKB_STATE_PART_MODIFIER_STATE | XCB_XKB_STATE_PART_MODIFIER_BASE;
     details.stateDetails = details.affectState;
-    xcb_xkb_select_events_aux(connection.raw(), XCB_XKB_ID_USE_CORE_KBD, state | keyboard | map, 0,
-                              keyboard, parts, parts, &details);
+    xcb_xkb_select_events_aux(connection.raw(), XCB_XKB_ID_USE_CORE_KBD, state | newKeyboard | map,
+                              0, newKeyboard, parts, parts, &details);
 }
 
-std::optional<ModifierMap> readMeanings(XcbConnection& connection)
+std::optional<ModifierMap> readMap(XcbConnection& connection)
 {
     const xcb_setup_t& setup = *xcb_get_setup(connection.raw());
     const int count = setup.max_keycode - setup.min_keycode + 1;
@@ -131,46 +131,46 @@ std::optional<ModifierMap> readMeanings(XcbConnection& connection)
     const xcb_keycode_t* const keysBegin = xcb_get_modifier_mapping_keycodes(modifiersRead);
     tables.modifierKeys.assign(keysBegin,
                                keysBegin + xcb_get_modifier_mapping_keycodes_length(modifiersRead));
-    return keyMeanings(tables);
+    return modifierMapOf(tables);
 }
 
 } // namespace
 
 RawKeyConnection::Result RawKeyConnection::open(DisplayConnector& connector)
 {
-    std::unique_ptr<DisplayConnection> opened = connector.open();
-    if (!opened)
+    std::unique_ptr<DisplayConnection> display = connector.open();
+    if (!display)
         return RawKeyFailure::noServer;
     const BrokenPipeGuard guard;
-    XcbConnection& connection = opened->connection();
-    const auto* const input = xcb_get_extension_data(connection.raw(), &xcb_input_id);
-    const auto* const keyboard = xcb_get_extension_data(connection.raw(), &xcb_xkb_id);
+    XcbConnection& connection = display->connection();
+    const auto* const xinput = xcb_get_extension_data(connection.raw(), &xcb_input_id);
+    const auto* const xkb = xcb_get_extension_data(connection.raw(), &xcb_xkb_id);
     if (connection.isBroken())
         return RawKeyFailure::noServer;
-    if (!input || input->present == 0 || !keyboard || keyboard->present == 0 ||
-        !announceInput(connection) || !announceKeyboard(connection) || isPartOfWayland(connection))
+    if (!xinput || xinput->present == 0 || !xkb || xkb->present == 0 ||
+        !negotiateXInput(connection) || !negotiateXkb(connection) || isXwayland(connection))
         return connection.isBroken() ? RawKeyFailure::noServer : RawKeyFailure::unsupported;
 
-    std::unique_ptr<RawKeyConnection> link(new RawKeyConnection);
-    link->m_inputOpcode = input->major_opcode;
-    link->m_keyboardEvent = keyboard->first_event;
-    // Selected first, so that no change falls between.
-    selectInput(connection);
-    selectModifiers(connection);
-    const std::optional<ModifierMap> meanings = readMeanings(connection);
-    if (!meanings)
+    std::unique_ptr<RawKeyConnection> opened(new RawKeyConnection);
+    opened->m_xinputOpcode = xinput->major_opcode;
+    opened->m_xkbEvent = xkb->first_event;
+    // Events are selected before the map is read, so that no change is missed in between.
+    selectRawEvents(connection);
+    selectXkbEvents(connection);
+    const std::optional<ModifierMap> map = readMap(connection);
+    if (!map)
         return RawKeyFailure::noServer;
-    link->m_meanings = *meanings;
-    link->m_link = std::move(opened);
-    return link;
+    opened->m_modifierMap = *map;
+    opened->m_display = std::move(display);
+    return opened;
 }
 
-std::optional<KeyEvent> RawKeyConnection::notice(const xcb_generic_event_t& event) const
+std::optional<KeyEvent> RawKeyConnection::keyEvent(const xcb_generic_event_t& event) const
 {
     const std::uint8_t type = typeOf(event);
     if (type == XCB_GE_GENERIC) {
         const auto& generic = as<xcb_ge_generic_event_t>(event);
-        if (generic.extension != m_inputOpcode)
+        if (generic.extension != m_xinputOpcode)
             return std::nullopt;
         if (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
             return RawButton{};
@@ -178,16 +178,16 @@ std::optional<KeyEvent> RawKeyConnection::notice(const xcb_generic_event_t& even
         if (!isPress && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE)
             return std::nullopt;
         const auto& raw = as<xcb_input_raw_key_press_event_t>(event);
-        // Keys beyond those that the server's tables know are keys all the same.
+        // Keys beyond the range of the core protocol's key codes count as keys too.
         return RawKey{.key = static_cast<xcb_keycode_t>(raw.detail > 255 ? 0 : raw.detail),
                       .isPress = isPress,
                       .time = raw.time};
     }
     if (type == XCB_MAPPING_NOTIFY)
         return KeyboardChange{};
-    if (type != m_keyboardEvent)
+    if (type != m_xkbEvent)
         return std::nullopt;
-    // Of this extension all events have one number, and their kind behind it.
+    // All XKB events have the same type; `xkbType` distinguishes them.
     const auto& state = as<xcb_xkb_state_notify_event_t>(event);
     switch (state.xkbType) {
     case XCB_XKB_STATE_NOTIFY:
@@ -206,11 +206,11 @@ std::optional<KeyEvent> RawKeyConnection::notice(const xcb_generic_event_t& even
 
 std::optional<ModifierMap> readModifierMap(DisplayConnector& connector)
 {
-    const std::unique_ptr<DisplayConnection> link = connector.open();
-    if (!link)
+    const std::unique_ptr<DisplayConnection> display = connector.open();
+    if (!display)
         return std::nullopt;
     const BrokenPipeGuard guard;
-    return readMeanings(link->connection());
+    return readMap(display->connection());
 }
 
 } // namespace kelpa::x11

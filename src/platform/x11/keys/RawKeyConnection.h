@@ -1,4 +1,5 @@
-// A connection on which the server tells of every key, and of every button of the mouse.
+// A DisplayConnection, to which it adds the events of all keys and mouse buttons, whichever window
+// has the focus.
 #pragma once
 
 #include "platform/x11/connection/DisplayConnection.h"
@@ -16,13 +17,13 @@ class DisplayConnector;
 
 /// Why there is no such connection.
 enum class RawKeyFailure : std::uint8_t {
-    /// No server, or it went away meanwhile.
+    /// No server, or the connection was lost.
     noServer,
-    /// The server cannot tell of keys, or only of those that are typed into some of the programs.
+    /// The server cannot report keys, or only keys typed into some of the programs.
     unsupported,
 };
 
-/// Used on one thread at a time.
+/// Selects raw XInput 2 events and XKB events. Used on one thread at a time.
 class RawKeyConnection
 {
 public:
@@ -31,24 +32,24 @@ public:
     /// Waits for the server; any thread but the main one.
     static Result open(DisplayConnector& connector);
 
-    XcbConnection& connection() { return m_link->connection(); }
-    /// What the keys meant when the connection was made.
-    const ModifierMap& meanings() const { return m_meanings; }
+    XcbConnection& connection() { return m_display->connection(); }
+    /// As of when the connection was opened.
+    const ModifierMap& modifierMap() const { return m_modifierMap; }
 
-    /// What an event tells; absent when it is of no interest.
-    std::optional<KeyEvent> notice(const xcb_generic_event_t& event) const;
+    /// Parses an event of this connection; absent for events of other kinds.
+    std::optional<KeyEvent> keyEvent(const xcb_generic_event_t& event) const;
 
 private:
     RawKeyConnection() = default;
 
-    std::unique_ptr<DisplayConnection> m_link;
-    ModifierMap m_meanings;
-    std::uint8_t m_inputOpcode = 0;
-    std::uint8_t m_keyboardEvent = 0;
+    std::unique_ptr<DisplayConnection> m_display;
+    ModifierMap m_modifierMap;
+    std::uint8_t m_xinputOpcode = 0;
+    std::uint8_t m_xkbEvent = 0;
 };
 
-/// What the keys of the display mean now, over a connection of its own. Waits for the server; any
-/// thread but the main one. Absent when there is no server.
+/// Reads the current map over a connection of its own. Waits for the server; any thread but the
+/// main one. Absent when there is no server.
 std::optional<ModifierMap> readModifierMap(DisplayConnector& connector);
 
 } // namespace kelpa::x11

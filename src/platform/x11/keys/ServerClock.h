@@ -1,16 +1,16 @@
-// The X server's clock without its turning over.
+// Unwraps the timestamps of the X server.
 #pragma once
 
 #include <cstdint>
 
 namespace kelpa::x11 {
 
-/// The server counts milliseconds in 32 bits, which begin again after 49.7 days. Plain value.
+/// The server counts milliseconds in 32 bits, which wrap after 49.7 days. Plain value.
 class ServerClock
 {
 public:
-    /// The time in seconds, on a clock that goes on; only differences mean anything. Times may
-    /// come a little out of order, and up to 24.8 days apart.
+    /// The time in seconds on a clock that does not wrap; only differences are meaningful. Times
+    /// may arrive slightly out of order, and up to 24.8 days apart.
     double seconds(std::uint32_t time)
     {
         m_total += static_cast<std::int32_t>(time - m_last);

@@ -17,18 +17,18 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr Scheduler::Duration keysReconnectDelay = 2s;
-// A change of the layout, or of the keyboard that is typed on, makes several notices.
-constexpr Scheduler::Duration keyboardDelay = 100ms;
-/// Events that are handled in one go; far more than a person makes.
+/// A new layout or another keyboard causes several events, which are coalesced.
+constexpr Scheduler::Duration rereadDelay = 100ms;
+/// Events that are handled before the event loop runs again; far more than a person causes.
 constexpr int mostAtOnce = 256;
 
-/// Main thread. Waits for nothing there: what needs an answer of the server is done in the
+/// Main thread, which waits for nothing: whatever needs a reply of the server runs in the
 /// background.
-class KeyWatch : public Subscription
+class KeySubscription : public Subscription
 {
 public:
-    KeyWatch(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler,
-             GlobalKeyHandlers handlers)
+    KeySubscription(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler,
+                    GlobalKeyHandlers handlers)
         : m_connector(std::move(connector)), m_scheduler(scheduler), m_handlers(std::move(handlers))
     {
         connect();
@@ -53,96 +53,97 @@ private:
                 m_connecting = m_scheduler.after(keysReconnectDelay, [this] { connect(); });
             return;
         }
-        m_link = std::get<std::unique_ptr<RawKeyConnection>>(std::move(result));
-        m_notifier = std::make_unique<QSocketNotifier>(m_link->connection().fileDescriptor(),
+        m_connection = std::get<std::unique_ptr<RawKeyConnection>>(std::move(result));
+        m_notifier = std::make_unique<QSocketNotifier>(m_connection->connection().fileDescriptor(),
                                                        QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
-                         [this] { process(); });
-        setMeanings(m_link->meanings());
-        // What came along while the connection was made does not wake the notifier.
-        process();
+                         [this] { processEvents(); });
+        setModifierMap(m_connection->modifierMap());
+        // Events that arrived while the connection was opened do not wake the notifier.
+        processEvents();
     }
 
-    void setMeanings(const ModifierMap& meanings)
+    void setModifierMap(const ModifierMap& map)
     {
-        const bool wasAvailable = m_meanings.hasCommand();
-        m_meanings = meanings;
-        if (meanings.hasCommand() != wasAvailable)
-            m_handlers.availabilityChanged(meanings.hasCommand());
+        const bool wasAvailable = m_modifierMap.hasCommand();
+        m_modifierMap = map;
+        if (map.hasCommand() != wasAvailable)
+            m_handlers.availabilityChanged(map.hasCommand());
     }
 
-    void lost()
+    void disconnected()
     {
         m_notifier->setEnabled(false);
-        // Its signal may be the one that is being handled.
+        // This may run in a slot of the notifier's signal.
         m_notifier.release()->deleteLater();
-        m_more.reset();
-        m_reading.reset();
-        m_link.reset();
-        m_moments = {};
-        setMeanings({});
+        m_furtherEvents.reset();
+        m_rereadTimer.reset();
+        m_connection.reset();
+        m_timestamps = {};
+        setModifierMap({});
         m_connecting = m_scheduler.after(keysReconnectDelay, [this] { connect(); });
     }
 
-    void process()
+    void processEvents()
     {
         const BrokenPipeGuard guard;
         int count = 0;
         while (count < mostAtOnce) {
-            const XcbEvent event = m_link->connection().pollEvent();
+            const XcbEvent event = m_connection->connection().pollEvent();
             if (!event)
                 break;
             ++count;
-            handle(m_link->notice(*event));
+            handle(m_connection->keyEvent(*event));
         }
-        if (m_link->connection().isBroken())
-            lost();
+        if (m_connection->connection().isBroken())
+            disconnected();
         else if (count == mostAtOnce)
-            m_more = m_scheduler.after(0ms, [this] { process(); });
+            m_furtherEvents = m_scheduler.after(0ms, [this] { processEvents(); });
     }
 
-    void handle(const std::optional<KeyEvent>& notice)
+    void handle(const std::optional<KeyEvent>& event)
     {
-        if (!notice)
+        if (!event)
             return;
-        if (const auto* const key = std::get_if<RawKey>(&*notice))
+        if (const auto* const key = std::get_if<RawKey>(&*event))
             handleKey(*key);
-        else if (std::holds_alternative<RawButton>(*notice))
+        else if (std::holds_alternative<RawButton>(*event))
             m_handlers.keyPressed();
-        else if (const auto* const state = std::get_if<ModifierState>(&*notice))
+        else if (const auto* const state = std::get_if<ModifierState>(&*event))
             handleState(*state);
-        else if (!m_reading)
-            m_reading = m_scheduler.after(keyboardDelay, [this] { readMeanings(); });
+        else if (!m_rereadTimer)
+            m_rereadTimer = m_scheduler.after(rereadDelay, [this] { rereadModifierMap(); });
     }
 
     void handleKey(const RawKey& key)
     {
-        m_moments.note(key);
-        if (key.isPress && !m_meanings.isModifierKey.test(key.key))
+        m_timestamps.record(key);
+        if (key.isPress && !m_modifierMap.isModifierKey.test(key.key))
             m_handlers.keyPressed();
     }
 
     void handleState(const ModifierState& state)
     {
-        const auto other = static_cast<std::uint8_t>(~(m_meanings.command | m_meanings.ignored));
-        const InputTime moment = m_moments.moment(state);
-        m_handlers.modifiersChanged({.commandIsDown = (state.held & m_meanings.command) != 0,
+        const auto other =
+            static_cast<std::uint8_t>(~(m_modifierMap.command | m_modifierMap.ignored));
+        const InputTime time = m_timestamps.timestamp(state);
+        m_handlers.modifiersChanged({.commandIsDown = (state.held & m_modifierMap.command) != 0,
                                      .hasOtherModifiers = (state.effective & other) != 0,
-                                     .timestamp = m_clock.seconds(moment),
-                                     .inputTime = moment});
+                                     .timestamp = m_clock.seconds(time),
+                                     .inputTime = time});
     }
 
-    void readMeanings()
+    void rereadModifierMap()
     {
-        // A change that comes while this is read makes it be read once more.
-        m_reading.reset();
-        m_answer = m_scheduler.inBackground(
+        // A change that arrives during the reading starts the timer again.
+        m_rereadTimer.reset();
+        m_reread = m_scheduler.inBackground(
             [connector = m_connector](const std::stop_token&) {
                 return readModifierMap(*connector);
             },
-            [this](const std::optional<ModifierMap>& meanings) {
-                if (meanings && m_link)
-                    setMeanings(*meanings);
+            [this](const std::optional<ModifierMap>& map) {
+                if (map && m_connection)
+                    setModifierMap(*map);
             });
     }
 
@@ -150,16 +151,16 @@ private:
     Scheduler& m_scheduler;
     const GlobalKeyHandlers m_handlers;
 
-    std::unique_ptr<RawKeyConnection> m_link;
+    std::unique_ptr<RawKeyConnection> m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    ModifierMap m_meanings;
-    ModifierTimestamps m_moments;
+    ModifierMap m_modifierMap;
+    ModifierTimestamps m_timestamps;
     ServerClock m_clock;
 
     TaskHandle m_connecting;
-    TaskHandle m_more;
-    TaskHandle m_reading;
-    TaskHandle m_answer;
+    TaskHandle m_furtherEvents;
+    TaskHandle m_rereadTimer;
+    TaskHandle m_reread;
 };
 
 } // namespace
@@ -170,7 +171,7 @@ X11GlobalKeys::X11GlobalKeys(std::shared_ptr<DisplayConnector> connector, Schedu
 
 std::unique_ptr<Subscription> X11GlobalKeys::watchKeys(GlobalKeyHandlers handlers)
 {
-    return std::make_unique<KeyWatch>(m_connector, m_scheduler, std::move(handlers));
+    return std::make_unique<KeySubscription>(m_connector, m_scheduler, std::move(handlers));
 }
 
 } // namespace kelpa::x11

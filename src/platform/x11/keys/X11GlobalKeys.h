@@ -1,4 +1,4 @@
-// The keys of an X display, heard beside whoever has the keyboard.
+// The keys of an X display, received whichever window has the focus.
 #pragma once
 
 #include "platform/GlobalKeys.h"
@@ -9,9 +9,9 @@
 
 namespace kelpa::x11 {
 
-/// Raw events of XInput 2 tell of keys, the XKB extension of modifiers; neither takes an event from
-/// another client, and both come while one of them has grabbed the keyboard. Where one of the two
-/// is missing, or the keyboard has no Super key, the keys are not available.
+/// Keys come from raw events of XInput 2, modifiers from the XKB extension. Neither takes an event
+/// from another client, and both arrive while another client has grabbed the keyboard. Where one of
+/// the two extensions is missing, or the keyboard has no Super key, the keys are not available.
 class X11GlobalKeys : public GlobalKeys
 {
 public:

@@ -15,28 +15,29 @@ namespace kelpa::x11 {
 
 namespace {
 
-/// In items of 32 bits; desktops keep a few thousand bytes.
+/// In words of four bytes; desktops publish a few thousand bytes.
 constexpr std::uint32_t longestSettings = 64 * 1024;
 
-/// Walks through bytes that may end anywhere: what is beyond their end is absent.
-class Bytes
+/// Reads values from bytes that may end anywhere; values beyond the end are absent.
+class ByteReader
 {
 public:
-    Bytes(QByteArrayView bytes, bool isBigEndian) : m_bytes(bytes), m_isBigEndian(isBigEndian) {}
+    ByteReader(QByteArrayView bytes, bool isBigEndian) : m_bytes(bytes), m_isBigEndian(isBigEndian)
+    {}
 
-    /// False, and it stays where it is, when so many bytes are not left.
+    /// Returns false and stays in place when fewer bytes are left.
     bool skip(qsizetype count)
     {
-        if (count < 0 || count > m_bytes.size() - m_place)
+        if (count < 0 || count > m_bytes.size() - m_position)
             return false;
-        m_place += count;
+        m_position += count;
         return true;
     }
 
     template <class Number>
     std::optional<Number> number()
     {
-        const qsizetype begin = m_place;
+        const qsizetype begin = m_position;
         if (!skip(sizeof(Number)))
             return std::nullopt;
         Number value = 0;
@@ -44,12 +45,12 @@ public:
         return m_isBigEndian ? qFromBigEndian(value) : qFromLittleEndian(value);
     }
 
-    /// With what fills it up to whole groups of four bytes.
+    /// Also skips the padding to a multiple of four bytes.
     std::optional<QByteArrayView> text(qsizetype length)
     {
-        const qsizetype begin = m_place;
-        constexpr qsizetype group = 4;
-        if (!skip(length) || !skip((group - length % group) % group))
+        const qsizetype begin = m_position;
+        constexpr qsizetype alignment = 4;
+        if (!skip(length) || !skip((alignment - length % alignment) % alignment))
             return std::nullopt;
         return m_bytes.sliced(begin, length);
     }
@@ -57,11 +58,11 @@ public:
 private:
     QByteArrayView m_bytes;
     bool m_isBigEndian;
-    qsizetype m_place = 0;
+    qsizetype m_position = 0;
 };
 
-/// Past the value of a setting that is no integer.
-bool skipValue(Bytes& bytes, std::uint8_t type)
+/// Skips the value of a setting that is no integer.
+bool skipValue(ByteReader& bytes, std::uint8_t type)
 {
     constexpr qsizetype colour = 8;
     if (type == 2)
@@ -72,30 +73,30 @@ bool skipValue(Bytes& bytes, std::uint8_t type)
     return length && bytes.text(*length);
 }
 
-/// What was read, and the connection on which it was.
+/// The settings, and the connection on which they were read.
 struct Reading
 {
-    std::shared_ptr<DisplayConnection> link;
+    std::shared_ptr<DisplayConnection> display;
     xcb_window_t manager = XCB_WINDOW_NONE;
     std::optional<bool> areAnimationsWanted;
 };
 
-/// Waits for the server; any thread but the main one. Listens first, so that no change falls
-/// between.
-Reading readSettings(DisplayConnector& connector, std::shared_ptr<DisplayConnection> link)
+/// Waits for the server; any thread but the main one. Selects events before it reads, so that no
+/// change is missed in between.
+Reading readSettings(DisplayConnector& connector, std::shared_ptr<DisplayConnection> display)
 {
-    if (!link)
-        link = connector.open();
-    if (!link)
+    if (!display)
+        display = connector.open();
+    if (!display)
         return {};
     const BrokenPipeGuard guard;
-    XcbConnection& connection = link->connection();
-    const AtomTable& atoms = link->atoms();
-    // A manager that comes tells there.
+    XcbConnection& connection = display->connection();
+    const AtomTable& atoms = display->atoms();
+    // A settings manager that starts announces itself on the root.
     selectEvents(connection, connection.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     SelectionOwnerReply owner(connection, atoms[Atom::settingsManager]);
     const auto* const owned = owner.get();
-    Reading reading{link, owned ? owned->owner : xcb_window_t{XCB_WINDOW_NONE}, std::nullopt};
+    Reading reading{display, owned ? owned->owner : xcb_window_t{XCB_WINDOW_NONE}, std::nullopt};
     if (reading.manager != XCB_WINDOW_NONE) {
         selectEvents(connection, reading.manager,
                      XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
@@ -110,59 +111,59 @@ Reading readSettings(DisplayConnector& connector, std::shared_ptr<DisplayConnect
 }
 
 /// Main thread, which waits for nothing.
-class SettingsWatch : public Subscription
+class SettingsSubscription : public Subscription
 {
 public:
-    SettingsWatch(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler,
-                  std::function<void(std::optional<bool>)> changed)
+    SettingsSubscription(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler,
+                         std::function<void(std::optional<bool>)> changed)
         : m_connector(std::move(connector)), m_scheduler(scheduler), m_changed(std::move(changed))
     {
         read({});
     }
 
 private:
-    /// The connection is the background's meanwhile.
-    void read(std::shared_ptr<DisplayConnection> link)
+    /// The background task owns the connection until it is done.
+    void read(std::shared_ptr<DisplayConnection> display)
     {
         m_reading = m_scheduler.inBackground(
-            [connector = m_connector, link = std::move(link)](const std::stop_token&) {
-                return readSettings(*connector, link);
+            [connector = m_connector, display = std::move(display)](const std::stop_token&) {
+                return readSettings(*connector, display);
             },
-            [this](Reading reading) { noteRead(std::move(reading)); });
+            [this](Reading reading) { finishReading(std::move(reading)); });
     }
 
-    void noteRead(Reading reading)
+    void finishReading(Reading reading)
     {
-        m_link = std::move(reading.link);
+        m_display = std::move(reading.display);
         m_manager = reading.manager;
-        if (!m_link)
+        if (!m_display)
             return;
-        m_notifier = std::make_unique<QSocketNotifier>(m_link->connection().fileDescriptor(),
+        m_notifier = std::make_unique<QSocketNotifier>(m_display->connection().fileDescriptor(),
                                                        QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
-                         [this] { process(); });
+                         [this] { processEvents(); });
         if (m_areWanted != reading.areAnimationsWanted) {
             m_areWanted = reading.areAnimationsWanted;
             m_changed(m_areWanted);
         }
-        // What came along with the replies does not wake the notifier.
-        process();
+        // Events that arrived with the replies do not wake the notifier.
+        processEvents();
     }
 
-    void process()
+    void processEvents()
     {
         const BrokenPipeGuard guard;
         bool hasChanged = false;
-        while (const XcbEvent event = m_link->connection().pollEvent())
+        while (const XcbEvent event = m_display->connection().pollEvent())
             hasChanged = isChange(*event) || hasChanged;
-        if (!hasChanged && !m_link->connection().isBroken())
+        if (!hasChanged && !m_display->connection().isBroken())
             return;
         m_notifier->setEnabled(false);
-        // Its signal may be the one that is being handled.
+        // This may run in a slot of the notifier's signal.
         m_notifier.release()->deleteLater();
-        // Without the server there is nothing that could move either.
+        // Without the server there is no window left to animate.
         if (hasChanged)
-            read(std::exchange(m_link, nullptr));
+            read(std::exchange(m_display, nullptr));
     }
 
     bool isChange(const xcb_generic_event_t& event) const
@@ -184,7 +185,7 @@ private:
     const std::function<void(std::optional<bool>)> m_changed;
     std::optional<bool> m_areWanted;
     xcb_window_t m_manager = XCB_WINDOW_NONE;
-    std::shared_ptr<DisplayConnection> m_link;
+    std::shared_ptr<DisplayConnection> m_display;
     std::unique_ptr<QSocketNotifier> m_notifier;
     TaskHandle m_reading;
 };
@@ -195,17 +196,17 @@ std::optional<std::int32_t> settingsInteger(QByteArrayView property, QByteArrayV
 {
     if (property.isEmpty() || (property.front() != 0 && property.front() != 1))
         return std::nullopt;
-    Bytes bytes(property, property.front() == 1);
-    // The byte order with what fills it up, and a serial number.
-    constexpr qsizetype head = 8;
-    if (!bytes.skip(head))
+    ByteReader bytes(property, property.front() == 1);
+    // The byte order with padding, and a serial number.
+    constexpr qsizetype header = 8;
+    if (!bytes.skip(header))
         return std::nullopt;
     const auto count = bytes.number<std::uint32_t>();
     for (std::uint32_t index = 0; count && index < *count; ++index) {
         const auto type = bytes.number<std::uint8_t>();
-        const bool hasFiller = bytes.skip(1);
+        const bool hasPadding = bytes.skip(1);
         const auto length = bytes.number<std::uint16_t>();
-        if (!type || !hasFiller || !length)
+        if (!type || !hasPadding || !length)
             return std::nullopt;
         const auto named = bytes.text(*length);
         const auto serial = bytes.number<std::uint32_t>();
@@ -230,7 +231,7 @@ X11MotionSetting::X11MotionSetting(std::shared_ptr<DisplayConnector> connector,
 std::unique_ptr<Subscription>
 X11MotionSetting::watchAnimations(std::function<void(std::optional<bool> areWanted)> changed)
 {
-    return std::make_unique<SettingsWatch>(m_connector, m_scheduler, std::move(changed));
+    return std::make_unique<SettingsSubscription>(m_connector, m_scheduler, std::move(changed));
 }
 
 } // namespace kelpa::x11

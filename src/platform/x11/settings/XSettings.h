@@ -1,4 +1,4 @@
-// The settings that a desktop's settings manager keeps on the display, for all toolkits.
+// XSETTINGS: the settings that a desktop's settings manager publishes on the display.
 #pragma once
 
 #include "platform/MotionSetting.h"
@@ -13,11 +13,11 @@
 
 namespace kelpa::x11 {
 
-/// The integer setting `name` in a settings manager's property; absent when there is none, or the
-/// bytes, which anyone may have written, are not what they should be.
+/// Parses the integer setting `name` out of a settings manager's property. Absent when there is
+/// none, or when the property, which any client may have written, is malformed.
 std::optional<std::int32_t> settingsInteger(QByteArrayView property, QByteArrayView name);
 
-/// "Gtk/EnableAnimations".
+/// The setting "Gtk/EnableAnimations".
 class X11MotionSetting : public MotionSetting
 {
 public:

@@ -48,17 +48,17 @@ protected:
     QThread* changedOn = nullptr;
     std::unique_ptr<AtspiDocuments> documents;
 
-    /// Intervals in which a test can wait for what comes next.
-    static AccessibilityDocumentsOptions quick(const QString& address)
+    /// Intervals short enough for a test to wait for.
+    static AtspiDocumentsOptions quick(const QString& address)
     {
-        AccessibilityDocumentsOptions options;
+        AtspiDocumentsOptions options;
         options.busAddress = address;
-        options.reconnect = 20ms;
-        options.intervals = {.betweenChanges = 1ms, .refresh = 50ms, .rest = 1h};
+        options.reconnectDelay = 20ms;
+        options.intervals = {.betweenChanges = 1ms, .refresh = 50ms, .backOff = 1h};
         return options;
     }
 
-    void start(const AccessibilityDocumentsOptions& options)
+    void start(const AtspiDocumentsOptions& options)
     {
         documents = std::make_unique<AtspiDocuments>(
             [this] {
@@ -101,7 +101,7 @@ protected:
 
 } // namespace
 
-TEST_F(Documents, A_document_is_heard_after_its_window_was_noted_once)
+TEST_F(Documents, A_document_is_known_after_its_window_was_noted_once)
 {
     Application browser(bus);
     browser.behave(showing({page(QStringLiteral("https://example.org/a"))}));
@@ -112,7 +112,7 @@ TEST_F(Documents, A_document_is_heard_after_its_window_was_noted_once)
         [&] { return shown(window(browser)) == QStringLiteral("https://example.org/a"); }, 10'000));
 }
 
-TEST_F(Documents, Either_name_of_the_location_is_understood_and_DocURL_goes_first)
+TEST_F(Documents, Both_attributes_of_the_location_are_understood_and_DocURL_comes_first)
 {
     Application browser(bus);
     QJsonObject both = page(QStringLiteral("https://example.org/first"));
@@ -141,7 +141,7 @@ TEST_F(Documents, Two_windows_of_one_process_get_each_its_own)
     EXPECT_EQ(shown(right), QStringLiteral("right"));
 }
 
-TEST_F(Documents, A_change_is_told_on_the_constructing_thread_and_only_once)
+TEST_F(Documents, A_change_is_reported_on_the_constructing_thread_and_only_once)
 {
     Application browser(bus);
     browser.behave(showing({page(QStringLiteral("a"))}));
@@ -158,9 +158,9 @@ TEST_F(Documents, A_change_is_told_on_the_constructing_thread_and_only_once)
     EXPECT_EQ(shown(window(browser)), QStringLiteral("b"));
 }
 
-TEST_F(Documents, A_new_title_is_asked_for_without_waiting_for_the_refresh)
+TEST_F(Documents, A_new_title_makes_its_process_due_before_the_refresh)
 {
-    AccessibilityDocumentsOptions options = quick(bus.address());
+    AtspiDocumentsOptions options = quick(bus.address());
     options.intervals.refresh = 1h;
     start(options);
     Application browser(bus);
@@ -171,9 +171,9 @@ TEST_F(Documents, A_new_title_is_asked_for_without_waiting_for_the_refresh)
     EXPECT_TRUE(notingShows(window(browser, "Two"), QStringLiteral("b")));
 }
 
-TEST_F(Documents, While_nothing_changes_nobody_is_asked)
+TEST_F(Documents, While_nothing_changes_no_application_is_called)
 {
-    AccessibilityDocumentsOptions options = quick(bus.address());
+    AtspiDocumentsOptions options = quick(bus.address());
     options.intervals.refresh = 1h;
     start(options);
     Application browser(bus);
@@ -181,7 +181,7 @@ TEST_F(Documents, While_nothing_changes_nobody_is_asked)
     Application other(bus);
     registry.applications = {browser.busName(), other.busName()};
     ASSERT_TRUE(notingShows(window(browser), QStringLiteral("a")));
-    // The other's first question takes a turn of its own, after any that these would have caused.
+    // The other's first call comes after any that these would have caused.
     for (int i = 0; i < 50; ++i) {
         documents->noteWindows({window(browser)});
     }
@@ -191,7 +191,7 @@ TEST_F(Documents, While_nothing_changes_nobody_is_asked)
     EXPECT_EQ(registry.asked, 2);
 }
 
-TEST_F(Documents, A_frozen_application_neither_delays_the_others_nor_is_asked_twice)
+TEST_F(Documents, A_frozen_application_neither_delays_the_others_nor_is_called_twice)
 {
     Application frozen(bus);
     Application mute(bus);
@@ -200,8 +200,8 @@ TEST_F(Documents, A_frozen_application_neither_delays_the_others_nor_is_asked_tw
     browser.behave(showing({page(QStringLiteral("a"))}));
     registry.applications = {frozen.busName(), mute.busName(), browser.busName()};
     frozen.freeze();
-    AccessibilityDocumentsOptions options = quick(bus.address());
-    // Longer than the test waits: only an answer that does not wait for the others comes in time.
+    AtspiDocumentsOptions options = quick(bus.address());
+    // Longer than the test waits: only a reply that does not wait for the others comes in time.
     options.applicationLimit = 30s;
     start(options);
     documents->noteWindows({window(frozen), window(mute), window(browser)});
@@ -214,7 +214,7 @@ TEST_F(Documents, A_frozen_application_neither_delays_the_others_nor_is_asked_tw
     EXPECT_EQ(mute.called(QStringLiteral("GetMatches")), 2);
 }
 
-TEST_F(Documents, What_an_application_says_before_it_falls_silent_counts)
+TEST_F(Documents, Replies_of_an_application_before_it_falls_silent_count)
 {
     Application browser(bus);
     QJsonObject behaviour = showing({page(QStringLiteral("a"))});
@@ -224,7 +224,7 @@ TEST_F(Documents, What_an_application_says_before_it_falls_silent_counts)
     EXPECT_TRUE(notingShows(window(browser), QStringLiteral("a")));
 }
 
-TEST_F(Documents, An_application_that_refuses_or_answers_oddly_is_asked_once_and_does_no_harm)
+TEST_F(Documents, An_application_that_refuses_or_replies_oddly_is_called_once_and_does_no_harm)
 {
     Application refusing(bus);
     refusing.behave({{QStringLiteral("refuses"), QStringLiteral("GetMatches")}});
@@ -241,7 +241,7 @@ TEST_F(Documents, An_application_that_refuses_or_answers_oddly_is_asked_once_and
     EXPECT_EQ(shown(window(browser)), QStringLiteral("a"));
 }
 
-TEST_F(Documents, An_application_without_a_listed_window_is_never_asked)
+TEST_F(Documents, An_application_without_a_listed_window_is_never_called)
 {
     Application browser(bus);
     browser.behave(showing({page(QStringLiteral("a"))}));
@@ -251,13 +251,13 @@ TEST_F(Documents, An_application_without_a_listed_window_is_never_asked)
     EXPECT_EQ(hidden.called(QStringLiteral("GetMatches")), 0);
 }
 
-TEST_F(Documents, This_process_is_never_asked)
+TEST_F(Documents, This_process_is_never_called)
 {
-    AccessibilityDocumentsOptions options = quick(bus.address());
+    AtspiDocumentsOptions options = quick(bus.address());
     options.intervals.refresh = 1h;
     start(options);
     Application browser(bus);
-    // The registry's connection is this process's own; it would count a question.
+    // The registry's connection is this process's own; it would count a call.
     registry.applications = {QStringLiteral("org.a11y.atspi.Registry"), browser.busName()};
     const DocumentQuery own{static_cast<ProcessID>(getpid()), leftFrame, QStringLiteral("Own")};
     documents->noteWindows({own});
@@ -266,7 +266,7 @@ TEST_F(Documents, This_process_is_never_asked)
     EXPECT_EQ(registry.asked, 1);
 }
 
-TEST_F(Documents, A_silent_registry_gives_no_documents_and_is_asked_again_later)
+TEST_F(Documents, A_silent_registry_gives_no_documents_and_is_called_again_later)
 {
     Application browser(bus);
     browser.behave(showing({page(QStringLiteral("a"))}));
@@ -278,7 +278,7 @@ TEST_F(Documents, A_silent_registry_gives_no_documents_and_is_asked_again_later)
     EXPECT_TRUE(notingShows(window(browser), QStringLiteral("a")));
 }
 
-TEST_F(Documents, What_was_heard_is_kept_when_the_bus_ends_and_its_successor_is_found)
+TEST_F(Documents, Known_documents_survive_the_end_of_the_bus_and_its_successor_is_found)
 {
     std::optional<PrivateBus> first(std::in_place);
     std::optional<Registry> firstRegistry(std::in_place, *first);
@@ -299,7 +299,7 @@ TEST_F(Documents, What_was_heard_is_kept_when_the_bus_ends_and_its_successor_is_
     EXPECT_TRUE(notingShows(window(another), QStringLiteral("b")));
 }
 
-TEST_F(Documents, The_session_bus_tells_where_the_accessibility_bus_is)
+TEST_F(Documents, The_session_bus_gives_the_address_of_the_accessibility_bus)
 {
     const PrivateBus session;
     Launcher launcher(session);
@@ -307,14 +307,14 @@ TEST_F(Documents, The_session_bus_tells_where_the_accessibility_bus_is)
     Application browser(bus);
     browser.behave(showing({page(QStringLiteral("a"))}));
     registry.applications = {browser.busName()};
-    AccessibilityDocumentsOptions options = quick({});
+    AtspiDocumentsOptions options = quick({});
     options.busAddress.reset();
     options.sessionAddress = session.address();
     start(options);
     EXPECT_TRUE(notingShows(window(browser), QStringLiteral("a")));
 }
 
-TEST_F(Documents, Where_the_session_bus_does_not_tell_in_time_the_fallback_is_tried)
+TEST_F(Documents, When_the_session_bus_does_not_reply_in_time_the_fallback_is_tried)
 {
     const PrivateBus session;
     Launcher launcher(session);
@@ -322,7 +322,7 @@ TEST_F(Documents, Where_the_session_bus_does_not_tell_in_time_the_fallback_is_tr
     Application browser(bus);
     browser.behave(showing({page(QStringLiteral("a"))}));
     registry.applications = {browser.busName()};
-    AccessibilityDocumentsOptions options = quick({});
+    AtspiDocumentsOptions options = quick({});
     options.busAddress.reset();
     options.sessionAddress = session.address();
     options.fallbackAddress = bus.address();
@@ -331,13 +331,13 @@ TEST_F(Documents, Where_the_session_bus_does_not_tell_in_time_the_fallback_is_tr
     EXPECT_TRUE(notingShows(window(browser), QStringLiteral("a")));
 }
 
-TEST_F(Documents, A_session_address_where_no_bus_is_leads_to_the_fallback)
+TEST_F(Documents, A_session_address_without_a_bus_leads_to_the_fallback)
 {
     Application browser(bus);
     browser.behave(showing({page(QStringLiteral("a"))}));
     registry.applications = {browser.busName()};
     for (const char* address : {"", "unix:path=/nowhere/at/all", "nonsense", "tcp:host=,port=x"}) {
-        AccessibilityDocumentsOptions options = quick({});
+        AtspiDocumentsOptions options = quick({});
         options.busAddress.reset();
         options.sessionAddress = QString::fromLatin1(address);
         options.fallbackAddress = bus.address();
@@ -346,14 +346,13 @@ TEST_F(Documents, A_session_address_where_no_bus_is_leads_to_the_fallback)
     }
 }
 
-TEST_F(Documents, A_bus_that_accepts_and_never_answers_stalls_nobody)
+TEST_F(Documents, A_bus_that_accepts_and_never_replies_stalls_nothing)
 {
     Application browser(bus);
     const QTemporaryDir directory;
     QLocalServer server;
     ASSERT_TRUE(server.listen(directory.filePath(QStringLiteral("socket"))));
-    AccessibilityDocumentsOptions options =
-        quick(QStringLiteral("unix:path=") + server.fullServerName());
+    AtspiDocumentsOptions options = quick(QStringLiteral("unix:path=") + server.fullServerName());
     options.connectLimit = 50ms;
     QElapsedTimer timer;
     timer.start();
@@ -361,7 +360,7 @@ TEST_F(Documents, A_bus_that_accepts_and_never_answers_stalls_nobody)
     documents->noteWindows({window(browser)});
     EXPECT_EQ(shown(window(browser)), QStringLiteral("(none)"));
     EXPECT_LT(timer.elapsed(), 1000);
-    // It gives up within its limit and tries anew.
+    // It gives up within its limit and tries again.
     int connections = 0;
     EXPECT_TRUE(notingUntil({window(browser)}, [&] {
         while (server.hasPendingConnections()) {
@@ -379,12 +378,12 @@ TEST_F(Documents, A_bus_that_accepts_and_never_answers_stalls_nobody)
     EXPECT_LT(timer.elapsed(), 5000);
 }
 
-TEST_F(Documents, The_end_does_not_wait_for_an_answer)
+TEST_F(Documents, The_destructor_does_not_wait_for_a_reply)
 {
     Application mute(bus);
     mute.behave({{QStringLiteral("silentIn"), QStringLiteral("GetMatches")}});
     registry.applications = {mute.busName()};
-    AccessibilityDocumentsOptions options = quick(bus.address());
+    AtspiDocumentsOptions options = quick(bus.address());
     options.applicationLimit = 1h;
     start(options);
     ASSERT_TRUE(notingUntil({window(mute)},

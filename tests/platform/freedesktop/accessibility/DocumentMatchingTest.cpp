@@ -56,7 +56,7 @@ TEST(DocumentMatching, A_document_may_stick_out_by_eight_points_and_not_by_nine)
               (Texts{QStringLiteral("-"), QStringLiteral("-")}));
 }
 
-TEST(DocumentMatching, Of_two_maximised_windows_the_title_tells_whose_document_it_is)
+TEST(DocumentMatching, Of_two_maximised_windows_the_title_decides_whose_document_it_is)
 {
     EXPECT_EQ(matched({window(left, "News - Browser"), window(left, "Mail - Browser")},
                       {shown("mail", "Mail", leftPage), shown("news", "News", leftPage)}),
@@ -70,14 +70,14 @@ TEST(DocumentMatching, Of_two_alike_windows_neither_gets_a_document)
               (Texts{QStringLiteral("-"), QStringLiteral("-")}));
 }
 
-TEST(DocumentMatching, Without_a_place_the_name_in_the_title_decides)
+TEST(DocumentMatching, Without_extents_the_name_in_the_title_decides)
 {
     EXPECT_EQ(matched({window(left, "News - Browser"), window(right, "Mail - Browser")},
                       {shown("mail", "Mail", std::nullopt), shown("lost", "", std::nullopt)}),
               (Texts{QStringLiteral("-"), QStringLiteral("mail")}));
 }
 
-TEST(DocumentMatching, Without_a_place_the_only_window_has_the_document)
+TEST(DocumentMatching, Without_extents_the_only_window_has_the_document)
 {
     EXPECT_EQ(matched({window(left, "Renamed")}, {shown("a", "Name", std::nullopt)}),
               (Texts{QStringLiteral("a")}));
@@ -114,7 +114,7 @@ TEST(DocumentMatching, A_known_window_is_recognised_by_title_and_frame_then_by_e
     EXPECT_EQ(documentOf(window(left, "One"), {}), std::nullopt);
 }
 
-TEST(DocumentMatching, Alike_windows_with_different_documents_are_not_told_apart)
+TEST(DocumentMatching, Alike_windows_with_different_documents_are_not_distinguished)
 {
     const std::vector<WindowDocument> known{{window(left, "One"), QStringLiteral("a")},
                                             {window(left, "One"), QStringLiteral("b")}};

@@ -89,7 +89,7 @@ private:
 
 } // namespace
 
-TEST(RealAccessibility, A_GTK_programs_document_is_heard_through_the_desktops_registry)
+TEST(RealAccessibility, A_GTK_programs_document_is_found_through_the_desktops_registry)
 {
     PrivateBus session;
     const Screen screen;
@@ -107,11 +107,11 @@ TEST(RealAccessibility, A_GTK_programs_document_is_heard_through_the_desktops_re
                     {QStringLiteral(KELPA_REAL_CLIENT)});
     ASSERT_TRUE(QTest::qWaitFor([&] { return program.hasSaid("shown"); }, patience));
 
-    AccessibilityDocumentsOptions options;
+    AtspiDocumentsOptions options;
     options.sessionAddress = session.address();
     options.intervals.refresh = 50ms;
-    options.intervals.rest = 50ms;
-    options.reconnect = 50ms;
+    options.intervals.backOff = 50ms;
+    options.reconnectDelay = 50ms;
     AtspiDocuments documents({}, options);
     const DocumentQuery window{program.process(), Rect{0, 0, 1280, 800},
                                QStringLiteral("Real page")};

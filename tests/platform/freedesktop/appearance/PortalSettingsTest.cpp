@@ -1,4 +1,4 @@
-// Light, dark and motion as a settings portal tells them. To be run on a message bus of its own.
+// Light, dark and motion as a settings portal reports them. Runs on a message bus of its own.
 #include "platform/freedesktop/appearance/PortalSettings.h"
 
 #include "support/CaseName.h"
@@ -72,7 +72,7 @@ namespace {
 const QString colorScheme = QStringLiteral("org.freedesktop.appearance/color-scheme");
 const QString reducedMotion = QStringLiteral("org.freedesktop.appearance/reduced-motion");
 const QString animations = QStringLiteral("org.gnome.desktop.interface/enable-animations");
-/// How much the portal is asked for each.
+/// How often the portal is called for each.
 constexpr int appearanceReads = 1;
 constexpr int motionReads = 3;
 
@@ -119,7 +119,7 @@ using PortalAppearance = PortalTest;
 using Heard = std::vector<std::optional<Appearance>>;
 using Wishes = std::vector<std::optional<bool>>;
 
-TEST_F(PortalAppearance, Is_told_and_its_changes_are)
+TEST_F(PortalAppearance, Is_reported_and_so_are_its_changes)
 {
     portal.set(colorScheme, 1U);
     watchAppearance();
@@ -130,7 +130,7 @@ TEST_F(PortalAppearance, Is_told_and_its_changes_are)
     EXPECT_TRUE(hears(Heard{Appearance::dark, Appearance::light, std::nullopt}));
 }
 
-TEST_F(PortalAppearance, Is_told_once_while_it_does_not_differ)
+TEST_F(PortalAppearance, Is_reported_once_while_it_does_not_change)
 {
     watchAppearance();
     ASSERT_TRUE(isAsked(appearanceReads));
@@ -141,18 +141,18 @@ TEST_F(PortalAppearance, Is_told_once_while_it_does_not_differ)
     EXPECT_TRUE(hears(Heard{Appearance::dark, Appearance::light}));
 }
 
-TEST_F(PortalAppearance, Of_a_portal_that_knows_nothing_nothing_is_told)
+TEST_F(PortalAppearance, Is_not_reported_when_the_portal_has_no_settings)
 {
     watchAppearance();
     watchAnimations();
     ASSERT_TRUE(isAsked(appearanceReads + motionReads));
-    // What is told after the answers is the first that is told.
+    // A change after the replies is the first value reported.
     portal.set(colorScheme, 2U);
     EXPECT_TRUE(hears(Heard{Appearance::light}));
     EXPECT_EQ(wishes, Wishes());
 }
 
-TEST_F(PortalAppearance, Nobody_is_asked_before_it_is_watched)
+TEST_F(PortalAppearance, Is_not_read_before_it_is_watched)
 {
     portal.set(colorScheme, 1U);
     scheduler.advance(std::chrono::milliseconds(0));
@@ -161,13 +161,13 @@ TEST_F(PortalAppearance, Nobody_is_asked_before_it_is_watched)
     EXPECT_EQ(portal.readCount, appearanceReads);
 }
 
-TEST_F(PortalAppearance, Who_watches_is_told_whether_or_not_another_one_watches)
+TEST_F(PortalAppearance, Is_reported_to_each_subscription_independently)
 {
     portal.set(colorScheme, 1U);
     portal.set(animations, false);
     watchAnimations();
     ASSERT_TRUE(hears(Wishes{false}));
-    // The connection stands by now.
+    // The connection is open by now.
     watchAppearance();
     EXPECT_TRUE(hears(Heard{Appearance::dark}));
     animationsWatch.reset();
@@ -177,7 +177,7 @@ TEST_F(PortalAppearance, Who_watches_is_told_whether_or_not_another_one_watches)
     EXPECT_EQ(wishes, Wishes{false});
 }
 
-TEST_F(PortalAppearance, Can_be_watched_again_after_nobody_did)
+TEST_F(PortalAppearance, Can_be_watched_again_after_the_last_subscription_ended)
 {
     portal.set(colorScheme, 1U);
     watchAppearance();
@@ -188,7 +188,7 @@ TEST_F(PortalAppearance, Can_be_watched_again_after_nobody_did)
     EXPECT_TRUE(hears(Heard{Appearance::dark, Appearance::light}));
 }
 
-TEST_F(PortalAppearance, Is_not_told_to_who_went_before_there_was_a_connection)
+TEST_F(PortalAppearance, Is_not_reported_to_a_subscription_dropped_before_the_connection)
 {
     portal.set(colorScheme, 1U);
     appearanceWatch = settings.watchAppearance(
@@ -207,14 +207,14 @@ struct MotionCase
     const char* key;
     QVariant reduced;
     QVariant full;
-    /// A value that says neither.
+    /// A value that means neither.
     QVariant strange;
 };
 
 class PortalMotion : public PortalTest, public testing::WithParamInterface<MotionCase>
 {};
 
-TEST_P(PortalMotion, Is_not_wanted_where_the_desktop_reduces_it_and_follows_changes)
+TEST_P(PortalMotion, Is_not_wanted_when_the_desktop_reduces_it_and_follows_changes)
 {
     const QString key = QString::fromLatin1(GetParam().key);
     portal.set(key, GetParam().reduced);
@@ -236,7 +236,7 @@ TEST_P(PortalMotion, Is_not_wanted_while_one_setting_of_several_asks_to_reduce_i
     EXPECT_TRUE(hears(Wishes{false}));
     portal.set(other, key == animations ? QVariant(0U) : QVariant(true));
     portal.set(colorScheme, 1U);
-    // The later of the two has come.
+    // The later of the two has arrived.
     ASSERT_TRUE(hears(Heard{Appearance::dark}));
     EXPECT_EQ(wishes, Wishes{false});
 }
@@ -253,7 +253,7 @@ TEST_P(PortalMotion, A_strange_value_and_other_settings_change_nothing)
         portal.set(key, value);
     portal.set(QStringLiteral("org.gnome.desktop.interface/reduced-motion"), 1U);
     portal.set(colorScheme, 1U);
-    // The last of them has come.
+    // The last of them has arrived.
     ASSERT_TRUE(hears(Heard{Appearance::dark}));
     EXPECT_EQ(wishes, (Wishes{true, false, true}));
 }

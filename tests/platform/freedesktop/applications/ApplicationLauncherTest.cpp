@@ -73,7 +73,7 @@ const QByteArray report =
 
 } // namespace
 
-TEST_F(Launcher, A_program_is_told_the_display_and_when_it_was_asked_for)
+TEST_F(Launcher, A_program_gets_the_display_and_the_startup_id)
 {
     writeProgram(QStringLiteral("konsole"), report);
     data.writeEntry(QStringLiteral("org.kde.konsole"), "Konsole",
@@ -82,7 +82,7 @@ TEST_F(Launcher, A_program_is_told_the_display_and_when_it_was_asked_for)
     EXPECT_EQ(written(), " :7 start-me_TIME5 none end\n");
 }
 
-TEST_F(Launcher, A_program_is_told_nothing_of_how_this_one_was_started)
+TEST_F(Launcher, A_program_inherits_no_variable_about_the_start_of_this_one)
 {
     for (const char* const name :
          {"XDG_ACTIVATION_TOKEN", "GIO_LAUNCHED_DESKTOP_FILE", "GIO_LAUNCHED_DESKTOP_FILE_PID",
@@ -123,7 +123,7 @@ TEST_F(Launcher, Windows_are_known_by_the_entry_that_claims_their_class)
               QStringLiteral("own-browser"));
 }
 
-TEST_F(Launcher, One_that_cannot_be_started_makes_room_for_the_next)
+TEST_F(Launcher, A_candidate_that_cannot_be_started_is_followed_by_the_next)
 {
     data.writeEntry(QStringLiteral("kitty"), "Kitty",
                     "Exec=" + data.path(QStringLiteral("bin/kitty")).toUtf8());
@@ -174,7 +174,7 @@ TEST_F(Launcher, A_script_is_started_without_a_wait_for_what_it_turns_out_to_be)
     kill(launched->process, SIGKILL);
 }
 
-TEST_F(Launcher, The_watch_ends_with_what_was_started_or_when_it_is_told_to)
+TEST_F(Launcher, Recognition_ends_with_the_started_processes_or_on_request)
 {
     environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("own-terminal"));
     writeProgram(QStringLiteral("own-terminal"), "exit 0");
@@ -194,7 +194,7 @@ TEST_F(Launcher, The_watch_ends_with_what_was_started_or_when_it_is_told_to)
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 30s);
 }
 
-TEST_F(Launcher, A_process_came_of_the_launch_by_its_session_or_by_what_it_inherited)
+TEST_F(Launcher, A_process_belongs_to_the_launch_by_its_session_or_its_environment)
 {
     environment.insert(QStringLiteral("TERMINAL"), QStringLiteral("own-terminal"));
     environment.insert(QStringLiteral("PATH"),

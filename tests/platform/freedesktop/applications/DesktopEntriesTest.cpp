@@ -187,14 +187,14 @@ TEST_F(Entries, The_persons_own_entry_replaces_the_shared_one)
     EXPECT_EQ(nameOf(QStringLiteral("mail")), QStringLiteral("My mail"));
 }
 
-TEST_F(Entries, A_broken_entry_is_passed_over_and_the_shared_one_of_its_id_counts)
+TEST_F(Entries, A_broken_entry_is_skipped_and_the_shared_one_of_its_id_counts)
 {
     own.write(QStringLiteral("applications/mail.desktop"), "no group at all\n\xff\xfe");
     shared.writeEntry(QStringLiteral("mail"), "Mail");
     EXPECT_EQ(nameOf(QStringLiteral("mail")), QStringLiteral("Mail"));
 }
 
-TEST_F(Entries, Files_that_are_no_usable_entries_are_passed_over)
+TEST_F(Entries, Files_that_are_no_usable_entries_are_skipped)
 {
     shared.write(QStringLiteral("applications/empty.desktop"), "");
     shared.write(QStringLiteral("applications/link.desktop"),
@@ -213,7 +213,7 @@ TEST_F(Entries, Files_that_are_no_usable_entries_are_passed_over)
     EXPECT_EQ(byClass({}, QStringLiteral("good")), QStringLiteral("good"));
 }
 
-TEST_F(Entries, A_folder_that_leads_into_itself_ends)
+TEST_F(Entries, A_folder_that_contains_itself_is_read_only_so_deep)
 {
     shared.writeEntry(QStringLiteral("good"), "Good");
     std::filesystem::create_directory_symlink(

@@ -53,7 +53,7 @@ protected:
 
 } // namespace
 
-TEST_F(Workspaces, What_an_application_opens_is_opened_and_nothing_else)
+TEST_F(Workspaces, A_URL_with_a_handler_is_opened_and_no_other)
 {
     int count = 1;
     char name[] = "test";

@@ -123,7 +123,7 @@ TEST_F(StartingDetached, A_program_that_ends_leaves_nothing_behind)
     process = 0;
 }
 
-TEST_F(StartingDetached, What_cannot_be_loaded_is_none)
+TEST_F(StartingDetached, A_program_that_cannot_be_loaded_is_none)
 {
     const QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     EXPECT_EQ(startDetached({}, environment), std::nullopt);

@@ -62,7 +62,7 @@ TEST(TerminalChoice, The_variable_may_be_a_path_with_arguments)
         QStringList({QStringLiteral("/opt/xterm -fa Mono"), QStringLiteral("/usr/bin/xterm")}));
 }
 
-TEST(TerminalChoice, A_variable_that_names_nothing_installed_is_passed_over)
+TEST(TerminalChoice, A_variable_that_names_nothing_installed_is_skipped)
 {
     const auto find = installed({QStringLiteral("konsole")});
     EXPECT_EQ(commands(terminalCandidates(QStringLiteral("missing"), find, noLinks)),
@@ -199,7 +199,7 @@ TEST(BrowserChoice, A_default_browser_without_such_an_action_is_simply_started)
               expected);
 }
 
-TEST(BrowserChoice, An_entry_whose_program_is_gone_is_passed_over)
+TEST(BrowserChoice, An_entry_whose_program_is_gone_is_skipped)
 {
     const std::vector<LaunchableEntry> entries{
         entry(QStringLiteral("google-chrome"), QStringLiteral("/opt/chrome %U"))};

@@ -40,11 +40,13 @@ protected:
         return QDBusConnection::connectToBus(bus.address(), QStringLiteral("another"));
     }
 
-    /// As another program asks, while this one's events are handled.
-    RunningAnswer ask(const QByteArray& startupID = {}, std::chrono::milliseconds limit = 10s)
+    /// Activates as another process does, while this one handles its events.
+    InstanceActivation activate(const QByteArray& startupID = {},
+                                std::chrono::milliseconds limit = 10s)
     {
-        auto answer = std::async(std::launch::async,
-                                 [=] { return askToComeForward(name.toUtf8(), startupID, limit); });
+        auto answer = std::async(std::launch::async, [=] {
+            return activateRunningInstance(name.toUtf8(), startupID, limit);
+        });
         EXPECT_TRUE(QTest::qWaitFor(
             [&] { return answer.wait_for(0s) == std::future_status::ready; }, 20'000));
         return answer.get();
@@ -67,15 +69,15 @@ protected:
     ApplicationService service{name, [this](const QByteArray& id) { requests.push_back(id); }};
 };
 
-TEST_F(ApplicationServiceTest, Who_asks_makes_it_come_forward_with_what_the_launcher_gave)
+TEST_F(ApplicationServiceTest, A_request_activates_it_with_the_launchers_startup_id)
 {
     EXPECT_EQ(service.claim(), NameClaim::owned);
-    EXPECT_EQ(ask("menu_TIME12"), RunningAnswer::comesForward);
-    EXPECT_EQ(ask(), RunningAnswer::comesForward);
+    EXPECT_EQ(activate("menu_TIME12"), InstanceActivation::activated);
+    EXPECT_EQ(activate(), InstanceActivation::activated);
     EXPECT_EQ(requests, (std::vector<QByteArray>{"menu_TIME12", ""}));
 }
 
-TEST_F(ApplicationServiceTest, Every_way_to_activate_it_does)
+TEST_F(ApplicationServiceTest, Every_method_of_the_interface_activates_it)
 {
     ASSERT_EQ(service.claim(), NameClaim::owned);
     EXPECT_EQ(call(QStringLiteral("Open"),
@@ -86,7 +88,7 @@ TEST_F(ApplicationServiceTest, Every_way_to_activate_it_does)
     EXPECT_EQ(requests, (std::vector<QByteArray>{"token", ""}));
 }
 
-TEST_F(ApplicationServiceTest, What_it_does_not_know_is_refused_and_does_nothing)
+TEST_F(ApplicationServiceTest, An_unknown_method_is_refused_and_does_nothing)
 {
     ASSERT_EQ(service.claim(), NameClaim::owned);
     EXPECT_EQ(call(QStringLiteral("ActivateAction"),
@@ -98,64 +100,65 @@ TEST_F(ApplicationServiceTest, What_it_does_not_know_is_refused_and_does_nothing
     EXPECT_EQ(requests, std::vector<QByteArray>{});
 }
 
-TEST_F(ApplicationServiceTest, A_name_that_another_program_has_stays_with_it)
+TEST_F(ApplicationServiceTest, A_name_that_another_program_owns_stays_with_it)
 {
     ASSERT_TRUE(another().registerService(name));
     EXPECT_EQ(service.claim(), NameClaim::takenByAnother);
 }
 
-TEST_F(ApplicationServiceTest, Nobody_is_asked_where_nobody_has_the_name)
+TEST_F(ApplicationServiceTest, Without_an_owner_of_the_name_no_instance_runs)
 {
-    EXPECT_EQ(ask(), RunningAnswer::notRunning);
+    EXPECT_EQ(activate(), InstanceActivation::notRunning);
 }
 
-TEST_F(ApplicationServiceTest, Without_a_bus_nobody_is_found_and_nothing_claimed)
+TEST_F(ApplicationServiceTest, Without_a_bus_no_instance_is_found_and_no_name_claimed)
 {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
     EXPECT_EQ(service.claim(), NameClaim::noBus);
-    EXPECT_EQ(ask(), RunningAnswer::notRunning);
+    EXPECT_EQ(activate(), InstanceActivation::notRunning);
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     qputenv("XDG_RUNTIME_DIR", "/nonexistent");
-    EXPECT_EQ(ask(), RunningAnswer::notRunning);
+    EXPECT_EQ(activate(), InstanceActivation::notRunning);
     qunsetenv("XDG_RUNTIME_DIR");
 }
 
-TEST_F(ApplicationServiceTest, One_that_does_not_answer_is_waited_for_no_longer_than_the_limit)
+TEST_F(ApplicationServiceTest, An_instance_that_does_not_reply_is_waited_for_until_the_limit)
 {
     Application hung(bus);
     hung.freeze();
     const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(askToComeForward(hung.busName().toUtf8(), {}, 300ms), RunningAnswer::silent);
+    EXPECT_EQ(activateRunningInstance(hung.busName().toUtf8(), {}, 300ms),
+              InstanceActivation::timedOut);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
 }
 
-TEST_F(ApplicationServiceTest, One_that_does_not_answer_is_waited_for_no_longer_than_anybody_waits)
+TEST_F(ApplicationServiceTest, An_instance_that_does_not_reply_is_waited_for_until_the_interruption)
 {
     Application hung(bus);
     hung.freeze();
     std::array<int, 2> pipe{};
     ASSERT_EQ(::pipe(pipe.data()), 0);
     auto answer = std::async(std::launch::async, [itsName = hung.busName().toUtf8(), &pipe] {
-        return askToComeForward(itsName, {}, 20s, pipe.at(0));
+        return activateRunningInstance(itsName, {}, 20s, pipe.at(0));
     });
     ASSERT_EQ(answer.wait_for(200ms), std::future_status::timeout);
     ASSERT_EQ(::write(pipe.at(1), "x", 1), 1);
     EXPECT_EQ(answer.wait_for(10s), std::future_status::ready);
-    EXPECT_EQ(answer.get(), RunningAnswer::interrupted);
+    EXPECT_EQ(answer.get(), InstanceActivation::interrupted);
     ::close(pipe.at(0));
     ::close(pipe.at(1));
 }
 
-TEST_F(ApplicationServiceTest, One_that_ends_while_it_is_asked_is_not_waited_for)
+TEST_F(ApplicationServiceTest, An_instance_that_ends_before_it_replies_is_not_waited_for)
 {
     Application dying(bus);
     dying.freeze();
     const QByteArray itsName = dying.busName().toUtf8();
-    auto answer =
-        std::async(std::launch::async, [itsName] { return askToComeForward(itsName, {}, 20s); });
+    auto answer = std::async(std::launch::async,
+                             [itsName] { return activateRunningInstance(itsName, {}, 20s); });
     ASSERT_EQ(answer.wait_for(200ms), std::future_status::timeout);
     ::kill(dying.process(), SIGKILL);
-    EXPECT_EQ(answer.get(), RunningAnswer::ended);
+    EXPECT_EQ(answer.get(), InstanceActivation::ended);
 }
 
 } // namespace

@@ -41,7 +41,7 @@ PrivateBus::PrivateBus()
         "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
         "<allow own=\"*\"/></policy></busconfig>");
     configuration.close();
-    // Without the bus's unique id, which a later one at the same place does not have.
+    // Without the unique id of the bus, which a later bus at the same address does not have.
     m_address = QStringLiteral("unix:path=") + m_directory.filePath(QStringLiteral("socket"));
     start();
 }
@@ -52,7 +52,7 @@ void PrivateBus::start()
         QStringLiteral("dbus-daemon"),
         {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
          QStringLiteral("--config-file=") + m_directory.filePath(QStringLiteral("bus.conf"))});
-    // It says its address once it listens.
+    // It prints its address once it listens.
     readLine(m_daemon);
 }
 

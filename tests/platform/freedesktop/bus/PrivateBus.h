@@ -56,7 +56,7 @@ private:
     QString m_connectionName;
 };
 
-/// What tells on a session bus where the accessibility bus is.
+/// Gives the address of the accessibility bus on a session bus.
 class Launcher : public QDBusVirtualObject
 {
 public:
@@ -85,10 +85,10 @@ public:
     QString busName() const { return m_busName; }
     ProcessID process() const { return static_cast<ProcessID>(m_process.processId()); }
 
-    /// Returns when it is so.
+    /// Returns once it does so.
     void behave(const QJsonObject& behaviour);
 
-    /// How often it was called for the method so far.
+    /// How often the method was called so far.
     int called(const QString& method);
 
     /// Stops its process, so that it answers nothing; undone before it is ended.

@@ -225,7 +225,7 @@ TEST_F(IconFiles, A_larger_picture_is_scaled_down_and_a_smaller_one_left_as_it_i
     EXPECT_EQ(load(png(16, Qt::red), 48).size(), QSize(16, 16));
 }
 
-TEST_F(IconFiles, A_drawing_is_drawn_at_the_size_that_was_asked_for)
+TEST_F(IconFiles, A_drawing_is_drawn_at_the_requested_size)
 {
     const QImage image = load(greenDrawing, 64);
     EXPECT_EQ(image.size(), QSize(64, 64));
@@ -248,7 +248,7 @@ TEST_F(IconFiles, An_XPM_picture_is_read)
     EXPECT_EQ(image.pixelColor(1, 1), QColor(Qt::blue));
 }
 
-TEST_F(IconFiles, What_is_no_picture_gives_none)
+TEST_F(IconFiles, A_file_that_is_no_picture_gives_none)
 {
     EXPECT_TRUE(load("", 48).isNull());
     EXPECT_TRUE(load("plain text", 48).isNull());
@@ -379,7 +379,7 @@ TEST_F(IconsOfApplications, Without_a_source_of_window_icons_there_is_a_null_ima
     EXPECT_TRUE(alone.icon(WindowItem{}, 16).isNull());
 }
 
-TEST_F(IconsOfApplications, An_icon_is_kept_until_the_installed_applications_change)
+TEST_F(IconsOfApplications, An_icon_is_cached_until_the_installed_applications_change)
 {
     const QString file = data.path(QStringLiteral("own.png"));
     data.write(QStringLiteral("own.png"), png(16, Qt::red));

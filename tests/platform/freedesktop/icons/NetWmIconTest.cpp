@@ -73,7 +73,7 @@ TEST(NetWmIcon, Rows_and_transparency_are_kept)
     EXPECT_EQ(image.pixel(1, 1), blue);
 }
 
-TEST(NetWmIcon, What_is_not_a_picture_gives_none)
+TEST(NetWmIcon, Data_that_is_no_picture_gives_none)
 {
     const std::vector<Data> lies{
         {},
@@ -102,7 +102,7 @@ TEST(NetWmIcon, A_lying_header_leaves_the_pictures_before_it)
     EXPECT_EQ(image.pixel(0, 0), red);
 }
 
-TEST(NetWmIcon, A_wholly_transparent_picture_is_passed_over)
+TEST(NetWmIcon, A_wholly_transparent_picture_is_skipped)
 {
     Data data;
     append(data, 32, 32, 0x00ffffff);
@@ -116,7 +116,7 @@ TEST(NetWmIcon, A_request_for_no_pixels_gives_none)
     EXPECT_TRUE(iconFromNetWmIcon(threeSizes(), -5).isNull());
 }
 
-TEST(NetWmIcon, Any_numbers_give_at_most_the_pixels_that_were_asked_for)
+TEST(NetWmIcon, Random_data_gives_at_most_the_requested_pixels)
 {
     for (std::uint32_t seed = 0; seed < 2000; ++seed) {
         std::mt19937 random(seed);

@@ -1,10 +1,10 @@
-// A desktop under one of the window managers, with all that acts on its windows.
+// A desktop under one of the window managers, with everything that acts on its windows.
 #pragma once
 
 #include "platform/freedesktop/applications/ApplicationLauncher.h"
 #include "platform/freedesktop/icons/ApplicationIcons.h"
+#include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/StartupIdLookup.h"
-#include "platform/x11/actions/WindowActor.h"
 #include "platform/x11/actions/X11Applications.h"
 #include "platform/x11/actions/X11WindowActions.h"
 #include "support/desktop/X11Desktop.h"
@@ -24,7 +24,7 @@
 
 namespace kelpa::test {
 
-/// The two that are tested everywhere, and the others where they are installed.
+/// Two are tested everywhere, the others where they are installed.
 inline std::vector<WindowManagerKind> testedWindowManagers()
 {
     std::vector<WindowManagerKind> kinds{WindowManagerKind::openbox, WindowManagerKind::xfwm4};
@@ -64,9 +64,9 @@ std::chrono::milliseconds durationOf(Work work)
 class ActingDesktop : public ::testing::TestWithParam<WindowManagerKind>
 {
 protected:
-    /// The window with the title, once it is listed and shown, since a window manager that lists it
-    /// first may give it the keyboard only with its first picture; one with number 0 when it never
-    /// is.
+    /// The window with the title, once it is listed and shown: a window manager that lists it
+    /// before it is shown may give it the focus only with its first frame. With number 0 when it
+    /// never is.
     WindowItem listed(const QString& title)
     {
         WindowItem window;
@@ -91,7 +91,7 @@ protected:
         return listed(QString::fromUtf8(title));
     }
 
-    /// One of this program's own, which has no number.
+    /// A window of this program, which has no number.
     xcb_window_t openOwnWindow()
     {
         const xcb_window_t own = client.open({.title = "own"});
@@ -111,7 +111,7 @@ protected:
 
     bool isActive(const WindowItem& window) { return active() == idOf(window); }
 
-    /// The upper end of the stack of the desktop that is shown, from the bottom up.
+    /// The topmost windows of the current desktop's stacking order, from bottom to top.
     std::vector<xcb_window_t> topmost(std::size_t count)
     {
         std::vector<xcb_window_t> stack = client.words(client.root(), "_NET_CLIENT_LIST_STACKING");
@@ -161,10 +161,10 @@ protected:
 
     void bringForward(const QList<WindowItem>& windows)
     {
-        kelpa::bringForward(windows, applications, accessibility);
+        kelpa::bringForward(windows, applications, windowActions);
     }
 
-    /// Returns when the window manager has carried out everything asked so far.
+    /// Returns when the window manager has carried out all requests so far.
     void awaitManager()
     {
         const xcb_window_t probe = client.open({.title = "probe"});
@@ -179,20 +179,20 @@ protected:
     TestClient client{xServer.display()};
     X11Surroundings surroundings;
     std::unique_ptr<x11::X11WindowServer> server = surroundings.makeServer(xServer.display());
-    x11::WindowActor actor{std::make_shared<x11::DisplayConnector>(xServer.display()),
-                           [this](WindowID number) { return server->clientWindow(number); }};
-    x11::StartupIdLookup startupMarks{
+    x11::EwmhPager pager{std::make_shared<x11::DisplayConnector>(xServer.display()),
+                         [this](WindowID number) { return server->clientWindow(number); }};
+    x11::StartupIdLookup startupIDs{
         std::make_shared<x11::DisplayConnector>(xServer.display()),
         [this](WindowID number) { return server->clientWindow(number); }};
-    x11::X11WindowActions accessibility{server->trust(), actor};
+    x11::X11WindowActions windowActions{server->trust(), pager};
     DesktopEntries entries{{}};
     IconLookup lookup{entries, {}};
     ApplicationIcons icons{entries, lookup, {}};
     ApplicationLauncher launcher{entries};
-    x11::X11Applications applications{xServer.display(), actor, startupMarks, icons, launcher};
+    x11::X11Applications applications{xServer.display(), pager, startupIDs, icons, launcher};
 };
 
-/// A terminal of its own process, with nothing in it that ends.
+/// A terminal in a process of its own, running a command that does not end.
 class Terminal
 {
 public:
@@ -200,8 +200,8 @@ public:
         : m_program(display, QStringLiteral("xterm"),
                     {QStringLiteral("-T"), title, QStringLiteral("-e"), QStringLiteral("cat")})
     {
-        // Asked to close before that which runs in it has started, it misses that: until then a
-        // hang-up is ignored.
+        // A terminal ignores the hang-up until its command has started, and would miss a request to
+        // close.
         const auto contents = [](const QString& path) {
             QFile file(path);
             return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();

@@ -10,130 +10,131 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using NamedTimes = std::vector<std::uint32_t>;
+using Timestamps = std::vector<std::uint32_t>;
 
 constexpr ActivationLimits limits{250ms, 1000ms, 1000ms};
-constexpr std::uint32_t atReading = ActivationRetry::timeOfReading;
+constexpr std::uint32_t currentTime = ActivationRetry::currentTime;
 
-class ForwardPolicies : public ::testing::Test
+class ActivationRetryTest : public ::testing::Test
 {
 protected:
-    /// Asks until nothing more may be asked or waited for; the server's time is 500, then 501, ...
-    /// The window manager confirms the request with the given number; with none, none of them.
-    NamedTimes ask(std::optional<std::uint32_t> inputTime = std::nullopt,
-                   std::optional<std::size_t> confirmed = std::nullopt)
+    /// Requests one activation until no further request is due, and returns the timestamps. The
+    /// server's time is 500, then 501, ... The window manager confirms the request with the given
+    /// number; absent: none of them.
+    Timestamps activate(std::optional<std::uint32_t> inputTime = std::nullopt,
+                        std::optional<std::size_t> confirmed = std::nullopt)
     {
-        policy.begin(now, inputTime);
-        NamedTimes named;
-        while (policy.mayAsk()) {
-            named.push_back(policy.timeToName(500 + static_cast<std::uint32_t>(named.size())));
-            if (policy.wait() == 0ms) {
+        retry.begin(now, inputTime);
+        Timestamps sent;
+        while (retry.mayRequest()) {
+            sent.push_back(retry.nextTimestamp(500 + static_cast<std::uint32_t>(sent.size())));
+            if (retry.timeout() == 0ms) {
                 break;
             }
-            if (named.size() == confirmed) {
-                policy.noteConfirmed();
+            if (sent.size() == confirmed) {
+                retry.recordConfirmation();
             } else {
-                now += policy.wait();
-                policy.noteUnanswered(policy.wait());
+                now += retry.timeout();
+                retry.recordTimeout(retry.timeout());
             }
         }
-        policy.end(now);
-        return named;
+        retry.end(now);
+        return sent;
     }
 
-    ActivationRetry::Moment now{1h};
-    ActivationRetry policy{limits};
+    ActivationRetry::Clock::time_point now{1h};
+    ActivationRetry retry{limits};
 };
 
 } // namespace
 
-TEST_F(ForwardPolicies, A_confirmed_request_is_the_only_one)
+TEST_F(ActivationRetryTest, A_confirmed_request_is_the_only_one)
 {
-    EXPECT_EQ(ask(std::nullopt, 1), NamedTimes({500}));
-    EXPECT_EQ(ask(std::nullopt, 1), NamedTimes({500}));
+    EXPECT_EQ(activate(std::nullopt, 1), Timestamps({500}));
+    EXPECT_EQ(activate(std::nullopt, 1), Timestamps({500}));
 }
 
-TEST_F(ForwardPolicies, The_second_request_leaves_its_time_to_who_reads_it_and_is_the_last)
+TEST_F(ActivationRetryTest, The_second_request_has_the_current_time_and_is_the_last)
 {
-    EXPECT_EQ(ask(), NamedTimes({500, atReading}));
+    EXPECT_EQ(activate(), Timestamps({500, currentTime}));
 }
 
-TEST_F(ForwardPolicies, The_time_of_the_person_is_named_before_the_servers)
+TEST_F(ActivationRetryTest, The_input_time_is_sent_before_the_servers_time)
 {
-    EXPECT_EQ(ask(400, 1), NamedTimes({400}));
-    EXPECT_EQ(ask(400), NamedTimes({400, 501, atReading}));
+    EXPECT_EQ(activate(400, 1), Timestamps({400}));
+    EXPECT_EQ(activate(400), Timestamps({400, 501, currentTime}));
 }
 
-TEST_F(ForwardPolicies, A_server_that_tells_no_time_leaves_it_to_who_reads_it)
+TEST_F(ActivationRetryTest, Without_a_server_time_the_current_time_is_sent)
 {
-    policy.begin(now, std::nullopt);
-    EXPECT_EQ(policy.timeToName(std::nullopt), atReading);
-    EXPECT_EQ(policy.timeToName(500), atReading);
+    retry.begin(now, std::nullopt);
+    EXPECT_EQ(retry.nextTimestamp(std::nullopt), currentTime);
+    EXPECT_EQ(retry.nextTimestamp(500), currentTime);
 }
 
-TEST_F(ForwardPolicies, No_time_is_named_after_one_that_was_left_open_until_a_request_is_confirmed)
+TEST_F(ActivationRetryTest, After_the_current_time_no_other_is_sent_until_a_request_is_confirmed)
 {
-    ask();
-    EXPECT_EQ(ask(400, 2), NamedTimes({atReading, atReading}));
-    EXPECT_EQ(ask(400, 1), NamedTimes({400}));
+    activate();
+    EXPECT_EQ(activate(400, 2), Timestamps({currentTime, currentTime}));
+    EXPECT_EQ(activate(400, 1), Timestamps({400}));
 }
 
-TEST_F(ForwardPolicies, A_confirmation_closes_a_time_that_was_left_open)
+TEST_F(ActivationRetryTest, After_a_confirmation_the_servers_time_is_sent_again)
 {
-    ask(std::nullopt, 2);
-    EXPECT_EQ(ask(std::nullopt, 1), NamedTimes({500}));
+    activate(std::nullopt, 2);
+    EXPECT_EQ(activate(std::nullopt, 1), Timestamps({500}));
 }
 
-TEST_F(ForwardPolicies, A_request_is_waited_for_a_quarter_of_a_second)
+TEST_F(ActivationRetryTest, The_confirmation_of_a_request_is_awaited_for_a_quarter_of_a_second)
 {
-    policy.begin(now, std::nullopt);
-    EXPECT_EQ(policy.wait(), 250ms);
+    retry.begin(now, std::nullopt);
+    EXPECT_EQ(retry.timeout(), 250ms);
 }
 
-TEST_F(ForwardPolicies, A_row_is_waited_for_a_second_and_then_asked_once_each)
+TEST_F(ActivationRetryTest, A_batch_waits_one_second_in_all_and_then_sends_one_request_per_window)
 {
     const auto begun = now;
-    ask();
-    ask();
+    activate();
+    activate();
     EXPECT_EQ(now - begun, 1000ms);
-    EXPECT_EQ(ask().size(), 1U);
-    EXPECT_EQ(ask().size(), 1U);
+    EXPECT_EQ(activate().size(), 1U);
+    EXPECT_EQ(activate().size(), 1U);
     EXPECT_EQ(now - begun, 1000ms);
 }
 
-TEST_F(ForwardPolicies, What_is_left_of_a_row_is_all_that_is_waited)
+TEST_F(ActivationRetryTest, No_request_waits_longer_than_its_batch_has_left)
 {
-    policy.begin(now, std::nullopt);
-    policy.noteUnanswered(900ms);
-    EXPECT_EQ(policy.wait(), 100ms);
-    policy.noteUnanswered(150ms);
-    EXPECT_EQ(policy.wait(), 0ms);
+    retry.begin(now, std::nullopt);
+    retry.recordTimeout(900ms);
+    EXPECT_EQ(retry.timeout(), 100ms);
+    retry.recordTimeout(150ms);
+    EXPECT_EQ(retry.timeout(), 0ms);
 }
 
-TEST_F(ForwardPolicies, A_confirmation_gives_the_row_its_whole_time_again)
+TEST_F(ActivationRetryTest, A_confirmation_restores_the_whole_time_of_the_batch)
 {
-    policy.begin(now, std::nullopt);
-    policy.noteUnanswered(900ms);
-    policy.noteConfirmed();
-    policy.noteUnanswered(800ms);
-    EXPECT_EQ(policy.wait(), 200ms);
+    retry.begin(now, std::nullopt);
+    retry.recordTimeout(900ms);
+    retry.recordConfirmation();
+    retry.recordTimeout(800ms);
+    EXPECT_EQ(retry.timeout(), 200ms);
 }
 
-TEST_F(ForwardPolicies, A_pause_of_more_than_a_second_ends_the_row)
+TEST_F(ActivationRetryTest, A_pause_of_more_than_a_second_ends_the_batch)
 {
-    ask();
-    ask();
+    activate();
+    activate();
     now += 1000ms;
-    EXPECT_EQ(ask().size(), 1U) << "the pause is not longer yet";
+    EXPECT_EQ(activate().size(), 1U) << "the pause is not longer yet";
     now += 1001ms;
-    EXPECT_EQ(ask().size(), 2U);
+    EXPECT_EQ(activate().size(), 2U);
 }
 
-TEST_F(ForwardPolicies, What_was_asked_for_may_still_come_within_a_second)
+TEST_F(ActivationRetryTest, An_activation_is_pending_for_a_second)
 {
-    EXPECT_FALSE(policy.isUnderWay(now)) << "nothing was asked for";
-    ask();
-    EXPECT_TRUE(policy.isUnderWay(now));
-    EXPECT_TRUE(policy.isUnderWay(now + 999ms));
-    EXPECT_FALSE(policy.isUnderWay(now + 1000ms));
+    EXPECT_FALSE(retry.isPending(now)) << "nothing was requested";
+    activate();
+    EXPECT_TRUE(retry.isPending(now));
+    EXPECT_TRUE(retry.isPending(now + 999ms));
+    EXPECT_FALSE(retry.isPending(now + 1000ms));
 }

@@ -29,13 +29,13 @@ protected:
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
-    /// Launches, and gives the identifier under which the new window is listed.
+    /// Launches, and returns the identifier under which the new window is listed.
     std::optional<QString> launchAndList(LaunchableApplication application,
                                          const QProcessEnvironment& environment)
     {
         DesktopEntries installed{{data.path()}, std::chrono::milliseconds(0)};
         ApplicationLauncher own(installed, std::chrono::seconds(5), environment);
-        x11::X11Applications launching(xServer.display(), actor, startupMarks, icons, own);
+        x11::X11Applications launching(xServer.display(), pager, startupIDs, icons, own);
         x11::X11WindowServer listing({std::make_shared<x11::DisplayConnector>(xServer.display()),
                                       installed, nullptr, surroundings.reservation,
                                       surroundings.reservation.reservedUpTo,
@@ -83,7 +83,7 @@ TEST_P(Launching, The_terminal_variable_may_name_a_script)
               QStringLiteral("my-xterm"));
     EXPECT_EQ(m_expected, QStringLiteral("my-xterm"));
 
-    // What it was told of the moment it was asked for is of this server.
+    // The timestamp in its startup id comes from this server.
     QFile file(QStringLiteral("/proc/%1/environ").arg(m_launched));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     QByteArray startupID;
@@ -97,7 +97,7 @@ TEST_P(Launching, The_terminal_variable_may_name_a_script)
     EXPECT_GT(startupID.mid(time + 5).toUInt(), 0U) << startupID.constData();
 }
 
-TEST_P(Launching, The_system_terminal_is_known_by_what_it_stands_for)
+TEST_P(Launching, The_system_terminal_is_known_by_the_program_it_links_to)
 {
     data.writeEntry(QStringLiteral("my-xterm"), "XTerm", "Exec=xterm\nStartupWMClass=XTerm");
     const QString xterm = QStandardPaths::findExecutable(QStringLiteral("xterm"));
@@ -122,14 +122,15 @@ TEST_P(Launching, A_browser_is_asked_for_a_new_window)
     EXPECT_EQ(m_expected, QStringLiteral("chromium"));
 }
 
-TEST_P(Launching, What_a_script_leaves_behind_is_told_from_other_windows_by_where_it_comes_from)
+TEST_P(Launching, The_window_of_a_script_that_has_ended_is_identified_by_the_origin_of_its_process)
 {
-    // It has ended before the window comes, which is in another session and of no installed entry.
+    // The script ends before the window opens, and the window is in another session and belongs to
+    // no installed entry.
     writeScript(QStringLiteral("my-terminal"), "setsid xterm -T launched -e cat &");
     QProcessEnvironment environment = environmentWithPath(qEnvironmentVariable("PATH"));
     environment.insert(QStringLiteral("TERMINAL"), data.path(QStringLiteral("bin/my-terminal")));
     ApplicationLauncher own(entries, std::chrono::milliseconds(100), environment);
-    x11::X11Applications launching(xServer.display(), actor, startupMarks, icons, own);
+    x11::X11Applications launching(xServer.display(), pager, startupIDs, icons, own);
     const auto launch = launching.launch(LaunchableApplication::terminal);
     ASSERT_TRUE(launch);
     EXPECT_EQ(launch->bundleIdentifier, std::nullopt);
@@ -140,18 +141,18 @@ TEST_P(Launching, What_a_script_leaves_behind_is_told_from_other_windows_by_wher
     EXPECT_EQ(launching.windowOf(*launch, {other, launched}), launched.id);
     EXPECT_EQ(launching.windowOf(*launch, {other}), std::nullopt);
 
-    // The next one is not taken for this one.
+    // The next launch is not mistaken for this one.
     const auto next = launching.launch(LaunchableApplication::terminal);
     ASSERT_TRUE(next);
     EXPECT_EQ(launching.windowOf(*next, {other, launched}), std::nullopt);
 }
 
-TEST_P(Launching, A_window_that_a_running_program_opens_for_it_is_told_by_its_startup_id)
+TEST_P(Launching, A_window_that_a_running_program_opens_for_it_is_identified_by_its_startup_id)
 {
     QProcessEnvironment environment = environmentWithPath(data.path(QStringLiteral("bin")));
     writeScript(QStringLiteral("xterm"), "exit 0");
     ApplicationLauncher own(entries, std::chrono::milliseconds(100), environment);
-    x11::X11Applications launching(xServer.display(), actor, startupMarks, icons, own);
+    x11::X11Applications launching(xServer.display(), pager, startupIDs, icons, own);
     const auto launch = launching.launch(LaunchableApplication::terminal);
     ASSERT_TRUE(launch);
     const WindowItem other = openWindow(client, "other");

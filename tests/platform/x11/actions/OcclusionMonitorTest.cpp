@@ -23,23 +23,24 @@ using namespace kelpa::test;
 
 namespace {
 
-/// A display of 1280 by 800 with a window of Kelpa's and those of another program.
-class CoveredWindow : public testing::Test
+/// A display of 1280 by 800 pixels with a window of Kelpa's and windows of another program.
+class OccludedWindow : public testing::Test
 {
 protected:
     void watch(xcb_window_t window)
     {
         subscription = std::make_unique<x11::OcclusionMonitor>(
-            connector, scheduler, window, [this](bool isCovered) { changes.push_back(isCovered); });
+            connector, scheduler, window,
+            [this](bool isOccluded) { changes.push_back(isOccluded); });
     }
 
-    /// What has been told by the time the server has carried out everything asked so far.
-    bool tells(const std::vector<bool>& expected)
+    /// Compares the changes reported once the server has carried out all requests so far.
+    bool reports(const std::vector<bool>& expected)
     {
         other.sync();
-        const bool isTold = waitUntil([&] { return changes.size() >= expected.size(); });
+        const bool isReported = waitUntil([&] { return changes.size() >= expected.size(); });
         EXPECT_EQ(changes, expected);
-        return isTold && changes == expected;
+        return isReported && changes == expected;
     }
 
     ProgramArguments arguments;
@@ -58,8 +59,8 @@ const TestWindow all{.x = 0, .y = 0, .width = 1280, .height = 800, .title = "all
 const TestWindow left{.x = 0, .y = 0, .width = 640, .height = 800, .title = "left"};
 const TestWindow right{.x = 640, .y = 0, .width = 640, .height = 800, .title = "right"};
 
-/// A watch that has begun.
-class WatchedWindow : public CoveredWindow
+/// The monitor is connected and reports changes.
+class WatchedWindow : public OccludedWindow
 {
 protected:
     void SetUp() override
@@ -70,11 +71,11 @@ protected:
         ASSERT_TRUE(waitUntil([&] {
             const xcb_window_t above = other.open(all);
             other.sync();
-            const bool isTold =
+            const bool isReported =
                 waitUntil([this] { return !changes.empty(); }, std::chrono::milliseconds(20));
             other.destroy(above);
             other.sync();
-            return isTold;
+            return isReported;
         }));
         ASSERT_TRUE(waitUntil([this] { return !changes.back(); }));
         changes.clear();
@@ -83,50 +84,50 @@ protected:
     xcb_window_t window = XCB_WINDOW_NONE;
 };
 
-TEST_F(WatchedWindow, Is_covered_once_another_lies_all_over_it_and_until_it_is_in_front)
+TEST_F(WatchedWindow, Is_occluded_while_another_window_covers_all_of_it_until_it_is_raised)
 {
     other.open(all);
-    EXPECT_TRUE(tells({true}));
+    EXPECT_TRUE(reports({true}));
     own.raise(window);
     own.sync();
-    EXPECT_TRUE(tells({true, false}));
+    EXPECT_TRUE(reports({true, false}));
 }
 
-TEST_F(WatchedWindow, Is_covered_by_several_windows_together)
+TEST_F(WatchedWindow, Is_occluded_by_several_windows_together)
 {
     other.open(left);
     const xcb_window_t second = other.open(right);
-    EXPECT_TRUE(tells({true}));
+    EXPECT_TRUE(reports({true}));
     other.unmap(second);
-    EXPECT_TRUE(tells({true, false}));
+    EXPECT_TRUE(reports({true, false}));
 }
 
-TEST_F(WatchedWindow, Is_not_covered_while_a_strip_of_it_shows)
+TEST_F(WatchedWindow, Is_not_occluded_while_a_strip_of_it_shows)
 {
     TestWindow most = all;
     most.width = 1279;
     const xcb_window_t above = other.open(most);
-    // What is superfluous comes before what is asked for now.
+    // A wrong report would come before the one that this causes.
     const xcb_window_t whole = other.open(all);
-    EXPECT_TRUE(tells({true}));
+    EXPECT_TRUE(reports({true}));
     other.destroy(whole);
-    EXPECT_TRUE(tells({true, false}));
+    EXPECT_TRUE(reports({true, false}));
     other.resize(above, 1280, 800);
-    EXPECT_TRUE(tells({true, false, true}));
+    EXPECT_TRUE(reports({true, false, true}));
 }
 
-TEST_F(WatchedWindow, That_comes_back_in_front_from_being_unmapped_is_not_covered_any_more)
+TEST_F(WatchedWindow, Is_not_occluded_once_it_is_mapped_again_in_front)
 {
     other.open(all);
-    EXPECT_TRUE(tells({true}));
+    EXPECT_TRUE(reports({true}));
     own.unmap(window);
     own.raise(window);
     own.map(window);
     own.sync();
-    EXPECT_TRUE(tells({true, false}));
+    EXPECT_TRUE(reports({true, false}));
 }
 
-TEST_F(WatchedWindow, Under_a_window_manager_is_told_of_too)
+TEST_F(WatchedWindow, Is_reported_under_a_window_manager_too)
 {
     const WindowManager manager(server.display());
     own.maximize(window);
@@ -140,7 +141,7 @@ TEST_F(WatchedWindow, Under_a_window_manager_is_told_of_too)
     EXPECT_TRUE(waitUntil([this] { return !changes.back(); }));
 }
 
-TEST_F(WatchedWindow, Is_told_of_while_windows_are_captured_which_its_own_are_not)
+TEST_F(WatchedWindow, Is_reported_while_windows_of_others_but_not_its_own_are_captured)
 {
     const WindowManager manager(server.display());
     const xcb_window_t captured = other.open(left);
@@ -169,7 +170,7 @@ TEST_F(WatchedWindow, Is_told_of_while_windows_are_captured_which_its_own_are_no
     EXPECT_TRUE(waitUntil([this] { return !changes.empty() && changes.back(); }));
 }
 
-TEST_F(WatchedWindow, Is_not_told_of_once_the_subscription_is_dropped)
+TEST_F(WatchedWindow, Is_not_reported_once_the_subscription_is_dropped)
 {
     subscription.reset();
     other.open(all);
@@ -178,7 +179,7 @@ TEST_F(WatchedWindow, Is_not_told_of_once_the_subscription_is_dropped)
     EXPECT_TRUE(changes.empty());
 }
 
-TEST_F(WatchedWindow, Is_left_as_it_was_by_a_server_that_goes_away)
+TEST_F(WatchedWindow, Keeps_its_state_when_the_server_goes_away)
 {
     server.kill();
     waitUntil([] { return false; }, std::chrono::milliseconds(50));

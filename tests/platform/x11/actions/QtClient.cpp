@@ -1,5 +1,5 @@
-// A Qt program with one window, titled as its argument says. With "--refuse" it does not close when
-// it is asked to, and says so in its title.
+// A Qt program with one window, whose title is the first argument. With "--refuse" it does not
+// close when it is asked to, and shows that in its title.
 
 #include <QCloseEvent>
 #include <QGuiApplication>

@@ -21,8 +21,8 @@ protected:
         return static_cast<ProcessID>(program.processID());
     }
 
-    /// A window that can be asked to close; some programs say so only after they have shown it.
-    WindowItem listedAskable(const QString& title)
+    /// A window that supports a request to close; some programs set that only after showing it.
+    WindowItem listedClosable(const QString& title)
     {
         WindowItem window = listed(title);
         EXPECT_TRUE(
@@ -41,7 +41,7 @@ protected:
 TEST_P(Quitting, A_terminal_closes)
 {
     const Terminal terminal(xServer.display(), QStringLiteral("terminal"));
-    listedAskable(QStringLiteral("terminal"));
+    listedClosable(QStringLiteral("terminal"));
     EXPECT_TRUE(applications.isRunning(terminal.process()));
     applications.requestQuit(terminal.process());
     EXPECT_TRUE(hasEnded(terminal.process()));
@@ -69,7 +69,7 @@ TEST_P(Quitting, A_GTK_program_with_unsaved_text_asks_and_keeps_it)
     ASSERT_TRUE(waitUntil([&] { return dialogs() == 1; }));
     EXPECT_TRUE(applications.isRunning(processOf(editor)));
 
-    // Whoever changes their mind still has the text.
+    // A person who changes their mind still has the text.
     ASSERT_TRUE(waitUntil([&] { return active() != idOf(window); }));
     const Program key(xServer.display(), QStringLiteral("xdotool"),
                       {QStringLiteral("key"), QStringLiteral("Escape")});
@@ -82,7 +82,7 @@ TEST_P(Quitting, A_Qt_program_closes)
 {
     const Program program(xServer.display(), QStringLiteral(KELPA_QT_CLIENT),
                           {QStringLiteral("qt")}, withoutBus());
-    listedAskable(QStringLiteral("qt"));
+    listedClosable(QStringLiteral("qt"));
     applications.requestQuit(processOf(program));
     EXPECT_TRUE(hasEnded(processOf(program)));
 }
@@ -91,7 +91,7 @@ TEST_P(Quitting, A_program_that_refuses_keeps_running)
 {
     const Program program(xServer.display(), QStringLiteral(KELPA_QT_CLIENT),
                           {QStringLiteral("qt"), QStringLiteral("--refuse")}, withoutBus());
-    const WindowItem window = listedAskable(QStringLiteral("qt"));
+    const WindowItem window = listedClosable(QStringLiteral("qt"));
     applications.requestQuit(processOf(program));
     EXPECT_EQ(listed(QStringLiteral("refused")).id, window.id);
     EXPECT_TRUE(applications.isRunning(processOf(program)));
@@ -101,8 +101,8 @@ TEST_P(Quitting, A_minimised_window_and_one_of_another_desktop_close_too)
 {
     const Terminal minimized(xServer.display(), QStringLiteral("minimised"));
     const Terminal elsewhere(xServer.display(), QStringLiteral("elsewhere"));
-    minimize(listedAskable(QStringLiteral("minimised")));
-    const xcb_window_t far = idOf(listedAskable(QStringLiteral("elsewhere")));
+    minimize(listedClosable(QStringLiteral("minimised")));
+    const xcb_window_t far = idOf(listedClosable(QStringLiteral("elsewhere")));
     client.sendToDesktop(far, 1);
     ASSERT_TRUE(waitUntil([&] { return client.word(far, "_NET_WM_DESKTOP") == 1U; }));
     applications.requestQuit(minimized.process());
@@ -125,7 +125,7 @@ TEST_P(Quitting, A_window_that_cannot_be_asked_is_left_alone_and_the_others_are_
     applications.requestQuit(applications.currentProcess());
     awaitManager();
     EXPECT_TRUE(asked.deletions().empty());
-    actor.closeWindows(applications.currentProcess());
+    pager.closeWindows(applications.currentProcess());
     awaitManager();
     EXPECT_EQ(asked.deletions(), std::vector{with});
     unasked.sync();
@@ -147,7 +147,7 @@ TEST_P(Quitting, A_desktop_and_a_dock_are_not_closed)
     const xcb_window_t desktop = openAs("desktop", "_NET_WM_WINDOW_TYPE_DESKTOP");
     const xcb_window_t dock = openAs("dock", "_NET_WM_WINDOW_TYPE_DOCK");
     const xcb_window_t files = openAs("files", "_NET_WM_WINDOW_TYPE_NORMAL");
-    actor.closeWindows(applications.currentProcess());
+    pager.closeWindows(applications.currentProcess());
     awaitManager();
     const std::vector<xcb_window_t> deleted = owner.deletions();
     EXPECT_EQ(deleted, std::vector{files}) << desktop << ' ' << dock;

@@ -25,13 +25,13 @@ protected:
         return window;
     }
 
-    void mark(xcb_window_t window, const QByteArray& id)
+    void setStartupID(xcb_window_t window, const QByteArray& id)
     {
         client.setText(window, "_NET_STARTUP_ID", id);
         client.sync();
     }
 
-    void lead(xcb_window_t window, xcb_window_t leader)
+    void setLeader(xcb_window_t window, xcb_window_t leader)
     {
         client.setWindows(window, "WM_CLIENT_LEADER", {leader});
         client.sync();
@@ -39,13 +39,13 @@ protected:
 
     std::optional<WindowID> first(const std::vector<WindowID>& numbers)
     {
-        return marks.firstWith(startupID, numbers);
+        return lookup.firstWith(startupID, numbers);
     }
 
     XServer server;
     TestClient client{server.display()};
     std::map<WindowID, xcb_window_t> windows;
-    x11::StartupIdLookup marks{
+    x11::StartupIdLookup lookup{
         std::make_shared<x11::DisplayConnector>(server.display()), [this](WindowID number) {
             const auto found = windows.find(number);
             return found == windows.end() ? std::nullopt : std::optional(found->second);
@@ -55,51 +55,53 @@ protected:
 TEST_F(StartupIdLookupTest, A_window_that_carries_the_startup_id_is_found)
 {
     open(1);
-    mark(open(2), startupID);
-    mark(open(3), startupID + '6');
+    setStartupID(open(2), startupID);
+    setStartupID(open(3), startupID + '6');
     EXPECT_EQ(first({1, 2, 3}), 2U);
     EXPECT_EQ(first({1, 3}), std::nullopt);
-    EXPECT_EQ(marks.firstWith({}, {1}), std::nullopt) << "no id, as those without one have";
+    EXPECT_EQ(lookup.firstWith({}, {1}), std::nullopt)
+        << "windows without an id do not match an empty one";
 }
 
 TEST_F(StartupIdLookupTest, A_window_whose_leader_carries_the_startup_id_is_found)
 {
     const xcb_window_t leader = client.create({});
-    mark(leader, startupID);
+    setStartupID(leader, startupID);
     open(1);
-    lead(open(2), leader);
+    setLeader(open(2), leader);
     EXPECT_EQ(first({1, 2}), 2U);
 }
 
-TEST_F(StartupIdLookupTest, Of_several_windows_the_first_in_the_order_asked_for_is_given)
+TEST_F(StartupIdLookupTest, Of_several_windows_the_first_in_the_given_order_is_found)
 {
     const xcb_window_t leader = client.create({});
-    mark(leader, startupID);
-    lead(open(1), leader);
-    mark(open(2), startupID);
+    setStartupID(leader, startupID);
+    setLeader(open(1), leader);
+    setStartupID(open(2), startupID);
     EXPECT_EQ(first({1, 2}), 1U);
     EXPECT_EQ(first({2, 1}), 2U);
 }
 
-TEST_F(StartupIdLookupTest, An_id_that_belongs_to_another_window_by_now_is_passed_over)
+TEST_F(StartupIdLookupTest, A_window_whose_server_id_was_reused_is_skipped)
 {
     const xcb_window_t window = open(1);
-    mark(window, startupID);
+    setStartupID(window, startupID);
     client.setCardinals(window, "_KELPA_WINDOW_NUMBER", {9});
     client.sync();
     EXPECT_EQ(first({1}), std::nullopt);
     EXPECT_EQ(first({8}), std::nullopt) << "not known";
 }
 
-TEST_F(StartupIdLookupTest, A_mark_of_another_shape_a_leader_that_is_gone_or_a_server_gives_none)
+TEST_F(StartupIdLookupTest,
+       A_malformed_id_a_leader_that_is_gone_or_a_server_that_is_gone_yields_none)
 {
     const xcb_window_t window = open(1);
     client.setCardinals(window, "_NET_STARTUP_ID", {1, 2});
-    lead(window, 0x3fffffff);
+    setLeader(window, 0x3fffffff);
     EXPECT_EQ(first({1}), std::nullopt);
-    mark(window, startupID + QByteArray(100000, 'x'));
+    setStartupID(window, startupID + QByteArray(100000, 'x'));
     EXPECT_EQ(first({1}), std::nullopt);
-    mark(window, startupID);
+    setStartupID(window, startupID);
     EXPECT_EQ(first({1}), 1U);
     client.destroy(window);
     client.sync();

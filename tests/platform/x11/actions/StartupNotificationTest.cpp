@@ -1,6 +1,6 @@
 #include "platform/x11/actions/StartupNotification.h"
 
-#include "platform/x11/actions/WindowActor.h"
+#include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/X11OwnWindow.h"
 #include "platform/x11/connection/DisplayConnection.h"
 #include "support/ManualScheduler.h"
@@ -15,7 +15,7 @@ using namespace kelpa::test;
 
 namespace {
 
-TEST(StartupTime, Stands_at_the_end_of_a_startup_id)
+TEST(StartupTime, Is_read_from_the_end_of_a_startup_id)
 {
     EXPECT_EQ(startupTime("menu-12-host_TIME4711"), 4711U);
     EXPECT_EQ(startupTime("a_TIME1_b_TIME4294967295"), 4294967295U);
@@ -28,7 +28,7 @@ TEST(StartupTime, Is_absent_where_there_is_none)
         EXPECT_EQ(startupTime(id), std::nullopt) << id;
 }
 
-class StartupEnd : public testing::Test
+class StartupComplete : public testing::Test
 {
 protected:
     void SetUp() override
@@ -39,14 +39,15 @@ protected:
         listener.sync();
     }
 
-    /// All pieces put together, with the zero that ends them.
+    /// The joined bytes of all messages, with the zeros at their end.
     QByteArray announced(const QByteArray& id)
     {
-        announceStartupEnd(*link, id);
-        // What was sent before is here when this is answered.
-        link->connection().flush();
-        std::free(xcb_get_input_focus_reply(
-            link->connection().raw(), xcb_get_input_focus(link->connection().raw()), nullptr));
+        announceStartupComplete(*display, id);
+        // Once this reply is here, everything sent before it has arrived.
+        display->connection().flush();
+        std::free(xcb_get_input_focus_reply(display->connection().raw(),
+                                            xcb_get_input_focus(display->connection().raw()),
+                                            nullptr));
         return received();
     }
 
@@ -72,22 +73,23 @@ protected:
 
     XServer server;
     TestClient listener{server.display()};
-    std::unique_ptr<DisplayConnection> link = DisplayConnection::open(server.display());
+    std::unique_ptr<DisplayConnection> display = DisplayConnection::open(server.display());
 };
 
-TEST_F(StartupEnd, Is_told_to_everybody_in_pieces)
+TEST_F(StartupComplete, Is_broadcast_in_messages_of_twenty_bytes)
 {
     EXPECT_EQ(announced("menu_TIME1"),
               QByteArray("remove: ID=\"menu_TIME1\"") + QByteArray(17, '\0'));
 }
 
-TEST_F(StartupEnd, A_text_of_full_pieces_is_ended_by_one_more)
+TEST_F(StartupComplete, A_text_that_fills_its_messages_is_ended_by_one_more)
 {
-    // Eleven bytes before it, two quotation marks.
+    // With eleven bytes before it and two quotation marks, the text is twenty bytes long.
     EXPECT_EQ(announced("1234567"), QByteArray("remove: ID=\"1234567\"") + QByteArray(20, '\0'));
 }
 
-TEST_F(StartupEnd, Quotation_marks_are_escaped_and_what_no_launcher_gives_is_not_passed_on)
+TEST_F(StartupComplete,
+       Quotation_marks_are_escaped_and_ids_that_no_launcher_gives_are_not_broadcast)
 {
     EXPECT_TRUE(announced("a\"b\\c").startsWith("remove: ID=\"a\\\"b\\\\c\""));
     EXPECT_EQ(announced("two words"), QByteArray());
@@ -96,24 +98,24 @@ TEST_F(StartupEnd, Quotation_marks_are_escaped_and_what_no_launcher_gives_is_not
     EXPECT_EQ(announced(""), QByteArray());
 }
 
-TEST_F(StartupEnd, Of_every_start_is_told_also_when_the_next_comes_before_the_window)
+TEST_F(StartupComplete, Is_broadcast_for_each_start_also_when_the_next_one_comes_before_the_window)
 {
     const auto connector = std::make_shared<DisplayConnector>(server.display());
-    WindowActor actor(connector, [](kelpa::WindowID) { return std::nullopt; });
+    EwmhPager pager(connector, [](kelpa::WindowID) { return std::nullopt; });
     ManualScheduler scheduler;
-    X11OwnWindow window(connector, actor, scheduler);
+    X11OwnWindow window(connector, pager, scheduler);
     const xcb_window_t own = listener.open({});
     scheduler.holdBackgroundWork(true);
     window.requestFront(own, {.inputTime = std::nullopt, .startupID = "first_TIME1"});
     window.requestFront(own, {.inputTime = std::nullopt, .startupID = "second_TIME2"});
     window.requestFront(own, {});
     scheduler.runBackgroundWork();
-    QByteArray told;
+    QByteArray broadcast;
     EXPECT_TRUE(waitUntil([&] {
-        told += received();
-        return told.contains("remove: ID=\"first_TIME1\"") &&
-               told.contains("remove: ID=\"second_TIME2\"");
-    })) << told.constData();
+        broadcast += received();
+        return broadcast.contains("remove: ID=\"first_TIME1\"") &&
+               broadcast.contains("remove: ID=\"second_TIME2\"");
+    })) << broadcast.constData();
 }
 
 } // namespace

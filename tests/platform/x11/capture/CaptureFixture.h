@@ -50,7 +50,7 @@ protected:
         return id;
     }
 
-    /// The number of a window; looks at the desktop. 0 when it has none.
+    /// The number of a window, by a discovery pass; 0 when it has none.
     WindowID number(const char* title)
     {
         const auto entry = entryNamed(look(*server), QString::fromUtf8(title));
@@ -63,7 +63,7 @@ protected:
         return server->captureWindow({window, {720, 450}, need, next}, {});
     }
 
-    /// A capture once there is a picture, which a window that others cover takes a moment for.
+    /// Captures until there is a picture: an obscured window has to settle first.
     WindowCapture settled(WindowID window)
     {
         std::optional<WindowCapture> result;

@@ -39,7 +39,7 @@ protected:
 class CaptureOnAnyServer : public CaptureOnDisplay
 {};
 
-/// Keeps the contents of the root's children and shows none of them, which is all that counts here.
+/// Redirects the root's children and composites none of them, which is all that matters here.
 class Compositor
 {
 public:
@@ -58,7 +58,7 @@ private:
     TestClient m_client;
 };
 
-/// What the ids of the resources of each client of the server have in common.
+/// The part that the resource ids of each client have in common, for all clients of the server.
 std::set<std::uint32_t> clientsOf(const TestClient& asking)
 {
     std::set<std::uint32_t> clients;
@@ -120,7 +120,7 @@ TEST_F(CaptureOnAnyServer, What_the_display_offers_is_the_answer_to_the_request)
     EXPECT_TRUE(server->requestScreenCapture());
 }
 
-TEST_F(CaptureOnAnyServer, A_connection_that_was_killed_is_made_anew)
+TEST_F(CaptureOnAnyServer, A_killed_connection_is_opened_again)
 {
     open(client, {50, 60, 300, 200, "a", {}, false, red});
     const WindowID id = number("a");
@@ -173,7 +173,7 @@ TEST_F(CaptureOnAnyServer, A_capture_while_another_client_holds_the_server_delay
     EXPECT_TRUE(held.get());
 }
 
-TEST_F(CaptureOnAnyServer, With_a_compositor_the_windows_it_keeps_are_read)
+TEST_F(CaptureOnAnyServer, With_a_compositor_the_windows_it_redirects_are_read)
 {
     const Compositor compositor(xServer.display());
     const xcb_window_t below = open(client, {100, 100, 300, 200, "below", {}, false, red});
@@ -208,7 +208,7 @@ TEST_F(CaptureOnAnyServer, A_compositor_that_starts_or_stops_does_not_matter)
     EXPECT_TRUE(isPlain(settled(id).image, opaque(red)));
 }
 
-TEST_F(CaptureOnAnyServer, A_window_that_is_not_captured_for_a_while_is_no_longer_kept)
+TEST_F(CaptureOnAnyServer, A_window_that_is_not_captured_for_a_while_is_unredirected)
 {
     open(client, {50, 60, 300, 200, "a", {}, false, red});
     open(client, {450, 60, 300, 200, "b", {}, false, red});
@@ -217,7 +217,7 @@ TEST_F(CaptureOnAnyServer, A_window_that_is_not_captured_for_a_while_is_no_longe
     const x11::CaptureTarget targetA{a, server->clientWindow(a).value_or(0)};
     const x11::CaptureTarget targetB{b, server->clientWindow(b).value_or(0)};
     x11::CaptureLimits limits;
-    limits.keeping = std::chrono::milliseconds(100);
+    limits.unredirectAfter = std::chrono::milliseconds(100);
     x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()),
                                  limits);
     const auto take = [&](const x11::CaptureTarget& target) {
@@ -225,7 +225,8 @@ TEST_F(CaptureOnAnyServer, A_window_that_is_not_captured_for_a_while_is_no_longe
     };
     ASSERT_TRUE(take(targetA));
     EXPECT_FALSE(take(targetA));
-    // While only the other is captured, its time passes; then it is met as if for the first time.
+    // Its time passes while only the other is captured; then it counts as captured for the first
+    // time.
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(150);
     ASSERT_TRUE(waitUntil([&] {
         take(targetB);

@@ -42,7 +42,7 @@ TEST_F(Capture, A_window_of_1440_by_900_becomes_720_by_450)
     EXPECT_TRUE(isPlain(result.image.copy(361, 226, 359, 224), opaque(red)));
 }
 
-TEST_F(Capture, Each_direction_is_brought_down_by_itself_and_never_up)
+TEST_F(Capture, Each_direction_is_scaled_down_by_itself_and_never_up)
 {
     open(client, {0, 0, 300, 900, "high", {}});
     const WindowCapture result = settled(number("high"));
@@ -75,7 +75,7 @@ TEST_F(Capture, A_pattern_of_single_pixels_is_averaged_when_reduced_far)
     }
 }
 
-TEST_F(Capture, A_covered_window_shows_its_own_pixels)
+TEST_F(Capture, An_obscured_window_shows_its_own_pixels)
 {
     open(client, {100, 100, 300, 200, "below", {}, false, red});
     const xcb_window_t cover = open(client, {80, 80, 500, 400, "cover", {}, false, green});
@@ -84,15 +84,15 @@ TEST_F(Capture, A_covered_window_shows_its_own_pixels)
     EXPECT_TRUE(isPlain(settled(number("cover")).image, opaque(green)));
 }
 
-TEST_F(Capture, A_covered_window_has_its_time_to_draw_before_it_is_captured)
+TEST_F(Capture, An_obscured_window_has_its_settle_time_before_it_is_captured)
 {
-    // The server paints nothing where this window was covered.
+    // The server paints nothing where this window was obscured.
     const xcb_window_t below = open(client, {100, 100, 300, 200, "below", {}});
     const xcb_window_t cover = open(client, {80, 80, 500, 400, "cover", {}, false, green});
     client.raise(cover);
     const WindowID id = number("below");
     x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()),
-                                 {.settling = 500ms});
+                                 {.settleTime = 500ms});
     // A small part over and over from the start, all of it only much later.
     const auto begin = std::chrono::steady_clock::now();
     const std::jthread drawing([&](const std::stop_token& stop) {
@@ -110,14 +110,14 @@ TEST_F(Capture, A_covered_window_has_its_time_to_draw_before_it_is_captured)
     EXPECT_EQ(result->image.pixel(150, 100), opaque(blue));
 }
 
-TEST_F(Capture, A_capture_that_is_stopped_waits_no_longer_for_a_covered_window)
+TEST_F(Capture, A_stopped_capture_waits_no_longer_for_an_obscured_window)
 {
     const xcb_window_t below = open(client, {100, 100, 300, 200, "below", {}});
     const xcb_window_t cover = open(client, {80, 80, 500, 400, "cover", {}, false, green});
     client.raise(cover);
     const WindowID id = number("below");
     x11::WindowCapturer capturer(std::make_shared<x11::DisplayConnector>(xServer.display()),
-                                 {.settling = 1h});
+                                 {.settleTime = 1h});
     std::stop_source stop;
     auto capturing = std::async(std::launch::async, [&] {
         return capturer.capture({id, below}, {}, {720, 450}, CaptureNeed::always, stop.get_token());
@@ -126,15 +126,15 @@ TEST_F(Capture, A_capture_that_is_stopped_waits_no_longer_for_a_covered_window)
     EXPECT_FALSE(capturing.get().has_value());
 }
 
-TEST_F(Capture, Only_the_window_and_those_that_come_next_are_kept_apart)
+TEST_F(Capture, Only_the_window_and_those_that_come_next_are_redirected)
 {
-    const auto isKept = [&](xcb_window_t window) {
-        const xcb_pixmap_t contents = xcb_generate_id(client.connection());
+    const auto isRedirected = [&](xcb_window_t window) {
+        const xcb_pixmap_t pixmap = xcb_generate_id(client.connection());
         const std::unique_ptr<xcb_generic_error_t, x11::XcbFree> error(xcb_request_check(
             client.connection(),
-            xcb_composite_name_window_pixmap_checked(client.connection(), window, contents)));
+            xcb_composite_name_window_pixmap_checked(client.connection(), window, pixmap)));
         if (!error) {
-            xcb_free_pixmap(client.connection(), contents);
+            xcb_free_pixmap(client.connection(), pixmap);
         }
         return error == nullptr;
     };
@@ -148,12 +148,12 @@ TEST_F(Capture, Only_the_window_and_those_that_come_next_are_kept_apart)
     client.minimize(d);
     ASSERT_TRUE(waitUntil([&] { return look(*server, WindowListScope::onScreen).size() == 3; }));
     ASSERT_TRUE(capture(numberOfA, CaptureNeed::always, {numberOfB, numberOfD}).has_value());
-    EXPECT_TRUE(isKept(a));
-    EXPECT_TRUE(isKept(b));
-    EXPECT_FALSE(isKept(c));
-    EXPECT_FALSE(isKept(d));
+    EXPECT_TRUE(isRedirected(a));
+    EXPECT_TRUE(isRedirected(b));
+    EXPECT_FALSE(isRedirected(c));
+    EXPECT_FALSE(isRedirected(d));
 
-    // What has been got ready for costs one round trip at its turn.
+    // A window redirected ahead costs one round trip at its turn.
     const std::uint64_t before = server->captureTraffic().roundTrips;
     ASSERT_TRUE(capture(numberOfB, CaptureNeed::always, {numberOfA, numberOfD}).has_value());
     EXPECT_EQ(server->captureTraffic().roundTrips, before + 1);

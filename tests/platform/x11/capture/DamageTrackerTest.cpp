@@ -10,80 +10,80 @@ namespace {
 constexpr std::uint32_t window = 7;
 const DamageTracker::Time start{};
 
-class DamageLogOfOneWindow : public ::testing::Test
+class TrackedWindow : public ::testing::Test
 {
 protected:
-    void SetUp() override { log.begin(window, start); }
+    void SetUp() override { tracker.track(window, start); }
 
-    DamageTracker log{150ms};
+    DamageTracker tracker{150ms};
 };
 
 } // namespace
 
-TEST_F(DamageLogOfOneWindow, A_covered_window_is_settled_after_150_milliseconds)
+TEST_F(TrackedWindow, An_obscured_window_settles_after_150_milliseconds)
 {
-    EXPECT_FALSE(log.isSettled(window, start));
-    EXPECT_FALSE(log.isSettled(window, start + 149ms));
-    EXPECT_TRUE(log.isSettled(window, start + 150ms));
+    EXPECT_FALSE(tracker.isSettled(window, start));
+    EXPECT_FALSE(tracker.isSettled(window, start + 149ms));
+    EXPECT_TRUE(tracker.isSettled(window, start + 150ms));
 }
 
-TEST_F(DamageLogOfOneWindow, Drawing_does_not_settle_a_covered_window_before_its_time)
+TEST_F(TrackedWindow, Damage_does_not_settle_an_obscured_window_before_its_time)
 {
-    log.noteRead(window, 10);
-    log.noteDamage(window, 9);
-    log.noteDamage(window, 10);
-    log.noteDamage(window, 11);
-    EXPECT_FALSE(log.isSettled(window, start + 149ms));
-    EXPECT_TRUE(log.isSettled(window, start + 150ms));
+    tracker.noteSubtraction(window, 10);
+    tracker.noteDamage(window, 9);
+    tracker.noteDamage(window, 10);
+    tracker.noteDamage(window, 11);
+    EXPECT_FALSE(tracker.isSettled(window, start + 149ms));
+    EXPECT_TRUE(tracker.isSettled(window, start + 150ms));
 }
 
-TEST_F(DamageLogOfOneWindow, A_window_that_nothing_covers_is_settled_from_the_start)
+TEST_F(TrackedWindow, An_unobscured_window_is_settled_from_the_start)
 {
-    log.noteWhole(window);
-    EXPECT_TRUE(log.isSettled(window, start));
+    tracker.noteUnobscured(window);
+    EXPECT_TRUE(tracker.isSettled(window, start));
 }
 
-TEST_F(DamageLogOfOneWindow, A_window_is_unchanged_from_its_reading_until_it_is_drawn_to)
+TEST_F(TrackedWindow, A_window_is_unchanged_from_its_reading_until_it_is_damaged)
 {
-    EXPECT_TRUE(log.isChanged(window));
-    log.noteRead(window, 10);
-    EXPECT_FALSE(log.isChanged(window));
-    log.noteDamage(window, 12);
-    EXPECT_TRUE(log.isChanged(window));
+    EXPECT_TRUE(tracker.isChanged(window));
+    tracker.noteSubtraction(window, 10);
+    EXPECT_FALSE(tracker.isChanged(window));
+    tracker.noteDamage(window, 12);
+    EXPECT_TRUE(tracker.isChanged(window));
 }
 
-TEST_F(DamageLogOfOneWindow, Damage_from_before_the_reading_is_no_change)
+TEST_F(TrackedWindow, Damage_from_before_the_reading_is_no_change)
 {
-    log.noteRead(window, 10);
-    log.noteDamage(window, 9);
-    EXPECT_FALSE(log.isChanged(window));
+    tracker.noteSubtraction(window, 10);
+    tracker.noteDamage(window, 9);
+    EXPECT_FALSE(tracker.isChanged(window));
 }
 
-TEST_F(DamageLogOfOneWindow, Sequences_that_wrap_are_told_in_their_order)
+TEST_F(TrackedWindow, Sequence_numbers_that_wrap_around_are_compared_in_their_order)
 {
-    log.noteRead(window, 0xFFFFFFF0);
-    log.noteDamage(window, 0xFFFFFFEF);
-    EXPECT_FALSE(log.isChanged(window));
-    log.noteDamage(window, 3);
-    EXPECT_TRUE(log.isChanged(window));
+    tracker.noteSubtraction(window, 0xFFFFFFF0);
+    tracker.noteDamage(window, 0xFFFFFFEF);
+    EXPECT_FALSE(tracker.isChanged(window));
+    tracker.noteDamage(window, 3);
+    EXPECT_TRUE(tracker.isChanged(window));
 }
 
-TEST_F(DamageLogOfOneWindow, A_change_that_is_no_drawing_does_not_settle)
+TEST_F(TrackedWindow, A_change_without_damage_does_not_settle)
 {
-    log.noteRead(window, 10);
-    log.noteChange(window);
-    EXPECT_TRUE(log.isChanged(window));
-    EXPECT_FALSE(log.isSettled(window, start));
+    tracker.noteSubtraction(window, 10);
+    tracker.invalidate(window);
+    EXPECT_TRUE(tracker.isChanged(window));
+    EXPECT_FALSE(tracker.isSettled(window, start));
 }
 
-TEST_F(DamageLogOfOneWindow, A_window_that_is_not_kept_is_changed_and_not_settled)
+TEST_F(TrackedWindow, A_window_that_is_not_tracked_is_changed_and_not_settled)
 {
-    log.noteWhole(window);
-    log.noteRead(window, 10);
-    log.forget(window);
-    log.noteWhole(window);
-    log.noteDamage(window, 12);
-    log.noteRead(window, 13);
-    EXPECT_TRUE(log.isChanged(window));
-    EXPECT_FALSE(log.isSettled(window, start + 10min));
+    tracker.noteUnobscured(window);
+    tracker.noteSubtraction(window, 10);
+    tracker.forget(window);
+    tracker.noteUnobscured(window);
+    tracker.noteDamage(window, 12);
+    tracker.noteSubtraction(window, 13);
+    EXPECT_TRUE(tracker.isChanged(window));
+    EXPECT_FALSE(tracker.isSettled(window, start + 10min));
 }

@@ -60,7 +60,7 @@ TEST_F(UnchangedWindows, Only_the_window_that_changed_is_read)
     EXPECT_EQ(read, std::vector<WindowID>{ids.at(1)});
 }
 
-TEST_F(UnchangedWindows, Drawing_in_a_covered_window_is_noticed)
+TEST_F(UnchangedWindows, Damage_to_an_obscured_window_is_noticed)
 {
     const xcb_window_t below = open(client, {100, 100, 300, 200, "below", {}, false, red});
     const xcb_window_t cover = open(client, {80, 80, 500, 400, "cover", {}, false, green});

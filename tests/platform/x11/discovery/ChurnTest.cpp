@@ -44,7 +44,7 @@ void churn(const QByteArray& display, const std::stop_token& stop, unsigned int 
 
 } // namespace
 
-TEST(Churn, Two_hundred_looks_during_opening_and_closing_never_pass_a_number_on)
+TEST(Churn, Two_hundred_passes_during_opening_and_closing_never_pass_a_number_on)
 {
     const XServer xServer;
     const WindowManager manager(xServer.display());

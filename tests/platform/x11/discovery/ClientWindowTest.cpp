@@ -97,7 +97,7 @@ TEST(WindowVisibility, An_unmapped_window_is_neither_on_screen_nor_minimized)
     EXPECT_FALSE(isMinimized(window, secondDesktop));
 }
 
-TEST(WindowVisibility, Iconic_means_minimized_only_under_a_manager_without_the_newer_mark)
+TEST(WindowVisibility, Iconic_means_minimized_only_under_a_manager_without_the_hidden_state)
 {
     ClientWindow window = shown();
     window.isIconic = true;

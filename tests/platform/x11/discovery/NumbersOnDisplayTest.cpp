@@ -47,7 +47,7 @@ TEST_F(NumbersOnDisplay, The_number_is_kept_with_the_window_and_covered_by_the_c
     EXPECT_EQ(surroundings.reservation.reservedUpTo, 256U);
 }
 
-TEST_F(NumbersOnDisplay, Numbers_survive_a_restart_and_new_ones_start_above_the_floor)
+TEST_F(NumbersOnDisplay, Numbers_survive_a_restart_and_new_ones_start_above_the_high_water_mark)
 {
     openListed(client, "a");
     openListed(client, "b");
@@ -71,7 +71,7 @@ TEST_F(NumbersOnDisplay, Numbers_survive_a_connection_that_was_cut)
     ASSERT_TRUE(reply);
     xcb_kill_client(client.connection(), reply->owner);
     client.sync();
-    // The first look may find the connection cut in the middle.
+    // The first pass may run while the connection is being cut.
     ASSERT_TRUE(waitUntil([&] { return number("a").has_value(); }));
     EXPECT_EQ(number("a"), a);
 }
@@ -109,7 +109,7 @@ TEST_F(NumbersOnDisplay, A_window_under_a_reused_id_gets_a_new_number)
         }
     }
     ASSERT_EQ(second, first);
-    // Even with the number of the dead one, as a client that restores properties may set it.
+    // Even with the tag of the dead one, which a client that restores properties may set.
     tries.back().setCardinals(second, tag, {*firstNumber});
     tries.back().map(second);
     ASSERT_TRUE(waitUntil([&] { return client.isListed(second); }));
@@ -132,7 +132,7 @@ TEST_F(NumbersOnDisplay, Twelve_terminals_in_a_row_get_twelve_numbers)
     EXPECT_FALSE(numbers.contains(0));
 }
 
-TEST_F(NumbersOnDisplay, A_forged_tag_is_noticed_and_put_right)
+TEST_F(NumbersOnDisplay, A_forged_tag_is_noticed_and_corrected)
 {
     const xcb_window_t a = openListed(client, "a");
     const xcb_window_t b = openListed(client, "b");

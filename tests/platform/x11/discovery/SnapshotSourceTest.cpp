@@ -135,7 +135,7 @@ TEST(SnapshotSource, Every_element_bears_the_number_of_its_window)
     EXPECT_EQ(windows->at(1).isMinimized, false);
 }
 
-TEST(SnapshotSource, Documents_are_asked_for_and_the_windows_are_noted)
+TEST(SnapshotSource, Documents_are_looked_up_and_the_windows_are_noted)
 {
     Resolver resolver;
     Documents documents;
@@ -149,7 +149,7 @@ TEST(SnapshotSource, Documents_are_asked_for_and_the_windows_are_noted)
               (std::vector<DocumentQuery>{{70, {10, 20, 300, 200}, QStringLiteral("Report")}}));
 }
 
-TEST(SnapshotSource, The_on_screen_list_leaves_out_what_is_not_seen)
+TEST(SnapshotSource, The_on_screen_list_leaves_out_invisible_windows)
 {
     Resolver resolver;
     ClientWindow hidden = client(2, 70, {}, {});

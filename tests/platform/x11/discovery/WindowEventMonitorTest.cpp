@@ -29,7 +29,7 @@ public:
 class WindowWatching : public ::testing::Test
 {
 protected:
-    /// Waits until no more notices come, then counts anew.
+    /// Waits until no more notifications come, then counts from 0 again.
     void settle()
     {
         ASSERT_TRUE(waitUntil([&] { return notices > 0; }));
@@ -68,7 +68,7 @@ protected:
 
 } // namespace
 
-TEST_F(WindowWatching, Once_the_watch_stands_it_says_so)
+TEST_F(WindowWatching, It_notifies_once_it_is_connected)
 {
     EXPECT_TRUE(isNoticed());
     EXPECT_TRUE(server->isScreenCaptureTrusted());
@@ -96,7 +96,7 @@ TEST_F(WindowWatching, A_renamed_window_is_noticed)
     EXPECT_TRUE(isNoticed());
 }
 
-TEST_F(WindowWatching, Another_icon_is_noticed_and_listed_without_another_question)
+TEST_F(WindowWatching, Another_icon_is_noticed_and_listed_without_another_request)
 {
     const std::vector<std::uint32_t> red{1, 1, 0xffff0000};
     const xcb_window_t window = client.open({100, 100, 300, 200, "a", {}});
@@ -141,11 +141,11 @@ TEST_F(WindowWatching, A_moved_window_is_noticed)
     EXPECT_TRUE(isNoticed());
 }
 
-TEST_F(WindowWatching, A_property_that_shows_nowhere_is_not_noticed)
+TEST_F(WindowWatching, A_property_that_the_board_does_not_show_is_not_noticed)
 {
     const xcb_window_t window = openAndSettle();
     client.setCardinals(window, "_NET_WM_USER_TIME", {5});
-    // Notices come in order: when the later one has come, the earlier one would have as well.
+    // Events arrive in order: when the later one has arrived, so has the earlier one.
     client.setText(window, "_NET_WM_NAME", "b");
     EXPECT_TRUE(isNoticed());
     EXPECT_EQ(notices, 1);
@@ -162,14 +162,15 @@ TEST_F(WindowWatching, A_killed_window_manager_takes_the_trust_and_a_new_one_bri
     EXPECT_TRUE(waitUntil([&] { return server->isScreenCaptureTrusted(); }));
 }
 
-TEST_F(WindowWatching, A_killed_window_manager_whose_hint_stays_is_not_asked_for_again_and_again)
+TEST_F(WindowWatching,
+       A_killed_window_manager_whose_check_property_stays_is_not_read_again_and_again)
 {
     settle();
     Arrivals arrivals;
     application.installEventFilter(&arrivals);
     manager->kill();
     ASSERT_TRUE(waitUntil([&] { return !server->isScreenCaptureTrusted(); }));
-    // Its hint stays on the root window, and what it named is gone.
+    // Its property stays on the root window and names a window that is gone.
     EXPECT_FALSE(waitUntil([&] { return notices > 4; }, std::chrono::milliseconds(600)));
     EXPECT_LT(arrivals.count, 30);
 
@@ -179,7 +180,7 @@ TEST_F(WindowWatching, A_killed_window_manager_whose_hint_stays_is_not_asked_for
     EXPECT_TRUE(isNoticed());
 }
 
-TEST_F(WindowWatching, A_dropped_subscription_hears_nothing)
+TEST_F(WindowWatching, A_dropped_subscription_is_not_notified)
 {
     const xcb_window_t window = openAndSettle();
     watch.reset();
@@ -187,7 +188,7 @@ TEST_F(WindowWatching, A_dropped_subscription_hears_nothing)
     EXPECT_FALSE(waitUntil([&] { return notices > 0; }, std::chrono::milliseconds(300)));
 }
 
-TEST_F(WindowWatching, A_subscription_may_be_dropped_by_its_own_notice)
+TEST_F(WindowWatching, A_subscription_may_be_dropped_by_its_own_notification)
 {
     settle();
     int calls = 0;

@@ -24,7 +24,7 @@ protected:
         }};
 };
 
-TEST_F(WindowIconsTest, A_window_gives_the_picture_that_it_carries)
+TEST_F(WindowIconsTest, The_icon_of_a_window_is_read)
 {
     client.setCardinals(window, "_KELPA_WINDOW_NUMBER", {7});
     client.setCardinals(window, "_NET_WM_ICON", picture);
@@ -32,7 +32,7 @@ TEST_F(WindowIconsTest, A_window_gives_the_picture_that_it_carries)
     EXPECT_EQ(icons.read(7), picture);
 }
 
-TEST_F(WindowIconsTest, A_window_without_a_picture_or_that_is_not_known_gives_none)
+TEST_F(WindowIconsTest, A_window_without_an_icon_or_an_unknown_one_has_none)
 {
     client.setCardinals(window, "_KELPA_WINDOW_NUMBER", {7});
     client.sync();
@@ -40,7 +40,7 @@ TEST_F(WindowIconsTest, A_window_without_a_picture_or_that_is_not_known_gives_no
     EXPECT_TRUE(icons.read(8).empty());
 }
 
-TEST_F(WindowIconsTest, An_id_that_belongs_to_another_window_by_now_gives_none)
+TEST_F(WindowIconsTest, An_id_that_belongs_to_another_window_by_now_has_none)
 {
     client.setCardinals(window, "_KELPA_WINDOW_NUMBER", {8});
     client.setCardinals(window, "_NET_WM_ICON", picture);
@@ -48,7 +48,7 @@ TEST_F(WindowIconsTest, An_id_that_belongs_to_another_window_by_now_gives_none)
     EXPECT_TRUE(icons.read(7).empty());
 }
 
-TEST_F(WindowIconsTest, A_property_of_another_type_or_a_window_that_is_gone_gives_none)
+TEST_F(WindowIconsTest, A_property_of_another_type_or_a_destroyed_window_has_none)
 {
     client.setCardinals(window, "_KELPA_WINDOW_NUMBER", {7});
     client.setText(window, "_NET_WM_ICON", "not a picture");
@@ -59,7 +59,7 @@ TEST_F(WindowIconsTest, A_property_of_another_type_or_a_window_that_is_gone_give
     EXPECT_TRUE(icons.read(7).empty());
 }
 
-TEST_F(WindowIconsTest, A_server_that_has_gone_gives_none)
+TEST_F(WindowIconsTest, A_server_that_has_ended_has_none)
 {
     icons.read(7);
     server.kill();

@@ -1,4 +1,4 @@
-// A display on which another program has the keyboard, and what is heard there.
+// A display on which another program has the focus, and the global keys received there.
 #pragma once
 
 #include "platform/x11/keys/X11GlobalKeys.h"
@@ -27,7 +27,7 @@
 
 namespace kelpa::test {
 
-/// Listened to from the beginning on.
+/// Subscribed from the start.
 class GlobalKeysOnDisplay : public testing::Test
 {
 protected:
@@ -36,24 +36,25 @@ protected:
         const xcb_window_t window = client.open({.title = "other"});
         xcb_set_input_focus(client.connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
         client.sync();
-        listen();
+        subscribe();
         ASSERT_TRUE(waitUntil([this] { return isAvailable; }));
     }
 
-    void listen()
+    void subscribe()
     {
         subscription = keys.watchKeys(
-            {.keyPressed = [this] { heard.emplace_back("key"); },
+            {.keyPressed = [this] { received.emplace_back("key"); },
              .modifiersChanged =
                  [this](const GlobalModifierChange& change) {
                      changes.push_back(change);
-                     heard.push_back(std::string(change.commandIsDown ? "command" : "no command") +
-                                     (change.hasOtherModifiers ? " other" : ""));
+                     received.push_back(
+                         std::string(change.commandIsDown ? "command" : "no command") +
+                         (change.hasOtherModifiers ? " other" : ""));
                  },
              .availabilityChanged = [this](bool is) { isAvailable = is; }});
     }
 
-    /// The key that bears the symbol on its first level.
+    /// The key with the symbol on its first level.
     xcb_keycode_t key(xcb_keysym_t symbol)
     {
         const xcb_setup_t& setup = *xcb_get_setup(client.connection());
@@ -75,26 +76,26 @@ protected:
         return found;
     }
 
-    void move(std::uint8_t type, xcb_keycode_t which)
+    void fakeInput(std::uint8_t type, xcb_keycode_t which)
     {
         xcb_test_fake_input(client.connection(), type, which, 0, client.root(), 0, 0, 0);
         client.sync();
     }
-    void press(xcb_keysym_t symbol) { move(XCB_KEY_PRESS, key(symbol)); }
-    void release(xcb_keysym_t symbol) { move(XCB_KEY_RELEASE, key(symbol)); }
+    void press(xcb_keysym_t symbol) { fakeInput(XCB_KEY_PRESS, key(symbol)); }
+    void release(xcb_keysym_t symbol) { fakeInput(XCB_KEY_RELEASE, key(symbol)); }
     void tap(xcb_keysym_t symbol)
     {
         press(symbol);
         release(symbol);
     }
 
-    void bear(xcb_keycode_t which, xcb_keysym_t symbol)
+    void setSymbol(xcb_keycode_t which, xcb_keysym_t symbol)
     {
         xcb_change_keyboard_mapping(client.connection(), 1, which, 1, &symbol);
         client.sync();
     }
 
-    /// Makes `which` the keys of the fourth modifier, 0 for none.
+    /// Makes `which` the only key of the fourth modifier; 0 for none.
     void makeCommandKey(xcb_keycode_t which)
     {
         xcb_connection_t* const connection = client.connection();
@@ -114,7 +115,7 @@ protected:
         std::free(table);
     }
 
-    /// What the server's clock shows: a property is stamped by it.
+    /// The server's time, which the event of a property change carries.
     InputTime serverTime()
     {
         const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -134,18 +135,19 @@ protected:
         return stamped;
     }
 
-    /// Until the server's clock has gone on by this, in milliseconds.
+    /// Waits until the server's clock has advanced by `time`, in milliseconds.
     void letPass(InputTime time)
     {
         const InputTime begin = serverTime();
         EXPECT_TRUE(waitUntil([&] { return serverTime() - begin >= time; }));
     }
 
-    /// As long as it lives, the server keeps back what keys do, and does it all at its end.
-    class StillKeyboard
+    /// Freezes the keyboard while it lives: the server queues key events and processes them all at
+    /// its end.
+    class FrozenKeyboard
     {
     public:
-        explicit StillKeyboard(TestClient& client) : m_client(client)
+        explicit FrozenKeyboard(TestClient& client) : m_client(client)
         {
             std::free(xcb_grab_keyboard_reply(
                 client.connection(),
@@ -153,9 +155,9 @@ protected:
                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC),
                 nullptr));
         }
-        StillKeyboard(const StillKeyboard&) = delete;
-        StillKeyboard& operator=(const StillKeyboard&) = delete;
-        ~StillKeyboard()
+        FrozenKeyboard(const FrozenKeyboard&) = delete;
+        FrozenKeyboard& operator=(const FrozenKeyboard&) = delete;
+        ~FrozenKeyboard()
         {
             xcb_ungrab_keyboard(m_client.connection(), XCB_CURRENT_TIME);
             m_client.sync();
@@ -165,17 +167,17 @@ protected:
         TestClient& m_client;
     };
 
-    using Heard = std::vector<std::string>;
+    using Received = std::vector<std::string>;
 
-    bool hears(const Heard& expected)
+    bool receives(const Received& expected)
     {
-        // What is superfluous comes before this.
+        // Superfluous events would arrive before this one.
         tap(XK_F12);
-        Heard all = expected;
+        Received all = expected;
         all.emplace_back("key");
-        waitUntil([&] { return heard.size() >= all.size() && heard.back() == "key"; });
-        EXPECT_EQ(heard, all);
-        return heard == all;
+        waitUntil([&] { return received.size() >= all.size() && received.back() == "key"; });
+        EXPECT_EQ(received, all);
+        return received == all;
     }
 
     ProgramArguments arguments;
@@ -184,7 +186,7 @@ protected:
     TestClient client{server.display()};
     LoopScheduler scheduler;
     x11::X11GlobalKeys keys{std::make_shared<x11::DisplayConnector>(server.display()), scheduler};
-    Heard heard;
+    Received received;
     std::vector<GlobalModifierChange> changes;
     bool isAvailable = false;
     std::unique_ptr<Subscription> subscription;

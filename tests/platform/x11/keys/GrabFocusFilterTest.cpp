@@ -17,7 +17,7 @@ struct FocusCase
     const char* name;
     std::uint8_t type;
     std::uint8_t mode;
-    bool isHeard;
+    bool isReceived;
 };
 
 class FocusEvents : public testing::TestWithParam<FocusCase>
@@ -25,17 +25,17 @@ class FocusEvents : public testing::TestWithParam<FocusCase>
 protected:
     test::ProgramArguments arguments;
     QCoreApplication application{arguments.count, arguments.values.data()};
-    GrabFocusFilter borrowed;
+    GrabFocusFilter filter;
 };
 
-TEST_P(FocusEvents, Are_heard_by_the_toolkit_unless_they_tell_of_a_grab)
+TEST_P(FocusEvents, Reach_the_toolkit_unless_a_grab_causes_them)
 {
     xcb_focus_in_event_t event = {};
     event.response_type = GetParam().type;
     event.mode = GetParam().mode;
-    EXPECT_EQ(!borrowed.nativeEventFilter("xcb_generic_event_t", &event, nullptr),
-              GetParam().isHeard);
-    EXPECT_FALSE(borrowed.nativeEventFilter("another_window_system", &event, nullptr));
+    EXPECT_EQ(!filter.nativeEventFilter("xcb_generic_event_t", &event, nullptr),
+              GetParam().isReceived);
+    EXPECT_FALSE(filter.nativeEventFilter("another_window_system", &event, nullptr));
 }
 
 constexpr std::uint8_t sent = 0x80;

@@ -16,8 +16,9 @@ namespace {
 constexpr std::uint8_t mod2 = 1U << 4;
 constexpr std::uint8_t mod4 = 1U << 6;
 
-/// Two symbols a key from key 8 on, two keys a modifier: 8 Shift, 9 Caps Lock, 10 Control, 11 Alt,
-/// 12 Num Lock, 13 and 14 Super, 15 the letter A, 16 AltGr, which is in no table of modifiers.
+/// Two symbols per key from key 8 on, two keys per modifier: 8 Shift, 9 Caps Lock, 10 Control, 11
+/// Alt, 12 Num Lock, 13 and 14 Super, 15 the letter A, 16 AltGr, which is not in the modifier
+/// mapping.
 KeyboardTables ordinaryKeyboard()
 {
     return {.firstKey = 8,
@@ -30,33 +31,33 @@ KeyboardTables ordinaryKeyboard()
 
 TEST(ModifierMap, Super_is_Command_and_the_keypads_lock_is_ignored)
 {
-    const ModifierMap meanings = keyMeanings(ordinaryKeyboard());
-    EXPECT_TRUE(meanings.hasCommand());
-    EXPECT_EQ(meanings.command, mod4);
-    EXPECT_EQ(meanings.ignored, mod2);
+    const ModifierMap map = modifierMapOf(ordinaryKeyboard());
+    EXPECT_TRUE(map.hasCommand());
+    EXPECT_EQ(map.command, mod4);
+    EXPECT_EQ(map.ignored, mod2);
 }
 
-TEST(ModifierMap, Modifier_keys_are_told_from_others_also_those_that_no_table_lists)
+TEST(ModifierMap, Modifier_keys_are_recognised_even_if_the_modifier_mapping_lacks_them)
 {
-    const ModifierMap meanings = keyMeanings(ordinaryKeyboard());
+    const ModifierMap map = modifierMapOf(ordinaryKeyboard());
     for (const int key : {8, 9, 10, 11, 12, 13, 14, 16})
-        EXPECT_TRUE(meanings.isModifierKey.test(static_cast<std::size_t>(key))) << key;
-    EXPECT_EQ(meanings.isModifierKey.count(), 8U);
+        EXPECT_TRUE(map.isModifierKey.test(static_cast<std::size_t>(key))) << key;
+    EXPECT_EQ(map.isModifierKey.count(), 8U);
 }
 
-/// A keyboard of the one key 8, which is in no table of modifiers.
+/// A keyboard with the single key 8, which is not in the modifier mapping.
 bool isModifierByItself(const std::vector<xcb_keysym_t>& symbols)
 {
-    return keyMeanings({.firstKey = 8,
-                        .symbolsOfKey = symbols.size(),
-                        .symbols = symbols,
-                        .modifierKeys = {}})
+    return modifierMapOf({.firstKey = 8,
+                          .symbolsOfKey = symbols.size(),
+                          .symbols = symbols,
+                          .modifierKeys = {}})
         .isModifierKey.test(8);
 }
 
-TEST(ModifierMap, A_key_that_is_typed_is_no_modifier_for_what_it_is_on_a_higher_level)
+TEST(ModifierMap, An_ordinary_key_with_a_modifier_on_a_higher_level_is_no_modifier)
 {
-    // Space goes to the next layout with Super, Tab locks a level in the third.
+    // Space switches to the next layout with Super, Tab locks a level in the third group.
     EXPECT_FALSE(
         isModifierByItself({XK_space, XK_ISO_Next_Group, XK_space, XK_ISO_Next_Group, 0, 0}));
     EXPECT_FALSE(isModifierByItself(
@@ -75,35 +76,35 @@ TEST(ModifierMap, Super_on_the_second_level_of_a_key_is_Command)
     tables.symbols.at(10) = 0;
     tables.symbols.at(11) = XK_Super_L;
     tables.symbols.at(12) = XK_b;
-    EXPECT_EQ(keyMeanings(tables).command, mod4);
+    EXPECT_EQ(modifierMapOf(tables).command, mod4);
 }
 
 TEST(ModifierMap, A_key_that_was_made_Super_is_Command)
 {
     KeyboardTables tables = ordinaryKeyboard();
-    // Caps Lock bears Super now, and sets the fourth modifier with it.
+    // Caps Lock now has the symbol Super and sets the fourth modifier.
     tables.symbols.at(2) = XK_Super_L;
     tables.symbols.at(10) = XK_b;
     tables.symbols.at(12) = XK_c;
     tables.modifierKeys = {8, 0, 0, 0, 10, 0, 11, 0, 12, 0, 0, 0, 9, 0, 0, 0};
-    const ModifierMap meanings = keyMeanings(tables);
-    EXPECT_EQ(meanings.command, mod4);
-    EXPECT_TRUE(meanings.isModifierKey.test(9));
-    EXPECT_FALSE(meanings.isModifierKey.test(13));
+    const ModifierMap map = modifierMapOf(tables);
+    EXPECT_EQ(map.command, mod4);
+    EXPECT_TRUE(map.isModifierKey.test(9));
+    EXPECT_FALSE(map.isModifierKey.test(13));
 }
 
 TEST(ModifierMap, Super_on_another_modifier_is_Command_there)
 {
     KeyboardTables tables = ordinaryKeyboard();
     tables.modifierKeys = {8, 0, 9, 0, 10, 0, 11, 0, 12, 0, 13, 14, 0, 0, 0, 0};
-    EXPECT_EQ(keyMeanings(tables).command, 1U << 5);
+    EXPECT_EQ(modifierMapOf(tables).command, 1U << 5);
 }
 
 TEST(ModifierMap, A_Super_key_that_sets_Control_is_not_Command)
 {
     KeyboardTables tables = ordinaryKeyboard();
     tables.modifierKeys = {8, 0, 9, 0, 10, 13, 11, 0, 12, 0, 0, 0, 0, 0, 0, 0};
-    EXPECT_FALSE(keyMeanings(tables).hasCommand());
+    EXPECT_FALSE(modifierMapOf(tables).hasCommand());
 }
 
 TEST(ModifierMap, A_keyboard_without_Super_has_no_Command)
@@ -111,22 +112,22 @@ TEST(ModifierMap, A_keyboard_without_Super_has_no_Command)
     KeyboardTables tables = ordinaryKeyboard();
     tables.symbols.at(10) = XK_b;
     tables.symbols.at(12) = XK_c;
-    EXPECT_FALSE(keyMeanings(tables).hasCommand());
+    EXPECT_FALSE(modifierMapOf(tables).hasCommand());
 }
 
-TEST(ModifierMap, Tables_that_are_cut_short_or_name_keys_beyond_them_are_read_as_far_as_they_go)
+TEST(ModifierMap, Mappings_that_are_cut_short_or_list_unknown_keys_are_read_as_far_as_possible)
 {
     KeyboardTables tables = ordinaryKeyboard();
     tables.symbols.resize(11);
     tables.modifierKeys.push_back(255);
     tables.modifierKeys.at(15) = 255;
-    const ModifierMap meanings = keyMeanings(tables);
-    EXPECT_EQ(meanings.command, mod4);
-    EXPECT_TRUE(meanings.isModifierKey.test(255));
-    EXPECT_FALSE(keyMeanings({}).hasCommand());
+    const ModifierMap map = modifierMapOf(tables);
+    EXPECT_EQ(map.command, mod4);
+    EXPECT_TRUE(map.isModifierKey.test(255));
+    EXPECT_FALSE(modifierMapOf({}).hasCommand());
 }
 
-TEST(ServerClock, Goes_on_where_the_servers_clock_begins_again)
+TEST(ServerClock, Continues_when_the_servers_clock_wraps)
 {
     ServerClock clock;
     const double before = clock.seconds(0xFFFFFF00U);

@@ -20,7 +20,7 @@ using namespace kelpa::test;
 
 namespace {
 
-/// One of a settings manager's, in the order of bytes of most machines.
+/// A number of a settings manager's property, little-endian.
 QByteArray bytes(std::uint64_t value, int count)
 {
     QByteArray result;
@@ -68,7 +68,7 @@ TEST(SettingsInteger, Is_found_among_others_of_every_kind)
     EXPECT_EQ(x11::settingsInteger(all, "Gtk/Enable"), std::nullopt);
 }
 
-TEST(SettingsInteger, Is_read_in_the_order_of_bytes_that_is_given)
+TEST(SettingsInteger, Is_read_in_the_given_byte_order)
 {
     const QByteArray name = padded("A");
     const QByteArray big = QByteArray::fromHex("01000000000000030000000100000001") + name +
@@ -83,7 +83,7 @@ TEST(SettingsInteger, Is_absent_wherever_the_bytes_end_too_early)
         EXPECT_EQ(x11::settingsInteger(all.first(length), "Gtk/EnableAnimations"), std::nullopt);
 }
 
-TEST(SettingsInteger, Is_absent_in_bytes_that_are_no_settings)
+TEST(SettingsInteger, Is_absent_in_malformed_settings)
 {
     EXPECT_EQ(x11::settingsInteger(QByteArray(64, '\xFF'), "A"), std::nullopt);
     EXPECT_EQ(x11::settingsInteger(settings({head(9, "A") + bytes(1, 4)}), "A"), std::nullopt);
@@ -95,7 +95,7 @@ TEST(SettingsInteger, Is_absent_in_bytes_that_are_no_settings)
 class AnimationSetting : public testing::Test
 {
 protected:
-    /// The manager's window, which tells all clients that it is there.
+    /// Makes a settings manager and announces it to all clients; returns its window.
     xcb_window_t manage(TestClient& client, const QByteArray& all)
     {
         const xcb_window_t window = client.create({});
@@ -122,11 +122,11 @@ protected:
     void watch()
     {
         subscription = setting.watchAnimations(
-            [this](std::optional<bool> areWanted) { heard.push_back(areWanted); });
+            [this](std::optional<bool> areWanted) { received.push_back(areWanted); });
     }
-    bool hears(const std::vector<std::optional<bool>>& expected)
+    bool receives(const std::vector<std::optional<bool>>& expected)
     {
-        return waitUntil([&] { return heard == expected; });
+        return waitUntil([&] { return received == expected; });
     }
 
     ProgramArguments arguments;
@@ -135,50 +135,50 @@ protected:
     LoopScheduler scheduler;
     x11::X11MotionSetting setting{std::make_shared<x11::DisplayConnector>(server.display()),
                                   scheduler};
-    std::vector<std::optional<bool>> heard;
+    std::vector<std::optional<bool>> received;
     std::unique_ptr<Subscription> subscription;
     const QByteArray still = settings({text, integer("Gtk/EnableAnimations", 0)});
     const QByteArray moving = settings({text, integer("Gtk/EnableAnimations", 1)});
 };
 
-TEST_F(AnimationSetting, Is_told_and_its_changes_are)
+TEST_F(AnimationSetting, Is_reported_and_its_changes_too)
 {
     TestClient manager(server.display());
     const xcb_window_t window = manage(manager, still);
     watch();
-    EXPECT_TRUE(hears({false}));
+    EXPECT_TRUE(receives({false}));
     write(manager, window, moving);
-    EXPECT_TRUE(hears({false, true}));
+    EXPECT_TRUE(receives({false, true}));
     write(manager, window, settings({text}));
-    EXPECT_TRUE(hears({false, true, std::nullopt}));
+    EXPECT_TRUE(receives({false, true, std::nullopt}));
 }
 
-TEST_F(AnimationSetting, Is_told_of_a_manager_that_comes_later_and_goes_again)
+TEST_F(AnimationSetting, Is_reported_for_a_manager_that_starts_later_and_ends_again)
 {
     watch();
     {
         TestClient manager(server.display());
         const xcb_window_t window = manage(manager, still);
-        // Should the watch have begun only now, it has been told already.
-        EXPECT_TRUE(hears({false}));
+        // Whether the subscription or the manager began first, it is reported.
+        EXPECT_TRUE(receives({false}));
         manager.destroy(window);
         manager.sync();
-        EXPECT_TRUE(hears({false, std::nullopt}));
+        EXPECT_TRUE(receives({false, std::nullopt}));
     }
     TestClient manager(server.display());
     manage(manager, moving);
-    EXPECT_TRUE(hears({false, std::nullopt, true}));
+    EXPECT_TRUE(receives({false, std::nullopt, true}));
 }
 
-TEST_F(AnimationSetting, Of_a_server_that_goes_away_is_told_no_more)
+TEST_F(AnimationSetting, Is_reported_no_more_once_the_server_goes_away)
 {
     TestClient manager(server.display());
     manage(manager, still);
     watch();
-    EXPECT_TRUE(hears({false}));
+    EXPECT_TRUE(receives({false}));
     server.kill();
     waitUntil([] { return false; }, std::chrono::milliseconds(50));
-    EXPECT_EQ(heard, std::vector<std::optional<bool>>{false});
+    EXPECT_EQ(received, std::vector<std::optional<bool>>{false});
 }
 
 } // namespace

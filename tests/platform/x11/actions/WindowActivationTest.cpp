@@ -8,10 +8,11 @@ using namespace std::chrono_literals;
 
 namespace {
 
-class BringingForward : public ActingDesktop
+class WindowActivation : public ActingDesktop
 {
 protected:
-    /// Requests to the window manager are seen by whoever listens for its notices on the root.
+    /// Requests to the window manager reach every client that selects substructure notices of the
+    /// root.
     static void listenForRequests(TestClient& listener)
     {
         const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
@@ -23,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_P(BringingForward, A_covered_window_comes_to_the_front)
+TEST_P(WindowActivation, An_obscured_window_comes_to_the_front)
 {
     TestClient other(xServer.display());
     const WindowItem lower = openWindow(client, "lower");
@@ -34,7 +35,7 @@ TEST_P(BringingForward, A_covered_window_comes_to_the_front)
     EXPECT_TRUE(waitUntil([&] { return isInFront(lower); }));
 }
 
-TEST_P(BringingForward, A_minimised_window_is_shown_in_front)
+TEST_P(WindowActivation, A_minimised_window_is_shown_in_front)
 {
     const WindowItem window = openWindow(client, "minimised");
     const WindowItem other = openWindow(client, "other");
@@ -43,7 +44,7 @@ TEST_P(BringingForward, A_minimised_window_is_shown_in_front)
     EXPECT_TRUE(waitUntil([&] { return isInFront(window) && !isIconic(window); }));
 }
 
-TEST_P(BringingForward, The_desktop_of_a_window_is_shown)
+TEST_P(WindowActivation, The_desktop_of_a_window_is_shown)
 {
     const WindowItem window = openWindow(client, "elsewhere");
     const WindowItem coverer = openWindow(client, "coverer");
@@ -60,7 +61,7 @@ TEST_P(BringingForward, The_desktop_of_a_window_is_shown)
     EXPECT_EQ(client.word(idOf(other), "_NET_WM_DESKTOP"), 0U);
 }
 
-TEST_P(BringingForward, A_minimised_window_of_another_desktop_is_shown_there)
+TEST_P(WindowActivation, A_minimised_window_of_another_desktop_is_shown_there)
 {
     const WindowItem window = openWindow(client, "elsewhere");
     const WindowItem other = openWindow(client, "here");
@@ -74,7 +75,7 @@ TEST_P(BringingForward, A_minimised_window_of_another_desktop_is_shown_there)
     EXPECT_EQ(client.word(idOf(window), "_NET_WM_DESKTOP"), 1U);
 }
 
-TEST_P(BringingForward, A_window_comes_in_front_of_the_one_that_is_typed_into)
+TEST_P(WindowActivation, A_window_comes_in_front_of_the_one_that_is_typed_into)
 {
     const WindowItem window = openWindow(client, "wanted");
     const Program editor(
@@ -87,14 +88,14 @@ TEST_P(BringingForward, A_window_comes_in_front_of_the_one_that_is_typed_into)
     const Program typist(xServer.display(), QStringLiteral("xdotool"),
                          {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("10"),
                           QString(6000, u'x')});
-    // The title shows that it has been typed into, and its user time is now the latest.
+    // The title shows that text was typed, which made the window's user time the latest.
     listed(QStringLiteral("*Untitled 1 - Mousepad"));
     bringForward({window});
     EXPECT_TRUE(waitUntil([&] { return isInFront(window); }));
     EXPECT_TRUE(applications.isRunning(static_cast<ProcessID>(typist.processID())));
 }
 
-TEST_P(BringingForward, Several_windows_end_up_in_the_order_in_which_they_were_asked_for)
+TEST_P(WindowActivation, Several_windows_end_up_stacked_in_the_order_of_their_activation)
 {
     const Terminal first(xServer.display(), QStringLiteral("first"));
     const Terminal second(xServer.display(), QStringLiteral("second"));
@@ -115,30 +116,30 @@ TEST_P(BringingForward, Several_windows_end_up_in_the_order_in_which_they_were_a
     }));
 }
 
-TEST_P(BringingForward, A_window_of_this_program_comes_in_front_without_a_number)
+TEST_P(WindowActivation, A_window_of_this_program_comes_in_front_without_a_number)
 {
     const xcb_window_t own = openOwnWindow();
     const WindowItem other = openWindow(client, "other");
     bringForward({other});
     ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
-    actor.bringOwnForward(own, std::nullopt);
+    pager.activateOwn(own, std::nullopt);
     EXPECT_TRUE(waitUntil([&] { return active() == own && topmost(1) == std::vector{own}; }));
 }
 
-TEST_P(BringingForward, A_request_that_the_person_made_before_they_typed_on_is_granted_too)
+TEST_P(WindowActivation, A_request_that_the_person_made_before_they_typed_on_is_granted_too)
 {
     const xcb_window_t own = openOwnWindow();
     const WindowItem other = openWindow(client, "other");
-    const std::optional<std::uint32_t> before = actor.serverTime();
+    const std::optional<std::uint32_t> before = pager.serverTime();
     ASSERT_TRUE(before);
     bringForward({other});
     ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
-    actor.bringOwnForward(own, *before);
+    pager.activateOwn(own, *before);
     EXPECT_TRUE(waitUntil([&] { return active() == own && topmost(1) == std::vector{own}; }))
         << state();
 }
 
-TEST_P(BringingForward, One_window_costs_one_activation)
+TEST_P(WindowActivation, One_window_costs_one_activation)
 {
     const WindowItem window = openWindow(client, "window");
     const WindowItem other = openWindow(client, "other");
@@ -146,20 +147,20 @@ TEST_P(BringingForward, One_window_costs_one_activation)
     ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
     TestClient listener(xServer.display());
     listenForRequests(listener);
-    // One that asks again only when it is clear that nothing will come.
-    x11::WindowActor patient(std::make_shared<x11::DisplayConnector>(xServer.display()),
-                             [this](WindowID number) { return server->clientWindow(number); },
-                             {.confirmation = 10s, .row = 30s, .pause = 1s});
-    EXPECT_TRUE(patient.bringForward({idOf(window), window.id, window.processIdentifier}));
+    // Its timeout is long enough that it repeats no request that is still being carried out.
+    x11::EwmhPager slowToRetry(std::make_shared<x11::DisplayConnector>(xServer.display()),
+                               [this](WindowID number) { return server->clientWindow(number); },
+                               {.confirmation = 10s, .batch = 30s, .batchGap = 1s});
+    EXPECT_TRUE(slowToRetry.activate({idOf(window), window.id, window.processIdentifier}));
     EXPECT_TRUE(waitUntil([&] { return isInFront(window); }));
     EXPECT_EQ(listener.countMessages("_NET_ACTIVE_WINDOW"), 1);
 }
 
-TEST_P(BringingForward, A_window_that_takes_no_keyboard_comes_in_front_of_its_applications_others)
+TEST_P(WindowActivation, A_window_that_takes_no_keyboard_comes_in_front_of_its_applications_others)
 {
     TestClient owner(xServer.display());
     const xcb_window_t deaf = owner.create({.title = "deaf"});
-    // The input field counts and says no.
+    // The flags say that the input field is set, and the input field is false.
     owner.setProperty(deaf, "WM_HINTS", owner.atom("WM_HINTS"), 32,
                       QByteArray::fromHex("010000000000000001000000") + QByteArray(24, '\0'));
     owner.map(deaf);
@@ -173,11 +174,11 @@ TEST_P(BringingForward, A_window_that_takes_no_keyboard_comes_in_front_of_its_ap
     listenForRequests(listener);
     EXPECT_LT(durationOf([&] { bringForward({window}); }), 400ms);
     EXPECT_TRUE(waitUntil([&] { return topmost(1) == std::vector{idOf(window)}; })) << state();
-    // None of them for another window of the application.
+    // No request was for another window of the application.
     EXPECT_EQ(listener.countMessages("_NET_ACTIVE_WINDOW"), 1);
 }
 
-TEST_P(BringingForward, A_stopped_application_delays_nothing)
+TEST_P(WindowActivation, A_stopped_application_delays_nothing)
 {
     const Terminal terminal(xServer.display(), QStringLiteral("stopped"));
     const WindowItem stopped = listed(QStringLiteral("stopped"));
@@ -190,7 +191,7 @@ TEST_P(BringingForward, A_stopped_application_delays_nothing)
     EXPECT_TRUE(applications.isRunning(terminal.process()));
 }
 
-TEST_P(BringingForward, A_stopped_window_manager_costs_its_limit_once_and_then_does_as_asked)
+TEST_P(WindowActivation, A_stopped_window_manager_costs_its_limit_once_and_then_does_as_asked)
 {
     QList<WindowItem> windows;
     for (const char* title : {"a", "b", "c", "d", "e", "f"}) {
@@ -207,14 +208,14 @@ TEST_P(BringingForward, A_stopped_window_manager_costs_its_limit_once_and_then_d
     EXPECT_TRUE(waitUntil([&] { return isInFront(windows.back()); })) << state();
 }
 
-TEST_P(BringingForward, Without_a_window_manager_nothing_happens_and_with_the_next_one_all_works)
+TEST_P(WindowActivation, Without_a_window_manager_nothing_happens_and_with_the_next_one_all_works)
 {
     const WindowItem a = openWindow(client, "first");
     const WindowItem b = openWindow(client, "second");
     manager->kill();
     ASSERT_TRUE(waitUntil([&] { return !client.isManaged(); }));
     EXPECT_LT(durationOf([&] { bringForward({a, b}); }), 500ms);
-    EXPECT_FALSE(accessibility.elements(a.processIdentifier).has_value());
+    EXPECT_FALSE(windowActions.elements(a.processIdentifier).has_value());
     applications.requestQuit(a.processIdentifier);
 
     manager = std::make_unique<WindowManager>(xServer.display(), GetParam());
@@ -225,12 +226,12 @@ TEST_P(BringingForward, Without_a_window_manager_nothing_happens_and_with_the_ne
     }));
 }
 
-TEST_P(BringingForward, Another_window_with_a_reused_id_is_left_alone)
+TEST_P(WindowActivation, Another_window_with_a_reused_id_is_left_alone)
 {
     TestClient owner(xServer.display());
     const WindowItem gone = openWindow(owner, "gone");
     const WindowItem other = openWindow(client, "other");
-    auto elements = accessibility.elements(gone.processIdentifier);
+    auto elements = windowActions.elements(gone.processIdentifier);
     ASSERT_TRUE(elements.has_value());
     AccessibilityElement* element = accessibilityWindow(gone, *elements);
     ASSERT_NE(element, nullptr);
@@ -252,14 +253,14 @@ TEST_P(BringingForward, Another_window_with_a_reused_id_is_left_alone)
     EXPECT_EQ(client.word(id, "WM_STATE"), 1U);
 }
 
-TEST_P(BringingForward, A_forged_number_does_not_make_a_window_another_one)
+TEST_P(WindowActivation, A_forged_number_does_not_make_a_window_another_one)
 {
     TestClient owner(xServer.display());
     const WindowItem window = openWindow(owner, "genuine");
     const xcb_window_t forged = owner.open({.title = "forged"});
     owner.setCardinals(forged, "_KELPA_WINDOW_NUMBER", {window.id});
     ASSERT_TRUE(waitUntil([&] { return client.isListed(forged) && client.isShown(forged); }));
-    const auto elements = accessibility.elements(window.processIdentifier);
+    const auto elements = windowActions.elements(window.processIdentifier);
     ASSERT_TRUE(elements.has_value());
     AccessibilityElement* const element = accessibilityWindow(window, *elements);
     ASSERT_NE(element, nullptr);
@@ -268,12 +269,12 @@ TEST_P(BringingForward, A_forged_number_does_not_make_a_window_another_one)
     EXPECT_TRUE(waitUntil([&] { return isInFront(window); }));
 }
 
-TEST_P(BringingForward, A_window_can_be_minimised_and_its_application_brought_back)
+TEST_P(WindowActivation, A_window_can_be_minimised_and_its_application_brought_back)
 {
     const Terminal terminal(xServer.display(), QStringLiteral("terminal"));
     const WindowItem window = listed(QStringLiteral("terminal"));
     const WindowItem other = openWindow(client, "other");
-    auto elements = accessibility.elements(window.processIdentifier);
+    auto elements = windowActions.elements(window.processIdentifier);
     ASSERT_TRUE(elements.has_value());
     ASSERT_EQ(elements->size(), 1U);
     elements->front()->requestMinimized(true);
@@ -282,5 +283,5 @@ TEST_P(BringingForward, A_window_can_be_minimised_and_its_application_brought_ba
     EXPECT_TRUE(waitUntil([&] { return isInFront(window) && !isIconic(window); }));
 }
 
-INSTANTIATE_TEST_SUITE_P(Under, BringingForward, ::testing::ValuesIn(testedWindowManagers()),
+INSTANTIATE_TEST_SUITE_P(Under, WindowActivation, ::testing::ValuesIn(testedWindowManagers()),
                          nameOf);
