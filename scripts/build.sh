@@ -7,7 +7,7 @@ jobs="${KELPA_JOBS:-$(nproc)}"
 build_preset() {
     local preset="$1"
     shift
-    # The generated build description notices changes of the CMake files by itself, of the presets not.
+    # The generated build files notice changes of the CMake files by themselves, but not of the presets.
     if [[ ! "$root/build/$preset/build.ninja" -nt "$root/CMakePresets.json" ]]; then
         (cd "$root" && cmake --preset "$preset" >&2)
     fi

@@ -1,4 +1,4 @@
-"""A Debian in a folder, with nothing but the least that one has."""
+"""A minimal Debian in a folder."""
 
 import contextlib
 import hashlib
@@ -10,17 +10,17 @@ import subprocess
 import tarfile
 
 _SUITE = "bookworm"
-# What apt and dpkg note down about everything they do, and what is not on the disk at all.
+# Records of apt and dpkg, which every installation changes, and what is not on the disk.
 _NOT_COMPARED = ("dev", "proc", "run", "sys", "tmp", "home", "var/cache/apt", "var/cache/debconf",
                  "var/lib/apt", "var/lib/dpkg", "var/log")
 
-# Who uses it, and what such a person's programs find in their environment.
+# An ordinary person of that Debian, and the environment of their programs.
 USER = 1000
 USER_ENV = {"HOME": "/home/someone", "XDG_RUNTIME_DIR": "/home/someone/run"}
 
 
 def _mirror():
-    """Where this machine's own packages come from."""
+    """The address that this machine gets its own packages from."""
     listed = subprocess.run(
         ["apt-get", "indextargets", "--format", "$(CODENAME) $(REPO_URI)", "Created-By: Packages"],
         check=True, capture_output=True, text=True).stdout
@@ -28,8 +28,8 @@ def _mirror():
 
 
 class CleanRoot:
-    """`with CleanRoot(directory) as root:` — the tree is there until the end of the block; its base
-    and the packages that were fetched for it are kept in `directory`."""
+    """`with CleanRoot(directory) as root:` makes the tree and removes it at the end of the block; its
+    base and the packages that were fetched for it are kept in `directory`."""
 
     def __init__(self, directory):
         self._directory = pathlib.Path(directory)
@@ -51,7 +51,7 @@ class CleanRoot:
         (self._archives / "partial").mkdir(parents=True, exist_ok=True)
         self._mount(self._archives, "var/cache/apt/archives", "--bind")
         (self.path / "etc/resolv.conf").write_bytes(pathlib.Path("/etc/resolv.conf").read_bytes())
-        # Nothing that a package brings is started as a service.
+        # Packages start no services.
         policy = self.path / "usr/sbin/policy-rc.d"
         policy.write_text("#!/bin/sh\nexit 101\n", encoding="utf-8")
         policy.chmod(0o755)
@@ -82,6 +82,22 @@ class CleanRoot:
         subprocess.run(["mount", *options, what, point], check=True)
         self._mounts.append(point)
 
+    def bind(self, directory, where):
+        """Shows a folder of this machine at a path in this Debian, until the end of the block."""
+        (self.path / where).mkdir(parents=True, exist_ok=True)
+        self._mount(directory, where, "--bind")
+
+    def make_runnable(self):
+        """Adds what whole desktops need of a kernel: shared memory and terminals."""
+        for name, kind, *options in (("shm", "tmpfs"),
+                                     ("pts", "devpts", "-o", "newinstance,ptmxmode=0666,mode=620")):
+            (self.path / "dev" / name).mkdir(exist_ok=True)
+            self._mount(kind, f"dev/{name}", "-t", kind, *options)
+        (self.path / "dev/shm").chmod(0o1777)
+        multiplexer = self.path / "dev/ptmx"
+        multiplexer.unlink(missing_ok=True)
+        multiplexer.symlink_to("pts/ptmx")
+
     def command(self, *argv, user=0, env=None):
         """The command line that runs `argv` in this Debian, with no environment but `env`."""
         words = [f"{name}={value}" for name, value in (env or {}).items()]
@@ -89,7 +105,7 @@ class CleanRoot:
                 "PATH=/usr/sbin:/usr/bin:/sbin:/bin", "LANG=C.UTF-8", *words, *map(str, argv)]
 
     def run(self, *argv, user=0, env=None):
-        """What a command in this Debian printed; an AssertionError with it when it failed."""
+        """Returns what a command in this Debian printed; an AssertionError says so when it failed."""
         done = subprocess.run(self.command(*argv, user=user, env=env), stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
                               errors="replace", check=False)
@@ -98,7 +114,7 @@ class CleanRoot:
         return done.stdout
 
     def files(self):
-        """Every path that packages could have put there, with what it holds."""
+        """Every path that packages could have created, with its mode and a digest of its content."""
         found = {}
         for folder, names, files in os.walk(self.path):
             here = os.path.relpath(folder, self.path)

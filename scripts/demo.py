@@ -25,7 +25,7 @@ _NOTES = "Release notes\n\n- The board keeps its goals and windows between runs.
 
 
 def _start_programs(desktop):
-    """Real programs with something to see; returns how many windows they show."""
+    """Starts real programs with visible content; returns how many windows they show."""
     home = pathlib.Path(desktop.env["HOME"])
     notes = home / "release-notes.txt"
     notes.write_text(_NOTES, encoding="utf-8")
@@ -45,8 +45,8 @@ def _start_programs(desktop):
 
 
 def _take_settled_picture(desktop, path):
-    """Previews come to the cards one after the other: the picture is taken again until it has not
-    changed for longer than the time between two of them, or at the deadline as it is."""
+    """Takes pictures until one stays the same for longer than the time between two previews, which
+    arrive one after the other, or until the deadline."""
     deadline = time.monotonic() + 15
     last, since = None, time.monotonic()
     while time.monotonic() < deadline and time.monotonic() - since < 1.5:
@@ -75,7 +75,7 @@ def main():
                 return sum(len(column.cards) for column in kelpa.board.columns().values())
 
             wait_until(f"the board shows {count} windows", lambda: cards() >= count, 60)
-            # Out of the way of the cards, which would tell what a click does.
+            # Away from the cards, which would show a tip.
             desktop.hover(0, 0)
             picture = directory / time.strftime("kelpa-%Y%m%d-%H%M%S.png")
             _take_settled_picture(desktop, picture)

@@ -1,6 +1,6 @@
-"""package_test.py PACKAGE DIRECTORY: the package on a Debian of its own that has nothing else. It
-brings what it needs, comes when the session bus asks for it, starts and shows its board there, and
-leaves nothing behind when it is removed."""
+"""package_test.py PACKAGE DIRECTORY: tries the package on a Debian that has only its dependencies. It has
+to be activated by the session bus, to start and show its board, and to leave nothing behind when it
+is removed."""
 
 import pathlib
 import shutil
@@ -29,8 +29,8 @@ def _colours(picture):
 
 
 class _Session:
-    """A session bus in `clean`, which knows the services that are installed there, for a display
-    outside of it. It ends with the desktop."""
+    """A session bus in `clean`, with the services installed there, for a display outside of it. It ends
+    with the desktop."""
 
     def __init__(self, clean, desktop, log):
         self._clean = clean
@@ -39,7 +39,7 @@ class _Session:
         self._log.unlink(missing_ok=True)
         self._env = {**USER_ENV, "DISPLAY": desktop.env["DISPLAY"]}
         address = clean.path / USER_ENV["HOME"].lstrip("/") / "bus-address"
-        # What is started through the bus says on its streams what it has to say.
+        # Programs that the bus starts write to its streams, so to this log.
         self.start("dbus-run-session", "--", "sh", "-c",
                    'echo "$DBUS_SESSION_BUS_ADDRESS" > ~/bus-address; exec sleep infinity')
         wait_until("the session bus is there", lambda: address.exists() and address.read_text().strip())
@@ -54,7 +54,7 @@ class _Session:
         return self._clean.run("busctl", "--user", "call", *words, user=USER, env=self._env).strip()
 
     def activate(self):
-        """What a launcher does for an entry that is D-Bus activatable."""
+        """Activates it as a launcher does for a D-Bus activatable entry."""
         self.call("org.kelpa.Kelpa", "/org/kelpa/Kelpa", "org.freedesktop.Application", "Activate",
                   "a{sv}", "0")
 
@@ -75,7 +75,7 @@ class _Session:
 
 
 def _is_activated_by_the_bus(desktop, session):
-    """First with nothing running, then with it running behind another window."""
+    """First while it does not run, then while it runs behind another window."""
     if session.has_kelpa():
         raise AssertionError("it runs already")
     session.activate()

@@ -3,16 +3,16 @@
 
 packages_dir="$(cd "$(dirname "${BASH_SOURCE[0]}")/packages" && pwd)"
 
-# install_packages LIST...: nothing but one dpkg-query when everything is there already.
+# install_packages LIST...: runs only one dpkg-query when everything is installed already.
 install_packages() {
     local wanted installed missing=() package
     wanted="$(for list in "$@"; do sed 's/#.*//' "$packages_dir/$list.txt"; done | tr -s ' \t' '\n' | sort -u)"
     if ! command -v dpkg-query > /dev/null; then
-        echo "Not a Debian system; these packages or their like are needed:" >&2
+        echo "Not a Debian system; these packages or their equivalents are needed:" >&2
         echo "${wanted//$'\n'/ }" >&2
         return 0
     fi
-    # It fails when a package is unknown to it, which is one that is missing.
+    # dpkg-query fails when it does not know a package, which is then missing.
     # shellcheck disable=SC2086
     installed="$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' $wanted 2> /dev/null |
         sed -n 's/^installed //p' | sort -u || true)"
@@ -32,7 +32,7 @@ install_packages() {
         fi
         as_root=(sudo)
     fi
-    # A list that cannot be refreshed may still be good enough; the installation decides.
+    # Old package lists may still be good enough; the installation decides.
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get -q -o DPkg::Lock::Timeout=600 update >&2 || true
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \

@@ -3,6 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/DisplayLossHandler.h"
 #include "app/SingleInstance.h"
+#include "platform/LoggingCategories.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
@@ -97,6 +98,7 @@ void Program::startAfterFirstFrame()
     // Puts the board on the screen before the desktop is queried for the first time.
     m_view.followAppearance(m_desktop.appearanceOfPortal());
     m_view.followMotion(m_desktop.motionOfPortal());
+    qCDebug(logApp, "board shown, observing the desktop");
     m_store.startObserving();
     // A window that was closed before its first frame stays closed.
     if (m_view.window()->isVisible())
@@ -114,6 +116,7 @@ void Program::saveBefore(Ending ending)
         m_view.finishWriting();
     // Saves what a full disk has delayed until now.
     m_store.finishSaving();
+    qCDebug(logApp, "board saved at the end");
 }
 
 bool Program::endBackgroundWork()

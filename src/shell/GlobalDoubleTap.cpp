@@ -1,5 +1,7 @@
 #include "shell/GlobalDoubleTap.h"
 
+#include "platform/LoggingCategories.h"
+
 namespace kelpa {
 
 GlobalDoubleTap::GlobalDoubleTap(GlobalKeys& keys)
@@ -16,8 +18,10 @@ void GlobalDoubleTap::handleModifiers(const GlobalModifierChange& change)
 {
     if (m_recognizer.handleFlagsChanged({.commandIsDown = change.commandIsDown,
                                          .hasOtherModifiers = change.hasOtherModifiers,
-                                         .timestamp = change.timestamp}))
+                                         .timestamp = change.timestamp})) {
+        qCDebug(logShell, "double tap");
         Q_EMIT doubleTapped(change.inputTime);
+    }
 }
 
 void GlobalDoubleTap::setAvailable(bool isAvailable)
@@ -27,6 +31,7 @@ void GlobalDoubleTap::setAvailable(bool isAvailable)
     if (m_isAvailable == isAvailable)
         return;
     m_isAvailable = isAvailable;
+    qCDebug(logShell, "double tap %s", isAvailable ? "available" : "not available");
     Q_EMIT isAvailableChanged();
 }
 

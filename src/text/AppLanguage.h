@@ -10,19 +10,21 @@
 
 namespace kelpa {
 
-/// In the order of the language menu.
+/// In the order of the language menu. A new one does not compile before it has its row in
+/// AppLanguage.cpp, its place in `allAppLanguages`, its parameter in `PerLanguage`, each of its
+/// texts and its font in the views.
 enum class AppLanguage : std::uint8_t { chinese, english, japanese, korean, french, german };
 
 inline constexpr std::array allAppLanguages{AppLanguage::chinese,  AppLanguage::english,
                                             AppLanguage::japanese, AppLanguage::korean,
                                             AppLanguage::french,   AppLanguage::german};
 
-/// The stored text of a language (a BCP 47 tag), and back; case-sensitive, any other text gives
-/// none.
+/// The stored text of a language (a BCP 47 tag), and back: case-sensitive, and none for any other
+/// text.
 QString rawValue(AppLanguage language);
 std::optional<AppLanguage> appLanguageFromRawValue(QStringView text);
 
-/// The language's own name for itself, as the menu shows it.
+/// The name of the language in that language, as the menu shows it.
 QString nativeName(AppLanguage language);
 
 } // namespace kelpa

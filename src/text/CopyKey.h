@@ -1,4 +1,4 @@
-// The names of the interface's plain texts, by the screen that shows them.
+// The keys of the interface's plain texts, grouped by the screen that shows them.
 #pragma once
 
 #include <QObject>
@@ -7,12 +7,12 @@
 
 namespace kelpa {
 
-/// A namespace of its own, so that QML can know the enumeration as a type: `CopyKey.NewGoal`.
+/// A namespace of its own, so that QML sees the enumeration as a type: `CopyKey.NewGoal`.
 namespace copykey {
 Q_NAMESPACE
 
-/// The order is the order of the rows in the files CopyRows….h. Names begin with a capital, which
-/// QML demands; the values are plain `int`s, as QML passes them.
+/// In the order of the rows in CopyRowsBoard.h, CopyRowsGoals.h and CopyRowsWindows.h. Names begin
+/// with a capital because QML requires it; the values are plain `int`s, as QML passes them.
 enum class CopyKey {
     // Header of the board.
     ProductName,
@@ -50,7 +50,7 @@ enum class CopyKey {
     Create,
     Undo,
     Redo,
-    // Menu of a field in which one types; it begins with the two before.
+    // Menu of a text field, which begins with Undo and Redo.
     Cut,
     CopyText,
     Paste,
@@ -114,7 +114,7 @@ Q_ENUM_NS(CopyKey)
 
 using copykey::CopyKey;
 
-/// Ends with the last key; the tables do not compile when they hold another number of rows.
+/// The tables do not compile when they have another number of rows.
 inline constexpr std::size_t copyKeyCount =
     static_cast<std::size_t>(CopyKey::WindowListChanged) + 1;
 

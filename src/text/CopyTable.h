@@ -1,5 +1,5 @@
-// The texts of one language as a value for views: an object publishes it as a property, and a
-// binding that asks it for a text is evaluated again when the property changes.
+// The texts of one language as a value for views. An object publishes it as a property; a binding
+// that reads a text from it is evaluated again when the property changes.
 #pragma once
 
 #include "text/KelpaCopy.h"
@@ -23,7 +23,8 @@ public:
 
     AppLanguage language() const { return m_language; }
 
-    /// With the platform's name in place of "⌘". `key` must be one of the enumeration.
+    /// With the platform's name of the Command key in place of "⌘". Another number than those of
+    /// the enumeration ends the program.
     Q_INVOKABLE QString text(kelpa::CopyKey key) const;
 
     /// The functions of `KelpaCopy` in this language.
@@ -34,7 +35,7 @@ public:
     Q_INVOKABLE QString windowCount(int count) const;
     Q_INVOKABLE QString windowName(const QString& ownerName, const QString& title) const;
 
-    /// A status or priority is given by its stored text; an unknown one gives an empty text.
+    /// `status` and `priority` are stored texts; an unknown one gives an empty text.
     Q_INVOKABLE QString statusName(const QString& status) const;
     Q_INVOKABLE QString statusHelp(const QString& status) const;
     Q_INVOKABLE QString statusAccessibilityLabel(const QString& status) const;

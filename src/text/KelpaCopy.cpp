@@ -3,6 +3,7 @@
 #include "text/CopyRowsBoard.h"
 #include "text/CopyRowsGoals.h"
 #include "text/CopyRowsWindows.h"
+#include "text/PerLanguage.h"
 
 #include <algorithm>
 #include <array>
@@ -52,74 +53,57 @@ struct Frame
     }
 };
 
-using Frames = std::array<Frame, allAppLanguages.size()>;
-using Names = std::array<std::u16string_view, allAppLanguages.size()>;
+using Frames = PerLanguage<Frame>;
+using Names = PerLanguage<std::u16string_view>;
 
-/// Its arguments are in the order of `AppLanguage`, and none can be left out.
-constexpr Frames frames(Frame chinese, Frame english, Frame japanese, Frame korean, Frame french,
-                        Frame german)
-{
-    return {chinese, english, japanese, korean, french, german};
-}
+constexpr Frames selectWindowsTitleFrames({u"将窗口加入「", u"」"}, {u"Add windows to “", u"”"},
+                                          {u"「", u"」にウィンドウを追加"}, {u"‘", u"’에 창 추가"},
+                                          {u"Ajouter des fenêtres à « ", u" »"},
+                                          {u"Fenster zu „", u"“ hinzufügen"});
 
-constexpr Names names(std::u16string_view chinese, std::u16string_view english,
-                      std::u16string_view japanese, std::u16string_view korean,
-                      std::u16string_view french, std::u16string_view german)
-{
-    return {chinese, english, japanese, korean, french, german};
-}
+constexpr Frames currentWindowLocationFrames({u"当前：", u""}, {u"Current: ", u""},
+                                             {u"現在：", u""}, {u"현재: ", u""},
+                                             {u"Actuel : ", u""}, {u"Aktuell: ", u""});
 
-constexpr std::size_t index(AppLanguage language)
-{
-    return static_cast<std::size_t>(language);
-}
+constexpr Frames selectedWindowCountFrames({u"已选择 ", u" 个窗口"}, {u"", u" windows selected"},
+                                           {u"", u"個のウィンドウを選択中"}, {u"창 ", u"개 선택됨"},
+                                           {u"", u" fenêtres sélectionnées"},
+                                           {u"", u" Fenster ausgewählt"});
 
-constexpr Frames selectWindowsTitleFrames =
-    frames({u"将窗口加入「", u"」"}, {u"Add windows to “", u"”"}, {u"「", u"」にウィンドウを追加"},
-           {u"‘", u"’에 창 추가"}, {u"Ajouter des fenêtres à « ", u" »"},
-           {u"Fenster zu „", u"“ hinzufügen"});
+constexpr Frames confirmWindowSelectionFrames({u"加入 ", u" 个窗口"}, {u"Add ", u" windows"},
+                                              {u"", u"個のウィンドウを追加"}, {u"창 ", u"개 추가"},
+                                              {u"Ajouter ", u" fenêtres"},
+                                              {u"", u" Fenster hinzufügen"});
 
-constexpr Frames currentWindowLocationFrames =
-    frames({u"当前：", u""}, {u"Current: ", u""}, {u"現在：", u""}, {u"현재: ", u""},
-           {u"Actuel : ", u""}, {u"Aktuell: ", u""});
+constexpr Frames statusHelpFrames({u"当前状态：", u"；单击更改"},
+                                  {u"Current status: ", u"; click to change"},
+                                  {u"現在の状態：", u"；クリックで変更"},
+                                  {u"현재 상태: ", u"; 클릭하여 변경"},
+                                  {u"État actuel : ", u"; cliquez pour changer"},
+                                  {u"Aktueller Status: ", u"; zum Ändern klicken"});
 
-constexpr Frames selectedWindowCountFrames = frames(
-    {u"已选择 ", u" 个窗口"}, {u"", u" windows selected"}, {u"", u"個のウィンドウを選択中"},
-    {u"창 ", u"개 선택됨"}, {u"", u" fenêtres sélectionnées"}, {u"", u" Fenster ausgewählt"});
+constexpr Frames statusAccessibilityFrames({u"待办状态：", u""}, {u"Todo status: ", u""},
+                                           {u"タスクの状態：", u""}, {u"할 일 상태: ", u""},
+                                           {u"État de la tâche : ", u""},
+                                           {u"Aufgabenstatus: ", u""});
 
-constexpr Frames confirmWindowSelectionFrames =
-    frames({u"加入 ", u" 个窗口"}, {u"Add ", u" windows"}, {u"", u"個のウィンドウを追加"},
-           {u"창 ", u"개 추가"}, {u"Ajouter ", u" fenêtres"}, {u"", u" Fenster hinzufügen"});
+constexpr Names todoNames(u"待办", u"Todo", u"未着手", u"할 일", u"À faire", u"Offen");
+constexpr Names ingNames(u"进行中", u"In progress", u"進行中", u"진행 중", u"En cours",
+                         u"In Arbeit");
+constexpr Names completedNames(u"已完成", u"Completed", u"完了", u"완료", u"Terminée", u"Erledigt");
 
-constexpr Frames statusHelpFrames =
-    frames({u"当前状态：", u"；单击更改"}, {u"Current status: ", u"; click to change"},
-           {u"現在の状態：", u"；クリックで変更"}, {u"현재 상태: ", u"; 클릭하여 변경"},
-           {u"État actuel : ", u"; cliquez pour changer"},
-           {u"Aktueller Status: ", u"; zum Ändern klicken"});
+constexpr Frames priorityAccessibilityFrames({u"优先级：", u""}, {u"Priority: ", u""},
+                                             {u"優先度：", u""}, {u"우선순위: ", u""},
+                                             {u"Priorité : ", u""}, {u"Priorität: ", u""});
 
-constexpr Frames statusAccessibilityFrames =
-    frames({u"待办状态：", u""}, {u"Todo status: ", u""}, {u"タスクの状態：", u""},
-           {u"할 일 상태: ", u""}, {u"État de la tâche : ", u""}, {u"Aufgabenstatus: ", u""});
+constexpr Frames openTodoCountFrames({u"", u" 个未完成待办"}, {u"", u" unfinished todos"},
+                                     {u"未完了のタスク", u"件"}, {u"미완료 할 일 ", u"개"},
+                                     {u"", u" tâches inachevées"}, {u"", u" offene Aufgaben"});
 
-constexpr Names todoNames = names(u"待办", u"Todo", u"未着手", u"할 일", u"À faire", u"Offen");
-constexpr Names ingNames =
-    names(u"进行中", u"In progress", u"進行中", u"진행 중", u"En cours", u"In Arbeit");
-constexpr Names completedNames =
-    names(u"已完成", u"Completed", u"完了", u"완료", u"Terminée", u"Erledigt");
+constexpr Frames windowCountFrames({u"", u" 个窗口"}, {u"", u" windows"}, {u"", u"個のウィンドウ"},
+                                   {u"창 ", u"개"}, {u"", u" fenêtres"}, {u"", u" Fenster"});
 
-constexpr Frames priorityAccessibilityFrames =
-    frames({u"优先级：", u""}, {u"Priority: ", u""}, {u"優先度：", u""}, {u"우선순위: ", u""},
-           {u"Priorité : ", u""}, {u"Priorität: ", u""});
-
-constexpr Frames openTodoCountFrames =
-    frames({u"", u" 个未完成待办"}, {u"", u" unfinished todos"}, {u"未完了のタスク", u"件"},
-           {u"미완료 할 일 ", u"개"}, {u"", u" tâches inachevées"}, {u"", u" offene Aufgaben"});
-
-constexpr Frames windowCountFrames =
-    frames({u"", u" 个窗口"}, {u"", u" windows"}, {u"", u"個のウィンドウ"}, {u"창 ", u"개"},
-           {u"", u" fenêtres"}, {u"", u" Fenster"});
-
-constexpr Names windowNameSeparators = names(u"：", u": ", u"：", u": ", u" : ", u": ");
+constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
 const Names& statusNames(TodoStatus status)
 {
@@ -147,37 +131,37 @@ QString text(CopyKey key, AppLanguage language)
 
 QString selectWindowsTitle(const QString& goalTitle, AppLanguage language)
 {
-    return selectWindowsTitleFrames[index(language)].around(goalTitle);
+    return selectWindowsTitleFrames[language].around(goalTitle);
 }
 
 QString currentWindowLocation(const QString& goalTitle, AppLanguage language)
 {
-    return currentWindowLocationFrames[index(language)].around(goalTitle);
+    return currentWindowLocationFrames[language].around(goalTitle);
 }
 
 QString selectedWindowCount(qsizetype count, AppLanguage language)
 {
-    return selectedWindowCountFrames[index(language)].around(QString::number(count));
+    return selectedWindowCountFrames[language].around(QString::number(count));
 }
 
 QString confirmWindowSelection(qsizetype count, AppLanguage language)
 {
-    return confirmWindowSelectionFrames[index(language)].around(QString::number(count));
+    return confirmWindowSelectionFrames[language].around(QString::number(count));
 }
 
 QString statusName(TodoStatus status, AppLanguage language)
 {
-    return QStringView(statusNames(status)[index(language)]).toString();
+    return QStringView(statusNames(status)[language]).toString();
 }
 
 QString statusHelp(TodoStatus status, AppLanguage language)
 {
-    return statusHelpFrames[index(language)].around(statusName(status, language));
+    return statusHelpFrames[language].around(statusName(status, language));
 }
 
 QString statusAccessibilityLabel(TodoStatus status, AppLanguage language)
 {
-    return statusAccessibilityFrames[index(language)].around(statusName(status, language));
+    return statusAccessibilityFrames[language].around(statusName(status, language));
 }
 
 CopyKey priorityName(GoalPriority priority)
@@ -197,25 +181,24 @@ CopyKey priorityName(GoalPriority priority)
 
 QString priorityAccessibilityLabel(GoalPriority priority, AppLanguage language)
 {
-    return priorityAccessibilityFrames[index(language)].around(
-        text(priorityName(priority), language));
+    return priorityAccessibilityFrames[language].around(text(priorityName(priority), language));
 }
 
 QString openTodoCount(qsizetype count, AppLanguage language)
 {
-    return openTodoCountFrames[index(language)].around(QString::number(count));
+    return openTodoCountFrames[language].around(QString::number(count));
 }
 
 QString windowCount(qsizetype count, AppLanguage language)
 {
-    return windowCountFrames[index(language)].around(QString::number(count));
+    return windowCountFrames[language].around(QString::number(count));
 }
 
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language)
 {
     if (ownerName.isEmpty())
         return title;
-    return ownerName + QStringView(windowNameSeparators[index(language)]).toString() + title;
+    return ownerName + QStringView(windowNameSeparators[language]).toString() + title;
 }
 
 } // namespace kelpa::KelpaCopy

@@ -1,4 +1,4 @@
-// What the platform calls the keys that the texts name.
+// The platform's names of the keys that the texts mention.
 #pragma once
 
 #include <QString>
@@ -10,7 +10,7 @@ struct KeyNames
     /// The key whose double tap calls Kelpa; the texts write it "⌘".
     QString command = QStringLiteral("⌘");
 
-    /// For keyboards whose key in that place is Super.
+    /// For keyboards that have Super in its place.
     static KeyNames withSuper() { return {QStringLiteral("Super")}; }
 
     friend bool operator==(const KeyNames&, const KeyNames&) = default;

@@ -1,5 +1,6 @@
 #include "views/ViewEngine.h"
 
+#include "platform/LoggingCategories.h"
 #include "shell/BoardInput.h"
 #include "store/WindowStore.h"
 #include "views/appearance/DesktopAppearance.h"
@@ -98,6 +99,7 @@ bool ViewEngine::show()
         {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/board/Main.qml")));
     QQuickWindow* const board = window();
+    qCDebug(logViews, "views %s", board == nullptr ? "failed to load" : "loaded");
     if (board == nullptr || popups(*board) == nullptr)
         return false;
     board->installEventFilter(this);
@@ -106,6 +108,7 @@ bool ViewEngine::show()
     connect(
         board, &QQuickWindow::frameSwapped, this,
         [this] {
+            qCDebug(logViews, "first frame shown");
             takeKeys();
             Q_EMIT boardShown();
         },

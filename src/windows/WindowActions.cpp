@@ -1,6 +1,7 @@
 #include "windows/WindowActions.h"
 
 #include "model/OnlyMatch.h"
+#include "platform/LoggingCategories.h"
 #include "windows/WindowDiscovery.h"
 
 #include <map>
@@ -67,8 +68,11 @@ void bringForward(const QList<WindowItem>& windows, Applications& applications,
                         .first;
         }
         AccessibilityElement* const element = accessibilityWindow(window, known->second);
-        if (element == nullptr)
+        if (element == nullptr) {
+            qCDebug(logWindows, "window %u of process %d is not found, left alone", window.id,
+                    process);
             continue;
+        }
         element->requestMinimized(false);
         applications.requestActivation(process);
         element->requestMain();

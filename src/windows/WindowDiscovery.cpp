@@ -1,6 +1,7 @@
 #include "windows/WindowDiscovery.h"
 
 #include "model/OnlyMatch.h"
+#include "platform/LoggingCategories.h"
 
 #include <QHash>
 #include <QSet>
@@ -186,6 +187,7 @@ QList<WindowItem> WindowDiscovery::visibleWindows(DiscoverySource& source, Proce
         if (std::optional<WindowItem> window = pass.item(entry))
             windows.append(*std::move(window));
     }
+    qCDebug(logWindows, "listed %lld of %zu windows", qlonglong(windows.size()), entries->size());
     return windows;
 }
 

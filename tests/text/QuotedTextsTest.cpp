@@ -1,4 +1,4 @@
-// The wording of the interface, text by text.
+// The wording of the interface: a table of every text in every language.
 #include "text/KelpaCopy.h"
 
 #include "text/TextPrinting.h"
@@ -7,21 +7,19 @@
 
 #include <array>
 #include <set>
-#include <span>
 #include <string_view>
 
 namespace kelpa {
 namespace {
 
-struct SixTexts
+struct QuotedText
 {
     CopyKey key;
     /// In the order of `AppLanguage`.
-    std::array<std::u16string_view, 6> texts;
+    std::array<std::u16string_view, allAppLanguages.size()> texts;
 };
 
-/// The longer ones.
-constexpr std::array longTexts = std::to_array<SixTexts>({
+constexpr std::array quotedTexts = std::to_array<QuotedText>({
     {CopyKey::UnsortedHint,
      {u"拖到一个目标开始整理", u"Drag to a goal to start organizing",
       u"目標へドラッグして整理を始める", u"목표로 드래그해 정리를 시작하세요",
@@ -137,10 +135,6 @@ constexpr std::array longTexts = std::to_array<SixTexts>({
      {u"所有目标的实时索引", u"A live index across all goals", u"すべての目標のライブインデックス",
       u"모든 목표의 실시간 색인", u"Index en direct de tous les objectifs",
       u"Live-Index für alle Ziele"}},
-});
-
-/// The shorter ones.
-constexpr std::array shortTexts = std::to_array<SixTexts>({
     {CopyKey::ProductName, {u"Kelpa", u"Kelpa", u"Kelpa", u"Kelpa", u"Kelpa", u"Kelpa"}},
     {CopyKey::ClearSearch,
      {u"清除搜索", u"Clear search", u"検索をクリア", u"검색어 지우기", u"Effacer la recherche",
@@ -312,38 +306,23 @@ constexpr std::array shortTexts = std::to_array<SixTexts>({
       u"Die Fensterliste hat sich geändert. Bitte wähle erneut aus."}},
 });
 
-QString string(std::u16string_view text)
+TEST(QuotedTexts, Every_text_reads_so_in_every_language)
 {
-    return QStringView(text).toString();
-}
-
-void expectTexts(std::span<const SixTexts> rows)
-{
-    for (const SixTexts& row : rows) {
-        for (std::size_t i = 0; i < row.texts.size(); ++i)
-            EXPECT_EQ(KelpaCopy::text(row.key, allAppLanguages[i]), string(row.texts[i]));
+    for (const QuotedText& row : quotedTexts) {
+        for (std::size_t i = 0; i < row.texts.size(); ++i) {
+            EXPECT_EQ(KelpaCopy::text(row.key, allAppLanguages[i]),
+                      QStringView(row.texts[i]).toString());
+        }
     }
-}
-
-TEST(QuotedTexts, The_longer_texts_read_so_in_all_six_languages)
-{
-    expectTexts(longTexts);
-}
-
-TEST(QuotedTexts, The_shorter_texts_read_so_in_all_six_languages)
-{
-    expectTexts(shortTexts);
 }
 
 TEST(QuotedTexts, Every_key_of_the_interface_is_quoted_here_once)
 {
     std::set<CopyKey> keys;
-    for (const SixTexts& row : longTexts)
-        keys.insert(row.key);
-    for (const SixTexts& row : shortTexts)
+    for (const QuotedText& row : quotedTexts)
         keys.insert(row.key);
     EXPECT_EQ(keys.size(), copyKeyCount);
-    EXPECT_EQ(longTexts.size() + shortTexts.size(), copyKeyCount);
+    EXPECT_EQ(quotedTexts.size(), copyKeyCount);
 }
 
 } // namespace

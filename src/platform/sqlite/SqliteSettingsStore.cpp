@@ -1,5 +1,7 @@
 #include "platform/sqlite/SqliteSettingsStore.h"
 
+#include "platform/LoggingCategories.h"
+
 #include <QFileInfo>
 
 #include <utility>
@@ -153,6 +155,7 @@ void SqliteSettingsStore::mergeStored(const SettingsValues& found)
     }
     m_stored = found;
     m_isLoaded = true;
+    qCDebug(logSqlite, "opened the board, %lld values", qlonglong(found.size()));
     dropUnchanged();
 }
 
@@ -215,6 +218,7 @@ std::optional<SettingsError> SqliteSettingsStore::writePending()
         m_unseen.remove(key);
         m_stored.insert(key, value);
     }
+    qCDebug(logSqlite, "wrote %lld values", qlonglong(rows.size()));
     m_pending.clear();
     return std::nullopt;
 }

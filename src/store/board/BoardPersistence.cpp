@@ -1,5 +1,6 @@
 #include "store/board/BoardPersistence.h"
 
+#include "platform/LoggingCategories.h"
 #include "windows/WindowReconciliation.h"
 
 namespace kelpa {
@@ -57,6 +58,9 @@ StoredBoard loadBoard(SettingsStore& settings)
             settings.copyAside(assignmentsKey);
         }
     }
+    qCDebug(logStore, "loaded %lld goals and %lld unassigned todos",
+            qlonglong(board.contents.goals.size()),
+            qlonglong(board.contents.unassignedTodos.size()));
     return board;
 }
 

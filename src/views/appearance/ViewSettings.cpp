@@ -27,11 +27,18 @@ QString latinFamily()
 /// otherwise follow the locale of the process.
 QString ideographFamily(AppLanguage language)
 {
-    if (language == AppLanguage::japanese)
+    switch (language) {
+    case AppLanguage::japanese:
         return QStringLiteral("Noto Sans CJK JP");
-    if (language == AppLanguage::korean)
+    case AppLanguage::korean:
         return QStringLiteral("Noto Sans CJK KR");
-    return QStringLiteral("Noto Sans CJK SC");
+    case AppLanguage::chinese:
+    case AppLanguage::english:
+    case AppLanguage::french:
+    case AppLanguage::german:
+        return QStringLiteral("Noto Sans CJK SC");
+    }
+    Q_UNREACHABLE();
 }
 
 /// The last has what people decorate titles with.

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/accessibility/AtspiDocuments.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/freedesktop/accessibility/AtspiBus.h"
 #include "platform/freedesktop/accessibility/DocumentMatching.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
@@ -165,6 +166,8 @@ void AtspiDocuments::Worker::askWhenDue(AtspiBus& bus)
         return;
     }
     bus.connect(m_options.connectLimit, [this, &bus, due](bool isConnected) {
+        qCDebug(logAccessibility, "connection to the accessibility bus: %s",
+                isConnected ? "open" : "failed");
         if (isConnected) {
             m_connectNotBefore.reset();
             requestApplications(bus, due);
@@ -229,6 +232,8 @@ void AtspiDocuments::Worker::requestDocuments(AtspiBus& bus,
 void AtspiDocuments::Worker::answered(ProcessID process, DocumentAnswer answer,
                                       const std::vector<ShownDocument>& documents)
 {
+    qCDebug(logAccessibility, "process %d %s, %zu documents", process,
+            answer == DocumentAnswer::silent ? "is silent" : "answered", documents.size());
     m_schedule.answered(process, answer, Clock::now());
     const auto windows = m_windows.find(process);
     if (windows == m_windows.end())

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/applications/ApplicationLauncher.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/freedesktop/applications/DetachedProcess.h"
 #include "platform/freedesktop/applications/UrlHandlers.h"
 
@@ -44,11 +45,14 @@ std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication applicat
         environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(surroundings.display));
     environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
                        QString::fromUtf8(surroundings.startupID));
+    qCDebug(logApplications, "launching a %s",
+            application == LaunchableApplication::terminal ? "terminal" : "browser");
     for (const LaunchCandidate& candidate : candidates(application)) {
         std::optional<QString> expected = predictedIdentifier(candidate);
         if (const auto process = startDetached(candidate.command, environment))
             return Launch{std::move(expected), surroundings.startupID, *process};
     }
+    qCDebug(logApplications, "no candidate could be started");
     return std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/bus/ApplicationService.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 
 #include <QDBusArgument>
@@ -78,6 +79,9 @@ NameClaim ApplicationService::claim()
     constexpr uint doNotQueue = 4;
     request << m_busName << doNotQueue;
     const QDBusMessage reply = bus.call(request, QDBus::Block, requestTimeout);
+    qCDebug(logBus, "claim of %s: %s", qPrintable(m_busName),
+            reply.type() == QDBusMessage::ReplyMessage ? "answered"
+                                                       : qPrintable(reply.errorName()));
     if (reply.type() != QDBusMessage::ReplyMessage)
         return NameClaim::noBus;
     constexpr uint exists = 3;

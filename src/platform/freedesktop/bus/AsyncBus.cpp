@@ -1,5 +1,6 @@
 #include "platform/freedesktop/bus/AsyncBus.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
 
 #include <algorithm>
@@ -73,6 +74,8 @@ void opened(GObject* /*source*/, GAsyncResult* result, gpointer data)
     GError* error = nullptr;
     Connection connection(g_dbus_connection_new_for_address_finish(result, &error));
     const Error held(error);
+    if (held)
+        qCDebug(logBus, "no connection: %s", held->message);
     opening->limit.reset();
     g_signal_handler_disconnect(opening->parent, opening->parentHandler);
     opening->done(std::move(connection));
@@ -86,6 +89,8 @@ void called(GObject* source, GAsyncResult* result, gpointer data)
     const Error held(error);
     if (!calling->arrives())
         return;
+    if (held)
+        qCDebug(logBus, "call failed: %s", held->message);
     if (value)
         calling->reply(BusOutcome::answered, value.get());
     else

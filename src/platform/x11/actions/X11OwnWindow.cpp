@@ -1,5 +1,6 @@
 #include "platform/x11/actions/X11OwnWindow.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/OcclusionMonitor.h"
 #include "platform/x11/actions/StartupNotification.h"
@@ -24,6 +25,7 @@ void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& o
 {
     const std::optional<InputTime> time =
         occasion.inputTime ? occasion.inputTime : startupTime(occasion.startupID);
+    qCDebug(logX11Actions, "bringing the board forward, time %s", time ? "known" : "unknown");
     // A later request replaces one that has not begun.
     m_activation = m_scheduler.inBackground(
         [&pager = m_pager, window, time](const std::stop_token&) {

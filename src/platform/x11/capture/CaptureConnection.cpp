@@ -1,5 +1,6 @@
 #include "platform/x11/capture/CaptureConnection.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/x11/connection/XcbReply.h"
 
 #include <xcb/composite.h>
@@ -107,8 +108,10 @@ bool CaptureConnection::negotiate()
          {&xcb_render_id, &xcb_xfixes_id, &xcb_damage_id, &xcb_shm_id, &xcb_composite_id})
         xcb_prefetch_extension_data(server.raw(), name);
     const auto* fixes = extension(server, xcb_xfixes_id);
-    if (!fixes || !extension(server, xcb_render_id))
+    if (!fixes || !extension(server, xcb_render_id)) {
+        qCDebug(logX11Capture, "no previews: XFixes or RENDER is missing");
         return false;
+    }
     m_selectionEvent = static_cast<std::uint8_t>(fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
     CompositeVersionReply composite(server, compositeVersion.first, compositeVersion.second);
     RenderVersionReply render(server, 0U, 11U);
@@ -161,6 +164,8 @@ bool CaptureConnection::readFormats()
                 m_formats[visuals[index].visual] = known[visuals[index].format];
         }
     }
+    qCDebug(logX11Capture, "pixel formats read; shared memory: %d, damage: %d", m_takesSharedMemory,
+            m_damageEvent.has_value());
     return m_opaque.id != XCB_NONE && m_transparent.id != XCB_NONE;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/x11/connection/DisplayConnector.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/x11/connection/DisplayConnection.h"
 #include "platform/x11/connection/XcbConnection.h"
 
@@ -8,7 +9,10 @@ namespace kelpa::x11 {
 std::unique_ptr<DisplayConnection> DisplayConnector::open()
 {
     const std::scoped_lock lock(m_mutex);
-    return DisplayConnection::open(m_display);
+    std::unique_ptr<DisplayConnection> connection = DisplayConnection::open(m_display);
+    qCDebug(logX11Connection, "connection to display \"%s\": %s", m_display.constData(),
+            connection ? "open" : "failed");
+    return connection;
 }
 
 bool hasDisplay(const QByteArray& display)

@@ -1,5 +1,6 @@
 #include "platform/x11/keys/X11GlobalKeys.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/x11/keys/ModifierTimestamps.h"
 #include "platform/x11/keys/RawKeyConnection.h"
 #include "platform/x11/keys/ServerClock.h"
@@ -46,6 +47,8 @@ private:
     void connected(RawKeyConnection::Result result)
     {
         if (const auto* const failure = std::get_if<RawKeyFailure>(&result)) {
+            qCDebug(logX11Keys, "raw key events: %s",
+                    *failure == RawKeyFailure::noServer ? "no server" : "not supported");
             if (*failure == RawKeyFailure::noServer)
                 m_connecting = m_scheduler.after(keysReconnectDelay, [this] { connect(); });
             return;
