@@ -1,5 +1,6 @@
 // The time of a pass of the item that lays out the cards of the board, and how many cards have
 // items: on a screen of 1000 x 800 that shows the middle of the board.
+#include "views/ViewTypes.h"
 #include "views/scene/WaterfallView.h"
 
 #include <benchmark/benchmark.h>
@@ -12,15 +13,12 @@
 
 #include <memory>
 
-// The build makes it for the module; called, so that the linker keeps the module's types.
-extern void qml_register_types_Kelpa();
-
 namespace kelpa {
 namespace {
 
 constexpr auto source = R"(
 import QtQuick
-import Kelpa
+import Kelpa.Scene
 
 WaterfallView {
     width: 1000
@@ -45,7 +43,7 @@ class Screen
 public:
     explicit Screen(int cards) : m_cards(cards, 1)
     {
-        qml_register_types_Kelpa();
+        registerViewTypes();
         m_engine.addImportPath(QStringLiteral(":/qt/qml"));
         QQmlComponent component(&m_engine);
         component.setData(source, {});

@@ -1,7 +1,12 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 
 /// The menus that all cards of the board share. Each is made when it is first asked for. They stay
 /// where they opened: cards, rows and buttons move away below them, or go.
@@ -54,21 +59,23 @@ Item {
         id: windowMenuType
 
         WindowMenu {
-            board: root.board
+            windows: root.board.windows
+            goals: root.board.goals
         }
     }
     Component {
         id: priorityMenuType
 
         PriorityMenu {
-            board: root.board
+            goals: root.board.goals
         }
     }
     Component {
         id: todoMenuType
 
         TodoMenu {
-            board: root.board
+            todos: root.board.todos
+            goals: root.board.goals
         }
     }
     Component {
@@ -83,7 +90,7 @@ Item {
         id: columnMenuType
 
         ColumnMenu {
-            board: root.board
+            goals: root.board.goals
         }
     }
 }

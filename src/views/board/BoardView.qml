@@ -1,7 +1,9 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
 
 /// The part of the board that shows. It scrolls by itself to what is to be seen.
 Flickable {
@@ -61,7 +63,7 @@ Flickable {
     clip: true
     onMovementStarted: scrolling.stop()
     Accessible.role: Accessible.Pane
-    Accessible.name: root.board.copy.text(CopyKey.Board)
+    Accessible.name: ViewSettings.copy.text(CopyKey.Board)
     Accessible.onPressAction: root.openMenu()
 
     Behavior on easedEnd {

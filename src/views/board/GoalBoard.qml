@@ -2,7 +2,12 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Board
 
 /// The targets of the board in a waterfall, the rail beside them, and the menus that they share.
 FocusScope {
@@ -25,7 +30,7 @@ FocusScope {
     }
     Shortcut {
         sequence: "F2"
-        enabled: root.board.selectedBreadcrumb >= 0
+        enabled: root.board.goals.selectedBreadcrumb >= 0
                  && !(root.Window.activeFocusItem instanceof TextInputField)
         onActivated: follower.renameSelected()
     }
@@ -44,8 +49,9 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.topMargin: Theme.large
         anchors.bottomMargin: Theme.large
-        visible: root.board.breadcrumbs.count > 0
-        board: root.board
+        visible: root.board.goals.breadcrumbs.count > 0
+        goals: root.board.goals
+        drops: root.board.drops
         dragSource: source
     }
     ScrollActivity {
@@ -89,7 +95,7 @@ FocusScope {
                 kind: "unifiedTodos"
 
                 UnifiedTodoColumn {
-                    board: root.board
+                    todos: root.board.todos
                     dragSource: source
                     onTodoMenuRequested: (todoID, columnID, row, position) => {
                         menus.openTodoMenu(todoID, columnID, row, position);
@@ -108,7 +114,8 @@ FocusScope {
                 kind: "addGoal"
 
                 AddGoalCard {
-                    board: root.board
+                    goals: root.board.goals
+                    drops: root.board.drops
                     dragSource: source
                     onClicked: root.newGoalRequested()
                 }

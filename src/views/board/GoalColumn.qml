@@ -1,7 +1,13 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 
 /// A goal, or what belongs to none, with its todos and its window cards. Alt with the left or right
 /// arrow moves a goal by one place.
@@ -78,13 +84,13 @@ ExpandableGoalCard {
     Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected
-    Accessible.onPressAction: root.board.todos.goToColumn(root.columnID)
+    Accessible.onPressAction: root.board.goals.goToColumn(root.columnID)
     // From the column itself and from whatever in it has the keyboard, but not from what is written.
     Keys.onPressed: event => {
         const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
         event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
                 && !(root.Window.activeFocusItem instanceof TextInputField)
-                && root.board.moveColumn(root.columnID, step);
+                && root.board.goals.moveColumn(root.columnID, step);
     }
 
     // Where nothing else stands, the card is held as by its head.
@@ -94,10 +100,10 @@ ExpandableGoalCard {
         anchors.fill: parent
         dragSource: root.dragSource
         picture: header
-        text: root.board.columnDragText(root.columnID)
+        text: root.board.goals.columnDragText(root.columnID)
         isDraggable: !root.isUnassigned
         onClicked: if (!ground.isLeaving)
-            root.board.todos.goToColumn(root.columnID)
+            root.board.goals.goToColumn(root.columnID)
     }
 
     // Below everything else: the rows of todos come first.
@@ -105,7 +111,7 @@ ExpandableGoalCard {
         id: dropArea
 
         anchors.fill: parent
-        board: root.board
+        drops: root.board.drops
         dragSource: root.dragSource
         columnID: root.columnID
     }
@@ -117,7 +123,7 @@ ExpandableGoalCard {
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.margins: Theme.small
-        board: root.board
+        goals: root.board.goals
         dragSource: root.dragSource
         columnID: root.columnID
         isUnassigned: root.isUnassigned
@@ -150,7 +156,7 @@ ExpandableGoalCard {
         anchors.leftMargin: Theme.columnTextX
         anchors.rightMargin: Theme.medium
         y: header.y + header.titleTop + header.titleHeight + 1
-        text: root.board.copy.text(CopyKey.UnsortedHint)
+        text: ViewSettings.copy.text(CopyKey.UnsortedHint)
         color: Theme.secondaryText
         font: Theme.caption
         height: Theme.columnListY - y
@@ -171,7 +177,7 @@ ExpandableGoalCard {
         height: implicitHeight
         visibleFrom: root.visibleFrom - y
         visibleTo: Math.min(root.visibleTo, root.height) - y
-        board: root.board
+        todos: root.board.todos
         dragSource: root.dragSource
         listID: root.columnID
         roomBelow: root.height - y - height
@@ -204,7 +210,7 @@ ExpandableGoalCard {
             WindowCard {
                 id: card
 
-                board: root.board
+                windows: root.board.windows
                 dragSource: root.dragSource
                 onMenuRequested: (item, position) => {
                     root.windowMenuRequested(card.windowID, item, position);
@@ -232,7 +238,7 @@ ExpandableGoalCard {
             anchors.fill: parent
             anchors.margins: Theme.medium
             horizontalAlignment: Text.AlignHCenter
-            text: root.board.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
+            text: ViewSettings.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
                                                            : CopyKey.DragWindowHere)
             color: Theme.secondaryText
             wrapMode: Text.Wrap

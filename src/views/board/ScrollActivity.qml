@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Board
 
 /// Tells the board that a view of it moves, so that nothing else takes the time it needs.
 Connections {

@@ -2,7 +2,11 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Window
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 
 /// Scrolls the board to what the arrow keys have selected, to what the Tab key has reached and to
 /// the field in which one types, wherever their cards go, and lets the keyboard's focus follow the
@@ -49,7 +53,7 @@ Item {
         root.showSelection();
         const column = root.selectedColumn();
         if (column !== null)
-            root.board.requestRename(column.columnID);
+            root.board.goals.requestRename(column.columnID);
     }
     /// Lets the focus follow the selection, so that a screen reader tells of it, unless it is where
     /// a person has put it.

@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
 
 /// A symbol of the interface in one colour. Nothing tells assistive programs of it: what it stands
 /// for is said by what it stands on.

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
 
 /// An item of a menu with a symbol before its text. A sign at its end shows the menu that it opens. The
 /// chosen one of several has its sign before its text, in place of a symbol or before it.

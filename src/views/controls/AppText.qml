@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
 /// One line of text that is cut short at its end; plain, whatever characters it holds. One that
 /// wraps has as many lines as it needs.

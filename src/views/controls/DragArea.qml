@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
 
 /// Notices presses, and makes a drag of one that moves on.
 MouseArea {

@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// A button that shows only a symbol; its text is its accessible name and, unless it has a help of
 /// its own, its tip.

@@ -1,13 +1,14 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Goals
 
 /// Takes what is dragged onto a column, wherever that is shown.
 DropArea {
     id: root
 
-    required property BoardController board
+    required property DropController drops
     required property BoardDragSource dragSource
     required property string columnID
 
@@ -23,13 +24,13 @@ DropArea {
     keys: ["text/plain"]
     // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
     onEntered: drag => {
-        drag.accepted = root.dragSource.isDragging && root.board.canDrop(drag.text, root.columnID);
-        root.isGoal = drag.accepted && root.board.isGoalDrag(drag.text);
-        root.isWelcoming = drag.accepted && root.board.wouldDropMove(drag.text, root.columnID);
+        drag.accepted = root.dragSource.isDragging && root.drops.canDrop(drag.text, root.columnID);
+        root.isGoal = drag.accepted && root.drops.isGoalDrag(drag.text);
+        root.isWelcoming = drag.accepted && root.drops.wouldDropMove(drag.text, root.columnID);
     }
     onExited: root.isWelcoming = false
     onDropped: drop => {
         root.isWelcoming = false;
-        drop.accepted = root.dragSource.isDragging && root.board.drop(drop.text, root.columnID);
+        drop.accepted = root.dragSource.isDragging && root.drops.drop(drop.text, root.columnID);
     }
 }

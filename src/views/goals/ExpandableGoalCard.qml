@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
 
 /// The card of a target: it shows the beginning of its content and, while it is selected, all of
 /// it. What is cut off ends in the card's round corners.

@@ -1,7 +1,9 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
 
 /// A goal's title in one line. One that is too wide for its place passes by slowly, over and over,
 /// while it can be seen.

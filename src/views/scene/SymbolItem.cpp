@@ -49,8 +49,8 @@ void SymbolItem::componentComplete()
 {
     QQuickItem::componentComplete();
     if (QQmlEngine* const engine = qmlEngine(this); engine != nullptr) {
-        m_pictures =
-            engine->singletonInstance<SymbolPictures*>(qmlTypeId("Kelpa", 1, 0, "SymbolPictures"));
+        m_pictures = engine->singletonInstance<SymbolPictures*>(
+            qmlTypeId("Kelpa.Scene", 1, 0, "SymbolPictures"));
     }
 }
 

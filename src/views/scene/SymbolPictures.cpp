@@ -10,7 +10,7 @@ namespace {
 
 QImage drawnSymbol(const QString& symbol, const QColor& color, int pixels)
 {
-    QFile file(QStringLiteral(":/qt/qml/Kelpa/icons/%1.svg").arg(symbol));
+    QFile file(QStringLiteral(":/kelpa/symbols/%1.svg").arg(symbol));
     if (pixels <= 0 || !file.open(QIODevice::ReadOnly))
         return {};
     QSvgRenderer renderer(file.readAll());

@@ -47,20 +47,6 @@ QString TodoController::editorColumnID() const
     return goalID ? columnText(goalID) : QString();
 }
 
-QStringList TodoController::priorities() const
-{
-    QStringList result;
-    for (const GoalPriority priority : allGoalPriorities)
-        result.append(rawValue(priority));
-    return result;
-}
-
-QString TodoController::prioritySymbol(const QString& priority) const
-{
-    const std::optional<GoalPriority> known = goalPriorityFromRawValue(priority);
-    return known ? kelpa::prioritySymbol(*known) : QString();
-}
-
 QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
 {
     const std::optional<TodoList> list = todoListFromText(listID);
@@ -164,15 +150,9 @@ void TodoController::copyTodo(const QString& todoID, const QString& columnID)
         m_store.copyTodo(*todo);
 }
 
-void TodoController::goToColumn(const QString& columnID)
+void TodoController::goToUnified()
 {
-    const auto activate = [this](const TargetSelection& target) {
-        m_store.activateTarget(target, EnterWindowLayer::no);
-    };
-    if (columnID == unifiedTodosText)
-        activate(TargetSelection::unifiedTodos());
-    else if (const std::optional<ColumnID> column = columnFromText(columnID))
-        activate(TargetSelection::of(column->goalID));
+    m_store.activateTarget(TargetSelection::unifiedTodos(), EnterWindowLayer::no);
 }
 
 const TodoItem* TodoController::todoAt(const TodoPlace& place) const
@@ -204,7 +184,7 @@ void TodoController::goToTodo(const QString& todoID, const QString& columnID, bo
     const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
     if (!place || !hasTodo(*place))
         return;
-    goToColumn(columnID);
+    m_store.activateTarget(TargetSelection::of(place->goalID), EnterWindowLayer::no);
     m_isTodoRequestOpen = isByKeyboard;
     highlight(place);
     Q_EMIT todoRequested();
@@ -246,14 +226,6 @@ void TodoController::forgetRestoredTodo()
 {
     if (m_isHighlightRestored)
         highlight(std::nullopt);
-}
-
-void TodoController::setPriority(const QString& columnID, const QString& priority)
-{
-    const std::optional<ColumnID> column = columnFromText(columnID);
-    const std::optional<GoalPriority> wanted = goalPriorityFromRawValue(priority);
-    if (column && column->goalID && wanted)
-        m_store.setGoalPriority(*wanted, *column->goalID);
 }
 
 void TodoController::setDraft(const QString& listID, const QString& text)

@@ -9,7 +9,6 @@
 #include <QHash>
 #include <QObject>
 #include <QString>
-#include <QStringList>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
@@ -28,7 +27,6 @@ class TodoController : public QObject
     Q_PROPERTY(QString editorColumnID READ editorColumnID NOTIFY editorColumnIDChanged)
     Q_PROPERTY(QString highlightedTodoID READ highlightedTodoID NOTIFY highlightedTodoIDChanged)
     Q_PROPERTY(bool isUnifiedSelected READ isUnifiedSelected NOTIFY isUnifiedSelectedChanged)
-    Q_PROPERTY(QStringList priorities READ priorities CONSTANT)
 
 public:
     /// `store` outlives the controller.
@@ -43,9 +41,6 @@ public:
     QString highlightedTodoID() const;
     /// Whether the keyboard has selected the list of the whole board.
     bool isUnifiedSelected() const { return m_isUnifiedSelected; }
-    /// The stored texts of the priorities, the most urgent first.
-    QStringList priorities() const;
-    Q_INVOKABLE QString prioritySymbol(const QString& priority) const;
 
     /// What the list shows, named by `columnText` or `unifiedTodosText`.
     QList<UnifiedTodoEntry> entries(const QString& listID) const;
@@ -68,8 +63,8 @@ public:
     /// As `moveInList`, above all that the list shows or below it.
     Q_INVOKABLE bool moveToEndOfList(const QString& todoID, const QString& listID, int step);
     Q_INVOKABLE void copyTodo(const QString& todoID, const QString& columnID);
-    /// Selects the column, or the list of the whole board.
-    Q_INVOKABLE void goToColumn(const QString& columnID);
+    /// Selects the list of the whole board.
+    Q_INVOKABLE void goToUnified();
     /// Selects the column in which the todo lives, and lets it stand out there until the selection
     /// goes elsewhere. Who came by the keyboard goes on with it in the row of the todo.
     Q_INVOKABLE void goToTodo(const QString& todoID, const QString& columnID, bool isByKeyboard);
@@ -77,7 +72,6 @@ public:
     Q_INVOKABLE bool takeTodoRequest(const QString& todoID);
     /// What an undo has given back stands out no more.
     void forgetRestoredTodo();
-    Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
 
     /// What was written for a new todo of the list and not added yet: it outlasts the field.
     Q_INVOKABLE QString draft(const QString& listID) const { return m_drafts.value(listID).text; }

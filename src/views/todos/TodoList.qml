@@ -2,13 +2,16 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
 
 /// The todos of a column or of the whole board, and below them the field for a new one.
 Item {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property string listID
     /// Points; what does not fit is scrolled.
@@ -26,7 +29,7 @@ Item {
     property bool isKeyboardAwaited: false
 
     readonly property TodoListModel listModel: TodoListModel {
-        todos: root.board.todos
+        todos: root.todos
         listID: root.listID
         // What is gone is not being edited any more.
         onCountChanged: if (root.listModel.rowOf(root.editedTodoID) < 0)
@@ -35,9 +38,9 @@ Item {
     /// Whether something is being written, which is not to be lost.
     readonly property bool isWriting: root.isEditorOpen || root.editedTodoID.length > 0
     readonly property bool isEditorOpen: root.isOwnEditorOpen
-                                         || root.board.todos.editorColumnID === root.listID
+                                         || root.todos.editorColumnID === root.listID
     readonly property int rowHeight: Theme.todoHeight
-                                     + (root.listID === root.board.todos.unifiedListID ? 12 : 0)
+                                     + (root.listID === root.todos.unifiedListID ? 12 : 0)
     readonly property real wantedHeight: Math.max(rows.contentHeight, empty.height)
                                          + (root.isEditorOpen ? Theme.todoHeight : 0)
 
@@ -61,7 +64,7 @@ Item {
             root.isOwnEditorOpen = false;
         // By now it may be another goal's.
         else if (root.isEditorOpen)
-            root.board.todos.cancelEditor();
+            root.todos.cancelEditor();
         if (isAwaited)
             root.keyboardReturned();
     }
@@ -91,7 +94,7 @@ Item {
     }
     /// A list that waits to be used for another goal is in no window, and takes none.
     function takeRequest(): void {
-        if (root.Window.window !== null && root.board?.todos.takeEditorRequest(root.listID))
+        if (root.Window.window !== null && root.todos?.takeEditorRequest(root.listID))
             root.focusEditor();
     }
 
@@ -101,14 +104,14 @@ Item {
         root.isKeyboardAwaited = false
 
     Connections {
-        target: root.board.todos
+        target: root.todos
 
         function onEditorRequested(): void {
             root.takeRequest();
         }
         function onUnifiedTodoRestored(todoID: string): void {
             const row = root.listModel.rowOf(todoID);
-            if (row < 0 || root.listID !== root.board.todos.unifiedListID)
+            if (row < 0 || root.listID !== root.todos.unifiedListID)
                 return;
             lines.layOut();
             root.reveal(row);
@@ -159,7 +162,7 @@ Item {
                 TodoRow {
                     id: row
 
-                    board: root.board
+                    todos: root.todos
                     dragSource: root.dragSource
                     listID: root.listID
                     isEdited: root.editedTodoID === row.todoID
@@ -172,7 +175,7 @@ Item {
                     onEditEnded: if (row.isEdited)
                         root.editedTodoID = ""
                     onMoveRequested: isUp => {
-                        if (root.board.todos.moveInList(row.todoID, root.listID, isUp ? -1 : 1))
+                        if (root.todos.moveInList(row.todoID, root.listID, isUp ? -1 : 1))
                             root.reveal(root.listModel.rowOf(row.todoID));
                     }
                 }
@@ -215,7 +218,7 @@ Item {
         anchors.right: parent.right
         y: Math.min(lines.implicitHeight, rows.height)
         height: root.height + root.roomBelow - y
-        board: root.board
+        todos: root.todos
         dragSource: root.dragSource
         listID: root.listID
 
@@ -231,7 +234,7 @@ Item {
         width: parent.width
         height: visible ? Theme.todoHeight : 0
         leftPadding: Theme.columnTextX - Theme.small
-        text: root.board.copy.text(CopyKey.NoTodosYet)
+        text: ViewSettings.copy.text(CopyKey.NoTodosYet)
         color: Theme.secondaryText
         visible: root.listModel.count === 0
         Accessible.ignored: !visible
@@ -246,7 +249,7 @@ Item {
             anchors.left: root.left
             anchors.right: root.right
             anchors.bottom: root.bottom
-            board: root.board
+            todos: root.todos
             listID: root.listID
             onAdded: root.reveal(root.listModel.count - 1)
             onClosed: returnsKeyboard => root.closeEditor(returnsKeyboard)

@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// The button of a todo's menu. It lies over the end of the title, on the ground of the row, so that
 /// the title does not jump when the button comes.

@@ -1,14 +1,17 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
 
 /// A todo in a list. A click on its title edits it in place; it can be dragged within its list and
 /// to another column. Alt with the up or down arrow moves it by one row.
 FocusScope {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property string listID
     required property string todoID
@@ -20,9 +23,9 @@ FocusScope {
     required property string goalTitle
     required property bool isEdited
 
-    readonly property bool isUnified: root.listID === root.board.todos.unifiedListID
+    readonly property bool isUnified: root.listID === root.todos.unifiedListID
     readonly property bool isHighlighted: !root.isUnified
-                                          && root.board.todos.highlightedTodoID === root.todoID
+                                          && root.todos.highlightedTodoID === root.todoID
     /// Whether a person went here with the keyboard. A button that was clicked has it too, but
     /// nobody knows.
     readonly property bool hasKeyboard: face.activeFocus || statusButton.visualFocus
@@ -70,8 +73,8 @@ FocusScope {
 
     /// A row that waits to be used for another todo is in no window, and takes none.
     function takeRequest(): void {
-        if (root.Window.window !== null && root.board !== null && !root.isUnified
-                && root.board.todos.takeTodoRequest(root.todoID))
+        if (root.Window.window !== null && root.todos !== null && !root.isUnified
+                && root.todos.takeTodoRequest(root.todoID))
             root.takeKeyboard();
     }
 
@@ -81,7 +84,7 @@ FocusScope {
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
 
     Connections {
-        target: root.board.todos
+        target: root.todos
 
         function onTodoRequested(): void {
             root.takeRequest();
@@ -97,7 +100,7 @@ FocusScope {
         Accessible.ignored: !visible
         Accessible.name: root.title
         Accessible.description: root.isUnified
-                ? root.goalTitle : root.board.copy.statusName(root.status)
+                ? root.goalTitle : ViewSettings.copy.statusName(root.status)
         Accessible.focusable: true
         Accessible.selectable: true
         Accessible.selected: root.isHighlighted
@@ -115,7 +118,7 @@ FocusScope {
                 root.edit(true);
             else if (event.key === Qt.Key_Delete && event.modifiers === Qt.NoModifier)
                 // One that is held would delete what follows as well.
-                event.isAutoRepeat || root.board.todos.remove(root.todoID, root.columnID);
+                event.isAutoRepeat || root.todos.remove(root.todoID, root.columnID);
             else if (event.key === Qt.Key_Up && (event.modifiers & Qt.AltModifier))
                 root.moveRequested(true);
             else if (event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier))
@@ -148,7 +151,7 @@ FocusScope {
             dragSource: root.dragSource
             picture: face
             isHeldBeside: true
-            text: root.board.todos.dragText(root.todoID, root.columnID)
+            text: root.todos.dragText(root.todoID, root.columnID)
             acceptedButtons: Qt.LeftButton | Qt.RightButton
             cursorShape: Qt.IBeamCursor
             onClicked: mouse => {
@@ -165,9 +168,9 @@ FocusScope {
             symbol: root.statusSymbol
             size: 28
             color: root.isDone ? Theme.done : Theme.secondaryText
-            text: root.board.copy.statusAccessibilityLabel(root.status)
-            help: root.board.copy.statusHelp(root.status)
-            onClicked: root.board.todos.toggle(root.todoID, root.columnID)
+            text: ViewSettings.copy.statusAccessibilityLabel(root.status)
+            help: ViewSettings.copy.statusHelp(root.status)
+            onClicked: root.todos.toggle(root.todoID, root.columnID)
         }
         TodoRowTexts {
             id: texts
@@ -187,7 +190,7 @@ FocusScope {
             anchors.right: root.goButton !== null ? root.goButton.left : handle.left
             anchors.verticalCenter: parent.verticalCenter
             ground: Qt.tint(Theme.column, rowGround.color)
-            text: root.board.copy.text(CopyKey.MoreTodoActions)
+            text: ViewSettings.copy.text(CopyKey.MoreTodoActions)
             isShown: (hover.hovered || root.hasKeyboard) && !root.isDragged
             onClicked: root.openMenu(menuButton.visualFocus,
                                      Qt.point(menuButton.x, root.height - Theme.tiny))
@@ -202,8 +205,8 @@ FocusScope {
                 symbol: "arrow-right"
                 size: 28
                 symbolSize: 14
-                text: root.board.copy.text(CopyKey.GoToTodoInGoal)
-                onClicked: root.board.todos.goToTodo(root.todoID, root.columnID,
+                text: ViewSettings.copy.text(CopyKey.GoToTodoInGoal)
+                onClicked: root.todos.goToTodo(root.todoID, root.columnID,
                                                       goButton.visualFocus)
             }
             onItemAdded: (index, item) => root.goButton = item as IconButton
@@ -214,7 +217,7 @@ FocusScope {
 
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            board: root.board
+            todos: root.todos
             dragSource: root.dragSource
             todoID: root.todoID
             columnID: root.columnID
@@ -241,7 +244,7 @@ FocusScope {
             anchors.left: root.left
             anchors.right: root.right
             anchors.verticalCenter: root.verticalCenter
-            board: root.board
+            todos: root.todos
             todoID: root.todoID
             columnID: root.columnID
             symbol: root.statusSymbol
@@ -254,7 +257,7 @@ FocusScope {
         id: dropArea
 
         anchors.fill: parent
-        board: root.board
+        todos: root.todos
         dragSource: root.dragSource
         listID: root.listID
         todoID: root.todoID

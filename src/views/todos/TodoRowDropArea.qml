@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Todos
 
 /// Takes todos that are dragged onto a row of their list. Anything but a todo goes to the column. A
 /// todo that the row refuses must not go there: whoever drops it on a row wants to give it a place
@@ -10,7 +11,7 @@ import Kelpa
 DropArea {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property string listID
     required property string todoID
@@ -25,17 +26,17 @@ DropArea {
     function look(text: string, y: real): void {
         root.isBehind = root.isLast && y >= root.height / 2;
         root.isWelcoming = root.isBehind
-                ? root.board.todos.wouldDropAtEndMove(text, root.listID)
-                : root.board.todos.wouldDropOnRowMove(text, root.todoID);
+                ? root.todos.wouldDropAtEndMove(text, root.listID)
+                : root.todos.wouldDropOnRowMove(text, root.todoID);
     }
 
     keys: ["text/plain"]
     onEntered: drag => {
-        const isTodo = root.dragSource.isDragging && root.board.todos.isTodoDrag(drag.text);
+        const isTodo = root.dragSource.isDragging && root.todos.isTodoDrag(drag.text);
         root.isTaking = isTodo
-                && root.board.todos.canDropOnRow(drag.text, root.listID, root.todoID);
+                && root.todos.canDropOnRow(drag.text, root.listID, root.todoID);
         if (root.isTaking) {
-            root.isLast = !root.board.todos.canMoveInList(root.todoID, root.listID, 1);
+            root.isLast = !root.todos.canMoveInList(root.todoID, root.listID, 1);
             root.look(drag.text, drag.y);
         }
         if (isTodo && !root.isTaking)
@@ -55,7 +56,7 @@ DropArea {
         root.isWelcoming = false;
         drop.accepted = root.dragSource.isDragging
                 && (root.isBehind
-                    ? root.board.todos.dropAtEnd(drop.text, root.listID)
-                    : root.board.todos.dropOnRow(drop.text, root.listID, root.todoID));
+                    ? root.todos.dropAtEnd(drop.text, root.listID)
+                    : root.todos.dropOnRow(drop.text, root.listID, root.todoID));
     }
 }

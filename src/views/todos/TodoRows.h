@@ -53,8 +53,7 @@ struct TodoMove
 /// not in the list or already at that end.
 std::optional<TodoMove> todoMove(const QList<UnifiedTodoEntry>& entries, TodoID todoID, int step);
 
-/// The symbol that shows a status, and the one that shows a priority.
+/// The name of the symbol that shows a status.
 QString statusSymbol(TodoStatus status);
-QString prioritySymbol(GoalPriority priority);
 
 } // namespace kelpa

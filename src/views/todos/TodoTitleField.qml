@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
 /// The field in which the title of a todo is changed. Only Escape and the button throw away what was
 /// written: `ended` comes after these and after Return, `abandoned` when the keyboard goes elsewhere.
@@ -17,25 +17,25 @@ TodoField {
     signal ended
 
     function takeTitle(): void {
-        root.givenTitle = root.board.todos.title(root.todoID, root.columnID);
+        root.givenTitle = root.todos.title(root.todoID, root.columnID);
         root.text = root.givenTitle;
     }
 
-    label: root.board.copy.text(CopyKey.EditTodo)
+    label: ViewSettings.copy.text(CopyKey.EditTodo)
     Component.onCompleted: root.takeTitle()
     onCommitted: title => {
-        root.board.todos.rename(root.todoID, root.columnID, title);
+        root.todos.rename(root.todoID, root.columnID, title);
         root.ended();
     }
     onCancelled: root.ended()
     // What was not written here may be old: the title can be undone meanwhile.
     onAbandoned: {
-        if (root.text !== root.givenTitle && root.board.todos.isTitle(root.text))
-            root.board.todos.rename(root.todoID, root.columnID, root.text);
+        if (root.text !== root.givenTitle && root.todos.isTitle(root.text))
+            root.todos.rename(root.todoID, root.columnID, root.text);
     }
 
     Connections {
-        target: root.board.todos
+        target: root.todos
 
         function onEntriesChanged(): void {
             if (root.text === root.givenTitle)

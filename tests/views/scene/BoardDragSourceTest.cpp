@@ -1,6 +1,8 @@
 // What a press that moves on makes a drag of.
 #include "views/scene/BoardDragSource.h"
 
+#include "views/ViewTypes.h"
+
 #include <QDrag>
 #include <QMimeData>
 #include <QPixmap>
@@ -13,9 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-
-// The build makes it for the module.
-extern void qml_register_types_Kelpa();
 
 namespace kelpa::test {
 namespace {
@@ -42,7 +41,7 @@ protected:
 };
 
 const QByteArray scene = "import QtQuick\n"
-                         "import Kelpa\n"
+                         "import Kelpa.Scene\n"
                          "Window { id: root; width: 300; height: 200; visible: true\n"
                          "  property BoardDragSource source\n"
                          "  Item { id: face; x: 20; y: 10; width: 100; height: 40\n"
@@ -56,7 +55,7 @@ class Dragging : public testing::Test
 protected:
     void SetUp() override
     {
-        qml_register_types_Kelpa();
+        registerViewTypes();
         engine.addImportPath(QStringLiteral(":/qt/qml"));
         QQmlComponent component(&engine);
         component.setData(scene, QUrl());

@@ -73,8 +73,8 @@ TEST_F(Todos, A_todo_moves_to_another_list_by_its_menu)
 TEST_F(Todos, A_todo_dropped_on_another_column_moves_there)
 {
     const QString text = todoController().dragText(todo.text(), first.text());
-    EXPECT_TRUE(controller->canDrop(text, second.text()));
-    EXPECT_TRUE(controller->drop(text, second.text()));
+    EXPECT_TRUE(controller->drops()->canDrop(text, second.text()));
+    EXPECT_TRUE(controller->drops()->drop(text, second.text()));
     EXPECT_EQ(titles(second), QStringList{QStringLiteral("Read")});
 }
 
@@ -82,9 +82,9 @@ TEST_F(Todos, A_todo_dropped_on_its_own_column_is_taken_and_stays)
 {
     const QString text = todoController().dragText(todo.text(), first.text());
     const QList<Goal> before = store().goals();
-    EXPECT_TRUE(controller->canDrop(text, first.text()));
-    EXPECT_FALSE(controller->wouldDropMove(text, first.text()));
-    EXPECT_TRUE(controller->drop(text, first.text()));
+    EXPECT_TRUE(controller->drops()->canDrop(text, first.text()));
+    EXPECT_FALSE(controller->drops()->wouldDropMove(text, first.text()));
+    EXPECT_TRUE(controller->drops()->drop(text, first.text()));
     EXPECT_EQ(store().goals(), before);
 }
 
@@ -92,8 +92,8 @@ TEST_F(Todos, A_todo_that_has_been_deleted_during_its_drag_is_refused)
 {
     const QString text = todoController().dragText(todo.text(), first.text());
     store().deleteTodo(todo, first);
-    EXPECT_FALSE(controller->canDrop(text, second.text()));
-    EXPECT_FALSE(controller->drop(text, unassigned));
+    EXPECT_FALSE(controller->drops()->canDrop(text, second.text()));
+    EXPECT_FALSE(controller->drops()->drop(text, unassigned));
 }
 
 TEST_F(Todos, A_todo_dropped_on_a_row_of_its_list_comes_before_it)
@@ -270,25 +270,6 @@ TEST_F(Todos, A_cancelled_editor_is_open_nowhere)
     EXPECT_FALSE(todoController().takeEditorRequest(QString()));
 }
 
-TEST_F(Todos, The_way_to_a_todo_selects_its_column)
-{
-    todoController().goToColumn(second.text());
-    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(second));
-    todoController().goToColumn(unassigned);
-    EXPECT_EQ(store().boardNavigation().target, TargetSelection::unassigned());
-}
-
-TEST_F(Todos, A_priority_is_set_by_its_stored_text)
-{
-    EXPECT_EQ(todoController().priorities(),
-              QStringList({QStringLiteral("p0"), QStringLiteral("p1"), QStringLiteral("p2"),
-                           QStringLiteral("p3")}));
-    todoController().setPriority(second.text(), QStringLiteral("p0"));
-    EXPECT_EQ(goal(second).priority, GoalPriority::p0);
-    todoController().setPriority(second.text(), QStringLiteral("urgent"));
-    EXPECT_EQ(goal(second).priority, GoalPriority::p0);
-}
-
 TEST_F(Todos, The_selection_of_the_whole_board_is_published)
 {
     QSignalSpy changes(&todoController(), &TodoController::isUnifiedSelectedChanged);
@@ -320,9 +301,9 @@ TEST_F(Todos, The_way_to_a_todo_selects_its_goal_and_lets_the_todo_stand_out)
 TEST_F(Todos, A_todo_stands_out_until_the_selection_goes_elsewhere)
 {
     todoController().goToTodo(todo.text(), first.text(), true);
-    todoController().goToColumn(first.text());
+    controller->goals()->goToColumn(first.text());
     EXPECT_EQ(todoController().highlightedTodoID(), todo.text());
-    todoController().goToColumn(second.text());
+    controller->goals()->goToColumn(second.text());
     EXPECT_EQ(todoController().highlightedTodoID(), QString());
 }
 
@@ -366,7 +347,7 @@ TEST_F(Todos, A_todo_that_undo_gives_back_is_told_to_the_selected_list_of_all_to
 {
     QSignalSpy inList(&todoController(), &TodoController::unifiedTodoRestored);
     store().deleteTodo(todo, first);
-    todoController().goToColumn(unifiedTodosText);
+    todoController().goToUnified();
     store().undo();
     EXPECT_EQ(inList, (QList<QVariantList>{{todo.text()}}));
     EXPECT_EQ(todoController().highlightedTodoID(), QString());
