@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa.Appearance
 
-/// The field for a new todo of a list. It stays for the next one; what is written and not added is
+/// The field for a new todo of a list. It stays open for the next todo; text that is not added is
 /// kept as the list's draft.
 TodoField {
     id: root
@@ -11,8 +11,8 @@ TodoField {
     required property string listID
 
     signal added
-    /// It is not needed any more. The keyboard goes back to where it came from, unless it has gone
-    /// elsewhere by itself.
+    /// `returnsKeyboard` says whether the focus is to return to where it came from; it is false
+    /// where the focus has gone elsewhere already.
     signal closed(returnsKeyboard: bool)
 
     symbol: "circle"
@@ -30,8 +30,7 @@ TodoField {
     }
     onAbandoned: closing.restart()
 
-    // One in which nobody has written is in the way. It goes when the keyboard has come to where it
-    // goes.
+    // A blank field that was left is in the way. It closes once the focus has arrived elsewhere.
     Timer {
         id: closing
 
@@ -41,16 +40,16 @@ TodoField {
     }
     Connections {
         target: root.todos
-        // What was written in one that is closed is the draft's alone.
+        // The text of a closed field is only in the draft.
         enabled: root.Window.window !== null
 
-        // Others that close with it were left before, and wait.
+        // Fields without the focus were left before: their drafts stay wanted.
         function onEditorGivenUp(): void {
             if (root.hasKeyboard)
                 root.todos.giveUpDraft(root.listID);
         }
         function onWritingFinished(): void {
-            root.finish();
+            root.finishComposition();
             const title = root.text;
             root.text = "";
             if (root.todos.isTitle(title))

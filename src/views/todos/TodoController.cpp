@@ -3,23 +3,15 @@
 #include "model/Text.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
+#include "views/models/DragPayload.h"
+#include "views/todos/TodoPlace.h"
 
-#include <algorithm>
-#include <optional>
 #include <utility>
 
 namespace kelpa {
 
-std::optional<TodoController::TodoPlace> TodoController::placeFromTexts(const QString& todoID,
-                                                                        const QString& columnID)
-{
-    const std::optional<TodoID> todo = TodoID::fromText(todoID);
-    const std::optional<ColumnID> column = columnFromText(columnID);
-    return todo && column ? std::optional(TodoPlace{*todo, column->goalID}) : std::nullopt;
-}
-
 TodoController::TodoController(WindowStore& store, QObject* parent)
-    : QObject(parent), m_store(store),
+    : QObject(parent), m_store(store), m_drops(store, *this),
       m_isUnifiedSelected(store.boardNavigation().target.isUnifiedTodos())
 {
     for (const auto signal : {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
@@ -32,13 +24,12 @@ TodoController::TodoController(WindowStore& store, QObject* parent)
         Q_EMIT editorRequested();
     });
     connect(&store, &WindowStore::boardNavigationChanged, this, &TodoController::updateSelection);
-    for (const auto signal : {&WindowStore::boardNavigationChanged, &WindowStore::goalsChanged,
-                              &WindowStore::unassignedTodosChanged})
-        connect(&store, signal, this, &TodoController::updateHighlight);
-    connect(&store, &WindowStore::boardNavigationChanged, this,
-            &TodoController::forgetRestoredTodo);
-    // Told after the selection that it brought about.
-    connect(&store, &WindowStore::restorationIDChanged, this, &TodoController::showRestoredTodo);
+    m_highlight = new TodoHighlight(store, this);
+    connect(m_highlight, &TodoHighlight::todoIDChanged, this,
+            &TodoController::highlightedTodoIDChanged);
+    connect(m_highlight, &TodoHighlight::requested, this, &TodoController::todoRequested);
+    connect(m_highlight, &TodoHighlight::restoredInUnifiedList, this,
+            &TodoController::unifiedTodoRestored);
 }
 
 QString TodoController::editorColumnID() const
@@ -50,23 +41,14 @@ QString TodoController::editorColumnID() const
 QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
 {
     const std::optional<TodoList> list = todoListFromText(listID);
-    if (!list)
-        return {};
-    const QString unassignedTitle = KelpaCopy::text(CopyKey::Unsorted, m_store.language());
-    const QList<Goal>& goals = m_store.goals();
-    const ColumnID* const column = std::get_if<ColumnID>(&*list);
-    if (column == nullptr)
-        return unifiedTodoEntries(goals, m_store.unassignedTodos(), unassignedTitle);
-    if (!column->goalID)
-        return unassignedTodoEntries(m_store.unassignedTodos(), unassignedTitle);
-    const Goal* const goal = goalWith(*column->goalID, goals);
-    return goal != nullptr ? goalTodoEntries(*goal) : QList<UnifiedTodoEntry>();
+    return list ? todoEntries(*list, m_store.goals(), m_store.unassignedTodos(),
+                              KelpaCopy::text(CopyKey::Unsorted, m_store.language()))
+                : QList<UnifiedTodoEntry>();
 }
 
 QString TodoController::title(const QString& todoID, const QString& columnID) const
 {
-    const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
-    const TodoItem* const todo = place ? todoAt(*place) : nullptr;
+    const TodoItem* const todo = todoFromTexts(todoID, columnID);
     return todo != nullptr ? todo->title : QString();
 }
 
@@ -85,26 +67,26 @@ void TodoController::add(const QString& title, const QString& listID)
 
 void TodoController::rename(const QString& todoID, const QString& columnID, const QString& title)
 {
-    if (const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID))
+    if (const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, columnID))
         m_store.updateTodo(place->todoID, title, place->goalID);
 }
 
 void TodoController::toggle(const QString& todoID, const QString& columnID)
 {
-    if (const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID))
+    if (const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, columnID))
         m_store.toggleTodo(place->todoID, place->goalID);
 }
 
 void TodoController::remove(const QString& todoID, const QString& columnID)
 {
-    if (const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID))
+    if (const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, columnID))
         m_store.deleteTodo(place->todoID, place->goalID);
 }
 
 void TodoController::move(const QString& todoID, const QString& fromColumnID,
                           const QString& toColumnID)
 {
-    const std::optional<TodoPlace> place = placeFromTexts(todoID, fromColumnID);
+    const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, fromColumnID);
     const std::optional<ColumnID> to = columnFromText(toColumnID);
     if (place && to && place->goalID != to->goalID)
         m_store.moveTodo(place->todoID, place->goalID, to->goalID);
@@ -145,9 +127,14 @@ bool TodoController::moveToEndOfList(const QString& todoID, const QString& listI
 
 void TodoController::copyTodo(const QString& todoID, const QString& columnID)
 {
-    const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
-    if (const TodoItem* const todo = place ? todoAt(*place) : nullptr)
+    if (const TodoItem* const todo = todoFromTexts(todoID, columnID))
         m_store.copyTodo(*todo);
+}
+
+QString TodoController::dragText(const QString& todoID, const QString& columnID) const
+{
+    const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, columnID);
+    return place ? TodoDragPayload{place->goalID, place->todoID}.encodedValue() : QString();
 }
 
 void TodoController::goToUnified()
@@ -155,92 +142,33 @@ void TodoController::goToUnified()
     m_store.activateTarget(TargetSelection::unifiedTodos(), EnterWindowLayer::no);
 }
 
-const TodoItem* TodoController::todoAt(const TodoPlace& place) const
-{
-    return kelpa::todoAt(place.goalID, place.todoID, m_store.goals(), m_store.unassignedTodos());
-}
-
-bool TodoController::hasTodo(const TodoPlace& place) const
-{
-    return todoAt(place) != nullptr;
-}
-
-QString TodoController::highlightedTodoID() const
-{
-    return m_highlighted ? m_highlighted->todoID.text() : QString();
-}
-
-void TodoController::highlight(std::optional<TodoPlace> place)
-{
-    const QString before = highlightedTodoID();
-    m_highlighted = place;
-    m_isHighlightRestored = false;
-    if (before != highlightedTodoID())
-        Q_EMIT highlightedTodoIDChanged();
-}
-
 void TodoController::goToTodo(const QString& todoID, const QString& columnID, bool isByKeyboard)
 {
-    const std::optional<TodoPlace> place = placeFromTexts(todoID, columnID);
-    if (!place || !hasTodo(*place))
+    const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, columnID);
+    if (!place || todoAt(*place, m_store) == nullptr)
         return;
     m_store.activateTarget(TargetSelection::of(place->goalID), EnterWindowLayer::no);
-    m_isTodoRequestOpen = isByKeyboard;
-    highlight(place);
-    Q_EMIT todoRequested();
+    m_highlight->goTo(*place, isByKeyboard);
 }
 
 bool TodoController::takeTodoRequest(const QString& todoID)
 {
-    if (!m_isTodoRequestOpen || todoID.isEmpty() || todoID != highlightedTodoID())
-        return false;
-    m_isTodoRequestOpen = false;
-    return true;
-}
-
-/// Not any more when the selection has gone elsewhere, or the todo itself.
-void TodoController::updateHighlight()
-{
-    if (m_highlighted &&
-        (m_store.boardNavigation().target != TargetSelection::of(m_highlighted->goalID) ||
-         !hasTodo(*m_highlighted))) {
-        m_isTodoRequestOpen = false;
-        highlight(std::nullopt);
-    }
-}
-
-void TodoController::showRestoredTodo()
-{
-    const std::optional<TodoID> todoID = m_store.restoredTodoID();
-    const TargetSelection& target = m_store.boardNavigation().target;
-    m_isTodoRequestOpen = false;
-    highlight(todoID && !target.isUnifiedTodos()
-                  ? std::optional(TodoPlace{*todoID, target.goalID()})
-                  : std::nullopt);
-    m_isHighlightRestored = true;
-    if (todoID && target.isUnifiedTodos())
-        Q_EMIT unifiedTodoRestored(todoID->text());
+    return m_highlight->takeFocusRequest(todoID);
 }
 
 void TodoController::forgetRestoredTodo()
 {
-    if (m_isHighlightRestored)
-        highlight(std::nullopt);
+    m_highlight->forgetRestored();
 }
 
 void TodoController::setDraft(const QString& listID, const QString& text)
 {
-    if (text.isEmpty())
-        m_drafts.remove(listID);
-    else
-        m_drafts.insert(listID, {text});
+    m_drafts.set(listID, text);
 }
 
 void TodoController::giveUpDraft(const QString& listID)
 {
-    const auto found = m_drafts.find(listID);
-    if (found != m_drafts.end())
-        found->isGivenUp = true;
+    m_drafts.giveUp(listID);
 }
 
 void TodoController::finishWriting()
@@ -249,10 +177,8 @@ void TodoController::finishWriting()
     QStringList lists{unifiedTodosText, columnText(std::nullopt)};
     for (const Goal& goal : m_store.goals())
         lists.append(columnText(goal.id));
-    for (const QString& listID : std::as_const(lists)) {
-        if (!m_drafts.value(listID).isGivenUp)
-            add(m_drafts.take(listID).text, listID);
-    }
+    for (const QString& listID : std::as_const(lists))
+        add(m_drafts.takeWanted(listID), listID);
 }
 
 void TodoController::requestEditor(const QString& columnID)
@@ -285,6 +211,12 @@ bool TodoController::takeEditorRequest(const QString& columnID)
         return false;
     m_isEditorRequestOpen = false;
     return true;
+}
+
+const TodoItem* TodoController::todoFromTexts(const QString& todoID, const QString& columnID) const
+{
+    const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, columnID);
+    return place ? todoAt(*place, m_store) : nullptr;
 }
 
 void TodoController::updateSelection()

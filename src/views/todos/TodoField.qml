@@ -5,8 +5,8 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Todos
 
-/// The row in which the title of a todo is written. A blank title is not committed, so that the
-/// field stays.
+/// The row in which the title of a todo is typed. A blank title is not committed: the field stays
+/// open.
 FocusScope {
     id: root
 
@@ -21,25 +21,21 @@ FocusScope {
 
     signal committed(title: string)
     signal cancelled
-    /// The keyboard went elsewhere within the window, or to nobody.
+    /// The focus went elsewhere within the window, or to no item.
     signal abandoned
 
-    function take(): void {
+    function focusField(): void {
         field.forceActiveFocus();
         field.cursorPosition = field.length;
     }
     /// The first letter that is typed replaces the text.
-    function takeWhole(): void {
-        root.take();
+    function focusAndSelectAll(): void {
+        root.focusField();
         field.selectAll();
     }
-    /// What is not yet composed to its end counts as it is.
-    function finish(): void {
+    /// Adds what an input method is still composing to the text, as it is.
+    function finishComposition(): void {
         TextComposition.keep(field);
-    }
-    function noteLeft(): void {
-        if (root.activeFocus && root.Window.active && !root.hasKeyboard)
-            root.abandoned();
     }
 
     implicitHeight: Theme.todoHeight
@@ -54,7 +50,7 @@ FocusScope {
         id: field
 
         anchors.left: parent.left
-        // The text stands where it stands when it is not being written.
+        // Where the title is in the row while it is not edited.
         anchors.leftMargin: 26
         anchors.right: cancelButton.left
         anchors.rightMargin: 2
@@ -69,14 +65,16 @@ FocusScope {
             root.committed(field.text)
         onCancelled: root.cancelled()
         onActiveFocusChanged: if (!field.activeFocus)
-            leaving.start()
+            abandoning.start()
     }
-    // A click beside the field leaves it before it is known where it goes: the button may be next.
+    // A click beside the field takes its focus before the item that was clicked, maybe the button,
+    // gets it.
     Timer {
-        id: leaving
+        id: abandoning
 
         interval: 0
-        onTriggered: root.noteLeft()
+        onTriggered: if (root.activeFocus && root.Window.active && !root.hasKeyboard)
+            root.abandoned()
     }
     IconButton {
         id: cancelButton
@@ -90,7 +88,7 @@ FocusScope {
         onClicked: root.cancelled()
     }
 
-    // While another window has the keyboard, what was typed waits.
+    // While another window is active, the field waits.
     onActiveFocusChanged: if (!root.activeFocus && root.Window.active && !field.isMenuOpen)
         root.abandoned()
 }

@@ -6,7 +6,7 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Todos
 
-/// Copies a todo's title when it is clicked, and drags the todo.
+/// The handle of a row: a click copies the todo's title, a drag moves the todo.
 IconButton {
     id: root
 
@@ -14,7 +14,7 @@ IconButton {
     required property BoardDragSource dragSource
     required property string todoID
     required property string columnID
-    /// What follows the pointer.
+    /// Follows the pointer as a picture.
     required property Item picture
 
     readonly property bool isDragged: area.isDragged

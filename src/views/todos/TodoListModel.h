@@ -1,5 +1,5 @@
-// The todos of one list of the board. A list that no view shows has no model, so that a board of
-// many goals costs only what is on the screen.
+// The todos of one list of the board as a model. Views create it, so that a board of many goals
+// costs only the lists on the screen.
 #pragma once
 
 #include "views/models/RowListModel.h"
@@ -13,7 +13,7 @@ namespace kelpa {
 
 class TodoController;
 
-/// Follows the store of its `todos`. Main thread. Made by the view that shows it.
+/// Follows the store of its `todos`. Main thread.
 class TodoListModel : public RowListModel<UnifiedTodoEntry>
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ public:
 
     TodoController* todos() const { return m_todos; }
     void setTodos(TodoController* todos);
-    /// A text of `columnText`, or `unifiedTodosText`; of any other text the list is empty.
+    /// A text of `columnText`, or `unifiedTodosText`; for any other text the list is empty.
     QString listID() const { return m_listID; }
     void setListID(const QString& listID);
     int count() const { return rowCount(); }

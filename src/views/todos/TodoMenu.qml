@@ -6,7 +6,7 @@ import Kelpa.Controls
 import Kelpa.Goals
 import Kelpa.Todos
 
-/// What can be done with a todo.
+/// The actions on a todo, opened from one of its rows.
 AppMenu {
     id: root
 
@@ -15,13 +15,13 @@ AppMenu {
 
     property string todoID
     property string columnID
-    /// The list in whose row the menu opens.
+    /// The list of the row from which the menu was opened.
     property string listID
-    /// That row, which may go meanwhile; and whether the keyboard was in it.
+    /// That row, which may be destroyed or reused meanwhile, and whether a key opened the menu.
     property TodoRow row: null
     property bool isByKeyboard: false
 
-    /// Opens it for a todo of a column, as the row of a list shows it.
+    /// `position` is in the coordinates of `owner`.
     function ask(todoID: string, columnID: string, row: TodoRow, owner: Item,
                  position: point): void {
         root.todoID = todoID;
@@ -29,13 +29,13 @@ AppMenu {
         root.listID = row.listID;
         root.row = row;
         root.isByKeyboard = row.isMenuByKeyboard;
-        // Items that come while the menu opens would close it again.
+        // Items that are added while the menu opens would close it again.
         items.active = true;
         root.popup(owner, position.x, position.y);
     }
 
-    /// What follows may take the row away, and the keyboard is to go on from there.
-    function giveKeyboardBack(): void {
+    /// Called before an action that may remove the row: the list moves the focus on from there.
+    function returnKeyboard(): void {
         if (root.isByKeyboard && root.row?.todoID === root.todoID)
             root.row.takeKeyboard();
     }
@@ -46,7 +46,7 @@ AppMenu {
         down.enabled = root.todos.canMoveInList(root.todoID, root.listID, 1);
         first.enabled = up.enabled;
         last.enabled = down.enabled;
-        // One place is where the todo is.
+        // One of the columns holds the todo already.
         targets.enabled = items.count > 1;
     }
 
@@ -79,7 +79,7 @@ AppMenu {
                 visible: item.isElsewhere
                 implicitHeight: item.isElsewhere ? 30 : 0
                 onTriggered: {
-                    root.giveKeyboardBack();
+                    root.returnKeyboard();
                     root.todos.move(root.todoID, root.columnID, item.columnID);
                 }
             }
@@ -127,7 +127,7 @@ AppMenu {
         symbolColor: Theme.destructive
         foreground: Theme.destructive
         onTriggered: {
-            root.giveKeyboardBack();
+            root.returnKeyboard();
             root.todos.remove(root.todoID, root.columnID);
         }
     }

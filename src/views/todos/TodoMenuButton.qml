@@ -4,11 +4,12 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// The button of a todo's menu. It lies over the end of the title, on the ground of the row, so that
-/// the title does not jump when the button comes.
+/// The button of a todo's menu. It covers the end of the title with the colour of the row, so that
+/// the title keeps its width when the button appears.
 IconButton {
     id: root
 
+    /// The opaque colour of the row.
     required property color ground
 
     symbol: "ellipsis"

@@ -4,10 +4,9 @@ import QtQuick
 import Kelpa.Scene
 import Kelpa.Todos
 
-/// Takes todos that are dragged onto a row of their list. Anything but a todo goes to the column. A
-/// todo that the row refuses must not go there: whoever drops it on a row wants to give it a place
-/// among the others. It comes to stand before that of the row or, as nothing else leads to the end of
-/// a list, behind it on the lower half of the last row.
+/// Accepts todos that are dragged onto a row of their list: they move before the row's todo or, on
+/// the lower half of the last row, behind it, as nothing else leads to the end of a list. Anything
+/// but a todo is passed on to the column.
 DropArea {
     id: root
 
@@ -16,47 +15,45 @@ DropArea {
     required property string listID
     required property string todoID
 
-    property bool isTaking: false
-    /// Whether it takes the todo and something would come to stand elsewhere.
+    property int answer: TodoDrops.PassOn
+    /// Whether dropping the todo here changes the order.
     property bool isWelcoming: false
-    /// Whether the row is the last one, and whether the todo would come to stand behind it.
-    property bool isLast: false
+    property bool isLastRow: false
+    /// Whether the todo moves behind the row's instead of before it.
     property bool isBehind: false
 
-    function look(text: string, y: real): void {
-        root.isBehind = root.isLast && y >= root.height / 2;
+    function updatePlace(text: string, y: real): void {
+        root.isBehind = root.isLastRow && y >= root.height / 2;
         root.isWelcoming = root.isBehind
-                ? root.todos.wouldDropAtEndMove(text, root.listID)
-                : root.todos.wouldDropOnRowMove(text, root.todoID);
+                ? root.todos.drops.wouldMoveAtEnd(text, root.listID)
+                : root.todos.drops.wouldMoveOnRow(text, root.todoID);
     }
 
     keys: ["text/plain"]
     onEntered: drag => {
-        const isTodo = root.dragSource.isDragging && root.todos.isTodoDrag(drag.text);
-        root.isTaking = isTodo
-                && root.todos.canDropOnRow(drag.text, root.listID, root.todoID);
-        if (root.isTaking) {
-            root.isLast = !root.todos.canMoveInList(root.todoID, root.listID, 1);
-            root.look(drag.text, drag.y);
-        }
-        if (isTodo && !root.isTaking)
+        root.answer = !root.dragSource.isDragging ? TodoDrops.PassOn
+                : root.todos.drops.answerOnRow(drag.text, root.listID, root.todoID);
+        drag.accepted = root.answer === TodoDrops.Accept;
+        if (root.answer === TodoDrops.Refuse)
             drag.accept(Qt.IgnoreAction);
-        else
-            drag.accepted = isTodo;
+        if (root.answer !== TodoDrops.Accept)
+            return;
+        root.isLastRow = !root.todos.canMoveInList(root.todoID, root.listID, 1);
+        root.updatePlace(drag.text, drag.y);
     }
-    // Each move asks anew.
+    // Every move is accepted by default.
     onPositionChanged: drag => {
-        if (!root.isTaking)
+        if (root.answer !== TodoDrops.Accept)
             drag.accepted = false;
-        else if (root.isLast)
-            root.look(drag.text, drag.y);
+        else if (root.isLastRow)
+            root.updatePlace(drag.text, drag.y);
     }
     onExited: root.isWelcoming = false
     onDropped: drop => {
         root.isWelcoming = false;
         drop.accepted = root.dragSource.isDragging
                 && (root.isBehind
-                    ? root.todos.dropAtEnd(drop.text, root.listID)
-                    : root.todos.dropOnRow(drop.text, root.listID, root.todoID));
+                    ? root.todos.drops.dropAtEnd(drop.text, root.listID)
+                    : root.todos.drops.dropOnRow(drop.text, root.listID, root.todoID));
     }
 }

@@ -4,13 +4,13 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// The title of a todo and, below it, where it lives, unless that is empty.
+/// The title of a todo and, unless it is empty, that of its goal below.
 Column {
     id: root
 
     required property string title
     required property bool isDone
-    required property string place
+    required property string goalTitle
 
     readonly property bool isTruncated: titleText.truncated
     readonly property real titleWidth: titleText.contentWidth
@@ -25,12 +25,12 @@ Column {
         color: root.isDone ? Theme.secondaryText : Theme.text
         font: root.isDone ? Theme.bodyDone : Theme.body
     }
-    // Most rows have none.
+    // Most rows show no goal.
     Repeater {
-        model: root.place.length > 0 ? 1 : 0
+        model: root.goalTitle.length > 0 ? 1 : 0
         delegate: AppText {
             width: root.width
-            text: root.place
+            text: root.goalTitle
             font: Theme.caption
             color: Theme.secondaryText
         }

@@ -51,17 +51,17 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
     return entries;
 }
 
-std::optional<TodoMove> todoMove(const QList<UnifiedTodoEntry>& entries, TodoID todoID, int step)
+QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goals,
+                                    const QList<TodoItem>& unassigned,
+                                    const QString& unassignedTitle)
 {
-    const auto found = std::ranges::find(
-        entries, todoID, [](const UnifiedTodoEntry& entry) { return entry.todo.id; });
-    const qsizetype row = found - entries.begin();
-    const qsizetype other = row + step;
-    if (found == entries.end() || (step != -1 && step != 1) || other < 0 || other >= entries.size())
-        return std::nullopt;
-    // Todos of other lists that stand between the two are passed as well.
-    return TodoMove{todoID, entries.at(other).todo.id,
-                    step < 0 ? MovePlace::before : MovePlace::behind};
+    const ColumnID* const column = std::get_if<ColumnID>(&list);
+    if (column == nullptr)
+        return unifiedTodoEntries(goals, unassigned, unassignedTitle);
+    if (!column->goalID)
+        return unassignedTodoEntries(unassigned, unassignedTitle);
+    const Goal* const goal = goalWith(*column->goalID, goals);
+    return goal != nullptr ? goalTodoEntries(*goal) : QList<UnifiedTodoEntry>();
 }
 
 QString statusSymbol(TodoStatus status)

@@ -1,8 +1,9 @@
-// Which todos a list of the board shows, and in which order.
+// The todos that a list of the board shows, in order, and the symbols that show their state: pure
+// functions over the store's records.
 #pragma once
 
 #include "model/Goal.h"
-#include "store/board/MovePlace.h"
+#include "views/models/ColumnID.h"
 
 #include <QList>
 #include <QString>
@@ -12,7 +13,7 @@
 
 namespace kelpa {
 
-/// A todo with the place where it lives.
+/// One row: a todo and the goal it belongs to.
 struct UnifiedTodoEntry
 {
     /// Absent for an unassigned todo.
@@ -25,33 +26,24 @@ struct UnifiedTodoEntry
     friend bool operator==(const UnifiedTodoEntry&, const UnifiedTodoEntry&) = default;
 };
 
-/// What the card of a goal shows: the open todos and the one completed last, in board order.
+/// The rows on a goal's card: the open todos and the one completed last, in board order.
 QList<UnifiedTodoEntry> goalTodoEntries(const Goal& goal);
 
-/// All of `unassigned`, also completed ones, in board order. `title` is that of their column.
+/// All of `unassigned`, also completed todos, in board order. `title` is the title of their column.
 QList<UnifiedTodoEntry> unassignedTodoEntries(const QList<TodoItem>& unassigned,
                                               const QString& title);
 
-/// The open todos of the whole board in board order; of equal orders the unassigned ones come
-/// first, then those of the goals as the goals stand. `unassignedTitle` stands for the title of
-/// the goal that unassigned todos do not have.
+/// The open todos of the whole board in board order. Among equal orders, unassigned todos come
+/// first, then those of the goals in goal order. `unassignedTitle` is the `goalTitle` of unassigned
+/// todos.
 QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
                                            const QList<TodoItem>& unassigned,
                                            const QString& unassignedTitle);
 
-/// A todo that takes the place beside another.
-struct TodoMove
-{
-    TodoID todoID;
-    TodoID targetID;
-    MovePlace place = MovePlace::before;
-
-    friend bool operator==(const TodoMove&, const TodoMove&) = default;
-};
-
-/// What moves the todo by one row in the list: up with a `step` of -1, down with 1. None when it is
-/// not in the list or already at that end.
-std::optional<TodoMove> todoMove(const QList<UnifiedTodoEntry>& entries, TodoID todoID, int step);
+/// The todos of any list. Empty for a goal that does not exist.
+QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goals,
+                                    const QList<TodoItem>& unassigned,
+                                    const QString& unassignedTitle);
 
 /// The name of the symbol that shows a status.
 QString statusSymbol(TodoStatus status);

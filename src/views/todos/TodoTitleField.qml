@@ -3,34 +3,34 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa.Appearance
 
-/// The field in which the title of a todo is changed. Only Escape and the button throw away what was
-/// written: `ended` comes after these and after Return, `abandoned` when the keyboard goes elsewhere.
+/// The field in which the title of a todo is edited. `ended` follows Return, Escape and the button,
+/// `abandoned` a loss of the focus; only Escape and the button discard the text.
 TodoField {
     id: root
 
     required property string todoID
     required property string columnID
 
-    /// The title that the field was given: while it holds that, nobody has written.
-    property string givenTitle
+    /// The stored title that the field was filled with: equal to the text until somebody types.
+    property string storedTitle
 
     signal ended
 
-    function takeTitle(): void {
-        root.givenTitle = root.todos.title(root.todoID, root.columnID);
-        root.text = root.givenTitle;
+    function readTitle(): void {
+        root.storedTitle = root.todos.title(root.todoID, root.columnID);
+        root.text = root.storedTitle;
     }
 
     label: ViewSettings.copy.text(CopyKey.EditTodo)
-    Component.onCompleted: root.takeTitle()
+    Component.onCompleted: root.readTitle()
     onCommitted: title => {
         root.todos.rename(root.todoID, root.columnID, title);
         root.ended();
     }
     onCancelled: root.ended()
-    // What was not written here may be old: the title can be undone meanwhile.
+    // A text that nobody typed may be outdated: an undo can change the title meanwhile.
     onAbandoned: {
-        if (root.text !== root.givenTitle && root.todos.isTitle(root.text))
+        if (root.text !== root.storedTitle && root.todos.isTitle(root.text))
             root.todos.rename(root.todoID, root.columnID, root.text);
     }
 
@@ -38,11 +38,11 @@ TodoField {
         target: root.todos
 
         function onEntriesChanged(): void {
-            if (root.text === root.givenTitle)
-                root.takeTitle();
+            if (root.text === root.storedTitle)
+                root.readTitle();
         }
         function onWritingFinished(): void {
-            root.finish();
+            root.finishComposition();
             root.abandoned();
         }
     }

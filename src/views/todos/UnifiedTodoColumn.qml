@@ -6,24 +6,24 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Todos
 
-/// The open todos of all goals and those that belong to none.
+/// The list of the whole board: the open todos of all goals and the unassigned ones.
 Item {
     id: root
 
     required property TodoController todos
     required property BoardDragSource dragSource
 
-    /// What the arrow keys have selected of it.
+    /// The item that the focus follows while the column is selected.
     function selectedPart(): Item {
         return root;
     }
 
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
 
-    /// What is being written stays in its place.
+    /// Keeps the item, with what is typed.
     readonly property bool isPinned: list.isWriting
 
-    /// As high as its todos, but no higher than two of the goals' cards one above the other.
+    // As high as its todos, up to the height of two goals' cards one above the other.
     implicitHeight: Math.max(Theme.collapsedCardHeight,
                              Math.min(list.y + list.wantedHeight + Theme.medium,
                                       2 * Theme.collapsedCardHeight + Theme.targetSpacing))

@@ -109,53 +109,5 @@ TEST(TodoSymbols, Every_status_has_its_own)
     EXPECT_EQ(statusSymbol(TodoStatus::completed), QStringLiteral("circle-check-filled"));
 }
 
-class TodoMoving : public testing::Test
-{
-protected:
-    std::optional<TodoMove> move(int row, int step)
-    {
-        return todoMove(entries, entries.at(row).todo.id, step);
-    }
-    TodoMove beside(int moved, int target, MovePlace place)
-    {
-        return {entries.at(moved).todo.id, entries.at(target).todo.id, place};
-    }
-
-    const QList<UnifiedTodoEntry> entries = unassignedTodoEntries(
-        {todo(QStringLiteral("A"), 0), todo(QStringLiteral("B"), 1), todo(QStringLiteral("C"), 2)},
-        QStringLiteral("Unsorted"));
-};
-
-TEST_F(TodoMoving, A_step_up_puts_a_todo_before_its_neighbour)
-{
-    EXPECT_EQ(move(2, -1), beside(2, 1, MovePlace::before));
-    EXPECT_EQ(move(1, -1), beside(1, 0, MovePlace::before));
-}
-
-TEST_F(TodoMoving, A_step_down_puts_a_todo_behind_its_neighbour)
-{
-    EXPECT_EQ(move(0, 1), beside(0, 1, MovePlace::behind));
-    EXPECT_EQ(move(1, 1), beside(1, 2, MovePlace::behind));
-}
-
-TEST_F(TodoMoving, A_todo_at_the_end_goes_no_further)
-{
-    EXPECT_EQ(move(0, -1), std::nullopt);
-    EXPECT_EQ(move(2, 1), std::nullopt);
-}
-
-TEST_F(TodoMoving, Only_steps_of_one_row_are_taken)
-{
-    EXPECT_EQ(move(0, 0), std::nullopt);
-    EXPECT_EQ(move(0, 2), std::nullopt);
-    EXPECT_EQ(move(2, -2), std::nullopt);
-}
-
-TEST_F(TodoMoving, A_todo_that_the_list_does_not_show_is_not_moved)
-{
-    EXPECT_EQ(todoMove(entries, TodoID::create(), 1), std::nullopt);
-    EXPECT_EQ(todoMove({}, entries.front().todo.id, 1), std::nullopt);
-}
-
 } // namespace
 } // namespace kelpa::test

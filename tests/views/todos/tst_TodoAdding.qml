@@ -20,10 +20,18 @@ Item {
         name: "TodoAdding"
         goalBoard: board
 
+        function openField(place) {
+            mouseClick(button(place, "lightbulb-plus"));
+            tryVerify(() => field(place) !== null && field(place).activeFocus);
+        }
+        function requestField(goal) {
+            world.board.todos.requestEditor(world.columnOfGoal(goal));
+            tryVerify(() => field(column(goal)) !== null && field(column(goal)).activeFocus);
+        }
+
         function test_the_add_button_of_a_goal_opens_a_field_that_stays() {
             const first = column("First");
-            mouseClick(button(first, "lightbulb-plus"));
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            openField(first);
             type("ab");
             keyClick(Qt.Key_Return);
             compare(world.todos("First"), ["ab (todo)"]);
@@ -39,14 +47,13 @@ Item {
             tryVerify(() => field(first) === null);
             compare(world.board.todos.editorColumnID, "");
         }
-        function test_what_is_written_for_a_new_todo_outlasts_its_field() {
+        function test_the_text_for_a_new_todo_outlasts_its_field() {
             for (const place of [unified(), column("Unsorted")]) {
-                mouseClick(button(place, "lightbulb-plus"));
-                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                openField(place);
                 type("ab");
                 field(place).focus = false;
                 compare(field(place).text, "ab");
-                // A column that is written in is not given to another goal when it is scrolled away.
+                // A column with an open field is not pooled when it is scrolled away.
                 verify(place.isPinned);
                 mouseClick(button(place, "lightbulb-plus"));
                 type("c");
@@ -56,14 +63,12 @@ Item {
                 verify(!place.isPinned);
             }
             const first = column("First");
-            mouseClick(button(first, "lightbulb-plus"));
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            openField(first);
             type("ab");
             world.board.todos.requestEditor(column("Second").columnID);
             tryVerify(() => field(first) === null);
             compare(field(column("Second")).text, "");
-            mouseClick(button(first, "lightbulb-plus"));
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            openField(first);
             compare(field(first).text, "ab");
             mouseClick(button(first, "x"));
             tryVerify(() => field(first) === null);
@@ -71,10 +76,9 @@ Item {
             tryVerify(() => field(first) !== null);
             compare(field(first).text, "");
         }
-        function test_escape_gives_the_keyboard_back_to_the_button_that_opened_the_field() {
+        function test_escape_returns_the_focus_to_the_button_that_opened_the_field() {
             for (const place of [unified(), column("Unsorted"), column("First")]) {
-                mouseClick(button(place, "lightbulb-plus"));
-                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                openField(place);
                 keyClick(Qt.Key_Escape);
                 tryVerify(() => field(place) === null);
                 verify(!hasKeyboard());
@@ -88,28 +92,23 @@ Item {
         }
         function test_a_field_that_an_arrow_leaves_closes_and_its_draft_stays() {
             for (const place of [unified(), column("Unsorted")]) {
-                mouseClick(button(place, "lightbulb-plus"));
-                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                openField(place);
                 type("ab");
                 world.board.todos.leaveEditor();
                 tryVerify(() => field(place) === null);
-                mouseClick(button(place, "lightbulb-plus"));
-                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                openField(place);
                 compare(field(place).text, "ab");
                 keyClick(Qt.Key_Escape);
                 tryVerify(() => field(place) === null);
             }
         }
-        function test_a_key_gives_up_what_is_written_where_the_keyboard_is_and_nothing_else() {
+        function test_a_key_gives_up_the_text_of_the_focused_field_alone() {
             const unsorted = column("Unsorted");
-            mouseClick(button(unsorted, "lightbulb-plus"));
-            tryVerify(() => field(unsorted) !== null && field(unsorted).activeFocus);
+            openField(unsorted);
             type("ab");
-            world.board.todos.requestEditor(world.columnOfGoal("First"));
-            tryVerify(() => field(column("First"))?.activeFocus ?? false);
+            requestField("First");
             type("cd");
-            world.board.todos.requestEditor(world.columnOfGoal("Second"));
-            tryVerify(() => field(column("Second"))?.activeFocus ?? false);
+            requestField("Second");
             type("ef");
             world.pressArrowInField();
             for (const place of [unsorted, column("First"), column("Second")])
@@ -118,19 +117,17 @@ Item {
             compare(world.todos(""), ["ab (todo)"]);
             compare(world.todos("First"), ["cd (todo)"]);
             compare(world.todos("Second"), []);
-            // It is still there for who goes on with it, and wanted again.
-            world.board.todos.requestEditor(world.columnOfGoal("Second"));
-            tryVerify(() => field(column("Second"))?.activeFocus ?? false);
+            // The draft is kept for the next field, and opening that makes it wanted again.
+            requestField("Second");
             compare(field(column("Second")).text, "ef");
             world.board.todos.leaveEditor();
             tryVerify(() => field(column("Second")) === null);
             world.finishWriting();
             compare(world.todos("Second"), ["ef (todo)"]);
         }
-        function test_a_field_that_is_left_for_that_of_another_goal_leaves_it_open() {
-            world.board.todos.requestEditor(world.columnOfGoal("First"));
-            tryVerify(() => field(column("First")) !== null && field(column("First")).activeFocus);
-            // As a click does, before the first field has noticed that it is left.
+        function test_a_field_that_is_left_for_another_goals_field_leaves_that_open() {
+            requestField("First");
+            // A click does so before the first field closes.
             field(column("First")).focus = false;
             world.board.todos.requestEditor(world.columnOfGoal("Second"));
             wait(100);
@@ -138,11 +135,9 @@ Item {
             compare(field(column("First")), null);
             world.board.todos.cancelEditor();
         }
-        function test_a_request_for_the_editor_moves_it_and_takes_the_keyboard() {
-            world.board.todos.requestEditor(world.columnOfGoal("First"));
-            tryVerify(() => field(column("First")) !== null && field(column("First")).activeFocus);
-            world.board.todos.requestEditor(world.columnOfGoal("Second"));
-            tryVerify(() => field(column("Second")) !== null && field(column("Second")).activeFocus);
+        function test_a_request_for_the_editor_moves_it_and_focuses_it() {
+            requestField("First");
+            requestField("Second");
             compare(field(column("First")), null);
             button(unified(), "lightbulb-plus").forceActiveFocus();
             world.board.todos.requestEditor(world.columnOfGoal("Second"));
@@ -157,8 +152,7 @@ Item {
         }
         function test_unassigned_todos_are_added_in_two_columns() {
             for (const place of [column("Unsorted"), unified()]) {
-                mouseClick(button(place, "lightbulb-plus"));
-                tryVerify(() => field(place) !== null && field(place).activeFocus);
+                openField(place);
                 type("x");
                 keyClick(Qt.Key_Return);
                 keyClick(Qt.Key_Escape);

@@ -29,11 +29,15 @@ Item {
         name: "TodoEditing"
         goalBoard: board
 
+        function edit(place, title) {
+            mouseClick(row(place, title), 60, 17);
+            tryVerify(() => field(place) !== null && field(place).activeFocus);
+        }
+
         function test_a_click_on_the_title_edits_it_in_place() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            mouseClick(row(first, "Read"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            edit(first, "Read");
             compare(field(first).text, "Read");
             compare(field(first).Accessible.name, "Edit todo");
             type("abc");
@@ -41,7 +45,7 @@ Item {
             compare(world.todos("First"), ["abc (todo)"]);
             tryVerify(() => field(first) === null);
             verify(!hasKeyboard());
-            // The board's own keys reach it again, and no row of a todo.
+            // Keys belong to the board again, not to the row.
             keyClick(Qt.Key_Return);
             compare(field(first), null);
         }
@@ -61,7 +65,7 @@ Item {
             type("s");
             keyClick(Qt.Key_Return);
             compare(world.todos("First"), ["Buy\nmilk\u2028and\tteas (todo)"]);
-            // Also where a text did not come by the models.
+            // Also where a text does not come from the models.
             const other = createTemporaryObject(lineText, root);
             compare(other.lineCount, 1);
             compare(other.height, createTemporaryObject(lineText, root, {text: "A"}).height);
@@ -84,8 +88,7 @@ Item {
         function test_return_that_ends_a_composition_does_not_commit() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            mouseClick(row(first, "Read"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            edit(first, "Read");
             world.compose("にほん");
             keyClick(Qt.Key_Return);
             verify(field(first) !== null);
@@ -96,59 +99,64 @@ Item {
         function test_escape_during_a_composition_does_not_leave_the_field() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            mouseClick(row(first, "Read"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            edit(first, "Read");
             world.compose("にほん");
             keyClick(Qt.Key_Escape);
             verify(field(first).activeFocus);
             world.compose("");
-            // One that comes with the end of the composition would be the input method's.
+            // An Escape that comes with the end of the composition belongs to the input method.
             tryVerify(() => {
                 keyClick(Qt.Key_Escape);
                 return field(first) === null;
             });
         }
-        function test_a_title_is_kept_when_the_keyboard_goes_elsewhere() {
+        function test_a_field_that_loses_the_focus_closes_and_keeps_what_is_not_blank_data() {
+            const toNothing = place => field(place).focus = false;
+            const toButton = place => button(row(place, "Write"), "circle")
+                .forceActiveFocus(Qt.TabFocusReason);
+            const toRow = place => face(place, "Write").forceActiveFocus();
+            return [{tag: "typed, to a button", typed: "abc", title: "abc", leave: toButton,
+                     isToNothing: false},
+                    // As after a click beside all buttons.
+                    {tag: "typed, to nothing", typed: "def", title: "def", leave: toNothing,
+                     isToNothing: true},
+                    {tag: "blank, to nothing", typed: " ", title: "Read", leave: toNothing,
+                     isToNothing: true},
+                    {tag: "not typed, to a row", typed: "", title: "Read", leave: toRow,
+                     isToNothing: false}];
+        }
+        function test_a_field_that_loses_the_focus_closes_and_keeps_what_is_not_blank(data) {
             const first = column("First");
             show(first, "First", ["Read", "Write"]);
-            mouseClick(row(first, "Read"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
-            type("abc");
-            button(row(first, "Write"), "circle").forceActiveFocus(Qt.TabFocusReason);
+            edit(first, "Read");
+            type(data.typed);
+            data.leave(first);
             tryVerify(() => field(first) === null);
-            compare(world.todos("First"), ["abc (todo)", "Write (todo)"]);
-            // Also when it goes to nobody, as after a click beside all buttons.
-            mouseClick(row(first, "abc"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
-            type("def");
-            field(first).focus = false;
-            tryVerify(() => field(first) === null);
-            compare(world.todos("First"), ["def (todo)", "Write (todo)"]);
-            verify(!hasKeyboard());
+            compare(world.todos("First"), [data.title + " (todo)", "Write (todo)"]);
+            if (data.isToNothing)
+                verify(!hasKeyboard());
         }
-        function test_a_field_in_which_nobody_wrote_shows_what_is_undone_and_keeps_it() {
+        function test_a_field_shows_an_undone_title_until_somebody_types() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            world.board.todos.rename(world.todoID("Read", "First"), world.columnOfGoal("First"), "Write");
+            world.board.todos.rename(world.todoID("Read", "First"), first.columnID, "Write");
             tryVerify(() => row(first, "Write") !== null);
-            mouseClick(row(first, "Write"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            edit(first, "Write");
             world.board.undo();
             compare(field(first).text, "Read");
             field(first).focus = false;
             tryVerify(() => field(first) === null);
             compare(world.todos("First"), ["Read (todo)"]);
-            // What was written stays, and wins.
-            mouseClick(row(first, "Read"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            // Typed text stays, and is committed.
+            edit(first, "Read");
             type("abc");
-            world.board.todos.rename(world.todoID("Read", "First"), world.columnOfGoal("First"), "Other");
+            world.board.todos.rename(world.todoID("Read", "First"), first.columnID, "Other");
             compare(field(first).text, "abc");
             field(first).focus = false;
             tryVerify(() => field(first) === null);
             compare(world.todos("First"), ["abc (todo)"]);
         }
-        function test_a_title_stands_at_the_left_also_while_it_is_written() {
+        function test_a_title_is_aligned_left_also_while_it_is_edited() {
             const title = "\u0634\u0631\u0627\u0621 \u0627\u0644\u062d\u0644\u064a\u0628";
             const first = column("First");
             show(first, "First", [title]);
@@ -164,8 +172,7 @@ Item {
             const first = column("First");
             const title = "x".repeat(40000);
             show(first, "First", [title]);
-            mouseClick(row(first, title), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            edit(first, title);
             compare(field(first).length, 40000);
             keyClick(Qt.Key_End);
             type("y");
@@ -173,38 +180,18 @@ Item {
             tryVerify(() => field(first) === null);
             compare(world.todos("First")[0].length, 40001 + " (todo)".length);
         }
-        function test_a_blank_title_is_not_kept() {
+        function test_the_cancel_button_of_an_edit_discards_it() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            mouseClick(row(first, "Read"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
-            keyClick(Qt.Key_Space);
-            field(first).focus = false;
-            tryVerify(() => field(first) === null);
-            compare(world.todos("First"), ["Read (todo)"]);
-        }
-        function test_the_cancel_button_of_an_edit_throws_it_away() {
-            const first = column("First");
-            show(first, "First", ["Read"]);
-            mouseClick(row(first, "Read"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
+            edit(first, "Read");
             type("abc");
-            // As the window does at every press beside the field.
+            // The window does so at every press beside the field.
             const cancel = button(first, "x");
             mousePress(cancel);
             field(first).focus = false;
             mouseRelease(cancel);
             tryVerify(() => field(first) === null);
             compare(world.todos("First"), ["Read (todo)"]);
-        }
-        function test_editing_ends_when_the_keyboard_goes_elsewhere() {
-            const first = column("First");
-            show(first, "First", ["Read", "Write"]);
-            mouseClick(row(first, "Read"), 60, 17);
-            tryVerify(() => field(first) !== null && field(first).activeFocus);
-            face(first, "Write").forceActiveFocus();
-            tryVerify(() => field(first) === null);
-            compare(world.todos("First"), ["Read (todo)", "Write (todo)"]);
         }
     }
 }

@@ -40,7 +40,7 @@ Item {
             verify(world.board.goals.moveColumn(world.columnOfGoal("First"), -1));
             compare(goals(), ["First", "Second"]);
         }
-        function test_what_deletes_stands_last_in_the_menus_of_todos_and_goals() {
+        function test_delete_is_the_last_item_in_the_menus_of_todos_and_goals() {
             const first = column("First");
             show(first, "First", ["Read"]);
             const texts = () => menuItems().sort((a, b) => a.y - b.y).map(item => item.text);
@@ -60,7 +60,7 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
         }
-        function test_a_title_does_not_jump_when_the_button_comes() {
+        function test_a_title_keeps_its_width_when_the_button_appears() {
             const first = column("First");
             const title = "A title that is far too long for the row of any list of the board";
             show(first, "First", [title]);
@@ -159,7 +159,7 @@ Item {
             tryVerify(() => rowTitles(first).join() === "B,C,A");
             tryVerify(() => menuItems().length === 0);
         }
-        function test_where_a_todo_can_go_nowhere_the_menu_does_not_offer_it() {
+        function test_move_to_goal_is_disabled_where_there_is_no_other_column() {
             const goals = [world.columnOfGoal("First"), world.columnOfGoal("Second")];
             for (const goal of goals)
                 world.board.goals.deleteGoal(goal);

@@ -30,7 +30,7 @@ Item {
             compare(unified().Accessible.name, "All todos");
             compare(face(unified(), "Read").Accessible.description, "First");
         }
-        function test_the_status_button_goes_round() {
+        function test_the_status_button_cycles_through_the_statuses() {
             const first = column("First");
             show(first, "First", ["Read", "Write"]);
             const status = button(row(first, "Read"), "circle");
@@ -43,7 +43,7 @@ Item {
             mouseClick(status);
             compare(world.todos("First")[0], "Read (completed)");
             compare(status.symbol, "circle-check-filled");
-            // Still on the card of its goal, but no more among all todos.
+            // Still on its goal's card, but no more in the list of all todos.
             compare(rowTitles(first), ["Read", "Write"]);
             tryVerify(() => row(unified(), "Read") === null);
             mouseClick(status);
@@ -72,7 +72,7 @@ Item {
             unified().Accessible.pressAction();
             verify(world.board.todos.isUnifiedSelected);
         }
-        function test_the_handle_copies() {
+        function test_a_click_on_the_handle_copies_the_title() {
             show(column("First"), "First", ["Read"]);
             const handle = button(row(column("First"), "Read"), "menu");
             compare(handle.Accessible.name, "Copy and drag todo");
@@ -105,7 +105,7 @@ Item {
             compare(shown.symbol, "chevrons-up");
             world.board.goals.setPriority(world.columnOfGoal("Second"), "p2");
         }
-        function test_a_todo_that_is_dragged_has_a_ground_wherever_it_is_held() {
+        function test_a_dragged_todo_has_an_opaque_background_wherever_it_is_held() {
             const first = column("First");
             show(first, "First", ["Read"]);
             const shown = row(first, "Read");

@@ -21,7 +21,7 @@ Item {
         name: "TodoWay"
         goalBoard: board
 
-        function test_the_way_to_a_todo_selects_its_goal() {
+        function test_the_button_for_going_to_a_todo_selects_its_goal() {
             show(unified(), "Second", ["Read"]);
             column("First").forceActiveFocus();
             mouseClick(button(row(unified(), "Read"), "arrow-right"));
@@ -33,20 +33,20 @@ Item {
             world.board.goals.goToColumn(column("First").columnID);
             tryVerify(() => !row(column("Second"), "Read").isHighlighted);
         }
-        function test_who_goes_to_a_todo_by_the_keyboard_goes_on_with_it_there() {
+        function test_going_to_a_todo_by_keyboard_focuses_its_row() {
             show(unified(), "Second", ["Read"]);
             button(row(unified(), "Read"), "arrow-right").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Return);
             tryVerify(() => row(column("Second"), "Read").isHighlighted);
             tryVerify(() => face(column("Second"), "Read").activeFocus);
         }
-        function test_the_way_to_a_todo_leads_to_a_row_that_showed_another_one() {
+        function test_going_to_a_todo_focuses_a_row_that_showed_another_todo() {
             const first = column("First");
             show(first, "First", ["Done with"]);
             const former = row(first, "Done with");
             world.board.todos.remove(world.todoID("Done with", "First"), first.columnID);
             tryVerify(() => row(first, "Done with") === null);
-            // Asked for before it has a row.
+            // Requested before the todo has a row.
             world.addTodo("Read", "First");
             compare(row(first, "Read"), null);
             world.board.todos.goToTodo(world.todoID("Read", "First"), first.columnID, true);
@@ -69,7 +69,7 @@ Item {
                 compare(root.Window.activeFocusItem.Accessible.name, "Todo " + i);
                 const rect = list.rowRect(world.todoID("Todo " + i, ""));
                 verify(rect.y >= 0 && rect.y + rect.height <= list.height);
-                // Rows are made before the next frame.
+                // The list creates rows before the next frame.
                 waitForRendering(unified());
             }
             for (let i = 38; i >= 0; --i) {
@@ -80,7 +80,7 @@ Item {
                 waitForRendering(unified());
             }
         }
-        function test_the_keyboard_goes_on_where_a_todo_was_deleted() {
+        function test_the_focus_moves_on_where_a_todo_was_deleted() {
             const first = column("First");
             show(first, "First", ["A", "B", "C"]);
             const remove = title => {
@@ -96,7 +96,7 @@ Item {
             remove("A");
             tryVerify(() => button(first, "lightbulb-plus").visualFocus);
         }
-        function test_the_keyboard_goes_on_where_a_todo_was_completed_or_moved_away() {
+        function test_the_focus_moves_on_where_a_todo_was_completed_or_moved_away() {
             const place = unified();
             show(place, "First", ["A", "B", "C"]);
             button(row(place, "B"), "circle").forceActiveFocus(Qt.TabFocusReason);
@@ -111,7 +111,7 @@ Item {
             tryVerify(() => row(first, "A") === null);
             tryVerify(() => face(first, "B").activeFocus);
         }
-        function test_a_todo_deleted_by_mouse_leaves_the_keyboard_alone() {
+        function test_deleting_a_todo_by_mouse_moves_no_focus() {
             const first = column("First");
             show(first, "First", ["A", "B"]);
             mouseClick(row(first, "A"), 60, 17, Qt.RightButton);

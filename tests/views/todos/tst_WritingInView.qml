@@ -64,7 +64,7 @@ Item {
             verify(world.board.selectedTarget < before);
             tryVerify(() => isInView(field()));
         }
-        function test_who_looks_elsewhere_stays_there_when_the_selected_goal_moves() {
+        function test_a_board_scrolled_elsewhere_stays_there_when_the_selected_goal_moves() {
             world.board.toggleAutoSortingGoals();
             select(1);
             settle();
@@ -76,7 +76,7 @@ Item {
             tryVerify(() => world.board.selectedTarget !== before && !isMoving());
             compare(view().contentY, place);
         }
-        function test_what_is_undone_is_shown_also_while_its_goal_is_selected() {
+        function test_an_undo_scrolls_to_its_goal_also_while_that_is_selected() {
             world.addTodo("Read", goal(1));
             select(1);
             settle();
@@ -88,7 +88,7 @@ Item {
             tryVerify(() => column(goal(1)) !== null && !isMoving()
                             && column(goal(1)).mapToItem(view(), 0, 0).y >= 0);
         }
-        function test_a_todo_that_is_given_back_is_shown_in_its_long_card() {
+        function test_a_restored_todo_is_shown_in_its_long_card() {
             for (let i = 0; i < 60; ++i)
                 world.addTodo("Todo " + i, goal(1));
             const id = world.todoID("Todo 45", goal(1));
@@ -101,7 +101,7 @@ Item {
             tryVerify(() => column(goal(1)) !== null && row() !== null && !isMoving());
             tryVerify(() => isInView(row()));
         }
-        function test_a_todo_that_is_given_back_is_shown_in_the_selected_list_of_all_todos() {
+        function test_a_restored_todo_is_shown_in_the_selected_list_of_all_todos() {
             for (let i = 0; i < 60; ++i)
                 world.addTodo("Todo " + i, "");
             world.board.todos.goToUnified();
@@ -139,7 +139,7 @@ Item {
             wait(100);
             verify(field().activeFocus);
         }
-        function test_a_field_in_which_nobody_has_written_closes_when_it_is_left() {
+        function test_a_blank_field_closes_when_it_loses_the_focus() {
             write(1);
             field().focus = false;
             tryVerify(() => field() === null);
