@@ -30,7 +30,7 @@ FocusScope {
                                         || (root.goButton?.visualFocus ?? false)
     readonly property bool isDragged: area.isDragged || handle.isDragged
     /// What is being written stays with its todo.
-    readonly property bool isPinned: root.isEdited
+    WaterfallDelegate.isPinned: root.isEdited
 
     property IconButton goButton: null
     /// Whether the keyboard comes back here when the edit has ended, or after the menu.

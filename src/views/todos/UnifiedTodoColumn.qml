@@ -18,7 +18,7 @@ Item {
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
 
     /// What is being written stays in its place.
-    readonly property bool isPinned: list.isWriting
+    WaterfallDelegate.isPinned: list.isWriting
 
     /// As high as its todos, but no higher than two of the goals' cards one above the other.
     implicitHeight: Math.max(Theme.collapsedCardHeight,
