@@ -33,7 +33,8 @@ bool TodoController::canDropOnRow(const QString& text, const QString& listID,
 {
     const std::optional<TodoList> list = todoListFromText(listID);
     const std::optional<TodoID> target = TodoID::fromText(todoID);
-    return list && target && isThere(text) && todoRowDropOutcome(text, *list, *target).isAccepted;
+    return list && target && isThere(text) &&
+           todoRowDropOutcome(dragPayloadFromText(text), {*list, *target}).isAccepted;
 }
 
 bool TodoController::wouldDropOnRowMove(const QString& text, const QString& todoID) const
@@ -54,10 +55,11 @@ bool TodoController::dropOnRow(const QString& text, const QString& listID, const
     const std::optional<TodoID> target = TodoID::fromText(todoID);
     if (!list || !target || !isThere(text))
         return false;
-    const TodoRowDropOutcome drop = todoRowDropOutcome(text, *list, *target);
-    if (drop.movedTodoID)
-        m_store.moveTodo(*drop.movedTodoID, *target);
-    return drop.isAccepted;
+    const TodoRowDropOutcome outcome =
+        todoRowDropOutcome(dragPayloadFromText(text), {*list, *target});
+    if (outcome.movedTodoID)
+        m_store.moveTodo(*outcome.movedTodoID, *target);
+    return outcome.isAccepted;
 }
 
 QString TodoController::rowTodoID(const QString& text, const QString& listID) const
