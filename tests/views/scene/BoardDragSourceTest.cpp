@@ -1,4 +1,4 @@
-// What a press that moves on makes a drag of.
+// The drag that a press and a move begin: its text, its picture and its hot spot.
 #include "views/scene/BoardDragSource.h"
 
 #include <QDrag>
@@ -20,8 +20,8 @@ extern void qml_register_types_Kelpa();
 namespace kelpa::test {
 namespace {
 
-/// Notes what would be dragged.
-class NotingSource : public BoardDragSource
+/// Records each drag instead of running it.
+class RecordingSource : public BoardDragSource
 {
 public:
     QStringList texts;
@@ -73,7 +73,7 @@ protected:
     }
 
     QQmlEngine engine;
-    NotingSource source;
+    RecordingSource source;
     std::unique_ptr<QQuickWindow> window;
 };
 
