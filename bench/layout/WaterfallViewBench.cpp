@@ -1,5 +1,5 @@
-// The time of a pass of the item that lays out the cards of the board, and how many cards have
-// items: on a screen of 1000 x 800 that shows the middle of the board.
+// The time of a pass of the view that lays out the cards of the board, and the number of cards that
+// have items, in a visible range of 1000 x 800 points in the middle of the board.
 #include "views/ViewTypes.h"
 #include "views/scene/WaterfallView.h"
 
@@ -72,7 +72,7 @@ private:
     std::unique_ptr<WaterfallView> m_view;
 };
 
-void noteItems(benchmark::State& state, Screen& screen)
+void countItems(benchmark::State& state, Screen& screen)
 {
     state.counters["items"] = screen.view().itemCount();
 }
@@ -90,7 +90,7 @@ void passAfterACardGrew(benchmark::State& state)
         card.setImplicitHeight(height);
         screen.view().layOut();
     }
-    noteItems(state, screen);
+    countItems(state, screen);
 }
 BENCHMARK(passAfterACardGrew)->Arg(10)->Arg(200)->Arg(2000);
 
@@ -103,7 +103,7 @@ void passAfterAStepOfScrolling(benchmark::State& state)
         step = step < 600 ? step + 40 : 0;
         screen.showFrom(start + step - 300);
     }
-    noteItems(state, screen);
+    countItems(state, screen);
 }
 BENCHMARK(passAfterAStepOfScrolling)->Arg(10)->Arg(200)->Arg(2000);
 

@@ -74,7 +74,7 @@ ExpandableGoalCard {
 
     // What belongs to no goal is to be sorted, so that all of it shows.
     isExpanded: root.isSelected || root.isUnassigned
-    isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
+    WaterfallDelegate.isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
     isAccepting: dropArea.isReceiving
     isGivingWay: dropArea.isGivingWay
     naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)

@@ -19,7 +19,7 @@ ExpandableHeight {
     property real visibleFrom: 0
     property real visibleTo: 0
     /// A card that is about to change its height stays with its goal.
-    property bool isPinned: root.expansionProgress > 0
+    WaterfallDelegate.isPinned: root.expansionProgress > 0
     default property alias content: body.data
 
     readonly property color ground: root.isAccepting ? Qt.tint(Theme.column, Theme.accepting)

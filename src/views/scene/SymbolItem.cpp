@@ -54,7 +54,7 @@ void SymbolItem::componentComplete()
     }
 }
 
-// The main thread waits meanwhile, so the pictures can be asked.
+// The main thread is blocked meanwhile, so the cache has one caller at a time.
 QSGNode* SymbolItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
 {
     const qreal ratio = window()->effectiveDevicePixelRatio();
@@ -66,7 +66,7 @@ QSGNode* SymbolItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*
                                                           QQuickWindow::TextureCanUseAtlas));
 }
 
-// On whole pixels, so that its lines are as sharp as they were drawn.
+// On whole pixels, so that lines stay as sharp as they were rendered.
 QRectF SymbolItem::place(int pixels, qreal ratio) const
 {
     const qreal side = pixels / ratio;

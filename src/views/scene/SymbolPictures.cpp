@@ -18,7 +18,7 @@ QImage drawnSymbol(const QString& symbol, const QColor& color, int pixels)
     image.fill(Qt::transparent);
     QPainter painter(&image);
     renderer.render(&painter, image.rect());
-    // The symbols are single-coloured outlines: the colour goes where they have left ink.
+    // Symbols have one colour: the colour replaces it wherever the symbol is opaque.
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), color);
     return image;

@@ -27,7 +27,7 @@ FocusScope {
                                           && root.todos.highlightedTodoID === root.todoID
     readonly property bool hasKeyboard: face.hasKeyboard
     /// Keeps the item for this todo, with what is typed.
-    readonly property bool isPinned: root.isEdited
+    WaterfallDelegate.isPinned: root.isEdited
 
     /// Whether the focus returns to the row when the edit ends, or after the menu.
     property bool isEditedByKeyboard: false

@@ -21,7 +21,7 @@ Item {
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
 
     /// Keeps the item, with what is typed.
-    readonly property bool isPinned: list.isWriting
+    WaterfallDelegate.isPinned: list.isWriting
 
     // As high as its todos, up to the height of two goals' cards one above the other.
     implicitHeight: Math.max(Theme.collapsedCardHeight,

@@ -1,4 +1,4 @@
-// What a press that moves on makes a drag of.
+// The drag that a press and a move begin: its text, its picture and its hot spot.
 #include "views/scene/BoardDragSource.h"
 
 #include "views/ViewTypes.h"
@@ -19,8 +19,8 @@
 namespace kelpa::test {
 namespace {
 
-/// Notes what would be dragged.
-class NotingSource : public BoardDragSource
+/// Records each drag instead of running it.
+class RecordingSource : public BoardDragSource
 {
 public:
     QStringList texts;
@@ -72,7 +72,7 @@ protected:
     }
 
     QQmlEngine engine;
-    NotingSource source;
+    RecordingSource source;
     std::unique_ptr<QQuickWindow> window;
 };
 
