@@ -16,13 +16,28 @@ FocusScope {
     required property BoardController board
 
     /// Whether cards are on their way to their places, or the board to the selection.
-    readonly property bool isMoving: targets.isMoving || view.isScrolling || follower.isWaiting
+    readonly property bool isMoving: targets.isMoving || view.isScrolling || scroll.isWaiting
 
     signal newGoalRequested
 
     /// What can be done with the board as a whole.
     function openMenu(): void {
         view.openMenu();
+    }
+    /// Opens the menu of the selected window or goal or, where there is none, that of the board.
+    function openSelectionMenu(): void {
+        if (root.board.selectedTarget >= 0) {
+            scroll.showSelection();
+            if (scroll.selectedColumn()?.openSelectionMenu() ?? false)
+                return;
+        }
+        view.openMenu();
+    }
+    function renameSelection(): void {
+        scroll.showSelection();
+        const column = scroll.selectedColumn();
+        if (column !== null)
+            root.board.goals.requestRename(column.columnID);
     }
 
     BoardDragSource {
@@ -32,7 +47,7 @@ FocusScope {
         sequence: "F2"
         enabled: root.board.goals.selectedBreadcrumb >= 0
                  && !(root.Window.activeFocusItem instanceof TextInputField)
-        onActivated: follower.renameSelected()
+        onActivated: root.renameSelection()
     }
     Binding {
         target: root.board
@@ -123,12 +138,26 @@ FocusScope {
         }
     }
     SelectionFocus {
-        id: follower
+        id: selectionFocus
+
+        board: root.board
+        targets: targets
+        scope: root
+    }
+    SelectionScroll {
+        id: scroll
 
         board: root.board
         targets: targets
         view: view
-        scope: root
+        selectionFocus: selectionFocus
+    }
+    Connections {
+        target: root.board
+
+        function onSelectionMenuRequested(): void {
+            root.openSelectionMenu();
+        }
     }
     // A card that is dragged to the edge finds the goals beyond it.
     DragScroll {
@@ -160,7 +189,7 @@ FocusScope {
             }
         }
     }
-    BoardMenus {
+    CardMenus {
         id: menus
 
         anchors.fill: parent

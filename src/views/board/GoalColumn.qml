@@ -31,6 +31,9 @@ ExpandableGoalCard {
     property real shownFrom: root.visibleFrom
     property real shownTo: root.visibleTo
 
+    /// The focus goes on from here to what is selected next.
+    readonly property bool yieldsFocus: true
+
     signal windowMenuRequested(windowID: real, card: Item, position: point)
     signal columnMenuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
@@ -46,6 +49,13 @@ ExpandableGoalCard {
     function todoRect(todoID: string): rect {
         const rect = todos.rowRect(todoID);
         return Qt.rect(todos.x + rect.x, todos.y + rect.y, rect.width, rect.height);
+    }
+
+    /// The selected card or the highlighted todo, in the column's coordinates; of no height where the
+    /// column as a whole is selected.
+    function selectedRect(): rect {
+        return root.board.selectedWindow >= 0 ? root.windowRect(root.board.selectedWindow)
+                                              : root.todoRect(root.board.todos.highlightedTodoID);
     }
 
     /// What the arrow keys have selected of it: the column itself, or the card of a window.

@@ -55,7 +55,7 @@ PressButton {
             color: root.down ? Theme.press : Theme.hover
             visible: !root.isPrimary && (root.down || root.hovered)
         }
-        // What is switched on stands out.
+        // Highlights a button that is switched on.
         Rectangle {
             anchors.fill: parent
             radius: parent.radius

@@ -30,8 +30,8 @@ T.MenuItem {
     Accessible.name: root.text
     // The toolkit has no other word for one that cannot be pressed now.
     Accessible.focusable: root.enabled
-    // A button tells assistive programs of its own check mark, which it has none of, once they come:
-    // these are told anew whenever the item shows.
+    // When assistive programs connect, a button of the toolkit reports its own check mark, which is
+    // never set: these are reported again whenever the item shows.
     Accessible.checkable: root.isChoice && root.visible
     Accessible.checked: root.isChosen && root.visible
     Accessible.onPressAction: if (root.enabled)

@@ -14,7 +14,7 @@ PressButton {
     property int size: Theme.controlHeight
     property int symbolSize: Theme.symbolSize
     property string help
-    /// One that is not to be seen is still there for the keyboard and for assistive programs.
+    /// A button that is not shown can still be reached by the keyboard and by assistive programs.
     property bool isShown: true
     /// Does not show that the pointer is over it, nor that it is pressed.
     property bool isPlain: false

@@ -16,7 +16,7 @@ T.TextField {
     property bool isMenuOpen: false
     property FieldMenu menu: null
 
-    // By what is to be seen: to the toolkit, an input method that still tells where its cursor stands
+    // By the visible text: to the toolkit, an input method that still reports a cursor position
     // composes, even where it has nothing left.
     readonly property bool isComposing: root.preeditText.length > 0
 

@@ -6,8 +6,8 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Goals
 
-/// The last card of the board, which makes another goal. A goal that is dragged onto it comes to stand
-/// behind the others.
+/// The last card of the board, which makes another goal. A goal that is dropped on it moves behind the
+/// others.
 PressButton {
     id: root
 
@@ -64,7 +64,7 @@ PressButton {
     DropArea {
         id: dropArea
 
-        /// Whether the goal would come to stand elsewhere.
+        /// Whether a drop would move the goal.
         property bool isWelcoming: false
 
         anchors.fill: parent

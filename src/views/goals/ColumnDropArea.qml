@@ -4,7 +4,7 @@ import QtQuick
 import Kelpa.Scene
 import Kelpa.Goals
 
-/// Takes what is dragged onto a column, wherever that is shown.
+/// Accepts what is dragged onto a column, on its card and on its entry of the rail.
 DropArea {
     id: root
 
@@ -12,12 +12,12 @@ DropArea {
     required property BoardDragSource dragSource
     required property string columnID
 
-    /// Whether the column would get what is over it.
+    /// Whether a drop would put the window or todo into the column.
     readonly property bool isReceiving: root.isWelcoming && !root.isGoal
-    /// Whether a goal would come to stand before it.
+    /// Whether a drop would move the dragged goal before the column.
     readonly property bool isGivingWay: root.isWelcoming && root.isGoal
 
-    /// Whether what it takes would come to be elsewhere.
+    /// Whether a drop would change the board.
     property bool isWelcoming: false
     property bool isGoal: false
 

@@ -27,7 +27,7 @@ Item {
     property bool isCardDragged: false
     /// What it lies on.
     property color ground: Theme.column
-    /// Where the title stands in the head.
+    /// The position of the title, in points of the header.
     readonly property alias titleTop: titleText.y
     readonly property alias titleHeight: titleText.height
 
@@ -110,7 +110,7 @@ Item {
         id: controls
 
         anchors.right: parent.right
-        // A badge at the end stands above the edge of what lies below, as the sign of a button does.
+        // A badge at the end is aligned with the cards below, as the symbol of a button is.
         anchors.rightMargin: root.isUnassigned ? Theme.tiny : 0
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2

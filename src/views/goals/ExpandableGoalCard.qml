@@ -13,7 +13,7 @@ ExpandableHeight {
     /// Whether the selection is on something within it.
     property bool isEntered: false
     property bool isAccepting: false
-    /// Whether another card would come to stand before it.
+    /// Whether a drop would move another goal before it.
     property bool isGivingWay: false
     /// The part of the board that is seen, in the card's own coordinates.
     property real visibleFrom: 0
@@ -103,7 +103,7 @@ ExpandableHeight {
         radius: Theme.columnRadius
         color: "transparent"
         border.width: 2
-        // Where the arrow keys are is what stands out.
+        // The window that the arrow keys have selected is highlighted instead.
         border.color: root.isEntered && !root.isAccepting ? Theme.enteredOutline : Theme.focus
         visible: root.isAccepting || root.isSelected
     }

@@ -73,12 +73,12 @@ FocusScope {
                                                             Qt.alpha(Theme.railBottom, entry.depth)),
                                                     Theme.accepting)
 
-            // One that waits to be used for another goal is out of the Tab key's way.
-            property bool isWaiting: false
+            // A pooled entry, which will be reused for another goal, is not reached by the Tab key.
+            property bool isPooled: false
 
-            ListView.onPooled: entry.isWaiting = true
-            ListView.onReused: entry.isWaiting = false
-            visible: !entry.isWaiting
+            ListView.onPooled: entry.isPooled = true
+            ListView.onReused: entry.isPooled = false
+            visible: !entry.isPooled
             z: index
             width: entries.width
             height: 18

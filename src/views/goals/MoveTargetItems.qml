@@ -15,7 +15,7 @@ Instantiator {
     /// How many items of the menu stand before these.
     property int place: 0
 
-    // It tells what comes and what goes, but not what moves.
+    // The Instantiator reports insertions and removals, but not moves.
     readonly property Connections moves: Connections {
         target: root.model
         enabled: root.active

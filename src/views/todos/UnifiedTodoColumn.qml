@@ -13,10 +13,8 @@ Item {
     required property TodoController todos
     required property BoardDragSource dragSource
 
-    /// The item that the focus follows while the column is selected.
-    function selectedPart(): Item {
-        return root;
-    }
+    /// The focus goes on from here to what is selected next.
+    readonly property bool yieldsFocus: true
 
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
 

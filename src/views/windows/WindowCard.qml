@@ -26,6 +26,8 @@ FocusableItem {
     required property string previewMessage
 
     readonly property bool isRaised: hover.hovered || root.isSelected
+    /// The focus goes on from here to what is selected next.
+    readonly property bool yieldsFocus: true
     readonly property bool isPointedAt: root.isRaised || root.activeFocus
     readonly property string help: ViewSettings.copy.text(CopyKey.WindowCardHelp)
 

@@ -51,7 +51,7 @@ Sheet {
         function onRequestChanged(): void {
             root.followRequest();
         }
-        // What is found first is what the keyboard goes on to.
+        // The keyboard goes on to the first match.
         function onSearchTextChanged(): void {
             root.beginList();
         }
@@ -129,7 +129,7 @@ Sheet {
                 if (event.key === Qt.Key_Space && list.currentItem !== null)
                     event.isAutoRepeat || (list.currentItem as WindowPickerRow).toggle();
                 else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-                    // One that is held has led here from the search.
+                    // A held Return key has led here from the search.
                     event.isAutoRepeat || root.picker.confirm();
                 else if (event.key === Qt.Key_Up && list.currentIndex <= 0)
                     search.forceActiveFocus();

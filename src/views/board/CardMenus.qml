@@ -8,8 +8,8 @@ import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
 
-/// The menus that all cards of the board share. Each is made when it is first asked for. They stay
-/// where they opened: cards, rows and buttons move away below them, or go.
+/// The menus of the cards, which all cards share, and that of the board. Each is made when it is first
+/// asked for, and stays where it opened, also when its card, row or button moves or goes.
 Item {
     id: root
 
