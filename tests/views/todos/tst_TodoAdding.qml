@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import Kelpa.Scene
 import Kelpa.Board
 import "../cases"
 
