@@ -133,7 +133,7 @@ Q_SIGNALS:
     void selectedRowsChanged();
     /// Something else is selected.
     void selectionChanged();
-    /// What is selected is to be seen, also where it has been selected before.
+    /// The board scrolls to the selection, also where it has been selected before.
     void selectionRequested();
     /// The selected target has another place among the others.
     void selectedTargetMoved();

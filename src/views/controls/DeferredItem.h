@@ -13,7 +13,7 @@ namespace kelpa {
 QObject* makeLate(QQuickItem& owner, const QString& file, const QVariantMap& properties);
 
 /// Calls the slot, by its name and parentheses, whenever the property changes; false when there is
-/// no such property, or none that tells. Main thread.
+/// no such property, or one without a notify signal. Main thread.
 bool watchProperty(QObject& object, const char* property, QObject& watcher, const char* slot);
 
 } // namespace kelpa

@@ -79,7 +79,7 @@ Q_SIGNALS:
     void selectedBreadcrumbChanged();
     /// Something else is selected.
     void selectionChanged();
-    /// The selected column is to be seen, also where it has been selected before.
+    /// The board scrolls to the selected column, also where it has been selected before.
     void columnRequested();
     /// A person is to be asked for another title of the goal.
     void renameRequested(const QString& columnID);

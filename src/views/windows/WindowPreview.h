@@ -13,9 +13,9 @@ namespace kelpa {
 /// `image`, stretched to `size` pixels, with round corners of `radius` pixels.
 QImage roundedPicture(const QImage& image, QSize size, qreal radius);
 
-/// Stretches the picture to the item. It holds no picture of its own: what the graphics device gets
-/// is as large as the item, is made when `revision` changes, and is let go of while the item is not
-/// to be seen. Main thread.
+/// Stretches the picture to the item. It holds no picture of its own: the texture is as large as
+/// the item, is made when `revision` changes, and is released while the item is not visible. Main
+/// thread.
 class WindowPreview : public QQuickItem
 {
     Q_OBJECT
