@@ -42,6 +42,7 @@ protected:
 
 const QByteArray scene = "import QtQuick\n"
                          "import Kelpa.Scene\n"
+                         "import Kelpa.Controls\n"
                          "Window { id: root; width: 300; height: 200; visible: true\n"
                          "  property BoardDragSource source\n"
                          "  Item { id: face; x: 20; y: 10; width: 100; height: 40\n"
