@@ -94,27 +94,8 @@ function(kelpa_library name)
     target_include_directories(kelpa_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
     set_target_properties(kelpa_${name} PROPERTIES AUTOMOC ${ARG_MOC})
     target_link_libraries(kelpa_${name} PUBLIC ${ARG_PUBLIC} PRIVATE kelpa_options ${ARG_PRIVATE})
-    kelpa_fast_build(kelpa_${name} PRECOMPILED kelpa_precompiled_core)
-endfunction()
-
-# kelpa_join_compiled_qml(<target>): compiles what is generated from the QML files of the target as
-# one source; each by itself would read the engine's headers again. It is not written for our
-# warnings. Does nothing where QML is not compiled ahead.
-function(kelpa_join_compiled_qml target)
-    get_target_property(sources ${target} SOURCES)
-    list(FILTER sources INCLUDE REGEX "/qmlcache/.*_qml\\.cpp$|/qmlcache/.*_qmlcache_loader\\.cpp$")
-    if(NOT sources)
-        return()
+    if(TARGET kelpa_layering)
+        add_dependencies(kelpa_${name} kelpa_layering)
     endif()
-    set(joined "${CMAKE_CURRENT_BINARY_DIR}/${target}_compiled_qml.cpp")
-    list(TRANSFORM sources REPLACE "(.+)" "#include \"\\1\"\n" OUTPUT_VARIABLE includes)
-    list(JOIN includes "" includes)
-    file(CONFIGURE OUTPUT "${joined}" CONTENT "${includes}")
-    set_source_files_properties(${sources} PROPERTIES HEADER_FILE_ONLY ON)
-    set_source_files_properties("${joined}" PROPERTIES
-        COMPILE_OPTIONS -w
-        OBJECT_DEPENDS "${sources}"
-        SKIP_PRECOMPILE_HEADERS ON
-        SKIP_UNITY_BUILD_INCLUSION ON)
-    target_sources(${target} PRIVATE "${joined}")
+    kelpa_fast_build(kelpa_${name} PRECOMPILED kelpa_precompiled_core)
 endfunction()

@@ -1,4 +1,4 @@
-"""layering.py: fails when a folder of src/ includes what it is to know nothing of."""
+"""layering.py: fails when a folder of src/ includes, or its QML imports, what it is to know nothing of."""
 
 import pathlib
 import re
@@ -39,7 +39,20 @@ _FOLDERS = {
     "store/desktop": "model platform windows",
     "store": "model text navigation platform windows store/*",
     "shell": "navigation platform store/*",
-    "views": "model text navigation layout platform windows store/* shell",
+    # From the bottom of the views up: each room knows some of those before it.
+    "views/appearance": "model text layout platform windows",
+    "views/models": "model",
+    "views/scene": "layout views/appearance",
+    "views/controls": "views/appearance views/scene",
+    "views/goals": "model text navigation store/* views/appearance views/controls views/models"
+                   " views/scene",
+    "views/todos": "model text navigation store/* views/appearance views/controls views/goals"
+                   " views/models views/scene",
+    "views/windows": "model text navigation platform windows store/* views/appearance"
+                     " views/controls views/goals views/models views/scene",
+    "views/board": "model text navigation layout store/* views/appearance views/controls"
+                   " views/goals views/models views/scene views/todos views/windows",
+    "views": "model text platform store/* shell views/*",
     "app": "model platform/* store/* shell views",
     # main.cpp.
     "": "platform/qt platform/sqlite platform/x11/connection app",
@@ -52,11 +65,13 @@ _LIBRARIES = {
     r"(QtDBus/|QDBus)": "platform/freedesktop",
     r"sqlite3\.h": "platform/sqlite",
     r"rapidjson/": "model",
-    r"(QtSvg/|QSvg)": "platform/freedesktop views",
+    r"(QtSvg/|QSvg)": "platform/freedesktop views/scene",
     r"(QtQml|QQml|QJS)": "views",
     r"(QtQuick/|QQuick|QSG)": "shell views app",
 }
 
+# A room of the views is a module of QML: src/views/goals is Kelpa.Goals.
+_IMPORT = re.compile(r"^import Kelpa\.(\w+)\s*$", re.MULTILINE)
 _INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 
 
@@ -81,6 +96,12 @@ def _troubles(path, text):
     if own is None:
         yield "its folder is not among those of scripts/layering.py"
         return
+    if path.suffix == ".qml":
+        for module in _IMPORT.findall(text):
+            folder = f"views/{module.lower()}"
+            if folder != own and not _within(folder, _FOLDERS[own].split()):
+                yield f"must not import Kelpa.{module}"
+        return
     for header, library in _INCLUDE.findall(text):
         folder = _folder_of(pathlib.PurePosixPath(header)) if header else own
         if folder != own and not _within(folder, _FOLDERS[own].split()):
@@ -92,7 +113,12 @@ def _troubles(path, text):
 
 
 def _disorder():
-    """Folders that use one which stands below them in the table of README.md."""
+    """Folders that use one which stands below them in the table of README.md, or here."""
+    for own, used in _FOLDERS.items():
+        above = list(_FOLDERS)[:list(_FOLDERS).index(own)]
+        if any(name.startswith("views/") and name not in above and name != "views/*"
+               for name in used.split()):
+            yield f"scripts/layering.py: {own} uses a room of the views that is not before it"
     table = re.findall(r"^\| `src/(\w+)/` \|", (_ROOT / "README.md").read_text(), re.MULTILINE)
     for own, used in _FOLDERS.items():
         for folder in used.split():
@@ -102,7 +128,8 @@ def _disorder():
 
 
 def main():
-    sources = sorted(path for ending in ("h", "cpp") for path in (_ROOT / "src").rglob(f"*.{ending}"))
+    sources = sorted(path for ending in ("h", "cpp", "qml")
+                     for path in (_ROOT / "src").rglob(f"*.{ending}"))
     found = list(_disorder())
     for source in sources:
         path = source.relative_to(_ROOT / "src")

@@ -1,5 +1,6 @@
-// The time of a pass over the targets of a board: the first one, and those after a card in the
-// middle changed its height, as at every frame of an expanding card, or one came at the end.
+// The time of a pass of the geometry over the targets of a board: the first pass, and those after a
+// card in the middle has changed its height, as in every frame of an expanding card, or one has
+// been appended.
 #include "layout/BoardMetrics.h"
 #include "layout/WaterfallGeometry.h"
 
@@ -60,7 +61,7 @@ void appendOne(benchmark::State& state)
 }
 BENCHMARK(appendOne)->Arg(10)->Arg(200)->Arg(2000);
 
-/// What of the board shows, as at every step of scrolling.
+/// Finds the targets in the visible range, as at every step of scrolling.
 void findStripe(benchmark::State& state)
 {
     WaterfallGeometry geometry = targets(state.range(0));

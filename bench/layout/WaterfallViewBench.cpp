@@ -1,5 +1,6 @@
-// The time of a pass of the item that lays out the cards of the board, and how many cards have
-// items: on a screen of 1000 x 800 that shows the middle of the board.
+// The time of a pass of the view that lays out the cards of the board, and the number of cards that
+// have items, in a visible range of 1000 x 800 points in the middle of the board.
+#include "views/ViewTypes.h"
 #include "views/scene/WaterfallView.h"
 
 #include <benchmark/benchmark.h>
@@ -12,15 +13,12 @@
 
 #include <memory>
 
-// The build makes it for the module; called, so that the linker keeps the module's types.
-extern void qml_register_types_Kelpa();
-
 namespace kelpa {
 namespace {
 
 constexpr auto source = R"(
 import QtQuick
-import Kelpa
+import Kelpa.Scene
 
 WaterfallView {
     width: 1000
@@ -45,7 +43,7 @@ class Screen
 public:
     explicit Screen(int cards) : m_cards(cards, 1)
     {
-        qml_register_types_Kelpa();
+        registerViewTypes();
         m_engine.addImportPath(QStringLiteral(":/qt/qml"));
         QQmlComponent component(&m_engine);
         component.setData(source, {});
@@ -74,7 +72,7 @@ private:
     std::unique_ptr<WaterfallView> m_view;
 };
 
-void noteItems(benchmark::State& state, Screen& screen)
+void countItems(benchmark::State& state, Screen& screen)
 {
     state.counters["items"] = screen.view().itemCount();
 }
@@ -92,7 +90,7 @@ void passAfterACardGrew(benchmark::State& state)
         card.setImplicitHeight(height);
         screen.view().layOut();
     }
-    noteItems(state, screen);
+    countItems(state, screen);
 }
 BENCHMARK(passAfterACardGrew)->Arg(10)->Arg(200)->Arg(2000);
 
@@ -105,7 +103,7 @@ void passAfterAStepOfScrolling(benchmark::State& state)
         step = step < 600 ? step + 40 : 0;
         screen.showFrom(start + step - 300);
     }
-    noteItems(state, screen);
+    countItems(state, screen);
 }
 BENCHMARK(passAfterAStepOfScrolling)->Arg(10)->Arg(200)->Arg(2000);
 

@@ -1,6 +1,6 @@
-// What the board on the screen costs: ten goals beside two hundred, with as many todos and windows
-// to each goal and a picture of every window, in turn in one process; and what a process of its own
-// takes in memory for each. Processor time, so that what else the machine does counts little.
+// Compares a board of ten goals with one of two hundred that has as many todos and windows to each
+// goal, and a preview of every window: processor time in one process, which other load on the
+// machine hardly changes, and resident memory in a process of its own for each.
 #include "bench/board/BoardFixture.h"
 #include "bench/views/SceneProbe.h"
 #include "layout/BoardMetrics.h"
@@ -23,6 +23,7 @@
 #include <QQuickWindow>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
@@ -47,7 +48,7 @@ struct Figures
     std::vector<double> firstFrame;
     std::vector<double> selection;
     std::vector<double> scrollFrames;
-    /// Where there are only cards of goals.
+    /// Over cards of goals only.
     std::vector<double> goalFrames;
     std::vector<double> dragFrames;
     std::vector<double> dragScrollFrames;
@@ -58,7 +59,7 @@ struct Figures
     int cards = 0;
 };
 
-/// A desktop whose windows are shared by the goals evenly, a fifth of them by none.
+/// A fifth of the desktop's windows belong to no goal, the others to the goals in turn.
 class Board
 {
 public:
@@ -100,7 +101,7 @@ public:
         QQuickItem& view = *targets.parentItem()->parentItem();
         scroll(view, window, 0, view.property("contentHeight").toDouble() - view.height(),
                figures.scrollFrames);
-        // All cards of goals as high as each other.
+        // Collapsed, all cards of goals have the same height.
         m_store->clearTargetSelection();
         rest();
         const int goal =
@@ -119,7 +120,7 @@ public:
     }
 
 private:
-    /// From one place down to the other and up again, over and over.
+    /// Scrolls from one position down to the other and up again, over and over.
     static void scroll(QQuickItem& view, QQuickWindow*& window, double from, double to,
                        std::vector<double>& frames)
     {
@@ -136,10 +137,9 @@ private:
         rest();
     }
 
-    /// A window's card is dragged from above the goals' cards down over them, and on along the
-    /// lower edge, where the board scrolls below it; then the drag is given up. Where there is no
-    /// display, the toolkit has no drags: their moves are sent as the display's part of it sends
-    /// them.
+    /// Drags a window's card from above the goals' cards down over them, and on along the lower
+    /// edge, where the board scrolls below it; then cancels the drag. The toolkit has no drags on
+    /// its offscreen platform, so that their events are sent as another platform sends them.
     void drag(QQuickItem& view, QQuickWindow*& window, double goals, Figures& figures)
     {
         const Assignments before = m_store->assignments();
@@ -152,10 +152,10 @@ private:
         if (card == nullptr)
             throw std::runtime_error("there is no card to drag");
         const QPointF held = card->mapToScene({card->width() / 2, card->height() / 2});
-        int litTargets = 0;
+        int highlightedTargets = 0;
         const auto carrying = QObject::connect(&source, &BoardDragSource::isDraggingChanged, [&] {
             if (source.isDragging())
-                litTargets = carry(window, area, held, card->property("windowID"), figures);
+                highlightedTargets = carry(window, area, held, card->property("windowID"), figures);
         });
         sendMouse(*window, QEvent::MouseButtonPress, held, Qt::LeftButton);
         for (int i = 1; i <= 20; ++i)
@@ -164,13 +164,14 @@ private:
         QObject::disconnect(carrying);
         sendMouse(*window, QEvent::MouseButtonRelease, held, Qt::NoButton);
         rest();
-        if (litTargets < 2 || !(view.property("contentY").toDouble() > goals))
-            throw std::runtime_error("a drag lit no targets, or did not scroll");
-        if (litTarget(*window->contentItem()) != nullptr || m_store->assignments() != before)
-            throw std::runtime_error("a drag that was given up left something behind");
+        if (highlightedTargets < 2 || !(view.property("contentY").toDouble() > goals))
+            throw std::runtime_error("a drag highlighted no targets, or did not scroll");
+        if (highlightedTarget(*window->contentItem()) != nullptr ||
+            m_store->assignments() != before)
+            throw std::runtime_error("a cancelled drag left something behind");
     }
 
-    /// How many targets lit up on the way.
+    /// The number of targets that were highlighted on the way.
     static int carry(QQuickWindow*& window, const QRectF& area, QPointF from,
                      const QVariant& windowID, Figures& figures)
     {
@@ -179,8 +180,8 @@ private:
         QDragEnterEvent enter(from.toPoint(), Qt::MoveAction, &data, Qt::LeftButton,
                               Qt::NoModifier);
         QCoreApplication::sendEvent(window, &enter);
-        const QQuickItem* lit = nullptr;
-        int litTargets = 0;
+        const QQuickItem* highlighted = nullptr;
+        int highlightedTargets = 0;
         const auto step = [&](QPointF to, std::vector<double>& frames) {
             frames.push_back(untilFrame(&window, [&] {
                 QDragMoveEvent move(to.toPoint(), Qt::MoveAction, &data, Qt::LeftButton,
@@ -188,9 +189,9 @@ private:
                 QCoreApplication::sendEvent(window, &move);
                 window->update();
             }));
-            const QQuickItem* const now = litTarget(*window->contentItem());
-            litTargets += now != nullptr && now != lit ? 1 : 0;
-            lit = now;
+            const QQuickItem* const now = highlightedTarget(*window->contentItem());
+            highlightedTargets += now != nullptr && now != highlighted ? 1 : 0;
+            highlighted = now;
         };
         const double wayDown = area.bottom() - 1 - from.y();
         for (int i = 1; i <= dragSteps; ++i)
@@ -199,10 +200,10 @@ private:
             step({from.x() + i % 7, area.bottom() - 1}, figures.dragScrollFrames);
         QDragLeaveEvent leave;
         QCoreApplication::sendEvent(window, &leave);
-        return litTargets;
+        return highlightedTargets;
     }
 
-    /// From goal to goal and back, by the arrow keys.
+    /// Selects one goal after the other and back, by the arrow keys.
     void select(QQuickWindow*& window, Figures& figures)
     {
         m_store->activateTarget(TargetSelection::goal(m_store->goals().front().id),
@@ -220,7 +221,7 @@ private:
         }
     }
 
-    /// The menu of a window's card, which names all goals.
+    /// Opens the menu of a window's card, which has an entry for every goal.
     void openMenus(QQuickWindow*& window, Figures& figures)
     {
         const auto press = [&window](Qt::Key key) {
@@ -252,12 +253,7 @@ double quantile(std::vector<double> values, double part)
     return values.at(static_cast<std::size_t>(part * static_cast<double>(values.size() - 1)));
 }
 
-void printRow(const char* name, double small, double large)
-{
-    std::printf("| %-44s | %9.2f | %9.2f | %5.2f |\n", name, small, large, large / small);
-}
-
-/// In MiB, once the board has been shown and scrolled.
+/// Of this process, in MiB.
 double residentMemory()
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -279,7 +275,7 @@ int printMemory(int goalCount)
     return 0;
 }
 
-/// Of a process that shows such a board and nothing else.
+/// In MiB, of a process that shows and scrolls such a board and does nothing else.
 double memoryOfProcess(int goalCount)
 {
     QProcess process;
@@ -288,6 +284,50 @@ double memoryOfProcess(int goalCount)
                   {memoryOption, QString::number(goalCount)});
     process.waitForFinished(-1);
     return process.readAllStandardOutput().trimmed().toDouble();
+}
+
+constexpr double median = 0.5;
+constexpr double mostFrames = 0.95;
+
+/// A quantile of a series of processor times.
+struct TimeRow
+{
+    const char* name;
+    std::vector<double> Figures::*times;
+    double part;
+};
+
+constexpr std::array timeRows{
+    TimeRow{"from making the interface to its first frame", &Figures::firstFrame, median},
+    TimeRow{"a frame while scrolling, median", &Figures::scrollFrames, median},
+    TimeRow{"a frame while scrolling, 95 of 100 below", &Figures::scrollFrames, mostFrames},
+    TimeRow{"the same, over cards of goals only, median", &Figures::goalFrames, median},
+    TimeRow{"the same, 95 of 100 below", &Figures::goalFrames, mostFrames},
+    TimeRow{"a frame while dragging a card, median", &Figures::dragFrames, median},
+    TimeRow{"a frame while dragging a card, 95 of 100", &Figures::dragFrames, mostFrames},
+    TimeRow{"the same at the edge, which scrolls, median", &Figures::dragScrollFrames, median},
+    TimeRow{"the same at the edge, 95 of 100 below", &Figures::dragScrollFrames, mostFrames},
+    TimeRow{"from a key press to the drawn selection", &Figures::selection, median},
+    TimeRow{"from a key press to a window's menu, first", &Figures::firstMenu, median},
+    TimeRow{"the same, later", &Figures::laterMenus, median},
+};
+
+/// A number that is the same in every round.
+struct CountRow
+{
+    const char* name;
+    int Figures::*count;
+};
+
+constexpr std::array countRows{
+    CountRow{"items alive, also in closed menus", &Figures::items},
+    CountRow{"the same, after a window's menu was open", &Figures::itemsAfterMenus},
+    CountRow{"targets with items", &Figures::cards},
+};
+
+void printRow(const char* name, double small, double large)
+{
+    std::printf("| %-44s | %9.2f | %9.2f | %5.2f |\n", name, small, large, large / small);
 }
 
 int run()
@@ -309,34 +349,12 @@ int run()
     std::printf("| %-44s |  10 goals | 200 goals | ratio |\n", "");
     std::printf(
         "|----------------------------------------------|----------:|----------:|------:|\n");
-    printRow("from making the interface to its first frame", quantile(small.firstFrame, 0.5),
-             quantile(large.firstFrame, 0.5));
-    printRow("a frame while scrolling, median", quantile(small.scrollFrames, 0.5),
-             quantile(large.scrollFrames, 0.5));
-    printRow("a frame while scrolling, 95 of 100 below", quantile(small.scrollFrames, 0.95),
-             quantile(large.scrollFrames, 0.95));
-    printRow("the same, over cards of goals only, median", quantile(small.goalFrames, 0.5),
-             quantile(large.goalFrames, 0.5));
-    printRow("the same, 95 of 100 below", quantile(small.goalFrames, 0.95),
-             quantile(large.goalFrames, 0.95));
-    printRow("a frame while dragging a card, median", quantile(small.dragFrames, 0.5),
-             quantile(large.dragFrames, 0.5));
-    printRow("a frame while dragging a card, 95 of 100", quantile(small.dragFrames, 0.95),
-             quantile(large.dragFrames, 0.95));
-    printRow("the same at the edge, which scrolls, median", quantile(small.dragScrollFrames, 0.5),
-             quantile(large.dragScrollFrames, 0.5));
-    printRow("the same at the edge, 95 of 100 below", quantile(small.dragScrollFrames, 0.95),
-             quantile(large.dragScrollFrames, 0.95));
-    printRow("from a key press to the drawn selection", quantile(small.selection, 0.5),
-             quantile(large.selection, 0.5));
-    printRow("from a key press to a window's menu, first", quantile(small.firstMenu, 0.5),
-             quantile(large.firstMenu, 0.5));
-    printRow("the same, later", quantile(small.laterMenus, 0.5), quantile(large.laterMenus, 0.5));
+    for (const TimeRow& row : timeRows)
+        printRow(row.name, quantile(small.*row.times, row.part),
+                 quantile(large.*row.times, row.part));
     printRow("resident memory of a process, MiB", memoryOfProcess(10), memoryOfProcess(200));
-    printRow("items alive, also in closed menus", small.items, large.items);
-    printRow("the same, after a window's menu was open", small.itemsAfterMenus,
-             large.itemsAfterMenus);
-    printRow("targets with items", small.cards, large.cards);
+    for (const CountRow& row : countRows)
+        printRow(row.name, small.*row.count, large.*row.count);
     return 0;
 }
 

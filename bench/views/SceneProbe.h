@@ -1,4 +1,4 @@
-// What benchmarks of the views ask of a window and do to it.
+// How benchmarks of the views measure a window's frames, find its items and send it events.
 #pragma once
 
 #include <QAbstractItemModel>
@@ -36,7 +36,7 @@ double untilFrame(QQuickWindow* const* window, const Cause& cause)
     return processorMilliseconds() - start;
 }
 
-/// Lets timers and motions come to their end.
+/// Runs the event loop until timers and motions have ended.
 inline void rest()
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(80);
@@ -44,7 +44,7 @@ inline void rest()
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
 }
 
-/// All items that live below an object, also those of closed menus and those that wait for use.
+/// Counts all items below an object, also those of closed menus and pooled ones.
 inline void collectItems(QObject& object, QSet<const QObject*>& seen, int& count)
 {
     if (seen.contains(&object))
@@ -69,7 +69,7 @@ inline int itemCount(QQuickWindow& window)
     return count;
 }
 
-/// The first item, from the back to the front, whose type has the name.
+/// The first item of the type, from the back to the front; null for none.
 inline QQuickItem* findItem(QQuickItem& item, const char* type)
 {
     const QByteArray name = item.metaObject()->className();
@@ -82,7 +82,7 @@ inline QQuickItem* findItem(QQuickItem& item, const char* type)
     return nullptr;
 }
 
-/// The first row of the model whose "kind" is that.
+/// The first row of the model whose role "kind" has that value.
 inline int firstRow(const QAbstractItemModel& model, const QString& kind)
 {
     const int role = model.roleNames().key("kind");
@@ -93,20 +93,22 @@ inline int firstRow(const QAbstractItemModel& model, const QString& kind)
     throw std::runtime_error("the board has no such target");
 }
 
-/// Of the targets that show that they would accept what is dragged over them, the first.
-inline const QQuickItem* litTarget(const QQuickItem& item)
+/// The first target that is highlighted, since it would accept what is dragged over it; null for
+/// none.
+inline const QQuickItem* highlightedTarget(const QQuickItem& item)
 {
     if (item.property("isAccepting").toBool())
         return &item;
     const QList<QQuickItem*> children = item.childItems();
     for (const QQuickItem* const child : children) {
-        if (const QQuickItem* const lit = litTarget(*child))
-            return lit;
+        if (const QQuickItem* const highlighted = highlightedTarget(*child))
+            return highlighted;
     }
     return nullptr;
 }
 
-/// The first item of the type whose middle lies in the area of the window.
+/// The first item of the type whose centre lies in the area, in the window's coordinates; null for
+/// none.
 inline const QQuickItem* shownItem(const QQuickItem& item, const char* type, const QRectF& area)
 {
     if (QByteArray(item.metaObject()->className()).startsWith(QByteArray(type) + "_QMLTYPE") &&

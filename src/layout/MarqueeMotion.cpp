@@ -7,7 +7,7 @@ namespace kelpa {
 namespace {
 
 constexpr double pointsPerSecond = 14;
-constexpr double shortestPass = 4;
+constexpr double minimumPassSeconds = 4;
 
 } // namespace
 
@@ -16,7 +16,7 @@ MarqueeMotion marqueeMotion(double textWidth, double availableWidth, double gap)
     if (!(textWidth > availableWidth))
         return {};
     const double travel = textWidth + gap;
-    return {travel, std::max(travel / pointsPerSecond, shortestPass)};
+    return {travel, std::max(travel / pointsPerSecond, minimumPassSeconds)};
 }
 
 } // namespace kelpa

@@ -1,4 +1,4 @@
-// How a title that is wider than its place moves.
+// The motion of a title that is too wide for its view.
 #pragma once
 
 namespace kelpa {
@@ -6,18 +6,18 @@ namespace kelpa {
 /// Points between the end of a moving title and its repeated start.
 inline constexpr double marqueeGap = 15;
 
-/// One pass, after which the repeated title stands where the title began.
+/// One pass, at whose end the repeated title is where the title began.
 struct MarqueeMotion
 {
-    /// Points to the left; 0 for a title that stays still, because it fits.
+    /// Points to the left; 0 for a title that fits and does not move.
     double travel = 0;
-    /// Of one pass; 0 for a title that stays still.
+    /// The duration of one pass; 0 for a title that does not move.
     double seconds = 0;
 
     friend bool operator==(const MarqueeMotion&, const MarqueeMotion&) = default;
 };
 
-/// Widths in points. The title moves by 14 points a second, and a pass takes at least 4 seconds.
+/// Widths in points. The title moves at 14 points per second, and a pass takes at least 4 seconds.
 MarqueeMotion marqueeMotion(double textWidth, double availableWidth, double gap = marqueeGap);
 
 } // namespace kelpa

@@ -7,8 +7,8 @@ namespace kelpa {
 
 namespace {
 
-/// Items between two checkpoints.
-constexpr qsizetype stride = 16;
+/// Items from one checkpoint to the next.
+constexpr qsizetype checkpointInterval = 16;
 
 } // namespace
 
@@ -28,7 +28,7 @@ void WaterfallGeometry::setLayout(const WaterfallLayout& layout)
             m_frames.resize(m_count);
         }
     }
-    soil(0, m_count - 1);
+    markDirty(0, m_count - 1);
 }
 
 void WaterfallGeometry::setWidth(double width)
@@ -37,7 +37,7 @@ void WaterfallGeometry::setWidth(double width)
     if (m_width == usable)
         return;
     m_width = usable;
-    soil(0, m_count - 1);
+    markDirty(0, m_count - 1);
 }
 
 void WaterfallGeometry::insert(qsizetype first, qsizetype count, double height)
@@ -48,7 +48,7 @@ void WaterfallGeometry::insert(qsizetype first, qsizetype count, double height)
         m_heights.insert(first, count, WaterfallLayout::usableHeight(height));
         m_frames.insert(first, count, QRectF());
     }
-    soil(first, m_count - 1);
+    markDirty(first, m_count - 1);
 }
 
 void WaterfallGeometry::remove(qsizetype first, qsizetype count)
@@ -59,7 +59,7 @@ void WaterfallGeometry::remove(qsizetype first, qsizetype count)
         m_heights.remove(first, count);
         m_frames.remove(first, count);
     }
-    soil(first, m_count - 1);
+    markDirty(first, m_count - 1);
 }
 
 void WaterfallGeometry::move(qsizetype from, qsizetype count, qsizetype to)
@@ -68,17 +68,17 @@ void WaterfallGeometry::move(qsizetype from, qsizetype count, qsizetype to)
     const qsizetype first = std::min(from, to);
     const qsizetype last = std::max(from, to) + count;
     if (!hasFixedHeight()) {
-        const auto turn = [&](auto& list) {
+        const auto rotate = [&](auto& list) {
             const auto begin = list.begin();
             if (from < to)
                 std::rotate(begin + from, begin + from + count, begin + last);
             else
                 std::rotate(begin + to, begin + from, begin + from + count);
         };
-        turn(m_heights);
-        turn(m_frames);
+        rotate(m_heights);
+        rotate(m_frames);
     }
-    soil(first, m_count - 1);
+    markDirty(first, m_count - 1);
 }
 
 void WaterfallGeometry::setHeight(qsizetype index, double height)
@@ -86,7 +86,7 @@ void WaterfallGeometry::setHeight(qsizetype index, double height)
     if (hasFixedHeight() || m_heights.at(index) == WaterfallLayout::usableHeight(height))
         return;
     m_heights[index] = WaterfallLayout::usableHeight(height);
-    soil(index, index);
+    markDirty(index, index);
 }
 
 double WaterfallGeometry::itemHeight(qsizetype index) const
@@ -95,30 +95,30 @@ double WaterfallGeometry::itemHeight(qsizetype index) const
                                     : m_heights.at(index);
 }
 
-void WaterfallGeometry::soil(qsizetype first, qsizetype last)
+void WaterfallGeometry::markDirty(qsizetype first, qsizetype last)
 {
     const bool isFirst = isSettled();
-    m_firstSoiled = isFirst ? first : std::min(m_firstSoiled, first);
-    m_lastSoiled = isFirst ? last : std::max(m_lastSoiled, last);
-    // Also where the last items went, and nothing is left to be placed.
-    m_lastSoiled = std::max(m_lastSoiled, m_firstSoiled);
+    m_firstDirty = isFirst ? first : std::min(m_firstDirty, first);
+    m_lastDirty = isFirst ? last : std::max(m_lastDirty, last);
+    // Not empty even where the last items were removed: the total height has changed.
+    m_lastDirty = std::max(m_lastDirty, m_firstDirty);
 }
 
 QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
 {
     if (isSettled())
         return {};
-    const qsizetype firstSoiled = m_firstSoiled;
-    const qsizetype lastSoiled = m_lastSoiled;
-    m_firstSoiled = 0;
-    m_lastSoiled = -1;
+    const qsizetype firstDirty = m_firstDirty;
+    const qsizetype lastDirty = m_lastDirty;
+    m_firstDirty = 0;
+    m_lastDirty = -1;
     if (hasFixedHeight())
         return {};
 
     const int columns = m_layout.columnCount(m_width);
     const double columnWidth = WaterfallLayout::itemWidth(m_width, columns, m_layout.spacing);
     const qsizetype usedColumns = std::clamp<qsizetype>(m_count, 1, columns);
-    qsizetype start = std::min(firstSoiled / stride, m_checkpoints.size() - 1);
+    qsizetype start = std::min(firstDirty / checkpointInterval, m_checkpoints.size() - 1);
     if (start < 0 || m_checkpoints.at(start).ends.size() != usedColumns)
         start = 0;
     Checkpoint columnsNow =
@@ -126,18 +126,18 @@ QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
                   : Checkpoint{QList<double>(usedColumns, 0.0), QList<qsizetype>(usedColumns, -1)};
 
     QList<Change> changes;
-    qsizetype index = start * stride;
+    qsizetype index = start * checkpointInterval;
     for (; index < m_count; ++index) {
-        if (index % stride == 0) {
-            const qsizetype place = index / stride;
-            if (place >= m_checkpoints.size())
+        if (index % checkpointInterval == 0) {
+            const qsizetype checkpoint = index / checkpointInterval;
+            if (checkpoint >= m_checkpoints.size())
                 m_checkpoints.append(columnsNow);
-            else if (index > lastSoiled && m_checkpoints.at(place) == columnsNow)
-                break; // All that follows stands as it stood.
+            else if (index > lastDirty && m_checkpoints.at(checkpoint) == columnsNow)
+                break; // All following frames are unchanged.
             else
-                m_checkpoints[place] = columnsNow;
+                m_checkpoints[checkpoint] = columnsNow;
         }
-        // The first of the columns that end highest: the leftmost one on a tie.
+        // The shortest column; on a tie, the leftmost of them.
         double& end = *std::ranges::min_element(columnsNow.ends);
         const qsizetype column = &end - columnsNow.ends.constData();
         const QRectF frame(static_cast<double>(column) * (columnWidth + m_layout.spacing), end,
@@ -151,7 +151,7 @@ QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
         end += frame.height() + m_layout.spacing;
     }
     if (index == m_count) {
-        m_checkpoints.resize((m_count + stride - 1) / stride);
+        m_checkpoints.resize((m_count + checkpointInterval - 1) / checkpointInterval);
         const double lowest = *std::ranges::max_element(columnsNow.ends);
         m_height = m_count > 0 ? std::max(lowest - m_layout.spacing, 0.0) : 0;
     }
@@ -195,10 +195,11 @@ qsizetype WaterfallGeometry::firstFrom(double top) const
 
 QList<qsizetype> WaterfallGeometry::lowestBefore(qsizetype index) const
 {
-    const qsizetype place = std::min(index / stride, m_checkpoints.size() - 1);
-    QList<qsizetype> lowest = m_checkpoints.at(place).lowest;
+    const qsizetype checkpoint = std::min(index / checkpointInterval, m_checkpoints.size() - 1);
+    QList<qsizetype> lowest = m_checkpoints.at(checkpoint).lowest;
     const double step = m_frames.front().width() + m_layout.spacing;
-    for (qsizetype before = place * stride; before < index; ++before, ++m_visitCount)
+    for (qsizetype before = checkpoint * checkpointInterval; before < index;
+         ++before, ++m_visitCount)
         lowest[std::lround(m_frames.at(before).left() / step)] = before;
     lowest.removeAll(-1);
     std::ranges::sort(lowest);
@@ -213,14 +214,14 @@ QList<qsizetype> WaterfallGeometry::between(double top, double bottom) const
     if (!hasFixedHeight()) {
         Q_ASSERT(isSettled());
         const qsizetype first = firstFrom(top);
-        // Of what begins above the stripe, only the lowest item of a column can reach into it.
+        // Of the items that begin above the range, only the lowest of a column can reach into it.
         result = lowestBefore(first);
         result.removeIf([&](qsizetype index) { return m_frames.at(index).bottom() <= top; });
         for (qsizetype index = first; index < m_count; ++index, ++m_visitCount) {
             const QRectF& frame = m_frames.at(index);
             if (frame.top() >= bottom)
                 break;
-            // An item without height may stand on the upper edge.
+            // An item without height may lie on the upper edge.
             if (frame.bottom() > top)
                 result.append(index);
         }

@@ -1,5 +1,5 @@
-// A waterfall that is kept: items come, go, move and change their heights, and a pass places anew
-// only what that can have moved. Pure geometry in points.
+// An incremental waterfall layout: items are inserted, removed, moved and resized, and a pass lays
+// out only those that this can have displaced. Pure geometry in points.
 #pragma once
 
 #include "layout/WaterfallLayout.h"
@@ -9,11 +9,11 @@
 
 namespace kelpa {
 
-/// Until `settle`, frames are those of the last pass, and items that came since have none.
+/// Until `settle`, frames are those of the last pass, and items inserted since then have none.
 class WaterfallGeometry
 {
 public:
-    /// An item that changed its place; `before` is null for one that had none.
+    /// An item whose frame has changed; `before` is null for one that had none.
     struct Change
     {
         qsizetype index = 0;
@@ -25,41 +25,41 @@ public:
     explicit WaterfallGeometry(const WaterfallLayout& layout);
 
     const WaterfallLayout& layout() const { return m_layout; }
-    /// The next pass places everything.
+    /// The next pass lays out all items.
     void setLayout(const WaterfallLayout& layout);
     double width() const { return m_width; }
     void setWidth(double width);
 
     qsizetype count() const { return m_count; }
-    /// Indexes and counts outside the items are a programming error.
+    /// An index or a count beyond the items is a programming error.
     void insert(qsizetype first, qsizetype count, double height);
     void remove(qsizetype first, qsizetype count);
-    /// The `count` items at `from` are then at `to`, counted without them.
+    /// Moves the `count` items at `from` so that they are then at `to`.
     void move(qsizetype from, qsizetype count, qsizetype to);
-    /// Of no effect where all items have one height.
+    /// Has no effect with a fixed item height.
     void setHeight(qsizetype index, double height);
     double itemHeight(qsizetype index) const;
 
-    /// Places what may have moved. The items that changed their places, in their order; always
-    /// empty where all items have one height, since frames are then not kept but computed.
+    /// Runs a pass and returns the items whose frames have changed, in their order; always none
+    /// with a fixed item height, since frames are then computed on demand and not stored.
     QList<Change> settle();
-    /// Whether nothing changed since the last pass.
-    bool isSettled() const { return m_lastSoiled < m_firstSoiled; }
+    /// Whether nothing has changed since the last pass.
+    bool isSettled() const { return m_lastDirty < m_firstDirty; }
     /// Of the last pass; null for an item that has not been placed.
     QRectF frame(qsizetype index) const;
     /// Of all items, as in `WaterfallPlacement`.
     double height() const;
-    /// The items that reach into the stripe between two heights, in their order. Nothing may have
-    /// changed since the last pass, unless all items have one height.
+    /// The items that intersect the range from `top` to `bottom`, in their order. Requires
+    /// `isSettled`, except with a fixed item height.
     QList<qsizetype> between(double top, double bottom) const;
-    /// How many frames `settle` and `between` have looked at so far: what they cost.
+    /// The number of frames that `settle` and `between` have visited so far: their cost.
     qsizetype visitCount() const { return m_visitCount; }
 
 private:
-    /// What a pass knows before it places an item.
+    /// The state of a pass before it lays out an item, from which a later pass can resume.
     struct Checkpoint
     {
-        /// Of each column, with the spacing below it.
+        /// The bottom of each column, including the spacing below it.
         QList<double> ends;
         /// The lowest item of each column; -1 for none.
         QList<qsizetype> lowest;
@@ -68,25 +68,26 @@ private:
     };
 
     bool hasFixedHeight() const { return m_layout.fixedItemHeight.has_value(); }
-    void soil(qsizetype first, qsizetype last);
-    /// The first item whose top is at or below a height. Tops never rise from item to item, since
-    /// each item stands where the highest column ends.
+    /// Extends the range of dirty items.
+    void markDirty(qsizetype first, qsizetype last);
+    /// The first item whose top is at `top` or below. Items are sorted by their tops, since each is
+    /// appended to the shortest column.
     qsizetype firstFrom(double top) const;
-    /// The lowest items, in their order, that each column has before an item.
+    /// The lowest item of each column among those before `index`, in their order.
     QList<qsizetype> lowestBefore(qsizetype index) const;
 
     WaterfallLayout m_layout;
     double m_width = 1;
     qsizetype m_count = 0;
-    /// Empty where all items have one height.
+    /// Both are empty with a fixed item height.
     QList<double> m_heights;
     QList<QRectF> m_frames;
-    /// Before every so-manieth item: a pass can begin there.
+    /// At regular intervals of items.
     QList<Checkpoint> m_checkpoints;
-    /// The items whose heights or neighbours changed since the last pass; none when `first` is
-    /// beyond the items.
-    qsizetype m_firstSoiled = 0;
-    qsizetype m_lastSoiled = -1;
+    /// The dirty items, whose heights or indexes have changed since the last pass; none when the
+    /// last is before the first.
+    qsizetype m_firstDirty = 0;
+    qsizetype m_lastDirty = -1;
     double m_height = 0;
     mutable qsizetype m_visitCount = 0;
 };

@@ -21,7 +21,7 @@ void requireSpacing(double spacing)
                spacing);
 }
 
-/// What items and gaps are laid out in; a view that has no width yet still gets columns.
+/// The width to lay items out in: a view without a width still has columns.
 double usableWidth(double width)
 {
     return std::max(width, 1.0);
@@ -48,7 +48,7 @@ int WaterfallLayout::columnCount(double width) const
         return *fixedColumnCount;
     }
     const double columns = (width + spacing) / (minimumColumnWidth + spacing);
-    // Bounded before it is truncated: a number beyond int's range must not be converted.
+    // Clamped before the conversion, which is undefined beyond the range of int.
     return static_cast<int>(
         std::clamp(columns, 1.0, static_cast<double>(std::numeric_limits<int>::max())));
 }
@@ -86,12 +86,12 @@ WaterfallPlacement WaterfallLayout::place(QPointF origin, double width,
     const int columns = columnCount(usable);
     const double columnWidth = itemWidth(usable, columns, spacing);
 
-    // Columns that no item can reach need no height, however many a wide board has.
+    // There can be far more columns than items on a wide board; those stay empty.
     QList<double> columnHeights(std::clamp<qsizetype>(heights.size(), 1, columns), 0.0);
     WaterfallPlacement placement;
     placement.frames.reserve(heights.size());
     for (qsizetype index = 0; index < heights.size(); ++index) {
-        // The first of the lowest columns: the leftmost one on a tie.
+        // The shortest column; on a tie, the leftmost of them.
         const qsizetype column =
             fixedItemHeight ? index % columnHeights.size()
                             : std::ranges::min_element(columnHeights) - columnHeights.begin();

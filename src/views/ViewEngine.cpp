@@ -3,6 +3,7 @@
 #include "platform/LoggingCategories.h"
 #include "shell/BoardInput.h"
 #include "store/WindowStore.h"
+#include "views/ViewTypes.h"
 #include "views/appearance/DesktopAppearance.h"
 #include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
@@ -14,16 +15,14 @@
 
 #include <utility>
 
-// The build makes it for the module; called, so that the linker keeps the module's types.
-extern void qml_register_types_Kelpa();
-
 namespace kelpa {
 
 namespace {
 
 ViewSettings* viewSettings(QQmlEngine& engine)
 {
-    return engine.singletonInstance<ViewSettings*>(qmlTypeId("Kelpa", 1, 0, "ViewSettings"));
+    return engine.singletonInstance<ViewSettings*>(
+        qmlTypeId("Kelpa.Appearance", 1, 0, "ViewSettings"));
 }
 
 /// Where the window's menus and sheets live.
@@ -48,7 +47,7 @@ struct ViewEngine::Parts
 {
     Parts(WindowStore& storeToShow, Applications& applications,
           std::shared_ptr<Workers> iconReaders, Options chosen)
-        : store(storeToShow), options(std::move(chosen)), controller(storeToShow, options.keyNames)
+        : store(storeToShow), options(std::move(chosen)), controller(storeToShow)
     {
         engine.addImportPath(QStringLiteral(":/qt/qml"));
         auto provider =
@@ -74,7 +73,7 @@ struct ViewEngine::Parts
 ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
                        std::shared_ptr<Workers> iconReaders, Options options)
 {
-    qml_register_types_Kelpa();
+    registerViewTypes();
     m_parts =
         std::make_unique<Parts>(store, applications, std::move(iconReaders), std::move(options));
 }
@@ -88,7 +87,7 @@ bool ViewEngine::show()
     if (settings == nullptr)
         return false;
     const auto followLanguage = [this, settings] {
-        settings->setLanguage(m_parts->store.language());
+        settings->setLanguage(m_parts->store.language(), m_parts->options.keyNames);
     };
     connect(&m_parts->store, &WindowStore::languageChanged, settings, followLanguage);
     followLanguage();
@@ -97,7 +96,7 @@ bool ViewEngine::show()
 
     engine.setInitialProperties(
         {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}});
-    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/board/Main.qml")));
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Board/Main.qml")));
     QQuickWindow* const board = window();
     qCDebug(logViews, "views %s", board == nullptr ? "failed to load" : "loaded");
     if (board == nullptr || popups(*board) == nullptr)

@@ -24,7 +24,7 @@ WaterfallGeometry settled(const WaterfallLayout& layout, double width, const QLi
     return geometry;
 }
 
-/// What `between` is to find, by looking at every frame.
+/// The expected result of `between`, from a scan of every frame.
 QList<qsizetype> reaching(const WaterfallPlacement& placement, double top, double bottom)
 {
     QList<qsizetype> result;
@@ -153,13 +153,13 @@ TEST(WaterfallGeometry, A_pass_after_any_changes_places_as_one_from_the_start)
         const double bottom = top + static_cast<double>(below(900));
         const QList<qsizetype> found = geometry.between(top, bottom);
         const QList<qsizetype> wanted = reaching(expected, top, bottom);
-        // Two lists without anything are compared byte by byte where neither has any.
+        // Comparing two empty lists would pass null pointers to memcmp.
         ASSERT_TRUE(wanted.isEmpty() ? found.isEmpty() : found == wanted)
             << step << " between " << top << " and " << bottom;
     }
 }
 
-/// Two thousand cards of seven heights in three columns, and room to change them.
+/// 2,000 cards of seven heights in three columns.
 WaterfallGeometry manyCards()
 {
     WaterfallGeometry geometry(board);
@@ -178,7 +178,7 @@ qsizetype visits(WaterfallGeometry& geometry, const Work& work)
     return geometry.visitCount() - before;
 }
 
-TEST(WaterfallGeometry, A_stripe_of_a_long_board_costs_no_more_than_what_it_shows)
+TEST(WaterfallGeometry, A_visible_range_of_a_long_board_costs_no_more_than_what_it_shows)
 {
     WaterfallGeometry geometry = manyCards();
     EXPECT_EQ(visits(geometry, [] {}), 0);
@@ -188,12 +188,12 @@ TEST(WaterfallGeometry, A_stripe_of_a_long_board_costs_no_more_than_what_it_show
         const qsizetype visited =
             visits(geometry, [&] { found = geometry.between(top, top + 800).size(); });
         EXPECT_GE(found, 6) << top;
-        // Besides what shows: finding the place among 2,000, and up to the next checkpoint.
+        // Besides the result: a binary search among 2,000, and up to 16 items from a checkpoint.
         EXPECT_LE(visited, found + 11 + 16) << top;
     }
 }
 
-TEST(WaterfallGeometry, What_stands_beside_one_very_high_card_is_not_looked_at_above_the_stripe)
+TEST(WaterfallGeometry, Cards_beside_a_very_high_one_are_not_visited_above_the_visible_range)
 {
     WaterfallGeometry geometry = manyCards();
     geometry.setHeight(1, 150000);
@@ -205,7 +205,7 @@ TEST(WaterfallGeometry, What_stands_beside_one_very_high_card_is_not_looked_at_a
     EXPECT_LE(visited, found.size() + 11 + 16);
 }
 
-TEST(WaterfallGeometry, A_pass_looks_at_what_changed_its_place_and_at_little_else)
+TEST(WaterfallGeometry, A_pass_visits_what_changed_its_place_and_little_else)
 {
     WaterfallGeometry geometry = manyCards();
     EXPECT_EQ(visits(geometry, [&] { geometry.settle(); }), 0);
@@ -241,7 +241,7 @@ TEST(WaterfallGeometry, Cards_of_one_height_stand_where_the_layout_puts_them)
     EXPECT_EQ(settled(grid, 300, {}).height(), 0);
 }
 
-TEST(WaterfallGeometry, What_reaches_into_a_stripe_is_found)
+TEST(WaterfallGeometry, Items_that_intersect_a_range_are_found)
 {
     const WaterfallGeometry cards = settled(board, 700, {100, 300, 100, 100});
     EXPECT_EQ(cards.between(0, 1), (QList<qsizetype>{0, 1}));

@@ -5,6 +5,8 @@
 #include "support/ManualScheduler.h"
 #include "support/MemorySettingsStore.h"
 #include "views/KnownTexts.h"
+#include "views/ViewTypes.h"
+#include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
 #include "views/windows/AppIconProvider.h"
 
@@ -23,9 +25,6 @@
 #include <QtQuickTest/quicktest.h>
 
 #include <memory>
-
-// The build makes it for the module.
-extern void qml_register_types_Kelpa();
 
 namespace {
 
@@ -75,6 +74,14 @@ public:
     {
         return std::make_unique<AppIconProvider>(m_desktop, m_iconWindows,
                                                  std::make_shared<WorkerPool>(1));
+    }
+
+    /// The texts of the interface are in the store's language from now on.
+    void followLanguage(ViewSettings& settings)
+    {
+        const auto follow = [this, &settings] { settings.setLanguage(m_store.language()); };
+        connect(&m_store, &WindowStore::languageChanged, &settings, follow);
+        follow();
     }
 
     Q_INVOKABLE void addWindow(quint32 id, const QString& title)
@@ -277,7 +284,10 @@ public:
         return {};
     }
     /// Everything that the interface can say in its current language.
-    Q_INVOKABLE QStringList knownTexts() const { return test::knownTexts(m_controller.copy()); }
+    Q_INVOKABLE QStringList knownTexts() const
+    {
+        return test::knownTexts(CopyTable(m_store.language(), {}));
+    }
     /// The pointer comes to a place of the item's window, dragging a text.
     Q_INVOKABLE void dragTo(QQuickItem* item, QPointF place)
     {
@@ -354,11 +364,13 @@ public Q_SLOTS:
     /// Called for each file of tests, with an engine of its own.
     void qmlEngineAvailable(QQmlEngine* engine)
     {
-        qml_register_types_Kelpa();
+        registerViewTypes();
         engine->addImportPath(QStringLiteral(":/qt/qml"));
         auto* const world = new World(engine);
         engine->rootContext()->setContextProperty(QStringLiteral("world"), world);
         engine->addImageProvider(AppIconProvider::name(), world->makeIconProvider().release());
+        world->followLanguage(*engine->singletonInstance<ViewSettings*>(
+            qmlTypeId("Kelpa.Appearance", 1, 0, "ViewSettings")));
     }
 };
 

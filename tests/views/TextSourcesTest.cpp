@@ -214,7 +214,8 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/x11/\\w+/StartupNotification\\.cpp$", u"^remove: ID=$"},
     // Names: of the product, of places, of types, of fonts.
     {u"^src/main\\.cpp$|^src/views/(scene/SymbolItem|ViewEngine)\\.cpp$",
-     u"^(Kelpa|SymbolPictures|ViewSettings)$"},
+     u"^(Kelpa(\\.(Scene|Appearance))?|SymbolPictures|ViewSettings)$"},
+    {u"^src/views/controls/(FocusRing|HoverTip)\\.cpp$", u"^(FocusFrame|AppToolTip)\\.qml$"},
     {u"^src/store/WindowStorePreviews\\.cpp$", u"^Privacy_(Accessibility|ScreenCapture)$"},
     {u"^src/views/scene/BoardDragSource\\.cpp$", u"^QShapedPixmapWindow$"},
     {u"^src/views/appearance/ViewSettings\\.cpp$", u"^Noto (Sans( CJK (JP|KR|SC))?|Color Emoji)$"},

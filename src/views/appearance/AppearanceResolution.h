@@ -1,4 +1,4 @@
-// Who has a say in how the interface looks and moves, and who wins.
+// Resolves how the interface looks and moves from the person's choice, the desktop and the palette.
 #pragma once
 
 #include "model/GoalAccent.h"
@@ -15,7 +15,7 @@ struct AppearanceResolution
     std::optional<Appearance> ownAppearance;
     std::optional<bool> isReducingOwnMotion;
     std::optional<Appearance> desktopAppearance;
-    /// Whether animations are wanted, by each setting of the desktop that tells.
+    /// Whether animations are wanted, by each setting of the desktop.
     std::vector<std::optional<bool>> desktopAnimations;
     /// As the toolkit's colours are, which always are one or the other.
     Appearance paletteAppearance = Appearance::light;

@@ -1,4 +1,4 @@
-// The types of the interface's texts, made known to QML.
+// The types of the interface's texts, registered with QML.
 #pragma once
 
 #include "text/CopyKey.h"

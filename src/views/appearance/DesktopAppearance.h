@@ -16,7 +16,7 @@ class AppearanceSetting;
 class MotionSetting;
 class ViewSettings;
 
-/// Keeps the view settings as the desktop's settings tell, and the appearance as the palette's
+/// Keeps the view settings as the desktop's settings say, and the appearance as the palette's
 /// window colour suggests where these have no say. Main thread.
 class DesktopAppearance : public QObject
 {
@@ -29,7 +29,7 @@ public:
                       std::optional<bool> isReducingMotion);
     ~DesktopAppearance() override;
 
-    /// Follows a setting of the desktop's, unless what it tells of is fixed. There may be several
+    /// Follows a setting of the desktop's, unless its value is fixed. There may be several
     /// of motion.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);

@@ -2,7 +2,7 @@ pragma Singleton
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
 /// Every colour, length, radius, font and duration of the interface.
 QtObject {

@@ -88,13 +88,18 @@ void ViewSettings::setSeen(bool isSeen)
     Q_EMIT isSeenChanged();
 }
 
-void ViewSettings::setLanguage(AppLanguage language)
+void ViewSettings::setLanguage(AppLanguage language, const KeyNames& keyNames)
 {
     const QStringList wanted = families(language);
-    if (m_fontFamilies == wanted)
-        return;
-    m_fontFamilies = wanted;
-    Q_EMIT fontFamiliesChanged();
+    if (m_fontFamilies != wanted) {
+        m_fontFamilies = wanted;
+        Q_EMIT fontFamiliesChanged();
+    }
+    const CopyTable copy(language, keyNames);
+    if (m_copy != copy) {
+        m_copy = copy;
+        Q_EMIT copyChanged();
+    }
 }
 
 QFont ViewSettings::font(const QStringList& families, int size, int weight) const

@@ -1,8 +1,10 @@
-// What views need to know of the desktop to look right on it; the theme is made from it.
+// What all views need to know of the desktop and of the person's language; the theme is made from
+// it, and every text of the interface comes from here.
 #pragma once
 
 #include "model/GoalAccent.h"
 #include "text/AppLanguage.h"
+#include "text/CopyTable.h"
 
 #include <QColor>
 #include <QFont>
@@ -26,6 +28,8 @@ class ViewSettings : public QObject
                    isReducingMotionChanged)
     Q_PROPERTY(bool isSeen READ isSeen WRITE setSeen NOTIFY isSeenChanged)
     Q_PROPERTY(QStringList fontFamilies READ fontFamilies NOTIFY fontFamiliesChanged)
+    /// The texts of the interface in its current language.
+    Q_PROPERTY(kelpa::CopyTable copy READ copy NOTIFY copyChanged)
 
 public:
     explicit ViewSettings(QObject* parent = nullptr);
@@ -44,7 +48,9 @@ public:
 
     /// In the order of preference; they draw the glyph variants of the current language.
     QStringList fontFamilies() const { return m_fontFamilies; }
-    void setLanguage(AppLanguage language);
+    CopyTable copy() const { return m_copy; }
+    /// Sets the fonts and the texts. `keyNames` are the platform's names of keys.
+    void setLanguage(AppLanguage language, const KeyNames& keyNames = {});
 
     /// Of a size in points of the screen, as all of QML's lengths, and a weight of QFont's.
     Q_INVOKABLE QFont font(const QStringList& families, int size, int weight) const;
@@ -58,12 +64,14 @@ Q_SIGNALS:
     void isReducingMotionChanged();
     void isSeenChanged();
     void fontFamiliesChanged();
+    void copyChanged();
 
 private:
     Appearance m_appearance = Appearance::light;
     bool m_isReducingMotion = false;
     bool m_isSeen = true;
     QStringList m_fontFamilies;
+    CopyTable m_copy;
 };
 
 } // namespace kelpa

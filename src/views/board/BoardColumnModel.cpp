@@ -104,8 +104,9 @@ WindowListModel* BoardColumnModel::windows(std::optional<GoalID> goalID) const
 
 void BoardColumnModel::fill(WindowListModel& model, std::optional<GoalID> goalID) const
 {
-    model.setWindows(m_store.windows(goalID), m_store.boardNavigation().selectedWindowID,
-                     [this](const WindowItem& window) { return windowFace(m_store, window); });
+    model.setWindows(
+        m_store.windows(goalID), m_store.boardNavigation().selectedWindowID,
+        [this](const WindowItem& window) { return windowPresentation(m_store, window); });
 }
 
 void BoardColumnModel::update()

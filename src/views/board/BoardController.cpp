@@ -1,6 +1,5 @@
 #include "views/board/BoardController.h"
 
-#include "model/Text.h"
 #include "store/WindowStore.h"
 
 #include <algorithm>
@@ -8,9 +7,9 @@
 
 namespace kelpa {
 
-BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject* parent)
-    : QObject(parent), m_store(store), m_keyNames(std::move(keyNames)), m_columns(store),
-      m_breadcrumbs(store), m_moveTargets(store), m_todos(store), m_windowPicker(store)
+BoardController::BoardController(WindowStore& store, QObject* parent)
+    : QObject(parent), m_store(store), m_columns(store), m_goals(store), m_todos(store),
+      m_windows(store)
 {
     connect(&store, &WindowStore::languageChanged, this, &BoardController::languageChanged);
     connect(&store, &WindowStore::searchTextChanged, this, &BoardController::searchTextChanged);
@@ -38,12 +37,14 @@ BoardController::BoardController(WindowStore& store, KeyNames keyNames, QObject*
          {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
         connect(&store, signal, this, &BoardController::noteRows);
     noteRows();
-    for (const auto signal :
-         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
-          &WindowStore::languageChanged})
-        connect(&store, signal, this, &BoardController::noGoalsHintChanged);
-    connect(&m_breadcrumbs, &BreadcrumbModel::countChanged, this,
+    connect(m_goals.breadcrumbs(), &BreadcrumbModel::countChanged, this,
             &BoardController::noteColumnCount);
+    connect(&m_goals, &GoalController::windowsRequested, m_windows.picker(), &WindowPicker::open);
+    connect(&m_goals, &GoalController::columnRequested, this, [this] {
+        // The goal is asked for, not the todo.
+        m_todos.forgetRestoredTodo();
+        Q_EMIT selectionRequested();
+    });
 }
 
 void BoardController::noteRows()
@@ -60,9 +61,9 @@ void BoardController::noteRows()
         Q_EMIT selectedTargetMoved();
 }
 
-BreadcrumbRail BoardController::rail() const
+BreadcrumbRail BoardController::rail()
 {
-    return m_breadcrumbs.count() > 0 ? BreadcrumbRail::shown : BreadcrumbRail::hidden;
+    return m_goals.breadcrumbs()->count() > 0 ? BreadcrumbRail::shown : BreadcrumbRail::hidden;
 }
 
 void BoardController::setBoardWidth(double width)
@@ -73,7 +74,7 @@ void BoardController::setBoardWidth(double width)
     noteColumnCount();
 }
 
-double BoardController::targetAreaWidth() const
+double BoardController::targetAreaWidth()
 {
     return kelpa::targetAreaWidth(m_boardWidth, rail());
 }
@@ -83,11 +84,6 @@ void BoardController::noteColumnCount()
     if (const std::optional<int> count = targetGridColumnCount(m_boardWidth, rail()))
         m_store.setTargetGridColumnCount(*count);
     Q_EMIT targetAreaChanged();
-}
-
-CopyTable BoardController::copy() const
-{
-    return CopyTable(m_store.language(), m_keyNames);
 }
 
 int BoardController::languageIndex() const
@@ -128,13 +124,6 @@ QString BoardController::searchText() const
 void BoardController::setSearchText(const QString& text)
 {
     m_store.setSearchText(text);
-}
-
-QString BoardController::noGoalsHint() const
-{
-    if (m_store.goals().isEmpty())
-        return copy().text(CopyKey::AddFirstGoalHint);
-    return m_store.visibleGoals().isEmpty() ? copy().text(CopyKey::GoalsHiddenHint) : QString();
 }
 
 bool BoardController::isAutoSortingGoals() const
@@ -226,70 +215,6 @@ void BoardController::toggleHidingGoalsWithoutOpenTodos()
     m_store.setHidingGoalsWithoutOpenTodos(!m_store.isHidingGoalsWithoutOpenTodos());
 }
 
-bool BoardController::isGoalTitle(const QString& title) const
-{
-    return !trimmedText(title).isEmpty();
-}
-
-bool BoardController::hasGoal(const QString& columnID) const
-{
-    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
-    return goalID && goalWith(*goalID, m_store.goals()) != nullptr;
-}
-
-QString BoardController::goalTitle(const QString& columnID) const
-{
-    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
-    const Goal* const goal = goalID ? goalWith(*goalID, m_store.goals()) : nullptr;
-    return goal != nullptr ? goal->title : QString();
-}
-
-void BoardController::createGoal(const QString& title)
-{
-    m_store.createGoal(title);
-}
-
-void BoardController::renameGoal(const QString& columnID, const QString& title)
-{
-    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
-        m_store.renameGoal(*goalID, title);
-}
-
-void BoardController::deleteGoal(const QString& columnID)
-{
-    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
-        m_store.deleteGoal(*goalID);
-}
-
-void BoardController::createGoalForWindow(const QString& title, quint32 windowID)
-{
-    m_store.createGoal(title, windowID);
-}
-
-void BoardController::openChrome(const QString& columnID)
-{
-    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
-        m_store.createChrome(*goalID);
-}
-
-void BoardController::openTerminal(const QString& columnID)
-{
-    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
-        m_store.createTerminal(*goalID);
-}
-
-void BoardController::showAllWindows(const QString& columnID)
-{
-    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
-        m_store.showAllWindows(*goalID);
-}
-
-void BoardController::focusWindow(quint32 windowID)
-{
-    if (const std::optional<WindowItem> window = listedWindow(windowID))
-        m_store.focus(*window);
-}
-
 bool BoardController::selectFirstWindow()
 {
     // Those that belong to no goal stand before all goals.
@@ -305,25 +230,6 @@ bool BoardController::selectFirstWindow()
     return true;
 }
 
-void BoardController::showColumn(const QString& columnID)
-{
-    m_todos.goToColumn(columnID);
-    // The goal is asked for, not the todo.
-    m_todos.forgetRestoredTodo();
-    Q_EMIT selectionRequested();
-}
-
-void BoardController::selectWindow(quint32 windowID)
-{
-    m_store.selectWindow(windowID);
-}
-
-void BoardController::closeWindowProcess(quint32 windowID)
-{
-    if (const std::optional<WindowItem> window = listedWindow(windowID))
-        m_store.closeProcess(*window);
-}
-
 bool BoardController::hasPermissionSettings() const
 {
     return m_store.hasPermissionSettings();
@@ -337,18 +243,6 @@ void BoardController::requestPermissions()
 void BoardController::noteScrollActivity()
 {
     m_store.noteScrollActivity();
-}
-
-QImage BoardController::preview(WindowID windowID) const
-{
-    return m_store.previews().value(windowID).image;
-}
-
-std::optional<WindowItem> BoardController::listedWindow(WindowID windowID) const
-{
-    const QList<WindowItem>& windows = m_store.windows();
-    const auto found = std::ranges::find(windows, windowID, &WindowItem::id);
-    return found != windows.end() ? std::optional(*found) : std::nullopt;
 }
 
 } // namespace kelpa

@@ -2,7 +2,9 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
 
 /// The name of the program, the search, and what concerns the board as a whole.
 Item {
@@ -49,7 +51,7 @@ Item {
         AppMenu {
             id: menu
 
-            title: root.board.copy.text(CopyKey.Language)
+            title: ViewSettings.copy.text(CopyKey.Language)
 
             Instantiator {
                 model: root.board.languageNames
@@ -74,13 +76,13 @@ Item {
         id: hideEmpty
 
         font: Theme.body
-        text: root.board.copy.text(CopyKey.HideEmpty)
+        text: ViewSettings.copy.text(CopyKey.HideEmpty)
     }
     TextMetrics {
         id: showAll
 
         font: Theme.body
-        text: root.board.copy.text(CopyKey.ShowAll)
+        text: ViewSettings.copy.text(CopyKey.ShowAll)
     }
     RowLayout {
         id: controls
@@ -99,7 +101,7 @@ Item {
             Layout.fillWidth: true
             Layout.minimumWidth: implicitWidth
             Layout.rightMargin: Theme.small
-            text: root.board.copy.text(CopyKey.ProductName)
+            text: ViewSettings.copy.text(CopyKey.ProductName)
             font: Theme.title
             Accessible.ignored: !visible
             Accessible.role: Accessible.Heading
@@ -112,10 +114,9 @@ Item {
             Layout.preferredWidth: 280
             Layout.minimumWidth: 150
             Layout.maximumWidth: 280
-            board: root.board
-            label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
-            placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
-            clearLabel: root.board.copy.text(CopyKey.ClearSearch)
+            label: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
+            placeholderText: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
+            clearLabel: ViewSettings.copy.text(CopyKey.ClearSearch)
             text: root.board.searchText
             onTextChanged: root.board.searchText = text
             // The keys are the board's again.
@@ -125,12 +126,12 @@ Item {
         }
         IconButton {
             symbol: "rotate-cw"
-            text: root.board.copy.text(CopyKey.RefreshWindows)
+            text: ViewSettings.copy.text(CopyKey.RefreshWindows)
             onClicked: root.board.refresh()
         }
         IconButton {
             symbol: root.board.isAutoSortingGoals ? "arrow-up-down-circle-filled" : "arrow-up-down-circle"
-            text: root.board.copy.text(CopyKey.AutoSortGoals)
+            text: ViewSettings.copy.text(CopyKey.AutoSortGoals)
             checkable: true
             checked: root.board.isAutoSortingGoals
             onClicked: root.board.toggleAutoSortingGoals()
@@ -144,9 +145,9 @@ Item {
             minimumTextWidth: Math.ceil(Math.max(hideEmpty.advanceWidth, showAll.advanceWidth)) + 1
             isCompact: root.wantedWidth - languageButton.fullWidth + Theme.controlHeight > root.width
             isOn: root.board.isHidingGoalsWithoutOpenTodos
-            text: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos
+            text: ViewSettings.copy.text(root.board.isHidingGoalsWithoutOpenTodos
                                        ? CopyKey.ShowAll : CopyKey.HideEmpty)
-            help: root.board.copy.text(root.board.isHidingGoalsWithoutOpenTodos
+            help: ViewSettings.copy.text(root.board.isHidingGoalsWithoutOpenTodos
                                        ? CopyKey.ShowAllHelp : CopyKey.HideEmptyHelp)
             onClicked: root.board.toggleHidingGoalsWithoutOpenTodos()
         }
@@ -155,7 +156,7 @@ Item {
 
             symbol: "globe"
             isCompact: root.wantedWidth > root.width
-            text: root.board.copy.text(CopyKey.Language)
+            text: ViewSettings.copy.text(CopyKey.Language)
             Accessible.role: Accessible.ButtonMenu
             onClicked: root.openLanguageMenu(languageButton)
         }
@@ -163,7 +164,7 @@ Item {
             id: addButton
 
             symbol: "plus"
-            text: root.board.copy.text(CopyKey.NewGoal)
+            text: ViewSettings.copy.text(CopyKey.NewGoal)
             isPrimary: true
             onClicked: root.newGoalRequested()
         }
@@ -178,7 +179,7 @@ Item {
         anchors.leftMargin: Theme.boardMargin
         anchors.rightMargin: Theme.boardMargin
         height: implicitHeight + Theme.tiny
-        text: root.board.copy.text(CopyKey.Subtitle)
+        text: ViewSettings.copy.text(CopyKey.Subtitle)
         color: Theme.secondaryText
         Accessible.ignored: !visible
         Accessible.role: Accessible.StaticText
@@ -202,7 +203,7 @@ Item {
             id: keyboardHint
 
             width: Math.min(implicitWidth, parent.width)
-            text: root.board.copy.text(CopyKey.KeyboardHint)
+            text: ViewSettings.copy.text(CopyKey.KeyboardHint)
             font: Theme.caption
             color: Theme.secondaryText
             Accessible.ignored: !visible
@@ -215,7 +216,7 @@ Item {
             x: hints.isOneLine ? parent.width - width : 0
             y: hints.isOneLine ? 0 : keyboardHint.height
             width: Math.min(implicitWidth, parent.width)
-            text: root.board.copy.text(CopyKey.DoubleTapHint)
+            text: ViewSettings.copy.text(CopyKey.DoubleTapHint)
             font: Theme.caption
             color: Theme.secondaryText
             visible: root.board.isDoubleTapOffered

@@ -1,6 +1,8 @@
 pragma ComponentBehavior: Bound
 
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
 
 /// What can be done with the board as a whole.
 AppMenu {
@@ -10,22 +12,22 @@ AppMenu {
 
     signal newGoalRequested
 
-    title: root.board.copy.text(CopyKey.Board)
+    title: ViewSettings.copy.text(CopyKey.Board)
 
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.NewGoal)
+        text: ViewSettings.copy.text(CopyKey.NewGoal)
         symbol: "plus"
         onTriggered: root.newGoalRequested()
     }
     AppMenuSeparator {}
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.Undo)
+        text: ViewSettings.copy.text(CopyKey.Undo)
         symbol: "undo-2"
         enabled: root.board.canUndo
         onTriggered: root.board.undo()
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.Redo)
+        text: ViewSettings.copy.text(CopyKey.Redo)
         symbol: "redo-2"
         enabled: root.board.canRedo
         onTriggered: root.board.redo()

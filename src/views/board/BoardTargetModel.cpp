@@ -7,7 +7,7 @@ namespace kelpa {
 namespace {
 
 constexpr int unifiedRow = 0;
-/// What stands before the columns.
+/// The rows before the columns.
 constexpr int firstColumnRow = 1;
 /// Beyond the roles of the columns.
 constexpr int kindRole = Qt::UserRole + 1000;

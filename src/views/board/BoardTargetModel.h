@@ -1,4 +1,4 @@
-// What stands on the board, in the order in which it is laid out, which is that of the arrow keys:
+// The targets of the board in the order of their layout, which the arrow keys follow too:
 // the list of all todos, what belongs to no goal, the goals that show, and last the card that makes
 // another goal.
 #pragma once

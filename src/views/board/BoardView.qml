@@ -1,9 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
 
-/// The part of the board that shows. It scrolls by itself to what is to be seen.
+/// The part of the board that shows. It scrolls to what `reveal` is given.
 Flickable {
     id: root
 
@@ -15,7 +17,7 @@ Flickable {
     property real easedEnd: root.end
     /// Above and below what shows, so that the Tab key finds what follows.
     readonly property real reach: 100
-    /// Whether it is on its way to what is to be seen.
+    /// Whether it is scrolling to a revealed part.
     readonly property bool isScrolling: scrolling.running
 
     /// The menu of the board is to be opened at a place of the item.
@@ -61,7 +63,7 @@ Flickable {
     clip: true
     onMovementStarted: scrolling.stop()
     Accessible.role: Accessible.Pane
-    Accessible.name: root.board.copy.text(CopyKey.Board)
+    Accessible.name: ViewSettings.copy.text(CopyKey.Board)
     Accessible.onPressAction: root.openMenu()
 
     Behavior on easedEnd {

@@ -2,7 +2,12 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Board
 
 /// The targets of the board in a waterfall, the rail beside them, and the menus that they share.
 FocusScope {
@@ -11,7 +16,7 @@ FocusScope {
     required property BoardController board
 
     /// Whether cards are on their way to their places, or the board to the selection.
-    readonly property bool isMoving: targets.isMoving || view.isScrolling || follower.isWaiting
+    readonly property bool isMoving: targets.isMoving || view.isScrolling || scroll.isWaiting
 
     signal newGoalRequested
 
@@ -19,15 +24,30 @@ FocusScope {
     function openMenu(): void {
         view.openMenu();
     }
+    /// Opens the menu of the selected window or goal or, where there is none, that of the board.
+    function openSelectionMenu(): void {
+        if (root.board.selectedTarget >= 0) {
+            scroll.showSelection();
+            if (scroll.selectedColumn()?.openSelectionMenu() ?? false)
+                return;
+        }
+        view.openMenu();
+    }
+    function renameSelection(): void {
+        scroll.showSelection();
+        const column = scroll.selectedColumn();
+        if (column !== null)
+            root.board.goals.requestRename(column.columnID);
+    }
 
     BoardDragSource {
         id: source
     }
     Shortcut {
         sequence: "F2"
-        enabled: root.board.selectedBreadcrumb >= 0
+        enabled: root.board.goals.selectedBreadcrumb >= 0
                  && !(root.Window.activeFocusItem instanceof TextInputField)
-        onActivated: follower.renameSelected()
+        onActivated: root.renameSelection()
     }
     Binding {
         target: root.board
@@ -44,8 +64,9 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.topMargin: Theme.large
         anchors.bottomMargin: Theme.large
-        visible: root.board.breadcrumbs.count > 0
-        board: root.board
+        visible: root.board.goals.breadcrumbs.count > 0
+        goals: root.board.goals
+        drops: root.board.drops
         dragSource: source
     }
     ScrollActivity {
@@ -89,7 +110,7 @@ FocusScope {
                 kind: "unifiedTodos"
 
                 UnifiedTodoColumn {
-                    board: root.board
+                    todos: root.board.todos
                     dragSource: source
                     onTodoMenuRequested: (todoID, columnID, row, position) => {
                         menus.openTodoMenu(todoID, columnID, row, position);
@@ -108,7 +129,8 @@ FocusScope {
                 kind: "addGoal"
 
                 AddGoalCard {
-                    board: root.board
+                    goals: root.board.goals
+                    drops: root.board.drops
                     dragSource: source
                     onClicked: root.newGoalRequested()
                 }
@@ -116,12 +138,26 @@ FocusScope {
         }
     }
     SelectionFocus {
-        id: follower
+        id: selectionFocus
+
+        board: root.board
+        targets: targets
+        scope: root
+    }
+    SelectionScroll {
+        id: scroll
 
         board: root.board
         targets: targets
         view: view
-        scope: root
+        selectionFocus: selectionFocus
+    }
+    Connections {
+        target: root.board
+
+        function onSelectionMenuRequested(): void {
+            root.openSelectionMenu();
+        }
     }
     // A card that is dragged to the edge finds the goals beyond it.
     DragScroll {
@@ -153,7 +189,7 @@ FocusScope {
             }
         }
     }
-    BoardMenus {
+    CardMenus {
         id: menus
 
         anchors.fill: parent

@@ -1,7 +1,13 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 
 /// A goal, or what belongs to none, with its todos and its window cards. Alt with the left or right
 /// arrow moves a goal by one place.
@@ -25,6 +31,9 @@ ExpandableGoalCard {
     property real shownFrom: root.visibleFrom
     property real shownTo: root.visibleTo
 
+    /// The focus goes on from here to what is selected next.
+    readonly property bool yieldsFocus: true
+
     signal windowMenuRequested(windowID: real, card: Item, position: point)
     signal columnMenuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
@@ -40,6 +49,13 @@ ExpandableGoalCard {
     function todoRect(todoID: string): rect {
         const rect = todos.rowRect(todoID);
         return Qt.rect(todos.x + rect.x, todos.y + rect.y, rect.width, rect.height);
+    }
+
+    /// The selected card or the highlighted todo, in the column's coordinates; of no height where the
+    /// column as a whole is selected.
+    function selectedRect(): rect {
+        return root.board.selectedWindow >= 0 ? root.windowRect(root.board.selectedWindow)
+                                              : root.todoRect(root.board.todos.highlightedTodoID);
     }
 
     /// What the arrow keys have selected of it: the column itself, or the card of a window.
@@ -68,7 +84,7 @@ ExpandableGoalCard {
 
     // What belongs to no goal is to be sorted, so that all of it shows.
     isExpanded: root.isSelected || root.isUnassigned
-    isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
+    WaterfallDelegate.isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
     isAccepting: dropArea.isReceiving
     isGivingWay: dropArea.isGivingWay
     naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
@@ -78,13 +94,13 @@ ExpandableGoalCard {
     Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected
-    Accessible.onPressAction: root.board.todos.goToColumn(root.columnID)
+    Accessible.onPressAction: root.board.goals.goToColumn(root.columnID)
     // From the column itself and from whatever in it has the keyboard, but not from what is written.
     Keys.onPressed: event => {
         const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
         event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
                 && !(root.Window.activeFocusItem instanceof TextInputField)
-                && root.board.moveColumn(root.columnID, step);
+                && root.board.goals.moveColumn(root.columnID, step);
     }
 
     // Where nothing else stands, the card is held as by its head.
@@ -94,10 +110,10 @@ ExpandableGoalCard {
         anchors.fill: parent
         dragSource: root.dragSource
         picture: header
-        text: root.board.columnDragText(root.columnID)
+        text: root.board.goals.columnDragText(root.columnID)
         isDraggable: !root.isUnassigned
         onClicked: if (!ground.isLeaving)
-            root.board.todos.goToColumn(root.columnID)
+            root.board.goals.goToColumn(root.columnID)
     }
 
     // Below everything else: the rows of todos come first.
@@ -105,7 +121,7 @@ ExpandableGoalCard {
         id: dropArea
 
         anchors.fill: parent
-        board: root.board
+        drops: root.board.drops
         dragSource: root.dragSource
         columnID: root.columnID
     }
@@ -117,7 +133,7 @@ ExpandableGoalCard {
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.margins: Theme.small
-        board: root.board
+        goals: root.board.goals
         dragSource: root.dragSource
         columnID: root.columnID
         isUnassigned: root.isUnassigned
@@ -150,7 +166,7 @@ ExpandableGoalCard {
         anchors.leftMargin: Theme.columnTextX
         anchors.rightMargin: Theme.medium
         y: header.y + header.titleTop + header.titleHeight + 1
-        text: root.board.copy.text(CopyKey.UnsortedHint)
+        text: ViewSettings.copy.text(CopyKey.UnsortedHint)
         color: Theme.secondaryText
         font: Theme.caption
         height: Theme.columnListY - y
@@ -171,7 +187,7 @@ ExpandableGoalCard {
         height: implicitHeight
         visibleFrom: root.visibleFrom - y
         visibleTo: Math.min(root.visibleTo, root.height) - y
-        board: root.board
+        todos: root.board.todos
         dragSource: root.dragSource
         listID: root.columnID
         roomBelow: root.height - y - height
@@ -204,7 +220,7 @@ ExpandableGoalCard {
             WindowCard {
                 id: card
 
-                board: root.board
+                windows: root.board.windows
                 dragSource: root.dragSource
                 onMenuRequested: (item, position) => {
                     root.windowMenuRequested(card.windowID, item, position);
@@ -232,7 +248,7 @@ ExpandableGoalCard {
             anchors.fill: parent
             anchors.margins: Theme.medium
             horizontalAlignment: Text.AlignHCenter
-            text: root.board.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
+            text: ViewSettings.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
                                                            : CopyKey.DragWindowHere)
             color: Theme.secondaryText
             wrapMode: Text.Wrap

@@ -2,7 +2,10 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Goals
+import Kelpa.Windows
+import Kelpa.Board
 
 /// The main window with the board.
 T.ApplicationWindow {
@@ -36,7 +39,7 @@ T.ApplicationWindow {
         if (root.renameSheet === null)
             root.renameSheet = renameSheetType.createObject(root.contentItem) as TitleSheet;
         root.renamedColumnID = columnID;
-        root.renameSheet.ask(root.board.goalTitle(columnID));
+        root.renameSheet.ask(root.board.goals.goalTitle(columnID));
     }
 
     /// Where nothing with the focus has a menu of its own, the board has one.
@@ -50,7 +53,7 @@ T.ApplicationWindow {
     // On a screen that has less, all of it and its frame can be seen all the same.
     minimumWidth: Math.min(900, root.usableWidth)
     minimumHeight: Math.min(620, root.usableHeight)
-    title: root.board.copy.text(CopyKey.ProductName)
+    title: ViewSettings.copy.text(CopyKey.ProductName)
     color: Theme.window
     font: Theme.body
     // What it has when it is no longer maximised. No bindings, for a person's size outlives a change
@@ -105,7 +108,7 @@ T.ApplicationWindow {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.huge
         message: root.board.toastMessage
-        actionText: root.board.toastOffersUndo ? root.board.copy.text(CopyKey.Undo) : ""
+        actionText: root.board.toastOffersUndo ? ViewSettings.copy.text(CopyKey.Undo) : ""
         onActionRequested: root.board.undo()
         onIsHeldChanged: root.board.setToastHeld(isHeld)
     }
@@ -114,28 +117,28 @@ T.ApplicationWindow {
         id: createSheetType
 
         NewGoalSheet {
-            board: root.board
-            onConfirmed: title => root.board.createGoal(title)
+            goals: root.board.goals
+            onConfirmed: title => root.board.goals.createGoal(title)
         }
     }
     Component {
         id: renameSheetType
 
         TitleSheet {
-            board: root.board
-            title: root.board.copy.text(CopyKey.RenameGoal)
+            goals: root.board.goals
+            title: ViewSettings.copy.text(CopyKey.RenameGoal)
             explanation: ""
-            placeholder: root.board.copy.text(CopyKey.EnterGoalName)
-            fieldLabel: root.board.copy.text(CopyKey.GoalName)
-            confirmLabel: root.board.copy.text(CopyKey.Save)
-            onConfirmed: title => root.board.renameGoal(root.renamedColumnID, title)
+            placeholder: ViewSettings.copy.text(CopyKey.EnterGoalName)
+            fieldLabel: ViewSettings.copy.text(CopyKey.GoalName)
+            confirmLabel: ViewSettings.copy.text(CopyKey.Save)
+            onConfirmed: title => root.board.goals.renameGoal(root.renamedColumnID, title)
 
             Connections {
                 target: root.board.targets
 
                 // A goal that is deleted meanwhile takes its sheet with it.
                 function onRowsRemoved(): void {
-                    if (!root.board.hasGoal(root.renamedColumnID))
+                    if (!root.board.goals.hasGoal(root.renamedColumnID))
                         root.renameSheet.close();
                 }
             }
@@ -145,22 +148,22 @@ T.ApplicationWindow {
         id: selectionSheetType
 
         WindowSelectionSheet {
-            board: root.board
+            windows: root.board.windows
         }
     }
     Connections {
-        target: root.board
+        target: root.board.goals
 
         function onRenameRequested(columnID: string): void {
             root.askForName(columnID);
         }
     }
     Connections {
-        target: root.board.windowPicker
+        target: root.board.windows.picker
 
         function onRequestChanged(): void {
             // From then on the sheet follows the requests by itself.
-            if (root.selectionSheet !== null || !root.board.windowPicker.isOpen)
+            if (root.selectionSheet !== null || !root.board.windows.picker.isOpen)
                 return;
             root.selectionSheet = selectionSheetType.createObject(root.contentItem)
                     as WindowSelectionSheet;

@@ -1,7 +1,9 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
 
 /// Says which permissions are missing and what they are for.
 Rectangle {
@@ -60,13 +62,13 @@ Rectangle {
         spacing: 6
 
         Explanation {
-            heading: root.board.copy.text(CopyKey.ScreenRecordingNeeded)
-            text: root.board.copy.text(CopyKey.ScreenRecordingText)
+            heading: ViewSettings.copy.text(CopyKey.ScreenRecordingNeeded)
+            text: ViewSettings.copy.text(CopyKey.ScreenRecordingText)
             visible: !root.board.isScreenCaptureTrusted
         }
         Explanation {
-            heading: root.board.copy.text(CopyKey.AccessibilityNeeded)
-            text: root.board.copy.text(CopyKey.AccessibilityText)
+            heading: ViewSettings.copy.text(CopyKey.AccessibilityNeeded)
+            text: ViewSettings.copy.text(CopyKey.AccessibilityText)
             visible: !root.board.isAccessibilityTrusted
         }
     }
@@ -77,7 +79,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter
-        text: root.board.copy.text(CopyKey.OpenSystemSettings)
+        text: ViewSettings.copy.text(CopyKey.OpenSystemSettings)
         onClicked: root.board.requestPermissions()
     }
 }

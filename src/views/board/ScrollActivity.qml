@@ -1,9 +1,9 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Board
 
-/// Tells the board that a view of it moves, so that nothing else takes the time it needs.
+/// Reports to the board that a view of it scrolls, so that background work pauses meanwhile.
 Connections {
     id: root
 

@@ -2,188 +2,77 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Window
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Board
 
-/// Scrolls the board to what the arrow keys have selected, to what the Tab key has reached and to
-/// the field in which one types, wherever their cards go, and lets the keyboard's focus follow the
-/// selection.
+/// Gives the focus to what the arrow keys have selected, so that a screen reader reports it. What a
+/// person went to keeps the focus: only an item with `yieldsFocus`, or nobody, gives it up.
 Item {
     id: root
 
     required property BoardController board
     required property WaterfallView targets
-    required property BoardView view
-    /// What has the focus while nobody in it has.
+    /// The item that has the focus while nobody in it has.
     required property Item scope
 
-    readonly property bool isWaiting: selectionScroll.running
-
-    /// Scrolls until the selected target, or the selected window in it, is in view.
-    function showSelection(): void {
-        root.targets.pinnedRow = root.board.selectedTarget;
-        if (root.targets.pinnedRow < 0)
-            return;
-        // It has its height of now on only once it has an item.
-        root.targets.layOut();
-        if (root.isWriting() && root.focusedRow() === root.board.selectedTarget) {
-            root.showFocus();
-            return;
-        }
-        let wanted = root.targets.rowRect(root.targets.pinnedRow);
-        const column = root.selectedColumn();
-        if (column !== null && root.board.selectedWindow >= 0) {
-            const card = column.windowRect(root.board.selectedWindow);
-            wanted = Qt.rect(wanted.x, wanted.y + card.y, card.width, card.height);
-        }
-        const todo = column === null ? Qt.rect(0, 0, 0, 0)
-                                     : column.todoRect(root.board.todos.highlightedTodoID);
-        if (todo.height > 0 && root.board.selectedWindow < 0)
-            wanted = Qt.rect(wanted.x, wanted.y + todo.y, todo.width, todo.height);
-        root.view.reveal(root.targets.y + wanted.y, wanted.height);
-        root.focusSelection();
-    }
-    function selectedColumn(): GoalColumn {
-        return root.targets.itemAtRow(root.board.selectedTarget) as GoalColumn;
-    }
-    function renameSelected(): void {
-        root.showSelection();
-        const column = root.selectedColumn();
-        if (column !== null)
-            root.board.requestRename(column.columnID);
-    }
-    /// Lets the focus follow the selection, so that a screen reader tells of it, unless it is where
-    /// a person has put it.
     function focusSelection(): void {
-        const column = root.targets.itemAtRow(root.board.selectedTarget);
-        const part = (column as GoalColumn)?.selectedPart()
-                ?? (column as UnifiedTodoColumn)?.selectedPart() ?? null;
+        const item = root.targets.itemAtRow(root.board.selectedTarget);
+        const column = item as GoalColumn;
+        const part = column !== null ? column.selectedPart() : item;
         const holder = root.Window.activeFocusItem;
-        if (part === null || holder === part || !root.isFollowing(holder))
-            return;
-        part.forceActiveFocus();
+        if (part !== null && holder !== part && root.isYielding(holder))
+            part.forceActiveFocus();
     }
-    /// Whether an item that has the focus gives it up to the selection. While another program has
-    /// the keyboard there is none, and who had it has it again afterwards.
-    function isFollowing(item: Item): bool {
-        if (item === null)
-            return false;
-        if (item instanceof WindowCard || item instanceof GoalColumn
-                || item instanceof UnifiedTodoColumn)
-            return true;
-        // Nobody has it: it is left to whatever the board stands in.
-        return root.isWithin(root.scope, item);
+    /// Null, while another program has the keyboard, is nobody: the item that had the focus has it
+    /// again afterwards.
+    function isYielding(holder: var): bool {
+        return holder !== null && (holder.yieldsFocus === true || root.isAroundScope(holder));
     }
-    function isWithin(item: Item, whole: Item): bool {
-        for (let each = item; each !== null; each = each.parent)
-            if (each === whole)
+    function isAroundScope(item: Item): bool {
+        for (let each = root.scope; each !== null; each = each.parent)
+            if (each === item)
                 return true;
         return false;
     }
     function isWriting(): bool {
         return root.Window.activeFocusItem instanceof TextInputField;
     }
-    /// The row of the target in which the focus is; -1 when it is elsewhere.
+    /// The row of the target that contains the focus; -1 when it is elsewhere.
     function focusedRow(): int {
         return root.targets.rowOf(root.Window.activeFocusItem);
-    }
-
-    function showFocus(): void {
-        root.targets.layOut();
-        const item = root.Window.activeFocusItem;
-        const row = root.focusedRow();
-        // What follows the selection is in view with it.
-        if (row < 0 || root.isFollowing(item))
-            return;
-        // Where it will be, should its card be on its way.
-        const top = item.mapToItem(root.targets.itemAtRow(row), 0, 0).y;
-        root.view.reveal(root.targets.y + root.targets.rowRect(row).y + top, item.height);
-    }
-    function isInView(item: Item): bool {
-        return item !== null && item.y + item.height > root.view.contentY - root.targets.y
-                && item.y < root.view.contentY - root.targets.y + root.view.height;
     }
 
     Connections {
         target: root.board
 
-        function onSelectionChanged(): void {
-            selectionScroll.restart();
-        }
-        function onSelectionRequested(): void {
-            selectionScroll.restart();
-        }
-        // A person who was looking at it goes along with it. Who looks elsewhere stays there.
-        function onSelectedTargetMoved(): void {
-            const row = root.board.selectedTarget;
-            if (row === root.focusedRow() || root.isInView(root.targets.itemAtRow(row)))
-                selectionScroll.restart();
-        }
-        // From a field elsewhere on the board, too: its card may close, and nobody would see what
-        // is written there.
+        // The card of a field elsewhere on the board may close, and what is written there would no
+        // longer be seen.
         function onChangeRestored(): void {
             const row = root.focusedRow();
-            if (root.isWriting() && row >= 0 && row !== root.board.selectedTarget) {
-                root.board.todos.leaveEditor();
-                // The field for a new todo has gone; that of a title is left.
-                if (root.isWriting())
-                    root.Window.activeFocusItem.focus = false;
-            }
-            selectionScroll.restart();
-        }
-        function onSelectionMenuRequested(): void {
-            if (root.board.selectedTarget < 0) {
-                root.view.openMenu();
+            if (!root.isWriting() || row < 0 || row === root.board.selectedTarget)
                 return;
-            }
-            selectionScroll.stop();
-            root.showSelection();
-            if (!(root.selectedColumn()?.openSelectionMenu() ?? false))
-                root.view.openMenu();
-        }
-    }
-    Connections {
-        target: root.board.todos
-
-        function onTodoRequested(): void {
-            selectionScroll.restart();
-        }
-        // What is added stands above the field in which one goes on to write.
-        function onEntriesChanged(): void {
+            root.board.todos.leaveEditor();
+            // The field for a new todo has gone; that of a title is left.
             if (root.isWriting())
-                focusScroll.restart();
+                root.Window.activeFocusItem.focus = false;
         }
     }
-    // A held arrow key scrolls once, after its last step.
-    Timer {
-        id: selectionScroll
-
-        interval: 45
-        onTriggered: root.showSelection()
-    }
-    // Once whoever gave the focus up has had its way with it.
-    Timer {
-        id: selectionFocus
-
-        interval: 45
-        onTriggered: root.focusSelection()
-    }
-    // What the Tab key reaches is seen.
     Connections {
         target: root.Window.window
         ignoreUnknownSignals: true
 
+        // Back from a field that was closed, or from a menu.
         function onActiveFocusItemChanged(): void {
-            focusScroll.restart();
-            // Back from a field that is closed, or a menu.
-            if (root.board.selectedTarget >= 0 && root.isFollowing(root.Window.activeFocusItem))
-                selectionFocus.restart();
+            if (root.board.selectedTarget >= 0 && root.isYielding(root.Window.activeFocusItem))
+                returning.restart();
         }
     }
-    // After the list in which it stands has scrolled to it.
+    // An item that gives the focus up may pass it on by itself first.
     Timer {
-        id: focusScroll
+        id: returning
 
-        interval: 0
-        onTriggered: root.showFocus()
+        interval: 45
+        onTriggered: root.focusSelection()
     }
 }

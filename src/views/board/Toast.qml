@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// A short message over the board, and what can be done about it. Presses end here, and take nobody
 /// out of what they are writing.

@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// A button with a text and, if wanted, a symbol before it.
 PressButton {
@@ -54,7 +55,7 @@ PressButton {
             color: root.down ? Theme.press : Theme.hover
             visible: !root.isPrimary && (root.down || root.hovered)
         }
-        // What is switched on stands out.
+        // Highlights a button that is switched on.
         Rectangle {
             anchors.fill: parent
             radius: parent.radius

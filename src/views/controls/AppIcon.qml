@@ -1,10 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
 
-/// A symbol of the interface in one colour. Nothing tells assistive programs of it: what it stands
-/// for is said by what it stands on.
+/// A symbol of the interface in one colour. It is hidden from assistive programs: the
+/// control that contains it has the name.
 SymbolItem {
     color: Theme.secondaryText
 }

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
 
 /// A menu as wide as its widest item, within limits. While it is open, it has the pointer and the
 /// keys to itself: a press beside it only closes it. It closes as well when another program comes

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
 
 /// An item of a menu with a symbol before its text. A sign at its end shows the menu that it opens. The
 /// chosen one of several has its sign before its text, in place of a symbol or before it.
@@ -30,8 +30,8 @@ T.MenuItem {
     Accessible.name: root.text
     // The toolkit has no other word for one that cannot be pressed now.
     Accessible.focusable: root.enabled
-    // A button tells assistive programs of its own check mark, which it has none of, once they come:
-    // these are told anew whenever the item shows.
+    // When assistive programs connect, a button of the toolkit reports its own check mark, which is
+    // never set: these are reported again whenever the item shows.
     Accessible.checkable: root.isChoice && root.visible
     Accessible.checked: root.isChosen && root.visible
     Accessible.onPressAction: if (root.enabled)

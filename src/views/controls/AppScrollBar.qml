@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
 
 /// A thin bar that shows while there is something to scroll.
 T.ScrollBar {

@@ -1,9 +1,9 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
-/// One line of text that is cut short at its end; plain, whatever characters it holds. One that
+/// One line of text that is cut short at its end; plain, whatever characters it holds. Text that
 /// wraps has as many lines as it needs.
 Text {
     font: Theme.body

@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
 /// Shows whether something is chosen, or that it cannot be chosen because it is there already.
 Item {

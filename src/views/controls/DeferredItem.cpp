@@ -14,7 +14,7 @@ QObject* makeLate(QQuickItem& owner, const QString& file, const QVariantMap& pro
     QQmlEngine* const engine = qmlEngine(&owner);
     if (engine == nullptr)
         return nullptr;
-    QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/") + file));
+    QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Controls/") + file));
     QObject* const object = component.createWithInitialProperties(properties);
     if (object == nullptr) {
         qmlWarning(&owner, component.errors()) << "nothing is made of " << file;

@@ -8,12 +8,12 @@
 
 namespace kelpa {
 
-/// An item of the module's type in `file`, below the module's folder, that belongs to `owner`;
-/// null where there is none, which is told on the console. Main thread.
+/// An item of the type of this module in `file`, which belongs to `owner`; null when it cannot be
+/// made, which is reported on the console. Main thread.
 QObject* makeLate(QQuickItem& owner, const QString& file, const QVariantMap& properties);
 
 /// Calls the slot, by its name and parentheses, whenever the property changes; false when there is
-/// no such property, or none that tells. Main thread.
+/// no such property, or one without a notify signal. Main thread.
 bool watchProperty(QObject& object, const char* property, QObject& watcher, const char* slot);
 
 } // namespace kelpa

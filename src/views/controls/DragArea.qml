@@ -1,9 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
 
-/// Notices presses, and makes a drag of one that moves on.
+/// Starts a drag when a press moves further than a click may.
 MouseArea {
     id: root
 
@@ -13,7 +14,7 @@ MouseArea {
     required property string text
     property bool isDraggable: true
     /// Whether the picture hangs below the pointer, beside it, so that it does not cover the place
-    /// between others where it would come to stand.
+    /// between others at which it would be inserted.
     property bool isHeldBeside: false
 
     property point pressPosition
@@ -36,7 +37,7 @@ MouseArea {
         root.isLeaving = true;
         const text = root.text;
         const source = root.dragSource;
-        // What is held beside the picture is held at its edge.
+        // A picture that hangs beside the pointer is held at its edge.
         const place = root.mapToItem(root.picture, root.pressPosition);
         const held = root.isHeldBeside
                 ? Qt.point(-Theme.large, -Theme.large)

@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
 /// Shows between two rows where what is dragged will stand.
 Rectangle {

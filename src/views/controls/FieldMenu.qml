@@ -1,13 +1,13 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// What can be done with the text of a field.
 AppMenu {
     id: root
 
-    required property BoardController board
     required property TextInput field
 
     readonly property bool hasSelection: root.field.selectedText.length > 0
@@ -18,32 +18,32 @@ AppMenu {
         root.field.forceActiveFocus(Qt.PopupFocusReason)
 
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.Undo)
+        text: ViewSettings.copy.text(CopyKey.Undo)
         symbol: "undo-2"
         enabled: root.field.canUndo
         onTriggered: root.field.undo()
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.Redo)
+        text: ViewSettings.copy.text(CopyKey.Redo)
         symbol: "redo-2"
         enabled: root.field.canRedo
         onTriggered: root.field.redo()
     }
     AppMenuSeparator {}
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.Cut)
+        text: ViewSettings.copy.text(CopyKey.Cut)
         symbol: "scissors"
         enabled: root.hasSelection
         onTriggered: root.field.cut()
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.CopyText)
+        text: ViewSettings.copy.text(CopyKey.CopyText)
         symbol: "copy"
         enabled: root.hasSelection
         onTriggered: root.field.copy()
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.Paste)
+        text: ViewSettings.copy.text(CopyKey.Paste)
         symbol: "clipboard-paste"
         // Whether there is anything to paste only the program that has it could say, which nobody
         // waits for before it is wanted.
@@ -51,7 +51,7 @@ AppMenu {
     }
     AppMenuSeparator {}
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.SelectAll)
+        text: ViewSettings.copy.text(CopyKey.SelectAll)
         symbol: "text-select"
         enabled: root.field.length > 0 && root.field.selectedText.length < root.field.length
         onTriggered: root.field.selectAll()

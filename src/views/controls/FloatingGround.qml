@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
 
 /// The ground of what floats over the board, with a soft shadow around it.
 Rectangle {

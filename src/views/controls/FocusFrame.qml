@@ -1,9 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
-/// What is seen of a ring around the control that has the keyboard.
+/// The visible part of a `FocusRing`, made when the ring first shows.
 Rectangle {
     id: root
 

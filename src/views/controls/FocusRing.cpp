@@ -47,7 +47,7 @@ void FocusRing::show(bool isShown)
     m_isShown = isShown;
     if (m_isShown && m_frame == nullptr) {
         m_frame = qobject_cast<QQuickItem*>(
-            makeLate(*this, QStringLiteral("controls/FocusFrame.qml"),
+            makeLate(*this, QStringLiteral("FocusFrame.qml"),
                      {{QStringLiteral("ring"), QVariant::fromValue(this)},
                       {QStringLiteral("parent"), QVariant::fromValue<QQuickItem*>(this)}}));
     }

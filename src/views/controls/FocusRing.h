@@ -14,7 +14,7 @@ class FocusRing : public QQuickItem
     Q_OBJECT
     QML_ELEMENT
 
-    /// Follows the control, unless it is set: that it has the focus and, where the control tells
+    /// Follows the control, unless it is set: that it has the focus and, where the control has it
     /// (`visualFocus`), that a key has brought it there.
     Q_PROPERTY(bool isShown READ isShown WRITE setShown NOTIFY isShownChanged FINAL)
     /// How far outside the control it lies.

@@ -1,4 +1,4 @@
-// An item that the Tab key reaches, and that tells whether a key has brought the focus to it.
+// An item that the Tab key reaches, and that knows whether a key has brought the focus to it.
 #pragma once
 
 #include <QQuickItem>
@@ -6,13 +6,13 @@
 
 namespace kelpa {
 
-/// The toolkit's own controls tell it too, but replace the accessible role by one of theirs.
+/// The toolkit's own controls know it too, but replace the accessible role by one of theirs.
 class FocusableItem : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
 
-    /// Whether it has the focus and a key has brought it there: the focus is to be seen.
+    /// Whether it has the focus and a key has brought it there: the focus is shown.
     Q_PROPERTY(bool visualFocus READ visualFocus NOTIFY visualFocusChanged FINAL)
 
 public:

@@ -95,7 +95,7 @@ void HoverTip::showOrHide()
         return;
     }
     QQuickItem* const control = parentItem();
-    m_tip = makeLate(*this, QStringLiteral("controls/AppToolTip.qml"),
+    m_tip = makeLate(*this, QStringLiteral("AppToolTip.qml"),
                      {{QStringLiteral("parent"), QVariant::fromValue(control)},
                       {QLatin1String(buttonText), text()}});
     if (m_tip == nullptr)

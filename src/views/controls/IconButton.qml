@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// A button that shows only a symbol; its text is its accessible name and, unless it has a help of
 /// its own, its tip.
@@ -13,7 +14,7 @@ PressButton {
     property int size: Theme.controlHeight
     property int symbolSize: Theme.symbolSize
     property string help
-    /// One that is not to be seen is still there for the keyboard and for assistive programs.
+    /// A button that is not shown can still be reached by the keyboard and by assistive programs.
     property bool isShown: true
     /// Does not show that the pointer is over it, nor that it is pressed.
     property bool isPlain: false

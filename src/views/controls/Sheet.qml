@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
 
 /// A sheet over the board. Escape closes it; a click beside it does not, so that nothing typed is
 /// lost by accident.

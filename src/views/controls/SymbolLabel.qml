@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
 /// A symbol with a text behind it, as buttons and menus show them.
 Item {

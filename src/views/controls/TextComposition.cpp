@@ -62,7 +62,7 @@ void TextComposition::end(QQuickItem& field, const QString& composed, const QStr
 {
     if (composed.isEmpty())
         return;
-    // The input method forgets it, and tells nobody.
+    // The input method forgets it without an event.
     QGuiApplication::inputMethod()->reset();
     QInputMethodEvent last;
     last.setCommitString(written);
@@ -118,7 +118,7 @@ bool TextComposition::eventFilter(QObject* watched, QEvent* event)
 
 bool TextComposition::isWrittenAgain(const QObject& field, const QInputMethodEvent& event)
 {
-    // What is still being composed is written for the first time.
+    // A text that is still being composed is written for the first time.
     if (m_ended.isEmpty() || !composedText(field).isEmpty() || event.commitString() != m_ended ||
         !event.preeditString().isEmpty() || event.replacementLength() != 0)
         return false;

@@ -2,21 +2,21 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// A single-line text field. `committed` comes on Return and `cancelled` on Escape, but neither for
 /// the key that ends the composition of an input method.
 T.TextField {
     id: root
 
-    required property BoardController board
     required property string label
 
     /// Its menu has the keyboard for a moment: what is being written is not left with it.
     property bool isMenuOpen: false
     property FieldMenu menu: null
 
-    // By what is to be seen: to the toolkit, an input method that still tells where its cursor stands
+    // By the visible text: to the toolkit, an input method that still reports a cursor position
     // composes, even where it has nothing left.
     readonly property bool isComposing: root.preeditText.length > 0
 
@@ -104,7 +104,6 @@ T.TextField {
         id: menuType
 
         FieldMenu {
-            board: root.board
             field: root
             onClosed: root.isMenuOpen = false
         }

@@ -1,20 +1,24 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Goals
 
-/// The last card of the board, which makes another goal. A goal that is dragged onto it comes to stand
-/// behind the others.
+/// The last card of the board, which makes another goal. A goal that is dropped on it moves behind the
+/// others.
 PressButton {
     id: root
 
-    required property BoardController board
+    required property GoalController goals
+    required property DropController drops
     required property BoardDragSource dragSource
 
     // Two of them, with the space between, are as high as a goal's card.
     implicitHeight: (Theme.collapsedCardHeight - Theme.targetSpacing) / 2
-    text: root.board.copy.text(CopyKey.AddGoal)
-    Accessible.description: root.board.noGoalsHint
+    text: ViewSettings.copy.text(CopyKey.AddGoal)
+    Accessible.description: root.goals.noGoalsHint
 
     contentItem: Item {
         Column {
@@ -38,7 +42,7 @@ PressButton {
                 anchors.horizontalCenter: parent.horizontalCenter
                 width: root.width - 2 * Theme.medium
                 horizontalAlignment: Text.AlignHCenter
-                text: root.board.noGoalsHint
+                text: root.goals.noGoalsHint
                 color: Theme.secondaryText
                 wrapMode: Text.Wrap
                 visible: text.length > 0
@@ -60,19 +64,19 @@ PressButton {
     DropArea {
         id: dropArea
 
-        /// Whether the goal would come to stand elsewhere.
+        /// Whether a drop would move the goal.
         property bool isWelcoming: false
 
         anchors.fill: parent
         keys: ["text/plain"]
         onEntered: drag => {
-            drag.accepted = root.dragSource.isDragging && root.board.canDropAtEnd(drag.text);
-            dropArea.isWelcoming = drag.accepted && root.board.wouldDropAtEndMove(drag.text);
+            drag.accepted = root.dragSource.isDragging && root.drops.canDropAtEnd(drag.text);
+            dropArea.isWelcoming = drag.accepted && root.drops.wouldDropAtEndMove(drag.text);
         }
         onExited: dropArea.isWelcoming = false
         onDropped: drop => {
             dropArea.isWelcoming = false;
-            drop.accepted = root.dragSource.isDragging && root.board.dropAtEnd(drop.text);
+            drop.accepted = root.dragSource.isDragging && root.drops.dropAtEnd(drop.text);
         }
     }
 

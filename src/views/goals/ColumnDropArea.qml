@@ -1,35 +1,36 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Goals
 
-/// Takes what is dragged onto a column, wherever that is shown.
+/// Accepts what is dragged onto a column, on its card and on its entry of the rail.
 DropArea {
     id: root
 
-    required property BoardController board
+    required property DropController drops
     required property BoardDragSource dragSource
     required property string columnID
 
-    /// Whether the column would get what is over it.
+    /// Whether a drop would put the window or todo into the column.
     readonly property bool isReceiving: root.isWelcoming && !root.isGoal
-    /// Whether a goal would come to stand before it.
+    /// Whether a drop would move the dragged goal before the column.
     readonly property bool isGivingWay: root.isWelcoming && root.isGoal
 
-    /// Whether what it takes would come to be elsewhere.
+    /// Whether a drop would change the board.
     property bool isWelcoming: false
     property bool isGoal: false
 
     keys: ["text/plain"]
     // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
     onEntered: drag => {
-        drag.accepted = root.dragSource.isDragging && root.board.canDrop(drag.text, root.columnID);
-        root.isGoal = drag.accepted && root.board.isGoalDrag(drag.text);
-        root.isWelcoming = drag.accepted && root.board.wouldDropMove(drag.text, root.columnID);
+        drag.accepted = root.dragSource.isDragging && root.drops.canDrop(drag.text, root.columnID);
+        root.isGoal = drag.accepted && root.drops.isGoalDrag(drag.text);
+        root.isWelcoming = drag.accepted && root.drops.wouldDropMove(drag.text, root.columnID);
     }
     onExited: root.isWelcoming = false
     onDropped: drop => {
         root.isWelcoming = false;
-        drop.accepted = root.dragSource.isDragging && root.board.drop(drop.text, root.columnID);
+        drop.accepted = root.dragSource.isDragging && root.drops.drop(drop.text, root.columnID);
     }
 }

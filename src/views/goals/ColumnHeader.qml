@@ -1,14 +1,17 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Goals
 
 /// The head of a column; a goal's can be dragged onto another column, which takes it while goals have
 /// their own order.
 Item {
     id: root
 
-    required property BoardController board
+    required property GoalController goals
     required property BoardDragSource dragSource
     required property string columnID
     required property bool isUnassigned
@@ -24,7 +27,7 @@ Item {
     property bool isCardDragged: false
     /// What it lies on.
     property color ground: Theme.column
-    /// Where the title stands in the head.
+    /// The position of the title, in points of the header.
     readonly property alias titleTop: titleText.y
     readonly property alias titleHeight: titleText.height
 
@@ -62,14 +65,14 @@ Item {
         anchors.fill: parent
         dragSource: root.dragSource
         picture: root
-        text: root.board.columnDragText(root.columnID)
+        text: root.goals.columnDragText(root.columnID)
         enabled: !root.isUnassigned
         onClicked: if (!dragArea.isLeaving)
-            root.board.todos.goToColumn(root.columnID)
+            root.goals.goToColumn(root.columnID)
         // The first of the two clicks has selected the goal.
         onDoubleClicked: mouse => {
             if (titleText.contains(dragArea.mapToItem(titleText, mouse.x, mouse.y)))
-                root.board.requestRename(root.columnID);
+                root.goals.requestRename(root.columnID);
         }
     }
 
@@ -107,7 +110,7 @@ Item {
         id: controls
 
         anchors.right: parent.right
-        // A badge at the end stands above the edge of what lies below, as the sign of a button does.
+        // A badge at the end is aligned with the cards below, as the symbol of a button is.
         anchors.rightMargin: root.isUnassigned ? Theme.tiny : 0
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
@@ -121,22 +124,22 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "lightbulb-plus"
             size: 28
-            text: root.board.copy.text(CopyKey.AddTodo)
+            text: ViewSettings.copy.text(CopyKey.AddTodo)
             onClicked: root.addTodoRequested(addButton.visualFocus)
         }
         CountBadge {
             anchors.verticalCenter: parent.verticalCenter
             count: root.openTodoCount
             symbol: "list-checks"
-            label: root.board.copy.openTodoCount(root.openTodoCount)
+            label: ViewSettings.copy.openTodoCount(root.openTodoCount)
         }
         PriorityButton {
             id: priorityButton
 
             anchors.verticalCenter: parent.verticalCenter
-            symbol: root.board.todos.prioritySymbol(root.priority)
+            symbol: root.goals.prioritySymbol(root.priority)
             color: Theme.priorityColor(root.priority)
-            text: root.board.copy.priorityAccessibilityLabel(root.priority)
+            text: ViewSettings.copy.priorityAccessibilityLabel(root.priority)
             visible: !root.isUnassigned
             onClicked: root.priorityMenuRequested(priorityButton)
         }
@@ -144,17 +147,17 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             count: root.windowCount
             symbol: "app-window"
-            label: root.board.copy.windowCount(root.windowCount)
+            label: ViewSettings.copy.windowCount(root.windowCount)
             visible: root.isUnassigned
         }
         CountButton {
             anchors.verticalCenter: parent.verticalCenter
             count: root.windowCount
             symbol: "app-window-plus"
-            text: root.board.copy.text(CopyKey.AddWindowsToGoal)
-            label: root.board.copy.windowCount(root.windowCount)
+            text: ViewSettings.copy.text(CopyKey.AddWindowsToGoal)
+            label: ViewSettings.copy.windowCount(root.windowCount)
             visible: !root.isUnassigned
-            onClicked: root.board.windowPicker.open(root.columnID)
+            onClicked: root.goals.requestWindows(root.columnID)
         }
         IconButton {
             id: menuButton
@@ -162,7 +165,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "ellipsis"
             size: 28
-            text: root.board.copy.text(CopyKey.MoreGoalActions)
+            text: ViewSettings.copy.text(CopyKey.MoreGoalActions)
             visible: !root.isUnassigned
             Accessible.role: Accessible.ButtonMenu
             onClicked: root.menuRequested(menuButton)

@@ -1,83 +1,85 @@
 pragma ComponentBehavior: Bound
 
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Goals
 
 /// What can be done with a goal.
 AppMenu {
     id: root
 
-    required property BoardController board
+    required property GoalController goals
 
     property string columnID
 
-    title: root.board.copy.text(CopyKey.MoreGoalActions)
+    title: ViewSettings.copy.text(CopyKey.MoreGoalActions)
     onAboutToShow: {
-        earlier.enabled = root.board.canMoveColumn(root.columnID, -1);
-        later.enabled = root.board.canMoveColumn(root.columnID, 1);
+        earlier.enabled = root.goals.canMoveColumn(root.columnID, -1);
+        later.enabled = root.goals.canMoveColumn(root.columnID, 1);
         first.enabled = earlier.enabled;
         last.enabled = later.enabled;
     }
 
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.AddWindowsToGoal)
+        text: ViewSettings.copy.text(CopyKey.AddWindowsToGoal)
         symbol: "app-window-plus"
-        onTriggered: root.board.windowPicker.open(root.columnID)
+        onTriggered: root.goals.requestWindows(root.columnID)
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.OpenChrome)
+        text: ViewSettings.copy.text(CopyKey.OpenChrome)
         symbol: "globe"
-        onTriggered: root.board.openChrome(root.columnID)
+        onTriggered: root.goals.openChrome(root.columnID)
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.OpenTerminal)
+        text: ViewSettings.copy.text(CopyKey.OpenTerminal)
         symbol: "terminal"
-        onTriggered: root.board.openTerminal(root.columnID)
+        onTriggered: root.goals.openTerminal(root.columnID)
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.ShowAllWindows)
+        text: ViewSettings.copy.text(CopyKey.ShowAllWindows)
         symbol: "layers"
-        onTriggered: root.board.showAllWindows(root.columnID)
+        onTriggered: root.goals.showAllWindows(root.columnID)
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.RenameGoal)
+        text: ViewSettings.copy.text(CopyKey.RenameGoal)
         symbol: "pencil"
-        onTriggered: root.board.requestRename(root.columnID)
+        onTriggered: root.goals.requestRename(root.columnID)
     }
     AppMenuSeparator {}
     AppMenuItem {
         id: earlier
 
-        text: root.board.copy.text(CopyKey.MoveGoalEarlier)
+        text: ViewSettings.copy.text(CopyKey.MoveGoalEarlier)
         symbol: "arrow-up"
-        onTriggered: root.board.moveColumn(root.columnID, -1)
+        onTriggered: root.goals.moveColumn(root.columnID, -1)
     }
     AppMenuItem {
         id: later
 
-        text: root.board.copy.text(CopyKey.MoveGoalLater)
+        text: ViewSettings.copy.text(CopyKey.MoveGoalLater)
         symbol: "arrow-down"
-        onTriggered: root.board.moveColumn(root.columnID, 1)
+        onTriggered: root.goals.moveColumn(root.columnID, 1)
     }
     AppMenuItem {
         id: first
 
-        text: root.board.copy.text(CopyKey.MoveToTop)
+        text: ViewSettings.copy.text(CopyKey.MoveToTop)
         symbol: "arrow-up-to-line"
-        onTriggered: root.board.moveColumnToEnd(root.columnID, -1)
+        onTriggered: root.goals.moveColumnToEnd(root.columnID, -1)
     }
     AppMenuItem {
         id: last
 
-        text: root.board.copy.text(CopyKey.MoveToBottom)
+        text: ViewSettings.copy.text(CopyKey.MoveToBottom)
         symbol: "arrow-down-to-line"
-        onTriggered: root.board.moveColumnToEnd(root.columnID, 1)
+        onTriggered: root.goals.moveColumnToEnd(root.columnID, 1)
     }
     AppMenuSeparator {}
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.DeleteGoal)
+        text: ViewSettings.copy.text(CopyKey.DeleteGoal)
         symbol: "trash-2"
         symbolColor: Theme.destructive
         foreground: Theme.destructive
-        onTriggered: root.board.deleteGoal(root.columnID)
+        onTriggered: root.goals.deleteGoal(root.columnID)
     }
 }

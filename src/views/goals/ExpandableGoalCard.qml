@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
 
 /// The card of a target: it shows the beginning of its content and, while it is selected, all of
 /// it. What is cut off ends in the card's round corners.
@@ -12,13 +13,13 @@ ExpandableHeight {
     /// Whether the selection is on something within it.
     property bool isEntered: false
     property bool isAccepting: false
-    /// Whether another card would come to stand before it.
+    /// Whether a drop would move another goal before it.
     property bool isGivingWay: false
     /// The part of the board that is seen, in the card's own coordinates.
     property real visibleFrom: 0
     property real visibleTo: 0
     /// A card that is about to change its height stays with its goal.
-    property bool isPinned: root.expansionProgress > 0
+    WaterfallDelegate.isPinned: root.expansionProgress > 0
     default property alias content: body.data
 
     readonly property color ground: root.isAccepting ? Qt.tint(Theme.column, Theme.accepting)
@@ -102,7 +103,7 @@ ExpandableHeight {
         radius: Theme.columnRadius
         color: "transparent"
         border.width: 2
-        // Where the arrow keys are is what stands out.
+        // The window that the arrow keys have selected is highlighted instead.
         border.color: root.isEntered && !root.isAccepting ? Theme.enteredOutline : Theme.focus
         visible: root.isAccepting || root.isSelected
     }

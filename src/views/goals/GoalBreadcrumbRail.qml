@@ -2,19 +2,23 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Goals
 
 /// One short entry for each goal that shows: how much is open, and its title. A click goes there, and
 /// what is dragged onto it goes to the goal as if it were dropped on its card.
 FocusScope {
     id: root
 
-    required property BoardController board
+    required property GoalController goals
+    required property DropController drops
     required property BoardDragSource dragSource
 
     implicitWidth: Theme.railWidth
     Accessible.role: Accessible.List
-    Accessible.name: root.board.copy.text(CopyKey.Goals)
+    Accessible.name: ViewSettings.copy.text(CopyKey.Goals)
 
     Rectangle {
         anchors.fill: parent
@@ -46,7 +50,7 @@ FocusScope {
         reuseItems: true
         // Beyond what shows, so that the Tab key finds what follows.
         cacheBuffer: 100
-        model: root.board.breadcrumbs
+        model: root.goals.breadcrumbs
         T.ScrollBar.vertical: AppScrollBar {
             parent: root
             x: root.width - width - 2
@@ -69,12 +73,12 @@ FocusScope {
                                                             Qt.alpha(Theme.railBottom, entry.depth)),
                                                     Theme.accepting)
 
-            // One that waits to be used for another goal is out of the Tab key's way.
-            property bool isWaiting: false
+            // A pooled entry, which will be reused for another goal, is not reached by the Tab key.
+            property bool isPooled: false
 
-            ListView.onPooled: entry.isWaiting = true
-            ListView.onReused: entry.isWaiting = false
-            visible: !entry.isWaiting
+            ListView.onPooled: entry.isPooled = true
+            ListView.onReused: entry.isPooled = false
+            visible: !entry.isPooled
             z: index
             width: entries.width
             height: 18
@@ -83,7 +87,7 @@ FocusScope {
             Accessible.role: Accessible.ListItem
             Accessible.selectable: true
             Accessible.selected: entry.isSelected
-            onClicked: root.board.showColumn(entry.columnID)
+            onClicked: root.goals.showColumn(entry.columnID)
             onActiveFocusChanged: if (entry.activeFocus)
                 entries.positionViewAtIndex(entry.index, ListView.Contain)
 
@@ -102,7 +106,7 @@ FocusScope {
                 anchors.fill: parent
                 anchors.topMargin: -entries.spacing / 2
                 anchors.bottomMargin: -entries.spacing / 2
-                board: root.board
+                drops: root.drops
                 dragSource: root.dragSource
                 columnID: entry.columnID
             }
@@ -147,11 +151,11 @@ FocusScope {
     }
     // The entry of the selected goal is seen wherever the selection comes from.
     Connections {
-        target: root.board
+        target: root.goals
 
         function onSelectionChanged(): void {
-            if (root.board.selectedBreadcrumb >= 0)
-                entries.positionViewAtIndex(root.board.selectedBreadcrumb, ListView.Contain);
+            if (root.goals.selectedBreadcrumb >= 0)
+                entries.positionViewAtIndex(root.goals.selectedBreadcrumb, ListView.Contain);
         }
     }
 }

@@ -2,7 +2,9 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Window
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
 
 /// A title and its repeated start, passing by: when the first has gone, the second stands in its
 /// place.
@@ -13,7 +15,7 @@ Row {
     required property font font
     required property color color
     required property MarqueeMeasure measure
-    /// Whether it stands in the part of the board that is on the screen.
+    /// Whether it is in the part of the board that is on the screen.
     required property bool isOnScreen
 
     readonly property bool isMoving: pass.running
@@ -47,7 +49,7 @@ Row {
         property: "x"
         from: 0
         to: -root.measure.travel
-        // One that lasts no time would end before it knows how long it lasts.
+        // An animation of no duration would end before its duration is known.
         duration: Math.max(root.measure.passTime, 1)
         loops: Animation.Infinite
         // What nobody can see costs nothing.

@@ -1,9 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
 
-/// A goal's title in one line. One that is too wide for its place passes by slowly, over and over,
+/// A goal's title in one line. A title wider than its place passes by slowly, over and over,
 /// while it can be seen.
 Item {
     id: root
@@ -12,7 +14,7 @@ Item {
     property bool isEmphasized: false
     /// False for a title that is to stay still for now.
     property bool isAllowedToMove: true
-    /// Whether it stands in the part of the board that is on the screen.
+    /// Whether it is in the part of the board that is on the screen.
     property bool isOnScreen: true
     property font font: root.isEmphasized ? Theme.captionEmphasized : Theme.captionStrong
     property color color: Theme.text

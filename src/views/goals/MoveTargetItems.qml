@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Goals
 
 /// The items of a menu for the columns to which something can be moved, in the order of the board.
 /// A board may have many goals: nothing is made before the menu is first asked for, and what was
@@ -10,12 +10,12 @@ import Kelpa
 Instantiator {
     id: root
 
-    required property BoardController board
+    required property GoalController goals
     required property T.Menu menu
     /// How many items of the menu stand before these.
     property int place: 0
 
-    // It tells what comes and what goes, but not what moves.
+    // The Instantiator reports insertions and removals, but not moves.
     readonly property Connections moves: Connections {
         target: root.model
         enabled: root.active
@@ -27,7 +27,7 @@ Instantiator {
     }
 
     active: false
-    model: root.board.moveTargets
+    model: root.goals.moveTargets
     onObjectAdded: (index, object) => root.menu.insertItem(root.place + index, object)
     onObjectRemoved: (index, object) => root.menu.removeItem(object)
 }

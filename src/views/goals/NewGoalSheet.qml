@@ -1,14 +1,14 @@
 pragma ComponentBehavior: Bound
 
-import Kelpa
+import Kelpa.Appearance
 
 /// Asks for the title of a goal that is to be created.
 TitleSheet {
     id: root
 
-    title: root.board.copy.text(CopyKey.CreateGoalTitle)
-    explanation: root.board.copy.text(CopyKey.CreateGoalText)
-    placeholder: root.board.copy.text(CopyKey.CreateGoalPlaceholder)
-    fieldLabel: root.board.copy.text(CopyKey.GoalName)
-    confirmLabel: root.board.copy.text(CopyKey.Create)
+    title: ViewSettings.copy.text(CopyKey.CreateGoalTitle)
+    explanation: ViewSettings.copy.text(CopyKey.CreateGoalText)
+    placeholder: ViewSettings.copy.text(CopyKey.CreateGoalPlaceholder)
+    fieldLabel: ViewSettings.copy.text(CopyKey.GoalName)
+    confirmLabel: ViewSettings.copy.text(CopyKey.Create)
 }

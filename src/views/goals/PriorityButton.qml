@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Controls
 
 /// Shows a goal's priority in a capsule of its colour, and opens the menu that changes it.
 PressButton {

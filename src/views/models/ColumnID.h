@@ -1,4 +1,4 @@
-// How the columns of the board and their lists of todos are named in QML.
+// Texts that identify the columns of the board, and their lists of todos, in QML.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -11,23 +11,25 @@
 
 namespace kelpa {
 
-/// The text that names a column in QML: the goal's UUID, or "kelpa-unassigned".
+/// Identifies a column in QML: the goal's UUID, or "kelpa-unassigned" for no goal.
 QString columnText(std::optional<GoalID> goalID);
 
-/// A column that a text of `columnText` names.
+/// A column of the board.
 struct ColumnID
 {
+    /// None for the unassigned column.
     std::optional<GoalID> goalID;
     friend bool operator==(const ColumnID&, const ColumnID&) = default;
 };
 
-/// None for any text that `columnText` could not have given.
+/// None for any text that `columnText` cannot return.
 std::optional<ColumnID> columnFromText(QStringView text);
 
-/// The goal that a column's text names; none for the unassigned column, and for no column.
+/// The goal of the column that `text` identifies; none for the unassigned column, and for any other
+/// text.
 std::optional<GoalID> goalFromColumnText(const QString& text);
 
-/// Names the list of the open todos of all columns.
+/// Identifies the list of the open todos of all columns.
 inline const QString unifiedTodosText = QStringLiteral("unified-todos");
 
 struct WholeBoard
@@ -38,7 +40,7 @@ struct WholeBoard
 /// A list of todos: that of a column, or of the whole board.
 using TodoList = std::variant<ColumnID, WholeBoard>;
 
-/// None for any text that names neither a column nor the whole board.
+/// None for any text that identifies neither a column nor the whole board.
 std::optional<TodoList> todoListFromText(const QString& text);
 
 } // namespace kelpa

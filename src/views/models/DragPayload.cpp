@@ -35,12 +35,12 @@ DragPayload dragPayloadFromText(QStringView text)
 {
     if (text.startsWith(goalPrefix)) {
         const std::optional<GoalID> goalID = GoalID::fromText(text.sliced(goalPrefix.size()));
-        return goalID ? DragPayload(*goalID) : DragPayload(RefusedDrop());
+        return goalID ? DragPayload(*goalID) : DragPayload(UnknownPayload());
     }
     if (const std::optional<TodoDragPayload> todo = TodoDragPayload::fromEncodedValue(text))
         return DragPayload(*todo);
     const std::optional<WindowID> windowID = windowNumber(text);
-    return windowID ? DragPayload(*windowID) : DragPayload(RefusedDrop());
+    return windowID ? DragPayload(*windowID) : DragPayload(UnknownPayload());
 }
 
 QString dragText(WindowID windowID)
@@ -53,17 +53,17 @@ QString dragText(GoalID goalID)
     return goalPrefix.toString() + goalID.text();
 }
 
-TodoRowDropOutcome todoRowDropOutcome(QStringView text, const TodoList& list, TodoID rowTodoID)
+TodoRowDropOutcome todoRowDropOutcome(const DragPayload& payload, const TodoRowDropTarget& target)
 {
-    const std::optional<TodoDragPayload> payload = TodoDragPayload::fromEncodedValue(text);
-    if (!payload)
+    const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&payload);
+    if (todo == nullptr)
         return {};
-    const ColumnID* const column = std::get_if<ColumnID>(&list);
-    if (column != nullptr && column->goalID != payload->sourceGoalID)
+    const ColumnID* const column = std::get_if<ColumnID>(&target.list);
+    if (column != nullptr && column->goalID != todo->sourceGoalID)
         return {};
-    if (payload->todoID == rowTodoID)
+    if (todo->todoID == target.todoID)
         return {true, std::nullopt};
-    return {true, payload->todoID};
+    return {true, todo->todoID};
 }
 
 } // namespace kelpa

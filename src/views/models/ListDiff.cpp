@@ -8,34 +8,40 @@ namespace {
 
 using Index = std::size_t;
 
-/// Counts things at places, and how many stand before a place.
+/// A binary indexed tree over counts: updates and prefix sums take O(log n).
 class FenwickTree
 {
 public:
-    explicit FenwickTree(Index places) : m_sums(places + 1, 0) {}
+    explicit FenwickTree(Index size) : m_nodes(size + 1, 0) {}
 
-    void add(Index place, int amount)
+    void add(Index index, int amount)
     {
-        for (Index i = place + 1; i < m_sums.size(); i += i & (~i + 1))
-            m_sums[i] += amount;
+        for (Index node = index + 1; node < m_nodes.size(); node += lowestBit(node))
+            m_nodes[node] += amount;
     }
 
-    int before(Index place) const
+    /// The sum of the counts before `index`.
+    int prefixSum(Index index) const
     {
         int sum = 0;
-        for (Index i = place; i > 0; i -= i & (~i + 1))
-            sum += m_sums[i];
+        for (Index node = index; node > 0; node -= lowestBit(node))
+            sum += m_nodes[node];
         return sum;
     }
 
 private:
-    std::vector<int> m_sums;
+    static Index lowestBit(Index node) { return node & (~node + 1); }
+
+    /// Numbered from 1. Node n holds the sum of the `lowestBit(n)` counts before index n.
+    std::vector<int> m_nodes;
 };
 
-/// Whether each element belongs to one longest increasing subsequence of `values`.
-std::vector<bool> longestIncreasing(const std::vector<int>& values)
+/// Whether each element belongs to one longest increasing subsequence of `values`. Found by
+/// patience sorting in O(n log n).
+std::vector<bool> longestIncreasingSubsequence(const std::vector<int>& values)
 {
     constexpr Index none = static_cast<Index>(-1);
+    // The index of the least value that ends an increasing subsequence of each length, from 1.
     std::vector<Index> lastOfLength;
     std::vector<Index> previous(values.size(), none);
     for (Index i = 0; i < values.size(); ++i) {
@@ -72,12 +78,13 @@ void appendRemovals(std::vector<ListStep>& steps, const std::vector<int>& newPla
 }
 
 /// `kept` holds the new places of the rows that stay, in their old order. Rows of a longest
-/// increasing subsequence rest; every other row moves once, in the new order, to the end of the
-/// chain that has formed behind the resting row before it. The resting rows cut the list into gaps:
-/// gap 0 is before the first of them.
+/// increasing subsequence rest. In the new order, every other row moves once, into the gap behind
+/// the resting row before it, to the end of the rows that have moved into that gap. Gap 0 is before
+/// the first resting row. A row's index is the number of resting rows, of rows still waiting to be
+/// moved and of moved rows before it; the trees count the latter two.
 void appendMoves(std::vector<ListStep>& steps, const std::vector<int>& kept)
 {
-    const std::vector<bool> isResting = longestIncreasing(kept);
+    const std::vector<bool> isResting = longestIncreasingSubsequence(kept);
     const Index count = kept.size();
 
     std::vector<Index> gapOf(count);
@@ -108,10 +115,10 @@ void appendMoves(std::vector<ListStep>& steps, const std::vector<int>& kept)
             continue;
         }
         const int from =
-            static_cast<int>(gapOf[row]) + waiting.before(row) + moved.before(gapOf[row] + 1);
+            static_cast<int>(gapOf[row]) + waiting.prefixSum(row) + moved.prefixSum(gapOf[row] + 1);
         waiting.add(row, -1);
         const int to =
-            static_cast<int>(gap) + waiting.before(gapStart[gap]) + moved.before(gap + 1);
+            static_cast<int>(gap) + waiting.prefixSum(gapStart[gap]) + moved.prefixSum(gap + 1);
         moved.add(gap, 1);
         steps.emplace_back(MoveRow{from, to});
     }
@@ -119,17 +126,17 @@ void appendMoves(std::vector<ListStep>& steps, const std::vector<int>& kept)
 
 void appendInsertions(std::vector<ListStep>& steps, const std::vector<int>& kept, int newCount)
 {
-    std::vector<bool> isThere(static_cast<Index>(newCount), false);
+    std::vector<bool> isKept(static_cast<Index>(newCount), false);
     for (const int place : kept)
-        isThere[static_cast<Index>(place)] = true;
+        isKept[static_cast<Index>(place)] = true;
     int first = 0;
     while (first < newCount) {
-        if (isThere[static_cast<Index>(first)]) {
+        if (isKept[static_cast<Index>(first)]) {
             ++first;
             continue;
         }
         int end = first;
-        while (end < newCount && !isThere[static_cast<Index>(end)])
+        while (end < newCount && !isKept[static_cast<Index>(end)])
             ++end;
         steps.emplace_back(InsertRows{first, end - first});
         first = end;

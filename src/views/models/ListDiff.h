@@ -10,7 +10,7 @@
 
 namespace kelpa {
 
-/// Rows `first` to `first + count - 1` go.
+/// Removes rows `first` to `first + count - 1`.
 struct RemoveRows
 {
     int first = 0;
@@ -18,7 +18,7 @@ struct RemoveRows
     friend bool operator==(const RemoveRows&, const RemoveRows&) = default;
 };
 
-/// The row at `from` is taken out and put in so that it is then at `to`.
+/// Takes out the row at `from` and inserts it so that it is then at `to`.
 struct MoveRow
 {
     int from = 0;
@@ -26,8 +26,8 @@ struct MoveRow
     friend bool operator==(const MoveRow&, const MoveRow&) = default;
 };
 
-/// `count` rows come; the first of them is then at `first`. They are the rows that the new sequence
-/// has at these places.
+/// Inserts `count` rows, of which the first is then at `first`: those that the new sequence has at
+/// these places.
 struct InsertRows
 {
     int first = 0;
@@ -35,15 +35,15 @@ struct InsertRows
     friend bool operator==(const InsertRows&, const InsertRows&) = default;
 };
 
-/// Each step counts in the sequence that the steps before it have left.
+/// The rows of a step are those of the sequence that the steps before it have left.
 using ListStep = std::variant<RemoveRows, MoveRow, InsertRows>;
 
 /// The place in the new sequence of each row of the old one; `goneRow` for a row that is not in it.
 inline constexpr int goneRow = -1;
 
 /// Removals from the back, then moves, then insertions from the front. No sequence of steps touches
-/// fewer rows: what is in both sequences is neither removed nor inserted, and as few rows as
-/// possible are moved. Takes O(n log n). The places in `newPlaces` are distinct and below
+/// fewer rows: a key in both sequences is neither removed nor inserted, and as few rows as possible
+/// are moved. Takes O(n log n). The places in `newPlaces` are distinct and below
 /// `newCount`.
 std::vector<ListStep> listSteps(const std::vector<int>& newPlaces, int newCount);
 

@@ -1,4 +1,4 @@
-// A list model over value rows that takes a whole new list and announces only what differs.
+// A list model over value rows that receives a whole new list and announces only the differences.
 #pragma once
 
 #include "views/models/ListDiff.h"
@@ -10,8 +10,8 @@
 
 namespace kelpa {
 
-/// A `Row` is a value with `==` and a hashable `key()` that no other row of the list has. Rows with
-/// the same key are the same thing for views: its delegate stays, whatever else changes.
+/// A `Row` is a value with `==` and a hashable `key()` that is unique in the list. Rows with the
+/// same key are one row for views: its delegate stays, whatever else of it changes.
 template <class Row>
 class RowListModel : public QAbstractListModel
 {
@@ -54,7 +54,7 @@ private:
 
     void apply(const MoveRow& step, const QList<Row>& /*rows*/)
     {
-        // The item model names the place before the row was taken out.
+        // The item model expects the destination in the list from which nothing is taken out yet.
         beginMoveRows({}, step.from, step.from, {}, step.to > step.from ? step.to + 1 : step.to);
         m_rows.move(step.from, step.to);
         endMoveRows();

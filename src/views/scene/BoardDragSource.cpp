@@ -13,16 +13,16 @@ namespace kelpa {
 
 namespace {
 
-/// Where the picture is, in points.
+/// The opaque part of the picture, in points.
 QRegion outline(const QImage& picture, double pixelsPerPoint)
 {
     const QSize size = (QSizeF(picture.size()) / pixelsPerPoint).toSize();
     return QRegion(QBitmap::fromImage(picture.scaled(size).createAlphaMask()));
 }
 
-/// The toolkit's window under the pointer is a rectangle, which shows beside round corners where
-/// nothing composites windows.
-void cutOutDragWindow(const QRegion& outline)
+/// The toolkit's drag window is a rectangle. Without a compositing manager, its background would
+/// show beside the round corners of the picture.
+void maskDragWindow(const QRegion& outline)
 {
     const QWindowList windows = QGuiApplication::allWindows();
     for (QWindow* const window : windows) {
@@ -40,7 +40,7 @@ void BoardDragSource::drag(const QString& text, const QImage& picture, double pi
         return;
     auto data = std::make_unique<QMimeData>();
     data->setText(text);
-    // Its child, until the toolkit deletes it after the drag.
+    // A child of this item, until the toolkit deletes it after the drag.
     auto* const drag = new QDrag(this);
     drag->setMimeData(data.release());
     QPixmap pixmap = QPixmap::fromImage(picture);
@@ -48,9 +48,9 @@ void BoardDragSource::drag(const QString& text, const QImage& picture, double pi
     drag->setPixmap(pixmap);
     drag->setHotSpot(hotSpot.toPoint());
     setDragging(true);
-    // Once it is there, which it is when the drag has begun.
+    // Queued, since the drag window exists only once the drag has begun.
     QMetaObject::invokeMethod(
-        drag, [shape = outline(picture, pixelsPerPoint)] { cutOutDragWindow(shape); },
+        drag, [shape = outline(picture, pixelsPerPoint)] { maskDragWindow(shape); },
         Qt::QueuedConnection);
     carryOut(*drag);
     setDragging(false);

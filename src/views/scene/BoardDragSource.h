@@ -1,4 +1,4 @@
-// The one item from which every drag of the board goes out.
+// The source of every drag of the board.
 #pragma once
 
 #include <QImage>
@@ -11,8 +11,9 @@ class QDrag;
 
 namespace kelpa {
 
-/// Cards and heads of columns come and go with the desktop's windows, also during a drag; this one
-/// stays. QML's own drags cannot be told the pixels of a picture. Main thread.
+/// Cards and column headers can be destroyed during a drag, as the desktop's windows come and go;
+/// this item outlives the drag. QML's own drags do not support pictures of more than one pixel per
+/// point. Main thread.
 class BoardDragSource : public QQuickItem
 {
     Q_OBJECT
@@ -23,8 +24,8 @@ class BoardDragSource : public QQuickItem
 public:
     bool isDragging() const { return m_isDragging; }
 
-    /// Drags `text` under a picture of it; `hotSpot` is where in the picture the pointer holds it,
-    /// in points. Returns when the drag has ended; nothing during another one.
+    /// Drags `text`, and shows `picture` under the pointer; `hotSpot` is the pointer's position in
+    /// the picture, in points. Returns when the drag has ended, and at once during another drag.
     Q_INVOKABLE void drag(const QString& text, const QImage& picture, double pixelsPerPoint,
                           QPointF hotSpot);
 
@@ -32,7 +33,7 @@ Q_SIGNALS:
     void isDraggingChanged();
 
 protected:
-    /// Returns when `drag` has ended; the toolkit deletes it later.
+    /// Runs the drag and returns when it has ended; the toolkit deletes `drag` later.
     virtual void carryOut(QDrag& drag);
 
 private:

@@ -11,8 +11,9 @@ namespace kelpa {
 
 namespace {
 
+/// Milliseconds: about once a frame.
 constexpr int tick = 16;
-constexpr double milliseconds = 1000;
+constexpr double millisecondsPerSecond = 1000;
 
 } // namespace
 
@@ -36,7 +37,7 @@ void DragScroll::itemChange(ItemChange change, const ItemChangeData& data)
     if (m_window != nullptr)
         m_window->removeEventFilter(this);
     m_window = data.window;
-    // A drop area hears of a drag only while no other one has taken it.
+    // On the window, since a drop area receives a drag only while no other one has accepted it.
     if (m_window != nullptr)
         m_window->installEventFilter(this);
 }
@@ -51,7 +52,7 @@ bool DragScroll::eventFilter(QObject* watched, QEvent* event)
         follow(*static_cast<QDropEvent*>(event));
         break;
     case QEvent::Drop:
-        // The drop goes to what is under the pointer now.
+        // Makes the item that is under the pointer now the target of the drop.
         repeatMove();
         leave();
         break;
@@ -69,7 +70,7 @@ void DragScroll::follow(const QDropEvent& event)
     m_position = event.position();
     m_data = event.mimeData();
     m_actions = event.possibleActions();
-    if (m_isActive && pull() != 0) {
+    if (m_isActive && relativeSpeed() != 0) {
         if (!m_timer.isActive())
             m_timer.start(tick, this);
     } else {
@@ -83,7 +84,7 @@ void DragScroll::leave()
     m_data = nullptr;
 }
 
-double DragScroll::pull() const
+double DragScroll::relativeSpeed() const
 {
     const QPointF place = mapFromScene(m_position);
     if (!contains(place) || !(m_reach > 0))
@@ -99,12 +100,12 @@ void DragScroll::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() != m_timer.timerId())
         return;
-    // The data goes with the drag, also with one that ended elsewhere.
+    // The drag has ended, perhaps outside the window: the toolkit has deleted its data.
     if (m_data == nullptr) {
         leave();
         return;
     }
-    Q_EMIT scrolled(pull() * m_speed * tick / milliseconds);
+    Q_EMIT scrolled(relativeSpeed() * m_speed * tick / millisecondsPerSecond);
     repeatMove();
 }
 

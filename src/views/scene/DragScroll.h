@@ -1,4 +1,4 @@
-// Scrolls while something is dragged along the edge of a scrolling view.
+// Scrolls a view while something is dragged along its upper or lower edge.
 #pragma once
 
 #include <QBasicTimer>
@@ -9,18 +9,17 @@
 
 namespace kelpa {
 
-/// Lies over the part of the window in which it watches drags, and takes no input itself. Main
-/// thread.
+/// Covers the area in which it watches drags, and takes no input itself. Main thread.
 class DragScroll : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
 
-    /// How near the upper or the lower edge a drag scrolls, in points.
+    /// A drag scrolls within this distance of the upper or lower edge, in points.
     Q_PROPERTY(double reach MEMBER m_reach FINAL)
-    /// Points a second at the very edge; less, the further from it.
+    /// Points per second at the edge itself; falls linearly to 0 at `reach`.
     Q_PROPERTY(double speed MEMBER m_speed FINAL)
-    /// False while nothing is to be scrolled.
+    /// False while drags must not scroll.
     Q_PROPERTY(bool isActive READ isActive WRITE setActive NOTIFY isActiveChanged FINAL)
 
 public:
@@ -31,7 +30,7 @@ public:
 
 Q_SIGNALS:
     void isActiveChanged();
-    /// `step` is in points, below 0 towards the beginning.
+    /// `step` in points, negative towards the top.
     void scrolled(double step);
 
 protected:
@@ -40,16 +39,16 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    /// From -1, at the upper edge, to 1.
-    double pull() const;
+    /// The fraction of `speed`, from -1 at the upper edge to 1 at the lower.
+    double relativeSpeed() const;
     void follow(const QDropEvent& event);
     void leave();
-    /// What lies under a pointer that rests has changed.
+    /// Sends the last move once more: after scrolling, something else is under a resting pointer.
     void repeatMove();
 
     QPointer<QQuickWindow> m_window;
     QBasicTimer m_timer;
-    /// Of the drag, in the window; valid while `m_data` is.
+    /// The pointer's position in the window's coordinates; valid while `m_data` is set.
     QPointF m_position;
     QPointer<const QMimeData> m_data;
     Qt::DropActions m_actions;

@@ -11,7 +11,7 @@ void ExpandableHeight::setCollapsedHeight(double height)
     if (m_layout.collapsedHeight == height)
         return;
     m_layout.collapsedHeight = height;
-    take();
+    updateHeights();
     Q_EMIT collapsedHeightChanged();
 }
 
@@ -20,7 +20,7 @@ void ExpandableHeight::setExpanded(bool isExpanded)
     if (m_isExpanded == isExpanded)
         return;
     m_isExpanded = isExpanded;
-    take();
+    updateHeights();
     Q_EMIT isExpandedChanged();
 }
 
@@ -29,7 +29,7 @@ void ExpandableHeight::setNaturalHeight(double height)
     if (m_naturalHeight == height)
         return;
     m_naturalHeight = height;
-    take();
+    updateHeights();
     Q_EMIT naturalHeightChanged();
 }
 
@@ -38,7 +38,7 @@ void ExpandableHeight::setShownNaturalHeight(double height)
     if (m_shownNaturalHeight == height)
         return;
     m_shownNaturalHeight = height;
-    take();
+    updateHeights();
     Q_EMIT shownNaturalHeightChanged();
 }
 
@@ -47,11 +47,11 @@ void ExpandableHeight::setExpansionProgress(double progress)
     if (m_layout.expansionProgress == progress)
         return;
     m_layout.expansionProgress = progress;
-    take();
+    updateHeights();
     Q_EMIT expansionProgressChanged();
 }
 
-void ExpandableHeight::take()
+void ExpandableHeight::updateHeights()
 {
     ExpandableHeightLayout atRest = m_layout;
     atRest.expansionProgress = m_isExpanded ? 1 : 0;

@@ -1,4 +1,4 @@
-// A card that is as high as its content once it is expanded, and of one height before.
+// A card with a fixed height while it is collapsed and the height of its content while expanded.
 #pragma once
 
 #include "layout/ExpandableHeightLayout.h"
@@ -8,8 +8,8 @@
 
 namespace kelpa {
 
-/// Lengths in points. Main thread. Its implicit height is the one that it will have when nothing
-/// moves any more; its height is the one of the moment.
+/// Lengths in points. Main thread. `height` follows the animation; `implicitHeight` is the height
+/// at its end.
 class ExpandableHeight : public QQuickItem
 {
     Q_OBJECT
@@ -18,16 +18,16 @@ class ExpandableHeight : public QQuickItem
     Q_PROPERTY(double collapsedHeight READ collapsedHeight WRITE setCollapsedHeight NOTIFY
                    collapsedHeightChanged FINAL)
     Q_PROPERTY(bool isExpanded READ isExpanded WRITE setExpanded NOTIFY isExpandedChanged FINAL)
-    /// Of the content.
+    /// The height of the content, at the end of its animations.
     Q_PROPERTY(double naturalHeight READ naturalHeight WRITE setNaturalHeight NOTIFY
                    naturalHeightChanged FINAL)
-    /// The natural height of the moment, while the content's height is changing.
+    /// The natural height at this moment of an animation.
     Q_PROPERTY(double shownNaturalHeight READ shownNaturalHeight WRITE setShownNaturalHeight NOTIFY
                    shownNaturalHeightChanged FINAL)
     /// From 0, collapsed, to 1, expanded.
     Q_PROPERTY(double expansionProgress READ expansionProgress WRITE setExpansionProgress NOTIFY
                    expansionProgressChanged FINAL)
-    /// Whether the card shows less than its content.
+    /// Whether the card clips its content.
     Q_PROPERTY(bool isCut READ isCut NOTIFY isCutChanged FINAL)
 
 public:
@@ -54,7 +54,7 @@ Q_SIGNALS:
     void isCutChanged();
 
 private:
-    void take();
+    void updateHeights();
 
     ExpandableHeightLayout m_layout;
     bool m_isExpanded = false;

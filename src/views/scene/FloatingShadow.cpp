@@ -11,24 +11,24 @@ namespace kelpa {
 
 namespace {
 
-/// A rectangle with round corners that is all corners, with its shadow, in pixels.
-QImage cornersPicture(double radius, double reach, QColor color)
+/// The nine-patch: the shadow of the smallest rectangle with such corners. Lengths in pixels.
+QImage patchImage(double radius, double reach, QColor color)
 {
     const int corner = static_cast<int>(std::ceil(radius + reach));
-    QImage picture(2 * corner + 1, 2 * corner + 1, QImage::Format_ARGB32_Premultiplied);
+    QImage image(2 * corner + 1, 2 * corner + 1, QImage::Format_ARGB32_Premultiplied);
     const double inner = corner - reach - radius;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            // From the middle of the corner's round to the middle of the pixel.
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            // From the centre of the corner's arc to the centre of the pixel.
             const double across = std::max(0.0, std::abs(x - corner) - inner);
             const double along = std::max(0.0, std::abs(y - corner) - inner);
             const double distance = std::hypot(across, along) - radius;
             QColor pixel = color;
             pixel.setAlphaF(static_cast<float>(color.alphaF() * shadowStrength(distance, reach)));
-            picture.setPixel(x, y, qPremultiply(pixel.rgba()));
+            image.setPixel(x, y, qPremultiply(pixel.rgba()));
         }
     }
-    return picture;
+    return image;
 }
 
 } // namespace
@@ -43,7 +43,7 @@ FloatingShadow::FloatingShadow(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
     connect(this, &FloatingShadow::lookChanged, this, [this] {
-        m_isLookNew = true;
+        m_isImageStale = true;
         update();
     });
 }
@@ -51,7 +51,7 @@ FloatingShadow::FloatingShadow(QQuickItem* parent) : QQuickItem(parent)
 void FloatingShadow::itemChange(ItemChange change, const ItemChangeData& value)
 {
     if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange) {
-        m_isLookNew = true;
+        m_isImageStale = true;
         update();
     }
     QQuickItem::itemChange(change, value);
@@ -67,16 +67,16 @@ QSGNode* FloatingShadow::updatePaintNode(QSGNode* node, UpdatePaintNodeData*)
     const double ratio = window()->effectiveDevicePixelRatio();
     if (patch == nullptr) {
         patch = window()->createNinePatchNode();
-        m_isLookNew = true;
+        m_isImageStale = true;
     }
-    if (m_isLookNew) {
-        const QImage picture = cornersPicture(m_radius * ratio, m_reach * ratio, m_color);
-        patch->setTexture(window()->createTextureFromImage(picture));
-        const int half = picture.width() / 2;
+    if (m_isImageStale) {
+        const QImage image = patchImage(m_radius * ratio, m_reach * ratio, m_color);
+        patch->setTexture(window()->createTextureFromImage(image));
+        const int half = image.width() / 2;
         const double corner = half / ratio;
         patch->setPadding(corner, corner, corner, corner);
         patch->setDevicePixelRatio(ratio);
-        m_isLookNew = false;
+        m_isImageStale = false;
     }
     patch->setBounds(
         QRectF(-m_reach, m_drop - m_reach, width() + 2 * m_reach, height() + 2 * m_reach));

@@ -1,4 +1,4 @@
-// The soft shadow of what floats over the board.
+// The soft shadow around menus and sheets, which float over the board.
 #pragma once
 
 #include <QColor>
@@ -7,21 +7,21 @@
 
 namespace kelpa {
 
-/// Lies around its own rectangle, which it leaves as it is: what floats covers it. It is a small
-/// picture, made once, whose corners stay as they are while the rest is stretched, so that it costs
-/// little without a graphics device, too. Lengths in points. Main thread.
+/// Draws a shadow around its own rectangle, which the floating item covers. A nine-patch: one small
+/// image whose corners keep their size while its edges are stretched, which is cheap with the
+/// software renderer, too. Lengths in points. Main thread.
 class FloatingShadow : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
 
-    /// Of the corners of what floats.
+    /// Of the floating item's corners.
     Q_PROPERTY(double radius MEMBER m_radius NOTIFY lookChanged FINAL)
-    /// How far beyond the rectangle it is seen.
+    /// How far the shadow extends beyond the rectangle.
     Q_PROPERTY(double reach MEMBER m_reach NOTIFY lookChanged FINAL)
-    /// How far below the rectangle it falls.
+    /// How far the shadow is shifted down.
     Q_PROPERTY(double drop MEMBER m_drop NOTIFY lookChanged FINAL)
-    /// Where it is darkest.
+    /// At the edge of the rectangle, where the shadow is strongest.
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY lookChanged FINAL)
 
 public:
@@ -39,11 +39,11 @@ private:
     double m_reach = 16;
     double m_drop = 0;
     QColor m_color = Qt::black;
-    bool m_isLookNew = true;
+    bool m_isImageStale = true;
 };
 
-/// The alpha of the shadow, from 0 to 1, `distance` points outside the edge of what floats: it
-/// fades smoothly to nothing at `reach`.
+/// The shadow's opacity, from 0 to 1, `distance` points outside the edge of the floating item;
+/// falls smoothly to 0 at `reach`.
 double shadowStrength(double distance, double reach);
 
 } // namespace kelpa

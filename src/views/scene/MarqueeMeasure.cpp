@@ -29,14 +29,14 @@ void MarqueeMeasure::setAvailableWidth(double width)
     if (m_availableWidth == width)
         return;
     m_availableWidth = width;
-    choose();
+    updateMotion();
     Q_EMIT availableWidthChanged();
 }
 
 int MarqueeMeasure::passTime() const
 {
-    constexpr double milliseconds = 1000;
-    return static_cast<int>(std::lround(m_motion.seconds * milliseconds));
+    constexpr double millisecondsPerSecond = 1000;
+    return static_cast<int>(std::lround(m_motion.seconds * millisecondsPerSecond));
 }
 
 void MarqueeMeasure::measure()
@@ -45,11 +45,11 @@ void MarqueeMeasure::measure()
     if (m_textWidth == width)
         return;
     m_textWidth = width;
-    choose();
+    updateMotion();
     Q_EMIT textWidthChanged();
 }
 
-void MarqueeMeasure::choose()
+void MarqueeMeasure::updateMotion()
 {
     const MarqueeMotion motion = marqueeMotion(m_textWidth, m_availableWidth);
     if (m_motion == motion)

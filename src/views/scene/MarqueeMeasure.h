@@ -1,4 +1,4 @@
-// What a title needs to know to move through a place that is too narrow for it.
+// Measures a title, and decides whether and how far it must scroll within its width.
 #pragma once
 
 #include "layout/MarqueeMotion.h"
@@ -20,13 +20,15 @@ class MarqueeMeasure : public QObject
     Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY fontChanged FINAL)
     Q_PROPERTY(double availableWidth READ availableWidth WRITE setAvailableWidth NOTIFY
                    availableWidthChanged FINAL)
-    /// Whole points.
+    /// In whole points, rounded up.
     Q_PROPERTY(double textWidth READ textWidth NOTIFY textWidthChanged FINAL)
-    /// Whether the title is too wide for its place.
+    /// Whether the title is wider than `availableWidth`.
     Q_PROPERTY(bool isWide READ isWide NOTIFY motionChanged FINAL)
+    /// The distance of one pass; 0 for a title that fits.
     Q_PROPERTY(double travel READ travel NOTIFY motionChanged FINAL)
+    /// Between the end of the title and its repeated start.
     Q_PROPERTY(double gap READ gap CONSTANT FINAL)
-    /// Of one pass in milliseconds.
+    /// The duration of one pass in milliseconds; 0 for a title that fits.
     Q_PROPERTY(int passTime READ passTime NOTIFY motionChanged FINAL)
 
 public:
@@ -53,7 +55,7 @@ Q_SIGNALS:
 
 private:
     void measure();
-    void choose();
+    void updateMotion();
 
     QString m_text;
     QFont m_font;

@@ -10,7 +10,7 @@ namespace kelpa {
 QSGNode* pictureNode(QQuickWindow& window, QSGNode* node, const QImage& image, const QRectF& place,
                      QQuickWindow::CreateTextureOptions options)
 {
-    // From here on it belongs to this function, and to the scene again on return.
+    // Owned until it is returned to the scene.
     std::unique_ptr<QSGNode> previous(node);
     QSGTexture* const texture =
         image.isNull() ? nullptr : window.createTextureFromImage(image, options);

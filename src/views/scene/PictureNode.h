@@ -1,4 +1,4 @@
-// What an item that shows one picture gives to the scene graph.
+// The scene graph node of an item that shows one image.
 #pragma once
 
 #include <QImage>
@@ -8,9 +8,10 @@
 
 namespace kelpa {
 
-/// For `QQuickItem::updatePaintNode`, on whose thread it is called: `image` in `place`, a rectangle
-/// of the item in points. `node` is what this function returned before for the item, or null; it is
-/// used again or deleted. Null for a null image: then there is nothing to draw.
+/// For `QQuickItem::updatePaintNode`, on its thread: a node that draws `image` in `place`, a
+/// rectangle in points in the item's coordinates. Takes ownership of `node`, which is null or what
+/// this function returned last for the item, and reuses or deletes it. Null for a null image, which
+/// draws nothing.
 QSGNode* pictureNode(QQuickWindow& window, QSGNode* node, const QImage& image, const QRectF& place,
                      QQuickWindow::CreateTextureOptions options);
 

@@ -4,6 +4,34 @@
 
 namespace kelpa {
 
+namespace {
+
+bool isStackedInOrder(const QList<QQuickItem*>& items)
+{
+    auto next = items.begin();
+    const QList<QQuickItem*> siblings = items.front()->parentItem()->childItems();
+    for (const QQuickItem* const sibling : siblings) {
+        if (sibling == *next && ++next == items.end())
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void stackSiblings(const QList<QQuickItem*>& items)
+{
+    if (items.isEmpty() || isStackedInOrder(items))
+        return;
+    for (qsizetype at = items.size(); at-- > 1;) {
+        QQuickItem* const former = items.at(at - 1);
+        QQuickItem* const latter = items.at(at);
+        const QList<QQuickItem*> siblings = latter->parentItem()->childItems();
+        if (siblings.indexOf(former) > siblings.indexOf(latter))
+            former->stackBefore(latter);
+    }
+}
+
 ReadingOrder::ReadingOrder(QObject* parent) : QObject(parent) {}
 
 void ReadingOrder::setContainer(QQuickItem* container)
@@ -52,8 +80,7 @@ void ReadingOrder::apply()
     if (std::is_sorted(children.cbegin(), children.cend(), isBefore))
         return;
     std::stable_sort(children.begin(), children.end(), isBefore);
-    for (qsizetype at = 1; at < children.size(); ++at)
-        children[at]->stackAfter(children[at - 1]);
+    stackSiblings(children);
 }
 
 } // namespace kelpa

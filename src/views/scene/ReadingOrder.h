@@ -1,6 +1,9 @@
-// Has assistive programs read a view's items in the order of their `z`.
+// Reading order: assistive programs and the Tab key go by the stacking order of sibling items,
+// which at first is the order in which they were created. Here it follows the order of what they
+// show.
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QQuickItem>
@@ -8,15 +11,17 @@
 
 namespace kelpa {
 
-/// The items of a container are told in the order in which they were made, wherever a view has
-/// placed them since. This brings them into the order of their `z`, which a delegate binds to its
-/// index; soon after a change, and once for all changes of one turn of the event loop. Main thread.
+/// Stacks siblings in the order of the list; an item that is already in order is not restacked.
+void stackSiblings(const QList<QQuickItem*>& items);
+
+/// Stacks the items of a container in the order of their `z`, which a delegate binds to its index.
+/// Changes within one turn of the event loop are coalesced and take effect after it. Main thread.
 class ReadingOrder : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
 
-    /// For a view, its `contentItem`. It may be gone before this is.
+    /// For a view, its `contentItem`. It may be destroyed before this is.
     Q_PROPERTY(QQuickItem* container READ container WRITE setContainer NOTIFY containerChanged)
 
 public:

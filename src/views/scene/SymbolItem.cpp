@@ -49,12 +49,12 @@ void SymbolItem::componentComplete()
 {
     QQuickItem::componentComplete();
     if (QQmlEngine* const engine = qmlEngine(this); engine != nullptr) {
-        m_pictures =
-            engine->singletonInstance<SymbolPictures*>(qmlTypeId("Kelpa", 1, 0, "SymbolPictures"));
+        m_pictures = engine->singletonInstance<SymbolPictures*>(
+            qmlTypeId("Kelpa.Scene", 1, 0, "SymbolPictures"));
     }
 }
 
-// The main thread waits meanwhile, so the pictures can be asked.
+// The main thread is blocked meanwhile, so the cache has one caller at a time.
 QSGNode* SymbolItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
 {
     const qreal ratio = window()->effectiveDevicePixelRatio();
@@ -66,7 +66,7 @@ QSGNode* SymbolItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*
                                                           QQuickWindow::TextureCanUseAtlas));
 }
 
-// On whole pixels, so that its lines are as sharp as they were drawn.
+// On whole pixels, so that lines stay as sharp as they were rendered.
 QRectF SymbolItem::place(int pixels, qreal ratio) const
 {
     const qreal side = pixels / ratio;

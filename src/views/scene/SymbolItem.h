@@ -1,4 +1,4 @@
-// A symbol of the interface, drawn by itself: there are several on every row and card.
+// A symbol of the interface as a light item of its own: there are several on every row and card.
 #pragma once
 
 #include <QColor>
@@ -11,7 +11,7 @@ namespace kelpa {
 
 class SymbolPictures;
 
-/// The symbol of that name in one colour, in the middle of the item. Nothing is drawn for an empty
+/// Draws the symbol of that name in one colour, at the centre of the item, and nothing for an empty
 /// or unknown name. Main thread.
 class SymbolItem : public QQuickItem
 {
@@ -20,7 +20,7 @@ class SymbolItem : public QQuickItem
 
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged REQUIRED FINAL)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
-    /// Points, of its width and height.
+    /// The symbol's width and height in points.
     Q_PROPERTY(int size READ symbolSize WRITE setSymbolSize NOTIFY symbolSizeChanged FINAL)
 
 public:

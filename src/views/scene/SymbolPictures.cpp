@@ -10,7 +10,7 @@ namespace {
 
 QImage drawnSymbol(const QString& symbol, const QColor& color, int pixels)
 {
-    QFile file(QStringLiteral(":/qt/qml/Kelpa/icons/%1.svg").arg(symbol));
+    QFile file(QStringLiteral(":/kelpa/symbols/%1.svg").arg(symbol));
     if (pixels <= 0 || !file.open(QIODevice::ReadOnly))
         return {};
     QSvgRenderer renderer(file.readAll());
@@ -18,7 +18,7 @@ QImage drawnSymbol(const QString& symbol, const QColor& color, int pixels)
     image.fill(Qt::transparent);
     QPainter painter(&image);
     renderer.render(&painter, image.rect());
-    // The symbols are single-coloured outlines: the colour goes where they have left ink.
+    // Symbols have one colour: the colour replaces it wherever the symbol is opaque.
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), color);
     return image;

@@ -1,4 +1,4 @@
-// The interface's symbols, drawn in any size and colour.
+// A cache of the interface's symbols, rendered in any size and colour.
 #pragma once
 
 #include <QColor>
@@ -10,8 +10,8 @@
 
 namespace kelpa {
 
-/// One for each QML engine, which makes it. It keeps what it has drawn: the same few symbols stand
-/// on every row and card. Made on the main thread; one caller at a time.
+/// Each QML engine creates one, on the main thread. Rendered symbols are kept without limit, since
+/// every row and card shows the same few. For one caller at a time.
 class SymbolPictures : public QObject
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ class SymbolPictures : public QObject
 public:
     explicit SymbolPictures(QObject* parent = nullptr) : QObject(parent) {}
 
-    /// A square of `pixels`; a null image for an unknown symbol or none.
+    /// A square with sides of `pixels`; a null image for an unknown or empty symbol name.
     QImage picture(const QString& symbol, const QColor& color, int pixels);
 
 private:

@@ -1,21 +1,50 @@
-// What a waterfall makes of a row.
+// The contract between a waterfall and its delegates: which component shows a row, which properties
+// of the item receive the row's values, and which of its own the item reports to the view.
 #pragma once
 
+#include <QAbstractItemModel>
+#include <QList>
 #include <QObject>
 #include <QQmlComponent>
+#include <QQuickItem>
 #include <QString>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
 
-/// The component of all rows whose role "kind" is `kind`; of all rows when `kind` is empty. Each
-/// property of the component's item that bears the name of a role has the row's value, and "index"
-/// the row. An item is given to another row of the same component once its own is far away; one
-/// whose property "isPinned" is true stays with its row.
+/// What an item reports to the view that shows its row, as `WaterfallDelegate.isPinned`. Main
+/// thread; the item owns it.
+class WaterfallDelegateAttached : public QObject
+{
+    Q_OBJECT
+    QML_ANONYMOUS
+
+    /// Whether the item stays with its row, however far that is from the visible range. The view
+    /// respects it in items that declare it; in others a later assignment has no effect.
+    Q_PROPERTY(bool isPinned READ isPinned WRITE setPinned NOTIFY isPinnedChanged FINAL)
+
+public:
+    using QObject::QObject;
+
+    bool isPinned() const { return m_isPinned; }
+    void setPinned(bool isPinned);
+
+Q_SIGNALS:
+    void isPinnedChanged();
+
+private:
+    bool m_isPinned = false;
+};
+
+/// The component of all rows whose role "kind" is `kind`; of all rows when `kind` is empty.
+/// An item receives the value of each role for which it has a property of the same name, and the
+/// row as its property "index". Items are pooled: once its row is far away, an item receives the
+/// values of another row of the same component. Main thread.
 class WaterfallDelegate : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
+    QML_ATTACHED(kelpa::WaterfallDelegateAttached)
     Q_CLASSINFO("DefaultProperty", "component")
 
     Q_PROPERTY(QString kind MEMBER m_kind FINAL)
@@ -24,8 +53,19 @@ class WaterfallDelegate : public QObject
 public:
     using QObject::QObject;
 
-    const QString& kind() const { return m_kind; }
-    QQmlComponent* component() const { return m_component; }
+    static WaterfallDelegateAttached* qmlAttachedProperties(QObject* item);
+
+    /// The first of `delegates` that shows rows of the kind of `row`; null for none.
+    static const WaterfallDelegate* forRow(const QList<WaterfallDelegate*>& delegates,
+                                           const QAbstractItemModel& model, int row);
+    /// A new item with the values of the row, `width` points wide, whose parent and owner is
+    /// `view`. Null, with a warning, where the component makes none.
+    QQuickItem* createItem(QQuickItem& view, const QAbstractItemModel& model, int row,
+                           double width) const;
+    static void writeValues(QQuickItem& item, const QAbstractItemModel& model, int row);
+    static void writeIndex(QQuickItem& item, int row);
+    /// Null for an item that declares no attached property.
+    static const WaterfallDelegateAttached* attachedTo(const QQuickItem& item);
 
 private:
     QString m_kind;

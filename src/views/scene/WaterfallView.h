@@ -1,27 +1,26 @@
-// The rows of a model as items in columns of equal width. Only what stands in a stripe of the view,
-// as a rule what a scrolling view shows of it, has items.
+// A virtualised list that shows the rows of a model as items in columns of equal width.
+// WaterfallRows holds the rows that have items, WaterfallGeometry says where they stand, and
+// WaterfallMotion moves them there; this type follows the model and runs the passes.
 #pragma once
 
 #include "layout/WaterfallGeometry.h"
 #include "views/scene/WaterfallDelegate.h"
-#include "views/scene/WaterfallItems.h"
+#include "views/scene/WaterfallMotion.h"
+#include "views/scene/WaterfallRows.h"
 
 #include <QAbstractItemModel>
 #include <QPointer>
 #include <QQmlListProperty>
 #include <QQuickItem>
 #include <QVariant>
-#include <QVariantAnimation>
 #include <QtQmlIntegration/qqmlintegration.h>
-
-#include <vector>
 
 namespace kelpa {
 
 /// Lengths in points, in the view's own coordinates. Main thread.
-/// An item's width is that of its column, on whole pixels. Without `fixedItemHeight` a row takes
-/// the implicit height of its item, which the item may reach by a motion of its own, and keeps it
-/// while it has none. Rows that change their places move there within `motionTime`.
+/// An item's width is that of its column, on whole pixels. Without `fixedItemHeight` a row has the
+/// implicit height of its item, which the item may reach by a motion of its own, and keeps it while
+/// it has no item. Rows whose places change move there within `motionTime`.
 class WaterfallView : public QQuickItem
 {
     Q_OBJECT
@@ -37,13 +36,15 @@ class WaterfallView : public QQuickItem
     /// 0 for none.
     Q_PROPERTY(int fixedColumnCount READ fixedColumnCount WRITE setFixedColumnCount NOTIFY
                    layoutChanged FINAL)
+    /// 0 for none.
     Q_PROPERTY(double fixedItemHeight READ fixedItemHeight WRITE setFixedItemHeight NOTIFY
                    layoutChanged FINAL)
     /// Of rows that have never had an item.
     Q_PROPERTY(double assumedHeight MEMBER m_assumedHeight FINAL)
-    /// The stripe in which rows have items.
-    Q_PROPERTY(double visibleFrom READ visibleFrom WRITE setVisibleFrom NOTIFY stripeChanged FINAL)
-    Q_PROPERTY(double visibleTo READ visibleTo WRITE setVisibleTo NOTIFY stripeChanged FINAL)
+    /// The visible range: rows that reach into it have items.
+    Q_PROPERTY(
+        double visibleFrom READ visibleFrom WRITE setVisibleFrom NOTIFY visibleRangeChanged FINAL)
+    Q_PROPERTY(double visibleTo READ visibleTo WRITE setVisibleTo NOTIFY visibleRangeChanged FINAL)
     /// The row that has an item wherever it is; -1 for none.
     Q_PROPERTY(int pinnedRow READ pinnedRow WRITE setPinnedRow NOTIFY pinnedRowChanged FINAL)
     /// Milliseconds; 0 for no motion.
@@ -54,10 +55,9 @@ class WaterfallView : public QQuickItem
 
 public:
     explicit WaterfallView(QQuickItem* parent = nullptr);
-    ~WaterfallView() override;
 
     QVariant modelValue() const { return QVariant::fromValue<QObject*>(m_model); }
-    /// Anything but a model is none.
+    /// Anything but a model counts as none.
     void setModelValue(const QVariant& model);
     void setModel(QAbstractItemModel* model);
     QQmlListProperty<WaterfallDelegate> delegates();
@@ -75,34 +75,31 @@ public:
     void setVisibleTo(double bottom);
     int pinnedRow() const { return m_pinnedRow; }
     void setPinnedRow(int row);
-    int itemCount() const { return static_cast<int>(m_shown.size()); }
-    bool isMoving() const { return m_motion.state() == QAbstractAnimation::Running; }
+    int itemCount() const { return static_cast<int>(m_rows.size()); }
+    bool isMoving() const { return m_motion.isRunning(); }
 
     /// Where the row stands, or will when nothing moves any more, whether or not it has an item;
-    /// empty for a row that there is not.
+    /// empty for a row that does not exist.
     Q_INVOKABLE QRectF rowRect(int row);
-    /// Null for a row without one.
+    /// Null for a row without an item.
     Q_INVOKABLE QQuickItem* itemAtRow(int row) const;
     /// The row whose item is `item` or holds it; -1 for none, as for null.
     Q_INVOKABLE int rowOf(const QQuickItem* item) const;
-    /// Does at once what is otherwise done before the next frame.
+    /// Runs the pass that otherwise runs before the next frame.
     Q_INVOKABLE void layOut();
 
 Q_SIGNALS:
     void modelChanged();
     void layoutChanged();
-    void stripeChanged();
+    void visibleRangeChanged();
     void pinnedRowChanged();
     void itemCountChanged();
     void isMovingChanged();
-    /// An item shows a row from now on, in its place. Only from here on it can take the focus:
-    /// while an item is put into a window, the toolkit sorts out by itself where the focus is.
+    /// An item shows a row from now on, in its place. Only from here on can it take the focus:
+    /// while an item is put into a window, the toolkit itself decides where the focus is.
     void itemShown(QQuickItem* item);
-    /// The row of the item in which the keyboard is has been removed, and the item goes now.
+    /// The row of the item that has the keyboard focus has been removed, and the item goes now.
     void focusedRowRemoved(int row, QQuickItem* item);
-
-private Q_SLOTS:
-    void pinChanged();
 
 protected:
     void updatePolish() override;
@@ -111,66 +108,53 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 private:
-    struct Shown
-    {
-        int row = 0;
-        QQuickItem* item = nullptr;
-        const WaterfallDelegate* delegate = nullptr;
-        /// Of the motion, also of one that has ended.
-        QPointF from;
-        QPointF to;
-        /// Made in this pass, and not seen before.
-        bool isNew = false;
-    };
-    enum class Arrival { jump, move };
+    enum class Transition { immediate, animated };
 
     void setLayout(const WaterfallLayout& layout);
+    /// Rows or their geometry have changed: another pass is needed.
+    void invalidateLayout();
+
+    // Following the model: WaterfallViewModel.cpp.
     void connectModel();
     void resetRows();
     void insertRows(int first, int last);
     void removeRows(int first, int last);
-    void announceFocusedRow(int first, int last);
+    void reportFocusedRow(int first, int last);
     void moveRows(int first, int last, int before);
     void changeRows(int first, int last);
-    /// Rows or their geometry are not as they were.
-    void markSoiled();
 
-    std::vector<Shown>::iterator shownAt(int row);
-    const WaterfallDelegate* delegateOf(int row) const;
-    void show(int row, QPointF place);
-    void giveBack(const Shown& shown);
+    // A pass: WaterfallViewLayout.cpp.
     bool canLayOut() const;
-    /// Where the row's item stands: its frame, with edges on whole pixels, so that lines are sharp.
+    void updateGeometry();
+    Transition transition() const;
+    void showRowsInMotion();
+    void applyGeometry();
+    bool showVisibleRows();
+    void releaseHiddenRows();
+    bool mustKeepItem(const WaterfallRow& each) const;
+    bool isInVisibleRange(const QRectF& rect) const;
     QRectF itemFrame(int row) const;
-    bool holds(const Shown& shown, const QQuickItem* item) const;
-    bool isInStripe(const QRectF& rect) const;
-    bool mustStay(const Shown& shown) const;
-    void takeHeight(QQuickItem& item);
-    void settle();
-    void bringMovedIn();
-    void placeShown(Arrival arrival);
-    bool fillStripe();
-    void emptyOutside();
-    void stackInOrder();
-    void advance(double progress);
+    void show(int row, QPointF position, bool isNew);
+    void updateRowHeight(QQuickItem& item);
+    void stackInRowOrder();
+    void reportShownItems();
 
     WaterfallGeometry m_geometry{WaterfallLayout{1, 0, std::nullopt, std::nullopt}};
-    WaterfallItems m_items;
+    /// Since the last pass.
+    QList<WaterfallGeometry::Change> m_changes;
+    WaterfallRows m_rows;
+    WaterfallMotion m_motion;
     QPointer<QAbstractItemModel> m_model;
     QList<WaterfallDelegate*> m_delegates;
-    /// By ascending rows.
-    std::vector<Shown> m_shown;
-    /// Not announced yet.
-    QList<QPointer<QQuickItem>> m_arrived;
-    QList<WaterfallGeometry::Change> m_changes;
-    QVariantAnimation m_motion;
+    /// Not reported yet.
+    QList<QPointer<QQuickItem>> m_shownItems;
     double m_assumedHeight = 0;
     double m_visibleFrom = 0;
     double m_visibleTo = 0;
     int m_pinnedRow = -1;
     int m_motionTime = 0;
-    /// Nothing has been seen yet that could move.
-    bool m_isFresh = true;
+    /// The next pass moves nothing: no row has been seen in a place that it could leave.
+    bool m_isFirstPass = true;
     bool m_isLayingOut = false;
 };
 

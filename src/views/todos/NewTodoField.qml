@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
 /// The field for a new todo of a list. It stays open for the next todo; text that is not added is
 /// kept as the list's draft.
@@ -16,12 +16,12 @@ TodoField {
     signal closed(returnsKeyboard: bool)
 
     symbol: "circle"
-    label: root.board.copy.text(CopyKey.AddTodo)
-    onTextChanged: root.board.todos.setDraft(root.listID, root.text)
-    Component.onCompleted: root.text = root.board.todos.draft(root.listID)
+    label: ViewSettings.copy.text(CopyKey.AddTodo)
+    onTextChanged: root.todos.setDraft(root.listID, root.text)
+    Component.onCompleted: root.text = root.todos.draft(root.listID)
     onCommitted: title => {
         root.text = "";
-        root.board.todos.add(title, root.listID);
+        root.todos.add(title, root.listID);
         root.added();
     }
     onCancelled: {
@@ -35,25 +35,25 @@ TodoField {
         id: closing
 
         interval: 0
-        onTriggered: if (!root.hasKeyboard && !root.board.todos.isTitle(root.text))
+        onTriggered: if (!root.hasKeyboard && !root.todos.isTitle(root.text))
             root.closed(false)
     }
     Connections {
-        target: root.board.todos
+        target: root.todos
         // The text of a closed field is only in the draft.
         enabled: root.Window.window !== null
 
         // Fields without the focus were left before: their drafts stay wanted.
         function onEditorGivenUp(): void {
             if (root.hasKeyboard)
-                root.board.todos.giveUpDraft(root.listID);
+                root.todos.giveUpDraft(root.listID);
         }
         function onWritingFinished(): void {
             root.finishComposition();
             const title = root.text;
             root.text = "";
-            if (root.board.todos.isTitle(title))
-                root.board.todos.add(title, root.listID);
+            if (root.todos.isTitle(title))
+                root.todos.add(title, root.listID);
         }
     }
 }

@@ -38,20 +38,6 @@ QString TodoController::editorColumnID() const
     return goalID ? columnText(goalID) : QString();
 }
 
-QStringList TodoController::priorities() const
-{
-    QStringList result;
-    for (const GoalPriority priority : allGoalPriorities)
-        result.append(rawValue(priority));
-    return result;
-}
-
-QString TodoController::prioritySymbol(const QString& priority) const
-{
-    const std::optional<GoalPriority> known = goalPriorityFromRawValue(priority);
-    return known ? kelpa::prioritySymbol(*known) : QString();
-}
-
 QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
 {
     const std::optional<TodoList> list = todoListFromText(listID);
@@ -151,15 +137,9 @@ QString TodoController::dragText(const QString& todoID, const QString& columnID)
     return place ? TodoDragPayload{place->goalID, place->todoID}.encodedValue() : QString();
 }
 
-void TodoController::goToColumn(const QString& columnID)
+void TodoController::goToUnified()
 {
-    const auto activate = [this](const TargetSelection& target) {
-        m_store.activateTarget(target, EnterWindowLayer::no);
-    };
-    if (columnID == unifiedTodosText)
-        activate(TargetSelection::unifiedTodos());
-    else if (const std::optional<ColumnID> column = columnFromText(columnID))
-        activate(TargetSelection::of(column->goalID));
+    m_store.activateTarget(TargetSelection::unifiedTodos(), EnterWindowLayer::no);
 }
 
 void TodoController::goToTodo(const QString& todoID, const QString& columnID, bool isByKeyboard)
@@ -167,7 +147,7 @@ void TodoController::goToTodo(const QString& todoID, const QString& columnID, bo
     const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, columnID);
     if (!place || todoAt(*place, m_store) == nullptr)
         return;
-    goToColumn(columnID);
+    m_store.activateTarget(TargetSelection::of(place->goalID), EnterWindowLayer::no);
     m_highlight->goTo(*place, isByKeyboard);
 }
 
@@ -179,14 +159,6 @@ bool TodoController::takeTodoRequest(const QString& todoID)
 void TodoController::forgetRestoredTodo()
 {
     m_highlight->forgetRestored();
-}
-
-void TodoController::setPriority(const QString& columnID, const QString& priority)
-{
-    const std::optional<ColumnID> column = columnFromText(columnID);
-    const std::optional<GoalPriority> wanted = goalPriorityFromRawValue(priority);
-    if (column && column->goalID && wanted)
-        m_store.setGoalPriority(*wanted, *column->goalID);
 }
 
 void TodoController::setDraft(const QString& listID, const QString& text)

@@ -11,7 +11,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QStringList>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
@@ -31,7 +30,6 @@ class TodoController : public QObject
     Q_PROPERTY(QString editorColumnID READ editorColumnID NOTIFY editorColumnIDChanged)
     Q_PROPERTY(QString highlightedTodoID READ highlightedTodoID NOTIFY highlightedTodoIDChanged)
     Q_PROPERTY(bool isUnifiedSelected READ isUnifiedSelected NOTIFY isUnifiedSelectedChanged)
-    Q_PROPERTY(QStringList priorities READ priorities CONSTANT)
     Q_PROPERTY(kelpa::TodoDrops* drops READ drops CONSTANT)
 
 public:
@@ -68,13 +66,8 @@ public:
     /// As `moveInList`, before the first row or behind the last.
     Q_INVOKABLE bool moveToEndOfList(const QString& todoID, const QString& listID, int step);
 
-    /// The stored texts of the priorities, the most urgent first.
-    QStringList priorities() const;
-    Q_INVOKABLE QString prioritySymbol(const QString& priority) const;
-    Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
-
-    /// Selects the column, or the list of the whole board.
-    Q_INVOKABLE void goToColumn(const QString& columnID);
+    /// Selects the list of the whole board.
+    Q_INVOKABLE void goToUnified();
     /// Selects the column that holds the todo and highlights the todo there. `isByKeyboard` lets
     /// its row take the focus.
     Q_INVOKABLE void goToTodo(const QString& todoID, const QString& columnID, bool isByKeyboard);

@@ -62,7 +62,7 @@ TodoRowDropOutcome TodoDrops::outcomeOnRow(const QString& text, const QString& l
     const std::optional<TodoID> target = TodoID::fromText(todoID);
     const bool isThere =
         dragged && todoAt(TodoPlace{dragged->todoID, dragged->sourceGoalID}, m_store) != nullptr;
-    return isThere && list && target ? todoRowDropOutcome(text, *list, *target)
+    return isThere && list && target ? todoRowDropOutcome(*dragged, {*list, *target})
                                      : TodoRowDropOutcome();
 }
 

@@ -1,14 +1,15 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Todos
 
 /// Accepts todos that are dragged below the last row of their list: they move to its end. Anything
 /// else is passed on to the column.
 DropArea {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property string listID
 
@@ -18,14 +19,14 @@ DropArea {
     keys: ["text/plain"]
     onEntered: drag => {
         drag.accepted = root.dragSource.isDragging
-                && root.board.todos.drops.canDropAtEnd(drag.text, root.listID);
+                && root.todos.drops.canDropAtEnd(drag.text, root.listID);
         root.isWelcoming = drag.accepted
-                && root.board.todos.drops.wouldMoveAtEnd(drag.text, root.listID);
+                && root.todos.drops.wouldMoveAtEnd(drag.text, root.listID);
     }
     onExited: root.isWelcoming = false
     onDropped: drop => {
         root.isWelcoming = false;
         drop.accepted = root.dragSource.isDragging
-                && root.board.todos.drops.dropAtEnd(drop.text, root.listID);
+                && root.todos.drops.dropAtEnd(drop.text, root.listID);
     }
 }

@@ -1,14 +1,16 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Todos
 
 /// The row in which the title of a todo is typed. A blank title is not committed: the field stays
 /// open.
 FocusScope {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property string symbol
     required property string label
 
@@ -56,11 +58,10 @@ FocusScope {
         implicitHeight: 28
         focus: true
         leftPadding: 4
-        board: root.board
         rightPadding: 4
         label: root.label
-        placeholderText: root.board.copy.text(CopyKey.EnterTodo)
-        onCommitted: if (root.board.todos.isTitle(field.text))
+        placeholderText: ViewSettings.copy.text(CopyKey.EnterTodo)
+        onCommitted: if (root.todos.isTitle(field.text))
             root.committed(field.text)
         onCancelled: root.cancelled()
         onActiveFocusChanged: if (!field.activeFocus)
@@ -83,7 +84,7 @@ FocusScope {
         symbol: "x"
         size: 28
         symbolSize: 14
-        text: root.board.copy.text(CopyKey.Cancel)
+        text: ViewSettings.copy.text(CopyKey.Cancel)
         onClicked: root.cancelled()
     }
 

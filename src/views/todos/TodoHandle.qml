@@ -1,13 +1,16 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
 
 /// The handle of a row: a click copies the todo's title, a drag moves the todo.
 IconButton {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property string todoID
     required property string columnID
@@ -19,9 +22,9 @@ IconButton {
     symbol: "menu"
     size: 28
     symbolSize: 14
-    text: root.board.copy.text(CopyKey.CopyAndDragTodo)
-    help: root.board.copy.text(CopyKey.CopyAndDragTodoHelp)
-    onClicked: root.board.todos.copyTodo(root.todoID, root.columnID)
+    text: ViewSettings.copy.text(CopyKey.CopyAndDragTodo)
+    help: ViewSettings.copy.text(CopyKey.CopyAndDragTodoHelp)
+    onClicked: root.todos.copyTodo(root.todoID, root.columnID)
 
     DragArea {
         id: area
@@ -30,7 +33,7 @@ IconButton {
         dragSource: root.dragSource
         picture: root.picture
         isHeldBeside: true
-        text: root.board.todos.dragText(root.todoID, root.columnID)
+        text: root.todos.dragText(root.todoID, root.columnID)
         cursorShape: Qt.OpenHandCursor
         onClicked: if (!area.isLeaving)
             root.clicked()

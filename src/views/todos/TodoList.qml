@@ -1,14 +1,17 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
 
 /// The todos of a column or of the whole board and, below them, the field for a new todo. A goal's
 /// field is opened by the store, that of any other list by the list itself.
 Item {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property string listID
     /// Points; rows that do not fit are scrolled.
@@ -26,7 +29,7 @@ Item {
     property bool isKeyboardAwaited: false
 
     readonly property TodoListModel listModel: TodoListModel {
-        todos: root.board.todos
+        todos: root.todos
         listID: root.listID
         // A todo that is gone is not edited any more.
         onCountChanged: if (root.listModel.rowOf(root.editedTodoID) < 0)
@@ -35,8 +38,8 @@ Item {
     /// Whether a field is open, whose text must not get lost.
     readonly property bool isWriting: root.isEditorOpen || root.editedTodoID.length > 0
     readonly property bool isEditorOpen: root.isOwnEditorOpen
-                                         || root.board.todos.editorColumnID === root.listID
-    readonly property bool isUnified: root.listID === root.board.todos.unifiedListID
+                                         || root.todos.editorColumnID === root.listID
+    readonly property bool isUnified: root.listID === root.todos.unifiedListID
     readonly property real wantedHeight: Math.max(rows.contentHeight, empty.height)
                                          + (root.isEditorOpen ? Theme.todoHeight : 0)
 
@@ -60,7 +63,7 @@ Item {
             root.isOwnEditorOpen = false;
         // By now the store's editor may be another goal's.
         else if (root.isEditorOpen)
-            root.board.todos.cancelEditor();
+            root.todos.cancelEditor();
         if (isAwaited)
             root.keyboardReturned();
     }
@@ -70,7 +73,7 @@ Item {
     }
     /// A pooled list is in no window and takes no request.
     function takeRequest(): void {
-        if (root.Window.window !== null && root.board?.todos.takeEditorRequest(root.listID))
+        if (root.Window.window !== null && root.todos?.takeEditorRequest(root.listID))
             root.focusEditor();
     }
 
@@ -80,7 +83,7 @@ Item {
         root.isKeyboardAwaited = false
 
     Connections {
-        target: root.board.todos
+        target: root.todos
 
         function onEditorRequested(): void {
             root.takeRequest();
@@ -105,7 +108,7 @@ Item {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: root.isEditorOpen ? Theme.todoHeight : 0
         interactive: root.wantedHeight > root.maximumHeight
-        board: root.board
+        todos: root.todos
         dragSource: root.dragSource
         listModel: root.listModel
         editedTodoID: root.editedTodoID
@@ -133,7 +136,7 @@ Item {
         anchors.right: parent.right
         y: Math.min(rows.rowsHeight, rows.height)
         height: root.height + root.roomBelow - y
-        board: root.board
+        todos: root.todos
         dragSource: root.dragSource
         listID: root.listID
 
@@ -149,7 +152,7 @@ Item {
         width: parent.width
         height: visible ? Theme.todoHeight : 0
         leftPadding: Theme.columnTextX - Theme.small
-        text: root.board.copy.text(CopyKey.NoTodosYet)
+        text: ViewSettings.copy.text(CopyKey.NoTodosYet)
         color: Theme.secondaryText
         visible: root.listModel.count === 0
         Accessible.ignored: !visible
@@ -164,7 +167,7 @@ Item {
             anchors.left: root.left
             anchors.right: root.right
             anchors.bottom: root.bottom
-            board: root.board
+            todos: root.todos
             listID: root.listID
             onAdded: rows.reveal(root.listModel.count - 1)
             onClosed: returnsKeyboard => root.closeEditor(returnsKeyboard)

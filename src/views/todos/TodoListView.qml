@@ -2,14 +2,17 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
 
 /// The rows of a list of todos, scrolled where they do not fit. Has items only for the rows that
 /// show, and moves the focus on when the row that has it is removed.
 Flickable {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property TodoListModel listModel
     /// The todo whose title is edited; empty for none.
@@ -95,7 +98,7 @@ Flickable {
             TodoRow {
                 id: row
 
-                board: root.board
+                todos: root.todos
                 dragSource: root.dragSource
                 listID: root.listModel.listID
                 isEdited: root.editedTodoID === row.todoID
@@ -108,7 +111,7 @@ Flickable {
                 onEditEnded: if (row.isEdited)
                     root.editEnded()
                 onMoveRequested: isUp => {
-                    if (root.board.todos.moveInList(row.todoID, row.listID, isUp ? -1 : 1))
+                    if (root.todos.moveInList(row.todoID, row.listID, isUp ? -1 : 1))
                         root.revealTodo(row.todoID);
                 }
             }

@@ -1,13 +1,17 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
 
 /// The actions on a todo, opened from one of its rows.
 AppMenu {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
+    required property GoalController goals
 
     property string todoID
     property string columnID
@@ -36,10 +40,10 @@ AppMenu {
             root.row.takeKeyboard();
     }
 
-    title: root.board.copy.text(CopyKey.MoreTodoActions)
+    title: ViewSettings.copy.text(CopyKey.MoreTodoActions)
     onAboutToShow: {
-        up.enabled = root.board.todos.canMoveInList(root.todoID, root.listID, -1);
-        down.enabled = root.board.todos.canMoveInList(root.todoID, root.listID, 1);
+        up.enabled = root.todos.canMoveInList(root.todoID, root.listID, -1);
+        down.enabled = root.todos.canMoveInList(root.todoID, root.listID, 1);
         first.enabled = up.enabled;
         last.enabled = down.enabled;
         // One of the columns holds the todo already.
@@ -50,12 +54,12 @@ AppMenu {
         id: targets
 
         isWithinMenu: true
-        title: root.board.copy.text(CopyKey.MoveToGoal)
+        title: ViewSettings.copy.text(CopyKey.MoveToGoal)
 
         MoveTargetItems {
             id: items
 
-            board: root.board
+            goals: root.goals
             menu: targets
             delegate: AppMenuItem {
                 id: item
@@ -76,13 +80,13 @@ AppMenu {
                 implicitHeight: item.isElsewhere ? 30 : 0
                 onTriggered: {
                     root.returnKeyboard();
-                    root.board.todos.move(root.todoID, root.columnID, item.columnID);
+                    root.todos.move(root.todoID, root.columnID, item.columnID);
                 }
             }
         }
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.EditTodo)
+        text: ViewSettings.copy.text(CopyKey.EditTodo)
         symbol: "pencil"
         onTriggered: if (root.row?.todoID === root.todoID)
             root.row.edit(root.isByKeyboard)
@@ -91,40 +95,40 @@ AppMenu {
     AppMenuItem {
         id: up
 
-        text: root.board.copy.text(CopyKey.MoveTodoUp)
+        text: ViewSettings.copy.text(CopyKey.MoveTodoUp)
         symbol: "arrow-up"
-        onTriggered: root.board.todos.moveInList(root.todoID, root.listID, -1)
+        onTriggered: root.todos.moveInList(root.todoID, root.listID, -1)
     }
     AppMenuItem {
         id: down
 
-        text: root.board.copy.text(CopyKey.MoveTodoDown)
+        text: ViewSettings.copy.text(CopyKey.MoveTodoDown)
         symbol: "arrow-down"
-        onTriggered: root.board.todos.moveInList(root.todoID, root.listID, 1)
+        onTriggered: root.todos.moveInList(root.todoID, root.listID, 1)
     }
     AppMenuItem {
         id: first
 
-        text: root.board.copy.text(CopyKey.MoveToTop)
+        text: ViewSettings.copy.text(CopyKey.MoveToTop)
         symbol: "arrow-up-to-line"
-        onTriggered: root.board.todos.moveToEndOfList(root.todoID, root.listID, -1)
+        onTriggered: root.todos.moveToEndOfList(root.todoID, root.listID, -1)
     }
     AppMenuItem {
         id: last
 
-        text: root.board.copy.text(CopyKey.MoveToBottom)
+        text: ViewSettings.copy.text(CopyKey.MoveToBottom)
         symbol: "arrow-down-to-line"
-        onTriggered: root.board.todos.moveToEndOfList(root.todoID, root.listID, 1)
+        onTriggered: root.todos.moveToEndOfList(root.todoID, root.listID, 1)
     }
     AppMenuSeparator {}
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.DeleteTodo)
+        text: ViewSettings.copy.text(CopyKey.DeleteTodo)
         symbol: "trash-2"
         symbolColor: Theme.destructive
         foreground: Theme.destructive
         onTriggered: {
             root.returnKeyboard();
-            root.board.todos.remove(root.todoID, root.columnID);
+            root.todos.remove(root.todoID, root.columnID);
         }
     }
 }

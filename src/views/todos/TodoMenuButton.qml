@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// The button of a todo's menu. It covers the end of the title with the colour of the row, so that
 /// the title keeps its width when the button appears.

@@ -1,14 +1,16 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Todos
 
 /// A todo in a list: its face or, while its title is edited, a field; and the area where other
 /// todos are dropped.
 FocusScope {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property string listID
     required property string todoID
@@ -20,12 +22,12 @@ FocusScope {
     required property string goalTitle
     required property bool isEdited
 
-    readonly property bool isUnified: root.listID === root.board.todos.unifiedListID
+    readonly property bool isUnified: root.listID === root.todos.unifiedListID
     readonly property bool isHighlighted: !root.isUnified
-                                          && root.board.todos.highlightedTodoID === root.todoID
+                                          && root.todos.highlightedTodoID === root.todoID
     readonly property bool hasKeyboard: face.hasKeyboard
     /// Keeps the item for this todo, with what is typed.
-    readonly property bool isPinned: root.isEdited
+    WaterfallDelegate.isPinned: root.isEdited
 
     /// Whether the focus returns to the row when the edit ends, or after the menu.
     property bool isEditedByKeyboard: false
@@ -51,8 +53,8 @@ FocusScope {
     }
     /// A pooled row is in no window and takes no request.
     function takeRequest(): void {
-        if (root.Window.window !== null && root.board !== null && !root.isUnified
-                && root.board.todos.takeTodoRequest(root.todoID))
+        if (root.Window.window !== null && root.todos !== null && !root.isUnified
+                && root.todos.takeTodoRequest(root.todoID))
             root.takeKeyboard();
     }
 
@@ -62,7 +64,7 @@ FocusScope {
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
 
     Connections {
-        target: root.board.todos
+        target: root.todos
 
         function onTodoRequested(): void {
             root.takeRequest();
@@ -74,7 +76,7 @@ FocusScope {
         anchors.fill: parent
         visible: !root.isEdited
         focus: true
-        board: root.board
+        todos: root.todos
         dragSource: root.dragSource
         dropArea: rowDropArea
         todoID: root.todoID
@@ -100,7 +102,7 @@ FocusScope {
             anchors.left: root.left
             anchors.right: root.right
             anchors.verticalCenter: root.verticalCenter
-            board: root.board
+            todos: root.todos
             todoID: root.todoID
             columnID: root.columnID
             symbol: root.statusSymbol
@@ -113,7 +115,7 @@ FocusScope {
         id: rowDropArea
 
         anchors.fill: parent
-        board: root.board
+        todos: root.todos
         dragSource: root.dragSource
         listID: root.listID
         todoID: root.todoID

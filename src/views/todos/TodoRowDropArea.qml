@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Todos
 
 /// Accepts todos that are dragged onto a row of their list: they move before the row's todo or, on
 /// the lower half of the last row, behind it, as nothing else leads to the end of a list. Anything
@@ -9,7 +10,7 @@ import Kelpa
 DropArea {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property string listID
     required property string todoID
@@ -24,20 +25,20 @@ DropArea {
     function updatePlace(text: string, y: real): void {
         root.isBehind = root.isLastRow && y >= root.height / 2;
         root.isWelcoming = root.isBehind
-                ? root.board.todos.drops.wouldMoveAtEnd(text, root.listID)
-                : root.board.todos.drops.wouldMoveOnRow(text, root.todoID);
+                ? root.todos.drops.wouldMoveAtEnd(text, root.listID)
+                : root.todos.drops.wouldMoveOnRow(text, root.todoID);
     }
 
     keys: ["text/plain"]
     onEntered: drag => {
         root.answer = !root.dragSource.isDragging ? TodoDrops.PassOn
-                : root.board.todos.drops.answerOnRow(drag.text, root.listID, root.todoID);
+                : root.todos.drops.answerOnRow(drag.text, root.listID, root.todoID);
         drag.accepted = root.answer === TodoDrops.Accept;
         if (root.answer === TodoDrops.Refuse)
             drag.accept(Qt.IgnoreAction);
         if (root.answer !== TodoDrops.Accept)
             return;
-        root.isLastRow = !root.board.todos.canMoveInList(root.todoID, root.listID, 1);
+        root.isLastRow = !root.todos.canMoveInList(root.todoID, root.listID, 1);
         root.updatePlace(drag.text, drag.y);
     }
     // Every move is accepted by default.
@@ -52,7 +53,7 @@ DropArea {
         root.isWelcoming = false;
         drop.accepted = root.dragSource.isDragging
                 && (root.isBehind
-                    ? root.board.todos.drops.dropAtEnd(drop.text, root.listID)
-                    : root.board.todos.drops.dropOnRow(drop.text, root.listID, root.todoID));
+                    ? root.todos.drops.dropAtEnd(drop.text, root.listID)
+                    : root.todos.drops.dropOnRow(drop.text, root.listID, root.todoID));
     }
 }

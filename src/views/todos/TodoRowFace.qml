@@ -1,14 +1,17 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
 
 /// The row of a todo while its title is not edited: status button, title, buttons and handle. A
 /// click on the title edits it, a drag moves the todo, and `TodoRowKeys` says what its keys do.
 FocusableItem {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
     required property TodoRowDropArea dropArea
     required property string todoID
@@ -43,7 +46,7 @@ FocusableItem {
             root.menuRequested(true, Qt.point(Theme.huge, root.height - Theme.tiny));
             break;
         case TodoRowKeys.Delete:
-            root.board.todos.remove(root.todoID, root.columnID);
+            root.todos.remove(root.todoID, root.columnID);
             break;
         case TodoRowKeys.MoveUp:
         case TodoRowKeys.MoveDown:
@@ -56,7 +59,7 @@ FocusableItem {
     Accessible.ignored: !visible
     Accessible.name: root.title
     Accessible.description: root.isUnified
-            ? root.goalTitle : root.board.copy.statusName(root.status)
+            ? root.goalTitle : ViewSettings.copy.statusName(root.status)
     Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isHighlighted
@@ -93,7 +96,7 @@ FocusableItem {
         dragSource: root.dragSource
         picture: root
         isHeldBeside: true
-        text: root.board.todos.dragText(root.todoID, root.columnID)
+        text: root.todos.dragText(root.todoID, root.columnID)
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         cursorShape: Qt.IBeamCursor
         onClicked: mouse => {
@@ -110,9 +113,9 @@ FocusableItem {
         symbol: root.statusSymbol
         size: 28
         color: root.isDone ? Theme.done : Theme.secondaryText
-        text: root.board.copy.statusAccessibilityLabel(root.status)
-        help: root.board.copy.statusHelp(root.status)
-        onClicked: root.board.todos.toggle(root.todoID, root.columnID)
+        text: ViewSettings.copy.statusAccessibilityLabel(root.status)
+        help: ViewSettings.copy.statusHelp(root.status)
+        onClicked: root.todos.toggle(root.todoID, root.columnID)
     }
     TodoRowTexts {
         id: texts
@@ -132,7 +135,7 @@ FocusableItem {
         anchors.right: root.goButton !== null ? root.goButton.left : handle.left
         anchors.verticalCenter: parent.verticalCenter
         ground: Qt.tint(Theme.column, rowGround.color)
-        text: root.board.copy.text(CopyKey.MoreTodoActions)
+        text: ViewSettings.copy.text(CopyKey.MoreTodoActions)
         isShown: (hover.hovered || root.hasKeyboard) && !root.isDragged
         onClicked: root.menuRequested(menuButton.visualFocus,
                                       Qt.point(menuButton.x, root.height - Theme.tiny))
@@ -147,8 +150,8 @@ FocusableItem {
             symbol: "arrow-right"
             size: 28
             symbolSize: 14
-            text: root.board.copy.text(CopyKey.GoToTodoInGoal)
-            onClicked: root.board.todos.goToTodo(root.todoID, root.columnID, goButton.visualFocus)
+            text: ViewSettings.copy.text(CopyKey.GoToTodoInGoal)
+            onClicked: root.todos.goToTodo(root.todoID, root.columnID, goButton.visualFocus)
         }
         onItemAdded: (index, item) => root.goButton = item as IconButton
         onItemRemoved: root.goButton = null
@@ -158,7 +161,7 @@ FocusableItem {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        board: root.board
+        todos: root.todos
         dragSource: root.dragSource
         todoID: root.todoID
         columnID: root.columnID

@@ -45,8 +45,7 @@ QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goa
                                     const QList<TodoItem>& unassigned,
                                     const QString& unassignedTitle);
 
-/// The names of the symbols that show a status and a priority.
+/// The name of the symbol that shows a status.
 QString statusSymbol(TodoStatus status);
-QString prioritySymbol(GoalPriority priority);
 
 } // namespace kelpa

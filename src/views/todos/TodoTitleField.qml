@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
 
 /// The field in which the title of a todo is edited. `ended` follows Return, Escape and the button,
 /// `abandoned` a loss of the focus; only Escape and the button discard the text.
@@ -17,25 +17,25 @@ TodoField {
     signal ended
 
     function readTitle(): void {
-        root.storedTitle = root.board.todos.title(root.todoID, root.columnID);
+        root.storedTitle = root.todos.title(root.todoID, root.columnID);
         root.text = root.storedTitle;
     }
 
-    label: root.board.copy.text(CopyKey.EditTodo)
+    label: ViewSettings.copy.text(CopyKey.EditTodo)
     Component.onCompleted: root.readTitle()
     onCommitted: title => {
-        root.board.todos.rename(root.todoID, root.columnID, title);
+        root.todos.rename(root.todoID, root.columnID, title);
         root.ended();
     }
     onCancelled: root.ended()
     // A text that nobody typed may be outdated: an undo can change the title meanwhile.
     onAbandoned: {
-        if (root.text !== root.storedTitle && root.board.todos.isTitle(root.text))
-            root.board.todos.rename(root.todoID, root.columnID, root.text);
+        if (root.text !== root.storedTitle && root.todos.isTitle(root.text))
+            root.todos.rename(root.todoID, root.columnID, root.text);
     }
 
     Connections {
-        target: root.board.todos
+        target: root.todos
 
         function onEntriesChanged(): void {
             if (root.text === root.storedTitle)

@@ -1,24 +1,25 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
 
 /// The list of the whole board: the open todos of all goals and the unassigned ones.
 Item {
     id: root
 
-    required property BoardController board
+    required property TodoController todos
     required property BoardDragSource dragSource
 
-    /// The item that the focus follows while the column is selected.
-    function selectedPart(): Item {
-        return root;
-    }
+    /// The focus goes on from here to what is selected next.
+    readonly property bool yieldsFocus: true
 
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
 
     /// Keeps the item, with what is typed.
-    readonly property bool isPinned: list.isWriting
+    WaterfallDelegate.isPinned: list.isWriting
 
     // As high as its todos, up to the height of two goals' cards one above the other.
     implicitHeight: Math.max(Theme.collapsedCardHeight,
@@ -26,23 +27,23 @@ Item {
                                       2 * Theme.collapsedCardHeight + Theme.targetSpacing))
     height: implicitHeight
     Accessible.role: Accessible.List
-    Accessible.name: root.board.copy.text(CopyKey.AllTodos)
-    Accessible.description: root.board.copy.text(CopyKey.AllTodosSubtitle)
+    Accessible.name: ViewSettings.copy.text(CopyKey.AllTodos)
+    Accessible.description: ViewSettings.copy.text(CopyKey.AllTodosSubtitle)
     Accessible.focusable: true
     Accessible.selectable: true
-    Accessible.selected: root.board.todos.isUnifiedSelected
+    Accessible.selected: root.todos.isUnifiedSelected
 
-    Accessible.onPressAction: root.board.todos.goToColumn(root.board.todos.unifiedListID)
+    Accessible.onPressAction: root.todos.goToUnified()
 
     MouseArea {
         anchors.fill: parent
-        onClicked: root.board.todos.goToColumn(root.board.todos.unifiedListID)
+        onClicked: root.todos.goToUnified()
     }
     Rectangle {
         anchors.fill: parent
         radius: Theme.columnRadius
         color: Theme.column
-        border.width: root.board.todos.isUnifiedSelected ? 2 : 0
+        border.width: root.todos.isUnifiedSelected ? 2 : 0
         border.color: Theme.focus
     }
     Item {
@@ -68,7 +69,7 @@ Item {
             anchors.leftMargin: Theme.columnTextX - header.x
             anchors.right: addButton.left
             anchors.verticalCenter: parent.verticalCenter
-            text: root.board.copy.text(CopyKey.AllTodos)
+            text: ViewSettings.copy.text(CopyKey.AllTodos)
             font: Theme.bodyStrong
             Accessible.ignored: !visible
             Accessible.role: Accessible.Heading
@@ -79,7 +80,7 @@ Item {
             anchors.right: parent.right
             anchors.top: titleText.bottom
             anchors.topMargin: 1
-            text: root.board.copy.text(CopyKey.AllTodosSubtitle)
+            text: ViewSettings.copy.text(CopyKey.AllTodosSubtitle)
             font: Theme.caption
             color: Theme.secondaryText
         }
@@ -90,7 +91,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "lightbulb-plus"
             size: 28
-            text: root.board.copy.text(CopyKey.AddTodo)
+            text: ViewSettings.copy.text(CopyKey.AddTodo)
             onClicked: list.openEditor(addButton.visualFocus)
         }
     }
@@ -104,9 +105,9 @@ Item {
         y: Theme.columnListY
         height: implicitHeight
         maximumHeight: 2 * Theme.collapsedCardHeight + Theme.targetSpacing - y - Theme.medium
-        board: root.board
+        todos: root.todos
         dragSource: root.dragSource
-        listID: root.board.todos.unifiedListID
+        listID: root.todos.unifiedListID
         roomBelow: root.height - y - height
         onMenuRequested: (todoID, columnID, row, position) => {
             root.todoMenuRequested(todoID, columnID, row, position);

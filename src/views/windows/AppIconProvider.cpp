@@ -63,7 +63,7 @@ public:
     }
 
 private:
-    /// Recursive, since who is told that it is finished may ask for the picture at once.
+    /// Recursive, since the receiver of `finished` may ask for the picture at once.
     mutable QRecursiveMutex m_mutex;
     QQuickImageResponse* m_response;
     bool m_isCancelled = false;

@@ -1,7 +1,8 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// A small round button in a corner of a card; muted until the card has the pointer or the keyboard.
 PressButton {

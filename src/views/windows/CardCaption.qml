@@ -2,7 +2,8 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Window
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
 
 /// Whose window a card shows, and its title.
 Item {

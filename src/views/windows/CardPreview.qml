@@ -1,13 +1,15 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Windows
 
 /// The picture of a card's window or, without one, why there is none.
 Item {
     id: root
 
-    required property BoardController board
+    required property WindowController windows
     required property real windowID
     required property real revision
     required property string message
@@ -35,13 +37,13 @@ Item {
         width: Theme.previewSize.width
         height: Theme.previewSize.height
         radius: ground.radius
-        board: root.board
+        windows: root.windows
         windowID: root.windowID
         revision: root.revision
         visible: root.revision !== 0
         Accessible.role: Accessible.Graphic
         Accessible.ignored: !visible
-        Accessible.name: root.board.copy.text(CopyKey.WindowPreview)
+        Accessible.name: ViewSettings.copy.text(CopyKey.WindowPreview)
     }
     // A white window would have no edge on the card.
     Rectangle {

@@ -7,8 +7,8 @@ namespace kelpa {
 
 class WindowStore;
 
-/// Draws nothing: it stands in the window to hear of the screen's pixels, which change when the
-/// window goes to another screen or the desktop's scale is set. Main thread.
+/// Draws nothing: it is an item of the window to be notified of the device pixel ratio, which
+/// changes when the window goes to another screen or the desktop's scale is set. Main thread.
 class PreviewResolution : public QQuickItem
 {
 public:

@@ -1,7 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Windows
 
 /// A window of another application. A click switches to it; it can be dragged to another column, or
 /// moved by its menu. The Tab key selects it; Return is its own only then, and not where the arrow
@@ -9,7 +12,7 @@ import Kelpa
 FocusableItem {
     id: root
 
-    required property BoardController board
+    required property WindowController windows
     required property BoardDragSource dragSource
     required property real windowID
     required property string ownerName
@@ -23,8 +26,10 @@ FocusableItem {
     required property string previewMessage
 
     readonly property bool isRaised: hover.hovered || root.isSelected
+    /// The focus goes on from here to what is selected next.
+    readonly property bool yieldsFocus: true
     readonly property bool isPointedAt: root.isRaised || root.activeFocus
-    readonly property string help: root.board.copy.text(CopyKey.WindowCardHelp)
+    readonly property string help: ViewSettings.copy.text(CopyKey.WindowCardHelp)
 
     /// Whether the pointer is not on its way over the card: what its tip says is soon known, and it lies
     /// over other cards.
@@ -35,16 +40,16 @@ FocusableItem {
     implicitHeight: Theme.windowCardHeight
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
-    Accessible.name: root.board.copy.windowName(root.ownerName, root.title)
+    Accessible.name: ViewSettings.copy.windowName(root.ownerName, root.title)
     // What the sign in the caption shows, for those who do not see it.
     Accessible.description: root.isMinimized
-            ? root.help + "\n" + root.board.copy.text(CopyKey.PreviewMinimized) : root.help
+            ? root.help + "\n" + ViewSettings.copy.text(CopyKey.PreviewMinimized) : root.help
     Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.switchToWindow()
     onVisualFocusChanged: if (root.visualFocus)
-        root.board.selectWindow(root.windowID)
+        root.windows.selectWindow(root.windowID)
     Keys.onReturnPressed: event => event.accepted = root.takeReturn(event)
     Keys.onEnterPressed: event => event.accepted = root.takeReturn(event)
     Keys.onMenuPressed: root.openMenu()
@@ -55,7 +60,7 @@ FocusableItem {
     }
 
     function switchToWindow(): void {
-        root.board.focusWindow(root.windowID);
+        root.windows.focusWindow(root.windowID);
     }
 
     function takeReturn(event: KeyEvent): bool {
@@ -136,7 +141,7 @@ FocusableItem {
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.margins: Theme.small
-            board: root.board
+            windows: root.windows
             windowID: root.windowID
             revision: root.previewRevision
             message: root.previewMessage
@@ -169,7 +174,7 @@ FocusableItem {
         anchors.fill: parent
         dragSource: root.dragSource
         picture: face
-        text: root.board.windowDragText(root.windowID)
+        text: root.windows.windowDragText(root.windowID)
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onPressed: tip.dismiss()
         onClicked: mouse => {
@@ -188,7 +193,7 @@ FocusableItem {
         anchors.margins: Theme.tiny
         symbol: "ellipsis"
         isMuted: !root.isPointedAt
-        text: root.board.copy.text(CopyKey.MoveToGoal)
+        text: ViewSettings.copy.text(CopyKey.MoveToGoal)
         Accessible.role: Accessible.ButtonMenu
         onClicked: root.menuRequested(root, Qt.point(x, y + height + Theme.tiny))
     }
@@ -202,8 +207,8 @@ FocusableItem {
         isMuted: !root.isPointedAt
         hoveredGround: Theme.closing
         hoveredColor: Theme.textOnAccent
-        text: root.board.copy.text(CopyKey.CloseAppProcess)
-        onClicked: root.board.closeWindowProcess(root.windowID)
+        text: ViewSettings.copy.text(CopyKey.CloseAppProcess)
+        onClicked: root.windows.closeWindowProcess(root.windowID)
     }
     FocusRing {
         radius: Theme.cardRadius + 2

@@ -5,7 +5,7 @@ namespace kelpa {
 namespace {
 
 enum Role {
-    isMinimizedRole = firstRoleBesideFaces,
+    isMinimizedRole = firstRoleBesidePresentation,
     isOnScreenRole,
     isSelectedRole,
 };
@@ -25,13 +25,13 @@ QVariant WindowListModel::data(const QModelIndex& index, int role) const
     case isSelectedRole:
         return row.isSelected;
     default:
-        return windowFaceValue(row.face, role);
+        return presentationValue(row.presentation, role);
     }
 }
 
 QHash<int, QByteArray> WindowListModel::roleNames() const
 {
-    QHash<int, QByteArray> names = windowFaceRoleNames();
+    QHash<int, QByteArray> names = presentationRoleNames();
     names.insert(isMinimizedRole, QByteArrayLiteral("isMinimized"));
     names.insert(isOnScreenRole, QByteArrayLiteral("isOnScreen"));
     names.insert(isSelectedRole, QByteArrayLiteral("isSelected"));
@@ -39,12 +39,13 @@ QHash<int, QByteArray> WindowListModel::roleNames() const
 }
 
 void WindowListModel::setWindows(const QList<WindowItem>& windows, std::optional<WindowID> selected,
-                                 const FaceOf& faceOf)
+                                 const PresentationOf& presentationOf)
 {
     QList<WindowRow> rows;
     rows.reserve(windows.size());
     for (const WindowItem& window : windows)
-        rows.append({faceOf(window), window.isMinimized, window.isOnScreen, window.id == selected});
+        rows.append(
+            {presentationOf(window), window.isMinimized, window.isOnScreen, window.id == selected});
     setRows(rows);
 }
 

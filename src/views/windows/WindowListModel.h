@@ -15,12 +15,12 @@ namespace kelpa {
 /// What a card shows of a window.
 struct WindowRow
 {
-    WindowPresentation face;
+    WindowPresentation presentation;
     bool isMinimized = false;
     bool isOnScreen = false;
     bool isSelected = false;
 
-    WindowID key() const { return face.id; }
+    WindowID key() const { return presentation.id; }
 
     friend bool operator==(const WindowRow&, const WindowRow&) = default;
 };
@@ -37,11 +37,11 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    using FaceOf = std::function<WindowPresentation(const WindowItem& window)>;
+    using PresentationOf = std::function<WindowPresentation(const WindowItem& window)>;
 
     /// In the order of `windows`. `selected` is the window that the keyboard has selected, if any.
     void setWindows(const QList<WindowItem>& windows, std::optional<WindowID> selected,
-                    const FaceOf& faceOf);
+                    const PresentationOf& presentationOf);
 };
 
 } // namespace kelpa

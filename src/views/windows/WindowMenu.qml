@@ -2,13 +2,17 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Windows
 
 /// Moves a window to another column, or to a new goal.
 AppMenu {
     id: root
 
-    required property BoardController board
+    required property WindowController windows
+    required property GoalController goals
 
     property real windowID
     property string columnID
@@ -22,15 +26,15 @@ AppMenu {
         root.popup(owner, position.x, position.y);
     }
 
-    title: root.board.copy.text(CopyKey.MoveToGoal)
+    title: ViewSettings.copy.text(CopyKey.MoveToGoal)
 
     readonly property NewGoalSheet newGoalSheet: NewGoalSheet {
         id: sheet
 
         property real windowID
 
-        board: root.board
-        onConfirmed: title => root.board.createGoalForWindow(title, sheet.windowID)
+        goals: root.goals
+        onConfirmed: title => root.windows.createGoalForWindow(title, sheet.windowID)
     }
 
     T.MenuItem {
@@ -53,7 +57,7 @@ AppMenu {
     MoveTargetItems {
         id: targets
 
-        board: root.board
+        goals: root.goals
         menu: root
         // Below the heading.
         place: 1
@@ -72,11 +76,11 @@ AppMenu {
             symbolColor: item.isUnassigned ? Theme.secondaryText : Theme.accentColor(item.accent)
             isChoice: true
             isChosen: item.isCurrent
-            onTriggered: root.board.moveWindow(root.windowID, item.columnID)
+            onTriggered: root.windows.moveWindow(root.windowID, item.columnID)
         }
     }
     AppMenuItem {
-        text: root.board.copy.text(CopyKey.NewGoal)
+        text: ViewSettings.copy.text(CopyKey.NewGoal)
         symbol: "plus"
         onTriggered: {
             sheet.windowID = root.windowID;

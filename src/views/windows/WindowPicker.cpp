@@ -13,7 +13,7 @@ namespace kelpa {
 namespace {
 
 enum Role {
-    locationRole = firstRoleBesideFaces,
+    locationRole = firstRoleBesidePresentation,
     isInGoalRole,
     isChosenRole,
 };
@@ -33,13 +33,13 @@ QVariant PickerRowModel::data(const QModelIndex& index, int role) const
     case isChosenRole:
         return row.isChosen;
     default:
-        return windowFaceValue(row.face, role);
+        return presentationValue(row.presentation, role);
     }
 }
 
 QHash<int, QByteArray> PickerRowModel::roleNames() const
 {
-    QHash<int, QByteArray> names = windowFaceRoleNames();
+    QHash<int, QByteArray> names = presentationRoleNames();
     names.insert(locationRole, QByteArrayLiteral("location"));
     names.insert(isInGoalRole, QByteArrayLiteral("isInGoal"));
     names.insert(isChosenRole, QByteArrayLiteral("isChosen"));
@@ -162,7 +162,7 @@ void WindowPicker::update(Order order)
         const QString location =
             isInGoal ? KelpaCopy::text(CopyKey::AlreadyInGoal, language)
                      : KelpaCopy::currentWindowLocation(titles.of(window), language);
-        rows.append({windowFace(m_store, window), singleLine(location), isInGoal,
+        rows.append({windowPresentation(m_store, window), singleLine(location), isInGoal,
                      m_selection.chosen.contains(window.id)});
     }
     m_rows.setRows(rows);

@@ -27,13 +27,13 @@ struct GoalWindowPickerRequest
 /// What the sheet shows of a window.
 struct PickerRow
 {
-    WindowPresentation face;
+    WindowPresentation presentation;
     QString location;
     /// In the goal already, so that it cannot be chosen.
     bool isInGoal = false;
     bool isChosen = false;
 
-    WindowID key() const { return face.id; }
+    WindowID key() const { return presentation.id; }
 
     friend bool operator==(const PickerRow&, const PickerRow&) = default;
 };
@@ -65,7 +65,7 @@ class WindowPicker : public QObject
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     /// How many windows a confirmation would move.
     Q_PROPERTY(int chosenCount READ chosenCount NOTIFY selectionChanged)
-    /// Also while all that was chosen is gone, which the person is told when confirming it.
+    /// Also while all chosen windows are gone, which confirming reports.
     Q_PROPERTY(bool canConfirm READ canConfirm NOTIFY selectionChanged)
     /// Whether the last confirmation was refused.
     Q_PROPERTY(bool isRefused READ isRefused NOTIFY selectionChanged)
@@ -94,8 +94,8 @@ public:
     Q_INVOKABLE void close();
     /// Chooses the window, or leaves it out again; one that is in the goal already stays.
     Q_INVOKABLE void toggle(quint32 windowID);
-    /// Moves the chosen windows and closes; stays open, and tells so, when that is refused. Does
-    /// nothing while nothing is chosen.
+    /// Moves the chosen windows and closes; stays open, with `isRefused`, when that is refused.
+    /// Does nothing while nothing is chosen.
     Q_INVOKABLE void confirm();
 
 Q_SIGNALS:
@@ -118,7 +118,7 @@ private:
     QString m_goalTitle;
     QString m_searchText;
     WindowSelection m_selection;
-    /// What is moved now is still shown as it was chosen.
+    /// Windows that are being moved are still shown as chosen.
     bool m_isConfirming = false;
     int m_chosenCount = 0;
     /// Those of the rows.

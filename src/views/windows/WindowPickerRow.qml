@@ -1,13 +1,15 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Windows
 
 /// A window that can be chosen, or that is in the goal already. A click chooses it.
 Item {
     id: root
 
-    required property BoardController board
+    required property WindowController windows
     required property real windowID
     required property string ownerName
     required property string title
@@ -17,12 +19,12 @@ Item {
     required property real previewRevision
 
     function toggle(): void {
-        root.board.windowPicker.toggle(root.windowID);
+        root.windows.picker.toggle(root.windowID);
     }
 
     implicitHeight: 62
     Accessible.role: Accessible.CheckBox
-    Accessible.name: root.board.copy.windowName(root.ownerName, root.title)
+    Accessible.name: ViewSettings.copy.windowName(root.ownerName, root.title)
     Accessible.description: root.location
     Accessible.focusable: true
     Accessible.checkable: !root.isInGoal
@@ -68,7 +70,7 @@ Item {
         WindowPreview {
             anchors.fill: parent
             radius: parent.radius
-            board: root.board
+            windows: root.windows
             windowID: root.windowID
             revision: root.previewRevision
             visible: root.previewRevision !== 0

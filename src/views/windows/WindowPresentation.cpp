@@ -18,7 +18,7 @@ enum Role {
     previewMessageRole,
     endOfRoles,
 };
-static_assert(endOfRoles <= firstRoleBesideFaces);
+static_assert(endOfRoles <= firstRoleBesidePresentation);
 
 } // namespace
 
@@ -28,45 +28,45 @@ QString shownWindowTitle(const QString& title, AppLanguage language)
     return trimmed.isEmpty() ? KelpaCopy::text(CopyKey::Window, language) : singleLine(trimmed);
 }
 
-WindowPresentation windowFace(const WindowStore& store, const WindowItem& window)
+WindowPresentation windowPresentation(const WindowStore& store, const WindowItem& window)
 {
-    WindowPresentation face;
-    face.id = window.id;
-    face.ownerName = singleLine(window.ownerName);
-    face.title = shownWindowTitle(window.title, store.language());
-    face.applicationID = window.bundleIdentifier.value_or(QString());
-    face.iconRevision = window.iconRevision;
+    WindowPresentation presentation;
+    presentation.id = window.id;
+    presentation.ownerName = singleLine(window.ownerName);
+    presentation.title = shownWindowTitle(window.title, store.language());
+    presentation.applicationID = window.bundleIdentifier.value_or(QString());
+    presentation.iconRevision = window.iconRevision;
     const auto preview = store.previews().constFind(window.id);
     if (preview != store.previews().constEnd())
-        face.previewRevision = preview->image.cacheKey();
+        presentation.previewRevision = preview->image.cacheKey();
     else
-        face.previewMessage = store.previewMessage(window).value_or(QString());
-    return face;
+        presentation.previewMessage = store.previewMessage(window).value_or(QString());
+    return presentation;
 }
 
-QVariant windowFaceValue(const WindowPresentation& face, int role)
+QVariant presentationValue(const WindowPresentation& presentation, int role)
 {
     switch (role) {
     case windowIDRole:
-        return face.id;
+        return presentation.id;
     case ownerNameRole:
-        return face.ownerName;
+        return presentation.ownerName;
     case titleRole:
-        return face.title;
+        return presentation.title;
     case applicationIDRole:
-        return face.applicationID;
+        return presentation.applicationID;
     case iconRevisionRole:
-        return face.iconRevision;
+        return presentation.iconRevision;
     case previewRevisionRole:
-        return face.previewRevision;
+        return presentation.previewRevision;
     case previewMessageRole:
-        return face.previewMessage;
+        return presentation.previewMessage;
     default:
         return {};
     }
 }
 
-QHash<int, QByteArray> windowFaceRoleNames()
+QHash<int, QByteArray> presentationRoleNames()
 {
     return {{windowIDRole, "windowID"},
             {ownerNameRole, "ownerName"},

@@ -36,13 +36,13 @@ struct WindowPresentation
 QString shownWindowTitle(const QString& title, AppLanguage language);
 
 /// Of `window` as `store` has it now.
-WindowPresentation windowFace(const WindowStore& store, const WindowItem& window);
+WindowPresentation windowPresentation(const WindowStore& store, const WindowItem& window);
 
-/// Where the roles of a model of windows start that are none of their faces'.
-inline constexpr int firstRoleBesideFaces = Qt::UserRole + 100;
+/// The first role of a model of windows that is not one of their presentation.
+inline constexpr int firstRoleBesidePresentation = Qt::UserRole + 100;
 
 /// An invalid value for any other role.
-QVariant windowFaceValue(const WindowPresentation& face, int role);
-QHash<int, QByteArray> windowFaceRoleNames();
+QVariant presentationValue(const WindowPresentation& presentation, int role);
+QHash<int, QByteArray> presentationRoleNames();
 
 } // namespace kelpa

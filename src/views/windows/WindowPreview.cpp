@@ -28,12 +28,12 @@ WindowPreview::WindowPreview(QQuickItem* parent) : QQuickItem(parent)
     setFlag(ItemHasContents);
 }
 
-void WindowPreview::setBoard(BoardController* board)
+void WindowPreview::setWindows(WindowController* windows)
 {
-    if (board == m_board)
+    if (windows == m_windows)
         return;
-    m_board = board;
-    Q_EMIT boardChanged();
+    m_windows = windows;
+    Q_EMIT windowsChanged();
     update();
 }
 
@@ -65,13 +65,13 @@ void WindowPreview::setRadius(qreal radius)
     update();
 }
 
-// The main thread waits meanwhile, so the board can be read.
+// The main thread waits meanwhile, so the store can be read.
 QSGNode* WindowPreview::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
 {
     const qreal ratio = window()->effectiveDevicePixelRatio();
     const QSize pixels = (size() * ratio).toSize();
-    const QImage image = m_board != nullptr && isVisible() && !pixels.isEmpty()
-                             ? m_board->preview(m_windowID)
+    const QImage image = m_windows != nullptr && isVisible() && !pixels.isEmpty()
+                             ? m_windows->preview(m_windowID)
                              : QImage();
     const QImage picture =
         image.isNull() ? QImage() : roundedPicture(image, pixels, m_radius * ratio);

@@ -1,7 +1,7 @@
 // Draws the latest picture of a window.
 #pragma once
 
-#include "views/board/BoardController.h"
+#include "views/windows/WindowController.h"
 
 #include <QImage>
 #include <QPointer>
@@ -13,15 +13,16 @@ namespace kelpa {
 /// `image`, stretched to `size` pixels, with round corners of `radius` pixels.
 QImage roundedPicture(const QImage& image, QSize size, qreal radius);
 
-/// Stretches the picture to the item. It holds no picture of its own: what the graphics device gets
-/// is as large as the item, is made when `revision` changes, and is let go of while the item is not
-/// to be seen. Main thread.
+/// Stretches the picture to the item. It holds no picture of its own: the texture is as large as
+/// the item, is made when `revision` changes, and is released while the item is not visible. Main
+/// thread.
 class WindowPreview : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
 
-    Q_PROPERTY(kelpa::BoardController* board READ board WRITE setBoard NOTIFY boardChanged REQUIRED)
+    Q_PROPERTY(kelpa::WindowController* windows READ windows WRITE setWindows NOTIFY windowsChanged
+                   REQUIRED)
     Q_PROPERTY(double windowID READ windowID WRITE setWindowID NOTIFY windowIDChanged REQUIRED)
     Q_PROPERTY(double revision READ revision WRITE setRevision NOTIFY revisionChanged REQUIRED)
     Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
@@ -29,8 +30,8 @@ class WindowPreview : public QQuickItem
 public:
     explicit WindowPreview(QQuickItem* parent = nullptr);
 
-    BoardController* board() const { return m_board; }
-    void setBoard(BoardController* board);
+    WindowController* windows() const { return m_windows; }
+    void setWindows(WindowController* windows);
     /// As QML's numbers are, of which `int` is too small for a window's.
     double windowID() const { return m_windowID; }
     void setWindowID(double windowID);
@@ -42,7 +43,7 @@ public:
     void setRadius(qreal radius);
 
 Q_SIGNALS:
-    void boardChanged();
+    void windowsChanged();
     void windowIDChanged();
     void revisionChanged();
     void radiusChanged();
@@ -52,7 +53,7 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 private:
-    QPointer<BoardController> m_board;
+    QPointer<WindowController> m_windows;
     WindowID m_windowID = 0;
     double m_revision = 0;
     qreal m_radius = 0;

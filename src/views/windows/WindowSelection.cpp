@@ -105,7 +105,7 @@ QList<WindowItem> inShownOrder(const QList<WindowItem>& windows, const QList<Win
             return windows;
         result.append(*now);
     }
-    // What is new comes to stand behind what comes before it now.
+    // A new window is inserted behind the one that is before it now.
     auto place = result.begin();
     for (const WindowItem& window : windows) {
         const auto kept = std::ranges::find(result, window.id, &WindowItem::id);

@@ -37,10 +37,9 @@ QList<WindowItem> windowsToSelect(const QList<WindowItem>& windows, GoalID targe
                                   const LocationTitles& titles, const QString& searchText,
                                   const QLocale& locale);
 
-/// `windows` with those that `shown` holds, too, in the order of that: a row that is being aimed at
-/// is not to jump because a title somewhere changes, or a window comes or goes. What is new stands
-/// behind what comes before it in `windows`. All of them as they are when one that was shown has
-/// gone to another goal.
+/// `windows`, in the order of `shown` where both contain a window: a row that a person aims at does
+/// not move because a title changes or a window comes or goes. A new window follows the one before
+/// it in `windows`. The order of `windows` when a shown window has gone to another goal.
 QList<WindowItem> inShownOrder(const QList<WindowItem>& windows, const QList<WindowItem>& shown);
 
 /// The windows that are chosen in the sheet. A window that has vanished stays chosen until the

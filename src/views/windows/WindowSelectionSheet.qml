@@ -2,16 +2,18 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Windows
 
 /// Chooses several windows and moves them into one goal. It shows while the board's window picker
 /// is open.
 Sheet {
     id: root
 
-    required property BoardController board
+    required property WindowController windows
 
-    readonly property WindowPicker picker: root.board.windowPicker
+    readonly property WindowPicker picker: root.windows.picker
     /// Points; the sheet keeps its height while a search narrows the list.
     property real listHeight: 0
 
@@ -37,7 +39,7 @@ Sheet {
         list.forceActiveFocus();
     }
 
-    title: root.board.copy.selectWindowsTitle(root.picker.goalTitle)
+    title: ViewSettings.copy.selectWindowsTitle(root.picker.goalTitle)
     height: Math.min(560, implicitHeight, parent ? parent.height - 2 * Theme.large : 560)
     contentHeight: heading.height + list.anchors.topMargin + root.listHeight
                    + footer.anchors.topMargin + footer.height
@@ -49,7 +51,7 @@ Sheet {
         function onRequestChanged(): void {
             root.followRequest();
         }
-        // What is found first is what the keyboard goes on to.
+        // The keyboard goes on to the first match.
         function onSearchTextChanged(): void {
             root.beginList();
         }
@@ -76,7 +78,7 @@ Sheet {
             }
             AppText {
                 width: parent.width
-                text: root.board.copy.text(CopyKey.SelectWindowsText)
+                text: ViewSettings.copy.text(CopyKey.SelectWindowsText)
                 color: Theme.secondaryText
                 wrapMode: Text.Wrap
                 bottomPadding: Theme.tiny
@@ -88,10 +90,9 @@ Sheet {
                 id: search
 
                 width: parent.width
-                board: root.board
-                label: root.board.copy.text(CopyKey.SearchWindowsOrApps)
-                placeholderText: root.board.copy.text(CopyKey.SearchWindowsOrApps)
-                clearLabel: root.board.copy.text(CopyKey.ClearSearch)
+                label: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
+                placeholderText: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
+                clearLabel: ViewSettings.copy.text(CopyKey.ClearSearch)
                 text: root.picker.searchText
                 onTextChanged: root.picker.searchText = text
                 // Whoever searched goes on to what was found: it was not the last word.
@@ -128,7 +129,7 @@ Sheet {
                 if (event.key === Qt.Key_Space && list.currentItem !== null)
                     event.isAutoRepeat || (list.currentItem as WindowPickerRow).toggle();
                 else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-                    // One that is held has led here from the search.
+                    // A held Return key has led here from the search.
                     event.isAutoRepeat || root.picker.confirm();
                 else if (event.key === Qt.Key_Up && list.currentIndex <= 0)
                     search.forceActiveFocus();
@@ -142,7 +143,7 @@ Sheet {
 
             delegate: WindowPickerRow {
                 width: list.width - (list.contentHeight > list.height ? Theme.medium : 0)
-                board: root.board
+                windows: root.windows
             }
         }
         // There is more below.
@@ -157,7 +158,7 @@ Sheet {
         AppText {
             anchors.fill: list
             horizontalAlignment: Text.AlignHCenter
-            text: root.board.copy.text(CopyKey.NoMatchingWindows)
+            text: ViewSettings.copy.text(CopyKey.NoMatchingWindows)
             color: Theme.secondaryText
             wrapMode: Text.Wrap
             visible: root.picker.rowCount === 0
@@ -177,7 +178,7 @@ Sheet {
 
             AppText {
                 width: parent.width
-                text: root.board.copy.text(CopyKey.WindowListChanged)
+                text: ViewSettings.copy.text(CopyKey.WindowListChanged)
                 color: Theme.destructive
                 wrapMode: Text.Wrap
                 visible: root.picker.isRefused
@@ -187,7 +188,7 @@ Sheet {
             }
             AppText {
                 width: parent.width
-                text: root.board.copy.selectedWindowCount(root.picker.chosenCount)
+                text: ViewSettings.copy.selectedWindowCount(root.picker.chosenCount)
                 color: Theme.secondaryText
                 Accessible.ignored: !visible
                 Accessible.role: Accessible.StaticText
@@ -198,11 +199,11 @@ Sheet {
                 spacing: Theme.small
 
                 AppButton {
-                    text: root.board.copy.text(CopyKey.Cancel)
+                    text: ViewSettings.copy.text(CopyKey.Cancel)
                     onClicked: root.close()
                 }
                 AppButton {
-                    text: root.board.copy.confirmWindowSelection(root.picker.chosenCount)
+                    text: ViewSettings.copy.confirmWindowSelection(root.picker.chosenCount)
                     isPrimary: true
                     Accessible.defaultButton: true
                     enabled: root.picker.canConfirm

@@ -145,5 +145,24 @@ TEST(Symbols, Unknown_names_and_no_pixels_give_no_image)
     EXPECT_TRUE(symbols.picture(QStringLiteral("plus"), Qt::black, 0).isNull());
 }
 
+TEST(InterfaceTexts, They_follow_the_language)
+{
+    ViewSettings settings;
+    const QSignalSpy changes(&settings, &ViewSettings::copyChanged);
+    settings.setLanguage(AppLanguage::german);
+    EXPECT_EQ(settings.copy().text(CopyKey::NewGoal), QStringLiteral("Neues Ziel"));
+    EXPECT_EQ(changes.count(), 1);
+    settings.setLanguage(AppLanguage::german);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST(InterfaceTexts, They_name_the_platforms_key)
+{
+    ViewSettings settings;
+    settings.setLanguage(AppLanguage::english, KeyNames::withSuper());
+    EXPECT_EQ(settings.copy().text(CopyKey::DoubleTapHint),
+              QStringLiteral("Press Super twice to bring Kelpa forward instantly"));
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -1,7 +1,11 @@
 import QtQuick
 import QtQuick.Templates as T
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 import "../cases/Search.js" as Search
 
 /// Whatever a key or a press can reach has a name and a kind for assistive programs, and tells those
@@ -28,7 +32,7 @@ Item {
     TitleSheet {
         id: titleSheet
 
-        board: world.board
+        goals: world.board.goals
         title: "Create"
         explanation: ""
         placeholder: ""
@@ -38,7 +42,7 @@ Item {
     WindowSelectionSheet {
         id: windowSheet
 
-        board: world.board
+        windows: world.board.windows
     }
     Toast {
         id: toast
@@ -52,11 +56,11 @@ Item {
         when: windowShown
 
         function initTestCase() {
-            world.board.createGoal("Home");
-            world.board.createGoal("Work");
+            world.board.goals.createGoal("Home");
+            world.board.goals.createGoal("Work");
             world.addWindow(1, "Letter");
             world.addWindow(2, "Figures");
-            world.board.moveWindow(1, world.columnOfGoal("Home"));
+            world.board.windows.moveWindow(1, world.columnOfGoal("Home"));
             world.board.todos.add("Write", world.columnOfGoal("Home"));
             world.board.todos.add("Collect", "kelpa-unassigned");
             tryVerify(() => columns().length === 3 && cards().length === 2 && rows().length === 4);
@@ -65,7 +69,7 @@ Item {
             for (const menu of all(item => item instanceof AppMenuItem && item.visible))
                 menu.menu.dismiss();
             titleSheet.close();
-            world.board.windowPicker.close();
+            world.board.windows.picker.close();
             tryVerify(() => all(item => item instanceof AppMenuItem && item.visible).length === 0
                             && !titleSheet.visible && !windowSheet.visible);
         }
@@ -148,7 +152,7 @@ Item {
             titleSheet.ask("");
             verifyNames(["Goal name", "Create", "Cancel"]);
             titleSheet.close();
-            world.board.windowPicker.open(world.columnOfGoal("Home"));
+            world.board.goals.requestWindows(world.columnOfGoal("Home"));
             verifyNames(["Add 0 windows", "Cancel"]);
         }
         function test_what_cannot_be_pressed_is_not_gone_to() {

@@ -1,6 +1,9 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Windows
+import Kelpa.Board
 import "../cases"
 
 Item {

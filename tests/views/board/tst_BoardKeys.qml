@@ -1,6 +1,9 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Windows
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -25,7 +28,7 @@ Item {
     SignalSpy {
         id: renames
 
-        target: world.board
+        target: world.board.goals
         signalName: "renameRequested"
     }
 
@@ -54,7 +57,7 @@ Item {
         function test_F2_and_a_double_click_ask_for_another_title_of_the_goal() {
             keyClick(Qt.Key_F2);
             compare(renames.count, 0);
-            world.board.todos.goToColumn(world.columnOfGoal("Second"));
+            world.board.goals.goToColumn(world.columnOfGoal("Second"));
             tryVerify(() => !isMoving());
             keyClick(Qt.Key_F2);
             compare(renames.count, 1);
@@ -76,7 +79,7 @@ Item {
         }
         function test_F2_belongs_to_the_todo_that_has_the_keyboard() {
             const first = column("First");
-            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            world.board.goals.goToColumn(world.columnOfGoal("First"));
             show(first, "First", ["Read"]);
             face(first, "Read").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_F2);
@@ -109,8 +112,8 @@ Item {
             world.addWindow(21, "Report");
             world.addWindow(22, "Letter");
             world.addWindow(23, "Letter too");
-            world.board.moveWindow(22, world.columnOfGoal("Second"));
-            world.board.moveWindow(23, world.columnOfGoal("First"));
+            world.board.windows.moveWindow(22, world.columnOfGoal("Second"));
+            world.board.windows.moveWindow(23, world.columnOfGoal("First"));
             for (const key of [Qt.Key_Return, Qt.Key_Down]) {
                 keyClick(Qt.Key_F, Qt.ControlModifier);
                 type("letter");
@@ -134,10 +137,10 @@ Item {
         }
         function test_Return_and_Down_show_what_was_found_before_and_is_out_of_sight() {
             world.addWindow(21, "Letter");
-            world.board.moveWindow(21, world.columnOfGoal("First"));
+            world.board.windows.moveWindow(21, world.columnOfGoal("First"));
             for (let i = 0; i < 60; ++i)
                 world.addTodo("Todo " + i, "First");
-            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            world.board.goals.goToColumn(world.columnOfGoal("First"));
             tryVerify(() => !isMoving() && view().contentHeight > 2 * view().height);
             for (const key of [Qt.Key_Return, Qt.Key_Down]) {
                 keyClick(Qt.Key_F, Qt.ControlModifier);
@@ -161,7 +164,7 @@ Item {
             const titles = [];
             for (let i = 0; i < 100; ++i)
                 titles.push("Todo " + i);
-            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            world.board.goals.goToColumn(world.columnOfGoal("First"));
             for (const title of titles)
                 world.addTodo(title, "First");
             tryVerify(() => !isMoving() && view().contentHeight > 4 * view().height);

@@ -1,6 +1,9 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -146,10 +149,10 @@ Item {
             verify(rows <= 15, rows);
         }
         function test_a_deleted_goal_leaves_no_gap() {
-            world.board.createGoal("Short-lived");
+            world.board.goals.createGoal("Short-lived");
             tryVerify(() => column("Short-lived") !== null);
             settle();
-            world.board.deleteGoal(world.columnOfGoal("Short-lived"));
+            world.board.goals.deleteGoal(world.columnOfGoal("Short-lived"));
             world.clearSelection();
             tryVerify(() => column("Short-lived") === null);
             settle();

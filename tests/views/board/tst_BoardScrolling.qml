@@ -1,6 +1,10 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -44,13 +48,13 @@ Item {
         function test_the_selected_card_in_a_tall_goal_is_scrolled_into_view() {
             for (let id = 301; id <= 340; ++id) {
                 world.addWindow(id, "Window " + id);
-                world.board.moveWindow(id, world.columnOfGoal(goal(150)));
+                world.board.windows.moveWindow(id, world.columnOfGoal(goal(150)));
             }
             const card = title => only(all(board, item => item instanceof WindowCard
                                                           && item.visible && item.title === title));
             // From far away, then from one end of the goal to the other and back.
             for (const id of [320, 340, 301, 340]) {
-                world.board.selectWindow(id);
+                world.board.windows.selectWindow(id);
                 tryVerify(() => card("Window " + id)?.isSelected && !isMoving());
                 const shown = card("Window " + id);
                 compare(world.selectedGoal(), goal(150));

@@ -1,6 +1,8 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -18,7 +20,7 @@ Item {
     SignalSpy {
         id: renaming
 
-        target: world.board
+        target: world.board.goals
         signalName: "renameRequested"
     }
 
@@ -85,7 +87,7 @@ Item {
             compare(renaming.signalArguments[0][0], world.columnOfGoal("First"));
         }
         function test_the_menu_of_a_goal_moves_it() {
-            world.board.createGoal("Second");
+            world.board.goals.createGoal("Second");
             tryVerify(() => columns().length === 3);
             const button = all(columns().find(column => column.title === "First"),
                                item => item instanceof IconButton
@@ -95,7 +97,7 @@ Item {
             verify(!menuItems().find(item => item.text === "Move goal earlier").enabled);
             chooseAndClose("Move goal later");
             compare(world.goalTitles(), ["Second", "First"]);
-            world.board.deleteGoal(world.columnOfGoal("Second"));
+            world.board.goals.deleteGoal(world.columnOfGoal("Second"));
             tryVerify(() => columns().length === 2);
         }
         function test_the_badge_of_a_goal_adds_windows_to_it() {
@@ -104,13 +106,13 @@ Item {
             const badge = all(first, item => item instanceof CountButton)[0];
             compare(badge.Accessible.name, "Add windows to this goal");
             mouseClick(badge);
-            tryVerify(() => world.board.windowPicker.isOpen);
-            compare(world.board.windowPicker.goalTitle, "First");
-            world.board.windowPicker.close();
+            tryVerify(() => world.board.windows.picker.isOpen);
+            compare(world.board.windows.picker.goalTitle, "First");
+            world.board.windows.picker.close();
         }
         function test_a_click_beside_all_cards_selects_nothing() {
             tryVerify(() => columns().length === 2);
-            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            world.board.goals.goToColumn(world.columnOfGoal("First"));
             compare(world.selectedGoal(), "First");
             const view = all(board, item => item instanceof Flickable
                                     && item.Accessible.role === Accessible.Pane)[0];
@@ -143,7 +145,7 @@ Item {
             chooseAndClose("New goal");
             compare(adding.count, 1);
             // By key while nothing is selected, and by assistive programs.
-            world.board.renameGoal(world.columnOfGoal("First"), "Renamed");
+            world.board.goals.renameGoal(world.columnOfGoal("First"), "Renamed");
             world.clearSelection();
             world.board.selectionMenuRequested();
             chooseAndClose("Undo");

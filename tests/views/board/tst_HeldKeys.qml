@@ -1,6 +1,10 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Windows
+import Kelpa.Board
 
 Item {
     id: root
@@ -35,7 +39,8 @@ Item {
         }
         AddGoalCard {
             width: 320
-            board: world.board
+            goals: world.board.goals
+            drops: world.board.drops
             dragSource: BoardDragSource {}
         }
     }
@@ -50,7 +55,6 @@ Item {
         id: field
 
         anchors.right: parent.right
-        board: world.board
         label: "Title"
     }
     SignalSpy {

@@ -1,7 +1,11 @@
 import QtQuick
 import QtQuick.Templates as T
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 import "../cases/Search.js" as Search
 
 /// Whatever is on the screen, it follows the language at once.
@@ -28,8 +32,8 @@ Item {
             function initTestCase() {
                 main.requestActivate();
                 tryVerify(() => main.active);
-                world.board.createGoal("Taxes");
-                world.board.createGoal("Garden");
+                world.board.goals.createGoal("Taxes");
+                world.board.goals.createGoal("Garden");
                 world.addTodo("Read", "Taxes");
                 world.addTodo("Sign", "Taxes");
                 world.addTodo("File", "Taxes");
@@ -42,7 +46,7 @@ Item {
                 world.addWindow(3, "Letter");
                 world.hideWindow(3);
                 world.addWindow(4, "Draft of Monday");
-                world.board.moveWindow(1, world.columnOfGoal("Taxes"));
+                world.board.windows.moveWindow(1, world.columnOfGoal("Taxes"));
                 tryVerify(() => shown(item => item instanceof WindowCard).length === 4);
             }
             function cleanup() {
@@ -65,7 +69,7 @@ Item {
             }
             function button(key) {
                 return shown(item => item instanceof T.AbstractButton
-                                     && item.text === world.board.copy.text(key))[0];
+                                     && item.text === ViewSettings.copy.text(key))[0];
             }
             function actionsButton() {
                 return button(CopyKey.MoreGoalActions);
@@ -142,7 +146,7 @@ Item {
                 for (const name of world.board.languageNames) {
                     setLanguage(name);
                     const hint = key => shown(item => item instanceof Text
-                                              && item.text === world.board.copy.text(key))[0];
+                                              && item.text === ViewSettings.copy.text(key))[0];
                     waitForRendering(main.contentItem);
                     const keys = hint(CopyKey.KeyboardHint);
                     const tap = hint(CopyKey.DoubleTapHint);
@@ -224,22 +228,22 @@ Item {
                 checkNothingIsCut();
             }
             function test_the_sheet_that_selects_windows() {
-                const count = number => world.board.copy.selectedWindowCount(number);
+                const count = number => ViewSettings.copy.selectedWindowCount(number);
                 mouseClick(actionsButton());
                 // A button on the card has the same name.
-                const text = world.board.copy.text(CopyKey.AddWindowsToGoal);
+                const text = ViewSettings.copy.text(CopyKey.AddWindowsToGoal);
                 const entry = () => shown(item => item instanceof AppMenuItem && item.text === text)[0];
                 tryVerify(() => entry() !== undefined);
                 mouseClick(entry());
                 tryVerify(() => shown(item => item.text === count(0)).length === 1);
-                world.board.windowPicker.toggle(4);
+                world.board.windows.picker.toggle(4);
                 tryVerify(() => shown(item => item.text === count(1)).length === 1);
                 checkEveryLanguage(45);
                 checkNothingIsCut();
                 world.removeWindow(4);
-                world.board.windowPicker.confirm();
-                verify(world.board.windowPicker.isRefused);
-                world.board.windowPicker.searchText = "Garden";
+                world.board.windows.picker.confirm();
+                verify(world.board.windows.picker.isRefused);
+                world.board.windows.picker.searchText = "Garden";
                 tryVerify(() => shown(item => item instanceof WindowPickerRow).length === 0);
                 checkEveryLanguage(40);
                 checkNothingIsCut();

@@ -1,6 +1,8 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -61,7 +63,7 @@ Item {
             for (let i = 0; i < 30; ++i)
                 titles.push("Todo " + i);
             const first = column("First");
-            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            world.board.goals.goToColumn(world.columnOfGoal("First"));
             for (const title of titles)
                 world.addTodo(title, "First");
             tryVerify(() => !isMoving() && view().contentHeight > view().height + 100);

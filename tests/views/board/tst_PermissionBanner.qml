@@ -1,6 +1,8 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
 
 Item {
     id: root

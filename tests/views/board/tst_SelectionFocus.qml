@@ -1,6 +1,10 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 
 Item {
     id: root
@@ -11,7 +15,6 @@ Item {
     SearchField {
         id: search
 
-        board: world.board
         label: "Search"
         clearLabel: "Clear"
     }
@@ -63,11 +66,11 @@ Item {
         }
 
         function initTestCase() {
-            world.board.createGoal("First");
-            world.board.createGoal("Second");
+            world.board.goals.createGoal("First");
+            world.board.goals.createGoal("Second");
             world.addWindow(7, "Report");
             world.addWindow(8, "Letter");
-            world.board.moveWindow(8, world.columnOfGoal("First"));
+            world.board.windows.moveWindow(8, world.columnOfGoal("First"));
             tryVerify(() => card("Report") !== null && card("Letter") !== null);
         }
         function init() {
@@ -79,7 +82,7 @@ Item {
         }
 
         function test_alt_and_an_arrow_move_the_goal_that_the_arrow_keys_selected() {
-            world.board.todos.goToColumn(world.columnOfGoal("Second"));
+            world.board.goals.goToColumn(world.columnOfGoal("Second"));
             tryCompare(column("Second"), "activeFocus", true);
             keyClick(Qt.Key_Left, Qt.AltModifier);
             compare(world.goalTitles(), ["Second", "First"]);
@@ -87,8 +90,8 @@ Item {
             tryVerify(() => !isMoving());
             verify(column("Second").activeFocus);
             // Also from one of its windows; but what is written has that key for itself.
-            world.board.todos.goToColumn(world.columnOfGoal("First"));
-            world.board.selectWindow(8);
+            world.board.goals.goToColumn(world.columnOfGoal("First"));
+            world.board.windows.selectWindow(8);
             tryVerify(() => card("Letter").activeFocus);
             keyClick(Qt.Key_Left, Qt.AltModifier);
             compare(world.goalTitles(), ["First", "Second"]);
@@ -103,7 +106,7 @@ Item {
             tryVerify(() => holder() instanceof UnifiedTodoColumn);
             world.moveSelection(Qt.Key_Right);
             tryVerify(() => holder() === column("Unsorted"));
-            world.board.selectWindow(8);
+            world.board.windows.selectWindow(8);
             tryVerify(() => holder() === card("Letter"));
             verify(!card("Letter").visualFocus);
             world.leaveWindows();
@@ -112,11 +115,11 @@ Item {
         function test_the_focus_comes_to_a_card_that_was_out_of_sight() {
             for (let id = 101; id <= 130; ++id) {
                 world.addWindow(id, "Window " + id);
-                world.board.moveWindow(id, world.columnOfGoal("Second"));
+                world.board.windows.moveWindow(id, world.columnOfGoal("Second"));
             }
             tryVerify(() => !isMoving());
             verify(card("Window 130") === null);
-            world.board.selectWindow(130);
+            world.board.windows.selectWindow(130);
             tryVerify(() => holder() !== null && holder() === card("Window 130"));
             for (let id = 101; id <= 130; ++id)
                 world.removeWindow(id);
@@ -138,7 +141,7 @@ Item {
             button.focus = false;
         }
         function test_a_button_that_is_clicked_leaves_the_keyboard_where_it_is() {
-            world.board.todos.goToColumn(world.columnOfGoal("First"));
+            world.board.goals.goToColumn(world.columnOfGoal("First"));
             tryVerify(() => holder() === column("First") && !isMoving());
             mouseClick(button);
             const clicked = all(column("First"), item => item instanceof IconButton
@@ -173,7 +176,7 @@ Item {
             verify(card("Letter").visualFocus);
         }
         function test_the_card_that_the_arrows_have_selected_leaves_Return_alone() {
-            world.board.selectWindow(8);
+            world.board.windows.selectWindow(8);
             tryVerify(() => holder() === card("Letter"));
             const before = world.calls().length;
             keyClick(Qt.Key_Return);
@@ -181,7 +184,7 @@ Item {
             verify(!world.calls().slice(before).includes("raise Letter"));
         }
         function test_a_selected_window_has_its_menu() {
-            world.board.selectWindow(8);
+            world.board.windows.selectWindow(8);
             world.board.selectionMenuRequested();
             tryVerify(() => menuItems().some(item => item.text === "Unsorted"));
             keyClick(Qt.Key_Escape);
@@ -189,7 +192,7 @@ Item {
             tryVerify(() => holder() === card("Letter"));
         }
         function test_a_selected_goal_has_its_menu() {
-            world.board.todos.goToColumn(world.columnOfGoal("Second"));
+            world.board.goals.goToColumn(world.columnOfGoal("Second"));
             world.board.selectionMenuRequested();
             tryVerify(() => menuItems().some(item => item.text === "Rename goal"));
             keyClick(Qt.Key_Escape);

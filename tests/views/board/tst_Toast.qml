@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Board
 
 Item {
     id: root
@@ -22,7 +23,7 @@ Item {
 
         anchors.centerIn: parent
         message: world.board.toastMessage
-        actionText: world.board.toastOffersUndo ? world.board.copy.text(CopyKey.Undo) : ""
+        actionText: world.board.toastOffersUndo ? ViewSettings.copy.text(CopyKey.Undo) : ""
         onActionRequested: world.board.undo()
         onIsHeldChanged: world.board.setToastHeld(toast.isHeld)
     }
@@ -33,19 +34,19 @@ Item {
 
         function button(): Item {
             return Array.from(toast.children).find(each => each.text
-                                                   === world.board.copy.text(CopyKey.Undo)
+                                                   === ViewSettings.copy.text(CopyKey.Undo)
                                                    && each.visible);
         }
         function deleteGoal(): void {
-            world.board.deleteGoal(world.columnOfGoal("Taxes"));
+            world.board.goals.deleteGoal(world.columnOfGoal("Taxes"));
             tryVerify(() => button() !== undefined);
         }
         function init() {
             // A deletion takes the place of whatever was told, and the next change ends its offer.
-            world.board.createGoal("Any");
+            world.board.goals.createGoal("Any");
             while (world.goalTitles().length > 0)
-                world.board.deleteGoal(world.columnOfGoal(world.goalTitles()[0]));
-            world.board.createGoal("Taxes");
+                world.board.goals.deleteGoal(world.columnOfGoal(world.goalTitles()[0]));
+            world.board.goals.createGoal("Taxes");
             world.addTodo("Read", "Taxes");
             tryVerify(() => !toast.visible);
         }
@@ -69,7 +70,7 @@ Item {
             deleteGoal();
             const fading = button();
             verify(fading.enabled);
-            world.board.createGoal("Garden");
+            world.board.goals.createGoal("Garden");
             compare(world.goalTitles(), ["Garden"]);
             verify(!fading.enabled);
         }
@@ -78,7 +79,7 @@ Item {
             for (const mouseButton of [Qt.LeftButton, Qt.RightButton])
                 mouseClick(toast, 12, 18, mouseButton);
             // Also on the button that fades away.
-            world.board.createGoal("Garden");
+            world.board.goals.createGoal("Garden");
             mouseClick(button() ?? toast);
             compare(below.clicks, 0);
             mouseClick(root, 2, 2);

@@ -1,6 +1,6 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
 
 /// Two hundred goals, without todos and without a selection before each test.
 BoardCase {
@@ -18,7 +18,7 @@ BoardCase {
     }
     function initTestCase() {
         for (let number = 1; number <= 200; ++number)
-            world.board.createGoal(goal(number));
+            world.board.goals.createGoal(goal(number));
         tryVerify(() => column(goal(1)) !== null);
     }
     function init() {
@@ -31,11 +31,11 @@ BoardCase {
     }
     function cleanup() {
         world.removeTodos();
-        world.board.renameGoal(world.columnOfGoal(longTitle), goal(1));
+        world.board.goals.renameGoal(world.columnOfGoal(longTitle), goal(1));
         ViewSettings.isReducingMotion = false;
     }
     function select(number) {
-        world.board.todos.goToColumn(world.columnOfGoal(goal(number)));
+        world.board.goals.goToColumn(world.columnOfGoal(goal(number)));
     }
     function isInView(item) {
         const top = item.mapToItem(view(), 0, 0).y;

@@ -1,6 +1,9 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Controls
+import Kelpa.Todos
+import Kelpa.Board
 
 /// Looks at a board that shows, as a person does.
 TestCase {

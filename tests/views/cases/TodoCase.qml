@@ -1,14 +1,16 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
 
 /// Two goals, and todos that go with the test.
 BoardCase {
     id: root
 
     function initTestCase() {
-        world.board.createGoal("First");
-        world.board.createGoal("Second");
+        world.board.goals.createGoal("First");
+        world.board.goals.createGoal("Second");
         tryVerify(() => column("Second") !== null);
     }
     function cleanup() {

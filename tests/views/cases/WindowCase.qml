@@ -1,13 +1,14 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Windows
+import Kelpa.Board
 
 /// A goal, and two windows that belong to none.
 BoardCase {
     id: root
 
     function initTestCase() {
-        world.board.createGoal("First");
+        world.board.goals.createGoal("First");
         world.addWindow(4294967295, "Report");
         world.addWindow(8, "Letter");
     }
@@ -31,7 +32,7 @@ BoardCase {
     }
     function moveBack(windowID, title) {
         tryVerify(() => card(title) !== null);
-        world.board.moveWindow(windowID, "kelpa-unassigned");
+        world.board.windows.moveWindow(windowID, "kelpa-unassigned");
         tryVerify(() => card(title) !== null);
     }
     function cardButton(title, symbol) {

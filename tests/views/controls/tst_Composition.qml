@@ -1,6 +1,10 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 import "../cases"
 
 /// What an input method composes, in every kind of field.
@@ -17,23 +21,22 @@ Item {
         board: world.board
     }
     Connections {
-        target: world.board
+        target: world.board.goals
 
         function onRenameRequested(columnID: string): void {
-            sheet.ask(world.board.goalTitle(columnID));
+            sheet.ask(world.board.goals.goalTitle(columnID));
         }
     }
     SearchField {
         id: search
 
-        board: world.board
         label: "Search"
         clearLabel: "Clear"
     }
     TitleSheet {
         id: sheet
 
-        board: world.board
+        goals: world.board.goals
         title: "Create a goal"
         explanation: ""
         placeholder: ""
@@ -43,7 +46,7 @@ Item {
     WindowSelectionSheet {
         id: picker
 
-        board: world.board
+        windows: world.board.windows
     }
     SignalSpy {
         id: committed
@@ -76,7 +79,7 @@ Item {
         }
         function cleanup() {
             sheet.close();
-            world.board.windowPicker.close();
+            world.board.windows.picker.close();
             tryVerify(() => !sheet.visible && !picker.visible);
             board.forceActiveFocus();
             world.board.todos.cancelEditor();
@@ -89,7 +92,7 @@ Item {
                 {tag: "search", open: () => search.forceActiveFocus()},
                 {tag: "title of a goal", open: () => sheet.ask("")},
                 {tag: "search of the sheet",
-                 open: () => world.board.windowPicker.open(world.columnOfGoal("First"))},
+                 open: () => world.board.goals.requestWindows(world.columnOfGoal("First"))},
                 {tag: "new todo",
                  open: () => world.board.todos.requestEditor(world.columnOfGoal("First"))},
                 {tag: "title of a todo", open: () => {

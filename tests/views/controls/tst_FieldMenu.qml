@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -13,7 +14,6 @@ Item {
         id: search
 
         width: 260
-        board: world.board
         label: "Search"
         clearLabel: "Clear"
     }

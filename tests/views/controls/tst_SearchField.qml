@@ -1,6 +1,6 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
 
 Item {
     id: root
@@ -12,7 +12,6 @@ Item {
         id: field
 
         width: 260
-        board: world.board
         label: "Search"
         clearLabel: "Clear search"
         text: world.board.searchText

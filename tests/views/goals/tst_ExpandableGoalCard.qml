@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Goals
 
 Rectangle {
     id: root

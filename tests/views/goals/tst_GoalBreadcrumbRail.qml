@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Goals
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -23,7 +24,7 @@ Item {
         /// Not one that waits to be used for another goal.
         function entry(title) {
             const list = only(all(board, item => item instanceof ListView
-                                                 && item.model === world.board.breadcrumbs));
+                                                 && item.model === world.board.goals.breadcrumbs));
             for (let row = 0; row < list.count; ++row)
                 if (list.itemAtIndex(row)?.text === title)
                     return list.itemAtIndex(row);
@@ -98,13 +99,13 @@ Item {
         }
         function test_a_wide_title_passes_by_in_its_card_while_that_is_selected_and_on_the_screen() {
             const wide = longTitle;
-            world.board.renameGoal(world.columnOfGoal(goal(1)), wide);
+            world.board.goals.renameGoal(world.columnOfGoal(goal(1)), wide);
             tryVerify(() => column(wide) !== null);
             const title = only(all(column(wide), item => item instanceof MarqueeGoalTitle));
             compare(title.text, wide);
             verify(!title.isMoving);
             verify(title.isTruncated);
-            world.board.todos.goToColumn(world.columnOfGoal(wide));
+            world.board.goals.goToColumn(world.columnOfGoal(wide));
             settle();
             verify(title.isMoving);
             compare(title.measure.travel, title.measure.textWidth + 15);
@@ -150,7 +151,7 @@ Item {
             verify(top >= 14, top);
             verify(top + last.height <= rail.height - 14, top);
             // Below what is unsorted, and scrolled to from below: the first that shows.
-            world.board.todos.goToColumn("kelpa-unassigned");
+            world.board.goals.goToColumn("kelpa-unassigned");
             world.moveSelection(Qt.Key_Down);
             compare(world.selectedGoal(), goal(2));
             tryVerify(() => entry("(0)" + goal(2)) !== null);

@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Window
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Goals
 
 Item {
     id: root

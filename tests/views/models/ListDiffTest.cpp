@@ -1,4 +1,4 @@
-// The steps from one list to another: exact by table, right and minimal by random lists.
+// The steps from one list to another: exact for given lists, correct and minimal for random ones.
 #include "views/models/ListDiff.h"
 
 #include "support/Seed.h"
@@ -24,7 +24,7 @@ Steps steps(const QString& from, const QString& to)
     return listSteps(QList<QChar>(from.begin(), from.end()), QList<QChar>(to.begin(), to.end()));
 }
 
-QList<int> carriedOut(QList<int> list, const Steps& all, const QList<int>& target)
+QList<int> applied(QList<int> list, const Steps& all, const QList<int>& target)
 {
     for (const ListStep& step : all) {
         if (const auto* const remove = std::get_if<RemoveRows>(&step))
@@ -38,7 +38,8 @@ QList<int> carriedOut(QList<int> list, const Steps& all, const QList<int>& targe
     return list;
 }
 
-/// The least number of moves between two orders of the same keys, by the quadratic textbook way.
+/// The least number of moves between two orders of the same keys, by the quadratic dynamic
+/// programme for the longest increasing subsequence.
 int leastMoves(const QList<int>& from, const QList<int>& to)
 {
     int best = 0;
@@ -127,7 +128,7 @@ TEST(ListDiff, Random_lists_are_reached_with_the_fewest_rows_touched)
         const QList<int> from = draw();
         const QList<int> to = draw();
         const Steps all = listSteps(from, to);
-        ASSERT_EQ(carriedOut(from, all, to), to);
+        ASSERT_EQ(applied(from, all, to), to);
 
         int removed = 0;
         int moved = 0;

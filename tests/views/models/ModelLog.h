@@ -1,5 +1,4 @@
-// What a list model announces, as texts in the order of its signals, while a tester of Qt's looks
-// at every one of them.
+// Records the signals of a list model as texts, while Qt's model tester checks each of them.
 #pragma once
 
 #include <QAbstractItemModel>
@@ -20,40 +19,40 @@ public:
         using Model = QAbstractItemModel;
         connect(&model, &Model::rowsInserted, this,
                 [this](const QModelIndex&, int first, int last) {
-                    note(QStringLiteral("insert %1-%2").arg(first).arg(last));
+                    record(QStringLiteral("insert %1-%2").arg(first).arg(last));
                 });
         connect(&model, &Model::rowsRemoved, this, [this](const QModelIndex&, int first, int last) {
-            note(QStringLiteral("remove %1-%2").arg(first).arg(last));
+            record(QStringLiteral("remove %1-%2").arg(first).arg(last));
         });
         connect(&model, &Model::rowsMoved, this,
                 [this](const QModelIndex&, int first, int, const QModelIndex&, int before) {
-                    note(QStringLiteral("move %1 before %2").arg(first).arg(before));
+                    record(QStringLiteral("move %1 before %2").arg(first).arg(before));
                 });
         connect(&model, &Model::dataChanged, this,
                 [this](const QModelIndex& first, const QModelIndex& last) {
-                    note(QStringLiteral("change %1-%2").arg(first.row()).arg(last.row()));
+                    record(QStringLiteral("change %1-%2").arg(first.row()).arg(last.row()));
                 });
-        connect(&model, &Model::modelReset, this, [this] { note(QStringLiteral("reset")); });
-        connect(&model, &Model::layoutChanged, this, [this] { note(QStringLiteral("layout")); });
+        connect(&model, &Model::modelReset, this, [this] { record(QStringLiteral("reset")); });
+        connect(&model, &Model::layoutChanged, this, [this] { record(QStringLiteral("layout")); });
     }
 
-    /// Since the last call.
+    /// The texts since the last call.
     QStringList take() { return std::exchange(m_entries, {}); }
 
 private:
-    void note(const QString& entry) { m_entries.append(entry); }
+    void record(const QString& entry) { m_entries.append(entry); }
 
     QAbstractItemModelTester m_tester;
     QStringList m_entries;
 };
 
-/// The value of a role, by the name that QML knows it by.
+/// The value of the role that has that name in QML.
 inline QVariant value(const QAbstractItemModel& model, int row, const char* role)
 {
     return model.index(row, 0).data(model.roleNames().key(role));
 }
 
-/// The values of all rows as texts.
+/// The values of a role in all rows, as texts.
 inline QStringList texts(const QAbstractItemModel& model, const char* role)
 {
     QStringList result;

@@ -1,5 +1,7 @@
-// What a press that moves on makes a drag of.
+// The drag that a press and a move begin: its text, its picture and its hot spot.
 #include "views/scene/BoardDragSource.h"
+
+#include "views/ViewTypes.h"
 
 #include <QDrag>
 #include <QMimeData>
@@ -14,14 +16,11 @@
 
 #include <memory>
 
-// The build makes it for the module.
-extern void qml_register_types_Kelpa();
-
 namespace kelpa::test {
 namespace {
 
-/// Notes what would be dragged.
-class NotingSource : public BoardDragSource
+/// Records each drag instead of running it.
+class RecordingSource : public BoardDragSource
 {
 public:
     QStringList texts;
@@ -42,7 +41,8 @@ protected:
 };
 
 const QByteArray scene = "import QtQuick\n"
-                         "import Kelpa\n"
+                         "import Kelpa.Scene\n"
+                         "import Kelpa.Controls\n"
                          "Window { id: root; width: 300; height: 200; visible: true\n"
                          "  property BoardDragSource source\n"
                          "  Item { id: face; x: 20; y: 10; width: 100; height: 40\n"
@@ -56,7 +56,7 @@ class Dragging : public testing::Test
 protected:
     void SetUp() override
     {
-        qml_register_types_Kelpa();
+        registerViewTypes();
         engine.addImportPath(QStringLiteral(":/qt/qml"));
         QQmlComponent component(&engine);
         component.setData(scene, QUrl());
@@ -73,7 +73,7 @@ protected:
     }
 
     QQmlEngine engine;
-    NotingSource source;
+    RecordingSource source;
     std::unique_ptr<QQuickWindow> window;
 };
 

@@ -1,4 +1,4 @@
-// The shadow of menus and sheets.
+// The opacity of the shadow of menus and sheets.
 #include "views/scene/FloatingShadow.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 namespace kelpa::test {
 namespace {
 
-TEST(Shadow, It_is_whole_at_the_edge_and_nothing_at_its_reach)
+TEST(FloatingShadow, It_is_whole_at_the_edge_and_nothing_at_its_reach)
 {
     EXPECT_DOUBLE_EQ(shadowStrength(0, 16), 1);
     EXPECT_DOUBLE_EQ(shadowStrength(-5, 16), 1);
@@ -14,7 +14,7 @@ TEST(Shadow, It_is_whole_at_the_edge_and_nothing_at_its_reach)
     EXPECT_DOUBLE_EQ(shadowStrength(40, 16), 0);
 }
 
-TEST(Shadow, It_fades_with_every_pixel_and_nowhere_in_a_step_that_is_seen)
+TEST(FloatingShadow, It_fades_with_every_pixel_and_nowhere_in_a_step_that_is_seen)
 {
     for (int pixel = 1; pixel <= 16; ++pixel) {
         const double step = shadowStrength(pixel - 1, 16) - shadowStrength(pixel, 16);

@@ -1,6 +1,6 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Scene
 
 Item {
     id: root

@@ -1,6 +1,6 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Scene
 
 Item {
     id: root
@@ -28,7 +28,7 @@ Item {
                 required property string name
                 required property int length
                 required property int index
-                property bool isPinned: false
+                WaterfallDelegate.isPinned: false
 
                 implicitHeight: length
                 height: length
@@ -107,7 +107,7 @@ Item {
             compare(places(), ["a 0 0", "b 110 0", "c 110 90", "d 0 110"]);
             compare(view.implicitHeight, 160);
         }
-        function test_only_rows_in_the_stripe_have_items() {
+        function test_only_rows_in_the_visible_range_have_items() {
             for (let i = 0; i < 500; ++i)
                 cards.append({name: "row " + i, length: 50});
             view.layOut();
@@ -152,13 +152,13 @@ Item {
             for (let i = 0; i < 100; ++i)
                 cards.append({name: "row " + i, length: 50});
             view.layOut();
-            view.itemAtRow(0).isPinned = true;
+            view.itemAtRow(0).WaterfallDelegate.isPinned = true;
             view.visibleTo = 2200;
             view.visibleFrom = 2000;
             view.layOut();
             compare(view.itemAtRow(1), null);
             compare(view.itemAtRow(0).name, "a");
-            view.itemAtRow(0).isPinned = false;
+            view.itemAtRow(0).WaterfallDelegate.isPinned = false;
             tryVerify(() => view.itemAtRow(0) === null);
             view.visibleFrom = 0;
             view.visibleTo = 200;

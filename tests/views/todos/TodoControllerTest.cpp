@@ -46,8 +46,8 @@ TEST_F(Todos, A_todo_moves_to_another_list_by_its_menu)
 TEST_F(Todos, A_todo_dropped_on_another_column_moves_there)
 {
     const QString text = todoController().dragText(todo.text(), first.text());
-    EXPECT_TRUE(controller->canDrop(text, second.text()));
-    EXPECT_TRUE(controller->drop(text, second.text()));
+    EXPECT_TRUE(controller->drops()->canDrop(text, second.text()));
+    EXPECT_TRUE(controller->drops()->drop(text, second.text()));
     EXPECT_EQ(titles(second), QStringList{QStringLiteral("Read")});
 }
 
@@ -55,9 +55,9 @@ TEST_F(Todos, A_todo_dropped_on_its_own_column_is_accepted_and_stays)
 {
     const QString text = todoController().dragText(todo.text(), first.text());
     const QList<Goal> before = store().goals();
-    EXPECT_TRUE(controller->canDrop(text, first.text()));
-    EXPECT_FALSE(controller->wouldDropMove(text, first.text()));
-    EXPECT_TRUE(controller->drop(text, first.text()));
+    EXPECT_TRUE(controller->drops()->canDrop(text, first.text()));
+    EXPECT_FALSE(controller->drops()->wouldDropMove(text, first.text()));
+    EXPECT_TRUE(controller->drops()->drop(text, first.text()));
     EXPECT_EQ(store().goals(), before);
 }
 
@@ -65,8 +65,8 @@ TEST_F(Todos, A_todo_that_has_been_deleted_during_its_drag_is_refused)
 {
     const QString text = todoController().dragText(todo.text(), first.text());
     store().deleteTodo(todo, first);
-    EXPECT_FALSE(controller->canDrop(text, second.text()));
-    EXPECT_FALSE(controller->drop(text, unassigned));
+    EXPECT_FALSE(controller->drops()->canDrop(text, second.text()));
+    EXPECT_FALSE(controller->drops()->drop(text, unassigned));
 }
 
 TEST_F(Todos, A_todo_moves_to_the_ends_of_what_a_list_shows)
@@ -108,25 +108,6 @@ TEST_F(Todos, A_cancelled_editor_is_open_nowhere)
     EXPECT_EQ(todoController().editorColumnID(), QString());
     EXPECT_FALSE(todoController().takeEditorRequest(second.text()));
     EXPECT_FALSE(todoController().takeEditorRequest(QString()));
-}
-
-TEST_F(Todos, Going_to_a_column_selects_it)
-{
-    todoController().goToColumn(second.text());
-    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(second));
-    todoController().goToColumn(unassigned);
-    EXPECT_EQ(store().boardNavigation().target, TargetSelection::unassigned());
-}
-
-TEST_F(Todos, A_priority_is_set_by_its_stored_text)
-{
-    EXPECT_EQ(todoController().priorities(),
-              QStringList({QStringLiteral("p0"), QStringLiteral("p1"), QStringLiteral("p2"),
-                           QStringLiteral("p3")}));
-    todoController().setPriority(second.text(), QStringLiteral("p0"));
-    EXPECT_EQ(goal(second).priority, GoalPriority::p0);
-    todoController().setPriority(second.text(), QStringLiteral("urgent"));
-    EXPECT_EQ(goal(second).priority, GoalPriority::p0);
 }
 
 TEST_F(Todos, The_selection_of_the_whole_board_is_published)

@@ -23,9 +23,9 @@ TEST_F(TodoHighlighting, Going_to_a_todo_selects_its_goal_and_highlights_the_tod
 TEST_F(TodoHighlighting, A_todo_is_highlighted_until_the_selection_goes_elsewhere)
 {
     todoController().goToTodo(todo.text(), first.text(), true);
-    todoController().goToColumn(first.text());
+    controller->goals()->goToColumn(first.text());
     EXPECT_EQ(todoController().highlightedTodoID(), todo.text());
-    todoController().goToColumn(second.text());
+    controller->goals()->goToColumn(second.text());
     EXPECT_EQ(todoController().highlightedTodoID(), QString());
 }
 
@@ -69,7 +69,7 @@ TEST_F(TodoHighlighting, A_restored_todo_is_reported_to_the_selected_list_of_all
 {
     QSignalSpy inList(&todoController(), &TodoController::unifiedTodoRestored);
     store().deleteTodo(todo, first);
-    todoController().goToColumn(unifiedTodosText);
+    todoController().goToUnified();
     store().undo();
     EXPECT_EQ(inList, (QList<QVariantList>{{todo.text()}}));
     EXPECT_EQ(todoController().highlightedTodoID(), QString());

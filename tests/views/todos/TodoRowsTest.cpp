@@ -102,15 +102,11 @@ TEST(UnassignedTodos, All_are_shown_by_ascending_order)
               QStringList({QStringLiteral("a @ Unsorted"), QStringLiteral("b @ Unsorted")}));
 }
 
-TEST(TodoSymbols, Every_status_and_every_priority_has_its_own)
+TEST(TodoSymbols, Every_status_has_its_own)
 {
     EXPECT_EQ(statusSymbol(TodoStatus::todo), QStringLiteral("circle"));
     EXPECT_EQ(statusSymbol(TodoStatus::ing), QStringLiteral("circle-half"));
     EXPECT_EQ(statusSymbol(TodoStatus::completed), QStringLiteral("circle-check-filled"));
-    EXPECT_EQ(prioritySymbol(GoalPriority::p0), QStringLiteral("chevrons-up"));
-    EXPECT_EQ(prioritySymbol(GoalPriority::p1), QStringLiteral("chevron-up"));
-    EXPECT_EQ(prioritySymbol(GoalPriority::p2), QStringLiteral("equal"));
-    EXPECT_EQ(prioritySymbol(GoalPriority::p3), QStringLiteral("chevron-down"));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Scene
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -54,13 +55,13 @@ Item {
                 field(place).focus = false;
                 compare(field(place).text, "ab");
                 // A column with an open field is not pooled when it is scrolled away.
-                verify(place.isPinned);
+                verify(place.WaterfallDelegate.isPinned);
                 mouseClick(button(place, "lightbulb-plus"));
                 type("c");
                 compare(field(place).text, "abc");
                 keyClick(Qt.Key_Escape);
                 tryVerify(() => field(place) === null);
-                verify(!place.isPinned);
+                verify(!place.WaterfallDelegate.isPinned);
             }
             const first = column("First");
             openField(first);

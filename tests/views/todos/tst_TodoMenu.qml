@@ -1,6 +1,6 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -35,9 +35,9 @@ Item {
                 return titles;
             };
             compare(goals(), ["First", "Second"]);
-            verify(world.board.moveColumn(world.columnOfGoal("First"), 1));
+            verify(world.board.goals.moveColumn(world.columnOfGoal("First"), 1));
             compare(goals(), ["Second", "First"]);
-            verify(world.board.moveColumn(world.columnOfGoal("First"), -1));
+            verify(world.board.goals.moveColumn(world.columnOfGoal("First"), -1));
             compare(goals(), ["First", "Second"]);
         }
         function test_delete_is_the_last_item_in_the_menus_of_todos_and_goals() {
@@ -162,7 +162,7 @@ Item {
         function test_move_to_goal_is_disabled_where_there_is_no_other_column() {
             const goals = [world.columnOfGoal("First"), world.columnOfGoal("Second")];
             for (const goal of goals)
-                world.board.deleteGoal(goal);
+                world.board.goals.deleteGoal(goal);
             const unsorted = column("Unsorted");
             show(unsorted, "", ["Read"]);
             face(unsorted, "Read").forceActiveFocus();
@@ -173,8 +173,8 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
             world.removeTodos();
-            world.board.createGoal("First");
-            world.board.createGoal("Second");
+            world.board.goals.createGoal("First");
+            world.board.goals.createGoal("Second");
             tryVerify(() => column("Second") !== null);
             world.addTodo("Read", "");
             tryVerify(() => row(unsorted, "Read") !== null);

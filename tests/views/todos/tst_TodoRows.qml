@@ -1,6 +1,8 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -33,8 +35,8 @@ Item {
             show(first, "First", ["Read", "Write"]);
             const status = button(row(first, "Read"), "circle");
             compare(status.Accessible.name,
-                    world.board.copy.statusAccessibilityLabel("todo"));
-            compare(status.help, world.board.copy.statusHelp("todo"));
+                    ViewSettings.copy.statusAccessibilityLabel("todo"));
+            compare(status.help, ViewSettings.copy.statusHelp("todo"));
             mouseClick(status);
             compare(world.todos("First")[0], "Read (ing)");
             compare(status.symbol, "circle-half");
@@ -92,16 +94,16 @@ Item {
         function test_the_priority_menu_sets_the_priority() {
             const second = column("Second");
             const shown = button(second, "equal");
-            compare(shown.Accessible.name, world.board.copy.priorityAccessibilityLabel("p2"));
+            compare(shown.Accessible.name, ViewSettings.copy.priorityAccessibilityLabel("p2"));
             mouseClick(shown);
             tryVerify(() => menuItems().length === 4);
             compare(menuItems().filter(item => item.isChosen).map(item => item.text),
-                    [world.board.copy.priorityName("p2")]);
+                    [ViewSettings.copy.priorityName("p2")]);
             keyClick(Qt.Key_Down);
             keyClick(Qt.Key_Return);
             tryVerify(() => world.priorityOf("Second") === "p0");
             compare(shown.symbol, "chevrons-up");
-            world.board.todos.setPriority(world.columnOfGoal("Second"), "p2");
+            world.board.goals.setPriority(world.columnOfGoal("Second"), "p2");
         }
         function test_a_dragged_todo_has_an_opaque_background_wherever_it_is_held() {
             const first = column("First");
@@ -132,7 +134,7 @@ Item {
             world.board.todos.toggle(world.todoID("A", "First"), first.columnID);
             tryCompare(first, "openTodoCount", 1);
             const badge = all(first, item => item instanceof CountBadge)[0];
-            compare(badge.Accessible.name, world.board.copy.openTodoCount(1));
+            compare(badge.Accessible.name, ViewSettings.copy.openTodoCount(1));
         }
         function test_an_empty_list_says_so() {
             const texts = all(column("First"), item => item instanceof AppText && item.visible)

@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Todos
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -29,7 +30,7 @@ Item {
             tryVerify(() => row(column("Second"), "Read").isHighlighted);
             verify(!row(unified(), "Read").isHighlighted);
             verify(!hasKeyboard());
-            world.board.todos.goToColumn(column("First").columnID);
+            world.board.goals.goToColumn(column("First").columnID);
             tryVerify(() => !row(column("Second"), "Read").isHighlighted);
         }
         function test_going_to_a_todo_by_keyboard_focuses_its_row() {

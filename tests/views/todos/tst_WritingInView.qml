@@ -1,6 +1,8 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Todos
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -102,7 +104,7 @@ Item {
         function test_a_restored_todo_is_shown_in_the_selected_list_of_all_todos() {
             for (let i = 0; i < 60; ++i)
                 world.addTodo("Todo " + i, "");
-            world.board.todos.goToColumn(world.board.todos.unifiedListID);
+            world.board.todos.goToUnified();
             const id = world.todoID("Todo 45", "");
             world.board.todos.remove(id, "kelpa-unassigned");
             settle();

@@ -20,21 +20,21 @@ QList<WindowItem> windows(const QList<WindowID>& ids)
     return result;
 }
 
-WindowPresentation plainFace(const WindowItem& item)
+WindowPresentation plainPresentation(const WindowItem& item)
 {
-    WindowPresentation face;
-    face.id = item.id;
-    face.ownerName = item.ownerName;
-    face.title = item.title;
-    return face;
+    WindowPresentation presentation;
+    presentation.id = item.id;
+    presentation.ownerName = item.ownerName;
+    presentation.title = item.title;
+    return presentation;
 }
 
 TEST(WindowCards, A_new_window_is_inserted_and_nothing_else_happens)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2}), std::nullopt, plainFace);
+    model.setWindows(windows({1, 2}), std::nullopt, plainPresentation);
     ModelLog log(model);
-    model.setWindows(windows({1, 3, 2}), std::nullopt, plainFace);
+    model.setWindows(windows({1, 3, 2}), std::nullopt, plainPresentation);
     EXPECT_EQ(log.take(), QStringList{QStringLiteral("insert 1-1")});
     EXPECT_EQ(texts(model, "windowID"),
               (QStringList{QStringLiteral("1"), QStringLiteral("3"), QStringLiteral("2")}));
@@ -43,20 +43,20 @@ TEST(WindowCards, A_new_window_is_inserted_and_nothing_else_happens)
 TEST(WindowCards, The_same_windows_announce_nothing)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2}), std::nullopt, plainFace);
+    model.setWindows(windows({1, 2}), std::nullopt, plainPresentation);
     ModelLog log(model);
-    model.setWindows(windows({1, 2}), std::nullopt, plainFace);
+    model.setWindows(windows({1, 2}), std::nullopt, plainPresentation);
     EXPECT_EQ(log.take(), QStringList());
 }
 
 TEST(WindowCards, A_new_title_changes_its_own_row_alone)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2, 3}), std::nullopt, plainFace);
+    model.setWindows(windows({1, 2, 3}), std::nullopt, plainPresentation);
     ModelLog log(model);
     QList<WindowItem> changed = windows({1, 2, 3});
     changed[1].title = QStringLiteral("Renamed");
-    model.setWindows(changed, std::nullopt, plainFace);
+    model.setWindows(changed, std::nullopt, plainPresentation);
     EXPECT_EQ(log.take(), QStringList{QStringLiteral("change 1-1")});
     EXPECT_EQ(value(model, 1, "title").toString(), QStringLiteral("Renamed"));
 }
@@ -64,23 +64,23 @@ TEST(WindowCards, A_new_title_changes_its_own_row_alone)
 TEST(WindowCards, What_a_card_does_not_show_changes_nothing)
 {
     WindowListModel model;
-    model.setWindows(windows({1}), std::nullopt, plainFace);
+    model.setWindows(windows({1}), std::nullopt, plainPresentation);
     ModelLog log(model);
     QList<WindowItem> moved = windows({1});
     moved[0].bounds = {5, 5, 500, 500};
     moved[0].goalID = GoalID::create();
-    model.setWindows(moved, std::nullopt, plainFace);
+    model.setWindows(moved, std::nullopt, plainPresentation);
     EXPECT_EQ(log.take(), QStringList());
 }
 
 TEST(WindowCards, A_window_that_is_moved_and_renamed_is_moved_and_changed)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2, 3}), std::nullopt, plainFace);
+    model.setWindows(windows({1, 2, 3}), std::nullopt, plainPresentation);
     ModelLog log(model);
     QList<WindowItem> changed = windows({2, 3, 1});
     changed[2].title = QStringLiteral("Renamed");
-    model.setWindows(changed, std::nullopt, plainFace);
+    model.setWindows(changed, std::nullopt, plainPresentation);
     EXPECT_EQ(log.take(),
               (QStringList{QStringLiteral("move 0 before 3"), QStringLiteral("change 2-2")}));
 }
@@ -88,10 +88,10 @@ TEST(WindowCards, A_window_that_is_moved_and_renamed_is_moved_and_changed)
 TEST(WindowCards, The_selection_changes_two_rows)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2, 3}), WindowID{1}, plainFace);
+    model.setWindows(windows({1, 2, 3}), WindowID{1}, plainPresentation);
     EXPECT_TRUE(value(model, 0, "isSelected").toBool());
     ModelLog log(model);
-    model.setWindows(windows({1, 2, 3}), WindowID{3}, plainFace);
+    model.setWindows(windows({1, 2, 3}), WindowID{3}, plainPresentation);
     EXPECT_EQ(log.take(),
               (QStringList{QStringLiteral("change 0-0"), QStringLiteral("change 2-2")}));
     EXPECT_FALSE(value(model, 0, "isSelected").toBool());
@@ -101,12 +101,12 @@ TEST(WindowCards, The_selection_changes_two_rows)
 TEST(WindowCards, A_new_picture_changes_the_row_of_its_window_alone)
 {
     WindowListModel model;
-    model.setWindows(windows({1, 2, 3}), std::nullopt, plainFace);
+    model.setWindows(windows({1, 2, 3}), std::nullopt, plainPresentation);
     ModelLog log(model);
     model.setWindows(windows({1, 2, 3}), std::nullopt, [](const WindowItem& item) {
-        WindowPresentation face = plainFace(item);
-        face.previewRevision = item.id == 2 ? 77 : 0;
-        return face;
+        WindowPresentation presentation = plainPresentation(item);
+        presentation.previewRevision = item.id == 2 ? 77 : 0;
+        return presentation;
     });
     EXPECT_EQ(log.take(), QStringList{QStringLiteral("change 1-1")});
     EXPECT_EQ(texts(model, "previewRevision"),
@@ -120,11 +120,11 @@ TEST(WindowCards, Every_field_of_a_card_is_a_role)
     item.isMinimized = true;
     item.isOnScreen = true;
     model.setWindows({item}, std::nullopt, [](const WindowItem& shown) {
-        WindowPresentation face = plainFace(shown);
-        face.applicationID = QStringLiteral("org.example.App");
-        face.previewRevision = 5;
-        face.previewMessage = QStringLiteral("Not yet");
-        return face;
+        WindowPresentation presentation = plainPresentation(shown);
+        presentation.applicationID = QStringLiteral("org.example.App");
+        presentation.previewRevision = 5;
+        presentation.previewMessage = QStringLiteral("Not yet");
+        return presentation;
     });
     EXPECT_EQ(value(model, 0, "windowID").toUInt(), 4294967295U);
     EXPECT_EQ(value(model, 0, "ownerName").toString(), QStringLiteral("Owner"));
@@ -153,7 +153,7 @@ TEST(WindowCards, Random_lists_follow_each_other)
         QList<WindowItem> items = windows(ids);
         for (WindowItem& item : items)
             item.title = QString::number(random() % 2);
-        model.setWindows(items, std::nullopt, plainFace);
+        model.setWindows(items, std::nullopt, plainPresentation);
         ASSERT_EQ(model.rowCount(), items.size());
         for (int row = 0; row < model.rowCount(); ++row) {
             ASSERT_EQ(value(model, row, "windowID").toUInt(), items.at(row).id);

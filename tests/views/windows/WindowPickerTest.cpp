@@ -31,7 +31,7 @@ protected:
     {
         QStringList result;
         for (const PickerRow& row : picker->rows()->rows())
-            result.append(row.face.title + QStringLiteral(": ") + row.location);
+            result.append(row.presentation.title + QStringLiteral(": ") + row.location);
         return result;
     }
 
@@ -89,7 +89,7 @@ TEST_F(Picking, A_window_without_a_title_is_called_a_window)
     desktop.addAccessibleWindow(9, 102, {});
     store().refresh();
     picker->open(goalID.text());
-    EXPECT_EQ(picker->rows()->rows().back().face.title, QStringLiteral("Window"));
+    EXPECT_EQ(picker->rows()->rows().back().presentation.title, QStringLiteral("Window"));
 }
 
 TEST_F(Picking, Confirming_moves_the_chosen_windows_and_closes)
@@ -235,7 +235,7 @@ TEST_F(Picking, A_row_stays_where_it_is_while_titles_change)
     desktop.windowList->front().name = QStringLiteral("Zoo");
     desktop.accessibilityWindows[101]->back().title = QStringLiteral("Zoo");
     store().refresh();
-    EXPECT_EQ(picker->rows()->rows().at(1).face.title, QStringLiteral("Zoo"));
+    EXPECT_EQ(picker->rows()->rows().at(1).presentation.title, QStringLiteral("Zoo"));
     EXPECT_EQ(ids(), (QList<WindowID>{7, 9, 8})) << "nothing jumps under the pointer";
     picker->toggle(8);
     EXPECT_EQ(ids(), (QList<WindowID>{7, 9, 8}));

@@ -43,29 +43,32 @@ protected:
         store().refresh();
     }
 
-    WindowPresentation face() { return windowFace(store(), store().windows().front()); }
+    WindowPresentation presentation()
+    {
+        return windowPresentation(store(), store().windows().front());
+    }
 };
 
 TEST_F(WindowFaces, A_window_without_a_picture_has_a_message_and_with_one_a_revision)
 {
-    EXPECT_EQ(face().id, 7U);
-    EXPECT_EQ(face().title, QStringLiteral("Window"));
-    EXPECT_EQ(face().previewRevision, 0);
-    EXPECT_EQ(face().previewMessage, QStringLiteral("This window cannot be captured yet"));
+    EXPECT_EQ(presentation().id, 7U);
+    EXPECT_EQ(presentation().title, QStringLiteral("Window"));
+    EXPECT_EQ(presentation().previewRevision, 0);
+    EXPECT_EQ(presentation().previewMessage, QStringLiteral("This window cannot be captured yet"));
     desktop.captureSizes.insert(7, {640, 480});
     store().refreshPreviews(scheduler.now());
     scheduler.advance(0ms);
-    EXPECT_NE(face().previewRevision, 0);
-    EXPECT_EQ(face().previewMessage, QString());
+    EXPECT_NE(presentation().previewRevision, 0);
+    EXPECT_EQ(presentation().previewMessage, QString());
 }
 
 TEST_F(WindowFaces, The_application_is_empty_until_it_is_known)
 {
     WindowItem window = store().windows().front();
     window.bundleIdentifier = std::nullopt;
-    EXPECT_EQ(windowFace(store(), window).applicationID, QString());
+    EXPECT_EQ(windowPresentation(store(), window).applicationID, QString());
     window.bundleIdentifier = QStringLiteral("org.example.App");
-    EXPECT_EQ(windowFace(store(), window).applicationID, QStringLiteral("org.example.App"));
+    EXPECT_EQ(windowPresentation(store(), window).applicationID, QStringLiteral("org.example.App"));
 }
 
 } // namespace

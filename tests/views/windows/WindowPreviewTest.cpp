@@ -43,10 +43,10 @@ protected:
             desktop.captureSizes.insert(id, {640, 480});
         }
         store().refresh();
-        controller = std::make_unique<BoardController>(store());
+        controller = std::make_unique<WindowController>(store());
         preview.setParentItem(window.contentItem());
         preview.setSize({128, 72});
-        preview.setBoard(controller.get());
+        preview.setWindows(controller.get());
         preview.setWindowID(7);
     }
 
@@ -66,7 +66,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([this] { return preview.node != nullptr; }, limit));
     }
 
-    std::unique_ptr<BoardController> controller;
+    std::unique_ptr<WindowController> controller;
     QQuickWindow window;
     WatchedPreview preview;
 };

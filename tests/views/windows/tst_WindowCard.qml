@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -30,7 +31,7 @@ Item {
             const before = card("Report");
             world.addWindow(9, "Newcomer");
             tryVerify(() => card("Newcomer") !== null);
-            world.board.moveWindow(9, world.columnOfGoal("First"));
+            world.board.windows.moveWindow(9, world.columnOfGoal("First"));
             compare(card("Report"), before);
             world.removeWindow(9);
             tryVerify(() => card("Newcomer") === null);

@@ -1,6 +1,9 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Windows
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -49,7 +52,7 @@ Item {
         }
         function test_a_raised_card_has_no_seams() {
             tryVerify(() => card("Report") !== null);
-            world.board.focusWindow(4294967295);
+            world.board.windows.focusWindow(4294967295);
             for (let width = 900; width < 1010; width += 7) {
                 board.anchors.rightMargin = root.width - width;
                 waitForRendering(board);
@@ -76,14 +79,14 @@ Item {
             const ring = item => all(item, each => each instanceof Rectangle && isOf(each, item)
                                                    && each.border.width === 2)[0];
             const unsorted = columns()[0];
-            world.board.todos.goToColumn("kelpa-unassigned");
+            world.board.goals.goToColumn("kelpa-unassigned");
             tryVerify(() => unsorted.isSelected);
             verify(ring(unsorted).visible);
             verify(Qt.colorEqual(ring(unsorted).border.color, Theme.focus));
             compare(world.states(unsorted), ["selectable", "selected"]);
             tryVerify(() => card("Letter") !== null);
             verify(!(ring(card("Letter"))?.visible ?? false));
-            world.board.focusWindow(8);
+            world.board.windows.focusWindow(8);
             tryVerify(() => card("Letter")?.isSelected ?? false);
             verify(ring(card("Letter")).visible);
             compare(world.states(card("Letter")), ["selectable", "selected"]);

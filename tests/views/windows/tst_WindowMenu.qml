@@ -1,7 +1,10 @@
 import QtQuick
 import QtQuick.Templates as T
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Windows
+import Kelpa.Board
 import "../cases"
 
 Item {
@@ -46,7 +49,7 @@ Item {
             tryVerify(() => card("Report") !== null);
             const report = card("Report");
             compare(report.windowID, 4294967295);
-            compare(world.board.windowDragText(report.windowID), "4294967295");
+            compare(world.board.windows.windowDragText(report.windowID), "4294967295");
             compare(all(report, item => item instanceof WindowPreview)[0].windowID, 4294967295);
             // The icon is asked for by that number too.
             compare(all(report, item => item.source?.toString()
@@ -84,27 +87,27 @@ Item {
             moveBack(8, "Letter");
         }
         function test_the_menu_of_a_card_follows_the_order_of_the_goals() {
-            world.board.createGoal("Second");
-            world.board.createGoal("Third");
+            world.board.goals.createGoal("Second");
+            world.board.goals.createGoal("Third");
             openMenuOf("Letter");
             verifyMenu(["Move to goal", "First (circle)", "Second (circle)",
                         "Third (circle)", "Unsorted (check)", "New goal (plus)"]);
             closeMenu();
-            verify(world.board.moveColumn(world.columnOfGoal("First"), 1));
-            verify(world.board.moveColumn(world.columnOfGoal("Third"), -1));
+            verify(world.board.goals.moveColumn(world.columnOfGoal("First"), 1));
+            verify(world.board.goals.moveColumn(world.columnOfGoal("Third"), -1));
             openMenuOf("Letter");
             verifyMenu(["Move to goal", "Second (circle)", "Third (circle)",
                         "First (circle)", "Unsorted (check)", "New goal (plus)"]);
             closeMenu();
-            world.board.deleteGoal(world.columnOfGoal("Third"));
-            world.board.createGoal("Fourth");
+            world.board.goals.deleteGoal(world.columnOfGoal("Third"));
+            world.board.goals.createGoal("Fourth");
             openMenuOf("Letter");
             verifyMenu(["Move to goal", "Second (circle)", "First (circle)",
                         "Fourth (circle)", "Unsorted (check)", "New goal (plus)"]);
             chooseAndClose("Fourth");
             tryVerify(() => world.goalOfWindow(8) === "Fourth");
-            world.board.deleteGoal(world.columnOfGoal("Second"));
-            world.board.deleteGoal(world.columnOfGoal("Fourth"));
+            world.board.goals.deleteGoal(world.columnOfGoal("Second"));
+            world.board.goals.deleteGoal(world.columnOfGoal("Fourth"));
             tryVerify(() => card("Letter") !== null);
         }
         function test_the_menu_of_a_card_stays_where_it_opened() {
@@ -112,7 +115,7 @@ Item {
             const place = () => menuItems()[0].mapToItem(root, 0, 0);
             const before = place();
             // In a goal it has another place, and its card of now goes.
-            world.board.moveWindow(8, world.columnOfGoal("First"));
+            world.board.windows.moveWindow(8, world.columnOfGoal("First"));
             tryVerify(() => card("Letter") !== null);
             verify(menuItems().length > 1);
             compare(place(), before);
@@ -139,7 +142,7 @@ Item {
             moveBack(8, "Letter");
         }
         function test_an_assistive_program_takes_a_window_out_of_its_goal() {
-            world.board.moveWindow(8, world.columnOfGoal("First"));
+            world.board.windows.moveWindow(8, world.columnOfGoal("First"));
             tryVerify(() => card("Letter") !== null);
             cardButton("Letter", "ellipsis").Accessible.pressAction();
             tryVerify(() => menuItems().some(item => item.text === "Unsorted"));
@@ -151,7 +154,7 @@ Item {
             tryVerify(() => card("Letter") !== null);
             card("Letter").forceActiveFocus();
             keyClick(Qt.Key_Menu);
-            chooseAndClose(world.board.copy.text(CopyKey.NewGoal));
+            chooseAndClose(ViewSettings.copy.text(CopyKey.NewGoal));
             tryVerify(() => root.Window.activeFocusItem instanceof TextInputField);
             for (const letter of "new")
                 keyClick(letter);
@@ -159,7 +162,7 @@ Item {
             tryVerify(() => world.goalOfWindow(8) === "new");
             tryVerify(() => all(root.parent, item => item instanceof TextInputField
                                                      && item.visible).length === 0);
-            world.board.deleteGoal(world.columnOfGoal("new"));
+            world.board.goals.deleteGoal(world.columnOfGoal("new"));
             tryVerify(() => world.goalOfWindow(8) === "");
         }
     }

@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Controls
+import Kelpa.Windows
 
 Item {
     id: root
@@ -11,25 +12,25 @@ Item {
     WindowSelectionSheet {
         id: sheet
 
-        board: world.board
+        windows: world.board.windows
     }
 
     TestCase {
         name: "WindowSelectionSheet"
         when: windowShown
 
-        readonly property WindowPicker picker: world.board.windowPicker
+        readonly property WindowPicker picker: world.board.windows.picker
 
         function initTestCase() {
-            world.board.createGoal("Proposal");
-            world.board.createGoal("Taxes");
+            world.board.goals.createGoal("Proposal");
+            world.board.goals.createGoal("Taxes");
             world.addWindow(1, "Alpha");
             world.addWindow(2, "Beta");
             world.addWindow(3, "Gamma");
         }
         function init() {
             for (const id of [1, 2, 3])
-                world.board.moveWindow(id, "kelpa-unassigned");
+                world.board.windows.moveWindow(id, "kelpa-unassigned");
             picker.open(world.columnOfGoal("Proposal"));
             tryVerify(() => sheet.opened && rows().length === 3);
         }
@@ -145,7 +146,7 @@ Item {
             world.compose("");
         }
         function test_a_window_in_the_goal_is_last_and_cannot_be_chosen() {
-            world.board.moveWindow(1, world.columnOfGoal("Proposal"));
+            world.board.windows.moveWindow(1, world.columnOfGoal("Proposal"));
             tryVerify(() => rows().map(item => item.title).join() === "Beta,Gamma,Alpha");
             compare(row("Alpha").location, "Already in this goal");
             mouseClick(row("Alpha"));

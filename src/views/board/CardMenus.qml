@@ -1,10 +1,15 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
+import Kelpa.Windows
+import Kelpa.Board
 
-/// The menus that all cards of the board share. Each is made when it is first asked for. They stay
-/// where they opened: cards, rows and buttons move away below them, or go.
+/// The menus of the cards, which all cards share, and that of the board. Each is made when it is first
+/// asked for, and stays where it opened, also when its card, row or button moves or goes.
 Item {
     id: root
 
@@ -54,21 +59,23 @@ Item {
         id: windowMenuType
 
         WindowMenu {
-            board: root.board
+            windows: root.board.windows
+            goals: root.board.goals
         }
     }
     Component {
         id: priorityMenuType
 
         PriorityMenu {
-            board: root.board
+            goals: root.board.goals
         }
     }
     Component {
         id: todoMenuType
 
         TodoMenu {
-            board: root.board
+            todos: root.board.todos
+            goals: root.board.goals
         }
     }
     Component {
@@ -83,7 +90,7 @@ Item {
         id: columnMenuType
 
         ColumnMenu {
-            board: root.board
+            goals: root.board.goals
         }
     }
 }

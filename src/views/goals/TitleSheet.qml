@@ -1,13 +1,15 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Goals
 
 /// Asks for a goal's title, to create the goal or to rename it.
 Sheet {
     id: root
 
-    required property BoardController board
+    required property GoalController goals
     required property string explanation
     required property string placeholder
     required property string fieldLabel
@@ -62,7 +64,6 @@ Sheet {
             id: field
 
             width: parent.width
-            board: root.board
             label: root.fieldLabel
             placeholderText: root.placeholder
             onCommitted: root.confirm()
@@ -80,7 +81,7 @@ Sheet {
                 spacing: Theme.small
 
                 AppButton {
-                    text: root.board.copy.text(CopyKey.Cancel)
+                    text: ViewSettings.copy.text(CopyKey.Cancel)
                     onClicked: root.close()
                 }
                 AppButton {
@@ -89,7 +90,7 @@ Sheet {
                     text: root.confirmLabel
                     isPrimary: true
                     Accessible.defaultButton: true
-                    enabled: root.board.isGoalTitle(field.text)
+                    enabled: root.goals.isGoalTitle(field.text)
                     onClicked: root.confirm()
                 }
             }

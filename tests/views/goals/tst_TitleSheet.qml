@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
-import Kelpa
+import Kelpa.Appearance
+import Kelpa.Goals
 
 Item {
     id: root
@@ -19,7 +20,7 @@ Item {
     TitleSheet {
         id: sheet
 
-        board: world.board
+        goals: world.board.goals
         title: "Create a goal"
         explanation: "Describe it."
         placeholder: "e.g."

@@ -1,0 +1,173 @@
+#include "views/goals/GoalController.h"
+
+#include "model/Text.h"
+#include "store/WindowStore.h"
+#include "text/KelpaCopy.h"
+#include "views/goals/PrioritySymbol.h"
+#include "views/models/ColumnID.h"
+#include "views/models/DragPayload.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+GoalController::GoalController(WindowStore& store, QObject* parent)
+    : QObject(parent), m_store(store), m_breadcrumbs(store), m_moveTargets(store)
+{
+    // After the models, which follow the store for themselves.
+    for (const auto signal :
+         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
+        connect(&store, signal, this, &GoalController::selectedBreadcrumbChanged);
+    connect(&store, &WindowStore::boardNavigationChanged, this, [this] {
+        Q_EMIT selectedBreadcrumbChanged();
+        Q_EMIT selectionChanged();
+    });
+    for (const auto signal :
+         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+          &WindowStore::languageChanged})
+        connect(&store, signal, this, &GoalController::noGoalsHintChanged);
+}
+
+QString GoalController::noGoalsHint() const
+{
+    if (m_store.goals().isEmpty())
+        return KelpaCopy::text(CopyKey::AddFirstGoalHint, m_store.language());
+    return m_store.visibleGoals().isEmpty()
+               ? KelpaCopy::text(CopyKey::GoalsHiddenHint, m_store.language())
+               : QString();
+}
+
+QStringList GoalController::priorities() const
+{
+    QStringList result;
+    for (const GoalPriority priority : allGoalPriorities)
+        result.append(rawValue(priority));
+    return result;
+}
+
+QString GoalController::prioritySymbol(const QString& priority) const
+{
+    const std::optional<GoalPriority> known = goalPriorityFromRawValue(priority);
+    return known ? kelpa::prioritySymbol(*known) : QString();
+}
+
+bool GoalController::hasGoal(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    return goalID && goalWith(*goalID, m_store.goals()) != nullptr;
+}
+
+bool GoalController::isGoalTitle(const QString& title) const
+{
+    return !trimmedText(title).isEmpty();
+}
+
+QString GoalController::goalTitle(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    const Goal* const goal = goalID ? goalWith(*goalID, m_store.goals()) : nullptr;
+    return goal != nullptr ? goal->title : QString();
+}
+
+void GoalController::createGoal(const QString& title)
+{
+    m_store.createGoal(title);
+}
+
+void GoalController::renameGoal(const QString& columnID, const QString& title)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.renameGoal(*goalID, title);
+}
+
+void GoalController::deleteGoal(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.deleteGoal(*goalID);
+}
+
+void GoalController::setPriority(const QString& columnID, const QString& priority)
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    const std::optional<GoalPriority> wanted = goalPriorityFromRawValue(priority);
+    if (goalID && wanted)
+        m_store.setGoalPriority(*wanted, *goalID);
+}
+
+void GoalController::openChrome(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.createChrome(*goalID);
+}
+
+void GoalController::openTerminal(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.createTerminal(*goalID);
+}
+
+void GoalController::showAllWindows(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.showAllWindows(*goalID);
+}
+
+void GoalController::goToColumn(const QString& columnID)
+{
+    if (const std::optional<ColumnID> column = columnFromText(columnID))
+        m_store.activateTarget(TargetSelection::of(column->goalID), EnterWindowLayer::no);
+}
+
+void GoalController::showColumn(const QString& columnID)
+{
+    goToColumn(columnID);
+    Q_EMIT columnRequested();
+}
+
+std::optional<GoalID> GoalController::goalBeside(const QString& columnID, int step) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    const QList<Goal> goals = m_store.visibleGoals();
+    const auto found =
+        std::ranges::find(goals, goalID, [](const Goal& goal) { return std::optional(goal.id); });
+    const qsizetype target = found - goals.begin() + step;
+    if (found == goals.end() || target < 0 || target >= goals.size() ||
+        m_store.isAutoSortingGoals() || (step != 1 && step != -1))
+        return std::nullopt;
+    return goals.at(target).id;
+}
+
+bool GoalController::moveGoal(const QString& columnID, std::optional<GoalID> targetID, int step)
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    if (!goalID || !targetID)
+        return false;
+    m_store.moveGoal(*goalID, *targetID, step < 0 ? MovePlace::before : MovePlace::behind);
+    return true;
+}
+
+bool GoalController::canMoveColumn(const QString& columnID, int step) const
+{
+    return goalBeside(columnID, step).has_value();
+}
+
+bool GoalController::moveColumn(const QString& columnID, int step)
+{
+    return moveGoal(columnID, goalBeside(columnID, step), step);
+}
+
+bool GoalController::moveColumnToEnd(const QString& columnID, int step)
+{
+    if (!canMoveColumn(columnID, step))
+        return false;
+    const QList<Goal> goals = m_store.visibleGoals();
+    return moveGoal(columnID, step < 0 ? goals.front().id : goals.back().id, step);
+}
+
+QString GoalController::columnDragText(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    return goalID ? dragText(*goalID) : QString();
+}
+
+} // namespace kelpa

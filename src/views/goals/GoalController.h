@@ -1,0 +1,99 @@
+// The goals of the board as QML sees them: the store's operations on goals under ids that QML can
+// hold, and the models of what lists goals. It decides nothing that the store decides.
+#pragma once
+
+#include "views/goals/BreadcrumbModel.h"
+#include "views/goals/MoveTargetModel.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+#include <optional>
+
+namespace kelpa {
+
+class WindowStore;
+
+/// Follows a store. Main thread. A column is named by `columnText`; the name of no goal makes every
+/// operation on a goal do nothing.
+class GoalController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The board has it.")
+
+    /// What a person can do while no goal shows; empty while one does.
+    Q_PROPERTY(QString noGoalsHint READ noGoalsHint NOTIFY noGoalsHintChanged)
+    Q_PROPERTY(kelpa::BreadcrumbModel* breadcrumbs READ breadcrumbs CONSTANT)
+    /// The row of the selected goal's entry in the rail; -1 while no goal that shows is selected.
+    Q_PROPERTY(int selectedBreadcrumb READ selectedBreadcrumb NOTIFY selectedBreadcrumbChanged)
+    Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
+    Q_PROPERTY(QStringList priorities READ priorities CONSTANT)
+
+public:
+    /// `store` outlives the controller.
+    explicit GoalController(WindowStore& store, QObject* parent = nullptr);
+
+    QString noGoalsHint() const;
+    BreadcrumbModel* breadcrumbs() { return &m_breadcrumbs; }
+    int selectedBreadcrumb() const { return m_breadcrumbs.selectedRow(); }
+    MoveTargetModel* moveTargets() { return &m_moveTargets; }
+    /// The stored texts of the priorities, the most urgent first.
+    QStringList priorities() const;
+    Q_INVOKABLE QString prioritySymbol(const QString& priority) const;
+
+    Q_INVOKABLE bool hasGoal(const QString& columnID) const;
+    /// Whether a goal may bear this title.
+    Q_INVOKABLE bool isGoalTitle(const QString& title) const;
+    /// As it is stored, also with line breaks; empty for no goal.
+    Q_INVOKABLE QString goalTitle(const QString& columnID) const;
+    Q_INVOKABLE void createGoal(const QString& title);
+    Q_INVOKABLE void renameGoal(const QString& columnID, const QString& title);
+    Q_INVOKABLE void requestRename(const QString& columnID) { Q_EMIT renameRequested(columnID); }
+    Q_INVOKABLE void requestWindows(const QString& columnID) { Q_EMIT windowsRequested(columnID); }
+    Q_INVOKABLE void deleteGoal(const QString& columnID);
+    Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
+    /// Each opens a new window, which joins the goal.
+    Q_INVOKABLE void openChrome(const QString& columnID);
+    Q_INVOKABLE void openTerminal(const QString& columnID);
+    Q_INVOKABLE void showAllWindows(const QString& columnID);
+
+    /// Selects the column, also the one of what belongs to no goal.
+    Q_INVOKABLE void goToColumn(const QString& columnID);
+    /// Selects the column and scrolls the board to it.
+    Q_INVOKABLE void showColumn(const QString& columnID);
+    /// Moves a goal by one place among those that show: -1 towards the first, 1 towards the last.
+    /// False when it cannot move there, or goals are sorted automatically.
+    Q_INVOKABLE bool moveColumn(const QString& columnID, int step);
+    Q_INVOKABLE bool canMoveColumn(const QString& columnID, int step) const;
+    /// As `moveColumn`, before all that show or behind them.
+    Q_INVOKABLE bool moveColumnToEnd(const QString& columnID, int step);
+    /// The text that a drag of the column carries; empty for the unassigned one, which cannot be
+    /// dragged.
+    Q_INVOKABLE QString columnDragText(const QString& columnID) const;
+
+Q_SIGNALS:
+    void noGoalsHintChanged();
+    void selectedBreadcrumbChanged();
+    /// Something else is selected.
+    void selectionChanged();
+    /// The board scrolls to the selected column, also where it has been selected before.
+    void columnRequested();
+    /// A person is to be asked for another title of the goal.
+    void renameRequested(const QString& columnID);
+    /// A person is to choose windows for the goal.
+    void windowsRequested(const QString& columnID);
+
+private:
+    /// The goal beside which `step` brings a goal, among those that show.
+    std::optional<GoalID> goalBeside(const QString& columnID, int step) const;
+    bool moveGoal(const QString& columnID, std::optional<GoalID> targetID, int step);
+
+    WindowStore& m_store;
+    BreadcrumbModel m_breadcrumbs;
+    MoveTargetModel m_moveTargets;
+};
+
+} // namespace kelpa

@@ -1,0 +1,60 @@
+#include "views/windows/WindowController.h"
+
+#include "store/WindowStore.h"
+#include "views/models/ColumnID.h"
+#include "views/models/DragPayload.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+WindowController::WindowController(WindowStore& store, QObject* parent)
+    : QObject(parent), m_store(store), m_picker(store)
+{}
+
+void WindowController::focusWindow(quint32 windowID)
+{
+    if (const std::optional<WindowItem> window = listedWindow(windowID))
+        m_store.focus(*window);
+}
+
+void WindowController::selectWindow(quint32 windowID)
+{
+    m_store.selectWindow(windowID);
+}
+
+void WindowController::closeWindowProcess(quint32 windowID)
+{
+    if (const std::optional<WindowItem> window = listedWindow(windowID))
+        m_store.closeProcess(*window);
+}
+
+void WindowController::moveWindow(quint32 windowID, const QString& columnID)
+{
+    if (const std::optional<ColumnID> column = columnFromText(columnID))
+        m_store.assign(windowID, column->goalID);
+}
+
+void WindowController::createGoalForWindow(const QString& title, quint32 windowID)
+{
+    m_store.createGoal(title, windowID);
+}
+
+QString WindowController::windowDragText(quint32 windowID) const
+{
+    return dragText(windowID);
+}
+
+QImage WindowController::preview(WindowID windowID) const
+{
+    return m_store.previews().value(windowID).image;
+}
+
+std::optional<WindowItem> WindowController::listedWindow(WindowID windowID) const
+{
+    const QList<WindowItem>& windows = m_store.windows();
+    const auto found = std::ranges::find(windows, windowID, &WindowItem::id);
+    return found != windows.end() ? std::optional(*found) : std::nullopt;
+}
+
+} // namespace kelpa

@@ -1,0 +1,57 @@
+// The windows of the board as QML sees them: the store's operations on windows under their numbers,
+// and the sheet that chooses several. It decides nothing that the store decides.
+#pragma once
+
+#include "model/WindowItem.h"
+#include "views/windows/WindowPicker.h"
+
+#include <QImage>
+#include <QObject>
+#include <QString>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+#include <optional>
+
+namespace kelpa {
+
+class WindowStore;
+
+/// Main thread. A column is named by `columnText`, a window by its number. A window that is not
+/// listed any more is left alone.
+class WindowController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The board has it.")
+
+    Q_PROPERTY(kelpa::WindowPicker* picker READ picker CONSTANT)
+
+public:
+    /// `store` outlives the controller.
+    explicit WindowController(WindowStore& store, QObject* parent = nullptr);
+
+    WindowPicker* picker() { return &m_picker; }
+
+    /// Switches to the window.
+    Q_INVOKABLE void focusWindow(quint32 windowID);
+    /// Selects the window as the arrow keys do.
+    Q_INVOKABLE void selectWindow(quint32 windowID);
+    /// Asks the window's whole application to quit.
+    Q_INVOKABLE void closeWindowProcess(quint32 windowID);
+    Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
+    /// A new goal with the window in it.
+    Q_INVOKABLE void createGoalForWindow(const QString& title, quint32 windowID);
+    /// The text that a drag of the window carries.
+    Q_INVOKABLE QString windowDragText(quint32 windowID) const;
+
+    /// The latest picture of a window, shared with the store; null without one.
+    QImage preview(WindowID windowID) const;
+
+private:
+    std::optional<WindowItem> listedWindow(WindowID windowID) const;
+
+    WindowStore& m_store;
+    WindowPicker m_picker;
+};
+
+} // namespace kelpa

@@ -1,0 +1,197 @@
+// The goals of the board as QML sees them.
+#include "views/goals/GoalController.h"
+
+#include "support/StoreFixture.h"
+#include "views/goals/PrioritySymbol.h"
+#include "views/models/ColumnID.h"
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+
+namespace kelpa::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Goals : public StoreFixture
+{
+protected:
+    Goals()
+    {
+        desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+        store().setLanguage(AppLanguage::english);
+        store().setAutoSortingGoals(false);
+        store().refresh();
+        first = makeGoal(QStringLiteral("First"));
+        second = makeGoal(QStringLiteral("Second"));
+    }
+
+    GoalID first;
+    GoalID second;
+    GoalController goals{store()};
+    const QString unassigned = columnText(std::nullopt);
+};
+
+TEST_F(Goals, The_entry_of_the_selected_goal_is_named_by_its_row_in_the_rail)
+{
+    using enum NavigationDirection;
+    store().setTargetGridColumnCount(1);
+    store().clearTargetSelection();
+    EXPECT_EQ(goals.selectedBreadcrumb(), -1);
+    store().activateTarget(TargetSelection::unassigned(), EnterWindowLayer::no);
+    EXPECT_EQ(goals.selectedBreadcrumb(), -1);
+    const QSignalSpy changes(&goals, &GoalController::selectionChanged);
+    store().moveTargetSelection(down);
+    EXPECT_EQ(goals.selectedBreadcrumb(), 0);
+    store().moveTargetSelection(down);
+    EXPECT_EQ(goals.selectedBreadcrumb(), 1);
+    EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(Goals, The_entry_is_known_when_the_selection_is_announced)
+{
+    store().clearTargetSelection();
+    int announced = -1;
+    QObject::connect(&goals, &GoalController::selectionChanged, &goals,
+                     [&] { announced = goals.selectedBreadcrumb(); });
+    store().activateTarget(TargetSelection::goal(store().goals().at(1).id), EnterWindowLayer::no);
+    EXPECT_EQ(announced, 1);
+}
+
+TEST_F(Goals, The_unassigned_column_cannot_be_dragged)
+{
+    EXPECT_EQ(goals.columnDragText(unassigned), QString());
+}
+
+TEST_F(Goals, Renaming_and_deleting_never_touch_the_unassigned_column)
+{
+    goals.renameGoal(unassigned, QStringLiteral("Renamed"));
+    goals.deleteGoal(unassigned);
+    EXPECT_EQ(store().goals().size(), 2);
+    goals.renameGoal(first.text(), QStringLiteral("Renamed"));
+    EXPECT_EQ(goal(first).title, QStringLiteral("Renamed"));
+    goals.deleteGoal(first.text());
+    EXPECT_EQ(goalTitles(), QStringList{QStringLiteral("Second")});
+}
+
+TEST_F(Goals, A_blank_text_is_no_title)
+{
+    EXPECT_FALSE(goals.isGoalTitle(QString()));
+    EXPECT_FALSE(goals.isGoalTitle(QStringLiteral(" \t\n")));
+    EXPECT_TRUE(goals.isGoalTitle(QStringLiteral(" a ")));
+}
+
+TEST_F(Goals, Without_a_goal_that_shows_there_is_a_hint_what_to_do)
+{
+    EXPECT_EQ(goals.noGoalsHint(), u"");
+    store().addTodo(QStringLiteral("Read"), first);
+    QSignalSpy changes(&goals, &GoalController::noGoalsHintChanged);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_EQ(goals.noGoalsHint(), u"");
+    store().deleteTodo(todos(first).front().id, first);
+    EXPECT_EQ(goals.noGoalsHint(),
+              u"Goals without unfinished todos are hidden. Choose “Show All” to see them.");
+    store().deleteGoal(first);
+    store().deleteGoal(second);
+    EXPECT_EQ(goals.noGoalsHint(), u"Add a goal, then drag windows to it");
+    EXPECT_GE(changes.size(), 3);
+}
+
+TEST_F(Goals, A_goal_opens_and_shows_windows)
+{
+    store().assign(7, first);
+    desktop.calls.clear();
+    goals.openChrome(first.text());
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls.filter(QRegularExpression(QStringLiteral("^launch"))),
+              QStringList{QStringLiteral("launch chrome")});
+    desktop.calls.clear();
+    goals.openTerminal(first.text());
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls.filter(QRegularExpression(QStringLiteral("^launch"))),
+              QStringList{QStringLiteral("launch terminal")});
+    desktop.calls.clear();
+    goals.showAllWindows(first.text());
+    scheduler.advance(0ms);
+    EXPECT_TRUE(desktop.calls.contains(QStringLiteral("raise Report")));
+}
+
+TEST_F(Goals, The_unassigned_column_opens_nothing)
+{
+    desktop.calls.clear();
+    goals.openChrome(unassigned);
+    goals.openTerminal(unassigned);
+    goals.showAllWindows(unassigned);
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls, QStringList());
+}
+
+TEST_F(Goals, The_way_to_a_column_selects_it)
+{
+    goals.goToColumn(second.text());
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(second));
+    goals.goToColumn(unassigned);
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::unassigned());
+}
+
+TEST_F(Goals, A_priority_is_set_by_its_stored_text)
+{
+    EXPECT_EQ(goals.priorities(), QStringList({QStringLiteral("p0"), QStringLiteral("p1"),
+                                               QStringLiteral("p2"), QStringLiteral("p3")}));
+    goals.setPriority(second.text(), QStringLiteral("p0"));
+    EXPECT_EQ(goal(second).priority, GoalPriority::p0);
+    goals.setPriority(second.text(), QStringLiteral("urgent"));
+    EXPECT_EQ(goal(second).priority, GoalPriority::p0);
+}
+
+TEST(PrioritySymbols, Every_priority_has_its_own)
+{
+    EXPECT_EQ(prioritySymbol(GoalPriority::p0), QStringLiteral("chevrons-up"));
+    EXPECT_EQ(prioritySymbol(GoalPriority::p1), QStringLiteral("chevron-up"));
+    EXPECT_EQ(prioritySymbol(GoalPriority::p2), QStringLiteral("equal"));
+    EXPECT_EQ(prioritySymbol(GoalPriority::p3), QStringLiteral("chevron-down"));
+}
+
+class GoalMoves : public Goals
+{
+protected:
+    GoalMoves() { third = makeGoal(QStringLiteral("Third")); }
+
+    QString titles()
+    {
+        QStringList result;
+        for (const Goal& goal : store().goals())
+            result.append(goal.title);
+        return result.join(u' ');
+    }
+
+    GoalID third;
+};
+
+TEST_F(GoalMoves, A_goal_moves_before_all_or_behind_all_that_show_in_one_step)
+{
+    EXPECT_FALSE(goals.moveColumnToEnd(first.text(), -1));
+    EXPECT_TRUE(goals.moveColumnToEnd(first.text(), 1));
+    EXPECT_EQ(titles(), u"Second Third First");
+    EXPECT_TRUE(goals.moveColumnToEnd(third.text(), -1));
+    EXPECT_EQ(titles(), u"Third Second First");
+    store().undo();
+    store().undo();
+    EXPECT_EQ(titles(), u"First Second Third");
+    EXPECT_FALSE(goals.moveColumnToEnd(unassigned, 1));
+    store().setAutoSortingGoals(true);
+    EXPECT_FALSE(goals.moveColumnToEnd(third.text(), -1));
+}
+
+TEST_F(GoalMoves, Among_the_goals_that_show_the_hidden_ones_do_not_count)
+{
+    makeTodo(first);
+    makeTodo(second);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_TRUE(goals.moveColumnToEnd(first.text(), 1));
+    EXPECT_EQ(titles(), u"Second First Third");
+    EXPECT_FALSE(goals.moveColumnToEnd(first.text(), 1));
+}
+
+} // namespace
+} // namespace kelpa::test
