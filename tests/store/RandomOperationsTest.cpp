@@ -252,11 +252,11 @@ std::string RandomOperations::operate()
     case 21:
     case 22:
         store().undo();
-        expectBoard(m_history.undone(m_before));
+        expectBoard(m_history.undo(m_before));
         return "undo";
     case 23:
         store().redo();
-        expectBoard(m_history.redone(m_before));
+        expectBoard(m_history.redo(m_before));
         return "redo";
     default:
         switch (below(4)) {
@@ -293,14 +293,14 @@ void RandomOperations::checkHistory()
     int steps = 0;
     for (; m_history.canUndo() && !HasFailure(); ++steps) {
         ASSERT_TRUE(store().canUndo());
-        const BoardVersion expected = m_history.undone(HistoryModel::present(store()));
+        const BoardVersion expected = m_history.undo(HistoryModel::present(store()));
         store().undo();
         expectBoard(expected);
         checkSavedState();
     }
     EXPECT_FALSE(store().canUndo());
     for (; steps > 0 && !HasFailure(); --steps) {
-        const BoardVersion expected = m_history.redone(HistoryModel::present(store()));
+        const BoardVersion expected = m_history.redo(HistoryModel::present(store()));
         store().redo();
         expectBoard(expected);
     }
@@ -417,7 +417,7 @@ TEST_F(RandomOperations, Keep_every_promise_of_the_board)
 
         last = operate();
         if (last != "undo" && last != "redo")
-            m_history.note(m_before, HistoryModel::present(store()));
+            m_history.record(m_before, HistoryModel::present(store()));
 
         const testing::ScopedTrace trace(__FILE__, __LINE__,
                                          "operation " + std::to_string(i) + " (" + last +
