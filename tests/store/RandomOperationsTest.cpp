@@ -1,4 +1,4 @@
-// Long random sequences of operations, with what must hold looked at after each one.
+// Long random sequences of operations; the invariants are checked after each one.
 
 #include "store/board/BoardPersistence.h"
 #include "store/board/HistoryModel.h"
@@ -101,7 +101,7 @@ protected:
     void checkAssignments();
     void checkSavedState();
 
-    /// What the test knows must be there, kept beside the store.
+    /// The expected contents, which the test tracks beside the store.
     QSet<TodoID> m_todos;
     Assignments m_assignments;
     HistoryModel m_history;
@@ -312,7 +312,7 @@ void RandomOperations::checkTodos()
     QSet<TodoID> found;
     QSet<std::int64_t> orders;
     qsizetype count = 0;
-    const auto look = [&](const QList<TodoItem>& todos) {
+    const auto scan = [&](const QList<TodoItem>& todos) {
         for (const TodoItem& item : todos) {
             ++count;
             found.insert(item.id);
@@ -323,8 +323,8 @@ void RandomOperations::checkTodos()
         }
     };
     for (const Goal& each : store().goals())
-        look(each.todos);
-    look(store().unassignedTodos());
+        scan(each.todos);
+    scan(store().unassignedTodos());
     EXPECT_EQ(found, m_todos) << "a todo was lost or appeared";
     EXPECT_EQ(count, found.size()) << "a todo is in two lists";
     EXPECT_EQ(orders.size(), found.size()) << "two todos share an order";
