@@ -215,7 +215,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     // Names: of the product, of places, of types, of fonts.
     {u"^src/main\\.cpp$|^src/views/(scene/SymbolItem|ViewEngine)\\.cpp$",
      u"^(Kelpa|SymbolPictures|ViewSettings)$"},
-    {u"^src/store/WindowStorePreviews\\.cpp$", u"^Privacy_(Accessibility|ScreenCapture)$"},
+    {u"^src/store/desktop/Permissions\\.cpp$", u"^Privacy_(Accessibility|ScreenCapture)$"},
     {u"^src/views/scene/BoardDragSource\\.cpp$", u"^QShapedPixmapWindow$"},
     {u"^src/views/appearance/ViewSettings\\.cpp$", u"^Noto (Sans( CJK (JP|KR|SC))?|Color Emoji)$"},
 });
