@@ -33,7 +33,7 @@ void decodeBoard(benchmark::State& state)
     state.counters["bytes"] = static_cast<double>(json.size());
 }
 
-/// What a start does with the document: read it and make the orders 0 … n−1.
+/// Reads the document as a start does, and makes the orders 0 … n−1.
 void decodeAndNormalizeBoard(benchmark::State& state)
 {
     const QByteArray json =

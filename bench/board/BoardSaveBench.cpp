@@ -1,4 +1,4 @@
-// What a save of the board costs, and what SQLite costs alone for the same bytes.
+// The cost of saving the board, and of SQLite alone for the same bytes.
 #include "bench/board/BoardFixture.h"
 
 #include "platform/sqlite/SqliteSettingsStore.h"

@@ -54,16 +54,28 @@ size_t qHash(const Goal& goal, size_t seed)
                       static_cast<int>(goal.priority), goal.todos);
 }
 
-const Goal* goalWith(GoalID id, const QList<Goal>& goals)
+qsizetype indexOf(const QList<Goal>& goals, GoalID id)
 {
     const auto found = std::ranges::find(goals, id, &Goal::id);
-    return found != goals.end() ? &*found : nullptr;
+    return found != goals.end() ? std::distance(goals.begin(), found) : -1;
+}
+
+qsizetype indexOf(const QList<TodoItem>& todos, TodoID id)
+{
+    const auto found = std::ranges::find(todos, id, &TodoItem::id);
+    return found != todos.end() ? std::distance(todos.begin(), found) : -1;
+}
+
+const Goal* goalWith(GoalID id, const QList<Goal>& goals)
+{
+    const qsizetype index = indexOf(goals, id);
+    return index >= 0 ? &goals.at(index) : nullptr;
 }
 
 const TodoItem* todoWith(TodoID id, const QList<TodoItem>& todos)
 {
-    const auto found = std::ranges::find(todos, id, &TodoItem::id);
-    return found != todos.end() ? &*found : nullptr;
+    const qsizetype index = indexOf(todos, id);
+    return index >= 0 ? &todos.at(index) : nullptr;
 }
 
 const TodoItem* todoAt(std::optional<GoalID> goalID, TodoID id, const QList<Goal>& goals,

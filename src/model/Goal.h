@@ -33,6 +33,10 @@ struct Goal
 
 size_t qHash(const Goal& goal, size_t seed = 0);
 
+/// The position of a goal or a todo in its list; -1 when it is absent.
+qsizetype indexOf(const QList<Goal>& goals, GoalID id);
+qsizetype indexOf(const QList<TodoItem>& todos, TodoID id);
+
 /// The goal of the list; null when it is absent. Until the list changes.
 const Goal* goalWith(GoalID id, const QList<Goal>& goals);
 /// The todo of the list; null when it is absent. Until the list changes.

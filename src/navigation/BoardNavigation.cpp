@@ -26,7 +26,7 @@ qsizetype neighbour(qsizetype index, qsizetype count, qsizetype columns,
     Q_UNREACHABLE();
 }
 
-/// A selection that stands on no target breaks what every view relies on.
+/// Halts the program when the selection is on no target, which every view relies on.
 BoardNavigationState checked(const BoardNavigationState& state)
 {
     if (state.target.isNone())

@@ -1,4 +1,4 @@
-// What the keyboard has selected on the board.
+// The keyboard selection on the board.
 #pragma once
 
 #include "model/Identifiers.h"

@@ -1,4 +1,4 @@
-// Which of the published fields of the store came to differ in an operation.
+// Which of the published fields of the store changed in an operation.
 #pragma once
 
 #include <bitset>
@@ -9,7 +9,7 @@
 
 namespace kelpa {
 
-/// The published fields, in the order in which their changes are told.
+/// The published fields, in the order in which their signals are emitted.
 enum class StoreField : std::uint8_t {
     windows,
     goals,
@@ -38,15 +38,17 @@ public:
     static constexpr auto fieldCount = static_cast<std::size_t>(StoreField::count);
     using Fields = std::bitset<fieldCount>;
 
-    /// `tell` is called at the end of an operation with the fields that changed in it; what it
-    /// calls may begin another operation.
-    explicit StoreChanges(std::function<void(const Fields&)> tell) : m_tell(std::move(tell)) {}
+    using Notify = std::function<void(const Fields& changed)>;
+
+    /// Calls `notify` at the end of each operation with the fields that changed in it; `notify` may
+    /// begin another operation.
+    explicit StoreChanges(Notify notify) : m_notify(std::move(notify)) {}
 
     /// Only within an operation.
     void mark(StoreField field) { m_fields.set(static_cast<std::size_t>(field)); }
 
-    /// Stands at the top of every operation that may change published fields; operations within it
-    /// are parts of it.
+    /// The scope of an operation that may change published fields. Operations within it are parts
+    /// of it: only the outermost one notifies.
     class [[nodiscard]] Update
     {
     public:
@@ -54,7 +56,7 @@ public:
         ~Update()
         {
             if (--m_changes.m_depth == 0)
-                m_changes.m_tell(std::exchange(m_changes.m_fields, {}));
+                m_changes.m_notify(std::exchange(m_changes.m_fields, {}));
         }
         Update(const Update&) = delete;
         Update& operator=(const Update&) = delete;
@@ -64,7 +66,7 @@ public:
     };
 
 private:
-    std::function<void(const Fields&)> m_tell;
+    Notify m_notify;
     Fields m_fields;
     int m_depth = 0;
 };

@@ -16,21 +16,21 @@ class Toast
 public:
     enum class OffersUndo : std::uint8_t { no, yes };
 
-    /// Calls `changed` after each change of what it says or offers. `scheduler` outlives it.
+    /// Calls `changed` after each change of `text` or `offersUndo`. `scheduler` outlives this.
     Toast(Scheduler& scheduler, std::function<void()> changed);
 
-    /// What it says; none while it does not show.
+    /// None while no toast is shown.
     std::optional<CopyKey> text() const { return m_text; }
-    /// It tells of a deletion that can be taken back.
+    /// It reports a deletion that can be undone.
     bool offersUndo() const { return m_offersUndo == OffersUndo::yes; }
 
-    /// In place of what it said before, for the whole time of its own: two seconds, or six when a
-    /// person has to decide whether to undo.
+    /// Replaces the present text and starts a new full time: two seconds, or six when a person has
+    /// to decide whether to undo.
     void show(CopyKey text, OffersUndo offersUndo);
-    /// While it is held it stays, also one that is shown later. Let go, it has its whole time
+    /// While held, the toast stays, also one that is shown later; released, it starts its full time
     /// again.
     void setHeld(bool isHeld);
-    /// Goes at once when it offers to undo, held or not.
+    /// Hides the toast at once when it offers to undo, held or not.
     void withdrawOffer();
 
 private:
@@ -42,7 +42,7 @@ private:
     std::optional<CopyKey> m_text;
     OffersUndo m_offersUndo = OffersUndo::no;
     bool m_isHeld = false;
-    /// Hides it when its time is over; absent while it is held or does not show.
+    /// Hides the toast when its time is over; absent while it is held or hidden.
     TaskHandle m_end;
 };
 

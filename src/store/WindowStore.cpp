@@ -1,25 +1,16 @@
 #include "store/WindowStoreParts.h"
 
-#include "platform/Accessibility.h"
 #include "store/board/BoardPersistence.h"
 #include "store/board/GoalOrder.h"
 #include "text/KelpaCopy.h"
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <functional>
-#include <iterator>
 #include <utility>
 
 namespace kelpa {
 
 namespace {
-
-using namespace std::chrono_literals;
-
-/// How long after a save that failed it is tried again, should no change come first.
-constexpr Scheduler::Duration saveRetryDelay = 5s;
 
 void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
 {
@@ -54,29 +45,31 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
 
 } // namespace
 
-WindowStore::Parts::Parts(WindowStore& store, const Platform& desktop, SettingsStore& storage,
-                          Scheduler& clock)
-    : platform(desktop), settings(storage), scheduler(clock),
-      toast(scheduler, [&store] { store.publishToast(); }),
-      looks(platform.windowServer, platform.applications, scheduler,
-            [&store](const QList<WindowItem>& windows) { store.finishLook(windows); }),
-      previewCaptures(platform.windowServer, scheduler, store.m_windows, store.m_previews,
-                      [&store](Previews previews) { store.publishPreviews(std::move(previews)); }),
-      bringForwardQueue(platform.applications, platform.accessibility, scheduler),
+WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform& desktop,
+                          SettingsStore& storage, Scheduler& clock)
+    : store(owner), state(values), platform(desktop), settings(storage), scheduler(clock),
+      selection(state), toast(scheduler, [this] { publishToast(); }),
+      saver(settings, scheduler, [this] { loadState(); }), steps(state, selection, toast, saver),
+      permissions(platform),
+      passes(platform.windowServer, platform.applications, scheduler,
+             [this](const QList<WindowItem>& discovered) { finishPass(discovered); }),
+      previewCaptures(platform.windowServer, scheduler, state.windows, state.previews,
+                      [this](Previews captured) { publishPreviews(std::move(captured)); }),
+      activations(platform.applications, platform.accessibility, scheduler),
       launches(
-          platform.applications, scheduler, store.m_windows, [&store] { store.refresh(); },
-          [&store](GoalID goalID, WindowID windowID) { store.takeNewWindow(goalID, windowID); }),
+          platform.applications, scheduler, state.windows, [this] { store.refresh(); },
+          [this](GoalID goalID, WindowID windowID) { takeLaunchedWindow(goalID, windowID); }),
       tasks(scheduler)
 {}
 
 WindowStore::WindowStore(const Platform& platform, SettingsStore& settings, Scheduler& scheduler,
                          Observing observing)
-    : m_isAccessibilityTrusted(platform.accessibility.isTrusted()),
-      m_isScreenCaptureTrusted(platform.windowServer.isScreenCaptureTrusted()),
-      m_changes([this](const StoreChanges::Fields& changed) { emitSignals(*this, changed); }),
-      m_parts(std::make_unique<Parts>(*this, platform, settings, scheduler))
+    : m_state([this](const StoreChanges::Fields& changed) { emitSignals(*this, changed); }),
+      m_parts(std::make_unique<Parts>(*this, m_state, platform, settings, scheduler))
 {
-    loadState();
+    const Update update(m_state.changes);
+    m_parts->publish(m_parts->permissions.granted());
+    m_parts->saver.start();
     if (observing == Observing::started)
         startObserving();
 }
@@ -85,116 +78,52 @@ WindowStore::~WindowStore() = default;
 
 QList<Goal> WindowStore::visibleGoals() const
 {
-    return m_isHidingGoalsWithoutOpenTodos ? withOpenTodos(m_goals) : m_goals;
+    return m_state.isHidingGoalsWithoutOpenTodos ? withOpenTodos(m_state.goals) : m_state.goals;
 }
 
 void WindowStore::setLanguage(AppLanguage language)
 {
-    const Update update(m_changes);
-    if (!publish(m_language, language, Field::language))
+    const Update update(m_state.changes);
+    if (!m_state.assign(m_state.language, language, Field::language))
         return;
-    publishToast();
-    write({{languageKey, rawValue(language)}});
+    m_parts->publishToast();
+    m_parts->saver.write({{languageKey, rawValue(language)}});
 }
 
 void WindowStore::setAutoSortingGoals(bool isAutoSorting)
 {
-    const Update update(m_changes);
-    if (!publish(m_isAutoSortingGoals, isAutoSorting, Field::isAutoSortingGoals))
+    const Update update(m_state.changes);
+    if (!m_state.assign(m_state.isAutoSortingGoals, isAutoSorting, Field::isAutoSortingGoals))
         return;
-    sortGoalsIfNeeded();
-    saveStep({{autoSortingGoalsKey, isAutoSorting}});
+    m_state.sortGoalsIfNeeded();
+    m_parts->steps.saveStep({{autoSortingGoalsKey, isAutoSorting}});
 }
 
 void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
 {
-    const Update update(m_changes);
-    publish(m_isHidingGoalsWithoutOpenTodos, isHiding, Field::isHidingGoalsWithoutOpenTodos);
-    reconcileSelectionWithVisibleGoals();
+    const Update update(m_state.changes);
+    m_state.assign(m_state.isHidingGoalsWithoutOpenTodos, isHiding,
+                   Field::isHidingGoalsWithoutOpenTodos);
+    m_parts->selection.reconcileSelectionWithVisibleGoals();
 }
 
 void WindowStore::setSearchText(const QString& text)
 {
-    const Update update(m_changes);
-    if (publish(m_searchText, text, Field::searchText))
-        reconcileNavigationWithWindows();
+    const Update update(m_state.changes);
+    if (m_state.assign(m_state.searchText, text, Field::searchText))
+        m_parts->selection.reconcileWithWindows();
 }
 
-void WindowStore::markChanged(Field field)
+void WindowStore::undo()
 {
-    m_changes.mark(field);
-    if (field == Field::windows || field == Field::searchText)
-        m_parts->filteredWindows.reset();
-    if (field == Field::windows || field == Field::searchText || field == Field::previews)
-        m_parts->windowsByGoal.reset();
+    const Update update(m_state.changes);
+    m_parts->steps.undo();
 }
 
-void WindowStore::loadState()
+void WindowStore::redo()
 {
-    const Update update(m_changes);
-    if (!m_parts->settings.isLoaded()) {
-        // Written now, an empty board would replace the stored one.
-        retrySavingLater();
-        return;
-    }
-    m_parts->isBoardLoaded = true;
-    const StoredBoard board = loadBoard(m_parts->settings);
-    publish(m_language, board.language.value_or(allAppLanguages.front()), Field::language);
-    publish(m_isAutoSortingGoals, board.isAutoSortingGoals.value_or(m_isAutoSortingGoals),
-            Field::isAutoSortingGoals);
-    showContents(joined(board.contents, {m_goals, m_unassignedTodos, m_assignments}));
-    m_parts->history.clear();
-    m_parts->toast.withdrawOffer();
-    publishHistory();
-
-    std::vector<SettingsEntry> entries = boardEntries(m_goals, m_unassignedTodos);
-    if (m_assignments != board.contents.assignments)
-        entries.push_back(assignmentsEntry(m_assignments));
-    else if (board.assignmentsDocument)
-        entries.push_back({assignmentsKey, *board.assignmentsDocument});
-    m_parts->savedVersion = version();
-    write(entries);
-}
-
-void WindowStore::saveState(std::vector<SettingsEntry> settings)
-{
-    m_parts->savedVersion = version();
-    std::vector<SettingsEntry> entries;
-    if (m_parts->isBoardLoaded) {
-        entries = boardEntries(m_goals, m_unassignedTodos);
-        entries.push_back(assignmentsEntry(m_assignments));
-    }
-    std::ranges::move(settings, std::back_inserter(entries));
-    write(entries);
-}
-
-void WindowStore::write(const std::vector<SettingsEntry>& entries)
-{
-    afterWriting(m_parts->settings.write(entries));
-}
-
-void WindowStore::finishSaving()
-{
-    const Update update(m_changes);
-    afterWriting(m_parts->settings.flush());
-}
-
-void WindowStore::afterWriting(bool isDone)
-{
-    if (!m_parts->isBoardLoaded && m_parts->settings.isLoaded())
-        loadState();
-    else if (isDone)
-        m_parts->saveRetry.reset();
-    else
-        retrySavingLater();
-}
-
-void WindowStore::retrySavingLater()
-{
-    m_parts->saveRetry = m_parts->scheduler.after(saveRetryDelay, [this] {
-        m_parts->saveRetry.reset();
-        finishSaving();
-    });
+    const Update update(m_state.changes);
+    m_parts->steps.redo();
 }
 
 void WindowStore::setToastHeld(bool isHeld)
@@ -202,14 +131,38 @@ void WindowStore::setToastHeld(bool isHeld)
     m_parts->toast.setHeld(isHeld);
 }
 
-void WindowStore::publishToast()
+void WindowStore::finishSaving()
 {
-    const Update update(m_changes);
+    m_parts->saver.flush();
+}
+
+void WindowStore::Parts::loadState()
+{
+    const Update update(state.changes);
+    const StoredBoard board = loadBoard(settings);
+    state.assign(state.language, board.language.value_or(allAppLanguages.front()), Field::language);
+    state.assign(state.isAutoSortingGoals,
+                 board.isAutoSortingGoals.value_or(state.isAutoSortingGoals),
+                 Field::isAutoSortingGoals);
+    steps.show(joined(board.contents, state.version().contents));
+    steps.restart();
+
+    std::vector<SettingsEntry> entries = boardEntries(state.goals, state.unassignedTodos);
+    if (state.assignments != board.contents.assignments)
+        entries.push_back(assignmentsEntry(state.assignments));
+    else if (board.assignmentsDocument)
+        entries.push_back({assignmentsKey, *board.assignmentsDocument});
+    saver.write(entries);
+}
+
+void WindowStore::Parts::publishToast()
+{
+    const Update update(state.changes);
     std::optional<QString> message;
-    if (const std::optional<CopyKey> text = m_parts->toast.text())
-        message = KelpaCopy::text(*text, m_language);
-    publish(m_toastMessage, std::move(message), Field::toastMessage);
-    publish(m_toastOffersUndo, m_parts->toast.offersUndo(), Field::toastOffersUndo);
+    if (const std::optional<CopyKey> text = toast.text())
+        message = KelpaCopy::text(*text, state.language);
+    state.assign(state.toastMessage, std::move(message), Field::toastMessage);
+    state.assign(state.toastOffersUndo, toast.offersUndo(), Field::toastOffersUndo);
 }
 
 } // namespace kelpa

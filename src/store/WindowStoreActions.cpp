@@ -1,5 +1,5 @@
-// Acting on the windows of other applications, and opening new ones. What the desktop may take its
-// time over runs in the background; the board does not wait for it.
+// Acting on the windows of other applications, and opening new ones: in the background, since the
+// desktop may take its time.
 
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
@@ -14,30 +14,31 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// An application that was asked to quit has closed its windows by then, if it does so at all.
+/// By then, an application that quits on request has usually closed its windows.
 constexpr Scheduler::Duration refreshDelayAfterQuit = 400ms;
 
 } // namespace
 
 void WindowStore::focus(const WindowItem& window)
 {
-    const Update update(m_changes);
-    publishNavigation(BoardNavigationState::inside(TargetSelection::of(window.goalID), window.id));
-    if (m_isAccessibilityTrusted)
-        m_parts->bringForwardQueue.append({window});
+    const Update update(m_state.changes);
+    m_parts->selection.select(
+        BoardNavigationState::inside(TargetSelection::of(window.goalID), window.id));
+    if (m_state.isAccessibilityTrusted)
+        m_parts->activations.enqueue({window});
 }
 
 void WindowStore::showAllWindows(GoalID goalID)
 {
-    const Update update(m_changes);
-    if (!hasGoal(goalID))
+    const Update update(m_state.changes);
+    if (!m_state.hasGoal(goalID))
         return;
     activateTarget(TargetSelection::goal(goalID), EnterWindowLayer::no);
     QList<WindowItem> windows;
-    std::ranges::copy_if(m_windows, std::back_inserter(windows),
+    std::ranges::copy_if(std::as_const(m_state.windows), std::back_inserter(windows),
                          [&goalID](const WindowItem& each) { return each.goalID == goalID; });
-    if (m_isAccessibilityTrusted)
-        m_parts->bringForwardQueue.append(windows);
+    if (m_state.isAccessibilityTrusted)
+        m_parts->activations.enqueue(windows);
 }
 
 void WindowStore::closeProcess(const WindowItem& window)
@@ -57,23 +58,23 @@ void WindowStore::closeProcess(const WindowItem& window)
 
 void WindowStore::createTerminal(GoalID goalID)
 {
-    if (hasGoal(goalID))
+    if (m_state.hasGoal(goalID))
         m_parts->launches.launch(LaunchableApplication::terminal, goalID);
 }
 
 void WindowStore::createChrome(GoalID goalID)
 {
-    if (hasGoal(goalID))
+    if (m_state.hasGoal(goalID))
         m_parts->launches.launch(LaunchableApplication::chrome, goalID);
 }
 
-void WindowStore::takeNewWindow(GoalID goalID, WindowID windowID)
+void WindowStore::Parts::takeLaunchedWindow(GoalID goalID, WindowID windowID)
 {
-    const Update update(m_changes);
-    // The launch was the person's, not what came of it: undoing leaves it where it is.
+    const Update update(state.changes);
+    // The person launched an application, which is no step: undo leaves its window where it is.
     if (setAssignment(windowID, goalID))
-        saveState();
-    activateTarget(TargetSelection::goal(goalID), EnterWindowLayer::no);
+        steps.saveState();
+    selection.activate(TargetSelection::goal(goalID), EnterWindowLayer::no);
 }
 
 } // namespace kelpa

@@ -11,95 +11,80 @@ namespace kelpa {
 
 void WindowStore::createGoal(const QString& title)
 {
-    const Update update(m_changes);
-    if (addGoal(title))
-        saveStep();
+    const Update update(m_state.changes);
+    if (m_parts->addGoal(title))
+        m_parts->steps.saveStep();
 }
 
-std::optional<GoalID> WindowStore::addGoal(const QString& title)
+std::optional<GoalID> WindowStore::Parts::addGoal(const QString& title)
 {
     const QString trimmed = trimmedText(title);
     if (trimmed.isEmpty())
         return std::nullopt;
-    const Goal goal{GoalID::create(), trimmed, nextAccent(m_goals), defaultGoalPriority, {}};
-    m_goals.append(goal);
-    markChanged(Field::goals);
-    // It has no open todo yet and would be hidden at once.
-    publish(m_isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
-    sortGoalsIfNeeded();
-    activateTarget(TargetSelection::goal(goal.id), EnterWindowLayer::no);
+    const Goal goal{GoalID::create(), trimmed, nextAccent(state.goals), defaultGoalPriority, {}};
+    state.goals.append(goal);
+    state.markChanged(Field::goals);
+    // The new goal has no open todo and would be hidden at once.
+    state.assign(state.isHidingGoalsWithoutOpenTodos, false, Field::isHidingGoalsWithoutOpenTodos);
+    state.sortGoalsIfNeeded();
+    selection.activate(TargetSelection::goal(goal.id), EnterWindowLayer::no);
     return goal.id;
 }
 
 void WindowStore::renameGoal(GoalID goalID, const QString& title)
 {
-    const Update update(m_changes);
+    const Update update(m_state.changes);
     const QString trimmed = trimmedText(title);
-    const qsizetype index = indexOf(m_goals, goalID);
-    if (trimmed.isEmpty() || index < 0 || m_goals.at(index).title == trimmed)
+    const qsizetype index = indexOf(m_state.goals, goalID);
+    if (trimmed.isEmpty() || index < 0 || m_state.goals.at(index).title == trimmed)
         return;
-    m_goals[index].title = trimmed;
-    markChanged(Field::goals);
-    saveStep();
+    m_state.goals[index].title = trimmed;
+    m_state.markChanged(Field::goals);
+    m_parts->steps.saveStep();
 }
 
 void WindowStore::deleteGoal(GoalID goalID)
 {
-    const Update update(m_changes);
-    const qsizetype index = indexOf(m_goals, goalID);
+    const Update update(m_state.changes);
+    const qsizetype index = indexOf(m_state.goals, goalID);
     if (index < 0)
         return;
-    m_goals.removeAt(index);
-    markChanged(Field::goals);
-    m_assignments = withoutGoal(m_assignments, goalID);
-    // At once, however long the look at the desktop takes: a card of no goal would stand nowhere.
-    reconcileWithBoard();
-    saveDeletion(CopyKey::GoalDeleted);
+    m_state.goals.removeAt(index);
+    m_state.markChanged(Field::goals);
+    m_state.assignments = withoutGoal(m_state.assignments, goalID);
+    // Before the discovery pass ends: the board has no place for a card of a goal that has gone.
+    m_state.assignWindows(m_state.windows);
+    m_parts->selection.reconcileWithGoals();
+    m_parts->steps.saveDeletion(CopyKey::GoalDeleted);
     refresh();
 }
 
 void WindowStore::moveGoal(GoalID sourceID, GoalID targetID, MovePlace place)
 {
-    const Update update(m_changes);
-    if (m_isAutoSortingGoals)
+    const Update update(m_state.changes);
+    if (m_state.isAutoSortingGoals)
         return;
-    std::optional<QList<Goal>> moved = movedGoal(m_goals, sourceID, targetID, place);
-    if (moved && publish(m_goals, *std::move(moved), Field::goals))
-        saveStep();
+    std::optional<QList<Goal>> moved = movedGoal(m_state.goals, sourceID, targetID, place);
+    if (moved && m_state.assign(m_state.goals, *std::move(moved), Field::goals))
+        m_parts->steps.saveStep();
 }
 
 void WindowStore::setGoalPriority(GoalPriority priority, GoalID goalID)
 {
-    const Update update(m_changes);
-    const qsizetype index = indexOf(m_goals, goalID);
-    if (index < 0 || m_goals.at(index).priority == priority)
+    const Update update(m_state.changes);
+    const qsizetype index = indexOf(m_state.goals, goalID);
+    if (index < 0 || m_state.goals.at(index).priority == priority)
         return;
-    m_goals[index].priority = priority;
-    markChanged(Field::goals);
-    sortGoalsIfNeeded();
-    saveStep();
+    m_state.goals[index].priority = priority;
+    m_state.markChanged(Field::goals);
+    m_state.sortGoalsIfNeeded();
+    m_parts->steps.saveStep();
 }
 
-void WindowStore::sortGoalsIfNeeded()
+void WindowStore::Parts::reconcileWithTodoCounts()
 {
-    if (!m_isAutoSortingGoals)
-        return;
-    m_goals = automaticallySorted(m_goals);
-    // Also when the order is the same: what is shown beside it, the counts, has changed.
-    markChanged(Field::goals);
-}
-
-QList<GoalID> WindowStore::visibleGoalIDs() const
-{
-    QList<GoalID> ids;
-    for (const Goal& goal : visibleGoals())
-        ids.append(goal.id);
-    return ids;
-}
-
-bool WindowStore::hasGoal(GoalID goalID) const
-{
-    return indexOf(m_goals, goalID) >= 0;
+    state.sortGoalsIfNeeded();
+    selection.reconcileSelectionWithVisibleGoals();
 }
 
 } // namespace kelpa

@@ -1,68 +1,73 @@
-// What works behind the published state of the store. For the store's own sources.
+// The parts behind the published values, and what the store does when one of them reports. For the
+// store's own sources.
 #pragma once
 
 #include "platform/TaskGroup.h"
+#include "store/BoardSelection.h"
 #include "store/Toast.h"
+#include "store/UndoSteps.h"
 #include "store/WindowStore.h"
-#include "store/board/BoardHistory.h"
+#include "store/board/BoardSaver.h"
 #include "store/desktop/ActivationQueue.h"
+#include "store/desktop/DesktopObservation.h"
 #include "store/desktop/DiscoveryPasses.h"
 #include "store/desktop/LaunchFollower.h"
+#include "store/desktop/Permissions.h"
 #include "store/desktop/PreviewCaptures.h"
-#include "windows/WindowSearch.h"
 
 #include <memory>
 #include <optional>
-#include <utility>
 
 namespace kelpa {
 
 struct WindowStore::Parts
 {
-    Parts(WindowStore& store, const Platform& desktop, SettingsStore& storage, Scheduler& clock);
+    /// `owner` and `values` are the store that owns this and its values.
+    Parts(WindowStore& owner, StoreState& values, const Platform& desktop, SettingsStore& storage,
+          Scheduler& clock);
 
-    /// What keeps the windows fresh.
-    struct Observation
-    {
-        TaskHandle refreshTimer;
-        TaskHandle previewTimer;
-        std::unique_ptr<Subscription> windowWatch;
-    };
+    // Steps of several operations, each within one.
 
+    /// Adds a goal and selects it, without saving; none when the title is blank.
+    std::optional<GoalID> addGoal(const QString& title);
+    /// As `WindowStore::assign`, without saving; whether something changed.
+    bool setAssignment(WindowID windowID, std::optional<GoalID> to);
+    /// After the number of open todos of a goal has changed.
+    void reconcileWithTodoCounts();
+    void publish(const Permissions::Granted& granted);
+
+    // Reports of the parts, each an operation of its own.
+
+    /// The stored board can be read.
+    void loadState();
+    void publishToast();
+    void publishPreviews(Previews captured);
+    /// A discovery pass found `discovered`, or may not read windows and found none.
+    void finishPass(const QList<WindowItem>& discovered);
+    void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);
+    /// The window that was opened for the goal has appeared.
+    void takeLaunchedWindow(GoalID goalID, WindowID windowID);
+
+    WindowStore& store;
+    StoreState& state;
     const Platform platform;
     SettingsStore& settings;
     Scheduler& scheduler;
 
-    /// What is stored is on the board.
-    bool isBoardLoaded = false;
-    BoardHistory history;
-    /// The board as it was saved last, whoever changed it.
-    BoardVersion savedVersion;
-    TaskHandle saveRetry;
+    BoardSelection selection;
     Toast toast;
-    int targetGridColumnCount = 1;
+    BoardSaver saver;
+    UndoSteps steps;
 
-    std::optional<Observation> observation;
-    DiscoveryPasses looks;
+    Permissions permissions;
+    /// Absent while the store does not observe.
+    std::optional<DesktopObservation> observation;
+    DiscoveryPasses passes;
     PreviewCaptures previewCaptures;
-    ActivationQueue bringForwardQueue;
+    ActivationQueue activations;
     LaunchFollower launches;
-    /// Quits and what follows them.
+    /// Requests to quit and the passes that follow them.
     TaskGroup tasks;
-
-    /// Derived from windows, searchText and previews; absent until it is asked for.
-    std::optional<QList<WindowItem>> filteredWindows;
-    std::optional<WindowsByGoal> windowsByGoal;
 };
-
-template <class Value>
-bool WindowStore::publish(Value& member, Value value, Field field)
-{
-    if (member == value)
-        return false;
-    member = std::move(value);
-    markChanged(field);
-    return true;
-}
 
 } // namespace kelpa

@@ -1,41 +1,25 @@
 // The previews of windows, and the permissions that they and discovery depend on.
 
-#include "platform/Accessibility.h"
-#include "platform/WindowServer.h"
-#include "platform/Workspace.h"
 #include "store/WindowStoreParts.h"
 #include "text/KelpaCopy.h"
 
-#include <QUrl>
-
 namespace kelpa {
-
-namespace {
-
-QUrl privacySettings(bool isScreenCaptureTrusted)
-{
-    const QString pane = isScreenCaptureTrusted ? QStringLiteral("Privacy_Accessibility")
-                                                : QStringLiteral("Privacy_ScreenCapture");
-    return QUrl(QStringLiteral("x-apple.systempreferences:com.apple.preference.security?") + pane);
-}
-
-} // namespace
 
 void WindowStore::refreshPreviews(Date now)
 {
-    const Update update(m_changes);
-    if (m_isScreenCaptureTrusted) {
+    const Update update(m_state.changes);
+    if (m_state.isScreenCaptureTrusted) {
         m_parts->previewCaptures.captureNext(now);
     } else {
         m_parts->previewCaptures.cancel();
-        publishPreviews({});
+        m_parts->publishPreviews({});
     }
 }
 
-void WindowStore::publishPreviews(Previews previews)
+void WindowStore::Parts::publishPreviews(Previews captured)
 {
-    const Update update(m_changes);
-    publish(m_previews, std::move(previews), Field::previews);
+    const Update update(state.changes);
+    state.assign(state.previews, std::move(captured), Field::previews);
 }
 
 void WindowStore::setPreviewPixels(const QSize& pixels)
@@ -55,36 +39,32 @@ void WindowStore::noteScrollActivity()
 
 std::optional<QString> WindowStore::previewMessage(const WindowItem& window) const
 {
-    if (m_previews.contains(window.id))
+    if (m_state.previews.contains(window.id))
         return std::nullopt;
-    if (!m_isScreenCaptureTrusted)
-        return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_language);
+    if (!m_state.isScreenCaptureTrusted)
+        return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_state.language);
     if (window.isOnScreen)
-        return KelpaCopy::text(CopyKey::PreviewNotYet, m_language);
-    return KelpaCopy::text(CopyKey::PreviewMinimized, m_language);
+        return KelpaCopy::text(CopyKey::PreviewNotYet, m_state.language);
+    return KelpaCopy::text(CopyKey::PreviewMinimized, m_state.language);
 }
 
 void WindowStore::requestPermissions()
 {
-    const Update update(m_changes);
-    publish(m_isAccessibilityTrusted, m_parts->platform.accessibility.requestTrust(),
-            Field::isAccessibilityTrusted);
-    publish(m_isScreenCaptureTrusted, m_parts->platform.windowServer.requestScreenCapture(),
-            Field::isScreenCaptureTrusted);
-    m_parts->platform.workspace.requestOpen(privacySettings(m_isScreenCaptureTrusted));
+    const Update update(m_state.changes);
+    m_parts->publish(m_parts->permissions.request());
 }
 
 bool WindowStore::hasPermissionSettings() const
 {
-    return m_parts->platform.workspace.hasPermissionSettings();
+    return m_parts->permissions.hasSettings();
 }
 
-void WindowStore::updatePermissionState()
+void WindowStore::Parts::publish(const Permissions::Granted& granted)
 {
-    publish(m_isAccessibilityTrusted, m_parts->platform.accessibility.isTrusted(),
-            Field::isAccessibilityTrusted);
-    publish(m_isScreenCaptureTrusted, m_parts->platform.windowServer.isScreenCaptureTrusted(),
-            Field::isScreenCaptureTrusted);
+    state.assign(state.isAccessibilityTrusted, granted.accessibility,
+                 Field::isAccessibilityTrusted);
+    state.assign(state.isScreenCaptureTrusted, granted.screenCapture,
+                 Field::isScreenCaptureTrusted);
 }
 
 } // namespace kelpa

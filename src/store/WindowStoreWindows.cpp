@@ -1,159 +1,101 @@
 // The windows of the desktop and their assignments.
 
-#include "platform/Applications.h"
 #include "store/WindowStoreParts.h"
-#include "store/board/GoalOrder.h"
 #include "windows/WindowReconciliation.h"
 
 #include <algorithm>
-#include <chrono>
+#include <utility>
 
 namespace kelpa {
 
-namespace {
-
-using namespace std::chrono_literals;
-
-/// How often the desktop is looked at when nothing tells of a change.
-constexpr Scheduler::Duration refreshInterval = 2s;
-
-/// How often one window's preview is renewed.
-constexpr Scheduler::Duration previewInterval = 600ms;
-
-QSet<GoalID> idsOf(const QList<Goal>& goals)
-{
-    QSet<GoalID> ids;
-    ids.reserve(goals.size());
-    for (const Goal& goal : goals)
-        ids.insert(goal.id);
-    return ids;
-}
-
-} // namespace
-
-const QList<WindowItem>& WindowStore::filteredWindows() const
-{
-    if (!m_parts->filteredWindows)
-        m_parts->filteredWindows = kelpa::filteredWindows(m_windows, m_searchText, QLocale());
-    return *m_parts->filteredWindows;
-}
-
-QList<WindowItem> WindowStore::windows(std::optional<GoalID> goalID) const
-{
-    if (!m_parts->windowsByGoal)
-        m_parts->windowsByGoal = windowsByGoal(
-            filteredWindows(), [this](WindowID id) { return m_previews.contains(id); });
-    return m_parts->windowsByGoal->of(goalID);
-}
-
-QList<WindowItem> WindowStore::windows(const TargetSelection& target) const
-{
-    if (target.isUnassigned())
-        return windows(std::optional<GoalID>());
-    if (const std::optional<GoalID> goalID = target.goalID())
-        return windows(goalID);
-    return {};
-}
-
 void WindowStore::refresh()
 {
-    const Update update(m_changes);
-    updatePermissionState();
-    if (m_isScreenCaptureTrusted) {
-        m_parts->looks.lookNow();
+    const Update update(m_state.changes);
+    m_parts->publish(m_parts->permissions.granted());
+    if (m_state.isScreenCaptureTrusted) {
+        m_parts->passes.runNow();
     } else {
-        m_parts->looks.cancel();
-        finishLook({});
+        m_parts->passes.cancel();
+        m_parts->finishPass({});
     }
 }
 
 void WindowStore::refreshInBackground()
 {
-    if (m_parts->looks.isUnderWay())
+    if (m_parts->passes.isUnderWay())
         return;
-    const Update update(m_changes);
-    updatePermissionState();
-    m_parts->looks.lookInBackground(m_isScreenCaptureTrusted ? DiscoveryPasses::MayRead::yes
-                                                             : DiscoveryPasses::MayRead::no);
-}
-
-void WindowStore::finishLook(const QList<WindowItem>& windows)
-{
-    const Update update(m_changes);
-    migrateLegacyTerminalAssignments(windows);
-    publish(m_windows, withAssignedGoals(windows, m_assignments, idsOf(m_goals)), Field::windows);
-    reconcileNavigationWithWindows();
-    m_parts->launches.finishLooks();
-    if (m_parts->looks.takeMissedChange())
-        refreshInBackground();
+    const Update update(m_state.changes);
+    m_parts->publish(m_parts->permissions.granted());
+    m_parts->passes.runInBackground(m_state.isScreenCaptureTrusted
+                                        ? DiscoveryPasses::ReadAccess::granted
+                                        : DiscoveryPasses::ReadAccess::denied);
 }
 
 void WindowStore::noteWindowsChangedOnDesktop()
 {
-    m_parts->looks.noteChange();
+    m_parts->passes.requestRerun();
     refreshInBackground();
 }
 
-void WindowStore::reconcileWithBoard()
+void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
 {
-    if (m_todoEditorGoalID && !hasGoal(*m_todoEditorGoalID))
-        closeTodoEditor();
-    const std::optional<GoalID> selected = m_boardNavigation.target.goalID();
-    if (selected && !hasGoal(*selected))
-        publishNavigation(BoardNavigationState::idle());
-    publish(m_windows, withAssignedGoals(m_windows, m_assignments, idsOf(m_goals)), Field::windows);
-    reconcileNavigationWithWindows();
-    reconcileSelectionWithVisibleGoals();
+    const Update update(state.changes);
+    migrateLegacyTerminalAssignments(discovered);
+    state.assignWindows(discovered);
+    selection.reconcileWithWindows();
+    launches.finishPass();
+    if (passes.takeRerunRequest())
+        store.refreshInBackground();
 }
 
-void WindowStore::migrateLegacyTerminalAssignments(const QList<WindowItem>& windows)
+void WindowStore::Parts::migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered)
 {
     std::optional<Assignments> migrated =
-        migratedTerminalAssignments(m_assignments, windows, idsOf(m_goals));
+        migratedTerminalAssignments(state.assignments, discovered, state.goalIDs());
     if (!migrated)
         return;
-    m_assignments = *std::move(migrated);
-    saveState();
+    state.assignments = *std::move(migrated);
+    steps.saveState();
 }
 
 void WindowStore::assign(WindowID windowID, std::optional<GoalID> to)
 {
-    const Update update(m_changes);
-    if (setAssignment(windowID, to))
-        saveStep();
+    const Update update(m_state.changes);
+    if (m_parts->setAssignment(windowID, to))
+        m_parts->steps.saveStep();
 }
 
-bool WindowStore::setAssignment(WindowID windowID, std::optional<GoalID> to)
+bool WindowStore::Parts::setAssignment(WindowID windowID, std::optional<GoalID> to)
 {
-    const auto window = std::ranges::find(std::as_const(m_windows), windowID, &WindowItem::id);
-    if (window == m_windows.cend() || (to && !hasGoal(*to)) || window->goalID == to)
+    const auto window = std::ranges::find(std::as_const(state.windows), windowID, &WindowItem::id);
+    if (window == state.windows.cend() || (to && !state.hasGoal(*to)) || window->goalID == to)
         return false;
-    m_windows[std::distance(m_windows.cbegin(), window)].goalID = to;
-    markChanged(Field::windows);
+    state.windows[std::distance(state.windows.cbegin(), window)].goalID = to;
+    state.markChanged(Field::windows);
     if (to)
-        m_assignments.insert(assignmentKey(windowID), *to);
+        state.assignments.insert(assignmentKey(windowID), *to);
     else
-        m_assignments.remove(assignmentKey(windowID));
-    reconcileNavigationWithWindows();
+        state.assignments.remove(assignmentKey(windowID));
+    selection.reconcileWithWindows();
     return true;
 }
 
 void WindowStore::createGoal(const QString& title, WindowID windowID)
 {
-    const Update update(m_changes);
-    const std::optional<GoalID> goalID = addGoal(title);
+    const Update update(m_state.changes);
+    const std::optional<GoalID> goalID = m_parts->addGoal(title);
     if (!goalID)
         return;
-    setAssignment(windowID, goalID);
-    saveStep();
+    m_parts->setAssignment(windowID, goalID);
+    m_parts->steps.saveStep();
 }
 
 bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
 {
-    const Update update(m_changes);
-    if (windowIDs.isEmpty() || !hasGoal(to))
+    const Update update(m_state.changes);
+    if (windowIDs.isEmpty() || !m_state.hasGoal(to))
         return false;
-    QList<WindowItem> windows = m_windows;
+    QList<WindowItem> windows = m_state.windows;
     qsizetype found = 0;
     for (WindowItem& window : windows) {
         if (!windowIDs.contains(window.id))
@@ -163,12 +105,12 @@ bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
     }
     if (found != windowIDs.size())
         return false;
-    if (!publish(m_windows, std::move(windows), Field::windows))
+    if (!m_state.assign(m_state.windows, std::move(windows), Field::windows))
         return true;
     for (const WindowID windowID : windowIDs)
-        m_assignments.insert(assignmentKey(windowID), to);
-    reconcileNavigationWithWindows();
-    saveStep();
+        m_state.assignments.insert(assignmentKey(windowID), to);
+    m_parts->selection.reconcileWithWindows();
+    m_parts->steps.saveStep();
     return true;
 }
 
@@ -177,25 +119,26 @@ void WindowStore::startObserving()
     if (m_parts->observation)
         return;
     refresh();
-    m_parts->observation = Parts::Observation{
-        m_parts->scheduler.repeat(refreshInterval, [this] { refreshInBackground(); }),
-        m_parts->scheduler.repeat(previewInterval,
-                                  [this] { refreshPreviews(m_parts->scheduler.now()); }),
-        m_parts->platform.windowServer.watchWindows([this] { noteWindowsChangedOnDesktop(); })};
+    m_parts->observation.emplace(
+        m_parts->platform.windowServer, m_parts->scheduler,
+        DesktopObservation::Handlers{
+            .refresh = [this] { refreshInBackground(); },
+            .refreshPreviews = [this] { refreshPreviews(m_parts->scheduler.now()); },
+            .windowsChanged = [this] { noteWindowsChangedOnDesktop(); }});
     refreshPreviews(m_parts->scheduler.now());
 }
 
 void WindowStore::stopObserving()
 {
-    const Update update(m_changes);
+    const Update update(m_state.changes);
     m_parts->observation.reset();
     m_parts->previewCaptures.cancel();
-    m_parts->looks.cancel();
-    publish(m_windows, {}, Field::windows);
-    publish(m_previews, {}, Field::previews);
-    reconcileNavigationWithWindows();
-    // The one that was under way brings nothing any more.
-    m_parts->launches.finishLooks();
+    m_parts->passes.cancel();
+    m_state.assign(m_state.windows, {}, Field::windows);
+    m_state.assign(m_state.previews, {}, Field::previews);
+    m_parts->selection.reconcileWithWindows();
+    // The cancelled pass will not report any more.
+    m_parts->launches.finishPass();
 }
 
 } // namespace kelpa

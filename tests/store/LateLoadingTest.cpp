@@ -161,7 +161,7 @@ TEST_F(LateLoading, The_programs_end_brings_it_too)
     EXPECT_EQ(decodeGoals(settings.document(goalsKey))->size(), 2);
 }
 
-TEST_F(LateLoading, A_document_that_does_not_decode_is_kept_aside_then)
+TEST_F(LateLoading, A_document_that_does_not_decode_is_copied_aside_then)
 {
     settings.values.insert(goalsKey, QByteArray("[{"));
     makeGoal(QStringLiteral("Made"));

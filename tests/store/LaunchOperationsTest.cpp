@@ -25,7 +25,7 @@ protected:
         desktop.applications[700].bundleIdentifier = QStringLiteral("xterm");
     }
 
-    int looks() const
+    int passes() const
     {
         return static_cast<int>(desktop.calls.count(QStringLiteral("openDiscoverySource")));
     }
@@ -66,15 +66,15 @@ TEST_F(LaunchOperations, A_new_chrome_window_lands_in_its_goal)
     EXPECT_EQ(listed(1).goalID, a);
 }
 
-TEST_F(LaunchOperations, A_window_that_does_not_come_within_twenty_looks_stays_unassigned)
+TEST_F(LaunchOperations, A_window_that_does_not_appear_within_twenty_passes_stays_unassigned)
 {
     const GoalID a = makeGoal();
     store();
-    const int before = looks();
+    const int before = passes();
     desktop.launchedIdentifier = QStringLiteral("xterm");
     store().createTerminal(a);
     scheduler.advance(5s);
-    EXPECT_EQ(looks(), before + 20);
+    EXPECT_EQ(passes(), before + 20);
     EXPECT_EQ(scheduler.timersDue(), 0);
 
     addTerminalWindow(1);
@@ -113,7 +113,7 @@ TEST_F(LaunchOperations, A_goal_that_is_deleted_meanwhile_gets_no_window)
 
     EXPECT_EQ(listed(1).goalID, std::nullopt);
     EXPECT_EQ(store().boardNavigation(), State::idle());
-    EXPECT_EQ(scheduler.timersDue(), 1) << "the toast that tells of the deletion";
+    EXPECT_EQ(scheduler.timersDue(), 1) << "the toast that reports the deletion";
 }
 
 TEST_F(LaunchOperations, A_window_of_a_launch_of_which_no_application_is_known_lands_too)
@@ -141,12 +141,12 @@ TEST_F(LaunchOperations, Of_a_launch_without_a_known_application_no_other_window
     desktop.addWindow(1, 100, {});
     desktop.startupIDs[1] = "launch 1";
     store().refresh();
-    const int before = looks();
+    const int before = passes();
     store().createTerminal(a);
     scheduler.advance(0ms);
     desktop.addWindow(2, 200, {});
     scheduler.advance(5s);
-    EXPECT_EQ(looks(), before + 20);
+    EXPECT_EQ(passes(), before + 20);
     EXPECT_EQ(listed(1).goalID, std::nullopt) << "there before the launch";
     EXPECT_EQ(listed(2).goalID, std::nullopt);
     EXPECT_EQ(scheduler.timersDue(), 0);
@@ -158,7 +158,7 @@ TEST_F(LaunchOperations, An_application_that_shows_itself_once_it_runs_is_known_
     desktop.watchedIdentifier = QStringLiteral("xterm");
     scheduler.holdBackgroundWork(true);
     store().createTerminal(a);
-    // The launch, then the watching, then a look that finds nothing meanwhile.
+    // The launch, then the polling, then a pass that finds nothing meanwhile.
     scheduler.runBackgroundWork();
     EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1);
     scheduler.advance(250ms);
@@ -236,7 +236,7 @@ TEST_F(LaunchOperations, A_launch_that_is_on_its_way_takes_no_window_that_anothe
     store().createTerminal(a);
     scheduler.advance(249ms);
     addTerminalWindow(1);
-    // Asked for before the look that finds the first one's window has come to its end.
+    // Requested before the pass that finds the first one's window has ended.
     desktop.inTheMiddleOfAPass = [&] {
         desktop.inTheMiddleOfAPass = {};
         store().createTerminal(b);
@@ -248,7 +248,7 @@ TEST_F(LaunchOperations, A_launch_that_is_on_its_way_takes_no_window_that_anothe
     EXPECT_EQ(listed(1).goalID, a);
 }
 
-TEST_F(LaunchOperations, A_window_that_comes_before_the_last_look_ends_still_lands)
+TEST_F(LaunchOperations, A_window_that_appears_before_the_last_pass_ends_is_still_assigned)
 {
     const GoalID a = makeGoal();
     store();
@@ -282,7 +282,7 @@ TEST_F(LaunchOperations, Looks_that_take_longer_than_the_time_between_them_all_c
     scheduler.runBackgroundWork();
     EXPECT_EQ(listed(9).id, 9U);
 
-    // None of them has been counted twice: the window may still take as long as there are looks.
+    // No pass has been counted twice: the window may still appear until the last one.
     scheduler.holdBackgroundWork(false);
     scheduler.advance(4500ms);
     addTerminalWindow(1);
@@ -292,7 +292,7 @@ TEST_F(LaunchOperations, Looks_that_take_longer_than_the_time_between_them_all_c
     EXPECT_EQ(listed(1).goalID, b);
 }
 
-TEST_F(LaunchOperations, A_look_goes_on_when_another_one_is_asked_for_or_observing_ends)
+TEST_F(LaunchOperations, Polling_goes_on_when_another_pass_is_requested_or_observing_ends)
 {
     const GoalID a = makeGoal();
     store().startObserving();

@@ -1,4 +1,4 @@
-// Long random sequences of operations, with what must hold looked at after each one.
+// Long random sequences of operations; the invariants are checked after each one.
 
 #include "store/board/BoardPersistence.h"
 #include "store/board/HistoryModel.h"
@@ -101,7 +101,7 @@ protected:
     void checkAssignments();
     void checkSavedState();
 
-    /// What the test knows must be there, kept beside the store.
+    /// The expected contents, which the test tracks beside the store.
     QSet<TodoID> m_todos;
     Assignments m_assignments;
     HistoryModel m_history;
@@ -252,11 +252,11 @@ std::string RandomOperations::operate()
     case 21:
     case 22:
         store().undo();
-        expectBoard(m_history.undone(m_before));
+        expectBoard(m_history.undo(m_before));
         return "undo";
     case 23:
         store().redo();
-        expectBoard(m_history.redone(m_before));
+        expectBoard(m_history.redo(m_before));
         return "redo";
     default:
         switch (below(4)) {
@@ -293,14 +293,14 @@ void RandomOperations::checkHistory()
     int steps = 0;
     for (; m_history.canUndo() && !HasFailure(); ++steps) {
         ASSERT_TRUE(store().canUndo());
-        const BoardVersion expected = m_history.undone(HistoryModel::present(store()));
+        const BoardVersion expected = m_history.undo(HistoryModel::present(store()));
         store().undo();
         expectBoard(expected);
         checkSavedState();
     }
     EXPECT_FALSE(store().canUndo());
     for (; steps > 0 && !HasFailure(); --steps) {
-        const BoardVersion expected = m_history.redone(HistoryModel::present(store()));
+        const BoardVersion expected = m_history.redo(HistoryModel::present(store()));
         store().redo();
         expectBoard(expected);
     }
@@ -312,7 +312,7 @@ void RandomOperations::checkTodos()
     QSet<TodoID> found;
     QSet<std::int64_t> orders;
     qsizetype count = 0;
-    const auto look = [&](const QList<TodoItem>& todos) {
+    const auto scan = [&](const QList<TodoItem>& todos) {
         for (const TodoItem& item : todos) {
             ++count;
             found.insert(item.id);
@@ -323,8 +323,8 @@ void RandomOperations::checkTodos()
         }
     };
     for (const Goal& each : store().goals())
-        look(each.todos);
-    look(store().unassignedTodos());
+        scan(each.todos);
+    scan(store().unassignedTodos());
     EXPECT_EQ(found, m_todos) << "a todo was lost or appeared";
     EXPECT_EQ(count, found.size()) << "a todo is in two lists";
     EXPECT_EQ(orders.size(), found.size()) << "two todos share an order";
@@ -417,7 +417,7 @@ TEST_F(RandomOperations, Keep_every_promise_of_the_board)
 
         last = operate();
         if (last != "undo" && last != "redo")
-            m_history.note(m_before, HistoryModel::present(store()));
+            m_history.record(m_before, HistoryModel::present(store()));
 
         const testing::ScopedTrace trace(__FILE__, __LINE__,
                                          "operation " + std::to_string(i) + " (" + last +

@@ -14,7 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 using OffersUndo = Toast::OffersUndo;
 
-/// What a toast said and offered after a change.
+/// The text and the offer of a toast after a change.
 struct Shown
 {
     std::optional<CopyKey> text;
@@ -28,7 +28,7 @@ constexpr Shown nothing;
 class ToastTest : public testing::Test
 {
 protected:
-    /// What was told of since the last call.
+    /// The changes reported since the last call.
     std::vector<Shown> takeChanges() { return std::exchange(m_changes, {}); }
 
     ManualScheduler scheduler;

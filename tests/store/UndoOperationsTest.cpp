@@ -19,7 +19,7 @@ protected:
         return {store().goals(), store().unassignedTodos(), store().assignments()};
     }
 
-    /// What is stored by now.
+    /// The contents that are stored now.
     BoardContents saved()
     {
         return {*decodeGoals(settings.document(goalsKey)),
@@ -212,7 +212,7 @@ TEST_F(UndoOperations, What_comes_back_or_changes_is_selected_and_so_brought_int
     EXPECT_EQ(store().boardNavigation(), BoardNavigationState::on(TargetSelection::goal(b)));
 }
 
-TEST_F(UndoOperations, The_todo_that_came_back_is_told_until_the_next_step)
+TEST_F(UndoOperations, The_todo_that_came_back_is_published_until_the_next_step)
 {
     const GoalID a = makeGoal(QStringLiteral("A"));
     const TodoID todo = makeTodo(a);

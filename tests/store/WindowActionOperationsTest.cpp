@@ -21,7 +21,7 @@ protected:
 
     QStringList raised() const { return desktop.calls.filter(QStringLiteral("raise ")); }
 
-    int looks() const
+    int passes() const
     {
         return static_cast<int>(desktop.calls.count(QStringLiteral("openDiscoverySource")));
     }
@@ -58,7 +58,7 @@ TEST_F(WindowActionOperations, Focus_without_permission_only_selects)
     EXPECT_TRUE(desktop.calls.isEmpty());
 }
 
-TEST_F(WindowActionOperations, Focus_of_a_window_that_cannot_be_told_apart_only_selects)
+TEST_F(WindowActionOperations, Focus_of_an_ambiguous_window_only_selects)
 {
     desktop.addAccessibleWindow(1, 100, QStringLiteral("one"));
     store().refresh();
@@ -182,20 +182,20 @@ TEST_F(WindowActionOperations, Showing_the_windows_of_an_unknown_goal_does_nothi
     EXPECT_TRUE(raised().isEmpty());
 }
 
-TEST_F(WindowActionOperations, Closing_asks_the_application_and_looks_again_a_little_later)
+TEST_F(WindowActionOperations, Closing_asks_the_application_and_runs_a_pass_a_little_later)
 {
     desktop.addWindow(1, 100, {});
     store().refresh();
-    const int before = looks();
+    const int before = passes();
 
     store().closeProcess(listed(1));
     scheduler.advance(0ms);
     EXPECT_EQ(desktop.calls.count(QStringLiteral("quit 100")), 1);
     desktop.removeWindow(1);
     scheduler.advance(399ms);
-    EXPECT_EQ(looks(), before);
+    EXPECT_EQ(passes(), before);
     scheduler.advance(1ms);
-    EXPECT_EQ(looks(), before + 1);
+    EXPECT_EQ(passes(), before + 1);
     EXPECT_TRUE(store().windows().isEmpty());
     EXPECT_EQ(scheduler.timersDue(), 0);
 }

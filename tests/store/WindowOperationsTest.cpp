@@ -83,7 +83,7 @@ TEST_F(WindowOperations, Without_screen_capture_no_window_is_listed)
     EXPECT_EQ(listed(), QList<WindowID>{1});
 }
 
-TEST_F(WindowOperations, The_permissions_follow_the_desktop_with_every_look)
+TEST_F(WindowOperations, The_permissions_follow_the_desktop_with_every_pass)
 {
     store();
     desktop.isAccessibilityGranted = false;
@@ -95,7 +95,7 @@ TEST_F(WindowOperations, The_permissions_follow_the_desktop_with_every_look)
     EXPECT_TRUE(store().isAccessibilityTrusted());
 }
 
-TEST_F(WindowOperations, A_background_look_applies_when_it_is_done_and_only_one_is_in_flight)
+TEST_F(WindowOperations, A_background_pass_applies_when_it_ends_and_only_one_is_under_way)
 {
     desktop.addWindow(1, 100, {});
     scheduler.holdBackgroundWork(true);
@@ -111,7 +111,7 @@ TEST_F(WindowOperations, A_background_look_applies_when_it_is_done_and_only_one_
     EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1) << "the next one may start";
 }
 
-TEST_F(WindowOperations, A_refresh_cancels_the_look_in_flight)
+TEST_F(WindowOperations, A_refresh_cancels_the_pass_under_way)
 {
     desktop.addWindow(1, 100, {});
     scheduler.holdBackgroundWork(true);
@@ -124,7 +124,7 @@ TEST_F(WindowOperations, A_refresh_cancels_the_look_in_flight)
 
     desktop.removeWindow(2);
     scheduler.runBackgroundWork();
-    EXPECT_EQ(listed(), (QList<WindowID>{2, 1})) << "the older look must not be applied";
+    EXPECT_EQ(listed(), (QList<WindowID>{2, 1})) << "the older pass must not be applied";
 }
 
 TEST_F(WindowOperations, A_refresh_that_the_window_server_keeps_waiting_ends_in_the_background)
@@ -142,7 +142,7 @@ TEST_F(WindowOperations, A_refresh_that_the_window_server_keeps_waiting_ends_in_
     EXPECT_EQ(listed(), QList<WindowID>{1});
 }
 
-TEST_F(WindowOperations, An_assignment_is_stored_under_the_number_and_comes_back_with_each_look)
+TEST_F(WindowOperations, An_assignment_is_stored_under_the_number_and_comes_back_with_each_pass)
 {
     const GoalID a = makeGoal();
     desktop.addWindow(4127, 100, {});
@@ -316,7 +316,7 @@ TEST_F(WindowOperations, Only_goals_and_the_unassigned_column_have_windows)
     EXPECT_TRUE(store().windows(TargetSelection::unifiedTodos()).isEmpty());
 }
 
-TEST_F(WindowOperations, Observing_looks_at_once_and_then_every_two_seconds)
+TEST_F(WindowOperations, Observing_runs_a_pass_at_once_and_then_every_two_seconds)
 {
     desktop.addWindow(1, 100, {});
     store().startObserving();
@@ -332,7 +332,7 @@ TEST_F(WindowOperations, Observing_looks_at_once_and_then_every_two_seconds)
     EXPECT_EQ(desktop.calls.count(QStringLiteral("openDiscoverySource")), 2);
 }
 
-TEST_F(WindowOperations, A_tick_that_finds_a_look_in_flight_is_dropped)
+TEST_F(WindowOperations, A_tick_during_a_pass_is_dropped)
 {
     store().startObserving();
     scheduler.holdBackgroundWork(true);
@@ -341,7 +341,7 @@ TEST_F(WindowOperations, A_tick_that_finds_a_look_in_flight_is_dropped)
     EXPECT_EQ(scheduler.backgroundWorkStarted(), 2);
 }
 
-TEST_F(WindowOperations, A_change_on_the_desktop_is_looked_at_without_waiting_for_the_tick)
+TEST_F(WindowOperations, A_change_on_the_desktop_starts_a_pass_without_waiting_for_the_tick)
 {
     store().startObserving();
     desktop.addWindow(1, 100, {});
@@ -351,7 +351,7 @@ TEST_F(WindowOperations, A_change_on_the_desktop_is_looked_at_without_waiting_fo
     EXPECT_EQ(listed(), QList<WindowID>{1});
 }
 
-TEST_F(WindowOperations, A_change_during_a_look_brings_one_more_look)
+TEST_F(WindowOperations, A_change_during_a_pass_starts_one_more_pass)
 {
     store().startObserving();
     scheduler.holdBackgroundWork(true);

@@ -216,7 +216,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/main\\.cpp$|^src/views/(scene/SymbolItem|ViewEngine)\\.cpp$",
      u"^(Kelpa(\\.(Scene|Appearance))?|SymbolPictures|ViewSettings)$"},
     {u"^src/views/controls/(FocusRing|HoverTip)\\.cpp$", u"^(FocusFrame|AppToolTip)\\.qml$"},
-    {u"^src/store/WindowStorePreviews\\.cpp$", u"^Privacy_(Accessibility|ScreenCapture)$"},
+    {u"^src/store/desktop/Permissions\\.cpp$", u"^Privacy_(Accessibility|ScreenCapture)$"},
     {u"^src/views/scene/BoardDragSource\\.cpp$", u"^QShapedPixmapWindow$"},
     {u"^src/views/appearance/ViewSettings\\.cpp$", u"^Noto (Sans( CJK (JP|KR|SC))?|Color Emoji)$"},
 });

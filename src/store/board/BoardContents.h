@@ -1,4 +1,5 @@
-// What a person has put on the board: the part of the store's state that is kept between runs.
+// The goals, todos and assignments of a board: the part of the store's state that is kept between
+// runs.
 #pragma once
 
 #include "model/BoardJson.h"
@@ -18,9 +19,10 @@ struct BoardContents
     friend bool operator==(const BoardContents&, const BoardContents&) = default;
 };
 
-/// `stored` with what was made on another board beside it: its goals after the stored ones, its
-/// todos after all stored ones in their lists and in the order of the board, which becomes 0 … n−1.
-/// A window that is assigned on both belongs where it was assigned last, on the made one.
+/// `stored` with the contents of `made`, another board made beside it, appended: its goals after
+/// the stored ones, its todos after all stored ones in their lists and in the order of the board,
+/// which becomes 0 … n−1. A window that is assigned on both keeps its assignment on `made`, which
+/// is the later one.
 BoardContents joined(BoardContents stored, BoardContents made);
 
 } // namespace kelpa

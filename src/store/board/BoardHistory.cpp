@@ -12,13 +12,13 @@ std::optional<GoalID> assigned(const Assignments& assignments, const QString& ke
 
 } // namespace
 
-bool BoardHistory::note(const BoardVersion& before, const BoardVersion& after)
+bool BoardHistory::record(const BoardVersion& before, const BoardVersion& after)
 {
     if (before.contents == after.contents)
         return false;
     m_redoable.clear();
-    m_undoable.append(stepTo(before, after));
-    if (m_undoable.size() > mostSteps)
+    m_undoable.append(stepBetween(after, before));
+    if (m_undoable.size() > maxSteps)
         m_undoable.removeFirst();
     return true;
 }
@@ -29,20 +29,20 @@ void BoardHistory::clear()
     m_redoable.clear();
 }
 
-BoardVersion BoardHistory::undone(const BoardVersion& board)
+BoardVersion BoardHistory::undo(const BoardVersion& board)
 {
-    return taken(m_undoable, m_redoable, board);
+    return applyLast(m_undoable, m_redoable, board);
 }
 
-BoardVersion BoardHistory::redone(const BoardVersion& board)
+BoardVersion BoardHistory::redo(const BoardVersion& board)
 {
-    return taken(m_redoable, m_undoable, board);
+    return applyLast(m_redoable, m_undoable, board);
 }
 
-BoardHistory::Step BoardHistory::stepTo(const BoardVersion& target, const BoardVersion& from)
+BoardHistory::Step BoardHistory::stepBetween(const BoardVersion& from, const BoardVersion& to)
 {
-    Step step{target.contents.goals, target.contents.unassignedTodos, {}, std::nullopt};
-    const Assignments& wanted = target.contents.assignments;
+    Step step{to.contents.goals, to.contents.unassignedTodos, {}, std::nullopt};
+    const Assignments& wanted = to.contents.assignments;
     const Assignments& present = from.contents.assignments;
     for (const Assignments& keys : {wanted, present}) {
         for (const auto& [key, goalID] : keys.asKeyValueRange()) {
@@ -50,16 +50,17 @@ BoardHistory::Step BoardHistory::stepTo(const BoardVersion& target, const BoardV
                 step.assignments.insert(key, assigned(wanted, key));
         }
     }
-    if (target.isAutoSortingGoals != from.isAutoSortingGoals)
-        step.isAutoSortingGoals = target.isAutoSortingGoals;
+    if (to.isAutoSortingGoals != from.isAutoSortingGoals)
+        step.isAutoSortingGoals = to.isAutoSortingGoals;
     return step;
 }
 
-BoardVersion BoardHistory::taken(QList<Step>& from, QList<Step>& to, const BoardVersion& board)
+BoardVersion BoardHistory::applyLast(QList<Step>& source, QList<Step>& inverses,
+                                     const BoardVersion& board)
 {
-    if (from.isEmpty())
+    if (source.isEmpty())
         return board;
-    const Step step = from.takeLast();
+    const Step step = source.takeLast();
     Step inverse{board.contents.goals, board.contents.unassignedTodos, {}, std::nullopt};
     BoardVersion result{{step.goals, step.unassignedTodos, board.contents.assignments},
                         board.isAutoSortingGoals};
@@ -74,7 +75,7 @@ BoardVersion BoardHistory::taken(QList<Step>& from, QList<Step>& to, const Board
         inverse.isAutoSortingGoals = board.isAutoSortingGoals;
         result.isAutoSortingGoals = *step.isAutoSortingGoals;
     }
-    to.append(std::move(inverse));
+    inverses.append(std::move(inverse));
     return result;
 }
 

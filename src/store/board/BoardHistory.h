@@ -1,4 +1,4 @@
-// What a person has changed on the board, so that it can be taken back and done again.
+// The steps by which a person changed the board, for undo and redo.
 #pragma once
 
 #include "store/board/BoardContents.h"
@@ -19,32 +19,32 @@ struct BoardVersion
     friend bool operator==(const BoardVersion&, const BoardVersion&) = default;
 };
 
-/// The last steps of a person. A step keeps the goals and the todos before it as they were, which
-/// only a person changes; of the assignments it keeps those that the step itself changed, since
-/// others come with the windows in between.
+/// The last steps of a person. A step keeps all goals and todos as they were before it, since only
+/// a person changes them, but only those assignments that the step itself changed: windows that
+/// appear in between add others.
 class BoardHistory
 {
 public:
     /// Older steps are forgotten.
-    static constexpr qsizetype mostSteps = 100;
+    static constexpr qsizetype maxSteps = 100;
 
-    /// Notes that a person turned `before` into `after`; nothing can be redone from then on. False
-    /// when goals, todos and assignments are the same: the automatic order by itself is a setting,
-    /// and belongs to a step only where it changed the order of the goals.
-    bool note(const BoardVersion& before, const BoardVersion& after);
+    /// Records that a person turned `before` into `after`, and drops the steps that could be
+    /// redone. False when goals, todos and assignments are the same: the automatic order by itself
+    /// is a setting, and belongs to a step only where it changed the order of the goals.
+    bool record(const BoardVersion& before, const BoardVersion& after);
     void clear();
 
     bool canUndo() const { return !m_undoable.isEmpty(); }
     bool canRedo() const { return !m_redoable.isEmpty(); }
 
-    /// `board` without the last step; `board` itself when there is none. In automatic order, the
-    /// goals may still have to be sorted: the step may be older than the switch.
-    BoardVersion undone(const BoardVersion& board);
-    /// `board` with the step that was undone last; `board` itself when there is none.
-    BoardVersion redone(const BoardVersion& board);
+    /// Takes the last step off `board`; returns `board` itself when there is none. In automatic
+    /// order, the goals may still have to be sorted: the step may be older than the switch.
+    BoardVersion undo(const BoardVersion& board);
+    /// Applies the step undone last to `board`; returns `board` itself when there is none.
+    BoardVersion redo(const BoardVersion& board);
 
 private:
-    /// What leads from one version to another.
+    /// The difference that leads from one version to another.
     struct Step
     {
         QList<Goal> goals;
@@ -54,9 +54,10 @@ private:
         std::optional<bool> isAutoSortingGoals;
     };
 
-    static Step stepTo(const BoardVersion& target, const BoardVersion& from);
-    /// Takes the last step of `from` and keeps its inverse in `to`.
-    static BoardVersion taken(QList<Step>& from, QList<Step>& to, const BoardVersion& board);
+    static Step stepBetween(const BoardVersion& from, const BoardVersion& to);
+    /// Applies the last step of `source` to `board` and moves its inverse to `inverses`.
+    static BoardVersion applyLast(QList<Step>& source, QList<Step>& inverses,
+                                  const BoardVersion& board);
 
     QList<Step> m_undoable;
     QList<Step> m_redoable;

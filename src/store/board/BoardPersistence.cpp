@@ -23,7 +23,7 @@ std::optional<QByteArray> storedDocument(SettingsStore& settings, const QString&
 {
     if (std::optional<QByteArray> document = stored<QByteArray>(settings, key))
         return document;
-    // Something else than a document stands there: the coming save would destroy it.
+    // The value is no document: the next save would destroy it.
     if (settings.value(key))
         settings.copyAside(key);
     return legacyKey.isEmpty() ? std::nullopt : stored<QByteArray>(settings, legacyKey);

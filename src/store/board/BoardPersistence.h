@@ -1,4 +1,4 @@
-// What the settings store holds of the board: its keys, and reading them.
+// The board in the settings store: its keys, how it is read and what a save writes.
 #pragma once
 
 #include "model/BoardJson.h"
@@ -34,14 +34,14 @@ struct StoredBoard
     std::optional<QByteArray> assignmentsDocument;
 };
 
-/// Reads everything. What does not decode counts as empty, and is first copied aside in `settings`,
-/// since the next save overwrites it.
+/// Reads everything. A value that does not decode counts as empty, and is first copied aside in
+/// `settings`, since the next save overwrites it.
 StoredBoard loadBoard(SettingsStore& settings);
 
-/// The window numbers that are assigned in `settings`, also those of an earlier release.
+/// The window numbers that are assigned in `settings`, also under the keys of an earlier release.
 std::set<WindowID> assignedWindows(const SettingsStore& settings);
 
-/// What a save writes. A part that cannot be encoded is left out.
+/// The entries that a save writes. A part that cannot be encoded is left out.
 std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
                                         const QList<TodoItem>& unassignedTodos);
 SettingsEntry assignmentsEntry(const Assignments& assignments);

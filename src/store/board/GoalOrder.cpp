@@ -8,7 +8,7 @@ namespace kelpa {
 
 QList<Goal> automaticallySorted(const QList<Goal>& goals)
 {
-    // Counted once a goal, not once a comparison.
+    // Open todos are counted once per goal, not once per comparison.
     struct Key
     {
         GoalPriority priority;
@@ -58,12 +58,6 @@ QList<Goal> withOpenTodos(const QList<Goal>& goals)
     QList<Goal> open;
     std::ranges::copy_if(goals, std::back_inserter(open), &Goal::hasOpenTodo);
     return open;
-}
-
-qsizetype indexOf(const QList<Goal>& goals, GoalID id)
-{
-    const auto found = std::ranges::find(goals, id, &Goal::id);
-    return found != goals.end() ? std::distance(goals.begin(), found) : -1;
 }
 
 } // namespace kelpa

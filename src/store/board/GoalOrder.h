@@ -10,10 +10,10 @@
 
 namespace kelpa {
 
-/// By priority, then the goals with more open todos first, then as they stand.
+/// By priority, then by descending number of open todos; a stable sort.
 QList<Goal> automaticallySorted(const QList<Goal>& goals);
 
-/// The first accent that no goal uses; the first of all when every one is in use.
+/// The first accent that no goal uses; the first of all when each is in use.
 GoalAccent nextAccent(const QList<Goal>& goals);
 
 /// `goals` with `sourceID` moved to `targetID`; none when either is absent or they are the same.
@@ -22,8 +22,5 @@ std::optional<QList<Goal>> movedGoal(const QList<Goal>& goals, GoalID sourceID, 
 
 /// The goals with at least one open todo, in order.
 QList<Goal> withOpenTodos(const QList<Goal>& goals);
-
-/// The position of a goal in the list; -1 when it is absent.
-qsizetype indexOf(const QList<Goal>& goals, GoalID id);
 
 } // namespace kelpa

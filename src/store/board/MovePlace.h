@@ -1,11 +1,11 @@
-// Where something comes to stand, seen from what it is moved to.
+// On which side of its target a moved item is inserted.
 #pragma once
 
 #include <cstdint>
 
 namespace kelpa {
 
-/// Immediately before it, or immediately behind it.
+/// Immediately before the target, or immediately behind it.
 enum class MovePlace : std::uint8_t { before, behind };
 
 } // namespace kelpa

@@ -1,17 +1,36 @@
 #include "store/board/RestorationTarget.h"
 
-#include <QHash>
-
 #include <algorithm>
-#include <functional>
-#include <type_traits>
+#include <iterator>
+#include <utility>
 
 namespace kelpa {
 
 namespace {
 
-/// In the order in which they show, which alone is what a list shows of `order`.
-QList<TodoItem> asShown(QList<TodoItem> todos)
+/// A goal or the unassigned list, as the board shows it.
+struct Column
+{
+    TargetSelection id;
+    /// The goal without its todos; absent for the unassigned list.
+    std::optional<Goal> heading;
+    QList<TodoItem> todos;
+
+    friend bool operator==(const Column&, const Column&) = default;
+};
+
+/// A row of the list of all todos, which names the goal.
+struct Row
+{
+    TodoID id;
+    std::optional<GoalID> goalID;
+    TodoItem todo;
+
+    friend bool operator==(const Row&, const Row&) = default;
+};
+
+/// Only the sequence of todos can be seen, not the number that makes it.
+QList<TodoItem> inSequence(QList<TodoItem> todos)
 {
     std::ranges::stable_sort(todos, {}, &TodoItem::order);
     for (TodoItem& todo : todos)
@@ -19,130 +38,67 @@ QList<TodoItem> asShown(QList<TodoItem> todos)
     return todos;
 }
 
-bool looksDifferent(const Goal& before, const Goal& after)
+/// The goals in order, then the unassigned list.
+QList<Column> columns(const BoardContents& board)
 {
-    return before.title != after.title || before.priority != after.priority ||
-           before.accent != after.accent || asShown(before.todos) != asShown(after.todos);
+    QList<Column> columns;
+    for (Goal goal : board.goals) {
+        QList<TodoItem> todos = inSequence(std::exchange(goal.todos, {}));
+        columns.append({TargetSelection::goal(goal.id), std::move(goal), std::move(todos)});
+    }
+    columns.append({TargetSelection::unassigned(), {}, inSequence(board.unassignedTodos)});
+    return columns;
 }
 
-/// An item of `after` that `before` has not, or has otherwise; null when there is none.
-template <class Item, class ID>
-const Item* changedItem(const QList<Item>& before, const QList<Item>& after, ID id)
+/// The list of all todos.
+QList<Row> rows(const BoardContents& board)
 {
-    QHash<std::decay_t<std::invoke_result_t<ID, const Item&>>, const Item*> former;
-    for (const Item& item : before)
-        former.insert(std::invoke(id, item), &item);
-    const auto isChanged = [&former, &id](const Item& item) {
-        const Item* const then = former.value(std::invoke(id, item));
-        return then == nullptr || *then != item;
-    };
-    const auto changed = std::ranges::find_if(after, isChanged);
-    return changed != after.end() ? &*changed : nullptr;
-}
-
-/// Of two orders of the same items, the one that was moved; null when there is none.
-template <class Item, class ID>
-const Item* movedItem(const QList<Item>& before, const QList<Item>& after, ID id)
-{
-    if (before.size() != after.size())
-        return nullptr;
-    const auto [former, latter] = std::ranges::mismatch(before, after, {}, id, id);
-    if (former == before.end())
-        return nullptr;
-    // Taken from here to somewhere later, or brought here from there.
-    const auto next = std::next(former);
-    const bool isTaken = next != before.end() && std::invoke(id, *next) == std::invoke(id, *latter);
-    return isTaken ? &*former : &*latter;
-}
-
-/// Of two states of one list.
-std::optional<TodoID> changedTodo(const QList<TodoItem>& before, const QList<TodoItem>& after)
-{
-    const QList<TodoItem> former = asShown(before);
-    const QList<TodoItem> latter = asShown(after);
-    const TodoItem* todo = changedItem(former, latter, &TodoItem::id);
-    if (todo == nullptr)
-        todo = movedItem(former, latter, &TodoItem::id);
-    return todo != nullptr ? std::optional(todo->id) : std::nullopt;
-}
-
-/// A todo of the list of the whole board.
-struct PlacedTodo
-{
-    std::optional<GoalID> goalID;
-    TodoItem todo;
-
-    TodoID id() const { return todo.id; }
-
-    friend bool operator==(const PlacedTodo&, const PlacedTodo&) = default;
-};
-
-/// What that list shows, as it shows it.
-QList<PlacedTodo> openTodos(const BoardContents& board)
-{
-    QList<PlacedTodo> open;
-    const auto add = [&open](std::optional<GoalID> goalID, const QList<TodoItem>& todos) {
+    QList<Row> rows;
+    const auto add = [&rows](std::optional<GoalID> goalID, const QList<TodoItem>& todos) {
         for (const TodoItem& todo : todos)
             if (todo.isOpen())
-                open.append({goalID, todo});
+                rows.append({todo.id, goalID, todo});
     };
     add(std::nullopt, board.unassignedTodos);
     for (const Goal& goal : board.goals)
         add(goal.id, goal.todos);
-    std::ranges::stable_sort(open, {}, [](const PlacedTodo& each) { return each.todo.order; });
-    for (PlacedTodo& each : open)
-        each.todo.order = 0;
-    return open;
+    std::ranges::stable_sort(rows, {}, [](const Row& row) { return row.todo.order; });
+    for (Row& row : rows)
+        row.todo.order = 0;
+    return rows;
 }
 
-bool areGoalsSameButForTodos(const QList<Goal>& before, const QList<Goal>& after)
+/// The item that a single operation inserted, changed or moved; null when it removed one.
+template <class Item>
+const Item* affectedItem(const QList<Item>& before, const QList<Item>& after)
 {
-    return std::ranges::equal(before, after, [](Goal a, Goal b) {
-        a.todos.clear();
-        b.todos.clear();
-        return a == b;
-    });
+    const auto [former, latter] = std::ranges::mismatch(before, after);
+    if (latter == after.end() || after.size() < before.size())
+        return nullptr;
+    // Where an item was moved towards the end, its successor has taken its place.
+    const bool hasLeft = former != before.end() && std::next(former) != before.end() &&
+                         std::next(former)->id == latter->id;
+    return hasLeft ? &*former : &*latter;
 }
 
-/// Whoever works in the list of the whole board stays there, where it shows what differs.
-std::optional<RestorationTarget> changeInUnifiedTodos(const BoardContents& before,
-                                                      const BoardContents& after)
+template <class Item>
+RestorationTarget changeAt(const TargetSelection& target, const QList<Item>& before,
+                           const QList<Item>& after)
 {
-    if (before.assignments != after.assignments ||
-        !areGoalsSameButForTodos(before.goals, after.goals))
-        return std::nullopt;
-    const QList<PlacedTodo> former = openTodos(before);
-    const QList<PlacedTodo> latter = openTodos(after);
-    if (former == latter)
-        return std::nullopt;
-    const PlacedTodo* todo = changedItem(former, latter, &PlacedTodo::id);
-    if (todo == nullptr)
-        todo = movedItem(former, latter, &PlacedTodo::id);
-    return RestorationTarget{TargetSelection::unifiedTodos(),
-                             todo != nullptr ? std::optional(todo->id()) : std::nullopt};
+    const Item* const todo = affectedItem(before, after);
+    return {target, todo != nullptr ? std::optional(todo->id) : std::nullopt};
 }
 
-/// The goal, or none, of a window whose place differs.
-std::optional<TargetSelection> placeOfMovedWindow(const BoardContents& before,
-                                                  const BoardContents& after)
+/// Where a window is whose assignment differs; none when all are the same.
+std::optional<TargetSelection> placeOfMovedWindow(const Assignments& before,
+                                                  const Assignments& after)
 {
-    for (auto each = after.assignments.begin(); each != after.assignments.end(); ++each) {
-        const auto former = before.assignments.constFind(each.key());
-        if (former == before.assignments.constEnd() || *former != each.value())
-            return TargetSelection::goal(each.value());
+    for (const auto& [window, goalID] : after.asKeyValueRange()) {
+        const auto former = before.constFind(window);
+        if (former == before.constEnd() || *former != goalID)
+            return TargetSelection::goal(goalID);
     }
-    const auto isGone = [&after](const QString& key) { return !after.assignments.contains(key); };
-    const QStringList keys = before.assignments.keys();
-    return std::ranges::any_of(keys, isGone) ? std::optional(TargetSelection::unassigned())
-                                             : std::nullopt;
-}
-
-/// Of goals that have gone; whether nothing went with them but their windows.
-bool wereVanishedGoalsWithoutTodos(const QList<Goal>& before, const QList<Goal>& after)
-{
-    return std::ranges::all_of(before, [&after](const Goal& goal) {
-        return goal.todos.isEmpty() || goalWith(goal.id, after) != nullptr;
-    });
+    return before != after ? std::optional(TargetSelection::unassigned()) : std::nullopt;
 }
 
 } // namespace
@@ -151,38 +107,41 @@ std::optional<RestorationTarget> restorationTarget(const BoardContents& before,
                                                    const BoardContents& after,
                                                    const TargetSelection& present)
 {
-    if (present.isUnifiedTodos())
-        if (const auto change = changeInUnifiedTodos(before, after))
-            return change;
-    std::optional<RestorationTarget> changed;
-    for (const Goal& goal : after.goals) {
-        const TargetSelection target = TargetSelection::goal(goal.id);
-        const Goal* const former = goalWith(goal.id, before.goals);
-        if (former == nullptr)
-            return RestorationTarget{.target = target};
-        if (former->todos.size() < goal.todos.size())
-            return RestorationTarget{target, changedTodo(former->todos, goal.todos)};
-        if (!changed && looksDifferent(*former, goal))
-            changed = RestorationTarget{target, changedTodo(former->todos, goal.todos)};
+    const QList<Column> former = columns(before);
+    const QList<Column> latter = columns(after);
+
+    if (present.isUnifiedTodos() && before.assignments == after.assignments &&
+        std::ranges::equal(former, latter, {}, &Column::heading, &Column::heading)) {
+        const QList<Row> formerRows = rows(before);
+        const QList<Row> latterRows = rows(after);
+        if (formerRows != latterRows)
+            return changeAt(present, formerRows, latterRows);
     }
-    const RestorationTarget unassigned{TargetSelection::unassigned(),
-                                       changedTodo(before.unassignedTodos, after.unassignedTodos)};
-    if (before.unassignedTodos.size() < after.unassignedTodos.size())
-        return unassigned;
+
+    std::optional<RestorationTarget> changed;
+    for (const Column& column : latter) {
+        const auto then = std::ranges::find(former, column.id, &Column::id);
+        if (then == former.end())
+            return RestorationTarget{.target = column.id};
+        if (then->todos.size() < column.todos.size())
+            return changeAt(column.id, then->todos, column.todos);
+        if (!changed && *then != column)
+            changed = changeAt(column.id, then->todos, column.todos);
+    }
     if (changed)
         return changed;
-    if (asShown(before.unassignedTodos) != asShown(after.unassignedTodos))
-        return unassigned;
-    // The windows and the order of a goal that has gone went with it. Where it was made for a
-    // window, that is what came back.
-    if (before.goals.size() != after.goals.size() &&
-        !wereVanishedGoalsWithoutTodos(before.goals, after.goals))
+
+    // Windows left a goal that has gone because it went, unless it had nothing else.
+    const auto hasGoneWithTodos = [&after](const Goal& goal) {
+        return !goal.todos.isEmpty() && goalWith(goal.id, after.goals) == nullptr;
+    };
+    if (std::ranges::any_of(before.goals, hasGoneWithTodos))
         return std::nullopt;
-    if (const std::optional<TargetSelection> place = placeOfMovedWindow(before, after))
+    if (const auto place = placeOfMovedWindow(before.assignments, after.assignments))
         return RestorationTarget{.target = *place, .isPlaceOfWindow = true};
-    if (const Goal* const moved = movedItem(before.goals, after.goals, &Goal::id))
-        return RestorationTarget{.target = TargetSelection::goal(moved->id)};
-    if (before.goals.size() != after.goals.size() || before == after)
+    if (const Column* const moved = affectedItem(former, latter))
+        return RestorationTarget{.target = moved->id};
+    if (former.size() != latter.size() || before == after)
         return std::nullopt;
     return RestorationTarget{.target = TargetSelection::unifiedTodos()};
 }

@@ -1,4 +1,4 @@
-// Where on the board a person finds what differs between two versions of it.
+// The place on the board that undo and redo select: where the board differs from before.
 #pragma once
 
 #include "navigation/BoardNavigationState.h"
@@ -13,18 +13,19 @@ struct RestorationTarget
     TargetSelection target = TargetSelection::none();
     /// The todo that came back, changed or moved there; absent when it was none.
     std::optional<TodoID> todoID = std::nullopt;
-    /// It is where a window went, and nothing else that can be seen differs.
+    /// A window moved there, and nothing else that can be seen differs.
     bool isPlaceOfWindow = false;
 
     friend bool operator==(const RestorationTarget&, const RestorationTarget&) = default;
 };
 
-/// The target that came back or was given something; without one, a target whose title, todos or
-/// windows differ otherwise, also in their order. A person who is at the list of all todos
-/// (`present`) stays there when it shows all that differs. That list, too, when only the order of
-/// the whole board differs; a goal that was moved when only the order of the goals does; the place
-/// of the window for which a goal was made that has gone. None when there is nothing to be seen:
-/// both are the same, or `after` lacks a goal and nothing else.
+/// The column that gained something, or else the one that looks different, or else the place of
+/// the window that moved, or else the goal that moved, or else the list of all todos; that list
+/// before all others for a person who is at it (`present`), when it shows all that differs. None
+/// when nothing can be seen: the boards are the same, or `after` lacks a goal and nothing else.
+///
+/// `before` and `after` are a single operation apart. Where one operation affects several columns
+/// alike, the first in the order of the board is the target.
 std::optional<RestorationTarget> restorationTarget(const BoardContents& before,
                                                    const BoardContents& after,
                                                    const TargetSelection& present);

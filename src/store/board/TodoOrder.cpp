@@ -115,10 +115,4 @@ TodoItem withNextStatus(TodoItem todo, Date now)
     Q_UNREACHABLE();
 }
 
-qsizetype indexOf(const QList<TodoItem>& todos, TodoID id)
-{
-    const auto found = std::ranges::find(todos, id, &TodoItem::id);
-    return found != todos.end() ? std::distance(todos.begin(), found) : -1;
-}
-
 } // namespace kelpa

@@ -14,7 +14,7 @@ namespace kelpa {
 /// Every todo of the board: those of all goals in goal order, then the unassigned ones.
 QList<TodoItem> allTodos(const QList<Goal>& goals, const QList<TodoItem>& unassigned);
 
-/// The order that puts a new todo last: one more than the largest, 0 on a board without todos.
+/// The order of a new todo, which comes last: one more than the largest, 0 on an empty board.
 /// Halts the program when no larger number exists.
 std::int64_t nextTodoOrder(const QList<Goal>& goals, const QList<TodoItem>& unassigned);
 
@@ -24,8 +24,8 @@ using TodoPositions = QHash<TodoID, std::int64_t>;
 /// 0, 1, 2, … along `sequence`.
 TodoPositions positionsAlong(const QList<TodoItem>& sequence);
 
-/// The positions that make all orders 0 … n−1 without changing who comes before whom; todos of
-/// equal order keep the order of the walk.
+/// The positions that make all orders 0 … n−1 without changing the sequence; todos of equal order
+/// keep the order of `allTodos`.
 TodoPositions normalizedPositions(const QList<Goal>& goals, const QList<TodoItem>& unassigned);
 
 /// The positions after `todoID` has been moved to `targetID` in the order of the whole board; none
@@ -42,8 +42,5 @@ bool applyPositions(QList<Goal>& goals, const TodoPositions& positions);
 
 /// `todo` one step on: from todo to in progress, to completed at `now`, and back to todo.
 TodoItem withNextStatus(TodoItem todo, Date now);
-
-/// The position of a todo in the list; -1 when it is absent.
-qsizetype indexOf(const QList<TodoItem>& todos, TodoID id);
 
 } // namespace kelpa

@@ -9,26 +9,26 @@ ActivationQueue::ActivationQueue(Applications& applications, Accessibility& acce
     : m_applications(applications), m_accessibility(accessibility), m_scheduler(scheduler)
 {}
 
-void ActivationQueue::append(const QList<WindowItem>& windows)
+void ActivationQueue::enqueue(const QList<WindowItem>& windows)
 {
-    m_waiting.append(windows);
-    if (!m_request)
+    m_queue.append(windows);
+    if (!m_activation)
         startNext();
 }
 
 void ActivationQueue::startNext()
 {
-    if (m_waiting.isEmpty())
+    if (m_queue.isEmpty())
         return;
-    // One request after the other, so that the last one ends up in front.
-    m_request = m_scheduler.inBackground(
-        [windows = m_waiting.takeFirst(), &applications = m_applications,
+    // One after the other, so that the last window ends up topmost.
+    m_activation = m_scheduler.inBackground(
+        [windows = m_queue.takeFirst(), &applications = m_applications,
          &accessibility = m_accessibility](const std::stop_token&) {
             bringForward(windows, applications, accessibility);
             return Done{};
         },
         [this](Done) {
-            m_request.reset();
+            m_activation.reset();
             startNext();
         });
 }

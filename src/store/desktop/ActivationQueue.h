@@ -1,4 +1,4 @@
-// Brings windows of other applications to the front, one request after the other.
+// Activates windows of other applications, one request after the other.
 #pragma once
 
 #include "model/WindowItem.h"
@@ -10,16 +10,16 @@
 
 namespace kelpa {
 
-/// Main thread; the requests themselves run in the background.
+/// Main thread; the activations themselves run in the background.
 class ActivationQueue
 {
 public:
-    /// What it is given outlives it; a request may use `applications` and `accessibility` for as
+    /// The arguments outlive this; an activation may use `applications` and `accessibility` for as
     /// long as `Scheduler` says.
     ActivationQueue(Applications& applications, Accessibility& accessibility, Scheduler& scheduler);
 
-    /// All of them, the last one foremost, after those that were asked for before.
-    void append(const QList<WindowItem>& windows);
+    /// Activates all of them, the last one topmost, after those that were enqueued before.
+    void enqueue(const QList<WindowItem>& windows);
 
 private:
     void startNext();
@@ -27,8 +27,9 @@ private:
     Applications& m_applications;
     Accessibility& m_accessibility;
     Scheduler& m_scheduler;
-    QList<QList<WindowItem>> m_waiting;
-    TaskHandle m_request;
+    QList<QList<WindowItem>> m_queue;
+    /// The activation under way.
+    TaskHandle m_activation;
 };
 
 } // namespace kelpa

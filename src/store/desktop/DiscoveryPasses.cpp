@@ -12,9 +12,21 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long a look at once may keep the main thread waiting for the window server: less than a
-/// frame, and twice what a pass over two hundred windows takes.
+/// How long `runNow` may keep the main thread waiting: less than a frame at 60 Hz (16.7 ms), and a
+/// little more than a pass over two hundred windows takes on X11 (10 ms).
 constexpr Scheduler::Duration waitLimit = 12ms;
+
+/// The work of one pass, off the main thread.
+auto passOver(WindowServer& server, ProcessID ownProcess, DiscoveryPasses::ReadAccess access)
+{
+    return [&server, ownProcess, access](const std::stop_token&) {
+        // Opened without access too: that is how the platform learns whether access is granted.
+        const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
+        if (access == DiscoveryPasses::ReadAccess::denied)
+            return WindowDiscoveryBatch{};
+        return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, ownProcess)};
+    };
+}
 
 } // namespace
 
@@ -24,46 +36,35 @@ DiscoveryPasses::DiscoveryPasses(WindowServer& server, const Applications& appli
       m_finished(std::move(finished))
 {}
 
-void DiscoveryPasses::lookNow()
+void DiscoveryPasses::runNow()
 {
     cancel();
-    m_look = m_scheduler.inBackgroundAwaiting(
-        waitLimit,
-        [&server = m_server, process = m_applications.currentProcess()](const std::stop_token&) {
-            const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
-            return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, process)};
-        },
+    m_pass = m_scheduler.inBackgroundAwaiting(
+        waitLimit, passOver(m_server, m_applications.currentProcess(), ReadAccess::granted),
         [this](const WindowDiscoveryBatch& batch) { finish(batch.windows); });
 }
 
-void DiscoveryPasses::lookInBackground(MayRead mayRead)
+void DiscoveryPasses::runInBackground(ReadAccess access)
 {
-    m_look = m_scheduler.inBackground(
-        [&server = m_server, mayRead,
-         process = m_applications.currentProcess()](const std::stop_token&) {
-            // The look itself tells the platform whether what it needs is there.
-            const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
-            if (mayRead == MayRead::no)
-                return WindowDiscoveryBatch{};
-            return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, process)};
-        },
+    m_pass = m_scheduler.inBackground(
+        passOver(m_server, m_applications.currentProcess(), access),
         [this](const WindowDiscoveryBatch& batch) { finish(batch.windows); });
 }
 
 void DiscoveryPasses::cancel()
 {
-    m_look.reset();
-    m_hasMissedChange = false;
+    m_pass.reset();
+    m_isRerunRequested = false;
 }
 
-bool DiscoveryPasses::takeMissedChange()
+bool DiscoveryPasses::takeRerunRequest()
 {
-    return std::exchange(m_hasMissedChange, false);
+    return std::exchange(m_isRerunRequested, false);
 }
 
 void DiscoveryPasses::finish(const QList<WindowItem>& windows)
 {
-    m_look.reset();
+    m_pass.reset();
     m_finished(windows);
 }
 

@@ -1,4 +1,4 @@
-// Looks at the desktop for its windows, one look at a time.
+// Runs discovery passes, which find the windows of the desktop, one at a time.
 #pragma once
 
 #include "model/WindowItem.h"
@@ -13,31 +13,32 @@
 
 namespace kelpa {
 
-/// Main thread; the looks themselves run in the background.
+/// Main thread; the passes themselves run in the background.
 class DiscoveryPasses
 {
 public:
-    enum class MayRead : std::uint8_t { no, yes };
-    /// The look that was under way has come to its end and found `windows`.
+    /// Whether other applications' windows may be read. A pass without access finds none.
+    enum class ReadAccess : std::uint8_t { denied, granted };
+    /// Receives the windows that the pass found. A cancelled pass does not report.
     using Finished = std::function<void(const QList<WindowItem>& windows)>;
 
-    /// What it is given outlives it; a look may use `server` for as long as `Scheduler` says.
+    /// The arguments outlive this; a pass may use `server` for as long as `Scheduler` says.
     DiscoveryPasses(WindowServer& server, const Applications& applications, Scheduler& scheduler,
                     Finished finished);
 
-    bool isUnderWay() const { return m_look != nullptr; }
-    /// In place of the look under way. What the window server can answer in time is told of on
-    /// return; if it takes longer, as soon as it answers.
-    void lookNow();
-    /// Only while no look is under way. One that may not read the windows finds none.
-    void lookInBackground(MayRead mayRead);
-    /// No result comes any more of the look under way.
+    bool isUnderWay() const { return m_pass != nullptr; }
+    /// Cancels the pass under way, starts another with access, and waits a moment for it: it
+    /// reports before this returns or, if the window server is slow, when it ends.
+    void runNow();
+    /// Only while no pass is under way.
+    void runInBackground(ReadAccess access);
     void cancel();
 
-    /// The desktop has changed, which the look under way may have missed.
-    void noteChange() { m_hasMissedChange = isUnderWay(); }
-    /// Whether the last look may have missed a change; asked again, it has not.
-    bool takeMissedChange();
+    /// The desktop has changed: asks for another pass after the one under way, if there is one,
+    /// since it may have missed the change.
+    void requestRerun() { m_isRerunRequested = isUnderWay(); }
+    /// Whether another pass was asked for, and resets that.
+    bool takeRerunRequest();
 
 private:
     void finish(const QList<WindowItem>& windows);
@@ -46,8 +47,8 @@ private:
     const Applications& m_applications;
     Scheduler& m_scheduler;
     Finished m_finished;
-    TaskHandle m_look;
-    bool m_hasMissedChange = false;
+    TaskHandle m_pass;
+    bool m_isRerunRequested = false;
 };
 
 } // namespace kelpa

@@ -11,17 +11,17 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How often and how many times the desktop is looked at for the window of a launched application.
+/// How often and how many times a discovery pass is requested for the window of a launch.
 constexpr Scheduler::Duration pollInterval = 250ms;
-constexpr int polls = 20;
+constexpr int maxPolls = 20;
 
 } // namespace
 
 LaunchFollower::LaunchFollower(Applications& applications, Scheduler& scheduler,
-                               const QList<WindowItem>& windows, RequestLook requestLook,
-                               Found found)
-    : m_applications(applications), m_windows(windows), m_requestLook(std::move(requestLook)),
-      m_found(std::move(found)), m_tasks(scheduler)
+                               const QList<WindowItem>& windows, RequestPass requestPass,
+                               Appeared appeared)
+    : m_applications(applications), m_windows(windows), m_requestPass(std::move(requestPass)),
+      m_appeared(std::move(appeared)), m_tasks(scheduler)
 {}
 
 void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
@@ -29,18 +29,18 @@ void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
     QSet<WindowID> before;
     for (const WindowItem& window : m_windows)
         before.insert(window.id);
-    // Kept before anything is started, so that it hears of what other launches get meanwhile.
+    // Pending before anything is started, so that windows claimed by other launches are excluded.
     const Number number = ++m_lastNumber;
-    m_awaited.emplace(number, PendingLaunch{goalID, before, polls});
+    m_pending.emplace(number, PendingLaunch{goalID, before, maxPolls});
     m_tasks.inBackground([application, &applications = m_applications](
                              const std::stop_token&) { return applications.launch(application); },
                          [this, number](const std::optional<Launch>& launch) {
                              if (!launch) {
-                                 m_awaited.erase(number);
+                                 m_pending.erase(number);
                                  return;
                              }
-                             m_awaited.at(number).launch = *launch;
-                             lookLater(number);
+                             m_pending.at(number).launch = *launch;
+                             pollLater(number);
                              if (!launch->bundleIdentifier)
                                  identify(number);
                          });
@@ -49,85 +49,85 @@ void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
 void LaunchFollower::identify(Number number)
 {
     m_tasks.inBackground(
-        [launch = m_awaited.at(number).launch, &applications = m_applications](
+        [launch = m_pending.at(number).launch, &applications = m_applications](
             const std::stop_token& stop) { return applications.identifierOf(launch, stop); },
         [this, number](const std::optional<QString>& identifier) {
-            const auto awaited = m_awaited.find(number);
-            if (awaited != m_awaited.end())
-                awaited->second.launch.bundleIdentifier = identifier;
+            const auto pending = m_pending.find(number);
+            if (pending != m_pending.end())
+                pending->second.launch.bundleIdentifier = identifier;
         });
 }
 
-void LaunchFollower::lookLater(Number number)
+void LaunchFollower::pollLater(Number number)
 {
-    m_tasks.after(pollInterval, [this, number] { look(number); });
+    m_tasks.after(pollInterval, [this, number] { poll(number); });
 }
 
-void LaunchFollower::look(Number number)
+void LaunchFollower::poll(Number number)
 {
-    // Where looks take longer than the time between them, each would end the one before it, and
-    // none would ever show anything.
-    const bool isUnderWay =
-        std::ranges::any_of(m_awaited, [](const auto& each) { return each.second.isLooking; });
-    m_awaited.at(number).isLooking = true;
-    if (!isUnderWay)
-        m_requestLook();
+    // Each request cancels the pass under way: were passes slower than the polls, none would ever
+    // end.
+    const bool isPassUnderWay =
+        std::ranges::any_of(m_pending, [](const auto& each) { return each.second.isAwaitingPass; });
+    m_pending.at(number).isAwaitingPass = true;
+    if (!isPassUnderWay)
+        m_requestPass();
 }
 
-void LaunchFollower::finishLooks()
+void LaunchFollower::finishPass()
 {
-    std::vector<Number> looked;
-    for (auto& [number, awaited] : m_awaited) {
-        if (std::exchange(awaited.isLooking, false))
-            looked.push_back(number);
+    std::vector<Number> waiting;
+    for (auto& [number, pending] : m_pending) {
+        if (std::exchange(pending.isAwaitingPass, false))
+            waiting.push_back(number);
     }
-    for (const Number number : looked)
-        find(number);
+    for (const Number number : waiting)
+        match(number);
 }
 
-void LaunchFollower::find(Number number)
+void LaunchFollower::match(Number number)
 {
-    const PendingLaunch& awaited = m_awaited.at(number);
-    if (const std::optional<WindowID> windowID = awaited.recognised(m_windows)) {
-        take(number, *windowID);
+    const PendingLaunch& pending = m_pending.at(number);
+    if (const std::optional<WindowID> windowID = pending.recognised(m_windows)) {
+        claim(number, *windowID);
         return;
     }
-    const QList<WindowItem> candidates = awaited.candidates(m_windows);
+    const QList<WindowItem> candidates = pending.candidates(m_windows);
     if (candidates.isEmpty()) {
-        lookAgain(number);
+        retryOrGiveUp(number);
         return;
     }
     m_tasks.inBackground(
-        [launch = awaited.launch, candidates, &applications = m_applications](
+        [launch = pending.launch, candidates, &applications = m_applications](
             const std::stop_token&) { return applications.windowOf(launch, candidates); },
         [this, number](const std::optional<WindowID>& windowID) {
-            // It may have gone since, or to another goal that awaits one.
-            const bool isThere =
+            // The window may have been closed since, or claimed by another launch.
+            const bool isStillFree =
                 windowID && std::ranges::any_of(m_windows, [&](const auto& each) {
-                    return each.id == *windowID && m_awaited.at(number).canBe(each);
+                    return each.id == *windowID && m_pending.at(number).canBe(each);
                 });
-            if (isThere)
-                take(number, *windowID);
+            if (isStillFree)
+                claim(number, *windowID);
             else
-                lookAgain(number);
+                retryOrGiveUp(number);
         });
 }
 
-void LaunchFollower::lookAgain(Number number)
+void LaunchFollower::retryOrGiveUp(Number number)
 {
-    if (--m_awaited.at(number).looksLeft > 0)
-        lookLater(number);
+    if (--m_pending.at(number).passesLeft > 0)
+        pollLater(number);
     else
-        m_awaited.erase(number);
+        m_pending.erase(number);
 }
 
-void LaunchFollower::take(Number number, WindowID windowID)
+void LaunchFollower::claim(Number number, WindowID windowID)
 {
-    const GoalID goalID = m_awaited.at(number).goalID;
-    m_awaited.erase(number);
-    for (auto& [_, awaited] : m_awaited)
-        awaited.others.insert(windowID);
-    m_found(goalID, windowID);
+    const GoalID goalID = m_pending.at(number).goalID;
+    m_pending.erase(number);
+    for (auto& [_, pending] : m_pending)
+        pending.others.insert(windowID);
+    m_appeared(goalID, windowID);
 }
 
 } // namespace kelpa

@@ -1,4 +1,4 @@
-// Opens a new window for a goal, and finds it when it appears.
+// Launches applications for goals, and recognises their windows when they appear.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -16,42 +16,42 @@
 
 namespace kelpa {
 
-/// Main thread. An application is launched in the background, and the desktop is looked at every
-/// quarter of a second, twenty times at most; of several launches each gets a window of its own.
+/// Main thread. An application is launched in the background; then discovery passes are requested
+/// every quarter of a second, at most twenty. Of several launches each gets a window of its own.
 class LaunchFollower
 {
 public:
-    /// Asks for a look at the desktop, at the end of which `finishLooks` is called, also when it
-    /// comes to nothing; it may be called before this returns.
-    using RequestLook = std::function<void()>;
-    /// A window that belongs to a goal from now on.
-    using Found = std::function<void(GoalID goalID, WindowID windowID)>;
+    /// Requests a discovery pass. `finishPass` is called when it ends, also when it was cancelled,
+    /// and possibly before this returns.
+    using RequestPass = std::function<void()>;
+    /// The window of a launch for the goal has appeared.
+    using Appeared = std::function<void(GoalID goalID, WindowID windowID)>;
 
-    /// `windows` are those of the last look. All of it outlives this.
+    /// `windows` are those of the last pass. All of it outlives this.
     LaunchFollower(Applications& applications, Scheduler& scheduler,
-                   const QList<WindowItem>& windows, RequestLook requestLook, Found found);
+                   const QList<WindowItem>& windows, RequestPass requestPass, Appeared appeared);
 
-    /// A launch that fails ends without a word, as one does whose window does not come in time.
+    /// A launch that fails, or whose window does not appear in time, ends silently.
     void launch(LaunchableApplication application, GoalID goalID);
-    /// The look at the desktop that windows are looked for in has come to its end.
-    void finishLooks();
+    /// The requested discovery pass has ended; `windows` are up to date.
+    void finishPass();
 
 private:
     using Number = std::uint64_t;
 
-    /// Finds out in the background what application was launched.
+    /// Finds out in the background which application was launched.
     void identify(Number number);
-    void lookLater(Number number);
-    void look(Number number);
-    void find(Number number);
-    void lookAgain(Number number);
-    void take(Number number, WindowID windowID);
+    void pollLater(Number number);
+    void poll(Number number);
+    void match(Number number);
+    void retryOrGiveUp(Number number);
+    void claim(Number number, WindowID windowID);
 
     Applications& m_applications;
     const QList<WindowItem>& m_windows;
-    RequestLook m_requestLook;
-    Found m_found;
-    std::map<Number, PendingLaunch> m_awaited;
+    RequestPass m_requestPass;
+    Appeared m_appeared;
+    std::map<Number, PendingLaunch> m_pending;
     Number m_lastNumber = 0;
     TaskGroup m_tasks;
 };

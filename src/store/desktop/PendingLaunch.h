@@ -1,4 +1,4 @@
-// The window of an application that a goal has launched, while it has not appeared.
+// A launch for a goal whose window has not appeared yet.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -15,20 +15,19 @@ namespace kelpa {
 struct PendingLaunch
 {
     GoalID goalID;
-    /// Windows that are not this one: those that were there before the launch, and those that came
-    /// of other launches.
+    /// Windows that are not of this launch: those listed before it, and those of other launches.
     QSet<WindowID> others;
-    /// How many times the desktop is still looked at for it.
-    int looksLeft = 0;
-    /// Nothing in it before the application has been started.
+    /// The number of discovery passes after which the launch is given up.
+    int passesLeft = 0;
+    /// Empty until the application has been started.
     Launch launch = {};
-    /// The desktop is being looked at for it.
-    bool isLooking = false;
+    /// The end of a discovery pass is awaited.
+    bool isAwaitingPass = false;
 
     bool canBe(const WindowItem& window) const { return !others.contains(window.id); }
-    /// Those of `windows` that it can be, in their order.
+    /// Those of `windows` that can be its window, in their order.
     QList<WindowItem> candidates(const QList<WindowItem>& windows) const;
-    /// The first of them that is known to be of the launched application.
+    /// The first of them that is known to belong to the launched application.
     std::optional<WindowID> recognised(const QList<WindowItem>& windows) const;
 };
 

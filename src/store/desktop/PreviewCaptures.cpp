@@ -57,7 +57,7 @@ CaptureRequest PreviewCaptures::nextRequest()
     const PreviewTurn turn = previewTurn(m_cursor, m_windows.size());
     m_cursor = turn.nextCursor;
     const WindowID window = m_windows.at(turn.index).id;
-    // What the window server holds to have been given last may have been thrown away unseen.
+    // The picture that the window server gave last may have been thrown away unseen.
     const bool isLastPictureShown = m_previews.contains(window) && !m_unapplied.contains(window);
     const CaptureNeed need = isLastPictureShown ? CaptureNeed::ifChanged : CaptureNeed::always;
     return {window, m_pixels, need, windowsOfUpcomingTurns(turn, m_windows)};
@@ -67,7 +67,7 @@ void PreviewCaptures::finish(WindowID window, const PreviewCaptureBatch& batch)
 {
     m_capture.reset();
     Previews previews = mergedPreviews(m_previews, batch.images, m_windows);
-    // A window without a preview is captured whatever was given before.
+    // A window without a preview is captured whatever was given last.
     m_unapplied.remove(window);
     m_unapplied.removeIf([&previews](WindowID id) { return !previews.contains(id); });
     m_publish(std::move(previews));
@@ -81,7 +81,7 @@ void PreviewCaptures::pause(Date now)
 
 bool PreviewCaptures::isPaused(Date now) const
 {
-    // A pause that is longer than any can be comes from a clock that was set back.
+    // A longer pause than possible means that the clock was set back.
     return now < m_pausedUntil && m_pausedUntil <= now.addingSeconds(pauseLength);
 }
 
@@ -90,7 +90,7 @@ void PreviewCaptures::setPixels(const QSize& pixels)
     if (pixels == m_pixels)
         return;
     m_pixels = pixels;
-    // What is being captured has the pixels of before.
+    // The capture under way has the former size.
     cancel();
     for (auto preview = m_previews.keyBegin(); preview != m_previews.keyEnd(); ++preview)
         m_unapplied.insert(*preview);

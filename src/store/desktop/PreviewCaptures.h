@@ -1,4 +1,4 @@
-// Captures the windows for their previews, one at a time.
+// Captures the windows for their previews: one at a time, at most one each `interval`.
 #pragma once
 
 #include "model/Date.h"
@@ -12,6 +12,7 @@
 #include <QSet>
 #include <QSize>
 
+#include <chrono>
 #include <functional>
 
 namespace kelpa {
@@ -20,22 +21,26 @@ namespace kelpa {
 class PreviewCaptures
 {
 public:
-    /// Puts them in the place of the previews that there are.
+    /// The rate of captures: how often `captureNext` is called while the store observes. With n
+    /// windows, each is captured once in n intervals.
+    static constexpr Scheduler::Duration interval = std::chrono::milliseconds(600);
+
+    /// Replaces all previews.
     using Publish = std::function<void(Previews previews)>;
 
-    /// `windows` and `previews` are those that the board shows. All of it outlives this; what has
-    /// begun may use `server` for as long as `Scheduler` says.
+    /// `windows` and `previews` are those that the board shows. All of it outlives this; a capture
+    /// that has begun may use `server` for as long as `Scheduler` says.
     PreviewCaptures(WindowServer& server, Scheduler& scheduler, const QList<WindowItem>& windows,
                     const Previews& previews, Publish publish);
 
     /// Captures the window whose turn it is, unless captures pause or one is under way.
     void captureNext(Date now);
-    /// No captures for a moment. What is being captured is thrown away.
+    /// No captures for a moment. The capture under way is thrown away.
     void pause(Date now);
-    /// In how many pixels a preview is drawn. Windows that have one are captured anew as their
-    /// turns come.
+    /// The size of a preview on its card in pixels of the screen. Windows that have a preview are
+    /// captured again as their turns come.
     void setPixels(const QSize& pixels);
-    /// What is being captured is thrown away.
+    /// The capture under way is thrown away.
     void cancel();
 
 private:
@@ -52,7 +57,7 @@ private:
     qsizetype m_cursor = 0;
     QSize m_pixels = previewCardSize;
     Date m_pausedUntil = Date::distantPast();
-    /// Windows with a capture that was begun and not applied, under way or thrown away.
+    /// Windows whose last capture was begun and not applied: it is under way or was thrown away.
     QSet<WindowID> m_unapplied;
     /// The capture under way.
     TaskHandle m_capture;

@@ -108,12 +108,7 @@ int BoardController::selectedTarget() const
 
 int BoardController::selectedWindow() const
 {
-    const BoardNavigationState& state = m_store.boardNavigation();
-    const QList<WindowItem> windows = m_store.windows(state.target);
-    const auto found =
-        std::ranges::find(windows, state.selectedWindowID,
-                          [](const WindowItem& window) { return std::optional(window.id); });
-    return found != windows.end() ? static_cast<int>(found - windows.begin()) : -1;
+    return static_cast<int>(m_store.selectedWindowIndex());
 }
 
 QString BoardController::searchText() const

@@ -22,67 +22,67 @@ TEST(BoardHistory, A_new_history_leads_nowhere)
     BoardHistory history;
     EXPECT_FALSE(history.canUndo());
     EXPECT_FALSE(history.canRedo());
-    EXPECT_EQ(history.undone(withA), withA);
-    EXPECT_EQ(history.redone(withA), withA);
+    EXPECT_EQ(history.undo(withA), withA);
+    EXPECT_EQ(history.redo(withA), withA);
 }
 
 TEST(BoardHistory, Steps_are_undone_from_the_last_to_the_first_and_redone_the_other_way)
 {
     BoardHistory history;
-    EXPECT_TRUE(history.note(empty, withA));
-    EXPECT_TRUE(history.note(withA, withBoth));
-    EXPECT_EQ(history.undone(withBoth), withA);
+    EXPECT_TRUE(history.record(empty, withA));
+    EXPECT_TRUE(history.record(withA, withBoth));
+    EXPECT_EQ(history.undo(withBoth), withA);
     EXPECT_TRUE(history.canUndo());
     EXPECT_TRUE(history.canRedo());
-    EXPECT_EQ(history.undone(withA), empty);
+    EXPECT_EQ(history.undo(withA), empty);
     EXPECT_FALSE(history.canUndo());
-    EXPECT_EQ(history.redone(empty), withA);
-    EXPECT_EQ(history.redone(withA), withBoth);
+    EXPECT_EQ(history.redo(empty), withA);
+    EXPECT_EQ(history.redo(withA), withBoth);
     EXPECT_FALSE(history.canRedo());
-    EXPECT_EQ(history.undone(withBoth), withA);
+    EXPECT_EQ(history.undo(withBoth), withA);
 }
 
 TEST(BoardHistory, A_new_step_takes_the_place_of_those_that_were_undone)
 {
     BoardHistory history;
-    history.note(empty, withA);
-    history.undone(withA);
+    history.record(empty, withA);
+    history.undo(withA);
     const BoardVersion withB{{{b}, {}, {}}, true};
-    EXPECT_TRUE(history.note(empty, withB));
+    EXPECT_TRUE(history.record(empty, withB));
     EXPECT_FALSE(history.canRedo());
-    EXPECT_EQ(history.undone(withB), empty);
+    EXPECT_EQ(history.undo(withB), empty);
 }
 
 TEST(BoardHistory, The_same_board_is_no_step_and_leaves_what_can_be_redone)
 {
     BoardHistory history;
-    history.note(empty, withA);
-    history.undone(withA);
-    EXPECT_FALSE(history.note(empty, empty));
+    history.record(empty, withA);
+    history.undo(withA);
+    EXPECT_FALSE(history.record(empty, empty));
     BoardVersion otherOrder = empty;
     otherOrder.isAutoSortingGoals = false;
-    EXPECT_FALSE(history.note(empty, otherOrder));
+    EXPECT_FALSE(history.record(empty, otherOrder));
     EXPECT_TRUE(history.canRedo());
 }
 
 TEST(BoardHistory, Assignments_that_came_otherwise_stay_when_a_step_is_undone)
 {
     BoardHistory history;
-    history.note({{{a}, {}, {}}, true}, {{{a}, {}, {{first, a.id}}}, true});
+    history.record({{{a}, {}, {}}, true}, {{{a}, {}, {{first, a.id}}}, true});
     const BoardVersion now{{{a}, {}, {{first, a.id}, {second, a.id}}}, true};
     const BoardVersion undone{{{a}, {}, {{second, a.id}}}, true};
-    EXPECT_EQ(history.undone(now), undone);
-    EXPECT_EQ(history.redone(undone), now);
+    EXPECT_EQ(history.undo(now), undone);
+    EXPECT_EQ(history.redo(undone), now);
 }
 
 TEST(BoardHistory, A_window_that_went_elsewhere_in_between_is_where_it_was_after_undo_and_redo)
 {
     BoardHistory history;
-    history.note({{{a, b}, {}, {}}, true}, {{{a, b}, {}, {{first, a.id}}}, true});
+    history.record({{{a, b}, {}, {}}, true}, {{{a, b}, {}, {{first, a.id}}}, true});
     const BoardVersion now{{{a, b}, {}, {{first, b.id}}}, true};
-    const BoardVersion before = history.undone(now);
+    const BoardVersion before = history.undo(now);
     EXPECT_EQ(before.contents.assignments, Assignments());
-    EXPECT_EQ(history.redone(before), now);
+    EXPECT_EQ(history.redo(before), now);
 }
 
 TEST(BoardHistory, The_automatic_order_goes_with_the_step_in_which_it_moved_goals)
@@ -90,16 +90,16 @@ TEST(BoardHistory, The_automatic_order_goes_with_the_step_in_which_it_moved_goal
     BoardHistory history;
     const BoardVersion manual{{{a, b}, {}, {}}, false};
     const BoardVersion sorted{{{b, a}, {}, {}}, true};
-    EXPECT_TRUE(history.note(manual, sorted));
-    EXPECT_EQ(history.undone(sorted), manual);
-    EXPECT_EQ(history.redone(manual), sorted);
+    EXPECT_TRUE(history.record(manual, sorted));
+    EXPECT_EQ(history.undo(sorted), manual);
+    EXPECT_EQ(history.redo(manual), sorted);
 }
 
 TEST(BoardHistory, A_step_made_in_one_order_leaves_the_switch_as_it_is_now)
 {
     BoardHistory history;
-    history.note({{{}, {}, {}}, false}, {{{a}, {}, {}}, false});
-    EXPECT_EQ(history.undone({{{a}, {}, {}}, true}), (BoardVersion{{{}, {}, {}}, true}));
+    history.record({{{}, {}, {}}, false}, {{{a}, {}, {}}, false});
+    EXPECT_EQ(history.undo({{{a}, {}, {}}, true}), (BoardVersion{{{}, {}, {}}, true}));
 }
 
 TEST(BoardHistory, Of_a_hundred_and_one_steps_the_first_is_forgotten)
@@ -112,11 +112,11 @@ TEST(BoardHistory, Of_a_hundred_and_one_steps_the_first_is_forgotten)
         return board;
     };
     for (int i = 0; i < 101; ++i)
-        history.note(version(i), version(i + 1));
+        history.record(version(i), version(i + 1));
     BoardVersion board = version(101);
     int count = 0;
     for (; history.canUndo(); ++count)
-        board = history.undone(board);
+        board = history.undo(board);
     EXPECT_EQ(count, 100);
     EXPECT_EQ(board, version(1));
 }
@@ -124,9 +124,9 @@ TEST(BoardHistory, Of_a_hundred_and_one_steps_the_first_is_forgotten)
 TEST(BoardHistory, A_cleared_history_leads_nowhere)
 {
     BoardHistory history;
-    history.note(empty, withA);
-    history.note(withA, withBoth);
-    history.undone(withBoth);
+    history.record(empty, withA);
+    history.record(withA, withBoth);
+    history.undo(withBoth);
     history.clear();
     EXPECT_FALSE(history.canUndo());
     EXPECT_FALSE(history.canRedo());

@@ -106,7 +106,7 @@ TEST_F(BoardPersistence, Goals_are_sorted_at_the_start_unless_sorting_is_off)
     EXPECT_EQ(goalTitles(), (QStringList{QStringLiteral("low"), QStringLiteral("high")}));
 }
 
-TEST_F(BoardPersistence, Corrupt_documents_count_as_empty_and_are_kept_aside)
+TEST_F(BoardPersistence, Corrupt_documents_count_as_empty_and_are_copied_aside)
 {
     settings.values.insert(goalsKey, QByteArray("[{\"id\":"));
     settings.values.insert(unassignedTodosKey, QByteArray("{}"));
@@ -133,7 +133,7 @@ TEST_F(BoardPersistence, One_corrupt_document_leaves_the_others_alone)
     EXPECT_EQ(store().assignments().size(), 1);
 }
 
-TEST_F(BoardPersistence, A_value_of_another_kind_counts_as_absent_and_is_kept_aside)
+TEST_F(BoardPersistence, A_value_of_another_kind_counts_as_absent_and_is_copied_aside)
 {
     settings.values.insert(goalsKey, QStringLiteral("a text"));
     settings.values.insert(legacyGoalsKey, oneGoal);

@@ -1,4 +1,4 @@
-// What undoing and redoing must lead to, the simple way: by whole boards.
+// A model of undo and redo that keeps whole boards, to compare `BoardHistory` with.
 #pragma once
 
 #include "store/WindowStore.h"
@@ -9,7 +9,7 @@
 
 namespace kelpa::test {
 
-/// For a board that nobody but the person changes.
+/// For a board that only the person changes.
 class HistoryModel
 {
 public:
@@ -19,7 +19,7 @@ public:
                 store.isAutoSortingGoals()};
     }
 
-    void note(const BoardVersion& before, const BoardVersion& after)
+    void record(const BoardVersion& before, const BoardVersion& after)
     {
         if (before.contents == after.contents)
             return;
@@ -37,31 +37,32 @@ public:
 
     bool canUndo() const { return !m_past.isEmpty(); }
     bool canRedo() const { return !m_future.isEmpty(); }
-    BoardVersion undone(const BoardVersion& present) { return moved(m_past, m_future, present); }
-    BoardVersion redone(const BoardVersion& present) { return moved(m_future, m_past, present); }
+    BoardVersion undo(const BoardVersion& present) { return applyLast(m_past, m_future, present); }
+    BoardVersion redo(const BoardVersion& present) { return applyLast(m_future, m_past, present); }
 
 private:
-    struct Moment
+    struct Version
     {
         BoardVersion board;
         bool hasSwitched = false;
     };
 
-    static BoardVersion moved(QList<Moment>& from, QList<Moment>& to, const BoardVersion& present)
+    static BoardVersion applyLast(QList<Version>& source, QList<Version>& inverses,
+                                  const BoardVersion& present)
     {
-        if (from.isEmpty())
+        if (source.isEmpty())
             return present;
-        Moment moment = from.takeLast();
-        to.append({present, moment.hasSwitched});
-        if (!moment.hasSwitched)
-            moment.board.isAutoSortingGoals = present.isAutoSortingGoals;
-        if (moment.board.isAutoSortingGoals)
-            moment.board.contents.goals = automaticallySorted(moment.board.contents.goals);
-        return moment.board;
+        Version version = source.takeLast();
+        inverses.append({present, version.hasSwitched});
+        if (!version.hasSwitched)
+            version.board.isAutoSortingGoals = present.isAutoSortingGoals;
+        if (version.board.isAutoSortingGoals)
+            version.board.contents.goals = automaticallySorted(version.board.contents.goals);
+        return version.board;
     }
 
-    QList<Moment> m_past;
-    QList<Moment> m_future;
+    QList<Version> m_past;
+    QList<Version> m_future;
 };
 
 } // namespace kelpa::test

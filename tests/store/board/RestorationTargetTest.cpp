@@ -27,7 +27,7 @@ TodoItem placedAt(TodoItem item, std::int64_t order)
     return item;
 }
 
-/// For a person who is at none of them.
+/// For a person who has selected none of them, unless `present` says otherwise.
 std::optional<RestorationTarget> change(const BoardContents& before, const BoardContents& after,
                                         const TargetSelection& present = TargetSelection::none())
 {
@@ -44,19 +44,19 @@ RestorationTarget windowAt(const TargetSelection& target)
     return {.target = target, .isPlaceOfWindow = true};
 }
 
-TEST(ChangedTargets, Nothing_differs_between_a_board_and_itself)
+TEST(RestorationTargets, Nothing_differs_between_a_board_and_itself)
 {
     EXPECT_EQ(change(threeGoals, threeGoals), std::nullopt);
 }
 
-TEST(ChangedTargets, A_goal_that_came_back_is_the_target_and_one_that_went_is_none)
+TEST(RestorationTargets, A_goal_that_came_back_is_the_target_and_one_that_went_is_none)
 {
     const BoardContents without{{goalA, goalC}, {todoWithoutGoal}, {}};
     EXPECT_EQ(change(without, threeGoals), at(TargetSelection::goal(goalB.id)));
     EXPECT_EQ(change(threeGoals, without), std::nullopt);
 }
 
-TEST(ChangedTargets, A_todo_that_moved_is_found_where_it_is_now)
+TEST(RestorationTargets, A_todo_that_moved_is_found_where_it_is_now)
 {
     BoardContents moved = threeGoals;
     const TodoID id = goalA.todos[1].id;
@@ -69,7 +69,7 @@ TEST(ChangedTargets, A_todo_that_moved_is_found_where_it_is_now)
     EXPECT_EQ(change(threeGoals, moved), at(TargetSelection::unassigned(), id));
 }
 
-TEST(ChangedTargets, A_goal_with_another_title_or_another_todo_is_the_target)
+TEST(RestorationTargets, A_goal_with_another_title_or_another_todo_is_the_target)
 {
     BoardContents changed = threeGoals;
     changed.goals[1].title = QStringLiteral("Beta");
@@ -82,14 +82,14 @@ TEST(ChangedTargets, A_goal_with_another_title_or_another_todo_is_the_target)
     EXPECT_EQ(change(threeGoals, changed), at(TargetSelection::unassigned(), todoWithoutGoal.id));
 }
 
-TEST(ChangedTargets, A_todo_that_went_is_told_by_its_goal_alone)
+TEST(RestorationTargets, The_target_of_a_todo_that_went_is_its_goal_alone)
 {
     BoardContents changed = threeGoals;
     changed.goals[0].todos.removeFirst();
     EXPECT_EQ(change(threeGoals, changed), at(TargetSelection::goal(goalA.id)));
 }
 
-TEST(ChangedTargets, Todos_in_another_order_are_found_where_it_shows)
+TEST(RestorationTargets, Todos_in_another_order_are_found_where_it_shows)
 {
     BoardContents changed = threeGoals;
     changed.goals[0].todos = {placedAt(goalA.todos[0], 2), placedAt(goalA.todos[1], 0)};
@@ -100,7 +100,7 @@ TEST(ChangedTargets, Todos_in_another_order_are_found_where_it_shows)
     EXPECT_EQ(change(threeGoals, changed), at(TargetSelection::unifiedTodos()));
 }
 
-TEST(ChangedTargets, Whoever_is_at_the_list_of_all_todos_stays_there_with_what_it_shows)
+TEST(RestorationTargets, Whoever_is_at_the_list_of_all_todos_stays_there_with_what_it_shows)
 {
     const auto inList = [](const BoardContents& after) {
         return change(threeGoals, after, TargetSelection::unifiedTodos());
@@ -122,7 +122,7 @@ TEST(ChangedTargets, Whoever_is_at_the_list_of_all_todos_stays_there_with_what_i
     EXPECT_EQ(inList(changed), at(list, goalB.todos[0].id));
 }
 
-TEST(ChangedTargets, Whoever_is_at_the_list_of_all_todos_goes_to_what_it_does_not_show)
+TEST(RestorationTargets, Whoever_is_at_the_list_of_all_todos_goes_to_what_it_does_not_show)
 {
     const auto inList = [](const BoardContents& before, const BoardContents& after) {
         return change(before, after, TargetSelection::unifiedTodos());
@@ -140,7 +140,7 @@ TEST(ChangedTargets, Whoever_is_at_the_list_of_all_todos_goes_to_what_it_does_no
     EXPECT_EQ(inList(changed, done), at(TargetSelection::goal(goalB.id), goalB.todos[0].id));
 }
 
-TEST(ChangedTargets, A_window_is_found_where_it_is_now)
+TEST(RestorationTargets, A_window_is_found_where_it_is_now)
 {
     BoardContents changed = threeGoals;
     changed.assignments = {{windowOfB, goalC.id}};
@@ -150,7 +150,7 @@ TEST(ChangedTargets, A_window_is_found_where_it_is_now)
     EXPECT_EQ(change(changed, threeGoals), windowAt(TargetSelection::goal(goalB.id)));
 }
 
-TEST(ChangedTargets, A_window_for_which_a_goal_was_made_that_went_is_found_where_it_is_now)
+TEST(RestorationTargets, A_window_for_which_a_goal_was_made_that_went_is_found_where_it_is_now)
 {
     const Goal made = goal(QStringLiteral("D"));
     BoardContents before = threeGoals;
@@ -164,7 +164,7 @@ TEST(ChangedTargets, A_window_for_which_a_goal_was_made_that_went_is_found_where
     EXPECT_EQ(change(before, threeGoals), std::nullopt) << "it had no window";
 }
 
-TEST(ChangedTargets, A_goal_that_moved_is_the_target_in_either_direction)
+TEST(RestorationTargets, A_goal_that_moved_is_the_target_in_either_direction)
 {
     BoardContents changed = threeGoals;
     changed.goals = {goalC, goalA, goalB};

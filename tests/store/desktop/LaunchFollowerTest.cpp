@@ -1,4 +1,5 @@
-// What a launch asks for and tells of; what comes of it on the board is tested with the store.
+// The passes that a launch requests and the windows it reports; LaunchOperationsTest shows the
+// outcome on the board.
 
 #include "store/desktop/LaunchFollower.h"
 #include "support/BoardBuilders.h"
@@ -31,58 +32,58 @@ protected:
         windows.append(item);
     }
 
-    using Finds = std::vector<std::pair<GoalID, WindowID>>;
+    using Windows = std::vector<std::pair<GoalID, WindowID>>;
 
     const QString terminal = QStringLiteral("xterm");
     const GoalID goal = GoalID::create();
     FakeDesktop desktop;
     ManualScheduler scheduler;
     QList<WindowItem> windows;
-    int looksRequested = 0;
-    Finds finds;
-    /// Called at the next find.
-    std::function<void()> whenFound = [] {};
-    LaunchFollower follower{desktop, scheduler, windows, [this] { ++looksRequested; },
+    int passesRequested = 0;
+    Windows appeared;
+    /// Called when the next window appears.
+    std::function<void()> whenAppeared = [] {};
+    LaunchFollower follower{desktop, scheduler, windows, [this] { ++passesRequested; },
                             [this](GoalID goalID, WindowID windowID) {
-                                finds.emplace_back(goalID, windowID);
-                                std::exchange(whenFound, [] {})();
+                                appeared.emplace_back(goalID, windowID);
+                                std::exchange(whenAppeared, [] {})();
                             }};
 };
 
-TEST_F(LaunchFollowerTest, Asks_for_one_look_at_a_time_and_tells_of_the_window_once)
+TEST_F(LaunchFollowerTest, Requests_one_pass_at_a_time_and_reports_the_window_once)
 {
     launch(goal);
     scheduler.advance(249ms);
-    EXPECT_EQ(looksRequested, 0);
+    EXPECT_EQ(passesRequested, 0);
     scheduler.advance(1ms);
-    EXPECT_EQ(looksRequested, 1);
+    EXPECT_EQ(passesRequested, 1);
     scheduler.advance(10s);
-    EXPECT_EQ(looksRequested, 1) << "the first one has not come to its end";
+    EXPECT_EQ(passesRequested, 1) << "the first one has not ended";
 
     showTerminal(1);
-    EXPECT_EQ(finds, Finds());
-    follower.finishLooks();
-    EXPECT_EQ(finds, (Finds{{goal, 1}}));
-    follower.finishLooks();
+    EXPECT_EQ(appeared, Windows());
+    follower.finishPass();
+    EXPECT_EQ(appeared, (Windows{{goal, 1}}));
+    follower.finishPass();
     scheduler.advance(10s);
-    EXPECT_EQ(finds, (Finds{{goal, 1}}));
-    EXPECT_EQ(looksRequested, 1);
+    EXPECT_EQ(appeared, (Windows{{goal, 1}}));
+    EXPECT_EQ(passesRequested, 1);
 }
 
-TEST_F(LaunchFollowerTest, A_look_that_it_did_not_ask_for_neither_finds_nor_counts)
+TEST_F(LaunchFollowerTest, A_pass_that_was_not_requested_neither_matches_nor_counts)
 {
     launch(goal);
     scheduler.advance(0ms);
     showTerminal(1);
     for (int i = 0; i < 30; ++i)
-        follower.finishLooks();
-    EXPECT_EQ(finds, Finds());
+        follower.finishPass();
+    EXPECT_EQ(appeared, Windows());
     scheduler.advance(250ms);
-    follower.finishLooks();
-    EXPECT_EQ(finds, (Finds{{goal, 1}}));
+    follower.finishPass();
+    EXPECT_EQ(appeared, (Windows{{goal, 1}}));
 }
 
-TEST_F(LaunchFollowerTest, A_window_that_shows_while_its_application_is_being_launched_is_found)
+TEST_F(LaunchFollowerTest, A_window_that_appears_while_its_application_is_being_launched_is_found)
 {
     showTerminal(1);
     scheduler.holdBackgroundWork(true);
@@ -91,43 +92,43 @@ TEST_F(LaunchFollowerTest, A_window_that_shows_while_its_application_is_being_la
     scheduler.holdBackgroundWork(false);
     scheduler.runBackgroundWork();
     scheduler.advance(250ms);
-    follower.finishLooks();
-    EXPECT_EQ(finds, (Finds{{goal, 2}}));
+    follower.finishPass();
+    EXPECT_EQ(appeared, (Windows{{goal, 2}}));
 }
 
-TEST_F(LaunchFollowerTest, Two_launches_ask_for_one_look_and_get_a_window_each)
+TEST_F(LaunchFollowerTest, Two_launches_request_one_pass_and_get_a_window_each)
 {
     const GoalID other = GoalID::create();
     launch(goal);
     launch(other);
     scheduler.advance(250ms);
-    EXPECT_EQ(looksRequested, 1);
+    EXPECT_EQ(passesRequested, 1);
     showTerminal(1);
     showTerminal(2);
-    follower.finishLooks();
-    EXPECT_EQ(finds, (Finds{{goal, 1}, {other, 2}}));
+    follower.finishPass();
+    EXPECT_EQ(appeared, (Windows{{goal, 1}, {other, 2}}));
 }
 
-TEST_F(LaunchFollowerTest, What_hears_of_a_window_may_launch_another)
+TEST_F(LaunchFollowerTest, The_handler_of_a_window_may_launch_another)
 {
     const GoalID other = GoalID::create();
-    whenFound = [this, other] { launch(other); };
+    whenAppeared = [this, other] { launch(other); };
     launch(goal);
     scheduler.advance(250ms);
     showTerminal(1);
-    follower.finishLooks();
+    follower.finishPass();
     scheduler.advance(250ms);
     showTerminal(2);
-    follower.finishLooks();
-    EXPECT_EQ(finds, (Finds{{goal, 1}, {other, 2}}));
+    follower.finishPass();
+    EXPECT_EQ(appeared, (Windows{{goal, 1}, {other, 2}}));
 }
 
-TEST_F(LaunchFollowerTest, A_launch_that_fails_asks_for_nothing)
+TEST_F(LaunchFollowerTest, A_launch_that_fails_requests_nothing)
 {
     desktop.canLaunch = false;
     launch(goal);
     scheduler.advance(10s);
-    EXPECT_EQ(looksRequested, 0);
+    EXPECT_EQ(passesRequested, 0);
     EXPECT_EQ(scheduler.timersDue(), 0);
 }
 

@@ -1,0 +1,107 @@
+// The store's values, and which of the published ones changed in the operation under way.
+#pragma once
+
+#include "model/BoardJson.h"
+#include "model/Goal.h"
+#include "model/Preview.h"
+#include "model/WindowItem.h"
+#include "navigation/BoardNavigationState.h"
+#include "store/StoreChanges.h"
+#include "store/board/BoardHistory.h"
+#include "text/AppLanguage.h"
+#include "windows/WindowSearch.h"
+
+#include <QList>
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace kelpa {
+
+/// Main thread. `WindowStore` says what the published values mean. Whoever changes one in place
+/// marks it afterwards.
+class StoreState
+{
+public:
+    using Field = StoreField;
+
+    /// Calls `notify` at the end of each operation.
+    explicit StoreState(StoreChanges::Notify notify) : changes(std::move(notify)) {}
+
+    QList<WindowItem> windows;
+    QList<Goal> goals;
+    QList<TodoItem> unassignedTodos;
+    Previews previews;
+    BoardNavigationState boardNavigation;
+    std::optional<GoalID> todoEditorGoalID;
+    std::int64_t todoEditorRequestID = 0;
+    std::optional<QString> toastMessage;
+    bool toastOffersUndo = false;
+    std::int64_t restorationID = 0;
+    bool canUndo = false;
+    bool canRedo = false;
+    QString searchText;
+    bool isAccessibilityTrusted = false;
+    bool isScreenCaptureTrusted = false;
+    AppLanguage language = AppLanguage::chinese;
+    bool isAutoSortingGoals = true;
+    bool isHidingGoalsWithoutOpenTodos = false;
+
+    // Without a signal of their own.
+
+    Assignments assignments;
+    std::optional<TodoID> restoredTodoID;
+
+    StoreChanges changes;
+
+    /// Assigns `value` to `member` and marks its field when they differ; returns whether they did.
+    template <class Value>
+    bool assign(Value& member, std::type_identity_t<Value> value, Field field)
+    {
+        if (member == value)
+            return false;
+        member = std::move(value);
+        markChanged(field);
+        return true;
+    }
+    /// Only within an operation. Also drops what is derived from the field.
+    void markChanged(Field field);
+
+    BoardVersion version() const
+    {
+        return {{goals, unassignedTodos, assignments}, isAutoSortingGoals};
+    }
+
+    // Goals and todos.
+
+    bool hasGoal(GoalID goalID) const { return goalWith(goalID, goals) != nullptr; }
+    /// The board shows a goal, unless it has no open todo and such goals are hidden.
+    bool isVisible(const Goal& goal) const;
+    bool isVisible(GoalID goalID) const;
+    QList<GoalID> visibleGoalIDs() const;
+    /// The list of the goal, the unassigned list for none; null when there is no such goal.
+    QList<TodoItem>* todoList(std::optional<GoalID> goalID);
+    void markTodosChanged(std::optional<GoalID> goalID);
+    /// Marks the goals also when the order stays the same: the counts beside them have changed.
+    void sortGoalsIfNeeded();
+
+    // Windows.
+
+    /// Publishes `discovered`, each window with the goal that it is assigned to.
+    void assignWindows(QList<WindowItem> discovered);
+    QSet<GoalID> goalIDs() const;
+    const QList<WindowItem>& filteredWindows() const;
+    QList<WindowItem> windowsOf(const std::optional<GoalID>& goalID) const;
+    QList<WindowItem> windowsOf(const TargetSelection& target) const;
+    QList<WindowID> windowIDsOf(const TargetSelection& target) const;
+
+private:
+    // Computed when first asked for.
+    mutable std::optional<QList<WindowItem>> m_filteredWindows;
+    mutable std::optional<WindowsByGoal> m_windowsByGoal;
+};
+
+} // namespace kelpa

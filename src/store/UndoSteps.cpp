@@ -1,0 +1,122 @@
+#include "store/UndoSteps.h"
+
+#include "store/board/BoardPersistence.h"
+#include "store/board/GoalOrder.h"
+#include "store/board/RestorationTarget.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <utility>
+
+namespace kelpa {
+
+UndoSteps::UndoSteps(StoreState& state, BoardSelection& selection, Toast& toast, BoardSaver& saver)
+    : m_state(state), m_selection(selection), m_toast(toast), m_saver(saver)
+{}
+
+void UndoSteps::show(BoardContents contents)
+{
+    if (m_state.isAutoSortingGoals)
+        contents.goals = automaticallySorted(contents.goals);
+    m_state.assign(m_state.goals, std::move(contents.goals), StoreField::goals);
+    m_state.assign(m_state.unassignedTodos, std::move(contents.unassignedTodos),
+                   StoreField::unassignedTodos);
+    m_state.assignments = std::move(contents.assignments);
+    m_state.assignWindows(m_state.windows);
+    m_selection.reconcileWithGoals();
+}
+
+void UndoSteps::restart()
+{
+    m_history.clear();
+    m_toast.withdrawOffer();
+    publishHistory();
+    m_savedVersion = m_state.version();
+}
+
+void UndoSteps::saveStep(std::vector<SettingsEntry> settings)
+{
+    if (m_history.record(m_savedVersion, m_state.version()))
+        m_toast.withdrawOffer();
+    saveState(std::move(settings));
+    publishHistory();
+}
+
+void UndoSteps::saveDeletion(CopyKey announcement)
+{
+    m_history.record(m_savedVersion, m_state.version());
+    m_toast.show(announcement, Toast::OffersUndo::yes);
+    saveState();
+    publishHistory();
+}
+
+void UndoSteps::saveState(std::vector<SettingsEntry> settings)
+{
+    m_savedVersion = m_state.version();
+    m_saver.save(m_savedVersion.contents, std::move(settings));
+}
+
+void UndoSteps::undo()
+{
+    if (m_history.canUndo())
+        restore(m_history.undo(m_state.version()));
+}
+
+void UndoSteps::redo()
+{
+    if (m_history.canRedo())
+        restore(m_history.redo(m_state.version()));
+}
+
+void UndoSteps::restore(BoardVersion board)
+{
+    std::vector<SettingsEntry> settings;
+    if (m_state.assign(m_state.isAutoSortingGoals, board.isAutoSortingGoals,
+                       StoreField::isAutoSortingGoals))
+        settings.push_back({autoSortingGoalsKey, board.isAutoSortingGoals});
+    const BoardContents before = m_state.version().contents;
+    const QList<WindowItem> windowsBefore = m_state.windows;
+    const QList<GoalID> visibleBefore = m_state.visibleGoalIDs();
+    show(std::move(board.contents));
+    // What changed may be far from where the person is, or in a goal that is hidden.
+    if (const auto changed =
+            restorationTarget(before, m_state.version().contents, m_state.boardNavigation.target)) {
+        const std::optional<GoalID> goalID = changed->target.goalID();
+        if (goalID && !visibleBefore.contains(*goalID) && !m_state.isVisible(*goalID))
+            m_state.assign(m_state.isHidingGoalsWithoutOpenTodos, false,
+                           StoreField::isHidingGoalsWithoutOpenTodos);
+        if (changed->isPlaceOfWindow)
+            showMovedWindows(windowsBefore);
+        m_selection.activate(changed->target, EnterWindowLayer::no);
+        m_state.restoredTodoID = changed->todoID;
+        m_state.assign(m_state.restorationID, m_state.restorationID + 1, StoreField::restorationID);
+    }
+    m_toast.withdrawOffer();
+    saveState(std::move(settings));
+    publishHistory();
+}
+
+/// Ends a search that matches none of the windows that moved.
+void UndoSteps::showMovedWindows(const QList<WindowItem>& before)
+{
+    QSet<WindowID> moved;
+    for (const WindowItem& window : std::as_const(m_state.windows)) {
+        const auto former = std::ranges::find(before, window.id, &WindowItem::id);
+        if (former != before.end() && former->goalID != window.goalID)
+            moved.insert(window.id);
+    }
+    const auto isMoved = [&moved](const WindowItem& window) { return moved.contains(window.id); };
+    if (moved.isEmpty() || std::ranges::any_of(m_state.filteredWindows(), isMoved))
+        return;
+    m_state.assign(m_state.searchText, QString(), StoreField::searchText);
+    m_selection.reconcileWithWindows();
+}
+
+void UndoSteps::publishHistory()
+{
+    m_state.assign(m_state.canUndo, m_history.canUndo(), StoreField::canUndo);
+    m_state.assign(m_state.canRedo, m_history.canRedo(), StoreField::canRedo);
+}
+
+} // namespace kelpa

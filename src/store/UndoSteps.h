@@ -1,0 +1,53 @@
+// Saves what a person changes as steps, and takes steps back. A restored board shows where it
+// changed: `RestorationTarget` says which target is selected then.
+#pragma once
+
+#include "store/BoardSelection.h"
+#include "store/StoreState.h"
+#include "store/Toast.h"
+#include "store/board/BoardHistory.h"
+#include "store/board/BoardSaver.h"
+
+#include <vector>
+
+namespace kelpa {
+
+/// Main thread. Every function is part of an operation of the store.
+class UndoSteps
+{
+public:
+    /// All of it outlives this.
+    UndoSteps(StoreState& state, BoardSelection& selection, Toast& toast, BoardSaver& saver);
+
+    /// Publishes the contents, in automatic order where that is on, and reconciles windows,
+    /// selection and todo editor with them.
+    void show(BoardContents contents);
+    /// Forgets all steps; the next one begins at the present board.
+    void restart();
+
+    /// Records what the person changed since the last save as a step, and saves.
+    void saveStep(std::vector<SettingsEntry> settings = {});
+    /// As `saveStep`, with a toast that offers to undo it.
+    void saveDeletion(CopyKey announcement);
+    /// Saves changes that are part of no step, and `settings` with them.
+    void saveState(std::vector<SettingsEntry> settings = {});
+
+    void undo();
+    void redo();
+
+private:
+    /// Shows another version of the board and saves it, in one write.
+    void restore(BoardVersion board);
+    void showMovedWindows(const QList<WindowItem>& before);
+    void publishHistory();
+
+    StoreState& m_state;
+    BoardSelection& m_selection;
+    Toast& m_toast;
+    BoardSaver& m_saver;
+    BoardHistory m_history;
+    /// The board as it was saved last, whether or not a person changed it.
+    BoardVersion m_savedVersion;
+};
+
+} // namespace kelpa
