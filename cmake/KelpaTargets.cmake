@@ -85,7 +85,7 @@ function(kelpa_precompiled name)
     target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
 endfunction()
 
-# kelpa_library(<room> SOURCES … [PUBLIC …] [PRIVATE …] [MOC]): the library kelpa_<room> of one
+# kelpa_library(<folder> SOURCES … [PUBLIC …] [PRIVATE …] [MOC]): the library kelpa_<folder> of one
 # folder; MOC where it declares QObjects.
 # Headers are included by their path below src/, as in "model/Goal.h".
 function(kelpa_library name)

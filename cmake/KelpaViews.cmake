@@ -1,19 +1,19 @@
-# How a room of src/views is built: a static library and, where QML sees its types, a QML module of
-# the same room.
+# How a folder of src/views is built: a static library and, where QML sees its types, a QML module of
+# the same folder.
 
-# kelpa_views_room(<room> SOURCES … [PUBLIC …] [PRIVATE …]): the library kelpa_views_<room>.
-function(kelpa_views_room room)
-    kelpa_library(views_${room} ${ARGN} MOC)
+# kelpa_views_library(<folder> SOURCES … [PUBLIC …] [PRIVATE …]): the library kelpa_views_<folder>.
+function(kelpa_views_library folder)
+    kelpa_library(views_${folder} ${ARGN} MOC)
 endfunction()
 
-# kelpa_views_module(<room> URI <uri> [IMPORTS <room>…] [QML …]): the room's QML module. It may
-# import the modules of the rooms that IMPORTS names, whose types its own refer to.
+# kelpa_views_module(<folder> URI <uri> [IMPORTS <folder>…] [QML …]): the folder's QML module. It may
+# import the modules of the folders that IMPORTS names, whose types its own refer to.
 #
 # Each module's types are registered by a function that ViewTypes.cpp calls: without plugins nothing
 # else would keep the linker from dropping them.
-function(kelpa_views_module room)
+function(kelpa_views_module folder)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "" "URI" "IMPORTS;QML")
-    set(target kelpa_views_${room})
+    set(target kelpa_views_${folder})
     # The generated registration includes headers by their file name alone.
     target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
     # Compiled ahead in what people run; a developer's build is quicker without.

@@ -39,7 +39,7 @@ _FOLDERS = {
     "store/desktop": "model platform windows",
     "store": "model text navigation platform windows store/*",
     "shell": "navigation platform store/*",
-    # From the bottom of the views up: each room knows some of those before it.
+    # From the bottom of the views up: each folder knows some of those before it.
     "views/appearance": "model text layout platform windows",
     "views/models": "model",
     "views/scene": "layout views/appearance",
@@ -70,7 +70,7 @@ _LIBRARIES = {
     r"(QtQuick/|QQuick|QSG)": "shell views app",
 }
 
-# A room of the views is a module of QML: src/views/goals is Kelpa.Goals.
+# A folder of the views is a module of QML: src/views/goals is Kelpa.Goals.
 _IMPORT = re.compile(r"^import Kelpa\.(\w+)\s*$", re.MULTILINE)
 _INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 
@@ -118,7 +118,7 @@ def _disorder():
         above = list(_FOLDERS)[:list(_FOLDERS).index(own)]
         if any(name.startswith("views/") and name not in above and name != "views/*"
                for name in used.split()):
-            yield f"scripts/layering.py: {own} uses a room of the views that is not before it"
+            yield f"scripts/layering.py: {own} uses a folder of the views that is not before it"
     table = re.findall(r"^\| `src/(\w+)/` \|", (_ROOT / "README.md").read_text(), re.MULTILINE)
     for own, used in _FOLDERS.items():
         for folder in used.split():

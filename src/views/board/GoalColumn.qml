@@ -228,7 +228,7 @@ ExpandableGoalCard {
             }
         }
     }
-    Item {
+    EmptyWindowPlace {
         id: emptyPlace
 
         anchors.left: parent.left
@@ -236,25 +236,7 @@ ExpandableGoalCard {
         anchors.top: cards.top
         anchors.leftMargin: Theme.medium
         anchors.rightMargin: Theme.medium
-        height: 92
         visible: root.windowCount === 0
-
-        Rectangle {
-            anchors.fill: parent
-            radius: Theme.cardRadius
-            color: Theme.window
-        }
-        AppText {
-            anchors.fill: parent
-            anchors.margins: Theme.medium
-            horizontalAlignment: Text.AlignHCenter
-            text: ViewSettings.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
-                                                           : CopyKey.DragWindowHere)
-            color: Theme.secondaryText
-            wrapMode: Text.Wrap
-            Accessible.ignored: !visible
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
-        }
+        isSearchedEmpty: root.isSearchedEmpty
     }
 }

@@ -1,0 +1,31 @@
+import QtQuick
+import Kelpa.Appearance
+import Kelpa.Controls
+
+/// Takes the place of a column's window cards while it shows none, and says why: nothing was dragged
+/// there, or the search matches none of them.
+Item {
+    id: root
+
+    required property bool isSearchedEmpty
+
+    height: 92
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.cardRadius
+        color: Theme.window
+    }
+    AppText {
+        anchors.fill: parent
+        anchors.margins: Theme.medium
+        horizontalAlignment: Text.AlignHCenter
+        text: ViewSettings.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
+                                                       : CopyKey.DragWindowHere)
+        color: Theme.secondaryText
+        wrapMode: Text.Wrap
+        Accessible.ignored: !visible
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+}
