@@ -71,7 +71,7 @@ _LIBRARIES = {
 }
 
 # A folder of the views is a module of QML: src/views/goals is Kelpa.Goals.
-_IMPORT = re.compile(r"^import Kelpa\.(\w+)\s*$", re.MULTILINE)
+_IMPORT = re.compile(r"^\s*import\s+Kelpa\.(\w+)", re.MULTILINE)
 _INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 
 

@@ -1,7 +1,7 @@
 // How long each operation of the store keeps the main thread: without a disk and with the real
 // settings store on one, and how both grow with the board. Prints one table.
 
-#include "bench/board/BoardFixture.h"
+#include "bench/store/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "store/WindowStore.h"
 #include "store/board/BoardPersistence.h"

@@ -1,7 +1,7 @@
 // Compares a board of ten goals with one of two hundred that has as many todos and windows to each
 // goal, and a preview of every window: processor time in one process, which other load on the
 // machine hardly changes, and resident memory in a process of its own for each.
-#include "bench/board/BoardFixture.h"
+#include "bench/store/board/BoardFixture.h"
 #include "bench/views/SceneProbe.h"
 #include "layout/BoardMetrics.h"
 #include "platform/qt/WorkerPool.h"

@@ -1,5 +1,6 @@
-// The categories of the program's debug log, one for each room whose work is worth following. All
-// of them are silent until QT_LOGGING_RULES switches one on, as in "kelpa.store.debug=true".
+// The categories of the program's debug log, one for each part of the program whose work is worth
+// following. All of them are silent until QT_LOGGING_RULES switches one on, as in
+// "kelpa.store.debug=true".
 #pragma once
 
 #include <QLoggingCategory>

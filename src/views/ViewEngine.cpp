@@ -64,7 +64,7 @@ struct ViewEngine::Parts
     std::shared_ptr<IconWindows> iconWindows = iconWindowsOf(store, iconsFollow);
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
-    bool isCovered = false;
+    bool isOccluded = false;
     QQmlApplicationEngine engine;
     /// Goes before the window, which the engine owns.
     std::unique_ptr<BoardInput> input;
@@ -141,9 +141,9 @@ void ViewEngine::followMotion(MotionSetting& setting)
     m_parts->desktopAppearance->followMotion(setting);
 }
 
-void ViewEngine::setCovered(bool isCovered)
+void ViewEngine::setOccluded(bool isOccluded)
 {
-    m_parts->isCovered = isCovered;
+    m_parts->isOccluded = isOccluded;
     updateSeen();
 }
 
@@ -165,7 +165,7 @@ void ViewEngine::updateSeen()
     ViewSettings* const settings = viewSettings(m_parts->engine);
     const QQuickWindow* const board = window();
     if (settings != nullptr && board != nullptr)
-        settings->setSeen(board->isExposed() && !m_parts->isCovered);
+        settings->setSeen(board->isExposed() && !m_parts->isOccluded);
 }
 
 QQuickWindow* ViewEngine::window() const

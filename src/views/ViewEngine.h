@@ -54,7 +54,7 @@ public:
     void followMotion(MotionSetting& setting);
 
     /// Whether the whole window lies behind others, which it does not at first.
-    void setCovered(bool isCovered);
+    void setOccluded(bool isOccluded);
 
     /// Takes what is written in todos' fields and not committed yet into the store: the program, or
     /// the session, ends.

@@ -1,5 +1,5 @@
-// Whose turn it is to be captured, and the size at which a capture is shown. The rate of turns is
-// `PreviewCaptures::interval`.
+// Whose turn it is to be captured, and the size at which a capture is shown. The time
+// between two turns is `PreviewCaptures::interval`.
 #pragma once
 
 #include "model/Preview.h"

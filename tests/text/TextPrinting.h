@@ -1,4 +1,4 @@
-// How the values of this room appear in a failed test's message.
+// How languages, keys and copy tables appear in a failed test's message.
 #pragma once
 
 #include "text/AppLanguage.h"

@@ -34,8 +34,9 @@ struct StoredBoard
     std::optional<QByteArray> assignmentsDocument;
 };
 
-/// Reads everything. A value that does not decode counts as empty, and is first copied aside in
-/// `settings`, since the next save overwrites it.
+/// Reads everything. Goals, todos or assignments that do not decode count as empty, and are first
+/// copied aside in `settings`, since the next save overwrites them; a language or a setting that
+/// does not decode counts as absent.
 StoredBoard loadBoard(SettingsStore& settings);
 
 /// The window numbers that are assigned in `settings`, also under the keys of an earlier release.

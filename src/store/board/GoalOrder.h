@@ -10,7 +10,7 @@
 
 namespace kelpa {
 
-/// By priority, then by descending number of open todos; a stable sort.
+/// By priority, the highest first, then by descending number of open todos; a stable sort.
 QList<Goal> automaticallySorted(const QList<Goal>& goals);
 
 /// The first accent that no goal uses; the first of all when each is in use.

@@ -21,8 +21,8 @@ namespace kelpa {
 class PreviewCaptures
 {
 public:
-    /// The rate of captures: how often `captureNext` is called while the store observes. With n
-    /// windows, each is captured once in n intervals.
+    /// The time between two captures while the store observes: `captureNext` is called once in it.
+    /// With n windows, each is captured once in n intervals at best.
     static constexpr Scheduler::Duration interval = std::chrono::milliseconds(600);
 
     /// Replaces all previews.

@@ -85,8 +85,8 @@ ExpandableGoalCard {
     // What belongs to no goal is to be sorted, so that all of it shows.
     isExpanded: root.isSelected || root.isUnassigned
     WaterfallDelegate.isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
-    isAccepting: dropArea.isReceiving
-    isGivingWay: dropArea.isGivingWay
+    isAccepting: dropArea.wouldReceive
+    wouldInsertBefore: dropArea.wouldInsertBefore
     naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
                    + Theme.medium
     Accessible.role: Accessible.List
@@ -112,7 +112,7 @@ ExpandableGoalCard {
         picture: header
         text: root.board.goals.columnDragText(root.columnID)
         isDraggable: !root.isUnassigned
-        onClicked: if (!ground.isLeaving)
+        onClicked: if (!ground.hasPassedDragDistance)
             root.board.goals.goToColumn(root.columnID)
     }
 
@@ -154,7 +154,7 @@ ExpandableGoalCard {
                 todos.openEditor(isByKeyboard);
                 return;
             }
-            todos.isKeyboardAwaited = isByKeyboard;
+            todos.returnsFocusOnClose = isByKeyboard;
             root.board.todos.requestEditor(root.columnID);
         }
     }
@@ -194,7 +194,7 @@ ExpandableGoalCard {
         onMenuRequested: (todoID, todoColumnID, row, position) => {
             root.todoMenuRequested(todoID, todoColumnID, row, position);
         }
-        onKeyboardReturned: header.takeKeyboard()
+        onFocusReturned: header.takeKeyboard()
     }
     // Two columns, as the arrow keys walk them.
     WaterfallView {

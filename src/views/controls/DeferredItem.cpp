@@ -9,7 +9,7 @@
 
 namespace kelpa {
 
-QObject* makeLate(QQuickItem& owner, const QString& file, const QVariantMap& properties)
+QObject* createDeferred(QQuickItem& owner, const QString& file, const QVariantMap& properties)
 {
     QQmlEngine* const engine = qmlEngine(&owner);
     if (engine == nullptr)

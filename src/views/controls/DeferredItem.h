@@ -10,7 +10,7 @@ namespace kelpa {
 
 /// An item of the type of this module in `file`, which belongs to `owner`; null when it cannot be
 /// made, which is reported on the console. Main thread.
-QObject* makeLate(QQuickItem& owner, const QString& file, const QVariantMap& properties);
+QObject* createDeferred(QQuickItem& owner, const QString& file, const QVariantMap& properties);
 
 /// Calls the slot, by its name and parentheses, whenever the property changes; false when there is
 /// no such property, or one without a notify signal. Main thread.

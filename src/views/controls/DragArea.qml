@@ -15,31 +15,31 @@ MouseArea {
     property bool isDraggable: true
     /// Whether the picture hangs below the pointer, beside it, so that it does not cover the place
     /// between others at which it would be inserted.
-    property bool isHeldBeside: false
+    property bool isPictureBesidePointer: false
 
     property point pressPosition
-    property bool isLeaving: false
+    property bool hasPassedDragDistance: false
     /// Whether what was pressed is on its way, or its picture is being made.
-    readonly property bool isDragged: root.isLeaving && root.pressed
+    readonly property bool isDragged: root.hasPassedDragDistance && root.pressed
 
     // A scrolling view below must not take the press away.
     preventStealing: root.isDraggable
     onPressed: mouse => {
         root.pressPosition = Qt.point(mouse.x, mouse.y);
-        root.isLeaving = false;
+        root.hasPassedDragDistance = false;
     }
     onPositionChanged: mouse => {
         const distance = Math.abs(mouse.x - root.pressPosition.x)
                        + Math.abs(mouse.y - root.pressPosition.y);
-        if (!root.isDraggable || !root.pressed || root.isLeaving || !(mouse.buttons & Qt.LeftButton)
+        if (!root.isDraggable || !root.pressed || root.hasPassedDragDistance || !(mouse.buttons & Qt.LeftButton)
                 || distance < Application.styleHints.startDragDistance)
             return;
-        root.isLeaving = true;
+        root.hasPassedDragDistance = true;
         const text = root.text;
         const source = root.dragSource;
         // A picture that hangs beside the pointer is held at its edge.
         const place = root.mapToItem(root.picture, root.pressPosition);
-        const held = root.isHeldBeside
+        const held = root.isPictureBesidePointer
                 ? Qt.point(-Theme.large, -Theme.large)
                 : Qt.point(Math.max(0, Math.min(place.x, root.picture.width)),
                            Math.max(0, Math.min(place.y, root.picture.height)));

@@ -47,9 +47,9 @@ void FocusRing::show(bool isShown)
     m_isShown = isShown;
     if (m_isShown && m_frame == nullptr) {
         m_frame = qobject_cast<QQuickItem*>(
-            makeLate(*this, QStringLiteral("FocusFrame.qml"),
-                     {{QStringLiteral("ring"), QVariant::fromValue(this)},
-                      {QStringLiteral("parent"), QVariant::fromValue<QQuickItem*>(this)}}));
+            createDeferred(*this, QStringLiteral("FocusFrame.qml"),
+                           {{QStringLiteral("ring"), QVariant::fromValue(this)},
+                            {QStringLiteral("parent"), QVariant::fromValue<QQuickItem*>(this)}}));
     }
     Q_EMIT isShownChanged();
 }

@@ -95,9 +95,9 @@ void HoverTip::showOrHide()
         return;
     }
     QQuickItem* const control = parentItem();
-    m_tip = makeLate(*this, QStringLiteral("AppToolTip.qml"),
-                     {{QStringLiteral("parent"), QVariant::fromValue(control)},
-                      {QLatin1String(buttonText), text()}});
+    m_tip = createDeferred(*this, QStringLiteral("AppToolTip.qml"),
+                           {{QStringLiteral("parent"), QVariant::fromValue(control)},
+                            {QLatin1String(buttonText), text()}});
     if (m_tip == nullptr)
         return;
     m_tip->setProperty("visible", true);

@@ -54,10 +54,10 @@ PressButton {
     }
     background: Rectangle {
         radius: Theme.columnRadius
-        color: dropArea.isWelcoming ? Theme.accepting
+        color: dropArea.wouldChangeBoard ? Theme.accepting
                : root.down ? Theme.press : root.hovered ? Theme.hover : "transparent"
-        border.width: dropArea.isWelcoming ? 2 : 1
-        border.color: dropArea.isWelcoming ? Theme.focus
+        border.width: dropArea.wouldChangeBoard ? 2 : 1
+        border.color: dropArea.wouldChangeBoard ? Theme.focus
                       : root.hovered ? Theme.accentText : Theme.outline
     }
 
@@ -65,17 +65,17 @@ PressButton {
         id: dropArea
 
         /// Whether a drop would move the goal.
-        property bool isWelcoming: false
+        property bool wouldChangeBoard: false
 
         anchors.fill: parent
         keys: ["text/plain"]
         onEntered: drag => {
             drag.accepted = root.dragSource.isDragging && root.drops.canDropAtEnd(drag.text);
-            dropArea.isWelcoming = drag.accepted && root.drops.wouldDropAtEndMove(drag.text);
+            dropArea.wouldChangeBoard = drag.accepted && root.drops.wouldDropAtEndMove(drag.text);
         }
-        onExited: dropArea.isWelcoming = false
+        onExited: dropArea.wouldChangeBoard = false
         onDropped: drop => {
-            dropArea.isWelcoming = false;
+            dropArea.wouldChangeBoard = false;
             drop.accepted = root.dragSource.isDragging && root.drops.dropAtEnd(drop.text);
         }
     }

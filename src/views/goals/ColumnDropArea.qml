@@ -13,12 +13,12 @@ DropArea {
     required property string columnID
 
     /// Whether a drop would put the window or todo into the column.
-    readonly property bool isReceiving: root.isWelcoming && !root.isGoal
+    readonly property bool wouldReceive: root.wouldChangeBoard && !root.isGoal
     /// Whether a drop would move the dragged goal before the column.
-    readonly property bool isGivingWay: root.isWelcoming && root.isGoal
+    readonly property bool wouldInsertBefore: root.wouldChangeBoard && root.isGoal
 
     /// Whether a drop would change the board.
-    property bool isWelcoming: false
+    property bool wouldChangeBoard: false
     property bool isGoal: false
 
     keys: ["text/plain"]
@@ -26,11 +26,11 @@ DropArea {
     onEntered: drag => {
         drag.accepted = root.dragSource.isDragging && root.drops.canDrop(drag.text, root.columnID);
         root.isGoal = drag.accepted && root.drops.isGoalDrag(drag.text);
-        root.isWelcoming = drag.accepted && root.drops.wouldDropMove(drag.text, root.columnID);
+        root.wouldChangeBoard = drag.accepted && root.drops.wouldDropMove(drag.text, root.columnID);
     }
-    onExited: root.isWelcoming = false
+    onExited: root.wouldChangeBoard = false
     onDropped: drop => {
-        root.isWelcoming = false;
+        root.wouldChangeBoard = false;
         drop.accepted = root.dragSource.isDragging && root.drops.drop(drop.text, root.columnID);
     }
 }

@@ -67,7 +67,7 @@ Item {
         picture: root
         text: root.goals.columnDragText(root.columnID)
         enabled: !root.isUnassigned
-        onClicked: if (!dragArea.isLeaving)
+        onClicked: if (!dragArea.hasPassedDragDistance)
             root.goals.goToColumn(root.columnID)
         // The first of the two clicks has selected the goal.
         onDoubleClicked: mouse => {

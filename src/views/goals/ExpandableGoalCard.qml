@@ -14,7 +14,7 @@ ExpandableHeight {
     property bool isEntered: false
     property bool isAccepting: false
     /// Whether a drop would move another goal before it.
-    property bool isGivingWay: false
+    property bool wouldInsertBefore: false
     /// The part of the board that is seen, in the card's own coordinates.
     property real visibleFrom: 0
     property real visibleTo: 0
@@ -114,6 +114,6 @@ ExpandableHeight {
         height: root.height
         radius: 2
         color: Theme.focus
-        visible: root.isGivingWay
+        visible: root.wouldInsertBefore
     }
 }

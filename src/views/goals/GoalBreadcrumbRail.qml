@@ -66,7 +66,7 @@ FocusScope {
             required property bool isSelected
             required property int index
 
-            /// Of the rail at its place, below its own.
+            /// How far down the rail the entry is, from 0 to 1: the rail's colour there is its ground.
             readonly property real depth: Math.max(0, Math.min(1, (entry.y - entries.contentY + 14)
                                                                   / root.height))
             readonly property color ground: Qt.tint(Qt.tint(Theme.railTop,
@@ -83,7 +83,7 @@ FocusScope {
             width: entries.width
             height: 18
             text: entry.title
-            opacity: entry.isSelected || entryDrop.isReceiving ? 1 : 0.65
+            opacity: entry.isSelected || entryDrop.wouldReceive ? 1 : 0.65
             Accessible.role: Accessible.ListItem
             Accessible.selectable: true
             Accessible.selected: entry.isSelected
@@ -94,12 +94,12 @@ FocusScope {
             background: Rectangle {
                 radius: 7
                 color: entry.down ? Theme.press
-                       : entry.isSelected || entryDrop.isReceiving ? Theme.accepting
+                       : entry.isSelected || entryDrop.wouldReceive ? Theme.accepting
                        : entry.hovered ? Theme.hover : "transparent"
-                border.width: entryDrop.isReceiving ? 2 : 0
+                border.width: entryDrop.wouldReceive ? 2 : 0
                 border.color: Theme.focus
             }
-            // Up to that of the next one.
+            // Reaches to the next entry's drop area, so that no gap is left.
             ColumnDropArea {
                 id: entryDrop
 
@@ -113,7 +113,7 @@ FocusScope {
             DropLine {
                 y: -(entries.spacing + height) / 2
                 width: parent.width
-                visible: entryDrop.isGivingWay
+                visible: entryDrop.wouldInsertBefore
             }
 
             MarqueeGoalTitle {

@@ -1,5 +1,6 @@
-// The virtualised list of a waterfall: of all rows of its model, only some have items. This list
-// holds those rows in their order, and renumbers them as rows of the model come, go and move.
+// The rows of a virtualised waterfall that have items at present, in their order; renumbered as
+// rows of the model are inserted, removed and moved. WaterfallViewLayout.cpp decides which rows
+// have items.
 #pragma once
 
 #include "views/scene/WaterfallDelegate.h"

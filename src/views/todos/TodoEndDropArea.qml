@@ -14,18 +14,18 @@ DropArea {
     required property string listID
 
     /// Whether dropping the todo here changes the order.
-    property bool isWelcoming: false
+    property bool wouldChangeBoard: false
 
     keys: ["text/plain"]
     onEntered: drag => {
         drag.accepted = root.dragSource.isDragging
                 && root.todos.drops.canDropAtEnd(drag.text, root.listID);
-        root.isWelcoming = drag.accepted
+        root.wouldChangeBoard = drag.accepted
                 && root.todos.drops.wouldMoveAtEnd(drag.text, root.listID);
     }
-    onExited: root.isWelcoming = false
+    onExited: root.wouldChangeBoard = false
     onDropped: drop => {
-        root.isWelcoming = false;
+        root.wouldChangeBoard = false;
         drop.accepted = root.dragSource.isDragging
                 && root.todos.drops.dropAtEnd(drop.text, root.listID);
     }

@@ -32,10 +32,10 @@ IconButton {
         anchors.fill: parent
         dragSource: root.dragSource
         picture: root.picture
-        isHeldBeside: true
+        isPictureBesidePointer: true
         text: root.todos.dragText(root.todoID, root.columnID)
         cursorShape: Qt.OpenHandCursor
-        onClicked: if (!area.isLeaving)
+        onClicked: if (!area.hasPassedDragDistance)
             root.clicked()
     }
 }

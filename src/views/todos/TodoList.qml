@@ -26,7 +26,7 @@ Item {
     /// Whether this list, not the store, opened the field for a new todo.
     property bool isOwnEditorOpen: false
     /// Whether the focus returns to where it came from when the field for a new todo closes.
-    property bool isKeyboardAwaited: false
+    property bool returnsFocusOnClose: false
 
     readonly property TodoListModel listModel: TodoListModel {
         todos: root.todos
@@ -45,10 +45,10 @@ Item {
 
     signal menuRequested(todoID: string, columnID: string, row: Item, position: point)
     /// The list had the focus and has nothing left that could have it.
-    signal keyboardReturned
+    signal focusReturned
 
     function openEditor(isByKeyboard: bool): void {
-        root.isKeyboardAwaited = isByKeyboard;
+        root.returnsFocusOnClose = isByKeyboard;
         root.isOwnEditorOpen = true;
         root.focusEditor();
     }
@@ -58,14 +58,14 @@ Item {
     }
     /// `returnsKeyboard` is false where the focus has gone elsewhere already.
     function closeEditor(returnsKeyboard: bool): void {
-        const isAwaited = returnsKeyboard && root.isKeyboardAwaited;
+        const isAwaited = returnsKeyboard && root.returnsFocusOnClose;
         if (root.isOwnEditorOpen)
             root.isOwnEditorOpen = false;
         // By now the store's editor may be another goal's.
         else if (root.isEditorOpen)
             root.todos.cancelEditor();
         if (isAwaited)
-            root.keyboardReturned();
+            root.focusReturned();
     }
     /// The rectangle of the todo's row in the coordinates of the list; empty when it has no row.
     function rowRect(todoID: string): rect {
@@ -80,7 +80,7 @@ Item {
     implicitHeight: Math.min(root.maximumHeight, root.wantedHeight)
     Component.onCompleted: root.takeRequest()
     onIsEditorOpenChanged: if (!root.isEditorOpen)
-        root.isKeyboardAwaited = false
+        root.returnsFocusOnClose = false
 
     Connections {
         target: root.todos
@@ -120,7 +120,7 @@ Item {
         }
         onEditRequested: todoID => root.editedTodoID = todoID
         onEditEnded: root.editedTodoID = ""
-        onKeyboardReturned: root.keyboardReturned()
+        onFocusReturned: root.focusReturned()
     }
     DragScroll {
         anchors.fill: rows
@@ -143,7 +143,7 @@ Item {
         DropLine {
             y: -height
             width: rows.rowsWidth
-            visible: end.isWelcoming
+            visible: end.wouldChangeBoard
         }
     }
     AppText {

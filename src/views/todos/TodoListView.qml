@@ -31,7 +31,7 @@ Flickable {
     signal editRequested(todoID: string)
     signal editEnded
     /// The last row, which had the focus, is gone.
-    signal keyboardReturned
+    signal focusReturned
 
     /// Scrolls as little as is needed.
     function reveal(row: int): void {
@@ -66,7 +66,7 @@ Flickable {
         if (item !== null)
             item.takeKeyboard();
         else
-            root.keyboardReturned();
+            root.focusReturned();
     }
 
     boundsBehavior: Flickable.StopAtBounds

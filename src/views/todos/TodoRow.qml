@@ -5,7 +5,7 @@ import Kelpa.Appearance
 import Kelpa.Scene
 import Kelpa.Todos
 
-/// A todo in a list: its face or, while its title is edited, a field; and the area where other
+/// A todo in a list: its content or, while its title is edited, a field; and the area where other
 /// todos are dropped.
 FocusScope {
     id: root
@@ -25,7 +25,7 @@ FocusScope {
     readonly property bool isUnified: root.listID === root.todos.unifiedListID
     readonly property bool isHighlighted: !root.isUnified
                                           && root.todos.highlightedTodoID === root.todoID
-    readonly property bool hasKeyboard: face.hasKeyboard
+    readonly property bool hasKeyboard: content.hasKeyboard
     /// Keeps the item for this todo, with what is typed.
     WaterfallDelegate.isPinned: root.isEdited
 
@@ -39,7 +39,7 @@ FocusScope {
     signal moveRequested(isUp: bool)
 
     function takeKeyboard(): void {
-        face.forceActiveFocus(Qt.TabFocusReason);
+        content.forceActiveFocus(Qt.TabFocusReason);
     }
     function edit(isByKeyboard: bool): void {
         root.isEditedByKeyboard = isByKeyboard;
@@ -59,8 +59,8 @@ FocusScope {
     }
 
     Component.onCompleted: root.takeRequest()
-    // Not the opacity of the face, which follows the pointer as an opaque picture.
-    opacity: face.isDragged ? 0.6 : 1
+    // Not the opacity of the content, which follows the pointer as an opaque picture.
+    opacity: content.isDragged ? 0.6 : 1
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
 
     Connections {
@@ -70,8 +70,8 @@ FocusScope {
             root.takeRequest();
         }
     }
-    TodoRowFace {
-        id: face
+    TodoRowContent {
+        id: content
 
         anchors.fill: parent
         visible: !root.isEdited

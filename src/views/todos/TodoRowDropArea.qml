@@ -17,14 +17,14 @@ DropArea {
 
     property int answer: TodoDrops.PassOn
     /// Whether dropping the todo here changes the order.
-    property bool isWelcoming: false
+    property bool wouldChangeBoard: false
     property bool isLastRow: false
     /// Whether the todo moves behind the row's instead of before it.
     property bool isBehind: false
 
     function updatePlace(text: string, y: real): void {
         root.isBehind = root.isLastRow && y >= root.height / 2;
-        root.isWelcoming = root.isBehind
+        root.wouldChangeBoard = root.isBehind
                 ? root.todos.drops.wouldMoveAtEnd(text, root.listID)
                 : root.todos.drops.wouldMoveOnRow(text, root.todoID);
     }
@@ -48,9 +48,9 @@ DropArea {
         else if (root.isLastRow)
             root.updatePlace(drag.text, drag.y);
     }
-    onExited: root.isWelcoming = false
+    onExited: root.wouldChangeBoard = false
     onDropped: drop => {
-        root.isWelcoming = false;
+        root.wouldChangeBoard = false;
         drop.accepted = root.dragSource.isDragging
                 && (root.isBehind
                     ? root.todos.drops.dropAtEnd(drop.text, root.listID)

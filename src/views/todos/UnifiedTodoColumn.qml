@@ -112,6 +112,6 @@ Item {
         onMenuRequested: (todoID, columnID, row, position) => {
             root.todoMenuRequested(todoID, columnID, row, position);
         }
-        onKeyboardReturned: addButton.forceActiveFocus(Qt.TabFocusReason)
+        onFocusReturned: addButton.forceActiveFocus(Qt.TabFocusReason)
     }
 }

@@ -85,12 +85,12 @@ FocusableItem {
     }
 
     Item {
-        id: face
+        id: cardItem
 
         // Without a graphics device, round corners that are scaled show seams; a picture of them
         // does not.
         readonly property bool isPictured: GraphicsInfo.api === GraphicsInfo.Software
-                                           && face.scale !== 1
+                                           && cardItem.scale !== 1
 
         readonly property color ground: root.isSelected ? Qt.tint(Theme.card, Theme.accepting)
                                                         : Theme.card
@@ -112,7 +112,7 @@ FocusableItem {
 
             anchors.fill: parent
             anchors.margins: -room
-            layer.enabled: face.isPictured
+            layer.enabled: cardItem.isPictured
             layer.smooth: true
 
             // Only its rim is seen; to mix all of it with the ground would take most of the time that
@@ -131,7 +131,7 @@ FocusableItem {
                 anchors.fill: parent
                 anchors.margins: parent.room
                 radius: Theme.cardRadius
-                color: face.ground
+                color: cardItem.ground
                 border.width: root.isSelected ? 1.2 : 1
                 border.color: root.isSelected ? Theme.selectedCardOutline : Theme.cardOutline
             }
@@ -145,8 +145,8 @@ FocusableItem {
             windowID: root.windowID
             revision: root.previewRevision
             message: root.previewMessage
-            cardGround: face.ground
-            isPictured: face.isPictured
+            cardGround: cardItem.ground
+            isPictured: cardItem.isPictured
         }
         CardCaption {
             id: caption
@@ -173,14 +173,14 @@ FocusableItem {
 
         anchors.fill: parent
         dragSource: root.dragSource
-        picture: face
+        picture: cardItem
         text: root.windows.windowDragText(root.windowID)
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onPressed: tip.dismiss()
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
                 root.menuRequested(root, Qt.point(mouse.x, mouse.y));
-            else if (!area.isLeaving)
+            else if (!area.hasPassedDragDistance)
                 root.switchToWindow();
         }
     }

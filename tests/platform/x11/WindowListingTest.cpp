@@ -22,12 +22,13 @@ protected:
 
     std::optional<WindowListEntry> entry(const char* title)
     {
-        return entryNamed(look(*server), QString::fromUtf8(title));
+        return entryNamed(runDiscoveryPass(*server), QString::fromUtf8(title));
     }
 
     bool isOnScreen(const char* title)
     {
-        return entryNamed(look(*server, WindowListScope::onScreen), QString::fromUtf8(title))
+        return entryNamed(runDiscoveryPass(*server, WindowListScope::onScreen),
+                          QString::fromUtf8(title))
             .has_value();
     }
 
@@ -106,7 +107,7 @@ TEST_F(WindowListing, Windows_of_several_programs_are_listed_front_to_back)
     TestClient other(xServer.display());
     openListed(other, {90, 90, 300, 200, "third", "Three"});
 
-    const std::vector<WindowListEntry> list = look(*server);
+    const std::vector<WindowListEntry> list = runDiscoveryPass(*server);
     ASSERT_EQ(list.size(), 3U);
     EXPECT_EQ(list.at(0).name, QStringLiteral("third"));
     EXPECT_EQ(list.at(1).name, QStringLiteral("a terminal"));
@@ -164,12 +165,12 @@ TEST_F(WindowListing, Two_maximized_windows_with_one_title_are_both_listed)
     client.maximize(first);
     client.maximize(second);
     const auto areMaximized = [&] {
-        const std::vector<WindowListEntry> list = look(*server);
+        const std::vector<WindowListEntry> list = runDiscoveryPass(*server);
         return list.size() == 2 && list.at(0).bounds->width > 1200 &&
                list.at(0).bounds == list.at(1).bounds;
     };
     ASSERT_TRUE(waitUntil(areMaximized));
-    const std::vector<WindowListEntry> list = look(*server);
+    const std::vector<WindowListEntry> list = runDiscoveryPass(*server);
     EXPECT_EQ(list.at(0).name, list.at(1).name);
     EXPECT_NE(list.at(0).number, list.at(1).number);
     EXPECT_TRUE(element(ownProcess, *list.at(0).number).has_value());
@@ -245,7 +246,7 @@ TEST_F(WindowListing, Hostile_titles_are_listed_made_harmless)
     openListed(client, {100, 100, 300, 200, "bad\xFF\xFEutf", {}});
     openListed(client, {100, 100, 300, 200, QByteArray("nul\0led", 7), {}});
     openListed(client, {100, 100, 300, 200, "a\xE2\x80\xAEgnp.exe", {}});
-    const std::vector<WindowListEntry> list = look(*server);
+    const std::vector<WindowListEntry> list = runDiscoveryPass(*server);
     ASSERT_EQ(list.size(), 4U);
     EXPECT_EQ(list.at(0).name, QStringLiteral("agnp.exe"));
     EXPECT_EQ(list.at(1).name, QStringLiteral("nulled"));
@@ -258,9 +259,9 @@ TEST_F(WindowListing, A_title_of_the_wrong_type_gives_way_to_the_older_property)
     const xcb_window_t window = openListed(client, {});
     client.setProperty(window, "WM_NAME", XCB_ATOM_STRING, 8, "caf\xE9");
     client.setCardinals(window, "_NET_WM_NAME", {1, 2, 3});
-    EXPECT_EQ(look(*server).front().name, QStringLiteral(u"caf\u00E9"));
+    EXPECT_EQ(runDiscoveryPass(*server).front().name, QStringLiteral(u"caf\u00E9"));
     client.setText(window, "_NET_WM_NAME", "");
-    EXPECT_EQ(look(*server).front().name, QStringLiteral(""));
+    EXPECT_EQ(runDiscoveryPass(*server).front().name, QStringLiteral(""));
 }
 
 TEST_F(WindowListing, Properties_of_the_wrong_shape_are_as_if_they_were_not_there)
@@ -280,20 +281,20 @@ TEST_F(WindowListing, Properties_of_the_wrong_shape_are_as_if_they_were_not_ther
     EXPECT_EQ(found->number, 1U);
 }
 
-TEST_F(WindowListing, A_look_takes_as_many_round_trips_for_forty_windows_as_for_one)
+TEST_F(WindowListing, A_discovery_pass_takes_as_many_round_trips_for_forty_windows_as_for_one)
 {
     openListed(client, {100, 100, 300, 200, "one", {}});
     const auto cost = [&] {
         const std::uint64_t before = server->traffic().roundTrips;
-        EXPECT_FALSE(look(*server).empty());
+        EXPECT_FALSE(runDiscoveryPass(*server).empty());
         return server->traffic().roundTrips - before;
     };
-    look(*server);
+    runDiscoveryPass(*server);
     EXPECT_EQ(cost(), 2U);
     for (int count = 0; count < 40; ++count) {
         client.open({100, 100, 300, 200, "more", {}});
     }
-    ASSERT_TRUE(waitUntil([&] { return look(*server).size() == 41; }));
+    ASSERT_TRUE(waitUntil([&] { return runDiscoveryPass(*server).size() == 41; }));
     EXPECT_EQ(cost(), 2U);
     // One more when there are new windows, until the server has their numbers.
     const xcb_window_t last = client.open({100, 100, 300, 200, "last", {}});

@@ -21,7 +21,7 @@ protected:
 
 } // namespace
 
-TEST_F(WindowServerOnDisplay, Without_a_look_nothing_is_trusted)
+TEST_F(WindowServerOnDisplay, Without_a_discovery_pass_nothing_is_trusted)
 {
     EXPECT_FALSE(server->isScreenCaptureTrusted());
     x11::EwmhPager pager(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
@@ -90,7 +90,8 @@ TEST_F(WindowServerOnDisplay, A_display_that_does_not_exist_leaves_absent_lists)
     EXPECT_FALSE(nowhere->isScreenCaptureTrusted());
 }
 
-TEST_F(WindowServerOnDisplay, A_look_while_another_client_holds_the_server_ends_when_it_lets_go)
+TEST_F(WindowServerOnDisplay,
+       A_discovery_pass_while_another_client_holds_the_server_ends_when_it_lets_go)
 {
     const WindowManager manager(xServer.display());
     server->openDiscoverySource();

@@ -63,8 +63,8 @@ struct X11Surroundings
 };
 
 /// The windows of one discovery pass; empty when the list is absent.
-inline std::vector<WindowListEntry> look(x11::X11WindowServer& server,
-                                         WindowListScope scope = WindowListScope::all)
+inline std::vector<WindowListEntry> runDiscoveryPass(x11::X11WindowServer& server,
+                                                     WindowListScope scope = WindowListScope::all)
 {
     return server.openDiscoverySource()->windowList(scope).value_or(std::vector<WindowListEntry>());
 }

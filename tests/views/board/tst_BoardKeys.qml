@@ -81,7 +81,7 @@ Item {
             const first = column("First");
             world.board.goals.goToColumn(world.columnOfGoal("First"));
             show(first, "First", ["Read"]);
-            face(first, "Read").forceActiveFocus(Qt.TabFocusReason);
+            content(first, "Read").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_F2);
             tryVerify(() => field(first) !== null && field(first).activeFocus);
             keyClick(Qt.Key_F2);
@@ -91,13 +91,13 @@ Item {
         function test_Delete_deletes_the_todo_that_has_the_keyboard() {
             const first = column("First");
             show(first, "First", ["Read", "Write", "Walk"]);
-            face(first, "Write").forceActiveFocus(Qt.TabFocusReason);
+            content(first, "Write").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Delete);
             compare(world.todos("First"), ["Read (todo)", "Walk (todo)"]);
             verify(world.board.toastOffersUndo);
-            tryVerify(() => face(first, "Walk")?.activeFocus ?? false);
+            tryVerify(() => content(first, "Walk")?.activeFocus ?? false);
             // Held, it does no more; nor does it with another key.
-            world.repeatKey(face(first, "Walk"), Qt.Key_Delete);
+            world.repeatKey(content(first, "Walk"), Qt.Key_Delete);
             keyClick(Qt.Key_Delete, Qt.ShiftModifier);
             compare(world.todos("First"), ["Read (todo)", "Walk (todo)"]);
         }

@@ -151,7 +151,7 @@ Item {
             const first = column("First");
             show(first, "First", ["Read"]);
             mouseMove(root, 1, 699);
-            face(first, "Read").forceActiveFocus(Qt.TabFocusReason);
+            content(first, "Read").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Menu);
             tryVerify(() => menuItems().length === 7);
             keyClick("m");

@@ -31,7 +31,7 @@ BoardCase {
     function row(place, title) {
         return only(all(place, item => item instanceof TodoRow && item.title === title));
     }
-    function face(place, title) {
+    function content(place, title) {
         return only(all(row(place, title), item => item.Accessible.role === Accessible.ListItem));
     }
     function button(place, symbol) {

@@ -97,7 +97,7 @@ Item {
                  open: () => world.board.todos.requestEditor(world.columnOfGoal("First"))},
                 {tag: "title of a todo", open: () => {
                     show(column("First"), "First", ["Read"]);
-                    face(column("First"), "Read").forceActiveFocus(Qt.TabFocusReason);
+                    content(column("First"), "Read").forceActiveFocus(Qt.TabFocusReason);
                     keyClick(Qt.Key_F2);
                 }}
             ];

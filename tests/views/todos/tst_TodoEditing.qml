@@ -54,7 +54,7 @@ Item {
             world.addTodo("Buy\nmilk\u2028and\ttea", "First");
             tryVerify(() => row(first, "Buy milk and tea") !== null);
             const shown = row(first, "Buy milk and tea");
-            compare(face(first, "Buy milk and tea").Accessible.name, "Buy milk and tea");
+            compare(content(first, "Buy milk and tea").Accessible.name, "Buy milk and tea");
             const lines = all(shown, item => item instanceof AppText && item.visible);
             for (const text of lines)
                 compare(text.lineCount, 1);
@@ -73,7 +73,7 @@ Item {
         function test_a_blank_title_keeps_the_editor_and_the_todo() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            face(first, "Read").forceActiveFocus();
+            content(first, "Read").forceActiveFocus();
             keyClick(Qt.Key_F2);
             tryVerify(() => field(first) !== null && field(first).activeFocus);
             keyClick(Qt.Key_Space);
@@ -83,7 +83,7 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => field(first) === null);
             compare(world.todos("First"), ["Read (todo)"]);
-            verify(face(first, "Read").activeFocus);
+            verify(content(first, "Read").activeFocus);
         }
         function test_return_that_ends_a_composition_does_not_commit() {
             const first = column("First");
@@ -114,7 +114,7 @@ Item {
             const toNothing = place => field(place).focus = false;
             const toButton = place => button(row(place, "Write"), "circle")
                 .forceActiveFocus(Qt.TabFocusReason);
-            const toRow = place => face(place, "Write").forceActiveFocus();
+            const toRow = place => content(place, "Write").forceActiveFocus();
             return [{tag: "typed, to a button", typed: "abc", title: "abc", leave: toButton,
                      isToNothing: false},
                     // As after a click beside all buttons.

@@ -23,7 +23,7 @@ Item {
         function test_the_goals_of_the_menu_follow_their_order_on_the_board() {
             show(unified(), "", ["Sort"]);
             const goals = () => {
-                face(unified(), "Sort").forceActiveFocus();
+                content(unified(), "Sort").forceActiveFocus();
                 keyClick(Qt.Key_Menu);
                 choose("Move to goal");
                 tryVerify(() => menuItems().some(item => item.text === "Second"));
@@ -44,7 +44,7 @@ Item {
             const first = column("First");
             show(first, "First", ["Read"]);
             const texts = () => menuItems().sort((a, b) => a.y - b.y).map(item => item.text);
-            face(first, "Read").forceActiveFocus();
+            content(first, "Read").forceActiveFocus();
             keyClick(Qt.Key_Menu);
             tryVerify(() => menuItems().length === 7);
             compare(texts()[0], "Move to goal");
@@ -85,7 +85,7 @@ Item {
             tryCompare(menu, "isShown", true);
             mouseMove(root, 1, 699);
             tryCompare(menu, "isShown", false);
-            face(first, "Read").forceActiveFocus();
+            content(first, "Read").forceActiveFocus();
             verify(menu.isShown);
             mouseClick(menu);
             tryVerify(() => menuItems().length === 7);
@@ -94,14 +94,14 @@ Item {
         function test_the_menu_of_a_todo_edits_it() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            face(first, "Read").forceActiveFocus();
+            content(first, "Read").forceActiveFocus();
             keyClick(Qt.Key_Menu);
             choose("Edit todo");
             tryVerify(() => field(first) !== null && field(first).activeFocus);
             type("abc");
             keyClick(Qt.Key_Return);
             compare(world.todos("First"), ["abc (todo)"]);
-            tryVerify(() => face(first, "abc").activeFocus);
+            tryVerify(() => content(first, "abc").activeFocus);
         }
         function test_the_menu_of_a_todo_deletes_it() {
             const first = column("First");
@@ -115,7 +115,7 @@ Item {
         function test_the_keys_move_a_todo_to_another_goal_by_its_menu() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            face(first, "Read").forceActiveFocus();
+            content(first, "Read").forceActiveFocus();
             keyClick(Qt.Key_F10, Qt.ShiftModifier);
             choose("Move to goal");
             // The other goal and the unassigned column.
@@ -127,7 +127,7 @@ Item {
         function test_the_menu_of_a_todo_moves_it_within_the_list_that_shows_it() {
             const first = column("First");
             show(first, "First", ["A", "B", "C"]);
-            face(first, "B").forceActiveFocus();
+            content(first, "B").forceActiveFocus();
             keyClick(Qt.Key_Menu);
             tryVerify(() => menuItems().length === 7);
             const move = text => menuItems().find(item => item.text === text);
@@ -136,7 +136,7 @@ Item {
             choose("Move todo down");
             tryVerify(() => rowTitles(first).join() === "A,C,B");
             tryVerify(() => menuItems().length === 0);
-            face(first, "B").forceActiveFocus();
+            content(first, "B").forceActiveFocus();
             keyClick(Qt.Key_Menu);
             tryVerify(() => menuItems().length === 7);
             verify(!move("Move todo down").enabled);
@@ -146,14 +146,14 @@ Item {
         function test_the_menu_of_a_todo_moves_it_to_the_ends_of_the_list_in_one_step() {
             const first = column("First");
             show(first, "First", ["A", "B", "C"]);
-            face(first, "C").forceActiveFocus();
+            content(first, "C").forceActiveFocus();
             keyClick(Qt.Key_Menu);
             choose("Move to top");
             tryVerify(() => rowTitles(first).join() === "C,A,B");
             tryVerify(() => menuItems().length === 0);
             world.board.undo();
             tryVerify(() => rowTitles(first).join() === "A,B,C");
-            face(first, "A").forceActiveFocus();
+            content(first, "A").forceActiveFocus();
             keyClick(Qt.Key_Menu);
             choose("Move to bottom");
             tryVerify(() => rowTitles(first).join() === "B,C,A");
@@ -165,7 +165,7 @@ Item {
                 world.board.goals.deleteGoal(goal);
             const unsorted = column("Unsorted");
             show(unsorted, "", ["Read"]);
-            face(unsorted, "Read").forceActiveFocus();
+            content(unsorted, "Read").forceActiveFocus();
             keyClick(Qt.Key_Menu);
             const move = () => menuItems().find(item => item.text === "Move to goal");
             tryVerify(() => move() !== undefined);
@@ -178,7 +178,7 @@ Item {
             tryVerify(() => column("Second") !== null);
             world.addTodo("Read", "");
             tryVerify(() => row(unsorted, "Read") !== null);
-            face(unsorted, "Read").forceActiveFocus();
+            content(unsorted, "Read").forceActiveFocus();
             keyClick(Qt.Key_Menu);
             tryVerify(() => move() !== undefined);
             verify(move().enabled);

@@ -25,10 +25,10 @@ Item {
         function test_todos_are_list_items_named_by_their_title() {
             const first = column("First");
             show(first, "First", ["Read"]);
-            compare(face(first, "Read").Accessible.name, "Read");
+            compare(content(first, "Read").Accessible.name, "Read");
             compare(unified().Accessible.role, Accessible.List);
             compare(unified().Accessible.name, "All todos");
-            compare(face(unified(), "Read").Accessible.description, "First");
+            compare(content(unified(), "Read").Accessible.description, "First");
         }
         function test_the_status_button_cycles_through_the_statuses() {
             const first = column("First");
@@ -82,7 +82,7 @@ Item {
         function test_alt_and_an_arrow_reorder() {
             const first = column("First");
             show(first, "First", ["A", "B", "C"]);
-            face(first, "C").forceActiveFocus();
+            content(first, "C").forceActiveFocus();
             keyClick(Qt.Key_Up, Qt.AltModifier);
             tryVerify(() => rowTitles(first).join() === "A,C,B");
             keyClick(Qt.Key_Up, Qt.AltModifier);
@@ -109,7 +109,7 @@ Item {
             const first = column("First");
             show(first, "First", ["Read"]);
             const shown = row(first, "Read");
-            const grounds = () => all(face(first, "Read"), item => item instanceof Rectangle
+            const grounds = () => all(content(first, "Read"), item => item instanceof Rectangle
                                       && item.width === shown.width && item.height === shown.height
                                       && Qt.colorEqual(item.color, Theme.card)).length;
             for (const x of [60, shown.width - 14]) {

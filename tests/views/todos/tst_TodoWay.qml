@@ -38,7 +38,7 @@ Item {
             button(row(unified(), "Read"), "arrow-right").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Return);
             tryVerify(() => row(column("Second"), "Read").isHighlighted);
-            tryVerify(() => face(column("Second"), "Read").activeFocus);
+            tryVerify(() => content(column("Second"), "Read").activeFocus);
         }
         function test_going_to_a_todo_focuses_a_row_that_showed_another_todo() {
             const first = column("First");
@@ -52,14 +52,14 @@ Item {
             world.board.todos.goToTodo(world.todoID("Read", "First"), first.columnID, true);
             tryVerify(() => row(first, "Read") !== null);
             compare(row(first, "Read"), former);
-            tryVerify(() => face(first, "Read").activeFocus);
+            tryVerify(() => content(first, "Read").activeFocus);
         }
         function test_the_tab_key_walks_through_a_list_that_is_longer_than_its_column() {
             for (let i = 0; i < 40; ++i)
                 world.addTodo("Todo " + i, "");
             const list = only(all(unified(), item => item instanceof TodoList));
             tryVerify(() => row(unified(), "Todo 0") !== null);
-            face(unified(), "Todo 0").forceActiveFocus();
+            content(unified(), "Todo 0").forceActiveFocus();
             const isFace = () => root.Window.activeFocusItem?.Accessible.role
                                === Accessible.ListItem;
             for (let i = 1; i < 40; ++i) {
@@ -84,15 +84,15 @@ Item {
             const first = column("First");
             show(first, "First", ["A", "B", "C"]);
             const remove = title => {
-                face(first, title).forceActiveFocus();
+                content(first, title).forceActiveFocus();
                 keyClick(Qt.Key_Menu);
                 choose("Delete todo");
                 tryVerify(() => row(first, title) === null);
             };
             remove("B");
-            tryVerify(() => face(first, "C").activeFocus);
+            tryVerify(() => content(first, "C").activeFocus);
             remove("C");
-            tryVerify(() => face(first, "A").activeFocus);
+            tryVerify(() => content(first, "A").activeFocus);
             remove("A");
             tryVerify(() => button(first, "lightbulb-plus").visualFocus);
         }
@@ -103,13 +103,13 @@ Item {
             keyClick(Qt.Key_Return);
             keyClick(Qt.Key_Return);
             tryVerify(() => row(place, "B") === null);
-            tryVerify(() => face(place, "C").activeFocus);
+            tryVerify(() => content(place, "C").activeFocus);
             const first = column("First");
-            face(first, "A").forceActiveFocus();
+            content(first, "A").forceActiveFocus();
             world.board.todos.move(world.todoID("A", "First"), first.columnID,
                                    column("Second").columnID);
             tryVerify(() => row(first, "A") === null);
-            tryVerify(() => face(first, "B").activeFocus);
+            tryVerify(() => content(first, "B").activeFocus);
         }
         function test_deleting_a_todo_by_mouse_moves_no_focus() {
             const first = column("First");

@@ -33,10 +33,10 @@ TEST(WindowTitle, A_window_with_an_empty_title_or_one_of_spaces_is_called_a_wind
               QStringLiteral("Fenster"));
 }
 
-class WindowFaces : public StoreFixture
+class WindowPresentations : public StoreFixture
 {
 protected:
-    WindowFaces()
+    WindowPresentations()
     {
         store().setLanguage(AppLanguage::english);
         desktop.addAccessibleWindow(7, 100, QStringLiteral("  "));
@@ -49,7 +49,7 @@ protected:
     }
 };
 
-TEST_F(WindowFaces, A_window_without_a_picture_has_a_message_and_with_one_a_revision)
+TEST_F(WindowPresentations, A_window_without_a_picture_has_a_message_and_with_one_a_revision)
 {
     EXPECT_EQ(presentation().id, 7U);
     EXPECT_EQ(presentation().title, QStringLiteral("Window"));
@@ -62,7 +62,7 @@ TEST_F(WindowFaces, A_window_without_a_picture_has_a_message_and_with_one_a_revi
     EXPECT_EQ(presentation().previewMessage, QString());
 }
 
-TEST_F(WindowFaces, The_application_is_empty_until_it_is_known)
+TEST_F(WindowPresentations, The_application_is_empty_until_it_is_known)
 {
     WindowItem window = store().windows().front();
     window.bundleIdentifier = std::nullopt;

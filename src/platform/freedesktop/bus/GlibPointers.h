@@ -1,3 +1,4 @@
+// Owning pointers for GLib's objects, strings and errors.
 #pragma once
 
 #include <gio/gio.h>

@@ -109,7 +109,7 @@ void EwmhPager::minimize(const WindowTarget& target)
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    if (!connect() || !readActivationContext(*m_display, target).isSame)
+    if (!connect() || !readTargetState(*m_display, target).isSame)
         return;
     requestIconify(*m_display, target.window);
     m_display->connection().flush();

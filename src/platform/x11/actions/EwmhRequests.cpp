@@ -108,7 +108,7 @@ bool supportsProtocol(PropertyReply& protocols, xcb_atom_t protocol)
     return std::ranges::find(listed, protocol) != listed.end();
 }
 
-ActivationContext readActivationContext(DisplayConnection& display, const WindowTarget& target)
+TargetState readTargetState(DisplayConnection& display, const WindowTarget& target)
 {
     // All of them are sent before the first reply is read.
     ServerTimeRequest time(display);
@@ -119,18 +119,18 @@ ActivationContext readActivationContext(DisplayConnection& display, const Window
     PropertyReply active = askRoot(display, Atom::netActiveWindow);
     PropertyReply current = askRoot(display, Atom::netCurrentDesktop);
 
-    ActivationContext context;
-    context.serverTime = time.get();
-    context.isSame =
+    TargetState state;
+    state.serverTime = time.get();
+    state.isSame =
         !target.number || word(propertyOf(tag.get()), XCB_ATOM_CARDINAL) == target.number;
-    context.takesFocus =
+    state.takesFocus =
         !declinesInput(hints) || supportsProtocol(protocols, display.atoms()[Atom::wmTakeFocus]);
-    context.active = windowOrNone(active);
+    state.active = windowOrNone(active);
     const auto own = word(propertyOf(desktop.get()), XCB_ATOM_CARDINAL);
     if (own && *own != everyDesktop &&
         own != word(propertyOf(current.get()), XCB_ATOM_CARDINAL).value_or(*own))
-        context.desktop = own;
-    return context;
+        state.desktop = own;
+    return state;
 }
 
 } // namespace kelpa::x11

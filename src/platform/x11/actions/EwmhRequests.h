@@ -39,7 +39,7 @@ PropertyReply askProtocols(DisplayConnection& display, xcb_window_t window);
 bool supportsProtocol(PropertyReply& protocols, xcb_atom_t protocol);
 
 /// The state of a window and of its desktop before an action.
-struct ActivationContext
+struct TargetState
 {
     /// The window exists and still is the target.
     bool isSame = false;
@@ -54,6 +54,6 @@ struct ActivationContext
 };
 
 /// Waits for the server, one round trip. The requirement of `ServerTimeRequest` holds.
-ActivationContext readActivationContext(DisplayConnection& display, const WindowTarget& target);
+TargetState readTargetState(DisplayConnection& display, const WindowTarget& target);
 
 } // namespace kelpa::x11

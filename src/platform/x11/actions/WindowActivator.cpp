@@ -38,17 +38,17 @@ std::optional<std::uint32_t> WindowActivator::activate(DisplayConnection& displa
     m_retry.begin(Clock::now(), inputTime);
     std::optional<std::uint32_t> focused;
     while (!focused && m_retry.mayRequest()) {
-        const ActivationContext context = readActivationContext(display, target);
-        if (!context.isSame)
+        const TargetState state = readTargetState(display, target);
+        if (!state.isSame)
             break;
-        const std::uint32_t time = m_retry.nextTimestamp(context.serverTime);
-        if (context.desktop)
-            requestDesktop(display, *context.desktop, time);
+        const std::uint32_t time = m_retry.nextTimestamp(state.serverTime);
+        if (state.desktop)
+            requestDesktop(display, *state.desktop, time);
         requestActivation(display, target.window, time);
         display.connection().flush();
-        if (!context.takesFocus || m_retry.timeout().count() == 0)
+        if (!state.takesFocus || m_retry.timeout().count() == 0)
             break;
-        focused = awaitFocus(display, target, context.active);
+        focused = awaitFocus(display, target, state.active);
     }
     m_retry.end(Clock::now());
     return focused;

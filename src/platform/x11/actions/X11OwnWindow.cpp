@@ -21,10 +21,10 @@ X11OwnWindow::watchOcclusion(std::uint32_t window, std::function<void(bool isOcc
     return std::make_unique<OcclusionMonitor>(m_connector, m_scheduler, window, std::move(changed));
 }
 
-void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& occasion)
+void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& context)
 {
     const std::optional<InputTime> time =
-        occasion.inputTime ? occasion.inputTime : startupTime(occasion.startupID);
+        context.inputTime ? context.inputTime : startupTime(context.startupID);
     qCDebug(logX11Actions, "bringing the board forward, time %s", time ? "known" : "unknown");
     // A later request replaces one that has not begun.
     m_activation = m_scheduler.inBackground(
@@ -33,8 +33,8 @@ void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& o
             return Done{};
         },
         [](Done) {});
-    if (!occasion.startupID.isEmpty())
-        completeStartup(occasion.startupID);
+    if (!context.startupID.isEmpty())
+        completeStartup(context.startupID);
 }
 
 void X11OwnWindow::completeStartup(const QByteArray& startupID)

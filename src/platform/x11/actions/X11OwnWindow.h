@@ -21,7 +21,7 @@ public:
     X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPager& pager,
                  Scheduler& scheduler);
 
-    void requestFront(std::uint32_t window, const ActivationContext& occasion) override;
+    void requestFront(std::uint32_t window, const ActivationContext& context) override;
     [[nodiscard]] std::unique_ptr<Subscription>
     watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed) override;
 

@@ -71,7 +71,7 @@ protected:
     {
         WindowItem window;
         waitUntil([&] {
-            const auto entry = entryNamed(look(*server), title);
+            const auto entry = entryNamed(runDiscoveryPass(*server), title);
             if (!entry || !entry->number || !entry->ownerProcess) {
                 return false;
             }

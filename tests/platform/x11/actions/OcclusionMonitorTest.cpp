@@ -151,7 +151,7 @@ TEST_F(WatchedWindow, Is_reported_while_windows_of_others_but_not_its_own_are_ca
     const auto windowServer = surroundings.makeServer(server.display(), ::getpid());
     std::optional<WindowCapture> picture;
     ASSERT_TRUE(waitUntil([&] {
-        const std::vector<WindowListEntry> entries = look(*windowServer);
+        const std::vector<WindowListEntry> entries = runDiscoveryPass(*windowServer);
         const auto entry = entryNamed(entries, QStringLiteral("left"));
         std::vector<WindowID> next;
         next.reserve(entries.size());

@@ -61,7 +61,7 @@ TEST_P(Quitting, A_GTK_program_with_unsaved_text_asks_and_keeps_it)
 
     applications.requestQuit(processOf(editor));
     const auto dialogs = [&] {
-        const auto all = look(*server);
+        const auto all = runDiscoveryPass(*server);
         return std::count_if(all.begin(), all.end(), [&](const WindowListEntry& each) {
             return each.ownerProcess == processOf(editor) && each.number != window.id;
         });

@@ -219,7 +219,7 @@ TEST_P(WindowActivation, Without_a_window_manager_nothing_happens_and_with_the_n
     applications.requestQuit(a.processIdentifier);
 
     manager = std::make_unique<WindowManager>(xServer.display(), GetParam());
-    look(*server);
+    runDiscoveryPass(*server);
     bringForward({b, a});
     EXPECT_TRUE(waitUntil([&] {
         return isActive(a) && topmost(2) == std::vector{idOf(b), idOf(a)};

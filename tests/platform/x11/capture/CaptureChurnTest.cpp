@@ -82,7 +82,7 @@ TEST_F(CaptureDuringChurn, Every_picture_is_whole_and_of_the_window_that_was_ask
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
     while ((pictures < 300 || absent < 5) && std::chrono::steady_clock::now() < end) {
         steps.release();
-        const std::vector<WindowListEntry> windows = look(*server);
+        const std::vector<WindowListEntry> windows = runDiscoveryPass(*server);
         for (const WindowListEntry& entry : windows) {
             // A dead window's id in the manager's list may name one that is not titled yet when it
             // is captured, so its colour is known only from the next look.

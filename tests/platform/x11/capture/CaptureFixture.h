@@ -53,7 +53,7 @@ protected:
     /// The number of a window, by a discovery pass; 0 when it has none.
     WindowID number(const char* title)
     {
-        const auto entry = entryNamed(look(*server), QString::fromUtf8(title));
+        const auto entry = entryNamed(runDiscoveryPass(*server), QString::fromUtf8(title));
         return entry ? entry->number.value_or(0) : 0;
     }
 

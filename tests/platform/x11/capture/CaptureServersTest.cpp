@@ -116,7 +116,7 @@ TEST_F(CaptureOnAnyServer, Pictures_do_not_come_over_the_connection_where_memory
 TEST_F(CaptureOnAnyServer, What_the_display_offers_is_the_answer_to_the_request)
 {
     EXPECT_FALSE(server->requestScreenCapture());
-    look(*server);
+    runDiscoveryPass(*server);
     EXPECT_TRUE(server->requestScreenCapture());
 }
 

@@ -146,7 +146,8 @@ TEST_F(Capture, Only_the_window_and_those_that_come_next_are_redirected)
     const WindowID numberOfB = number("b");
     const WindowID numberOfD = number("d");
     client.minimize(d);
-    ASSERT_TRUE(waitUntil([&] { return look(*server, WindowListScope::onScreen).size() == 3; }));
+    ASSERT_TRUE(waitUntil(
+        [&] { return runDiscoveryPass(*server, WindowListScope::onScreen).size() == 3; }));
     ASSERT_TRUE(capture(numberOfA, CaptureNeed::always, {numberOfB, numberOfD}).has_value());
     EXPECT_TRUE(isRedirected(a));
     EXPECT_TRUE(isRedirected(b));
@@ -186,7 +187,8 @@ TEST_F(Capture, A_minimized_window_has_no_picture_until_it_returns)
     const WindowID id = number("a");
     ASSERT_TRUE(capture(id).has_value());
     client.minimize(window);
-    ASSERT_TRUE(waitUntil([&] { return look(*server, WindowListScope::onScreen).empty(); }));
+    ASSERT_TRUE(
+        waitUntil([&] { return runDiscoveryPass(*server, WindowListScope::onScreen).empty(); }));
     EXPECT_FALSE(capture(id).has_value());
     EXPECT_FALSE(capture(id, CaptureNeed::ifChanged).has_value());
     client.map(window);

@@ -53,7 +53,8 @@ TEST(Churn, Two_hundred_passes_during_opening_and_closing_never_pass_a_number_on
     TestClient steadyClient(xServer.display());
     const xcb_window_t steady = steadyClient.open({300, 300, 150, 150, "steady", "Steady"});
     ASSERT_TRUE(waitUntil([&] { return steadyClient.isListed(steady); }));
-    const auto steadyNumber = entryNamed(look(*server), QStringLiteral("steady"))->number;
+    const auto steadyNumber =
+        entryNamed(runDiscoveryPass(*server), QStringLiteral("steady"))->number;
 
     const unsigned int seed = std::random_device{}();
     SCOPED_TRACE(testing::Message() << "seed " << seed);
@@ -68,7 +69,7 @@ TEST(Churn, Two_hundred_passes_during_opening_and_closing_never_pass_a_number_on
         std::set<WindowID> seen;
         for (const WindowListEntry& entry : *list) {
             ASSERT_TRUE(entry.number.has_value());
-            EXPECT_TRUE(seen.insert(*entry.number).second) << "one number twice in a look";
+            EXPECT_TRUE(seen.insert(*entry.number).second) << "one number twice in a pass";
             // The window manager may take a window that is being made for the dead one whose id it
             // has, and list it before it has its title.
             if (!entry.name->isEmpty()) {

@@ -23,7 +23,7 @@ protected:
 
     std::optional<WindowID> number(const char* title)
     {
-        const auto entry = entryNamed(look(*server), QString::fromUtf8(title));
+        const auto entry = entryNamed(runDiscoveryPass(*server), QString::fromUtf8(title));
         return entry ? entry->number : std::nullopt;
     }
 
@@ -81,7 +81,8 @@ TEST_F(NumbersOnDisplay, Numbers_survive_minimizing_and_a_new_window_manager)
     const xcb_window_t window = openListed(client, "a");
     const auto a = number("a");
     client.minimize(window);
-    ASSERT_TRUE(waitUntil([&] { return look(*server, WindowListScope::onScreen).empty(); }));
+    ASSERT_TRUE(
+        waitUntil([&] { return runDiscoveryPass(*server, WindowListScope::onScreen).empty(); }));
     EXPECT_EQ(number("a"), a);
     manager.kill();
     const WindowManager second(xServer.display());
@@ -181,7 +182,7 @@ TEST_F(NumbersOnDisplay, A_second_program_reads_the_numbers_and_takes_over_when_
     X11Surroundings others;
     const auto second = others.makeServer(xServer.display());
     const xcb_window_t b = openListed(client, "b");
-    std::vector<WindowListEntry> list = look(*second);
+    std::vector<WindowListEntry> list = runDiscoveryPass(*second);
     EXPECT_EQ(entryNamed(list, QStringLiteral("a"))->number, numberOfA);
     EXPECT_EQ(entryNamed(list, QStringLiteral("b"))->number, std::nullopt);
     EXPECT_EQ(client.word(b, tag), std::nullopt);
@@ -189,7 +190,7 @@ TEST_F(NumbersOnDisplay, A_second_program_reads_the_numbers_and_takes_over_when_
 
     server.reset();
     ASSERT_TRUE(waitUntil([&] {
-        list = look(*second);
+        list = runDiscoveryPass(*second);
         return entryNamed(list, QStringLiteral("b"))->number.has_value();
     }));
     EXPECT_EQ(entryNamed(list, QStringLiteral("a"))->number, numberOfA);

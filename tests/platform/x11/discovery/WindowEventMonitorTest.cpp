@@ -104,15 +104,15 @@ TEST_F(WindowWatching, Another_icon_is_noticed_and_listed_without_another_reques
     client.setCardinals(window, "_NET_WM_ICON", red);
     ASSERT_TRUE(waitUntil([&] { return client.isListed(window) && client.isListed(other); }));
     settle();
-    look(*server);
+    runDiscoveryPass(*server);
     const std::uint64_t before = server->traffic().roundTrips;
-    const std::vector<WindowListEntry> first = look(*server);
+    const std::vector<WindowListEntry> first = runDiscoveryPass(*server);
     const std::uint64_t cost = server->traffic().roundTrips - before;
 
     client.setCardinals(window, "_NET_WM_ICON", {1, 1, 0xff0000ff});
     client.sync();
     EXPECT_TRUE(isNoticed());
-    const std::vector<WindowListEntry> second = look(*server);
+    const std::vector<WindowListEntry> second = runDiscoveryPass(*server);
     EXPECT_EQ(server->traffic().roundTrips - before, 2 * cost);
     const auto revision = [](const std::vector<WindowListEntry>& entries, const QString& name) {
         return entryNamed(entries, name).value().iconRevision;
@@ -121,7 +121,7 @@ TEST_F(WindowWatching, Another_icon_is_noticed_and_listed_without_another_reques
     const QString same = QStringLiteral("b");
     EXPECT_NE(revision(first, changed), revision(second, changed));
     EXPECT_EQ(revision(first, same), revision(second, same));
-    EXPECT_EQ(revision(second, changed), revision(look(*server), changed));
+    EXPECT_EQ(revision(second, changed), revision(runDiscoveryPass(*server), changed));
 }
 
 TEST_F(WindowWatching, A_minimized_window_is_noticed)

@@ -1,5 +1,5 @@
 // How long a board takes to and from its stored form.
-#include "bench/board/BoardFixture.h"
+#include "bench/store/board/BoardFixture.h"
 #include "store/board/TodoOrder.h"
 
 #include <benchmark/benchmark.h>

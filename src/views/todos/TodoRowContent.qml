@@ -78,13 +78,13 @@ FocusableItem {
         anchors.fill: parent
         radius: Theme.controlRadius
         color: root.isDragged ? Theme.card
-               : root.dropArea.isWelcoming || root.isHighlighted ? Theme.accepting
+               : root.dropArea.wouldChangeBoard || root.isHighlighted ? Theme.accepting
                : hover.hovered ? Theme.hover : "transparent"
     }
     DropLine {
         y: root.dropArea.isBehind ? parent.height - height : 0
         width: parent.width
-        visible: root.dropArea.isWelcoming
+        visible: root.dropArea.wouldChangeBoard
     }
     HoverHandler {
         id: hover
@@ -95,14 +95,14 @@ FocusableItem {
         anchors.fill: parent
         dragSource: root.dragSource
         picture: root
-        isHeldBeside: true
+        isPictureBesidePointer: true
         text: root.todos.dragText(root.todoID, root.columnID)
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         cursorShape: Qt.IBeamCursor
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
                 root.menuRequested(false, Qt.point(mouse.x, mouse.y));
-            else if (!area.isLeaving)
+            else if (!area.hasPassedDragDistance)
                 root.editRequested(false);
         }
     }

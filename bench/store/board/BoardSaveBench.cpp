@@ -1,5 +1,5 @@
 // The cost of saving the board, and of SQLite alone for the same bytes.
-#include "bench/board/BoardFixture.h"
+#include "bench/store/board/BoardFixture.h"
 
 #include "platform/sqlite/SqliteSettingsStore.h"
 

@@ -3,7 +3,7 @@
 // the system allows dropping the file cache. Measured from outside: the X server reports when a
 // window has been drawn to (damage).
 
-#include "bench/board/BoardFixture.h"
+#include "bench/store/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "platform/x11/connection/XcbConnection.h"
 #include "store/board/BoardPersistence.h"

@@ -92,7 +92,7 @@ public:
     std::map<QString, WindowID> numbers()
     {
         std::map<QString, WindowID> result;
-        for (const WindowListEntry& entry : test::look(*m_server)) {
+        for (const WindowListEntry& entry : test::runDiscoveryPass(*m_server)) {
             result[entry.name.value_or(QString())] = entry.number.value_or(0);
         }
         return result;

@@ -9,7 +9,7 @@ import sys
 import tempfile
 import time
 
-root = pathlib.Path(__file__).resolve().parents[2]
+root = pathlib.Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(root / "tests" / "desktop" / "support"))
 sys.dont_write_bytecode = True
 
@@ -59,7 +59,7 @@ def _resident(pid):
     for line in pathlib.Path(f"/proc/{pid}/status").read_text(encoding="utf-8").splitlines():
         if line.startswith("RssAnon:"):
             return int(line.split()[1]) / 1024
-    raise AssertionError("the kernel tells no resident memory")
+    raise AssertionError("the kernel reports no resident memory")
 
 
 def _processor_seconds(pid):

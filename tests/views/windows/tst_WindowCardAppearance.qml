@@ -20,10 +20,10 @@ Item {
     }
 
     WindowCase {
-        name: "WindowCardLook"
+        name: "WindowCardAppearance"
         goalBoard: board
 
-        function face(title) {
+        function cardItem(title) {
             return all(card(title), item => item.isPictured !== undefined
                                             && item.parent === card(title))[0];
         }
@@ -31,7 +31,7 @@ Item {
             world.clearSelection();
             mouseMove(root, 1090, 690);
             tryVerify(() => card("Report") !== null);
-            const report = face("Report");
+            const report = cardItem("Report");
             tryCompare(report, "scale", 1);
             compare(report.opacity, 1);
             mouseMove(card("Report"), 60, 110);
@@ -58,7 +58,7 @@ Item {
                 waitForRendering(board);
                 tryVerify(() => card("Report") !== null);
                 const report = card("Report");
-                tryCompare(face("Report"), "scale", 1.012);
+                tryCompare(cardItem("Report"), "scale", 1.012);
                 // Below the caption, from one round corner to the other.
                 const at = report.mapToItem(board, 0, report.height - 5);
                 const image = grabImage(board);
