@@ -23,7 +23,8 @@ target_compile_options(kelpa_options INTERFACE
     # Where tests are joined, one's constants are not shadowed by another's variables.
     $<IF:$<BOOL:$<TARGET_PROPERTY:KELPA_JOINED_TESTS>>,-Wshadow=local,-Wshadow> -Wsuggest-override
     $<$<BOOL:${KELPA_WARNINGS_ARE_ERRORS}>:-Werror>)
-# Some libraries ask for -pthread; a precompiled header serves only those that were told the same.
+# Some libraries ask for -pthread; a precompiled header fits only sources that are
+# compiled with the same option.
 target_compile_options(kelpa_options INTERFACE -pthread)
 target_compile_definitions(kelpa_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
