@@ -92,7 +92,7 @@ def _try(name, directory):
         clean.make_runnable()
         clean.bind(directory / "kelpa", _HOME)
         clean.run("apt-get", "-q", "update")
-        # What every person has who can install packages.
+        # The package that every person who can install packages has.
         clean.run("apt-get", "-q", "-y", "install", "--no-install-recommends", "sudo")
         (clean.path / "etc/sudoers.d/someone").write_text("someone ALL=(ALL) NOPASSWD: ALL\n")
         env = {**USER_ENV, "KELPA_JOBS": os.environ.get("KELPA_JOBS") or str(os.cpu_count())}

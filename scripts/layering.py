@@ -6,8 +6,8 @@ import sys
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
 
-# What each folder may include besides its own headers; "x/*" is x and every folder within it. A
-# folder within one that is named here is part of that one, unless it is named itself.
+# The folders whose headers each folder may include besides its own; "x/*" is x and every folder
+# within it. A folder within a named one is part of it, unless it is named itself.
 _FOLDERS = {
     "model": "",
     "text": "model",
@@ -39,7 +39,7 @@ _FOLDERS = {
     "store/desktop": "model platform windows",
     "store": "model text navigation platform windows store/*",
     "shell": "navigation platform store/*",
-    # From the bottom of the views up: each folder knows some of those before it.
+    # From the bottom of the views up: each folder may use some of those before it.
     "views/appearance": "model text layout platform windows",
     "views/models": "model",
     "views/scene": "layout views/appearance",

@@ -39,7 +39,7 @@ public:
 
     /// Shows the board and runs the event loop until the program is to end; returns the exit status
     /// of the process. Called once. Exits the process itself when background work does not end
-    /// within a moment.
+    /// within `QtScheduler::shutdownLimit`.
     int run(TerminationSignals& signals);
 
 private:

@@ -26,7 +26,8 @@ struct SecondaryStart
 {
     /// The status to exit with; absent when this start becomes the primary instance.
     std::optional<int> exitStatus;
-    /// The primary instance was just ending and may hold its resources for a moment longer.
+    /// The primary instance was just ending; `openBoard` waits at most 1 s for it to release the
+    /// board.
     bool hasJustEnded = false;
     /// A signal arrived meanwhile, which is to end this start.
     bool isInterrupted = false;

@@ -8,17 +8,17 @@
 
 namespace kelpa {
 
-/// Of the board's targets, between which there is `targetSpacing`.
+/// The width of the board's targets, between which there is `targetSpacing`.
 inline constexpr double minimumTargetWidth = 320;
 inline constexpr double targetSpacing = 22;
 /// The sum of the board's left and right margins.
 inline constexpr double boardMargins = 64;
 
-/// Of the breadcrumb rail, without and with the spacing beside it.
+/// The width of the breadcrumb rail, without and with the spacing beside it.
 inline constexpr double breadcrumbRailWidth = 116;
 inline constexpr double breadcrumbRailOuterWidth = 136;
 
-/// Of the window cards inside a target.
+/// The height of the window cards inside a target.
 inline constexpr double windowCardHeight = 126;
 
 /// Of a goal's card while it is collapsed, and of its corners and the fade at its lower edge.

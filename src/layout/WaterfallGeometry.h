@@ -45,7 +45,7 @@ public:
     QList<Change> settle();
     /// Whether nothing has changed since the last pass.
     bool isSettled() const { return m_lastDirty < m_firstDirty; }
-    /// Of the last pass; null for an item that has not been placed.
+    /// The frame as of the last pass; null for an item that has not been placed.
     QRectF frame(qsizetype index) const;
     /// Of all items, as in `WaterfallPlacement`.
     double height() const;

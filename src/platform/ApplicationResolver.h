@@ -9,8 +9,8 @@
 
 namespace kelpa {
 
-/// What a window reports about its application. An empty text or a process of 0 is an absent clue;
-/// any of them may be wrong or hostile.
+/// The clues that a window gives about its application. An empty text or a process of 0 is an
+/// absent clue; any of them may be wrong or hostile.
 struct ApplicationClues
 {
     /// `_GTK_APPLICATION_ID`

@@ -1,4 +1,4 @@
-// What one discovery pass may query from the desktop, and the form of the replies.
+// The queries that one discovery pass may make to the desktop, and the form of the replies.
 #pragma once
 
 #include "model/Identifiers.h"

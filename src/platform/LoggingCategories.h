@@ -8,7 +8,7 @@
 namespace kelpa {
 
 // Messages hold numbers, outcomes and names of programs, never a window's title or what a person
-// wrote: people send them with bug reports. Each stands where something happens once, not for each
+// wrote: people send them with bug reports. Each reports something that happens once, not for each
 // window or frame.
 
 inline Q_LOGGING_CATEGORY(logAccessibility, "kelpa.accessibility", QtWarningMsg);

@@ -14,7 +14,7 @@ public:
     explicit BoardSelection(StoreState& state) : m_state(state) {}
 
     void select(const BoardNavigationState& navigation);
-    /// Nothing happens for no target and for a goal that the board does not show.
+    /// Does nothing for no target and for a goal that the board does not show.
     void activate(const TargetSelection& target, EnterWindowLayer enterWindowLayer);
     void moveTarget(NavigationDirection direction);
     void moveWindow(NavigationDirection direction);

@@ -21,7 +21,7 @@
 
 namespace kelpa {
 
-/// Main thread. `WindowStore` says what the published values mean. Whoever changes one in place
+/// Main thread. `WindowStore` says what the published values mean. Code that changes one in place
 /// marks it afterwards.
 class StoreState
 {
@@ -50,7 +50,7 @@ public:
     bool isAutoSortingGoals = true;
     bool isHidingGoalsWithoutOpenTodos = false;
 
-    // Without a signal of their own.
+    // Values without a signal of their own.
 
     Assignments assignments;
     std::optional<TodoID> restoredTodoID;
@@ -78,7 +78,7 @@ public:
     // Goals and todos.
 
     bool hasGoal(GoalID goalID) const { return goalWith(goalID, goals) != nullptr; }
-    /// The board shows a goal, unless it has no open todo and such goals are hidden.
+    /// Whether the board shows a goal: false if it has no open todo and such goals are hidden.
     bool isVisible(const Goal& goal) const;
     bool isVisible(GoalID goalID) const;
     QList<GoalID> visibleGoalIDs() const;

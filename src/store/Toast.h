@@ -21,14 +21,14 @@ public:
 
     /// None while no toast is shown.
     std::optional<CopyKey> text() const { return m_text; }
-    /// It reports a deletion that can be undone.
+    /// Whether it reports a deletion that can be undone.
     bool offersUndo() const { return m_offersUndo == OffersUndo::yes; }
 
     /// Replaces the present text and starts a new full time: two seconds, or six when a person has
     /// to decide whether to undo.
     void show(CopyKey text, OffersUndo offersUndo);
-    /// While held, the toast stays, also one that is shown later; released, it starts its full time
-    /// again.
+    /// While held, the toast stays, and so does one that is shown later; released, it starts its
+    /// full time again.
     void setHeld(bool isHeld);
     /// Hides the toast at once when it offers to undo, held or not.
     void withdrawOffer();

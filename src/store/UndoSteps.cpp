@@ -79,7 +79,7 @@ void UndoSteps::restore(BoardVersion board)
     const QList<WindowItem> windowsBefore = m_state.windows;
     const QList<GoalID> visibleBefore = m_state.visibleGoalIDs();
     show(std::move(board.contents));
-    // What changed may be far from where the person is, or in a goal that is hidden.
+    // The change may be far from where the person is, or in a goal that is hidden.
     if (const auto changed =
             restorationTarget(before, m_state.version().contents, m_state.boardNavigation.target)) {
         const std::optional<GoalID> goalID = changed->target.goalID();

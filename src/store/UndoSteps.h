@@ -16,7 +16,7 @@ namespace kelpa {
 class UndoSteps
 {
 public:
-    /// All of it outlives this.
+    /// All arguments outlive this.
     UndoSteps(StoreState& state, BoardSelection& selection, Toast& toast, BoardSaver& saver);
 
     /// Publishes the contents, in automatic order where that is on, and reconciles windows,

@@ -44,7 +44,7 @@ public:
     /// Grows whenever that field is requested, and whenever it is closed.
     std::int64_t todoEditorRequestID() const { return m_state.todoEditorRequestID; }
     const std::optional<QString>& toastMessage() const { return m_state.toastMessage; }
-    /// The toast reports a deletion that `undo` would take back.
+    /// Whether the toast reports a deletion that `undo` would take back.
     bool toastOffersUndo() const { return m_state.toastOffersUndo; }
     /// Grows with every `undo` and `redo` that leaves something to see: the place is selected.
     std::int64_t restorationID() const { return m_state.restorationID; }
@@ -76,13 +76,13 @@ public:
     void setAutoSortingGoals(bool isAutoSorting);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
     void setSearchText(const QString& text);
-    /// Tries once more to read and to write what could not be until now: for the program's end.
+    /// Retries what could not be read or written until now; called at the end of the program.
     void finishSaving();
 
     // Undo. A step is one operation of a person that changed goals, todos or assignments, with its
     // automatic consequences. Changes on the desktop, settings, selection and search are no steps;
     // where switching the automatic order on moved goals, undoing that also switches it off.
-    /// Takes the last step back, with the very same records; nothing when there is none.
+    /// Takes the last step back, with the very same records; does nothing when there is none.
     void undo();
     /// Repeats the step undone last, unless another one followed.
     void redo();
@@ -92,40 +92,41 @@ public:
     // Goals. An unknown goal, and a title that is empty when trimmed, make them no-ops.
     void createGoal(const QString& title);
     void renameGoal(GoalID goalID, const QString& title);
-    /// With its todos and its windows' assignments.
+    /// Deletes the goal with its todos and its windows' assignments.
     void deleteGoal(GoalID goalID);
-    /// Only while goals are not sorted automatically.
+    /// Moves a goal; only while goals are not sorted automatically.
     void moveGoal(GoalID sourceID, GoalID targetID, MovePlace place = MovePlace::before);
     void setGoalPriority(GoalPriority priority, GoalID goalID);
 
     // Todos. A list is named by its goal, the unassigned list by none.
     void addTodo(const QString& title, std::optional<GoalID> to);
     void updateTodo(TodoID todoID, const QString& title, std::optional<GoalID> in);
-    /// One step on: todo, in progress, completed, todo.
+    /// Advances the status by one step: todo, in progress, completed, todo.
     void toggleTodo(TodoID todoID, std::optional<GoalID> in);
     void deleteTodo(TodoID todoID, std::optional<GoalID> from);
-    /// To another list, keeping its place in the order of the whole board.
+    /// Moves a todo to another list, keeping its place in the order of the whole board.
     void moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to);
-    /// Within the order of the whole board, keeping its list.
+    /// Moves a todo within the order of the whole board, keeping its list.
     void moveTodo(TodoID todoID, TodoID targetID, MovePlace place = MovePlace::before);
-    /// To the clipboard, with a toast.
+    /// Copies the todo to the clipboard, with a toast.
     void copyTodo(const TodoItem& todo);
     void requestAddTodo(GoalID goalID);
     void cancelTodoEditor();
 
     // Windows.
-    /// Starts a discovery pass and waits a moment for it; a slower one is published when it ends.
+    /// Starts a discovery pass and waits at most 12 ms for it; a slower one is published when it
+    /// ends.
     void refresh();
     /// Starts a discovery pass, unless one is under way.
     void refreshInBackground();
     /// Starts a discovery pass now, or after the one under way, which may have missed the change.
     void noteWindowsChangedOnDesktop();
     void assign(WindowID windowID, std::optional<GoalID> to);
-    /// All of them or, when one is no longer listed, none: false.
+    /// Assigns all of the windows or, when one is no longer listed, none, and returns false.
     bool assign(const QSet<WindowID>& windowIDs, GoalID to);
-    /// A new goal with the window in it; without the window if it is no longer listed.
+    /// Creates a goal with the window in it; without the window if it is no longer listed.
     void createGoal(const QString& title, WindowID windowID);
-    /// Keeps windows and previews fresh from now on; again, it does nothing.
+    /// Keeps windows and previews fresh from now on; a second call does nothing.
     void startObserving();
     void stopObserving();
 
@@ -151,7 +152,7 @@ public:
     void setPreviewPixels(const QSize& pixels);
     /// The text that a card shows instead of a preview; none when there is one.
     std::optional<QString> previewMessage(const WindowItem& window) const;
-    /// Asks the desktop for what is missing, and opens its settings where that is granted.
+    /// Asks the desktop for the missing permissions, and opens the settings that grant them.
     void requestPermissions();
     /// Whether the desktop has the settings that `requestPermissions` opens.
     bool hasPermissionSettings() const;
@@ -160,9 +161,9 @@ public:
     void moveTargetSelection(NavigationDirection direction);
     void moveWindowSelection(NavigationDirection direction);
     void activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer);
-    /// The window within its target, without raising it; nothing when it is not shown.
+    /// Selects the window within its target, without raising it; does nothing when it is not shown.
     void selectWindow(WindowID windowID);
-    /// Into the selected target, or to the selected window itself.
+    /// Enters the selected target, or switches to the selected window.
     void activateSelection();
     void returnToTargetSelection();
     void clearTargetSelection();

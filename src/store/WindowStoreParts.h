@@ -30,9 +30,9 @@ struct WindowStore::Parts
 
     /// Adds a goal and selects it, without saving; none when the title is blank.
     std::optional<GoalID> addGoal(const QString& title);
-    /// As `WindowStore::assign`, without saving; whether something changed.
+    /// Does the same as `WindowStore::assign`, without saving; returns whether something changed.
     bool setAssignment(WindowID windowID, std::optional<GoalID> to);
-    /// After the number of open todos of a goal has changed.
+    /// Called after the number of open todos of a goal has changed.
     void reconcileWithTodoCounts();
     void publish(const Permissions::Granted& granted);
 

@@ -14,7 +14,7 @@ struct LanguageNames
 };
 
 #pragma GCC diagnostic push
-// Also where warnings do not end the build.
+// An error even where warnings do not end the build.
 #pragma GCC diagnostic error "-Wswitch"
 
 /// Empty names for a number that is no language.

@@ -41,7 +41,7 @@ static_assert(boardCopyRows.size() + goalCopyRows.size() + todoCopyRows.size() +
               "each key has one row");
 static_assert(everyKeyHasItsRow(), "the rows must stand in the order of CopyKey, one for each");
 
-/// What stands before and after an inserted value.
+/// The text before and after an inserted value.
 struct Frame
 {
     std::u16string_view prefix;

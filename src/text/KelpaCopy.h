@@ -33,12 +33,12 @@ QString statusAccessibilityLabel(TodoStatus status, AppLanguage language);
 CopyKey priorityName(GoalPriority priority);
 QString priorityAccessibilityLabel(GoalPriority priority, AppLanguage language);
 
-/// What a screen reader says for the count badges of a goal's header.
+/// The text that a screen reader says for the count badges of a goal's header.
 QString openTodoCount(qsizetype count, AppLanguage language);
 QString windowCount(qsizetype count, AppLanguage language);
 
-/// What a screen reader says for a window's card: the application's name and the title, or the
-/// title alone where `ownerName` is empty. `title` is not empty.
+/// The text that a screen reader says for a window's card: the application's name and the title, or
+/// the title alone where `ownerName` is empty. `title` is not empty.
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language);
 
 } // namespace kelpa::KelpaCopy

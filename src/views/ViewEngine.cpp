@@ -25,7 +25,7 @@ ViewSettings* viewSettings(QQmlEngine& engine)
         qmlTypeId("Kelpa.Appearance", 1, 0, "ViewSettings"));
 }
 
-/// Where the window's menus and sheets live.
+/// The item that contains the window's menus and sheets.
 QQuickItem* popups(const QQuickWindow& window)
 {
     return window.property("overlay").value<QQuickItem*>();
@@ -58,15 +58,15 @@ struct ViewEngine::Parts
 
     WindowStore& store;
     Options options;
-    /// Before anything else follows the store: a card that appears, or whose application becomes
-    /// known, asks for its icon at once.
+    /// Connected before anything else follows the store: a card that appears, or whose application
+    /// becomes known, requests its icon at once.
     QObject iconsFollow;
     std::shared_ptr<IconWindows> iconWindows = iconWindowsOf(store, iconsFollow);
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     bool isOccluded = false;
     QQmlApplicationEngine engine;
-    /// Goes before the window, which the engine owns.
+    /// Destroyed before the window, which the engine owns.
     std::unique_ptr<BoardInput> input;
 };
 
@@ -154,7 +154,7 @@ void ViewEngine::finishWriting()
 
 bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
 {
-    // Also when it is minimised, or on another desktop.
+    // Also sent when the window is minimised, or on another desktop.
     if (event->type() == QEvent::Expose && watched == window())
         updateSeen();
     return QObject::eventFilter(watched, event);

@@ -28,13 +28,13 @@ public:
     struct Options
     {
         KeyNames keyNames;
-        /// Absent: as the desktop wants it, following its changes.
+        /// Absent: the appearance that the desktop wants, following its changes.
         std::optional<Appearance> appearance;
         std::optional<bool> isReducingMotion;
     };
 
-    /// `iconReaders` ask `applications` for icons, also after this object: `applications` lives for
-    /// as long as they may. The store outlives it.
+    /// `iconReaders` request icons from `applications`, possibly after the destruction of this
+    /// object: `applications` lives for as long as they may. The store outlives this object.
     ViewEngine(WindowStore& store, Applications& applications, std::shared_ptr<Workers> iconReaders,
                Options options);
     ~ViewEngine() override;
@@ -47,17 +47,17 @@ public:
     /// does not.
     void setDoubleTapOffered(bool isOffered);
 
-    /// From now on as this setting of the desktop's wants it, unless the options have fixed it.
-    /// There may be several of motion: one that asks to reduce it is enough. After `show`; the
-    /// setting outlives this object.
+    /// Follows this setting of the desktop from now on, unless the options have fixed its value.
+    /// Several settings of motion may be followed: one that asks to reduce it is enough. Called
+    /// after `show`; the setting outlives this object.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
 
     /// Whether the whole window lies behind others, which it does not at first.
     void setOccluded(bool isOccluded);
 
-    /// Takes what is written in todos' fields and not committed yet into the store: the program, or
-    /// the session, ends.
+    /// Commits the text that is being written in todos' fields to the store: the program, or the
+    /// session, ends.
     void finishWriting();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -66,14 +66,14 @@ public:
     QQuickWindow* window() const;
 
 Q_SIGNALS:
-    /// Once, when the board has been drawn for the first time.
+    /// Emitted once, when the board has been drawn for the first time.
     void boardShown();
 
 private:
     struct Parts;
 
     void updateSeen();
-    /// From now on the board is driven by keys.
+    /// Lets keys control the board from now on.
     void takeKeys();
 
     std::unique_ptr<Parts> m_parts;

@@ -13,7 +13,7 @@ from processes import wait_until
 from selection import Selection
 from typists import KeyLog, Typing
 
-# What the keys are called that stand for two syllables each, and what these are.
+# The keys for two syllables each, and the text that they write.
 _NI_HAO, _HELLO = "su3cl3", "你好"
 _HAN_GEUL, _KOREAN = "gksrmf", "한글"
 _GOALS = (("Home", ["One"]), ("Work", []))

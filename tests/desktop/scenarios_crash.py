@@ -87,7 +87,8 @@ def killed_at_any_moment_of_a_hundred_changes_the_board_is_the_one_before_or_aft
             wait_until(f"the board shows {model}", lambda: model.is_shown(kelpa.board))
             done += 1
         trigger, after = _choose(random_source, model, kelpa, desktop, done)
-        # The moment is the experiment: from before the change to well after it was written.
+        # The time of the kill is the experiment: from before the change to well after it was
+        # written.
         killer = threading.Timer(random_source.uniform(0.0, 0.06), kelpa.kill)
         killer.start()
         try:

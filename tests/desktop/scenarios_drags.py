@@ -33,7 +33,7 @@ def cards_go_to_goals_and_back_and_only_where_they_are_taken(desktop, binary):
         desktop.drag(start, kelpa.head(boards.ALL_TODOS))
         start = kelpa.card_centre(boards.UNSORTED, "Second")
         desktop.drag(start, kelpa.centre(*kelpa.todo_node(boards.ALL_TODOS, "Water the plants")))
-        # Nor does what is beside the board.
+        # Neither does the area beside the board.
         start = kelpa.card_centre(boards.UNSORTED, "Second")
         desktop.drag(start, (start[0], kelpa.centre(
             lambda: kelpa.board.button(boards.NEW_GOAL), "the header")[1]))
@@ -58,7 +58,7 @@ def cards_go_to_goals_and_back_and_only_where_they_are_taken(desktop, binary):
         places(First=boards.UNSORTED, Second=boards.UNSORTED)
         assert settings.read_live(path) == before
 
-        # What is dragged is seen under the pointer, also where nothing takes it.
+        # The picture of the dragged item is under the pointer, even where nothing accepts it.
         place = kelpa.head(boards.ALL_TODOS)
         beside = place[0] + 30, place[1] + 16
         at_rest = desktop.pixel(*beside)
@@ -81,10 +81,10 @@ def goals_change_places_by_mouse(desktop, binary):
         order("One", "Two", "Three")
         desktop.drag(kelpa.head("Three"), kelpa.head("One"))
         order("Three", "One", "Two")
-        # It comes to stand before the one that it is dropped on.
+        # The goal is inserted before the one that it is dropped on.
         desktop.drag(kelpa.head("Three"), kelpa.head("Two"))
         order("One", "Three", "Two")
-        # Neither what is unsorted nor the list of all todos is a goal.
+        # Neither the unsorted column nor the list of all todos is a goal.
         desktop.drag(kelpa.head("Two"), kelpa.head(boards.UNSORTED))
         desktop.drag(kelpa.head("Two"), kelpa.head(boards.ALL_TODOS))
         desktop.pull(kelpa.head(boards.UNSORTED), kelpa.head("One"))
@@ -146,7 +146,7 @@ def what_is_dragged_shows_where_it_would_go_and_escape_gives_it_up(desktop, bina
             desktop.key("Escape")
             wait_until("the drag is given up", lambda: not desktop.is_dragging())
             desktop.let_go()
-            # What is below the pointer looks otherwise.
+            # An item below the pointer looks different.
             desktop.hover(*kelpa.head(boards.ALL_TODOS))
             assert _records(path) == before
 
@@ -167,7 +167,7 @@ def what_is_dragged_shows_where_it_would_go_and_escape_gives_it_up(desktop, bina
         escape()
         wait_until("the goal is as it was", lambda: desktop.pixel(*work) == at_rest)
 
-        # Over a row of its own goal a line shows where it would stand.
+        # Over a row of its own goal a line shows where the todo would be inserted.
         bare = desktop.pixel(*line)
         desktop.drag_over(_row(kelpa, "Home", "Three")[0], aside)
         begins()
@@ -267,7 +267,7 @@ def todos_and_goals_are_dragged_to_the_end(desktop, binary):
         bare = desktop.pixel(*line)
         desktop.drag_over(_row(kelpa, "Home", "One")[0], place)
         wait_until("a line shows the end", lambda: desktop.pixel(*line) != bare)
-        # On the upper half it would stand before that row.
+        # On the upper half it would be inserted before that row.
         desktop.move_through((place[0], place[1] - 18))
         wait_until("a line shows the place before the row",
                    lambda: desktop.pixel(line[0], line[1] - 33) != bare)
@@ -318,7 +318,7 @@ def the_rail_takes_what_is_dragged_onto_it(desktop, binary):
         # A todo, too.
         desktop.drag(_row(kelpa, "Home", "One")[0], entry("Rest"))
         kelpa.wait_for_todos("Rest", [("One", boards.TODO)])
-        # A goal comes to stand before that of the entry.
+        # A goal is inserted before that of the entry.
         desktop.drag(kelpa.head("Rest"), entry("Home"))
         wait_until("the goal is the first",
                    lambda: kelpa.board.goal_titles() == ["Rest", "Home", "Work"])

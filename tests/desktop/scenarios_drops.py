@@ -26,7 +26,7 @@ class _Source:
 
     def drop_next(self, place):
         """Drags the next text to `place`, and returns what became of it."""
-        # Its own record tells that the drag began.
+        # Its own record reports that the drag began.
         self._desktop.drag_over(self._place, place)
         self._desktop.let_go()
         lines = wait_until("the other program's drag has ended", self._ended)

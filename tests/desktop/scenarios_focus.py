@@ -215,7 +215,7 @@ def a_field_gives_its_keyboard_up_with_the_program_and_keeps_what_was_written(de
             terminal.type_sentinel(word)
             kelpa.focus()
 
-        # Also where nothing is chosen that the focus could go to.
+        # The same with nothing selected to which the focus could go.
         kelpa.focus()
         kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
         _await_field(kelpa, "")
@@ -279,7 +279,7 @@ def a_field_gives_its_keyboard_up_with_the_program_and_keeps_what_was_written(de
             wait_until("no title is changed", lambda: not kelpa.board.field(boards.EDIT_TODO))
             kelpa.wait_for_todos("Home", [("Four", TODO)])
 
-        # What is searched stays, and the keys are the board's.
+        # The search text stays, and the keys are the board's.
         kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
         _await_field(kelpa, "")
         desktop.type("typ")

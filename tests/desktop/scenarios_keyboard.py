@@ -154,7 +154,7 @@ def the_search_field_keeps_its_keys(desktop, binary):
         selection.press("Escape")
         wait_until("both cards are back", lambda: len(kelpa.board.cards()) == 2)
         assert kelpa.board.field(boards.SEARCH).text() == ""
-        # An arrow leaves the field, what is searched stays.
+        # An arrow leaves the field, the search text stays.
         selection.is_column(boards.UNSORTED)
         desktop.type("mail")
         selection.press("Right")

@@ -87,7 +87,7 @@ def under_wayland_no_double_tap_is_offered(desktop, binary):
                              desktop.directory / "beside.log")
     board = boards.Board(beside.pid)
     wait_until("the board is shown", lambda: board.has_text(boards.KEYS_HINT), 60)
-    # Another one, which is started only now but on a desktop that tells of every key, offers it.
+    # Another instance, started only now but on a desktop that reports every key, offers it.
     kelpa, _ = start_kelpa(desktop, binary)
     wait_until("the double tap is offered", lambda: kelpa.board.has_text(boards.TAP_HINT))
     kelpa.quit()

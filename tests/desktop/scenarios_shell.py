@@ -96,7 +96,7 @@ def _resize(desktop, kelpa, x, y, width, height):
     desktop.run("wmctrl", "-i", "-r", number, "-e", f"0,{x},{y},{width},{height}")
 
     def is_taken():
-        # Whether this means the frame or what is in it is for the window manager to say.
+        # The window manager decides whether this means the frame or its contents.
         frame = _frame(desktop, kelpa)
         return abs(frame[0] - x) < 10 and abs(frame[2] - width) < 20
 
@@ -221,7 +221,7 @@ def a_shortcut_a_slow_tap_or_a_key_between_does_not_bring_kelpa_forward(desktop,
         "clicks": (*super_and_click, *BETWEEN, *super_and_click),
         "wheel": (*super_and_wheel, *BETWEEN, *super_and_wheel),
     }
-    # What is clicked on is the terminal.
+    # The click hits the terminal.
     desktop.run("xdotool", "mousemove", "--window", terminal.window.number, "40", "40")
     for number, (name, moves) in enumerate(attempts.items()):
         terminal.focus()

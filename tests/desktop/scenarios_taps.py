@@ -51,7 +51,7 @@ def a_double_tap_keeps_a_sheet_open_and_what_is_written_in_it(desktop, binary):
         tap_twice(desktop)
         await_front(desktop, kelpa)
 
-    # What is typed goes on where it was.
+    # Typing goes on where it was.
     kelpa.type_new_goal("Half")
     go_and_come_back("first")
     desktop.type(" a title")

@@ -46,7 +46,7 @@ def only_what_a_drop_would_change_lights_up_and_what_is_refused_says_so(desktop,
         desktop.let_go()
         kelpa.wait_for_card(boards.UNSORTED, "Terminal")
 
-        # The first goal stands before the second already.
+        # The first goal is before the second already.
         desktop.drag_over(kelpa.head("Home"), kelpa.head("Work"))
         says("is taken", taken)
         assert not lit()

@@ -10,8 +10,8 @@ import settings
 from kelpa import Kelpa
 from processes import wait_until
 
-# Seconds within which a change must show. Where it waited for the timer that looks at all windows
-# every two seconds, every second one would take longer.
+# Seconds within which a change must show. If it waited for the timer that scans all windows every
+# two seconds, every second change would take longer.
 _SOON = 1.0
 # How many of the changes may take longer, on a computer that is busy with something else.
 _LATE = 2
@@ -34,7 +34,7 @@ def cards_raise_their_windows_and_close_their_programs(desktop, binary):
         kelpa.wait_for_previews(boards.UNSORTED)
         desktop.run("xdotool", "windowminimize", windows["Third"])
         wait_until("one is minimised", lambda: _minimised(kelpa) == ["Third"])
-        # Also one that is minimised comes forward.
+        # A minimised window comes forward, too.
         for title in ("First", "Third", "Second"):
             kelpa.focus()
             wait_for_places()
@@ -120,7 +120,7 @@ def a_title_that_moves_rests_while_kelpa_lies_behind_another_window(desktop, bin
         kelpa.wait_for_previews(boards.UNSORTED)
         kelpa.focus()
         wait_until("the title rests", lambda: not _is_moving(kelpa))
-        # Past the list of all todos and what is unsorted.
+        # Past the list of all todos and the unsorted column.
         for _ in range(3):
             desktop.key("Right")
         wait_until("the title moves", lambda: _is_moving(kelpa))
@@ -165,7 +165,7 @@ def a_title_moves_only_while_the_settings_manager_wants_animations(desktop, bina
         want(0)
         manager = desktop.start("xsettingsd", "-c", wanted)
         wait_until("the title rests for the next manager", lambda: not _is_moving(kelpa))
-        # One that comes up under it knows so, too.
+        # An instance that starts under the manager knows so, too.
         kelpa.quit()
         kelpa.start()
         kelpa.focus()

@@ -54,7 +54,7 @@ TEST(Heartbeats, A_time_in_which_the_machine_lets_nothing_run_does_not_show)
         {}, QStringLiteral("sh"),
         {QStringLiteral("-c"),
          QStringLiteral("kill -STOP %1; sleep 0.2; kill -CONT %1").arg(getpid())});
-    // The time goes on while the program stands still.
+    // Time goes on while the program is stopped.
     auto last = begin;
     ASSERT_TRUE(waitUntil([&] {
         const auto before = std::exchange(last, std::chrono::steady_clock::now());

@@ -89,10 +89,10 @@ public:
         openWindow(id, title);
         m_store.refresh();
     }
-    /// The same, and nobody tells the board.
+    /// Opens a window as well, without notifying the board.
     Q_INVOKABLE void openWindow(quint32 id, const QString& title)
     {
-        // A frame of its own tells it from the other windows of its application.
+        // A frame of its own distinguishes it from the other windows of its application.
         WindowListEntry& entry = m_desktop.addAccessibleWindow(id, 1000, title);
         entry.bounds->x = 100.0 * (id % 16);
         m_desktop.accessibilityWindows[1000]->back().position->x = entry.bounds->x;
@@ -108,7 +108,7 @@ public:
     }
     /// The window sets an icon.
     Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id, Qt::red); }
-    /// It has had one, and the desktop tells of the other.
+    /// The window had an icon, and the desktop reports the other one.
     Q_INVOKABLE void replaceIcon(quint32 id)
     {
         m_desktop.setIcon(id, Qt::blue);
@@ -170,33 +170,33 @@ public:
         m_desktop.isScreenCaptureGranted = isScreenCaptureGranted;
         m_store.refresh();
     }
-    /// Of what is shown from now on.
+    /// Applies to views that are shown from now on.
     Q_INVOKABLE void takePermissionSettings() { m_desktop.hasSettingsForPermissions = false; }
-    /// What an input method does while a person has not yet chosen what to write.
+    /// Acts as an input method does while a person has not yet chosen what to write.
     Q_INVOKABLE void compose(const QString& text)
     {
         QInputMethodEvent event(text, {});
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
-    /// What some do when the person has given up: nothing is left, and there stands the cursor.
+    /// Acts as some input methods do when the person has given up: only the cursor is left.
     Q_INVOKABLE void composeNothing()
     {
         QInputMethodEvent event(QString(),
                                 {QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, 0, 1)});
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
-    /// What one does first of all.
+    /// Does what an arrow key in a field does first of all.
     Q_INVOKABLE void pressArrowInField() { m_controller.todos()->giveUpEditor(); }
     /// The board is about to end.
     Q_INVOKABLE void finishWriting() { m_controller.todos()->finishWriting(); }
-    /// What it does when the person has chosen.
+    /// Acts as an input method does when the person has chosen.
     Q_INVOKABLE void finishComposing(const QString& text)
     {
         QInputMethodEvent event;
         event.setCommitString(text);
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
-    /// A key that is held: what the window system sends again and again.
+    /// Sends what the window system sends repeatedly for a held key.
     Q_INVOKABLE void repeatKey(QQuickItem* item, int key)
     {
         for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
@@ -208,7 +208,7 @@ public:
     /// Whether the double tap can be heard.
     Q_INVOKABLE void offerDoubleTap(bool isOffered) { m_controller.setDoubleTapOffered(isOffered); }
     Q_INVOKABLE void clearSelection() { m_store.clearTargetSelection(); }
-    /// What one press of an arrow key does while a target is selected.
+    /// Does what one press of an arrow key does while a target is selected.
     Q_INVOKABLE void moveSelection(int key)
     {
         using enum NavigationDirection;

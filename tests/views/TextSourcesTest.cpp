@@ -21,7 +21,7 @@ namespace {
 
 struct Literal
 {
-    /// The name before the colon where it stands, or of the function around it.
+    /// The name before the colon of its binding, or the name of the function around it.
     QString place;
     QString text;
     int line = 0;
@@ -75,7 +75,7 @@ QList<Literal> literals(const QString& source)
     return found;
 }
 
-/// Whether a person sees or hears what is bound there.
+/// Whether a person sees or hears the value that is bound there.
 bool isForPeople(const QString& place)
 {
     return fits(place, u"(?i)(text|title|label|placeholder|explanation|heading|help|message|hint|"
@@ -196,7 +196,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     // Statements of SQL.
     {u"^src/platform/sqlite/SqliteFile\\.cpp$",
      u"^(PRAGMA|SELECT|INSERT|CREATE|BEGIN|COMMIT|ROLLBACK|ON CONFLICT)\\b"},
-    // Methods and types of the message bus, and what an object tells of itself there.
+    // Methods and types of the message bus, and the properties that an object reports there.
     {u"^src/platform/freedesktop/\\w+/(AtspiBus|ApplicationService|RunningInstance)\\.cpp$",
      u"^([A-Z][A-Za-z]+|<.*|[(a-z].*[)\\]],? ?|uint32 1, %i, true\\))$"},
     {u"^src/platform/freedesktop/\\w+/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
@@ -232,7 +232,7 @@ bool isExcepted(const QString& path, const QString& text)
 /// beyond those of the program's own language.
 QStringList textsInCpp(QString source)
 {
-    // What is included, and what is said to developers.
+    // Included files, and messages to developers.
     static const QRegularExpression notForPeople(
         QStringLiteral(R"RE(^\s*#\s*include[^\n]*|\b(?:static_assert|qCDebug)\([^;]*;|)RE"
                        R"RE((?<!\w)'(?:[^'\\\n]|\\.)'|)RE"

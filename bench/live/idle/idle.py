@@ -106,7 +106,7 @@ def _measure_moving_title(desktop, binary, seconds):
     number = next(window.number for window in desktop.windows() if window.pid == kelpa.pid)
     desktop.run("wmctrl", "-i", "-a", hex(number))
     wait_until("Kelpa has the keyboard", lambda: desktop.active_window() == number)
-    # Past the list of all todos and what is unsorted.
+    # Past the list of all todos and the unsorted column.
     for _ in range(3):
         desktop.key("Right")
     # The preview, the card that grows, and what a start has left to do.

@@ -14,8 +14,8 @@ namespace kelpa {
 class HighWaterMarkFile final : public NumberReservation
 {
 public:
-    /// `given` are numbers known from elsewhere to have been given. They stand in for a file that
-    /// was lost or could not be written.
+    /// `given` are numbers known from elsewhere to have been given. They replace a file that was
+    /// lost or could not be written.
     HighWaterMarkFile(QString path, const std::set<WindowID>& given);
 
     /// The greatest of the given numbers and the one in the file; 0 when there is none. A number

@@ -23,9 +23,9 @@ public:
     void start();
     /// Writes all of the board, and `settings` with it.
     void save(const BoardContents& board, std::vector<SettingsEntry> settings);
-    /// Writes `entries` now; what cannot be written is tried again after a delay.
+    /// Writes `entries` now; entries that cannot be written are retried after a delay.
     void write(const std::vector<SettingsEntry>& entries);
-    /// Tries once more to read and to write what could not be until now.
+    /// Retries once what could not be read or written until now.
     void flush();
 
 private:

@@ -89,7 +89,7 @@ RestorationTarget changeAt(const TargetSelection& target, const QList<Item>& bef
     return {target, todo != nullptr ? std::optional(todo->id) : std::nullopt};
 }
 
-/// Where a window is whose assignment differs; none when all are the same.
+/// The place of a window whose assignment differs; none when all are the same.
 std::optional<TargetSelection> placeOfMovedWindow(const Assignments& before,
                                                   const Assignments& after)
 {

@@ -11,9 +11,9 @@ namespace kelpa {
 struct RestorationTarget
 {
     TargetSelection target = TargetSelection::none();
-    /// The todo that came back, changed or moved there; absent when it was none.
+    /// The todo that came back, changed or moved there; absent when no todo did.
     std::optional<TodoID> todoID = std::nullopt;
-    /// A window moved there, and nothing else that can be seen differs.
+    /// Whether a window moved there, and nothing else that can be seen differs.
     bool isPlaceOfWindow = false;
 
     friend bool operator==(const RestorationTarget&, const RestorationTarget&) = default;

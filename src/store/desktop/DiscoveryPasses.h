@@ -27,10 +27,10 @@ public:
                     Finished finished);
 
     bool isUnderWay() const { return m_pass != nullptr; }
-    /// Cancels the pass under way, starts another with access, and waits a moment for it: it
-    /// reports before this returns or, if the window server is slow, when it ends.
+    /// Cancels the pass under way, starts another with access, and waits at most 12 ms for it: it
+    /// reports before this returns or, if the window server is slower, when it ends.
     void runNow();
-    /// Only while no pass is under way.
+    /// Starts a pass; called only while none is under way.
     void runInBackground(ReadAccess access);
     void cancel();
 

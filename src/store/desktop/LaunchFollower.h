@@ -27,7 +27,7 @@ public:
     /// The window of a launch for the goal has appeared.
     using Appeared = std::function<void(GoalID goalID, WindowID windowID)>;
 
-    /// `windows` are those of the last pass. All of it outlives this.
+    /// `windows` are those of the last pass. All arguments outlive this.
     LaunchFollower(Applications& applications, Scheduler& scheduler,
                    const QList<WindowItem>& windows, RequestPass requestPass, Appeared appeared);
 

@@ -15,17 +15,18 @@ namespace kelpa {
 struct PendingLaunch
 {
     GoalID goalID;
-    /// Windows that are not of this launch: those listed before it, and those of other launches.
+    /// Windows that do not belong to this launch: those listed before it, and those of other
+    /// launches.
     QSet<WindowID> others;
     /// The number of discovery passes after which the launch is given up.
     int passesLeft = 0;
     /// Empty until the application has been started.
     Launch launch = {};
-    /// The end of a discovery pass is awaited.
+    /// Whether the end of a discovery pass is awaited.
     bool isAwaitingPass = false;
 
     bool canBe(const WindowItem& window) const { return !others.contains(window.id); }
-    /// Those of `windows` that can be its window, in their order.
+    /// The windows among `windows` that can be the launch's own, in their order.
     QList<WindowItem> candidates(const QList<WindowItem>& windows) const;
     /// The first of them that is known to belong to the launched application.
     std::optional<WindowID> recognised(const QList<WindowItem>& windows) const;

@@ -19,8 +19,8 @@ public:
     explicit Permissions(const Platform& platform) : m_platform(platform) {}
 
     Granted granted() const;
-    /// Asks the desktop for both, and opens its settings where one that is missing is granted;
-    /// those of accessibility when screen capture is granted.
+    /// Asks the desktop for both, and opens the settings that grant a missing one; those of
+    /// accessibility when screen capture is granted.
     Granted request();
     /// Whether the desktop has the settings that `request` opens.
     bool hasSettings() const;

@@ -28,19 +28,19 @@ public:
     /// Replaces all previews.
     using Publish = std::function<void(Previews previews)>;
 
-    /// `windows` and `previews` are those that the board shows. All of it outlives this; a capture
-    /// that has begun may use `server` for as long as `Scheduler` says.
+    /// `windows` and `previews` are the values that the board shows. All arguments outlive this; a
+    /// capture that has begun may use `server` for as long as `Scheduler` says.
     PreviewCaptures(WindowServer& server, Scheduler& scheduler, const QList<WindowItem>& windows,
                     const Previews& previews, Publish publish);
 
     /// Captures the window whose turn it is, unless captures pause or one is under way.
     void captureNext(Date now);
-    /// No captures for a moment. The capture under way is thrown away.
+    /// Pauses captures for 0.2 s and discards the capture under way.
     void pause(Date now);
     /// The size of a preview on its card in pixels of the screen. Windows that have a preview are
     /// captured again as their turns come.
     void setPixels(const QSize& pixels);
-    /// The capture under way is thrown away.
+    /// Discards the capture under way.
     void cancel();
 
 private:
@@ -57,7 +57,7 @@ private:
     qsizetype m_cursor = 0;
     QSize m_pixels = previewCardSize;
     Date m_pausedUntil = Date::distantPast();
-    /// Windows whose last capture was begun and not applied: it is under way or was thrown away.
+    /// Windows whose last capture was begun and not applied: it is under way or was discarded.
     QSet<WindowID> m_unapplied;
     /// The capture under way.
     TaskHandle m_capture;

@@ -8,24 +8,23 @@
 
 namespace kelpa {
 
-/// What each of them says; absent for one that does not say.
+/// The value of each source; absent for a source that has none.
 struct AppearanceResolution
 {
-    /// What the person set for Kelpa alone.
+    /// The person's choices for Kelpa alone.
     std::optional<Appearance> ownAppearance;
     std::optional<bool> isReducingOwnMotion;
     std::optional<Appearance> desktopAppearance;
-    /// Whether animations are wanted, by each setting of the desktop.
+    /// Whether animations are wanted, by each of the desktop's settings.
     std::vector<std::optional<bool>> desktopAnimations;
-    /// As the toolkit's colours are, which always are one or the other.
+    /// The appearance of the toolkit's colours, which are always one or the other.
     Appearance paletteAppearance = Appearance::light;
 
     /// The person's own choice before the desktop's, and that before the palette.
     Appearance appearance() const;
 
     /// The person's own choice; without one, motion is reduced while any of the desktop's settings
-    /// asks for it. Where there are several, the others may still be what they were from the
-    /// beginning.
+    /// asks for it. Where there are several, the others may still have their initial values.
     bool isReducingMotion() const;
 };
 

@@ -1,4 +1,4 @@
-// The measures that the board's views share with what decides where things stand.
+// The measures that the board's views share with the code that decides on their layout.
 #pragma once
 
 #include "layout/BoardMetrics.h"
@@ -10,14 +10,14 @@
 
 namespace kelpa {
 
-/// Points. One for each QML engine, which makes it; the theme takes them from here.
+/// Points. One for each QML engine, which creates it; the theme reads them from here.
 class BoardMeasures : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
 
-    /// Beside the board, on each side.
+    /// The margin beside the board, on each side.
     Q_PROPERTY(double boardMargin READ boardMargin CONSTANT FINAL)
     Q_PROPERTY(double targetWidth READ targetWidth CONSTANT FINAL)
     Q_PROPERTY(double targetSpacing READ spacing CONSTANT FINAL)
@@ -27,9 +27,9 @@ class BoardMeasures : public QObject
     Q_PROPERTY(double columnRadius READ columnRadius CONSTANT FINAL)
     Q_PROPERTY(double fadeHeight READ fadeHeight CONSTANT FINAL)
     Q_PROPERTY(double windowCardHeight READ cardHeight CONSTANT FINAL)
-    /// Of a window's picture on its card.
+    /// The size of a window's picture on its card.
     Q_PROPERTY(QSizeF previewSize READ previewSize CONSTANT FINAL)
-    /// Of a symbol, unless something else is asked for.
+    /// The default size of a symbol.
     Q_PROPERTY(int symbolSize READ symbolSize CONSTANT FINAL)
 
 public:

@@ -1,4 +1,4 @@
-// Light or dark, and how much motion, as the desktop wants it.
+// Follows the desktop's settings for light or dark and for the amount of motion.
 #pragma once
 
 #include "platform/Subscription.h"
@@ -16,21 +16,20 @@ class AppearanceSetting;
 class MotionSetting;
 class ViewSettings;
 
-/// Keeps the view settings as the desktop's settings say, and the appearance as the palette's
-/// window colour suggests where these have no say. Main thread.
+/// Keeps the view settings equal to the desktop's settings, and the appearance to the palette's
+/// window colour where the settings name none. Main thread.
 class DesktopAppearance : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Sets what is known at once. What is given here is fixed and does not follow the desktop.
-    /// `settings` outlives the object.
+    /// Sets the known values at once. A value that is passed here is fixed and does not follow the
+    /// desktop. `settings` outlives the object.
     DesktopAppearance(ViewSettings& settings, std::optional<Appearance> appearance,
                       std::optional<bool> isReducingMotion);
     ~DesktopAppearance() override;
 
-    /// Follows a setting of the desktop's, unless its value is fixed. There may be several
-    /// of motion.
+    /// Follows a setting of the desktop, unless its value is fixed. There may be several of motion.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
 

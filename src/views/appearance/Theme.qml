@@ -54,12 +54,12 @@ QtObject {
     readonly property color selectedCardOutline: isDark ? "#298db4ff" : "#292563eb"
     readonly property color fieldOutline: isDark ? "#858a94" : "#7b818d"
     readonly property color focus: isDark ? "#8db4ff" : "#2563eb"
-    // Around what holds the selection.
+    // The outline around the card that holds the selection.
     readonly property color enteredOutline: isDark ? "#598db4ff" : "#592563eb"
     readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"
     readonly property color closing: isDark ? "#d93a31" : "#b3261e"
     readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"
-    // Of what floats over the board, where it is darkest.
+    // The shadow of items that float over the board, where it is darkest.
     readonly property color floatingShadow: isDark ? "#70000000" : "#2814181f"
     readonly property color shadow: isDark ? "#52000000" : "#1414181f"
 
@@ -79,7 +79,8 @@ QtObject {
     readonly property int fadeHeight: BoardMeasures.fadeHeight
     readonly property int windowCardHeight: BoardMeasures.windowCardHeight
     readonly property size previewSize: BoardMeasures.previewSize
-    // In a column, from its left edge: the middle of the symbols, and where all its texts begin.
+    // In a column, from its left edge: the middle of the symbols, and the beginning of all its
+    // texts.
     readonly property int columnSymbolX: 22
     readonly property int columnTextX: 38
     // Where the list begins below a title with an explanation.

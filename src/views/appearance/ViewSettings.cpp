@@ -9,8 +9,8 @@ namespace kelpa {
 
 namespace {
 
-/// The desktop's font for text, by its own name: in a list, Qt passes over the alias that stands
-/// for it. On an East Asian desktop that is a font of ideographs, which would have all the text.
+/// The desktop's font for text, by its own name: in a list, Qt skips the alias for it. On an East
+/// Asian desktop that is a font of ideographs, which would have all the text.
 QString latinFamily()
 {
     using enum QFontDatabase::WritingSystem;
@@ -41,14 +41,14 @@ QString ideographFamily(AppLanguage language)
     Q_UNREACHABLE();
 }
 
-/// The last has what people decorate titles with.
+/// The last family has the characters with which people decorate titles.
 QStringList families(AppLanguage language)
 {
     return {latinFamily(), ideographFamily(language), QStringLiteral("Noto Color Emoji")};
 }
 
-/// Qt keeps what a font falls back on under the first of its families alone, with its size, weight
-/// and hint: without a hint of its own, a list would draw with what an earlier one fell back on.
+/// Qt stores the fallbacks of a font under the first of its families alone, with its size, weight
+/// and hint: without a hint of its own, a list would draw with the fallbacks of an earlier one.
 QFont::StyleHint hint(const QStringList& families)
 {
     if (families.contains(ideographFamily(AppLanguage::japanese)))

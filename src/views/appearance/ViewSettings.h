@@ -1,5 +1,5 @@
-// What all views need to know of the desktop and of the person's language; the theme is made from
-// it, and every text of the interface comes from here.
+// The desktop's settings and the person's language, as all views need them; the theme is made from
+// them, and every text of the interface comes from here.
 #pragma once
 
 #include "model/GoalAccent.h"
@@ -42,7 +42,7 @@ public:
     bool isReducingMotion() const { return m_isReducingMotion; }
     void setReducingMotion(bool isReducing);
 
-    /// Whether any of the window can be seen: what moves by itself does so only then.
+    /// Whether any of the window is visible: animations run only then.
     bool isSeen() const { return m_isSeen; }
     void setSeen(bool isSeen);
 
@@ -52,7 +52,8 @@ public:
     /// Sets the fonts and the texts. `keyNames` are the platform's names of keys.
     void setLanguage(AppLanguage language, const KeyNames& keyNames = {});
 
-    /// Of a size in points of the screen, as all of QML's lengths, and a weight of QFont's.
+    /// A font with a size in points of the screen, as all of QML's lengths, and a weight of
+    /// QFont's.
     Q_INVOKABLE QFont font(const QStringList& families, int size, int weight) const;
     /// The same font with a line through it.
     Q_INVOKABLE QFont struckOut(const QFont& font) const;

@@ -151,7 +151,8 @@ void BoardColumnModel::updateWindows(const QList<ColumnRow>& columns)
     }
 }
 
-/// After the columns themselves, and later, since a view lets go of a column's cards only then.
+/// Runs after the columns themselves have changed, and later, since a view releases a column's
+/// cards only then.
 void BoardColumnModel::dropWindowsOfGoneColumns()
 {
     QSet<QUuid> columns;

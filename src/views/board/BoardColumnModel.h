@@ -28,10 +28,10 @@ struct ColumnRow
     GoalPriority priority = defaultGoalPriority;
     int openTodoCount = 0;
     int windowCount = 0;
-    /// It has windows, and the search shows none of them.
+    /// Whether it has windows of which the search shows none.
     bool isSearchedEmpty = false;
     bool isSelected = false;
-    /// Selected, and the arrow keys walk its windows.
+    /// Whether it is selected and the arrow keys walk its windows.
     bool isEntered = false;
 
     QUuid key() const { return goalID ? goalID->value : QUuid(); }
@@ -53,9 +53,9 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    /// The cards of the column of `goalID`, or of the unassigned one; null when there is no such
-    /// column. Belongs to the model, which keeps cards only of columns that were asked for: a board
-    /// of many goals costs what is on the screen.
+    /// The cards of the column of `goalID`, or of the unassigned column; null when there is no such
+    /// column. Owned by the model, which creates cards only for columns that were requested: a
+    /// board of many goals costs as much as its part on the screen.
     WindowListModel* windows(std::optional<GoalID> goalID) const;
 
 private:

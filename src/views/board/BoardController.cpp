@@ -32,7 +32,7 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
         Q_EMIT selectionChanged();
     });
     connect(&store, &WindowStore::restorationIDChanged, this, &BoardController::changeRestored);
-    // After the models, which follow the store for themselves.
+    // Connected after the models, which follow the store themselves.
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
         connect(&store, signal, this, &BoardController::noteRows);
@@ -41,7 +41,7 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
             &BoardController::noteColumnCount);
     connect(&m_goals, &GoalController::windowsRequested, m_windows.picker(), &WindowPicker::open);
     connect(&m_goals, &GoalController::columnRequested, this, [this] {
-        // The goal is asked for, not the todo.
+        // The request is for the goal, not for the todo.
         m_todos.forgetRestoredTodo();
         Q_EMIT selectionRequested();
     });
@@ -212,7 +212,7 @@ void BoardController::toggleHidingGoalsWithoutOpenTodos()
 
 bool BoardController::selectFirstWindow()
 {
-    // Those that belong to no goal stand before all goals.
+    // The unassigned windows come before those of all goals.
     QList<std::optional<GoalID>> columns{std::nullopt};
     for (const Goal& goal : m_store.visibleGoals())
         columns.append(goal.id);

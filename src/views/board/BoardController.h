@@ -1,5 +1,5 @@
-// The board as a whole as QML sees it: what concerns neither a goal nor a todo nor a window alone,
-// and the controllers of these. It decides nothing that the store decides.
+// The board as a whole as QML sees it: everything that concerns no single goal, todo or window, and
+// the controllers of these. It decides nothing that the store decides.
 #pragma once
 
 #include "layout/BoardMetrics.h"
@@ -32,11 +32,11 @@ class BoardController : public QObject
     Q_PROPERTY(kelpa::WindowController* windows READ windows CONSTANT)
     Q_PROPERTY(kelpa::BoardColumnModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::BoardTargetModel* targets READ targets CONSTANT)
-    /// The row of the selected target among the targets; -1 for none that is shown.
+    /// The row of the selected target among the targets; -1 when none is shown.
     Q_PROPERTY(int selectedTarget READ selectedTarget NOTIFY selectedRowsChanged)
     /// The row of the selected window among those of the selected target; -1 for none.
     Q_PROPERTY(int selectedWindow READ selectedWindow NOTIFY selectedRowsChanged)
-    /// Points; what the targets have of the board's width.
+    /// The part of the board's width that the targets have, in points.
     Q_PROPERTY(double boardWidth READ boardWidth WRITE setBoardWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(double targetAreaWidth READ targetAreaWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
@@ -49,7 +49,7 @@ class BoardController : public QObject
                    isAccessibilityTrustedChanged)
     Q_PROPERTY(bool isScreenCaptureTrusted READ isScreenCaptureTrusted NOTIFY
                    isScreenCaptureTrustedChanged)
-    /// There are settings in which a missing permission can be granted.
+    /// Whether there are settings in which a missing permission can be granted.
     Q_PROPERTY(bool hasPermissionSettings READ hasPermissionSettings CONSTANT)
     /// Whether a double tap of Command brings Kelpa forward.
     Q_PROPERTY(bool isDoubleTapOffered READ isDoubleTapOffered NOTIFY isDoubleTapOfferedChanged)
@@ -72,11 +72,11 @@ public:
     int selectedTarget() const;
     int selectedWindow() const;
     double boardWidth() const { return m_boardWidth; }
-    /// Also the arrow keys follow from now on how many targets stand side by side.
+    /// Also sets how many targets are side by side for the arrow keys.
     void setBoardWidth(double width);
     double targetAreaWidth();
 
-    /// Place of the language in `languageNames`.
+    /// The index of the language in `languageNames`.
     int languageIndex() const;
     /// An index outside `languageNames` does nothing.
     Q_INVOKABLE void setLanguageIndex(int index);
@@ -99,7 +99,7 @@ public:
     bool isDoubleTapOffered() const { return m_isDoubleTapOffered; }
     void setDoubleTapOffered(bool isOffered);
 
-    /// Empty while there is none.
+    /// Empty while no toast is shown.
     QString toastMessage() const;
     /// Whether `undo` takes back what the toast reports.
     bool toastOffersUndo() const;
@@ -112,9 +112,9 @@ public:
     Q_INVOKABLE void redo();
 
     Q_INVOKABLE void refresh();
-    /// Nothing is selected any more.
+    /// Leaves nothing selected.
     Q_INVOKABLE void clearSelection();
-    /// A view of the board moves.
+    /// Reports that a view of the board moves.
     Q_INVOKABLE void noteScrollActivity();
 
 Q_SIGNALS:
@@ -131,15 +131,15 @@ Q_SIGNALS:
     void canRedoChanged();
     void targetAreaChanged();
     void selectedRowsChanged();
-    /// Something else is selected.
+    /// The selection has changed.
     void selectionChanged();
-    /// The board scrolls to the selection, also where it has been selected before.
+    /// Asks the board to scroll to the selection, even if it has been selected before.
     void selectionRequested();
-    /// The selected target has another place among the others.
+    /// The selected target has moved among the others.
     void selectedTargetMoved();
-    /// A step has been taken back or done again, in the selected target.
+    /// A step in the selected target has been taken back or done again.
     void changeRestored();
-    /// The menu of the selected window or goal is to be opened, or that of the board.
+    /// Asks for the menu of the selected window or goal, or that of the board.
     void selectionMenuRequested();
 
 private:
@@ -154,7 +154,7 @@ private:
     DropController m_drops{m_store, m_goals};
     TodoController m_todos;
     WindowController m_windows;
-    /// The row of the selected target when the board was shown last, and how many rows there were.
+    /// The row of the selected target and the number of rows when the board was last shown.
     int m_selectedRow = -1;
     int m_rowCount = 0;
     double m_boardWidth = 0;

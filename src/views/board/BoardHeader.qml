@@ -6,16 +6,17 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Board
 
-/// The name of the program, the search, and what concerns the board as a whole.
+/// The name of the program, the search, and the controls of the board as a whole.
 Item {
     id: root
 
     required property BoardController board
 
-    /// Made when it is first asked for.
+    /// Created on first use.
     property AppMenu languageMenu: null
 
-    /// What the controls need in points to show all of their texts beside a short search field.
+    /// The width in points at which the controls show all of their texts beside a short search
+    /// field.
     readonly property real wantedWidth: 2 * Theme.boardMargin + name.implicitWidth + Theme.small
                                         + search.Layout.minimumWidth + 2 * Theme.controlHeight
                                         + filterButton.fullWidth + languageButton.fullWidth
@@ -29,7 +30,7 @@ Item {
         root.languageMenu.popup(button, 0, button.height + Theme.tiny);
     }
 
-    /// To the first window that was found, and away from the field.
+    /// Moves the keyboard from the field to the first window found.
     function goToFound(): void {
         if (search.isSearching && !search.isComposing && root.board.selectFirstWindow())
             search.focus = false;
@@ -119,7 +120,7 @@ Item {
             clearLabel: ViewSettings.copy.text(CopyKey.ClearSearch)
             text: root.board.searchText
             onTextChanged: root.board.searchText = text
-            // The keys are the board's again.
+            // The keys go to the board again.
             onDismissed: search.focus = false
             onCommitted: root.goToFound()
             Keys.onDownPressed: root.goToFound()
@@ -141,7 +142,8 @@ Item {
 
             symbol: root.board.isHidingGoalsWithoutOpenTodos ? "list-filter-circle-filled"
                                                              : "list-filter-circle"
-            // It has two texts, and its neighbours stay; what a text takes is rounded up.
+            // The button has two texts, and its neighbours stay in place; the width of a text is
+            // rounded up.
             minimumTextWidth: Math.ceil(Math.max(hideEmpty.advanceWidth, showAll.advanceWidth)) + 1
             isCompact: root.wantedWidth - languageButton.fullWidth + Theme.controlHeight > root.width
             isOn: root.board.isHidingGoalsWithoutOpenTodos
@@ -169,7 +171,8 @@ Item {
             onClicked: root.newGoalRequested()
         }
     }
-    // Below the controls: in no language is there room for it beside them in a narrow window.
+    // Placed below the controls: in no language is there room for it beside them in a narrow
+    // window.
     AppText {
         id: subtitle
 
@@ -188,7 +191,7 @@ Item {
     Item {
         id: hints
 
-        /// Whether there is room for both beside each other.
+        /// Whether both hints fit beside each other.
         readonly property bool isOneLine: !doubleTapHint.visible
             || keyboardHint.implicitWidth + doubleTapHint.implicitWidth <= width - Theme.huge
 

@@ -4,7 +4,7 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Board
 
-/// What can be done with the board as a whole.
+/// The actions on the board as a whole.
 AppMenu {
     id: root
 

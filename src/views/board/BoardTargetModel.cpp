@@ -7,9 +7,9 @@ namespace kelpa {
 namespace {
 
 constexpr int unifiedRow = 0;
-/// The rows before the columns.
+/// The number of rows before the columns.
 constexpr int firstColumnRow = 1;
-/// Beyond the roles of the columns.
+/// A role beyond those of the columns.
 constexpr int kindRole = Qt::UserRole + 1000;
 
 } // namespace

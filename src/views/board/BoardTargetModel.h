@@ -1,6 +1,6 @@
-// The targets of the board in the order of their layout, which the arrow keys follow too:
-// the list of all todos, what belongs to no goal, the goals that show, and last the card that makes
-// another goal.
+// The targets of the board in the order of their layout, which the arrow keys follow too: the list
+// of all todos, the unassigned column, the visible goals, and last the card that creates another
+// goal.
 #pragma once
 
 #include "navigation/BoardNavigationState.h"
@@ -27,7 +27,7 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    /// The row of a target; -1 for none and for a goal that does not show.
+    /// The row of a target; -1 for no target and for a goal that is hidden.
     int rowOf(const TargetSelection& target) const;
 
 private:

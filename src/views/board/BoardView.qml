@@ -5,29 +5,29 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Board
 
-/// The part of the board that shows. It scrolls to what `reveal` is given.
+/// The visible part of the board. `reveal` scrolls it to a part of the content.
 Flickable {
     id: root
 
     required property BoardController board
-    /// Where the content ends, with the room below it; points, of the content's coordinates.
+    /// The end of the content with the room below it, in points of the content's coordinates.
     required property real end
 
-    // Room that is not needed any more stays until nothing moves in it.
+    // Room that is no longer needed stays until nothing moves in it.
     property real easedEnd: root.end
-    /// Above and below what shows, so that the Tab key finds what follows.
+    /// The distance above and below the visible part, so that the Tab key finds the next items.
     readonly property real reach: 100
     /// Whether it is scrolling to a revealed part.
     readonly property bool isScrolling: scrolling.running
 
-    /// The menu of the board is to be opened at a place of the item.
+    /// Asks for the menu of the board at a position in the item.
     signal menuRequested(item: Item, position: point)
 
     function openMenu(): void {
         root.menuRequested(root, Qt.point(Theme.large, Theme.large));
     }
-    /// Of the content's coordinates; scrolls as little as is needed, and to the upper end of what
-    /// does not fit.
+    /// In the content's coordinates; scrolls as little as needed, and to the upper end of a part
+    /// that does not fit.
     function reveal(top: real, length: real): void {
         const first = top - Theme.large;
         const last = top + length + Theme.large - root.height;
@@ -39,12 +39,12 @@ Flickable {
         if (scrolling.to !== root.contentY)
             scrolling.start();
     }
-    /// By so many screens; what was at the edge is still seen.
+    /// Scrolls by a number of screens; the content at the edge stays visible.
     function turn(screens: int): void {
         const place = scrolling.running ? scrolling.to : root.contentY;
         root.scrollTo(place + screens * (root.height - 2 * Theme.huge));
     }
-    /// At once, by so many points.
+    /// Scrolls at once by a number of points.
     function scrollBy(step: real): void {
         scrolling.stop();
         root.contentY = root.within(root.contentY + step);
@@ -53,7 +53,7 @@ Flickable {
         return Math.max(0, Math.min(place, root.end - root.height));
     }
 
-    /// A field has these keys for itself.
+    /// A key of the board, which a text field keeps for itself.
     component BoardKey: Shortcut {
         enabled: !(root.Window.activeFocusItem instanceof TextInputField)
     }
@@ -98,7 +98,7 @@ Flickable {
         onActivated: root.scrollTo(root.end)
     }
 
-    // Beside all cards.
+    // Receives presses beside all cards.
     MouseArea {
         id: ground
 

@@ -8,8 +8,8 @@ import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
 
-/// The menus of the cards, which all cards share, and that of the board. Each is made when it is first
-/// asked for, and stays where it opened, also when its card, row or button moves or goes.
+/// The menus that all cards share, and that of the board. Each is created on first use, and stays
+/// where it opened, even when its card, row or button moves or is removed.
 Item {
     id: root
 

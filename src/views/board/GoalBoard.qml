@@ -20,7 +20,7 @@ FocusScope {
 
     signal newGoalRequested
 
-    /// What can be done with the board as a whole.
+    /// Opens the menu of the board as a whole.
     function openMenu(): void {
         view.openMenu();
     }

@@ -9,8 +9,8 @@ import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
 
-/// A goal, or what belongs to none, with its todos and its window cards. Alt with the left or right
-/// arrow moves a goal by one place.
+/// A goal, or the unassigned column, with its todos and its window cards. Alt with the left or
+/// right arrow moves a goal by one place.
 ExpandableGoalCard {
     id: root
 
@@ -26,12 +26,12 @@ ExpandableGoalCard {
     required property bool isSearchedEmpty
     required property WindowListModel windows
 
-    /// The part of the board that is on the screen, in the column's coordinates, without what is
-    /// made ready beyond it.
+    /// The part of the board that is on the screen, in the column's coordinates, without the items
+    /// that are prepared beyond it.
     property real shownFrom: root.visibleFrom
     property real shownTo: root.visibleTo
 
-    /// The focus goes on from here to what is selected next.
+    /// The focus moves on from here to the next selected item.
     readonly property bool yieldsFocus: true
 
     signal windowMenuRequested(windowID: real, card: Item, position: point)
@@ -39,13 +39,13 @@ ExpandableGoalCard {
     signal priorityMenuRequested(button: Item)
     signal todoMenuRequested(todoID: string, todoColumnID: string, row: Item, position: point)
 
-    /// Where the window of that row has its card, in the column's coordinates.
+    /// The rect of the card of that row's window, in the column's coordinates.
     function windowRect(row: int): rect {
         const rect = cards.rowRect(row);
         return Qt.rect(cards.x + rect.x, cards.y + rect.y, rect.width, rect.height);
     }
 
-    /// The same for the row of a todo; of no height for one that the column does not show.
+    /// The rect of a todo's row; of no height when the column does not show the todo.
     function todoRect(todoID: string): rect {
         const rect = todos.rowRect(todoID);
         return Qt.rect(todos.x + rect.x, todos.y + rect.y, rect.width, rect.height);
@@ -58,7 +58,7 @@ ExpandableGoalCard {
                                               : root.todoRect(root.board.todos.highlightedTodoID);
     }
 
-    /// What the arrow keys have selected of it: the column itself, or the card of a window.
+    /// The item that the arrow keys have selected: the column itself, or the card of a window.
     function selectedPart(): Item {
         if (root.board.selectedWindow < 0)
             return root;
@@ -67,7 +67,7 @@ ExpandableGoalCard {
         return cards.itemAtRow(root.board.selectedWindow);
     }
 
-    /// Takes the keyboard where a field of it was asked for before it showed.
+    /// Takes the keyboard if a field of the column was requested before the column showed.
     function takeRequest(): void {
         todos.takeRequest();
     }
@@ -82,7 +82,7 @@ ExpandableGoalCard {
         return card !== null || !root.isUnassigned;
     }
 
-    // What belongs to no goal is to be sorted, so that all of it shows.
+    // The unassigned column shows all of its contents, since they are to be sorted.
     isExpanded: root.isSelected || root.isUnassigned
     WaterfallDelegate.isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
     isAccepting: dropArea.wouldReceive
@@ -95,7 +95,7 @@ ExpandableGoalCard {
     Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.board.goals.goToColumn(root.columnID)
-    // From the column itself and from whatever in it has the keyboard, but not from what is written.
+    // Handles keys of the column and of whatever in it has the keyboard, except for text fields.
     Keys.onPressed: event => {
         const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
         event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
@@ -103,7 +103,7 @@ ExpandableGoalCard {
                 && root.board.goals.moveColumn(root.columnID, step);
     }
 
-    // Where nothing else stands, the card is held as by its head.
+    // Outside its other items, the card can be dragged as by its head.
     DragArea {
         id: ground
 
@@ -116,7 +116,7 @@ ExpandableGoalCard {
             root.board.goals.goToColumn(root.columnID)
     }
 
-    // Below everything else: the rows of todos come first.
+    // Placed below everything else: the rows of todos take precedence.
     ColumnDropArea {
         id: dropArea
 

@@ -13,18 +13,19 @@ T.ApplicationWindow {
 
     required property BoardController board
 
-    // Where menus and sheets are, which have keys of their own. Made before the board listens for
-    // presses: otherwise what shows over the board, if only a tip, keeps them to itself, and a field
-    // that is left by a click is not.
+    // The item that contains menus and sheets, which have keys of their own. Created before the
+    // board listens for presses: otherwise an item over the board, even a tip, would keep them to
+    // itself, and a click would not leave a field.
     readonly property Item overlay: T.Overlay.overlay
 
-    // What the screen has for the window, less the room of a title above it and of borders around it.
+    // The screen's size for the window, less the space of a title above it and of borders around
+    // it.
     readonly property int usableWidth: Math.min(root.Screen.width, root.Screen.desktopAvailableWidth)
             - Theme.huge
     readonly property int usableHeight: Math.min(root.Screen.height, root.Screen.desktopAvailableHeight)
             - Theme.controlHeight - Theme.small
 
-    // Made when they are first asked for.
+    // Created on first use.
     property NewGoalSheet createSheet: null
     property TitleSheet renameSheet: null
     property WindowSelectionSheet selectionSheet: null
@@ -42,7 +43,7 @@ T.ApplicationWindow {
         root.renameSheet.ask(root.board.goals.goalTitle(columnID));
     }
 
-    /// Where nothing with the focus has a menu of its own, the board has one.
+    /// Opens the board's menu where no item with the focus has a menu of its own.
     function takeMenuKey(event: KeyEvent): void {
         event.accepted = event.key === Qt.Key_Menu
                 || event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
@@ -50,14 +51,14 @@ T.ApplicationWindow {
             goalBoard.openMenu();
     }
 
-    // On a screen that has less, all of it and its frame can be seen all the same.
+    // On a smaller screen, the whole window and its frame can still be seen.
     minimumWidth: Math.min(900, root.usableWidth)
     minimumHeight: Math.min(620, root.usableHeight)
     title: ViewSettings.copy.text(CopyKey.ProductName)
     color: Theme.window
     font: Theme.body
-    // What it has when it is no longer maximised. No bindings, for a person's size outlives a change
-    // of the screen.
+    // The size when the window is no longer maximised. Not bound, since a person's size outlives a
+    // change of the screen.
     Component.onCompleted: {
         root.width = Math.min(1200, root.usableWidth);
         root.height = Math.min(800, root.usableHeight);

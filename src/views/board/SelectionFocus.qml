@@ -6,14 +6,15 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Board
 
-/// Gives the focus to what the arrow keys have selected, so that a screen reader reports it. What a
-/// person went to keeps the focus: only an item with `yieldsFocus`, or nobody, gives it up.
+/// Gives the focus to the item that the arrow keys have selected, so that a screen reader reports
+/// it. An item that a person went to keeps the focus: only an item with `yieldsFocus`, or nobody,
+/// gives it up.
 Item {
     id: root
 
     required property BoardController board
     required property WaterfallView targets
-    /// The item that has the focus while nobody in it has.
+    /// The item that has the focus while no item within it has.
     required property Item scope
 
     function focusSelection(): void {
@@ -46,8 +47,8 @@ Item {
     Connections {
         target: root.board
 
-        // The card of a field elsewhere on the board may close, and what is written there would no
-        // longer be seen.
+        // The card of a field elsewhere on the board may close, which would hide the text being
+        // written.
         function onChangeRestored(): void {
             const row = root.focusedRow();
             if (!root.isWriting() || row < 0 || row === root.board.selectedTarget)
@@ -62,7 +63,7 @@ Item {
         target: root.Window.window
         ignoreUnknownSignals: true
 
-        // Back from a field that was closed, or from a menu.
+        // The focus comes back from a field that was closed, or from a menu.
         function onActiveFocusItemChanged(): void {
             if (root.board.selectedTarget >= 0 && root.isYielding(root.Window.activeFocusItem))
                 returning.restart();

@@ -5,8 +5,8 @@ import QtQuick.Window
 import Kelpa.Scene
 import Kelpa.Board
 
-/// Scrolls the board to what is selected and to what gets the focus in a card, wherever their cards
-/// move. A person who looks elsewhere on the board stays there when only the cards move.
+/// Scrolls the board to the selection and to the item that gets the focus in a card, wherever their
+/// cards move. A person who views another part of the board stays there when only the cards move.
 Item {
     id: root
 
@@ -45,7 +45,7 @@ Item {
         root.targets.layOut();
         const item = root.Window.activeFocusItem;
         const row = root.selectionFocus.focusedRow();
-        // What follows the selection is in view with it.
+        // An item that follows the selection is in view with it.
         if (row < 0 || root.selectionFocus.isYielding(item))
             return;
         // Its position once its card, which may be moving, has arrived.
@@ -92,7 +92,7 @@ Item {
         target: root.Window.window
         ignoreUnknownSignals: true
 
-        // What the Tab key reaches is seen.
+        // Keeps the items that the Tab key reaches in view.
         function onActiveFocusItemChanged(): void {
             focusScroll.restart();
         }
@@ -104,7 +104,7 @@ Item {
         interval: 45
         onTriggered: root.showSelection()
     }
-    // After the list that contains the item has scrolled to it.
+    // Scrolls after the list that contains the item has scrolled to it.
     Timer {
         id: focusScroll
 

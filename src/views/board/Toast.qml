@@ -4,13 +4,13 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// A short message over the board, and what can be done about it. Presses end here, and take nobody
-/// out of what they are writing.
+/// A short message over the board, with a button for an action on it. Presses end here, and do not
+/// take the keyboard from a field.
 Rectangle {
     id: root
 
     required property string message
-    /// What the button says; there is none while it is empty.
+    /// The text of the button; empty for no button.
     property string actionText
 
     /// The last message stays readable while it fades, and the button in its place.
@@ -18,7 +18,7 @@ Rectangle {
     property string shownActionText
 
     readonly property bool hasAction: root.shownActionText.length > 0
-    /// Whether somebody reads it or is about to press its button: it is not to go meanwhile.
+    /// Whether a person reads it or is about to press its button, so that it must stay.
     readonly property bool isHeld: root.message.length > 0
                                    && (ground.containsMouse || action.hovered || action.activeFocus)
     readonly property bool keepsFields: true

@@ -11,17 +11,17 @@ PressButton {
     property string symbol
     property bool isPrimary: false
     property string help
-    /// Looks switched on. Not what the toolkit calls checked: the text says what a press would do,
-    /// so that assistive programs must not hear that this is the case.
+    /// Looks switched on. This is not the toolkit's `checked`: the text says what a press would do,
+    /// so assistive programs must not report the button as checked.
     property bool isOn: false
-    /// Points; what the text has at least, so that the neighbours stay where they are when it changes.
+    /// Points; the minimum width of the text, so that the neighbours stay in place when it changes.
     property real minimumTextWidth: 0
-    /// Shows its symbol alone, where there is no room for its text.
+    /// Shows only its symbol, where there is no room for its text.
     property bool isCompact: false
 
     readonly property real textWidth: (root.contentItem as SymbolLabel)?.textWidth ?? 0
     readonly property real slack: Math.max(0, root.minimumTextWidth - root.textWidth)
-    /// How wide it is with its text.
+    /// The width of the button with its text.
     readonly property real fullWidth: root.implicitContentWidth + root.slack + 14
                                       + (root.symbol.length > 0 ? 10 : 14)
     readonly property color foreground: root.isPrimary ? Theme.textOnAccent : Theme.text
@@ -65,7 +65,7 @@ PressButton {
     }
 
     FocusRing {
-        // Apart from a ground of its own colour.
+        // Keeps a distance from a ground of its own colour.
         margin: root.isPrimary ? 4 : 2
     }
     HoverTip {

@@ -5,18 +5,18 @@ import QtQuick.Templates as T
 import Kelpa.Appearance
 
 /// A menu as wide as its widest item, within limits. While it is open, it has the pointer and the
-/// keys to itself: a press beside it only closes it. It closes as well when another program comes
-/// forward, and when the window changes its size and what it belongs to its place.
+/// keys to itself: a press beside it only closes it. It also closes when another program comes
+/// forward, and when the window is resized, which moves the item that the menu belongs to.
 T.Menu {
     id: root
 
     /// Whether it opens within another menu, which has the pointer with it.
     property bool isWithinMenu: false
 
-    /// Points. While it is closed, items may come and go by the hundred.
+    /// Points. Not updated while the menu is closed: items may come and go by the hundred then.
     property real widestItem: 0
 
-    /// What the window shows below everything that opens over it; none in a plain view.
+    /// The item below everything that the window opens over its content; absent in a plain view.
     readonly property Item shownBelow: root.contentItem.T.ApplicationWindow.contentItem
 
     implicitWidth: Math.min(360, Math.max(180, contentItem.implicitWidth + leftPadding
@@ -50,12 +50,12 @@ T.Menu {
         Keys.onPressed: event => event.accepted = root.takeKey(event)
         T.ScrollBar.vertical: AppScrollBar {}
     }
-    // It has the keyboard while no item of the menu has it.
+    // The item that holds the menu has the keyboard while no item of the menu has it.
     Component.onCompleted: root.forwardKeys(root.contentItem.parent.Keys)
     onAboutToShow: root.measure()
     onCountChanged: if (root.visible)
         root.measure()
-    // The toolkit gives the keyboard back only where the window has it.
+    // The toolkit returns the keyboard only when the window has it.
     onClosed: if (!root.contentItem.Window.active && root.shownBelow !== null)
         root.shownBelow.focus = true
     background: FloatingGround {
@@ -76,14 +76,14 @@ T.Menu {
             root.close();
         }
     }
-    // Of the item that holds the menu, which has the focus.
+    // Names the item that holds the menu, which has the focus.
     Binding {
         target: root.contentItem.parent.Accessible
         property: "name"
         value: root.title
     }
 
-    /// From what holds the menu to its list.
+    /// Forwards keys from the item that holds the menu to its list.
     function forwardKeys(keys: var): void {
         keys.forwardTo = [root.contentItem];
     }

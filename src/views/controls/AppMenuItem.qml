@@ -4,18 +4,18 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa.Appearance
 
-/// An item of a menu with a symbol before its text. A sign at its end shows the menu that it opens. The
-/// chosen one of several has its sign before its text, in place of a symbol or before it.
+/// An item of a menu with a symbol before its text. A sign at its end shows that it opens another
+/// menu. The chosen one of several has a mark before its text, in place of a symbol or before it.
 T.MenuItem {
     id: root
 
     property string symbol
     property color symbolColor: Theme.secondaryText
     property color foreground: Theme.text
-    /// Whether it is one of several of which one is chosen, and whether it is that one.
+    /// Whether it is one of several alternatives, and whether it is the chosen one.
     property bool isChoice: false
     property bool isChosen: false
-    /// Whether it has a symbol of its own, before which the sign stands.
+    /// Whether it has a symbol of its own, before which the mark is placed.
     property bool hasMarkPlace: false
 
     readonly property bool isOpener: root.subMenu !== null
@@ -28,7 +28,7 @@ T.MenuItem {
     focusPolicy: root.enabled ? Qt.StrongFocus : Qt.NoFocus
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
-    // The toolkit has no other word for one that cannot be pressed now.
+    // The toolkit has no other property for an item that cannot be pressed now.
     Accessible.focusable: root.enabled
     // When assistive programs connect, a button of the toolkit reports its own check mark, which is
     // never set: these are reported again whenever the item shows.

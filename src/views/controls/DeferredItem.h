@@ -1,4 +1,4 @@
-// For items that stand on every control and are seldom needed: what they show is made only then.
+// Creates on first use what an item shows that every control contains and that is seldom needed.
 #pragma once
 
 #include <QObject>

@@ -9,7 +9,7 @@ MouseArea {
     id: root
 
     required property BoardDragSource dragSource
-    /// Its picture follows the pointer.
+    /// The item whose picture follows the pointer.
     required property Item picture
     required property string text
     property bool isDraggable: true
@@ -19,7 +19,7 @@ MouseArea {
 
     property point pressPosition
     property bool hasPassedDragDistance: false
-    /// Whether what was pressed is on its way, or its picture is being made.
+    /// Whether the pressed item is being dragged, or its picture is being made.
     readonly property bool isDragged: root.hasPassedDragDistance && root.pressed
 
     // A scrolling view below must not take the press away.
@@ -43,12 +43,12 @@ MouseArea {
                 ? Qt.point(-Theme.large, -Theme.large)
                 : Qt.point(Math.max(0, Math.min(place.x, root.picture.width)),
                            Math.max(0, Math.min(place.y, root.picture.height)));
-        // As many pixels as the screen shows it with.
+        // Grabs as many pixels as the screen shows.
         const ratio = root.Screen.devicePixelRatio;
         const size = Qt.size(Math.ceil(root.picture.width * ratio),
                              Math.ceil(root.picture.height * ratio));
         // By the time the picture is there, the button may have been released, and pressed again,
-        // or this may be gone.
+        // or this item may have been destroyed.
         root.picture.grabToImage(picture => {
             if (root?.isDragged)
                 source.drag(text, picture.image, ratio, held);

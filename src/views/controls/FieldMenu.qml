@@ -4,7 +4,7 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// What can be done with the text of a field.
+/// The actions on the text of a field.
 AppMenu {
     id: root
 
@@ -13,7 +13,7 @@ AppMenu {
     readonly property bool hasSelection: root.field.selectedText.length > 0
 
     title: root.field.Accessible.name
-    // Nobody else is meant to have the keyboard now.
+    // While the window is active, the keyboard returns to the field.
     onAboutToHide: if (root.field.Window.active)
         root.field.forceActiveFocus(Qt.PopupFocusReason)
 
@@ -45,8 +45,8 @@ AppMenu {
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.Paste)
         symbol: "clipboard-paste"
-        // Whether there is anything to paste only the program that has it could say, which nobody
-        // waits for before it is wanted.
+        // Only the program that owns the clipboard knows whether there is anything to paste, and
+        // its answer is not awaited before a person pastes.
         onTriggered: TextComposition.paste(root.field)
     }
     AppMenuSeparator {}

@@ -4,7 +4,7 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Scene
 
-/// The ground of what floats over the board, with a soft shadow around it.
+/// The ground of an item that floats over the board, with a soft shadow around it.
 Rectangle {
     id: root
 

@@ -4,7 +4,7 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// The visible part of a `FocusRing`, made when the ring first shows.
+/// The visible part of a `FocusRing`, created when the ring first shows.
 Rectangle {
     id: root
 

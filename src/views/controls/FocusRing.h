@@ -7,21 +7,21 @@
 
 namespace kelpa {
 
-/// Shows that the control in which it is placed has the keyboard. Lengths in points. It stands on
-/// every control, and makes what is drawn when it is first shown. Main thread.
+/// Shows that the control in which it is placed has the keyboard. Lengths in points. Every control
+/// contains one, so the drawn part is created when it is first shown. Main thread.
 class FocusRing : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
 
-    /// Follows the control, unless it is set: that it has the focus and, where the control has it
-    /// (`visualFocus`), that a key has brought it there.
+    /// Follows the control, unless it is set: true while the control has the focus and, where the
+    /// control has `visualFocus`, while a key has brought the focus there.
     Q_PROPERTY(bool isShown READ isShown WRITE setShown NOTIFY isShownChanged FINAL)
-    /// How far outside the control it lies.
+    /// The distance at which it surrounds the control.
     Q_PROPERTY(double margin MEMBER m_margin NOTIFY shapeChanged FINAL)
-    /// Of its corners; below 0 for those around a usual control.
+    /// The radius of its corners; below 0 for the radius around a usual control.
     Q_PROPERTY(double radius MEMBER m_radius NOTIFY shapeChanged FINAL)
-    /// Transparent for the usual one.
+    /// Transparent for the default colour.
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY shapeChanged FINAL)
 
 public:

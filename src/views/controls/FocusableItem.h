@@ -6,7 +6,7 @@
 
 namespace kelpa {
 
-/// The toolkit's own controls know it too, but replace the accessible role by one of theirs.
+/// The toolkit's own controls know it too, but replace the accessible role with one of theirs.
 class FocusableItem : public QQuickItem
 {
     Q_OBJECT

@@ -8,19 +8,19 @@
 
 namespace kelpa {
 
-/// Explains the control in which it is placed while the pointer rests there. It stands on every
-/// control; the tip itself is there only while it is wanted. Main thread.
+/// Explains the control in which it is placed while the pointer rests there. Every control contains
+/// one; the tip itself exists only while it is wanted. Main thread.
 class HoverTip : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
 
-    /// Follows a button's `help` or, without one, its `text`, unless it is set. An empty one is not
-    /// shown.
+    /// Follows a button's `help` or, without one, its `text`, unless it is set. An empty text is
+    /// not shown.
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged FINAL)
     /// Follows a button, unless it is set.
     Q_PROPERTY(bool isHovered READ isHovered WRITE setHovered NOTIFY isHoveredChanged FINAL)
-    /// Whether there is a tip, which is seen after a while.
+    /// Whether there is a tip, which shows after a delay.
     Q_PROPERTY(bool active READ isActive NOTIFY itemChanged FINAL)
     /// Null while there is none.
     Q_PROPERTY(QObject* item READ item NOTIFY itemChanged FINAL)
@@ -36,8 +36,8 @@ public:
     QObject* item() const { return m_tip; }
 
 public Q_SLOTS:
-    /// Who presses a control needs no explanation, nor one over the menu that it opens: until the
-    /// pointer comes again. A button's press does it by itself.
+    /// Hides the tip until the pointer comes again: a person who presses the control, or uses the
+    /// menu that it opens, needs no explanation. A button's press calls it by itself.
     void dismiss();
 
 Q_SIGNALS:

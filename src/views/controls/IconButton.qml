@@ -16,7 +16,7 @@ PressButton {
     property string help
     /// A button that is not shown can still be reached by the keyboard and by assistive programs.
     property bool isShown: true
-    /// Does not show that the pointer is over it, nor that it is pressed.
+    /// Shows neither that the pointer is over it nor that it is pressed.
     property bool isPlain: false
 
     implicitWidth: root.size

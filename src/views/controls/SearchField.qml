@@ -4,16 +4,16 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// A text field with a magnifier, that Escape or its button clears.
+/// A text field with a magnifier, which Escape or its button clears.
 TextInputField {
     id: root
 
     required property string clearLabel
 
-    /// While it is, the key for down leads to what was found.
+    /// While true, the Down key leads to the matches.
     readonly property bool isSearching: root.length > 0
 
-    /// Escape in the empty field.
+    /// Escape was pressed in the empty field.
     signal dismissed
 
     leftPadding: 32

@@ -13,10 +13,10 @@ Item {
     property color color: Theme.text
     property font font: Theme.body
     property int spacing: 6
-    /// Keeps the symbol's place free also where there is none, so that texts stand in line.
+    /// Reserves the symbol's place even without a symbol, so that texts are aligned.
     property bool isKeepingPlace: false
     property bool isTextShown: true
-    /// What the whole text takes, in points.
+    /// The width of the whole text, in points.
     readonly property alias textWidth: label.implicitWidth
 
     readonly property bool hasPlace: root.symbol.length > 0 || root.isKeepingPlace

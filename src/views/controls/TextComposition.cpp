@@ -15,8 +15,8 @@ namespace kelpa {
 
 namespace {
 
-/// Whether somebody has something there. Waits for an answer; the toolkit, which takes the text in
-/// several forms, would wait for each of them anew where none comes.
+/// Whether a program offers something there. Waits for its answer; the toolkit, which requests the
+/// text in several formats, would wait for each of them anew where none comes.
 bool isAnswered(QClipboard::Mode mode)
 {
     const QMimeData* const content = QGuiApplication::clipboard()->mimeData(mode);
@@ -35,8 +35,8 @@ void TextComposition::follow(QQuickItem* field)
     if (field == nullptr)
         return;
     field->installEventFilter(this);
-    // Whenever a program takes the clipboard, the toolkit's field would ask it at once for what it
-    // has, and wait: the board would stand still for as long as that program does not answer.
+    // Whenever a program takes the clipboard, the toolkit's field would ask it at once for its
+    // contents, and wait: the board would freeze for as long as that program does not answer.
     QObject::disconnect(QGuiApplication::clipboard(), nullptr, field, nullptr);
 }
 
@@ -76,7 +76,7 @@ bool TextComposition::isVainPaste(const QEvent& event)
         const auto& press = static_cast<const QKeyEvent&>(event);
         if (!press.matches(QKeySequence::Paste))
             return false;
-        // A key that is held does not wait again.
+        // A held key does not wait again.
         if (!press.isAutoRepeat() || !m_isPasteVain)
             m_isPasteVain = !isAnswered(QClipboard::Clipboard);
         return m_isPasteVain;
@@ -104,7 +104,7 @@ bool TextComposition::eventFilter(QObject* watched, QEvent* event)
             m_ended = std::exchange(m_written, QString());
         break;
     case QEvent::MouseButtonPress:
-        // The same, where the press moves the cursor.
+        // The toolkit does the same where the press moves the cursor.
         m_ended = composedText(*watched);
         break;
     case QEvent::KeyPress:
@@ -134,7 +134,8 @@ void TextComposition::noteWritten(const QObject& field, const QInputMethodEvent&
     if (written.isEmpty() || written != composedText(field))
         return;
     m_written = written;
-    // What the input method itself has written is not followed by a loss of the keyboard at once.
+    // Text that the input method itself has written is not followed by a loss of the keyboard at
+    // once.
     QMetaObject::invokeMethod(
         this, [this] { m_written.clear(); }, Qt::QueuedConnection);
 }

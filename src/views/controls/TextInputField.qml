@@ -5,19 +5,19 @@ import QtQuick.Templates as T
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// A single-line text field. `committed` comes on Return and `cancelled` on Escape, but neither for
+/// A single-line text field. Emits `committed` on Return and `cancelled` on Escape, but neither for
 /// the key that ends the composition of an input method.
 T.TextField {
     id: root
 
     required property string label
 
-    /// Its menu has the keyboard for a moment: what is being written is not left with it.
+    /// Whether its menu is open, which has the keyboard without ending the editing of the text.
     property bool isMenuOpen: false
     property FieldMenu menu: null
 
-    // By the visible text: to the toolkit, an input method that still reports a cursor position
-    // composes, even where it has nothing left.
+    // Depends on the visible text: for the toolkit, an input method that still reports a cursor
+    // position composes, even when it has nothing left.
     readonly property bool isComposing: root.preeditText.length > 0
 
     signal committed
@@ -32,10 +32,10 @@ T.TextField {
     placeholderTextColor: Theme.secondaryText
     selectionColor: Theme.accent
     selectedTextColor: Theme.textOnAccent
-    // As a text that is not being written stands, whatever way it is read.
+    // The text is aligned as it is outside a field, whatever its reading direction.
     horizontalAlignment: TextInput.AlignLeft
     verticalAlignment: TextInput.AlignVCenter
-    // Without a limit: a title that is changed keeps its length.
+    // There is no limit: a title that is changed keeps its length.
     maximumLength: 2147483647
     selectByMouse: true
     Accessible.name: root.label
@@ -60,14 +60,14 @@ T.TextField {
     background: Rectangle {
         radius: Theme.controlRadius
         color: Theme.field
-        // Of whole pixels: a part of one more would be seen on some sides.
+        // The width is in whole pixels: a fraction of one more would show on some sides only.
         border.width: Math.floor(Screen.devicePixelRatio) / Screen.devicePixelRatio
         border.color: Theme.fieldOutline
 
         AppText {
             anchors.fill: parent
             anchors.leftMargin: root.leftPadding
-            // What stands at the end of a filled field is not there yet.
+            // Nothing is placed at the end of an empty field.
             anchors.rightMargin: Theme.small
             text: root.placeholderText
             color: Theme.secondaryText
@@ -82,8 +82,8 @@ T.TextField {
         return true;
     }
     function takeReturn(event: KeyEvent): bool {
-        // One that is held was meant for whatever had the keyboard when it was pressed; one that
-        // comes with the end of a composition was meant for the input method.
+        // A held Return key was meant for whatever had the keyboard when it was pressed; a Return
+        // key that comes with the end of a composition was meant for the input method.
         return event.isAutoRepeat || composed.running || root.commit();
     }
 
@@ -108,7 +108,7 @@ T.TextField {
             onClosed: root.isMenuOpen = false
         }
     }
-    // A press of the second button leaves alone what is selected.
+    // A press of the second button leaves the selection alone.
     MouseArea {
         anchors.fill: parent
         acceptedButtons: Qt.RightButton

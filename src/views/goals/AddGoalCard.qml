@@ -6,8 +6,8 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Goals
 
-/// The last card of the board, which makes another goal. A goal that is dropped on it moves behind the
-/// others.
+/// The last card of the board, which creates another goal. A goal that is dropped on it moves
+/// behind the others.
 PressButton {
     id: root
 
@@ -15,7 +15,7 @@ PressButton {
     required property DropController drops
     required property BoardDragSource dragSource
 
-    // Two of them, with the space between, are as high as a goal's card.
+    // Two such cards, with the space between, are as high as a goal's card.
     implicitHeight: (Theme.collapsedCardHeight - Theme.targetSpacing) / 2
     text: ViewSettings.copy.text(CopyKey.AddGoal)
     Accessible.description: root.goals.noGoalsHint

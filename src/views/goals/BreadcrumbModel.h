@@ -1,4 +1,4 @@
-// The entries of the rail beside the board: one for each goal that shows.
+// The entries of the rail beside the board: one for each visible goal.
 #pragma once
 
 #include "model/Goal.h"
@@ -41,7 +41,7 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
     int count() const { return rowCount(); }
-    /// The row of the selected goal; -1 while none that shows is selected.
+    /// The row of the selected goal; -1 while no visible goal is selected.
     int selectedRow() const;
 
 Q_SIGNALS:

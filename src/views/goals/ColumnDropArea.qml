@@ -4,7 +4,7 @@ import QtQuick
 import Kelpa.Scene
 import Kelpa.Goals
 
-/// Accepts what is dragged onto a column, on its card and on its entry of the rail.
+/// Accepts drops on a column, both on its card and on its entry of the rail.
 DropArea {
     id: root
 

@@ -6,8 +6,8 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Goals
 
-/// The head of a column; a goal's can be dragged onto another column, which takes it while goals have
-/// their own order.
+/// The head of a column. A goal's head can be dragged onto another column, which accepts it while
+/// goals have their own order.
 Item {
     id: root
 
@@ -20,12 +20,12 @@ Item {
     required property string priority
     required property int openTodoCount
     required property int windowCount
-    /// Whether a title that is too long passes by.
+    /// Whether a title that is too long scrolls past.
     property bool isExpanded: false
     property bool isOnScreen: true
-    /// Whether it is dragged as the picture of its card.
+    /// Whether the header is dragged as the picture of its card.
     property bool isCardDragged: false
-    /// What it lies on.
+    /// The colour below the header.
     property color ground: Theme.column
     /// The position of the title, in points of the header.
     readonly property alias titleTop: titleText.y
@@ -79,7 +79,7 @@ Item {
     Rectangle {
         id: dot
 
-        // In the middle of the symbols of the todos below.
+        // Aligned with the middle of the symbols of the todos below.
         x: Theme.columnSymbolX - root.x - width / 2
         width: 10
         height: 10
@@ -98,9 +98,9 @@ Item {
         anchors.rightMargin: Theme.tiny
         anchors.verticalCenter: parent.verticalCenter
         text: root.title
-        // The head of a card, above texts of 13 points: as large as they are, not as small as the
-        // entries of the rail. The same while the card is collapsed and while the title moves, so
-        // that selecting a goal does not change the look of its card.
+        // The head of a card, above texts of 13 points, has their size and not the smaller one of
+        // the rail's entries. It is the same while the card is collapsed and while the title moves,
+        // so that selecting a goal does not change the appearance of its card.
         font: Theme.bodyStrong
         ground: root.ground
         isAllowedToMove: root.isExpanded && !dragArea.pressed && !root.isCardDragged

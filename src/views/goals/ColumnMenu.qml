@@ -4,7 +4,7 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Goals
 
-/// What can be done with a goal.
+/// The actions on a goal.
 AppMenu {
     id: root
 

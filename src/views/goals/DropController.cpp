@@ -14,7 +14,7 @@ DropController::DropController(WindowStore& store, GoalController& goals, QObjec
     : QObject(parent), m_store(store), m_goals(goals)
 {}
 
-/// A todo that has been deleted or moved while it is being dragged is not there any more.
+/// False for a todo that has been deleted or moved while it is being dragged.
 bool DropController::hasTodo(const TodoDragPayload& todo) const
 {
     return todoAt(todo.sourceGoalID, todo.todoID, m_store.goals(), m_store.unassignedTodos()) !=

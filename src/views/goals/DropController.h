@@ -1,4 +1,4 @@
-// What a text that is dropped on a column of the board, or behind the last goal, means and does.
+// Decides on and carries out drops of a text on a column of the board, or behind the last goal.
 #pragma once
 
 #include "model/TodoDragPayload.h"
@@ -25,15 +25,15 @@ public:
     /// `store` and `goals` outlive the controller.
     DropController(WindowStore& store, GoalController& goals, QObject* parent = nullptr);
 
-    /// Whether the column takes `text`, also where it is already.
+    /// Whether the column accepts `text`, even where it is already.
     Q_INVOKABLE bool canDrop(const QString& text, const QString& columnID) const;
     /// Whether dropping `text` there would change the board.
     Q_INVOKABLE bool wouldDropMove(const QString& text, const QString& columnID) const;
-    /// Carries the drop out; false, and nothing done, when it is refused.
+    /// Carries the drop out; returns false and does nothing when it is refused.
     Q_INVOKABLE bool drop(const QString& text, const QString& columnID);
     /// Whether `text` is that of a goal.
     Q_INVOKABLE bool isGoalDrag(const QString& text) const;
-    /// The same behind all goals that show, where only goals are taken.
+    /// The same for the place behind all visible goals, where only goals are accepted.
     Q_INVOKABLE bool canDropAtEnd(const QString& text) const;
     Q_INVOKABLE bool wouldDropAtEndMove(const QString& text) const;
     Q_INVOKABLE bool dropAtEnd(const QString& text);
@@ -41,7 +41,7 @@ public:
 private:
     bool hasTodo(const TodoDragPayload& todo) const;
 
-    /// What letting go of something over a column comes to. `none` is where it is already.
+    /// The outcome of a drop on a column; `none` for an item that is there already.
     enum class DropEffect { refused, none, change };
     DropEffect effectOf(const DragPayload& drop, const ColumnID& column) const;
     DropEffect effectOf(const QString& text, const QString& columnID) const;

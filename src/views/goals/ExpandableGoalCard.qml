@@ -5,17 +5,17 @@ import Kelpa.Appearance
 import Kelpa.Scene
 
 /// The card of a target: it shows the beginning of its content and, while it is selected, all of
-/// it. What is cut off ends in the card's round corners.
+/// it. Content that is cut off ends in the card's round corners.
 ExpandableHeight {
     id: root
 
     property bool isSelected: false
-    /// Whether the selection is on something within it.
+    /// Whether the selection is within it.
     property bool isEntered: false
     property bool isAccepting: false
     /// Whether a drop would move another goal before it.
     property bool wouldInsertBefore: false
-    /// The part of the board that is seen, in the card's own coordinates.
+    /// The visible part of the board, in the card's own coordinates.
     property real visibleFrom: 0
     property real visibleTo: 0
     /// A card that is about to change its height stays with its goal.
@@ -71,12 +71,12 @@ ExpandableHeight {
             }
         }
     }
-    // Items are clipped to rectangles only: what is cut off is painted over around the lower
-    // corners, with the ground on which all cards lie.
+    // Items are clipped to rectangles only: the content outside the lower corners is painted over
+    // with the ground on which all cards lie.
     Item {
         id: corners
 
-        /// As far as a corner of the rectangle stands out of the round one.
+        /// The distance by which a corner of the rectangle extends beyond the round one.
         readonly property real reach: Math.ceil(Theme.columnRadius * (Math.SQRT2 - 1))
 
         anchors.left: parent.left
@@ -107,7 +107,7 @@ ExpandableHeight {
         border.color: root.isEntered && !root.isAccepting ? Theme.enteredOutline : Theme.focus
         visible: root.isAccepting || root.isSelected
     }
-    // Between it and its neighbour.
+    // Drawn between the card and its neighbour.
     Rectangle {
         x: -(Theme.targetSpacing + width) / 2
         width: 4

@@ -7,8 +7,8 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Goals
 
-/// One short entry for each goal that shows: how much is open, and its title. A click goes there, and
-/// what is dragged onto it goes to the goal as if it were dropped on its card.
+/// One short entry for each visible goal: the number of its open todos, and its title. A click goes
+/// to the goal, and a drop on the entry acts as a drop on its card.
 FocusScope {
     id: root
 
@@ -48,7 +48,7 @@ FocusScope {
         currentIndex: -1
         keyNavigationEnabled: false
         reuseItems: true
-        // Beyond what shows, so that the Tab key finds what follows.
+        // Extends beyond the visible part, so that the Tab key finds the next entries.
         cacheBuffer: 100
         model: root.goals.breadcrumbs
         T.ScrollBar.vertical: AppScrollBar {
@@ -149,7 +149,7 @@ FocusScope {
             entries.contentY = Math.max(entries.originY, Math.min(entries.contentY + step, last));
         }
     }
-    // The entry of the selected goal is seen wherever the selection comes from.
+    // Keeps the entry of the selected goal in view, wherever the selection comes from.
     Connections {
         target: root.goals
 

@@ -14,7 +14,7 @@ namespace kelpa {
 GoalController::GoalController(WindowStore& store, QObject* parent)
     : QObject(parent), m_store(store), m_breadcrumbs(store), m_moveTargets(store)
 {
-    // After the models, which follow the store for themselves.
+    // Connected after the models, which follow the store themselves.
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
         connect(&store, signal, this, &GoalController::selectedBreadcrumbChanged);

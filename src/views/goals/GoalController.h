@@ -1,5 +1,5 @@
 // The goals of the board as QML sees them: the store's operations on goals under ids that QML can
-// hold, and the models of what lists goals. It decides nothing that the store decides.
+// hold, and the models that list goals. It decides nothing that the store decides.
 #pragma once
 
 #include "views/goals/BreadcrumbModel.h"
@@ -24,10 +24,10 @@ class GoalController : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("The board has it.")
 
-    /// What a person can do while no goal shows; empty while one does.
+    /// A hint at what a person can do while no goal shows; empty while one does.
     Q_PROPERTY(QString noGoalsHint READ noGoalsHint NOTIFY noGoalsHintChanged)
     Q_PROPERTY(kelpa::BreadcrumbModel* breadcrumbs READ breadcrumbs CONSTANT)
-    /// The row of the selected goal's entry in the rail; -1 while no goal that shows is selected.
+    /// The row of the selected goal's entry in the rail; -1 while no visible goal is selected.
     Q_PROPERTY(int selectedBreadcrumb READ selectedBreadcrumb NOTIFY selectedBreadcrumbChanged)
     Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
     Q_PROPERTY(QStringList priorities READ priorities CONSTANT)
@@ -47,7 +47,7 @@ public:
     Q_INVOKABLE bool hasGoal(const QString& columnID) const;
     /// Whether a goal may bear this title.
     Q_INVOKABLE bool isGoalTitle(const QString& title) const;
-    /// As it is stored, also with line breaks; empty for no goal.
+    /// The title as it is stored, including line breaks; empty for no goal.
     Q_INVOKABLE QString goalTitle(const QString& columnID) const;
     Q_INVOKABLE void createGoal(const QString& title);
     Q_INVOKABLE void renameGoal(const QString& columnID, const QString& title);
@@ -60,7 +60,7 @@ public:
     Q_INVOKABLE void openTerminal(const QString& columnID);
     Q_INVOKABLE void showAllWindows(const QString& columnID);
 
-    /// Selects the column, also the one of what belongs to no goal.
+    /// Selects the column, which may be the unassigned one.
     Q_INVOKABLE void goToColumn(const QString& columnID);
     /// Selects the column and scrolls the board to it.
     Q_INVOKABLE void showColumn(const QString& columnID);
@@ -68,7 +68,7 @@ public:
     /// False when it cannot move there, or goals are sorted automatically.
     Q_INVOKABLE bool moveColumn(const QString& columnID, int step);
     Q_INVOKABLE bool canMoveColumn(const QString& columnID, int step) const;
-    /// As `moveColumn`, before all that show or behind them.
+    /// Moves a goal before or behind all visible ones; otherwise as `moveColumn`.
     Q_INVOKABLE bool moveColumnToEnd(const QString& columnID, int step);
     /// The text that a drag of the column carries; empty for the unassigned one, which cannot be
     /// dragged.
@@ -77,17 +77,17 @@ public:
 Q_SIGNALS:
     void noGoalsHintChanged();
     void selectedBreadcrumbChanged();
-    /// Something else is selected.
+    /// The selection has changed.
     void selectionChanged();
-    /// The board scrolls to the selected column, also where it has been selected before.
+    /// Asks the board to scroll to the selected column, even if it has been selected before.
     void columnRequested();
-    /// A person is to be asked for another title of the goal.
+    /// Asks a person for another title of the goal.
     void renameRequested(const QString& columnID);
-    /// A person is to choose windows for the goal.
+    /// Asks a person to choose windows for the goal.
     void windowsRequested(const QString& columnID);
 
 private:
-    /// The goal beside which `step` brings a goal, among those that show.
+    /// The visible goal beside which `step` would place a goal.
     std::optional<GoalID> goalBeside(const QString& columnID, int step) const;
     bool moveGoal(const QString& columnID, std::optional<GoalID> targetID, int step);
 

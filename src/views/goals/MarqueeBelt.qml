@@ -6,7 +6,7 @@ import Kelpa.Appearance
 import Kelpa.Scene
 import Kelpa.Controls
 
-/// A title and its repeated start, passing by: when the first has gone, the second stands in its
+/// A title and its repeated start, scrolling past: when the first has gone, the second is in its
 /// place.
 Row {
     id: root
@@ -25,7 +25,7 @@ Row {
             pass.restart();
     }
 
-    // Also when the new one is as wide as the one before.
+    // Starts again even when the new title is as wide as the one before.
     onTextChanged: root.startAgain()
 
     spacing: root.measure.gap
@@ -52,7 +52,7 @@ Row {
         // An animation of no duration would end before its duration is known.
         duration: Math.max(root.measure.passTime, 1)
         loops: Animation.Infinite
-        // What nobody can see costs nothing.
+        // Runs only while the title can be seen.
         running: root.parent !== null && root.parent.visible && root.isOnScreen
                  && ViewSettings.isSeen
                  && root.Window.window !== null

@@ -5,27 +5,27 @@ import Kelpa.Appearance
 import Kelpa.Scene
 import Kelpa.Controls
 
-/// A goal's title in one line. A title wider than its place passes by slowly, over and over,
+/// A goal's title in one line. A title wider than its place scrolls past slowly, over and over,
 /// while it can be seen.
 Item {
     id: root
 
     required property string text
     property bool isEmphasized: false
-    /// False for a title that is to stay still for now.
+    /// False for a title that must not move for now.
     property bool isAllowedToMove: true
     /// Whether it is in the part of the board that is on the screen.
     property bool isOnScreen: true
     property font font: root.isEmphasized ? Theme.captionEmphasized : Theme.captionStrong
     property color color: Theme.text
-    /// What it lies on: letters that come and go fade into it.
+    /// The colour below the title: letters that come and go fade into it.
     property color ground: Theme.column
 
     property MarqueeBelt belt: null
 
     readonly property bool isMoving: root.belt?.isMoving ?? false
     readonly property bool isTruncated: still.visible && still.truncated
-    /// Whether all of it is never seen at once.
+    /// Whether the title is never seen as a whole.
     readonly property bool isPartlySeen: root.isTruncated || root.isMoving
     readonly property real offset: root.belt?.x ?? 0
     readonly property MarqueeMeasure measure: MarqueeMeasure {
@@ -47,7 +47,7 @@ Item {
         color: root.color
         visible: !root.isMoving
     }
-    // None or one: most titles have room.
+    // None or one: most titles fit.
     Repeater {
         model: root.measure.isWide && root.isAllowedToMove && !ViewSettings.isReducingMotion ? 1 : 0
         delegate: MarqueeBelt {
@@ -61,7 +61,7 @@ Item {
         onItemAdded: (index, item) => root.belt = item as MarqueeBelt
         onItemRemoved: root.belt = null
     }
-    // At its end and, once it has left its place, at its beginning.
+    // At the end of the title and, once it has left its place, at its beginning.
     Repeater {
         model: root.isMoving ? 2 : 0
         delegate: Rectangle {

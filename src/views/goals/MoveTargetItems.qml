@@ -5,14 +5,14 @@ import QtQuick.Templates as T
 import Kelpa.Goals
 
 /// The items of a menu for the columns to which something can be moved, in the order of the board.
-/// A board may have many goals: nothing is made before the menu is first asked for, and what was
-/// made follows the board.
+/// A board may have many goals: nothing is created before the menu is first opened, and the created
+/// items follow the board.
 Instantiator {
     id: root
 
     required property GoalController goals
     required property T.Menu menu
-    /// How many items of the menu stand before these.
+    /// The number of items in the menu before these.
     property int place: 0
 
     // The Instantiator reports insertions and removals, but not moves.
@@ -21,7 +21,8 @@ Instantiator {
         enabled: root.active
 
         function onRowsMoved(parent, first: int, last: int, destination, row: int): void {
-            // The model names the place before the row was taken out, the menu the one after.
+            // The model reports the place before the row was removed, the menu expects the one
+            // after.
             root.menu.moveItem(root.place + first, root.place + (row > first ? row - 1 : row));
         }
     }

@@ -1,4 +1,4 @@
-// Where a window can be moved: every goal in board order, then the unassigned column.
+// The columns to which a window can be moved: every goal in board order, then the unassigned one.
 #pragma once
 
 #include "model/GoalAccent.h"

@@ -5,7 +5,7 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Goals
 
-/// How urgent a goal is.
+/// Sets how urgent a goal is.
 AppMenu {
     id: root
 

@@ -26,8 +26,8 @@ struct MoveRow
     friend bool operator==(const MoveRow&, const MoveRow&) = default;
 };
 
-/// Inserts `count` rows, of which the first is then at `first`: those that the new sequence has at
-/// these places.
+/// Inserts `count` rows, the first of which is then at `first`: the rows that the new sequence has
+/// at these places.
 struct InsertRows
 {
     int first = 0;
@@ -47,7 +47,7 @@ inline constexpr int goneRow = -1;
 /// `newCount`.
 std::vector<ListStep> listSteps(const std::vector<int>& newPlaces, int newCount);
 
-/// As above, for the keys themselves; no key occurs twice in one of the sequences.
+/// The steps for the keys themselves; no key occurs twice in one of the sequences.
 template <class Keys>
 std::vector<ListStep> listSteps(const Keys& from, const Keys& to)
 {

@@ -21,7 +21,7 @@ class ExpandableHeight : public QQuickItem
     /// The height of the content, at the end of its animations.
     Q_PROPERTY(double naturalHeight READ naturalHeight WRITE setNaturalHeight NOTIFY
                    naturalHeightChanged FINAL)
-    /// The natural height at this moment of an animation.
+    /// The natural height at the current point of an animation.
     Q_PROPERTY(double shownNaturalHeight READ shownNaturalHeight WRITE setShownNaturalHeight NOTIFY
                    shownNaturalHeightChanged FINAL)
     /// From 0, collapsed, to 1, expanded.

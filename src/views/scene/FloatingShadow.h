@@ -15,7 +15,7 @@ class FloatingShadow : public QQuickItem
     Q_OBJECT
     QML_ELEMENT
 
-    /// Of the floating item's corners.
+    /// The radius of the floating item's corners.
     Q_PROPERTY(double radius MEMBER m_radius NOTIFY lookChanged FINAL)
     /// How far the shadow extends beyond the rectangle.
     Q_PROPERTY(double reach MEMBER m_reach NOTIFY lookChanged FINAL)

@@ -4,7 +4,7 @@ namespace kelpa {
 
 namespace {
 
-/// Of one delegate: as many as two screens of cards scroll past in a moment.
+/// The limit for one delegate: as many as two screens of cards that scroll past quickly.
 constexpr qsizetype maximumPooledItems = 12;
 
 } // namespace

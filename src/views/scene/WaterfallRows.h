@@ -25,7 +25,7 @@ struct WaterfallRow
     const WaterfallDelegateAttached* attached = nullptr;
     /// Where the item's last motion began; see WaterfallMotion.
     QPointF from;
-    /// Where the item stands when nothing moves.
+    /// The position of the item when nothing moves.
     QPointF to;
     /// Has received its item during this pass, so nobody has seen the item anywhere else.
     bool isNew = false;

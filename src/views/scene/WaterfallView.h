@@ -1,5 +1,5 @@
 // A virtualised list that shows the rows of a model as items in columns of equal width.
-// WaterfallRows holds the rows that have items, WaterfallGeometry says where they stand, and
+// WaterfallRows holds the rows that have items, WaterfallGeometry computes their positions, and
 // WaterfallMotion moves them there; this type follows the model and runs the passes.
 #pragma once
 
@@ -78,7 +78,7 @@ public:
     int itemCount() const { return static_cast<int>(m_rows.size()); }
     bool isMoving() const { return m_motion.isRunning(); }
 
-    /// Where the row stands, or will when nothing moves any more, whether or not it has an item;
+    /// The position of the row, now or when nothing moves any more, whether or not it has an item;
     /// empty for a row that does not exist.
     Q_INVOKABLE QRectF rowRect(int row);
     /// Null for a row without an item.

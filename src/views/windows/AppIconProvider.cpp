@@ -14,7 +14,7 @@ namespace kelpa {
 
 namespace {
 
-/// Cards show icons at 20 points; asked for when QML names no size.
+/// Cards show icons at 20 points; used when QML names no size.
 constexpr int defaultPixels = 20;
 
 QImage absentIcon()
@@ -24,7 +24,7 @@ QImage absentIcon()
     return image;
 }
 
-/// What is asked for, shared by the response and by the thread that reads: either may go first.
+/// The request for an icon, shared by the response and the reading thread: either may go first.
 class IconRequest
 {
 public:
@@ -63,7 +63,7 @@ public:
     }
 
 private:
-    /// Recursive, since the receiver of `finished` may ask for the picture at once.
+    /// Recursive, since the receiver of `finished` may request the picture at once.
     mutable QRecursiveMutex m_mutex;
     QQuickImageResponse* m_response;
     bool m_isCancelled = false;
@@ -83,7 +83,7 @@ public:
         return QQuickTextureFactory::textureFactoryForImage(m_request->image());
     }
 
-    /// Views no longer want it; it still has to finish.
+    /// Called when views no longer want the image; the response still has to finish.
     void cancel() override { m_request->cancel(); }
 
     std::shared_ptr<IconRequest> request() const { return m_request; }

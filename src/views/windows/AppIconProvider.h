@@ -1,5 +1,5 @@
 // The icons of windows' applications, read off the main thread: "image://appicon/<window number>".
-// What follows behind a slash makes it another image for whoever keeps images by their address.
+// A further part behind a slash makes it another image for caches that key images by their address.
 #pragma once
 
 #include "model/WindowItem.h"
@@ -29,7 +29,7 @@ private:
     QHash<WindowID, WindowItem> m_windows;
 };
 
-/// A window without an icon, or that is not listed, gives an image of a single pixel: the absence
+/// A window that has no icon, or that is not listed, yields an image of a single pixel: the absence
 /// of an icon is no error.
 class AppIconProvider : public QQuickAsyncImageProvider
 {

@@ -10,7 +10,7 @@ PressButton {
 
     required property string symbol
     property bool isMuted: false
-    /// While the pointer is over it.
+    /// The ground while the pointer is over the button.
     property color hoveredGround: Theme.popup
     property color hoveredColor: Theme.text
 

@@ -5,7 +5,7 @@ import QtQuick.Window
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// Whose window a card shows, and its title.
+/// The application and the title of a card's window.
 Item {
     id: root
 
@@ -21,7 +21,7 @@ Item {
     required property bool isAway
     required property bool isMinimized
 
-    /// Whether one of its texts cannot be read to its end.
+    /// Whether one of its texts is cut short.
     readonly property bool isElided: titleText.truncated || ownerText.truncated
 
     implicitHeight: 32
@@ -40,10 +40,11 @@ Item {
 
             // Without an icon, the image is a single empty pixel.
             readonly property bool isThere: status === Image.Ready && implicitWidth > 1
-            /// Until the first one has come, the symbol stands in for it; the next one comes at once.
+            /// Whether an icon has loaded: until then the symbol replaces it; the next icon shows
+            /// at once.
             property bool wasThere: false
             readonly property bool isAbsent: status === Image.Ready && implicitWidth <= 1
-            /// For which picture of the window its icon was looked for again.
+            /// The picture of the window for which its icon was requested again.
             property real lookedAgainFor: 0
 
             // Some programs set their icon only after they have opened their window.
@@ -89,7 +90,7 @@ Item {
             font: Theme.captionStrong
             color: root.isAway ? Theme.secondaryText : Theme.text
         }
-        // Beside the shorter of the two texts.
+        // Placed beside the shorter of the two texts.
         Item {
             width: parent.width
             height: ownerText.height

@@ -5,7 +5,7 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Windows
 
-/// The picture of a card's window or, without one, why there is none.
+/// The picture of a card's window or, without one, the reason for its absence.
 Item {
     id: root
 
@@ -13,7 +13,7 @@ Item {
     required property real windowID
     required property real revision
     required property string message
-    /// What it lies on.
+    /// The colour of the card below the picture.
     required property color cardGround
     /// Whether the round corners are drawn as a picture of them.
     property bool isPictured: false
@@ -25,7 +25,8 @@ Item {
 
         anchors.fill: parent
         radius: 5
-        // As if it let the card through: what does need not be mixed with what is below.
+        // Looks translucent, but is opaque: a translucent ground would be blended with the card
+        // below.
         color: Qt.tint(root.cardGround, Theme.previewGround)
         layer.enabled: root.isPictured
         layer.smooth: true
@@ -74,7 +75,7 @@ Item {
             font: Theme.caption
             color: Theme.secondaryText
             wrapMode: Text.Wrap
-            // Close together, so that the longest message of any language has its place.
+            // The lines are close together, so that the longest message of any language fits.
             lineHeightMode: Text.FixedHeight
             lineHeight: 13
             maximumLineCount: 4

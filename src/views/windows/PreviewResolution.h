@@ -1,4 +1,4 @@
-// Says in how many pixels the cards of a window draw previews.
+// Reports in how many pixels the cards of a window draw previews.
 #pragma once
 
 #include <QQuickItem>

@@ -7,8 +7,8 @@ import Kelpa.Controls
 import Kelpa.Windows
 
 /// A window of another application. A click switches to it; it can be dragged to another column, or
-/// moved by its menu. The Tab key selects it; Return is its own only then, and not where the arrow
-/// keys have led.
+/// moved by its menu. The Tab key selects it; it handles Return only then, and not where the arrow
+/// keys have selected it.
 FocusableItem {
     id: root
 
@@ -26,13 +26,13 @@ FocusableItem {
     required property string previewMessage
 
     readonly property bool isRaised: hover.hovered || root.isSelected
-    /// The focus goes on from here to what is selected next.
+    /// The focus moves on from here to the next selected item.
     readonly property bool yieldsFocus: true
     readonly property bool isPointedAt: root.isRaised || root.activeFocus
     readonly property string help: ViewSettings.copy.text(CopyKey.WindowCardHelp)
 
-    /// Whether the pointer is not on its way over the card: what its tip says is soon known, and it lies
-    /// over other cards.
+    /// Whether the pointer rests on the card instead of crossing it: the text of its tip is soon
+    /// known, and the tip covers other cards.
     property bool hasRested: false
 
     signal menuRequested(card: Item, position: point)
@@ -41,7 +41,7 @@ FocusableItem {
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
     Accessible.name: ViewSettings.copy.windowName(root.ownerName, root.title)
-    // What the sign in the caption shows, for those who do not see it.
+    // Describes the sign in the caption for people who do not see it.
     Accessible.description: root.isMinimized
             ? root.help + "\n" + ViewSettings.copy.text(CopyKey.PreviewMinimized) : root.help
     Accessible.focusable: true
@@ -107,7 +107,7 @@ FocusableItem {
         }
 
         Item {
-            // Room for what falls outside the card.
+            // The space for the shadow outside the card.
             readonly property int room: 2
 
             anchors.fill: parent
@@ -115,8 +115,8 @@ FocusableItem {
             layer.enabled: cardItem.isPictured
             layer.smooth: true
 
-            // Only its rim is seen; to mix all of it with the ground would take most of the time that
-            // the card takes to draw.
+            // Only its rim is visible; blending all of it with the ground would take most of the
+            // card's drawing time.
             Rectangle {
                 anchors.fill: parent
                 anchors.margins: parent.room
@@ -184,7 +184,7 @@ FocusableItem {
                 root.switchToWindow();
         }
     }
-    // For those without a second mouse button or a key for menus.
+    // For people without a second mouse button or a menu key.
     CardButton {
         id: menuButton
 

@@ -16,8 +16,8 @@ namespace kelpa {
 
 class WindowStore;
 
-/// Main thread. A column is named by `columnText`, a window by its number. A window that is not
-/// listed any more is left alone.
+/// Main thread. A column is named by `columnText`, a window by its number. A window that is no
+/// longer listed is left alone.
 class WindowController : public QObject
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ public:
     /// Asks the window's whole application to quit.
     Q_INVOKABLE void closeWindowProcess(quint32 windowID);
     Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
-    /// A new goal with the window in it.
+    /// Creates a goal with the window in it.
     Q_INVOKABLE void createGoalForWindow(const QString& title, quint32 windowID);
     /// The text that a drag of the window carries.
     Q_INVOKABLE QString windowDragText(quint32 windowID) const;

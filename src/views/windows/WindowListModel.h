@@ -12,7 +12,7 @@
 
 namespace kelpa {
 
-/// What a card shows of a window.
+/// The properties of a window that a card shows.
 struct WindowRow
 {
     WindowPresentation presentation;

@@ -17,11 +17,11 @@ AppMenu {
     property real windowID
     property string columnID
 
-    /// Opens it for a window in a column.
+    /// Opens the menu for a window in a column.
     function ask(windowID: real, columnID: string, owner: Item, position: point): void {
         root.windowID = windowID;
         root.columnID = columnID;
-        // Items that come while the menu opens would close it again.
+        // Items that are created while the menu opens would close it again.
         targets.active = true;
         root.popup(owner, position.x, position.y);
     }
@@ -59,7 +59,7 @@ AppMenu {
 
         goals: root.goals
         menu: root
-        // Below the heading.
+        // Placed below the heading.
         place: 1
         delegate: AppMenuItem {
             id: item

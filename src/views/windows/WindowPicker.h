@@ -15,7 +15,7 @@ namespace kelpa {
 
 class WindowStore;
 
-/// What the sheet was opened for; a second request for the same goal is the same sheet.
+/// The request for which the sheet opened; a second one for the same goal is the same sheet.
 struct GoalWindowPickerRequest
 {
     GoalID goalID;
@@ -24,12 +24,12 @@ struct GoalWindowPickerRequest
                            const GoalWindowPickerRequest&) = default;
 };
 
-/// What the sheet shows of a window.
+/// The properties of a window that the sheet shows.
 struct PickerRow
 {
     WindowPresentation presentation;
     QString location;
-    /// In the goal already, so that it cannot be chosen.
+    /// Whether the window is in the goal already, so that it cannot be chosen.
     bool isInGoal = false;
     bool isChosen = false;
 
@@ -65,7 +65,7 @@ class WindowPicker : public QObject
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     /// How many windows a confirmation would move.
     Q_PROPERTY(int chosenCount READ chosenCount NOTIFY selectionChanged)
-    /// Also while all chosen windows are gone, which confirming reports.
+    /// True even while all chosen windows are gone, which confirming reports.
     Q_PROPERTY(bool canConfirm READ canConfirm NOTIFY selectionChanged)
     /// Whether the last confirmation was refused.
     Q_PROPERTY(bool isRefused READ isRefused NOTIFY selectionChanged)
@@ -77,8 +77,8 @@ public:
     explicit WindowPicker(WindowStore& store, QObject* parent = nullptr);
 
     bool isOpen() const { return m_request.has_value(); }
-    /// Of the goal that the windows will join. This and all below is kept as it was when the sheet
-    /// closed until it opens again.
+    /// The title of the goal that the windows will join. This and all below stay as they were when
+    /// the sheet closed until it opens again.
     QString goalTitle() const { return m_goalTitle; }
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString& text);
@@ -92,7 +92,7 @@ public:
     /// for which it is open keeps what has been chosen.
     Q_INVOKABLE void open(const QString& columnID);
     Q_INVOKABLE void close();
-    /// Chooses the window, or leaves it out again; one that is in the goal already stays.
+    /// Chooses the window, or deselects it; a window that is in the goal already stays.
     Q_INVOKABLE void toggle(quint32 windowID);
     /// Moves the chosen windows and closes; stays open, with `isRefused`, when that is refused.
     /// Does nothing while nothing is chosen.
@@ -121,7 +121,7 @@ private:
     /// Windows that are being moved are still shown as chosen.
     bool m_isConfirming = false;
     int m_chosenCount = 0;
-    /// Those of the rows.
+    /// The windows of the rows.
     QList<WindowItem> m_windows;
     PickerRowModel m_rows;
 };

@@ -29,7 +29,7 @@ Item {
     Accessible.focusable: true
     Accessible.checkable: !root.isInGoal
     Accessible.checked: root.isChosen || root.isInGoal
-    // What an item of ours can say of a box that cannot be changed.
+    // The state that a custom item can report for a box that cannot be changed.
     Accessible.readOnly: root.isInGoal
     Accessible.onPressAction: root.toggle()
     Accessible.onToggleAction: root.toggle()

@@ -1,4 +1,4 @@
-// What every list shows of a window, in cards and in rows.
+// The properties of a window that every list shows, in cards and in rows.
 #pragma once
 
 #include "model/WindowItem.h"
@@ -16,11 +16,11 @@ class WindowStore;
 struct WindowPresentation
 {
     WindowID id = 0;
-    /// This and the title as shown, in a single line.
+    /// As shown, in a single line; so is the title.
     QString ownerName;
     /// Never empty.
     QString title;
-    /// Of the owning application; empty while it is not known.
+    /// The id of the owning application; empty while it is not known.
     QString applicationID;
     /// Differs for each icon of the window.
     quint32 iconRevision = 0;
@@ -35,13 +35,13 @@ struct WindowPresentation
 /// The trimmed title in a single line, or what a window without one is called in the language.
 QString shownWindowTitle(const QString& title, AppLanguage language);
 
-/// Of `window` as `store` has it now.
+/// The presentation of `window` as `store` has it now.
 WindowPresentation windowPresentation(const WindowStore& store, const WindowItem& window);
 
 /// The first role of a model of windows that is not one of their presentation.
 inline constexpr int firstRoleBesidePresentation = Qt::UserRole + 100;
 
-/// An invalid value for any other role.
+/// Returns an invalid value for any other role.
 QVariant presentationValue(const WindowPresentation& presentation, int role);
 QHash<int, QByteArray> presentationRoleNames();
 

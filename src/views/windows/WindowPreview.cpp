@@ -17,8 +17,8 @@ QImage roundedPicture(const QImage& image, QSize size, qreal radius)
     QPainterPath outline;
     outline.addRoundedRect(picture.rect(), radius, radius);
     painter.setClipPath(outline);
-    // Averaged, so that lines of one pixel stay: pictures are kept small enough for that to take
-    // no time that is seen, while the main thread waits.
+    // Pixels are averaged, so that lines of one pixel stay: pictures are small enough for this to
+    // take no visible time while the main thread waits.
     painter.drawImage(0, 0, image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     return picture;
 }
@@ -65,7 +65,7 @@ void WindowPreview::setRadius(qreal radius)
     update();
 }
 
-// The main thread waits meanwhile, so the store can be read.
+// The main thread is blocked meanwhile, so the store can be read.
 QSGNode* WindowPreview::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
 {
     const qreal ratio = window()->effectiveDevicePixelRatio();

@@ -32,13 +32,13 @@ public:
 
     WindowController* windows() const { return m_windows; }
     void setWindows(WindowController* windows);
-    /// As QML's numbers are, of which `int` is too small for a window's.
+    /// A double, as QML's numbers are: `int` is too small for a window's number.
     double windowID() const { return m_windowID; }
     void setWindowID(double windowID);
-    /// That of the window's row in its list.
+    /// The revision of the window's picture in the row of its list.
     double revision() const { return m_revision; }
     void setRevision(double revision);
-    /// Of the corners, in points.
+    /// The radius of the corners, in points.
     qreal radius() const { return m_radius; }
     void setRadius(qreal radius);
 

@@ -13,8 +13,8 @@ namespace kelpa {
 
 namespace {
 
-/// As file managers order names: by the rules of the language, numbers by their value. The locale
-/// without a language knows only code units; English stands in for it.
+/// Orders names as file managers do: by the rules of the language, numbers by their value. The
+/// locale without a language compares only code units; English is used in its place.
 QCollator nameCollator(const QLocale& locale)
 {
     QCollator collator(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
@@ -22,7 +22,7 @@ QCollator nameCollator(const QLocale& locale)
     return collator;
 }
 
-/// What a window is ordered by. Sort keys are made once for each, not for each comparison.
+/// The keys by which a window is sorted, computed once for each, not for each comparison.
 struct RankedWindow
 {
     WindowItem window;
@@ -121,7 +121,7 @@ WindowSelection toggledSelection(WindowSelection selection, WindowID windowID,
         return selection;
     if (!selection.chosen.remove(windowID))
         selection.chosen.insert(windowID);
-    // Who chooses again has read why.
+    // A person who chooses again has read the reason.
     selection.isRefused = false;
     return selection;
 }

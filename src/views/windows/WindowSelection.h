@@ -1,4 +1,4 @@
-// What the sheet that moves windows into a goal shows and allows, as functions from values.
+// The contents and rules of the sheet that moves windows into a goal, as functions of values.
 #pragma once
 
 #include "model/Goal.h"
@@ -14,19 +14,20 @@
 
 namespace kelpa {
 
-/// The titles of the goals by their ids, and of the place of what belongs to none.
+/// The titles of the goals by their ids, and of the unassigned place.
 struct LocationTitles
 {
     QHash<GoalID, QString> goals;
     QString unsorted;
 
-    /// Of the place where the window is now; that of no goal also when its goal is not known.
+    /// The title of the window's place; that of the unassigned place also when its goal is not
+    /// known.
     QString of(const WindowItem& window) const;
 };
 
 LocationTitles locationTitles(const QList<Goal>& goals, const QString& unsorted);
 
-/// Of the windows that are not in the target goal: only they can be moved into it.
+/// The windows that are not in the target goal: only they can be moved into it.
 QSet<WindowID> selectableWindowIDs(const QList<WindowItem>& windows, GoalID target);
 
 /// The windows whose application, title or place contains the trimmed `searchText` regardless of
@@ -47,7 +48,7 @@ QList<WindowItem> inShownOrder(const QList<WindowItem>& windows, const QList<Win
 struct WindowSelection
 {
     QSet<WindowID> chosen;
-    /// The last confirmation was refused.
+    /// Whether the last confirmation was refused.
     bool isRefused = false;
 
     friend bool operator==(const WindowSelection&, const WindowSelection&) = default;
@@ -58,10 +59,11 @@ struct WindowSelection
 WindowSelection toggledSelection(WindowSelection selection, WindowID windowID,
                                  const QSet<WindowID>& selectable);
 
-/// What a confirmation moves: windows that have vanished or are in the goal by now drop out.
+/// The windows that a confirmation moves, without those that have vanished or joined the goal by
+/// now.
 QSet<WindowID> confirmedWindows(const WindowSelection& selection, const QSet<WindowID>& selectable);
 
-/// The selection after the move was refused: what can still be moved stays chosen.
+/// The selection after the move was refused: windows that can still be moved stay chosen.
 WindowSelection refusedSelection(const WindowSelection& selection,
                                  const QSet<WindowID>& selectable);
 

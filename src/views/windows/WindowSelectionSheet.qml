@@ -17,7 +17,7 @@ Sheet {
     /// Points; the sheet keeps its height while a search narrows the list.
     property real listHeight: 0
 
-    /// Opens or closes; also for the request for which the sheet is made.
+    /// Opens or closes the sheet, also for the request for which it is created.
     function followRequest(): void {
         if (!root.picker.isOpen) {
             root.close();
@@ -95,7 +95,7 @@ Sheet {
                 clearLabel: ViewSettings.copy.text(CopyKey.ClearSearch)
                 text: root.picker.searchText
                 onTextChanged: root.picker.searchText = text
-                // Whoever searched goes on to what was found: it was not the last word.
+                // Return after a search leads to the matches and does not confirm.
                 onCommitted: if (search.length > 0)
                     root.enterList();
                 else
@@ -129,7 +129,7 @@ Sheet {
                 if (event.key === Qt.Key_Space && list.currentItem !== null)
                     event.isAutoRepeat || (list.currentItem as WindowPickerRow).toggle();
                 else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-                    // A held Return key has led here from the search.
+                    // A held Return key has come here from the search.
                     event.isAutoRepeat || root.picker.confirm();
                 else if (event.key === Qt.Key_Up && list.currentIndex <= 0)
                     search.forceActiveFocus();
@@ -146,7 +146,7 @@ Sheet {
                 windows: root.windows
             }
         }
-        // There is more below.
+        // Shows that the list continues below.
         Rectangle {
             anchors.left: list.left
             anchors.right: list.right

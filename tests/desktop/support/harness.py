@@ -11,8 +11,8 @@ import time
 import processes
 from processes import wait_until
 
-# No service directories: a toolkit that looks for a portal is told at once that there is none,
-# and does not wait for one to start.
+# No service directories: a toolkit that looks for a portal learns at once that there is none, and
+# does not wait for one to start.
 _BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>

@@ -7,7 +7,7 @@ import sqlite3
 import tempfile
 import uuid
 
-# How the file is laid out. Text, whole numbers (for Booleans) and blobs (JSON) tell the kinds apart.
+# The format of the file. Text, whole numbers (for Booleans) and blobs (JSON) distinguish the kinds.
 _CREATE = "CREATE TABLE IF NOT EXISTS settings(key TEXT PRIMARY KEY NOT NULL, value)"
 _WRITE = "INSERT OR REPLACE INTO settings (key, value) VALUES (?, ?)"
 _READ = "SELECT key, value FROM settings"

@@ -20,7 +20,7 @@ class SqliteErrors : public SettingsFixture
 protected:
     QString hidden = folder.filePath(QStringLiteral("hidden"));
 
-    /// A stored board that cannot be reached, since a folder stands in its place.
+    /// A stored board that cannot be reached, since a folder is in its place.
     void hideFile()
     {
         ASSERT_TRUE(openStore()->write({goals("[1]"), language(QStringLiteral("de"))}));

@@ -94,7 +94,7 @@ TEST(RestorationTargets, Todos_in_another_order_are_found_where_it_shows)
     BoardContents changed = threeGoals;
     changed.goals[0].todos = {placedAt(goalA.todos[0], 2), placedAt(goalA.todos[1], 0)};
     EXPECT_EQ(change(threeGoals, changed), at(TargetSelection::goal(goalA.id), goalA.todos[0].id));
-    // In each goal they stand as before.
+    // In each goal their places are as before.
     changed.goals[0].todos = {placedAt(goalA.todos[0], 0), placedAt(goalA.todos[1], 1)};
     changed.goals[1].todos = {placedAt(goalB.todos[0], 2)};
     EXPECT_EQ(change(threeGoals, changed), at(TargetSelection::unifiedTodos()));

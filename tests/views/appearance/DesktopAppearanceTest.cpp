@@ -1,4 +1,4 @@
-// The interface follows what the desktop's settings tell.
+// The interface follows the desktop's settings.
 #include "views/appearance/DesktopAppearance.h"
 
 #include "platform/AppearanceSetting.h"
@@ -13,7 +13,7 @@
 namespace kelpa::test {
 namespace {
 
-/// Counts those who listen, and tells them all.
+/// Counts its subscribers, and notifies them all.
 template <class Value>
 class Listeners
 {

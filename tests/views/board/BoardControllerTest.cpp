@@ -34,7 +34,7 @@ TEST_F(Controller, Arrows_walk_by_rows_of_as_many_targets_as_fit_beside_each_oth
     using enum NavigationDirection;
     makeGoal();
     makeGoal();
-    // Less the rail and the margins, 662 points: two columns of 320 and what is between them.
+    // Without the rail and the margins, 662 points: two columns of 320 and the space between them.
     controller->setBoardWidth(862);
     store().activateTarget(TargetSelection::unifiedTodos(), EnterWindowLayer::no);
     store().moveTargetSelection(down);

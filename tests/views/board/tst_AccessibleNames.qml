@@ -8,8 +8,8 @@ import Kelpa.Windows
 import Kelpa.Board
 import "../cases/Search.js" as Search
 
-/// Whatever a key or a press can reach has a name and a kind for assistive programs, and tells those
-/// who route keys what it is.
+/// Every item that a key or a press can reach has a name and a kind for assistive programs, and
+/// reports what it is to the code that routes keys.
 Item {
     id: root
 

@@ -59,7 +59,7 @@ Item {
                 const shown = card("Window " + id);
                 compare(world.selectedGoal(), goal(150));
                 verify(isInView(shown), id);
-                // Its rect is where it stands, so that it was scrolled to and no other.
+                // Its rect is its position, so that it was scrolled to and no other.
                 const rect = column(goal(150)).windowRect(world.board.selectedWindow);
                 const place = shown.mapToItem(column(goal(150)), 0, 0);
                 compare(Qt.point(rect.x, rect.y), Qt.point(place.x, place.y));

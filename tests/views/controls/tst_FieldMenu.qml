@@ -48,7 +48,7 @@ Item {
             tryVerify(() => menuItems().length === 0);
             tryVerify(() => search.activeFocus);
             compare(search.selectedText, "abc");
-            // What is selected stays so while the menu is open.
+            // The selection stays while the menu is open.
             open(search);
             compare(search.selectedText, "abc");
             verify(!texts(true).includes("Select all"));

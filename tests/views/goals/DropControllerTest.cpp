@@ -1,4 +1,4 @@
-// What is dropped on the columns of the board.
+// Drops on the columns of the board.
 #include "views/goals/DropController.h"
 
 #include "support/StoreFixture.h"
@@ -129,7 +129,7 @@ TEST_F(DropsAmongThree, A_goal_dropped_behind_the_last_one_comes_to_the_end)
     EXPECT_TRUE(drops.wouldDropAtEndMove(dragged(first)));
     EXPECT_TRUE(drops.dropAtEnd(dragged(first)));
     EXPECT_EQ(titles(), u"Second Third First");
-    // There it is taken again, and stays.
+    // There it is accepted again, and stays.
     EXPECT_FALSE(drops.wouldDropAtEndMove(dragged(first)));
     EXPECT_TRUE(drops.dropAtEnd(dragged(first)));
     EXPECT_EQ(titles(), u"Second Third First");

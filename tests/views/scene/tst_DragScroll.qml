@@ -11,7 +11,7 @@ Item {
     property real position: 0
     property string droppedOn
 
-    // Each stripe takes what is dropped on it.
+    // Each stripe accepts drops.
     Item {
         y: 50 - root.position
         width: parent.width

@@ -16,9 +16,9 @@ namespace kelpa {
 
 struct AtspiDocumentsOptions
 {
-    /// Of the accessibility bus; absent: the session bus is asked for it.
+    /// The address of the accessibility bus; absent: the session bus is asked for it.
     std::optional<QString> busAddress;
-    /// Of the session bus; absent: the environment gives both addresses.
+    /// The address of the session bus; absent: the environment gives both addresses.
     std::optional<QString> sessionAddress;
     /// Tried when the session bus does not know, such as an address that the window server gives;
     /// empty for none.

@@ -40,7 +40,7 @@ std::optional<DesktopEntry> readDesktopEntry(const QString& path, const QString&
 struct EntryCommands
 {
     QString exec;
-    /// Of the action "new-window".
+    /// The command of the action "new-window".
     QString newWindowExec;
 };
 

@@ -42,7 +42,7 @@ public:
     /// Whether another request may be sent for this window.
     bool mayRequest() const { return m_attempt <= lastAttempt; }
     /// The timestamp of the next request; counts the request as sent. `serverTime` is the server's
-    /// a moment ago; absent when it is not known.
+    /// latest known time; absent when it is not known.
     std::uint32_t nextTimestamp(std::optional<std::uint32_t> serverTime);
     /// How long to wait for the confirmation of a request. Zero: send it and do not wait.
     Duration timeout() const;

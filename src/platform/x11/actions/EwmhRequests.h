@@ -15,7 +15,7 @@ namespace kelpa::x11 {
 class DisplayConnection;
 
 // Requests are buffered, the caller flushes. `time` is on the server's clock; XCB_CURRENT_TIME
-// stands for the time at which the window manager reads the request.
+// means the time at which the window manager reads the request.
 
 /// _NET_ACTIVE_WINDOW: un-minimises and raises the window and gives it the focus.
 void requestActivation(DisplayConnection& display, xcb_window_t window, xcb_timestamp_t time);

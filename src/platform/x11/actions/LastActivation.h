@@ -1,5 +1,5 @@
-// What is remembered of the focus: the window that was activated last, and the window that got the
-// focus with it. As long as that one keeps the focus, the activation need not be repeated.
+// Remembers the focus: the window that was activated last, and the window that got the focus with
+// it. As long as the latter keeps the focus, the activation need not be repeated.
 #pragma once
 
 #include "platform/x11/actions/WindowTarget.h"

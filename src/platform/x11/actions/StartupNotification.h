@@ -11,8 +11,8 @@ namespace kelpa::x11 {
 
 class DisplayConnection;
 
-/// When the person asked for the start, on the server's clock: a startup id ends in "_TIME" and
-/// the timestamp. Absent without one, and for the timestamp 0, which stands for none.
+/// When the person asked for the start, on the server's clock: a startup id ends in "_TIME" and the
+/// timestamp. Absent without one, and for the timestamp 0, which means none.
 std::optional<std::uint32_t> startupTime(const QByteArray& startupID);
 
 /// Broadcasts that the start with this id is complete, so that the launcher's busy pointer ends.

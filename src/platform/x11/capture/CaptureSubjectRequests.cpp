@@ -57,7 +57,7 @@ std::optional<CaptureSubject> CaptureSubjectRequests::read()
     const auto* compositor = m_compositor.get();
     subject.isComposited = compositor && compositor->owner != XCB_WINDOW_NONE;
     if (m_isFramed && !QRect(QPoint(0, 0), subject.pixmapSize).contains(subject.content)) {
-        // What the frame clips of its client has no pixels.
+        // The part of the client that its frame clips has no pixels.
         subject.content &= QRect(QPoint(0, 0), subject.pixmapSize);
     }
     return subject.content.isEmpty() ? std::nullopt : std::optional(subject);

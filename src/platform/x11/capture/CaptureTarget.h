@@ -1,4 +1,4 @@
-// What a capture is of, and the limits within which windows are captured. Plain values.
+// The subject of a capture, and the limits within which windows are captured. Plain values.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -26,7 +26,7 @@ struct CaptureLimits
     /// A window that was not captured for this long is unredirected. Longer than it takes to
     /// capture 500 windows in turn.
     std::chrono::milliseconds unredirectAfter{std::chrono::minutes(10)};
-    /// Larger windows are not captured: the server would stand still over their pixmaps.
+    /// Larger windows are not captured: the server would block on their pixmaps.
     qint64 maxPixels = qint64{64} * 1024 * 1024;
 };
 

@@ -1,5 +1,5 @@
-// Finds out whether other windows obscure a window at the moment it is redirected: CopyArea from
-// it answers with NoExposure when all of it could be copied, else with GraphicsExposure.
+// Finds out whether other windows obscure a window when it is redirected: CopyArea from it answers
+// with NoExposure when all of it could be copied, else with GraphicsExposure.
 #pragma once
 
 #include "platform/x11/capture/CaptureConnection.h"

@@ -24,7 +24,7 @@ public:
                                          const QSize& largest, CaptureNeed need,
                                          const std::stop_token& stop);
 
-    /// Of the current connection. Any thread; both wait for a capture in progress.
+    /// Counts of the current connection. Any thread; both wait for a capture in progress.
     XcbTraffic traffic() const;
     CaptureCounts counts() const;
 

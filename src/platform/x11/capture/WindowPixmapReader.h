@@ -16,7 +16,7 @@ struct WindowPixmapReading
 {
     /// Null when there are no pixels.
     QImage image;
-    /// Of the window's content, unscaled.
+    /// The size of the window's content, unscaled.
     QSize pixelSize;
     /// The window as it was once its pixels were read; absent when it is gone or not shown.
     std::optional<CaptureSubject> subject;

@@ -1,4 +1,4 @@
-// What the display supports, as of the last discovery pass.
+// The abilities of the display, as of the last discovery pass.
 #pragma once
 
 #include <atomic>

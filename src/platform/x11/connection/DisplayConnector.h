@@ -28,8 +28,9 @@ private:
     std::mutex m_mutex;
 };
 
-/// Whether the display accepts connections; `display` as above. Waits for the server, so it is to
-/// be called before there is an event loop and before anything else connects.
+/// Whether the display accepts connections; `display` is as in the DISPLAY variable, which is used
+/// when it is empty. Waits for the server, so it is to be called before there is an event loop and
+/// before anything else connects.
 bool hasDisplay(const QByteArray& display);
 
 } // namespace kelpa::x11

@@ -37,7 +37,7 @@ protected:
              {"XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"}) {
             qputenv(name, QFile::encodeName(data.path()));
         }
-        // Meant for this program, and told to none that it opens something with.
+        // Meant for this program, and passed to none that it opens something with.
         qputenv("DESKTOP_AUTOSTART_ID", " ours");
         qputenv("PATH", QFile::encodeName(data.path(QStringLiteral("bin"))) + ":/usr/bin:/bin");
     }
