@@ -69,6 +69,7 @@ void WindowEventMonitor::lost()
         // Its signal may be the one that is being handled.
         m_notifier.release()->deleteLater();
     }
+    m_continuing.reset();
     m_pendingProperties.clear();
     m_watched.clear();
     m_isClientListPending = false;
@@ -82,12 +83,17 @@ void WindowEventMonitor::lost()
 void WindowEventMonitor::process()
 {
     const BrokenPipeGuard guard;
+    m_continuing.reset();
     // Sending may read the socket as well, and events read in that way do not wake the notifier:
-    // continue until nothing is left.
+    // continue until nothing is left, or until it is somebody else's turn.
+    int left = mostEventsAtOnce;
     bool isProgressing = true;
-    while (isProgressing) {
+    while (isProgressing && left > 0) {
         isProgressing = false;
-        while (const XcbEvent event = m_display->connection().pollEvent()) {
+        for (; left > 0; --left) {
+            const XcbEvent event = m_display->connection().pollEvent();
+            if (!event)
+                break;
             handle(*event);
             isProgressing = true;
         }
@@ -98,6 +104,8 @@ void WindowEventMonitor::process()
     }
     if (m_display->connection().isBroken())
         lost();
+    else if (left == 0)
+        m_continuing = m_scheduler.after(0ms, [this] { process(); });
 }
 
 bool WindowEventMonitor::pollReplies()

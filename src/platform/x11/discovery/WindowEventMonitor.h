@@ -25,6 +25,10 @@ namespace kelpa::x11 {
 class WindowEventMonitor : public Subscription
 {
 public:
+    /// Events handled before the main thread turns to other work. A window that changes as fast as
+    /// the server lets it sends events for as long as anybody reads them.
+    static constexpr int mostEventsAtOnce = 200;
+
     WindowEventMonitor(Scheduler& scheduler, std::shared_ptr<DisplayConnector> connector,
                        std::shared_ptr<DesktopTrust> trust, std::shared_ptr<IconRevisions> icons,
                        std::function<void()> changed);
@@ -73,6 +77,8 @@ private:
     bool m_owesNotification = false;
 
     TaskHandle m_connecting;
+    /// Handles the events that were left to the next turn of the main thread.
+    TaskHandle m_continuing;
     EventCoalescer m_events;
 };
 

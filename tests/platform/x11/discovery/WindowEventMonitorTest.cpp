@@ -1,3 +1,4 @@
+#include "platform/x11/discovery/WindowEventMonitor.h"
 #include "support/ProgramArguments.h"
 #include "support/desktop/X11Desktop.h"
 
@@ -5,6 +6,8 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+
+#include <algorithm>
 
 using namespace kelpa;
 using namespace kelpa::test;
@@ -224,4 +227,40 @@ TEST_F(WindowWatching, A_server_held_by_another_client_does_not_stop_the_main_th
     xcb_ungrab_server(client.connection());
     client.sync();
     EXPECT_TRUE(isNoticed());
+}
+
+TEST_F(WindowWatching, A_flood_of_events_is_handled_in_turns)
+{
+    const auto icons = std::make_shared<x11::IconRevisions>();
+    const x11::WindowEventMonitor monitor(
+        surroundings.scheduler, std::make_shared<x11::DisplayConnector>(xServer.display()),
+        std::make_shared<x11::DesktopTrust>(), icons, [] {});
+    const xcb_window_t window = client.open({100, 100, 300, 200, "a", {}});
+    const auto changeIcon = [&](std::uint32_t color) {
+        client.setCardinals(window, "_NET_WM_ICON", {1, 1, color});
+    };
+    ASSERT_TRUE(waitUntil([&] {
+        changeIcon(0);
+        return icons->of(window) > 0;
+    }));
+    client.sync();
+    waitUntil([] { return false; }, std::chrono::milliseconds(100));
+
+    // Many times what may be handled at once arrives while the main thread does something else.
+    const std::uint32_t before = icons->of(window);
+    constexpr std::uint32_t flood = 20 * x11::WindowEventMonitor::mostEventsAtOnce;
+    for (std::uint32_t color = 0; color < flood; ++color) {
+        changeIcon(color);
+    }
+    client.sync();
+    std::uint32_t most = 0;
+    EXPECT_TRUE(waitUntil([&] {
+        const std::uint32_t handled = icons->of(window);
+        QCoreApplication::processEvents();
+        most = std::max(most, icons->of(window) - handled);
+        return icons->of(window) - before >= flood;
+    }));
+    EXPECT_GT(most, 0U);
+    // The socket and the rest of the turn before may each have had their share.
+    EXPECT_LE(most, 2 * x11::WindowEventMonitor::mostEventsAtOnce);
 }
