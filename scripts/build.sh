@@ -2,10 +2,10 @@
 # Sourced, not run. Configures and builds one preset of the project at $root.
 
 jobs="${KELPA_JOBS:-$(nproc)}"
-# Most of a test's time is waiting for programs to start and to answer, so that half as many more
-# tests as there are processors keep them busy. Those that measure time run alone.
+# Most of a test's time is waiting for programs to start and to answer, so that twice as many tests as
+# there are processors keep them busy. Those that measure time run alone.
 # shellcheck disable=SC2034
-test_jobs="${KELPA_JOBS:-$(((jobs * 3 + 1) / 2))}"
+test_jobs="${KELPA_JOBS:-$((jobs * 2))}"
 
 # build_preset PRESET [TARGET...]: everything, or only the named targets.
 build_preset() {

@@ -134,21 +134,41 @@ class Node:
 
     def find(self, roles, accepts):
         """Everything below with one of `roles` whose name `accepts` takes."""
-        return self._find(lambda node: node.role in roles and accepts(node.name))
+        return list(self.each(roles, accepts))
 
-    def find_named(self, accepts):
-        """Everything below whose name `accepts` takes."""
-        return self._find(lambda node: accepts(node.name))
+    def each(self, roles, accepts):
+        """The same one after the other, for whoever stops at the first that fits."""
+        return self._each(lambda node: node.role in roles and accepts(node.name))
 
-    def _find(self, accepts):
-        found = []
+    def each_named(self, accepts):
+        """Everything below whose name `accepts` takes, one after the other."""
+        return self._each(lambda node: accepts(node.name))
+
+    def _each(self, accepts):
         for node, _ in self.walk():
             try:
-                if accepts(node):
-                    found.append(node)
+                is_found = accepts(node)
             except Gone:
                 continue
-        return found
+            if is_found:
+                yield node
+
+    def outermost(self, roles, accepts):
+        """The parts below with one of `roles` whose name `accepts` takes, one after the other, without
+        looking for others within them: every part that is looked at costs several round trips."""
+        try:
+            children = self.children()
+        except Gone:
+            return
+        for child in children:
+            try:
+                is_found = child.role in roles and accepts(child.name)
+            except Gone:
+                continue
+            if is_found:
+                yield child
+            else:
+                yield from child.outermost(roles, accepts)
 
     def frame(self):
         """x, y, width and height on the screen."""
@@ -199,13 +219,9 @@ class Column:
     def __init__(self, node):
         self.node = node
         self.title = node.name
-        items = [(item, item.description.startswith(_CARD_HELP)) for item in node.find(_ITEM_ROLES, bool)]
+        items = [(item, item.description.startswith(_CARD_HELP)) for item in node.outermost(_ITEM_ROLES, bool)]
         self.cards = [Card(item) for item, is_card in items if is_card]
         self.todos = [Todo(item) for item, is_card in items if not is_card]
-
-    @property
-    def is_selected(self):
-        return self.node.has_state(Atspi.StateType.SELECTED)
 
     def card(self, title):
         """The card of the window titled `title`, or None."""
@@ -213,7 +229,7 @@ class Column:
 
     def button(self, name):
         """The first of this name, or None."""
-        return next(iter(self.node.find(BUTTON_ROLES, lambda found: found == name)), None)
+        return next(self.node.each(BUTTON_ROLES, lambda found: found == name), None)
 
     def todo(self, title):
         return next((todo for todo in self.todos if todo.title == title), None)
@@ -237,7 +253,7 @@ class Card:
 
     @property
     def has_preview(self):
-        return bool(self.node.find((Atspi.Role.IMAGE,), lambda name: name == PREVIEW))
+        return any(self.node.each((Atspi.Role.IMAGE,), lambda name: name == PREVIEW))
 
 
 class Todo:
@@ -260,10 +276,10 @@ class Todo:
         return self._button(lambda found: found == name)
 
     def _button(self, accepts):
-        found = self.node.find(BUTTON_ROLES, accepts)
-        if not found:
+        found = next(self.node.each(BUTTON_ROLES, accepts), None)
+        if found is None:
             raise Gone(f"a button of the todo {self.title!r}")
-        return found[0]
+        return found
 
 
 def _is_read_as_shown(items):
@@ -297,18 +313,23 @@ class Board:
         """Every part of the program and how deep it lies in others."""
         return self._root().walk()
 
+    def _column_nodes(self):
+        return self._root().outermost(_COLUMN_ROLES, lambda name: name not in ("", RAIL))
+
     def columns(self):
         """The columns by title; an empty map while the program cannot be asked."""
         try:
-            found = self._root().find(_COLUMN_ROLES, lambda name: name not in ("", RAIL))
-            return {column.title: column for column in map(Column, found)}
+            return {column.title: column for column in map(Column, self._column_nodes())}
         except Gone:
             return {}
 
     def goal_titles(self, columns=None):
         """Titles of the goals' columns in the order of the board."""
-        columns = self.columns() if columns is None else columns
-        return [title for title in columns if title not in (UNSORTED, ALL_TODOS)]
+        try:
+            titles = [node.name for node in self._column_nodes()] if columns is None else columns
+        except Gone:
+            return []
+        return [title for title in titles if title not in (UNSORTED, ALL_TODOS)]
 
     def cards(self):
         """Every card's window title, with the title of the column that it is in."""
@@ -326,11 +347,15 @@ class Board:
 
     def card(self, column, title):
         """The card of the window `title` in the column titled `column`, or None."""
-        found = self.columns().get(column)
+        found = self.column(column)
         return found.card(title) if found else None
 
     def column(self, title):
-        return self.columns().get(title)
+        """The column titled `title`, or None."""
+        try:
+            return next((Column(node) for node in self._column_nodes() if node.name == title), None)
+        except Gone:
+            return None
 
     def button(self, name):
         return self._first(BUTTON_ROLES, name)
@@ -357,7 +382,8 @@ class Board:
     def selected_column(self):
         """Title of the column that the arrow keys have chosen, or None."""
         try:
-            return next((column.title for column in self.columns().values() if column.is_selected), None)
+            return next((node.name for node in self._column_nodes()
+                         if node.has_state(Atspi.StateType.SELECTED)), None)
         except Gone:
             return None
 
@@ -373,7 +399,7 @@ class Board:
         """Whether something on the screen is named `text`."""
         try:
             return any(node.has_state(Atspi.StateType.SHOWING)
-                       for node in self._root().find_named(lambda name: name == text))
+                       for node in self._root().each_named(lambda name: name == text))
         except Gone:
             return False
 
@@ -384,13 +410,13 @@ class Board:
         """The goal's entry beside the board, which is named "(<open todos>)<title>"."""
         form = re.compile(r"\(\d+\)" + re.escape(goal))
         try:
-            return next(iter(self._root().find((*_ITEM_ROLES, *BUTTON_ROLES), form.fullmatch)), None)
+            return next(self._root().each((*_ITEM_ROLES, *BUTTON_ROLES), form.fullmatch), None)
         except Gone:
             return None
 
     def focused_field(self):
         try:
-            fields = self._root().find(_FIELD_ROLES, lambda _: True)
+            fields = self._root().each(_FIELD_ROLES, lambda _: True)
             return next((f for f in fields if f.has_state(Atspi.StateType.FOCUSED)
                          and f.has_state(Atspi.StateType.EDITABLE)), None)
         except Gone:
@@ -408,14 +434,14 @@ class Board:
     def focused_names(self):
         """Names of what has the focus, which is one part as a rule."""
         try:
-            return [node.name for node in self._root().find_named(bool)
+            return [node.name for node in self._root().each_named(bool)
                     if node.has_state(Atspi.StateType.FOCUSED)]
         except Gone:
             return []
 
     def _first(self, roles, name):
         try:
-            found = self._root().find(roles, lambda found: found == name)
+            found = self._root().each(roles, lambda found: found == name)
             return next((node for node in found if node.has_state(Atspi.StateType.SHOWING)), None)
         except Gone:
             return None

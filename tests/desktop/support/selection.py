@@ -14,8 +14,8 @@ class Selection:
         self._desktop.key(*keys)
 
     def is_column(self, title):
-        wait_until(f"the column {title!r} is chosen", lambda: self._board.selected_column() == title)
-        assert self._board.selected_card() is None
+        wait_until(f"the column {title!r} is chosen, and no card",
+                   lambda: self._board.selected_column() == title and self._board.selected_card() is None)
 
     def is_card(self, title):
         wait_until(f"the card {title!r} is chosen", lambda: self._board.selected_card() == title)
