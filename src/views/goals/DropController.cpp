@@ -4,7 +4,6 @@
 #include "store/board/GoalOrder.h"
 #include "views/goals/GoalController.h"
 
-#include <algorithm>
 #include <optional>
 #include <variant>
 
@@ -35,10 +34,8 @@ DropController::DropEffect DropController::effectOf(const DragPayload& drop,
         return changeIf(movedGoal(goals, *goalID, *column.goalID) != goals);
     }
     if (const WindowID* const windowID = std::get_if<WindowID>(&drop)) {
-        const QList<WindowItem>& windows = m_store.windows();
-        const auto window = std::ranges::find(windows, *windowID, &WindowItem::id);
-        return window == windows.end() ? DropEffect::refused
-                                       : changeIf(window->goalID != column.goalID);
+        const WindowItem* const window = windowWith(*windowID, m_store.windows());
+        return window == nullptr ? DropEffect::refused : changeIf(window->goalID != column.goalID);
     }
     if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&drop))
         return hasTodo(*todo) ? changeIf(todo->sourceGoalID != column.goalID) : DropEffect::refused;
