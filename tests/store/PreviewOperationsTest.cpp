@@ -25,15 +25,6 @@ protected:
         store().refreshPreviews(scheduler.now());
         scheduler.advance(0ms);
     }
-
-    WindowItem listed(WindowID id)
-    {
-        for (const WindowItem& item : store().windows()) {
-            if (item.id == id)
-                return item;
-        }
-        return {};
-    }
 };
 
 TEST_F(PreviewOperations, Windows_take_turns_one_a_tick)

@@ -46,12 +46,6 @@ protected:
             EXPECT_EQ(takeWriteCount(), 1);
         }
     }
-
-    std::optional<GoalID> goalOf(WindowID id)
-    {
-        const auto& all = store().windows();
-        return std::ranges::find(all, id, &WindowItem::id)->goalID;
-    }
 };
 
 TEST_F(UndoOperations, On_a_board_as_it_was_loaded_there_is_nothing_to_undo)

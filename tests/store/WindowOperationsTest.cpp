@@ -1,4 +1,5 @@
 #include "store/board/BoardPersistence.h"
+#include "support/BoardBuilders.h"
 #include "support/StoreFixture.h"
 
 namespace kelpa::test {
@@ -9,25 +10,7 @@ using namespace std::chrono_literals;
 class WindowOperations : public StoreFixture
 {
 protected:
-    QList<WindowID> idsOf(const QList<WindowItem>& windows)
-    {
-        QList<WindowID> ids;
-        for (const WindowItem& window : windows)
-            ids.append(window.id);
-        return ids;
-    }
-
-    QList<WindowID> listed() { return idsOf(store().windows()); }
-
-    std::optional<GoalID> goalOf(WindowID id)
-    {
-        for (const WindowItem& window : store().windows()) {
-            if (window.id == id)
-                return window.goalID;
-        }
-        ADD_FAILURE() << "window " << id << " is not listed";
-        return std::nullopt;
-    }
+    QList<WindowID> listedIDs() { return idsOf(store().windows()); }
 
     void forgetWhatHappened()
     {
@@ -44,7 +27,7 @@ TEST_F(WindowOperations, A_refresh_lists_what_the_desktop_shows)
     desktop.addWindow(2, FakeDesktop::ownProcess, QStringLiteral("Kelpa"));
     store().refresh();
 
-    EXPECT_EQ(listed(), QList<WindowID>{1});
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
     EXPECT_EQ(takeSignals(), onlyWindows);
     EXPECT_EQ(takeWriteCount(), 0);
 }
@@ -72,7 +55,7 @@ TEST_F(WindowOperations, Without_screen_capture_no_window_is_listed)
 
     store().refresh();
 
-    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_TRUE(listedIDs().isEmpty());
     EXPECT_FALSE(store().isScreenCaptureTrusted());
     EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("isScreenCaptureTrusted"), 1},
                                                  {QStringLiteral("windows"), 1}}));
@@ -80,7 +63,7 @@ TEST_F(WindowOperations, Without_screen_capture_no_window_is_listed)
     desktop.isScreenCaptureGranted = true;
     store().refreshInBackground();
     scheduler.advance(0ms);
-    EXPECT_EQ(listed(), QList<WindowID>{1});
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
 }
 
 TEST_F(WindowOperations, The_permissions_follow_the_desktop_with_every_pass)
@@ -101,11 +84,11 @@ TEST_F(WindowOperations, A_background_pass_applies_when_it_ends_and_only_one_is_
     scheduler.holdBackgroundWork(true);
     store().refreshInBackground();
     store().refreshInBackground();
-    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_TRUE(listedIDs().isEmpty());
     EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1);
 
     scheduler.runBackgroundWork();
-    EXPECT_EQ(listed(), QList<WindowID>{1});
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
 
     store().refreshInBackground();
     EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1) << "the next one may start";
@@ -120,11 +103,11 @@ TEST_F(WindowOperations, A_refresh_cancels_the_pass_under_way)
     desktop.addWindow(2, 100, {});
 
     store().refresh();
-    EXPECT_EQ(listed(), (QList<WindowID>{2, 1}));
+    EXPECT_EQ(listedIDs(), (QList<WindowID>{2, 1}));
 
     desktop.removeWindow(2);
     scheduler.runBackgroundWork();
-    EXPECT_EQ(listed(), (QList<WindowID>{2, 1})) << "the older pass must not be applied";
+    EXPECT_EQ(listedIDs(), (QList<WindowID>{2, 1})) << "the older pass must not be applied";
 }
 
 TEST_F(WindowOperations, A_refresh_that_the_window_server_keeps_waiting_ends_in_the_background)
@@ -134,12 +117,12 @@ TEST_F(WindowOperations, A_refresh_that_the_window_server_keeps_waiting_ends_in_
     scheduler.holdBackgroundWork(true);
 
     store().refresh();
-    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_TRUE(listedIDs().isEmpty());
     store().refreshInBackground();
     EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1);
 
     scheduler.runBackgroundWork();
-    EXPECT_EQ(listed(), QList<WindowID>{1});
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
 }
 
 TEST_F(WindowOperations, An_assignment_is_stored_under_the_number_and_comes_back_with_each_pass)
@@ -320,15 +303,15 @@ TEST_F(WindowOperations, Observing_runs_a_pass_at_once_and_then_every_two_second
 {
     desktop.addWindow(1, 100, {});
     store().startObserving();
-    EXPECT_EQ(listed(), QList<WindowID>{1});
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
     store().startObserving();
     EXPECT_EQ(desktop.calls.count(QStringLiteral("openDiscoverySource")), 1);
 
     desktop.addWindow(2, 100, {});
     scheduler.advance(1999ms);
-    EXPECT_EQ(listed(), QList<WindowID>{1});
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
     scheduler.advance(1ms);
-    EXPECT_EQ(listed(), (QList<WindowID>{2, 1}));
+    EXPECT_EQ(listedIDs(), (QList<WindowID>{2, 1}));
     EXPECT_EQ(desktop.calls.count(QStringLiteral("openDiscoverySource")), 2);
 }
 
@@ -348,7 +331,7 @@ TEST_F(WindowOperations, A_change_on_the_desktop_starts_a_pass_without_waiting_f
     desktop.announceWindowChange();
     scheduler.advance(0ms);
 
-    EXPECT_EQ(listed(), QList<WindowID>{1});
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
 }
 
 TEST_F(WindowOperations, A_change_during_a_pass_starts_one_more_pass)
@@ -375,14 +358,14 @@ TEST_F(WindowOperations, Observing_ends_with_an_empty_list_and_no_work)
 
     store().stopObserving();
 
-    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_TRUE(listedIDs().isEmpty());
     EXPECT_EQ(scheduler.timersDue(), 0);
     EXPECT_EQ(scheduler.backgroundWorkInFlight(), 0);
     EXPECT_EQ(desktop.watcherCount(), 0);
 
     scheduler.holdBackgroundWork(false);
     store().startObserving();
-    EXPECT_EQ(listed(), QList<WindowID>{1});
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
 }
 
 TEST_F(WindowOperations, A_goal_made_for_a_window_has_it)
