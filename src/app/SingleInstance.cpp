@@ -90,7 +90,7 @@ bool SingleInstance::claim()
 {
     // A later reply from the bus has no effect.
     auto claim = std::make_shared<NameClaim>(NameClaim::noBus);
-    m_claiming = m_scheduler.inBackgroundAwaiting(
+    m_claiming = m_scheduler.inBackgroundAndWait(
         claimLimit, [this](const std::stop_token&) { return m_service.claim(); },
         [claim](NameClaim result) { *claim = result; });
     return *claim != NameClaim::takenByAnother;
