@@ -20,9 +20,9 @@ _PROGRAMS = [("Notes", "#fdf6e3"), ("Build log", "#002b36"), ("Figures", "#eee8d
              ("Mail", "#268bd2")]
 
 
-class _Looks:
-    """Each look twice: first in the light, then in the dark, which the desktop switches to while
-    the program runs."""
+class _SchemePictures:
+    """Compares the screen with two references: one for the light colour scheme, and one for the dark
+    one, to which the desktop switches while the program runs."""
 
     def __init__(self, desktop, size=_SIZE, scale=1):
         self._desktop = desktop
@@ -33,18 +33,18 @@ class _Looks:
         wait_until("the portal is there", self._has_portal)
         self._pictures = Pictures(desktop)
 
-    def are(self, name):
+    def match(self, name):
         # Nothing below the pointer shows that it could be pressed.
         self._desktop.hover(*self._corner)
-        self.are_while(name, lambda: None, lambda: None)
+        self.match_while(name, lambda: None, lambda: None)
 
-    def is_light(self, name, size):
-        """One picture for a screen that is too large to be kept twice and whole."""
+    def match_light(self, name, size):
+        """One reference, scaled to `size`, for a screen whose pictures are very large."""
         self._desktop.hover(*self._corner)
         self._pictures.shows(f"{name}-light", size)
 
-    def are_while(self, name, begin, end):
-        """What `begin` brings about and `end` ends."""
+    def match_while(self, name, begin, end):
+        """Compares between `begin` and `end`, which are called for each scheme."""
         begin()
         self._pictures.shows(f"{name}-light")
         end()
@@ -81,11 +81,11 @@ def the_board_looks_as_it_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     _write_board(path)
     _open_windows(desktop)
-    looks = _Looks(desktop)
+    pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_previews(boards.UNSORTED)
-        looks.are("board")
+        pictures.match("board")
         kelpa.drag_card("Notes", boards.UNSORTED, "Ship release 0.1")
         kelpa.drag_card("Figures", boards.UNSORTED, "Ship release 0.1")
         kelpa.click(*kelpa.todo_button("Ship release 0.1", "Write the release notes"))
@@ -93,41 +93,41 @@ def the_board_looks_as_it_did(desktop, binary):
         wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == "Ship release 0.1")
         desktop.key("space")
         wait_until("a card is chosen", kelpa.board.selected_card)
-        looks.are("card-chosen")
+        pictures.match("card-chosen")
         kelpa.open_goal_menu("Ship release 0.1", boards.DELETE_GOAL)
-        looks.are("goal-menu")
+        pictures.match("goal-menu")
         desktop.key("Escape")
         kelpa.open_sheet("Learn Japanese")
         kelpa.click(lambda: kelpa.board.choice("XTerm: Mail"), "a window in the sheet")
-        looks.are("window-sheet")
+        pictures.match("window-sheet")
 
 
 @on_desktop(size="1280x800x24")
 def an_empty_board_and_its_sheet_look_as_they_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path)
-    looks = _Looks(desktop)
+    pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
-        looks.are("empty")
+        pictures.match("empty")
         kelpa.type_new_goal("Learn to sail")
-        looks.are("goal-sheet")
+        pictures.match("goal-sheet")
         desktop.key("Return")
         wait_until("the goal is there", lambda: kelpa.board.column("Learn to sail"))
         kelpa.open_goal_menu("Learn to sail", boards.DELETE_GOAL)()
         wait_until("the goal is gone", lambda: not kelpa.board.goal_titles())
-        looks.are("goal-deleted")
+        pictures.match("goal-deleted")
 
 
 @on_desktop(size="900x641x24", missing_extension="Composite")
 def the_smallest_board_in_german_with_its_banner_looks_as_it_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     _write_board(path, language="de")
-    looks = _Looks(desktop, (900, 641))
+    pictures = _SchemePictures(desktop, (900, 641))
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         wait_until("the board is there", lambda: kelpa.board.column("Unsortiert"))
-        looks.are("german-small")
+        pictures.match("german-small")
 
 
 @on_desktop(size="2560x1600x24")
@@ -135,14 +135,14 @@ def the_board_in_japanese_at_twice_the_size_looks_as_it_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     _write_board(path)
     _open_windows(desktop)
-    looks = _Looks(desktop, (2560, 1600), scale=2)
+    pictures = _SchemePictures(desktop, (2560, 1600), scale=2)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_previews(boards.UNSORTED)
         kelpa.board.button("Language").press()
         wait_until("the menu is open", lambda: kelpa.board.menu_item("日本語")).press()
         wait_until("the board speaks Japanese", lambda: kelpa.board.column("すべてのタスク"))
-        looks.are("japanese-2x")
+        pictures.match("japanese-2x")
 
 
 @on_desktop(size="1280x800x24")
@@ -150,18 +150,18 @@ def menus_and_a_goal_that_takes_a_card_look_as_they_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     _write_board(path)
     _open_windows(desktop)
-    looks = _Looks(desktop)
+    pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_previews(boards.UNSORTED)
         kelpa.open_move_menu("Build log", boards.UNSORTED, "Learn Japanese")
-        looks.are("window-menu")
+        pictures.match("window-menu")
         desktop.key("Escape")
         wait_until("the menu is closed", lambda: kelpa.board.menu_item("Learn Japanese") is None)
         column = kelpa.board.column("Learn Japanese").node
         column.find(boards.BUTTON_ROLES, lambda name: name == "Priority: P2")[0].press()
         wait_until("the menu is open", lambda: kelpa.board.menu_item("P0"))
-        looks.are("priority-menu")
+        pictures.match("priority-menu")
         desktop.key("Escape")
         wait_until("the menu is closed", lambda: kelpa.board.menu_item("P0") is None)
         def begin():
@@ -174,30 +174,30 @@ def menus_and_a_goal_that_takes_a_card_look_as_they_did(desktop, binary):
             wait_until("the drag is given up", lambda: not desktop.is_dragging())
             desktop.let_go()
 
-        looks.are_while("card-dragged", begin, end)
+        pictures.match_while("card-dragged", begin, end)
 
 
 @on_desktop(size="1280x800x24")
 def todos_and_goals_that_are_written_look_as_they_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     _write_board(path)
-    looks = _Looks(desktop)
+    pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.click(*kelpa.todo_node("Ship release 0.1", "Build the package"))
         wait_until("the title can be typed", kelpa.board.focused_field)
-        looks.are("todo-edited")
+        pictures.match("todo-edited")
         desktop.key("Escape")
         wait_until("nothing is typed", lambda: not kelpa.board.focused_field())
         kelpa.click(lambda: next(iter(kelpa.board.column("Learn Japanese").node.find(
             boards.BUTTON_ROLES, lambda name: name == boards.ADD_TODO)), None), "the button for a todo")
         wait_until("a todo can be typed", kelpa.board.focused_field)
-        looks.are("todo-added")
+        pictures.match("todo-added")
         desktop.key("Escape")
         wait_until("nothing is typed", lambda: not kelpa.board.focused_field())
         kelpa.open_goal_menu("Ship release 0.1", "Rename goal")()
         wait_until("the title can be typed", kelpa.board.focused_field)
-        looks.are("rename-sheet")
+        pictures.match("rename-sheet")
         desktop.key("Escape")
 
 
@@ -215,7 +215,7 @@ def long_titles_and_those_from_right_to_left_look_as_they_did(desktop, binary):
         # A terminal cannot be told such a title when it starts.
         desktop.run("wmctrl", "-i", "-r", hex(desktop.wait_for_window(name).number), "-T", title)
         desktop.wait_for_window(title)
-    looks = _Looks(desktop)
+    pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         for title in (_RIGHT_TO_LEFT, _LONG):
@@ -224,7 +224,7 @@ def long_titles_and_those_from_right_to_left_look_as_they_did(desktop, binary):
         kelpa.wait_for_previews(_RIGHT_TO_LEFT)
         desktop.click(*kelpa.head(_RIGHT_TO_LEFT))
         wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == _RIGHT_TO_LEFT)
-        looks.are("long-titles")
+        pictures.match("long-titles")
 
 
 @on_desktop(size="1920x1200x24")
@@ -232,14 +232,14 @@ def the_board_in_french_at_one_and_a_half_times_the_size_looks_as_it_did(desktop
     path = desktop.directory / "board.sqlite"
     _write_board(path)
     _open_windows(desktop)
-    looks = _Looks(desktop, (1920, 1200), scale=1.5)
+    pictures = _SchemePictures(desktop, (1920, 1200), scale=1.5)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_previews(boards.UNSORTED)
         kelpa.board.button("Language").press()
         wait_until("the menu is open", lambda: kelpa.board.menu_item("Français")).press()
         wait_until("the board speaks French", lambda: kelpa.board.button("Nouvel objectif"))
-        looks.are("french-1.5x")
+        pictures.match("french-1.5x")
 
 
 @on_desktop(size="3840x2160x24")
@@ -248,8 +248,8 @@ def the_board_on_a_very_large_screen_looks_as_it_did(desktop, binary):
     settings.write(path, is_auto_sorting=False,
                    goals=[*_GOALS, *((f"Goal {number}", ["Begin", "Go on", "End"]) for number in range(24))])
     _open_windows(desktop)
-    looks = _Looks(desktop, (3840, 2160))
+    pictures = _SchemePictures(desktop, (3840, 2160))
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_previews(boards.UNSORTED)
-        looks.is_light("very-large", "25%")
+        pictures.match_light("very-large", "25%")
