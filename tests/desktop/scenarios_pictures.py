@@ -1,5 +1,6 @@
 """How the board looks in its main states, in light and in dark."""
 
+import contextlib
 import os
 import pathlib
 import signal
@@ -66,25 +67,34 @@ class _SchemePictures:
             "org.freedesktop.DBus.ListNames")
 
 
-def _open_windows(desktop):
+def _write_board(path, language="en", goals=_GOALS):
+    settings.write(path, language=language, goals=goals, is_auto_sorting=False)
+
+
+@contextlib.contextmanager
+def _board_with_windows(desktop, binary, goals=_GOALS, size=_SIZE, scale=1):
+    """Kelpa beside some windows, all of which have a preview, and the pictures of this screen."""
+    path = desktop.directory / "board.sqlite"
+    _write_board(path, goals=goals)
     for title, color in _PROGRAMS:
         desktop.start_xterm(title, color=color)
         desktop.wait_for_window(title)
+    pictures = _SchemePictures(desktop, size, scale)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_previews(boards.UNSORTED)
+        yield kelpa, pictures
 
 
-def _write_board(path, language="en"):
-    settings.write(path, language=language, goals=_GOALS, is_auto_sorting=False)
+def _choose_language(kelpa, name, is_spoken):
+    kelpa.board.button("Language").press()
+    wait_until("the menu is open", lambda: kelpa.board.menu_item(name)).press()
+    wait_until(f"the board speaks {name}", is_spoken)
 
 
 @on_desktop(size="1280x800x24")
 def the_board_looks_as_it_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    _write_board(path)
-    _open_windows(desktop)
-    pictures = _SchemePictures(desktop)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
+    with _board_with_windows(desktop, binary) as (kelpa, pictures):
         pictures.match("board")
         kelpa.drag_card("Notes", boards.UNSORTED, "Ship release 0.1")
         kelpa.drag_card("Figures", boards.UNSORTED, "Ship release 0.1")
@@ -132,28 +142,14 @@ def the_smallest_board_in_german_with_its_banner_looks_as_it_did(desktop, binary
 
 @on_desktop(size="2560x1600x24")
 def the_board_in_japanese_at_twice_the_size_looks_as_it_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    _write_board(path)
-    _open_windows(desktop)
-    pictures = _SchemePictures(desktop, (2560, 1600), scale=2)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
-        kelpa.board.button("Language").press()
-        wait_until("the menu is open", lambda: kelpa.board.menu_item("日本語")).press()
-        wait_until("the board speaks Japanese", lambda: kelpa.board.column("すべてのタスク"))
+    with _board_with_windows(desktop, binary, size=(2560, 1600), scale=2) as (kelpa, pictures):
+        _choose_language(kelpa, "日本語", lambda: kelpa.board.column("すべてのタスク"))
         pictures.match("japanese-2x")
 
 
 @on_desktop(size="1280x800x24")
 def menus_and_a_goal_that_takes_a_card_look_as_they_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    _write_board(path)
-    _open_windows(desktop)
-    pictures = _SchemePictures(desktop)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
+    with _board_with_windows(desktop, binary) as (kelpa, pictures):
         kelpa.open_move_menu("Build log", boards.UNSORTED, "Learn Japanese")
         pictures.match("window-menu")
         desktop.key("Escape")
@@ -229,27 +225,13 @@ def long_titles_and_those_from_right_to_left_look_as_they_did(desktop, binary):
 
 @on_desktop(size="1920x1200x24")
 def the_board_in_french_at_one_and_a_half_times_the_size_looks_as_it_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    _write_board(path)
-    _open_windows(desktop)
-    pictures = _SchemePictures(desktop, (1920, 1200), scale=1.5)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
-        kelpa.board.button("Language").press()
-        wait_until("the menu is open", lambda: kelpa.board.menu_item("Français")).press()
-        wait_until("the board speaks French", lambda: kelpa.board.button("Nouvel objectif"))
+    with _board_with_windows(desktop, binary, size=(1920, 1200), scale=1.5) as (kelpa, pictures):
+        _choose_language(kelpa, "Français", lambda: kelpa.board.button("Nouvel objectif"))
         pictures.match("french-1.5x")
 
 
 @on_desktop(size="3840x2160x24")
 def the_board_on_a_very_large_screen_looks_as_it_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, is_auto_sorting=False,
-                   goals=[*_GOALS, *((f"Goal {number}", ["Begin", "Go on", "End"]) for number in range(24))])
-    _open_windows(desktop)
-    pictures = _SchemePictures(desktop, (3840, 2160))
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
+    goals = [*_GOALS, *((f"Goal {number}", ["Begin", "Go on", "End"]) for number in range(24))]
+    with _board_with_windows(desktop, binary, goals, size=(3840, 2160)) as (kelpa, pictures):
         pictures.match_light("very-large", "25%")
