@@ -76,7 +76,7 @@ _INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE
 
 
 def _folder_of(path):
-    """The folder of those above that a path below src/ belongs to; None for a strange one."""
+    """The folder of those above that a path below src/ belongs to; None for an unknown one."""
     folder = path.parent
     while folder.as_posix() not in _FOLDERS and folder.name:
         folder = folder.parent
@@ -113,7 +113,7 @@ def _troubles(path, text):
 
 
 def _disorder():
-    """Folders that use one which stands below them in the table of README.md, or here."""
+    """Folders that use one listed after them in the table of README.md, or in `_FOLDERS`."""
     for own, used in _FOLDERS.items():
         above = list(_FOLDERS)[:list(_FOLDERS).index(own)]
         if any(name.startswith("views/") and name not in above and name != "views/*"

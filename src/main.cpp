@@ -42,24 +42,24 @@ int reportMissingDisplay(const WindowSystem& system)
     return 1;
 }
 
-/// Asks a Kelpa that has the board open to come forward. A signal that arrives meanwhile ends this
+/// Activates the Kelpa that has the board open. A signal that arrives meanwhile ends this
 /// process here.
-SecondaryStart activateRunningKelpa(const CommandLine& line, const QByteArray& startupID,
+SecondaryStart activatePrimaryKelpa(const CommandLine& line, const QByteArray& startupID,
                                     TerminationSignals& signals)
 {
     const SecondaryStart start =
-        activatePrimaryInstance(line.settingsPath, startupID, signals.descriptor());
+        trySecondaryStart(line.settingsPath, startupID, signals.descriptor());
     if (start.isInterrupted)
         signals.release();
     return start;
 }
 
-/// Another start claimed the board after this one had asked for a running instance. Returns the
+/// Another start claimed the board after this one had found no primary instance. Returns the
 /// status to exit with.
 int yieldToFasterStart(const CommandLine& line, const QByteArray& startupID,
                        TerminationSignals& signals)
 {
-    const SecondaryStart start = activateRunningKelpa(line, startupID, signals);
+    const SecondaryStart start = activatePrimaryKelpa(line, startupID, signals);
     if (!start.exitStatus)
         std::fprintf(stderr, "kelpa: another Kelpa started at the same time and ended again\n");
     return start.exitStatus.value_or(1);
@@ -106,7 +106,7 @@ int main(int argc, char** argv)
     const QByteArray startupID = takeStartupID();
     SecondaryStart start;
     if (given.error.isEmpty())
-        start = activateRunningKelpa(given, startupID, signals);
+        start = activatePrimaryKelpa(given, startupID, signals);
     if (start.exitStatus)
         return *start.exitStatus;
 

@@ -1,6 +1,6 @@
 #include "app/SingleInstance.h"
 
-#include "platform/freedesktop/bus/RunningInstance.h"
+#include "platform/freedesktop/bus/PrimaryInstance.h"
 #include "platform/sqlite/SettingsFiles.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 
@@ -35,10 +35,10 @@ QString busNameOfBoard(const QString& settingsPath)
     return name + QStringLiteral(".board") + QString::fromLatin1(hash);
 }
 
-SecondaryStart activatePrimaryInstance(const QString& settingsPath, const QByteArray& startupID,
-                                       int interruption)
+SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& startupID,
+                                 int interruption)
 {
-    switch (activateRunningInstance(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
+    switch (activatePrimaryInstance(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
                                     interruption)) {
     case InstanceActivation::activated:
         return {.exitStatus = 0};
@@ -90,7 +90,7 @@ bool SingleInstance::claim()
 {
     // A later reply from the bus has no effect.
     auto claim = std::make_shared<NameClaim>(NameClaim::noBus);
-    m_claiming = m_scheduler.inBackgroundAwaiting(
+    m_claiming = m_scheduler.inBackgroundAndWait(
         claimLimit, [this](const std::stop_token&) { return m_service.claim(); },
         [claim](NameClaim result) { *claim = result; });
     return *claim != NameClaim::takenByAnother;

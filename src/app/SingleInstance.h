@@ -33,11 +33,11 @@ struct SecondaryStart
     bool isInterrupted = false;
 };
 
-/// Asks the program that has the board open to come forward, and reports on standard error when it
-/// does not reply. Waits a few seconds at most, and no longer than until the file descriptor
+/// Activates the primary instance, which comes forward, and reports on standard error when it does
+/// not reply. Waits a few seconds at most, and no longer than until the file descriptor
 /// `interruption` becomes readable. Call before there is an event loop.
-SecondaryStart activatePrimaryInstance(const QString& settingsPath, const QByteArray& startupID,
-                                       int interruption);
+SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& startupID,
+                                 int interruption);
 
 /// The startup id (activation token) that a launcher passed to this start; empty if none. Leaves it
 /// in the environment only where the toolkit finds and removes it, so that no program started by

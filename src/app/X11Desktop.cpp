@@ -97,7 +97,7 @@ X11Desktop::X11Desktop(Scheduler& scheduler, const QString& stateFolder,
                        const std::set<WindowID>& assigned)
     : m_parts(std::make_unique<Parts>(scheduler, stateFolder, assigned))
 {
-    m_parts->firstTrustCheck = scheduler.inBackgroundAwaiting(
+    m_parts->firstTrustCheck = scheduler.inBackgroundAndWait(
         firstTrustCheckLimit,
         [&server = m_parts->windowServer](const std::stop_token&) {
             server.refreshTrust();

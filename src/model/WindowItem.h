@@ -4,6 +4,7 @@
 #include "model/Identifiers.h"
 #include "model/Rect.h"
 
+#include <QList>
 #include <QString>
 
 #include <cstdint>
@@ -39,5 +40,11 @@ struct WindowItem
 };
 
 size_t qHash(const WindowItem& window, size_t seed = 0);
+
+/// The position of a window in the list; -1 when it is absent.
+qsizetype indexOf(const QList<WindowItem>& windows, WindowID id);
+
+/// The window of the list; null when it is absent. Until the list changes.
+const WindowItem* windowWith(WindowID id, const QList<WindowItem>& windows);
 
 } // namespace kelpa

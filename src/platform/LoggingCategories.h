@@ -8,8 +8,8 @@
 namespace kelpa {
 
 // Messages hold numbers, outcomes and names of programs, never a window's title or what a person
-// wrote: people send them with bug reports. Each reports something that happens once, not for each
-// window or frame.
+// wrote: people send them with bug reports. Each reports something that happens once, or once in a
+// discovery pass or capture, not for each frame.
 
 inline Q_LOGGING_CATEGORY(logAccessibility, "kelpa.accessibility", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logApp, "kelpa.app", QtWarningMsg);
@@ -23,6 +23,7 @@ inline Q_LOGGING_CATEGORY(logWindows, "kelpa.windows", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logX11Actions, "kelpa.x11.actions", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logX11Capture, "kelpa.x11.capture", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logX11Connection, "kelpa.x11.connection", QtWarningMsg);
+inline Q_LOGGING_CATEGORY(logX11Discovery, "kelpa.x11.discovery", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logX11Keys, "kelpa.x11.keys", QtWarningMsg);
 
 } // namespace kelpa

@@ -61,9 +61,9 @@ public:
     /// been called on return and the handle is null; otherwise `then` is called later, as after
     /// `inBackground`.
     template <class Work, class Then>
-    [[nodiscard]] TaskHandle inBackgroundAwaiting(Duration limit, Work work, Then then)
+    [[nodiscard]] TaskHandle inBackgroundAndWait(Duration limit, Work work, Then then)
     {
-        return startAwaiting(limit, erased(std::move(work), std::move(then)));
+        return startAndWait(limit, erased(std::move(work), std::move(then)));
     }
 
 protected:
@@ -71,7 +71,7 @@ protected:
     using BackgroundWork = std::function<std::function<void()>(std::stop_token)>;
 
     virtual TaskHandle startInBackground(BackgroundWork work) = 0;
-    virtual TaskHandle startAwaiting(Duration limit, BackgroundWork work) = 0;
+    virtual TaskHandle startAndWait(Duration limit, BackgroundWork work) = 0;
 
 private:
     template <class Work, class Then>

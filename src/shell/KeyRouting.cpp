@@ -62,7 +62,8 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
     Q_UNREACHABLE();
 }
 
-bool isKeptByField(BoardKey key, const KeyContext& context)
+/// Whether the key belongs to the text field with the focus.
+bool isForTextField(BoardKey key, const KeyContext& context)
 {
     if (context.isComposing)
         return true;
@@ -78,13 +79,13 @@ bool isKeptByField(BoardKey key, const KeyContext& context)
 }
 
 /// Whether the key belongs to the item with the focus.
-bool isKept(BoardKey key, const KeyContext& context)
+bool isForFocusedItem(BoardKey key, const KeyContext& context)
 {
     switch (context.focus) {
     case KeyboardFocus::board:
         return false;
     case KeyboardFocus::textInput:
-        return isKeptByField(key, context);
+        return isForTextField(key, context);
     case KeyboardFocus::button:
         return key == BoardKey::space || key == BoardKey::enter || key == BoardKey::menu;
     case KeyboardFocus::item:
@@ -99,7 +100,7 @@ bool isKept(BoardKey key, const KeyContext& context)
 
 KeyDecision decideKey(BoardKey key, const KeyContext& context)
 {
-    if (!context.isBoardActive || isKept(key, context))
+    if (!context.isBoardActive || isForFocusedItem(key, context))
         return {};
     // An arrow leaves a field or a button and moves the selection in the same stroke. Leaving a
     // field discards what was typed in it.

@@ -111,6 +111,9 @@ struct KeyDecision
     friend bool operator==(const KeyDecision&, const KeyDecision&) = default;
 };
 
+/// What a key press does on the board; nothing while the board is not active or when the key
+/// belongs to the item with the focus. Of the keys that belong to the board, an arrow also takes
+/// the focus from that item and cancels what is typed in a field.
 KeyDecision decideKey(BoardKey key, const KeyContext& context);
 
 } // namespace kelpa

@@ -102,8 +102,8 @@ void UndoSteps::showMovedWindows(const QList<WindowItem>& before)
 {
     QSet<WindowID> moved;
     for (const WindowItem& window : std::as_const(m_state.windows)) {
-        const auto former = std::ranges::find(before, window.id, &WindowItem::id);
-        if (former != before.end() && former->goalID != window.goalID)
+        const WindowItem* const former = windowWith(window.id, before);
+        if (former != nullptr && former->goalID != window.goalID)
             moved.insert(window.id);
     }
     const auto isMoved = [&moved](const WindowItem& window) { return moved.contains(window.id); };

@@ -2,9 +2,6 @@
 
 #include "store/WindowStoreParts.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace kelpa {
 
 void WindowStore::moveTargetSelection(NavigationDirection direction)
@@ -28,11 +25,11 @@ void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer
 void WindowStore::selectWindow(WindowID windowID)
 {
     const Update update(m_state.changes);
-    const auto found = std::ranges::find(std::as_const(m_state.windows), windowID, &WindowItem::id);
-    if (found == m_state.windows.cend())
+    const WindowItem* const window = windowWith(windowID, m_state.windows);
+    if (window == nullptr)
         return;
-    const TargetSelection target = TargetSelection::of(found->goalID);
-    const bool isShown = !found->goalID || m_state.isVisible(*found->goalID);
+    const TargetSelection target = TargetSelection::of(window->goalID);
+    const bool isShown = !window->goalID || m_state.isVisible(*window->goalID);
     if (isShown && m_state.windowIDsOf(target).contains(windowID))
         m_parts->selection.select(BoardNavigationState::inside(target, windowID));
 }

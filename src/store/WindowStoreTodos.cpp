@@ -8,6 +8,16 @@
 
 namespace kelpa {
 
+namespace {
+
+/// The position of the todo in its list; -1 when the list or the todo is absent.
+qsizetype indexIn(const QList<TodoItem>* todos, TodoID id)
+{
+    return todos != nullptr ? indexOf(*todos, id) : -1;
+}
+
+} // namespace
+
 void WindowStore::addTodo(const QString& title, std::optional<GoalID> to)
 {
     const Update update(m_state.changes);
@@ -27,7 +37,7 @@ void WindowStore::updateTodo(TodoID todoID, const QString& title, std::optional<
     const Update update(m_state.changes);
     const QString trimmed = trimmedText(title);
     QList<TodoItem>* const todos = m_state.todoList(in);
-    const qsizetype index = todos != nullptr ? indexOf(*todos, todoID) : -1;
+    const qsizetype index = indexIn(todos, todoID);
     if (trimmed.isEmpty() || index < 0 || todos->at(index).title == trimmed)
         return;
     (*todos)[index].title = trimmed;
@@ -39,7 +49,7 @@ void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
 {
     const Update update(m_state.changes);
     QList<TodoItem>* const todos = m_state.todoList(in);
-    const qsizetype index = todos != nullptr ? indexOf(*todos, todoID) : -1;
+    const qsizetype index = indexIn(todos, todoID);
     if (index < 0)
         return;
     (*todos)[index] = withNextStatus(todos->at(index), m_parts->scheduler.now());
@@ -52,7 +62,7 @@ void WindowStore::deleteTodo(TodoID todoID, std::optional<GoalID> from)
 {
     const Update update(m_state.changes);
     QList<TodoItem>* const todos = m_state.todoList(from);
-    const qsizetype index = todos != nullptr ? indexOf(*todos, todoID) : -1;
+    const qsizetype index = indexIn(todos, todoID);
     if (index < 0)
         return;
     todos->removeAt(index);
@@ -66,7 +76,7 @@ void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optio
     const Update update(m_state.changes);
     QList<TodoItem>* const source = m_state.todoList(from);
     QList<TodoItem>* const destination = m_state.todoList(to);
-    const qsizetype index = source != nullptr ? indexOf(*source, todoID) : -1;
+    const qsizetype index = indexIn(source, todoID);
     // A todo that has nowhere to go stays where it is.
     if (index < 0 || destination == nullptr)
         return;

@@ -3,7 +3,6 @@
 #include "store/WindowStoreParts.h"
 #include "windows/WindowReconciliation.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace kelpa {
@@ -67,10 +66,10 @@ void WindowStore::assign(WindowID windowID, std::optional<GoalID> to)
 
 bool WindowStore::Parts::setAssignment(WindowID windowID, std::optional<GoalID> to)
 {
-    const auto window = std::ranges::find(std::as_const(state.windows), windowID, &WindowItem::id);
-    if (window == state.windows.cend() || (to && !state.hasGoal(*to)) || window->goalID == to)
+    const qsizetype index = indexOf(state.windows, windowID);
+    if (index < 0 || (to && !state.hasGoal(*to)) || state.windows.at(index).goalID == to)
         return false;
-    state.windows[std::distance(state.windows.cbegin(), window)].goalID = to;
+    state.windows[index].goalID = to;
     state.markChanged(Field::windows);
     if (to)
         state.assignments.insert(assignmentKey(windowID), *to);

@@ -70,9 +70,9 @@ QList<WindowItem> withAssignedGoals(QList<WindowItem> windows, const Assignments
 
 Assignments withoutGoal(const Assignments& assignments, GoalID goalID)
 {
-    Assignments kept = assignments;
-    kept.removeIf([&goalID](const auto& entry) { return entry.value() == goalID; });
-    return kept;
+    Assignments remaining = assignments;
+    remaining.removeIf([&goalID](const auto& entry) { return entry.value() == goalID; });
+    return remaining;
 }
 
 } // namespace kelpa

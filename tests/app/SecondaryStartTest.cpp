@@ -25,9 +25,8 @@ protected:
     /// The exit status of a later start, while the primary instance handles events.
     std::optional<int> statusOfStart(const QByteArray& startupID)
     {
-        auto start = std::async(std::launch::async, [&] {
-            return activatePrimaryInstance(path, startupID, -1).exitStatus;
-        });
+        auto start = std::async(std::launch::async,
+                                [&] { return trySecondaryStart(path, startupID, -1).exitStatus; });
         EXPECT_TRUE(QTest::qWaitFor([&] { return start.wait_for(0s) == std::future_status::ready; },
                                     20'000));
         return start.get();

@@ -63,9 +63,7 @@ class _Assistant:
 def a_days_work_is_done_through_the_accessibility_bus(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Idle", [])])
-    for title in ("First terminal", "Second terminal", "Third terminal"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("First terminal", "Second terminal", "Third terminal")
     with Kelpa(desktop, binary, path) as kelpa:
         board = kelpa.board
         kelpa.focus()

@@ -106,8 +106,7 @@ def buttons_can_be_pressed_through_the_accessibility_bus(desktop, binary):
 def a_board_whose_file_cannot_be_written_runs_and_says_so(desktop, binary):
     in_the_way = desktop.directory / "a-file"
     in_the_way.write_text("not a folder", encoding="utf-8")
-    desktop.start_xterm("Terminal")
-    desktop.wait_for_window("Terminal")
+    desktop.open_xterms("Terminal")
     # Even the superuser cannot make a file below a file. Nothing can be stored beforehand either,
     # so the interface has its first language, and the cards are looked for wherever they are.
     with Kelpa(desktop, binary, in_the_way / "kelpa.sqlite") as kelpa:

@@ -244,9 +244,7 @@ def a_syllable_is_kept_when_the_program_ends(desktop, binary):
 
 def what_is_searched_is_what_has_been_composed(desktop, binary):
     method = Chewing(desktop)
-    for title in ("Greeting", "Other"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("Greeting", "Other")
     greeting = desktop.wait_for_window("Greeting")
     desktop.run("xprop", "-id", greeting.number, "-f", "_NET_WM_NAME", "8u", "-set", "_NET_WM_NAME", _HELLO)
     kelpa, _ = _started(desktop, binary, method.env)

@@ -73,9 +73,7 @@ def killed_at_any_moment_of_a_hundred_changes_the_board_is_the_one_before_or_aft
     random_source = random.Random(seed)
     path = desktop.directory / "board.sqlite"
     settings.write(path)
-    for title in _WINDOWS:
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms(*_WINDOWS)
     kelpa = Kelpa(desktop, binary, path)
     kelpa.start()
     model, done, kills, lost = _Model(), 0, 0, 0

@@ -10,9 +10,7 @@ from processes import wait_until
 def cards_go_to_goals_and_back_and_only_where_they_are_taken(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["Water the plants"]), ("Work", [])], is_auto_sorting=False)
-    for title in ("First", "Second"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("First", "Second")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
 
@@ -75,20 +73,17 @@ def goals_change_places_by_mouse(desktop, binary):
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
 
-        def order(*titles):
-            wait_until(f"the goals are {titles}", lambda: tuple(kelpa.board.goal_titles()) == titles)
-
-        order("One", "Two", "Three")
+        kelpa.wait_for_goals("One", "Two", "Three")
         desktop.drag(kelpa.head("Three"), kelpa.head("One"))
-        order("Three", "One", "Two")
+        kelpa.wait_for_goals("Three", "One", "Two")
         # The goal is inserted before the one that it is dropped on.
         desktop.drag(kelpa.head("Three"), kelpa.head("Two"))
-        order("One", "Three", "Two")
+        kelpa.wait_for_goals("One", "Three", "Two")
         # Neither the unsorted column nor the list of all todos is a goal.
         desktop.drag(kelpa.head("Two"), kelpa.head(boards.UNSORTED))
         desktop.drag(kelpa.head("Two"), kelpa.head(boards.ALL_TODOS))
         desktop.pull(kelpa.head(boards.UNSORTED), kelpa.head("One"))
-        order("One", "Three", "Two")
+        kelpa.wait_for_goals("One", "Three", "Two")
         kelpa.check_stored(path)
         # Goals that are sorted cannot be moved by hand: they are refused where they are dropped.
         kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
@@ -99,9 +94,9 @@ def goals_change_places_by_mouse(desktop, binary):
         kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
         wait_until("the goals have their own order",
                    lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 0)
-        order(*sorted_goals)
+        kelpa.wait_for_goals(*sorted_goals)
         desktop.drag(kelpa.head(sorted_goals[2]), kelpa.head(sorted_goals[0]))
-        order(sorted_goals[2], *sorted_goals[:2])
+        kelpa.wait_for_goals(sorted_goals[2], *sorted_goals[:2])
 
 
 def _records(path):
@@ -299,8 +294,7 @@ def todos_and_goals_are_dragged_to_the_end(desktop, binary):
 def the_rail_takes_what_is_dragged_onto_it(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["One"]), ("Work", []), ("Rest", [])], is_auto_sorting=False)
-    desktop.start_xterm("Notes")
-    desktop.wait_for_window("Notes")
+    desktop.open_xterms("Notes")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
 

@@ -33,8 +33,7 @@ def an_arrow_closes_every_field_for_a_new_todo_and_keeps_what_was_typed(desktop,
 def escape_in_the_empty_search_gives_the_keys_back_to_the_board(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path)
-    desktop.start_xterm("Terminal")
-    desktop.wait_for_window("Terminal")
+    desktop.open_xterms("Terminal")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_card(boards.UNSORTED, "Terminal")

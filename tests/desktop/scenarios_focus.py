@@ -96,9 +96,7 @@ def a_click_changes_nothing_where_no_field_is_written_in(desktop, binary):
 def keys_for_another_program_reach_it_and_change_nothing(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", []), ("Work", [])], is_auto_sorting=False)
-    for title in ("First", "Second"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("First", "Second")
     other = KeyLog(desktop, "Key log")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.wait_for_previews(boards.UNSORTED)

@@ -80,9 +80,7 @@ def _walk_the_grid(selection):
 def space_enters_a_column_and_raises_a_window(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Only goal", [])])
-    for title in ("First", "Second", "Third"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("First", "Second", "Third")
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("three cards", lambda: len(kelpa.board.cards()) == 3)
         kelpa.wait_for_previews(boards.UNSORTED)
@@ -125,9 +123,7 @@ def _active_title(desktop):
 def the_search_field_keeps_its_keys(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Only goal", [])])
-    for title in ("Some notes", "Mail"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("Some notes", "Mail")
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
         kelpa.focus()
@@ -173,9 +169,7 @@ def the_search_field_keeps_its_keys(desktop, binary):
 def the_focus_follows_the_keyboard_selection(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Only goal", [])])
-    for title in ("First", "Second"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("First", "Second")
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
         kelpa.wait_for_previews(boards.UNSORTED)
@@ -213,8 +207,7 @@ def the_focus_follows_the_keyboard_selection(desktop, binary):
 def return_is_for_goals_and_for_nothing_else(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", []), ("Work", [])], is_auto_sorting=False)
-    desktop.start_xterm("First")
-    desktop.wait_for_window("First")
+    desktop.open_xterms("First")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.wait_for_card(boards.UNSORTED, "First")
         kelpa.open_move_menu("First", boards.UNSORTED, "Home")()
@@ -268,16 +261,13 @@ def a_choice_goes_with_the_goal_that_is_hidden(desktop, binary):
         kelpa.focus()
         selection = Selection(desktop, kelpa)
 
-        def has_goals(*titles):
-            wait_until(f"the goals are {titles}", lambda: kelpa.board.goal_titles() == list(titles))
-
         # A goal without open todos, with a field for one.
         desktop.click(*kelpa.head("Empty"))
         selection.is_column("Empty")
         selection.press("Return")
         wait_until("a todo can be typed", kelpa.board.focused_field)
         kelpa.click(lambda: kelpa.board.button(boards.HIDE_EMPTY), "the button that hides goals")
-        has_goals("Home", "Work")
+        kelpa.wait_for_goals("Home", "Work")
         selection.is_nothing()
         selection.press("Right")
         selection.is_column(boards.ALL_TODOS)
@@ -286,17 +276,17 @@ def a_choice_goes_with_the_goal_that_is_hidden(desktop, binary):
         selection.is_column("Work")
         for goals in (("Home", "Work"), ("Home",)):
             kelpa.click(*kelpa.todo_button("Work", "Two"))
-            has_goals(*goals)
+            kelpa.wait_for_goals(*goals)
         selection.is_nothing()
         # One whose last todo goes elsewhere; another keeps its choice.
         desktop.click(*kelpa.head(boards.UNSORTED))
         selection.is_column(boards.UNSORTED)
         kelpa.choose_in_todo_menu("Home", "One", boards.MOVE_TO_GOAL, boards.UNSORTED)
-        has_goals()
+        kelpa.wait_for_goals()
         selection.is_column(boards.UNSORTED)
         # What comes back is not chosen again, and its field is closed.
         kelpa.click(lambda: kelpa.board.button(boards.SHOW_ALL), "the button that shows all goals")
-        has_goals("Empty", "Home", "Work")
+        kelpa.wait_for_goals("Empty", "Home", "Work")
         selection.is_column(boards.UNSORTED)
         assert kelpa.board.field(boards.ADD_TODO) is None
 
@@ -304,10 +294,7 @@ def a_choice_goes_with_the_goal_that_is_hidden(desktop, binary):
 def after_the_chosen_window_is_gone_the_first_is_chosen(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path)
-    terminals = {}
-    for title in ("First", "Second", "Third"):
-        terminals[title] = desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    terminals = desktop.open_xterms("First", "Second", "Third")
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("three cards", lambda: len(kelpa.board.cards()) == 3)
         kelpa.wait_for_previews(boards.UNSORTED)

@@ -36,8 +36,7 @@ def the_banner_goes_when_a_window_manager_comes(desktop, binary):
 def without_composite_the_banner_tells_of_the_previews_alone(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Only goal", [])])
-    desktop.start_xterm("Terminal")
-    desktop.wait_for_window("Terminal")
+    desktop.open_xterms("Terminal")
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("the banner tells of the previews",
                    lambda: kelpa.board.has_text(boards.NEEDS_SCREEN_CAPTURE))

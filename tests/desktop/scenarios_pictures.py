@@ -1,5 +1,6 @@
 """How the board looks in its main states, in light and in dark."""
 
+import contextlib
 import os
 import pathlib
 import signal
@@ -20,9 +21,9 @@ _PROGRAMS = [("Notes", "#fdf6e3"), ("Build log", "#002b36"), ("Figures", "#eee8d
              ("Mail", "#268bd2")]
 
 
-class _Looks:
-    """Each look twice: first in the light, then in the dark, which the desktop switches to while
-    the program runs."""
+class _SchemePictures:
+    """Compares the screen with two references: one for the light colour scheme, and one for the dark
+    one, to which the desktop switches while the program runs."""
 
     def __init__(self, desktop, size=_SIZE, scale=1):
         self._desktop = desktop
@@ -33,18 +34,18 @@ class _Looks:
         wait_until("the portal is there", self._has_portal)
         self._pictures = Pictures(desktop)
 
-    def are(self, name):
+    def match(self, name):
         # Nothing below the pointer shows that it could be pressed.
         self._desktop.hover(*self._corner)
-        self.are_while(name, lambda: None, lambda: None)
+        self.match_while(name, lambda: None, lambda: None)
 
-    def is_light(self, name, size):
-        """One picture for a screen that is too large to be kept twice and whole."""
+    def match_light(self, name, size):
+        """One reference, scaled to `size`, for a screen whose pictures are very large."""
         self._desktop.hover(*self._corner)
         self._pictures.shows(f"{name}-light", size)
 
-    def are_while(self, name, begin, end):
-        """What `begin` brings about and `end` ends."""
+    def match_while(self, name, begin, end):
+        """Compares between `begin` and `end`, which are called for each scheme."""
         begin()
         self._pictures.shows(f"{name}-light")
         end()
@@ -66,26 +67,35 @@ class _Looks:
             "org.freedesktop.DBus.ListNames")
 
 
-def _open_windows(desktop):
+def _write_board(path, language="en", goals=_GOALS):
+    settings.write(path, language=language, goals=goals, is_auto_sorting=False)
+
+
+@contextlib.contextmanager
+def _board_with_windows(desktop, binary, goals=_GOALS, size=_SIZE, scale=1):
+    """Kelpa beside some windows, all of which have a preview, and the pictures of this screen."""
+    path = desktop.directory / "board.sqlite"
+    _write_board(path, goals=goals)
     for title, color in _PROGRAMS:
         desktop.start_xterm(title, color=color)
         desktop.wait_for_window(title)
+    pictures = _SchemePictures(desktop, size, scale)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_previews(boards.UNSORTED)
+        yield kelpa, pictures
 
 
-def _write_board(path, language="en"):
-    settings.write(path, language=language, goals=_GOALS, is_auto_sorting=False)
+def _choose_language(kelpa, name, is_spoken):
+    kelpa.board.button("Language").press()
+    wait_until("the menu is open", lambda: kelpa.board.menu_item(name)).press()
+    wait_until(f"the board speaks {name}", is_spoken)
 
 
 @on_desktop(size="1280x800x24")
 def the_board_looks_as_it_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    _write_board(path)
-    _open_windows(desktop)
-    looks = _Looks(desktop)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
-        looks.are("board")
+    with _board_with_windows(desktop, binary) as (kelpa, pictures):
+        pictures.match("board")
         kelpa.drag_card("Notes", boards.UNSORTED, "Ship release 0.1")
         kelpa.drag_card("Figures", boards.UNSORTED, "Ship release 0.1")
         kelpa.click(*kelpa.todo_button("Ship release 0.1", "Write the release notes"))
@@ -93,75 +103,61 @@ def the_board_looks_as_it_did(desktop, binary):
         wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == "Ship release 0.1")
         desktop.key("space")
         wait_until("a card is chosen", kelpa.board.selected_card)
-        looks.are("card-chosen")
+        pictures.match("card-chosen")
         kelpa.open_goal_menu("Ship release 0.1", boards.DELETE_GOAL)
-        looks.are("goal-menu")
+        pictures.match("goal-menu")
         desktop.key("Escape")
         kelpa.open_sheet("Learn Japanese")
         kelpa.click(lambda: kelpa.board.choice("XTerm: Mail"), "a window in the sheet")
-        looks.are("window-sheet")
+        pictures.match("window-sheet")
 
 
 @on_desktop(size="1280x800x24")
 def an_empty_board_and_its_sheet_look_as_they_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path)
-    looks = _Looks(desktop)
+    pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
-        looks.are("empty")
+        pictures.match("empty")
         kelpa.type_new_goal("Learn to sail")
-        looks.are("goal-sheet")
+        pictures.match("goal-sheet")
         desktop.key("Return")
         wait_until("the goal is there", lambda: kelpa.board.column("Learn to sail"))
         kelpa.open_goal_menu("Learn to sail", boards.DELETE_GOAL)()
         wait_until("the goal is gone", lambda: not kelpa.board.goal_titles())
-        looks.are("goal-deleted")
+        pictures.match("goal-deleted")
 
 
 @on_desktop(size="900x641x24", missing_extension="Composite")
 def the_smallest_board_in_german_with_its_banner_looks_as_it_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     _write_board(path, language="de")
-    looks = _Looks(desktop, (900, 641))
+    pictures = _SchemePictures(desktop, (900, 641))
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         wait_until("the board is there", lambda: kelpa.board.column("Unsortiert"))
-        looks.are("german-small")
+        pictures.match("german-small")
 
 
 @on_desktop(size="2560x1600x24")
 def the_board_in_japanese_at_twice_the_size_looks_as_it_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    _write_board(path)
-    _open_windows(desktop)
-    looks = _Looks(desktop, (2560, 1600), scale=2)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
-        kelpa.board.button("Language").press()
-        wait_until("the menu is open", lambda: kelpa.board.menu_item("日本語")).press()
-        wait_until("the board speaks Japanese", lambda: kelpa.board.column("すべてのタスク"))
-        looks.are("japanese-2x")
+    with _board_with_windows(desktop, binary, size=(2560, 1600), scale=2) as (kelpa, pictures):
+        _choose_language(kelpa, "日本語", lambda: kelpa.board.column("すべてのタスク"))
+        pictures.match("japanese-2x")
 
 
 @on_desktop(size="1280x800x24")
 def menus_and_a_goal_that_takes_a_card_look_as_they_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    _write_board(path)
-    _open_windows(desktop)
-    looks = _Looks(desktop)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
+    with _board_with_windows(desktop, binary) as (kelpa, pictures):
         kelpa.open_move_menu("Build log", boards.UNSORTED, "Learn Japanese")
-        looks.are("window-menu")
+        pictures.match("window-menu")
         desktop.key("Escape")
         wait_until("the menu is closed", lambda: kelpa.board.menu_item("Learn Japanese") is None)
         column = kelpa.board.column("Learn Japanese").node
         column.find(boards.BUTTON_ROLES, lambda name: name == "Priority: P2")[0].press()
         wait_until("the menu is open", lambda: kelpa.board.menu_item("P0"))
-        looks.are("priority-menu")
+        pictures.match("priority-menu")
         desktop.key("Escape")
         wait_until("the menu is closed", lambda: kelpa.board.menu_item("P0") is None)
         def begin():
@@ -174,30 +170,30 @@ def menus_and_a_goal_that_takes_a_card_look_as_they_did(desktop, binary):
             wait_until("the drag is given up", lambda: not desktop.is_dragging())
             desktop.let_go()
 
-        looks.are_while("card-dragged", begin, end)
+        pictures.match_while("card-dragged", begin, end)
 
 
 @on_desktop(size="1280x800x24")
 def todos_and_goals_that_are_written_look_as_they_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     _write_board(path)
-    looks = _Looks(desktop)
+    pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.click(*kelpa.todo_node("Ship release 0.1", "Build the package"))
         wait_until("the title can be typed", kelpa.board.focused_field)
-        looks.are("todo-edited")
+        pictures.match("todo-edited")
         desktop.key("Escape")
         wait_until("nothing is typed", lambda: not kelpa.board.focused_field())
         kelpa.click(lambda: next(iter(kelpa.board.column("Learn Japanese").node.find(
             boards.BUTTON_ROLES, lambda name: name == boards.ADD_TODO)), None), "the button for a todo")
         wait_until("a todo can be typed", kelpa.board.focused_field)
-        looks.are("todo-added")
+        pictures.match("todo-added")
         desktop.key("Escape")
         wait_until("nothing is typed", lambda: not kelpa.board.focused_field())
         kelpa.open_goal_menu("Ship release 0.1", "Rename goal")()
         wait_until("the title can be typed", kelpa.board.focused_field)
-        looks.are("rename-sheet")
+        pictures.match("rename-sheet")
         desktop.key("Escape")
 
 
@@ -215,7 +211,7 @@ def long_titles_and_those_from_right_to_left_look_as_they_did(desktop, binary):
         # A terminal cannot be told such a title when it starts.
         desktop.run("wmctrl", "-i", "-r", hex(desktop.wait_for_window(name).number), "-T", title)
         desktop.wait_for_window(title)
-    looks = _Looks(desktop)
+    pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         for title in (_RIGHT_TO_LEFT, _LONG):
@@ -224,32 +220,18 @@ def long_titles_and_those_from_right_to_left_look_as_they_did(desktop, binary):
         kelpa.wait_for_previews(_RIGHT_TO_LEFT)
         desktop.click(*kelpa.head(_RIGHT_TO_LEFT))
         wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == _RIGHT_TO_LEFT)
-        looks.are("long-titles")
+        pictures.match("long-titles")
 
 
 @on_desktop(size="1920x1200x24")
 def the_board_in_french_at_one_and_a_half_times_the_size_looks_as_it_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    _write_board(path)
-    _open_windows(desktop)
-    looks = _Looks(desktop, (1920, 1200), scale=1.5)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
-        kelpa.board.button("Language").press()
-        wait_until("the menu is open", lambda: kelpa.board.menu_item("Français")).press()
-        wait_until("the board speaks French", lambda: kelpa.board.button("Nouvel objectif"))
-        looks.are("french-1.5x")
+    with _board_with_windows(desktop, binary, size=(1920, 1200), scale=1.5) as (kelpa, pictures):
+        _choose_language(kelpa, "Français", lambda: kelpa.board.button("Nouvel objectif"))
+        pictures.match("french-1.5x")
 
 
 @on_desktop(size="3840x2160x24")
 def the_board_on_a_very_large_screen_looks_as_it_did(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, is_auto_sorting=False,
-                   goals=[*_GOALS, *((f"Goal {number}", ["Begin", "Go on", "End"]) for number in range(24))])
-    _open_windows(desktop)
-    looks = _Looks(desktop, (3840, 2160))
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.wait_for_previews(boards.UNSORTED)
-        looks.is_light("very-large", "25%")
+    goals = [*_GOALS, *((f"Goal {number}", ["Begin", "Go on", "End"]) for number in range(24))]
+    with _board_with_windows(desktop, binary, goals, size=(3840, 2160)) as (kelpa, pictures):
+        pictures.match_light("very-large", "25%")

@@ -11,9 +11,7 @@ _TITLES = ("Alpha", "Beta", "Gamma", "Delta")
 def windows_are_chosen_in_a_sheet_by_mouse_and_by_keyboard(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", []), ("Work", [])], is_auto_sorting=False)
-    for title in _TITLES:
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms(*_TITLES)
     with Kelpa(desktop, binary, path) as kelpa:
         board = kelpa.board
         kelpa.focus()

@@ -9,8 +9,7 @@ from processes import wait_until
 def only_what_a_drop_would_change_lights_up_and_what_is_refused_says_so(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["One", "Two"]), ("Work", ["Three"])], is_auto_sorting=False)
-    desktop.start_xterm("Terminal")
-    desktop.wait_for_window("Terminal")
+    desktop.open_xterms("Terminal")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
 
@@ -69,17 +68,14 @@ def goals_are_dragged_by_all_of_their_card_and_sorted_ones_are_refused(desktop, 
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
 
-        def order(*titles):
-            wait_until(f"the goals are {titles}", lambda: tuple(kelpa.board.goal_titles()) == titles)
-
-        order("One", "Two", "Three")
+        kelpa.wait_for_goals("One", "Two", "Three")
         desktop.drag(kelpa.ground("Three"), kelpa.head("One"))
-        order("Three", "One", "Two")
+        kelpa.wait_for_goals("Three", "One", "Two")
         desktop.drag_over(kelpa.ground("Two"), kelpa.head("One"))
         taken = desktop.pointer()
         desktop.key("Escape")
         desktop.let_go()
-        order("Three", "One", "Two")
+        kelpa.wait_for_goals("Three", "One", "Two")
 
         kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
         wait_until("the goals are sorted",

@@ -11,8 +11,7 @@ def todos_are_advanced_edited_deleted_and_copied_by_mouse(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Errands", ["Buy milk", "XTerm: Terminal", "Call back"])],
                    is_auto_sorting=False)
-    desktop.start_xterm("Terminal")
-    desktop.wait_for_window("Terminal")
+    desktop.open_xterms("Terminal")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_card(boards.UNSORTED, "Terminal")
@@ -75,8 +74,7 @@ def _typed(kelpa):
 def after_an_edit_by_mouse_the_keys_are_the_boards_again(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["One"]), ("Work", ["Two"])], is_auto_sorting=False)
-    desktop.start_xterm("Terminal")
-    desktop.wait_for_window("Terminal")
+    desktop.open_xterms("Terminal")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_card(boards.UNSORTED, "Terminal")

@@ -54,9 +54,7 @@ class _History:
 def every_change_is_undone_and_redone_by_key(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["One", "Two"]), ("Work", ["Three"])], is_auto_sorting=False)
-    for title in ("First", "Second"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("First", "Second")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         board = kelpa.board
@@ -115,8 +113,7 @@ def _is_first(board):
 def what_is_deleted_comes_back_by_the_button_of_the_toast(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["One", "Two", "Open"]), ("Work", [])], is_auto_sorting=False)
-    desktop.start_xterm("First")
-    desktop.wait_for_window("First")
+    desktop.open_xterms("First")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         history = _History(desktop, kelpa, path)

@@ -1,5 +1,7 @@
 """What assistive programs are told of every part of the board, in each of its states."""
 
+import contextlib
+
 import board as boards
 import inspection
 import settings
@@ -83,17 +85,22 @@ def every_part_of_an_empty_board_is_told_well(desktop, binary):
         walk.look("a board that hides empty goals", ["Show All"])
 
 
-def every_part_of_a_full_board_and_its_menus_is_told_well(desktop, binary):
+@contextlib.contextmanager
+def _walk_over_full_board(desktop, binary):
+    """Two goals, and two windows, the first of which is assigned to the first goal."""
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=_GOALS, is_auto_sorting=False)
-    for title in ("First", "Second"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
+    desktop.open_xterms("First", "Second")
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.open_move_menu("First", boards.UNSORTED, "Home")()
         kelpa.wait_for_card("Home", "First")
-        walk = _Walk(desktop, kelpa)
+        yield _Walk(desktop, kelpa)
+
+
+def every_part_of_a_full_board_and_its_menus_is_told_well(desktop, binary):
+    with _walk_over_full_board(desktop, binary) as walk:
+        kelpa = walk.kelpa
         full = ["(2)Home", "(0)Work", "XTerm: First", "XTerm: Second", boards.PREVIEW, boards.MOVE_TO_GOAL,
                 boards.CLOSE_PROCESS, "Water the plants", "Todo status: Todo", "More todo actions",
                 boards.GO_TO_TODO, boards.HANDLE, "2 unfinished todos", "Priority: P2",
@@ -134,16 +141,8 @@ def every_part_of_a_full_board_and_its_menus_is_told_well(desktop, binary):
 
 
 def every_part_of_sheets_fields_and_the_toast_is_told_well(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=_GOALS, is_auto_sorting=False)
-    for title in ("First", "Second"):
-        desktop.start_xterm(title)
-        desktop.wait_for_window(title)
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.focus()
-        kelpa.open_move_menu("First", boards.UNSORTED, "Home")()
-        kelpa.wait_for_card("Home", "First")
-        walk = _Walk(desktop, kelpa)
+    with _walk_over_full_board(desktop, binary) as walk:
+        kelpa = walk.kelpa
 
         kelpa.open_goal_menu("Home", "Rename goal")()
         wait_until("the title can be typed", kelpa.board.focused_field)

@@ -9,16 +9,6 @@ using State = BoardNavigationState;
 class LaunchOperations : public StoreFixture
 {
 protected:
-    WindowItem listed(WindowID id)
-    {
-        for (const WindowItem& item : store().windows()) {
-            if (item.id == id)
-                return item;
-        }
-        ADD_FAILURE() << "window " << id << " is not listed";
-        return {};
-    }
-
     void addTerminalWindow(WindowID id)
     {
         desktop.addWindow(id, 700, {});

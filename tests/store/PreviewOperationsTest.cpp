@@ -1,40 +1,12 @@
-#include "support/CaseName.h"
-#include "support/StoreFixture.h"
-#include "windows/PreviewRotation.h"
+// Which windows are captured, and when.
+
+#include "store/PreviewFixture.h"
 
 namespace kelpa::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-class PreviewOperations : public StoreFixture
-{
-protected:
-    void addWindows(int count)
-    {
-        for (int i = count; i >= 1; --i) {
-            const auto id = static_cast<WindowID>(i);
-            desktop.addWindow(id, 100, QString::number(i));
-            desktop.captureSizes.insert(id, {640, 480});
-        }
-        store().refresh();
-    }
-
-    void tick()
-    {
-        store().refreshPreviews(scheduler.now());
-        scheduler.advance(0ms);
-    }
-
-    WindowItem listed(WindowID id)
-    {
-        for (const WindowItem& item : store().windows()) {
-            if (item.id == id)
-                return item;
-        }
-        return {};
-    }
-};
+using PreviewOperations = PreviewFixture;
 
 TEST_F(PreviewOperations, Windows_take_turns_one_a_tick)
 {
@@ -311,71 +283,6 @@ TEST_F(PreviewOperations, A_window_that_vanishes_during_its_capture_is_dropped_b
     EXPECT_EQ(store().previews().keys(), QList<WindowID>{2});
 }
 
-TEST_F(PreviewOperations, Losing_the_permission_empties_the_previews_at_the_next_tick)
-{
-    addWindows(1);
-    tick();
-    desktop.isScreenCaptureGranted = false;
-    store().refresh();
-    tick();
-    EXPECT_TRUE(store().previews().isEmpty());
-    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
-    desktop.isScreenCaptureGranted = true;
-    store().refresh();
-    tick();
-    EXPECT_EQ(store().previews().size(), 1);
-}
-
-TEST_F(PreviewOperations, Losing_the_permission_ends_the_capture_in_flight_at_the_next_tick)
-{
-    addWindows(2);
-    tick();
-    scheduler.holdBackgroundWork(true);
-    store().refreshPreviews(scheduler.now());
-    ASSERT_EQ(scheduler.backgroundWorkInFlight(), 1);
-    desktop.isScreenCaptureGranted = false;
-    store().refresh();
-    EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1);
-    store().refreshPreviews(scheduler.now());
-    EXPECT_EQ(scheduler.backgroundWorkInFlight(), 0);
-    EXPECT_TRUE(store().previews().isEmpty());
-
-    // Nothing waits for it once the permission is back.
-    scheduler.holdBackgroundWork(false);
-    desktop.isScreenCaptureGranted = true;
-    store().refresh();
-    tick();
-    EXPECT_EQ(store().previews().keys(), QList<WindowID>{1});
-}
-
-TEST_F(PreviewOperations, A_picture_that_was_taken_before_the_permission_went_is_not_shown)
-{
-    addWindows(1);
-    scheduler.holdBackgroundWork(true);
-    store().refreshPreviews(scheduler.now());
-    desktop.inTheMiddleOfACapture = [this] {
-        desktop.isScreenCaptureGranted = false;
-        store().refresh();
-        store().refreshPreviews(scheduler.now());
-    };
-    scheduler.runBackgroundWork();
-    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
-    EXPECT_TRUE(store().previews().isEmpty());
-}
-
-TEST_F(PreviewOperations,
-       Losing_the_permission_empties_the_previews_though_scrolling_pauses_captures)
-{
-    addWindows(1);
-    tick();
-    store().noteScrollActivity(scheduler.now());
-    desktop.isScreenCaptureGranted = false;
-    store().refresh();
-    EXPECT_EQ(store().previews().size(), 1);
-    store().refreshPreviews(scheduler.now());
-    EXPECT_TRUE(store().previews().isEmpty());
-}
-
 TEST_F(PreviewOperations, Windows_with_a_preview_come_first_in_their_goal)
 {
     addWindows(3);
@@ -400,73 +307,6 @@ TEST_F(PreviewOperations, Stopping_ends_the_capture_in_flight)
     EXPECT_EQ(scheduler.timersDue(), 0);
     EXPECT_TRUE(store().previews().isEmpty());
 }
-
-TEST_F(PreviewOperations, A_card_without_a_preview_says_why)
-{
-    store().setLanguage(AppLanguage::english);
-    addWindows(2);
-    desktop.onScreen.remove(2);
-    store().refresh();
-    EXPECT_EQ(store().previewMessage(listed(1)),
-              QStringLiteral("This window cannot be captured yet"));
-    EXPECT_EQ(store().previewMessage(listed(2)),
-              QStringLiteral("Window is minimized; preview will return when restored"));
-    const WindowItem first = listed(1);
-    tick();
-    EXPECT_EQ(store().previewMessage(first), std::nullopt);
-
-    desktop.isScreenCaptureGranted = false;
-    store().refresh();
-    tick();
-    EXPECT_EQ(store().previewMessage(first),
-              QStringLiteral("Allow Screen Recording to show a preview"));
-}
-
-TEST_F(PreviewOperations, Asking_for_permissions_opens_the_settings_where_one_is_missing)
-{
-    desktop.isAccessibilityGranted = false;
-    desktop.isScreenCaptureGranted = false;
-    store().requestPermissions();
-    EXPECT_EQ(desktop.calls, (QStringList{QStringLiteral("requestTrust"),
-                                          QStringLiteral("requestScreenCapture")}));
-    EXPECT_EQ(desktop.openedUrls.last().toString(),
-              QStringLiteral("x-apple.systempreferences:com.apple.preference.security?"
-                             "Privacy_ScreenCapture"));
-
-    desktop.grantsScreenCaptureWhenAsked = true;
-    store().requestPermissions();
-    EXPECT_TRUE(store().isScreenCaptureTrusted());
-    EXPECT_FALSE(store().isAccessibilityTrusted());
-    EXPECT_EQ(desktop.openedUrls.last().toString(),
-              QStringLiteral("x-apple.systempreferences:com.apple.preference.security?"
-                             "Privacy_Accessibility"));
-}
-
-struct DisplaySizeCase
-{
-    const char* name;
-    QSize pixels;
-    QSizeF points;
-};
-
-class PreviewDisplaySizes : public testing::TestWithParam<DisplaySizeCase>
-{};
-
-TEST_P(PreviewDisplaySizes, Bring_the_longer_side_down_and_never_up)
-{
-    const QSizeF size = previewDisplaySize(GetParam().pixels);
-    EXPECT_DOUBLE_EQ(size.width(), GetParam().points.width());
-    EXPECT_DOUBLE_EQ(size.height(), GetParam().points.height());
-}
-
-INSTANTIATE_TEST_SUITE_P(Previews, PreviewDisplaySizes,
-                         testing::Values(DisplaySizeCase{"large", {1440, 900}, {720, 450}},
-                                         DisplaySizeCase{"small", {300, 200}, {300, 200}},
-                                         DisplaySizeCase{
-                                             "exactly_the_limit", {720, 720}, {720, 720}},
-                                         DisplaySizeCase{"tall", {500, 1440}, {250, 720}},
-                                         DisplaySizeCase{"a_line", {10'000, 1}, {720, 1}}),
-                         caseName);
 
 } // namespace
 } // namespace kelpa::test

@@ -1,282 +1,12 @@
 // Long random sequences of operations; the invariants are checked after each one.
 
+#include "store/RandomOperations.h"
 #include "store/board/BoardPersistence.h"
-#include "store/board/HistoryModel.h"
 #include "store/board/TodoOrder.h"
-#include "support/StoreFixture.h"
-
-#include <QByteArray>
 
 #include <iostream>
-#include <random>
 
 namespace kelpa::test {
-namespace {
-
-using namespace std::chrono_literals;
-using Enter = EnterWindowLayer;
-
-constexpr int operationCount = 100'000;
-
-/// KELPA_TEST_SEED repeats a run; otherwise every run takes another way.
-std::uint64_t chosenSeed()
-{
-    bool isNumber = false;
-    const std::uint64_t given = qgetenv("KELPA_TEST_SEED").toULongLong(&isNumber);
-    return isNumber ? given : std::random_device()();
-}
-
-class RandomOperations : public StoreFixture
-{
-protected:
-    RandomOperations() : m_seed(chosenSeed()), m_random(m_seed)
-    {
-        std::cout << "KELPA_TEST_SEED=" << m_seed << '\n';
-    }
-
-    int below(int bound) { return std::uniform_int_distribution(0, bound - 1)(m_random); }
-    bool chance(int oneIn) { return below(oneIn) == 0; }
-
-    /// Mostly a goal of the board, now and then one that it does not know.
-    GoalID anyGoal()
-    {
-        const QList<Goal>& goals = store().goals();
-        if (goals.isEmpty() || chance(20))
-            return GoalID::create();
-        return goals[below(static_cast<int>(goals.size()))].id;
-    }
-
-    std::optional<GoalID> anyList() { return chance(3) ? std::nullopt : std::optional(anyGoal()); }
-
-    struct Place
-    {
-        TodoID id;
-        std::optional<GoalID> list;
-    };
-
-    Place anyTodo()
-    {
-        QList<Place> places;
-        for (const Goal& each : store().goals()) {
-            for (const TodoItem& item : each.todos)
-                places.append({item.id, each.id});
-        }
-        for (const TodoItem& item : store().unassignedTodos())
-            places.append({item.id, std::nullopt});
-        if (places.isEmpty() || chance(20))
-            return {TodoID::create(), anyList()};
-        return places[below(static_cast<int>(places.size()))];
-    }
-
-    QString anyTitle()
-    {
-        static const QStringList titles{QStringLiteral("a"),        QStringLiteral("  b "),
-                                        QStringLiteral(" "),        QStringLiteral("日本語"),
-                                        QStringLiteral("👍🏽"), QStringLiteral("\"\\\n")};
-        return titles[below(static_cast<int>(titles.size()))];
-    }
-
-    WindowID anyWindow() { return static_cast<WindowID>(1 + below(14)); }
-
-    void changeDesktop()
-    {
-        const WindowID id = anyWindow();
-        if (desktop.onScreen.contains(id))
-            desktop.removeWindow(id);
-        else
-            desktop.addWindow(id, 100 + below(4), anyTitle());
-    }
-
-    /// One operation, chosen by chance; gives its name.
-    std::string operate();
-
-    /// The board is this one, and the test knows it so.
-    void expectBoard(const BoardVersion& board);
-    /// Back as far as it goes, and forth again.
-    void checkHistory();
-    void checkMovedBefore(TodoID moved, TodoID target);
-    void checkTodos();
-    void checkGoals();
-    void checkNavigation();
-    void checkAssignments();
-    void checkSavedState();
-
-    /// The expected contents, which the test tracks beside the store.
-    QSet<TodoID> m_todos;
-    Assignments m_assignments;
-    HistoryModel m_history;
-    BoardVersion m_before;
-
-    const std::uint64_t m_seed;
-    std::mt19937_64 m_random;
-};
-
-std::string RandomOperations::operate()
-{
-    switch (below(25)) {
-    case 0:
-        if (store().goals().size() < 12)
-            store().createGoal(anyTitle());
-        return "createGoal";
-    case 1:
-        store().renameGoal(anyGoal(), anyTitle());
-        return "renameGoal";
-    case 2: {
-        if (!chance(3))
-            return "nothing";
-        const GoalID id = anyGoal();
-        for (const Goal& each : store().goals()) {
-            if (each.id != id)
-                continue;
-            for (const TodoItem& item : each.todos)
-                m_todos.remove(item.id);
-        }
-        m_assignments.removeIf([&id](const auto& entry) { return entry.value() == id; });
-        store().deleteGoal(id);
-        return "deleteGoal";
-    }
-    case 3:
-        store().moveGoal(anyGoal(), anyGoal());
-        return "moveGoal";
-    case 4:
-        store().setGoalPriority(static_cast<GoalPriority>(below(4)), anyGoal());
-        return "setGoalPriority";
-    case 5:
-        store().setAutoSortingGoals(chance(2));
-        return "setAutoSortingGoals";
-    case 6:
-        store().setHidingGoalsWithoutOpenTodos(chance(2));
-        return "setHidingGoalsWithoutOpenTodos";
-    case 7:
-    case 8: {
-        if (m_todos.size() >= 60)
-            return "nothing";
-        const std::optional<GoalID> list = anyList();
-        const bool exists = !list || std::ranges::any_of(store().goals(), [&](const Goal& each) {
-            return each.id == *list;
-        });
-        const qsizetype before = exists ? todos(list).size() : 0;
-        store().addTodo(anyTitle(), list);
-        if (exists && todos(list).size() > before)
-            m_todos.insert(todos(list).last().id);
-        return "addTodo";
-    }
-    case 9: {
-        const Place place = anyTodo();
-        store().updateTodo(place.id, anyTitle(), place.list);
-        return "updateTodo";
-    }
-    case 10:
-    case 11: {
-        const Place place = anyTodo();
-        store().toggleTodo(place.id, place.list);
-        return "toggleTodo";
-    }
-    case 12: {
-        const Place place = anyTodo();
-        m_todos.remove(place.id);
-        store().deleteTodo(place.id, place.list);
-        return "deleteTodo";
-    }
-    case 13: {
-        const Place place = anyTodo();
-        store().moveTodo(place.id, place.list, anyList());
-        return "moveTodo to a list";
-    }
-    case 14: {
-        const TodoID moved = anyTodo().id;
-        const TodoID target = anyTodo().id;
-        store().moveTodo(moved, target);
-        if (moved != target && m_todos.contains(moved) && m_todos.contains(target))
-            checkMovedBefore(moved, target);
-        return "moveTodo before";
-    }
-    case 15:
-        if (chance(3))
-            store().setSearchText(chance(2) ? QString() : anyTitle());
-        else if (chance(2))
-            store().requestAddTodo(anyGoal());
-        else
-            store().cancelTodoEditor();
-        return "todo editor or search";
-    case 16:
-        changeDesktop();
-        if (chance(2))
-            store().refresh();
-        else
-            store().refreshInBackground();
-        scheduler.advance(0ms);
-        return "refresh";
-    case 17: {
-        const WindowID id = anyWindow();
-        const std::optional<GoalID> goalID = anyList();
-        store().assign(id, goalID);
-        for (const WindowItem& item : store().windows()) {
-            if (item.id != id)
-                continue;
-            if (item.goalID)
-                m_assignments.insert(QString::number(id), *item.goalID);
-            else if (!goalID)
-                m_assignments.remove(QString::number(id));
-        }
-        return "assign";
-    }
-    case 18: {
-        const QSet<WindowID> ids{anyWindow(), anyWindow()};
-        const GoalID goalID = anyGoal();
-        if (store().assign(ids, goalID)) {
-            for (const WindowID id : ids)
-                m_assignments.insert(QString::number(id), goalID);
-        }
-        return "assign several";
-    }
-    case 19: {
-        const auto direction = static_cast<NavigationDirection>(below(4));
-        if (store().boardNavigation().layer == BoardNavigationLayer::windows)
-            store().moveWindowSelection(direction);
-        else
-            store().moveTargetSelection(direction);
-        return "arrow";
-    }
-    case 20: {
-        store().setTargetGridColumnCount(1 + below(4));
-        const Enter enter = chance(2) ? Enter::yes : Enter::no;
-        const int target = below(4);
-        store().activateTarget(target == 0   ? TargetSelection::none()
-                               : target == 1 ? TargetSelection::unifiedTodos()
-                               : target == 2 ? TargetSelection::unassigned()
-                                             : TargetSelection::goal(anyGoal()),
-                               enter);
-        return "activateTarget";
-    }
-    case 21:
-    case 22:
-        store().undo();
-        expectBoard(m_history.undo(m_before));
-        return "undo";
-    case 23:
-        store().redo();
-        expectBoard(m_history.redo(m_before));
-        return "redo";
-    default:
-        switch (below(4)) {
-        case 0:
-            store().returnToTargetSelection();
-            return "returnToTargetSelection";
-        case 1:
-            store().clearTargetSelection();
-            return "clearTargetSelection";
-        case 2:
-            store().setLanguage(static_cast<AppLanguage>(below(6)));
-            if (!store().unassignedTodos().isEmpty())
-                store().copyTodo(store().unassignedTodos().first());
-            return "setLanguage, copyTodo";
-        default:
-            scheduler.advance(700ms);
-            return "time passes";
-        }
-    }
-}
 
 void RandomOperations::expectBoard(const BoardVersion& board)
 {
@@ -395,6 +125,10 @@ void RandomOperations::checkSavedState()
     }
 }
 
+namespace {
+
+constexpr int operationCount = 100'000;
+
 /// Goals in order and loose todos, with the orders that a start gives them.
 std::pair<QList<Goal>, QList<TodoItem>> normalized(QList<Goal> goals, QList<TodoItem> loose)
 {
@@ -406,6 +140,7 @@ std::pair<QList<Goal>, QList<TodoItem>> normalized(QList<Goal> goals, QList<Todo
 
 TEST_F(RandomOperations, Keep_every_promise_of_the_board)
 {
+    std::cout << seedText(m_seed) << '\n';
     std::string last = "start";
     for (int i = 0; i < operationCount && !HasFailure(); ++i) {
         const QList<Goal> goals = store().goals();
@@ -420,8 +155,8 @@ TEST_F(RandomOperations, Keep_every_promise_of_the_board)
             m_history.record(m_before, HistoryModel::present(store()));
 
         const testing::ScopedTrace trace(__FILE__, __LINE__,
-                                         "operation " + std::to_string(i) + " (" + last +
-                                             "), KELPA_TEST_SEED=" + std::to_string(m_seed));
+                                         "operation " + std::to_string(i) + " (" + last + "), " +
+                                             seedText(m_seed));
         checkTodos();
         checkGoals();
         checkNavigation();

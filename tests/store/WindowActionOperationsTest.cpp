@@ -9,16 +9,6 @@ using State = BoardNavigationState;
 class WindowActionOperations : public StoreFixture
 {
 protected:
-    WindowItem listed(WindowID id)
-    {
-        for (const WindowItem& item : store().windows()) {
-            if (item.id == id)
-                return item;
-        }
-        ADD_FAILURE() << "window " << id << " is not listed";
-        return {};
-    }
-
     QStringList raised() const { return desktop.calls.filter(QStringLiteral("raise ")); }
 
     int passes() const

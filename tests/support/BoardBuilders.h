@@ -1,10 +1,11 @@
-// Builds records for tests.
+// Builds records for tests, and reads lists of them.
 #pragma once
 
 #include "model/Goal.h"
 #include "model/TodoItem.h"
 #include "model/WindowItem.h"
 
+#include <QList>
 #include <QString>
 
 namespace kelpa::test {
@@ -28,6 +29,15 @@ inline WindowItem window(WindowID id, const QString& title = {}, const QString& 
     item.title = title;
     item.ownerName = ownerName;
     return item;
+}
+
+/// In the order of the windows.
+inline QList<WindowID> idsOf(const QList<WindowItem>& windows)
+{
+    QList<WindowID> ids;
+    for (const WindowItem& each : windows)
+        ids.append(each.id);
+    return ids;
 }
 
 } // namespace kelpa::test

@@ -81,7 +81,7 @@ TaskHandle ManualScheduler::startInBackground(BackgroundWork work)
     return add(std::move(item));
 }
 
-TaskHandle ManualScheduler::startAwaiting(Duration /*limit*/, BackgroundWork work)
+TaskHandle ManualScheduler::startAndWait(Duration /*limit*/, BackgroundWork work)
 {
     if (m_isHoldingBackground)
         return startInBackground(std::move(work));

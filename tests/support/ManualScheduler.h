@@ -36,7 +36,7 @@ public:
 
 protected:
     TaskHandle startInBackground(BackgroundWork work) override;
-    TaskHandle startAwaiting(Duration limit, BackgroundWork work) override;
+    TaskHandle startAndWait(Duration limit, BackgroundWork work) override;
 
 private:
     struct Item;

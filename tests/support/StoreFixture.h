@@ -62,7 +62,7 @@ protected:
         return list.last().id;
     }
 
-    const Goal& goal(GoalID id) { return *std::ranges::find(store().goals(), id, &Goal::id); }
+    const Goal& goal(GoalID id) { return *goalWith(id, store().goals()); }
 
     QList<TodoItem> todos(std::optional<GoalID> in)
     {
@@ -76,6 +76,20 @@ protected:
             titles.append(each.title);
         return titles;
     }
+
+    /// The listed window with this number; a failure and a window without values when there is
+    /// none.
+    WindowItem listed(WindowID id)
+    {
+        const WindowItem* const window = windowWith(id, store().windows());
+        if (window == nullptr) {
+            ADD_FAILURE() << "window " << id << " is not listed";
+            return {};
+        }
+        return *window;
+    }
+
+    std::optional<GoalID> goalOf(WindowID id) { return listed(id).goalID; }
 
     /// The signals since the last call, and the number of writes since then.
     QMap<QString, int> takeSignals() { return signalLog->take(); }

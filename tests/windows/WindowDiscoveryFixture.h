@@ -1,6 +1,7 @@
 // Window discovery on the fake desktop.
 #pragma once
 
+#include "support/BoardBuilders.h"
 #include "support/FakeDesktop.h"
 #include "windows/WindowDiscovery.h"
 
@@ -19,13 +20,7 @@ protected:
         return WindowDiscovery::visibleWindows(*source, FakeDesktop::ownProcess);
     }
 
-    QList<WindowID> discoveredIDs()
-    {
-        QList<WindowID> ids;
-        for (const WindowItem& window : discover())
-            ids.append(window.id);
-        return ids;
-    }
+    QList<WindowID> discoveredIDs() { return idsOf(discover()); }
 
     /// The accessibility windows of a process on the fake desktop.
     std::vector<AccessibilityWindow>& elementsOf(ProcessID process)

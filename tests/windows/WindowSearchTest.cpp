@@ -10,14 +10,6 @@
 namespace kelpa::test {
 namespace {
 
-QList<WindowID> idsOf(const QList<WindowItem>& windows)
-{
-    QList<WindowID> ids;
-    for (const WindowItem& item : windows)
-        ids.append(item.id);
-    return ids;
-}
-
 struct MatchCase
 {
     const char* name;

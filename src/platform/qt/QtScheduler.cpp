@@ -144,7 +144,7 @@ TaskHandle QtScheduler::startInBackground(BackgroundWork work)
     return std::make_unique<JobHandle>(start(std::move(work)));
 }
 
-TaskHandle QtScheduler::startAwaiting(Duration limit, BackgroundWork work)
+TaskHandle QtScheduler::startAndWait(Duration limit, BackgroundWork work)
 {
     std::shared_ptr<BackgroundJob> job = start(std::move(work));
     if (!job->waitFor(limit))

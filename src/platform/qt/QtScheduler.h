@@ -41,7 +41,7 @@ public:
 protected:
     TaskHandle startInBackground(BackgroundWork work) override;
     /// Blocks the main thread without running its event loop.
-    TaskHandle startAwaiting(Duration limit, BackgroundWork work) override;
+    TaskHandle startAndWait(Duration limit, BackgroundWork work) override;
 
 private:
     class Receiver;

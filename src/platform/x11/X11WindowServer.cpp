@@ -1,5 +1,6 @@
 #include "platform/x11/X11WindowServer.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/x11/connection/DisplayConnection.h"
 #include "platform/x11/connection/XcbEvent.h"
 #include "platform/x11/connection/XcbReply.h"
@@ -7,6 +8,7 @@
 #include "platform/x11/discovery/WindowEventMonitor.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace kelpa::x11 {
@@ -54,19 +56,33 @@ std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()
 {
     const std::scoped_lock lock(m_discoveryMutex);
     const BrokenPipeGuard guard;
-    if (!connect())
+    if (!connect()) {
+        qCDebug(logX11Discovery, "pass without a display");
         return withoutDesktop();
+    }
+    const auto begin = std::chrono::steady_clock::now();
+    const std::uint64_t roundTrips = m_display->connection().traffic().roundTrips;
     RootReading root = readRoot(*m_display);
     forgetDestroyed();
     updateNumberWriter(root);
     ClientsReading clients = readClients(
         *m_display, root, [this](xcb_window_t window) { return m_numbers.isKnown(window); });
-    if (m_display->connection().isBroken() || !clients.hasWindowManager || !root.clients)
+    if (m_display->connection().isBroken() || !clients.hasWindowManager || !root.clients) {
+        qCDebug(logX11Discovery, "pass without a window list: %s",
+                m_display->connection().isBroken() ? "the connection is lost"
+                : clients.hasWindowManager         ? "the window manager maintains none"
+                                                   : "there is no window manager");
         return withoutDesktop();
+    }
     m_trust->hasComposite = m_display->hasComposite();
     m_trust->hasWindowManager = true;
     const std::vector<ClientWindow> windows = numbered(std::move(clients), root);
     publishWindows(windows);
+    const std::chrono::duration<double, std::milli> duration =
+        std::chrono::steady_clock::now() - begin;
+    qCDebug(logX11Discovery, "pass read %zu windows in %.1f ms, %llu round trips", windows.size(),
+            duration.count(),
+            qulonglong(m_display->connection().traffic().roundTrips - roundTrips));
     return std::make_unique<SnapshotSource>(windows, root.context, m_needs.resolver,
                                             m_needs.documents);
 }
@@ -136,6 +152,10 @@ void X11WindowServer::updateNumberWriter(RootReading& root)
     if (root.numbersOwner == XCB_WINDOW_NONE && m_display->acquireNumbers())
         root.numbersOwner = m_display->helperWindow();
     const bool isOwner = root.numbersOwner == m_display->helperWindow();
+    if (isOwner != m_isWritingNumbers) {
+        qCDebug(logX11Discovery, "%s numbers the windows",
+                isOwner ? "this program" : "another program");
+    }
     if (isOwner && !m_isWritingNumbers)
         m_numbers.beginWriting(root.numberCounter);
     else if (!isOwner && m_isWritingNumbers)

@@ -39,7 +39,7 @@ DiscoveryPasses::DiscoveryPasses(WindowServer& server, const Applications& appli
 void DiscoveryPasses::runNow()
 {
     cancel();
-    m_pass = m_scheduler.inBackgroundAwaiting(
+    m_pass = m_scheduler.inBackgroundAndWait(
         waitLimit, passOver(m_server, m_applications.currentProcess(), ReadAccess::granted),
         [this](const WindowDiscoveryBatch& batch) { finish(batch.windows); });
 }

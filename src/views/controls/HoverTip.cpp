@@ -33,7 +33,7 @@ void HoverTip::setText(const QString& text)
         return;
     m_hasOwnText = true;
     m_text = text;
-    tell();
+    updateText();
 }
 
 void HoverTip::setHovered(bool isHovered)
@@ -75,7 +75,7 @@ void HoverTip::dismiss()
     showOrHide();
 }
 
-void HoverTip::tell()
+void HoverTip::updateText()
 {
     if (m_tip != nullptr)
         m_tip->setProperty(buttonText, text());
@@ -103,9 +103,9 @@ void HoverTip::showOrHide()
     m_tip->setProperty("visible", true);
     if (!m_hasOwnText) {
         // A press may change what the button does.
-        disconnect(control, nullptr, this, SLOT(tell()));
-        watchProperty(*control, help, *this, "tell()");
-        watchProperty(*control, buttonText, *this, "tell()");
+        disconnect(control, nullptr, this, SLOT(updateText()));
+        watchProperty(*control, help, *this, "updateText()");
+        watchProperty(*control, buttonText, *this, "updateText()");
     }
     Q_EMIT itemChanged();
 }

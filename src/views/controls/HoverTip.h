@@ -47,7 +47,7 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void follow();
-    void tell();
+    void updateText();
 
 protected:
     void componentComplete() override;

@@ -4,7 +4,6 @@
 #include "store/board/GoalOrder.h"
 #include "views/goals/GoalController.h"
 
-#include <algorithm>
 #include <optional>
 #include <variant>
 
@@ -21,26 +20,24 @@ bool DropController::hasTodo(const TodoDragPayload& todo) const
            nullptr;
 }
 
-DropController::DropEffect DropController::effectOf(const DragPayload& drop,
+DropController::DropEffect DropController::effectOf(const DragPayload& payload,
                                                     const ColumnID& column) const
 {
     const auto changeIf = [](bool isChanging) {
         return isChanging ? DropEffect::change : DropEffect::none;
     };
-    if (const GoalID* const goalID = std::get_if<GoalID>(&drop)) {
+    if (const GoalID* const goalID = std::get_if<GoalID>(&payload)) {
         const QList<Goal>& goals = m_store.goals();
         if (!column.goalID || *column.goalID == *goalID || m_store.isAutoSortingGoals() ||
             goalWith(*goalID, goals) == nullptr)
             return DropEffect::refused;
         return changeIf(movedGoal(goals, *goalID, *column.goalID) != goals);
     }
-    if (const WindowID* const windowID = std::get_if<WindowID>(&drop)) {
-        const QList<WindowItem>& windows = m_store.windows();
-        const auto window = std::ranges::find(windows, *windowID, &WindowItem::id);
-        return window == windows.end() ? DropEffect::refused
-                                       : changeIf(window->goalID != column.goalID);
+    if (const WindowID* const windowID = std::get_if<WindowID>(&payload)) {
+        const WindowItem* const window = windowWith(*windowID, m_store.windows());
+        return window == nullptr ? DropEffect::refused : changeIf(window->goalID != column.goalID);
     }
-    if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&drop))
+    if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&payload))
         return hasTodo(*todo) ? changeIf(todo->sourceGoalID != column.goalID) : DropEffect::refused;
     return DropEffect::refused;
 }
@@ -64,16 +61,19 @@ bool DropController::wouldDropMove(const QString& text, const QString& columnID)
 
 bool DropController::drop(const QString& text, const QString& columnID)
 {
-    const DropEffect effect = effectOf(text, columnID);
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (!column)
+        return false;
+    const DragPayload payload = dragPayloadFromText(text);
+    const DropEffect effect = effectOf(payload, *column);
     if (effect != DropEffect::change)
         return effect == DropEffect::none;
-    const std::optional<GoalID> target = goalFromColumnText(columnID);
-    const DragPayload drop = dragPayloadFromText(text);
-    if (const GoalID* const goalID = std::get_if<GoalID>(&drop); goalID != nullptr && target)
+    const std::optional<GoalID> target = column->goalID;
+    if (const GoalID* const goalID = std::get_if<GoalID>(&payload); goalID != nullptr && target)
         m_store.moveGoal(*goalID, *target);
-    else if (const WindowID* const windowID = std::get_if<WindowID>(&drop))
+    else if (const WindowID* const windowID = std::get_if<WindowID>(&payload))
         m_store.assign(*windowID, target);
-    else if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&drop))
+    else if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&payload))
         m_store.moveTodo(todo->todoID, todo->sourceGoalID, target);
     return true;
 }
@@ -85,8 +85,8 @@ bool DropController::isGoalDrag(const QString& text) const
 
 QString DropController::movableColumn(const QString& text) const
 {
-    const DragPayload drop = dragPayloadFromText(text);
-    const GoalID* const goalID = std::get_if<GoalID>(&drop);
+    const DragPayload payload = dragPayloadFromText(text);
+    const GoalID* const goalID = std::get_if<GoalID>(&payload);
     if (goalID == nullptr || m_store.isAutoSortingGoals())
         return {};
     const QList<Goal> goals = m_store.visibleGoals();

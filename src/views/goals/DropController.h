@@ -43,7 +43,7 @@ private:
 
     /// The outcome of a drop on a column; `none` for an item that is there already.
     enum class DropEffect { refused, none, change };
-    DropEffect effectOf(const DragPayload& drop, const ColumnID& column) const;
+    DropEffect effectOf(const DragPayload& payload, const ColumnID& column) const;
     DropEffect effectOf(const QString& text, const QString& columnID) const;
 
     /// The column of the dragged goal, when it shows among others that have their own order;

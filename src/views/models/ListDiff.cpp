@@ -77,15 +77,15 @@ void appendRemovals(std::vector<ListStep>& steps, const std::vector<int>& newPla
     }
 }
 
-/// `kept` holds the new places of the rows that stay, in their old order. Rows of a longest
+/// `remaining` holds the new places of the rows that stay, in their old order. Rows of a longest
 /// increasing subsequence rest. In the new order, every other row moves once, into the gap behind
 /// the resting row before it, to the end of the rows that have moved into that gap. Gap 0 is before
 /// the first resting row. A row's index is the number of resting rows, of rows still waiting to be
 /// moved and of moved rows before it; the trees count the latter two.
-void appendMoves(std::vector<ListStep>& steps, const std::vector<int>& kept)
+void appendMoves(std::vector<ListStep>& steps, const std::vector<int>& remaining)
 {
-    const std::vector<bool> isResting = longestIncreasingSubsequence(kept);
-    const Index count = kept.size();
+    const std::vector<bool> isResting = longestIncreasingSubsequence(remaining);
+    const Index count = remaining.size();
 
     std::vector<Index> gapOf(count);
     FenwickTree waiting(count);
@@ -105,7 +105,7 @@ void appendMoves(std::vector<ListStep>& steps, const std::vector<int>& kept)
     for (Index row = 0; row < count; ++row)
         rowsByNewPlace[row] = row;
     std::sort(rowsByNewPlace.begin(), rowsByNewPlace.end(),
-              [&](Index a, Index b) { return kept[a] < kept[b]; });
+              [&](Index a, Index b) { return remaining[a] < remaining[b]; });
 
     FenwickTree moved(resting + 1);
     Index gap = 0;
@@ -124,19 +124,19 @@ void appendMoves(std::vector<ListStep>& steps, const std::vector<int>& kept)
     }
 }
 
-void appendInsertions(std::vector<ListStep>& steps, const std::vector<int>& kept, int newCount)
+void appendInsertions(std::vector<ListStep>& steps, const std::vector<int>& remaining, int newCount)
 {
-    std::vector<bool> isKept(static_cast<Index>(newCount), false);
-    for (const int place : kept)
-        isKept[static_cast<Index>(place)] = true;
+    std::vector<bool> isRemaining(static_cast<Index>(newCount), false);
+    for (const int place : remaining)
+        isRemaining[static_cast<Index>(place)] = true;
     int first = 0;
     while (first < newCount) {
-        if (isKept[static_cast<Index>(first)]) {
+        if (isRemaining[static_cast<Index>(first)]) {
             ++first;
             continue;
         }
         int end = first;
-        while (end < newCount && !isKept[static_cast<Index>(end)])
+        while (end < newCount && !isRemaining[static_cast<Index>(end)])
             ++end;
         steps.emplace_back(InsertRows{first, end - first});
         first = end;
@@ -147,15 +147,15 @@ void appendInsertions(std::vector<ListStep>& steps, const std::vector<int>& kept
 
 std::vector<ListStep> listSteps(const std::vector<int>& newPlaces, int newCount)
 {
-    std::vector<int> kept;
-    kept.reserve(newPlaces.size());
-    std::copy_if(newPlaces.begin(), newPlaces.end(), std::back_inserter(kept),
+    std::vector<int> remaining;
+    remaining.reserve(newPlaces.size());
+    std::copy_if(newPlaces.begin(), newPlaces.end(), std::back_inserter(remaining),
                  [](int place) { return place != goneRow; });
 
     std::vector<ListStep> steps;
     appendRemovals(steps, newPlaces);
-    appendMoves(steps, kept);
-    appendInsertions(steps, kept, newCount);
+    appendMoves(steps, remaining);
+    appendInsertions(steps, remaining, newCount);
     return steps;
 }
 

@@ -93,22 +93,22 @@ private:
 template <std::predicate<const WaterfallRow&> Predicate>
 void WaterfallRows::keepIf(const Predicate& isWanted)
 {
-    std::vector<WaterfallRow> kept;
-    kept.reserve(m_rows.size());
+    std::vector<WaterfallRow> remaining;
+    remaining.reserve(m_rows.size());
     for (const WaterfallRow& each : std::exchange(m_rows, {})) {
         if (isWanted(each))
-            kept.push_back(each);
+            remaining.push_back(each);
         else
             release(each);
     }
-    m_rows = std::move(kept);
+    m_rows = std::move(remaining);
 }
 
 template <std::predicate<const WaterfallRow&> Predicate>
 void WaterfallRows::rowsRemoved(int first, int last, const Predicate& isInUse)
 {
-    std::vector<WaterfallRow> kept;
-    kept.reserve(m_rows.size());
+    std::vector<WaterfallRow> remaining;
+    remaining.reserve(m_rows.size());
     for (WaterfallRow each : std::exchange(m_rows, {})) {
         if (each.row >= first && each.row <= last) {
             if (isInUse(each))
@@ -119,9 +119,9 @@ void WaterfallRows::rowsRemoved(int first, int last, const Predicate& isInUse)
         }
         if (each.row > last)
             renumber(each, each.row - (last - first + 1));
-        kept.push_back(each);
+        remaining.push_back(each);
     }
-    m_rows = std::move(kept);
+    m_rows = std::move(remaining);
 }
 
 } // namespace kelpa

@@ -115,9 +115,9 @@ bool TodoController::canMoveInList(const QString& todoID, const QString& listID,
 bool TodoController::moveToEndOfList(const QString& todoID, const QString& listID, int step)
 {
     const std::optional<TodoID> todo = TodoID::fromText(todoID);
-    if (!todo || !canMoveInList(todoID, listID, step))
-        return false;
     const QList<UnifiedTodoEntry> shown = entries(listID);
+    if (!todo || !todoMove(shown, *todo, step))
+        return false;
     if (step < 0)
         m_store.moveTodo(*todo, shown.front().todo.id, MovePlace::before);
     else

@@ -6,6 +6,7 @@
 #include "views/todos/TodoPlace.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kelpa {
 
@@ -38,20 +39,23 @@ bool TodoDrops::dropOnRow(const QString& text, const QString& listID, const QStr
 
 bool TodoDrops::canDropAtEnd(const QString& text, const QString& listID) const
 {
-    return !shownTodoID(text, listID).isEmpty();
+    return shownTodo(text, listID).has_value();
 }
 
 bool TodoDrops::wouldMoveAtEnd(const QString& text, const QString& listID) const
 {
-    return m_todos.canMoveInList(shownTodoID(text, listID), listID, 1);
+    const std::optional<ShownTodo> dragged = shownTodo(text, listID);
+    return dragged && todoMove(dragged->entries, dragged->id, 1).has_value();
 }
 
 bool TodoDrops::dropAtEnd(const QString& text, const QString& listID)
 {
-    const QString todoID = shownTodoID(text, listID);
+    const std::optional<ShownTodo> dragged = shownTodo(text, listID);
+    if (!dragged)
+        return false;
     // The last todo is accepted and stays.
-    m_todos.moveToEndOfList(todoID, listID, 1);
-    return !todoID.isEmpty();
+    m_todos.moveToEndOfList(dragged->id.text(), listID, 1);
+    return true;
 }
 
 TodoRowDropOutcome TodoDrops::outcomeOnRow(const QString& text, const QString& listID,
@@ -66,15 +70,18 @@ TodoRowDropOutcome TodoDrops::outcomeOnRow(const QString& text, const QString& l
                                      : TodoRowDropOutcome();
 }
 
-QString TodoDrops::shownTodoID(const QString& text, const QString& listID) const
+std::optional<TodoDrops::ShownTodo> TodoDrops::shownTodo(const QString& text,
+                                                         const QString& listID) const
 {
     const std::optional<TodoDragPayload> dragged = TodoDragPayload::fromEncodedValue(text);
-    const QList<UnifiedTodoEntry> shown =
-        dragged ? m_todos.entries(listID) : QList<UnifiedTodoEntry>();
-    const bool isShown = std::ranges::any_of(shown, [&dragged](const UnifiedTodoEntry& entry) {
-        return entry.todo.id == dragged->todoID && entry.goalID == dragged->sourceGoalID;
-    });
-    return isShown ? dragged->todoID.text() : QString();
+    if (!dragged)
+        return std::nullopt;
+    ShownTodo todo{dragged->todoID, m_todos.entries(listID)};
+    const bool isShown =
+        std::ranges::any_of(todo.entries, [&dragged](const UnifiedTodoEntry& entry) {
+            return entry.todo.id == dragged->todoID && entry.goalID == dragged->sourceGoalID;
+        });
+    return isShown ? std::optional(std::move(todo)) : std::nullopt;
 }
 
 } // namespace kelpa

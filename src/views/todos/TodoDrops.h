@@ -3,7 +3,9 @@
 #pragma once
 
 #include "views/models/DragPayload.h"
+#include "views/todos/TodoRows.h"
 
+#include <QList>
 #include <QObject>
 #include <QString>
 #include <QtQmlIntegration/qqmlintegration.h>
@@ -28,8 +30,7 @@ public:
         /// No todo: the column below the row may accept it.
         PassOn,
         /// A todo that the row does not accept, and that must not reach the column either: who
-        /// drops
-        /// a todo on a row means a place among the others.
+        /// drops a todo on a row means a place among the others.
         Refuse,
         Accept,
     };
@@ -54,8 +55,14 @@ private:
     /// Refused when a name names nothing.
     TodoRowDropOutcome outcomeOnRow(const QString& text, const QString& listID,
                                     const QString& todoID) const;
-    /// The dragged todo when the list shows it; otherwise empty.
-    QString shownTodoID(const QString& text, const QString& listID) const;
+    /// A dragged todo and the list that shows it.
+    struct ShownTodo
+    {
+        TodoID id;
+        QList<UnifiedTodoEntry> entries;
+    };
+    /// Absent when `text` is no todo or the list does not show it.
+    std::optional<ShownTodo> shownTodo(const QString& text, const QString& listID) const;
 
     WindowStore& m_store;
     TodoController& m_todos;

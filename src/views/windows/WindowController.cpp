@@ -4,8 +4,6 @@
 #include "views/models/ColumnID.h"
 #include "views/models/DragPayload.h"
 
-#include <algorithm>
-
 namespace kelpa {
 
 WindowController::WindowController(WindowStore& store, QObject* parent)
@@ -52,9 +50,8 @@ QImage WindowController::preview(WindowID windowID) const
 
 std::optional<WindowItem> WindowController::listedWindow(WindowID windowID) const
 {
-    const QList<WindowItem>& windows = m_store.windows();
-    const auto found = std::ranges::find(windows, windowID, &WindowItem::id);
-    return found != windows.end() ? std::optional(*found) : std::nullopt;
+    const WindowItem* const window = windowWith(windowID, m_store.windows());
+    return window != nullptr ? std::optional(*window) : std::nullopt;
 }
 
 } // namespace kelpa

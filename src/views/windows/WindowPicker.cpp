@@ -50,7 +50,7 @@ WindowPicker::WindowPicker(WindowStore& store, QObject* parent) : QObject(parent
 {
     for (const auto signal : {&WindowStore::windowsChanged, &WindowStore::goalsChanged,
                               &WindowStore::previewsChanged, &WindowStore::languageChanged})
-        connect(&store, signal, this, [this] { update(Order::kept); });
+        connect(&store, signal, this, [this] { update(Order::unchanged); });
     connect(&m_rows, &QAbstractItemModel::rowsInserted, this, &WindowPicker::rowCountChanged);
     connect(&m_rows, &QAbstractItemModel::rowsRemoved, this, &WindowPicker::rowCountChanged);
 }
@@ -98,7 +98,7 @@ void WindowPicker::toggle(quint32 windowID)
         return;
     setSelection(toggledSelection(m_selection, windowID,
                                   selectableWindowIDs(m_store.windows(), m_request->goalID)));
-    update(Order::kept);
+    update(Order::unchanged);
 }
 
 void WindowPicker::confirm()
@@ -153,7 +153,7 @@ void WindowPicker::update(Order order)
     QList<PickerRow> rows;
     QList<WindowItem> windows =
         windowsToSelect(m_store.windows(), m_request->goalID, titles, m_searchText, QLocale());
-    if (order == Order::kept)
+    if (order == Order::unchanged)
         windows = inShownOrder(windows, m_windows);
     m_windows = windows;
     rows.reserve(windows.size());

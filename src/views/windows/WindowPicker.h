@@ -108,8 +108,8 @@ Q_SIGNALS:
 private:
     void setRequest(std::optional<GoalWindowPickerRequest> request);
     void setSelection(const WindowSelection& selection);
-    /// Whether windows that are shown already keep their order.
-    enum class Order { kept, sorted };
+    /// The order of the windows that are shown already.
+    enum class Order { unchanged, sorted };
     void update(Order order);
     void updateChosenCount();
 

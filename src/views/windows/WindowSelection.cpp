@@ -98,18 +98,20 @@ QList<WindowItem> inShownOrder(const QList<WindowItem>& windows, const QList<Win
     QList<WindowItem> result;
     result.reserve(windows.size());
     for (const WindowItem& before : shown) {
-        const auto now = std::ranges::find(windows, before.id, &WindowItem::id);
-        if (now == windows.end())
+        const WindowItem* const now = windowWith(before.id, windows);
+        if (now == nullptr)
             continue;
         if (now->goalID != before.goalID)
             return windows;
         result.append(*now);
     }
     // A new window is inserted behind the one that is before it now.
-    auto place = result.begin();
+    qsizetype place = 0;
     for (const WindowItem& window : windows) {
-        const auto kept = std::ranges::find(result, window.id, &WindowItem::id);
-        place = std::next(kept != result.end() ? kept : result.insert(place, window));
+        const qsizetype shownAt = indexOf(result, window.id);
+        if (shownAt < 0)
+            result.insert(place, window);
+        place = (shownAt < 0 ? place : shownAt) + 1;
     }
     return result;
 }

@@ -243,6 +243,15 @@ class Desktop:
                    lambda: processes.has_other_child(terminal.pid, "xterm"))
         return terminal
 
+    def open_xterms(self, *titles):
+        """Starts an xterm for each title, each once the window of the one before is listed, so that
+        the last is on top. Their processes by title."""
+        terminals = {}
+        for title in titles:
+            terminals[title] = self.start_xterm(title)
+            self.wait_for_window(title)
+        return terminals
+
     def run(self, *argv, check=True):
         """Runs a short command on the desktop and returns what it printed."""
         return subprocess.run(

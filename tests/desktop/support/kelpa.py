@@ -142,6 +142,10 @@ class Kelpa:
 
         return wait_until(f"the card {title!r} is in {column!r}", look, seconds)
 
+    def wait_for_goals(self, *titles):
+        """Waits until these goals are shown, in this order."""
+        wait_until(f"the goals are {titles}", lambda: self.board.goal_titles() == list(titles))
+
     def wait_for_previews(self, column):
         """Waits until every card of the column has a preview. Until then the cards change places,
         for those without one come last, and a click would hit another card than it was meant for."""

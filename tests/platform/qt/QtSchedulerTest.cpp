@@ -232,7 +232,7 @@ TEST_F(QtSchedulerTest, Awaited_work_that_is_in_time_is_delivered_before_the_cal
     int result = 0;
     bool hasRunEvents = false;
     QTimer::singleShot(0, [&] { hasRunEvents = true; });
-    const TaskHandle handle = scheduler.inBackgroundAwaiting(
+    const TaskHandle handle = scheduler.inBackgroundAndWait(
         eventuallyLimit, [](const std::stop_token&) { return 42; },
         [&](int value) { result = value; });
     EXPECT_EQ(handle, nullptr);
@@ -248,7 +248,7 @@ TEST_F(QtSchedulerTest, Awaited_work_that_is_late_is_delivered_later)
     std::binary_semaphore gate{0};
     int result = 0;
     const auto start = Clock::now();
-    const TaskHandle handle = scheduler.inBackgroundAwaiting(
+    const TaskHandle handle = scheduler.inBackgroundAndWait(
         20ms,
         [&](const std::stop_token&) {
             gate.acquire();
@@ -267,7 +267,7 @@ TEST_F(QtSchedulerTest, Awaited_work_that_is_late_can_be_cancelled)
     std::binary_semaphore started{0};
     std::atomic<bool> hasStopped = false;
     bool hasArrived = false;
-    TaskHandle handle = scheduler.inBackgroundAwaiting(
+    TaskHandle handle = scheduler.inBackgroundAndWait(
         1ms,
         [&](const std::stop_token& stop) {
             started.release();
@@ -291,7 +291,7 @@ TEST_F(QtSchedulerTest, A_delivery_may_await_other_work)
     const TaskHandle handle = scheduler.inBackground(
         [](const std::stop_token&) { return 1; },
         [&](int first) {
-            const TaskHandle inner = scheduler.inBackgroundAwaiting(
+            const TaskHandle inner = scheduler.inBackgroundAndWait(
                 eventuallyLimit, [first](const std::stop_token&) { return first + 1; },
                 [&](int second) { result = second; });
             EXPECT_EQ(inner, nullptr);

@@ -1,7 +1,9 @@
 #include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/X11WindowActions.h"
+#include "support/LogRecorder.h"
 #include "support/desktop/X11Desktop.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <future>
@@ -107,4 +109,27 @@ TEST_F(WindowServerOnDisplay,
     xcb_ungrab_server(client.connection());
     client.sync();
     EXPECT_TRUE(pass.get());
+}
+
+TEST_F(WindowServerOnDisplay, A_pass_is_logged_with_its_cost_and_without_titles)
+{
+    const WindowManager manager(xServer.display());
+    TestClient client(xServer.display());
+    const xcb_window_t window = client.open({.title = "secret"});
+    ASSERT_TRUE(waitUntil([&] { return client.isListed(window); }));
+    const LogRecorder log(QStringLiteral("kelpa.x11.discovery"));
+    server->openDiscoverySource();
+    ASSERT_EQ(log.messages().size(), 2);
+    EXPECT_EQ(log.messages().first(), QStringLiteral("this program numbers the windows"));
+    EXPECT_THAT(log.messages().last().toStdString(),
+                testing::MatchesRegex("pass read 1 windows in [0-9.]+ ms, [0-9]+ round trips"));
+}
+
+TEST_F(WindowServerOnDisplay, A_pass_that_finds_no_list_of_windows_is_logged_with_the_reason)
+{
+    server->refreshTrust();
+    const LogRecorder log(QStringLiteral("kelpa.x11.discovery"));
+    server->openDiscoverySource();
+    EXPECT_EQ(log.messages().last(),
+              QStringLiteral("pass without a window list: there is no window manager"));
 }

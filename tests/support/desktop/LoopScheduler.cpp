@@ -86,7 +86,7 @@ TaskHandle LoopScheduler::startInBackground(BackgroundWork work)
     return std::make_unique<ThreadWork>(std::move(work));
 }
 
-TaskHandle LoopScheduler::startAwaiting(Duration, BackgroundWork work)
+TaskHandle LoopScheduler::startAndWait(Duration, BackgroundWork work)
 {
     return startInBackground(std::move(work));
 }

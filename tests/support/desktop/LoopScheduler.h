@@ -16,7 +16,7 @@ public:
 
 protected:
     TaskHandle startInBackground(BackgroundWork work) override;
-    TaskHandle startAwaiting(Duration limit, BackgroundWork work) override;
+    TaskHandle startAndWait(Duration limit, BackgroundWork work) override;
 };
 
 /// Never fires repeating timers, so that only events can make something happen.

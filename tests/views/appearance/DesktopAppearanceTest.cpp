@@ -24,7 +24,7 @@ public:
     {
         return std::make_unique<Held>(*this, std::move(changed));
     }
-    void tell(std::optional<Value> value)
+    void report(std::optional<Value> value)
     {
         for (const Held* held : m_held)
             held->changed(value);
@@ -103,12 +103,12 @@ TEST_F(DesktopAppearanceTest, Where_the_desktop_does_not_say_the_palette_decides
 TEST_F(DesktopAppearanceTest, The_desktop_is_followed_until_it_has_no_preference_any_more)
 {
     follow(std::nullopt, std::nullopt);
-    appearance.listeners.tell(Appearance::dark);
+    appearance.listeners.report(Appearance::dark);
     EXPECT_EQ(settings.appearance(), Appearance::dark);
-    appearance.listeners.tell(Appearance::light);
+    appearance.listeners.report(Appearance::light);
     EXPECT_EQ(settings.appearance(), Appearance::light);
-    appearance.listeners.tell(Appearance::dark);
-    appearance.listeners.tell(std::nullopt);
+    appearance.listeners.report(Appearance::dark);
+    appearance.listeners.report(std::nullopt);
     EXPECT_EQ(settings.appearance(), Appearance::light);
 }
 
@@ -116,14 +116,14 @@ TEST_F(DesktopAppearanceTest, Motion_is_reduced_while_one_of_several_settings_as
 {
     follow(std::nullopt, std::nullopt);
     EXPECT_FALSE(settings.isReducingMotion());
-    display.listeners.tell(false);
+    display.listeners.report(false);
     EXPECT_TRUE(settings.isReducingMotion());
-    portal.listeners.tell(true);
+    portal.listeners.report(true);
     EXPECT_TRUE(settings.isReducingMotion());
-    display.listeners.tell(std::nullopt);
+    display.listeners.report(std::nullopt);
     EXPECT_FALSE(settings.isReducingMotion());
-    portal.listeners.tell(false);
-    display.listeners.tell(true);
+    portal.listeners.report(false);
+    display.listeners.report(true);
     EXPECT_TRUE(settings.isReducingMotion());
 }
 

@@ -1,7 +1,7 @@
 // The board as a whole as QML sees it.
 #include "views/board/BoardController.h"
 
-#include "support/StoreFixture.h"
+#include "support/TwoGoalsFixture.h"
 #include "views/board/BoardColumnModel.h"
 
 #include <QSignalSpy>
@@ -9,23 +9,10 @@
 namespace kelpa::test {
 namespace {
 
-class Controller : public StoreFixture
+class Controller : public TwoGoalsFixture
 {
 protected:
-    Controller()
-    {
-        desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
-        store().setLanguage(AppLanguage::english);
-        store().setAutoSortingGoals(false);
-        store().refresh();
-        first = makeGoal(QStringLiteral("First"));
-        second = makeGoal(QStringLiteral("Second"));
-        controller = std::make_unique<BoardController>(store());
-    }
-
-    GoalID first;
-    GoalID second;
-    std::unique_ptr<BoardController> controller;
+    std::unique_ptr<BoardController> controller = std::make_unique<BoardController>(store());
     const QString unassigned = columnText(std::nullopt);
 };
 

@@ -1,29 +1,15 @@
 // Drops on the columns of the board.
 #include "views/goals/DropController.h"
 
-#include "support/StoreFixture.h"
+#include "support/TwoGoalsFixture.h"
 #include "views/goals/GoalController.h"
 
 namespace kelpa::test {
 namespace {
 
-class Drops : public StoreFixture
+class Drops : public TwoGoalsFixture
 {
 protected:
-    Drops()
-    {
-        desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
-        store().setLanguage(AppLanguage::english);
-        store().setAutoSortingGoals(false);
-        store().refresh();
-        first = makeGoal(QStringLiteral("First"));
-        second = makeGoal(QStringLiteral("Second"));
-    }
-
-    std::optional<GoalID> goalOfWindow() { return store().windows().front().goalID; }
-
-    GoalID first;
-    GoalID second;
     GoalController goals{store()};
     DropController drops{store(), goals};
     const QString unassigned = columnText(std::nullopt);
@@ -87,13 +73,6 @@ class DropsAmongThree : public Drops
 protected:
     DropsAmongThree() { third = makeGoal(QStringLiteral("Third")); }
 
-    QString titles()
-    {
-        QStringList result;
-        for (const Goal& goal : store().goals())
-            result.append(goal.title);
-        return result.join(u' ');
-    }
     QString dragged(GoalID goalID) const { return goals.columnDragText(goalID.text()); }
 
     GoalID third;

@@ -1,7 +1,7 @@
 // The goals of the board as QML sees them.
 #include "views/goals/GoalController.h"
 
-#include "support/StoreFixture.h"
+#include "support/TwoGoalsFixture.h"
 #include "views/goals/PrioritySymbol.h"
 #include "views/models/ColumnID.h"
 
@@ -13,21 +13,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class Goals : public StoreFixture
+class Goals : public TwoGoalsFixture
 {
 protected:
-    Goals()
-    {
-        desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
-        store().setLanguage(AppLanguage::english);
-        store().setAutoSortingGoals(false);
-        store().refresh();
-        first = makeGoal(QStringLiteral("First"));
-        second = makeGoal(QStringLiteral("Second"));
-    }
-
-    GoalID first;
-    GoalID second;
     GoalController goals{store()};
     const QString unassigned = columnText(std::nullopt);
 };
@@ -156,14 +144,6 @@ class GoalMoves : public Goals
 {
 protected:
     GoalMoves() { third = makeGoal(QStringLiteral("Third")); }
-
-    QString titles()
-    {
-        QStringList result;
-        for (const Goal& goal : store().goals())
-            result.append(goal.title);
-        return result.join(u' ');
-    }
 
     GoalID third;
 };

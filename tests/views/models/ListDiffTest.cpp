@@ -43,18 +43,18 @@ QList<int> applied(QList<int> list, const Steps& all, const QList<int>& target)
 int leastMoves(const QList<int>& from, const QList<int>& to)
 {
     int best = 0;
-    QList<int> kept;
+    QList<int> remaining;
     for (const int key : from)
         if (to.contains(key))
-            kept.append(static_cast<int>(to.indexOf(key)));
-    std::vector<int> lengths(static_cast<std::size_t>(kept.size()), 1);
+            remaining.append(static_cast<int>(to.indexOf(key)));
+    std::vector<int> lengths(static_cast<std::size_t>(remaining.size()), 1);
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j)
-            if (kept.at(static_cast<int>(j)) < kept.at(static_cast<int>(i)))
+            if (remaining.at(static_cast<int>(j)) < remaining.at(static_cast<int>(i)))
                 lengths[i] = std::max(lengths[i], lengths[j] + 1);
         best = std::max(best, lengths[i]);
     }
-    return static_cast<int>(kept.size()) - best;
+    return static_cast<int>(remaining.size()) - best;
 }
 
 TEST(ListDiff, Equal_lists_need_no_step)

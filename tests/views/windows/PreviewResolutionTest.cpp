@@ -10,13 +10,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Can be told of a screen as the scene would.
-class ToldDetail : public PreviewResolution
+/// Moves to another screen, as the scene would report it.
+class ScreenResolution : public PreviewResolution
 {
 public:
     using PreviewResolution::PreviewResolution;
 
-    void tell(qreal devicePixelRatio)
+    void setDevicePixelRatio(qreal devicePixelRatio)
     {
         itemChange(ItemDevicePixelRatioHasChanged, devicePixelRatio);
     }
@@ -45,20 +45,20 @@ protected:
 TEST_F(PicturePixels, Are_those_of_the_windows_screen_from_the_start)
 {
     store().setPreviewPixels({512, 288});
-    const ToldDetail detail(store(), *window.contentItem());
+    const ScreenResolution resolution(store(), *window.contentItem());
     EXPECT_EQ(window.effectiveDevicePixelRatio(), 1);
     EXPECT_EQ(captured(), QSize(128, 72));
 }
 
 TEST_F(PicturePixels, Follow_the_window_to_a_screen_with_smaller_pixels_and_back)
 {
-    ToldDetail detail(store(), *window.contentItem());
+    ScreenResolution resolution(store(), *window.contentItem());
     EXPECT_EQ(captured(), QSize(128, 72));
-    detail.tell(2);
+    resolution.setDevicePixelRatio(2);
     EXPECT_EQ(captured(), QSize(256, 144));
-    detail.tell(1.5);
+    resolution.setDevicePixelRatio(1.5);
     EXPECT_EQ(captured(), QSize(192, 108));
-    detail.tell(1);
+    resolution.setDevicePixelRatio(1);
     EXPECT_EQ(captured(), QSize(128, 72));
 }
 

@@ -1,7 +1,7 @@
 // The windows of the board as QML sees them.
 #include "views/windows/WindowController.h"
 
-#include "support/StoreFixture.h"
+#include "support/TwoGoalsFixture.h"
 #include "views/models/ColumnID.h"
 
 namespace kelpa::test {
@@ -9,23 +9,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class Windows : public StoreFixture
+class Windows : public TwoGoalsFixture
 {
 protected:
-    Windows()
-    {
-        desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
-        store().setLanguage(AppLanguage::english);
-        store().setAutoSortingGoals(false);
-        store().refresh();
-        first = makeGoal(QStringLiteral("First"));
-        second = makeGoal(QStringLiteral("Second"));
-    }
-
-    std::optional<GoalID> goalOfWindow() { return store().windows().front().goalID; }
-
-    GoalID first;
-    GoalID second;
     WindowController windows{store()};
     const QString unassigned = columnText(std::nullopt);
 };

@@ -20,10 +20,7 @@ protected:
     QList<WindowID> shown(const QList<WindowItem>& windows, const QString& search = {},
                           const QLocale& locale = QLocale(QLocale::English))
     {
-        QList<WindowID> ids;
-        for (const WindowItem& window : windowsToSelect(windows, target.id, titles, search, locale))
-            ids.append(window.id);
-        return ids;
+        return idsOf(windowsToSelect(windows, target.id, titles, search, locale));
     }
 
     const Goal target = goal(QStringLiteral("Proposal"));
@@ -220,10 +217,7 @@ TEST_F(WindowSelecting, Windows_that_are_shown_keep_their_order_also_when_others
 {
     const QList<WindowItem> windows{window(1), window(2), window(3)};
     const auto ordered = [&windows](const QList<WindowItem>& shown) {
-        QList<WindowID> ids;
-        for (const WindowItem& each : inShownOrder(windows, shown))
-            ids.append(each.id);
-        return ids;
+        return idsOf(inShownOrder(windows, shown));
     };
     EXPECT_EQ(ordered({window(3), window(1), window(2)}), (Ids{3, 1, 2}));
     EXPECT_EQ(ordered({window(3), window(4), window(1), window(2)}), (Ids{3, 1, 2}));

@@ -73,7 +73,7 @@ public:
         return known != m_documents.end() ? documentOf(window, known->second) : std::nullopt;
     }
 
-    void note(std::vector<DocumentQuery> windows)
+    void setWindows(std::vector<DocumentQuery> windows)
     {
         const auto own = static_cast<ProcessID>(QCoreApplication::applicationPid());
         std::erase_if(windows, [own](const DocumentQuery& window) {
@@ -81,7 +81,7 @@ public:
         });
         {
             const std::lock_guard lock(m_mutex);
-            m_noted = std::move(windows);
+            m_newWindows = std::move(windows);
         }
         g_main_context_wakeup(m_context.get());
     }
@@ -89,7 +89,7 @@ public:
 private:
     void run(const std::stop_token& stop);
     void askWhenDue(AtspiBus& bus);
-    void takeNoted();
+    void takeNewWindows();
     void requestApplications(AtspiBus& bus, const std::vector<ProcessID>& processes);
     void requestDocuments(AtspiBus& bus, const std::vector<ProcessID>& processes,
                           const AtspiBus::Names& names);
@@ -104,7 +104,8 @@ private:
     QObject m_receiver;
 
     std::mutex m_mutex;
-    std::optional<std::vector<DocumentQuery>> m_noted;
+    /// Absent once the worker thread has taken the list.
+    std::optional<std::vector<DocumentQuery>> m_newWindows;
     Documents m_documents;
 
     // Used on the worker thread only.
@@ -130,12 +131,12 @@ void AtspiDocuments::Worker::run(const std::stop_token& stop)
     g_main_context_pop_thread_default(m_context.get());
 }
 
-void AtspiDocuments::Worker::takeNoted()
+void AtspiDocuments::Worker::takeNewWindows()
 {
     std::vector<DocumentQuery> windows;
     const std::lock_guard lock(m_mutex);
-    windows = std::move(*m_noted);
-    m_noted.reset();
+    windows = std::move(*m_newWindows);
+    m_newWindows.reset();
     m_schedule.note(windows);
     m_windows.clear();
     for (DocumentQuery& window : windows)
@@ -144,16 +145,16 @@ void AtspiDocuments::Worker::takeNoted()
                   [this](const auto& known) { return !m_windows.contains(known.first); });
 }
 
-/// Called between any two events; starts the next calls when windows were noted and none is
-/// pending.
+/// Called between any two events; starts the next calls when there is a new list of windows and no
+/// call is pending.
 void AtspiDocuments::Worker::askWhenDue(AtspiBus& bus)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_pendingRequests > 0 || !m_noted)
+        if (m_pendingRequests > 0 || !m_newWindows)
             return;
     }
-    takeNoted();
+    takeNewWindows();
     const auto now = Clock::now();
     const std::vector<ProcessID> due = m_schedule.due(now);
     if (due.empty() || (m_connectNotBefore && now < *m_connectNotBefore))
@@ -273,7 +274,7 @@ std::optional<QString> AtspiDocuments::document(const DocumentQuery& window)
 
 void AtspiDocuments::noteWindows(std::vector<DocumentQuery> windows)
 {
-    m_worker->note(std::move(windows));
+    m_worker->setWindows(std::move(windows));
 }
 
 } // namespace kelpa

@@ -81,7 +81,7 @@ protected:
     }
     void read(const QString& space, const QString& key) { m_portal->read(space, key); }
 
-    void tell(std::optional<Value> value)
+    void report(std::optional<Value> value)
     {
         if (m_reported == value)
             return;
@@ -105,7 +105,7 @@ public:
     {
         listen([this](const QString& space, const QString& key, const QVariant& value) {
             if (space == appearanceSpace && key == colorSchemeKey)
-                tell(appearanceFromColorScheme(value));
+                report(appearanceFromColorScheme(value));
         });
         read(appearanceSpace, colorSchemeKey);
     }
@@ -134,7 +134,7 @@ private:
             return;
         m_isReduced.at(*index) = isReduced;
         // Of several settings, the others may still have their initial value.
-        tell(std::ranges::find(m_isReduced, std::optional(true)) == m_isReduced.end());
+        report(std::ranges::find(m_isReduced, std::optional(true)) == m_isReduced.end());
     }
 
     std::array<std::optional<bool>, motionKeys.size()> m_isReduced;

@@ -86,7 +86,7 @@ private:
     sigset_t m_before{};
 };
 
-void tell(int report, int value)
+void sendReport(int report, int value)
 {
     // Short enough to be written as a whole.
     [[maybe_unused]] const ssize_t written = write(report, &value, sizeof value);
@@ -95,13 +95,13 @@ void tell(int report, int value)
 [[noreturn]] void becomeProgram(const Preparation& preparation)
 {
     setsid();
-    tell(preparation.report, getpid());
+    sendReport(preparation.report, getpid());
     for (int number = 0; number < firstOwnDescriptor; ++number)
         dup2(preparation.nothing, number);
     // Closed by a successful exec, so that a failure can still be reported.
     close_range(firstOwnDescriptor, ~0U, CLOSE_RANGE_CLOEXEC);
     if (chdir(preparation.folder.constData()) != 0) {
-        tell(preparation.report, errno);
+        sendReport(preparation.report, errno);
         _exit(notLoaded);
     }
     struct sigaction standard = {};
@@ -115,12 +115,12 @@ void tell(int report, int value)
     pthread_sigmask(SIG_SETMASK, &none, nullptr);
     execve(preparation.arguments.data()[0], preparation.arguments.data(),
            preparation.environment.data());
-    tell(preparation.report, errno);
+    sendReport(preparation.report, errno);
     _exit(notLoaded);
 }
 
 /// Whether a whole value arrived before the other end was closed.
-bool receive(int report, int& value)
+bool receiveReport(int report, int& value)
 {
     ssize_t count = 0;
     do {
@@ -161,7 +161,7 @@ std::optional<ProcessID> startDetached(const QStringList& command,
     }
     int process = 0;
     int failure = 0;
-    if (!receive(reading.number(), process) || receive(reading.number(), failure))
+    if (!receiveReport(reading.number(), process) || receiveReport(reading.number(), failure))
         return std::nullopt;
     return ProcessID{process};
 }

@@ -133,16 +133,16 @@ std::optional<QStringList> commandOf(const QString& exec)
     QStringList command;
     for (int index = 0; index < count; ++index) {
         const QString argument = QString::fromUtf8(arguments.get()[index]);
-        QString kept;
+        QString expanded;
         for (qsizetype at = 0; at < argument.size(); ++at) {
             if (argument[at] != u'%')
-                kept += argument[at];
+                expanded += argument[at];
             else if (++at < argument.size() && argument[at] == u'%')
-                kept += u'%';
+                expanded += u'%';
         }
         // An argument that was only a field code is dropped with it.
-        if (!kept.isEmpty() || argument.isEmpty())
-            command.append(kept);
+        if (!expanded.isEmpty() || argument.isEmpty())
+            command.append(expanded);
     }
     if (command.isEmpty() || command.front().isEmpty())
         return std::nullopt;

@@ -24,7 +24,7 @@ bool hasCloseButton(const ClientWindow& client)
 
 } // namespace
 
-EwmhPager::EwmhPager(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow,
+EwmhPager::EwmhPager(std::shared_ptr<DisplayConnector> connector, FindClientWindow findWindow,
                      const ActivationLimits& limits)
     : m_connector(std::move(connector)), m_findWindow(std::move(findWindow)), m_activator(limits)
 {}

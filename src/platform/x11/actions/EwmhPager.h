@@ -11,7 +11,6 @@
 #include <QByteArray>
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -28,10 +27,7 @@ class DisplayConnection;
 class EwmhPager
 {
 public:
-    /// The server's id of a window as last listed, as `X11WindowServer::clientWindow` gives it.
-    using FindWindow = std::function<std::optional<std::uint32_t>(WindowID)>;
-
-    EwmhPager(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow,
+    EwmhPager(std::shared_ptr<DisplayConnector> connector, FindClientWindow findWindow,
               const ActivationLimits& limits = {});
     EwmhPager(const EwmhPager&) = delete;
     EwmhPager& operator=(const EwmhPager&) = delete;
@@ -84,7 +80,7 @@ private:
                         std::optional<std::uint32_t> inputTime = std::nullopt);
 
     const std::shared_ptr<DisplayConnector> m_connector;
-    const FindWindow m_findWindow;
+    const FindClientWindow m_findWindow;
 
     /// Guards what follows it.
     std::mutex m_mutex;

@@ -43,7 +43,8 @@ struct WindowProperties
 
 } // namespace
 
-StartupIdLookup::StartupIdLookup(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow)
+StartupIdLookup::StartupIdLookup(std::shared_ptr<DisplayConnector> connector,
+                                 FindClientWindow findWindow)
     : m_connector(std::move(connector)), m_findWindow(std::move(findWindow))
 {}
 

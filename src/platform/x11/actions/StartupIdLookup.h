@@ -3,11 +3,10 @@
 
 #include "model/Identifiers.h"
 #include "platform/x11/connection/DisplayConnector.h"
+#include "platform/x11/discovery/ClientWindow.h"
 
 #include <QByteArray>
 
-#include <cstdint>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -22,10 +21,7 @@ class DisplayConnection;
 class StartupIdLookup
 {
 public:
-    /// The server's id of a window; absent for an unknown number.
-    using FindWindow = std::function<std::optional<std::uint32_t>(WindowID)>;
-
-    StartupIdLookup(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow);
+    StartupIdLookup(std::shared_ptr<DisplayConnector> connector, FindClientWindow findWindow);
     ~StartupIdLookup();
 
     /// The first of `numbers` whose window, or the leader of its client, carries `startupID`;
@@ -36,7 +32,7 @@ public:
 
 private:
     const std::shared_ptr<DisplayConnector> m_connector;
-    const FindWindow m_findWindow;
+    const FindClientWindow m_findWindow;
 
     std::mutex m_mutex;
     std::unique_ptr<DisplayConnection> m_display;

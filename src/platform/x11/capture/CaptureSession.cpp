@@ -1,5 +1,7 @@
 #include "platform/x11/capture/CaptureSession.h"
 
+#include "platform/LoggingCategories.h"
+
 #include <condition_variable>
 #include <mutex>
 #include <utility>
@@ -59,12 +61,18 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
     }
     m_redirector.redirect(target, next);
     for (int attempt = 0; attempt < maxAttempts && !stop.stop_requested(); ++attempt) {
-        if (!m_redirected.find(target.window))
+        if (!m_redirected.find(target.window)) {
+            qCDebug(logX11Capture,
+                    "window %u not captured: gone, not shown, too large, or of an unknown format",
+                    target.number);
             return std::nullopt;
+        }
         WindowPixmapReading reading = m_reader.read(target.window, largest);
         m_redirected.handleEvents();
-        if (!m_redirected.find(target.window))
+        if (!m_redirected.find(target.window)) {
+            qCDebug(logX11Capture, "window %u not captured: closed or reparented", target.number);
             return std::nullopt;
+        }
         const bool isConfirmed = confirm(target, reading);
         const bool isSettled = m_redirected.isSettled(target.window, reading.time);
         if (isConfirmed && isSettled && !reading.image.isNull()) {
@@ -75,10 +83,17 @@ std::optional<WindowCapture> CaptureSession::capture(const CaptureTarget& target
         m_redirected.invalidate(target.window);
         if (!isConfirmed && reading.subject)
             continue;
-        // A window that has not settled was redirected less than the settle time ago.
-        if (!isConfirmed || isSettled || !pause(m_limits.settleTime, stop))
+        if (!isConfirmed || isSettled) {
+            qCDebug(logX11Capture, "window %u not captured: gone, or its pixmap cannot be read",
+                    target.number);
             return std::nullopt;
+        }
+        // A window that has not settled was redirected less than the settle time ago.
+        if (!pause(m_limits.settleTime, stop))
+            break;
     }
+    qCDebug(logX11Capture, "window %u not captured: %s", target.number,
+            stop.stop_requested() ? "cancelled" : "changed at every attempt");
     return std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/x11/capture/RedirectedWindows.h"
 
+#include "platform/LoggingCategories.h"
 #include "platform/x11/connection/XcbEvent.h"
 
 #include <xcb/composite.h>
@@ -82,6 +83,8 @@ void RedirectedWindows::redirect(xcb_window_t window, const CaptureSubject& subj
                           XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
     }
     m_windows.insert_or_assign(window, redirected);
+    qCDebug(logX11Capture, "window %u redirected%s", subject.number,
+            pixmapWindow == window ? "" : " in its frame by the compositor");
     // A new damage object reports the whole window as damaged, which is no change.
     subtractDamage(window);
     m_damage.invalidate(window);
@@ -115,6 +118,7 @@ void RedirectedWindows::unredirect(xcb_window_t window)
     if (redirected->damage != XCB_NONE)
         xcb_damage_destroy(connection.raw(), redirected->damage);
     selectEvents(connection, window, XCB_EVENT_MASK_NO_EVENT);
+    qCDebug(logX11Capture, "window %u unredirected", redirected->subject.number);
     forget(window);
 }
 

@@ -38,8 +38,8 @@ bool ShmSegment::attach(int descriptor)
     // The descriptor is xcb's from here on; it closes it.
     const xcb_void_cookie_t cookie =
         xcb_shm_attach_fd_checked(m_connection.raw(), id, descriptor, 0);
-    m_connection.noteSent(cookie.sequence);
-    m_connection.noteAwaited(cookie.sequence);
+    m_connection.recordRequest(cookie.sequence);
+    m_connection.recordWait(cookie.sequence);
     const std::unique_ptr<xcb_generic_error_t, XcbFree> error(
         xcb_request_check(m_connection.raw(), cookie));
     if (error || m_connection.isBroken())

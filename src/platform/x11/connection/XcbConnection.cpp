@@ -37,7 +37,7 @@ XcbConnection::~XcbConnection()
     xcb_disconnect(m_connection);
 }
 
-void XcbConnection::noteAwaited(unsigned int sequence)
+void XcbConnection::recordWait(unsigned int sequence)
 {
     // Sequence numbers wrap: the sign of the difference shows which one is later.
     const auto sinceLastWait = static_cast<std::int32_t>(sequence - m_sentAtLastWait);

@@ -59,9 +59,9 @@ public:
     /// far.
     XcbEvent queuedEvent() { return XcbEvent(xcb_poll_for_queued_event(m_connection)); }
 
-    /// Called by `XcbReply`, for the traffic.
-    void noteSent(unsigned int sequence) { m_lastSent = sequence; }
-    void noteAwaited(unsigned int sequence);
+    /// Whoever sends a request, or waits for its reply, records that for `traffic`.
+    void recordRequest(unsigned int sequence) { m_lastSent = sequence; }
+    void recordWait(unsigned int sequence);
 
     XcbTraffic traffic() const;
 

@@ -32,7 +32,7 @@ public:
     explicit XcbReply(XcbConnection& connection, Arguments... arguments)
         : m_connection(&connection), m_cookie(Request(connection.raw(), arguments...))
     {
-        connection.noteSent(m_cookie.sequence);
+        connection.recordRequest(m_cookie.sequence);
     }
 
     XcbReply(XcbReply&& other) noexcept
@@ -52,7 +52,7 @@ public:
     {
         if (m_connection) {
             XcbConnection& connection = *std::exchange(m_connection, nullptr);
-            connection.noteAwaited(m_cookie.sequence);
+            connection.recordWait(m_cookie.sequence);
             m_value.reset(Fetch(connection.raw(), m_cookie, nullptr));
         }
         return m_value.get();

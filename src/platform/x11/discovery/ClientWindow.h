@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 namespace kelpa::x11 {
@@ -62,6 +63,10 @@ struct ClientWindow
     /// As WindowListEntry::iconRevision.
     std::uint32_t iconRevision = 0;
 };
+
+/// Finds the server's id of a window by its number, as `X11WindowServer::clientWindow` does: as of
+/// the last discovery pass, absent for a number that it did not find. Any thread; returns at once.
+using FindClientWindow = std::function<std::optional<std::uint32_t>(WindowID)>;
 
 /// Holds for all windows of one discovery pass.
 struct DesktopContext

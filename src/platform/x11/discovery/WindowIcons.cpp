@@ -15,7 +15,7 @@ constexpr std::uint32_t longestIcon = 2 * 512 * 512;
 
 } // namespace
 
-WindowIcons::WindowIcons(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow)
+WindowIcons::WindowIcons(std::shared_ptr<DisplayConnector> connector, FindClientWindow findWindow)
     : m_connector(std::move(connector)), m_findWindow(std::move(findWindow))
 {}
 

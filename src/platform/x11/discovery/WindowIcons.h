@@ -3,12 +3,11 @@
 
 #include "model/Identifiers.h"
 #include "platform/x11/connection/DisplayConnector.h"
+#include "platform/x11/discovery/ClientWindow.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <vector>
 
 namespace kelpa::x11 {
@@ -19,10 +18,7 @@ class DisplayConnection;
 class WindowIcons
 {
 public:
-    /// Returns the server's id of a window; absent for an unknown one.
-    using FindWindow = std::function<std::optional<std::uint32_t>(WindowID)>;
-
-    WindowIcons(std::shared_ptr<DisplayConnector> connector, FindWindow findWindow);
+    WindowIcons(std::shared_ptr<DisplayConnector> connector, FindClientWindow findWindow);
     ~WindowIcons();
 
     /// The value of the window's `_NET_WM_ICON`; empty when there is none, or when the server's id
@@ -31,7 +27,7 @@ public:
 
 private:
     const std::shared_ptr<DisplayConnector> m_connector;
-    const FindWindow m_findWindow;
+    const FindClientWindow m_findWindow;
 
     std::mutex m_mutex;
     std::unique_ptr<DisplayConnection> m_display;

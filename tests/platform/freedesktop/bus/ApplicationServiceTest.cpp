@@ -1,7 +1,7 @@
 #include "platform/freedesktop/bus/ApplicationService.h"
 
+#include "platform/freedesktop/bus/PrimaryInstance.h"
 #include "platform/freedesktop/bus/PrivateBus.h"
-#include "platform/freedesktop/bus/RunningInstance.h"
 
 #include <QDBusMessage>
 #include <QDBusReply>
@@ -45,7 +45,7 @@ protected:
                                 std::chrono::milliseconds limit = 10s)
     {
         auto answer = std::async(std::launch::async, [=] {
-            return activateRunningInstance(name.toUtf8(), startupID, limit);
+            return activatePrimaryInstance(name.toUtf8(), startupID, limit);
         });
         EXPECT_TRUE(QTest::qWaitFor(
             [&] { return answer.wait_for(0s) == std::future_status::ready; }, 20'000));
@@ -127,7 +127,7 @@ TEST_F(ApplicationServiceTest, An_instance_that_does_not_reply_is_waited_for_unt
     Application hung(bus);
     hung.freeze();
     const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(activateRunningInstance(hung.busName().toUtf8(), {}, 300ms),
+    EXPECT_EQ(activatePrimaryInstance(hung.busName().toUtf8(), {}, 300ms),
               InstanceActivation::timedOut);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
 }
@@ -139,7 +139,7 @@ TEST_F(ApplicationServiceTest, An_instance_that_does_not_reply_is_waited_for_unt
     std::array<int, 2> pipe{};
     ASSERT_EQ(::pipe(pipe.data()), 0);
     auto answer = std::async(std::launch::async, [itsName = hung.busName().toUtf8(), &pipe] {
-        return activateRunningInstance(itsName, {}, 20s, pipe.at(0));
+        return activatePrimaryInstance(itsName, {}, 20s, pipe.at(0));
     });
     ASSERT_EQ(answer.wait_for(200ms), std::future_status::timeout);
     ASSERT_EQ(::write(pipe.at(1), "x", 1), 1);
@@ -155,7 +155,7 @@ TEST_F(ApplicationServiceTest, An_instance_that_ends_before_it_replies_is_not_wa
     dying.freeze();
     const QByteArray itsName = dying.busName().toUtf8();
     auto answer = std::async(std::launch::async,
-                             [itsName] { return activateRunningInstance(itsName, {}, 20s); });
+                             [itsName] { return activatePrimaryInstance(itsName, {}, 20s); });
     ASSERT_EQ(answer.wait_for(200ms), std::future_status::timeout);
     ::kill(dying.process(), SIGKILL);
     EXPECT_EQ(answer.get(), InstanceActivation::ended);

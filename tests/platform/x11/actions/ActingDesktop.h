@@ -10,8 +10,6 @@
 #include "support/desktop/X11Desktop.h"
 #include "windows/WindowActions.h"
 
-#include <QFile>
-
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -190,34 +188,6 @@ protected:
     ApplicationIcons icons{entries, lookup, {}};
     ApplicationLauncher launcher{entries};
     x11::X11Applications applications{xServer.display(), pager, startupIDs, icons, launcher};
-};
-
-/// A terminal in a process of its own, running a command that does not end.
-class Terminal
-{
-public:
-    Terminal(const QByteArray& display, const QString& title)
-        : m_program(display, QStringLiteral("xterm"),
-                    {QStringLiteral("-T"), title, QStringLiteral("-e"), QStringLiteral("cat")})
-    {
-        // A terminal ignores the hang-up until its command has started, and would miss a request to
-        // close.
-        const auto contents = [](const QString& path) {
-            QFile file(path);
-            return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
-        };
-        EXPECT_TRUE(waitUntil([&] {
-            const QByteArray child =
-                contents(QStringLiteral("/proc/%1/task/%1/children").arg(m_program.processID()));
-            return contents(QStringLiteral("/proc/%1/comm").arg(QString::fromLatin1(child))) ==
-                   "cat";
-        }));
-    }
-
-    ProcessID process() const { return static_cast<ProcessID>(m_program.processID()); }
-
-private:
-    Program m_program;
 };
 
 } // namespace kelpa::test

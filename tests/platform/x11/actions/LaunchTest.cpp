@@ -1,5 +1,6 @@
 #include "platform/freedesktop/applications/TemporaryDataDirectory.h"
 #include "platform/x11/actions/ActingDesktop.h"
+#include "platform/x11/actions/Terminal.h"
 
 #include <QFile>
 #include <QStandardPaths>

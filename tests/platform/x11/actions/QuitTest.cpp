@@ -1,4 +1,5 @@
 #include "platform/x11/actions/ActingDesktop.h"
+#include "platform/x11/actions/Terminal.h"
 
 using namespace kelpa;
 using namespace kelpa::test;

@@ -1,4 +1,5 @@
 #include "CaptureFixture.h"
+#include "support/LogRecorder.h"
 
 #include <xcb/composite.h>
 #include <xcb/shape.h>
@@ -217,6 +218,25 @@ TEST_F(Capture, A_window_that_is_gone_has_no_picture)
     EXPECT_FALSE(capture(id).has_value());
     EXPECT_FALSE(capture(id).has_value());
     EXPECT_FALSE(capture(4711).has_value());
+}
+
+TEST_F(Capture, Redirections_and_failures_are_logged_without_titles)
+{
+    open(client, {50, 60, 300, 200, "secret", {}, false, red});
+    const WindowID id = number("secret");
+    const xcb_window_t gone = open(client, {400, 60, 300, 200, "gone", {}, false, red});
+    const WindowID goneID = number("gone");
+    client.destroy(gone);
+    const LogRecorder log(QStringLiteral("kelpa.x11.capture"));
+    settled(id);
+    EXPECT_FALSE(capture(goneID).has_value());
+    const QStringList messages = log.messages();
+    EXPECT_TRUE(messages.contains(QStringLiteral("window %1 redirected").arg(id)));
+    EXPECT_EQ(messages.last(),
+              QStringLiteral("window %1 not captured: gone, not shown, too large, or of an "
+                             "unknown format")
+                  .arg(goneID));
+    EXPECT_TRUE(messages.filter(QStringLiteral("secret")).isEmpty());
 }
 
 TEST_F(Capture, A_window_that_bears_another_number_is_not_captured_in_its_place)

@@ -1,4 +1,4 @@
-// Activates an instance of this program that already runs, by its name on the session bus.
+// Activates the primary instance, the one that already runs, by its name on the session bus.
 #pragma once
 
 #include <QByteArray>
@@ -25,7 +25,7 @@ enum class InstanceActivation : std::uint8_t {
 /// most a little longer than `limit`; not on a thread that runs an event loop. `startupID` is the
 /// startup id or activation token that a launcher gave to this start, empty without one. Returns
 /// early once the file descriptor `interruption` is readable, without reading it; -1 for none.
-InstanceActivation activateRunningInstance(const QByteArray& busName, const QByteArray& startupID,
+InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByteArray& startupID,
                                            std::chrono::milliseconds limit, int interruption = -1);
 
 } // namespace kelpa

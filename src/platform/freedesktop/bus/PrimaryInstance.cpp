@@ -1,4 +1,4 @@
-#include "platform/freedesktop/bus/RunningInstance.h"
+#include "platform/freedesktop/bus/PrimaryInstance.h"
 
 #include "platform/freedesktop/bus/AsyncBus.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
@@ -89,7 +89,7 @@ std::optional<bool> hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busNam
 
 } // namespace
 
-InstanceActivation activateRunningInstance(const QByteArray& busName, const QByteArray& startupID,
+InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByteArray& startupID,
                                            std::chrono::milliseconds limit, int interruption)
 {
     const QByteArray address = sessionBusAddress();

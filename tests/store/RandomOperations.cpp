@@ -1,0 +1,174 @@
+#include "store/RandomOperations.h"
+
+namespace kelpa::test {
+
+using namespace std::chrono_literals;
+
+std::string RandomOperations::operate()
+{
+    switch (below(25)) {
+    case 0:
+        if (store().goals().size() < 12)
+            store().createGoal(anyTitle());
+        return "createGoal";
+    case 1:
+        store().renameGoal(anyGoal(), anyTitle());
+        return "renameGoal";
+    case 2: {
+        if (!chance(3))
+            return "nothing";
+        const GoalID id = anyGoal();
+        for (const Goal& each : store().goals()) {
+            if (each.id != id)
+                continue;
+            for (const TodoItem& item : each.todos)
+                m_todos.remove(item.id);
+        }
+        m_assignments.removeIf([&id](const auto& entry) { return entry.value() == id; });
+        store().deleteGoal(id);
+        return "deleteGoal";
+    }
+    case 3:
+        store().moveGoal(anyGoal(), anyGoal());
+        return "moveGoal";
+    case 4:
+        store().setGoalPriority(static_cast<GoalPriority>(below(4)), anyGoal());
+        return "setGoalPriority";
+    case 5:
+        store().setAutoSortingGoals(chance(2));
+        return "setAutoSortingGoals";
+    case 6:
+        store().setHidingGoalsWithoutOpenTodos(chance(2));
+        return "setHidingGoalsWithoutOpenTodos";
+    case 7:
+    case 8: {
+        if (m_todos.size() >= 60)
+            return "nothing";
+        const std::optional<GoalID> list = anyList();
+        const bool exists = !list || std::ranges::any_of(store().goals(), [&](const Goal& each) {
+            return each.id == *list;
+        });
+        const qsizetype before = exists ? todos(list).size() : 0;
+        store().addTodo(anyTitle(), list);
+        if (exists && todos(list).size() > before)
+            m_todos.insert(todos(list).last().id);
+        return "addTodo";
+    }
+    case 9: {
+        const Place place = anyTodo();
+        store().updateTodo(place.id, anyTitle(), place.list);
+        return "updateTodo";
+    }
+    case 10:
+    case 11: {
+        const Place place = anyTodo();
+        store().toggleTodo(place.id, place.list);
+        return "toggleTodo";
+    }
+    case 12: {
+        const Place place = anyTodo();
+        m_todos.remove(place.id);
+        store().deleteTodo(place.id, place.list);
+        return "deleteTodo";
+    }
+    case 13: {
+        const Place place = anyTodo();
+        store().moveTodo(place.id, place.list, anyList());
+        return "moveTodo to a list";
+    }
+    case 14: {
+        const TodoID moved = anyTodo().id;
+        const TodoID target = anyTodo().id;
+        store().moveTodo(moved, target);
+        if (moved != target && m_todos.contains(moved) && m_todos.contains(target))
+            checkMovedBefore(moved, target);
+        return "moveTodo before";
+    }
+    case 15:
+        if (chance(3))
+            store().setSearchText(chance(2) ? QString() : anyTitle());
+        else if (chance(2))
+            store().requestAddTodo(anyGoal());
+        else
+            store().cancelTodoEditor();
+        return "todo editor or search";
+    case 16:
+        changeDesktop();
+        if (chance(2))
+            store().refresh();
+        else
+            store().refreshInBackground();
+        scheduler.advance(0ms);
+        return "refresh";
+    case 17: {
+        const WindowID id = anyWindow();
+        const std::optional<GoalID> goalID = anyList();
+        store().assign(id, goalID);
+        for (const WindowItem& item : store().windows()) {
+            if (item.id != id)
+                continue;
+            if (item.goalID)
+                m_assignments.insert(QString::number(id), *item.goalID);
+            else if (!goalID)
+                m_assignments.remove(QString::number(id));
+        }
+        return "assign";
+    }
+    case 18: {
+        const QSet<WindowID> ids{anyWindow(), anyWindow()};
+        const GoalID goalID = anyGoal();
+        if (store().assign(ids, goalID)) {
+            for (const WindowID id : ids)
+                m_assignments.insert(QString::number(id), goalID);
+        }
+        return "assign several";
+    }
+    case 19: {
+        const auto direction = static_cast<NavigationDirection>(below(4));
+        if (store().boardNavigation().layer == BoardNavigationLayer::windows)
+            store().moveWindowSelection(direction);
+        else
+            store().moveTargetSelection(direction);
+        return "arrow";
+    }
+    case 20: {
+        store().setTargetGridColumnCount(1 + below(4));
+        const auto enter = chance(2) ? EnterWindowLayer::yes : EnterWindowLayer::no;
+        const int target = below(4);
+        store().activateTarget(target == 0   ? TargetSelection::none()
+                               : target == 1 ? TargetSelection::unifiedTodos()
+                               : target == 2 ? TargetSelection::unassigned()
+                                             : TargetSelection::goal(anyGoal()),
+                               enter);
+        return "activateTarget";
+    }
+    case 21:
+    case 22:
+        store().undo();
+        expectBoard(m_history.undo(m_before));
+        return "undo";
+    case 23:
+        store().redo();
+        expectBoard(m_history.redo(m_before));
+        return "redo";
+    default:
+        switch (below(4)) {
+        case 0:
+            store().returnToTargetSelection();
+            return "returnToTargetSelection";
+        case 1:
+            store().clearTargetSelection();
+            return "clearTargetSelection";
+        case 2:
+            store().setLanguage(static_cast<AppLanguage>(below(6)));
+            if (!store().unassignedTodos().isEmpty())
+                store().copyTodo(store().unassignedTodos().first());
+            return "setLanguage, copyTodo";
+        default:
+            scheduler.advance(700ms);
+            return "time passes";
+        }
+    }
+}
+
+} // namespace kelpa::test
