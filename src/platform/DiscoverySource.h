@@ -19,7 +19,7 @@ struct WindowListEntry
     std::optional<WindowID> number;
     std::optional<ProcessID> ownerProcess;
     std::optional<QString> ownerName;
-    /// In desktop units (see model/Rect.h), without a shadow or invisible border that the window
+    /// In points (see model/Rect.h), without a shadow or invisible border that the window
     /// draws itself.
     std::optional<Rect> bounds;
     /// 0 is the layer of ordinary windows; docks, desktops, menus and so on are on other layers.
@@ -70,7 +70,7 @@ struct Size
 /// One window as the accessibility side reports it. An attribute that could not be read is absent.
 struct AccessibilityWindow
 {
-    /// In desktop units, as `WindowListEntry::bounds`; likewise `size`.
+    /// In points, as `WindowListEntry::bounds`; likewise `size`.
     std::optional<Point> position;
     std::optional<Size> size;
     std::optional<bool> isMinimized;

@@ -29,7 +29,7 @@ struct AccessibilityWindowInfo
 
 using AccessibilityWindows = std::vector<AccessibilityWindowInfo>;
 
-/// `width` and `height` in desktop units; NaN is not large enough.
+/// `width` and `height` in points; NaN is not large enough.
 bool isLargeEnough(double width, double height)
 {
     return width >= WindowDiscovery::minimumWidth && height >= WindowDiscovery::minimumHeight;

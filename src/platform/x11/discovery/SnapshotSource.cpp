@@ -51,14 +51,15 @@ std::optional<QString> ownerName(const ClientWindow& client, const ResolvedAppli
 AccessibilityWindow accessibilityWindow(const ClientWindow& client, const DesktopContext& context,
                                         DocumentSource* documents)
 {
+    const Rect frame = bounds(client, context);
     AccessibilityWindow window;
-    window.position = Point{client.frame.x, client.frame.y};
-    window.size = Size{client.frame.width, client.frame.height};
+    window.position = Point{frame.x, frame.y};
+    window.size = Size{frame.width, frame.height};
     window.isMinimized = isMinimized(client, context);
     window.title = client.title;
     window.windowNumber = client.number;
     if (documents && client.process)
-        window.document = documents->document({*client.process, client.frame, client.title});
+        window.document = documents->document({*client.process, frame, client.title});
     return window;
 }
 
@@ -76,7 +77,7 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         entry.number = client.number;
         entry.ownerProcess = client.process;
         entry.ownerName = ownerName(client, resolved);
-        entry.bounds = client.frame;
+        entry.bounds = bounds(client, context);
         entry.layer = layer(client);
         entry.alpha = client.opacity;
         entry.name = client.title;
@@ -102,7 +103,7 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         std::vector<DocumentQuery> queries;
         for (const ClientWindow& client : clients) {
             if (client.process && layer(client) == 0)
-                queries.push_back({*client.process, client.frame, client.title});
+                queries.push_back({*client.process, bounds(client, context), client.title});
         }
         documents->noteWindows(std::move(queries));
     }

@@ -28,12 +28,14 @@ class Documents : public DocumentSource
 public:
     std::optional<QString> document(const DocumentQuery& window) override
     {
+        asked.push_back(window);
         return window.title == QStringLiteral("Report")
                    ? std::optional(QStringLiteral("file:///tmp/report.txt"))
                    : std::nullopt;
     }
     void noteWindows(std::vector<DocumentQuery> windows) override { noted = std::move(windows); }
 
+    std::vector<DocumentQuery> asked;
     std::vector<DocumentQuery> noted;
 };
 
@@ -160,4 +162,23 @@ TEST(SnapshotSource, The_on_screen_list_leaves_out_invisible_windows)
     EXPECT_EQ(onScreen->front().number, 1U);
     EXPECT_EQ(source.windowList(WindowListScope::all)->size(), 2U);
     EXPECT_EQ(source.accessibilityWindows(70)->at(1).isMinimized, true);
+}
+
+TEST(SnapshotSource, Everything_is_reported_in_points)
+{
+    Resolver resolver;
+    Documents documents;
+    DesktopContext context;
+    context.pixelsPerPoint = 2;
+    SnapshotSource source({client(1, 70, {}, QStringLiteral("Report"))}, context, resolver,
+                          &documents);
+    EXPECT_EQ(source.windowList(WindowListScope::all)->front().bounds, (Rect{5, 10, 150, 100}));
+    const AccessibilityWindow element = source.accessibilityWindows(70)->front();
+    EXPECT_EQ(element.position->x, 5);
+    EXPECT_EQ(element.position->y, 10);
+    EXPECT_EQ(element.size->width, 150);
+    EXPECT_EQ(element.size->height, 100);
+    const DocumentQuery query{70, {5, 10, 150, 100}, QStringLiteral("Report")};
+    EXPECT_EQ(documents.asked, std::vector{query});
+    EXPECT_EQ(documents.noted, std::vector{query});
 }
