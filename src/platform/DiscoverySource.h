@@ -19,6 +19,9 @@ struct WindowListEntry
     std::optional<WindowID> number;
     std::optional<ProcessID> ownerProcess;
     std::optional<QString> ownerName;
+    /// The application that the window itself names, as `RunningApplication::bundleIdentifier`: one
+    /// process may run several. Absent where it names none; then that of its process counts.
+    std::optional<QString> bundleIdentifier{};
     /// In points (see model/Rect.h), without a shadow or invisible border that the window
     /// draws itself.
     std::optional<Rect> bounds;
@@ -51,7 +54,8 @@ enum class ActivationPolicy : std::uint8_t {
 struct RunningApplication
 {
     ActivationPolicy activationPolicy = ActivationPolicy::regular;
-    /// On Linux the desktop-entry id; absent when no installed entry belongs to the application.
+    /// On Linux the desktop-entry id; absent when no installed entry belongs to the application, or
+    /// when the process runs several.
     std::optional<QString> bundleIdentifier;
 };
 

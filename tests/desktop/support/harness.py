@@ -243,13 +243,13 @@ class Desktop:
                    lambda: processes.has_other_child(terminal.pid, "xterm"))
         return terminal
 
-    def open_window(self, title, width, height):
+    def open_window(self, title, width, height, window_class="window"):
         """A window of this process, of so many pixels; returns its X id when it is listed."""
         from Xlib import X
 
         window = self._x.screen().root.create_window(0, 0, width, height, 0, X.CopyFromParent)
         window.set_wm_name(title)
-        window.set_wm_class("window", "Window")
+        window.set_wm_class(window_class, window_class)
         window.map()
         self._x.sync()
         return self.wait_for_window(title).number

@@ -77,6 +77,7 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         entry.number = client.number;
         entry.ownerProcess = client.process;
         entry.ownerName = ownerName(client, resolved);
+        entry.bundleIdentifier = resolved.desktopEntryID;
         entry.bounds = bounds(client, context);
         entry.layer = layer(client);
         entry.alpha = client.opacity;
@@ -89,15 +90,18 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
             continue;
         const bool isOrdinary = layer(client) == 0;
         const auto [it, isNew] = m_processes.try_emplace(*client.process);
-        RunningApplication& application = it->second.application;
+        Process& process = it->second;
         if (isNew)
-            application.activationPolicy = ActivationPolicy::accessory;
-        if (isOrdinary)
-            application.activationPolicy = ActivationPolicy::regular;
-        // The frontmost ordinary window decides for the process.
-        if (isOrdinary && !application.bundleIdentifier)
-            application.bundleIdentifier = resolved.desktopEntryID;
-        it->second.windows.push_back(accessibilityWindow(client, context, documents));
+            process.application.activationPolicy = ActivationPolicy::accessory;
+        if (isOrdinary) {
+            process.application.activationPolicy = ActivationPolicy::regular;
+            process.named.insert(resolved.desktopEntryID);
+        }
+        process.windows.push_back(accessibilityWindow(client, context, documents));
+    }
+    for (auto& [id, process] : m_processes) {
+        if (process.named.size() == 1)
+            process.application.bundleIdentifier = *process.named.begin();
     }
     if (documents) {
         std::vector<DocumentQuery> queries;

@@ -17,6 +17,9 @@ public:
         if (clues.wmClassName == QStringLiteral("Org.editor")) {
             return {QStringLiteral("org.example.Editor"), QStringLiteral("Editor")};
         }
+        if (clues.wmClassName == QStringLiteral("Org.slides")) {
+            return {QStringLiteral("org.example.Slides"), QStringLiteral("Slides")};
+        }
         return {};
     }
 
@@ -181,4 +184,29 @@ TEST(SnapshotSource, Everything_is_reported_in_points)
     const DocumentQuery query{70, {5, 10, 150, 100}, QStringLiteral("Report")};
     EXPECT_EQ(documents.asked, std::vector{query});
     EXPECT_EQ(documents.noted, std::vector{query});
+}
+
+TEST(SnapshotSource, Each_window_of_a_process_names_its_own_application)
+{
+    Resolver resolver;
+    const ClientWindow text = client(1, 70, QStringLiteral("Org.editor"), QStringLiteral("Text"));
+    const ClientWindow slides =
+        client(2, 70, QStringLiteral("Org.slides"), QStringLiteral("Slides"));
+    const ClientWindow options = client(3, 70, QStringLiteral("Org.other"), {});
+    // Whichever is in front.
+    for (const auto& clients :
+         {std::vector{text, slides, options}, std::vector{options, slides, text}}) {
+        SnapshotSource source(clients, {}, resolver, nullptr);
+        std::map<WindowID, std::optional<QString>> applications;
+        const auto list = source.windowList(WindowListScope::all);
+        for (const WindowListEntry& entry : *list)
+            applications[*entry.number] = entry.bundleIdentifier;
+        EXPECT_EQ(applications[1], QStringLiteral("org.example.Editor"));
+        EXPECT_EQ(applications[2], QStringLiteral("org.example.Slides"));
+        EXPECT_EQ(applications[3], std::nullopt);
+        EXPECT_EQ(source.runningApplication(70)->bundleIdentifier, std::nullopt);
+    }
+    // The icon of the editor would be wrong for a window that is none of its own.
+    SnapshotSource source({text, options}, {}, resolver, nullptr);
+    EXPECT_EQ(source.runningApplication(70)->bundleIdentifier, std::nullopt);
 }
