@@ -43,9 +43,10 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
         return std::nullopt;
     if (!m_state.isScreenCaptureTrusted)
         return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_state.language);
-    if (window.isOnScreen)
-        return KelpaCopy::text(CopyKey::PreviewNotYet, m_state.language);
-    return KelpaCopy::text(CopyKey::PreviewMinimized, m_state.language);
+    // A window of another desktop is off screen as well, without being minimised.
+    const bool isMinimized = window.isMinimized && !window.isOnScreen;
+    return KelpaCopy::text(isMinimized ? CopyKey::PreviewMinimized : CopyKey::PreviewNotYet,
+                           m_state.language);
 }
 
 void WindowStore::requestPermissions()

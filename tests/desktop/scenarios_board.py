@@ -67,6 +67,37 @@ def windows_elsewhere_minimised_and_maximised_with_one_title_are_all_listed(desk
         wait_until("all four are cards", lambda: _titles(kelpa, boards.UNSORTED) == sorted(names))
 
 
+def only_a_minimised_window_says_that_it_is_minimised(desktop, binary):
+    # Their programs end with them: no picture of them is left from an earlier time.
+    for name in ("Elsewhere", "Minimised"):
+        desktop.start_xterm(name)
+    number = {name: desktop.wait_for_window(name).number for name in ("Elsewhere", "Minimised")}
+    desktop.run("wmctrl", "-i", "-r", hex(number["Elsewhere"]), "-t", "1")
+    desktop.run("xdotool", "windowminimize", number["Minimised"])
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        for _ in range(2):
+            for name, message in (("Elsewhere", boards.CANNOT_BE_CAPTURED),
+                                  ("Minimised", boards.MINIMISED)):
+                kelpa.wait_for_card(boards.UNSORTED, name)
+                wait_until(f"the card {name!r} says {message!r}",
+                           lambda: _messages(kelpa, name) == [message])
+            card = kelpa.board.card(boards.UNSORTED, "Elsewhere")
+            assert not card.is_minimised, card.node.description
+            kelpa.quit()
+            kelpa.start()
+
+
+def _messages(kelpa, title):
+    """What the card of the window says in place of a picture."""
+    try:
+        card = kelpa.board.card(boards.UNSORTED, title)
+        return card and card.messages
+    except boards.Gone:
+        return None
+
+
 def two_applications_in_one_process_have_the_icon_of_each(desktop, binary):
     colors = {"Letter": (200, 30, 40), "Slides": (30, 60, 200)}
     data = pathlib.Path(desktop.env["XDG_DATA_HOME"])

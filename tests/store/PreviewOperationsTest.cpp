@@ -404,15 +404,22 @@ TEST_F(PreviewOperations, Stopping_ends_the_capture_in_flight)
 TEST_F(PreviewOperations, A_card_without_a_preview_says_why)
 {
     store().setLanguage(AppLanguage::english);
-    addWindows(2);
+    addWindows(1);
+    desktop.addAccessibleWindow(2, 101, QStringLiteral("minimised"));
+    desktop.addAccessibleWindow(3, 102, QStringLiteral("on another desktop"));
     desktop.onScreen.remove(2);
+    desktop.onScreen.remove(3);
+    desktop.accessibilityWindows[101]->front().isMinimized = true;
     store().refresh();
     EXPECT_EQ(store().previewMessage(listed(1)),
               QStringLiteral("This window cannot be captured yet"));
     EXPECT_EQ(store().previewMessage(listed(2)),
               QStringLiteral("Window is minimized; preview will return when restored"));
+    EXPECT_EQ(store().previewMessage(listed(3)),
+              QStringLiteral("This window cannot be captured yet"));
     const WindowItem first = listed(1);
-    tick();
+    for (int i = 0; i < 3; ++i)
+        tick();
     EXPECT_EQ(store().previewMessage(first), std::nullopt);
 
     desktop.isScreenCaptureGranted = false;
