@@ -95,8 +95,11 @@ public:
     QSet<GoalID> goalIDs() const;
     const QList<WindowItem>& filteredWindows() const;
     QList<WindowItem> windowsOf(const std::optional<GoalID>& goalID) const;
+    /// As the search narrows them.
     QList<WindowItem> windowsOf(const TargetSelection& target) const;
     QList<WindowID> windowIDsOf(const TargetSelection& target) const;
+    /// Whatever the search.
+    QList<WindowID> allWindowIDsOf(const TargetSelection& target) const;
 
 private:
     // Computed when first asked for.

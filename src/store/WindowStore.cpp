@@ -110,8 +110,7 @@ void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
 void WindowStore::setSearchText(const QString& text)
 {
     const Update update(m_state.changes);
-    if (m_state.assign(m_state.searchText, text, Field::searchText))
-        m_parts->selection.reconcileWithWindows();
+    m_state.assign(m_state.searchText, text, Field::searchText);
 }
 
 void WindowStore::undo()

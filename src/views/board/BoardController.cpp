@@ -34,7 +34,9 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
     connect(&store, &WindowStore::restorationIDChanged, this, &BoardController::changeRestored);
     // Connected after the models, which follow the store themselves.
     for (const auto signal :
-         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
+         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+          &WindowStore::windowsChanged, &WindowStore::searchTextChanged,
+          &WindowStore::previewsChanged})
         connect(&store, signal, this, &BoardController::noteRows);
     noteRows();
     connect(m_goals.breadcrumbs(), &BreadcrumbModel::countChanged, this,

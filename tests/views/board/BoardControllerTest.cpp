@@ -199,6 +199,21 @@ TEST_F(Controller, The_first_window_that_shows_is_found_on_the_board_from_its_be
     EXPECT_EQ(store().boardNavigation().target, before.target);
 }
 
+TEST_F(Controller, A_selected_window_that_the_search_hides_has_no_row_until_it_shows_again)
+{
+    desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));
+    store().refresh();
+    store().selectWindow(7);
+    ASSERT_EQ(controller->selectedWindow(), 1);
+    const QSignalSpy changes(controller.get(), &BoardController::selectedRowsChanged);
+    controller->setSearchText(QStringLiteral("letter"));
+    EXPECT_EQ(controller->selectedWindow(), -1);
+    EXPECT_EQ(changes.size(), 1);
+    controller->setSearchText(QString());
+    EXPECT_EQ(controller->selectedWindow(), 1);
+    EXPECT_EQ(changes.size(), 2);
+}
+
 TEST_F(Controller, Settings_for_permissions_are_offered_where_the_desktop_has_them)
 {
     EXPECT_TRUE(controller->hasPermissionSettings());
