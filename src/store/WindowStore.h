@@ -143,9 +143,9 @@ public:
 
     // Previews and permissions.
     /// Captures the window whose turn it is.
-    void refreshPreviews(Date now);
+    void refreshPreviews(Scheduler::Time now);
     /// The board scrolls, now or at the scheduler's time: captures pause, to keep it smooth.
-    void noteScrollActivity(Date now);
+    void noteScrollActivity(Scheduler::Time now);
     void noteScrollActivity();
     /// The size of a preview on its card in pixels of the screen, as many as points until set.
     /// Windows that have a preview are captured again as their turns come.

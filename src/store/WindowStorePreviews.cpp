@@ -5,7 +5,7 @@
 
 namespace kelpa {
 
-void WindowStore::refreshPreviews(Date now)
+void WindowStore::refreshPreviews(Scheduler::Time now)
 {
     const Update update(m_state.changes);
     if (m_state.isScreenCaptureTrusted) {
@@ -27,7 +27,7 @@ void WindowStore::setPreviewPixels(const QSize& pixels)
     m_parts->previewCaptures.setPixels(pixels);
 }
 
-void WindowStore::noteScrollActivity(Date now)
+void WindowStore::noteScrollActivity(Scheduler::Time now)
 {
     m_parts->previewCaptures.pause(now);
 }

@@ -42,7 +42,7 @@ void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
     const qsizetype index = todos != nullptr ? indexOf(*todos, todoID) : -1;
     if (index < 0)
         return;
-    (*todos)[index] = withNextStatus(todos->at(index), m_parts->scheduler.now());
+    (*todos)[index] = withNextStatus(todos->at(index), m_parts->scheduler.calendarTime());
     m_state.markTodosChanged(in);
     m_parts->reconcileWithTodoCounts();
     m_parts->steps.saveStep();
