@@ -8,6 +8,7 @@
 #include "navigation/BoardNavigationState.h"
 #include "store/StoreChanges.h"
 #include "store/board/BoardHistory.h"
+#include "store/desktop/Permissions.h"
 #include "text/AppLanguage.h"
 #include "windows/WindowSearch.h"
 
@@ -46,6 +47,7 @@ public:
     QString searchText;
     bool isAccessibilityTrusted = false;
     bool isScreenCaptureTrusted = false;
+    Obstacles obstacles;
     AppLanguage language = AppLanguage::chinese;
     bool isAutoSortingGoals = true;
     bool isHidingGoalsWithoutOpenTodos = false;

@@ -41,7 +41,7 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
 {
     if (m_state.previews.contains(window.id))
         return std::nullopt;
-    if (!m_state.isScreenCaptureTrusted)
+    if (m_state.obstacles.screenCapture == Obstacle::permission)
         return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_state.language);
     // A window of another desktop is off screen as well, without being minimised.
     const bool isMinimized = window.isMinimized && !window.isOnScreen;
@@ -55,17 +55,20 @@ void WindowStore::requestPermissions()
     m_parts->publish(m_parts->permissions.request());
 }
 
-bool WindowStore::hasPermissionSettings() const
-{
-    return m_parts->permissions.hasSettings();
-}
-
 void WindowStore::Parts::publish(const Permissions::Granted& granted)
 {
     state.assign(state.isAccessibilityTrusted, granted.accessibility,
                  Field::isAccessibilityTrusted);
     state.assign(state.isScreenCaptureTrusted, granted.screenCapture,
                  Field::isScreenCaptureTrusted);
+    publishObstacles();
+}
+
+void WindowStore::Parts::publishObstacles()
+{
+    const Update update(state.changes);
+    const Permissions::Granted granted{state.isAccessibilityTrusted, state.isScreenCaptureTrusted};
+    state.assign(state.obstacles, permissions.obstacles(granted), Field::obstacles);
 }
 
 } // namespace kelpa

@@ -449,6 +449,11 @@ TEST_F(PreviewOperations, A_card_without_a_preview_says_why)
     tick();
     EXPECT_EQ(store().previewMessage(first),
               QStringLiteral("Allow Screen Recording to show a preview"));
+
+    // Nobody could allow anything.
+    desktop.obstacleOfScreenCapture = Obstacle::windowManager;
+    store().refresh();
+    EXPECT_EQ(store().previewMessage(first), QStringLiteral("This window cannot be captured yet"));
 }
 
 TEST_F(PreviewOperations, Asking_for_permissions_opens_the_settings_where_one_is_missing)
