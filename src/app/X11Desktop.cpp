@@ -11,6 +11,7 @@
 #include "platform/freedesktop/icons/NetWmIcon.h"
 #include "platform/numbers/HighWaterMarkFile.h"
 #include "platform/qt/QtPasteboard.h"
+#include "platform/qt/ToolkitScale.h"
 #include "platform/x11/X11WindowServer.h"
 #include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/StartupIdLookup.h"
@@ -60,16 +61,27 @@ struct X11Desktop::Parts
         return windowServer.clientWindow(number);
     }
 
+    AtspiDocumentsOptions documentsOptions() const
+    {
+        AtspiDocumentsOptions options;
+        options.scale = toolkitScale.scale();
+        return options;
+    }
+
     std::function<void()> windowsChanged;
-    DesktopEntries entries{applicationDataDirectories()};
-    IconLookup icons{entries, QIcon::themeName()};
-    AtspiDocuments documents{[this] {
+    void notifyWindowsChanged() const
+    {
         if (windowsChanged)
             windowsChanged();
-    }};
+    }
+
+    const ToolkitScale toolkitScale{[this] { notifyWindowsChanged(); }};
+    DesktopEntries entries{applicationDataDirectories()};
+    IconLookup icons{entries, QIcon::themeName()};
+    AtspiDocuments documents{[this] { notifyWindowsChanged(); }, documentsOptions()};
     HighWaterMarkFile numbers;
     const std::shared_ptr<x11::DisplayConnector> connector =
-        std::make_shared<x11::DisplayConnector>(QByteArray());
+        std::make_shared<x11::DisplayConnector>(QByteArray(), toolkitScale.scale());
     x11::X11WindowServer windowServer;
     x11::WindowIcons windowIcons{connector,
                                  [this](WindowID number) { return clientWindow(number); }};

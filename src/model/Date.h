@@ -18,8 +18,6 @@ struct Date
     static Date distantPast();
     static Date fromDateTime(const QDateTime& dateTime);
 
-    Date addingSeconds(double seconds) const { return {secondsSinceReferenceDate + seconds}; }
-
     friend auto operator<=>(const Date& left, const Date& right)
     {
         return left.secondsSinceReferenceDate <=> right.secondsSinceReferenceDate;

@@ -1,12 +1,9 @@
 // A rectangle of the desktop, such as the frame of a window: origin at the top left, y downwards.
 //
-// Units. Every declaration names one of two:
-// - Desktop units, of windows of all programs: the window server's own. On X11, which has one
-//   coordinate system for all programs and does not scale, that is a pixel of the screen, also
-//   where programs draw themselves larger. They reach Kelpa as the server gives them; an
-//   implementation of `platform/` whose server counts in something else converts at its edge.
-// - Points, of Kelpa's own window and all that is drawn in it: device-independent pixels, which Qt
-//   Quick calls pixels. A point is as many pixels of the screen as the screen's scale says.
+// Units. Lengths are in points wherever a declaration names no other unit: device-independent
+// pixels, which Qt Quick calls pixels. A point is as many pixels of the screen as the screen's
+// scale says. A window server that counts in pixels is converted where it is read
+// (`platform/PointScale.h`), so that windows of all programs and Kelpa's own are in one unit.
 #pragma once
 
 #include <QHashFunctions>

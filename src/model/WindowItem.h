@@ -21,7 +21,7 @@ struct WindowItem
     std::optional<QString> bundleIdentifier;
     QString title;
     ProcessID processIdentifier = 0;
-    /// Frame in desktop units, see Rect.h.
+    /// Frame in points, see Rect.h.
     Rect bounds;
     bool isOnScreen = false;
     bool isMinimized = false;

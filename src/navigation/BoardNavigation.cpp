@@ -94,15 +94,16 @@ BoardNavigationState returnedToTarget(const BoardNavigationState& state)
 }
 
 BoardNavigationState reconciledWithWindows(const BoardNavigationState& state,
-                                           const QList<WindowID>& windowIDs)
+                                           const QList<WindowID>& windowIDs,
+                                           const QList<WindowID>& shownIDs)
 {
     if (state.layer != BoardNavigationLayer::windows)
         return state;
     if (state.selectedWindowID && windowIDs.contains(*state.selectedWindowID))
         return state;
-    if (windowIDs.isEmpty())
+    if (shownIDs.isEmpty())
         return BoardNavigationState::on(state.target);
-    return BoardNavigationState::inside(state.target, windowIDs.first());
+    return BoardNavigationState::inside(state.target, shownIDs.first());
 }
 
 } // namespace kelpa

@@ -36,9 +36,12 @@ std::optional<BoardNavigationState> activatedTarget(TargetSelection target,
 /// One layer up, from a window to its target; a state on a target stays as it is.
 BoardNavigationState returnedToTarget(const BoardNavigationState& state);
 
-/// The state after the windows of the selected target have become `windowIDs`: a selected window
-/// that is gone is replaced by the first of them, or by the target when there is none.
+/// The state after the windows of the selected target have become `windowIDs`, of which a search
+/// shows `shownIDs`: a selected window that is gone is replaced by the first shown one, or by the
+/// target when there is none. One that the search hides stays selected, until an arrow moves on
+/// from it or the search shows it again.
 BoardNavigationState reconciledWithWindows(const BoardNavigationState& state,
-                                           const QList<WindowID>& windowIDs);
+                                           const QList<WindowID>& windowIDs,
+                                           const QList<WindowID>& shownIDs);
 
 } // namespace kelpa

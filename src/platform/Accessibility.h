@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/DiscoverySource.h"
+#include "platform/Obstacle.h"
 
 #include <memory>
 #include <optional>
@@ -42,6 +43,9 @@ public:
     /// Whether Kelpa may act on other applications' windows, as last known. Main thread; returns at
     /// once.
     virtual bool isTrusted() const = 0;
+
+    /// What stands in the way while `isTrusted` is false. Main thread; returns at once.
+    virtual Obstacle accessibilityObstacle() const = 0;
 
     /// Requests that permission from the desktop, where it can be requested; returns what
     /// `isTrusted` gives afterwards. Main thread; returns at once.

@@ -19,7 +19,10 @@ struct WindowListEntry
     std::optional<WindowID> number;
     std::optional<ProcessID> ownerProcess;
     std::optional<QString> ownerName;
-    /// In desktop units (see model/Rect.h), without a shadow or invisible border that the window
+    /// The application that the window itself names, as `RunningApplication::bundleIdentifier`: one
+    /// process may run several. Absent where it names none; then that of its process counts.
+    std::optional<QString> bundleIdentifier{};
+    /// In points (see model/Rect.h), without a shadow or invisible border that the window
     /// draws itself.
     std::optional<Rect> bounds;
     /// 0 is the layer of ordinary windows; docks, desktops, menus and so on are on other layers.
@@ -51,7 +54,8 @@ enum class ActivationPolicy : std::uint8_t {
 struct RunningApplication
 {
     ActivationPolicy activationPolicy = ActivationPolicy::regular;
-    /// On Linux the desktop-entry id; absent when no installed entry belongs to the application.
+    /// On Linux the desktop-entry id; absent when no installed entry belongs to the application, or
+    /// when the process runs several.
     std::optional<QString> bundleIdentifier;
 };
 
@@ -70,7 +74,7 @@ struct Size
 /// One window as the accessibility side reports it. An attribute that could not be read is absent.
 struct AccessibilityWindow
 {
-    /// In desktop units, as `WindowListEntry::bounds`; likewise `size`.
+    /// In points, as `WindowListEntry::bounds`; likewise `size`.
     std::optional<Point> position;
     std::optional<Size> size;
     std::optional<bool> isMinimized;

@@ -15,7 +15,7 @@ namespace kelpa {
 struct DocumentQuery
 {
     ProcessID process = 0;
-    /// In desktop units, see model/Rect.h.
+    /// In points, see model/Rect.h.
     Rect frame;
     QString title;
 

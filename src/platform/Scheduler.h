@@ -36,11 +36,17 @@ class Scheduler
 {
 public:
     using Duration = std::chrono::milliseconds;
+    /// A point on a clock that is never set back or forward.
+    using Time = std::chrono::steady_clock::time_point;
 
     virtual ~Scheduler() = default;
 
-    /// The current calendar time.
-    virtual Date now() const = 0;
+    /// For measuring how much time passes.
+    virtual Time now() const = 0;
+
+    /// The current calendar time, for what is stored. A person or the network may set it back or
+    /// forward at any moment, so nothing is measured by it.
+    virtual Date calendarTime() const = 0;
 
     /// Calls `tick` every `interval`, first one interval from now.
     [[nodiscard]] virtual TaskHandle repeat(Duration interval, std::function<void()> tick) = 0;

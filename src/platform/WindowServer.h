@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/DiscoverySource.h"
+#include "platform/Obstacle.h"
 #include "platform/Subscription.h"
 
 #include <QImage>
@@ -48,6 +49,10 @@ public:
     /// Whether Kelpa may read the contents and names of other applications' windows, as last known.
     /// Main thread; returns at once.
     virtual bool isScreenCaptureTrusted() const = 0;
+
+    /// What stands in the way while `isScreenCaptureTrusted` is false. Main thread; returns at
+    /// once.
+    virtual Obstacle screenCaptureObstacle() const = 0;
 
     /// Requests that permission from the desktop, where it can be requested; returns what
     /// `isScreenCaptureTrusted` gives afterwards. Main thread; returns at once.

@@ -1,7 +1,11 @@
 // Opens URLs with the desktop's applications.
 #pragma once
 
+#include "platform/Scheduler.h"
+
 #include <QUrl>
+
+#include <functional>
 
 namespace kelpa {
 
@@ -10,9 +14,10 @@ class Workspace
 public:
     virtual ~Workspace() = default;
 
-    /// Whether the desktop has settings in which a person grants this program its permissions, so
-    /// that `requestOpen` can open them. Main thread; the result never changes.
-    virtual bool hasPermissionSettings() const = 0;
+    /// Calls `found` on the main thread with whether `requestOpen` can open such a URL, unless the
+    /// handle is destroyed before. Main thread; returns at once.
+    [[nodiscard]] virtual TaskHandle findOpener(const QUrl& url,
+                                                std::function<void(bool isThere)> found) = 0;
 
     /// Opens `url` with the desktop's application for it. Main thread; returns at once.
     virtual void requestOpen(const QUrl& url) = 0;

@@ -182,7 +182,8 @@ KeyContext BoardInput::context(const QKeyEvent& event) const
             .isComposing = hasTrue(item, "isComposing"),
             .canFieldUndo = hasTrue(item, "canUndo"),
             .canFieldRedo = hasTrue(item, "canRedo"),
-            .isSearching = hasTrue(item, "isSearching")};
+            .isSearching = hasTrue(item, "isSearching"),
+            .wasWriting = m_wasWriting && !m_suspendedField.isNull()};
 }
 
 bool BoardInput::handleKey(const QKeyEvent& event)
@@ -193,8 +194,10 @@ bool BoardInput::handleKey(const QKeyEvent& event)
         Q_EMIT editorLeft();
         m_store.cancelTodoEditor();
     }
+    if (decision.endsWriting)
+        m_wasWriting = false;
     if (!decision.command)
-        return false;
+        return decision.isIgnored;
     // Space held a little too long would enter a target and raise a window at once.
     if (event.isAutoRepeat() && ignoresAutoRepeat(*decision.command))
         return true;
@@ -245,6 +248,7 @@ void BoardInput::resignFocus()
 
 void BoardInput::handlePress(const QPointF& position)
 {
+    m_wasWriting = false;
     if (keepsFields(*m_window.contentItem(), position))
         return;
     if (!m_suspendedField.isNull() && !isWithin(fieldWithButtons(*m_suspendedField), position))
@@ -271,6 +275,7 @@ void BoardInput::suspendField()
         return;
     resignFocus();
     m_suspendedField = item;
+    m_wasWriting = true;
 }
 
 void BoardInput::leaveSuspendedField()

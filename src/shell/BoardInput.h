@@ -31,8 +31,9 @@ BoardKey boardKey(const QKeyEvent& event);
 ///
 /// A text field is suspended when another program gets the keyboard: it gives up the focus but
 /// keeps its text. It is left for good by what would have left it otherwise: a click beside it,
-/// unless on an item that keeps fields, or the next key that does something on the board. A field
-/// in a sheet keeps the focus, as the board has no use for it.
+/// unless on an item that keeps fields, or the next key that does something on the board. Space and
+/// undo do nothing until then, or until Escape or a click: the person may believe to be writing in
+/// the field. A field in a sheet keeps the focus, as the board has no use for it.
 ///
 /// An item that accepts input methods is a text field. Everything else about an item comes from its
 /// properties; a missing property counts as false. Of the item with the focus:
@@ -83,6 +84,8 @@ private:
     WindowStore& m_store;
     /// Lost the focus to another program and has not had it since.
     QPointer<QQuickItem> m_suspendedField;
+    /// `KeyContext::wasWriting`, while there is such a field.
+    bool m_wasWriting = false;
 };
 
 } // namespace kelpa

@@ -78,6 +78,12 @@ bool isForTextField(BoardKey key, const KeyContext& context)
     return true;
 }
 
+/// Whether a person presses the key in the middle of a text, where it means the text.
+bool isPartOfWriting(BoardKey key)
+{
+    return key == BoardKey::space || key == BoardKey::undo || key == BoardKey::redo;
+}
+
 /// Whether the key belongs to the item with the focus.
 bool isForFocusedItem(BoardKey key, const KeyContext& context)
 {
@@ -102,11 +108,17 @@ KeyDecision decideKey(BoardKey key, const KeyContext& context)
 {
     if (!context.isBoardActive || isForFocusedItem(key, context))
         return {};
+    // Whoever goes on with a sentence must not raise a window by its spaces.
+    const bool mayBeWriting = context.wasWriting && context.focus == KeyboardFocus::board;
+    if (mayBeWriting && isPartOfWriting(key))
+        return {.isIgnored = true, .command = std::nullopt};
     // An arrow leaves a field or a button and moves the selection in the same stroke. Leaving a
     // field discards what was typed in it.
     const bool leavesFocus = context.focus != KeyboardFocus::board && direction(key).has_value();
     return {.cancelsEditor = leavesFocus && context.focus == KeyboardFocus::textInput,
             .leavesFocus = leavesFocus,
+            .endsWriting = mayBeWriting && key == BoardKey::escape,
+            .isIgnored = false,
             .command = boardCommand(key, context.navigation)};
 }
 

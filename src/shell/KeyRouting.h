@@ -55,6 +55,9 @@ struct KeyContext
     bool canFieldRedo = false;
     /// The text field is the search field, whose matches are shown below it.
     bool isSearching = false;
+    /// The person was writing in a field that gave the keyboard up to another program, and may
+    /// believe to be writing in it still: nothing was done on the board since.
+    bool wasWriting = false;
 };
 
 struct MoveTargetSelection
@@ -105,6 +108,10 @@ struct KeyDecision
     bool cancelsEditor = false;
     /// First return the keyboard focus to the board.
     bool leavesFocus = false;
+    /// First forget that the person was writing.
+    bool endsWriting = false;
+    /// The key does nothing and reaches no item. There is no command.
+    bool isIgnored = false;
     /// Absent: pass the key on to the item with the focus.
     std::optional<BoardCommand> command;
 

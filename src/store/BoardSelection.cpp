@@ -54,7 +54,8 @@ void BoardSelection::reconcileWithGoals()
 void BoardSelection::reconcileWithWindows()
 {
     const BoardNavigationState& navigation = m_state.boardNavigation;
-    select(reconciledWithWindows(navigation, m_state.windowIDsOf(navigation.target)));
+    select(reconciledWithWindows(navigation, m_state.allWindowIDsOf(navigation.target),
+                                 m_state.windowIDsOf(navigation.target)));
 }
 
 void BoardSelection::reconcileSelectionWithVisibleGoals()

@@ -26,6 +26,7 @@ enum class StoreField : std::uint8_t {
     searchText,
     isAccessibilityTrusted,
     isScreenCaptureTrusted,
+    obstacles,
     language,
     isAutoSortingGoals,
     isHidingGoalsWithoutOpenTodos,

@@ -101,6 +101,16 @@ QList<WindowItem> StoreState::windowsOf(const TargetSelection& target) const
     return {};
 }
 
+QList<WindowID> StoreState::allWindowIDsOf(const TargetSelection& target) const
+{
+    QList<WindowID> ids;
+    for (const WindowItem& window : windows) {
+        if (TargetSelection::of(window.goalID) == target)
+            ids.append(window.id);
+    }
+    return ids;
+}
+
 QList<WindowID> StoreState::windowIDsOf(const TargetSelection& target) const
 {
     const QList<WindowItem> shown = windowsOf(target);

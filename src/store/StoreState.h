@@ -8,6 +8,7 @@
 #include "navigation/BoardNavigationState.h"
 #include "store/StoreChanges.h"
 #include "store/board/BoardHistory.h"
+#include "store/desktop/Permissions.h"
 #include "text/AppLanguage.h"
 #include "windows/WindowSearch.h"
 
@@ -46,6 +47,7 @@ public:
     QString searchText;
     bool isAccessibilityTrusted = false;
     bool isScreenCaptureTrusted = false;
+    Obstacles obstacles;
     AppLanguage language = AppLanguage::chinese;
     bool isAutoSortingGoals = true;
     bool isHidingGoalsWithoutOpenTodos = false;
@@ -95,8 +97,11 @@ public:
     QSet<GoalID> goalIDs() const;
     const QList<WindowItem>& filteredWindows() const;
     QList<WindowItem> windowsOf(const std::optional<GoalID>& goalID) const;
+    /// As the search narrows them.
     QList<WindowItem> windowsOf(const TargetSelection& target) const;
     QList<WindowID> windowIDsOf(const TargetSelection& target) const;
+    /// Whatever the search.
+    QList<WindowID> allWindowIDsOf(const TargetSelection& target) const;
 
 private:
     // Computed when first asked for.

@@ -110,7 +110,6 @@ void UndoSteps::showMovedWindows(const QList<WindowItem>& before)
     if (moved.isEmpty() || std::ranges::any_of(m_state.filteredWindows(), isMoved))
         return;
     m_state.assign(m_state.searchText, QString(), StoreField::searchText);
-    m_selection.reconcileWithWindows();
 }
 
 void UndoSteps::publishHistory()

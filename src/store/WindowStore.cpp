@@ -31,6 +31,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::searchTextChanged,
         &WindowStore::isAccessibilityTrustedChanged,
         &WindowStore::isScreenCaptureTrustedChanged,
+        &WindowStore::obstaclesChanged,
         &WindowStore::languageChanged,
         &WindowStore::isAutoSortingGoalsChanged,
         &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
@@ -50,7 +51,7 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
     : store(owner), state(values), platform(desktop), settings(storage), scheduler(clock),
       selection(state), toast(scheduler, [this] { publishToast(); }),
       saver(settings, scheduler, [this] { loadState(); }), steps(state, selection, toast, saver),
-      permissions(platform),
+      permissions(platform, [this] { publishObstacles(); }),
       passes(platform.windowServer, platform.applications, scheduler,
              [this](const QList<WindowItem>& discovered) { finishPass(discovered); }),
       previewCaptures(platform.windowServer, scheduler, state.windows, state.previews,
@@ -110,8 +111,7 @@ void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
 void WindowStore::setSearchText(const QString& text)
 {
     const Update update(m_state.changes);
-    if (m_state.assign(m_state.searchText, text, Field::searchText))
-        m_parts->selection.reconcileWithWindows();
+    m_state.assign(m_state.searchText, text, Field::searchText);
 }
 
 void WindowStore::undo()

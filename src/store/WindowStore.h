@@ -55,6 +55,8 @@ public:
     const QString& searchText() const { return m_state.searchText; }
     bool isAccessibilityTrusted() const { return m_state.isAccessibilityTrusted; }
     bool isScreenCaptureTrusted() const { return m_state.isScreenCaptureTrusted; }
+    /// What is in the way of the permissions that are missing.
+    const Obstacles& obstacles() const { return m_state.obstacles; }
     AppLanguage language() const { return m_state.language; }
     bool isAutoSortingGoals() const { return m_state.isAutoSortingGoals; }
     bool isHidingGoalsWithoutOpenTodos() const { return m_state.isHidingGoalsWithoutOpenTodos; }
@@ -143,9 +145,9 @@ public:
 
     // Previews and permissions.
     /// Captures the window whose turn it is.
-    void refreshPreviews(Date now);
+    void refreshPreviews(Scheduler::Time now);
     /// The board scrolls, now or at the scheduler's time: captures pause, to keep it smooth.
-    void noteScrollActivity(Date now);
+    void noteScrollActivity(Scheduler::Time now);
     void noteScrollActivity();
     /// The size of a preview on its card in pixels of the screen, as many as points until set.
     /// Windows that have a preview are captured again as their turns come.
@@ -154,8 +156,6 @@ public:
     std::optional<QString> previewMessage(const WindowItem& window) const;
     /// Asks the desktop for the missing permissions, and opens the settings that grant them.
     void requestPermissions();
-    /// Whether the desktop has the settings that `requestPermissions` opens.
-    bool hasPermissionSettings() const;
 
     // The keyboard selection.
     void moveTargetSelection(NavigationDirection direction);
@@ -186,6 +186,7 @@ Q_SIGNALS:
     void searchTextChanged();
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
+    void obstaclesChanged();
     void languageChanged();
     void isAutoSortingGoalsChanged();
     void isHidingGoalsWithoutOpenTodosChanged();

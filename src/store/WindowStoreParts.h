@@ -35,6 +35,7 @@ struct WindowStore::Parts
     /// Called after the number of open todos of a goal has changed.
     void reconcileWithTodoCounts();
     void publish(const Permissions::Granted& granted);
+    void publishObstacles();
 
     // Reports of the parts, each an operation of its own.
 

@@ -5,7 +5,7 @@
 
 namespace kelpa {
 
-void WindowStore::refreshPreviews(Date now)
+void WindowStore::refreshPreviews(Scheduler::Time now)
 {
     const Update update(m_state.changes);
     if (m_state.isScreenCaptureTrusted) {
@@ -27,7 +27,7 @@ void WindowStore::setPreviewPixels(const QSize& pixels)
     m_parts->previewCaptures.setPixels(pixels);
 }
 
-void WindowStore::noteScrollActivity(Date now)
+void WindowStore::noteScrollActivity(Scheduler::Time now)
 {
     m_parts->previewCaptures.pause(now);
 }
@@ -41,11 +41,12 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
 {
     if (m_state.previews.contains(window.id))
         return std::nullopt;
-    if (!m_state.isScreenCaptureTrusted)
+    if (m_state.obstacles.screenCapture == Obstacle::permission)
         return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_state.language);
-    if (window.isOnScreen)
-        return KelpaCopy::text(CopyKey::PreviewNotYet, m_state.language);
-    return KelpaCopy::text(CopyKey::PreviewMinimized, m_state.language);
+    // A window of another desktop is off screen as well, without being minimised.
+    const bool isMinimized = window.isMinimized && !window.isOnScreen;
+    return KelpaCopy::text(isMinimized ? CopyKey::PreviewMinimized : CopyKey::PreviewNotYet,
+                           m_state.language);
 }
 
 void WindowStore::requestPermissions()
@@ -54,17 +55,20 @@ void WindowStore::requestPermissions()
     m_parts->publish(m_parts->permissions.request());
 }
 
-bool WindowStore::hasPermissionSettings() const
-{
-    return m_parts->permissions.hasSettings();
-}
-
 void WindowStore::Parts::publish(const Permissions::Granted& granted)
 {
     state.assign(state.isAccessibilityTrusted, granted.accessibility,
                  Field::isAccessibilityTrusted);
     state.assign(state.isScreenCaptureTrusted, granted.screenCapture,
                  Field::isScreenCaptureTrusted);
+    publishObstacles();
+}
+
+void WindowStore::Parts::publishObstacles()
+{
+    const Update update(state.changes);
+    const Permissions::Granted granted{state.isAccessibilityTrusted, state.isScreenCaptureTrusted};
+    state.assign(state.obstacles, permissions.obstacles(granted), Field::obstacles);
 }
 
 } // namespace kelpa

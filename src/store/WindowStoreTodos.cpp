@@ -52,7 +52,7 @@ void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
     const qsizetype index = indexIn(todos, todoID);
     if (index < 0)
         return;
-    (*todos)[index] = withNextStatus(todos->at(index), m_parts->scheduler.now());
+    (*todos)[index] = withNextStatus(todos->at(index), m_parts->scheduler.calendarTime());
     m_state.markTodosChanged(in);
     m_parts->reconcileWithTodoCounts();
     m_parts->steps.saveStep();

@@ -35,6 +35,10 @@ enum class CopyKey {
     AccessibilityNeeded,
     AccessibilityText,
     OpenSystemSettings,
+    WindowManagerNeeded,
+    WindowManagerText,
+    CompositeNeeded,
+    CompositeText,
     // Board and add-goal sheet.
     Board,
     Goals,

@@ -80,6 +80,35 @@ inline constexpr std::array boardCopyRows{
     CopyRow{CopyKey::OpenSystemSettings, u"打开系统设置", u"Open System Settings",
             u"システム設定を開く", u"시스템 설정 열기", u"Ouvrir les réglages système",
             u"Systemeinstellungen öffnen"},
+    CopyRow{CopyKey::WindowManagerNeeded, u"没有运行窗口管理器", u"No window manager is running",
+            u"ウィンドウマネージャーが動作していません", u"창 관리자가 실행 중이 아닙니다",
+            u"Aucun gestionnaire de fenêtres n’est actif", u"Es läuft kein Fenstermanager"},
+    CopyRow{
+        CopyKey::WindowManagerText,
+        u"Kelpa 通过窗口管理器列出并打开窗口。启动一个后，窗口会显示在这里。",
+        u"Kelpa lists and opens windows through it. Start one, and they appear here.",
+        u"Kelpaはウィンドウマネージャーを通してウィンドウを一覧表示し、開きます。起動すると、ここに"
+        u"表示されます。",
+        u"Kelpa는 창 관리자를 통해 창을 나열하고 엽니다. 시작하면 여기에 창이 나타납니다.",
+        u"Kelpa trouve et ouvre les fenêtres grâce à lui. Démarrez-en un : elles apparaîtront ici.",
+        u"Über ihn findet und öffnet Kelpa die Fenster. Starte einen, dann erscheinen sie hier."},
+    CopyRow{CopyKey::CompositeNeeded, u"X 服务器缺少 Composite 扩展",
+            u"The X server lacks the Composite extension",
+            u"XサーバーにComposite拡張機能がありません", u"X 서버에 Composite 확장이 없습니다",
+            u"L’extension Composite manque au serveur X",
+            u"Dem X-Server fehlt die Erweiterung Composite"},
+    CopyRow{
+        CopyKey::CompositeText,
+        u"没有它就无法显示窗口。请在 X 服务器的配置中启用它，然后重新登录。",
+        u"Without it, no window can be shown. Enable it in the configuration of the X server and "
+        u"log in again.",
+        u"この拡張機能がないとウィンドウを表示できません。Xサーバーの設定で有効にし、ログインし直し"
+        u"てください。",
+        u"이 확장이 없으면 창을 표시할 수 없습니다. X 서버 설정에서 활성화하고 다시 로그인하세요.",
+        u"Sans elle, aucune fenêtre ne peut être affichée. Activez-la dans la configuration du "
+        u"serveur X, puis reconnectez-vous.",
+        u"Ohne sie lassen sich keine Fenster zeigen. Aktiviere sie in der Konfiguration des "
+        u"X-Servers und melde dich neu an."},
     CopyRow{CopyKey::Board, u"看板", u"Board", u"ボード", u"보드", u"Tableau", u"Übersicht"},
     CopyRow{CopyKey::Goals, u"目标", u"Goals", u"目標", u"목표", u"Objectifs", u"Ziele"},
     CopyRow{CopyKey::AddGoal, u"添加目标", u"Add goal", u"目標を追加", u"목표 추가",

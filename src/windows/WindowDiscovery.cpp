@@ -29,7 +29,7 @@ struct AccessibilityWindowInfo
 
 using AccessibilityWindows = std::vector<AccessibilityWindowInfo>;
 
-/// `width` and `height` in desktop units; NaN is not large enough.
+/// `width` and `height` in points; NaN is not large enough.
 bool isLargeEnough(double width, double height)
 {
     return width >= WindowDiscovery::minimumWidth && height >= WindowDiscovery::minimumHeight;
@@ -122,7 +122,8 @@ public:
         WindowItem window;
         window.id = *entry.number;
         window.ownerName = *entry.ownerName;
-        window.bundleIdentifier = std::move(application->bundleIdentifier);
+        window.bundleIdentifier = entry.bundleIdentifier ? entry.bundleIdentifier
+                                                         : std::move(application->bundleIdentifier);
         window.title = entry.name.value_or(QString());
         window.processIdentifier = *entry.ownerProcess;
         window.bounds = *entry.bounds;

@@ -20,14 +20,14 @@ class WindowDiscovery
 public:
     WindowDiscovery() = delete;
 
-    /// The smallest window that is listed, in desktop units (see model/Rect.h), so in pixels on
-    /// X11: both the window server's list and the accessibility side are compared with it as they
-    /// give sizes. Anything smaller is a palette or a helper.
+    /// The smallest window that is listed, in points (see model/Rect.h): both the window server's
+    /// list and the accessibility side are compared with it. Anything smaller is a palette or a
+    /// helper.
     static constexpr double minimumWidth = 80;
     static constexpr double minimumHeight = 50;
 
     /// Two frames count as the same when x, y, width and height each differ by at most this much,
-    /// in desktop units.
+    /// in points.
     static constexpr double frameTolerance = 8;
 
     /// The windows of all regular applications except the process `ownProcess`, in the window

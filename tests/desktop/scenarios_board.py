@@ -67,6 +67,75 @@ def windows_elsewhere_minimised_and_maximised_with_one_title_are_all_listed(desk
         wait_until("all four are cards", lambda: _titles(kelpa, boards.UNSORTED) == sorted(names))
 
 
+def only_a_minimised_window_says_that_it_is_minimised(desktop, binary):
+    # Their programs end with them: no picture of them is left from an earlier time.
+    for name in ("Elsewhere", "Minimised"):
+        desktop.start_xterm(name)
+    number = {name: desktop.wait_for_window(name).number for name in ("Elsewhere", "Minimised")}
+    desktop.run("wmctrl", "-i", "-r", hex(number["Elsewhere"]), "-t", "1")
+    desktop.run("xdotool", "windowminimize", number["Minimised"])
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        for _ in range(2):
+            for name, message in (("Elsewhere", boards.CANNOT_BE_CAPTURED),
+                                  ("Minimised", boards.MINIMISED)):
+                kelpa.wait_for_card(boards.UNSORTED, name)
+                wait_until(f"the card {name!r} says {message!r}",
+                           lambda: _messages(kelpa, name) == [message])
+            card = kelpa.board.card(boards.UNSORTED, "Elsewhere")
+            assert not card.is_minimised, card.node.description
+            kelpa.quit()
+            kelpa.start()
+
+
+def _messages(kelpa, title):
+    """What the card of the window says in place of a picture."""
+    try:
+        card = kelpa.board.card(boards.UNSORTED, title)
+        return card and card.messages
+    except boards.Gone:
+        return None
+
+
+def two_applications_in_one_process_have_the_icon_of_each(desktop, binary):
+    colors = {"Letter": (200, 30, 40), "Slides": (30, 60, 200)}
+    data = pathlib.Path(desktop.env["XDG_DATA_HOME"])
+    (data / "applications").mkdir()
+    for title, color in colors.items():
+        icon = data / f"{title}.png"
+        desktop.run("convert", "-size", "64x64", f"xc:rgb{color}", f"PNG32:{icon}")
+        (data / "applications" / f"org.example.{title}.desktop").write_text(
+            f"[Desktop Entry]\nType=Application\nName=Office {title}\nExec=cat\n"
+            f"Icon={icon}\nStartupWMClass=office-{title}\n", encoding="utf-8")
+    # Both are windows of this process; the one opened last is in front.
+    for title in colors:
+        desktop.open_window(title, 300, 200, window_class=f"office-{title}")
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        for title, color in colors.items():
+            kelpa.wait_for_card(boards.UNSORTED, title)
+            wait_until(f"the card {title!r} has the icon of its application",
+                       lambda: _icon(desktop, kelpa, title) == color)
+            assert kelpa.board.card(boards.UNSORTED, title).owner == f"Office {title}"
+
+
+def _icon(desktop, kelpa, title):
+    """The colour in the middle of the icon on the window's card, which is at the left below the
+    picture."""
+    try:
+        card = kelpa.board.card(boards.UNSORTED, title)
+        frame = card and card.node.frame()
+    except boards.Gone:
+        frame = None
+    if not frame:
+        return None
+    left, top, _, height = frame
+    blue, green, red = desktop.pixel(left + 20, top + height - 24)[:3]
+    return red, green, blue
+
+
 def a_window_with_a_recycled_number_of_the_x_server_starts_unsorted(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Old work", [])])

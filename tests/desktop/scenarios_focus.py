@@ -288,3 +288,37 @@ def a_field_gives_its_keyboard_up_with_the_program_and_keeps_what_was_written(de
         assert terminal.lines() == ["nothing", "first", "second", "third", "fourth", "fifth", "sixth",
                                     "seventh"]
         kelpa.check_stored(path)
+
+
+def who_goes_on_typing_where_a_field_was_does_no_harm(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", ["One"])])
+    with Kelpa(desktop, binary, path) as kelpa:
+        terminal = Typing(desktop, "Typist")
+        selection = Selection(desktop, kelpa)
+        kelpa.focus()
+        # There is something to undo.
+        kelpa.click(*kelpa.todo_button("Home", "One"))
+        kelpa.wait_for_todos("Home", [("One", boards.IN_PROGRESS)])
+        kelpa.wait_for_previews(boards.UNSORTED)
+        desktop.click(*kelpa.head(boards.UNSORTED))
+        selection.is_column(boards.UNSORTED)
+        selection.press("space")
+        selection.is_card("Typist")
+        kelpa.click(lambda: kelpa.board.field(boards.SEARCH), "the search field")
+        _await_field(kelpa, "")
+        desktop.type("typ")
+        terminal.focus()
+        _await_no_field(kelpa)
+        terminal.type_sentinel("first")
+        kelpa.focus()
+        desktop.type("ist and  more")
+        desktop.key("BackSpace", "Delete", "ctrl+z", "space")
+        # The arrow comes after them.
+        selection.press("Right")
+        selection.is_card("Typist")
+        assert desktop.active_window() == kelpa.window.number
+        assert kelpa.board.field(boards.SEARCH).text() == "typ"
+        assert kelpa.board.todos("Home") == [("One", boards.IN_PROGRESS)]
+        selection.press("space")
+        wait_until("the board raises its window", terminal.has_keyboard)

@@ -184,3 +184,33 @@ def _is_moving(kelpa):
     before = wake_ups()
     time.sleep(1)
     return wake_ups() - before > 40
+
+
+def the_smallest_window_of_the_board_is_measured_in_points(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    # In pixels: each is the smallest of a scale, or a little smaller.
+    sizes = [(80, 50), (119, 75), (120, 75), (159, 100), (160, 100)]
+    for width, height in sizes:
+        desktop.open_window(f"{width} x {height}", width, height)
+
+    def shows(kelpa, *titles):
+        wait_until(f"the cards are {titles}", lambda: sorted(kelpa.board.cards()) == sorted(titles))
+
+    with Kelpa(desktop, binary, path) as kelpa:
+        shows(kelpa, *(f"{width} x {height}" for width, height in sizes))
+    with Kelpa(desktop, binary, path, env={"QT_SCALE_FACTOR": "2"}) as kelpa:
+        shows(kelpa, "160 x 100")
+    # A desktop sets the resolution in two places.
+    wanted = desktop.directory / "xsettings"
+    wanted.write_text(f"Xft/DPI {144 * 1024}\n", encoding="ascii")
+    manager = desktop.start("xsettingsd", "-c", wanted)
+    resources = desktop.directory / "resources"
+    resources.write_text("Xft.dpi: 144\n", encoding="ascii")
+    desktop.run("xrdb", "-merge", resources)
+    with Kelpa(desktop, binary, path) as kelpa:
+        shows(kelpa, "120 x 75", "159 x 100", "160 x 100")
+        # It may change at any time.
+        wanted.write_text(f"Xft/DPI {192 * 1024}\n", encoding="ascii")
+        os.kill(manager.pid, signal.SIGHUP)
+        shows(kelpa, "160 x 100")

@@ -33,6 +33,7 @@ public:
     int discoveryPasses() const { return m_discoveryPasses; }
 
     bool isScreenCaptureTrusted() const override { return m_server.isScreenCaptureTrusted(); }
+    Obstacle screenCaptureObstacle() const override { return m_server.screenCaptureObstacle(); }
     bool requestScreenCapture() override { return m_server.requestScreenCapture(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override
     {

@@ -169,15 +169,51 @@ TEST(ReturnedToTarget, Leaves_a_window_and_nothing_else)
     EXPECT_EQ(returnedToTarget(State::idle()), State::idle());
 }
 
-TEST(ReconciledWithWindows, A_window_that_is_gone_is_replaced_by_the_first_or_by_the_target)
+struct ReconciliationCase
 {
-    const TargetSelection target = TargetSelection::goal(goalA);
-    EXPECT_EQ(reconciledWithWindows(State::inside(target, 10), {9, 10}), State::inside(target, 10));
-    EXPECT_EQ(reconciledWithWindows(State::inside(target, 10), {9, 11}), State::inside(target, 9));
-    EXPECT_EQ(reconciledWithWindows(State::inside(target, 10), {}), State::on(target));
-    EXPECT_EQ(reconciledWithWindows(State::on(target), {9}), State::on(target));
-    EXPECT_EQ(reconciledWithWindows(State::idle(), {9}), State::idle());
+    const char* name;
+    State before;
+    QList<WindowID> windows;
+    QList<WindowID> shown;
+    State after;
+};
+
+class ReconciledWithWindows : public testing::TestWithParam<ReconciliationCase>
+{};
+
+TEST_P(ReconciledWithWindows, Keeps_or_replaces_the_selected_window)
+{
+    const auto& [name, before, windows, shown, after] = GetParam();
+    EXPECT_EQ(reconciledWithWindows(before, windows, shown), after);
 }
+
+const TargetSelection targetA = TargetSelection::goal(goalA);
+
+INSTANTIATE_TEST_SUITE_P(
+    BoardNavigation, ReconciledWithWindows,
+    testing::Values(
+        ReconciliationCase{
+            "there", State::inside(targetA, 10), {9, 10}, {9, 10}, State::inside(targetA, 10)},
+        ReconciliationCase{
+            "gone", State::inside(targetA, 10), {9, 11}, {9, 11}, State::inside(targetA, 9)},
+        ReconciliationCase{"all_gone", State::inside(targetA, 10), {}, {}, State::on(targetA)},
+        ReconciliationCase{
+            "hidden", State::inside(targetA, 10), {9, 10}, {9}, State::inside(targetA, 10)},
+        ReconciliationCase{
+            "all_hidden", State::inside(targetA, 10), {9, 10}, {}, State::inside(targetA, 10)},
+        ReconciliationCase{"gone_and_the_first_hidden",
+                           State::inside(targetA, 10),
+                           {9, 11},
+                           {11},
+                           State::inside(targetA, 11)},
+        ReconciliationCase{"gone_and_the_others_hidden",
+                           State::inside(targetA, 10),
+                           {9, 11},
+                           {},
+                           State::on(targetA)},
+        ReconciliationCase{"on_the_target", State::on(targetA), {9}, {9}, State::on(targetA)},
+        ReconciliationCase{"idle", State::idle(), {9}, {9}, State::idle()}),
+    caseName);
 
 } // namespace
 } // namespace kelpa::test

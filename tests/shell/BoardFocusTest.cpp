@@ -91,6 +91,45 @@ TEST_F(BoardFocusTest, A_suspended_field_is_left_by_a_click_beside_it_and_by_a_k
     EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unifiedTodos()));
 }
 
+TEST_F(BoardFocusTest, Who_believes_to_be_writing_still_raises_no_window_and_undoes_nothing)
+{
+    const GoalID goal = makeGoal(QStringLiteral("kept"));
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    store().refresh();
+    store().assign(7, goal);
+    store().selectWindow(7);
+    const auto type = [this] {
+        for (const Qt::Key key :
+             {Qt::Key_A, Qt::Key_Space, Qt::Key_Space, Qt::Key_Backspace, Qt::Key_Delete})
+            press(key);
+        press(Qt::Key_Z, Qt::ControlModifier);
+        scheduler.advance(std::chrono::milliseconds(0));
+    };
+    const auto raised = [this] { return desktop.calls.count(QStringLiteral("raise Report")); };
+    item("field")->forceActiveFocus();
+    press(Qt::Key_B);
+    goElsewhereAndBack();
+    type();
+    EXPECT_EQ(raised(), 0);
+    EXPECT_EQ(store().goals().size(), 1);
+    EXPECT_EQ(store().windows(goal).size(), 1);
+    EXPECT_EQ(typedText(), QStringLiteral("b"));
+
+    // The keys are the board's again as soon as the person does something there.
+    press(Qt::Key_Escape);
+    store().selectWindow(7);
+    press(Qt::Key_Space);
+    scheduler.advance(std::chrono::milliseconds(0));
+    EXPECT_EQ(raised(), 1);
+
+    item("field")->forceActiveFocus();
+    goElsewhereAndBack();
+    clickAt({300, 200});
+    press(Qt::Key_Space);
+    scheduler.advance(std::chrono::milliseconds(0));
+    EXPECT_EQ(raised(), 2);
+}
+
 TEST_F(BoardFocusTest, A_click_in_a_suspended_field_or_on_its_button_does_not_leave_it)
 {
     item("written")->forceActiveFocus();

@@ -227,5 +227,52 @@ TEST(KeyRoutingInAField, A_field_in_which_nothing_was_typed_leaves_undo_and_redo
     EXPECT_EQ(decideKey(BoardKey::redo, context), passedOn);
 }
 
+struct FormerWritingCase
+{
+    const char* name;
+    BoardKey key;
+    KeyboardFocus focus;
+    State navigation;
+    KeyDecision decision;
+};
+
+const KeyDecision ignored{.isIgnored = true, .command = std::nullopt};
+
+KeyDecision endsWriting(const std::optional<BoardCommand>& command)
+{
+    return {.endsWriting = true, .command = command};
+}
+
+class KeyRoutingAfterWriting : public testing::TestWithParam<FormerWritingCase>
+{};
+
+TEST_P(KeyRoutingAfterWriting, Decides)
+{
+    const FormerWritingCase& param = GetParam();
+    KeyContext context{.isBoardActive = true, .focus = param.focus, .navigation = param.navigation};
+    context.wasWriting = true;
+    EXPECT_EQ(decideKey(param.key, context), param.decision);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    KeyRouting, KeyRoutingAfterWriting,
+    testing::Values(
+        FormerWritingCase{"space_inside", BoardKey::space, board, inside, ignored},
+        FormerWritingCase{"space_on_a_target", BoardKey::space, board, onGoal, ignored},
+        FormerWritingCase{"undo", BoardKey::undo, board, onGoal, ignored},
+        FormerWritingCase{"redo", BoardKey::redo, board, inside, ignored},
+        FormerWritingCase{"a_letter", BoardKey::other, board, inside, passedOn},
+        FormerWritingCase{"escape", BoardKey::escape, board, onGoal, endsWriting(std::nullopt)},
+        FormerWritingCase{"escape_inside", BoardKey::escape, board, inside,
+                          endsWriting(ReturnToTargetSelection{})},
+        FormerWritingCase{"arrow", BoardKey::left, board, inside, does(MoveWindowSelection{left})},
+        FormerWritingCase{"return", BoardKey::enter, board, onGoal, does(RequestAddTodo{goalG})},
+        FormerWritingCase{"menu", BoardKey::menu, board, onGoal, does(OpenMenu{})},
+        FormerWritingCase{"space_at_a_button", BoardKey::space, button, onGoal, passedOn},
+        FormerWritingCase{"space_in_a_field", BoardKey::space, field, onGoal, passedOn},
+        FormerWritingCase{"space_at_a_card_that_Tab_reached", BoardKey::space, item, inside,
+                          does(ActivateSelection{})}),
+    caseName);
+
 } // namespace
 } // namespace kelpa::test

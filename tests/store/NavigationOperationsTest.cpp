@@ -166,7 +166,7 @@ TEST_F(NavigationOperations, A_selected_window_that_is_assigned_elsewhere_loses_
     EXPECT_EQ(state(), State::on(TargetSelection::goal(a)));
 }
 
-TEST_F(NavigationOperations, A_search_that_hides_the_selected_window_selects_the_first_that_is_left)
+TEST_F(NavigationOperations, A_search_that_hides_the_selected_window_leaves_it_to_the_next_arrow)
 {
     const GoalID a = makeGoal();
     desktop.addWindow(1, 100, QStringLiteral("paper"));
@@ -176,12 +176,44 @@ TEST_F(NavigationOperations, A_search_that_hides_the_selected_window_selects_the
     ASSERT_TRUE(store().assign({1, 2, 3}, a));
     const TargetSelection target = TargetSelection::goal(a);
     enter(target);
-    EXPECT_EQ(state().selectedWindowID, 3U);
+    const State selected = State::inside(target, 3);
+    EXPECT_EQ(state(), selected);
+
+    for (const char* search : {"paper", "nothing of the kind", ""}) {
+        store().setSearchText(QString::fromLatin1(search));
+        EXPECT_EQ(state(), selected) << search;
+        store().refresh();
+        EXPECT_EQ(state(), selected) << search << ", and windows are listed anew";
+    }
+    EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("searchText"), 3}}));
 
     store().setSearchText(QStringLiteral("paper"));
+    EXPECT_EQ(store().selectedWindowIndex(), -1);
+    store().activateSelection();
+    scheduler.advance(std::chrono::milliseconds(0));
+    EXPECT_TRUE(desktop.calls.filter(QStringLiteral("raise ")).isEmpty()) << "it does not show";
+    store().moveWindowSelection(down);
     EXPECT_EQ(state(), State::inside(target, 2));
     store().setSearchText(QStringLiteral("nothing of the kind"));
+    store().moveWindowSelection(down);
     EXPECT_EQ(state(), State::on(target));
+}
+
+TEST_F(NavigationOperations, A_window_that_closes_during_a_search_hands_over_to_the_first_shown)
+{
+    const GoalID a = makeGoal();
+    desktop.addWindow(1, 100, QStringLiteral("paper"));
+    desktop.addWindow(2, 100, QStringLiteral("other"));
+    desktop.addWindow(3, 100, QStringLiteral("third"));
+    store().refresh();
+    ASSERT_TRUE(store().assign({1, 2, 3}, a));
+    enter(TargetSelection::goal(a));
+    store().setSearchText(QStringLiteral("paper"));
+
+    desktop.removeWindow(3);
+    store().refresh();
+
+    EXPECT_EQ(state(), State::inside(TargetSelection::goal(a), 1));
 }
 
 TEST_F(NavigationOperations, A_window_is_selected_in_its_own_target_and_not_raised)

@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(
         OperationCase{"column_count", [](Board& s) { s.store.setTargetGridColumnCount(3); }, {}, 0},
         OperationCase{"search_that_hides_the_selected_window",
                       [](Board& s) { s.store.setSearchText(QStringLiteral("nothing")); },
-                      {searchText, boardNavigation},
+                      {searchText},
                       0,
                       enterB}),
     caseName);

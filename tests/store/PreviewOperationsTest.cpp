@@ -1,6 +1,7 @@
 // Which windows are captured, and when.
 
 #include "store/PreviewFixture.h"
+#include "support/CaseName.h"
 
 namespace kelpa::test {
 namespace {
@@ -134,14 +135,14 @@ TEST_F(PreviewOperations, The_timer_ticks_every_six_tenths_of_a_second_after_a_f
 TEST_F(PreviewOperations, Scrolling_pauses_captures_for_two_tenths_of_a_second)
 {
     addWindows(1);
-    const Date scrolled = scheduler.now();
+    const Scheduler::Time scrolled = scheduler.now();
     store().noteScrollActivity(scrolled);
 
-    store().refreshPreviews(scrolled.addingSeconds(0.1));
+    store().refreshPreviews(scrolled + 100ms);
     scheduler.advance(0ms);
     EXPECT_TRUE(desktop.captured.isEmpty());
 
-    store().refreshPreviews(scrolled.addingSeconds(0.2));
+    store().refreshPreviews(scrolled + 200ms);
     scheduler.advance(0ms);
     EXPECT_EQ(desktop.captured, QList<WindowID>{1});
 }
@@ -202,13 +203,35 @@ TEST_F(PreviewOperations, A_picture_that_scrolling_threw_away_is_taken_again_at_
     EXPECT_EQ(store().previews().value(1).image.cacheKey(), after);
 }
 
-TEST_F(PreviewOperations, A_clock_that_is_set_back_does_not_stop_the_captures)
+struct ClockCase
+{
+    const char* name;
+    Scheduler::Duration setForward;
+};
+
+class SetClocks : public PreviewOperations, public testing::WithParamInterface<ClockCase>
+{};
+
+TEST_P(SetClocks, Leave_the_pause_as_long_as_it_is)
 {
     addWindows(1);
-    store().noteScrollActivity(scheduler.now().addingSeconds(3600));
+    store().noteScrollActivity();
+    scheduler.advance(100ms);
+    scheduler.setCalendarForward(GetParam().setForward);
+    scheduler.advance(99ms);
+    tick();
+    EXPECT_TRUE(desktop.captured.isEmpty());
+    scheduler.advance(1ms);
     tick();
     EXPECT_EQ(desktop.captured, QList<WindowID>{1});
 }
+
+INSTANTIATE_TEST_SUITE_P(PreviewOperations, SetClocks,
+                         testing::Values(ClockCase{"set_back_by_an_hour", -1h},
+                                         ClockCase{"set_back_by_a_moment", -150ms},
+                                         ClockCase{"set_forward_by_a_moment", 150ms},
+                                         ClockCase{"set_forward_by_an_hour", 1h}),
+                         caseName);
 
 TEST_F(PreviewOperations, A_tick_during_a_capture_starts_no_other)
 {

@@ -75,15 +75,22 @@ TEST_F(PreviewPermissions,
 TEST_F(PreviewPermissions, A_card_without_a_preview_says_why)
 {
     store().setLanguage(AppLanguage::english);
-    addWindows(2);
+    addWindows(1);
+    desktop.addAccessibleWindow(2, 101, QStringLiteral("minimised"));
+    desktop.addAccessibleWindow(3, 102, QStringLiteral("on another desktop"));
     desktop.onScreen.remove(2);
+    desktop.onScreen.remove(3);
+    desktop.accessibilityWindows[101]->front().isMinimized = true;
     store().refresh();
     EXPECT_EQ(store().previewMessage(listed(1)),
               QStringLiteral("This window cannot be captured yet"));
     EXPECT_EQ(store().previewMessage(listed(2)),
               QStringLiteral("Window is minimized; preview will return when restored"));
+    EXPECT_EQ(store().previewMessage(listed(3)),
+              QStringLiteral("This window cannot be captured yet"));
     const WindowItem first = listed(1);
-    tick();
+    for (int i = 0; i < 3; ++i)
+        tick();
     EXPECT_EQ(store().previewMessage(first), std::nullopt);
 
     desktop.isScreenCaptureGranted = false;
@@ -91,6 +98,11 @@ TEST_F(PreviewPermissions, A_card_without_a_preview_says_why)
     tick();
     EXPECT_EQ(store().previewMessage(first),
               QStringLiteral("Allow Screen Recording to show a preview"));
+
+    // Nobody could allow anything.
+    desktop.obstacleOfScreenCapture = Obstacle::windowManager;
+    store().refresh();
+    EXPECT_EQ(store().previewMessage(first), QStringLiteral("This window cannot be captured yet"));
 }
 
 TEST_F(PreviewPermissions, Asking_for_permissions_opens_the_settings_where_one_is_missing)

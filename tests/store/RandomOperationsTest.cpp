@@ -89,12 +89,14 @@ void RandomOperations::checkGoals()
 void RandomOperations::checkNavigation()
 {
     const BoardNavigationState& state = store().boardNavigation();
-    const QList<WindowItem> windows = store().windows(state.target);
+    // Whether or not the search shows them.
+    const QList<WindowItem>& windows = store().windows();
     if (state.layer == BoardNavigationLayer::windows) {
         EXPECT_FALSE(state.target.isNone());
         ASSERT_TRUE(state.selectedWindowID.has_value());
         EXPECT_TRUE(std::ranges::any_of(windows, [&state](const WindowItem& item) {
-            return item.id == *state.selectedWindowID;
+            return item.id == *state.selectedWindowID &&
+                   TargetSelection::of(item.goalID) == state.target;
         }));
     } else {
         EXPECT_EQ(state.selectedWindowID, std::nullopt);

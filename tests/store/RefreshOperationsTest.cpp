@@ -45,6 +45,7 @@ TEST_F(RefreshOperations, Without_screen_capture_no_window_is_listed)
     EXPECT_TRUE(listedIDs().isEmpty());
     EXPECT_FALSE(store().isScreenCaptureTrusted());
     EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("isScreenCaptureTrusted"), 1},
+                                                 {QStringLiteral("obstacles"), 1},
                                                  {QStringLiteral("windows"), 1}}));
 
     desktop.isScreenCaptureGranted = true;

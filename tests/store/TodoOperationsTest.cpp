@@ -153,7 +153,7 @@ TEST_F(TodoOperations, Three_toggles_pass_through_the_states_and_come_back)
     scheduler.advance(10s);
     store().toggleTodo(id, unassigned);
     EXPECT_EQ(todo(id, unassigned).status, TodoStatus::completed);
-    EXPECT_EQ(todo(id, unassigned).completedAt, scheduler.now());
+    EXPECT_EQ(todo(id, unassigned).completedAt, scheduler.calendarTime());
     expectSaved();
 
     store().toggleTodo(id, unassigned);

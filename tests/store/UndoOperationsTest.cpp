@@ -88,7 +88,7 @@ TEST_F(UndoOperations, Every_change_of_todos_is_undone_and_redone)
     expectUndoable([&] { store().toggleTodo(one, a); });
     scheduler.advance(10s);
     expectUndoable([&] { store().toggleTodo(one, a); });
-    EXPECT_EQ(todos(a).first().completedAt, scheduler.now());
+    EXPECT_EQ(todos(a).first().completedAt, scheduler.calendarTime());
     expectUndoable([&] { store().moveTodo(one, a, b); });
     expectUndoable([&] { store().moveTodo(three, two); });
     expectUndoable([&] { store().moveTodo(three, two, MovePlace::behind); });

@@ -244,6 +244,12 @@ QImage FakeDesktop::icon(const WindowItem& /*window*/, int /*pixels*/)
     return {};
 }
 
+TaskHandle FakeDesktop::findOpener(const QUrl& /*url*/, std::function<void(bool isThere)> found)
+{
+    found(hasSettingsForPermissions);
+    return nullptr;
+}
+
 void FakeDesktop::setText(const QString& text)
 {
     pasteboardText = text;

@@ -74,6 +74,9 @@ public:
     bool grantsAccessibilityWhenAsked = false;
     bool grantsScreenCaptureWhenAsked = false;
     bool hasSettingsForPermissions = true;
+    /// What is in the way of what is not granted.
+    Obstacle obstacleOfAccessibility = Obstacle::permission;
+    Obstacle obstacleOfScreenCapture = Obstacle::permission;
 
     // The requests that the desktop has received.
     /// "windowList all", "accessibilityWindows <process>", "raise <title>", … in order.
@@ -91,6 +94,7 @@ public:
 
     // WindowServer
     bool isScreenCaptureTrusted() const override { return isScreenCaptureGranted; }
+    Obstacle screenCaptureObstacle() const override { return obstacleOfScreenCapture; }
     bool requestScreenCapture() override;
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
@@ -98,6 +102,7 @@ public:
     std::unique_ptr<Subscription> watchWindows(std::function<void()> changed) override;
     // Accessibility
     bool isTrusted() const override { return isAccessibilityGranted; }
+    Obstacle accessibilityObstacle() const override { return obstacleOfAccessibility; }
     bool requestTrust() override;
     std::optional<AccessibilityElements> elements(ProcessID process) override;
     // Applications
@@ -113,7 +118,7 @@ public:
     // Pasteboard
     void setText(const QString& text) override;
     // Workspace
-    bool hasPermissionSettings() const override { return hasSettingsForPermissions; }
+    TaskHandle findOpener(const QUrl& url, std::function<void(bool isThere)> found) override;
     void requestOpen(const QUrl& url) override { openedUrls.append(url); }
 
 private:

@@ -50,9 +50,14 @@ ManualScheduler::ManualScheduler() : m_items(std::make_shared<Items>()) {}
 
 ManualScheduler::~ManualScheduler() = default;
 
-Date ManualScheduler::now() const
+ManualScheduler::Time ManualScheduler::now() const
 {
-    return Date{startOfTests + std::chrono::duration<double>(m_elapsed).count()};
+    return Time(m_elapsed);
+}
+
+Date ManualScheduler::calendarTime() const
+{
+    return Date{startOfTests + std::chrono::duration<double>(m_elapsed + m_calendarOffset).count()};
 }
 
 TaskHandle ManualScheduler::repeat(Duration interval, std::function<void()> tick)

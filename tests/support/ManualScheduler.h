@@ -14,9 +14,13 @@ public:
     ManualScheduler();
     ~ManualScheduler() override;
 
-    Date now() const override;
+    Time now() const override;
+    Date calendarTime() const override;
     TaskHandle repeat(Duration interval, std::function<void()> tick) override;
     TaskHandle after(Duration delay, std::function<void()> work) override;
+
+    /// Sets the calendar forward, or back by a negative duration, as a person may at any moment.
+    void setCalendarForward(Duration duration) { m_calendarOffset += duration; }
 
     /// Advances the clock and runs everything that becomes due, in order of time. Background work
     /// takes no time unless it is held.
@@ -47,6 +51,7 @@ private:
     std::shared_ptr<Item> nextDue(std::chrono::milliseconds until) const;
 
     std::chrono::milliseconds m_elapsed{0};
+    std::chrono::milliseconds m_calendarOffset{0};
     std::shared_ptr<Items> m_items;
     bool m_isHoldingBackground = false;
     int m_backgroundStarted = 0;

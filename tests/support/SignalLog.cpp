@@ -24,6 +24,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::searchTextChanged, "searchText");
     listen(&WindowStore::isAccessibilityTrustedChanged, "isAccessibilityTrusted");
     listen(&WindowStore::isScreenCaptureTrustedChanged, "isScreenCaptureTrusted");
+    listen(&WindowStore::obstaclesChanged, "obstacles");
     listen(&WindowStore::languageChanged, "language");
     listen(&WindowStore::isAutoSortingGoalsChanged, "isAutoSortingGoals");
     listen(&WindowStore::isHidingGoalsWithoutOpenTodosChanged, "isHidingGoalsWithoutOpenTodos");

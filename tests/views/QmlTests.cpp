@@ -163,15 +163,35 @@ public:
     Q_INVOKABLE QStringList calls() const { return m_desktop.calls; }
     Q_INVOKABLE QStringList openedUrls() const { return QUrl::toStringList(m_desktop.openedUrls); }
     Q_INVOKABLE void denyPermissions() { setPermissions(false, false); }
-    Q_INVOKABLE void grantPermissions() { setPermissions(true, true); }
+    /// What is missing from now on is permissions.
+    Q_INVOKABLE void grantPermissions()
+    {
+        m_desktop.obstacleOfAccessibility = Obstacle::permission;
+        m_desktop.obstacleOfScreenCapture = Obstacle::permission;
+        setPermissions(true, true);
+    }
     Q_INVOKABLE void setPermissions(bool isAccessibilityGranted, bool isScreenCaptureGranted)
     {
         m_desktop.isAccessibilityGranted = isAccessibilityGranted;
         m_desktop.isScreenCaptureGranted = isScreenCaptureGranted;
         m_store.refresh();
     }
-    /// Applies to views that are shown from now on.
-    Q_INVOKABLE void takePermissionSettings() { m_desktop.hasSettingsForPermissions = false; }
+    /// Applies when a permission begins to be missing.
+    Q_INVOKABLE void setPermissionSettings(bool areThere)
+    {
+        m_desktop.hasSettingsForPermissions = areThere;
+    }
+    Q_INVOKABLE void takeWindowManager()
+    {
+        m_desktop.obstacleOfAccessibility = Obstacle::windowManager;
+        m_desktop.obstacleOfScreenCapture = Obstacle::windowManager;
+        denyPermissions();
+    }
+    Q_INVOKABLE void takeComposite()
+    {
+        m_desktop.obstacleOfScreenCapture = Obstacle::composite;
+        setPermissions(true, false);
+    }
     /// Acts as an input method does while a person has not yet chosen what to write.
     Q_INVOKABLE void compose(const QString& text)
     {

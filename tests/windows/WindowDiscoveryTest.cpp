@@ -167,6 +167,23 @@ TEST_F(WindowDiscoveryTest, A_window_without_name_has_an_empty_title_also_when_i
     EXPECT_EQ(windows.first().title, QString());
 }
 
+TEST_F(WindowDiscoveryTest, The_application_that_a_window_names_comes_before_that_of_its_process)
+{
+    desktop.addWindow(1, 100, QStringLiteral("Slides")).bundleIdentifier =
+        QStringLiteral("org.example.Impress");
+    desktop.addWindow(2, 100, QStringLiteral("Letter")).bundleIdentifier =
+        QStringLiteral("org.example.Writer");
+    desktop.addWindow(3, 100, QStringLiteral("Options"));
+
+    QMap<QString, std::optional<QString>> applications;
+    for (const WindowItem& window : discover())
+        applications.insert(window.title, window.bundleIdentifier);
+
+    EXPECT_EQ(applications.value(QStringLiteral("Slides")), QStringLiteral("org.example.Impress"));
+    EXPECT_EQ(applications.value(QStringLiteral("Letter")), QStringLiteral("org.example.Writer"));
+    EXPECT_EQ(applications.value(QStringLiteral("Options")), QStringLiteral("org.example.App100"));
+}
+
 TEST_F(WindowDiscoveryTest, An_application_without_identifier_is_listed_without_one)
 {
     desktop.addWindow(1, 100, QStringLiteral("a"));

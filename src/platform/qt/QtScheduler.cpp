@@ -96,7 +96,12 @@ bool QtScheduler::shutDown()
     return m_pool.finish(shutdownLimit);
 }
 
-Date QtScheduler::now() const
+QtScheduler::Time QtScheduler::now() const
+{
+    return Time::clock::now();
+}
+
+Date QtScheduler::calendarTime() const
 {
     return Date::fromDateTime(QDateTime::currentDateTimeUtc());
 }

@@ -34,7 +34,8 @@ public:
     /// refers to; on false, that must live until the process ends.
     bool shutDown();
 
-    Date now() const override;
+    Time now() const override;
+    Date calendarTime() const override;
     [[nodiscard]] TaskHandle repeat(Duration interval, std::function<void()> tick) override;
     [[nodiscard]] TaskHandle after(Duration delay, std::function<void()> work) override;
 

@@ -46,6 +46,11 @@ bool X11WindowServer::isScreenCaptureTrusted() const
     return m_trust->hasWindowManager && m_trust->hasComposite;
 }
 
+Obstacle X11WindowServer::screenCaptureObstacle() const
+{
+    return m_trust->hasWindowManager ? Obstacle::composite : Obstacle::windowManager;
+}
+
 std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()> changed)
 {
     return std::make_unique<WindowEventMonitor>(m_needs.scheduler, m_needs.connector, m_trust,

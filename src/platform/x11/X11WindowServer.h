@@ -55,6 +55,7 @@ public:
 
     /// True when an EWMH window manager runs and the server has Composite.
     bool isScreenCaptureTrusted() const override;
+    Obstacle screenCaptureObstacle() const override;
     /// X11 has no such permission: what the display offers, it offers to every client.
     bool requestScreenCapture() override { return isScreenCaptureTrusted(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;

@@ -6,6 +6,8 @@
 
 #include <QUrl>
 
+#include <utility>
+
 namespace kelpa {
 
 namespace {
@@ -18,6 +20,10 @@ QUrl privacySettings(bool isScreenCaptureTrusted)
 }
 
 } // namespace
+
+Permissions::Permissions(const Platform& platform, std::function<void()> settingsFound)
+    : m_platform(platform), m_settingsFound(std::move(settingsFound))
+{}
 
 Permissions::Granted Permissions::granted() const
 {
@@ -32,9 +38,24 @@ Permissions::Granted Permissions::request()
     return granted;
 }
 
-bool Permissions::hasSettings() const
+Obstacles Permissions::obstacles(const Granted& granted)
 {
-    return m_platform.workspace.hasPermissionSettings();
+    Obstacles obstacles;
+    if (!granted.accessibility)
+        obstacles.accessibility = m_platform.accessibility.accessibilityObstacle();
+    if (!granted.screenCapture)
+        obstacles.screenCapture = m_platform.windowServer.screenCaptureObstacle();
+    const bool wasAnythingMissing =
+        std::exchange(m_isAnythingMissing, obstacles.accessibility || obstacles.screenCapture);
+    if (m_isAnythingMissing && !wasAnythingMissing) {
+        m_search = m_platform.workspace.findOpener(privacySettings(granted.screenCapture),
+                                                   [this](bool isThere) {
+                                                       m_hasSettings = isThere;
+                                                       m_settingsFound();
+                                                   });
+    }
+    obstacles.hasSettings = m_hasSettings;
+    return obstacles;
 }
 
 } // namespace kelpa

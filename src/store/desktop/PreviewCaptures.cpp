@@ -7,8 +7,8 @@ namespace kelpa {
 
 namespace {
 
-/// How long captures pause after each movement of the board, in seconds.
-constexpr double pauseLength = 0.2;
+/// How long captures pause after each movement of the board.
+constexpr Scheduler::Duration pauseLength = std::chrono::milliseconds(200);
 
 PreviewCaptureBatch captured(WindowServer& server, const CaptureRequest& request,
                              const std::stop_token& stop)
@@ -32,9 +32,9 @@ PreviewCaptures::PreviewCaptures(WindowServer& server, Scheduler& scheduler,
       m_publish(std::move(publish))
 {}
 
-void PreviewCaptures::captureNext(Date now)
+void PreviewCaptures::captureNext(Scheduler::Time now)
 {
-    if (isPaused(now) || m_capture)
+    if (now < m_pausedUntil || m_capture)
         return;
     if (m_windows.isEmpty()) {
         m_cursor = 0;
@@ -73,16 +73,10 @@ void PreviewCaptures::finish(WindowID window, const PreviewCaptureBatch& batch)
     m_publish(std::move(previews));
 }
 
-void PreviewCaptures::pause(Date now)
+void PreviewCaptures::pause(Scheduler::Time now)
 {
-    m_pausedUntil = now.addingSeconds(pauseLength);
+    m_pausedUntil = now + pauseLength;
     cancel();
-}
-
-bool PreviewCaptures::isPaused(Date now) const
-{
-    // A longer pause than possible means that the clock was set back.
-    return now < m_pausedUntil && m_pausedUntil <= now.addingSeconds(pauseLength);
 }
 
 void PreviewCaptures::setPixels(const QSize& pixels)

@@ -1,7 +1,6 @@
 // Captures the windows for their previews: one at a time, at most one each `interval`.
 #pragma once
 
-#include "model/Date.h"
 #include "model/Preview.h"
 #include "model/WindowItem.h"
 #include "platform/Scheduler.h"
@@ -34,9 +33,9 @@ public:
                     const Previews& previews, Publish publish);
 
     /// Captures the window whose turn it is, unless captures pause or one is under way.
-    void captureNext(Date now);
+    void captureNext(Scheduler::Time now);
     /// Pauses captures for 0.2 s and discards the capture under way.
-    void pause(Date now);
+    void pause(Scheduler::Time now);
     /// The size of a preview on its card in pixels of the screen. Windows that have a preview are
     /// captured again as their turns come.
     void setPixels(const QSize& pixels);
@@ -44,7 +43,6 @@ public:
     void cancel();
 
 private:
-    bool isPaused(Date now) const;
     CaptureRequest nextRequest();
     void finish(WindowID window, const PreviewCaptureBatch& batch);
 
@@ -56,7 +54,7 @@ private:
 
     qsizetype m_cursor = 0;
     QSize m_pixels = previewCardSize;
-    Date m_pausedUntil = Date::distantPast();
+    Scheduler::Time m_pausedUntil = Scheduler::Time::min();
     /// Windows whose last capture was begun and not applied: it is under way or was discarded.
     QSet<WindowID> m_unapplied;
     /// The capture under way.

@@ -19,6 +19,7 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
             &BoardController::isAccessibilityTrustedChanged);
     connect(&store, &WindowStore::isScreenCaptureTrustedChanged, this,
             &BoardController::isScreenCaptureTrustedChanged);
+    connect(&store, &WindowStore::obstaclesChanged, this, &BoardController::obstaclesChanged);
     connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
     connect(&store, &WindowStore::toastOffersUndoChanged, this,
             &BoardController::toastOffersUndoChanged);
@@ -34,7 +35,9 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
     connect(&store, &WindowStore::restorationIDChanged, this, &BoardController::changeRestored);
     // Connected after the models, which follow the store themselves.
     for (const auto signal :
-         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
+         {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+          &WindowStore::windowsChanged, &WindowStore::searchTextChanged,
+          &WindowStore::previewsChanged})
         connect(&store, signal, this, &BoardController::noteRows);
     noteRows();
     connect(m_goals.breadcrumbs(), &BreadcrumbModel::countChanged, this,
@@ -225,9 +228,30 @@ bool BoardController::selectFirstWindow()
     return true;
 }
 
+bool BoardController::needsAccessibility() const
+{
+    return m_store.obstacles().accessibility == Obstacle::permission;
+}
+
+bool BoardController::needsScreenCapture() const
+{
+    return m_store.obstacles().screenCapture == Obstacle::permission;
+}
+
+bool BoardController::needsWindowManager() const
+{
+    return m_store.obstacles().accessibility == Obstacle::windowManager ||
+           m_store.obstacles().screenCapture == Obstacle::windowManager;
+}
+
+bool BoardController::needsComposite() const
+{
+    return m_store.obstacles().screenCapture == Obstacle::composite;
+}
+
 bool BoardController::hasPermissionSettings() const
 {
-    return m_store.hasPermissionSettings();
+    return m_store.obstacles().hasSettings;
 }
 
 void BoardController::requestPermissions()

@@ -49,8 +49,13 @@ class BoardController : public QObject
                    isAccessibilityTrustedChanged)
     Q_PROPERTY(bool isScreenCaptureTrusted READ isScreenCaptureTrusted NOTIFY
                    isScreenCaptureTrustedChanged)
+    // What keeps the board from windows or their previews.
+    Q_PROPERTY(bool needsAccessibility READ needsAccessibility NOTIFY obstaclesChanged)
+    Q_PROPERTY(bool needsScreenCapture READ needsScreenCapture NOTIFY obstaclesChanged)
+    Q_PROPERTY(bool needsWindowManager READ needsWindowManager NOTIFY obstaclesChanged)
+    Q_PROPERTY(bool needsComposite READ needsComposite NOTIFY obstaclesChanged)
     /// Whether there are settings in which a missing permission can be granted.
-    Q_PROPERTY(bool hasPermissionSettings READ hasPermissionSettings CONSTANT)
+    Q_PROPERTY(bool hasPermissionSettings READ hasPermissionSettings NOTIFY obstaclesChanged)
     /// Whether a double tap of Command brings Kelpa forward.
     Q_PROPERTY(bool isDoubleTapOffered READ isDoubleTapOffered NOTIFY isDoubleTapOfferedChanged)
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
@@ -94,6 +99,10 @@ public:
 
     bool isAccessibilityTrusted() const;
     bool isScreenCaptureTrusted() const;
+    bool needsAccessibility() const;
+    bool needsScreenCapture() const;
+    bool needsWindowManager() const;
+    bool needsComposite() const;
     bool hasPermissionSettings() const;
     Q_INVOKABLE void requestPermissions();
     bool isDoubleTapOffered() const { return m_isDoubleTapOffered; }
@@ -124,6 +133,7 @@ Q_SIGNALS:
     void isHidingGoalsWithoutOpenTodosChanged();
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
+    void obstaclesChanged();
     void isDoubleTapOfferedChanged();
     void toastMessageChanged();
     void toastOffersUndoChanged();

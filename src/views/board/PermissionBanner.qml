@@ -5,7 +5,7 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Board
 
-/// Says which permissions are missing and what they are for.
+/// Says what keeps the board from windows or their previews, and what helps.
 Rectangle {
     id: root
 
@@ -64,12 +64,22 @@ Rectangle {
         Explanation {
             heading: ViewSettings.copy.text(CopyKey.ScreenRecordingNeeded)
             text: ViewSettings.copy.text(CopyKey.ScreenRecordingText)
-            visible: !root.board.isScreenCaptureTrusted
+            visible: root.board.needsScreenCapture
         }
         Explanation {
             heading: ViewSettings.copy.text(CopyKey.AccessibilityNeeded)
             text: ViewSettings.copy.text(CopyKey.AccessibilityText)
-            visible: !root.board.isAccessibilityTrusted
+            visible: root.board.needsAccessibility
+        }
+        Explanation {
+            heading: ViewSettings.copy.text(CopyKey.WindowManagerNeeded)
+            text: ViewSettings.copy.text(CopyKey.WindowManagerText)
+            visible: root.board.needsWindowManager
+        }
+        Explanation {
+            heading: ViewSettings.copy.text(CopyKey.CompositeNeeded)
+            text: ViewSettings.copy.text(CopyKey.CompositeText)
+            visible: root.board.needsComposite
         }
     }
     AppButton {

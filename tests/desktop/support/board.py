@@ -32,7 +32,8 @@ CLOSE_PROCESS = "Close this app process"
 PREVIEW = "Window preview"
 # In the languages that scenarios look for cards in; the second is that of a board without settings.
 _CARD_HELP = ("Click to switch to the window; drag to another goal", "单击切换到窗口；拖动到其他目标")
-_MINIMISED = "Window is minimized"
+MINIMISED = "Window is minimized; preview will return when restored"
+CANNOT_BE_CAPTURED = "This window cannot be captured yet"
 MOVE_TO_GOAL = "Move to goal"
 EDIT_TODO = "Edit todo"
 DELETE_TODO = "Delete todo"
@@ -43,6 +44,9 @@ TODO, IN_PROGRESS, COMPLETED = "Todo", "In progress", "Completed"
 _STATUS = "Todo status: "
 NEEDS_SCREEN_CAPTURE = "Screen Recording permission is needed for live previews"
 NEEDS_ACCESSIBILITY = "Accessibility permission is needed to focus and open windows"
+NEEDS_WINDOW_MANAGER = "No window manager is running"
+NEEDS_COMPOSITE = "The X server lacks the Composite extension"
+OPEN_SETTINGS = "Open System Settings"
 KEYS_HINT = "Arrows Select & Expand · Space Enter / Open · Esc Back"
 TAP_HINT = "Press Super twice to bring Kelpa forward instantly"
 # The list beside the board with an entry for each goal.
@@ -249,7 +253,13 @@ class Card:
 
     @property
     def is_minimised(self):
-        return _MINIMISED in self.node.description
+        return MINIMISED in self.node.description
+
+    @property
+    def messages(self):
+        """What it says in place of a picture."""
+        return [name for name in (CANNOT_BE_CAPTURED, MINIMISED)
+                if self.node.find_named(lambda found, name=name: found == name)]
 
     @property
     def has_preview(self):

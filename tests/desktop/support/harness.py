@@ -252,6 +252,17 @@ class Desktop:
             self.wait_for_window(title)
         return terminals
 
+    def open_window(self, title, width, height, window_class="window"):
+        """A window of this process, of so many pixels; returns its X id when it is listed."""
+        from Xlib import X
+
+        window = self._x.screen().root.create_window(0, 0, width, height, 0, X.CopyFromParent)
+        window.set_wm_name(title)
+        window.set_wm_class(window_class, window_class)
+        window.map()
+        self._x.sync()
+        return self.wait_for_window(title).number
+
     def run(self, *argv, check=True):
         """Runs a short command on the desktop and returns what it printed."""
         return subprocess.run(

@@ -1,8 +1,12 @@
 #include "platform/qt/QtSchedulerFixture.h"
+#include "platform/qt/SystemClock.h"
+#include "support/CaseName.h"
 
 #include <QDateTime>
 
 #include <atomic>
+#include <chrono>
+#include <optional>
 #include <semaphore>
 #include <vector>
 
@@ -11,14 +15,48 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST_F(QtSchedulerTest, Now_is_the_time_of_the_calendar)
+TEST_F(QtSchedulerTest, The_calendar_time_is_that_of_the_system)
 {
     const Date before = Date::fromDateTime(QDateTime::currentDateTimeUtc());
-    const Date now = scheduler.now();
+    const Date now = scheduler.calendarTime();
     const Date after = Date::fromDateTime(QDateTime::currentDateTimeUtc());
     EXPECT_LE(before, now);
     EXPECT_LE(now, after);
 }
+
+struct SetClockCase
+{
+    const char* name;
+    std::chrono::seconds setForward;
+};
+
+class SetSystemClock : public QtSchedulerTest, public testing::WithParamInterface<SetClockCase>
+{};
+
+TEST_P(SetSystemClock, Changes_neither_timers_nor_the_time_that_is_measured)
+{
+    const Scheduler::Time begin = scheduler.now();
+    const Date calendarBegin = scheduler.calendarTime();
+    int ticks = 0;
+    std::optional<Scheduler::Time> done;
+    const TaskHandle ticking = scheduler.repeat(10ms, [&] { ++ticks; });
+    const TaskHandle delayed = scheduler.after(100ms, [&] { done = scheduler.now(); });
+
+    const SystemClockSetForward set(GetParam().setForward);
+
+    ASSERT_TRUE(eventually([&] { return done && ticks >= 5; }));
+    EXPECT_GE(*done - begin, 99ms);
+    // Far less than the clock was set by, on the busiest computer.
+    EXPECT_LT(*done - begin, 10min);
+    const double calendarSeconds = scheduler.calendarTime().secondsSinceReferenceDate -
+                                   calendarBegin.secondsSinceReferenceDate;
+    EXPECT_NEAR(calendarSeconds, static_cast<double>(GetParam().setForward.count()), 600);
+}
+
+INSTANTIATE_TEST_SUITE_P(QtScheduler, SetSystemClock,
+                         testing::Values(SetClockCase{"back_by_an_hour", -1h},
+                                         SetClockCase{"forward_by_an_hour", 1h}),
+                         caseName);
 
 TEST_F(QtSchedulerTest, Delayed_work_runs_once_and_not_before_its_time)
 {

@@ -36,6 +36,10 @@ TEST_F(WindowServerOnDisplay, Without_a_window_manager_there_is_no_list_and_no_t
     EXPECT_FALSE(source->windowList(WindowListScope::all).has_value());
     EXPECT_FALSE(source->isAccessibilityTrusted());
     EXPECT_FALSE(server->isScreenCaptureTrusted());
+    EXPECT_EQ(server->screenCaptureObstacle(), Obstacle::windowManager);
+    x11::EwmhPager pager(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
+    EXPECT_EQ(x11::X11WindowActions(server->trust(), pager).accessibilityObstacle(),
+              Obstacle::windowManager);
 }
 
 TEST_F(WindowServerOnDisplay, Trust_goes_and_comes_with_the_window_manager)

@@ -66,7 +66,12 @@ private:
 
 } // namespace
 
-Date LoopScheduler::now() const
+LoopScheduler::Time LoopScheduler::now() const
+{
+    return Time::clock::now();
+}
+
+Date LoopScheduler::calendarTime() const
 {
     return Date::fromDateTime(QDateTime::currentDateTimeUtc());
 }

@@ -10,7 +10,8 @@ namespace kelpa::test {
 class LoopScheduler : public Scheduler
 {
 public:
-    Date now() const override;
+    Time now() const override;
+    Date calendarTime() const override;
     [[nodiscard]] TaskHandle repeat(Duration interval, std::function<void()> tick) override;
     [[nodiscard]] TaskHandle after(Duration delay, std::function<void()> work) override;
 

@@ -47,7 +47,7 @@ struct X11Surroundings
     makeServer(const QByteArray& display, std::optional<ProcessID> ownProcess = std::nullopt)
     {
         return std::make_unique<x11::X11WindowServer>(
-            x11::X11WindowServerNeeds{std::make_shared<x11::DisplayConnector>(display),
+            x11::X11WindowServerNeeds{std::make_shared<x11::DisplayConnector>(display, scale),
                                       resolver,
                                       nullptr,
                                       reservation,
@@ -60,6 +60,7 @@ struct X11Surroundings
     ClassNameResolver resolver;
     MemoryReservation reservation;
     LoopScheduler scheduler;
+    const std::shared_ptr<PointScale> scale = std::make_shared<PointScale>();
 };
 
 /// The windows of one discovery pass; empty when the list is absent.

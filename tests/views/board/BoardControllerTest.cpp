@@ -1,10 +1,14 @@
 // The board as a whole as QML sees it.
 #include "views/board/BoardController.h"
 
+#include "support/CaseName.h"
 #include "support/TwoGoalsFixture.h"
 #include "views/board/BoardColumnModel.h"
 
 #include <QSignalSpy>
+
+#include <array>
+#include <optional>
 
 namespace kelpa::test {
 namespace {
@@ -186,12 +190,77 @@ TEST_F(Controller, The_first_window_that_shows_is_found_on_the_board_from_its_be
     EXPECT_EQ(store().boardNavigation().target, before.target);
 }
 
+TEST_F(Controller, A_selected_window_that_the_search_hides_has_no_row_until_it_shows_again)
+{
+    desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));
+    store().refresh();
+    store().selectWindow(7);
+    ASSERT_EQ(controller->selectedWindow(), 1);
+    const QSignalSpy changes(controller.get(), &BoardController::selectedRowsChanged);
+    controller->setSearchText(QStringLiteral("letter"));
+    EXPECT_EQ(controller->selectedWindow(), -1);
+    EXPECT_EQ(changes.size(), 1);
+    controller->setSearchText(QString());
+    EXPECT_EQ(controller->selectedWindow(), 1);
+    EXPECT_EQ(changes.size(), 2);
+}
+
 TEST_F(Controller, Settings_for_permissions_are_offered_where_the_desktop_has_them)
 {
+    const QSignalSpy changes(controller.get(), &BoardController::obstaclesChanged);
+    desktop.isAccessibilityGranted = false;
+    store().refresh();
     EXPECT_TRUE(controller->hasPermissionSettings());
+    EXPECT_EQ(changes.size(), 1);
+    desktop.isAccessibilityGranted = true;
+    store().refresh();
     desktop.hasSettingsForPermissions = false;
+    desktop.isAccessibilityGranted = false;
+    store().refresh();
     EXPECT_FALSE(controller->hasPermissionSettings());
 }
+
+struct ObstacleCase
+{
+    const char* name;
+    std::optional<Obstacle> accessibility;
+    std::optional<Obstacle> screenCapture;
+    /// Accessibility, screen capture, window manager, Composite.
+    std::array<bool, 4> needed;
+};
+
+class Needs : public Controller, public testing::WithParamInterface<ObstacleCase>
+{};
+
+TEST_P(Needs, Follow_what_is_in_the_way)
+{
+    const ObstacleCase& obstacles = GetParam();
+    desktop.isAccessibilityGranted = !obstacles.accessibility;
+    desktop.isScreenCaptureGranted = !obstacles.screenCapture;
+    desktop.obstacleOfAccessibility = obstacles.accessibility.value_or(Obstacle::permission);
+    desktop.obstacleOfScreenCapture = obstacles.screenCapture.value_or(Obstacle::permission);
+    store().refresh();
+    EXPECT_EQ((std::array{controller->needsAccessibility(), controller->needsScreenCapture(),
+                          controller->needsWindowManager(), controller->needsComposite()}),
+              obstacles.needed);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Controller, Needs,
+    testing::Values(
+        ObstacleCase{"nothing", std::nullopt, std::nullopt, {false, false, false, false}},
+        ObstacleCase{
+            "accessibility", Obstacle::permission, std::nullopt, {true, false, false, false}},
+        ObstacleCase{
+            "screen_capture", std::nullopt, Obstacle::permission, {false, true, false, false}},
+        ObstacleCase{
+            "both", Obstacle::permission, Obstacle::permission, {true, true, false, false}},
+        ObstacleCase{"a_window_manager",
+                     Obstacle::windowManager,
+                     Obstacle::windowManager,
+                     {false, false, true, false}},
+        ObstacleCase{"composite", std::nullopt, Obstacle::composite, {false, false, false, true}}),
+    caseName);
 
 TEST_F(Controller, Asking_for_permissions_opens_the_settings)
 {

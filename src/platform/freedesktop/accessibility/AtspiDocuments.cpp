@@ -47,6 +47,17 @@ AtspiBusAddress busAddress(const AtspiDocumentsOptions& options)
 
 using Documents = std::map<ProcessID, std::vector<WindowDocument>>;
 
+/// The bus gives places on the screen in pixels.
+std::vector<ShownDocument> documentsInPoints(std::vector<ShownDocument> documents,
+                                             double pixelsPerPoint)
+{
+    for (ShownDocument& document : documents) {
+        if (document.extents)
+            document.extents = inPoints(*document.extents, pixelsPerPoint);
+    }
+    return documents;
+}
+
 } // namespace
 
 class AtspiDocuments::Worker
@@ -253,7 +264,9 @@ void AtspiDocuments::Worker::answered(ProcessID process, DocumentAnswer answer,
         before.reserve(windows->second.size());
         for (const DocumentQuery& window : windows->second)
             before.push_back({window, documentOf(window, known)});
-        known = matchDocuments(windows->second, documents, known);
+        known =
+            matchDocuments(windows->second,
+                           documentsInPoints(documents, m_options.scale->pixelsPerPoint()), known);
         if (documentsOf(known) == documentsOf(before))
             return;
     }

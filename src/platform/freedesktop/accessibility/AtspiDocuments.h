@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/DocumentSource.h"
+#include "platform/PointScale.h"
 #include "platform/freedesktop/accessibility/DocumentSchedule.h"
 
 #include <QString>
@@ -29,6 +30,8 @@ struct AtspiDocumentsOptions
     /// How long to wait before connecting again to a bus that could not be reached.
     std::chrono::milliseconds reconnectDelay{30'000};
     DocumentIntervals intervals;
+    /// Of the screen, in whose pixels applications report where a document is; never null.
+    std::shared_ptr<const PointScale> scale = std::make_shared<PointScale>();
 };
 
 /// Caches the documents that applications report. Runs a thread of its own, on which nothing blocks

@@ -17,7 +17,7 @@ struct ShownDocument
     QString document;
     /// The application's name for it, which window titles usually contain. May be empty.
     QString name;
-    /// In desktop units (`model/Rect.h`); absent when the application does not report them.
+    /// In points (`model/Rect.h`); absent when the application does not report them.
     std::optional<Rect> extents;
 
     friend bool operator==(const ShownDocument&, const ShownDocument&) = default;
@@ -32,7 +32,7 @@ struct WindowDocument
 };
 
 /// The windows of one process, in the order given, with their documents. A document belongs to the
-/// only window that contains it (8 desktop units of tolerance) and has its name in the title, else
+/// only window that contains it (8 points of tolerance) and has its name in the title, else
 /// to the only one that contains it. A document without extents belongs to the only window with its
 /// name in the title, else to the only window that there is. Among several documents in one window
 /// (frames within a page) the largest counts, among equal ones the first. A window without a match

@@ -11,15 +11,17 @@ class DesktopWorkspace : public Workspace
 {
 public:
     /// `scheduler` outlives it.
-    explicit DesktopWorkspace(Scheduler& scheduler) : m_tasks(scheduler) {}
+    explicit DesktopWorkspace(Scheduler& scheduler) : m_scheduler(scheduler), m_tasks(scheduler) {}
 
-    /// There are none: a display offers the same to every program.
-    bool hasPermissionSettings() const override { return false; }
+    /// By the installed applications, at the time of the call.
+    [[nodiscard]] TaskHandle findOpener(const QUrl& url,
+                                        std::function<void(bool isThere)> found) override;
     /// Runs xdg-open, which knows each desktop's own way. A URL that no installed application
     /// handles is silently not opened: xdg-open would try one browser after the other.
     void requestOpen(const QUrl& url) override;
 
 private:
+    Scheduler& m_scheduler;
     TaskGroup m_tasks;
 };
 

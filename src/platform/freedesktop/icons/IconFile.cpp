@@ -48,7 +48,8 @@ QImage fromRaster(QByteArray bytes, const QByteArray& format, int pixels)
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > maximalIconSide || size.height() > maximalIconSide)
         return {};
-    QImage image = reader.read();
+    // Scaled in two colours, a picture of two colours would be dithered in black and white.
+    QImage image = reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (std::max(image.width(), image.height()) > pixels)
         image = image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     return image;

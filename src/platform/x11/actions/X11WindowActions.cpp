@@ -64,9 +64,10 @@ std::optional<AccessibilityElements> X11WindowActions::elements(ProcessID proces
     for (const ClientWindow& client : windows->clients) {
         if (!client.number)
             continue;
+        const Rect frame = bounds(client, windows->context);
         AccessibilityWindow attributes;
-        attributes.position = Point{client.frame.x, client.frame.y};
-        attributes.size = Size{client.frame.width, client.frame.height};
+        attributes.position = Point{frame.x, frame.y};
+        attributes.size = Size{frame.width, frame.height};
         attributes.isMinimized = isMinimized(client, windows->context);
         attributes.title = client.title;
         attributes.windowNumber = client.number;

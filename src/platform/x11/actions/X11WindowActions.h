@@ -26,6 +26,7 @@ public:
 
     /// True while an EWMH window manager runs.
     bool isTrusted() const override { return m_trust->hasWindowManager; }
+    Obstacle accessibilityObstacle() const override { return Obstacle::windowManager; }
     /// X11 has no permission to ask for: the same as `isTrusted`.
     bool requestTrust() override { return isTrusted(); }
 

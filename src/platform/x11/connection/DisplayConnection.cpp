@@ -32,18 +32,21 @@ bool knowsClientIDs(XcbConnection& connection)
 
 } // namespace
 
-std::unique_ptr<DisplayConnection> DisplayConnection::open(const QByteArray& display)
+std::unique_ptr<DisplayConnection> DisplayConnection::open(const QByteArray& display,
+                                                           std::shared_ptr<const PointScale> scale)
 {
     std::unique_ptr<XcbConnection> connection = XcbConnection::open(display);
     if (!connection)
         return nullptr;
     const BrokenPipeGuard guard;
-    std::unique_ptr<DisplayConnection> opened(new DisplayConnection(std::move(connection)));
+    std::unique_ptr<DisplayConnection> opened(
+        new DisplayConnection(std::move(connection), std::move(scale)));
     return opened->m_connection->isBroken() ? nullptr : std::move(opened);
 }
 
-DisplayConnection::DisplayConnection(std::unique_ptr<XcbConnection> connection)
-    : m_connection(std::move(connection)), m_atoms(*m_connection)
+DisplayConnection::DisplayConnection(std::unique_ptr<XcbConnection> connection,
+                                     std::shared_ptr<const PointScale> scale)
+    : m_connection(std::move(connection)), m_scale(std::move(scale)), m_atoms(*m_connection)
 {
     xcb_prefetch_extension_data(m_connection->raw(), &xcb_composite_id);
     xcb_prefetch_extension_data(m_connection->raw(), &xcb_res_id);

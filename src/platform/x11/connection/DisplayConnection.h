@@ -2,6 +2,7 @@
 // extensions, and an unmapped window of its own.
 #pragma once
 
+#include "platform/PointScale.h"
 #include "platform/x11/connection/AtomTable.h"
 #include "platform/x11/connection/Property.h"
 #include "platform/x11/connection/XcbConnection.h"
@@ -18,12 +19,16 @@ class DisplayConnection
 public:
     /// Waits for the server. Absent when there is none. Not on two threads at once, which
     /// `DisplayConnector` ensures.
-    static std::unique_ptr<DisplayConnection> open(const QByteArray& display);
+    static std::unique_ptr<DisplayConnection> open(const QByteArray& display,
+                                                   std::shared_ptr<const PointScale> scale);
 
     XcbConnection& connection() { return *m_connection; }
     const XcbConnection& connection() const { return *m_connection; }
     const AtomTable& atoms() const { return m_atoms; }
     TextTypes textTypes() const;
+
+    /// The display's scale at the moment, which may change from one call to the next.
+    double pixelsPerPoint() const { return m_scale->pixelsPerPoint(); }
 
     /// The server has the Composite extension: it can redirect windows, so that each can be
     /// captured.
@@ -39,9 +44,11 @@ public:
     xcb_window_t helperWindow() const { return m_helperWindow; }
 
 private:
-    explicit DisplayConnection(std::unique_ptr<XcbConnection> connection);
+    DisplayConnection(std::unique_ptr<XcbConnection> connection,
+                      std::shared_ptr<const PointScale> scale);
 
     std::unique_ptr<XcbConnection> m_connection;
+    const std::shared_ptr<const PointScale> m_scale;
     AtomTable m_atoms;
     bool m_hasComposite = false;
     bool m_hasClientIDs = false;

@@ -9,7 +9,7 @@ namespace kelpa::x11 {
 std::unique_ptr<DisplayConnection> DisplayConnector::open()
 {
     const std::scoped_lock lock(m_mutex);
-    std::unique_ptr<DisplayConnection> connection = DisplayConnection::open(m_display);
+    std::unique_ptr<DisplayConnection> connection = DisplayConnection::open(m_display, m_scale);
     qCDebug(logX11Connection, "connection to display \"%s\": %s", m_display.constData(),
             connection ? "open" : "failed");
     return connection;

@@ -1,6 +1,8 @@
 // Opens connections to one X display.
 #pragma once
 
+#include "platform/PointScale.h"
+
 #include <QByteArray>
 
 #include <memory>
@@ -16,8 +18,12 @@ class DisplayConnection;
 class DisplayConnector
 {
 public:
-    /// As in the DISPLAY variable; empty means that variable.
-    explicit DisplayConnector(QByteArray display) : m_display(std::move(display)) {}
+    /// `display` is as in the DISPLAY variable; empty means that variable. `scale` is the
+    /// display's; without one, a point is a pixel.
+    explicit DisplayConnector(QByteArray display, std::shared_ptr<const PointScale> scale =
+                                                      std::make_shared<PointScale>())
+        : m_display(std::move(display)), m_scale(std::move(scale))
+    {}
 
     /// Any thread but the main one: waits for the server, and for other threads that connect.
     /// Absent when there is no server.
@@ -25,6 +31,7 @@ public:
 
 private:
     const QByteArray m_display;
+    const std::shared_ptr<const PointScale> m_scale;
     std::mutex m_mutex;
 };
 

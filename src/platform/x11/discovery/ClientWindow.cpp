@@ -1,5 +1,7 @@
 #include "platform/x11/discovery/ClientWindow.h"
 
+#include "platform/PointScale.h"
+
 namespace kelpa::x11 {
 
 namespace {
@@ -51,6 +53,11 @@ bool isOnScreen(const ClientWindow& window, const DesktopContext& context)
                                     *window.desktop == everyDesktop ||
                                     *window.desktop == *context.currentDesktop;
     return window.isViewable && isOnCurrentDesktop && !isMinimized(window, context);
+}
+
+Rect bounds(const ClientWindow& window, const DesktopContext& context)
+{
+    return inPoints(window.frame, context.pixelsPerPoint);
 }
 
 } // namespace kelpa::x11

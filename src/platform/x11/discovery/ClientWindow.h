@@ -75,6 +75,7 @@ struct DesktopContext
     std::optional<std::uint32_t> currentDesktop;
     /// The window manager announces _NET_WM_STATE_HIDDEN.
     bool marksHiddenWindows = true;
+    double pixelsPerPoint = 1;
 };
 
 /// As WindowListEntry::layer: 0 for normal windows and dialogs that are on the task list. A window
@@ -87,5 +88,8 @@ int layer(const ClientWindow& window);
 bool isOnScreen(const ClientWindow& window, const DesktopContext& context);
 
 bool isMinimized(const ClientWindow& window, const DesktopContext& context);
+
+/// As WindowListEntry::bounds: the window's frame in points.
+Rect bounds(const ClientWindow& window, const DesktopContext& context);
 
 } // namespace kelpa::x11

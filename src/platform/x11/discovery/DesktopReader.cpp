@@ -103,6 +103,7 @@ RootReading readRoot(DisplayConnection& display)
     const std::vector<xcb_atom_t> hints = words(propertyOf(supported.get()), XCB_ATOM_ATOM);
     reading.context.marksHiddenWindows =
         std::find(hints.begin(), hints.end(), atoms[Atom::netWmStateHidden]) != hints.end();
+    reading.context.pixelsPerPoint = display.pixelsPerPoint();
     reading.context.currentDesktop = word(propertyOf(desktop.get()), XCB_ATOM_CARDINAL);
     reading.managerCheck = word(propertyOf(check.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     reading.numberCounter = word(propertyOf(counter.get()), XCB_ATOM_CARDINAL);

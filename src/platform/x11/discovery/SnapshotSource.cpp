@@ -51,14 +51,15 @@ std::optional<QString> ownerName(const ClientWindow& client, const ResolvedAppli
 AccessibilityWindow accessibilityWindow(const ClientWindow& client, const DesktopContext& context,
                                         DocumentSource* documents)
 {
+    const Rect frame = bounds(client, context);
     AccessibilityWindow window;
-    window.position = Point{client.frame.x, client.frame.y};
-    window.size = Size{client.frame.width, client.frame.height};
+    window.position = Point{frame.x, frame.y};
+    window.size = Size{frame.width, frame.height};
     window.isMinimized = isMinimized(client, context);
     window.title = client.title;
     window.windowNumber = client.number;
     if (documents && client.process)
-        window.document = documents->document({*client.process, client.frame, client.title});
+        window.document = documents->document({*client.process, frame, client.title});
     return window;
 }
 
@@ -76,7 +77,8 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         entry.number = client.number;
         entry.ownerProcess = client.process;
         entry.ownerName = ownerName(client, resolved);
-        entry.bounds = client.frame;
+        entry.bundleIdentifier = resolved.desktopEntryID;
+        entry.bounds = bounds(client, context);
         entry.layer = layer(client);
         entry.alpha = client.opacity;
         entry.name = client.title;
@@ -88,21 +90,24 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
             continue;
         const bool isOrdinary = layer(client) == 0;
         const auto [it, isNew] = m_processes.try_emplace(*client.process);
-        RunningApplication& application = it->second.application;
+        Process& process = it->second;
         if (isNew)
-            application.activationPolicy = ActivationPolicy::accessory;
-        if (isOrdinary)
-            application.activationPolicy = ActivationPolicy::regular;
-        // The frontmost ordinary window decides for the process.
-        if (isOrdinary && !application.bundleIdentifier)
-            application.bundleIdentifier = resolved.desktopEntryID;
-        it->second.windows.push_back(accessibilityWindow(client, context, documents));
+            process.application.activationPolicy = ActivationPolicy::accessory;
+        if (isOrdinary) {
+            process.application.activationPolicy = ActivationPolicy::regular;
+            process.named.insert(resolved.desktopEntryID);
+        }
+        process.windows.push_back(accessibilityWindow(client, context, documents));
+    }
+    for (auto& [id, process] : m_processes) {
+        if (process.named.size() == 1)
+            process.application.bundleIdentifier = *process.named.begin();
     }
     if (documents) {
         std::vector<DocumentQuery> queries;
         for (const ClientWindow& client : clients) {
             if (client.process && layer(client) == 0)
-                queries.push_back({*client.process, client.frame, client.title});
+                queries.push_back({*client.process, bounds(client, context), client.title});
         }
         documents->noteWindows(std::move(queries));
     }

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace kelpa {
@@ -28,7 +29,7 @@ public:
 
     std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) override;
     /// Knows the processes that own client windows. A process all of whose windows are off the task
-    /// list is an accessory.
+    /// list is an accessory. Its application is the one that all of its ordinary windows name.
     std::optional<RunningApplication> runningApplication(ProcessID process) override;
     bool isAccessibilityTrusted() override;
     std::optional<std::vector<AccessibilityWindow>>
@@ -38,6 +39,8 @@ private:
     struct Process
     {
         RunningApplication application;
+        /// The applications that its ordinary windows name; absent for one that names none.
+        std::set<std::optional<QString>> named;
         std::vector<AccessibilityWindow> windows;
     };
 

@@ -141,6 +141,25 @@ TEST_F(Documents, Two_windows_of_one_process_get_each_its_own)
     EXPECT_EQ(shown(right), QStringLiteral("right"));
 }
 
+TEST_F(Documents, Places_on_the_bus_are_pixels_of_the_screen)
+{
+    const auto scale = std::make_shared<PointScale>();
+    scale->setPixelsPerPoint(2);
+    AtspiDocumentsOptions options = quick(bus.address());
+    options.scale = scale;
+    start(options);
+    Application browser(bus);
+    browser.behave(showing({documentOfPeer(QStringLiteral("DocURL"), QStringLiteral("right"), {},
+                                           1620, 180, 1560, 1000),
+                            documentOfPeer(QStringLiteral("DocURL"), QStringLiteral("left"), {}, 20,
+                                           180, 1560, 1000)}));
+    registry.applications = {browser.busName()};
+    const DocumentQuery left = window(browser, "One", leftFrame);
+    const DocumentQuery right = window(browser, "Two", rightFrame);
+    EXPECT_TRUE(notingUntil({left, right}, [&] { return shown(left) == QStringLiteral("left"); }));
+    EXPECT_EQ(shown(right), QStringLiteral("right"));
+}
+
 TEST_F(Documents, A_change_is_reported_on_the_constructing_thread_and_only_once)
 {
     Application browser(bus);

@@ -12,6 +12,8 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <optional>
+
 using namespace kelpa;
 using namespace kelpa::test;
 
@@ -61,7 +63,15 @@ TEST_F(Workspaces, A_URL_with_a_handler_is_opened_and_no_other)
     const QCoreApplication application(count, values);
     LoopScheduler scheduler;
     DesktopWorkspace workspace(scheduler);
-    EXPECT_FALSE(workspace.hasPermissionSettings());
+    const auto hasOpener = [&](const char* url) {
+        std::optional<bool> answer;
+        const TaskHandle search = workspace.findOpener(QUrl(QString::fromLatin1(url)),
+                                                       [&](bool isThere) { answer = isThere; });
+        EXPECT_TRUE(waitUntil([&] { return answer.has_value(); }));
+        return answer;
+    };
+    EXPECT_EQ(hasOpener("x-apple.systempreferences:com.apple.preference.security"), false);
+    EXPECT_EQ(hasOpener("test-a:settings"), true);
     workspace.requestOpen(QUrl(QStringLiteral(
         "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility")));
     workspace.requestOpen(QUrl());

@@ -225,6 +225,21 @@ TEST_F(IconFiles, A_larger_picture_is_scaled_down_and_a_smaller_one_left_as_it_i
     EXPECT_EQ(load(png(16, Qt::red), 48).size(), QSize(16, 16));
 }
 
+TEST_F(IconFiles, A_picture_of_two_colours_keeps_them_when_it_is_scaled_down)
+{
+    QImage image(64, 64, QImage::Format_Mono);
+    image.setColorTable({qRgb(200, 30, 40), qRgb(30, 60, 200)});
+    image.fill(0);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    const QImage icon = load(bytes, 20);
+    ASSERT_EQ(icon.size(), QSize(20, 20));
+    EXPECT_EQ(icon.pixelColor(9, 9), QColor(200, 30, 40));
+    EXPECT_EQ(icon.pixelColor(10, 9), QColor(200, 30, 40));
+}
+
 TEST_F(IconFiles, A_drawing_is_drawn_at_the_requested_size)
 {
     const QImage image = load(greenDrawing, 64);

@@ -1,6 +1,7 @@
 #include "platform/x11/actions/ServerTimeRequest.h"
 
 #include "platform/x11/connection/DisplayConnection.h"
+#include "platform/x11/connection/DisplayConnector.h"
 #include "platform/x11/connection/XcbEvent.h"
 #include "support/desktop/Programs.h"
 #include "support/desktop/TestClient.h"
@@ -16,7 +17,7 @@ class ServerTimeRequests : public testing::Test
 protected:
     std::unique_ptr<DisplayConnection> connect()
     {
-        auto opened = DisplayConnection::open(server.display());
+        auto opened = DisplayConnector(server.display()).open();
         for (const xcb_window_t window : {opened->connection().root(), opened->helperWindow()})
             selectEvents(opened->connection(), window, XCB_EVENT_MASK_PROPERTY_CHANGE);
         return opened;

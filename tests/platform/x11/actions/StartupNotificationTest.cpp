@@ -3,6 +3,7 @@
 #include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/X11OwnWindow.h"
 #include "platform/x11/connection/DisplayConnection.h"
+#include "platform/x11/connection/DisplayConnector.h"
 #include "support/ManualScheduler.h"
 #include "support/desktop/Programs.h"
 #include "support/desktop/TestClient.h"
@@ -73,7 +74,7 @@ protected:
 
     XServer server;
     TestClient listener{server.display()};
-    std::unique_ptr<DisplayConnection> display = DisplayConnection::open(server.display());
+    std::unique_ptr<DisplayConnection> display = DisplayConnector(server.display()).open();
 };
 
 TEST_F(StartupComplete, Is_broadcast_in_messages_of_twenty_bytes)

@@ -1,7 +1,11 @@
 #include "platform/x11/discovery/ClientWindow.h"
 
+#include "platform/PointScale.h"
+#include "support/CaseName.h"
+
 #include <gtest/gtest.h>
 
+using namespace kelpa;
 using namespace kelpa::x11;
 
 namespace {
@@ -103,4 +107,42 @@ TEST(WindowVisibility, Iconic_means_minimized_only_under_a_manager_without_the_h
     window.isIconic = true;
     EXPECT_FALSE(isMinimized(window, {1, true}));
     EXPECT_TRUE(isMinimized(window, {1, false}));
+}
+
+namespace {
+
+struct BoundsCase
+{
+    const char* name;
+    double pixelsPerPoint;
+    Rect bounds;
+};
+
+class WindowBounds : public testing::TestWithParam<BoundsCase>
+{};
+
+} // namespace
+
+TEST_P(WindowBounds, Are_the_frame_in_points)
+{
+    ClientWindow window;
+    window.frame = {30, -60, 150, 75};
+    DesktopContext context;
+    context.pixelsPerPoint = GetParam().pixelsPerPoint;
+    EXPECT_EQ(bounds(window, context), GetParam().bounds);
+}
+
+INSTANTIATE_TEST_SUITE_P(ClientWindow, WindowBounds,
+                         testing::Values(BoundsCase{"at_1x", 1, {30, -60, 150, 75}},
+                                         BoundsCase{"at_1_5x", 1.5, {20, -40, 100, 50}},
+                                         BoundsCase{"at_2x", 2, {15, -30, 75, 37.5}}),
+                         test::caseName);
+
+TEST(PointScale, Is_one_pixel_a_point_until_it_is_known_and_ignores_what_is_no_scale)
+{
+    PointScale scale;
+    EXPECT_EQ(scale.pixelsPerPoint(), 1);
+    scale.setPixelsPerPoint(1.5);
+    scale.setPixelsPerPoint(0);
+    EXPECT_EQ(scale.pixelsPerPoint(), 1.5);
 }

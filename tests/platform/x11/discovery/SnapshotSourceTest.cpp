@@ -17,6 +17,9 @@ public:
         if (clues.wmClassName == QStringLiteral("Org.editor")) {
             return {QStringLiteral("org.example.Editor"), QStringLiteral("Editor")};
         }
+        if (clues.wmClassName == QStringLiteral("Org.slides")) {
+            return {QStringLiteral("org.example.Slides"), QStringLiteral("Slides")};
+        }
         return {};
     }
 
@@ -28,12 +31,14 @@ class Documents : public DocumentSource
 public:
     std::optional<QString> document(const DocumentQuery& window) override
     {
+        asked.push_back(window);
         return window.title == QStringLiteral("Report")
                    ? std::optional(QStringLiteral("file:///tmp/report.txt"))
                    : std::nullopt;
     }
     void noteWindows(std::vector<DocumentQuery> windows) override { noted = std::move(windows); }
 
+    std::vector<DocumentQuery> asked;
     std::vector<DocumentQuery> noted;
 };
 
@@ -160,4 +165,48 @@ TEST(SnapshotSource, The_on_screen_list_leaves_out_invisible_windows)
     EXPECT_EQ(onScreen->front().number, 1U);
     EXPECT_EQ(source.windowList(WindowListScope::all)->size(), 2U);
     EXPECT_EQ(source.accessibilityWindows(70)->at(1).isMinimized, true);
+}
+
+TEST(SnapshotSource, Everything_is_reported_in_points)
+{
+    Resolver resolver;
+    Documents documents;
+    DesktopContext context;
+    context.pixelsPerPoint = 2;
+    SnapshotSource source({client(1, 70, {}, QStringLiteral("Report"))}, context, resolver,
+                          &documents);
+    EXPECT_EQ(source.windowList(WindowListScope::all)->front().bounds, (Rect{5, 10, 150, 100}));
+    const AccessibilityWindow element = source.accessibilityWindows(70)->front();
+    EXPECT_EQ(element.position->x, 5);
+    EXPECT_EQ(element.position->y, 10);
+    EXPECT_EQ(element.size->width, 150);
+    EXPECT_EQ(element.size->height, 100);
+    const DocumentQuery query{70, {5, 10, 150, 100}, QStringLiteral("Report")};
+    EXPECT_EQ(documents.asked, std::vector{query});
+    EXPECT_EQ(documents.noted, std::vector{query});
+}
+
+TEST(SnapshotSource, Each_window_of_a_process_names_its_own_application)
+{
+    Resolver resolver;
+    const ClientWindow text = client(1, 70, QStringLiteral("Org.editor"), QStringLiteral("Text"));
+    const ClientWindow slides =
+        client(2, 70, QStringLiteral("Org.slides"), QStringLiteral("Slides"));
+    const ClientWindow options = client(3, 70, QStringLiteral("Org.other"), {});
+    // Whichever is in front.
+    for (const auto& clients :
+         {std::vector{text, slides, options}, std::vector{options, slides, text}}) {
+        SnapshotSource source(clients, {}, resolver, nullptr);
+        std::map<WindowID, std::optional<QString>> applications;
+        const auto list = source.windowList(WindowListScope::all);
+        for (const WindowListEntry& entry : *list)
+            applications[*entry.number] = entry.bundleIdentifier;
+        EXPECT_EQ(applications[1], QStringLiteral("org.example.Editor"));
+        EXPECT_EQ(applications[2], QStringLiteral("org.example.Slides"));
+        EXPECT_EQ(applications[3], std::nullopt);
+        EXPECT_EQ(source.runningApplication(70)->bundleIdentifier, std::nullopt);
+    }
+    // The icon of the editor would be wrong for a window that is none of its own.
+    SnapshotSource source({text, options}, {}, resolver, nullptr);
+    EXPECT_EQ(source.runningApplication(70)->bundleIdentifier, std::nullopt);
 }
