@@ -16,7 +16,14 @@ Item {
     required property SelectionFocus selectionFocus
 
     readonly property bool isWaiting: selectionScroll.running
+    /// Milliseconds. A held arrow key repeats sooner, so that the board scrolls once, after the last
+    /// step.
+    readonly property int burstPause: 45
 
+    /// Scrolls to the selection soon.
+    function follow(): void {
+        selectionScroll.restart();
+    }
     /// Scrolls at once until the selected part of the selected target is in view.
     function showSelection(): void {
         selectionScroll.stop();
@@ -25,17 +32,13 @@ Item {
             return;
         // The target has its current height only once it has an item.
         root.targets.layOut();
-        if (root.selectionFocus.isWriting()
+        if (root.selectionFocus.isWriting
                 && root.selectionFocus.focusedRow() === root.board.selectedTarget) {
             root.showFocus();
             return;
         }
-        const target = root.targets.rowRect(root.targets.pinnedRow);
-        const part = root.selectedColumn()?.selectedRect() ?? Qt.rect(0, 0, 0, 0);
-        if (part.height > 0)
-            root.view.reveal(root.targets.y + target.y + part.y, part.height);
-        else
-            root.view.reveal(root.targets.y + target.y, target.height);
+        const place = root.selectedPlace(root.targets.rowRect(root.targets.pinnedRow));
+        root.view.reveal(root.targets.y + place.y, place.height);
         root.selectionFocus.focusSelection();
     }
     function selectedColumn(): GoalColumn {
@@ -52,39 +55,50 @@ Item {
         const top = item.mapToItem(root.targets.itemAtRow(row), 0, 0).y;
         root.view.reveal(root.targets.y + root.targets.rowRect(row).y + top, item.height);
     }
-    function isInView(item: Item): bool {
-        return item !== null && item.y + item.height > root.view.contentY - root.targets.y
-                && item.y < root.view.contentY - root.targets.y + root.view.height;
+    /// The place of the selected part in the waterfall, of which the selected target has `target`.
+    function selectedPlace(target: rect): rect {
+        const part = root.selectedColumn()?.selectedRect() ?? Qt.rect(0, 0, 0, 0);
+        return part.height > 0 ? Qt.rect(target.x, target.y + part.y, target.width, part.height)
+                               : target;
+    }
+    /// Whether the selected part is in view, at least in part.
+    function isSelectionInView(): bool {
+        const item = root.targets.itemAtRow(root.board.selectedTarget);
+        if (item === null)
+            return false;
+        const place = root.selectedPlace(Qt.rect(item.x, item.y, item.width, item.height));
+        const top = root.view.contentY - root.targets.y;
+        return place.y + place.height > top && place.y < top + root.view.height;
     }
 
     Connections {
         target: root.board
 
         function onSelectionChanged(): void {
-            selectionScroll.restart();
+            root.follow();
         }
         function onSelectionRequested(): void {
-            selectionScroll.restart();
+            root.follow();
         }
         function onChangeRestored(): void {
-            selectionScroll.restart();
+            root.follow();
         }
         function onSelectedTargetMoved(): void {
             const row = root.board.selectedTarget;
             if (row === root.selectionFocus.focusedRow()
-                    || root.isInView(root.targets.itemAtRow(row)))
-                selectionScroll.restart();
+                    || root.isSelectionInView())
+                root.follow();
         }
     }
     Connections {
         target: root.board.todos
 
         function onTodoRequested(): void {
-            selectionScroll.restart();
+            root.follow();
         }
         // A new todo is inserted above the field in which one goes on to write.
         function onEntriesChanged(): void {
-            if (root.selectionFocus.isWriting())
+            if (root.selectionFocus.isWriting)
                 focusScroll.restart();
         }
     }
@@ -97,11 +111,10 @@ Item {
             focusScroll.restart();
         }
     }
-    // A held arrow key scrolls once, after its last step.
     Timer {
         id: selectionScroll
 
-        interval: 45
+        interval: root.burstPause
         onTriggered: root.showSelection()
     }
     // Scrolls after the list that contains the item has scrolled to it.

@@ -43,7 +43,7 @@ Item {
     readonly property real wantedHeight: Math.max(rows.contentHeight, empty.height)
                                          + (root.isEditorOpen ? Theme.todoHeight : 0)
 
-    signal menuRequested(todoID: string, columnID: string, row: Item, position: point)
+    signal menuRequested(todoID: string, columnID: string, row: Item, place: rect)
     /// The list had the focus and has nothing left that could have it.
     signal focusReturned
 
@@ -115,8 +115,8 @@ Item {
         rowHeight: Theme.todoHeight + (root.isUnified ? 12 : 0)
         visibleFrom: root.visibleFrom
         visibleTo: root.visibleTo
-        onMenuRequested: (todoID, columnID, row, position) => {
-            root.menuRequested(todoID, columnID, row, position);
+        onMenuRequested: (todoID, columnID, row, place) => {
+            root.menuRequested(todoID, columnID, row, place);
         }
         onEditRequested: todoID => root.editedTodoID = todoID
         onEditEnded: root.editedTodoID = ""

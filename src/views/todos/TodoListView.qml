@@ -27,7 +27,7 @@ Flickable {
     /// Points above and below the visible part that have rows, so that the Tab key reaches them.
     readonly property real margin: root.interactive ? 2 * root.rowHeight : 0
 
-    signal menuRequested(todoID: string, columnID: string, row: Item, position: point)
+    signal menuRequested(todoID: string, columnID: string, row: Item, place: rect)
     signal editRequested(todoID: string)
     signal editEnded
     /// The last row, which had the focus, is gone.
@@ -104,8 +104,8 @@ Flickable {
                 isEdited: root.editedTodoID === row.todoID
                 onActiveFocusChanged: if (row.activeFocus && root.interactive)
                     root.revealTodo(row.todoID)
-                onMenuRequested: (item, position) => {
-                    root.menuRequested(row.todoID, row.columnID, item, position);
+                onMenuRequested: (item, place) => {
+                    root.menuRequested(row.todoID, row.columnID, item, place);
                 }
                 onEditRequested: root.editRequested(row.todoID)
                 onEditEnded: if (row.isEdited)
