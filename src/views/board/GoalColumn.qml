@@ -9,7 +9,8 @@ import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
 
-/// A goal, or the unassigned column, with its todos and its window cards.
+/// A goal, or the unassigned column, with its todos and its window cards. A card that shows only its
+/// beginning expands while the keyboard is in what its fade would cover.
 ExpandableGoalCard {
     id: root
 
@@ -76,6 +77,7 @@ ExpandableGoalCard {
 
     // The unassigned column shows all of its contents, since they are to be sorted.
     isExpanded: root.isSelected || root.isUnassigned
+                || todos.y + todos.keyboardEnd > Theme.collapsedCardHeight - Theme.fadeHeight
     WaterfallDelegate.isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
     isAccepting: backdrop.wouldReceive
     wouldInsertBefore: backdrop.wouldInsertBefore

@@ -40,6 +40,9 @@ Item {
     readonly property bool isEditorOpen: root.isOwnEditorOpen
                                          || root.todos.editorColumnID === root.listID
     readonly property bool isUnified: root.listID === root.todos.unifiedListID
+    /// The lower end, in the list's coordinates, of whatever in it has the keyboard or is written in;
+    /// 0 for nothing.
+    readonly property real keyboardEnd: root.isEditorOpen ? root.height : rows.keyboardEnd
     readonly property real wantedHeight: Math.max(rows.contentHeight, empty.height)
                                          + (root.isEditorOpen ? Theme.todoHeight : 0)
 
