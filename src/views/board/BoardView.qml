@@ -33,6 +33,10 @@ Flickable {
         const last = top + length + Theme.large - root.height;
         root.scrollTo(Math.min(first, Math.max(last, root.contentY)));
     }
+    /// Whether nothing but that part is in view.
+    function isFilledBy(top: real, length: real): bool {
+        return top <= root.contentY && top + length >= root.contentY + root.height;
+    }
     function scrollTo(place: real): void {
         scrolling.stop();
         scrolling.to = root.within(place);

@@ -6,7 +6,8 @@ import Kelpa.Scene
 import Kelpa.Board
 
 /// Scrolls the board to the selection and to the item that gets the focus in a card, wherever their
-/// cards move. A person who views another part of the board stays there when only the cards move.
+/// cards move, also in a window that is resized. A person who views another part of the board stays
+/// there when only the cards move.
 Item {
     id: root
 
@@ -20,8 +21,18 @@ Item {
     /// step.
     readonly property int burstPause: 45
 
+    /// Whether nothing is on its way to the place where it belongs.
+    readonly property bool isSettled: !root.isWaiting && !root.targets.isMoving
+                                      && !root.view.isScrolling
+    /// Whether the selection stays in view while the window is resized, step by step: it has been
+    /// there since the board was last settled.
+    property bool isKept: false
+    /// The height of the view before a step of the resize.
+    property real heightBefore: 0
+
     /// Scrolls to the selection soon.
     function follow(): void {
+        root.isKept = false;
         selectionScroll.restart();
     }
     /// Scrolls at once until the selected part of the selected target is in view.
@@ -38,7 +49,8 @@ Item {
             return;
         }
         const place = root.selectedPlace(root.targets.rowRect(root.targets.pinnedRow));
-        root.view.reveal(root.targets.y + place.y, place.height);
+        if (!root.isKept || !root.view.isFilledBy(root.targets.y + place.y, place.height))
+            root.view.reveal(root.targets.y + place.y, place.height);
         root.selectionFocus.focusSelection();
     }
     function selectedColumn(): GoalColumn {
@@ -61,15 +73,26 @@ Item {
         return part.height > 0 ? Qt.rect(target.x, target.y + part.y, target.width, part.height)
                                : target;
     }
-    /// Whether the selected part is in view, at least in part.
-    function isSelectionInView(): bool {
+    /// Whether the selected part is in view, at least in part, where the view has that height.
+    function isSelectionInView(height: real): bool {
         const item = root.targets.itemAtRow(root.board.selectedTarget);
         if (item === null)
             return false;
         const place = root.selectedPlace(Qt.rect(item.x, item.y, item.width, item.height));
         const top = root.view.contentY - root.targets.y;
-        return place.y + place.height > top && place.y < top + root.view.height;
+        return place.y + place.height > top && place.y < top + height;
     }
+    /// Called before the cards are laid out for the new size.
+    function noteResize(): void {
+        if (root.isSettled)
+            root.isKept = root.isSelectionInView(root.heightBefore);
+        root.heightBefore = root.view.height;
+        if (root.isKept)
+            selectionScroll.restart();
+    }
+
+    onIsSettledChanged: if (root.isSettled)
+        root.isKept = false
 
     Connections {
         target: root.board
@@ -86,7 +109,7 @@ Item {
         function onSelectedTargetMoved(): void {
             const row = root.board.selectedTarget;
             if (row === root.selectionFocus.focusedRow()
-                    || root.isSelectionInView())
+                    || root.isSelectionInView(root.view.height))
                 root.follow();
         }
     }
@@ -103,6 +126,16 @@ Item {
         }
     }
     Connections {
+        target: root.view
+
+        function onWidthChanged(): void {
+            root.noteResize();
+        }
+        function onHeightChanged(): void {
+            root.noteResize();
+        }
+    }
+    Connections {
         target: root.Window.window
         ignoreUnknownSignals: true
 
@@ -115,7 +148,10 @@ Item {
         id: selectionScroll
 
         interval: root.burstPause
-        onTriggered: root.showSelection()
+        onTriggered: {
+            root.showSelection();
+            root.isKept = true;
+        }
     }
     // Scrolls after the list that contains the item has scrolled to it.
     Timer {
