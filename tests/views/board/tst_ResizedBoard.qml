@@ -37,6 +37,7 @@ Item {
             showFar();
             for (const width of [900, 600, 1300]) {
                 root.width = width;
+                targets().layOut();
                 tryVerify(() => !isMoving() && isInView(column(goal(150))), 5000, String(width));
             }
         }
@@ -55,6 +56,7 @@ Item {
             settle();
             verify(isInView(column(goal(150))));
             root.height = 380;
+            targets().layOut();
             tryVerify(() => !isMoving() && isInView(column(goal(150))));
         }
         function test_a_selected_goal_that_fills_the_view_is_not_scrolled() {
