@@ -9,7 +9,8 @@ inline constexpr double marqueeGap = 15;
 /// One pass, at whose end the repeated title is where the title began.
 struct MarqueeMotion
 {
-    /// Points to the left; 0 for a title that fits and does not move.
+    /// Points towards the beginning of the title: to the left, or to the right for a title that is
+    /// read from right to left. 0 for a title that fits and does not move.
     double travel = 0;
     /// The duration of one pass; 0 for a title that does not move.
     double seconds = 0;

@@ -12,9 +12,6 @@ Item {
 
     required property BoardController board
 
-    /// Created on first use.
-    property AppMenu languageMenu: null
-
     /// The width in points at which the controls show all of their texts beside a short search
     /// field.
     readonly property real wantedWidth: 2 * Theme.boardMargin + name.implicitWidth + Theme.small
@@ -23,12 +20,6 @@ Item {
                                         + addButton.fullWidth + 6 * controls.spacing
 
     signal newGoalRequested
-
-    function openLanguageMenu(button: Item): void {
-        if (root.languageMenu === null)
-            root.languageMenu = languageMenuType.createObject(root) as AppMenu;
-        root.languageMenu.popup(button, 0, button.height + Theme.tiny);
-    }
 
     /// Moves the keyboard from the field to the first window found.
     function goToFound(): void {
@@ -46,45 +37,6 @@ Item {
 
     implicitHeight: subtitle.y + subtitle.height + hints.height
 
-    Component {
-        id: languageMenuType
-
-        AppMenu {
-            id: menu
-
-            title: ViewSettings.copy.text(CopyKey.Language)
-
-            Instantiator {
-                model: root.board.languageNames
-                delegate: AppMenuItem {
-                    id: item
-
-                    required property int index
-                    required property string modelData
-
-                    text: item.modelData
-                    symbol: item.isChosen ? "check" : ""
-                    isChoice: true
-                    isChosen: item.index === root.board.languageIndex
-                    onTriggered: root.board.setLanguageIndex(item.index)
-                }
-                onObjectAdded: (index, object) => menu.insertItem(index, object)
-                onObjectRemoved: (index, object) => menu.removeItem(object)
-            }
-        }
-    }
-    TextMetrics {
-        id: hideEmpty
-
-        font: Theme.body
-        text: ViewSettings.copy.text(CopyKey.HideEmpty)
-    }
-    TextMetrics {
-        id: showAll
-
-        font: Theme.body
-        text: ViewSettings.copy.text(CopyKey.ShowAll)
-    }
     RowLayout {
         id: controls
 
@@ -137,30 +89,17 @@ Item {
             checked: root.board.isAutoSortingGoals
             onClicked: root.board.toggleAutoSortingGoals()
         }
-        AppButton {
+        HideEmptyButton {
             id: filterButton
 
-            symbol: root.board.isHidingGoalsWithoutOpenTodos ? "list-filter-circle-filled"
-                                                             : "list-filter-circle"
-            // The button has two texts, and its neighbours stay in place; the width of a text is
-            // rounded up.
-            minimumTextWidth: Math.ceil(Math.max(hideEmpty.advanceWidth, showAll.advanceWidth)) + 1
+            board: root.board
             isCompact: root.wantedWidth - languageButton.fullWidth + Theme.controlHeight > root.width
-            isOn: root.board.isHidingGoalsWithoutOpenTodos
-            text: ViewSettings.copy.text(root.board.isHidingGoalsWithoutOpenTodos
-                                       ? CopyKey.ShowAll : CopyKey.HideEmpty)
-            help: ViewSettings.copy.text(root.board.isHidingGoalsWithoutOpenTodos
-                                       ? CopyKey.ShowAllHelp : CopyKey.HideEmptyHelp)
-            onClicked: root.board.toggleHidingGoalsWithoutOpenTodos()
         }
-        AppButton {
+        LanguageButton {
             id: languageButton
 
-            symbol: "globe"
+            board: root.board
             isCompact: root.wantedWidth > root.width
-            text: ViewSettings.copy.text(CopyKey.Language)
-            Accessible.role: Accessible.ButtonMenu
-            onClicked: root.openLanguageMenu(languageButton)
         }
         AppButton {
             id: addButton
@@ -188,44 +127,14 @@ Item {
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
-    Item {
+    BoardHints {
         id: hints
-
-        /// Whether both hints fit beside each other.
-        readonly property bool isOneLine: !doubleTapHint.visible
-            || keyboardHint.implicitWidth + doubleTapHint.implicitWidth <= width - Theme.huge
 
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: subtitle.bottom
         anchors.leftMargin: Theme.boardMargin
         anchors.rightMargin: Theme.boardMargin
-        height: hints.isOneLine ? 24 : 24 + doubleTapHint.height
-
-        AppText {
-            id: keyboardHint
-
-            width: Math.min(implicitWidth, parent.width)
-            text: ViewSettings.copy.text(CopyKey.KeyboardHint)
-            font: Theme.caption
-            color: Theme.secondaryText
-            Accessible.ignored: !visible
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
-        }
-        AppText {
-            id: doubleTapHint
-
-            x: hints.isOneLine ? parent.width - width : 0
-            y: hints.isOneLine ? 0 : keyboardHint.height
-            width: Math.min(implicitWidth, parent.width)
-            text: ViewSettings.copy.text(CopyKey.DoubleTapHint)
-            font: Theme.caption
-            color: Theme.secondaryText
-            visible: root.board.isDoubleTapOffered
-            Accessible.ignored: !visible
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
-        }
+        isDoubleTapOffered: root.board.isDoubleTapOffered
     }
 }

@@ -20,11 +20,11 @@ Flickable {
     /// Whether it is scrolling to a revealed part.
     readonly property bool isScrolling: scrolling.running
 
-    /// Asks for the menu of the board at a position in the item.
-    signal menuRequested(item: Item, position: point)
+    /// Asks for the menu of the board beside a place in the item.
+    signal menuRequested(item: Item, place: rect)
 
     function openMenu(): void {
-        root.menuRequested(root, Qt.point(Theme.large, Theme.large));
+        root.menuRequested(root, Qt.rect(Theme.large, Theme.large, 0, 0));
     }
     /// In the content's coordinates; scrolls as little as needed, and to the upper end of a part
     /// that does not fit.
@@ -32,6 +32,10 @@ Flickable {
         const first = top - Theme.large;
         const last = top + length + Theme.large - root.height;
         root.scrollTo(Math.min(first, Math.max(last, root.contentY)));
+    }
+    /// Whether nothing but that part is in view.
+    function isFilledBy(top: real, length: real): bool {
+        return top <= root.contentY && top + length >= root.contentY + root.height;
     }
     function scrollTo(place: real): void {
         scrolling.stop();
@@ -51,11 +55,6 @@ Flickable {
     }
     function within(place: real): real {
         return Math.max(0, Math.min(place, root.end - root.height));
-    }
-
-    /// A key of the board, which a text field keeps for itself.
-    component BoardKey: Shortcut {
-        enabled: !(root.Window.activeFocusItem instanceof TextInputField)
     }
 
     contentHeight: Math.max(root.end, root.easedEnd)
@@ -81,23 +80,6 @@ Flickable {
         easing.type: Easing.OutCubic
     }
 
-    BoardKey {
-        sequence: "PgUp"
-        onActivated: root.turn(-1)
-    }
-    BoardKey {
-        sequence: "PgDown"
-        onActivated: root.turn(1)
-    }
-    BoardKey {
-        sequence: "Home"
-        onActivated: root.scrollTo(0)
-    }
-    BoardKey {
-        sequence: "End"
-        onActivated: root.scrollTo(root.end)
-    }
-
     // Receives presses beside all cards.
     MouseArea {
         id: ground
@@ -107,7 +89,7 @@ Flickable {
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
-                root.menuRequested(ground, Qt.point(mouse.x, mouse.y));
+                root.menuRequested(ground, Qt.rect(mouse.x, mouse.y, 0, 0));
             else
                 root.board.clearSelection();
         }

@@ -1,15 +1,14 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Goals
 import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
 
-/// The menus that all cards share, and that of the board. Each is created on first use, and stays
-/// where it opened, even when its card, row or button moves or is removed.
+/// The menus that all cards share, and that of the board. Each is created on first use, opens beside
+/// a place in the item that asks for it, and stays there, even when that item moves or is removed.
 Item {
     id: root
 
@@ -23,36 +22,36 @@ Item {
 
     signal newGoalRequested
 
-    function openWindowMenu(windowID: real, columnID: string, card: Item, position: point): void {
+    function openWindowMenu(windowID: real, columnID: string, card: Item, place: rect): void {
         if (root.windowMenu === null)
             root.windowMenu = windowMenuType.createObject(root) as WindowMenu;
-        root.windowMenu.ask(windowID, columnID, root, card.mapToItem(root, position));
+        root.windowMenu.ask(windowID, columnID, root, card.mapToItem(root, place));
     }
-    function openTodoMenu(todoID: string, columnID: string, row: Item, position: point): void {
+    function openTodoMenu(todoID: string, columnID: string, row: Item, place: rect): void {
         if (root.todoMenu === null)
             root.todoMenu = todoMenuType.createObject(root) as TodoMenu;
-        root.todoMenu.ask(todoID, columnID, row as TodoRow, root, row.mapToItem(root, position));
+        root.todoMenu.ask(todoID, columnID, row as TodoRow, root, row.mapToItem(root, place));
     }
     function openColumnMenu(columnID: string, button: Item): void {
         if (root.columnMenu === null)
             root.columnMenu = columnMenuType.createObject(root) as ColumnMenu;
         root.columnMenu.columnID = columnID;
-        root.openBelow(root.columnMenu, button);
+        root.openBesideButton(root.columnMenu, button);
     }
     function openPriorityMenu(columnID: string, priority: string, button: Item): void {
         if (root.priorityMenu === null)
             root.priorityMenu = priorityMenuType.createObject(root) as PriorityMenu;
         root.priorityMenu.columnID = columnID;
         root.priorityMenu.priority = priority;
-        root.openBelow(root.priorityMenu, button);
+        root.openBesideButton(root.priorityMenu, button);
     }
-    function openBoardMenu(item: Item, position: point): void {
+    function openBoardMenu(item: Item, place: rect): void {
         if (root.boardMenu === null)
             root.boardMenu = boardMenuType.createObject(root) as BoardMenu;
-        root.boardMenu.popup(root, item.mapToItem(root, position));
+        root.boardMenu.openBeside(root, item.mapToItem(root, place));
     }
-    function openBelow(menu: AppMenu, button: Item): void {
-        menu.popup(root, button.mapToItem(root, 0, button.height + Theme.tiny));
+    function openBesideButton(menu: AppMenu, button: Item): void {
+        menu.openBeside(root, button.mapToItem(root, 0, 0, button.width, button.height));
     }
 
     Component {

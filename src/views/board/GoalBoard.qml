@@ -43,12 +43,6 @@ FocusScope {
     BoardDragSource {
         id: source
     }
-    Shortcut {
-        sequence: "F2"
-        enabled: root.board.goals.selectedBreadcrumb >= 0
-                 && !(root.Window.activeFocusItem instanceof TextInputField)
-        onActivated: root.renameSelection()
-    }
     Binding {
         target: root.board
         property: "boardWidth"
@@ -77,12 +71,13 @@ FocusScope {
         id: view
 
         board: root.board
-        onMenuRequested: (item, position) => menus.openBoardMenu(item, position)
+        onMenuRequested: (item, place) => menus.openBoardMenu(item, place)
         end: targets.y + targets.implicitHeight + Theme.huge
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         anchors.left: rail.visible ? rail.right : parent.left
         anchors.right: parent.right
+        Keys.onPressed: event => keys.takeKey(event)
         T.ScrollBar.vertical: AppScrollBar {
             parent: root
             x: root.width - width - Theme.tiny
@@ -112,9 +107,8 @@ FocusScope {
                 UnifiedTodoColumn {
                     todos: root.board.todos
                     dragSource: source
-                    onTodoMenuRequested: (todoID, columnID, row, position) => {
-                        menus.openTodoMenu(todoID, columnID, row, position);
-                    }
+                    onTodoMenuRequested: (todoID, columnID, row, place) =>
+                        menus.openTodoMenu(todoID, columnID, row, place)
                 }
             }
             WaterfallDelegate {
@@ -159,6 +153,15 @@ FocusScope {
             root.openSelectionMenu();
         }
     }
+    BoardKeys {
+        id: keys
+
+        board: root.board
+        targets: targets
+        view: view
+        selectionFocus: selectionFocus
+        onRenameRequested: root.renameSelection()
+    }
     // A card that is dragged to the edge finds the goals beyond it.
     DragScroll {
         anchors.fill: view
@@ -177,16 +180,13 @@ FocusScope {
             visibleTo: targets.visibleTo - y
             shownFrom: view.contentY - targets.y - y
             shownTo: view.contentY - targets.y + view.height - y
-            onWindowMenuRequested: (windowID, card, position) => {
-                menus.openWindowMenu(windowID, goal.columnID, card, position);
-            }
+            onWindowMenuRequested: (windowID, card, place) =>
+                menus.openWindowMenu(windowID, goal.columnID, card, place)
             onColumnMenuRequested: button => menus.openColumnMenu(goal.columnID, button)
-            onPriorityMenuRequested: button => {
-                menus.openPriorityMenu(goal.columnID, goal.priority, button);
-            }
-            onTodoMenuRequested: (todoID, todoColumnID, row, position) => {
-                menus.openTodoMenu(todoID, todoColumnID, row, position);
-            }
+            onPriorityMenuRequested: button =>
+                menus.openPriorityMenu(goal.columnID, goal.priority, button)
+            onTodoMenuRequested: (todoID, todoColumnID, row, place) =>
+                menus.openTodoMenu(todoID, todoColumnID, row, place)
         }
     }
     CardMenus {

@@ -9,8 +9,8 @@ import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
 
-/// A goal, or the unassigned column, with its todos and its window cards. Alt with the left or
-/// right arrow moves a goal by one place.
+/// A goal, or the unassigned column, with its todos and its window cards. A card that shows only its
+/// beginning expands while the keyboard is in what its fade would cover.
 ExpandableGoalCard {
     id: root
 
@@ -34,30 +34,25 @@ ExpandableGoalCard {
     /// The focus moves on from here to the next selected item.
     readonly property bool yieldsFocus: true
 
-    signal windowMenuRequested(windowID: real, card: Item, position: point)
+    signal windowMenuRequested(windowID: real, card: Item, place: rect)
     signal columnMenuRequested(button: Item)
     signal priorityMenuRequested(button: Item)
-    signal todoMenuRequested(todoID: string, todoColumnID: string, row: Item, position: point)
+    signal todoMenuRequested(todoID: string, todoColumnID: string, row: Item, place: rect)
 
     /// The rect of the card of that row's window, in the column's coordinates.
     function windowRect(row: int): rect {
-        const rect = cards.rowRect(row);
-        return Qt.rect(cards.x + rect.x, cards.y + rect.y, rect.width, rect.height);
+        return cards.mapToItem(root, cards.rowRect(row));
     }
-
     /// The rect of a todo's row; of no height when the column does not show the todo.
     function todoRect(todoID: string): rect {
-        const rect = todos.rowRect(todoID);
-        return Qt.rect(todos.x + rect.x, todos.y + rect.y, rect.width, rect.height);
+        return todos.mapToItem(root, todos.rowRect(todoID));
     }
-
     /// The selected card or the highlighted todo, in the column's coordinates; of no height where the
     /// column as a whole is selected.
     function selectedRect(): rect {
         return root.board.selectedWindow >= 0 ? root.windowRect(root.board.selectedWindow)
                                               : root.todoRect(root.board.todos.highlightedTodoID);
     }
-
     /// The item that the arrow keys have selected: the column itself, or the card of a window.
     function selectedPart(): Item {
         if (root.board.selectedWindow < 0)
@@ -66,12 +61,10 @@ ExpandableGoalCard {
         cards.layOut();
         return cards.itemAtRow(root.board.selectedWindow);
     }
-
     /// Takes the keyboard if a field of the column was requested before the column showed.
     function takeRequest(): void {
         todos.takeRequest();
     }
-
     /// Opens the menu of the selected window, or of the goal; false where there is none.
     function openSelectionMenu(): bool {
         const card = root.selectedPart() as WindowCard;
@@ -84,9 +77,10 @@ ExpandableGoalCard {
 
     // The unassigned column shows all of its contents, since they are to be sorted.
     isExpanded: root.isSelected || root.isUnassigned
+                || todos.y + todos.keyboardEnd > Theme.collapsedCardHeight - Theme.fadeHeight
     WaterfallDelegate.isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
-    isAccepting: dropArea.wouldReceive
-    wouldInsertBefore: dropArea.wouldInsertBefore
+    isAccepting: backdrop.wouldReceive
+    wouldInsertBefore: backdrop.wouldInsertBefore
     naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
                    + Theme.medium
     Accessible.role: Accessible.List
@@ -95,37 +89,18 @@ ExpandableGoalCard {
     Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.board.goals.goToColumn(root.columnID)
-    // Handles keys of the column and of whatever in it has the keyboard, except for text fields.
-    Keys.onPressed: event => {
-        const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
-        event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
-                && !(root.Window.activeFocusItem instanceof TextInputField)
-                && root.board.goals.moveColumn(root.columnID, step);
-    }
 
-    // Outside its other items, the card can be dragged as by its head.
-    DragArea {
-        id: ground
+    ColumnBackdrop {
+        id: backdrop
 
         anchors.fill: parent
-        dragSource: root.dragSource
-        picture: header
-        text: root.board.goals.columnDragText(root.columnID)
-        isDraggable: !root.isUnassigned
-        onClicked: if (!ground.hasPassedDragDistance)
-            root.board.goals.goToColumn(root.columnID)
-    }
-
-    // Placed below everything else: the rows of todos take precedence.
-    ColumnDropArea {
-        id: dropArea
-
-        anchors.fill: parent
+        goals: root.board.goals
         drops: root.board.drops
         dragSource: root.dragSource
         columnID: root.columnID
+        picture: header
+        isDraggable: !root.isUnassigned
     }
-
     ColumnHeader {
         id: header
 
@@ -143,7 +118,7 @@ ExpandableGoalCard {
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
         isExpanded: root.isSelected
-        isCardDragged: ground.isDragged
+        isCardDragged: backdrop.isDragged
         ground: root.ground
         isOnScreen: root.shownFrom < y + header.titleTop + header.titleHeight
                     && root.shownTo > y + header.titleTop
@@ -158,7 +133,7 @@ ExpandableGoalCard {
             root.board.todos.requestEditor(root.columnID);
         }
     }
-    AppText {
+    ColumnHint {
         id: hint
 
         anchors.left: parent.left
@@ -166,15 +141,8 @@ ExpandableGoalCard {
         anchors.leftMargin: Theme.columnTextX
         anchors.rightMargin: Theme.medium
         y: header.y + header.titleTop + header.titleHeight + 1
-        text: ViewSettings.copy.text(CopyKey.UnsortedHint)
-        color: Theme.secondaryText
-        font: Theme.caption
         height: Theme.columnListY - y
-        verticalAlignment: Text.AlignTop
         visible: root.isUnassigned
-        Accessible.ignored: !visible
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
     TodoList {
         id: todos
@@ -191,13 +159,12 @@ ExpandableGoalCard {
         dragSource: root.dragSource
         listID: root.columnID
         roomBelow: root.height - y - height
-        onMenuRequested: (todoID, todoColumnID, row, position) => {
-            root.todoMenuRequested(todoID, todoColumnID, row, position);
+        onMenuRequested: (todoID, todoColumnID, row, place) => {
+            root.todoMenuRequested(todoID, todoColumnID, row, place);
         }
         onFocusReturned: header.takeKeyboard()
     }
-    // Two columns, as the arrow keys walk them.
-    WaterfallView {
+    ColumnCards {
         id: cards
 
         anchors.left: parent.left
@@ -206,26 +173,14 @@ ExpandableGoalCard {
         anchors.leftMargin: Theme.medium
         anchors.topMargin: Theme.small
         anchors.rightMargin: Theme.medium
-        height: implicitHeight
-        fixedColumnCount: 2
-        fixedItemHeight: Theme.windowCardHeight
-        spacing: Theme.small
         visibleFrom: root.visibleFrom - y
         visibleTo: Math.min(root.visibleTo, root.height) - y
-        motionTime: Theme.mediumTime
         pinnedRow: root.isSelected ? root.board.selectedWindow : -1
         model: root.windows
-
-        WaterfallDelegate {
-            WindowCard {
-                id: card
-
-                windows: root.board.windows
-                dragSource: root.dragSource
-                onMenuRequested: (item, position) => {
-                    root.windowMenuRequested(card.windowID, item, position);
-                }
-            }
+        windows: root.board.windows
+        dragSource: root.dragSource
+        onMenuRequested: (windowID, card, place) => {
+            root.windowMenuRequested(windowID, card, place);
         }
     }
     EmptyWindowPlace {

@@ -17,6 +17,9 @@ Item {
     /// The item that has the focus while no item within it has.
     required property Item scope
 
+    /// Whether the focus is in a text field, which has the keys of the board for itself.
+    readonly property bool isWriting: root.Window.activeFocusItem instanceof TextInputField
+
     function focusSelection(): void {
         const item = root.targets.itemAtRow(root.board.selectedTarget);
         const column = item as GoalColumn;
@@ -36,9 +39,6 @@ Item {
                 return true;
         return false;
     }
-    function isWriting(): bool {
-        return root.Window.activeFocusItem instanceof TextInputField;
-    }
     /// The row of the target that contains the focus; -1 when it is elsewhere.
     function focusedRow(): int {
         return root.targets.rowOf(root.Window.activeFocusItem);
@@ -51,11 +51,11 @@ Item {
         // written.
         function onChangeRestored(): void {
             const row = root.focusedRow();
-            if (!root.isWriting() || row < 0 || row === root.board.selectedTarget)
+            if (!root.isWriting || row < 0 || row === root.board.selectedTarget)
                 return;
             root.board.todos.leaveEditor();
             // The field for a new todo has gone; that of a title is left.
-            if (root.isWriting())
+            if (root.isWriting)
                 root.Window.activeFocusItem.focus = false;
         }
     }
@@ -63,17 +63,19 @@ Item {
         target: root.Window.window
         ignoreUnknownSignals: true
 
-        // The focus comes back from a field that was closed, or from a menu.
+        // The focus comes back from a field that was closed, or from a menu. The item that gives it
+        // up may still pass it on by itself: after a field the row gets it, and after a row the next
+        // one, once the list has all of its rows.
         function onActiveFocusItemChanged(): void {
             if (root.board.selectedTarget >= 0 && root.isYielding(root.Window.activeFocusItem))
                 returning.restart();
         }
     }
-    // An item that gives the focus up may pass it on by itself first.
+    // Runs after everything that was started before the focus moved.
     Timer {
         id: returning
 
-        interval: 45
+        interval: 0
         onTriggered: root.focusSelection()
     }
 }

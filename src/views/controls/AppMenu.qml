@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Kelpa.Appearance
+import Kelpa.Scene
 
 /// A menu as wide as its widest item, within limits. While it is open, it has the pointer and the
 /// keys to itself: a press beside it only closes it. It also closes when another program comes
@@ -15,15 +16,14 @@ T.Menu {
 
     /// Points. Not updated while the menu is closed: items may come and go by the hundred then.
     property real widestItem: 0
+    property real itemsHeight: 0
 
     /// The item below everything that the window opens over its content; absent in a plain view.
     readonly property Item shownBelow: root.contentItem.T.ApplicationWindow.contentItem
 
     implicitWidth: Math.min(360, Math.max(180, contentItem.implicitWidth + leftPadding
                                                + rightPadding))
-    implicitHeight: Math.min(contentItem.implicitHeight + topPadding + bottomPadding,
-                             parent && root.contentItem.Window.window
-                             ? root.contentItem.Window.window.height - 2 * Theme.small : 600)
+    implicitHeight: root.heightWithin(parent ? root.contentItem.Window.window : null)
     margins: Theme.small
     padding: Theme.tiny
     overlap: 1
@@ -53,6 +53,8 @@ T.Menu {
     // The item that holds the menu has the keyboard while no item of the menu has it.
     Component.onCompleted: root.forwardKeys(root.contentItem.parent.Keys)
     onAboutToShow: root.measure()
+    // The first frame shows each item in its place.
+    onOpened: (root.contentItem as ListView).forceLayout()
     onCountChanged: if (root.visible)
         root.measure()
     // The toolkit returns the keyboard only when the window has it.
@@ -83,6 +85,21 @@ T.Menu {
         value: root.title
     }
 
+    /// Opens the menu beside `place`, which it does not cover: a button, or the position of a press
+    /// as a rectangle of no size. In the coordinates of `owner`.
+    function openBeside(owner: Item, place: rect): void {
+        root.measure();
+        const window = owner.Window.window;
+        const corner = MenuPlacement.position(
+            owner.mapToItem(null, place), Qt.size(root.implicitWidth, root.heightWithin(window)),
+            Qt.size(window.width, window.height), Theme.small, place.height > 0 ? Theme.tiny : 0);
+        root.popup(owner, owner.mapFromItem(null, corner));
+    }
+    /// The height of all items, or what a window has room for; null is no window yet.
+    function heightWithin(window: var): real {
+        return Math.min(root.itemsHeight + root.topPadding + root.bottomPadding,
+                        (window?.height ?? 600) - 2 * Theme.small);
+    }
     /// Forwards keys from the item that holds the menu to its list.
     function forwardKeys(keys: var): void {
         keys.forwardTo = [root.contentItem];
@@ -126,8 +143,12 @@ T.Menu {
     }
     function measure(): void {
         let widest = 0;
-        for (let i = 0; i < root.count; ++i)
+        let height = 0;
+        for (let i = 0; i < root.count; ++i) {
             widest = Math.max(widest, root.itemAt(i).implicitWidth);
+            height += root.itemAt(i).implicitHeight;
+        }
         root.widestItem = widest;
+        root.itemsHeight = height;
     }
 }

@@ -87,17 +87,16 @@ T.TextField {
         return event.isAutoRepeat || composed.running || root.commit();
     }
 
-    function openMenu(position: point): void {
+    function openMenu(place: rect): void {
         if (root.isComposing)
             return;
         if (root.menu === null)
             root.menu = menuType.createObject(root) as FieldMenu;
         root.isMenuOpen = true;
-        root.menu.popup(root, position);
+        root.menu.openBeside(root, place);
     }
     function openMenuByKeyboard(): void {
-        const cursor = root.positionToRectangle(root.cursorPosition);
-        root.openMenu(Qt.point(cursor.x, cursor.y + cursor.height));
+        root.openMenu(root.positionToRectangle(root.cursorPosition));
     }
 
     Component {
@@ -113,7 +112,7 @@ T.TextField {
         anchors.fill: parent
         acceptedButtons: Qt.RightButton
         onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
-        onClicked: mouse => root.openMenu(Qt.point(mouse.x, mouse.y))
+        onClicked: mouse => root.openMenu(Qt.rect(mouse.x, mouse.y, 0, 0))
     }
     // Some input methods end the composition first and pass the key on then. No person presses
     // another key within this time.

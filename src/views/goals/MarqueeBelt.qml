@@ -6,8 +6,8 @@ import Kelpa.Appearance
 import Kelpa.Scene
 import Kelpa.Controls
 
-/// A title and its repeated start, scrolling past: when the first has gone, the second is in its
-/// place.
+/// A title and its repeated start, scrolling past in the order in which it is read: when the first
+/// has gone, the second is in its place.
 Row {
     id: root
 
@@ -17,6 +17,10 @@ Row {
     required property MarqueeMeasure measure
     /// Whether it is in the part of the board that is on the screen.
     required property bool isOnScreen
+
+    /// How far the title has moved from its place, below 0: to the left or, for a title that is read
+    /// from right to left, to the right.
+    property real offset: 0
 
     readonly property bool isMoving: pass.running
 
@@ -28,6 +32,9 @@ Row {
     // Starts again even when the new title is as wide as the one before.
     onTextChanged: root.startAgain()
 
+    x: root.measure.isRightToLeft ? root.measure.availableWidth - root.width - root.offset
+                                  : root.offset
+    layoutDirection: root.measure.isRightToLeft ? Qt.RightToLeft : Qt.LeftToRight
     spacing: root.measure.gap
     visible: root.isMoving
 
@@ -46,7 +53,7 @@ Row {
         id: pass
 
         target: root
-        property: "x"
+        property: "offset"
         from: 0
         to: -root.measure.travel
         // An animation of no duration would end before its duration is known.

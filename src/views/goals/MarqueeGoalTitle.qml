@@ -27,7 +27,7 @@ Item {
     readonly property bool isTruncated: still.visible && still.truncated
     /// Whether the title is never seen as a whole.
     readonly property bool isPartlySeen: root.isTruncated || root.isMoving
-    readonly property real offset: root.belt?.x ?? 0
+    readonly property real offset: root.belt?.offset ?? 0
     readonly property MarqueeMeasure measure: MarqueeMeasure {
         text: root.text
         font: root.font
@@ -70,8 +70,9 @@ Item {
             required property int index
 
             readonly property bool isAtEnd: fade.index === 0
+            readonly property bool isAtRight: fade.isAtEnd !== root.measure.isRightToLeft
 
-            x: fade.isAtEnd ? root.width - width : 0
+            x: fade.isAtRight ? root.width - width : 0
             width: Math.min(Theme.medium, root.width / 3)
             height: root.height
             visible: fade.isAtEnd || root.offset < 0
@@ -80,11 +81,11 @@ Item {
 
                 GradientStop {
                     position: 0
-                    color: Qt.alpha(root.ground, fade.isAtEnd ? 0 : 1)
+                    color: Qt.alpha(root.ground, fade.isAtRight ? 0 : 1)
                 }
                 GradientStop {
                     position: 1
-                    color: Qt.alpha(root.ground, fade.isAtEnd ? 1 : 0)
+                    color: Qt.alpha(root.ground, fade.isAtRight ? 1 : 0)
                 }
             }
         }

@@ -22,6 +22,8 @@ class MarqueeMeasure : public QObject
                    availableWidthChanged FINAL)
     /// In whole points, rounded up.
     Q_PROPERTY(double textWidth READ textWidth NOTIFY textWidthChanged FINAL)
+    /// Whether the title is read from right to left.
+    Q_PROPERTY(bool isRightToLeft READ isRightToLeft NOTIFY textChanged FINAL)
     /// Whether the title is wider than `availableWidth`.
     Q_PROPERTY(bool isWide READ isWide NOTIFY motionChanged FINAL)
     /// The distance of one pass; 0 for a title that fits.
@@ -41,6 +43,7 @@ public:
     double availableWidth() const { return m_availableWidth; }
     void setAvailableWidth(double width);
     double textWidth() const { return m_textWidth; }
+    bool isRightToLeft() const { return m_text.isRightToLeft(); }
     bool isWide() const { return m_motion.travel > 0; }
     double travel() const { return m_motion.travel; }
     double gap() const { return marqueeGap; }

@@ -40,10 +40,13 @@ Item {
     readonly property bool isEditorOpen: root.isOwnEditorOpen
                                          || root.todos.editorColumnID === root.listID
     readonly property bool isUnified: root.listID === root.todos.unifiedListID
+    /// The lower end, in the list's coordinates, of whatever in it has the keyboard or is written in;
+    /// 0 for nothing.
+    readonly property real keyboardEnd: root.isEditorOpen ? root.height : rows.keyboardEnd
     readonly property real wantedHeight: Math.max(rows.contentHeight, empty.height)
                                          + (root.isEditorOpen ? Theme.todoHeight : 0)
 
-    signal menuRequested(todoID: string, columnID: string, row: Item, position: point)
+    signal menuRequested(todoID: string, columnID: string, row: Item, place: rect)
     /// The list had the focus and has nothing left that could have it.
     signal focusReturned
 
@@ -115,8 +118,8 @@ Item {
         rowHeight: Theme.todoHeight + (root.isUnified ? 12 : 0)
         visibleFrom: root.visibleFrom
         visibleTo: root.visibleTo
-        onMenuRequested: (todoID, columnID, row, position) => {
-            root.menuRequested(todoID, columnID, row, position);
+        onMenuRequested: (todoID, columnID, row, place) => {
+            root.menuRequested(todoID, columnID, row, place);
         }
         onEditRequested: todoID => root.editedTodoID = todoID
         onEditEnded: root.editedTodoID = ""

@@ -24,15 +24,32 @@ Flickable {
 
     readonly property real rowsWidth: lines.width
     readonly property real rowsHeight: lines.implicitHeight
+    /// The lower end, in the view's coordinates, of the rows that have the keyboard or a field; 0 for
+    /// none.
+    readonly property real keyboardEnd: Math.max(
+        root.endOf(root.keyboardRow), root.editedTodoID.length > 0 ? root.endOf(root.editedRow) : 0)
+    /// The row that a person has reached by keyboard, and the row whose title is edited, or was last.
+    property TodoRow keyboardRow: null
+    property TodoRow editedRow: null
+
     /// Points above and below the visible part that have rows, so that the Tab key reaches them.
     readonly property real margin: root.interactive ? 2 * root.rowHeight : 0
 
-    signal menuRequested(todoID: string, columnID: string, row: Item, position: point)
+    signal menuRequested(todoID: string, columnID: string, row: Item, place: rect)
     signal editRequested(todoID: string)
     signal editEnded
     /// The last row, which had the focus, is gone.
     signal focusReturned
 
+    function endOf(row: TodoRow): real {
+        return row === null ? 0 : row.y + row.height - root.contentY;
+    }
+    function followKeyboard(row: TodoRow): void {
+        if (row.hasKeyboard)
+            root.keyboardRow = row;
+        else if (root.keyboardRow === row)
+            root.keyboardRow = null;
+    }
     /// Scrolls as little as is needed.
     function reveal(row: int): void {
         const rect = lines.rowRect(row);
@@ -102,12 +119,16 @@ Flickable {
                 dragSource: root.dragSource
                 listID: root.listModel.listID
                 isEdited: root.editedTodoID === row.todoID
+                onHasKeyboardChanged: root.followKeyboard(row)
                 onActiveFocusChanged: if (row.activeFocus && root.interactive)
                     root.revealTodo(row.todoID)
-                onMenuRequested: (item, position) => {
-                    root.menuRequested(row.todoID, row.columnID, item, position);
+                onMenuRequested: (item, place) => {
+                    root.menuRequested(row.todoID, row.columnID, item, place);
                 }
-                onEditRequested: root.editRequested(row.todoID)
+                onEditRequested: {
+                    root.editedRow = row;
+                    root.editRequested(row.todoID);
+                }
                 onEditEnded: if (row.isEdited)
                     root.editEnded()
                 onMoveRequested: isUp => {

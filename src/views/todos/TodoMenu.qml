@@ -21,9 +21,8 @@ AppMenu {
     property TodoRow row: null
     property bool isByKeyboard: false
 
-    /// `position` is in the coordinates of `owner`.
-    function ask(todoID: string, columnID: string, row: TodoRow, owner: Item,
-                 position: point): void {
+    /// `place` is in the coordinates of `owner`.
+    function ask(todoID: string, columnID: string, row: TodoRow, owner: Item, place: rect): void {
         root.todoID = todoID;
         root.columnID = columnID;
         root.listID = row.listID;
@@ -31,7 +30,7 @@ AppMenu {
         root.isByKeyboard = row.isMenuByKeyboard;
         // Items that are added while the menu opens would close it again.
         items.active = true;
-        root.popup(owner, position.x, position.y);
+        root.openBeside(owner, place);
     }
 
     /// Called before an action that may remove the row: the list moves the focus on from there.
@@ -85,13 +84,13 @@ AppMenu {
             }
         }
     }
+    AppMenuSeparator {}
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.EditTodo)
         symbol: "pencil"
         onTriggered: if (root.row?.todoID === root.todoID)
             root.row.edit(root.isByKeyboard)
     }
-    AppMenuSeparator {}
     AppMenuItem {
         id: up
 

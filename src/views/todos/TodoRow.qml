@@ -33,7 +33,7 @@ FocusScope {
     property bool isEditedByKeyboard: false
     property bool isMenuByKeyboard: false
 
-    signal menuRequested(row: Item, position: point)
+    signal menuRequested(row: Item, place: rect)
     signal editRequested
     signal editEnded
     signal moveRequested(isUp: bool)
@@ -88,9 +88,9 @@ FocusScope {
         goalTitle: root.goalTitle
         isUnified: root.isUnified
         isHighlighted: root.isHighlighted
-        onMenuRequested: (isByKeyboard, position) => {
+        onMenuRequested: (isByKeyboard, place) => {
             root.isMenuByKeyboard = isByKeyboard;
-            root.menuRequested(root, position);
+            root.menuRequested(root, place);
         }
         onEditRequested: isByKeyboard => root.edit(isByKeyboard)
         onMoveRequested: isUp => root.moveRequested(isUp)

@@ -33,7 +33,7 @@ FocusableItem {
 
     property IconButton goButton: null
 
-    signal menuRequested(isByKeyboard: bool, position: point)
+    signal menuRequested(isByKeyboard: bool, place: rect)
     signal editRequested(isByKeyboard: bool)
     signal moveRequested(isUp: bool)
 
@@ -43,7 +43,7 @@ FocusableItem {
             root.editRequested(true);
             break;
         case TodoRowKeys.OpenMenu:
-            root.menuRequested(true, Qt.point(Theme.huge, root.height - Theme.tiny));
+            root.menuRequested(true, Qt.rect(Theme.huge, root.height - Theme.tiny, 0, 0));
             break;
         case TodoRowKeys.Delete:
             root.todos.remove(root.todoID, root.columnID);
@@ -101,7 +101,7 @@ FocusableItem {
         cursorShape: Qt.IBeamCursor
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton)
-                root.menuRequested(false, Qt.point(mouse.x, mouse.y));
+                root.menuRequested(false, Qt.rect(mouse.x, mouse.y, 0, 0));
             else if (!area.hasPassedDragDistance)
                 root.editRequested(false);
         }
@@ -138,7 +138,8 @@ FocusableItem {
         text: ViewSettings.copy.text(CopyKey.MoreTodoActions)
         isShown: (hover.hovered || root.hasKeyboard) && !root.isDragged
         onClicked: root.menuRequested(menuButton.visualFocus,
-                                      Qt.point(menuButton.x, root.height - Theme.tiny))
+                                      Qt.rect(menuButton.x, menuButton.y, menuButton.width,
+                                              menuButton.height))
     }
     Repeater {
         model: root.isUnified ? 1 : 0

@@ -16,7 +16,7 @@ Item {
     /// The focus goes on from here to what is selected next.
     readonly property bool yieldsFocus: true
 
-    signal todoMenuRequested(todoID: string, columnID: string, row: Item, position: point)
+    signal todoMenuRequested(todoID: string, columnID: string, row: Item, place: rect)
 
     /// Keeps the item, with what is typed.
     WaterfallDelegate.isPinned: list.isWriting
@@ -109,8 +109,8 @@ Item {
         dragSource: root.dragSource
         listID: root.todos.unifiedListID
         roomBelow: root.height - y - height
-        onMenuRequested: (todoID, columnID, row, position) => {
-            root.todoMenuRequested(todoID, columnID, row, position);
+        onMenuRequested: (todoID, columnID, row, place) => {
+            root.todoMenuRequested(todoID, columnID, row, place);
         }
         onFocusReturned: addButton.forceActiveFocus(Qt.TabFocusReason)
     }

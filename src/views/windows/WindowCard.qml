@@ -28,6 +28,9 @@ FocusableItem {
     readonly property bool isRaised: hover.hovered || root.isSelected
     /// The focus moves on from here to the next selected item.
     readonly property bool yieldsFocus: true
+    /// Whether a person moved the focus to the card, or to one of its buttons, by keyboard.
+    readonly property bool hasKeyboard: root.visualFocus || menuButton.visualFocus
+                                        || closeButton.visualFocus
     readonly property bool isPointedAt: root.isRaised || root.activeFocus
     readonly property string help: ViewSettings.copy.text(CopyKey.WindowCardHelp)
 
@@ -35,7 +38,7 @@ FocusableItem {
     /// known, and the tip covers other cards.
     property bool hasRested: false
 
-    signal menuRequested(card: Item, position: point)
+    signal menuRequested(card: Item, place: rect)
 
     implicitHeight: Theme.windowCardHeight
     Accessible.role: Accessible.ListItem
@@ -48,13 +51,13 @@ FocusableItem {
     Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.switchToWindow()
-    onVisualFocusChanged: if (root.visualFocus)
+    onHasKeyboardChanged: if (root.hasKeyboard)
         root.windows.selectWindow(root.windowID)
     Keys.onReturnPressed: event => event.accepted = root.takeReturn(event)
     Keys.onEnterPressed: event => event.accepted = root.takeReturn(event)
-    Keys.onMenuPressed: root.openMenu()
     Keys.onPressed: event => {
-        event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
+        event.accepted = event.key === Qt.Key_Menu
+                || event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
         if (event.accepted)
             root.openMenu();
     }
@@ -62,15 +65,13 @@ FocusableItem {
     function switchToWindow(): void {
         root.windows.focusWindow(root.windowID);
     }
-
     function takeReturn(event: KeyEvent): bool {
         if (root.visualFocus && !event.isAutoRepeat)
             root.switchToWindow();
         return root.visualFocus;
     }
-
     function openMenu(): void {
-        root.menuRequested(root, Qt.point(Theme.medium, root.height - Theme.small));
+        root.menuRequested(root, Qt.rect(Theme.medium, root.height - Theme.small, 0, 0));
     }
 
     HoverHandler {
@@ -84,14 +85,29 @@ FocusableItem {
         onTriggered: root.hasRested = true
     }
 
+    DragArea {
+        id: area
+
+        anchors.fill: parent
+        dragSource: root.dragSource
+        picture: cardItem
+        text: root.windows.windowDragText(root.windowID)
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onPressed: tip.dismiss()
+        onClicked: mouse => {
+            if (mouse.button === Qt.RightButton)
+                root.menuRequested(root, Qt.rect(mouse.x, mouse.y, 0, 0));
+            else if (!area.hasPassedDragDistance)
+                root.switchToWindow();
+        }
+    }
     Item {
         id: cardItem
 
-        // Without a graphics device, round corners that are scaled show seams; a picture of them
-        // does not.
+        // Without a graphics device, round corners show seams when scaled; a picture of them does
+        // not.
         readonly property bool isPictured: GraphicsInfo.api === GraphicsInfo.Software
                                            && cardItem.scale !== 1
-
         readonly property color ground: root.isSelected ? Qt.tint(Theme.card, Theme.accepting)
                                                         : Theme.card
 
@@ -106,35 +122,11 @@ FocusableItem {
             }
         }
 
-        Item {
-            // The space for the shadow outside the card.
-            readonly property int room: 2
-
-            anchors.fill: parent
-            anchors.margins: -room
-            layer.enabled: cardItem.isPictured
-            layer.smooth: true
-
-            // Only its rim is visible; blending all of it with the ground would take most of the
-            // card's drawing time.
-            Rectangle {
-                anchors.fill: parent
-                anchors.margins: parent.room
-                anchors.topMargin: parent.room + (root.isRaised ? 2 : 1)
-                anchors.bottomMargin: parent.room - (root.isRaised ? 2 : 1)
-                radius: Theme.cardRadius
-                color: "transparent"
-                border.width: 4
-                border.color: root.isRaised ? Theme.raisedShadow : Theme.shadow
-            }
-            Rectangle {
-                anchors.fill: parent
-                anchors.margins: parent.room
-                radius: Theme.cardRadius
-                color: cardItem.ground
-                border.width: root.isSelected ? 1.2 : 1
-                border.color: root.isSelected ? Theme.selectedCardOutline : Theme.cardOutline
-            }
+        CardGround {
+            isRaised: root.isRaised
+            isSelected: root.isSelected
+            color: cardItem.ground
+            isPictured: cardItem.isPictured
         }
         CardPreview {
             anchors.left: parent.left
@@ -166,50 +158,32 @@ FocusableItem {
             isAway: root.isMinimized || !root.isOnScreen
             isMinimized: root.isMinimized
         }
-    }
+        // For people without a second mouse button or a menu key.
+        CardButton {
+            id: menuButton
 
-    DragArea {
-        id: area
+            anchors.left: parent.left
+            symbol: "ellipsis"
+            isMuted: !root.isPointedAt
+            text: ViewSettings.copy.text(CopyKey.MoveToGoal)
+            Accessible.role: Accessible.ButtonMenu
+            isPictured: cardItem.isPictured
+            onClicked: root.menuRequested(root, Qt.rect(x, y, width, height))
+        }
+        CardButton {
+            id: closeButton
 
-        anchors.fill: parent
-        dragSource: root.dragSource
-        picture: cardItem
-        text: root.windows.windowDragText(root.windowID)
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
-        onPressed: tip.dismiss()
-        onClicked: mouse => {
-            if (mouse.button === Qt.RightButton)
-                root.menuRequested(root, Qt.point(mouse.x, mouse.y));
-            else if (!area.hasPassedDragDistance)
-                root.switchToWindow();
+            anchors.right: parent.right
+            symbol: "x"
+            isMuted: !root.isPointedAt
+            hoveredGround: Theme.closing
+            hoveredColor: Theme.textOnAccent
+            text: ViewSettings.copy.text(CopyKey.CloseAppProcess)
+            isPictured: cardItem.isPictured
+            onClicked: root.windows.closeWindowProcess(root.windowID)
         }
     }
-    // For people without a second mouse button or a menu key.
-    CardButton {
-        id: menuButton
 
-        anchors.top: parent.top
-        anchors.left: parent.left
-        anchors.margins: Theme.tiny
-        symbol: "ellipsis"
-        isMuted: !root.isPointedAt
-        text: ViewSettings.copy.text(CopyKey.MoveToGoal)
-        Accessible.role: Accessible.ButtonMenu
-        onClicked: root.menuRequested(root, Qt.point(x, y + height + Theme.tiny))
-    }
-    CardButton {
-        id: closeButton
-
-        anchors.top: parent.top
-        anchors.right: parent.right
-        anchors.margins: Theme.tiny
-        symbol: "x"
-        isMuted: !root.isPointedAt
-        hoveredGround: Theme.closing
-        hoveredColor: Theme.textOnAccent
-        text: ViewSettings.copy.text(CopyKey.CloseAppProcess)
-        onClicked: root.windows.closeWindowProcess(root.windowID)
-    }
     FocusRing {
         radius: Theme.cardRadius + 2
         isShown: root.isSelected || root.activeFocus

@@ -17,13 +17,13 @@ AppMenu {
     property real windowID
     property string columnID
 
-    /// Opens the menu for a window in a column.
-    function ask(windowID: real, columnID: string, owner: Item, position: point): void {
+    /// Opens the menu for a window in a column, beside a place in `owner`.
+    function ask(windowID: real, columnID: string, owner: Item, place: rect): void {
         root.windowID = windowID;
         root.columnID = columnID;
         // Items that are created while the menu opens would close it again.
         targets.active = true;
-        root.popup(owner, position.x, position.y);
+        root.openBeside(owner, place);
     }
 
     title: ViewSettings.copy.text(CopyKey.MoveToGoal)

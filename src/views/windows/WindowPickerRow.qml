@@ -22,7 +22,6 @@ Item {
         root.windows.picker.toggle(root.windowID);
     }
 
-    implicitHeight: 62
     Accessible.role: Accessible.CheckBox
     Accessible.name: ViewSettings.copy.windowName(root.ownerName, root.title)
     Accessible.description: root.location

@@ -23,26 +23,19 @@ Sheet {
             root.close();
             return;
         }
-        root.listHeight = Math.max(3, root.picker.rowCount) * 62;
-        root.beginList();
+        root.listHeight = Math.max(3, root.picker.rowCount) * list.rowHeight;
+        list.begin();
         root.open();
         search.forceActiveFocus();
-    }
-    function beginList(): void {
-        list.currentIndex = -1;
-        list.positionViewAtBeginning();
-    }
-    function enterList(): void {
-        if (list.count === 0)
-            return;
-        list.currentIndex = Math.max(0, list.currentIndex);
-        list.forceActiveFocus();
     }
 
     title: ViewSettings.copy.selectWindowsTitle(root.picker.goalTitle)
     height: Math.min(560, implicitHeight, parent ? parent.height - 2 * Theme.large : 560)
+    // Not for the reason of a refusal, whose room the list gives up: whoever confirms again finds the
+    // button in its place.
     contentHeight: heading.height + list.anchors.topMargin + root.listHeight
                    + footer.anchors.topMargin + footer.height
+                   - (refusal.visible ? refusal.height + footer.spacing : 0)
     onClosed: root.picker.close()
 
     Connections {
@@ -53,7 +46,7 @@ Sheet {
         }
         // The keyboard goes on to the first match.
         function onSearchTextChanged(): void {
-            root.beginList();
+            list.begin();
         }
     }
 
@@ -97,14 +90,14 @@ Sheet {
                 onTextChanged: root.picker.searchText = text
                 // Return after a search leads to the matches and does not confirm.
                 onCommitted: if (search.length > 0)
-                    root.enterList();
+                    list.enter();
                 else
                     root.picker.confirm()
                 onDismissed: root.close()
-                Keys.onDownPressed: root.enterList()
+                Keys.onDownPressed: list.enter()
             }
         }
-        ListView {
+        WindowPickerList {
             id: list
 
             anchors.left: parent.left
@@ -112,39 +105,11 @@ Sheet {
             anchors.top: heading.bottom
             anchors.topMargin: Theme.small
             anchors.bottom: footer.top
-            boundsBehavior: Flickable.StopAtBounds
-            clip: true
-            activeFocusOnTab: true
-            currentIndex: -1
-            highlightMoveDuration: 0
+            windows: root.windows
             // Nothing is drawn for a sheet that is closed.
-            model: root.visible ? root.picker.rows : null
-            T.ScrollBar.vertical: AppScrollBar {}
-            Accessible.role: Accessible.List
+            isShown: root.visible
             Accessible.name: root.title
-            onActiveFocusChanged: if (activeFocus)
-                root.enterList()
-            Keys.onPressed: event => {
-                event.accepted = true;
-                if (event.key === Qt.Key_Space && list.currentItem !== null)
-                    event.isAutoRepeat || (list.currentItem as WindowPickerRow).toggle();
-                else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-                    // A held Return key has come here from the search.
-                    event.isAutoRepeat || root.picker.confirm();
-                else if (event.key === Qt.Key_Up && list.currentIndex <= 0)
-                    search.forceActiveFocus();
-                else if (event.key === Qt.Key_Home)
-                    list.currentIndex = 0;
-                else if (event.key === Qt.Key_End)
-                    list.currentIndex = list.count - 1;
-                else
-                    event.accepted = false;
-            }
-
-            delegate: WindowPickerRow {
-                width: list.width - (list.contentHeight > list.height ? Theme.medium : 0)
-                windows: root.windows
-            }
+            onLeftUpwards: search.forceActiveFocus()
         }
         // Shows that the list continues below.
         Rectangle {
@@ -178,20 +143,22 @@ Sheet {
 
             AppText {
                 width: parent.width
+                text: ViewSettings.copy.selectedWindowCount(root.picker.chosenCount)
+                color: Theme.secondaryText
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            AppText {
+                id: refusal
+
+                width: parent.width
                 text: ViewSettings.copy.text(CopyKey.WindowListChanged)
                 color: Theme.destructive
                 wrapMode: Text.Wrap
                 visible: root.picker.isRefused
                 Accessible.ignored: !visible
                 Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
-            }
-            AppText {
-                width: parent.width
-                text: ViewSettings.copy.selectedWindowCount(root.picker.chosenCount)
-                color: Theme.secondaryText
-                Accessible.ignored: !visible
-                Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
             Row {

@@ -1,11 +1,12 @@
 import QtQuick
 import QtTest
-import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
+import "../cases"
 
+/// The focus follows the selection, unless a person has moved it elsewhere.
 Item {
     id: root
 
@@ -33,38 +34,17 @@ Item {
         board: world.board
     }
 
-    TestCase {
+    BoardCase {
         name: "SelectionFocus"
-        when: windowShown
+        goalBoard: board
 
-        /// Everything below `item` for which `accepts` holds.
-        function all(item, accepts) {
-            let found = accepts(item) ? [item] : [];
-            for (let i = 0; i < item.children.length; ++i)
-                found = found.concat(all(item.children[i], accepts));
-            return found;
-        }
-        function only(found) {
-            return found.length === 1 ? found[0] : null;
-        }
         function holder() {
             return root.Window.activeFocusItem;
-        }
-        function column(title) {
-            return only(all(board, item => item instanceof GoalColumn && item.title === title));
         }
         function card(title) {
             return only(all(board, item => item instanceof WindowCard && item.visible
                                            && item.title === title));
         }
-        function isMoving() {
-            return board.isMoving || all(board, item => item instanceof WaterfallView
-                                                        && item.isMoving).length > 0;
-        }
-        function menuItems() {
-            return all(root.parent, item => item instanceof AppMenuItem && item.visible);
-        }
-
         function initTestCase() {
             world.board.goals.createGoal("First");
             world.board.goals.createGoal("Second");
@@ -182,35 +162,6 @@ Item {
             keyClick(Qt.Key_Return);
             world.runPending();
             verify(!world.calls().slice(before).includes("raise Letter"));
-        }
-        function test_a_selected_window_has_its_menu() {
-            world.board.windows.selectWindow(8);
-            world.board.selectionMenuRequested();
-            tryVerify(() => menuItems().some(item => item.text === "Unsorted"));
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => menuItems().length === 0);
-            tryVerify(() => holder() === card("Letter"));
-        }
-        function test_a_selected_goal_has_its_menu() {
-            world.board.goals.goToColumn(world.columnOfGoal("Second"));
-            world.board.selectionMenuRequested();
-            tryVerify(() => menuItems().some(item => item.text === "Rename goal"));
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => menuItems().length === 0);
-            tryVerify(() => holder() === column("Second"));
-        }
-        function test_what_has_no_menu_of_its_own_has_that_of_the_board() {
-            for (const selected of [item => item instanceof UnifiedTodoColumn,
-                                    item => item === column("Unsorted")]) {
-                world.moveSelection(Qt.Key_Right);
-                tryVerify(() => selected(holder()));
-                world.board.selectionMenuRequested();
-                tryVerify(() => menuItems().some(item => item.text === "New goal"));
-                compare(menuItems().length, 3);
-                keyClick(Qt.Key_Escape);
-                tryVerify(() => menuItems().length === 0);
-                tryVerify(() => selected(holder()));
-            }
         }
         function test_the_field_for_a_todo_keeps_the_focus_and_gives_it_back() {
             world.board.todos.requestEditor(world.columnOfGoal("First"));

@@ -40,26 +40,6 @@ Item {
             verify(world.board.goals.moveColumn(world.columnOfGoal("First"), -1));
             compare(goals(), ["First", "Second"]);
         }
-        function test_delete_is_the_last_item_in_the_menus_of_todos_and_goals() {
-            const first = column("First");
-            show(first, "First", ["Read"]);
-            const texts = () => menuItems().sort((a, b) => a.y - b.y).map(item => item.text);
-            content(first, "Read").forceActiveFocus();
-            keyClick(Qt.Key_Menu);
-            tryVerify(() => menuItems().length === 7);
-            compare(texts()[0], "Move to goal");
-            compare(texts()[6], "Delete todo");
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => menuItems().length === 0);
-            first.openSelectionMenu();
-            tryVerify(() => menuItems().length === 10);
-            compare(texts().slice(0, 5), ["Add windows to this goal", "Open Chrome in this goal",
-                                          "Open a Terminal in this goal",
-                                          "Show all windows in this goal", "Rename goal"]);
-            compare(texts()[9], "Delete goal");
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => menuItems().length === 0);
-        }
         function test_a_title_keeps_its_width_when_the_button_appears() {
             const first = column("First");
             const title = "A title that is far too long for the row of any list of the board";

@@ -62,10 +62,11 @@ Item {
         function test_the_buttons_of_a_card_are_reached_by_keyboard() {
             tryVerify(() => card("Letter") !== null);
             card("Letter").forceActiveFocus();
+            const menu = cardButton("Letter", "ellipsis");
             const close = cardButton("Letter", "x");
             compare(close.Accessible.name, "Close this app process");
             keyClick(Qt.Key_Tab);
-            verify(cardButton("Letter", "ellipsis").activeFocus);
+            verify(menu.activeFocus);
             keyClick(Qt.Key_Tab);
             verify(close.activeFocus);
             const before = world.calls().length;

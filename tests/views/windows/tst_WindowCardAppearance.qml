@@ -40,6 +40,15 @@ Item {
             mousePress(card("Report"), 60, 110);
             tryCompare(report, "scale", 0.985);
             compare(report.opacity, 0.82);
+            // Towards the middle of the card, as all of it.
+            const pressed = button => button.mapToItem(card("Report"), Qt.rect(0, 0, 22, 22));
+            const menu = pressed(cardButton("Report", "ellipsis"));
+            const close = pressed(cardButton("Report", "x"));
+            const inset = 4 * 0.985 + 0.0075 * card("Report").width;
+            fuzzyCompare(menu.width, 22 * 0.985, 0.001);
+            fuzzyCompare(close.width, 22 * 0.985, 0.001);
+            fuzzyCompare(menu.x, inset, 0.001);
+            fuzzyCompare(close.x + close.width, card("Report").width - inset, 0.001);
             mouseRelease(card("Report"), 60, 110);
             tryCompare(report, "scale", 1.012);
             compare(report.opacity, 1);

@@ -45,6 +45,26 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
         }
+        function test_a_second_click_on_the_button_of_the_menu_chooses_nothing() {
+            const at = item => item.mapToItem(null, item.width / 2, item.height / 2);
+            // Nothing scrolls the board.
+            world.clearSelection();
+            // From the upper edge of the window to the lower one, below which there is no room.
+            for (const top of [0, 430, 470, 520]) {
+                board.anchors.topMargin = top;
+                tryVerify(() => card("Report") !== null);
+                const opener = cardButton("Report", "ellipsis");
+                mouseMove(opener);
+                mouseClick(opener);
+                tryVerify(() => menuItems().length > 1);
+                for (const item of menuItems())
+                    verify(!item.contains(item.mapFromItem(null, at(opener))), item.text);
+                mouseClick(opener);
+                tryVerify(() => menuItems().length === 0);
+                compare(world.goalOfWindow(4294967295), "");
+            }
+            board.anchors.topMargin = 0;
+        }
         function test_a_window_number_keeps_all_its_bits() {
             tryVerify(() => card("Report") !== null);
             const report = card("Report");

@@ -1,0 +1,54 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa.Scene
+import Kelpa.Board
+
+/// The keys of the board that are neither the store's nor an item's: they scroll it, and rename or
+/// move a goal. While a person writes, they are the text field's.
+Item {
+    id: root
+
+    required property BoardController board
+    required property WaterfallView targets
+    required property BoardView view
+    required property SelectionFocus selectionFocus
+
+    signal renameRequested
+
+    /// Alt with the left or right arrow moves the goal that contains the focus by one place. Called
+    /// for the keys that no item within the board has taken.
+    function takeKey(event: KeyEvent): void {
+        const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
+        const column = root.targets.itemAtRow(root.selectionFocus.focusedRow()) as GoalColumn;
+        event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
+                && !root.selectionFocus.isWriting && column !== null
+                && root.board.goals.moveColumn(column.columnID, step);
+    }
+
+    component BoardKey: Shortcut {
+        enabled: !root.selectionFocus.isWriting
+    }
+
+    BoardKey {
+        sequence: "PgUp"
+        onActivated: root.view.turn(-1)
+    }
+    BoardKey {
+        sequence: "PgDown"
+        onActivated: root.view.turn(1)
+    }
+    BoardKey {
+        sequence: "Home"
+        onActivated: root.view.scrollTo(0)
+    }
+    BoardKey {
+        sequence: "End"
+        onActivated: root.view.scrollTo(root.view.end)
+    }
+    Shortcut {
+        sequence: "F2"
+        enabled: root.board.goals.selectedBreadcrumb >= 0 && !root.selectionFocus.isWriting
+        onActivated: root.renameRequested()
+    }
+}
