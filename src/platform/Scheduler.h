@@ -22,6 +22,11 @@ public:
     ScheduledWork(const ScheduledWork&) = delete;
     ScheduledWork& operator=(const ScheduledWork&) = delete;
     virtual ~ScheduledWork() = default;
+
+    /// For work off the main thread: asks it to end early. True when it has begun; its result is
+    /// then delivered all the same, and until then it is under way. Otherwise it never begins and
+    /// nothing is delivered. Main thread; returns at once.
+    virtual bool requestStop() = 0;
 };
 
 /// Null when nothing is due. Destroyed on the main thread, possibly from within the work itself.

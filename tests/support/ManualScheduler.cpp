@@ -22,10 +22,12 @@ struct ManualScheduler::Item
     std::function<void()> work;
     BackgroundWork background;
     std::stop_source stop;
+    bool hasBegun = false;
+    bool isFinishing = false;
     bool isCancelled = false;
 };
 
-class ManualScheduler::Handle : public ScheduledWork
+class ManualScheduler::Handle final : public ScheduledWork
 {
 public:
     Handle(std::shared_ptr<Item> item, const std::shared_ptr<Items>& items)
@@ -34,10 +36,19 @@ public:
     ~Handle() override
     {
         m_item->isCancelled = true;
+        requestStop();
+    }
+
+    bool requestStop() override
+    {
         m_item->stop.request_stop();
+        if (m_item->hasBegun)
+            return true;
         if (const std::shared_ptr<Items> items = m_items.lock())
             items->remove(m_item);
+        return false;
     }
+
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
 
@@ -103,7 +114,8 @@ ManualScheduler::nextDue(std::chrono::milliseconds until) const
 {
     std::shared_ptr<Item> next;
     for (const std::shared_ptr<Item>& item : *m_items) {
-        if (item->due > until || (item->background && m_isHoldingBackground))
+        const bool isHeld = m_isHoldingBackground || item->hasBegun;
+        if (item->due > until || (item->background && isHeld))
             continue;
         if (!next || std::tuple(item->due, item->sequence) < std::tuple(next->due, next->sequence))
             next = item;
@@ -117,10 +129,7 @@ void ManualScheduler::advance(Duration duration)
     while (const std::shared_ptr<Item> item = nextDue(until)) {
         m_elapsed = std::max(m_elapsed, item->due);
         if (item->background) {
-            m_items->remove(item);
-            const std::function<void()> completion = item->background(item->stop.get_token());
-            if (!item->isCancelled)
-                completion();
+            finish(item);
             continue;
         }
         if (item->interval.count() > 0)
@@ -136,13 +145,28 @@ void ManualScheduler::runBackgroundWork()
 {
     std::vector<std::shared_ptr<Item>> inFlight;
     std::ranges::copy_if(*m_items, std::back_inserter(inFlight),
-                         [](const auto& item) { return item->background != nullptr; });
-    for (const std::shared_ptr<Item>& item : inFlight) {
-        m_items->remove(item);
-        const std::function<void()> completion = item->background(item->stop.get_token());
-        if (!item->isCancelled)
-            completion();
-    }
+                         [](const auto& item) { return item->background && !item->isFinishing; });
+    for (const std::shared_ptr<Item>& item : inFlight)
+        finish(item);
+}
+
+void ManualScheduler::finish(const std::shared_ptr<Item>& item)
+{
+    // Cancelled by work that was finished before it.
+    if (!item->hasBegun && item->stop.stop_requested())
+        return;
+    item->hasBegun = true;
+    item->isFinishing = true;
+    const std::function<void()> completion = item->background(item->stop.get_token());
+    m_items->remove(item);
+    if (!item->isCancelled)
+        completion();
+}
+
+void ManualScheduler::hangBackgroundWork()
+{
+    for (const std::shared_ptr<Item>& item : *m_items)
+        item->hasBegun = item->background != nullptr;
 }
 
 int ManualScheduler::backgroundWorkInFlight() const

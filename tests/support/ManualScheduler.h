@@ -22,12 +22,16 @@ public:
     /// takes no time unless it is held.
     void advance(Duration duration);
 
-    /// While held, background work stays in flight, and an awaiting start times out.
+    /// While held, background work stays in flight without having begun, and an awaiting start
+    /// times out.
     void holdBackgroundWork(bool isHeld) { m_isHoldingBackground = isHeld; }
+    /// Lets all background work in flight begin; it hangs until `runBackgroundWork`.
+    void hangBackgroundWork();
 
     /// Finishes all background work in flight.
     void runBackgroundWork();
 
+    /// Work that was cancelled after it had begun is in flight until it is finished.
     int backgroundWorkInFlight() const;
     /// Number of background jobs started so far.
     int backgroundWorkStarted() const { return m_backgroundStarted; }
@@ -44,6 +48,7 @@ private:
     using Items = std::list<std::shared_ptr<Item>>;
 
     TaskHandle add(std::shared_ptr<Item> item);
+    void finish(const std::shared_ptr<Item>& item);
     std::shared_ptr<Item> nextDue(std::chrono::milliseconds until) const;
 
     std::chrono::milliseconds m_elapsed{0};

@@ -32,6 +32,13 @@ public:
         m_timer->deleteLater();
     }
 
+    bool requestStop() override
+    {
+        if (m_timer)
+            m_timer->stop();
+        return false;
+    }
+
 private:
     /// Owned by the scheduler's receiver, and destroyed with it.
     QPointer<QTimer> m_timer;
@@ -43,6 +50,7 @@ class JobHandle final : public ScheduledWork
 public:
     explicit JobHandle(std::shared_ptr<BackgroundJob> job) : m_job(std::move(job)) {}
     ~JobHandle() override { m_job->cancel(); }
+    bool requestStop() override { return m_job->requestStop(); }
 
 private:
     std::shared_ptr<BackgroundJob> m_job;

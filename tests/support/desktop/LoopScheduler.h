@@ -30,7 +30,10 @@ public:
 
 private:
     class Never : public ScheduledWork
-    {};
+    {
+    public:
+        bool requestStop() override { return false; }
+    };
 };
 
 } // namespace kelpa::test
