@@ -144,7 +144,8 @@ public:
     // Previews and permissions.
     /// Captures the window whose turn it is.
     void refreshPreviews(Date now);
-    /// The board scrolls, now or at the scheduler's time: captures pause, to keep it smooth.
+    /// The board scrolls, now or at the scheduler's time: captures pause, to keep it smooth. A
+    /// picture that was already taken is shown.
     void noteScrollActivity(Date now);
     void noteScrollActivity();
     /// The size of a preview on its card in pixels of the screen, as many as points until set.

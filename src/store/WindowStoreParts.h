@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/TaskGroup.h"
+#include "platform/TaskQueue.h"
 #include "store/BoardSelection.h"
 #include "store/Toast.h"
 #include "store/UndoSteps.h"
@@ -66,7 +67,9 @@ struct WindowStore::Parts
     PreviewCaptures previewCaptures;
     ActivationQueue activations;
     LaunchFollower launches;
-    /// Requests to quit and the passes that follow them.
+    /// Requests to quit.
+    TaskQueue quits;
+    /// The passes that follow them.
     TaskGroup tasks;
 };
 

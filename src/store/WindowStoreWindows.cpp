@@ -44,8 +44,6 @@ void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
     state.assignWindows(discovered);
     selection.reconcileWithWindows();
     launches.finishPass();
-    if (passes.takeRerunRequest())
-        store.refreshInBackground();
 }
 
 void WindowStore::Parts::migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered)

@@ -28,13 +28,13 @@ PreviewCaptureBatch captured(WindowServer& server, const CaptureRequest& request
 PreviewCaptures::PreviewCaptures(WindowServer& server, Scheduler& scheduler,
                                  const QList<WindowItem>& windows, const Previews& previews,
                                  Publish publish)
-    : m_server(server), m_scheduler(scheduler), m_windows(windows), m_previews(previews),
-      m_publish(std::move(publish))
+    : m_server(server), m_windows(windows), m_previews(previews), m_publish(std::move(publish)),
+      m_capture(scheduler)
 {}
 
 void PreviewCaptures::captureNext(Date now)
 {
-    if (isPaused(now) || m_capture)
+    if (isPaused(now) || m_capture.isTaken())
         return;
     if (m_windows.isEmpty()) {
         m_cursor = 0;
@@ -43,13 +43,12 @@ void PreviewCaptures::captureNext(Date now)
     }
     const CaptureRequest request = nextRequest();
     m_unapplied.insert(request.window);
-    m_capture = m_scheduler.inBackground(
-        [request, &server = m_server](const std::stop_token& stop) {
-            return captured(server, request, stop);
-        },
-        [this, window = request.window](const PreviewCaptureBatch& batch) {
-            finish(window, batch);
-        });
+    m_capture.start([request, &server = m_server](
+                        const std::stop_token& stop) { return captured(server, request, stop); },
+                    [this, request](const std::optional<PreviewCaptureBatch>& batch) {
+                        if (batch)
+                            finish(request, *batch);
+                    });
 }
 
 CaptureRequest PreviewCaptures::nextRequest()
@@ -63,12 +62,12 @@ CaptureRequest PreviewCaptures::nextRequest()
     return {window, m_pixels, need, windowsOfUpcomingTurns(turn, m_windows)};
 }
 
-void PreviewCaptures::finish(WindowID window, const PreviewCaptureBatch& batch)
+void PreviewCaptures::finish(const CaptureRequest& request, const PreviewCaptureBatch& batch)
 {
-    m_capture.reset();
     Previews previews = mergedPreviews(m_previews, batch.images, m_windows);
+    if (request.largest == m_pixels)
+        m_unapplied.remove(request.window);
     // A window without a preview is captured whatever was given last.
-    m_unapplied.remove(window);
     m_unapplied.removeIf([&previews](WindowID id) { return !previews.contains(id); });
     m_publish(std::move(previews));
 }
@@ -76,7 +75,7 @@ void PreviewCaptures::finish(WindowID window, const PreviewCaptureBatch& batch)
 void PreviewCaptures::pause(Date now)
 {
     m_pausedUntil = now.addingSeconds(pauseLength);
-    cancel();
+    m_capture.requestStop();
 }
 
 bool PreviewCaptures::isPaused(Date now) const
@@ -91,14 +90,14 @@ void PreviewCaptures::setPixels(const QSize& pixels)
         return;
     m_pixels = pixels;
     // The capture under way has the former size.
-    cancel();
+    m_capture.requestStop();
     for (auto preview = m_previews.keyBegin(); preview != m_previews.keyEnd(); ++preview)
         m_unapplied.insert(*preview);
 }
 
 void PreviewCaptures::cancel()
 {
-    m_capture.reset();
+    m_capture.discard();
 }
 
 } // namespace kelpa

@@ -4,7 +4,7 @@
 #include "model/Date.h"
 #include "model/Preview.h"
 #include "model/WindowItem.h"
-#include "platform/Scheduler.h"
+#include "platform/ExclusiveTask.h"
 #include "platform/WindowServer.h"
 #include "windows/PreviewRotation.h"
 
@@ -17,7 +17,8 @@
 
 namespace kelpa {
 
-/// Main thread; the captures themselves run in the background.
+/// Main thread; the captures themselves run in the background. A capture that the window server
+/// delays keeps its place until it returns: no other one begins meanwhile, whatever is cancelled.
 class PreviewCaptures
 {
 public:
@@ -35,10 +36,11 @@ public:
 
     /// Captures the window whose turn it is, unless captures pause or one is under way.
     void captureNext(Date now);
-    /// Pauses captures for 0.2 s and discards the capture under way.
+    /// Pauses captures for 0.2 s and stops the capture under way; a picture that it has taken by
+    /// then is published.
     void pause(Date now);
-    /// The size of a preview on its card in pixels of the screen. Windows that have a preview are
-    /// captured again as their turns come.
+    /// The size of a preview on its card in pixels of the screen. Stops the capture under way as
+    /// `pause` does. Windows that have a preview are captured again as their turns come.
     void setPixels(const QSize& pixels);
     /// Discards the capture under way.
     void cancel();
@@ -46,10 +48,9 @@ public:
 private:
     bool isPaused(Date now) const;
     CaptureRequest nextRequest();
-    void finish(WindowID window, const PreviewCaptureBatch& batch);
+    void finish(const CaptureRequest& request, const PreviewCaptureBatch& batch);
 
     WindowServer& m_server;
-    Scheduler& m_scheduler;
     const QList<WindowItem>& m_windows;
     const Previews& m_previews;
     Publish m_publish;
@@ -57,10 +58,10 @@ private:
     qsizetype m_cursor = 0;
     QSize m_pixels = previewCardSize;
     Date m_pausedUntil = Date::distantPast();
-    /// Windows whose last capture was begun and not applied: it is under way or was discarded.
+    /// Windows whose last picture is not shown, or has not the present size: the capture is under
+    /// way or was discarded.
     QSet<WindowID> m_unapplied;
-    /// The capture under way.
-    TaskHandle m_capture;
+    ExclusiveTask m_capture;
 };
 
 } // namespace kelpa
