@@ -56,7 +56,9 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
           [this](const QList<WindowItem>& discovered) { finishPass(discovered); },
           [this] { store.refreshInBackground(); }),
       previewCaptures(platform.windowServer, scheduler, state.windows, state.previews,
-                      [this](Previews captured) { publishPreviews(std::move(captured)); }),
+                      [this](Previews captured, PreviewCaptures::Messages messages) {
+                          publishPreviews(std::move(captured), messages);
+                      }),
       activations(platform.applications, platform.accessibility, scheduler),
       launches(
           platform.applications, scheduler, state.windows, [this] { store.refresh(); },

@@ -36,13 +36,15 @@ struct WindowStore::Parts
     /// Called after the number of open todos of a goal has changed.
     void reconcileWithTodoCounts();
     void publish(const Permissions::Granted& granted);
+    /// Begins with the first pictures of windows in view, while the store observes.
+    void captureFirst();
 
     // Reports of the parts, each an operation of its own.
 
     /// The stored board can be read.
     void loadState();
     void publishToast();
-    void publishPreviews(Previews captured);
+    void publishPreviews(Previews captured, PreviewCaptures::Messages messages);
     /// A discovery pass found `discovered`, or may not read windows and found none.
     void finishPass(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);

@@ -12,13 +12,29 @@ void WindowStore::refreshPreviews(Date now)
         m_parts->previewCaptures.captureNext(now);
     } else {
         m_parts->previewCaptures.cancel();
-        m_parts->publishPreviews({});
+        m_parts->publishPreviews({}, PreviewCaptures::Messages::same);
     }
 }
 
-void WindowStore::Parts::publishPreviews(Previews captured)
+void WindowStore::noteWindowInView(WindowID windowID)
+{
+    if (!m_state.isScreenCaptureTrusted)
+        return;
+    m_parts->previewCaptures.noteInView(windowID);
+    m_parts->captureFirst();
+}
+
+void WindowStore::Parts::captureFirst()
+{
+    if (observation)
+        previewCaptures.captureFirst(scheduler.now());
+}
+
+void WindowStore::Parts::publishPreviews(Previews captured, PreviewCaptures::Messages messages)
 {
     const Update update(state.changes);
+    if (messages == PreviewCaptures::Messages::changed)
+        state.markChanged(Field::previews);
     state.assign(state.previews, std::move(captured), Field::previews);
 }
 
@@ -43,8 +59,12 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
         return std::nullopt;
     if (!m_state.isScreenCaptureTrusted)
         return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_state.language);
-    if (window.isOnScreen)
+    if (window.isOnScreen) {
+        // Its first capture is still to come.
+        if (!m_parts->previewCaptures.wasTried(window.id))
+            return std::nullopt;
         return KelpaCopy::text(CopyKey::PreviewNotYet, m_state.language);
+    }
     return KelpaCopy::text(CopyKey::PreviewMinimized, m_state.language);
 }
 

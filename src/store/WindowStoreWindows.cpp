@@ -44,6 +44,7 @@ void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
     state.assignWindows(discovered);
     selection.reconcileWithWindows();
     launches.finishPass();
+    captureFirst();
 }
 
 void WindowStore::Parts::migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered)

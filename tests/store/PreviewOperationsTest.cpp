@@ -254,10 +254,14 @@ TEST_F(PreviewOperations, A_window_that_cannot_be_captured_costs_nothing_but_its
     takeSignals();
     tick();
     EXPECT_TRUE(store().previews().isEmpty());
-    EXPECT_TRUE(takeSignals().isEmpty());
+    EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("previews"), 1}}))
+        << "the card says so from now on";
     tick();
     EXPECT_EQ(store().previews().keys(), QList<WindowID>{2});
     EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("previews"), 1}}));
+    tick();
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{1, 2, 1}));
+    EXPECT_TRUE(takeSignals().isEmpty());
 }
 
 TEST_F(PreviewOperations, A_window_that_shows_the_same_keeps_its_preview_without_a_signal)
@@ -404,11 +408,15 @@ TEST_F(PreviewOperations, A_card_without_a_preview_says_why)
     addWindows(2);
     desktop.onScreen.remove(2);
     store().refresh();
+    desktop.captureSizes.remove(1);
+    tick();
     EXPECT_EQ(store().previewMessage(listed(1)),
               QStringLiteral("This window cannot be captured yet"));
     EXPECT_EQ(store().previewMessage(listed(2)),
               QStringLiteral("Window is minimized; preview will return when restored"));
     const WindowItem first = listed(1);
+    desktop.captureSizes.insert(1, {640, 480});
+    tick();
     tick();
     EXPECT_EQ(store().previewMessage(first), std::nullopt);
 
