@@ -24,9 +24,10 @@ public:
     /// As `Scheduler::inBackground`, while the place is not taken. `then` receives the result as a
     /// `std::optional`, absent when the work was discarded; the place is free by then.
     template <class Work, class Then>
-    void start(Work work, Then then)
+    void start(Work work, Then then, WorkPriority priority)
     {
-        m_task = m_scheduler.inBackground(std::move(work), returning<Work, Then>(std::move(then)));
+        m_task = m_scheduler.inBackground(std::move(work), returning<Work, Then>(std::move(then)),
+                                          priority);
     }
 
     /// As `Scheduler::inBackgroundAwaiting`, otherwise as `start`.

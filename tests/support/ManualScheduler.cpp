@@ -83,9 +83,9 @@ TaskHandle ManualScheduler::after(Duration delay, std::function<void()> work)
     return add(std::move(item));
 }
 
-TaskHandle ManualScheduler::startInBackground(BackgroundWork work)
+TaskHandle ManualScheduler::startInBackground(BackgroundWork work, WorkPriority priority)
 {
-    ++m_backgroundStarted;
+    m_startedPriorities.push_back(priority);
     auto item = std::make_shared<Item>();
     item->due = m_elapsed;
     item->background = std::move(work);
@@ -95,8 +95,8 @@ TaskHandle ManualScheduler::startInBackground(BackgroundWork work)
 TaskHandle ManualScheduler::startAwaiting(Duration /*limit*/, BackgroundWork work)
 {
     if (m_isHoldingBackground)
-        return startInBackground(std::move(work));
-    ++m_backgroundStarted;
+        return startInBackground(std::move(work), WorkPriority::normal);
+    m_startedPriorities.push_back(WorkPriority::normal);
     const std::stop_source stop;
     work(stop.get_token())();
     return nullptr;

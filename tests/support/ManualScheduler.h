@@ -5,6 +5,7 @@
 
 #include <list>
 #include <memory>
+#include <vector>
 
 namespace kelpa::test {
 
@@ -34,12 +35,14 @@ public:
     /// Work that was cancelled after it had begun is in flight until it is finished.
     int backgroundWorkInFlight() const;
     /// Number of background jobs started so far.
-    int backgroundWorkStarted() const { return m_backgroundStarted; }
+    int backgroundWorkStarted() const { return static_cast<int>(m_startedPriorities.size()); }
+    /// Their priorities, in the order in which they were started.
+    const std::vector<WorkPriority>& startedPriorities() const { return m_startedPriorities; }
     /// Number of active timers: repeating ones and delays.
     int timersDue() const;
 
 protected:
-    TaskHandle startInBackground(BackgroundWork work) override;
+    TaskHandle startInBackground(BackgroundWork work, WorkPriority priority) override;
     TaskHandle startAwaiting(Duration limit, BackgroundWork work) override;
 
 private:
@@ -54,7 +57,7 @@ private:
     std::chrono::milliseconds m_elapsed{0};
     std::shared_ptr<Items> m_items;
     bool m_isHoldingBackground = false;
-    int m_backgroundStarted = 0;
+    std::vector<WorkPriority> m_startedPriorities;
     int m_nextSequence = 0;
 };
 

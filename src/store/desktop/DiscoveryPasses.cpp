@@ -48,8 +48,10 @@ void DiscoveryPasses::runNow()
 
 void DiscoveryPasses::runInBackground(ReadAccess access)
 {
-    m_pass.start(passOver(m_server, m_applications.currentProcess(), access),
-                 [this](const std::optional<WindowDiscoveryBatch>& batch) { finish(batch); });
+    m_pass.start(
+        passOver(m_server, m_applications.currentProcess(), access),
+        [this](const std::optional<WindowDiscoveryBatch>& batch) { finish(batch); },
+        WorkPriority::utility);
 }
 
 void DiscoveryPasses::cancel()

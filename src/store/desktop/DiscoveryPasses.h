@@ -38,7 +38,7 @@ public:
     /// reports before this returns or, if the window server is slower, when it ends. Where the
     /// cancelled pass still runs, the other one is requested as by `requestRerun`.
     void runNow();
-    /// Starts a pass; called only while none is under way.
+    /// Starts a pass of utility priority; called only while none is under way.
     void runInBackground(ReadAccess access);
     void cancel();
 

@@ -81,7 +81,8 @@ void PreviewCaptures::start(const CaptureRequest& request)
                         if (batch)
                             finish(request, *std::move(batch));
                         captureFirst(m_scheduler.now());
-                    });
+                    },
+                    WorkPriority::utility);
 }
 
 std::optional<CaptureRequest> PreviewCaptures::firstRequest() const

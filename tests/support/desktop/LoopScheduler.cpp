@@ -92,14 +92,14 @@ TaskHandle LoopScheduler::after(Duration delay, std::function<void()> work)
     return std::make_unique<TimerWork>(delay, true, work);
 }
 
-TaskHandle LoopScheduler::startInBackground(BackgroundWork work)
+TaskHandle LoopScheduler::startInBackground(BackgroundWork work, WorkPriority /*priority*/)
 {
     return std::make_unique<ThreadWork>(std::move(work));
 }
 
 TaskHandle LoopScheduler::startAwaiting(Duration, BackgroundWork work)
 {
-    return startInBackground(std::move(work));
+    return startInBackground(std::move(work), WorkPriority::normal);
 }
 
 } // namespace kelpa::test

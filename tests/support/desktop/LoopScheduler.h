@@ -15,7 +15,7 @@ public:
     [[nodiscard]] TaskHandle after(Duration delay, std::function<void()> work) override;
 
 protected:
-    TaskHandle startInBackground(BackgroundWork work) override;
+    TaskHandle startInBackground(BackgroundWork work, WorkPriority priority) override;
     TaskHandle startAwaiting(Duration limit, BackgroundWork work) override;
 };
 
