@@ -1,7 +1,8 @@
 // Measures how late the frames of a board are that scrolls while fifty windows change their titles
 // and contents: with background work that yields to the interface, and beside it with the same work
 // at the interface's own priority; both on a machine with nothing else to do, and on one whose
-// every processor is busy. Prints one table.
+// every processor is busy. Then the same while thirty windows a second open and close instead,
+// which is all that `--churn` measures. Prints one table.
 
 #include "bench/views/SceneProbe.h"
 #include "live/LiveBoard.h"
@@ -18,6 +19,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <deque>
 #include <list>
 #include <memory>
 #include <random>
@@ -75,6 +77,43 @@ private:
     test::TestClient m_client;
     std::vector<xcb_window_t> m_windows;
     std::jthread m_changing;
+};
+
+/// Thirty windows a second that open and, a third of a second later, close.
+class ChurningWindows
+{
+public:
+    explicit ChurningWindows(const QByteArray& display) : m_client(display) {}
+
+    void start()
+    {
+        m_churning = std::jthread([this](const std::stop_token& stop) { churn(stop); });
+    }
+    void stop() { m_churning = {}; }
+
+private:
+    void churn(const std::stop_token& stop)
+    {
+        std::deque<xcb_window_t> open;
+        auto due = Clock::now();
+        for (int count = 0; !stop.stop_requested(); ++count) {
+            open.push_back(
+                test::openStriped(m_client, {.title = "new " + QByteArray::number(count)}));
+            if (open.size() > 10) {
+                m_client.destroy(open.front());
+                open.pop_front();
+            }
+            m_client.sync();
+            due += 33ms;
+            std::this_thread::sleep_until(due);
+        }
+        for (const xcb_window_t window : open)
+            m_client.destroy(window);
+        m_client.sync();
+    }
+
+    test::TestClient m_client;
+    std::jthread m_churning;
 };
 
 /// Keeps every processor busy.
@@ -168,6 +207,18 @@ double quantile(const std::vector<double>& times, double part)
     return times.at(static_cast<std::size_t>(part * static_cast<double>(times.size() - 1)));
 }
 
+/// `times` become sorted.
+void print(const char* machine, const char* priority, std::vector<double>& times)
+{
+    std::ranges::sort(times);
+    const auto late = std::ranges::count_if(
+        times, [](double time) { return time > Milliseconds(frameTime).count(); });
+    std::printf("%-8s %-10s %10.1f %10.1f %10.1f %10.1f\n", machine, priority, quantile(times, 0.5),
+                quantile(times, 0.95), times.back(),
+                100.0 * static_cast<double>(late) / static_cast<double>(times.size()));
+    std::fflush(stdout);
+}
+
 void measure(const QByteArray& display, ChangingWindows& windows, const char* machine)
 {
     std::vector<double> same;
@@ -180,17 +231,21 @@ void measure(const QByteArray& display, ChangingWindows& windows, const char* ma
             windows.stop();
         }
     }
-    const auto print = [machine](const char* priority, std::vector<double>& times) {
-        std::ranges::sort(times);
-        const auto late = std::ranges::count_if(
-            times, [](double time) { return time > Milliseconds(frameTime).count(); });
-        std::printf("%-8s %-10s %10.1f %10.1f %10.1f %10.1f\n", machine, priority,
-                    quantile(times, 0.5), quantile(times, 0.95), times.back(),
-                    100.0 * static_cast<double>(late) / static_cast<double>(times.size()));
-    };
-    print("same", same);
-    print("yielding", yielding);
-    std::fflush(stdout);
+    print(machine, "same", same);
+    print(machine, "yielding", yielding);
+}
+
+void measureChurn(const QByteArray& display)
+{
+    std::vector<double> times;
+    ChurningWindows windows(display);
+    for (int round = 0; round < rounds; ++round) {
+        ScrollingBoard board(display, QtScheduler::utilityNiceness);
+        windows.start();
+        board.scroll(times);
+        windows.stop();
+    }
+    print("churn", "yielding", times);
 }
 
 void run()
@@ -200,9 +255,12 @@ void run()
     ChangingWindows windows(xServer.display());
     std::printf("%-8s %-10s %10s %10s %10s %10s\n", "Machine", "Priority", "median ms", "95% ms",
                 "worst ms", "late %");
-    measure(xServer.display(), windows, "idle");
-    const BusyMachine busy;
-    measure(xServer.display(), windows, "busy");
+    if (QCoreApplication::arguments().value(1) != QStringLiteral("--churn")) {
+        measure(xServer.display(), windows, "idle");
+        const BusyMachine busy;
+        measure(xServer.display(), windows, "busy");
+    }
+    measureChurn(xServer.display());
 }
 
 } // namespace
