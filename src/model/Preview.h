@@ -28,6 +28,8 @@ using Previews = QHash<WindowID, Preview>;
 struct PreviewCaptureBatch
 {
     Previews images;
+    /// The capture was asked to stop, which may be why there is no picture.
+    bool wasStopped = false;
 };
 
 } // namespace kelpa

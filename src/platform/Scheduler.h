@@ -4,6 +4,7 @@
 #include "model/Date.h"
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -22,6 +23,11 @@ public:
     ScheduledWork(const ScheduledWork&) = delete;
     ScheduledWork& operator=(const ScheduledWork&) = delete;
     virtual ~ScheduledWork() = default;
+
+    /// For work off the main thread: asks it to end early. True when it has begun; its result is
+    /// then delivered all the same, and until then it is under way. Otherwise it never begins and
+    /// nothing is delivered. Main thread; returns at once.
+    virtual bool requestStop() = 0;
 };
 
 /// Null when nothing is due. Destroyed on the main thread, possibly from within the work itself.
@@ -30,6 +36,14 @@ using TaskHandle = std::unique_ptr<ScheduledWork>;
 /// The result of background work that only has an effect.
 struct Done
 {};
+
+/// How urgent background work is.
+enum class WorkPriority : std::uint8_t {
+    /// A person waits for its result.
+    normal,
+    /// Nobody waits for it: on a busy machine it yields to the interface and to all other work.
+    utility,
+};
 
 /// All functions are called on the main thread, where all callbacks run but background work.
 class Scheduler
@@ -58,14 +72,15 @@ public:
     /// its own values and objects whose headers allow that thread; these outlive all work,
     /// including cancelled work that still runs. It may check its stop token to end early.
     template <class Work, class Then>
-    [[nodiscard]] TaskHandle inBackground(Work work, Then then)
+    [[nodiscard]] TaskHandle inBackground(Work work, Then then,
+                                          WorkPriority priority = WorkPriority::normal)
     {
-        return startInBackground(erased(std::move(work), std::move(then)));
+        return startInBackground(erased(std::move(work), std::move(then)), priority);
     }
 
-    /// As `inBackground`, but waits up to `limit` for the result. If it arrives in time, `then` has
-    /// been called on return and the handle is null; otherwise `then` is called later, as after
-    /// `inBackground`.
+    /// As `inBackground` with normal priority, but waits up to `limit` for the result. If it
+    /// arrives in time, `then` has been called on return and the handle is null; otherwise `then`
+    /// is called later, as after `inBackground`.
     template <class Work, class Then>
     [[nodiscard]] TaskHandle inBackgroundAndWait(Duration limit, Work work, Then then)
     {
@@ -76,7 +91,7 @@ protected:
     /// Runs off the main thread and returns what remains to be done on the main thread.
     using BackgroundWork = std::function<std::function<void()>(std::stop_token)>;
 
-    virtual TaskHandle startInBackground(BackgroundWork work) = 0;
+    virtual TaskHandle startInBackground(BackgroundWork work, WorkPriority priority) = 0;
     virtual TaskHandle startAndWait(Duration limit, BackgroundWork work) = 0;
 
 private:

@@ -64,9 +64,9 @@ public:
     virtual std::unique_ptr<DiscoverySource> openDiscoverySource() = 0;
 
     /// The current picture of the window, also when others cover it. Absent when no picture is
-    /// available, when the window is gone, when `stop` was requested, or when `need` is `ifChanged`
-    /// and the contents have not changed. Any thread but the main one; may take as long as the
-    /// window server does.
+    /// available, when the window is gone, when `stop` was requested before the picture was taken,
+    /// or when `need` is `ifChanged` and the contents have not changed. Any thread but the main
+    /// one; may take as long as the window server does.
     virtual std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                        const std::stop_token& stop) = 0;
 

@@ -52,15 +52,19 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
       selection(state), toast(scheduler, [this] { publishToast(); }),
       saver(settings, scheduler, [this] { loadState(); }), steps(state, selection, toast, saver),
       permissions(platform, [this] { publishObstacles(); }),
-      passes(platform.windowServer, platform.applications, scheduler,
-             [this](const QList<WindowItem>& discovered) { finishPass(discovered); }),
+      passes(
+          platform.windowServer, platform.applications, scheduler,
+          [this](const QList<WindowItem>& discovered) { finishPass(discovered); },
+          [this] { store.refreshInBackground(); }),
       previewCaptures(platform.windowServer, scheduler, state.windows, state.previews,
-                      [this](Previews captured) { publishPreviews(std::move(captured)); }),
+                      [this](Previews captured, PreviewCaptures::Messages messages) {
+                          publishPreviews(std::move(captured), messages);
+                      }),
       activations(platform.applications, platform.accessibility, scheduler),
       launches(
           platform.applications, scheduler, state.windows, [this] { store.refresh(); },
           [this](GoalID goalID, WindowID windowID) { takeLaunchedWindow(goalID, windowID); }),
-      tasks(scheduler)
+      quits(scheduler), tasks(scheduler)
 {}
 
 WindowStore::WindowStore(const Platform& platform, SettingsStore& settings, Scheduler& scheduler,

@@ -146,13 +146,15 @@ public:
     // Previews and permissions.
     /// Captures the window whose turn it is.
     void refreshPreviews(Scheduler::Time now);
+    /// A card of the window came into view: without a preview it is captured before the others.
+    void noteWindowInView(WindowID windowID);
     /// The board scrolls, now or at the scheduler's time: captures pause, to keep it smooth.
     void noteScrollActivity(Scheduler::Time now);
     void noteScrollActivity();
     /// The size of a preview on its card in pixels of the screen, as many as points until set.
     /// Windows that have a preview are captured again as their turns come.
     void setPreviewPixels(const QSize& pixels);
-    /// The text that a card shows instead of a preview; none when there is one.
+    /// The text that a card shows instead of a preview; none when there is one or one is due.
     std::optional<QString> previewMessage(const WindowItem& window) const;
     /// Asks the desktop for the missing permissions, and opens the settings that grant them.
     void requestPermissions();

@@ -46,7 +46,7 @@ void WindowStore::closeProcess(const WindowItem& window)
     const ProcessID process = window.processIdentifier;
     if (process == m_parts->platform.applications.currentProcess())
         return;
-    m_parts->tasks.inBackground(
+    m_parts->quits.add(
         [process, &applications = m_parts->platform.applications](const std::stop_token&) {
             if (applications.isRunning(process))
                 applications.requestQuit(process);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/TaskGroup.h"
+#include "platform/TaskQueue.h"
 #include "store/BoardSelection.h"
 #include "store/Toast.h"
 #include "store/UndoSteps.h"
@@ -36,13 +37,15 @@ struct WindowStore::Parts
     void reconcileWithTodoCounts();
     void publish(const Permissions::Granted& granted);
     void publishObstacles();
+    /// Begins with the first pictures of windows in view, while the store observes.
+    void captureFirst();
 
     // Reports of the parts, each an operation of its own.
 
     /// The stored board can be read.
     void loadState();
     void publishToast();
-    void publishPreviews(Previews captured);
+    void publishPreviews(Previews captured, PreviewCaptures::Messages messages);
     /// A discovery pass found `discovered`, or may not read windows and found none.
     void finishPass(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);
@@ -67,7 +70,9 @@ struct WindowStore::Parts
     PreviewCaptures previewCaptures;
     ActivationQueue activations;
     LaunchFollower launches;
-    /// Requests to quit and the passes that follow them.
+    /// Requests to quit.
+    TaskQueue quits;
+    /// The passes that follow them.
     TaskGroup tasks;
 };
 

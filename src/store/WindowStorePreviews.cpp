@@ -12,13 +12,29 @@ void WindowStore::refreshPreviews(Scheduler::Time now)
         m_parts->previewCaptures.captureNext(now);
     } else {
         m_parts->previewCaptures.cancel();
-        m_parts->publishPreviews({});
+        m_parts->publishPreviews({}, PreviewCaptures::Messages::same);
     }
 }
 
-void WindowStore::Parts::publishPreviews(Previews captured)
+void WindowStore::noteWindowInView(WindowID windowID)
+{
+    if (!m_state.isScreenCaptureTrusted)
+        return;
+    m_parts->previewCaptures.noteInView(windowID);
+    m_parts->captureFirst();
+}
+
+void WindowStore::Parts::captureFirst()
+{
+    if (observation)
+        previewCaptures.captureFirst(scheduler.now());
+}
+
+void WindowStore::Parts::publishPreviews(Previews captured, PreviewCaptures::Messages messages)
 {
     const Update update(state.changes);
+    if (messages == PreviewCaptures::Messages::changed)
+        state.markChanged(Field::previews);
     state.assign(state.previews, std::move(captured), Field::previews);
 }
 
@@ -44,9 +60,12 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
     if (m_state.obstacles.screenCapture == Obstacle::permission)
         return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_state.language);
     // A window of another desktop is off screen as well, without being minimised.
-    const bool isMinimized = window.isMinimized && !window.isOnScreen;
-    return KelpaCopy::text(isMinimized ? CopyKey::PreviewMinimized : CopyKey::PreviewNotYet,
-                           m_state.language);
+    if (window.isMinimized && !window.isOnScreen)
+        return KelpaCopy::text(CopyKey::PreviewMinimized, m_state.language);
+    // The first capture of a window on the screen is still to come.
+    if (window.isOnScreen && !m_parts->previewCaptures.wasTried(window.id))
+        return std::nullopt;
+    return KelpaCopy::text(CopyKey::PreviewNotYet, m_state.language);
 }
 
 void WindowStore::requestPermissions()

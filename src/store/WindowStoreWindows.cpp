@@ -43,8 +43,7 @@ void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
     state.assignWindows(discovered);
     selection.reconcileWithWindows();
     launches.finishPass();
-    if (passes.takeRerunRequest())
-        store.refreshInBackground();
+    captureFirst();
 }
 
 void WindowStore::Parts::migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered)

@@ -23,26 +23,62 @@
 
 namespace kelpa::test {
 
-/// Forwards everything and counts discovery passes.
+/// How many calls of one kind there were. Any thread.
+class CallCount
+{
+public:
+    /// A call that begins now and lasts as long as this.
+    class Call
+    {
+    public:
+        explicit Call(CallCount& count) : m_count(count)
+        {
+            ++m_count.m_begun;
+            const int now = ++m_count.m_running;
+            int most = m_count.m_most;
+            while (most < now && !m_count.m_most.compare_exchange_weak(most, now)) {
+            }
+        }
+        Call(const Call&) = delete;
+        Call& operator=(const Call&) = delete;
+        ~Call() { --m_count.m_running; }
+
+    private:
+        CallCount& m_count;
+    };
+
+    int begun() const { return m_begun; }
+    int running() const { return m_running; }
+    /// The most that ever ran at once.
+    int most() const { return m_most; }
+
+private:
+    std::atomic<int> m_begun = 0;
+    std::atomic<int> m_running = 0;
+    std::atomic<int> m_most = 0;
+};
+
+/// Forwards everything and counts discovery passes and captures.
 class CountingWindowServer : public WindowServer
 {
 public:
     explicit CountingWindowServer(WindowServer& server) : m_server(server) {}
 
-    /// Any thread.
-    int discoveryPasses() const { return m_discoveryPasses; }
+    const CallCount& passes() const { return m_passes; }
+    const CallCount& captures() const { return m_captures; }
 
     bool isScreenCaptureTrusted() const override { return m_server.isScreenCaptureTrusted(); }
     Obstacle screenCaptureObstacle() const override { return m_server.screenCaptureObstacle(); }
     bool requestScreenCapture() override { return m_server.requestScreenCapture(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override
     {
-        ++m_discoveryPasses;
+        const CallCount::Call call(m_passes);
         return m_server.openDiscoverySource();
     }
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override
     {
+        const CallCount::Call call(m_captures);
         return m_server.captureWindow(request, stop);
     }
     std::unique_ptr<Subscription> watchWindows(std::function<void()> changed) override
@@ -52,15 +88,35 @@ public:
 
 private:
     WindowServer& m_server;
-    std::atomic<int> m_discoveryPasses = 0;
+    CallCount m_passes;
+    CallCount m_captures;
 };
 
-/// Makes the board list the test's own windows, which stand for another program's.
+/// Makes the board list the test's own windows, which stand for another program's. Launches
+/// nothing, and counts what reaches the applications.
 class ForeignApplications : public x11::X11Applications
 {
 public:
     using X11Applications::X11Applications;
     ProcessID currentProcess() const override { return 0; }
+    bool isRunning(ProcessID process) override
+    {
+        const CallCount::Call call(m_queries);
+        return X11Applications::isRunning(process);
+    }
+    std::optional<Launch> launch(LaunchableApplication /*application*/) override
+    {
+        const CallCount::Call call(m_launches);
+        return std::nullopt;
+    }
+
+    const CallCount& launches() const { return m_launches; }
+    /// The first question to an application that is to come forward or to quit.
+    const CallCount& queries() const { return m_queries; }
+
+private:
+    CallCount m_launches;
+    CallCount m_queries;
 };
 
 /// Shut the scheduler down before destroying it: no background work may run then.
@@ -79,7 +135,9 @@ public:
     /// Opens and closes a store on the same platform.
     void openStore();
     void closeStore() { m_store.reset(); }
-    int discoveryPasses() const { return m_countingServer.discoveryPasses(); }
+    int discoveryPasses() const { return m_countingServer.passes().begun(); }
+    const CountingWindowServer& server() const { return m_countingServer; }
+    const ForeignApplications& applications() const { return m_applications; }
 
     /// The listed window with `title`; absent when none or several have it.
     std::optional<WindowItem> window(const QString& title) const;

@@ -82,6 +82,10 @@ TEST_F(PreviewPermissions, A_card_without_a_preview_says_why)
     desktop.onScreen.remove(3);
     desktop.accessibilityWindows[101]->front().isMinimized = true;
     store().refresh();
+    EXPECT_EQ(store().previewMessage(listed(1)), std::nullopt) << "it was not tried yet";
+    desktop.captureSizes.remove(1);
+    for (int i = 0; i < 3; ++i)
+        tick();
     EXPECT_EQ(store().previewMessage(listed(1)),
               QStringLiteral("This window cannot be captured yet"));
     EXPECT_EQ(store().previewMessage(listed(2)),
@@ -89,6 +93,7 @@ TEST_F(PreviewPermissions, A_card_without_a_preview_says_why)
     EXPECT_EQ(store().previewMessage(listed(3)),
               QStringLiteral("This window cannot be captured yet"));
     const WindowItem first = listed(1);
+    desktop.captureSizes.insert(1, {640, 480});
     for (int i = 0; i < 3; ++i)
         tick();
     EXPECT_EQ(store().previewMessage(first), std::nullopt);

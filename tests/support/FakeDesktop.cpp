@@ -181,6 +181,8 @@ std::optional<WindowCapture> FakeDesktop::captureWindow(const CaptureRequest& re
     unchangedWindows.insert(request.window);
     QImage image(size->boundedTo(request.largest), QImage::Format_RGB32);
     image.fill(Qt::red);
+    if (!blankWindows.contains(request.window))
+        image.setPixel(0, 0, qRgb(0, 0, 255));
     return WindowCapture{image, *size};
 }
 

@@ -56,8 +56,11 @@ public:
     bool isScreenCaptureGranted = true;
     /// Called once the full list has been read, in the middle of a pass.
     std::function<void()> inTheMiddleOfAPass;
-    /// Sizes of the captures of windows, which are red; a window without one cannot be captured.
+    /// Sizes of the captures of windows, which are red but for one pixel in a corner; a window
+    /// without one cannot be captured.
     QHash<WindowID, QSize> captureSizes;
+    /// Windows whose captures are red altogether, as if they had not drawn themselves yet.
+    QSet<WindowID> blankWindows;
     /// Windows whose contents have not changed since their last capture. A capture adds its window,
     /// whether or not the result is used; removing a window changes its contents.
     QSet<WindowID> unchangedWindows;

@@ -22,10 +22,12 @@ struct ManualScheduler::Item
     std::function<void()> work;
     BackgroundWork background;
     std::stop_source stop;
+    bool hasBegun = false;
+    bool isFinishing = false;
     bool isCancelled = false;
 };
 
-class ManualScheduler::Handle : public ScheduledWork
+class ManualScheduler::Handle final : public ScheduledWork
 {
 public:
     Handle(std::shared_ptr<Item> item, const std::shared_ptr<Items>& items)
@@ -34,10 +36,19 @@ public:
     ~Handle() override
     {
         m_item->isCancelled = true;
+        requestStop();
+    }
+
+    bool requestStop() override
+    {
         m_item->stop.request_stop();
+        if (m_item->hasBegun)
+            return true;
         if (const std::shared_ptr<Items> items = m_items.lock())
             items->remove(m_item);
+        return false;
     }
+
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
 
@@ -77,9 +88,9 @@ TaskHandle ManualScheduler::after(Duration delay, std::function<void()> work)
     return add(std::move(item));
 }
 
-TaskHandle ManualScheduler::startInBackground(BackgroundWork work)
+TaskHandle ManualScheduler::startInBackground(BackgroundWork work, WorkPriority priority)
 {
-    ++m_backgroundStarted;
+    m_startedPriorities.push_back(priority);
     auto item = std::make_shared<Item>();
     item->due = m_elapsed;
     item->background = std::move(work);
@@ -89,8 +100,8 @@ TaskHandle ManualScheduler::startInBackground(BackgroundWork work)
 TaskHandle ManualScheduler::startAndWait(Duration /*limit*/, BackgroundWork work)
 {
     if (m_isHoldingBackground)
-        return startInBackground(std::move(work));
-    ++m_backgroundStarted;
+        return startInBackground(std::move(work), WorkPriority::normal);
+    m_startedPriorities.push_back(WorkPriority::normal);
     const std::stop_source stop;
     work(stop.get_token())();
     return nullptr;
@@ -108,7 +119,8 @@ ManualScheduler::nextDue(std::chrono::milliseconds until) const
 {
     std::shared_ptr<Item> next;
     for (const std::shared_ptr<Item>& item : *m_items) {
-        if (item->due > until || (item->background && m_isHoldingBackground))
+        const bool isHeld = m_isHoldingBackground || item->hasBegun;
+        if (item->due > until || (item->background && isHeld))
             continue;
         if (!next || std::tuple(item->due, item->sequence) < std::tuple(next->due, next->sequence))
             next = item;
@@ -122,10 +134,7 @@ void ManualScheduler::advance(Duration duration)
     while (const std::shared_ptr<Item> item = nextDue(until)) {
         m_elapsed = std::max(m_elapsed, item->due);
         if (item->background) {
-            m_items->remove(item);
-            const std::function<void()> completion = item->background(item->stop.get_token());
-            if (!item->isCancelled)
-                completion();
+            finish(item);
             continue;
         }
         if (item->interval.count() > 0)
@@ -141,13 +150,28 @@ void ManualScheduler::runBackgroundWork()
 {
     std::vector<std::shared_ptr<Item>> inFlight;
     std::ranges::copy_if(*m_items, std::back_inserter(inFlight),
-                         [](const auto& item) { return item->background != nullptr; });
-    for (const std::shared_ptr<Item>& item : inFlight) {
-        m_items->remove(item);
-        const std::function<void()> completion = item->background(item->stop.get_token());
-        if (!item->isCancelled)
-            completion();
-    }
+                         [](const auto& item) { return item->background && !item->isFinishing; });
+    for (const std::shared_ptr<Item>& item : inFlight)
+        finish(item);
+}
+
+void ManualScheduler::finish(const std::shared_ptr<Item>& item)
+{
+    // Cancelled by work that was finished before it.
+    if (!item->hasBegun && item->stop.stop_requested())
+        return;
+    item->hasBegun = true;
+    item->isFinishing = true;
+    const std::function<void()> completion = item->background(item->stop.get_token());
+    m_items->remove(item);
+    if (!item->isCancelled)
+        completion();
+}
+
+void ManualScheduler::hangBackgroundWork()
+{
+    for (const std::shared_ptr<Item>& item : *m_items)
+        item->hasBegun = item->background != nullptr;
 }
 
 int ManualScheduler::backgroundWorkInFlight() const

@@ -148,6 +148,11 @@ public:
     {
         for (const WindowItem& window : m_store.windows())
             m_desktop.captureSizes.insert(window.id, {640, 480});
+        captureInVain();
+    }
+    /// As `capture`, but a window that could not be captured until now still cannot.
+    Q_INVOKABLE void captureInVain()
+    {
         m_store.refreshPreviews(m_scheduler.now());
         runPending();
     }

@@ -25,14 +25,23 @@ _NUMBER = "_KELPA_WINDOW_NUMBER"
 
 
 def _open_windows(desktop, count):
-    """Plain windows, each in a colour of its own."""
+    """Windows with stripes, each in a colour of its own: a plain one would pass for not drawn yet."""
     from Xlib import X
 
+    root = desktop.x.screen().root
     windows = []
     for index in range(count):
-        window = desktop.x.screen().root.create_window(
+        color = (index * 2654435761) & 0xFFFFFF
+        stripes = root.create_pixmap(128, 128, desktop.x.screen().root_depth)
+        context = stripes.create_gc(foreground=color)
+        stripes.fill_rectangle(context, 0, 0, 128, 128)
+        context.change(foreground=color ^ 0xFFFFFF)
+        stripes.fill_rectangle(context, 0, 0, 128, 64)
+        window = root.create_window(
             index * 7 % 400, index * 11 % 300, _WIDTH, _HEIGHT, 0, X.CopyFromParent,
-            background_pixel=(index * 2654435761) & 0xFFFFFF)
+            background_pixmap=stripes)
+        context.free()
+        stripes.free()
         window.set_wm_name(f"Window {index}")
         window.set_wm_class("bench", "Bench")
         window.map()

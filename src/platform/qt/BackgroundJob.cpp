@@ -9,8 +9,12 @@ namespace kelpa {
 
 void BackgroundJob::run()
 {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_hasBegun = m_mayBegin;
+    }
     Completion completion;
-    if (!m_stop.stop_requested())
+    if (m_hasBegun)
         completion = m_work(m_stop.get_token());
     const std::lock_guard lock(m_mutex);
     m_completion = std::move(completion);
@@ -34,8 +38,27 @@ void BackgroundJob::deliver()
         m_work = nullptr;
     }
     // Outside the lock, since it may start, cancel and await other work.
-    if (completion && !m_stop.stop_requested())
+    if (completion && !m_isCancelled)
         completion();
+}
+
+bool BackgroundJob::requestStop()
+{
+    bool hasBegun = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_mayBegin = false;
+        hasBegun = m_hasBegun;
+    }
+    // Outside the lock, since the work may have functions called on a stop.
+    m_stop.request_stop();
+    return hasBegun;
+}
+
+void BackgroundJob::cancel()
+{
+    m_isCancelled = true;
+    requestStop();
 }
 
 int FinishedJobQueue::eventType()

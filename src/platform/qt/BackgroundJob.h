@@ -22,7 +22,7 @@ public:
 
     explicit BackgroundJob(Work work) : m_work(std::move(work)) {}
 
-    /// Worker thread: does the work unless it was cancelled before.
+    /// Worker thread: does the work unless it was cancelled or asked to stop before.
     void run();
 
     /// Main thread: waits up to `limit`; true when the work has finished.
@@ -32,15 +32,22 @@ public:
     /// cancelled.
     void deliver();
 
+    /// Main thread. As `ScheduledWork::requestStop`.
+    bool requestStop();
+
     /// Main thread. The function objects live until the job is back on the main thread.
-    void cancel() { m_stop.request_stop(); }
+    void cancel();
 
 private:
     Work m_work;
     std::stop_source m_stop;
+    /// Used on the main thread only.
+    bool m_isCancelled = false;
     std::mutex m_mutex;
     std::condition_variable m_finishing;
     Completion m_completion;
+    bool m_hasBegun = false;
+    bool m_mayBegin = true;
     bool m_isFinished = false;
 };
 

@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace kelpa {
@@ -32,6 +33,13 @@ public:
         m_timer->deleteLater();
     }
 
+    bool requestStop() override
+    {
+        if (m_timer)
+            m_timer->stop();
+        return false;
+    }
+
 private:
     /// Owned by the scheduler's receiver, and destroyed with it.
     QPointer<QTimer> m_timer;
@@ -43,6 +51,7 @@ class JobHandle final : public ScheduledWork
 public:
     explicit JobHandle(std::shared_ptr<BackgroundJob> job) : m_job(std::move(job)) {}
     ~JobHandle() override { m_job->cancel(); }
+    bool requestStop() override { return m_job->requestStop(); }
 
 private:
     std::shared_ptr<BackgroundJob> m_job;
@@ -74,9 +83,10 @@ public:
     }
 };
 
-QtScheduler::QtScheduler()
+QtScheduler::QtScheduler(int niceness)
     : m_receiver(std::make_unique<Receiver>()),
-      m_finished(std::make_shared<FinishedJobQueue>(m_receiver.get())), m_pool(maxThreads)
+      m_finished(std::make_shared<FinishedJobQueue>(m_receiver.get())), m_pool(maxThreads),
+      m_utilityPool(maxUtilityThreads, niceness)
 {
     m_receiver->finished = m_finished;
 }
@@ -93,7 +103,11 @@ bool QtScheduler::shutDown()
             running->cancel();
     }
     m_finished->close();
-    return m_pool.finish(shutdownLimit);
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + shutdownLimit;
+    const bool hasEnded = m_pool.finish(shutdownLimit);
+    const auto left = std::chrono::duration_cast<Duration>(end - Clock::now());
+    return m_utilityPool.finish(std::max(left, Duration::zero())) && hasEnded;
 }
 
 QtScheduler::Time QtScheduler::now() const
@@ -132,11 +146,12 @@ TaskHandle QtScheduler::startTimer(Duration interval, bool isRepeating,
     return std::make_unique<TimerHandle>(timer, std::move(held));
 }
 
-std::shared_ptr<BackgroundJob> QtScheduler::start(BackgroundWork work)
+std::shared_ptr<BackgroundJob> QtScheduler::start(BackgroundWork work, WorkPriority priority)
 {
     auto job = std::make_shared<BackgroundJob>(std::move(work));
     m_receiver->remember(job);
-    m_pool.start([running = job, finished = m_finished]() mutable {
+    WorkerPool& pool = priority == WorkPriority::utility ? m_utilityPool : m_pool;
+    pool.start([running = job, finished = m_finished]() mutable {
         running->run();
         // Moved, so that its functions are destroyed on the main thread.
         finished->add(std::move(running));
@@ -144,14 +159,14 @@ std::shared_ptr<BackgroundJob> QtScheduler::start(BackgroundWork work)
     return job;
 }
 
-TaskHandle QtScheduler::startInBackground(BackgroundWork work)
+TaskHandle QtScheduler::startInBackground(BackgroundWork work, WorkPriority priority)
 {
-    return std::make_unique<JobHandle>(start(std::move(work)));
+    return std::make_unique<JobHandle>(start(std::move(work), priority));
 }
 
 TaskHandle QtScheduler::startAndWait(Duration limit, BackgroundWork work)
 {
-    std::shared_ptr<BackgroundJob> job = start(std::move(work));
+    std::shared_ptr<BackgroundJob> job = start(std::move(work), WorkPriority::normal);
     if (!job->waitFor(limit))
         return std::make_unique<JobHandle>(std::move(job));
     job->deliver();

@@ -25,8 +25,14 @@ public:
     /// Jobs that run at once; further ones are queued. More than Kelpa starts, so that a stuck one
     /// does not hold up the others.
     static constexpr int maxThreads = 8;
+    /// The same for jobs of utility priority, which have threads of their own: a capture and a
+    /// discovery pass.
+    static constexpr int maxUtilityThreads = 2;
+    /// How much nicer than the main thread these are. The kernel gives such a thread a tenth of the
+    /// share of another that wants to run.
+    static constexpr int utilityNiceness = 10;
 
-    QtScheduler();
+    explicit QtScheduler(int niceness = utilityNiceness);
     ~QtScheduler() override;
 
     /// Cancels all background work and waits for running work, at most `shutdownLimit`; nothing can
@@ -40,7 +46,7 @@ public:
     [[nodiscard]] TaskHandle after(Duration delay, std::function<void()> work) override;
 
 protected:
-    TaskHandle startInBackground(BackgroundWork work) override;
+    TaskHandle startInBackground(BackgroundWork work, WorkPriority priority) override;
     /// Blocks the main thread without running its event loop.
     TaskHandle startAndWait(Duration limit, BackgroundWork work) override;
 
@@ -48,11 +54,12 @@ private:
     class Receiver;
 
     TaskHandle startTimer(Duration interval, bool isRepeating, std::function<void()> callback);
-    std::shared_ptr<BackgroundJob> start(BackgroundWork work);
+    std::shared_ptr<BackgroundJob> start(BackgroundWork work, WorkPriority priority);
 
     std::unique_ptr<Receiver> m_receiver;
     std::shared_ptr<FinishedJobQueue> m_finished;
     WorkerPool m_pool;
+    WorkerPool m_utilityPool;
 };
 
 } // namespace kelpa

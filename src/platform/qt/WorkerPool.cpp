@@ -1,5 +1,7 @@
 #include "platform/qt/WorkerPool.h"
 
+#include <sys/resource.h>
+
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -11,6 +13,7 @@ namespace kelpa {
 struct WorkerPool::State
 {
     int maxThreads;
+    int niceness;
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<std::function<void()>> tasks;
@@ -18,10 +21,24 @@ struct WorkerPool::State
     int idleThreads = 0;
     bool isEnding = false;
 
-    explicit State(int max) : maxThreads(max) {}
+    State(int max, int nice) : maxThreads(max), niceness(nice) {}
 };
 
-WorkerPool::WorkerPool(int maxThreads) : m_state(std::make_shared<State>(maxThreads)) {}
+namespace {
+
+/// Makes this thread nicer. It stays so: a thread may not take back its niceness.
+void becomeNicer(int by)
+{
+    // On Linux a thread has a niceness of its own, and 0 is the calling one.
+    if (by != 0)
+        setpriority(PRIO_PROCESS, 0, getpriority(PRIO_PROCESS, 0) + by);
+}
+
+} // namespace
+
+WorkerPool::WorkerPool(int maxThreads, int niceness)
+    : m_state(std::make_shared<State>(maxThreads, niceness))
+{}
 
 WorkerPool::~WorkerPool()
 {
@@ -47,6 +64,7 @@ void WorkerPool::start(std::function<void()> task)
 
 void WorkerPool::work(const std::shared_ptr<State>& state)
 {
+    becomeNicer(state->niceness);
     std::unique_lock lock(state->mutex);
     for (;;) {
         ++state->idleThreads;

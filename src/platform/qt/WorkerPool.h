@@ -13,8 +13,9 @@ namespace kelpa {
 class WorkerPool final : public Workers
 {
 public:
-    /// Runs up to `maxThreads` tasks at once; creates threads on demand.
-    explicit WorkerPool(int maxThreads);
+    /// Runs up to `maxThreads` tasks at once; creates threads on demand. They are nicer than the
+    /// thread that starts a task by `niceness`, as far as the kernel goes: 19 at most.
+    explicit WorkerPool(int maxThreads, int niceness = 0);
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
     /// Drops queued tasks, and does not wait for running ones.

@@ -4,7 +4,7 @@
 #include "model/WindowItem.h"
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
-#include "platform/Scheduler.h"
+#include "platform/TaskQueue.h"
 
 #include <QList>
 
@@ -22,14 +22,9 @@ public:
     void enqueue(const QList<WindowItem>& windows);
 
 private:
-    void startNext();
-
     Applications& m_applications;
     Accessibility& m_accessibility;
-    Scheduler& m_scheduler;
-    QList<QList<WindowItem>> m_queue;
-    /// The activation under way.
-    TaskHandle m_activation;
+    TaskQueue m_queue;
 };
 
 } // namespace kelpa

@@ -1,7 +1,5 @@
 #include "store/desktop/DiscoveryPasses.h"
 
-#include "windows/WindowDiscovery.h"
-
 #include <chrono>
 #include <memory>
 #include <utility>
@@ -31,41 +29,44 @@ auto passOver(WindowServer& server, ProcessID ownProcess, DiscoveryPasses::ReadA
 } // namespace
 
 DiscoveryPasses::DiscoveryPasses(WindowServer& server, const Applications& applications,
-                                 Scheduler& scheduler, Finished finished)
-    : m_server(server), m_applications(applications), m_scheduler(scheduler),
-      m_finished(std::move(finished))
+                                 Scheduler& scheduler, Finished finished, RerunDue rerunDue)
+    : m_server(server), m_applications(applications), m_finished(std::move(finished)),
+      m_rerunDue(std::move(rerunDue)), m_pass(scheduler)
 {}
 
 void DiscoveryPasses::runNow()
 {
     cancel();
-    m_pass = m_scheduler.inBackgroundAndWait(
+    if (isUnderWay()) {
+        requestRerun();
+        return;
+    }
+    m_pass.startAndWait(
         waitLimit, passOver(m_server, m_applications.currentProcess(), ReadAccess::granted),
-        [this](const WindowDiscoveryBatch& batch) { finish(batch.windows); });
+        [this](const std::optional<WindowDiscoveryBatch>& batch) { finish(batch); });
 }
 
 void DiscoveryPasses::runInBackground(ReadAccess access)
 {
-    m_pass = m_scheduler.inBackground(
+    m_pass.start(
         passOver(m_server, m_applications.currentProcess(), access),
-        [this](const WindowDiscoveryBatch& batch) { finish(batch.windows); });
+        [this](const std::optional<WindowDiscoveryBatch>& batch) { finish(batch); },
+        WorkPriority::utility);
 }
 
 void DiscoveryPasses::cancel()
 {
-    m_pass.reset();
+    m_pass.discard();
     m_isRerunRequested = false;
 }
 
-bool DiscoveryPasses::takeRerunRequest()
+void DiscoveryPasses::finish(const std::optional<WindowDiscoveryBatch>& batch)
 {
-    return std::exchange(m_isRerunRequested, false);
-}
-
-void DiscoveryPasses::finish(const QList<WindowItem>& windows)
-{
-    m_pass.reset();
-    m_finished(windows);
+    const bool isRerunDue = std::exchange(m_isRerunRequested, false);
+    if (batch)
+        m_finished(batch->windows);
+    if (isRerunDue)
+        m_rerunDue();
 }
 
 } // namespace kelpa

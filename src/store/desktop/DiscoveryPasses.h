@@ -3,17 +3,21 @@
 
 #include "model/WindowItem.h"
 #include "platform/Applications.h"
+#include "platform/ExclusiveTask.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
+#include "windows/WindowDiscovery.h"
 
 #include <QList>
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace kelpa {
 
-/// Main thread; the passes themselves run in the background.
+/// Main thread; the passes themselves run in the background. A pass that the window server delays
+/// keeps its place until it returns, also when it was cancelled: the next one only follows it.
 class DiscoveryPasses
 {
 public:
@@ -21,33 +25,35 @@ public:
     enum class ReadAccess : std::uint8_t { denied, granted };
     /// Receives the windows that the pass found. A cancelled pass does not report.
     using Finished = std::function<void(const QList<WindowItem>& windows)>;
+    /// Called after a pass has ended during which another one was requested.
+    using RerunDue = std::function<void()>;
 
     /// The arguments outlive this; a pass may use `server` for as long as `Scheduler` says.
     DiscoveryPasses(WindowServer& server, const Applications& applications, Scheduler& scheduler,
-                    Finished finished);
+                    Finished finished, RerunDue rerunDue);
 
-    bool isUnderWay() const { return m_pass != nullptr; }
+    /// Whether a pass runs, perhaps a cancelled one.
+    bool isUnderWay() const { return m_pass.isTaken(); }
     /// Cancels the pass under way, starts another with access, and waits at most 12 ms for it: it
-    /// reports before this returns or, if the window server is slower, when it ends.
+    /// reports before this returns or, if the window server is slower, when it ends. Where the
+    /// cancelled pass still runs, the other one is requested as by `requestRerun`.
     void runNow();
-    /// Starts a pass; called only while none is under way.
+    /// Starts a pass of utility priority; called only while none is under way.
     void runInBackground(ReadAccess access);
     void cancel();
 
     /// The desktop has changed: asks for another pass after the one under way, if there is one,
     /// since it may have missed the change.
     void requestRerun() { m_isRerunRequested = isUnderWay(); }
-    /// Whether another pass was asked for, and resets that.
-    bool takeRerunRequest();
 
 private:
-    void finish(const QList<WindowItem>& windows);
+    void finish(const std::optional<WindowDiscoveryBatch>& batch);
 
     WindowServer& m_server;
     const Applications& m_applications;
-    Scheduler& m_scheduler;
     Finished m_finished;
-    TaskHandle m_pass;
+    RerunDue m_rerunDue;
+    ExclusiveTask m_pass;
     bool m_isRerunRequested = false;
 };
 

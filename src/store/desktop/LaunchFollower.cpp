@@ -21,7 +21,7 @@ LaunchFollower::LaunchFollower(Applications& applications, Scheduler& scheduler,
                                const QList<WindowItem>& windows, RequestPass requestPass,
                                Appeared appeared)
     : m_applications(applications), m_windows(windows), m_requestPass(std::move(requestPass)),
-      m_appeared(std::move(appeared)), m_tasks(scheduler)
+      m_appeared(std::move(appeared)), m_launches(scheduler), m_tasks(scheduler)
 {}
 
 void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
@@ -32,18 +32,18 @@ void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
     // Pending before anything is started, so that windows claimed by other launches are excluded.
     const Number number = ++m_lastNumber;
     m_pending.emplace(number, PendingLaunch{goalID, before, maxPolls});
-    m_tasks.inBackground([application, &applications = m_applications](
-                             const std::stop_token&) { return applications.launch(application); },
-                         [this, number](const std::optional<Launch>& launch) {
-                             if (!launch) {
-                                 m_pending.erase(number);
-                                 return;
-                             }
-                             m_pending.at(number).launch = *launch;
-                             pollLater(number);
-                             if (!launch->bundleIdentifier)
-                                 identify(number);
-                         });
+    m_launches.add([application, &applications = m_applications](
+                       const std::stop_token&) { return applications.launch(application); },
+                   [this, number](const std::optional<Launch>& launch) {
+                       if (!launch) {
+                           m_pending.erase(number);
+                           return;
+                       }
+                       m_pending.at(number).launch = *launch;
+                       pollLater(number);
+                       if (!launch->bundleIdentifier)
+                           identify(number);
+                   });
 }
 
 void LaunchFollower::identify(Number number)

@@ -6,6 +6,7 @@
 #include "platform/Applications.h"
 #include "platform/Scheduler.h"
 #include "platform/TaskGroup.h"
+#include "platform/TaskQueue.h"
 #include "store/desktop/PendingLaunch.h"
 
 #include <QList>
@@ -16,8 +17,9 @@
 
 namespace kelpa {
 
-/// Main thread. An application is launched in the background; then discovery passes are requested
-/// every quarter of a second, at most twenty. Of several launches each gets a window of its own.
+/// Main thread. Applications are launched in the background, one after the other; then discovery
+/// passes are requested every quarter of a second, at most twenty for each. Of several launches
+/// each gets a window of its own.
 class LaunchFollower
 {
 public:
@@ -53,6 +55,7 @@ private:
     Appeared m_appeared;
     std::map<Number, PendingLaunch> m_pending;
     Number m_lastNumber = 0;
+    TaskQueue m_launches;
     TaskGroup m_tasks;
 };
 

@@ -1,7 +1,10 @@
 #include "store/desktop/PreviewCaptures.h"
 
-#include <optional>
+#include "windows/BlankPicture.h"
+
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace kelpa {
 
@@ -10,16 +13,22 @@ namespace {
 /// How long captures pause after each movement of the board.
 constexpr Scheduler::Duration pauseLength = std::chrono::milliseconds(200);
 
+/// How many windows are prepared during the first pictures, besides the one that is captured. A
+/// window that others cover has to draw itself, which may take 150 ms: by eights, twenty windows
+/// take three times as long.
+constexpr std::size_t maxPreparedFirst = 7;
+
 PreviewCaptureBatch captured(WindowServer& server, const CaptureRequest& request,
                              const std::stop_token& stop)
 {
     PreviewCaptureBatch batch;
-    if (stop.stop_requested())
-        return batch;
-    const std::optional<WindowCapture> capture = server.captureWindow(request, stop);
-    if (capture && !capture->image.isNull())
-        batch.images.insert(request.window,
-                            {capture->image, previewDisplaySize(capture->pixelSize)});
+    if (!stop.stop_requested()) {
+        const std::optional<WindowCapture> capture = server.captureWindow(request, stop);
+        if (capture && !capture->image.isNull())
+            batch.images.insert(request.window,
+                                {capture->image, previewDisplaySize(capture->pixelSize)});
+    }
+    batch.wasStopped = stop.stop_requested();
     return batch;
 }
 
@@ -29,27 +38,62 @@ PreviewCaptures::PreviewCaptures(WindowServer& server, Scheduler& scheduler,
                                  const QList<WindowItem>& windows, const Previews& previews,
                                  Publish publish)
     : m_server(server), m_scheduler(scheduler), m_windows(windows), m_previews(previews),
-      m_publish(std::move(publish))
+      m_publish(std::move(publish)), m_capture(scheduler)
 {}
 
 void PreviewCaptures::captureNext(Scheduler::Time now)
 {
-    if (now < m_pausedUntil || m_capture)
+    if (now < m_pausedUntil || m_capture.isTaken())
         return;
     if (m_windows.isEmpty()) {
         m_cursor = 0;
-        m_publish({});
+        m_publish({}, Messages::same);
         return;
     }
-    const CaptureRequest request = nextRequest();
+    if (const std::optional<CaptureRequest> first = firstRequest())
+        start(*first);
+    else if (const auto again = m_firstPictures.blankOnce(m_windows, m_previews))
+        start({*again, m_pixels, CaptureNeed::always});
+    else
+        start(nextRequest());
+}
+
+void PreviewCaptures::noteInView(WindowID window)
+{
+    m_firstPictures.noteInView(window);
+}
+
+void PreviewCaptures::captureFirst(Scheduler::Time now)
+{
+    m_firstPictures.restrictTo(m_windows);
+    if (now < m_pausedUntil || m_capture.isTaken())
+        return;
+    if (const std::optional<CaptureRequest> first = firstRequest())
+        start(*first);
+}
+
+void PreviewCaptures::start(const CaptureRequest& request)
+{
     m_unapplied.insert(request.window);
-    m_capture = m_scheduler.inBackground(
-        [request, &server = m_server](const std::stop_token& stop) {
-            return captured(server, request, stop);
-        },
-        [this, window = request.window](const PreviewCaptureBatch& batch) {
-            finish(window, batch);
-        });
+    m_capture.start([request, &server = m_server](
+                        const std::stop_token& stop) { return captured(server, request, stop); },
+                    [this, request](std::optional<PreviewCaptureBatch> batch) {
+                        if (batch)
+                            finish(request, *std::move(batch));
+                        captureFirst(m_scheduler.now());
+                    },
+                    WorkPriority::utility);
+}
+
+std::optional<CaptureRequest> PreviewCaptures::firstRequest() const
+{
+    std::vector<WindowID> untried = m_firstPictures.untried(m_windows, m_previews);
+    if (untried.empty())
+        return std::nullopt;
+    const WindowID first = untried.front();
+    untried.erase(untried.begin());
+    untried.resize(std::min(untried.size(), maxPreparedFirst));
+    return CaptureRequest{first, m_pixels, CaptureNeed::always, std::move(untried)};
 }
 
 CaptureRequest PreviewCaptures::nextRequest()
@@ -63,20 +107,49 @@ CaptureRequest PreviewCaptures::nextRequest()
     return {window, m_pixels, need, windowsOfUpcomingTurns(turn, m_windows)};
 }
 
-void PreviewCaptures::finish(WindowID window, const PreviewCaptureBatch& batch)
+void PreviewCaptures::finish(const CaptureRequest& request, PreviewCaptureBatch batch)
 {
-    m_capture.reset();
+    const WindowID window = request.window;
+    const bool isTaken = !batch.images.isEmpty();
+    const bool isShown = isTaken && isShowable(window, batch.images.value(window).image);
+    if (!isShown)
+        batch.images.clear();
+    Messages messages = Messages::same;
+    // A minimised window is tried when it is on screen again.
+    if ((isShown || (!isTaken && !batch.wasStopped)) && isOnScreen(window)) {
+        const bool isKnown = m_previews.contains(window) || m_firstPictures.wasTried(window);
+        messages = isKnown ? Messages::same : Messages::changed;
+        m_firstPictures.noteTried(window);
+    }
     Previews previews = mergedPreviews(m_previews, batch.images, m_windows);
+    if (request.largest == m_pixels)
+        m_unapplied.remove(window);
     // A window without a preview is captured whatever was given last.
-    m_unapplied.remove(window);
     m_unapplied.removeIf([&previews](WindowID id) { return !previews.contains(id); });
-    m_publish(std::move(previews));
+    m_publish(std::move(previews), messages);
+}
+
+bool PreviewCaptures::isOnScreen(WindowID window) const
+{
+    return std::ranges::any_of(m_windows, [window](const WindowItem& each) {
+        return each.id == window && each.isOnScreen;
+    });
+}
+
+bool PreviewCaptures::isShowable(WindowID window, const QImage& picture)
+{
+    if (!isBlank(picture))
+        return true;
+    // The window was just unmapped, or has not drawn itself yet.
+    const auto shown = m_previews.constFind(window);
+    return shown != m_previews.constEnd() ? isBlank(shown->image)
+                                          : m_firstPictures.acceptsBlank(window);
 }
 
 void PreviewCaptures::pause(Scheduler::Time now)
 {
     m_pausedUntil = now + pauseLength;
-    cancel();
+    m_capture.requestStop();
 }
 
 void PreviewCaptures::setPixels(const QSize& pixels)
@@ -85,14 +158,15 @@ void PreviewCaptures::setPixels(const QSize& pixels)
         return;
     m_pixels = pixels;
     // The capture under way has the former size.
-    cancel();
+    m_capture.requestStop();
     for (auto preview = m_previews.keyBegin(); preview != m_previews.keyEnd(); ++preview)
         m_unapplied.insert(*preview);
 }
 
 void PreviewCaptures::cancel()
 {
-    m_capture.reset();
+    m_capture.discard();
+    m_firstPictures = {};
 }
 
 } // namespace kelpa

@@ -43,6 +43,11 @@ QString WindowController::windowDragText(quint32 windowID) const
     return dragText(windowID);
 }
 
+void WindowController::noteWindowInView(WindowID windowID)
+{
+    m_store.noteWindowInView(windowID);
+}
+
 QImage WindowController::preview(WindowID windowID) const
 {
     return m_store.previews().value(windowID).image;

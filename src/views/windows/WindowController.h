@@ -44,6 +44,8 @@ public:
     /// The text that a drag of the window carries.
     Q_INVOKABLE QString windowDragText(quint32 windowID) const;
 
+    /// A card of the window has come into view.
+    void noteWindowInView(WindowID windowID);
     /// The latest picture of a window, shared with the store; null without one.
     QImage preview(WindowID windowID) const;
 

@@ -35,6 +35,7 @@ void WindowPreview::setWindows(WindowController* windows)
     m_windows = windows;
     Q_EMIT windowsChanged();
     update();
+    requestPicture();
 }
 
 void WindowPreview::setWindowID(double windowID)
@@ -45,6 +46,7 @@ void WindowPreview::setWindowID(double windowID)
     m_windowID = number;
     Q_EMIT windowIDChanged();
     update();
+    requestPicture();
 }
 
 void WindowPreview::setRevision(double revision)
@@ -54,6 +56,7 @@ void WindowPreview::setRevision(double revision)
     m_revision = revision;
     Q_EMIT revisionChanged();
     update();
+    requestPicture();
 }
 
 void WindowPreview::setRadius(qreal radius)
@@ -84,6 +87,14 @@ void WindowPreview::itemChange(ItemChange change, const ItemChangeData& value)
     if (change == ItemVisibleHasChanged || change == ItemDevicePixelRatioHasChanged)
         update();
     QQuickItem::itemChange(change, value);
+    if (change == ItemSceneChange)
+        requestPicture();
+}
+
+void WindowPreview::requestPicture()
+{
+    if (m_windows != nullptr && window() != nullptr && m_windowID != 0 && m_revision == 0)
+        m_windows->noteWindowInView(m_windowID);
 }
 
 } // namespace kelpa

@@ -14,8 +14,9 @@ namespace kelpa {
 QImage roundedPicture(const QImage& image, QSize size, qreal radius);
 
 /// Stretches the picture to the item. It holds no picture of its own: the texture is as large as
-/// the item, is made when `revision` changes, and is released while the item is not visible. Main
-/// thread.
+/// the item, is made when `revision` changes, and is released while the item is not visible. In a
+/// scene, where lists put the items of rows in view only, it asks for the picture that its window
+/// does not have yet. Main thread.
 class WindowPreview : public QQuickItem
 {
     Q_OBJECT
@@ -53,6 +54,9 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 private:
+    /// Asks for a picture, which the window has none of while `revision` is 0.
+    void requestPicture();
+
     QPointer<WindowController> m_windows;
     WindowID m_windowID = 0;
     double m_revision = 0;

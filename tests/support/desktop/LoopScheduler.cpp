@@ -35,6 +35,11 @@ public:
     TimerWork(const TimerWork&) = delete;
     TimerWork& operator=(const TimerWork&) = delete;
     ~TimerWork() override { m_timer->stop(); }
+    bool requestStop() override
+    {
+        m_timer->stop();
+        return false;
+    }
 
 private:
     Deferred<QTimer> m_timer{std::make_unique<QTimer>().release()};
@@ -57,6 +62,12 @@ public:
         m_thread.request_stop();
         m_thread.join();
         QCoreApplication::removePostedEvents(m_context.get());
+    }
+
+    bool requestStop() override
+    {
+        m_thread.request_stop();
+        return true;
     }
 
 private:
@@ -86,14 +97,14 @@ TaskHandle LoopScheduler::after(Duration delay, std::function<void()> work)
     return std::make_unique<TimerWork>(delay, true, work);
 }
 
-TaskHandle LoopScheduler::startInBackground(BackgroundWork work)
+TaskHandle LoopScheduler::startInBackground(BackgroundWork work, WorkPriority /*priority*/)
 {
     return std::make_unique<ThreadWork>(std::move(work));
 }
 
 TaskHandle LoopScheduler::startAndWait(Duration, BackgroundWork work)
 {
-    return startInBackground(std::move(work));
+    return startInBackground(std::move(work), WorkPriority::normal);
 }
 
 } // namespace kelpa::test

@@ -16,7 +16,7 @@ public:
     [[nodiscard]] TaskHandle after(Duration delay, std::function<void()> work) override;
 
 protected:
-    TaskHandle startInBackground(BackgroundWork work) override;
+    TaskHandle startInBackground(BackgroundWork work, WorkPriority priority) override;
     TaskHandle startAndWait(Duration limit, BackgroundWork work) override;
 };
 
@@ -31,7 +31,10 @@ public:
 
 private:
     class Never : public ScheduledWork
-    {};
+    {
+    public:
+        bool requestStop() override { return false; }
+    };
 };
 
 } // namespace kelpa::test

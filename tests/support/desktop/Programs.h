@@ -45,6 +45,7 @@ public:
 
     /// As in the DISPLAY variable.
     const QByteArray& display() const { return m_display; }
+    qint64 processID() const { return m_process.processId(); }
     void kill();
 
 private:

@@ -200,6 +200,10 @@ TEST_F(BoardColumns, A_card_says_why_it_has_no_picture)
     const BoardColumnModel model(store());
     WindowListModel* const cards = model.windows(std::nullopt);
     EXPECT_EQ(value(*cards, 0, "previewRevision").toLongLong(), 0);
+    EXPECT_EQ(value(*cards, 0, "previewMessage").toString(), QString());
+    store().refreshPreviews(scheduler.now());
+    scheduler.advance(std::chrono::milliseconds(0));
+    EXPECT_EQ(value(*cards, 0, "previewRevision").toLongLong(), 0);
     EXPECT_EQ(value(*cards, 0, "previewMessage").toString(),
               QStringLiteral("This window cannot be captured yet"));
     store().setLanguage(AppLanguage::german);

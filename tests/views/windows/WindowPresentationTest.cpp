@@ -54,6 +54,9 @@ TEST_F(WindowPresentations, A_window_without_a_picture_has_a_message_and_with_on
     EXPECT_EQ(presentation().id, 7U);
     EXPECT_EQ(presentation().title, QStringLiteral("Window"));
     EXPECT_EQ(presentation().previewRevision, 0);
+    EXPECT_EQ(presentation().previewMessage, QString());
+    store().refreshPreviews(scheduler.now());
+    scheduler.advance(0ms);
     EXPECT_EQ(presentation().previewMessage, QStringLiteral("This window cannot be captured yet"));
     desktop.captureSizes.insert(7, {640, 480});
     store().refreshPreviews(scheduler.now());

@@ -115,6 +115,33 @@ TEST_F(Pictures, Only_a_new_picture_of_the_same_window_is_drawn_again)
     EXPECT_EQ(preview.paints, before + 1);
 }
 
+TEST_F(Pictures, A_window_that_comes_into_view_gets_its_picture_at_once)
+{
+    store().startObserving();
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.captured, QList<WindowID>{7});
+    preview.setRevision(1);
+    preview.setWindowID(8);
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.captured, QList<WindowID>{7}) << "it has one, as far as the item knows";
+    preview.setRevision(0);
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{7, 8}));
+}
+
+TEST_F(Pictures, An_item_that_is_put_away_asks_for_no_picture)
+{
+    preview.setParentItem(nullptr);
+    store().startObserving();
+    scheduler.advance(0ms);
+    preview.setWindowID(8);
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.captured, QList<WindowID>{7});
+    preview.setParentItem(window.contentItem());
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{7, 8}));
+}
+
 TEST(RoundedPicture, Stretches_to_the_size_and_leaves_the_corners_free)
 {
     QImage image(640, 480, QImage::Format_RGB32);

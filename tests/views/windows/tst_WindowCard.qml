@@ -88,6 +88,9 @@ Item {
         function test_a_card_shows_a_message_and_then_the_preview() {
             world.addWindow(11, "Fresh");
             tryVerify(() => card("Fresh") !== null);
+            compare(card("Fresh").previewMessage, "");
+            world.captureInVain();
+            tryVerify(() => card("Fresh") !== null);
             compare(card("Fresh").previewMessage, "This window cannot be captured yet");
             for (let i = 0; i < 3; ++i)
                 world.capture();
