@@ -30,8 +30,8 @@ struct FileContents
     std::optional<SettingsError> error;
 };
 
-/// Main thread. A function that returns an error has changed nothing in the file. No function waits
-/// for another process's lock longer than `maxWait` in total.
+/// One thread at a time. A function that returns an error has changed nothing in the file. No
+/// function waits for another process's lock longer than `maxWait` in total.
 class SqliteFile
 {
 public:

@@ -59,16 +59,36 @@ bool SqliteSettingsStore::write(const std::vector<SettingsEntry>& entries)
 bool SqliteSettingsStore::copyAside(const QString& key)
 {
     const std::optional<SettingsValue> present = value(key);
-    if (!present)
-        return true;
+    return !present || copyAside(key, *present);
+}
+
+bool SqliteSettingsStore::copyAside(const QString& key, const SettingsValue& present)
+{
     // A value that fails to decode at every start is copied only once.
     const QString prefix = asidePrefix(key);
     for (auto copy = m_stored.lowerBound(prefix);
          copy != m_stored.end() && copy.key().startsWith(prefix); ++copy) {
-        if (copy.value() == *present)
+        if (copy.value() == present)
             return true;
     }
-    return write({{asideKey(key), *present}});
+    return write({{asideKey(key), present}});
+}
+
+SettingsValues SqliteSettingsStore::values() const
+{
+    SettingsValues all = m_stored;
+    all.insert(m_pending);
+    return all;
+}
+
+void SqliteSettingsStore::noteRead(const SettingsValues& read)
+{
+    for (const auto& [key, value] : read.asKeyValueRange()) {
+        const auto stored = m_stored.constFind(key);
+        // The file may have been opened anew since.
+        if (stored != m_stored.constEnd() && *stored == value)
+            m_unseen.remove(key);
+    }
 }
 
 bool SqliteSettingsStore::flush()
@@ -93,7 +113,7 @@ bool SqliteSettingsStore::flush()
         m_reporter.report(*error);
     else if (m_file)
         m_reporter.recovered();
-    return m_isLoaded && m_pending.isEmpty();
+    return isSaved();
 }
 
 std::optional<SettingsError> SqliteSettingsStore::connect()
