@@ -35,6 +35,8 @@ enum class CopyKey {
     AccessibilityNeeded,
     AccessibilityText,
     OpenSystemSettings,
+    // Notice of a slow disk.
+    StillSaving,
     // Board and add-goal sheet.
     Board,
     Goals,
