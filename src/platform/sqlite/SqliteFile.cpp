@@ -23,12 +23,15 @@ constexpr qint64 formatVersion = 1;
 /// writes whole values of a megabyte, so large pages save copying and checksums. Freed pages are
 /// not zeroed, which some builds of SQLite do by default and which doubles the bytes written.
 /// Changed pages stay in memory until the transaction ends, since spilled ones would be written
-/// twice. The write-ahead log grows to several saves of a large board before a checkpoint, and is
-/// then overwritten from its beginning, which costs a tenth of extending a file.
+/// twice.
 constexpr std::array durability{
-    "PRAGMA page_size = 16384",     "PRAGMA journal_mode = WAL",  "PRAGMA synchronous = FULL",
-    "PRAGMA secure_delete = FALSE", "PRAGMA cache_spill = FALSE", "PRAGMA wal_autocheckpoint = 512",
+    "PRAGMA page_size = 16384",   "PRAGMA journal_mode = WAL",    "PRAGMA synchronous = FULL",
+    "PRAGMA cache_spill = FALSE", "PRAGMA secure_delete = FALSE",
 };
+
+/// The write-ahead log grows to several saves of a large board before a checkpoint, and is then
+/// overwritten from its beginning, which costs a tenth of extending a file.
+constexpr std::int64_t mostLogPages = 512;
 
 /// SQL that turns an empty file into Kelpa's database.
 QByteArray tableCreationSql()
@@ -60,8 +63,10 @@ SqliteFile::~SqliteFile() = default;
 SettingsResult<std::unique_ptr<SqliteFile>> SqliteFile::open(const QString& path, Access access)
 {
     std::unique_ptr<SqliteFile> file(new SqliteFile);
+    file->m_path = path;
     if (const auto error = file->connect(path, access))
         return *error;
+    file->acceptChanges();
     return file;
 }
 
@@ -125,6 +130,8 @@ std::optional<SettingsError> SqliteFile::prepareTable()
         if (const auto error = run(sql))
             return error;
     }
+    // Instead of SQLite's own, which does not say whether it changed the file.
+    sqlite3_wal_hook(m_connection.get(), endCommit, this);
     const auto version = readIntegers({"PRAGMA user_version"});
     if (const auto* const error = std::get_if<SettingsError>(&version))
         return *error;
@@ -244,7 +251,70 @@ std::optional<SettingsError> SqliteFile::write(const SettingsValues& values)
         error = run("COMMIT");
     if (sqlite3_get_autocommit(m_connection.get()) == 0)
         run("ROLLBACK");
+    m_logState = FileState::of(logPath());
     return error;
+}
+
+int SqliteFile::endCommit(void* file, sqlite3* connection, const char* name, int pages)
+{
+    auto* const self = static_cast<SqliteFile*>(file);
+    // A file that others have changed stays as it is until that is noticed.
+    if (pages >= mostLogPages && FileState::of(self->m_path) == self->m_fileState) {
+        sqlite3_wal_checkpoint_v2(connection, name, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        self->m_fileState = FileState::of(self->m_path);
+    }
+    return SQLITE_OK;
+}
+
+QString SqliteFile::logPath() const
+{
+    return m_path + QStringLiteral("-wal");
+}
+
+bool SqliteFile::isAsLeft() const
+{
+    const std::optional<FileState> log = FileState::of(logPath());
+    const bool isLogWhole = !m_logState || (log && log->identity == m_logState->identity &&
+                                            log->size >= m_logState->size);
+    return isLogWhole && FileState::of(m_path) == m_fileState;
+}
+
+SettingsResult<bool> SqliteFile::isWrittenByOthers()
+{
+    const auto version = readIntegers({"PRAGMA data_version"});
+    if (const auto* const error = std::get_if<SettingsError>(&version))
+        return *error;
+    return std::get<0>(version).front() != m_dataVersion;
+}
+
+FileContents SqliteFile::readAnew() const
+{
+    const std::optional<FileState> file = FileState::of(m_path);
+    // SQLite takes an empty file for a new one, and would remove the log of another connection.
+    if (!file || file->size == 0 || (m_logState && !FileState::of(logPath())))
+        return {{}, SettingsError::damaged};
+    const auto opened = open(m_path, Access::readOnly);
+    if (const auto* const error = std::get_if<SettingsError>(&opened))
+        return {{}, *error};
+    SqliteFile& other = *std::get<0>(opened);
+    FileContents found = other.read();
+    const auto faults = other.readIntegers(
+        {"SELECT count(*) FROM pragma_quick_check(1) WHERE quick_check <> 'ok'"});
+    const auto* const error = std::get_if<SettingsError>(&faults);
+    if (error != nullptr && !found.error)
+        found.error = *error;
+    else if (error == nullptr && std::get<0>(faults).front() > 0)
+        found.error = SettingsError::damaged;
+    return found;
+}
+
+void SqliteFile::acceptChanges()
+{
+    m_fileState = FileState::of(m_path);
+    m_logState = FileState::of(logPath());
+    const auto version = readIntegers({"PRAGMA data_version"});
+    if (!std::holds_alternative<SettingsError>(version))
+        m_dataVersion = std::get<0>(version).front();
 }
 
 void SqliteFile::keepAsIs()

@@ -101,6 +101,8 @@ bool SqliteSettingsStore::flush()
     std::optional<SettingsError> error;
     if (isGone || (!m_file && (!m_isLoaded || !m_pending.isEmpty())))
         error = connect();
+    else if (m_file)
+        error = takeChanges();
     if (!error && !m_pending.isEmpty())
         error = writePending();
     // Memory holds every value of the file; anything else stays in the renamed one.
@@ -129,6 +131,30 @@ std::optional<SettingsError> SqliteSettingsStore::connect()
     if (error)
         m_file.reset();
     return error;
+}
+
+/// Looks for what others have done to the open file. `damaged` where it is not the one that this
+/// object wrote, and no database program has written it.
+std::optional<SettingsError> SqliteSettingsStore::takeChanges()
+{
+    const bool isAsLeft = m_file->isAsLeft();
+    const SettingsResult<bool> answer = m_file->isWrittenByOthers();
+    const bool isWritten = std::holds_alternative<bool>(answer) && std::get<bool>(answer);
+    if (isAsLeft && !isWritten)
+        return std::nullopt;
+    const FileContents found = isAsLeft ? m_file->read() : m_file->readAnew();
+    if (found.error == SettingsError::busy)
+        return found.error;
+    if (found.error || (!isWritten && found.values != m_stored))
+        return SettingsError::damaged;
+    // The board on the screen is the newest; values that it replaces are copied aside.
+    for (const auto& [key, value] : std::as_const(m_stored).asKeyValueRange()) {
+        if (!m_pending.contains(key))
+            m_pending.insert(key, value);
+    }
+    mergeStored(found.values);
+    m_file->acceptChanges();
+    return std::nullopt;
 }
 
 std::optional<SettingsError> SqliteSettingsStore::replaceDamaged(const SettingsValues& found)
@@ -175,7 +201,7 @@ void SqliteSettingsStore::mergeStored(const SettingsValues& found)
     }
     m_stored = found;
     m_isLoaded = true;
-    qCDebug(logSqlite, "opened the board, %lld values", qlonglong(found.size()));
+    qCDebug(logSqlite, "read the board, %lld values", qlonglong(found.size()));
     dropUnchanged();
 }
 

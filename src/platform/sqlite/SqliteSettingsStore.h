@@ -58,6 +58,7 @@ private:
     FileContents openFile();
     std::optional<SettingsError> moveAside(const SettingsValues& found);
     std::optional<SettingsError> replaceDamaged(const SettingsValues& found);
+    std::optional<SettingsError> takeChanges();
     void mergeStored(const SettingsValues& found);
     void loadReadOnly();
     std::optional<SettingsError> writePending();
