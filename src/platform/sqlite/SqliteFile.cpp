@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include <sqlite3.h>
+#include <sys/statvfs.h>
 
 #include <array>
 #include <thread>
@@ -29,9 +30,13 @@ constexpr std::array durability{
     "PRAGMA cache_spill = FALSE", "PRAGMA secure_delete = FALSE",
 };
 
+constexpr std::int64_t pageSize = 16384;
+
 /// The write-ahead log grows to several saves of a large board before a checkpoint, and is then
 /// overwritten from its beginning, which costs a tenth of extending a file.
 constexpr std::int64_t mostLogPages = 512;
+/// The share of a small disk's free space that the log may take instead.
+constexpr std::int64_t logShare = 4;
 
 /// SQL that turns an empty file into Kelpa's database.
 QByteArray tableCreationSql()
@@ -130,7 +135,7 @@ std::optional<SettingsError> SqliteFile::prepareTable()
         if (const auto error = run(sql))
             return error;
     }
-    // Instead of SQLite's own, which does not say whether it changed the file.
+    // Instead of SQLite's own rule, which knows nothing of the disk.
     sqlite3_wal_hook(m_connection.get(), endCommit, this);
     const auto version = readIntegers({"PRAGMA user_version"});
     if (const auto* const error = std::get_if<SettingsError>(&version))
@@ -243,6 +248,15 @@ std::optional<SettingsError> SqliteFile::writeRow(const QString& key, const Sett
 std::optional<SettingsError> SqliteFile::write(const SettingsValues& values)
 {
     resetLockDeadline();
+    std::optional<SettingsError> error = tryToWrite(values);
+    if (error == SettingsError::full && emptyLog())
+        error = tryToWrite(values);
+    m_logState = FileState::of(logPath());
+    return error;
+}
+
+std::optional<SettingsError> SqliteFile::tryToWrite(const SettingsValues& values)
+{
     // Takes the write lock first, so that no later statement waits for one.
     std::optional<SettingsError> error = run("BEGIN IMMEDIATE");
     for (auto row = values.begin(); !error && row != values.end(); ++row)
@@ -251,7 +265,6 @@ std::optional<SettingsError> SqliteFile::write(const SettingsValues& values)
         error = run("COMMIT");
     if (sqlite3_get_autocommit(m_connection.get()) == 0)
         run("ROLLBACK");
-    m_logState = FileState::of(logPath());
     return error;
 }
 
@@ -259,11 +272,32 @@ int SqliteFile::endCommit(void* file, sqlite3* connection, const char* name, int
 {
     auto* const self = static_cast<SqliteFile*>(file);
     // A file that others have changed stays as it is until that is noticed.
-    if (pages >= mostLogPages && FileState::of(self->m_path) == self->m_fileState) {
+    if (self->isCheckpointDue(pages) && FileState::of(self->m_path) == self->m_fileState) {
         sqlite3_wal_checkpoint_v2(connection, name, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
         self->m_fileState = FileState::of(self->m_path);
     }
     return SQLITE_OK;
+}
+
+bool SqliteFile::isCheckpointDue(std::int64_t pages) const
+{
+    struct statvfs disk = {};
+    if (pages >= mostLogPages || ::statvfs(QFile::encodeName(m_path).constData(), &disk) != 0)
+        return pages >= mostLogPages;
+    const auto freePages = static_cast<std::int64_t>(disk.f_bavail * disk.f_frsize) / pageSize;
+    return pages > freePages / logShare;
+}
+
+/// Moves all of the log to the file and cuts it; false where the file has no room for that, or
+/// somebody reads the log.
+bool SqliteFile::emptyLog()
+{
+    if (!isAsLeft())
+        return false;
+    const int code = sqlite3_wal_checkpoint_v2(m_connection.get(), "main",
+                                               SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    m_fileState = FileState::of(m_path);
+    return code == SQLITE_OK;
 }
 
 QString SqliteFile::logPath() const

@@ -57,7 +57,8 @@ public:
     /// of types that settings do not have.
     FileContents read();
 
-    /// Writes all of `values` in one transaction; they are on the disk when it returns no error.
+    /// Writes all of `values` in one transaction; they are on the disk when it returns no error. On
+    /// a full disk, first makes room by emptying the log.
     std::optional<SettingsError> write(const SettingsValues& values);
 
     /// Whether file and log are as this connection left them; false also after another program
@@ -104,6 +105,9 @@ private:
     std::optional<SettingsError> checkIdentity();
     std::optional<SettingsError> prepareTable();
     std::optional<SettingsError> run(const char* sql);
+    std::optional<SettingsError> tryToWrite(const SettingsValues& values);
+    bool isCheckpointDue(std::int64_t pages) const;
+    bool emptyLog();
     QString logPath() const;
     /// The first column of the first row of each query; 0 where there is no row.
     template <std::size_t Count>
