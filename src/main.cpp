@@ -8,18 +8,25 @@
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
+#include "platform/sqlite/WriteBehindSettings.h"
 #include "platform/x11/connection/DisplayConnector.h"
 
 #include <QGuiApplication>
 #include <QIcon>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace {
 
 using namespace kelpa;
+
+/// How long closing the board's file may take once everything is saved. A file that is not closed
+/// is as good: the next start reads its log.
+constexpr std::chrono::milliseconds closingLimit{1000};
 
 int printAbout(const CommandLine& line, int argc, char** argv)
 {
@@ -72,8 +79,8 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     SingleInstance single(line.settingsPath, scheduler);
     if (!single.claim())
         return yieldToFasterStart(line, startupID, signals);
-    const std::unique_ptr<SqliteSettingsStore> settings = openBoard(line.settingsPath, start);
-    if (settings->isAlreadyInUse()) {
+    std::unique_ptr<SqliteSettingsStore> file = openBoard(line.settingsPath, start);
+    if (file->isAlreadyInUse()) {
         std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
                      qPrintable(line.settingsPath));
         // The claim refers to `single` and may still wait for a bus that does not reply.
@@ -81,8 +88,19 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
             std::_Exit(1);
         return 1;
     }
-    Program program(application, scheduler, single, *settings, line.settingsPath);
-    return program.run(signals);
+    WriteBehindSettings settings(std::move(file));
+    const int status =
+        Program(application, scheduler, single, settings, line.settingsPath).run(signals);
+    if (!settings.close(closingLimit)) {
+        if (settings.isSaving())
+            std::fprintf(stderr,
+                         "kelpa: the disk with %s does not reply; the last changes may be "
+                         "lost\n",
+                         qPrintable(line.settingsPath));
+        // The writer's thread hangs with the disk.
+        std::_Exit(status);
+    }
+    return status;
 }
 
 } // namespace

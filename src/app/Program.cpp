@@ -6,7 +6,7 @@
 #include "platform/LoggingCategories.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
-#include "platform/sqlite/SqliteSettingsStore.h"
+#include "platform/sqlite/WriteBehindSettings.h"
 #include "store/board/BoardPersistence.h"
 
 #include <QFileInfo>
@@ -31,7 +31,7 @@ void setRestartCommand(QSessionManager& session, const QString& boardPath)
 } // namespace
 
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
-                 SqliteSettingsStore& settings, QString boardPath)
+                 WriteBehindSettings& settings, QString boardPath)
     : m_application(application), m_scheduler(scheduler), m_single(single),
       m_boardPath(std::move(boardPath)),
       m_desktop(scheduler, QFileInfo(settings.path()).path(), assignedWindows(settings)),
@@ -114,7 +114,7 @@ void Program::saveBefore(Ending ending)
     // file, for good. So only what the board already has is saved.
     if (ending != Ending::ofDisplay)
         m_view.finishWriting();
-    // Saves what a full disk has delayed until now.
+    // Saves what a full disk has delayed until now, and waits for a slow one.
     m_store.finishSaving();
     qCDebug(logApp, "board saved at the end");
 }

@@ -22,8 +22,8 @@ namespace kelpa {
 
 class QtScheduler;
 class SingleInstance;
-class SqliteSettingsStore;
 class TerminationSignals;
+class WriteBehindSettings;
 
 /// Main thread.
 class Program : public QObject
@@ -34,7 +34,7 @@ public:
     /// `boardPath` is the path of `settings` as the person gave it, which is passed to the session
     /// manager for the next session. All arguments outlive this object.
     Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
-            SqliteSettingsStore& settings, QString boardPath);
+            WriteBehindSettings& settings, QString boardPath);
     ~Program() override;
 
     /// Shows the board and runs the event loop until the program is to end; returns the exit status

@@ -1,9 +1,14 @@
 // Stores the board between runs, as keys and values.
 #pragma once
 
+#include "platform/Subscription.h"
+
 #include <QByteArray>
 #include <QString>
 
+#include <chrono>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -21,10 +26,14 @@ struct SettingsEntry
     friend bool operator==(const SettingsEntry&, const SettingsEntry&) = default;
 };
 
-/// Main thread.
+/// Main thread. `write` and `flush` may wait for the disk, or return while a save is still under
+/// way.
 class SettingsStore
 {
 public:
+    /// `isSaved` is what `flush` would have returned.
+    using SavesEnded = std::function<void(bool isSaved)>;
+
     virtual ~SettingsStore() = default;
 
     /// Whether the stored values have been read; also true when nothing is stored yet. While false,
@@ -37,7 +46,8 @@ public:
     virtual std::optional<SettingsValue> value(const QString& key) const = 0;
 
     /// Writes all entries or none of them. On true they are on the disk and survive a power cut. On
-    /// false they are kept in memory and reach the disk with the next write that succeeds.
+    /// false they are kept in memory: while `isSaving` they are on their way to the disk, otherwise
+    /// they could not be written and reach it with the next write that succeeds.
     virtual bool write(const std::vector<SettingsEntry>& entries) = 0;
 
     /// Copies the value of `key` to a key of its own, "<key>.saved-<time>", where nothing
@@ -48,6 +58,19 @@ public:
 
     /// Retries the reads and writes of earlier calls that failed; true when nothing is pending.
     virtual bool flush() = 0;
+
+    /// Whether a save is under way that a call did not wait for.
+    virtual bool isSaving() const { return false; }
+
+    /// Calls `ended` whenever no save is under way any more that a call did not wait for. One
+    /// watcher at a time. Null where every call waits.
+    [[nodiscard]] virtual std::unique_ptr<Subscription> watchSaves(SavesEnded /*ended*/)
+    {
+        return nullptr;
+    }
+
+    /// As `flush`, and waits up to `limit` for saves that are under way.
+    virtual bool finish(std::chrono::milliseconds /*limit*/) { return flush(); }
 };
 
 } // namespace kelpa

@@ -30,6 +30,7 @@ enum class StoreField : std::uint8_t {
     language,
     isAutoSortingGoals,
     isHidingGoalsWithoutOpenTodos,
+    isSavingSlowly,
     count,
 };
 

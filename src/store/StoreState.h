@@ -51,6 +51,7 @@ public:
     AppLanguage language = AppLanguage::chinese;
     bool isAutoSortingGoals = true;
     bool isHidingGoalsWithoutOpenTodos = false;
+    bool isSavingSlowly = false;
 
     // Values without a signal of their own.
 

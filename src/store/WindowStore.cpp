@@ -35,6 +35,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::languageChanged,
         &WindowStore::isAutoSortingGoalsChanged,
         &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+        &WindowStore::isSavingSlowlyChanged,
     });
     static_assert(changeSignals.size() == StoreChanges::fieldCount);
 
@@ -50,8 +51,9 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
                           SettingsStore& storage, Scheduler& clock)
     : store(owner), state(values), platform(desktop), settings(storage), scheduler(clock),
       selection(state), toast(scheduler, [this] { publishToast(); }),
-      saver(settings, scheduler, [this] { loadState(); }), steps(state, selection, toast, saver),
-      permissions(platform, [this] { publishObstacles(); }),
+      saver(
+          settings, scheduler, [this] { loadState(); }, [this] { publishSaving(); }),
+      steps(state, selection, toast, saver), permissions(platform, [this] { publishObstacles(); }),
       passes(
           platform.windowServer, platform.applications, scheduler,
           [this](const QList<WindowItem>& discovered) { finishPass(discovered); },
@@ -137,7 +139,7 @@ void WindowStore::setToastHeld(bool isHeld)
 
 void WindowStore::finishSaving()
 {
-    m_parts->saver.flush();
+    m_parts->saver.finish();
 }
 
 void WindowStore::Parts::loadState()
@@ -157,6 +159,12 @@ void WindowStore::Parts::loadState()
     else if (board.assignmentsDocument)
         entries.push_back({assignmentsKey, *board.assignmentsDocument});
     saver.write(entries);
+}
+
+void WindowStore::Parts::publishSaving()
+{
+    const Update update(state.changes);
+    state.assign(state.isSavingSlowly, saver.isSlow(), Field::isSavingSlowly);
 }
 
 void WindowStore::Parts::publishToast()

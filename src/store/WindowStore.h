@@ -60,6 +60,8 @@ public:
     AppLanguage language() const { return m_state.language; }
     bool isAutoSortingGoals() const { return m_state.isAutoSortingGoals; }
     bool isHidingGoalsWithoutOpenTodos() const { return m_state.isHidingGoalsWithoutOpenTodos; }
+    /// Whether changes have been on their way to the disk for a second.
+    bool isSavingSlowly() const { return m_state.isSavingSlowly; }
 
     // Derived values.
     /// The goals that the board shows: all, or those with open todos while the others are hidden.
@@ -78,7 +80,7 @@ public:
     void setAutoSortingGoals(bool isAutoSorting);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
     void setSearchText(const QString& text);
-    /// Retries what could not be read or written until now; called at the end of the program.
+    /// At the end of the program: retries what failed until now, and waits up to 20 s for the disk.
     void finishSaving();
 
     // Undo. A step is one operation of a person that changed goals, todos or assignments, with its
@@ -192,6 +194,7 @@ Q_SIGNALS:
     void languageChanged();
     void isAutoSortingGoalsChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
+    void isSavingSlowlyChanged();
 
 private:
     struct Parts;

@@ -44,6 +44,7 @@ struct WindowStore::Parts
 
     /// The stored board can be read.
     void loadState();
+    void publishSaving();
     void publishToast();
     void publishPreviews(Previews captured, PreviewCaptures::Messages messages);
     /// A discovery pass found `discovered`, or may not read windows and found none.

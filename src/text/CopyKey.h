@@ -39,6 +39,8 @@ enum class CopyKey {
     WindowManagerText,
     CompositeNeeded,
     CompositeText,
+    // Notice of a slow disk.
+    StillSaving,
     // Board and add-goal sheet.
     Board,
     Goals,

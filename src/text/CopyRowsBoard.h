@@ -109,6 +109,12 @@ inline constexpr std::array boardCopyRows{
         u"serveur X, puis reconnectez-vous.",
         u"Ohne sie lassen sich keine Fenster zeigen. Aktiviere sie in der Konfiguration des "
         u"X-Servers und melde dich neu an."},
+    CopyRow{CopyKey::StillSaving, u"更改仍在保存，磁盘响应缓慢",
+            u"Changes are still being saved; the disk is slow",
+            u"変更を保存しています。ディスクの応答に時間がかかっています",
+            u"변경 사항을 아직 저장하고 있습니다. 디스크 응답이 느립니다",
+            u"Les modifications sont encore en cours d’enregistrement ; le disque est lent",
+            u"Änderungen werden noch gespeichert; der Datenträger ist langsam"},
     CopyRow{CopyKey::Board, u"看板", u"Board", u"ボード", u"보드", u"Tableau", u"Übersicht"},
     CopyRow{CopyKey::Goals, u"目标", u"Goals", u"目標", u"목표", u"Objectifs", u"Ziele"},
     CopyRow{CopyKey::AddGoal, u"添加目标", u"Add goal", u"目標を追加", u"목표 추가",

@@ -1,4 +1,4 @@
-// A settings store in memory that counts writes and fails on demand.
+// A settings store in memory that counts writes, and is slow or fails on demand.
 #pragma once
 
 #include "platform/SettingsStore.h"
@@ -18,6 +18,10 @@ public:
     bool isFailing = false;
     /// Makes `values` neither readable nor writable.
     bool isUnreadable = false;
+    /// Saves last until `endSave` or `finish`.
+    bool isSlow = false;
+    /// Calls of `flush`.
+    int flushCount = 0;
 
     bool isLoaded() const override { return !isUnreadable; }
 
@@ -40,7 +44,7 @@ public:
                 ++changedEntryCount;
             m_pending.insert(entry.key, entry.value);
         }
-        return flush();
+        return save();
     }
 
     bool copyAside(const QString& key) override
@@ -52,12 +56,34 @@ public:
 
     bool flush() override
     {
-        if (isFailing || isUnreadable)
-            return false;
-        values.insert(m_pending);
-        m_pending.clear();
-        return true;
+        ++flushCount;
+        return save();
     }
+
+    bool isSaving() const override { return m_isSaving; }
+
+    [[nodiscard]] std::unique_ptr<Subscription> watchSaves(SavesEnded ended) override
+    {
+        m_ended = std::move(ended);
+        return nullptr;
+    }
+
+    bool finish(std::chrono::milliseconds limit) override
+    {
+        lastLimit = limit;
+        m_isSaving = false;
+        return tryToWrite();
+    }
+
+    /// The disk has accepted or refused what was under way.
+    void endSave()
+    {
+        m_isSaving = false;
+        m_ended(tryToWrite());
+    }
+
+    /// The argument of the last call of `finish`.
+    std::chrono::milliseconds lastLimit{0};
 
     /// The document of `key`; empty when there is none.
     QByteArray document(const QString& key) const
@@ -68,7 +94,24 @@ public:
     }
 
 private:
+    bool save()
+    {
+        m_isSaving = isSlow;
+        return !isSlow && tryToWrite();
+    }
+
+    bool tryToWrite()
+    {
+        if (isFailing || isUnreadable)
+            return false;
+        values.insert(m_pending);
+        m_pending.clear();
+        return true;
+    }
+
     QMap<QString, SettingsValue> m_pending;
+    SavesEnded m_ended;
+    bool m_isSaving = false;
 };
 
 } // namespace kelpa::test

@@ -28,6 +28,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::languageChanged, "language");
     listen(&WindowStore::isAutoSortingGoalsChanged, "isAutoSortingGoals");
     listen(&WindowStore::isHidingGoalsWithoutOpenTodosChanged, "isHidingGoalsWithoutOpenTodos");
+    listen(&WindowStore::isSavingSlowlyChanged, "isSavingSlowly");
 }
 
 QMap<QString, int> SignalLog::take()

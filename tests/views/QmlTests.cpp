@@ -162,6 +162,14 @@ public:
     {
         m_scheduler.advance(std::chrono::milliseconds(milliseconds));
     }
+    /// The disk takes its time from now on.
+    Q_INVOKABLE void slowDisk() { m_settings.isSlow = true; }
+    /// It has everything, and is fast again.
+    Q_INVOKABLE void recoverDisk()
+    {
+        m_settings.isSlow = false;
+        m_settings.endSave();
+    }
     /// Lets the pause after scrolling pass.
     Q_INVOKABLE void rest() { m_scheduler.advance(std::chrono::milliseconds(300)); }
     Q_INVOKABLE int captureCount() const { return static_cast<int>(m_desktop.captured.size()); }

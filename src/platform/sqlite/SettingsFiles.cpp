@@ -133,10 +133,19 @@ QString resolvedPath(const QString& path)
 
 std::optional<FileIdentity> FileIdentity::of(const QString& path)
 {
+    const std::optional<FileState> state = FileState::of(path);
+    return state ? std::optional(state->identity) : std::nullopt;
+}
+
+std::optional<FileState> FileState::of(const QString& path)
+{
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    return FileIdentity{status.st_dev, status.st_ino};
+    return FileState{{status.st_dev, status.st_ino},
+                     status.st_size,
+                     std::chrono::seconds(status.st_ctim.tv_sec) +
+                         std::chrono::nanoseconds(status.st_ctim.tv_nsec)};
 }
 
 bool FileLock::isInPlace() const

@@ -10,6 +10,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <optional>
 
 namespace kelpa {
@@ -45,6 +46,21 @@ struct FileIdentity
     static std::optional<FileIdentity> of(const QString& path);
 
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+};
+
+/// What tells that somebody has changed a file: any write, and any change of its length, also sets
+/// the time.
+struct FileState
+{
+    FileIdentity identity;
+    off_t size = 0;
+    /// The status change time, which no program can set back.
+    std::chrono::nanoseconds changed{0};
+
+    /// Absent when there is no regular file at `path`.
+    static std::optional<FileState> of(const QString& path);
+
+    friend bool operator==(const FileState&, const FileState&) = default;
 };
 
 /// An exclusive lock on a file beside the settings, held until this object is destroyed or the

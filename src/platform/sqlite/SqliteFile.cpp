@@ -1,9 +1,12 @@
 #include "platform/sqlite/SqliteFile.h"
 
+#include "platform/sqlite/SqliteValues.h"
+
 #include <QByteArrayList>
 #include <QFile>
 
 #include <sqlite3.h>
+#include <sys/statvfs.h>
 
 #include <array>
 #include <thread>
@@ -21,12 +24,19 @@ constexpr qint64 formatVersion = 1;
 /// writes whole values of a megabyte, so large pages save copying and checksums. Freed pages are
 /// not zeroed, which some builds of SQLite do by default and which doubles the bytes written.
 /// Changed pages stay in memory until the transaction ends, since spilled ones would be written
-/// twice. The write-ahead log grows to several saves of a large board before a checkpoint, and is
-/// then overwritten from its beginning, which costs a tenth of extending a file.
+/// twice.
 constexpr std::array durability{
-    "PRAGMA page_size = 16384",     "PRAGMA journal_mode = WAL",  "PRAGMA synchronous = FULL",
-    "PRAGMA secure_delete = FALSE", "PRAGMA cache_spill = FALSE", "PRAGMA wal_autocheckpoint = 512",
+    "PRAGMA page_size = 16384",   "PRAGMA journal_mode = WAL",    "PRAGMA synchronous = FULL",
+    "PRAGMA cache_spill = FALSE", "PRAGMA secure_delete = FALSE",
 };
+
+constexpr std::int64_t pageSize = 16384;
+
+/// The write-ahead log grows to several saves of a large board before a checkpoint, and is then
+/// overwritten from its beginning, which costs a tenth of extending a file.
+constexpr std::int64_t mostLogPages = 512;
+/// The share of a small disk's free space that the log may take instead.
+constexpr std::int64_t logShare = 4;
 
 /// SQL that turns an empty file into Kelpa's database.
 QByteArray tableCreationSql()
@@ -39,82 +49,6 @@ QByteArray tableCreationSql()
         "COMMIT",
     };
     return statements.join(';');
-}
-
-SettingsError errorFromCode(int code)
-{
-    switch (code & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-        return SettingsError::busy;
-    case SQLITE_FULL:
-        return SettingsError::full;
-    case SQLITE_READONLY:
-        return SettingsError::readOnly;
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-        return SettingsError::damaged;
-    case SQLITE_CANTOPEN:
-    case SQLITE_PERM:
-    case SQLITE_AUTH:
-        return SettingsError::unreachable;
-    default:
-        return SettingsError::failed;
-    }
-}
-
-std::optional<SettingsError> errorUnlessDone(int code)
-{
-    const bool isDone = code == SQLITE_OK || code == SQLITE_DONE || code == SQLITE_ROW;
-    return isDone ? std::nullopt : std::optional(errorFromCode(code));
-}
-
-QString columnText(sqlite3_stmt* statement, int column)
-{
-    const void* const utf16 = sqlite3_column_text16(statement, column);
-    const int bytes = sqlite3_column_bytes16(statement, column);
-    return QString(static_cast<const QChar*>(utf16), bytes / 2);
-}
-
-QByteArray columnBytes(sqlite3_stmt* statement, int column)
-{
-    const void* const bytes = sqlite3_column_blob(statement, column);
-    return {static_cast<const char*>(bytes), sqlite3_column_bytes(statement, column)};
-}
-
-std::optional<SettingsValue> columnValue(sqlite3_stmt* statement, int column)
-{
-    switch (sqlite3_column_type(statement, column)) {
-    case SQLITE_TEXT:
-        return columnText(statement, column);
-    case SQLITE_BLOB:
-        return columnBytes(statement, column);
-    case SQLITE_INTEGER: {
-        const sqlite3_int64 number = sqlite3_column_int64(statement, column);
-        return number == 0 || number == 1 ? std::optional<SettingsValue>(number == 1)
-                                          : std::nullopt;
-    }
-    default:
-        return std::nullopt;
-    }
-}
-
-/// The caller keeps the text or bytes alive until the statement is reset.
-int bind(sqlite3_stmt* statement, int index, const QString& text)
-{
-    return sqlite3_bind_text16(statement, index, text.utf16(), static_cast<int>(text.size()) * 2,
-                               SQLITE_STATIC);
-}
-
-int bind(sqlite3_stmt* statement, int index, bool isTrue)
-{
-    return sqlite3_bind_int(statement, index, isTrue ? 1 : 0);
-}
-
-int bind(sqlite3_stmt* statement, int index, const QByteArray& bytes)
-{
-    return sqlite3_bind_blob64(statement, index, bytes.constData(),
-                               static_cast<sqlite3_uint64>(bytes.size()), SQLITE_STATIC);
 }
 
 } // namespace
@@ -134,8 +68,10 @@ SqliteFile::~SqliteFile() = default;
 SettingsResult<std::unique_ptr<SqliteFile>> SqliteFile::open(const QString& path, Access access)
 {
     std::unique_ptr<SqliteFile> file(new SqliteFile);
+    file->m_path = path;
     if (const auto error = file->connect(path, access))
         return *error;
+    file->acceptChanges();
     return file;
 }
 
@@ -199,6 +135,8 @@ std::optional<SettingsError> SqliteFile::prepareTable()
         if (const auto error = run(sql))
             return error;
     }
+    // Instead of SQLite's own rule, which knows nothing of the disk.
+    sqlite3_wal_hook(m_connection.get(), endCommit, this);
     const auto version = readIntegers({"PRAGMA user_version"});
     if (const auto* const error = std::get_if<SettingsError>(&version))
         return *error;
@@ -310,6 +248,15 @@ std::optional<SettingsError> SqliteFile::writeRow(const QString& key, const Sett
 std::optional<SettingsError> SqliteFile::write(const SettingsValues& values)
 {
     resetLockDeadline();
+    std::optional<SettingsError> error = tryToWrite(values);
+    if (error == SettingsError::full && emptyLog())
+        error = tryToWrite(values);
+    m_logState = FileState::of(logPath());
+    return error;
+}
+
+std::optional<SettingsError> SqliteFile::tryToWrite(const SettingsValues& values)
+{
     // Takes the write lock first, so that no later statement waits for one.
     std::optional<SettingsError> error = run("BEGIN IMMEDIATE");
     for (auto row = values.begin(); !error && row != values.end(); ++row)
@@ -319,6 +266,89 @@ std::optional<SettingsError> SqliteFile::write(const SettingsValues& values)
     if (sqlite3_get_autocommit(m_connection.get()) == 0)
         run("ROLLBACK");
     return error;
+}
+
+int SqliteFile::endCommit(void* file, sqlite3* connection, const char* name, int pages)
+{
+    auto* const self = static_cast<SqliteFile*>(file);
+    // A file that others have changed stays as it is until that is noticed.
+    if (self->isCheckpointDue(pages) && FileState::of(self->m_path) == self->m_fileState) {
+        sqlite3_wal_checkpoint_v2(connection, name, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        self->m_fileState = FileState::of(self->m_path);
+    }
+    return SQLITE_OK;
+}
+
+bool SqliteFile::isCheckpointDue(std::int64_t pages) const
+{
+    struct statvfs disk = {};
+    if (pages >= mostLogPages || ::statvfs(QFile::encodeName(m_path).constData(), &disk) != 0)
+        return pages >= mostLogPages;
+    const auto freePages = static_cast<std::int64_t>(disk.f_bavail * disk.f_frsize) / pageSize;
+    return pages > freePages / logShare;
+}
+
+/// Moves all of the log to the file and cuts it; false where the file has no room for that, or
+/// somebody reads the log.
+bool SqliteFile::emptyLog()
+{
+    if (!isAsLeft())
+        return false;
+    const int code = sqlite3_wal_checkpoint_v2(m_connection.get(), "main",
+                                               SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    m_fileState = FileState::of(m_path);
+    return code == SQLITE_OK;
+}
+
+QString SqliteFile::logPath() const
+{
+    return m_path + QStringLiteral("-wal");
+}
+
+bool SqliteFile::isAsLeft() const
+{
+    const std::optional<FileState> log = FileState::of(logPath());
+    const bool isLogWhole = !m_logState || (log && log->identity == m_logState->identity &&
+                                            log->size >= m_logState->size);
+    return isLogWhole && FileState::of(m_path) == m_fileState;
+}
+
+SettingsResult<bool> SqliteFile::isWrittenByOthers()
+{
+    const auto version = readIntegers({"PRAGMA data_version"});
+    if (const auto* const error = std::get_if<SettingsError>(&version))
+        return *error;
+    return std::get<0>(version).front() != m_dataVersion;
+}
+
+FileContents SqliteFile::readAnew() const
+{
+    const std::optional<FileState> file = FileState::of(m_path);
+    // SQLite takes an empty file for a new one, and would remove the log of another connection.
+    if (!file || file->size == 0 || (m_logState && !FileState::of(logPath())))
+        return {{}, SettingsError::damaged};
+    const auto opened = open(m_path, Access::readOnly);
+    if (const auto* const error = std::get_if<SettingsError>(&opened))
+        return {{}, *error};
+    SqliteFile& other = *std::get<0>(opened);
+    FileContents found = other.read();
+    const auto faults = other.readIntegers(
+        {"SELECT count(*) FROM pragma_quick_check(1) WHERE quick_check <> 'ok'"});
+    const auto* const error = std::get_if<SettingsError>(&faults);
+    if (error != nullptr && !found.error)
+        found.error = *error;
+    else if (error == nullptr && std::get<0>(faults).front() > 0)
+        found.error = SettingsError::damaged;
+    return found;
+}
+
+void SqliteFile::acceptChanges()
+{
+    m_fileState = FileState::of(m_path);
+    m_logState = FileState::of(logPath());
+    const auto version = readIntegers({"PRAGMA data_version"});
+    if (!std::holds_alternative<SettingsError>(version))
+        m_dataVersion = std::get<0>(version).front();
 }
 
 void SqliteFile::keepAsIs()

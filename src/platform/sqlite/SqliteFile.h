@@ -3,6 +3,7 @@
 
 #include "platform/SettingsStore.h"
 #include "platform/sqlite/SettingsError.h"
+#include "platform/sqlite/SettingsFiles.h"
 
 #include <QList>
 #include <QMap>
@@ -30,8 +31,8 @@ struct FileContents
     std::optional<SettingsError> error;
 };
 
-/// Main thread. A function that returns an error has changed nothing in the file. No function waits
-/// for another process's lock longer than `maxWait` in total.
+/// One thread at a time. A function that returns an error has changed nothing in the file. No
+/// function waits for another process's lock longer than `maxWait` in total.
 class SqliteFile
 {
 public:
@@ -56,8 +57,21 @@ public:
     /// of types that settings do not have.
     FileContents read();
 
-    /// Writes all of `values` in one transaction; they are on the disk when it returns no error.
+    /// Writes all of `values` in one transaction; they are on the disk when it returns no error. On
+    /// a full disk, first makes room by emptying the log.
     std::optional<SettingsError> write(const SettingsValues& values);
+
+    /// Whether file and log are as this connection left them; false also after another program
+    /// moved the log's pages to the file, which changes no value.
+    bool isAsLeft() const;
+    /// Whether another connection has committed since the file was opened or `acceptChanges`
+    /// called.
+    SettingsResult<bool> isWrittenByOthers();
+    /// As `read`, past everything that this connection has in memory. `damaged` where that is not a
+    /// whole database any more.
+    FileContents readAnew() const;
+    /// The changes that others made have been read.
+    void acceptChanges();
 
     /// Makes closing the connection leave file and log as they are, for a damaged file. Every
     /// connection begins so, until the file has turned out to be Kelpa's.
@@ -84,12 +98,17 @@ private:
     SqliteFile() = default;
 
     static int waitForLock(void* file, int attempts);
+    static int endCommit(void* file, sqlite3* connection, const char* name, int pages);
     void resetLockDeadline() { m_lockDeadline = std::chrono::steady_clock::now() + maxWait; }
 
     std::optional<SettingsError> connect(const QString& path, Access access);
     std::optional<SettingsError> checkIdentity();
     std::optional<SettingsError> prepareTable();
     std::optional<SettingsError> run(const char* sql);
+    std::optional<SettingsError> tryToWrite(const SettingsValues& values);
+    bool isCheckpointDue(std::int64_t pages) const;
+    bool emptyLog();
+    QString logPath() const;
     /// The first column of the first row of each query; 0 where there is no row.
     template <std::size_t Count>
     SettingsResult<std::array<std::int64_t, Count>>
@@ -98,10 +117,17 @@ private:
     std::optional<SettingsError> writeRow(const QString& key, const SettingsValue& value);
     StoredRows readRows();
 
+    QString m_path;
     std::chrono::steady_clock::time_point m_lockDeadline;
     Connection m_connection;
     Statement m_upsert;
     bool m_hasTable = false;
+    /// After the last checkpoint of this connection; no commit changes the file itself.
+    std::optional<FileState> m_fileState;
+    /// After the last commit of this connection.
+    std::optional<FileState> m_logState;
+    /// SQLite's number of the last commit that others made.
+    std::int64_t m_dataVersion = 0;
 };
 
 } // namespace kelpa

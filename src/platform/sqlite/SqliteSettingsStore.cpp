@@ -59,16 +59,36 @@ bool SqliteSettingsStore::write(const std::vector<SettingsEntry>& entries)
 bool SqliteSettingsStore::copyAside(const QString& key)
 {
     const std::optional<SettingsValue> present = value(key);
-    if (!present)
-        return true;
+    return !present || copyAside(key, *present);
+}
+
+bool SqliteSettingsStore::copyAside(const QString& key, const SettingsValue& present)
+{
     // A value that fails to decode at every start is copied only once.
     const QString prefix = asidePrefix(key);
     for (auto copy = m_stored.lowerBound(prefix);
          copy != m_stored.end() && copy.key().startsWith(prefix); ++copy) {
-        if (copy.value() == *present)
+        if (copy.value() == present)
             return true;
     }
-    return write({{asideKey(key), *present}});
+    return write({{asideKey(key), present}});
+}
+
+SettingsValues SqliteSettingsStore::values() const
+{
+    SettingsValues all = m_stored;
+    all.insert(m_pending);
+    return all;
+}
+
+void SqliteSettingsStore::noteRead(const SettingsValues& read)
+{
+    for (const auto& [key, value] : read.asKeyValueRange()) {
+        const auto stored = m_stored.constFind(key);
+        // The file may have been opened anew since.
+        if (stored != m_stored.constEnd() && *stored == value)
+            m_unseen.remove(key);
+    }
 }
 
 bool SqliteSettingsStore::flush()
@@ -81,6 +101,8 @@ bool SqliteSettingsStore::flush()
     std::optional<SettingsError> error;
     if (isGone || (!m_file && (!m_isLoaded || !m_pending.isEmpty())))
         error = connect();
+    else if (m_file)
+        error = takeChanges();
     if (!error && !m_pending.isEmpty())
         error = writePending();
     // Memory holds every value of the file; anything else stays in the renamed one.
@@ -93,7 +115,7 @@ bool SqliteSettingsStore::flush()
         m_reporter.report(*error);
     else if (m_file)
         m_reporter.recovered();
-    return m_isLoaded && m_pending.isEmpty();
+    return isSaved();
 }
 
 std::optional<SettingsError> SqliteSettingsStore::connect()
@@ -109,6 +131,30 @@ std::optional<SettingsError> SqliteSettingsStore::connect()
     if (error)
         m_file.reset();
     return error;
+}
+
+/// Looks for what others have done to the open file. `damaged` where it is not the one that this
+/// object wrote, and no database program has written it.
+std::optional<SettingsError> SqliteSettingsStore::takeChanges()
+{
+    const bool isAsLeft = m_file->isAsLeft();
+    const SettingsResult<bool> answer = m_file->isWrittenByOthers();
+    const bool isWritten = std::holds_alternative<bool>(answer) && std::get<bool>(answer);
+    if (isAsLeft && !isWritten)
+        return std::nullopt;
+    const FileContents found = isAsLeft ? m_file->read() : m_file->readAnew();
+    if (found.error == SettingsError::busy)
+        return found.error;
+    if (found.error || (!isWritten && found.values != m_stored))
+        return SettingsError::damaged;
+    // The board on the screen is the newest; values that it replaces are copied aside.
+    for (const auto& [key, value] : std::as_const(m_stored).asKeyValueRange()) {
+        if (!m_pending.contains(key))
+            m_pending.insert(key, value);
+    }
+    mergeStored(found.values);
+    m_file->acceptChanges();
+    return std::nullopt;
 }
 
 std::optional<SettingsError> SqliteSettingsStore::replaceDamaged(const SettingsValues& found)
@@ -155,7 +201,7 @@ void SqliteSettingsStore::mergeStored(const SettingsValues& found)
     }
     m_stored = found;
     m_isLoaded = true;
-    qCDebug(logSqlite, "opened the board, %lld values", qlonglong(found.size()));
+    qCDebug(logSqlite, "read the board, %lld values", qlonglong(found.size()));
     dropUnchanged();
 }
 

@@ -15,9 +15,9 @@ namespace kelpa {
 /// Holds all values in memory and writes each change to the file, in one transaction that survives
 /// a power cut. Keeps what cannot be written and writes it with a later call. Destroys nothing in
 /// the file unread: a value that no caller has received is copied aside before it is replaced, and
-/// a file that is damaged or another program's is renamed. Main thread. Besides the disk, a call
-/// waits for another program's lock at most 20 ms; 60 ms where it has to reopen the file, and 80 ms
-/// in the constructor.
+/// a file that is damaged or another program's is renamed. One thread at a time; every call waits
+/// for the disk. Besides, it waits for another program's lock at most 20 ms; 60 ms where it has to
+/// reopen the file, and 80 ms in the constructor.
 class SqliteSettingsStore final : public SettingsStore
 {
 public:
@@ -42,13 +42,23 @@ public:
     std::optional<SettingsValue> value(const QString& key) const override;
     bool write(const std::vector<SettingsEntry>& entries) override;
     bool copyAside(const QString& key) override;
+    /// Copies a value aside that `key` has or had.
+    bool copyAside(const QString& key, const SettingsValue& present);
     bool flush() override;
+
+    /// Everything that `value` would return, without counting as read.
+    SettingsValues values() const;
+    /// These values have been read from a copy of `values`.
+    void noteRead(const SettingsValues& read);
+    /// Whether everything has been read and written.
+    bool isSaved() const { return m_isLoaded && m_pending.isEmpty(); }
 
 private:
     std::optional<SettingsError> connect();
     FileContents openFile();
     std::optional<SettingsError> moveAside(const SettingsValues& found);
     std::optional<SettingsError> replaceDamaged(const SettingsValues& found);
+    std::optional<SettingsError> takeChanges();
     void mergeStored(const SettingsValues& found);
     void loadReadOnly();
     std::optional<SettingsError> writePending();

@@ -16,10 +16,19 @@ using namespace std::chrono_literals;
 /// How long after a failed save the next attempt comes, unless a change saves earlier.
 constexpr Scheduler::Duration retryDelay = 5s;
 
+/// How long a save may take before a person is told.
+constexpr Scheduler::Duration unnoticedDelay = 1s;
+
+/// How long the end of the program waits for the disk. Sessions wait about as long for a program.
+constexpr std::chrono::milliseconds finishLimit = 20s;
+
 } // namespace
 
-BoardSaver::BoardSaver(SettingsStore& settings, Scheduler& scheduler, std::function<void()> load)
-    : m_settings(settings), m_scheduler(scheduler), m_load(std::move(load))
+BoardSaver::BoardSaver(SettingsStore& settings, Scheduler& scheduler, std::function<void()> load,
+                       std::function<void()> isSlowChanged)
+    : m_settings(settings), m_scheduler(scheduler), m_load(std::move(load)),
+      m_isSlowChanged(std::move(isSlowChanged)),
+      m_saves(settings.watchSaves([this](bool isSaved) { endSave(isSaved); }))
 {}
 
 void BoardSaver::start()
@@ -43,22 +52,26 @@ void BoardSaver::save(const BoardContents& board, std::vector<SettingsEntry> set
 
 void BoardSaver::write(const std::vector<SettingsEntry>& entries)
 {
-    finishWriting(m_settings.write(entries));
+    endSave(m_settings.write(entries));
 }
 
-void BoardSaver::flush()
+void BoardSaver::finish()
 {
-    finishWriting(m_settings.flush());
+    endSave(m_settings.finish(finishLimit));
 }
 
-void BoardSaver::finishWriting(bool isDone)
+/// Also called for a save that is still under way.
+void BoardSaver::endSave(bool isSaved)
 {
-    if (!m_isLoaded && m_settings.isLoaded())
+    if (!m_isLoaded && m_settings.isLoaded()) {
         load();
-    else if (isDone)
+        return;
+    }
+    if (isSaved || m_settings.isSaving())
         m_retry.reset();
     else
         retryLater();
+    watchTime();
 }
 
 void BoardSaver::load()
@@ -71,8 +84,24 @@ void BoardSaver::retryLater()
 {
     m_retry = m_scheduler.after(retryDelay, [this] {
         m_retry.reset();
-        flush();
+        endSave(m_settings.flush());
     });
+}
+
+void BoardSaver::watchTime()
+{
+    if (!m_settings.isSaving()) {
+        m_slowness.reset();
+        setSlow(false);
+    } else if (!m_slowness) {
+        m_slowness = m_scheduler.after(unnoticedDelay, [this] { setSlow(true); });
+    }
+}
+
+void BoardSaver::setSlow(bool isSlow)
+{
+    if (std::exchange(m_isSlow, isSlow) != isSlow)
+        m_isSlowChanged();
 }
 
 } // namespace kelpa

@@ -23,6 +23,8 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
     connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
     connect(&store, &WindowStore::toastOffersUndoChanged, this,
             &BoardController::toastOffersUndoChanged);
+    connect(&store, &WindowStore::isSavingSlowlyChanged, this,
+            &BoardController::isSavingSlowlyChanged);
     connect(&store, &WindowStore::canUndoChanged, this, &BoardController::canUndoChanged);
     connect(&store, &WindowStore::canRedoChanged, this, &BoardController::canRedoChanged);
     connect(&store, &WindowStore::isHidingGoalsWithoutOpenTodosChanged, this,
@@ -155,6 +157,11 @@ QString BoardController::toastMessage() const
 bool BoardController::toastOffersUndo() const
 {
     return m_store.toastOffersUndo();
+}
+
+bool BoardController::isSavingSlowly() const
+{
+    return m_store.isSavingSlowly();
 }
 
 void BoardController::setToastHeld(bool isHeld)

@@ -60,6 +60,8 @@ class BoardController : public QObject
     Q_PROPERTY(bool isDoubleTapOffered READ isDoubleTapOffered NOTIFY isDoubleTapOfferedChanged)
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
     Q_PROPERTY(bool toastOffersUndo READ toastOffersUndo NOTIFY toastOffersUndoChanged)
+    /// Whether changes have been on their way to the disk for a second.
+    Q_PROPERTY(bool isSavingSlowly READ isSavingSlowly NOTIFY isSavingSlowlyChanged)
     Q_PROPERTY(bool canUndo READ canUndo NOTIFY canUndoChanged)
     Q_PROPERTY(bool canRedo READ canRedo NOTIFY canRedoChanged)
 
@@ -114,6 +116,7 @@ public:
     bool toastOffersUndo() const;
     /// The toast stays for as long as the pointer or the keyboard is on it.
     Q_INVOKABLE void setToastHeld(bool isHeld);
+    bool isSavingSlowly() const;
     bool canUndo() const;
     bool canRedo() const;
     /// Takes the last change of the board back.
@@ -137,6 +140,7 @@ Q_SIGNALS:
     void isDoubleTapOfferedChanged();
     void toastMessageChanged();
     void toastOffersUndoChanged();
+    void isSavingSlowlyChanged();
     void canUndoChanged();
     void canRedoChanged();
     void targetAreaChanged();

@@ -29,6 +29,7 @@ T.ApplicationWindow {
     property NewGoalSheet createSheet: null
     property TitleSheet renameSheet: null
     property WindowSelectionSheet selectionSheet: null
+    property SavingNotice savingNotice: null
     property string renamedColumnID
 
     function askForGoal(): void {
@@ -105,6 +106,8 @@ T.ApplicationWindow {
         Keys.onPressed: event => root.takeMenuKey(event)
     }
     Toast {
+        id: toast
+
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.huge
@@ -150,6 +153,25 @@ T.ApplicationWindow {
 
         WindowSelectionSheet {
             windows: root.board.windows
+        }
+    }
+    Component {
+        id: savingNoticeType
+
+        // Above the toast, which may show at the same time.
+        SavingNotice {
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.bottom: toast.top
+            anchors.bottomMargin: Theme.small
+            visible: root.board.isSavingSlowly
+        }
+    }
+    Connections {
+        target: root.board
+
+        function onIsSavingSlowlyChanged(): void {
+            if (root.savingNotice === null)
+                root.savingNotice = savingNoticeType.createObject(root.contentItem) as SavingNotice;
         }
     }
     Connections {

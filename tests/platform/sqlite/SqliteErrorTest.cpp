@@ -1,6 +1,8 @@
 #include "platform/sqlite/ChildProcess.h"
 #include "platform/sqlite/SettingsFixture.h"
 
+#include <QFileInfo>
+
 #include <sys/resource.h>
 
 #include <chrono>
@@ -319,6 +321,43 @@ TEST_F(SqliteErrors, On_a_full_disk_the_last_saved_board_stays_and_the_next_one_
         EXPECT_TRUE(store->flush());
         EXPECT_THAT(rowsOf(path, QStringLiteral("SELECT length(value) FROM settings ORDER BY key")),
                     ElementsAre(u"1000001", u"2"));
+        return !HasFailure();
+    }));
+}
+
+TEST_F(SqliteErrors, A_disk_of_a_quarter_megabyte_holds_a_small_board)
+{
+    EXPECT_TRUE(succeedsInChild([this] {
+        EXPECT_TRUE(mountSmallDisk(folder.path().toUtf8().constData(), "size=256k"));
+        const auto store = openStore();
+        QByteArray board;
+        for (int i = 0; i < 150 && !HasFailure(); ++i) {
+            board += QByteArray(200, 'x');
+            EXPECT_TRUE(store->write({goals(board)})) << "save " << i;
+        }
+        EXPECT_THAT(messages, IsEmpty());
+        EXPECT_EQ(store->value(goalsKey), SettingsValue(board));
+        return !HasFailure();
+    }));
+}
+
+TEST_F(SqliteErrors, A_full_disk_gets_room_from_the_log_before_it_is_reported)
+{
+    EXPECT_TRUE(succeedsInChild([this] {
+        EXPECT_TRUE(mountSmallDisk(folder.path().toUtf8().constData(), "size=8m"));
+        EXPECT_TRUE(openStore()->write({goals(QByteArray(200'000, 'x'))}));
+        const auto store = openStore();
+        EXPECT_TRUE(store->write({goals(QByteArray(200'000, 'y'))}));
+        EXPECT_TRUE(store->write({goals(QByteArray(200'000, 'z'))}));
+        EXPECT_GT(QFileInfo(path + QStringLiteral("-wal")).size(), 400'000);
+        QFile ballast(folder.filePath(QStringLiteral("ballast")));
+        EXPECT_TRUE(ballast.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        while (ballast.write(QByteArray(4096, 'x')) == 4096)
+            continue;
+
+        for (const char letter : {'a', 'b', 'c'})
+            EXPECT_TRUE(store->write({goals(QByteArray(200'000, letter))}));
+        EXPECT_THAT(messages, IsEmpty());
         return !HasFailure();
     }));
 }

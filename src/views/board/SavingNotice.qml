@@ -1,0 +1,29 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa.Appearance
+import Kelpa.Controls
+
+/// Says that a slow disk has not taken the last changes yet. Presses go through it.
+FloatingGround {
+    id: root
+
+    readonly property string text: ViewSettings.copy.text(CopyKey.StillSaving)
+
+    implicitWidth: label.implicitWidth + 2 * Theme.large
+    implicitHeight: 36
+    radius: height / 2
+    Accessible.role: Accessible.AlertMessage
+    Accessible.ignored: !root.visible
+    Accessible.name: root.text
+
+    AppText {
+        id: label
+
+        anchors.fill: parent
+        anchors.leftMargin: Theme.large
+        anchors.rightMargin: Theme.large
+        horizontalAlignment: Text.AlignHCenter
+        text: root.text
+    }
+}

@@ -1,0 +1,94 @@
+"""A disk that takes its time, or all the time there is."""
+
+import pathlib
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+
+_GOAL = "Errands"
+_TODOS = ["Buy milk", "Call back", "Read the letter", "Pay the rent", "Water the plants"]
+
+
+class _Disk:
+    """Of the program that is started with `env`: `hang` until `recover`."""
+
+    def __init__(self, desktop, binary):
+        library = pathlib.Path(binary).parents[1] / "tests" / "desktop" / "libkelpa_hanging_disk.so"
+        self._file = desktop.directory / "hang"
+        # A debug build compiles its QML while it runs, and the toolkit syncs what it caches of that.
+        self.env = {"LD_PRELOAD": str(library), "KELPA_TEST_HANG": str(self._file),
+                    "QML_DISABLE_DISK_CACHE": "1"}
+
+    def hang(self):
+        self._file.touch()
+
+    def recover(self):
+        self._file.unlink()
+
+
+def _add_todo(desktop, kelpa, title):
+    kelpa.click(*kelpa.column_button(_GOAL, boards.ADD_TODO))
+    wait_until("a todo can be typed", kelpa.board.focused_field)
+    desktop.type(title)
+    desktop.key("Return")
+
+
+def _open_todos(count):
+    return [(title, boards.TODO) for title in _TODOS[:count]]
+
+
+def on_a_disk_that_hangs_the_board_goes_on_and_says_that_it_is_saving(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(_GOAL, [])], is_auto_sorting=False)
+    disk = _Disk(desktop, binary)
+    with Kelpa(desktop, binary, path, env=disk.env) as kelpa:
+        kelpa.focus()
+        disk.hang()
+        for count, title in enumerate(_TODOS, 1):
+            _add_todo(desktop, kelpa, title)
+            kelpa.wait_for_todos(_GOAL, _open_todos(count))
+        wait_until("the board says that it is saving", lambda: kelpa.board.has_text(boards.SAVING))
+        assert settings.StoredBoard(settings.read_live(path)).todos(_GOAL) == []
+
+        disk.recover()
+        wait_until("all todos are stored", lambda: settings.StoredBoard(
+            settings.read_live(path)).todos(_GOAL) == _open_todos(len(_TODOS)))
+        wait_until("the board has nothing to say", lambda: not kelpa.board.has_text(boards.SAVING))
+
+
+def closing_waits_for_a_slow_disk(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(_GOAL, [])], is_auto_sorting=False)
+    disk = _Disk(desktop, binary)
+    kelpa = Kelpa(desktop, binary, path, env=disk.env)
+    kelpa.start()
+    kelpa.focus()
+    disk.hang()
+    for count, title in enumerate(_TODOS[:2], 1):
+        _add_todo(desktop, kelpa, title)
+        kelpa.wait_for_todos(_GOAL, _open_todos(count))
+    desktop.close(kelpa.window)
+    wait_until("the window is gone", lambda: kelpa.window.number not in [
+        window.number for window in desktop.windows()])
+    assert kelpa.is_running()
+    assert settings.StoredBoard(settings.read_live(path)).todos(_GOAL) == []
+    disk.recover()
+    assert kelpa.wait() == 0
+    assert settings.StoredBoard(settings.read(path)).todos(_GOAL) == _open_todos(2)
+
+
+def a_disk_that_hangs_for_good_does_not_keep_it_from_ending(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(_GOAL, [])], is_auto_sorting=False)
+    disk = _Disk(desktop, binary)
+    kelpa = Kelpa(desktop, binary, path, env=disk.env)
+    kelpa.start()
+    kelpa.focus()
+    disk.hang()
+    _add_todo(desktop, kelpa, _TODOS[0])
+    kelpa.wait_for_todos(_GOAL, _open_todos(1))
+    desktop.close(kelpa.window)
+    kelpa.wait(60)
+    assert f"the disk with {path} does not reply" in kelpa.output()

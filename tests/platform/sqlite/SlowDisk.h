@@ -1,0 +1,54 @@
+// A disk on which each sync takes as long as a test decides. The files are real and SQLite is real:
+// it is a layer between SQLite and the file system.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace kelpa::test {
+
+/// While it exists, files that are opened in this process are on it. One at a time; outlives these
+/// files. Any thread.
+class SlowDisk
+{
+public:
+    SlowDisk();
+    SlowDisk(const SlowDisk&) = delete;
+    SlowDisk& operator=(const SlowDisk&) = delete;
+    ~SlowDisk();
+
+    /// Syncs wait from now on.
+    void hang();
+    /// Lets the sync that waits, or the next one, go on.
+    void letOneSyncPass();
+    /// Waits until a sync waits.
+    void waitForSync();
+    /// No sync waits any more.
+    void recover();
+    /// Each sync takes as long as `delay` returns, besides its own time.
+    void setDelay(std::function<std::chrono::microseconds()> delay) { m_delay = std::move(delay); }
+
+    /// How many syncs have ended.
+    int syncCount() const { return m_syncCount; }
+
+    /// Called by each sync.
+    void enterSync();
+
+private:
+    struct Layer;
+
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_isHanging = false;
+    int m_passes = 0;
+    int m_waiting = 0;
+    std::atomic<int> m_syncCount = 0;
+    std::function<std::chrono::microseconds()> m_delay;
+    std::unique_ptr<Layer> m_layer;
+};
+
+} // namespace kelpa::test
