@@ -61,24 +61,18 @@ SecondaryStart activatePrimaryKelpa(const CommandLine& line, const QByteArray& s
     return start;
 }
 
-/// Another start claimed the board after this one had found no primary instance. Returns the
-/// status to exit with.
-int yieldToFasterStart(const CommandLine& line, const QByteArray& startupID,
-                       TerminationSignals& signals)
-{
-    const SecondaryStart start = activatePrimaryKelpa(line, startupID, signals);
-    if (!start.exitStatus)
-        std::fprintf(stderr, "kelpa: another Kelpa started at the same time and ended again\n");
-    return start.exitStatus.value_or(1);
-}
-
 int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,
-        const SecondaryStart& start, TerminationSignals& signals)
+        SecondaryStart start, TerminationSignals& signals)
 {
     QtScheduler scheduler;
     SingleInstance single(line.settingsPath, scheduler);
-    if (!single.claim())
-        return yieldToFasterStart(line, startupID, signals);
+    const bool isNameTaken = !single.claim();
+    if (isNameTaken && !start.isNameForeign) {
+        // Another start may have been faster than this one.
+        start = activatePrimaryKelpa(line, startupID, signals);
+        if (start.exitStatus)
+            return *start.exitStatus;
+    }
     std::unique_ptr<SqliteSettingsStore> file = openBoard(line.settingsPath, start);
     if (file->isAlreadyInUse()) {
         std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
@@ -87,6 +81,12 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
         if (!scheduler.shutDown())
             std::_Exit(1);
         return 1;
+    }
+    if (isNameTaken) {
+        std::fprintf(stderr,
+                     "kelpa: another program has the name %s on the session bus: starting Kelpa "
+                     "again will not bring this board forward\n",
+                     qPrintable(busNameOfBoard(line.settingsPath)));
     }
     WriteBehindSettings settings(std::move(file));
     const int status =

@@ -228,3 +228,26 @@ def _check_goals(path, expected):
     stored = settings.StoredBoard(settings.read(path)).goal_titles
     if stored != expected:
         raise AssertionError(f"stored: {stored}")
+
+
+def another_program_with_its_bus_name_does_not_keep_the_board_closed(desktop, binary):
+    holder = pathlib.Path(__file__).parent / "support" / "name_holder.py"
+    # Of the board at the default path.
+    name = "org.kelpa.Kelpa"
+    settings.write(pathlib.Path(desktop.env["XDG_DATA_HOME"]) / "kelpa" / "kelpa.sqlite")
+    for manner in ("answers", "silent", "refuses"):
+        other = desktop.start("/usr/bin/python3", "-B", holder, name, manner)
+        wait_until(f"a program that {manner} owns the name",
+                   lambda: f'"{name}"' in desktop.run("dbus-send", "--session", "--print-reply",
+                                                      "--dest=org.freedesktop.DBus", "/",
+                                                      "org.freedesktop.DBus.ListNames"))
+        with Kelpa(desktop, binary, None) as kelpa:
+            kelpa.create_goal(f"Beside a program that {manner}")
+            expected = (f"kelpa: another program has the name {name} on the session bus: starting "
+                        "Kelpa again will not bring this board forward\n")
+            if expected not in kelpa.output():
+                raise AssertionError(f"{manner}: {kelpa.output()}")
+        other.kill()
+        other.wait()
+    with Kelpa(desktop, binary, None) as kelpa:
+        assert len(kelpa.board.goal_titles()) == 3

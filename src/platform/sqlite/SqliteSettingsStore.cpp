@@ -123,7 +123,7 @@ std::optional<SettingsError> SqliteSettingsStore::connect()
     m_path = resolvedPath(m_givenPath);
     if (const auto error = makeSettingsFolder(m_path))
         return error;
-    if (const auto error = m_lock.acquire(m_path + QStringLiteral(".lock")))
+    if (const auto error = m_lock.acquire(lockPath(m_path)))
         return error;
     const FileContents found = openFile();
     const std::optional<SettingsError> error =
