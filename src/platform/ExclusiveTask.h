@@ -35,7 +35,7 @@ public:
     void startAndWait(Scheduler::Duration limit, Work work, Then then)
     {
         TaskHandle task = m_scheduler.inBackgroundAndWait(limit, std::move(work),
-                                                           returning<Work, Then>(std::move(then)));
+                                                          returning<Work, Then>(std::move(then)));
         // `then` may have started the next one.
         if (task)
             m_task = std::move(task);

@@ -70,7 +70,7 @@ TEST_F(HangingServer, Has_one_capture_and_one_pass_while_a_launch_and_a_focus_go
 
     for (int round = 0; round < 20; ++round) {
         // A pause that is over.
-        store.noteScrollActivity(scheduler.now().addingSeconds(-1));
+        store.noteScrollActivity(scheduler.now() - 1s);
         store.refreshPreviews(scheduler.now());
         store.setPreviewPixels({100 + round, 100});
         store.refreshPreviews(scheduler.now());
