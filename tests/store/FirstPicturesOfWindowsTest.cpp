@@ -106,15 +106,18 @@ TEST_F(FirstPicturesOfWindows, A_window_that_opens_in_view_is_captured_at_once)
 
 TEST_F(FirstPicturesOfWindows, A_minimised_window_is_captured_when_it_is_restored)
 {
-    open(3);
+    open(1);
+    desktop.addAccessibleWindow(2, 101, QStringLiteral("2"));
+    bool& isMinimized = *desktop.accessibilityWindows[101]->front().isMinimized;
+    isMinimized = true;
     desktop.onScreen.remove(2);
-    desktop.captureSizes.remove(2);
     store().startObserving();
-    noteInView({1, 2, 3});
+    noteInView({1, 2});
     scheduler.advance(5s);
     EXPECT_EQ(message(2), QStringLiteral("Window is minimized; preview will return when restored"));
     desktop.captured.clear();
 
+    isMinimized = false;
     desktop.onScreen.insert(2);
     desktop.captureSizes.insert(2, {640, 480});
     desktop.announceWindowChange();

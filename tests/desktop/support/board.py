@@ -260,7 +260,7 @@ class Card:
     def messages(self):
         """What it says in place of a picture."""
         return [name for name in (CANNOT_BE_CAPTURED, MINIMISED)
-                if self.node.find_named(lambda found, name=name: found == name)]
+                if any(self.node.each_named(lambda found, name=name: found == name))]
 
     @property
     def has_preview(self):
