@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Kelpa.Appearance
-import Kelpa.Controls
 import Kelpa.Board
 
 /// The visible part of the board. `reveal` scrolls it to a part of the content.

@@ -4,7 +4,6 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Scene
 import Kelpa.Windows
-import Kelpa.Board
 
 /// The cards of a column's windows, in two columns, as the arrow keys walk them.
 WaterfallView {

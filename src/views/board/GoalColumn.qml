@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa.Appearance
 import Kelpa.Scene
-import Kelpa.Controls
 import Kelpa.Goals
 import Kelpa.Todos
 import Kelpa.Windows

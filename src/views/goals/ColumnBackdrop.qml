@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Goals
 

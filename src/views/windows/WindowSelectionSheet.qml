@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Windows
