@@ -18,18 +18,9 @@ namespace {
 // The primary instance may still be starting, on a slow disk; nobody waits longer for a window to
 // come forward.
 constexpr std::chrono::milliseconds answerLimit{5000};
-// After so long the board's lock says whether the owner of the name is worth waiting for.
-constexpr std::chrono::milliseconds firstAnswerLimit{1000};
 constexpr std::chrono::milliseconds claimLimit{1000};
 constexpr std::chrono::milliseconds boardWaitLimit{1000};
 constexpr std::chrono::milliseconds boardRetryInterval{20};
-
-/// Whether the board's file can be locked. False also where no lock can be taken, in a folder that
-/// is read-only for example: then nothing is known of others.
-bool isBoardFree(const QString& settingsPath)
-{
-    return !FileLock().acquire(lockPath(resolvedPath(settingsPath)));
-}
 
 } // namespace
 
@@ -47,17 +38,8 @@ QString busNameOfBoard(const QString& settingsPath)
 SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& startupID,
                                  int interruption)
 {
-    const QByteArray name = busNameOfBoard(settingsPath).toUtf8();
-    InstanceActivation outcome =
-        activatePrimaryInstance(name, startupID, firstAnswerLimit, interruption);
-    if ((outcome == InstanceActivation::activated || outcome == InstanceActivation::timedOut) &&
-        isBoardFree(settingsPath))
-        return {.exitStatus = std::nullopt, .isNameForeign = true};
-    if (outcome == InstanceActivation::timedOut) {
-        outcome =
-            activatePrimaryInstance(name, startupID, answerLimit - firstAnswerLimit, interruption);
-    }
-    switch (outcome) {
+    switch (activatePrimaryInstance(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
+                                    interruption, executableName(QStringLiteral("self")))) {
     case InstanceActivation::activated:
         return {.exitStatus = 0};
     case InstanceActivation::timedOut:
@@ -67,6 +49,8 @@ SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& 
         return {.exitStatus = std::nullopt, .hasJustEnded = true};
     case InstanceActivation::interrupted:
         return {.exitStatus = 1, .isInterrupted = true};
+    case InstanceActivation::foreign:
+        return {.exitStatus = std::nullopt, .isNameForeign = true};
     case InstanceActivation::notRunning:
         break;
     }

@@ -31,15 +31,13 @@ struct SecondaryStart
     bool hasJustEnded = false;
     /// A signal arrived meanwhile, which is to end this start.
     bool isInterrupted = false;
-    /// The name on the bus has an owner, but nobody has the board open: the owner is no instance of
-    /// Kelpa, whatever it replies.
+    /// The owner of the name on the bus is another program than Kelpa.
     bool isNameForeign = false;
 };
 
 /// Activates the primary instance, which comes forward, and reports on standard error when it does
-/// not reply. Only a program that holds the lock of the board's file is believed to be one. Waits a
-/// few seconds at most, and no longer than until the file descriptor `interruption` becomes
-/// readable. Call before there is an event loop.
+/// not reply. Waits a few seconds at most, and no longer than until the file descriptor
+/// `interruption` becomes readable. Call before there is an event loop.
 SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& startupID,
                                  int interruption);
 

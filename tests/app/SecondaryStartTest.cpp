@@ -2,11 +2,13 @@
 // own.
 #include "app/SingleInstance.h"
 #include "platform/qt/QtScheduler.h"
-#include "platform/sqlite/SqliteSettingsStore.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -46,7 +48,6 @@ protected:
     const QString path = folder.filePath(QStringLiteral("board.sqlite"));
     QtScheduler scheduler;
     SingleInstance single{path, scheduler};
-    std::optional<SqliteSettingsStore> board{std::in_place, path};
     std::vector<QByteArray> activations;
 };
 
@@ -71,38 +72,40 @@ TEST_F(SecondaryStarts, That_arrive_before_the_window_are_reported_once_it_exist
     EXPECT_EQ(activations, (std::vector<QByteArray>{"menu_TIME1", "menu_TIME2"}));
 }
 
-TEST_F(SecondaryStarts, That_get_no_reply_end_while_the_board_is_open)
+/// A program that is not Kelpa owns the bus name of a board.
+class ForeignOwners : public testing::TestWithParam<const char*>
 {
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(trySecondaryStart(path, {}, -1).exitStatus, 1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "kelpa: Kelpa already runs, but does not answer\n");
-}
+protected:
+    void SetUp() override
+    {
+        const QString name = busNameOfBoard(path);
+        owner.start(QStringLiteral("/usr/bin/python3"),
+                    {QStringLiteral("-B"), QStringLiteral(KELPA_NAME_HOLDER), name,
+                     QString::fromLatin1(GetParam())});
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return QDBusConnection::sessionBus().interface()->isServiceRegistered(name); },
+            20'000));
+    }
+    void TearDown() override
+    {
+        owner.kill();
+        owner.waitForFinished();
+    }
 
-TEST_F(SecondaryStarts, Open_a_board_that_nobody_has_open_whoever_replies)
-{
-    board.reset();
-    handleActivations();
-    const SecondaryStart start = startWhileEventsAreHandled({});
-    EXPECT_EQ(start.exitStatus, std::nullopt);
-    EXPECT_TRUE(start.isNameForeign);
-    EXPECT_FALSE(openBoard(path, start)->isAlreadyInUse());
-}
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("board.sqlite"));
+    QProcess owner;
+};
 
-TEST_F(SecondaryStarts, Open_a_board_that_nobody_has_open_though_nobody_replies)
+TEST_P(ForeignOwners, Of_the_name_keep_no_board_closed)
 {
-    board.reset();
     const SecondaryStart start = trySecondaryStart(path, {}, -1);
     EXPECT_EQ(start.exitStatus, std::nullopt);
     EXPECT_TRUE(start.isNameForeign);
 }
 
-TEST_F(SecondaryStarts, Trust_the_bus_where_a_board_cannot_be_locked)
-{
-    board.reset();
-    ASSERT_TRUE(folder.remove());
-    EXPECT_EQ(statusOfStart({}), 0);
-}
+INSTANTIATE_TEST_SUITE_P(SecondaryStarts, ForeignOwners,
+                         testing::Values("answers", "silent", "refuses"));
 
 } // namespace
 } // namespace kelpa::test

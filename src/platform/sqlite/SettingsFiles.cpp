@@ -148,11 +148,6 @@ std::optional<FileState> FileState::of(const QString& path)
                          std::chrono::nanoseconds(status.st_ctim.tv_nsec)};
 }
 
-QString lockPath(const QString& path)
-{
-    return path + QStringLiteral(".lock");
-}
-
 bool FileLock::isInPlace() const
 {
     struct stat locked = {};

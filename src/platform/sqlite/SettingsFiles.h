@@ -63,9 +63,6 @@ struct FileState
     friend bool operator==(const FileState&, const FileState&) = default;
 };
 
-/// The lock file of the settings at `path`, whose links are resolved.
-QString lockPath(const QString& path);
-
 /// An exclusive lock on a file beside the settings, held until this object is destroyed or the
 /// process ends, however it ends. The lock file is never removed, since two processes could then
 /// lock two files of the same name.

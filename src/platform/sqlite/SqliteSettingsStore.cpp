@@ -107,6 +107,7 @@ bool SqliteSettingsStore::flush()
         error = writePending();
     // Memory holds every value of the file; anything else stays in the renamed one.
     if (error == SettingsError::damaged && m_file) {
+        keepStored();
         error = replaceDamaged({});
         if (!error)
             error = writePending();
@@ -123,7 +124,7 @@ std::optional<SettingsError> SqliteSettingsStore::connect()
     m_path = resolvedPath(m_givenPath);
     if (const auto error = makeSettingsFolder(m_path))
         return error;
-    if (const auto error = m_lock.acquire(lockPath(m_path)))
+    if (const auto error = m_lock.acquire(m_path + QStringLiteral(".lock")))
         return error;
     const FileContents found = openFile();
     const std::optional<SettingsError> error =
@@ -143,18 +144,25 @@ std::optional<SettingsError> SqliteSettingsStore::takeChanges()
     if (isAsLeft && !isWritten)
         return std::nullopt;
     const FileContents found = isAsLeft ? m_file->read() : m_file->readAnew();
-    if (found.error == SettingsError::busy)
+    // Nothing is known of a file that cannot be read at the moment.
+    if (found.error && found.error != SettingsError::damaged)
         return found.error;
     if (found.error || (!isWritten && found.values != m_stored))
         return SettingsError::damaged;
     // The board on the screen is the newest; values that it replaces are copied aside.
+    keepStored();
+    mergeStored(found.values);
+    m_file->acceptChanges();
+    return std::nullopt;
+}
+
+/// Makes the values of the file pending, since the file may no longer have them.
+void SqliteSettingsStore::keepStored()
+{
     for (const auto& [key, value] : std::as_const(m_stored).asKeyValueRange()) {
         if (!m_pending.contains(key))
             m_pending.insert(key, value);
     }
-    mergeStored(found.values);
-    m_file->acceptChanges();
-    return std::nullopt;
 }
 
 std::optional<SettingsError> SqliteSettingsStore::replaceDamaged(const SettingsValues& found)

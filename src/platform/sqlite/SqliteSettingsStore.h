@@ -57,6 +57,7 @@ private:
     std::optional<SettingsError> connect();
     FileContents openFile();
     std::optional<SettingsError> moveAside(const SettingsValues& found);
+    void keepStored();
     std::optional<SettingsError> replaceDamaged(const SettingsValues& found);
     std::optional<SettingsError> takeChanges();
     void mergeStored(const SettingsValues& found);

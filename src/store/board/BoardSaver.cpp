@@ -58,6 +58,9 @@ void BoardSaver::write(const std::vector<SettingsEntry>& entries)
 void BoardSaver::finish()
 {
     endSave(m_settings.finish(finishLimit));
+    // Only now the stored board could be read: what this run has added to it is on its way.
+    if (m_settings.isSaving())
+        endSave(m_settings.finish(finishLimit));
 }
 
 /// Also called for a save that is still under way.

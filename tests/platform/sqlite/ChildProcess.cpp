@@ -31,10 +31,11 @@ bool succeedsInChild(const std::function<bool()>& work)
            WEXITSTATUS(status) == 0;
 }
 
-void killChild(pid_t child)
+bool killChild(pid_t child)
 {
     ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
+    int status = 0;
+    return ::waitpid(child, &status, 0) == child && WIFSIGNALED(status);
 }
 
 bool giveUpRights()

@@ -4,8 +4,11 @@
 #include "platform/freedesktop/bus/GlibPointers.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 
+#include <QFileInfo>
+
 #include <glib-unix.h>
 
+#include <cstdint>
 #include <optional>
 
 namespace kelpa {
@@ -64,6 +67,32 @@ GVariant* platformData(const QByteArray& startupID)
     return g_variant_new("(a{sv})", &data);
 }
 
+enum class Owner : std::uint8_t { none, acceptable, foreign };
+
+/// Who cannot be identified counts as acceptable.
+Owner ownerWithProcess(quint32 process, const QString& executable)
+{
+    const QString name = executableName(QString::number(process));
+    return name.isEmpty() || executable.isEmpty() || name == executable ? Owner::acceptable
+                                                                        : Owner::foreign;
+}
+
+std::optional<Owner> ownerOf(Loop& loop, AsyncBus& bus, const QByteArray& busName,
+                             const QString& executable)
+{
+    std::optional<Owner> owner;
+    bus.call(busItself, "GetConnectionUnixProcessID", g_variant_new("(s)", busName.constData()),
+             "(u)", ownerLimit, [&owner, &executable](BusOutcome outcome, GVariant* answer) {
+                 guint32 process = 0;
+                 if (outcome == BusOutcome::answered)
+                     g_variant_get(answer, "(u)", &process);
+                 owner = outcome == BusOutcome::answered  ? ownerWithProcess(process, executable)
+                         : outcome == BusOutcome::refused ? Owner::none
+                                                          : Owner::acceptable;
+             });
+    return loop.await(owner);
+}
+
 std::optional<BusOutcome> activate(Loop& loop, AsyncBus& bus, const QByteArray& busName,
                                    const QByteArray& startupID, std::chrono::milliseconds limit)
 {
@@ -89,8 +118,18 @@ std::optional<bool> hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busNam
 
 } // namespace
 
+QString executableName(const QString& process)
+{
+    const QString deleted = QStringLiteral(" (deleted)");
+    QString path = QFileInfo(QStringLiteral("/proc/%1/exe").arg(process)).symLinkTarget();
+    if (path.endsWith(deleted))
+        path.chop(deleted.size());
+    return QFileInfo(path).fileName();
+}
+
 InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByteArray& startupID,
-                                           std::chrono::milliseconds limit, int interruption)
+                                           std::chrono::milliseconds limit, int interruption,
+                                           const QString& executable)
 {
     const QByteArray address = sessionBusAddress();
     if (address.isEmpty())
@@ -103,6 +142,13 @@ InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByt
         return InstanceActivation::interrupted;
     if (!*isOpen)
         return InstanceActivation::notRunning;
+    const std::optional<Owner> owner = ownerOf(loop, bus, busName, executable);
+    if (!owner)
+        return InstanceActivation::interrupted;
+    if (*owner == Owner::none)
+        return InstanceActivation::notRunning;
+    if (*owner == Owner::foreign)
+        return InstanceActivation::foreign;
     const std::optional<BusOutcome> outcome = activate(loop, bus, busName, startupID, limit);
     if (!outcome)
         return InstanceActivation::interrupted;

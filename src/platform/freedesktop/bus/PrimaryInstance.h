@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 #include <chrono>
 #include <cstdint>
@@ -19,13 +20,21 @@ enum class InstanceActivation : std::uint8_t {
     timedOut,
     /// `interruption` became readable first.
     interrupted,
+    /// The owner of the name runs another executable: it is no Kelpa.
+    foreign,
 };
 
-/// Activates the owner of the bus name (org.freedesktop.Application); never starts it. Waits, at
+/// The file name of the executable of a process, a number or "self"; empty where the system does
+/// not say. A program that was replaced while it runs, by an update for example, keeps its name.
+QString executableName(const QString& process);
+
+/// Activates the owner of the bus name (org.freedesktop.Application), unless it is known to run
+/// another executable than that of the name `executable`, empty for any; never starts it. Waits, at
 /// most a little longer than `limit`; not on a thread that runs an event loop. `startupID` is the
 /// startup id or activation token that a launcher gave to this start, empty without one. Returns
 /// early once the file descriptor `interruption` is readable, without reading it; -1 for none.
 InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByteArray& startupID,
-                                           std::chrono::milliseconds limit, int interruption = -1);
+                                           std::chrono::milliseconds limit, int interruption = -1,
+                                           const QString& executable = {});
 
 } // namespace kelpa
