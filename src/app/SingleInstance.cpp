@@ -1,10 +1,13 @@
 #include "app/SingleInstance.h"
 
+#include "platform/ExecutableName.h"
 #include "platform/freedesktop/bus/PrimaryInstance.h"
 #include "platform/sqlite/SettingsFiles.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 
 #include <QCryptographicHash>
+
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
@@ -39,7 +42,8 @@ SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& 
                                  int interruption)
 {
     switch (activatePrimaryInstance(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
-                                    interruption, executableName(QStringLiteral("self")))) {
+                                    interruption,
+                                    executableName(static_cast<ProcessID>(::getpid())))) {
     case InstanceActivation::activated:
         return {.exitStatus = 0};
     case InstanceActivation::timedOut:

@@ -64,7 +64,7 @@ public:
 
     /// Calls `ended` whenever no save is under way any more that a call did not wait for. One
     /// watcher at a time. Null where every call waits.
-    [[nodiscard]] virtual std::unique_ptr<Subscription> watchSaves(SavesEnded /*ended*/)
+    [[nodiscard]] virtual std::unique_ptr<Subscription> watchSaves(const SavesEnded& /*ended*/)
     {
         return nullptr;
     }

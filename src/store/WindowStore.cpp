@@ -53,11 +53,12 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
       selection(state), toast(scheduler, [this] { publishToast(); }),
       saver(
           settings, scheduler, [this] { loadState(); }, [this] { publishSaving(); }),
-      steps(state, selection, toast, saver), permissions(platform, [this] { publishObstacles(); }),
+      steps(state, selection, toast, saver),
+      permissions(platform, [this] { publishPermissions(); }),
       passes(
           platform.windowServer, platform.applications, scheduler,
           [this](const QList<WindowItem>& discovered) { finishPass(discovered); },
-          [this] { store.refreshInBackground(); }),
+          [this](WorkPriority priority) { startPass(priority); }),
       previewCaptures(platform.windowServer, scheduler, state.windows, state.previews,
                       [this](Previews captured, PreviewCaptures::Messages messages) {
                           publishPreviews(std::move(captured), messages);

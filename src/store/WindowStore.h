@@ -119,7 +119,7 @@ public:
 
     // Windows.
     /// Starts a discovery pass and waits at most 12 ms for it; a slower one is published when it
-    /// ends.
+    /// ends. During another pass, begins once that has ended, and does not wait.
     void refresh();
     /// Starts a discovery pass, unless one is under way.
     void refreshInBackground();

@@ -36,7 +36,9 @@ struct WindowStore::Parts
     /// Called after the number of open todos of a goal has changed.
     void reconcileWithTodoCounts();
     void publish(const Permissions::Granted& granted);
-    void publishObstacles();
+    void publishPermissions();
+    /// Starts a discovery pass, unless one is under way.
+    void startPass(WorkPriority priority);
     /// Begins with the first pictures of windows in view, while the store observes.
     void captureFirst();
 

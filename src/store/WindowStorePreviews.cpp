@@ -80,14 +80,13 @@ void WindowStore::Parts::publish(const Permissions::Granted& granted)
                  Field::isAccessibilityTrusted);
     state.assign(state.isScreenCaptureTrusted, granted.screenCapture,
                  Field::isScreenCaptureTrusted);
-    publishObstacles();
+    state.assign(state.obstacles, permissions.obstacles(granted), Field::obstacles);
 }
 
-void WindowStore::Parts::publishObstacles()
+void WindowStore::Parts::publishPermissions()
 {
     const Update update(state.changes);
-    const Permissions::Granted granted{state.isAccessibilityTrusted, state.isScreenCaptureTrusted};
-    state.assign(state.obstacles, permissions.obstacles(granted), Field::obstacles);
+    publish(permissions.granted());
 }
 
 } // namespace kelpa

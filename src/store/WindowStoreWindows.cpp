@@ -21,13 +21,18 @@ void WindowStore::refresh()
 
 void WindowStore::refreshInBackground()
 {
-    if (m_parts->passes.isUnderWay())
+    m_parts->startPass(WorkPriority::utility);
+}
+
+void WindowStore::Parts::startPass(WorkPriority priority)
+{
+    if (passes.isUnderWay())
         return;
-    const Update update(m_state.changes);
-    m_parts->publish(m_parts->permissions.granted());
-    m_parts->passes.runInBackground(m_state.isScreenCaptureTrusted
-                                        ? DiscoveryPasses::ReadAccess::granted
-                                        : DiscoveryPasses::ReadAccess::denied);
+    const Update update(state.changes);
+    publish(permissions.granted());
+    passes.runInBackground(state.isScreenCaptureTrusted ? DiscoveryPasses::ReadAccess::granted
+                                                        : DiscoveryPasses::ReadAccess::denied,
+                           priority);
 }
 
 void WindowStore::noteWindowsChangedOnDesktop()

@@ -51,14 +51,15 @@ std::vector<WindowID> FirstPictures::untried(const QList<WindowItem>& windows,
     return found;
 }
 
-std::optional<WindowID> FirstPictures::blankOnce(const QList<WindowItem>& windows,
-                                                 const Previews& previews) const
+QList<WindowID> FirstPictures::blankOnce(const QList<WindowItem>& windows,
+                                         const Previews& previews) const
 {
-    const auto found = std::ranges::find_if(windows, [&](const WindowItem& window) {
-        return window.isOnScreen && m_blankOnce.contains(window.id) &&
-               !previews.contains(window.id);
-    });
-    return found != windows.end() ? std::optional(found->id) : std::nullopt;
+    QList<WindowID> found;
+    for (const WindowItem& window : windows) {
+        if (window.isOnScreen && m_blankOnce.contains(window.id) && !previews.contains(window.id))
+            found.append(window.id);
+    }
+    return found;
 }
 
 } // namespace kelpa

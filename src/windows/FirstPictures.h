@@ -8,7 +8,6 @@
 #include <QList>
 #include <QSet>
 
-#include <optional>
 #include <vector>
 
 namespace kelpa {
@@ -30,9 +29,8 @@ public:
     /// Windows in view to capture now, in the order in which they came into view: those on screen
     /// that have no picture and were not tried.
     std::vector<WindowID> untried(const QList<WindowItem>& windows, const Previews& previews) const;
-    /// A window to capture once more, since its first picture was blank; absent when there is none.
-    std::optional<WindowID> blankOnce(const QList<WindowItem>& windows,
-                                      const Previews& previews) const;
+    /// The windows to capture once more, since their first picture was blank.
+    QList<WindowID> blankOnce(const QList<WindowItem>& windows, const Previews& previews) const;
     /// Whether it is known that the window cannot be captured, unless it has a picture.
     bool wasTried(WindowID window) const { return m_tried.contains(window); }
 

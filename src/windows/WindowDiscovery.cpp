@@ -122,8 +122,8 @@ public:
         WindowItem window;
         window.id = *entry.number;
         window.ownerName = *entry.ownerName;
-        window.bundleIdentifier = entry.bundleIdentifier ? entry.bundleIdentifier
-                                                         : std::move(application->bundleIdentifier);
+        window.bundleIdentifier =
+            entry.bundleIdentifier ? entry.bundleIdentifier : application->bundleIdentifier;
         window.title = entry.name.value_or(QString());
         window.processIdentifier = *entry.ownerProcess;
         window.bounds = *entry.bounds;

@@ -61,8 +61,8 @@ TEST(MenuPosition, A_menu_without_any_free_place_is_within_the_window)
 
 TEST(MenuPosition, A_menu_covers_its_button_nowhere_in_the_window)
 {
-    for (double x = 0; x <= 868; x += 31) {
-        for (double y = 0; y <= 592; y += 23) {
+    for (int x = 0; x <= 868; x += 31) {
+        for (int y = 0; y <= 592; y += 23) {
             for (const double height : {60.0, 300.0, 604.0}) {
                 const QSizeF menu(200, height);
                 const QRectF place(menuPosition(button(x, y), menu, space), menu);

@@ -39,6 +39,18 @@ TEST_F(BackgroundPriority, Captures_and_passes_that_nobody_asked_for_are_utility
     EXPECT_EQ(prioritiesOf([&] { store().noteWindowsChangedOnDesktop(); }), Priorities{utility});
 }
 
+TEST_F(BackgroundPriority,
+       A_pass_that_a_person_asks_for_during_another_one_follows_at_normal_priority)
+{
+    scheduler.holdBackgroundWork(true);
+    store().refreshInBackground();
+    scheduler.hangBackgroundWork();
+    scheduler.holdBackgroundWork(false);
+    EXPECT_EQ(prioritiesOf([&] { store().refresh(); }), Priorities{});
+    EXPECT_EQ(prioritiesOf([&] { scheduler.runBackgroundWork(); }), Priorities{normal});
+    EXPECT_EQ(prioritiesOf([&] { store().refreshInBackground(); }), Priorities{utility});
+}
+
 TEST_F(BackgroundPriority, What_a_person_asks_for_is_not)
 {
     const WindowItem window = store().windows().first();

@@ -284,5 +284,21 @@ TEST_F(BlankPictures, Take_the_place_of_one_another)
     EXPECT_NE(picture(), before);
 }
 
+TEST_F(FirstPicturesOfWindows, Blank_ones_of_many_windows_are_taken_again_by_one_tick)
+{
+    open(20);
+    for (WindowID id = 1; id <= 20; ++id)
+        desktop.blankWindows.insert(id);
+    store().startObserving();
+    for (WindowID id = 1; id <= 20; ++id)
+        store().noteWindowInView(id);
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.captured.size(), 20);
+    EXPECT_TRUE(store().previews().isEmpty());
+    scheduler.advance(600ms);
+    EXPECT_EQ(store().previews().size(), 20);
+    EXPECT_EQ(desktop.captured.size(), 40);
+}
+
 } // namespace
 } // namespace kelpa::test

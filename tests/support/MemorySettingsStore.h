@@ -62,9 +62,9 @@ public:
 
     bool isSaving() const override { return m_isSaving; }
 
-    [[nodiscard]] std::unique_ptr<Subscription> watchSaves(SavesEnded ended) override
+    [[nodiscard]] std::unique_ptr<Subscription> watchSaves(const SavesEnded& ended) override
     {
-        m_ended = std::move(ended);
+        m_ended = ended;
         return nullptr;
     }
 

@@ -209,7 +209,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
      u"^(Icon Theme/[A-Za-z]+|Scalable|Fixed)$"},
     {u"^src/platform/freedesktop/\\w+/IconFile\\.cpp$", u"^/\\* XPM$"},
     // What the kernel and a launcher's protocol say.
-    {u"^src/platform/freedesktop/\\w+/DesktopEntries\\.cpp$", u"^ \\(deleted\\)$"},
+    {u"^src/platform/ExecutableName\\.h$", u"^ \\(deleted\\)$"},
     {u"^src/platform/x11/\\w+/XSettings\\.cpp$", u"^Gtk/EnableAnimations$"},
     {u"^src/platform/x11/\\w+/StartupNotification\\.cpp$", u"^remove: ID=$"},
     // Names: of the product, of places, of types, of fonts.

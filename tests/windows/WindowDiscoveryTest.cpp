@@ -1,6 +1,8 @@
 #include "support/CaseName.h"
 #include "windows/WindowDiscoveryFixture.h"
 
+#include <QMap>
+
 namespace kelpa::test {
 namespace {
 

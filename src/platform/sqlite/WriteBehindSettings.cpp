@@ -118,9 +118,9 @@ bool WriteBehindSettings::finish(std::chrono::milliseconds limit)
     return await(lock, limit);
 }
 
-std::unique_ptr<Subscription> WriteBehindSettings::watchSaves(SavesEnded ended)
+std::unique_ptr<Subscription> WriteBehindSettings::watchSaves(const SavesEnded& ended)
 {
-    auto watcher = std::make_shared<SavesEnded>(std::move(ended));
+    auto watcher = std::make_shared<SavesEnded>(ended);
     m_watcher = watcher;
     return std::make_unique<SavesWatch>(std::move(watcher));
 }

@@ -50,7 +50,7 @@ public:
     bool flush() override;
 
     bool isSaving() const override;
-    [[nodiscard]] std::unique_ptr<Subscription> watchSaves(SavesEnded ended) override;
+    [[nodiscard]] std::unique_ptr<Subscription> watchSaves(const SavesEnded& ended) override;
     bool finish(std::chrono::milliseconds limit) override;
 
     /// Closes the file, after saves that are under way, and waits up to `limit` for that. False

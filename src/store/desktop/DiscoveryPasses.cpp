@@ -39,6 +39,7 @@ void DiscoveryPasses::runNow()
     cancel();
     if (isUnderWay()) {
         requestRerun();
+        m_rerunPriority = WorkPriority::normal;
         return;
     }
     m_pass.startAndWait(
@@ -46,12 +47,11 @@ void DiscoveryPasses::runNow()
         [this](const std::optional<WindowDiscoveryBatch>& batch) { finish(batch); });
 }
 
-void DiscoveryPasses::runInBackground(ReadAccess access)
+void DiscoveryPasses::runInBackground(ReadAccess access, WorkPriority priority)
 {
     m_pass.start(
         passOver(m_server, m_applications.currentProcess(), access),
-        [this](const std::optional<WindowDiscoveryBatch>& batch) { finish(batch); },
-        WorkPriority::utility);
+        [this](const std::optional<WindowDiscoveryBatch>& batch) { finish(batch); }, priority);
 }
 
 void DiscoveryPasses::cancel()
@@ -63,10 +63,11 @@ void DiscoveryPasses::cancel()
 void DiscoveryPasses::finish(const std::optional<WindowDiscoveryBatch>& batch)
 {
     const bool isRerunDue = std::exchange(m_isRerunRequested, false);
+    const WorkPriority priority = std::exchange(m_rerunPriority, WorkPriority::utility);
     if (batch)
         m_finished(batch->windows);
     if (isRerunDue)
-        m_rerunDue();
+        m_rerunDue(priority);
 }
 
 } // namespace kelpa

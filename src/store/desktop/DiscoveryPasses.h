@@ -25,8 +25,9 @@ public:
     enum class ReadAccess : std::uint8_t { denied, granted };
     /// Receives the windows that the pass found. A cancelled pass does not report.
     using Finished = std::function<void(const QList<WindowItem>& windows)>;
-    /// Called after a pass has ended during which another one was requested.
-    using RerunDue = std::function<void()>;
+    /// Called after a pass has ended during which another one was requested: with normal priority
+    /// when `runNow` did.
+    using RerunDue = std::function<void(WorkPriority priority)>;
 
     /// The arguments outlive this; a pass may use `server` for as long as `Scheduler` says.
     DiscoveryPasses(WindowServer& server, const Applications& applications, Scheduler& scheduler,
@@ -38,8 +39,8 @@ public:
     /// reports before this returns or, if the window server is slower, when it ends. Where the
     /// cancelled pass still runs, the other one is requested as by `requestRerun`.
     void runNow();
-    /// Starts a pass of utility priority; called only while none is under way.
-    void runInBackground(ReadAccess access);
+    /// Starts a pass; called only while none is under way.
+    void runInBackground(ReadAccess access, WorkPriority priority);
     void cancel();
 
     /// The desktop has changed: asks for another pass after the one under way, if there is one,
@@ -55,6 +56,7 @@ private:
     RerunDue m_rerunDue;
     ExclusiveTask m_pass;
     bool m_isRerunRequested = false;
+    WorkPriority m_rerunPriority = WorkPriority::utility;
 };
 
 } // namespace kelpa

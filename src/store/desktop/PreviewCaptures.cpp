@@ -50,12 +50,22 @@ void PreviewCaptures::captureNext(Scheduler::Time now)
         m_publish({}, Messages::same);
         return;
     }
+    // By now they had the time of a tick, or most of it, to draw themselves.
+    m_retries = m_firstPictures.blankOnce(m_windows, m_previews);
     if (const std::optional<CaptureRequest> first = firstRequest())
         start(*first);
-    else if (const auto again = m_firstPictures.blankOnce(m_windows, m_previews))
-        start({*again, m_pixels, CaptureNeed::always});
-    else
+    else if (!startRetry())
         start(nextRequest());
+}
+
+bool PreviewCaptures::startRetry()
+{
+    const QList<WindowID> blank = m_firstPictures.blankOnce(m_windows, m_previews);
+    m_retries.removeIf([&blank](WindowID window) { return !blank.contains(window); });
+    if (m_retries.isEmpty())
+        return false;
+    start({m_retries.takeFirst(), m_pixels, CaptureNeed::always});
+    return true;
 }
 
 void PreviewCaptures::noteInView(WindowID window)
@@ -80,7 +90,10 @@ void PreviewCaptures::start(const CaptureRequest& request)
                     [this, request](std::optional<PreviewCaptureBatch> batch) {
                         if (batch)
                             finish(request, *std::move(batch));
-                        captureFirst(m_scheduler.now());
+                        const Scheduler::Time now = m_scheduler.now();
+                        captureFirst(now);
+                        if (now >= m_pausedUntil && !m_capture.isTaken())
+                            startRetry();
                     },
                     WorkPriority::utility);
 }
@@ -167,6 +180,7 @@ void PreviewCaptures::cancel()
 {
     m_capture.discard();
     m_firstPictures = {};
+    m_retries.clear();
 }
 
 } // namespace kelpa

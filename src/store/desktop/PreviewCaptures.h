@@ -60,6 +60,8 @@ public:
 
 private:
     std::optional<CaptureRequest> firstRequest() const;
+    /// Captures the next of `m_retries`; false when there is none.
+    bool startRetry();
     CaptureRequest nextRequest();
     void start(const CaptureRequest& request);
     void finish(const CaptureRequest& request, PreviewCaptureBatch batch);
@@ -80,6 +82,8 @@ private:
     /// way or was discarded.
     QSet<WindowID> m_unapplied;
     FirstPictures m_firstPictures;
+    /// Windows with a blank first picture that the last tick captures again, one after the other.
+    QList<WindowID> m_retries;
     ExclusiveTask m_capture;
 };
 

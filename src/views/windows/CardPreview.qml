@@ -80,7 +80,7 @@ Item {
             lineHeight: 13
             maximumLineCount: 4
             Accessible.role: Accessible.StaticText
-            Accessible.ignored: !visible
+            Accessible.ignored: !visible || text === ""
             Accessible.name: text
         }
     }

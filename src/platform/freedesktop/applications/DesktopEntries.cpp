@@ -1,13 +1,12 @@
 #include "platform/freedesktop/applications/DesktopEntries.h"
 
+#include "platform/ExecutableName.h"
+
 #include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <system_error>
 #include <utility>
 
 namespace kelpa {
@@ -22,23 +21,6 @@ constexpr std::size_t maximalEntries = 20'000;
 /// the coarsest clock of the file systems in use.
 constexpr std::chrono::milliseconds coarsestClock = std::chrono::seconds(2);
 
-/// File name of the program that a process runs; empty when it is gone or another user's.
-QString programOfProcess(ProcessID process)
-{
-    if (process <= 0)
-        return {};
-    std::error_code error;
-    const std::filesystem::path target =
-        std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/exe", error);
-    if (error)
-        return {};
-    QString name = QString::fromStdString(target.filename().string());
-    // The program was upgraded while it runs.
-    if (const QString deleted = QStringLiteral(" (deleted)"); name.endsWith(deleted))
-        name.chop(deleted.size());
-    return name;
-}
-
 } // namespace
 
 DesktopEntries::DesktopEntries(std::vector<QString> dataDirectories,
@@ -48,7 +30,7 @@ DesktopEntries::DesktopEntries(std::vector<QString> dataDirectories,
 
 ResolvedApplication DesktopEntries::resolve(const ApplicationClues& clues)
 {
-    const QString program = programOfProcess(clues.process);
+    const QString program = executableName(clues.process);
     const std::lock_guard lock(m_mutex);
     refresh();
     const DesktopEntry* entry = m_index.find(clues, program);

@@ -1,10 +1,9 @@
 #include "platform/freedesktop/bus/PrimaryInstance.h"
 
+#include "platform/ExecutableName.h"
 #include "platform/freedesktop/bus/AsyncBus.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
 #include "platform/freedesktop/bus/SessionBus.h"
-
-#include <QFileInfo>
 
 #include <glib-unix.h>
 
@@ -72,7 +71,7 @@ enum class Owner : std::uint8_t { none, acceptable, foreign };
 /// Who cannot be identified counts as acceptable.
 Owner ownerWithProcess(quint32 process, const QString& executable)
 {
-    const QString name = executableName(QString::number(process));
+    const QString name = executableName(static_cast<ProcessID>(process));
     return name.isEmpty() || executable.isEmpty() || name == executable ? Owner::acceptable
                                                                         : Owner::foreign;
 }
@@ -117,15 +116,6 @@ std::optional<bool> hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busNam
 }
 
 } // namespace
-
-QString executableName(const QString& process)
-{
-    const QString deleted = QStringLiteral(" (deleted)");
-    QString path = QFileInfo(QStringLiteral("/proc/%1/exe").arg(process)).symLinkTarget();
-    if (path.endsWith(deleted))
-        path.chop(deleted.size());
-    return QFileInfo(path).fileName();
-}
 
 InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByteArray& startupID,
                                            std::chrono::milliseconds limit, int interruption,

@@ -24,10 +24,6 @@ enum class InstanceActivation : std::uint8_t {
     foreign,
 };
 
-/// The file name of the executable of a process, a number or "self"; empty where the system does
-/// not say. A program that was replaced while it runs, by an update for example, keeps its name.
-QString executableName(const QString& process);
-
 /// Activates the owner of the bus name (org.freedesktop.Application), unless it is known to run
 /// another executable than that of the name `executable`, empty for any; never starts it. Waits, at
 /// most a little longer than `limit`; not on a thread that runs an event loop. `startupID` is the
