@@ -2,8 +2,12 @@
 
 #include "platform/LoggingCategories.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <utility>
 
 namespace kelpa {
@@ -21,12 +25,31 @@ private:
     std::shared_ptr<SettingsStore::SavesEnded> m_ended;
 };
 
+/// Calls a function for each event that is posted to it.
+class EventReceiver final : public QObject
+{
+public:
+    explicit EventReceiver(std::function<void()> received) : m_received(std::move(received)) {}
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        m_received();
+        return true;
+    }
+
+private:
+    const std::function<void()> m_received;
+};
+
 } // namespace
 
 WriteBehindSettings::WriteBehindSettings(std::unique_ptr<SqliteSettingsStore> file,
                                          std::chrono::milliseconds patience)
     : m_path(file->path()), m_patience(patience), m_file(std::move(file)),
-      m_stored(m_file->values()), m_isLoaded(m_file->isLoaded()), m_isSaved(m_file->isSaved())
+      m_stored(m_file->values()), m_isLoaded(m_file->isLoaded()), m_isSaved(m_file->isSaved()),
+      m_receiver(std::make_unique<EventReceiver>([this] { report(); }))
 {}
 
 WriteBehindSettings::~WriteBehindSettings()
@@ -200,8 +223,7 @@ void WriteBehindSettings::run()
             continue;
         m_changed.notify_all();
         if (!m_isAwaited && !m_isEnding)
-            QMetaObject::invokeMethod(
-                &m_receiver, [this] { report(); }, Qt::QueuedConnection);
+            QCoreApplication::postEvent(m_receiver.get(), new QEvent(QEvent::User));
     }
     lock.unlock();
     // Moves the log to the file, which takes the disk's time once more.

@@ -109,8 +109,8 @@ private:
     bool m_isEnding = false;
     bool m_isClosed = false;
 
-    /// Receives the writer's reports in the main thread's event loop.
-    QObject m_receiver;
+    /// Calls `report` in the main thread's event loop for each event that the writer posts to it.
+    const std::unique_ptr<QObject> m_receiver;
     /// Starts with the first save, or to close the file.
     std::thread m_writer;
 };

@@ -14,8 +14,8 @@ bool succeedsInChild(const std::function<bool()>& work);
 /// Starts `work` in a child; it ends with `work`'s result, or when it is killed.
 pid_t startChild(const std::function<bool()>& work);
 
-/// Kills the child at once, as a power cut would, except for the page cache. False when it had ended
-/// by itself before.
+/// Kills the child at once, as a power cut would, except for the page cache. False when it had
+/// ended by itself before.
 bool killChild(pid_t child);
 
 /// Makes file permissions apply to this process, also when it runs as root.
