@@ -58,7 +58,8 @@ def on_a_disk_that_hangs_the_board_goes_on_and_says_that_it_is_saving(desktop, b
         wait_until("the board has nothing to say", lambda: not kelpa.board.has_text(boards.SAVING))
 
 
-def closing_waits_for_a_slow_disk(desktop, binary):
+def _start_before_the_disk_hangs(desktop, binary):
+    """Kelpa with an empty goal, its disk that hangs from now on, and its file."""
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[(_GOAL, [])], is_auto_sorting=False)
     disk = _Disk(desktop, binary)
@@ -66,6 +67,11 @@ def closing_waits_for_a_slow_disk(desktop, binary):
     kelpa.start()
     kelpa.focus()
     disk.hang()
+    return kelpa, disk, path
+
+
+def closing_waits_for_a_slow_disk(desktop, binary):
+    kelpa, disk, path = _start_before_the_disk_hangs(desktop, binary)
     for count, title in enumerate(_TODOS[:2], 1):
         _add_todo(desktop, kelpa, title)
         kelpa.wait_for_todos(_GOAL, _open_todos(count))
@@ -80,13 +86,7 @@ def closing_waits_for_a_slow_disk(desktop, binary):
 
 
 def a_disk_that_hangs_for_good_does_not_keep_it_from_ending(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[(_GOAL, [])], is_auto_sorting=False)
-    disk = _Disk(desktop, binary)
-    kelpa = Kelpa(desktop, binary, path, env=disk.env)
-    kelpa.start()
-    kelpa.focus()
-    disk.hang()
+    kelpa, disk, path = _start_before_the_disk_hangs(desktop, binary)
     _add_todo(desktop, kelpa, _TODOS[0])
     kelpa.wait_for_todos(_GOAL, _open_todos(1))
     desktop.close(kelpa.window)
