@@ -28,6 +28,7 @@ _COMMANDS = {
     "scripts/sanitize": "scripts/sanitize tsan -R '^UnchangedWindows'"
                         " && scripts/sanitize asan -R '^QuotedTexts'",
     "scripts/window-managers": "scripts/window-managers",
+    "scripts/real-programs": "scripts/real-programs",
 }
 
 # Scripts that are not tried there, and why.

@@ -1,0 +1,147 @@
+"""Large programs of everyday use: a browser, an office suite and an image editor, whose windows come late,
+change their titles, share processes, and ask before they close."""
+
+import contextlib
+import pathlib
+import subprocess
+import sys
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+
+_GOAL, _OTHER_GOAL = "Only goal", "Other goal"
+# They read hundreds of files before they show anything, the first time most of all.
+_START_SECONDS = 120.0
+
+_PAGE = "<!DOCTYPE html><meta charset='utf-8'><title>{title}</title><h1>{title}</h1>"
+_DOCUMENT = """<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+ xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
+ xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0"
+ office:version="1.3" office:mimetype="application/vnd.oasis.opendocument.{kind}">
+<office:body><office:{body}>{content}</office:{body}></office:body></office:document>
+"""
+# What the browser asks and shows on its first day.
+_BROWSER_SETTINGS = """
+user_pref("browser.aboutwelcome.enabled", false);
+user_pref("browser.shell.checkDefaultBrowser", false);
+user_pref("browser.startup.homepage_override.mstone", "ignore");
+user_pref("browser.tabs.firefox-view", false);
+user_pref("datareporting.policy.dataSubmissionEnabled", false);
+user_pref("toolkit.telemetry.reportingpolicy.firstRun", false);
+"""
+
+
+class _Programs:
+    """Starts the programs, each with a document whose name is in the title of its window."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+        self._folder = pathlib.Path(desktop.env["HOME"]) / "documents"
+        self._folder.mkdir()
+
+    def browse(self, *titles):
+        """A window of one browser for each title."""
+        profile = self._folder / "profile"
+        profile.mkdir()
+        (profile / "user.js").write_text(_BROWSER_SETTINGS, encoding="utf-8")
+        for title in titles:
+            page = self._folder / f"{title}.html"
+            page.write_text(_PAGE.format(title=title), encoding="utf-8")
+            self._desktop.start("firefox-esr", "--profile", profile, "--new-window", page.as_uri())
+            self._desktop.wait_for_window(title, _START_SECONDS)
+
+    def write(self, title):
+        self._open_document(title, "fodt", kind="text", body="text", content=f"<text:p>{title}</text:p>")
+
+    def present(self, title):
+        self._open_document(title, "fodp", kind="presentation", body="presentation",
+                            content='<draw:page draw:name="First"/>')
+
+    def _open_document(self, title, suffix, **parts):
+        """In the one process of the suite."""
+        path = self._folder / f"{title}.{suffix}"
+        path.write_text(_DOCUMENT.format(**parts), encoding="utf-8")
+        self._desktop.start("soffice", "--norestore", "--nologo", "--nofirststartwizard", path)
+        self._desktop.wait_for_window(title, _START_SECONDS)
+
+    def paint(self, title):
+        path = self._folder / f"{title}.png"
+        self._desktop.run("convert", "-size", "320x200", "xc:orange", path)
+        self._desktop.start("gimp", "--no-splash", "--no-data", "--no-fonts", path)
+        self._desktop.wait_for_window(title, _START_SECONDS)
+
+
+@contextlib.contextmanager
+def _busy_machine():
+    """Two processes that compute for all they are worth, as a compiler does."""
+    workers = [subprocess.Popen([sys.executable, "-c", "while True: pass"]) for _ in range(2)]
+    try:
+        yield
+    finally:
+        for worker in workers:
+            worker.kill()
+            worker.wait()
+
+
+def _card(kelpa, word):
+    """Column, owner and title of the one card whose title contains the word, or None."""
+    found = [(column.title, card.owner, card.title) for column in kelpa.board.columns().values()
+             for card in column.cards if word in card.title]
+    return found[0] if len(found) == 1 else None
+
+
+def programs_of_everyday_use_are_put_into_goals_on_a_busy_machine(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(_GOAL, []), (_OTHER_GOAL, [])])
+    programs = _Programs(desktop)
+    with Kelpa(desktop, binary, path) as kelpa, _busy_machine():
+        # Kelpa is there before them and sees each come, with whatever it shows before its document.
+        programs.browse("Weather", "Timetable")
+        programs.write("Letter")
+        programs.present("Slides")
+        programs.paint("Poster")
+        owners = {"Weather": "Firefox", "Timetable": "Firefox", "Letter": "LibreOffice Writer",
+                  "Slides": "LibreOffice Impress", "Poster": "Image Manipulation"}
+        for word, owner in owners.items():
+            column, shown, _ = wait_until(f"there is one card of {word!r}", lambda: _card(kelpa, word))
+            assert column == boards.UNSORTED, column
+            assert owner in shown, f"{word!r} belongs to {shown!r}"
+        goals = dict(zip(owners, (_GOAL, _OTHER_GOAL, _GOAL, _OTHER_GOAL, _GOAL)))
+        for word, goal in goals.items():
+            kelpa.drag_card(_card(kelpa, word)[2], boards.UNSORTED, goal)
+            wait_until(f"{word!r} is in {goal!r}", lambda: (_card(kelpa, word) or " ")[0] == goal)
+        for word, goal in goals.items():
+            kelpa.focus()
+            kelpa.click_card(goal, _card(kelpa, word)[2])
+            wait_until(f"{word!r} is active", lambda: word in _active_title(desktop))
+        kelpa.quit()
+        kelpa.start()
+        wait_until("every window is in its goal again", lambda: all(
+            (_card(kelpa, word) or " ")[0] == goal for word, goal in goals.items()))
+
+
+def a_document_that_is_not_saved_asks_in_front_when_its_card_is_closed(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    _Programs(desktop).write("Letter")
+    title = desktop.wait_for_window("Letter").title
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, title)
+        kelpa.click_card(boards.UNSORTED, title)
+        wait_until("the letter is active", lambda: "Letter" in _active_title(desktop))
+        letter = desktop.active_window()
+        desktop.type("dear")
+        kelpa.focus()
+        kelpa.close_card(boards.UNSORTED, title)
+        wait_until("the question is in front",
+                   lambda: desktop.active_window() not in (0, letter, kelpa.window.number))
+        kelpa.focus()
+        kelpa.wait_for_card(boards.UNSORTED, title)
+
+
+def _active_title(desktop):
+    active = desktop.active_window()
+    return next((window.title for window in desktop.windows() if window.number == active), "")
