@@ -18,15 +18,14 @@ void WindowStore::refreshPreviews(Scheduler::Time now)
 
 void WindowStore::noteWindowInView(WindowID windowID)
 {
-    if (!m_state.isScreenCaptureTrusted)
-        return;
+    // Also while nothing may be captured: the card does not come into view once more afterwards.
     m_parts->previewCaptures.noteInView(windowID);
     m_parts->captureFirst();
 }
 
 void WindowStore::Parts::captureFirst()
 {
-    if (observation)
+    if (observation && state.isScreenCaptureTrusted)
         previewCaptures.captureFirst(scheduler.now());
 }
 

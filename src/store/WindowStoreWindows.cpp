@@ -48,6 +48,7 @@ void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
     state.assignWindows(discovered);
     selection.reconcileWithWindows();
     launches.finishPass();
+    previewCaptures.forgetUnlisted();
     captureFirst();
 }
 
@@ -139,6 +140,7 @@ void WindowStore::stopObserving()
     m_parts->passes.cancel();
     m_state.assign(m_state.windows, {}, Field::windows);
     m_state.assign(m_state.previews, {}, Field::previews);
+    m_parts->previewCaptures.forgetUnlisted();
     m_parts->selection.reconcileWithWindows();
     // The cancelled pass will not report any more.
     m_parts->launches.finishPass();

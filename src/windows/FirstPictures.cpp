@@ -25,6 +25,12 @@ bool FirstPictures::acceptsBlank(WindowID window)
     return false;
 }
 
+void FirstPictures::forgetTries()
+{
+    m_tried.clear();
+    m_blankOnce.clear();
+}
+
 void FirstPictures::restrictTo(const QList<WindowItem>& windows)
 {
     QSet<WindowID> listed;

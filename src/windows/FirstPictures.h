@@ -23,6 +23,8 @@ public:
     /// A capture gave a blank picture of a window that has none. Returns whether it is to be shown:
     /// the first one is not, since the window may still be about to draw itself.
     bool acceptsBlank(WindowID window);
+    /// Forgets which windows were tried, but not which are in view.
+    void forgetTries();
     /// Forgets windows that are not listed any more.
     void restrictTo(const QList<WindowItem>& windows);
 

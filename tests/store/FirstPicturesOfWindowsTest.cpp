@@ -204,6 +204,37 @@ TEST_F(FirstPicturesOfWindows, Without_permission_nothing_in_view_is_captured)
     EXPECT_EQ(desktop.captured, QList<WindowID>{1});
 }
 
+TEST_F(FirstPicturesOfWindows, Of_windows_that_came_into_view_without_permission_follow_it)
+{
+    open(4);
+    store().startObserving();
+    scheduler.advance(0ms);
+    desktop.isScreenCaptureGranted = false;
+    store().requestPermissions();
+    noteInView({4});
+    tick();
+    tick();
+    EXPECT_EQ(desktop.captured, QList<WindowID>{1});
+
+    desktop.grantsScreenCaptureWhenAsked = true;
+    store().requestPermissions();
+    tick();
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{1, 4}));
+}
+
+TEST_F(FirstPicturesOfWindows, A_window_may_come_into_view_before_its_pass_has_ended)
+{
+    open(4);
+    store().startObserving();
+    scheduler.advance(0ms);
+    noteInView({9});
+    desktop.addWindow(9, 100, {});
+    desktop.captureSizes.insert(9, {640, 480});
+    desktop.announceWindowChange();
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{1, 9}));
+}
+
 TEST_F(FirstPicturesOfWindows, A_store_that_does_not_observe_waits)
 {
     open(2);

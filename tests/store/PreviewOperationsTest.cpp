@@ -43,6 +43,23 @@ TEST_F(PreviewOperations, On_a_screen_with_smaller_pixels_all_windows_are_captur
     EXPECT_EQ(store().previews().value(2).image.size(), QSize(256, 144));
 }
 
+TEST_F(PreviewOperations, A_window_that_was_blank_at_its_turn_is_captured_anew_for_the_screen)
+{
+    addWindows(1);
+    desktop.captureSizes = {{1, QSize(1440, 900)}};
+    tick();
+    store().setPreviewPixels({256, 144});
+    desktop.blankWindows.insert(1);
+    tick();
+    EXPECT_EQ(store().previews().value(1).image.size(), QSize(128, 72));
+    // It has not changed since.
+    desktop.blankWindows.remove(1);
+    tick();
+    EXPECT_EQ(store().previews().value(1).image.size(), QSize(256, 144));
+    tick();
+    EXPECT_EQ(desktop.captured.size(), 4);
+}
+
 TEST_F(PreviewOperations, A_picture_that_is_being_taken_for_another_screen_is_taken_anew)
 {
     addWindows(1);

@@ -75,7 +75,6 @@ void PreviewCaptures::noteInView(WindowID window)
 
 void PreviewCaptures::captureFirst(Scheduler::Time now)
 {
-    m_firstPictures.restrictTo(m_windows);
     if (now < m_pausedUntil || m_capture.isTaken())
         return;
     if (const std::optional<CaptureRequest> first = firstRequest())
@@ -135,7 +134,10 @@ void PreviewCaptures::finish(const CaptureRequest& request, PreviewCaptureBatch 
         m_firstPictures.noteTried(window);
     }
     Previews previews = mergedPreviews(m_previews, batch.images, m_windows);
-    if (request.largest == m_pixels)
+    // Where nothing was shown, the picture on the card may still be of another size.
+    const bool isUnchanged =
+        !isTaken && !batch.wasStopped && request.need == CaptureNeed::ifChanged;
+    if ((isShown || isUnchanged) && request.largest == m_pixels)
         m_unapplied.remove(window);
     // A window without a preview is captured whatever was given last.
     m_unapplied.removeIf([&previews](WindowID id) { return !previews.contains(id); });
@@ -179,7 +181,7 @@ void PreviewCaptures::setPixels(const QSize& pixels)
 void PreviewCaptures::cancel()
 {
     m_capture.discard();
-    m_firstPictures = {};
+    m_firstPictures.forgetTries();
     m_retries.clear();
 }
 

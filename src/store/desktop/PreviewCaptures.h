@@ -44,6 +44,8 @@ public:
     void captureNext(Scheduler::Time now);
     /// A card of the window has come into view.
     void noteInView(WindowID window);
+    /// Forgets windows that are not listed any more. To be called when windows have gone.
+    void forgetUnlisted() { m_firstPictures.restrictTo(m_windows); }
     /// Captures the windows in view that have no picture and were not tried, each as soon as the
     /// one before it is done. To be called when such a window may have appeared.
     void captureFirst(Scheduler::Time now);
@@ -55,7 +57,7 @@ public:
     /// The size of a preview on its card in pixels of the screen. Stops the capture under way as
     /// `pause` does. Windows that have a preview are captured again as their turns come.
     void setPixels(const QSize& pixels);
-    /// Discards the capture under way, and forgets which windows are in view.
+    /// Discards the capture under way, and forgets which windows were tried.
     void cancel();
 
 private:
