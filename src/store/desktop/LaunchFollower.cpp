@@ -21,7 +21,8 @@ LaunchFollower::LaunchFollower(Applications& applications, Scheduler& scheduler,
                                const QList<WindowItem>& windows, RequestPass requestPass,
                                Appeared appeared)
     : m_applications(applications), m_windows(windows), m_requestPass(std::move(requestPass)),
-      m_appeared(std::move(appeared)), m_launches(scheduler), m_tasks(scheduler)
+      m_appeared(std::move(appeared)), m_launches(scheduler), m_identifications(scheduler),
+      m_matches(scheduler), m_polls(scheduler)
 {}
 
 void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
@@ -48,7 +49,7 @@ void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
 
 void LaunchFollower::identify(Number number)
 {
-    m_tasks.inBackground(
+    m_identifications.add(
         [launch = m_pending.at(number).launch, &applications = m_applications](
             const std::stop_token& stop) { return applications.identifierOf(launch, stop); },
         [this, number](const std::optional<QString>& identifier) {
@@ -60,7 +61,7 @@ void LaunchFollower::identify(Number number)
 
 void LaunchFollower::pollLater(Number number)
 {
-    m_tasks.after(pollInterval, [this, number] { poll(number); });
+    m_polls.after(pollInterval, [this, number] { poll(number); });
 }
 
 void LaunchFollower::poll(Number number)
@@ -97,20 +98,19 @@ void LaunchFollower::match(Number number)
         retryOrGiveUp(number);
         return;
     }
-    m_tasks.inBackground(
-        [launch = pending.launch, candidates, &applications = m_applications](
-            const std::stop_token&) { return applications.windowOf(launch, candidates); },
-        [this, number](const std::optional<WindowID>& windowID) {
-            // The window may have been closed since, or claimed by another launch.
-            const bool isStillFree =
-                windowID && std::ranges::any_of(m_windows, [&](const auto& each) {
-                    return each.id == *windowID && m_pending.at(number).canBe(each);
-                });
-            if (isStillFree)
-                claim(number, *windowID);
-            else
-                retryOrGiveUp(number);
-        });
+    m_matches.add([launch = pending.launch, candidates, &applications = m_applications](
+                      const std::stop_token&) { return applications.windowOf(launch, candidates); },
+                  [this, number](const std::optional<WindowID>& windowID) {
+                      // The window may have been closed since, or claimed by another launch.
+                      const bool isStillFree =
+                          windowID && std::ranges::any_of(m_windows, [&](const auto& each) {
+                              return each.id == *windowID && m_pending.at(number).canBe(each);
+                          });
+                      if (isStillFree)
+                          claim(number, *windowID);
+                      else
+                          retryOrGiveUp(number);
+                  });
 }
 
 void LaunchFollower::retryOrGiveUp(Number number)

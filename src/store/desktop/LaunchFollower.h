@@ -41,7 +41,7 @@ public:
 private:
     using Number = std::uint64_t;
 
-    /// Finds out in the background which application was launched.
+    /// Determines in the background which application was launched.
     void identify(Number number);
     void pollLater(Number number);
     void poll(Number number);
@@ -56,7 +56,12 @@ private:
     std::map<Number, PendingLaunch> m_pending;
     Number m_lastNumber = 0;
     TaskQueue m_launches;
-    TaskGroup m_tasks;
+    /// Each kind of question in a queue of its own: a window server that hangs keeps no launch from
+    /// being identified.
+    TaskQueue m_identifications;
+    TaskQueue m_matches;
+    /// Delays until the next poll.
+    TaskGroup m_polls;
 };
 
 } // namespace kelpa

@@ -109,6 +109,27 @@ TEST_F(LaunchFollowerTest, Two_launches_request_one_pass_and_get_a_window_each)
     EXPECT_EQ(appeared, (Windows{{goal, 1}, {other, 2}}));
 }
 
+TEST_F(LaunchFollowerTest, Questions_about_windows_that_hang_hold_one_thread)
+{
+    desktop.launchedIdentifier = std::nullopt;
+    launch(goal);
+    launch(GoalID::create());
+    launch(GoalID::create());
+    scheduler.advance(250ms);
+    // Of an unknown application, so that the desktop is asked whether a launch opened it.
+    windows.append(window(1));
+    scheduler.holdBackgroundWork(true);
+    follower.finishPass();
+    scheduler.hangBackgroundWork();
+    EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1);
+
+    desktop.startupIDs.insert(1, "launch 3");
+    while (scheduler.backgroundWorkInFlight() > 0)
+        scheduler.runBackgroundWork();
+    ASSERT_EQ(appeared.size(), 1U);
+    EXPECT_NE(appeared.front().first, goal);
+}
+
 TEST_F(LaunchFollowerTest, The_handler_of_a_window_may_launch_another)
 {
     const GoalID other = GoalID::create();
