@@ -44,8 +44,9 @@ public:
     /// once.
     virtual bool isTrusted() const = 0;
 
-    /// What stands in the way while `isTrusted` is false. Main thread; returns at once.
-    virtual Obstacle accessibilityObstacle() const = 0;
+    /// What stands in the way while `isTrusted` is false; absent while the desktop has not been
+    /// asked yet. Main thread; returns at once.
+    virtual std::optional<Obstacle> accessibilityObstacle() const = 0;
 
     /// Requests that permission from the desktop, where it can be requested; returns what
     /// `isTrusted` gives afterwards. Main thread; returns at once.

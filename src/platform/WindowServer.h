@@ -50,9 +50,9 @@ public:
     /// Main thread; returns at once.
     virtual bool isScreenCaptureTrusted() const = 0;
 
-    /// What stands in the way while `isScreenCaptureTrusted` is false. Main thread; returns at
-    /// once.
-    virtual Obstacle screenCaptureObstacle() const = 0;
+    /// What stands in the way while `isScreenCaptureTrusted` is false; absent while the desktop has
+    /// not been asked yet. Main thread; returns at once.
+    virtual std::optional<Obstacle> screenCaptureObstacle() const = 0;
 
     /// Requests that permission from the desktop, where it can be requested; returns what
     /// `isScreenCaptureTrusted` gives afterwards. Main thread; returns at once.

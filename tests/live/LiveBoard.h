@@ -68,7 +68,10 @@ public:
     const CallCount& captures() const { return m_captures; }
 
     bool isScreenCaptureTrusted() const override { return m_server.isScreenCaptureTrusted(); }
-    Obstacle screenCaptureObstacle() const override { return m_server.screenCaptureObstacle(); }
+    std::optional<Obstacle> screenCaptureObstacle() const override
+    {
+        return m_server.screenCaptureObstacle();
+    }
     bool requestScreenCapture() override { return m_server.requestScreenCapture(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override
     {

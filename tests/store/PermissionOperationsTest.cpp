@@ -40,5 +40,23 @@ TEST_F(PermissionOperations, Settings_are_looked_for_each_time_that_something_be
     EXPECT_TRUE(store().obstacles().hasSettings);
 }
 
+TEST_F(PermissionOperations, Nothing_is_in_the_way_before_the_desktop_has_been_asked)
+{
+    desktop.isScreenCaptureGranted = false;
+    desktop.isAccessibilityGranted = false;
+    desktop.obstacleOfScreenCapture = std::nullopt;
+    desktop.obstacleOfAccessibility = std::nullopt;
+    store().refresh();
+    EXPECT_FALSE(store().isScreenCaptureTrusted());
+    EXPECT_FALSE(store().isAccessibilityTrusted());
+    EXPECT_EQ(store().obstacles(), Obstacles());
+
+    desktop.obstacleOfScreenCapture = Obstacle::windowManager;
+    desktop.obstacleOfAccessibility = Obstacle::windowManager;
+    store().refresh();
+    EXPECT_EQ(store().obstacles(),
+              (Obstacles{Obstacle::windowManager, Obstacle::windowManager, true}));
+}
+
 } // namespace
 } // namespace kelpa::test

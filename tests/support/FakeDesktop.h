@@ -77,9 +77,9 @@ public:
     bool grantsAccessibilityWhenAsked = false;
     bool grantsScreenCaptureWhenAsked = false;
     bool hasSettingsForPermissions = true;
-    /// What is in the way of what is not granted.
-    Obstacle obstacleOfAccessibility = Obstacle::permission;
-    Obstacle obstacleOfScreenCapture = Obstacle::permission;
+    /// What is in the way of what is not granted; absent while that is not known.
+    std::optional<Obstacle> obstacleOfAccessibility = Obstacle::permission;
+    std::optional<Obstacle> obstacleOfScreenCapture = Obstacle::permission;
 
     // The requests that the desktop has received.
     /// "windowList all", "accessibilityWindows <process>", "raise <title>", … in order.
@@ -97,7 +97,10 @@ public:
 
     // WindowServer
     bool isScreenCaptureTrusted() const override { return isScreenCaptureGranted; }
-    Obstacle screenCaptureObstacle() const override { return obstacleOfScreenCapture; }
+    std::optional<Obstacle> screenCaptureObstacle() const override
+    {
+        return obstacleOfScreenCapture;
+    }
     bool requestScreenCapture() override;
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
@@ -105,7 +108,10 @@ public:
     std::unique_ptr<Subscription> watchWindows(std::function<void()> changed) override;
     // Accessibility
     bool isTrusted() const override { return isAccessibilityGranted; }
-    Obstacle accessibilityObstacle() const override { return obstacleOfAccessibility; }
+    std::optional<Obstacle> accessibilityObstacle() const override
+    {
+        return obstacleOfAccessibility;
+    }
     bool requestTrust() override;
     std::optional<AccessibilityElements> elements(ProcessID process) override;
     // Applications

@@ -200,6 +200,13 @@ public:
         m_desktop.obstacleOfScreenCapture = Obstacle::windowManager;
         denyPermissions();
     }
+    /// As before the desktop has answered.
+    Q_INVOKABLE void leavePermissionsUnknown()
+    {
+        m_desktop.obstacleOfAccessibility = std::nullopt;
+        m_desktop.obstacleOfScreenCapture = std::nullopt;
+        denyPermissions();
+    }
     Q_INVOKABLE void takeComposite()
     {
         m_desktop.obstacleOfScreenCapture = Obstacle::composite;

@@ -46,7 +46,7 @@ bool X11WindowServer::isScreenCaptureTrusted() const
     return m_trust->hasWindowManager && m_trust->hasComposite;
 }
 
-Obstacle X11WindowServer::screenCaptureObstacle() const
+std::optional<Obstacle> X11WindowServer::screenCaptureObstacle() const
 {
     return m_trust->hasWindowManager ? Obstacle::composite : Obstacle::windowManager;
 }
@@ -56,6 +56,8 @@ std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()
     return std::make_unique<WindowEventMonitor>(m_needs.scheduler, m_needs.connector, m_trust,
                                                 m_icons, std::move(changed));
 }
+    if (!m_trust->isKnown)
+        return std::nullopt;
 
 std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()
 {
@@ -79,8 +81,7 @@ std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()
                                                    : "there is no window manager");
         return withoutDesktop();
     }
-    m_trust->hasComposite = m_display->hasComposite();
-    m_trust->hasWindowManager = true;
+    publishTrust(true);
     const std::vector<ClientWindow> windows = numbered(std::move(clients), root);
     publishWindows(windows);
     const std::chrono::duration<double, std::milli> duration =
@@ -104,13 +105,19 @@ void X11WindowServer::refreshTrust()
     root.clients.reset();
     const ClientsReading clients = readClients(*m_display, root, [](xcb_window_t) { return true; });
     m_trust->hasComposite = m_display->hasComposite();
-    m_trust->hasWindowManager = clients.hasWindowManager;
+    m_trust->hasWindowManager = hasWindowManager;
+    m_trust->isKnown = true;
 }
 
 std::optional<std::uint32_t> X11WindowServer::clientWindow(WindowID number) const
 {
     const std::scoped_lock lock(m_windowsMutex);
     const auto it = m_windows.find(number);
+    publishTrust(clients.hasWindowManager);
+}
+
+void X11WindowServer::publishTrust(bool hasWindowManager)
+{
     return it == m_windows.end() ? std::nullopt : std::optional(it->second.window);
 }
 
@@ -248,3 +255,4 @@ std::unique_ptr<DiscoverySource> X11WindowServer::withoutDesktop()
 }
 
 } // namespace kelpa::x11
+    m_trust->isKnown = true;

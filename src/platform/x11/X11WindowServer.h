@@ -55,7 +55,7 @@ public:
 
     /// True when an EWMH window manager runs and the server has Composite.
     bool isScreenCaptureTrusted() const override;
-    Obstacle screenCaptureObstacle() const override;
+    std::optional<Obstacle> screenCaptureObstacle() const override;
     /// X11 has no such permission: what the display offers, it offers to every client.
     bool requestScreenCapture() override { return isScreenCaptureTrusted(); }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
@@ -97,6 +97,7 @@ private:
     std::vector<ClientWindow> numbered(ClientsReading clients, const RootReading& root);
     void write(const WindowNumbers::Numbering& numbering);
     /// The ids of the windows that the server has reported as destroyed since the last call.
+    void publishTrust(bool hasWindowManager);
     std::vector<std::uint32_t> forgetDestroyed();
     void publishWindows(const std::vector<ClientWindow>& clients);
     std::unique_ptr<DiscoverySource> withoutDesktop();

@@ -13,7 +13,7 @@ namespace kelpa {
 
 struct Obstacles
 {
-    /// Absent while the permission is granted.
+    /// Absent while the permission is granted, and while the desktop has not been asked yet.
     std::optional<Obstacle> accessibility;
     std::optional<Obstacle> screenCapture;
     /// The desktop has settings for permissions, which `Permissions::request` opens.

@@ -16,7 +16,9 @@ Rectangle {
                     + 2 * Theme.medium
     radius: Theme.cardRadius
     color: Theme.warningGround
-    visible: !root.board.isScreenCaptureTrusted || !root.board.isAccessibilityTrusted
+    // Before the desktop has been asked nothing is known to be in the way.
+    visible: root.board.needsScreenCapture || root.board.needsAccessibility
+             || root.board.needsWindowManager || root.board.needsComposite
 
     component Explanation: Column {
         id: explanation

@@ -27,7 +27,14 @@ TEST_F(WindowServerOnDisplay, Without_a_discovery_pass_nothing_is_trusted)
 {
     EXPECT_FALSE(server->isScreenCaptureTrusted());
     x11::EwmhPager pager(std::make_shared<x11::DisplayConnector>(xServer.display()), {});
-    EXPECT_FALSE(x11::X11WindowActions(server->trust(), pager).isTrusted());
+    const x11::X11WindowActions windowActions(server->trust(), pager);
+    EXPECT_FALSE(windowActions.isTrusted());
+    // That does not mean that anything is missing.
+    EXPECT_EQ(server->screenCaptureObstacle(), std::nullopt);
+    EXPECT_EQ(windowActions.accessibilityObstacle(), std::nullopt);
+    server->refreshTrust();
+    EXPECT_EQ(server->screenCaptureObstacle(), Obstacle::windowManager);
+    EXPECT_EQ(windowActions.accessibilityObstacle(), Obstacle::windowManager);
 }
 
 TEST_F(WindowServerOnDisplay, Without_a_window_manager_there_is_no_list_and_no_trust)

@@ -42,6 +42,11 @@ Item {
             world.grantPermissions();
             verify(!banner.visible);
         }
+        function test_says_nothing_while_it_is_not_known_what_is_missing() {
+            world.leavePermissionsUnknown();
+            verify(!world.board.isScreenCaptureTrusted);
+            verify(!banner.visible);
+        }
         function test_tells_of_the_previews_first_and_6_points_below_of_the_windows() {
             world.denyPermissions();
             compare(headings(), ["Screen Recording permission is needed for live previews",

@@ -26,7 +26,10 @@ public:
 
     /// True while an EWMH window manager runs.
     bool isTrusted() const override { return m_trust->hasWindowManager; }
-    Obstacle accessibilityObstacle() const override { return Obstacle::windowManager; }
+    std::optional<Obstacle> accessibilityObstacle() const override
+    {
+        return m_trust->isKnown ? std::optional(Obstacle::windowManager) : std::nullopt;
+    }
     /// X11 has no permission to ask for: the same as `isTrusted`.
     bool requestTrust() override { return isTrusted(); }
 

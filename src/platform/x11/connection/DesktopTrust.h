@@ -12,6 +12,9 @@ struct DesktopTrust
     std::atomic<bool> hasWindowManager = false;
     /// The server has the Composite extension: windows can be captured one by one.
     std::atomic<bool> hasComposite = false;
+    /// The display has been asked for both, or cannot be reached: what is false above is missing,
+    /// and not only unknown. Written last.
+    std::atomic<bool> isKnown = false;
 };
 
 } // namespace kelpa::x11

@@ -274,7 +274,9 @@ void WindowEventMonitor::wmCheckConfirmed(const std::vector<std::uint32_t>& wind
 
 void WindowEventMonitor::setHasManager(bool hasManager)
 {
-    if (m_trust->hasWindowManager.exchange(hasManager) != hasManager)
+    const bool isNew = m_trust->hasWindowManager.exchange(hasManager) != hasManager;
+    const bool wasKnown = m_trust->isKnown.exchange(true);
+    if (isNew || !wasKnown)
         m_events.windowsChanged();
 }
 
