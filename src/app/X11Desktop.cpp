@@ -10,6 +10,7 @@
 #include "platform/freedesktop/icons/IconLookup.h"
 #include "platform/freedesktop/icons/NetWmIcon.h"
 #include "platform/numbers/HighWaterMarkFile.h"
+#include "platform/numbers/WindowOwnersFile.h"
 #include "platform/qt/QtPasteboard.h"
 #include "platform/qt/ToolkitScale.h"
 #include "platform/x11/X11WindowServer.h"
@@ -45,12 +46,15 @@ struct X11Desktop::Parts
         : numbers(QDir(stateFolder).filePath(QStringLiteral("window-numbers")), assigned),
           windowServer({.connector = connector,
                         .resolver = entries,
+          owners(QDir(stateFolder).filePath(QStringLiteral("window-owners"))),
                         .documents = &documents,
                         .reservation = numbers,
                         .highWaterMark = numbers.read(),
                         .scheduler = scheduler,
                         .takenNumbers = assigned,
-                        .ownProcess = static_cast<ProcessID>(QCoreApplication::applicationPid())}),
+                        .ownProcess = static_cast<ProcessID>(QCoreApplication::applicationPid()),
+                        .owners = &owners,
+                        .recordedOwners = owners.read()}),
           workspace(scheduler), globalKeys(connector, scheduler),
           ownWindow(connector, pager, scheduler), motionOnDisplay(connector, scheduler),
           portal(scheduler)
@@ -82,6 +86,7 @@ struct X11Desktop::Parts
     HighWaterMarkFile numbers;
     const std::shared_ptr<x11::DisplayConnector> connector =
         std::make_shared<x11::DisplayConnector>(QByteArray(), toolkitScale.scale());
+    WindowOwnersFile owners;
     x11::X11WindowServer windowServer;
     x11::WindowIcons windowIcons{connector,
                                  [this](WindowID number) { return clientWindow(number); }};

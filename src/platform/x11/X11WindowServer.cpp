@@ -33,10 +33,18 @@ std::optional<xcb_window_t> destroyedWindow(const xcb_generic_event_t& event)
     }
 }
 
+WindowOwner ownerOf(const ClientWindow& client)
+{
+    return {client.window, client.process,
+            client.process ? processStart(*client.process) : std::nullopt,
+            client.clues.wmClassName};
+}
+
 } // namespace
 
 X11WindowServer::X11WindowServer(const X11WindowServerNeeds& needs)
-    : m_needs(needs), m_numbers(needs.reservation, needs.highWaterMark, needs.takenNumbers)
+    : m_needs(needs), m_numbers(needs.reservation, needs.highWaterMark, needs.takenNumbers),
+      m_owners(needs.owners, needs.recordedOwners, needs.takenNumbers)
 {}
 
 X11WindowServer::~X11WindowServer() = default;
@@ -48,6 +56,8 @@ bool X11WindowServer::isScreenCaptureTrusted() const
 
 std::optional<Obstacle> X11WindowServer::screenCaptureObstacle() const
 {
+    if (!m_trust->isKnown)
+        return std::nullopt;
     return m_trust->hasWindowManager ? Obstacle::composite : Obstacle::windowManager;
 }
 
@@ -56,8 +66,6 @@ std::unique_ptr<Subscription> X11WindowServer::watchWindows(std::function<void()
     return std::make_unique<WindowEventMonitor>(m_needs.scheduler, m_needs.connector, m_trust,
                                                 m_icons, std::move(changed));
 }
-    if (!m_trust->isKnown)
-        return std::nullopt;
 
 std::unique_ptr<DiscoverySource> X11WindowServer::openDiscoverySource()
 {
@@ -104,6 +112,11 @@ void X11WindowServer::refreshTrust()
     RootReading root = readRoot(*m_display);
     root.clients.reset();
     const ClientsReading clients = readClients(*m_display, root, [](xcb_window_t) { return true; });
+    publishTrust(clients.hasWindowManager);
+}
+
+void X11WindowServer::publishTrust(bool hasWindowManager)
+{
     m_trust->hasComposite = m_display->hasComposite();
     m_trust->hasWindowManager = hasWindowManager;
     m_trust->isKnown = true;
@@ -113,11 +126,6 @@ std::optional<std::uint32_t> X11WindowServer::clientWindow(WindowID number) cons
 {
     const std::scoped_lock lock(m_windowsMutex);
     const auto it = m_windows.find(number);
-    publishTrust(clients.hasWindowManager);
-}
-
-void X11WindowServer::publishTrust(bool hasWindowManager)
-{
     return it == m_windows.end() ? std::nullopt : std::optional(it->second.window);
 }
 
@@ -186,7 +194,7 @@ std::vector<ClientWindow> X11WindowServer::numbered(ClientsReading clients, cons
     std::vector<WindowNumbers::Sighting> sightings;
     sightings.reserve(clients.clients.size());
     for (const ClientReading& reading : clients.clients)
-        sightings.push_back(reading.sighting);
+        sightings.push_back(believable(reading));
     const WindowNumbers::Numbering numbering = m_numbers.number(sightings, root.numberCounter);
     write(numbering);
 
@@ -195,10 +203,31 @@ std::vector<ClientWindow> X11WindowServer::numbered(ClientsReading clients, cons
     for (std::size_t index = 0; index < clients.clients.size(); ++index) {
         ClientWindow& client = clients.clients.at(index).client;
         client.number = numbering.numbers.at(index);
+        noteOwner(client);
         client.iconRevision = m_icons->of(client.window);
         windows.push_back(std::move(client));
     }
+    m_owners.save(std::chrono::steady_clock::now());
     return windows;
+}
+
+WindowNumbers::Sighting X11WindowServer::believable(const ClientReading& reading) const
+{
+    WindowNumbers::Sighting sighting = reading.sighting;
+    // While another program numbers the windows, it decides.
+    const bool isClaim =
+        m_isWritingNumbers && sighting.tag && !m_numbers.isKnown(reading.client.window);
+    if (isClaim && !m_owners.mayBear(*sighting.tag, ownerOf(reading.client))) {
+        qCDebug(logX11Discovery, "the number %u of another window is not believed", *sighting.tag);
+        sighting.tag.reset();
+    }
+    return sighting;
+}
+
+void X11WindowServer::noteOwner(const ClientWindow& client)
+{
+    if (client.number && !m_owners.isNoted(*client.number, client.window))
+        m_owners.note(*client.number, ownerOf(client));
 }
 
 void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
@@ -228,6 +257,7 @@ std::vector<std::uint32_t> X11WindowServer::forgetDestroyed()
     while (const XcbEvent event = m_display->connection().queuedEvent()) {
         if (const std::optional<xcb_window_t> window = destroyedWindow(*event)) {
             m_numbers.windowDestroyed(*window);
+            m_owners.windowDestroyed(*window);
             destroyed.push_back(*window);
         }
     }
@@ -250,9 +280,9 @@ void X11WindowServer::publishWindows(const std::vector<ClientWindow>& clients)
 std::unique_ptr<DiscoverySource> X11WindowServer::withoutDesktop()
 {
     m_trust->hasWindowManager = false;
+    m_trust->isKnown = true;
     publishWindows({});
     return std::make_unique<SnapshotSource>();
 }
 
 } // namespace kelpa::x11
-    m_trust->isKnown = true;

@@ -7,6 +7,7 @@
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
 #include "platform/numbers/WindowNumbers.h"
+#include "platform/numbers/WindowOwners.h"
 #include "platform/x11/capture/WindowCapturer.h"
 #include "platform/x11/connection/DesktopTrust.h"
 #include "platform/x11/connection/DisplayConnector.h"
@@ -41,6 +42,9 @@ struct X11WindowServerNeeds
     /// This program's process. Its windows are not redirected ahead of a capture: of a redirected
     /// window the server no longer reports whether others obscure it.
     std::optional<ProcessID> ownProcess{};
+    /// Null when nobody keeps the owners of numbered windows; `recordedOwners` is what it kept.
+    OwnerStorage* owners = nullptr;
+    RecordedOwners recordedOwners{};
 };
 
 /// Reads the desktop through a connection of its own, which the first discovery pass opens and a
@@ -93,11 +97,14 @@ private:
     };
 
     bool connect();
+    void publishTrust(bool hasWindowManager);
     void updateNumberWriter(RootReading& root);
     std::vector<ClientWindow> numbered(ClientsReading clients, const RootReading& root);
+    /// The sighting, without the tag of a window that cannot be the one that got it.
+    WindowNumbers::Sighting believable(const ClientReading& reading) const;
+    void noteOwner(const ClientWindow& client);
     void write(const WindowNumbers::Numbering& numbering);
     /// The ids of the windows that the server has reported as destroyed since the last call.
-    void publishTrust(bool hasWindowManager);
     std::vector<std::uint32_t> forgetDestroyed();
     void publishWindows(const std::vector<ClientWindow>& clients);
     std::unique_ptr<DiscoverySource> withoutDesktop();
@@ -112,6 +119,7 @@ private:
     mutable std::mutex m_discoveryMutex;
     std::unique_ptr<DisplayConnection> m_display;
     WindowNumbers m_numbers;
+    WindowOwners m_owners;
     bool m_isWritingNumbers = false;
 
     mutable std::mutex m_windowsMutex;

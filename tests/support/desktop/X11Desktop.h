@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace kelpa::test {
@@ -46,19 +47,17 @@ struct X11Surroundings
     std::unique_ptr<x11::X11WindowServer>
     makeServer(const QByteArray& display, std::optional<ProcessID> ownProcess = std::nullopt)
     {
-        return std::make_unique<x11::X11WindowServer>(
-            x11::X11WindowServerNeeds{std::make_shared<x11::DisplayConnector>(display, scale),
-                                      resolver,
-                                      nullptr,
-                                      reservation,
-                                      reservation.reservedUpTo,
-                                      scheduler,
-                                      {},
-                                      ownProcess});
+        return std::make_unique<x11::X11WindowServer>(x11::X11WindowServerNeeds{
+            std::make_shared<x11::DisplayConnector>(display, scale), resolver, nullptr, reservation,
+            reservation.reservedUpTo, scheduler, taken, ownProcess, owners, recordedOwners});
     }
 
     ClassNameResolver resolver;
     MemoryReservation reservation;
+    /// As in `X11WindowServerNeeds`.
+    std::set<WindowID> taken;
+    OwnerStorage* owners = nullptr;
+    RecordedOwners recordedOwners;
     LoopScheduler scheduler;
     const std::shared_ptr<PointScale> scale = std::make_shared<PointScale>();
 };

@@ -27,6 +27,17 @@ protected:
         return entry ? entry->number : std::nullopt;
     }
 
+    /// Hands the owners that one server records to the next one.
+    class Owners : public OwnerStorage
+    {
+    public:
+        explicit Owners(X11Surroundings& surroundings) : m_surroundings(surroundings) {}
+        void save(const RecordedOwners& owners) override { m_surroundings.recordedOwners = owners; }
+
+    private:
+        X11Surroundings& m_surroundings;
+    };
+
     XServer xServer;
     WindowManager manager{xServer.display()};
     X11Surroundings surroundings;
@@ -164,6 +175,36 @@ TEST_F(NumbersOnDisplay, A_new_window_that_comes_with_a_forged_tag_is_renumbered
         client.destroy(window);
         ASSERT_TRUE(waitUntil([&] { return !client.isListed(window); }));
     }
+}
+
+TEST_F(NumbersOnDisplay, The_number_of_a_window_whose_owner_has_gone_meanwhile_is_not_believed)
+{
+    Owners owners(surroundings);
+    surroundings.owners = &owners;
+    server.reset();
+    server = surroundings.makeServer(xServer.display());
+    std::optional<TestClient> owner(xServer.display());
+    const xcb_window_t window = openListed(*owner, "owned");
+    openListed(client, "other");
+    const auto ofOwner = number("owned");
+    const auto ofOther = number("other");
+    ASSERT_TRUE(ofOwner && ofOther);
+
+    server.reset();
+    owner.reset();
+    ASSERT_TRUE(waitUntil([&] { return !client.isListed(window); }));
+    const xcb_window_t forger = client.create({100, 100, 300, 200, "forger", {}});
+    client.setCardinals(forger, tag, {*ofOwner});
+    client.map(forger);
+    ASSERT_TRUE(waitUntil([&] { return client.isListed(forger); }));
+
+    surroundings.taken = {*ofOwner, *ofOther};
+    server = surroundings.makeServer(xServer.display());
+    EXPECT_EQ(number("other"), ofOther);
+    const auto renumbered = number("forger");
+    ASSERT_TRUE(renumbered);
+    EXPECT_NE(renumbered, ofOwner);
+    EXPECT_EQ(client.word(forger, tag), renumbered);
 }
 
 TEST_F(NumbersOnDisplay, A_forged_counter_does_not_use_up_the_numbers)
