@@ -55,7 +55,8 @@ bool isMove(const BoardCommand& command)
 bool ignoresAutoRepeat(const BoardCommand& command)
 {
     return std::holds_alternative<ActivateSelection>(command) ||
-           std::holds_alternative<RequestAddTodo>(command);
+           std::holds_alternative<RequestAddTodo>(command) ||
+           std::holds_alternative<ReturnToTargetSelection>(command);
 }
 
 /// A visitor made of one function for each kind of command.
@@ -198,7 +199,8 @@ bool BoardInput::handleKey(const QKeyEvent& event)
         m_wasWriting = false;
     if (!decision.command)
         return decision.isIgnored;
-    // Space held a little too long would enter a target and raise a window at once.
+    // Space held a little too long would enter a target and raise a window at once; Escape would
+    // end the writing and go back.
     if (event.isAutoRepeat() && ignoresAutoRepeat(*decision.command))
         return true;
     leaveSuspendedField();

@@ -33,7 +33,8 @@ BoardKey boardKey(const QKeyEvent& event);
 /// keeps its text. It is left for good by what would have left it otherwise: a click beside it,
 /// unless on an item that keeps fields, or the next key that does something on the board. Space and
 /// undo do nothing until then, or until Escape or a click: the person may believe to be writing in
-/// the field. A field in a sheet keeps the focus, as the board has no use for it.
+/// the field. That Escape does nothing else. A field in a sheet keeps the focus, as the board has
+/// no use for it.
 ///
 /// An item that accepts input methods is a text field. Everything else about an item comes from its
 /// properties; a missing property counts as false. Of the item with the focus:

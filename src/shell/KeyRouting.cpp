@@ -112,12 +112,15 @@ KeyDecision decideKey(BoardKey key, const KeyContext& context)
     const bool mayBeWriting = context.wasWriting && context.focus == KeyboardFocus::board;
     if (mayBeWriting && isPartOfWriting(key))
         return {.isIgnored = true, .command = std::nullopt};
+    // Going back as well would leave the field, and so store a title that is half written.
+    if (mayBeWriting && key == BoardKey::escape)
+        return {.endsWriting = true, .isIgnored = true, .command = std::nullopt};
     // An arrow leaves a field or a button and moves the selection in the same stroke. Leaving a
     // field discards what was typed in it.
     const bool leavesFocus = context.focus != KeyboardFocus::board && direction(key).has_value();
     return {.cancelsEditor = leavesFocus && context.focus == KeyboardFocus::textInput,
             .leavesFocus = leavesFocus,
-            .endsWriting = mayBeWriting && key == BoardKey::escape,
+            .endsWriting = false,
             .isIgnored = false,
             .command = boardCommand(key, context.navigation)};
 }

@@ -108,7 +108,7 @@ struct KeyDecision
     bool cancelsEditor = false;
     /// First return the keyboard focus to the board.
     bool leavesFocus = false;
-    /// First forget that the person was writing.
+    /// Forget that the person was writing.
     bool endsWriting = false;
     /// The key does nothing and reaches no item. There is no command.
     bool isIgnored = false;

@@ -130,6 +130,26 @@ TEST_F(BoardFocusTest, Who_believes_to_be_writing_still_raises_no_window_and_und
     EXPECT_EQ(raised(), 2);
 }
 
+TEST_F(BoardFocusTest, The_first_Escape_after_another_program_leaves_neither_the_field_nor_the_goal)
+{
+    const GoalID goal = makeGoal(QStringLiteral("kept"));
+    desktop.addAccessibleWindow(7, 100, QStringLiteral("Report"));
+    store().refresh();
+    store().assign(7, goal);
+    store().selectWindow(7);
+    item("written")->forceActiveFocus();
+    goElsewhereAndBack();
+    const int before = leavings();
+    press(Qt::Key_Escape);
+    hold(Qt::Key_Escape);
+    EXPECT_EQ(leavings(), before);
+    EXPECT_EQ(store().boardNavigation().layer, BoardNavigationLayer::windows);
+
+    press(Qt::Key_Escape);
+    EXPECT_EQ(leavings(), before + 1);
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::goal(goal)));
+}
+
 TEST_F(BoardFocusTest, A_click_in_a_suspended_field_or_on_its_button_does_not_leave_it)
 {
     item("written")->forceActiveFocus();

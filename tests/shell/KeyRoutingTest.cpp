@@ -238,10 +238,7 @@ struct FormerWritingCase
 
 const KeyDecision ignored{.isIgnored = true, .command = std::nullopt};
 
-KeyDecision endsWriting(const std::optional<BoardCommand>& command)
-{
-    return {.endsWriting = true, .command = command};
-}
+const KeyDecision endsWriting{.endsWriting = true, .isIgnored = true, .command = std::nullopt};
 
 class KeyRoutingAfterWriting : public testing::TestWithParam<FormerWritingCase>
 {};
@@ -262,9 +259,10 @@ INSTANTIATE_TEST_SUITE_P(
         FormerWritingCase{"undo", BoardKey::undo, board, onGoal, ignored},
         FormerWritingCase{"redo", BoardKey::redo, board, inside, ignored},
         FormerWritingCase{"a_letter", BoardKey::other, board, inside, passedOn},
-        FormerWritingCase{"escape", BoardKey::escape, board, onGoal, endsWriting(std::nullopt)},
-        FormerWritingCase{"escape_inside", BoardKey::escape, board, inside,
-                          endsWriting(ReturnToTargetSelection{})},
+        FormerWritingCase{"escape", BoardKey::escape, board, onGoal, endsWriting},
+        FormerWritingCase{"escape_inside", BoardKey::escape, board, inside, endsWriting},
+        FormerWritingCase{"escape_at_a_card_that_Tab_reached", BoardKey::escape, item, inside,
+                          does(ReturnToTargetSelection{})},
         FormerWritingCase{"arrow", BoardKey::left, board, inside, does(MoveWindowSelection{left})},
         FormerWritingCase{"return", BoardKey::enter, board, onGoal, does(RequestAddTodo{goalG})},
         FormerWritingCase{"menu", BoardKey::menu, board, onGoal, does(OpenMenu{})},
