@@ -1,6 +1,7 @@
 // Stores the board between runs, as keys and values.
 #pragma once
 
+#include "platform/SettingsStatus.h"
 #include "platform/Subscription.h"
 
 #include <QByteArray>
@@ -57,6 +58,7 @@ public:
     virtual bool copyAside(const QString& key) = 0;
 
     /// Retries the reads and writes of earlier calls that failed; true when nothing is pending.
+    /// `status` says whether anything is wrong all the same, such as a file that cannot be written.
     virtual bool flush() = 0;
 
     /// Whether a save is under way that a call did not wait for.
@@ -68,6 +70,12 @@ public:
     {
         return nullptr;
     }
+
+    /// What is wrong at the moment, if anything.
+    virtual SettingsStatus status() const { return {}; }
+
+    /// The file that holds the values; empty where there is none.
+    virtual QString path() const { return {}; }
 
     /// As `flush`, and waits up to `limit` for saves that are under way.
     virtual bool finish(std::chrono::milliseconds /*limit*/) { return flush(); }

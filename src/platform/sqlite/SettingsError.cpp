@@ -14,6 +14,8 @@ QString reason(SettingsError error)
         return QStringLiteral("another Kelpa is using it");
     case SettingsError::unreachable:
         return QStringLiteral("it cannot be opened; look at its permissions and its folder's");
+    case SettingsError::isFolder:
+        return QStringLiteral("it cannot be opened, since it is a folder");
     case SettingsError::readOnly:
         return QStringLiteral("it cannot be written to");
     case SettingsError::busy:

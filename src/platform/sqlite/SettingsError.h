@@ -1,33 +1,15 @@
-// Why settings cannot be read or written, and how that is reported to the person.
+// How errors of the settings file are passed on, and reported on standard error.
 #pragma once
+
+#include "platform/SettingsStatus.h"
 
 #include <QString>
 
-#include <cstdint>
 #include <functional>
 #include <set>
 #include <variant>
 
 namespace kelpa {
-
-enum class SettingsError : std::uint8_t {
-    /// Another Kelpa has the file open.
-    inUse,
-    /// The file or its folder cannot be reached: permissions, a folder in the file's place.
-    unreachable,
-    /// The file can be read but not written.
-    readOnly,
-    /// Another program holds the file's lock for longer than Kelpa may wait.
-    busy,
-    /// No space is left.
-    full,
-    /// Not a database, damaged, or the database of another program.
-    damaged,
-    /// Written by a later release, in a format that this one does not know.
-    newer,
-    /// Any other input or output error.
-    failed,
-};
 
 /// A value, or why it is not available.
 template <class Value>

@@ -29,6 +29,8 @@ SettingsError errorFromErrno(int code)
     case ENOSPC:
     case EDQUOT:
         return SettingsError::full;
+    case EISDIR:
+        return SettingsError::isFolder;
     default:
         return SettingsError::unreachable;
     }
@@ -137,15 +139,16 @@ std::optional<FileIdentity> FileIdentity::of(const QString& path)
     return state ? std::optional(state->identity) : std::nullopt;
 }
 
-std::optional<FileState> FileState::of(const QString& path)
+std::optional<FileState> FileState::of(const QString& path, Time time)
 {
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
+    const timespec& changed = time == Time::statusChange ? status.st_ctim : status.st_mtim;
     return FileState{{status.st_dev, status.st_ino},
                      status.st_size,
-                     std::chrono::seconds(status.st_ctim.tv_sec) +
-                         std::chrono::nanoseconds(status.st_ctim.tv_nsec)};
+                     std::chrono::seconds(changed.tv_sec) +
+                         std::chrono::nanoseconds(changed.tv_nsec)};
 }
 
 bool FileLock::isInPlace() const
@@ -163,8 +166,11 @@ std::optional<SettingsError> FileLock::acquire(const QString& path)
     m_file.close();
     FileDescriptor file(::open(QFile::encodeName(path).constData(),
                                O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, fileMode));
-    if (!file.isOpen())
-        return errorFromErrno(errno);
+    if (!file.isOpen()) {
+        const SettingsError error = errorFromErrno(errno);
+        // Said of the file itself, it would name the wrong folder.
+        return error == SettingsError::isFolder ? SettingsError::unreachable : error;
+    }
     if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
         return errno == EWOULDBLOCK ? SettingsError::inUse : SettingsError::unreachable;
     m_file = std::move(file);

@@ -11,6 +11,7 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 
 namespace kelpa {
@@ -49,16 +50,23 @@ struct FileIdentity
 };
 
 /// What tells that somebody has changed a file: any write, and any change of its length, also sets
-/// the time.
+/// both times.
 struct FileState
 {
+    enum class Time : std::uint8_t {
+        /// No program can set it back.
+        statusChange,
+        /// Unlike the other, a change of the owner leaves it as it is. SQLite sets the owner of the
+        /// log with each connection of a privileged user.
+        modification,
+    };
+
     FileIdentity identity;
     off_t size = 0;
-    /// The status change time, which no program can set back.
     std::chrono::nanoseconds changed{0};
 
     /// Absent when there is no regular file at `path`.
-    static std::optional<FileState> of(const QString& path);
+    static std::optional<FileState> of(const QString& path, Time time = Time::statusChange);
 
     friend bool operator==(const FileState&, const FileState&) = default;
 };

@@ -249,9 +249,10 @@ std::optional<SettingsError> SqliteFile::write(const SettingsValues& values)
 {
     resetLockDeadline();
     std::optional<SettingsError> error = tryToWrite(values);
-    if (error == SettingsError::full && emptyLog())
+    // A file that others have changed stays as it is until that is noticed.
+    if (error == SettingsError::full && isFileAsLeft() && emptyLog())
         error = tryToWrite(values);
-    m_logState = FileState::of(logPath());
+    m_logState = logState();
     return error;
 }
 
@@ -271,8 +272,8 @@ std::optional<SettingsError> SqliteFile::tryToWrite(const SettingsValues& values
 int SqliteFile::endCommit(void* file, sqlite3* connection, const char* name, int pages)
 {
     auto* const self = static_cast<SqliteFile*>(file);
-    // A file that others have changed stays as it is until that is noticed.
-    if (self->isCheckpointDue(pages) && FileState::of(self->m_path) == self->m_fileState) {
+    // As above.
+    if (self->isCheckpointDue(pages) && self->isFileAsLeft()) {
         sqlite3_wal_checkpoint_v2(connection, name, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
         self->m_fileState = FileState::of(self->m_path);
     }
@@ -288,12 +289,9 @@ bool SqliteFile::isCheckpointDue(std::int64_t pages) const
     return pages > freePages / logShare;
 }
 
-/// Moves all of the log to the file and cuts it; false where the file has no room for that, or
-/// somebody reads the log.
 bool SqliteFile::emptyLog()
 {
-    if (!isAsLeft())
-        return false;
+    resetLockDeadline();
     const int code = sqlite3_wal_checkpoint_v2(m_connection.get(), "main",
                                                SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
     m_fileState = FileState::of(m_path);
@@ -305,12 +303,19 @@ QString SqliteFile::logPath() const
     return m_path + QStringLiteral("-wal");
 }
 
+std::optional<FileState> SqliteFile::logState() const
+{
+    return FileState::of(logPath(), FileState::Time::modification);
+}
+
+bool SqliteFile::isFileAsLeft() const
+{
+    return FileState::of(m_path) == m_fileState;
+}
+
 bool SqliteFile::isAsLeft() const
 {
-    const std::optional<FileState> log = FileState::of(logPath());
-    const bool isLogWhole = !m_logState || (log && log->identity == m_logState->identity &&
-                                            log->size >= m_logState->size);
-    return isLogWhole && FileState::of(m_path) == m_fileState;
+    return logState() == m_logState && isFileAsLeft();
 }
 
 SettingsResult<bool> SqliteFile::isWrittenByOthers()
@@ -325,7 +330,7 @@ FileContents SqliteFile::readAnew() const
 {
     const std::optional<FileState> file = FileState::of(m_path);
     // SQLite takes an empty file for a new one, and would remove the log of another connection.
-    if (!file || file->size == 0 || (m_logState && !FileState::of(logPath())))
+    if (!file || file->size == 0 || (m_logState && !logState()))
         return {{}, SettingsError::damaged};
     const auto opened = open(m_path, Access::readOnly);
     if (const auto* const error = std::get_if<SettingsError>(&opened))
@@ -345,7 +350,7 @@ FileContents SqliteFile::readAnew() const
 void SqliteFile::acceptChanges()
 {
     m_fileState = FileState::of(m_path);
-    m_logState = FileState::of(logPath());
+    m_logState = logState();
     const auto version = readIntegers({"PRAGMA data_version"});
     if (!std::holds_alternative<SettingsError>(version))
         m_dataVersion = std::get<0>(version).front();

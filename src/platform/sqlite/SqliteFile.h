@@ -61,8 +61,8 @@ public:
     /// a full disk, first makes room by emptying the log.
     std::optional<SettingsError> write(const SettingsValues& values);
 
-    /// Whether file and log are as this connection left them; false also after another program
-    /// moved the log's pages to the file, which changes no value.
+    /// Whether nobody else has touched file or log since this connection left them; where somebody
+    /// has, the values may still be the same.
     bool isAsLeft() const;
     /// Whether another connection has committed since the file was opened or `acceptChanges`
     /// called.
@@ -72,6 +72,9 @@ public:
     FileContents readAnew() const;
     /// The changes that others made have been read.
     void acceptChanges();
+    /// Moves all of the log to the file and cuts it; false where the file has no room for that, or
+    /// somebody reads the log.
+    bool emptyLog();
 
     /// Makes closing the connection leave file and log as they are, for a damaged file. Every
     /// connection begins so, until the file has turned out to be Kelpa's.
@@ -107,8 +110,9 @@ private:
     std::optional<SettingsError> run(const char* sql);
     std::optional<SettingsError> tryToWrite(const SettingsValues& values);
     bool isCheckpointDue(std::int64_t pages) const;
-    bool emptyLog();
     QString logPath() const;
+    std::optional<FileState> logState() const;
+    bool isFileAsLeft() const;
     /// The first column of the first row of each query; 0 where there is no row.
     template <std::size_t Count>
     SettingsResult<std::array<std::int64_t, Count>>

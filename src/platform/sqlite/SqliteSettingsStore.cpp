@@ -21,12 +21,13 @@ SqliteSettingsStore::SqliteSettingsStore(const QString& path, Print print)
     : m_givenPath(QFileInfo(path).absoluteFilePath()), m_path(resolvedPath(m_givenPath)),
       m_reporter(m_givenPath, std::move(print))
 {
-    if (const std::optional<SettingsError> error = connect()) {
-        m_isAlreadyInUse = error == SettingsError::inUse;
+    m_error = connect();
+    if (m_error) {
+        m_isAlreadyInUse = m_error == SettingsError::inUse;
         // The caller of isAlreadyInUse reports that to the person.
         if (!m_isAlreadyInUse)
-            m_reporter.report(*error);
-        if (error != SettingsError::newer)
+            m_reporter.report(*m_error);
+        if (m_error != SettingsError::newer)
             loadReadOnly();
     }
     m_hasStarted = true;
@@ -74,6 +75,11 @@ bool SqliteSettingsStore::copyAside(const QString& key, const SettingsValue& pre
     return write({{asideKey(key), present}});
 }
 
+SettingsStatus SqliteSettingsStore::status() const
+{
+    return {m_error, m_isLoaded, !m_pending.isEmpty(), m_movedAside};
+}
+
 SettingsValues SqliteSettingsStore::values() const
 {
     SettingsValues all = m_stored;
@@ -98,11 +104,8 @@ bool SqliteSettingsStore::flush()
     const bool isGone = m_file && (FileIdentity::of(m_path) != m_identity || !m_lock.isInPlace());
     if (isGone)
         m_file.reset();
-    std::optional<SettingsError> error;
-    if (isGone || (!m_file && (!m_isLoaded || !m_pending.isEmpty())))
-        error = connect();
-    else if (m_file)
-        error = takeChanges();
+    // Without a file also when nothing is to be written, so that the end of an error is noticed.
+    std::optional<SettingsError> error = m_file ? takeChanges() : connect();
     if (!error && !m_pending.isEmpty())
         error = writePending();
     // Memory holds every value of the file; anything else stays in the renamed one.
@@ -114,8 +117,9 @@ bool SqliteSettingsStore::flush()
     }
     if (error)
         m_reporter.report(*error);
-    else if (m_file)
+    else
         m_reporter.recovered();
+    m_error = error;
     return isSaved();
 }
 
@@ -152,7 +156,10 @@ std::optional<SettingsError> SqliteSettingsStore::takeChanges()
     // The board on the screen is the newest; values that it replaces are copied aside.
     keepStored();
     mergeStored(found.values);
-    m_file->acceptChanges();
+    // A log that others have overwritten may end earlier for the next start than for this one. What
+    // was read through it is moved to the file, now or, while somebody reads the log, later.
+    if (isAsLeft || m_file->emptyLog())
+        m_file->acceptChanges();
     return std::nullopt;
 }
 
@@ -223,6 +230,8 @@ std::optional<SettingsError> SqliteSettingsStore::moveAside(const SettingsValues
     if (!newPath)
         return SettingsError::damaged;
     m_reporter.reportMovedAside(*newPath);
+    m_movedAside = {QFileInfo(*newPath).fileName(), m_isLoaded && !m_isIncomplete};
+    m_isIncomplete = false;
     for (const auto& [key, value] : found.asKeyValueRange()) {
         if (!m_stored.contains(key) && !m_pending.contains(key))
             m_pending.insert(key, value);
@@ -246,6 +255,7 @@ void SqliteSettingsStore::loadReadOnly()
         if (!found.error || found.error == SettingsError::damaged) {
             m_stored = found.values;
             m_isLoaded = true;
+            m_isIncomplete = found.error.has_value();
             return;
         }
         // Ignoring locks would read what another program is changing right now.

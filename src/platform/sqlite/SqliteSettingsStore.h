@@ -33,9 +33,6 @@ public:
     /// through `print`.
     bool isAlreadyInUse() const { return m_isAlreadyInUse; }
 
-    /// The file itself, with all symbolic links resolved.
-    const QString& path() const { return m_path; }
-
     /// True from the start where the file can be read or created. A file that is missing and cannot
     /// be created may still appear, with the disk that it is on.
     bool isLoaded() const override { return m_isLoaded; }
@@ -45,6 +42,9 @@ public:
     /// Copies a value aside that `key` has or had.
     bool copyAside(const QString& key, const SettingsValue& present);
     bool flush() override;
+    SettingsStatus status() const override;
+    /// The file itself, with all symbolic links resolved.
+    QString path() const override { return m_path; }
 
     /// Everything that `value` would return, without counting as read.
     SettingsValues values() const;
@@ -83,6 +83,11 @@ private:
     /// Values in a file that is opened from now on are unseen.
     bool m_hasStarted = false;
     bool m_isLoaded = false;
+    /// The stored values are those that could be read from a damaged file, which is still there.
+    bool m_isIncomplete = false;
+    /// Of the last attempt to read or write.
+    std::optional<SettingsError> m_error;
+    std::optional<FileMovedAside> m_movedAside;
     bool m_isAlreadyInUse = false;
 };
 

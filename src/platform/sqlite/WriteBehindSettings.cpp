@@ -48,7 +48,7 @@ private:
 WriteBehindSettings::WriteBehindSettings(std::unique_ptr<SqliteSettingsStore> file,
                                          std::chrono::milliseconds patience)
     : m_path(file->path()), m_patience(patience), m_file(std::move(file)),
-      m_stored(m_file->values()), m_isLoaded(m_file->isLoaded()), m_isSaved(m_file->isSaved()),
+      m_stored(m_file->values()), m_isSaved(m_file->isSaved()), m_status(m_file->status()),
       m_receiver(std::make_unique<EventReceiver>([this] { report(); }))
 {}
 
@@ -69,7 +69,16 @@ bool WriteBehindSettings::close(std::chrono::milliseconds limit)
 bool WriteBehindSettings::isLoaded() const
 {
     const Lock lock(m_mutex);
-    return m_isLoaded;
+    return m_status.isLoaded;
+}
+
+SettingsStatus WriteBehindSettings::status() const
+{
+    const Lock lock(m_mutex);
+    SettingsStatus status = m_status;
+    status.hasUnsavedValues = status.hasUnsavedValues || !m_running.isEmpty() ||
+                              !m_next.values.isEmpty() || !m_next.copiesAside.empty();
+    return status;
 }
 
 bool WriteBehindSettings::isSaving() const
@@ -215,8 +224,8 @@ void WriteBehindSettings::run()
         lock.lock();
 
         m_stored = std::move(values);
-        m_isLoaded = m_file->isLoaded();
         m_isSaved = isSaved;
+        m_status = m_file->status();
         m_running.clear();
         m_isRunning = false;
         if (!isIdle())

@@ -39,15 +39,15 @@ public:
     /// that hangs, for ever.
     ~WriteBehindSettings() override;
 
-    /// The file itself, with all symbolic links resolved.
-    const QString& path() const { return m_path; }
-
     bool isLoaded() const override;
     std::optional<SettingsValue> value(const QString& key) const override;
     bool write(const std::vector<SettingsEntry>& entries) override;
     /// Does not wait: false unless there is nothing to copy.
     bool copyAside(const QString& key) override;
     bool flush() override;
+    SettingsStatus status() const override;
+    /// The file itself, with all symbolic links resolved.
+    QString path() const override { return m_path; }
 
     bool isSaving() const override;
     [[nodiscard]] std::unique_ptr<Subscription> watchSaves(const SavesEnded& ended) override;
@@ -102,8 +102,8 @@ private:
     std::uint64_t m_lastSave = 0;
     /// What the file knew after the last save.
     SettingsValues m_stored;
-    bool m_isLoaded;
     bool m_isSaved;
+    SettingsStatus m_status;
     /// The main thread waits for the end, so that nobody need report it.
     bool m_isAwaited = false;
     bool m_isEnding = false;

@@ -49,7 +49,7 @@ TEST_F(SqliteErrors, While_the_file_cannot_be_reached_the_board_lives_in_memory)
     EXPECT_EQ(store->value(languageKey), SettingsValue(QStringLiteral("de")));
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages[0].contains(path));
-    EXPECT_TRUE(messages[0].contains(u"it cannot be opened"));
+    EXPECT_TRUE(messages[0].contains(u"it cannot be opened, since it is a folder"));
 
     ASSERT_TRUE(QDir().rmdir(path));
     EXPECT_TRUE(store->write({{sortingKey, false}}));

@@ -86,6 +86,21 @@ TEST_F(WriteBehind, On_a_hanging_disk_no_call_waits_and_the_last_values_reach_it
     EXPECT_THAT(messages, IsEmpty());
 }
 
+TEST_F(WriteBehind, On_a_hanging_disk_a_call_gives_up_waiting)
+{
+    const auto settings = openBehind(1ms);
+    disk.hang();
+    // Without its limit, this would never return.
+    EXPECT_FALSE(settings->write({goals("[1]")}));
+    disk.waitForSync();
+    EXPECT_TRUE(settings->isSaving());
+    EXPECT_FALSE(settings->flush());
+    EXPECT_EQ(settings->value(goalsKey), SettingsValue(QByteArray("[1]")));
+    disk.recover();
+    EXPECT_TRUE(settings->finish(always));
+    EXPECT_THAT(stored(), ElementsAre(u"[1]"));
+}
+
 TEST_F(WriteBehind, A_late_save_is_waited_for_once)
 {
     const auto settings = openBehind(always);
@@ -209,6 +224,22 @@ TEST_F(WriteBehind, A_call_that_waits_returns_that_a_save_was_refused)
     ASSERT_TRUE(QDir().rmdir(path));
     EXPECT_TRUE(settings->flush());
     EXPECT_THAT(stored(), ElementsAre(u"[1]"));
+}
+
+TEST_F(WriteBehind, What_is_wrong_is_known_after_each_attempt)
+{
+    ASSERT_TRUE(QDir().mkdir(path));
+    const auto settings = openBehind(never);
+    EXPECT_EQ(settings->status(),
+              (SettingsStatus{SettingsError::isFolder, false, false, std::nullopt}));
+    EXPECT_FALSE(settings->write({goals("[1]")}));
+    EXPECT_TRUE(settings->status().hasUnsavedValues);
+    waitForEnd();
+    EXPECT_EQ(settings->status(),
+              (SettingsStatus{SettingsError::isFolder, false, true, std::nullopt}));
+    ASSERT_TRUE(QDir().rmdir(path));
+    EXPECT_TRUE(settings->finish(always));
+    EXPECT_EQ(settings->status(), SettingsStatus());
 }
 
 TEST_F(WriteBehind, What_is_already_stored_is_not_written_again)
