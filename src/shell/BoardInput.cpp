@@ -77,6 +77,11 @@ BoardKey undoRedoKey(const QKeyEvent& event)
     return event.key() == Qt::Key_Y && !isShifted ? BoardKey::redo : BoardKey::other;
 }
 
+bool typesCharacter(const QKeyEvent& event)
+{
+    return !event.text().isEmpty() && event.text().front().isPrint();
+}
+
 /// Whether a click at `position`, in scene coordinates within `item`, does not leave a field.
 bool keepsFields(const QQuickItem& item, const QPointF& position)
 {
@@ -118,7 +123,7 @@ BoardKey boardKey(const QKeyEvent& event)
     case Qt::Key_Menu:
         return BoardKey::menu;
     default:
-        return BoardKey::other;
+        return typesCharacter(event) ? BoardKey::character : BoardKey::other;
     }
 }
 
@@ -184,7 +189,9 @@ KeyContext BoardInput::context(const QKeyEvent& event) const
             .canFieldUndo = hasTrue(item, "canUndo"),
             .canFieldRedo = hasTrue(item, "canRedo"),
             .isSearching = hasTrue(item, "isSearching"),
-            .wasWriting = m_wasWriting && !m_suspendedField.isNull()};
+            .wasWriting = m_wasWriting && !m_suspendedField.isNull(),
+            .wasSearching = hasTrue(m_suspendedField, "isSearchField"),
+            .hasSearch = !m_store.searchText().isEmpty()};
 }
 
 bool BoardInput::handleKey(const QKeyEvent& event)
@@ -197,6 +204,10 @@ bool BoardInput::handleKey(const QKeyEvent& event)
     }
     if (decision.endsWriting)
         m_wasWriting = false;
+    if (decision.startsSearch)
+        Q_EMIT searchStarted();
+    if (decision.endsSearch)
+        m_store.setSearchText(QString());
     if (!decision.command)
         return decision.isIgnored;
     // Space held a little too long would enter a target and raise a window at once; Escape would

@@ -46,6 +46,7 @@ BoardKey boardKey(const QKeyEvent& event);
 ///     canUndo, canRedo   field only: it can undo or redo what was typed; all fields of the toolkit
 ///                        have them
 ///     isSearching        field only: its text filters the board
+///     isSearchField      field only: it is the one whose text filters the board
 ///
 /// and of any item that is clicked:
 ///
@@ -67,6 +68,9 @@ Q_SIGNALS:
     /// An arrow key leaves the text field, whether the store or a view opened it. Emitted while the
     /// field still exists, with its text.
     void editorLeft();
+    /// A character is typed while nothing has the keyboard. The search field gets it if it takes
+    /// the focus now.
+    void searchStarted();
 
 private:
     bool isInPopup(const QQuickItem* item) const;

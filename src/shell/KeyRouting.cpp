@@ -21,6 +21,7 @@ std::optional<NavigationDirection> direction(BoardKey key)
     case BoardKey::menu:
     case BoardKey::undo:
     case BoardKey::redo:
+    case BoardKey::character:
     case BoardKey::other:
         return std::nullopt;
     }
@@ -56,6 +57,7 @@ std::optional<BoardCommand> boardCommand(BoardKey key, const BoardNavigationStat
     case BoardKey::right:
     case BoardKey::up:
     case BoardKey::down:
+    case BoardKey::character:
     case BoardKey::other:
         return std::nullopt;
     }
@@ -102,6 +104,22 @@ bool isForFocusedItem(BoardKey key, const KeyContext& context)
     Q_UNREACHABLE();
 }
 
+/// Whether the key begins a search: a character that nothing else has a use for. Whoever may be
+/// going on with the text of a field does not mean the search, unless the field was the search's
+/// own.
+bool startsSearch(BoardKey key, const KeyContext& context)
+{
+    return key == BoardKey::character && context.focus == KeyboardFocus::board &&
+           (!context.wasWriting || context.wasSearching);
+}
+
+/// Whether Escape, which goes back from a window to its target, has nothing else to do.
+bool endsSearch(BoardKey key, const KeyContext& context)
+{
+    return key == BoardKey::escape && context.hasSearch &&
+           context.navigation.layer == BoardNavigationLayer::targets;
+}
+
 } // namespace
 
 KeyDecision decideKey(BoardKey key, const KeyContext& context)
@@ -122,6 +140,8 @@ KeyDecision decideKey(BoardKey key, const KeyContext& context)
             .leavesFocus = leavesFocus,
             .endsWriting = false,
             .isIgnored = false,
+            .startsSearch = startsSearch(key, context),
+            .endsSearch = endsSearch(key, context),
             .command = boardCommand(key, context.navigation)};
 }
 

@@ -23,6 +23,8 @@ enum class BoardKey : std::uint8_t {
     menu,
     undo,
     redo,
+    /// Types a character, and is not Space.
+    character,
     other,
 };
 
@@ -58,6 +60,10 @@ struct KeyContext
     /// The person was writing in a field that gave the keyboard up to another program, and may
     /// believe to be writing in it still: nothing was done on the board since.
     bool wasWriting = false;
+    /// That field is the search field.
+    bool wasSearching = false;
+    /// A search narrows the windows that the board shows.
+    bool hasSearch = false;
 };
 
 struct MoveTargetSelection
@@ -112,6 +118,10 @@ struct KeyDecision
     bool endsWriting = false;
     /// The key does nothing and reaches no item. There is no command.
     bool isIgnored = false;
+    /// First move the keyboard focus to the search field, which gets the key.
+    bool startsSearch = false;
+    /// Also end the search; the key is passed on.
+    bool endsSearch = false;
     /// Absent: pass the key on to the item with the focus.
     std::optional<BoardCommand> command;
 

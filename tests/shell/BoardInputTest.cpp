@@ -73,6 +73,44 @@ TEST_F(BoardInputTest, A_field_gets_what_is_typed_and_an_arrow_leaves_it)
     EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::unassigned()));
 }
 
+TEST_F(BoardInputTest, A_character_on_the_board_reaches_the_field_that_takes_the_focus_for_it)
+{
+    QObject::connect(input.get(), &BoardInput::searchStarted, item("field"),
+                     [this] { item("field")->forceActiveFocus(); });
+    QSignalSpy starts(input.get(), &BoardInput::searchStarted);
+    press(Qt::Key_B, Qt::ControlModifier);
+    press(Qt::Key_F5);
+    press(Qt::Key_Space);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(starts.size(), 0);
+    item("field")->setFocus(false);
+    QTest::keyClick(window.get(), 'b');
+    QTest::keyClick(window.get(), ' ');
+    QTest::keyClick(window.get(), '1');
+    EXPECT_EQ(typedText(), QStringLiteral("b 1"));
+    EXPECT_EQ(starts.size(), 1);
+}
+
+TEST_F(BoardInputTest, Escape_ends_a_search_once_it_leads_back_to_nothing_else)
+{
+    const GoalID a = makeGoal();
+    desktop.addWindow(1, 100, QStringLiteral("paper"));
+    store().refresh();
+    store().assign(1, a);
+    store().selectWindow(1);
+    store().setSearchText(QStringLiteral("paper"));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::goal(a)));
+    EXPECT_EQ(store().searchText(), QStringLiteral("paper"));
+    item("field")->forceActiveFocus();
+    press(Qt::Key_Escape);
+    EXPECT_EQ(store().searchText(), QStringLiteral("paper")) << "the key was the field's";
+    item("field")->setFocus(false);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(store().searchText(), QString());
+    EXPECT_EQ(store().boardNavigation(), State::on(TargetSelection::goal(a)));
+}
+
 TEST_F(BoardInputTest, A_key_that_is_pressed_with_Control_Alt_or_Super_does_not_belong_to_the_board)
 {
     for (const auto modifier : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier})

@@ -227,6 +227,74 @@ TEST(KeyRoutingInAField, A_field_in_which_nothing_was_typed_leaves_undo_and_redo
     EXPECT_EQ(decideKey(BoardKey::redo, context), passedOn);
 }
 
+struct SearchCase
+{
+    const char* name;
+    BoardKey key;
+    KeyboardFocus focus;
+    State navigation;
+    /// Whether the person was writing in a field, and whether that was the search's.
+    bool wasWriting;
+    bool wasSearching;
+    KeyDecision decision;
+};
+
+const KeyDecision startsSearch{.startsSearch = true, .command = std::nullopt};
+const KeyDecision endsSearch{.endsSearch = true, .command = std::nullopt};
+
+class KeyRoutingWithASearch : public testing::TestWithParam<SearchCase>
+{};
+
+TEST_P(KeyRoutingWithASearch, Decides)
+{
+    const SearchCase& param = GetParam();
+    KeyContext context{.isBoardActive = true, .focus = param.focus, .navigation = param.navigation};
+    context.wasWriting = param.wasWriting;
+    context.wasSearching = param.wasSearching;
+    context.hasSearch = true;
+    EXPECT_EQ(decideKey(param.key, context), param.decision);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    KeyRouting, KeyRoutingWithASearch,
+    testing::Values(
+        SearchCase{"character_from_idle", BoardKey::character, board, idle, false, false,
+                   startsSearch},
+        SearchCase{"character_inside", BoardKey::character, board, inside, false, false,
+                   startsSearch},
+        SearchCase{"character_in_a_field", BoardKey::character, field, idle, false, false,
+                   passedOn},
+        SearchCase{"character_at_a_button", BoardKey::character, button, idle, false, false,
+                   passedOn},
+        SearchCase{"character_at_a_card", BoardKey::character, item, inside, false, false,
+                   passedOn},
+        SearchCase{"character_in_a_menu", BoardKey::character, popup, idle, false, false, passedOn},
+        SearchCase{"character_after_writing", BoardKey::character, board, idle, true, false,
+                   passedOn},
+        SearchCase{"character_after_searching", BoardKey::character, board, idle, true, true,
+                   startsSearch},
+        SearchCase{"escape_from_idle", BoardKey::escape, board, idle, false, false, endsSearch},
+        SearchCase{"escape_on_a_goal", BoardKey::escape, board, onGoal, false, false, endsSearch},
+        SearchCase{"escape_at_a_button", BoardKey::escape, button, idle, false, false, endsSearch},
+        SearchCase{"escape_inside", BoardKey::escape, board, inside, false, false,
+                   does(ReturnToTargetSelection{})},
+        SearchCase{"escape_in_a_field", BoardKey::escape, field, idle, false, false, passedOn},
+        SearchCase{"escape_in_a_sheet", BoardKey::escape, popup, idle, false, false, passedOn},
+        SearchCase{"escape_after_writing",
+                   BoardKey::escape,
+                   board,
+                   idle,
+                   true,
+                   false,
+                   {.endsWriting = true, .command = std::nullopt}}),
+    caseName);
+
+TEST(KeyRoutingWithoutASearch, Escape_has_none_to_end)
+{
+    const KeyContext context{.isBoardActive = true, .focus = board, .navigation = idle};
+    EXPECT_EQ(decideKey(BoardKey::escape, context), passedOn);
+}
+
 struct FormerWritingCase
 {
     const char* name;
@@ -259,6 +327,7 @@ INSTANTIATE_TEST_SUITE_P(
         FormerWritingCase{"undo", BoardKey::undo, board, onGoal, ignored},
         FormerWritingCase{"redo", BoardKey::redo, board, inside, ignored},
         FormerWritingCase{"a_letter", BoardKey::other, board, inside, passedOn},
+        FormerWritingCase{"a_typed_character", BoardKey::character, board, inside, passedOn},
         FormerWritingCase{"escape", BoardKey::escape, board, onGoal, endsWriting},
         FormerWritingCase{"escape_inside", BoardKey::escape, board, inside, endsWriting},
         FormerWritingCase{"escape_at_a_card_that_Tab_reached", BoardKey::escape, item, inside,
