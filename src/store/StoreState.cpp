@@ -17,6 +17,9 @@ void StoreState::markChanged(Field field)
         m_filteredWindows.reset();
     if (field == Field::windows || field == Field::searchText || field == Field::previews)
         m_windowsByGoal.reset();
+    if (field == Field::windows || field == Field::searchText || field == Field::goals ||
+        field == Field::unassignedTodos || field == Field::isHidingGoalsWithoutOpenTodos)
+        m_findings.reset();
 }
 
 bool StoreState::isVisible(const Goal& goal) const
@@ -82,6 +85,14 @@ const QList<WindowItem>& StoreState::filteredWindows() const
     if (!m_filteredWindows)
         m_filteredWindows = kelpa::filteredWindows(windows, searchText, QLocale());
     return *m_filteredWindows;
+}
+
+const SearchFindings& StoreState::findings() const
+{
+    if (!m_findings)
+        m_findings = searchFindings(goals, unassignedTodos, filteredWindows(), emptyGoals(),
+                                    searchText, QLocale());
+    return *m_findings;
 }
 
 QList<WindowItem> StoreState::windowsOf(const std::optional<GoalID>& goalID) const

@@ -8,6 +8,7 @@
 #include "navigation/BoardNavigationState.h"
 #include "store/StoreChanges.h"
 #include "store/board/BoardHistory.h"
+#include "store/board/BoardSearch.h"
 #include "store/desktop/Permissions.h"
 #include "text/AppLanguage.h"
 #include "windows/WindowSearch.h"
@@ -85,6 +86,10 @@ public:
     bool isVisible(const Goal& goal) const;
     bool isVisible(GoalID goalID) const;
     QList<GoalID> visibleGoalIDs() const;
+    EmptyGoals emptyGoals() const
+    {
+        return isHidingGoalsWithoutOpenTodos ? EmptyGoals::hidden : EmptyGoals::shown;
+    }
     /// The list of the goal, the unassigned list for none; null when there is no such goal.
     QList<TodoItem>* todoList(std::optional<GoalID> goalID);
     void markTodosChanged(std::optional<GoalID> goalID);
@@ -103,11 +108,13 @@ public:
     QList<WindowID> windowIDsOf(const TargetSelection& target) const;
     /// Whatever the search.
     QList<WindowID> allWindowIDsOf(const TargetSelection& target) const;
+    const SearchFindings& findings() const;
 
 private:
     // Computed when first asked for.
     mutable std::optional<QList<WindowItem>> m_filteredWindows;
     mutable std::optional<WindowsByGoal> m_windowsByGoal;
+    mutable std::optional<SearchFindings> m_findings;
 };
 
 } // namespace kelpa

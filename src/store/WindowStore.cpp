@@ -4,6 +4,7 @@
 #include "store/board/GoalOrder.h"
 #include "text/KelpaCopy.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <utility>
@@ -119,6 +120,25 @@ void WindowStore::setSearchText(const QString& text)
 {
     const Update update(m_state.changes);
     m_state.assign(m_state.searchText, text, Field::searchText);
+}
+
+HiddenGoals WindowStore::hiddenGoals() const
+{
+    return kelpa::hiddenGoals(m_state.goals, m_state.windows, m_state.emptyGoals());
+}
+
+void WindowStore::showHiddenFindings()
+{
+    const Update update(m_state.changes);
+    if (m_state.findings().hiddenCount == 0)
+        return;
+    const QSet<GoalID> shownBefore(m_state.findings().goalsWithMatches);
+    setHidingGoalsWithoutOpenTodos(false);
+    const QSet<GoalID>& found = m_state.findings().goalsWithMatches;
+    const auto first = std::ranges::find_if(m_state.goals, [&](const Goal& goal) {
+        return found.contains(goal.id) && !shownBefore.contains(goal.id);
+    });
+    m_parts->selection.activate(TargetSelection::goal(first->id), EnterWindowLayer::yes);
 }
 
 void WindowStore::undo()

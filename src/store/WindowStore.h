@@ -68,6 +68,9 @@ public:
     QList<Goal> visibleGoals() const;
     /// `windows` narrowed by `searchText`.
     const QList<WindowItem>& filteredWindows() const { return m_state.filteredWindows(); }
+    /// What else `searchText` finds.
+    const SearchFindings& searchFindings() const { return m_state.findings(); }
+    HiddenGoals hiddenGoals() const;
     /// The filtered windows of a goal (of none: the unassigned ones), those with a preview first.
     QList<WindowItem> windows(std::optional<GoalID> id) const { return m_state.windowsOf(id); }
     QList<WindowItem> windows(const TargetSelection& of) const { return m_state.windowsOf(of); }
@@ -80,6 +83,9 @@ public:
     void setAutoSortingGoals(bool isAutoSorting);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
     void setSearchText(const QString& text);
+    /// Shows the goals that are hidden, and selects the first window or goal in them that the
+    /// search finds; does nothing where it finds none.
+    void showHiddenFindings();
     /// At the end of the program: retries what failed until now, and waits up to 20 s for the disk.
     void finishSaving();
 

@@ -24,8 +24,12 @@ void WindowStore::focus(const WindowItem& window)
     const Update update(m_state.changes);
     m_parts->selection.select(
         BoardNavigationState::inside(TargetSelection::of(window.goalID), window.id));
-    if (m_state.isAccessibilityTrusted)
-        m_parts->activations.enqueue({window});
+    if (!m_state.isAccessibilityTrusted)
+        return;
+    m_parts->activations.enqueue({window});
+    // The search has found what it was for.
+    if (windowWith(window.id, m_state.filteredWindows()) != nullptr)
+        m_state.assign(m_state.searchText, QString(), Field::searchText);
 }
 
 void WindowStore::showAllWindows(GoalID goalID)

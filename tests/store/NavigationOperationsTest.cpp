@@ -199,6 +199,38 @@ TEST_F(NavigationOperations, A_search_that_hides_the_selected_window_leaves_it_t
     EXPECT_EQ(state(), State::on(target));
 }
 
+TEST_F(NavigationOperations, One_step_shows_what_a_search_finds_in_hidden_goals)
+{
+    const GoalID open = makeGoal();
+    makeTodo(open);
+    const GoalID other = makeGoal();
+    const GoalID hidden = makeGoal();
+    desktop.addWindow(1, 100, QStringLiteral("paper"));
+    desktop.addWindow(2, 100, QStringLiteral("paper too"));
+    desktop.addWindow(3, 100, QStringLiteral("letter"));
+    store().refresh();
+    store().assign(1, open);
+    store().assign(2, hidden);
+    store().assign(3, other);
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_EQ(store().hiddenGoals(), (HiddenGoals{2, 2}));
+    store().setSearchText(QStringLiteral("paper"));
+    EXPECT_EQ(store().searchFindings().hiddenCount, 1);
+    EXPECT_EQ(store().searchFindings().windowCount, 1);
+
+    store().showHiddenFindings();
+
+    EXPECT_FALSE(store().isHidingGoalsWithoutOpenTodos());
+    EXPECT_EQ(state(), State::inside(TargetSelection::goal(hidden), 2));
+    EXPECT_EQ(store().searchText(), QStringLiteral("paper"));
+    EXPECT_EQ(store().searchFindings().windowCount, 2);
+
+    store().setHidingGoalsWithoutOpenTodos(true);
+    store().setSearchText(QStringLiteral("nobody"));
+    store().showHiddenFindings();
+    EXPECT_TRUE(store().isHidingGoalsWithoutOpenTodos()) << "there is nothing to show";
+}
+
 TEST_F(NavigationOperations, A_window_that_closes_during_a_search_hands_over_to_the_first_shown)
 {
     const GoalID a = makeGoal();

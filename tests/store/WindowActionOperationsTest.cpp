@@ -34,6 +34,27 @@ TEST_F(WindowActionOperations, Focus_selects_the_window_and_brings_it_forward)
     EXPECT_EQ(raised(), (QStringList{QStringLiteral("raise one"), QStringLiteral("raise two")}));
 }
 
+TEST_F(WindowActionOperations, Focus_of_a_window_that_the_search_found_ends_the_search)
+{
+    desktop.addAccessibleWindow(1, 100, QStringLiteral("letter"));
+    desktop.addAccessibleWindow(2, 101, QStringLiteral("report"));
+    store().refresh();
+    store().setSearchText(QStringLiteral("letter"));
+
+    store().focus(listed(2));
+    EXPECT_EQ(store().searchText(), QStringLiteral("letter")) << "it was not found by it";
+    store().focus(listed(1));
+    EXPECT_EQ(store().searchText(), QString());
+    EXPECT_EQ(store().boardNavigation(), State::inside(TargetSelection::unassigned(), 1));
+    EXPECT_EQ(store().filteredWindows().size(), 2);
+
+    store().setSearchText(QStringLiteral("letter"));
+    desktop.isAccessibilityGranted = false;
+    store().refresh();
+    store().focus(listed(1));
+    EXPECT_EQ(store().searchText(), QStringLiteral("letter")) << "nothing came forward";
+}
+
 TEST_F(WindowActionOperations, Focus_without_permission_only_selects)
 {
     desktop.isAccessibilityGranted = false;
