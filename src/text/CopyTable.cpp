@@ -32,6 +32,26 @@ QString CopyTable::windowCount(int count) const
     return KelpaCopy::windowCount(count, m_language);
 }
 
+QString CopyTable::foundCounts(int windows, int goals, int todos) const
+{
+    return KelpaCopy::foundCounts(windows, goals, todos, m_language);
+}
+
+QString CopyTable::moreInHiddenGoals(int count) const
+{
+    return KelpaCopy::moreInHiddenGoals(count, m_language);
+}
+
+QString CopyTable::hiddenGoals(int count, int countWithWindows) const
+{
+    return KelpaCopy::hiddenGoals(count, countWithWindows, m_language);
+}
+
+QString CopyTable::onlyMatchesShown(const QString& searchText) const
+{
+    return KelpaCopy::onlyMatchesShown(searchText, m_language);
+}
+
 QString CopyTable::windowName(const QString& ownerName, const QString& title) const
 {
     return KelpaCopy::windowName(ownerName, title, m_language);

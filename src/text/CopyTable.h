@@ -33,6 +33,10 @@ public:
     Q_INVOKABLE QString confirmWindowSelection(int count) const;
     Q_INVOKABLE QString openTodoCount(int count) const;
     Q_INVOKABLE QString windowCount(int count) const;
+    Q_INVOKABLE QString foundCounts(int windows, int goals, int todos) const;
+    Q_INVOKABLE QString moreInHiddenGoals(int count) const;
+    Q_INVOKABLE QString hiddenGoals(int count, int countWithWindows) const;
+    Q_INVOKABLE QString onlyMatchesShown(const QString& searchText) const;
     Q_INVOKABLE QString windowName(const QString& ownerName, const QString& title) const;
 
     /// `status` and `priority` are stored texts; an unknown one gives an empty text.

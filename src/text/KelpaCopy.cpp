@@ -103,6 +103,32 @@ constexpr Frames openTodoCountFrames({u"", u" 个未完成待办"}, {u"", u" unf
 constexpr Frames windowCountFrames({u"", u" 个窗口"}, {u"", u" windows"}, {u"", u"個のウィンドウ"},
                                    {u"창 ", u"개"}, {u"", u" fenêtres"}, {u"", u" Fenster"});
 
+constexpr Frames foundWindowsFrames({u"找到：窗口 ", u"、"}, {u"Found: windows ", u", "},
+                                    {u"一致：ウィンドウ ", u"、"}, {u"찾음: 창 ", u", "},
+                                    {u"Trouvé : fenêtres ", u", "}, {u"Gefunden: Fenster ", u", "});
+constexpr Frames foundGoalsFrames({u"目标 ", u"、"}, {u"goals ", u", "}, {u"目標 ", u"、"},
+                                  {u"목표 ", u", "}, {u"objectifs ", u", "}, {u"Ziele ", u", "});
+constexpr Frames foundTodosFrames({u"待办 ", u""}, {u"todos ", u""}, {u"タスク ", u""},
+                                  {u"할 일 ", u""}, {u"tâches ", u""}, {u"Aufgaben ", u""});
+constexpr Frames moreInHiddenGoalsFrames({u"隐藏的目标中还有 ", u" 项"},
+                                         {u"", u" more in hidden goals"},
+                                         {u"非表示の目標にあと", u"件"},
+                                         {u"숨긴 목표에 ", u"개 더 있음"},
+                                         {u"", u" de plus dans les objectifs masqués"},
+                                         {u"", u" weitere in ausgeblendeten Zielen"});
+constexpr Frames hiddenGoalsFrames({u"已隐藏目标：", u"，"}, {u"Hidden goals: ", u", "},
+                                   {u"非表示の目標：", u"、"}, {u"숨긴 목표: ", u", "},
+                                   {u"Objectifs masqués : ", u", "},
+                                   {u"Ausgeblendete Ziele: ", u", "});
+constexpr Frames hiddenWithWindowsFrames({u"其中含窗口：", u""}, {u"with windows: ", u""},
+                                         {u"うちウィンドウあり：", u""}, {u"창 있음: ", u""},
+                                         {u"avec fenêtres : ", u""}, {u"mit Fenstern: ", u""});
+constexpr Frames onlyMatchesShownFrames(
+    {u"只显示与「", u"」匹配的窗口"}, {u"Only windows that match “", u"” are shown"},
+    {u"「", u"」に一致するウィンドウだけを表示中"}, {u"‘", u"’ 검색과 일치하는 창만 표시 중"},
+    {u"Seules les fenêtres correspondant à « ", u" » sont affichées"},
+    {u"Nur Fenster, die zu „", u"“ passen, sind zu sehen"});
+
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
 const Names& statusNames(TodoStatus status)
@@ -192,6 +218,32 @@ QString openTodoCount(qsizetype count, AppLanguage language)
 QString windowCount(qsizetype count, AppLanguage language)
 {
     return windowCountFrames[language].around(QString::number(count));
+}
+
+QString foundCounts(qsizetype windows, qsizetype goals, qsizetype todos, AppLanguage language)
+{
+    return foundWindowsFrames[language].around(QString::number(windows)) +
+           foundGoalsFrames[language].around(QString::number(goals)) +
+           foundTodosFrames[language].around(QString::number(todos));
+}
+
+QString moreInHiddenGoals(qsizetype count, AppLanguage language)
+{
+    return moreInHiddenGoalsFrames[language].around(QString::number(count));
+}
+
+QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage language)
+{
+    return hiddenGoalsFrames[language].around(QString::number(count)) +
+           hiddenWithWindowsFrames[language].around(QString::number(countWithWindows));
+}
+
+QString onlyMatchesShown(const QString& searchText, AppLanguage language)
+{
+    constexpr qsizetype longest = 40;
+    const QString shown =
+        searchText.size() > longest ? searchText.left(longest) + u'…' : searchText;
+    return onlyMatchesShownFrames[language].around(shown);
 }
 
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language)

@@ -37,6 +37,14 @@ QString priorityAccessibilityLabel(GoalPriority priority, AppLanguage language);
 QString openTodoCount(qsizetype count, AppLanguage language);
 QString windowCount(qsizetype count, AppLanguage language);
 
+/// What a search has found on the board, and what it has found where goals are hidden.
+QString foundCounts(qsizetype windows, qsizetype goals, qsizetype todos, AppLanguage language);
+QString moreInHiddenGoals(qsizetype count, AppLanguage language);
+/// How many goals are hidden, and how many of them hold windows.
+QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage language);
+/// Says that windows are narrowed to those that match. A long `searchText` is cut short.
+QString onlyMatchesShown(const QString& searchText, AppLanguage language);
+
 /// The text that a screen reader says for a window's card: the application's name and the title, or
 /// the title alone where `ownerName` is empty. `title` is not empty.
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language);

@@ -124,6 +124,8 @@ void ViewEngine::takeKeys()
             &BoardController::selectionMenuRequested);
     connect(m_parts->input.get(), &BoardInput::editorLeft, m_parts->controller.todos(),
             &TodoController::giveUpEditor);
+    connect(m_parts->input.get(), &BoardInput::searchStarted, m_parts->controller.search(),
+            &SearchController::typingStarted);
 }
 
 void ViewEngine::setDoubleTapOffered(bool isOffered)

@@ -99,12 +99,15 @@ def space_enters_a_column_and_raises_a_window(desktop, binary):
         selection.is_card(first)
         selection.press("Down", "Right", "Down")
         selection.is_card(third)
-        # Return is not for windows.
-        selection.press("Return", "Up", "Right")
+        selection.press("Up", "Right")
         selection.is_card(second)
         assert kelpa.board.focused_field() is None
-        selection.press("space")
-        wait_until(f"{second!r} is the active window", lambda: _active_title(desktop) == second)
+        for key in ("Return", "KP_Enter", "space"):
+            selection.press(key)
+            wait_until(f"{second!r} is the active window", lambda: _active_title(desktop) == second)
+            selection.is_card(second)
+            if key != "space":
+                kelpa.focus()
         # The keys are that window's now.
         selection.press("Left", "Escape")
         kelpa.focus()
@@ -205,7 +208,7 @@ def the_focus_follows_the_keyboard_selection(desktop, binary):
         kelpa.wait_for_card("Only goal", second)
 
 
-def return_is_for_goals_and_for_nothing_else(desktop, binary):
+def return_is_for_goals_and_windows_alone(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", []), ("Work", [])], is_auto_sorting=False)
     desktop.open_xterms("First")
@@ -226,7 +229,10 @@ def return_is_for_goals_and_for_nothing_else(desktop, binary):
         selection.is_column(boards.UNSORTED)
         is_left_alone("Right", "space")
         selection.is_card("First")
-        is_left_alone("Escape")
+        selection.press("Return")
+        wait_until("the window is active", lambda: _active_title(desktop) == "First")
+        kelpa.focus()
+        selection.press("Escape")
         selection.is_column("Home")
         assert kelpa.board.focused_field() is None
         assert kelpa.board.field(boards.ADD_TODO) is None

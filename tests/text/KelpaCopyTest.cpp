@@ -37,7 +37,9 @@ QStringList allTexts(AppLanguage language)
           << KelpaCopy::currentWindowLocation(title, language)
           << KelpaCopy::selectedWindowCount(7, language)
           << KelpaCopy::confirmWindowSelection(7, language) << KelpaCopy::openTodoCount(7, language)
-          << KelpaCopy::windowCount(7, language);
+          << KelpaCopy::windowCount(7, language) << KelpaCopy::foundCounts(7, 7, 7, language)
+          << KelpaCopy::moreInHiddenGoals(7, language) << KelpaCopy::hiddenGoals(7, 7, language)
+          << KelpaCopy::onlyMatchesShown(title, language);
     for (const TodoStatus status : {TodoStatus::todo, TodoStatus::ing, TodoStatus::completed}) {
         texts << KelpaCopy::statusName(status, language) << KelpaCopy::statusHelp(status, language)
               << KelpaCopy::statusAccessibilityLabel(status, language);
@@ -223,6 +225,46 @@ TEST(KelpaCopy, Badges_and_priorities_have_names_for_screen_readers)
     EXPECT_EQ(KelpaCopy::openTodoCount(3, japanese), QStringLiteral("未完了のタスク3件"));
     EXPECT_EQ(KelpaCopy::windowCount(2, german), QStringLiteral("2 Fenster"));
     EXPECT_EQ(KelpaCopy::windowCount(2, korean), QStringLiteral("창 2개"));
+}
+
+TEST(KelpaCopy, A_search_says_how_much_it_has_found_and_how_much_is_hidden)
+{
+    expectTexts({{{chinese, u"找到：窗口 3、目标 1、待办 0"},
+                  {english, u"Found: windows 3, goals 1, todos 0"},
+                  {japanese, u"一致：ウィンドウ 3、目標 1、タスク 0"},
+                  {korean, u"찾음: 창 3, 목표 1, 할 일 0"},
+                  {french, u"Trouvé : fenêtres 3, objectifs 1, tâches 0"},
+                  {german, u"Gefunden: Fenster 3, Ziele 1, Aufgaben 0"}}},
+                [](AppLanguage language) { return KelpaCopy::foundCounts(3, 1, 0, language); });
+    expectTexts({{{chinese, u"隐藏的目标中还有 2 项"},
+                  {english, u"2 more in hidden goals"},
+                  {japanese, u"非表示の目標にあと2件"},
+                  {korean, u"숨긴 목표에 2개 더 있음"},
+                  {french, u"2 de plus dans les objectifs masqués"},
+                  {german, u"2 weitere in ausgeblendeten Zielen"}}},
+                [](AppLanguage language) { return KelpaCopy::moreInHiddenGoals(2, language); });
+    expectTexts({{{chinese, u"已隐藏目标：5，其中含窗口：2"},
+                  {english, u"Hidden goals: 5, with windows: 2"},
+                  {japanese, u"非表示の目標：5、うちウィンドウあり：2"},
+                  {korean, u"숨긴 목표: 5, 창 있음: 2"},
+                  {french, u"Objectifs masqués : 5, avec fenêtres : 2"},
+                  {german, u"Ausgeblendete Ziele: 5, mit Fenstern: 2"}}},
+                [](AppLanguage language) { return KelpaCopy::hiddenGoals(5, 2, language); });
+}
+
+TEST(KelpaCopy, A_board_that_is_narrowed_names_the_search)
+{
+    expectTexts({{{chinese, u"只显示与「bank」匹配的窗口"},
+                  {english, u"Only windows that match “bank” are shown"},
+                  {japanese, u"「bank」に一致するウィンドウだけを表示中"},
+                  {korean, u"‘bank’ 검색과 일치하는 창만 표시 중"},
+                  {french, u"Seules les fenêtres correspondant à « bank » sont affichées"},
+                  {german, u"Nur Fenster, die zu „bank“ passen, sind zu sehen"}}},
+                [](AppLanguage language) {
+                    return KelpaCopy::onlyMatchesShown(QStringLiteral("bank"), language);
+                });
+    EXPECT_EQ(KelpaCopy::onlyMatchesShown(QString(41, u'a'), english),
+              QStringLiteral("Only windows that match “%1…” are shown").arg(QString(40, u'a')));
 }
 
 TEST(KelpaCopy, A_card_is_named_by_its_application_and_its_title)

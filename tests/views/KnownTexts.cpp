@@ -15,7 +15,11 @@ QStringList knownTexts(const CopyTable& table)
         table.selectedWindowCount(0),
         table.confirmWindowSelection(0),
         table.openTodoCount(0),
-        table.windowCount(0)};
+        table.windowCount(0),
+        table.foundCounts(0, 0, 0),
+        table.moreInHiddenGoals(0),
+        table.hiddenGoals(0, 0),
+        table.onlyMatchesShown({})};
     const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
     for (int i = 0; i < keys.keyCount(); ++i)
         texts.append(table.text(static_cast<CopyKey>(keys.value(i))));

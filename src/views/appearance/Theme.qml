@@ -18,6 +18,10 @@ QtObject {
     readonly property color popup: isDark ? "#303237" : "#ffffff"
     readonly property color scrim: isDark ? "#8c000000" : "#5920242c"
 
+    // What a search does not find steps back behind what it finds.
+    readonly property color found: isDark ? "#59f2c14e" : "#80f5c542"
+    readonly property real recedingOpacity: 0.5
+
     // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
     readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"
     readonly property color press: isDark ? "#26ffffff" : "#1a14181f"

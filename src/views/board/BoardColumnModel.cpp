@@ -21,6 +21,8 @@ enum Role {
     openTodoCountRole,
     windowCountRole,
     isSearchedEmptyRole,
+    isTitleFoundRole,
+    isRecedingRole,
     isSelectedRole,
     isEnteredRole,
     windowsRole,
@@ -63,6 +65,10 @@ QVariant BoardColumnModel::data(const QModelIndex& index, int role) const
         return row.windowCount;
     case isSearchedEmptyRole:
         return row.isSearchedEmpty;
+    case isTitleFoundRole:
+        return row.isTitleFound;
+    case isRecedingRole:
+        return row.isReceding;
     case isSelectedRole:
         return row.isSelected;
     case isEnteredRole:
@@ -84,6 +90,8 @@ QHash<int, QByteArray> BoardColumnModel::roleNames() const
             {openTodoCountRole, "openTodoCount"},
             {windowCountRole, "windowCount"},
             {isSearchedEmptyRole, "isSearchedEmpty"},
+            {isTitleFoundRole, "isTitleFound"},
+            {isRecedingRole, "isReceding"},
             {isSelectedRole, "isSelected"},
             {isEnteredRole, "isEntered"},
             {windowsRole, "windows"}};
@@ -115,11 +123,14 @@ void BoardColumnModel::update()
     QSet<QUuid> withWindows;
     for (const WindowItem& window : m_store.windows())
         withWindows.insert(window.goalID ? window.goalID->value : QUuid());
+    const SearchFindings& findings = m_store.searchFindings();
     const auto columnOf = [&](std::optional<GoalID> goalID) {
         ColumnRow column;
         column.goalID = goalID;
         column.windowCount = static_cast<int>(m_store.windows(goalID).size());
         column.isSearchedEmpty = column.windowCount == 0 && withWindows.contains(column.key());
+        column.isTitleFound = goalID && findings.goals.contains(*goalID);
+        column.isReceding = findings.isSearching && !hasMatches(findings, goalID);
         column.isSelected = navigation.target == TargetSelection::of(goalID);
         column.isEntered = column.isSelected && navigation.layer == BoardNavigationLayer::windows;
         return column;

@@ -30,6 +30,9 @@ struct ColumnRow
     int windowCount = 0;
     /// Whether it has windows of which the search shows none.
     bool isSearchedEmpty = false;
+    /// Whether a search finds its title; and whether it finds nothing in the whole column.
+    bool isTitleFound = false;
+    bool isReceding = false;
     bool isSelected = false;
     /// Whether it is selected and the arrow keys walk its windows.
     bool isEntered = false;

@@ -12,7 +12,6 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
       m_windows(store)
 {
     connect(&store, &WindowStore::languageChanged, this, &BoardController::languageChanged);
-    connect(&store, &WindowStore::searchTextChanged, this, &BoardController::searchTextChanged);
     connect(&store, &WindowStore::isAutoSortingGoalsChanged, this,
             &BoardController::isAutoSortingGoalsChanged);
     connect(&store, &WindowStore::isAccessibilityTrustedChanged, this,
@@ -44,6 +43,8 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
     noteRows();
     connect(m_goals.breadcrumbs(), &BreadcrumbModel::countChanged, this,
             &BoardController::noteColumnCount);
+    connect(&m_search, &SearchController::selectionRequested, this,
+            &BoardController::selectionRequested);
     connect(&m_goals, &GoalController::windowsRequested, m_windows.picker(), &WindowPicker::open);
     connect(&m_goals, &GoalController::columnRequested, this, [this] {
         // The request is for the goal, not for the todo.
@@ -116,16 +117,6 @@ int BoardController::selectedWindow() const
     return static_cast<int>(m_store.selectedWindowIndex());
 }
 
-QString BoardController::searchText() const
-{
-    return m_store.searchText();
-}
-
-void BoardController::setSearchText(const QString& text)
-{
-    m_store.setSearchText(text);
-}
-
 bool BoardController::isAutoSortingGoals() const
 {
     return m_store.isAutoSortingGoals();
@@ -179,6 +170,11 @@ void BoardController::refresh()
     m_store.refresh();
 }
 
+void BoardController::activateSelection()
+{
+    m_store.activateSelection();
+}
+
 void BoardController::clearSelection()
 {
     m_store.clearTargetSelection();
@@ -218,21 +214,6 @@ void BoardController::toggleAutoSortingGoals()
 void BoardController::toggleHidingGoalsWithoutOpenTodos()
 {
     m_store.setHidingGoalsWithoutOpenTodos(!m_store.isHidingGoalsWithoutOpenTodos());
-}
-
-bool BoardController::selectFirstWindow()
-{
-    // The unassigned windows come before those of all goals.
-    QList<std::optional<GoalID>> columns{std::nullopt};
-    for (const Goal& goal : m_store.visibleGoals())
-        columns.append(goal.id);
-    const auto found = std::ranges::find_if(
-        columns, [this](const auto& id) { return !m_store.windows(id).isEmpty(); });
-    if (found == columns.end())
-        return false;
-    m_store.selectWindow(m_store.windows(*found).front().id);
-    Q_EMIT selectionRequested();
-    return true;
 }
 
 bool BoardController::needsAccessibility() const

@@ -5,6 +5,7 @@
 #include "layout/BoardMetrics.h"
 #include "views/board/BoardColumnModel.h"
 #include "views/board/BoardTargetModel.h"
+#include "views/board/SearchController.h"
 #include "views/goals/DropController.h"
 #include "views/goals/GoalController.h"
 #include "views/todos/TodoController.h"
@@ -30,6 +31,7 @@ class BoardController : public QObject
     Q_PROPERTY(kelpa::DropController* drops READ drops CONSTANT)
     Q_PROPERTY(kelpa::TodoController* todos READ todos CONSTANT)
     Q_PROPERTY(kelpa::WindowController* windows READ windows CONSTANT)
+    Q_PROPERTY(kelpa::SearchController* search READ search CONSTANT)
     Q_PROPERTY(kelpa::BoardColumnModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::BoardTargetModel* targets READ targets CONSTANT)
     /// The row of the selected target among the targets; -1 when none is shown.
@@ -41,7 +43,6 @@ class BoardController : public QObject
     Q_PROPERTY(double targetAreaWidth READ targetAreaWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
-    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     Q_PROPERTY(bool isAutoSortingGoals READ isAutoSortingGoals NOTIFY isAutoSortingGoalsChanged)
     Q_PROPERTY(bool isHidingGoalsWithoutOpenTodos READ isHidingGoalsWithoutOpenTodos NOTIFY
                    isHidingGoalsWithoutOpenTodosChanged)
@@ -73,6 +74,7 @@ public:
     DropController* drops() { return &m_drops; }
     TodoController* todos() { return &m_todos; }
     WindowController* windows() { return &m_windows; }
+    SearchController* search() { return &m_search; }
     BoardColumnModel* columns() { return &m_columns; }
     BoardTargetModel* targets() { return &m_targets; }
 
@@ -89,11 +91,6 @@ public:
     Q_INVOKABLE void setLanguageIndex(int index);
     /// Each language's own name for itself.
     QStringList languageNames() const;
-    QString searchText() const;
-    void setSearchText(const QString& text);
-    /// Selects the first window that shows, as the arrow keys do, and scrolls to it; false when
-    /// none shows.
-    Q_INVOKABLE bool selectFirstWindow();
     bool isAutoSortingGoals() const;
     Q_INVOKABLE void toggleAutoSortingGoals();
     bool isHidingGoalsWithoutOpenTodos() const;
@@ -124,6 +121,8 @@ public:
     Q_INVOKABLE void redo();
 
     Q_INVOKABLE void refresh();
+    /// Enters the selected target, or switches to the selected window.
+    Q_INVOKABLE void activateSelection();
     /// Leaves nothing selected.
     Q_INVOKABLE void clearSelection();
     /// Reports that a view of the board moves.
@@ -131,7 +130,6 @@ public:
 
 Q_SIGNALS:
     void languageChanged();
-    void searchTextChanged();
     void isAutoSortingGoalsChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
     void isAccessibilityTrustedChanged();
@@ -168,6 +166,7 @@ private:
     DropController m_drops{m_store, m_goals};
     TodoController m_todos;
     WindowController m_windows;
+    SearchController m_search{m_store, m_goals, m_todos};
     /// The row of the selected target and the number of rows when the board was last shown.
     int m_selectedRow = -1;
     int m_rowCount = 0;

@@ -20,18 +20,43 @@ Item {
                                         + addButton.fullWidth + 6 * controls.spacing
 
     signal newGoalRequested
+    /// The keyboard goes on to the board, where a match is selected.
+    signal matchSelected
 
-    /// Moves the keyboard from the field to the first window found.
+    /// Moves the keyboard from the field to the first match.
     function goToFound(): void {
-        if (search.isSearching && !search.isComposing && root.board.selectFirstWindow())
-            search.focus = false;
+        if (search.isSearching && !search.isComposing && root.board.search.selectFirst())
+            root.leaveSearch();
+    }
+    /// The same, and brings a window forward.
+    function openFound(): void {
+        if (search.isSearching && !search.isComposing && root.board.search.openFirst())
+            root.leaveSearch();
+    }
+    function leaveSearch(): void {
+        search.focus = false;
+        root.matchSelected();
+    }
+    function enterSearch(): void {
+        search.forceActiveFocus(Qt.ShortcutFocusReason);
+        search.selectAll();
     }
 
     Shortcut {
         sequence: "Ctrl+F"
-        onActivated: {
-            search.forceActiveFocus(Qt.ShortcutFocusReason);
-            search.selectAll();
+        onActivated: root.enterSearch()
+    }
+    Shortcut {
+        sequences: ["Ctrl+Return", "Ctrl+Enter"]
+        enabled: search.activeFocus
+        autoRepeat: false
+        onActivated: root.openFound()
+    }
+    Connections {
+        target: root.board.search
+
+        function onTypingStarted(): void {
+            root.enterSearch();
         }
     }
 
@@ -70,8 +95,8 @@ Item {
             label: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
             placeholderText: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
             clearLabel: ViewSettings.copy.text(CopyKey.ClearSearch)
-            text: root.board.searchText
-            onTextChanged: root.board.searchText = text
+            text: root.board.search.text
+            onTextChanged: root.board.search.text = text
             // The keys go to the board again.
             onDismissed: search.focus = false
             onCommitted: root.goToFound()
@@ -116,16 +141,29 @@ Item {
         id: subtitle
 
         anchors.left: parent.left
-        anchors.right: parent.right
+        anchors.right: status.left
         anchors.top: controls.bottom
         anchors.leftMargin: Theme.boardMargin
-        anchors.rightMargin: Theme.boardMargin
+        anchors.rightMargin: status.active ? Theme.large : Theme.boardMargin
         height: implicitHeight + Theme.tiny
         text: ViewSettings.copy.text(CopyKey.Subtitle)
         color: Theme.secondaryText
         Accessible.ignored: !visible
         Accessible.role: Accessible.StaticText
         Accessible.name: text
+    }
+    // Below the field and the button that it belongs to.
+    Loader {
+        id: status
+
+        anchors.right: parent.right
+        anchors.rightMargin: status.active ? Theme.boardMargin : 0
+        anchors.verticalCenter: subtitle.verticalCenter
+        active: root.board.search.isSearching || root.board.search.hiddenGoalCount > 0
+        visible: status.active
+        sourceComponent: SearchStatus {
+            search: root.board.search
+        }
     }
     BoardHints {
         id: hints

@@ -16,8 +16,15 @@ Item {
 
     signal renameRequested
 
-    /// Alt with the left or right arrow moves the goal that contains the focus by one place. Called
-    /// for the keys that no item within the board has taken.
+    /// Brings the selected window forward. An item that a person has reached by Tab takes the key
+    /// itself.
+    function takeReturn(event: KeyEvent): void {
+        event.accepted = root.board.selectedWindow >= 0 && !root.selectionFocus.isWriting;
+        // A held key was meant for the search in which it was pressed.
+        if (event.accepted && !event.isAutoRepeat)
+            root.board.activateSelection();
+    }
+    /// Alt with the left or right arrow moves the goal that contains the focus by one place.
     function takeKey(event: KeyEvent): void {
         const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
         const column = root.targets.itemAtRow(root.selectionFocus.focusedRow()) as GoalColumn;
@@ -25,6 +32,11 @@ Item {
                 && !root.selectionFocus.isWriting && column !== null
                 && root.board.goals.moveColumn(column.columnID, step);
     }
+
+    // The board forwards what no item within it has taken.
+    Keys.onReturnPressed: event => root.takeReturn(event)
+    Keys.onEnterPressed: event => root.takeReturn(event)
+    Keys.onPressed: event => root.takeKey(event)
 
     component BoardKey: Shortcut {
         enabled: !root.selectionFocus.isWriting

@@ -40,6 +40,8 @@ FocusScope {
             root.board.goals.requestRename(column.columnID);
     }
 
+    Keys.forwardTo: [keys]
+
     BoardDragSource {
         id: source
     }
@@ -77,7 +79,6 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.left: rail.visible ? rail.right : parent.left
         anchors.right: parent.right
-        Keys.onPressed: event => keys.takeKey(event)
         T.ScrollBar.vertical: AppScrollBar {
             parent: root
             x: root.width - width - Theme.tiny

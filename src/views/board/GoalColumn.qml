@@ -23,6 +23,8 @@ ExpandableGoalCard {
     required property int openTodoCount
     required property int windowCount
     required property bool isSearchedEmpty
+    required property bool isTitleFound
+    required property bool isReceding
     required property WindowListModel windows
 
     /// The part of the board that is on the screen, in the column's coordinates, without the items
@@ -116,6 +118,8 @@ ExpandableGoalCard {
         priority: root.priority
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
+        isTitleFound: root.isTitleFound
+        isReceding: root.isReceding
         isExpanded: root.isSelected
         isCardDragged: backdrop.isDragged
         ground: root.ground

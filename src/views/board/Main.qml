@@ -72,10 +72,11 @@ T.ApplicationWindow {
         anchors.right: parent.right
         board: root.board
         onNewGoalRequested: root.askForGoal()
+        onMatchSelected: goalBoard.forceActiveFocus()
         Keys.onPressed: event => root.takeMenuKey(event)
     }
-    PermissionBanner {
-        id: banner
+    BoardNotices {
+        id: notices
 
         anchors.top: header.bottom
         anchors.left: parent.left
@@ -88,8 +89,7 @@ T.ApplicationWindow {
     Rectangle {
         id: divider
 
-        anchors.top: banner.visible ? banner.bottom : header.bottom
-        anchors.topMargin: banner.visible ? Theme.large : 0
+        anchors.top: notices.bottom
         width: parent.width
         height: 1
         color: Theme.outline

@@ -20,6 +20,9 @@ Item {
     required property string priority
     required property int openTodoCount
     required property int windowCount
+    /// Whether a search finds the title, and whether it finds nothing at all in the column.
+    property bool isTitleFound: false
+    property bool isReceding: false
     /// Whether a title that is too long scrolls past.
     property bool isExpanded: false
     property bool isOnScreen: true
@@ -44,6 +47,7 @@ Item {
     }
 
     implicitHeight: 40
+    opacity: root.isReceding ? Theme.recedingOpacity : 1
     // From one of its buttons.
     Keys.onPressed: event => {
         event.accepted = !root.isUnassigned && (event.key === Qt.Key_Menu
@@ -88,6 +92,13 @@ Item {
         color: root.isUnassigned ? "transparent" : Theme.accentColor(root.accent)
         border.width: root.isUnassigned ? 2 : 0
         border.color: Theme.secondaryText
+    }
+    Rectangle {
+        anchors.fill: titleText
+        anchors.margins: -Theme.tiny
+        radius: Theme.smallRadius
+        color: Theme.found
+        visible: root.isTitleFound
     }
     MarqueeGoalTitle {
         id: titleText

@@ -15,7 +15,7 @@ TodoController::TodoController(WindowStore& store, QObject* parent)
       m_isUnifiedSelected(store.boardNavigation().target.isUnifiedTodos())
 {
     for (const auto signal : {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
-                              &WindowStore::languageChanged})
+                              &WindowStore::languageChanged, &WindowStore::searchTextChanged})
         connect(&store, signal, this, &TodoController::entriesChanged);
     connect(&store, &WindowStore::todoEditorGoalIDChanged, this,
             &TodoController::editorColumnIDChanged);
@@ -41,8 +41,9 @@ QString TodoController::editorColumnID() const
 QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
 {
     const std::optional<TodoList> list = todoListFromText(listID);
-    return list ? todoEntries(*list, m_store.goals(), m_store.unassignedTodos(),
-                              KelpaCopy::text(CopyKey::Unsorted, m_store.language()))
+    return list ? withMatches(todoEntries(*list, m_store.goals(), m_store.unassignedTodos(),
+                                          KelpaCopy::text(CopyKey::Unsorted, m_store.language())),
+                              m_store.searchFindings())
                 : QList<UnifiedTodoEntry>();
 }
 

@@ -18,6 +18,8 @@ enum Role {
     statusSymbolRole,
     isDoneRole,
     goalTitleRole,
+    isFoundRole,
+    isMissedRole,
 };
 
 } // namespace
@@ -48,6 +50,10 @@ QVariant TodoListModel::data(const QModelIndex& index, int role) const
         return !entry.todo.isOpen();
     case goalTitleRole:
         return singleLine(entry.goalTitle);
+    case isFoundRole:
+        return entry.match == SearchMatch::found;
+    case isMissedRole:
+        return entry.match == SearchMatch::missed;
     default:
         return {};
     }
@@ -55,10 +61,11 @@ QVariant TodoListModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> TodoListModel::roleNames() const
 {
-    return {{todoIDRole, "todoID"},      {columnIDRole, "columnID"},
-            {titleRole, "title"},        {statusRole, "status"},
-            {isDoneRole, "isDone"},      {statusSymbolRole, "statusSymbol"},
-            {goalTitleRole, "goalTitle"}};
+    return {{todoIDRole, "todoID"},       {columnIDRole, "columnID"},
+            {titleRole, "title"},         {statusRole, "status"},
+            {isDoneRole, "isDone"},       {statusSymbolRole, "statusSymbol"},
+            {goalTitleRole, "goalTitle"}, {isFoundRole, "isFound"},
+            {isMissedRole, "isMissed"}};
 }
 
 void TodoListModel::setTodos(TodoController* todos)

@@ -20,6 +20,8 @@ FocusScope {
     required property string statusSymbol
     required property bool isDone
     required property string goalTitle
+    required property bool isFound
+    required property bool isMissed
     required property bool isEdited
 
     readonly property bool isUnified: root.listID === root.todos.unifiedListID
@@ -60,7 +62,7 @@ FocusScope {
 
     Component.onCompleted: root.takeRequest()
     // Not the opacity of the content, which follows the pointer as an opaque picture.
-    opacity: content.isDragged ? 0.6 : 1
+    opacity: content.isDragged ? 0.6 : root.isMissed ? Theme.recedingOpacity : 1
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
 
     Connections {
@@ -88,6 +90,7 @@ FocusScope {
         goalTitle: root.goalTitle
         isUnified: root.isUnified
         isHighlighted: root.isHighlighted
+        isFound: root.isFound
         onMenuRequested: (isByKeyboard, place) => {
             root.isMenuByKeyboard = isByKeyboard;
             root.menuRequested(root, place);

@@ -23,6 +23,7 @@ FocusableItem {
     required property string goalTitle
     required property bool isUnified
     required property bool isHighlighted
+    required property bool isFound
 
     /// Whether a person moved the focus into the row by keyboard: a button that was clicked has the
     /// focus, too, without showing it.
@@ -79,6 +80,7 @@ FocusableItem {
         radius: Theme.controlRadius
         color: root.isDragged ? Theme.card
                : root.dropArea.wouldChangeBoard || root.isHighlighted ? Theme.accepting
+               : root.isFound ? Theme.found
                : hover.hovered ? Theme.hover : "transparent"
     }
     DropLine {

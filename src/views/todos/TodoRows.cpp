@@ -64,6 +64,16 @@ QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goa
     return goal != nullptr ? goalTodoEntries(*goal) : QList<UnifiedTodoEntry>();
 }
 
+QList<UnifiedTodoEntry> withMatches(QList<UnifiedTodoEntry> entries, const SearchFindings& findings)
+{
+    if (!findings.isSearching)
+        return entries;
+    for (UnifiedTodoEntry& entry : entries)
+        entry.match =
+            findings.todos.contains(entry.todo.id) ? SearchMatch::found : SearchMatch::missed;
+    return entries;
+}
+
 QString statusSymbol(TodoStatus status)
 {
     switch (status) {

@@ -3,15 +3,20 @@
 #pragma once
 
 #include "model/Goal.h"
+#include "store/board/BoardSearch.h"
 #include "views/models/ColumnID.h"
 
 #include <QList>
 #include <QString>
 #include <QUuid>
 
+#include <cstdint>
 #include <optional>
 
 namespace kelpa {
+
+/// What a search makes of a row.
+enum class SearchMatch : std::uint8_t { notSearched, found, missed };
 
 /// One row: a todo and the goal it belongs to.
 struct UnifiedTodoEntry
@@ -20,6 +25,7 @@ struct UnifiedTodoEntry
     std::optional<GoalID> goalID;
     TodoItem todo;
     QString goalTitle;
+    SearchMatch match = SearchMatch::notSearched;
 
     QUuid key() const { return todo.id.value; }
 
@@ -44,6 +50,10 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
 QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goals,
                                     const QList<TodoItem>& unassigned,
                                     const QString& unassignedTitle);
+
+/// `entries` with what a search makes of them.
+QList<UnifiedTodoEntry> withMatches(QList<UnifiedTodoEntry> entries,
+                                    const SearchFindings& findings);
 
 /// The name of the symbol that shows a status.
 QString statusSymbol(TodoStatus status);

@@ -7,8 +7,8 @@ import Kelpa.Controls
 import Kelpa.Windows
 
 /// A window of another application. A click switches to it; it can be dragged to another column, or
-/// moved by its menu. The Tab key selects it; it handles Return only then, and not where the arrow
-/// keys have selected it.
+/// moved by its menu. The Tab key selects it; it handles Return only then, and leaves it to the board
+/// where the arrow keys have selected it.
 FocusableItem {
     id: root
 

@@ -107,10 +107,10 @@ TEST_F(Controller, Languages_are_chosen_by_their_place_in_the_menu)
 
 TEST_F(Controller, Searching_goes_both_ways)
 {
-    const QSignalSpy changes(controller.get(), &BoardController::searchTextChanged);
-    controller->setSearchText(QStringLiteral("rep"));
+    const QSignalSpy changes(controller->search(), &SearchController::textChanged);
+    controller->search()->setText(QStringLiteral("rep"));
     EXPECT_EQ(store().searchText(), QStringLiteral("rep"));
-    EXPECT_EQ(controller->searchText(), QStringLiteral("rep"));
+    EXPECT_EQ(controller->search()->text(), QStringLiteral("rep"));
     EXPECT_EQ(changes.count(), 1);
 }
 
@@ -178,15 +178,15 @@ TEST_F(Controller, The_first_window_that_shows_is_found_on_the_board_from_its_be
     store().refresh();
     store().assign(8, second);
     store().assign(9, first);
-    EXPECT_TRUE(controller->selectFirstWindow());
+    EXPECT_TRUE(controller->search()->selectFirst());
     EXPECT_EQ(store().boardNavigation(),
               BoardNavigationState::inside(TargetSelection::unassigned(), 7));
-    controller->setSearchText(QStringLiteral("letter"));
-    EXPECT_TRUE(controller->selectFirstWindow());
+    controller->search()->setText(QStringLiteral("letter"));
+    EXPECT_TRUE(controller->search()->selectFirst());
     EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(store().goals().front().id));
     const BoardNavigationState before = store().boardNavigation();
-    controller->setSearchText(QStringLiteral("nobody"));
-    EXPECT_FALSE(controller->selectFirstWindow());
+    controller->search()->setText(QStringLiteral("nobody"));
+    EXPECT_FALSE(controller->search()->selectFirst());
     EXPECT_EQ(store().boardNavigation().target, before.target);
 }
 
@@ -197,10 +197,10 @@ TEST_F(Controller, A_selected_window_that_the_search_hides_has_no_row_until_it_s
     store().selectWindow(7);
     ASSERT_EQ(controller->selectedWindow(), 1);
     const QSignalSpy changes(controller.get(), &BoardController::selectedRowsChanged);
-    controller->setSearchText(QStringLiteral("letter"));
+    controller->search()->setText(QStringLiteral("letter"));
     EXPECT_EQ(controller->selectedWindow(), -1);
     EXPECT_EQ(changes.size(), 1);
-    controller->setSearchText(QString());
+    controller->search()->setText(QString());
     EXPECT_EQ(controller->selectedWindow(), 1);
     EXPECT_EQ(changes.size(), 2);
 }

@@ -2,6 +2,8 @@ import QtQuick
 import QtTest
 import Kelpa.Appearance
 import Kelpa.Controls
+import Kelpa.Goals
+import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
 import "../cases"
@@ -113,12 +115,64 @@ Item {
             tryVerify(() => cards() === 1);
             world.removeWindow(31);
         }
+        function statusTexts() {
+            return all(header, item => item instanceof SearchStatus && item.visible)
+                .map(status => all(status, item => item instanceof Text && item.visible)
+                     .map(item => item.text))[0] ?? [];
+        }
+        function test_what_is_found_and_what_is_hidden_is_counted_and_one_step_away() {
+            compare(statusTexts(), []);
+            world.board.goals.createGoal("Garden");
+            world.board.goals.createGoal("Taxes");
+            world.addTodo("Ask", "Garden");
+            world.addWindow(31, "Letter");
+            world.board.windows.moveWindow(31, world.columnOfGoal("Taxes"));
+            const places = placesOfControls();
+            world.board.toggleHidingGoalsWithoutOpenTodos();
+            compare(statusTexts(), ["Hidden goals: 1, with windows: 1"]);
+            world.board.search.text = "letter";
+            compare(statusTexts(), ["Found: windows 0, goals 0, todos 0", "1 more in hidden goals"]);
+            waitForRendering(header);
+            compare(placesOfControls().slice(0, places.length), places);
+            const step = only(all(header, item => item instanceof LinkButton));
+            mouseClick(step);
+            compare(statusTexts(), ["Found: windows 1, goals 0, todos 0"]);
+            compare(world.selectedGoal(), "Taxes");
+            verify(!world.board.isHidingGoalsWithoutOpenTodos);
+            world.board.search.text = "";
+            compare(statusTexts(), []);
+            world.removeWindow(31);
+            for (const title of ["Garden", "Taxes"])
+                world.board.goals.deleteGoal(world.columnOfGoal(title));
+        }
+        function test_what_a_search_finds_is_marked_and_the_rest_steps_back() {
+            world.board.goals.createGoal("Garden");
+            world.board.goals.createGoal("Taxes");
+            world.addTodo("Ask", "Taxes");
+            world.addTodo("Garden gate", "Taxes");
+            const head = title => only(all(column(title), item => item instanceof ColumnHeader));
+            const row = title => only(all(column("Taxes"), item => item instanceof TodoRow
+                                                                   && item.title === title));
+            tryVerify(() => !isMoving() && row("Ask") !== null);
+            const rest = [head("Garden").opacity, head("Taxes").opacity, row("Ask").opacity];
+            compare(rest, [1, 1, 1]);
+            world.board.search.text = "garden";
+            compare([head("Garden").opacity, head("Garden").isTitleFound], [1, true]);
+            compare([head("Taxes").opacity, head("Taxes").isTitleFound], [1, false]);
+            compare([head("Unsorted").opacity, row("Ask").opacity, row("Garden gate").opacity],
+                    [Theme.recedingOpacity, Theme.recedingOpacity, 1]);
+            verify(row("Garden gate").isFound);
+            world.board.search.text = "";
+            compare([head("Unsorted").opacity, row("Ask").opacity], [1, 1]);
+            for (const title of ["Garden", "Taxes"])
+                world.board.goals.deleteGoal(world.columnOfGoal(title));
+        }
         function test_escape_clears_the_search_and_then_gives_the_keyboard_back() {
             mouseClick(search());
             verify(search().activeFocus);
             type("ab");
             keyClick(Qt.Key_Escape);
-            compare(world.board.searchText, "");
+            compare(world.board.search.text, "");
             verify(search().activeFocus);
             keyClick(Qt.Key_Escape);
             verify(!search().activeFocus);

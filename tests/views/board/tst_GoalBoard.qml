@@ -126,12 +126,12 @@ Item {
             const texts = column => all(column, item => item instanceof AppText && item.visible)
                 .map(item => item.text);
             verify(texts(columns()[1]).includes("Drag a window here"));
-            world.board.searchText = "Nothing has this name";
+            world.board.search.text = "Nothing has this name";
             verify(texts(columns()[0]).includes("No matching windows"));
             // There is none to match.
             verify(texts(columns()[1]).includes("Drag a window here"));
             verify(!texts(columns()[1]).includes("No matching windows"));
-            world.board.searchText = "";
+            world.board.search.text = "";
             tryVerify(() => card("Letter") !== null);
         }
         function test_the_menu_of_the_board_makes_goals_and_takes_changes_back() {

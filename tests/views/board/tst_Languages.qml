@@ -55,13 +55,13 @@ Item {
             }
             function test_the_filters_of_the_header() {
                 world.board.toggleHidingGoalsWithoutOpenTodos();
-                world.board.searchText = "Report";
+                world.board.search.text = "Report";
                 tryVerify(() => shown(item => item instanceof WindowCard).length === 1);
                 verify(button(CopyKey.ShowAll) !== undefined);
                 verify(button(CopyKey.ClearSearch) !== undefined);
                 checkEveryLanguage(25);
                 checkNothingIsCut();
-                world.board.searchText = "";
+                world.board.search.text = "";
                 world.board.toggleHidingGoalsWithoutOpenTodos();
                 tryVerify(() => card("Report") !== undefined);
             }

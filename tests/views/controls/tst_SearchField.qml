@@ -14,8 +14,8 @@ Item {
         width: 260
         label: "Search"
         clearLabel: "Clear search"
-        text: world.board.searchText
-        onTextChanged: world.board.searchText = text
+        text: world.board.search.text
+        onTextChanged: world.board.search.text = text
     }
 
     TestCase {
@@ -23,27 +23,27 @@ Item {
         when: windowShown
 
         function init() {
-            world.board.searchText = "";
+            world.board.search.text = "";
             field.forceActiveFocus();
         }
 
         function test_typing_searches_and_a_search_from_elsewhere_shows() {
             keyClick("r");
-            compare(world.board.searchText, "r");
-            world.board.searchText = "report";
+            compare(world.board.search.text, "r");
+            world.board.search.text = "report";
             compare(field.text, "report");
         }
         function test_escape_clears() {
             keyClick("r");
             keyClick(Qt.Key_Escape);
             compare(field.text, "");
-            compare(world.board.searchText, "");
+            compare(world.board.search.text, "");
         }
         function test_the_button_is_there_while_there_is_something_to_clear() {
             mouseClick(field, field.width - 16, field.height / 2);
             keyClick("r");
             mouseClick(field, field.width - 16, field.height / 2);
-            compare(world.board.searchText, "");
+            compare(world.board.search.text, "");
             verify(field.activeFocus);
         }
     }

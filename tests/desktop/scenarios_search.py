@@ -1,0 +1,100 @@
+"""The search: what it finds, how that is opened, and how it ends."""
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+from selection import Selection
+
+
+def what_is_searched_is_opened_by_return(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Taxes", ["Ask the bank"])])
+    desktop.open_xterms("Bank account", "Notes")
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+        # Nothing has the keyboard: what is typed is searched.
+        desktop.type("bank")
+        wait_until("it is searched", lambda: kelpa.board.written() == "bank")
+        wait_until("one card is left", lambda: list(kelpa.board.cards()) == ["Bank account"])
+        wait_until("it says what it found",
+                   lambda: kelpa.board.has_text("Found: windows 1, goals 0, todos 1"))
+        selection.press("Return")
+        selection.is_card("Bank account")
+        selection.press("Return")
+        _is_active(desktop, "Bank account")
+        wait_until("the search is over", lambda: len(kelpa.board.cards()) == 2)
+        kelpa.focus()
+        assert kelpa.board.field(boards.SEARCH).text() == ""
+        # In one stroke.
+        selection.press("ctrl+f")
+        desktop.type("not")
+        wait_until("one card is left", lambda: list(kelpa.board.cards()) == ["Notes"])
+        selection.press("ctrl+Return")
+        _is_active(desktop, "Notes")
+        wait_until("the search is over", lambda: len(kelpa.board.cards()) == 2)
+        # Goals and todos are found where no window matches.
+        kelpa.focus()
+        desktop.type("taxes")
+        wait_until("it says what it found",
+                   lambda: kelpa.board.has_text("Found: windows 0, goals 1, todos 0"))
+        selection.press("Return")
+        selection.is_column("Taxes")
+
+
+def a_search_reaches_hidden_goals(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Done", []), ("Open", ["One"])], is_auto_sorting=False)
+    desktop.open_xterms("Bank account", "Notes")
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
+        kelpa.open_move_menu("Bank account", boards.UNSORTED, "Done")()
+        kelpa.wait_for_card("Done", "Bank account")
+        kelpa.click(lambda: kelpa.board.button(boards.HIDE_EMPTY), "the button that hides goals")
+        kelpa.wait_for_goals("Open")
+        wait_until("it says what is hidden",
+                   lambda: kelpa.board.has_text("Hidden goals: 1, with windows: 1"))
+        desktop.key("Escape")
+        desktop.type("bank")
+        kelpa.click(lambda: kelpa.board.button("1 more in hidden goals"), "the step to what is hidden")
+        kelpa.wait_for_goals("Done", "Open")
+        Selection(desktop, kelpa).is_card("Bank account")
+        assert list(kelpa.board.cards()) == ["Bank account"]
+
+
+def a_search_ends_by_escape_and_an_old_one_is_announced(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", [])])
+    desktop.open_xterms("Bank account", "Notes")
+    announcement = "Only windows that match “bank” are shown"
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("two cards", lambda: len(kelpa.board.cards()) == 2)
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+        desktop.type("bank")
+        wait_until("one card is left", lambda: list(kelpa.board.cards()) == ["Bank account"])
+        selection.press("Return")
+        selection.is_card("Bank account")
+        assert not kelpa.board.has_text(announcement)
+        desktop.run("wmctrl", "-a", "Notes")
+        _is_active(desktop, "Notes")
+        kelpa.focus()
+        wait_until("the board says why it shows so little",
+                   lambda: kelpa.board.has_text(announcement))
+        selection.press("Escape")
+        selection.is_column(boards.UNSORTED)
+        assert list(kelpa.board.cards()) == ["Bank account"]
+        selection.press("Escape")
+        wait_until("both cards are back", lambda: len(kelpa.board.cards()) == 2)
+        wait_until("there is nothing to say", lambda: not kelpa.board.has_text(announcement))
+        selection.is_column(boards.UNSORTED)
+
+
+def _is_active(desktop, title):
+    def look():
+        number = desktop.active_window()
+        return any(each.number == number and each.title == title for each in desktop.windows())
+
+    wait_until(f"{title!r} is the active window", look)
