@@ -13,8 +13,10 @@
 #include "platform/numbers/WindowOwnersFile.h"
 #include "platform/qt/QtPasteboard.h"
 #include "platform/qt/ToolkitScale.h"
+#include "platform/qt/WorkerPool.h"
 #include "platform/x11/X11WindowServer.h"
 #include "platform/x11/actions/EwmhPager.h"
+#include "platform/x11/actions/ServerTimeReader.h"
 #include "platform/x11/actions/StartupIdLookup.h"
 #include "platform/x11/actions/X11Applications.h"
 #include "platform/x11/actions/X11OwnWindow.h"
@@ -44,9 +46,9 @@ struct X11Desktop::Parts
 {
     Parts(Scheduler& scheduler, const QString& stateFolder, const std::set<WindowID>& assigned)
         : numbers(QDir(stateFolder).filePath(QStringLiteral("window-numbers")), assigned),
+          owners(QDir(stateFolder).filePath(QStringLiteral("window-owners"))),
           windowServer({.connector = connector,
                         .resolver = entries,
-          owners(QDir(stateFolder).filePath(QStringLiteral("window-owners"))),
                         .documents = &documents,
                         .reservation = numbers,
                         .highWaterMark = numbers.read(),
@@ -84,9 +86,9 @@ struct X11Desktop::Parts
     IconLookup icons{entries, QIcon::themeName()};
     AtspiDocuments documents{[this] { notifyWindowsChanged(); }, documentsOptions()};
     HighWaterMarkFile numbers;
+    WindowOwnersFile owners;
     const std::shared_ptr<x11::DisplayConnector> connector =
         std::make_shared<x11::DisplayConnector>(QByteArray(), toolkitScale.scale());
-    WindowOwnersFile owners;
     x11::X11WindowServer windowServer;
     x11::WindowIcons windowIcons{connector,
                                  [this](WindowID number) { return clientWindow(number); }};
@@ -98,7 +100,10 @@ struct X11Desktop::Parts
     x11::StartupIdLookup startupIDs{connector,
                                     [this](WindowID number) { return clientWindow(number); }};
     ApplicationLauncher launcher{entries};
-    x11::X11Applications applications{QByteArray(), pager, startupIDs, applicationIcons, launcher};
+    WorkerPool serverTimeWorkers{1};
+    x11::ServerTimeReader serverTime{connector, serverTimeWorkers};
+    x11::X11Applications applications{QByteArray(),     pager,   serverTime, startupIDs,
+                                      applicationIcons, launcher};
     x11::X11WindowActions windowActions{windowServer.trust(), pager};
     QtPasteboard pasteboard;
     x11::GrabFocusFilter grabFocusFilter;

@@ -27,7 +27,7 @@ LiveBoard::LiveBoard(const QByteArray& display, Scheduler& scheduler,
                 .highWaterMark = 0,
                 .scheduler = scheduler}),
       m_pager(m_connector, [this](WindowID number) { return m_server.clientWindow(number); }),
-      m_applications(display, m_pager, m_startupIDs, m_applicationIcons, m_launcher)
+      m_applications(display, m_pager, m_serverTime, m_startupIDs, m_applicationIcons, m_launcher)
 {
     m_server.refreshTrust();
     openStore();

@@ -7,8 +7,10 @@
 #include "platform/freedesktop/applications/DesktopEntries.h"
 #include "platform/freedesktop/icons/ApplicationIcons.h"
 #include "platform/freedesktop/icons/IconLookup.h"
+#include "platform/qt/WorkerPool.h"
 #include "platform/x11/X11WindowServer.h"
 #include "platform/x11/actions/EwmhPager.h"
+#include "platform/x11/actions/ServerTimeReader.h"
 #include "platform/x11/actions/StartupIdLookup.h"
 #include "platform/x11/actions/X11Applications.h"
 #include "platform/x11/actions/X11WindowActions.h"
@@ -165,6 +167,8 @@ private:
     x11::StartupIdLookup m_startupIDs{
         m_connector, [this](WindowID number) { return m_server.clientWindow(number); }};
     x11::X11WindowActions m_windowActions{m_server.trust(), m_pager};
+    WorkerPool m_serverTimeWorkers{1};
+    x11::ServerTimeReader m_serverTime{m_connector, m_serverTimeWorkers};
     ForeignApplications m_applications;
     std::unique_ptr<WindowStore> m_store;
 };

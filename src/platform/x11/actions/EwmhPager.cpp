@@ -168,11 +168,4 @@ void EwmhPager::completeStartup(const QByteArray& startupID)
         announceStartupComplete(*m_display, startupID);
 }
 
-std::optional<std::uint32_t> EwmhPager::serverTime()
-{
-    const std::scoped_lock lock(m_mutex);
-    const BrokenPipeGuard guard;
-    return connect() ? ServerTimeRequest(*m_display).get() : std::nullopt;
-}
-
 } // namespace kelpa::x11

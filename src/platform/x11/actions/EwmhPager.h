@@ -68,10 +68,6 @@ public:
     /// Announces that a start of this program is complete, by the id that its launcher gave.
     void completeStartup(const QByteArray& startupID);
 
-    /// The server's time now, which a launched program gets as the time it was asked for; absent
-    /// without a server.
-    std::optional<std::uint32_t> serverTime();
-
 private:
     // These are called with the mutex locked.
     bool connect();

@@ -5,20 +5,31 @@
 #include "platform/freedesktop/applications/ProcessStatus.h"
 #include "platform/freedesktop/icons/ApplicationIcons.h"
 #include "platform/x11/actions/EwmhPager.h"
+#include "platform/x11/actions/ServerTimeReader.h"
 #include "platform/x11/actions/StartupIdLookup.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 #include <vector>
 
 namespace kelpa::x11 {
 
-X11Applications::X11Applications(QByteArray display, EwmhPager& pager, StartupIdLookup& startupIDs,
-                                 ApplicationIcons& icons, ApplicationLauncher& launcher)
-    : m_display(std::move(display)), m_pager(pager), m_startupIDs(startupIDs), m_icons(icons),
-      m_launcher(launcher)
+namespace {
+
+/// How long a launch waits for the server's time: a server that answers at all does so within a
+/// few milliseconds, and a person who waits longer than this for the program notices.
+constexpr std::chrono::milliseconds serverTimeLimit{100};
+
+} // namespace
+
+X11Applications::X11Applications(QByteArray display, EwmhPager& pager, ServerTimeReader& serverTime,
+                                 StartupIdLookup& startupIDs, ApplicationIcons& icons,
+                                 ApplicationLauncher& launcher)
+    : m_display(std::move(display)), m_pager(pager), m_serverTime(serverTime),
+      m_startupIDs(startupIDs), m_icons(icons), m_launcher(launcher)
 {}
 
 ProcessID X11Applications::currentProcess() const
@@ -74,11 +85,13 @@ QImage X11Applications::icon(const WindowItem& window, int pixels)
 
 QByteArray X11Applications::nextStartupID()
 {
+    QByteArray id =
+        "kelpa-" + QByteArray::number(currentProcess()) + '-' + QByteArray::number(++m_launches);
     // By the timestamp at its end the window manager sees that the person asked for the new window
-    // last, and gives it the focus.
-    const QByteArray time = QByteArray::number(m_pager.serverTime().value_or(0));
-    return "kelpa-" + QByteArray::number(currentProcess()) + '-' +
-           QByteArray::number(++m_launches) + "_TIME" + time;
+    // last, and gives it the focus. Zero would say that the window is not to have the focus.
+    if (const std::optional<std::uint32_t> time = m_serverTime.read(serverTimeLimit))
+        id += "_TIME" + QByteArray::number(*time);
+    return id;
 }
 
 } // namespace kelpa::x11

@@ -17,6 +17,7 @@ class ApplicationLauncher;
 namespace kelpa::x11 {
 
 class EwmhPager;
+class ServerTimeReader;
 class StartupIdLookup;
 
 class X11Applications : public Applications
@@ -24,8 +25,9 @@ class X11Applications : public Applications
 public:
     /// `display` is the DISPLAY variable of launched programs; empty leaves that variable as it is.
     /// The others outlive this object.
-    X11Applications(QByteArray display, EwmhPager& pager, StartupIdLookup& startupIDs,
-                    ApplicationIcons& icons, ApplicationLauncher& launcher);
+    X11Applications(QByteArray display, EwmhPager& pager, ServerTimeReader& serverTime,
+                    StartupIdLookup& startupIDs, ApplicationIcons& icons,
+                    ApplicationLauncher& launcher);
 
     ProcessID currentProcess() const override;
     /// Whether the process exists and is not a zombie.
@@ -35,6 +37,7 @@ public:
     /// Requests its windows to close and never ends the process; windows that cannot be asked stay.
     /// Does nothing for this program itself.
     void requestQuit(ProcessID process) override;
+    /// Waits for the server's time, but not for a server that hangs.
     std::optional<Launch> launch(LaunchableApplication application) override;
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
     /// By the startup id that the window carries, else by the origin of its
@@ -48,6 +51,7 @@ private:
 
     const QByteArray m_display;
     EwmhPager& m_pager;
+    ServerTimeReader& m_serverTime;
     StartupIdLookup& m_startupIDs;
     ApplicationIcons& m_icons;
     ApplicationLauncher& m_launcher;

@@ -3,7 +3,9 @@
 
 #include "platform/freedesktop/applications/ApplicationLauncher.h"
 #include "platform/freedesktop/icons/ApplicationIcons.h"
+#include "platform/qt/WorkerPool.h"
 #include "platform/x11/actions/EwmhPager.h"
+#include "platform/x11/actions/ServerTimeReader.h"
 #include "platform/x11/actions/StartupIdLookup.h"
 #include "platform/x11/actions/X11Applications.h"
 #include "platform/x11/actions/X11WindowActions.h"
@@ -187,7 +189,11 @@ protected:
     IconLookup lookup{entries, {}};
     ApplicationIcons icons{entries, lookup, {}};
     ApplicationLauncher launcher{entries};
-    x11::X11Applications applications{xServer.display(), pager, startupIDs, icons, launcher};
+    WorkerPool serverTimeWorkers{1};
+    x11::ServerTimeReader serverTime{std::make_shared<x11::DisplayConnector>(xServer.display()),
+                                     serverTimeWorkers};
+    x11::X11Applications applications{xServer.display(), pager, serverTime,
+                                      startupIDs,        icons, launcher};
 };
 
 } // namespace kelpa::test

@@ -6,6 +6,7 @@
 #include <QStandardPaths>
 
 #include <csignal>
+#include <future>
 
 using namespace kelpa;
 using namespace kelpa::test;
@@ -36,7 +37,8 @@ protected:
     {
         DesktopEntries installed{{data.path()}, std::chrono::milliseconds(0)};
         ApplicationLauncher own(installed, std::chrono::seconds(5), environment);
-        x11::X11Applications launching(xServer.display(), pager, startupIDs, icons, own);
+        x11::X11Applications launching(xServer.display(), pager, serverTime, startupIDs, icons,
+                                       own);
         x11::X11WindowServer listing({std::make_shared<x11::DisplayConnector>(xServer.display()),
                                       installed, nullptr, surroundings.reservation,
                                       surroundings.reservation.reservedUpTo,
@@ -131,7 +133,7 @@ TEST_P(Launching, The_window_of_a_script_that_has_ended_is_identified_by_the_ori
     QProcessEnvironment environment = environmentWithPath(qEnvironmentVariable("PATH"));
     environment.insert(QStringLiteral("TERMINAL"), data.path(QStringLiteral("bin/my-terminal")));
     ApplicationLauncher own(entries, std::chrono::milliseconds(100), environment);
-    x11::X11Applications launching(xServer.display(), pager, startupIDs, icons, own);
+    x11::X11Applications launching(xServer.display(), pager, serverTime, startupIDs, icons, own);
     const auto launch = launching.launch(LaunchableApplication::terminal);
     ASSERT_TRUE(launch);
     EXPECT_EQ(launch->bundleIdentifier, std::nullopt);
@@ -153,7 +155,7 @@ TEST_P(Launching, A_window_that_a_running_program_opens_for_it_is_identified_by_
     QProcessEnvironment environment = environmentWithPath(data.path(QStringLiteral("bin")));
     writeScript(QStringLiteral("xterm"), "exit 0");
     ApplicationLauncher own(entries, std::chrono::milliseconds(100), environment);
-    x11::X11Applications launching(xServer.display(), pager, startupIDs, icons, own);
+    x11::X11Applications launching(xServer.display(), pager, serverTime, startupIDs, icons, own);
     const auto launch = launching.launch(LaunchableApplication::terminal);
     ASSERT_TRUE(launch);
     const WindowItem other = openWindow(client, "other");
@@ -163,6 +165,39 @@ TEST_P(Launching, A_window_that_a_running_program_opens_for_it_is_identified_by_
     const WindowItem launched = listed(QStringLiteral("handed over"));
     EXPECT_EQ(launching.windowOf(*launch, {other, launched}), launched.id);
     EXPECT_EQ(launching.windowOf(*launch, {other}), std::nullopt);
+}
+
+TEST_P(Launching, Programs_start_while_the_server_hangs_and_a_focus_waits_for_it)
+{
+    const WindowItem window = openWindow(client, "window");
+    openWindow(client, "other");
+    const QString started = data.path(QStringLiteral("started"));
+    writeScript(QStringLiteral("my-terminal"), "echo >> '" + started.toUtf8() + "'");
+    QProcessEnvironment environment = environmentWithPath(qEnvironmentVariable("PATH"));
+    environment.insert(QStringLiteral("TERMINAL"), data.path(QStringLiteral("bin/my-terminal")));
+    ApplicationLauncher own(entries, std::chrono::milliseconds(100), environment);
+    x11::X11Applications launching(xServer.display(), pager, serverTime, startupIDs, icons, own);
+    const auto areStarted = [&started](qint64 count) {
+        return waitUntil([&] { return QFile(started).size() == count; });
+    };
+    const auto serverProcess = static_cast<pid_t>(xServer.processID());
+
+    // Once before anything has connected to it for a launch, once after that.
+    for (const qint64 round : {0, 1}) {
+        ASSERT_EQ(kill(serverProcess, SIGSTOP), 0);
+        const auto focus = std::async(std::launch::async, [&] { bringForward({window}); });
+        const auto launches = std::async(std::launch::async, [&] {
+            launching.launch(LaunchableApplication::terminal);
+            launching.launch(LaunchableApplication::terminal);
+        });
+        EXPECT_TRUE(areStarted(3 * round + 2));
+        ASSERT_EQ(kill(serverProcess, SIGCONT), 0);
+        launches.wait();
+        focus.wait();
+        EXPECT_TRUE(waitUntil([&] { return isInFront(window); })) << state();
+        EXPECT_TRUE(launching.launch(LaunchableApplication::terminal));
+        EXPECT_TRUE(areStarted(3 * round + 3));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Under, Launching, ::testing::ValuesIn(testedWindowManagers()), nameOf);

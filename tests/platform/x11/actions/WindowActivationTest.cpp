@@ -131,7 +131,7 @@ TEST_P(WindowActivation, A_request_that_the_person_made_before_they_typed_on_is_
 {
     const xcb_window_t own = openOwnWindow();
     const WindowItem other = openWindow(client, "other");
-    const std::optional<std::uint32_t> before = pager.serverTime();
+    const std::optional<std::uint32_t> before = serverTime.read(std::chrono::seconds(30));
     ASSERT_TRUE(before);
     bringForward({other});
     ASSERT_TRUE(waitUntil([&] { return isInFront(other); }));
