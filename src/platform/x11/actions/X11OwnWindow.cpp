@@ -12,7 +12,7 @@ namespace kelpa::x11 {
 X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPager& pager,
                            Scheduler& scheduler)
     : m_connector(std::move(connector)), m_pager(pager), m_scheduler(scheduler),
-      m_completions(scheduler)
+      m_activation(scheduler), m_completions(scheduler)
 {}
 
 std::unique_ptr<Subscription>
@@ -27,21 +27,31 @@ void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& c
         context.inputTime ? context.inputTime : startupTime(context.startupID);
     qCDebug(logX11Actions, "bringing the board forward, time %s", time ? "known" : "unknown");
     // A later request replaces one that has not begun.
-    m_activation = m_scheduler.inBackground(
-        [&pager = m_pager, window, time](const std::stop_token&) {
-            pager.activateOwn(window, time);
-            return Done{};
-        },
-        [](Done) {});
+    m_activation.requestStop();
+    m_requested = Activation{window, time};
+    activateNext();
     if (!context.startupID.isEmpty())
         completeStartup(context.startupID);
+}
+
+void X11OwnWindow::activateNext()
+{
+    if (m_activation.isTaken() || !m_requested)
+        return;
+    m_activation.start(
+        [&pager = m_pager, request = *m_requested](const std::stop_token&) {
+            pager.activateOwn(request.window, request.inputTime);
+            return Done{};
+        },
+        [this](const std::optional<Done>&) { activateNext(); }, WorkPriority::normal);
+    m_requested.reset();
 }
 
 void X11OwnWindow::completeStartup(const QByteArray& startupID)
 {
     // Apart from the activation, which the next one may replace: the busy pointer of each launcher
     // has to end.
-    m_completions.inBackground(
+    m_completions.add(
         [&pager = m_pager, startupID](const std::stop_token&) {
             pager.completeStartup(startupID);
             return Done{};

@@ -1,18 +1,21 @@
 // Kelpa's main window on an X display.
 #pragma once
 
+#include "platform/ExclusiveTask.h"
 #include "platform/OwnWindow.h"
 #include "platform/Scheduler.h"
-#include "platform/TaskGroup.h"
+#include "platform/TaskQueue.h"
 #include "platform/x11/connection/DisplayConnector.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace kelpa::x11 {
 
 class EwmhPager;
 
+/// A server that hangs holds at most one activation and one announcement.
 class X11OwnWindow : public OwnWindow
 {
 public:
@@ -26,14 +29,24 @@ public:
     watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed) override;
 
 private:
+    struct Activation
+    {
+        std::uint32_t window = 0;
+        /// As in `EwmhPager::activateOwn`.
+        std::optional<std::uint32_t> inputTime;
+    };
+
+    void activateNext();
     void completeStartup(const QByteArray& startupID);
 
     const std::shared_ptr<DisplayConnector> m_connector;
     EwmhPager& m_pager;
     Scheduler& m_scheduler;
-    TaskHandle m_activation;
+    ExclusiveTask m_activation;
+    /// The last request, until its activation begins.
+    std::optional<Activation> m_requested;
     /// Announcements that a start is complete.
-    TaskGroup m_completions;
+    TaskQueue m_completions;
 };
 
 } // namespace kelpa::x11

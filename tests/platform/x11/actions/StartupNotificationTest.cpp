@@ -110,13 +110,35 @@ TEST_F(StartupComplete, Is_broadcast_for_each_start_also_when_the_next_one_comes
     window.requestFront(own, {.inputTime = std::nullopt, .startupID = "first_TIME1"});
     window.requestFront(own, {.inputTime = std::nullopt, .startupID = "second_TIME2"});
     window.requestFront(own, {});
-    scheduler.runBackgroundWork();
+    while (scheduler.backgroundWorkInFlight() > 0)
+        scheduler.runBackgroundWork();
     QByteArray broadcast;
     EXPECT_TRUE(waitUntil([&] {
         broadcast += received();
         return broadcast.contains("remove: ID=\"first_TIME1\"") &&
                broadcast.contains("remove: ID=\"second_TIME2\"");
     })) << broadcast.constData();
+}
+
+TEST_F(StartupComplete, Requests_beside_an_activation_that_hangs_hold_one_more_thread)
+{
+    const auto connector = std::make_shared<DisplayConnector>(server.display());
+    EwmhPager pager(connector, [](kelpa::WindowID) { return std::nullopt; });
+    ManualScheduler scheduler;
+    X11OwnWindow window(connector, pager, scheduler);
+    const xcb_window_t own = listener.open({});
+    scheduler.holdBackgroundWork(true);
+    for (int round = 0; round < 5; ++round) {
+        window.requestFront(own, {.inputTime = std::nullopt, .startupID = "start_TIME1"});
+        scheduler.hangBackgroundWork();
+        EXPECT_LE(scheduler.backgroundWorkInFlight(), 2);
+    }
+    // The activation that hung, the last one requested, and an announcement for each start.
+    int finished = 0;
+    for (; scheduler.backgroundWorkInFlight() > 0; ++finished)
+        scheduler.runBackgroundWork();
+    EXPECT_EQ(finished, 5);
+    EXPECT_EQ(scheduler.backgroundWorkStarted(), 2 + 5);
 }
 
 } // namespace
