@@ -42,12 +42,15 @@ void EventCoalescer::notify()
     m_movement.reset();
     m_all.isPending = false;
     beginInterval(
-        m_all, {firstInterval, longestInterval, quietTime},
+        m_all, {firstInterval, longestInterval, longestStormInterval, quietTime},
         [this] {
             if (m_all.isPending)
                 notify();
         },
-        [this] { m_all.nextInterval = Duration(0); });
+        [this] {
+            m_all.nextInterval = Duration(0);
+            m_all.length = Duration(0);
+        });
     for (auto& [window, burst] : m_appearances) {
         if (std::exchange(burst.isPending, false))
             beginAppearanceInterval(window);
@@ -60,7 +63,8 @@ void EventCoalescer::beginAppearanceInterval(std::uint32_t window)
 {
     beginInterval(
         m_appearances[window],
-        {firstAppearanceInterval, longestAppearanceInterval, appearanceQuietTime},
+        {firstAppearanceInterval, longestAppearanceInterval, longestAppearanceInterval,
+         appearanceQuietTime},
         [this, window] {
             if (m_appearances[window].isPending)
                 windowsChanged();
@@ -75,7 +79,9 @@ void EventCoalescer::beginInterval(Burst& burst, const Intervals& intervals,
                                    const std::function<void()>& burstEnded)
 {
     const Duration time = std::max(burst.nextInterval, intervals.first);
-    burst.nextInterval = std::min(2 * time, intervals.longest);
+    burst.length += time;
+    const bool isStorm = burst.length >= stormTime;
+    burst.nextInterval = std::min(2 * time, isStorm ? intervals.longestInStorm : intervals.longest);
     burst.quiet.reset();
     burst.interval = m_scheduler.after(
         time, [this, &burst, quietTime = intervals.quietTime, intervalEnded, burstEnded] {

@@ -23,6 +23,11 @@ public:
     /// and the length up to which intervals double while the burst lasts.
     static constexpr Duration firstInterval{40};
     static constexpr Duration longestInterval{80};
+    /// A storm is a burst that has lasted so long. Its intervals go on doubling up to a longer one:
+    /// when windows come and go all the time, reading all of them each time costs more than it
+    /// shows, because many are gone before anybody could have seen them.
+    static constexpr Duration stormTime{1000};
+    static constexpr Duration longestStormInterval{240};
     /// A burst ends with so much time without an event after an interval.
     static constexpr Duration quietTime{100};
     /// The same for the appearance of one window, which some programs change many times a second
@@ -53,6 +58,8 @@ private:
     {
         Duration first;
         Duration longest;
+        /// As `longest`, in a storm.
+        Duration longestInStorm;
         Duration quietTime;
     };
 
@@ -60,6 +67,8 @@ private:
     struct Burst
     {
         Duration nextInterval{0};
+        /// How long it has lasted, at the end of the interval.
+        Duration length{0};
         bool isPending = false;
         /// Until it ends there is no further notification.
         TaskHandle interval;

@@ -84,6 +84,25 @@ void WindowEventMonitor::process()
 {
     const BrokenPipeGuard guard;
     m_continuing.reset();
+    const int handled = processSome();
+    if (m_display->connection().isBroken())
+        lost();
+    else if (handled == mostEventsAtOnce)
+        rest(0ms);
+    else if (handled > 0 && m_pendingProperties.empty())
+        rest(restTime);
+    else
+        m_notifier->setEnabled(true);
+}
+
+void WindowEventMonitor::rest(Scheduler::Duration time)
+{
+    m_notifier->setEnabled(false);
+    m_continuing = m_scheduler.after(time, [this] { process(); });
+}
+
+int WindowEventMonitor::processSome()
+{
     // Sending may read the socket as well, and events read in that way do not wake the notifier:
     // continue until nothing is left, or until it is somebody else's turn.
     int left = mostEventsAtOnce;
@@ -102,10 +121,7 @@ void WindowEventMonitor::process()
             requestClientList();
         m_display->connection().flush();
     }
-    if (m_display->connection().isBroken())
-        lost();
-    else if (left == 0)
-        m_continuing = m_scheduler.after(0ms, [this] { process(); });
+    return mostEventsAtOnce - left;
 }
 
 bool WindowEventMonitor::pollReplies()

@@ -28,6 +28,10 @@ public:
     /// Events handled before the main thread turns to other work. A window that changes as fast as
     /// the server lets it sends events for as long as anybody reads them.
     static constexpr int mostEventsAtOnce = 200;
+    /// After events were handled, the next ones wait so long: a window that opens sends dozens, one
+    /// by one, and each would wake the main thread. A quarter of the time between two reports, so
+    /// that it delays none that matters; the first event after a quiet time is handled at once.
+    static constexpr Scheduler::Duration restTime = EventCoalescer::firstInterval / 4;
 
     WindowEventMonitor(Scheduler& scheduler, std::shared_ptr<DisplayConnector> connector,
                        std::shared_ptr<DesktopTrust> trust, std::shared_ptr<IconRevisions> icons,
@@ -48,6 +52,9 @@ private:
     void connected(std::unique_ptr<DisplayConnection> display);
     void lost();
     void process();
+    /// Handles what has arrived, and returns how many events that were.
+    int processSome();
+    void rest(Scheduler::Duration time);
     bool pollReplies();
     void handle(const xcb_generic_event_t& event);
     void handleProperty(const xcb_property_notify_event_t& event);
@@ -77,7 +84,7 @@ private:
     bool m_owesNotification = false;
 
     TaskHandle m_connecting;
-    /// Handles the events that were left to the next turn of the main thread.
+    /// Handles the events that were left for later. Meanwhile the notifier is off.
     TaskHandle m_continuing;
     EventCoalescer m_events;
 };

@@ -85,6 +85,20 @@ TEST_F(CoalescedEvents, Intervals_grow_in_a_storm_to_80_milliseconds_and_shrink_
     EXPECT_EQ(notified, (Times{1004ms, 1044ms}));
 }
 
+TEST_F(CoalescedEvents, A_storm_that_lasts_a_second_is_reported_four_times_a_second)
+{
+    keep(1ms, 1s, [&] { events.windowsChanged(); });
+    EXPECT_EQ(notified.size(), 13U);
+    EXPECT_EQ(notified.back(), 924ms);
+    notified.clear();
+    keep(1ms, 1500ms, [&] { events.windowsChanged(); });
+    EXPECT_EQ(notified, (Times{1004ms, 1164ms, 1404ms, 1644ms, 1884ms, 2124ms, 2364ms}));
+    pass(600ms);
+    notified.clear();
+    keep(1ms, 400ms, [&] { events.windowsChanged(); });
+    EXPECT_EQ(notified, (Times{3104ms, 3144ms, 3224ms, 3304ms, 3384ms, 3464ms}));
+}
+
 TEST_F(CoalescedEvents, A_title_that_changes_all_the_time_is_reported_ever_more_rarely)
 {
     keep(100ms, 5s, [&] { events.appearanceChanged(7); });

@@ -183,6 +183,25 @@ TEST_F(WindowWatching,
     EXPECT_TRUE(isNoticed());
 }
 
+TEST_F(WindowWatching, Events_that_come_one_by_one_wake_the_main_thread_once_in_a_while)
+{
+    const xcb_window_t window = openAndSettle();
+    Arrivals arrivals;
+    application.installEventFilter(&arrivals);
+    const auto begin = std::chrono::steady_clock::now();
+    for (std::uint32_t count = 0; count < 400; ++count) {
+        client.setCardinals(window, "_NET_WM_USER_TIME", {count});
+        client.sync();
+        QCoreApplication::processEvents();
+    }
+    const auto rests =
+        (std::chrono::steady_clock::now() - begin) / x11::WindowEventMonitor::restTime;
+    EXPECT_LE(arrivals.count, rests + 2);
+    EXPECT_LT(arrivals.count, 400);
+    client.setText(window, "_NET_WM_NAME", "b");
+    EXPECT_TRUE(isNoticed());
+}
+
 TEST_F(WindowWatching, A_dropped_subscription_is_not_notified)
 {
     const xcb_window_t window = openAndSettle();
