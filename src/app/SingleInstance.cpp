@@ -97,9 +97,16 @@ bool SingleInstance::claim()
     // A later reply from the bus has no effect.
     auto claim = std::make_shared<NameClaim>(NameClaim::noBus);
     m_claiming = m_scheduler.inBackgroundAndWait(
-        claimLimit, [this](const std::stop_token&) { return m_service.claim(); },
+        claimLimit, [this](const std::stop_token&) { return m_service.claim(NameQueue::leave); },
         [claim](NameClaim result) { *claim = result; });
     return *claim != NameClaim::takenByAnother;
+}
+
+void SingleInstance::claimWhenFree()
+{
+    m_claiming = m_scheduler.inBackground(
+        [this](const std::stop_token&) { return m_service.claim(NameQueue::join); },
+        [](NameClaim) {});
 }
 
 void SingleInstance::setActivationHandler(

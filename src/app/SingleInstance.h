@@ -59,8 +59,13 @@ public:
     SingleInstance(const QString& settingsPath, Scheduler& scheduler);
 
     /// False when another program has claimed the board first; true also without a bus. Waits for
-    /// the bus for a second at most.
+    /// the bus for a second at most. Not while the bus is silent, which would keep the toolkit from
+    /// every other bus.
     bool claim();
+
+    /// Claims the board as soon as nobody else does, for a start that has its file. At once where
+    /// nobody does; needs an event loop.
+    void claimWhenFree();
 
     /// Calls `activated` with the startup id of each activation from now on, and at once for those
     /// that are pending. With an empty function, activations become pending again.

@@ -64,29 +64,33 @@ ApplicationService::~ApplicationService()
     QDBusConnection(m_busName).unregisterObject(QLatin1String(objectOfKelpa));
 }
 
-NameClaim ApplicationService::claim()
+NameClaim ApplicationService::claim(NameQueue queue)
 {
     const QByteArray address = sessionBusAddress();
     if (address.isEmpty())
         return NameClaim::noBus;
     QDBusConnection bus = QDBusConnection::connectToBus(QString::fromLocal8Bit(address), m_busName);
     // The object comes first, so that whoever finds the name can call it.
-    if (!bus.isConnected() || !bus.registerVirtualObject(QLatin1String(objectOfKelpa), this))
+    m_isRegistered =
+        m_isRegistered ||
+        (bus.isConnected() && bus.registerVirtualObject(QLatin1String(objectOfKelpa), this));
+    if (!m_isRegistered)
         return NameClaim::noBus;
     QDBusMessage request = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
     constexpr uint doNotQueue = 4;
-    request << m_busName << doNotQueue;
+    request << m_busName << (queue == NameQueue::join ? 0U : doNotQueue);
     const QDBusMessage reply = bus.call(request, QDBus::Block, requestTimeout);
     qCDebug(logBus, "claim of %s: %s", qPrintable(m_busName),
             reply.type() == QDBusMessage::ReplyMessage ? "answered"
                                                        : qPrintable(reply.errorName()));
     if (reply.type() != QDBusMessage::ReplyMessage)
         return NameClaim::noBus;
+    constexpr uint isQueued = 2;
     constexpr uint exists = 3;
-    return reply.arguments().value(0).toUInt() == exists ? NameClaim::takenByAnother
-                                                         : NameClaim::owned;
+    const uint result = reply.arguments().value(0).toUInt();
+    return result == isQueued || result == exists ? NameClaim::takenByAnother : NameClaim::owned;
 }
 
 QString ApplicationService::introspect(const QString& path) const

@@ -13,6 +13,14 @@ namespace kelpa {
 
 enum class NameClaim : std::uint8_t { owned, takenByAnother, noBus };
 
+/// What to do about a name that another program owns.
+enum class NameQueue : std::uint8_t {
+    leave,
+    /// Wait for it: the bus gives it to this program when nobody before it in the queue has it any
+    /// more.
+    join,
+};
+
 /// Lives on the main thread, where requests are handled; the caller receives its reply afterwards.
 class ApplicationService : public QDBusVirtualObject
 {
@@ -23,9 +31,9 @@ public:
     ~ApplicationService() override;
 
     /// Connects to the bus and takes the name, unless another program owns it. Waits for the bus;
-    /// any thread, and only once. The process owns the name until it ends, so that a start in the
-    /// meantime waits for that end.
-    NameClaim claim();
+    /// any thread, but one call after the other. The process owns the name until it ends, so that a
+    /// start in the meantime waits for that end.
+    NameClaim claim(NameQueue queue);
 
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
@@ -33,6 +41,7 @@ public:
 private:
     const QString m_busName;
     const std::function<void(const QByteArray&)> m_activate;
+    bool m_isRegistered = false;
 };
 
 } // namespace kelpa

@@ -40,6 +40,14 @@ protected:
         return QDBusConnection::connectToBus(bus.address(), QStringLiteral("another"));
     }
 
+    /// Returns when the bus has noticed.
+    void endAnother()
+    {
+        const QString connection = another().baseService();
+        QDBusConnection::disconnectFromBus(QStringLiteral("another"));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !bus.hasOwner(connection); }, 10'000));
+    }
+
     /// Activates as another process does, while this one handles its events.
     InstanceActivation activate(const QByteArray& startupID = {},
                                 std::chrono::milliseconds limit = 10s)
@@ -71,7 +79,7 @@ protected:
 
 TEST_F(ApplicationServiceTest, A_request_activates_it_with_the_launchers_startup_id)
 {
-    EXPECT_EQ(service.claim(), NameClaim::owned);
+    EXPECT_EQ(service.claim(NameQueue::leave), NameClaim::owned);
     EXPECT_EQ(activate("menu_TIME12"), InstanceActivation::activated);
     EXPECT_EQ(activate(), InstanceActivation::activated);
     EXPECT_EQ(requests, (std::vector<QByteArray>{"menu_TIME12", ""}));
@@ -79,7 +87,7 @@ TEST_F(ApplicationServiceTest, A_request_activates_it_with_the_launchers_startup
 
 TEST_F(ApplicationServiceTest, Every_method_of_the_interface_activates_it)
 {
-    ASSERT_EQ(service.claim(), NameClaim::owned);
+    ASSERT_EQ(service.claim(NameQueue::leave), NameClaim::owned);
     EXPECT_EQ(call(QStringLiteral("Open"),
                    {QStringList{QStringLiteral("file:///a")},
                     QVariantMap{{QStringLiteral("activation-token"), QStringLiteral("token")}}}),
@@ -90,7 +98,7 @@ TEST_F(ApplicationServiceTest, Every_method_of_the_interface_activates_it)
 
 TEST_F(ApplicationServiceTest, An_unknown_method_is_refused_and_does_nothing)
 {
-    ASSERT_EQ(service.claim(), NameClaim::owned);
+    ASSERT_EQ(service.claim(NameQueue::leave), NameClaim::owned);
     EXPECT_EQ(call(QStringLiteral("ActivateAction"),
                    {QStringLiteral("show"), QVariantList(), QVariantMap()}),
               QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
@@ -103,7 +111,25 @@ TEST_F(ApplicationServiceTest, An_unknown_method_is_refused_and_does_nothing)
 TEST_F(ApplicationServiceTest, A_name_that_another_program_owns_stays_with_it)
 {
     ASSERT_TRUE(another().registerService(name));
-    EXPECT_EQ(service.claim(), NameClaim::takenByAnother);
+    EXPECT_EQ(service.claim(NameQueue::leave), NameClaim::takenByAnother);
+}
+
+TEST_F(ApplicationServiceTest, A_name_that_was_queued_for_is_owned_when_its_owner_ends)
+{
+    ASSERT_TRUE(another().registerService(name));
+    ASSERT_EQ(service.claim(NameQueue::leave), NameClaim::takenByAnother);
+    EXPECT_EQ(service.claim(NameQueue::join), NameClaim::takenByAnother);
+    endAnother();
+    EXPECT_EQ(activate("menu_TIME12"), InstanceActivation::activated);
+    EXPECT_EQ(requests, std::vector<QByteArray>{"menu_TIME12"});
+}
+
+TEST_F(ApplicationServiceTest, A_name_that_was_not_queued_for_is_nobodys_when_its_owner_ends)
+{
+    ASSERT_TRUE(another().registerService(name));
+    ASSERT_EQ(service.claim(NameQueue::leave), NameClaim::takenByAnother);
+    endAnother();
+    EXPECT_EQ(activate(), InstanceActivation::notRunning);
 }
 
 TEST_F(ApplicationServiceTest, Without_an_owner_of_the_name_no_instance_runs)
@@ -114,7 +140,7 @@ TEST_F(ApplicationServiceTest, Without_an_owner_of_the_name_no_instance_runs)
 TEST_F(ApplicationServiceTest, Without_a_bus_no_instance_is_found_and_no_name_claimed)
 {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
-    EXPECT_EQ(service.claim(), NameClaim::noBus);
+    EXPECT_EQ(service.claim(NameQueue::leave), NameClaim::noBus);
     EXPECT_EQ(activate(), InstanceActivation::notRunning);
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     qputenv("XDG_RUNTIME_DIR", "/nonexistent");

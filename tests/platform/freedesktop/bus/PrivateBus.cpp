@@ -70,6 +70,16 @@ PrivateBus::~PrivateBus()
     stop();
 }
 
+void PrivateBus::freeze()
+{
+    ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
+}
+
+void PrivateBus::thaw()
+{
+    ::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT);
+}
+
 void PrivateBus::stop()
 {
     m_daemon.kill();

@@ -28,6 +28,9 @@ public:
     void stop();
     /// Again after `stop`, at the same address.
     void start();
+    /// Stops the daemon's process, so that it answers nothing; undone before it is ended.
+    void freeze();
+    void thaw();
 
     bool hasOwner(const QString& name);
 
