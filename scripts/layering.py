@@ -23,6 +23,7 @@ _FOLDERS = {
     # The URL handlers and the entries are read with GLib, whose pointers the bus owns too.
     "platform/freedesktop/applications": "model platform platform/freedesktop/bus",
     "platform/freedesktop/icons": "model platform platform/freedesktop/applications",
+    "platform/freedesktop/toolkit": "platform platform/freedesktop/bus",
     "platform/x11/connection": "model platform",
     "platform/x11/discovery": "model platform platform/numbers platform/x11/connection",
     "platform/x11/capture": "model platform platform/x11/connection",
@@ -55,7 +56,7 @@ _FOLDERS = {
     "views": "model text platform store/* shell views/*",
     "app": "model platform/* store/* shell views",
     # main.cpp.
-    "": "platform/qt platform/sqlite platform/x11/connection app",
+    "": "platform/freedesktop/toolkit platform/qt platform/sqlite platform/x11/connection app",
 }
 
 # Libraries that only some folders, and those within them, know of, by their headers.

@@ -5,6 +5,7 @@
 #include "app/RenderBackend.h"
 #include "app/SingleInstance.h"
 #include "app/ToolkitArguments.h"
+#include "platform/freedesktop/toolkit/ToolkitBuses.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
@@ -62,11 +63,12 @@ SecondaryStart activatePrimaryKelpa(const CommandLine& line, const QByteArray& s
 }
 
 int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,
-        SecondaryStart start, TerminationSignals& signals)
+        SecondaryStart start, BusWatch& buses, TerminationSignals& signals)
 {
     QtScheduler scheduler;
     SingleInstance single(line.settingsPath, scheduler);
-    const bool isNameTaken = !single.claim();
+    const bool isBusSilent = buses.isSessionSilent();
+    const bool isNameTaken = !isBusSilent && !single.claim();
     if (isNameTaken && !start.isNameForeign) {
         // Another start may have been faster than this one.
         start = activatePrimaryKelpa(line, startupID, signals);
@@ -88,9 +90,17 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
                      "again will not bring this board forward\n",
                      qPrintable(busNameOfBoard(line.settingsPath)));
     }
+    if (isBusSilent) {
+        std::fprintf(stderr, "kelpa: the session bus does not reply: until it does, starting Kelpa "
+                             "again will not bring this board forward, and the board does without "
+                             "screen readers, the desktop's settings and input methods that need "
+                             "the bus; the latter until Kelpa is started again\n");
+    }
+    if (isBusSilent || isNameTaken)
+        buses.whenSessionAnswers([&single] { single.claimWhenFree(); });
     WriteBehindSettings settings(std::move(file));
     const int status =
-        Program(application, scheduler, single, settings, line.settingsPath).run(signals);
+        Program(application, scheduler, single, buses, settings, line.settingsPath).run(signals);
     if (!settings.close(closingLimit)) {
         if (settings.isSaving())
             std::fprintf(stderr,
@@ -122,6 +132,8 @@ int main(int argc, char** argv)
     if (given.asksForHelp || given.asksForVersion)
         return printAbout(given, argc, argv);
     const QByteArray startupID = takeStartupID();
+    // Asks while this start looks for the primary instance.
+    BusWatch buses;
     SecondaryStart start;
     if (given.error.isEmpty())
         start = activatePrimaryKelpa(given, startupID, signals);
@@ -136,7 +148,9 @@ int main(int argc, char** argv)
     if (system.isX11 && !system.display.isEmpty())
         qputenv("DISPLAY", system.display);
     ToolkitArguments toolkitArguments(argc, argv, system);
+    ToolkitBuses toolkitBuses(buses);
     QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
+    toolkitBuses.connectToolkit();
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
     // The toolkit has removed its own options.
     const CommandLine line = readCommandLine(QCoreApplication::arguments());
@@ -144,5 +158,5 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "kelpa: %s\n", qPrintable(line.error));
         return 2;
     }
-    return run(application, line, startupID, start, signals);
+    return run(application, line, startupID, start, buses, signals);
 }

@@ -4,6 +4,7 @@
 #include "app/DisplayLossHandler.h"
 #include "app/SingleInstance.h"
 #include "platform/LoggingCategories.h"
+#include "platform/freedesktop/toolkit/BusWatch.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/WriteBehindSettings.h"
@@ -31,8 +32,8 @@ void setRestartCommand(QSessionManager& session, const QString& boardPath)
 } // namespace
 
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
-                 WriteBehindSettings& settings, QString boardPath)
-    : m_application(application), m_scheduler(scheduler), m_single(single),
+                 BusWatch& buses, WriteBehindSettings& settings, QString boardPath)
+    : m_application(application), m_scheduler(scheduler), m_single(single), m_buses(buses),
       m_boardPath(std::move(boardPath)),
       m_desktop(scheduler, QFileInfo(settings.path()).path(), assignedWindows(settings)),
       m_store(m_desktop.platform(), settings, scheduler),
@@ -96,8 +97,10 @@ bool Program::show()
 void Program::startAfterFirstFrame()
 {
     // Puts the board on the screen before the desktop is queried for the first time.
-    m_view.followAppearance(m_desktop.appearanceOfPortal());
-    m_view.followMotion(m_desktop.motionOfPortal());
+    m_buses.whenSessionAnswers([this] {
+        m_view.followAppearance(m_desktop.appearanceOfPortal());
+        m_view.followMotion(m_desktop.motionOfPortal());
+    });
     qCDebug(logApp, "board shown, observing the desktop");
     m_store.startObserving();
     // A window that was closed before its first frame stays closed.

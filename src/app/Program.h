@@ -20,6 +20,7 @@ class QGuiApplication;
 
 namespace kelpa {
 
+class BusWatch;
 class QtScheduler;
 class SingleInstance;
 class TerminationSignals;
@@ -34,7 +35,7 @@ public:
     /// `boardPath` is the path of `settings` as the person gave it, which is passed to the session
     /// manager for the next session. All arguments outlive this object.
     Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
-            WriteBehindSettings& settings, QString boardPath);
+            BusWatch& buses, WriteBehindSettings& settings, QString boardPath);
     ~Program() override;
 
     /// Shows the board and runs the event loop until the program is to end; returns the exit status
@@ -60,6 +61,7 @@ private:
     QGuiApplication& m_application;
     QtScheduler& m_scheduler;
     SingleInstance& m_single;
+    BusWatch& m_buses;
     const QString m_boardPath;
     X11Desktop m_desktop;
     WindowStore m_store;

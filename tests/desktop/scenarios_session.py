@@ -247,7 +247,11 @@ def another_program_with_its_bus_name_does_not_keep_the_board_closed(desktop, bi
                         "Kelpa again will not bring this board forward\n")
             if expected not in kelpa.output():
                 raise AssertionError(f"{manner}: {kelpa.output()}")
-        other.kill()
-        other.wait()
+            # Then the name is Kelpa's, and a second start is what it always is.
+            other.kill()
+            other.wait()
+            status = desktop.start(binary).wait(timeout=30)
+            if status != 0:
+                raise AssertionError(f"{manner}: a second start ended with {status}")
     with Kelpa(desktop, binary, None) as kelpa:
         assert len(kelpa.board.goal_titles()) == 3

@@ -40,14 +40,21 @@ class Kelpa:
             self.quit()
 
     def start(self):
+        self.launch()
+        self.await_board()
+
+    def launch(self, seconds=60):
+        """Starts it, until its window is shown; the board may not be on the accessibility bus."""
         self._starts += 1
         self.log = self._desktop.directory / f"kelpa-{self._starts:03}.log"
         self._process = processes.start(
             [self._binary, *self._arguments], self._desktop.env | self._env, self.log,
             cwd=self._desktop.env["HOME"])
         self.board = boards.Board(self._process.pid)
-        self.window = wait_until("Kelpa's window is shown", self._own_window, 60)
-        wait_until("Kelpa's board is on the accessibility bus", self._has_board, 60)
+        self.window = wait_until("Kelpa's window is shown", self._own_window, seconds)
+
+    def await_board(self, seconds=60):
+        wait_until("Kelpa's board is on the accessibility bus", self._has_board, seconds)
 
     def _own_window(self):
         self.check_alive()
@@ -89,6 +96,10 @@ class Kelpa:
         """Ends it at once, as a power cut would."""
         os.kill(self._process.pid, signal.SIGKILL)
         self._process.wait()
+
+    def terminate(self):
+        """Asks it to end, as a session that ends does."""
+        self._process.terminate()
 
     def process_id(self):
         return self._process.pid

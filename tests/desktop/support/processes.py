@@ -1,5 +1,6 @@
 """Starting programs and being sure that they end, whatever happens to the one who started them."""
 
+import contextlib
 import ctypes
 import os
 import pathlib
@@ -68,6 +69,33 @@ def has_other_child(pid, program):
                    for child in children.split())
     except OSError:
         return False
+
+
+def find(program, *words):
+    """The process among those that this one and its programs have started that runs the file
+    `program` with all of `words` on its command line; None without one."""
+    for pid in _descendants():
+        try:
+            command = pathlib.Path(f"/proc/{pid}/cmdline").read_text(encoding="utf-8", errors="replace")
+        except OSError:
+            continue
+        name, *arguments = command.rstrip("\0").split("\0")
+        if name.rpartition("/")[2] == program and all(
+                any(word in argument for argument in arguments) for word in words):
+            return pid
+    return None
+
+
+@contextlib.contextmanager
+def stopped(*pids):
+    """Stops these processes, as a debugger would; they continue at the end."""
+    for pid in pids:
+        os.kill(pid, signal.SIGSTOP)
+    try:
+        yield
+    finally:
+        for pid in pids:
+            os.kill(pid, signal.SIGCONT)
 
 
 def _descendants():

@@ -1,5 +1,7 @@
 #include "platform/freedesktop/appearance/SettingsPortal.h"
 
+#include "platform/freedesktop/bus/SessionBus.h"
+
 #include <QDBusConnection>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -29,7 +31,11 @@ class SettingsPortal::Bus
 public:
     static std::shared_ptr<Bus> connect() { return std::make_shared<Bus>(); }
 
-    Bus() : m_connection(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name())) {}
+    // By its address: the toolkit's own session bus may be a stand-in.
+    Bus()
+        : m_connection(
+              QDBusConnection::connectToBus(QString::fromLocal8Bit(sessionBusAddress()), name()))
+    {}
     ~Bus() { QDBusConnection::disconnectFromBus(name()); }
     Bus(const Bus&) = delete;
     Bus& operator=(const Bus&) = delete;

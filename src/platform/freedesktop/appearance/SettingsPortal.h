@@ -21,7 +21,8 @@ class SettingsPortal : public QObject
     Q_OBJECT
 
 public:
-    /// Connects to the session bus in the background. `scheduler` outlives the object.
+    /// Connects to the session bus in the background; not while that is silent, which would keep
+    /// the toolkit from every other bus. `scheduler` outlives the object.
     explicit SettingsPortal(Scheduler& scheduler);
     ~SettingsPortal() override;
 

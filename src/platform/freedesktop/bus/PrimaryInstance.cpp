@@ -14,7 +14,8 @@ namespace kelpa {
 
 namespace {
 
-constexpr std::chrono::milliseconds connectLimit{1000};
+/// A board that waits longer for a silent bus seems not to start.
+constexpr std::chrono::milliseconds connectLimit{700};
 constexpr std::chrono::milliseconds ownerLimit{500};
 
 gboolean noteInterruption(int, GIOCondition, void* isInterrupted)

@@ -1,0 +1,143 @@
+"""Kelpa where a message bus, or what answers on it, is stopped: nobody waits for it."""
+
+import subprocess
+
+import board as boards
+import settings
+from board import TODO
+from input_methods import Chewing
+from kelpa import Kelpa
+from processes import find, stopped, wait_until
+
+_GOAL = "Errands"
+# Much less than the toolkit waits, and enough for a machine that is busy.
+_SOON = 15
+
+
+def _session_bus(desktop):
+    return desktop.session_bus.pid
+
+
+def _accessibility_bus(_desktop):
+    return wait_until("the accessibility bus runs",
+                      lambda: find("dbus-daemon", "accessibility.conf"))
+
+
+def _registry(_desktop):
+    # The first question starts it.
+    boards.outline_of_window()
+    return wait_until("the accessibility registry runs", lambda: find("at-spi2-registryd"))
+
+
+def _service(_desktop):
+    return wait_until("the service of the accessibility bus runs", lambda: find("at-spi-bus-launcher"))
+
+
+def _write_board(desktop, todos=()):
+    path = desktop.directory / "board.sqlite"
+    path.unlink(missing_ok=True)
+    settings.write(path, goals=[(_GOAL, list(todos))], is_auto_sorting=False)
+    return path
+
+
+def _add_todo(desktop, kelpa, path, title):
+    """By keys alone, since nobody can ask where anything is: the goal comes after the list of all
+    todos and what is unsorted."""
+    before = settings.StoredBoard(settings.read_live(path)).todos(_GOAL)
+    kelpa.focus()
+    desktop.key("Right", "Right", "Right", "Return")
+    desktop.type(title)
+    desktop.key("Return", "Escape")
+    wait_until(f"the todo {title!r} is stored", lambda: settings.StoredBoard(
+        settings.read_live(path)).todos(_GOAL) == [*before, (title, TODO)], _SOON)
+
+
+def _end(kelpa):
+    kelpa.terminate()
+    status = kelpa.wait(_SOON)
+    if status != 0:
+        raise AssertionError(f"ended with {status}\n{kelpa.output()}")
+    kelpa.check_output()
+
+
+def _runs_beside(desktop, binary, *pids, env=None):
+    """With these stopped before the start, the board is there, is typed into and ends."""
+    path = _write_board(desktop)
+    kelpa = Kelpa(desktop, binary, path, env=env)
+    with stopped(*pids):
+        kelpa.launch(_SOON)
+        _add_todo(desktop, kelpa, path, "Buy milk")
+        _end(kelpa)
+
+
+def _is_accessible_after(desktop, binary, *pids):
+    """When these continue, screen readers read the board, which was there before."""
+    path = _write_board(desktop)
+    kelpa = Kelpa(desktop, binary, path)
+    with stopped(*pids):
+        kelpa.launch(_SOON)
+        _add_todo(desktop, kelpa, path, "Buy milk")
+    kelpa.await_board(_SOON)
+    kelpa.wait_for_todos(_GOAL, [("Buy milk", TODO)])
+    # What happens from now on is heard, too.
+    kelpa.create_goal("After the silence")
+    return kelpa, path
+
+
+def beside_a_stopped_session_bus_the_board_is_used_and_ends(desktop, binary):
+    _runs_beside(desktop, binary, _session_bus(desktop))
+    for method in ("fcitx", "ibus"):
+        _runs_beside(desktop, binary, _session_bus(desktop), env={"QT_IM_MODULE": method})
+    _runs_beside(desktop, binary, _session_bus(desktop), _accessibility_bus(desktop), _registry(desktop))
+
+
+def beside_a_stopped_accessibility_bus_the_board_is_used_and_ends(desktop, binary):
+    _runs_beside(desktop, binary, _accessibility_bus(desktop))
+    _runs_beside(desktop, binary, _service(desktop))
+    # For who names the bus, it is asked for nowhere.
+    address = desktop.run("dbus-send", "--session", "--print-reply=literal", "--dest=org.a11y.Bus",
+                          "/org/a11y/bus", "org.a11y.Bus.GetAddress").strip()
+    _runs_beside(desktop, binary, _accessibility_bus(desktop), env={"AT_SPI_BUS_ADDRESS": address})
+
+
+def beside_a_stopped_accessibility_registry_the_board_is_used_and_ends(desktop, binary):
+    _runs_beside(desktop, binary, _registry(desktop))
+
+
+def a_session_bus_that_continues_has_kelpa_and_its_board(desktop, binary):
+    kelpa, path = _is_accessible_after(desktop, binary, _session_bus(desktop))
+    # It has its name on the bus as well.
+    again = subprocess.run([str(binary), "--settings", str(path)], env=desktop.env, timeout=60,
+                           stdin=subprocess.DEVNULL, check=False)
+    if again.returncode != 0:
+        raise AssertionError(f"a second start ended with {again.returncode}")
+    kelpa.quit()
+
+
+def an_accessibility_bus_that_continues_has_the_board(desktop, binary):
+    for stopped_one in (_accessibility_bus, _registry, _service):
+        kelpa, _ = _is_accessible_after(desktop, binary, stopped_one(desktop))
+        kelpa.quit()
+
+
+def an_input_method_is_used_beside_a_stopped_accessibility_bus(desktop, binary):
+    method = Chewing(desktop)
+    path = _write_board(desktop)
+    kelpa = Kelpa(desktop, binary, path, env=method.env)
+    with stopped(_accessibility_bus(desktop)):
+        kelpa.launch(_SOON)
+        kelpa.focus()
+        desktop.key("Right", "Right", "Right", "Return")
+        method.await_field()
+        _end(kelpa)
+
+
+def a_bus_that_stops_later_does_not_keep_the_board_from_its_user(desktop, binary):
+    for stopped_one in (_registry, _accessibility_bus, _service, _session_bus):
+        path = _write_board(desktop)
+        kelpa = Kelpa(desktop, binary, path)
+        kelpa.start()
+        kelpa.focus()
+        with stopped(stopped_one(desktop)):
+            _add_todo(desktop, kelpa, path, "Buy milk")
+            _end(kelpa)
