@@ -1,4 +1,4 @@
-// Opens URLs with the desktop's applications.
+// Opens URLs, and folders as URLs of local files, with the desktop's applications.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -19,7 +19,8 @@ public:
     [[nodiscard]] virtual TaskHandle findOpener(const QUrl& url,
                                                 std::function<void(bool isThere)> found) = 0;
 
-    /// Opens `url` with the desktop's application for it. Main thread; returns at once.
+    /// Opens `url` with the desktop's application for it; of a folder that is missing, the nearest
+    /// one above. Main thread; returns at once.
     virtual void requestOpen(const QUrl& url) = 0;
 };
 

@@ -31,6 +31,7 @@ enum class StoreField : std::uint8_t {
     isAutoSortingGoals,
     isHidingGoalsWithoutOpenTodos,
     isSavingSlowly,
+    trouble,
     count,
 };
 

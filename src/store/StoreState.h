@@ -9,6 +9,7 @@
 #include "store/StoreChanges.h"
 #include "store/board/BoardHistory.h"
 #include "store/board/BoardSearch.h"
+#include "store/board/TroubleNotice.h"
 #include "store/desktop/Permissions.h"
 #include "text/AppLanguage.h"
 #include "windows/WindowSearch.h"
@@ -53,6 +54,7 @@ public:
     bool isAutoSortingGoals = true;
     bool isHidingGoalsWithoutOpenTodos = false;
     bool isSavingSlowly = false;
+    std::optional<TroubleNotice> trouble;
 
     // Values without a signal of their own.
 

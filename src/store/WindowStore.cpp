@@ -37,6 +37,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::isAutoSortingGoalsChanged,
         &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
         &WindowStore::isSavingSlowlyChanged,
+        &WindowStore::troubleChanged,
     });
     static_assert(changeSignals.size() == StoreChanges::fieldCount);
 
@@ -54,6 +55,7 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
       selection(state), toast(scheduler, [this] { publishToast(); }),
       saver(
           settings, scheduler, [this] { loadState(); }, [this] { publishSaving(); }),
+      folder(platform.workspace, [this] { publishSaving(); }),
       steps(state, selection, toast, saver),
       permissions(platform, [this] { publishPermissions(); }),
       passes(
@@ -158,6 +160,30 @@ void WindowStore::setToastHeld(bool isHeld)
     m_parts->toast.setHeld(isHeld);
 }
 
+void WindowStore::retrySaving()
+{
+    const Update update(m_state.changes);
+    m_parts->saver.retry();
+}
+
+bool WindowStore::saveBeforeClosing()
+{
+    const Update update(m_state.changes);
+    m_parts->saver.retryAndWait();
+    return !m_state.trouble || !m_state.trouble->hasUnsavedChanges;
+}
+
+void WindowStore::dismissTrouble()
+{
+    const Update update(m_state.changes);
+    m_parts->saver.dismissFileMovedAside();
+}
+
+void WindowStore::showStoredFolder()
+{
+    m_parts->folder.open(m_parts->settings.path());
+}
+
 void WindowStore::finishSaving()
 {
     m_parts->saver.finish();
@@ -186,6 +212,13 @@ void WindowStore::Parts::publishSaving()
 {
     const Update update(state.changes);
     state.assign(state.isSavingSlowly, saver.isSlow(), Field::isSavingSlowly);
+    std::optional<TroubleNotice> trouble = troubleNotice(saver.status());
+    if (trouble)
+        trouble->canShowFolder = folder.canOpen();
+    const bool hasBegun = trouble && !state.trouble;
+    state.assign(state.trouble, std::move(trouble), Field::trouble);
+    if (hasBegun)
+        folder.search(settings.path());
 }
 
 void WindowStore::Parts::publishToast()

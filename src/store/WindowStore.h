@@ -62,6 +62,8 @@ public:
     bool isHidingGoalsWithoutOpenTodos() const { return m_state.isHidingGoalsWithoutOpenTodos; }
     /// Whether changes have been on their way to the disk for a second.
     bool isSavingSlowly() const { return m_state.isSavingSlowly; }
+    /// What is wrong with the board's file; absent while nothing is.
+    const std::optional<TroubleNotice>& trouble() const { return m_state.trouble; }
 
     // Derived values.
     /// The goals that the board shows: all, or those with open todos while the others are hidden.
@@ -86,6 +88,15 @@ public:
     /// Shows the goals that are hidden, and selects the first window or goal in them that the
     /// search finds; does nothing where it finds none.
     void showHiddenFindings();
+    /// Retries now what could not be read or written.
+    void retrySaving();
+    /// The same before the board is closed, waiting up to a second for the disk. False when changes
+    /// would be lost.
+    bool saveBeforeClosing();
+    /// The person knows of the file that was moved aside.
+    void dismissTrouble();
+    /// Shows the folder with the board's file.
+    void showStoredFolder();
     /// At the end of the program: retries what failed until now, and waits up to 20 s for the disk.
     void finishSaving();
 
@@ -201,6 +212,7 @@ Q_SIGNALS:
     void isAutoSortingGoalsChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
     void isSavingSlowlyChanged();
+    void troubleChanged();
 
 private:
     struct Parts;

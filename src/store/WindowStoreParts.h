@@ -12,6 +12,7 @@
 #include "store/desktop/ActivationQueue.h"
 #include "store/desktop/DesktopObservation.h"
 #include "store/desktop/DiscoveryPasses.h"
+#include "store/desktop/FolderOpener.h"
 #include "store/desktop/LaunchFollower.h"
 #include "store/desktop/Permissions.h"
 #include "store/desktop/PreviewCaptures.h"
@@ -64,6 +65,7 @@ struct WindowStore::Parts
     BoardSelection selection;
     Toast toast;
     BoardSaver saver;
+    FolderOpener folder;
     UndoSteps steps;
 
     Permissions permissions;

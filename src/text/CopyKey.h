@@ -11,8 +11,9 @@ namespace kelpa {
 namespace copykey {
 Q_NAMESPACE
 
-/// In the order of the rows in CopyRowsBoard.h, CopyRowsGoals.h and CopyRowsWindows.h. Names begin
-/// with a capital because QML requires it; the values are plain `int`s, as QML passes them.
+/// In the order of the rows in CopyRowsBoard.h, CopyRowsGoals.h, CopyRowsWindows.h and
+/// CopyRowsTrouble.h. Names begin with a capital because QML requires it; the values are plain
+/// `int`s, as QML passes them.
 enum class CopyKey {
     // Header of the board.
     ProductName,
@@ -113,6 +114,40 @@ enum class CopyKey {
     NoMatchingWindows,
     AlreadyInGoal,
     WindowListChanged,
+    // Trouble with the board's file: what happened.
+    BoardInUse,
+    FileUnreachable,
+    FileIsFolder,
+    FileReadOnly,
+    FileLocked,
+    DiskFull,
+    FileDamaged,
+    FileNewer,
+    DiskFailed,
+    FileMovedAside,
+    // What is safe.
+    ChangesKept,
+    ChangesJoinLater,
+    StoredBoardUntouched,
+    BoardRestored,
+    BoardRecovered,
+    // What helps.
+    CloseOtherKelpa,
+    CheckPermissions,
+    MoveTheFolder,
+    CloseOtherProgram,
+    FreeSpace,
+    MoveTheFile,
+    UpdateKelpa,
+    CheckDisk,
+    // Buttons of the banner.
+    TryAgain,
+    ShowFolder,
+    GotIt,
+    // Question before closing, and notification.
+    ChangesUnsaved,
+    CloseLosesChanges,
+    CloseAnyway,
 };
 Q_ENUM_NS(CopyKey)
 
@@ -122,6 +157,6 @@ using copykey::CopyKey;
 
 /// The tables do not compile when they have another number of rows.
 inline constexpr std::size_t copyKeyCount =
-    static_cast<std::size_t>(CopyKey::WindowListChanged) + 1;
+    static_cast<std::size_t>(CopyKey::CloseAnyway) + 1;
 
 } // namespace kelpa

@@ -57,6 +57,11 @@ QString CopyTable::windowName(const QString& ownerName, const QString& title) co
     return KelpaCopy::windowName(ownerName, title, m_language);
 }
 
+QString CopyTable::movedAsideTo(const QString& name) const
+{
+    return KelpaCopy::movedAsideTo(name, m_language);
+}
+
 QString CopyTable::statusName(const QString& status) const
 {
     const std::optional<TodoStatus> value = todoStatusFromRawValue(status);

@@ -38,6 +38,7 @@ public:
     Q_INVOKABLE QString hiddenGoals(int count, int countWithWindows) const;
     Q_INVOKABLE QString onlyMatchesShown(const QString& searchText) const;
     Q_INVOKABLE QString windowName(const QString& ownerName, const QString& title) const;
+    Q_INVOKABLE QString movedAsideTo(const QString& name) const;
 
     /// `status` and `priority` are stored texts; an unknown one gives an empty text.
     Q_INVOKABLE QString statusName(const QString& status) const;

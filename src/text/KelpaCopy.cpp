@@ -2,6 +2,7 @@
 
 #include "text/CopyRowsBoard.h"
 #include "text/CopyRowsGoals.h"
+#include "text/CopyRowsTrouble.h"
 #include "text/CopyRowsWindows.h"
 #include "text/PerLanguage.h"
 
@@ -24,6 +25,7 @@ constexpr std::array<const CopyRow*, copyKeyCount> rowsByKey = [] {
     append(goalCopyRows);
     append(todoCopyRows);
     append(windowCopyRows);
+    append(troubleCopyRows);
     return rows;
 }();
 
@@ -36,7 +38,7 @@ constexpr bool everyKeyHasItsRow()
     return true;
 }
 static_assert(boardCopyRows.size() + goalCopyRows.size() + todoCopyRows.size() +
-                      windowCopyRows.size() ==
+                      windowCopyRows.size() + troubleCopyRows.size() ==
                   copyKeyCount,
               "each key has one row");
 static_assert(everyKeyHasItsRow(), "the rows must stand in the order of CopyKey, one for each");
@@ -128,6 +130,12 @@ constexpr Frames onlyMatchesShownFrames(
     {u"「", u"」に一致するウィンドウだけを表示中"}, {u"‘", u"’ 검색과 일치하는 창만 표시 중"},
     {u"Seules les fenêtres correspondant à « ", u" » sont affichées"},
     {u"Nur Fenster, die zu „", u"“ passen, sind zu sehen"});
+constexpr Frames movedAsideToFrames({u"原文件在同一文件夹中：", u""},
+                                    {u"The old file is in the same folder: ", u""},
+                                    {u"元のファイルは同じフォルダにあります：", u""},
+                                    {u"이전 파일은 같은 폴더에 있습니다: ", u""},
+                                    {u"L’ancien fichier se trouve dans le même dossier : ", u""},
+                                    {u"Die alte Datei liegt im selben Ordner: ", u""});
 
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
@@ -251,6 +259,11 @@ QString windowName(const QString& ownerName, const QString& title, AppLanguage l
     if (ownerName.isEmpty())
         return title;
     return ownerName + QStringView(windowNameSeparators[language]).toString() + title;
+}
+
+QString movedAsideTo(const QString& name, AppLanguage language)
+{
+    return movedAsideToFrames[language].around(name);
 }
 
 } // namespace kelpa::KelpaCopy

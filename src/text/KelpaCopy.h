@@ -49,4 +49,7 @@ QString onlyMatchesShown(const QString& searchText, AppLanguage language);
 /// the title alone where `ownerName` is empty. `title` is not empty.
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language);
 
+/// Where a damaged file is now that was renamed to `name`.
+QString movedAsideTo(const QString& name, AppLanguage language);
+
 } // namespace kelpa::KelpaCopy

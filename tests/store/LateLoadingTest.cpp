@@ -75,7 +75,8 @@ TEST_F(LateLoading, It_comes_to_the_board_by_itself_within_five_seconds)
     EXPECT_EQ(settings.values, before);
     EXPECT_EQ(takeSignals(),
               onceEach({QStringLiteral("goals"), QStringLiteral("unassignedTodos"),
-                        QStringLiteral("language"), QStringLiteral("isAutoSortingGoals")}));
+                        QStringLiteral("language"), QStringLiteral("isAutoSortingGoals"),
+                        QStringLiteral("trouble")}));
     EXPECT_EQ(scheduler.timersDue(), 0);
 }
 
@@ -90,7 +91,8 @@ TEST_F(LateLoading, Windows_on_the_board_find_their_goals)
     becomeReadableAndWait();
 
     EXPECT_EQ(store().windows().first().goalID, lateGoal.id);
-    EXPECT_EQ(takeSignals(), onceEach({QStringLiteral("goals"), QStringLiteral("windows")}));
+    EXPECT_EQ(takeSignals(), onceEach({QStringLiteral("goals"), QStringLiteral("windows"),
+                                       QStringLiteral("trouble")}));
 }
 
 TEST_F(LateLoading, What_was_made_meanwhile_comes_after_it_and_both_are_saved)

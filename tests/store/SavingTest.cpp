@@ -93,6 +93,17 @@ TEST_F(Saving, What_is_under_way_is_not_tried_again)
     EXPECT_EQ(settings.flushCount, 0);
 }
 
+TEST_F(Saving, An_attempt_that_only_reads_saves_nothing)
+{
+    settings.isUnreadable = true;
+    settings.isSlow = true;
+    store();
+    scheduler.advance(5s);
+    EXPECT_TRUE(settings.isSaving());
+    scheduler.advance(60s);
+    EXPECT_FALSE(store().isSavingSlowly());
+}
+
 TEST_F(Saving, What_the_disk_refuses_after_a_while_is_tried_again_five_seconds_later)
 {
     store();

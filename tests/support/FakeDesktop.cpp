@@ -246,9 +246,9 @@ QImage FakeDesktop::icon(const WindowItem& /*window*/, int /*pixels*/)
     return {};
 }
 
-TaskHandle FakeDesktop::findOpener(const QUrl& /*url*/, std::function<void(bool isThere)> found)
+TaskHandle FakeDesktop::findOpener(const QUrl& url, std::function<void(bool isThere)> found)
 {
-    found(hasSettingsForPermissions);
+    found(url.isLocalFile() ? hasFileManager : hasSettingsForPermissions);
     return nullptr;
 }
 

@@ -77,6 +77,7 @@ public:
     bool grantsAccessibilityWhenAsked = false;
     bool grantsScreenCaptureWhenAsked = false;
     bool hasSettingsForPermissions = true;
+    bool hasFileManager = true;
     /// What is in the way of what is not granted; absent while that is not known.
     std::optional<Obstacle> obstacleOfAccessibility = Obstacle::permission;
     std::optional<Obstacle> obstacleOfScreenCapture = Obstacle::permission;

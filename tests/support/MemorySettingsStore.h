@@ -16,6 +16,9 @@ public:
     /// Entries whose value differed from the stored one.
     int changedEntryCount = 0;
     bool isFailing = false;
+    /// What `status` says of attempts that fail.
+    SettingsError error = SettingsError::failed;
+    std::optional<FileMovedAside> movedAside;
     /// Makes `values` neither readable nor writable.
     bool isUnreadable = false;
     /// Saves last until `endSave` or `finish`.
@@ -60,6 +63,15 @@ public:
         return save();
     }
 
+    SettingsStatus status() const override
+    {
+        const bool hasError = isUnreadable || m_hasFailed;
+        return {hasError ? std::optional(error) : std::nullopt, isLoaded(), !m_pending.empty(),
+                movedAside};
+    }
+
+    QString path() const override { return QStringLiteral("/boards/kelpa.sqlite"); }
+
     bool isSaving() const override { return m_isSaving; }
 
     [[nodiscard]] std::unique_ptr<Subscription> watchSaves(const SavesEnded& ended) override
@@ -102,7 +114,8 @@ private:
 
     bool tryToWrite()
     {
-        if (isFailing || isUnreadable)
+        m_hasFailed = isFailing || isUnreadable;
+        if (m_hasFailed)
             return false;
         values.insert(m_pending);
         m_pending.clear();
@@ -112,6 +125,7 @@ private:
     QMap<QString, SettingsValue> m_pending;
     SavesEnded m_ended;
     bool m_isSaving = false;
+    bool m_hasFailed = false;
 };
 
 } // namespace kelpa::test

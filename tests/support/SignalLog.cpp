@@ -29,6 +29,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::isAutoSortingGoalsChanged, "isAutoSortingGoals");
     listen(&WindowStore::isHidingGoalsWithoutOpenTodosChanged, "isHidingGoalsWithoutOpenTodos");
     listen(&WindowStore::isSavingSlowlyChanged, "isSavingSlowly");
+    listen(&WindowStore::troubleChanged, "trouble");
 }
 
 QMap<QString, int> SignalLog::take()

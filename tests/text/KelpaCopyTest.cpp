@@ -283,6 +283,20 @@ TEST(KelpaCopy, A_card_is_named_by_its_application_and_its_title)
               QStringLiteral("Inbox"));
 }
 
+TEST(KelpaCopy, A_file_that_was_moved_aside_is_named)
+{
+    const auto text = [](AppLanguage language) {
+        return KelpaCopy::movedAsideTo(QStringLiteral("a.b"), language);
+    };
+    expectTexts({{{chinese, u"原文件在同一文件夹中：a.b"},
+                  {english, u"The old file is in the same folder: a.b"},
+                  {japanese, u"元のファイルは同じフォルダにあります：a.b"},
+                  {korean, u"이전 파일은 같은 폴더에 있습니다: a.b"},
+                  {french, u"L’ancien fichier se trouve dans le même dossier : a.b"},
+                  {german, u"Die alte Datei liegt im selben Ordner: a.b"}}},
+                text);
+}
+
 TEST(KelpaCopy, The_rows_hold_every_declared_key)
 {
     const QList<CopyKey> keys = declaredKeys();

@@ -1,6 +1,8 @@
 // The wording of the interface: a table of every text in every language.
 #include "text/KelpaCopy.h"
 
+#include "text/QuotedText.h"
+#include "text/QuotedTroubleTexts.h"
 #include "text/TextPrinting.h"
 
 #include <gtest/gtest.h>
@@ -8,16 +10,12 @@
 #include <array>
 #include <set>
 #include <string_view>
+#include <vector>
 
 namespace kelpa {
 namespace {
 
-struct QuotedText
-{
-    CopyKey key;
-    /// In the order of `AppLanguage`.
-    std::array<std::u16string_view, allAppLanguages.size()> texts;
-};
+using test::QuotedText;
 
 constexpr std::array quotedTexts = std::to_array<QuotedText>({
     {CopyKey::UnsortedHint,
@@ -340,9 +338,16 @@ constexpr std::array quotedTexts = std::to_array<QuotedText>({
       u"Die Fensterliste hat sich geändert. Bitte wähle erneut aus."}},
 });
 
+std::vector<QuotedText> allQuotedTexts()
+{
+    std::vector<QuotedText> all(quotedTexts.begin(), quotedTexts.end());
+    all.insert(all.end(), test::quotedTroubleTexts.begin(), test::quotedTroubleTexts.end());
+    return all;
+}
+
 TEST(QuotedTexts, Every_text_reads_so_in_every_language)
 {
-    for (const QuotedText& row : quotedTexts) {
+    for (const QuotedText& row : allQuotedTexts()) {
         for (std::size_t i = 0; i < row.texts.size(); ++i) {
             EXPECT_EQ(KelpaCopy::text(row.key, allAppLanguages[i]),
                       QStringView(row.texts[i]).toString());
@@ -353,10 +358,10 @@ TEST(QuotedTexts, Every_text_reads_so_in_every_language)
 TEST(QuotedTexts, Every_key_of_the_interface_is_quoted_here_once)
 {
     std::set<CopyKey> keys;
-    for (const QuotedText& row : quotedTexts)
+    for (const QuotedText& row : allQuotedTexts())
         keys.insert(row.key);
     EXPECT_EQ(keys.size(), copyKeyCount);
-    EXPECT_EQ(quotedTexts.size(), copyKeyCount);
+    EXPECT_EQ(allQuotedTexts().size(), copyKeyCount);
 }
 
 } // namespace

@@ -19,7 +19,8 @@ QStringList knownTexts(const CopyTable& table)
         table.foundCounts(0, 0, 0),
         table.moreInHiddenGoals(0),
         table.hiddenGoals(0, 0),
-        table.onlyMatchesShown({})};
+        table.onlyMatchesShown({}),
+        table.movedAsideTo({})};
     const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
     for (int i = 0; i < keys.keyCount(); ++i)
         texts.append(table.text(static_cast<CopyKey>(keys.value(i))));

@@ -170,6 +170,28 @@ public:
         m_settings.isSlow = false;
         m_settings.endSave();
     }
+    /// From now on nothing can be written to the board's file.
+    Q_INVOKABLE void breakDisk(const QString& error)
+    {
+        static const QHash<QString, SettingsError> errors{
+            {QStringLiteral("full"), SettingsError::full},
+            {QStringLiteral("folder"), SettingsError::isFolder},
+            {QStringLiteral("newer"), SettingsError::newer},
+            {QStringLiteral("read-only"), SettingsError::readOnly}};
+        m_settings.error = errors.value(error, SettingsError::failed);
+        m_settings.isFailing = true;
+        m_store.retrySaving();
+    }
+    /// Nothing is wrong any more, which the board notices by itself.
+    Q_INVOKABLE void repairDisk() { m_settings.isFailing = false; }
+    Q_INVOKABLE void moveFileAside(const QString& name, bool isRestored)
+    {
+        m_settings.movedAside = {name, isRestored};
+        m_store.retrySaving();
+    }
+    /// Applies when trouble begins.
+    Q_INVOKABLE void setFileManager(bool isThere) { m_desktop.hasFileManager = isThere; }
+    Q_INVOKABLE bool isSaved() const { return !m_settings.status().hasUnsavedValues; }
     /// Lets the pause after scrolling pass.
     Q_INVOKABLE void rest() { m_scheduler.advance(std::chrono::milliseconds(300)); }
     Q_INVOKABLE int captureCount() const { return static_cast<int>(m_desktop.captured.size()); }

@@ -19,24 +19,29 @@ constexpr Scheduler::Duration retryDelay = 5s;
 /// How long a save may take before a person is told.
 constexpr Scheduler::Duration unnoticedDelay = 1s;
 
+/// How long a window that is to be closed waits before it closes, while the disk has not replied.
+constexpr std::chrono::milliseconds closingLimit = 1s;
+
 /// How long the end of the program waits for the disk. Sessions wait about as long for a program.
 constexpr std::chrono::milliseconds finishLimit = 20s;
 
 } // namespace
 
 BoardSaver::BoardSaver(SettingsStore& settings, Scheduler& scheduler, std::function<void()> load,
-                       std::function<void()> isSlowChanged)
+                       std::function<void()> stateChanged)
     : m_settings(settings), m_scheduler(scheduler), m_load(std::move(load)),
-      m_isSlowChanged(std::move(isSlowChanged)),
+      m_stateChanged(std::move(stateChanged)),
       m_saves(settings.watchSaves([this](bool isSaved) { endSave(isSaved); }))
 {}
 
 void BoardSaver::start()
 {
-    if (m_settings.isLoaded())
+    if (m_settings.isLoaded()) {
         load();
-    else
+    } else {
         retryLater();
+        updateStatus();
+    }
 }
 
 void BoardSaver::save(const BoardContents& board, std::vector<SettingsEntry> settings)
@@ -46,6 +51,7 @@ void BoardSaver::save(const BoardContents& board, std::vector<SettingsEntry> set
         entries = boardEntries(board.goals, board.unassignedTodos);
         entries.push_back(assignmentsEntry(board.assignments));
     }
+    m_hasUnwrittenBoard = !m_isLoaded;
     std::ranges::move(settings, std::back_inserter(entries));
     write(entries);
 }
@@ -53,6 +59,16 @@ void BoardSaver::save(const BoardContents& board, std::vector<SettingsEntry> set
 void BoardSaver::write(const std::vector<SettingsEntry>& entries)
 {
     endSave(m_settings.write(entries));
+}
+
+void BoardSaver::retry()
+{
+    endSave(m_settings.flush());
+}
+
+void BoardSaver::retryAndWait()
+{
+    endSave(m_settings.finish(closingLimit));
 }
 
 void BoardSaver::finish()
@@ -70,16 +86,43 @@ void BoardSaver::endSave(bool isSaved)
         load();
         return;
     }
-    if (isSaved || m_settings.isSaving())
+    const bool isDone = isSaved && !m_settings.status().error;
+    if (isDone || m_settings.isSaving())
         m_retry.reset();
     else
         retryLater();
     watchTime();
+    updateStatus();
+}
+
+void BoardSaver::dismissFileMovedAside()
+{
+    m_dismissed = m_settings.status().movedAside;
+    updateStatus();
+}
+
+SettingsStatus BoardSaver::currentStatus() const
+{
+    SettingsStatus status = m_settings.status();
+    status.hasUnsavedValues = status.error && (status.hasUnsavedValues || m_hasUnwrittenBoard);
+    if (status.movedAside == m_dismissed)
+        status.movedAside.reset();
+    return status;
+}
+
+void BoardSaver::updateStatus()
+{
+    SettingsStatus status = currentStatus();
+    if (status == m_status)
+        return;
+    m_status = std::move(status);
+    m_stateChanged();
 }
 
 void BoardSaver::load()
 {
     m_isLoaded = true;
+    m_hasUnwrittenBoard = false;
     m_load();
 }
 
@@ -87,13 +130,14 @@ void BoardSaver::retryLater()
 {
     m_retry = m_scheduler.after(retryDelay, [this] {
         m_retry.reset();
-        endSave(m_settings.flush());
+        retry();
     });
 }
 
 void BoardSaver::watchTime()
 {
-    if (!m_settings.isSaving()) {
+    // An attempt that only reads saves nothing.
+    if (!m_settings.isSaving() || !m_settings.status().hasUnsavedValues) {
         m_slowness.reset();
         setSlow(false);
     } else if (!m_slowness) {
@@ -104,7 +148,7 @@ void BoardSaver::watchTime()
 void BoardSaver::setSlow(bool isSlow)
 {
     if (std::exchange(m_isSlow, isSlow) != isSlow)
-        m_isSlowChanged();
+        m_stateChanged();
 }
 
 } // namespace kelpa

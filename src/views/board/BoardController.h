@@ -6,6 +6,7 @@
 #include "views/board/BoardColumnModel.h"
 #include "views/board/BoardTargetModel.h"
 #include "views/board/SearchController.h"
+#include "views/board/TroubleController.h"
 #include "views/goals/DropController.h"
 #include "views/goals/GoalController.h"
 #include "views/todos/TodoController.h"
@@ -32,6 +33,7 @@ class BoardController : public QObject
     Q_PROPERTY(kelpa::TodoController* todos READ todos CONSTANT)
     Q_PROPERTY(kelpa::WindowController* windows READ windows CONSTANT)
     Q_PROPERTY(kelpa::SearchController* search READ search CONSTANT)
+    Q_PROPERTY(kelpa::TroubleController* trouble READ trouble CONSTANT)
     Q_PROPERTY(kelpa::BoardColumnModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::BoardTargetModel* targets READ targets CONSTANT)
     /// The row of the selected target among the targets; -1 when none is shown.
@@ -75,6 +77,7 @@ public:
     TodoController* todos() { return &m_todos; }
     WindowController* windows() { return &m_windows; }
     SearchController* search() { return &m_search; }
+    TroubleController* trouble() { return &m_trouble; }
     BoardColumnModel* columns() { return &m_columns; }
     BoardTargetModel* targets() { return &m_targets; }
 
@@ -167,6 +170,7 @@ private:
     TodoController m_todos;
     WindowController m_windows;
     SearchController m_search{m_store, m_goals, m_todos};
+    TroubleController m_trouble{m_store, m_todos};
     /// The row of the selected target and the number of rows when the board was last shown.
     int m_selectedRow = -1;
     int m_rowCount = 0;

@@ -3,8 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Kelpa.Appearance
-import Kelpa.Goals
-import Kelpa.Windows
 import Kelpa.Board
 
 /// The main window with the board.
@@ -26,23 +24,7 @@ T.ApplicationWindow {
             - Theme.controlHeight - Theme.small
 
     // Created on first use.
-    property NewGoalSheet createSheet: null
-    property TitleSheet renameSheet: null
-    property WindowSelectionSheet selectionSheet: null
     property SavingNotice savingNotice: null
-    property string renamedColumnID
-
-    function askForGoal(): void {
-        if (root.createSheet === null)
-            root.createSheet = createSheetType.createObject(root.contentItem) as NewGoalSheet;
-        root.createSheet.ask("");
-    }
-    function askForName(columnID: string): void {
-        if (root.renameSheet === null)
-            root.renameSheet = renameSheetType.createObject(root.contentItem) as TitleSheet;
-        root.renamedColumnID = columnID;
-        root.renameSheet.ask(root.board.goals.goalTitle(columnID));
-    }
 
     /// Opens the board's menu where no item with the focus has a menu of its own.
     function takeMenuKey(event: KeyEvent): void {
@@ -58,6 +40,7 @@ T.ApplicationWindow {
     title: ViewSettings.copy.text(CopyKey.ProductName)
     color: Theme.window
     font: Theme.body
+    onClosing: close => close.accepted = sheets.mayClose()
     // The size when the window is no longer maximised. Not bound, since a person's size outlives a
     // change of the screen.
     Component.onCompleted: {
@@ -71,7 +54,7 @@ T.ApplicationWindow {
         anchors.left: parent.left
         anchors.right: parent.right
         board: root.board
-        onNewGoalRequested: root.askForGoal()
+        onNewGoalRequested: sheets.askForGoal()
         onMatchSelected: goalBoard.forceActiveFocus()
         Keys.onPressed: event => root.takeMenuKey(event)
     }
@@ -102,7 +85,7 @@ T.ApplicationWindow {
         anchors.left: parent.left
         anchors.right: parent.right
         board: root.board
-        onNewGoalRequested: root.askForGoal()
+        onNewGoalRequested: sheets.askForGoal()
         Keys.onPressed: event => root.takeMenuKey(event)
     }
     Toast {
@@ -117,44 +100,13 @@ T.ApplicationWindow {
         onIsHeldChanged: root.board.setToastHeld(isHeld)
     }
 
-    Component {
-        id: createSheetType
+    BoardSheets {
+        id: sheets
 
-        NewGoalSheet {
-            goals: root.board.goals
-            onConfirmed: title => root.board.goals.createGoal(title)
-        }
+        board: root.board
+        onClosingConfirmed: root.close()
     }
-    Component {
-        id: renameSheetType
 
-        TitleSheet {
-            goals: root.board.goals
-            title: ViewSettings.copy.text(CopyKey.RenameGoal)
-            explanation: ""
-            placeholder: ViewSettings.copy.text(CopyKey.EnterGoalName)
-            fieldLabel: ViewSettings.copy.text(CopyKey.GoalName)
-            confirmLabel: ViewSettings.copy.text(CopyKey.Save)
-            onConfirmed: title => root.board.goals.renameGoal(root.renamedColumnID, title)
-
-            Connections {
-                target: root.board.targets
-
-                // A goal that is deleted meanwhile takes its sheet with it.
-                function onRowsRemoved(): void {
-                    if (!root.board.goals.hasGoal(root.renamedColumnID))
-                        root.renameSheet.close();
-                }
-            }
-        }
-    }
-    Component {
-        id: selectionSheetType
-
-        WindowSelectionSheet {
-            windows: root.board.windows
-        }
-    }
     Component {
         id: savingNoticeType
 
@@ -172,25 +124,6 @@ T.ApplicationWindow {
         function onIsSavingSlowlyChanged(): void {
             if (root.savingNotice === null)
                 root.savingNotice = savingNoticeType.createObject(root.contentItem) as SavingNotice;
-        }
-    }
-    Connections {
-        target: root.board.goals
-
-        function onRenameRequested(columnID: string): void {
-            root.askForName(columnID);
-        }
-    }
-    Connections {
-        target: root.board.windows.picker
-
-        function onRequestChanged(): void {
-            // From then on the sheet follows the requests by itself.
-            if (root.selectionSheet !== null || !root.board.windows.picker.isOpen)
-                return;
-            root.selectionSheet = selectionSheetType.createObject(root.contentItem)
-                    as WindowSelectionSheet;
-            root.selectionSheet.followRequest();
         }
     }
 }

@@ -3,6 +3,8 @@
 #include "platform/freedesktop/applications/DetachedProcess.h"
 #include "platform/freedesktop/applications/UrlHandlers.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QProcessEnvironment>
 #include <QStandardPaths>
 
@@ -15,15 +17,25 @@ namespace {
 /// The program that opens the URL; empty when there is none.
 QString openerOf(const QUrl& url)
 {
-    return hasHandler(url.scheme()) ? QStandardPaths::findExecutable(QStringLiteral("xdg-open"))
-                                    : QString();
+    const bool isHandled = url.isLocalFile() ? hasFileManager() : hasHandler(url.scheme());
+    return isHandled ? QStandardPaths::findExecutable(QStringLiteral("xdg-open")) : QString();
+}
+
+/// A folder that is missing, as on a disk that is away, is represented by the nearest one above.
+QUrl withExistingFolder(const QUrl& url)
+{
+    QString folder = url.toLocalFile();
+    while (folder != QDir::rootPath() && !QFileInfo(folder).isDir())
+        folder = QFileInfo(folder).path();
+    return QUrl::fromLocalFile(folder);
 }
 
 void open(const QUrl& url)
 {
     const QString opener = openerOf(url);
+    const QUrl target = url.isLocalFile() ? withExistingFolder(url) : url;
     if (!opener.isEmpty())
-        startDetached({opener, url.toString(QUrl::FullyEncoded)},
+        startDetached({opener, target.toString(QUrl::FullyEncoded)},
                       QProcessEnvironment::systemEnvironment());
 }
 

@@ -1,4 +1,4 @@
-// Opens URLs with the applications that the desktop has for them.
+// Opens URLs and folders with the applications that the desktop has for them.
 #pragma once
 
 #include "platform/Scheduler.h"
@@ -16,8 +16,9 @@ public:
     /// By the installed applications, at the time of the call.
     [[nodiscard]] TaskHandle findOpener(const QUrl& url,
                                         std::function<void(bool isThere)> found) override;
-    /// Runs xdg-open, which knows each desktop's own way. A URL that no installed application
-    /// handles is silently not opened: xdg-open would try one browser after the other.
+    /// Runs xdg-open, which knows each desktop's own way. A local file stands for a folder. A URL
+    /// that no installed application handles is silently not opened: xdg-open would try one browser
+    /// after the other.
     void requestOpen(const QUrl& url) override;
 
 private:

@@ -18,6 +18,11 @@ bool hasHandler(const QString& scheme)
                nullptr;
 }
 
+bool hasFileManager()
+{
+    return Application(g_app_info_get_default_for_type("inode/directory", FALSE)) != nullptr;
+}
+
 std::optional<QString> defaultBrowser()
 {
     // By URL scheme, not by file type: the default application for HTML files may be an editor.

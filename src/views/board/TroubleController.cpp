@@ -1,0 +1,46 @@
+#include "views/board/TroubleController.h"
+
+#include "store/WindowStore.h"
+#include "views/todos/TodoController.h"
+
+namespace kelpa {
+
+TroubleController::TroubleController(WindowStore& store, TodoController& todos, QObject* parent)
+    : QObject(parent), m_store(store), m_todos(todos)
+{
+    connect(&store, &WindowStore::troubleChanged, this, &TroubleController::update);
+    update();
+}
+
+void TroubleController::update()
+{
+    m_isThere = m_store.trouble().has_value();
+    if (m_isThere)
+        m_shown = *m_store.trouble();
+    Q_EMIT troubleChanged();
+}
+
+void TroubleController::retry()
+{
+    m_store.retrySaving();
+}
+
+void TroubleController::showFolder()
+{
+    m_store.showStoredFolder();
+}
+
+void TroubleController::dismiss()
+{
+    m_store.dismissTrouble();
+}
+
+bool TroubleController::mayClose()
+{
+    if (!m_isAsking)
+        return true;
+    m_todos.finishWriting();
+    return m_store.saveBeforeClosing();
+}
+
+} // namespace kelpa
