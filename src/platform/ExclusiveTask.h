@@ -41,6 +41,13 @@ public:
             m_task = std::move(task);
     }
 
+    /// Waits up to `limit` for the work under way. When it returns in time, `then` has been called.
+    void waitFor(Scheduler::Duration limit)
+    {
+        if (m_task)
+            m_task->waitFor(limit);
+    }
+
     /// Asks the work under way to end early. It delivers what it has done by then; work that has
     /// not begun is cancelled.
     void requestStop()

@@ -28,6 +28,10 @@ public:
     /// then delivered all the same, and until then it is under way. Otherwise it never begins and
     /// nothing is delivered. Main thread; returns at once.
     virtual bool requestStop() = 0;
+
+    /// For work off the main thread: waits up to `limit` for its result. When that arrives in time,
+    /// `then` has been called on return, which may have destroyed this. Main thread.
+    virtual void waitFor(std::chrono::milliseconds /*limit*/) {}
 };
 
 /// Null when nothing is due. Destroyed on the main thread, possibly from within the work itself.

@@ -60,7 +60,12 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
       permissions(platform, [this] { publishPermissions(); }),
       passes(
           platform.windowServer, platform.applications, scheduler,
-          [this](const QList<WindowItem>& discovered) { finishPass(discovered); },
+          [this](const QList<WindowItem>& discovered) {
+              if (std::exchange(isPassAhead, false))
+                  finishPassAhead(discovered);
+              else
+                  finishPass(discovered);
+          },
           [this](WorkPriority priority) { startPass(priority); }),
       previewCaptures(platform.windowServer, scheduler, state.windows, state.previews,
                       [this](Previews captured, PreviewCaptures::Messages messages) {

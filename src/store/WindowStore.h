@@ -147,6 +147,13 @@ public:
     bool assign(const QSet<WindowID>& windowIDs, GoalID to);
     /// Creates a goal with the window in it; without the window if it is no longer listed.
     void createGoal(const QString& title, WindowID windowID);
+    /// Starts the first discovery pass, so that it runs while the views load. To be called once,
+    /// before `startObserving`. Its windows are published only if they may be read, which the pass
+    /// may be the first to find out.
+    void discoverAhead();
+    /// Waits at most `limit` for the pass under way, so that the first frame shows its windows; a
+    /// slower one is published when it ends.
+    void awaitWindows(Scheduler::Duration limit);
     /// Keeps windows and previews fresh from now on; a second call does nothing.
     void startObserving();
     void stopObserving();

@@ -50,6 +50,8 @@ struct WindowStore::Parts
     void publishSaving();
     void publishToast();
     void publishPreviews(Previews captured, PreviewCaptures::Messages messages);
+    /// The first pass, which began before the permissions were known, found `discovered`.
+    void finishPassAhead(const QList<WindowItem>& discovered);
     /// A discovery pass found `discovered`, or may not read windows and found none.
     void finishPass(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);
@@ -72,6 +74,8 @@ struct WindowStore::Parts
     /// Absent while the store does not observe.
     std::optional<DesktopObservation> observation;
     DiscoveryPasses passes;
+    /// Whether the pass under way is that of `discoverAhead`.
+    bool isPassAhead = false;
     PreviewCaptures previewCaptures;
     ActivationQueue activations;
     LaunchFollower launches;

@@ -11,6 +11,7 @@ void WindowStore::refresh()
 {
     const Update update(m_state.changes);
     m_parts->publish(m_parts->permissions.granted());
+    m_parts->isPassAhead = false;
     if (m_state.isScreenCaptureTrusted) {
         m_parts->passes.runNow();
     } else {
@@ -39,6 +40,26 @@ void WindowStore::noteWindowsChangedOnDesktop()
 {
     m_parts->passes.requestRerun();
     refreshInBackground();
+}
+
+void WindowStore::discoverAhead()
+{
+    if (m_parts->passes.isUnderWay())
+        return;
+    m_parts->isPassAhead = true;
+    m_parts->passes.runInBackground(DiscoveryPasses::ReadAccess::granted, WorkPriority::normal);
+}
+
+void WindowStore::awaitWindows(Scheduler::Duration limit)
+{
+    m_parts->passes.waitFor(limit);
+}
+
+void WindowStore::Parts::finishPassAhead(const QList<WindowItem>& discovered)
+{
+    const Update update(state.changes);
+    publish(permissions.granted());
+    finishPass(state.isScreenCaptureTrusted ? discovered : QList<WindowItem>());
 }
 
 void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
@@ -122,7 +143,12 @@ void WindowStore::startObserving()
 {
     if (m_parts->observation)
         return;
-    refresh();
+    // The first pass may still be under way on a slow window server, and reports what there is; what
+    // has changed since it began is for the next one.
+    if (m_parts->isPassAhead)
+        m_parts->passes.requestRerun();
+    else
+        refresh();
     m_parts->observation.emplace(
         m_parts->platform.windowServer, m_parts->scheduler,
         DesktopObservation::Handlers{
@@ -138,6 +164,7 @@ void WindowStore::stopObserving()
     m_parts->observation.reset();
     m_parts->previewCaptures.cancel();
     m_parts->passes.cancel();
+    m_parts->isPassAhead = false;
     m_state.assign(m_state.windows, {}, Field::windows);
     m_state.assign(m_state.previews, {}, Field::previews);
     m_parts->previewCaptures.forgetUnlisted();

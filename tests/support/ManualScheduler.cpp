@@ -30,8 +30,9 @@ struct ManualScheduler::Item
 class ManualScheduler::Handle final : public ScheduledWork
 {
 public:
-    Handle(std::shared_ptr<Item> item, const std::shared_ptr<Items>& items)
-        : m_item(std::move(item)), m_items(items)
+    Handle(std::shared_ptr<Item> item, const std::shared_ptr<Items>& items,
+           ManualScheduler& scheduler)
+        : m_item(std::move(item)), m_items(items), m_scheduler(scheduler)
     {}
     ~Handle() override
     {
@@ -49,12 +50,23 @@ public:
         return false;
     }
 
+    void waitFor(std::chrono::milliseconds /*limit*/) override
+    {
+        // Outlives this.
+        const std::shared_ptr<Item> item = m_item;
+        const bool isHeld = m_scheduler.m_isHoldingBackground || item->hasBegun;
+        if (item->background && !isHeld)
+            m_scheduler.finish(item);
+    }
+
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
 
 private:
     std::shared_ptr<Item> m_item;
     std::weak_ptr<Items> m_items;
+    /// For `waitFor`, which nobody calls after the scheduler is gone.
+    ManualScheduler& m_scheduler;
 };
 
 ManualScheduler::ManualScheduler() : m_items(std::make_shared<Items>()) {}
@@ -111,7 +123,7 @@ TaskHandle ManualScheduler::add(std::shared_ptr<Item> item)
 {
     item->sequence = m_nextSequence++;
     m_items->push_back(item);
-    return std::make_unique<Handle>(std::move(item), m_items);
+    return std::make_unique<Handle>(std::move(item), m_items, *this);
 }
 
 std::shared_ptr<ManualScheduler::Item>

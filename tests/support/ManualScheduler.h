@@ -27,8 +27,8 @@ public:
     /// takes no time unless it is held.
     void advance(Duration duration);
 
-    /// While held, background work stays in flight without having begun, and an awaiting start
-    /// times out.
+    /// While held, background work stays in flight without having begun, and waiting for it times
+    /// out.
     void holdBackgroundWork(bool isHeld) { m_isHoldingBackground = isHeld; }
     /// Lets all background work in flight begin; it hangs until `runBackgroundWork`.
     void hangBackgroundWork();

@@ -52,6 +52,13 @@ public:
     explicit JobHandle(std::shared_ptr<BackgroundJob> job) : m_job(std::move(job)) {}
     ~JobHandle() override { m_job->cancel(); }
     bool requestStop() override { return m_job->requestStop(); }
+    void waitFor(std::chrono::milliseconds limit) override
+    {
+        // Outlives this.
+        const std::shared_ptr<BackgroundJob> job = m_job;
+        if (job->waitFor(limit))
+            job->deliver();
+    }
 
 private:
     std::shared_ptr<BackgroundJob> m_job;

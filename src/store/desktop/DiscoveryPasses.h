@@ -42,6 +42,9 @@ public:
     /// Starts a pass; called only while none is under way.
     void runInBackground(ReadAccess access, WorkPriority priority);
     void cancel();
+    /// Waits at most `limit` for the pass under way, if there is one: it reports before this
+    /// returns or, if the window server is slower, when it ends.
+    void waitFor(Scheduler::Duration limit) { m_pass.waitFor(limit); }
 
     /// The desktop has changed: asks for another pass after the one under way, if there is one,
     /// since it may have missed the change.

@@ -76,6 +76,46 @@ TEST_F(QtSchedulerTest, Delayed_work_runs_once_and_not_before_its_time)
     EXPECT_EQ(runs, 1);
 }
 
+TEST_F(QtSchedulerTest, Waiting_for_background_work_delivers_its_result_once)
+{
+    std::binary_semaphore gate(0);
+    int deliveries = 0;
+    TaskHandle task = scheduler.inBackground(
+        [&](const std::stop_token&) {
+            gate.acquire();
+            return 7;
+        },
+        [&](int result) {
+            EXPECT_EQ(result, 7);
+            ++deliveries;
+            // As whoever keeps the handle until the result is there does.
+            task.reset();
+        });
+    task->waitFor(1ms);
+    EXPECT_EQ(deliveries, 0) << "stuck work holds up nobody beyond the limit";
+
+    gate.release();
+    task->waitFor(1h);
+    EXPECT_EQ(deliveries, 1);
+    runDueEvents();
+    EXPECT_EQ(deliveries, 1);
+}
+
+TEST_F(QtSchedulerTest, Work_that_was_awaited_in_vain_is_delivered_when_it_ends)
+{
+    std::binary_semaphore gate(0);
+    int deliveries = 0;
+    const TaskHandle task = scheduler.inBackground(
+        [&](const std::stop_token&) {
+            gate.acquire();
+            return Done{};
+        },
+        [&](Done) { ++deliveries; });
+    task->waitFor(1ms);
+    gate.release();
+    EXPECT_TRUE(eventually([&] { return deliveries == 1; }));
+}
+
 TEST_F(QtSchedulerTest, A_repeating_timer_ticks_until_its_handle_goes)
 {
     int ticks = 0;
