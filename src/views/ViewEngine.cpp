@@ -5,12 +5,16 @@
 #include "store/WindowStore.h"
 #include "views/ViewTypes.h"
 #include "views/appearance/DesktopAppearance.h"
+#include "views/appearance/FontLoading.h"
 #include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
+#include "views/scene/WaterfallView.h"
 #include "views/windows/AppIconProvider.h"
 #include "views/windows/PreviewResolution.h"
 
-#include <QQmlApplicationEngine>
+#include <QCoreApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QQuickWindow>
 
 #include <utility>
@@ -18,6 +22,8 @@
 namespace kelpa {
 
 namespace {
+
+const QUrl mainFile(QStringLiteral("qrc:/qt/qml/Kelpa/Board/Main.qml"));
 
 ViewSettings* viewSettings(QQmlEngine& engine)
 {
@@ -29,6 +35,43 @@ ViewSettings* viewSettings(QQmlEngine& engine)
 QQuickItem* popups(const QQuickWindow& window)
 {
     return window.property("overlay").value<QQuickItem*>();
+}
+
+/// How many cards of windows are shown below an item.
+int shownWindowCards(const QQuickItem& item)
+{
+    if (!item.isVisible())
+        return 0;
+    // No other type has this property.
+    int count = item.property("previewMessage").isValid() ? 1 : 0;
+    const QList<QQuickItem*> children = item.childItems();
+    for (const QQuickItem* const child : children)
+        count += shownWindowCards(*child);
+    return count;
+}
+
+/// Logs what the first frame shows, once all items are in place and before they are drawn.
+void logFirstFrame(QQuickWindow& window)
+{
+    if (!logViews().isDebugEnabled())
+        return;
+    QObject::connect(
+        &window, &QQuickWindow::afterAnimating, &window,
+        [&window] {
+            qCDebug(logViews, "first frame shows %d windows",
+                    shownWindowCards(*window.contentItem()));
+        },
+        static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
+}
+
+/// Creates the items of the rows in view. Otherwise they are created when the first frame is due.
+void layOut(QQuickItem& item)
+{
+    if (auto* const view = qobject_cast<WaterfallView*>(&item); view != nullptr)
+        view->layOut();
+    const QList<QQuickItem*> children = item.childItems();
+    for (QQuickItem* const child : children)
+        layOut(*child);
 }
 
 /// Follows the store's windows as long as `context` lives.
@@ -54,6 +97,7 @@ struct ViewEngine::Parts
             std::make_unique<AppIconProvider>(applications, iconWindows, std::move(iconReaders));
         // The engine takes ownership of its image providers.
         engine.addImageProvider(AppIconProvider::name(), provider.release());
+        ahead.loadUrl(mainFile, QQmlComponent::Asynchronous);
     }
 
     WindowStore& store;
@@ -65,8 +109,13 @@ struct ViewEngine::Parts
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     bool isOccluded = false;
-    QQmlApplicationEngine engine;
-    /// Destroyed before the window, which the engine owns.
+    QQmlEngine engine;
+    /// Has the engine's thread read all types that the window needs, while this one does what else
+    /// there is to do before it needs them.
+    QQmlComponent ahead{&engine};
+    /// Null before `load`. Destroyed before the engine.
+    std::unique_ptr<QObject> root;
+    /// Destroyed before the window.
     std::unique_ptr<BoardInput> input;
 };
 
@@ -80,9 +129,9 @@ ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
 
 ViewEngine::~ViewEngine() = default;
 
-bool ViewEngine::show()
+bool ViewEngine::load()
 {
-    QQmlApplicationEngine& engine = m_parts->engine;
+    QQmlEngine& engine = m_parts->engine;
     auto* const settings = viewSettings(engine);
     if (settings == nullptr)
         return false;
@@ -94,18 +143,30 @@ bool ViewEngine::show()
     m_parts->desktopAppearance = std::make_unique<DesktopAppearance>(
         *settings, m_parts->options.appearance, m_parts->options.isReducingMotion);
 
-    engine.setInitialProperties(
-        {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}});
-    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Board/Main.qml")));
+    // The engine's thread has this one register the modules with C++ types.
+    loadFonts(*settings, [] { QCoreApplication::processEvents(); });
+    // Waits for the types that are not read yet.
+    QQmlComponent file(&engine, mainFile, QQmlComponent::PreferSynchronous);
+    m_parts->root.reset(file.createWithInitialProperties(
+        {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}}));
+    for (const QQmlError& error : file.errors())
+        qWarning("%s", qPrintable(error.toString()));
     QQuickWindow* const board = window();
     qCDebug(logViews, "views %s", board == nullptr ? "failed to load" : "loaded");
     if (board == nullptr || popups(*board) == nullptr)
         return false;
     board->installEventFilter(this);
     new PreviewResolution(m_parts->store, *board->contentItem());
+    return true;
+}
 
+bool ViewEngine::show()
+{
+    if (window() == nullptr && !load())
+        return false;
+    logFirstFrame(*window());
     connect(
-        board, &QQuickWindow::frameSwapped, this,
+        window(), &QQuickWindow::frameSwapped, this,
         [this] {
             qCDebug(logViews, "first frame shown");
             takeKeys();
@@ -113,7 +174,9 @@ bool ViewEngine::show()
         },
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     // Maximised, the window's frame takes the usable area, whatever the window manager adds to it.
-    board->showMaximized();
+    window()->showMaximized();
+    // Meanwhile the window manager places the window.
+    layOut(*window()->contentItem());
     return true;
 }
 
@@ -172,8 +235,7 @@ void ViewEngine::updateSeen()
 
 QQuickWindow* ViewEngine::window() const
 {
-    const QList<QObject*> roots = m_parts->engine.rootObjects();
-    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.front());
+    return qobject_cast<QQuickWindow*>(m_parts->root.get());
 }
 
 } // namespace kelpa

@@ -39,8 +39,10 @@ public:
                Options options);
     ~ViewEngine() override;
 
-    /// Makes the window and shows it, filling the usable area of its screen. False when the
-    /// interface could not be loaded.
+    /// Makes the window, without showing it. False when the interface could not be loaded.
+    bool load();
+    /// Shows the window, filling the usable area of its screen; makes it unless `load` has. False
+    /// when the interface could not be loaded.
     bool show();
 
     /// Whether the interface says that a double tap of Command brings Kelpa forward; at first it
@@ -49,7 +51,7 @@ public:
 
     /// Follows this setting of the desktop from now on, unless the options have fixed its value.
     /// Several settings of motion may be followed: one that asks to reduce it is enough. Called
-    /// after `show`; the setting outlives this object.
+    /// after `load`; the setting outlives this object.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
 
@@ -62,7 +64,7 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    /// The board's window; null before `show`.
+    /// The board's window; null before `load`.
     QQuickWindow* window() const;
 
 Q_SIGNALS:

@@ -1,6 +1,7 @@
 #include "views/ViewEngine.h"
 
 #include "platform/qt/WorkerPool.h"
+#include "support/LogRecorder.h"
 #include "support/StoreFixture.h"
 #include "views/board/BoardController.h"
 #include "views/windows/AppIconProvider.h"
@@ -49,6 +50,27 @@ TEST_F(ViewEngineTest, The_first_frame_of_the_window_fills_the_usable_area)
     ASSERT_TRUE(view.show());
     EXPECT_EQ(view.window()->windowStates(), Qt::WindowMaximized);
     EXPECT_EQ(view.window()->frameGeometry(), view.window()->screen()->availableGeometry());
+}
+
+TEST_F(ViewEngineTest, The_first_frame_shows_the_windows_that_were_found_while_the_views_loaded)
+{
+    desktop.addWindow(1, 1000, QStringLiteral("Letter"));
+    desktop.addWindow(2, 2000, QStringLiteral("Invoice"));
+    store().discoverAhead();
+    ASSERT_TRUE(view.load());
+    EXPECT_FALSE(shows(QStringLiteral("Letter")));
+    store().awaitWindows(50ms);
+    const LogRecorder log(QStringLiteral("kelpa.views"));
+    ASSERT_TRUE(view.show());
+    bool areShown = false;
+    // All items are in place, and about to be drawn.
+    QObject::connect(
+        view.window(), &QQuickWindow::afterAnimating, &view,
+        [&] { areShown = shows(QStringLiteral("Letter")) && shows(QStringLiteral("Invoice")); },
+        static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
+    ASSERT_TRUE(QSignalSpy(&view, &ViewEngine::boardShown).wait());
+    EXPECT_TRUE(areShown);
+    EXPECT_EQ(log.messages().first(), QStringLiteral("first frame shows 2 windows"));
 }
 
 TEST_F(ViewEngineTest, Keys_do_nothing_before_the_board_has_been_drawn)

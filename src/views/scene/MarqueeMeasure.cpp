@@ -39,8 +39,16 @@ int MarqueeMeasure::passTime() const
     return static_cast<int>(std::lround(m_motion.seconds * millisecondsPerSecond));
 }
 
+void MarqueeMeasure::componentComplete()
+{
+    m_isComplete = true;
+    measure();
+}
+
 void MarqueeMeasure::measure()
 {
+    if (!m_isComplete)
+        return;
     const double width = std::ceil(QFontMetricsF(m_font).horizontalAdvance(m_text));
     if (m_textWidth == width)
         return;

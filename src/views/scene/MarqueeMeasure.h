@@ -5,15 +5,18 @@
 
 #include <QFont>
 #include <QObject>
+#include <QQmlParserStatus>
 #include <QString>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
 
-/// Lengths in points. Main thread.
-class MarqueeMeasure : public QObject
+/// Lengths in points. Main thread. Within QML, measures only once it has both its text and its
+/// font: another font would have to be loaded first.
+class MarqueeMeasure : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
 
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged FINAL)
@@ -49,6 +52,9 @@ public:
     double gap() const { return marqueeGap; }
     int passTime() const;
 
+    void classBegin() override { m_isComplete = false; }
+    void componentComplete() override;
+
 Q_SIGNALS:
     void textChanged();
     void fontChanged();
@@ -65,6 +71,7 @@ private:
     double m_availableWidth = 0;
     double m_textWidth = 0;
     MarqueeMotion m_motion;
+    bool m_isComplete = true;
 };
 
 } // namespace kelpa

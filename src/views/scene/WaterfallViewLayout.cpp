@@ -58,8 +58,10 @@ void WaterfallView::updateGeometry()
 
 WaterfallView::Transition WaterfallView::transition() const
 {
-    return !m_isFirstPass && m_motionTime > 0 && isVisible() ? Transition::animated
-                                                             : Transition::immediate;
+    // Before its window is on the screen, nobody has seen an item in its place.
+    const bool isSeen = isVisible() && window() != nullptr && window()->isExposed();
+    return !m_isFirstPass && m_motionTime > 0 && isSeen ? Transition::animated
+                                                        : Transition::immediate;
 }
 
 /// Rows that move into or out of the visible range are seen on their way.
