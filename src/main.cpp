@@ -6,6 +6,7 @@
 #include "app/SingleInstance.h"
 #include "app/ToolkitArguments.h"
 #include "platform/freedesktop/toolkit/ToolkitBuses.h"
+#include "platform/qt/FontThreads.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
@@ -13,12 +14,12 @@
 #include "platform/x11/connection/DisplayConnector.h"
 
 #include <QGuiApplication>
-#include <QIcon>
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -148,10 +149,12 @@ int main(int argc, char** argv)
     if (system.isX11 && !system.display.isEmpty())
         qputenv("DISPLAY", system.display);
     ToolkitArguments toolkitArguments(argc, argv, system);
+    // May write the environment, which the threads of the fonts read.
     ToolkitBuses toolkitBuses(buses);
+    std::jthread fontCaches = readFontCaches();
     QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
     toolkitBuses.connectToolkit();
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
+    const std::jthread fontList = readFontList(std::move(fontCaches));
     // The toolkit has removed its own options.
     const CommandLine line = readCommandLine(QCoreApplication::arguments());
     if (!line.error.isEmpty()) {

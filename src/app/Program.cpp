@@ -12,15 +12,23 @@
 
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQuickWindow>
 #include <QSessionManager>
 
+#include <chrono>
 #include <cstdlib>
 #include <utility>
 
 namespace kelpa {
 
 namespace {
+
+/// How long the first frame may wait for the windows once the views are loaded. The first discovery
+/// pass runs while they load and has usually ended long before: it takes 10 ms over two hundred
+/// windows. Nobody sees a board that comes three frames later, and a window server that hangs must
+/// not hold it back for longer: its windows follow on a board that is there.
+constexpr std::chrono::milliseconds firstWindowsLimit{50};
 
 /// The next session restarts the program, from its present path, with this board.
 void setRestartCommand(QSessionManager& session, const QString& boardPath)
@@ -43,6 +51,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
               .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))}),
       m_doubleTap(m_desktop.globalKeys())
 {
+    m_store.discoverAhead();
     m_desktop.setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
     connect(&m_view, &ViewEngine::boardShown, this, &Program::startAfterFirstFrame);
     connect(&m_doubleTap, &GlobalDoubleTap::isAvailableChanged, this,
@@ -70,6 +79,9 @@ int Program::run(TerminationSignals& signals)
 
 bool Program::show()
 {
+    if (!m_view.load())
+        return false;
+    m_store.awaitWindows(firstWindowsLimit);
     if (!m_view.show())
         return false;
     QQuickWindow& window = *m_view.window();
@@ -96,7 +108,8 @@ bool Program::show()
 
 void Program::startAfterFirstFrame()
 {
-    // Puts the board on the screen before the desktop is queried for the first time.
+    // Drawing it takes longer than anyone sees a window without one.
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
     m_buses.whenSessionAnswers([this] {
         m_view.followAppearance(m_desktop.appearanceOfPortal());
         m_view.followMotion(m_desktop.motionOfPortal());

@@ -30,17 +30,10 @@
 #include <QDir>
 #include <QIcon>
 
-#include <chrono>
 #include <optional>
 #include <utility>
 
 namespace kelpa {
-
-namespace {
-
-constexpr std::chrono::milliseconds firstTrustCheckLimit{100};
-
-} // namespace
 
 struct X11Desktop::Parts
 {
@@ -112,20 +105,13 @@ struct X11Desktop::Parts
     x11::X11OwnWindow ownWindow;
     x11::X11MotionSetting motionOnDisplay;
     PortalSettings portal;
-    TaskHandle firstTrustCheck;
 };
 
 X11Desktop::X11Desktop(Scheduler& scheduler, const QString& stateFolder,
                        const std::set<WindowID>& assigned)
     : m_parts(std::make_unique<Parts>(scheduler, stateFolder, assigned))
 {
-    m_parts->firstTrustCheck = scheduler.inBackgroundAndWait(
-        firstTrustCheckLimit,
-        [&server = m_parts->windowServer](const std::stop_token&) {
-            server.refreshTrust();
-            return Done{};
-        },
-        [](Done) {});
+    m_parts->windowServer.assumeTrust();
 }
 
 X11Desktop::~X11Desktop() = default;

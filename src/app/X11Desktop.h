@@ -24,8 +24,7 @@ class X11Desktop
 {
 public:
     /// `stateFolder` holds state that outlives a session; `assigned` are the windows that the board
-    /// has assignments for. `scheduler` outlives this object. Waits at most 100 ms for the display,
-    /// so that the board does not begin with a banner about permissions that are not known yet.
+    /// has assignments for. `scheduler` outlives this object.
     X11Desktop(Scheduler& scheduler, const QString& stateFolder,
                const std::set<WindowID>& assigned);
     ~X11Desktop();

@@ -143,8 +143,8 @@ void WindowStore::startObserving()
 {
     if (m_parts->observation)
         return;
-    // The first pass may still be under way on a slow window server, and reports what there is; what
-    // has changed since it began is for the next one.
+    // The first pass may still be under way on a slow window server, and reports what there is;
+    // what has changed since it began is for the next one.
     if (m_parts->isPassAhead)
         m_parts->passes.requestRerun();
     else

@@ -29,7 +29,7 @@ LiveBoard::LiveBoard(const QByteArray& display, Scheduler& scheduler,
       m_pager(m_connector, [this](WindowID number) { return m_server.clientWindow(number); }),
       m_applications(display, m_pager, m_serverTime, m_startupIDs, m_applicationIcons, m_launcher)
 {
-    m_server.refreshTrust();
+    m_server.openDiscoverySource();
     openStore();
 }
 

@@ -70,9 +70,10 @@ public:
     [[nodiscard]] std::unique_ptr<Subscription>
     watchWindows(std::function<void()> changed) override;
 
-    /// Checks again whether a window manager runs, without reading windows. Any thread but the main
-    /// one: it waits for the server.
-    void refreshTrust();
+    /// Assumes that windows can be listed and captured, as on nearly every display, until the first
+    /// discovery pass ends: what is not known yet is not to be reported as missing. To be called
+    /// before that pass.
+    void assumeTrust();
     /// May outlive this object.
     std::shared_ptr<const DesktopTrust> trust() const { return m_trust; }
 
@@ -97,7 +98,8 @@ private:
     };
 
     bool connect();
-    void publishTrust(bool hasWindowManager);
+    /// A window manager runs and maintains a list.
+    void publishTrust();
     void updateNumberWriter(RootReading& root);
     std::vector<ClientWindow> numbered(ClientsReading clients, const RootReading& root);
     /// The sighting, without the tag of a window that cannot be the one that got it.

@@ -32,7 +32,7 @@ TEST_F(WindowServerOnDisplay, Without_a_discovery_pass_nothing_is_trusted)
     // That does not mean that anything is missing.
     EXPECT_EQ(server->screenCaptureObstacle(), std::nullopt);
     EXPECT_EQ(windowActions.accessibilityObstacle(), std::nullopt);
-    server->refreshTrust();
+    server->openDiscoverySource();
     EXPECT_EQ(server->screenCaptureObstacle(), Obstacle::windowManager);
     EXPECT_EQ(windowActions.accessibilityObstacle(), Obstacle::windowManager);
 }
@@ -68,7 +68,7 @@ TEST_F(WindowServerOnDisplay, Trust_goes_and_comes_with_the_window_manager)
     EXPECT_FALSE(windowActions.isTrusted());
 
     manager.emplace(xServer.display());
-    server->refreshTrust();
+    server->openDiscoverySource();
     EXPECT_TRUE(server->isScreenCaptureTrusted());
     EXPECT_TRUE(windowActions.isTrusted());
     EXPECT_TRUE(server->openDiscoverySource()->windowList(WindowListScope::all).has_value());
@@ -79,7 +79,7 @@ TEST_F(WindowServerOnDisplay, A_hint_that_names_a_strangers_window_is_not_believ
     TestClient client(xServer.display());
     const xcb_window_t window = client.create({});
     client.setWindows(client.root(), "_NET_SUPPORTING_WM_CHECK", {window});
-    server->refreshTrust();
+    server->openDiscoverySource();
     EXPECT_FALSE(server->isScreenCaptureTrusted());
 }
 
@@ -138,7 +138,7 @@ TEST_F(WindowServerOnDisplay, A_pass_is_logged_with_its_cost_and_without_titles)
 
 TEST_F(WindowServerOnDisplay, A_pass_that_finds_no_list_of_windows_is_logged_with_the_reason)
 {
-    server->refreshTrust();
+    server->openDiscoverySource();
     const LogRecorder log(QStringLiteral("kelpa.x11.discovery"));
     server->openDiscoverySource();
     EXPECT_EQ(log.messages().last(),
