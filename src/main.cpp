@@ -63,12 +63,24 @@ SecondaryStart activatePrimaryKelpa(const CommandLine& line, const QByteArray& s
     return start;
 }
 
+void reportSilentBuses(const BusStates& states)
+{
+    if (states.session == BusState::silent) {
+        std::fprintf(stderr, "kelpa: the session bus does not reply: until it does, the board does "
+                             "without it, and starting Kelpa again will not bring it forward; an "
+                             "input method that needs the bus is there at the next start\n");
+    }
+    if (states.accessibility == BusState::silent)
+        std::fprintf(stderr, "kelpa: the accessibility bus does not reply: until it does, no "
+                             "screen reader can read the board\n");
+}
+
 int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,
         SecondaryStart start, BusWatch& buses, TerminationSignals& signals)
 {
     QtScheduler scheduler;
     SingleInstance single(line.settingsPath, scheduler);
-    const bool isBusSilent = buses.isSessionSilent();
+    const bool isBusSilent = buses.states().session == BusState::silent;
     const bool isNameTaken = !isBusSilent && !single.claim();
     if (isNameTaken && !start.isNameForeign) {
         // Another start may have been faster than this one.
@@ -91,12 +103,7 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
                      "again will not bring this board forward\n",
                      qPrintable(busNameOfBoard(line.settingsPath)));
     }
-    if (isBusSilent) {
-        std::fprintf(stderr, "kelpa: the session bus does not reply: until it does, starting Kelpa "
-                             "again will not bring this board forward, and the board does without "
-                             "screen readers, the desktop's settings and input methods that need "
-                             "the bus; the latter until Kelpa is started again\n");
-    }
+    reportSilentBuses(buses.states());
     if (isBusSilent || isNameTaken)
         buses.whenSessionAnswers([&single] { single.claimWhenFree(); });
     WriteBehindSettings settings(std::move(file));

@@ -15,7 +15,7 @@ namespace kelpa {
 namespace {
 
 /// A board that waits longer for a silent bus seems not to start.
-constexpr std::chrono::milliseconds connectLimit{700};
+constexpr std::chrono::milliseconds connectLimit{500};
 constexpr std::chrono::milliseconds ownerLimit{500};
 
 gboolean noteInterruption(int, GIOCondition, void* isInterrupted)

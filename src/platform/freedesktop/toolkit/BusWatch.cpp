@@ -265,9 +265,11 @@ BusWatch::~BusWatch() = default;
 
 BusStates BusWatch::await()
 {
-    const BusStates states = m_worker->await();
-    m_isSessionSilent = states.session == BusState::silent;
-    return states;
+    const auto begin = Clock::now();
+    m_states = m_worker->await();
+    qCDebug(logBus, "waited %.1f ms for the buses",
+            std::chrono::duration<double, std::milli>(Clock::now() - begin).count());
+    return m_states;
 }
 
 QString BusWatch::standInAddress() const
@@ -278,7 +280,7 @@ QString BusWatch::standInAddress() const
 
 void BusWatch::whenSessionAnswers(std::function<void()> answered)
 {
-    if (m_isSessionSilent)
+    if (m_states.session == BusState::silent)
         m_sessionAnswered.push_back(std::move(answered));
     else
         answered();
@@ -302,10 +304,11 @@ bool BusWatch::event(QEvent* event)
     };
     switch (static_cast<int>(event->type())) {
     case sessionAnsweredEvent:
-        m_isSessionSilent = false;
+        m_states.session = BusState::answers;
         call(m_sessionAnswered);
         return true;
     case accessibilityAnsweredEvent:
+        m_states.accessibility = BusState::answers;
         call(m_accessibilityAnswered);
         return true;
     default:

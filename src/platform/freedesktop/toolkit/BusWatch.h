@@ -42,7 +42,7 @@ struct BusWatchOptions
     bool isAccessibilityWanted = false;
     /// From the start of the watch. A healthy bus answers within a few milliseconds, one of a busy
     /// machine within a tenth of a second; a board that waits longer than this seems not to start.
-    std::chrono::milliseconds limit{700};
+    std::chrono::milliseconds limit{500};
 
     /// Those of the environment.
     static BusWatchOptions ofSession();
@@ -60,8 +60,8 @@ public:
     /// The answers. Waits for them until the limit; what has not answered by then is silent.
     BusStates await();
 
-    /// After `await`: whether the session bus has not answered yet.
-    bool isSessionSilent() const { return m_isSessionSilent; }
+    /// After `await`: what has answered by now.
+    const BusStates& states() const { return m_states; }
 
     /// After `await`, where something is silent: the address of a stand-in for the session bus,
     /// which answers at once; empty where it could not be offered. It knows one service, that of
@@ -86,7 +86,7 @@ protected:
 private:
     class Worker;
 
-    bool m_isSessionSilent = false;
+    BusStates m_states;
     std::vector<std::function<void()>> m_sessionAnswered;
     std::vector<std::function<void()>> m_accessibilityAnswered;
     std::unique_ptr<Worker> m_worker;
