@@ -73,6 +73,9 @@ void reportSilentBuses(const BusStates& states)
     if (states.accessibility == BusState::silent)
         std::fprintf(stderr, "kelpa: the accessibility bus does not reply: until it does, no "
                              "screen reader can read the board\n");
+    if (states.inputMethod == BusState::silent)
+        std::fprintf(stderr, "kelpa: the input method does not reply: it is there at the next "
+                             "start\n");
 }
 
 int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,

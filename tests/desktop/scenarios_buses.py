@@ -5,7 +5,7 @@ import subprocess
 import board as boards
 import settings
 from board import TODO
-from input_methods import Chewing
+from input_methods import Chewing, Hangul
 from kelpa import Kelpa
 from processes import find, stopped, wait_until
 
@@ -118,6 +118,11 @@ def an_accessibility_bus_that_continues_has_the_board(desktop, binary):
     for stopped_one in (_accessibility_bus, _registry, _service):
         kelpa, _ = _is_accessible_after(desktop, binary, stopped_one(desktop))
         kelpa.quit()
+
+
+def beside_a_stopped_input_method_the_board_is_used_and_ends(desktop, binary):
+    method = Hangul(desktop)
+    _runs_beside(desktop, binary, find("ibus-daemon"), env=method.env)
 
 
 def an_input_method_is_used_beside_a_stopped_accessibility_bus(desktop, binary):

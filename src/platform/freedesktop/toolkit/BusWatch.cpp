@@ -4,6 +4,7 @@
 #include "platform/freedesktop/bus/AsyncBus.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
 #include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/toolkit/IbusAddress.h"
 #include "platform/freedesktop/toolkit/SessionBusStandIn.h"
 
 #include <QByteArray>
@@ -65,6 +66,7 @@ BusWatchOptions BusWatchOptions::ofSession()
     BusWatchOptions options;
     options.sessionAddress = sessionBusAddress().toStdString();
     options.accessibilityAddress = qgetenv("AT_SPI_BUS_ADDRESS").toStdString();
+    options.inputMethodAddress = ibusAddress().toStdString();
     options.isAccessibilityWanted = !options.accessibilityAddress.empty() ||
                                     qEnvironmentVariableIsSet("QT_LINUX_ACCESSIBILITY_ALWAYS_ON");
     return options;
@@ -108,6 +110,7 @@ private:
     void run(const std::stop_token& stop);
     void askSession(AsyncBus& session, AsyncBus& accessibility);
     void askAccessibility(AsyncBus& accessibility, const std::string& address);
+    void askInputMethod(AsyncBus& inputMethod);
     void decide();
     void report();
 
@@ -124,6 +127,7 @@ private:
     // Used on the worker's thread only. Absent while there is no answer.
     std::optional<BusState> m_session;
     std::optional<BusState> m_accessibility;
+    std::optional<BusState> m_inputMethod;
     bool m_isSwitchedOn;
     BusStates m_reported;
 
@@ -141,14 +145,17 @@ void BusWatch::Worker::run(const std::stop_token& stop)
     {
         AsyncBus session;
         AsyncBus accessibility;
+        AsyncBus inputMethod;
         askSession(session, accessibility);
         if (!m_options.accessibilityAddress.empty())
             askAccessibility(accessibility, m_options.accessibilityAddress);
+        askInputMethod(inputMethod);
         bool isDecided = false;
         while (!stop.stop_requested()) {
             if (isDecided) {
                 report();
-            } else if ((m_session && m_accessibility) || Clock::now() >= deadline) {
+            } else if ((m_session && m_accessibility && m_inputMethod) ||
+                       Clock::now() >= deadline) {
                 decide();
                 isDecided = true;
             }
@@ -220,12 +227,24 @@ void BusWatch::Worker::askAccessibility(AsyncBus& accessibility, const std::stri
     });
 }
 
+void BusWatch::Worker::askInputMethod(AsyncBus& inputMethod)
+{
+    if (m_options.inputMethodAddress.empty()) {
+        m_inputMethod = BusState::absent;
+        return;
+    }
+    inputMethod.open(m_options.inputMethodAddress, noLimit, [this](bool isOpen) {
+        m_inputMethod = isOpen ? BusState::answers : BusState::absent;
+    });
+}
+
 void BusWatch::Worker::decide()
 {
     const BusStates states{.session = m_session.value_or(BusState::silent),
-                           .accessibility = m_accessibility.value_or(BusState::silent)};
-    qCDebug(logBus, "the session bus %s, the accessibility bus %s", describe(states.session),
-            describe(states.accessibility));
+                           .accessibility = m_accessibility.value_or(BusState::silent),
+                           .inputMethod = m_inputMethod.value_or(BusState::silent)};
+    qCDebug(logBus, "the session bus %s, the accessibility bus %s, that of the input method %s",
+            describe(states.session), describe(states.accessibility), describe(states.inputMethod));
     m_reported = states;
     if (states.session == BusState::silent || states.accessibility == BusState::silent)
         m_standIn = std::make_unique<SessionBusStandIn>();

@@ -28,6 +28,8 @@ struct BusStates
     /// Of all that the toolkit calls: the service that knows the accessibility bus, that bus, and
     /// the registry on it.
     BusState accessibility = BusState::absent;
+    /// Of the input method, where it has a bus of its own.
+    BusState inputMethod = BusState::absent;
 
     friend bool operator==(const BusStates&, const BusStates&) = default;
 };
@@ -38,6 +40,7 @@ struct BusWatchOptions
     /// is asked for it.
     std::string sessionAddress;
     std::string accessibilityAddress;
+    std::string inputMethodAddress;
     /// The person wants accessibility whatever the desktop's setting says.
     bool isAccessibilityWanted = false;
     /// From the start of the watch. A healthy bus answers within a few milliseconds, one of a busy
@@ -63,9 +66,10 @@ public:
     /// After `await`: what has answered by now.
     const BusStates& states() const { return m_states; }
 
-    /// After `await`, where something is silent: the address of a stand-in for the session bus,
-    /// which answers at once; empty where it could not be offered. It knows one service, that of
-    /// the accessibility bus, and says that accessibility is switched off.
+    /// After `await`, where the session bus or the accessibility bus is silent: the address of a
+    /// stand-in for the session bus, which answers at once; empty where it could not be offered. It
+    /// knows one service, that of the accessibility bus, and says that accessibility is switched
+    /// off.
     QString standInAddress() const;
 
     /// Calls `answered` when the session bus answers that was silent at first; at once unless it

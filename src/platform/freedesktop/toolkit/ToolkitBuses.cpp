@@ -12,6 +12,7 @@ namespace {
 // takes that one and does not connect.
 const QString sessionConnection = QStringLiteral("qt_default_session_bus");
 const QString accessibilityConnection = QStringLiteral("a11y");
+const QString inputMethodConnection = QStringLiteral("QIBusProxy");
 
 /// An address at which a connection fails at once.
 const QString nowhere = QStringLiteral("unix:path=/dev/null");
@@ -28,6 +29,8 @@ Diversion diversionFor(const BusStates& states)
 ToolkitBuses::ToolkitBuses(BusWatch& buses)
     : m_buses(buses), m_diversion(diversionFor(buses.await()))
 {
+    if (buses.states().inputMethod == BusState::silent)
+        QDBusConnection::connectToBus(nowhere, inputMethodConnection);
     if (m_diversion == Diversion::nothing)
         return;
     QString standIn = m_buses.standInAddress();

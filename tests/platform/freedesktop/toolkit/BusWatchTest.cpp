@@ -27,6 +27,7 @@ BusWatchOptions options(const PrivateBus& session, std::chrono::milliseconds lim
 {
     return {.sessionAddress = session.address().toStdString(),
             .accessibilityAddress = {},
+            .inputMethodAddress = {},
             .isAccessibilityWanted = true,
             .limit = limit};
 }
@@ -162,6 +163,22 @@ TEST(BusWatch, The_stand_in_has_an_accessibility_bus_once_that_is_announced)
     EXPECT_FALSE(isEnabled());
     EXPECT_TRUE(isEnabled());
     QDBusConnection::disconnectFromBus(name);
+}
+
+TEST(BusWatch, A_stopped_input_method_is_silent_and_the_rest_is_not)
+{
+    PrivateBus session;
+    PrivateBus inputMethod;
+    BusWatchOptions both = options(session, longLimit);
+    both.inputMethodAddress = inputMethod.address().toStdString();
+    BusWatch beforehand(both);
+    EXPECT_EQ(beforehand.await(),
+              (BusStates{BusState::answers, BusState::absent, BusState::answers}));
+    inputMethod.freeze();
+    both.limit = shortLimit;
+    BusWatch watch(both);
+    EXPECT_EQ(watch.await(), (BusStates{BusState::answers, BusState::absent, BusState::silent}));
+    inputMethod.thaw();
 }
 
 TEST(BusWatch, Ends_while_a_bus_is_silent)
