@@ -16,6 +16,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <QResizeEvent>
 
 #include <utility>
 
@@ -175,7 +176,10 @@ bool ViewEngine::show()
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     // Maximised, the window's frame takes the usable area, whatever the window manager adds to it.
     window()->showMaximized();
-    // Meanwhile the window manager places the window.
+    // While the window manager places the window: its size is as yet that of the window when it is
+    // no longer maximised, which its items do not know before they are told.
+    QResizeEvent resize(window()->size(), window()->size());
+    QCoreApplication::sendEvent(window(), &resize);
     layOut(*window()->contentItem());
     return true;
 }

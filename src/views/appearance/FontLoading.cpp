@@ -3,6 +3,9 @@
 #include "views/appearance/ViewSettings.h"
 
 #include <QFont>
+#include <QFontInfo>
+#include <QGlyphRun>
+#include <QList>
 #include <QTextLayout>
 
 #include <vector>
@@ -35,13 +38,18 @@ std::vector<FirstFont> firstFonts()
     };
 }
 
-/// Text is laid out as an item of the views would.
+/// Asks for all that an item of the views will: the font itself, which the toolkit loads for each
+/// script, the places of the letters, and how far each extends.
 void layOut(const QString& text, const QFont& font)
 {
+    QFontInfo(font).weight();
     QTextLayout layout(text, font);
     layout.beginLayout();
     layout.createLine();
     layout.endLayout();
+    const QList<QGlyphRun> runs = layout.glyphRuns();
+    for (const QGlyphRun& run : runs)
+        run.boundingRect();
 }
 
 } // namespace
