@@ -1,15 +1,24 @@
 // Measures the time from starting the program to the first frame in its window, for Kelpa and for
-// an empty Qt Quick window, alternating on one display with a window manager: warm, and cold where
-// the system allows dropping the file cache. Measured from outside: the X server reports when a
-// window has been drawn to (damage).
+// an empty Qt Quick window, alternating on one display with a window manager and other programs'
+// windows: warm, and cold where the system allows dropping the file cache. Measured from outside:
+// the X server reports when a window has been drawn to (damage). Each start of Kelpa is compared
+// with that of the empty window just before it, so that a busy machine slows both. Says first how
+// many windows Kelpa's first frame shows, which it logs.
+//
+// Usage: startup_bench [ROUNDS [PROGRAM...]], where the programs are builds of Kelpa to compare.
 
 #include "bench/store/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "platform/x11/connection/XcbConnection.h"
 #include "store/board/BoardPersistence.h"
 #include "support/desktop/Programs.h"
+#include "support/desktop/TestClient.h"
+#include "support/desktop/WaitUntil.h"
 
 #include <QCoreApplication>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <xcb/damage.h>
@@ -23,7 +32,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <iterator>
 #include <optional>
+#include <ranges>
 #include <vector>
 
 namespace kelpa::bench {
@@ -34,8 +46,9 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 using x11::XcbConnection;
 using x11::XcbEvent;
 
-constexpr int warmRounds = 15;
-constexpr int coldRounds = 7;
+constexpr int defaultWarmRounds = 31;
+constexpr int coldRounds = 9;
+constexpr int windowCount = 9;
 constexpr auto deadline = std::chrono::seconds(20);
 
 /// Windows smaller than this are the toolkit's helpers.
@@ -117,7 +130,7 @@ std::optional<double> measure(FirstFrameWatch& watch, const QByteArray& display,
 
 struct Subject
 {
-    const char* name;
+    QString name;
     QString program;
     QStringList arguments;
     std::vector<double> times;
@@ -137,19 +150,38 @@ bool dropFileCache()
 
 enum class Start : std::uint8_t { cold, warm };
 
-void print(const char* heading, int rounds, std::vector<Subject>& subjects)
+struct Spread
 {
-    std::printf("%s start to first frame, %d rounds, milliseconds\n\n", heading, rounds);
-    std::printf("| %-32s | median |   best |  worst | ratio |\n", "");
-    std::printf("|----------------------------------|-------:|-------:|-------:|------:|\n");
-    double reference = 0;
-    for (Subject& subject : subjects) {
-        std::ranges::sort(subject.times);
-        const double median = subject.times[subject.times.size() / 2];
-        if (reference == 0)
-            reference = median;
-        std::printf("| %-32s | %6.1f | %6.1f | %6.1f | %5.2f |\n", subject.name, median,
-                    subject.times.front(), subject.times.back(), median / reference);
+    double lower = 0;
+    double median = 0;
+    double upper = 0;
+};
+
+Spread spreadOf(std::vector<double> values)
+{
+    std::ranges::sort(values);
+    const std::size_t last = values.size() - 1;
+    return {values[last / 4], values[last / 2], values[last - last / 4]};
+}
+
+void print(const char* heading, int rounds, const std::vector<Subject>& subjects)
+{
+    std::printf("%s start to first frame, %d rounds: milliseconds, and times the empty window\n\n",
+                heading, rounds);
+    std::printf("| %-32s | median | middle half     | ratio | middle half   |\n", "");
+    std::printf(
+        "|----------------------------------|-------:|-----------------|------:|---------------|"
+        "\n");
+    const std::vector<double> reference = subjects.front().times;
+    for (const Subject& subject : subjects) {
+        std::vector<double> ratios;
+        std::ranges::transform(subject.times, reference, std::back_inserter(ratios),
+                               std::divides<>());
+        const Spread time = spreadOf(subject.times);
+        const Spread ratio = spreadOf(ratios);
+        std::printf("| %-32s | %6.1f | %5.1f … %6.1f  | %5.2f | %4.2f … %5.2f  |\n",
+                    qPrintable(subject.name), time.median, time.lower, time.upper, ratio.median,
+                    ratio.lower, ratio.upper);
     }
     std::printf("\n");
     std::fflush(stdout);
@@ -169,7 +201,7 @@ bool measureAll(Start kind, int rounds, FirstFrameWatch& watch, const QByteArray
             const std::optional<double> time =
                 measure(watch, display, subject.program, subject.arguments);
             if (!time) {
-                std::fprintf(stderr, "no frame of %s\n", subject.name);
+                std::fprintf(stderr, "no frame of %s\n", qPrintable(subject.name));
                 return false;
             }
             if (round >= 0)
@@ -180,7 +212,44 @@ bool measureAll(Start kind, int rounds, FirstFrameWatch& watch, const QByteArray
     return true;
 }
 
-int run()
+/// How many windows Kelpa's first frame shows, as it logs itself; absent when it does not.
+std::optional<int> windowsInFirstFrame(const QByteArray& display, const Subject& subject)
+{
+    QProcess running;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(display));
+    variables.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("kelpa.views.debug=true"));
+    running.setProcessEnvironment(variables);
+    running.start(subject.program, subject.arguments);
+    QString log;
+    const QRegularExpression line(QStringLiteral("first frame shows (\\d+) windows"));
+    const auto end = Clock::now() + deadline;
+    std::optional<int> windows;
+    while (!windows && Clock::now() < end && running.state() != QProcess::NotRunning) {
+        running.waitForReadyRead(100);
+        log += QString::fromUtf8(running.readAllStandardError());
+        const QRegularExpressionMatch match = line.match(log);
+        if (match.hasMatch())
+            windows = match.captured(1).toInt();
+    }
+    running.kill();
+    running.waitForFinished();
+    return windows;
+}
+
+/// Programs' windows for the board, which are listed when this returns.
+void openWindows(test::TestClient& client)
+{
+    for (int number = 1; number <= windowCount; ++number) {
+        const QByteArray title = "Window " + QByteArray::number(number);
+        const xcb_window_t window = client.open({.title = title, .background = 0x204060});
+        if (!test::waitUntil([&] { return client.isListed(window); }))
+            qFatal("a window is not listed");
+    }
+}
+
+/// `kelpas` are programs to compare with one another.
+int run(int warmRounds, const QStringList& kelpas)
 {
     const QTemporaryDir folder;
     const QString emptyBoard = folder.filePath(QStringLiteral("empty.sqlite"));
@@ -189,14 +258,31 @@ int run()
 
     const test::XServer server;
     const test::WindowManager manager(server.display());
+    test::TestClient client(server.display());
+    openWindows(client);
     FirstFrameWatch watch(server.display());
-    const QString kelpa = QStringLiteral(KELPA_PROGRAM);
     const QString option = QStringLiteral("--settings");
-    const std::vector<Subject> subjects{
-        {"an empty Qt Quick window", QStringLiteral(EMPTY_PROGRAM), {}, {}},
-        {"Kelpa, new board", kelpa, {option, emptyBoard}, {}},
-        {"Kelpa, 50 goals with 500 todos", kelpa, {option, fullBoard}, {}},
-    };
+    std::vector<Subject> subjects{
+        {QStringLiteral("an empty Qt Quick window"), QStringLiteral(EMPTY_PROGRAM), {}, {}}};
+    for (const QString& kelpa : kelpas) {
+        const QString mark =
+            kelpa == kelpas.first() ? QString() : QStringLiteral(" (") + kelpa + u')';
+        subjects.push_back(
+            {QStringLiteral("Kelpa, new board") + mark, kelpa, {option, emptyBoard}, {}});
+        subjects.push_back({QStringLiteral("Kelpa, 50 goals with 500 todos") + mark,
+                            kelpa,
+                            {option, fullBoard},
+                            {}});
+    }
+    for (const Subject& subject : subjects | std::views::drop(1)) {
+        const std::optional<int> windows = windowsInFirstFrame(server.display(), subject);
+        if (windows)
+            std::printf("%s: the first frame shows %d of %d windows\n", qPrintable(subject.name),
+                        *windows, windowCount);
+        else
+            std::printf("%s: does not say what its first frame shows\n", qPrintable(subject.name));
+    }
+    std::printf("\n");
     const bool isMeasured =
         measureAll(Start::warm, warmRounds, watch, server.display(), subjects) &&
         measureAll(Start::cold, coldRounds, watch, server.display(), subjects);
@@ -212,5 +298,9 @@ int main(int argc, char** argv)
     qputenv("QT_QUICK_BACKEND", "software");
     qputenv("NO_AT_BRIDGE", "1");
     const QCoreApplication application(argc, argv);
-    return kelpa::bench::run();
+    const QStringList arguments = QCoreApplication::arguments();
+    const int rounds = arguments.value(1).toInt();
+    const QStringList kelpas =
+        arguments.size() > 2 ? arguments.mid(2) : QStringList{QStringLiteral(KELPA_PROGRAM)};
+    return kelpa::bench::run(rounds > 0 ? rounds : kelpa::bench::defaultWarmRounds, kelpas);
 }
