@@ -1,10 +1,27 @@
 #include "model/Text.h"
 
+#include <QList>
+#include <QStringView>
+#include <QTextBoundaryFinder>
+
 #include <algorithm>
 
 namespace kelpa {
 
 namespace {
+
+/// The most marks that a character keeps in a line. Hebrew and Tibetan need about half as many.
+constexpr int mostMarks = 10;
+
+constexpr QChar ellipsis = u'\u2026';
+
+// Characters that begin and end a part with a reading direction of its own.
+constexpr char16_t firstEmbedding = u'\u202a';
+constexpr char16_t lastEmbedding = u'\u202e';
+constexpr char16_t popEmbedding = u'\u202c';
+constexpr char16_t firstIsolate = u'\u2066';
+constexpr char16_t lastIsolate = u'\u2068';
+constexpr char16_t popIsolate = u'\u2069';
 
 /// `text` with U+FFFD in place of every unpaired surrogate.
 QString wellFormed(QString text)
@@ -22,6 +39,97 @@ QString wellFormed(QString text)
     return text;
 }
 
+bool splitsPair(const QString& text, qsizetype place)
+{
+    return text.at(place - 1).isHighSurrogate() && text.at(place).isLowSurrogate();
+}
+
+/// Whether a line shows something else in place of the character, or something after it.
+bool isSpecial(QChar character)
+{
+    switch (character.category()) {
+    case QChar::Other_Control:
+    case QChar::Other_Format:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+    case QChar::Mark_NonSpacing:
+    case QChar::Mark_Enclosing:
+    case QChar::Other_Surrogate:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Writes a line character by character.
+class LineWriter
+{
+public:
+    explicit LineWriter(qsizetype expectedLength) { m_line.reserve(expectedLength); }
+
+    void write(char32_t character)
+    {
+        switch (QChar::category(character)) {
+        case QChar::Other_Control:
+        case QChar::Separator_Line:
+        case QChar::Separator_Paragraph:
+            m_marks = 0;
+            m_line.append(QChar(QChar::Space));
+            return;
+        case QChar::Mark_NonSpacing:
+        case QChar::Mark_Enclosing:
+            if (++m_marks > mostMarks)
+                return;
+            break;
+        case QChar::Other_Format:
+            followDirection(character);
+            break;
+        default:
+            m_marks = 0;
+        }
+        m_line.append(QChar::fromUcs4(character));
+    }
+
+    QString take()
+    {
+        std::reverse(m_closers.begin(), m_closers.end());
+        return m_line.append(m_closers);
+    }
+
+private:
+    void followDirection(char32_t character)
+    {
+        if (character >= firstIsolate && character <= lastIsolate) {
+            m_closers.append(QChar(popIsolate));
+        } else if (character == popIsolate) {
+            // Also ends the embeddings within the isolate.
+            const qsizetype opened = m_closers.lastIndexOf(QChar(popIsolate));
+            if (opened >= 0)
+                m_closers.truncate(opened);
+        } else if (character == popEmbedding) {
+            if (m_closers.endsWith(QChar(popEmbedding)))
+                m_closers.chop(1);
+        } else if (character >= firstEmbedding && character <= lastEmbedding) {
+            m_closers.append(QChar(popEmbedding));
+        }
+    }
+
+    QString m_line;
+    /// What closes the parts that are open, the innermost last.
+    QString m_closers;
+    int m_marks = 0;
+};
+
+QString inOneLine(const QString& text)
+{
+    if (std::none_of(text.cbegin(), text.cend(), isSpecial))
+        return text;
+    LineWriter line(text.size());
+    for (const char32_t character : text.toUcs4())
+        line.write(character);
+    return line.take();
+}
+
 } // namespace
 
 QString trimmedText(const QString& text)
@@ -30,18 +138,26 @@ QString trimmedText(const QString& text)
     return trimmed.isValidUtf16() ? trimmed : wellFormed(trimmed);
 }
 
+QString beginning(const QString& text, qsizetype length)
+{
+    if (text.size() <= length)
+        return text;
+    // Whether a character ends at `length` depends on the code point there, but on nothing later.
+    constexpr qsizetype unitsOfCodePoint = 2;
+    const QString searched = text.left(length + unitsOfCodePoint);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, searched);
+    finder.setPosition(length);
+    const qsizetype end = finder.isAtBoundary() ? length : finder.toPreviousBoundary();
+    if (end > 0)
+        return text.left(end);
+    return text.left(splitsPair(text, length) ? length - 1 : length);
+}
+
 QString singleLine(const QString& text)
 {
-    const auto isBreak = [](QChar each) {
-        const QChar::Category category = each.category();
-        return category == QChar::Other_Control || category == QChar::Separator_Line ||
-               category == QChar::Separator_Paragraph;
-    };
-    if (std::none_of(text.cbegin(), text.cend(), isBreak))
-        return text;
-    QString line = text;
-    std::replace_if(line.begin(), line.end(), isBreak, QChar(QChar::Space));
-    return line;
+    if (text.size() <= longestShownText)
+        return inOneLine(text);
+    return inOneLine(beginning(text, longestShownText).trimmed()) + ellipsis;
 }
 
 } // namespace kelpa

@@ -1,5 +1,7 @@
 #include "windows/WindowSearch.h"
 
+#include "model/Text.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -25,7 +27,7 @@ TextSearch::TextSearch(const QString& query, const QLocale& locale)
 
 bool TextSearch::matches(const QString& text) const
 {
-    return isEmpty() || folded(text, m_locale).contains(m_query);
+    return isEmpty() || folded(text.left(longestSearchedText), m_locale).contains(m_query);
 }
 
 QList<WindowItem> filteredWindows(const QList<WindowItem>& windows, const QString& searchText,

@@ -14,7 +14,7 @@
 namespace kelpa {
 
 /// Searches texts for what a person typed, ignoring case by the rules of `locale`. Canonically
-/// equivalent texts count as equal.
+/// equivalent texts count as equal. Of a very long text, `longestSearchedText` is searched.
 class TextSearch
 {
 public:

@@ -19,6 +19,13 @@ struct MatchCase
     bool matches;
 };
 
+TEST(WindowSearch, Of_a_very_long_text_the_first_fifty_thousand_characters_are_searched)
+{
+    const TextSearch search(QStringLiteral("Needle"), QLocale(QStringLiteral("en_US")));
+    EXPECT_TRUE(search.matches(QString(49994, u'x') + QStringLiteral("needle") + QString(5, u'x')));
+    EXPECT_FALSE(search.matches(QString(49995, u'x') + QStringLiteral("needle")));
+}
+
 class CaseInsensitiveSearch : public testing::TestWithParam<MatchCase>
 {};
 

@@ -20,7 +20,7 @@ enum Role {
 
 QString breadcrumbTitle(const Goal& goal)
 {
-    return QStringLiteral("(%1)").arg(goal.openTodoCount()) + goal.title;
+    return QStringLiteral("(%1)").arg(goal.openTodoCount()) + singleLine(goal.title);
 }
 
 BreadcrumbModel::BreadcrumbModel(const WindowStore& store, QObject* parent)
@@ -41,7 +41,7 @@ QVariant BreadcrumbModel::data(const QModelIndex& index, int role) const
     case columnIDRole:
         return columnText(row.goalID);
     case titleRole:
-        return singleLine(row.title);
+        return row.title;
     case isSelectedRole:
         return row.isSelected;
     default:

@@ -11,7 +11,7 @@ namespace kelpa {
 
 class WindowStore;
 
-/// The number of the goal's open todos in parentheses and, without a space, its title.
+/// The number of the goal's open todos in parentheses and, without a space, its title in a line.
 QString breadcrumbTitle(const Goal& goal);
 
 struct BreadcrumbRow

@@ -161,8 +161,8 @@ void WindowPicker::update(Order order)
         const bool isInGoal = window.goalID == m_request->goalID;
         const QString location =
             isInGoal ? KelpaCopy::text(CopyKey::AlreadyInGoal, language)
-                     : KelpaCopy::currentWindowLocation(titles.of(window), language);
-        rows.append({windowPresentation(m_store, window), singleLine(location), isInGoal,
+                     : KelpaCopy::currentWindowLocation(singleLine(titles.of(window)), language);
+        rows.append({windowPresentation(m_store, window), location, isInGoal,
                      m_selection.chosen.contains(window.id)});
     }
     m_rows.setRows(rows);

@@ -3,6 +3,7 @@
 #include "windows/WindowSearch.h"
 
 #include <QCollator>
+#include <QUuid>
 
 #include <algorithm>
 #include <tuple>
@@ -71,9 +72,18 @@ QList<WindowItem> windowsToSelect(const QList<WindowItem>& windows, GoalID targe
                                   const QLocale& locale)
 {
     const TextSearch search(searchText, locale);
-    const auto matches = [&search, &titles](const WindowItem& window) {
+    // Each place is searched once, not for each of its windows: titles of goals can be long.
+    QHash<QUuid, bool> foundPlaces;
+    const auto matchesPlace = [&](const WindowItem& window) {
+        const QUuid place = window.goalID ? window.goalID->value : QUuid();
+        const auto known = foundPlaces.constFind(place);
+        return known != foundPlaces.constEnd()
+                   ? *known
+                   : *foundPlaces.insert(place, search.matches(titles.of(window)));
+    };
+    const auto matches = [&](const WindowItem& window) {
         return search.matches(window.ownerName) || search.matches(window.title) ||
-               search.matches(titles.of(window));
+               matchesPlace(window);
     };
     const QCollator collator = nameCollator(locale);
     std::vector<RankedWindow> ranked;
