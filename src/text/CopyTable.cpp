@@ -52,6 +52,11 @@ QString CopyTable::onlyMatchesShown(const QString& searchText) const
     return KelpaCopy::onlyMatchesShown(searchText, m_language);
 }
 
+QString CopyTable::textTooLong(int limit) const
+{
+    return KelpaCopy::textTooLong(limit, m_language);
+}
+
 QString CopyTable::windowName(const QString& ownerName, const QString& title) const
 {
     return KelpaCopy::windowName(ownerName, title, m_language);

@@ -136,6 +136,27 @@ constexpr Frames movedAsideToFrames({u"原文件在同一文件夹中：", u""},
                                     {u"이전 파일은 같은 폴더에 있습니다: ", u""},
                                     {u"L’ancien fichier se trouve dans le même dossier : ", u""},
                                     {u"Die alte Datei liegt im selben Ordner: ", u""});
+constexpr Frames textTooLongFrames(
+    {u"文本过长：此处最多容纳 ", u" 个字符，未插入任何内容。"},
+    {u"Too long: at most ", u" characters fit here. Nothing was inserted."},
+    {u"長すぎます。ここに入力できるのは", u"文字までです。何も挿入されていません。"},
+    {u"너무 깁니다. 여기에는 최대 ", u"자까지 입력할 수 있습니다. 아무것도 삽입되지 않았습니다."},
+    {u"Trop long : au plus ", u" caractères tiennent ici. Rien n’a été inséré."},
+    {u"Zu lang: Hier passen höchstens ", u" Zeichen hinein. Nichts wurde eingefügt."});
+
+constexpr Frames overlongTitleFrames(
+    {u"标题有 ", u" 个字符，过长而无法在此编辑。输入新标题之前，它保持不变。"},
+    {u"The title has ",
+     u" characters, too many to be edited here. It stays as it is until another one is entered."},
+    {u"タイトルは",
+     u"文字あり、長すぎてここでは編集できません。新しいタイトルを入力するまで、そのまま残ります。"},
+    {u"제목이 ",
+     u"자로 너무 길어 여기서 편집할 수 없습니다. 새 제목을 입력할 때까지 그대로 유지됩니다."},
+    {u"Le titre compte ", u" caractères, trop pour être modifié ici. Il reste tel quel jusqu’à la "
+                          u"saisie d’un autre."},
+    {u"Der Titel hat ",
+     u" Zeichen, zu viele, um ihn hier zu bearbeiten. Er bleibt, wie er ist, bis "
+     u"ein anderer eingegeben wird."});
 
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
@@ -252,6 +273,16 @@ QString onlyMatchesShown(const QString& searchText, AppLanguage language)
     const QString shown =
         searchText.size() > longest ? searchText.left(longest) + u'…' : searchText;
     return onlyMatchesShownFrames[language].around(shown);
+}
+
+QString textTooLong(qsizetype limit, AppLanguage language)
+{
+    return textTooLongFrames[language].around(QString::number(limit));
+}
+
+QString overlongTitle(qsizetype length, AppLanguage language)
+{
+    return overlongTitleFrames[language].around(QString::number(length));
 }
 
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language)

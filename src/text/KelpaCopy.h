@@ -44,6 +44,11 @@ QString moreInHiddenGoals(qsizetype count, AppLanguage language);
 QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage language);
 /// Says that windows are narrowed to those that match. A long `searchText` is cut short.
 QString onlyMatchesShown(const QString& searchText, AppLanguage language);
+/// Refuses what would make the text of a field longer than `limit` characters.
+QString textTooLong(qsizetype limit, AppLanguage language);
+
+/// Says of a title of `length` characters that no field takes it.
+QString overlongTitle(qsizetype length, AppLanguage language);
 
 /// The text that a screen reader says for a window's card: the application's name and the title, or
 /// the title alone where `ownerName` is empty. `title` is not empty.

@@ -1,11 +1,10 @@
 """What other programs have on the clipboard."""
 
-import pathlib
-import sys
 import time
 
 import board as boards
 import settings
+from clipboard import hold_clipboard
 from kelpa import Kelpa
 from processes import wait_until
 from selection import Selection
@@ -16,14 +15,6 @@ _PROMPT_SECONDS = 4
 _ONE_WAIT_SECONDS = 9
 
 
-def _hold_clipboard(desktop, *text):
-    log = desktop.directory / f"clipboard{len(text)}.log"
-    program = pathlib.Path(__file__).parent / "support" / "clipboard_holder.py"
-    holder = desktop.start(sys.executable, "-B", program, *text, log=log)
-    wait_until("a program has the clipboard", lambda: "held" in log.read_text())
-    return holder
-
-
 def a_program_that_keeps_its_clipboard_to_itself_does_not_stop_the_board(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["One"]), ("Garden", [])], is_auto_sorting=False)
@@ -32,7 +23,7 @@ def a_program_that_keeps_its_clipboard_to_itself_does_not_stop_the_board(desktop
         selection = Selection(desktop, kelpa)
         desktop.click(*kelpa.head("Home"))
         selection.is_column("Home")
-        holder = _hold_clipboard(desktop)
+        holder = hold_clipboard(desktop)
         began = time.monotonic()
         selection.press("Right")
         selection.is_column("Garden")
@@ -57,7 +48,7 @@ def a_program_that_keeps_its_clipboard_to_itself_does_not_stop_the_board(desktop
 
         holder.kill()
         holder.wait()
-        _hold_clipboard(desktop, "Taxes")
+        hold_clipboard(desktop, "Taxes")
         desktop.click(*place, button=3)
         kelpa.click(lambda: kelpa.board.menu_item("Paste"), "the menu entry to paste")
         wait_until("the text is pasted", lambda: kelpa.board.written() == "abcTaxes")

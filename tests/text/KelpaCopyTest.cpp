@@ -39,7 +39,8 @@ QStringList allTexts(AppLanguage language)
           << KelpaCopy::confirmWindowSelection(7, language) << KelpaCopy::openTodoCount(7, language)
           << KelpaCopy::windowCount(7, language) << KelpaCopy::foundCounts(7, 7, 7, language)
           << KelpaCopy::moreInHiddenGoals(7, language) << KelpaCopy::hiddenGoals(7, 7, language)
-          << KelpaCopy::onlyMatchesShown(title, language);
+          << KelpaCopy::onlyMatchesShown(title, language) << KelpaCopy::textTooLong(7, language)
+          << KelpaCopy::overlongTitle(7, language);
     for (const TodoStatus status : {TodoStatus::todo, TodoStatus::ing, TodoStatus::completed}) {
         texts << KelpaCopy::statusName(status, language) << KelpaCopy::statusHelp(status, language)
               << KelpaCopy::statusAccessibilityLabel(status, language);
@@ -137,6 +138,39 @@ TEST(KelpaCopy, The_confirm_button_says_how_many_windows)
           {french, u"Ajouter 12 fenêtres"},
           {german, u"12 Fenster hinzufügen"}}},
         [](AppLanguage language) { return KelpaCopy::confirmWindowSelection(12, language); });
+}
+
+TEST(KelpaCopy, A_field_says_how_much_it_takes_and_what_happened)
+{
+    expectTexts(
+        {{{chinese, u"文本过长：此处最多容纳 50000 个字符，未插入任何内容。"},
+          {english, u"Too long: at most 50000 characters fit here. Nothing was inserted."},
+          {japanese,
+           u"長すぎます。ここに入力できるのは50000文字までです。何も挿入されていません。"},
+          {korean, u"너무 깁니다. 여기에는 최대 50000자까지 입력할 수 있습니다. 아무것도 삽입되지 "
+                   u"않았습니다."},
+          {french, u"Trop long : au plus 50000 caractères tiennent ici. Rien n’a été inséré."},
+          {german, u"Zu lang: Hier passen höchstens 50000 Zeichen hinein. Nichts wurde "
+                   u"eingefügt."}}},
+        [](AppLanguage language) { return KelpaCopy::textTooLong(50000, language); });
+}
+
+TEST(KelpaCopy, A_title_that_no_field_takes_says_how_long_it_is_and_that_it_stays)
+{
+    expectTexts(
+        {{{chinese, u"标题有 5000000 个字符，过长而无法在此编辑。输入新标题之前，它保持不变。"},
+          {english, u"The title has 5000000 characters, too many to be edited here. It stays as it "
+                    u"is until another one is entered."},
+          {japanese, u"タイトルは5000000文字あり、長すぎてここでは編集できません。新しいタイトルを"
+                     u"入力するまで、そのまま残ります。"},
+          {korean,
+           u"제목이 5000000자로 너무 길어 여기서 편집할 수 없습니다. 새 제목을 입력할 때까지 "
+           u"그대로 유지됩니다."},
+          {french, u"Le titre compte 5000000 caractères, trop pour être modifié ici. Il reste tel "
+                   u"quel jusqu’à la saisie d’un autre."},
+          {german, u"Der Titel hat 5000000 Zeichen, zu viele, um ihn hier zu bearbeiten. Er "
+                   u"bleibt, wie er ist, bis ein anderer eingegeben wird."}}},
+        [](AppLanguage language) { return KelpaCopy::overlongTitle(5000000, language); });
 }
 
 TEST(KelpaCopy, A_count_of_one_still_reads_as_many)

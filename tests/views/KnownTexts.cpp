@@ -20,7 +20,8 @@ QStringList knownTexts(const CopyTable& table)
         table.moreInHiddenGoals(0),
         table.hiddenGoals(0, 0),
         table.onlyMatchesShown({}),
-        table.movedAsideTo({})};
+        table.movedAsideTo({}),
+        table.textTooLong(0)};
     const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
     for (int i = 0; i < keys.keyCount(); ++i)
         texts.append(table.text(static_cast<CopyKey>(keys.value(i))));

@@ -11,6 +11,7 @@
 #include "views/windows/AppIconProvider.h"
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QColor>
 #include <QDragMoveEvent>
 #include <QGuiApplication>
@@ -389,6 +390,8 @@ public:
             names.append(QStringLiteral("checked"));
         return names;
     }
+    /// No program has anything to paste.
+    Q_INVOKABLE void clearClipboard() { QGuiApplication::clipboard()->clear(); }
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 
 private:

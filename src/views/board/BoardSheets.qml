@@ -30,6 +30,7 @@ Item {
         if (root.renameSheet === null)
             root.renameSheet = renameSheetType.createObject(root) as TitleSheet;
         root.renamedColumnID = columnID;
+        root.renameSheet.explanation = root.board.goals.goalTitleNotice(columnID);
         root.renameSheet.ask(root.board.goals.goalTitle(columnID));
     }
     /// Whether the window may close; asks where changes would be lost.
@@ -56,7 +57,6 @@ Item {
         TitleSheet {
             goals: root.board.goals
             title: ViewSettings.copy.text(CopyKey.RenameGoal)
-            explanation: ""
             placeholder: ViewSettings.copy.text(CopyKey.EnterGoalName)
             fieldLabel: ViewSettings.copy.text(CopyKey.GoalName)
             confirmLabel: ViewSettings.copy.text(CopyKey.Save)

@@ -1,5 +1,7 @@
 #include "views/controls/TextComposition.h"
 
+#include "views/controls/FieldLimit.h"
+
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -15,17 +17,49 @@ namespace kelpa {
 
 namespace {
 
-/// Whether a program offers something there. Waits for its answer; the toolkit, which requests the
-/// text in several formats, would wait for each of them anew where none comes.
-bool isAnswered(QClipboard::Mode mode)
+/// The text that a program offers there; empty for none. Waits for its answer; the toolkit, which
+/// requests the text in several formats, would wait for each of them anew where none comes.
+QString offeredText(QClipboard::Mode mode)
 {
     const QMimeData* const content = QGuiApplication::clipboard()->mimeData(mode);
-    return content != nullptr && !content->formats().isEmpty();
+    return content != nullptr && !content->formats().isEmpty() ? content->text() : QString();
 }
 
 QString composedText(const QObject& field)
 {
     return field.property("preeditText").toString();
+}
+
+int selectedLength(const QObject& field)
+{
+    return field.property("selectionEnd").toInt() - field.property("selectionStart").toInt();
+}
+
+/// Whether the field takes `written` units more in place of `replaced`; it is told otherwise.
+bool takes(QQuickItem& field, qsizetype written, qsizetype replaced)
+{
+    const qsizetype length = field.property("length").toInt();
+    if (written <= replaced || length - replaced + written <= longestFieldText)
+        return true;
+    QMetaObject::invokeMethod(&field, "refuseText");
+    return false;
+}
+
+bool canPaste(QQuickItem& field, QClipboard::Mode mode)
+{
+    const qsizetype length = offeredText(mode).size();
+    // The middle button replaces nothing.
+    const int replaced = mode == QClipboard::Clipboard ? selectedLength(field) : 0;
+    return length > 0 && takes(field, length, replaced);
+}
+
+/// The number of units that a key writes into a field.
+qsizetype writtenBy(const QKeyEvent& key)
+{
+    const QString text = key.text();
+    const bool isCommand = key.modifiers().testFlag(Qt::ControlModifier) || text.isEmpty() ||
+                           text.front().category() == QChar::Other_Control;
+    return isCommand ? 0 : text.size();
 }
 
 } // namespace
@@ -40,9 +74,14 @@ void TextComposition::follow(QQuickItem* field)
     QObject::disconnect(QGuiApplication::clipboard(), nullptr, field, nullptr);
 }
 
+int TextComposition::longestText()
+{
+    return static_cast<int>(longestFieldText);
+}
+
 void TextComposition::paste(QQuickItem* field)
 {
-    if (field != nullptr && isAnswered(QClipboard::Clipboard))
+    if (field != nullptr && canPaste(*field, QClipboard::Clipboard))
         QMetaObject::invokeMethod(field, "paste");
 }
 
@@ -70,7 +109,7 @@ void TextComposition::end(QQuickItem& field, const QString& composed, const QStr
     m_ended = composed;
 }
 
-bool TextComposition::isVainPaste(const QEvent& event)
+bool TextComposition::isVainPaste(QQuickItem& field, const QEvent& event)
 {
     if (event.type() == QEvent::KeyPress) {
         const auto& press = static_cast<const QKeyEvent&>(event);
@@ -78,17 +117,34 @@ bool TextComposition::isVainPaste(const QEvent& event)
             return false;
         // A held key does not wait again.
         if (!press.isAutoRepeat() || !m_isPasteVain)
-            m_isPasteVain = !isAnswered(QClipboard::Clipboard);
+            m_isPasteVain = !canPaste(field, QClipboard::Clipboard);
         return m_isPasteVain;
     }
     return event.type() == QEvent::MouseButtonRelease &&
            static_cast<const QMouseEvent&>(event).button() == Qt::MiddleButton &&
-           !isAnswered(QClipboard::Selection);
+           !canPaste(field, QClipboard::Selection);
+}
+
+bool TextComposition::isRefused(QQuickItem& field, const QEvent& event)
+{
+    if (event.type() == QEvent::KeyPress)
+        return !takes(field, writtenBy(static_cast<const QKeyEvent&>(event)),
+                      selectedLength(field));
+    if (event.type() != QEvent::InputMethod)
+        return false;
+    const auto& what = static_cast<const QInputMethodEvent&>(event);
+    if (takes(field, what.commitString().size(), selectedLength(field) + what.replacementLength()))
+        return false;
+    // Ends the composition as the event would have done.
+    QInputMethodEvent nothing;
+    QCoreApplication::sendEvent(&field, &nothing);
+    return true;
 }
 
 bool TextComposition::eventFilter(QObject* watched, QEvent* event)
 {
-    if (isVainPaste(*event))
+    auto& field = static_cast<QQuickItem&>(*watched);
+    if (isVainPaste(field, *event) || isRefused(field, *event))
         return true;
     switch (event->type()) {
     case QEvent::InputMethod: {

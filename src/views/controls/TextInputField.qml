@@ -15,6 +15,8 @@ T.TextField {
     /// Whether its menu is open, which has the keyboard without ending the editing of the text.
     property bool isMenuOpen: false
     property FieldMenu menu: null
+    /// Told beside the field until the text changes; empty for nothing.
+    property string notice
 
     // Depends on the visible text: for the toolkit, an input method that still reports a cursor
     // position composes, even when it has nothing left.
@@ -35,7 +37,7 @@ T.TextField {
     // The text is aligned as it is outside a field, whatever its reading direction.
     horizontalAlignment: TextInput.AlignLeft
     verticalAlignment: TextInput.AlignVCenter
-    // There is no limit: a title that is changed keeps its length.
+    // The toolkit would cut a text that is pasted; `TextComposition` refuses it.
     maximumLength: 2147483647
     selectByMouse: true
     Accessible.name: root.label
@@ -54,6 +56,7 @@ T.TextField {
         if (event.accepted)
             root.openMenuByKeyboard();
     }
+    onTextChanged: root.notice = ""
     onIsComposingChanged: if (!root.isComposing)
         composed.restart()
 
@@ -81,6 +84,10 @@ T.TextField {
         root.committed();
         return true;
     }
+    /// What a person wanted to write does not fit.
+    function refuseText(): void {
+        root.notice = ViewSettings.copy.textTooLong(TextComposition.longestText);
+    }
     function takeReturn(event: KeyEvent): bool {
         // A held Return key was meant for whatever had the keyboard when it was pressed; a Return
         // key that comes with the end of a composition was meant for the input method.
@@ -105,6 +112,14 @@ T.TextField {
         FieldMenu {
             field: root
             onClosed: root.isMenuOpen = false
+        }
+    }
+    Instantiator {
+        active: root.notice.length > 0
+        delegate: FieldNotice {
+            parent: root
+            text: root.notice
+            visible: root.activeFocus
         }
     }
     // A press of the second button leaves the selection alone.

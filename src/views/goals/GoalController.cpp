@@ -3,6 +3,7 @@
 #include "model/Text.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
+#include "views/controls/FieldLimit.h"
 #include "views/goals/PrioritySymbol.h"
 #include "views/models/ColumnID.h"
 #include "views/models/DragPayload.h"
@@ -51,10 +52,15 @@ QString GoalController::prioritySymbol(const QString& priority) const
     return known ? kelpa::prioritySymbol(*known) : QString();
 }
 
-bool GoalController::hasGoal(const QString& columnID) const
+const Goal* GoalController::goalFromText(const QString& columnID) const
 {
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);
-    return goalID && goalWith(*goalID, m_store.goals()) != nullptr;
+    return goalID ? goalWith(*goalID, m_store.goals()) : nullptr;
+}
+
+bool GoalController::hasGoal(const QString& columnID) const
+{
+    return goalFromText(columnID) != nullptr;
 }
 
 bool GoalController::isGoalTitle(const QString& title) const
@@ -64,9 +70,16 @@ bool GoalController::isGoalTitle(const QString& title) const
 
 QString GoalController::goalTitle(const QString& columnID) const
 {
-    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
-    const Goal* const goal = goalID ? goalWith(*goalID, m_store.goals()) : nullptr;
-    return goal != nullptr ? goal->title : QString();
+    const Goal* const goal = goalFromText(columnID);
+    return goal != nullptr && goal->title.size() <= longestFieldText ? goal->title : QString();
+}
+
+QString GoalController::goalTitleNotice(const QString& columnID) const
+{
+    const Goal* const goal = goalFromText(columnID);
+    if (goal == nullptr || goal->title.size() <= longestFieldText)
+        return {};
+    return KelpaCopy::overlongTitle(goal->title.size(), m_store.language());
 }
 
 void GoalController::createGoal(const QString& title)

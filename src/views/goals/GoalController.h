@@ -47,8 +47,11 @@ public:
     Q_INVOKABLE bool hasGoal(const QString& columnID) const;
     /// Whether a goal may bear this title.
     Q_INVOKABLE bool isGoalTitle(const QString& title) const;
-    /// The title as it is stored, including line breaks; empty for no goal.
+    /// The title as it is stored, including line breaks; empty for no goal, and for a title that is
+    /// too long for a field.
     Q_INVOKABLE QString goalTitle(const QString& columnID) const;
+    /// Says that the title is too long for a field; empty for any other.
+    Q_INVOKABLE QString goalTitleNotice(const QString& columnID) const;
     Q_INVOKABLE void createGoal(const QString& title);
     Q_INVOKABLE void renameGoal(const QString& columnID, const QString& title);
     Q_INVOKABLE void requestRename(const QString& columnID) { Q_EMIT renameRequested(columnID); }
@@ -87,6 +90,8 @@ Q_SIGNALS:
     void windowsRequested(const QString& columnID);
 
 private:
+    /// Null for none.
+    const Goal* goalFromText(const QString& columnID) const;
     /// The visible goal beside which `step` would place a goal.
     std::optional<GoalID> goalBeside(const QString& columnID, int step) const;
     bool moveGoal(const QString& columnID, std::optional<GoalID> targetID, int step);

@@ -3,6 +3,7 @@
 #include "model/Text.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
+#include "views/controls/FieldLimit.h"
 #include "views/models/DragPayload.h"
 #include "views/todos/TodoPlace.h"
 
@@ -50,7 +51,15 @@ QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
 QString TodoController::title(const QString& todoID, const QString& columnID) const
 {
     const TodoItem* const todo = todoFromTexts(todoID, columnID);
-    return todo != nullptr ? todo->title : QString();
+    return todo != nullptr && todo->title.size() <= longestFieldText ? todo->title : QString();
+}
+
+QString TodoController::titleNotice(const QString& todoID, const QString& columnID) const
+{
+    const TodoItem* const todo = todoFromTexts(todoID, columnID);
+    if (todo == nullptr || todo->title.size() <= longestFieldText)
+        return {};
+    return KelpaCopy::overlongTitle(todo->title.size(), m_store.language());
 }
 
 bool TodoController::isTitle(const QString& title) const

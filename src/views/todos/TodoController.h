@@ -44,8 +44,11 @@ public:
     /// The rows of the list.
     QList<UnifiedTodoEntry> entries(const QString& listID) const;
 
-    /// As it is stored, also with line breaks; empty for no todo.
+    /// As it is stored, also with line breaks; empty for no todo, and for a title that is too long
+    /// for a field.
     Q_INVOKABLE QString title(const QString& todoID, const QString& columnID) const;
+    /// Says that the title is too long for a field; empty for any other.
+    Q_INVOKABLE QString titleNotice(const QString& todoID, const QString& columnID) const;
     /// Whether the text is a valid title: not blank.
     Q_INVOKABLE bool isTitle(const QString& title) const;
     /// A todo added to the list of the whole board is unassigned.

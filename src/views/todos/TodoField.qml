@@ -15,6 +15,7 @@ FocusScope {
     required property string label
 
     property alias text: field.text
+    property alias notice: field.notice
 
     readonly property bool hasKeyboard: field.activeFocus || field.isMenuOpen
                                         || cancelButton.activeFocus

@@ -11,7 +11,8 @@ TodoField {
     required property string todoID
     required property string columnID
 
-    /// The stored title that the field was filled with: equal to the text until somebody types.
+    /// The stored title that the field was filled with: equal to the text until somebody types. A
+    /// title that is too long for a field leaves it empty, and stays until another one is written.
     property string storedTitle
 
     signal ended
@@ -19,6 +20,7 @@ TodoField {
     function readTitle(): void {
         root.storedTitle = root.todos.title(root.todoID, root.columnID);
         root.text = root.storedTitle;
+        root.notice = root.todos.titleNotice(root.todoID, root.columnID);
     }
 
     label: ViewSettings.copy.text(CopyKey.EditTodo)

@@ -1,6 +1,6 @@
-"""A program that has the desktop's clipboard: clipboard_holder.py [TEXT]
+"""A program that has the desktop's clipboard: clipboard_holder.py [TEXT [TIMES]]
 
-It gives the text to every program that asks. Without one it has the clipboard and what is selected,
+It gives the text, repeated that often, to every program that asks. Without one it has the clipboard and what is selected,
 and never answers, as a program that hangs. It writes "held" as soon as it has them."""
 
 import signal
@@ -36,6 +36,6 @@ def keep_silent():
 
 
 if len(sys.argv) > 1:
-    give(sys.argv[1])
+    give(sys.argv[1] * int(sys.argv[2] if len(sys.argv) > 2 else 1))
 else:
     keep_silent()
