@@ -235,6 +235,29 @@ TEST_F(FirstPicturesOfWindows, A_window_may_come_into_view_before_its_pass_has_e
     EXPECT_EQ(desktop.captured, (QList<WindowID>{1, 9}));
 }
 
+TEST_F(FirstPicturesOfWindows, Of_windows_that_come_and_go_all_the_time_are_few)
+{
+    store().startObserving();
+    // Thirty windows a second, of which each is gone after a third of one.
+    for (WindowID id = 1; id <= 300; ++id) {
+        desktop.addWindow(id, 100, {});
+        desktop.captureSizes.insert(id, {640, 480});
+        if (id > 10)
+            desktop.removeWindow(id - 10);
+        desktop.announceWindowChange();
+        scheduler.advance(0ms);
+        store().noteWindowInView(id);
+        scheduler.advance(33ms);
+    }
+    // Forty before their turns and then five a second, and with each tick one.
+    EXPECT_GE(desktop.captured.size(), 40);
+    EXPECT_LE(desktop.captured.size(), 40 + 50 + 17);
+    // Then each has its picture soon.
+    scheduler.advance(2s);
+    for (WindowID id = 291; id <= 300; ++id)
+        EXPECT_TRUE(store().previews().contains(id)) << id;
+}
+
 TEST_F(FirstPicturesOfWindows, A_store_that_does_not_observe_waits)
 {
     open(2);

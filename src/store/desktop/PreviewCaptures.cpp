@@ -52,7 +52,7 @@ void PreviewCaptures::captureNext(Scheduler::Time now)
     }
     // By now they had the time of a tick, or most of it, to draw themselves.
     m_retries = m_firstPictures.blankOnce(m_windows, m_previews);
-    if (const std::optional<CaptureRequest> first = firstRequest())
+    if (const std::optional<CaptureRequest> first = firstRequest(now))
         start(*first);
     else if (!startRetry())
         start(nextRequest());
@@ -77,7 +77,8 @@ void PreviewCaptures::captureFirst(Scheduler::Time now)
 {
     if (now < m_pausedUntil || m_capture.isTaken())
         return;
-    if (const std::optional<CaptureRequest> first = firstRequest())
+    const std::optional<CaptureRequest> first = firstRequest(now);
+    if (first && m_firstCaptures.take(now))
         start(*first);
 }
 
@@ -97,14 +98,15 @@ void PreviewCaptures::start(const CaptureRequest& request)
                     WorkPriority::utility);
 }
 
-std::optional<CaptureRequest> PreviewCaptures::firstRequest() const
+std::optional<CaptureRequest> PreviewCaptures::firstRequest(Scheduler::Time now) const
 {
     std::vector<WindowID> untried = m_firstPictures.untried(m_windows, m_previews);
     if (untried.empty())
         return std::nullopt;
     const WindowID first = untried.front();
     untried.erase(untried.begin());
-    untried.resize(std::min(untried.size(), maxPreparedFirst));
+    const auto allowed = static_cast<std::size_t>(m_firstCaptures.available(now));
+    untried.resize(std::min({untried.size(), maxPreparedFirst, allowed}));
     return CaptureRequest{first, m_pixels, CaptureNeed::always, std::move(untried)};
 }
 

@@ -8,6 +8,7 @@
 #include "platform/WindowServer.h"
 #include "windows/FirstPictures.h"
 #include "windows/PreviewRotation.h"
+#include "windows/TokenBucket.h"
 
 #include <QList>
 #include <QSet>
@@ -47,7 +48,8 @@ public:
     /// Forgets windows that are not listed any more. To be called when windows have gone.
     void forgetUnlisted() { m_firstPictures.restrictTo(m_windows); }
     /// Captures the windows in view that have no picture and were not tried, each as soon as the
-    /// one before it is done. To be called when such a window may have appeared.
+    /// one before it is done. Where new ones appear all the time, the others wait for
+    /// `captureNext`. To be called when such a window may have appeared.
     void captureFirst(Scheduler::Time now);
     /// Whether a capture of the window, which has no preview, has shown that none can be taken.
     bool wasTried(WindowID window) const { return m_firstPictures.wasTried(window); }
@@ -61,7 +63,7 @@ public:
     void cancel();
 
 private:
-    std::optional<CaptureRequest> firstRequest() const;
+    std::optional<CaptureRequest> firstRequest(Scheduler::Time now) const;
     /// Captures the next of `m_retries`; false when there is none.
     bool startRetry();
     CaptureRequest nextRequest();
@@ -84,6 +86,10 @@ private:
     /// way or was discarded.
     QSet<WindowID> m_unapplied;
     FirstPictures m_firstPictures;
+    /// Of captures before their turns. The windows in view at the start take their pictures from a
+    /// full bucket; windows that open and close all the time are often gone before their pictures
+    /// would be seen.
+    TokenBucket m_firstCaptures{40, std::chrono::milliseconds(200)};
     /// Windows with a blank first picture that the last tick captures again, one after the other.
     QList<WindowID> m_retries;
     ExclusiveTask m_capture;
