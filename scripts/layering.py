@@ -39,7 +39,7 @@ _FOLDERS = {
     "store/board": "model text navigation platform windows",
     "store/desktop": "model platform windows",
     "store": "model text navigation platform windows store/*",
-    "shell": "navigation platform store/*",
+    "shell": "text navigation platform store/*",
     # From the bottom of the views up: each folder may use some of those before it.
     "views/appearance": "model text layout platform windows",
     "views/models": "model",

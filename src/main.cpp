@@ -112,15 +112,9 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     WriteBehindSettings settings(std::move(file));
     const int status =
         Program(application, scheduler, single, buses, settings, line.settingsPath).run(signals);
-    if (!settings.close(closingLimit)) {
-        if (settings.isSaving())
-            std::fprintf(stderr,
-                         "kelpa: the disk with %s does not reply; the last changes may be "
-                         "lost\n",
-                         qPrintable(line.settingsPath));
-        // The writer's thread hangs with the disk.
+    // The writer's thread may hang with the disk.
+    if (!settings.close(closingLimit))
         std::_Exit(status);
-    }
     return status;
 }
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -26,6 +27,8 @@ void DisplayLossHandler::end(int status, void*)
         return;
     if (QThread::currentThread() == application->thread())
         handler->m_save();
+    else
+        std::fprintf(stderr, "kelpa: ended without saving; the last changes may be lost\n");
     std::_Exit(status);
 }
 

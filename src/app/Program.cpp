@@ -17,6 +17,7 @@
 #include <QSessionManager>
 
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -42,18 +43,19 @@ void setRestartCommand(QSessionManager& session, const QString& boardPath)
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
                  BusWatch& buses, WriteBehindSettings& settings, QString boardPath)
     : m_application(application), m_scheduler(scheduler), m_single(single), m_buses(buses),
-      m_boardPath(std::move(boardPath)),
+      m_settings(settings), m_boardPath(std::move(boardPath)),
       m_desktop(scheduler, QFileInfo(settings.path()).path(), assignedWindows(settings)),
       m_store(m_desktop.platform(), settings, scheduler),
       m_view(m_store, m_desktop.applications(), m_iconReaders,
              {.keyNames = KeyNames::withSuper(),
               .appearance = std::nullopt,
               .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))}),
-      m_doubleTap(m_desktop.globalKeys())
+      m_doubleTap(m_desktop.globalKeys()), m_notifier(m_store, m_desktop.notifications())
 {
     m_store.discoverAhead();
     m_desktop.setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
     connect(&m_view, &ViewEngine::boardShown, this, &Program::startAfterFirstFrame);
+    connect(&m_view, &ViewEngine::seenReported, &m_notifier, &UnsavedNotifier::setBoardSeen);
     connect(&m_doubleTap, &GlobalDoubleTap::isAvailableChanged, this,
             [this] { m_view.setDoubleTapOffered(m_doubleTap.isAvailable()); });
 }
@@ -66,7 +68,11 @@ int Program::run(TerminationSignals& signals)
     std::optional<DisplayLossHandler> displayLossHandler;
     if (show()) {
         displayLossHandler.emplace(m_application, [this] { saveBefore(Ending::ofDisplay); });
-        signals.listen([] { QCoreApplication::quit(); });
+        signals.listen([this] {
+            // Nobody may be there to answer.
+            m_view.closeWithoutAsking();
+            QCoreApplication::quit();
+        });
         status = QGuiApplication::exec();
         signals.stopListening();
     }
@@ -133,6 +139,18 @@ void Program::saveBefore(Ending ending)
     // Saves what a full disk has delayed until now, and waits for a slow one.
     m_store.finishSaving();
     qCDebug(logApp, "board saved at the end");
+    reportUnsaved();
+}
+
+void Program::reportUnsaved() const
+{
+    if (m_settings.isSaving())
+        std::fprintf(stderr,
+                     "kelpa: the disk with %s does not reply; the last changes may be lost\n",
+                     qPrintable(m_boardPath));
+    else if (m_store.trouble() && m_store.trouble()->hasUnsavedChanges)
+        std::fprintf(stderr, "kelpa: the last changes to the board in %s could not be saved\n",
+                     qPrintable(m_boardPath));
 }
 
 bool Program::endBackgroundWork()

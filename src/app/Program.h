@@ -5,6 +5,7 @@
 #include "platform/OwnWindow.h"
 #include "platform/qt/WorkerPool.h"
 #include "shell/GlobalDoubleTap.h"
+#include "shell/UnsavedNotifier.h"
 #include "shell/WindowRaiser.h"
 #include "store/WindowStore.h"
 #include "views/ViewEngine.h"
@@ -56,12 +57,14 @@ private:
     bool show();
     void startAfterFirstFrame();
     void saveBefore(Ending ending);
+    void reportUnsaved() const;
     bool endBackgroundWork();
 
     QGuiApplication& m_application;
     QtScheduler& m_scheduler;
     SingleInstance& m_single;
     BusWatch& m_buses;
+    WriteBehindSettings& m_settings;
     const QString m_boardPath;
     X11Desktop m_desktop;
     WindowStore m_store;
@@ -71,6 +74,7 @@ private:
     GlobalDoubleTap m_doubleTap;
     /// Absent until the window exists.
     std::optional<WindowRaiser> m_raiser;
+    UnsavedNotifier m_notifier;
     std::unique_ptr<Subscription> m_occlusion;
 };
 

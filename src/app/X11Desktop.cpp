@@ -6,6 +6,7 @@
 #include "platform/freedesktop/applications/DesktopEntries.h"
 #include "platform/freedesktop/applications/DesktopEntryFile.h"
 #include "platform/freedesktop/applications/DesktopWorkspace.h"
+#include "platform/freedesktop/bus/DesktopNotifications.h"
 #include "platform/freedesktop/icons/ApplicationIcons.h"
 #include "platform/freedesktop/icons/IconLookup.h"
 #include "platform/freedesktop/icons/NetWmIcon.h"
@@ -52,7 +53,7 @@ struct X11Desktop::Parts
                         .recordedOwners = owners.read()}),
           workspace(scheduler), globalKeys(connector, scheduler),
           ownWindow(connector, pager, scheduler), motionOnDisplay(connector, scheduler),
-          portal(scheduler)
+          portal(scheduler), notifications(scheduler)
     {}
 
     std::optional<std::uint32_t> clientWindow(WindowID number)
@@ -105,6 +106,7 @@ struct X11Desktop::Parts
     x11::X11OwnWindow ownWindow;
     x11::X11MotionSetting motionOnDisplay;
     PortalSettings portal;
+    DesktopNotifications notifications;
 };
 
 X11Desktop::X11Desktop(Scheduler& scheduler, const QString& stateFolder,
@@ -150,6 +152,11 @@ AppearanceSetting& X11Desktop::appearanceOfPortal()
 MotionSetting& X11Desktop::motionOfPortal()
 {
     return m_parts->portal;
+}
+
+Notifications& X11Desktop::notifications()
+{
+    return m_parts->notifications;
 }
 
 OwnWindow& X11Desktop::ownWindow()

@@ -15,6 +15,7 @@ namespace kelpa {
 class AppearanceSetting;
 class GlobalKeys;
 class MotionSetting;
+class Notifications;
 class OwnWindow;
 class Scheduler;
 
@@ -37,6 +38,7 @@ public:
     Applications& applications();
     GlobalKeys& globalKeys();
     OwnWindow& ownWindow();
+    Notifications& notifications();
     /// The setting of the display's settings manager (XSETTINGS).
     MotionSetting& motionOnDisplay();
     /// The settings of the settings portal, which is queried once one of them is watched.

@@ -216,6 +216,11 @@ void ViewEngine::setOccluded(bool isOccluded)
     updateSeen();
 }
 
+void ViewEngine::closeWithoutAsking()
+{
+    m_parts->controller.trouble()->closeWithoutAsking();
+}
+
 void ViewEngine::finishWriting()
 {
     m_parts->controller.todos()->finishWriting();
@@ -233,8 +238,11 @@ void ViewEngine::updateSeen()
 {
     ViewSettings* const settings = viewSettings(m_parts->engine);
     const QQuickWindow* const board = window();
-    if (settings != nullptr && board != nullptr)
-        settings->setSeen(board->isExposed() && !m_parts->isOccluded);
+    if (settings == nullptr || board == nullptr)
+        return;
+    const bool isSeen = board->isExposed() && !m_parts->isOccluded;
+    settings->setSeen(isSeen);
+    Q_EMIT seenReported(isSeen);
 }
 
 QQuickWindow* ViewEngine::window() const

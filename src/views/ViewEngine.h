@@ -58,6 +58,10 @@ public:
     /// Whether the whole window lies behind others, which it does not at first.
     void setOccluded(bool isOccluded);
 
+    /// From now on the window closes without a question about changes that cannot be saved: the
+    /// program has to end.
+    void closeWithoutAsking();
+
     /// Commits the text that is being written in todos' fields to the store: the program, or the
     /// session, ends.
     void finishWriting();
@@ -70,6 +74,8 @@ public:
 Q_SIGNALS:
     /// Emitted once, when the board has been drawn for the first time.
     void boardShown();
+    /// Whether any of the window is visible has changed, or was reported again.
+    void seenReported(bool isSeen);
 
 private:
     struct Parts;

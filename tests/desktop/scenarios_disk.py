@@ -1,31 +1,13 @@
 """A disk that takes its time, or all the time there is."""
 
-import pathlib
-
 import board as boards
 import settings
+from disks import Disk
 from kelpa import Kelpa
 from processes import wait_until
 
 _GOAL = "Errands"
 _TODOS = ["Buy milk", "Call back", "Read the letter", "Pay the rent", "Water the plants"]
-
-
-class _Disk:
-    """Of the program that is started with `env`: `hang` until `recover`."""
-
-    def __init__(self, desktop, binary):
-        library = pathlib.Path(binary).parents[1] / "tests" / "desktop" / "libkelpa_hanging_disk.so"
-        self._file = desktop.directory / "hang"
-        # A debug build compiles its QML while it runs, and the toolkit syncs what it caches of that.
-        self.env = {"LD_PRELOAD": str(library), "KELPA_TEST_HANG": str(self._file),
-                    "QML_DISABLE_DISK_CACHE": "1"}
-
-    def hang(self):
-        self._file.touch()
-
-    def recover(self):
-        self._file.unlink()
 
 
 def _add_todo(desktop, kelpa, title):
@@ -42,7 +24,7 @@ def _open_todos(count):
 def on_a_disk_that_hangs_the_board_goes_on_and_says_that_it_is_saving(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[(_GOAL, [])], is_auto_sorting=False)
-    disk = _Disk(desktop, binary)
+    disk = Disk(desktop, binary)
     with Kelpa(desktop, binary, path, env=disk.env) as kelpa:
         kelpa.focus()
         disk.hang()
@@ -62,7 +44,7 @@ def _start_before_the_disk_hangs(desktop, binary):
     """Kelpa with an empty goal, its disk that hangs from now on, and its file."""
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[(_GOAL, [])], is_auto_sorting=False)
-    disk = _Disk(desktop, binary)
+    disk = Disk(desktop, binary)
     kelpa = Kelpa(desktop, binary, path, env=disk.env)
     kelpa.start()
     kelpa.focus()

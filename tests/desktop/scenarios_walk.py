@@ -5,6 +5,7 @@ import contextlib
 import board as boards
 import inspection
 import settings
+from disks import Disk
 from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
@@ -190,3 +191,19 @@ def every_part_of_the_banner_is_told_well(desktop, binary):
         # Somebody has to close its window.
         desktop.start_window_manager()
         kelpa.focus()
+
+
+def every_part_of_trouble_with_the_file_is_told_well(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=_GOALS, is_auto_sorting=False)
+    disk = Disk(desktop, binary)
+    with Kelpa(desktop, binary, path, env=disk.env) as kelpa:
+        walk = _Walk(desktop, kelpa)
+        disk.fill()
+        kelpa.click(*kelpa.todo_button("Home", "Call back"))
+        walk.look("the banner", [boards.DISK_FULL, boards.TRY_AGAIN])
+        desktop.close(kelpa.window)
+        walk.look("the question", [boards.CHANGES_UNSAVED, boards.CLOSE_ANYWAY, boards.CANCEL])
+        desktop.key("Escape")
+        wait_until("the question is gone", lambda: not kelpa.board.button(boards.CLOSE_ANYWAY))
+        disk.make_room()

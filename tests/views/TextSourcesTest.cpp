@@ -200,6 +200,8 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/freedesktop/\\w+/(AtspiBus|ApplicationService|PrimaryInstance)\\.cpp$",
      u"^([A-Z][A-Za-z]+|<.*|[(a-z].*[)\\]],? ?|uint32 1, %i, true\\))$"},
     {u"^src/platform/freedesktop/\\w+/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
+    {u"^src/platform/freedesktop/\\w+/DesktopNotifications\\.cpp$",
+     u"^(Notify|CloseNotification|Kelpa)$"},
     {u"^src/platform/freedesktop/\\w+/(PortalSettings|SettingsPortal)\\.cpp$",
      u"^(Read|SettingChanged|AnimationDurationFactor)$"},
     // Groups and keys of desktop entries and icon themes, and how a picture's file begins.

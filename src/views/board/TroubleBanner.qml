@@ -20,8 +20,8 @@ Rectangle {
     implicitHeight: Math.max(texts.implicitHeight, buttons.implicitHeight) + 2 * Theme.medium
     radius: Theme.cardRadius
     color: Theme.warningGround
+    // Never ignored: the toolkit would not announce that it begins to show.
     Accessible.role: Accessible.AlertMessage
-    Accessible.ignored: !root.visible
     Accessible.name: root.heading
     Accessible.description: root.safeText + "\n" + root.adviceText
 

@@ -1,0 +1,129 @@
+#include "platform/freedesktop/bus/DesktopNotifications.h"
+
+#include "platform/LoggingCategories.h"
+#include "platform/freedesktop/bus/SessionBus.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QVariantMap>
+
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+QDBusMessage callOf(const QString& method)
+{
+    return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.Notifications"),
+                                          QStringLiteral("/org/freedesktop/Notifications"),
+                                          QStringLiteral("org.freedesktop.Notifications"), method);
+}
+
+/// The desktop shows the application's name and icon, and keeps nothing once it is over.
+QVariantMap hints()
+{
+    return {{QStringLiteral("desktop-entry"), QStringLiteral("org.kelpa.Kelpa")},
+            {QStringLiteral("transient"), true}};
+}
+
+/// The server decides how long it shows.
+constexpr int serverTimeout = -1;
+
+} // namespace
+
+/// A connection of its own to the session bus, closed when its last owner drops it.
+class DesktopNotifications::Bus
+{
+public:
+    Bus()
+    {
+        // Without an address, the library would start a bus.
+        if (!sessionBusAddress().isEmpty())
+            m_connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name());
+    }
+    ~Bus() { QDBusConnection::disconnectFromBus(name()); }
+    Bus(const Bus&) = delete;
+    Bus& operator=(const Bus&) = delete;
+
+    const QDBusConnection& connection() const { return m_connection; }
+
+private:
+    static QString name() { return QStringLiteral("kelpa-notifications"); }
+
+    QDBusConnection m_connection{QString()};
+};
+
+DesktopNotifications::DesktopNotifications(Scheduler& scheduler) : m_scheduler(scheduler) {}
+
+DesktopNotifications::~DesktopNotifications() = default;
+
+void DesktopNotifications::show(const QString& summary, const QString& body)
+{
+    m_wanted = {summary, body};
+    if (m_bus)
+        send();
+    else if (!m_connecting)
+        connectToBus();
+}
+
+void DesktopNotifications::withdraw()
+{
+    m_wanted.reset();
+    // One that is on its way is closed once its number is known.
+    if (m_bus && !m_sent)
+        closeShown();
+}
+
+void DesktopNotifications::connectToBus()
+{
+    // Connecting blocks, so it happens off the main thread.
+    m_connecting =
+        m_scheduler.inBackground([](const std::stop_token&) { return std::make_shared<Bus>(); },
+                                 [this](std::shared_ptr<Bus> bus) {
+                                     m_bus = std::move(bus);
+                                     if (m_wanted)
+                                         send();
+                                 });
+}
+
+void DesktopNotifications::send()
+{
+    // Before the number of the last one is known, the next would stand beside it.
+    if (m_sent || !m_bus->connection().isConnected())
+        return;
+    m_sent = m_wanted;
+    QDBusMessage message = callOf(QStringLiteral("Notify"));
+    message << QStringLiteral("Kelpa") << m_shown << QStringLiteral("org.kelpa.Kelpa")
+            << m_wanted->summary << m_wanted->body << QStringList() << hints() << serverTimeout;
+    auto* const watcher = new QDBusPendingCallWatcher(m_bus->connection().asyncCall(message), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        const QDBusPendingReply<quint32> reply = *watcher;
+        watcher->deleteLater();
+        const std::optional<Message> sent = std::exchange(m_sent, std::nullopt);
+        if (!reply.isValid()) {
+            qCDebug(logBus, "no notification was shown");
+            return;
+        }
+        m_shown = reply.value();
+        // It may have been taken back or replaced meanwhile.
+        if (!m_wanted)
+            closeShown();
+        else if (m_wanted != sent)
+            send();
+    });
+}
+
+void DesktopNotifications::closeShown()
+{
+    const std::uint32_t shown = std::exchange(m_shown, 0);
+    if (shown == 0 || !m_bus->connection().isConnected())
+        return;
+    QDBusMessage message = callOf(QStringLiteral("CloseNotification"));
+    message << shown;
+    m_bus->connection().asyncCall(message);
+}
+
+} // namespace kelpa
