@@ -6,7 +6,9 @@ import pathlib
 import signal
 
 import board as boards
+import file_manager
 import settings
+from disks import Disk
 from harness import on_desktop
 from kelpa import Kelpa
 from pictures import Pictures
@@ -138,6 +140,30 @@ def the_smallest_board_in_german_with_its_banner_looks_as_it_did(desktop, binary
         kelpa.focus()
         wait_until("the board is there", lambda: kelpa.board.column("Unsortiert"))
         pictures.match("german-small")
+
+
+@on_desktop(size="900x641x24")
+def trouble_with_the_file_in_german_and_japanese_looks_as_it_did(desktop, binary):
+    disk = Disk(desktop, binary)
+    file_manager.install(desktop)
+    pictures = _SchemePictures(desktop, (900, 641))
+    for language, sort, trouble in (
+            ("de", "Ziele nach Priorität und Aufgaben sortieren", "Der Datenträger ist voll"),
+            ("ja", "優先度とタスク数で目標を自動並べ替え", "ディスクの空き容量がありません")):
+        path = desktop.directory / f"{language}.sqlite"
+        _write_board(path, language=language)
+        with Kelpa(desktop, binary, path, env=disk.env) as kelpa:
+            kelpa.focus()
+            disk.fill()
+            wait_until("goals can be sorted", lambda: kelpa.board.choice(sort)).press()
+            wait_until("the board says it", lambda: kelpa.board.has_text(trouble))
+            pictures.match(f"trouble-{language}")
+            if language == "de":
+                desktop.close(kelpa.window)
+                wait_until("the board asks", lambda: kelpa.board.button("Trotzdem schließen"))
+                pictures.match("closing-question")
+                desktop.key("Escape")
+            disk.make_room()
 
 
 @on_desktop(size="2560x1600x24")

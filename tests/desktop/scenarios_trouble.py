@@ -4,6 +4,7 @@ import pathlib
 import sqlite3
 
 import board as boards
+import file_manager
 import settings
 from disks import Disk
 from kelpa import Kelpa
@@ -143,12 +144,15 @@ def who_does_not_see_the_board_is_notified(desktop, binary):
 
 def a_folder_in_the_files_place_is_told_until_it_is_gone(desktop, binary):
     path = _write(desktop)
+    shown = file_manager.install(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         path.unlink()
         path.mkdir()
         _add_todo(desktop, kelpa, "Buy milk")
         _wait_for(kelpa, boards.FILE_IS_FOLDER)
         assert "it is a folder" in kelpa.output()
+        _press(kelpa, boards.SHOW_FOLDER)
+        wait_until("the folder is shown", shown.exists)
         path.rmdir()
         _wait_until_gone(kelpa, boards.FILE_IS_FOLDER)
         assert _stored_todos(path) == ["Buy milk"]

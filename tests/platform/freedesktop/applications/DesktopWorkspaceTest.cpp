@@ -25,11 +25,12 @@ protected:
     Workspaces()
     {
         data.writeEntry(QStringLiteral("web"), "Web",
-                        "MimeType=x-scheme-handler/https;x-scheme-handler/test-a;\n"
+                        "MimeType=x-scheme-handler/https;x-scheme-handler/test-a;"
+                        "inode/directory;\n"
                         "Exec=/bin/true %u");
         data.write(QStringLiteral("applications/mimeinfo.cache"),
                    "[MIME Cache]\nx-scheme-handler/https=web.desktop;\n"
-                   "x-scheme-handler/test-a=web.desktop;\n");
+                   "x-scheme-handler/test-a=web.desktop;\ninode/directory=web.desktop;\n");
         data.write(QStringLiteral("bin/xdg-open"),
                    "#!/bin/sh\necho \"$*$DESKTOP_AUTOSTART_ID\" >> '" +
                        data.path(QStringLiteral("out")).toUtf8() + "'\n");
@@ -72,6 +73,8 @@ TEST_F(Workspaces, A_URL_with_a_handler_is_opened_and_no_other)
     };
     EXPECT_EQ(hasOpener("x-apple.systempreferences:com.apple.preference.security"), false);
     EXPECT_EQ(hasOpener("test-a:settings"), true);
+    const QUrl folder = QUrl::fromLocalFile(data.path());
+    EXPECT_EQ(hasOpener("file:///"), true);
     workspace.requestOpen(QUrl(QStringLiteral(
         "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility")));
     workspace.requestOpen(QUrl());
@@ -80,6 +83,10 @@ TEST_F(Workspaces, A_URL_with_a_handler_is_opened_and_no_other)
     workspace.requestOpen(QUrl(QStringLiteral("test-a:second")));
     ASSERT_TRUE(waitUntil([&] { return opened().count('\n') == 2; }));
     EXPECT_EQ(opened(), "https://example.org/a%20b?c=d&e\ntest-a:second\n");
+    // Of a folder that is missing, the nearest above is shown.
+    workspace.requestOpen(QUrl::fromLocalFile(data.path(QStringLiteral("none/at/all"))));
+    ASSERT_TRUE(waitUntil([&] { return opened().count('\n') == 3; }));
+    EXPECT_TRUE(opened().endsWith("\n" + folder.toEncoded() + "\n"));
     EXPECT_EQ(defaultBrowser(), QStringLiteral("web"));
     EXPECT_TRUE(hasHandler(QStringLiteral("https")));
     EXPECT_FALSE(hasHandler(QStringLiteral("x-apple.systempreferences")));
