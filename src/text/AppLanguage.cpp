@@ -68,6 +68,23 @@ std::optional<AppLanguage> appLanguageFromRawValue(QStringView text)
     return found == allAppLanguages.end() ? std::nullopt : std::optional(*found);
 }
 
+std::optional<AppLanguage> spokenLanguage(const QStringList& preferred)
+{
+    for (const QString& tag : preferred) {
+        const QStringList parts = tag.split(u'-');
+        const bool isTraditional = std::ranges::any_of(
+            std::array{u"Hant", u"TW", u"HK", u"MO"},
+            [&parts](const char16_t* part) { return parts.contains(QStringView(part)); });
+        const auto found = std::ranges::find_if(allAppLanguages, [&](AppLanguage language) {
+            return rawValue(language).section(u'-', 0, 0) == parts.front() &&
+                   !(language == AppLanguage::chinese && isTraditional);
+        });
+        if (found != allAppLanguages.end())
+            return *found;
+    }
+    return std::nullopt;
+}
+
 QString nativeName(AppLanguage language)
 {
     return QStringView(namesOf(language).nativeName).toString();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <array>
@@ -23,6 +24,10 @@ inline constexpr std::array allAppLanguages{AppLanguage::chinese,  AppLanguage::
 /// text.
 QString rawValue(AppLanguage language);
 std::optional<AppLanguage> appLanguageFromRawValue(QStringView text);
+
+/// The first of a person's languages that the interface speaks; none when it speaks none of them.
+/// `preferred` holds BCP 47 tags, the dearest first. Of Chinese, it speaks the simplified script.
+std::optional<AppLanguage> spokenLanguage(const QStringList& preferred);
 
 /// The name of the language in that language, as the menu shows it.
 QString nativeName(AppLanguage language);

@@ -40,6 +40,8 @@ enum class CopyKey {
     WindowManagerText,
     CompositeNeeded,
     CompositeText,
+    // Offer of a language.
+    ContinueInLanguage,
     // Notice of a slow disk.
     StillSaving,
     // Board and add-goal sheet.
@@ -57,6 +59,10 @@ enum class CopyKey {
     Create,
     Undo,
     Redo,
+    KeyboardShortcuts,
+    Close,
+    GoalsSortThemselves,
+    StopSorting,
     // Menu of a text field, which begins with Undo and Redo.
     Cut,
     CopyText,
@@ -100,6 +106,7 @@ enum class CopyKey {
     MoveTodoUp,
     MoveTodoDown,
     TodoDeleted,
+    LastTodoCompleted,
     TodoCopied,
     // Window card.
     Window,

@@ -1,5 +1,7 @@
 #include "text/CopyTable.h"
 
+#include "text/KeyHelp.h"
+
 namespace kelpa {
 
 QString CopyTable::text(kelpa::CopyKey key) const
@@ -95,6 +97,32 @@ QString CopyTable::priorityAccessibilityLabel(const QString& priority) const
 {
     const std::optional<GoalPriority> value = goalPriorityFromRawValue(priority);
     return value ? KelpaCopy::priorityAccessibilityLabel(*value, m_language) : QString();
+}
+
+QStringList CopyTable::keyHelpKeys() const
+{
+    QStringList keys;
+    for (const KeyHelp& each : keyHelp(m_language))
+        keys.append(withPlatformKeyNames(each.keys, m_keyNames));
+    return keys;
+}
+
+QStringList CopyTable::keyHelpMeanings() const
+{
+    QStringList meanings;
+    for (const KeyHelp& each : keyHelp(m_language))
+        meanings.append(each.meaning);
+    return meanings;
+}
+
+QString CopyTable::newGoalKeys() const
+{
+    return kelpa::newGoalKeys(m_language);
+}
+
+QString CopyTable::helpKeys() const
+{
+    return kelpa::helpKeys(m_language);
 }
 
 } // namespace kelpa

@@ -8,6 +8,7 @@
 #include <QMetaType>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 namespace kelpa {
 
@@ -47,6 +48,12 @@ public:
     Q_INVOKABLE QString statusAccessibilityLabel(const QString& status) const;
     Q_INVOKABLE QString priorityName(const QString& priority) const;
     Q_INVOKABLE QString priorityAccessibilityLabel(const QString& priority) const;
+
+    /// The keys of the board, and at the same places what they do.
+    Q_INVOKABLE QStringList keyHelpKeys() const;
+    Q_INVOKABLE QStringList keyHelpMeanings() const;
+    Q_INVOKABLE QString newGoalKeys() const;
+    Q_INVOKABLE QString helpKeys() const;
 
     friend bool operator==(const CopyTable&, const CopyTable&) = default;
 

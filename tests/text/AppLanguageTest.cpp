@@ -42,5 +42,31 @@ TEST(AppLanguage, Any_other_text_names_no_language)
         EXPECT_EQ(appLanguageFromRawValue(QString::fromUtf16(text)), std::nullopt);
 }
 
+struct PreferenceRow
+{
+    const char16_t* tags;
+    std::optional<AppLanguage> language;
+};
+
+TEST(AppLanguage, The_first_language_of_a_person_that_the_interface_speaks_is_found)
+{
+    const std::array rows = std::to_array<PreferenceRow>({
+        {u"en-Latn-GB en-GB en", english},
+        {u"de-AT", german},
+        {u"it-IT it fr-CH", french},
+        {u"ja", japanese},
+        {u"ko-KR", korean},
+        {u"zh-Hans-CN zh-CN zh", chinese},
+        {u"zh-Hant-TW zh-TW", std::nullopt},
+        {u"zh-HK en", english},
+        {u"C", std::nullopt},
+        {u"eng EN", std::nullopt},
+        {u"", std::nullopt},
+    });
+    for (const PreferenceRow& row : rows)
+        EXPECT_EQ(spokenLanguage(QString::fromUtf16(row.tags).split(u' ')), row.language)
+            << qPrintable(QString::fromUtf16(row.tags));
+}
+
 } // namespace
 } // namespace kelpa

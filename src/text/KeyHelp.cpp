@@ -1,0 +1,116 @@
+#include "text/KeyHelp.h"
+
+#include "text/PerLanguage.h"
+
+#include <array>
+#include <string_view>
+
+namespace kelpa {
+
+namespace {
+
+using Texts = PerLanguage<std::u16string_view>;
+
+struct Row
+{
+    Texts keys;
+    Texts meaning;
+};
+
+constexpr Texts newGoal{u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Strg+N"};
+constexpr Texts help = Texts::same(u"F1");
+
+constexpr std::array rows{
+    Row{{u"方向键", u"Arrows", u"矢印キー", u"방향키", u"Flèches", u"Pfeiltasten"},
+        {u"选择目标或窗口", u"Select a goal or a window", u"目標やウィンドウを選択",
+         u"목표나 창 선택", u"Sélectionner un objectif ou une fenêtre",
+         u"Ein Ziel oder Fenster auswählen"}},
+    Row{{u"空格", u"Space", u"Space", u"Space", u"Espace", u"Leertaste"},
+        {u"进入目标；将窗口置于最前", u"Enter a goal; bring a window forward",
+         u"目標に入る、ウィンドウを手前に表示", u"목표로 들어가기, 창을 앞으로 가져오기",
+         u"Entrer dans un objectif ; afficher une fenêtre",
+         u"Ein Ziel betreten; ein Fenster nach vorn holen"}},
+    Row{{u"回车", u"Return", u"Enter", u"Enter", u"Entrée", u"Eingabe"},
+        {u"为目标添加待办；将窗口置于最前", u"Add a todo to a goal; bring a window forward",
+         u"目標にタスクを追加、ウィンドウを手前に表示", u"목표에 할 일 추가, 창을 앞으로 가져오기",
+         u"Ajouter une tâche à un objectif ; afficher une fenêtre",
+         u"Einem Ziel eine Aufgabe geben; ein Fenster nach vorn holen"}},
+    Row{{u"Esc", u"Esc", u"Esc", u"Esc", u"Échap", u"Esc"},
+        {u"返回；结束编辑或搜索", u"Go back; end an edit or a search", u"戻る、編集や検索を終了",
+         u"뒤로 가기, 편집이나 검색 끝내기", u"Revenir ; terminer une saisie ou une recherche",
+         u"Zurück; Bearbeiten oder Suchen beenden"}},
+    Row{{u"A–Z、Ctrl+F", u"A–Z, Ctrl+F", u"A–Z、Ctrl+F", u"A–Z, Ctrl+F", u"A–Z, Ctrl+F",
+         u"A–Z, Strg+F"},
+        {u"搜索窗口、目标和待办", u"Search windows, goals and todos",
+         u"ウィンドウ、目標、タスクを検索", u"창, 목표, 할 일 검색",
+         u"Rechercher fenêtres, objectifs et tâches", u"Fenster, Ziele und Aufgaben suchen"}},
+    Row{{u"Ctrl+回车", u"Ctrl+Return", u"Ctrl+Enter", u"Ctrl+Enter", u"Ctrl+Entrée",
+         u"Strg+Eingabe"},
+        {u"直接打开第一个匹配的窗口", u"Open the first window that was found",
+         u"最初に見つかったウィンドウを開く", u"처음 찾은 창 열기",
+         u"Ouvrir la première fenêtre trouvée", u"Das erste gefundene Fenster öffnen"}},
+    Row{newGoal,
+        {u"新建目标", u"Create a goal", u"目標を作成", u"목표 만들기", u"Créer un objectif",
+         u"Ein Ziel erstellen"}},
+    Row{Texts::same(u"F2"),
+        {u"重命名目标；编辑待办", u"Rename a goal; edit a todo", u"目標の名前を変更、タスクを編集",
+         u"목표 이름 변경, 할 일 편집", u"Renommer un objectif ; modifier une tâche",
+         u"Ein Ziel umbenennen; eine Aufgabe bearbeiten"}},
+    Row{{u"Delete", u"Delete", u"Delete", u"Delete", u"Suppr", u"Entf"},
+        {u"删除待办", u"Delete a todo", u"タスクを削除", u"할 일 삭제", u"Supprimer une tâche",
+         u"Eine Aufgabe löschen"}},
+    Row{{u"Alt+方向键", u"Alt+Arrow", u"Alt+矢印キー", u"Alt+방향키", u"Alt+Flèche", u"Alt+Pfeil"},
+        {u"移动目标或待办", u"Move a goal or a todo", u"目標やタスクを移動", u"목표나 할 일 이동",
+         u"Déplacer un objectif ou une tâche", u"Ein Ziel oder eine Aufgabe verschieben"}},
+    Row{{u"Ctrl+Z、Ctrl+Y", u"Ctrl+Z, Ctrl+Y", u"Ctrl+Z、Ctrl+Y", u"Ctrl+Z, Ctrl+Y",
+         u"Ctrl+Z, Ctrl+Y", u"Strg+Z, Strg+Y"},
+        {u"撤销、重做", u"Undo, redo", u"元に戻す、やり直す", u"실행 취소, 다시 실행",
+         u"Annuler, rétablir", u"Rückgängig machen, wiederholen"}},
+    Row{{u"Page Up、Page Down", u"Page Up, Page Down", u"Page Up、Page Down", u"Page Up, Page Down",
+         u"Page préc., Page suiv.", u"Bild auf, Bild ab"},
+        {u"滚动看板", u"Scroll the board", u"ボードをスクロール", u"보드 스크롤",
+         u"Faire défiler le tableau", u"Die Übersicht blättern"}},
+    Row{Texts::same(u"Tab"),
+        {u"前往下一个控件", u"Go to the next control", u"次のコントロールへ移動",
+         u"다음 컨트롤로 이동", u"Passer à l’élément suivant", u"Zum nächsten Element gehen"}},
+    Row{{u"菜单键、Shift+F10", u"Menu, Shift+F10", u"メニューキー、Shift+F10",
+         u"메뉴 키, Shift+F10", u"Menu, Maj+F10", u"Menü, Umschalt+F10"},
+        {u"打开所选项的菜单", u"Open the menu of what is selected", u"選択項目のメニューを開く",
+         u"선택한 항목의 메뉴 열기", u"Ouvrir le menu de la sélection",
+         u"Das Menü der Auswahl öffnen"}},
+    Row{Texts::same(u"⌘ ⌘"),
+        {u"从任何程序呼出 Kelpa", u"Bring Kelpa forward from any program",
+         u"どのプログラムからでもKelpaを呼び出す", u"어떤 프로그램에서든 Kelpa 불러오기",
+         u"Afficher Kelpa depuis n’importe quel programme",
+         u"Kelpa aus jedem Programm nach vorn holen"}},
+    Row{help,
+        {u"显示这些按键", u"Show these keys", u"このキー一覧を表示", u"이 키 목록 표시",
+         u"Afficher ces touches", u"Diese Tasten zeigen"}},
+};
+
+QString textOf(std::u16string_view text)
+{
+    return QStringView(text).toString();
+}
+
+} // namespace
+
+QList<KeyHelp> keyHelp(AppLanguage language)
+{
+    QList<KeyHelp> texts;
+    for (const Row& row : rows)
+        texts.append({textOf(row.keys[language]), textOf(row.meaning[language])});
+    return texts;
+}
+
+QString newGoalKeys(AppLanguage language)
+{
+    return textOf(newGoal[language]);
+}
+
+QString helpKeys(AppLanguage language)
+{
+    return textOf(help[language]);
+}
+
+} // namespace kelpa
