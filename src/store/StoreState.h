@@ -37,12 +37,14 @@ public:
     QList<WindowItem> windows;
     QList<Goal> goals;
     QList<TodoItem> unassignedTodos;
+    std::optional<TodoID> lingeringTodoID;
     Previews previews;
     BoardNavigationState boardNavigation;
     std::optional<GoalID> todoEditorGoalID;
     std::int64_t todoEditorRequestID = 0;
     std::optional<QString> toastMessage;
     bool toastOffersUndo = false;
+    bool toastOffersManualOrder = false;
     std::int64_t restorationID = 0;
     bool canUndo = false;
     bool canRedo = false;
@@ -51,6 +53,8 @@ public:
     bool isScreenCaptureTrusted = false;
     Obstacles obstacles;
     AppLanguage language = AppLanguage::chinese;
+    /// True until it turns out that none is stored.
+    bool isLanguageChosen = true;
     bool isAutoSortingGoals = true;
     bool isHidingGoalsWithoutOpenTodos = false;
     bool isSavingSlowly = false;

@@ -18,10 +18,10 @@ Toast::Toast(Scheduler& scheduler, std::function<void()> changed)
     : m_scheduler(scheduler), m_changed(std::move(changed))
 {}
 
-void Toast::show(CopyKey text, OffersUndo offersUndo)
+void Toast::show(CopyKey text, Offer offer)
 {
     m_text = text;
-    m_offersUndo = offersUndo;
+    m_offer = offer;
     startTime();
     m_changed();
 }
@@ -33,9 +33,9 @@ void Toast::setHeld(bool isHeld)
         startTime();
 }
 
-void Toast::withdrawOffer()
+void Toast::withdraw(Offer offer)
 {
-    if (offersUndo())
+    if (m_offer == offer)
         hide();
 }
 
@@ -43,14 +43,15 @@ void Toast::startTime()
 {
     m_end.reset();
     if (!m_isHeld)
-        m_end = m_scheduler.after(offersUndo() ? timeToDecide : shortTime, [this] { hide(); });
+        m_end = m_scheduler.after(m_offer == Offer::none ? shortTime : timeToDecide,
+                                  [this] { hide(); });
 }
 
 void Toast::hide()
 {
     m_end.reset();
     m_text.reset();
-    m_offersUndo = OffersUndo::no;
+    m_offer = Offer::none;
     m_changed();
 }
 

@@ -14,24 +14,25 @@ namespace kelpa {
 class Toast
 {
 public:
-    enum class OffersUndo : std::uint8_t { no, yes };
+    /// What its button does: nothing without one, takes the last step back, or leaves the order of
+    /// goals to the person.
+    enum class Offer : std::uint8_t { none, undo, manualOrder };
 
-    /// Calls `changed` after each change of `text` or `offersUndo`. `scheduler` outlives this.
+    /// Calls `changed` after each change of `text` or `offer`. `scheduler` outlives this.
     Toast(Scheduler& scheduler, std::function<void()> changed);
 
     /// None while no toast is shown.
     std::optional<CopyKey> text() const { return m_text; }
-    /// Whether it reports a deletion that can be undone.
-    bool offersUndo() const { return m_offersUndo == OffersUndo::yes; }
+    Offer offer() const { return m_offer; }
 
     /// Replaces the present text and starts a new full time: two seconds, or six when a person has
-    /// to decide whether to undo.
-    void show(CopyKey text, OffersUndo offersUndo);
+    /// to decide about its offer.
+    void show(CopyKey text, Offer offer);
     /// While held, the toast stays, and so does one that is shown later; released, it starts its
     /// full time again.
     void setHeld(bool isHeld);
-    /// Hides the toast at once when it offers to undo, held or not.
-    void withdrawOffer();
+    /// Hides the toast at once when it makes that offer, held or not.
+    void withdraw(Offer offer);
 
 private:
     void startTime();
@@ -40,7 +41,7 @@ private:
     Scheduler& m_scheduler;
     std::function<void()> m_changed;
     std::optional<CopyKey> m_text;
-    OffersUndo m_offersUndo = OffersUndo::no;
+    Offer m_offer = Offer::none;
     bool m_isHeld = false;
     /// Hides the toast when its time is over; absent while it is held or hidden.
     TaskHandle m_end;

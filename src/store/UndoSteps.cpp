@@ -30,7 +30,7 @@ void UndoSteps::show(BoardContents contents)
 void UndoSteps::restart()
 {
     m_history.clear();
-    m_toast.withdrawOffer();
+    m_toast.withdraw(Toast::Offer::undo);
     publishHistory();
     m_savedVersion = m_state.version();
 }
@@ -38,15 +38,15 @@ void UndoSteps::restart()
 void UndoSteps::saveStep(std::vector<SettingsEntry> settings)
 {
     if (m_history.record(m_savedVersion, m_state.version()))
-        m_toast.withdrawOffer();
+        m_toast.withdraw(Toast::Offer::undo);
     saveState(std::move(settings));
     publishHistory();
 }
 
-void UndoSteps::saveDeletion(CopyKey announcement)
+void UndoSteps::saveAnnounced(CopyKey announcement)
 {
     m_history.record(m_savedVersion, m_state.version());
-    m_toast.show(announcement, Toast::OffersUndo::yes);
+    m_toast.show(announcement, Toast::Offer::undo);
     saveState();
     publishHistory();
 }
@@ -92,7 +92,7 @@ void UndoSteps::restore(BoardVersion board)
         m_state.restoredTodoID = changed->todoID;
         m_state.assign(m_state.restorationID, m_state.restorationID + 1, StoreField::restorationID);
     }
-    m_toast.withdrawOffer();
+    m_toast.withdraw(Toast::Offer::undo);
     saveState(std::move(settings));
     publishHistory();
 }

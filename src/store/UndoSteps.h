@@ -27,8 +27,8 @@ public:
 
     /// Records what the person changed since the last save as a step, and saves.
     void saveStep(std::vector<SettingsEntry> settings = {});
-    /// As `saveStep`, with a toast that offers to undo it.
-    void saveDeletion(CopyKey announcement);
+    /// As `saveStep`, with a toast that offers to undo the step.
+    void saveAnnounced(CopyKey announcement);
     /// Saves changes that are part of no step, and `settings` with them.
     void saveState(std::vector<SettingsEntry> settings = {});
 

@@ -20,12 +20,14 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::windowsChanged,
         &WindowStore::goalsChanged,
         &WindowStore::unassignedTodosChanged,
+        &WindowStore::lingeringTodoIDChanged,
         &WindowStore::previewsChanged,
         &WindowStore::boardNavigationChanged,
         &WindowStore::todoEditorGoalIDChanged,
         &WindowStore::todoEditorRequestIDChanged,
         &WindowStore::toastMessageChanged,
         &WindowStore::toastOffersUndoChanged,
+        &WindowStore::toastOffersManualOrderChanged,
         &WindowStore::restorationIDChanged,
         &WindowStore::canUndoChanged,
         &WindowStore::canRedoChanged,
@@ -34,6 +36,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::isScreenCaptureTrustedChanged,
         &WindowStore::obstaclesChanged,
         &WindowStore::languageChanged,
+        &WindowStore::isLanguageChosenChanged,
         &WindowStore::isAutoSortingGoalsChanged,
         &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
         &WindowStore::isSavingSlowlyChanged,
@@ -103,7 +106,16 @@ void WindowStore::setLanguage(AppLanguage language)
     if (!m_state.assign(m_state.language, language, Field::language))
         return;
     m_parts->publishToast();
+    m_state.assign(m_state.isLanguageChosen, true, Field::isLanguageChosen);
     m_parts->saver.write({{languageKey, rawValue(language)}});
+}
+
+void WindowStore::chooseLanguage(AppLanguage language)
+{
+    const Update update(m_state.changes);
+    setLanguage(language);
+    if (m_state.assign(m_state.isLanguageChosen, true, Field::isLanguageChosen))
+        m_parts->saver.write({{languageKey, rawValue(language)}});
 }
 
 void WindowStore::setAutoSortingGoals(bool isAutoSorting)
@@ -111,6 +123,7 @@ void WindowStore::setAutoSortingGoals(bool isAutoSorting)
     const Update update(m_state.changes);
     if (!m_state.assign(m_state.isAutoSortingGoals, isAutoSorting, Field::isAutoSortingGoals))
         return;
+    m_parts->toast.withdraw(Toast::Offer::manualOrder);
     m_state.sortGoalsIfNeeded();
     m_parts->steps.saveStep({{autoSortingGoalsKey, isAutoSorting}});
 }
@@ -199,6 +212,7 @@ void WindowStore::Parts::loadState()
     const Update update(state.changes);
     const StoredBoard board = loadBoard(settings);
     state.assign(state.language, board.language.value_or(allAppLanguages.front()), Field::language);
+    state.assign(state.isLanguageChosen, board.language.has_value(), Field::isLanguageChosen);
     state.assign(state.isAutoSortingGoals,
                  board.isAutoSortingGoals.value_or(state.isAutoSortingGoals),
                  Field::isAutoSortingGoals);
@@ -233,7 +247,10 @@ void WindowStore::Parts::publishToast()
     if (const std::optional<CopyKey> text = toast.text())
         message = KelpaCopy::text(*text, state.language);
     state.assign(state.toastMessage, std::move(message), Field::toastMessage);
-    state.assign(state.toastOffersUndo, toast.offersUndo(), Field::toastOffersUndo);
+    state.assign(state.toastOffersUndo, toast.offer() == Toast::Offer::undo,
+                 Field::toastOffersUndo);
+    state.assign(state.toastOffersManualOrder, toast.offer() == Toast::Offer::manualOrder,
+                 Field::toastOffersManualOrder);
 }
 
 } // namespace kelpa

@@ -37,6 +37,8 @@ public:
     const QList<WindowItem>& windows() const { return m_state.windows; }
     const QList<Goal>& goals() const { return m_state.goals; }
     const QList<TodoItem>& unassignedTodos() const { return m_state.unassignedTodos; }
+    /// The last open todo of a goal for a moment after it was completed; absent otherwise.
+    std::optional<TodoID> lingeringTodoID() const { return m_state.lingeringTodoID; }
     const Previews& previews() const { return m_state.previews; }
     const BoardNavigationState& boardNavigation() const { return m_state.boardNavigation; }
     /// The goal whose field for a new todo is open.
@@ -46,6 +48,8 @@ public:
     const std::optional<QString>& toastMessage() const { return m_state.toastMessage; }
     /// Whether the toast reports a deletion that `undo` would take back.
     bool toastOffersUndo() const { return m_state.toastOffersUndo; }
+    /// Whether the toast offers to switch the automatic order off.
+    bool toastOffersManualOrder() const { return m_state.toastOffersManualOrder; }
     /// Grows with every `undo` and `redo` that leaves something to see: the place is selected.
     std::int64_t restorationID() const { return m_state.restorationID; }
     /// The todo that this restoration brought back, changed or moved; absent when there is none.
@@ -58,6 +62,8 @@ public:
     /// What is in the way of the permissions that are missing.
     const Obstacles& obstacles() const { return m_state.obstacles; }
     AppLanguage language() const { return m_state.language; }
+    /// Whether a person has ever chosen it: false on a board that stores none.
+    bool isLanguageChosen() const { return m_state.isLanguageChosen; }
     bool isAutoSortingGoals() const { return m_state.isAutoSortingGoals; }
     bool isHidingGoalsWithoutOpenTodos() const { return m_state.isHidingGoalsWithoutOpenTodos; }
     /// Whether changes have been on their way to the disk for a second.
@@ -82,6 +88,8 @@ public:
 
     // Settings.
     void setLanguage(AppLanguage language);
+    /// As `setLanguage`, and stores the present one, too, where none is stored.
+    void chooseLanguage(AppLanguage language);
     void setAutoSortingGoals(bool isAutoSorting);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
     void setSearchText(const QString& text);
@@ -117,6 +125,8 @@ public:
     void deleteGoal(GoalID goalID);
     /// Moves a goal; only while goals are not sorted automatically.
     void moveGoal(GoalID sourceID, GoalID targetID, MovePlace place = MovePlace::before);
+    /// Says in a toast, while goals are sorted automatically, that nobody can move them.
+    void explainAutomaticOrder();
     void setGoalPriority(GoalPriority priority, GoalID goalID);
 
     // Todos. A list is named by its goal, the unassigned list by none.
@@ -202,12 +212,14 @@ Q_SIGNALS:
     void windowsChanged();
     void goalsChanged();
     void unassignedTodosChanged();
+    void lingeringTodoIDChanged();
     void previewsChanged();
     void boardNavigationChanged();
     void todoEditorGoalIDChanged();
     void todoEditorRequestIDChanged();
     void toastMessageChanged();
     void toastOffersUndoChanged();
+    void toastOffersManualOrderChanged();
     void restorationIDChanged();
     void canUndoChanged();
     void canRedoChanged();
@@ -216,6 +228,7 @@ Q_SIGNALS:
     void isScreenCaptureTrustedChanged();
     void obstaclesChanged();
     void languageChanged();
+    void isLanguageChosenChanged();
     void isAutoSortingGoalsChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
     void isSavingSlowlyChanged();

@@ -56,7 +56,7 @@ void WindowStore::deleteGoal(GoalID goalID)
     // gone.
     m_state.assignWindows(m_state.windows);
     m_parts->selection.reconcileWithGoals();
-    m_parts->steps.saveDeletion(CopyKey::GoalDeleted);
+    m_parts->steps.saveAnnounced(CopyKey::GoalDeleted);
     refresh();
 }
 
@@ -68,6 +68,13 @@ void WindowStore::moveGoal(GoalID sourceID, GoalID targetID, MovePlace place)
     std::optional<QList<Goal>> moved = movedGoal(m_state.goals, sourceID, targetID, place);
     if (moved && m_state.assign(m_state.goals, *std::move(moved), Field::goals))
         m_parts->steps.saveStep();
+}
+
+void WindowStore::explainAutomaticOrder()
+{
+    const Update update(m_state.changes);
+    if (m_state.isAutoSortingGoals)
+        m_parts->toast.show(CopyKey::GoalsSortThemselves, Toast::Offer::manualOrder);
 }
 
 void WindowStore::setGoalPriority(GoalPriority priority, GoalID goalID)

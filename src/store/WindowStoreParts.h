@@ -34,6 +34,9 @@ struct WindowStore::Parts
     std::optional<GoalID> addGoal(const QString& title);
     /// Does the same as `WindowStore::assign`, without saving; returns whether something changed.
     bool setAssignment(WindowID windowID, std::optional<GoalID> to);
+    /// The lists go on showing a todo for a moment that is completed and that they would show no
+    /// more.
+    void letLinger(TodoID todoID);
     /// Called after the number of open todos of a goal has changed.
     void reconcileWithTodoCounts();
     void publish(const Permissions::Granted& granted);
@@ -70,6 +73,8 @@ struct WindowStore::Parts
     FolderOpener folder;
     UndoSteps steps;
 
+    /// Ends the moment of a todo that lingers; absent while none does.
+    TaskHandle lingering;
     Permissions permissions;
     /// Absent while the store does not observe.
     std::optional<DesktopObservation> observation;

@@ -6,9 +6,16 @@
 #include "store/board/GoalOrder.h"
 #include "store/board/TodoOrder.h"
 
+#include <chrono>
+
 namespace kelpa {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+/// As long as it takes to see what was struck through.
+constexpr Scheduler::Duration timeToLinger = 1500ms;
 
 /// The position of the todo in its list; -1 when the list or the todo is absent.
 qsizetype indexIn(const QList<TodoItem>* todos, TodoID id)
@@ -53,9 +60,25 @@ void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
     if (index < 0)
         return;
     (*todos)[index] = withNextStatus(todos->at(index), m_parts->scheduler.calendarTime());
+    const bool wasLast =
+        !todos->at(index).isOpen() && in && !goalWith(*in, m_state.goals)->hasOpenTodo();
     m_state.markTodosChanged(in);
     m_parts->reconcileWithTodoCounts();
-    m_parts->steps.saveStep();
+    if (!wasLast) {
+        m_parts->steps.saveStep();
+        return;
+    }
+    m_parts->letLinger(todoID);
+    m_parts->steps.saveAnnounced(CopyKey::LastTodoCompleted);
+}
+
+void WindowStore::Parts::letLinger(TodoID todoID)
+{
+    state.assign(state.lingeringTodoID, todoID, Field::lingeringTodoID);
+    lingering = scheduler.after(timeToLinger, [this] {
+        const Update update(state.changes);
+        state.assign(state.lingeringTodoID, std::nullopt, Field::lingeringTodoID);
+    });
 }
 
 void WindowStore::deleteTodo(TodoID todoID, std::optional<GoalID> from)
@@ -68,7 +91,7 @@ void WindowStore::deleteTodo(TodoID todoID, std::optional<GoalID> from)
     todos->removeAt(index);
     m_state.markTodosChanged(from);
     m_parts->reconcileWithTodoCounts();
-    m_parts->steps.saveDeletion(CopyKey::TodoDeleted);
+    m_parts->steps.saveAnnounced(CopyKey::TodoDeleted);
 }
 
 void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to)
@@ -111,7 +134,7 @@ void WindowStore::copyTodo(const TodoItem& todo)
 {
     const Update update(m_state.changes);
     m_parts->platform.pasteboard.setText(todo.title);
-    m_parts->toast.show(CopyKey::TodoCopied, Toast::OffersUndo::no);
+    m_parts->toast.show(CopyKey::TodoCopied, Toast::Offer::none);
 }
 
 void WindowStore::requestAddTodo(GoalID goalID)

@@ -60,17 +60,20 @@ namespace operation_cases {
 // The signals.
 inline const QString goals = QStringLiteral("goals");
 inline const QString unassignedTodos = QStringLiteral("unassignedTodos");
+inline const QString lingeringTodoID = QStringLiteral("lingeringTodoID");
 inline const QString windows = QStringLiteral("windows");
 inline const QString boardNavigation = QStringLiteral("boardNavigation");
 inline const QString todoEditorGoalID = QStringLiteral("todoEditorGoalID");
 inline const QString todoEditorRequestID = QStringLiteral("todoEditorRequestID");
 inline const QString toastMessage = QStringLiteral("toastMessage");
 inline const QString toastOffersUndo = QStringLiteral("toastOffersUndo");
+inline const QString toastOffersManualOrder = QStringLiteral("toastOffersManualOrder");
 inline const QString restorationID = QStringLiteral("restorationID");
 inline const QString canUndo = QStringLiteral("canUndo");
 inline const QString canRedo = QStringLiteral("canRedo");
 inline const QString searchText = QStringLiteral("searchText");
 inline const QString language = QStringLiteral("language");
+inline const QString isLanguageChosen = QStringLiteral("isLanguageChosen");
 inline const QString isAutoSortingGoals = QStringLiteral("isAutoSortingGoals");
 inline const QString isHiding = QStringLiteral("isHidingGoalsWithoutOpenTodos");
 

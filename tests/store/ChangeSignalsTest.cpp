@@ -42,6 +42,15 @@ INSTANTIATE_TEST_SUITE_P(
                       [](Board& s) { s.store.createGoal(title, 2); },
                       {goals, boardNavigation, windows},
                       1},
+        OperationCase{"explain_the_automatic_order",
+                      [](Board& s) { s.store.explainAutomaticOrder(); },
+                      {toastMessage, toastOffersManualOrder},
+                      0},
+        OperationCase{"explain_no_automatic_order",
+                      [](Board& s) { s.store.explainAutomaticOrder(); },
+                      {},
+                      0,
+                      sortByHand},
         OperationCase{
             "create_blank", [](Board& s) { s.store.createGoal(QStringLiteral(" ")); }, {}, 0},
         OperationCase{"rename", [](Board& s) { s.store.renameGoal(s.a, title); }, {goals}, 1},
@@ -76,8 +85,14 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Settings, ChangeSignals,
     testing::Values(
-        OperationCase{
-            "language", [](Board& s) { s.store.setLanguage(AppLanguage::korean); }, {language}, 1},
+        OperationCase{"language",
+                      [](Board& s) { s.store.setLanguage(AppLanguage::korean); },
+                      {language, isLanguageChosen},
+                      1},
+        OperationCase{"first_choice_of_a_language",
+                      [](Board& s) { s.store.chooseLanguage(AppLanguage::chinese); },
+                      {isLanguageChosen},
+                      1},
         OperationCase{
             "same_language", [](Board& s) { s.store.setLanguage(AppLanguage::chinese); }, {}, 0},
         OperationCase{"sorting_off",

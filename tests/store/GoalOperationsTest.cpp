@@ -63,6 +63,21 @@ TEST_F(GoalOperations, Creating_shows_goals_without_open_todos_again)
     EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(made));
 }
 
+TEST_F(GoalOperations, Why_sorted_goals_do_not_move_is_said_until_they_are_sorted_no_more)
+{
+    store().setLanguage(AppLanguage::english);
+    store().explainAutomaticOrder();
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("Goals sort themselves, so nothing moves"));
+    EXPECT_TRUE(store().toastOffersManualOrder());
+    EXPECT_FALSE(store().toastOffersUndo());
+    scheduler.advance(std::chrono::milliseconds(5999));
+    EXPECT_TRUE(store().toastMessage()) << "the person has to decide";
+    store().setAutoSortingGoals(false);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+    store().explainAutomaticOrder();
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+}
+
 TEST_F(GoalOperations, Priority_sorts_before_open_todos_and_equal_goals_keep_their_order)
 {
     const GoalID many = makeGoal(QStringLiteral("p2, ten open"));

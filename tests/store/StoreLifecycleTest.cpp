@@ -48,7 +48,27 @@ TEST_F(StoreLifecycle, A_new_language_is_stored_under_its_own_key_alone)
     EXPECT_EQ(store().language(), AppLanguage::german);
     EXPECT_EQ(settings.values.keys(), QStringList{QStringLiteral("kelpa.language")});
     EXPECT_EQ(settings.values.first(), SettingsValue(QStringLiteral("de")));
+    EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("language"), 1},
+                                                 {QStringLiteral("isLanguageChosen"), 1}}));
+    store().setLanguage(AppLanguage::english);
     EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("language"), 1}}));
+}
+
+TEST_F(StoreLifecycle, The_first_choice_of_a_language_is_stored_also_when_it_is_the_present_one)
+{
+    EXPECT_FALSE(store().isLanguageChosen());
+    store().chooseLanguage(AppLanguage::chinese);
+    EXPECT_TRUE(store().isLanguageChosen());
+    EXPECT_EQ(settings.values.value(languageKey), SettingsValue(QStringLiteral("zh-Hans")));
+    EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("isLanguageChosen"), 1}}));
+    EXPECT_EQ(takeWriteCount(), 1);
+    store().chooseLanguage(AppLanguage::chinese);
+    EXPECT_EQ(takeWriteCount(), 0);
+    EXPECT_TRUE(restartedStore().isLanguageChosen());
+
+    settings.values.insert(languageKey, QStringLiteral("EN"));
+    EXPECT_FALSE(restartedStore().isLanguageChosen()) << "it names no language";
+    EXPECT_EQ(store().language(), AppLanguage::chinese);
 }
 
 TEST_F(StoreLifecycle, The_current_language_writes_nothing)

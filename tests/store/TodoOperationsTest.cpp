@@ -70,6 +70,41 @@ TEST_F(TodoOperations, A_blank_title_or_an_unknown_goal_adds_nothing)
     expectNothingHappened();
 }
 
+TEST_F(TodoOperations, The_last_open_todo_of_a_goal_lingers_when_completed_and_a_toast_offers_undo)
+{
+    using namespace std::chrono_literals;
+    store().setLanguage(AppLanguage::english);
+    const GoalID a = makeGoal();
+    const TodoID other = makeTodo(a);
+    const TodoID last = makeTodo(a);
+    const auto complete = [this, a](TodoID todoID) {
+        store().toggleTodo(todoID, a);
+        EXPECT_EQ(store().toastMessage(), std::nullopt) << "it is in progress";
+        store().toggleTodo(todoID, a);
+    };
+    complete(other);
+    EXPECT_EQ(store().lingeringTodoID(), std::nullopt) << "it shows above the open one";
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+    complete(last);
+    EXPECT_EQ(store().lingeringTodoID(), last);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("Last todo of the goal completed"));
+    EXPECT_TRUE(store().toastOffersUndo());
+    scheduler.advance(1499ms);
+    EXPECT_EQ(store().lingeringTodoID(), last);
+    scheduler.advance(1ms);
+    EXPECT_EQ(store().lingeringTodoID(), std::nullopt);
+    store().undo();
+    EXPECT_TRUE(goal(a).hasOpenTodo());
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+
+    // Those of no goal have a list that shows them on.
+    const TodoID loose = makeTodo(unassigned);
+    store().toggleTodo(loose, unassigned);
+    store().toggleTodo(loose, unassigned);
+    EXPECT_EQ(store().lingeringTodoID(), std::nullopt);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+}
+
 TEST_F(TodoOperations, Adding_sorts_the_goals)
 {
     makeGoal(QStringLiteral("a"));

@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
         OperationCase{"toggle", [](Board& s) { s.store.toggleTodo(s.todoInA, s.a); }, {goals}, 1},
         OperationCase{"toggle_the_last_open_one_while_hiding",
                       [](Board& s) { s.store.toggleTodo(s.todoInA, s.a); },
-                      {goals, boardNavigation},
+                      {goals, boardNavigation, toastMessage, toastOffersUndo, lingeringTodoID},
                       1,
                       [](Board& s) {
                           completeOneOfA(s);

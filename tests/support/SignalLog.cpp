@@ -12,12 +12,14 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::windowsChanged, "windows");
     listen(&WindowStore::goalsChanged, "goals");
     listen(&WindowStore::unassignedTodosChanged, "unassignedTodos");
+    listen(&WindowStore::lingeringTodoIDChanged, "lingeringTodoID");
     listen(&WindowStore::previewsChanged, "previews");
     listen(&WindowStore::boardNavigationChanged, "boardNavigation");
     listen(&WindowStore::todoEditorGoalIDChanged, "todoEditorGoalID");
     listen(&WindowStore::todoEditorRequestIDChanged, "todoEditorRequestID");
     listen(&WindowStore::toastMessageChanged, "toastMessage");
     listen(&WindowStore::toastOffersUndoChanged, "toastOffersUndo");
+    listen(&WindowStore::toastOffersManualOrderChanged, "toastOffersManualOrder");
     listen(&WindowStore::restorationIDChanged, "restorationID");
     listen(&WindowStore::canUndoChanged, "canUndo");
     listen(&WindowStore::canRedoChanged, "canRedo");
@@ -26,6 +28,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::isScreenCaptureTrustedChanged, "isScreenCaptureTrusted");
     listen(&WindowStore::obstaclesChanged, "obstacles");
     listen(&WindowStore::languageChanged, "language");
+    listen(&WindowStore::isLanguageChosenChanged, "isLanguageChosen");
     listen(&WindowStore::isAutoSortingGoalsChanged, "isAutoSortingGoals");
     listen(&WindowStore::isHidingGoalsWithoutOpenTodosChanged, "isHidingGoalsWithoutOpenTodos");
     listen(&WindowStore::isSavingSlowlyChanged, "isSavingSlowly");

@@ -33,7 +33,8 @@ SearchFindings searchFindings(const QList<Goal>& goals, const QList<TodoItem>& u
     const TextSearch search(searchText, locale);
     if (search.isEmpty())
         return {};
-    SearchFindings findings{.isSearching = true};
+    SearchFindings findings;
+    findings.isSearching = true;
     QHash<GoalID, qsizetype> windowCounts;
     for (const WindowItem& window : foundWindows) {
         if (window.goalID)
