@@ -55,7 +55,8 @@ FocusScope {
         id: rail
 
         x: Theme.boardMargin
-        width: Theme.railWidth
+        z: 1
+        width: rail.implicitWidth
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         anchors.topMargin: Theme.large
@@ -77,7 +78,8 @@ FocusScope {
         end: targets.y + targets.implicitHeight + Theme.huge
         anchors.top: parent.top
         anchors.bottom: parent.bottom
-        anchors.left: rail.visible ? rail.right : parent.left
+        anchors.left: parent.left
+        anchors.leftMargin: rail.visible ? rail.x + Theme.railWidth : 0
         anchors.right: parent.right
         T.ScrollBar.vertical: AppScrollBar {
             parent: root

@@ -13,6 +13,7 @@ namespace {
 enum Role {
     columnIDRole = Qt::UserRole + 1,
     titleRole,
+    accentRole,
     isSelectedRole,
 };
 
@@ -42,6 +43,8 @@ QVariant BreadcrumbModel::data(const QModelIndex& index, int role) const
         return columnText(row.goalID);
     case titleRole:
         return row.title;
+    case accentRole:
+        return rawValue(row.accent);
     case isSelectedRole:
         return row.isSelected;
     default:
@@ -51,7 +54,10 @@ QVariant BreadcrumbModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> BreadcrumbModel::roleNames() const
 {
-    return {{columnIDRole, "columnID"}, {titleRole, "title"}, {isSelectedRole, "isSelected"}};
+    return {{columnIDRole, "columnID"},
+            {titleRole, "title"},
+            {accentRole, "accent"},
+            {isSelectedRole, "isSelected"}};
 }
 
 int BreadcrumbModel::selectedRow() const
@@ -65,7 +71,8 @@ void BreadcrumbModel::update()
     const TargetSelection& selected = m_store.boardNavigation().target;
     QList<BreadcrumbRow> goals;
     for (const Goal& goal : m_store.visibleGoals()) {
-        goals.append({goal.id, breadcrumbTitle(goal), selected == TargetSelection::goal(goal.id)});
+        goals.append({goal.id, breadcrumbTitle(goal), goal.accent,
+                      selected == TargetSelection::goal(goal.id)});
     }
     const int countBefore = count();
     setRows(goals);

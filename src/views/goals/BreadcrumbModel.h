@@ -18,6 +18,7 @@ struct BreadcrumbRow
 {
     GoalID goalID;
     QString title;
+    GoalAccent accent = GoalAccent::blue;
     bool isSelected = false;
 
     QUuid key() const { return goalID.value; }

@@ -6,8 +6,9 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Goals
 
-/// The head of a column. A goal's head can be dragged onto another column, which accepts it while
-/// goals have their own order.
+/// The head of a column. A goal's title has a line of its own above the controls, as wide as the card;
+/// "Unsorted" has its explanation there. A goal's head can be dragged onto another column, which accepts
+/// it while goals have their own order.
 Item {
     id: root
 
@@ -46,7 +47,7 @@ Item {
         root.menuRequested(menuButton);
     }
 
-    implicitHeight: 40
+    implicitHeight: root.isUnassigned ? 40 : Theme.columnListY - Theme.small
     opacity: root.isReceding ? Theme.recedingOpacity : 1
     // From one of its buttons.
     Keys.onPressed: event => {
@@ -88,7 +89,7 @@ Item {
         width: 10
         height: 10
         radius: 5
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: titleText.verticalCenter
         color: root.isUnassigned ? "transparent" : Theme.accentColor(root.accent)
         border.width: root.isUnassigned ? 2 : 0
         border.color: Theme.secondaryText
@@ -105,9 +106,9 @@ Item {
 
         anchors.left: parent.left
         anchors.leftMargin: Theme.columnTextX - root.x
-        anchors.right: controls.left
+        anchors.right: root.isUnassigned ? controls.left : parent.right
         anchors.rightMargin: Theme.tiny
-        anchors.verticalCenter: parent.verticalCenter
+        y: root.isUnassigned ? (root.height - height) / 2 : Theme.tiny
         text: root.title
         // The head of a card, above texts of 13 points, has their size and not the smaller one of
         // the rail's entries. It is the same while the card is collapsed and while the title moves,
@@ -120,10 +121,10 @@ Item {
     Row {
         id: controls
 
-        anchors.right: parent.right
-        // A badge at the end is aligned with the cards below, as the symbol of a button is.
-        anchors.rightMargin: root.isUnassigned ? Theme.tiny : 0
-        anchors.verticalCenter: parent.verticalCenter
+        // A badge at the end is aligned with the cards below, and the symbol of a button with the
+        // texts.
+        x: root.isUnassigned ? root.width - width - Theme.tiny : Theme.columnTextX - root.x - 6
+        y: root.isUnassigned ? (root.height - height) / 2 : menuButton.y
         spacing: 2
 
         HoverHandler {
@@ -170,17 +171,18 @@ Item {
             visible: !root.isUnassigned
             onClicked: root.goals.requestWindows(root.columnID)
         }
-        IconButton {
-            id: menuButton
+    }
+    IconButton {
+        id: menuButton
 
-            anchors.verticalCenter: parent.verticalCenter
-            symbol: "ellipsis"
-            size: 28
-            text: ViewSettings.copy.text(CopyKey.MoreGoalActions)
-            visible: !root.isUnassigned
-            Accessible.role: Accessible.ButtonMenu
-            onClicked: root.menuRequested(menuButton)
-        }
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        symbol: "ellipsis"
+        size: 28
+        text: ViewSettings.copy.text(CopyKey.MoreGoalActions)
+        visible: !root.isUnassigned
+        Accessible.role: Accessible.ButtonMenu
+        onClicked: root.menuRequested(menuButton)
     }
     HoverHandler {
         id: hover
@@ -188,6 +190,6 @@ Item {
     HoverTip {
         text: root.title
         isHovered: hover.hovered && titleText.isPartlySeen && !controlsHover.hovered
-                   && !dragArea.pressed && !root.dragSource.isDragging
+                   && !menuButton.hovered && !dragArea.pressed && !root.dragSource.isDragging
     }
 }

@@ -7,8 +7,9 @@ import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Goals
 
-/// One short entry for each visible goal: the number of its open todos, and its title. A click goes
-/// to the goal, and a drop on the entry acts as a drop on its card.
+/// One short entry for each visible goal: its colour, the number of its open todos, and its title. A
+/// click goes to the goal, and a drop on the entry acts as a drop on its card. Under the pointer the rail
+/// grows over the board, until it shows its titles.
 FocusScope {
     id: root
 
@@ -16,13 +17,39 @@ FocusScope {
     required property DropController drops
     required property BoardDragSource dragSource
 
-    implicitWidth: Theme.railWidth
+    /// Points; the widest title of an entry so far.
+    property real widestTitle: 0
+    /// How many entries have something dragged over them.
+    property int draggedOver: 0
+
+    readonly property bool isWanted: hover.hovered
+                                     || (root.dragSource.isDragging && root.draggedOver > 0)
+    /// Points between the rail and a title in it, on both sides.
+    readonly property real titleMargins: 28 + 6
+    readonly property real greatestWidth: 240
+
+    implicitWidth: root.isWanted
+                   ? Math.max(Theme.railWidth, Math.min(root.greatestWidth,
+                                                        root.widestTitle + root.titleMargins))
+                   : Theme.railWidth
     Accessible.role: Accessible.List
     Accessible.name: ViewSettings.copy.text(CopyKey.Goals)
 
+    Behavior on implicitWidth {
+        NumberAnimation {
+            duration: Theme.shortTime
+            easing.type: Easing.OutCubic
+        }
+    }
+
+    HoverHandler {
+        id: hover
+    }
     Rectangle {
         anchors.fill: parent
         radius: Theme.columnRadius
+        border.width: root.width > Theme.railWidth ? 1 : 0
+        border.color: Theme.fieldOutline
         gradient: Gradient {
             GradientStop {
                 position: 0
@@ -42,6 +69,8 @@ FocusScope {
 
         anchors.fill: parent
         anchors.margins: 14
+        // For the dots beside the entries.
+        anchors.leftMargin: 2
         boundsBehavior: Flickable.StopAtBounds
         clip: true
         spacing: Theme.tiny
@@ -58,85 +87,23 @@ FocusScope {
             height: entries.height
         }
 
-        delegate: PressButton {
+        delegate: BreadcrumbEntry {
             id: entry
 
-            required property string columnID
-            required property string title
-            required property bool isSelected
-            required property int index
+            goals: root.goals
+            drops: root.drops
+            dragSource: root.dragSource
+            list: entries
+            onTitleWidthChanged: root.widestTitle = Math.max(root.widestTitle, entry.titleWidth)
+            Component.onCompleted: root.widestTitle = Math.max(root.widestTitle, entry.titleWidth)
+            onIsDraggedOverChanged: root.draggedOver += entry.isDraggedOver ? 1 : -1
+        }
+    }
+    Connections {
+        target: root.dragSource
 
-            /// How far down the rail the entry is, from 0 to 1: the rail's colour there is its ground.
-            readonly property real depth: Math.max(0, Math.min(1, (entry.y - entries.contentY + 14)
-                                                                  / root.height))
-            readonly property color ground: Qt.tint(Qt.tint(Theme.railTop,
-                                                            Qt.alpha(Theme.railBottom, entry.depth)),
-                                                    Theme.accepting)
-
-            // A pooled entry, which will be reused for another goal, is not reached by the Tab key.
-            property bool isPooled: false
-
-            ListView.onPooled: entry.isPooled = true
-            ListView.onReused: entry.isPooled = false
-            visible: !entry.isPooled
-            z: index
-            width: entries.width
-            height: 18
-            text: entry.title
-            opacity: entry.isSelected || entryDrop.wouldReceive ? 1 : 0.65
-            Accessible.role: Accessible.ListItem
-            Accessible.selectable: true
-            Accessible.selected: entry.isSelected
-            onClicked: root.goals.showColumn(entry.columnID)
-            onActiveFocusChanged: if (entry.activeFocus)
-                entries.positionViewAtIndex(entry.index, ListView.Contain)
-
-            background: Rectangle {
-                radius: 7
-                color: entry.down ? Theme.press
-                       : entry.isSelected || entryDrop.wouldReceive ? Theme.accepting
-                       : entry.hovered ? Theme.hover : "transparent"
-                border.width: entryDrop.wouldReceive ? 2 : 0
-                border.color: Theme.focus
-            }
-            // Reaches to the next entry's drop area, so that no gap is left.
-            ColumnDropArea {
-                id: entryDrop
-
-                anchors.fill: parent
-                anchors.topMargin: -entries.spacing / 2
-                anchors.bottomMargin: -entries.spacing / 2
-                drops: root.drops
-                dragSource: root.dragSource
-                columnID: entry.columnID
-            }
-            DropLine {
-                y: -(entries.spacing + height) / 2
-                width: parent.width
-                visible: entryDrop.wouldInsertBefore
-            }
-
-            MarqueeGoalTitle {
-                id: entryTitle
-
-                anchors.fill: parent
-                anchors.leftMargin: 5
-                anchors.rightMargin: 5
-                text: entry.title
-                isEmphasized: entry.isSelected
-                ground: entry.ground
-                isAllowedToMove: entry.isSelected
-                isOnScreen: entry.y < entries.contentY + entries.height
-                            && entry.y + entry.height > entries.contentY
-            }
-            FocusRing {
-                radius: 7
-                margin: 0
-            }
-            HoverTip {
-                text: entry.title
-                isHovered: entry.hovered && entryTitle.isPartlySeen
-            }
+        function onIsDraggingChanged(): void {
+            root.draggedOver = 0;
         }
     }
     DragScroll {

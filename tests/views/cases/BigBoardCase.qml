@@ -6,7 +6,7 @@ import Kelpa.Appearance
 BoardCase {
     id: root
 
-    readonly property string longTitle: "A goal whose title is a good deal longer than its place"
+    readonly property string longTitle: "A goal whose title is a good deal longer than its place in the head of a card"
 
     function goal(number) {
         return "Goal " + number;

@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import Kelpa.Appearance
 import Kelpa.Goals
 import Kelpa.Board
 import "../cases"
@@ -83,8 +84,54 @@ Item {
             verify(entries.length > 20);
             verify(entries.length < 80, entries.length);
         }
-        function test_the_rail_is_116_points_wide_with_14_around_entries_18_high() {
+        function relativeLuminance(color) {
+            const linear = each => each <= 0.04045 ? each / 12.92 : Math.pow((each + 0.055) / 1.055, 2.4);
+            return 0.2126 * linear(color.r) + 0.7152 * linear(color.g) + 0.0722 * linear(color.b);
+        }
+        function contrast(one, other) {
+            const lights = [relativeLuminance(one), relativeLuminance(other)].sort((a, b) => b - a);
+            return (lights[0] + 0.05) / (lights[1] + 0.05);
+        }
+        function test_entries_at_rest_are_readable() {
+            tryVerify(() => entry("(0)" + goal(1)) !== null);
+            const texts = {"dark": ["#f1f2f4", "#2a2c32", "#202125"],
+                           "light": ["#191b1f", "#e6eaf2", "#eff0f3"]};
+            const [text, ...grounds] = texts[Theme.isDark ? "dark" : "light"];
+            compare([Theme.text, Theme.railTop, Theme.railBottom].map(String), [text, ...grounds]);
+            for (const appearance of ["dark", "light"]) {
+                const [own, top, bottom] = texts[appearance];
+                for (const ground of [top, bottom]) {
+                    const seen = Qt.tint(ground, Qt.alpha(own, entry("(0)" + goal(1)).opacity));
+                    verify(contrast(seen, Qt.color(ground)) >= 4.5, appearance);
+                }
+            }
+        }
+        function test_the_rail_shows_colours_and_grows_under_the_pointer_without_moving_the_board() {
             const rail = only(all(board, item => item instanceof GoalBreadcrumbRail));
+            const dot = all(entry("(0)" + goal(1)), item => item instanceof Rectangle
+                                                            && item.width === 6)[0];
+            verify(Qt.colorEqual(dot.color, Theme.accentColor("blue")));
+            mouseMove(root, 1000, 690);
+            tryCompare(rail, "width", 116);
+            world.board.goals.renameGoal(world.columnOfGoal(goal(2)), longTitle);
+            tryVerify(() => entry("(0)" + longTitle) !== null);
+            const place = targets().mapToItem(board, 0, 0).x;
+            // As on a desktop with a pointer.
+            entry("(0)" + goal(1)).hoverEnabled = true;
+            mouseMove(entry("(0)" + goal(1)), 20, 9);
+            tryCompare(rail, "width", 240);
+            compare(entry("(0)" + goal(1)).opacity, 1);
+            compare(entry("(0)" + goal(1)).mapToItem(rail, 0, 0).x, 14);
+            compare(targets().mapToItem(board, 0, 0).x, place);
+            mouseMove(root, 1000, 690);
+            tryCompare(rail, "width", 116);
+            compare(entry("(0)" + goal(1)).opacity, 0.65);
+            world.board.goals.renameGoal(world.columnOfGoal(longTitle), goal(2));
+        }
+        function test_the_rail_is_116_points_wide_with_14_around_entries_18_high() {
+            mouseMove(root, 1000, 690);
+            const rail = only(all(board, item => item instanceof GoalBreadcrumbRail));
+            tryCompare(rail, "width", 116);
             compare(rail.width, 116);
             const first = entry("(0)" + goal(1));
             const place = first.mapToItem(rail, 0, 0);
