@@ -4,18 +4,25 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// A small round button in an upper corner of a card; muted until the card has the pointer or the
-/// keyboard.
+/// A small round button in an upper corner of a card, over its picture: it shows while the card has the
+/// pointer, the keyboard or the selection. A finger on a button that does not show only reveals it.
 PressButton {
     id: root
 
     required property string symbol
-    property bool isMuted: false
+    required property bool isWanted
     /// Whether it is drawn as a picture of itself.
     property bool isPictured: false
     /// The ground while the pointer is over the button.
     property color hoveredGround: Theme.popup
     property color hoveredColor: Theme.text
+
+    readonly property bool isShown: root.isWanted || root.hovered || root.visualFocus
+    /// Whether the press under way began while nobody saw the button.
+    property bool isPressedUnseen: false
+
+    signal activated
+    signal revealed
 
     anchors.top: parent.top
     anchors.margins: Theme.tiny
@@ -24,14 +31,24 @@ PressButton {
     // For the shadow.
     bottomInset: -1
     opacity: 0.9
+    onPressed: root.isPressedUnseen = !root.isShown
+    onClicked: {
+        const isUnseen = root.isPressedUnseen;
+        root.isPressedUnseen = false;
+        if (isUnseen)
+            root.revealed();
+        else
+            root.activated();
+    }
 
     contentItem: AppIcon {
         name: root.symbol
         size: 14
-        color: root.hovered ? root.hoveredColor
-               : root.isMuted && !root.visualFocus ? Theme.secondaryText : Theme.text
+        visible: root.isShown
+        color: root.hovered ? root.hoveredColor : Theme.text
     }
     background: Item {
+        visible: root.isShown
         layer.enabled: root.isPictured
         layer.smooth: true
 

@@ -31,7 +31,9 @@ FocusableItem {
     /// Whether a person moved the focus to the card, or to one of its buttons, by keyboard.
     readonly property bool hasKeyboard: root.visualFocus || menuButton.visualFocus
                                         || closeButton.visualFocus
-    readonly property bool isPointedAt: root.isRaised || root.activeFocus
+    /// Whether its buttons show.
+    readonly property bool isPointedAt: root.isRaised || root.hasKeyboard || root.activeFocus
+                                        || revelation.running
     readonly property string help: ViewSettings.copy.text(CopyKey.WindowCardHelp)
 
     /// Whether the pointer rests on the card instead of crossing it: the text of its tip is soon
@@ -83,6 +85,12 @@ FocusableItem {
         interval: Theme.tipDelay
         running: hover.hovered && !root.hasRested
         onTriggered: root.hasRested = true
+    }
+    // A finger has no way to rest over the card: what it has revealed stays for a while.
+    Timer {
+        id: revelation
+
+        interval: 5000
     }
 
     DragArea {
@@ -164,23 +172,25 @@ FocusableItem {
 
             anchors.left: parent.left
             symbol: "ellipsis"
-            isMuted: !root.isPointedAt
+            isWanted: root.isPointedAt
             text: ViewSettings.copy.text(CopyKey.MoveToGoal)
             Accessible.role: Accessible.ButtonMenu
             isPictured: cardItem.isPictured
-            onClicked: root.menuRequested(root, Qt.rect(x, y, width, height))
+            onRevealed: revelation.restart()
+            onActivated: root.menuRequested(root, Qt.rect(x, y, width, height))
         }
         CardButton {
             id: closeButton
 
             anchors.right: parent.right
             symbol: "x"
-            isMuted: !root.isPointedAt
+            isWanted: root.isPointedAt
             hoveredGround: Theme.closing
             hoveredColor: Theme.textOnAccent
             text: ViewSettings.copy.text(CopyKey.CloseAppProcess)
             isPictured: cardItem.isPictured
-            onClicked: root.windows.closeWindowProcess(root.windowID)
+            onRevealed: revelation.restart()
+            onActivated: root.windows.closeWindowProcess(root.windowID)
         }
     }
 

@@ -80,8 +80,49 @@ Item {
             const button = cardButton("Report", "x");
             verify(button.visible);
             const before = world.calls().length;
-            touchEvent(button).press(0, button, 11, 11).commit();
-            touchEvent(button).release(0, button, 11, 11).commit();
+            const tap = () => {
+                touchEvent(button).press(0, button, 11, 11).commit();
+                touchEvent(button).release(0, button, 11, 11).commit();
+                world.runPending();
+            };
+            // A person who did not see it meant something else.
+            verify(!button.isShown);
+            tap();
+            verify(button.isShown);
+            verify(!world.calls().slice(before).includes("quit 1000"));
+            tap();
+            verify(world.calls().slice(before).includes("quit 1000"));
+        }
+        function test_the_buttons_of_a_card_show_with_the_pointer_the_keyboard_and_the_selection() {
+            mouseMove(root, 1090, 690);
+            world.clearSelection();
+            tryVerify(() => card("Report") !== null);
+            const shown = () => card("Report") === null ? [] : ["ellipsis", "x"].map(symbol => {
+                const button = cardButton("Report", symbol);
+                compare(button.contentItem.visible, button.isShown);
+                compare(button.background.visible, button.isShown);
+                // Assistive programs find it all the same.
+                verify(button.visible);
+                return button.isShown;
+            });
+            tryVerify(() => shown().length === 2 && !shown().some(each => each));
+            mouseMove(card("Report"), 60, 110);
+            tryVerify(() => shown().length === 2 && shown().every(each => each));
+            mouseMove(root, 1090, 690);
+            tryVerify(() => shown().length === 2 && !shown().some(each => each));
+            world.board.windows.selectWindow(card("Report").windowID);
+            tryVerify(() => shown().length === 2 && shown().every(each => each));
+            world.clearSelection();
+            tryVerify(() => shown().length === 2 && !shown().some(each => each));
+            const close = cardButton("Report", "x");
+            close.forceActiveFocus(Qt.TabFocusReason);
+            verify(close.isShown);
+            close.focus = false;
+            // An assistive program presses what does not show.
+            world.clearSelection();
+            tryVerify(() => shown().length === 2);
+            const before = world.calls().length;
+            cardButton("Report", "x").Accessible.pressAction();
             world.runPending();
             verify(world.calls().slice(before).includes("quit 1000"));
         }
