@@ -231,6 +231,8 @@ bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
     // Also sent when the window is minimised, or on another desktop.
     if (event->type() == QEvent::Expose && watched == window())
         updateSeen();
+    if (event->type() == QEvent::FocusIn && watched == window())
+        m_parts->controller.search()->noteForward();
     return QObject::eventFilter(watched, event);
 }
 

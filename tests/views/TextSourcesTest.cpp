@@ -93,7 +93,7 @@ bool isFromTheTable(const Literal& literal)
     if (isForPeople(literal.place))
         return fits(literal.text, u"^((\\s|\\\\n)*|#[0-9a-f]{6,8})$");
     // The keys of a shortcut have the names that the toolkit gives them.
-    return literal.place == u"sequence" || !fits(literal.text, u"\\p{L}") ||
+    return fits(literal.place, u"^sequences?$") || !fits(literal.text, u"\\p{L}") ||
            isForTheProgram(literal.text);
 }
 

@@ -1,6 +1,7 @@
 #include "views/board/BoardController.h"
 
 #include "store/WindowStore.h"
+#include "text/KelpaCopy.h"
 
 #include <algorithm>
 #include <optional>
@@ -22,6 +23,10 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
     connect(&store, &WindowStore::toastMessageChanged, this, &BoardController::toastMessageChanged);
     connect(&store, &WindowStore::toastOffersUndoChanged, this,
             &BoardController::toastOffersUndoChanged);
+    for (const auto signal :
+         {&WindowStore::toastOffersUndoChanged, &WindowStore::toastOffersManualOrderChanged,
+          &WindowStore::languageChanged})
+        connect(&store, signal, this, &BoardController::toastActionTextChanged);
     connect(&store, &WindowStore::isSavingSlowlyChanged, this,
             &BoardController::isSavingSlowlyChanged);
     connect(&store, &WindowStore::canUndoChanged, this, &BoardController::canUndoChanged);
@@ -150,6 +155,28 @@ bool BoardController::toastOffersUndo() const
     return m_store.toastOffersUndo();
 }
 
+QString BoardController::toastActionText() const
+{
+    if (m_store.toastOffersUndo())
+        return KelpaCopy::text(CopyKey::Undo, m_store.language());
+    return m_store.toastOffersManualOrder()
+               ? KelpaCopy::text(CopyKey::StopSorting, m_store.language())
+               : QString();
+}
+
+void BoardController::takeToastOffer()
+{
+    if (m_store.toastOffersManualOrder())
+        m_store.setAutoSortingGoals(false);
+    else
+        m_store.undo();
+}
+
+void BoardController::explainAutomaticOrder()
+{
+    m_store.explainAutomaticOrder();
+}
+
 bool BoardController::isSavingSlowly() const
 {
     return m_store.isSavingSlowly();
@@ -203,7 +230,7 @@ void BoardController::redo()
 void BoardController::setLanguageIndex(int index)
 {
     if (index >= 0 && index < static_cast<int>(allAppLanguages.size()))
-        m_store.setLanguage(allAppLanguages.at(static_cast<std::size_t>(index)));
+        m_store.chooseLanguage(allAppLanguages.at(static_cast<std::size_t>(index)));
 }
 
 void BoardController::toggleAutoSortingGoals()

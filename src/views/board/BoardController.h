@@ -5,6 +5,7 @@
 #include "layout/BoardMetrics.h"
 #include "views/board/BoardColumnModel.h"
 #include "views/board/BoardTargetModel.h"
+#include "views/board/LanguageOffer.h"
 #include "views/board/SearchController.h"
 #include "views/board/TroubleController.h"
 #include "views/goals/DropController.h"
@@ -12,6 +13,7 @@
 #include "views/todos/TodoController.h"
 #include "views/windows/WindowController.h"
 
+#include <QLocale>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -43,6 +45,7 @@ class BoardController : public QObject
     /// The part of the board's width that the targets have, in points.
     Q_PROPERTY(double boardWidth READ boardWidth WRITE setBoardWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(double targetAreaWidth READ targetAreaWidth NOTIFY targetAreaChanged)
+    Q_PROPERTY(kelpa::LanguageOffer* languageOffer READ languageOffer CONSTANT)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
     Q_PROPERTY(bool isAutoSortingGoals READ isAutoSortingGoals NOTIFY isAutoSortingGoalsChanged)
@@ -63,6 +66,8 @@ class BoardController : public QObject
     Q_PROPERTY(bool isDoubleTapOffered READ isDoubleTapOffered NOTIFY isDoubleTapOfferedChanged)
     Q_PROPERTY(QString toastMessage READ toastMessage NOTIFY toastMessageChanged)
     Q_PROPERTY(bool toastOffersUndo READ toastOffersUndo NOTIFY toastOffersUndoChanged)
+    /// What the button of the toast says; empty for no button.
+    Q_PROPERTY(QString toastActionText READ toastActionText NOTIFY toastActionTextChanged)
     /// Whether changes have been on their way to the disk for a second.
     Q_PROPERTY(bool isSavingSlowly READ isSavingSlowly NOTIFY isSavingSlowlyChanged)
     Q_PROPERTY(bool canUndo READ canUndo NOTIFY canUndoChanged)
@@ -78,6 +83,7 @@ public:
     WindowController* windows() { return &m_windows; }
     SearchController* search() { return &m_search; }
     TroubleController* trouble() { return &m_trouble; }
+    LanguageOffer* languageOffer() { return &m_languageOffer; }
     BoardColumnModel* columns() { return &m_columns; }
     BoardTargetModel* targets() { return &m_targets; }
 
@@ -114,6 +120,11 @@ public:
     QString toastMessage() const;
     /// Whether `undo` takes back what the toast reports.
     bool toastOffersUndo() const;
+    QString toastActionText() const;
+    /// Does what the button of the toast says.
+    Q_INVOKABLE void takeToastOffer();
+    /// Tells a person who wants to move a goal why that cannot be done, while it cannot.
+    Q_INVOKABLE void explainAutomaticOrder();
     /// The toast stays for as long as the pointer or the keyboard is on it.
     Q_INVOKABLE void setToastHeld(bool isHeld);
     bool isSavingSlowly() const;
@@ -141,6 +152,7 @@ Q_SIGNALS:
     void isDoubleTapOfferedChanged();
     void toastMessageChanged();
     void toastOffersUndoChanged();
+    void toastActionTextChanged();
     void isSavingSlowlyChanged();
     void canUndoChanged();
     void canRedoChanged();
@@ -156,6 +168,8 @@ Q_SIGNALS:
     void changeRestored();
     /// Asks for the menu of the selected window or goal, or that of the board.
     void selectionMenuRequested();
+    /// Asks for the list of all keys.
+    void keysRequested();
 
 private:
     BreadcrumbRail rail();
@@ -169,6 +183,7 @@ private:
     DropController m_drops{m_store, m_goals};
     TodoController m_todos;
     WindowController m_windows;
+    LanguageOffer m_languageOffer{m_store, QLocale::system().uiLanguages()};
     SearchController m_search{m_store, m_goals, m_todos};
     TroubleController m_trouble{m_store, m_todos};
     /// The row of the selected target and the number of rows when the board was last shown.

@@ -12,6 +12,9 @@ Item {
 
     required property BoardController board
 
+    /// Null while there is nothing to say.
+    property SearchStatus status: null
+
     /// The width in points at which the controls show all of their texts beside a short search
     /// field.
     readonly property real wantedWidth: 2 * Theme.boardMargin + name.implicitWidth + Theme.small
@@ -141,10 +144,11 @@ Item {
         id: subtitle
 
         anchors.left: parent.left
-        anchors.right: status.left
+        anchors.right: parent.right
         anchors.top: controls.bottom
         anchors.leftMargin: Theme.boardMargin
-        anchors.rightMargin: status.active ? Theme.large : Theme.boardMargin
+        anchors.rightMargin: Theme.boardMargin
+                             + (root.status !== null ? root.status.width + Theme.large : 0)
         height: implicitHeight + Theme.tiny
         text: ViewSettings.copy.text(CopyKey.Subtitle)
         color: Theme.secondaryText
@@ -152,18 +156,17 @@ Item {
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
-    // Below the field and the button that it belongs to.
-    Loader {
-        id: status
-
-        anchors.right: parent.right
-        anchors.rightMargin: status.active ? Theme.boardMargin : 0
-        anchors.verticalCenter: subtitle.verticalCenter
-        active: root.board.search.isSearching || root.board.search.hiddenGoalCount > 0
-        visible: status.active
-        sourceComponent: SearchStatus {
+    // Below the field and the button that it belongs to. Most of the time there is nothing to say.
+    Repeater {
+        model: root.board.search.isSearching || root.board.search.hiddenGoalCount > 0 ? 1 : 0
+        delegate: SearchStatus {
+            anchors.right: root.right
+            anchors.rightMargin: Theme.boardMargin
+            anchors.verticalCenter: subtitle.verticalCenter
             search: root.board.search
         }
+        onItemAdded: (index, item) => root.status = item as SearchStatus
+        onItemRemoved: root.status = null
     }
     BoardHints {
         id: hints

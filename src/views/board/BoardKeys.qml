@@ -24,13 +24,17 @@ Item {
         if (event.accepted && !event.isAutoRepeat)
             root.board.activateSelection();
     }
-    /// Alt with the left or right arrow moves the goal that contains the focus by one place.
+    /// Alt with the left or right arrow moves the goal that contains the focus by one place, or says
+    /// why it does not.
     function takeKey(event: KeyEvent): void {
         const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
         const column = root.targets.itemAtRow(root.selectionFocus.focusedRow()) as GoalColumn;
         event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
-                && !root.selectionFocus.isWriting && column !== null
-                && root.board.goals.moveColumn(column.columnID, step);
+                && !root.selectionFocus.isWriting && column !== null && !column.isUnassigned
+                && (root.board.isAutoSortingGoals
+                    || root.board.goals.moveColumn(column.columnID, step));
+        if (event.accepted && root.board.isAutoSortingGoals)
+            root.board.explainAutomaticOrder();
     }
 
     // The board forwards what no item within it has taken.

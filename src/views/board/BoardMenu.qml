@@ -17,6 +17,7 @@ AppMenu {
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.NewGoal)
         symbol: "plus"
+        keys: ViewSettings.copy.newGoalKeys()
         onTriggered: root.newGoalRequested()
     }
     AppMenuSeparator {}
@@ -31,5 +32,11 @@ AppMenu {
         symbol: "redo-2"
         enabled: root.board.canRedo
         onTriggered: root.board.redo()
+    }
+    AppMenuSeparator {}
+    AppMenuItem {
+        text: ViewSettings.copy.text(CopyKey.KeyboardShortcuts)
+        keys: ViewSettings.copy.helpKeys()
+        onTriggered: root.board.keysRequested()
     }
 }

@@ -4,20 +4,18 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Board
 
-/// What a person has to know before the board, one below the other: trouble with its file, what keeps it
-/// from windows, and a search from before.
+/// What a person has to know before the board, one below the other: trouble with its file, a language that
+/// may be wanted, what keeps the board from windows, and a search from before.
 Column {
     id: root
 
     required property BoardController board
 
-    /// Whether the board came forward with a search from before.
-    property bool isSearchOld: false
-
     // Created on first use.
     property TroubleBanner troubleBanner: null
 
-    readonly property bool isEmpty: !place.visible && !banner.visible && !searchNotice.active
+    readonly property bool isEmpty: !place.visible && !root.board.languageOffer.isOpen && !banner.visible
+                                     && !root.board.search.isOld
 
     function showTrouble(): void {
         if (root.troubleBanner === null && root.board.trouble.isThere)
@@ -36,19 +34,23 @@ Column {
         // Not before the banner is whole: assistive programs read out what begins to show.
         visible: root.troubleBanner !== null && root.board.trouble.isThere
     }
+    Repeater {
+        model: root.board.languageOffer.isOpen ? 1 : 0
+        delegate: LanguageOfferLine {
+            width: root.width
+            offer: root.board.languageOffer
+        }
+    }
     PermissionBanner {
         id: banner
 
         width: root.width
         board: root.board
     }
-    Loader {
-        id: searchNotice
-
-        width: root.width
-        active: root.isSearchOld
-        visible: searchNotice.active
-        sourceComponent: SearchNotice {
+    Repeater {
+        model: root.board.search.isOld ? 1 : 0
+        delegate: SearchNotice {
+            width: root.width
             search: root.board.search
         }
     }
@@ -65,22 +67,6 @@ Column {
 
         function onTroubleChanged(): void {
             root.showTrouble();
-        }
-    }
-    Connections {
-        target: root.Window.window
-        ignoreUnknownSignals: true
-
-        function onActiveChanged(): void {
-            if (root.Window.active)
-                root.isSearchOld = root.board.search.isSearching;
-        }
-    }
-    Connections {
-        target: root.board.search
-
-        function onTextChanged(): void {
-            root.isSearchOld = false;
         }
     }
 }

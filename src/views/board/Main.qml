@@ -88,6 +88,10 @@ T.ApplicationWindow {
         onNewGoalRequested: sheets.askForGoal()
         Keys.onPressed: event => root.takeMenuKey(event)
     }
+    BoardShortcuts {
+        board: root.board
+        onNewGoalRequested: sheets.askForGoal()
+    }
     Toast {
         id: toast
 
@@ -95,8 +99,8 @@ T.ApplicationWindow {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.huge
         message: root.board.toastMessage
-        actionText: root.board.toastOffersUndo ? ViewSettings.copy.text(CopyKey.Undo) : ""
-        onActionRequested: root.board.undo()
+        actionText: root.board.toastActionText
+        onActionRequested: root.board.takeToastOffer()
         onIsHeldChanged: root.board.setToastHeld(isHeld)
     }
 

@@ -29,6 +29,7 @@ SearchController::SearchController(WindowStore& store, GoalController& goals, To
     : m_store(store), m_goals(goals), m_todos(todos)
 {
     connect(&store, &WindowStore::searchTextChanged, this, &SearchController::textChanged);
+    connect(&store, &WindowStore::searchTextChanged, this, [this] { setOld(false); });
     for (const auto signal : {&WindowStore::windowsChanged, &WindowStore::goalsChanged,
                               &WindowStore::unassignedTodosChanged, &WindowStore::searchTextChanged,
                               &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
@@ -48,6 +49,19 @@ void SearchController::setText(const QString& text)
 bool SearchController::isSearching() const
 {
     return m_store.searchFindings().isSearching;
+}
+
+void SearchController::noteForward()
+{
+    setOld(isSearching());
+}
+
+void SearchController::setOld(bool isOld)
+{
+    if (m_isOld == isOld)
+        return;
+    m_isOld = isOld;
+    Q_EMIT isOldChanged();
 }
 
 int SearchController::windowCount() const
@@ -84,9 +98,10 @@ bool SearchController::selectFirst()
 {
     if (selectFirstWindow() || selectFirstGoal() || selectFirstTodo())
         return true;
-    const bool isAnyHidden = hiddenCount() > 0;
+    if (hiddenCount() == 0)
+        return false;
     showHidden();
-    return isAnyHidden;
+    return true;
 }
 
 bool SearchController::openFirst()

@@ -21,6 +21,8 @@ class SearchController : public QObject
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
     /// Whether the text is more than white space.
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY findingsChanged)
+    /// Whether the board came forward with this search, which a person may have forgotten.
+    Q_PROPERTY(bool isOld READ isOld NOTIFY isOldChanged)
     // How much the board shows of what matches.
     Q_PROPERTY(int windowCount READ windowCount NOTIFY findingsChanged)
     Q_PROPERTY(int goalCount READ goalCount NOTIFY findingsChanged)
@@ -40,6 +42,9 @@ public:
     QString text() const;
     void setText(const QString& text);
     bool isSearching() const;
+    bool isOld() const { return m_isOld; }
+    /// Reports that the board has come forward.
+    Q_INVOKABLE void noteForward();
     int windowCount() const;
     int goalCount() const;
     int todoCount() const;
@@ -58,6 +63,7 @@ public:
 
 Q_SIGNALS:
     void textChanged();
+    void isOldChanged();
     void findingsChanged();
     /// A character is typed on the board: the field takes the keyboard.
     void typingStarted();
@@ -65,6 +71,7 @@ Q_SIGNALS:
     void selectionRequested();
 
 private:
+    void setOld(bool isOld);
     bool selectFirstWindow();
     bool selectFirstGoal();
     bool selectFirstTodo();
@@ -72,6 +79,7 @@ private:
     WindowStore& m_store;
     GoalController& m_goals;
     TodoController& m_todos;
+    bool m_isOld = false;
 };
 
 } // namespace kelpa

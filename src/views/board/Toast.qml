@@ -38,7 +38,7 @@ Rectangle {
     onMessageChanged: root.noteShown()
     onActionTextChanged: root.noteShown()
 
-    implicitWidth: Math.min(420, label.implicitWidth + label.anchors.leftMargin
+    implicitWidth: Math.min(560, label.implicitWidth + label.anchors.leftMargin
                                  + label.anchors.rightMargin)
     implicitHeight: 36
     radius: height / 2

@@ -12,6 +12,8 @@ T.MenuItem {
     property string symbol
     property color symbolColor: Theme.secondaryText
     property color foreground: Theme.text
+    /// The keys that do the same; empty for none.
+    property string keys
     /// Whether it is one of several alternatives, and whether it is the chosen one.
     property bool isChoice: false
     property bool isChosen: false
@@ -21,6 +23,7 @@ T.MenuItem {
     readonly property bool isOpener: root.subMenu !== null
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
+                   + (root.keys.length > 0 ? keysMetrics.advanceWidth + Theme.huge : 0)
     implicitHeight: 30
     leftPadding: root.hasMarkPlace ? 34 : 10
     rightPadding: root.isOpener ? 36 : 14
@@ -50,6 +53,24 @@ T.MenuItem {
         color: root.down ? Theme.press : root.highlighted ? Theme.accepting : "transparent"
     }
 
+    TextMetrics {
+        id: keysMetrics
+
+        font: Theme.caption
+        text: root.keys
+    }
+    // Most items have none.
+    Repeater {
+        model: root.keys.length > 0 ? 1 : 0
+        delegate: AppText {
+            anchors.right: root.right
+            anchors.rightMargin: 14
+            anchors.verticalCenter: root.verticalCenter
+            text: root.keys
+            font: Theme.caption
+            color: Theme.secondaryText
+        }
+    }
     AppIcon {
         x: root.isOpener ? root.width - width - 10 : 10
         anchors.verticalCenter: parent.verticalCenter

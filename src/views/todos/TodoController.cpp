@@ -16,7 +16,8 @@ TodoController::TodoController(WindowStore& store, QObject* parent)
       m_isUnifiedSelected(store.boardNavigation().target.isUnifiedTodos())
 {
     for (const auto signal : {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
-                              &WindowStore::languageChanged, &WindowStore::searchTextChanged})
+                              &WindowStore::languageChanged, &WindowStore::searchTextChanged,
+                              &WindowStore::lingeringTodoIDChanged})
         connect(&store, signal, this, &TodoController::entriesChanged);
     connect(&store, &WindowStore::todoEditorGoalIDChanged, this,
             &TodoController::editorColumnIDChanged);
@@ -43,7 +44,8 @@ QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
 {
     const std::optional<TodoList> list = todoListFromText(listID);
     return list ? withMatches(todoEntries(*list, m_store.goals(), m_store.unassignedTodos(),
-                                          KelpaCopy::text(CopyKey::Unsorted, m_store.language())),
+                                          KelpaCopy::text(CopyKey::Unsorted, m_store.language()),
+                                          m_store.lingeringTodoID()),
                               m_store.searchFindings())
                 : QList<UnifiedTodoEntry>();
 }

@@ -14,10 +14,13 @@ void sortByOrder(QList<UnifiedTodoEntry>& entries)
 
 } // namespace
 
-QList<UnifiedTodoEntry> goalTodoEntries(const Goal& goal)
+QList<UnifiedTodoEntry> goalTodoEntries(const Goal& goal, std::optional<TodoID> lingering)
 {
     QList<UnifiedTodoEntry> entries;
     const QList<TodoItem> todos = goal.visibleTodos();
+    const TodoItem* const last = lingering ? todoWith(*lingering, goal.todos) : nullptr;
+    if (todos.isEmpty() && last != nullptr)
+        return {{goal.id, *last, goal.title}};
     entries.reserve(todos.size());
     for (const TodoItem& todo : todos)
         entries.append({goal.id, todo, goal.title});
@@ -37,7 +40,8 @@ QList<UnifiedTodoEntry> unassignedTodoEntries(const QList<TodoItem>& unassigned,
 
 QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
                                            const QList<TodoItem>& unassigned,
-                                           const QString& unassignedTitle)
+                                           const QString& unassignedTitle,
+                                           std::optional<TodoID> lingering)
 {
     QList<UnifiedTodoEntry> entries;
     for (const TodoItem& todo : unassigned)
@@ -45,7 +49,7 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
             entries.append({std::nullopt, todo, unassignedTitle});
     for (const Goal& goal : goals)
         for (const TodoItem& todo : goal.todos)
-            if (todo.isOpen())
+            if (todo.isOpen() || todo.id == lingering)
                 entries.append({goal.id, todo, goal.title});
     sortByOrder(entries);
     return entries;
@@ -53,15 +57,15 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
 
 QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goals,
                                     const QList<TodoItem>& unassigned,
-                                    const QString& unassignedTitle)
+                                    const QString& unassignedTitle, std::optional<TodoID> lingering)
 {
     const ColumnID* const column = std::get_if<ColumnID>(&list);
     if (column == nullptr)
-        return unifiedTodoEntries(goals, unassigned, unassignedTitle);
+        return unifiedTodoEntries(goals, unassigned, unassignedTitle, lingering);
     if (!column->goalID)
         return unassignedTodoEntries(unassigned, unassignedTitle);
     const Goal* const goal = goalWith(*column->goalID, goals);
-    return goal != nullptr ? goalTodoEntries(*goal) : QList<UnifiedTodoEntry>();
+    return goal != nullptr ? goalTodoEntries(*goal, lingering) : QList<UnifiedTodoEntry>();
 }
 
 QList<UnifiedTodoEntry> withMatches(QList<UnifiedTodoEntry> entries, const SearchFindings& findings)

@@ -32,24 +32,29 @@ struct UnifiedTodoEntry
     friend bool operator==(const UnifiedTodoEntry&, const UnifiedTodoEntry&) = default;
 };
 
-/// The rows on a goal's card: the open todos and the one completed last, in board order.
-QList<UnifiedTodoEntry> goalTodoEntries(const Goal& goal);
+/// The rows on a goal's card: the open todos and the one completed last, in board order; without
+/// open todos, the one that lingers.
+QList<UnifiedTodoEntry> goalTodoEntries(const Goal& goal,
+                                        std::optional<TodoID> lingering = std::nullopt);
 
 /// All of `unassigned`, also completed todos, in board order. `title` is the title of their column.
 QList<UnifiedTodoEntry> unassignedTodoEntries(const QList<TodoItem>& unassigned,
                                               const QString& title);
 
-/// The open todos of the whole board in board order. Among equal orders, unassigned todos come
-/// first, then those of the goals in goal order. `unassignedTitle` is the `goalTitle` of unassigned
-/// todos.
+/// The open todos of the whole board, and the one that lingers, in board order. Among equal orders,
+/// unassigned todos come first, then those of the goals in goal order. `unassignedTitle` is the
+/// `goalTitle` of unassigned todos.
 QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
                                            const QList<TodoItem>& unassigned,
-                                           const QString& unassignedTitle);
+                                           const QString& unassignedTitle,
+                                           std::optional<TodoID> lingering = std::nullopt);
 
-/// The todos of any list. Empty for a goal that does not exist.
+/// The todos of any list. Empty for a goal that does not exist. `lingering` is shown for a moment
+/// after it was completed.
 QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goals,
                                     const QList<TodoItem>& unassigned,
-                                    const QString& unassignedTitle);
+                                    const QString& unassignedTitle,
+                                    std::optional<TodoID> lingering = std::nullopt);
 
 /// `entries` with what a search makes of them.
 QList<UnifiedTodoEntry> withMatches(QList<UnifiedTodoEntry> entries,

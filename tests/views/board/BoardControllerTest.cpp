@@ -171,6 +171,21 @@ TEST_F(Controller, The_sorting_of_goals_is_toggled)
     EXPECT_TRUE(controller->isAutoSortingGoals());
 }
 
+TEST_F(Controller, The_toast_s_button_does_what_it_says)
+{
+    EXPECT_EQ(controller->toastActionText(), QString());
+    store().deleteGoal(second);
+    EXPECT_EQ(controller->toastActionText(), QStringLiteral("Undo"));
+    controller->takeToastOffer();
+    EXPECT_EQ(titles(), QStringLiteral("First Second"));
+    store().setAutoSortingGoals(true);
+    controller->explainAutomaticOrder();
+    EXPECT_EQ(controller->toastActionText(), QStringLiteral("Stop sorting"));
+    controller->takeToastOffer();
+    EXPECT_FALSE(store().isAutoSortingGoals());
+    EXPECT_EQ(controller->toastActionText(), QString());
+}
+
 TEST_F(Controller, The_first_window_that_shows_is_found_on_the_board_from_its_beginning)
 {
     desktop.addAccessibleWindow(8, 100, QStringLiteral("Letter"));

@@ -86,6 +86,20 @@ TEST_F(SearchOfTheBoard, Opening_brings_a_window_forward_and_a_goal_only_into_vi
     EXPECT_FALSE(controller.search()->openFirst());
 }
 
+TEST_F(SearchOfTheBoard, One_with_which_the_board_comes_forward_is_old_until_it_changes)
+{
+    const QSignalSpy changes(controller.search(), &SearchController::isOldChanged);
+    controller.search()->noteForward();
+    EXPECT_FALSE(controller.search()->isOld());
+    search("rep");
+    EXPECT_FALSE(controller.search()->isOld());
+    controller.search()->noteForward();
+    EXPECT_TRUE(controller.search()->isOld());
+    search("repo");
+    EXPECT_FALSE(controller.search()->isOld());
+    EXPECT_EQ(changes.count(), 2);
+}
+
 TEST_F(SearchOfTheBoard, Columns_and_todos_that_do_not_match_step_back)
 {
     store().renameGoal(first, QStringLiteral("Green goal"));

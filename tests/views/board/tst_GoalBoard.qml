@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Goals
 import Kelpa.Board
@@ -100,6 +101,23 @@ Item {
             world.board.goals.deleteGoal(world.columnOfGoal("Second"));
             tryVerify(() => columns().length === 2);
         }
+        function test_the_title_of_a_goal_has_most_of_its_header() {
+            tryVerify(() => columns().length === 2);
+            const first = columns().find(column => column.title === "First");
+            const header = all(first, item => item instanceof ColumnHeader)[0];
+            const title = all(header, item => item instanceof MarqueeGoalTitle)[0];
+            verify(title.width >= 0.55 * header.width, title.width + " of " + header.width);
+            // Whatever shows beside or below it stays beside or below it.
+            for (const item of all(header, item => (item instanceof PressButton
+                                                    || item instanceof CountBadge) && item.visible)) {
+                const place = item.mapToItem(header, 0, 0);
+                verify(place.y >= title.y + title.height || place.x >= title.x + title.width,
+                       item.text);
+                verify(place.y + item.height <= header.height + 0.5);
+            }
+            // The lists of all columns begin at one height.
+            compare(header.y + header.height, Theme.columnListY);
+        }
         function test_the_badge_of_a_goal_adds_windows_to_it() {
             tryVerify(() => columns().length === 2);
             const first = columns().find(column => column.title === "First");
@@ -139,7 +157,7 @@ Item {
             adding.clear();
             const item = text => menuItems().find(each => each.text === text);
             mouseClick(view(), 5, 300, Qt.RightButton);
-            tryVerify(() => menuItems().length === 3);
+            tryVerify(() => menuItems().length === 4);
             verify(item("Undo").enabled);
             verify(!item("Redo").enabled);
             chooseAndClose("New goal");

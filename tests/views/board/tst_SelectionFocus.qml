@@ -155,13 +155,14 @@ Item {
             tryVerify(() => !isMoving());
             verify(card("Letter").visualFocus);
         }
-        function test_the_card_that_the_arrows_have_selected_leaves_Return_alone() {
+        function test_Return_brings_the_window_forward_that_the_arrows_have_selected() {
             world.board.windows.selectWindow(8);
             tryVerify(() => holder() === card("Letter"));
             const before = world.calls().length;
             keyClick(Qt.Key_Return);
             world.runPending();
-            verify(!world.calls().slice(before).includes("raise Letter"));
+            verify(world.calls().slice(before).includes("raise Letter"));
+            verify(card("Letter").isSelected);
         }
         function test_the_field_for_a_todo_keeps_the_focus_and_gives_it_back() {
             world.board.todos.requestEditor(world.columnOfGoal("First"));

@@ -109,5 +109,40 @@ TEST(TodoSymbols, Every_status_has_its_own)
     EXPECT_EQ(statusSymbol(TodoStatus::completed), QStringLiteral("circle-check-filled"));
 }
 
+TEST(TodoRows, A_todo_that_lingers_shows_where_it_was_until_the_moment_is_over)
+{
+    const TodoItem done = todo(QStringLiteral("done"), 1, TodoStatus::completed);
+    const QList<Goal> goals{goal(QStringLiteral("A"), {done}),
+                            goal(QStringLiteral("B"), {todo(QStringLiteral("b"), 0)})};
+    EXPECT_EQ(entryTexts(goalTodoEntries(goals.front(), done.id)),
+              QStringList{QStringLiteral("done @ A")});
+    EXPECT_EQ(entryTexts(goalTodoEntries(goals.front())), QStringList());
+    EXPECT_EQ(entryTexts(unifiedTodoEntries(goals, {}, unsorted, done.id)),
+              (QStringList{QStringLiteral("b @ B"), QStringLiteral("done @ A")}));
+    EXPECT_EQ(entryTexts(unifiedTodoEntries(goals, {}, unsorted)),
+              QStringList{QStringLiteral("b @ B")});
+    // Where others are open, the card shows the one completed last anyway.
+    const Goal mixed = goal(QStringLiteral("C"), {done, todo(QStringLiteral("c"), 2)});
+    EXPECT_EQ(entryTexts(goalTodoEntries(mixed, done.id)).size(), 2);
+}
+
+TEST(TodoRows, A_search_tells_the_rows_apart)
+{
+    const TodoItem found = todo(QStringLiteral("bank"));
+    const QList<UnifiedTodoEntry> entries =
+        unassignedTodoEntries({found, todo(QStringLiteral("walk"), 1)}, unsorted);
+    const auto matches = [&entries](const SearchFindings& findings) {
+        QList<SearchMatch> result;
+        for (const UnifiedTodoEntry& entry : withMatches(entries, findings))
+            result.append(entry.match);
+        return result;
+    };
+    EXPECT_EQ(matches({}), (QList<SearchMatch>(2, SearchMatch::notSearched)));
+    SearchFindings findings;
+    findings.isSearching = true;
+    findings.todos = {found.id};
+    EXPECT_EQ(matches(findings), (QList<SearchMatch>{SearchMatch::found, SearchMatch::missed}));
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -1,0 +1,105 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
+
+/// Every key of the board and what it does.
+Sheet {
+    id: root
+
+    readonly property list<string> keys: ViewSettings.copy.keyHelpKeys()
+    readonly property list<string> meanings: ViewSettings.copy.keyHelpMeanings()
+    readonly property real roomForRows: (root.parent?.height ?? 0) - 2 * Theme.large
+                                        - root.topPadding - root.bottomPadding - heading.height
+                                        - closeButton.height - 2 * Theme.medium
+
+    width: Math.min(560, parent ? parent.width - 2 * Theme.large : 560)
+    title: ViewSettings.copy.text(CopyKey.KeyboardShortcuts)
+    contentHeight: heading.height + view.height + closeButton.height + 2 * Theme.medium
+    onOpened: closeButton.forceActiveFocus(Qt.PopupFocusReason)
+
+    AppText {
+        id: heading
+
+        width: parent.width
+        text: root.title
+        font: Theme.heading
+        Accessible.ignored: !visible
+        Accessible.role: Accessible.Heading
+        Accessible.name: text
+    }
+    // Scrolled only in a low window.
+    Flickable {
+        id: view
+
+        anchors.top: heading.bottom
+        anchors.topMargin: Theme.medium
+        width: parent.width
+        height: Math.min(contentHeight, root.roomForRows)
+        contentHeight: rows.implicitHeight
+        boundsBehavior: Flickable.StopAtBounds
+        clip: view.contentHeight > view.height
+        T.ScrollBar.vertical: AppScrollBar {}
+
+        Column {
+            id: rows
+
+            width: view.width - Theme.small
+            spacing: Theme.tiny
+
+            Repeater {
+                model: root.keys.length
+                delegate: Item {
+                    id: row
+
+                    required property int index
+
+                    width: rows.width
+                    height: Math.max(keys.height, meaning.height)
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: root.keys[row.index]
+                    Accessible.description: root.meanings[row.index]
+
+                    AppText {
+                        id: keys
+
+                        width: 180
+                        text: root.keys[row.index]
+                        font: Theme.bodyStrong
+                    }
+                    AppText {
+                        id: meaning
+
+                        anchors.left: keys.right
+                        anchors.leftMargin: Theme.medium
+                        anchors.right: row.right
+                        text: root.meanings[row.index]
+                        wrapMode: Text.Wrap
+                    }
+                }
+            }
+        }
+    }
+    AppButton {
+        id: closeButton
+
+        anchors.top: view.bottom
+        anchors.topMargin: Theme.medium
+        anchors.right: parent.right
+        text: ViewSettings.copy.text(CopyKey.Close)
+        isPrimary: true
+        onClicked: root.close()
+        // The key that opened the sheet closes it.
+        Keys.onPressed: event => {
+            event.accepted = event.key === Qt.Key_F1 && !event.isAutoRepeat;
+            if (event.accepted)
+                root.close();
+        }
+        Keys.onUpPressed: view.contentY = Math.max(0, view.contentY - Theme.todoHeight)
+        Keys.onDownPressed: view.contentY = Math.max(
+            0, Math.min(view.contentY + Theme.todoHeight, view.contentHeight - view.height))
+    }
+}

@@ -1,0 +1,38 @@
+#include "views/board/LanguageOffer.h"
+
+#include "store/WindowStore.h"
+#include "text/KelpaCopy.h"
+
+namespace kelpa {
+
+LanguageOffer::LanguageOffer(WindowStore& store, const QStringList& preferred) : m_store(store)
+{
+    if (const std::optional<AppLanguage> spoken = spokenLanguage(preferred))
+        m_languages = {*spoken};
+    else
+        m_languages = {allAppLanguages.begin(), allAppLanguages.end()};
+    connect(&store, &WindowStore::isLanguageChosenChanged, this, &LanguageOffer::isOpenChanged);
+}
+
+bool LanguageOffer::isOpen() const
+{
+    return !m_store.isLanguageChosen();
+}
+
+QStringList LanguageOffer::texts() const
+{
+    QStringList texts;
+    for (const AppLanguage language : m_languages)
+        texts.append(m_languages.size() == 1
+                         ? KelpaCopy::text(CopyKey::ContinueInLanguage, language)
+                         : nativeName(language));
+    return texts;
+}
+
+void LanguageOffer::take(int index)
+{
+    if (index >= 0 && index < m_languages.size())
+        m_store.chooseLanguage(m_languages.at(index));
+}
+
+} // namespace kelpa

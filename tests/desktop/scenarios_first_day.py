@@ -1,0 +1,80 @@
+"""What a person meets on the first day: the language, the keys, and what the board says by itself."""
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+from selection import Selection
+
+_SORTED = "Goals sort themselves, so nothing moves"
+
+
+def a_new_board_offers_the_language_of_the_desktop_once(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    german = {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}
+    offer = "Auf Deutsch fortfahren"
+    with Kelpa(desktop, binary, path, env=german) as kelpa:
+        kelpa.focus()
+        wait_until("German is offered", lambda: kelpa.board.button(offer))
+        assert kelpa.board.button("新建目标"), "the board itself is in Chinese"
+        desktop.key("Return")
+        wait_until("the board speaks German", lambda: kelpa.board.button("Neues Ziel"))
+        wait_until("the offer is gone", lambda: not kelpa.board.button(offer))
+    with Kelpa(desktop, binary, path, env={"LC_ALL": "fr_FR.UTF-8", "LANGUAGE": "fr"}) as kelpa:
+        assert kelpa.board.button("Neues Ziel")
+        assert not kelpa.board.button("Continuer en français")
+
+
+def a_new_board_offers_every_language_where_the_desktop_s_is_not_spoken(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    with Kelpa(desktop, binary, path, env={"LC_ALL": "pt_BR.UTF-8", "LANGUAGE": "pt_BR"}) as kelpa:
+        kelpa.focus()
+        for text in ("1 中文", "2 English", "3 日本語", "4 한국어", "5 Français", "6 Deutsch"):
+            assert kelpa.board.button(text), text
+        desktop.key("2")
+        wait_until("the board speaks English", lambda: kelpa.board.button(boards.NEW_GOAL))
+        wait_until("the offer is gone", lambda: not kelpa.board.button("6 Deutsch"))
+        # From now on a digit is searched.
+        desktop.key("2")
+        wait_until("it is searched", lambda: kelpa.board.written() == "2")
+
+
+def keys_create_a_goal_and_show_all_keys(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        desktop.key("ctrl+n")
+        wait_until("a title can be typed", kelpa.board.focused_field)
+        desktop.type("Taxes")
+        desktop.key("Return")
+        wait_until("the goal is there", lambda: kelpa.board.column("Taxes"))
+        wait_until("the sheet is gone", lambda: not kelpa.board.has_text("Create a goal"))
+        desktop.key("F1")
+        wait_until("the keys are shown", lambda: kelpa.board.has_text("Keyboard shortcuts"))
+        assert kelpa.board.has_text("Ctrl+N")
+        assert kelpa.board.has_text("Super Super")
+        desktop.key("Escape")
+        wait_until("the keys are gone", lambda: not kelpa.board.has_text("Keyboard shortcuts"))
+        desktop.key("F1")
+        wait_until("the keys are shown", lambda: kelpa.board.has_text("Keyboard shortcuts"))
+        desktop.key("F1")
+        wait_until("the keys are gone", lambda: not kelpa.board.has_text("Keyboard shortcuts"))
+
+
+def who_moves_a_sorted_goal_is_told_why_it_stays(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", []), ("Work", [])], is_auto_sorting=True)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+        selection.press("Right", "Right", "Right")
+        selection.is_column("Home")
+        wait_until("the goal has the focus", lambda: "Home" in kelpa.board.focused_names())
+        desktop.key("alt+Right")
+        wait_until("it says why", lambda: kelpa.board.has_text(_SORTED))
+        kelpa.wait_for_goals("Home", "Work")
+        kelpa.click(lambda: kelpa.board.button("Stop sorting"), "the offer not to sort")
+        wait_until("there is nothing to say", lambda: not kelpa.board.has_text(_SORTED))
+        desktop.key("alt+Right")
+        kelpa.wait_for_goals("Work", "Home")
