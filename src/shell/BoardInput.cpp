@@ -190,7 +190,6 @@ KeyContext BoardInput::context(const QKeyEvent& event) const
             .canFieldRedo = hasTrue(item, "canRedo"),
             .isSearching = hasTrue(item, "isSearching"),
             .wasWriting = m_wasWriting && !m_suspendedField.isNull(),
-            .wasSearching = hasTrue(m_suspendedField, "isSearchField"),
             .hasSearch = !m_store.searchText().isEmpty()};
 }
 

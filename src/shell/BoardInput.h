@@ -46,7 +46,6 @@ BoardKey boardKey(const QKeyEvent& event);
 ///     canUndo, canRedo   field only: it can undo or redo what was typed; all fields of the toolkit
 ///                        have them
 ///     isSearching        field only: its text filters the board
-///     isSearchField      field only: it is the one whose text filters the board
 ///
 /// and of any item that is clicked:
 ///

@@ -105,12 +105,11 @@ bool isForFocusedItem(BoardKey key, const KeyContext& context)
 }
 
 /// Whether the key begins a search: a character that nothing else has a use for. Whoever may be
-/// going on with the text of a field does not mean the search, unless the field was the search's
-/// own.
+/// going on with the text of a field does not mean the search.
 bool startsSearch(BoardKey key, const KeyContext& context)
 {
     return key == BoardKey::character && context.focus == KeyboardFocus::board &&
-           (!context.wasWriting || context.wasSearching);
+           !context.wasWriting;
 }
 
 /// Whether Escape, which goes back from a window to its target, has nothing else to do.

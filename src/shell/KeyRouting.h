@@ -60,8 +60,6 @@ struct KeyContext
     /// The person was writing in a field that gave the keyboard up to another program, and may
     /// believe to be writing in it still: nothing was done on the board since.
     bool wasWriting = false;
-    /// That field is the search field.
-    bool wasSearching = false;
     /// A search narrows the windows that the board shows.
     bool hasSearch = false;
 };

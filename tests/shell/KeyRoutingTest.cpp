@@ -233,14 +233,14 @@ struct SearchCase
     BoardKey key;
     KeyboardFocus focus;
     State navigation;
-    /// Whether the person was writing in a field, and whether that was the search's.
+    /// Whether the person was writing in a field.
     bool wasWriting;
-    bool wasSearching;
     KeyDecision decision;
 };
 
 const KeyDecision startsSearch{.startsSearch = true, .command = std::nullopt};
 const KeyDecision endsSearch{.endsSearch = true, .command = std::nullopt};
+const KeyDecision endsWritingAlone{.endsWriting = true, .command = std::nullopt};
 
 class KeyRoutingWithASearch : public testing::TestWithParam<SearchCase>
 {};
@@ -250,7 +250,6 @@ TEST_P(KeyRoutingWithASearch, Decides)
     const SearchCase& param = GetParam();
     KeyContext context{.isBoardActive = true, .focus = param.focus, .navigation = param.navigation};
     context.wasWriting = param.wasWriting;
-    context.wasSearching = param.wasSearching;
     context.hasSearch = true;
     EXPECT_EQ(decideKey(param.key, context), param.decision);
 }
@@ -258,35 +257,21 @@ TEST_P(KeyRoutingWithASearch, Decides)
 INSTANTIATE_TEST_SUITE_P(
     KeyRouting, KeyRoutingWithASearch,
     testing::Values(
-        SearchCase{"character_from_idle", BoardKey::character, board, idle, false, false,
-                   startsSearch},
-        SearchCase{"character_inside", BoardKey::character, board, inside, false, false,
-                   startsSearch},
-        SearchCase{"character_in_a_field", BoardKey::character, field, idle, false, false,
-                   passedOn},
-        SearchCase{"character_at_a_button", BoardKey::character, button, idle, false, false,
-                   passedOn},
-        SearchCase{"character_at_a_card", BoardKey::character, item, inside, false, false,
-                   passedOn},
-        SearchCase{"character_in_a_menu", BoardKey::character, popup, idle, false, false, passedOn},
-        SearchCase{"character_after_writing", BoardKey::character, board, idle, true, false,
-                   passedOn},
-        SearchCase{"character_after_searching", BoardKey::character, board, idle, true, true,
-                   startsSearch},
-        SearchCase{"escape_from_idle", BoardKey::escape, board, idle, false, false, endsSearch},
-        SearchCase{"escape_on_a_goal", BoardKey::escape, board, onGoal, false, false, endsSearch},
-        SearchCase{"escape_at_a_button", BoardKey::escape, button, idle, false, false, endsSearch},
-        SearchCase{"escape_inside", BoardKey::escape, board, inside, false, false,
+        SearchCase{"character_from_idle", BoardKey::character, board, idle, false, startsSearch},
+        SearchCase{"character_inside", BoardKey::character, board, inside, false, startsSearch},
+        SearchCase{"character_in_a_field", BoardKey::character, field, idle, false, passedOn},
+        SearchCase{"character_at_a_button", BoardKey::character, button, idle, false, passedOn},
+        SearchCase{"character_at_a_card", BoardKey::character, item, inside, false, passedOn},
+        SearchCase{"character_in_a_menu", BoardKey::character, popup, idle, false, passedOn},
+        SearchCase{"character_after_writing", BoardKey::character, board, idle, true, passedOn},
+        SearchCase{"escape_from_idle", BoardKey::escape, board, idle, false, endsSearch},
+        SearchCase{"escape_on_a_goal", BoardKey::escape, board, onGoal, false, endsSearch},
+        SearchCase{"escape_at_a_button", BoardKey::escape, button, idle, false, endsSearch},
+        SearchCase{"escape_inside", BoardKey::escape, board, inside, false,
                    does(ReturnToTargetSelection{})},
-        SearchCase{"escape_in_a_field", BoardKey::escape, field, idle, false, false, passedOn},
-        SearchCase{"escape_in_a_sheet", BoardKey::escape, popup, idle, false, false, passedOn},
-        SearchCase{"escape_after_writing",
-                   BoardKey::escape,
-                   board,
-                   idle,
-                   true,
-                   false,
-                   {.endsWriting = true, .command = std::nullopt}}),
+        SearchCase{"escape_in_a_field", BoardKey::escape, field, idle, false, passedOn},
+        SearchCase{"escape_in_a_sheet", BoardKey::escape, popup, idle, false, passedOn},
+        SearchCase{"escape_after_writing", BoardKey::escape, board, idle, true, endsWritingAlone}),
     caseName);
 
 TEST(KeyRoutingWithoutASearch, Escape_has_none_to_end)

@@ -10,7 +10,6 @@ TextInputField {
 
     required property string clearLabel
 
-    readonly property bool isSearchField: true
     /// While true, the Down key leads to the matches.
     readonly property bool isSearching: root.length > 0
 
