@@ -80,6 +80,7 @@ ExpandableGoalCard {
     isExpanded: root.isSelected || root.isUnassigned
                 || todos.y + todos.keyboardEnd > Theme.collapsedCardHeight - Theme.fadeHeight
     WaterfallDelegate.isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
+    isRestless: cards.isRestless
     isAccepting: backdrop.wouldReceive
     wouldInsertBefore: backdrop.wouldInsertBefore
     naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)

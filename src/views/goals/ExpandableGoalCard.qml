@@ -20,6 +20,9 @@ ExpandableHeight {
     property real visibleTo: 0
     /// A card that is about to change its height stays with its goal.
     WaterfallDelegate.isPinned: root.expansionProgress > 0
+    /// Whether its content changes places all the time.
+    property bool isRestless: false
+    WaterfallDelegate.isRestless: root.isRestless
     default property alias content: body.data
 
     readonly property color ground: root.isAccepting ? Qt.tint(Theme.column, Theme.accepting)
@@ -36,6 +39,8 @@ ExpandableHeight {
         }
     }
     Behavior on shownNaturalHeight {
+        enabled: !root.isRestless
+
         NumberAnimation {
             duration: Theme.mediumTime
             easing.type: Easing.OutCubic

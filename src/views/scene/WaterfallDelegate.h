@@ -22,18 +22,24 @@ class WaterfallDelegateAttached : public QObject
     /// Whether the item stays with its row, however far that is from the visible range. The view
     /// respects it in items that declare it; in others a later assignment has no effect.
     Q_PROPERTY(bool isPinned READ isPinned WRITE setPinned NOTIFY isPinnedChanged FINAL)
+    /// Whether rows within the item change places all the time, and with them its height: the view
+    /// then moves no rows either. The same holds for it.
+    Q_PROPERTY(bool isRestless MEMBER m_isRestless NOTIFY isRestlessChanged FINAL)
 
 public:
     using QObject::QObject;
 
     bool isPinned() const { return m_isPinned; }
     void setPinned(bool isPinned);
+    bool isRestless() const { return m_isRestless; }
 
 Q_SIGNALS:
     void isPinnedChanged();
+    void isRestlessChanged();
 
 private:
     bool m_isPinned = false;
+    bool m_isRestless = false;
 };
 
 /// The component of all rows whose role "kind" is `kind`; of all rows when `kind` is empty.

@@ -1,6 +1,7 @@
 #include "views/scene/WaterfallMotion.h"
 
 #include <QEasingCurve>
+#include <QTimerEvent>
 
 namespace kelpa {
 
@@ -16,6 +17,24 @@ WaterfallMotion::WaterfallMotion(WaterfallRows& rows) : m_rows(rows)
             [this](const QVariant& value) { advance(value.toDouble()); });
     connect(&m_animation, &QVariantAnimation::stateChanged, this,
             &WaterfallMotion::isRunningChanged);
+}
+
+void WaterfallMotion::noteChange(int milliseconds)
+{
+    if (!m_rest.isActive())
+        m_patience.start(patience, this);
+    m_rest.start(2 * milliseconds, this);
+}
+
+void WaterfallMotion::timerEvent(QTimerEvent* event)
+{
+    const bool wasRestless = m_isRestless;
+    m_isRestless = event->timerId() == m_patience.timerId();
+    m_patience.stop();
+    if (!m_isRestless)
+        m_rest.stop();
+    if (m_isRestless != wasRestless)
+        Q_EMIT isRestlessChanged();
 }
 
 void WaterfallMotion::restart(int milliseconds)

@@ -33,6 +33,7 @@ struct WaterfallRow
     /// Whether `other` is the row's item or inside it; false for null.
     bool holds(const QQuickItem* other) const;
     bool isPinned() const { return attached != nullptr && attached->isPinned(); }
+    bool isRestless() const { return attached != nullptr && attached->isRestless(); }
 };
 
 /// Main thread. Connections from an item and from what it attaches to the view end when its row

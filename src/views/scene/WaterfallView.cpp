@@ -12,6 +12,8 @@ WaterfallView::WaterfallView(QQuickItem* parent)
         polish();
         Q_EMIT isMovingChanged();
     });
+    connect(&m_motion, &WaterfallMotion::isRestlessChanged, this,
+            &WaterfallView::isRestlessChanged);
 }
 
 void WaterfallView::setModelValue(const QVariant& model)

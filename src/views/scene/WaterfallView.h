@@ -52,6 +52,9 @@ class WaterfallView : public QQuickItem
     /// How many rows have items.
     Q_PROPERTY(int itemCount READ itemCount NOTIFY itemCountChanged FINAL)
     Q_PROPERTY(bool isMoving READ isMoving NOTIFY isMovingChanged FINAL)
+    /// Whether rows of `fixedItemHeight` have changed places for so long, one change soon after the
+    /// other, that there is no motion for now.
+    Q_PROPERTY(bool isRestless READ isRestless NOTIFY isRestlessChanged FINAL)
 
 public:
     explicit WaterfallView(QQuickItem* parent = nullptr);
@@ -77,6 +80,7 @@ public:
     void setPinnedRow(int row);
     int itemCount() const { return static_cast<int>(m_rows.size()); }
     bool isMoving() const { return m_motion.isRunning(); }
+    bool isRestless() const { return m_motion.isRestless(); }
 
     /// The position of the row, now or when nothing moves any more, whether or not it has an item;
     /// empty for a row that does not exist.
@@ -95,6 +99,7 @@ Q_SIGNALS:
     void pinnedRowChanged();
     void itemCountChanged();
     void isMovingChanged();
+    void isRestlessChanged();
     /// An item shows a row from now on, in its place. Only from here on can it take the focus:
     /// while an item is put into a window, the toolkit itself decides where the focus is.
     void itemShown(QQuickItem* item);

@@ -6,6 +6,7 @@
 
 #include <QQuickWindow>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -60,8 +61,10 @@ WaterfallView::Transition WaterfallView::transition() const
 {
     // Before its window is on the screen, nobody has seen an item in its place.
     const bool isSeen = isVisible() && window() != nullptr && window()->isExposed();
-    return !m_isFirstPass && m_motionTime > 0 && isSeen ? Transition::animated
-                                                        : Transition::immediate;
+    const bool isRestless =
+        m_motion.isRestless() || std::ranges::any_of(m_rows, &WaterfallRow::isRestless);
+    const bool isMoving = !m_isFirstPass && m_motionTime > 0 && isSeen && !isRestless;
+    return isMoving ? Transition::animated : Transition::immediate;
 }
 
 /// Rows that move into or out of the visible range are seen on their way.
@@ -80,8 +83,13 @@ void WaterfallView::showRowsInMotion()
 
 void WaterfallView::applyGeometry()
 {
+    const bool hasMoved = std::ranges::any_of(m_rows, [this](const WaterfallRow& each) {
+        return !each.isNew && each.to != itemFrame(each.row).topLeft();
+    });
+    // Rows of other lists also move where one of them expands, at the person's own pace.
+    if (hasMoved && m_motionTime > 0 && m_geometry.layout().fixedItemHeight)
+        m_motion.noteChange(m_motionTime);
     const bool isAnimated = transition() == Transition::animated;
-    bool isStarting = false;
     for (WaterfallRow& each : m_rows) {
         const QRectF frame = itemFrame(each.row);
         each.item->setWidth(frame.width());
@@ -90,14 +98,12 @@ void WaterfallView::applyGeometry()
         if (each.to == frame.topLeft())
             continue;
         each.to = frame.topLeft();
-        if (isAnimated && !each.isNew)
-            isStarting = true;
-        else
+        if (!isAnimated || each.isNew)
             each.item->setPosition(each.to);
     }
     if (!isAnimated)
         m_motion.finish();
-    if (isStarting)
+    else if (hasMoved)
         m_motion.restart(m_motionTime);
 }
 

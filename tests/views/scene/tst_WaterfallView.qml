@@ -8,6 +8,8 @@ Item {
     width: 300
     height: 400
 
+    property bool areItemsRestless: false
+
     ListModel {
         id: cards
     }
@@ -29,6 +31,7 @@ Item {
                 required property int length
                 required property int index
                 WaterfallDelegate.isPinned: false
+                WaterfallDelegate.isRestless: root.areItemsRestless
 
                 implicitHeight: length
                 height: length
@@ -79,6 +82,39 @@ Item {
             compare(item.x, 110);
             settle();
             compare(places(), ["d 0 0", "a 110 0", "b 0 60", "c 110 60"]);
+        }
+        function test_rows_move_in_no_list_around_one_whose_rows_change_places_all_the_time() {
+            root.areItemsRestless = true;
+            cards.move(3, 0, 1);
+            view.layOut();
+            verify(!view.isMoving);
+            root.areItemsRestless = false;
+            cards.move(3, 0, 1);
+            view.layOut();
+            verify(view.isMoving);
+            settle();
+        }
+        function test_rows_that_change_places_all_the_time_are_there_at_once_until_they_rest() {
+            view.fixedItemHeight = 50;
+            view.layOut();
+            settle();
+            view.motionTime = 400;
+            const isStill = () => {
+                cards.move(3, 0, 1);
+                view.layOut();
+                return !view.isMoving;
+            };
+            verify(!isStill());
+            tryVerify(isStill, 10000);
+            for (let row = 0; row < cards.count; ++row) {
+                const item = view.itemAtRow(row);
+                compare(Qt.point(item.x, item.y), Qt.point(view.rowRect(row).x, view.rowRect(row).y));
+            }
+            verify(view.isRestless);
+            tryVerify(() => !view.isRestless);
+            verify(!isStill());
+            settle();
+            view.fixedItemHeight = 0;
         }
         function test_a_row_that_comes_is_at_its_place_at_once() {
             cards.insert(1, {name: "new", length: 30});
