@@ -142,6 +142,23 @@ def who_does_not_see_the_board_is_notified(desktop, binary):
         wait_until("the todo is stored", lambda: _stored_todos(path) == ["Buy milk"])
 
 
+def a_read_only_folder_is_told_before_and_after_a_change_until_it_can_be_written_to(desktop, binary):
+    path = _write(desktop)
+    disk = Disk(desktop, binary)
+    disk.protect()
+    with Kelpa(desktop, binary, path, env=disk.env) as kelpa:
+        _wait_for(kelpa, boards.FILE_READ_ONLY)
+        kelpa.wait_for_goals(_GOAL)
+        _add_todo(desktop, kelpa, "Buy milk")
+        kelpa.wait_for_todos(_GOAL, [("Buy milk", boards.TODO)])
+        desktop.close(kelpa.window)
+        _press(kelpa, boards.CANCEL)
+        assert kelpa.board.has_text(boards.FILE_READ_ONLY)
+        disk.unprotect()
+        _wait_until_gone(kelpa, boards.FILE_READ_ONLY)
+        assert _stored_todos(path) == ["Buy milk"]
+
+
 def a_folder_in_the_files_place_is_told_until_it_is_gone(desktop, binary):
     path = _write(desktop)
     shown = file_manager.install(desktop)
