@@ -255,6 +255,11 @@ int run(int warmRounds, const QStringList& kelpas)
     const QString emptyBoard = folder.filePath(QStringLiteral("empty.sqlite"));
     const QString fullBoard = folder.filePath(QStringLiteral("fifty.sqlite"));
     SqliteSettingsStore(fullBoard).write(boardEntries(largeBoard(50, 500), {}));
+    // The same board, after somebody has pasted a file into a title.
+    const QString longBoard = folder.filePath(QStringLiteral("long.sqlite"));
+    QList<Goal> longGoals = largeBoard(50, 500);
+    longGoals.front().todos[1].title = QString(5 << 20, u'x');
+    SqliteSettingsStore(longBoard).write(boardEntries(longGoals, {}));
 
     const test::XServer server;
     const test::WindowManager manager(server.display());
@@ -272,6 +277,10 @@ int run(int warmRounds, const QStringList& kelpas)
         subjects.push_back({QStringLiteral("Kelpa, 50 goals with 500 todos") + mark,
                             kelpa,
                             {option, fullBoard},
+                            {}});
+        subjects.push_back({QStringLiteral("the same, one todo of 5 MB") + mark,
+                            kelpa,
+                            {option, longBoard},
                             {}});
     }
     for (const Subject& subject : subjects | std::views::drop(1)) {
