@@ -144,7 +144,7 @@ bool ViewEngine::load()
     m_parts->desktopAppearance = std::make_unique<DesktopAppearance>(
         *settings, m_parts->options.appearance, m_parts->options.isReducingMotion);
 
-    // The engine's thread has this one register the modules with C++ types.
+    // The engine's thread waits whenever this one is to prepare the engine for a module.
     loadFonts(*settings, [] { QCoreApplication::processEvents(); });
     // Waits for the types that are not read yet.
     QQmlComponent file(&engine, mainFile, QQmlComponent::PreferSynchronous);

@@ -58,11 +58,12 @@ void loadFonts(const ViewSettings& settings, const std::function<void()>& betwee
 {
     for (const FirstFont& first : firstFonts()) {
         const QFont font = settings.font(settings.fontFamilies(), first.size, first.weight);
-        QString text = first.letters;
-        for (const CopyKey key : first.texts)
-            text += settings.copy().text(key);
-        layOut(text, font);
         between();
+        layOut(first.letters, font);
+        for (const CopyKey key : first.texts) {
+            between();
+            layOut(settings.copy().text(key), font);
+        }
     }
 }
 
