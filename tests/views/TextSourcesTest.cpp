@@ -197,11 +197,14 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/sqlite/SqliteFile\\.cpp$",
      u"^(PRAGMA|SELECT|INSERT|CREATE|BEGIN|COMMIT|ROLLBACK|ON CONFLICT)\\b"},
     // Methods and types of the message bus, and the properties that an object reports there.
-    {u"^src/platform/freedesktop/\\w+/(AtspiBus|ApplicationService|PrimaryInstance)\\.cpp$",
+    {u"^src/platform/freedesktop/\\w+/(AtspiBus|ApplicationService|BusWatch|PrimaryInstance|"
+     u"SessionBusStandIn|ToolkitBuses)\\.cpp$",
      u"^([A-Z][A-Za-z]+|<.*|[(a-z].*[)\\]],? ?|uint32 1, %i, true\\))$"},
     {u"^src/platform/freedesktop/\\w+/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
     {u"^src/platform/freedesktop/\\w+/DesktopNotifications\\.cpp$",
      u"^(Notify|CloseNotification|Kelpa)$"},
+    {u"^src/platform/freedesktop/\\w+/SessionBusStandIn\\.cpp$",
+     u"^There is no answer while the session bus is silent$"},
     {u"^src/platform/freedesktop/\\w+/(PortalSettings|SettingsPortal)\\.cpp$",
      u"^(Read|SettingChanged|AnimationDurationFactor)$"},
     // Groups and keys of desktop entries and icon themes, and how a picture's file begins.

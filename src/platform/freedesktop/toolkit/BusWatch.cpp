@@ -54,9 +54,9 @@ gboolean expire(gpointer /*data*/)
 
 const char* describe(BusState state)
 {
-    return state == BusState::answers  ? "answers"
-           : state == BusState::absent ? "is absent"
-                                       : "is silent";
+    return state == BusState::answers  ? "answering"
+           : state == BusState::absent ? "absent"
+                                       : "silent";
 }
 
 } // namespace
@@ -243,7 +243,7 @@ void BusWatch::Worker::decide()
     const BusStates states{.session = m_session.value_or(BusState::silent),
                            .accessibility = m_accessibility.value_or(BusState::silent),
                            .inputMethod = m_inputMethod.value_or(BusState::silent)};
-    qCDebug(logBus, "the session bus %s, the accessibility bus %s, that of the input method %s",
+    qCDebug(logBus, "session bus %s, accessibility bus %s, input method %s",
             describe(states.session), describe(states.accessibility), describe(states.inputMethod));
     m_reported = states;
     if (states.session == BusState::silent || states.accessibility == BusState::silent)
