@@ -10,13 +10,19 @@ namespace kelpa {
 
 namespace {
 
-const char* const firstLine = "kelpa-window-owners 1";
+const char* const format = "kelpa-window-owners";
+constexpr int version = 1;
 const char* const lastLine = "end";
 /// In place of what is not known.
 const char* const unknown = "-";
 
 /// More than `WindowOwners::maxOwners` take.
 constexpr qint64 longestFile = 4 << 20;
+
+QByteArray firstLine()
+{
+    return QByteArray(format) + ' ' + QByteArray::number(version);
+}
 
 template <class Number>
 QByteArray text(const std::optional<Number>& number)
@@ -60,7 +66,7 @@ bool readOwner(const QByteArray& line, RecordedOwners& owners)
 
 QByteArray encoded(const RecordedOwners& owners)
 {
-    QByteArray content = QByteArray(firstLine) + '\n' + QByteArray::number(owners.upTo) + '\n';
+    QByteArray content = firstLine() + '\n' + QByteArray::number(owners.upTo) + '\n';
     for (const auto& [number, owner] : owners.owners) {
         const QByteArray application = owner.application.toUtf8().toPercentEncoding({}, unknown);
         content += QByteArray::number(number) + ' ' + QByteArray::number(owner.window) + ' ' +
@@ -73,7 +79,7 @@ QByteArray encoded(const RecordedOwners& owners)
 std::optional<RecordedOwners> decodedOwners(const QByteArray& content)
 {
     const QList<QByteArray> lines = content.split('\n');
-    if (lines.size() < 4 || lines[0] != firstLine)
+    if (lines.size() < 4 || lines[0] != firstLine())
         return std::nullopt;
     RecordedOwners owners;
     std::optional<WindowID> upTo;
