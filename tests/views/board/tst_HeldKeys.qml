@@ -34,6 +34,7 @@ Item {
             text: "A button with a count"
         }
         CardButton {
+            isWanted: true
             symbol: "x"
             text: "A button of a card"
         }
