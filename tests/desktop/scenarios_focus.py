@@ -67,12 +67,17 @@ def a_click_elsewhere_leaves_a_field_unless_it_is_of_the_middle_button(desktop, 
             _await_field(kelpa, "ones")
             desktop.click(*bare, button=button)
             _await_no_field(kelpa)
-            # The letter is nobody's, and Return is the board's again.
-            selection.press("x", "Return")
+            # Return is the board's again, and a letter begins another search.
+            selection.press("Return")
             _await_field(kelpa, "")
             assert kelpa.board.field(boards.SEARCH).text() == "ones"
             desktop.key("Escape")
             _await_no_field(kelpa)
+            desktop.key("x")
+            _await_field(kelpa, "x")
+            desktop.key("BackSpace")
+            desktop.type("ones")
+            _await_field(kelpa, "ones")
 
 
 def a_click_changes_nothing_where_no_field_is_written_in(desktop, binary):
