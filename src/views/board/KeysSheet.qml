@@ -10,8 +10,8 @@ import Kelpa.Board
 Sheet {
     id: root
 
-    readonly property list<string> keys: ViewSettings.copy.keyHelpKeys()
-    readonly property list<string> meanings: ViewSettings.copy.keyHelpMeanings()
+    readonly property var keys: ViewSettings.copy.keyHelpKeys()
+    readonly property var meanings: ViewSettings.copy.keyHelpMeanings()
     readonly property real roomForRows: (root.parent?.height ?? 0) - 2 * Theme.large
                                         - root.topPadding - root.bottomPadding - heading.height
                                         - closeButton.height - 2 * Theme.medium

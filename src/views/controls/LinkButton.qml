@@ -8,13 +8,11 @@ import Kelpa.Controls
 PressButton {
     id: root
 
-    implicitWidth: label.implicitWidth
-    implicitHeight: label.implicitHeight
+    implicitWidth: implicitContentWidth
+    implicitHeight: implicitContentHeight
     font: Theme.captionStrong
 
     contentItem: AppText {
-        id: label
-
         text: root.text
         font.family: root.font.family
         font.pixelSize: root.font.pixelSize
