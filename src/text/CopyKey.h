@@ -163,7 +163,6 @@ Q_ENUM_NS(CopyKey)
 using copykey::CopyKey;
 
 /// The tables do not compile when they have another number of rows.
-inline constexpr std::size_t copyKeyCount =
-    static_cast<std::size_t>(CopyKey::CloseAnyway) + 1;
+inline constexpr std::size_t copyKeyCount = static_cast<std::size_t>(CopyKey::CloseAnyway) + 1;
 
 } // namespace kelpa

@@ -278,10 +278,8 @@ int run(int warmRounds, const QStringList& kelpas)
                             kelpa,
                             {option, fullBoard},
                             {}});
-        subjects.push_back({QStringLiteral("the same, one todo of 5 MB") + mark,
-                            kelpa,
-                            {option, longBoard},
-                            {}});
+        subjects.push_back(
+            {QStringLiteral("the same, one todo of 5 MB") + mark, kelpa, {option, longBoard}, {}});
     }
     for (const Subject& subject : subjects | std::views::drop(1)) {
         const std::optional<int> windows = windowsInFirstFrame(server.display(), subject);
