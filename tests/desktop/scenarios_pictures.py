@@ -44,18 +44,18 @@ class _SchemePictures:
     def match_light(self, name, size):
         """One reference, scaled to `size`, for a screen whose pictures are very large."""
         self._desktop.hover(*self._corner)
-        self._pictures.shows(f"{name}-light", size)
+        self._pictures.shows(name, "light", size)
 
     def match_while(self, name, begin, end):
         """Compares between `begin` and `end`, which are called for each scheme."""
         begin()
-        self._pictures.shows(f"{name}-light")
+        self._pictures.shows(name, "light")
         end()
         light = self._ground()
         os.kill(self._portal.pid, signal.SIGUSR1)
         wait_until("it is dark", lambda: self._ground() != light)
         begin()
-        self._pictures.shows(f"{name}-dark")
+        self._pictures.shows(name, "dark")
         end()
         os.kill(self._portal.pid, signal.SIGUSR2)
         wait_until("it is light", lambda: self._ground() == light)

@@ -186,10 +186,8 @@ FocusScope {
             onWindowMenuRequested: (windowID, card, place) =>
                 menus.openWindowMenu(windowID, goal.columnID, card, place)
             onColumnMenuRequested: button => menus.openColumnMenu(goal.columnID, button)
-            onPriorityMenuRequested: button =>
-                menus.openPriorityMenu(goal.columnID, goal.priority, button)
-            onTodoMenuRequested: (todoID, todoColumnID, row, place) =>
-                menus.openTodoMenu(todoID, todoColumnID, row, place)
+            onPriorityMenuRequested: button => menus.openPriorityMenu(goal.columnID, goal.priority, button)
+            onTodoMenuRequested: (id, inColumn, row, place) => menus.openTodoMenu(id, inColumn, row, place)
         }
     }
     CardMenus {

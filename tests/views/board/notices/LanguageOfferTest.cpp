@@ -1,5 +1,5 @@
 // The offer to go on in another language.
-#include "views/board/LanguageOffer.h"
+#include "views/board/notices/LanguageOffer.h"
 
 #include "support/StoreFixture.h"
 

@@ -1,4 +1,4 @@
-#include "views/board/LanguageOffer.h"
+#include "views/board/notices/LanguageOffer.h"
 
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"

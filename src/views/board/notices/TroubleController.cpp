@@ -1,4 +1,4 @@
-#include "views/board/TroubleController.h"
+#include "views/board/notices/TroubleController.h"
 
 #include "store/WindowStore.h"
 #include "views/todos/TodoController.h"
