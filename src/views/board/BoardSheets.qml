@@ -57,6 +57,7 @@ Item {
         TitleSheet {
             goals: root.board.goals
             title: ViewSettings.copy.text(CopyKey.RenameGoal)
+            explanation: ""
             placeholder: ViewSettings.copy.text(CopyKey.EnterGoalName)
             fieldLabel: ViewSettings.copy.text(CopyKey.GoalName)
             confirmLabel: ViewSettings.copy.text(CopyKey.Save)
