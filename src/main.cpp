@@ -137,6 +137,10 @@ int main(int argc, char** argv)
     if (given.asksForHelp || given.asksForVersion)
         return printAbout(given, argc, argv);
     const QByteArray startupID = takeStartupID();
+    // Kelpa discovers windows and launches programs on the display that shows it.
+    const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
+    if (system.isX11 && !system.display.isEmpty())
+        qputenv("DISPLAY", system.display);
     // Asks while this start looks for the primary instance.
     BusWatch buses;
     SecondaryStart start;
@@ -146,24 +150,19 @@ int main(int argc, char** argv)
         return *start.exitStatus;
 
     // The toolkit would abort where there is no display.
-    const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
     if (system.isX11 && !x11::hasDisplay(system.display))
         return reportMissingDisplay(system);
-    // Kelpa discovers windows and launches programs on the display that shows it.
-    if (system.isX11 && !system.display.isEmpty())
-        qputenv("DISPLAY", system.display);
     ToolkitArguments toolkitArguments(argc, argv, system);
-    // May write the environment, which the threads of the fonts read.
     ToolkitBuses toolkitBuses(buses);
-    std::jthread fontCaches = readFontCaches();
     QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
     toolkitBuses.connectToolkit();
-    const std::jthread fontList = readFontList(std::move(fontCaches));
     // The toolkit has removed its own options.
     const CommandLine line = readCommandLine(QCoreApplication::arguments());
     if (!line.error.isEmpty()) {
         std::fprintf(stderr, "kelpa: %s\n", qPrintable(line.error));
         return 2;
     }
+    // Only now: until here the toolkit has written to the environment, which these threads read.
+    const std::jthread fontList = readFontList(readFontCaches());
     return run(application, line, startupID, start, buses, signals);
 }

@@ -205,7 +205,7 @@ bool BoardInput::handleKey(const QKeyEvent& event)
         m_wasWriting = false;
     if (decision.startsSearch)
         Q_EMIT searchStarted();
-    if (decision.endsSearch)
+    if (decision.endsSearch && !event.isAutoRepeat())
         m_store.setSearchText(QString());
     if (!decision.command)
         return decision.isIgnored;

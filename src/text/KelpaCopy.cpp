@@ -1,5 +1,6 @@
 #include "text/KelpaCopy.h"
 
+#include "model/Text.h"
 #include "text/CopyRowsBoard.h"
 #include "text/CopyRowsGoals.h"
 #include "text/CopyRowsTrouble.h"
@@ -141,7 +142,7 @@ constexpr Frames textTooLongFrames(
     {u"Too long: at most ", u" characters fit here. Nothing was inserted."},
     {u"長すぎます。ここに入力できるのは", u"文字までです。何も挿入されていません。"},
     {u"너무 깁니다. 여기에는 최대 ", u"자까지 입력할 수 있습니다. 아무것도 삽입되지 않았습니다."},
-    {u"Trop long : au plus ", u" caractères tiennent ici. Rien n’a été inséré."},
+    {u"Trop long : ici, ", u" caractères au maximum. Rien n’a été inséré."},
     {u"Zu lang: Hier passen höchstens ", u" Zeichen hinein. Nichts wurde eingefügt."});
 
 constexpr Frames overlongTitleFrames(
@@ -271,7 +272,7 @@ QString onlyMatchesShown(const QString& searchText, AppLanguage language)
 {
     constexpr qsizetype longest = 40;
     const QString shown =
-        searchText.size() > longest ? searchText.left(longest) + u'…' : searchText;
+        searchText.size() > longest ? beginning(searchText, longest) + u'…' : searchText;
     return onlyMatchesShownFrames[language].around(shown);
 }
 

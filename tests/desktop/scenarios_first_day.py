@@ -6,7 +6,7 @@ from kelpa import Kelpa
 from processes import wait_until
 from selection import Selection
 
-_SORTED = "Goals sort themselves, so nothing moves"
+_SORTED = "Goals are sorted automatically and cannot be moved"
 
 
 def a_new_board_offers_the_language_of_the_desktop_once(desktop, binary):

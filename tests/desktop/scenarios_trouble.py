@@ -72,7 +72,7 @@ def a_full_disk_is_told_asked_about_and_over_when_there_is_room(desktop, binary)
         _add_todo(desktop, kelpa, "Buy milk")
         _wait_for(kelpa, boards.DISK_FULL)
         reader.wait_for(f"{boards.DISK_FULL}|Your changes are kept while Kelpa is open, and saved as "
-                        "soon as possible. Free some space on it.")
+                        "soon as possible. Free some space on the disk.")
         assert _stored_todos(path) == []
 
         # The person is asked before anything is lost, and by keyboard.

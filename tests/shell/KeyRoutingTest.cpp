@@ -240,7 +240,7 @@ struct SearchCase
 
 const KeyDecision startsSearch{.startsSearch = true, .command = std::nullopt};
 const KeyDecision endsSearch{.endsSearch = true, .command = std::nullopt};
-const KeyDecision endsWritingAlone{.endsWriting = true, .command = std::nullopt};
+const KeyDecision endsWriting{.endsWriting = true, .isIgnored = true, .command = std::nullopt};
 
 class KeyRoutingWithASearch : public testing::TestWithParam<SearchCase>
 {};
@@ -271,7 +271,7 @@ INSTANTIATE_TEST_SUITE_P(
                    does(ReturnToTargetSelection{})},
         SearchCase{"escape_in_a_field", BoardKey::escape, field, idle, false, passedOn},
         SearchCase{"escape_in_a_sheet", BoardKey::escape, popup, idle, false, passedOn},
-        SearchCase{"escape_after_writing", BoardKey::escape, board, idle, true, endsWritingAlone}),
+        SearchCase{"escape_after_writing", BoardKey::escape, board, idle, true, endsWriting}),
     caseName);
 
 TEST(KeyRoutingWithoutASearch, Escape_has_none_to_end)
@@ -290,8 +290,6 @@ struct FormerWritingCase
 };
 
 const KeyDecision ignored{.isIgnored = true, .command = std::nullopt};
-
-const KeyDecision endsWriting{.endsWriting = true, .isIgnored = true, .command = std::nullopt};
 
 class KeyRoutingAfterWriting : public testing::TestWithParam<FormerWritingCase>
 {};

@@ -149,7 +149,7 @@ TEST(KelpaCopy, A_field_says_how_much_it_takes_and_what_happened)
            u"長すぎます。ここに入力できるのは50000文字までです。何も挿入されていません。"},
           {korean, u"너무 깁니다. 여기에는 최대 50000자까지 입력할 수 있습니다. 아무것도 삽입되지 "
                    u"않았습니다."},
-          {french, u"Trop long : au plus 50000 caractères tiennent ici. Rien n’a été inséré."},
+          {french, u"Trop long : ici, 50000 caractères au maximum. Rien n’a été inséré."},
           {german, u"Zu lang: Hier passen höchstens 50000 Zeichen hinein. Nichts wurde "
                    u"eingefügt."}}},
         [](AppLanguage language) { return KelpaCopy::textTooLong(50000, language); });
@@ -299,6 +299,9 @@ TEST(KelpaCopy, A_board_that_is_narrowed_names_the_search)
                 });
     EXPECT_EQ(KelpaCopy::onlyMatchesShown(QString(41, u'a'), english),
               QStringLiteral("Only windows that match “%1…” are shown").arg(QString(40, u'a')));
+    // Never between the halves of a character.
+    EXPECT_EQ(KelpaCopy::onlyMatchesShown(QString(39, u'a') + QStringLiteral("😀b"), english),
+              QStringLiteral("Only windows that match “%1…” are shown").arg(QString(39, u'a')));
 }
 
 TEST(KelpaCopy, A_card_is_named_by_its_application_and_its_title)

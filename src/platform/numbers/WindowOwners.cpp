@@ -21,6 +21,8 @@ bool mayRun(const WindowOwner& owner)
 
 bool contradict(const WindowOwner& one, const WindowOwner& other)
 {
+    if (one.window == 0 || other.window == 0)
+        return false;
     if (one.window != other.window)
         return true;
     if (!one.process || !other.process) {
@@ -69,6 +71,11 @@ bool WindowOwners::isNoted(WindowID number, std::uint32_t window) const
 void WindowOwners::note(WindowID number, const WindowOwner& owner)
 {
     m_noted[owner.window] = number;
+    // Of windows that got numbers below this one, and that no run has recorded, nothing is known;
+    // without that they would count as closed.
+    for (auto it = m_assigned.upper_bound(m_recorded.upTo); it != m_assigned.end() && *it < number;
+         ++it)
+        m_recorded.owners.try_emplace(*it);
     m_recorded.upTo = std::max(m_recorded.upTo, number);
     WindowOwner& recorded = m_recorded.owners[number];
     m_isChanged = m_isChanged || recorded != owner;

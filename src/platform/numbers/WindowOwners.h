@@ -20,7 +20,7 @@ namespace kelpa {
 /// What lasts as long as a window does, as far as it is known.
 struct WindowOwner
 {
-    /// The window system's id, of which a part names the client.
+    /// The window system's id, of which a part names the client; 0 where nothing is known.
     std::uint32_t window = 0;
     /// Absent when it is not known.
     std::optional<ProcessID> process;

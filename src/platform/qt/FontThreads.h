@@ -1,5 +1,5 @@
-// Reads what is installed of fonts on threads of its own, so that the main thread, which starts the
-// toolkit and waits for the window server meanwhile, finds it read.
+// Reads what is installed of fonts on threads of its own, so that the main thread, which connects to
+// the desktop and opens the board meanwhile, finds it read.
 #pragma once
 
 #include <thread>
@@ -7,7 +7,7 @@
 namespace kelpa {
 
 /// Begins with fontconfig's configuration and caches, which need no toolkit. The thread ends by
-/// itself; its destruction waits for that, a few milliseconds.
+/// itself; its destruction waits for that: milliseconds with caches, seconds without.
 [[nodiscard]] std::jthread readFontCaches();
 
 /// Goes on, after `caches`, with the toolkit's list of fonts. Needs an application object, which

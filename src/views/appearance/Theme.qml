@@ -20,7 +20,7 @@ QtObject {
 
     // What a search does not find steps back behind what it finds.
     readonly property color found: isDark ? "#59f2c14e" : "#80f5c542"
-    readonly property real recedingOpacity: 0.5
+    readonly property real recedingOpacity: 0.65
 
     // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
     readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"

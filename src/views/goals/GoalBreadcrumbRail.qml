@@ -44,6 +44,15 @@ FocusScope {
 
     HoverHandler {
         id: hover
+
+        blocking: true
+    }
+    // Cards that the rail covers take no presses and no wheel through it.
+    MouseArea {
+        anchors.fill: parent
+        enabled: root.width > Theme.railWidth
+        acceptedButtons: Qt.AllButtons
+        onWheel: wheel => wheel.accepted = true
     }
     Rectangle {
         anchors.fill: parent

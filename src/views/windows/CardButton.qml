@@ -32,6 +32,7 @@ PressButton {
     bottomInset: -1
     opacity: 0.9
     onPressed: root.isPressedUnseen = !root.isShown
+    onCanceled: root.isPressedUnseen = false
     onClicked: {
         const isUnseen = root.isPressedUnseen;
         root.isPressedUnseen = false;

@@ -45,6 +45,10 @@ INSTANTIATE_TEST_SUITE_P(
                               {window, 7, 1000, QStringLiteral("a")},
                               {window + 1, 7, 1000, QStringLiteral("a")},
                               true},
+                    OwnerCase{"a_window_of_which_nothing_is_known",
+                              {},
+                              {window, 7, 1000, QStringLiteral("a")},
+                              false},
                     OwnerCase{"another_process_that_got_the_id",
                               {window, 7, 1000, QStringLiteral("a")},
                               {window, 8, 1000, QStringLiteral("a")},
@@ -117,6 +121,20 @@ TEST_F(WindowOwnersTest, Only_the_window_that_got_an_assigned_number_may_bear_it
     EXPECT_FALSE(second.mayBear(2, owner(12))) << "it was closed";
     EXPECT_TRUE(second.mayBear(3, owner(99))) << "nothing is assigned by it";
     EXPECT_TRUE(second.mayBear(4, owner(99))) << "given after the last save";
+}
+
+TEST_F(WindowOwnersTest, A_number_that_no_run_has_recorded_is_believed_after_greater_ones_too)
+{
+    WindowOwners first(&storage, {}, {1, 2});
+    first.note(2, owner(12));
+    EXPECT_TRUE(first.mayBear(1, owner(11)));
+    first.save(start);
+    ASSERT_EQ(storage.saved.size(), 1U);
+    EXPECT_EQ(decodedOwners(encoded(storage.saved.front())), storage.saved.front());
+
+    const WindowOwners second(&storage, storage.saved.front(), {1, 2});
+    EXPECT_TRUE(second.mayBear(1, owner(11)));
+    EXPECT_FALSE(second.mayBear(2, owner(11)));
 }
 
 TEST_F(WindowOwnersTest, Windows_of_processes_that_have_ended_are_forgotten)

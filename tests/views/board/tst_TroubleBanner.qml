@@ -61,7 +61,7 @@ Item {
                 world.board.goals.createGoal("Taxes");
                 compare(lines(), ["The disk is full",
                                   "Your changes are kept while Kelpa is open, and saved as soon as "
-                                  + "possible.", "Free some space on it."]);
+                                  + "possible.", "Free some space on the disk."]);
                 tryVerify(() => divider().y >= top + banner().height);
                 world.repairDisk();
                 world.pass(5000);

@@ -83,7 +83,7 @@ Item {
                 const texts = shown(item => item instanceof AppText && isBelow(item, main.overlay))
                     .map(item => item.text);
                 for (const text of ["Your changes are not saved", "The disk is full",
-                                    "If you close Kelpa now, they are lost."])
+                                    "If you close Kelpa now, your changes are lost."])
                     verify(texts.includes(text), text);
                 compare(buttons().map(each => each.text), ["Close anyway", "Cancel", "Try again"]);
                 keyClick(Qt.Key_Escape);

@@ -22,11 +22,10 @@ QDBusMessage callOf(const QString& method)
                                           QStringLiteral("org.freedesktop.Notifications"), method);
 }
 
-/// The desktop shows the application's name and icon, and keeps nothing once it is over.
+/// The desktop shows the application's name and icon.
 QVariantMap hints()
 {
-    return {{QStringLiteral("desktop-entry"), QStringLiteral("org.kelpa.Kelpa")},
-            {QStringLiteral("transient"), true}};
+    return {{QStringLiteral("desktop-entry"), QStringLiteral("org.kelpa.Kelpa")}};
 }
 
 /// The server decides how long it shows.
