@@ -12,6 +12,8 @@ from processes import find, stopped, wait_until
 _GOAL = "Errands"
 # Much less than the toolkit waits, and enough for a machine that is busy.
 _SOON = 15
+# Says when the first frame is shown.
+_WITH_LOG = {"QT_LOGGING_RULES": "kelpa.views.debug=true"}
 
 
 def _session_bus(desktop):
@@ -44,6 +46,8 @@ def _add_todo(desktop, kelpa, path, title):
     """By keys alone, since nobody can ask where anything is: the goal comes after the list of all
     todos and what is unsorted."""
     before = settings.StoredBoard(settings.read_live(path)).todos(_GOAL)
+    # The board takes keys from then on.
+    wait_until("the first frame is shown", lambda: "first frame shown" in kelpa.output(), _SOON)
     kelpa.focus()
     desktop.key("Right", "Right", "Right", "Return")
     desktop.type(title)
@@ -63,7 +67,7 @@ def _end(kelpa):
 def _runs_beside(desktop, binary, *pids, env=None):
     """With these stopped before the start, the board is there, is typed into and ends."""
     path = _write_board(desktop)
-    kelpa = Kelpa(desktop, binary, path, env=env)
+    kelpa = Kelpa(desktop, binary, path, env=_WITH_LOG | (env or {}))
     with stopped(*pids):
         kelpa.launch(_SOON)
         _add_todo(desktop, kelpa, path, "Buy milk")
@@ -73,7 +77,7 @@ def _runs_beside(desktop, binary, *pids, env=None):
 def _is_accessible_after(desktop, binary, *pids):
     """When these continue, screen readers read the board, which was there before."""
     path = _write_board(desktop)
-    kelpa = Kelpa(desktop, binary, path)
+    kelpa = Kelpa(desktop, binary, path, env=_WITH_LOG)
     with stopped(*pids):
         kelpa.launch(_SOON)
         _add_todo(desktop, kelpa, path, "Buy milk")
@@ -128,7 +132,7 @@ def beside_a_stopped_input_method_the_board_is_used_and_ends(desktop, binary):
 def an_input_method_is_used_beside_a_stopped_accessibility_bus(desktop, binary):
     method = Chewing(desktop)
     path = _write_board(desktop)
-    kelpa = Kelpa(desktop, binary, path, env=method.env)
+    kelpa = Kelpa(desktop, binary, path, env=_WITH_LOG | method.env)
     with stopped(_accessibility_bus(desktop)):
         kelpa.launch(_SOON)
         kelpa.focus()
@@ -140,7 +144,7 @@ def an_input_method_is_used_beside_a_stopped_accessibility_bus(desktop, binary):
 def a_bus_that_stops_later_does_not_keep_the_board_from_its_user(desktop, binary):
     for stopped_one in (_registry, _accessibility_bus, _service, _session_bus):
         path = _write_board(desktop)
-        kelpa = Kelpa(desktop, binary, path)
+        kelpa = Kelpa(desktop, binary, path, env=_WITH_LOG)
         kelpa.start()
         kelpa.focus()
         with stopped(stopped_one(desktop)):

@@ -67,7 +67,8 @@ TEST_F(GoalOperations, Why_sorted_goals_do_not_move_is_said_until_they_are_sorte
 {
     store().setLanguage(AppLanguage::english);
     store().explainAutomaticOrder();
-    EXPECT_EQ(store().toastMessage(), QStringLiteral("Goals are sorted automatically and cannot be moved"));
+    EXPECT_EQ(store().toastMessage(),
+              QStringLiteral("Goals are sorted automatically and cannot be moved"));
     EXPECT_TRUE(store().toastOffersManualOrder());
     EXPECT_FALSE(store().toastOffersUndo());
     scheduler.advance(std::chrono::milliseconds(5999));

@@ -1,5 +1,5 @@
-// Reads what is installed of fonts on threads of its own, so that the main thread, which connects to
-// the desktop and opens the board meanwhile, finds it read.
+// Reads what is installed of fonts on threads of its own, so that the main thread, which connects
+// to the desktop and opens the board meanwhile, finds it read.
 #pragma once
 
 #include <thread>
