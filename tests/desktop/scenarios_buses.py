@@ -38,6 +38,9 @@ def _service(_desktop):
 def _write_board(desktop, todos=()):
     path = desktop.directory / "board.sqlite"
     path.unlink(missing_ok=True)
+    # The next start is to be told from the one before.
+    for log in desktop.directory.glob("kelpa-*.log"):
+        log.unlink()
     settings.write(path, goals=[(_GOAL, list(todos))], is_auto_sorting=False)
     return path
 
