@@ -39,9 +39,10 @@ class DesktopNotifications::Bus
 public:
     Bus()
     {
-        // Without an address, the library would start a bus.
-        if (!sessionBusAddress().isEmpty())
-            m_connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name());
+        // By its address: the library may know a stand-in as the session bus, and would start a bus
+        // without one.
+        if (const QByteArray address = sessionBusAddress(); !address.isEmpty())
+            m_connection = QDBusConnection::connectToBus(QString::fromLocal8Bit(address), name());
     }
     ~Bus() { QDBusConnection::disconnectFromBus(name()); }
     Bus(const Bus&) = delete;
