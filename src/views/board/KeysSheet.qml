@@ -4,7 +4,6 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa.Appearance
 import Kelpa.Controls
-import Kelpa.Board
 
 /// Every key of the board and what it does.
 Sheet {
