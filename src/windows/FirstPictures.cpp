@@ -31,15 +31,15 @@ void FirstPictures::forgetTries()
     m_blankOnce.clear();
 }
 
-void FirstPictures::restrictTo(const QList<WindowItem>& windows)
+qsizetype FirstPictures::restrictTo(const QList<WindowItem>& windows)
 {
     QSet<WindowID> listed;
     for (const WindowItem& window : windows)
         listed.insert(window.id);
     const auto isGone = [&listed](WindowID id) { return !listed.contains(id); };
-    m_inView.removeIf(isGone);
     m_tried.removeIf(isGone);
     m_blankOnce.removeIf(isGone);
+    return m_inView.removeIf(isGone);
 }
 
 std::vector<WindowID> FirstPictures::untried(const QList<WindowItem>& windows,

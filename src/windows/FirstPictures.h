@@ -25,8 +25,8 @@ public:
     bool acceptsBlank(WindowID window);
     /// Forgets which windows were tried, but not which are in view.
     void forgetTries();
-    /// Forgets windows that are not listed any more.
-    void restrictTo(const QList<WindowItem>& windows);
+    /// Forgets windows that are not listed any more. Returns how many of them had come into view.
+    qsizetype restrictTo(const QList<WindowItem>& windows);
 
     /// Windows in view to capture now, in the order in which they came into view: those on screen
     /// that have no picture and were not tried.

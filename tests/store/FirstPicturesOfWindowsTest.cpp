@@ -258,6 +258,16 @@ TEST_F(FirstPicturesOfWindows, Of_windows_that_come_and_go_all_the_time_are_few)
         EXPECT_TRUE(store().previews().contains(id)) << id;
 }
 
+TEST_F(FirstPicturesOfWindows, Of_a_hundred_windows_that_stay_come_one_after_the_other)
+{
+    open(100);
+    store().startObserving();
+    for (WindowID id = 1; id <= 100; ++id)
+        store().noteWindowInView(id);
+    scheduler.advance(0ms);
+    EXPECT_EQ(store().previews().size(), 100);
+}
+
 TEST_F(FirstPicturesOfWindows, A_store_that_does_not_observe_waits)
 {
     open(2);

@@ -63,9 +63,9 @@ TEST_F(FirstPicturesTest, A_window_that_goes_is_forgotten)
     list(1);
     pictures.noteInView(1);
     pictures.noteTried(1);
-    pictures.restrictTo({});
+    EXPECT_EQ(pictures.restrictTo({}), 1);
     EXPECT_FALSE(pictures.wasTried(1));
-    pictures.restrictTo(windows);
+    EXPECT_EQ(pictures.restrictTo(windows), 0);
     EXPECT_EQ(untried(), Windows{}) << "it is not known to be in view";
 }
 

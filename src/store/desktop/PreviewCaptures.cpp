@@ -73,12 +73,19 @@ void PreviewCaptures::noteInView(WindowID window)
     m_firstPictures.noteInView(window);
 }
 
+void PreviewCaptures::forgetUnlisted()
+{
+    const Scheduler::Time now = m_scheduler.now();
+    for (qsizetype gone = m_firstPictures.restrictTo(m_windows); gone > 0; --gone)
+        m_firstCaptures.take(now);
+}
+
 void PreviewCaptures::captureFirst(Scheduler::Time now)
 {
     if (now < m_pausedUntil || m_capture.isTaken())
         return;
     const std::optional<CaptureRequest> first = firstRequest(now);
-    if (first && m_firstCaptures.take(now))
+    if (first && m_firstCaptures.available(now) > 0)
         start(*first);
 }
 

@@ -46,9 +46,9 @@ public:
     /// A card of the window has come into view.
     void noteInView(WindowID window);
     /// Forgets windows that are not listed any more. To be called when windows have gone.
-    void forgetUnlisted() { m_firstPictures.restrictTo(m_windows); }
+    void forgetUnlisted();
     /// Captures the windows in view that have no picture and were not tried, each as soon as the
-    /// one before it is done. Where new ones appear all the time, the others wait for
+    /// one before it is done. Where windows come and go all the time, the others wait for
     /// `captureNext`. To be called when such a window may have appeared.
     void captureFirst(Scheduler::Time now);
     /// Whether a capture of the window, which has no preview, has shown that none can be taken.
@@ -86,9 +86,9 @@ private:
     /// way or was discarded.
     QSet<WindowID> m_unapplied;
     FirstPictures m_firstPictures;
-    /// Of captures before their turns. The windows in view at the start take their pictures from a
-    /// full bucket; windows that open and close all the time are often gone before their pictures
-    /// would be seen.
+    /// Each window that was in view and is gone takes a token; without one, captures wait for their
+    /// turns. Windows that open and close all the time are often gone before their pictures would
+    /// be seen, however many others stay.
     TokenBucket m_firstCaptures{40, std::chrono::milliseconds(200)};
     /// Windows with a blank first picture that the last tick captures again, one after the other.
     QList<WindowID> m_retries;
