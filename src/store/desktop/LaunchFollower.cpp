@@ -21,8 +21,8 @@ LaunchFollower::LaunchFollower(Applications& applications, Scheduler& scheduler,
                                const QList<WindowItem>& windows, RequestPass requestPass,
                                Appeared appeared)
     : m_applications(applications), m_windows(windows), m_requestPass(std::move(requestPass)),
-      m_appeared(std::move(appeared)), m_launches(scheduler), m_identifications(scheduler),
-      m_matches(scheduler), m_polls(scheduler)
+      m_appeared(std::move(appeared)), m_launches(scheduler), m_matches(scheduler),
+      m_tasks(scheduler)
 {}
 
 void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
@@ -49,7 +49,7 @@ void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
 
 void LaunchFollower::identify(Number number)
 {
-    m_identifications.add(
+    m_tasks.inBackground(
         [launch = m_pending.at(number).launch, &applications = m_applications](
             const std::stop_token& stop) { return applications.identifierOf(launch, stop); },
         [this, number](const std::optional<QString>& identifier) {
@@ -61,7 +61,7 @@ void LaunchFollower::identify(Number number)
 
 void LaunchFollower::pollLater(Number number)
 {
-    m_polls.after(pollInterval, [this, number] { poll(number); });
+    m_tasks.after(pollInterval, [this, number] { poll(number); });
 }
 
 void LaunchFollower::poll(Number number)

@@ -56,12 +56,10 @@ private:
     std::map<Number, PendingLaunch> m_pending;
     Number m_lastNumber = 0;
     TaskQueue m_launches;
-    /// Each kind of question in a queue of its own: a window server that hangs keeps no launch from
-    /// being identified.
-    TaskQueue m_identifications;
     TaskQueue m_matches;
-    /// Delays until the next poll.
-    TaskGroup m_polls;
+    /// Delays until the next poll, and identifications, which do not ask the window server and end
+    /// by themselves within seconds.
+    TaskGroup m_tasks;
 };
 
 } // namespace kelpa
