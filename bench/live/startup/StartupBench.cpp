@@ -35,7 +35,7 @@
 #include <functional>
 #include <iterator>
 #include <optional>
-#include <ranges>
+#include <span>
 #include <vector>
 
 namespace kelpa::bench {
@@ -281,7 +281,7 @@ int run(int warmRounds, const QStringList& kelpas)
         subjects.push_back(
             {QStringLiteral("the same, one todo of 5 MB") + mark, kelpa, {option, longBoard}, {}});
     }
-    for (const Subject& subject : subjects | std::views::drop(1)) {
+    for (const Subject& subject : std::span(subjects).subspan(1)) {
         const std::optional<int> windows = windowsInFirstFrame(server.display(), subject);
         if (windows)
             std::printf("%s: the first frame shows %d of %d windows\n", qPrintable(subject.name),
