@@ -1,5 +1,7 @@
 #include "model/Text.h"
 
+#include "model/DirectionalNesting.h"
+
 #include <QList>
 #include <QStringView>
 #include <QTextBoundaryFinder>
@@ -14,14 +16,6 @@ namespace {
 constexpr int mostMarks = 10;
 
 constexpr QChar ellipsis = u'\u2026';
-
-// Characters that begin and end a part with a reading direction of its own.
-constexpr char16_t firstEmbedding = u'\u202a';
-constexpr char16_t lastEmbedding = u'\u202e';
-constexpr char16_t popEmbedding = u'\u202c';
-constexpr char16_t firstIsolate = u'\u2066';
-constexpr char16_t lastIsolate = u'\u2068';
-constexpr char16_t popIsolate = u'\u2069';
 
 /// `text` with U+FFFD in place of every unpaired surrogate.
 QString wellFormed(QString text)
@@ -82,7 +76,8 @@ public:
                 return;
             break;
         case QChar::Other_Format:
-            followDirection(character);
+            if (DirectionalNesting::isControl(character) && !m_nesting.keeps(character))
+                return;
             break;
         default:
             m_marks = 0;
@@ -90,33 +85,11 @@ public:
         m_line.append(QChar::fromUcs4(character));
     }
 
-    QString take()
-    {
-        std::reverse(m_closers.begin(), m_closers.end());
-        return m_line.append(m_closers);
-    }
+    QString take() { return m_line.append(m_nesting.closers()); }
 
 private:
-    void followDirection(char32_t character)
-    {
-        if (character >= firstIsolate && character <= lastIsolate) {
-            m_closers.append(QChar(popIsolate));
-        } else if (character == popIsolate) {
-            // Also ends the embeddings within the isolate.
-            const qsizetype opened = m_closers.lastIndexOf(QChar(popIsolate));
-            if (opened >= 0)
-                m_closers.truncate(opened);
-        } else if (character == popEmbedding) {
-            if (m_closers.endsWith(QChar(popEmbedding)))
-                m_closers.chop(1);
-        } else if (character >= firstEmbedding && character <= lastEmbedding) {
-            m_closers.append(QChar(popEmbedding));
-        }
-    }
-
     QString m_line;
-    /// What closes the parts that are open, the innermost last.
-    QString m_closers;
+    DirectionalNesting m_nesting{DirectionalNesting::Overrides::kept};
     int m_marks = 0;
 };
 

@@ -24,8 +24,9 @@ QString beginning(const QString& text, qsizetype length);
 /// `text` as views show it, in a single line: a space in place of every character that breaks the
 /// line or has no glyph (control characters, line and paragraph separators; Unicode's). A text
 /// longer than `longestShownText` is its beginning and "…". No character keeps more marks above and
-/// below it than any language writes, since more would cover other lines, and every embedding and
-/// isolate of a reading direction is closed, so that none reaches into a text around this one.
+/// below it than any language writes, since more would cover other lines; every embedding and
+/// isolate of a reading direction is closed, and nothing closes one that is not open, so that none
+/// reaches into or out of a text around this one.
 /// Takes the same time for a text of any length.
 QString singleLine(const QString& text);
 

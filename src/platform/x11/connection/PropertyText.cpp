@@ -1,94 +1,12 @@
 #include "platform/x11/connection/PropertyText.h"
 
-#include <QChar>
+#include "model/DirectionalNesting.h"
 
-#include <vector>
+#include <QChar>
 
 namespace kelpa::x11 {
 
 namespace {
-
-constexpr char16_t leftToRightEmbedding = 0x202A;
-constexpr char16_t rightToLeftEmbedding = 0x202B;
-constexpr char16_t popDirectional = 0x202C;
-constexpr char16_t leftToRightOverride = 0x202D;
-constexpr char16_t rightToLeftOverride = 0x202E;
-constexpr char16_t leftToRightIsolate = 0x2066;
-constexpr char16_t firstStrongIsolate = 0x2068;
-constexpr char16_t popIsolate = 0x2069;
-
-enum class Opened : std::uint8_t { embedding, override, isolate };
-
-/// The directional controls that are open at one point of a text.
-class DirectionalNesting
-{
-public:
-    void open(Opened kind) { m_open.push_back(kind); }
-
-    /// Returns whether to keep the character that ends an embedding or override.
-    bool closeEmbedding()
-    {
-        if (m_open.empty() || m_open.back() == Opened::isolate)
-            return false;
-        const Opened closed = m_open.back();
-        m_open.pop_back();
-        return closed == Opened::embedding;
-    }
-
-    /// Returns whether to keep the character that ends an isolate. It also ends the embeddings that
-    /// were opened within the isolate.
-    bool closeIsolate()
-    {
-        for (auto it = m_open.rbegin(); it != m_open.rend(); ++it) {
-            if (*it == Opened::isolate) {
-                m_open.erase(std::next(it).base(), m_open.end());
-                return true;
-            }
-        }
-        return false;
-    }
-
-    QString closers() const
-    {
-        QString text;
-        for (auto it = m_open.rbegin(); it != m_open.rend(); ++it) {
-            if (*it != Opened::override)
-                text += QChar(*it == Opened::isolate ? popIsolate : popDirectional);
-        }
-        return text;
-    }
-
-private:
-    std::vector<Opened> m_open;
-};
-
-/// Returns whether to keep a directional control; updates the nesting.
-bool keepsDirectional(char16_t unit, DirectionalNesting& nesting)
-{
-    switch (unit) {
-    case leftToRightEmbedding:
-    case rightToLeftEmbedding:
-        nesting.open(Opened::embedding);
-        return true;
-    case leftToRightOverride:
-    case rightToLeftOverride:
-        nesting.open(Opened::override);
-        return false;
-    case popDirectional:
-        return nesting.closeEmbedding();
-    case popIsolate:
-        return nesting.closeIsolate();
-    default:
-        nesting.open(Opened::isolate);
-        return true;
-    }
-}
-
-bool isDirectional(char16_t unit)
-{
-    return (unit >= leftToRightEmbedding && unit <= rightToLeftOverride) ||
-           (unit >= leftToRightIsolate && unit <= popIsolate);
-}
 
 bool isBreak(char16_t unit)
 {
@@ -97,19 +15,17 @@ bool isBreak(char16_t unit)
 
 } // namespace
 
-static_assert(firstStrongIsolate + 1 == popIsolate);
-
 QString harmlessText(const QString& text)
 {
     QString result;
     result.reserve(text.size());
-    DirectionalNesting nesting;
+    DirectionalNesting nesting(DirectionalNesting::Overrides::dropped);
     for (const QChar character : text) {
         const char16_t unit = character.unicode();
         if (isBreak(unit)) {
             result += QLatin1Char(' ');
-        } else if (isDirectional(unit)) {
-            if (keepsDirectional(unit, nesting))
+        } else if (DirectionalNesting::isControl(unit)) {
+            if (nesting.keeps(unit))
                 result += character;
         } else if (character.category() != QChar::Other_Control) {
             result += character;
