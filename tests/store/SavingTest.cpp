@@ -133,6 +133,17 @@ TEST_F(Saving, The_end_of_the_program_waits_for_what_is_under_way_but_not_for_ev
     EXPECT_EQ(scheduler.timersDue(), 0);
 }
 
+TEST_F(Saving, The_end_of_the_program_waits_once_for_a_disk_that_hangs)
+{
+    store();
+    settings.isSlow = true;
+    makeGoal();
+    settings.isHanging = true;
+    store().finishSaving();
+    EXPECT_EQ(settings.finishCount, 1);
+    EXPECT_TRUE(settings.isSaving());
+}
+
 TEST_F(Saving, A_board_that_takes_long_to_read_is_loaded_when_it_is_there)
 {
     const Goal late = test::goal(QStringLiteral("Stored"));

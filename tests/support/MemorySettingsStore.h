@@ -23,6 +23,10 @@ public:
     bool isUnreadable = false;
     /// Saves last until `endSave` or `finish`.
     bool isSlow = false;
+    /// A slow save does not end within the limit of `finish` either.
+    bool isHanging = false;
+    /// Calls of `finish`.
+    int finishCount = 0;
     /// Calls of `flush`.
     int flushCount = 0;
 
@@ -83,6 +87,9 @@ public:
     bool finish(std::chrono::milliseconds limit) override
     {
         lastLimit = limit;
+        ++finishCount;
+        if (isHanging)
+            return false;
         m_isSaving = false;
         return tryToWrite();
     }

@@ -73,9 +73,10 @@ void BoardSaver::retryAndWait()
 
 void BoardSaver::finish()
 {
+    const bool wasLoaded = m_isLoaded;
     endSave(m_settings.finish(finishLimit));
     // Only now the stored board could be read: what this run has added to it is on its way.
-    if (m_settings.isSaving())
+    if (!wasLoaded && m_isLoaded)
         endSave(m_settings.finish(finishLimit));
 }
 
