@@ -133,11 +133,15 @@ void Program::saveBefore(Ending ending)
     // fields, input method and drawing all talk to the display. When the display is lost, the
     // toolkit exits from within its own handling of that, perhaps from within a call of the
     // interface. Anything that waited for a reply there would hold the process, and so the board's
-    // file, for good. So only what the board already has is saved.
-    if (ending != Ending::ofDisplay)
-        m_view.finishWriting();
+    // file, for good. So only what the board already has is saved, and the interface hears nothing
+    // of it.
     // Saves what a full disk has delayed until now, and waits for a slow one.
-    m_store.finishSaving();
+    if (ending == Ending::ofDisplay) {
+        m_store.finishSavingInSilence();
+    } else {
+        m_view.finishWriting();
+        m_store.finishSaving();
+    }
     qCDebug(logApp, "board saved at the end");
     reportUnsaved();
 }

@@ -12,11 +12,11 @@ namespace kelpa {
 enum class SettingsError : std::uint8_t {
     /// Another Kelpa has the file open.
     inUse,
-    /// The file or its folder cannot be reached: permissions, a file in the folder's place.
+    /// The file or its folder cannot be reached or read: permissions, a file in the folder's place.
     unreachable,
     /// A folder is in the file's place.
     isFolder,
-    /// The file can be read but not written.
+    /// The file can be read but not written, or is missing in a folder that cannot be written to.
     readOnly,
     /// Another program holds the file's lock for longer than Kelpa may wait.
     busy,
@@ -52,6 +52,8 @@ struct SettingsStatus
     bool hasUnsavedValues = false;
     /// The last one since the program started.
     std::optional<FileMovedAside> movedAside;
+    /// Whether there is a file, or nobody can tell.
+    bool mayHoldBoard = true;
 
     friend bool operator==(const SettingsStatus&, const SettingsStatus&) = default;
 };

@@ -10,6 +10,7 @@ UnsavedNotifier::UnsavedNotifier(WindowStore& store, Notifications& notification
     : m_store(store), m_notifications(notifications)
 {
     connect(&store, &WindowStore::troubleChanged, this, &UnsavedNotifier::update);
+    connect(&store, &WindowStore::isSavingSlowlyChanged, this, &UnsavedNotifier::update);
 }
 
 void UnsavedNotifier::setBoardSeen(bool isSeen)
@@ -20,20 +21,20 @@ void UnsavedNotifier::setBoardSeen(bool isSeen)
 
 void UnsavedNotifier::update()
 {
-    const std::optional<TroubleNotice>& trouble = m_store.trouble();
-    const bool isUnsaved = trouble && trouble->hasUnsavedChanges;
-    if (isUnsaved && !m_isBoardSeen) {
-        if (m_hasNotified)
+    const std::optional<UnsavedNotice> unsaved =
+        unsavedNotice(m_store.trouble(), m_store.isSavingSlowly());
+    if (unsaved && !m_isBoardSeen) {
+        if (m_notified == unsaved)
             return;
         const AppLanguage language = m_store.language();
-        m_notifications.show(KelpaCopy::text(CopyKey::ChangesUnsaved, language),
-                             KelpaCopy::text(trouble->happened, language));
+        m_notifications.show(KelpaCopy::text(unsaved->summary, language),
+                             KelpaCopy::text(unsaved->reason, language));
+        m_notified = unsaved;
         m_isShown = true;
-        m_hasNotified = true;
         return;
     }
-    if (!isUnsaved)
-        m_hasNotified = false;
+    if (!unsaved)
+        m_notified.reset();
     if (m_isShown)
         m_notifications.withdraw();
     m_isShown = false;

@@ -1,14 +1,18 @@
-// Notifies a person who does not see the board that its changes cannot be saved.
+// Notifies a person who does not see the board that its changes are not saved.
 #pragma once
 
+#include "store/board/TroubleNotice.h"
+
 #include <QObject>
+
+#include <optional>
 
 namespace kelpa {
 
 class Notifications;
 class WindowStore;
 
-/// Main thread. Once for each trouble, and only until the board is seen or the trouble is over: the
+/// Main thread. Once for each reason, and only until the board is seen or everything is saved: the
 /// board itself says it then.
 class UnsavedNotifier : public QObject
 {
@@ -25,7 +29,8 @@ private:
     WindowStore& m_store;
     Notifications& m_notifications;
     bool m_isBoardSeen = true;
-    bool m_hasNotified = false;
+    /// Shown or seen since; absent until changes wait.
+    std::optional<UnsavedNotice> m_notified;
     bool m_isShown = false;
 };
 

@@ -4,6 +4,8 @@
 #include "store/board/GoalOrder.h"
 #include "text/KelpaCopy.h"
 
+#include <QSignalBlocker>
+
 #include <algorithm>
 #include <array>
 #include <functional>
@@ -188,7 +190,7 @@ bool WindowStore::saveBeforeClosing()
 {
     const Update update(m_state.changes);
     m_parts->saver.retryAndWait();
-    return !m_state.trouble || !m_state.trouble->hasUnsavedChanges;
+    return !unsavedNotice(m_state.trouble, m_state.isSavingSlowly);
 }
 
 void WindowStore::dismissTrouble()
@@ -205,6 +207,12 @@ void WindowStore::showStoredFolder()
 void WindowStore::finishSaving()
 {
     m_parts->saver.finish();
+}
+
+void WindowStore::finishSavingInSilence()
+{
+    const QSignalBlocker silence(this);
+    finishSaving();
 }
 
 void WindowStore::Parts::loadState()

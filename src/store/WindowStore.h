@@ -99,7 +99,7 @@ public:
     /// Retries now what could not be read or written.
     void retrySaving();
     /// The same before the board is closed, waiting up to a second for the disk. False when changes
-    /// would be lost.
+    /// are not saved then, whether they failed or are still under way.
     bool saveBeforeClosing();
     /// The person knows of the file that was moved aside.
     void dismissTrouble();
@@ -107,6 +107,8 @@ public:
     void showStoredFolder();
     /// At the end of the program: retries what failed until now, and waits up to 20 s for the disk.
     void finishSaving();
+    /// The same where nothing may be drawn any more: without a signal.
+    void finishSavingInSilence();
 
     // Undo. A step is one operation of a person that changed goals, todos or assignments, with its
     // automatic consequences. Changes on the desktop, settings, selection and search are no steps;

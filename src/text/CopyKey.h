@@ -153,7 +153,10 @@ enum class CopyKey {
     GotIt,
     // Question before closing, and notification.
     ChangesUnsaved,
+    ChangesStillSaving,
+    DiskSlow,
     CloseLosesChanges,
+    CloseMayLoseChanges,
     CloseAnyway,
 };
 Q_ENUM_NS(CopyKey)

@@ -52,14 +52,13 @@ def _start_before_the_disk_hangs(desktop, binary):
     return kelpa, disk, path
 
 
-def closing_waits_for_a_slow_disk(desktop, binary):
+def closing_waits_for_a_slow_disk_and_asks(desktop, binary):
     kelpa, disk, path = _start_before_the_disk_hangs(desktop, binary)
     for count, title in enumerate(_TODOS[:2], 1):
         _add_todo(desktop, kelpa, title)
         kelpa.wait_for_todos(_GOAL, _open_todos(count))
     desktop.close(kelpa.window)
-    wait_until("the window is gone", lambda: kelpa.window.number not in [
-        window.number for window in desktop.windows()])
+    wait_until("the person is asked", lambda: kelpa.board.has_text(boards.CHANGES_STILL_SAVING))
     assert kelpa.is_running()
     assert settings.StoredBoard(settings.read_live(path)).todos(_GOAL) == []
     disk.recover()
@@ -72,5 +71,7 @@ def a_disk_that_hangs_for_good_does_not_keep_it_from_ending(desktop, binary):
     _add_todo(desktop, kelpa, _TODOS[0])
     kelpa.wait_for_todos(_GOAL, _open_todos(1))
     desktop.close(kelpa.window)
+    wait_until("it can be closed all the same",
+               lambda: kelpa.board.button(boards.CLOSE_ANYWAY)).press()
     kelpa.wait(60)
     assert f"the disk with {path} does not reply" in kelpa.output()

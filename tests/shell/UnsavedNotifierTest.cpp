@@ -80,6 +80,25 @@ TEST_F(UnsavedNotification, Comes_once_for_each_trouble)
     EXPECT_EQ(notifications.count, 2);
 }
 
+TEST_F(UnsavedNotification, Tells_of_a_disk_that_hangs_and_then_of_what_it_reports)
+{
+    notifier.setBoardSeen(false);
+    settings.isSlow = true;
+    makeGoal();
+    EXPECT_EQ(notifications.count, 0) << "no disk is that fast";
+    scheduler.advance(1s);
+    EXPECT_EQ(notifications.shown, QStringLiteral("Your changes are still being saved: The disk is "
+                                                  "slow or does not reply"));
+    fillDisk();
+    settings.endSave();
+    EXPECT_EQ(notifications.shown, message);
+    settings.isFailing = false;
+    settings.isSlow = false;
+    scheduler.advance(5s);
+    EXPECT_EQ(notifications.shown, QString());
+    EXPECT_EQ(notifications.count, 2);
+}
+
 TEST_F(UnsavedNotification, Needs_changes_that_wait)
 {
     settings.error = SettingsError::newer;

@@ -144,6 +144,70 @@ TEST_F(Saving, The_end_of_the_program_waits_once_for_a_disk_that_hangs)
     EXPECT_TRUE(settings.isSaving());
 }
 
+TEST_F(Saving, Closing_waits_a_second_and_asks_while_changes_are_under_way)
+{
+    store();
+    EXPECT_TRUE(store().saveBeforeClosing());
+    settings.isSlow = true;
+    settings.isHanging = true;
+    makeGoal();
+    EXPECT_FALSE(store().isSavingSlowly());
+    EXPECT_FALSE(store().saveBeforeClosing());
+    EXPECT_EQ(settings.lastLimit, 1s);
+    EXPECT_TRUE(store().isSavingSlowly()) << "the second has passed";
+    settings.isHanging = false;
+    EXPECT_TRUE(store().saveBeforeClosing());
+    EXPECT_FALSE(store().isSavingSlowly());
+}
+
+TEST_F(Saving, An_attempt_that_only_reads_does_not_ask_before_closing)
+{
+    settings.isUnreadable = true;
+    settings.isSlow = true;
+    store();
+    scheduler.advance(5s);
+    settings.isHanging = true;
+    EXPECT_TRUE(settings.isSaving());
+    EXPECT_TRUE(store().saveBeforeClosing());
+}
+
+TEST_F(Saving, A_slow_save_that_fails_is_never_told_as_saved)
+{
+    store();
+    settings.isSlow = true;
+    makeGoal();
+    scheduler.advance(1s);
+    bool isEverSaved = false;
+    const auto look = [this, &isEverSaved] {
+        isEverSaved = isEverSaved || !unsavedNotice(store().trouble(), store().isSavingSlowly());
+    };
+    QObject::connect(&store(), &WindowStore::isSavingSlowlyChanged, look);
+    QObject::connect(&store(), &WindowStore::troubleChanged, look);
+    settings.isFailing = true;
+    settings.endSave();
+    EXPECT_TRUE(store().trouble()->hasUnsavedChanges);
+    EXPECT_FALSE(store().isSavingSlowly());
+    EXPECT_FALSE(isEverSaved);
+}
+
+TEST_F(Saving, The_end_without_a_display_emits_nothing_whatever_comes_of_it)
+{
+    const Goal late = test::goal(QStringLiteral("Stored"));
+    settings.values.insert(goalsKey, *encodeGoals({late}));
+    settings.isUnreadable = true;
+    makeGoal(QStringLiteral("A"));
+    takeSignals();
+    settings.error = SettingsError::full;
+    store().finishSavingInSilence();
+    settings.isUnreadable = false;
+    store().finishSavingInSilence();
+    EXPECT_EQ(storedGoals().size(), 2);
+    EXPECT_EQ(store().trouble(), std::nullopt);
+    EXPECT_TRUE(takeSignals().isEmpty());
+    makeGoal(QStringLiteral("B"));
+    EXPECT_FALSE(takeSignals().isEmpty());
+}
+
 TEST_F(Saving, A_board_that_takes_long_to_read_is_loaded_when_it_is_there)
 {
     const Goal late = test::goal(QStringLiteral("Stored"));

@@ -165,21 +165,33 @@ public:
     }
     /// The disk takes its time from now on.
     Q_INVOKABLE void slowDisk() { m_settings.isSlow = true; }
+    /// The disk does not reply from now on.
+    Q_INVOKABLE void hangDisk()
+    {
+        m_settings.isSlow = true;
+        m_settings.isHanging = true;
+    }
+    /// It refuses what is under way, and whatever follows.
+    Q_INVOKABLE void failDisk(const QString& error)
+    {
+        m_settings.isSlow = false;
+        m_settings.isHanging = false;
+        m_settings.error = errorOf(error);
+        m_settings.isFailing = true;
+        m_settings.endSave();
+    }
     /// It has everything, and is fast again.
     Q_INVOKABLE void recoverDisk()
     {
         m_settings.isSlow = false;
+        m_settings.isHanging = false;
+        m_settings.isFailing = false;
         m_settings.endSave();
     }
     /// From now on nothing can be written to the board's file.
     Q_INVOKABLE void breakDisk(const QString& error)
     {
-        static const QHash<QString, SettingsError> errors{
-            {QStringLiteral("full"), SettingsError::full},
-            {QStringLiteral("folder"), SettingsError::isFolder},
-            {QStringLiteral("newer"), SettingsError::newer},
-            {QStringLiteral("read-only"), SettingsError::readOnly}};
-        m_settings.error = errors.value(error, SettingsError::failed);
+        m_settings.error = errorOf(error);
         m_settings.isFailing = true;
         m_store.retrySaving();
     }
@@ -390,11 +402,21 @@ public:
             names.append(QStringLiteral("checked"));
         return names;
     }
+    Q_INVOKABLE static void switchAccessibilityOn() { QAccessible::setActive(true); }
     /// No program has anything to paste.
     Q_INVOKABLE void clearClipboard() { QGuiApplication::clipboard()->clear(); }
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 
 private:
+    static SettingsError errorOf(const QString& name)
+    {
+        static const QHash<QString, SettingsError> errors{
+            {QStringLiteral("full"), SettingsError::full},
+            {QStringLiteral("folder"), SettingsError::isFolder},
+            {QStringLiteral("newer"), SettingsError::newer},
+            {QStringLiteral("read-only"), SettingsError::readOnly}};
+        return errors.value(name, SettingsError::failed);
+    }
     std::optional<GoalID> goalTitled(const QString& title) const
     {
         return GoalID::fromText(columnOfGoal(title));

@@ -31,6 +31,8 @@ SettingsError errorFromErrno(int code)
         return SettingsError::full;
     case EISDIR:
         return SettingsError::isFolder;
+    case EIO:
+        return SettingsError::failed;
     default:
         return SettingsError::unreachable;
     }
@@ -91,6 +93,33 @@ std::optional<SettingsError> makeSettingsFile(const QString& path)
     if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
         return SettingsError::unreachable;
     return std::nullopt;
+}
+
+bool mayBeFile(const QString& path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) == 0)
+        return S_ISREG(status.st_mode);
+    return errno != ENOENT && errno != ENOTDIR;
+}
+
+bool isWriteProtected(const QString& path)
+{
+    const auto isPermitted = [](const QString& where, int rights) {
+        return ::faccessat(AT_FDCWD, QFile::encodeName(where).constData(), rights, AT_EACCESS) == 0;
+    };
+    QString folder = QFileInfo(path).path();
+    if (isPermitted(path, F_OK)) {
+        if (!isPermitted(path, R_OK))
+            return false;
+        if (!isPermitted(path, W_OK))
+            return true;
+    } else {
+        // A missing folder is made in the one above.
+        while (errno == ENOENT && !isPermitted(folder, F_OK) && folder != QFileInfo(folder).path())
+            folder = QFileInfo(folder).path();
+    }
+    return isPermitted(folder, X_OK) && !isPermitted(folder, W_OK);
 }
 
 QString asideTimestamp()

@@ -26,6 +26,13 @@ std::optional<SettingsError> makeSettingsFile(const QString& path);
 /// Creates only the folder of `path`, with its parents.
 std::optional<SettingsError> makeSettingsFolder(const QString& path);
 
+/// Whether there is a regular file at `path`, or its folder does not tell.
+bool mayBeFile(const QString& path);
+
+/// Whether nothing is missing but the right to write: the file can be read or created where it and
+/// its folder can be written to, which they cannot.
+bool isWriteProtected(const QString& path);
+
 /// Renames the file, its "-wal" and its "-shm" to "….damaged-<time>". Returns the new path of the
 /// file; absent when the file stays where it is, with its "-wal".
 std::optional<QString> moveSettingsFileAside(const QString& path);

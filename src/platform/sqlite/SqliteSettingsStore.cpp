@@ -24,11 +24,12 @@ SqliteSettingsStore::SqliteSettingsStore(const QString& path, Print print)
     m_error = connect();
     if (m_error) {
         m_isAlreadyInUse = m_error == SettingsError::inUse;
+        if (m_error != SettingsError::newer)
+            loadReadOnly();
+        m_error = explained(m_error);
         // The caller of isAlreadyInUse reports that to the person.
         if (!m_isAlreadyInUse)
             m_reporter.report(*m_error);
-        if (m_error != SettingsError::newer)
-            loadReadOnly();
     }
     m_hasStarted = true;
     // Writes what was read from a damaged file into the new one.
@@ -77,7 +78,11 @@ bool SqliteSettingsStore::copyAside(const QString& key, const SettingsValue& pre
 
 SettingsStatus SqliteSettingsStore::status() const
 {
-    return {m_error, m_isLoaded, !m_pending.isEmpty(), m_movedAside};
+    return {.error = m_error,
+            .isLoaded = m_isLoaded,
+            .hasUnsavedValues = !m_pending.isEmpty(),
+            .movedAside = m_movedAside,
+            .mayHoldBoard = !m_error || mayBeFile(m_path)};
 }
 
 SettingsValues SqliteSettingsStore::values() const
@@ -115,11 +120,11 @@ bool SqliteSettingsStore::flush()
         if (!error)
             error = writePending();
     }
-    if (error)
-        m_reporter.report(*error);
+    m_error = explained(error);
+    if (m_error)
+        m_reporter.report(*m_error);
     else
         m_reporter.recovered();
-    m_error = error;
     return isSaved();
 }
 
@@ -135,6 +140,19 @@ std::optional<SettingsError> SqliteSettingsStore::connect()
         found.error == SettingsError::damaged ? replaceDamaged(found.values) : found.error;
     if (error)
         m_file.reset();
+    return error;
+}
+
+/// Of a file that may not be written to, SQLite and the system say now that it cannot be opened and
+/// now that it is read-only. A person wants to know whether its board is there.
+std::optional<SettingsError>
+SqliteSettingsStore::explained(std::optional<SettingsError> error) const
+{
+    const bool isReadable = m_isLoaded || !mayBeFile(m_path);
+    if (error == SettingsError::unreachable && isReadable && isWriteProtected(m_path))
+        return SettingsError::readOnly;
+    if (error == SettingsError::readOnly && !isReadable)
+        return SettingsError::unreachable;
     return error;
 }
 

@@ -55,6 +55,7 @@ public:
 
 private:
     std::optional<SettingsError> connect();
+    std::optional<SettingsError> explained(std::optional<SettingsError> error) const;
     FileContents openFile();
     std::optional<SettingsError> moveAside(const SettingsValues& found);
     void keepStored();

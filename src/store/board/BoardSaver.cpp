@@ -40,7 +40,7 @@ void BoardSaver::start()
         load();
     } else {
         retryLater();
-        updateStatus();
+        update();
     }
 }
 
@@ -69,6 +69,7 @@ void BoardSaver::retry()
 void BoardSaver::retryAndWait()
 {
     endSave(m_settings.finish(closingLimit));
+    noteSlowness();
 }
 
 void BoardSaver::finish()
@@ -92,14 +93,13 @@ void BoardSaver::endSave(bool isSaved)
         m_retry.reset();
     else
         retryLater();
-    watchTime();
-    updateStatus();
+    update();
 }
 
 void BoardSaver::dismissFileMovedAside()
 {
     m_dismissed = m_settings.status().movedAside;
-    updateStatus();
+    update();
 }
 
 SettingsStatus BoardSaver::currentStatus() const
@@ -111,11 +111,20 @@ SettingsStatus BoardSaver::currentStatus() const
     return status;
 }
 
-void BoardSaver::updateStatus()
+/// Reports both at once: a save that is no longer slow because it has failed is not saved.
+void BoardSaver::update()
 {
     SettingsStatus status = currentStatus();
-    if (status == m_status)
+    bool isSlow = m_isSlow;
+    if (!isSavingChanges()) {
+        m_slowness.reset();
+        isSlow = false;
+    } else if (!m_slowness) {
+        m_slowness = m_scheduler.after(unnoticedDelay, [this] { noteSlowness(); });
+    }
+    if (isSlow == m_isSlow && status == m_status)
         return;
+    m_isSlow = isSlow;
     m_status = std::move(status);
     m_stateChanged();
 }
@@ -135,21 +144,16 @@ void BoardSaver::retryLater()
     });
 }
 
-void BoardSaver::watchTime()
+void BoardSaver::noteSlowness()
 {
-    // An attempt that only reads saves nothing.
-    if (!m_settings.isSaving() || !m_settings.status().hasUnsavedValues) {
-        m_slowness.reset();
-        setSlow(false);
-    } else if (!m_slowness) {
-        m_slowness = m_scheduler.after(unnoticedDelay, [this] { setSlow(true); });
-    }
+    if (isSavingChanges() && !std::exchange(m_isSlow, true))
+        m_stateChanged();
 }
 
-void BoardSaver::setSlow(bool isSlow)
+/// An attempt that only reads saves nothing.
+bool BoardSaver::isSavingChanges() const
 {
-    if (std::exchange(m_isSlow, isSlow) != isSlow)
-        m_stateChanged();
+    return m_settings.isSaving() && m_settings.status().hasUnsavedValues;
 }
 
 } // namespace kelpa

@@ -37,7 +37,8 @@ public:
     /// At the program's end: retries once what could not be read or written until now, and waits
     /// for a slow disk, but not for ever for one that hangs.
     void finish();
-    /// Whether changes have been on their way to the disk for a second.
+    /// Whether changes have been on their way to the disk for a second, or a call has waited for
+    /// them in vain.
     bool isSlow() const { return m_isSlow; }
     /// What is wrong. While nothing is, saves that are under way do not count as unsaved.
     const SettingsStatus& status() const { return m_status; }
@@ -46,11 +47,11 @@ public:
 
 private:
     void endSave(bool isSaved);
-    void updateStatus();
+    void update();
     void load();
     void retryLater();
-    void watchTime();
-    void setSlow(bool isSlow);
+    void noteSlowness();
+    bool isSavingChanges() const;
     SettingsStatus currentStatus() const;
 
     SettingsStore& m_settings;

@@ -35,13 +35,15 @@ Explanation explanationOf(SettingsError error)
     Q_UNREACHABLE();
 }
 
-CopyKey safetyWith(SettingsError error, bool isLoaded)
+CopyKey safetyWith(const SettingsStatus& status)
 {
     // The release that can read the file is another program, which has nothing of this one's
     // memory.
-    if (error == SettingsError::newer)
+    if (status.error == SettingsError::newer)
         return CopyKey::StoredBoardUntouched;
-    return isLoaded ? CopyKey::ChangesKept : CopyKey::ChangesJoinLater;
+    // Where there is no file, no stored board is untouched.
+    return status.isLoaded || !status.mayHoldBoard ? CopyKey::ChangesKept
+                                                   : CopyKey::ChangesJoinLater;
 }
 
 } // namespace
@@ -51,7 +53,7 @@ std::optional<TroubleNotice> troubleNotice(const SettingsStatus& status)
     if (status.error) {
         const auto [happened, advice] = explanationOf(*status.error);
         return TroubleNotice{.happened = happened,
-                             .safe = safetyWith(*status.error, status.isLoaded),
+                             .safe = safetyWith(status),
                              .advice = advice,
                              .movedAsideName = {},
                              .canRetry = true,
@@ -65,6 +67,21 @@ std::optional<TroubleNotice> troubleNotice(const SettingsStatus& status)
                          .advice = std::nullopt,
                          .movedAsideName = status.movedAside->name,
                          .canDismiss = true};
+}
+
+std::optional<UnsavedNotice> unsavedNotice(const std::optional<TroubleNotice>& trouble,
+                                           bool isSavingSlowly)
+{
+    if (trouble && trouble->hasUnsavedChanges)
+        return UnsavedNotice{.summary = CopyKey::ChangesUnsaved,
+                             .reason = trouble->happened,
+                             .warning = CopyKey::CloseLosesChanges,
+                             .canRetry = true};
+    if (isSavingSlowly)
+        return UnsavedNotice{.summary = CopyKey::ChangesStillSaving,
+                             .reason = CopyKey::DiskSlow,
+                             .warning = CopyKey::CloseMayLoseChanges};
+    return std::nullopt;
 }
 
 } // namespace kelpa

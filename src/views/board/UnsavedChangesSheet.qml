@@ -5,8 +5,8 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Board
 
-/// Asks whether to close the board although changes cannot be saved. Once they are saved, closing
-/// goes on by itself.
+/// Asks whether to close the board although changes are not saved. Once they are, closing goes on by
+/// itself.
 Sheet {
     id: root
 
@@ -20,24 +20,36 @@ Sheet {
     function ask(): void {
         root.isAsking = true;
         root.open();
-        // The button that loses nothing, and shows that it has the keyboard.
-        retryButton.forceActiveFocus(Qt.TabFocusReason);
+        root.offerSafety();
+    }
+    /// The button that loses nothing has the keyboard, and shows it.
+    function offerSafety(): void {
+        (root.trouble.canRetryUnsaved ? retryButton : cancelButton).forceActiveFocus(Qt.TabFocusReason);
     }
 
     // Its three buttons beside each other in every language.
     width: Math.min(460, parent ? parent.width - 2 * Theme.large : 460)
-    title: ViewSettings.copy.text(CopyKey.ChangesUnsaved)
+    title: ViewSettings.copy.text(root.trouble.unsavedSummary)
     contentHeight: content.implicitHeight
     onAboutToHide: root.isAsking = false
-    // Otherwise it would have the keyboard the next time without showing it.
-    onClosed: retryButton.focus = false
+    // Otherwise they would have the keyboard the next time without showing it.
+    onClosed: {
+        retryButton.focus = false;
+        cancelButton.focus = false;
+    }
 
     Connections {
         target: root.trouble
 
-        function onTroubleChanged(): void {
-            if (!root.isAsking || root.trouble.hasUnsavedChanges)
+        function onUnsavedChanged(): void {
+            if (!root.isAsking)
                 return;
+            if (root.trouble.hasUnsavedChanges) {
+                // The button with the keyboard may be gone.
+                if (retryButton.focus && !root.trouble.canRetryUnsaved)
+                    root.offerSafety();
+                return;
+            }
             root.close();
             root.closingConfirmed();
         }
@@ -58,7 +70,7 @@ Sheet {
             Accessible.name: text
         }
         Repeater {
-            model: [root.trouble.happened, CopyKey.CloseLosesChanges]
+            model: [root.trouble.unsavedReason, root.trouble.unsavedWarning]
 
             AppText {
                 required property int modelData
@@ -85,6 +97,8 @@ Sheet {
                 }
             }
             AppButton {
+                id: cancelButton
+
                 text: ViewSettings.copy.text(CopyKey.Cancel)
                 onClicked: root.close()
             }
@@ -92,6 +106,7 @@ Sheet {
                 id: retryButton
 
                 text: ViewSettings.copy.text(CopyKey.TryAgain)
+                visible: root.trouble.canRetryUnsaved
                 isPrimary: true
                 Accessible.defaultButton: true
                 onClicked: root.trouble.retry()

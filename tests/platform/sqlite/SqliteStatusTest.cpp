@@ -52,7 +52,7 @@ TEST_F(SqliteStatus, A_folder_in_the_files_place_is_a_folder_until_it_is_moved)
     ASSERT_TRUE(QDir().mkdir(path));
     const auto store = openStore();
     EXPECT_EQ(store->status(),
-              (SettingsStatus{SettingsError::isFolder, false, false, std::nullopt}));
+              (SettingsStatus{SettingsError::isFolder, false, false, std::nullopt, false}));
     EXPECT_FALSE(store->write({goals("[1]")}));
     EXPECT_TRUE(store->status().hasUnsavedValues);
     EXPECT_TRUE(messages.value(0).contains(u"it is a folder"));
@@ -67,7 +67,8 @@ TEST_F(SqliteStatus, A_folder_that_takes_the_place_of_the_open_file_is_noticed)
     ASSERT_TRUE(QFile::remove(path));
     ASSERT_TRUE(QDir().mkdir(path));
     EXPECT_FALSE(store->write({goals("[1]")}));
-    EXPECT_EQ(store->status(), (SettingsStatus{SettingsError::isFolder, true, true, std::nullopt}));
+    EXPECT_EQ(store->status(),
+              (SettingsStatus{SettingsError::isFolder, true, true, std::nullopt, false}));
 }
 
 TEST_F(SqliteStatus, A_folder_in_the_place_of_the_lock_is_not_taken_for_the_file)
@@ -121,12 +122,71 @@ TEST_F(SqliteStatus,
         setFolderWritable(false);
         const auto store = openStore();
         EXPECT_EQ(store->status(),
-                  (SettingsStatus{SettingsError::unreachable, true, false, std::nullopt}));
+                  (SettingsStatus{SettingsError::readOnly, true, false, std::nullopt}));
         store->flush();
-        EXPECT_EQ(store->status().error, SettingsError::unreachable);
+        EXPECT_EQ(store->status().error, SettingsError::readOnly);
         setFolderWritable(true);
         EXPECT_TRUE(store->flush());
         EXPECT_EQ(store->status(), SettingsStatus());
+        return !HasFailure();
+    }));
+}
+
+TEST_F(SqliteStatus, A_new_board_in_a_read_only_folder_cannot_be_written_and_there_is_no_stored_one)
+{
+    giveFolderAway();
+    for (const char* const name : {"kelpa.sqlite", "new/folder/kelpa.sqlite"}) {
+        path = folder.filePath(QLatin1String(name));
+        EXPECT_TRUE(succeedsInChild([this] {
+            EXPECT_TRUE(giveUpRights());
+            setFolderWritable(false);
+            const auto store = openStore();
+            EXPECT_EQ(store->status(),
+                      (SettingsStatus{SettingsError::readOnly, false, false, std::nullopt, false}));
+            setFolderWritable(true);
+            EXPECT_TRUE(store->write({goals("[1]")}));
+            EXPECT_EQ(store->status(), SettingsStatus());
+            return !HasFailure();
+        }));
+    }
+}
+
+TEST_F(SqliteStatus, A_file_or_folder_that_cannot_be_read_cannot_be_opened)
+{
+    ASSERT_TRUE(openStore()->write({goals("[1]")}));
+    giveFolderAway();
+    EXPECT_TRUE(succeedsInChild([this] {
+        EXPECT_TRUE(giveUpRights());
+        const SettingsStatus expected{SettingsError::unreachable, false, false, std::nullopt};
+        EXPECT_TRUE(QFile::setPermissions(path, QFile::Permissions()));
+        EXPECT_EQ(openStore()->status(), expected);
+        setFolderWritable(false);
+        EXPECT_EQ(openStore()->status(), expected);
+        EXPECT_TRUE(QFile::setPermissions(folder.path(), QFile::Permissions()));
+        EXPECT_EQ(openStore()->status(), expected) << "nobody can tell whether it is there";
+        return !HasFailure();
+    }));
+}
+
+TEST_F(SqliteStatus, A_log_in_a_read_only_folder_keeps_the_board_from_being_opened)
+{
+    {
+        const auto store = openStore();
+        ASSERT_TRUE(store->write({goals("[1]")}));
+        ASSERT_TRUE(QFile::copy(path, path + QStringLiteral(".copy")));
+        ASSERT_TRUE(QFile::copy(path + QStringLiteral("-wal"), path + QStringLiteral(".copy-wal")));
+    }
+    path += QStringLiteral(".copy");
+    giveFolderAway();
+    EXPECT_TRUE(succeedsInChild([this] {
+        EXPECT_TRUE(giveUpRights());
+        setFolderWritable(false);
+        const auto store = openStore();
+        EXPECT_EQ(store->status(),
+                  (SettingsStatus{SettingsError::unreachable, false, false, std::nullopt}));
+        setFolderWritable(true);
+        EXPECT_TRUE(store->flush());
+        EXPECT_EQ(store->value(goalsKey), SettingsValue(QByteArray("[1]")));
         return !HasFailure();
     }));
 }

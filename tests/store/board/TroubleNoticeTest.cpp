@@ -60,6 +60,15 @@ INSTANTIATE_TEST_SUITE_P(
                   CopyKey::ChangesJoinLater, CopyKey::CheckDisk}),
     caseName);
 
+TEST(TroubleNotice, Where_there_is_no_file_it_does_not_speak_of_a_stored_board)
+{
+    for (const SettingsError error : {SettingsError::isFolder, SettingsError::readOnly,
+                                      SettingsError::full, SettingsError::unreachable}) {
+        const auto notice = troubleNotice({error, false, false, std::nullopt, false});
+        EXPECT_EQ(notice->safe, CopyKey::ChangesKept);
+    }
+}
+
 TEST(TroubleNotice, Without_trouble_there_is_none)
 {
     EXPECT_EQ(troubleNotice({}), std::nullopt);
@@ -81,6 +90,22 @@ TEST(TroubleNotice, A_file_that_was_moved_aside_is_named_until_the_person_knows)
         EXPECT_FALSE(notice->canRetry);
         EXPECT_FALSE(notice->hasUnsavedChanges);
     }
+}
+
+TEST(UnsavedNotice, Tells_of_changes_that_wait_and_of_trouble_before_slowness)
+{
+    const auto unsaved = troubleNotice({SettingsError::full, true, true, std::nullopt});
+    const auto withoutChanges = troubleNotice({SettingsError::full, true, false, std::nullopt});
+    const UnsavedNotice failed{CopyKey::ChangesUnsaved, CopyKey::DiskFull,
+                               CopyKey::CloseLosesChanges, true};
+    const UnsavedNotice slow{CopyKey::ChangesStillSaving, CopyKey::DiskSlow,
+                             CopyKey::CloseMayLoseChanges, false};
+    EXPECT_EQ(unsavedNotice(std::nullopt, false), std::nullopt);
+    EXPECT_EQ(unsavedNotice(withoutChanges, false), std::nullopt);
+    EXPECT_EQ(unsavedNotice(unsaved, false), failed);
+    EXPECT_EQ(unsavedNotice(unsaved, true), failed);
+    EXPECT_EQ(unsavedNotice(withoutChanges, true), slow);
+    EXPECT_EQ(unsavedNotice(std::nullopt, true), slow);
 }
 
 TEST(TroubleNotice, An_error_comes_before_a_file_that_is_safe)

@@ -127,6 +127,39 @@ Item {
                 verify(!world.isSaved());
                 keyClick(Qt.Key_Escape);
             }
+            function test_a_disk_that_hangs_asks_until_it_has_everything() {
+                world.hangDisk();
+                world.board.goals.createGoal("Taxes");
+                main.close();
+                tryVerify(() => button("Cancel")?.visualFocus ?? false);
+                verify(main.visible);
+                const texts = () => shown(item => item instanceof AppText
+                                          && isBelow(item, main.overlay)).map(item => item.text);
+                for (const text of ["Your changes are still being saved",
+                                    "The disk is slow or does not reply",
+                                    "If you close Kelpa now, your changes may be lost."])
+                    verify(texts().includes(text), text);
+                compare(buttons().map(each => each.text), ["Close anyway", "Cancel"]);
+                world.recoverDisk();
+                verify(!main.visible);
+                verify(world.isSaved());
+            }
+            function test_a_disk_that_hangs_and_then_fails_goes_on_asking() {
+                world.hangDisk();
+                world.board.goals.createGoal("Taxes");
+                main.close();
+                tryVerify(() => button("Cancel")?.visualFocus ?? false);
+                world.failDisk("full");
+                verify(main.visible);
+                compare(buttons().map(each => each.text), ["Close anyway", "Cancel", "Try again"]);
+                // What is tried again may hang as well. The button finds its place with the next frame.
+                world.hangDisk();
+                waitForRendering(main.contentItem);
+                mouseClick(button("Try again"));
+                compare(buttons().map(each => each.text), ["Close anyway", "Cancel", "Try again"]);
+                world.recoverDisk();
+                verify(!main.visible);
+            }
             function test_its_buttons_have_room_in_every_language() {
                 breakDisk();
                 openSheet();

@@ -9,6 +9,7 @@ TroubleController::TroubleController(WindowStore& store, TodoController& todos, 
     : QObject(parent), m_store(store), m_todos(todos)
 {
     connect(&store, &WindowStore::troubleChanged, this, &TroubleController::update);
+    connect(&store, &WindowStore::isSavingSlowlyChanged, this, &TroubleController::updateUnsaved);
     update();
 }
 
@@ -18,6 +19,16 @@ void TroubleController::update()
     if (m_isThere)
         m_shown = *m_store.trouble();
     Q_EMIT troubleChanged();
+    updateUnsaved();
+}
+
+void TroubleController::updateUnsaved()
+{
+    const std::optional<UnsavedNotice> unsaved =
+        unsavedNotice(m_store.trouble(), m_store.isSavingSlowly());
+    m_isUnsaved = unsaved.has_value();
+    m_unsaved = unsaved.value_or(m_unsaved);
+    Q_EMIT unsavedChanged();
 }
 
 void TroubleController::retry()

@@ -31,8 +31,13 @@ class TroubleController : public QObject
     Q_PROPERTY(bool canRetry READ canRetry NOTIFY troubleChanged)
     Q_PROPERTY(bool canShowFolder READ canShowFolder NOTIFY troubleChanged)
     Q_PROPERTY(bool canDismiss READ canDismiss NOTIFY troubleChanged)
+    // What the question before closing says.
     /// Whether changes would be lost if Kelpa ended now.
-    Q_PROPERTY(bool hasUnsavedChanges READ hasUnsavedChanges NOTIFY troubleChanged)
+    Q_PROPERTY(bool hasUnsavedChanges READ hasUnsavedChanges NOTIFY unsavedChanged)
+    Q_PROPERTY(int unsavedSummary READ unsavedSummary NOTIFY unsavedChanged)
+    Q_PROPERTY(int unsavedReason READ unsavedReason NOTIFY unsavedChanged)
+    Q_PROPERTY(int unsavedWarning READ unsavedWarning NOTIFY unsavedChanged)
+    Q_PROPERTY(bool canRetryUnsaved READ canRetryUnsaved NOTIFY unsavedChanged)
 
 public:
     /// `store` and `todos` outlive the controller.
@@ -46,7 +51,11 @@ public:
     bool canRetry() const { return m_shown.canRetry; }
     bool canShowFolder() const { return m_shown.canShowFolder; }
     bool canDismiss() const { return m_shown.canDismiss; }
-    bool hasUnsavedChanges() const { return m_isThere && m_shown.hasUnsavedChanges; }
+    bool hasUnsavedChanges() const { return m_isUnsaved; }
+    int unsavedSummary() const { return static_cast<int>(m_unsaved.summary); }
+    int unsavedReason() const { return static_cast<int>(m_unsaved.reason); }
+    int unsavedWarning() const { return static_cast<int>(m_unsaved.warning); }
+    bool canRetryUnsaved() const { return m_unsaved.canRetry; }
 
     Q_INVOKABLE void retry();
     Q_INVOKABLE void showFolder();
@@ -60,15 +69,19 @@ public:
 
 Q_SIGNALS:
     void troubleChanged();
+    void unsavedChanged();
 
 private:
     void update();
+    void updateUnsaved();
 
     WindowStore& m_store;
     TodoController& m_todos;
     bool m_isThere = false;
+    bool m_isUnsaved = false;
     bool m_isAsking = true;
     TroubleNotice m_shown{};
+    UnsavedNotice m_unsaved{};
 };
 
 } // namespace kelpa
