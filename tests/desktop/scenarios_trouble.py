@@ -142,6 +142,48 @@ def who_does_not_see_the_board_is_notified(desktop, binary):
         wait_until("the todo is stored", lambda: _stored_todos(path) == ["Buy milk"])
 
 
+def who_does_not_see_the_board_is_told_of_a_disk_that_hangs(desktop, binary):
+    path = _write(desktop)
+    disk = Disk(desktop, binary)
+    service = _Helper(desktop, "notification_service.py", "ready")
+    with Kelpa(desktop, binary, path, env=disk.env) as kelpa:
+        disk.hang()
+        _add_todo(desktop, kelpa, "Buy milk")
+        _wait_for(kelpa, boards.SAVING)
+        desktop.run("xdotool", "windowminimize", kelpa.window.number)
+        service.wait_for(f"show {boards.CHANGES_STILL_SAVING}: {boards.DISK_SLOW}")
+        disk.recover()
+        service.wait_for("close")
+
+
+def what_the_board_says_by_itself_is_read_out(desktop, binary):
+    path = _write(desktop)
+    disk = Disk(desktop, binary)
+    disk.protect()
+    reader = _Helper(desktop, "alert_listener.py", "listening")
+    kept = "Your changes are kept while Kelpa is open, and saved as soon as possible."
+    with Kelpa(desktop, binary, path, env=disk.env) as kelpa:
+        # It is there before the window.
+        reader.wait_for(f"{boards.FILE_READ_ONLY}|{kept} Check the permissions of the file and its "
+                        "folder, and whether the disk is write-protected.")
+        path.unlink()
+        path.mkdir()
+        reader.wait_for(f"{boards.FILE_IS_FOLDER}|{kept} Move or rename the folder.")
+        path.rmdir()
+        disk.unprotect()
+        _wait_until_gone(kelpa, boards.FILE_IS_FOLDER)
+        for title in ("Buy milk", "Call back"):
+            disk.hang()
+            _add_todo(desktop, kelpa, title)
+            _wait_for(kelpa, boards.SAVING)
+            disk.recover()
+            _wait_until_gone(kelpa, boards.SAVING)
+        _press(kelpa, "More todo actions")
+        wait_until("the todo can be deleted", lambda: kelpa.board.menu_item("Delete todo")).press()
+        reader.wait_for("Todo deleted|")
+        assert reader.lines().count(f"{boards.SAVING}|") == 2, reader.lines()
+
+
 def a_read_only_folder_is_told_before_and_after_a_change_until_it_can_be_written_to(desktop, binary):
     path = _write(desktop)
     disk = Disk(desktop, binary)

@@ -17,6 +17,10 @@ FloatingGround {
     Accessible.ignored: !root.visible
     Accessible.name: root.text
 
+    Announcement {
+        text: root.text
+    }
+
     AppText {
         id: label
 

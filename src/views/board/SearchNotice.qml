@@ -20,6 +20,10 @@ Rectangle {
     Accessible.ignored: !visible
     Accessible.name: root.text
 
+    Announcement {
+        text: root.text
+    }
+
     AppIcon {
         x: Theme.large
         anchors.verticalCenter: parent.verticalCenter

@@ -49,6 +49,10 @@ Rectangle {
     Accessible.ignored: !root.visible
     Accessible.name: root.shownMessage
 
+    Announcement {
+        text: root.message
+    }
+
     Behavior on opacity {
         NumberAnimation {
             duration: Theme.mediumTime

@@ -20,10 +20,14 @@ Rectangle {
     implicitHeight: Math.max(texts.implicitHeight, buttons.implicitHeight) + 2 * Theme.medium
     radius: Theme.cardRadius
     color: Theme.warningGround
-    // Never ignored: the toolkit would not announce that it begins to show.
     Accessible.role: Accessible.AlertMessage
+    Accessible.ignored: !visible
     Accessible.name: root.heading
     Accessible.description: root.safeText + "\n" + root.adviceText
+
+    Announcement {
+        text: root.heading + root.Accessible.description
+    }
 
     AppIcon {
         x: Theme.large

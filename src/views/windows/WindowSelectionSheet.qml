@@ -159,6 +159,10 @@ Sheet {
                 Accessible.ignored: !visible
                 Accessible.role: Accessible.AlertMessage
                 Accessible.name: text
+
+                Announcement {
+                    text: refusal.text
+                }
             }
             Row {
                 anchors.right: parent.right

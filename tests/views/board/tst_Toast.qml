@@ -133,7 +133,8 @@ Item {
             for (const language of world.board.languageNames) {
                 world.board.setLanguageIndex(world.board.languageNames.indexOf(language));
                 deleteGoal();
-                const texts = Array.from(toast.children).filter(each => each.text !== undefined);
+                const texts = Array.from(toast.children).filter(each => each.text !== undefined
+                                                                     && each.width > 0);
                 compare(texts.length, 2);
                 const [message, action] = texts;
                 verify(!message.truncated, language);
