@@ -63,6 +63,11 @@ DesktopNotifications::~DesktopNotifications() = default;
 void DesktopNotifications::show(const QString& summary, const QString& body)
 {
     m_wanted = {summary, body};
+    if (m_bus && !m_bus->connection().isConnected()) {
+        // What it has shown went with it. Dropped before the next one takes its name.
+        m_bus.reset();
+        m_shown = 0;
+    }
     if (m_bus)
         send();
     else if (!m_connecting)
@@ -83,6 +88,7 @@ void DesktopNotifications::connectToBus()
     m_connecting =
         m_scheduler.inBackground([](const std::stop_token&) { return std::make_shared<Bus>(); },
                                  [this](std::shared_ptr<Bus> bus) {
+                                     m_connecting.reset();
                                      m_bus = std::move(bus);
                                      if (m_wanted)
                                          send();
@@ -103,11 +109,13 @@ void DesktopNotifications::send()
         const QDBusPendingReply<quint32> reply = *watcher;
         watcher->deleteLater();
         const std::optional<Message> sent = std::exchange(m_sent, std::nullopt);
-        if (!reply.isValid()) {
+        if (reply.isValid())
+            m_shown = reply.value();
+        else
             qCDebug(logBus, "no notification was shown");
+        // A connection that was lost meanwhile may be on its way back.
+        if (!m_bus)
             return;
-        }
-        m_shown = reply.value();
         // It may have been taken back or replaced meanwhile.
         if (!m_wanted)
             closeShown();

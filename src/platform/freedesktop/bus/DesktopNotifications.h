@@ -13,7 +13,8 @@
 
 namespace kelpa {
 
-/// Main thread; never waits for the service or the bus. Connects with the first notification.
+/// Main thread; never waits for the service or the bus. Connects with the first notification, and
+/// with a later one again after the connection has failed or was lost.
 class DesktopNotifications final : public QObject, public Notifications
 {
 public:

@@ -1,6 +1,7 @@
 // Notifications as a service on a message bus of its own receives them.
 #include "platform/freedesktop/bus/DesktopNotifications.h"
 
+#include "platform/freedesktop/bus/PrivateBus.h"
 #include "support/ManualScheduler.h"
 
 #include <gtest/gtest.h>
@@ -105,11 +106,59 @@ TEST_F(NotificationsTest, What_replaces_one_that_is_on_its_way_waits_for_its_num
 
 TEST_F(NotificationsTest, What_is_taken_back_before_there_is_a_bus_is_never_shown)
 {
-    notifications.show(QStringLiteral("Unsaved"), QStringLiteral("Full"));
+    notifications.show(QStringLiteral("Unsaved"), QStringLiteral("Never"));
     notifications.withdraw();
     scheduler.advance(std::chrono::milliseconds(0));
     notifications.show(QStringLiteral("Unsaved"), QStringLiteral("Full"));
+    ASSERT_TRUE(receives({first})) << service.calls.join(u'\n').toStdString();
+    notifications.show(QStringLiteral("Unsaved"), QStringLiteral("Gone"));
+    EXPECT_TRUE(receives({first, second})) << service.calls.join(u'\n').toStdString();
+}
+
+/// Puts the session bus elsewhere for as long as it lives.
+class OtherBusAddress
+{
+public:
+    explicit OtherBusAddress(const QByteArray& address)
+    {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+    }
+    OtherBusAddress(const OtherBusAddress&) = delete;
+    OtherBusAddress& operator=(const OtherBusAddress&) = delete;
+    ~OtherBusAddress() { qputenv("DBUS_SESSION_BUS_ADDRESS", m_before); }
+
+private:
+    const QByteArray m_before = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+};
+
+TEST_F(NotificationsTest, After_a_connection_that_failed_the_next_one_connects_again)
+{
+    {
+        const OtherBusAddress nowhere("unix:path=/dev/null");
+        notifications.show(QStringLiteral("Unsaved"), QStringLiteral("Never"));
+        scheduler.advance(std::chrono::milliseconds(0));
+        notifications.withdraw();
+    }
+    notifications.show(QStringLiteral("Unsaved"), QStringLiteral("Full"));
     EXPECT_TRUE(receives({first}));
+}
+
+TEST_F(NotificationsTest, After_the_bus_was_lost_the_next_one_connects_again)
+{
+    {
+        PrivateBus other;
+        const OtherBusAddress address(other.address().toUtf8());
+        notifications.show(QStringLiteral("Unsaved"), QStringLiteral("Never"));
+        scheduler.advance(std::chrono::milliseconds(0));
+        other.stop();
+    }
+    // The library notices in its own time; nobody shows that one.
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        notifications.show(QStringLiteral("Unsaved"), QStringLiteral("Full"));
+        scheduler.advance(std::chrono::milliseconds(0));
+        return !service.calls.isEmpty();
+    }));
+    EXPECT_EQ(service.calls.first(), first) << "the number of the other service means nothing here";
 }
 
 } // namespace
