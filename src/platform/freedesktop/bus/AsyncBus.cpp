@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace kelpa {
 
@@ -43,6 +44,9 @@ struct AsyncBus::State
     /// Requests whose callback GLib still owes; it calls each exactly once.
     int owed = 0;
     bool isAbandoned = false;
+    using Received = std::function<void(GVariant*)>;
+    /// Of the connection, by GLib's numbers.
+    std::vector<std::pair<guint, std::unique_ptr<Received>>> subscriptions;
 };
 
 namespace {
@@ -61,6 +65,12 @@ struct Calling
     AsyncBus::Reply reply;
     std::function<bool()> arrives;
 };
+
+void deliver(GDBusConnection* /*connection*/, const char* /*sender*/, const char* /*path*/,
+             const char* /*interface*/, const char* /*signal*/, GVariant* arguments, gpointer data)
+{
+    (*static_cast<const std::function<void(GVariant*)>*>(data))(arguments);
+}
 
 gboolean cancelOpening(gpointer data)
 {
@@ -155,6 +165,8 @@ bool AsyncBus::isOpen() const
 void AsyncBus::close()
 {
     if (m_state->connection) {
+        for (const auto& [number, function] : std::exchange(m_state->subscriptions, {}))
+            g_dbus_connection_signal_unsubscribe(m_state->connection.get(), number);
         g_dbus_connection_close(m_state->connection.get(), nullptr, nullptr, nullptr);
         m_state->connection.reset();
     }
@@ -177,6 +189,22 @@ void AsyncBus::call(const BusAddressee& to, const char* method, GVariant* argume
                            to.interface.c_str(), method, held.get(), G_VARIANT_TYPE(replyType),
                            G_DBUS_CALL_FLAGS_NO_AUTO_START, milliseconds,
                            m_state->cancellable.get(), called, calling.release());
+}
+
+void AsyncBus::subscribe(const BusAddressee& from, const char* signal, const std::string& argument,
+                         std::function<void(GVariant* arguments)> received)
+{
+    // The state outlives its subscriptions.
+    auto whileWanted = std::make_unique<State::Received>(
+        [state = m_state.get(), received = std::move(received)](GVariant* arguments) {
+            if (!state->isAbandoned)
+                received(arguments);
+        });
+    const guint number = g_dbus_connection_signal_subscribe(
+        m_state->connection.get(), from.name.c_str(), from.interface.c_str(), signal,
+        from.path.c_str(), argument.empty() ? nullptr : argument.c_str(), G_DBUS_SIGNAL_FLAGS_NONE,
+        deliver, whileWanted.get(), nullptr);
+    m_state->subscriptions.emplace_back(number, std::move(whileWanted));
 }
 
 } // namespace kelpa

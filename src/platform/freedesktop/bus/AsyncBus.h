@@ -65,6 +65,12 @@ public:
     void call(const BusAddressee& to, const char* method, GVariant* arguments,
               const char* replyType, Milliseconds limit, Reply reply);
 
+    /// Calls `received` with the arguments of each such signal from now on, over the connection as
+    /// for `call`, until it is closed. `argument` is the first argument that is wanted; empty for
+    /// any.
+    void subscribe(const BusAddressee& from, const char* signal, const std::string& argument,
+                   std::function<void(GVariant* arguments)> received);
+
 private:
     struct State;
     std::shared_ptr<State> m_state;

@@ -35,16 +35,22 @@ const BusAddressee registryService{"org.a11y.atspi.Registry", "/org/a11y/atspi/a
 
 enum EventType { sessionAnsweredEvent = QEvent::User, accessibilityAnsweredEvent };
 
-/// Whether the answer to GetAll of "org.a11y.Status" says that programs are to be accessible.
-bool isSwitchedOn(GVariant* answer)
+/// Whether `properties` of "org.a11y.Status", some or all, say that programs are to be accessible.
+bool isSwitchedOn(GVariant* properties)
 {
-    const GlibPointer<GVariant> properties(g_variant_get_child_value(answer, 0));
     for (const char* const name : {"IsEnabled", "ScreenReaderEnabled"}) {
         gboolean value = FALSE;
-        if (g_variant_lookup(properties.get(), name, "b", &value) != FALSE && value != FALSE)
+        if (g_variant_lookup(properties, name, "b", &value) != FALSE && value != FALSE)
             return true;
     }
     return false;
+}
+
+using Child = GlibPointer<GVariant>;
+
+Child childOf(GVariant* tuple, gsize index)
+{
+    return Child(g_variant_get_child_value(tuple, index));
 }
 
 gboolean expire(gpointer /*data*/)
@@ -109,6 +115,8 @@ public:
 private:
     void run(const std::stop_token& stop);
     void askSession(AsyncBus& session, AsyncBus& accessibility);
+    void askService(AsyncBus& session, AsyncBus& accessibility);
+    void followService(AsyncBus& session, AsyncBus& accessibility);
     void askAccessibility(AsyncBus& accessibility, const std::string& address);
     void askInputMethod(AsyncBus& inputMethod);
     void decide();
@@ -130,6 +138,8 @@ private:
     std::optional<BusState> m_inputMethod;
     bool m_isSwitchedOn;
     BusStates m_reported;
+    /// It answers at last, and nobody has been told, since it is switched off.
+    bool m_isAccessibilityDue = false;
 
     const GlibPointer<GMainContext> m_context;
     std::jthread m_thread;
@@ -189,23 +199,47 @@ void BusWatch::Worker::askSession(AsyncBus& session, AsyncBus& accessibility)
                          m_accessibility = BusState::absent;
                          return;
                      }
-                     // Before the address, so that the answer is here when all others are.
-                     session.call(settingService, "GetAll", g_variant_new("(s)", "org.a11y.Status"),
-                                  "(a{sv})", noLimit, [this](BusOutcome outcome, GVariant* answer) {
-                                      if (outcome == BusOutcome::answered)
-                                          m_isSwitchedOn = m_isSwitchedOn || isSwitchedOn(answer);
-                                  });
-                     session.call(addressService, "GetAddress", nullptr, "(s)", noLimit,
-                                  [this, &accessibility](BusOutcome outcome, GVariant* answer) {
-                                      if (outcome != BusOutcome::answered) {
-                                          m_accessibility = BusState::absent;
-                                          return;
-                                      }
-                                      const char* address = nullptr;
-                                      g_variant_get(answer, "(&s)", &address);
-                                      askAccessibility(accessibility, address);
-                                  });
+                     followService(session, accessibility);
+                     askService(session, accessibility);
                  });
+}
+
+void BusWatch::Worker::askService(AsyncBus& session, AsyncBus& accessibility)
+{
+    // Before the address, so that the answer is here when all others are.
+    session.call(settingService, "GetAll", g_variant_new("(s)", "org.a11y.Status"), "(a{sv})",
+                 noLimit, [this](BusOutcome outcome, GVariant* answer) {
+                     if (outcome == BusOutcome::answered)
+                         m_isSwitchedOn = m_isSwitchedOn || isSwitchedOn(childOf(answer, 0).get());
+                 });
+    session.call(addressService, "GetAddress", nullptr, "(s)", noLimit,
+                 [this, &accessibility](BusOutcome outcome, GVariant* answer) {
+                     if (outcome != BusOutcome::answered) {
+                         m_accessibility = BusState::absent;
+                         return;
+                     }
+                     const char* address = nullptr;
+                     g_variant_get(answer, "(&s)", &address);
+                     askAccessibility(accessibility, address);
+                 });
+}
+
+/// The service may come, or accessibility be switched on, long after a silent start.
+void BusWatch::Worker::followService(AsyncBus& session, AsyncBus& accessibility)
+{
+    session.subscribe(
+        settingService, "PropertiesChanged", "org.a11y.Status", [this](GVariant* arguments) {
+            if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(sa{sv}as)")) != FALSE)
+                m_isSwitchedOn = m_isSwitchedOn || isSwitchedOn(childOf(arguments, 1).get());
+        });
+    session.subscribe(busItself, "NameOwnerChanged", addressService.name,
+                      [this, &session, &accessibility](GVariant* arguments) {
+                          const char* owner = "";
+                          if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(sss)")) != FALSE)
+                              g_variant_get_child(arguments, 2, "&s", &owner);
+                          if (*owner != '\0' && m_accessibility != BusState::answers)
+                              askService(session, accessibility);
+                      });
 }
 
 void BusWatch::Worker::askAccessibility(AsyncBus& accessibility, const std::string& address)
@@ -271,8 +305,11 @@ void BusWatch::Worker::report()
     if (becomes(m_reported.accessibility, m_accessibility)) {
         qCDebug(logBus, "the accessibility bus answers at last, accessibility is %s",
                 m_isSwitchedOn ? "on" : "off");
-        if (m_isSwitchedOn)
-            post(accessibilityAnsweredEvent);
+        m_isAccessibilityDue = true;
+    }
+    if (m_isAccessibilityDue && m_isSwitchedOn) {
+        m_isAccessibilityDue = false;
+        post(accessibilityAnsweredEvent);
     }
 }
 

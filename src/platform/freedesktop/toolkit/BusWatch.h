@@ -76,8 +76,8 @@ public:
     /// was silent.
     void whenSessionAnswers(std::function<void()> answered);
 
-    /// Calls `answered` when all answers that accessibility needs, and it is switched on; never
-    /// unless it was silent at first.
+    /// Calls `answered` when all answers that accessibility needs, and it is switched on, be it
+    /// later; never unless it was silent at first.
     void whenAccessibilityAnswers(std::function<void()> answered);
 
     /// Has the stand-in say that accessibility is switched on, with the address of the bus. In or

@@ -131,6 +131,56 @@ TEST(BusWatch, A_stopped_service_of_the_accessibility_bus_is_silent_until_it_con
     EXPECT_TRUE(QTest::qWaitFor([&] { return answers == 1; }, watchPatience));
 }
 
+void switchAccessibilityOn(const PrivateBus& session)
+{
+    EXPECT_EQ(
+        QProcess::execute(
+            QStringLiteral("dbus-send"),
+            {QStringLiteral("--bus=") + session.address(), QStringLiteral("--print-reply=literal"),
+             QStringLiteral("--dest=org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+             QStringLiteral("org.freedesktop.DBus.Properties.Set"),
+             QStringLiteral("string:org.a11y.Status"), QStringLiteral("string:IsEnabled"),
+             QStringLiteral("variant:boolean:true")}),
+        0);
+}
+
+TEST(BusWatch, Accessibility_that_is_switched_on_after_a_silent_start_is_reported)
+{
+    PrivateBus session;
+    const AccessibilityBus accessibility(session);
+    ::kill(accessibility.process(), SIGSTOP);
+    BusWatchOptions unwanted = options(session, shortLimit);
+    unwanted.isAccessibilityWanted = false;
+    BusWatch watch(unwanted);
+    EXPECT_EQ(watch.await(), (BusStates{BusState::answers, BusState::silent}));
+    int answers = 0;
+    watch.whenAccessibilityAnswers([&] { ++answers; });
+    ::kill(accessibility.process(), SIGCONT);
+    QTest::qWait(50);
+    EXPECT_EQ(answers, 0) << "it is off";
+    switchAccessibilityOn(session);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answers == 1; }, watchPatience));
+}
+
+TEST(BusWatch, An_accessibility_bus_that_comes_after_a_silent_start_is_reported)
+{
+    PrivateBus session;
+    session.freeze();
+    BusWatchOptions unwanted = options(session, shortLimit);
+    unwanted.isAccessibilityWanted = false;
+    BusWatch watch(unwanted);
+    EXPECT_EQ(watch.await(), (BusStates{BusState::silent, BusState::silent}));
+    int sessionAnswers = 0;
+    int answers = 0;
+    watch.whenSessionAnswers([&] { ++sessionAnswers; });
+    watch.whenAccessibilityAnswers([&] { ++answers; });
+    session.thaw();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return sessionAnswers == 1; }, watchPatience));
+    const AccessibilityBus accessibility(session);
+    switchAccessibilityOn(session);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answers == 1; }, watchPatience));
+}
+
 TEST(BusWatch, The_stand_in_has_an_accessibility_bus_once_that_is_announced)
 {
     PrivateBus session;
