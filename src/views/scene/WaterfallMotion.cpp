@@ -19,7 +19,7 @@ WaterfallMotion::WaterfallMotion(WaterfallRows& rows) : m_rows(rows)
             &WaterfallMotion::isRunningChanged);
 }
 
-void WaterfallMotion::noteChange(int milliseconds)
+void WaterfallMotion::noteChange(int milliseconds, int patience)
 {
     if (!m_rest.isActive())
         m_patience.start(patience, this);

@@ -22,8 +22,13 @@ public:
     explicit WaterfallMotion(WaterfallRows& rows);
 
     bool isRunning() const { return m_animation.state() == QAbstractAnimation::Running; }
-    /// Rows have received other places; a motion takes so long.
-    void noteChange(int milliseconds);
+    /// For so many milliseconds changes in a row are shown as motions. A card that expands takes
+    /// less.
+    static constexpr int defaultPatience = 1500;
+
+    /// Rows have received other places; a motion takes so long, and changes in a row are shown as
+    /// motions for `patience` milliseconds.
+    void noteChange(int milliseconds, int patience);
     /// Whether rows have changed places for so long, one change soon after the other, that there is
     /// to be no motion for now.
     bool isRestless() const { return m_isRestless; }
@@ -40,10 +45,6 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    /// For so many milliseconds changes in a row are shown as motions. A card that expands takes
-    /// less.
-    static constexpr int patience = 1500;
-
     void advance(double progress);
 
     WaterfallRows& m_rows;

@@ -49,6 +49,8 @@ class WaterfallView : public QQuickItem
     Q_PROPERTY(int pinnedRow READ pinnedRow WRITE setPinnedRow NOTIFY pinnedRowChanged FINAL)
     /// Milliseconds; 0 for no motion.
     Q_PROPERTY(int motionTime MEMBER m_motionTime FINAL)
+    /// Milliseconds for which rows that change places all the time move.
+    Q_PROPERTY(int patience MEMBER m_patience FINAL)
     /// How many rows have items.
     Q_PROPERTY(int itemCount READ itemCount NOTIFY itemCountChanged FINAL)
     Q_PROPERTY(bool isMoving READ isMoving NOTIFY isMovingChanged FINAL)
@@ -158,6 +160,7 @@ private:
     double m_visibleTo = 0;
     int m_pinnedRow = -1;
     int m_motionTime = 0;
+    int m_patience = WaterfallMotion::defaultPatience;
     /// The next pass moves nothing: no row has been seen in a place that it could leave.
     bool m_isFirstPass = true;
     bool m_isLayingOut = false;

@@ -88,7 +88,7 @@ void WaterfallView::applyGeometry()
     });
     // Rows of other lists also move where one of them expands, at the person's own pace.
     if (hasMoved && m_motionTime > 0 && m_geometry.layout().fixedItemHeight)
-        m_motion.noteChange(m_motionTime);
+        m_motion.noteChange(m_motionTime, m_patience);
     const bool isAnimated = transition() == Transition::animated;
     for (WaterfallRow& each : m_rows) {
         const QRectF frame = itemFrame(each.row);
