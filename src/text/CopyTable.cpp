@@ -4,6 +4,15 @@
 
 namespace kelpa {
 
+namespace {
+
+DoubleTap doubleTap(bool isOffered)
+{
+    return isOffered ? DoubleTap::offered : DoubleTap::unavailable;
+}
+
+} // namespace
+
 QString CopyTable::text(kelpa::CopyKey key) const
 {
     return withPlatformKeyNames(KelpaCopy::text(key, m_language), m_keyNames);
@@ -99,18 +108,18 @@ QString CopyTable::priorityAccessibilityLabel(const QString& priority) const
     return value ? KelpaCopy::priorityAccessibilityLabel(*value, m_language) : QString();
 }
 
-QStringList CopyTable::keyHelpKeys() const
+QStringList CopyTable::keyHelpKeys(bool isDoubleTapOffered) const
 {
     QStringList keys;
-    for (const KeyHelp& each : keyHelp(m_language))
+    for (const KeyHelp& each : keyHelp(m_language, doubleTap(isDoubleTapOffered)))
         keys.append(withPlatformKeyNames(each.keys, m_keyNames));
     return keys;
 }
 
-QStringList CopyTable::keyHelpMeanings() const
+QStringList CopyTable::keyHelpMeanings(bool isDoubleTapOffered) const
 {
     QStringList meanings;
-    for (const KeyHelp& each : keyHelp(m_language))
+    for (const KeyHelp& each : keyHelp(m_language, doubleTap(isDoubleTapOffered)))
         meanings.append(each.meaning);
     return meanings;
 }

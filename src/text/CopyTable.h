@@ -50,8 +50,8 @@ public:
     Q_INVOKABLE QString priorityAccessibilityLabel(const QString& priority) const;
 
     /// The keys of the board, and at the same places what they do.
-    Q_INVOKABLE QStringList keyHelpKeys() const;
-    Q_INVOKABLE QStringList keyHelpMeanings() const;
+    Q_INVOKABLE QStringList keyHelpKeys(bool isDoubleTapOffered) const;
+    Q_INVOKABLE QStringList keyHelpMeanings(bool isDoubleTapOffered) const;
     Q_INVOKABLE QString newGoalKeys() const;
     Q_INVOKABLE QString helpKeys() const;
 

@@ -15,6 +15,7 @@ struct Row
 {
     Texts keys;
     Texts meaning;
+    bool isDoubleTap = false;
 };
 
 constexpr Texts newGoal{u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Strg+N"};
@@ -39,8 +40,8 @@ constexpr std::array rows{
         {u"返回；结束编辑或搜索", u"Go back; end an edit or a search", u"戻る、編集や検索を終了",
          u"뒤로 가기, 편집이나 검색 끝내기", u"Revenir ; terminer une saisie ou une recherche",
          u"Zurück; Bearbeiten oder Suchen beenden"}},
-    Row{{u"A–Z、Ctrl+F", u"A–Z, Ctrl+F", u"A–Z、Ctrl+F", u"A–Z, Ctrl+F", u"A–Z, Ctrl+F",
-         u"A–Z, Strg+F"},
+    Row{{u"A–Z、0–9、Ctrl+F", u"A–Z, 0–9, Ctrl+F", u"A–Z、0–9、Ctrl+F", u"A–Z, 0–9, Ctrl+F",
+         u"A–Z, 0–9, Ctrl+F", u"A–Z, 0–9, Strg+F"},
         {u"搜索窗口、目标和待办", u"Search windows, goals and todos",
          u"ウィンドウ、目標、タスクを検索", u"창, 목표, 할 일 검색",
          u"Rechercher fenêtres, objectifs et tâches", u"Fenster, Ziele und Aufgaben suchen"}},
@@ -70,6 +71,10 @@ constexpr std::array rows{
          u"Page préc., Page suiv.", u"Bild auf, Bild ab"},
         {u"滚动看板", u"Scroll the board", u"ボードをスクロール", u"보드 스크롤",
          u"Faire défiler le tableau", u"In der Übersicht blättern"}},
+    Row{{u"Home、End", u"Home, End", u"Home、End", u"Home, End", u"Début, Fin", u"Pos1, Ende"},
+        {u"前往看板的开头或末尾", u"Go to the beginning or the end of the board",
+         u"ボードの先頭または末尾へ移動", u"보드의 처음이나 끝으로 이동",
+         u"Aller au début ou à la fin du tableau", u"Zum Anfang oder Ende der Übersicht gehen"}},
     Row{Texts::same(u"Tab"),
         {u"前往下一个控件", u"Go to the next control", u"次のコントロールへ移動",
          u"다음 컨트롤로 이동", u"Passer à l’élément suivant", u"Zum nächsten Element gehen"}},
@@ -82,7 +87,8 @@ constexpr std::array rows{
         {u"从任何程序呼出 Kelpa", u"Bring Kelpa forward from any program",
          u"どのプログラムからでもKelpaを呼び出す", u"어떤 프로그램에서든 Kelpa 불러오기",
          u"Afficher Kelpa depuis n’importe quel programme",
-         u"Kelpa aus jedem Programm nach vorn holen"}},
+         u"Kelpa aus jedem Programm nach vorn holen"},
+        true},
     Row{help,
         {u"显示这些按键", u"Show these keys", u"このキー一覧を表示", u"이 키 목록 표시",
          u"Afficher ces touches", u"Diese Tasten zeigen"}},
@@ -95,11 +101,13 @@ QString textOf(std::u16string_view text)
 
 } // namespace
 
-QList<KeyHelp> keyHelp(AppLanguage language)
+QList<KeyHelp> keyHelp(AppLanguage language, DoubleTap doubleTap)
 {
     QList<KeyHelp> texts;
-    for (const Row& row : rows)
-        texts.append({textOf(row.keys[language]), textOf(row.meaning[language])});
+    for (const Row& row : rows) {
+        if (doubleTap == DoubleTap::offered || !row.isDoubleTap)
+            texts.append({textOf(row.keys[language]), textOf(row.meaning[language])});
+    }
     return texts;
 }
 
@@ -111,6 +119,12 @@ QString newGoalKeys(AppLanguage language)
 QString helpKeys(AppLanguage language)
 {
     return textOf(help[language]);
+}
+
+QString languageOfferKeys(qsizetype index, qsizetype count)
+{
+    // A digit alone begins a search.
+    return count == 1 ? QStringLiteral("↵") : QStringLiteral("Alt+%1").arg(index + 1);
 }
 
 } // namespace kelpa

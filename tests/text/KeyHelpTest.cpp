@@ -12,10 +12,10 @@ namespace {
 
 TEST(KeyHelp, Every_key_has_a_meaning_of_its_own_in_every_language)
 {
-    const QList<KeyHelp> english = keyHelp(AppLanguage::english);
-    EXPECT_EQ(english.size(), 16);
+    const QList<KeyHelp> english = keyHelp(AppLanguage::english, DoubleTap::offered);
+    EXPECT_EQ(english.size(), 17);
     for (const AppLanguage language : allAppLanguages) {
-        const QList<KeyHelp> help = keyHelp(language);
+        const QList<KeyHelp> help = keyHelp(language, DoubleTap::offered);
         ASSERT_EQ(help.size(), english.size());
         QSet<QString> keys;
         QSet<QString> meanings;
@@ -35,7 +35,7 @@ TEST(KeyHelp, Every_key_has_a_meaning_of_its_own_in_every_language)
 TEST(KeyHelp, Keys_have_the_names_of_the_keyboard)
 {
     const auto keys = [](AppLanguage language) {
-        return CopyTable(language, KeyNames::withSuper()).keyHelpKeys();
+        return CopyTable(language, KeyNames::withSuper()).keyHelpKeys(true);
     };
     EXPECT_TRUE(keys(AppLanguage::english).contains(QStringLiteral("Ctrl+N")));
     EXPECT_TRUE(keys(AppLanguage::german).contains(QStringLiteral("Strg+N")));
@@ -45,6 +45,22 @@ TEST(KeyHelp, Keys_have_the_names_of_the_keyboard)
         EXPECT_TRUE(keys(language).contains(newGoalKeys(language)));
         EXPECT_TRUE(keys(language).contains(helpKeys(language)));
     }
+}
+
+TEST(KeyHelp, Leaves_the_double_tap_out_where_it_does_nothing)
+{
+    for (const AppLanguage language : allAppLanguages) {
+        const CopyTable texts(language, KeyNames::withSuper());
+        EXPECT_FALSE(texts.keyHelpKeys(false).contains(QStringLiteral("Super Super")));
+        EXPECT_EQ(texts.keyHelpKeys(false).size(), 16);
+        EXPECT_EQ(texts.keyHelpMeanings(false).size(), 16);
+    }
+}
+
+TEST(KeyHelp, Languages_are_offered_by_keys_that_type_nothing)
+{
+    EXPECT_EQ(languageOfferKeys(0, 1), QStringLiteral("↵"));
+    EXPECT_EQ(languageOfferKeys(1, 6), QStringLiteral("Alt+2"));
 }
 
 } // namespace

@@ -32,7 +32,7 @@ QStringList knownTexts(const CopyTable& table)
     }
     for (const GoalPriority priority : allGoalPriorities)
         texts.append(table.priorityAccessibilityLabel(rawValue(priority)));
-    return texts + table.keyHelpKeys() + table.keyHelpMeanings();
+    return texts + table.keyHelpKeys(true) + table.keyHelpMeanings(true);
 }
 
 } // namespace kelpa::test

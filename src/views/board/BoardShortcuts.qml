@@ -40,6 +40,8 @@ Item {
     Component {
         id: keysSheetType
 
-        KeysSheet {}
+        KeysSheet {
+            isDoubleTapOffered: root.board.isDoubleTapOffered
+        }
     }
 }

@@ -5,12 +5,14 @@ import QtQuick.Templates as T
 import Kelpa.Appearance
 import Kelpa.Controls
 
-/// Every key of the board and what it does.
+/// Every key of the board that does something, and what it does.
 Sheet {
     id: root
 
-    readonly property var keys: ViewSettings.copy.keyHelpKeys()
-    readonly property var meanings: ViewSettings.copy.keyHelpMeanings()
+    required property bool isDoubleTapOffered
+
+    readonly property var keys: ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered)
+    readonly property var meanings: ViewSettings.copy.keyHelpMeanings(root.isDoubleTapOffered)
     readonly property real roomForRows: (root.parent?.height ?? 0) - 2 * Theme.large
                                         - root.topPadding - root.bottomPadding - heading.height
                                         - closeButton.height - 2 * Theme.medium

@@ -5,8 +5,8 @@ import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Board
 
-/// Offers another language by one click or one key: Return takes the only offer, and a digit one of
-/// several.
+/// Offers another language by one click or one key, which the button shows: Return takes the only
+/// offer, and Alt with a digit one of several.
 Item {
     id: root
 
@@ -40,12 +40,13 @@ Item {
                 required property int index
                 required property string modelData
 
-                text: root.isOnlyOne ? button.modelData : (button.index + 1) + " " + button.modelData
+                text: button.modelData + "  " + root.offer.keys[button.index]
                 isPrimary: root.isOnlyOne
+                Accessible.name: button.modelData
                 onClicked: root.offer.take(button.index)
 
                 Shortcut {
-                    sequences: root.isOnlyOne ? ["Return", "Enter"] : [String(button.index + 1)]
+                    sequences: root.isOnlyOne ? ["Return", "Enter"] : ["Alt+" + (button.index + 1)]
                     enabled: root.isKeyFree
                     autoRepeat: false
                     onActivated: root.offer.take(button.index)

@@ -2,6 +2,7 @@
 
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
+#include "text/KeyHelp.h"
 
 namespace kelpa {
 
@@ -27,6 +28,14 @@ QStringList LanguageOffer::texts() const
                          ? KelpaCopy::text(CopyKey::ContinueInLanguage, language)
                          : nativeName(language));
     return texts;
+}
+
+QStringList LanguageOffer::keys() const
+{
+    QStringList keys;
+    for (qsizetype i = 0; i < m_languages.size(); ++i)
+        keys.append(languageOfferKeys(i, m_languages.size()));
+    return keys;
 }
 
 void LanguageOffer::take(int index)

@@ -24,6 +24,8 @@ class LanguageOffer : public QObject
     /// What is offered, each in its own language: the desktop's language or, where Kelpa does not
     /// speak it, every language.
     Q_PROPERTY(QStringList texts READ texts CONSTANT)
+    /// The keys that take them.
+    Q_PROPERTY(QStringList keys READ keys CONSTANT)
 
 public:
     /// `store` outlives the offer. `preferred` are the BCP 47 tags of the desktop's languages, the
@@ -32,6 +34,7 @@ public:
 
     bool isOpen() const;
     QStringList texts() const;
+    QStringList keys() const;
     /// Takes one of `texts`; any other index does nothing.
     Q_INVOKABLE void take(int index);
 

@@ -32,6 +32,7 @@ TEST_F(LanguageOfferTest, Every_language_is_offered_where_the_desktop_s_is_not_s
     EXPECT_EQ(offer.texts(), (QStringList{QStringLiteral("中文"), QStringLiteral("English"),
                                           QStringLiteral("日本語"), QStringLiteral("한국어"),
                                           QStringLiteral("Français"), QStringLiteral("Deutsch")}));
+    EXPECT_EQ(offer.keys().value(5), QStringLiteral("Alt+6"));
     offer.take(0);
     EXPECT_FALSE(offer.isOpen()) << "the present language can be chosen, too";
     EXPECT_EQ(store().language(), AppLanguage::chinese);
