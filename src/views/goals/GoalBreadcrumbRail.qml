@@ -17,17 +17,31 @@ FocusScope {
     required property DropController drops
     required property BoardDragSource dragSource
 
-    /// Points; the widest title of an entry so far.
+    /// Points; the widest title of an entry since the rail last began to grow.
     property real widestTitle: 0
-    /// How many entries have something dragged over them.
-    property int draggedOver: 0
+    /// The last entry that something was dragged over; null for none.
+    property BreadcrumbEntry draggedOver: null
 
-    readonly property bool isWanted: hover.hovered
-                                     || (root.dragSource.isDragging && root.draggedOver > 0)
+    readonly property bool isWanted: hover.hovered || (root.dragSource.isDragging
+                                                       && (root.draggedOver?.isDraggedOver ?? false))
     /// Points between the rail and a title in it, on both sides.
     readonly property real titleMargins: 28 + 6
     readonly property real greatestWidth: 240
 
+    function measure(): void {
+        let widest = 0;
+        const items = entries.contentItem.children;
+        for (let i = 0; i < items.length; ++i) {
+            const entry = items[i] as BreadcrumbEntry;
+            if (entry !== null && !entry.isPooled)
+                widest = Math.max(widest, entry.titleWidth);
+        }
+        root.widestTitle = widest;
+    }
+
+    // Not while it is grown, which would take titles from under the pointer.
+    onIsWantedChanged: if (root.isWanted)
+        root.measure()
     implicitWidth: root.isWanted
                    ? Math.max(Theme.railWidth, Math.min(root.greatestWidth,
                                                         root.widestTitle + root.titleMargins))
@@ -105,14 +119,8 @@ FocusScope {
             list: entries
             onTitleWidthChanged: root.widestTitle = Math.max(root.widestTitle, entry.titleWidth)
             Component.onCompleted: root.widestTitle = Math.max(root.widestTitle, entry.titleWidth)
-            onIsDraggedOverChanged: root.draggedOver += entry.isDraggedOver ? 1 : -1
-        }
-    }
-    Connections {
-        target: root.dragSource
-
-        function onIsDraggingChanged(): void {
-            root.draggedOver = 0;
+            onIsDraggedOverChanged: if (entry.isDraggedOver)
+                root.draggedOver = entry
         }
     }
     DragScroll {

@@ -126,7 +126,15 @@ Item {
             mouseMove(root, 1000, 690);
             tryCompare(rail, "width", 116);
             compare(entry("(0)" + goal(1)).opacity, 0.65);
+            // It grows only as far as the titles that it has by now.
             world.board.goals.renameGoal(world.columnOfGoal(longTitle), goal(2));
+            tryVerify(() => entry("(0)" + goal(2)) !== null);
+            mouseMove(entry("(0)" + goal(1)), 20, 9);
+            tryVerify(() => entry("(0)" + goal(1)).hovered);
+            tryVerify(() => rail.implicitWidth === Math.max(116, rail.widestTitle + 34));
+            verify(rail.widestTitle + 34 < 200, rail.widestTitle);
+            mouseMove(root, 1000, 690);
+            tryCompare(rail, "width", 116);
         }
         function test_the_rail_is_116_points_wide_with_14_around_entries_18_high() {
             mouseMove(root, 1000, 690);
