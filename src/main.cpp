@@ -1,6 +1,7 @@
 // Entry point: answers --help and --version, activates a running Kelpa with the same board, or
 // starts the program.
 #include "app/CommandLine.h"
+#include "app/OtherKelpa.h"
 #include "app/Program.h"
 #include "app/RenderBackend.h"
 #include "app/SingleInstance.h"
@@ -67,7 +68,7 @@ void reportSilentBuses(const BusStates& states)
 {
     if (states.session == BusState::silent) {
         std::fprintf(stderr, "kelpa: the session bus does not reply: until it does, the board does "
-                             "without it, and starting Kelpa again will not bring it forward; an "
+                             "without it; an "
                              "input method that needs the bus is there at the next start\n");
     }
     if (states.accessibility == BusState::silent)
@@ -93,17 +94,21 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     }
     std::unique_ptr<SqliteSettingsStore> file = openBoard(line.settingsPath, start);
     if (file->isAlreadyInUse()) {
-        std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
-                     qPrintable(line.settingsPath));
+        // It could not be asked by the bus, or not in time.
+        const bool isForward = bringForward(file->otherProcess(), scheduler);
+        if (!isForward)
+            std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
+                         qPrintable(line.settingsPath));
+        const int status = isForward ? 0 : 1;
         // The claim refers to `single` and may still wait for a bus that does not reply.
         if (!scheduler.shutDown())
-            std::_Exit(1);
-        return 1;
+            std::_Exit(status);
+        return status;
     }
     if (isNameTaken) {
         std::fprintf(stderr,
-                     "kelpa: another program has the name %s on the session bus: starting Kelpa "
-                     "again will not bring this board forward\n",
+                     "kelpa: another program has the name %s on the session bus: what is sent to "
+                     "that name does not reach this board\n",
                      qPrintable(busNameOfBoard(line.settingsPath)));
     }
     reportSilentBuses(buses.states());

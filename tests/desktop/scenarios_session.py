@@ -243,10 +243,14 @@ def another_program_with_its_bus_name_does_not_keep_the_board_closed(desktop, bi
                                                       "org.freedesktop.DBus.ListNames"))
         with Kelpa(desktop, binary, None) as kelpa:
             kelpa.create_goal(f"Beside a program that {manner}")
-            expected = (f"kelpa: another program has the name {name} on the session bus: starting "
-                        "Kelpa again will not bring this board forward\n")
+            expected = (f"kelpa: another program has the name {name} on the session bus: what is "
+                        "sent to that name does not reach this board\n")
             if expected not in kelpa.output():
                 raise AssertionError(f"{manner}: {kelpa.output()}")
+            # A second start finds the window without the bus.
+            status = desktop.start(binary).wait(timeout=30)
+            if status != 0:
+                raise AssertionError(f"{manner}: a second start ended with {status}")
             # Then the name is Kelpa's, and a second start is what it always is.
             other.kill()
             other.wait()

@@ -1,11 +1,13 @@
 #include "platform/sqlite/SettingsFiles.h"
 
 #include "platform/DataHome.h"
+#include "platform/LoggingCategories.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSysInfo>
 
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -204,8 +206,33 @@ std::optional<SettingsError> FileLock::acquire(const QString& path)
         return errno == EWOULDBLOCK ? SettingsError::inUse : SettingsError::unreachable;
     m_file = std::move(file);
     m_path = path;
+    writeHolder();
     // The file may have been removed between open and lock.
     return isInPlace() ? std::nullopt : std::optional(SettingsError::unreachable);
+}
+
+/// Nobody depends on it: it may fail, on a full disk for example.
+void FileLock::writeHolder() const
+{
+    const QByteArray holder =
+        QByteArray::number(::getpid()) + ' ' + QSysInfo::machineHostName().toUtf8() + '\n';
+    if (::ftruncate(m_file.number(), 0) != 0 ||
+        ::pwrite(m_file.number(), holder.constData(), static_cast<std::size_t>(holder.size()), 0) <
+            0)
+        qCDebug(logSqlite, "the lock does not say who holds it");
+}
+
+std::optional<qint64> FileLock::holderOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QList<QByteArray> words = file.readLine().trimmed().split(' ');
+    if (words.size() != 2 || words.last() != QSysInfo::machineHostName().toUtf8())
+        return std::nullopt;
+    bool isNumber = false;
+    const qint64 process = words.first().toLongLong(&isNumber);
+    return isNumber && process > 0 ? std::optional(process) : std::nullopt;
 }
 
 } // namespace kelpa

@@ -80,7 +80,7 @@ struct FileState
 
 /// An exclusive lock on a file beside the settings, held until this object is destroyed or the
 /// process ends, however it ends. The lock file is never removed, since two processes could then
-/// lock two files of the same name.
+/// lock two files of the same name; it holds the process and its computer, for others to read.
 class FileLock
 {
 public:
@@ -89,10 +89,16 @@ public:
     /// released and a new one taken.
     std::optional<SettingsError> acquire(const QString& path);
 
+    /// The process that holds the lock at `path`, as it has written there; absent when it runs on
+    /// another computer, or nobody has written. Means nothing while nobody holds the lock.
+    static std::optional<qint64> holderOf(const QString& path);
+
     /// Whether the lock is held and its path still leads to the locked file.
     bool isInPlace() const;
 
 private:
+    void writeHolder() const;
+
     QString m_path;
     FileDescriptor m_file;
 };

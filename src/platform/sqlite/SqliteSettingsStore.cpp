@@ -76,6 +76,11 @@ bool SqliteSettingsStore::copyAside(const QString& key, const SettingsValue& pre
     return write({{asideKey(key), present}});
 }
 
+std::optional<qint64> SqliteSettingsStore::otherProcess() const
+{
+    return m_isAlreadyInUse ? FileLock::holderOf(lockPath()) : std::nullopt;
+}
+
 SettingsStatus SqliteSettingsStore::status() const
 {
     return {.error = m_error,
@@ -133,7 +138,7 @@ std::optional<SettingsError> SqliteSettingsStore::connect()
     m_path = resolvedPath(m_givenPath);
     if (const auto error = makeSettingsFolder(m_path))
         return error;
-    if (const auto error = m_lock.acquire(m_path + QStringLiteral(".lock")))
+    if (const auto error = m_lock.acquire(lockPath()))
         return error;
     const FileContents found = openFile();
     const std::optional<SettingsError> error =

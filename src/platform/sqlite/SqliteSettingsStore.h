@@ -32,6 +32,8 @@ public:
     /// that it had written by then, and this object writes nothing while it runs. Not reported
     /// through `print`.
     bool isAlreadyInUse() const { return m_isAlreadyInUse; }
+    /// That process; absent when it is not known, or runs on another computer.
+    std::optional<qint64> otherProcess() const;
 
     /// True from the start where the file can be read or created. A file that is missing and cannot
     /// be created may still appear, with the disk that it is on.
@@ -66,6 +68,7 @@ private:
     std::optional<SettingsError> writePending();
     void dropUnchanged();
     QString asideKey(const QString& key) const;
+    QString lockPath() const { return m_path + QStringLiteral(".lock"); }
 
     const QString m_givenPath;
     /// The file that `m_givenPath` leads to.

@@ -1,5 +1,7 @@
 #include "platform/sqlite/SettingsFixture.h"
 
+#include <QCoreApplication>
+
 namespace kelpa {
 
 namespace {
@@ -99,12 +101,23 @@ TEST_F(SqliteSettings, The_log_stays_small_over_many_saves)
     EXPECT_LT(QFileInfo(path + QStringLiteral("-wal")).size(), 20'000'000);
 }
 
+TEST_F(SqliteSettings, A_lock_that_another_computer_holds_names_no_process_here)
+{
+    const auto first = openStore();
+    for (const char* const words : {"7 another.example\n", "", "7", "x y\n", "-1 y\n"}) {
+        setContents(path + QStringLiteral(".lock"), words);
+        EXPECT_EQ(openStore()->otherProcess(), std::nullopt) << words;
+    }
+}
+
 TEST_F(SqliteSettings, A_second_store_on_the_same_file_reads_it_and_writes_nothing)
 {
     auto first = openStore();
     EXPECT_TRUE(first->write({goals("[1]")}));
     const auto second = openStore();
     EXPECT_TRUE(second->isAlreadyInUse());
+    EXPECT_EQ(second->otherProcess(), QCoreApplication::applicationPid());
+    EXPECT_EQ(first->otherProcess(), std::nullopt) << "nobody else has the file";
     EXPECT_THAT(messages, IsEmpty()) << "it is for the caller to say so, once";
     EXPECT_EQ(second->value(goalsKey), SettingsValue(QByteArray("[1]")));
     EXPECT_FALSE(second->write({goals("[2]")}));

@@ -89,6 +89,18 @@ bool EwmhPager::activateOwn(std::uint32_t window, std::optional<std::uint32_t> i
            activateTarget({window, std::nullopt, static_cast<ProcessID>(getpid())}, inputTime);
 }
 
+bool EwmhPager::activateTopmost(ProcessID process)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    const std::optional<Windows> found = readWindows(process);
+    if (!found)
+        return false;
+    const auto top = std::ranges::find_if(
+        found->clients, [](const ClientWindow& each) { return layer(each) == 0; });
+    return top != found->clients.end() && activateTarget({top->window, std::nullopt, process});
+}
+
 bool EwmhPager::activateTarget(const WindowTarget& target, std::optional<std::uint32_t> inputTime)
 {
     m_last.begin(target);

@@ -51,6 +51,10 @@ public:
     /// `inputTime` is when the person asked for it, on the server's clock; absent: now.
     bool activateOwn(std::uint32_t window, std::optional<std::uint32_t> inputTime);
 
+    /// As `activate`, for the topmost window of another process, which need not be listed; false
+    /// also when it has none.
+    bool activateTopmost(ProcessID process);
+
     /// Whether the window was activated last and nothing has come in front of it since, as far as
     /// _NET_ACTIVE_WINDOW shows.
     bool isStillActive(const WindowTarget& target);
