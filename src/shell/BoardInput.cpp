@@ -1,7 +1,9 @@
 #include "shell/BoardInput.h"
 
+#include "shell/DeadKey.h"
 #include "store/WindowStore.h"
 
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QQuickItem>
@@ -79,7 +81,12 @@ BoardKey undoRedoKey(const QKeyEvent& event)
 
 bool typesCharacter(const QKeyEvent& event)
 {
-    return !event.text().isEmpty() && event.text().front().isPrint();
+    return (!event.text().isEmpty() && event.text().front().isPrint()) || accentOf(event.key());
+}
+
+QString writtenIn(const QQuickItem* field)
+{
+    return field != nullptr ? field->property("text").toString() : QString();
 }
 
 /// Whether a click at `position`, in scene coordinates within `item`, does not leave a field.
@@ -193,8 +200,26 @@ KeyContext BoardInput::context(const QKeyEvent& event) const
             .hasSearch = !m_store.searchText().isEmpty()};
 }
 
+/// No input method has seen the accent that has begun the search, so that none adds the letter.
+bool BoardInput::writeAccented(const QKeyEvent& letter)
+{
+    if (!m_accent || letter.text().isEmpty())
+        return false;
+    const BegunAccent begun = *std::exchange(m_accent, std::nullopt);
+    QQuickItem* const field = m_window.activeFocusItem();
+    const std::optional<QString> composed = accented(letter.text(), begun.accent);
+    if (!composed || field == nullptr || field != begun.field || writtenIn(field) != begun.before)
+        return false;
+    QInputMethodEvent write;
+    write.setCommitString(*composed);
+    QCoreApplication::sendEvent(field, &write);
+    return true;
+}
+
 bool BoardInput::handleKey(const QKeyEvent& event)
 {
+    if (writeAccented(event))
+        return true;
     const KeyContext now = context(event);
     const KeyDecision decision = decideKey(boardKey(event), now);
     if (decision.cancelsEditor) {
@@ -203,8 +228,12 @@ bool BoardInput::handleKey(const QKeyEvent& event)
     }
     if (decision.endsWriting)
         m_wasWriting = false;
-    if (decision.startsSearch)
+    if (decision.startsSearch) {
         Q_EMIT searchStarted();
+        QQuickItem* const field = m_window.activeFocusItem();
+        if (const std::optional<QChar> accent = accentOf(event.key()))
+            m_accent = {*accent, field, writtenIn(field)};
+    }
     if (decision.endsSearch && !event.isAutoRepeat())
         m_store.setSearchText(QString());
     if (!decision.command)

@@ -7,6 +7,9 @@
 #include <QObject>
 #include <QPointF>
 #include <QPointer>
+#include <QString>
+
+#include <optional>
 
 class QKeyEvent;
 class QQuickItem;
@@ -67,14 +70,15 @@ Q_SIGNALS:
     /// An arrow key leaves the text field, whether the store or a view opened it. Emitted while the
     /// field still exists, with its text.
     void editorLeft();
-    /// A character is typed while nothing has the keyboard. The search field gets it if it takes
-    /// the focus now.
+    /// A character is typed while nothing has the keyboard, or a dead key, which begins one. The
+    /// search field gets it if it takes the focus now.
     void searchStarted();
 
 private:
     bool isInPopup(const QQuickItem* item) const;
     KeyboardFocus keyboardFocus(const QQuickItem* item) const;
     KeyContext context(const QKeyEvent& event) const;
+    bool writeAccented(const QKeyEvent& letter);
     bool handleKey(const QKeyEvent& event);
     void carryOut(const BoardCommand& command);
     void handlePress(const QPointF& position);
@@ -90,6 +94,15 @@ private:
     QPointer<QQuickItem> m_suspendedField;
     /// `KeyContext::wasWriting`, while there is such a field.
     bool m_wasWriting = false;
+    /// A dead key has begun a search, and its letter is still to come.
+    struct BegunAccent
+    {
+        QChar accent;
+        QPointer<QQuickItem> field;
+        /// What stood in the field then.
+        QString before;
+    };
+    std::optional<BegunAccent> m_accent;
 };
 
 } // namespace kelpa

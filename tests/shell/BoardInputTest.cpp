@@ -91,6 +91,33 @@ TEST_F(BoardInputTest, A_character_on_the_board_reaches_the_field_that_takes_the
     EXPECT_EQ(starts.size(), 1);
 }
 
+TEST_F(BoardInputTest, A_letter_with_an_accent_begins_a_search_like_any_other)
+{
+    QObject::connect(input.get(), &BoardInput::searchStarted, item("field"),
+                     [this] { item("field")->forceActiveFocus(); });
+    const auto begin = [this](Qt::Key accent) {
+        item("field")->setProperty("text", QString());
+        item("field")->setFocus(false);
+        press(accent);
+        EXPECT_TRUE(item("field")->hasActiveFocus());
+    };
+    begin(Qt::Key_Dead_Acute);
+    press(Qt::Key_Shift);
+    QTest::keyClick(window.get(), 'e');
+    QTest::keyClick(window.get(), 't');
+    EXPECT_EQ(typedText(), QStringLiteral("ét"));
+    // An accent that goes with no letter loses none.
+    begin(Qt::Key_Dead_Diaeresis);
+    QTest::keyClick(window.get(), 't');
+    QTest::keyClick(window.get(), 'u');
+    EXPECT_EQ(typedText(), QStringLiteral("tu"));
+    // What somebody else has written meanwhile is no part of it.
+    begin(Qt::Key_Dead_Acute);
+    item("field")->setProperty("text", QStringLiteral("n"));
+    QTest::keyClick(window.get(), 'e');
+    EXPECT_FALSE(typedText().contains(u'é')) << typedText().toStdString();
+}
+
 TEST_F(BoardInputTest, Escape_ends_a_search_once_it_leads_back_to_nothing_else)
 {
     const GoalID a = makeGoal();
