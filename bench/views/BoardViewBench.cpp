@@ -2,6 +2,7 @@
 // goal, and a preview of every window: processor time in one process, which other load on the
 // machine hardly changes, and resident memory in a process of its own for each.
 #include "bench/store/board/BoardFixture.h"
+#include "bench/views/Figures.h"
 #include "bench/views/SceneProbe.h"
 #include "layout/BoardMetrics.h"
 #include "platform/qt/WorkerPool.h"
@@ -16,13 +17,11 @@
 
 #include <QDragMoveEvent>
 #include <QFile>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QProcess>
 #include <QQuickWindow>
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -247,12 +246,6 @@ private:
     std::unique_ptr<WindowStore> m_store;
 };
 
-double quantile(std::vector<double> values, double part)
-{
-    std::ranges::sort(values);
-    return values.at(static_cast<std::size_t>(part * static_cast<double>(values.size() - 1)));
-}
-
 /// Of this process, in MiB.
 double residentMemory()
 {
@@ -286,7 +279,6 @@ double memoryOfProcess(int goalCount)
     return process.readAllStandardOutput().trimmed().toDouble();
 }
 
-constexpr double median = 0.5;
 constexpr double mostFrames = 0.95;
 
 /// A quantile of a series of processor times.
@@ -325,11 +317,6 @@ constexpr std::array countRows{
     CountRow{"targets with items", &Figures::cards},
 };
 
-void printRow(const char* name, double small, double large)
-{
-    std::printf("| %-44s | %9.2f | %9.2f | %5.2f |\n", name, small, large, large / small);
-}
-
 int run()
 {
     Board ten(10);
@@ -346,15 +333,13 @@ int run()
         twoHundred.measure(large);
     }
     std::printf("processor milliseconds, %d rounds, window of 1200 x 800\n\n", rounds);
-    std::printf("| %-44s |  10 goals | 200 goals | ratio |\n", "");
-    std::printf(
-        "|----------------------------------------------|----------:|----------:|------:|\n");
+    printTableHead("10 goals", "200 goals");
     for (const TimeRow& row : timeRows)
-        printRow(row.name, quantile(small.*row.times, row.part),
-                 quantile(large.*row.times, row.part));
-    printRow("resident memory of a process, MiB", memoryOfProcess(10), memoryOfProcess(200));
+        printTableRow(row.name, quantile(small.*row.times, row.part),
+                      quantile(large.*row.times, row.part));
+    printTableRow("resident memory of a process, MiB", memoryOfProcess(10), memoryOfProcess(200));
     for (const CountRow& row : countRows)
-        printRow(row.name, small.*row.count, large.*row.count);
+        printTableRow(row.name, small.*row.count, large.*row.count);
     return 0;
 }
 
@@ -363,16 +348,11 @@ int run()
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QGuiApplication application(argc, argv);
-    try {
+    using namespace kelpa::bench;
+    return runOffscreen(argc, argv, [] {
         const QStringList arguments = QCoreApplication::arguments();
-        return arguments.size() == 3 && arguments.at(1) == kelpa::bench::memoryOption
-                   ? kelpa::bench::printMemory(arguments.at(2).toInt())
-                   : kelpa::bench::run();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
+        return arguments.size() == 3 && arguments.at(1) == memoryOption
+                   ? printMemory(arguments.at(2).toInt())
+                   : run();
+    });
 }

@@ -2,6 +2,7 @@
 // files into it: processor time from the stored values to the first frame, while scrolling,
 // searching and changing another todo, and the characters that are laid out.
 #include "bench/store/board/BoardFixture.h"
+#include "bench/views/Figures.h"
 #include "bench/views/SceneProbe.h"
 #include "platform/qt/WorkerPool.h"
 #include "store/WindowStore.h"
@@ -13,14 +14,11 @@
 #include "views/board/BoardController.h"
 #include "views/scene/WaterfallView.h"
 
-#include <QGuiApplication>
 #include <QQuickWindow>
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <memory>
-#include <stdexcept>
 #include <vector>
 
 namespace kelpa::bench {
@@ -154,12 +152,6 @@ private:
     test::MemorySettingsStore m_settings;
 };
 
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values.at(values.size() / 2);
-}
-
 struct TimeRow
 {
     const char* name;
@@ -173,11 +165,6 @@ constexpr std::array timeRows{
     TimeRow{"a search among windows and goals", &Figures::searching},
     TimeRow{"changing another todo, until its frame", &Figures::changing},
 };
-
-void printRow(const char* name, double usual, double overlong)
-{
-    std::printf("| %-44s | %9.2f | %9.2f | %5.2f |\n", name, usual, overlong, overlong / usual);
-}
 
 int run()
 {
@@ -195,12 +182,11 @@ int run()
         overlongBoard.measure(overlong);
     }
     std::printf("processor milliseconds, medians of %d rounds, window of 1200 x 800\n\n", rounds);
-    std::printf("| %-44s |     usual |  overlong | ratio |\n", "");
-    std::printf(
-        "|----------------------------------------------|----------:|----------:|------:|\n");
+    printTableHead("usual", "overlong");
     for (const TimeRow& row : timeRows)
-        printRow(row.name, median(usual.*row.times), median(overlong.*row.times));
-    printRow("characters laid out", usual.characters, overlong.characters);
+        printTableRow(row.name, quantile(usual.*row.times, median),
+                      quantile(overlong.*row.times, median));
+    printTableRow("characters laid out", usual.characters, overlong.characters);
     return 0;
 }
 
@@ -209,13 +195,5 @@ int run()
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QGuiApplication application(argc, argv);
-    try {
-        return kelpa::bench::run();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
+    return kelpa::bench::runOffscreen(argc, argv, kelpa::bench::run);
 }

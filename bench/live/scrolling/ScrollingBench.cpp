@@ -4,6 +4,7 @@
 // every processor is busy. Then the same while thirty windows a second open and close instead,
 // which is all that `--churn` measures. Prints one table.
 
+#include "bench/views/Figures.h"
 #include "bench/views/SceneProbe.h"
 #include "live/LiveBoard.h"
 #include "live/StripedWindow.h"
@@ -13,7 +14,6 @@
 #include "views/ViewEngine.h"
 #include "views/scene/WaterfallView.h"
 
-#include <QGuiApplication>
 #include <QQuickWindow>
 
 #include <algorithm>
@@ -201,20 +201,12 @@ private:
     std::unique_ptr<ViewEngine> m_engine;
 };
 
-/// `times` are sorted.
-double quantile(const std::vector<double>& times, double part)
+void print(const char* machine, const char* priority, const std::vector<double>& times)
 {
-    return times.at(static_cast<std::size_t>(part * static_cast<double>(times.size() - 1)));
-}
-
-/// `times` become sorted.
-void print(const char* machine, const char* priority, std::vector<double>& times)
-{
-    std::ranges::sort(times);
     const auto late = std::ranges::count_if(
         times, [](double time) { return time > Milliseconds(frameTime).count(); });
-    std::printf("%-8s %-10s %10.1f %10.1f %10.1f %10.1f\n", machine, priority, quantile(times, 0.5),
-                quantile(times, 0.95), times.back(),
+    std::printf("%-8s %-10s %10.1f %10.1f %10.1f %10.1f\n", machine, priority,
+                quantile(times, median), quantile(times, 0.95), quantile(times, 1),
                 100.0 * static_cast<double>(late) / static_cast<double>(times.size()));
     std::fflush(stdout);
 }
@@ -248,7 +240,7 @@ void measureChurn(const QByteArray& display)
     print("churn", "yielding", times);
 }
 
-void run()
+int run()
 {
     const test::XServer xServer;
     const test::WindowManager manager(xServer.display());
@@ -261,6 +253,7 @@ void run()
         measure(xServer.display(), windows, "busy");
     }
     measureChurn(xServer.display());
+    return 0;
 }
 
 } // namespace
@@ -268,14 +261,5 @@ void run()
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QGuiApplication application(argc, argv);
-    try {
-        kelpa::bench::run();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return kelpa::bench::runOffscreen(argc, argv, kelpa::bench::run);
 }
