@@ -1,10 +1,6 @@
 #include "store/board/BoardPersistence.h"
-#include "store/board/TodoOrder.h"
 #include "support/BoardBuilders.h"
-#include "support/CaseName.h"
 #include "support/StoreFixture.h"
-
-#include <limits>
 
 namespace kelpa::test {
 namespace {
@@ -110,42 +106,6 @@ TEST_F(TodoOperations, Adding_sorts_the_goals)
     makeGoal(QStringLiteral("a"));
     makeTodo(makeGoal(QStringLiteral("b")));
     EXPECT_EQ(goalTitles(), (QStringList{QStringLiteral("b"), QStringLiteral("a")}));
-}
-
-TEST(TodoOrderDeath, No_order_above_the_largest_number_halts_and_is_named)
-{
-    const TodoItem last = test::todo(QStringLiteral("x"), std::numeric_limits<std::int64_t>::max());
-    EXPECT_DEATH(nextTodoOrder({}, {last}), "no todo order is left above 9223372036854775807");
-}
-
-TEST(TodoOrder, The_next_order_follows_the_largest_also_when_all_are_negative)
-{
-    EXPECT_EQ(nextTodoOrder({}, {}), 0);
-    EXPECT_EQ(nextTodoOrder({}, {test::todo(QStringLiteral("x"), -7)}), -6);
-    EXPECT_EQ(
-        nextTodoOrder({test::goal(QStringLiteral("g"), {test::todo({}, 4)})}, {test::todo({}, 3)}),
-        5);
-}
-
-TEST(TodoOrder, Equal_orders_are_normalised_in_the_order_of_the_walk)
-{
-    const TodoItem a = test::todo(QStringLiteral("a"), 5);
-    const TodoItem b = test::todo(QStringLiteral("b"), 5);
-    const TodoItem c = test::todo(QStringLiteral("c"), 9);
-    const TodoPositions positions =
-        normalizedPositions({test::goal(QStringLiteral("g"), {a}), test::goal({}, {b})}, {c});
-    EXPECT_EQ(positions, (TodoPositions{{a.id, 0}, {b.id, 1}, {c.id, 2}}));
-}
-
-TEST(TodoOrder, Todos_that_a_sequence_does_not_name_keep_their_order)
-{
-    const TodoItem a = test::todo(QStringLiteral("a"), 3);
-    const TodoItem b = test::todo(QStringLiteral("b"), 8);
-    QList<TodoItem> todos{a, b};
-    EXPECT_TRUE(applyPositions(todos, positionsAlong({b})));
-    EXPECT_EQ(todos[0].order, 3);
-    EXPECT_EQ(todos[1].order, 0);
-    EXPECT_FALSE(applyPositions(todos, positionsAlong({b})));
 }
 
 TEST_F(TodoOperations, An_edit_sets_the_trimmed_title_and_nothing_else)
@@ -380,48 +340,6 @@ TEST_F(TodoOperations, Cancelling_closes_the_editor_once)
     EXPECT_EQ(store().todoEditorRequestID(), 2);
     expectNothingHappened();
 }
-
-struct TitleCase
-{
-    const char* name;
-    QString title;
-    QString kept;
-};
-
-class TodoTitles : public TodoOperations, public testing::WithParamInterface<TitleCase>
-{};
-
-TEST_P(TodoTitles, Survive_a_restart)
-{
-    store().addTodo(GetParam().title, std::nullopt);
-    makeGoal();
-    restartedStore();
-
-    ASSERT_EQ(store().unassignedTodos().size(), 1);
-    EXPECT_EQ(store().unassignedTodos().first().title, GetParam().kept);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    TodoOperations, TodoTitles,
-    testing::Values(
-        TitleCase{"quotes_and_backslashes", QStringLiteral("\"a\\b\"/"),
-                  QStringLiteral("\"a\\b\"/")},
-        TitleCase{"emoji_sequences", QStringLiteral("👩‍👩‍👧‍👦🏳️‍🌈"),
-                  QStringLiteral("👩‍👩‍👧‍👦🏳️‍🌈")},
-        TitleCase{"combining_marks", QStringLiteral("e\u0301\u0327"),
-                  QStringLiteral("e\u0301\u0327")},
-        TitleCase{"arabic_and_hebrew", QStringLiteral("مرحبا שלום"), QStringLiteral("مرحبا שלום")},
-        TitleCase{"devanagari_and_thai", QStringLiteral("नमस्ते สวัสดี"), QStringLiteral("नमस्ते สวัสดี")},
-        TitleCase{"cjk", QStringLiteral("准备周五的提案"), QStringLiteral("准备周五的提案")},
-        TitleCase{"newlines_within", QStringLiteral("a\n\r\u2028b"),
-                  QStringLiteral("a\n\r\u2028b")},
-        TitleCase{"nul_within", QStringLiteral("a\0b"), QStringLiteral("a\0b")},
-        TitleCase{"unicode_space_around", QStringLiteral("\u3000\u00a0\u2029a\u0085\u2003"),
-                  QStringLiteral("a")},
-        TitleCase{"half_a_surrogate_pair", QString(u'a') + QChar(0xd83d) + u'b',
-                  QStringLiteral("a\ufffdb")},
-        TitleCase{"hundred_thousand_characters", QString(100'000, u'x'), QString(100'000, u'x')}),
-    caseName);
 
 } // namespace
 } // namespace kelpa::test
