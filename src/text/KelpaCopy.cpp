@@ -161,6 +161,13 @@ constexpr Frames overlongTitleFrames(
 
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
+/// What a person typed, within a text of ours.
+QString shortened(const QString& text)
+{
+    constexpr qsizetype longest = 40;
+    return text.size() > longest ? beginning(text, longest) + u'…' : text;
+}
+
 const Names& statusNames(TodoStatus status)
 {
     switch (status) {
@@ -270,10 +277,7 @@ QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage lan
 
 QString onlyMatchesShown(const QString& searchText, AppLanguage language)
 {
-    constexpr qsizetype longest = 40;
-    const QString shown =
-        searchText.size() > longest ? beginning(searchText, longest) + u'…' : searchText;
-    return onlyMatchesShownFrames[language].around(shown);
+    return onlyMatchesShownFrames[language].around(shortened(searchText));
 }
 
 QString textTooLong(qsizetype limit, AppLanguage language)

@@ -143,10 +143,10 @@ def goals_todos_and_windows_are_moved_deleted_and_closed_through_the_accessibili
 
         # Goals, in their own order.
         assistant.press_button(boards.GOAL_ACTIONS, "Home")
-        assistant.choose("Move goal later")
+        assistant.choose("Move goal right")
         goals_are("Work", "Home", "Rest")
         assistant.press_button(boards.GOAL_ACTIONS, "Rest")
-        assistant.choose("Move goal earlier")
+        assistant.choose("Move goal left")
         goals_are("Work", "Rest", "Home")
 
         # Todos, within their goal and to another one.

@@ -119,8 +119,8 @@ def every_part_of_a_full_board_and_its_menus_is_told_well(desktop, binary):
         walk.look("the priority menu", ["Priority", "P0", "P3"], marked=[*chosen, "P2"])
         walk.close_menu("P0")
         walk.press(boards.GOAL_ACTIONS, "Home")
-        walk.look("the menu of the first goal", [boards.GOAL_ACTIONS, "Rename goal", "Move goal later"],
-                  marked=chosen, unavailable=["Move goal earlier", "Move to top"])
+        walk.look("the menu of the first goal", [boards.GOAL_ACTIONS, "Rename goal", "Move goal right"],
+                  marked=chosen, unavailable=["Move goal left", "Move to the beginning"])
         walk.close_menu(boards.DELETE_GOAL)
         walk.press(boards.MOVE_TO_GOAL, boards.UNSORTED)
         # Its heading is an entry that cannot be chosen.
@@ -129,10 +129,10 @@ def every_part_of_a_full_board_and_its_menus_is_told_well(desktop, binary):
         walk.close_menu("Work")
         walk.press("More todo actions", "Home")
         walk.look("the menu of the first todo", ["More todo actions", "Delete todo", "Move todo down"],
-                  marked=chosen, unavailable=["Move todo up", "Move to top"])
+                  marked=chosen, unavailable=["Move todo up", "Move to the beginning"])
         wait_until("the entry", lambda: kelpa.board.menu_item(boards.MOVE_TO_GOAL)).press()
         walk.look("the goals for a todo", [boards.MOVE_TO_GOAL, "Work", boards.UNSORTED],
-                  marked=chosen, unavailable=["Move todo up", "Move to top"])
+                  marked=chosen, unavailable=["Move todo up", "Move to the beginning"])
         walk.close_menu("Work")
         if kelpa.board.menu_item(boards.DELETE_TODO):
             walk.close_menu(boards.DELETE_TODO)

@@ -49,29 +49,29 @@ AppMenu {
     AppMenuItem {
         id: earlier
 
-        text: ViewSettings.copy.text(CopyKey.MoveGoalEarlier)
-        symbol: "arrow-up"
+        text: ViewSettings.copy.text(CopyKey.MoveGoalLeft)
+        symbol: "arrow-left"
         onTriggered: root.goals.moveColumn(root.columnID, -1)
     }
     AppMenuItem {
         id: later
 
-        text: ViewSettings.copy.text(CopyKey.MoveGoalLater)
-        symbol: "arrow-down"
+        text: ViewSettings.copy.text(CopyKey.MoveGoalRight)
+        symbol: "arrow-right"
         onTriggered: root.goals.moveColumn(root.columnID, 1)
     }
     AppMenuItem {
         id: first
 
-        text: ViewSettings.copy.text(CopyKey.MoveToTop)
-        symbol: "arrow-up-to-line"
+        text: ViewSettings.copy.text(CopyKey.MoveToBeginning)
+        symbol: "arrow-left-to-line"
         onTriggered: root.goals.moveColumnToEnd(root.columnID, -1)
     }
     AppMenuItem {
         id: last
 
-        text: ViewSettings.copy.text(CopyKey.MoveToBottom)
-        symbol: "arrow-down-to-line"
+        text: ViewSettings.copy.text(CopyKey.MoveToEnd)
+        symbol: "arrow-right-to-line"
         onTriggered: root.goals.moveColumnToEnd(root.columnID, 1)
     }
     AppMenuSeparator {}

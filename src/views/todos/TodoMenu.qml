@@ -108,14 +108,14 @@ AppMenu {
     AppMenuItem {
         id: first
 
-        text: ViewSettings.copy.text(CopyKey.MoveToTop)
+        text: ViewSettings.copy.text(CopyKey.MoveToBeginning)
         symbol: "arrow-up-to-line"
         onTriggered: root.todos.moveToEndOfList(root.todoID, root.listID, -1)
     }
     AppMenuItem {
         id: last
 
-        text: ViewSettings.copy.text(CopyKey.MoveToBottom)
+        text: ViewSettings.copy.text(CopyKey.MoveToEnd)
         symbol: "arrow-down-to-line"
         onTriggered: root.todos.moveToEndOfList(root.todoID, root.listID, 1)
     }

@@ -95,8 +95,8 @@ Item {
                                        && item.symbol === "ellipsis")[0];
             mouseClick(button);
             tryVerify(() => menuItems().length === 10);
-            verify(!menuItems().find(item => item.text === "Move goal earlier").enabled);
-            chooseAndClose("Move goal later");
+            verify(!menuItems().find(item => item.text === "Move goal left").enabled);
+            chooseAndClose("Move goal right");
             compare(world.goalTitles(), ["Second", "First"]);
             world.board.goals.deleteGoal(world.columnOfGoal("Second"));
             tryVerify(() => columns().length === 2);

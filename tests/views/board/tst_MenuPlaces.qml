@@ -90,7 +90,7 @@ Item {
             tryVerify(() => menuItems().length === 7);
             tryVerify(() => entries()[0] === "Move to goal" && entries()[8] === "Delete todo");
             compare(entries(), ["Move to goal", "-", "Edit todo", "Move todo up", "Move todo down",
-                                "Move to top", "Move to bottom", "-", "Delete todo"]);
+                                "Move to the beginning", "Move to the end", "-", "Delete todo"]);
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
             first.openSelectionMenu();
@@ -98,8 +98,8 @@ Item {
             tryVerify(() => entries()[11] === "Delete goal");
             compare(entries(), ["Add windows to this goal", "Open Chrome in this goal",
                                 "Open a Terminal in this goal", "Show all windows in this goal",
-                                "Rename goal", "-", "Move goal earlier", "Move goal later",
-                                "Move to top", "Move to bottom", "-", "Delete goal"]);
+                                "Rename goal", "-", "Move goal left", "Move goal right",
+                                "Move to the beginning", "Move to the end", "-", "Delete goal"]);
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
         }

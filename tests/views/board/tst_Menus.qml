@@ -117,9 +117,9 @@ Item {
             keyClick(Qt.Key_Up);
             compare(highlighted(), "Delete goal");
             keyClick(Qt.Key_Up);
-            compare(highlighted(), "Move to bottom");
+            compare(highlighted(), "Move to the end");
             keyClick(Qt.Key_Up);
-            compare(highlighted(), "Move goal later");
+            compare(highlighted(), "Move goal right");
             keyClick(Qt.Key_Up);
             compare(highlighted(), "Rename goal");
             closeMenu();
@@ -142,9 +142,9 @@ Item {
             keyClick("o");
             compare(highlighted(), "Open Chrome in this goal");
             keyClick("m");
-            compare(highlighted(), "Move goal later");
+            compare(highlighted(), "Move goal right");
             keyClick("x");
-            compare(highlighted(), "Move goal later");
+            compare(highlighted(), "Move goal right");
             closeMenu();
         }
         function test_the_keys_choose_in_a_menu_within_a_menu() {

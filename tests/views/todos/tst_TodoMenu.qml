@@ -128,14 +128,14 @@ Item {
             show(first, "First", ["A", "B", "C"]);
             content(first, "C").forceActiveFocus();
             keyClick(Qt.Key_Menu);
-            choose("Move to top");
+            choose("Move to the beginning");
             tryVerify(() => rowTitles(first).join() === "C,A,B");
             tryVerify(() => menuItems().length === 0);
             world.board.undo();
             tryVerify(() => rowTitles(first).join() === "A,B,C");
             content(first, "A").forceActiveFocus();
             keyClick(Qt.Key_Menu);
-            choose("Move to bottom");
+            choose("Move to the end");
             tryVerify(() => rowTitles(first).join() === "B,C,A");
             tryVerify(() => menuItems().length === 0);
         }
