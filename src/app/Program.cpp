@@ -95,8 +95,10 @@ bool Program::show()
     m_single.setActivationHandler([this](const QByteArray& startupID) {
         m_raiser->raise({.inputTime = std::nullopt, .startupID = startupID});
     });
-    connect(&m_doubleTap, &GlobalDoubleTap::doubleTapped, this,
-            [this](InputTime time) { m_raiser->raise({.inputTime = time, .startupID = {}}); });
+    connect(&m_doubleTap, &GlobalDoubleTap::doubleTapped, this, [this](InputTime time) {
+        m_raiser->raise({.inputTime = time, .startupID = {}});
+        m_view.noteDoubleTap();
+    });
     m_view.followMotion(m_desktop.motionOnDisplay());
     m_occlusion = m_desktop.ownWindow().watchOcclusion(
         static_cast<std::uint32_t>(window.winId()),

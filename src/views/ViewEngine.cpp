@@ -200,6 +200,11 @@ void ViewEngine::setDoubleTapOffered(bool isOffered)
     m_parts->controller.setDoubleTapOffered(isOffered);
 }
 
+void ViewEngine::noteDoubleTap()
+{
+    m_parts->controller.firstSteps()->noteReturn();
+}
+
 void ViewEngine::followAppearance(AppearanceSetting& setting)
 {
     m_parts->desktopAppearance->followAppearance(setting);

@@ -48,6 +48,8 @@ public:
     /// Whether the interface says that a double tap of Command brings Kelpa forward; at first it
     /// does not.
     void setDoubleTapOffered(bool isOffered);
+    /// Reports a double tap of Command.
+    void noteDoubleTap();
 
     /// Follows this setting of the desktop from now on, unless the options have fixed its value.
     /// Several settings of motion may be followed: one that asks to reduce it is enough. Called

@@ -2,9 +2,11 @@
 
 import board as boards
 import settings
+from front import await_monitor, start_kelpa
 from kelpa import Kelpa
 from processes import wait_until
 from selection import Selection
+from typists import KeyLog
 
 _SORTED = "Goals are sorted automatically and cannot be moved"
 
@@ -80,3 +82,45 @@ def who_moves_a_sorted_goal_is_told_why_it_stays(desktop, binary):
         wait_until("there is nothing to say", lambda: not kelpa.board.has_text(_SORTED))
         desktop.key("alt+Right")
         kelpa.wait_for_goals("Work", "Home")
+
+
+_TYPE = "Type what you are working on"
+_DRAG = "Drag a window’s card onto the goal"
+_RETURN = "Press Super twice to bring Kelpa forward instantly"
+
+
+def an_empty_board_teaches_three_steps_and_no_more(desktop, binary):
+    kelpa, path = start_kelpa(desktop, binary)
+    other = KeyLog(desktop, "Key log")
+    kelpa.wait_for_card(boards.UNSORTED, "Key log")
+
+    def steps():
+        """The steps that are told, each with whether it was done."""
+        panel = kelpa.board.group("Getting started")
+        return {label.name: label.description
+                for label in (panel.find((boards.Atspi.Role.LABEL,), lambda _: True) if panel else ())}
+
+    wait_until("the steps are there", lambda: steps() == {_TYPE: "", _DRAG: "", _RETURN: ""})
+    kelpa.focus()
+    # No trap: the Tab key goes in, writes, and leads on.
+    kelpa.click(lambda: kelpa.board.field(_TYPE), "the field of the first step")
+    wait_until("a title can be typed", kelpa.board.focused_field)
+    desktop.key("Tab")
+    wait_until("the keyboard went on", lambda: not kelpa.board.focused_field())
+    desktop.key("shift+Tab")
+    wait_until("the keyboard came back", kelpa.board.focused_field)
+    desktop.type("Taxes")
+    desktop.key("Return")
+    kelpa.wait_for_goals("Taxes")
+    wait_until("the first step is done", lambda: steps().get(_TYPE) == "Completed")
+    # The keys are the board's again.
+    desktop.key("Down")
+    assert kelpa.board.written() is None
+    kelpa.drag_card("Key log", boards.UNSORTED, "Taxes")
+    kelpa.wait_for_card("Taxes", "Key log")
+    wait_until("the second step is done", lambda: steps().get(_DRAG) == "Completed")
+    await_monitor(desktop, kelpa, other)
+    wait_until("there is nothing left to teach", lambda: not steps())
+    kelpa.quit()
+    with Kelpa(desktop, binary, path) as again:
+        assert not again.board.has_text(_TYPE)

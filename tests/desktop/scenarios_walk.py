@@ -67,7 +67,8 @@ def every_part_of_an_empty_board_is_told_well(desktop, binary):
         walk = _Walk(desktop, kelpa)
         walk.look("an empty board", [
             boards.SEARCH, "Refresh windows", "Hide Empty", "Language", boards.NEW_GOAL, boards.ALL_TODOS,
-            boards.UNSORTED, boards.ADD_TODO, "No todos yet", "Drag a window here", "Add goal"],
+            boards.UNSORTED, boards.ADD_TODO, "No todos yet", "Drag a window here", "Add goal",
+            "Getting started", "Type what you are working on", "Drag a window’s card onto the goal"],
             marked=[boards.AUTO_SORT])
         wait_until("auto-sort", lambda: kelpa.board.choice(boards.AUTO_SORT)).press()
         walk.look("goals in their own order", [boards.AUTO_SORT])

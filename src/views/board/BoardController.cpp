@@ -142,6 +142,7 @@ void BoardController::setDoubleTapOffered(bool isOffered)
     if (m_isDoubleTapOffered == isOffered)
         return;
     m_isDoubleTapOffered = isOffered;
+    m_firstSteps.setReturnOffered(isOffered);
     Q_EMIT isDoubleTapOfferedChanged();
 }
 

@@ -6,6 +6,7 @@
 #include "views/board/BoardColumnModel.h"
 #include "views/board/BoardTargetModel.h"
 #include "views/board/SearchController.h"
+#include "views/board/notices/FirstSteps.h"
 #include "views/board/notices/LanguageOffer.h"
 #include "views/board/notices/TroubleController.h"
 #include "views/goals/DropController.h"
@@ -46,6 +47,7 @@ class BoardController : public QObject
     Q_PROPERTY(double boardWidth READ boardWidth WRITE setBoardWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(double targetAreaWidth READ targetAreaWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(kelpa::LanguageOffer* languageOffer READ languageOffer CONSTANT)
+    Q_PROPERTY(kelpa::FirstSteps* firstSteps READ firstSteps CONSTANT)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
     Q_PROPERTY(bool isAutoSortingGoals READ isAutoSortingGoals NOTIFY isAutoSortingGoalsChanged)
@@ -84,6 +86,7 @@ public:
     SearchController* search() { return &m_search; }
     TroubleController* trouble() { return &m_trouble; }
     LanguageOffer* languageOffer() { return &m_languageOffer; }
+    FirstSteps* firstSteps() { return &m_firstSteps; }
     BoardColumnModel* columns() { return &m_columns; }
     BoardTargetModel* targets() { return &m_targets; }
 
@@ -184,6 +187,7 @@ private:
     TodoController m_todos;
     WindowController m_windows;
     LanguageOffer m_languageOffer{m_store, QLocale::system().uiLanguages()};
+    FirstSteps m_firstSteps{m_store};
     SearchController m_search{m_store, m_goals, m_todos};
     TroubleController m_trouble{m_store, m_todos};
     /// The row of the selected target and the number of rows when the board was last shown.

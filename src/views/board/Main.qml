@@ -69,10 +69,22 @@ T.ApplicationWindow {
         board: root.board
         Keys.onPressed: event => root.takeMenuKey(event)
     }
+    FirstStepsPlace {
+        id: firstSteps
+
+        anchors.top: notices.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: Theme.boardMargin
+        anchors.rightMargin: Theme.boardMargin
+        steps: root.board.firstSteps
+        onBoardRequested: goalBoard.forceActiveFocus()
+        Keys.onPressed: event => root.takeMenuKey(event)
+    }
     Rectangle {
         id: divider
 
-        anchors.top: notices.bottom
+        anchors.top: firstSteps.bottom
         width: parent.width
         height: 1
         color: Theme.outline

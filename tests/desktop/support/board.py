@@ -427,6 +427,9 @@ class Board:
     def field(self, name):
         return self._first(_FIELD_ROLES, name)
 
+    def group(self, name):
+        return self._first((Atspi.Role.PANEL,), name)
+
     def rail_entry(self, goal):
         """The goal's entry beside the board, which is named "(<open todos>)<title>"."""
         form = re.compile(r"\(\d+\)" + re.escape(goal))

@@ -1,0 +1,91 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
+
+/// Teaches the board on the board itself: what to type, what to drag, and the key that leads back. Its
+/// field is the place to type in.
+Rectangle {
+    id: root
+
+    required property FirstSteps steps
+
+    readonly property int stepCount: root.steps.isReturnOffered ? 3 : 2
+    readonly property real stepWidth: (root.width - 2 * Theme.large - closeButton.width
+                                       - root.stepCount * Theme.huge) / root.stepCount
+
+    /// The keyboard goes back to the board.
+    signal boardRequested
+
+    function createGoal(): void {
+        if (field.text.trim().length === 0)
+            return;
+        root.steps.createGoal(field.text);
+        field.clear();
+        root.boardRequested();
+    }
+
+    implicitHeight: row.implicitHeight + 2 * Theme.large
+    radius: Theme.columnRadius
+    color: Theme.card
+    border.width: 1
+    border.color: Theme.cardOutline
+    Accessible.role: Accessible.Grouping
+    Accessible.ignored: !visible
+    Accessible.name: ViewSettings.copy.text(CopyKey.FirstSteps)
+
+    Row {
+        id: row
+
+        x: Theme.large
+        y: Theme.large
+        spacing: Theme.huge
+
+        FirstStep {
+            width: root.stepWidth
+            number: 1
+            text: ViewSettings.copy.text(CopyKey.FirstStepGoal)
+            isDone: root.steps.hasGoal
+            isNext: !root.steps.hasGoal
+
+            TextInputField {
+                id: field
+
+                width: parent?.width ?? 0
+                label: ViewSettings.copy.text(CopyKey.FirstStepGoal)
+                placeholderText: ViewSettings.copy.text(CopyKey.CreateGoalPlaceholder)
+                onCommitted: root.createGoal()
+                onCancelled: root.boardRequested()
+            }
+        }
+        FirstStep {
+            width: root.stepWidth
+            number: 2
+            text: ViewSettings.copy.text(CopyKey.FirstStepWindow)
+            isDone: root.steps.hasAssignment
+            isNext: root.steps.hasGoal && !root.steps.hasAssignment
+        }
+        FirstStep {
+            width: root.stepWidth
+            number: 3
+            text: ViewSettings.copy.text(CopyKey.DoubleTapHint)
+            isDone: root.steps.hasReturned
+            isNext: root.steps.hasGoal && root.steps.hasAssignment && !root.steps.hasReturned
+            visible: root.steps.isReturnOffered
+        }
+    }
+    IconButton {
+        id: closeButton
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.small
+        anchors.top: parent.top
+        anchors.topMargin: Theme.small
+        symbol: "x"
+        size: 28
+        text: ViewSettings.copy.text(CopyKey.GotIt)
+        onClicked: root.steps.dismiss()
+    }
+}

@@ -1,0 +1,68 @@
+import QtQuick
+import QtTest
+import Kelpa.Controls
+import Kelpa.Board
+
+Item {
+    id: root
+
+    width: 900
+    height: 300
+
+    FirstStepsPlace {
+        id: place
+
+        width: parent.width
+        steps: world.board.firstSteps
+    }
+    SignalSpy {
+        id: left
+
+        target: place
+        signalName: "boardRequested"
+    }
+
+    TestCase {
+        name: "FirstSteps"
+        when: windowShown
+
+        function all(item, matches) {
+            return Array.from(item.children).reduce((found, each) => found.concat(all(each, matches)),
+                                                    item.visible && matches(item) ? [item] : []);
+        }
+        function stepNames() {
+            return all(place, item => item instanceof FirstStep).map(step =>
+                step.Accessible.name
+                + (step.Accessible.description ? " (" + step.Accessible.description + ")" : ""));
+        }
+        function field() {
+            return all(place, item => item instanceof TextInputField)[0];
+        }
+        function test_each_step_is_ticked_off_and_the_last_one_takes_all_away() {
+            world.offerDoubleTap(true);
+            compare(stepNames(), ["Type what you are working on",
+                                  "Drag a window’s card onto the goal",
+                                  "Press ⌘ twice to bring Kelpa forward instantly"]);
+            mouseClick(field());
+            verify(field().activeFocus);
+            keyClick(Qt.Key_Space);
+            keyClick(Qt.Key_Return);
+            compare(world.goalTitles(), []);
+            keyClick(Qt.Key_Escape);
+            compare(left.count, 1);
+            keyClick("T");
+            keyClick(Qt.Key_Return);
+            compare(world.goalTitles(), ["T"]);
+            compare(left.count, 2);
+            compare(field(), undefined);
+            compare(stepNames()[0], "Type what you are working on (Completed)");
+            world.addWindow(7, "Notes");
+            world.board.drops.drop("7", world.columnOfGoal("T"));
+            compare(stepNames()[1], "Drag a window’s card onto the goal (Completed)");
+            verify(place.height > 0);
+            world.board.firstSteps.dismiss();
+            compare(stepNames(), []);
+            tryCompare(place, "height", 0);
+        }
+    }
+}
