@@ -63,6 +63,16 @@ QString CopyTable::onlyMatchesShown(const QString& searchText) const
     return KelpaCopy::onlyMatchesShown(searchText, m_language);
 }
 
+QString CopyTable::dropInto(const QString& title) const
+{
+    return KelpaCopy::dropInto(title, m_language);
+}
+
+QString CopyTable::dropBefore(const QString& title) const
+{
+    return KelpaCopy::dropBefore(title, m_language);
+}
+
 QString CopyTable::textTooLong(int limit) const
 {
     return KelpaCopy::textTooLong(limit, m_language);

@@ -131,6 +131,10 @@ constexpr Frames onlyMatchesShownFrames(
     {u"「", u"」に一致するウィンドウだけを表示中"}, {u"‘", u"’ 검색과 일치하는 창만 표시 중"},
     {u"Seules les fenêtres correspondant à « ", u" » sont affichées"},
     {u"Nur Fenster, die zu „", u"“ passen, sind zu sehen"});
+constexpr Frames dropIntoFrames = Frames::same({u"→ ", u""});
+constexpr Frames dropBeforeFrames({u"→ 移到「", u"」之前"}, {u"→ before “", u"”"},
+                                  {u"→「", u"」の前へ"}, {u"→ ‘", u"’ 앞으로"},
+                                  {u"→ avant « ", u" »"}, {u"→ vor „", u"“"});
 constexpr Frames movedAsideToFrames({u"原文件在同一文件夹中：", u""},
                                     {u"The old file is in the same folder: ", u""},
                                     {u"元のファイルは同じフォルダにあります：", u""},
@@ -278,6 +282,16 @@ QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage lan
 QString onlyMatchesShown(const QString& searchText, AppLanguage language)
 {
     return onlyMatchesShownFrames[language].around(shortened(searchText));
+}
+
+QString dropInto(const QString& title, AppLanguage language)
+{
+    return dropIntoFrames[language].around(shortened(title));
+}
+
+QString dropBefore(const QString& title, AppLanguage language)
+{
+    return dropBeforeFrames[language].around(shortened(title));
 }
 
 QString textTooLong(qsizetype limit, AppLanguage language)

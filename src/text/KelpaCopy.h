@@ -44,6 +44,10 @@ QString moreInHiddenGoals(qsizetype count, AppLanguage language);
 QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage language);
 /// Says that windows are narrowed to those that match. A long `searchText` is cut short.
 QString onlyMatchesShown(const QString& searchText, AppLanguage language);
+/// Where a drop would move what is dragged: into the column of that title, or before that goal. A
+/// long title is cut short.
+QString dropInto(const QString& title, AppLanguage language);
+QString dropBefore(const QString& title, AppLanguage language);
 /// Refuses what would make the text of a field longer than `limit` characters.
 QString textTooLong(qsizetype limit, AppLanguage language);
 

@@ -124,3 +124,32 @@ def an_empty_board_teaches_three_steps_and_no_more(desktop, binary):
     kelpa.quit()
     with Kelpa(desktop, binary, path) as again:
         assert not again.board.has_text(_TYPE)
+
+
+def a_drag_names_the_place_below_it_and_covers_none(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", []), ("Taxes", [])], is_auto_sorting=False)
+    desktop.start_xterm("First", color="#d33682")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_card(boards.UNSORTED, "First")
+        kelpa.wait_for_previews(boards.UNSORTED)
+        entry = kelpa.centre(lambda: kelpa.board.rail_entry("Taxes"), "the entry of the rail")
+
+        def is_named():
+            """Whether the ground of a name, in the colour of the theme's accent, is below the pointer."""
+            return desktop.pixel(*chip)[:3] == bytes.fromhex("eb6325")
+
+        chip, beside = (entry[0] + 16, entry[1] + 40), (entry[0], entry[1] - 60)
+        bare = desktop.pixel(*beside), desktop.pixel(*chip)
+        desktop.drag_over(kelpa.card_centre(boards.UNSORTED, "First"), entry)
+        wait_until("the place is named below the pointer", is_named)
+        wait_until("nothing else covers the rail", lambda: desktop.pixel(*beside) == bare[0])
+        # Where nothing takes the card, its picture follows again, as wide as the card.
+        desktop.run("xdotool", "mousemove", *kelpa.head(boards.ALL_TODOS))
+        wait_until("no place is named", lambda: desktop.pixel(*chip) == bare[1])
+        desktop.run("xdotool", "mousemove", *entry)
+        wait_until("the place is named again", is_named)
+        desktop.let_go()
+        kelpa.wait_for_card("Taxes", "First")
+        wait_until("nothing is named any more", lambda: not is_named())

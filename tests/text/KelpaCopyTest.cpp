@@ -221,6 +221,22 @@ TEST(KelpaCopy, A_search_says_how_much_it_has_found_and_how_much_is_hidden)
                 [](AppLanguage language) { return KelpaCopy::hiddenGoals(5, 2, language); });
 }
 
+TEST(KelpaCopy, A_drag_names_the_place_where_it_would_end)
+{
+    const QString title = QStringLiteral("Taxes");
+    for (const AppLanguage language : allAppLanguages)
+        EXPECT_EQ(KelpaCopy::dropInto(title, language), QStringLiteral("→ Taxes"));
+    expectTexts({{{chinese, u"→ 移到「Taxes」之前"},
+                  {english, u"→ before “Taxes”"},
+                  {japanese, u"→「Taxes」の前へ"},
+                  {korean, u"→ ‘Taxes’ 앞으로"},
+                  {french, u"→ avant « Taxes »"},
+                  {german, u"→ vor „Taxes“"}}},
+                [&](AppLanguage language) { return KelpaCopy::dropBefore(title, language); });
+    EXPECT_EQ(KelpaCopy::dropInto(QString(50, u'a'), english),
+              QStringLiteral("→ ") + QString(40, u'a') + u'…');
+}
+
 TEST(KelpaCopy, A_board_that_is_narrowed_names_the_search)
 {
     expectTexts({{{chinese, u"只显示与「bank」匹配的窗口"},

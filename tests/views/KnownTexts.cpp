@@ -20,6 +20,8 @@ QStringList knownTexts(const CopyTable& table)
         table.moreInHiddenGoals(0),
         table.hiddenGoals(0, 0),
         table.onlyMatchesShown({}),
+        table.dropInto({}),
+        table.dropBefore({}),
         table.movedAsideTo({}),
         table.textTooLong(0)};
     const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();

@@ -165,11 +165,11 @@ FocusScope {
         selectionFocus: selectionFocus
         onRenameRequested: root.renameSelection()
     }
-    // A card that is dragged to the edge finds the goals beyond it.
-    DragScroll {
-        anchors.fill: view
-        isActive: source.isDragging
-        onScrolled: step => view.scrollBy(step)
+    DragGuide {
+        anchors.fill: parent
+        z: 2
+        dragSource: source
+        view: view
     }
     Component {
         id: column

@@ -67,15 +67,23 @@ PressButton {
         /// Whether a drop would move the goal.
         property bool wouldChangeBoard: false
 
+        function leave(): void {
+            dropArea.wouldChangeBoard = false;
+            root.dragSource.leaveDestination(dropArea);
+        }
+
         anchors.fill: parent
         keys: ["text/plain"]
         onEntered: drag => {
             drag.accepted = root.dragSource.isDragging && root.drops.canDropAtEnd(drag.text);
             dropArea.wouldChangeBoard = drag.accepted && root.drops.wouldDropAtEndMove(drag.text);
+            if (dropArea.wouldChangeBoard)
+                root.dragSource.nameDestination(
+                        dropArea, ViewSettings.copy.dropInto(ViewSettings.copy.text(CopyKey.MoveToEnd)));
         }
-        onExited: dropArea.wouldChangeBoard = false
+        onExited: dropArea.leave()
         onDropped: drop => {
-            dropArea.wouldChangeBoard = false;
+            dropArea.leave();
             drop.accepted = root.dragSource.isDragging && root.drops.dropAtEnd(drop.text);
         }
     }

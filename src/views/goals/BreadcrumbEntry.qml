@@ -76,6 +76,7 @@ PressButton {
         drops: root.drops
         dragSource: root.dragSource
         columnID: root.columnID
+        isSmall: true
     }
     DropLine {
         y: -(root.list.spacing + height) / 2

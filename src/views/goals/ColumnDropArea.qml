@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kelpa.Appearance
 import Kelpa.Scene
 import Kelpa.Goals
 
@@ -17,9 +18,17 @@ DropArea {
     /// Whether a drop would move the dragged goal before the column.
     readonly property bool wouldInsertBefore: root.wouldChangeBoard && root.isGoal
 
+    /// Whether the picture of what is dragged would cover it: then the drag names it even where a
+    /// drop changes nothing.
+    property bool isSmall: false
     /// Whether a drop would change the board.
     property bool wouldChangeBoard: false
     property bool isGoal: false
+
+    function leave(): void {
+        root.wouldChangeBoard = false;
+        root.dragSource.leaveDestination(root);
+    }
 
     keys: ["text/plain"]
     // Only Kelpa's own drags: reading the text of another program's would mean waiting for it.
@@ -27,10 +36,15 @@ DropArea {
         drag.accepted = root.dragSource.isDragging && root.drops.canDrop(drag.text, root.columnID);
         root.isGoal = drag.accepted && root.drops.isGoalDrag(drag.text);
         root.wouldChangeBoard = drag.accepted && root.drops.wouldDropMove(drag.text, root.columnID);
+        if (!root.wouldChangeBoard && !(drag.accepted && root.isSmall))
+            return;
+        const title = root.drops.columnTitle(root.columnID);
+        root.dragSource.nameDestination(root, root.isGoal ? ViewSettings.copy.dropBefore(title)
+                                                          : ViewSettings.copy.dropInto(title));
     }
-    onExited: root.wouldChangeBoard = false
+    onExited: root.leave()
     onDropped: drop => {
-        root.wouldChangeBoard = false;
+        root.leave();
         drop.accepted = root.dragSource.isDragging && root.drops.drop(drop.text, root.columnID);
     }
 }

@@ -1,7 +1,9 @@
 #include "views/goals/DropController.h"
 
+#include "model/Text.h"
 #include "store/WindowStore.h"
 #include "store/board/GoalOrder.h"
+#include "text/KelpaCopy.h"
 #include "views/goals/GoalController.h"
 
 #include <optional>
@@ -76,6 +78,17 @@ bool DropController::drop(const QString& text, const QString& columnID)
     else if (const TodoDragPayload* const todo = std::get_if<TodoDragPayload>(&payload))
         m_store.moveTodo(todo->todoID, todo->sourceGoalID, target);
     return true;
+}
+
+QString DropController::columnTitle(const QString& columnID) const
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (!column)
+        return {};
+    if (!column->goalID)
+        return KelpaCopy::text(CopyKey::Unsorted, m_store.language());
+    const Goal* const goal = goalWith(*column->goalID, m_store.goals());
+    return goal != nullptr ? singleLine(goal->title) : QString();
 }
 
 bool DropController::isGoalDrag(const QString& text) const

@@ -31,6 +31,8 @@ public:
     Q_INVOKABLE bool wouldDropMove(const QString& text, const QString& columnID) const;
     /// Carries the drop out; returns false and does nothing when it is refused.
     Q_INVOKABLE bool drop(const QString& text, const QString& columnID);
+    /// The column's title in a line; empty for a goal that is gone.
+    Q_INVOKABLE QString columnTitle(const QString& columnID) const;
     /// Whether `text` is that of a goal.
     Q_INVOKABLE bool isGoalDrag(const QString& text) const;
     /// The same for the place behind all visible goals, where only goals are accepted.

@@ -2,9 +2,11 @@
 
 #include <QBitmap>
 #include <QDrag>
+#include <QDragMoveEvent>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QPixmap>
+#include <QQuickWindow>
 #include <QWindow>
 
 #include <memory>
@@ -18,17 +20,6 @@ QRegion outline(const QImage& picture, double pixelsPerPoint)
 {
     const QSize size = (QSizeF(picture.size()) / pixelsPerPoint).toSize();
     return QRegion(QBitmap::fromImage(picture.scaled(size).createAlphaMask()));
-}
-
-/// The toolkit's drag window is a rectangle. Without a compositing manager, its background would
-/// show beside the round corners of the picture.
-void maskDragWindow(const QRegion& outline)
-{
-    const QWindowList windows = QGuiApplication::allWindows();
-    for (QWindow* const window : windows) {
-        if (window->inherits("QShapedPixmapWindow"))
-            window->setMask(outline);
-    }
 }
 
 } // namespace
@@ -49,11 +40,62 @@ void BoardDragSource::drag(const QString& text, const QImage& picture, double pi
     drag->setHotSpot(hotSpot.toPoint());
     setDragging(true);
     // Queued, since the drag window exists only once the drag has begun.
+    m_outline = outline(picture, pixelsPerPoint);
     QMetaObject::invokeMethod(
-        drag, [shape = outline(picture, pixelsPerPoint)] { maskDragWindow(shape); },
-        Qt::QueuedConnection);
+        drag, [this] { maskPicture(); }, Qt::QueuedConnection);
+    const QPointer<QQuickWindow> scene = window();
+    if (scene != nullptr)
+        scene->installEventFilter(this);
     carryOut(*drag);
+    if (scene != nullptr)
+        scene->removeEventFilter(this);
+    leaveDestination(m_place);
     setDragging(false);
+}
+
+void BoardDragSource::nameDestination(QQuickItem* place, const QString& destination)
+{
+    m_place = place;
+    setDestination(destination);
+}
+
+void BoardDragSource::leaveDestination(const QQuickItem* place)
+{
+    if (place != m_place)
+        return;
+    m_place.clear();
+    setDestination({});
+}
+
+void BoardDragSource::setDestination(const QString& destination)
+{
+    if (m_destination == destination)
+        return;
+    m_destination = destination;
+    maskPicture();
+    Q_EMIT destinationChanged();
+}
+
+/// The toolkit's drag window is a rectangle, and stays for the whole drag. Without a compositing
+/// manager, its background would show beside the round corners of the picture.
+void BoardDragSource::maskPicture() const
+{
+    // An empty region would be no mask at all; of this one, nothing lies within the window.
+    const QRegion nothing(-1, -1, 1, 1);
+    const QWindowList windows = QGuiApplication::allWindows();
+    for (QWindow* const window : windows) {
+        if (window->inherits("QShapedPixmapWindow"))
+            window->setMask(m_destination.isEmpty() ? m_outline : nothing);
+    }
+}
+
+bool BoardDragSource::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
+        m_pointer = static_cast<QDropEvent*>(event)->position();
+        Q_EMIT pointerChanged();
+    }
+    return QQuickItem::eventFilter(watched, event);
 }
 
 void BoardDragSource::carryOut(QDrag& drag)

@@ -3,7 +3,9 @@
 
 #include <QImage>
 #include <QPointF>
+#include <QPointer>
 #include <QQuickItem>
+#include <QRegion>
 #include <QString>
 #include <QtQmlIntegration/qqmlintegration.h>
 
@@ -20,6 +22,11 @@ class BoardDragSource : public QQuickItem
     QML_ELEMENT
 
     Q_PROPERTY(bool isDragging READ isDragging NOTIFY isDraggingChanged)
+    /// The place where a drop would now move what is dragged; empty for no such place. While it is
+    /// named, the picture does not show, and covers nothing.
+    Q_PROPERTY(QString destination READ destination NOTIFY destinationChanged)
+    /// The pointer's position during a drag, in the scene's coordinates.
+    Q_PROPERTY(QPointF pointer READ pointer NOTIFY pointerChanged)
 
 public:
     bool isDragging() const { return m_isDragging; }
@@ -29,8 +36,19 @@ public:
     Q_INVOKABLE void drag(const QString& text, const QImage& picture, double pixelsPerPoint,
                           QPointF hotSpot);
 
+    QString destination() const { return m_destination; }
+    QPointF pointer() const { return m_pointer; }
+    /// The pointer is over `place`, the area of a destination; an empty text names none.
+    Q_INVOKABLE void nameDestination(QQuickItem* place, const QString& destination);
+    /// The pointer has left `place`; does nothing where it has entered another one since.
+    Q_INVOKABLE void leaveDestination(const QQuickItem* place);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 Q_SIGNALS:
     void isDraggingChanged();
+    void destinationChanged();
+    void pointerChanged();
 
 protected:
     /// Runs the drag and returns when it has ended; the toolkit deletes `drag` later.
@@ -38,8 +56,15 @@ protected:
 
 private:
     void setDragging(bool isDragging);
+    void setDestination(const QString& destination);
+    void maskPicture() const;
 
     bool m_isDragging = false;
+    /// The opaque part of the picture, in points.
+    QRegion m_outline;
+    QPointer<const QQuickItem> m_place;
+    QString m_destination;
+    QPointF m_pointer;
 };
 
 } // namespace kelpa

@@ -68,6 +68,17 @@ TEST_F(Drops, Goals_stay_where_they_are_while_they_are_sorted)
     EXPECT_FALSE(drops.canDrop(goals.columnDragText(first.text()), second.text()));
 }
 
+TEST_F(Drops, A_column_is_named_in_a_line_and_in_the_language_of_the_board)
+{
+    store().setLanguage(AppLanguage::german);
+    store().renameGoal(first, QStringLiteral("Taxes\n2026"));
+    EXPECT_EQ(drops.columnTitle(first.text()), QStringLiteral("Taxes 2026"));
+    EXPECT_EQ(drops.columnTitle(unassigned), QStringLiteral("Unsortiert"));
+    EXPECT_EQ(drops.columnTitle(QStringLiteral("no column")), QString());
+    store().deleteGoal(first);
+    EXPECT_EQ(drops.columnTitle(first.text()), QString());
+}
+
 class DropsAmongThree : public Drops
 {
 protected:

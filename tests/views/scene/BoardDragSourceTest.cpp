@@ -4,6 +4,7 @@
 #include "views/ViewTypes.h"
 
 #include <QDrag>
+#include <QDragMoveEvent>
 #include <QMimeData>
 #include <QPixmap>
 #include <QQmlComponent>
@@ -14,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 namespace kelpa::test {
@@ -26,6 +28,7 @@ public:
     QStringList texts;
     QPixmap pixmap;
     QPoint hotSpot;
+    std::function<void()> whileDragging;
 
 protected:
     void carryOut(QDrag& drag) override
@@ -36,6 +39,8 @@ protected:
         hotSpot = drag.hotSpot();
         // One drag at a time.
         this->drag(QStringLiteral("another"), {}, 1, {});
+        if (whileDragging)
+            whileDragging();
         drag.deleteLater();
     }
 };
@@ -101,6 +106,45 @@ TEST_F(Dragging, What_is_held_beside_its_picture_is_held_at_the_edge_of_it)
     ASSERT_TRUE(QTest::qWaitFor([this] { return !source.texts.isEmpty(); }));
     QTest::mouseRelease(window.get(), Qt::LeftButton);
     EXPECT_EQ(source.hotSpot, QPoint(100, 40));
+}
+
+TEST_F(Dragging, The_place_below_the_pointer_is_named_until_the_pointer_leaves_it)
+{
+    QQuickItem first;
+    QQuickItem second;
+    const QSignalSpy changes(&source, &BoardDragSource::destinationChanged);
+    source.nameDestination(&first, QStringLiteral("Home"));
+    EXPECT_EQ(source.destination(), QStringLiteral("Home"));
+    // The next place is entered before the pointer has left the one around it.
+    source.nameDestination(&second, QStringLiteral("Work"));
+    source.leaveDestination(&first);
+    EXPECT_EQ(source.destination(), QStringLiteral("Work"));
+    source.leaveDestination(&second);
+    EXPECT_EQ(source.destination(), QString());
+    EXPECT_EQ(changes.count(), 3);
+}
+
+TEST_F(Dragging, A_drag_that_has_ended_names_no_place_and_follows_no_pointer)
+{
+    QQuickItem place;
+    const auto moveTo = [this](QPoint position) {
+        QMimeData data;
+        QDragMoveEvent move(position, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.get(), &move);
+    };
+    source.setParentItem(window->contentItem());
+    source.whileDragging = [&] {
+        moveTo({120, 90});
+        EXPECT_EQ(source.pointer(), QPointF(120, 90));
+        source.nameDestination(&place, QStringLiteral("Home"));
+    };
+    pressAndMoveOn({50, 30});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !source.texts.isEmpty(); }));
+    QTest::mouseRelease(window.get(), Qt::LeftButton);
+    EXPECT_EQ(source.destination(), QString());
+    moveTo({10, 10});
+    EXPECT_EQ(source.pointer(), QPointF(120, 90));
+    source.setParentItem(nullptr);
 }
 
 TEST_F(Dragging, What_goes_away_before_its_picture_is_there_is_not_dragged)

@@ -1,0 +1,49 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa.Appearance
+import Kelpa.Scene
+import Kelpa.Controls
+
+/// Replaces the picture of what is dragged over a place that would take it: names the place, and hangs
+/// beside the pointer, so that it does not cover it.
+FloatingGround {
+    id: root
+
+    required property BoardDragSource dragSource
+
+    readonly property point pointer: root.parent.mapFromItem(null, root.dragSource.pointer.x,
+                                                             root.dragSource.pointer.y)
+
+    readonly property point place: root.placeBeside(root.pointer)
+
+    /// Right below the pointer, or above it where there is no room; within the parent.
+    function placeBeside(pointer: point): point {
+        const below = pointer.y + Theme.huge;
+        const fits = below + root.height <= root.parent.height;
+        return Qt.point(Math.max(Theme.tiny, Math.min(pointer.x + Theme.medium,
+                                                      root.parent.width - root.width - Theme.tiny)),
+                        fits ? below : pointer.y - Theme.large - root.height);
+    }
+
+    x: root.place.x
+    y: root.place.y
+    width: Math.min(label.implicitWidth, 280) + 2 * Theme.medium
+    height: Theme.controlHeight
+    radius: Theme.controlRadius
+    color: Theme.accent
+    border.width: 0
+    visible: root.dragSource.isDragging && root.dragSource.destination.length > 0
+
+    AppText {
+        id: label
+
+        anchors.fill: parent
+        anchors.leftMargin: Theme.medium
+        anchors.rightMargin: Theme.medium
+        verticalAlignment: Text.AlignVCenter
+        text: root.dragSource.destination
+        font: Theme.bodyStrong
+        color: Theme.textOnAccent
+    }
+}
