@@ -33,6 +33,7 @@ enum class StoreField : std::uint8_t {
     isLanguageChosen,
     isAutoSortingGoals,
     isHidingGoalsWithoutOpenTodos,
+    unsortedFold,
     isSavingSlowly,
     trouble,
     count,

@@ -6,6 +6,7 @@
 #include "model/Preview.h"
 #include "model/WindowItem.h"
 #include "navigation/BoardNavigationState.h"
+#include "navigation/WindowFold.h"
 #include "store/StoreChanges.h"
 #include "store/board/BoardHistory.h"
 #include "store/board/BoardSearch.h"
@@ -57,6 +58,7 @@ public:
     bool isLanguageChosen = true;
     bool isAutoSortingGoals = true;
     bool isHidingGoalsWithoutOpenTodos = false;
+    UnsortedFold unsortedFold = UnsortedFold::folded;
     bool isSavingSlowly = false;
     std::optional<TroubleNotice> trouble;
 

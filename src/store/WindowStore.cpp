@@ -41,6 +41,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::isLanguageChosenChanged,
         &WindowStore::isAutoSortingGoalsChanged,
         &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+        &WindowStore::unsortedFoldChanged,
         &WindowStore::isSavingSlowlyChanged,
         &WindowStore::troubleChanged,
     });
@@ -138,6 +139,17 @@ void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
     m_parts->selection.reconcileSelectionWithVisibleGoals();
 }
 
+void WindowStore::setUnsortedFold(UnsortedFold fold)
+{
+    const Update update(m_state.changes);
+    if (!m_state.assign(m_state.unsortedFold, fold, Field::unsortedFold))
+        return;
+    if (fold == UnsortedFold::folded && m_state.boardNavigation.target.isUnassigned() &&
+        selectedWindowIndex() >= foldedWindowCount)
+        returnToTargetSelection();
+    m_parts->saver.write({{unsortedUnfoldedKey, fold == UnsortedFold::unfolded}});
+}
+
 void WindowStore::setSearchText(const QString& text)
 {
     const Update update(m_state.changes);
@@ -224,6 +236,10 @@ void WindowStore::Parts::loadState()
     state.assign(state.isAutoSortingGoals,
                  board.isAutoSortingGoals.value_or(state.isAutoSortingGoals),
                  Field::isAutoSortingGoals);
+    if (board.isUnsortedUnfolded)
+        state.assign(state.unsortedFold,
+                     *board.isUnsortedUnfolded ? UnsortedFold::unfolded : UnsortedFold::folded,
+                     Field::unsortedFold);
     steps.show(joined(board.contents, state.version().contents));
     steps.restart();
 

@@ -66,6 +66,8 @@ public:
     bool isLanguageChosen() const { return m_state.isLanguageChosen; }
     bool isAutoSortingGoals() const { return m_state.isAutoSortingGoals; }
     bool isHidingGoalsWithoutOpenTodos() const { return m_state.isHidingGoalsWithoutOpenTodos; }
+    /// Whether a person wants to see all windows of "Unsorted", however many they are.
+    UnsortedFold unsortedFold() const { return m_state.unsortedFold; }
     /// Whether changes have been on their way to the disk for a second.
     bool isSavingSlowly() const { return m_state.isSavingSlowly; }
     /// What is wrong with the board's file; absent while nothing is.
@@ -84,6 +86,8 @@ public:
     QList<WindowItem> windows(const TargetSelection& of) const { return m_state.windowsOf(of); }
     /// The position of the selected window among those of its target; -1 without one.
     qsizetype selectedWindowIndex() const;
+    /// How many of `windows` of none the board shows: the others are folded away.
+    qsizetype shownUnsortedCount() const;
     const Assignments& assignments() const { return m_state.assignments; }
 
     // Settings.
@@ -92,6 +96,8 @@ public:
     void chooseLanguage(AppLanguage language);
     void setAutoSortingGoals(bool isAutoSorting);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
+    /// Folding selects "Unsorted" itself where a window is selected that is folded away.
+    void setUnsortedFold(UnsortedFold fold);
     void setSearchText(const QString& text);
     /// Shows the goals that are hidden, and selects the first window or goal in them that the
     /// search finds; does nothing where it finds none.
@@ -233,6 +239,7 @@ Q_SIGNALS:
     void isLanguageChosenChanged();
     void isAutoSortingGoalsChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
+    void unsortedFoldChanged();
     void isSavingSlowlyChanged();
     void troubleChanged();
 
@@ -240,6 +247,8 @@ private:
     struct Parts;
     using Field = StoreField;
     using Update = StoreChanges::Update;
+    void unfoldForSelection();
+
     StoreState m_state;
     const std::unique_ptr<Parts> m_parts;
 };

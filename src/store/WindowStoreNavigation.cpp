@@ -14,6 +14,25 @@ void WindowStore::moveWindowSelection(NavigationDirection direction)
 {
     const Update update(m_state.changes);
     m_parts->selection.moveWindow(direction);
+    unfoldForSelection();
+}
+
+/// A person who goes on to a window that is folded away wants to see it, and those around it.
+void WindowStore::unfoldForSelection()
+{
+    const bool isWithin =
+        m_state.boardNavigation.target.isUnassigned() && selectedWindowIndex() >= foldedWindowCount;
+    const qsizetype count = windows(std::optional<GoalID>()).size();
+    if (isWithin && isFoldable(count) && !m_state.findings().isSearching)
+        setUnsortedFold(UnsortedFold::unfolded);
+}
+
+qsizetype WindowStore::shownUnsortedCount() const
+{
+    return shownWindowCount(windows(std::optional<GoalID>()).size(), m_state.unsortedFold,
+                            m_state.findings().isSearching,
+                            m_state.boardNavigation.target.isUnassigned() ? selectedWindowIndex()
+                                                                          : -1);
 }
 
 void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer)

@@ -55,6 +55,7 @@ enum class CopyKey {
     GoalsHiddenHint,
     Unsorted,
     UnsortedHint,
+    ShowFewerWindows,
     CreateGoalTitle,
     CreateGoalText,
     CreateGoalPlaceholder,

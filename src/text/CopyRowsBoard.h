@@ -147,6 +147,8 @@ inline constexpr std::array boardCopyRows{
     CopyRow{CopyKey::UnsortedHint, u"拖到一个目标开始整理", u"Drag to a goal to start organizing",
             u"目標へドラッグして整理を始める", u"목표로 드래그해 정리를 시작하세요",
             u"Glissez vers un objectif pour commencer", u"Zu einem Ziel ziehen, um zu beginnen"},
+    CopyRow{CopyKey::ShowFewerWindows, u"收起", u"Show fewer", u"折りたたむ", u"접기",
+            u"Afficher moins", u"Weniger anzeigen"},
     CopyRow{CopyKey::CreateGoalTitle, u"创建目标", u"Create a goal", u"目標を作成", u"목표 만들기",
             u"Créer un objectif", u"Ziel erstellen"},
     CopyRow{CopyKey::CreateGoalText, u"用一句话描述你现在要完成的事。",

@@ -63,6 +63,11 @@ QString CopyTable::onlyMatchesShown(const QString& searchText) const
     return KelpaCopy::onlyMatchesShown(searchText, m_language);
 }
 
+QString CopyTable::showMoreWindows(int count) const
+{
+    return KelpaCopy::showMoreWindows(count, m_language);
+}
+
 QString CopyTable::dropInto(const QString& title) const
 {
     return KelpaCopy::dropInto(title, m_language);

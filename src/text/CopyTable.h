@@ -38,6 +38,7 @@ public:
     Q_INVOKABLE QString moreInHiddenGoals(int count) const;
     Q_INVOKABLE QString hiddenGoals(int count, int countWithWindows) const;
     Q_INVOKABLE QString onlyMatchesShown(const QString& searchText) const;
+    Q_INVOKABLE QString showMoreWindows(int count) const;
     Q_INVOKABLE QString dropInto(const QString& title) const;
     Q_INVOKABLE QString dropBefore(const QString& title) const;
     Q_INVOKABLE QString textTooLong(int limit) const;

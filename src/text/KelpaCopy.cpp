@@ -131,6 +131,9 @@ constexpr Frames onlyMatchesShownFrames(
     {u"「", u"」に一致するウィンドウだけを表示中"}, {u"‘", u"’ 검색과 일치하는 창만 표시 중"},
     {u"Seules les fenêtres correspondant à « ", u" » sont affichées"},
     {u"Nur Fenster, die zu „", u"“ passen, sind zu sehen"});
+constexpr Frames showMoreWindowsFrames({u"再显示 ", u" 个"}, {u"Show ", u" more"},
+                                       {u"あと", u"個を表示"}, {u"", u"개 더 보기"},
+                                       {u"Afficher ", u" de plus"}, {u"", u" weitere anzeigen"});
 constexpr Frames dropIntoFrames = Frames::same({u"→ ", u""});
 constexpr Frames dropBeforeFrames({u"→ 移到「", u"」之前"}, {u"→ before “", u"”"},
                                   {u"→「", u"」の前へ"}, {u"→ ‘", u"’ 앞으로"},
@@ -282,6 +285,11 @@ QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage lan
 QString onlyMatchesShown(const QString& searchText, AppLanguage language)
 {
     return onlyMatchesShownFrames[language].around(shortened(searchText));
+}
+
+QString showMoreWindows(qsizetype count, AppLanguage language)
+{
+    return showMoreWindowsFrames[language].around(QString::number(count));
 }
 
 QString dropInto(const QString& title, AppLanguage language)

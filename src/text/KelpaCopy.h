@@ -44,6 +44,8 @@ QString moreInHiddenGoals(qsizetype count, AppLanguage language);
 QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage language);
 /// Says that windows are narrowed to those that match. A long `searchText` is cut short.
 QString onlyMatchesShown(const QString& searchText, AppLanguage language);
+/// The button that shows the windows of "Unsorted" that are folded away.
+QString showMoreWindows(qsizetype count, AppLanguage language);
 /// Where a drop would move what is dragged: into the column of that title, or before that goal. A
 /// long title is cut short.
 QString dropInto(const QString& title, AppLanguage language);

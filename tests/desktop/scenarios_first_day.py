@@ -153,3 +153,35 @@ def a_drag_names_the_place_below_it_and_covers_none(desktop, binary):
         desktop.let_go()
         kelpa.wait_for_card("Taxes", "First")
         wait_until("nothing is named any more", lambda: not is_named())
+
+
+def many_unsorted_windows_are_folded_and_arrow_keys_reach_them(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", [])], is_auto_sorting=False)
+    titles = [f"Window {number}" for number in range(10)]
+    desktop.open_xterms(*titles)
+
+    def shown(kelpa):
+        return len(kelpa.board.column(boards.UNSORTED).cards)
+
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        wait_until("six windows are folded away", lambda: kelpa.board.button("Show 6 more"))
+        assert shown(kelpa) == 4
+        # A search reaches them.
+        desktop.key("ctrl+f")
+        desktop.type("xterm")
+        wait_until("all are found", lambda: shown(kelpa) == 10)
+        desktop.key("ctrl+a", "Delete", "Escape")
+        wait_until("they are folded again", lambda: shown(kelpa) == 4)
+        selection = Selection(desktop, kelpa)
+        selection.press("Left", "Right")
+        selection.is_column(boards.UNSORTED)
+        selection.press("space", "Down", "Down")
+        wait_until("all are there", lambda: shown(kelpa) == 10 and kelpa.board.selected_card())
+        kelpa.click(lambda: kelpa.board.button("Show fewer"), "the fold")
+        wait_until("they are folded", lambda: shown(kelpa) == 4)
+        kelpa.click(lambda: kelpa.board.button("Show 6 more"), "the fold")
+        wait_until("they are unfolded", lambda: shown(kelpa) == 10)
+    with Kelpa(desktop, binary, path) as again:
+        wait_until("they stay unfolded", lambda: shown(again) == 10)

@@ -31,6 +31,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::isLanguageChosenChanged, "isLanguageChosen");
     listen(&WindowStore::isAutoSortingGoalsChanged, "isAutoSortingGoals");
     listen(&WindowStore::isHidingGoalsWithoutOpenTodosChanged, "isHidingGoalsWithoutOpenTodos");
+    listen(&WindowStore::unsortedFoldChanged, "unsortedFold");
     listen(&WindowStore::isSavingSlowlyChanged, "isSavingSlowly");
     listen(&WindowStore::troubleChanged, "trouble");
 }

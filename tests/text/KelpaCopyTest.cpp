@@ -221,6 +221,17 @@ TEST(KelpaCopy, A_search_says_how_much_it_has_found_and_how_much_is_hidden)
                 [](AppLanguage language) { return KelpaCopy::hiddenGoals(5, 2, language); });
 }
 
+TEST(KelpaCopy, A_fold_says_how_many_windows_are_in_it)
+{
+    expectTexts({{{chinese, u"再显示 22 个"},
+                  {english, u"Show 22 more"},
+                  {japanese, u"あと22個を表示"},
+                  {korean, u"22개 더 보기"},
+                  {french, u"Afficher 22 de plus"},
+                  {german, u"22 weitere anzeigen"}}},
+                [](AppLanguage language) { return KelpaCopy::showMoreWindows(22, language); });
+}
+
 TEST(KelpaCopy, A_drag_names_the_place_where_it_would_end)
 {
     const QString title = QStringLiteral("Taxes");

@@ -40,6 +40,8 @@ constexpr std::array quotedTexts = std::to_array<QuotedText>({
       u"ウィンドウのカードを目標へドラッグします", u"창 카드를 목표로 드래그하세요",
       u"Glissez la carte d’une fenêtre sur l’objectif",
       u"Ziehe die Karte eines Fensters auf das Ziel"}},
+    {CopyKey::ShowFewerWindows,
+     {u"收起", u"Show fewer", u"折りたたむ", u"접기", u"Afficher moins", u"Weniger anzeigen"}},
     {CopyKey::GoalsHiddenHint,
      {u"没有未完成待办的目标已隐藏。单击「显示全部」即可查看。",
       u"Goals without unfinished todos are hidden. Choose “Show All” to see them.",

@@ -20,6 +20,7 @@ QStringList knownTexts(const CopyTable& table)
         table.moreInHiddenGoals(0),
         table.hiddenGoals(0, 0),
         table.onlyMatchesShown({}),
+        table.showMoreWindows(0),
         table.dropInto({}),
         table.dropBefore({}),
         table.movedAsideTo({}),

@@ -37,6 +37,7 @@ StoredBoard loadBoard(SettingsStore& settings)
     if (const auto language = stored<QString>(settings, languageKey))
         board.language = appLanguageFromRawValue(*language);
     board.isAutoSortingGoals = stored<bool>(settings, autoSortingGoalsKey);
+    board.isUnsortedUnfolded = stored<bool>(settings, unsortedUnfoldedKey);
 
     if (const auto document = storedDocument(settings, goalsKey, legacyGoalsKey)) {
         if (auto goals = decodeGoals(*document))

@@ -19,6 +19,7 @@ inline const QString unassignedTodosKey = QStringLiteral("kelpa.unassignedTodos"
 inline const QString assignmentsKey = QStringLiteral("kelpa.windowAssignments");
 inline const QString languageKey = QStringLiteral("kelpa.language");
 inline const QString autoSortingGoalsKey = QStringLiteral("kelpa.autoSortingGoals");
+inline const QString unsortedUnfoldedKey = QStringLiteral("kelpa.unsortedUnfolded");
 /// Keys of an earlier release: read where the present ones are absent, never written.
 inline const QString legacyGoalsKey = QStringLiteral("dorvane.goals");
 inline const QString legacyAssignmentsKey = QStringLiteral("dorvane.windowAssignments");
@@ -29,6 +30,8 @@ struct StoredBoard
     std::optional<AppLanguage> language;
     /// Absent when nothing is stored or it is not a Boolean.
     std::optional<bool> isAutoSortingGoals;
+    /// The same for the windows of "Unsorted".
+    std::optional<bool> isUnsortedUnfolded;
     BoardContents contents;
     /// The document that the assignments were read from, byte for byte; absent when there is none.
     std::optional<QByteArray> assignmentsDocument;

@@ -7,6 +7,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace kelpa {
 
@@ -20,6 +22,9 @@ enum Role {
     priorityRole,
     openTodoCountRole,
     windowCountRole,
+    foldedCountRole,
+    foldedApplicationsRole,
+    isUnfoldedRole,
     isSearchedEmptyRole,
     isTitleFoundRole,
     isRecedingRole,
@@ -38,7 +43,7 @@ BoardColumnModel::BoardColumnModel(const WindowStore& store, QObject* parent)
           &WindowStore::windowsChanged, &WindowStore::searchTextChanged,
           &WindowStore::previewsChanged, &WindowStore::boardNavigationChanged,
           &WindowStore::isScreenCaptureTrustedChanged, &WindowStore::languageChanged,
-          &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
+          &WindowStore::isHidingGoalsWithoutOpenTodosChanged, &WindowStore::unsortedFoldChanged})
         connect(&store, signal, this, &BoardColumnModel::update);
     update();
 }
@@ -63,6 +68,12 @@ QVariant BoardColumnModel::data(const QModelIndex& index, int role) const
         return row.openTodoCount;
     case windowCountRole:
         return row.windowCount;
+    case foldedCountRole:
+        return row.foldedCount;
+    case foldedApplicationsRole:
+        return row.foldedApplications;
+    case isUnfoldedRole:
+        return row.isUnfolded;
     case isSearchedEmptyRole:
         return row.isSearchedEmpty;
     case isTitleFoundRole:
@@ -89,6 +100,9 @@ QHash<int, QByteArray> BoardColumnModel::roleNames() const
             {priorityRole, "priority"},
             {openTodoCountRole, "openTodoCount"},
             {windowCountRole, "windowCount"},
+            {foldedCountRole, "foldedCount"},
+            {foldedApplicationsRole, "foldedApplications"},
+            {isUnfoldedRole, "isUnfolded"},
             {isSearchedEmptyRole, "isSearchedEmpty"},
             {isTitleFoundRole, "isTitleFound"},
             {isRecedingRole, "isReceding"},
@@ -112,9 +126,36 @@ WindowListModel* BoardColumnModel::windows(std::optional<GoalID> goalID) const
 
 void BoardColumnModel::fill(WindowListModel& model, std::optional<GoalID> goalID) const
 {
+    QList<WindowItem> windows = m_store.windows(goalID);
+    if (!goalID)
+        windows.resize(m_store.shownUnsortedCount());
     model.setWindows(
-        m_store.windows(goalID), m_store.boardNavigation().selectedWindowID,
+        windows, m_store.boardNavigation().selectedWindowID,
         [this](const WindowItem& window) { return windowPresentation(m_store, window); });
+}
+
+void BoardColumnModel::describeFold(ColumnRow& column) const
+{
+    const QList<WindowItem> windows = m_store.windows(std::nullopt);
+    const qsizetype shown = m_store.shownUnsortedCount();
+    column.foldedCount = static_cast<int>(windows.size() - shown);
+    column.isUnfolded = m_store.unsortedFold() == UnsortedFold::unfolded &&
+                        isFoldable(windows.size()) && !m_store.searchFindings().isSearching;
+    QList<std::pair<QString, int>> applications;
+    for (const WindowItem& window : windows.mid(shown)) {
+        const auto same =
+            std::ranges::find(applications, window.ownerName, &std::pair<QString, int>::first);
+        if (same == applications.end())
+            applications.emplaceBack(window.ownerName, 1);
+        else
+            ++same->second;
+    }
+    std::ranges::stable_sort(applications, std::ranges::greater{},
+                             &std::pair<QString, int>::second);
+    QStringList texts;
+    for (const auto& [name, count] : applications)
+        texts.append(singleLine(name) + u' ' + QString::number(count));
+    column.foldedApplications = texts.join(QString(3, u' '));
 }
 
 void BoardColumnModel::update()
@@ -138,6 +179,7 @@ void BoardColumnModel::update()
 
     QList<ColumnRow> columns{columnOf(std::nullopt)};
     columns.front().title = KelpaCopy::text(CopyKey::Unsorted, m_store.language());
+    describeFold(columns.front());
     columns.front().openTodoCount =
         static_cast<int>(std::ranges::count_if(m_store.unassignedTodos(), &TodoItem::isOpen));
     const QList<Goal> goals = m_store.visibleGoals();

@@ -28,6 +28,11 @@ struct ColumnRow
     GoalPriority priority = defaultGoalPriority;
     int openTodoCount = 0;
     int windowCount = 0;
+    /// How many of them are folded away, and whose these are: each application with how many.
+    int foldedCount = 0;
+    QString foldedApplications;
+    /// Whether a person has unfolded them.
+    bool isUnfolded = false;
     /// Whether it has windows of which the search shows none.
     bool isSearchedEmpty = false;
     /// Whether a search finds its title; and whether it finds nothing in the whole column.
@@ -63,6 +68,7 @@ public:
 
 private:
     void update();
+    void describeFold(ColumnRow& column) const;
     void fill(WindowListModel& model, std::optional<GoalID> goalID) const;
     void updateWindows(const QList<ColumnRow>& columns);
     void dropWindowsOfGoneColumns();

@@ -22,6 +22,9 @@ ExpandableGoalCard {
     required property string priority
     required property int openTodoCount
     required property int windowCount
+    required property int foldedCount
+    required property string foldedApplications
+    required property bool isUnfolded
     required property bool isSearchedEmpty
     required property bool isTitleFound
     required property bool isReceding
@@ -83,8 +86,7 @@ ExpandableGoalCard {
     isRestless: cards.isRestless
     isAccepting: backdrop.wouldReceive
     wouldInsertBefore: backdrop.wouldInsertBefore
-    naturalHeight: cards.y + (root.windowCount > 0 ? cards.implicitHeight : emptyPlace.height)
-                   + Theme.medium
+    naturalHeight: cards.y + cards.implicitHeight + Theme.medium
     Accessible.role: Accessible.List
     Accessible.name: root.title
     Accessible.focusable: true
@@ -168,7 +170,7 @@ ExpandableGoalCard {
         }
         onFocusReturned: header.takeKeyboard()
     }
-    ColumnCards {
+    ColumnWindows {
         id: cards
 
         anchors.left: parent.left
@@ -183,19 +185,13 @@ ExpandableGoalCard {
         model: root.windows
         windows: root.board.windows
         dragSource: root.dragSource
+        windowCount: root.windowCount
+        foldedCount: root.foldedCount
+        foldedApplications: root.foldedApplications
+        isUnfolded: root.isUnfolded
+        isSearchedEmpty: root.isSearchedEmpty
         onMenuRequested: (windowID, card, place) => {
             root.windowMenuRequested(windowID, card, place);
         }
-    }
-    EmptyWindowPlace {
-        id: emptyPlace
-
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: cards.top
-        anchors.leftMargin: Theme.medium
-        anchors.rightMargin: Theme.medium
-        visible: root.windowCount === 0
-        isSearchedEmpty: root.isSearchedEmpty
     }
 }

@@ -59,4 +59,9 @@ std::optional<WindowItem> WindowController::listedWindow(WindowID windowID) cons
     return window != nullptr ? std::optional(*window) : std::nullopt;
 }
 
+void WindowController::setUnsortedUnfolded(bool isUnfolded)
+{
+    m_store.setUnsortedFold(isUnfolded ? UnsortedFold::unfolded : UnsortedFold::folded);
+}
+
 } // namespace kelpa

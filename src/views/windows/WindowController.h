@@ -33,6 +33,8 @@ public:
     WindowPicker* picker() { return &m_picker; }
 
     /// Switches to the window.
+    /// Shows all windows of "Unsorted", or two rows of many.
+    Q_INVOKABLE void setUnsortedUnfolded(bool isUnfolded);
     Q_INVOKABLE void focusWindow(quint32 windowID);
     /// Selects the window as the arrow keys do.
     Q_INVOKABLE void selectWindow(quint32 windowID);

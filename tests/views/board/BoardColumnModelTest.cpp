@@ -30,6 +30,29 @@ TEST_F(BoardColumns, The_unassigned_windows_come_first_and_then_the_goals_in_boa
     EXPECT_FALSE(value(model, 1, "isUnassigned").toBool());
 }
 
+TEST_F(BoardColumns, Many_unassigned_windows_are_folded_and_named_by_their_applications)
+{
+    for (WindowID id = 1; id <= 10; ++id) {
+        WindowListEntry& entry =
+            desktop.addAccessibleWindow(id, 100, QStringLiteral("W%1").arg(id));
+        entry.bounds->x = 100.0 * id;
+        desktop.accessibilityWindows[100]->back().position->x = entry.bounds->x;
+        entry.ownerName = id % 3 == 0 ? QStringLiteral("Editor") : QStringLiteral("Terminal");
+    }
+    store().refresh();
+    const BoardColumnModel model(store());
+    EXPECT_EQ(model.windows(std::nullopt)->rowCount(), 4);
+    EXPECT_EQ(value(model, 0, "windowCount").toInt(), 10);
+    EXPECT_EQ(value(model, 0, "foldedCount").toInt(), 6);
+    EXPECT_EQ(value(model, 0, "foldedApplications").toString(),
+              QStringLiteral("Terminal 4   Editor 2"));
+    EXPECT_FALSE(value(model, 0, "isUnfolded").toBool());
+    store().setUnsortedFold(UnsortedFold::unfolded);
+    EXPECT_EQ(model.windows(std::nullopt)->rowCount(), 10);
+    EXPECT_EQ(value(model, 0, "foldedCount").toInt(), 0);
+    EXPECT_TRUE(value(model, 0, "isUnfolded").toBool());
+}
+
 TEST_F(BoardColumns, A_new_goal_is_one_inserted_column)
 {
     BoardColumnModel model(store());
