@@ -125,6 +125,13 @@ Item {
         onEditEnded: root.editedTodoID = ""
         onFocusReturned: root.focusReturned()
     }
+    Repeater {
+        model: rows.interactive && !rows.atYEnd ? 1 : 0
+        delegate: TodoFade {
+            y: rows.y + rows.height - height
+            width: rows.rowsWidth
+        }
+    }
     DragScroll {
         anchors.fill: rows
         isActive: rows.interactive && root.dragSource.isDragging

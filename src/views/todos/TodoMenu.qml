@@ -31,6 +31,7 @@ AppMenu {
         // Items that are added while the menu opens would close it again.
         items.active = true;
         root.openBeside(owner, place);
+        row.isMenuOpen = true;
     }
 
     /// Called before an action that may remove the row: the list moves the focus on from there.
@@ -40,6 +41,8 @@ AppMenu {
     }
 
     title: ViewSettings.copy.text(CopyKey.MoreTodoActions)
+    onClosed: if (root.row !== null)
+        root.row.isMenuOpen = false
     onAboutToShow: {
         up.enabled = root.todos.canMoveInList(root.todoID, root.listID, -1);
         down.enabled = root.todos.canMoveInList(root.todoID, root.listID, 1);

@@ -34,6 +34,8 @@ FocusScope {
     /// Whether the focus returns to the row when the edit ends, or after the menu.
     property bool isEditedByKeyboard: false
     property bool isMenuByKeyboard: false
+    /// Whether the menu that is open belongs to the row.
+    property bool isMenuOpen: false
 
     signal menuRequested(row: Item, place: rect)
     signal editRequested
@@ -61,6 +63,8 @@ FocusScope {
     }
 
     Component.onCompleted: root.takeRequest()
+    // A row that is reused is another todo's.
+    onTodoIDChanged: root.isMenuOpen = false
     // Not the opacity of the content, which follows the pointer as an opaque picture.
     opacity: content.isDragged ? 0.6 : root.isMissed ? Theme.recedingOpacity : 1
     implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
@@ -91,6 +95,7 @@ FocusScope {
         isUnified: root.isUnified
         isHighlighted: root.isHighlighted
         isFound: root.isFound
+        isMenuOpen: root.isMenuOpen
         onMenuRequested: (isByKeyboard, place) => {
             root.isMenuByKeyboard = isByKeyboard;
             root.menuRequested(root, place);

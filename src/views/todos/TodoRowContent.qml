@@ -24,6 +24,7 @@ FocusableItem {
     required property bool isUnified
     required property bool isHighlighted
     required property bool isFound
+    required property bool isMenuOpen
 
     /// Whether a person moved the focus into the row by keyboard: a button that was clicked has the
     /// focus, too, without showing it.
@@ -81,7 +82,7 @@ FocusableItem {
         color: root.isDragged ? Theme.card
                : root.dropArea.wouldChangeBoard || root.isHighlighted ? Theme.accepting
                : root.isFound ? Theme.found
-               : hover.hovered ? Theme.hover : "transparent"
+               : hover.hovered || root.isMenuOpen ? Theme.hover : "transparent"
     }
     DropLine {
         y: root.dropArea.isBehind ? parent.height - height : 0
@@ -138,7 +139,7 @@ FocusableItem {
         anchors.verticalCenter: parent.verticalCenter
         ground: Qt.tint(Theme.column, rowGround.color)
         text: ViewSettings.copy.text(CopyKey.MoreTodoActions)
-        isShown: (hover.hovered || root.hasKeyboard) && !root.isDragged
+        isShown: (hover.hovered || root.hasKeyboard || root.isMenuOpen) && !root.isDragged
         onClicked: root.menuRequested(menuButton.visualFocus,
                                       Qt.rect(menuButton.x, menuButton.y, menuButton.width,
                                               menuButton.height))

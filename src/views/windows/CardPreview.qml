@@ -23,7 +23,10 @@ Item {
     Rectangle {
         id: ground
 
-        anchors.fill: parent
+        anchors.horizontalCenter: parent.horizontalCenter
+        // Not beside a picture, where it would be a sliver at each side.
+        width: picture.visible ? picture.width : root.width
+        height: root.height
         radius: 5
         // Looks translucent, but is opaque: a translucent ground would be blended with the card
         // below.

@@ -60,13 +60,24 @@ Sheet {
 
             AppText {
                 width: parent.width
-                text: root.title
+                // The goal's title is cut short, not the sentence around it, whose verb comes last in
+                // some languages.
+                text: ViewSettings.copy.selectWindowsTitle(shortTitle.elidedText)
                 font: Theme.heading
                 wrapMode: Text.Wrap
                 maximumLineCount: 3
                 Accessible.ignored: !visible
                 Accessible.role: Accessible.Heading
-                Accessible.name: text
+                Accessible.name: root.title
+
+                TextMetrics {
+                    id: shortTitle
+
+                    text: root.picker.goalTitle
+                    font: Theme.heading
+                    elide: Text.ElideRight
+                    elideWidth: 1.5 * heading.width
+                }
             }
             AppText {
                 width: parent.width

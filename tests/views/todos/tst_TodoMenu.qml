@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Kelpa.Board
+import Kelpa.Todos
 import "../cases"
 
 Item {
@@ -70,6 +71,37 @@ Item {
             mouseClick(menu);
             tryVerify(() => menuItems().length === 7);
             keyClick(Qt.Key_Escape);
+        }
+        function test_the_row_whose_menu_is_open_stays_marked_and_no_other() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            const marked = () => ["Read", "Write"].filter(title => row(first, title).isMenuOpen);
+            const menu = button(row(first, "Read"), "ellipsis");
+            mouseMove(row(first, "Read"), 60, 17);
+            mouseClick(row(first, "Read"), 60, 17, Qt.RightButton);
+            tryVerify(() => menuItems().length === 7);
+            mouseMove(root, 1, 699);
+            compare(marked(), ["Read"]);
+            verify(menu.isShown);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            compare(marked(), []);
+            tryCompare(menu, "isShown", false);
+        }
+        function test_a_long_list_fades_where_it_is_cut_off_until_its_end_shows() {
+            const fades = () => all(unified(), item => item instanceof TodoFade && item.visible);
+            show(unified(), "First", ["One"]);
+            compare(fades().length, 0);
+            for (let i = 0; i < 20; ++i)
+                world.addTodo("Todo " + i, "First");
+            tryVerify(() => fades().length === 1);
+            const rows = all(unified(), item => item instanceof TodoListView)[0];
+            const fade = fades()[0];
+            compare(fade.y + fade.height, rows.y + rows.height);
+            rows.contentY = rows.contentHeight - rows.height;
+            tryVerify(() => fades().length === 0);
+            rows.contentY = 0;
+            tryVerify(() => fades().length === 1);
         }
         function test_the_menu_of_a_todo_edits_it() {
             const first = column("First");

@@ -59,6 +59,23 @@ Item {
             world.clearSelection();
             tryCompare(report, "scale", 1);
         }
+        function test_nothing_but_the_card_is_beside_a_preview() {
+            world.clearSelection();
+            mouseMove(root, 1090, 690);
+            tryVerify(() => card("Report") !== null);
+            tryCompare(cardItem("Report"), "scale", 1);
+            const preview = () => all(card("Report"), item => item instanceof CardPreview)[0];
+            const colors = () => {
+                const at = preview().mapToItem(board, 0, 36);
+                const image = grabImage(board);
+                return [1, preview().width - 2].map(x => String(image.pixel(Math.round(at.x + x),
+                                                                            Math.round(at.y))));
+            };
+            const plain = String(Theme.card);
+            world.capture();
+            tryVerify(() => preview().revision !== 0);
+            tryVerify(() => String(colors()) === String([plain, plain]));
+        }
         function test_a_raised_card_has_no_seams() {
             tryVerify(() => card("Report") !== null);
             world.board.windows.focusWindow(4294967295);

@@ -39,6 +39,22 @@ Item {
             // What the toolkit names the sheet by.
             compare(sheet.title, "Add windows to “Proposal”");
         }
+        function test_a_long_title_of_a_goal_never_cuts_the_end_of_the_sentence_off() {
+            const goal = world.columnOfGoal("Proposal");
+            const title = "Alles was vor der Sitzung des Ausschusses am Freitag noch zu bedenken und "
+                    + "mit den anderen Abteilungen zu besprechen ist, bevor es zu spät dafür ist";
+            const language = world.board.languageIndex;
+            world.board.setLanguageIndex(5);
+            world.board.goals.renameGoal(goal, title);
+            compare(sheet.title, "Fenster zu „" + title + "“ hinzufügen");
+            const heading = () => all(sheet.contentItem, item => item instanceof AppText
+                                                                 && item.text.startsWith("Fenster zu „"))[0];
+            tryVerify(() => heading().text.endsWith("…“ hinzufügen"));
+            verify(!heading().truncated);
+            compare(heading().Accessible.name, sheet.title);
+            world.board.goals.renameGoal(goal, "Proposal");
+            world.board.setLanguageIndex(language);
+        }
         function test_a_click_chooses_a_window_and_confirming_moves_it() {
             mouseClick(row("Beta"));
             tryCompare(row("Beta"), "isChosen", true);
