@@ -261,3 +261,19 @@ def the_board_on_a_very_large_screen_looks_as_it_did(desktop, binary):
     goals = [*_GOALS, *((f"Goal {number}", ["Begin", "Go on", "End"]) for number in range(24))]
     with _board_with_windows(desktop, binary, goals, size=(3840, 2160)) as (kelpa, pictures):
         pictures.match_light("very-large", "25%")
+
+
+@on_desktop(size="1280x800x24")
+def a_board_of_many_windows_and_goals_looks_as_it_did(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    goals = [(f"Goal {number}", ["Begin", "Go on"]) for number in range(12)]
+    _write_board(path, goals=goals)
+    for number in range(10):
+        desktop.start_xterm(f"Window {number}", color=_PROGRAMS[number % len(_PROGRAMS)][1])
+        desktop.wait_for_window(f"Window {number}")
+    pictures = _SchemePictures(desktop)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        wait_until("the windows are folded", lambda: kelpa.board.button("Show 6 more"))
+        kelpa.wait_for_previews(boards.UNSORTED)
+        pictures.match("many-windows")
