@@ -68,21 +68,19 @@ FocusScope {
         acceptedButtons: Qt.AllButtons
         onWheel: wheel => wheel.accepted = true
     }
+    SmoothGradient {
+        anchors.fill: parent
+        radius: Theme.columnRadius
+        topColor: Theme.railTop
+        bottomColor: Theme.railBottom
+    }
     Rectangle {
         anchors.fill: parent
         radius: Theme.columnRadius
-        border.width: root.width > Theme.railWidth ? 1 : 0
+        color: "transparent"
+        border.width: 1
         border.color: Theme.fieldOutline
-        gradient: Gradient {
-            GradientStop {
-                position: 0
-                color: Theme.railTop
-            }
-            GradientStop {
-                position: 1
-                color: Theme.railBottom
-            }
-        }
+        visible: root.width > Theme.railWidth
     }
     ReadingOrder {
         container: entries.contentItem
