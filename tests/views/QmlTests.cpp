@@ -80,11 +80,16 @@ public:
     /// The texts of the interface are in the store's language from now on.
     void followLanguage(ViewSettings& settings)
     {
+        m_viewSettings = &settings;
         const auto follow = [this, &settings] { settings.setLanguage(m_store.language()); };
         connect(&m_store, &WindowStore::languageChanged, &settings, follow);
         follow();
     }
 
+    Q_INVOKABLE void setDark(bool isDark)
+    {
+        m_viewSettings->setAppearance(isDark ? Appearance::dark : Appearance::light);
+    }
     Q_INVOKABLE void addWindow(quint32 id, const QString& title)
     {
         openWindow(id, title);
@@ -429,6 +434,7 @@ private:
         return m_store.unassignedTodos();
     }
 
+    ViewSettings* m_viewSettings = nullptr;
     QMimeData m_dragged;
     bool m_isDragging = false;
     IconDesktop m_desktop;

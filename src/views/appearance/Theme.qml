@@ -24,7 +24,7 @@ QtObject {
 
     // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
     readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"
-    readonly property color press: isDark ? "#26ffffff" : "#1a14181f"
+    readonly property color press: isDark ? "#22ffffff" : "#1a14181f"
     readonly property color accepting: isDark ? "#2e5b93ff" : "#1f2563eb"
 
     // Text is readable (4.5 to 1) on every ground above, also under the pointer; symbols and the
@@ -36,8 +36,8 @@ QtObject {
     readonly property color accent: isDark ? "#2f6be4" : "#2563eb"
     readonly property color accentHover: isDark ? "#2a60d2" : "#1d57d8"
     readonly property color accentPress: isDark ? "#2455bd" : "#194cbe"
-    readonly property color accentText: isDark ? "#8db4ff" : "#1d4fd0"
-    readonly property color destructive: isDark ? "#ffa198" : "#b3261e"
+    readonly property color accentText: isDark ? "#9dbfff" : "#1d4fd0"
+    readonly property color destructive: isDark ? "#ffada5" : "#b3261e"
     readonly property color warning: isDark ? "#f2c14e" : "#8a5a00"
     readonly property color warningGround: isDark ? "#332c1c" : "#fdf3dc"
 
