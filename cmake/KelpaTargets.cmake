@@ -49,6 +49,12 @@ if(KELPA_SANITIZE)
     endif()
 endif()
 
+# A developer waits for the linker after each change, and nobody else runs what it makes.
+find_program(KELPA_QUICK_LINKER ld.lld)
+if(CMAKE_BUILD_TYPE STREQUAL "Debug" AND KELPA_QUICK_LINKER)
+    add_link_options(-fuse-ld=lld)
+endif()
+
 # Reading headers is most of a build, so few compilations read them: sources are joined into batches
 # (unity builds), and what most of them include is read once for all (a precompiled header).
 option(KELPA_FAST_BUILD "Join sources and precompile headers" ON)
