@@ -56,7 +56,7 @@ _FOLDERS = {
     "views": "model text platform store/* shell views/*",
     "app": "model platform/* store/* shell views",
     # main.cpp.
-    "": "platform/freedesktop/toolkit platform/qt platform/sqlite platform/x11/connection app",
+    "": "platform/freedesktop/toolkit platform/qt platform/sqlite platform/x11/connection views app",
 }
 
 # Libraries that only some folders, and those within them, know of, by their headers.

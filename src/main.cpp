@@ -13,6 +13,7 @@
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "platform/sqlite/WriteBehindSettings.h"
 #include "platform/x11/connection/DisplayConnector.h"
+#include "views/ViewTypes.h"
 
 #include <QGuiApplication>
 
@@ -82,6 +83,7 @@ void reportSilentBuses(const BusStates& states)
 int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,
         SecondaryStart start, BusWatch& buses, TerminationSignals& signals)
 {
+    auto types = std::make_unique<ViewTypes>();
     QtScheduler scheduler;
     SingleInstance single(line.settingsPath, scheduler);
     const bool isBusSilent = buses.states().session == BusState::silent;
@@ -92,6 +94,7 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
         if (start.exitStatus)
             return *start.exitStatus;
     }
+    ViewTypes::serve();
     std::unique_ptr<SqliteSettingsStore> file = openBoard(line.settingsPath, start);
     if (file->isAlreadyInUse()) {
         // It could not be asked by the bus, or not in time.
@@ -115,8 +118,10 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     if (isBusSilent || isNameTaken)
         buses.whenSessionAnswers([&single] { single.claimWhenFree(); });
     WriteBehindSettings settings(std::move(file));
-    const int status =
-        Program(application, scheduler, single, buses, settings, line.settingsPath).run(signals);
+    ViewTypes::serve();
+    const int status = Program(application, scheduler, single, buses, settings, line.settingsPath,
+                               std::move(types))
+                           .run(signals);
     // The writer's thread may hang with the disk.
     if (!settings.close(closingLimit))
         std::_Exit(status);

@@ -41,7 +41,8 @@ void setRestartCommand(QSessionManager& session, const QString& boardPath)
 } // namespace
 
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
-                 BusWatch& buses, WriteBehindSettings& settings, QString boardPath)
+                 BusWatch& buses, WriteBehindSettings& settings, QString boardPath,
+                 std::unique_ptr<ViewTypes> types)
     : m_application(application), m_scheduler(scheduler), m_single(single), m_buses(buses),
       m_settings(settings), m_boardPath(std::move(boardPath)),
       m_desktop(scheduler, QFileInfo(settings.path()).path(), assignedWindows(settings)),
@@ -49,7 +50,8 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
       m_view(m_store, m_desktop.applications(), m_iconReaders,
              {.keyNames = KeyNames::withSuper(),
               .appearance = std::nullopt,
-              .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))}),
+              .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))},
+             std::move(types)),
       m_doubleTap(m_desktop.globalKeys()), m_notifier(m_store, m_desktop.notifications())
 {
     m_store.discoverAhead();

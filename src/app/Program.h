@@ -9,6 +9,7 @@
 #include "shell/WindowRaiser.h"
 #include "store/WindowStore.h"
 #include "views/ViewEngine.h"
+#include "views/ViewTypes.h"
 
 #include <QObject>
 #include <QString>
@@ -34,9 +35,10 @@ class Program : public QObject
 
 public:
     /// `boardPath` is the path of `settings` as the person gave it, which is passed to the session
-    /// manager for the next session. All arguments outlive this object.
+    /// manager for the next session. All references outlive this object.
     Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
-            BusWatch& buses, WriteBehindSettings& settings, QString boardPath);
+            BusWatch& buses, WriteBehindSettings& settings, QString boardPath,
+            std::unique_ptr<ViewTypes> types);
     ~Program() override;
 
     /// Shows the board and runs the event loop until the program is to end; returns the exit status

@@ -24,8 +24,6 @@ namespace kelpa {
 
 namespace {
 
-const QUrl mainFile(QStringLiteral("qrc:/qt/qml/Kelpa/Board/Main.qml"));
-
 ViewSettings* viewSettings(QQmlEngine& engine)
 {
     return engine.singletonInstance<ViewSettings*>(
@@ -90,15 +88,15 @@ std::shared_ptr<IconWindows> iconWindowsOf(WindowStore& store, QObject& context)
 struct ViewEngine::Parts
 {
     Parts(WindowStore& storeToShow, Applications& applications,
-          std::shared_ptr<Workers> iconReaders, Options chosen)
-        : store(storeToShow), options(std::move(chosen)), controller(storeToShow)
+          std::shared_ptr<Workers> iconReaders, Options chosen, std::unique_ptr<ViewTypes> given)
+        : store(storeToShow), options(std::move(chosen)), controller(storeToShow),
+          types(std::move(given))
     {
-        engine.addImportPath(QStringLiteral(":/qt/qml"));
+        ViewTypes::serve();
         auto provider =
             std::make_unique<AppIconProvider>(applications, iconWindows, std::move(iconReaders));
         // The engine takes ownership of its image providers.
-        engine.addImageProvider(AppIconProvider::name(), provider.release());
-        ahead.loadUrl(mainFile, QQmlComponent::Asynchronous);
+        types->engine().addImageProvider(AppIconProvider::name(), provider.release());
     }
 
     WindowStore& store;
@@ -110,10 +108,7 @@ struct ViewEngine::Parts
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     bool isOccluded = false;
-    QQmlEngine engine;
-    /// Has the engine's thread read all types that the window needs, while this one does what else
-    /// there is to do before it needs them.
-    QQmlComponent ahead{&engine};
+    const std::unique_ptr<ViewTypes> types;
     /// Null before `load`. Destroyed before the engine.
     std::unique_ptr<QObject> root;
     /// Destroyed before the window.
@@ -122,20 +117,26 @@ struct ViewEngine::Parts
 
 ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
                        std::shared_ptr<Workers> iconReaders, Options options)
-{
-    registerViewTypes();
-    m_parts =
-        std::make_unique<Parts>(store, applications, std::move(iconReaders), std::move(options));
-}
+    : ViewEngine(store, applications, std::move(iconReaders), std::move(options),
+                 std::make_unique<ViewTypes>())
+{}
+
+ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
+                       std::shared_ptr<Workers> iconReaders, Options options,
+                       std::unique_ptr<ViewTypes> types)
+    : m_parts(std::make_unique<Parts>(store, applications, std::move(iconReaders),
+                                      std::move(options), std::move(types)))
+{}
 
 ViewEngine::~ViewEngine() = default;
 
 bool ViewEngine::load()
 {
-    QQmlEngine& engine = m_parts->engine;
+    QQmlEngine& engine = m_parts->types->engine();
     auto* const settings = viewSettings(engine);
     if (settings == nullptr)
         return false;
+    settings->setStarting(true);
     const auto followLanguage = [this, settings] {
         settings->setLanguage(m_parts->store.language(), m_parts->options.keyNames);
     };
@@ -147,7 +148,7 @@ bool ViewEngine::load()
     // The engine's thread waits whenever this one is to prepare the engine for a module.
     loadFonts(*settings, [] { QCoreApplication::processEvents(); });
     // Waits for the types that are not read yet.
-    QQmlComponent file(&engine, mainFile, QQmlComponent::PreferSynchronous);
+    QQmlComponent file(&engine, ViewTypes::mainFile(), QQmlComponent::PreferSynchronous);
     m_parts->root.reset(file.createWithInitialProperties(
         {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}}));
     for (const QQmlError& error : file.errors())
@@ -171,6 +172,8 @@ bool ViewEngine::show()
         [this] {
             qCDebug(logViews, "first frame shown");
             takeKeys();
+            viewSettings(m_parts->types->engine())->setStarting(false);
+            m_parts->types->readRest();
             Q_EMIT boardShown();
         },
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
@@ -243,7 +246,7 @@ bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
 
 void ViewEngine::updateSeen()
 {
-    ViewSettings* const settings = viewSettings(m_parts->engine);
+    ViewSettings* const settings = viewSettings(m_parts->types->engine());
     const QQuickWindow* const board = window();
     if (settings == nullptr || board == nullptr)
         return;

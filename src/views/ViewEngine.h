@@ -16,6 +16,7 @@ namespace kelpa {
 class Applications;
 class AppearanceSetting;
 class MotionSetting;
+class ViewTypes;
 class Workers;
 class WindowStore;
 
@@ -35,8 +36,11 @@ public:
 
     /// `iconReaders` request icons from `applications`, possibly after the destruction of this
     /// object: `applications` lives for as long as they may. The store outlives this object.
+    /// Without `types` they are read from now on.
     ViewEngine(WindowStore& store, Applications& applications, std::shared_ptr<Workers> iconReaders,
                Options options);
+    ViewEngine(WindowStore& store, Applications& applications, std::shared_ptr<Workers> iconReaders,
+               Options options, std::unique_ptr<ViewTypes> types);
     ~ViewEngine() override;
 
     /// Makes the window, without showing it. False when the interface could not be loaded.

@@ -43,6 +43,19 @@ protected:
             return item->isVisible() && item->property("text").toString().contains(words);
         });
     }
+
+    /// How many items of a type of the views there are.
+    int count(const QByteArray& type) const { return count(*view.window()->contentItem(), type); }
+
+private:
+    static int count(const QQuickItem& item, const QByteArray& type)
+    {
+        int sum = QByteArray(item.metaObject()->className()).startsWith(type + "_QMLTYPE") ? 1 : 0;
+        const QList<QQuickItem*> children = item.childItems();
+        for (const QQuickItem* const child : children)
+            sum += count(*child, type);
+        return sum;
+    }
 };
 
 TEST_F(ViewEngineTest, The_first_frame_of_the_window_fills_the_usable_area)
@@ -71,6 +84,29 @@ TEST_F(ViewEngineTest, The_first_frame_shows_the_windows_that_were_found_while_t
     ASSERT_TRUE(QSignalSpy(&view, &ViewEngine::boardShown).wait());
     EXPECT_TRUE(areShown);
     EXPECT_EQ(log.messages().first(), QStringLiteral("first frame shows 2 windows"));
+}
+
+TEST_F(ViewEngineTest, What_cannot_be_seen_in_the_first_frame_comes_after_it)
+{
+    for (int number = 1; number <= 40; ++number)
+        makeGoal(QString::number(number));
+    makeTodo(store().goals().first().id);
+    ASSERT_TRUE(view.show());
+    int menuButtons = -1;
+    int entries = 0;
+    QObject::connect(
+        view.window(), &QQuickWindow::afterAnimating, &view,
+        [&] {
+            menuButtons = count("TodoMenuButton");
+            entries = count("BreadcrumbEntry");
+        },
+        static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
+    ASSERT_TRUE(QSignalSpy(&view, &ViewEngine::boardShown).wait());
+    EXPECT_EQ(menuButtons, 0);
+    EXPECT_GT(entries, 0);
+    // The todo is in its goal and in the list of all todos.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return count("TodoMenuButton") == 2; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return count("BreadcrumbEntry") > entries; }));
 }
 
 TEST_F(ViewEngineTest, Keys_do_nothing_before_the_board_has_been_drawn)

@@ -88,6 +88,14 @@ void ViewSettings::setSeen(bool isSeen)
     Q_EMIT isSeenChanged();
 }
 
+void ViewSettings::setStarting(bool isStarting)
+{
+    if (isStarting == m_isStarting)
+        return;
+    m_isStarting = isStarting;
+    Q_EMIT isStartingChanged();
+}
+
 void ViewSettings::setLanguage(AppLanguage language, const KeyNames& keyNames)
 {
     const QStringList wanted = families(language);

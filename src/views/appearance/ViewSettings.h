@@ -27,6 +27,8 @@ class ViewSettings : public QObject
     Q_PROPERTY(bool isReducingMotion READ isReducingMotion WRITE setReducingMotion NOTIFY
                    isReducingMotionChanged)
     Q_PROPERTY(bool isSeen READ isSeen WRITE setSeen NOTIFY isSeenChanged)
+    /// Whether the first frame is still to be drawn: what nobody can see in it comes after it.
+    Q_PROPERTY(bool isStarting READ isStarting WRITE setStarting NOTIFY isStartingChanged)
     Q_PROPERTY(QStringList fontFamilies READ fontFamilies NOTIFY fontFamiliesChanged)
     /// The texts of the interface in its current language.
     Q_PROPERTY(kelpa::CopyTable copy READ copy NOTIFY copyChanged)
@@ -46,6 +48,10 @@ public:
     bool isSeen() const { return m_isSeen; }
     void setSeen(bool isSeen);
 
+    /// False unless the program starts.
+    bool isStarting() const { return m_isStarting; }
+    void setStarting(bool isStarting);
+
     /// In the order of preference; they draw the glyph variants of the current language.
     QStringList fontFamilies() const { return m_fontFamilies; }
     CopyTable copy() const { return m_copy; }
@@ -64,6 +70,7 @@ Q_SIGNALS:
     void appearanceChanged();
     void isReducingMotionChanged();
     void isSeenChanged();
+    void isStartingChanged();
     void fontFamiliesChanged();
     void copyChanged();
 
@@ -71,6 +78,7 @@ private:
     Appearance m_appearance = Appearance::light;
     bool m_isReducingMotion = false;
     bool m_isSeen = true;
+    bool m_isStarting = false;
     QStringList m_fontFamilies;
     CopyTable m_copy;
 };

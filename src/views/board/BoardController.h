@@ -173,6 +173,8 @@ Q_SIGNALS:
     void selectionMenuRequested();
     /// Asks for the list of all keys.
     void keysRequested();
+    /// Asks for the sheet in which a new goal is named.
+    void newGoalRequested();
 
 private:
     BreadcrumbRail rail();

@@ -10,15 +10,13 @@ AppMenu {
 
     required property BoardController board
 
-    signal newGoalRequested
-
     title: ViewSettings.copy.text(CopyKey.Board)
 
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.NewGoal)
         symbol: "plus"
         keys: ViewSettings.copy.newGoalKeys()
-        onTriggered: root.newGoalRequested()
+        onTriggered: root.board.newGoalRequested()
     }
     AppMenuSeparator {}
     AppMenuItem {

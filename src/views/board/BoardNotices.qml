@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Kelpa.Appearance
+import Kelpa.Scene
 import Kelpa.Board
 
 /// What a person has to know before the board, one below the other: trouble with its file, a language that
@@ -14,8 +15,10 @@ Column {
     // Created on first use.
     property TroubleBanner troubleBanner: null
 
-    readonly property bool isEmpty: !place.visible && !root.board.languageOffer.isOpen && !banner.visible
-                                     && !root.board.search.isOld
+    readonly property bool isMissingPermission: root.board.needsScreenCapture
+            || root.board.needsAccessibility || root.board.needsWindowManager || root.board.needsComposite
+    readonly property bool isEmpty: !place.visible && !root.board.languageOffer.isOpen
+                                    && !root.isMissingPermission && !root.board.search.isOld
 
     function showTrouble(): void {
         if (root.troubleBanner === null && root.board.trouble.isThere)
@@ -41,11 +44,13 @@ Column {
             offer: root.board.languageOffer
         }
     }
-    PermissionBanner {
-        id: banner
+    OptionalItem {
+        isWanted: root.isMissingPermission
 
-        width: root.width
-        board: root.board
+        PermissionBanner {
+            width: root.width
+            board: root.board
+        }
     }
     Repeater {
         model: root.board.search.isOld ? 1 : 0

@@ -6,7 +6,7 @@ import Kelpa.Goals
 import Kelpa.Windows
 import Kelpa.Board
 
-/// The sheets over the board, each created on first use.
+/// The sheets over the board, loaded by its file when one opens; each is created on first use.
 Item {
     id: root
 
@@ -16,10 +16,8 @@ Item {
     property TitleSheet renameSheet: null
     property WindowSelectionSheet selectionSheet: null
     property UnsavedChangesSheet unsavedSheet: null
+    property KeysSheet keysSheet: null
     property string renamedColumnID
-
-    /// The window that was not to close may do so now.
-    signal closingConfirmed
 
     function askForGoal(): void {
         if (root.createSheet === null)
@@ -33,14 +31,23 @@ Item {
         root.renameSheet.explanation = root.board.goals.goalTitleNotice(columnID);
         root.renameSheet.ask(root.board.goals.goalTitle(columnID));
     }
-    /// Whether the window may close; asks where changes would be lost.
-    function mayClose(): bool {
-        if (root.board.trouble.mayClose())
-            return true;
+    /// Asks whether changes may be lost and, where they may, closes the window.
+    function askToClose(): void {
         if (root.unsavedSheet === null)
             root.unsavedSheet = unsavedSheetType.createObject(root) as UnsavedChangesSheet;
         root.unsavedSheet.ask();
-        return false;
+    }
+    /// From then on the sheet follows the requests by itself.
+    function selectWindows(): void {
+        if (root.selectionSheet !== null)
+            return;
+        root.selectionSheet = selectionSheetType.createObject(root) as WindowSelectionSheet;
+        root.selectionSheet.followRequest();
+    }
+    function showKeys(): void {
+        if (root.keysSheet === null)
+            root.keysSheet = keysSheetType.createObject(root) as KeysSheet;
+        root.keysSheet.open();
     }
 
     Component {
@@ -86,25 +93,14 @@ Item {
 
         UnsavedChangesSheet {
             trouble: root.board.trouble
-            onClosingConfirmed: root.closingConfirmed()
+            onClosingConfirmed: root.Window.window.close()
         }
     }
-    Connections {
-        target: root.board.goals
+    Component {
+        id: keysSheetType
 
-        function onRenameRequested(columnID: string): void {
-            root.askForName(columnID);
-        }
-    }
-    Connections {
-        target: root.board.windows.picker
-
-        function onRequestChanged(): void {
-            // From then on the sheet follows the requests by itself.
-            if (root.selectionSheet !== null || !root.board.windows.picker.isOpen)
-                return;
-            root.selectionSheet = selectionSheetType.createObject(root) as WindowSelectionSheet;
-            root.selectionSheet.followRequest();
+        KeysSheet {
+            isDoubleTapOffered: root.board.isDoubleTapOffered
         }
     }
 }

@@ -15,7 +15,7 @@ Flickable {
     // Room that is no longer needed stays until nothing moves in it.
     property real easedEnd: root.end
     /// The distance above and below the visible part, so that the Tab key finds the next items.
-    readonly property real reach: 100
+    readonly property real reach: ViewSettings.isStarting ? 0 : 100
     /// Whether it is scrolling to a revealed part.
     readonly property bool isScrolling: scrolling.running
 

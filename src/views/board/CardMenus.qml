@@ -7,8 +7,9 @@ import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
 
-/// The menus that all cards share, and that of the board. Each is created on first use, opens beside
-/// a place in the item that asks for it, and stays there, even when that item moves or is removed.
+/// The menus that all cards share, and that of the board, loaded by its file on first use. Each menu
+/// opens beside a place in the item that asks for it, and stays there, even when that item moves or is
+/// removed.
 Item {
     id: root
 
@@ -19,8 +20,6 @@ Item {
     property TodoMenu todoMenu: null
     property ColumnMenu columnMenu: null
     property BoardMenu boardMenu: null
-
-    signal newGoalRequested
 
     function openWindowMenu(windowID: real, columnID: string, card: Item, place: rect): void {
         if (root.windowMenu === null)
@@ -82,7 +81,6 @@ Item {
 
         BoardMenu {
             board: root.board
-            onNewGoalRequested: root.newGoalRequested()
         }
     }
     Component {

@@ -18,8 +18,12 @@ FocusScope {
     /// Whether cards are on their way to their places, or the board to the selection.
     readonly property bool isMoving: targets.isMoving || view.isScrolling || scroll.isWaiting
 
-    signal newGoalRequested
-
+    /// The menus of cards and board. They have no type here: that would be read before the first frame.
+    function menus(): var {
+        if (menuLoader.item === null)
+            menuLoader.setSource("CardMenus.qml", { "board": root.board });
+        return menuLoader.item;
+    }
     /// Opens the menu of the board as a whole.
     function openMenu(): void {
         view.openMenu();
@@ -74,7 +78,7 @@ FocusScope {
         id: view
 
         board: root.board
-        onMenuRequested: (item, place) => menus.openBoardMenu(item, place)
+        onMenuRequested: (item, place) => root.menus().openBoardMenu(item, place)
         end: targets.y + targets.implicitHeight + Theme.huge
         anchors.top: parent.top
         anchors.bottom: parent.bottom
@@ -110,8 +114,7 @@ FocusScope {
                 UnifiedTodoColumn {
                     todos: root.board.todos
                     dragSource: source
-                    onTodoMenuRequested: (todoID, columnID, row, place) =>
-                        menus.openTodoMenu(todoID, columnID, row, place)
+                    onTodoMenuRequested: (id, inColumn, row, place) => root.menus().openTodoMenu(id, inColumn, row, place)
                 }
             }
             WaterfallDelegate {
@@ -129,7 +132,7 @@ FocusScope {
                     goals: root.board.goals
                     drops: root.board.drops
                     dragSource: source
-                    onClicked: root.newGoalRequested()
+                    onClicked: root.board.newGoalRequested()
                 }
             }
         }
@@ -183,18 +186,15 @@ FocusScope {
             visibleTo: targets.visibleTo - y
             shownFrom: view.contentY - targets.y - y
             shownTo: view.contentY - targets.y + view.height - y
-            onWindowMenuRequested: (windowID, card, place) =>
-                menus.openWindowMenu(windowID, goal.columnID, card, place)
-            onColumnMenuRequested: button => menus.openColumnMenu(goal.columnID, button)
-            onPriorityMenuRequested: button => menus.openPriorityMenu(goal.columnID, goal.priority, button)
-            onTodoMenuRequested: (id, inColumn, row, place) => menus.openTodoMenu(id, inColumn, row, place)
+            onWindowMenuRequested: (id, card, place) => root.menus().openWindowMenu(id, goal.columnID, card, place)
+            onColumnMenuRequested: button => root.menus().openColumnMenu(goal.columnID, button)
+            onPriorityMenuRequested: button => root.menus().openPriorityMenu(goal.columnID, goal.priority, button)
+            onTodoMenuRequested: (id, inColumn, row, place) => root.menus().openTodoMenu(id, inColumn, row, place)
         }
     }
-    CardMenus {
-        id: menus
+    Loader {
+        id: menuLoader
 
         anchors.fill: parent
-        board: root.board
-        onNewGoalRequested: root.newGoalRequested()
     }
 }

@@ -26,6 +26,19 @@ T.ApplicationWindow {
     // Created on first use.
     property SavingNotice savingNotice: null
 
+    /// The sheets. They have no type here: that would be read before the first frame.
+    function sheets(): var {
+        if (sheetLoader.item === null)
+            sheetLoader.setSource("BoardSheets.qml", { "board": root.board });
+        return sheetLoader.item;
+    }
+    /// Whether the window may close; asks where changes would be lost.
+    function mayClose(): bool {
+        if (root.board.trouble.mayClose())
+            return true;
+        root.sheets().askToClose();
+        return false;
+    }
     /// Opens the board's menu where no item with the focus has a menu of its own.
     function takeMenuKey(event: KeyEvent): void {
         event.accepted = event.key === Qt.Key_Menu
@@ -40,7 +53,7 @@ T.ApplicationWindow {
     title: ViewSettings.copy.text(CopyKey.ProductName)
     color: Theme.window
     font: Theme.body
-    onClosing: close => close.accepted = sheets.mayClose()
+    onClosing: close => close.accepted = root.mayClose()
     // The size when the window is no longer maximised. Not bound, since a person's size outlives a
     // change of the screen.
     Component.onCompleted: {
@@ -54,7 +67,7 @@ T.ApplicationWindow {
         anchors.left: parent.left
         anchors.right: parent.right
         board: root.board
-        onNewGoalRequested: sheets.askForGoal()
+        onNewGoalRequested: root.board.newGoalRequested()
         onMatchSelected: goalBoard.forceActiveFocus()
         Keys.onPressed: event => root.takeMenuKey(event)
     }
@@ -97,12 +110,10 @@ T.ApplicationWindow {
         anchors.left: parent.left
         anchors.right: parent.right
         board: root.board
-        onNewGoalRequested: sheets.askForGoal()
         Keys.onPressed: event => root.takeMenuKey(event)
     }
     BoardShortcuts {
         board: root.board
-        onNewGoalRequested: sheets.askForGoal()
     }
     Toast {
         id: toast
@@ -116,11 +127,8 @@ T.ApplicationWindow {
         onIsHeldChanged: root.board.setToastHeld(isHeld)
     }
 
-    BoardSheets {
-        id: sheets
-
-        board: root.board
-        onClosingConfirmed: root.close()
+    Loader {
+        id: sheetLoader
     }
 
     Component {
@@ -140,6 +148,27 @@ T.ApplicationWindow {
         function onIsSavingSlowlyChanged(): void {
             if (root.savingNotice === null)
                 root.savingNotice = savingNoticeType.createObject(root.contentItem) as SavingNotice;
+        }
+        function onNewGoalRequested(): void {
+            root.sheets().askForGoal();
+        }
+        function onKeysRequested(): void {
+            root.sheets().showKeys();
+        }
+    }
+    Connections {
+        target: root.board.goals
+
+        function onRenameRequested(columnID: string): void {
+            root.sheets().askForName(columnID);
+        }
+    }
+    Connections {
+        target: root.board.windows.picker
+
+        function onRequestChanged(): void {
+            if (root.board.windows.picker.isOpen)
+                root.sheets().selectWindows();
         }
     }
 }

@@ -27,9 +27,10 @@ PressButton {
     readonly property alias isDraggedOver: entryDrop.containsDrag
     /// Points; what the whole title needs.
     readonly property alias titleWidth: entryTitle.implicitWidth
-    readonly property color ground: Qt.tint(Qt.tint(Theme.railTop,
-                                                    Qt.alpha(Theme.railBottom, root.depth)),
-                                            Theme.accepting)
+    /// Only a selected title moves, and fades into its ground.
+    readonly property color ground: root.isSelected
+            ? Qt.tint(Qt.tint(Theme.railTop, Qt.alpha(Theme.railBottom, root.depth)), Theme.accepting)
+            : "transparent"
 
     // A pooled entry, which will be reused for another goal, is not reached by the Tab key.
     property bool isPooled: false

@@ -99,7 +99,7 @@ FocusScope {
         keyNavigationEnabled: false
         reuseItems: true
         // Extends beyond the visible part, so that the Tab key finds the next entries.
-        cacheBuffer: 100
+        cacheBuffer: ViewSettings.isStarting ? 0 : 100
         model: root.goals.breadcrumbs
         T.ScrollBar.vertical: AppScrollBar {
             parent: root

@@ -47,10 +47,12 @@ Item {
         color: root.color
         visible: !root.isMoving
     }
-    // None or one: most titles fit.
-    Repeater {
-        model: root.measure.isWide && root.isAllowedToMove && !ViewSettings.isReducingMotion ? 1 : 0
-        delegate: MarqueeBelt {
+    // Most titles fit.
+    OptionalItem {
+        isWanted: root.measure.isWide && root.isAllowedToMove && !ViewSettings.isReducingMotion
+        onItemChanged: root.belt = item as MarqueeBelt
+
+        MarqueeBelt {
             height: root.height
             text: root.text
             font: root.font
@@ -58,34 +60,40 @@ Item {
             measure: root.measure
             isOnScreen: root.isOnScreen
         }
-        onItemAdded: (index, item) => root.belt = item as MarqueeBelt
-        onItemRemoved: root.belt = null
     }
     // At the end of the title and, once it has left its place, at its beginning.
-    Repeater {
-        model: root.isMoving ? 2 : 0
-        delegate: Rectangle {
-            id: fade
+    OptionalItem {
+        isWanted: root.isMoving
 
-            required property int index
+        Item {
+            anchors.fill: root
 
-            readonly property bool isAtEnd: fade.index === 0
-            readonly property bool isAtRight: fade.isAtEnd !== root.measure.isRightToLeft
+            Repeater {
+                model: 2
+                delegate: Rectangle {
+                    id: fade
 
-            x: fade.isAtRight ? root.width - width : 0
-            width: Math.min(Theme.medium, root.width / 3)
-            height: root.height
-            visible: fade.isAtEnd || root.offset < 0
-            gradient: Gradient {
-                orientation: Gradient.Horizontal
+                    required property int index
 
-                GradientStop {
-                    position: 0
-                    color: Qt.alpha(root.ground, fade.isAtRight ? 0 : 1)
-                }
-                GradientStop {
-                    position: 1
-                    color: Qt.alpha(root.ground, fade.isAtRight ? 1 : 0)
+                    readonly property bool isAtEnd: fade.index === 0
+                    readonly property bool isAtRight: fade.isAtEnd !== root.measure.isRightToLeft
+
+                    x: fade.isAtRight ? root.width - width : 0
+                    width: Math.min(Theme.medium, root.width / 3)
+                    height: root.height
+                    visible: fade.isAtEnd || root.offset < 0
+                    gradient: Gradient {
+                        orientation: Gradient.Horizontal
+
+                        GradientStop {
+                            position: 0
+                            color: Qt.alpha(root.ground, fade.isAtRight ? 0 : 1)
+                        }
+                        GradientStop {
+                            position: 1
+                            color: Qt.alpha(root.ground, fade.isAtRight ? 1 : 0)
+                        }
+                    }
                 }
             }
         }

@@ -33,7 +33,7 @@ Flickable {
     property TodoRow editedRow: null
 
     /// Points above and below the visible part that have rows, so that the Tab key reaches them.
-    readonly property real margin: root.interactive ? 2 * root.rowHeight : 0
+    readonly property real margin: root.interactive && !ViewSettings.isStarting ? 2 * root.rowHeight : 0
 
     signal menuRequested(todoID: string, columnID: string, row: Item, place: rect)
     signal editRequested(todoID: string)

@@ -29,11 +29,13 @@ FocusableItem {
     /// Whether a person moved the focus into the row by keyboard: a button that was clicked has the
     /// focus, too, without showing it.
     readonly property bool hasKeyboard: root.activeFocus || statusButton.visualFocus
-                                        || menuButton.visualFocus || handle.visualFocus
+                                        || handle.visualFocus
+                                        || (root.menuButton?.visualFocus ?? false)
                                         || (root.goButton?.visualFocus ?? false)
     readonly property bool isDragged: area.isDragged || handle.isDragged
 
     property IconButton goButton: null
+    property TodoMenuButton menuButton: null
 
     signal menuRequested(isByKeyboard: bool, place: rect)
     signal editRequested(isByKeyboard: bool)
@@ -125,28 +127,35 @@ FocusableItem {
 
         anchors.left: statusButton.right
         anchors.leftMargin: 2
-        anchors.right: menuButton.right
+        anchors.right: root.goButton !== null ? root.goButton.left : handle.left
         anchors.verticalCenter: parent.verticalCenter
         title: root.title
         isDone: root.isDone
         goalTitle: root.isUnified ? root.goalTitle : ""
     }
     // Assistive programs and the keyboard reach it even while it is not shown.
-    TodoMenuButton {
-        id: menuButton
+    OptionalItem {
+        isWanted: !ViewSettings.isStarting
+        onItemChanged: root.menuButton = item as TodoMenuButton
 
-        anchors.right: root.goButton !== null ? root.goButton.left : handle.left
-        anchors.verticalCenter: parent.verticalCenter
-        ground: Qt.tint(Theme.column, rowGround.color)
-        text: ViewSettings.copy.text(CopyKey.MoreTodoActions)
-        isShown: (hover.hovered || root.hasKeyboard || root.isMenuOpen) && !root.isDragged
-        onClicked: root.menuRequested(menuButton.visualFocus,
-                                      Qt.rect(menuButton.x, menuButton.y, menuButton.width,
-                                              menuButton.height))
+        TodoMenuButton {
+            id: menuButton
+
+            anchors.right: root.goButton !== null ? root.goButton.left : handle.left
+            anchors.verticalCenter: handle.verticalCenter
+            ground: Qt.tint(Theme.column, rowGround.color)
+            text: ViewSettings.copy.text(CopyKey.MoreTodoActions)
+            isShown: (hover.hovered || root.hasKeyboard || root.isMenuOpen) && !root.isDragged
+            onClicked: root.menuRequested(menuButton.visualFocus,
+                                          Qt.rect(menuButton.x, menuButton.y, menuButton.width,
+                                                  menuButton.height))
+        }
     }
-    Repeater {
-        model: root.isUnified ? 1 : 0
-        delegate: IconButton {
+    OptionalItem {
+        isWanted: root.isUnified
+        onItemChanged: root.goButton = item as IconButton
+
+        IconButton {
             id: goButton
 
             anchors.right: handle.left
@@ -157,8 +166,6 @@ FocusableItem {
             text: ViewSettings.copy.text(CopyKey.GoToTodoInGoal)
             onClicked: root.todos.goToTodo(root.todoID, root.columnID, goButton.visualFocus)
         }
-        onItemAdded: (index, item) => root.goButton = item as IconButton
-        onItemRemoved: root.goButton = null
     }
     TodoHandle {
         id: handle
@@ -179,9 +186,9 @@ FocusableItem {
     HoverTip {
         text: root.title
         isHovered: hover.hovered && !area.pressed
-                   && (texts.isTruncated || texts.x + texts.titleWidth > menuButton.x)
+                   && (texts.isTruncated || texts.x + texts.titleWidth > (root.menuButton?.x ?? Infinity))
                    && !root.dragSource.isDragging
-                   && !statusButton.hovered && !menuButton.hovered && !handle.hovered
+                   && !statusButton.hovered && !(root.menuButton?.hovered ?? false) && !handle.hovered
                    && !(root.goButton?.hovered ?? false)
     }
 }

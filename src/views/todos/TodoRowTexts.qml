@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Kelpa.Appearance
+import Kelpa.Scene
 import Kelpa.Controls
 
 /// The title of a todo and, unless it is empty, that of its goal below.
@@ -26,9 +27,10 @@ Column {
         font: root.isDone ? Theme.bodyDone : Theme.body
     }
     // Most rows show no goal.
-    Repeater {
-        model: root.goalTitle.length > 0 ? 1 : 0
-        delegate: AppText {
+    OptionalItem {
+        isWanted: root.goalTitle.length > 0
+
+        AppText {
             width: root.width
             text: root.goalTitle
             font: Theme.caption

@@ -29,8 +29,7 @@ FocusableItem {
     /// The focus moves on from here to the next selected item.
     readonly property bool yieldsFocus: true
     /// Whether a person moved the focus to the card, or to one of its buttons, by keyboard.
-    readonly property bool hasKeyboard: root.visualFocus || menuButton.visualFocus
-                                        || closeButton.visualFocus
+    readonly property bool hasKeyboard: root.visualFocus || (root.buttons?.hasKeyboard ?? false)
     /// Whether its buttons show.
     readonly property bool isPointedAt: root.isRaised || root.hasKeyboard || root.activeFocus
                                         || revelation.running
@@ -39,6 +38,7 @@ FocusableItem {
     /// Whether the pointer rests on the card instead of crossing it: the text of its tip is soon
     /// known, and the tip covers other cards.
     property bool hasRested: false
+    property CardButtons buttons: null
 
     signal menuRequested(card: Item, place: rect)
 
@@ -166,31 +166,18 @@ FocusableItem {
             isAway: root.isMinimized || !root.isOnScreen
             isMinimized: root.isMinimized
         }
-        // For people without a second mouse button or a menu key.
-        CardButton {
-            id: menuButton
+        OptionalItem {
+            isWanted: !ViewSettings.isStarting
+            onItemChanged: root.buttons = item as CardButtons
 
-            anchors.left: parent.left
-            symbol: "ellipsis"
-            isWanted: root.isPointedAt
-            text: ViewSettings.copy.text(CopyKey.MoveToGoal)
-            Accessible.role: Accessible.ButtonMenu
-            isPictured: cardItem.isPictured
-            onRevealed: revelation.restart()
-            onActivated: root.menuRequested(root, Qt.rect(x, y, width, height))
-        }
-        CardButton {
-            id: closeButton
-
-            anchors.right: parent.right
-            symbol: "x"
-            isWanted: root.isPointedAt
-            hoveredGround: Theme.closing
-            hoveredColor: Theme.textOnAccent
-            text: ViewSettings.copy.text(CopyKey.CloseAppProcess)
-            isPictured: cardItem.isPictured
-            onRevealed: revelation.restart()
-            onActivated: root.windows.closeWindowProcess(root.windowID)
+            CardButtons {
+                anchors.fill: cardItem
+                isPointedAt: root.isPointedAt
+                isPictured: cardItem.isPictured
+                onRevealed: revelation.restart()
+                onMenuRequested: place => root.menuRequested(root, place)
+                onCloseRequested: root.windows.closeWindowProcess(root.windowID)
+            }
         }
     }
 
@@ -202,7 +189,7 @@ FocusableItem {
         id: tip
 
         text: caption.isElided ? root.title + "\n" + root.ownerName + "\n" + root.help : root.help
-        isHovered: hover.hovered && root.hasRested && !menuButton.hovered && !closeButton.hovered
+        isHovered: hover.hovered && root.hasRested && !(root.buttons?.isHovered ?? false)
                    && !root.dragSource.isDragging
     }
 }

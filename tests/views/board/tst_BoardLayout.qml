@@ -21,7 +21,7 @@ Item {
     SignalSpy {
         id: adding
 
-        target: board
+        target: world.board
         signalName: "newGoalRequested"
     }
 

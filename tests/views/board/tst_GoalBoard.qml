@@ -28,7 +28,7 @@ Item {
     SignalSpy {
         id: adding
 
-        target: board
+        target: world.board
         signalName: "newGoalRequested"
     }
 

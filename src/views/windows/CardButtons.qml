@@ -1,0 +1,47 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa.Appearance
+
+/// The buttons in the upper corners of a card, for people without a second mouse button or a menu key.
+Item {
+    id: root
+
+    /// Whether the buttons show.
+    required property bool isPointedAt
+    /// Whether they are drawn as pictures of themselves.
+    required property bool isPictured
+
+    readonly property bool hasKeyboard: menuButton.visualFocus || closeButton.visualFocus
+    readonly property bool isHovered: menuButton.hovered || closeButton.hovered
+
+    signal revealed
+    signal menuRequested(place: rect)
+    signal closeRequested
+
+    CardButton {
+        id: menuButton
+
+        anchors.left: parent.left
+        symbol: "ellipsis"
+        isWanted: root.isPointedAt
+        text: ViewSettings.copy.text(CopyKey.MoveToGoal)
+        Accessible.role: Accessible.ButtonMenu
+        isPictured: root.isPictured
+        onRevealed: root.revealed()
+        onActivated: root.menuRequested(Qt.rect(x, y, width, height))
+    }
+    CardButton {
+        id: closeButton
+
+        anchors.right: parent.right
+        symbol: "x"
+        isWanted: root.isPointedAt
+        hoveredGround: Theme.closing
+        hoveredColor: Theme.textOnAccent
+        text: ViewSettings.copy.text(CopyKey.CloseAppProcess)
+        isPictured: root.isPictured
+        onRevealed: root.revealed()
+        onActivated: root.closeRequested()
+    }
+}
