@@ -24,6 +24,8 @@ public:
 
     bool isOpen() const { return m_number >= 0; }
     int number() const { return m_number; }
+    /// Gives ownership away.
+    [[nodiscard]] int release() { return std::exchange(m_number, -1); }
     void close()
     {
         if (isOpen())

@@ -1,0 +1,19 @@
+// A socket of this machine, by its path, and waiting for it no longer than allowed.
+#pragma once
+
+#include "platform/FileDescriptor.h"
+
+#include <QByteArray>
+
+#include <chrono>
+
+namespace kelpa::wayland {
+
+/// Connected and non-blocking; closed when nobody listens, and when the listener has not accepted
+/// earlier connections for so long that its queue is full. Does not wait.
+FileDescriptor connectedSocket(const QByteArray& path);
+
+/// As poll() wants it: rounded up, 0 once `end` has passed.
+int millisecondsUntil(std::chrono::steady_clock::time_point end);
+
+} // namespace kelpa::wayland
