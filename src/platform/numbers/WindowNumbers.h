@@ -16,6 +16,7 @@
 #pragma once
 
 #include "model/Identifiers.h"
+#include "platform/numbers/NumberSupply.h"
 
 #include <cstdint>
 #include <map>
@@ -24,21 +25,6 @@
 #include <vector>
 
 namespace kelpa {
-
-/// Keeps the high-water mark of the numbers on disk, so that a new login never gives one of them
-/// again: assignments stay on disk too.
-class NumberReservation
-{
-public:
-    virtual ~NumberReservation() = default;
-
-    /// Raises the high-water mark to `upTo`: every number up to and including it counts as given.
-    /// True once that has reached the disk. Numbers are given even when it has not, since a window
-    /// without a number is not on the board; a later start then only knows those that a tag, the
-    /// counter or an assignment bears. Called on the thread of the discovery pass, about once for
-    /// every 256 new windows, and once a pass after a failure; may take as long as the disk does.
-    virtual bool reserve(WindowID upTo) = 0;
-};
 
 /// Used on one thread at a time.
 class WindowNumbers
@@ -96,22 +82,11 @@ public:
     void forgetAll();
 
 private:
-    bool isPlausible(WindowID number) const;
-    void reserve(WindowID number);
-    void retryReserving();
-    std::optional<WindowID> next();
     bool isBelievable(WindowID tag) const;
     void remember(std::uint32_t window, WindowID number);
     Numbering readNumbers(const std::vector<Sighting>& sightings, WindowID counter);
 
-    NumberReservation& m_reservation;
-    const std::set<WindowID> m_taken;
-    WindowID m_reservedUpTo;
-    /// The greatest number in use whose reservation was tried.
-    WindowID m_wanted = 0;
-    /// A reservation has failed during this pass.
-    bool m_hasReservationFailed = false;
-    WindowID m_last;
+    NumberSupply m_supply;
     /// Tags up to this number were given before this program began to watch.
     WindowID m_believedUpTo = 0;
     bool m_isWriting = false;
