@@ -1,9 +1,12 @@
-// Entry point: answers --help and --version, activates a running Kelpa with the same board, or
-// starts the program.
+// Entry point: answers --help, --version and --about-desktop, activates a running Kelpa with the
+// same board, or starts the program.
+#include "app/AboutDesktop.h"
 #include "app/CommandLine.h"
+#include "app/DesktopChoice.h"
 #include "app/OtherKelpa.h"
 #include "app/Program.h"
 #include "app/RenderBackend.h"
+#include "app/SessionReading.h"
 #include "app/SingleInstance.h"
 #include "app/ToolkitArguments.h"
 #include "platform/freedesktop/toolkit/ToolkitBuses.h"
@@ -40,6 +43,20 @@ int printAbout(const CommandLine& line, int argc, char** argv)
                                                 QCoreApplication::applicationVersion() + u'\n';
     std::fputs(qPrintable(text), stdout);
     return 0;
+}
+
+/// For --about-desktop: how long each server may take to reply.
+constexpr std::chrono::milliseconds readingLimit{2000};
+
+/// Ends the process, since a thread may wait for a server that does not reply.
+[[noreturn]] void printAboutDesktop(const CommandLine& line, const QByteArray& display)
+{
+    const QString text =
+        QStringLiteral("Kelpa " KELPA_VERSION ", Qt %1\n\n").arg(QString::fromLatin1(qVersion())) +
+        aboutDesktop(readSession(display, readingLimit), line.desktop);
+    std::fputs(qPrintable(text), stdout);
+    std::fflush(stdout);
+    std::_Exit(0);
 }
 
 int reportMissingDisplay(const WindowSystem& system)
@@ -80,8 +97,9 @@ void reportSilentBuses(const BusStates& states)
                              "start\n");
 }
 
-int run(QGuiApplication& application, const CommandLine& line, const QByteArray& startupID,
-        SecondaryStart start, BusWatch& buses, TerminationSignals& signals)
+int run(QGuiApplication& application, const CommandLine& line, DesktopKind desktop,
+        const QByteArray& startupID, SecondaryStart start, BusWatch& buses,
+        TerminationSignals& signals)
 {
     auto types = std::make_unique<ViewTypes>();
     QtScheduler scheduler;
@@ -120,7 +138,7 @@ int run(QGuiApplication& application, const CommandLine& line, const QByteArray&
     WriteBehindSettings settings(std::move(file));
     ViewTypes::serve();
     const int status = Program(application, scheduler, single, buses, settings, line.settingsPath,
-                               std::move(types))
+                               desktop, std::move(types))
                            .run(signals);
     // The writer's thread may hang with the disk.
     if (!settings.close(closingLimit))
@@ -146,9 +164,11 @@ int main(int argc, char** argv)
     const CommandLine given = readCommandLine(arguments);
     if (given.asksForHelp || given.asksForVersion)
         return printAbout(given, argc, argv);
+    const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
+    if (given.asksForDesktop)
+        printAboutDesktop(given, system.display);
     const QByteArray startupID = takeStartupID();
     // Kelpa discovers windows and launches programs on the display that shows it.
-    const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
     if (system.isX11 && !system.display.isEmpty())
         qputenv("DISPLAY", system.display);
     // Asks while this start looks for the primary instance.
@@ -162,6 +182,9 @@ int main(int argc, char** argv)
     // The toolkit would abort where there is no display.
     if (system.isX11 && !x11::hasDisplay(system.display))
         return reportMissingDisplay(system);
+    // A person who has chosen another window system for the toolkit has seen to the rest.
+    const DesktopKind desktop =
+        chosenDesktop({.hasX11Display = system.isX11}, given.desktop).value_or(DesktopKind::x11);
     ToolkitArguments toolkitArguments(argc, argv, system);
     ToolkitBuses toolkitBuses(buses);
     QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
@@ -174,5 +197,5 @@ int main(int argc, char** argv)
     }
     // Only now: until here the toolkit has written to the environment, which these threads read.
     const std::jthread fontList = readFontList(readFontCaches());
-    return run(application, line, startupID, start, buses, signals);
+    return run(application, line, desktop, startupID, start, buses, signals);
 }

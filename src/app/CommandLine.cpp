@@ -17,6 +17,15 @@ struct Options
     QCommandLineOption settings{QStringLiteral("settings"),
                                 QStringLiteral("Keep the board in this file."),
                                 QStringLiteral("path"), defaultSettingsPath()};
+    QCommandLineOption desktop{QStringLiteral("desktop"),
+                               QStringLiteral("Work on this desktop, whatever the session "
+                                              "offers: %1.")
+                                   .arg(desktopNames().join(QStringLiteral(", "))),
+                               QStringLiteral("name")};
+    QCommandLineOption aboutDesktop{
+        QStringLiteral("about-desktop"),
+        QStringLiteral("Say what the session offers, what Kelpa can do there, and why not the "
+                       "rest.")};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
                             QStringLiteral("List what there is.")};
     QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
@@ -28,7 +37,8 @@ void describe(QCommandLineParser& parser, const Options& options)
     parser.setApplicationDescription(QStringLiteral("Puts open windows back where the work is."));
     // The toolkit's own options are words with a single dash.
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    parser.addOptions({options.show, options.settings, options.help, options.version});
+    parser.addOptions({options.show, options.settings, options.desktop, options.aboutDesktop,
+                       options.help, options.version});
 }
 
 } // namespace
@@ -53,6 +63,13 @@ CommandLine readCommandLine(const QStringList& arguments)
         line.error = QStringLiteral("unexpected argument '%1'; --help lists what there is")
                          .arg(parser.positionalArguments().constFirst());
     line.settingsPath = parser.value(options.settings);
+    if (parser.isSet(options.desktop)) {
+        const QString name = parser.value(options.desktop);
+        line.desktop = desktopNamed(name);
+        if (!line.desktop && line.error.isEmpty())
+            line.error = QStringLiteral("there is no desktop '%1'; --help lists them").arg(name);
+    }
+    line.asksForDesktop = parser.isSet(options.aboutDesktop);
     line.asksForHelp = parser.isSet(options.help);
     line.asksForVersion = parser.isSet(options.version);
     return line;

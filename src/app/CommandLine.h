@@ -1,6 +1,8 @@
 // Parses the command line and the environment.
 #pragma once
 
+#include "app/DesktopChoice.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -13,6 +15,9 @@ struct CommandLine
 {
     /// The file that stores the board.
     QString settingsPath;
+    /// The desktop that the person has chosen; absent: the session decides.
+    std::optional<DesktopKind> desktop{};
+    bool asksForDesktop = false;
     bool asksForHelp = false;
     bool asksForVersion = false;
     /// Why the command line is invalid, as a message for the person; empty when it is valid.

@@ -3,6 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/DisplayLossHandler.h"
 #include "app/SingleInstance.h"
+#include "app/X11Desktop.h"
 #include "platform/LoggingCategories.h"
 #include "platform/freedesktop/toolkit/BusWatch.h"
 #include "platform/qt/QtScheduler.h"
@@ -19,6 +20,8 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <set>
 #include <utility>
 
 namespace kelpa {
@@ -38,24 +41,35 @@ void setRestartCommand(QSessionManager& session, const QString& boardPath)
                                                        << QFileInfo(boardPath).absoluteFilePath());
 }
 
+std::unique_ptr<Desktop> openDesktop(DesktopKind kind, Scheduler& scheduler,
+                                     const QString& stateFolder, const std::set<WindowID>& assigned)
+{
+    switch (kind) {
+    case DesktopKind::x11:
+        return std::make_unique<X11Desktop>(scheduler, stateFolder, assigned);
+    }
+    return nullptr;
+}
+
 } // namespace
 
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
                  BusWatch& buses, WriteBehindSettings& settings, QString boardPath,
-                 std::unique_ptr<ViewTypes> types)
+                 DesktopKind desktop, std::unique_ptr<ViewTypes> types)
     : m_application(application), m_scheduler(scheduler), m_single(single), m_buses(buses),
       m_settings(settings), m_boardPath(std::move(boardPath)),
-      m_desktop(scheduler, QFileInfo(settings.path()).path(), assignedWindows(settings)),
-      m_store(m_desktop.platform(), settings, scheduler),
-      m_view(m_store, m_desktop.applications(), m_iconReaders,
+      m_desktop(openDesktop(desktop, scheduler, QFileInfo(settings.path()).path(),
+                            assignedWindows(settings))),
+      m_store(m_desktop->platform(), settings, scheduler),
+      m_view(m_store, m_desktop->platform().applications, m_iconReaders,
              {.keyNames = KeyNames::withSuper(),
               .appearance = std::nullopt,
               .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))},
              std::move(types)),
-      m_doubleTap(m_desktop.globalKeys()), m_notifier(m_store, m_desktop.notifications())
+      m_doubleTap(m_desktop->globalKeys()), m_notifier(m_store, m_desktop->notifications())
 {
     m_store.discoverAhead();
-    m_desktop.setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
+    m_desktop->setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
     connect(&m_view, &ViewEngine::boardShown, this, &Program::startAfterFirstFrame);
     connect(&m_view, &ViewEngine::seenReported, &m_notifier, &UnsavedNotifier::setBoardSeen);
     connect(&m_doubleTap, &GlobalDoubleTap::isAvailableChanged, this,
@@ -93,7 +107,7 @@ bool Program::show()
     if (!m_view.show())
         return false;
     QQuickWindow& window = *m_view.window();
-    m_raiser.emplace(window, m_desktop.ownWindow());
+    m_raiser.emplace(window, m_desktop->ownWindow());
     m_single.setActivationHandler([this](const QByteArray& startupID) {
         m_raiser->raise({.inputTime = std::nullopt, .startupID = startupID});
     });
@@ -101,8 +115,8 @@ bool Program::show()
         m_raiser->raise({.inputTime = time, .startupID = {}});
         m_view.noteDoubleTap();
     });
-    m_view.followMotion(m_desktop.motionOnDisplay());
-    m_occlusion = m_desktop.ownWindow().watchOcclusion(
+    m_view.followMotion(m_desktop->motionOnDisplay());
+    m_occlusion = m_desktop->ownWindow().watchOcclusion(
         static_cast<std::uint32_t>(window.winId()),
         [this](bool isOccluded) { m_view.setOccluded(isOccluded); });
     // Direct connections: the session manager waits while these run.
@@ -121,8 +135,8 @@ void Program::startAfterFirstFrame()
     // Drawing it takes longer than anyone sees a window without one.
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
     m_buses.whenSessionAnswers([this] {
-        m_view.followAppearance(m_desktop.appearanceOfPortal());
-        m_view.followMotion(m_desktop.motionOfPortal());
+        m_view.followAppearance(m_desktop->appearanceOfPortal());
+        m_view.followMotion(m_desktop->motionOfPortal());
     });
     qCDebug(logApp, "board shown, observing the desktop");
     m_store.startObserving();
@@ -165,7 +179,7 @@ bool Program::endBackgroundWork()
 {
     m_single.setActivationHandler({});
     m_occlusion.reset();
-    m_desktop.setWindowsChanged({});
+    m_desktop->setWindowsChanged({});
     // Background work refers to the parts. Work that the window server delays for longer than
     // anyone would wait for Kelpa to close ends with the process, and so do the parts.
     const bool areIconsRead = m_iconReaders->finish(QtScheduler::shutdownLimit);

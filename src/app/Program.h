@@ -1,7 +1,8 @@
 // The running program: creates all parts, connects them, and shuts them down in order.
 #pragma once
 
-#include "app/X11Desktop.h"
+#include "app/DesktopChoice.h"
+#include "platform/Desktop.h"
 #include "platform/OwnWindow.h"
 #include "platform/qt/WorkerPool.h"
 #include "shell/GlobalDoubleTap.h"
@@ -37,7 +38,7 @@ public:
     /// `boardPath` is the path of `settings` as the person gave it, which is passed to the session
     /// manager for the next session. All references outlive this object.
     Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
-            BusWatch& buses, WriteBehindSettings& settings, QString boardPath,
+            BusWatch& buses, WriteBehindSettings& settings, QString boardPath, DesktopKind desktop,
             std::unique_ptr<ViewTypes> types);
     ~Program() override;
 
@@ -68,7 +69,7 @@ private:
     BusWatch& m_buses;
     WriteBehindSettings& m_settings;
     const QString m_boardPath;
-    X11Desktop m_desktop;
+    const std::unique_ptr<Desktop> m_desktop;
     WindowStore m_store;
     /// All icons come from one window server, so one reader is enough.
     const std::shared_ptr<WorkerPool> m_iconReaders = std::make_shared<WorkerPool>(1);

@@ -129,11 +129,6 @@ Platform X11Desktop::platform()
             m_parts->pasteboard, m_parts->workspace};
 }
 
-Applications& X11Desktop::applications()
-{
-    return m_parts->applications;
-}
-
 GlobalKeys& X11Desktop::globalKeys()
 {
     return m_parts->globalKeys;

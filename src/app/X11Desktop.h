@@ -2,7 +2,7 @@
 #pragma once
 
 #include "model/Identifiers.h"
-#include "platform/Platform.h"
+#include "platform/Desktop.h"
 
 #include <functional>
 #include <memory>
@@ -12,38 +12,26 @@ class QString;
 
 namespace kelpa {
 
-class AppearanceSetting;
-class GlobalKeys;
-class MotionSetting;
-class Notifications;
-class OwnWindow;
 class Scheduler;
 
-/// Main thread. Background work of the scheduler refers to this object, so it is destroyed only
-/// after all such work has ended.
-class X11Desktop
+class X11Desktop final : public Desktop
 {
 public:
     /// `stateFolder` holds state that outlives a session; `assigned` are the windows that the board
     /// has assignments for. `scheduler` outlives this object.
     X11Desktop(Scheduler& scheduler, const QString& stateFolder,
                const std::set<WindowID>& assigned);
-    ~X11Desktop();
+    ~X11Desktop() override;
 
-    /// Calls `changed` when something about windows has changed that the window server does not
-    /// report. An empty function unsubscribes.
-    void setWindowsChanged(std::function<void()> changed);
-
-    Platform platform();
-    Applications& applications();
-    GlobalKeys& globalKeys();
-    OwnWindow& ownWindow();
-    Notifications& notifications();
+    void setWindowsChanged(std::function<void()> changed) override;
+    Platform platform() override;
+    GlobalKeys& globalKeys() override;
+    OwnWindow& ownWindow() override;
+    Notifications& notifications() override;
     /// The setting of the display's settings manager (XSETTINGS).
-    MotionSetting& motionOnDisplay();
-    /// The settings of the settings portal, which is queried once one of them is watched.
-    AppearanceSetting& appearanceOfPortal();
-    MotionSetting& motionOfPortal();
+    MotionSetting& motionOnDisplay() override;
+    AppearanceSetting& appearanceOfPortal() override;
+    MotionSetting& motionOfPortal() override;
 
 private:
     struct Parts;

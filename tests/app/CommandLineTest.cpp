@@ -29,6 +29,17 @@ TEST(CommandLine, Settings_name_the_file_of_the_board)
     EXPECT_EQ(read({QStringLiteral("--settings=") + path}).settingsPath, path);
 }
 
+TEST(CommandLine, A_desktop_is_asked_for_by_its_name)
+{
+    EXPECT_EQ(read({}).desktop, std::nullopt);
+    EXPECT_EQ(read({QStringLiteral("--desktop"), QStringLiteral("x11")}).desktop, DesktopKind::x11);
+    const CommandLine unknown = read({QStringLiteral("--desktop"), QStringLiteral("amiga")});
+    EXPECT_EQ(unknown.desktop, std::nullopt);
+    EXPECT_EQ(unknown.error, QStringLiteral("there is no desktop 'amiga'; --help lists them"));
+    EXPECT_FALSE(read({}).asksForDesktop);
+    EXPECT_TRUE(read({QStringLiteral("--about-desktop")}).asksForDesktop);
+}
+
 TEST(CommandLine, Help_and_version_are_asked_for_in_either_form)
 {
     EXPECT_TRUE(read({QStringLiteral("--help")}).asksForHelp);

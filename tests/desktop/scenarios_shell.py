@@ -348,8 +348,31 @@ def a_start_while_the_one_before_is_ending_has_the_board(desktop, binary):
 
 def what_it_is_asked_about_itself_is_answered_without_a_display(desktop, binary):
     env = {name: value for name, value in desktop.env.items() if name != "DISPLAY"}
-    for option, expected in (("--version", "kelpa "), ("--help", "--settings")):
+    for option, expected in (("--version", "kelpa "), ("--help", "--settings"),
+                             ("--about-desktop", "none that Kelpa can work on")):
         answer = subprocess.run([str(binary), option], env=env, stdin=subprocess.DEVNULL,
                                 capture_output=True, text=True, timeout=30, check=False)
         if answer.returncode != 0 or expected not in answer.stdout or answer.stderr:
             raise AssertionError(f"{option}: {answer}")
+
+
+def what_the_desktop_can_do_is_answered_also_while_the_display_hangs(desktop, binary):
+    def answer():
+        told = subprocess.run([str(binary), "--about-desktop"], env=desktop.env,
+                              stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=20,
+                              check=False)
+        if told.returncode != 0 or told.stderr:
+            raise AssertionError(f"--about-desktop: {told}")
+        return [" ".join(line.split()) for line in told.stdout.splitlines()]
+
+    lines = answer()
+    for expected in ("desktop x11", "windows yes", "previews yes", "double tap yes"):
+        if expected not in lines:
+            raise AssertionError(f"{expected!r} is not among {lines}")
+    desktop.x_server.send_signal(signal.SIGSTOP)
+    try:
+        lines = answer()
+    finally:
+        desktop.x_server.send_signal(signal.SIGCONT)
+    if "x11 the display does not reply" not in lines:
+        raise AssertionError(f"of a display that hangs: {lines}")

@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <QList>
 
+#include <algorithm>
 #include <set>
 #include <utility>
 

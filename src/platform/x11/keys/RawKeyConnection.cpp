@@ -148,8 +148,10 @@ RawKeyConnection::Result RawKeyConnection::open(DisplayConnector& connector)
     if (connection.isBroken())
         return RawKeyFailure::noServer;
     if (!xinput || xinput->present == 0 || !xkb || xkb->present == 0 ||
-        !negotiateXInput(connection) || !negotiateXkb(connection) || isXwayland(connection))
+        !negotiateXInput(connection) || !negotiateXkb(connection))
         return connection.isBroken() ? RawKeyFailure::noServer : RawKeyFailure::unsupported;
+    if (isXwayland(connection))
+        return RawKeyFailure::xwayland;
 
     std::unique_ptr<RawKeyConnection> opened(new RawKeyConnection);
     opened->m_xinputOpcode = xinput->major_opcode;

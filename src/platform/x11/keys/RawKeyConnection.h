@@ -19,8 +19,10 @@ class DisplayConnector;
 enum class RawKeyFailure : std::uint8_t {
     /// No server, or the connection was lost.
     noServer,
-    /// The server cannot report keys, or only keys typed into some of the programs.
+    /// The server cannot report keys.
     unsupported,
+    /// Xwayland reports only the keys that are typed into programs on X11.
+    xwayland,
 };
 
 /// Selects raw XInput 2 events and XKB events. Used on one thread at a time.

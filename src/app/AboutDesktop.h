@@ -1,0 +1,25 @@
+// The text of --about-desktop: what the session offers, which desktop Kelpa takes, what it can do
+// there, and why not the rest. In English, as all that the command line prints: people send it with
+// bug reports.
+#pragma once
+
+#include "app/DesktopChoice.h"
+#include "app/SessionReading.h"
+#include "platform/DesktopAbilities.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace kelpa {
+
+/// What the reading means for the choice.
+SessionOffer offerOf(const SessionReading& reading);
+
+/// What `kind` gives in that session.
+DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading);
+
+/// `asked` by the person on the command line.
+QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> asked);
+
+} // namespace kelpa

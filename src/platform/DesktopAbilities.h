@@ -1,0 +1,71 @@
+// What Kelpa can do on a desktop, and why it cannot do the rest. Which text tells a person of it
+// depends on where it is told.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+
+namespace kelpa {
+
+enum class DesktopAbility : std::uint8_t {
+    /// Lists the windows of other programs.
+    windows,
+    /// Activates and closes them.
+    actions,
+    /// Reports which windows are minimised, and restores them.
+    minimizing,
+    /// Reports where windows are and how large.
+    geometry,
+    /// Captures windows.
+    previews,
+    /// Hears the double tap, whichever program has the keyboard.
+    globalKeys,
+};
+
+inline constexpr std::array allDesktopAbilities{
+    DesktopAbility::windows,  DesktopAbility::actions,  DesktopAbility::minimizing,
+    DesktopAbility::geometry, DesktopAbility::previews, DesktopAbility::globalKeys};
+
+/// Why a desktop lacks an ability. Each has one step that mends it.
+enum class AbilityGap : std::uint8_t {
+    /// The X11 display does not exist, refuses or does not reply.
+    display,
+    /// No window manager runs that lists windows and acts on them.
+    windowManager,
+    /// The X server has no Composite extension, by which it captures windows one by one.
+    composite,
+    /// The X server does not report keys that are typed into other programs.
+    rawKeys,
+    /// Xwayland serves the programs on X11 only; it has no window of another program.
+    windowsOfXwayland,
+    /// Xwayland hears no key that is typed into another program.
+    keysOfXwayland,
+};
+
+struct AbilityShortfall
+{
+    AbilityGap gap = AbilityGap::display;
+    /// The desktop gives the ability in part, for some of the windows.
+    bool isPartial = false;
+
+    friend bool operator==(const AbilityShortfall&, const AbilityShortfall&) = default;
+};
+
+struct DesktopAbilities
+{
+    /// An ability without an entry is given in full.
+    std::map<DesktopAbility, AbilityShortfall> shortfalls;
+
+    /// Absent when the desktop gives the ability in full.
+    std::optional<AbilityShortfall> shortfall(DesktopAbility ability) const
+    {
+        const auto it = shortfalls.find(ability);
+        return it == shortfalls.end() ? std::nullopt : std::optional(it->second);
+    }
+
+    friend bool operator==(const DesktopAbilities&, const DesktopAbilities&) = default;
+};
+
+} // namespace kelpa

@@ -1,0 +1,91 @@
+#include "app/AboutDesktop.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+TEST(AboutDesktop, Names_what_was_found_and_that_all_is_there)
+{
+    const SessionReading reading{
+        .sessionType = "x11",
+        .currentDesktop = "XFCE",
+        .x11Display = ":0",
+        .waylandDisplay = {},
+        .display = x11::DisplayFacts{.hasWindowManager = true,
+                                     .hasComposite = true,
+                                     .hasRawKeys = true,
+                                     .isXwayland = false},
+    };
+    EXPECT_EQ(aboutDesktop(reading, std::nullopt).toStdString(),
+              R"(session     XDG_SESSION_TYPE=x11 XDG_CURRENT_DESKTOP=XFCE DISPLAY=:0
+x11         X server, window manager, Composite, keys of other programs
+wayland     no compositor
+desktop     x11
+
+windows     yes
+actions     yes
+minimising  yes
+geometry    yes
+previews    yes
+double tap  yes
+)");
+}
+
+TEST(AboutDesktop, Says_what_is_missing_and_what_mends_it)
+{
+    const SessionReading reading{
+        .sessionType = "wayland",
+        .currentDesktop = {},
+        .x11Display = ":0",
+        .waylandDisplay = "wayland-1",
+        .display = x11::DisplayFacts{.hasWindowManager = true,
+                                     .hasComposite = false,
+                                     .hasRawKeys = false,
+                                     .isXwayland = true},
+        .compositor = wayland::GlobalVersions{{"wl_seat", 7},
+                                              {"xdg_activation_v1", 1},
+                                              {"zwlr_foreign_toplevel_manager_v1", 3}},
+    };
+    EXPECT_EQ(aboutDesktop(reading, DesktopKind::x11).toStdString(),
+              R"(session     XDG_SESSION_TYPE=wayland DISPLAY=:0 WAYLAND_DISPLAY=wayland-1
+x11         Xwayland, window manager, no Composite, no keys of other programs
+wayland     xdg_activation_v1 1, zwlr_foreign_toplevel_manager_v1 3
+desktop     x11 (as asked)
+
+windows     in part: Xwayland has the windows of programs on X11, and no others
+            to mend it: log in to a session on X11
+actions     yes
+minimising  yes
+geometry    yes
+previews    no: the X server has no Composite extension
+            to mend it: switch that extension on in the X server's configuration
+double tap  no: Xwayland hears no keys that are typed into other programs
+            to mend it: bind a key of the desktop to the command "kelpa --show"
+)");
+}
+
+TEST(AboutDesktop, Says_who_does_not_reply)
+{
+    const SessionReading silent{
+        .sessionType = {},
+        .currentDesktop = {},
+        .x11Display = ":0",
+        .waylandDisplay = "wayland-1",
+    };
+    EXPECT_EQ(aboutDesktop(silent, std::nullopt).toStdString(),
+              R"(session     DISPLAY=:0 WAYLAND_DISPLAY=wayland-1
+x11         the display does not reply
+wayland     the compositor does not reply
+desktop     none that Kelpa can work on
+)");
+    EXPECT_EQ(aboutDesktop({}, std::nullopt).toStdString(),
+              R"(session     no variable names one
+x11         no display
+wayland     no compositor
+desktop     none that Kelpa can work on
+)");
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,39 @@
+#include "app/DesktopChoice.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+TEST(DesktopChoice, Is_what_the_session_offers_or_the_person_asks_for)
+{
+    struct Row
+    {
+        const char* name;
+        SessionOffer offer;
+        std::optional<DesktopKind> asked;
+        std::optional<DesktopKind> chosen;
+    };
+    const std::map<QByteArray, std::uint32_t> compositor{{"wl_seat", 7}};
+    const std::array rows{
+        Row{"nothing", {}, {}, {}},
+        Row{"an X display", {.hasX11Display = true}, {}, DesktopKind::x11},
+        Row{"Xwayland", {.hasX11Display = true, .compositor = compositor}, {}, DesktopKind::x11},
+        Row{"no display, asked for all the same", {}, DesktopKind::x11, DesktopKind::x11},
+        Row{"a compositor alone", {.compositor = compositor}, {}, {}},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(chosenDesktop(row.offer, row.asked), row.chosen) << row.name;
+}
+
+TEST(DesktopChoice, Every_desktop_has_a_name_by_which_it_is_found)
+{
+    EXPECT_EQ(desktopNames(), QStringList{QStringLiteral("x11")});
+    for (const DesktopKind kind : allDesktopKinds)
+        EXPECT_EQ(desktopNamed(desktopName(kind)), kind);
+    EXPECT_EQ(desktopNamed(QStringLiteral("X11")), std::nullopt);
+    EXPECT_EQ(desktopNamed({}), std::nullopt);
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,100 @@
+#include "platform/x11/DisplayFacts.h"
+
+#include "support/desktop/X11Desktop.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+using x11::DisplayFacts;
+
+constexpr DisplayFacts complete{
+    .hasWindowManager = true, .hasComposite = true, .hasRawKeys = true, .isXwayland = false};
+
+AbilityShortfall missing(AbilityGap gap)
+{
+    return {.gap = gap, .isPartial = false};
+}
+
+std::optional<DisplayFacts> factsOn(const XServer& server)
+{
+    x11::DisplayConnector connector(server.display());
+    return x11::readDisplayFacts(connector);
+}
+
+TEST(DisplayFacts, Are_those_of_the_servers_extensions_and_its_window_manager)
+{
+    const XServer server;
+    EXPECT_EQ(factsOn(server), (DisplayFacts{.hasWindowManager = false,
+                                             .hasComposite = true,
+                                             .hasRawKeys = true,
+                                             .isXwayland = false}));
+    const WindowManager manager(server.display());
+    EXPECT_EQ(factsOn(server), complete);
+}
+
+TEST(DisplayFacts, Say_which_extensions_are_missing)
+{
+    const XServer server({QStringLiteral("-extension"), QStringLiteral("Composite")});
+    const std::optional<DisplayFacts> facts = factsOn(server);
+    ASSERT_TRUE(facts);
+    EXPECT_FALSE(facts->hasComposite);
+}
+
+TEST(DisplayFacts, Are_absent_without_a_server)
+{
+    XServer server;
+    server.kill();
+    EXPECT_EQ(factsOn(server), std::nullopt);
+}
+
+TEST(X11Abilities, Are_complete_on_a_complete_display)
+{
+    EXPECT_EQ(x11::abilitiesOn(complete), DesktopAbilities{});
+}
+
+TEST(X11Abilities, Are_none_without_a_display)
+{
+    const DesktopAbilities abilities = x11::abilitiesOn(std::nullopt);
+    for (const DesktopAbility ability : allDesktopAbilities)
+        EXPECT_EQ(abilities.shortfall(ability), missing(AbilityGap::display));
+}
+
+TEST(X11Abilities, Without_a_window_manager_are_the_keys_alone)
+{
+    DisplayFacts facts = complete;
+    facts.hasWindowManager = false;
+    facts.hasComposite = false;
+    const DesktopAbilities abilities = x11::abilitiesOn(facts);
+    EXPECT_EQ(abilities.shortfalls.size(), 5U);
+    EXPECT_EQ(abilities.shortfall(DesktopAbility::windows), missing(AbilityGap::windowManager));
+    // The first step is the window manager, also for previews.
+    EXPECT_EQ(abilities.shortfall(DesktopAbility::previews), missing(AbilityGap::windowManager));
+    EXPECT_EQ(abilities.shortfall(DesktopAbility::globalKeys), std::nullopt);
+}
+
+TEST(X11Abilities, Lack_what_a_missing_extension_gives)
+{
+    DisplayFacts facts = complete;
+    facts.hasComposite = false;
+    facts.hasRawKeys = false;
+    EXPECT_EQ(x11::abilitiesOn(facts).shortfalls,
+              (std::map<DesktopAbility, AbilityShortfall>{
+                  {DesktopAbility::previews, missing(AbilityGap::composite)},
+                  {DesktopAbility::globalKeys, missing(AbilityGap::rawKeys)}}));
+}
+
+TEST(X11Abilities, On_Xwayland_have_some_of_the_windows_and_no_keys)
+{
+    const DisplayFacts facts{
+        .hasWindowManager = true, .hasComposite = true, .hasRawKeys = false, .isXwayland = true};
+    EXPECT_EQ(
+        x11::abilitiesOn(facts).shortfalls,
+        (std::map<DesktopAbility, AbilityShortfall>{
+            {DesktopAbility::windows, {.gap = AbilityGap::windowsOfXwayland, .isPartial = true}},
+            {DesktopAbility::globalKeys, missing(AbilityGap::keysOfXwayland)}}));
+}
+
+} // namespace
+} // namespace kelpa::test
