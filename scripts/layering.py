@@ -36,6 +36,7 @@ _FOLDERS = {
     "platform/x11": "model platform platform/numbers platform/x11/connection"
                     " platform/x11/discovery platform/x11/capture platform/x11/keys",
     "platform/wayland/connection": "platform",
+    "platform/wayland/toplevels": "platform platform/wayland/connection",
     "windows": "model platform",
     "store/board": "model text navigation platform windows",
     "store/desktop": "model platform windows",
@@ -63,7 +64,7 @@ _FOLDERS = {
 # Libraries that only some folders, and those within them, know of, by their headers.
 _LIBRARIES = {
     r"(xcb|X11)/": "platform/x11",
-    r"wayland-": "platform/wayland",
+    r"(wayland-|wlr-|ext-)": "platform/wayland",
     r"(gio|glib)[-/.]": "platform/freedesktop",
     r"(QtDBus/|QDBus)": "platform/freedesktop",
     r"sqlite3\.h": "platform/sqlite",

@@ -33,7 +33,8 @@ int listeningSocket(const QByteArray& path)
 } // namespace
 
 FakeCompositor::FakeCompositor()
-    : m_path(m_folder.filePath(QStringLiteral("wayland")).toLocal8Bit()),
+    : m_folder(std::make_unique<QTemporaryDir>()),
+      m_path(m_folder->filePath(QStringLiteral("wayland")).toLocal8Bit()),
       m_display(wl_display_create())
 {
     listen();

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include <chrono>
+#include <memory>
 
 struct wl_display;
 
@@ -33,7 +34,8 @@ public:
 private:
     void listen();
 
-    QTemporaryDir m_folder;
+    /// Null when the test has chosen the path.
+    const std::unique_ptr<QTemporaryDir> m_folder;
     const QByteArray m_path;
     wl_display* const m_display;
 };

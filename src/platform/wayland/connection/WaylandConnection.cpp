@@ -51,6 +51,11 @@ bool WaylandConnection::isBroken() const
     return wl_display_get_error(m_display) != 0;
 }
 
+bool WaylandConnection::canSend()
+{
+    return wl_display_flush(m_display) >= 0;
+}
+
 DispatchEnd WaylandConnection::dispatch(Time end, int waker)
 {
     if (wl_display_prepare_read(m_display) != 0) {

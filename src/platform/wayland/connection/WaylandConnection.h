@@ -38,6 +38,10 @@ public:
     /// The compositor has closed the connection or reported an error.
     bool isBroken() const;
 
+    /// Sends what is buffered. False when the compositor takes no more for the moment: then no
+    /// request may be made, for the library gives the connection up when its buffer is full.
+    bool canSend();
+
     /// Sends what is buffered, waits for events until `end`, or until the descriptor `waker`
     /// becomes readable (negative for none), and calls the listeners of those that have arrived.
     DispatchEnd dispatch(Time end, int waker = -1);
