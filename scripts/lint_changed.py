@@ -56,14 +56,17 @@ def _analysed(files, commands):
 
 
 def _generate(sources, commands):
-    """The meta object code that sources include."""
+    """The meta object code and the protocols of Wayland that sources include."""
     targets = set()
     for source in sources:
-        if re.search(r'#include ".*[.]moc"', (_ROOT / source).read_text(encoding="utf-8")):
-            targets.add(re.search(r"CMakeFiles/([^/]+)[.]dir/", commands[source]["command"])[1])
+        text = (_ROOT / source).read_text(encoding="utf-8")
+        if re.search(r'#include ".*[.]moc"', text):
+            library = re.search(r"CMakeFiles/([^/]+)[.]dir/", commands[source]["command"])[1]
+            targets.add(f"{library}_autogen")
+        if "/wayland/" in source:
+            targets.add("kelpa_wayland_protocols")
     if targets:
-        subprocess.run(["cmake", "--build", _BUILD, "--target",
-                        *(f"{target}_autogen" for target in sorted(targets))],
+        subprocess.run(["cmake", "--build", _BUILD, "--target", *sorted(targets)],
                        check=True, stdout=subprocess.DEVNULL)
 
 
