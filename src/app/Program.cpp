@@ -117,8 +117,7 @@ bool Program::show()
     });
     m_view.followMotion(m_desktop->motionOnDisplay());
     m_occlusion = m_desktop->ownWindow().watchOcclusion(
-        static_cast<std::uint32_t>(window.winId()),
-        [this](bool isOccluded) { m_view.setOccluded(isOccluded); });
+        window, [this](bool isOccluded) { m_view.setOccluded(isOccluded); });
     // Direct connections: the session manager waits while these run.
     connect(
         &m_application, &QGuiApplication::commitDataRequest, this,

@@ -6,10 +6,11 @@
 
 #include <QByteArray>
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
+
+class QWindow;
 
 namespace kelpa {
 
@@ -28,16 +29,17 @@ public:
     virtual ~OwnWindow() = default;
 
     /// Requests that the window be restored, raised above all others and focused, with its desktop
-    /// shown, also while the person types into another program. `window` is its id in the window
-    /// system, as the toolkit gives it. A later request may replace an earlier one, but the launch
-    /// of each `startupID` is reported as complete. Main thread; returns at once.
-    virtual void requestFront(std::uint32_t window, const ActivationContext& context) = 0;
+    /// shown, also while the person types into another program. A later request may replace an
+    /// earlier one, but the launch of each `startupID` is reported as complete. Main thread;
+    /// returns at once.
+    virtual void requestFront(QWindow& window, const ActivationContext& context) = 0;
 
     /// Calls `changed` whenever other windows begin or cease to cover all of the window. It counts
     /// as not occluded until that is known, and always where the desktop cannot report it; while it
-    /// is not shown at all, nothing is reported. Main thread; returns at once.
+    /// is not shown at all, nothing is reported. `window` outlives the subscription. Main thread;
+    /// returns at once.
     [[nodiscard]] virtual std::unique_ptr<Subscription>
-    watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed) = 0;
+    watchOcclusion(QWindow& window, std::function<void(bool isOccluded)> changed) = 0;
 };
 
 } // namespace kelpa

@@ -30,7 +30,7 @@ void WindowRaiser::raise(const ActivationContext& context)
                 onScreenPosition(m_window.frameGeometry(), screen->availableGeometry()))
             m_window.setFramePosition(*position);
     }
-    m_desktop.requestFront(static_cast<std::uint32_t>(m_window.winId()), context);
+    m_desktop.requestFront(m_window, context);
 }
 
 } // namespace kelpa

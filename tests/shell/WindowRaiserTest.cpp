@@ -17,15 +17,15 @@ class FakeOwnWindow : public OwnWindow
 public:
     struct Request
     {
-        std::uint32_t window;
+        QWindow* window;
         ActivationContext context;
     };
 
-    void requestFront(std::uint32_t window, const ActivationContext& context) override
+    void requestFront(QWindow& window, const ActivationContext& context) override
     {
-        requests.push_back({window, context});
+        requests.push_back({&window, context});
     }
-    std::unique_ptr<Subscription> watchOcclusion(std::uint32_t, std::function<void(bool)>) override
+    std::unique_ptr<Subscription> watchOcclusion(QWindow&, std::function<void(bool)>) override
     {
         return nullptr;
     }
@@ -62,7 +62,7 @@ TEST(WindowRaising, Requests_the_front_once_with_its_context)
     placed.raiser.raise({.inputTime = 4711, .startupID = "kelpa-1"});
     ASSERT_EQ(placed.desktop.requests.size(), 1U);
     const FakeOwnWindow::Request& request = placed.desktop.requests.front();
-    EXPECT_EQ(request.window, static_cast<std::uint32_t>(placed.window.winId()));
+    EXPECT_EQ(request.window, &placed.window);
     EXPECT_EQ(request.context.inputTime, 4711U);
     EXPECT_EQ(request.context.startupID, "kelpa-1");
 }

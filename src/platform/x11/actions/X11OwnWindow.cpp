@@ -5,9 +5,24 @@
 #include "platform/x11/actions/OcclusionMonitor.h"
 #include "platform/x11/actions/StartupNotification.h"
 
+#include <QGuiApplication>
+#include <QWindow>
+
 #include <utility>
 
 namespace kelpa::x11 {
+
+namespace {
+
+/// Absent on another window system than X11, whose ids mean nothing here.
+std::optional<std::uint32_t> idOf(const QWindow& window)
+{
+    if (QGuiApplication::platformName() != QStringLiteral("xcb"))
+        return std::nullopt;
+    return static_cast<std::uint32_t>(window.winId());
+}
+
+} // namespace
 
 X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPager& pager,
                            Scheduler& scheduler)
@@ -16,9 +31,18 @@ X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPage
 {}
 
 std::unique_ptr<Subscription>
-X11OwnWindow::watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed)
+X11OwnWindow::watchOcclusion(QWindow& window, std::function<void(bool isOccluded)> changed)
 {
-    return std::make_unique<OcclusionMonitor>(m_connector, m_scheduler, window, std::move(changed));
+    const std::optional<std::uint32_t> id = idOf(window);
+    if (!id)
+        return nullptr;
+    return std::make_unique<OcclusionMonitor>(m_connector, m_scheduler, *id, std::move(changed));
+}
+
+void X11OwnWindow::requestFront(QWindow& window, const ActivationContext& context)
+{
+    if (const std::optional<std::uint32_t> id = idOf(window))
+        requestFront(*id, context);
 }
 
 void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& context)

@@ -24,9 +24,14 @@ public:
     X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPager& pager,
                  Scheduler& scheduler);
 
-    void requestFront(std::uint32_t window, const ActivationContext& context) override;
+    /// Does nothing for a window that the toolkit has put elsewhere than on X11; likewise
+    /// `watchOcclusion`.
+    void requestFront(QWindow& window, const ActivationContext& context) override;
     [[nodiscard]] std::unique_ptr<Subscription>
-    watchOcclusion(std::uint32_t window, std::function<void(bool isOccluded)> changed) override;
+    watchOcclusion(QWindow& window, std::function<void(bool isOccluded)> changed) override;
+
+    /// As `requestFront`, by the window's id.
+    void requestFront(std::uint32_t window, const ActivationContext& context);
 
 private:
     struct Activation
