@@ -15,6 +15,7 @@ _FOLDERS = {
     "layout": "",
     "platform": "model",
     "platform/qt": "platform",
+    "platform/windowless": "platform",
     "platform/sqlite": "platform",
     "platform/numbers": "model",
     "platform/freedesktop/bus": "platform",

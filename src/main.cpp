@@ -2,7 +2,7 @@
 // same board, or starts the program.
 #include "app/AboutDesktop.h"
 #include "app/CommandLine.h"
-#include "app/DesktopChoice.h"
+#include "app/DesktopOpening.h"
 #include "app/OtherKelpa.h"
 #include "app/Program.h"
 #include "app/RenderBackend.h"
@@ -15,7 +15,6 @@
 #include "platform/qt/TerminationSignals.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "platform/sqlite/WriteBehindSettings.h"
-#include "platform/x11/connection/DisplayConnector.h"
 #include "views/ViewTypes.h"
 
 #include <QGuiApplication>
@@ -24,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -67,6 +67,10 @@ int reportMissingDisplay(const WindowSystem& system)
     else
         std::fprintf(stderr, "kelpa: there is no connection to the X11 display %s\n",
                      display.constData());
+    const QByteArray compositor = qgetenv("WAYLAND_DISPLAY");
+    if (system.isDefault && !compositor.isEmpty())
+        std::fprintf(stderr, "kelpa: the Wayland compositor %s does not reply\n",
+                     compositor.constData());
     return 1;
 }
 
@@ -97,7 +101,7 @@ void reportSilentBuses(const BusStates& states)
                              "start\n");
 }
 
-int run(QGuiApplication& application, const CommandLine& line, DesktopKind desktop,
+int run(QGuiApplication& application, const CommandLine& line, const ChosenDesktop& desktop,
         const QByteArray& startupID, SecondaryStart start, BusWatch& buses,
         TerminationSignals& signals)
 {
@@ -179,13 +183,10 @@ int main(int argc, char** argv)
     if (start.exitStatus)
         return *start.exitStatus;
 
-    // The toolkit would abort where there is no display.
-    if (system.isX11 && !x11::hasDisplay(system.display))
+    const std::optional<ChosenDesktop> desktop = chooseDesktop(system, given.desktop);
+    if (!desktop)
         return reportMissingDisplay(system);
-    // A person who has chosen another window system for the toolkit has seen to the rest.
-    const DesktopKind desktop =
-        chosenDesktop({.hasX11Display = system.isX11}, given.desktop).value_or(DesktopKind::x11);
-    ToolkitArguments toolkitArguments(argc, argv, system);
+    ToolkitArguments toolkitArguments(argc, argv, desktop->platform);
     ToolkitBuses toolkitBuses(buses);
     QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
     toolkitBuses.connectToolkit();
@@ -197,5 +198,5 @@ int main(int argc, char** argv)
     }
     // Only now: until here the toolkit has written to the environment, which these threads read.
     const std::jthread fontList = readFontList(readFontCaches());
-    return run(application, line, desktop, startupID, start, buses, signals);
+    return run(application, line, *desktop, startupID, start, buses, signals);
 }

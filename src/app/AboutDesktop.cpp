@@ -45,6 +45,15 @@ GapText textOf(AbilityGap gap)
     case AbilityGap::keysOfXwayland:
         return {QStringLiteral("Xwayland hears no keys that are typed into other programs"),
                 bindKey};
+    case AbilityGap::compositor:
+        return {QStringLiteral("the Wayland compositor does not reply"),
+                QStringLiteral("start Kelpa anew")};
+    case AbilityGap::compositorProtocol:
+        return {QStringLiteral("the compositor has no protocol for it that Kelpa speaks"),
+                QStringLiteral("log in to a session on X11")};
+    case AbilityGap::choice:
+        return {QStringLiteral("Kelpa is to work without windows"),
+                QStringLiteral("start it without \"--desktop none\"")};
     }
     return {};
 }
@@ -56,6 +65,8 @@ QString nameOf(DesktopAbility ability)
         return QStringLiteral("windows");
     case DesktopAbility::actions:
         return QStringLiteral("actions");
+    case DesktopAbility::quitting:
+        return QStringLiteral("quitting");
     case DesktopAbility::minimizing:
         return QStringLiteral("minimising");
     case DesktopAbility::geometry:
@@ -154,11 +165,14 @@ SessionOffer offerOf(const SessionReading& reading)
     return {.hasX11Display = reading.display.has_value(), .compositor = reading.compositor};
 }
 
-DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading)
+DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading,
+                             std::optional<DesktopKind> asked)
 {
     switch (kind) {
     case DesktopKind::x11:
         return x11::abilitiesOn(reading.display);
+    case DesktopKind::none:
+        return DesktopAbilities::without(gapOfNone(asked));
     }
     return {};
 }
@@ -174,7 +188,7 @@ QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> a
                line(QStringLiteral("desktop"), QStringLiteral("none that Kelpa can work on"));
     const QString why = asked ? QStringLiteral(" (as asked)") : QString();
     return session + line(QStringLiteral("desktop"), desktopName(*chosen) + why) + u'\n' +
-           abilityLines(abilitiesOn(*chosen, reading));
+           abilityLines(abilitiesOn(*chosen, reading, asked));
 }
 
 } // namespace kelpa

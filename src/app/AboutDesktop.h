@@ -16,8 +16,9 @@ namespace kelpa {
 /// What the reading means for the choice.
 SessionOffer offerOf(const SessionReading& reading);
 
-/// What `kind` gives in that session.
-DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading);
+/// What `kind` gives in that session, `asked` for by the person or not.
+DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading,
+                             std::optional<DesktopKind> asked);
 
 /// `asked` by the person on the command line.
 QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> asked);

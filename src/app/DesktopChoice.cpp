@@ -9,6 +9,8 @@ QString desktopName(DesktopKind kind)
     switch (kind) {
     case DesktopKind::x11:
         return QStringLiteral("x11");
+    case DesktopKind::none:
+        return QStringLiteral("none");
     }
     return {};
 }
@@ -32,7 +34,20 @@ std::optional<DesktopKind> chosenDesktop(const SessionOffer& offer,
 {
     if (asked)
         return asked;
-    return offer.hasX11Display ? std::optional(DesktopKind::x11) : std::nullopt;
+    if (offer.hasX11Display)
+        return DesktopKind::x11;
+    return offer.compositor ? std::optional(DesktopKind::none) : std::nullopt;
+}
+
+AbilityGap gapOfNone(std::optional<DesktopKind> asked)
+{
+    return asked ? AbilityGap::choice : AbilityGap::compositorProtocol;
+}
+
+QByteArray toolkitPlatform(DesktopKind kind, const SessionOffer& offer)
+{
+    return kind == DesktopKind::x11 || !offer.compositor ? QByteArrayLiteral("xcb")
+                                                         : QByteArrayLiteral("wayland");
 }
 
 } // namespace kelpa

@@ -1,6 +1,8 @@
 // The desktops that Kelpa works on, and which of them it takes in a session.
 #pragma once
 
+#include "platform/DesktopAbilities.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -15,9 +17,11 @@ namespace kelpa {
 enum class DesktopKind : std::uint8_t {
     /// An X display; in a Wayland session that of Xwayland.
     x11,
+    /// A session in which Kelpa sees no windows.
+    none,
 };
 
-inline constexpr std::array allDesktopKinds{DesktopKind::x11};
+inline constexpr std::array allDesktopKinds{DesktopKind::x11, DesktopKind::none};
 
 /// As the command line names it.
 QString desktopName(DesktopKind kind);
@@ -36,9 +40,16 @@ struct SessionOffer
     friend bool operator==(const SessionOffer&, const SessionOffer&) = default;
 };
 
-/// `asked` by the person, who may know better than the session. Absent when Kelpa can work on
-/// nothing that is offered.
+/// `asked` by the person, who may know better than the session. Absent when the session offers
+/// nothing that shows a window.
 std::optional<DesktopKind> chosenDesktop(const SessionOffer& offer,
                                          std::optional<DesktopKind> asked);
+
+/// Why `DesktopKind::none` has no windows.
+AbilityGap gapOfNone(std::optional<DesktopKind> asked);
+
+/// The toolkit's platform for a desktop, as its option -platform takes it: Kelpa's own window is a
+/// native one of the compositor, unless the desktop is an X display.
+QByteArray toolkitPlatform(DesktopKind kind, const SessionOffer& offer);
 
 } // namespace kelpa

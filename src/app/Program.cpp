@@ -3,7 +3,6 @@
 #include "app/CommandLine.h"
 #include "app/DisplayLossHandler.h"
 #include "app/SingleInstance.h"
-#include "app/X11Desktop.h"
 #include "platform/LoggingCategories.h"
 #include "platform/freedesktop/toolkit/BusWatch.h"
 #include "platform/qt/QtScheduler.h"
@@ -20,8 +19,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
-#include <set>
 #include <utility>
 
 namespace kelpa {
@@ -41,21 +38,11 @@ void setRestartCommand(QSessionManager& session, const QString& boardPath)
                                                        << QFileInfo(boardPath).absoluteFilePath());
 }
 
-std::unique_ptr<Desktop> openDesktop(DesktopKind kind, Scheduler& scheduler,
-                                     const QString& stateFolder, const std::set<WindowID>& assigned)
-{
-    switch (kind) {
-    case DesktopKind::x11:
-        return std::make_unique<X11Desktop>(scheduler, stateFolder, assigned);
-    }
-    return nullptr;
-}
-
 } // namespace
 
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
                  BusWatch& buses, WriteBehindSettings& settings, QString boardPath,
-                 DesktopKind desktop, std::unique_ptr<ViewTypes> types)
+                 const ChosenDesktop& desktop, std::unique_ptr<ViewTypes> types)
     : m_application(application), m_scheduler(scheduler), m_single(single), m_buses(buses),
       m_settings(settings), m_boardPath(std::move(boardPath)),
       m_desktop(openDesktop(desktop, scheduler, QFileInfo(settings.path()).path(),

@@ -1,7 +1,7 @@
 // The running program: creates all parts, connects them, and shuts them down in order.
 #pragma once
 
-#include "app/DesktopChoice.h"
+#include "app/DesktopOpening.h"
 #include "platform/Desktop.h"
 #include "platform/OwnWindow.h"
 #include "platform/qt/WorkerPool.h"
@@ -38,8 +38,8 @@ public:
     /// `boardPath` is the path of `settings` as the person gave it, which is passed to the session
     /// manager for the next session. All references outlive this object.
     Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
-            BusWatch& buses, WriteBehindSettings& settings, QString boardPath, DesktopKind desktop,
-            std::unique_ptr<ViewTypes> types);
+            BusWatch& buses, WriteBehindSettings& settings, QString boardPath,
+            const ChosenDesktop& desktop, std::unique_ptr<ViewTypes> types);
     ~Program() override;
 
     /// Shows the board and runs the event loop until the program is to end; returns the exit status

@@ -1,5 +1,7 @@
 #include "app/ToolkitArguments.h"
 
+#include <utility>
+
 namespace kelpa {
 
 namespace {
@@ -30,11 +32,11 @@ WindowSystem chosenWindowSystem(const QStringList& arguments, const QByteArray& 
             .isDefault = asked.isEmpty() && !isVariableMeant};
 }
 
-ToolkitArguments::ToolkitArguments(int argc, char** argv, const WindowSystem& system)
-    : m_values(argv, argv + argc)
+ToolkitArguments::ToolkitArguments(int argc, char** argv, QByteArray platform)
+    : m_value(std::move(platform)), m_values(argv, argv + argc)
 {
     // As an option, since programs launched from here would inherit an environment variable.
-    if (system.isDefault && !m_values.empty())
+    if (!m_value.isEmpty() && !m_values.empty())
         m_values.insert(m_values.begin() + 1, {m_option.data(), m_value.data()});
     m_count = static_cast<int>(m_values.size());
     m_values.push_back(nullptr);

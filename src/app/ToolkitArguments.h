@@ -29,7 +29,8 @@ WindowSystem chosenWindowSystem(const QStringList& arguments, const QByteArray& 
 class ToolkitArguments
 {
 public:
-    ToolkitArguments(int argc, char** argv, const WindowSystem& system);
+    /// `platform` is for the option -platform; empty leaves the choice to the toolkit.
+    ToolkitArguments(int argc, char** argv, QByteArray platform);
     ToolkitArguments(const ToolkitArguments&) = delete;
     ToolkitArguments& operator=(const ToolkitArguments&) = delete;
 
@@ -39,7 +40,7 @@ public:
 
 private:
     QByteArray m_option = "-platform";
-    QByteArray m_value = "xcb";
+    QByteArray m_value;
     std::vector<char*> m_values;
     int m_count = 0;
 };

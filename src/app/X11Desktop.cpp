@@ -13,8 +13,10 @@
 #include "platform/numbers/HighWaterMarkFile.h"
 #include "platform/numbers/WindowOwnersFile.h"
 #include "platform/qt/QtPasteboard.h"
+#include "platform/qt/ToolkitOwnWindow.h"
 #include "platform/qt/ToolkitScale.h"
 #include "platform/qt/WorkerPool.h"
+#include "platform/x11/DisplayAbilities.h"
 #include "platform/x11/X11WindowServer.h"
 #include "platform/x11/actions/EwmhPager.h"
 #include "platform/x11/actions/ServerTimeReader.h"
@@ -29,6 +31,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QGuiApplication>
 #include <QIcon>
 
 #include <optional>
@@ -52,8 +55,8 @@ struct X11Desktop::Parts
                         .owners = &owners,
                         .recordedOwners = owners.read()}),
           workspace(scheduler), globalKeys(connector, scheduler),
-          ownWindow(connector, pager, scheduler), motionOnDisplay(connector, scheduler),
-          portal(scheduler), notifications(scheduler)
+          ownWindow(connector, pager, scheduler), abilities(connector, scheduler),
+          motionOnDisplay(connector, scheduler), portal(scheduler), notifications(scheduler)
     {}
 
     std::optional<std::uint32_t> clientWindow(WindowID number)
@@ -104,6 +107,8 @@ struct X11Desktop::Parts
     DesktopWorkspace workspace;
     x11::X11GlobalKeys globalKeys;
     x11::X11OwnWindow ownWindow;
+    ToolkitOwnWindow toolkitOwnWindow;
+    x11::DisplayAbilities abilities;
     x11::X11MotionSetting motionOnDisplay;
     PortalSettings portal;
     DesktopNotifications notifications;
@@ -126,7 +131,7 @@ void X11Desktop::setWindowsChanged(std::function<void()> changed)
 Platform X11Desktop::platform()
 {
     return {m_parts->windowServer, m_parts->windowActions, m_parts->applications,
-            m_parts->pasteboard, m_parts->workspace};
+            m_parts->pasteboard,   m_parts->workspace,     m_parts->abilities};
 }
 
 GlobalKeys& X11Desktop::globalKeys()
@@ -156,6 +161,9 @@ Notifications& X11Desktop::notifications()
 
 OwnWindow& X11Desktop::ownWindow()
 {
+    // The person may have put Kelpa's own window elsewhere, by an option of the toolkit.
+    if (QGuiApplication::platformName() != QStringLiteral("xcb"))
+        return m_parts->toolkitOwnWindow;
     return m_parts->ownWindow;
 }
 

@@ -31,6 +31,9 @@ public:
     virtual void requestFocus() = 0;
     /// Raises it above all other windows and switches to its desktop.
     virtual void requestRaise() = 0;
+    /// Closes it as a click on its close button does: its application may ask whether to save, or
+    /// refuse.
+    virtual void requestClose() = 0;
 };
 
 using AccessibilityElements = std::vector<std::unique_ptr<AccessibilityElement>>;

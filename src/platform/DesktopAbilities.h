@@ -14,6 +14,8 @@ enum class DesktopAbility : std::uint8_t {
     windows,
     /// Activates and closes them.
     actions,
+    /// Asks the whole application of a window to quit; without it, only the window to close.
+    quitting,
     /// Reports which windows are minimised, and restores them.
     minimizing,
     /// Reports where windows are and how large.
@@ -25,8 +27,9 @@ enum class DesktopAbility : std::uint8_t {
 };
 
 inline constexpr std::array allDesktopAbilities{
-    DesktopAbility::windows,  DesktopAbility::actions,  DesktopAbility::minimizing,
-    DesktopAbility::geometry, DesktopAbility::previews, DesktopAbility::globalKeys};
+    DesktopAbility::windows,    DesktopAbility::actions,  DesktopAbility::quitting,
+    DesktopAbility::minimizing, DesktopAbility::geometry, DesktopAbility::previews,
+    DesktopAbility::globalKeys};
 
 /// Why a desktop lacks an ability. Each has one step that mends it.
 enum class AbilityGap : std::uint8_t {
@@ -42,6 +45,12 @@ enum class AbilityGap : std::uint8_t {
     windowsOfXwayland,
     /// Xwayland hears no key that is typed into another program.
     keysOfXwayland,
+    /// The Wayland compositor does not reply.
+    compositor,
+    /// The compositor has no protocol for it.
+    compositorProtocol,
+    /// The person has chosen to work without windows.
+    choice,
 };
 
 struct AbilityShortfall
@@ -63,6 +72,22 @@ struct DesktopAbilities
     {
         const auto it = shortfalls.find(ability);
         return it == shortfalls.end() ? std::nullopt : std::optional(it->second);
+    }
+
+    /// Whether the desktop gives it in full or in part.
+    bool has(DesktopAbility ability) const
+    {
+        const std::optional<AbilityShortfall> found = shortfall(ability);
+        return !found || found->isPartial;
+    }
+
+    /// All of them are missing for one reason.
+    static DesktopAbilities without(AbilityGap gap)
+    {
+        DesktopAbilities abilities;
+        for (const DesktopAbility ability : allDesktopAbilities)
+            abilities.shortfalls[ability] = {.gap = gap, .isPartial = false};
+        return abilities;
     }
 
     friend bool operator==(const DesktopAbilities&, const DesktopAbilities&) = default;

@@ -3,6 +3,7 @@
 
 namespace kelpa {
 
+class AbilityReport;
 class Accessibility;
 class Applications;
 class Pasteboard;
@@ -17,6 +18,7 @@ struct Platform
     Applications& applications;
     Pasteboard& pasteboard;
     Workspace& workspace;
+    AbilityReport& abilities;
 };
 
 } // namespace kelpa

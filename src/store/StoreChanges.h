@@ -29,6 +29,7 @@ enum class StoreField : std::uint8_t {
     isAccessibilityTrusted,
     isScreenCaptureTrusted,
     obstacles,
+    abilities,
     language,
     isLanguageChosen,
     isAutoSortingGoals,

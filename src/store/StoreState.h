@@ -7,6 +7,7 @@
 #include "model/WindowItem.h"
 #include "navigation/BoardNavigationState.h"
 #include "navigation/WindowFold.h"
+#include "platform/DesktopAbilities.h"
 #include "store/StoreChanges.h"
 #include "store/board/BoardHistory.h"
 #include "store/board/BoardSearch.h"
@@ -53,6 +54,7 @@ public:
     bool isAccessibilityTrusted = false;
     bool isScreenCaptureTrusted = false;
     Obstacles obstacles;
+    DesktopAbilities abilities;
     AppLanguage language = AppLanguage::chinese;
     /// True until it turns out that none is stored.
     bool isLanguageChosen = true;

@@ -37,6 +37,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::isAccessibilityTrustedChanged,
         &WindowStore::isScreenCaptureTrustedChanged,
         &WindowStore::obstaclesChanged,
+        &WindowStore::abilitiesChanged,
         &WindowStore::languageChanged,
         &WindowStore::isLanguageChosenChanged,
         &WindowStore::isAutoSortingGoalsChanged,

@@ -61,6 +61,8 @@ public:
     bool isScreenCaptureTrusted() const { return m_state.isScreenCaptureTrusted; }
     /// What is in the way of the permissions that are missing.
     const Obstacles& obstacles() const { return m_state.obstacles; }
+    /// What the desktop can do, as last reported.
+    const DesktopAbilities& abilities() const { return m_state.abilities; }
     AppLanguage language() const { return m_state.language; }
     /// Whether a person has ever chosen it: false on a board that stores none.
     bool isLanguageChosen() const { return m_state.isLanguageChosen; }
@@ -149,6 +151,8 @@ public:
     void moveTodo(TodoID todoID, TodoID targetID, MovePlace place = MovePlace::before);
     /// Copies the todo to the clipboard, with a toast.
     void copyTodo(const TodoItem& todo);
+    /// Copies the command that brings Kelpa forward, for a key of the desktop.
+    void copyShowCommand();
     void requestAddTodo(GoalID goalID);
     void cancelTodoEditor();
 
@@ -235,6 +239,7 @@ Q_SIGNALS:
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
     void obstaclesChanged();
+    void abilitiesChanged();
     void languageChanged();
     void isLanguageChosenChanged();
     void isAutoSortingGoalsChanged();

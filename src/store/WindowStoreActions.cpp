@@ -4,6 +4,7 @@
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
 #include "store/WindowStoreParts.h"
+#include "windows/WindowActions.h"
 
 #include <algorithm>
 #include <chrono>
@@ -19,12 +20,17 @@ constexpr Scheduler::Duration refreshDelayAfterQuit = 400ms;
 
 } // namespace
 
+bool WindowStore::Parts::canAct() const
+{
+    return state.isAccessibilityTrusted && state.abilities.has(DesktopAbility::actions);
+}
+
 void WindowStore::focus(const WindowItem& window)
 {
     const Update update(m_state.changes);
     m_parts->selection.select(
         BoardNavigationState::inside(TargetSelection::of(window.goalID), window.id));
-    if (!m_state.isAccessibilityTrusted)
+    if (!m_parts->canAct())
         return;
     m_parts->activations.enqueue({window});
     // The search has found what it was for.
@@ -41,22 +47,32 @@ void WindowStore::showAllWindows(GoalID goalID)
     QList<WindowItem> windows;
     std::ranges::copy_if(std::as_const(m_state.windows), std::back_inserter(windows),
                          [&goalID](const WindowItem& each) { return each.goalID == goalID; });
-    if (m_state.isAccessibilityTrusted)
+    if (m_parts->canAct())
         m_parts->activations.enqueue(windows);
 }
 
 void WindowStore::closeProcess(const WindowItem& window)
 {
     const ProcessID process = window.processIdentifier;
-    if (process == m_parts->platform.applications.currentProcess())
+    if (process == m_parts->platform.applications.currentProcess() ||
+        !m_state.abilities.has(DesktopAbility::actions))
         return;
-    m_parts->quits.add(
-        [process, &applications = m_parts->platform.applications](const std::stop_token&) {
-            if (applications.isRunning(process))
-                applications.requestQuit(process);
-            return Done{};
-        },
-        [](Done) {});
+    if (m_state.abilities.has(DesktopAbility::quitting)) {
+        m_parts->quits.add(
+            [process, &applications = m_parts->platform.applications](const std::stop_token&) {
+                if (applications.isRunning(process))
+                    applications.requestQuit(process);
+                return Done{};
+            },
+            [](Done) {});
+    } else {
+        m_parts->quits.add(
+            [window, &accessibility = m_parts->platform.accessibility](const std::stop_token&) {
+                requestClose(window, accessibility);
+                return Done{};
+            },
+            [](Done) {});
+    }
     m_parts->tasks.after(refreshDelayAfterQuit, [this] { refresh(); });
 }
 

@@ -39,12 +39,17 @@ struct WindowStore::Parts
     void letLinger(TodoID todoID);
     /// Called after the number of open todos of a goal has changed.
     void reconcileWithTodoCounts();
+    /// Also what the desktop can do.
     void publish(const Permissions::Granted& granted);
     void publishPermissions();
     /// Starts a discovery pass, unless one is under way.
     void startPass(WorkPriority priority);
     /// Begins with the first pictures of windows in view, while the store observes.
     void captureFirst();
+    /// The desktop acts on windows, and Kelpa may let it.
+    bool canAct() const;
+    /// The desktop captures windows, and Kelpa may let it.
+    bool canCapture() const;
 
     // Reports of the parts, each an operation of its own.
 
@@ -52,6 +57,7 @@ struct WindowStore::Parts
     void loadState();
     void publishSaving();
     void publishToast();
+    void publishAbilities();
     void publishPreviews(Previews captured, PreviewCaptures::Messages messages);
     /// The first pass, which began before the permissions were known, found `discovered`.
     void finishPassAhead(const QList<WindowItem>& discovered);
@@ -78,6 +84,7 @@ struct WindowStore::Parts
     Permissions permissions;
     /// Absent while the store does not observe.
     std::optional<DesktopObservation> observation;
+    std::unique_ptr<Subscription> abilityWatch;
     DiscoveryPasses passes;
     /// Whether the pass under way is that of `discoverAhead`.
     bool isPassAhead = false;

@@ -1,5 +1,6 @@
 // The previews of windows, and the permissions that they and discovery depend on.
 
+#include "platform/AbilityReport.h"
 #include "store/WindowStoreParts.h"
 #include "text/KelpaCopy.h"
 
@@ -8,7 +9,7 @@ namespace kelpa {
 void WindowStore::refreshPreviews(Scheduler::Time now)
 {
     const Update update(m_state.changes);
-    if (m_state.isScreenCaptureTrusted) {
+    if (m_parts->canCapture()) {
         m_parts->previewCaptures.captureNext(now);
     } else {
         m_parts->previewCaptures.cancel();
@@ -23,9 +24,14 @@ void WindowStore::noteWindowInView(WindowID windowID)
     m_parts->captureFirst();
 }
 
+bool WindowStore::Parts::canCapture() const
+{
+    return state.isScreenCaptureTrusted && state.abilities.has(DesktopAbility::previews);
+}
+
 void WindowStore::Parts::captureFirst()
 {
-    if (observation && state.isScreenCaptureTrusted)
+    if (observation && canCapture())
         previewCaptures.captureFirst(scheduler.now());
 }
 
@@ -58,6 +64,8 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
         return std::nullopt;
     if (m_state.obstacles.screenCapture == Obstacle::permission)
         return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_state.language);
+    if (!m_state.abilities.has(DesktopAbility::previews))
+        return KelpaCopy::text(CopyKey::NoPreviewsHere, m_state.language);
     // A window of another desktop is off screen as well, without being minimised.
     if (window.isMinimized && !window.isOnScreen)
         return KelpaCopy::text(CopyKey::PreviewMinimized, m_state.language);
@@ -80,6 +88,20 @@ void WindowStore::Parts::publish(const Permissions::Granted& granted)
     state.assign(state.isScreenCaptureTrusted, granted.screenCapture,
                  Field::isScreenCaptureTrusted);
     state.assign(state.obstacles, permissions.obstacles(granted), Field::obstacles);
+    publishAbilities();
+}
+
+void WindowStore::Parts::publishAbilities()
+{
+    const Update update(state.changes);
+    if (!state.assign(state.abilities, platform.abilities.abilities(), Field::abilities))
+        return;
+    // The cards say why they have no picture.
+    state.markChanged(Field::previews);
+    if (!state.abilities.has(DesktopAbility::previews)) {
+        previewCaptures.cancel();
+        publishPreviews({}, PreviewCaptures::Messages::same);
+    }
 }
 
 void WindowStore::Parts::publishPermissions()

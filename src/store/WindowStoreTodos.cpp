@@ -137,6 +137,13 @@ void WindowStore::copyTodo(const TodoItem& todo)
     m_parts->toast.show(CopyKey::TodoCopied, Toast::Offer::none);
 }
 
+void WindowStore::copyShowCommand()
+{
+    const Update update(m_state.changes);
+    m_parts->platform.pasteboard.setText(QStringLiteral("kelpa --show"));
+    m_parts->toast.show(CopyKey::CommandCopied, Toast::Offer::none);
+}
+
 void WindowStore::requestAddTodo(GoalID goalID)
 {
     const Update update(m_state.changes);

@@ -1,5 +1,6 @@
 // The windows of the desktop and their assignments.
 
+#include "platform/AbilityReport.h"
 #include "store/WindowStoreParts.h"
 #include "windows/WindowReconciliation.h"
 
@@ -155,6 +156,9 @@ void WindowStore::startObserving()
             .refresh = [this] { refreshInBackground(); },
             .refreshPreviews = [this] { refreshPreviews(m_parts->scheduler.now()); },
             .windowsChanged = [this] { noteWindowsChangedOnDesktop(); }});
+    m_parts->abilityWatch =
+        m_parts->platform.abilities.watchAbilities([this] { m_parts->publishAbilities(); });
+    m_parts->publishAbilities();
     refreshPreviews(m_parts->scheduler.now());
 }
 
@@ -162,6 +166,7 @@ void WindowStore::stopObserving()
 {
     const Update update(m_state.changes);
     m_parts->observation.reset();
+    m_parts->abilityWatch.reset();
     m_parts->previewCaptures.cancel();
     m_parts->passes.cancel();
     m_parts->isPassAhead = false;

@@ -11,9 +11,9 @@ namespace kelpa {
 namespace copykey {
 Q_NAMESPACE
 
-/// In the order of the rows in CopyRowsBoard.h, CopyRowsGoals.h, CopyRowsWindows.h and
-/// CopyRowsTrouble.h. Names begin with a capital because QML requires it; the values are plain
-/// `int`s, as QML passes them.
+/// In the order of the rows in CopyRowsBoard.h, CopyRowsGoals.h, CopyRowsWindows.h,
+/// CopyRowsTrouble.h and CopyRowsDesktop.h. Names begin with a capital because QML requires it; the
+/// values are plain `int`s, as QML passes them.
 enum class CopyKey {
     // Header of the board.
     ProductName,
@@ -162,6 +162,23 @@ enum class CopyKey {
     CloseLosesChanges,
     CloseMayLoseChanges,
     CloseAnyway,
+    // What the desktop lacks: heading of the notice.
+    WindowsNotListed,
+    OnlyX11Windows,
+    WindowsNotActedOn,
+    // Why, and what helps.
+    CompositorNotRead,
+    DesktopSilent,
+    StartedWithoutWindows,
+    XwaylandHasX11Windows,
+    // Where something is missed.
+    NoWindowsHere,
+    NoPreviewsHere,
+    DragWindowHelp,
+    CloseWindow,
+    DoubleTapNotHeard,
+    CopyCommand,
+    CommandCopied,
 };
 Q_ENUM_NS(CopyKey)
 
@@ -170,6 +187,6 @@ Q_ENUM_NS(CopyKey)
 using copykey::CopyKey;
 
 /// The tables do not compile when they have another number of rows.
-inline constexpr std::size_t copyKeyCount = static_cast<std::size_t>(CopyKey::CloseAnyway) + 1;
+inline constexpr std::size_t copyKeyCount = static_cast<std::size_t>(CopyKey::CommandCopied) + 1;
 
 } // namespace kelpa

@@ -2,6 +2,7 @@
 
 #include "model/Text.h"
 #include "text/CopyRowsBoard.h"
+#include "text/CopyRowsDesktop.h"
 #include "text/CopyRowsGoals.h"
 #include "text/CopyRowsTrouble.h"
 #include "text/CopyRowsWindows.h"
@@ -27,6 +28,7 @@ constexpr std::array<const CopyRow*, copyKeyCount> rowsByKey = [] {
     append(todoCopyRows);
     append(windowCopyRows);
     append(troubleCopyRows);
+    append(desktopCopyRows);
     return rows;
 }();
 
@@ -39,7 +41,7 @@ constexpr bool everyKeyHasItsRow()
     return true;
 }
 static_assert(boardCopyRows.size() + goalCopyRows.size() + todoCopyRows.size() +
-                      windowCopyRows.size() + troubleCopyRows.size() ==
+                      windowCopyRows.size() + troubleCopyRows.size() + desktopCopyRows.size() ==
                   copyKeyCount,
               "each key has one row");
 static_assert(everyKeyHasItsRow(), "the rows must stand in the order of CopyKey, one for each");

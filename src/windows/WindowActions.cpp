@@ -5,6 +5,8 @@
 #include "windows/WindowDiscovery.h"
 
 #include <map>
+#include <optional>
+#include <utility>
 
 namespace kelpa {
 
@@ -79,6 +81,16 @@ void bringForward(const QList<WindowItem>& windows, Applications& applications,
         element->requestFocus();
         element->requestRaise();
     }
+}
+
+void requestClose(const WindowItem& window, Accessibility& accessibility)
+{
+    const std::optional<AccessibilityElements> elements =
+        accessibility.elements(window.processIdentifier);
+    if (!elements)
+        return;
+    if (AccessibilityElement* const element = accessibilityWindow(window, *elements))
+        element->requestClose();
 }
 
 } // namespace kelpa

@@ -21,4 +21,8 @@ AccessibilityElement* accessibilityWindow(const WindowItem& window,
 void bringForward(const QList<WindowItem>& windows, Applications& applications,
                   Accessibility& accessibility);
 
+/// Asks the window alone to close; does nothing where it cannot be matched. Any thread but the main
+/// one.
+void requestClose(const WindowItem& window, Accessibility& accessibility);
+
 } // namespace kelpa

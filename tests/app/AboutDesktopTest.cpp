@@ -25,6 +25,7 @@ desktop     x11
 
 windows     yes
 actions     yes
+quitting    yes
 minimising  yes
 geometry    yes
 previews    yes
@@ -56,6 +57,7 @@ desktop     x11 (as asked)
 windows     in part: Xwayland has the windows of programs on X11, and no others
             to mend it: log in to a session on X11
 actions     yes
+quitting    yes
 minimising  yes
 geometry    yes
 previews    no: the X server has no Composite extension
@@ -63,6 +65,25 @@ previews    no: the X server has no Composite extension
 double tap  no: Xwayland hears no keys that are typed into other programs
             to mend it: bind a key of the desktop to the command "kelpa --show"
 )");
+}
+
+TEST(AboutDesktop, Says_why_a_session_or_a_person_leaves_Kelpa_without_windows)
+{
+    const SessionReading bare{
+        .sessionType = "wayland",
+        .currentDesktop = {},
+        .x11Display = {},
+        .waylandDisplay = "wayland-0",
+        .display = std::nullopt,
+        .compositor = wayland::GlobalVersions{{"wl_seat", 7}},
+    };
+    const QString told = aboutDesktop(bare, std::nullopt);
+    EXPECT_TRUE(told.contains(QStringLiteral("desktop     none\n"))) << told.toStdString();
+    EXPECT_EQ(told.count(QStringLiteral("no: the compositor has no protocol for it")), 7)
+        << told.toStdString();
+    const QString asked = aboutDesktop(bare, DesktopKind::none);
+    EXPECT_TRUE(asked.contains(QStringLiteral("desktop     none (as asked)\n")));
+    EXPECT_EQ(asked.count(QStringLiteral("start it without \"--desktop none\"")), 7);
 }
 
 TEST(AboutDesktop, Says_who_does_not_reply)

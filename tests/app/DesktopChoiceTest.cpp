@@ -20,15 +20,25 @@ TEST(DesktopChoice, Is_what_the_session_offers_or_the_person_asks_for)
         Row{"an X display", {.hasX11Display = true}, {}, DesktopKind::x11},
         Row{"Xwayland", {.hasX11Display = true, .compositor = compositor}, {}, DesktopKind::x11},
         Row{"no display, asked for all the same", {}, DesktopKind::x11, DesktopKind::x11},
-        Row{"a compositor alone", {.compositor = compositor}, {}, {}},
+        Row{"a compositor alone", {.compositor = compositor}, {}, DesktopKind::none},
+        Row{"no windows are wanted", {.hasX11Display = true}, DesktopKind::none, DesktopKind::none},
     };
     for (const Row& row : rows)
         EXPECT_EQ(chosenDesktop(row.offer, row.asked), row.chosen) << row.name;
 }
 
+TEST(DesktopChoice, Kelpas_own_window_is_native_unless_the_desktop_is_an_X_display)
+{
+    const SessionOffer x11{.hasX11Display = true};
+    const SessionOffer both{.hasX11Display = true, .compositor = {{{"wl_seat", 7}}}};
+    EXPECT_EQ(toolkitPlatform(DesktopKind::x11, both), "xcb");
+    EXPECT_EQ(toolkitPlatform(DesktopKind::none, both), "wayland");
+    EXPECT_EQ(toolkitPlatform(DesktopKind::none, x11), "xcb");
+}
+
 TEST(DesktopChoice, Every_desktop_has_a_name_by_which_it_is_found)
 {
-    EXPECT_EQ(desktopNames(), QStringList{QStringLiteral("x11")});
+    EXPECT_EQ(desktopNames(), (QStringList{QStringLiteral("x11"), QStringLiteral("none")}));
     for (const DesktopKind kind : allDesktopKinds)
         EXPECT_EQ(desktopNamed(desktopName(kind)), kind);
     EXPECT_EQ(desktopNamed(QStringLiteral("X11")), std::nullopt);

@@ -42,21 +42,21 @@ TEST(WindowSystem, Has_the_display_that_the_command_line_names)
     EXPECT_EQ(chosen({QStringLiteral("-display")}).display, "");
 }
 
-std::vector<std::string> givenToToolkit(const WindowSystem& system)
+std::vector<std::string> givenToToolkit(const QByteArray& platform)
 {
     std::string program = "kelpa";
     std::string option = "--show";
     std::array<char*, 3> values{program.data(), option.data(), nullptr};
-    ToolkitArguments arguments(2, values.data(), system);
+    ToolkitArguments arguments(2, values.data(), platform);
     EXPECT_EQ(arguments.values()[arguments.count()], nullptr);
     return {arguments.values(), arguments.values() + arguments.count()};
 }
 
-TEST(ToolkitArguments, Name_X11_where_nobody_chose)
+TEST(ToolkitArguments, Name_the_platform_where_nobody_chose)
 {
-    EXPECT_EQ(givenToToolkit({.isDefault = true}),
-              (std::vector<std::string>{"kelpa", "-platform", "xcb", "--show"}));
-    EXPECT_EQ(givenToToolkit({.isDefault = false}), (std::vector<std::string>{"kelpa", "--show"}));
+    EXPECT_EQ(givenToToolkit("wayland"),
+              (std::vector<std::string>{"kelpa", "-platform", "wayland", "--show"}));
+    EXPECT_EQ(givenToToolkit({}), (std::vector<std::string>{"kelpa", "--show"}));
 }
 
 } // namespace

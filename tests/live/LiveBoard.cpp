@@ -45,8 +45,8 @@ void LiveBoard::handleDocumentsChanged()
 void LiveBoard::openStore()
 {
     m_store = std::make_unique<WindowStore>(
-        Platform{m_countingServer, m_windowActions, m_applications, m_rest, m_rest}, m_settings,
-        m_scheduler);
+        Platform{m_countingServer, m_windowActions, m_applications, m_rest, m_rest, m_rest},
+        m_settings, m_scheduler);
 }
 
 std::optional<WindowItem> LiveBoard::window(const QString& title) const

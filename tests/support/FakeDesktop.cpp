@@ -62,6 +62,7 @@ public:
     void requestMain() override { note(QStringLiteral("main")); }
     void requestFocus() override { note(QStringLiteral("focus")); }
     void requestRaise() override { note(QStringLiteral("raise")); }
+    void requestClose() override { note(QStringLiteral("close")); }
 
 private:
     void note(const QString& action)
@@ -76,19 +77,20 @@ private:
 class FakeDesktop::Watch : public Subscription
 {
 public:
-    Watch(FakeDesktop& desktop, std::function<void()> changed)
-        : m_desktop(desktop), m_changed(std::move(changed))
+    /// One of `watches`, which outlives it.
+    Watch(std::vector<Watch*>& watches, std::function<void()> changed)
+        : m_watches(watches), m_changed(std::move(changed))
     {
-        m_desktop.m_watches.push_back(this);
+        m_watches.push_back(this);
     }
-    ~Watch() override { std::erase(m_desktop.m_watches, this); }
+    ~Watch() override { std::erase(m_watches, this); }
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
 
     void announce() const { m_changed(); }
 
 private:
-    FakeDesktop& m_desktop;
+    std::vector<Watch*>& m_watches;
     std::function<void()> m_changed;
 };
 
@@ -156,7 +158,26 @@ std::unique_ptr<DiscoverySource> FakeDesktop::openDiscoverySource()
 
 std::unique_ptr<Subscription> FakeDesktop::watchWindows(std::function<void()> changed)
 {
-    return std::make_unique<Watch>(*this, std::move(changed));
+    return std::make_unique<Watch>(m_watches, std::move(changed));
+}
+
+std::unique_ptr<Subscription> FakeDesktop::watchAbilities(std::function<void()> changed)
+{
+    return std::make_unique<Watch>(m_abilityWatches, std::move(changed));
+}
+
+void FakeDesktop::lack(DesktopAbility ability, AbilityShortfall shortfall)
+{
+    m_abilities.shortfalls[ability] = shortfall;
+    for (const Watch* const watch : std::vector(m_abilityWatches))
+        watch->announce();
+}
+
+void FakeDesktop::lackNothing()
+{
+    m_abilities = {};
+    for (const Watch* const watch : std::vector(m_abilityWatches))
+        watch->announce();
 }
 
 bool FakeDesktop::requestScreenCapture()

@@ -1,6 +1,7 @@
 // A desktop made of plain data, which implements every interface that the store needs.
 #pragma once
 
+#include "platform/AbilityReport.h"
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
 #include "platform/DiscoverySource.h"
@@ -25,7 +26,8 @@ class FakeDesktop : public WindowServer,
                     public Accessibility,
                     public Applications,
                     public Pasteboard,
-                    public Workspace
+                    public Workspace,
+                    public AbilityReport
 {
 public:
     FakeDesktop();
@@ -34,7 +36,7 @@ public:
     /// The process that the fake takes for Kelpa's own.
     static constexpr ProcessID ownProcess = 4242;
 
-    Platform platform() { return {*this, *this, *this, *this, *this}; }
+    Platform platform() { return {*this, *this, *this, *this, *this, *this}; }
 
     /// Adds an ordinary window of a regular application in front of the others. Adds the
     /// application if necessary; it reports no window to the accessibility side.
@@ -95,6 +97,10 @@ public:
     /// Notifies all watchers of changed windows.
     void announceWindowChange();
     int watcherCount() const;
+    /// Takes an ability away, and notifies who watches.
+    void lack(DesktopAbility ability, AbilityShortfall shortfall = {});
+    /// Gives all abilities back, and notifies who watches.
+    void lackNothing();
 
     // WindowServer
     bool isScreenCaptureTrusted() const override { return isScreenCaptureGranted; }
@@ -130,6 +136,9 @@ public:
     // Workspace
     TaskHandle findOpener(const QUrl& url, std::function<void(bool isThere)> found) override;
     void requestOpen(const QUrl& url) override { openedUrls.append(url); }
+    // AbilityReport
+    DesktopAbilities abilities() const override { return m_abilities; }
+    std::unique_ptr<Subscription> watchAbilities(std::function<void()> changed) override;
 
 private:
     class Source;
@@ -137,6 +146,8 @@ private:
     class Watch;
 
     std::vector<Watch*> m_watches;
+    DesktopAbilities m_abilities;
+    std::vector<Watch*> m_abilityWatches;
     int m_launches = 0;
 };
 

@@ -27,6 +27,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::isAccessibilityTrustedChanged, "isAccessibilityTrusted");
     listen(&WindowStore::isScreenCaptureTrustedChanged, "isScreenCaptureTrusted");
     listen(&WindowStore::obstaclesChanged, "obstacles");
+    listen(&WindowStore::abilitiesChanged, "abilities");
     listen(&WindowStore::languageChanged, "language");
     listen(&WindowStore::isLanguageChosenChanged, "isLanguageChosen");
     listen(&WindowStore::isAutoSortingGoalsChanged, "isAutoSortingGoals");

@@ -1,6 +1,7 @@
 // The wording of the interface: a table of every text in every language.
 #include "text/KelpaCopy.h"
 
+#include "text/QuotedDesktopTexts.h"
 #include "text/QuotedText.h"
 #include "text/QuotedTroubleTexts.h"
 #include "text/TextPrinting.h"
@@ -376,6 +377,7 @@ std::vector<QuotedText> allQuotedTexts()
 {
     std::vector<QuotedText> all(quotedTexts.begin(), quotedTexts.end());
     all.insert(all.end(), test::quotedTroubleTexts.begin(), test::quotedTroubleTexts.end());
+    all.insert(all.end(), test::quotedDesktopTexts.begin(), test::quotedDesktopTexts.end());
     return all;
 }
 

@@ -112,6 +112,28 @@ public:
         }
         m_store.refresh();
     }
+    /// The desktop has no such ability any more, or has it in part.
+    Q_INVOKABLE void lack(const QString& ability, bool isPartial = false)
+    {
+        const QHash<QString, std::pair<DesktopAbility, AbilityGap>> known{
+            {QStringLiteral("windows"), {DesktopAbility::windows, AbilityGap::compositorProtocol}},
+            {QStringLiteral("actions"), {DesktopAbility::actions, AbilityGap::compositorProtocol}},
+            {QStringLiteral("quitting"),
+             {DesktopAbility::quitting, AbilityGap::compositorProtocol}},
+            {QStringLiteral("previews"),
+             {DesktopAbility::previews, AbilityGap::compositorProtocol}},
+            {QStringLiteral("globalKeys"),
+             {DesktopAbility::globalKeys, AbilityGap::keysOfXwayland}}};
+        const auto [which, gap] = known[ability];
+        m_desktop.lack(which, {.gap = isPartial ? AbilityGap::windowsOfXwayland : gap,
+                               .isPartial = isPartial});
+        m_store.refresh();
+    }
+    Q_INVOKABLE void lackNothing()
+    {
+        m_desktop.lackNothing();
+        m_store.refresh();
+    }
     /// The window sets an icon.
     Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id, Qt::red); }
     /// The window had an icon, and the desktop reports the other one.

@@ -189,7 +189,8 @@ struct NamedException
 
 constexpr auto namedExceptions = std::to_array<NamedException>({
     // What a terminal shows, before there is an interface or a language.
-    {u"^src/app/CommandLine\\.cpp$", u""},
+    {u"^src/app/(AboutDesktop|CommandLine)\\.cpp$", u""},
+    {u"^src/main\\.cpp$", u"^(Kelpa |, Qt %1.*)$"},
     {u"^src/platform/sqlite/SettingsError\\.cpp$", u""},
     // Variables of the environment, atoms, and keys of attributes.
     {u"^src/(app|platform)/|^src/main\\.cpp$", u"^[A-Z][A-Z0-9_]*=?$"},
@@ -217,6 +218,9 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/ExecutableName\\.h$", u"^ \\(deleted\\)$"},
     {u"^src/platform/x11/\\w+/XSettings\\.cpp$", u"^Gtk/EnableAnimations$"},
     {u"^src/platform/x11/\\w+/StartupNotification\\.cpp$", u"^remove: ID=$"},
+    // How a file of Kelpa's begins, and a command.
+    {u"^src/platform/numbers/NameTable\\.cpp$", u"^Kelpa window names 1$"},
+    {u"^src/store/WindowStoreTodos\\.cpp$", u"^kelpa --show$"},
     // Names: of the product, of places, of types, of fonts.
     {u"^src/main\\.cpp$|^src/views/(scene/SymbolItem|ViewEngine)\\.cpp$",
      u"^(Kelpa(\\.(Scene|Appearance))?|SymbolPictures|ViewSettings)$"},

@@ -44,18 +44,15 @@ DesktopAbilities abilitiesOn(const std::optional<DisplayFacts>& facts)
 {
     using enum DesktopAbility;
     DesktopAbilities abilities;
-    if (!facts) {
-        lack(abilities, AbilityGap::display,
-             {windows, actions, minimizing, geometry, previews, globalKeys});
-        return abilities;
-    }
+    if (!facts)
+        return DesktopAbilities::without(AbilityGap::display);
     if (facts->isXwayland)
         abilities.shortfalls[windows] = {.gap = AbilityGap::windowsOfXwayland, .isPartial = true};
     if (!facts->hasComposite)
         lack(abilities, AbilityGap::composite, {previews});
     if (!facts->hasWindowManager)
         lack(abilities, AbilityGap::windowManager,
-             {windows, actions, minimizing, geometry, previews});
+             {windows, actions, quitting, minimizing, geometry, previews});
     if (facts->isXwayland)
         lack(abilities, AbilityGap::keysOfXwayland, {globalKeys});
     else if (!facts->hasRawKeys)

@@ -6,6 +6,7 @@
 #include "views/board/BoardColumnModel.h"
 #include "views/board/BoardTargetModel.h"
 #include "views/board/SearchController.h"
+#include "views/board/notices/DesktopNotice.h"
 #include "views/board/notices/FirstSteps.h"
 #include "views/board/notices/LanguageOffer.h"
 #include "views/board/notices/TroubleController.h"
@@ -47,6 +48,7 @@ class BoardController : public QObject
     Q_PROPERTY(double boardWidth READ boardWidth WRITE setBoardWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(double targetAreaWidth READ targetAreaWidth NOTIFY targetAreaChanged)
     Q_PROPERTY(kelpa::LanguageOffer* languageOffer READ languageOffer CONSTANT)
+    Q_PROPERTY(kelpa::DesktopNotice* desktopNotice READ desktopNotice CONSTANT)
     Q_PROPERTY(kelpa::FirstSteps* firstSteps READ firstSteps CONSTANT)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
@@ -86,6 +88,7 @@ public:
     SearchController* search() { return &m_search; }
     TroubleController* trouble() { return &m_trouble; }
     LanguageOffer* languageOffer() { return &m_languageOffer; }
+    DesktopNotice* desktopNotice() { return &m_desktopNotice; }
     FirstSteps* firstSteps() { return &m_firstSteps; }
     BoardColumnModel* columns() { return &m_columns; }
     BoardTargetModel* targets() { return &m_targets; }
@@ -189,6 +192,7 @@ private:
     TodoController m_todos;
     WindowController m_windows;
     LanguageOffer m_languageOffer{m_store, QLocale::system().uiLanguages()};
+    DesktopNotice m_desktopNotice{m_store};
     FirstSteps m_firstSteps{m_store};
     SearchController m_search{m_store, m_goals, m_todos};
     TroubleController m_trouble{m_store, m_todos};

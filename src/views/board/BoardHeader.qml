@@ -177,5 +177,6 @@ Item {
         anchors.leftMargin: Theme.boardMargin
         anchors.rightMargin: Theme.boardMargin
         isDoubleTapOffered: root.board.isDoubleTapOffered
+        notice: root.board.desktopNotice
     }
 }

@@ -3,19 +3,28 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
+import Kelpa.Board
 
 /// Which keys drive the board, and how to bring Kelpa forward: beside each other where there is room
-/// for both, otherwise one above the other.
+/// for both, otherwise one above the other. Where the desktop tells of no double tap, a key of the
+/// desktop's own takes its place, and the command for it can be copied.
 Item {
     id: root
 
     required property bool isDoubleTapOffered
+    required property DesktopNotice notice
 
-    readonly property bool isOneLine: !root.isDoubleTapOffered
-        || keyboardHint.implicitWidth + doubleTapHint.implicitWidth <= root.width - Theme.huge
+    readonly property bool isKeyWanted: root.notice.lacksDoubleTap && !root.isDoubleTapOffered
+    /// Null while no key is wanted.
+    property Item copyButton: null
+    readonly property real roomForButton: root.copyButton === null
+                                          ? 0 : root.copyButton.implicitWidth + Theme.small
+    readonly property bool isOneLine: !doubleTapHint.visible
+        || keyboardHint.implicitWidth + doubleTapHint.implicitWidth + root.roomForButton
+           <= root.width - Theme.huge
 
     component Hint: AppText {
-        width: Math.min(implicitWidth, parent.width)
+        width: Math.min(implicitWidth, parent.width - root.roomForButton)
         font: Theme.caption
         color: Theme.secondaryText
         Accessible.ignored: !visible
@@ -33,9 +42,22 @@ Item {
     Hint {
         id: doubleTapHint
 
-        x: root.isOneLine ? root.width - width : 0
+        x: root.isOneLine ? root.width - width - root.roomForButton : 0
         y: root.isOneLine ? 0 : keyboardHint.height
-        text: ViewSettings.copy.text(CopyKey.DoubleTapHint)
-        visible: root.isDoubleTapOffered
+        text: ViewSettings.copy.text(root.isKeyWanted ? CopyKey.DoubleTapNotHeard
+                                                     : CopyKey.DoubleTapHint)
+        visible: root.isDoubleTapOffered || root.isKeyWanted
+    }
+    Repeater {
+        model: root.isKeyWanted ? 1 : 0
+        delegate: LinkButton {
+            anchors.left: doubleTapHint.right
+            anchors.leftMargin: Theme.small
+            anchors.verticalCenter: doubleTapHint.verticalCenter
+            text: ViewSettings.copy.text(CopyKey.CopyCommand)
+            onClicked: root.notice.copyCommand()
+        }
+        onItemAdded: (index, item) => root.copyButton = item
+        onItemRemoved: root.copyButton = null
     }
 }

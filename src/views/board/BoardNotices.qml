@@ -18,7 +18,8 @@ Column {
     readonly property bool isMissingPermission: root.board.needsScreenCapture
             || root.board.needsAccessibility || root.board.needsWindowManager || root.board.needsComposite
     readonly property bool isEmpty: !place.visible && !root.board.languageOffer.isOpen
-                                    && !root.isMissingPermission && !root.board.search.isOld
+                                    && !root.isMissingPermission && !root.board.desktopNotice.isOpen
+                                    && !root.board.search.isOld
 
     function showTrouble(): void {
         if (root.troubleBanner === null && root.board.trouble.isThere)
@@ -50,6 +51,13 @@ Column {
         PermissionBanner {
             width: root.width
             board: root.board
+        }
+    }
+    Repeater {
+        model: root.board.desktopNotice.isOpen ? 1 : 0
+        delegate: DesktopBanner {
+            width: root.width
+            notice: root.board.desktopNotice
         }
     }
     Repeater {

@@ -3,11 +3,12 @@ import Kelpa.Appearance
 import Kelpa.Controls
 
 /// Takes the place of a column's window cards while it shows none, and says why: nothing was dragged
-/// there, or the search matches none of them.
+/// there, the search matches none of them, or the desktop lists none.
 Item {
     id: root
 
     required property bool isSearchedEmpty
+    required property bool areWindowsListed
 
     height: 92
 
@@ -20,8 +21,9 @@ Item {
         anchors.fill: parent
         anchors.margins: Theme.medium
         horizontalAlignment: Text.AlignHCenter
-        text: ViewSettings.copy.text(root.isSearchedEmpty ? CopyKey.NoMatchingWindows
-                                                       : CopyKey.DragWindowHere)
+        text: ViewSettings.copy.text(!root.areWindowsListed ? CopyKey.NoWindowsHere
+                                     : root.isSearchedEmpty ? CopyKey.NoMatchingWindows
+                                                            : CopyKey.DragWindowHere)
         color: Theme.secondaryText
         wrapMode: Text.Wrap
         Accessible.ignored: !visible

@@ -148,7 +148,7 @@ ExpandableGoalCard {
         anchors.rightMargin: Theme.medium
         y: header.y + header.titleTop + header.titleHeight + 1
         height: Theme.columnListY - y
-        visible: root.isUnassigned
+        visible: root.isUnassigned && root.board.windows.areListed
     }
     TodoList {
         id: todos

@@ -160,7 +160,7 @@ Item {
             count: root.windowCount
             symbol: "app-window"
             label: ViewSettings.copy.windowCount(root.windowCount)
-            visible: root.isUnassigned
+            visible: root.isUnassigned && root.goals.areWindowsListed
         }
         CountButton {
             anchors.verticalCenter: parent.verticalCenter
@@ -168,7 +168,7 @@ Item {
             symbol: "app-window-plus"
             text: ViewSettings.copy.text(CopyKey.AddWindowsToGoal)
             label: ViewSettings.copy.windowCount(root.windowCount)
-            visible: !root.isUnassigned
+            visible: !root.isUnassigned && root.goals.areWindowsListed
             onClicked: root.goals.requestWindows(root.columnID)
         }
     }

@@ -22,21 +22,29 @@ AppMenu {
 
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.AddWindowsToGoal)
+        visible: root.goals.areWindowsListed
+        height: visible ? implicitHeight : 0
         symbol: "app-window-plus"
         onTriggered: root.goals.requestWindows(root.columnID)
     }
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.OpenChrome)
+        visible: root.goals.areWindowsListed
+        height: visible ? implicitHeight : 0
         symbol: "globe"
         onTriggered: root.goals.openChrome(root.columnID)
     }
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.OpenTerminal)
+        visible: root.goals.areWindowsListed
+        height: visible ? implicitHeight : 0
         symbol: "terminal"
         onTriggered: root.goals.openTerminal(root.columnID)
     }
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.ShowAllWindows)
+        visible: root.goals.canShowWindows
+        height: visible ? implicitHeight : 0
         symbol: "layers"
         onTriggered: root.goals.showAllWindows(root.columnID)
     }

@@ -15,6 +15,7 @@ namespace kelpa {
 GoalController::GoalController(WindowStore& store, QObject* parent)
     : QObject(parent), m_store(store), m_breadcrumbs(store), m_moveTargets(store)
 {
+    connect(&store, &WindowStore::abilitiesChanged, this, &GoalController::abilitiesChanged);
     // Connected after the models, which follow the store themselves.
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
@@ -25,17 +26,28 @@ GoalController::GoalController(WindowStore& store, QObject* parent)
     });
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
-          &WindowStore::languageChanged})
+          &WindowStore::languageChanged, &WindowStore::abilitiesChanged})
         connect(&store, signal, this, &GoalController::noGoalsHintChanged);
 }
 
 QString GoalController::noGoalsHint() const
 {
     if (m_store.goals().isEmpty())
-        return KelpaCopy::text(CopyKey::AddFirstGoalHint, m_store.language());
+        return areWindowsListed() ? KelpaCopy::text(CopyKey::AddFirstGoalHint, m_store.language())
+                                  : QString();
     return m_store.visibleGoals().isEmpty()
                ? KelpaCopy::text(CopyKey::GoalsHiddenHint, m_store.language())
                : QString();
+}
+
+bool GoalController::areWindowsListed() const
+{
+    return m_store.abilities().has(DesktopAbility::windows);
+}
+
+bool GoalController::canShowWindows() const
+{
+    return m_store.abilities().has(DesktopAbility::actions);
 }
 
 QStringList GoalController::priorities() const

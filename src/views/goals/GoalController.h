@@ -24,13 +24,18 @@ class GoalController : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("The board has it.")
 
-    /// A hint at what a person can do while no goal shows; empty while one does.
+    /// A hint at what a person can do while no goal shows; empty while one does, and where there is
+    /// nothing to do with windows.
     Q_PROPERTY(QString noGoalsHint READ noGoalsHint NOTIFY noGoalsHintChanged)
     Q_PROPERTY(kelpa::BreadcrumbModel* breadcrumbs READ breadcrumbs CONSTANT)
     /// The row of the selected goal's entry in the rail; -1 while no visible goal is selected.
     Q_PROPERTY(int selectedBreadcrumb READ selectedBreadcrumb NOTIFY selectedBreadcrumbChanged)
     Q_PROPERTY(kelpa::MoveTargetModel* moveTargets READ moveTargets CONSTANT)
     Q_PROPERTY(QStringList priorities READ priorities CONSTANT)
+    /// Whether the desktop lists windows, which can then be added to goals and opened for them.
+    Q_PROPERTY(bool areWindowsListed READ areWindowsListed NOTIFY abilitiesChanged)
+    /// Whether the desktop brings the windows of a goal forward.
+    Q_PROPERTY(bool canShowWindows READ canShowWindows NOTIFY abilitiesChanged)
 
 public:
     /// `store` outlives the controller.
@@ -42,6 +47,8 @@ public:
     MoveTargetModel* moveTargets() { return &m_moveTargets; }
     /// The stored texts of the priorities, the most urgent first.
     QStringList priorities() const;
+    bool areWindowsListed() const;
+    bool canShowWindows() const;
     Q_INVOKABLE QString prioritySymbol(const QString& priority) const;
 
     Q_INVOKABLE bool hasGoal(const QString& columnID) const;
@@ -78,6 +85,7 @@ public:
     Q_INVOKABLE QString columnDragText(const QString& columnID) const;
 
 Q_SIGNALS:
+    void abilitiesChanged();
     void noGoalsHintChanged();
     void selectedBreadcrumbChanged();
     /// The selection has changed.

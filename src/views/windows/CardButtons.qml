@@ -2,11 +2,13 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Kelpa.Appearance
+import Kelpa.Windows
 
 /// The buttons in the upper corners of a card, for people without a second mouse button or a menu key.
 Item {
     id: root
 
+    required property WindowController windows
     /// Whether the buttons show.
     required property bool isPointedAt
     /// Whether they are drawn as pictures of themselves.
@@ -39,7 +41,9 @@ Item {
         isWanted: root.isPointedAt
         hoveredGround: Theme.closing
         hoveredColor: Theme.textOnAccent
-        text: ViewSettings.copy.text(CopyKey.CloseAppProcess)
+        visible: root.windows.canAct
+        text: ViewSettings.copy.text(root.windows.canQuit ? CopyKey.CloseAppProcess
+                                                          : CopyKey.CloseWindow)
         isPictured: root.isPictured
         onRevealed: root.revealed()
         onActivated: root.closeRequested()

@@ -33,7 +33,8 @@ FocusableItem {
     /// Whether its buttons show.
     readonly property bool isPointedAt: root.isRaised || root.hasKeyboard || root.activeFocus
                                         || revelation.running
-    readonly property string help: ViewSettings.copy.text(CopyKey.WindowCardHelp)
+    readonly property string help: ViewSettings.copy.text(root.windows.canAct ? CopyKey.WindowCardHelp
+                                                                     : CopyKey.DragWindowHelp)
 
     /// Whether the pointer rests on the card instead of crossing it: the text of its tip is soon
     /// known, and the tip covers other cards.
@@ -172,6 +173,7 @@ FocusableItem {
 
             CardButtons {
                 anchors.fill: cardItem
+                windows: root.windows
                 isPointedAt: root.isPointedAt
                 isPictured: cardItem.isPictured
                 onRevealed: revelation.restart()

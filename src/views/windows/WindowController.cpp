@@ -8,7 +8,24 @@ namespace kelpa {
 
 WindowController::WindowController(WindowStore& store, QObject* parent)
     : QObject(parent), m_store(store), m_picker(store)
-{}
+{
+    connect(&store, &WindowStore::abilitiesChanged, this, &WindowController::abilitiesChanged);
+}
+
+bool WindowController::areListed() const
+{
+    return m_store.abilities().has(DesktopAbility::windows);
+}
+
+bool WindowController::canAct() const
+{
+    return m_store.abilities().has(DesktopAbility::actions);
+}
+
+bool WindowController::canQuit() const
+{
+    return m_store.abilities().has(DesktopAbility::quitting);
+}
 
 void WindowController::focusWindow(quint32 windowID)
 {

@@ -25,12 +25,21 @@ class WindowController : public QObject
     QML_UNCREATABLE("The board has it.")
 
     Q_PROPERTY(kelpa::WindowPicker* picker READ picker CONSTANT)
+    /// Whether the desktop lists windows, in full or in part.
+    Q_PROPERTY(bool areListed READ areListed NOTIFY abilitiesChanged)
+    /// Whether the desktop switches to windows and closes them.
+    Q_PROPERTY(bool canAct READ canAct NOTIFY abilitiesChanged)
+    /// Whether closing asks the window's whole application to quit, and not the window alone.
+    Q_PROPERTY(bool canQuit READ canQuit NOTIFY abilitiesChanged)
 
 public:
     /// `store` outlives the controller.
     explicit WindowController(WindowStore& store, QObject* parent = nullptr);
 
     WindowPicker* picker() { return &m_picker; }
+    bool areListed() const;
+    bool canAct() const;
+    bool canQuit() const;
 
     /// Switches to the window.
     /// Shows all windows of "Unsorted", or two rows of many.
@@ -38,7 +47,7 @@ public:
     Q_INVOKABLE void focusWindow(quint32 windowID);
     /// Selects the window as the arrow keys do.
     Q_INVOKABLE void selectWindow(quint32 windowID);
-    /// Asks the window's whole application to quit.
+    /// Asks the window's whole application to quit or, where `canQuit` is false, it to close.
     Q_INVOKABLE void closeWindowProcess(quint32 windowID);
     Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
     /// Creates a goal with the window in it.
@@ -50,6 +59,9 @@ public:
     void noteWindowInView(WindowID windowID);
     /// The latest picture of a window, shared with the store; null without one.
     QImage preview(WindowID windowID) const;
+
+Q_SIGNALS:
+    void abilitiesChanged();
 
 private:
     std::optional<WindowItem> listedWindow(WindowID windowID) const;

@@ -1,5 +1,7 @@
 #include "platform/x11/DisplayFacts.h"
 
+#include "platform/x11/DisplayAbilities.h"
+#include "support/ManualScheduler.h"
 #include "support/desktop/X11Desktop.h"
 
 #include <gtest/gtest.h>
@@ -67,7 +69,7 @@ TEST(X11Abilities, Without_a_window_manager_are_the_keys_alone)
     facts.hasWindowManager = false;
     facts.hasComposite = false;
     const DesktopAbilities abilities = x11::abilitiesOn(facts);
-    EXPECT_EQ(abilities.shortfalls.size(), 5U);
+    EXPECT_EQ(abilities.shortfalls.size(), 6U);
     EXPECT_EQ(abilities.shortfall(DesktopAbility::windows), missing(AbilityGap::windowManager));
     // The first step is the window manager, also for previews.
     EXPECT_EQ(abilities.shortfall(DesktopAbility::previews), missing(AbilityGap::windowManager));
@@ -94,6 +96,28 @@ TEST(X11Abilities, On_Xwayland_have_some_of_the_windows_and_no_keys)
         (std::map<DesktopAbility, AbilityShortfall>{
             {DesktopAbility::windows, {.gap = AbilityGap::windowsOfXwayland, .isPartial = true}},
             {DesktopAbility::globalKeys, missing(AbilityGap::keysOfXwayland)}}));
+}
+
+TEST(X11Abilities, That_last_leave_out_what_comes_and_goes)
+{
+    const DisplayFacts facts{
+        .hasWindowManager = false, .hasComposite = false, .hasRawKeys = false, .isXwayland = false};
+    EXPECT_EQ(x11::lastingAbilities(facts).shortfalls,
+              (std::map<DesktopAbility, AbilityShortfall>{
+                  {DesktopAbility::globalKeys, missing(AbilityGap::rawKeys)}}));
+}
+
+TEST(X11Abilities, Are_reported_without_what_comes_and_goes)
+{
+    const XServer server({QStringLiteral("-extension"), QStringLiteral("Composite")});
+    ManualScheduler scheduler;
+    x11::DisplayAbilities report(std::make_shared<x11::DisplayConnector>(server.display()),
+                                 scheduler);
+    scheduler.holdBackgroundWork(true);
+    const auto watch = report.watchAbilities([] { FAIL() << "nothing has changed"; });
+    EXPECT_EQ(scheduler.backgroundWorkInFlight(), 1) << "nobody waits for the display";
+    scheduler.runBackgroundWork();
+    EXPECT_EQ(report.abilities(), DesktopAbilities());
 }
 
 } // namespace

@@ -39,6 +39,16 @@ Item {
             tryVerify(() => menuItems().length === 0);
         }
 
+        function test_what_the_desktop_cannot_do_is_not_in_the_menu_of_a_goal() {
+            world.lack("windows");
+            world.lack("actions");
+            const head = only(all(column("First"), item => item instanceof ColumnHeader));
+            mouseClick(button(head, "ellipsis"));
+            tryVerify(() => menuItems().filter(item => item.visible).length === 6);
+            compare(menuItems().find(item => item.visible).text, "Rename goal");
+            closeMenu();
+            world.lackNothing();
+        }
         function test_the_press_that_closes_a_menu_does_nothing_else() {
             const first = column("First");
             show(first, "First", ["Read"]);

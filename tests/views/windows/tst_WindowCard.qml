@@ -59,6 +59,16 @@ Item {
             world.runPending();
             verify(world.calls().slice(before).includes("raise Letter"));
         }
+        function test_what_the_desktop_cannot_do_is_not_offered() {
+            tryVerify(() => card("Letter") !== null);
+            world.lack("quitting");
+            compare(cardButton("Letter", "x").Accessible.name, "Close this window");
+            world.lack("actions");
+            verify(!cardButton("Letter", "x").visible);
+            compare(card("Letter").Accessible.description, "Drag to another goal");
+            world.lackNothing();
+            verify(cardButton("Letter", "x").visible);
+        }
         function test_the_buttons_of_a_card_are_reached_by_keyboard() {
             tryVerify(() => card("Letter") !== null);
             card("Letter").forceActiveFocus();

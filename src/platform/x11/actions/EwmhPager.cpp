@@ -127,6 +127,20 @@ void EwmhPager::minimize(const WindowTarget& target)
     m_display->connection().flush();
 }
 
+void EwmhPager::close(const WindowTarget& target)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    if (!connect() || !readTargetState(*m_display, target).isSame)
+        return;
+    PropertyReply protocols = askProtocols(*m_display, target.window);
+    ServerTimeRequest serverTime(*m_display);
+    const std::uint32_t time = serverTime.get().value_or(XCB_CURRENT_TIME);
+    if (supportsProtocol(protocols, m_display->atoms()[Atom::wmDeleteWindow]))
+        requestClose(*m_display, target.window, time);
+    m_display->connection().flush();
+}
+
 void EwmhPager::activateApplication(ProcessID process)
 {
     const std::scoped_lock lock(m_mutex);

@@ -61,6 +61,9 @@ public:
 
     void minimize(const WindowTarget& target);
 
+    /// As a click on its close button does.
+    void close(const WindowTarget& target);
+
     /// Activates the topmost window of the process, unless one of its windows has the focus.
     void activateApplication(ProcessID process);
 

@@ -5,7 +5,6 @@
 #include "platform/x11/actions/OcclusionMonitor.h"
 #include "platform/x11/actions/StartupNotification.h"
 
-#include <QGuiApplication>
 #include <QWindow>
 
 #include <utility>
@@ -14,11 +13,8 @@ namespace kelpa::x11 {
 
 namespace {
 
-/// Absent on another window system than X11, whose ids mean nothing here.
-std::optional<std::uint32_t> idOf(const QWindow& window)
+std::uint32_t idOf(const QWindow& window)
 {
-    if (QGuiApplication::platformName() != QStringLiteral("xcb"))
-        return std::nullopt;
     return static_cast<std::uint32_t>(window.winId());
 }
 
@@ -33,16 +29,13 @@ X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPage
 std::unique_ptr<Subscription>
 X11OwnWindow::watchOcclusion(QWindow& window, std::function<void(bool isOccluded)> changed)
 {
-    const std::optional<std::uint32_t> id = idOf(window);
-    if (!id)
-        return nullptr;
-    return std::make_unique<OcclusionMonitor>(m_connector, m_scheduler, *id, std::move(changed));
+    return std::make_unique<OcclusionMonitor>(m_connector, m_scheduler, idOf(window),
+                                              std::move(changed));
 }
 
 void X11OwnWindow::requestFront(QWindow& window, const ActivationContext& context)
 {
-    if (const std::optional<std::uint32_t> id = idOf(window))
-        requestFront(*id, context);
+    requestFront(idOf(window), context);
 }
 
 void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& context)

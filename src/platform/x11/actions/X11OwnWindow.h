@@ -15,7 +15,8 @@ namespace kelpa::x11 {
 
 class EwmhPager;
 
-/// A server that hangs holds at most one activation and one announcement.
+/// For windows that the toolkit shows on X11. A server that hangs holds at most one activation and
+/// one announcement.
 class X11OwnWindow : public OwnWindow
 {
 public:
@@ -24,8 +25,6 @@ public:
     X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPager& pager,
                  Scheduler& scheduler);
 
-    /// Does nothing for a window that the toolkit has put elsewhere than on X11; likewise
-    /// `watchOcclusion`.
     void requestFront(QWindow& window, const ActivationContext& context) override;
     [[nodiscard]] std::unique_ptr<Subscription>
     watchOcclusion(QWindow& window, std::function<void(bool isOccluded)> changed) override;

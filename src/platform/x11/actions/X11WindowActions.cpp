@@ -31,6 +31,7 @@ public:
     void requestMain() override { activate(); }
     void requestFocus() override { activate(); }
     void requestRaise() override { activate(); }
+    void requestClose() override { m_pager.close(m_target); }
 
 private:
     enum class Activation : std::uint8_t { notRequested, confirmed, unconfirmed };

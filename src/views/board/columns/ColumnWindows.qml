@@ -70,5 +70,6 @@ Item {
         width: root.width
         visible: root.windowCount === 0
         isSearchedEmpty: root.isSearchedEmpty
+        areWindowsListed: root.windows.areListed
     }
 }

@@ -1,0 +1,42 @@
+// Finds out what the session offers when Kelpa starts, and opens the desktop that is chosen. It
+// asks for no more than the choice needs: on a Wayland desktop of its own nobody starts Xwayland.
+#pragma once
+
+#include "app/DesktopChoice.h"
+#include "app/ToolkitArguments.h"
+#include "model/Identifiers.h"
+#include "platform/DesktopAbilities.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <set>
+
+namespace kelpa {
+
+class Desktop;
+class Scheduler;
+
+struct ChosenDesktop
+{
+    DesktopKind kind = DesktopKind::x11;
+    /// Why there are no windows, for `DesktopKind::none`.
+    AbilityGap gap = AbilityGap::choice;
+    /// For the toolkit's option -platform; empty where the person has chosen the platform.
+    QByteArray platform;
+};
+
+/// `system` is what the command line and the environment say of the toolkit. Absent when there is
+/// nothing to show a window on. Waits for the servers, and so is to be called before there is an
+/// event loop.
+std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
+                                           std::optional<DesktopKind> asked);
+
+/// The arguments are those of the desktops' constructors.
+std::unique_ptr<Desktop> openDesktop(const ChosenDesktop& chosen, Scheduler& scheduler,
+                                     const QString& stateFolder,
+                                     const std::set<WindowID>& assigned);
+
+} // namespace kelpa

@@ -1,0 +1,65 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa.Appearance
+import Kelpa.Controls
+import Kelpa.Board
+
+/// Says what the desktop does not give, why, and what helps, until the person has read it.
+Rectangle {
+    id: root
+
+    required property DesktopNotice notice
+
+    readonly property string heading: root.notice.isOpen ? ViewSettings.copy.text(root.notice.heading)
+                                                         : ""
+    readonly property string explanation: root.notice.isOpen ? ViewSettings.copy.text(root.notice.text)
+                                                             : ""
+
+    implicitHeight: Math.max(texts.implicitHeight, button.implicitHeight) + 2 * Theme.medium
+    radius: Theme.cardRadius
+    color: Theme.warningGround
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: root.heading
+    Accessible.description: root.explanation
+
+    AppIcon {
+        x: Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        name: "app-window"
+        size: 22
+        color: Theme.warning
+    }
+    Column {
+        id: texts
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.large + 22 + Theme.medium
+        anchors.right: button.left
+        anchors.rightMargin: Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+
+        AppText {
+            width: parent.width
+            text: root.heading
+            font: Theme.bodyStrong
+            wrapMode: Text.Wrap
+        }
+        AppText {
+            width: parent.width
+            text: root.explanation
+            color: Theme.secondaryText
+            wrapMode: Text.Wrap
+        }
+    }
+    AppButton {
+        id: button
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        text: ViewSettings.copy.text(CopyKey.GotIt)
+        onClicked: root.notice.dismiss()
+    }
+}
