@@ -9,7 +9,8 @@ other programs as cards with small live previews. A card that is dragged onto a
 goal belongs to it, also after Kelpa was closed and started again. A click on a
 card brings its window forward.
 .
-It runs on X11 with any window manager that follows the EWMH conventions.")
+It runs on X11 with any window manager that follows the EWMH conventions. In a
+Wayland session it shows the windows of X11 programs, and says what it lacks.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/package")
 set(CPACK_STRIP_FILES ON)
@@ -25,7 +26,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
 # Shared libraries are found in the program. What is loaded by name at run time is not: QML modules
-# and plugins, the program that opens addresses.
+# and plugins, the toolkit's Wayland platform, the program that opens addresses.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(depends
     "default-dbus-session-bus | dbus-session-bus"
@@ -36,6 +37,7 @@ set(depends
     qml6-module-qtquick-layouts
     qml6-module-qtquick-templates
     qml6-module-qtquick-window
+    qt6-wayland
     xdg-utils)
 list(JOIN depends ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 # Without at-spi2-core windows have no document, and the board no screen reader; without the fonts
