@@ -93,9 +93,41 @@ def under_wayland_no_double_tap_is_offered(desktop, binary):
     kelpa.quit()
     if board.has_text(boards.TAP_HINT) or not board.has_text(boards.KEYS_HINT):
         raise AssertionError(board.outline())
+    # What is missing is said where it is missed, with the command that a key of the desktop can run.
+    wait_until("the board tells of a key of the desktop", lambda: board.has_text(boards.KEY_HINT))
+    wait_until("the board tells which windows it has",
+               lambda: board.has_text(boards.ONLY_X11_WINDOWS))
     beside.terminate()
     if beside.wait(timeout=30) != 0:
         raise AssertionError(f"ended with {beside.returncode}")
+
+
+def without_an_x_display_the_board_is_native_and_says_why_it_has_no_windows(desktop, binary):
+    # The shell of its desktop has a keyboard on the screen, which Qt 6.4 crashes on where there is no
+    # seat.
+    desktop.start("weston", "--backend=headless-backend.so", "--no-config", "--shell=kiosk-shell.so",
+                  "--socket=kelpa-test", f"--log={desktop.directory / 'weston.log'}")
+    env = {name: value for name, value in desktop.env.items()
+           if name not in ("DISPLAY", "QT_QPA_PLATFORM")} | {"WAYLAND_DISPLAY": "kelpa-test"}
+    wait_until("the compositor replies", lambda: "desktop none" in " ".join(
+        _answer(binary, env, "--about-desktop").stdout.split()))
+    path = desktop.directory / "native.sqlite"
+    settings.write(path)
+    log = desktop.directory / "native.log"
+    native = processes.start([str(binary), "--settings", str(path)], env, log)
+    board = boards.Board(native.pid)
+    wait_until("the board is shown", lambda: board.has_text(boards.KEYS_HINT), 60)
+    for text in (boards.NO_WINDOWS_LISTED, boards.NO_WINDOWS_HERE, boards.KEY_HINT):
+        wait_until(f"the board says: {text}", lambda text=text: board.has_text(text))
+    for offered in (boards.TAP_HINT, boards.ADD_WINDOWS, "Drag windows here"):
+        if board.has_text(offered):
+            raise AssertionError(f"{offered} is offered: {board.outline()}")
+    again = _answer(binary, env, "--settings", path)
+    if (again.returncode, again.stderr) != (0, ""):
+        raise AssertionError(f"a second start: {again}")
+    native.terminate()
+    if native.wait(timeout=30) != 0:
+        raise AssertionError(f"ended with {native.returncode}: {log.read_text(errors='replace')}")
 
 
 def a_signal_ends_a_start_that_waits_for_a_first_that_hangs(desktop, binary):

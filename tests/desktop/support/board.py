@@ -60,6 +60,10 @@ NEEDS_COMPOSITE = "The X server lacks the Composite extension"
 OPEN_SETTINGS = "Open System Settings"
 KEYS_HINT = "Arrows Select & Expand · Space Enter / Open · Esc Back"
 TAP_HINT = "Press Super twice to bring Kelpa forward instantly"
+KEY_HINT = "To bring Kelpa forward, bind a key to “kelpa --show” in the desktop’s settings"
+ONLY_X11_WINDOWS = "Only windows of X11 programs are listed"
+NO_WINDOWS_LISTED = "Windows cannot be listed on this desktop"
+NO_WINDOWS_HERE = "No windows can be shown here"
 # The list beside the board with an entry for each goal.
 RAIL = "Goals"
 # Between an application and a window's title, in any language.
