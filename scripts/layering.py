@@ -38,6 +38,12 @@ _FOLDERS = {
                     " platform/x11/discovery platform/x11/capture platform/x11/keys",
     "platform/wayland/connection": "platform",
     "platform/wayland/toplevels": "platform platform/wayland/connection",
+    # The applications of both are those of the desktop entries.
+    "platform/wayland/wlr": "model platform platform/numbers platform/freedesktop/applications"
+                            " platform/freedesktop/icons platform/wayland/connection"
+                            " platform/wayland/toplevels",
+    "platform/wayland/sway": "model platform platform/numbers platform/freedesktop/applications"
+                             " platform/freedesktop/icons platform/wayland/connection",
     "windows": "model platform",
     "store/board": "model text navigation platform windows",
     "store/desktop": "model platform windows",

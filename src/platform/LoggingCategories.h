@@ -19,6 +19,7 @@ inline Q_LOGGING_CATEGORY(logShell, "kelpa.shell", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logSqlite, "kelpa.sqlite", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logStore, "kelpa.store", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logViews, "kelpa.views", QtWarningMsg);
+inline Q_LOGGING_CATEGORY(logWayland, "kelpa.wayland", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logWindows, "kelpa.windows", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logX11Actions, "kelpa.x11.actions", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logX11Capture, "kelpa.x11.capture", QtWarningMsg);

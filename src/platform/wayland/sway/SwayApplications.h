@@ -1,0 +1,46 @@
+// The applications of a sway session: sway activates and closes their windows, the installed
+// desktop entries give their icons and what to launch.
+#pragma once
+
+#include "platform/Applications.h"
+
+namespace kelpa {
+class ApplicationIcons;
+class ApplicationLauncher;
+} // namespace kelpa
+
+namespace kelpa::wayland {
+
+class SwayCommands;
+
+class SwayApplications final : public Applications
+{
+public:
+    /// All outlive this object.
+    SwayApplications(SwayCommands& commands, ApplicationIcons& icons, ApplicationLauncher& launcher)
+        : m_commands(commands), m_icons(icons), m_launcher(launcher)
+    {}
+
+    ProcessID currentProcess() const override;
+    /// Whether the process exists and is not a zombie.
+    bool isRunning(ProcessID process) override;
+    /// Nothing: to sway an application is no more than its windows, each of which comes forward
+    /// with the focus.
+    void requestActivation(ProcessID) override {}
+    /// Requests its windows to close and never ends the process. Does nothing for this program
+    /// itself.
+    void requestQuit(ProcessID process) override;
+    std::optional<Launch> launch(LaunchableApplication application) override;
+    std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
+    /// By the origin of its process.
+    std::optional<WindowID> windowOf(const Launch& launch,
+                                     const QList<WindowItem>& windows) override;
+    QImage icon(const WindowItem& window, int pixels) override;
+
+private:
+    SwayCommands& m_commands;
+    ApplicationIcons& m_icons;
+    ApplicationLauncher& m_launcher;
+};
+
+} // namespace kelpa::wayland

@@ -1,0 +1,125 @@
+#include "platform/wayland/sway/SwayTree.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QJsonValue>
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <utility>
+
+namespace kelpa::wayland {
+
+namespace {
+
+/// Deeper than anybody nests containers, and shallow enough for the stack.
+constexpr int deepest = 200;
+
+QString text(const QJsonObject& object, const QString& key)
+{
+    return object.value(key).toString();
+}
+
+std::int64_t number(const QJsonObject& object, const QString& key)
+{
+    return object.value(key).toInteger();
+}
+
+Rect rectIn(const QJsonObject& object, const QString& key)
+{
+    const QJsonObject rect = object.value(key).toObject();
+    const auto side = [&rect](const QString& name) { return rect.value(name).toDouble(); };
+    return {side(QStringLiteral("x")), side(QStringLiteral("y")), side(QStringLiteral("width")),
+            side(QStringLiteral("height"))};
+}
+
+/// The window within a container, whose own rectangle has the decorations too.
+Rect contentOf(const QJsonObject& node)
+{
+    const Rect container = rectIn(node, QStringLiteral("rect"));
+    const Rect content = rectIn(node, QStringLiteral("window_rect"));
+    if (!(content.width > 0) || !(content.height > 0))
+        return container;
+    return {container.x + content.x, container.y + content.y, content.width, content.height};
+}
+
+SwayWindow windowOf(const QJsonObject& node)
+{
+    SwayWindow window;
+    window.container = number(node, QStringLiteral("id"));
+    window.title = text(node, QStringLiteral("name"));
+    window.appID = text(node, QStringLiteral("app_id"));
+    const QJsonObject properties = node.value(QStringLiteral("window_properties")).toObject();
+    window.wmClassInstance = text(properties, QStringLiteral("instance"));
+    window.wmClassName = text(properties, QStringLiteral("class"));
+    const std::int64_t process = number(node, QStringLiteral("pid"));
+    if (process > 0 && process <= std::numeric_limits<ProcessID>::max())
+        window.process = static_cast<ProcessID>(process);
+    window.bounds = contentOf(node);
+    window.isVisible = node.value(QStringLiteral("visible")).toBool();
+    window.hasFocus = node.value(QStringLiteral("focused")).toBool();
+    window.identifier = text(node, QStringLiteral("foreign_toplevel_identifier")).toUtf8();
+    return window;
+}
+
+/// The children of a container by their numbers, in the order in which they last had the focus.
+std::vector<QJsonObject> childrenOf(const QJsonObject& node)
+{
+    std::map<std::int64_t, std::size_t> ranks;
+    for (const QJsonValue& id : node.value(QStringLiteral("focus")).toArray())
+        ranks.emplace(id.toInteger(), ranks.size());
+    std::vector<std::pair<std::size_t, QJsonObject>> ranked;
+    for (const QString& kind : {QStringLiteral("floating_nodes"), QStringLiteral("nodes")}) {
+        for (const QJsonValue& child : node.value(kind).toArray()) {
+            const auto rank = ranks.find(number(child.toObject(), QStringLiteral("id")));
+            ranked.emplace_back(rank == ranks.end() ? ranks.size() : rank->second,
+                                child.toObject());
+        }
+    }
+    std::ranges::stable_sort(ranked, {}, &std::pair<std::size_t, QJsonObject>::first);
+    std::vector<QJsonObject> children;
+    children.reserve(ranked.size());
+    for (auto& [rank, child] : ranked)
+        children.push_back(std::move(child));
+    return children;
+}
+
+void collect(const QJsonObject& node, std::vector<SwayWindow>& windows, int left)
+{
+    // Only windows have a shell; containers of windows do not.
+    if (node.contains(QStringLiteral("shell")) && number(node, QStringLiteral("id")) != 0) {
+        windows.push_back(windowOf(node));
+        return;
+    }
+    if (left == 0)
+        return;
+    for (const QJsonObject& child : childrenOf(node))
+        collect(child, windows, left - 1);
+}
+
+/// sway passes titles on as programs send them, which may be any bytes; one of them must not cost
+/// the list of all windows.
+QJsonDocument documentIn(const QByteArray& json)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (error.error == QJsonParseError::IllegalUTF8String)
+        return QJsonDocument::fromJson(QString::fromUtf8(json).toUtf8());
+    return document;
+}
+
+} // namespace
+
+std::optional<std::vector<SwayWindow>> windowsInTree(const QByteArray& json)
+{
+    const QJsonDocument document = documentIn(json);
+    if (!document.isObject() || !document.object().contains(QStringLiteral("nodes")))
+        return std::nullopt;
+    std::vector<SwayWindow> windows;
+    collect(document.object(), windows, deepest);
+    return windows;
+}
+
+} // namespace kelpa::wayland

@@ -1,0 +1,107 @@
+#include "platform/wayland/sway/SwayWindowServer.h"
+
+#include "platform/LoggingCategories.h"
+#include "platform/numbers/CompositorRun.h"
+#include "platform/wayland/sway/SwayEvents.h"
+
+#include <QUuid>
+
+#include <chrono>
+#include <utility>
+
+namespace kelpa::wayland {
+
+namespace {
+
+/// sway answers within milliseconds, or hangs.
+constexpr std::chrono::milliseconds treeLimit{2000};
+
+QByteArray nameOf(const SwayWindow& window)
+{
+    return QByteArray::number(qlonglong(window.container));
+}
+
+} // namespace
+
+SwayWindowServer::SwayWindowServer(const SwayWindowServerNeeds& needs)
+    : m_needs(needs),
+      m_numbers(needs.reservation, needs.names, needs.highWaterMark, needs.takenNumbers)
+{}
+
+std::unique_ptr<DiscoverySource> SwayWindowServer::openDiscoverySource()
+{
+    const bool isThere = connect();
+    std::optional<std::vector<SwayWindow>> read = isThere ? readTree() : std::nullopt;
+    std::optional<std::vector<NumberedSwayWindow>> windows;
+    if (read)
+        windows = numbered(m_order.sorted(*std::move(read)));
+    else if (isThere)
+        // While sway hangs, no window comes or goes.
+        windows = this->windows();
+    qCDebug(logWayland, "pass has %zu windows of sway%s", windows ? windows->size() : 0,
+            !isThere ? ", which is gone"
+            : read   ? ""
+                     : ", which does not reply");
+    {
+        const std::scoped_lock lock(m_windowsMutex);
+        m_windows = windows;
+    }
+    m_isThere = isThere;
+    if (!windows)
+        return std::make_unique<SwaySnapshot>();
+    return std::make_unique<SwaySnapshot>(*windows, m_needs.resolver, m_needs.documents);
+}
+
+bool SwayWindowServer::connect()
+{
+    if (m_connection && !m_connection->isBroken())
+        return true;
+    m_connection = SwayConnection::open(m_needs.socketPath);
+    if (!m_connection)
+        return false;
+    const std::optional<CompositorRun> run =
+        compositorRun(m_connection->descriptor(), m_needs.socketPath);
+    // A run that cannot be known again is one of its own.
+    m_numbers.begin(run ? identityOf(*run) : QUuid::createUuid().toRfc4122());
+    return true;
+}
+
+std::optional<std::vector<SwayWindow>> SwayWindowServer::readTree()
+{
+    const std::optional<QByteArray> tree = m_connection->request(
+        {SwayMessageType::getTree, {}}, std::chrono::steady_clock::now() + treeLimit);
+    return tree ? windowsInTree(*tree) : std::nullopt;
+}
+
+std::vector<NumberedSwayWindow> SwayWindowServer::numbered(std::vector<SwayWindow> windows)
+{
+    std::vector<QByteArray> names;
+    names.reserve(windows.size());
+    for (const SwayWindow& window : windows)
+        names.push_back(nameOf(window));
+    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(names);
+    std::vector<NumberedSwayWindow> numbered;
+    numbered.reserve(windows.size());
+    for (std::size_t index = 0; index < numbers.size(); ++index)
+        numbered.push_back({std::move(windows.at(index)), numbers.at(index)});
+    return numbered;
+}
+
+std::optional<WindowCapture> SwayWindowServer::captureWindow(const CaptureRequest&,
+                                                             const std::stop_token&)
+{
+    return std::nullopt;
+}
+
+std::unique_ptr<Subscription> SwayWindowServer::watchWindows(std::function<void()> changed)
+{
+    return std::make_unique<SwayEvents>(m_needs.scheduler, m_needs.socketPath, std::move(changed));
+}
+
+std::optional<std::vector<NumberedSwayWindow>> SwayWindowServer::windows() const
+{
+    const std::scoped_lock lock(m_windowsMutex);
+    return m_windows;
+}
+
+} // namespace kelpa::wayland

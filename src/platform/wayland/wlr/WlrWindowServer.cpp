@@ -1,0 +1,159 @@
+#include "platform/wayland/wlr/WlrWindowServer.h"
+
+#include "platform/LoggingCategories.h"
+#include "platform/numbers/CompositorRun.h"
+#include "platform/wayland/connection/ChangeCoalescer.h"
+#include "platform/wayland/connection/LocalSocket.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QObject>
+#include <QUuid>
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace kelpa::wayland {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds firstListLimit = 1s;
+constexpr std::chrono::milliseconds firstListInterval = 2ms;
+
+QByteArray identityOfRun(const QByteArray& socketPath)
+{
+    const FileDescriptor socket = connectedSocket(socketPath);
+    const std::optional<CompositorRun> run =
+        socket.isOpen() ? compositorRun(socket.number(), socketPath) : std::nullopt;
+    // A run that cannot be known again is one of its own.
+    return run ? identityOf(*run) : QUuid::createUuid().toRfc4122();
+}
+
+} // namespace
+
+/// Brings the changes that the monitor notices to the main thread.
+class WlrWindowServer::Events final : public QObject, public Subscription
+{
+public:
+    Events(WlrWindowServer& server, std::function<void()> changed)
+        : m_server(server), m_changes(server.m_needs.scheduler, std::move(changed))
+    {
+        const std::scoped_lock lock(m_server.m_mutex);
+        m_server.m_receiver = this;
+        // Changes before this were missed.
+        m_changes.noteChange();
+    }
+
+    ~Events() override
+    {
+        const std::scoped_lock lock(m_server.m_mutex);
+        m_server.m_receiver = nullptr;
+    }
+
+    static QEvent::Type changeEvent()
+    {
+        static const int type = QEvent::registerEventType();
+        return static_cast<QEvent::Type>(type);
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() != changeEvent())
+            return QObject::event(event);
+        m_changes.noteChange();
+        return true;
+    }
+
+private:
+    WlrWindowServer& m_server;
+    ChangeCoalescer m_changes;
+};
+
+WlrWindowServer::WlrWindowServer(const WlrWindowServerNeeds& needs)
+    : m_needs(needs),
+      m_numbers(needs.reservation, needs.names, needs.highWaterMark, needs.takenNumbers),
+      m_names("kelpa " + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + ' '),
+      m_monitor(needs.socketPath, [this] { notify(); })
+{}
+
+std::unique_ptr<DiscoverySource> WlrWindowServer::openDiscoverySource()
+{
+    const std::optional<std::vector<Toplevel>> listed = this->listed();
+    qCDebug(logWayland, "pass has %zu windows of the compositor%s", listed ? listed->size() : 0,
+            listed ? "" : ", which lists none");
+    if (!listed)
+        return std::make_unique<WlrSnapshot>();
+    if (std::exchange(m_isFirst, false))
+        m_numbers.begin(identityOfRun(m_needs.socketPath));
+    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(m_names.of(*listed));
+    std::vector<NumberedToplevel> windows;
+    windows.reserve(listed->size());
+    for (std::size_t index = 0; index < numbers.size(); ++index)
+        windows.push_back({listed->at(index), numbers.at(index)});
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_windows = windows;
+    }
+    return std::make_unique<WlrSnapshot>(windows, m_needs.ownApplication, m_needs.resolver);
+}
+
+std::optional<std::vector<Toplevel>> WlrWindowServer::listed()
+{
+    const auto end = std::chrono::steady_clock::now() + firstListLimit;
+    std::optional<std::vector<Toplevel>> windows = m_monitor.windows();
+    while (m_isFirst && !windows && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(firstListInterval);
+        windows = m_monitor.windows();
+    }
+    return windows;
+}
+
+std::optional<WindowCapture> WlrWindowServer::captureWindow(const CaptureRequest&,
+                                                            const std::stop_token&)
+{
+    return std::nullopt;
+}
+
+std::unique_ptr<Subscription> WlrWindowServer::watchWindows(std::function<void()> changed)
+{
+    return std::make_unique<Events>(*this, std::move(changed));
+}
+
+std::vector<NumberedToplevel> WlrWindowServer::windows() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_windows;
+}
+
+std::optional<NumberedToplevel> WlrWindowServer::windowOf(ProcessID process) const
+{
+    const std::vector<NumberedToplevel> all = windows();
+    const auto found = std::ranges::find(all, std::optional(process), processOf);
+    return found == all.end() ? std::nullopt : std::optional(*found);
+}
+
+void WlrWindowServer::activateOwn()
+{
+    const std::optional<std::vector<Toplevel>> listed = m_monitor.windows();
+    if (!listed)
+        return;
+    for (const Toplevel& window : *listed) {
+        if (window.appID != m_needs.ownApplication)
+            continue;
+        m_monitor.request(window.id, ToplevelAction::restore);
+        m_monitor.request(window.id, ToplevelAction::activate);
+    }
+}
+
+void WlrWindowServer::notify()
+{
+    const std::scoped_lock lock(m_mutex);
+    if (m_receiver != nullptr)
+        QCoreApplication::postEvent(m_receiver, new QEvent(Events::changeEvent()));
+}
+
+} // namespace kelpa::wayland

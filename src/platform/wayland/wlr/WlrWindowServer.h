@@ -1,0 +1,91 @@
+// The window server of a compositor of the wlroots family, by its lists of windows.
+#pragma once
+
+#include "platform/ApplicationResolver.h"
+#include "platform/Scheduler.h"
+#include "platform/WindowServer.h"
+#include "platform/numbers/NamedWindowNumbers.h"
+#include "platform/wayland/toplevels/ToplevelMonitor.h"
+#include "platform/wayland/wlr/ToplevelNames.h"
+#include "platform/wayland/wlr/WlrSnapshot.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <vector>
+
+class QObject;
+
+namespace kelpa::wayland {
+
+/// References to objects that outlive the window server.
+struct WlrWindowServerNeeds
+{
+    /// Of the compositor, as `socketPath` gives it.
+    QByteArray socketPath;
+    /// Of Kelpa's own windows.
+    QString ownApplication;
+    ApplicationResolver& resolver;
+    NumberReservation& reservation;
+    NameTableStorage& names;
+    /// The greatest number reserved so far, 0 at first.
+    WindowID highWaterMark = 0;
+    /// Numbers that no new window may get, because windows are assigned by them.
+    std::set<WindowID> takenNumbers{};
+    Scheduler& scheduler;
+};
+
+/// Its passes wait for nobody, but the first one: until the compositor has listed its windows, a
+/// second at most.
+class WlrWindowServer final : public WindowServer
+{
+public:
+    explicit WlrWindowServer(const WlrWindowServerNeeds& needs);
+
+    /// There is no permission that could be missing.
+    bool isScreenCaptureTrusted() const override { return true; }
+    std::optional<Obstacle> screenCaptureObstacle() const override { return std::nullopt; }
+    bool requestScreenCapture() override { return true; }
+    std::unique_ptr<DiscoverySource> openDiscoverySource() override;
+    /// The protocols of these lists have no pictures.
+    std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
+                                               const std::stop_token& stop) override;
+    /// One subscription at a time.
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchWindows(std::function<void()> changed) override;
+
+    /// Those of the last pass. Any thread; returns at once.
+    std::vector<NumberedToplevel> windows() const;
+    /// That of the last pass that `processOf` gives this process; absent when it is gone.
+    std::optional<NumberedToplevel> windowOf(ProcessID process) const;
+    /// Any thread; returns at once.
+    void request(ToplevelID window, ToplevelAction action) { m_monitor.request(window, action); }
+    /// Activates Kelpa's own windows. Any thread; returns at once.
+    void activateOwn();
+
+private:
+    class Events;
+
+    std::optional<std::vector<Toplevel>> listed();
+    void notify();
+
+    const WlrWindowServerNeeds m_needs;
+
+    // Used by discovery passes alone, of which there is one at a time.
+    NamedWindowNumbers m_numbers;
+    ToplevelNames m_names;
+    bool m_isFirst = true;
+
+    mutable std::mutex m_mutex;
+    std::vector<NumberedToplevel> m_windows;
+    /// Receives an event for each change; null for nobody.
+    QObject* m_receiver = nullptr;
+    /// Last: its thread uses the others.
+    ToplevelMonitor m_monitor;
+};
+
+} // namespace kelpa::wayland

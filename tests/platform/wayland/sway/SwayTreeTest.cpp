@@ -1,0 +1,126 @@
+#include "platform/wayland/sway/SwayTree.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+using wayland::SwayWindow;
+using wayland::windowsInTree;
+
+QByteArray window(int id, const char* more = "")
+{
+    return R"({"id":)" + QByteArray::number(id) + R"(,"type":"con","shell":"xdg_shell","name":"w)" +
+           QByteArray::number(id) + R"(","pid":7)" + more + "}";
+}
+
+QByteArray container(int id, const QByteArray& nodes, const QByteArray& focus,
+                     const QByteArray& floating = {})
+{
+    return R"({"id":)" + QByteArray::number(id) + R"(,"nodes":[)" + nodes +
+           R"(],"floating_nodes":[)" + floating + R"(],"focus":[)" + focus + "]}";
+}
+
+std::vector<std::int64_t> order(const QByteArray& tree)
+{
+    std::vector<std::int64_t> containers;
+    for (const SwayWindow& each : windowsInTree(tree).value_or(std::vector<SwayWindow>()))
+        containers.push_back(each.container);
+    return containers;
+}
+
+TEST(SwayTree, A_window_is_read_with_all_that_sway_says_of_it)
+{
+    const QByteArray tree = R"({"id":1,"nodes":[
+        {"id":5,"shell":"xdg_shell","name":"a – b","app_id":"foot","pid":4711,"visible":true,
+         "focused":true,"rect":{"x":100,"y":20,"width":640,"height":480},
+         "window_rect":{"x":2,"y":0,"width":636,"height":478},
+         "foreign_toplevel_identifier":"00ff"},
+        {"id":6,"shell":"xwayland","name":null,"app_id":null,"pid":12,"visible":false,
+         "focused":false,"rect":{"x":0,"y":0,"width":300,"height":200},
+         "window_rect":{"x":0,"y":0,"width":0,"height":0},
+         "window_properties":{"class":"XTerm","instance":"xterm"}}]})";
+    const auto windows = windowsInTree(tree);
+    ASSERT_TRUE(windows);
+    EXPECT_EQ(*windows, (std::vector<SwayWindow>{{.container = 5,
+                                                  .title = QStringLiteral("a – b"),
+                                                  .appID = QStringLiteral("foot"),
+                                                  .wmClassInstance = {},
+                                                  .wmClassName = {},
+                                                  .process = 4711,
+                                                  .bounds = {102, 20, 636, 478},
+                                                  .isVisible = true,
+                                                  .hasFocus = true,
+                                                  .identifier = "00ff"},
+                                                 {.container = 6,
+                                                  .title = {},
+                                                  .appID = {},
+                                                  .wmClassInstance = QStringLiteral("xterm"),
+                                                  .wmClassName = QStringLiteral("XTerm"),
+                                                  .process = 12,
+                                                  .bounds = {0, 0, 300, 200},
+                                                  .isVisible = false,
+                                                  .hasFocus = false,
+                                                  .identifier = {}}}));
+}
+
+TEST(SwayTree, Windows_come_in_the_order_in_which_they_last_had_the_focus)
+{
+    // Two outputs; the second had the focus last. On the first, a floating window came before a
+    // container, of whose two windows the lower one was focused.
+    const QByteArray first = container(
+        2,
+        container(10, container(20, window(31) + ',' + window(32), "32,31"), "40,20", window(40)),
+        "10");
+    const QByteArray second = container(3, container(11, window(33), "33"), "11");
+    EXPECT_EQ(order(container(1, first + ',' + second, "3,2")),
+              (std::vector<std::int64_t>{33, 40, 32, 31}));
+}
+
+TEST(SwayTree, A_window_that_never_had_the_focus_comes_after_those_that_had)
+{
+    EXPECT_EQ(order(container(1, window(5) + ',' + window(6) + ',' + window(7), "6")),
+              (std::vector<std::int64_t>{6, 5, 7}));
+}
+
+TEST(SwayTree, A_process_that_cannot_be_one_is_absent)
+{
+    const QByteArray tree =
+        R"({"nodes":[{"id":5,"shell":"x","pid":0},{"id":6,"shell":"x","pid":99999999999},)"
+        R"({"id":7,"shell":"x","pid":"7"},{"id":8,"shell":"x"}]})";
+    const auto windows = windowsInTree(tree);
+    ASSERT_TRUE(windows);
+    EXPECT_EQ(windows->size(), 4U);
+    for (const SwayWindow& each : *windows)
+        EXPECT_EQ(each.process, std::nullopt);
+}
+
+TEST(SwayTree, A_title_that_is_no_text_costs_no_other_window)
+{
+    const QByteArray tree = container(1,
+                                      R"({"id":5,"shell":"xdg_shell","name":"a)" +
+                                          QByteArray("\xff\xc3") + R"(b"},)" + window(6),
+                                      "");
+    const auto windows = windowsInTree(tree);
+    ASSERT_TRUE(windows);
+    ASSERT_EQ(windows->size(), 2U);
+    EXPECT_EQ(windows->front().title, QStringLiteral("a\uFFFD\uFFFDb"));
+}
+
+TEST(SwayTree, What_is_no_tree_has_no_list)
+{
+    for (const char* const json : {"", "[]", "{}", "null", "{\"nodes\":", R"({"success":false})"})
+        EXPECT_EQ(windowsInTree(json), std::nullopt) << json;
+    EXPECT_EQ(order(R"({"nodes":[5,null,"x",[],{}],"focus":"y"})"), (std::vector<std::int64_t>{}));
+}
+
+TEST(SwayTree, Nesting_without_end_is_cut_off)
+{
+    QByteArray deep = window(9);
+    for (int i = 0; i < 400; ++i)
+        deep = container(100 + i, deep, "");
+    EXPECT_EQ(order(container(1, window(5) + ',' + deep, "")), (std::vector<std::int64_t>{5}));
+}
+
+} // namespace
+} // namespace kelpa::test

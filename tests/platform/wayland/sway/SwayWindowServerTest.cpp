@@ -1,0 +1,194 @@
+#include "platform/wayland/sway/SwayWindowServer.h"
+
+#include "platform/wayland/sway/SwayCommands.h"
+#include "platform/wayland/sway/SwayWindowActions.h"
+#include "support/ManualScheduler.h"
+#include "support/wayland/FakeSway.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+class PlainResolver : public ApplicationResolver
+{
+public:
+    ResolvedApplication resolve(const ApplicationClues& clues) override
+    {
+        if (clues.gtkApplicationID != QStringLiteral("foot"))
+            return {};
+        return {.desktopEntryID = QStringLiteral("foot"), .name = QStringLiteral("Foot")};
+    }
+};
+
+class Marks : public NumberReservation
+{
+public:
+    bool reserve(WindowID upTo) override
+    {
+        mark = upTo;
+        return true;
+    }
+
+    WindowID mark = 0;
+};
+
+class Names : public NameTableStorage
+{
+public:
+    std::optional<NameTable> read() override { return table; }
+    bool write(const NameTable& written) override
+    {
+        table = written;
+        return true;
+    }
+
+    std::optional<NameTable> table;
+};
+
+QByteArray treeOf(const QByteArray& windows, const QByteArray& focus)
+{
+    return R"({"id":1,"nodes":[)" + windows + R"(],"focus":[)" + focus + "]}";
+}
+
+const QByteArray terminal =
+    R"({"id":5,"shell":"xdg_shell","name":"one","app_id":"foot","pid":71,"visible":true,)"
+    R"("rect":{"x":0,"y":0,"width":640,"height":480}})";
+const QByteArray other =
+    R"({"id":6,"shell":"xdg_shell","name":"two","app_id":"what","pid":72,"visible":false,)"
+    R"("rect":{"x":0,"y":0,"width":300,"height":200}})";
+
+class SwayServerTest : public testing::Test
+{
+protected:
+    std::unique_ptr<wayland::SwayWindowServer> start() { return start(*sway); }
+
+    std::unique_ptr<wayland::SwayWindowServer> start(const FakeSway& run)
+    {
+        return std::make_unique<wayland::SwayWindowServer>(
+            wayland::SwayWindowServerNeeds{.socketPath = run.path(),
+                                           .resolver = resolver,
+                                           .documents = nullptr,
+                                           .reservation = marks,
+                                           .names = names,
+                                           .highWaterMark = marks.mark,
+                                           .takenNumbers = {},
+                                           .scheduler = scheduler});
+    }
+
+    /// The titles and numbers of one pass, in its order; absent without a list.
+    static std::optional<std::vector<std::pair<QString, WindowID>>>
+    listed(wayland::SwayWindowServer& server)
+    {
+        const auto entries = server.openDiscoverySource()->windowList(WindowListScope::all);
+        if (!entries)
+            return std::nullopt;
+        std::vector<std::pair<QString, WindowID>> all;
+        for (const WindowListEntry& each : *entries)
+            all.emplace_back(each.name.value_or(QString()), each.number.value_or(0));
+        return all;
+    }
+
+    ManualScheduler scheduler;
+    PlainResolver resolver;
+    Marks marks;
+    Names names;
+    std::optional<FakeSway> sway{std::in_place};
+};
+
+TEST_F(SwayServerTest, A_pass_tells_of_each_window_what_the_board_needs)
+{
+    sway->setTree(treeOf(terminal + ',' + other, "5,6"));
+    const auto server = start();
+    const auto source = server->openDiscoverySource();
+    const auto entries = source->windowList(WindowListScope::all);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 2U);
+    EXPECT_EQ(entries->at(0).ownerName, QStringLiteral("Foot"));
+    EXPECT_EQ(entries->at(0).bundleIdentifier, QStringLiteral("foot"));
+    EXPECT_EQ(entries->at(0).ownerProcess, 71);
+    EXPECT_EQ(entries->at(0).bounds, (Rect{0, 0, 640, 480}));
+    // Without an installed application, by what the window says.
+    EXPECT_EQ(entries->at(1).ownerName, QStringLiteral("what"));
+    EXPECT_EQ(entries->at(1).bundleIdentifier, std::nullopt);
+    const auto onScreen = source->windowList(WindowListScope::onScreen);
+    ASSERT_TRUE(onScreen);
+    ASSERT_EQ(onScreen->size(), 1U);
+    EXPECT_EQ(onScreen->front().number, entries->front().number);
+    const auto described = source->accessibilityWindows(72);
+    ASSERT_TRUE(described);
+    ASSERT_EQ(described->size(), 1U);
+    EXPECT_EQ(described->front().windowNumber, entries->at(1).number);
+    EXPECT_EQ(described->front().isMinimized, false);
+    EXPECT_EQ(source->runningApplication(73).has_value(), false);
+}
+
+TEST_F(SwayServerTest, Its_numbers_outlive_kelpa_and_no_other_run_of_sway_gets_them)
+{
+    sway->setTree(treeOf(terminal + ',' + other, "5,6"));
+    auto server = start();
+    const auto first = listed(*server);
+    ASSERT_TRUE(first);
+    server = start();
+    EXPECT_EQ(listed(*server), first);
+
+    FakeSway anotherRun;
+    anotherRun.setTree(treeOf(terminal, "5"));
+    server = start(anotherRun);
+    const auto next = listed(*server);
+    ASSERT_TRUE(next);
+    ASSERT_EQ(next->size(), 1U);
+    EXPECT_NE(next->front().second, first->at(0).second);
+    EXPECT_NE(next->front().second, first->at(1).second);
+}
+
+TEST_F(SwayServerTest, While_sway_hangs_the_windows_stay)
+{
+    sway->setTree(treeOf(terminal, "5"));
+    const auto server = start();
+    const auto first = listed(*server);
+    sway->setHanging(true);
+    EXPECT_EQ(listed(*server), first);
+    EXPECT_TRUE(server->isScreenCaptureTrusted());
+    sway->setHanging(false);
+    sway->setTree(treeOf(other, "6"));
+    const auto next = listed(*server);
+    ASSERT_TRUE(next);
+    ASSERT_EQ(next->size(), 1U);
+    EXPECT_EQ(next->front().first, QStringLiteral("two"));
+}
+
+TEST_F(SwayServerTest, Without_sway_there_is_no_list)
+{
+    sway->setTree(treeOf(terminal, "5"));
+    const auto server = start();
+    ASSERT_TRUE(listed(*server));
+    sway.reset();
+    // The first request finds the connection closed.
+    listed(*server);
+    EXPECT_EQ(listed(*server), std::nullopt);
+    EXPECT_FALSE(server->isScreenCaptureTrusted());
+}
+
+TEST_F(SwayServerTest, An_action_is_on_the_window_of_the_element_alone)
+{
+    sway->setTree(treeOf(terminal + ',' + other, "5,6"));
+    const auto server = start();
+    const auto numbers = listed(*server);
+    ASSERT_TRUE(numbers);
+    wayland::SwayCommands commands(sway->path());
+    wayland::SwayWindowActions actions(*server, commands);
+    const auto elements = actions.elements(72);
+    ASSERT_TRUE(elements);
+    ASSERT_EQ(elements->size(), 1U);
+    EXPECT_EQ(elements->front()->attributes().windowNumber, numbers->at(1).second);
+    elements->front()->requestFocus();
+    elements->front()->requestRaise();
+    elements->front()->requestClose();
+    commands.closeAll(71);
+    EXPECT_EQ(sway->commands(),
+              (QList<QByteArray>{"[con_id=6] focus", "[con_id=6] kill", "[con_id=5] kill"}));
+}
+
+} // namespace
+} // namespace kelpa::test

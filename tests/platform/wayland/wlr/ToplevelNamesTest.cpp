@@ -1,0 +1,45 @@
+#include "platform/wayland/wlr/ToplevelNames.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+using wayland::Toplevel;
+using wayland::ToplevelNames;
+
+using Names = std::vector<QByteArray>;
+
+Toplevel toplevel(wayland::ToplevelID id, const QByteArray& identifier = {})
+{
+    Toplevel window;
+    window.id = id;
+    window.identifier = identifier;
+    return window;
+}
+
+TEST(ToplevelNames, Are_the_compositors_where_it_has_any)
+{
+    ToplevelNames names("kelpa ");
+    EXPECT_EQ(names.of({toplevel(1, "abc"), toplevel(2)}), (Names{"id abc", "kelpa 2"}));
+}
+
+TEST(ToplevelNames, A_window_keeps_the_name_it_had_first)
+{
+    ToplevelNames names("kelpa ");
+    names.of({toplevel(1)});
+    EXPECT_EQ(names.of({toplevel(1, "abc")}), Names{"kelpa 1"});
+    // Its identifier is not certain for a moment.
+    ToplevelNames others("kelpa ");
+    others.of({toplevel(1, "abc")});
+    EXPECT_EQ(others.of({toplevel(1)}), Names{"id abc"});
+}
+
+TEST(ToplevelNames, A_made_up_name_is_never_the_compositors)
+{
+    ToplevelNames names("kelpa ");
+    EXPECT_EQ(names.of({toplevel(1), toplevel(2, "kelpa 1")}), (Names{"kelpa 1", "id kelpa 1"}));
+}
+
+} // namespace
+} // namespace kelpa::test

@@ -1,0 +1,175 @@
+#include "platform/wayland/wlr/WlrWindowServer.h"
+
+#include "platform/wayland/wlr/WlrWindowActions.h"
+#include "support/ManualScheduler.h"
+#include "support/wayland/FakeToplevels.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <thread>
+
+namespace kelpa::test {
+namespace {
+
+class NoResolver : public ApplicationResolver
+{
+public:
+    ResolvedApplication resolve(const ApplicationClues&) override { return {}; }
+};
+
+class AnyNumber : public NumberReservation
+{
+public:
+    bool reserve(WindowID upTo) override
+    {
+        mark = upTo;
+        return true;
+    }
+
+    WindowID mark = 0;
+};
+
+class OneTable : public NameTableStorage
+{
+public:
+    std::optional<NameTable> read() override { return table; }
+    bool write(const NameTable& written) override
+    {
+        table = written;
+        return true;
+    }
+
+    std::optional<NameTable> table;
+};
+
+class WlrServerTest : public testing::Test
+{
+protected:
+    /// The compositor has forgotten the windows of an earlier start.
+    std::unique_ptr<wayland::WlrWindowServer> start()
+    {
+        manager.reset();
+        identified.reset();
+        manager.emplace(compositor);
+        identified.emplace(compositor);
+        return std::make_unique<wayland::WlrWindowServer>(
+            wayland::WlrWindowServerNeeds{.socketPath = compositor.path(),
+                                          .ownApplication = QStringLiteral("kelpa"),
+                                          .resolver = resolver,
+                                          .reservation = reservation,
+                                          .names = names,
+                                          .highWaterMark = reservation.mark,
+                                          .takenNumbers = {},
+                                          .scheduler = scheduler});
+    }
+
+    /// The titles and numbers of a pass that has so many windows, in its order.
+    std::vector<std::pair<QString, WindowID>> pass(wayland::WlrWindowServer& server,
+                                                   std::size_t count)
+    {
+        std::vector<std::pair<QString, WindowID>> all;
+        const std::function<bool()> hasAll = [&] {
+            std::optional<std::vector<WindowListEntry>> entries;
+            // The first pass waits for the compositor.
+            std::jthread reading([&] {
+                entries = server.openDiscoverySource()->windowList(WindowListScope::all);
+                isRead = true;
+            });
+            while (!isRead.exchange(false))
+                compositor.serve();
+            reading.join();
+            all.clear();
+            for (const WindowListEntry& each : entries.value_or(std::vector<WindowListEntry>()))
+                all.emplace_back(each.name.value_or(QString()), each.number.value_or(0));
+            return all.size() == count;
+        };
+        serveUntil(hasAll);
+        return all;
+    }
+
+    /// False when it takes too long.
+    bool serveUntil(const std::function<bool()>& condition)
+    {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!condition()) {
+            if (std::chrono::steady_clock::now() > end)
+                return false;
+            compositor.serve();
+        }
+        return true;
+    }
+
+    FakeCompositor compositor;
+    std::optional<FakeToplevelManager> manager;
+    std::optional<FakeIdentifiedToplevels> identified;
+    ManualScheduler scheduler;
+    NoResolver resolver;
+    AnyNumber reservation;
+    OneTable names;
+    std::atomic<bool> isRead = false;
+};
+
+TEST_F(WlrServerTest, Identified_windows_keep_their_numbers_when_kelpa_starts_again)
+{
+    std::vector<std::pair<QString, WindowID>> first;
+    for (int start = 0; start < 2; ++start) {
+        const auto server = this->start();
+        ASSERT_TRUE(serveUntil([&] { return manager->boundVersion() != 0; }));
+        // Announced in another order, so that the order alone does not tell them apart.
+        manager->open(start == 0 ? "a" : "b", "app");
+        manager->open(start == 0 ? "b" : "a", "app");
+        identified->open("a", "app", "id of a");
+        identified->open("b", "app", "id of b");
+        auto listed = pass(*server, 2);
+        std::ranges::sort(listed);
+        ASSERT_EQ(listed.size(), 2U);
+        EXPECT_NE(listed.at(0).second, listed.at(1).second);
+        if (start == 0)
+            first = listed;
+        else
+            EXPECT_EQ(listed, first);
+    }
+}
+
+TEST_F(WlrServerTest, Windows_without_identifiers_never_get_the_number_of_an_earlier_start)
+{
+    std::set<WindowID> given;
+    for (int start = 0; start < 2; ++start) {
+        const auto server = this->start();
+        ASSERT_TRUE(serveUntil([&] { return manager->boundVersion() != 0; }));
+        manager->open("a", "app");
+        const auto listed = pass(*server, 1);
+        ASSERT_EQ(listed.size(), 1U);
+        EXPECT_TRUE(given.insert(listed.front().second).second);
+    }
+}
+
+TEST_F(WlrServerTest, A_request_reaches_the_one_window)
+{
+    const auto server = start();
+    ASSERT_TRUE(serveUntil([&] { return manager->boundVersion() != 0; }));
+    manager->open("a", "app");
+    manager->open("b", "app", {minimizedState});
+    manager->open("own", "kelpa");
+    const auto listed = pass(*server, 2);
+    ASSERT_EQ(listed.size(), 2U);
+    const auto minimized =
+        std::ranges::find(listed, QStringLiteral("b"), &std::pair<QString, WindowID>::first);
+    wayland::WlrWindowActions actions(*server);
+    const auto elements = actions.elements(-static_cast<ProcessID>(minimized->second));
+    ASSERT_TRUE(elements);
+    ASSERT_EQ(elements->size(), 1U);
+    elements->front()->requestMinimized(false);
+    elements->front()->requestFocus();
+    elements->front()->requestClose();
+    server->activateOwn();
+    ASSERT_TRUE(serveUntil([&] { return manager->requests.size() >= 5; }));
+    EXPECT_EQ(manager->requests,
+              (QStringList{QStringLiteral("restore 1"), QStringLiteral("activate 1"),
+                           QStringLiteral("close 1"), QStringLiteral("restore 2"),
+                           QStringLiteral("activate 2")}));
+}
+
+} // namespace
+} // namespace kelpa::test
