@@ -1,5 +1,7 @@
 #include "app/AboutDesktop.h"
 
+#include "platform/wayland/wlr/WlrAbilities.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -171,6 +173,12 @@ DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading,
     switch (kind) {
     case DesktopKind::x11:
         return x11::abilitiesOn(reading.display);
+    case DesktopKind::wlr:
+        if (!reading.compositor)
+            return DesktopAbilities::without(AbilityGap::compositor);
+        if (!listsWindows(offerOf(reading)))
+            return DesktopAbilities::without(AbilityGap::compositorProtocol);
+        return wayland::abilitiesOfWlr(reading.hasSwayIpc);
     case DesktopKind::none:
         return DesktopAbilities::without(gapOfNone(asked));
     }
@@ -180,9 +188,12 @@ DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading,
 QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> asked)
 {
     const std::optional<DesktopKind> chosen = chosenDesktop(offerOf(reading), asked);
-    const QString session = line(QStringLiteral("session"), variables(reading)) +
-                            line(QStringLiteral("x11"), x11Text(reading)) +
-                            line(QStringLiteral("wayland"), waylandText(reading));
+    const QString session =
+        line(QStringLiteral("session"), variables(reading)) +
+        line(QStringLiteral("x11"), x11Text(reading)) +
+        line(QStringLiteral("wayland"), waylandText(reading)) +
+        (reading.hasSwayIpc ? line(QStringLiteral("sway"), QStringLiteral("its IPC replies"))
+                            : QString());
     if (!chosen)
         return session +
                line(QStringLiteral("desktop"), QStringLiteral("none that Kelpa can work on"));

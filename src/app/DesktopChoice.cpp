@@ -9,6 +9,8 @@ QString desktopName(DesktopKind kind)
     switch (kind) {
     case DesktopKind::x11:
         return QStringLiteral("x11");
+    case DesktopKind::wlr:
+        return QStringLiteral("wlr");
     case DesktopKind::none:
         return QStringLiteral("none");
     }
@@ -34,14 +36,22 @@ std::optional<DesktopKind> chosenDesktop(const SessionOffer& offer,
 {
     if (asked)
         return asked;
+    // Its X display, Xwayland, has the windows of programs on X11 alone.
+    if (listsWindows(offer))
+        return DesktopKind::wlr;
     if (offer.hasX11Display)
         return DesktopKind::x11;
     return offer.compositor ? std::optional(DesktopKind::none) : std::nullopt;
 }
 
+bool listsWindows(const SessionOffer& offer)
+{
+    return offer.compositor && offer.compositor->contains("zwlr_foreign_toplevel_manager_v1");
+}
+
 AbilityGap gapOfNone(std::optional<DesktopKind> asked)
 {
-    return asked ? AbilityGap::choice : AbilityGap::compositorProtocol;
+    return asked == DesktopKind::none ? AbilityGap::choice : AbilityGap::compositorProtocol;
 }
 
 QByteArray toolkitPlatform(DesktopKind kind, const SessionOffer& offer)

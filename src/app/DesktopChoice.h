@@ -17,11 +17,13 @@ namespace kelpa {
 enum class DesktopKind : std::uint8_t {
     /// An X display; in a Wayland session that of Xwayland.
     x11,
+    /// A Wayland compositor of the wlroots family, which lists its windows.
+    wlr,
     /// A session in which Kelpa sees no windows.
     none,
 };
 
-inline constexpr std::array allDesktopKinds{DesktopKind::x11, DesktopKind::none};
+inline constexpr std::array allDesktopKinds{DesktopKind::x11, DesktopKind::wlr, DesktopKind::none};
 
 /// As the command line names it.
 QString desktopName(DesktopKind kind);
@@ -44,6 +46,9 @@ struct SessionOffer
 /// nothing that shows a window.
 std::optional<DesktopKind> chosenDesktop(const SessionOffer& offer,
                                          std::optional<DesktopKind> asked);
+
+/// Whether the compositor is one of `DesktopKind::wlr`.
+bool listsWindows(const SessionOffer& offer);
 
 /// Why `DesktopKind::none` has no windows.
 AbilityGap gapOfNone(std::optional<DesktopKind> asked);

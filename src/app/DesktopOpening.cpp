@@ -1,10 +1,15 @@
 #include "app/DesktopOpening.h"
 
+#include "app/SwayDesktop.h"
 #include "app/WindowlessDesktop.h"
+#include "app/WlrDesktop.h"
 #include "app/X11Desktop.h"
 #include "platform/wayland/connection/Globals.h"
+#include "platform/wayland/connection/LocalSocket.h"
 #include "platform/wayland/connection/WaylandConnection.h"
 #include "platform/x11/connection/DisplayConnector.h"
+
+#include <QFileInfo>
 
 #include <chrono>
 
@@ -27,6 +32,18 @@ std::optional<wayland::GlobalVersions> readCompositor()
                                 compositorLimit);
 }
 
+/// sway's IPC tells more than the protocols of its family do.
+std::unique_ptr<Desktop> openWlrDesktop(Scheduler& scheduler, const QString& boardPath,
+                                        const std::set<WindowID>& assigned)
+{
+    const QByteArray sway = qgetenv("SWAYSOCK");
+    if (wayland::connectedSocket(sway).isOpen())
+        return std::make_unique<SwayDesktop>(scheduler, sway, boardPath, assigned);
+    const QByteArray compositor =
+        wayland::socketPath(qgetenv("WAYLAND_DISPLAY"), qgetenv("XDG_RUNTIME_DIR"));
+    return std::make_unique<WlrDesktop>(scheduler, compositor, boardPath, assigned);
+}
+
 } // namespace
 
 std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
@@ -36,7 +53,8 @@ std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
     if (asked != DesktopKind::x11)
         offer.compositor = readCompositor();
     // The toolkit would abort where there is no display.
-    const bool isDisplayNeeded = asked == DesktopKind::x11 || !asked || !offer.compositor;
+    const bool isDisplayNeeded =
+        asked == DesktopKind::x11 || (!asked && !listsWindows(offer)) || !offer.compositor;
     if (isDisplayNeeded)
         offer.hasX11Display = x11::hasDisplay(system.display);
     // A person who has chosen another platform for the toolkit has seen to its window.
@@ -45,7 +63,9 @@ std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
         return std::nullopt;
     if (!offer.hasX11Display && system.isX11 && (asked == DesktopKind::x11 || !system.isDefault))
         return std::nullopt;
-    const DesktopKind kind = chosenDesktop(offer, asked).value_or(DesktopKind::none);
+    DesktopKind kind = chosenDesktop(offer, asked).value_or(DesktopKind::none);
+    if (kind == DesktopKind::wlr && !listsWindows(offer))
+        kind = DesktopKind::none;
     return ChosenDesktop{.kind = kind,
                          .gap = gapOfNone(asked),
                          .platform =
@@ -53,11 +73,13 @@ std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
 }
 
 std::unique_ptr<Desktop> openDesktop(const ChosenDesktop& chosen, Scheduler& scheduler,
-                                     const QString& stateFolder, const std::set<WindowID>& assigned)
+                                     const QString& boardPath, const std::set<WindowID>& assigned)
 {
     switch (chosen.kind) {
     case DesktopKind::x11:
-        return std::make_unique<X11Desktop>(scheduler, stateFolder, assigned);
+        return std::make_unique<X11Desktop>(scheduler, QFileInfo(boardPath).path(), assigned);
+    case DesktopKind::wlr:
+        return openWlrDesktop(scheduler, boardPath, assigned);
     case DesktopKind::none:
         return std::make_unique<WindowlessDesktop>(scheduler, chosen.gap);
     }

@@ -34,9 +34,9 @@ struct ChosenDesktop
 std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
                                            std::optional<DesktopKind> asked);
 
-/// The arguments are those of the desktops' constructors.
+/// `boardPath` is the board's file, beside which state is kept that outlives a session; the other
+/// arguments are those of the desktops' constructors.
 std::unique_ptr<Desktop> openDesktop(const ChosenDesktop& chosen, Scheduler& scheduler,
-                                     const QString& stateFolder,
-                                     const std::set<WindowID>& assigned);
+                                     const QString& boardPath, const std::set<WindowID>& assigned);
 
 } // namespace kelpa

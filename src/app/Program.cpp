@@ -45,8 +45,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
                  const ChosenDesktop& desktop, std::unique_ptr<ViewTypes> types)
     : m_application(application), m_scheduler(scheduler), m_single(single), m_buses(buses),
       m_settings(settings), m_boardPath(std::move(boardPath)),
-      m_desktop(openDesktop(desktop, scheduler, QFileInfo(settings.path()).path(),
-                            assignedWindows(settings))),
+      m_desktop(openDesktop(desktop, scheduler, settings.path(), assignedWindows(settings))),
       m_store(m_desktop->platform(), settings, scheduler),
       m_view(m_store, m_desktop->platform().applications, m_iconReaders,
              {.keyNames = KeyNames::withSuper(),

@@ -1,5 +1,6 @@
 #include "app/SessionReading.h"
 
+#include "platform/wayland/connection/LocalSocket.h"
 #include "platform/wayland/connection/WaylandConnection.h"
 #include "platform/x11/connection/DisplayConnector.h"
 
@@ -42,6 +43,7 @@ SessionReading readSession(const QByteArray& display, std::chrono::milliseconds 
     }
     reading.compositor = wayland::readGlobals(
         wayland::socketPath(reading.waylandDisplay, qgetenv("XDG_RUNTIME_DIR")), limit);
+    reading.hasSwayIpc = wayland::connectedSocket(qgetenv("SWAYSOCK")).isOpen();
     return reading;
 }
 

@@ -23,6 +23,8 @@ struct SessionReading
     std::optional<x11::DisplayFacts> display{};
     /// Absent when no compositor replies.
     std::optional<wayland::GlobalVersions> compositor{};
+    /// sway's IPC accepts connections.
+    bool hasSwayIpc = false;
 
     friend bool operator==(const SessionReading&, const SessionReading&) = default;
 };

@@ -108,5 +108,34 @@ desktop     none that Kelpa can work on
 )");
 }
 
+TEST(AboutDesktop, Of_a_compositor_that_lists_its_windows_it_says_what_the_list_lacks)
+{
+    SessionReading session{
+        .sessionType = "wayland",
+        .currentDesktop = {},
+        .x11Display = {},
+        .waylandDisplay = "wayland-1",
+        .display = std::nullopt,
+        .compositor = wayland::GlobalVersions{{"zwlr_foreign_toplevel_manager_v1", 3}},
+    };
+    const auto shortfalls = [&session] {
+        std::vector<DesktopAbility> lacking;
+        const DesktopAbilities abilities = abilitiesOn(DesktopKind::wlr, session, std::nullopt);
+        for (const auto& [ability, shortfall] : abilities.shortfalls)
+            lacking.push_back(ability);
+        return lacking;
+    };
+    using enum DesktopAbility;
+    using Abilities = std::vector<DesktopAbility>;
+    EXPECT_TRUE(aboutDesktop(session, std::nullopt).contains(QStringLiteral("desktop     wlr\n")));
+    EXPECT_EQ(shortfalls(), (Abilities{quitting, geometry, previews, globalKeys}));
+    session.hasSwayIpc = true;
+    EXPECT_EQ(shortfalls(), (Abilities{minimizing, previews}));
+    EXPECT_TRUE(aboutDesktop(session, std::nullopt)
+                    .contains(QStringLiteral("sway        its IPC replies\n")));
+    session.compositor = wayland::GlobalVersions{};
+    EXPECT_EQ(shortfalls().size(), allDesktopAbilities.size());
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -1,0 +1,44 @@
+// A sway session: creates and connects the implementations of the interfaces in platform/.
+#pragma once
+
+#include "model/Identifiers.h"
+#include "platform/Desktop.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <set>
+
+class QString;
+
+namespace kelpa {
+
+class Scheduler;
+
+class SwayDesktop final : public Desktop
+{
+public:
+    /// `socketPath` is that of sway's IPC, as in the SWAYSOCK variable. `boardPath` is the board's
+    /// file, beside which the numbers of windows are kept; `assigned` are the windows that the
+    /// board has assignments for. `scheduler` outlives this object.
+    SwayDesktop(Scheduler& scheduler, const QByteArray& socketPath, const QString& boardPath,
+                const std::set<WindowID>& assigned);
+    ~SwayDesktop() override;
+
+    void setWindowsChanged(std::function<void()> changed) override;
+    Platform platform() override;
+    GlobalKeys& globalKeys() override;
+    OwnWindow& ownWindow() override;
+    Notifications& notifications() override;
+    /// sway has none: never known.
+    MotionSetting& motionOnDisplay() override;
+    AppearanceSetting& appearanceOfPortal() override;
+    MotionSetting& motionOfPortal() override;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace kelpa

@@ -1,0 +1,46 @@
+// A session of a compositor of the wlroots family, which lists its windows and acts on them:
+// creates and connects the implementations of the interfaces in platform/.
+#pragma once
+
+#include "model/Identifiers.h"
+#include "platform/Desktop.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <set>
+
+class QString;
+
+namespace kelpa {
+
+class Scheduler;
+
+class WlrDesktop final : public Desktop
+{
+public:
+    /// `socketPath` is that of the compositor. `boardPath` is the board's file, beside which the
+    /// numbers of windows are kept; `assigned` are the windows that the board has assignments for.
+    /// `scheduler` outlives this object.
+    WlrDesktop(Scheduler& scheduler, const QByteArray& socketPath, const QString& boardPath,
+               const std::set<WindowID>& assigned);
+    ~WlrDesktop() override;
+
+    void setWindowsChanged(std::function<void()> changed) override;
+    Platform platform() override;
+    /// The compositor reports no keys.
+    GlobalKeys& globalKeys() override;
+    OwnWindow& ownWindow() override;
+    Notifications& notifications() override;
+    /// Never known.
+    MotionSetting& motionOnDisplay() override;
+    AppearanceSetting& appearanceOfPortal() override;
+    MotionSetting& motionOfPortal() override;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace kelpa

@@ -1,0 +1,11 @@
+// What Kelpa can do under a compositor of the wlroots family.
+#pragma once
+
+#include "platform/DesktopAbilities.h"
+
+namespace kelpa::wayland {
+
+/// Of a compositor that lists its windows; whether it is a sway whose IPC replies too.
+DesktopAbilities abilitiesOfWlr(bool hasSwayIpc);
+
+} // namespace kelpa::wayland
