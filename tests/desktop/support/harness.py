@@ -328,6 +328,10 @@ class Desktop:
         numbers = self.property(self._x.screen().root, "_NET_CLIENT_LIST_STACKING")
         return [] if numbers is None else list(numbers)
 
+    def activate(self, window):
+        """Brings the window forward, as a click in a task list does."""
+        self.run("wmctrl", "-i", "-a", hex(window.number))
+
     def close(self, window):
         """Asks the window to close, as a click on its close button does."""
         self.run("wmctrl", "-i", "-c", hex(window.number))

@@ -118,7 +118,7 @@ class Kelpa:
     def focus(self):
         """Makes Kelpa's window the active one."""
         if self._desktop.active_window() != self.window.number:
-            self._desktop.run("wmctrl", "-i", "-a", hex(self.window.number))
+            self._desktop.activate(self.window)
             wait_until("Kelpa's window is active",
                        lambda: self._desktop.active_window() == self.window.number)
 

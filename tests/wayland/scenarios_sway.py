@@ -1,0 +1,237 @@
+"""The board natively in a session of sway: what it lists, remembers and acts on."""
+
+import time
+
+import board as boards
+import processes
+import settings
+from assistant import Assistant
+from harness import on_desktop
+from kelpa import Kelpa
+from plain_windows import PlainWindows
+from processes import wait_until
+
+
+def _assign(assistant, goal, *choices):
+    """Puts windows into a goal by its sheet."""
+    assistant.press_button(boards.ADD_WINDOWS, goal)
+    for choice in choices:
+        assistant.press(lambda choice=choice: assistant.board.choice(choice), f"{choice!r} is chosen")
+    assistant.press_button(f"Add {len(choices)} windows")
+
+
+def windows_are_cards_and_one_that_is_assigned_is_there_after_a_restart(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", [])])
+    desktop.start_foot("First terminal")
+    desktop.start_foot("Second terminal")
+    with Kelpa(desktop, binary, path) as kelpa:
+        for title in ("First terminal", "Second terminal"):
+            kelpa.wait_for_card(boards.UNSORTED, title)
+        _assign(Assistant(desktop, kelpa), "Release", "Foot: First terminal")
+        kelpa.wait_for_card("Release", "First terminal")
+        desktop.screenshot(desktop.directory / "board.png")
+        kelpa.quit()
+        stored = settings.StoredBoard(settings.read(path))
+        assert stored.window_counts == {"Release": 1}, stored
+        kelpa.start()
+        kelpa.wait_for_card("Release", "First terminal")
+        kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
+
+
+def another_run_of_sway_never_mixes_numbers(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", [])])
+    terminal = desktop.start_foot("Of the first run")
+    container = desktop.wait_for_window("Of the first run").number
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, "Of the first run")
+        _assign(Assistant(desktop, kelpa), "Release", "Foot: Of the first run")
+        kelpa.wait_for_card("Release", "Of the first run")
+        kelpa.quit()
+
+        desktop.kill_sway()
+        terminal.wait()
+        desktop.start_sway()
+        desktop.start_foot("Of the second run")
+        # sway begins to count anew, so the name alone would be that of the first window.
+        assert desktop.wait_for_window("Of the second run").number == container
+        kelpa.start()
+        kelpa.wait_for_card(boards.UNSORTED, "Of the second run")
+        assert kelpa.board.card("Release", "Of the second run") is None
+
+
+def a_card_brings_its_window_forward_and_closes_its_program(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.start_foot("First terminal")
+    desktop.command("workspace 2")
+    other = desktop.start_foot("Second terminal")
+    window = desktop.wait_for_window("First terminal")
+    with Kelpa(desktop, binary, path) as kelpa:
+        assistant = Assistant(desktop, kelpa)
+        kelpa.wait_for_card(boards.UNSORTED, "First terminal")
+        card = kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
+        desktop.wait_for_active(kelpa.window)
+        assistant.press(lambda: kelpa.board.card(boards.UNSORTED, "First terminal").node,
+                        "the card is pressed")
+        desktop.wait_for_active(window)
+
+        def button():
+            found = kelpa.board.card(boards.UNSORTED, "Second terminal")
+            return found and found.node.find(boards.BUTTON_ROLES,
+                                             lambda name: name == boards.CLOSE_PROCESS)[0]
+
+        assistant.press(button, f"{card} is closed")
+        wait_until("its program has ended", lambda: other.poll() is not None)
+        wait_until("its card is gone",
+                   lambda: kelpa.board.card(boards.UNSORTED, "Second terminal") is None)
+        assert kelpa.board.card(boards.UNSORTED, "First terminal")
+
+
+def a_goal_opens_a_terminal_and_has_it(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", [])])
+    desktop.start_foot("Already there")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, "Already there")
+        before = {window.number for window in desktop.windows()}
+        assistant = Assistant(desktop, kelpa)
+        assistant.press_button(boards.GOAL_ACTIONS, "Release")
+        assistant.choose(boards.OPEN_TERMINAL)
+        opened = wait_until("a terminal is open", lambda: next(
+            (window for window in desktop.windows() if window.number not in before), None))
+        desktop.wait_for_active(opened)
+        kelpa.focus()
+        wait_until("it is in the goal", lambda: len(kelpa.board.column("Release").cards) == 1)
+        assert len(kelpa.board.column(boards.UNSORTED).cards) == 1
+
+
+def _has_binding(desktop):
+    """Whether a binding of Kelpa's is there; takes it away."""
+    return desktop.command("unbindsym --inhibited --release Super_L")
+
+
+def super_twice_brings_kelpa_forward_and_its_binding_goes_with_it(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.start_foot("Typed into")
+    terminal = desktop.wait_for_window("Typed into")
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("the board offers it", lambda: kelpa.board.has_text(boards.TAP_HINT))
+        for start in ("first", "second"):
+            for keys, comes in ((("Super_L",), False), (("Super_L+j", "Super_L"), False),
+                                (("Super_L", "Super_L"), True), (("Super_R", "Super_R"), True)):
+                desktop.activate(terminal)
+                desktop.wait_for_active(terminal)
+                desktop.key(*keys)
+                if comes:
+                    desktop.wait_for_active(kelpa.window)
+                else:
+                    # Longer than between the taps of a pair.
+                    time.sleep(1)
+                    assert desktop.active_window() == terminal.number, keys
+            if start == "first":
+                # Its binding stays behind, and the next start has no second one.
+                kelpa.kill()
+                kelpa.start()
+                wait_until("the board offers it", lambda: kelpa.board.has_text(boards.TAP_HINT))
+        desktop.command("reload")
+        wait_until("the board offers it again", lambda: kelpa.board.has_text(boards.TAP_HINT))
+        desktop.activate(terminal)
+        desktop.wait_for_active(terminal)
+        desktop.key("Super_L", "Super_L")
+        desktop.wait_for_active(kelpa.window)
+        kelpa.quit()
+        assert not _has_binding(desktop)
+
+
+@on_desktop(binding="--release Super_L")
+def a_binding_of_the_person_is_left_alone(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        # Kelpa does not see that binding, which is in an included file.
+        wait_until("the board offers the double tap", lambda: kelpa.board.has_text(boards.TAP_HINT))
+        for _ in ("while Kelpa runs", "afterwards"):
+            desktop.key("Super_L")
+            wait_until("the person's binding runs", desktop.marker.exists)
+            desktop.marker.unlink()
+            if kelpa.is_running():
+                kelpa.quit()
+
+
+def hostile_titles_are_listed_and_the_board_lives(desktop, binary):
+    titles = (b"\xff\xfe no text \xc3", b"", b"a\nb\x07\x1b[31m", b"\xe2\x80\xae" * 40, b"x" * 4000,
+              b'"}],"nodes":[', b"%s%n", b"<b>&amp;</b>")
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    windows = PlainWindows()
+    for title in titles:
+        windows.open(title)
+    # A name that is nobody's, and one that is anything but a name.
+    windows.open(b"Ordinary", b"../../etc/passwd")
+    windows.open(b"Other", b"\xff" * 300)
+    windows.settle()
+    expected = len(titles) + 2
+    wait_until("sway has them all", lambda: len(desktop.windows()) == expected)
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("all are cards", lambda: len(kelpa.board.cards()) == expected)
+        kelpa.wait_for_card(boards.UNSORTED, "Ordinary")
+
+
+def a_hundred_windows_open_and_close_and_the_board_follows(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.start_foot("Stays")
+    windows = PlainWindows()
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, "Stays")
+        for _ in range(3):
+            opened = [windows.open(b"Window %d" % at) for at in range(100)]
+            for at, window in enumerate(opened):
+                windows.rename(window, b"Renamed %d" % at)
+            windows.settle()
+            for window in opened:
+                windows.close(window)
+        last = windows.open(b"The last")
+        windows.settle()
+        kelpa.focus()
+        kelpa.wait_for_card(boards.UNSORTED, "The last")
+        wait_until("nothing else is left", lambda: len(kelpa.board.cards()) == 2)
+        assert last
+
+
+def while_sway_hangs_the_board_is_used_and_has_its_windows_afterwards(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", ["Write"])])
+    desktop.start_foot("Stays")
+    with Kelpa(desktop, binary, path) as kelpa:
+        assistant = Assistant(desktop, kelpa)
+        kelpa.wait_for_card(boards.UNSORTED, "Stays")
+        with processes.stopped(desktop.sway_process()):
+            end = time.monotonic() + 10
+            assistant.press(kelpa.todo_button("Release", "Write")[0], "the status is pressed")
+            wait_until("the change is on the disk", lambda: settings.StoredBoard(
+                settings.read_live(path)).todos("Release") == [("Write", boards.IN_PROGRESS)])
+            while time.monotonic() < end:
+                assert kelpa.board.card(boards.UNSORTED, "Stays")
+                time.sleep(0.2)
+        desktop.start_foot("Comes later")
+        # A window that is not shown is not drawn, and so not told anew.
+        kelpa.focus()
+        kelpa.wait_for_card(boards.UNSORTED, "Comes later")
+        kelpa.wait_for_card(boards.UNSORTED, "Stays")
+
+
+def when_sway_dies_kelpa_ends_and_the_board_is_whole(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", ["Write"])])
+    with Kelpa(desktop, binary, path) as kelpa:
+        assistant = Assistant(desktop, kelpa)
+        assistant.press(kelpa.todo_button("Release", "Write")[0], "the status is pressed")
+        kelpa.wait_for_todos("Release", [("Write", boards.IN_PROGRESS)])
+        desktop.kill_sway()
+        wait_until("Kelpa ends", lambda: not kelpa.is_running())
+    stored = settings.StoredBoard(settings.read(path))
+    assert stored.todos("Release") == [("Write", boards.IN_PROGRESS)], stored

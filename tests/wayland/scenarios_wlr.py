@@ -1,0 +1,46 @@
+"""The board on a compositor of which it knows no more than the protocols of its family tell: sway, whose
+IPC is hidden from Kelpa."""
+
+import board as boards
+import settings
+from assistant import Assistant
+from kelpa import Kelpa
+from processes import wait_until
+
+_WITHOUT_IPC = {"SWAYSOCK": ""}
+# Where no process is told, the button is of the one window.
+_CLOSE_WINDOW = "Close this window"
+
+
+def windows_are_listed_focused_and_closed_by_the_protocols_alone(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", [])])
+    desktop.start_foot("First terminal")
+    other = desktop.start_foot("Second terminal")
+    window = desktop.wait_for_window("First terminal")
+    with Kelpa(desktop, binary, path, env=_WITHOUT_IPC) as kelpa:
+        assistant = Assistant(desktop, kelpa)
+        kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
+        kelpa.wait_for_card(boards.UNSORTED, "First terminal")
+        assert len(kelpa.board.cards()) == 2, "Kelpa's own window is on the board"
+        desktop.wait_for_active(kelpa.window)
+        assistant.press(lambda: kelpa.board.card(boards.UNSORTED, "First terminal").node,
+                        "the card is pressed")
+        desktop.wait_for_active(window)
+
+        def button():
+            found = kelpa.board.card(boards.UNSORTED, "Second terminal")
+            return found and found.node.find(boards.BUTTON_ROLES,
+                                             lambda name: name == _CLOSE_WINDOW)[0]
+
+        assistant.press(button, "the second is closed")
+        wait_until("its program has ended", lambda: other.poll() is not None)
+        kelpa.focus()
+        wait_until("its card is gone",
+                   lambda: kelpa.board.card(boards.UNSORTED, "Second terminal") is None)
+
+        # A start from a launcher or a key of the desktop.
+        desktop.activate(window)
+        desktop.wait_for_active(window)
+        desktop.run(binary, "--settings", path)
+        desktop.wait_for_active(kelpa.window)

@@ -1,0 +1,73 @@
+"""Windows of one colour with any title: what no program shows on demand."""
+
+import os
+import struct
+import threading
+
+from wayland_wire import Client
+
+_WIDTH, _HEIGHT = 200, 150
+_SIZE = _WIDTH * _HEIGHT * 4
+
+
+class PlainWindows:
+    """Windows of this process. Titles and application ids are bytes, which may be no text."""
+
+    def __init__(self):
+        self._client = Client()
+        # Held while requests about a window are sent, since its surface may be drawn and closed at
+        # the same time.
+        self._lock = threading.Lock()
+        self._open = set()
+        self._compositor = self._client.bind("wl_compositor", 1)
+        self._shell = self._client.bind("xdg_wm_base", 1)
+        self._client.on(self._shell, 0, self._pong)
+        memory = os.memfd_create("pixels")
+        os.ftruncate(memory, _SIZE)
+        shared_memory = self._client.bind("wl_shm", 1)
+        pool = self._client.new()
+        self._client.send(shared_memory, 0, pool, _SIZE, descriptor=memory)
+        os.close(memory)
+        self._buffer = self._client.new()
+        self._client.send(pool, 0, self._buffer, 0, _WIDTH, _HEIGHT, _WIDTH * 4, 1)
+
+    def open(self, title, app_id=b"plain"):
+        """Shows a window and returns it, for `rename` and `close`."""
+        send, new = self._client.send, self._client.new
+        with self._lock:
+            surface, shape, toplevel = new(), new(), new()
+            self._open.add(shape)
+            self._client.on(shape, 0, lambda serial: self._draw(surface, shape, serial))
+            send(self._compositor, 0, surface)
+            send(self._shell, 2, shape, surface)
+            send(shape, 1, toplevel)
+            send(toplevel, 2, title)
+            send(toplevel, 3, app_id)
+            send(surface, 6)
+        return surface, shape, toplevel
+
+    def rename(self, window, title):
+        self._client.send(window[2], 2, title)
+
+    def close(self, window):
+        with self._lock:
+            self._open.remove(window[1])
+            for part in reversed(window):
+                self._client.send(part, 0)
+
+    def settle(self):
+        """Returns when the compositor has heard of everything so far."""
+        self._client.round_trip()
+
+    def end(self):
+        self._client.close()
+
+    def _draw(self, surface, shape, serial):
+        with self._lock:
+            if shape in self._open:
+                self._client.send(shape, 4, *struct.unpack("=I", serial))
+                self._client.send(surface, 1, self._buffer, 0, 0)
+                self._client.send(surface, 6)
+
+    def _pong(self, serial):
+        self._client.send(self._shell, 3, *struct.unpack("=I", serial))
