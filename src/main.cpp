@@ -1,6 +1,7 @@
-// Entry point: answers --help, --version and --about-desktop, activates a running Kelpa with the
-// same board, or starts the program.
+// Entry point: answers --help, --version, --about-desktop and what concerns backups, activates a
+// running Kelpa with the same board, or starts the program.
 #include "app/AboutDesktop.h"
+#include "app/BackupCommands.h"
 #include "app/CommandLine.h"
 #include "app/DesktopOpening.h"
 #include "app/OtherKelpa.h"
@@ -57,6 +58,16 @@ constexpr std::chrono::milliseconds readingLimit{2000};
     std::fputs(qPrintable(text), stdout);
     std::fflush(stdout);
     std::_Exit(0);
+}
+
+int printBackupCommand(const CommandLine& line)
+{
+    const CommandOutput output = line.asksForBackups
+                                     ? listBackups(line.settingsPath)
+                                     : restoreBackup(line.settingsPath, line.restoredBackup);
+    std::fputs(qPrintable(output.text), stdout);
+    std::fputs(qPrintable(output.error), stderr);
+    return output.exitStatus;
 }
 
 int reportMissingDisplay(const WindowSystem& system)
@@ -130,6 +141,7 @@ int run(QGuiApplication& application, const CommandLine& line, const ChosenDeskt
             std::_Exit(status);
         return status;
     }
+    backUpDaily(*file);
     if (isNameTaken) {
         std::fprintf(stderr,
                      "kelpa: another program has the name %s on the session bus: what is sent to "
@@ -168,6 +180,8 @@ int main(int argc, char** argv)
     const CommandLine given = readCommandLine(arguments);
     if (given.asksForHelp || given.asksForVersion)
         return printAbout(given, argc, argv);
+    if (given.error.isEmpty() && (given.asksForBackups || !given.restoredBackup.isEmpty()))
+        return printBackupCommand(given);
     const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
     if (given.asksForDesktop)
         printAboutDesktop(given, system.display);

@@ -26,6 +26,12 @@ struct Options
         QStringLiteral("about-desktop"),
         QStringLiteral("Say what the session offers, what Kelpa can do there, and why not the "
                        "rest.")};
+    QCommandLineOption listBackups{QStringLiteral("list-backups"),
+                                   QStringLiteral("List the backups of the board.")};
+    QCommandLineOption restore{
+        QStringLiteral("restore"),
+        QStringLiteral("Replace the board by a backup; the board before is kept as another one."),
+        QStringLiteral("name")};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
                             QStringLiteral("List what there is.")};
     QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
@@ -38,7 +44,7 @@ void describe(QCommandLineParser& parser, const Options& options)
     // The toolkit's own options are words with a single dash.
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({options.show, options.settings, options.desktop, options.aboutDesktop,
-                       options.help, options.version});
+                       options.listBackups, options.restore, options.help, options.version});
 }
 
 } // namespace
@@ -70,6 +76,10 @@ CommandLine readCommandLine(const QStringList& arguments)
             line.error = QStringLiteral("there is no desktop '%1'; --help lists them").arg(name);
     }
     line.asksForDesktop = parser.isSet(options.aboutDesktop);
+    line.asksForBackups = parser.isSet(options.listBackups);
+    line.restoredBackup = parser.value(options.restore);
+    if (line.error.isEmpty() && parser.isSet(options.restore) && line.restoredBackup.isEmpty())
+        line.error = QStringLiteral("--restore needs a name; --list-backups lists them");
     line.asksForHelp = parser.isSet(options.help);
     line.asksForVersion = parser.isSet(options.version);
     return line;

@@ -20,6 +20,9 @@ struct CommandLine
     bool asksForDesktop = false;
     bool asksForHelp = false;
     bool asksForVersion = false;
+    bool asksForBackups = false;
+    /// The backup that replaces the board; empty for none.
+    QString restoredBackup;
     /// Why the command line is invalid, as a message for the person; empty when it is valid.
     QString error;
 

@@ -48,6 +48,17 @@ TEST(CommandLine, Help_and_version_are_asked_for_in_either_form)
     EXPECT_TRUE(read({QStringLiteral("-v")}).asksForVersion);
 }
 
+TEST(CommandLine, Backups_are_listed_and_restored_by_their_name)
+{
+    EXPECT_TRUE(read({QStringLiteral("--list-backups")}).asksForBackups);
+    EXPECT_EQ(
+        read({QStringLiteral("--restore"), QStringLiteral("2026-11-22T101500Z")}).restoredBackup,
+        QStringLiteral("2026-11-22T101500Z"));
+    EXPECT_EQ(read({}).restoredBackup, QString());
+    EXPECT_EQ(read({QStringLiteral("--restore=")}).error,
+              QStringLiteral("--restore needs a name; --list-backups lists them"));
+}
+
 TEST(CommandLine, The_toolkits_own_options_are_not_taken_for_letters)
 {
     const CommandLine reversed = read({QStringLiteral("-reverse")});

@@ -337,14 +337,29 @@ FileContents SqliteFile::readAnew() const
         return {{}, *error};
     SqliteFile& other = *std::get<0>(opened);
     FileContents found = other.read();
-    const auto faults = other.readIntegers(
-        {"SELECT count(*) FROM pragma_quick_check(1) WHERE quick_check <> 'ok'"});
-    const auto* const error = std::get_if<SettingsError>(&faults);
-    if (error != nullptr && !found.error)
-        found.error = *error;
-    else if (error == nullptr && std::get<0>(faults).front() > 0)
-        found.error = SettingsError::damaged;
+    if (const auto fault = other.check();
+        fault && (!found.error || fault == SettingsError::damaged))
+        found.error = fault;
     return found;
+}
+
+SettingsResult<bool> SqliteFile::isEmpty()
+{
+    if (!m_hasTable)
+        return true;
+    const auto rows = readIntegers({"SELECT EXISTS(SELECT 1 FROM settings)"});
+    if (const auto* const error = std::get_if<SettingsError>(&rows))
+        return *error;
+    return std::get<0>(rows).front() == 0;
+}
+
+std::optional<SettingsError> SqliteFile::check()
+{
+    const auto faults =
+        readIntegers({"SELECT count(*) FROM pragma_quick_check(1) WHERE quick_check <> 'ok'"});
+    if (const auto* const error = std::get_if<SettingsError>(&faults))
+        return *error;
+    return std::get<0>(faults).front() > 0 ? std::optional(SettingsError::damaged) : std::nullopt;
 }
 
 void SqliteFile::acceptChanges()

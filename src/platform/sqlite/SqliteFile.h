@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -75,6 +76,17 @@ public:
     /// Moves all of the log to the file and cuts it; false where the file has no room for that, or
     /// somebody reads the log.
     bool emptyLog();
+
+    /// From now on this connection reads what the file holds now, whatever others write, until it
+    /// is closed. For one that is opened for reading only.
+    std::optional<SettingsError> holdSnapshot();
+    /// Copies all of the file to `path`, an empty file, which needs no log beside it and is on the
+    /// disk when there is no error. Ends early, with `failed`, when `stop` is requested.
+    std::optional<SettingsError> copyTo(const QString& path, const std::stop_token& stop) const;
+    /// Whether the file holds no value.
+    SettingsResult<bool> isEmpty();
+    /// What is wrong with the structure of the file; absent when nothing is.
+    std::optional<SettingsError> check();
 
     /// Makes closing the connection leave file and log as they are, for a damaged file. Every
     /// connection begins so, until the file has turned out to be Kelpa's.

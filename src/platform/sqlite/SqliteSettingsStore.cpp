@@ -287,8 +287,15 @@ void SqliteSettingsStore::loadReadOnly()
     }
 }
 
+void SqliteSettingsStore::setBeforeSave(std::function<void()> beforeSave)
+{
+    m_beforeSave = std::move(beforeSave);
+}
+
 std::optional<SettingsError> SqliteSettingsStore::writePending()
 {
+    if (m_beforeSave)
+        m_beforeSave();
     SettingsValues rows = m_pending;
     for (const QString& key : std::as_const(m_unseen)) {
         if (m_pending.contains(key) && m_stored.contains(key))

@@ -7,6 +7,7 @@
 
 #include <QSet>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -47,6 +48,9 @@ public:
     SettingsStatus status() const override;
     /// The file itself, with all symbolic links resolved.
     QString path() const override { return m_path; }
+
+    /// Calls `beforeSave` before each change of the file.
+    void setBeforeSave(std::function<void()> beforeSave);
 
     /// Everything that `value` would return, without counting as read.
     SettingsValues values() const;
@@ -93,6 +97,7 @@ private:
     std::optional<SettingsError> m_error;
     std::optional<FileMovedAside> m_movedAside;
     bool m_isAlreadyInUse = false;
+    std::function<void()> m_beforeSave;
 };
 
 } // namespace kelpa

@@ -2,6 +2,8 @@
 
 #include "store/board/TodoOrder.h"
 
+#include <algorithm>
+
 namespace kelpa {
 
 BoardContents joined(BoardContents stored, BoardContents made)
@@ -18,6 +20,23 @@ BoardContents joined(BoardContents stored, BoardContents made)
     applyPositions(stored.goals, positions);
     applyPositions(stored.unassignedTodos, positions);
     return stored;
+}
+
+BoardContents restored(const BoardContents& present, BoardContents backup)
+{
+    for (const auto& [window, goalID] : present.assignments.asKeyValueRange()) {
+        if (!backup.assignments.contains(window) && goalWith(goalID, backup.goals) != nullptr)
+            backup.assignments.insert(window, goalID);
+    }
+    return backup;
+}
+
+qsizetype openTodoCount(const BoardContents& board)
+{
+    qsizetype count = std::ranges::count_if(board.unassignedTodos, &TodoItem::isOpen);
+    for (const Goal& goal : board.goals)
+        count += goal.openTodoCount();
+    return count;
 }
 
 } // namespace kelpa

@@ -25,4 +25,11 @@ struct BoardContents
 /// is the later one.
 BoardContents joined(BoardContents stored, BoardContents made);
 
+/// `backup` in the place of `present`. A window that only `present` assigns keeps its goal where
+/// the backup has that goal, since it may have been opened later.
+BoardContents restored(const BoardContents& present, BoardContents backup);
+
+/// The todos of all lists that are not completed.
+qsizetype openTodoCount(const BoardContents& board);
+
 } // namespace kelpa

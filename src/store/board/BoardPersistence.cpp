@@ -65,6 +65,31 @@ StoredBoard loadBoard(SettingsStore& settings)
     return board;
 }
 
+std::optional<BoardContents> boardIn(const QMap<QString, SettingsValue>& values)
+{
+    BoardContents board;
+    bool isFound = false;
+    // False where the value does not decode.
+    const auto read = [&](auto& part, auto decode, const QString& key, const QString& legacyKey) {
+        const auto value =
+            values.contains(key) ? values.constFind(key) : values.constFind(legacyKey);
+        if (value == values.constEnd())
+            return true;
+        const auto* const document = std::get_if<QByteArray>(&*value);
+        auto decoded = document != nullptr ? decode(*document) : std::nullopt;
+        if (!decoded)
+            return false;
+        part = *std::move(decoded);
+        isFound = true;
+        return true;
+    };
+    const bool isRead =
+        read(board.goals, decodeGoals, goalsKey, legacyGoalsKey) &&
+        read(board.unassignedTodos, decodeTodos, unassignedTodosKey, QString()) &&
+        read(board.assignments, decodeAssignments, assignmentsKey, legacyAssignmentsKey);
+    return isRead && isFound ? std::optional(std::move(board)) : std::nullopt;
+}
+
 std::set<WindowID> assignedWindows(const SettingsStore& settings)
 {
     std::set<WindowID> windows;

@@ -7,6 +7,7 @@
 #include "text/AppLanguage.h"
 
 #include <QList>
+#include <QMap>
 
 #include <optional>
 #include <set>
@@ -41,6 +42,10 @@ struct StoredBoard
 /// copied aside in `settings`, since the next save overwrites them; a language or a setting that
 /// does not decode counts as absent.
 StoredBoard loadBoard(SettingsStore& settings);
+
+/// The board that the values of a file hold, as in a backup. Absent when a part of it does not
+/// decode, or there is neither a goal nor a todo nor a place for them.
+std::optional<BoardContents> boardIn(const QMap<QString, SettingsValue>& values);
 
 /// The window numbers that are assigned in `settings`, also under the keys of an earlier release.
 std::set<WindowID> assignedWindows(const SettingsStore& settings);

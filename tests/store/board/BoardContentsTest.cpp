@@ -57,5 +57,27 @@ TEST(BoardContents, A_window_that_both_boards_assign_stays_where_it_was_put_last
                                               {QStringLiteral("2"), storedGoal.id}}));
 }
 
+TEST(BoardContents, A_restored_board_is_the_backup_with_the_windows_of_its_goals)
+{
+    const BoardContents backup{{storedGoal}, {storedLoose}, {{QStringLiteral("1"), storedGoal.id}}};
+    const BoardContents present{{storedGoal, madeGoal},
+                                {madeLoose},
+                                {{QStringLiteral("1"), madeGoal.id},
+                                 {QStringLiteral("2"), madeGoal.id},
+                                 {QStringLiteral("3"), storedGoal.id}}};
+    BoardContents expected = backup;
+    expected.assignments.insert(QStringLiteral("3"), storedGoal.id);
+    EXPECT_EQ(restored(present, backup), expected);
+}
+
+TEST(BoardContents, Open_todos_of_all_lists_are_counted)
+{
+    Goal half = storedGoal;
+    half.todos[0].status = TodoStatus::completed;
+    half.todos[1].status = TodoStatus::ing;
+    EXPECT_EQ(openTodoCount({{half, madeGoal}, {storedLoose}, {}}), 3);
+    EXPECT_EQ(openTodoCount({}), 0);
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -201,5 +201,31 @@ TEST_F(BoardPersistence, A_save_that_fails_is_tried_again_by_itself)
     EXPECT_EQ(scheduler.timersDue(), 0) << "nothing is left to try";
 }
 
+TEST(BoardIn, The_values_of_a_file_are_its_board)
+{
+    const Goal work = goal(QStringLiteral("Work"), {todo(QStringLiteral("Call"))});
+    const TodoItem milk = todo(QStringLiteral("Milk"), 1);
+    const Assignments assignments{{QStringLiteral("7"), work.id}};
+    QMap<QString, SettingsValue> values{{languageKey, QStringLiteral("en")}};
+    for (const SettingsEntry& entry : boardEntries({work}, {milk}))
+        values.insert(entry.key, entry.value);
+    values.insert(assignmentsKey, assignmentsEntry(assignments).value);
+    EXPECT_EQ(boardIn(values), (BoardContents{{work}, {milk}, assignments}));
+
+    // An earlier release had no todos without a goal.
+    values.remove(unassignedTodosKey);
+    values.insert(legacyGoalsKey, values.take(goalsKey));
+    EXPECT_EQ(boardIn(values), (BoardContents{{work}, {}, assignments}));
+}
+
+TEST(BoardIn, Values_that_are_no_board_are_none)
+{
+    EXPECT_EQ(boardIn({}), std::nullopt);
+    EXPECT_EQ(boardIn({{languageKey, QStringLiteral("en")}}), std::nullopt);
+    EXPECT_EQ(boardIn({{goalsKey, QByteArray("[]")}, {unassignedTodosKey, QByteArray("[1]")}}),
+              std::nullopt);
+    EXPECT_EQ(boardIn({{goalsKey, QStringLiteral("[]")}}), std::nullopt);
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -1,0 +1,66 @@
+// Copying the file as it was at one moment, while others go on writing it.
+#include "platform/sqlite/SqliteFile.h"
+#include "platform/sqlite/SqliteValues.h"
+
+#include <QFile>
+
+#include <sqlite3.h>
+
+namespace kelpa {
+
+namespace {
+
+/// Between two looks at whether to stop; 4 MB take some milliseconds.
+constexpr int pagesPerStep = 256;
+
+struct FinishBackup
+{
+    void operator()(sqlite3_backup* backup) const { sqlite3_backup_finish(backup); }
+};
+
+struct CloseCopy
+{
+    void operator()(sqlite3* connection) const { sqlite3_close(connection); }
+};
+
+} // namespace
+
+std::optional<SettingsError> SqliteFile::holdSnapshot()
+{
+    resetLockDeadline();
+    // The transaction begins with its first read.
+    if (const auto error = run("BEGIN"))
+        return error;
+    return run("SELECT count(*) FROM sqlite_schema");
+}
+
+std::optional<SettingsError> SqliteFile::copyTo(const QString& path,
+                                                const std::stop_token& stop) const
+{
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(
+        QFile::encodeName(path).constData(), &opened,
+        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    const std::unique_ptr<sqlite3, CloseCopy> copy(opened);
+    if (const auto error = errorUnlessDone(code))
+        return error;
+    std::unique_ptr<sqlite3_backup, FinishBackup> backup(
+        sqlite3_backup_init(copy.get(), "main", m_connection.get(), "main"));
+    if (!backup)
+        return errorUnlessDone(sqlite3_extended_errcode(copy.get()))
+            .value_or(SettingsError::failed);
+    int step = SQLITE_OK;
+    while (step == SQLITE_OK) {
+        if (stop.stop_requested())
+            return SettingsError::failed;
+        step = sqlite3_backup_step(backup.get(), pagesPerStep);
+    }
+    if (const auto error = errorUnlessDone(step))
+        return error;
+    backup.reset();
+    // Otherwise reading the copy would need a log beside it.
+    return errorUnlessDone(
+        sqlite3_exec(copy.get(), "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr));
+}
+
+} // namespace kelpa

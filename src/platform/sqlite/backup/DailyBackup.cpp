@@ -1,0 +1,82 @@
+#include "platform/sqlite/backup/DailyBackup.h"
+
+#include "platform/LoggingCategories.h"
+#include "platform/sqlite/backup/BackupFolder.h"
+
+#include <sys/resource.h>
+
+#include <memory>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// Below everything that a person waits for. Ten steps take about a tenth of the share.
+constexpr int niceness = 10;
+
+} // namespace
+
+DailyBackup::DailyBackup(QString boardPath, Clock now)
+    : m_boardPath(std::move(boardPath)), m_now(std::move(now))
+{}
+
+DailyBackup::~DailyBackup()
+{
+    finish();
+}
+
+void DailyBackup::finish()
+{
+    if (m_copier.joinable())
+        m_copier.join();
+}
+
+bool DailyBackup::isDue(const QDateTime& now)
+{
+    // A copy that failed leaves the day without a backup.
+    if (m_hasFailed.exchange(false)) {
+        m_lastDay = {};
+        m_retryAt = std::chrono::steady_clock::now() + retryInterval;
+    }
+    if (m_lastDay == now.date() || (m_retryAt && std::chrono::steady_clock::now() < *m_retryAt))
+        return false;
+    m_retryAt.reset();
+    m_lastDay = now.date();
+    for (const BackupName& name : BackupFolder(m_boardPath).list()) {
+        if (name.reason == BackupReason::daily && name.time.toLocalTime().date() == now.date())
+            return false;
+    }
+    return true;
+}
+
+void DailyBackup::beforeSave()
+{
+    // A disk that hangs may hold the copy for days.
+    const QDateTime now = m_now();
+    if (m_isCopying || !isDue(now))
+        return;
+    finish();
+    SettingsResult<std::unique_ptr<SqliteFile>> held = snapshotOf(m_boardPath);
+    if (std::holds_alternative<SettingsError>(held)) {
+        m_hasFailed = true;
+        return;
+    }
+    if (!std::get<0>(held))
+        return;
+    const BackupName name{now.toUTC(), BackupReason::daily};
+    m_isCopying = true;
+    m_copier = std::jthread([this, name, board = std::get<0>(std::move(held))]() mutable {
+        // On Linux a thread has a niceness of its own, and 0 is the calling one.
+        setpriority(PRIO_PROCESS, 0, getpriority(PRIO_PROCESS, 0) + niceness);
+        const auto added = BackupFolder(m_boardPath).add(*board, name);
+        board.reset();
+        if (std::holds_alternative<SettingsError>(added)) {
+            qCWarning(logSqlite, "the board of today could not be kept as a backup");
+            m_hasFailed = true;
+        }
+        m_isCopying = false;
+    });
+}
+
+} // namespace kelpa

@@ -1,0 +1,64 @@
+"""Backups: made by the running program, restored from the command line."""
+
+import subprocess
+
+import board as boards
+import settings
+from kelpa import Kelpa
+from processes import wait_until
+
+_GOAL = "Taxes"
+
+
+def _run(desktop, binary, path, *options):
+    return subprocess.run([str(binary), "--settings", str(path), *options], env=desktop.env,
+                          capture_output=True, text=True, timeout=60, check=False)
+
+
+def _names(desktop, binary, path):
+    listed = _run(desktop, binary, path, "--list-backups")
+    assert listed.returncode == 0 and not listed.stderr, listed
+    return [line.split()[0] for line in listed.stdout.splitlines()
+            if not line.startswith("There is no backup")]
+
+
+def _todos(path):
+    return [title for title, _ in settings.StoredBoard(settings.read_live(path)).todos(_GOAL)]
+
+
+def _add_todo(desktop, kelpa, title):
+    kelpa.focus()
+    kelpa.click(*kelpa.column_button(_GOAL, boards.ADD_TODO))
+    wait_until("a todo can be typed", kelpa.board.focused_field)
+    desktop.type(title)
+    desktop.key("Return")
+
+
+def the_board_before_todays_first_change_comes_back_from_the_command_line(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(_GOAL, ["Receipts"])], is_auto_sorting=False)
+    assert not _names(desktop, binary, path)
+    with Kelpa(desktop, binary, settings=path) as kelpa:
+        _add_todo(desktop, kelpa, "Letter")
+        wait_until("the todo is stored", lambda: len(_todos(path)) == 2)
+        wait_until("the board before is kept", lambda: len(_names(desktop, binary, path)) == 1)
+        _add_todo(desktop, kelpa, "Form")
+        wait_until("the second one is stored", lambda: len(_todos(path)) == 3)
+        name, = _names(desktop, binary, path)
+
+        refused = _run(desktop, binary, path, "--restore", name)
+        assert refused.returncode == 1 and "Kelpa runs with the board" in refused.stderr, refused
+        assert len(_todos(path)) == 3
+    restored = _run(desktop, binary, path, "--restore", name)
+    assert restored.returncode == 0 and "1 goals, 1 open todos" in restored.stdout, restored
+    assert _todos(path) == ["Receipts"]
+    with Kelpa(desktop, binary, settings=path) as kelpa:
+        wait_until("the board is as it was", lambda: kelpa.board.has_text("Receipts"))
+        assert not kelpa.board.has_text("Form")
+    before, = set(_names(desktop, binary, path)) - {name}
+    assert before in restored.stdout
+    assert _run(desktop, binary, path, "--restore", before).returncode == 0
+    assert sorted(_todos(path)) == ["Form", "Letter", "Receipts"]
+
+    unknown = _run(desktop, binary, path, "--restore", "2001-01-01T000000Z")
+    assert unknown.returncode == 1 and "there is no backup" in unknown.stderr, unknown
