@@ -54,14 +54,16 @@ _FOLDERS = {
     "views/models": "model",
     "views/scene": "layout views/appearance",
     "views/controls": "views/appearance views/scene",
+    "views/backups": "model text store/* views/appearance views/controls views/models"
+                     " views/scene",
     "views/goals": "model text navigation store/* views/appearance views/controls views/models"
                    " views/scene",
     "views/todos": "model text navigation store/* views/appearance views/controls views/goals"
                    " views/models views/scene",
     "views/windows": "model text navigation platform windows store/* views/appearance"
                      " views/controls views/goals views/models views/scene",
-    "views/board": "model text navigation layout store/* views/appearance views/controls"
-                   " views/goals views/models views/scene views/todos views/windows",
+    "views/board": "model text navigation layout store/* views/appearance views/backups"
+                   " views/controls views/goals views/models views/scene views/todos views/windows",
     "views": "model text platform store/* shell views/*",
     "app": "model platform/* store/* shell views",
     # main.cpp.

@@ -1,8 +1,8 @@
 #include "app/BackupCommands.h"
 
 #include "platform/sqlite/SqliteSettingsStore.h"
-#include "platform/sqlite/backup/BackupFolder.h"
 #include "platform/sqlite/backup/DailyBackup.h"
+#include "platform/sqlite/backup/SqliteBackups.h"
 #include "store/board/BoardPersistence.h"
 
 #include <QLocale>
@@ -20,98 +20,78 @@ CommandOutput failed(const QString& reason)
     return {{}, QStringLiteral("kelpa: %1\n").arg(reason), 1};
 }
 
-QString localTime(const BackupName& name)
+QString localTime(const Backup& backup)
 {
-    return QLocale::c().toString(name.time.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"));
+    return QLocale::c().toString(backup.time.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"));
 }
 
 /// Absent when the backup cannot be read whole.
-std::optional<BoardContents> contentsOf(const BackupFolder& folder, const BackupName& name)
+std::optional<BoardContents> contentsOf(const Backups& backups, const Backup& backup)
 {
-    const FileContents contents = folder.read(name);
-    return contents.error ? std::nullopt : boardIn(contents.values);
+    const auto values = backups.read(backup.name);
+    return values ? boardIn(*values) : std::nullopt;
 }
 
 QString sizeOf(const BoardContents& board)
 {
-    return QStringLiteral("%1 goals, %2 open todos")
+    return QStringLiteral("goals: %1, open todos: %2")
         .arg(board.goals.size())
         .arg(openTodoCount(board));
-}
-
-/// The backup of the present board; absent for a board that is empty.
-SettingsResult<std::optional<BackupName>> keepBoard(const QString& path)
-{
-    SettingsResult<std::unique_ptr<SqliteFile>> held = snapshotOf(path);
-    if (const auto* const error = std::get_if<SettingsError>(&held))
-        return *error;
-    const std::unique_ptr<SqliteFile>& board = std::get<0>(held);
-    if (!board)
-        return std::optional<BackupName>();
-    const auto added = BackupFolder(path).add(
-        *board, {QDateTime::currentDateTimeUtc(), BackupReason::beforeRestore});
-    if (const auto* const error = std::get_if<SettingsError>(&added))
-        return *error;
-    return std::optional(std::get<BackupName>(added));
 }
 
 } // namespace
 
 CommandOutput listBackups(const QString& settingsPath)
 {
-    const BackupFolder folder(settingsPath);
-    const QList<BackupName> backups = folder.list();
-    if (backups.isEmpty())
+    const SqliteBackups backups(settingsPath);
+    const QList<Backup> list = backups.list();
+    if (list.isEmpty())
         return {QStringLiteral("There is no backup of the board in %1 yet.\n").arg(settingsPath)};
     QString text;
-    for (const BackupName& name : backups) {
-        const std::optional<BoardContents> board = contentsOf(folder, name);
+    for (const Backup& backup : list) {
+        const std::optional<BoardContents> board = contentsOf(backups, backup);
         text += QStringLiteral("%1  %2  %3%4\n")
-                    .arg(name.text(), localTime(name),
+                    .arg(backup.name, localTime(backup),
                          board ? sizeOf(*board) : QStringLiteral("cannot be read"),
-                         name.reason == BackupReason::beforeRestore
-                             ? QStringLiteral(" (before a backup was restored)")
-                             : QString());
+                         backup.isBeforeRestore ? QStringLiteral(" (before a backup was restored)")
+                                                : QString());
     }
     return {text};
 }
 
 CommandOutput restoreBackup(const QString& settingsPath, const QString& name)
 {
-    const BackupFolder folder(settingsPath);
-    const QList<BackupName> backups = folder.list();
-    const auto backup = std::ranges::find(backups, name, &BackupName::text);
-    if (backup == backups.end())
+    SqliteBackups backups(settingsPath);
+    const QList<Backup> list = backups.list();
+    const auto backup = std::ranges::find(list, name, &Backup::name);
+    if (backup == list.end())
         return failed(QStringLiteral("there is no backup %1 of the board in %2; --list-backups "
                                      "lists what there is")
                           .arg(name, settingsPath));
-    const std::optional<BoardContents> contents = contentsOf(folder, *backup);
+    const std::optional<BoardContents> contents = contentsOf(backups, *backup);
     if (!contents)
-        return failed(QStringLiteral("the backup %1 cannot be read; the board is as it was")
-                          .arg(folder.pathOf(*backup)));
+        return failed(QStringLiteral("the backup %1 of the board in %2 cannot be read; the board "
+                                     "is as it was")
+                          .arg(name, settingsPath));
 
     SqliteSettingsStore store(settingsPath);
     if (store.isAlreadyInUse())
-        return failed(
-            QStringLiteral("Kelpa runs with the board in %1; close it first").arg(settingsPath));
+        return failed(QStringLiteral("Kelpa runs with the board in %1; restore the backup from its "
+                                     "menu, or close it first")
+                          .arg(settingsPath));
     // What is wrong with the file was reported on standard error.
     if (!store.isLoaded() || store.status().error)
         return {{}, {}, 1};
-    const auto kept = keepBoard(store.path());
-    if (std::holds_alternative<SettingsError>(kept))
-        return failed(QStringLiteral("the present board could not be kept in %1, so nothing was "
-                                     "restored")
-                          .arg(folder.path()));
+    if (!backups.keepBoard())
+        return failed(QStringLiteral("the present board could not be kept as a backup, so nothing "
+                                     "was restored"));
     const BoardContents board = restored(loadBoard(store).contents, *contents);
     std::vector<SettingsEntry> entries = boardEntries(board.goals, board.unassignedTodos);
     entries.push_back(assignmentsEntry(board.assignments));
     if (!store.write(entries))
         return {{}, {}, 1};
-    QString text =
-        QStringLiteral("Restored the board of %1: %2.\n").arg(localTime(*backup), sizeOf(board));
-    if (const std::optional<BackupName>& before = std::get<0>(kept))
-        text += QStringLiteral("The board before is the backup %1.\n").arg(before->text());
-    return {text};
+    return {QStringLiteral("Restored the board of %1: %2.\nThe board before is a backup, too.\n")
+                .arg(localTime(*backup), sizeOf(board))};
 }
 
 void backUpDaily(SqliteSettingsStore& store)

@@ -11,7 +11,7 @@ namespace kelpa {
 namespace {
 
 /// A busy window manager needs a part of a second.
-constexpr std::chrono::milliseconds limit{3000};
+constexpr std::chrono::milliseconds replyLimit{3000};
 
 } // namespace
 
@@ -21,7 +21,7 @@ bool bringForward(std::optional<qint64> process, Scheduler& scheduler)
         return false;
     const auto isForward = std::make_shared<bool>(false);
     const TaskHandle task = scheduler.inBackgroundAndWait(
-        limit,
+        replyLimit,
         [process](const std::stop_token&) {
             const auto noNumbers = [](WindowID) -> std::optional<std::uint32_t> { return {}; };
             x11::EwmhPager pager(std::make_shared<x11::DisplayConnector>(QByteArray()), noNumbers);

@@ -46,7 +46,8 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
     : m_application(application), m_scheduler(scheduler), m_single(single), m_buses(buses),
       m_settings(settings), m_boardPath(std::move(boardPath)),
       m_desktop(openDesktop(desktop, scheduler, settings.path(), assignedWindows(settings))),
-      m_store(m_desktop->platform(), settings, scheduler),
+      m_backupFiles(settings.path()), m_store(m_desktop->platform(), settings, scheduler),
+      m_backups(m_store, m_backupFiles, scheduler),
       m_view(m_store, m_desktop->platform().applications, m_iconReaders,
              {.keyNames = KeyNames::withSuper(),
               .appearance = std::nullopt,
@@ -54,6 +55,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
              std::move(types)),
       m_doubleTap(m_desktop->globalKeys()), m_notifier(m_store, m_desktop->notifications())
 {
+    m_view.setBackups(m_backups);
     m_store.discoverAhead();
     m_desktop->setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
     connect(&m_view, &ViewEngine::boardShown, this, &Program::startAfterFirstFrame);

@@ -5,9 +5,11 @@
 #include "platform/Desktop.h"
 #include "platform/OwnWindow.h"
 #include "platform/qt/WorkerPool.h"
+#include "platform/sqlite/backup/SqliteBackups.h"
 #include "shell/GlobalDoubleTap.h"
 #include "shell/UnsavedNotifier.h"
 #include "shell/WindowRaiser.h"
+#include "store/BackupBrowser.h"
 #include "store/WindowStore.h"
 #include "views/ViewEngine.h"
 #include "views/ViewTypes.h"
@@ -69,8 +71,10 @@ private:
     BusWatch& m_buses;
     WriteBehindSettings& m_settings;
     const QString m_boardPath;
+    SqliteBackups m_backupFiles;
     const std::unique_ptr<Desktop> m_desktop;
     WindowStore m_store;
+    BackupBrowser m_backups;
     /// All icons come from one window server, so one reader is enough.
     const std::shared_ptr<WorkerPool> m_iconReaders = std::make_shared<WorkerPool>(1);
     ViewEngine m_view;

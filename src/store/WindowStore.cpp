@@ -188,6 +188,14 @@ void WindowStore::redo()
     m_parts->steps.redo();
 }
 
+void WindowStore::restoreBackup(const BoardContents& backup)
+{
+    const Update update(m_state.changes);
+    m_parts->steps.show(restored(m_state.version().contents, backup));
+    m_parts->steps.saveAnnounced(CopyKey::BackupRestored);
+    refreshInBackground();
+}
+
 void WindowStore::setToastHeld(bool isHeld)
 {
     m_parts->toast.setHeld(isHeld);

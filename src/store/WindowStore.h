@@ -125,6 +125,9 @@ public:
     void undo();
     /// Repeats the step undone last, unless another one followed.
     void redo();
+    /// Replaces goals, todos and assignments by those of a backup, with a toast that offers to undo
+    /// that step.
+    void restoreBackup(const BoardContents& backup);
     /// While held, the toast stays; released, it starts its full time again.
     void setToastHeld(bool isHeld);
 

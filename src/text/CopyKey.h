@@ -179,6 +179,16 @@ enum class CopyKey {
     DoubleTapNotHeard,
     CopyCommand,
     CommandCopied,
+    // Backups.
+    RestoreBackup,
+    RestoreBackupTitle,
+    BackupsText,
+    NoBackupsYet,
+    BackupUnreadable,
+    BackupBeforeRestore,
+    BackupNotKept,
+    Restore,
+    BackupRestored,
 };
 Q_ENUM_NS(CopyKey)
 
@@ -187,6 +197,6 @@ Q_ENUM_NS(CopyKey)
 using copykey::CopyKey;
 
 /// The tables do not compile when they have another number of rows.
-inline constexpr std::size_t copyKeyCount = static_cast<std::size_t>(CopyKey::CommandCopied) + 1;
+inline constexpr std::size_t copyKeyCount = static_cast<std::size_t>(CopyKey::BackupRestored) + 1;
 
 } // namespace kelpa

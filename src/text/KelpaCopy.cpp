@@ -1,12 +1,15 @@
 #include "text/KelpaCopy.h"
 
 #include "model/Text.h"
+#include "text/CopyRowsBackups.h"
 #include "text/CopyRowsBoard.h"
 #include "text/CopyRowsDesktop.h"
 #include "text/CopyRowsGoals.h"
 #include "text/CopyRowsTrouble.h"
 #include "text/CopyRowsWindows.h"
 #include "text/PerLanguage.h"
+
+#include <QLocale>
 
 #include <algorithm>
 #include <array>
@@ -29,6 +32,7 @@ constexpr std::array<const CopyRow*, copyKeyCount> rowsByKey = [] {
     append(windowCopyRows);
     append(troubleCopyRows);
     append(desktopCopyRows);
+    append(backupCopyRows);
     return rows;
 }();
 
@@ -41,7 +45,8 @@ constexpr bool everyKeyHasItsRow()
     return true;
 }
 static_assert(boardCopyRows.size() + goalCopyRows.size() + todoCopyRows.size() +
-                      windowCopyRows.size() + troubleCopyRows.size() + desktopCopyRows.size() ==
+                      windowCopyRows.size() + troubleCopyRows.size() + desktopCopyRows.size() +
+                      backupCopyRows.size() ==
                   copyKeyCount,
               "each key has one row");
 static_assert(everyKeyHasItsRow(), "the rows must stand in the order of CopyKey, one for each");
@@ -140,6 +145,12 @@ constexpr Frames dropIntoFrames = Frames::same({u"→ ", u""});
 constexpr Frames dropBeforeFrames({u"→ 移到「", u"」之前"}, {u"→ before “", u"”"},
                                   {u"→「", u"」の前へ"}, {u"→ ‘", u"’ 앞으로"},
                                   {u"→ avant « ", u" »"}, {u"→ vor „", u"“"});
+constexpr Frames backupGoalsFrames({u"目标：", u" · "}, {u"Goals: ", u" · "}, {u"目標：", u" · "},
+                                   {u"목표: ", u" · "}, {u"Objectifs : ", u" · "},
+                                   {u"Ziele: ", u" · "});
+constexpr Frames backupTodosFrames({u"未完成待办：", u""}, {u"Unfinished todos: ", u""},
+                                   {u"未完了のタスク：", u""}, {u"미완료 할 일: ", u""},
+                                   {u"Tâches inachevées : ", u""}, {u"Offene Aufgaben: ", u""});
 constexpr Frames movedAsideToFrames({u"原文件在同一文件夹中：", u""},
                                     {u"The old file is in the same folder: ", u""},
                                     {u"元のファイルは同じフォルダにあります：", u""},
@@ -319,6 +330,19 @@ QString windowName(const QString& ownerName, const QString& title, AppLanguage l
     if (ownerName.isEmpty())
         return title;
     return ownerName + QStringView(windowNameSeparators[language]).toString() + title;
+}
+
+QString dayAndTime(const QDateTime& local, AppLanguage language)
+{
+    const QLocale locale(rawValue(language));
+    return locale.toString(local.date(), QLocale::LongFormat) + QStringLiteral(", ") +
+           locale.toString(local.time(), QLocale::ShortFormat);
+}
+
+QString backupCounts(qsizetype goals, qsizetype openTodos, AppLanguage language)
+{
+    return backupGoalsFrames[language].around(QString::number(goals)) +
+           backupTodosFrames[language].around(QString::number(openTodos));
 }
 
 QString movedAsideTo(const QString& name, AppLanguage language)

@@ -7,6 +7,7 @@
 #include "text/AppLanguage.h"
 #include "text/CopyKey.h"
 
+#include <QDateTime>
 #include <QString>
 
 namespace kelpa::KelpaCopy {
@@ -60,6 +61,10 @@ QString overlongTitle(qsizetype length, AppLanguage language);
 /// the title alone where `ownerName` is empty. `title` is not empty.
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language);
 
+/// Day and time, as the language writes them.
+QString dayAndTime(const QDateTime& local, AppLanguage language);
+/// What a backup holds: "Goals: 5 · Unfinished todos: 23".
+QString backupCounts(qsizetype goals, qsizetype openTodos, AppLanguage language);
 /// Where a damaged file is now that was renamed to `name`.
 QString movedAsideTo(const QString& name, AppLanguage language);
 

@@ -198,6 +198,11 @@ void ViewEngine::takeKeys()
             &SearchController::typingStarted);
 }
 
+void ViewEngine::setBackups(BackupBrowser& backups)
+{
+    m_parts->controller.backups()->setBrowser(backups);
+}
+
 void ViewEngine::setDoubleTapOffered(bool isOffered)
 {
     m_parts->controller.setDoubleTapOffered(isOffered);

@@ -15,6 +15,7 @@ namespace kelpa {
 
 class Applications;
 class AppearanceSetting;
+class BackupBrowser;
 class MotionSetting;
 class ViewTypes;
 class Workers;
@@ -48,6 +49,9 @@ public:
     /// Shows the window, filling the usable area of its screen; makes it unless `load` has. False
     /// when the interface could not be loaded.
     bool show();
+
+    /// Offers to restore one of these; `backups` outlives this object.
+    void setBackups(BackupBrowser& backups);
 
     /// Whether the interface says that a double tap of Command brings Kelpa forward; at first it
     /// does not.

@@ -11,6 +11,7 @@
 extern void qml_register_types_Kelpa_Appearance();
 extern void qml_register_types_Kelpa_Scene();
 extern void qml_register_types_Kelpa_Controls();
+extern void qml_register_types_Kelpa_Backups();
 extern void qml_register_types_Kelpa_Goals();
 extern void qml_register_types_Kelpa_Todos();
 extern void qml_register_types_Kelpa_Windows();
@@ -31,6 +32,7 @@ void registerViewTypes()
     qml_register_types_Kelpa_Appearance();
     qml_register_types_Kelpa_Scene();
     qml_register_types_Kelpa_Controls();
+    qml_register_types_Kelpa_Backups();
     qml_register_types_Kelpa_Goals();
     qml_register_types_Kelpa_Todos();
     qml_register_types_Kelpa_Windows();

@@ -296,6 +296,28 @@ TEST(KelpaCopy, A_file_that_was_moved_aside_is_named)
                 text);
 }
 
+TEST(KelpaCopy, Day_and_time_are_written_as_in_the_language)
+{
+    const QDateTime time(QDate(2026, 11, 22), QTime(16, 5));
+    EXPECT_EQ(KelpaCopy::dayAndTime(time, chinese), QStringLiteral("2026年11月22日星期日, 16:05"));
+    EXPECT_EQ(KelpaCopy::dayAndTime(time, english),
+              QStringLiteral("Sunday, November 22, 2026, 4:05 PM"));
+    EXPECT_EQ(KelpaCopy::dayAndTime(time, german),
+              QStringLiteral("Sonntag, 22. November 2026, 16:05"));
+}
+
+TEST(KelpaCopy, A_backup_says_how_much_it_holds)
+{
+    const auto text = [](AppLanguage language) { return KelpaCopy::backupCounts(5, 23, language); };
+    expectTexts({{{chinese, u"目标：5 · 未完成待办：23"},
+                  {english, u"Goals: 5 · Unfinished todos: 23"},
+                  {japanese, u"目標：5 · 未完了のタスク：23"},
+                  {korean, u"목표: 5 · 미완료 할 일: 23"},
+                  {french, u"Objectifs : 5 · Tâches inachevées : 23"},
+                  {german, u"Ziele: 5 · Offene Aufgaben: 23"}}},
+                text);
+}
+
 TEST(KelpaCopy, The_rows_hold_every_declared_key)
 {
     const QList<CopyKey> keys = declaredKeys();

@@ -1,6 +1,7 @@
 // The wording of the interface: a table of every text in every language.
 #include "text/KelpaCopy.h"
 
+#include "text/QuotedBackupTexts.h"
 #include "text/QuotedDesktopTexts.h"
 #include "text/QuotedText.h"
 #include "text/QuotedTroubleTexts.h"
@@ -378,6 +379,7 @@ std::vector<QuotedText> allQuotedTexts()
     std::vector<QuotedText> all(quotedTexts.begin(), quotedTexts.end());
     all.insert(all.end(), test::quotedTroubleTexts.begin(), test::quotedTroubleTexts.end());
     all.insert(all.end(), test::quotedDesktopTexts.begin(), test::quotedDesktopTexts.end());
+    all.insert(all.end(), test::quotedBackupTexts.begin(), test::quotedBackupTexts.end());
     return all;
 }
 

@@ -189,13 +189,13 @@ struct NamedException
 
 constexpr auto namedExceptions = std::to_array<NamedException>({
     // What a terminal shows, before there is an interface or a language.
-    {u"^src/app/(AboutDesktop|CommandLine)\\.cpp$", u""},
+    {u"^src/app/(AboutDesktop|BackupCommands|CommandLine)\\.cpp$", u""},
     {u"^src/main\\.cpp$", u"^(Kelpa |, Qt %1.*)$"},
     {u"^src/platform/sqlite/SettingsError\\.cpp$", u""},
     // Variables of the environment, atoms, and keys of attributes.
     {u"^src/(app|platform)/|^src/main\\.cpp$", u"^[A-Z][A-Z0-9_]*=?$"},
     // Statements of SQL.
-    {u"^src/platform/sqlite/SqliteFile\\.cpp$",
+    {u"^src/platform/sqlite/SqliteFile(Copy)?\\.cpp$",
      u"^(PRAGMA|SELECT|INSERT|CREATE|BEGIN|COMMIT|ROLLBACK|ON CONFLICT)\\b"},
     // Methods and types of the message bus, and the properties that an object reports there.
     {u"^src/platform/freedesktop/\\w+/(AtspiBus|ApplicationService|BusWatch|PrimaryInstance|"
@@ -243,10 +243,11 @@ QStringList textsInCpp(QString source)
 {
     // Included files, and messages to developers.
     static const QRegularExpression notForPeople(
-        QStringLiteral(R"RE(^\s*#\s*include[^\n]*|\b(?:static_assert|qCDebug)\([^;]*;|)RE"
-                       R"RE((?<!\w)'(?:[^'\\\n]|\\.)'|)RE"
-                       R"RE((?:\b(?:qFatal|QML_UNCREATABLE|Q_CLASSINFO)\(|\bfprintf\(\s*stderr,|)RE"
-                       R"RE(\bqmlWarning\([^;"]*)(?:\s*,?\s*"(?:[^"\\\n]|\\.)*")+)RE"),
+        QStringLiteral(
+            R"RE(^\s*#\s*include[^\n]*|\b(?:static_assert|qC(?:Debug|Info|Warning))\([^;]*;|)RE"
+            R"RE((?<!\w)'(?:[^'\\\n]|\\.)'|)RE"
+            R"RE((?:\b(?:qFatal|QML_UNCREATABLE|Q_CLASSINFO)\(|\bfprintf\(\s*stderr,|)RE"
+            R"RE(\bqmlWarning\([^;"]*)(?:\s*,?\s*"(?:[^"\\\n]|\\.)*")+)RE"),
         QRegularExpression::MultilineOption);
     source.remove(notForPeople);
     QStringList found;

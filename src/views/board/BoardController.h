@@ -3,6 +3,7 @@
 #pragma once
 
 #include "layout/BoardMetrics.h"
+#include "views/backups/BackupController.h"
 #include "views/board/BoardColumnModel.h"
 #include "views/board/BoardTargetModel.h"
 #include "views/board/SearchController.h"
@@ -38,6 +39,7 @@ class BoardController : public QObject
     Q_PROPERTY(kelpa::WindowController* windows READ windows CONSTANT)
     Q_PROPERTY(kelpa::SearchController* search READ search CONSTANT)
     Q_PROPERTY(kelpa::TroubleController* trouble READ trouble CONSTANT)
+    Q_PROPERTY(kelpa::BackupController* backups READ backups CONSTANT)
     Q_PROPERTY(kelpa::BoardColumnModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::BoardTargetModel* targets READ targets CONSTANT)
     /// The row of the selected target among the targets; -1 when none is shown.
@@ -90,6 +92,7 @@ public:
     LanguageOffer* languageOffer() { return &m_languageOffer; }
     DesktopNotice* desktopNotice() { return &m_desktopNotice; }
     FirstSteps* firstSteps() { return &m_firstSteps; }
+    BackupController* backups() { return &m_backups; }
     BoardColumnModel* columns() { return &m_columns; }
     BoardTargetModel* targets() { return &m_targets; }
 
@@ -196,6 +199,7 @@ private:
     FirstSteps m_firstSteps{m_store};
     SearchController m_search{m_store, m_goals, m_todos};
     TroubleController m_trouble{m_store, m_todos};
+    BackupController m_backups{m_store};
     /// The row of the selected target and the number of rows when the board was last shown.
     int m_selectedRow = -1;
     int m_rowCount = 0;

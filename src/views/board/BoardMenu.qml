@@ -31,6 +31,11 @@ AppMenu {
         enabled: root.board.canRedo
         onTriggered: root.board.redo()
     }
+    AppMenuItem {
+        text: ViewSettings.copy.text(CopyKey.RestoreBackup)
+        enabled: root.board.backups.isOffered
+        onTriggered: root.board.backups.open()
+    }
     AppMenuSeparator {}
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.KeyboardShortcuts)

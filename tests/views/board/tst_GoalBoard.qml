@@ -157,7 +157,7 @@ Item {
             adding.clear();
             const item = text => menuItems().find(each => each.text === text);
             mouseClick(view(), 5, 300, Qt.RightButton);
-            tryVerify(() => menuItems().length === 4);
+            tryVerify(() => menuItems().length === 5);
             verify(item("Undo").enabled);
             verify(!item("Redo").enabled);
             chooseAndClose("New goal");

@@ -17,8 +17,13 @@ namespace kelpa {
 
 namespace {
 
-/// Of a copy that is not finished.
-const QString unfinishedName = QStringLiteral("unfinished");
+/// The name of a copy that is not finished. One for each reason: while the daily copy is made, a
+/// person may restore another.
+QString unfinishedName(BackupReason reason)
+{
+    return reason == BackupReason::daily ? QStringLiteral("unfinished")
+                                         : QStringLiteral("unfinished.before-restore");
+}
 
 void syncFolder(const QString& path)
 {
@@ -26,6 +31,12 @@ void syncFolder(const QString& path)
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.isOpen())
         ::fsync(folder.number());
+}
+
+void removeUnfinished(const QString& path)
+{
+    for (const auto* const suffix : {"", "-journal", "-wal", "-shm"})
+        QFile::remove(path + QLatin1String(suffix));
 }
 
 /// What is wrong with a copy of `original`; absent when it holds the same.
@@ -67,10 +78,10 @@ QList<BackupName> BackupFolder::list() const
 }
 
 SettingsResult<BackupName> BackupFolder::add(SqliteFile& board, BackupName name,
-                                             const std::stop_token& stop)
+                                             const std::stop_token& stop) const
 {
-    removeUnfinished();
-    const QString unfinished = QDir(m_path).filePath(unfinishedName);
+    const QString unfinished = QDir(m_path).filePath(unfinishedName(name.reason));
+    removeUnfinished(unfinished);
     std::optional<SettingsError> error = makeSettingsFile(unfinished);
     if (!error)
         error = board.copyTo(unfinished, stop);
@@ -84,7 +95,7 @@ SettingsResult<BackupName> BackupFolder::add(SqliteFile& board, BackupName name,
             error = SettingsError::failed;
     }
     if (error) {
-        removeUnfinished();
+        removeUnfinished(unfinished);
         return *error;
     }
     syncFolder(m_path);
@@ -104,12 +115,6 @@ FileContents BackupFolder::read(const BackupName& name) const
     if (const auto fault = file.check())
         contents.error = fault;
     return contents;
-}
-
-void BackupFolder::removeUnfinished() const
-{
-    for (const auto* const suffix : {"", "-journal", "-wal", "-shm"})
-        QFile::remove(QDir(m_path).filePath(unfinishedName + QLatin1String(suffix)));
 }
 
 void BackupFolder::thin() const

@@ -13,7 +13,8 @@
 
 namespace kelpa {
 
-/// Any thread; each object one thread at a time. Every function waits for the disk.
+/// Any thread, several at once, but for `add`: one at a time for each reason. Every function waits
+/// for the disk.
 class BackupFolder
 {
 public:
@@ -32,13 +33,12 @@ public:
     /// the name is taken, takes the next free second. Removes what an earlier attempt has left, and
     /// the backups that are no longer kept. `failed` also when `stop` was requested.
     SettingsResult<BackupName> add(SqliteFile& board, BackupName name,
-                                   const std::stop_token& stop = {});
+                                   const std::stop_token& stop = {}) const;
 
     /// Everything that the backup holds.
     FileContents read(const BackupName& name) const;
 
 private:
-    void removeUnfinished() const;
     void thin() const;
 
     QString m_path;

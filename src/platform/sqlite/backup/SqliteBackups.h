@@ -1,0 +1,23 @@
+// The backups in the folder beside a board's file.
+#pragma once
+
+#include "platform/Backups.h"
+#include "platform/sqlite/backup/BackupFolder.h"
+
+namespace kelpa {
+
+class SqliteBackups final : public Backups
+{
+public:
+    explicit SqliteBackups(const QString& boardPath);
+
+    QList<Backup> list() const override;
+    std::optional<QMap<QString, SettingsValue>> read(const QString& name) const override;
+    bool keepBoard() override;
+
+private:
+    QString m_boardPath;
+    BackupFolder m_folder;
+};
+
+} // namespace kelpa

@@ -1,0 +1,70 @@
+// Lists the backups of the board with what they hold, and restores one.
+#pragma once
+
+#include "platform/Backups.h"
+#include "platform/Scheduler.h"
+#include "store/board/BackupSummary.h"
+
+#include <QList>
+#include <QObject>
+
+#include <optional>
+
+namespace kelpa {
+
+class WindowStore;
+
+/// Main thread; the disk is read off it.
+class BackupBrowser : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Entry
+    {
+        Backup backup;
+        /// Absent when the backup cannot be read whole.
+        std::optional<BackupSummary> summary;
+
+        friend bool operator==(const Entry&, const Entry&) = default;
+    };
+    enum class Refusal : std::uint8_t {
+        /// The present board could not be kept first.
+        notKept,
+        /// The backup cannot be read whole.
+        unreadable,
+    };
+
+    /// The arguments outlive this object, `files` also all work that has begun.
+    BackupBrowser(WindowStore& store, Backups& files, Scheduler& scheduler);
+
+    /// Newest first; empty until `read` ends.
+    const QList<Entry>& entries() const { return m_entries; }
+    bool isReading() const { return m_reading != nullptr; }
+    bool isRestoring() const { return m_restoring != nullptr; }
+    /// Why the last `restore` changed nothing; absent after one that did, and after `read`.
+    std::optional<Refusal> refusal() const { return m_refusal; }
+
+    /// Reads the list anew.
+    void read();
+    /// Keeps the present board, then replaces it by the backup of that name, in one step that undo
+    /// takes back. Does nothing while another one is being restored.
+    void restore(const QString& name);
+
+Q_SIGNALS:
+    /// After each change of what the functions above return.
+    void changed();
+    /// The board is that of the backup.
+    void restored();
+
+private:
+    WindowStore& m_store;
+    Backups& m_files;
+    Scheduler& m_scheduler;
+    QList<Entry> m_entries;
+    std::optional<Refusal> m_refusal;
+    TaskHandle m_reading;
+    TaskHandle m_restoring;
+};
+
+} // namespace kelpa
