@@ -80,6 +80,22 @@ def _open_sheet(desktop, kelpa, expected):
     desktop.screenshot(desktop.directory / f"sheet-{len(expected)}.png")
 
 
+def who_is_told_of_a_damaged_file_can_restore_a_backup_there(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(_GOAL, ["Receipts"])], is_auto_sorting=False)
+    with Kelpa(desktop, binary, settings=path) as kelpa:
+        _add_todo(desktop, kelpa, "Letter")
+        wait_until("the todo is stored", lambda: len(_todos(path)) == 2)
+        wait_until("the board before is kept", lambda: len(_names(desktop, binary, path)) == 1)
+    path.write_bytes(b"This is no database. " * 1000)
+    with Kelpa(desktop, binary, settings=path) as kelpa:
+        wait_until("the board is empty", lambda: not kelpa.board.has_text("Receipts"))
+        kelpa.click(lambda: kelpa.board.button("Restore a backup…"), "the button of the banner")
+        wait_until("the backup is listed", lambda: _listed(kelpa))
+        desktop.key("Return")
+        wait_until("the board is back", lambda: _todos(path) == ["Receipts"])
+
+
 def a_backup_is_restored_from_the_menu_by_the_keyboard_and_undone(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[(_GOAL, ["Receipts"])], is_auto_sorting=False)

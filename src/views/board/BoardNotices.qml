@@ -73,6 +73,7 @@ Column {
         TroubleBanner {
             width: place.width
             trouble: root.board.trouble
+            backups: root.board.backups
         }
     }
     Connections {

@@ -50,12 +50,6 @@ Item {
         root.keysSheet.open();
     }
 
-    // By its address: a type would be compiled with the board at each start.
-    Loader {
-        active: root.board.backups.isOpen
-        onActiveChanged: if (active)
-            setSource("qrc:/qt/qml/Kelpa/Backups/BackupSheet.qml", {backups: root.board.backups})
-    }
     Component {
         id: createSheetType
 

@@ -130,6 +130,11 @@ T.ApplicationWindow {
     Loader {
         id: sheetLoader
     }
+    Loader {
+        active: root.board.backups.isOpen
+        onActiveChanged: if (active)
+            setSource("qrc:/qt/qml/Kelpa/Backups/BackupSheet.qml", { "backups": root.board.backups })
+    }
 
     Component {
         id: savingNoticeType

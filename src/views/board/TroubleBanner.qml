@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Kelpa.Appearance
+import Kelpa.Backups
 import Kelpa.Controls
 import Kelpa.Board
 
@@ -10,6 +11,7 @@ Rectangle {
     id: root
 
     required property TroubleController trouble
+    required property BackupController backups
 
     readonly property string heading: ViewSettings.copy.text(root.trouble.happened)
     readonly property string safeText: ViewSettings.copy.text(root.trouble.safe)
@@ -73,6 +75,12 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.small
 
+        AppButton {
+            text: ViewSettings.copy.text(CopyKey.RestoreBackup)
+            // A file was moved aside, and something of it may be missing.
+            visible: root.trouble.movedAsideName !== "" && root.backups.isOffered
+            onClicked: root.backups.open()
+        }
         AppButton {
             text: ViewSettings.copy.text(CopyKey.ShowFolder)
             visible: root.trouble.canShowFolder
