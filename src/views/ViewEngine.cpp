@@ -13,12 +13,14 @@
 #include "views/windows/PreviewResolution.h"
 
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QResizeEvent>
 
 #include <utility>
+#include <vector>
 
 namespace kelpa {
 
@@ -113,6 +115,9 @@ struct ViewEngine::Parts
     std::unique_ptr<QObject> root;
     /// Destroyed before the window.
     std::unique_ptr<BoardInput> input;
+    /// Somebody who starts Kelpa to find a window begins to type before the board is drawn. All
+    /// other keys would act on a board that nobody has seen.
+    std::vector<std::unique_ptr<QKeyEvent>> typed;
 };
 
 ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
@@ -196,6 +201,16 @@ void ViewEngine::takeKeys()
             &TodoController::giveUpEditor);
     connect(m_parts->input.get(), &BoardInput::searchStarted, m_parts->controller.search(),
             &SearchController::typingStarted);
+    for (std::unique_ptr<QKeyEvent>& key : m_parts->typed)
+        QCoreApplication::postEvent(window(), key.release());
+    m_parts->typed.clear();
+}
+
+void ViewEngine::keepTyped(const QKeyEvent& key)
+{
+    const bool isBetweenWords = key.key() == Qt::Key_Space && !m_parts->typed.empty();
+    if (isBetweenWords || boardKey(key) == BoardKey::character)
+        m_parts->typed.emplace_back(key.clone());
 }
 
 void ViewEngine::setBackups(BackupBrowser& backups)
@@ -246,6 +261,8 @@ bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
         updateSeen();
     if (event->type() == QEvent::FocusIn && watched == window())
         m_parts->controller.search()->noteForward();
+    if (event->type() == QEvent::KeyPress && watched == window() && !m_parts->input)
+        keepTyped(static_cast<QKeyEvent&>(*event));
     return QObject::eventFilter(watched, event);
 }
 

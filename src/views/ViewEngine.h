@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+class QKeyEvent;
 class QQuickWindow;
 
 namespace kelpa {
@@ -93,6 +94,8 @@ private:
     void updateSeen();
     /// Lets keys control the board from now on.
     void takeKeys();
+    /// Keeps a key pressed before there is a board if it types something to search for.
+    void keepTyped(const QKeyEvent& key);
 
     std::unique_ptr<Parts> m_parts;
 };

@@ -135,6 +135,34 @@ TEST_F(ViewEngineTest, Keys_do_nothing_before_the_board_has_been_drawn)
     EXPECT_EQ(shown.size(), 1);
 }
 
+TEST_F(ViewEngineTest, What_is_typed_before_the_board_has_been_drawn_begins_a_search)
+{
+    QSignalSpy shown(&view, &ViewEngine::boardShown);
+    ASSERT_TRUE(view.show());
+    QQuickWindow& window = *view.window();
+    const auto press = [&window](Qt::Key key, const QString& text) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QCoreApplication::sendEvent(&window, &event);
+    };
+    bool isTyped = false;
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &window, [&] {
+        if (isTyped || !window.isActive() || !shown.isEmpty())
+            return;
+        press(Qt::Key_Space, QStringLiteral(" "));
+        press(Qt::Key_T, QStringLiteral("t"));
+        press(Qt::Key_Space, QStringLiteral(" "));
+        press(Qt::Key_Right, {});
+        press(Qt::Key_U, QStringLiteral("u"));
+        isTyped = true;
+    });
+    ASSERT_TRUE(shown.wait());
+    ASSERT_TRUE(isTyped);
+    auto& search = *window.property("board").value<BoardController*>()->search();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return search.text() == QStringLiteral("t u"); }))
+        << search.text().toStdString();
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::idle());
+}
+
 TEST_F(ViewEngineTest, The_double_tap_is_told_of_only_while_it_would_be_noticed)
 {
     store().setLanguage(AppLanguage::english);
