@@ -39,6 +39,23 @@ def windows_are_cards_and_one_that_is_assigned_is_there_after_a_restart(desktop,
         kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
 
 
+@on_desktop(has_xwayland=True)
+def windows_of_programs_on_x11_are_cards_among_the_others(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.start_foot("On Wayland")
+    # sway alone knows the number of its X server.
+    desktop.command("exec xterm -T 'On X11' -e cat")
+    window = desktop.wait_for_window("On X11")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, "On Wayland")
+        card = kelpa.wait_for_card(boards.UNSORTED, "On X11")
+        assert card.node.name == "XTerm: On X11", card.node.name
+        Assistant(desktop, kelpa).press(lambda: kelpa.board.card(boards.UNSORTED, "On X11").node,
+                                        "the card is pressed")
+        desktop.wait_for_active(window)
+
+
 def another_run_of_sway_never_mixes_numbers(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Release", [])])

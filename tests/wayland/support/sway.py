@@ -10,18 +10,19 @@ from virtual_keyboard import VirtualKeyboard
 
 _CONFIG = """output HEADLESS-1 resolution 1600x1000
 default_border none
-xwayland disable
 workspace_layout tabbed
 """
 
 
 class SwayDesktop(Desktop):
     """The same as a desktop on X11, as far as a scenario needs it. A window's number is that of its
-    container. The person has a binding for the key `binding`, which makes the file `marker`."""
+    container. The person has a binding for the key `binding`, which makes the file `marker`. There
+    is an X server for programs on X11 where that is asked for."""
 
-    def __init__(self, directory, binding=None):
+    def __init__(self, directory, binding=None, has_xwayland=False):
         super().__init__(directory)
         self._binding = binding
+        self._xwayland = "enable" if has_xwayland else "disable"
         self.marker = self.directory / "marker"
         self._sway = None
         self._keyboard = None
@@ -45,7 +46,7 @@ class SwayDesktop(Desktop):
             os.environ.pop(name, None)
         self._config = self._private / "sway.conf"
         included = self._private / "included.conf"
-        self._config.write_text(f"{_CONFIG}include {included}\n", encoding="utf-8")
+        self._config.write_text(f"{_CONFIG}xwayland {self._xwayland}\ninclude {included}\n", encoding="utf-8")
         included.write_text(
             f"bindsym {self._binding} exec touch {self.marker}\n" if self._binding else "", encoding="utf-8")
         self.start_sway()
