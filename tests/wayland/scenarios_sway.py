@@ -107,10 +107,18 @@ def a_card_brings_its_window_forward_and_closes_its_program(desktop, binary):
 
 
 def a_goal_opens_a_terminal_and_has_it(desktop, binary):
+    _open_terminal(desktop, binary, "foot")
+
+
+def a_terminal_that_leaves_its_session_lands_in_its_goal(desktop, binary):
+    _open_terminal(desktop, binary, "setsid --fork foot")
+
+
+def _open_terminal(desktop, binary, terminal):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Release", [])])
     desktop.start_foot("Already there")
-    with Kelpa(desktop, binary, path) as kelpa:
+    with Kelpa(desktop, binary, path, env={"TERMINAL": terminal}) as kelpa:
         kelpa.wait_for_card(boards.UNSORTED, "Already there")
         before = {window.number for window in desktop.windows()}
         assistant = Assistant(desktop, kelpa)

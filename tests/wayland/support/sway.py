@@ -36,7 +36,6 @@ class SwayDesktop(Desktop):
             "XDG_CURRENT_DESKTOP": "sway",
             # That of the user may let nobody in.
             "SHELL": "/bin/sh",
-            "TERMINAL": "foot",
             "WLR_BACKENDS": "headless",
             "WLR_RENDERER": "pixman",
             "WLR_LIBINPUT_NO_DEVICES": "1",

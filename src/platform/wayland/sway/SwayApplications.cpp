@@ -30,8 +30,11 @@ void SwayApplications::requestQuit(ProcessID process)
 
 std::optional<Launch> SwayApplications::launch(LaunchableApplication application)
 {
-    // sway gives a new window the focus by itself, so it needs no activation token.
-    return m_launcher.launch(application, {});
+    // By it the window is recognised also where its program leaves the session that the launch
+    // began. It is no activation token: sway gives a new window the focus by itself.
+    const QByteArray startupID =
+        "kelpa-" + QByteArray::number(currentProcess()) + '-' + QByteArray::number(++m_launches);
+    return m_launcher.launch(application, {.display = {}, .startupID = startupID});
 }
 
 std::optional<QString> SwayApplications::identifierOf(const Launch& launch,

@@ -32,7 +32,7 @@ public:
     void requestQuit(ProcessID process) override;
     std::optional<Launch> launch(LaunchableApplication application) override;
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
-    /// By the origin of its process.
+    /// By the origin of its process, or the startup id in its environment.
     std::optional<WindowID> windowOf(const Launch& launch,
                                      const QList<WindowItem>& windows) override;
     QImage icon(const WindowItem& window, int pixels) override;
@@ -41,6 +41,7 @@ private:
     SwayCommands& m_commands;
     ApplicationIcons& m_icons;
     ApplicationLauncher& m_launcher;
+    int m_launches = 0;
 };
 
 } // namespace kelpa::wayland
