@@ -29,13 +29,15 @@ def main():
 
 
 def _run_as_somebody_else(directory):
-    """sway refuses to run as root, and all its clients are of its own user."""
+    """sway refuses to run as root, and all its clients are of its own user. They may read what root
+    may: the sources may lie in a folder of root's alone."""
     user = pwd.getpwnam("nobody")
     shutil.rmtree(directory, ignore_errors=True)
     directory.mkdir(parents=True)
     os.chown(directory, user.pw_uid, user.pw_gid)
     os.execvp("setpriv", ["setpriv", f"--reuid={user.pw_uid}", f"--regid={user.pw_gid}",
-                          "--clear-groups", "--no-new-privs", sys.executable, "-B", *sys.argv])
+                          "--clear-groups", "--no-new-privs", "--inh-caps=+dac_read_search",
+                          "--ambient-caps=+dac_read_search", sys.executable, "-B", *sys.argv])
 
 
 def _run(binary, directory, module, function):
