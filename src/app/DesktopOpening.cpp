@@ -49,6 +49,9 @@ std::unique_ptr<Desktop> openWlrDesktop(Scheduler& scheduler, const QString& boa
 std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
                                            std::optional<DesktopKind> asked)
 {
+    // A person who names an X display means that one.
+    if (!asked && !system.display.isEmpty())
+        asked = DesktopKind::x11;
     SessionOffer offer;
     if (asked != DesktopKind::x11)
         offer.compositor = readCompositor();
