@@ -130,6 +130,21 @@ def without_an_x_display_the_board_is_native_and_says_why_it_has_no_windows(desk
         raise AssertionError(f"ended with {native.returncode}: {log.read_text(errors='replace')}")
 
 
+def without_windows_by_choice_the_board_says_so_and_todos_work(desktop, binary):
+    desktop.start_xterm("There")
+    desktop.wait_for_window("There")
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    with Kelpa(desktop, binary, path, ("--desktop", "none")) as kelpa:
+        wait_until("the board says why it has no windows",
+                   lambda: kelpa.board.has_text(boards.NO_WINDOWS_LISTED))
+        if kelpa.board.cards():
+            raise AssertionError(kelpa.board.outline())
+        kelpa.focus()
+        kelpa.create_goal("Garden")
+        kelpa.wait_for_goals("Garden")
+
+
 def a_signal_ends_a_start_that_waits_for_a_first_that_hangs(desktop, binary):
     kelpa, path = start_kelpa(desktop, binary)
     os.kill(kelpa.process_id(), signal.SIGSTOP)
