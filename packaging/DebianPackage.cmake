@@ -9,8 +9,9 @@ other programs as cards with small live previews. A card that is dragged onto a
 goal belongs to it, also after Kelpa was closed and started again. A click on a
 card brings its window forward.
 .
-It runs on X11 with any window manager that follows the EWMH conventions. In a
-Wayland session it shows the windows of X11 programs, and says what it lacks.")
+It runs on X11 with any window manager that follows the EWMH conventions, and
+on sway and Wayland compositors of its family, there without previews. In other
+Wayland sessions it shows the windows of X11 programs, and says what it lacks.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/package")
 set(CPACK_STRIP_FILES ON)

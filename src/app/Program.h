@@ -71,8 +71,8 @@ private:
     BusWatch& m_buses;
     WriteBehindSettings& m_settings;
     const QString m_boardPath;
-    SqliteBackups m_backupFiles;
     const std::unique_ptr<Desktop> m_desktop;
+    SqliteBackups m_backupFiles;
     WindowStore m_store;
     BackupBrowser m_backups;
     /// All icons come from one window server, so one reader is enough.
