@@ -218,6 +218,11 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/ExecutableName\\.h$", u"^ \\(deleted\\)$"},
     {u"^src/platform/x11/\\w+/XSettings\\.cpp$", u"^Gtk/EnableAnimations$"},
     {u"^src/platform/x11/\\w+/StartupNotification\\.cpp$", u"^remove: ID=$"},
+    // Commands of sway and their parts, and names that tell windows and Kelpas apart.
+    {u"^src/platform/wayland/sway/(SwayBinding|SwayCommands)\\.cpp$",
+     u"^(nop kelpa|kelpa: binding removed|Super_[LR]|bindsym --no-warn| --inhibited --release |\\] "
+     u")$"},
+    {u"^src/platform/wayland/wlr/(ToplevelNames|WlrWindowServer)\\.cpp$", u"^(id|kelpa) $"},
     // How a file of Kelpa's begins, and a command.
     {u"^src/platform/numbers/NameTable\\.cpp$", u"^Kelpa window names 1$"},
     {u"^src/store/WindowStoreTodos\\.cpp$", u"^kelpa --show$"},
