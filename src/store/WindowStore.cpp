@@ -1,7 +1,6 @@
 #include "store/WindowStoreParts.h"
 
 #include "store/board/BoardPersistence.h"
-#include "store/board/GoalOrder.h"
 #include "text/KelpaCopy.h"
 
 #include <QSignalBlocker>
@@ -87,7 +86,7 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
 
 WindowStore::WindowStore(const Platform& platform, SettingsStore& settings, Scheduler& scheduler,
                          Observing observing)
-    : m_state([this](const StoreChanges::Fields& changed) { emitSignals(*this, changed); }),
+    : StoreValues([this](const StoreChanges::Fields& changed) { emitSignals(*this, changed); }),
       m_parts(std::make_unique<Parts>(*this, m_state, platform, settings, scheduler))
 {
     const Update update(m_state.changes);
@@ -98,11 +97,6 @@ WindowStore::WindowStore(const Platform& platform, SettingsStore& settings, Sche
 }
 
 WindowStore::~WindowStore() = default;
-
-QList<Goal> WindowStore::visibleGoals() const
-{
-    return m_state.isHidingGoalsWithoutOpenTodos ? withOpenTodos(m_state.goals) : m_state.goals;
-}
 
 void WindowStore::setLanguage(AppLanguage language)
 {
@@ -155,11 +149,6 @@ void WindowStore::setSearchText(const QString& text)
 {
     const Update update(m_state.changes);
     m_state.assign(m_state.searchText, text, Field::searchText);
-}
-
-HiddenGoals WindowStore::hiddenGoals() const
-{
-    return kelpa::hiddenGoals(m_state.goals, m_state.windows, m_state.emptyGoals());
 }
 
 void WindowStore::showHiddenFindings()

@@ -27,14 +27,6 @@ void WindowStore::unfoldForSelection()
         setUnsortedFold(UnsortedFold::unfolded);
 }
 
-qsizetype WindowStore::shownUnsortedCount() const
-{
-    return shownWindowCount(windows(std::optional<GoalID>()).size(), m_state.unsortedFold,
-                            m_state.findings().isSearching,
-                            m_state.boardNavigation.target.isUnassigned() ? selectedWindowIndex()
-                                                                          : -1);
-}
-
 void WindowStore::activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer)
 {
     const Update update(m_state.changes);
@@ -64,14 +56,6 @@ void WindowStore::activateSelection()
     const qsizetype index = selectedWindowIndex();
     if (index >= 0)
         focus(windows(target).at(index));
-}
-
-qsizetype WindowStore::selectedWindowIndex() const
-{
-    const BoardNavigationState& navigation = m_state.boardNavigation;
-    return navigation.selectedWindowID
-               ? m_state.windowIDsOf(navigation.target).indexOf(*navigation.selectedWindowID)
-               : -1;
 }
 
 void WindowStore::returnToTargetSelection()
