@@ -90,6 +90,8 @@ Item {
         function test_the_menu_of_a_goal_moves_it() {
             world.board.goals.createGoal("Second");
             tryVerify(() => columns().length === 3);
+            // The card makes room for the new one.
+            tryVerify(() => !board.isMoving);
             const button = all(columns().find(column => column.title === "First"),
                                item => item instanceof IconButton
                                        && item.symbol === "ellipsis")[0];

@@ -1,0 +1,387 @@
+#include "views/World.h"
+
+#include "platform/qt/WorkerPool.h"
+#include "views/KnownTexts.h"
+
+#include <QDragMoveEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QQuickWindow>
+#include <QSet>
+
+namespace kelpa::test {
+
+World::World(QObject* parent) : QObject(parent)
+{
+    m_store.setLanguage(AppLanguage::english);
+    m_store.setAutoSortingGoals(false);
+    m_store.refresh();
+}
+
+std::unique_ptr<AppIconProvider> World::makeIconProvider()
+{
+    return std::make_unique<AppIconProvider>(m_desktop, m_iconWindows,
+                                             std::make_shared<WorkerPool>(1));
+}
+
+void World::followLanguage(ViewSettings& settings)
+{
+    m_viewSettings = &settings;
+    const auto follow = [this, &settings] { settings.setLanguage(m_store.language()); };
+    connect(&m_store, &WindowStore::languageChanged, &settings, follow);
+    follow();
+}
+
+void World::setDark(bool isDark)
+{
+    m_viewSettings->setAppearance(isDark ? Appearance::dark : Appearance::light);
+}
+
+void World::lack(const QString& ability, bool isPartial)
+{
+    const QHash<QString, std::pair<DesktopAbility, AbilityGap>> known{
+        {QStringLiteral("windows"), {DesktopAbility::windows, AbilityGap::compositorProtocol}},
+        {QStringLiteral("actions"), {DesktopAbility::actions, AbilityGap::compositorProtocol}},
+        {QStringLiteral("quitting"), {DesktopAbility::quitting, AbilityGap::compositorProtocol}},
+        {QStringLiteral("previews"), {DesktopAbility::previews, AbilityGap::compositorProtocol}},
+        {QStringLiteral("globalKeys"), {DesktopAbility::globalKeys, AbilityGap::keysOfXwayland}}};
+    const auto [which, gap] = known[ability];
+    m_desktop.lack(
+        which, {.gap = isPartial ? AbilityGap::windowsOfXwayland : gap, .isPartial = isPartial});
+    m_store.refresh();
+}
+
+void World::lackNothing()
+{
+    m_desktop.lackNothing();
+    m_store.refresh();
+}
+
+void World::addWindow(quint32 id, const QString& title)
+{
+    openWindow(id, title);
+    m_store.refresh();
+}
+
+void World::openWindow(quint32 id, const QString& title)
+{
+    // A frame of its own distinguishes it from the other windows of its application.
+    WindowListEntry& entry = m_desktop.addAccessibleWindow(id, 1000, title);
+    entry.bounds->x = 100.0 * (id % 16);
+    m_desktop.accessibilityWindows[1000]->back().position->x = entry.bounds->x;
+}
+
+void World::nameOwner(quint32 id, const QString& name)
+{
+    for (WindowListEntry& entry : *m_desktop.windowList) {
+        if (entry.number == id)
+            entry.ownerName = name;
+    }
+    m_store.refresh();
+}
+
+void World::replaceIcon(quint32 id)
+{
+    m_desktop.setIcon(id, Qt::blue);
+    for (WindowListEntry& entry : *m_desktop.windowList) {
+        if (entry.number == id)
+            ++entry.iconRevision;
+    }
+    m_store.refresh();
+}
+
+void World::recognizeApplication()
+{
+    m_desktop.applications[1000].bundleIdentifier = QStringLiteral("org.example.Known");
+    m_store.refresh();
+}
+
+void World::forgetApplication()
+{
+    m_desktop.applications[1000].bundleIdentifier = std::nullopt;
+    m_store.refresh();
+}
+
+void World::hideWindow(quint32 id)
+{
+    m_desktop.onScreen.remove(id);
+    m_store.refresh();
+}
+
+void World::removeWindow(quint32 id)
+{
+    m_desktop.removeWindow(id);
+    const double x = 100.0 * (id % 16);
+    std::erase_if(*m_desktop.accessibilityWindows[1000],
+                  [x](const AccessibilityWindow& each) { return each.position->x == x; });
+    m_store.refresh();
+}
+
+void World::capture()
+{
+    for (const WindowItem& window : m_store.windows())
+        m_desktop.captureSizes.insert(window.id, {640, 480});
+    captureInVain();
+}
+
+void World::captureInVain()
+{
+    m_store.refreshPreviews(m_scheduler.now());
+    runPending();
+}
+
+void World::pass(int milliseconds)
+{
+    m_scheduler.advance(std::chrono::milliseconds(milliseconds));
+}
+
+void World::hangDisk()
+{
+    m_settings.isSlow = true;
+    m_settings.isHanging = true;
+}
+
+void World::failDisk(const QString& error)
+{
+    m_settings.isSlow = false;
+    m_settings.isHanging = false;
+    m_settings.error = errorOf(error);
+    m_settings.isFailing = true;
+    m_settings.endSave();
+}
+
+void World::recoverDisk()
+{
+    m_settings.isSlow = false;
+    m_settings.isHanging = false;
+    m_settings.isFailing = false;
+    m_settings.endSave();
+}
+
+void World::breakDisk(const QString& error)
+{
+    m_settings.error = errorOf(error);
+    m_settings.isFailing = true;
+    m_store.retrySaving();
+}
+
+void World::moveFileAside(const QString& name, bool isRestored)
+{
+    m_settings.movedAside = {name, isRestored};
+    m_store.retrySaving();
+}
+
+void World::grantPermissions()
+{
+    m_desktop.obstacleOfAccessibility = Obstacle::permission;
+    m_desktop.obstacleOfScreenCapture = Obstacle::permission;
+    setPermissions(true, true);
+}
+
+void World::setPermissions(bool isAccessibilityGranted, bool isScreenCaptureGranted)
+{
+    m_desktop.isAccessibilityGranted = isAccessibilityGranted;
+    m_desktop.isScreenCaptureGranted = isScreenCaptureGranted;
+    m_store.refresh();
+}
+
+void World::setPermissionSettings(bool areThere)
+{
+    m_desktop.hasSettingsForPermissions = areThere;
+}
+
+void World::takeWindowManager()
+{
+    m_desktop.obstacleOfAccessibility = Obstacle::windowManager;
+    m_desktop.obstacleOfScreenCapture = Obstacle::windowManager;
+    denyPermissions();
+}
+
+void World::leavePermissionsUnknown()
+{
+    m_desktop.obstacleOfAccessibility = std::nullopt;
+    m_desktop.obstacleOfScreenCapture = std::nullopt;
+    denyPermissions();
+}
+
+void World::takeComposite()
+{
+    m_desktop.obstacleOfScreenCapture = Obstacle::composite;
+    setPermissions(true, false);
+}
+
+void World::compose(const QString& text)
+{
+    QInputMethodEvent event(text, {});
+    QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
+}
+
+void World::composeNothing()
+{
+    QInputMethodEvent event(QString(),
+                            {QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, 0, 1)});
+    QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
+}
+
+void World::finishComposing(const QString& text)
+{
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
+}
+
+void World::repeatKey(QQuickItem* item, int key)
+{
+    for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+        QKeyEvent event(type, key, Qt::NoModifier, {}, true);
+        QCoreApplication::sendEvent(item->window(), &event);
+    }
+}
+
+void World::moveSelection(int key)
+{
+    using enum NavigationDirection;
+    m_store.moveTargetSelection(key == Qt::Key_Left    ? left
+                                : key == Qt::Key_Right ? right
+                                : key == Qt::Key_Up    ? up
+                                                       : down);
+}
+
+QString World::selectedGoal() const
+{
+    for (const Goal& goal : m_store.goals())
+        if (m_store.boardNavigation().target == TargetSelection::goal(goal.id))
+            return goal.title;
+    return {};
+}
+
+QStringList World::goalTitles() const
+{
+    QStringList titles;
+    for (const Goal& goal : m_store.goals())
+        titles.append(goal.title);
+    return titles;
+}
+
+QString World::columnOfGoal(const QString& title) const
+{
+    for (const Goal& goal : m_store.goals())
+        if (goal.title == title)
+            return goal.id.text();
+    return {};
+}
+
+QString World::goalOfWindow(quint32 id) const
+{
+    for (const Goal& goal : m_store.goals())
+        for (const WindowItem& window : m_store.windows(goal.id))
+            if (window.id == id)
+                return goal.title;
+    return {};
+}
+
+void World::addTodo(const QString& title, const QString& goalTitle)
+{
+    m_store.addTodo(title, goalTitled(goalTitle));
+}
+
+QStringList World::todos(const QString& goalTitle) const
+{
+    QStringList result;
+    for (const TodoItem& todo : listOf(goalTitle))
+        result.append(QStringLiteral("%1 (%2)").arg(todo.title, rawValue(todo.status)));
+    return result;
+}
+
+QString World::todoID(const QString& title, const QString& goalTitle) const
+{
+    for (const TodoItem& todo : listOf(goalTitle))
+        if (todo.title == title)
+            return todo.id.text();
+    return {};
+}
+
+void World::removeTodos()
+{
+    for (const TodoItem& todo : QList<TodoItem>(m_store.unassignedTodos()))
+        m_store.deleteTodo(todo.id, std::nullopt);
+    for (const Goal& goal : QList<Goal>(m_store.goals()))
+        for (const TodoItem& todo : goal.todos)
+            m_store.deleteTodo(todo.id, goal.id);
+}
+
+QString World::priorityOf(const QString& goalTitle) const
+{
+    for (const Goal& goal : m_store.goals())
+        if (goal.title == goalTitle)
+            return rawValue(goal.priority);
+    return {};
+}
+
+QStringList World::knownTexts() const
+{
+    return test::knownTexts(CopyTable(m_store.language(), {}));
+}
+
+void World::dragTo(QQuickItem* item, QPointF place)
+{
+    const QPoint position = item->mapToScene(place).toPoint();
+    m_dragged.setText(QStringLiteral("7"));
+    if (!m_isDragging) {
+        QDragEnterEvent enter(position, Qt::MoveAction, &m_dragged, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(item->window(), &enter);
+    }
+    m_isDragging = true;
+    QDragMoveEvent move(position, Qt::MoveAction, &m_dragged, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(item->window(), &move);
+}
+
+void World::dropAt(QQuickItem* item, QPointF place)
+{
+    m_isDragging = false;
+    QDropEvent drop(item->mapToScene(place), Qt::MoveAction, &m_dragged, Qt::LeftButton,
+                    Qt::NoModifier);
+    QCoreApplication::sendEvent(item->window(), &drop);
+}
+
+QStringList World::states(QObject* item)
+{
+    const QAccessible::State state = QAccessible::queryAccessibleInterface(item)->state();
+    QStringList names;
+    if (state.readOnly)
+        names.append(QStringLiteral("read-only"));
+    if (state.checkable)
+        names.append(QStringLiteral("checkable"));
+    if (state.selectable)
+        names.append(QStringLiteral("selectable"));
+    if (state.selected)
+        names.append(QStringLiteral("selected"));
+    if (state.checked)
+        names.append(QStringLiteral("checked"));
+    return names;
+}
+
+SettingsError World::errorOf(const QString& name)
+{
+    static const QHash<QString, SettingsError> errors{
+        {QStringLiteral("full"), SettingsError::full},
+        {QStringLiteral("folder"), SettingsError::isFolder},
+        {QStringLiteral("newer"), SettingsError::newer},
+        {QStringLiteral("read-only"), SettingsError::readOnly}};
+    return errors.value(name, SettingsError::failed);
+}
+
+std::optional<GoalID> World::goalTitled(const QString& title) const
+{
+    return GoalID::fromText(columnOfGoal(title));
+}
+
+QList<TodoItem> World::listOf(const QString& goalTitle) const
+{
+    for (const Goal& goal : m_store.goals())
+        if (goal.title == goalTitle)
+            return goal.todos;
+    return m_store.unassignedTodos();
+}
+
+} // namespace kelpa::test
