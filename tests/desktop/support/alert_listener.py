@@ -9,6 +9,8 @@ from gi.repository import Atspi  # noqa: E402
 
 def _heard(event):
     part = event.source
+    # The library remembers what an alert has said before.
+    part.clear_cache()
     if event.detail1 and part.get_role() in (Atspi.Role.ALERT, Atspi.Role.NOTIFICATION):
         print(f"{part.get_name()}|{part.get_description()}".replace("\n", " "), flush=True)
 
