@@ -45,6 +45,7 @@ _FOLDERS = {
     "platform/wayland/sway": "model platform platform/numbers platform/freedesktop/applications"
                              " platform/freedesktop/icons platform/wayland/connection",
     "windows": "model platform",
+    "windows/memory": "model windows",
     "store/board": "model text navigation platform windows",
     "store/desktop": "model platform windows",
     "store": "model text navigation platform windows store/*",

@@ -16,8 +16,9 @@ size_t qHash(const WindowItem& window, size_t seed)
                       window.bundleIdentifier.value_or(QString()), window.title,
                       window.processIdentifier, window.bounds, window.isOnScreen,
                       window.isMinimized, window.accessibilityDocument.has_value(),
-                      window.accessibilityDocument.value_or(QString()), window.iconRevision,
-                      window.goalID.has_value(), window.goalID.value_or(GoalID{}));
+                      window.accessibilityDocument.value_or(QString()), window.role,
+                      window.sessionID, window.iconRevision, window.goalID.has_value(),
+                      window.goalID.value_or(GoalID{}));
 }
 
 qsizetype indexOf(const QList<WindowItem>& windows, WindowID id)

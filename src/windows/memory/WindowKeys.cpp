@@ -1,0 +1,132 @@
+#include "windows/memory/WindowKeys.h"
+
+#include "windows/memory/CommonTitles.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+/// Longer names, roles and identifiers are no longer than this by accident; they are cut.
+constexpr qsizetype longestName = 200;
+/// The beginning of a longer document does not identify it, so it is not remembered.
+constexpr qsizetype longestDocument = 1000;
+
+/// Between the parts of a key, where no trait has it.
+constexpr QChar divider(u'\x1f');
+
+QString shortened(const QString& text)
+{
+    return visibleText(text).left(longestName);
+}
+
+bool isVisible(QChar each)
+{
+    const QChar::Category category = each.category();
+    return category != QChar::Other_Control && category != QChar::Other_Format;
+}
+
+/// A path for a local file, otherwise the address without the place within the page.
+QString documentIdentity(const QString& document)
+{
+    const QString text = document.trimmed();
+    if (text.startsWith(u'/'))
+        return text;
+    const QUrl url(text);
+    if (url.isLocalFile())
+        return url.toLocalFile();
+    return text.section(u'#', 0, 0);
+}
+
+/// An empty page, or a folder that every new window shows.
+bool isCommonDocument(const QString& document)
+{
+    static const QRegularExpression common(QStringLiteral(
+        R"(^(about:.*|data:.*|(chrome|edge|brave|vivaldi|opera|moz-extension|chrome-extension)://.*|)"
+        R"(/|/root/?|/home/[^/]+/?)$)"));
+    return common.match(document).hasMatch();
+}
+
+QString joined(std::initializer_list<QString> parts)
+{
+    const bool isComplete =
+        std::ranges::none_of(parts, [](const QString& part) { return part.isEmpty(); });
+    return isComplete ? QStringList(parts).join(divider) : QString();
+}
+
+} // namespace
+
+std::optional<WindowTraits> traitsOf(const WindowItem& window)
+{
+    const QString application = window.bundleIdentifier.value_or(window.ownerName);
+    const QString texts =
+        QStringList{window.title.left(longestTitle), window.title.right(longestTitle), application,
+                    window.ownerName, window.role}
+            .join(divider);
+    if (namesPrivateBrowsing(texts))
+        return std::nullopt;
+    QString document = window.accessibilityDocument.value_or(QString()).trimmed();
+    if (document.size() > longestDocument || !std::ranges::all_of(document, isVisible))
+        document.clear();
+    return WindowTraits{shortened(application),
+                        shortened(window.ownerName),
+                        shortened(window.role),
+                        shortened(window.sessionID),
+                        document,
+                        visibleText(window.title)};
+}
+
+WindowKeys keysOf(const WindowTraits& traits)
+{
+    WindowKeys keys;
+    keys.application = traits.application;
+    keys.title = titleIdentity(traits.title, traits.application, traits.applicationName);
+    keys.document = documentIdentity(traits.document);
+    if (isCommonDocument(keys.document))
+        keys.document.clear();
+    keys.hasNumberedRole =
+        std::ranges::any_of(traits.role, [](QChar each) { return each.isDigit(); });
+    const QString title = keys.title.saysNothing ? QString() : keys.title.text;
+    keys.texts = {joined({traits.application, traits.sessionID, traits.role}),
+                  joined({traits.application, keys.document}),
+                  joined({traits.application, traits.role, title}),
+                  joined({traits.application, title})};
+    return keys;
+}
+
+bool isShared(const SharedTraits& shared, WindowKey key)
+{
+    switch (key) {
+    case WindowKey::session:
+        return shared.session;
+    case WindowKey::document:
+        return shared.document;
+    case WindowKey::roleAndTitle:
+    case WindowKey::title:
+        return shared.title;
+    }
+    return true;
+}
+
+void share(SharedTraits& shared, WindowKey key)
+{
+    switch (key) {
+    case WindowKey::session:
+        shared.session = true;
+        break;
+    case WindowKey::document:
+        shared.document = true;
+        break;
+    case WindowKey::roleAndTitle:
+    case WindowKey::title:
+        shared.title = true;
+        break;
+    }
+}
+
+} // namespace kelpa

@@ -1,0 +1,60 @@
+// By what a window can be recognised, from strict to loose. Two windows with an equal key may be
+// the same one in two logins.
+#pragma once
+
+#include "model/RememberedWindow.h"
+#include "model/WindowItem.h"
+#include "windows/memory/TitleIdentity.h"
+
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+namespace kelpa {
+
+/// From strict to loose.
+enum class WindowKey : std::uint8_t {
+    /// Application, identifier of the session's client, role.
+    session,
+    /// Application and document.
+    document,
+    /// Application, role and title.
+    roleAndTitle,
+    /// Application and title.
+    title,
+};
+
+inline constexpr std::array allWindowKeys{WindowKey::session, WindowKey::document,
+                                          WindowKey::roleAndTitle, WindowKey::title};
+
+struct WindowKeys
+{
+    QString application;
+    /// By `WindowKey`; empty where a trait is missing or says nothing.
+    std::array<QString, allWindowKeys.size()> texts;
+    QString document;
+    TitleIdentity title;
+    /// Whether the role has a number, so that it names one window of its application.
+    bool hasNumberedRole = false;
+
+    const QString& operator[](WindowKey key) const
+    {
+        return texts.at(static_cast<std::size_t>(key));
+    }
+
+    friend bool operator==(const WindowKeys&, const WindowKeys&) = default;
+};
+
+/// Absent for a window that browses in private, which is not remembered.
+std::optional<WindowTraits> traitsOf(const WindowItem& window);
+
+WindowKeys keysOf(const WindowTraits& traits);
+
+/// Whether the trait behind `key` is one that another window has had too.
+bool isShared(const SharedTraits& shared, WindowKey key);
+
+void share(SharedTraits& shared, WindowKey key);
+
+} // namespace kelpa

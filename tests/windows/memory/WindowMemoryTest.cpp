@@ -1,0 +1,400 @@
+// What is remembered of windows while they are there, and what of those that are gone.
+
+#include "windows/memory/WindowMemory.h"
+
+#include "windows/memory/MemoryBuilders.h"
+#include "windows/memory/NewWindows.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QString editor = QStringLiteral("Editor");
+const QString report = QStringLiteral("Report.odt - Editor");
+const QString letter = QStringLiteral("Letter.odt - Editor");
+
+class RememberedWindowsTest : public testing::Test
+{
+protected:
+    /// Lists these windows, each with its goal.
+    bool note(const QList<WindowItem>& windows, const QSet<WindowID>& newWindows = {})
+    {
+        for (const WindowItem& window : windows) {
+            if (window.goalID)
+                assignments.insert(QString::number(window.id), *window.goalID);
+            else
+                assignments.remove(QString::number(window.id));
+        }
+        return memory.note(windows, newWindows, assignments, now);
+    }
+
+    WindowItem window(WindowID id, const QString& title, std::optional<GoalID> goalID) const
+    {
+        return listedWindow(id, editor, title, goalID);
+    }
+
+    QList<WindowID> absentIDs() const
+    {
+        QList<WindowID> ids;
+        for (const AbsentWindow& each : memory.absent(assignments, goals))
+            ids.append(each.windowID);
+        return ids;
+    }
+
+    QList<WindowID> storedIDs() const
+    {
+        QList<WindowID> ids;
+        for (const RememberedWindow& each : memory.stored(assignments, goals).windows)
+            ids.append(each.windowID);
+        return ids;
+    }
+
+    void passDays(double days) { now.secondsSinceReferenceDate += days * 24 * 60 * 60; }
+
+    const GoalID taxes = GoalID::create();
+    const GoalID garden = GoalID::create();
+    const QSet<GoalID> goals{taxes, garden};
+    Assignments assignments;
+    WindowMemory memory;
+    Date now{700'000'000};
+};
+
+TEST_F(RememberedWindowsTest, A_window_of_a_goal_is_remembered_when_it_is_gone)
+{
+    note({window(1, report, taxes), window(2, letter, std::nullopt)});
+    EXPECT_EQ(absentIDs(), QList<WindowID>());
+    note({});
+    EXPECT_EQ(absentIDs(), QList<WindowID>{1});
+    EXPECT_EQ(memory.absent(assignments, goals).first().goalID, taxes);
+    EXPECT_EQ(memory.find(1)->traits.title, report);
+    EXPECT_EQ(memory.find(2), nullptr);
+}
+
+TEST_F(RememberedWindowsTest, What_is_stored_is_the_same_memory_after_a_start)
+{
+    note({window(1, report, taxes), window(2, letter, garden), window(9, editor, std::nullopt)});
+    const RememberedWindows stored = memory.stored(assignments, goals);
+    EXPECT_EQ(stored.newestWindow, 9U);
+    EXPECT_EQ(storedIDs(), (QList<WindowID>{1, 2}));
+    memory = WindowMemory(stored);
+    EXPECT_EQ(absentIDs(), (QList<WindowID>{2, 1}));
+    EXPECT_EQ(memory.stored(assignments, goals), stored);
+    EXPECT_EQ(memory.absent(assignments, goals).first().newestWindow, 9U);
+}
+
+TEST_F(RememberedWindowsTest, What_is_taken_out_of_a_goal_is_forgotten_and_undo_brings_it_back)
+{
+    note({window(1, report, taxes)});
+    note({window(1, report, std::nullopt)});
+    EXPECT_EQ(storedIDs(), QList<WindowID>());
+    note({});
+    EXPECT_EQ(absentIDs(), QList<WindowID>());
+    assignments.insert(QStringLiteral("1"), taxes);
+    EXPECT_EQ(absentIDs(), QList<WindowID>{1});
+    EXPECT_EQ(storedIDs(), QList<WindowID>{1});
+}
+
+TEST_F(RememberedWindowsTest, A_deleted_goal_takes_its_windows_along)
+{
+    note({window(1, report, taxes), window(2, letter, garden)});
+    note({});
+    EXPECT_EQ(memory.stored(assignments, {garden}).windows.size(), 1);
+    EXPECT_EQ(memory.absent(assignments, {garden}).size(), 1);
+    EXPECT_EQ(storedIDs(), (QList<WindowID>{1, 2})) << "undo";
+}
+
+TEST_F(RememberedWindowsTest, Only_what_means_something_else_is_worth_storing)
+{
+    EXPECT_TRUE(note({window(1, report, taxes)}));
+    EXPECT_FALSE(note({window(1, report, taxes)}));
+    EXPECT_FALSE(note({window(1, QStringLiteral("*(3) ") + report, taxes)}));
+    for (int i = 0; i < 50; ++i)
+        EXPECT_FALSE(note({window(1, QStringLiteral("[%1%] ").arg(i) + report, taxes)}));
+    EXPECT_TRUE(note({window(1, letter, taxes)}));
+    EXPECT_FALSE(note({window(1, letter, taxes), window(2, report, std::nullopt)}))
+        << "belongs to no goal";
+    EXPECT_TRUE(note({window(1, letter, garden), window(2, report, std::nullopt)}));
+    EXPECT_TRUE(note({}));
+    EXPECT_FALSE(note({}));
+}
+
+TEST_F(RememberedWindowsTest, When_a_window_was_seen_is_known_within_a_day)
+{
+    const Date start = now;
+    note({window(1, report, taxes)});
+    passDays(0.9);
+    EXPECT_FALSE(note({window(1, report, taxes)}));
+    EXPECT_EQ(memory.find(1)->seenAt, start);
+    passDays(0.2);
+    EXPECT_TRUE(note({window(1, report, taxes)}));
+    EXPECT_EQ(memory.find(1)->seenAt, now);
+    passDays(0.5);
+    note({});
+    EXPECT_EQ(memory.find(1)->seenAt, now);
+}
+
+TEST_F(RememberedWindowsTest, The_latest_title_counts_and_a_document_that_is_late_is_kept)
+{
+    WindowItem item = window(1, report, taxes);
+    item.accessibilityDocument = QStringLiteral("/work/report.odt");
+    note({item});
+    item.accessibilityDocument.reset();
+    item.title = QStringLiteral("*") + report;
+    note({item});
+    EXPECT_EQ(memory.find(1)->traits.document, QStringLiteral("/work/report.odt"));
+    item.title = letter;
+    note({item});
+    EXPECT_EQ(memory.find(1)->traits.document, QString());
+    EXPECT_EQ(memory.find(1)->traits.title, letter);
+}
+
+TEST_F(RememberedWindowsTest, A_look_alike_of_another_goal_or_none_is_never_forgotten_again)
+{
+    note({window(1, report, taxes), window(2, report, std::nullopt), window(3, letter, garden)});
+    EXPECT_TRUE(memory.find(1)->shared.title);
+    EXPECT_FALSE(memory.find(3)->shared.title);
+    note({window(1, report, taxes)});
+    note({});
+    EXPECT_TRUE(memory.find(1)->shared.title);
+    memory = WindowMemory(memory.stored(assignments, goals));
+    EXPECT_TRUE(memory.absent(assignments, goals).last().shared.title);
+    note({window(1, report, taxes)});
+    EXPECT_TRUE(memory.find(1)->shared.title);
+    note({window(1, letter, taxes)});
+    EXPECT_FALSE(memory.find(1)->shared.title) << "it shows something else now";
+}
+
+TEST_F(RememberedWindowsTest, Look_alikes_of_one_goal_share_nothing_but_a_role)
+{
+    WindowItem first = window(1, report, taxes);
+    WindowItem second = window(2, report, taxes);
+    note({first, second});
+    EXPECT_EQ(memory.find(1)->shared, SharedTraits());
+    first.role = second.role = QStringLiteral("browser");
+    first.sessionID = second.sessionID = QStringLiteral("10a1b2");
+    note({first, second});
+    EXPECT_EQ(memory.find(1)->shared, (SharedTraits{true, false, false}));
+}
+
+TEST_F(RememberedWindowsTest, A_new_window_is_no_look_alike_until_it_is_settled)
+{
+    note({window(1, report, taxes)});
+    note({});
+    note({window(2, report, std::nullopt)}, {2});
+    EXPECT_FALSE(memory.find(1)->shared.title);
+    note({window(2, report, std::nullopt)});
+    EXPECT_TRUE(memory.find(1)->shared.title);
+}
+
+TEST_F(RememberedWindowsTest, A_new_window_that_goes_unplaced_was_another_one)
+{
+    note({window(1, report, taxes), window(2, report, std::nullopt)}, {2});
+    EXPECT_FALSE(memory.find(1)->shared.title);
+    note({});
+    EXPECT_TRUE(memory.find(1)->shared.title);
+}
+
+TEST_F(RememberedWindowsTest, So_was_a_new_window_that_shows_something_else)
+{
+    note({window(1, report, taxes), window(2, report, std::nullopt)}, {2});
+    note({window(1, report, taxes), window(2, letter, std::nullopt)}, {2});
+    EXPECT_TRUE(memory.find(1)->shared.title);
+}
+
+TEST_F(RememberedWindowsTest, At_the_end_no_window_is_new_any_more)
+{
+    note({window(1, report, taxes), window(2, report, std::nullopt)}, {2});
+    EXPECT_TRUE(memory.settle(assignments));
+    EXPECT_TRUE(memory.find(1)->shared.title);
+    EXPECT_FALSE(memory.settle(assignments));
+}
+
+TEST_F(RememberedWindowsTest, A_window_takes_the_place_of_the_one_whose_page_it_shows)
+{
+    note({window(1, report, taxes), window(2, letter, taxes)});
+    note({window(2, letter, taxes)});
+    EXPECT_EQ(absentIDs(), QList<WindowID>{1});
+    note({window(2, report, taxes)});
+    EXPECT_EQ(absentIDs(), QList<WindowID>());
+    note({window(2, report, taxes), window(3, letter, garden)});
+    note({window(3, letter, garden)});
+    note({window(3, report, garden)});
+    EXPECT_EQ(absentIDs(), QList<WindowID>{2}) << "in another goal";
+}
+
+TEST_F(RememberedWindowsTest, An_absent_look_alike_of_the_goal_is_the_counterpart)
+{
+    note({window(1, report, taxes), window(2, letter, garden)});
+    note({window(3, report, std::nullopt)});
+    EXPECT_EQ(memory.counterpart(3, taxes, assignments), 1U);
+    EXPECT_EQ(memory.counterpart(3, garden, assignments), std::nullopt);
+    EXPECT_EQ(memory.counterpart(4, taxes, assignments), std::nullopt);
+}
+
+TEST_F(RememberedWindowsTest, A_window_that_begins_to_browse_in_private_is_forgotten)
+{
+    note({window(1, report, taxes)});
+    EXPECT_TRUE(note({window(1, report + QStringLiteral(" (Private Browsing)"), taxes)}));
+    EXPECT_EQ(memory.find(1), nullptr);
+    EXPECT_EQ(storedIDs(), QList<WindowID>());
+}
+
+TEST_F(RememberedWindowsTest, After_ninety_days_a_window_is_forgotten)
+{
+    note({window(1, report, taxes)});
+    note({});
+    passDays(90);
+    memory.prune(assignments, now);
+    EXPECT_EQ(absentIDs(), QList<WindowID>{1});
+    passDays(0.01);
+    memory.prune(assignments, now);
+    EXPECT_EQ(absentIDs(), QList<WindowID>());
+}
+
+TEST_F(RememberedWindowsTest, A_clock_that_was_set_back_makes_nothing_older_and_forgets_nothing)
+{
+    note({window(1, report, taxes), window(2, letter, taxes)});
+    note({window(2, letter, taxes)});
+    passDays(-5000);
+    note({window(2, letter, taxes)});
+    memory.prune(assignments, now);
+    EXPECT_EQ(absentIDs(), QList<WindowID>{1});
+    EXPECT_EQ(memory.find(2)->seenAt, now);
+}
+
+TEST_F(RememberedWindowsTest, A_thousand_windows_are_remembered_the_latest)
+{
+    for (WindowID id = 1; id <= 1010; ++id) {
+        note({window(id, QStringLiteral("Page %1").arg(id), taxes)});
+        passDays(0.001);
+    }
+    note({});
+    memory.prune(assignments, now);
+    EXPECT_EQ(absentIDs().size(), 1000);
+    EXPECT_EQ(absentIDs().first(), 1010U);
+    EXPECT_EQ(absentIDs().last(), 11U);
+}
+
+TEST_F(RememberedWindowsTest, No_more_than_a_thousand_are_stored_however_many_are_listed)
+{
+    QList<WindowItem> windows;
+    for (WindowID id = 1; id <= 1010; ++id)
+        windows.append(window(id, QStringLiteral("Page %1").arg(id), taxes));
+    note(windows);
+    EXPECT_EQ(storedIDs().size(), 1000);
+    memory.prune(assignments, now);
+    EXPECT_NE(memory.find(1), nullptr);
+}
+
+TEST_F(RememberedWindowsTest, Of_two_entries_for_one_window_the_last_one_counts)
+{
+    const RememberedWindow first{7, traits(editor, report), {}, now};
+    const RememberedWindow second{7, traits(editor, letter), {}, now};
+    memory = WindowMemory({9, {first, second}});
+    assignments.insert(QStringLiteral("7"), taxes);
+    EXPECT_EQ(absentIDs(), QList<WindowID>{7});
+    EXPECT_EQ(memory.find(7)->traits.title, letter);
+}
+
+TEST_F(RememberedWindowsTest, Of_an_assignment_to_a_goal_that_is_gone_nothing_is_remembered)
+{
+    note({window(1, report, GoalID::create())});
+    note({});
+    EXPECT_EQ(absentIDs(), QList<WindowID>());
+    EXPECT_EQ(storedIDs(), QList<WindowID>());
+}
+
+class NewWindowsTest : public RememberedWindowsTest
+{
+protected:
+    void list(const QList<WindowItem>& windows)
+    {
+        fresh.note(windows, clock);
+        note(windows, fresh.ids());
+        fresh.noteTitles(memory, clock);
+    }
+
+    bool hasFirstContent() const { return fresh.toMatch(memory).first().hasFirstContent; }
+
+    NewWindows fresh;
+    NewWindows::Time clock{};
+};
+
+TEST_F(NewWindowsTest, A_window_is_new_for_two_minutes_unless_it_gets_a_goal)
+{
+    list({window(1, report, std::nullopt), window(2, letter, std::nullopt),
+          window(3, editor, taxes)});
+    EXPECT_EQ(fresh.ids(), (QSet<WindowID>{1, 2}));
+    clock += 119s;
+    list({window(1, report, std::nullopt), window(2, letter, garden)});
+    EXPECT_EQ(fresh.ids(), QSet<WindowID>{1});
+    list({window(1, report, std::nullopt), window(2, letter, std::nullopt)});
+    EXPECT_EQ(fresh.ids(), QSet<WindowID>{1});
+    clock += 1s;
+    list({window(1, report, std::nullopt)});
+    EXPECT_TRUE(fresh.isEmpty());
+    list({window(1, report, std::nullopt)});
+    EXPECT_TRUE(fresh.isEmpty());
+}
+
+TEST_F(NewWindowsTest, A_window_that_was_hidden_for_a_while_is_not_new)
+{
+    list({window(1, report, std::nullopt)});
+    list({});
+    list({window(1, report, std::nullopt)});
+    EXPECT_TRUE(fresh.isEmpty());
+}
+
+TEST_F(NewWindowsTest, Windows_of_an_earlier_run_are_not_new)
+{
+    fresh = NewWindows(4);
+    list({window(4, report, std::nullopt), window(5, letter, std::nullopt)});
+    EXPECT_EQ(fresh.ids(), QSet<WindowID>{5});
+}
+
+TEST_F(NewWindowsTest, Its_first_title_is_the_first_that_says_something)
+{
+    for (const QString& title : {editor, QStringLiteral("Loading… - Editor"),
+                                 QStringLiteral("https://example.org/page"), report}) {
+        list({window(1, title, std::nullopt)});
+        clock += 10s;
+    }
+    EXPECT_TRUE(hasFirstContent());
+    list({window(1, QStringLiteral("*") + report, std::nullopt)});
+    EXPECT_TRUE(hasFirstContent());
+    list({window(1, letter, std::nullopt)});
+    EXPECT_FALSE(hasFirstContent());
+    list({window(1, report, std::nullopt)});
+    EXPECT_FALSE(hasFirstContent());
+}
+
+TEST_F(NewWindowsTest, Another_document_of_one_name_is_something_else)
+{
+    WindowItem item = window(1, report, std::nullopt);
+    item.accessibilityDocument = QStringLiteral("/work/report.odt");
+    list({item});
+    clock += 10s;
+    item.accessibilityDocument.reset();
+    list({item});
+    EXPECT_TRUE(hasFirstContent());
+    item.accessibilityDocument = QStringLiteral("/tmp/report.odt");
+    list({item});
+    EXPECT_FALSE(hasFirstContent());
+}
+
+TEST_F(NewWindowsTest, While_it_starts_its_title_may_change)
+{
+    list({window(1, letter, std::nullopt)});
+    clock += 4999ms;
+    list({window(1, report, std::nullopt)});
+    EXPECT_TRUE(hasFirstContent());
+    clock += 1ms;
+    list({window(1, letter, std::nullopt)});
+    EXPECT_FALSE(hasFirstContent());
+}
+
+} // namespace
+} // namespace kelpa::test
