@@ -28,14 +28,14 @@ struct WindowItem
     /// Path or URL of the document that the window shows; absent when the application does not
     /// report one.
     std::optional<QString> accessibilityDocument;
-    /// What part the window plays in its application, and the identifier that the session manager
-    /// gave to that; empty where there is none. Both may be the same in the next login.
-    QString role{};
-    QString sessionID{};
     /// Changes whenever the icon that the window carries changes; the value has no other meaning.
     std::uint32_t iconRevision = 0;
     /// The goal that the window is assigned to; absent for an unassigned window.
     std::optional<GoalID> goalID;
+    /// What part the window plays in its application, and the identifier that the session manager
+    /// gave to that; empty where there is none. Both may be the same in the next login.
+    QString role{};
+    QString sessionID{};
 
     /// The trimmed title, or the owner's name when nothing is left of it.
     QString displayTitle() const;

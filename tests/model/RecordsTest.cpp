@@ -73,10 +73,12 @@ TEST(Records, A_goal_is_compared_and_hashed_over_all_five_fields)
                                           });
 }
 
-TEST(Records, A_window_is_compared_and_hashed_over_all_ten_fields)
+TEST(Records, A_window_is_compared_and_hashed_over_all_its_fields)
 {
     expectEachToMatter<WindowItem>(
         exampleWindow, {
+                           [](WindowItem& w) { w.role = QStringLiteral("main"); },
+                           [](WindowItem& w) { w.sessionID = QStringLiteral("10a1"); },
                            [](WindowItem& w) { w.id = 8; },
                            [](WindowItem& w) { w.ownerName = QStringLiteral("Viewer"); },
                            [](WindowItem& w) { w.bundleIdentifier.reset(); },
