@@ -1,10 +1,7 @@
 #include "model/BoardJson.h"
 
+#include "model/JsonReading.h"
 #include "model/JsonText.h"
-
-#include <QStringDecoder>
-
-#include <rapidjson/document.h>
 
 #include <cmath>
 
@@ -63,53 +60,11 @@ bool writeGoal(JsonText& json, const Goal& goal)
     return true;
 }
 
-using Json = rapidjson::Value;
-
-/// The member `key` of `object`; null when it is absent or JSON null.
-const Json* member(const Json& object, const char* key)
-{
-    const auto found = object.FindMember(key);
-    if (found == object.MemberEnd() || found->value.IsNull())
-        return nullptr;
-    return &found->value;
-}
-
-std::optional<QString> toText(const Json* value)
-{
-    if (value == nullptr || !value->IsString())
-        return std::nullopt;
-    // Keeps a byte order mark as a character, so that every text reads back as written.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom |
-                                                     QStringDecoder::Flag::Stateless);
-    QString text = decoder(
-        QByteArrayView(value->GetString(), static_cast<qsizetype>(value->GetStringLength())));
-    // The parser accepts the escape of an unpaired surrogate.
-    if (decoder.hasError())
-        return std::nullopt;
-    return text;
-}
-
 template <class ID>
 std::optional<ID> toIdentifier(const Json* value)
 {
     const std::optional<QString> text = toText(value);
     return text ? ID::fromText(*text) : std::nullopt;
-}
-
-/// Integers in any notation (5, 5.0, 5e0) that name a signed 64-bit integer exactly.
-std::optional<std::int64_t> toInteger(const Json& value)
-{
-    if (value.IsInt64())
-        return value.GetInt64();
-    if (!value.IsDouble())
-        return std::nullopt;
-    const double number = value.GetDouble();
-    // The parser also gives a double for integers beyond 64 bits, and those just below the smallest
-    // 64-bit integer round to it.
-    constexpr double limit = 9'223'372'036'854'775'808.0; // 2^63
-    if (number <= -limit || number >= limit || std::trunc(number) != number)
-        return std::nullopt;
-    return static_cast<std::int64_t>(number);
 }
 
 /// The status of a stored todo; records of an earlier release carry a flag instead.
@@ -199,37 +154,6 @@ std::optional<Goal> toGoal(const Json& value)
     return goal;
 }
 
-/// A parsed document. Rejects invalid UTF-8.
-class Document
-{
-public:
-    explicit Document(const QByteArray& json) : m_bytes(json)
-    {
-        // The parser takes a NUL for the end and ignores what follows.
-        if (m_bytes.contains('\0') || !QByteArrayView(m_bytes).isValidUtf8())
-            return;
-        // Iteratively, so that deep nesting cannot exhaust the stack; and in place, without
-        // checking each character again: a text of some megabytes takes a third of the time.
-        constexpr unsigned flags =
-            rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
-        const bool hasByteOrderMark = m_bytes.startsWith(byteOrderMark);
-        m_document.ParseInsitu<flags>(m_bytes.data() +
-                                      (hasByteOrderMark ? byteOrderMark.size() : 0));
-        m_isParsed = !m_document.HasParseError();
-    }
-
-    /// Null where the text is no JSON.
-    const Json* root() const { return m_isParsed ? &m_document : nullptr; }
-
-private:
-    static constexpr QByteArrayView byteOrderMark{"\xef\xbb\xbf"};
-
-    /// The texts of the document are parts of it.
-    QByteArray m_bytes;
-    rapidjson::Document m_document;
-    bool m_isParsed = false;
-};
-
 } // namespace
 
 std::optional<QByteArray> encodeGoals(const QList<Goal>& goals)
@@ -272,19 +196,19 @@ QByteArray encodeAssignments(const Assignments& assignments)
 
 std::optional<QList<Goal>> decodeGoals(const QByteArray& json)
 {
-    const Document document(json);
+    const JsonDocument document(json);
     return document.root() != nullptr ? toList<Goal>(*document.root(), toGoal) : std::nullopt;
 }
 
 std::optional<QList<TodoItem>> decodeTodos(const QByteArray& json)
 {
-    const Document document(json);
+    const JsonDocument document(json);
     return document.root() != nullptr ? toList<TodoItem>(*document.root(), toTodo) : std::nullopt;
 }
 
 std::optional<Assignments> decodeAssignments(const QByteArray& json)
 {
-    const Document document(json);
+    const JsonDocument document(json);
     if (document.root() == nullptr || !document.root()->IsObject())
         return std::nullopt;
     Assignments assignments;

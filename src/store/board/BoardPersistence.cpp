@@ -1,5 +1,6 @@
 #include "store/board/BoardPersistence.h"
 
+#include "model/WindowMemoryJson.h"
 #include "platform/LoggingCategories.h"
 #include "windows/WindowReconciliation.h"
 
@@ -59,6 +60,13 @@ StoredBoard loadBoard(SettingsStore& settings)
             settings.copyAside(assignmentsKey);
         }
     }
+    board.isRememberingWindows = stored<bool>(settings, rememberingWindowsKey);
+    if (const auto document = storedDocument(settings, windowMemoryKey)) {
+        if (auto windows = decodeRememberedWindows(*document))
+            board.rememberedWindows = *std::move(windows);
+        else
+            settings.copyAside(windowMemoryKey);
+    }
     qCDebug(logStore, "loaded %lld goals and %lld unassigned todos",
             qlonglong(board.contents.goals.size()),
             qlonglong(board.contents.unassignedTodos.size()));
@@ -115,6 +123,11 @@ std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
 SettingsEntry assignmentsEntry(const Assignments& assignments)
 {
     return {assignmentsKey, encodeAssignments(assignments)};
+}
+
+SettingsEntry windowMemoryEntry(const RememberedWindows& windows)
+{
+    return {windowMemoryKey, encodeRememberedWindows(windows)};
 }
 
 } // namespace kelpa

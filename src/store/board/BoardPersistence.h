@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/BoardJson.h"
+#include "model/RememberedWindow.h"
 #include "platform/SettingsStore.h"
 #include "store/board/BoardContents.h"
 #include "text/AppLanguage.h"
@@ -19,6 +20,8 @@ inline const QString goalsKey = QStringLiteral("kelpa.goals");
 inline const QString unassignedTodosKey = QStringLiteral("kelpa.unassignedTodos");
 inline const QString assignmentsKey = QStringLiteral("kelpa.windowAssignments");
 inline const QString languageKey = QStringLiteral("kelpa.language");
+inline const QString windowMemoryKey = QStringLiteral("kelpa.windowMemory");
+inline const QString rememberingWindowsKey = QStringLiteral("kelpa.rememberingWindows");
 inline const QString autoSortingGoalsKey = QStringLiteral("kelpa.autoSortingGoals");
 inline const QString unsortedUnfoldedKey = QStringLiteral("kelpa.unsortedUnfolded");
 /// Keys of an earlier release: read where the present ones are absent, never written.
@@ -36,11 +39,14 @@ struct StoredBoard
     BoardContents contents;
     /// The document that the assignments were read from, byte for byte; absent when there is none.
     std::optional<QByteArray> assignmentsDocument;
+    /// Absent when nothing is stored or it is not a Boolean.
+    std::optional<bool> isRememberingWindows;
+    RememberedWindows rememberedWindows;
 };
 
-/// Reads everything. Goals, todos or assignments that do not decode count as empty, and are first
-/// copied aside in `settings`, since the next save overwrites them; a language or a setting that
-/// does not decode counts as absent.
+/// Reads everything. Goals, todos, assignments or remembered windows that do not decode count as
+/// empty, and are first copied aside in `settings`, since the next save overwrites them; a language
+/// or a setting that does not decode counts as absent.
 StoredBoard loadBoard(SettingsStore& settings);
 
 /// The board that the values of a file hold, as in a backup. Absent when a part of it does not
@@ -54,5 +60,6 @@ std::set<WindowID> assignedWindows(const SettingsStore& settings);
 std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
                                         const QList<TodoItem>& unassignedTodos);
 SettingsEntry assignmentsEntry(const Assignments& assignments);
+SettingsEntry windowMemoryEntry(const RememberedWindows& windows);
 
 } // namespace kelpa

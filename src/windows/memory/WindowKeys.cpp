@@ -70,15 +70,21 @@ std::optional<WindowTraits> traitsOf(const WindowItem& window)
             .join(divider);
     if (namesPrivateBrowsing(texts))
         return std::nullopt;
-    QString document = window.accessibilityDocument.value_or(QString()).trimmed();
+    return boundedTraits({application, window.ownerName, window.role, window.sessionID,
+                          window.accessibilityDocument.value_or(QString()), window.title});
+}
+
+WindowTraits boundedTraits(const WindowTraits& traits)
+{
+    QString document = traits.document.trimmed();
     if (document.size() > longestDocument || !std::ranges::all_of(document, isVisible))
         document.clear();
-    return WindowTraits{shortened(application),
-                        shortened(window.ownerName),
-                        shortened(window.role),
-                        shortened(window.sessionID),
-                        document,
-                        visibleText(window.title)};
+    return {shortened(traits.application),
+            shortened(traits.applicationName),
+            shortened(traits.role),
+            shortened(traits.sessionID),
+            document,
+            visibleText(traits.title)};
 }
 
 WindowKeys keysOf(const WindowTraits& traits)

@@ -50,6 +50,9 @@ struct WindowKeys
 /// Absent for a window that browses in private, which is not remembered.
 std::optional<WindowTraits> traitsOf(const WindowItem& window);
 
+/// As `traitsOf` gives them: without what cannot be seen, each of bounded length.
+WindowTraits boundedTraits(const WindowTraits& traits);
+
 WindowKeys keysOf(const WindowTraits& traits);
 
 /// Whether the trait behind `key` is one that another window has had too.
