@@ -48,7 +48,7 @@ _FOLDERS = {
     "windows/memory": "model windows",
     "store/board": "model text navigation platform windows",
     "store/desktop": "model platform windows",
-    "store": "model text navigation platform windows store/*",
+    "store": "model text navigation platform windows windows/memory store/*",
     "shell": "text navigation platform store/*",
     # From the bottom of the views up: each folder may use some of those before it.
     "views/appearance": "model text layout platform windows",

@@ -65,10 +65,10 @@ void StoreState::sortGoalsIfNeeded()
     markChanged(Field::goals);
 }
 
-void StoreState::assignWindows(QList<WindowItem> discovered)
+bool StoreState::assignWindows(QList<WindowItem> discovered)
 {
-    assign(windows, withAssignedGoals(std::move(discovered), assignments, goalIDs()),
-           Field::windows);
+    return assign(windows, withAssignedGoals(std::move(discovered), assignments, goalIDs()),
+                  Field::windows);
 }
 
 QSet<GoalID> StoreState::goalIDs() const

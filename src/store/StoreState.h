@@ -108,8 +108,9 @@ public:
 
     // Windows.
 
-    /// Publishes `discovered`, each window with the goal that it is assigned to.
-    void assignWindows(QList<WindowItem> discovered);
+    /// Publishes `discovered`, each window with the goal that it is assigned to; returns whether
+    /// that differs from before.
+    bool assignWindows(QList<WindowItem> discovered);
     QSet<GoalID> goalIDs() const;
     const QList<WindowItem>& filteredWindows() const;
     QList<WindowItem> windowsOf(const std::optional<GoalID>& goalID) const;

@@ -18,7 +18,7 @@ Toast::Toast(Scheduler& scheduler, std::function<void()> changed)
     : m_scheduler(scheduler), m_changed(std::move(changed))
 {}
 
-void Toast::show(CopyKey text, Offer offer)
+void Toast::show(ToastText text, Offer offer)
 {
     m_text = text;
     m_offer = offer;

@@ -4,11 +4,24 @@
 #include "platform/Scheduler.h"
 #include "text/CopyKey.h"
 
+#include <QtGlobal>
+
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <variant>
 
 namespace kelpa {
+
+/// Windows that went back to their goals by themselves.
+struct ReturnedWindows
+{
+    qsizetype count = 0;
+
+    friend bool operator==(const ReturnedWindows&, const ReturnedWindows&) = default;
+};
+
+using ToastText = std::variant<CopyKey, ReturnedWindows>;
 
 /// Main thread.
 class Toast
@@ -22,12 +35,12 @@ public:
     Toast(Scheduler& scheduler, std::function<void()> changed);
 
     /// None while no toast is shown.
-    std::optional<CopyKey> text() const { return m_text; }
+    std::optional<ToastText> text() const { return m_text; }
     Offer offer() const { return m_offer; }
 
     /// Replaces the present text and starts a new full time: two seconds, or six when a person has
     /// to decide about its offer.
-    void show(CopyKey text, Offer offer);
+    void show(ToastText text, Offer offer);
     /// While held, the toast stays, and so does one that is shown later; released, it starts its
     /// full time again.
     void setHeld(bool isHeld);
@@ -40,7 +53,7 @@ private:
 
     Scheduler& m_scheduler;
     std::function<void()> m_changed;
-    std::optional<CopyKey> m_text;
+    std::optional<ToastText> m_text;
     Offer m_offer = Offer::none;
     bool m_isHeld = false;
     /// Hides the toast when its time is over; absent while it is held or hidden.

@@ -7,12 +7,14 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace kelpa {
 
-UndoSteps::UndoSteps(StoreState& state, BoardSelection& selection, Toast& toast, BoardSaver& saver)
-    : m_state(state), m_selection(selection), m_toast(toast), m_saver(saver)
+UndoSteps::UndoSteps(StoreState& state, BoardSelection& selection, Toast& toast, BoardSaver& saver,
+                     WindowRecall& recall)
+    : m_state(state), m_selection(selection), m_toast(toast), m_saver(saver), m_recall(recall)
 {}
 
 void UndoSteps::show(BoardContents contents)
@@ -43,7 +45,7 @@ void UndoSteps::saveStep(std::vector<SettingsEntry> settings)
     publishHistory();
 }
 
-void UndoSteps::saveAnnounced(CopyKey announcement)
+void UndoSteps::saveAnnounced(ToastText announcement)
 {
     m_history.record(m_savedVersion, m_state.version());
     m_toast.show(announcement, Toast::Offer::undo);
@@ -54,6 +56,7 @@ void UndoSteps::saveAnnounced(CopyKey announcement)
 void UndoSteps::saveState(std::vector<SettingsEntry> settings)
 {
     m_savedVersion = m_state.version();
+    std::ranges::move(m_recall.entriesToSave(), std::back_inserter(settings));
     m_saver.save(m_savedVersion.contents, std::move(settings));
 }
 

@@ -5,6 +5,7 @@
 #include "store/BoardSelection.h"
 #include "store/StoreState.h"
 #include "store/Toast.h"
+#include "store/WindowRecall.h"
 #include "store/board/BoardHistory.h"
 #include "store/board/BoardSaver.h"
 
@@ -17,7 +18,8 @@ class UndoSteps
 {
 public:
     /// All arguments outlive this.
-    UndoSteps(StoreState& state, BoardSelection& selection, Toast& toast, BoardSaver& saver);
+    UndoSteps(StoreState& state, BoardSelection& selection, Toast& toast, BoardSaver& saver,
+              WindowRecall& recall);
 
     /// Publishes the contents, in automatic order where that is on, and reconciles windows,
     /// selection and todo editor with them.
@@ -28,7 +30,7 @@ public:
     /// Records what the person changed since the last save as a step, and saves.
     void saveStep(std::vector<SettingsEntry> settings = {});
     /// As `saveStep`, with a toast that offers to undo the step.
-    void saveAnnounced(CopyKey announcement);
+    void saveAnnounced(ToastText announcement);
     /// Saves changes that are part of no step, and `settings` with them.
     void saveState(std::vector<SettingsEntry> settings = {});
 
@@ -45,6 +47,7 @@ private:
     BoardSelection& m_selection;
     Toast& m_toast;
     BoardSaver& m_saver;
+    WindowRecall& m_recall;
     BoardHistory m_history;
     /// The board as it was saved last, whether or not a person changed it.
     BoardVersion m_savedVersion;

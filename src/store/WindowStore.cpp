@@ -62,7 +62,11 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
       saver(
           settings, scheduler, [this] { loadState(); }, [this] { publishSaving(); }),
       folder(platform.workspace, [this] { publishSaving(); }),
-      steps(state, selection, toast, saver),
+      recall(
+          state, scheduler,
+          [this](const QList<RecalledWindow>& windows) { takeRecalledWindows(windows); },
+          [this](const std::vector<SettingsEntry>& entries) { saver.write(entries); }),
+      steps(state, selection, toast, saver, recall),
       permissions(platform, [this] { publishPermissions(); }),
       passes(
           platform.windowServer, platform.applications, scheduler,
@@ -124,6 +128,17 @@ void WindowStore::setAutoSortingGoals(bool isAutoSorting)
     m_parts->toast.withdraw(Toast::Offer::manualOrder);
     m_state.sortGoalsIfNeeded();
     m_parts->steps.saveStep({{autoSortingGoalsKey, isAutoSorting}});
+}
+
+bool WindowStore::isRememberingWindows() const
+{
+    return m_parts->recall.isOn();
+}
+
+void WindowStore::setRememberingWindows(bool isRemembering)
+{
+    if (isRemembering != isRememberingWindows())
+        m_parts->saver.write(m_parts->recall.setOn(isRemembering));
 }
 
 void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
@@ -216,6 +231,7 @@ void WindowStore::showStoredFolder()
 
 void WindowStore::finishSaving()
 {
+    m_parts->recall.finish();
     m_parts->saver.finish();
 }
 
@@ -240,6 +256,7 @@ void WindowStore::Parts::loadState()
                      Field::unsortedFold);
     steps.show(joined(board.contents, state.version().contents));
     steps.restart();
+    recall.load(board.rememberedWindows, board.isRememberingWindows.value_or(true));
 
     std::vector<SettingsEntry> entries = boardEntries(state.goals, state.unassignedTodos);
     if (state.assignments != board.contents.assignments)
@@ -266,8 +283,11 @@ void WindowStore::Parts::publishToast()
 {
     const Update update(state.changes);
     std::optional<QString> message;
-    if (const std::optional<CopyKey> text = toast.text())
-        message = KelpaCopy::text(*text, state.language);
+    if (const std::optional<ToastText> text = toast.text()) {
+        const auto* const returned = std::get_if<ReturnedWindows>(&*text);
+        message = returned != nullptr ? KelpaCopy::windowsAreBack(returned->count, state.language)
+                                      : KelpaCopy::text(std::get<CopyKey>(*text), state.language);
+    }
     state.assign(state.toastMessage, std::move(message), Field::toastMessage);
     state.assign(state.toastOffersUndo, toast.offer() == Toast::Offer::undo,
                  Field::toastOffersUndo);

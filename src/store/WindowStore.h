@@ -5,6 +5,7 @@
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "store/StoreValues.h"
+#include "store/WindowRecall.h"
 #include "store/board/MovePlace.h"
 
 #include <QObject>
@@ -36,6 +37,10 @@ public:
     /// As `setLanguage`, and stores the present one, too, where none is stored.
     void chooseLanguage(AppLanguage language);
     void setAutoSortingGoals(bool isAutoSorting);
+    /// Whether the windows of goals are remembered, so that they find their goals again.
+    bool isRememberingWindows() const;
+    /// Switched off, everything that is remembered is forgotten.
+    void setRememberingWindows(bool isRemembering);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
     /// Folding selects "Unsorted" itself where a window is selected that is folded away.
     void setUnsortedFold(UnsortedFold fold);
@@ -118,6 +123,16 @@ public:
     /// Waits at most `limit` for the pass under way, so that the first frame shows its windows; a
     /// slower one is published when it ends.
     void awaitWindows(Scheduler::Duration limit);
+    /// What a window without a goal may be, likeliest first: windows that were in goals.
+    QList<RecalledWindow> recallOffers(WindowID windowID) const;
+    /// Gives the window the goal of a remembered one that it was offered.
+    void acceptRecall(WindowID windowID, WindowID remembered);
+    /// It is none of the remembered windows.
+    void declineRecall(WindowID windowID);
+    /// The windows that the goal had and that are not there, seen last first.
+    QList<RememberedWindow> rememberedWindows(GoalID goalID) const;
+    /// Forgets one of them.
+    void forgetWindow(WindowID remembered);
     /// Keeps windows and previews fresh from now on; a second call does nothing.
     void startObserving();
     void stopObserving();

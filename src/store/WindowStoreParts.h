@@ -7,6 +7,7 @@
 #include "store/BoardSelection.h"
 #include "store/Toast.h"
 #include "store/UndoSteps.h"
+#include "store/WindowRecall.h"
 #include "store/WindowStore.h"
 #include "store/board/BoardSaver.h"
 #include "store/desktop/ActivationQueue.h"
@@ -37,6 +38,8 @@ struct WindowStore::Parts
     /// The lists go on showing a todo for a moment that is completed and that they would show no
     /// more.
     void letLinger(TodoID todoID);
+    /// Gives `windowID` the place of the remembered window, whose assignment ends.
+    void replaceRemembered(WindowID windowID, WindowID remembered);
     /// Called after the number of open todos of a goal has changed.
     void reconcileWithTodoCounts();
     /// Also what the desktop can do.
@@ -64,6 +67,8 @@ struct WindowStore::Parts
     /// A discovery pass found `discovered`, or may not read windows and found none.
     void finishPass(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);
+    /// These windows are remembered ones: they go back to their goals.
+    void takeRecalledWindows(const QList<RecalledWindow>& windows);
     /// The window that was opened for the goal has appeared.
     void takeLaunchedWindow(GoalID goalID, WindowID windowID);
 
@@ -77,6 +82,7 @@ struct WindowStore::Parts
     Toast toast;
     BoardSaver saver;
     FolderOpener folder;
+    WindowRecall recall;
     UndoSteps steps;
 
     /// Ends the moment of a todo that lingers; absent while none does.

@@ -67,7 +67,8 @@ void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
 {
     const Update update(state.changes);
     migrateLegacyTerminalAssignments(discovered);
-    state.assignWindows(discovered);
+    if (state.assignWindows(discovered))
+        recall.noteWindows();
     selection.reconcileWithWindows();
     launches.finishPass();
     previewCaptures.forgetUnlisted();
@@ -96,6 +97,10 @@ bool WindowStore::Parts::setAssignment(WindowID windowID, std::optional<GoalID> 
     const qsizetype index = indexOf(state.windows, windowID);
     if (index < 0 || (to && !state.hasGoal(*to)) || state.windows.at(index).goalID == to)
         return false;
+    // What a person puts into a goal that had such a window is that window.
+    if (const auto former = to ? recall.counterpart(windowID, *to) : std::nullopt)
+        replaceRemembered(windowID, *former);
+    recall.settle(windowID);
     state.windows[index].goalID = to;
     state.markChanged(Field::windows);
     if (to)
@@ -133,11 +138,69 @@ bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
         return false;
     if (!m_state.assign(m_state.windows, std::move(windows), Field::windows))
         return true;
-    for (const WindowID windowID : windowIDs)
+    for (const WindowID windowID : windowIDs) {
+        if (const auto former = m_parts->recall.counterpart(windowID, to))
+            m_parts->replaceRemembered(windowID, *former);
+        m_parts->recall.settle(windowID);
         m_state.assignments.insert(assignmentKey(windowID), to);
+    }
     m_parts->selection.reconcileWithWindows();
     m_parts->steps.saveStep();
     return true;
+}
+
+void WindowStore::Parts::replaceRemembered(WindowID windowID, WindowID remembered)
+{
+    state.assignments.remove(assignmentKey(remembered));
+    recall.replace(windowID, remembered);
+}
+
+void WindowStore::Parts::takeRecalledWindows(const QList<RecalledWindow>& windows)
+{
+    const Update update(state.changes);
+    for (const auto& [windowID, remembered, goalID] : windows) {
+        replaceRemembered(windowID, remembered);
+        state.assignments.insert(assignmentKey(windowID), goalID);
+    }
+    state.assignWindows(state.windows);
+    selection.reconcileWithWindows();
+    steps.saveAnnounced(ReturnedWindows{windows.size()});
+}
+
+QList<RecalledWindow> WindowStore::recallOffers(WindowID windowID) const
+{
+    return m_parts->recall.offers(windowID);
+}
+
+void WindowStore::acceptRecall(WindowID windowID, WindowID remembered)
+{
+    const Update update(m_state.changes);
+    for (const RecalledWindow& offer : recallOffers(windowID)) {
+        if (offer.remembered != remembered)
+            continue;
+        m_parts->replaceRemembered(windowID, remembered);
+        m_parts->setAssignment(windowID, offer.goalID);
+        m_parts->steps.saveStep();
+        return;
+    }
+}
+
+void WindowStore::declineRecall(WindowID windowID)
+{
+    m_parts->recall.settle(windowID);
+}
+
+QList<RememberedWindow> WindowStore::rememberedWindows(GoalID goalID) const
+{
+    return m_parts->recall.absentWindows(goalID);
+}
+
+void WindowStore::forgetWindow(WindowID remembered)
+{
+    const Update update(m_state.changes);
+    if (windowWith(remembered, m_state.windows) == nullptr &&
+        m_state.assignments.remove(assignmentKey(remembered)) > 0)
+        m_parts->steps.saveStep();
 }
 
 void WindowStore::startObserving()

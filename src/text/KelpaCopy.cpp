@@ -179,6 +179,19 @@ constexpr Frames overlongTitleFrames(
      u" Zeichen, zu viele, um ihn hier zu bearbeiten. Er bleibt, wie er ist, bis "
      u"ein anderer eingegeben wird."});
 
+constexpr Names windowIsBackTexts(u"1 个窗口已回到原来的目标", u"1 window is back in its goal",
+                                  u"1個のウィンドウが元の目標に戻りました",
+                                  u"창 1개가 원래 목표로 돌아왔습니다",
+                                  u"1 fenêtre a retrouvé son objectif",
+                                  u"1 Fenster ist wieder in seinem Ziel");
+
+constexpr Frames windowsAreBackFrames({u"", u" 个窗口已回到原来的目标"},
+                                      {u"", u" windows are back in their goals"},
+                                      {u"", u"個のウィンドウが元の目標に戻りました"},
+                                      {u"창 ", u"개가 원래 목표로 돌아왔습니다"},
+                                      {u"", u" fenêtres ont retrouvé leurs objectifs"},
+                                      {u"", u" Fenster sind wieder in ihren Zielen"});
+
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
 /// What a person typed, within a text of ours.
@@ -323,6 +336,13 @@ QString textTooLong(qsizetype limit, AppLanguage language)
 QString overlongTitle(qsizetype length, AppLanguage language)
 {
     return overlongTitleFrames[language].around(QString::number(length));
+}
+
+QString windowsAreBack(qsizetype count, AppLanguage language)
+{
+    if (count == 1)
+        return QStringView(windowIsBackTexts[language]).toString();
+    return windowsAreBackFrames[language].around(QString::number(count));
 }
 
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language)

@@ -56,6 +56,8 @@ QString textTooLong(qsizetype limit, AppLanguage language);
 
 /// Says of a title of `length` characters that no field takes it.
 QString overlongTitle(qsizetype length, AppLanguage language);
+/// Announces windows that went back to their goals by themselves. With a singular.
+QString windowsAreBack(qsizetype count, AppLanguage language);
 
 /// The text that a screen reader says for a window's card: the application's name and the title, or
 /// the title alone where `ownerName` is empty. `title` is not empty.

@@ -62,7 +62,9 @@ protected:
         if (desktop.onScreen.contains(id))
             desktop.removeWindow(id);
         else
-            desktop.addWindow(id, 100 + below(4), anyTitle());
+            // Each window shows something of its own, so that none is taken for another one.
+            desktop.addWindow(id, 100 + below(4),
+                              QStringLiteral("%1 of window %2").arg(anyTitle()).arg(id));
     }
 
     /// One operation, chosen by chance; gives its name.

@@ -17,7 +17,7 @@ using Offer = Toast::Offer;
 /// The text and the offer of a toast after a change.
 struct Shown
 {
-    std::optional<CopyKey> text;
+    std::optional<ToastText> text;
     bool offersUndo = false;
 
     friend bool operator==(const Shown&, const Shown&) = default;
@@ -53,7 +53,7 @@ TEST_F(ToastTest, Shows_for_two_seconds)
     toast.show(CopyKey::TodoCopied, Offer::none);
     EXPECT_EQ(takeChanges(), (std::vector<Shown>{{CopyKey::TodoCopied, false}}));
     scheduler.advance(1999ms);
-    EXPECT_EQ(toast.text(), CopyKey::TodoCopied);
+    EXPECT_EQ(toast.text(), ToastText(CopyKey::TodoCopied));
     scheduler.advance(1ms);
     EXPECT_EQ(takeChanges(), (std::vector<Shown>{nothing}));
     EXPECT_EQ(scheduler.timersDue(), 0);
@@ -76,7 +76,7 @@ TEST_F(ToastTest, One_that_takes_the_place_of_another_has_a_whole_time_of_its_ow
     toast.show(CopyKey::TodoCopied, Offer::none);
     EXPECT_FALSE((toast.offer() == Offer::undo));
     scheduler.advance(1999ms);
-    EXPECT_EQ(toast.text(), CopyKey::TodoCopied);
+    EXPECT_EQ(toast.text(), ToastText(CopyKey::TodoCopied));
     scheduler.advance(1ms);
     EXPECT_EQ(toast.text(), std::nullopt);
 }
@@ -101,7 +101,7 @@ TEST_F(ToastTest, One_that_is_shown_while_it_is_held_stays_too)
     toast.setHeld(true);
     toast.show(CopyKey::TodoCopied, Offer::none);
     scheduler.advance(60s);
-    EXPECT_EQ(toast.text(), CopyKey::TodoCopied);
+    EXPECT_EQ(toast.text(), ToastText(CopyKey::TodoCopied));
     toast.setHeld(false);
     scheduler.advance(2s);
     EXPECT_EQ(toast.text(), std::nullopt);
@@ -137,7 +137,7 @@ TEST_F(ToastTest, Withdrawing_leaves_a_toast_that_offers_nothing_and_its_time)
     scheduler.advance(1s);
     toast.withdraw(Offer::undo);
     EXPECT_TRUE(takeChanges().empty());
-    EXPECT_EQ(toast.text(), CopyKey::TodoCopied);
+    EXPECT_EQ(toast.text(), ToastText(CopyKey::TodoCopied));
     scheduler.advance(1s);
     EXPECT_EQ(toast.text(), std::nullopt);
 }
@@ -151,9 +151,9 @@ TEST_F(ToastTest, One_that_is_shown_as_the_last_one_goes_has_its_whole_time)
     });
     again.show(CopyKey::TodoCopied, Offer::none);
     scheduler.advance(2s);
-    EXPECT_EQ(again.text(), CopyKey::TodoDeleted);
+    EXPECT_EQ(again.text(), ToastText(CopyKey::TodoDeleted));
     scheduler.advance(5999ms);
-    EXPECT_EQ(again.text(), CopyKey::TodoDeleted);
+    EXPECT_EQ(again.text(), ToastText(CopyKey::TodoDeleted));
     scheduler.advance(1ms);
     EXPECT_EQ(again.text(), std::nullopt);
 }

@@ -266,6 +266,32 @@ TEST(KelpaCopy, A_board_that_is_narrowed_names_the_search)
               QStringLiteral("Only windows that match “%1…” are shown").arg(QString(39, u'a')));
 }
 
+TEST(KelpaCopy, One_window_that_is_back_has_a_singular)
+{
+    EXPECT_EQ(KelpaCopy::windowsAreBack(1, english),
+              QStringLiteral("1 window is back in its goal"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(3, english),
+              QStringLiteral("3 windows are back in their goals"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(1, chinese), QStringLiteral("1 个窗口已回到原来的目标"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(3, chinese), QStringLiteral("3 个窗口已回到原来的目标"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(1, japanese),
+              QStringLiteral("1個のウィンドウが元の目標に戻りました"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(3, japanese),
+              QStringLiteral("3個のウィンドウが元の目標に戻りました"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(1, korean),
+              QStringLiteral("창 1개가 원래 목표로 돌아왔습니다"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(3, korean),
+              QStringLiteral("창 3개가 원래 목표로 돌아왔습니다"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(1, french),
+              QStringLiteral("1 fenêtre a retrouvé son objectif"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(3, french),
+              QStringLiteral("3 fenêtres ont retrouvé leurs objectifs"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(1, german),
+              QStringLiteral("1 Fenster ist wieder in seinem Ziel"));
+    EXPECT_EQ(KelpaCopy::windowsAreBack(3, german),
+              QStringLiteral("3 Fenster sind wieder in ihren Zielen"));
+}
+
 TEST(KelpaCopy, A_card_is_named_by_its_application_and_its_title)
 {
     const auto name = [](AppLanguage language) {

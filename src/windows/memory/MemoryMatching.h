@@ -22,6 +22,8 @@ struct AbsentWindow
     /// The greatest number of any window when it was listed last: only a window with a greater one
     /// may be the same window.
     WindowID newestWindow = 0;
+
+    friend bool operator==(const AbsentWindow&, const AbsentWindow&) = default;
 };
 
 /// A listed window that belongs to no goal and has appeared a short time ago.
@@ -32,6 +34,8 @@ struct NewWindow
     /// Whether it shows the first thing that it has shown. A window that has shown something else
     /// before is another one, in which a person opened what the remembered one had.
     bool hasFirstContent = true;
+
+    friend bool operator==(const NewWindow&, const NewWindow&) = default;
 };
 
 enum class MatchCertainty : std::uint8_t { perhaps, certain };

@@ -51,7 +51,9 @@ WindowMemory::WindowMemory(const RememberedWindows& stored) : m_newestWindow(sto
     for (const RememberedWindow& window : stored.windows) {
         Entry entry;
         entry.window = window;
-        entry.keys = kelpa::keysOf(window.traits);
+        // A file may have been written by anybody.
+        entry.window.traits = boundedTraits(window.traits);
+        entry.keys = kelpa::keysOf(entry.window.traits);
         entry.newestWindow = stored.newestWindow;
         entry.wasAssigned = true;
         m_entries.insert(window.windowID, std::move(entry));
@@ -265,6 +267,11 @@ QList<AbsentWindow> WindowMemory::absent(const Assignments& assignments,
         windows.append({entry->window.windowID, goalID, entry->keys, entry->window.shared,
                         entry->newestWindow});
     return windows;
+}
+
+bool WindowMemory::hasAbsent() const
+{
+    return std::ranges::any_of(m_entries, [](const Entry& entry) { return !entry.isListed; });
 }
 
 std::optional<WindowKeys> WindowMemory::keysOf(WindowID listed) const

@@ -40,6 +40,9 @@ public:
     /// The remembered windows that are not listed and belong to a goal, seen last first.
     QList<AbsentWindow> absent(const Assignments& assignments, const QSet<GoalID>& goalIDs) const;
 
+    /// Whether windows are remembered that are not listed; some may belong to no goal any more.
+    bool hasAbsent() const;
+
     /// The keys of a listed window; absent for one that is not, and for a private one.
     std::optional<WindowKeys> keysOf(WindowID listed) const;
     /// What is known of a window, listed or not; null when nothing is.
