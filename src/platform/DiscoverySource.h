@@ -32,6 +32,8 @@ struct WindowListEntry
     std::optional<QString> name;
     /// Changes whenever the icon that the window carries changes; the value has no other meaning.
     std::uint32_t iconRevision = 0;
+    /// The window's part in its application; empty where it has none.
+    QString role{};
 };
 
 enum class WindowListScope : std::uint8_t {

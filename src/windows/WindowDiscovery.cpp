@@ -128,6 +128,7 @@ public:
         window.processIdentifier = *entry.ownerProcess;
         window.bounds = *entry.bounds;
         window.iconRevision = entry.iconRevision;
+        window.role = entry.role;
         window.isOnScreen = m_onScreen.contains(window.id);
         if (m_isTrusted) {
             const AccessibilityWindows& infos = windowsOf(window.processIdentifier);

@@ -55,6 +55,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_GTK_FRAME_EXTENTS",
     "_GTK_APPLICATION_ID",
     "_KDE_NET_WM_DESKTOP_FILE",
+    "WM_WINDOW_ROLE",
     "_KELPA_WINDOW_NUMBER",
     "_KELPA_NUMBER_COUNTER",
     "_KELPA_NUMBERS",

@@ -56,6 +56,7 @@ enum class Atom : std::uint8_t {
     gtkFrameExtents,
     gtkApplicationID,
     kdeDesktopFile,
+    wmWindowRole,
     kelpaWindowNumber,
     kelpaNumberCounter,
     kelpaNumbers,

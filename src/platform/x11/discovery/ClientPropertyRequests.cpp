@@ -22,6 +22,7 @@ enum class ClientPropertyRequests::PropertyIndex : std::uint8_t {
     machine,
     gtkApplication,
     kdeDesktopFile,
+    role,
     number,
     count,
 };
@@ -111,6 +112,7 @@ ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& display, xcb_w
         {XCB_ATOM_WM_CLIENT_MACHINE, wordsOfShortText},
         {atoms[Atom::gtkApplicationID], wordsOfShortText},
         {atoms[Atom::kdeDesktopFile], wordsOfShortText},
+        {atoms[Atom::wmWindowRole], wordsOfShortText},
         {atoms[Atom::kelpaWindowNumber], 1},
     }};
     m_properties.reserve(requests.size());
@@ -186,6 +188,7 @@ void ClientPropertyRequests::readIdentity(ClientWindow& client, const DisplayCon
     if (!title)
         title = text(property(PropertyIndex::name), types);
     client.title = title.value_or(QString());
+    client.role = text(property(PropertyIndex::role), types).value_or(QString());
 
     client.process = process;
     const Property machine = property(PropertyIndex::machine);

@@ -45,6 +45,8 @@ struct ClientWindow
     /// without the shadow that the client draws.
     Rect frame;
     QString title;
+    /// WM_WINDOW_ROLE.
+    QString role;
     ApplicationClues clues;
     WindowKind kind = WindowKind::unspecified;
     bool isOverrideRedirect = false;

@@ -82,6 +82,7 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         entry.layer = layer(client);
         entry.alpha = client.opacity;
         entry.name = client.title;
+        entry.role = client.role;
         entry.iconRevision = client.iconRevision;
         if (isOnScreen(client, context))
             m_onScreen.push_back(entry);

@@ -97,6 +97,16 @@ TEST(SnapshotSource, A_window_without_class_is_named_by_its_process)
     EXPECT_EQ(nameless.windowList(WindowListScope::all)->front().ownerName, std::nullopt);
 }
 
+TEST(SnapshotSource, A_window_has_the_role_that_its_application_gives_it)
+{
+    Resolver resolver;
+    ClientWindow log = client(1, 70, QStringLiteral("XTerm"), {});
+    log.role = QStringLiteral("log");
+    SnapshotSource source({log, client(2, 70, QStringLiteral("XTerm"), {})}, {}, resolver, nullptr);
+    EXPECT_EQ(source.windowList(WindowListScope::all)->at(0).role, QStringLiteral("log"));
+    EXPECT_EQ(source.windowList(WindowListScope::all)->at(1).role, QString());
+}
+
 TEST(SnapshotSource, Equal_clues_are_resolved_once)
 {
     Resolver resolver;
