@@ -51,6 +51,16 @@ struct RememberedWindow
     friend bool operator==(const RememberedWindow&, const RememberedWindow&) = default;
 };
 
+/// A new window, and the remembered one that it is or may be.
+struct RecalledWindow
+{
+    WindowID windowID = 0;
+    WindowID remembered = 0;
+    GoalID goalID;
+
+    friend bool operator==(const RecalledWindow&, const RecalledWindow&) = default;
+};
+
 /// All that is remembered, as it is stored.
 struct RememberedWindows
 {

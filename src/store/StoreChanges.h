@@ -35,6 +35,8 @@ enum class StoreField : std::uint8_t {
     isAutoSortingGoals,
     isHidingGoalsWithoutOpenTodos,
     unsortedFold,
+    isRememberingWindows,
+    windowMemory,
     isSavingSlowly,
     trouble,
     count,

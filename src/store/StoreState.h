@@ -4,6 +4,7 @@
 #include "model/BoardJson.h"
 #include "model/Goal.h"
 #include "model/Preview.h"
+#include "model/RememberedWindow.h"
 #include "model/WindowItem.h"
 #include "navigation/BoardNavigationState.h"
 #include "navigation/WindowFold.h"
@@ -16,6 +17,7 @@
 #include "text/AppLanguage.h"
 #include "windows/WindowSearch.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -61,6 +63,11 @@ public:
     bool isAutoSortingGoals = true;
     bool isHidingGoalsWithoutOpenTodos = false;
     UnsortedFold unsortedFold = UnsortedFold::folded;
+    bool isRememberingWindows = true;
+    /// By listed window without a goal: what it may be, likeliest first. One for each goal.
+    QHash<WindowID, QList<RecalledWindow>> recallOffers;
+    /// By goal: the windows that it had and that are not there, seen last first.
+    QHash<GoalID, QList<RememberedWindow>> absentWindows;
     bool isSavingSlowly = false;
     std::optional<TroubleNotice> trouble;
 
@@ -86,7 +93,7 @@ public:
 
     BoardVersion version() const
     {
-        return {{goals, unassignedTodos, assignments}, isAutoSortingGoals};
+        return {{goals, unassignedTodos, assignments}, isAutoSortingGoals, isRememberingWindows};
     }
 
     // Goals and todos.

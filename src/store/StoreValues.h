@@ -55,6 +55,20 @@ public:
     bool isHidingGoalsWithoutOpenTodos() const { return m_state.isHidingGoalsWithoutOpenTodos; }
     /// Whether a person wants to see all windows of "Unsorted", however many they are.
     UnsortedFold unsortedFold() const { return m_state.unsortedFold; }
+    /// Whether the windows of goals are remembered, so that they find their goals again.
+    bool isRememberingWindows() const { return m_state.isRememberingWindows; }
+    /// What a window without a goal may be, likeliest first, one for each goal that it may have
+    /// been in. `windowMemoryChanged`.
+    QList<RecalledWindow> recallOffers(WindowID windowID) const
+    {
+        return m_state.recallOffers.value(windowID);
+    }
+    /// The windows that the goal had and that are not there, seen last first.
+    /// `windowMemoryChanged`.
+    QList<RememberedWindow> absentWindows(GoalID goalID) const
+    {
+        return m_state.absentWindows.value(goalID);
+    }
     /// Whether changes have been on their way to the disk for a second.
     bool isSavingSlowly() const { return m_state.isSavingSlowly; }
     /// What is wrong with the board's file; absent while nothing is.

@@ -21,7 +21,15 @@ struct ReturnedWindows
     friend bool operator==(const ReturnedWindows&, const ReturnedWindows&) = default;
 };
 
-using ToastText = std::variant<CopyKey, ReturnedWindows>;
+/// Windows that a goal had and that a person had forgotten.
+struct ForgottenWindows
+{
+    qsizetype count = 0;
+
+    friend bool operator==(const ForgottenWindows&, const ForgottenWindows&) = default;
+};
+
+using ToastText = std::variant<CopyKey, ReturnedWindows, ForgottenWindows>;
 
 /// Main thread.
 class Toast

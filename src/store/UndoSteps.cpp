@@ -45,11 +45,11 @@ void UndoSteps::saveStep(std::vector<SettingsEntry> settings)
     publishHistory();
 }
 
-void UndoSteps::saveAnnounced(ToastText announcement)
+void UndoSteps::saveAnnounced(ToastText announcement, std::vector<SettingsEntry> settings)
 {
     m_history.record(m_savedVersion, m_state.version());
     m_toast.show(announcement, Toast::Offer::undo);
-    saveState();
+    saveState(std::move(settings));
     publishHistory();
 }
 
@@ -78,6 +78,11 @@ void UndoSteps::restore(BoardVersion board)
     if (m_state.assign(m_state.isAutoSortingGoals, board.isAutoSortingGoals,
                        StoreField::isAutoSortingGoals))
         settings.push_back({autoSortingGoalsKey, board.isAutoSortingGoals});
+    if (m_state.assign(m_state.isRememberingWindows, board.isRememberingWindows,
+                       StoreField::isRememberingWindows)) {
+        settings.push_back({rememberingWindowsKey, board.isRememberingWindows});
+        m_recall.noteSwitch();
+    }
     const BoardContents before = m_state.version().contents;
     const QList<WindowItem> windowsBefore = m_state.windows;
     const QList<GoalID> visibleBefore = m_state.visibleGoalIDs();

@@ -30,7 +30,7 @@ public:
     /// Records what the person changed since the last save as a step, and saves.
     void saveStep(std::vector<SettingsEntry> settings = {});
     /// As `saveStep`, with a toast that offers to undo the step.
-    void saveAnnounced(ToastText announcement);
+    void saveAnnounced(ToastText announcement, std::vector<SettingsEntry> settings = {});
     /// Saves changes that are part of no step, and `settings` with them.
     void saveState(std::vector<SettingsEntry> settings = {});
 

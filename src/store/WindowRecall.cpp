@@ -8,17 +8,14 @@
 
 namespace kelpa {
 
-WindowRecall::WindowRecall(const StoreState& state, Scheduler& scheduler, Recalled recalled,
-                           Store store)
-    : m_state(state), m_scheduler(scheduler), m_recalled(std::move(recalled)),
-      m_store(std::move(store)), m_matching(scheduler)
+WindowRecall::WindowRecall(const StoreState& state, Scheduler& scheduler, Handlers handlers)
+    : m_state(state), m_scheduler(scheduler), m_handlers(std::move(handlers)), m_matching(scheduler)
 {}
 
-void WindowRecall::load(const RememberedWindows& windows, bool isOn)
+void WindowRecall::load(const RememberedWindows& windows)
 {
     m_isLoaded = true;
-    m_isOn = isOn;
-    if (isOn) {
+    if (isOn()) {
         m_memory = WindowMemory(windows);
         m_memory.prune(m_state.assignments, m_scheduler.calendarTime());
         m_new = NewWindows(windows.newestWindow);
@@ -29,28 +26,34 @@ void WindowRecall::load(const RememberedWindows& windows, bool isOn)
     noteWindows();
 }
 
-std::vector<SettingsEntry> WindowRecall::setOn(bool isOn)
+void WindowRecall::stop()
 {
-    m_isOn = isOn;
+    m_burst.reset();
+    m_matching.discard();
+    noteSwitch();
+}
+
+void WindowRecall::startAnew()
+{
     m_memory = {};
     m_new = {};
     m_offers.clear();
-    m_burst.reset();
-    m_matching.discard();
+    noteSwitch();
     // Windows that are there already are nothing new.
-    noteWindows();
     for (const WindowItem& window : m_state.windows)
         m_new.settle(window.id);
+}
+
+void WindowRecall::noteSwitch()
+{
     m_isWorthStoring = true;
-    std::vector<SettingsEntry> entries{{rememberingWindowsKey, isOn}};
-    for (SettingsEntry& entry : entriesToSave())
-        entries.push_back(std::move(entry));
-    return entries;
+    noteWindows();
+    m_handlers.changed();
 }
 
 void WindowRecall::noteWindows()
 {
-    if (!m_isLoaded || !m_isOn)
+    if (!isOn())
         return;
     const Scheduler::Time now = m_scheduler.now();
     m_new.note(m_state.windows, now);
@@ -60,6 +63,7 @@ void WindowRecall::noteWindows()
     m_new.noteTitles(m_memory, now);
     if (!m_new.isEmpty() && m_memory.hasAbsent())
         matchLater();
+    m_handlers.changed();
 }
 
 void WindowRecall::settle(WindowID windowID)
@@ -79,7 +83,7 @@ void WindowRecall::replace(WindowID windowID, WindowID remembered)
     settle(windowID);
 }
 
-QList<RecalledWindow> WindowRecall::offers(WindowID windowID) const
+QList<RecalledWindow> WindowRecall::offersOf(WindowID windowID) const
 {
     const WindowItem* const window = windowWith(windowID, m_state.windows);
     if (window == nullptr || window->goalID)
@@ -88,17 +92,32 @@ QList<RecalledWindow> WindowRecall::offers(WindowID windowID) const
     for (const WindowID remembered : m_offers.value(windowID)) {
         const auto goalID = m_state.assignments.constFind(assignmentKey(remembered));
         const bool isAbsent = windowWith(remembered, m_state.windows) == nullptr;
-        if (isAbsent && goalID != m_state.assignments.constEnd() && m_state.hasGoal(*goalID))
+        if (isAbsent && goalID != m_state.assignments.constEnd() && m_state.hasGoal(*goalID) &&
+            std::ranges::find(offers, *goalID, &RecalledWindow::goalID) == offers.end())
             offers.append({windowID, remembered, *goalID});
     }
     return offers;
 }
 
-QList<RememberedWindow> WindowRecall::absentWindows(GoalID goalID) const
+QHash<WindowID, QList<RecalledWindow>> WindowRecall::offers() const
 {
-    QList<RememberedWindow> windows;
-    for (const AbsentWindow& absent : m_memory.absent(m_state.assignments, {goalID}))
-        windows.append(*m_memory.find(absent.windowID));
+    QHash<WindowID, QList<RecalledWindow>> offers;
+    if (!isOn())
+        return offers;
+    for (const auto& [windowID, _] : m_offers.asKeyValueRange()) {
+        if (QList<RecalledWindow> ofWindow = offersOf(windowID); !ofWindow.isEmpty())
+            offers.insert(windowID, std::move(ofWindow));
+    }
+    return offers;
+}
+
+QHash<GoalID, QList<RememberedWindow>> WindowRecall::absentWindows() const
+{
+    QHash<GoalID, QList<RememberedWindow>> windows;
+    if (!isOn())
+        return windows;
+    for (const AbsentWindow& absent : m_memory.absent(m_state.assignments, m_state.goalIDs()))
+        windows[absent.goalID].append(*m_memory.find(absent.windowID));
     return windows;
 }
 
@@ -143,14 +162,15 @@ void WindowRecall::take(const WindowMatches& matches)
             m_offers.remove(windowID);
         else
             m_offers.insert(windowID, match->windows);
-        for (const RecalledWindow& offer : offers(windowID)) {
+        for (const RecalledWindow& offer : offersOf(windowID)) {
             if (match->certainty == MatchCertainty::certain)
                 certain.append(offer);
         }
     }
     std::ranges::sort(certain, {}, &RecalledWindow::windowID);
     if (!certain.isEmpty())
-        m_recalled(certain);
+        m_handlers.recalled(certain);
+    m_handlers.changed();
 }
 
 std::vector<SettingsEntry> WindowRecall::entriesToSave()
@@ -159,13 +179,17 @@ std::vector<SettingsEntry> WindowRecall::entriesToSave()
         return {};
     noteWindows();
     const QSet<GoalID> goals = m_state.goalIDs();
-    if (!m_isWorthStoring && m_storedAssignments == m_state.assignments && m_storedGoals == goals)
+    const bool hasChanged =
+        isOn() && (m_storedAssignments != m_state.assignments || m_storedGoals != goals);
+    if (!m_isWorthStoring && !hasChanged)
         return {};
     m_isWorthStoring = false;
     m_storing.reset();
     m_storedAssignments = m_state.assignments;
     m_storedGoals = goals;
     m_storedNewest = m_memory.newestWindow();
+    if (!isOn())
+        return {windowMemoryEntry({})};
     m_memory.prune(m_state.assignments, m_scheduler.calendarTime());
     return {windowMemoryEntry(m_memory.stored(m_state.assignments, goals))};
 }
@@ -174,19 +198,19 @@ void WindowRecall::storeLater()
 {
     m_isWorthStoring = true;
     if (!m_storing)
-        m_storing = m_scheduler.after(storingDelay, [this] { m_store(entriesToSave()); });
+        m_storing = m_scheduler.after(storingDelay, [this] { m_handlers.store(entriesToSave()); });
 }
 
 void WindowRecall::finish()
 {
-    if (!m_isLoaded || !m_isOn)
+    if (!isOn())
         return;
     noteWindows();
     m_burst.reset();
     const bool isNewer = m_memory.newestWindow() != m_storedNewest;
     m_isWorthStoring = m_memory.settle(m_state.assignments) || isNewer || m_isWorthStoring;
     if (const std::vector<SettingsEntry> entries = entriesToSave(); !entries.empty())
-        m_store(entries);
+        m_handlers.store(entries);
 }
 
 } // namespace kelpa

@@ -20,16 +20,6 @@
 
 namespace kelpa {
 
-/// A new window, and the remembered one that it is.
-struct RecalledWindow
-{
-    WindowID windowID = 0;
-    WindowID remembered = 0;
-    GoalID goalID;
-
-    friend bool operator==(const RecalledWindow&, const RecalledWindow&) = default;
-};
-
 /// Main thread; matching is background work.
 class WindowRecall
 {
@@ -41,19 +31,27 @@ public:
     /// are seldom stored. Each save of the board takes it along.
     static constexpr Scheduler::Duration storingDelay{15'000};
 
-    /// Receives windows that certainly are remembered ones. None of them has been given a goal.
-    using Recalled = std::function<void(const QList<RecalledWindow>& windows)>;
-    /// Stores entries without waiting for another save.
-    using Store = std::function<void(const std::vector<SettingsEntry>& entries)>;
+    struct Handlers
+    {
+        /// Receives windows that certainly are remembered ones. None of them has been given a goal.
+        std::function<void(const QList<RecalledWindow>& windows)> recalled;
+        /// Stores entries without waiting for another save.
+        std::function<void(const std::vector<SettingsEntry>& entries)> store;
+        /// `offers` and `absentWindows` may have changed.
+        std::function<void()> changed;
+    };
 
-    /// `state` and `scheduler` outlive this.
-    WindowRecall(const StoreState& state, Scheduler& scheduler, Recalled recalled, Store store);
+    /// `state` and `scheduler` outlive this. The state says whether windows are remembered.
+    WindowRecall(const StoreState& state, Scheduler& scheduler, Handlers handlers);
 
     /// As it was stored. Until then nothing is recognised or stored.
-    void load(const RememberedWindows& windows, bool isOn);
-    bool isOn() const { return m_isOn; }
-    /// Switched off, it forgets everything. The entries are to be stored.
-    std::vector<SettingsEntry> setOn(bool isOn);
+    void load(const RememberedWindows& windows);
+    /// A person switched it off: nothing is stored or recognised any more.
+    void stop();
+    /// A person switched it on: it begins with the windows that are listed.
+    void startAnew();
+    /// Switching it was undone or redone: it is as it was before.
+    void noteSwitch();
 
     /// The windows of the state, or their goals, have changed.
     void noteWindows();
@@ -65,10 +63,10 @@ public:
     /// `windowID` has been given the goal of the remembered window.
     void replace(WindowID windowID, WindowID remembered);
 
-    /// What the listed window may be, likeliest first; empty for one that has a goal.
-    QList<RecalledWindow> offers(WindowID windowID) const;
-    /// The windows that the goal had, seen last first.
-    QList<RememberedWindow> absentWindows(GoalID goalID) const;
+    /// By listed window without a goal: what it may be, likeliest first, one for each goal.
+    QHash<WindowID, QList<RecalledWindow>> offers() const;
+    /// By goal: the windows that it had, seen last first.
+    QHash<GoalID, QList<RememberedWindow>> absentWindows() const;
 
     /// What a save is to take along: nothing while what is stored is up to date.
     std::vector<SettingsEntry> entriesToSave();
@@ -76,6 +74,8 @@ public:
     void finish();
 
 private:
+    bool isOn() const { return m_isLoaded && m_state.isRememberingWindows; }
+    QList<RecalledWindow> offersOf(WindowID windowID) const;
     void matchLater();
     void match();
     void take(const WindowMatches& matches);
@@ -83,11 +83,9 @@ private:
 
     const StoreState& m_state;
     Scheduler& m_scheduler;
-    Recalled m_recalled;
-    Store m_store;
+    Handlers m_handlers;
 
     bool m_isLoaded = false;
-    bool m_isOn = true;
     WindowMemory m_memory;
     NewWindows m_new;
     /// By listed window: what it may be. Windows stay here after they have ceased to be new.

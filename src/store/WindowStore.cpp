@@ -42,6 +42,8 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::isAutoSortingGoalsChanged,
         &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
         &WindowStore::unsortedFoldChanged,
+        &WindowStore::isRememberingWindowsChanged,
+        &WindowStore::windowMemoryChanged,
         &WindowStore::isSavingSlowlyChanged,
         &WindowStore::troubleChanged,
     });
@@ -62,10 +64,11 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
       saver(
           settings, scheduler, [this] { loadState(); }, [this] { publishSaving(); }),
       folder(platform.workspace, [this] { publishSaving(); }),
-      recall(
-          state, scheduler,
-          [this](const QList<RecalledWindow>& windows) { takeRecalledWindows(windows); },
-          [this](const std::vector<SettingsEntry>& entries) { saver.write(entries); }),
+      recall(state, scheduler,
+             {.recalled =
+                  [this](const QList<RecalledWindow>& windows) { takeRecalledWindows(windows); },
+              .store = [this](const std::vector<SettingsEntry>& entries) { saver.write(entries); },
+              .changed = [this] { publishMemory(); }}),
       steps(state, selection, toast, saver, recall),
       permissions(platform, [this] { publishPermissions(); }),
       passes(
@@ -130,15 +133,19 @@ void WindowStore::setAutoSortingGoals(bool isAutoSorting)
     m_parts->steps.saveStep({{autoSortingGoalsKey, isAutoSorting}});
 }
 
-bool WindowStore::isRememberingWindows() const
-{
-    return m_parts->recall.isOn();
-}
-
 void WindowStore::setRememberingWindows(bool isRemembering)
 {
-    if (isRemembering != isRememberingWindows())
-        m_parts->saver.write(m_parts->recall.setOn(isRemembering));
+    const Update update(m_state.changes);
+    if (!m_state.assign(m_state.isRememberingWindows, isRemembering, Field::isRememberingWindows))
+        return;
+    std::vector<SettingsEntry> settings{{rememberingWindowsKey, isRemembering}};
+    if (isRemembering) {
+        m_parts->recall.startAnew();
+        m_parts->steps.saveStep(std::move(settings));
+    } else {
+        m_parts->recall.stop();
+        m_parts->steps.saveAnnounced(CopyKey::WindowsForgotten, std::move(settings));
+    }
 }
 
 void WindowStore::setHidingGoalsWithoutOpenTodos(bool isHiding)
@@ -254,9 +261,11 @@ void WindowStore::Parts::loadState()
         state.assign(state.unsortedFold,
                      *board.isUnsortedUnfolded ? UnsortedFold::unfolded : UnsortedFold::folded,
                      Field::unsortedFold);
+    state.assign(state.isRememberingWindows, board.isRememberingWindows.value_or(true),
+                 Field::isRememberingWindows);
     steps.show(joined(board.contents, state.version().contents));
     steps.restart();
-    recall.load(board.rememberedWindows, board.isRememberingWindows.value_or(true));
+    recall.load(board.rememberedWindows);
 
     std::vector<SettingsEntry> entries = boardEntries(state.goals, state.unassignedTodos);
     if (state.assignments != board.contents.assignments)
@@ -279,14 +288,24 @@ void WindowStore::Parts::publishSaving()
         folder.search(settings.path());
 }
 
+void WindowStore::Parts::publishMemory()
+{
+    const Update update(state.changes);
+    state.assign(state.recallOffers, recall.offers(), Field::windowMemory);
+    state.assign(state.absentWindows, recall.absentWindows(), Field::windowMemory);
+}
+
 void WindowStore::Parts::publishToast()
 {
     const Update update(state.changes);
     std::optional<QString> message;
     if (const std::optional<ToastText> text = toast.text()) {
-        const auto* const returned = std::get_if<ReturnedWindows>(&*text);
-        message = returned != nullptr ? KelpaCopy::windowsAreBack(returned->count, state.language)
-                                      : KelpaCopy::text(std::get<CopyKey>(*text), state.language);
+        if (const auto* const returned = std::get_if<ReturnedWindows>(&*text))
+            message = KelpaCopy::windowsAreBack(returned->count, state.language);
+        else if (const auto* const forgotten = std::get_if<ForgottenWindows>(&*text))
+            message = KelpaCopy::windowsAreForgotten(forgotten->count, state.language);
+        else
+            message = KelpaCopy::text(std::get<CopyKey>(*text), state.language);
     }
     state.assign(state.toastMessage, std::move(message), Field::toastMessage);
     state.assign(state.toastOffersUndo, toast.offer() == Toast::Offer::undo,

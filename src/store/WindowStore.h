@@ -5,7 +5,6 @@
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "store/StoreValues.h"
-#include "store/WindowRecall.h"
 #include "store/board/MovePlace.h"
 
 #include <QObject>
@@ -37,9 +36,8 @@ public:
     /// As `setLanguage`, and stores the present one, too, where none is stored.
     void chooseLanguage(AppLanguage language);
     void setAutoSortingGoals(bool isAutoSorting);
-    /// Whether the windows of goals are remembered, so that they find their goals again.
-    bool isRememberingWindows() const;
-    /// Switched off, everything that is remembered is forgotten.
+    /// Switched off, everything that is remembered is forgotten, until that is undone. Switched on,
+    /// the windows that are listed are remembered. Both are steps.
     void setRememberingWindows(bool isRemembering);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
     /// Folding selects "Unsorted" itself where a window is selected that is folded away.
@@ -64,7 +62,8 @@ public:
 
     // Undo. A step is one operation of a person that changed goals, todos or assignments, with its
     // automatic consequences. Changes on the desktop, settings, selection and search are no steps;
-    // where switching the automatic order on moved goals, undoing that also switches it off.
+    // where switching the automatic order on moved goals, undoing that also switches it off, and
+    // forgetting windows is a step of its own.
     /// Takes the last step back, with the very same records; does nothing when there is none.
     void undo();
     /// Repeats the step undone last, unless another one followed.
@@ -123,16 +122,12 @@ public:
     /// Waits at most `limit` for the pass under way, so that the first frame shows its windows; a
     /// slower one is published when it ends.
     void awaitWindows(Scheduler::Duration limit);
-    /// What a window without a goal may be, likeliest first: windows that were in goals.
-    QList<RecalledWindow> recallOffers(WindowID windowID) const;
     /// Gives the window the goal of a remembered one that it was offered.
     void acceptRecall(WindowID windowID, WindowID remembered);
     /// It is none of the remembered windows.
     void declineRecall(WindowID windowID);
-    /// The windows that the goal had and that are not there, seen last first.
-    QList<RememberedWindow> rememberedWindows(GoalID goalID) const;
-    /// Forgets one of them.
-    void forgetWindow(WindowID remembered);
+    /// Forgets windows that goals had and that are not there.
+    void forgetWindows(const QSet<WindowID>& remembered);
     /// Keeps windows and previews fresh from now on; a second call does nothing.
     void startObserving();
     void stopObserving();
@@ -205,6 +200,8 @@ Q_SIGNALS:
     void isAutoSortingGoalsChanged();
     void isHidingGoalsWithoutOpenTodosChanged();
     void unsortedFoldChanged();
+    void isRememberingWindowsChanged();
+    void windowMemoryChanged();
     void isSavingSlowlyChanged();
     void troubleChanged();
 

@@ -61,6 +61,8 @@ struct WindowStore::Parts
     void publishSaving();
     void publishToast();
     void publishAbilities();
+    /// What windows may be, and what goals had, may have changed.
+    void publishMemory();
     void publishPreviews(Previews captured, PreviewCaptures::Messages messages);
     /// The first pass, which began before the permissions were known, found `discovered`.
     void finishPassAhead(const QList<WindowItem>& discovered);

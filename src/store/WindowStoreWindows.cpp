@@ -167,11 +167,6 @@ void WindowStore::Parts::takeRecalledWindows(const QList<RecalledWindow>& window
     steps.saveAnnounced(ReturnedWindows{windows.size()});
 }
 
-QList<RecalledWindow> WindowStore::recallOffers(WindowID windowID) const
-{
-    return m_parts->recall.offers(windowID);
-}
-
 void WindowStore::acceptRecall(WindowID windowID, WindowID remembered)
 {
     const Update update(m_state.changes);
@@ -187,20 +182,21 @@ void WindowStore::acceptRecall(WindowID windowID, WindowID remembered)
 
 void WindowStore::declineRecall(WindowID windowID)
 {
+    const Update update(m_state.changes);
     m_parts->recall.settle(windowID);
+    m_parts->publishMemory();
 }
 
-QList<RememberedWindow> WindowStore::rememberedWindows(GoalID goalID) const
-{
-    return m_parts->recall.absentWindows(goalID);
-}
-
-void WindowStore::forgetWindow(WindowID remembered)
+void WindowStore::forgetWindows(const QSet<WindowID>& remembered)
 {
     const Update update(m_state.changes);
-    if (windowWith(remembered, m_state.windows) == nullptr &&
-        m_state.assignments.remove(assignmentKey(remembered)) > 0)
-        m_parts->steps.saveStep();
+    qsizetype forgotten = 0;
+    for (const WindowID windowID : remembered) {
+        if (windowWith(windowID, m_state.windows) == nullptr)
+            forgotten += m_state.assignments.remove(assignmentKey(windowID));
+    }
+    if (forgotten > 0)
+        m_parts->steps.saveAnnounced(ForgottenWindows{forgotten});
 }
 
 void WindowStore::startObserving()

@@ -67,6 +67,8 @@ enum class CopyKey {
     Close,
     GoalsSortThemselves,
     StopSorting,
+    RememberWindows,
+    WindowsForgotten,
     // Menu of a text field, which begins with Undo and Redo.
     Cut,
     CopyText,
@@ -120,6 +122,8 @@ enum class CopyKey {
     PreviewNeedsPermission,
     PreviewNotYet,
     PreviewMinimized,
+    PutWindowBack,
+    OtherWindow,
     // Window selection sheet.
     SelectWindowsText,
     NoMatchingWindows,

@@ -88,6 +88,11 @@ QString CopyTable::windowName(const QString& ownerName, const QString& title) co
     return KelpaCopy::windowName(ownerName, title, m_language);
 }
 
+QString CopyTable::wasIn(const QStringList& goalTitles) const
+{
+    return KelpaCopy::wasIn(goalTitles, m_language);
+}
+
 QString CopyTable::movedAsideTo(const QString& name) const
 {
     return KelpaCopy::movedAsideTo(name, m_language);

@@ -192,6 +192,23 @@ constexpr Frames windowsAreBackFrames({u"", u" 个窗口已回到原来的目标
                                       {u"", u" fenêtres ont retrouvé leurs objectifs"},
                                       {u"", u" Fenster sind wieder in ihren Zielen"});
 
+constexpr Names windowIsForgottenTexts(u"已忘记 1 个窗口", u"1 window is forgotten",
+                                       u"1個のウィンドウを消去しました",
+                                       u"기억한 창 1개를 지웠습니다", u"1 fenêtre est oubliée",
+                                       u"1 Fenster ist vergessen");
+
+constexpr Frames windowsAreForgottenFrames({u"已忘记 ", u" 个窗口"},
+                                           {u"", u" windows are forgotten"},
+                                           {u"", u"個のウィンドウを消去しました"},
+                                           {u"기억한 창 ", u"개를 지웠습니다"},
+                                           {u"", u" fenêtres sont oubliées"},
+                                           {u"", u" Fenster sind vergessen"});
+
+constexpr Frames wasInFrames({u"曾在：", u""}, {u"Was in: ", u""}, {u"以前の目標：", u""},
+                             {u"이전 목표: ", u""}, {u"Était dans : ", u""}, {u"War in: ", u""});
+
+constexpr Names titleSeparators(u"、", u", ", u"、", u", ", u", ", u", ");
+
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
 /// What a person typed, within a text of ours.
@@ -343,6 +360,19 @@ QString windowsAreBack(qsizetype count, AppLanguage language)
     if (count == 1)
         return QStringView(windowIsBackTexts[language]).toString();
     return windowsAreBackFrames[language].around(QString::number(count));
+}
+
+QString windowsAreForgotten(qsizetype count, AppLanguage language)
+{
+    if (count == 1)
+        return QStringView(windowIsForgottenTexts[language]).toString();
+    return windowsAreForgottenFrames[language].around(QString::number(count));
+}
+
+QString wasIn(const QStringList& goalTitles, AppLanguage language)
+{
+    return wasInFrames[language].around(
+        goalTitles.join(QStringView(titleSeparators[language]).toString()));
 }
 
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language)

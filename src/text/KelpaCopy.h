@@ -9,6 +9,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 namespace kelpa::KelpaCopy {
 
@@ -58,6 +59,10 @@ QString textTooLong(qsizetype limit, AppLanguage language);
 QString overlongTitle(qsizetype length, AppLanguage language);
 /// Announces windows that went back to their goals by themselves. With a singular.
 QString windowsAreBack(qsizetype count, AppLanguage language);
+/// Says that windows are no longer remembered. With a singular.
+QString windowsAreForgotten(qsizetype count, AppLanguage language);
+/// Names the goals that a window may have been in before.
+QString wasIn(const QStringList& goalTitles, AppLanguage language);
 
 /// The text that a screen reader says for a window's card: the application's name and the title, or
 /// the title alone where `ownerName` is empty. `title` is not empty.

@@ -173,7 +173,8 @@ INSTANTIATE_TEST_SUITE_P(
                           s.store.refresh();
                       },
                       {windows, QStringLiteral("isAccessibilityTrusted"),
-                       QStringLiteral("isScreenCaptureTrusted"), QStringLiteral("obstacles")},
+                       QStringLiteral("isScreenCaptureTrusted"), QStringLiteral("obstacles"),
+                       windowMemory},
                       0},
         OperationCase{
             "start_observing_the_same", [](Board& s) { s.store.startObserving(); }, {}, 0},

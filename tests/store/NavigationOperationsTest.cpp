@@ -145,7 +145,8 @@ TEST_F(NavigationOperations, A_window_that_closes_hands_its_selection_to_the_fir
 
     EXPECT_EQ(state(), State::inside(target, store().windows(target).first().id));
     EXPECT_EQ(takeSignals(), (QMap<QString, int>{{QStringLiteral("boardNavigation"), 1},
-                                                 {QStringLiteral("windows"), 1}}));
+                                                 {QStringLiteral("windows"), 1},
+                                                 {QStringLiteral("windowMemory"), 1}}));
 }
 
 TEST_F(NavigationOperations, The_last_window_to_close_hands_the_selection_to_the_target)

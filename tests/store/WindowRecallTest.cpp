@@ -1,5 +1,6 @@
 // Windows of an earlier login, or of an application that was closed, find their goals again.
 
+#include "store/WindowRecall.h"
 #include "model/WindowMemoryJson.h"
 #include "store/board/BoardPersistence.h"
 #include "support/StoreFixture.h"
@@ -102,10 +103,10 @@ TEST_F(WindowRecalls, After_a_new_login_certain_windows_go_back_in_one_step_that
     store().refresh();
     waitForBurst();
     EXPECT_EQ(goalOf(11), std::nullopt) << "a person said no";
-    EXPECT_EQ(store().rememberedWindows(taxes).size(), 1);
+    EXPECT_EQ(store().absentWindows(taxes).size(), 1);
     store().redo();
     EXPECT_EQ(goalOf(11), garden);
-    EXPECT_EQ(store().rememberedWindows(taxes).size(), 0);
+    EXPECT_EQ(store().absentWindows(taxes).size(), 0);
 }
 
 TEST_F(WindowRecalls, An_application_that_is_closed_and_opened_again_counts_as_well)
@@ -205,12 +206,12 @@ TEST_F(WindowRecalls, Put_back_by_hand_a_window_takes_the_place_of_the_remembere
 {
     work();
     logInAgain();
-    EXPECT_EQ(store().rememberedWindows(taxes).size(), 1);
+    EXPECT_EQ(store().absentWindows(taxes).size(), 1);
     open(11, report);
     store().assign(11, taxes);
-    EXPECT_EQ(store().rememberedWindows(taxes).size(), 0);
+    EXPECT_EQ(store().absentWindows(taxes).size(), 0);
     store().undo();
-    EXPECT_EQ(store().rememberedWindows(taxes).size(), 1);
+    EXPECT_EQ(store().absentWindows(taxes).size(), 1);
 }
 
 TEST_F(WindowRecalls,
@@ -226,11 +227,12 @@ TEST_F(WindowRecalls,
     store().undo();
     EXPECT_EQ(storedTitles(), (QStringList{report, letter}));
     close(1);
-    store().forgetWindow(1);
+    store().forgetWindows({1});
     EXPECT_EQ(storedTitles(), QStringList{letter});
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("1 window is forgotten"));
     store().undo();
     EXPECT_EQ(storedTitles(), (QStringList{report, letter}));
-    store().forgetWindow(2);
+    store().forgetWindows({2});
     EXPECT_EQ(goalOf(2), garden) << "is there";
 }
 
@@ -310,6 +312,70 @@ TEST_F(WindowRecalls, Switched_off_everything_is_forgotten_and_nothing_remembere
     store().setRememberingWindows(true);
     store().assign(11, taxes);
     EXPECT_EQ(storedTitles(), QStringList{letter});
+}
+
+TEST_F(WindowRecalls, Switching_it_off_can_be_undone_and_done_again)
+{
+    work();
+    close(1);
+    open(3, QStringLiteral("Loading"));
+    waitForBurst();
+    ASSERT_EQ(store().recallOffers(3).size(), 1);
+    takeWriteCount();
+    store().setRememberingWindows(false);
+    EXPECT_EQ(takeWriteCount(), 1);
+    EXPECT_EQ(store().toastMessage(),
+              QStringLiteral("All windows are forgotten and no longer remembered"));
+    EXPECT_TRUE(store().toastOffersUndo());
+    EXPECT_TRUE(store().absentWindows(taxes).isEmpty());
+    EXPECT_TRUE(store().recallOffers(3).isEmpty());
+
+    store().undo();
+    EXPECT_TRUE(store().isRememberingWindows());
+    EXPECT_EQ(settings.values.value(rememberingWindowsKey), SettingsValue(true));
+    EXPECT_EQ(storedTitles(), (QStringList{report, letter}));
+    EXPECT_EQ(store().absentWindows(taxes).size(), 1);
+    EXPECT_EQ(store().recallOffers(3).size(), 1);
+    open(4, report);
+    waitForBurst();
+    EXPECT_EQ(goalOf(4), taxes);
+
+    store().undo();
+    store().redo();
+    store().undo();
+    EXPECT_TRUE(store().isRememberingWindows());
+}
+
+TEST_F(WindowRecalls, Switched_off_and_on_again_it_begins_with_the_windows_that_are_there)
+{
+    work();
+    close(1);
+    store().setRememberingWindows(false);
+    store().setRememberingWindows(true);
+    EXPECT_EQ(storedTitles(), QStringList{letter});
+    EXPECT_TRUE(store().absentWindows(taxes).isEmpty());
+    open(3, report);
+    waitForBurst();
+    EXPECT_EQ(goalOf(3), std::nullopt);
+}
+
+TEST_F(WindowRecalls, What_may_be_shown_is_reported_once_for_each_change)
+{
+    work();
+    int changes = 0;
+    QObject::connect(&store(), &WindowStore::windowMemoryChanged, &store(), [&] { ++changes; });
+    store().refresh();
+    makeTodo(taxes);
+    EXPECT_EQ(changes, 0);
+    close(1);
+    EXPECT_EQ(changes, 1);
+    open(3, QStringLiteral("Loading"));
+    waitForBurst();
+    EXPECT_EQ(changes, 2);
+    store().declineRecall(3);
+    EXPECT_EQ(changes, 3);
+    store().forgetWindows({1});
+    EXPECT_EQ(changes, 4);
 }
 
 TEST_F(WindowRecalls, A_memory_that_does_not_decode_is_set_aside_and_begins_anew)

@@ -33,6 +33,8 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::isAutoSortingGoalsChanged, "isAutoSortingGoals");
     listen(&WindowStore::isHidingGoalsWithoutOpenTodosChanged, "isHidingGoalsWithoutOpenTodos");
     listen(&WindowStore::unsortedFoldChanged, "unsortedFold");
+    listen(&WindowStore::isRememberingWindowsChanged, "isRememberingWindows");
+    listen(&WindowStore::windowMemoryChanged, "windowMemory");
     listen(&WindowStore::isSavingSlowlyChanged, "isSavingSlowly");
     listen(&WindowStore::troubleChanged, "trouble");
 }

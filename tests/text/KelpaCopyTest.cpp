@@ -266,6 +266,39 @@ TEST(KelpaCopy, A_board_that_is_narrowed_names_the_search)
               QStringLiteral("Only windows that match “%1…” are shown").arg(QString(39, u'a')));
 }
 
+TEST(KelpaCopy, A_card_names_the_goal_that_its_window_may_have_been_in)
+{
+    expectTexts(
+        {{{chinese, u"曾在：A"},
+          {english, u"Was in: A"},
+          {japanese, u"以前の目標：A"},
+          {korean, u"이전 목표: A"},
+          {french, u"Était dans : A"},
+          {german, u"War in: A"}}},
+        [](AppLanguage language) { return KelpaCopy::wasIn({QStringLiteral("A")}, language); });
+    const QStringList several{QStringLiteral("A"), QStringLiteral("B")};
+    EXPECT_EQ(KelpaCopy::wasIn(several, english), QStringLiteral("Was in: A, B"));
+    EXPECT_EQ(KelpaCopy::wasIn(several, chinese), QStringLiteral("曾在：A、B"));
+}
+
+TEST(KelpaCopy, Windows_that_are_forgotten_are_counted_with_a_singular)
+{
+    expectTexts({{{chinese, u"已忘记 1 个窗口"},
+                  {english, u"1 window is forgotten"},
+                  {japanese, u"1個のウィンドウを消去しました"},
+                  {korean, u"기억한 창 1개를 지웠습니다"},
+                  {french, u"1 fenêtre est oubliée"},
+                  {german, u"1 Fenster ist vergessen"}}},
+                [](AppLanguage language) { return KelpaCopy::windowsAreForgotten(1, language); });
+    expectTexts({{{chinese, u"已忘记 2 个窗口"},
+                  {english, u"2 windows are forgotten"},
+                  {japanese, u"2個のウィンドウを消去しました"},
+                  {korean, u"기억한 창 2개를 지웠습니다"},
+                  {french, u"2 fenêtres sont oubliées"},
+                  {german, u"2 Fenster sind vergessen"}}},
+                [](AppLanguage language) { return KelpaCopy::windowsAreForgotten(2, language); });
+}
+
 TEST(KelpaCopy, One_window_that_is_back_has_a_singular)
 {
     EXPECT_EQ(KelpaCopy::windowsAreBack(1, english),

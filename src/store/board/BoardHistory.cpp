@@ -14,7 +14,8 @@ std::optional<GoalID> assigned(const Assignments& assignments, const QString& ke
 
 bool BoardHistory::record(const BoardVersion& before, const BoardVersion& after)
 {
-    if (before.contents == after.contents)
+    if (before.contents == after.contents &&
+        before.isRememberingWindows == after.isRememberingWindows)
         return false;
     m_redoable.clear();
     m_undoable.append(stepBetween(after, before));
@@ -41,7 +42,9 @@ BoardVersion BoardHistory::redo(const BoardVersion& board)
 
 BoardHistory::Step BoardHistory::stepBetween(const BoardVersion& from, const BoardVersion& to)
 {
-    Step step{to.contents.goals, to.contents.unassignedTodos, {}, std::nullopt};
+    Step step;
+    step.goals = to.contents.goals;
+    step.unassignedTodos = to.contents.unassignedTodos;
     const Assignments& wanted = to.contents.assignments;
     const Assignments& present = from.contents.assignments;
     for (const Assignments& keys : {wanted, present}) {
@@ -52,6 +55,8 @@ BoardHistory::Step BoardHistory::stepBetween(const BoardVersion& from, const Boa
     }
     if (to.isAutoSortingGoals != from.isAutoSortingGoals)
         step.isAutoSortingGoals = to.isAutoSortingGoals;
+    if (to.isRememberingWindows != from.isRememberingWindows)
+        step.isRememberingWindows = to.isRememberingWindows;
     return step;
 }
 
@@ -61,9 +66,12 @@ BoardVersion BoardHistory::applyLast(QList<Step>& source, QList<Step>& inverses,
     if (source.isEmpty())
         return board;
     const Step step = source.takeLast();
-    Step inverse{board.contents.goals, board.contents.unassignedTodos, {}, std::nullopt};
+    Step inverse;
+    inverse.goals = board.contents.goals;
+    inverse.unassignedTodos = board.contents.unassignedTodos;
     BoardVersion result{{step.goals, step.unassignedTodos, board.contents.assignments},
-                        board.isAutoSortingGoals};
+                        board.isAutoSortingGoals,
+                        board.isRememberingWindows};
     for (const auto& [key, goalID] : step.assignments.asKeyValueRange()) {
         inverse.assignments.insert(key, assigned(result.contents.assignments, key));
         if (goalID)
@@ -74,6 +82,10 @@ BoardVersion BoardHistory::applyLast(QList<Step>& source, QList<Step>& inverses,
     if (step.isAutoSortingGoals) {
         inverse.isAutoSortingGoals = board.isAutoSortingGoals;
         result.isAutoSortingGoals = *step.isAutoSortingGoals;
+    }
+    if (step.isRememberingWindows) {
+        inverse.isRememberingWindows = board.isRememberingWindows;
+        result.isRememberingWindows = *step.isRememberingWindows;
     }
     inverses.append(std::move(inverse));
     return result;

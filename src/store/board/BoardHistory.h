@@ -10,11 +10,12 @@
 
 namespace kelpa {
 
-/// The board, and whether its goals are in automatic order.
+/// The board, whether its goals are in automatic order, and whether their windows are remembered.
 struct BoardVersion
 {
     BoardContents contents;
     bool isAutoSortingGoals = true;
+    bool isRememberingWindows = true;
 
     friend bool operator==(const BoardVersion&, const BoardVersion&) = default;
 };
@@ -29,8 +30,9 @@ public:
     static constexpr qsizetype maxSteps = 100;
 
     /// Records that a person turned `before` into `after`, and drops the steps that could be
-    /// redone. False when goals, todos and assignments are the same: the automatic order by itself
-    /// is a setting, and belongs to a step only where it changed the order of the goals.
+    /// redone. False when goals, todos and assignments are the same, and what is remembered was not
+    /// forgotten: the automatic order by itself is a setting, and belongs to a step only where it
+    /// changed the order of the goals.
     bool record(const BoardVersion& before, const BoardVersion& after);
     void clear();
 
@@ -52,6 +54,7 @@ private:
         /// Window key to goal, or to none.
         QMap<QString, std::optional<GoalID>> assignments;
         std::optional<bool> isAutoSortingGoals;
+        std::optional<bool> isRememberingWindows;
     };
 
     static Step stepBetween(const BoardVersion& from, const BoardVersion& to);

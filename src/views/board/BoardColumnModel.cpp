@@ -40,7 +40,7 @@ BoardColumnModel::BoardColumnModel(const WindowStore& store, QObject* parent)
 {
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
-          &WindowStore::windowsChanged, &WindowStore::searchTextChanged,
+          &WindowStore::windowsChanged, &WindowStore::windowMemoryChanged, &WindowStore::searchTextChanged,
           &WindowStore::previewsChanged, &WindowStore::boardNavigationChanged,
           &WindowStore::isScreenCaptureTrustedChanged, &WindowStore::languageChanged,
           &WindowStore::isHidingGoalsWithoutOpenTodosChanged, &WindowStore::unsortedFoldChanged})

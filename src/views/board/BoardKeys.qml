@@ -5,7 +5,7 @@ import Kelpa.Scene
 import Kelpa.Board
 
 /// The keys of the board that are neither the store's nor an item's: they scroll it, and rename or
-/// move a goal. While a person writes, they are the text field's.
+/// move a goal or put a window back into its goal. While a person writes, they are the text field's.
 Item {
     id: root
 
@@ -61,6 +61,11 @@ Item {
     BoardKey {
         sequence: "End"
         onActivated: root.view.scrollTo(root.view.end)
+    }
+    BoardKey {
+        sequence: "Ctrl+B"
+        onActivated: if (!root.board.windows.memory.putSelectionBack())
+            root.board.selectionMenuRequested()
     }
     Shortcut {
         sequence: "F2"

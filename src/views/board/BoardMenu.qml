@@ -38,6 +38,14 @@ AppMenu {
     }
     AppMenuSeparator {}
     AppMenuItem {
+        text: ViewSettings.copy.text(CopyKey.RememberWindows)
+        symbol: root.board.windows.memory.isRemembering ? "check" : ""
+        isChoice: true
+        isChosen: root.board.windows.memory.isRemembering
+        onTriggered: root.board.windows.memory.toggleRemembering()
+    }
+    AppMenuSeparator {}
+    AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.KeyboardShortcuts)
         keys: ViewSettings.copy.helpKeys()
         onTriggered: root.board.keysRequested()

@@ -24,12 +24,16 @@ FocusableItem {
     required property bool isSelected
     required property real previewRevision
     required property string previewMessage
+    required property list<string> formerGoals
 
     readonly property bool isRaised: hover.hovered || root.isSelected
     /// The focus moves on from here to the next selected item.
     readonly property bool yieldsFocus: true
     /// Whether a person moved the focus to the card, or to one of its buttons, by keyboard.
     readonly property bool hasKeyboard: root.visualFocus || (root.buttons?.hasKeyboard ?? false)
+                                        || root.isAnswering
+    /// Whether a person reached the line about its former goal by keyboard.
+    property bool isAnswering: false
     /// Whether its buttons show.
     readonly property bool isPointedAt: root.isRaised || root.hasKeyboard || root.activeFocus
                                         || revelation.running
@@ -47,9 +51,11 @@ FocusableItem {
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
     Accessible.name: ViewSettings.copy.windowName(root.ownerName, root.title)
-    // Describes the sign in the caption for people who do not see it.
-    Accessible.description: root.isMinimized
-            ? root.help + "\n" + ViewSettings.copy.text(CopyKey.PreviewMinimized) : root.help
+    // Describes the sign in the caption for people who do not see it, and the line above it.
+    Accessible.description: [root.help]
+            .concat(root.isMinimized ? [ViewSettings.copy.text(CopyKey.PreviewMinimized)] : [])
+            .concat(root.formerGoals.length > 0 ? [ViewSettings.copy.wasIn(root.formerGoals)] : [])
+            .join("\n")
     Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected
@@ -138,6 +144,8 @@ FocusableItem {
             isPictured: cardItem.isPictured
         }
         CardPreview {
+            id: preview
+
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.top: parent.top
@@ -148,6 +156,24 @@ FocusableItem {
             message: root.previewMessage
             cardGround: cardItem.ground
             isPictured: cardItem.isPictured
+        }
+        // Few cards have it.
+        Repeater {
+            model: root.formerGoals.length > 0 ? 1 : 0
+            delegate: FormerGoalLine {
+                id: formerGoalLine
+
+                anchors.left: preview.left
+                anchors.right: preview.right
+                anchors.bottom: preview.bottom
+                anchors.margins: Theme.tiny
+                goals: root.formerGoals
+                onHasKeyboardChanged: root.isAnswering = formerGoalLine.hasKeyboard
+                onAccepted: if (!root.windows.memory.putBack(root.windowID))
+                    root.menuRequested(root, Qt.rect(preview.x, preview.y, 0, preview.height))
+                onDeclined: root.windows.memory.decline(root.windowID)
+                Component.onDestruction: root.isAnswering = false
+            }
         }
         CardCaption {
             id: caption

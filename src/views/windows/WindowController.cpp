@@ -7,7 +7,7 @@
 namespace kelpa {
 
 WindowController::WindowController(WindowStore& store, QObject* parent)
-    : QObject(parent), m_store(store), m_picker(store)
+    : QObject(parent), m_store(store), m_picker(store), m_memory(store)
 {
     connect(&store, &WindowStore::abilitiesChanged, this, &WindowController::abilitiesChanged);
 }

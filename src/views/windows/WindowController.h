@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/WindowItem.h"
+#include "views/windows/WindowMemoryController.h"
 #include "views/windows/WindowPicker.h"
 
 #include <QImage>
@@ -31,6 +32,7 @@ class WindowController : public QObject
     Q_PROPERTY(bool canAct READ canAct NOTIFY abilitiesChanged)
     /// Whether closing asks the window's whole application to quit, and not the window alone.
     Q_PROPERTY(bool canQuit READ canQuit NOTIFY abilitiesChanged)
+    Q_PROPERTY(kelpa::WindowMemoryController* memory READ memory CONSTANT)
 
 public:
     /// `store` outlives the controller.
@@ -40,6 +42,7 @@ public:
     bool areListed() const;
     bool canAct() const;
     bool canQuit() const;
+    WindowMemoryController* memory() { return &m_memory; }
 
     /// Switches to the window.
     /// Shows all windows of "Unsorted", or two rows of many.
@@ -68,6 +71,7 @@ private:
 
     WindowStore& m_store;
     WindowPicker m_picker;
+    WindowMemoryController m_memory;
 };
 
 } // namespace kelpa

@@ -7,7 +7,7 @@ import Kelpa.Controls
 import Kelpa.Goals
 import Kelpa.Windows
 
-/// Moves a window to another column, or to a new goal.
+/// Moves a window to another column, or to a new goal; first come the goals that it may have been in.
 AppMenu {
     id: root
 
@@ -16,11 +16,15 @@ AppMenu {
 
     property real windowID
     property string columnID
+    /// The goals that the window may have been in and, if there are any, that it is another window.
+    property var formerEntries: []
 
     /// Opens the menu for a window in a column, beside a place in `owner`.
     function ask(windowID: real, columnID: string, owner: Item, place: rect): void {
         root.windowID = windowID;
         root.columnID = columnID;
+        const formerGoals = root.windows.memory.formerGoals(windowID);
+        root.formerEntries = formerGoals.length > 0 ? formerGoals.concat({columnID: ""}) : [];
         // Items that are created while the menu opens would close it again.
         targets.active = true;
         root.openBeside(owner, place);
@@ -54,13 +58,30 @@ AppMenu {
             font: Theme.bodyStrong
         }
     }
+    Instantiator {
+        model: root.formerEntries
+        delegate: AppMenuItem {
+            required property var modelData
+
+            readonly property bool isRefusal: modelData.columnID === ""
+
+            text: isRefusal ? ViewSettings.copy.text(CopyKey.OtherWindow)
+                            : ViewSettings.copy.wasIn([modelData.title])
+            symbol: isRefusal ? "x" : "undo-2"
+            onTriggered: isRefusal ? root.windows.memory.decline(root.windowID)
+                                   : root.windows.memory.putBackInto(root.windowID,
+                                                                     modelData.columnID)
+        }
+        onObjectAdded: (index, object) => root.insertItem(index, object)
+        onObjectRemoved: (index, object) => root.removeItem(object)
+    }
     MoveTargetItems {
         id: targets
 
         goals: root.goals
         menu: root
         // Placed below the heading.
-        place: 1
+        place: root.formerEntries.length + 1
         delegate: AppMenuItem {
             id: item
 

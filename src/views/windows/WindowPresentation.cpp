@@ -16,6 +16,7 @@ enum Role {
     iconRevisionRole,
     previewRevisionRole,
     previewMessageRole,
+    formerGoalsRole,
     endOfRoles,
 };
 static_assert(endOfRoles <= firstRoleBesidePresentation);
@@ -36,6 +37,10 @@ WindowPresentation windowPresentation(const WindowStore& store, const WindowItem
     presentation.title = shownWindowTitle(window.title, store.language());
     presentation.applicationID = window.bundleIdentifier.value_or(QString());
     presentation.iconRevision = window.iconRevision;
+    for (const RecalledWindow& offer : store.recallOffers(window.id)) {
+        if (const Goal* const goal = goalWith(offer.goalID, store.goals()))
+            presentation.formerGoals.append(singleLine(goal->title));
+    }
     const auto preview = store.previews().constFind(window.id);
     if (preview != store.previews().constEnd())
         presentation.previewRevision = preview->image.cacheKey();
@@ -61,6 +66,8 @@ QVariant presentationValue(const WindowPresentation& presentation, int role)
         return presentation.previewRevision;
     case previewMessageRole:
         return presentation.previewMessage;
+    case formerGoalsRole:
+        return presentation.formerGoals;
     default:
         return {};
     }
@@ -74,7 +81,8 @@ QHash<int, QByteArray> presentationRoleNames()
             {applicationIDRole, "applicationID"},
             {iconRevisionRole, "iconRevision"},
             {previewRevisionRole, "previewRevision"},
-            {previewMessageRole, "previewMessage"}};
+            {previewMessageRole, "previewMessage"},
+            {formerGoalsRole, "formerGoals"}};
 }
 
 } // namespace kelpa

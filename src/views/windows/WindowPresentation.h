@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 namespace kelpa {
@@ -28,6 +29,9 @@ struct WindowPresentation
     qint64 previewRevision = 0;
     /// Shown instead of a picture; empty while there is one.
     QString previewMessage;
+    /// The titles of the goals that the window may have been in; empty where it has a goal, and
+    /// where it is certainly in none.
+    QStringList formerGoals;
 
     friend bool operator==(const WindowPresentation&, const WindowPresentation&) = default;
 };

@@ -123,6 +123,34 @@ void fillTodos(WindowStore& store, int count)
     }
 }
 
+/// Of each goal some windows close. Of those that open, one is certainly one of them and the others
+/// may be.
+void replaceWindows(DemoDesktop& desktop, WindowStore& store, test::ManualScheduler& scheduler)
+{
+    scheduler.advance(std::chrono::minutes(3));
+    const auto open = [&desktop](WindowID id, ProcessID process, const QString& title) {
+        desktop.addAccessibleWindow(id, process, title);
+        desktop.captureSizes.insert(id, {1600, 900});
+    };
+    WindowID id = 500;
+    for (const Goal& goal : QList<Goal>(store.goals())) {
+        for (const ProcessID process : {2000, 2001, 2002}) {
+            open(++id, process, process == 2000 ? titles[0] : titles[process % 2] + goal.title);
+            store.refresh();
+            store.assign(id, goal.id);
+        }
+    }
+    scheduler.advance(std::chrono::seconds(5));
+    for (WindowID closed = 501; closed <= id; ++closed)
+        desktop.removeWindow(closed);
+    store.refresh();
+    open(601, 2000, titles[0]);
+    open(602, 2001, QStringLiteral("Loading"));
+    open(603, 2002, titles[0] + store.goals().front().title);
+    store.refresh();
+    scheduler.advance(std::chrono::seconds(2));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -146,8 +174,10 @@ int main(int argc, char** argv)
     parser.addHelpOption();
     const QCommandLineOption todos(QStringLiteral("todos"), QStringLiteral("How many per list."),
                                    QStringLiteral("count"), QStringLiteral("0"));
+    const QCommandLineOption returning(QStringLiteral("returning"),
+                                       QStringLiteral("Windows that have been in goals."));
     parser.addOptions(
-        {dark, light, still, denied, manual, language, windows, goals, search, todos});
+        {dark, light, still, denied, manual, language, windows, goals, search, todos, returning});
     parser.process(application);
 
     DemoDesktop desktop;
@@ -171,6 +201,8 @@ int main(int argc, char** argv)
             store.assign(listed.at(i).id, store.goals().at(place - 1).id);
     }
     fillTodos(store, parser.value(todos).toInt());
+    if (parser.isSet(returning))
+        replaceWindows(desktop, store, scheduler);
     store.setSearchText(parser.value(search));
     desktop.isScreenCaptureGranted = !parser.isSet(denied);
     store.startObserving();
