@@ -32,6 +32,27 @@ struct Launch
     friend bool operator==(const Launch&, const Launch&) = default;
 };
 
+/// What a window was that is to be opened again.
+struct FormerWindow
+{
+    /// The id of the application's desktop entry or, without one, its name.
+    QString application;
+    /// Path or URL; empty for none.
+    QString document;
+
+    friend bool operator==(const FormerWindow&, const FormerWindow&) = default;
+};
+
+struct Reopening
+{
+    /// Absent when the application is not installed, or could not be started.
+    std::optional<Launch> launch;
+    /// Whether the document is no longer there, so that the application was started without it.
+    bool isDocumentGone = false;
+
+    friend bool operator==(const Reopening&, const Reopening&) = default;
+};
+
 class Applications
 {
 public:
@@ -54,6 +75,10 @@ public:
     /// Launches the application so that it opens a new window. Absent when no such application is
     /// installed or the launch failed. Any thread but the main one; does not wait for the window.
     virtual std::optional<Launch> launch(LaunchableApplication application) = 0;
+
+    /// Starts the application with the document where it takes one, otherwise without it. Any
+    /// thread but the main one; does not wait for the window.
+    virtual Reopening reopen(const FormerWindow& window) = 0;
 
     /// Watches the started process until it reveals its application, for a second or two at most.
     /// Returns the bundle identifier of its windows; absent when the process ended, or did not

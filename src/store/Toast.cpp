@@ -20,7 +20,7 @@ Toast::Toast(Scheduler& scheduler, std::function<void()> changed)
 
 void Toast::show(ToastText text, Offer offer)
 {
-    m_text = text;
+    m_text = std::move(text);
     m_offer = offer;
     startTime();
     m_changed();

@@ -4,6 +4,7 @@
 #include "platform/Scheduler.h"
 #include "text/CopyKey.h"
 
+#include <QString>
 #include <QtGlobal>
 
 #include <cstdint>
@@ -29,7 +30,17 @@ struct ForgottenWindows
     friend bool operator==(const ForgottenWindows&, const ForgottenWindows&) = default;
 };
 
-using ToastText = std::variant<CopyKey, ReturnedWindows, ForgottenWindows>;
+/// A window could not be opened again, or not with its document.
+struct ReopeningTrouble
+{
+    /// Of the document or of the application, in a single line.
+    QString name;
+    bool isDocumentGone = false;
+
+    friend bool operator==(const ReopeningTrouble&, const ReopeningTrouble&) = default;
+};
+
+using ToastText = std::variant<CopyKey, ReturnedWindows, ForgottenWindows, ReopeningTrouble>;
 
 /// Main thread.
 class Toast

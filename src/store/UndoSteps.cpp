@@ -48,7 +48,7 @@ void UndoSteps::saveStep(std::vector<SettingsEntry> settings)
 void UndoSteps::saveAnnounced(ToastText announcement, std::vector<SettingsEntry> settings)
 {
     m_history.record(m_savedVersion, m_state.version());
-    m_toast.show(announcement, Toast::Offer::undo);
+    m_toast.show(std::move(announcement), Toast::Offer::undo);
     saveState(std::move(settings));
     publishHistory();
 }

@@ -55,6 +55,11 @@ void WindowRecall::noteWindows()
 {
     if (!isOn())
         return;
+    // Windows that may not be read are not gone.
+    if (!m_state.isScreenCaptureTrusted) {
+        m_handlers.changed();
+        return;
+    }
     const Scheduler::Time now = m_scheduler.now();
     m_new.note(m_state.windows, now);
     if (m_memory.note(m_state.windows, m_new.ids(), m_state.assignments,
@@ -114,7 +119,7 @@ QHash<WindowID, QList<RecalledWindow>> WindowRecall::offers() const
 QHash<GoalID, QList<RememberedWindow>> WindowRecall::absentWindows() const
 {
     QHash<GoalID, QList<RememberedWindow>> windows;
-    if (!isOn())
+    if (!isOn() || !m_state.isScreenCaptureTrusted)
         return windows;
     for (const AbsentWindow& absent : m_memory.absent(m_state.assignments, m_state.goalIDs()))
         windows[absent.goalID].append(*m_memory.find(absent.windowID));

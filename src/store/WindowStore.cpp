@@ -87,7 +87,9 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
       activations(platform.applications, platform.accessibility, scheduler),
       launches(
           platform.applications, scheduler, state.windows, [this] { store.refresh(); },
-          [this](GoalID goalID, WindowID windowID) { takeLaunchedWindow(goalID, windowID); }),
+          [this](GoalID goalID, WindowID windowID, std::optional<WindowID> remembered) {
+              takeLaunchedWindow(goalID, windowID, remembered);
+          }),
       quits(scheduler), tasks(scheduler)
 {}
 
@@ -304,6 +306,10 @@ void WindowStore::Parts::publishToast()
             message = KelpaCopy::windowsAreBack(returned->count, state.language);
         else if (const auto* const forgotten = std::get_if<ForgottenWindows>(&*text))
             message = KelpaCopy::windowsAreForgotten(forgotten->count, state.language);
+        else if (const auto* const trouble = std::get_if<ReopeningTrouble>(&*text))
+            message = trouble->isDocumentGone
+                          ? KelpaCopy::documentIsGone(trouble->name, state.language)
+                          : KelpaCopy::applicationIsGone(trouble->name, state.language);
         else
             message = KelpaCopy::text(std::get<CopyKey>(*text), state.language);
     }

@@ -142,6 +142,9 @@ public:
     /// Opens a new window and assigns it to the goal when it appears.
     void createTerminal(GoalID goalID);
     void createChrome(GoalID goalID);
+    /// Opens windows again that the goal had and that are not there, and puts each into it when it
+    /// appears. A toast says which application or document is gone.
+    void reopen(GoalID goalID, const QSet<WindowID>& remembered);
 
     // Previews and permissions.
     /// Captures the window whose turn it is.

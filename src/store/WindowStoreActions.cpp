@@ -1,10 +1,14 @@
 // Acting on the windows of other applications, and opening new ones: in the background, since the
 // desktop may take its time.
 
+#include "model/Text.h"
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
 #include "store/WindowStoreParts.h"
 #include "windows/WindowActions.h"
+#include "windows/WindowReconciliation.h"
+
+#include <QUrl>
 
 #include <algorithm>
 #include <chrono>
@@ -88,11 +92,45 @@ void WindowStore::createChrome(GoalID goalID)
         m_parts->launches.launch(LaunchableApplication::chrome, goalID);
 }
 
-void WindowStore::Parts::takeLaunchedWindow(GoalID goalID, WindowID windowID)
+void WindowStore::reopen(GoalID goalID, const QSet<WindowID>& remembered)
+{
+    for (const RememberedWindow& window : absentWindows(goalID)) {
+        if (!remembered.contains(window.windowID))
+            continue;
+        m_parts->launches.reopen({window.traits.application, window.traits.document},
+                                 window.windowID, goalID,
+                                 [this, window](const Reopening& reopening) {
+                                     m_parts->noteReopening(window, reopening);
+                                 });
+    }
+}
+
+void WindowStore::Parts::noteReopening(const RememberedWindow& window, const Reopening& reopening)
 {
     const Update update(state.changes);
+    const WindowTraits& traits = window.traits;
+    if (!reopening.launch)
+        toast.show(
+            ReopeningTrouble{singleLine(traits.applicationName.isEmpty() ? traits.application
+                                                                         : traits.applicationName),
+                             false},
+            Toast::Offer::none);
+    else if (reopening.isDocumentGone)
+        toast.show(ReopeningTrouble{singleLine(QUrl(traits.document).fileName()), true},
+                   Toast::Offer::none);
+}
+
+void WindowStore::Parts::takeLaunchedWindow(GoalID goalID, WindowID windowID,
+                                            std::optional<WindowID> remembered)
+{
+    const Update update(state.changes);
+    const bool isAbsent = remembered && windowWith(*remembered, state.windows) == nullptr &&
+                          state.hasGoal(goalID) &&
+                          state.assignments.value(assignmentKey(*remembered)) == goalID;
     // The person launched an application, which is no step: undo leaves its window where it is.
-    if (setAssignment(windowID, goalID))
+    if (isAbsent)
+        place({windowID, *remembered, goalID});
+    if (isAbsent || setAssignment(windowID, goalID))
         steps.saveState();
     selection.activate(TargetSelection::goal(goalID), EnterWindowLayer::no);
 }

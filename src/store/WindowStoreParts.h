@@ -38,6 +38,8 @@ struct WindowStore::Parts
     /// The lists go on showing a todo for a moment that is completed and that they would show no
     /// more.
     void letLinger(TodoID todoID);
+    /// The listed window is the remembered one of the goal.
+    void place(const RecalledWindow& window);
     /// Gives `windowID` the place of the remembered window, whose assignment ends.
     void replaceRemembered(WindowID windowID, WindowID remembered);
     /// Called after the number of open todos of a goal has changed.
@@ -71,8 +73,11 @@ struct WindowStore::Parts
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);
     /// These windows are remembered ones: they go back to their goals.
     void takeRecalledWindows(const QList<RecalledWindow>& windows);
-    /// The window that was opened for the goal has appeared.
-    void takeLaunchedWindow(GoalID goalID, WindowID windowID);
+    /// The window that was opened for the goal has appeared, or the remembered one that was opened
+    /// again.
+    void takeLaunchedWindow(GoalID goalID, WindowID windowID, std::optional<WindowID> remembered);
+    /// A remembered window has been opened again, or not.
+    void noteReopening(const RememberedWindow& window, const Reopening& reopening);
 
     WindowStore& store;
     StoreState& state;

@@ -155,15 +155,19 @@ void WindowStore::Parts::replaceRemembered(WindowID windowID, WindowID remembere
     recall.replace(windowID, remembered);
 }
 
+void WindowStore::Parts::place(const RecalledWindow& window)
+{
+    replaceRemembered(window.windowID, window.remembered);
+    state.assignments.insert(assignmentKey(window.windowID), window.goalID);
+    state.assignWindows(state.windows);
+    selection.reconcileWithWindows();
+}
+
 void WindowStore::Parts::takeRecalledWindows(const QList<RecalledWindow>& windows)
 {
     const Update update(state.changes);
-    for (const auto& [windowID, remembered, goalID] : windows) {
-        replaceRemembered(windowID, remembered);
-        state.assignments.insert(assignmentKey(windowID), goalID);
-    }
-    state.assignWindows(state.windows);
-    selection.reconcileWithWindows();
+    for (const RecalledWindow& window : windows)
+        place(window);
     steps.saveAnnounced(ReturnedWindows{windows.size()});
 }
 
@@ -173,8 +177,7 @@ void WindowStore::acceptRecall(WindowID windowID, WindowID remembered)
     for (const RecalledWindow& offer : recallOffers(windowID)) {
         if (offer.remembered != remembered)
             continue;
-        m_parts->replaceRemembered(windowID, remembered);
-        m_parts->setAssignment(windowID, offer.goalID);
+        m_parts->place(offer);
         m_parts->steps.saveStep();
         return;
     }

@@ -124,6 +124,10 @@ enum class CopyKey {
     PreviewMinimized,
     PutWindowBack,
     OtherWindow,
+    OpenAgain,
+    OpenAllAgain,
+    ForgetWindow,
+    ForgetAllWindows,
     // Window selection sheet.
     SelectWindowsText,
     NoMatchingWindows,

@@ -88,6 +88,11 @@ QString CopyTable::windowName(const QString& ownerName, const QString& title) co
     return KelpaCopy::windowName(ownerName, title, m_language);
 }
 
+QString CopyTable::windowsFromLastTime(int count) const
+{
+    return KelpaCopy::windowsFromLastTime(count, m_language);
+}
+
 QString CopyTable::wasIn(const QStringList& goalTitles) const
 {
     return KelpaCopy::wasIn(goalTitles, m_language);

@@ -43,6 +43,7 @@ public:
     Q_INVOKABLE QString dropBefore(const QString& title) const;
     Q_INVOKABLE QString textTooLong(int limit) const;
     Q_INVOKABLE QString windowName(const QString& ownerName, const QString& title) const;
+    Q_INVOKABLE QString windowsFromLastTime(int count) const;
     Q_INVOKABLE QString wasIn(const QStringList& goalTitles) const;
     Q_INVOKABLE QString movedAsideTo(const QString& name) const;
 

@@ -207,6 +207,35 @@ constexpr Frames windowsAreForgottenFrames({u"已忘记 ", u" 个窗口"},
 constexpr Frames wasInFrames({u"曾在：", u""}, {u"Was in: ", u""}, {u"以前の目標：", u""},
                              {u"이전 목표: ", u""}, {u"Était dans : ", u""}, {u"War in: ", u""});
 
+constexpr Frames applicationIsGoneFrames({u"「", u"」已卸载"}, {u"“", u"” is no longer installed"},
+                                         {u"「", u"」はもうインストールされていません"},
+                                         {u"‘", u"’ 앱이 더 이상 설치되어 있지 않습니다"},
+                                         {u"« ", u" » n’est plus installé"},
+                                         {u"„", u"“ ist nicht mehr installiert"});
+
+constexpr Frames documentIsGoneFrames({u"「", u"」已不存在，只打开了应用"},
+                                      {u"“", u"” is gone; its application was opened without it"},
+                                      {u"「", u"」が見つからないため、アプリだけを開きました"},
+                                      {u"‘", u"’ 문서가 없어 앱만 열었습니다"},
+                                      {u"« ",
+                                       u" » n’existe plus ; seule son application a été ouverte"},
+                                      {u"„", u"“ ist nicht mehr da; nur die App wurde geöffnet"});
+
+constexpr Names windowFromLastTimeTexts(u"上次的 1 个窗口", u"1 window from last time",
+                                        u"前回のウィンドウ1個", u"지난번 창 1개",
+                                        u"1 fenêtre de la dernière fois",
+                                        u"1 Fenster vom letzten Mal");
+
+constexpr Frames windowsFromLastTimeFrames({u"上次的 ", u" 个窗口"},
+                                           {u"", u" windows from last time"},
+                                           {u"前回のウィンドウ", u"個"}, {u"지난번 창 ", u"개"},
+                                           {u"", u" fenêtres de la dernière fois"},
+                                           {u"", u" Fenster vom letzten Mal"});
+
+constexpr Frames lastSeenFrames({u"上次出现：", u""}, {u"Last seen: ", u""}, {u"最終表示：", u""},
+                                {u"마지막 표시: ", u""}, {u"Vue le : ", u""},
+                                {u"Zuletzt gesehen: ", u""});
+
 constexpr Names titleSeparators(u"、", u", ", u"、", u", ", u", ", u", ");
 
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
@@ -367,6 +396,28 @@ QString windowsAreForgotten(qsizetype count, AppLanguage language)
     if (count == 1)
         return QStringView(windowIsForgottenTexts[language]).toString();
     return windowsAreForgottenFrames[language].around(QString::number(count));
+}
+
+QString applicationIsGone(const QString& name, AppLanguage language)
+{
+    return applicationIsGoneFrames[language].around(name);
+}
+
+QString documentIsGone(const QString& name, AppLanguage language)
+{
+    return documentIsGoneFrames[language].around(name);
+}
+
+QString windowsFromLastTime(qsizetype count, AppLanguage language)
+{
+    if (count == 1)
+        return QStringView(windowFromLastTimeTexts[language]).toString();
+    return windowsFromLastTimeFrames[language].around(QString::number(count));
+}
+
+QString lastSeen(const QString& date, AppLanguage language)
+{
+    return lastSeenFrames[language].around(date);
 }
 
 QString wasIn(const QStringList& goalTitles, AppLanguage language)

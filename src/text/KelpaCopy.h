@@ -61,6 +61,13 @@ QString overlongTitle(qsizetype length, AppLanguage language);
 QString windowsAreBack(qsizetype count, AppLanguage language);
 /// Says that windows are no longer remembered. With a singular.
 QString windowsAreForgotten(qsizetype count, AppLanguage language);
+/// Why a window was not opened again, or without its document.
+QString applicationIsGone(const QString& name, AppLanguage language);
+QString documentIsGone(const QString& name, AppLanguage language);
+/// The windows that a goal had. With a singular.
+QString windowsFromLastTime(qsizetype count, AppLanguage language);
+/// When a window was there last. `date` is written as the language does.
+QString lastSeen(const QString& date, AppLanguage language);
 /// Names the goals that a window may have been in before.
 QString wasIn(const QStringList& goalTitles, AppLanguage language);
 

@@ -62,7 +62,6 @@ inline const QString goals = QStringLiteral("goals");
 inline const QString unassignedTodos = QStringLiteral("unassignedTodos");
 inline const QString lingeringTodoID = QStringLiteral("lingeringTodoID");
 inline const QString windows = QStringLiteral("windows");
-inline const QString windowMemory = QStringLiteral("windowMemory");
 inline const QString boardNavigation = QStringLiteral("boardNavigation");
 inline const QString todoEditorGoalID = QStringLiteral("todoEditorGoalID");
 inline const QString todoEditorRequestID = QStringLiteral("todoEditorRequestID");

@@ -173,8 +173,7 @@ INSTANTIATE_TEST_SUITE_P(
                           s.store.refresh();
                       },
                       {windows, QStringLiteral("isAccessibilityTrusted"),
-                       QStringLiteral("isScreenCaptureTrusted"), QStringLiteral("obstacles"),
-                       windowMemory},
+                       QStringLiteral("isScreenCaptureTrusted"), QStringLiteral("obstacles")},
                       0},
         OperationCase{
             "start_observing_the_same", [](Board& s) { s.store.startObserving(); }, {}, 0},

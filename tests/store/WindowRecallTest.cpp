@@ -359,6 +359,94 @@ TEST_F(WindowRecalls, Switched_off_and_on_again_it_begins_with_the_windows_that_
     EXPECT_EQ(goalOf(3), std::nullopt);
 }
 
+TEST_F(WindowRecalls, A_window_is_opened_again_and_takes_its_place_whatever_its_title)
+{
+    work();
+    logInAgain();
+    desktop.calls.clear();
+    store().reopen(taxes, {1});
+    store().reopen(taxes, {1});
+    store().reopen(taxes, {2});
+    scheduler.advance(0ms);
+    EXPECT_EQ(desktop.calls.filter(QStringLiteral("reopen")),
+              QStringList{QStringLiteral("reopen org.example.App100")});
+    desktop.addAccessibleWindow(11, editor, QStringLiteral("Loading"));
+    desktop.startupIDs.insert(11, "launch 1");
+    scheduler.advance(1s);
+    EXPECT_EQ(goalOf(11), taxes);
+    EXPECT_TRUE(store().absentWindows(taxes).isEmpty());
+    EXPECT_EQ(store().absentWindows(garden).size(), 1);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+}
+
+TEST_F(WindowRecalls, Windows_that_may_not_be_read_any_more_are_not_gone)
+{
+    work();
+    desktop.isScreenCaptureGranted = false;
+    store().refresh();
+    ASSERT_TRUE(store().windows().isEmpty());
+    EXPECT_TRUE(store().absentWindows(taxes).isEmpty());
+    makeTodo(taxes);
+    EXPECT_EQ(storedTitles(), (QStringList{report, letter}));
+    desktop.isScreenCaptureGranted = true;
+    store().refresh();
+    EXPECT_EQ(goalOf(1), taxes);
+    EXPECT_TRUE(store().absentWindows(taxes).isEmpty());
+}
+
+TEST_F(WindowRecalls, Of_two_alike_windows_opening_one_again_leaves_the_other)
+{
+    work();
+    open(3, report);
+    store().assign(3, taxes);
+    close(1);
+    close(3);
+    ASSERT_EQ(store().absentWindows(taxes).size(), 2);
+    store().reopen(taxes, {1});
+    scheduler.advance(0ms);
+    desktop.addAccessibleWindow(11, editor, report);
+    desktop.startupIDs.insert(11, "launch 1");
+    scheduler.advance(500ms);
+    EXPECT_EQ(goalOf(11), taxes);
+    ASSERT_EQ(store().absentWindows(taxes).size(), 1);
+    EXPECT_EQ(store().absentWindows(taxes).first().windowID, 3U);
+}
+
+TEST_F(WindowRecalls, What_is_gone_is_told_when_a_window_is_opened_again)
+{
+    work();
+    const QString document = QStringLiteral("file:///home/me/Report%20%E2%80%AE1.odt");
+    for (AccessibilityWindow& window : *desktop.accessibilityWindows[editor]) {
+        if (window.title == report)
+            window.document = document;
+    }
+    store().refresh();
+    close(1);
+    desktop.goneDocuments = {document};
+    store().reopen(taxes, {1});
+    scheduler.advance(0ms);
+    ASSERT_TRUE(store().toastMessage());
+    EXPECT_TRUE(store().toastMessage()->contains(QStringLiteral("is gone; its application")))
+        << qPrintable(*store().toastMessage());
+    EXPECT_FALSE(store().toastOffersUndo());
+    scheduler.advance(10s);
+    desktop.canLaunch = false;
+    store().reopen(taxes, {1});
+    scheduler.advance(0ms);
+    ASSERT_TRUE(store().toastMessage());
+    EXPECT_TRUE(store().toastMessage()->endsWith(QStringLiteral("is no longer installed")));
+    EXPECT_EQ(store().absentWindows(taxes).size(), 1);
+    // The goal may go while its window opens.
+    desktop.canLaunch = true;
+    store().reopen(taxes, {1});
+    scheduler.advance(0ms);
+    store().deleteGoal(taxes);
+    desktop.addAccessibleWindow(11, editor, report);
+    desktop.startupIDs.insert(11, "launch 2");
+    scheduler.advance(1s);
+    EXPECT_EQ(goalOf(11), std::nullopt);
+}
+
 TEST_F(WindowRecalls, What_may_be_shown_is_reported_once_for_each_change)
 {
     work();

@@ -245,6 +245,17 @@ std::optional<Launch> FakeDesktop::launch(LaunchableApplication application)
     return Launch{launchedIdentifier, "launch " + QByteArray::number(++m_launches), 0};
 }
 
+Reopening FakeDesktop::reopen(const FormerWindow& window)
+{
+    calls.append(QStringLiteral("reopen %1 %2").arg(window.application, window.document).trimmed());
+    Reopening reopening;
+    reopening.isDocumentGone = goneDocuments.contains(window.document);
+    if (canLaunch)
+        reopening.launch =
+            Launch{launchedIdentifier, "launch " + QByteArray::number(++m_launches), 0};
+    return reopening;
+}
+
 std::optional<QString> FakeDesktop::identifierOf(const Launch& launch,
                                                  const std::stop_token& /*stop*/)
 {

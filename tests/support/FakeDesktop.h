@@ -69,6 +69,8 @@ public:
     /// Called in the middle of a capture.
     std::function<void()> inTheMiddleOfACapture;
     bool canLaunch = true;
+    /// The documents that are no longer there.
+    QStringList goneDocuments;
     /// The identifier of a launched application; absent when it is unknown at first.
     std::optional<QString> launchedIdentifier;
     /// The result of `identifierOf` for such an application.
@@ -127,6 +129,7 @@ public:
     void requestActivation(ProcessID process) override;
     void requestQuit(ProcessID process) override;
     std::optional<Launch> launch(LaunchableApplication application) override;
+    Reopening reopen(const FormerWindow& window) override;
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
     std::optional<WindowID> windowOf(const Launch& launch,
                                      const QList<WindowItem>& windows) override;

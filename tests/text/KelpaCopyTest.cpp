@@ -281,6 +281,50 @@ TEST(KelpaCopy, A_card_names_the_goal_that_its_window_may_have_been_in)
     EXPECT_EQ(KelpaCopy::wasIn(several, chinese), QStringLiteral("曾在：A、B"));
 }
 
+TEST(KelpaCopy, The_windows_that_a_goal_had_are_counted_with_a_singular)
+{
+    expectTexts({{{chinese, u"上次的 1 个窗口"},
+                  {english, u"1 window from last time"},
+                  {japanese, u"前回のウィンドウ1個"},
+                  {korean, u"지난번 창 1개"},
+                  {french, u"1 fenêtre de la dernière fois"},
+                  {german, u"1 Fenster vom letzten Mal"}}},
+                [](AppLanguage language) { return KelpaCopy::windowsFromLastTime(1, language); });
+    expectTexts({{{chinese, u"上次的 4 个窗口"},
+                  {english, u"4 windows from last time"},
+                  {japanese, u"前回のウィンドウ4個"},
+                  {korean, u"지난번 창 4개"},
+                  {french, u"4 fenêtres de la dernière fois"},
+                  {german, u"4 Fenster vom letzten Mal"}}},
+                [](AppLanguage language) { return KelpaCopy::windowsFromLastTime(4, language); });
+}
+
+TEST(KelpaCopy, What_is_gone_is_named)
+{
+    const QString name = QStringLiteral("A");
+    expectTexts({{{chinese, u"「A」已卸载"},
+                  {english, u"“A” is no longer installed"},
+                  {japanese, u"「A」はもうインストールされていません"},
+                  {korean, u"‘A’ 앱이 더 이상 설치되어 있지 않습니다"},
+                  {french, u"« A » n’est plus installé"},
+                  {german, u"„A“ ist nicht mehr installiert"}}},
+                [&](AppLanguage language) { return KelpaCopy::applicationIsGone(name, language); });
+    expectTexts({{{chinese, u"「A」已不存在，只打开了应用"},
+                  {english, u"“A” is gone; its application was opened without it"},
+                  {japanese, u"「A」が見つからないため、アプリだけを開きました"},
+                  {korean, u"‘A’ 문서가 없어 앱만 열었습니다"},
+                  {french, u"« A » n’existe plus ; seule son application a été ouverte"},
+                  {german, u"„A“ ist nicht mehr da; nur die App wurde geöffnet"}}},
+                [&](AppLanguage language) { return KelpaCopy::documentIsGone(name, language); });
+    expectTexts({{{chinese, u"上次出现：A"},
+                  {english, u"Last seen: A"},
+                  {japanese, u"最終表示：A"},
+                  {korean, u"마지막 표시: A"},
+                  {french, u"Vue le : A"},
+                  {german, u"Zuletzt gesehen: A"}}},
+                [&](AppLanguage language) { return KelpaCopy::lastSeen(name, language); });
+}
+
 TEST(KelpaCopy, Windows_that_are_forgotten_are_counted_with_a_singular)
 {
     expectTexts({{{chinese, u"已忘记 1 个窗口"},

@@ -27,24 +27,49 @@ LaunchFollower::LaunchFollower(Applications& applications, Scheduler& scheduler,
 
 void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
 {
+    const Number number = addPending(goalID, std::nullopt);
+    m_launches.add([application, &applications = m_applications](
+                       const std::stop_token&) { return applications.launch(application); },
+                   [this, number](const std::optional<Launch>& launch) { follow(number, launch); });
+}
+
+void LaunchFollower::reopen(const FormerWindow& window, WindowID remembered, GoalID goalID,
+                            std::function<void(const Reopening& reopening)> begun)
+{
+    const bool isUnderWay = std::ranges::any_of(
+        m_pending, [&](const auto& each) { return each.second.remembered == remembered; });
+    if (isUnderWay)
+        return;
+    const Number number = addPending(goalID, remembered);
+    m_launches.add([window, &applications = m_applications](
+                       const std::stop_token&) { return applications.reopen(window); },
+                   [this, number, begun = std::move(begun)](const Reopening& reopening) {
+                       follow(number, reopening.launch);
+                       begun(reopening);
+                   });
+}
+
+LaunchFollower::Number LaunchFollower::addPending(GoalID goalID, std::optional<WindowID> remembered)
+{
     QSet<WindowID> before;
     for (const WindowItem& window : m_windows)
         before.insert(window.id);
     // Pending before anything is started, so that windows claimed by other launches are excluded.
     const Number number = ++m_lastNumber;
-    m_pending.emplace(number, PendingLaunch{goalID, before, maxPolls});
-    m_launches.add([application, &applications = m_applications](
-                       const std::stop_token&) { return applications.launch(application); },
-                   [this, number](const std::optional<Launch>& launch) {
-                       if (!launch) {
-                           m_pending.erase(number);
-                           return;
-                       }
-                       m_pending.at(number).launch = *launch;
-                       pollLater(number);
-                       if (!launch->bundleIdentifier)
-                           identify(number);
-                   });
+    m_pending.emplace(number, PendingLaunch{goalID, before, maxPolls, remembered});
+    return number;
+}
+
+void LaunchFollower::follow(Number number, const std::optional<Launch>& launch)
+{
+    if (!launch) {
+        m_pending.erase(number);
+        return;
+    }
+    m_pending.at(number).launch = *launch;
+    pollLater(number);
+    if (!launch->bundleIdentifier)
+        identify(number);
 }
 
 void LaunchFollower::identify(Number number)
@@ -124,10 +149,11 @@ void LaunchFollower::retryOrGiveUp(Number number)
 void LaunchFollower::claim(Number number, WindowID windowID)
 {
     const GoalID goalID = m_pending.at(number).goalID;
+    const std::optional<WindowID> remembered = m_pending.at(number).remembered;
     m_pending.erase(number);
     for (auto& [_, pending] : m_pending)
         pending.others.insert(windowID);
-    m_appeared(goalID, windowID);
+    m_appeared(goalID, windowID, remembered);
 }
 
 } // namespace kelpa

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 
 namespace kelpa {
 
@@ -26,8 +27,10 @@ public:
     /// Requests a discovery pass. `finishPass` is called when it ends, also when it was cancelled,
     /// and possibly before this returns.
     using RequestPass = std::function<void()>;
-    /// The window of a launch for the goal has appeared.
-    using Appeared = std::function<void(GoalID goalID, WindowID windowID)>;
+    /// The window of a launch for the goal has appeared: a new one, or the remembered one that was
+    /// opened again.
+    using Appeared =
+        std::function<void(GoalID goalID, WindowID windowID, std::optional<WindowID> remembered)>;
 
     /// `windows` are those of the last pass. All arguments outlive this.
     LaunchFollower(Applications& applications, Scheduler& scheduler,
@@ -35,12 +38,19 @@ public:
 
     /// A launch that fails, or whose window does not appear in time, ends silently.
     void launch(LaunchableApplication application, GoalID goalID);
+    /// Opens a remembered window of the goal again, unless that is under way, and reports once how
+    /// that went; its window is followed like that of a launch.
+    void reopen(const FormerWindow& window, WindowID remembered, GoalID goalID,
+                std::function<void(const Reopening& reopening)> begun);
     /// The requested discovery pass has ended; `windows` are up to date.
     void finishPass();
 
 private:
     using Number = std::uint64_t;
 
+    Number addPending(GoalID goalID, std::optional<WindowID> remembered);
+    /// The application was started; absent when it could not be.
+    void follow(Number number, const std::optional<Launch>& launch);
     /// Determines in the background which application was launched.
     void identify(Number number);
     void pollLater(Number number);

@@ -20,6 +20,8 @@ struct PendingLaunch
     QSet<WindowID> others;
     /// The number of discovery passes after which the launch is given up.
     int passesLeft = 0;
+    /// The window of the goal that was opened again; absent for another one.
+    std::optional<WindowID> remembered = {};
     /// Empty until the application has been started.
     Launch launch = {};
     /// Whether the end of a discovery pass is awaited.

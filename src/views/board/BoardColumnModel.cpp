@@ -25,6 +25,7 @@ enum Role {
     foldedCountRole,
     foldedApplicationsRole,
     isUnfoldedRole,
+    absentWindowCountRole,
     isSearchedEmptyRole,
     isTitleFoundRole,
     isRecedingRole,
@@ -74,6 +75,8 @@ QVariant BoardColumnModel::data(const QModelIndex& index, int role) const
         return row.foldedApplications;
     case isUnfoldedRole:
         return row.isUnfolded;
+    case absentWindowCountRole:
+        return row.absentWindowCount;
     case isSearchedEmptyRole:
         return row.isSearchedEmpty;
     case isTitleFoundRole:
@@ -103,6 +106,7 @@ QHash<int, QByteArray> BoardColumnModel::roleNames() const
             {foldedCountRole, "foldedCount"},
             {foldedApplicationsRole, "foldedApplications"},
             {isUnfoldedRole, "isUnfolded"},
+            {absentWindowCountRole, "absentWindowCount"},
             {isSearchedEmptyRole, "isSearchedEmpty"},
             {isTitleFoundRole, "isTitleFound"},
             {isRecedingRole, "isReceding"},
@@ -189,6 +193,7 @@ void BoardColumnModel::update()
         column.accent = goal.accent;
         column.priority = goal.priority;
         column.openTodoCount = static_cast<int>(goal.openTodoCount());
+        column.absentWindowCount = static_cast<int>(m_store.absentWindows(goal.id).size());
         columns.append(column);
     }
     updateWindows(columns);

@@ -33,6 +33,8 @@ struct ColumnRow
     QString foldedApplications;
     /// Whether a person has unfolded them.
     bool isUnfolded = false;
+    /// How many windows it had that are not there.
+    int absentWindowCount = 0;
     /// Whether it has windows of which the search shows none.
     bool isSearchedEmpty = false;
     /// Whether a search finds its title; and whether it finds nothing in the whole column.

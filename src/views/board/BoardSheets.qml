@@ -15,6 +15,7 @@ Item {
     property NewGoalSheet createSheet: null
     property TitleSheet renameSheet: null
     property WindowSelectionSheet selectionSheet: null
+    property AbsentWindowsSheet absentSheet: null
     property UnsavedChangesSheet unsavedSheet: null
     property KeysSheet keysSheet: null
     property string renamedColumnID
@@ -43,6 +44,13 @@ Item {
             return;
         root.selectionSheet = selectionSheetType.createObject(root) as WindowSelectionSheet;
         root.selectionSheet.followRequest();
+    }
+    /// From then on the sheet follows the requests by itself.
+    function showAbsentWindows(): void {
+        if (root.absentSheet !== null)
+            return;
+        root.absentSheet = absentSheetType.createObject(root) as AbsentWindowsSheet;
+        root.absentSheet.followRequest();
     }
     function showKeys(): void {
         if (root.keysSheet === null)
@@ -86,6 +94,13 @@ Item {
 
         WindowSelectionSheet {
             windows: root.board.windows
+        }
+    }
+    Component {
+        id: absentSheetType
+
+        AbsentWindowsSheet {
+            memory: root.board.windows.memory
         }
     }
     Component {

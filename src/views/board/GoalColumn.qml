@@ -25,6 +25,7 @@ ExpandableGoalCard {
     required property int foldedCount
     required property string foldedApplications
     required property bool isUnfolded
+    required property int absentWindowCount
     required property bool isSearchedEmpty
     required property bool isTitleFound
     required property bool isReceding
@@ -170,6 +171,17 @@ ExpandableGoalCard {
         }
         onFocusReturned: header.takeKeyboard()
     }
+    OptionalItem {
+        isWanted: root.absentWindowCount > 0
+
+        AbsentWindowsLine {
+            x: Theme.medium
+            y: todos.y + todos.height + Theme.tiny
+            width: Math.min(implicitWidth, root.width - 2 * Theme.medium)
+            count: root.absentWindowCount
+            onClicked: root.board.windows.memory.openList(root.columnID)
+        }
+    }
     ColumnWindows {
         id: cards
 
@@ -177,7 +189,8 @@ ExpandableGoalCard {
         anchors.right: parent.right
         anchors.top: todos.bottom
         anchors.leftMargin: Theme.medium
-        anchors.topMargin: Theme.small
+        anchors.topMargin: root.absentWindowCount > 0 ? Theme.symbolSize + 2 * Theme.small
+                                                      : Theme.small
         anchors.rightMargin: Theme.medium
         visibleFrom: root.visibleFrom - y
         visibleTo: Math.min(root.visibleTo, root.height) - y

@@ -169,6 +169,14 @@ T.ApplicationWindow {
         }
     }
     Connections {
+        target: root.board.windows.memory
+
+        function onListChanged(): void {
+            if (root.board.windows.memory.isListOpen)
+                root.sheets().showAbsentWindows();
+        }
+    }
+    Connections {
         target: root.board.windows.picker
 
         function onRequestChanged(): void {

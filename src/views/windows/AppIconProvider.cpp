@@ -127,7 +127,12 @@ QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
 {
     bool isNumber = false;
     const WindowID windowID = id.section(QLatin1Char('/'), 0, 0).toUInt(&isNumber);
-    const std::optional<WindowItem> window = isNumber ? m_windows->window(windowID) : std::nullopt;
+    std::optional<WindowItem> window = isNumber ? m_windows->window(windowID) : std::nullopt;
+    // No window has this number: the icon is the application's own.
+    if (isNumber && windowID == 0) {
+        window.emplace();
+        window->bundleIdentifier = id.section(QLatin1Char('/'), 1, 1);
+    }
     const int pixels = requestedSize.width() > 0 ? requestedSize.width() : defaultPixels;
 
     // The engine takes ownership of the response.

@@ -7,6 +7,7 @@
 #include <QVariantMap>
 
 #include <optional>
+#include <utility>
 
 namespace kelpa {
 
@@ -15,6 +16,9 @@ WindowMemoryController::WindowMemoryController(WindowStore& store, QObject* pare
 {
     connect(&store, &WindowStore::isRememberingWindowsChanged, this,
             &WindowMemoryController::isRememberingChanged);
+    for (const auto signal : {&WindowStore::windowMemoryChanged, &WindowStore::goalsChanged,
+                              &WindowStore::languageChanged})
+        connect(&store, signal, this, &WindowMemoryController::updateList);
 }
 
 bool WindowMemoryController::isRemembering() const
@@ -66,6 +70,74 @@ void WindowMemoryController::putBackInto(quint32 windowID, const QString& column
 void WindowMemoryController::decline(quint32 windowID)
 {
     m_store.declineRecall(windowID);
+}
+
+QString WindowMemoryController::listTitle() const
+{
+    const Goal* const goal = m_listedGoal ? goalWith(*m_listedGoal, m_store.goals()) : nullptr;
+    return goal != nullptr ? singleLine(goal->title) : QString();
+}
+
+void WindowMemoryController::openList(const QString& columnID)
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (!column || !column->goalID)
+        return;
+    m_listedGoal = column->goalID;
+    updateList();
+}
+
+void WindowMemoryController::closeList()
+{
+    // Its rows stay while the sheet fades away.
+    if (std::exchange(m_listedGoal, std::nullopt))
+        Q_EMIT listChanged();
+}
+
+void WindowMemoryController::reopen(quint32 windowID)
+{
+    if (m_listedGoal)
+        m_store.reopen(*m_listedGoal, {windowID});
+}
+
+void WindowMemoryController::reopenAll()
+{
+    if (m_listedGoal)
+        m_store.reopen(*m_listedGoal, listedWindows());
+}
+
+void WindowMemoryController::forget(quint32 windowID)
+{
+    if (listedWindows().contains(windowID))
+        m_store.forgetWindows({windowID});
+}
+
+void WindowMemoryController::forgetAll()
+{
+    m_store.forgetWindows(listedWindows());
+}
+
+QSet<WindowID> WindowMemoryController::listedWindows() const
+{
+    QSet<WindowID> windows;
+    if (m_listedGoal) {
+        for (const RememberedWindow& window : m_store.absentWindows(*m_listedGoal))
+            windows.insert(window.windowID);
+    }
+    return windows;
+}
+
+void WindowMemoryController::updateList()
+{
+    if (!m_listedGoal)
+        return;
+    const QList<RememberedWindow> windows = m_store.absentWindows(*m_listedGoal);
+    if (windows.isEmpty()) {
+        closeList();
+        return;
+    }
+    m_list.setWindows(windows, m_store.language());
+    Q_EMIT listChanged();
 }
 
 } // namespace kelpa

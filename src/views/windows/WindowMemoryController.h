@@ -1,11 +1,18 @@
 // What is remembered of windows as QML sees it: the goals that a window without one may have been
-// in. It decides nothing that the store decides.
+// in, and the windows that a goal had, which a sheet lists. It decides nothing that the store
+// decides.
 #pragma once
 
+#include "model/Identifiers.h"
+#include "views/windows/AbsentWindowModel.h"
+
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QVariantList>
 #include <QtQmlIntegration/qqmlintegration.h>
+
+#include <optional>
 
 namespace kelpa {
 
@@ -20,6 +27,12 @@ class WindowMemoryController : public QObject
 
     /// Whether the windows of goals are remembered.
     Q_PROPERTY(bool isRemembering READ isRemembering NOTIFY isRememberingChanged)
+
+    /// Whether the sheet with the windows that a goal had is open, and the goal's title.
+    Q_PROPERTY(bool isListOpen READ isListOpen NOTIFY listChanged)
+    Q_PROPERTY(QString listTitle READ listTitle NOTIFY listChanged)
+    Q_PROPERTY(kelpa::AbsentWindowModel* list READ list CONSTANT)
+    Q_PROPERTY(int listCount READ listCount NOTIFY listChanged)
 
 public:
     /// `store` outlives the controller.
@@ -40,11 +53,32 @@ public:
     /// The window is another one than those that its goals have had.
     Q_INVOKABLE void decline(quint32 windowID);
 
+    bool isListOpen() const { return m_listedGoal.has_value(); }
+    QString listTitle() const;
+    AbsentWindowModel* list() { return &m_list; }
+    int listCount() const { return m_list.rowCount(); }
+    /// Opens the sheet for a goal; any other column, and one that has all its windows, does
+    /// nothing.
+    Q_INVOKABLE void openList(const QString& columnID);
+    /// The sheet also closes when nothing is left in it.
+    Q_INVOKABLE void closeList();
+    /// Opens a window of the list again, which joins the goal.
+    Q_INVOKABLE void reopen(quint32 windowID);
+    Q_INVOKABLE void reopenAll();
+    Q_INVOKABLE void forget(quint32 windowID);
+    Q_INVOKABLE void forgetAll();
+
 Q_SIGNALS:
     void isRememberingChanged();
+    void listChanged();
 
 private:
+    void updateList();
+    QSet<WindowID> listedWindows() const;
+
     WindowStore& m_store;
+    std::optional<GoalID> m_listedGoal;
+    AbsentWindowModel m_list;
 };
 
 } // namespace kelpa

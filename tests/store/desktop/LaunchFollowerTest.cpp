@@ -44,7 +44,7 @@ protected:
     /// Called when the next window appears.
     std::function<void()> whenAppeared = [] {};
     LaunchFollower follower{desktop, scheduler, windows, [this] { ++passesRequested; },
-                            [this](GoalID goalID, WindowID windowID) {
+                            [this](GoalID goalID, WindowID windowID, std::optional<WindowID>) {
                                 appeared.emplace_back(goalID, windowID);
                                 std::exchange(whenAppeared, [] {})();
                             }};

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QUrl>
 
 #include <thread>
 #include <utility>
@@ -29,6 +30,17 @@ bool isScript(const QString& path)
     return file.open(QIODevice::ReadOnly) && file.read(2) == "#!";
 }
 
+/// A document as it is passed to a program: an absolute path or a URL. Empty for what is neither,
+/// absent for a file that is gone.
+std::optional<QString> presentDocument(const QString& document)
+{
+    const QUrl url(document, QUrl::StrictMode);
+    const QString path = url.isLocalFile() ? url.toLocalFile() : document;
+    if (path.startsWith(u'/'))
+        return QFileInfo::exists(path) ? std::optional(path) : std::nullopt;
+    return url.isValid() && !url.scheme().isEmpty() && !url.host().isEmpty() ? document : QString();
+}
+
 } // namespace
 
 ApplicationLauncher::ApplicationLauncher(DesktopEntries& entries,
@@ -40,11 +52,7 @@ ApplicationLauncher::ApplicationLauncher(DesktopEntries& entries,
 std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication application,
                                                   const LaunchSurroundings& surroundings)
 {
-    QProcessEnvironment environment = m_environment;
-    if (!surroundings.display.isEmpty())
-        environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(surroundings.display));
-    environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
-                       QString::fromUtf8(surroundings.startupID));
+    const QProcessEnvironment environment = environmentFor(surroundings);
     qCDebug(logApplications, "launching a %s",
             application == LaunchableApplication::terminal ? "terminal" : "browser");
     for (const LaunchCandidate& candidate : candidates(application)) {
@@ -54,6 +62,56 @@ std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication applicat
     }
     qCDebug(logApplications, "no candidate could be started");
     return std::nullopt;
+}
+
+Reopening ApplicationLauncher::reopen(const FormerWindow& window,
+                                      const LaunchSurroundings& surroundings)
+{
+    std::optional<LaunchableEntry> entry = launchable(window.application);
+    if (!entry) {
+        // A window whose entry was not known bears the name of its program, in either case.
+        for (const QString& program : {window.application, window.application.toLower()}) {
+            if (const auto id = entry ? std::nullopt : m_entries.idOfProgram(program))
+                entry = launchable(*id);
+        }
+    }
+    Reopening reopening;
+    if (!entry)
+        return reopening;
+    const std::optional<QString> document = presentDocument(window.document);
+    reopening.isDocumentGone = !document;
+    std::vector<std::optional<QStringList>> commands;
+    if (document && !document->isEmpty())
+        commands = {commandOf(entry->newWindowExec, *document), commandOf(entry->exec, *document)};
+    commands.push_back(commandOf(entry->newWindowExec));
+    commands.push_back(commandOf(entry->exec));
+    const QProcessEnvironment environment = environmentFor(surroundings);
+    const QStringList folders =
+        m_environment.value(QStringLiteral("PATH")).split(u':', Qt::SkipEmptyParts);
+    for (std::optional<QStringList>& command : commands) {
+        if (!command)
+            continue;
+        command->front() = QStandardPaths::findExecutable(command->front(), folders);
+        if (command->front().isEmpty())
+            continue;
+        if (const auto process = startDetached(*command, environment)) {
+            reopening.launch =
+                Launch{m_entries.idOfWindows(entry->id), surroundings.startupID, *process};
+            return reopening;
+        }
+    }
+    return reopening;
+}
+
+QProcessEnvironment
+ApplicationLauncher::environmentFor(const LaunchSurroundings& surroundings) const
+{
+    QProcessEnvironment environment = m_environment;
+    if (!surroundings.display.isEmpty())
+        environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(surroundings.display));
+    environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
+                       QString::fromUtf8(surroundings.startupID));
+    return environment;
 }
 
 std::vector<LaunchCandidate> ApplicationLauncher::candidates(LaunchableApplication application)

@@ -43,6 +43,10 @@ public:
     std::optional<Launch> launch(LaunchableApplication application,
                                  const LaunchSurroundings& surroundings);
 
+    /// Starts the application of the entry, or of the program, that `window` names: with its
+    /// document in a window of its own where the entry has a command for that.
+    Reopening reopen(const FormerWindow& window, const LaunchSurroundings& surroundings);
+
     /// The id of the desktop entry of the first process of the launch that has one; none when all
     /// processes end, `stop` is requested or the time for recognition is over.
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop);
@@ -50,6 +54,7 @@ public:
 private:
     std::vector<LaunchCandidate> candidates(LaunchableApplication application);
     std::optional<LaunchableEntry> launchable(const QString& desktopEntryID);
+    QProcessEnvironment environmentFor(const LaunchSurroundings& surroundings) const;
     std::optional<QString> predictedIdentifier(const LaunchCandidate& candidate);
 
     DesktopEntries& m_entries;

@@ -121,9 +121,10 @@ void addFamily(std::vector<LaunchCandidate>& candidates, const QStringList& ids,
     }
 }
 
-} // namespace
-
-std::optional<QStringList> commandOf(const QString& exec)
+/// Exec with `document` in place of an argument that is one of the field codes in `codes`. All
+/// others are dropped.
+std::optional<QStringList> expandedCommand(const QString& exec, const QString& codes,
+                                           const QString& document)
 {
     char** parsed = nullptr;
     int count = 0;
@@ -133,6 +134,10 @@ std::optional<QStringList> commandOf(const QString& exec)
     QStringList command;
     for (int index = 0; index < count; ++index) {
         const QString argument = QString::fromUtf8(arguments.get()[index]);
+        if (argument.size() == 2 && argument[0] == u'%' && codes.contains(argument[1])) {
+            command.append(document);
+            continue;
+        }
         QString expanded;
         for (qsizetype at = 0; at < argument.size(); ++at) {
             if (argument[at] != u'%')
@@ -147,6 +152,22 @@ std::optional<QStringList> commandOf(const QString& exec)
     if (command.isEmpty() || command.front().isEmpty())
         return std::nullopt;
     return command;
+}
+
+} // namespace
+
+std::optional<QStringList> commandOf(const QString& exec)
+{
+    return expandedCommand(exec, {}, {});
+}
+
+std::optional<QStringList> commandOf(const QString& exec, const QString& document)
+{
+    const bool isPath = document.startsWith(u'/');
+    // Codes of URLs take paths as well.
+    const QString codes = isPath ? QStringLiteral("fFuU") : QStringLiteral("uU");
+    std::optional<QStringList> command = expandedCommand(exec, codes, document);
+    return command && command->contains(document) ? std::move(command) : std::nullopt;
 }
 
 QString programOf(const QString& path)

@@ -62,4 +62,8 @@ std::vector<LaunchCandidate> browserCandidates(const std::vector<LaunchableEntry
 /// when it is malformed. Its program is as in the entry.
 std::optional<QStringList> commandOf(const QString& exec);
 
+/// The same with a document, an absolute path or a URL, in place of each field code that takes
+/// such a one; none when there is no such code.
+std::optional<QStringList> commandOf(const QString& exec, const QString& document);
+
 } // namespace kelpa

@@ -58,6 +58,11 @@ std::optional<Launch> X11Applications::launch(LaunchableApplication application)
     return m_launcher.launch(application, {m_display, nextStartupID()});
 }
 
+Reopening X11Applications::reopen(const FormerWindow& window)
+{
+    return m_launcher.reopen(window, {m_display, nextStartupID()});
+}
+
 std::optional<QString> X11Applications::identifierOf(const Launch& launch,
                                                      const std::stop_token& stop)
 {

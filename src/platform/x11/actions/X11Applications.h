@@ -39,6 +39,7 @@ public:
     void requestQuit(ProcessID process) override;
     /// Waits for the server's time, but not for a server that hangs.
     std::optional<Launch> launch(LaunchableApplication application) override;
+    Reopening reopen(const FormerWindow& window) override;
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
     /// By the startup id that the window carries, else by the origin of its
     /// process.

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QUrl>
 
 #include <unistd.h>
 
@@ -226,4 +227,91 @@ TEST_F(Launcher, A_process_belongs_to_the_launch_by_its_session_or_its_environme
     for (int at = 0; at < 4; ++at) {
         kill(numbers[at].toInt(), SIGKILL);
     }
+}
+
+namespace {
+
+class Reopener : public Launcher
+{
+protected:
+    void SetUp() override
+    {
+        Launcher::SetUp();
+        writeProgram(QStringLiteral("write"), report);
+        data.writeEntry(QStringLiteral("org.example.Write"), "Write",
+                        "Exec=" + program("write") + " %F");
+    }
+
+    QByteArray program(const QByteArray& name) const
+    {
+        return data.path(QStringLiteral("bin/")).toUtf8() + name;
+    }
+
+    Reopening reopen(const QString& application, const QString& document)
+    {
+        ApplicationLauncher launcher(entries, 2s, environment);
+        return launcher.reopen({application, document}, {":7", "start-me_TIME5"});
+    }
+};
+
+} // namespace
+
+TEST_F(Reopener, The_application_of_an_entry_opens_the_document)
+{
+    data.write(QStringLiteral("my notes.txt"), "notes");
+    const QString path = data.path(QStringLiteral("my notes.txt"));
+    const Reopening opened =
+        reopen(QStringLiteral("org.example.Write"), QUrl::fromLocalFile(path).toString());
+    ASSERT_TRUE(opened.launch);
+    EXPECT_FALSE(opened.isDocumentGone);
+    EXPECT_EQ(opened.launch->bundleIdentifier, QStringLiteral("org.example.Write"));
+    EXPECT_EQ(opened.launch->startupID, "start-me_TIME5");
+    EXPECT_EQ(written(), path.toUtf8() + " :7 start-me_TIME5 none end\n");
+}
+
+TEST_F(Reopener, Without_its_document_the_application_starts_all_the_same)
+{
+    const Reopening opened =
+        reopen(QStringLiteral("org.example.Write"), data.path(QStringLiteral("gone.txt")));
+    EXPECT_TRUE(opened.launch);
+    EXPECT_TRUE(opened.isDocumentGone);
+    EXPECT_EQ(written(), " :7 start-me_TIME5 none end\n");
+}
+
+TEST_F(Reopener, What_is_no_document_is_not_passed_on)
+{
+    for (const QString& document :
+         {QString(), QStringLiteral("--option"), QStringLiteral("relative.txt"),
+          QStringLiteral("about:blank"), QStringLiteral("https://example.org/")}) {
+        QFile::remove(data.path(QStringLiteral("out")));
+        const Reopening opened = reopen(QStringLiteral("org.example.Write"), document);
+        EXPECT_TRUE(opened.launch);
+        EXPECT_FALSE(opened.isDocumentGone) << qPrintable(document);
+        EXPECT_EQ(written(), " :7 start-me_TIME5 none end\n") << qPrintable(document);
+    }
+}
+
+TEST_F(Reopener, A_browser_opens_a_page_in_a_new_window)
+{
+    writeProgram(QStringLiteral("browse"), report);
+    data.writeEntry(QStringLiteral("browse"), "Browse",
+                    "Exec=" + program("browse") +
+                        " %U\nActions=new-window;\n\n[Desktop Action new-window]\n"
+                        "Name=New Window\nExec=" +
+                        program("browse") + " --fresh %u");
+    EXPECT_TRUE(reopen(QStringLiteral("browse"), QStringLiteral("https://example.org/")).launch);
+    EXPECT_EQ(written(), "--fresh https://example.org/ :7 start-me_TIME5 none end\n");
+}
+
+TEST_F(Reopener, A_window_without_an_entry_is_opened_by_the_name_of_its_program)
+{
+    EXPECT_TRUE(reopen(QStringLiteral("Write"), {}).launch);
+    EXPECT_EQ(written(), " :7 start-me_TIME5 none end\n");
+}
+
+TEST_F(Reopener, An_application_that_is_not_installed_is_not_started)
+{
+    EXPECT_EQ(reopen(QStringLiteral("org.example.Gone"), {}), Reopening());
+    EXPECT_EQ(reopen({}, {}), Reopening());
+    EXPECT_EQ(reopen(QStringLiteral("/bin/sh"), {}), Reopening());
 }

@@ -214,6 +214,25 @@ TEST(CommandOfAnEntry, Field_codes_go_and_quotes_are_undone)
                            QStringLiteral("100%")}));
 }
 
+TEST(CommandOfAnEntry, A_document_takes_the_place_of_a_code_that_accepts_it)
+{
+    const auto command = [](const QString& exec, const QString& document) {
+        return commandOf(exec, document).value_or(QStringList()).join(u'|');
+    };
+    const QString path = QStringLiteral("/home/me/100% %U.txt");
+    const QString url = QStringLiteral("https://example.org/?a=%20");
+    EXPECT_EQ(command(QStringLiteral("edit --wait %F"), path),
+              QStringLiteral("edit|--wait|/home/me/100% %U.txt"));
+    EXPECT_EQ(command(QStringLiteral("edit %u %i"), path),
+              QStringLiteral("edit|/home/me/100% %U.txt"));
+    EXPECT_EQ(command(QStringLiteral("browse %U"), url),
+              QStringLiteral("browse|https://example.org/?a=%20"));
+    EXPECT_EQ(command(QStringLiteral("edit %f"), url), QString()) << "takes files only";
+    EXPECT_EQ(command(QStringLiteral("edit"), path), QString());
+    EXPECT_EQ(command(QStringLiteral("edit --file=%f"), path), QString());
+    EXPECT_EQ(command({}, path), QString());
+}
+
 TEST(CommandOfAnEntry, A_malformed_or_empty_one_is_none)
 {
     EXPECT_EQ(commandOf({}), std::nullopt);
