@@ -12,9 +12,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const QString editor = QStringLiteral("Editor");
-const QString report = QStringLiteral("Report.odt - Editor");
-const QString letter = QStringLiteral("Letter.odt - Editor");
+const QString editorName = QStringLiteral("Editor");
+const QString reportTitle = QStringLiteral("Report.odt - Editor");
+const QString letterTitle = QStringLiteral("Letter.odt - Editor");
 
 class RememberedWindowsTest : public testing::Test
 {
@@ -33,7 +33,7 @@ protected:
 
     WindowItem window(WindowID id, const QString& title, std::optional<GoalID> goalID) const
     {
-        return listedWindow(id, editor, title, goalID);
+        return listedWindow(id, editorName, title, goalID);
     }
 
     QList<WindowID> absentIDs() const
@@ -64,18 +64,19 @@ protected:
 
 TEST_F(RememberedWindowsTest, A_window_of_a_goal_is_remembered_when_it_is_gone)
 {
-    note({window(1, report, taxes), window(2, letter, std::nullopt)});
+    note({window(1, reportTitle, taxes), window(2, letterTitle, std::nullopt)});
     EXPECT_EQ(absentIDs(), QList<WindowID>());
     note({});
     EXPECT_EQ(absentIDs(), QList<WindowID>{1});
     EXPECT_EQ(memory.absent(assignments, goals).first().goalID, taxes);
-    EXPECT_EQ(memory.find(1)->traits.title, report);
+    EXPECT_EQ(memory.find(1)->traits.title, reportTitle);
     EXPECT_EQ(memory.find(2), nullptr);
 }
 
 TEST_F(RememberedWindowsTest, What_is_stored_is_the_same_memory_after_a_start)
 {
-    note({window(1, report, taxes), window(2, letter, garden), window(9, editor, std::nullopt)});
+    note({window(1, reportTitle, taxes), window(2, letterTitle, garden),
+          window(9, editorName, std::nullopt)});
     const RememberedWindows stored = memory.stored(assignments, goals);
     EXPECT_EQ(stored.newestWindow, 9U);
     EXPECT_EQ(storedIDs(), (QList<WindowID>{1, 2}));
@@ -87,8 +88,8 @@ TEST_F(RememberedWindowsTest, What_is_stored_is_the_same_memory_after_a_start)
 
 TEST_F(RememberedWindowsTest, What_is_taken_out_of_a_goal_is_forgotten_and_undo_brings_it_back)
 {
-    note({window(1, report, taxes)});
-    note({window(1, report, std::nullopt)});
+    note({window(1, reportTitle, taxes)});
+    note({window(1, reportTitle, std::nullopt)});
     EXPECT_EQ(storedIDs(), QList<WindowID>());
     note({});
     EXPECT_EQ(absentIDs(), QList<WindowID>());
@@ -99,7 +100,7 @@ TEST_F(RememberedWindowsTest, What_is_taken_out_of_a_goal_is_forgotten_and_undo_
 
 TEST_F(RememberedWindowsTest, A_deleted_goal_takes_its_windows_along)
 {
-    note({window(1, report, taxes), window(2, letter, garden)});
+    note({window(1, reportTitle, taxes), window(2, letterTitle, garden)});
     note({});
     EXPECT_EQ(memory.stored(assignments, {garden}).windows.size(), 1);
     EXPECT_EQ(memory.absent(assignments, {garden}).size(), 1);
@@ -108,15 +109,15 @@ TEST_F(RememberedWindowsTest, A_deleted_goal_takes_its_windows_along)
 
 TEST_F(RememberedWindowsTest, Only_what_means_something_else_is_worth_storing)
 {
-    EXPECT_TRUE(note({window(1, report, taxes)}));
-    EXPECT_FALSE(note({window(1, report, taxes)}));
-    EXPECT_FALSE(note({window(1, QStringLiteral("*(3) ") + report, taxes)}));
+    EXPECT_TRUE(note({window(1, reportTitle, taxes)}));
+    EXPECT_FALSE(note({window(1, reportTitle, taxes)}));
+    EXPECT_FALSE(note({window(1, QStringLiteral("*(3) ") + reportTitle, taxes)}));
     for (int i = 0; i < 50; ++i)
-        EXPECT_FALSE(note({window(1, QStringLiteral("[%1%] ").arg(i) + report, taxes)}));
-    EXPECT_TRUE(note({window(1, letter, taxes)}));
-    EXPECT_FALSE(note({window(1, letter, taxes), window(2, report, std::nullopt)}))
+        EXPECT_FALSE(note({window(1, QStringLiteral("[%1%] ").arg(i) + reportTitle, taxes)}));
+    EXPECT_TRUE(note({window(1, letterTitle, taxes)}));
+    EXPECT_FALSE(note({window(1, letterTitle, taxes), window(2, reportTitle, std::nullopt)}))
         << "belongs to no goal";
-    EXPECT_TRUE(note({window(1, letter, garden), window(2, report, std::nullopt)}));
+    EXPECT_TRUE(note({window(1, letterTitle, garden), window(2, reportTitle, std::nullopt)}));
     EXPECT_TRUE(note({}));
     EXPECT_FALSE(note({}));
 }
@@ -124,12 +125,12 @@ TEST_F(RememberedWindowsTest, Only_what_means_something_else_is_worth_storing)
 TEST_F(RememberedWindowsTest, When_a_window_was_seen_is_known_within_a_day)
 {
     const Date start = now;
-    note({window(1, report, taxes)});
+    note({window(1, reportTitle, taxes)});
     passDays(0.9);
-    EXPECT_FALSE(note({window(1, report, taxes)}));
+    EXPECT_FALSE(note({window(1, reportTitle, taxes)}));
     EXPECT_EQ(memory.find(1)->seenAt, start);
     passDays(0.2);
-    EXPECT_TRUE(note({window(1, report, taxes)}));
+    EXPECT_TRUE(note({window(1, reportTitle, taxes)}));
     EXPECT_EQ(memory.find(1)->seenAt, now);
     passDays(0.5);
     note({});
@@ -138,39 +139,40 @@ TEST_F(RememberedWindowsTest, When_a_window_was_seen_is_known_within_a_day)
 
 TEST_F(RememberedWindowsTest, The_latest_title_counts_and_a_document_that_is_late_is_kept)
 {
-    WindowItem item = window(1, report, taxes);
-    item.accessibilityDocument = QStringLiteral("/work/report.odt");
+    WindowItem item = window(1, reportTitle, taxes);
+    item.accessibilityDocument = QStringLiteral("/work/reportTitle.odt");
     note({item});
     item.accessibilityDocument.reset();
-    item.title = QStringLiteral("*") + report;
+    item.title = QStringLiteral("*") + reportTitle;
     note({item});
-    EXPECT_EQ(memory.find(1)->traits.document, QStringLiteral("/work/report.odt"));
-    item.title = letter;
+    EXPECT_EQ(memory.find(1)->traits.document, QStringLiteral("/work/reportTitle.odt"));
+    item.title = letterTitle;
     note({item});
     EXPECT_EQ(memory.find(1)->traits.document, QString());
-    EXPECT_EQ(memory.find(1)->traits.title, letter);
+    EXPECT_EQ(memory.find(1)->traits.title, letterTitle);
 }
 
 TEST_F(RememberedWindowsTest, A_look_alike_of_another_goal_or_none_is_never_forgotten_again)
 {
-    note({window(1, report, taxes), window(2, report, std::nullopt), window(3, letter, garden)});
+    note({window(1, reportTitle, taxes), window(2, reportTitle, std::nullopt),
+          window(3, letterTitle, garden)});
     EXPECT_TRUE(memory.find(1)->shared.title);
     EXPECT_FALSE(memory.find(3)->shared.title);
-    note({window(1, report, taxes)});
+    note({window(1, reportTitle, taxes)});
     note({});
     EXPECT_TRUE(memory.find(1)->shared.title);
     memory = WindowMemory(memory.stored(assignments, goals));
     EXPECT_TRUE(memory.absent(assignments, goals).last().shared.title);
-    note({window(1, report, taxes)});
+    note({window(1, reportTitle, taxes)});
     EXPECT_TRUE(memory.find(1)->shared.title);
-    note({window(1, letter, taxes)});
+    note({window(1, letterTitle, taxes)});
     EXPECT_FALSE(memory.find(1)->shared.title) << "it shows something else now";
 }
 
 TEST_F(RememberedWindowsTest, Look_alikes_of_one_goal_share_nothing_but_a_role)
 {
-    WindowItem first = window(1, report, taxes);
-    WindowItem second = window(2, report, taxes);
+    WindowItem first = window(1, reportTitle, taxes);
+    WindowItem second = window(2, reportTitle, taxes);
     note({first, second});
     EXPECT_EQ(memory.find(1)->shared, SharedTraits());
     first.role = second.role = QStringLiteral("browser");
@@ -181,17 +183,17 @@ TEST_F(RememberedWindowsTest, Look_alikes_of_one_goal_share_nothing_but_a_role)
 
 TEST_F(RememberedWindowsTest, A_new_window_is_no_look_alike_until_it_is_settled)
 {
-    note({window(1, report, taxes)});
+    note({window(1, reportTitle, taxes)});
     note({});
-    note({window(2, report, std::nullopt)}, {2});
+    note({window(2, reportTitle, std::nullopt)}, {2});
     EXPECT_FALSE(memory.find(1)->shared.title);
-    note({window(2, report, std::nullopt)});
+    note({window(2, reportTitle, std::nullopt)});
     EXPECT_TRUE(memory.find(1)->shared.title);
 }
 
 TEST_F(RememberedWindowsTest, A_new_window_that_goes_unplaced_was_another_one)
 {
-    note({window(1, report, taxes), window(2, report, std::nullopt)}, {2});
+    note({window(1, reportTitle, taxes), window(2, reportTitle, std::nullopt)}, {2});
     EXPECT_FALSE(memory.find(1)->shared.title);
     note({});
     EXPECT_TRUE(memory.find(1)->shared.title);
@@ -199,14 +201,14 @@ TEST_F(RememberedWindowsTest, A_new_window_that_goes_unplaced_was_another_one)
 
 TEST_F(RememberedWindowsTest, So_was_a_new_window_that_shows_something_else)
 {
-    note({window(1, report, taxes), window(2, report, std::nullopt)}, {2});
-    note({window(1, report, taxes), window(2, letter, std::nullopt)}, {2});
+    note({window(1, reportTitle, taxes), window(2, reportTitle, std::nullopt)}, {2});
+    note({window(1, reportTitle, taxes), window(2, letterTitle, std::nullopt)}, {2});
     EXPECT_TRUE(memory.find(1)->shared.title);
 }
 
 TEST_F(RememberedWindowsTest, At_the_end_no_window_is_new_any_more)
 {
-    note({window(1, report, taxes), window(2, report, std::nullopt)}, {2});
+    note({window(1, reportTitle, taxes), window(2, reportTitle, std::nullopt)}, {2});
     EXPECT_TRUE(memory.settle(assignments));
     EXPECT_TRUE(memory.find(1)->shared.title);
     EXPECT_FALSE(memory.settle(assignments));
@@ -214,21 +216,21 @@ TEST_F(RememberedWindowsTest, At_the_end_no_window_is_new_any_more)
 
 TEST_F(RememberedWindowsTest, A_window_takes_the_place_of_the_one_whose_page_it_shows)
 {
-    note({window(1, report, taxes), window(2, letter, taxes)});
-    note({window(2, letter, taxes)});
+    note({window(1, reportTitle, taxes), window(2, letterTitle, taxes)});
+    note({window(2, letterTitle, taxes)});
     EXPECT_EQ(absentIDs(), QList<WindowID>{1});
-    note({window(2, report, taxes)});
+    note({window(2, reportTitle, taxes)});
     EXPECT_EQ(absentIDs(), QList<WindowID>());
-    note({window(2, report, taxes), window(3, letter, garden)});
-    note({window(3, letter, garden)});
-    note({window(3, report, garden)});
+    note({window(2, reportTitle, taxes), window(3, letterTitle, garden)});
+    note({window(3, letterTitle, garden)});
+    note({window(3, reportTitle, garden)});
     EXPECT_EQ(absentIDs(), QList<WindowID>{2}) << "in another goal";
 }
 
 TEST_F(RememberedWindowsTest, An_absent_look_alike_of_the_goal_is_the_counterpart)
 {
-    note({window(1, report, taxes), window(2, letter, garden)});
-    note({window(3, report, std::nullopt)});
+    note({window(1, reportTitle, taxes), window(2, letterTitle, garden)});
+    note({window(3, reportTitle, std::nullopt)});
     EXPECT_EQ(memory.counterpart(3, taxes, assignments), 1U);
     EXPECT_EQ(memory.counterpart(3, garden, assignments), std::nullopt);
     EXPECT_EQ(memory.counterpart(4, taxes, assignments), std::nullopt);
@@ -236,15 +238,15 @@ TEST_F(RememberedWindowsTest, An_absent_look_alike_of_the_goal_is_the_counterpar
 
 TEST_F(RememberedWindowsTest, A_window_that_begins_to_browse_in_private_is_forgotten)
 {
-    note({window(1, report, taxes)});
-    EXPECT_TRUE(note({window(1, report + QStringLiteral(" (Private Browsing)"), taxes)}));
+    note({window(1, reportTitle, taxes)});
+    EXPECT_TRUE(note({window(1, reportTitle + QStringLiteral(" (Private Browsing)"), taxes)}));
     EXPECT_EQ(memory.find(1), nullptr);
     EXPECT_EQ(storedIDs(), QList<WindowID>());
 }
 
 TEST_F(RememberedWindowsTest, After_ninety_days_a_window_is_forgotten)
 {
-    note({window(1, report, taxes)});
+    note({window(1, reportTitle, taxes)});
     note({});
     passDays(90);
     memory.prune(assignments, now);
@@ -256,10 +258,10 @@ TEST_F(RememberedWindowsTest, After_ninety_days_a_window_is_forgotten)
 
 TEST_F(RememberedWindowsTest, A_clock_that_was_set_back_makes_nothing_older_and_forgets_nothing)
 {
-    note({window(1, report, taxes), window(2, letter, taxes)});
-    note({window(2, letter, taxes)});
+    note({window(1, reportTitle, taxes), window(2, letterTitle, taxes)});
+    note({window(2, letterTitle, taxes)});
     passDays(-5000);
-    note({window(2, letter, taxes)});
+    note({window(2, letterTitle, taxes)});
     memory.prune(assignments, now);
     EXPECT_EQ(absentIDs(), QList<WindowID>{1});
     EXPECT_EQ(memory.find(2)->seenAt, now);
@@ -291,17 +293,17 @@ TEST_F(RememberedWindowsTest, No_more_than_a_thousand_are_stored_however_many_ar
 
 TEST_F(RememberedWindowsTest, Of_two_entries_for_one_window_the_last_one_counts)
 {
-    const RememberedWindow first{7, traits(editor, report), {}, now};
-    const RememberedWindow second{7, traits(editor, letter), {}, now};
+    const RememberedWindow first{7, traits(editorName, reportTitle), {}, now};
+    const RememberedWindow second{7, traits(editorName, letterTitle), {}, now};
     memory = WindowMemory({9, {first, second}});
     assignments.insert(QStringLiteral("7"), taxes);
     EXPECT_EQ(absentIDs(), QList<WindowID>{7});
-    EXPECT_EQ(memory.find(7)->traits.title, letter);
+    EXPECT_EQ(memory.find(7)->traits.title, letterTitle);
 }
 
 TEST_F(RememberedWindowsTest, Of_an_assignment_to_a_goal_that_is_gone_nothing_is_remembered)
 {
-    note({window(1, report, GoalID::create())});
+    note({window(1, reportTitle, GoalID::create())});
     note({});
     EXPECT_EQ(absentIDs(), QList<WindowID>());
     EXPECT_EQ(storedIDs(), QList<WindowID>());
@@ -325,74 +327,74 @@ protected:
 
 TEST_F(NewWindowsTest, A_window_is_new_for_two_minutes_unless_it_gets_a_goal)
 {
-    list({window(1, report, std::nullopt), window(2, letter, std::nullopt),
-          window(3, editor, taxes)});
+    list({window(1, reportTitle, std::nullopt), window(2, letterTitle, std::nullopt),
+          window(3, editorName, taxes)});
     EXPECT_EQ(fresh.ids(), (QSet<WindowID>{1, 2}));
     clock += 119s;
-    list({window(1, report, std::nullopt), window(2, letter, garden)});
+    list({window(1, reportTitle, std::nullopt), window(2, letterTitle, garden)});
     EXPECT_EQ(fresh.ids(), QSet<WindowID>{1});
-    list({window(1, report, std::nullopt), window(2, letter, std::nullopt)});
+    list({window(1, reportTitle, std::nullopt), window(2, letterTitle, std::nullopt)});
     EXPECT_EQ(fresh.ids(), QSet<WindowID>{1});
     clock += 1s;
-    list({window(1, report, std::nullopt)});
+    list({window(1, reportTitle, std::nullopt)});
     EXPECT_TRUE(fresh.isEmpty());
-    list({window(1, report, std::nullopt)});
+    list({window(1, reportTitle, std::nullopt)});
     EXPECT_TRUE(fresh.isEmpty());
 }
 
 TEST_F(NewWindowsTest, A_window_that_was_hidden_for_a_while_is_not_new)
 {
-    list({window(1, report, std::nullopt)});
+    list({window(1, reportTitle, std::nullopt)});
     list({});
-    list({window(1, report, std::nullopt)});
+    list({window(1, reportTitle, std::nullopt)});
     EXPECT_TRUE(fresh.isEmpty());
 }
 
 TEST_F(NewWindowsTest, Windows_of_an_earlier_run_are_not_new)
 {
     fresh = NewWindows(4);
-    list({window(4, report, std::nullopt), window(5, letter, std::nullopt)});
+    list({window(4, reportTitle, std::nullopt), window(5, letterTitle, std::nullopt)});
     EXPECT_EQ(fresh.ids(), QSet<WindowID>{5});
 }
 
 TEST_F(NewWindowsTest, Its_first_title_is_the_first_that_says_something)
 {
-    for (const QString& title : {editor, QStringLiteral("Loading… - Editor"),
-                                 QStringLiteral("https://example.org/page"), report}) {
+    for (const QString& title : {editorName, QStringLiteral("Loading… - Editor"),
+                                 QStringLiteral("https://example.org/page"), reportTitle}) {
         list({window(1, title, std::nullopt)});
         clock += 10s;
     }
     EXPECT_TRUE(hasFirstContent());
-    list({window(1, QStringLiteral("*") + report, std::nullopt)});
+    list({window(1, QStringLiteral("*") + reportTitle, std::nullopt)});
     EXPECT_TRUE(hasFirstContent());
-    list({window(1, letter, std::nullopt)});
+    list({window(1, letterTitle, std::nullopt)});
     EXPECT_FALSE(hasFirstContent());
-    list({window(1, report, std::nullopt)});
+    list({window(1, reportTitle, std::nullopt)});
     EXPECT_FALSE(hasFirstContent());
 }
 
 TEST_F(NewWindowsTest, Another_document_of_one_name_is_something_else)
 {
-    WindowItem item = window(1, report, std::nullopt);
-    item.accessibilityDocument = QStringLiteral("/work/report.odt");
+    WindowItem item = window(1, reportTitle, std::nullopt);
+    item.accessibilityDocument = QStringLiteral("/work/reportTitle.odt");
     list({item});
     clock += 10s;
     item.accessibilityDocument.reset();
     list({item});
     EXPECT_TRUE(hasFirstContent());
-    item.accessibilityDocument = QStringLiteral("/tmp/report.odt");
+    item.accessibilityDocument = QStringLiteral("/tmp/reportTitle.odt");
     list({item});
     EXPECT_FALSE(hasFirstContent());
 }
 
 TEST_F(NewWindowsTest, While_it_starts_its_title_may_change)
 {
-    list({window(1, letter, std::nullopt)});
+    list({window(1, letterTitle, std::nullopt)});
     clock += 4999ms;
-    list({window(1, report, std::nullopt)});
+    list({window(1, reportTitle, std::nullopt)});
     EXPECT_TRUE(hasFirstContent());
     clock += 1ms;
-    list({window(1, letter, std::nullopt)});
+    list({window(1, letterTitle, std::nullopt)});
     EXPECT_FALSE(hasFirstContent());
 }
 
