@@ -68,11 +68,11 @@ SwayWindow windowOf(const QJsonObject& node)
 std::vector<QJsonObject> childrenOf(const QJsonObject& node)
 {
     std::map<std::int64_t, std::size_t> ranks;
-    for (const QJsonValue& id : node.value(QStringLiteral("focus")).toArray())
+    for (const auto& id : node.value(QStringLiteral("focus")).toArray())
         ranks.emplace(id.toInteger(), ranks.size());
     std::vector<std::pair<std::size_t, QJsonObject>> ranked;
     for (const QString& kind : {QStringLiteral("floating_nodes"), QStringLiteral("nodes")}) {
-        for (const QJsonValue& child : node.value(kind).toArray()) {
+        for (const auto& child : node.value(kind).toArray()) {
             const auto rank = ranks.find(number(child.toObject(), QStringLiteral("id")));
             ranked.emplace_back(rank == ranks.end() ? ranks.size() : rank->second,
                                 child.toObject());
@@ -104,7 +104,7 @@ void collect(const QJsonObject& node, std::vector<SwayWindow>& windows, int left
 QJsonDocument documentIn(const QByteArray& json)
 {
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error == QJsonParseError::IllegalUTF8String)
         return QJsonDocument::fromJson(QString::fromUtf8(json).toUtf8());
     return document;

@@ -32,16 +32,17 @@ std::unique_ptr<DiscoverySource> SwayWindowServer::openDiscoverySource()
 {
     const bool isThere = connect();
     std::optional<std::vector<SwayWindow>> read = isThere ? readTree() : std::nullopt;
+    const bool isReplying = read.has_value();
     std::optional<std::vector<NumberedSwayWindow>> windows;
-    if (read)
+    if (isReplying)
         windows = numbered(m_order.sorted(*std::move(read)));
     else if (isThere)
         // While sway hangs, no window comes or goes.
         windows = this->windows();
     qCDebug(logWayland, "pass has %zu windows of sway%s", windows ? windows->size() : 0,
-            !isThere ? ", which is gone"
-            : read   ? ""
-                     : ", which does not reply");
+            !isThere     ? ", which is gone"
+            : isReplying ? ""
+                         : ", which does not reply");
     {
         const std::scoped_lock lock(m_windowsMutex);
         m_windows = windows;

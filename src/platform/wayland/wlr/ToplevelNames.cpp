@@ -9,9 +9,11 @@ std::vector<QByteArray> ToplevelNames::of(const std::vector<Toplevel>& windows)
     names.reserve(windows.size());
     for (const Toplevel& window : windows) {
         const auto known = m_names.find(window.id);
-        QByteArray name = known != m_names.end()        ? known->second
-                          : window.identifier.isEmpty() ? m_prefix + QByteArray::number(window.id)
-                                                        : "id " + window.identifier;
+        QByteArray name = m_prefix + QByteArray::number(window.id);
+        if (!window.identifier.isEmpty())
+            name = "id " + window.identifier;
+        else if (known != m_names.end())
+            name = known->second;
         names.push_back(name);
         present.emplace(window.id, std::move(name));
     }

@@ -19,8 +19,8 @@ public:
     /// No other object's `prefix` is the same, nor one of an earlier start.
     explicit ToplevelNames(QByteArray prefix) : m_prefix(std::move(prefix)) {}
 
-    /// In the order of `windows`, which are all that there are. A window keeps the name that it had
-    /// first, also when its identifier becomes certain later: its number must not change.
+    /// In the order of `windows`, which are all that there are. A window has its identifier as soon
+    /// as that is certain, and keeps it when it is not for a moment.
     std::vector<QByteArray> of(const std::vector<Toplevel>& windows);
 
 private:

@@ -22,6 +22,7 @@ std::vector<SwayWindow> windows(const std::vector<std::int64_t>& containers, std
 std::vector<std::int64_t> containers(const std::vector<SwayWindow>& windows)
 {
     std::vector<std::int64_t> all;
+    all.reserve(windows.size());
     for (const SwayWindow& window : windows)
         all.push_back(window.container);
     return all;

@@ -21,7 +21,7 @@ using wayland::SwayMessageType;
 class SwayKeysTest : public testing::Test
 {
 protected:
-    ~SwayKeysTest() override
+    void TearDown() override
     {
         watch.reset();
         scheduler.shutDown();

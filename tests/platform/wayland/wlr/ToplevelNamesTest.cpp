@@ -24,15 +24,12 @@ TEST(ToplevelNames, Are_the_compositors_where_it_has_any)
     EXPECT_EQ(names.of({toplevel(1, "abc"), toplevel(2)}), (Names{"id abc", "kelpa 2"}));
 }
 
-TEST(ToplevelNames, A_window_keeps_the_name_it_had_first)
+TEST(ToplevelNames, A_window_has_its_identifier_once_that_was_certain)
 {
     ToplevelNames names("kelpa ");
-    names.of({toplevel(1)});
-    EXPECT_EQ(names.of({toplevel(1, "abc")}), Names{"kelpa 1"});
-    // Its identifier is not certain for a moment.
-    ToplevelNames others("kelpa ");
-    others.of({toplevel(1, "abc")});
-    EXPECT_EQ(others.of({toplevel(1)}), Names{"id abc"});
+    EXPECT_EQ(names.of({toplevel(1)}), Names{"kelpa 1"});
+    EXPECT_EQ(names.of({toplevel(1, "abc")}), Names{"id abc"});
+    EXPECT_EQ(names.of({toplevel(1)}), Names{"id abc"});
 }
 
 TEST(ToplevelNames, A_made_up_name_is_never_the_compositors)
