@@ -63,11 +63,11 @@ def the_board_before_todays_first_change_comes_back_from_the_command_line(deskto
     assert unknown.returncode == 1 and "there is no backup" in unknown.stderr, unknown
 
 
-def _listed(kelpa):
+def _listed(kelpa, beginning="Goals: "):
     """What the sheet says of each backup; empty while it is closed."""
     try:
         return [node.description for node, _depth in kelpa.board.walk()
-                if node.description.startswith("Goals: ")]
+                if node.description.startswith(beginning)]
     except boards.Gone:
         return []
 
@@ -89,9 +89,9 @@ def who_is_told_of_a_damaged_file_can_restore_a_backup_there(desktop, binary):
         wait_until("the board before is kept", lambda: len(_names(desktop, binary, path)) == 1)
     path.write_bytes(b"This is no database. " * 1000)
     with Kelpa(desktop, binary, settings=path) as kelpa:
-        wait_until("the board is empty", lambda: not kelpa.board.has_text("Receipts"))
-        kelpa.click(lambda: kelpa.board.button("Restore a backup…"), "the button of the banner")
-        wait_until("the backup is listed", lambda: _listed(kelpa))
+        # A new board, and so in Chinese.
+        kelpa.click(lambda: kelpa.board.button("恢复备份…"), "the button of the banner")
+        wait_until("the backup is listed", lambda: _listed(kelpa, "目标："))
         desktop.key("Return")
         wait_until("the board is back", lambda: _todos(path) == ["Receipts"])
 

@@ -67,6 +67,7 @@ def windows_with_hostile_titles_are_listed_and_the_board_lives(desktop, binary):
             column = kelpa.board.column(boards.UNSORTED)
             return column.cards if column else []
 
+        kelpa.click(lambda: kelpa.board.button(f"Show {len(_TITLES) - 4} more"), "the fold")
         wait_until("every window has a card", lambda: len(cards()) == len(_TITLES))
         kelpa.wait_for_card(boards.UNSORTED, "plain")
         # Now every window takes every title in turn while it is on the board.
