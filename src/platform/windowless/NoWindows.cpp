@@ -65,6 +65,11 @@ std::optional<Launch> NoWindows::launch(LaunchableApplication)
     return std::nullopt;
 }
 
+Reopening NoWindows::reopen(const FormerWindow&)
+{
+    return {};
+}
+
 std::optional<QString> NoWindows::identifierOf(const Launch&, const std::stop_token&)
 {
     return std::nullopt;

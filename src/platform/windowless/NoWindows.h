@@ -38,6 +38,7 @@ public:
     void requestActivation(ProcessID process) override;
     void requestQuit(ProcessID process) override;
     std::optional<Launch> launch(LaunchableApplication application) override;
+    Reopening reopen(const FormerWindow& window) override;
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
     std::optional<WindowID> windowOf(const Launch& launch,
                                      const QList<WindowItem>& windows) override;

@@ -30,11 +30,17 @@ void SwayApplications::requestQuit(ProcessID process)
 
 std::optional<Launch> SwayApplications::launch(LaunchableApplication application)
 {
-    // By it the window is recognised also where its program leaves the session that the launch
-    // began. It is no activation token: sway gives a new window the focus by itself.
-    const QByteArray startupID =
-        "kelpa-" + QByteArray::number(currentProcess()) + '-' + QByteArray::number(++m_launches);
-    return m_launcher.launch(application, {.display = {}, .startupID = startupID});
+    return m_launcher.launch(application, {.display = {}, .startupID = nextStartupID()});
+}
+
+Reopening SwayApplications::reopen(const FormerWindow& window)
+{
+    return m_launcher.reopen(window, {.display = {}, .startupID = nextStartupID()});
+}
+
+QByteArray SwayApplications::nextStartupID()
+{
+    return "kelpa-" + QByteArray::number(currentProcess()) + '-' + QByteArray::number(++m_launches);
 }
 
 std::optional<QString> SwayApplications::identifierOf(const Launch& launch,

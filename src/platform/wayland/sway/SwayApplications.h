@@ -31,6 +31,7 @@ public:
     /// itself.
     void requestQuit(ProcessID process) override;
     std::optional<Launch> launch(LaunchableApplication application) override;
+    Reopening reopen(const FormerWindow& window) override;
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
     /// By the origin of its process, or the startup id in its environment.
     std::optional<WindowID> windowOf(const Launch& launch,
@@ -38,6 +39,10 @@ public:
     QImage icon(const WindowItem& window, int pixels) override;
 
 private:
+    /// By it a window is recognised also where its program leaves the session that the launch
+    /// began. It is no activation token: sway gives a new window the focus by itself.
+    QByteArray nextStartupID();
+
     SwayCommands& m_commands;
     ApplicationIcons& m_icons;
     ApplicationLauncher& m_launcher;

@@ -30,6 +30,11 @@ std::optional<Launch> WlrApplications::launch(LaunchableApplication application)
     return m_launcher.launch(application, {});
 }
 
+Reopening WlrApplications::reopen(const FormerWindow& window)
+{
+    return m_launcher.reopen(window, {});
+}
+
 std::optional<QString> WlrApplications::identifierOf(const Launch& launch,
                                                      const std::stop_token& stop)
 {

@@ -28,6 +28,7 @@ public:
     /// Asks the one window to close.
     void requestQuit(ProcessID process) override;
     std::optional<Launch> launch(LaunchableApplication application) override;
+    Reopening reopen(const FormerWindow& window) override;
     std::optional<QString> identifierOf(const Launch& launch, const std::stop_token& stop) override;
     /// Absent: nothing tells where a window comes from.
     std::optional<WindowID> windowOf(const Launch& launch,
