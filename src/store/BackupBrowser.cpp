@@ -66,6 +66,12 @@ void BackupBrowser::restore(const QString& name)
     if (m_restoring)
         return;
     m_refusal.reset();
+    // The copy is made of the file, so the file must have all of the board.
+    if (!m_store.saveBeforeClosing()) {
+        m_refusal = Refusal::notKept;
+        Q_EMIT changed();
+        return;
+    }
     m_restoring = m_scheduler.inBackground(
         [&files = m_files, name](const std::stop_token&) {
             return prepareRestoration(files, name);
@@ -81,6 +87,14 @@ void BackupBrowser::restore(const QString& name)
             if (contents != nullptr)
                 Q_EMIT restored();
         });
+    Q_EMIT changed();
+}
+
+void BackupBrowser::cancel()
+{
+    if (!m_restoring)
+        return;
+    m_restoring.reset();
     Q_EMIT changed();
 }
 

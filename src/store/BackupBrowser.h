@@ -29,7 +29,7 @@ public:
         friend bool operator==(const Entry&, const Entry&) = default;
     };
     enum class Refusal : std::uint8_t {
-        /// The present board could not be kept first.
+        /// The present board could not be saved and kept first.
         notKept,
         /// The backup cannot be read whole.
         unreadable,
@@ -47,9 +47,12 @@ public:
 
     /// Reads the list anew.
     void read();
-    /// Keeps the present board, then replaces it by the backup of that name, in one step that undo
-    /// takes back. Does nothing while another one is being restored.
+    /// Saves what is not saved yet, waiting up to a second for the disk, keeps the present board,
+    /// then replaces it by the backup of that name, in one step that undo takes back. Does nothing
+    /// while another one is being restored.
     void restore(const QString& name);
+    /// The backup that is being restored leaves the board as it is.
+    void cancel();
 
 Q_SIGNALS:
     /// After each change of what the functions above return.

@@ -238,6 +238,7 @@ constexpr Frames lastSeenFrames({u"上次出现：", u""}, {u"Last seen: ", u""}
 
 constexpr Names titleSeparators(u"、", u", ", u"、", u", ", u", ", u", ");
 
+constexpr Names dayAndTimeSeparators(u" ", u", ", u" ", u" ", u", ", u", ");
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
 /// What a person typed, within a text of ours.
@@ -436,7 +437,8 @@ QString windowName(const QString& ownerName, const QString& title, AppLanguage l
 QString dayAndTime(const QDateTime& local, AppLanguage language)
 {
     const QLocale locale(rawValue(language));
-    return locale.toString(local.date(), QLocale::LongFormat) + QStringLiteral(", ") +
+    return locale.toString(local.date(), QLocale::LongFormat) +
+           QStringView(dayAndTimeSeparators[language]).toString() +
            locale.toString(local.time(), QLocale::ShortFormat);
 }
 

@@ -130,6 +130,29 @@ TEST_F(BackupBrowsing, A_backup_that_cannot_be_read_costs_no_copy)
     EXPECT_EQ(titles(), QStringList{QStringLiteral("Garden")});
 }
 
+TEST_F(BackupBrowsing, A_board_that_cannot_be_saved_is_not_replaced)
+{
+    settings.isFailing = true;
+    store().createGoal(QStringLiteral("Typed meanwhile"));
+    restore(QStringLiteral("monday"));
+    EXPECT_EQ(browser.refusal(), BackupBrowser::Refusal::notKept);
+    EXPECT_EQ(files.keptBoards, 0);
+    EXPECT_EQ(store().goals().size(), 2);
+    settings.isFailing = false;
+    restore(QStringLiteral("monday"));
+    EXPECT_EQ(titles(), QStringList{QStringLiteral("Taxes")});
+}
+
+TEST_F(BackupBrowsing, Who_cancels_while_the_disk_is_slow_keeps_the_board)
+{
+    browser.restore(QStringLiteral("monday"));
+    scheduler.hangBackgroundWork();
+    browser.cancel();
+    EXPECT_FALSE(browser.isRestoring());
+    scheduler.runBackgroundWork();
+    EXPECT_EQ(titles(), QStringList{QStringLiteral("Garden")});
+}
+
 TEST_F(BackupBrowsing, A_second_request_while_one_is_under_way_does_nothing)
 {
     browser.restore(QStringLiteral("monday"));

@@ -402,7 +402,7 @@ TEST(KelpaCopy, A_file_that_was_moved_aside_is_named)
 TEST(KelpaCopy, Day_and_time_are_written_as_in_the_language)
 {
     const QDateTime time(QDate(2026, 11, 22), QTime(16, 5));
-    EXPECT_EQ(KelpaCopy::dayAndTime(time, chinese), QStringLiteral("2026年11月22日星期日, 16:05"));
+    EXPECT_EQ(KelpaCopy::dayAndTime(time, chinese), QStringLiteral("2026年11月22日星期日 16:05"));
     EXPECT_EQ(KelpaCopy::dayAndTime(time, english),
               QStringLiteral("Sunday, November 22, 2026, 4:05 PM"));
     EXPECT_EQ(KelpaCopy::dayAndTime(time, german),

@@ -15,7 +15,6 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <stop_token>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -81,8 +80,8 @@ public:
     /// is closed. For one that is opened for reading only.
     std::optional<SettingsError> holdSnapshot();
     /// Copies all of the file to `path`, an empty file, which needs no log beside it and is on the
-    /// disk when there is no error. Ends early, with `failed`, when `stop` is requested.
-    std::optional<SettingsError> copyTo(const QString& path, const std::stop_token& stop) const;
+    /// disk when there is no error.
+    std::optional<SettingsError> copyTo(const QString& path) const;
     /// Whether the file holds no value.
     SettingsResult<bool> isEmpty();
     /// What is wrong with the structure of the file; absent when nothing is.

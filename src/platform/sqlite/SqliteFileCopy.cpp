@@ -10,9 +10,6 @@ namespace kelpa {
 
 namespace {
 
-/// Between two looks at whether to stop; 4 MB take some milliseconds.
-constexpr int pagesPerStep = 256;
-
 struct FinishBackup
 {
     void operator()(sqlite3_backup* backup) const { sqlite3_backup_finish(backup); }
@@ -34,8 +31,7 @@ std::optional<SettingsError> SqliteFile::holdSnapshot()
     return run("SELECT count(*) FROM sqlite_schema");
 }
 
-std::optional<SettingsError> SqliteFile::copyTo(const QString& path,
-                                                const std::stop_token& stop) const
+std::optional<SettingsError> SqliteFile::copyTo(const QString& path) const
 {
     sqlite3* opened = nullptr;
     const int code = sqlite3_open_v2(
@@ -49,13 +45,8 @@ std::optional<SettingsError> SqliteFile::copyTo(const QString& path,
     if (!backup)
         return errorUnlessDone(sqlite3_extended_errcode(copy.get()))
             .value_or(SettingsError::failed);
-    int step = SQLITE_OK;
-    while (step == SQLITE_OK) {
-        if (stop.stop_requested())
-            return SettingsError::failed;
-        step = sqlite3_backup_step(backup.get(), pagesPerStep);
-    }
-    if (const auto error = errorUnlessDone(step))
+    constexpr int allPages = -1;
+    if (const auto error = errorUnlessDone(sqlite3_backup_step(backup.get(), allPages)))
         return error;
     backup.reset();
     // Otherwise reading the copy would need a log beside it.

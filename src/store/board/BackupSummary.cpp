@@ -10,8 +10,7 @@ BackupSummary summaryOf(const BoardContents& board)
     summary.goalCount = board.goals.size();
     summary.openTodoCount = openTodoCount(board);
     summary.openTodosWithoutGoal = std::ranges::count_if(board.unassignedTodos, &TodoItem::isOpen);
-    for (const Goal& goal :
-         board.goals.first(std::min(board.goals.size(), BackupSummary::maxLines)))
+    for (const Goal& goal : board.goals)
         summary.goals.append({goal.title, goal.openTodoCount()});
     return summary;
 }

@@ -18,10 +18,7 @@ struct BackupSummary
         friend bool operator==(const Line&, const Line&) = default;
     };
 
-    /// A list that is longer would not be read.
-    static constexpr qsizetype maxLines = 100;
-
-    /// The first goals, in board order.
+    /// In board order.
     QList<Line> goals;
     qsizetype goalCount = 0;
     /// Of the whole board.

@@ -54,7 +54,7 @@ void BackupController::setBrowser(BackupBrowser& browser)
 {
     m_browser = &browser;
     connect(&browser, &BackupBrowser::changed, this, &BackupController::update);
-    connect(&browser, &BackupBrowser::restored, this, &BackupController::close);
+    connect(&browser, &BackupBrowser::restored, this, &BackupController::restored);
     update();
 }
 
@@ -90,6 +90,7 @@ void BackupController::close()
     if (!m_isOpen)
         return;
     m_isOpen = false;
+    m_browser->cancel();
     Q_EMIT changed();
 }
 

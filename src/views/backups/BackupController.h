@@ -66,9 +66,9 @@ public:
     int refusal() const;
 
     Q_INVOKABLE void open();
+    /// What is being restored by then leaves the board as it is.
     Q_INVOKABLE void close();
-    /// Closes when the board is that of the backup. Any other row than those that can be read does
-    /// nothing.
+    /// Any other row than those that can be read does nothing.
     Q_INVOKABLE void restore(int row);
 
     QVariant data(const QModelIndex& index, int role) const override;
@@ -76,6 +76,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// The board is that of the backup.
+    void restored();
 
 private:
     void update();

@@ -18,54 +18,51 @@ Rectangle {
 
     radius: Theme.controlRadius
     color: Theme.hover
-    Accessible.role: Accessible.Pane
-    Accessible.name: root.row?.title ?? ""
 
-    Flickable {
+    ListView {
         id: view
 
         anchors.fill: parent
         anchors.margins: Theme.medium
-        contentHeight: lines.height
+        activeFocusOnTab: true
         boundsBehavior: Flickable.StopAtBounds
         clip: true
+        highlightMoveDuration: 0
+        model: root.titles.length
+        spacing: Theme.tiny
         T.ScrollBar.vertical: AppScrollBar {}
+        Accessible.role: Accessible.List
+        Accessible.name: root.row?.title ?? ""
 
-        Column {
-            id: lines
+        delegate: Item {
+            id: line
+
+            required property int index
 
             width: view.width - Theme.medium
-            spacing: Theme.tiny
+            height: Math.max(goalTitle.height, goalCount.height)
+            Accessible.role: Accessible.ListItem
+            Accessible.name: goalTitle.text
+            Accessible.description: ViewSettings.copy.openTodoCount(goalCount.text)
 
-            Repeater {
-                model: root.titles.length
-                delegate: Item {
-                    id: line
+            AppText {
+                id: goalTitle
 
-                    required property int index
+                anchors.left: parent.left
+                anchors.right: goalCount.left
+                anchors.rightMargin: Theme.small
+                text: root.titles[line.index] ?? ""
+            }
+            AppText {
+                id: goalCount
 
-                    width: lines.width
-                    height: Math.max(goalTitle.height, goalCount.height)
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: goalTitle.text
-                    Accessible.description: ViewSettings.copy.openTodoCount(goalCount.text)
-
-                    AppText {
-                        id: goalTitle
-
-                        anchors.left: parent.left
-                        anchors.right: goalCount.left
-                        anchors.rightMargin: Theme.small
-                        text: root.titles[line.index] ?? ""
-                    }
-                    AppText {
-                        id: goalCount
-
-                        anchors.right: parent.right
-                        text: root.counts[line.index] ?? ""
-                        color: Theme.secondaryText
-                    }
-                }
+                anchors.right: parent.right
+                text: root.counts[line.index] ?? ""
+                color: Theme.secondaryText
+            }
+            FocusRing {
+                radius: Theme.controlRadius
+                margin: 2
             }
         }
     }

@@ -28,6 +28,13 @@ Sheet {
         list.forceActiveFocus(Qt.TabFocusReason);
     }
 
+    Connections {
+        target: root.backups
+
+        function onRestored(): void {
+            root.close();
+        }
+    }
     Item {
         anchors.fill: parent
 
@@ -103,6 +110,10 @@ Sheet {
                 Accessible.ignored: !visible
                 Accessible.role: Accessible.AlertMessage
                 Accessible.name: text
+
+                Announcement {
+                    text: parent.text
+                }
             }
             Row {
                 anchors.right: parent.right

@@ -23,6 +23,9 @@ Rectangle {
     Accessible.name: root.heading
     Accessible.description: root.explanation
 
+    Announcement {
+        text: root.heading + "\n" + root.explanation
+    }
     AppIcon {
         x: Theme.large
         anchors.verticalCenter: parent.verticalCenter

@@ -131,9 +131,18 @@ T.ApplicationWindow {
         id: sheetLoader
     }
     Loader {
-        active: root.board.backups.isOpen
-        onActiveChanged: if (active)
-            setSource("qrc:/qt/qml/Kelpa/Backups/BackupSheet.qml", { "backups": root.board.backups })
+        id: backupLoader
+    }
+    Connections {
+        target: root.board.backups
+
+        function onChanged(): void {
+            if (!root.board.backups.isOpen)
+                backupLoader.source = "";
+            else if (backupLoader.item === null)
+                backupLoader.setSource("qrc:/qt/qml/Kelpa/Backups/BackupSheet.qml",
+                                       { "backups": root.board.backups });
+        }
     }
 
     Component {

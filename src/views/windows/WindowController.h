@@ -44,9 +44,9 @@ public:
     bool canQuit() const;
     WindowMemoryController* memory() { return &m_memory; }
 
-    /// Switches to the window.
     /// Shows all windows of "Unsorted", or two rows of many.
     Q_INVOKABLE void setUnsortedUnfolded(bool isUnfolded);
+    /// Switches to the window.
     Q_INVOKABLE void focusWindow(quint32 windowID);
     /// Selects the window as the arrow keys do.
     Q_INVOKABLE void selectWindow(quint32 windowID);

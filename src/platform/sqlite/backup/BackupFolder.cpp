@@ -77,18 +77,19 @@ QList<BackupName> BackupFolder::list() const
     return backups;
 }
 
-SettingsResult<BackupName> BackupFolder::add(SqliteFile& board, BackupName name,
-                                             const std::stop_token& stop) const
+SettingsResult<BackupName> BackupFolder::add(SqliteFile& board, BackupName name) const
 {
     const QString unfinished = QDir(m_path).filePath(unfinishedName(name.reason));
     removeUnfinished(unfinished);
     std::optional<SettingsError> error = makeSettingsFile(unfinished);
     if (!error)
-        error = board.copyTo(unfinished, stop);
+        error = board.copyTo(unfinished);
     if (!error)
         error = differenceOf(unfinished, board);
     if (!error) {
-        while (QFileInfo::exists(pathOf(name)))
+        // The reason is no part of the name by which a person chooses.
+        const QList<BackupName> others = list();
+        while (std::ranges::find(others, name.text(), &BackupName::text) != others.end())
             name.time = name.time.addSecs(1);
         if (std::rename(QFile::encodeName(unfinished).constData(),
                         QFile::encodeName(pathOf(name)).constData()) != 0)
@@ -99,7 +100,7 @@ SettingsResult<BackupName> BackupFolder::add(SqliteFile& board, BackupName name,
         return *error;
     }
     syncFolder(m_path);
-    thin();
+    thinAfter(name);
     qCInfo(logSqlite, "kept the board as %s", qPrintable(name.fileName()));
     return name;
 }
@@ -117,9 +118,9 @@ FileContents BackupFolder::read(const BackupName& name) const
     return contents;
 }
 
-void BackupFolder::thin() const
+void BackupFolder::thinAfter(const BackupName& added) const
 {
-    for (const BackupName& name : backupsToRemove(list(), QTimeZone::systemTimeZone()))
+    for (const BackupName& name : backupsToRemove(list(), added, QTimeZone::systemTimeZone()))
         QFile::remove(pathOf(name));
 }
 

@@ -9,7 +9,6 @@
 #include <QString>
 
 #include <memory>
-#include <stop_token>
 
 namespace kelpa {
 
@@ -28,18 +27,17 @@ public:
     /// Newest first; files of other names are not listed.
     QList<BackupName> list() const;
 
-    /// Copies `board` as it was when it was given to `hold`, reads the copy back, and only then
-    /// gives it its name: under it there is a whole backup or none, also after a power cut. Where
-    /// the name is taken, takes the next free second. Removes what an earlier attempt has left, and
-    /// the backups that are no longer kept. `failed` also when `stop` was requested.
-    SettingsResult<BackupName> add(SqliteFile& board, BackupName name,
-                                   const std::stop_token& stop = {}) const;
+    /// Copies `board`, which holds a snapshot, reads the copy back, and only then gives it its
+    /// name: under it there is a whole backup or none, also after a power cut. Where the name is
+    /// taken, takes the next free second. Removes what an earlier attempt has left, and the backups
+    /// that are no longer kept.
+    SettingsResult<BackupName> add(SqliteFile& board, BackupName name) const;
 
     /// Everything that the backup holds.
     FileContents read(const BackupName& name) const;
 
 private:
-    void thin() const;
+    void thinAfter(const BackupName& added) const;
 
     QString m_path;
 };

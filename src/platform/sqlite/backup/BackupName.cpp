@@ -64,7 +64,8 @@ std::optional<BackupName> BackupName::fromFileName(const QString& name)
     return time.isValid() && read.fileName() == name ? std::optional(read) : std::nullopt;
 }
 
-QList<BackupName> backupsToRemove(QList<BackupName> backups, const QTimeZone& zone)
+QList<BackupName> backupsToRemove(QList<BackupName> backups, const BackupName& added,
+                                  const QTimeZone& zone)
 {
     std::ranges::stable_sort(backups, std::ranges::greater(), &BackupName::time);
     QList<bool> isKept(backups.size(), false);
@@ -80,8 +81,10 @@ QList<BackupName> backupsToRemove(QList<BackupName> backups, const QTimeZone& zo
     keepNewest(daysWithBackup, dayOf);
     keepNewest(weeksWithBackup, weekOf);
     keepNewest(monthsWithBackup, monthOf);
-    for (qsizetype i = 0; i < std::min(backups.size(), backupsOfLatestDay); ++i) {
-        if (dateOf(i) == dateOf(0))
+    const QDate day = added.time.toTimeZone(zone).date();
+    for (qsizetype i = 0, ofDay = 0; i < backups.size(); ++i) {
+        const bool isOfDay = dateOf(i) == day && ofDay++ < backupsOfDay;
+        if (isOfDay || backups[i] == added)
             isKept[i] = true;
     }
     QList<BackupName> removed;

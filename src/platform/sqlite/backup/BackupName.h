@@ -36,16 +36,18 @@ struct BackupName
     friend bool operator==(const BackupName&, const BackupName&) = default;
 };
 
-/// The backups of a day that are kept at most: those of the latest day that has any.
-constexpr qsizetype backupsOfLatestDay = 20;
+/// The backups that are kept of the day on which one is made.
+constexpr qsizetype backupsOfDay = 20;
 constexpr qsizetype daysWithBackup = 7;
 constexpr qsizetype weeksWithBackup = 4;
 constexpr qsizetype monthsWithBackup = 12;
 
-/// The backups that are removed: all but the newest of the latest 20 of the latest day, and the
-/// newest of each of the latest 7 days, 4 weeks (from Monday) and 12 months, counting only those
-/// that have a backup. Does not ask for the present time, so neither a long absence nor a clock
-/// that was wrong for a day removes anything by itself. `zone` says where days begin.
-QList<BackupName> backupsToRemove(QList<BackupName> backups, const QTimeZone& zone);
+/// The backups that are removed after `added`, one of them, was made: all but that one, the newest
+/// 20 of its day, and the newest of each of the latest 7 days, 4 weeks (from Monday) and 12 months,
+/// counting only those that have a backup. Does not ask for the present time, so that a long
+/// absence removes nothing, and a clock that is wrong for a day costs at most one backup each of a
+/// day, a week and a month. `zone` says where days begin.
+QList<BackupName> backupsToRemove(QList<BackupName> backups, const BackupName& added,
+                                  const QTimeZone& zone);
 
 } // namespace kelpa

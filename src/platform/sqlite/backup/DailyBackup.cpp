@@ -3,8 +3,13 @@
 #include "platform/LoggingCategories.h"
 #include "platform/sqlite/backup/BackupFolder.h"
 
-#include <sys/resource.h>
+#include <QFile>
+#include <QFileInfo>
 
+#include <sys/resource.h>
+#include <sys/statvfs.h>
+
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -14,6 +19,19 @@ namespace {
 
 /// Below everything that a person waits for. Ten steps take about a tenth of the share.
 constexpr int niceness = 10;
+
+/// How much room a disk must have for a copy, in sizes of the board: a backup never takes what the
+/// next saves need.
+constexpr std::uint64_t roomInBoards = 4;
+
+bool hasRoomBeside(const QString& boardPath)
+{
+    struct statvfs disk = {};
+    if (::statvfs(QFile::encodeName(boardPath).constData(), &disk) != 0)
+        return false;
+    const auto size = static_cast<std::uint64_t>(QFileInfo(boardPath).size());
+    return std::uint64_t{disk.f_bavail} * disk.f_frsize >= roomInBoards * size;
+}
 
 } // namespace
 
@@ -58,7 +76,7 @@ void DailyBackup::beforeSave()
         return;
     finish();
     SettingsResult<std::unique_ptr<SqliteFile>> held = snapshotOf(m_boardPath);
-    if (std::holds_alternative<SettingsError>(held)) {
+    if (std::holds_alternative<SettingsError>(held) || !hasRoomBeside(m_boardPath)) {
         m_hasFailed = true;
         return;
     }

@@ -10,9 +10,10 @@ FirstSteps::FirstSteps(WindowStore& store) : m_store(store)
     m_isOpen = store.goals().isEmpty() && store.unassignedTodos().isEmpty() && !store.trouble();
     if (!m_isOpen)
         return;
-    for (const auto signal :
-         {&WindowStore::goalsChanged, &WindowStore::windowsChanged, &WindowStore::troubleChanged})
+    for (const auto signal : {&WindowStore::goalsChanged, &WindowStore::windowsChanged,
+                              &WindowStore::troubleChanged, &WindowStore::abilitiesChanged})
         connect(&store, signal, this, &FirstSteps::update);
+    m_isWindowOffered = store.abilities().has(DesktopAbility::windows);
 }
 
 void FirstSteps::setReturnOffered(bool isOffered)
@@ -52,12 +53,16 @@ void FirstSteps::update()
         return;
     const bool hadGoal = m_hasGoal;
     const bool hadAssignment = m_hasAssignment;
+    const bool wasWindowOffered = m_isWindowOffered;
+    m_isWindowOffered = m_store.abilities().has(DesktopAbility::windows);
     m_hasGoal = m_hasGoal || !m_store.goals().isEmpty();
     m_hasAssignment = m_hasAssignment || !m_store.assignments().isEmpty();
-    const bool isDone = m_hasGoal && m_hasAssignment && (m_hasReturned || !m_isReturnOffered);
+    const bool isDone = m_hasGoal && (m_hasAssignment || !m_isWindowOffered) &&
+                        (m_hasReturned || !m_isReturnOffered);
     // Beside trouble with the file there is no room for lessons, and what is on the disk may come.
     m_isOpen = !isDone && !m_store.trouble();
-    if (!m_isOpen || hadGoal != m_hasGoal || hadAssignment != m_hasAssignment)
+    if (!m_isOpen || hadGoal != m_hasGoal || hadAssignment != m_hasAssignment ||
+        wasWindowOffered != m_isWindowOffered)
         Q_EMIT changed();
 }
 

@@ -23,6 +23,8 @@ class FirstSteps : public QObject
     Q_PROPERTY(bool hasGoal READ hasGoal NOTIFY changed)
     Q_PROPERTY(bool hasAssignment READ hasAssignment NOTIFY changed)
     Q_PROPERTY(bool hasReturned READ hasReturned NOTIFY changed)
+    /// Whether the desktop lists windows that can be dragged: otherwise that is no step.
+    Q_PROPERTY(bool isWindowOffered READ isWindowOffered NOTIFY changed)
     /// Whether a key brings Kelpa forward: otherwise that is no step.
     Q_PROPERTY(bool isReturnOffered READ isReturnOffered NOTIFY changed)
 
@@ -34,6 +36,7 @@ public:
     bool hasGoal() const { return m_hasGoal; }
     bool hasAssignment() const { return m_hasAssignment; }
     bool hasReturned() const { return m_hasReturned; }
+    bool isWindowOffered() const { return m_isWindowOffered; }
     bool isReturnOffered() const { return m_isReturnOffered; }
     void setReturnOffered(bool isOffered);
     /// Reports that the key was pressed, in whatever program.
@@ -53,6 +56,7 @@ private:
     bool m_hasGoal = false;
     bool m_hasAssignment = false;
     bool m_hasReturned = false;
+    bool m_isWindowOffered = true;
     bool m_isReturnOffered = false;
 };
 

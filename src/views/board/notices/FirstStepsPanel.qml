@@ -12,7 +12,8 @@ Rectangle {
 
     required property FirstSteps steps
 
-    readonly property int stepCount: root.steps.isReturnOffered ? 3 : 2
+    readonly property int stepCount: 1 + (root.steps.isWindowOffered ? 1 : 0)
+                                     + (root.steps.isReturnOffered ? 1 : 0)
     readonly property real stepWidth: (root.width - 2 * Theme.large - closeButton.width
                                        - root.stepCount * Theme.huge) / root.stepCount
 
@@ -66,13 +67,16 @@ Rectangle {
             text: ViewSettings.copy.text(CopyKey.FirstStepWindow)
             isDone: root.steps.hasAssignment
             isNext: root.steps.hasGoal && !root.steps.hasAssignment
+            visible: root.steps.isWindowOffered
         }
         FirstStep {
             width: root.stepWidth
-            number: 3
+            number: root.stepCount
             text: ViewSettings.copy.text(CopyKey.DoubleTapHint)
             isDone: root.steps.hasReturned
-            isNext: root.steps.hasGoal && root.steps.hasAssignment && !root.steps.hasReturned
+            isNext: root.steps.hasGoal
+                    && (root.steps.hasAssignment || !root.steps.isWindowOffered)
+                    && !root.steps.hasReturned
             visible: root.steps.isReturnOffered
         }
     }

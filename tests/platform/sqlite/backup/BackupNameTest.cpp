@@ -45,7 +45,9 @@ std::vector<std::string> daysOf(const QList<BackupName>& backups)
 
 QList<BackupName> keptOf(QList<BackupName> backups, const QTimeZone& zone = QTimeZone::utc())
 {
-    for (const BackupName& removed : backupsToRemove(backups, zone))
+    // The newest one was just made.
+    const BackupName added = *std::ranges::max_element(backups, {}, &BackupName::time);
+    for (const BackupName& removed : backupsToRemove(backups, added, zone))
         backups.removeAll(removed);
     return backups;
 }
@@ -78,7 +80,7 @@ TEST(BackupName, Of_any_other_form_is_none)
 
 TEST(BackupsToRemove, Keeps_the_first_week_whole)
 {
-    EXPECT_THAT(backupsToRemove(dailyUntil("2026-11-22", 7), QTimeZone::utc()), IsEmpty());
+    EXPECT_EQ(keptOf(dailyUntil("2026-11-22", 7)).size(), 7);
 }
 
 TEST(BackupsToRemove, Keeps_seven_days_four_weeks_and_twelve_months)
@@ -131,9 +133,25 @@ TEST(BackupsToRemove, Days_begin_where_the_person_is)
         QList{backupAt("2026-11-30T14:00:00Z"), backupAt("2026-11-29T16:00:00Z")};
     const QTimeZone tokyo("Asia/Tokyo");
     ASSERT_TRUE(tokyo.isValid());
-    EXPECT_TRUE(
-        backupsToRemove(backups, QTimeZone::utc()).contains(backupAt("2026-11-29T09:00:00Z")));
-    EXPECT_FALSE(backupsToRemove(backups, tokyo).contains(backupAt("2026-11-29T09:00:00Z")));
+    EXPECT_FALSE(keptOf(backups).contains(backupAt("2026-11-29T09:00:00Z")));
+    EXPECT_TRUE(keptOf(backups, tokyo).contains(backupAt("2026-11-29T09:00:00Z")));
+}
+
+TEST(BackupsToRemove, The_day_of_the_one_that_was_made_keeps_twenty_whatever_later_dates_there_are)
+{
+    QList<BackupName> backups{backupAt("2126-01-01T09:00:00Z")};
+    for (int minute = 10; minute < 14; ++minute)
+        backups.append(backupAt("2026-11-22T10:" + std::to_string(minute) + ":00Z",
+                                BackupReason::beforeRestore));
+    EXPECT_THAT(backupsToRemove(backups, backups[2], QTimeZone::utc()), IsEmpty());
+}
+
+TEST(BackupsToRemove, The_one_that_was_made_stays_however_old_its_date_is)
+{
+    QList<BackupName> backups = dailyUntil("2026-11-22", 500);
+    const BackupName added = backupAt("1999-01-01T09:00:00Z");
+    backups.append(added);
+    EXPECT_FALSE(backupsToRemove(backups, added, QTimeZone::utc()).contains(added));
 }
 
 TEST(BackupsToRemove, The_order_given_does_not_matter)

@@ -176,6 +176,18 @@ TEST_F(DailyBackupTest, Keeps_what_others_write_meanwhile_out)
     EXPECT_EQ(goalsIn(std::get<BackupName>(added)), SettingsValue(QByteArray("[1]")));
 }
 
+TEST_F(DailyBackupTest, Two_of_the_same_second_for_two_reasons_have_two_names)
+{
+    ASSERT_TRUE(store->write({goals("[1]")}));
+    for (const BackupReason reason : {BackupReason::beforeRestore, BackupReason::daily}) {
+        const auto held = snapshotOf(path);
+        ASSERT_TRUE(std::holds_alternative<BackupName>(
+            BackupFolder(path).add(*std::get<0>(held), {now.toUTC(), reason})));
+    }
+    ASSERT_THAT(backups(), SizeIs(2));
+    EXPECT_NE(backups()[0].text(), backups()[1].text());
+}
+
 TEST_F(DailyBackupTest, Two_of_the_same_second_have_two_names)
 {
     ASSERT_TRUE(store->write({goals("[1]")}));
