@@ -104,8 +104,8 @@ TEST_F(ViewEngineTest, What_cannot_be_seen_in_the_first_frame_comes_after_it)
     ASSERT_TRUE(QSignalSpy(&view, &ViewEngine::boardShown).wait());
     EXPECT_EQ(menuButtons, 0);
     EXPECT_GT(entries, 0);
-    // The todo is in its goal and in the list of all todos.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return count("TodoMenuButton") == 2; }));
+    // The todo is in the list of all todos, and in its goal, which may be below the first steps.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return count("TodoMenuButton") > 0; }));
     EXPECT_TRUE(QTest::qWaitFor([&] { return count("BreadcrumbEntry") > entries; }));
 }
 

@@ -41,10 +41,11 @@ BoardColumnModel::BoardColumnModel(const WindowStore& store, QObject* parent)
 {
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
-          &WindowStore::windowsChanged, &WindowStore::windowMemoryChanged, &WindowStore::searchTextChanged,
-          &WindowStore::previewsChanged, &WindowStore::boardNavigationChanged,
-          &WindowStore::isScreenCaptureTrustedChanged, &WindowStore::languageChanged,
-          &WindowStore::isHidingGoalsWithoutOpenTodosChanged, &WindowStore::unsortedFoldChanged})
+          &WindowStore::windowsChanged, &WindowStore::windowMemoryChanged,
+          &WindowStore::searchTextChanged, &WindowStore::previewsChanged,
+          &WindowStore::boardNavigationChanged, &WindowStore::isScreenCaptureTrustedChanged,
+          &WindowStore::languageChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
+          &WindowStore::unsortedFoldChanged})
         connect(&store, signal, this, &BoardColumnModel::update);
     update();
 }

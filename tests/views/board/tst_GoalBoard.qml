@@ -159,7 +159,7 @@ Item {
             adding.clear();
             const item = text => menuItems().find(each => each.text === text);
             mouseClick(view(), 5, 300, Qt.RightButton);
-            tryVerify(() => menuItems().length === 5);
+            tryVerify(() => menuItems().length === 6);
             verify(item("Undo").enabled);
             verify(!item("Redo").enabled);
             chooseAndClose("New goal");

@@ -67,7 +67,7 @@ Item {
                 tryVerify(() => selected(holder()));
                 world.board.selectionMenuRequested();
                 tryVerify(() => menuItems().some(item => item.text === "New goal"));
-                compare(menuItems().length, 5);
+                compare(menuItems().length, 6);
                 keyClick(Qt.Key_Escape);
                 tryVerify(() => menuItems().length === 0);
                 tryVerify(() => selected(holder()));
