@@ -93,7 +93,7 @@ def who_is_told_of_a_damaged_file_can_restore_a_backup_there(desktop, binary):
         kelpa.click(lambda: kelpa.board.button("恢复备份…"), "the button of the banner")
         wait_until("the backup is listed", lambda: _listed(kelpa, "目标："))
         desktop.key("Return")
-        wait_until("the board is back", lambda: _todos(path) == ["Receipts"])
+        wait_until("the board is back", lambda: kelpa.board.has_text("Receipts"))
 
 
 def a_backup_is_restored_from_the_menu_by_the_keyboard_and_undone(desktop, binary):

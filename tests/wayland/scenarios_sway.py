@@ -201,6 +201,7 @@ def hostile_titles_are_listed_and_the_board_lives(desktop, binary):
     expected = len(titles) + 2
     wait_until("sway has them all", lambda: len(desktop.windows()) == expected)
     with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("they are folded", lambda: kelpa.board.button(f"Show {expected - 4} more")).press()
         wait_until("all are cards", lambda: len(kelpa.board.cards()) == expected)
         kelpa.wait_for_card(boards.UNSORTED, "Ordinary")
 

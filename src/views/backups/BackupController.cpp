@@ -54,7 +54,10 @@ void BackupController::setBrowser(BackupBrowser& browser)
 {
     m_browser = &browser;
     connect(&browser, &BackupBrowser::changed, this, &BackupController::update);
-    connect(&browser, &BackupBrowser::restored, this, &BackupController::restored);
+    connect(&browser, &BackupBrowser::restored, this, [this] {
+        ++m_restorationCount;
+        Q_EMIT changed();
+    });
     update();
 }
 

@@ -48,6 +48,8 @@ class BackupController : public RowListModel<BackupRow>
     /// False until the list has been read.
     Q_PROPERTY(bool isRead READ isRead NOTIFY changed)
     Q_PROPERTY(bool isRestoring READ isRestoring NOTIFY changed)
+    /// Grows whenever the board has become that of a backup.
+    Q_PROPERTY(int restorationCount READ restorationCount NOTIFY changed)
     /// The key of the text that says why nothing was restored; -1 for none.
     Q_PROPERTY(int refusal READ refusal NOTIFY changed)
 
@@ -63,6 +65,7 @@ public:
     int count() const { return rowCount(); }
     bool isRead() const;
     bool isRestoring() const;
+    int restorationCount() const { return m_restorationCount; }
     int refusal() const;
 
     Q_INVOKABLE void open();
@@ -76,8 +79,6 @@ public:
 
 Q_SIGNALS:
     void changed();
-    /// The board is that of the backup.
-    void restored();
 
 private:
     void update();
@@ -85,6 +86,7 @@ private:
     const WindowStore& m_store;
     BackupBrowser* m_browser = nullptr;
     bool m_isOpen = false;
+    int m_restorationCount = 0;
 };
 
 } // namespace kelpa

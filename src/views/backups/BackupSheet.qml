@@ -14,6 +14,8 @@ Sheet {
     readonly property bool canRestore: list.chosenRow !== null && list.chosenRow.isReadable
                                        && !root.backups.isRestoring
 
+    readonly property int restorationCount: root.backups.restorationCount
+
     function restore(): void {
         if (root.canRestore)
             root.backups.restore(list.currentIndex);
@@ -22,19 +24,13 @@ Sheet {
     width: Math.min(680, parent ? parent.width - 2 * Theme.large : 680)
     height: Math.min(540, parent ? parent.height - 2 * Theme.large : 540)
     title: ViewSettings.copy.text(CopyKey.RestoreBackupTitle)
+    onRestorationCountChanged: root.close()
     onClosed: root.backups.close()
     Component.onCompleted: {
         root.open();
         list.forceActiveFocus(Qt.TabFocusReason);
     }
 
-    Connections {
-        target: root.backups
-
-        function onRestored(): void {
-            root.close();
-        }
-    }
     Item {
         anchors.fill: parent
 

@@ -132,19 +132,16 @@ T.ApplicationWindow {
     }
     Loader {
         id: backupLoader
-    }
-    Connections {
-        target: root.board.backups
 
-        function onChanged(): void {
-            if (!root.board.backups.isOpen)
-                backupLoader.source = "";
-            else if (backupLoader.item === null)
-                backupLoader.setSource("qrc:/qt/qml/Kelpa/Backups/BackupSheet.qml",
-                                       { "backups": root.board.backups });
+        readonly property bool isWanted: root.board.backups.isOpen
+
+        onIsWantedChanged: {
+            if (isWanted)
+                setSource("qrc:/qt/qml/Kelpa/Backups/BackupSheet.qml", { "backups": root.board.backups });
+            else
+                source = "";
         }
     }
-
     Component {
         id: savingNoticeType
 

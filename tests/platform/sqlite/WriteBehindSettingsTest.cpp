@@ -231,12 +231,12 @@ TEST_F(WriteBehind, What_is_wrong_is_known_after_each_attempt)
     ASSERT_TRUE(QDir().mkdir(path));
     const auto settings = openBehind(never);
     EXPECT_EQ(settings->status(),
-              (SettingsStatus{SettingsError::isFolder, false, false, std::nullopt}));
+              (SettingsStatus{SettingsError::isFolder, false, false, std::nullopt, false}));
     EXPECT_FALSE(settings->write({goals("[1]")}));
     EXPECT_TRUE(settings->status().hasUnsavedValues);
     waitForEnd();
     EXPECT_EQ(settings->status(),
-              (SettingsStatus{SettingsError::isFolder, false, true, std::nullopt}));
+              (SettingsStatus{SettingsError::isFolder, false, true, std::nullopt, false}));
     ASSERT_TRUE(QDir().rmdir(path));
     EXPECT_TRUE(settings->finish(always));
     EXPECT_EQ(settings->status(), SettingsStatus());

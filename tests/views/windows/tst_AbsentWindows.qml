@@ -18,8 +18,19 @@ Item {
         board: world.board
     }
     BoardSheets {
+        id: sheets
+
         anchors.fill: parent
         board: world.board
+    }
+    // As the board's window does.
+    Connections {
+        target: world.board.windows.memory
+
+        function onListChanged(): void {
+            if (world.board.windows.memory.isListOpen)
+                sheets.showAbsentWindows();
+        }
     }
 
     WindowCase {
