@@ -50,11 +50,11 @@ int printAbout(const CommandLine& line, int argc, char** argv)
 constexpr std::chrono::milliseconds readingLimit{2000};
 
 /// Ends the process, since a thread may wait for a server that does not reply.
-[[noreturn]] void printAboutDesktop(const CommandLine& line, const QByteArray& display)
+[[noreturn]] void printAboutDesktop(const CommandLine& line, const WindowSystem& system)
 {
     const QString text =
         QStringLiteral("Kelpa " KELPA_VERSION ", Qt %1\n\n").arg(QString::fromLatin1(qVersion())) +
-        aboutDesktop(readSession(display, readingLimit), line.desktop);
+        aboutDesktop(readSession(system.display, readingLimit), line.desktop, system);
     std::fputs(qPrintable(text), stdout);
     std::fflush(stdout);
     std::_Exit(0);
@@ -184,7 +184,7 @@ int main(int argc, char** argv)
         return printBackupCommand(given);
     const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
     if (given.asksForDesktop)
-        printAboutDesktop(given, system.display);
+        printAboutDesktop(given, system);
     const QByteArray startupID = takeStartupID();
     // Kelpa discovers windows and launches programs on the display that shows it.
     if (system.isX11 && !system.display.isEmpty())

@@ -167,27 +167,23 @@ SessionOffer offerOf(const SessionReading& reading)
     return {.hasX11Display = reading.display.has_value(), .compositor = reading.compositor};
 }
 
-DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading,
-                             std::optional<DesktopKind> asked)
+DesktopAbilities abilitiesOn(const ChosenDesktop& chosen, const SessionReading& reading)
 {
-    switch (kind) {
+    switch (chosen.kind) {
     case DesktopKind::x11:
         return x11::abilitiesOn(reading.display);
     case DesktopKind::wlr:
-        if (!reading.compositor)
-            return DesktopAbilities::without(AbilityGap::compositor);
-        if (!listsWindows(offerOf(reading)))
-            return DesktopAbilities::without(AbilityGap::compositorProtocol);
         return wayland::abilitiesOfWlr(reading.hasSwayIpc);
     case DesktopKind::none:
-        return DesktopAbilities::without(gapOfNone(asked));
+        return DesktopAbilities::without(chosen.gap);
     }
     return {};
 }
 
-QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> asked)
+QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> asked,
+                     const WindowSystem& system)
 {
-    const std::optional<DesktopKind> chosen = chosenDesktop(offerOf(reading), asked);
+    const std::optional<ChosenDesktop> chosen = chosenDesktop(offerOf(reading), asked, system);
     const QString session =
         line(QStringLiteral("session"), variables(reading)) +
         line(QStringLiteral("x11"), x11Text(reading)) +
@@ -197,9 +193,13 @@ QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> a
     if (!chosen)
         return session +
                line(QStringLiteral("desktop"), QStringLiteral("none that Kelpa can work on"));
-    const QString why = asked ? QStringLiteral(" (as asked)") : QString();
-    return session + line(QStringLiteral("desktop"), desktopName(*chosen) + why) + u'\n' +
-           abilityLines(abilitiesOn(*chosen, reading, asked));
+    QString why;
+    if (asked == chosen->kind)
+        why = QStringLiteral(" (as asked)");
+    else if (asked)
+        why = QStringLiteral(" (%1 was asked for)").arg(desktopName(*asked));
+    return session + line(QStringLiteral("desktop"), desktopName(chosen->kind) + why) + u'\n' +
+           abilityLines(abilitiesOn(*chosen, reading));
 }
 
 } // namespace kelpa

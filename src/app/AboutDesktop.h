@@ -16,11 +16,11 @@ namespace kelpa {
 /// What the reading means for the choice.
 SessionOffer offerOf(const SessionReading& reading);
 
-/// What `kind` gives in that session, `asked` for by the person or not.
-DesktopAbilities abilitiesOn(DesktopKind kind, const SessionReading& reading,
-                             std::optional<DesktopKind> asked);
+/// What the desktop gives in that session.
+DesktopAbilities abilitiesOn(const ChosenDesktop& chosen, const SessionReading& reading);
 
-/// `asked` by the person on the command line.
-QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> asked);
+/// `asked` for by the person, and `system` of the toolkit, as for `chosenDesktop`.
+QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> asked,
+                     const WindowSystem& system);
 
 } // namespace kelpa

@@ -4,6 +4,16 @@
 
 namespace kelpa {
 
+namespace {
+
+/// A person who names an X display means that one.
+std::optional<DesktopKind> meant(std::optional<DesktopKind> asked, const WindowSystem& system)
+{
+    return !asked && !system.display.isEmpty() ? DesktopKind::x11 : asked;
+}
+
+} // namespace
+
 QString desktopName(DesktopKind kind)
 {
     switch (kind) {
@@ -31,17 +41,45 @@ QStringList desktopNames()
     return names;
 }
 
-std::optional<DesktopKind> chosenDesktop(const SessionOffer& offer,
-                                         std::optional<DesktopKind> asked)
+std::optional<ChosenDesktop> chosenDesktop(const SessionOffer& offer,
+                                           std::optional<DesktopKind> asked,
+                                           const WindowSystem& system)
 {
-    if (asked)
-        return asked;
-    // Its X display, Xwayland, has the windows of programs on X11 alone.
-    if (listsWindows(offer))
-        return DesktopKind::wlr;
-    if (offer.hasX11Display)
-        return DesktopKind::x11;
-    return offer.compositor ? std::optional(DesktopKind::none) : std::nullopt;
+    asked = meant(asked, system);
+    // A person who has chosen another platform for the toolkit has seen to its window.
+    const bool isShownElsewhere = !system.isDefault && !system.isX11;
+    if (!offer.hasX11Display && !offer.compositor && !isShownElsewhere)
+        return std::nullopt;
+    // The toolkit would abort where the display is missing that it is to use.
+    if (!offer.hasX11Display && system.isX11 && (asked == DesktopKind::x11 || !system.isDefault))
+        return std::nullopt;
+    DesktopKind kind = asked.value_or(DesktopKind::none);
+    if (!asked) {
+        // The X display of such a compositor, Xwayland, has the windows of programs on X11 alone.
+        if (listsWindows(offer))
+            kind = DesktopKind::wlr;
+        else if (offer.hasX11Display)
+            kind = DesktopKind::x11;
+    } else if (kind == DesktopKind::wlr && !listsWindows(offer)) {
+        kind = DesktopKind::none;
+    }
+    return ChosenDesktop{.kind = kind,
+                         .gap = gapOfNone(offer, asked),
+                         .platform =
+                             system.isDefault ? toolkitPlatform(kind, offer) : QByteArray()};
+}
+
+bool needsCompositor(std::optional<DesktopKind> asked, const WindowSystem& system)
+{
+    return meant(asked, system) != DesktopKind::x11;
+}
+
+bool needsX11Display(const SessionOffer& offer, std::optional<DesktopKind> asked,
+                     const WindowSystem& system)
+{
+    asked = meant(asked, system);
+    return asked == DesktopKind::x11 || (!asked && !listsWindows(offer)) || !offer.compositor ||
+           (system.isX11 && !system.isDefault);
 }
 
 bool listsWindows(const SessionOffer& offer)
@@ -49,9 +87,13 @@ bool listsWindows(const SessionOffer& offer)
     return offer.compositor && offer.compositor->contains("zwlr_foreign_toplevel_manager_v1");
 }
 
-AbilityGap gapOfNone(std::optional<DesktopKind> asked)
+AbilityGap gapOfNone(const SessionOffer& offer, std::optional<DesktopKind> asked)
 {
-    return asked == DesktopKind::none ? AbilityGap::choice : AbilityGap::compositorProtocol;
+    if (asked == DesktopKind::none)
+        return AbilityGap::choice;
+    if (offer.compositor)
+        return AbilityGap::compositorProtocol;
+    return asked == DesktopKind::wlr ? AbilityGap::compositor : AbilityGap::display;
 }
 
 QByteArray toolkitPlatform(DesktopKind kind, const SessionOffer& offer)

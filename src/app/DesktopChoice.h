@@ -1,6 +1,7 @@
 // The desktops that Kelpa works on, and which of them it takes in a session.
 #pragma once
 
+#include "app/ToolkitArguments.h"
 #include "platform/DesktopAbilities.h"
 
 #include <QByteArray>
@@ -42,16 +43,35 @@ struct SessionOffer
     friend bool operator==(const SessionOffer&, const SessionOffer&) = default;
 };
 
-/// `asked` by the person, who may know better than the session. Absent when the session offers
-/// nothing that shows a window.
-std::optional<DesktopKind> chosenDesktop(const SessionOffer& offer,
-                                         std::optional<DesktopKind> asked);
+struct ChosenDesktop
+{
+    DesktopKind kind = DesktopKind::x11;
+    /// Why there are no windows, for `DesktopKind::none`.
+    AbilityGap gap = AbilityGap::choice;
+    /// For the toolkit's option -platform; empty where the person has chosen the platform.
+    QByteArray platform;
+
+    friend bool operator==(const ChosenDesktop&, const ChosenDesktop&) = default;
+};
+
+/// `asked` for by the person, who may know better than the session; `system` is what the command
+/// line and the environment say of the toolkit. Absent when there is nothing to show a window on.
+std::optional<ChosenDesktop> chosenDesktop(const SessionOffer& offer,
+                                           std::optional<DesktopKind> asked,
+                                           const WindowSystem& system);
+
+/// Whether the choice depends on the compositor.
+bool needsCompositor(std::optional<DesktopKind> asked, const WindowSystem& system);
+/// Whether the choice depends on the X display; `offer` knows the compositor. Connecting to an X
+/// display may start Xwayland.
+bool needsX11Display(const SessionOffer& offer, std::optional<DesktopKind> asked,
+                     const WindowSystem& system);
 
 /// Whether the compositor is one of `DesktopKind::wlr`.
 bool listsWindows(const SessionOffer& offer);
 
 /// Why `DesktopKind::none` has no windows.
-AbilityGap gapOfNone(std::optional<DesktopKind> asked);
+AbilityGap gapOfNone(const SessionOffer& offer, std::optional<DesktopKind> asked);
 
 /// The toolkit's platform for a desktop, as its option -platform takes it: Kelpa's own window is a
 /// native one of the compositor, unless the desktop is an X display.

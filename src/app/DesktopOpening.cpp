@@ -49,30 +49,12 @@ std::unique_ptr<Desktop> openWlrDesktop(Scheduler& scheduler, const QString& boa
 std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
                                            std::optional<DesktopKind> asked)
 {
-    // A person who names an X display means that one.
-    if (!asked && !system.display.isEmpty())
-        asked = DesktopKind::x11;
     SessionOffer offer;
-    if (asked != DesktopKind::x11)
+    if (needsCompositor(asked, system))
         offer.compositor = readCompositor();
-    // The toolkit would abort where there is no display.
-    const bool isDisplayNeeded =
-        asked == DesktopKind::x11 || (!asked && !listsWindows(offer)) || !offer.compositor;
-    if (isDisplayNeeded)
+    if (needsX11Display(offer, asked, system))
         offer.hasX11Display = x11::hasDisplay(system.display);
-    // A person who has chosen another platform for the toolkit has seen to its window.
-    const bool isShownElsewhere = !system.isDefault && !system.isX11;
-    if (!offer.hasX11Display && !offer.compositor && !isShownElsewhere)
-        return std::nullopt;
-    if (!offer.hasX11Display && system.isX11 && (asked == DesktopKind::x11 || !system.isDefault))
-        return std::nullopt;
-    DesktopKind kind = chosenDesktop(offer, asked).value_or(DesktopKind::none);
-    if (kind == DesktopKind::wlr && !listsWindows(offer))
-        kind = DesktopKind::none;
-    return ChosenDesktop{.kind = kind,
-                         .gap = gapOfNone(asked),
-                         .platform =
-                             system.isDefault ? toolkitPlatform(kind, offer) : QByteArray()};
+    return chosenDesktop(offer, asked, system);
 }
 
 std::unique_ptr<Desktop> openDesktop(const ChosenDesktop& chosen, Scheduler& scheduler,

@@ -5,9 +5,7 @@
 #include "app/DesktopChoice.h"
 #include "app/ToolkitArguments.h"
 #include "model/Identifiers.h"
-#include "platform/DesktopAbilities.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <memory>
@@ -19,18 +17,8 @@ namespace kelpa {
 class Desktop;
 class Scheduler;
 
-struct ChosenDesktop
-{
-    DesktopKind kind = DesktopKind::x11;
-    /// Why there are no windows, for `DesktopKind::none`.
-    AbilityGap gap = AbilityGap::choice;
-    /// For the toolkit's option -platform; empty where the person has chosen the platform.
-    QByteArray platform;
-};
-
-/// `system` is what the command line and the environment say of the toolkit. Absent when there is
-/// nothing to show a window on. Waits for the servers, and so is to be called before there is an
-/// event loop.
+/// As `chosenDesktop` for what the session offers. Waits for the servers, and so is to be called
+/// before there is an event loop.
 std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
                                            std::optional<DesktopKind> asked);
 

@@ -17,7 +17,7 @@ TEST(AboutDesktop, Names_what_was_found_and_that_all_is_there)
                                      .hasRawKeys = true,
                                      .isXwayland = false},
     };
-    EXPECT_EQ(aboutDesktop(reading, std::nullopt).toStdString(),
+    EXPECT_EQ(aboutDesktop(reading, std::nullopt, {}).toStdString(),
               R"(session     XDG_SESSION_TYPE=x11 XDG_CURRENT_DESKTOP=XFCE DISPLAY=:0
 x11         X server, window manager, Composite, keys of other programs
 wayland     no compositor
@@ -48,7 +48,7 @@ TEST(AboutDesktop, Says_what_is_missing_and_what_mends_it)
                                               {"xdg_activation_v1", 1},
                                               {"zwlr_foreign_toplevel_manager_v1", 3}},
     };
-    EXPECT_EQ(aboutDesktop(reading, DesktopKind::x11).toStdString(),
+    EXPECT_EQ(aboutDesktop(reading, DesktopKind::x11, {}).toStdString(),
               R"(session     XDG_SESSION_TYPE=wayland DISPLAY=:0 WAYLAND_DISPLAY=wayland-1
 x11         Xwayland, window manager, no Composite, no keys of other programs
 wayland     xdg_activation_v1 1, zwlr_foreign_toplevel_manager_v1 3
@@ -77,11 +77,11 @@ TEST(AboutDesktop, Says_why_a_session_or_a_person_leaves_Kelpa_without_windows)
         .display = std::nullopt,
         .compositor = wayland::GlobalVersions{{"wl_seat", 7}},
     };
-    const QString told = aboutDesktop(bare, std::nullopt);
+    const QString told = aboutDesktop(bare, std::nullopt, {});
     EXPECT_TRUE(told.contains(QStringLiteral("desktop     none\n"))) << told.toStdString();
     EXPECT_EQ(told.count(QStringLiteral("no: the compositor has no protocol for it")), 7)
         << told.toStdString();
-    const QString asked = aboutDesktop(bare, DesktopKind::none);
+    const QString asked = aboutDesktop(bare, DesktopKind::none, {});
     EXPECT_TRUE(asked.contains(QStringLiteral("desktop     none (as asked)\n")));
     EXPECT_EQ(asked.count(QStringLiteral("start it without \"--desktop none\"")), 7);
 }
@@ -94,13 +94,13 @@ TEST(AboutDesktop, Says_who_does_not_reply)
         .x11Display = ":0",
         .waylandDisplay = "wayland-1",
     };
-    EXPECT_EQ(aboutDesktop(silent, std::nullopt).toStdString(),
+    EXPECT_EQ(aboutDesktop(silent, std::nullopt, {}).toStdString(),
               R"(session     DISPLAY=:0 WAYLAND_DISPLAY=wayland-1
 x11         the display does not reply
 wayland     the compositor does not reply
 desktop     none that Kelpa can work on
 )");
-    EXPECT_EQ(aboutDesktop({}, std::nullopt).toStdString(),
+    EXPECT_EQ(aboutDesktop({}, std::nullopt, {}).toStdString(),
               R"(session     no variable names one
 x11         no display
 wayland     no compositor
@@ -120,21 +120,25 @@ TEST(AboutDesktop, Of_a_compositor_that_lists_its_windows_it_says_what_the_list_
     };
     const auto shortfalls = [&session] {
         std::vector<DesktopAbility> lacking;
-        const DesktopAbilities abilities = abilitiesOn(DesktopKind::wlr, session, std::nullopt);
+        const auto chosen = chosenDesktop(offerOf(session), DesktopKind::wlr, {});
+        const DesktopAbilities abilities = abilitiesOn(chosen.value(), session);
         for (const auto& [ability, shortfall] : abilities.shortfalls)
             lacking.push_back(ability);
         return lacking;
     };
     using enum DesktopAbility;
     using Abilities = std::vector<DesktopAbility>;
-    EXPECT_TRUE(aboutDesktop(session, std::nullopt).contains(QStringLiteral("desktop     wlr\n")));
+    EXPECT_TRUE(
+        aboutDesktop(session, std::nullopt, {}).contains(QStringLiteral("desktop     wlr\n")));
     EXPECT_EQ(shortfalls(), (Abilities{quitting, geometry, previews, globalKeys}));
     session.hasSwayIpc = true;
     EXPECT_EQ(shortfalls(), (Abilities{minimizing, previews}));
-    EXPECT_TRUE(aboutDesktop(session, std::nullopt)
+    EXPECT_TRUE(aboutDesktop(session, std::nullopt, {})
                     .contains(QStringLiteral("sway        its IPC replies\n")));
     session.compositor = wayland::GlobalVersions{};
     EXPECT_EQ(shortfalls().size(), allDesktopAbilities.size());
+    EXPECT_TRUE(aboutDesktop(session, DesktopKind::wlr, {})
+                    .contains(QStringLiteral("desktop     none (wlr was asked for)\n")));
 }
 
 } // namespace

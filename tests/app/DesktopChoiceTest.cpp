@@ -2,8 +2,27 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <map>
+
 namespace kelpa::test {
 namespace {
+
+const std::map<QByteArray, std::uint32_t> compositor{{"wl_seat", 7}};
+const std::map<QByteArray, std::uint32_t> lists{{"wl_seat", 7},
+                                                {"zwlr_foreign_toplevel_manager_v1", 3}};
+
+const SessionOffer nothing{};
+const SessionOffer xServer{.hasX11Display = true};
+const SessionOffer compositorAlone{.compositor = compositor};
+const SessionOffer withXwayland{.hasX11Display = true, .compositor = compositor};
+const SessionOffer listAlone{.compositor = lists};
+const SessionOffer listAndXwayland{.hasX11Display = true, .compositor = lists};
+
+const WindowSystem byDefault{};
+const WindowSystem askedXcb{.isX11 = true, .isDefault = false};
+const WindowSystem askedDisplay{.isX11 = true, .display = ":1", .isDefault = true};
+const WindowSystem askedWayland{.isX11 = false, .isDefault = false};
 
 TEST(DesktopChoice, Is_what_the_session_offers_or_the_person_asks_for)
 {
@@ -12,30 +31,71 @@ TEST(DesktopChoice, Is_what_the_session_offers_or_the_person_asks_for)
         const char* name;
         SessionOffer offer;
         std::optional<DesktopKind> asked;
-        std::optional<DesktopKind> chosen;
+        WindowSystem system;
+        std::optional<ChosenDesktop> chosen;
     };
-    const std::map<QByteArray, std::uint32_t> compositor{{"wl_seat", 7}};
-    const std::map<QByteArray, std::uint32_t> lists{{"wl_seat", 7},
-                                                    {"zwlr_foreign_toplevel_manager_v1", 3}};
+    using enum DesktopKind;
+    using enum AbilityGap;
+    const auto on = [](DesktopKind kind, const char* platform) {
+        return ChosenDesktop{.kind = kind, .gap = display, .platform = platform};
+    };
+    const auto without = [](AbilityGap gap, const char* platform) {
+        return ChosenDesktop{.kind = none, .gap = gap, .platform = platform};
+    };
     const std::array rows{
-        Row{"nothing", {}, {}, {}},
-        Row{"an X display", {.hasX11Display = true}, {}, DesktopKind::x11},
-        Row{"Xwayland", {.hasX11Display = true, .compositor = compositor}, {}, DesktopKind::x11},
-        Row{"no display, asked for all the same", {}, DesktopKind::x11, DesktopKind::x11},
-        Row{"a compositor alone", {.compositor = compositor}, {}, DesktopKind::none},
-        Row{"a compositor that lists its windows", {.compositor = lists}, {}, DesktopKind::wlr},
-        Row{"the same with Xwayland",
-            {.hasX11Display = true, .compositor = lists},
+        Row{"nothing", nothing, {}, byDefault, {}},
+        Row{"an X display", xServer, {}, byDefault, on(x11, "xcb")},
+        Row{"Xwayland", withXwayland, {}, byDefault, on(x11, "xcb")},
+        Row{"no display, asked for all the same", compositorAlone, x11, byDefault, {}},
+        Row{"a compositor alone",
+            compositorAlone,
             {},
-            DesktopKind::wlr},
-        Row{"Xwayland is asked for",
-            {.hasX11Display = true, .compositor = lists},
-            DesktopKind::x11,
-            DesktopKind::x11},
-        Row{"no windows are wanted", {.hasX11Display = true}, DesktopKind::none, DesktopKind::none},
+            byDefault,
+            without(compositorProtocol, "wayland")},
+        Row{"a list", listAlone, {}, byDefault, on(wlr, "wayland")},
+        Row{"a list and Xwayland", listAndXwayland, {}, byDefault, on(wlr, "wayland")},
+        Row{"its own window on Xwayland", listAndXwayland, {}, askedXcb, on(wlr, "")},
+        Row{"the same, where there is none", listAlone, {}, askedXcb, {}},
+        Row{"Xwayland is asked for", listAndXwayland, x11, byDefault, on(x11, "xcb")},
+        Row{"by its name", listAndXwayland, {}, askedDisplay, on(x11, "xcb")},
+        Row{"by the name of one that is not there", listAlone, {}, askedDisplay, {}},
+        Row{"no windows are wanted", xServer, none, byDefault, without(choice, "xcb")},
+        Row{"none, on Xwayland", listAndXwayland, none, askedXcb, without(choice, "")},
+        Row{"a list is asked for that is not there", withXwayland, wlr, byDefault,
+            without(compositorProtocol, "wayland")},
+        Row{"nor a compositor", xServer, wlr, byDefault, without(AbilityGap::compositor, "xcb")},
+        Row{"its own window elsewhere", nothing, {}, askedWayland, without(display, "")},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(chosenDesktop(row.offer, row.asked), row.chosen) << row.name;
+    for (const Row& row : rows) {
+        std::optional<ChosenDesktop> chosen = chosenDesktop(row.offer, row.asked, row.system);
+        // It tells why there are no windows, and nothing where there are.
+        if (chosen && chosen->kind != none)
+            chosen->gap = display;
+        EXPECT_EQ(chosen, row.chosen) << row.name;
+    }
+}
+
+TEST(DesktopChoice, Nothing_is_asked_that_it_does_not_depend_on)
+{
+    EXPECT_FALSE(needsX11Display(listAlone, {}, byDefault));
+    EXPECT_FALSE(needsX11Display(compositorAlone, DesktopKind::none, byDefault));
+    const std::array<std::optional<DesktopKind>, 4> asked{std::nullopt, DesktopKind::x11,
+                                                          DesktopKind::wlr, DesktopKind::none};
+    for (const SessionOffer& full : {xServer, withXwayland, listAndXwayland}) {
+        for (const std::optional<DesktopKind>& kind : asked) {
+            for (const WindowSystem& system : {byDefault, askedXcb, askedDisplay, askedWayland}) {
+                SessionOffer known;
+                if (needsCompositor(kind, system))
+                    known.compositor = full.compositor;
+                known.hasX11Display = needsX11Display(known, kind, system);
+                const std::optional<ChosenDesktop> chosen = chosenDesktop(known, kind, system);
+                const std::optional<ChosenDesktop> best = chosenDesktop(full, kind, system);
+                ASSERT_TRUE(chosen && best);
+                EXPECT_EQ(chosen->kind, best->kind);
+                EXPECT_EQ(chosen->platform, best->platform);
+            }
+        }
+    }
 }
 
 TEST(DesktopChoice, Kelpas_own_window_is_native_unless_the_desktop_is_an_X_display)
