@@ -28,6 +28,17 @@ void NamedWindowNumbers::begin(const QByteArray& run)
     }
 }
 
+void NamedWindowNumbers::rename(const QByteArray& from, const QByteArray& to)
+{
+    const auto known = m_table.numbers.find(from);
+    if (known == m_table.numbers.end() || to.isEmpty() || to.size() > NameTable::longestName)
+        return;
+    const WindowID number = known->second;
+    m_table.numbers.erase(known);
+    m_table.numbers.emplace(to, number);
+    m_isUnwritten = true;
+}
+
 std::vector<std::optional<WindowID>>
 NamedWindowNumbers::number(const std::vector<QByteArray>& names)
 {

@@ -28,6 +28,10 @@ public:
     /// run of a compositor has. Reads the disk when it is another run than before.
     void begin(const QByteArray& run);
 
+    /// The window that was called `from` is called `to` from now on. It keeps its number, unless
+    /// `to` has one already, which was stored. Written with the next `number`.
+    void rename(const QByteArray& from, const QByteArray& to);
+
     /// The numbers of all windows that there are, in the order of `names`; absent for a name that
     /// is empty or too long, or when there are no more numbers. Writes the disk when there is a new
     /// name: a number that was not written would be another one after the next start. One that

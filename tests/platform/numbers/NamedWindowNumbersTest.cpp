@@ -96,6 +96,23 @@ TEST_F(NamedNumbers, Nothing_is_carried_into_another_run)
     EXPECT_EQ(later.number({"a"}), (Numbers{257}));
 }
 
+TEST_F(NamedNumbers, A_window_that_gets_another_name_keeps_its_number)
+{
+    NamedWindowNumbers numbers = start();
+    numbers.begin("run");
+    numbers.number({"a", "b", "c"});
+    numbers.rename("a", "identifier");
+    // It was stored.
+    numbers.rename("b", "c");
+    numbers.rename("unknown", "d");
+    EXPECT_EQ(numbers.number({"identifier", "c", "d"}), (Numbers{1, 3, 4}));
+    EXPECT_EQ(names.table,
+              (NameTable{.run = "run", .numbers = {{"identifier", 1}, {"c", 3}, {"d", 4}}}));
+    NamedWindowNumbers later = start();
+    later.begin("run");
+    EXPECT_EQ(later.number({"identifier"}), Numbers{1});
+}
+
 TEST_F(NamedNumbers, Numbers_of_windows_that_the_board_has_assigned_are_not_given)
 {
     NamedWindowNumbers numbers = start({1, 2, 4});

@@ -288,6 +288,11 @@ void ToplevelClient::request(ToplevelID window, ToplevelAction action)
     }
 }
 
+bool ToplevelClient::isFinished() const
+{
+    return m_manager && m_manager->isFinished;
+}
+
 void ToplevelClient::globalAdded(std::uint32_t name, const char* interface, std::uint32_t version)
 {
     const std::string_view offered(interface);
@@ -344,9 +349,12 @@ void ToplevelClient::settle()
 {
     wl_callback_destroy(std::exchange(m_settling, nullptr));
     // While events go on, the lists may describe different moments: they are shown, but nothing new
-    // is concluded from them.
+    // is concluded from them. Before the first ones are whole, windows would lack their
+    // identifiers.
     if (m_isUnsettled) {
         noteChange();
+        if (!m_windows)
+            return;
     } else if (m_manager && m_identities) {
         m_matches = matchedToplevels(m_manager->list.mostRecentFirst(),
                                      m_identities->list.mostRecentFirst(), m_matches);

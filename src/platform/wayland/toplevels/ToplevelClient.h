@@ -41,6 +41,9 @@ public:
     /// are certain. Absent until the compositor has listed them, and while it offers no such list.
     const std::optional<std::vector<Toplevel>>& windows() const { return m_windows; }
 
+    /// The compositor has ended the list: on this connection there will be no other.
+    bool isFinished() const;
+
     /// Sends the request, unless the window is gone or, to activate it, there is no seat.
     void request(ToplevelID window, ToplevelAction action);
 

@@ -4,16 +4,19 @@ namespace kelpa::wayland {
 
 std::vector<QByteArray> ToplevelNames::of(const std::vector<Toplevel>& windows)
 {
+    m_replaced.clear();
     std::map<ToplevelID, QByteArray> present;
     std::vector<QByteArray> names;
     names.reserve(windows.size());
     for (const Toplevel& window : windows) {
         const auto known = m_names.find(window.id);
-        QByteArray name = m_prefix + QByteArray::number(window.id);
-        if (!window.identifier.isEmpty())
+        const QByteArray madeUp = m_prefix + QByteArray::number(window.id);
+        QByteArray name = known != m_names.end() ? known->second : madeUp;
+        if (!window.identifier.isEmpty()) {
             name = "id " + window.identifier;
-        else if (known != m_names.end())
-            name = known->second;
+            if (known != m_names.end() && known->second == madeUp)
+                m_replaced.emplace(madeUp, name);
+        }
         names.push_back(name);
         present.emplace(window.id, std::move(name));
     }

@@ -23,9 +23,14 @@ public:
     /// as that is certain, and keeps it when it is not for a moment.
     std::vector<QByteArray> of(const std::vector<Toplevel>& windows);
 
+    /// The names made up for windows whose identifiers have become certain with the last `of`, each
+    /// with the name that the window has now.
+    const std::map<QByteArray, QByteArray>& replaced() const { return m_replaced; }
+
 private:
     const QByteArray m_prefix;
     std::map<ToplevelID, QByteArray> m_names;
+    std::map<QByteArray, QByteArray> m_replaced;
 };
 
 } // namespace kelpa::wayland

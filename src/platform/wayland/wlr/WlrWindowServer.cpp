@@ -89,7 +89,10 @@ std::unique_ptr<DiscoverySource> WlrWindowServer::openDiscoverySource()
         return std::make_unique<WlrSnapshot>();
     if (std::exchange(m_isFirst, false))
         m_numbers.begin(identityOfRun(m_needs.socketPath));
-    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(m_names.of(*listed));
+    const std::vector<QByteArray> names = m_names.of(*listed);
+    for (const auto& [madeUp, identifier] : m_names.replaced())
+        m_numbers.rename(madeUp, identifier);
+    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(names);
     std::vector<NumberedToplevel> windows;
     windows.reserve(listed->size());
     for (std::size_t index = 0; index < numbers.size(); ++index)

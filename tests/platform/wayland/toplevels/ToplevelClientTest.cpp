@@ -312,6 +312,26 @@ TEST_F(ToplevelClientTest, Windows_have_the_identifiers_that_are_certain)
     EXPECT_EQ(client->windows()->at(2).identifier, "");
 }
 
+TEST_F(ToplevelClientTest, Nothing_is_listed_before_both_lists_are_whole)
+{
+    FakeToplevelManager manager(compositor);
+    FakeIdentifiedToplevels identities(compositor);
+    connection = wayland::WaylandConnection::open(compositor.path());
+    ASSERT_NE(connection, nullptr);
+    client.emplace(*connection, nextID, [this] { ++changes; });
+    while (manager.boundVersion() == 0) {
+        connection->dispatch(std::chrono::steady_clock::now());
+        compositor.serve(0ms);
+    }
+    // The manager is bound first, and what was asked after that is answered by now.
+    manager.open("A", "app");
+    identities.open("A", "app", "id-a");
+    settle();
+    ASSERT_EQ(titles(), list({"A"}));
+    EXPECT_EQ(only().identifier, "id-a");
+    EXPECT_EQ(changes, 1);
+}
+
 TEST_F(ToplevelClientTest, Any_sequence_of_events_leaves_the_windows_that_are_there)
 {
     constexpr unsigned int seed = 20'26;

@@ -144,6 +144,28 @@ TEST_F(WlrServerTest, Identified_windows_keep_their_numbers_when_kelpa_starts_ag
     }
 }
 
+TEST_F(WlrServerTest, A_window_keeps_its_number_when_its_identifier_becomes_certain)
+{
+    const auto server = start();
+    awaitLists(*server);
+    // Nothing tells these two apart.
+    FakeToplevel window = manager->open("twin", "app");
+    manager->open("twin", "app");
+    FakeIdentifiedToplevel identifiedWindow = identified->open("twin", "app", "first");
+    identified->open("twin", "app", "second");
+    auto before = pass(*server, 2);
+    window.title("alone").done();
+    identifiedWindow.title("alone").done();
+    ASSERT_TRUE(serveUntil([&] {
+        pass(*server, 2);
+        return names.table->numbers.contains("id first") &&
+               names.table->numbers.contains("id second");
+    }));
+    const std::set<WindowID> after{names.table->numbers.at("id first"),
+                                   names.table->numbers.at("id second")};
+    EXPECT_EQ(after, (std::set{before.at(0).second, before.at(1).second}));
+}
+
 TEST_F(WlrServerTest, Windows_without_identifiers_never_get_the_number_of_an_earlier_start)
 {
     std::set<WindowID> given;
