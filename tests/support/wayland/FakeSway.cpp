@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstring>
 #include <utility>
 
@@ -30,7 +31,8 @@ FileDescriptor listeningAt(const QByteArray& path)
     FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     const void* const generic = &address;
     if (::bind(socket.number(), static_cast<const sockaddr*>(generic), sizeof(address)) != 0 ||
-        ::listen(socket.number(), 8) != 0)
+        // As many as sway accepts ahead.
+        ::listen(socket.number(), 3) != 0)
         qFatal("no socket for sway");
     return socket;
 }
@@ -111,6 +113,10 @@ void FakeSway::run(const std::stop_token& stop)
 {
     constexpr int moment = 5;
     while (!stop.stop_requested()) {
+        if (m_isHanging) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(moment));
+            continue;
+        }
         std::vector<pollfd> sockets{{.fd = m_listener.number(), .events = POLLIN, .revents = 0}};
         for (const auto& client : m_clients)
             sockets.push_back({.fd = client->socket.number(), .events = POLLIN, .revents = 0});
@@ -138,10 +144,8 @@ void FakeSway::serve(Client& client)
         return;
     }
     client.reader.add(QByteArray(buffer.data(), count));
-    while (const auto request = client.reader.next()) {
-        if (!m_isHanging)
-            answer(client, *request);
-    }
+    while (const auto request = client.reader.next())
+        answer(client, *request);
 }
 
 void FakeSway::answer(Client& client, const SwayMessage& request)

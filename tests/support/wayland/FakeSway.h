@@ -34,7 +34,7 @@ public:
     void setConfiguration(const QByteArray& text);
     /// The reply to each command from now on.
     void setResult(const QByteArray& json);
-    /// Whether requests are left without a reply.
+    /// While it hangs, it neither accepts connections nor reads.
     void setHanging(bool isHanging) { m_isHanging = isHanging; }
     /// To all clients that have subscribed to anything.
     void send(const wayland::SwayMessage& event);

@@ -13,6 +13,13 @@ namespace kelpa::wayland {
 /// earlier connections for so long that its queue is full. Does not wait.
 FileDescriptor connectedSocket(const QByteArray& path);
 
+/// Whether anybody listens, also one whose queue is full. Does not wait.
+bool hasListener(const QByteArray& path);
+
+/// Whether one process listens at both paths. False where nobody listens at one of them, or its
+/// queue is full. Does not wait.
+bool haveOneListener(const QByteArray& path, const QByteArray& otherPath);
+
 /// As poll() wants it: rounded up, 0 once `end` has passed.
 int millisecondsUntil(std::chrono::steady_clock::time_point end);
 

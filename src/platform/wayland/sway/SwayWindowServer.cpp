@@ -2,6 +2,7 @@
 
 #include "platform/LoggingCategories.h"
 #include "platform/numbers/CompositorRun.h"
+#include "platform/wayland/connection/LocalSocket.h"
 #include "platform/wayland/sway/SwayEvents.h"
 
 #include <QUuid>
@@ -12,9 +13,6 @@
 namespace kelpa::wayland {
 
 namespace {
-
-/// sway answers within milliseconds, or hangs.
-constexpr std::chrono::milliseconds treeLimit{2000};
 
 QByteArray nameOf(const SwayWindow& window)
 {
@@ -59,7 +57,9 @@ bool SwayWindowServer::connect()
         return true;
     m_connection = SwayConnection::open(m_needs.socketPath);
     if (!m_connection)
-        return false;
+        // sway accepts few connections ahead. One that hangs has no room for the attempts of more
+        // than a few passes.
+        return hasListener(m_needs.socketPath);
     const std::optional<CompositorRun> run =
         compositorRun(m_connection->descriptor(), m_needs.socketPath);
     // A run that cannot be known again is one of its own.
@@ -69,8 +69,10 @@ bool SwayWindowServer::connect()
 
 std::optional<std::vector<SwayWindow>> SwayWindowServer::readTree()
 {
+    if (!m_connection)
+        return std::nullopt;
     const std::optional<QByteArray> tree = m_connection->request(
-        {SwayMessageType::getTree, {}}, std::chrono::steady_clock::now() + treeLimit);
+        {SwayMessageType::getTree, {}}, std::chrono::steady_clock::now() + m_needs.replyLimit);
     return tree ? windowsInTree(*tree) : std::nullopt;
 }
 

@@ -14,6 +14,7 @@
 #include <QByteArray>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -37,6 +38,8 @@ struct SwayWindowServerNeeds
     /// Numbers that no new window may get, because windows are assigned by them.
     std::set<WindowID> takenNumbers{};
     Scheduler& scheduler;
+    /// sway replies within milliseconds, or hangs.
+    std::chrono::milliseconds replyLimit{2000};
 };
 
 /// A pass is one request. While sway hangs, passes give the windows that it told last.
@@ -65,7 +68,7 @@ public:
     std::optional<std::vector<NumberedSwayWindow>> windows() const;
 
 private:
-    /// False when nobody listens.
+    /// False when nobody listens. There may be no connection all the same, while sway hangs.
     bool connect();
     std::optional<std::vector<SwayWindow>> readTree();
     std::vector<NumberedSwayWindow> numbered(std::vector<SwayWindow> windows);

@@ -1,0 +1,48 @@
+#include "platform/wayland/connection/LocalSocket.h"
+
+#include "support/wayland/FakeCompositor.h"
+#include "support/wayland/FakeSway.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+/// A process that listens at `path`, which it says in a line.
+void listenElsewhere(QProcess& process, const QString& path)
+{
+    process.start(QStringLiteral("/usr/bin/python3"),
+                  {QStringLiteral("-c"),
+                   QStringLiteral("import socket, sys\n"
+                                  "listener = socket.socket(socket.AF_UNIX)\n"
+                                  "listener.bind(sys.argv[1])\n"
+                                  "listener.listen()\n"
+                                  "print('listens', flush=True)\n"
+                                  "sys.stdin.read()\n"),
+                   path});
+    ASSERT_TRUE(process.waitForReadyRead());
+}
+
+TEST(LocalSocket, Who_listens_at_two_paths_is_one_process_or_not)
+{
+    const FakeSway sway;
+    const FakeCompositor own;
+    EXPECT_TRUE(wayland::haveOneListener(sway.path(), own.path()));
+    const QTemporaryDir folder;
+    const QString elsewhere = folder.filePath(QStringLiteral("wayland"));
+    QProcess process;
+    listenElsewhere(process, elsewhere);
+    EXPECT_TRUE(wayland::hasListener(elsewhere.toLocal8Bit()));
+    EXPECT_FALSE(wayland::haveOneListener(sway.path(), elsewhere.toLocal8Bit()));
+    process.closeWriteChannel();
+    process.waitForFinished();
+    EXPECT_FALSE(wayland::hasListener(elsewhere.toLocal8Bit()));
+    EXPECT_FALSE(wayland::haveOneListener(elsewhere.toLocal8Bit(), elsewhere.toLocal8Bit()));
+    EXPECT_FALSE(wayland::haveOneListener({}, {}));
+}
+
+} // namespace
+} // namespace kelpa::test
