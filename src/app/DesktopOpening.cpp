@@ -1,12 +1,11 @@
 #include "app/DesktopOpening.h"
 
+#include "app/SessionReading.h"
 #include "app/SwayDesktop.h"
 #include "app/WindowlessDesktop.h"
 #include "app/WlrDesktop.h"
 #include "app/X11Desktop.h"
 #include "platform/wayland/connection/Globals.h"
-#include "platform/wayland/connection/LocalSocket.h"
-#include "platform/wayland/connection/WaylandConnection.h"
 #include "platform/x11/connection/DisplayConnector.h"
 
 #include <QFileInfo>
@@ -21,27 +20,14 @@ namespace {
 /// would not show Kelpa's window either.
 constexpr std::chrono::milliseconds compositorLimit{2000};
 
-/// Only the compositor that the session names: in a session on X11, one of another session may
-/// listen at the default path.
-std::optional<wayland::GlobalVersions> readCompositor()
-{
-    const QByteArray display = qgetenv("WAYLAND_DISPLAY");
-    if (display.isEmpty())
-        return std::nullopt;
-    return wayland::readGlobals(wayland::socketPath(display, qgetenv("XDG_RUNTIME_DIR")),
-                                compositorLimit);
-}
-
 /// sway's IPC tells more than the protocols of its family do.
 std::unique_ptr<Desktop> openWlrDesktop(Scheduler& scheduler, const QString& boardPath,
                                         const std::set<WindowID>& assigned)
 {
-    const QByteArray sway = qgetenv("SWAYSOCK");
-    if (wayland::connectedSocket(sway).isOpen())
+    const QByteArray sway = swaySocket();
+    if (!sway.isEmpty())
         return std::make_unique<SwayDesktop>(scheduler, sway, boardPath, assigned);
-    const QByteArray compositor =
-        wayland::socketPath(qgetenv("WAYLAND_DISPLAY"), qgetenv("XDG_RUNTIME_DIR"));
-    return std::make_unique<WlrDesktop>(scheduler, compositor, boardPath, assigned);
+    return std::make_unique<WlrDesktop>(scheduler, compositorSocket(), boardPath, assigned);
 }
 
 } // namespace
@@ -51,7 +37,7 @@ std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
 {
     SessionOffer offer;
     if (needsCompositor(asked, system))
-        offer.compositor = readCompositor();
+        offer.compositor = wayland::readGlobals(compositorSocket(), compositorLimit);
     if (needsX11Display(offer, asked, system))
         offer.hasX11Display = x11::hasDisplay(system.display);
     return chosenDesktop(offer, asked, system);

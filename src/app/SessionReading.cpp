@@ -27,6 +27,19 @@ auto withinLimit(std::chrono::milliseconds limit, Read read) -> decltype(read())
 
 } // namespace
 
+QByteArray compositorSocket()
+{
+    const QByteArray display = qgetenv("WAYLAND_DISPLAY");
+    return display.isEmpty() ? QByteArray()
+                             : wayland::socketPath(display, qgetenv("XDG_RUNTIME_DIR"));
+}
+
+QByteArray swaySocket()
+{
+    const QByteArray path = qgetenv("SWAYSOCK");
+    return wayland::haveOneListener(path, compositorSocket()) ? path : QByteArray();
+}
+
 SessionReading readSession(const QByteArray& display, std::chrono::milliseconds limit)
 {
     SessionReading reading{
@@ -41,9 +54,8 @@ SessionReading readSession(const QByteArray& display, std::chrono::milliseconds 
             return x11::readDisplayFacts(connector);
         });
     }
-    reading.compositor = wayland::readGlobals(
-        wayland::socketPath(reading.waylandDisplay, qgetenv("XDG_RUNTIME_DIR")), limit);
-    reading.hasSwayIpc = wayland::connectedSocket(qgetenv("SWAYSOCK")).isOpen();
+    reading.compositor = wayland::readGlobals(compositorSocket(), limit);
+    reading.hasSwayIpc = !swaySocket().isEmpty();
     return reading;
 }
 

@@ -29,6 +29,14 @@ struct SessionReading
     friend bool operator==(const SessionReading&, const SessionReading&) = default;
 };
 
+/// The socket of the compositor that the session names; empty where it names none: in a session on
+/// X11, one of another session may listen at the default path.
+QByteArray compositorSocket();
+
+/// The socket of sway's IPC; empty unless the session's compositor listens there, since SWAYSOCK
+/// may be left from another session. Does not wait.
+QByteArray swaySocket();
+
 /// Each server has `limit` to reply. A thread that waits for a server that hangs is left behind, so
 /// the process is to end with _Exit after this. `display` as in the DISPLAY variable, which is used
 /// when it is empty.
