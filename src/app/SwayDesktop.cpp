@@ -36,7 +36,7 @@ struct SwayDesktop::Parts
     Parts(Scheduler& scheduler, const QByteArray& socketPath, const QString& boardPath,
           const std::set<WindowID>& assigned)
         : numbers(QFileInfo(boardPath).dir().filePath(QStringLiteral("window-numbers")), assigned),
-          names(boardPath + QStringLiteral("-windows")),
+          names(boardPath + QStringLiteral("-sway-windows")),
           windowServer({.socketPath = socketPath,
                         .resolver = entries,
                         .documents = &documents,

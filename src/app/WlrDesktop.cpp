@@ -19,6 +19,7 @@
 #include "platform/wayland/wlr/WlrWindowServer.h"
 #include "platform/windowless/NoWindows.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -34,9 +35,11 @@ struct WlrDesktop::Parts
     Parts(Scheduler& scheduler, const QByteArray& socketPath, const QString& boardPath,
           const std::set<WindowID>& assigned)
         : numbers(QFileInfo(boardPath).dir().filePath(QStringLiteral("window-numbers")), assigned),
-          names(boardPath + QStringLiteral("-windows")),
+          names(boardPath + QStringLiteral("-wlr-windows")),
           windowServer({.socketPath = socketPath,
-                        .ownApplication = QGuiApplication::desktopFileName(),
+                        // On X11 its class stands for it.
+                        .ownApplications = {QGuiApplication::desktopFileName(),
+                                            QCoreApplication::applicationName()},
                         .resolver = entries,
                         .reservation = numbers,
                         .names = names,

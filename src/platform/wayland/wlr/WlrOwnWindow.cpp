@@ -2,11 +2,13 @@
 
 #include "platform/wayland/wlr/WlrWindowServer.h"
 
+#include <QWindow>
+
 namespace kelpa::wayland {
 
-void WlrOwnWindow::requestFront(QWindow&, const ActivationContext&)
+void WlrOwnWindow::requestFront(QWindow& window, const ActivationContext&)
 {
-    m_server.activateOwn();
+    m_server.activateOwn(window.title());
 }
 
 std::unique_ptr<Subscription> WlrOwnWindow::watchOcclusion(QWindow&,

@@ -24,12 +24,12 @@ std::optional<ProcessID> processOf(const NumberedToplevel& window)
 }
 
 WlrSnapshot::WlrSnapshot(const std::vector<NumberedToplevel>& windows,
-                         const QString& ownApplication, ApplicationResolver& resolver)
+                         const QStringList& ownApplications, ApplicationResolver& resolver)
     : m_isPresent(true)
 {
     for (const NumberedToplevel& each : windows) {
         const std::optional<ProcessID> process = processOf(each);
-        if (!process || each.window.appID == ownApplication)
+        if (!process || ownApplications.contains(each.window.appID))
             continue;
         ApplicationClues clues;
         // The name of its desktop entry; some use the class that they have on X11.

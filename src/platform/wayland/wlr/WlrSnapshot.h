@@ -6,6 +6,7 @@
 #include "platform/wayland/toplevels/ToplevelList.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <map>
 #include <optional>
@@ -37,9 +38,9 @@ public:
     /// A source whose lists are absent.
     WlrSnapshot() = default;
 
-    /// `windows` from the most recently active on; those whose application is `ownApplication` are
-    /// Kelpa's own and are left out. `resolver` is not used after this.
-    WlrSnapshot(const std::vector<NumberedToplevel>& windows, const QString& ownApplication,
+    /// `windows` from the most recently active on; those whose application is in `ownApplications`
+    /// are Kelpa's own and are left out. `resolver` is not used after this.
+    WlrSnapshot(const std::vector<NumberedToplevel>& windows, const QStringList& ownApplications,
                 ApplicationResolver& resolver);
 
     std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) override;

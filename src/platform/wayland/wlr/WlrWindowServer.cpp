@@ -101,7 +101,7 @@ std::unique_ptr<DiscoverySource> WlrWindowServer::openDiscoverySource()
         const std::scoped_lock lock(m_mutex);
         m_windows = windows;
     }
-    return std::make_unique<WlrSnapshot>(windows, m_needs.ownApplication, m_needs.resolver);
+    return std::make_unique<WlrSnapshot>(windows, m_needs.ownApplications, m_needs.resolver);
 }
 
 std::optional<std::vector<Toplevel>> WlrWindowServer::listed()
@@ -139,17 +139,19 @@ std::optional<NumberedToplevel> WlrWindowServer::windowOf(ProcessID process) con
     return found == all.end() ? std::nullopt : std::optional(*found);
 }
 
-void WlrWindowServer::activateOwn()
+void WlrWindowServer::activateOwn(const QString& title)
 {
-    const std::optional<std::vector<Toplevel>> listed = m_monitor.windows();
-    if (!listed)
+    std::vector<Toplevel> own = m_monitor.windows().value_or(std::vector<Toplevel>());
+    std::erase_if(own, [this](const Toplevel& each) {
+        return !m_needs.ownApplications.contains(each.appID);
+    });
+    if (own.empty())
         return;
-    for (const Toplevel& window : *listed) {
-        if (window.appID != m_needs.ownApplication)
-            continue;
-        m_monitor.request(window.id, ToplevelAction::restore);
-        m_monitor.request(window.id, ToplevelAction::activate);
-    }
+    auto chosen = std::ranges::find(own, title, &Toplevel::title);
+    if (chosen == own.end())
+        chosen = own.begin();
+    m_monitor.request(chosen->id, ToplevelAction::restore);
+    m_monitor.request(chosen->id, ToplevelAction::activate);
 }
 
 void WlrWindowServer::notify()

@@ -11,6 +11,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <mutex>
@@ -27,8 +28,8 @@ struct WlrWindowServerNeeds
 {
     /// Of the compositor, as `socketPath` gives it.
     QByteArray socketPath;
-    /// Of Kelpa's own windows.
-    QString ownApplication;
+    /// Of Kelpa's own windows, native ones and those on Xwayland.
+    QStringList ownApplications;
     ApplicationResolver& resolver;
     NumberReservation& reservation;
     NameTableStorage& names;
@@ -64,8 +65,10 @@ public:
     std::optional<NumberedToplevel> windowOf(ProcessID process) const;
     /// Any thread; returns at once.
     void request(ToplevelID window, ToplevelAction action) { m_monitor.request(window, action); }
-    /// Activates Kelpa's own windows. Any thread; returns at once.
-    void activateOwn();
+    /// Activates one window of Kelpa's own. The list tells no processes, and another Kelpa of the
+    /// session may have another board: it is the most recently active of those with this title, or
+    /// of all where none has it. Any thread; returns at once.
+    void activateOwn(const QString& title);
 
 private:
     class Events;

@@ -39,10 +39,10 @@ NumberedToplevel numbered(WindowID number, const QString& appID, bool isMinimize
 TEST(WlrSnapshot, Its_windows_are_on_the_board_and_kelpas_own_is_not)
 {
     EditorResolver resolver;
-    WlrSnapshot source({numbered(7, QStringLiteral("org.editor")),
-                        numbered(8, QStringLiteral("kelpa")),
-                        numbered(9, QStringLiteral("other"), true)},
-                       QStringLiteral("kelpa"), resolver);
+    WlrSnapshot source(
+        {numbered(7, QStringLiteral("org.editor")), numbered(8, QStringLiteral("kelpa")),
+         numbered(9, QStringLiteral("other"), true), numbered(10, QStringLiteral("org.kelpa"))},
+        {QStringLiteral("org.kelpa"), QStringLiteral("kelpa")}, resolver);
     const QList<WindowItem> windows = WindowDiscovery::visibleWindows(source, 4711);
     ASSERT_EQ(windows.size(), 2);
     EXPECT_EQ(windows.at(0).id, 7U);

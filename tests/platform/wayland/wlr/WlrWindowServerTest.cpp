@@ -55,7 +55,7 @@ protected:
         identified.emplace(compositor);
         return std::make_unique<wayland::WlrWindowServer>(
             wayland::WlrWindowServerNeeds{.socketPath = compositor.path(),
-                                          .ownApplication = QStringLiteral("kelpa"),
+                                          .ownApplications = {QStringLiteral("kelpa")},
                                           .resolver = resolver,
                                           .reservation = reservation,
                                           .names = names,
@@ -186,6 +186,8 @@ TEST_F(WlrServerTest, A_request_reaches_the_one_window)
     manager->open("a", "app");
     manager->open("b", "app", {minimizedState});
     manager->open("own", "kelpa");
+    // Of another board.
+    manager->open("other", "kelpa");
     const auto listed = pass(*server, 2);
     ASSERT_EQ(listed.size(), 2U);
     const auto minimized =
@@ -197,7 +199,7 @@ TEST_F(WlrServerTest, A_request_reaches_the_one_window)
     elements->front()->requestMinimized(false);
     elements->front()->requestFocus();
     elements->front()->requestClose();
-    server->activateOwn();
+    server->activateOwn(QStringLiteral("own"));
     ASSERT_TRUE(serveUntil([&] { return manager->requests.size() >= 5; }));
     EXPECT_EQ(manager->requests,
               (QStringList{QStringLiteral("restore 1"), QStringLiteral("activate 1"),
