@@ -70,7 +70,13 @@ int printBackupCommand(const CommandLine& line)
     return output.exitStatus;
 }
 
-int reportMissingDisplay(const WindowSystem& system)
+int reportInvalid(const QString& error)
+{
+    std::fprintf(stderr, "kelpa: %s\n", qPrintable(error));
+    return 2;
+}
+
+int reportMissingDisplay(const WindowSystem& system, std::optional<DesktopKind> asked)
 {
     const QByteArray display = system.display.isEmpty() ? qgetenv("DISPLAY") : system.display;
     if (display.isEmpty())
@@ -79,7 +85,7 @@ int reportMissingDisplay(const WindowSystem& system)
         std::fprintf(stderr, "kelpa: there is no connection to the X11 display %s\n",
                      display.constData());
     const QByteArray compositor = qgetenv("WAYLAND_DISPLAY");
-    if (system.isDefault && !compositor.isEmpty())
+    if (system.isDefault && !compositor.isEmpty() && needsCompositor(asked, system))
         std::fprintf(stderr, "kelpa: the Wayland compositor %s does not reply\n",
                      compositor.constData());
     return 1;
@@ -131,7 +137,7 @@ int run(QGuiApplication& application, const CommandLine& line, const ChosenDeskt
     std::unique_ptr<SqliteSettingsStore> file = openBoard(line.settingsPath, start);
     if (file->isAlreadyInUse()) {
         // It could not be asked by the bus, or not in time.
-        const bool isForward = bringForward(file->otherProcess(), scheduler);
+        const bool isForward = bringForward(file->otherProcess(), desktop.kind, scheduler);
         if (!isForward)
             std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
                          qPrintable(line.settingsPath));
@@ -183,6 +189,8 @@ int main(int argc, char** argv)
     if (given.error.isEmpty() && (given.asksForBackups || !given.restoredBackup.isEmpty()))
         return printBackupCommand(given);
     const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
+    if (given.asksForDesktop && !given.desktopError.isEmpty())
+        return reportInvalid(given.desktopError);
     if (given.asksForDesktop)
         printAboutDesktop(given, system);
     const QByteArray startupID = takeStartupID();
@@ -199,17 +207,15 @@ int main(int argc, char** argv)
 
     const std::optional<ChosenDesktop> desktop = chooseDesktop(system, given.desktop);
     if (!desktop)
-        return reportMissingDisplay(system);
+        return reportMissingDisplay(system, given.desktop);
     ToolkitArguments toolkitArguments(argc, argv, desktop->platform);
     ToolkitBuses toolkitBuses(buses);
     QGuiApplication application(toolkitArguments.count(), toolkitArguments.values());
     toolkitBuses.connectToolkit();
     // The toolkit has removed its own options.
     const CommandLine line = readCommandLine(QCoreApplication::arguments());
-    if (!line.error.isEmpty()) {
-        std::fprintf(stderr, "kelpa: %s\n", qPrintable(line.error));
-        return 2;
-    }
+    if (!line.error.isEmpty())
+        return reportInvalid(line.error);
     // Only now: until here the toolkit has written to the environment, which these threads read.
     const std::jthread fontList = readFontList(readFontCaches());
     return run(application, line, *desktop, startupID, start, buses, signals);

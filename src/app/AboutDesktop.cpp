@@ -25,7 +25,7 @@ struct GapText
     QString remedy;
 };
 
-GapText textOf(AbilityGap gap)
+GapText textOf(AbilityGap gap, DesktopAbility ability)
 {
     const QString bindKey =
         QStringLiteral("bind a key of the desktop to the command \"kelpa --show\"");
@@ -52,7 +52,9 @@ GapText textOf(AbilityGap gap)
                 QStringLiteral("start Kelpa anew")};
     case AbilityGap::compositorProtocol:
         return {QStringLiteral("the compositor has no protocol for it that Kelpa speaks"),
-                QStringLiteral("log in to a session on X11")};
+                ability == DesktopAbility::globalKeys
+                    ? bindKey
+                    : QStringLiteral("log in to a session on X11")};
     case AbilityGap::choice:
         return {QStringLiteral("Kelpa is to work without windows"),
                 QStringLiteral("start it without \"--desktop none\"")};
@@ -151,7 +153,7 @@ QString abilityLines(const DesktopAbilities& abilities)
             lines += line(nameOf(ability), QStringLiteral("yes"));
             continue;
         }
-        const GapText text = textOf(shortfall->gap);
+        const GapText text = textOf(shortfall->gap, ability);
         const QString extent =
             shortfall->isPartial ? QStringLiteral("in part: ") : QStringLiteral("no: ");
         lines += line(nameOf(ability), extent + text.reason);

@@ -72,8 +72,11 @@ CommandLine readCommandLine(const QStringList& arguments)
     if (parser.isSet(options.desktop)) {
         const QString name = parser.value(options.desktop);
         line.desktop = desktopNamed(name);
-        if (!line.desktop && line.error.isEmpty())
-            line.error = QStringLiteral("there is no desktop '%1'; --help lists them").arg(name);
+        if (!line.desktop)
+            line.desktopError =
+                QStringLiteral("there is no desktop '%1'; --help lists them").arg(name);
+        if (line.error.isEmpty())
+            line.error = line.desktopError;
     }
     line.asksForDesktop = parser.isSet(options.aboutDesktop);
     line.asksForBackups = parser.isSet(options.listBackups);

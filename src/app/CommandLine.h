@@ -17,6 +17,8 @@ struct CommandLine
     QString settingsPath;
     /// The desktop that the person has chosen; absent: the session decides.
     std::optional<DesktopKind> desktop{};
+    /// As `error`, of the chosen desktop alone.
+    QString desktopError{};
     bool asksForDesktop = false;
     bool asksForHelp = false;
     bool asksForVersion = false;

@@ -1,6 +1,8 @@
 // Brings the Kelpa forward that has the board open, where the session bus cannot.
 #pragma once
 
+#include "app/DesktopChoice.h"
+
 #include <QtGlobal>
 
 #include <optional>
@@ -9,9 +11,9 @@ namespace kelpa {
 
 class Scheduler;
 
-/// Activates the topmost window of `process` on this display through the window manager. Waits for
-/// the window server and manager a few seconds at most; false where that was in vain, as without a
-/// process. Main thread.
-bool bringForward(std::optional<qint64> process, Scheduler& scheduler);
+/// Activates the topmost window of `process` through sway or, where Kelpa's windows are on X11,
+/// through the window manager; no other compositor tells whose a window is. Waits for them a few
+/// seconds at most; false where that was in vain, as without a process. Main thread.
+bool bringForward(std::optional<qint64> process, DesktopKind desktop, Scheduler& scheduler);
 
 } // namespace kelpa

@@ -131,6 +131,8 @@ TEST(AboutDesktop, Of_a_compositor_that_lists_its_windows_it_says_what_the_list_
     EXPECT_TRUE(
         aboutDesktop(session, std::nullopt, {}).contains(QStringLiteral("desktop     wlr\n")));
     EXPECT_EQ(shortfalls(), (Abilities{quitting, geometry, previews, globalKeys}));
+    EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("kelpa --show")), 1);
+    EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("session on X11")), 3);
     session.hasSwayIpc = true;
     EXPECT_EQ(shortfalls(), (Abilities{minimizing, previews}));
     EXPECT_TRUE(aboutDesktop(session, std::nullopt, {})

@@ -36,6 +36,11 @@ TEST(CommandLine, A_desktop_is_asked_for_by_its_name)
     const CommandLine unknown = read({QStringLiteral("--desktop"), QStringLiteral("amiga")});
     EXPECT_EQ(unknown.desktop, std::nullopt);
     EXPECT_EQ(unknown.error, QStringLiteral("there is no desktop 'amiga'; --help lists them"));
+    EXPECT_EQ(unknown.desktopError, unknown.error);
+    // Among options of the toolkit, too, which are errors here.
+    const CommandLine among = read({QStringLiteral("-platform"), QStringLiteral("xcb"),
+                                    QStringLiteral("--desktop"), QStringLiteral("amiga")});
+    EXPECT_EQ(among.desktopError, unknown.error);
     EXPECT_FALSE(read({}).asksForDesktop);
     EXPECT_TRUE(read({QStringLiteral("--about-desktop")}).asksForDesktop);
 }

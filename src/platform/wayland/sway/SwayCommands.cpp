@@ -11,9 +11,9 @@ constexpr std::chrono::milliseconds commandLimit{2000};
 
 } // namespace
 
-void SwayCommands::focus(std::int64_t container)
+bool SwayCommands::focus(std::int64_t container)
 {
-    run(container, "focus");
+    return run(container, "focus");
 }
 
 void SwayCommands::close(std::int64_t container)
@@ -21,11 +21,12 @@ void SwayCommands::close(std::int64_t container)
     run(container, "kill");
 }
 
-void SwayCommands::focusLatest(ProcessID process)
+bool SwayCommands::focusLatest(ProcessID process)
 {
     const std::vector<SwayWindow> windows = windowsOf(process);
-    if (!windows.empty() && std::ranges::none_of(windows, &SwayWindow::hasFocus))
-        focus(windows.front().container);
+    if (windows.empty())
+        return false;
+    return std::ranges::any_of(windows, &SwayWindow::hasFocus) || focus(windows.front().container);
 }
 
 void SwayCommands::closeAll(ProcessID process)
@@ -44,10 +45,11 @@ std::vector<SwayWindow> SwayCommands::windowsOf(ProcessID process)
     return windows;
 }
 
-void SwayCommands::run(std::int64_t container, const char* command)
+bool SwayCommands::run(std::int64_t container, const char* command)
 {
-    request({SwayMessageType::runCommand,
-             "[con_id=" + QByteArray::number(qlonglong(container)) + "] " + command});
+    return request({SwayMessageType::runCommand,
+                    "[con_id=" + QByteArray::number(qlonglong(container)) + "] " + command})
+        .has_value();
 }
 
 std::optional<QByteArray> SwayCommands::request(const SwayMessage& message)

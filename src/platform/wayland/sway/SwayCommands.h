@@ -22,18 +22,21 @@ class SwayCommands
 public:
     explicit SwayCommands(QByteArray socketPath) : m_socketPath(std::move(socketPath)) {}
 
-    /// Shows the container's workspace, raises the container and gives it the keyboard.
-    void focus(std::int64_t container);
+    /// Shows the container's workspace, raises the container and gives it the keyboard. False when
+    /// sway does not reply.
+    bool focus(std::int64_t container);
     /// Asks the window to close, as its close button does.
     void close(std::int64_t container);
 
     /// Focuses the process's window that had the focus last, unless one of its windows has it.
-    void focusLatest(ProcessID process);
+    /// False when it has none, or sway does not reply.
+    bool focusLatest(ProcessID process);
     /// Closes all windows of the process.
     void closeAll(ProcessID process);
 
 private:
-    void run(std::int64_t container, const char* command);
+    /// False when sway does not reply.
+    bool run(std::int64_t container, const char* command);
     /// The windows of the process that there are now; empty when sway does not reply.
     std::vector<SwayWindow> windowsOf(ProcessID process);
     std::optional<QByteArray> request(const SwayMessage& message);

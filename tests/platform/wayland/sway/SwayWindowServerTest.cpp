@@ -199,8 +199,10 @@ TEST_F(SwayServerTest, An_action_is_on_the_window_of_the_element_alone)
     elements->front()->requestRaise();
     elements->front()->requestClose();
     commands.closeAll(71);
-    EXPECT_EQ(sway->commands(),
-              (QList<QByteArray>{"[con_id=6] focus", "[con_id=6] kill", "[con_id=5] kill"}));
+    EXPECT_TRUE(commands.focusLatest(71));
+    EXPECT_FALSE(commands.focusLatest(73));
+    EXPECT_EQ(sway->commands(), (QList<QByteArray>{"[con_id=6] focus", "[con_id=6] kill",
+                                                   "[con_id=5] kill", "[con_id=5] focus"}));
 }
 
 } // namespace
