@@ -1,6 +1,6 @@
 #include "app/WlrDesktop.h"
 
-#include "platform/AbilityReport.h"
+#include "platform/ChangingAbilities.h"
 #include "platform/freedesktop/appearance/PortalSettings.h"
 #include "platform/freedesktop/applications/ApplicationLauncher.h"
 #include "platform/freedesktop/applications/DesktopEntries.h"
@@ -62,7 +62,11 @@ struct WlrDesktop::Parts
     DesktopWorkspace workspace;
     wayland::WlrOwnWindow ownWindow{windowServer};
     NoWindows unreported;
-    FixedAbilities abilities{wayland::abilitiesOfWlr(false)};
+    ChangingAbilities abilities{wayland::abilitiesOfWlr(false)};
+    const std::unique_ptr<Subscription> following{windowServer.watchWindows([this] {
+        abilities.set(windowServer.isListing() ? wayland::abilitiesOfWlr(false)
+                                               : wayland::abilitiesWithoutList());
+    })};
     PortalSettings portal;
     DesktopNotifications notifications;
 };

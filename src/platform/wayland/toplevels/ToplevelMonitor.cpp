@@ -76,7 +76,7 @@ void ToplevelMonitor::followConnection(const std::stop_token& stop, WaylandConne
         }
         const DispatchEnd end =
             connection.dispatch(std::chrono::steady_clock::now() + longWait, m_waker.number());
-        if (end == DispatchEnd::lost)
+        if (end == DispatchEnd::lost || client.isFinished())
             return;
         clearWaker();
     }

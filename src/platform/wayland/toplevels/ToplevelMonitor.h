@@ -18,8 +18,8 @@
 
 namespace kelpa::wayland {
 
-/// Connects when it is constructed, and again some time after the connection was lost or the
-/// compositor was not there.
+/// Connects when it is constructed, and again some time after the connection was lost, the
+/// compositor was not there, or it has ended its list.
 class ToplevelMonitor
 {
 public:

@@ -20,4 +20,12 @@ DesktopAbilities abilitiesOfWlr(bool hasSwayIpc)
     return abilities;
 }
 
+DesktopAbilities abilitiesWithoutList()
+{
+    DesktopAbilities abilities = abilitiesOfWlr(false);
+    for (const DesktopAbility each : {DesktopAbility::windows, DesktopAbility::actions})
+        abilities.shortfalls[each] = {.gap = AbilityGap::compositor, .isPartial = false};
+    return abilities;
+}
+
 } // namespace kelpa::wayland

@@ -43,7 +43,7 @@ public:
         : m_server(server), m_changes(server.m_needs.scheduler, std::move(changed))
     {
         const std::scoped_lock lock(m_server.m_mutex);
-        m_server.m_receiver = this;
+        m_server.m_receivers.insert(this);
         // Changes before this were missed.
         m_changes.noteChange();
     }
@@ -51,7 +51,7 @@ public:
     ~Events() override
     {
         const std::scoped_lock lock(m_server.m_mutex);
-        m_server.m_receiver = nullptr;
+        m_server.m_receivers.erase(this);
     }
 
     static QEvent::Type changeEvent()
@@ -85,6 +85,8 @@ std::unique_ptr<DiscoverySource> WlrWindowServer::openDiscoverySource()
     const std::optional<std::vector<Toplevel>> listed = this->listed();
     qCDebug(logWayland, "pass has %zu windows of the compositor%s", listed ? listed->size() : 0,
             listed ? "" : ", which lists none");
+    if (m_isListing.exchange(listed.has_value()) != listed.has_value())
+        notify();
     if (!listed)
         return std::make_unique<WlrSnapshot>();
     if (std::exchange(m_isFirst, false))
@@ -157,8 +159,8 @@ void WlrWindowServer::activateOwn(const QString& title)
 void WlrWindowServer::notify()
 {
     const std::scoped_lock lock(m_mutex);
-    if (m_receiver != nullptr)
-        QCoreApplication::postEvent(m_receiver, new QEvent(Events::changeEvent()));
+    for (QObject* const receiver : m_receivers)
+        QCoreApplication::postEvent(receiver, new QEvent(Events::changeEvent()));
 }
 
 } // namespace kelpa::wayland

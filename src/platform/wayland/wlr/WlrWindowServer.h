@@ -13,6 +13,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -55,9 +56,12 @@ public:
     /// The protocols of these lists have no pictures.
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
-    /// One subscription at a time.
+    /// Reports changes of `isListing` too.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchWindows(std::function<void()> changed) override;
+
+    /// Whether the last pass had a list; assumed before the first. Any thread; returns at once.
+    bool isListing() const { return m_isListing; }
 
     /// Those of the last pass. Any thread; returns at once.
     std::vector<NumberedToplevel> windows() const;
@@ -83,10 +87,12 @@ private:
     ToplevelNames m_names;
     bool m_isFirst = true;
 
+    std::atomic<bool> m_isListing = true;
+
     mutable std::mutex m_mutex;
     std::vector<NumberedToplevel> m_windows;
-    /// Receives an event for each change; null for nobody.
-    QObject* m_receiver = nullptr;
+    /// Each receives an event for each change.
+    std::set<QObject*> m_receivers;
     /// Last: its thread uses the others.
     ToplevelMonitor m_monitor;
 };

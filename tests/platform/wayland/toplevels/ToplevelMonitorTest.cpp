@@ -116,6 +116,20 @@ TEST_F(ToplevelMonitorTest, A_compositor_that_dies_takes_its_windows_and_the_nex
     EXPECT_NE(monitor.windows()->front().id, before);
 }
 
+TEST_F(ToplevelMonitorTest, A_list_that_the_compositor_ends_is_asked_for_anew)
+{
+    ToplevelMonitor monitor(
+        path, [] {}, 10ms);
+    ASSERT_TRUE(serveUntil([&] { return monitor.windows().has_value(); }));
+    manager->open("A", "app");
+    ASSERT_TRUE(serveUntil([&] { return count(monitor) == 1; }));
+    manager->finish();
+    ASSERT_TRUE(serveUntil([&] { return !monitor.windows(); }));
+    ASSERT_TRUE(serveUntil([&] { return monitor.windows().has_value(); }));
+    manager->open("B", "app");
+    EXPECT_TRUE(serveUntil([&] { return count(monitor) == 1; }));
+}
+
 TEST_F(ToplevelMonitorTest, It_waits_for_a_compositor_that_is_not_there_yet)
 {
     manager.reset();

@@ -1,5 +1,6 @@
 #include "platform/wayland/wlr/WlrWindowServer.h"
 
+#include "platform/wayland/wlr/WlrAbilities.h"
 #include "platform/wayland/wlr/WlrWindowActions.h"
 #include "support/ManualScheduler.h"
 #include "support/wayland/FakeToplevels.h"
@@ -177,6 +178,23 @@ TEST_F(WlrServerTest, Windows_without_identifiers_never_get_the_number_of_an_ear
         ASSERT_EQ(listed.size(), 1U);
         EXPECT_TRUE(given.insert(listed.front().second).second);
     }
+}
+
+TEST_F(WlrServerTest, A_list_that_is_offered_no_more_is_reported_until_it_is_back)
+{
+    const auto server = start();
+    awaitLists(*server);
+    EXPECT_TRUE(server->isListing());
+    manager->remove();
+    ASSERT_TRUE(serveUntil([&] {
+        return !server->openDiscoverySource()->windowList(WindowListScope::all).has_value();
+    }));
+    EXPECT_FALSE(server->isListing());
+    EXPECT_FALSE(wayland::abilitiesWithoutList().has(DesktopAbility::windows));
+    manager.reset();
+    manager.emplace(compositor);
+    awaitLists(*server);
+    EXPECT_TRUE(server->isListing());
 }
 
 TEST_F(WlrServerTest, A_request_reaches_the_one_window)
