@@ -1,6 +1,6 @@
 #include "app/SwayDesktop.h"
 
-#include "platform/AbilityReport.h"
+#include "platform/ChangingAbilities.h"
 #include "platform/freedesktop/accessibility/AtspiDocuments.h"
 #include "platform/freedesktop/appearance/PortalSettings.h"
 #include "platform/freedesktop/applications/ApplicationLauncher.h"
@@ -45,7 +45,8 @@ struct SwayDesktop::Parts
                         .highWaterMark = numbers.read(),
                         .takenNumbers = assigned,
                         .scheduler = scheduler}),
-          commands(socketPath), workspace(scheduler), globalKeys(socketPath, scheduler),
+          commands(socketPath), workspace(scheduler),
+          globalKeys(socketPath, scheduler, [this](bool isBound) { noteKeys(isBound); }),
           ownWindow(commands, scheduler), portal(scheduler), notifications(scheduler)
     {}
 
@@ -54,6 +55,15 @@ struct SwayDesktop::Parts
     {
         if (windowsChanged)
             windowsChanged();
+    }
+
+    void noteKeys(bool areHeard)
+    {
+        DesktopAbilities found = wayland::abilitiesOfWlr(true);
+        if (!areHeard)
+            found.shortfalls[DesktopAbility::globalKeys] = {.gap = AbilityGap::compositorProtocol,
+                                                            .isPartial = false};
+        abilities.set(found);
     }
 
     DesktopEntries entries{applicationDataDirectories()};
@@ -72,7 +82,7 @@ struct SwayDesktop::Parts
     wayland::SwayGlobalKeys globalKeys;
     wayland::SwayOwnWindow ownWindow;
     NoWindows unreported;
-    FixedAbilities abilities{wayland::abilitiesOfWlr(true)};
+    ChangingAbilities abilities{wayland::abilitiesOfWlr(true)};
     PortalSettings portal;
     DesktopNotifications notifications;
 };

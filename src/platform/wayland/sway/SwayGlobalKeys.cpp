@@ -5,6 +5,7 @@
 #include <QSocketNotifier>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
 namespace kelpa::wayland {
@@ -20,9 +21,10 @@ constexpr std::chrono::milliseconds bindingLimit = 2s;
 class SwayKeySubscription final : public Subscription
 {
 public:
-    SwayKeySubscription(QByteArray socketPath, Scheduler& scheduler, GlobalKeyHandlers handlers)
+    SwayKeySubscription(QByteArray socketPath, Scheduler& scheduler, GlobalKeyHandlers handlers,
+                        std::function<void(bool)> bound)
         : m_socketPath(std::move(socketPath)), m_scheduler(scheduler),
-          m_handlers(std::move(handlers))
+          m_handlers(std::move(handlers)), m_bound(std::move(bound))
     {
         bind();
     }
@@ -48,6 +50,7 @@ private:
                                                        QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
                          [this] { process(); });
+        m_bound(m_added->isBound());
         if (m_added->isBound())
             setAvailable(true);
         // Events that arrived with the replies do not wake the notifier.
@@ -105,6 +108,7 @@ private:
     const QByteArray m_socketPath;
     Scheduler& m_scheduler;
     const GlobalKeyHandlers m_handlers;
+    const std::function<void(bool)> m_bound;
     bool m_isAvailable = false;
     std::unique_ptr<SwayBinding> m_added;
     std::unique_ptr<QSocketNotifier> m_notifier;
@@ -116,7 +120,8 @@ private:
 
 std::unique_ptr<Subscription> SwayGlobalKeys::watchKeys(GlobalKeyHandlers handlers)
 {
-    return std::make_unique<SwayKeySubscription>(m_socketPath, m_scheduler, std::move(handlers));
+    return std::make_unique<SwayKeySubscription>(m_socketPath, m_scheduler, std::move(handlers),
+                                                 m_bound);
 }
 
 } // namespace kelpa::wayland

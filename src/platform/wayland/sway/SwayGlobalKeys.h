@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -16,9 +17,10 @@ class SwayGlobalKeys final : public GlobalKeys
 {
 public:
     /// `socketPath` as in the SWAYSOCK variable. `scheduler` outlives this object and its
-    /// subscriptions.
-    SwayGlobalKeys(QByteArray socketPath, Scheduler& scheduler)
-        : m_socketPath(std::move(socketPath)), m_scheduler(scheduler)
+    /// subscriptions. `bound` is told on the main thread whether sway has the binding, each time
+    /// that it replies: not where the person's configuration binds the key, or it is refused.
+    SwayGlobalKeys(QByteArray socketPath, Scheduler& scheduler, std::function<void(bool)> bound)
+        : m_socketPath(std::move(socketPath)), m_scheduler(scheduler), m_bound(std::move(bound))
     {}
 
     /// Reports each tap as a press and a release. Not available where the person's configuration
@@ -29,6 +31,7 @@ public:
 private:
     const QByteArray m_socketPath;
     Scheduler& m_scheduler;
+    const std::function<void(bool)> m_bound;
 };
 
 } // namespace kelpa::wayland

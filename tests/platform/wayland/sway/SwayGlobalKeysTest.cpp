@@ -55,9 +55,11 @@ protected:
     QCoreApplication application{arguments.count, arguments.values.data()};
     FakeSway sway;
     QtScheduler scheduler;
-    wayland::SwayGlobalKeys keys{sway.path(), scheduler};
+    wayland::SwayGlobalKeys keys{sway.path(), scheduler,
+                                 [this](bool isBound) { bindings.push_back(isBound); }};
     std::vector<bool> presses;
     std::vector<bool> availabilities;
+    std::vector<bool> bindings;
     std::unique_ptr<Subscription> watch;
 };
 
@@ -86,7 +88,8 @@ TEST_F(SwayKeysTest, Where_the_person_binds_the_key_it_is_not_offered_until_a_re
 {
     sway.setConfiguration("bindsym --release Super_L exec menu");
     listen();
-    ASSERT_TRUE(runUntil([&] { return sway.subscribers() == 1; }));
+    ASSERT_TRUE(runUntil([&] { return !bindings.empty(); }));
+    EXPECT_FALSE(bindings.front());
     sway.setConfiguration("");
     // Again and again: the first may come before anybody listens.
     ASSERT_TRUE(runUntil([&] {
@@ -94,6 +97,16 @@ TEST_F(SwayKeysTest, Where_the_person_binds_the_key_it_is_not_offered_until_a_re
         return !availabilities.empty();
     }));
     EXPECT_TRUE(availabilities.front());
+    EXPECT_TRUE(bindings.back());
+}
+
+TEST_F(SwayKeysTest, A_binding_that_sway_refuses_is_reported)
+{
+    sway.setResult(R"([{"success":false}])");
+    listen();
+    ASSERT_TRUE(runUntil([&] { return !bindings.empty(); }));
+    EXPECT_EQ(bindings, std::vector<bool>{false});
+    EXPECT_TRUE(availabilities.empty());
 }
 
 } // namespace
