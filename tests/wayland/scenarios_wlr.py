@@ -4,6 +4,7 @@ IPC is hidden from Kelpa."""
 import board as boards
 import settings
 from assistant import Assistant
+from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
 
@@ -42,5 +43,25 @@ def windows_are_listed_focused_and_closed_by_the_protocols_alone(desktop, binary
         # A start from a launcher or a key of the desktop.
         desktop.activate(window)
         desktop.wait_for_active(window)
+        desktop.run(binary, "--settings", path)
+        desktop.wait_for_active(kelpa.window)
+
+
+@on_desktop(has_xwayland=True)
+def kelpas_own_window_may_be_on_xwayland(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    # sway alone knows the number of its X server.
+    display = desktop.directory / "display"
+    desktop.command(f"exec printenv DISPLAY > {display}")
+    wait_until("the number is known", lambda: display.exists() and display.read_text(encoding="utf-8"))
+    on_x11 = {"QT_QPA_PLATFORM": "xcb", "DISPLAY": display.read_text(encoding="utf-8").strip()}
+    desktop.start_foot("A terminal")
+    terminal = desktop.wait_for_window("A terminal")
+    with Kelpa(desktop, binary, path, env=on_x11 | _WITHOUT_IPC) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, "A terminal")
+        assert len(kelpa.board.cards()) == 1, "Kelpa's own window is on the board"
+        desktop.activate(terminal)
+        desktop.wait_for_active(terminal)
         desktop.run(binary, "--settings", path)
         desktop.wait_for_active(kelpa.window)
