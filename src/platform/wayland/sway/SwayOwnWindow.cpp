@@ -29,8 +29,7 @@ void SwayOwnWindow::activate()
         [this](const std::optional<Done>&) { activate(); }, WorkPriority::normal);
 }
 
-std::unique_ptr<Subscription> SwayOwnWindow::watchOcclusion(QWindow&,
-                                                            std::function<void(bool)>)
+std::unique_ptr<Subscription> SwayOwnWindow::watchOcclusion(QWindow&, std::function<void(bool)>)
 {
     return nullptr;
 }
