@@ -186,6 +186,29 @@ def a_binding_of_the_person_is_left_alone(desktop, binary):
                 kelpa.quit()
 
 
+def where_the_person_binds_super_the_board_names_the_command(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("the board offers it", lambda: kelpa.board.has_text(boards.TAP_HINT))
+        desktop.bind("--release Super_L")
+        wait_until("the board names the command", lambda: kelpa.board.has_text(boards.KEY_HINT))
+
+
+def without_a_session_bus_a_second_start_brings_the_first_forward(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    del desktop.env["DBUS_SESSION_BUS_ADDRESS"]
+    first = desktop.start(binary, "--settings", path)
+    window = desktop.wait_for_window(boards.WINDOW)
+    desktop.start_foot("In front")
+    desktop.wait_for_active(desktop.wait_for_window("In front"))
+    desktop.run(binary, "--settings", path)
+    desktop.wait_for_active(window)
+    desktop.close(window)
+    assert first.wait(timeout=30) == 0, first.returncode
+
+
 def hostile_titles_are_listed_and_the_board_lives(desktop, binary):
     titles = (b"\xff\xfe no text \xc3", b"", b"a\nb\x07\x1b[31m", b"\xe2\x80\xae" * 40, b"x" * 4000,
               b'"}],"nodes":[', b"%s%n", b"<b>&amp;</b>")

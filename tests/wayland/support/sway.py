@@ -64,6 +64,12 @@ class SwayDesktop(Desktop):
         os.environ.update(self.env)
         self._keyboard = VirtualKeyboard()
 
+    def bind(self, keys):
+        """Gives the keys a binding of the person's, in the configuration itself."""
+        with self._config.open("a", encoding="utf-8") as config:
+            config.write(f"bindsym {keys} exec touch {self.marker}\n")
+        self.command("reload")
+
     def kill_sway(self):
         """Ends sway at once, as a crash would."""
         self._sway.kill()
