@@ -47,9 +47,9 @@ public:
     std::optional<GoalID> todoEditorGoalID;
     std::int64_t todoEditorRequestID = 0;
     std::optional<QString> toastMessage;
+    std::int64_t restorationID = 0;
     bool toastOffersUndo = false;
     bool toastOffersManualOrder = false;
-    std::int64_t restorationID = 0;
     bool canUndo = false;
     bool canRedo = false;
     QString searchText;
@@ -64,11 +64,11 @@ public:
     bool isHidingGoalsWithoutOpenTodos = false;
     UnsortedFold unsortedFold = UnsortedFold::folded;
     bool isRememberingWindows = true;
+    bool isSavingSlowly = false;
     /// By listed window without a goal: what it may be, likeliest first. One for each goal.
     QHash<WindowID, QList<RecalledWindow>> recallOffers;
     /// By goal: the windows that it had and that are not there, seen last first.
     QHash<GoalID, QList<RememberedWindow>> absentWindows;
-    bool isSavingSlowly = false;
     std::optional<TroubleNotice> trouble;
 
     // Values without a signal of their own.

@@ -110,8 +110,8 @@ QHash<WindowID, QList<RecalledWindow>> WindowRecall::offers() const
     if (!isOn())
         return offers;
     for (const auto& [windowID, _] : m_offers.asKeyValueRange()) {
-        if (QList<RecalledWindow> ofWindow = offersOf(windowID); !ofWindow.isEmpty())
-            offers.insert(windowID, std::move(ofWindow));
+        if (const QList<RecalledWindow> ofWindow = offersOf(windowID); !ofWindow.isEmpty())
+            offers.insert(windowID, ofWindow);
     }
     return offers;
 }

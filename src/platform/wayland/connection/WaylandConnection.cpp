@@ -23,7 +23,7 @@ struct ProxyDeleter
 
 QByteArray socketPath(const QByteArray& display, const QByteArray& runtimeDirectory)
 {
-    const QByteArray name = display.isEmpty() ? QByteArray("wayland-0") : display;
+    QByteArray name = display.isEmpty() ? QByteArray("wayland-0") : display;
     if (name.startsWith('/'))
         return name;
     return runtimeDirectory.startsWith('/') ? runtimeDirectory + '/' + name : QByteArray();
