@@ -34,7 +34,7 @@ bool isVisible(QChar each)
 /// A path for a local file, otherwise the address without the place within the page.
 QString documentIdentity(const QString& document)
 {
-    const QString text = document.trimmed();
+    QString text = document.trimmed();
     if (text.startsWith(u'/'))
         return text;
     const QUrl url(text);

@@ -56,7 +56,7 @@ WindowMemory::WindowMemory(const RememberedWindows& stored) : m_newestWindow(sto
         entry.keys = kelpa::keysOf(entry.window.traits);
         entry.newestWindow = stored.newestWindow;
         entry.wasAssigned = true;
-        m_entries.insert(window.windowID, std::move(entry));
+        m_entries.insert(window.windowID, entry);
     }
 }
 
