@@ -9,7 +9,7 @@ namespace {
 const RememberedWindow report{4127,
                               {QStringLiteral("org.example.Writer"), QStringLiteral("Writer"),
                                QStringLiteral("main"), QStringLiteral("10a1b2"),
-                               QStringLiteral("/work/\"report\".odt"),
+                               QStringLiteral("/home/ada/\"report\".odt"),
                                QStringLiteral("Bericht 報告")},
                               {true, false, true},
                               Date{785'000'000.5}};
@@ -41,7 +41,7 @@ TEST(WindowMemoryJson, Has_one_form)
               QByteArray(R"({"version":1,"newestWindow":5000,"windows":[{"window":4127,)"
                          R"("seenAt":785000000.5,"application":"org.example.Writer",)"
                          R"("applicationName":"Writer","role":"main","sessionID":"10a1b2",)"
-                         R"("document":"/work/\"report\".odt","title":"Bericht 報告",)"
+                         R"("document":"/home/ada/\"report\".odt","title":"Bericht 報告",)"
                          R"("isSessionShared":true,"isTitleShared":true}]})"));
 }
 

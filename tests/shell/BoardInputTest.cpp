@@ -98,7 +98,9 @@ TEST_F(BoardInputTest, A_letter_with_an_accent_begins_a_search_like_any_other)
     const auto begin = [this](Qt::Key accent) {
         item("field")->setProperty("text", QString());
         item("field")->setFocus(false);
-        press(accent);
+        // The test library knows no key for an accent.
+        QKeyEvent pressed(QEvent::KeyPress, accent, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.get(), &pressed);
         EXPECT_TRUE(item("field")->hasActiveFocus());
     };
     begin(Qt::Key_Dead_Acute);
@@ -108,9 +110,9 @@ TEST_F(BoardInputTest, A_letter_with_an_accent_begins_a_search_like_any_other)
     EXPECT_EQ(typedText(), QStringLiteral("ét"));
     // An accent that goes with no letter loses none.
     begin(Qt::Key_Dead_Diaeresis);
-    QTest::keyClick(window.get(), 't');
+    QTest::keyClick(window.get(), 'q');
     QTest::keyClick(window.get(), 'u');
-    EXPECT_EQ(typedText(), QStringLiteral("tu"));
+    EXPECT_EQ(typedText(), QStringLiteral("qu"));
     // What somebody else has written meanwhile is no part of it.
     begin(Qt::Key_Dead_Acute);
     item("field")->setProperty("text", QStringLiteral("n"));

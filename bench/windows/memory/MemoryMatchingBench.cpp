@@ -23,7 +23,7 @@ WindowItem window(WindowID id, int content, std::optional<GoalID> goalID)
                      .arg(content)
                      .arg(content % 20);
     if (content % 3 == 0)
-        item.accessibilityDocument = QStringLiteral("/work/books/%1.odt").arg(content);
+        item.accessibilityDocument = QStringLiteral("/home/ada/books/%1.odt").arg(content);
     item.goalID = goalID;
     return item;
 }

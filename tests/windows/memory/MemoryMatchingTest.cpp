@@ -70,24 +70,24 @@ TEST(MemoryMatching, One_of_two_alike_in_one_goal_is_certain_and_one_of_two_wind
 
 TEST(MemoryMatching, The_document_decides_where_titles_are_alike)
 {
-    const QString first = QStringLiteral("/work/a/notes.txt");
-    const QString second = QStringLiteral("file:///work/b/notes.txt");
+    const QString first = QStringLiteral("/home/ada/a/notes.txt");
+    const QString second = QStringLiteral("file:///home/ada/b/notes.txt");
     const QString title = QStringLiteral("notes.txt");
-    EXPECT_EQ(
-        matchedWindows({absentWindow(1, taxes, traits(editor, title, first)),
-                        absentWindow(2, garden, traits(editor, title, second))},
-                       {newWindow(3, traits(editor, title, QStringLiteral("/work/b/notes.txt"))),
-                        newWindow(4, traits(editor, title, first))}),
-        (WindowMatches{{3, certainly(2)}, {4, certainly(1)}}));
+    EXPECT_EQ(matchedWindows(
+                  {absentWindow(1, taxes, traits(editor, title, first)),
+                   absentWindow(2, garden, traits(editor, title, second))},
+                  {newWindow(3, traits(editor, title, QStringLiteral("/home/ada/b/notes.txt"))),
+                   newWindow(4, traits(editor, title, first))}),
+              (WindowMatches{{3, certainly(2)}, {4, certainly(1)}}));
 }
 
 TEST(MemoryMatching, A_document_is_certain_whatever_the_title_is)
 {
-    EXPECT_EQ(
-        matchedWindows(
-            {absentWindow(1, taxes, traits(editor, report, QStringLiteral("/work/report.odt")))},
-            {newWindow(3, traits(editor, editor, QStringLiteral("/work/report.odt")))}),
-        (WindowMatches{{3, certainly(1)}}));
+    EXPECT_EQ(matchedWindows(
+                  {absentWindow(1, taxes,
+                                traits(editor, report, QStringLiteral("/home/ada/report.odt")))},
+                  {newWindow(3, traits(editor, editor, QStringLiteral("/home/ada/report.odt")))}),
+              (WindowMatches{{3, certainly(1)}}));
 }
 
 TEST(MemoryMatching, The_place_within_a_page_is_no_part_of_its_address)
@@ -102,7 +102,7 @@ TEST(MemoryMatching, The_place_within_a_page_is_no_part_of_its_address)
 TEST(MemoryMatching, One_title_with_two_documents_or_a_late_one_is_only_offered)
 {
     const AbsentWindow known =
-        absentWindow(1, taxes, traits(editor, report, QStringLiteral("/work/report.odt")));
+        absentWindow(1, taxes, traits(editor, report, QStringLiteral("/home/ada/report.odt")));
     EXPECT_EQ(matchedWindows({known}, {newWindow(3, traits(editor, report,
                                                            QStringLiteral("/tmp/report.odt")))}),
               (WindowMatches{{3, perhaps({1})}}));
@@ -164,16 +164,17 @@ TEST(MemoryMatching, Traits_that_others_have_had_too_decide_nothing)
     shared.shared.title = true;
     EXPECT_EQ(matchedWindows({shared}, {newWindow(3, traits(editor, report))}),
               (WindowMatches{{3, perhaps({1})}}));
-    shared = absentWindow(1, taxes, traits(editor, report, QStringLiteral("/work/report.odt")));
+    shared = absentWindow(1, taxes, traits(editor, report, QStringLiteral("/home/ada/report.odt")));
     shared.shared.document = true;
-    EXPECT_EQ(matchedWindows({shared}, {newWindow(3, traits(editor, letter,
-                                                            QStringLiteral("/work/report.odt")))}),
+    EXPECT_EQ(matchedWindows(
+                  {shared},
+                  {newWindow(3, traits(editor, letter, QStringLiteral("/home/ada/report.odt")))}),
               (WindowMatches{{3, perhaps({1})}}));
 }
 
 TEST(MemoryMatching, A_window_that_has_shown_something_else_is_only_offered)
 {
-    for (const QString& document : {QString(), QStringLiteral("/work/report.odt")}) {
+    for (const QString& document : {QString(), QStringLiteral("/home/ada/report.odt")}) {
         NewWindow renamed = newWindow(3, traits(editor, report, document));
         renamed.hasFirstContent = false;
         EXPECT_EQ(
@@ -216,7 +217,7 @@ TEST(MemoryMatching, Titles_that_say_nothing_are_offered_for_one_goal_and_never_
 
 TEST(MemoryMatching, What_a_stricter_match_has_taken_is_not_offered)
 {
-    const QString document = QStringLiteral("/work/report.odt");
+    const QString document = QStringLiteral("/home/ada/report.odt");
     EXPECT_EQ(matchedWindows({absentWindow(1, taxes, traits(editor, report, document)),
                               absentWindow(2, garden, traits(editor, report))},
                              {newWindow(3, traits(editor, report, document)),

@@ -315,7 +315,7 @@ void RememberingSessions::pass()
         const bool isShown = window.item.title.contains(QStringLiteral("Thing"));
         if (habits.hasDocuments && window.identity && isShown)
             window.item.accessibilityDocument =
-                QStringLiteral("/work/%1").arg(window.identity->first);
+                QStringLiteral("/home/ada/%1").arg(window.identity->first);
     }
     noteWindows();
     match();

@@ -140,12 +140,12 @@ TEST_F(RememberedWindowsTest, When_a_window_was_seen_is_known_within_a_day)
 TEST_F(RememberedWindowsTest, The_latest_title_counts_and_a_document_that_is_late_is_kept)
 {
     WindowItem item = window(1, reportTitle, taxes);
-    item.accessibilityDocument = QStringLiteral("/work/reportTitle.odt");
+    item.accessibilityDocument = QStringLiteral("/home/ada/reportTitle.odt");
     note({item});
     item.accessibilityDocument.reset();
     item.title = QStringLiteral("*") + reportTitle;
     note({item});
-    EXPECT_EQ(memory.find(1)->traits.document, QStringLiteral("/work/reportTitle.odt"));
+    EXPECT_EQ(memory.find(1)->traits.document, QStringLiteral("/home/ada/reportTitle.odt"));
     item.title = letterTitle;
     note({item});
     EXPECT_EQ(memory.find(1)->traits.document, QString());
@@ -376,7 +376,7 @@ TEST_F(NewWindowsTest, Its_first_title_is_the_first_that_says_something)
 TEST_F(NewWindowsTest, Another_document_of_one_name_is_something_else)
 {
     WindowItem item = window(1, reportTitle, std::nullopt);
-    item.accessibilityDocument = QStringLiteral("/work/reportTitle.odt");
+    item.accessibilityDocument = QStringLiteral("/home/ada/reportTitle.odt");
     list({item});
     clock += 10s;
     item.accessibilityDocument.reset();
