@@ -49,7 +49,8 @@ FakeToplevel& FakeToplevel::appID(const std::string& text)
 FakeToplevel& FakeToplevel::states(const std::vector<std::uint32_t>& numbers)
 {
     std::string bytes(numbers.size() * sizeof(std::uint32_t), '\0');
-    std::memcpy(bytes.data(), numbers.data(), bytes.size());
+    if (!numbers.empty())
+        std::memcpy(bytes.data(), numbers.data(), bytes.size());
     return stateBytes(bytes);
 }
 
