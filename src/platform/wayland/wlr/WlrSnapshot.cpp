@@ -48,9 +48,9 @@ WlrSnapshot::WlrSnapshot(const std::vector<NumberedToplevel>& windows,
         if (!each.window.isMinimized)
             m_onScreen.push_back(entry);
         m_windows.push_back(std::move(entry));
-        m_byProcess.emplace(*process,
-                            Window{.application = {.bundleIdentifier = resolved.desktopEntryID},
-                                   .described = accessibilityWindow(each)});
+        Window& window = m_byProcess[*process];
+        window.application.bundleIdentifier = resolved.desktopEntryID;
+        window.described = accessibilityWindow(each);
     }
 }
 
