@@ -41,12 +41,18 @@ if(KELPA_SANITIZE)
     # Frames are kept so that a report names its callers. What the sanitizers put in makes the
     # compiler warn of values that it takes for unset.
     add_compile_options(-fsanitize=${KELPA_SANITIZE} -fno-omit-frame-pointer
-                        -Wno-maybe-uninitialized)
+                        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     add_link_options(-fsanitize=${KELPA_SANITIZE})
     if(KELPA_SANITIZE MATCHES "undefined")
-        # RapidJSON counts the leading zeros of 0 where any count does.
-        add_compile_options(-fno-sanitize-recover=undefined -fno-sanitize=builtin)
+        # RapidJSON counts the leading zeros of 0 where any count does, and adds to a null pointer
+        # while its stack is empty, which Clang reports and GCC does not.
+        add_compile_options(-fno-sanitize-recover=undefined -fno-sanitize=builtin
+                            $<$<OR:$<CXX_COMPILER_ID:Clang>,$<C_COMPILER_ID:Clang>>:-fno-sanitize=pointer-overflow>)
     endif()
+endif()
+if(KELPA_FUZZ)
+    # Counts the edges of all code, by which libFuzzer finds its way.
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 # A developer waits for the linker after each change, and nobody else runs what it makes.

@@ -1,7 +1,8 @@
 """bare_test.py DIRECTORY [COMMAND...]: runs every command of the documents on a bare Debian, each in a
 root of its own, so that none lives on packages that another one installed. The sources are copied
 to DIRECTORY/kelpa, where builds are kept for the next command. bare_test.py --check fails where the
-documents name a command that is not in the table below."""
+documents name a command that is not in the table below. bare_test.py --suite SUITE DIRECTORY LINE... runs
+whole command lines on another release of Debian."""
 
 import os
 import pathlib
@@ -13,7 +14,7 @@ import time
 
 sys.dont_write_bytecode = True
 
-from clean_root import USER, USER_ENV, CleanRoot  # noqa: E402
+from clean_root import DEFAULT_SUITE, USER, USER_ENV, CleanRoot  # noqa: E402
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
 _HOME = "home/someone/kelpa"
@@ -27,6 +28,8 @@ _COMMANDS = {
     "scripts/bench": "scripts/bench --short",
     "scripts/sanitize": "scripts/sanitize tsan -R '^UnchangedWindows'"
                         " && scripts/sanitize asan -R '^QuotedTexts'",
+    "scripts/endurance": "scripts/endurance --short",
+    "scripts/fuzz": "scripts/fuzz --executions 1000 drag-text",
     "scripts/window-managers": "scripts/window-managers",
     "scripts/real-programs": "scripts/real-programs",
 }
@@ -34,14 +37,16 @@ _COMMANDS = {
 # Scripts that are not tried there, and why.
 _LEFT_OUT = {
     "scripts/package-test": "makes a bare Debian itself",
+    "scripts/test-roots": "makes a Debian itself",
     "scripts/bare-test": "this one",
+    "scripts/debian-13": "makes a bare Debian itself",
     ".ci/run": "runs the others",
 }
 
 # Beginnings of lines in the documents' shell blocks that start no script: single steps of ./test, and
 # tools for debugging whose packages the documents name.
 _OTHER_LINES = ("cmake ", "ctest ", "gdb ", "xtrace ", "git ", "build/", "QT_", "QSG_", "busctl ",
-                "kelpa ")
+                "gdbus ", "kelpa ")
 
 
 def _documents():
@@ -63,7 +68,7 @@ def _unknown_commands():
             if not (_ROOT / name).is_dir():
                 yield f"{document.name}: {name} is not in scripts/bare_test.py"
         for block in re.findall(r"^```sh\n(.*?)^```", text, re.MULTILINE | re.DOTALL):
-            for line in block.splitlines():
+            for line in block.replace("\\\n", "").splitlines():
                 if line.split()[0] not in known and not line.startswith(_OTHER_LINES):
                     yield f"{document.name}: `{line}` is not in scripts/bare_test.py"
 
@@ -86,10 +91,11 @@ def _copy_sources(target):
     subprocess.run(["chown", "--recursive", f"{USER}:{USER}", target], check=True)
 
 
-def _try(name, directory):
-    """An AssertionError, with the end of what it printed, when the command fails."""
-    log = directory / f"{pathlib.Path(name).name}.log"
-    with CleanRoot(directory) as clean:
+def _try(line, directory, suite):
+    """An AssertionError, with the end of what it printed, when the command line fails."""
+    started = time.monotonic()
+    log = directory / f"{pathlib.Path(line.split()[0]).name}.log"
+    with CleanRoot(directory, suite) as clean:
         clean.make_runnable()
         clean.bind(directory / "kelpa", _HOME)
         clean.run("apt-get", "-q", "update")
@@ -99,11 +105,12 @@ def _try(name, directory):
         env = {**USER_ENV, "KELPA_JOBS": os.environ.get("KELPA_JOBS") or str(os.cpu_count())}
         with open(log, "wb") as out:
             status = subprocess.run(
-                clean.command("bash", "-c", f"cd /{_HOME} && {_COMMANDS[name]}", user=USER, env=env),
+                clean.command("bash", "-c", f"cd /{_HOME} && {line}", user=USER, env=env),
                 stdin=subprocess.DEVNULL, stdout=out, stderr=subprocess.STDOUT, check=False).returncode
     if status != 0:
         end = log.read_text(encoding="utf-8", errors="replace").splitlines()[-40:]
-        raise AssertionError(f"{_COMMANDS[name]}: {status}, see {log}\n" + "\n".join(end))
+        raise AssertionError(f"{line}: {status}, see {log}\n" + "\n".join(end))
+    print(f"bare test: {line} ({time.monotonic() - started:.0f} s)", flush=True)
 
 
 def main():
@@ -111,6 +118,12 @@ def main():
         found = list(_unknown_commands())
         print(*found, sep="\n", end="\n" if found else "")
         return 1 if found else 0
+    if sys.argv[1] == "--suite":
+        suite, directory, lines = sys.argv[2], pathlib.Path(sys.argv[3]), sys.argv[4:]
+        _copy_sources(directory / "kelpa")
+        for line in lines:
+            _try(line, directory, suite)
+        return 0
     directory = pathlib.Path(sys.argv[1])
     names = sys.argv[2:] or list(_COMMANDS)
     unknown = [name for name in names if name not in _COMMANDS]
@@ -119,9 +132,7 @@ def main():
         return 2
     _copy_sources(directory / "kelpa")
     for name in names:
-        started = time.monotonic()
-        _try(name, directory)
-        print(f"bare test: {_COMMANDS[name]} ({time.monotonic() - started:.0f} s)", flush=True)
+        _try(_COMMANDS[name], directory, DEFAULT_SUITE)
     return 0
 
 

@@ -9,7 +9,8 @@ import stat
 import subprocess
 import tarfile
 
-_SUITE = "bookworm"
+# The release that Kelpa is made on.
+DEFAULT_SUITE = "bookworm"
 # Records of apt and dpkg, which every installation changes, and what is not on the disk.
 _NOT_COMPARED = ("dev", "proc", "run", "sys", "tmp", "home", "var/cache/apt", "var/cache/debconf",
                  "var/lib/apt", "var/lib/dpkg", "var/log")
@@ -19,21 +20,24 @@ USER = 1000
 USER_ENV = {"HOME": "/home/someone", "XDG_RUNTIME_DIR": "/home/someone/run"}
 
 
-def _mirror():
-    """The address that this machine gets its own packages from."""
+def mirror():
+    """The address that this machine gets its own packages from, whichever release of Debian it has: a mirror
+    has them all."""
     listed = subprocess.run(
-        ["apt-get", "indextargets", "--format", "$(CODENAME) $(REPO_URI)", "Created-By: Packages"],
+        ["apt-get", "indextargets", "--format", "$(LABEL) $(REPO_URI)", "Created-By: Packages"],
         check=True, capture_output=True, text=True).stdout
-    return next(address for suite, address in map(str.split, listed.splitlines()) if suite == _SUITE)
+    return next(address for label, address in (line.rsplit(maxsplit=1) for line in listed.splitlines())
+                if label == "Debian")
 
 
 class CleanRoot:
     """`with CleanRoot(directory) as root:` makes the tree and removes it at the end of the block; its
-    base and the packages that were fetched for it are kept in `directory`."""
+    base and the packages that were fetched for it are kept in `directory`, which is of one suite."""
 
-    def __init__(self, directory):
+    def __init__(self, directory, suite=DEFAULT_SUITE):
         self._directory = pathlib.Path(directory)
-        self._base = self._directory / f"{_SUITE}.tar"
+        self._suite = suite
+        self._base = self._directory / f"{suite}.tar"
         self._archives = self._directory / "archives"
         self.path = self._directory / "root"
         self._mounts = []
@@ -66,7 +70,7 @@ class CleanRoot:
 
     def _make_base(self):
         try:
-            subprocess.run(["debootstrap", "--variant=minbase", _SUITE, self.path, _mirror()],
+            subprocess.run(["debootstrap", "--variant=minbase", self._suite, self.path, mirror()],
                            check=True, stdout=subprocess.DEVNULL)
             self.run("apt-get", "clean")
             unfinished = self._base.with_suffix(".unfinished")

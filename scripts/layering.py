@@ -10,6 +10,7 @@ _ROOT = pathlib.Path(__file__).resolve().parent.parent
 # within it. A folder within a named one is part of it, unless it is named itself.
 _FOLDERS = {
     "model": "",
+    "transfer": "model",
     "text": "model",
     "navigation": "model",
     "layout": "",
@@ -21,6 +22,7 @@ _FOLDERS = {
     "platform/freedesktop/bus": "platform",
     "platform/freedesktop/accessibility": "model platform platform/freedesktop/bus",
     "platform/freedesktop/appearance": "platform platform/freedesktop/bus",
+    "platform/freedesktop/dialogs": "platform platform/freedesktop/bus",
     # The URL handlers and the entries are read with GLib, whose pointers the bus owns too.
     "platform/freedesktop/applications": "model platform platform/freedesktop/bus",
     "platform/freedesktop/icons": "model platform platform/freedesktop/applications",
@@ -37,18 +39,27 @@ _FOLDERS = {
     "platform/x11": "model platform platform/numbers platform/x11/connection"
                     " platform/x11/discovery platform/x11/capture platform/x11/keys",
     "platform/wayland/connection": "platform",
+    "platform/wayland/capture": "platform platform/wayland/connection",
     "platform/wayland/toplevels": "platform platform/wayland/connection",
     # The applications of both are those of the desktop entries.
     "platform/wayland/wlr": "model platform platform/numbers platform/freedesktop/applications"
                             " platform/freedesktop/icons platform/wayland/connection"
-                            " platform/wayland/toplevels",
+                            " platform/wayland/capture platform/wayland/toplevels",
     "platform/wayland/sway": "model platform platform/numbers platform/freedesktop/applications"
-                             " platform/freedesktop/icons platform/wayland/connection",
+                             " platform/freedesktop/icons platform/wayland/capture"
+                             " platform/wayland/connection",
+    # It talks to the Shell over the bus, as GLib gives it.
+    "platform/gnome": "model platform platform/numbers platform/freedesktop/applications"
+                      " platform/freedesktop/bus platform/freedesktop/icons",
+    "platform/kwin": "model platform platform/numbers platform/freedesktop/bus"
+                     " platform/freedesktop/applications platform/freedesktop/icons"
+                     " platform/wayland/connection",
     "windows": "model platform",
     "windows/memory": "model windows",
-    "store/board": "model text navigation platform windows",
+    "store/board": "model transfer text navigation platform windows",
     "store/desktop": "model platform windows",
-    "store": "model text navigation platform windows windows/memory store/*",
+    "store": "model transfer text navigation platform windows windows/memory store/*",
+    "automation": "model text navigation platform windows store/*",
     "shell": "text navigation platform store/*",
     # From the bottom of the views up: each folder may use some of those before it.
     "views/appearance": "model text layout platform windows",
@@ -57,6 +68,10 @@ _FOLDERS = {
     "views/controls": "views/appearance views/scene",
     "views/backups": "model text store/* views/appearance views/controls views/models"
                      " views/scene",
+    "views/transfer": "model text transfer platform store/* views/appearance views/backups"
+                      " views/controls views/models views/scene",
+    "views/entry": "model text windows store/* views/appearance views/controls views/models"
+                   " views/scene",
     "views/goals": "model text navigation store/* views/appearance views/controls views/models"
                    " views/scene",
     "views/todos": "model text navigation store/* views/appearance views/controls views/goals"
@@ -64,21 +79,25 @@ _FOLDERS = {
     "views/windows": "model text navigation platform windows store/* views/appearance"
                      " views/controls views/goals views/models views/scene",
     "views/board": "model text navigation layout store/* views/appearance views/backups"
-                   " views/controls views/goals views/models views/scene views/todos views/windows",
+                   " views/controls views/goals views/models views/scene views/todos"
+                   " views/transfer views/windows",
     "views": "model text platform store/* shell views/*",
-    "app": "model platform/* store/* shell views",
+    "app/desktops": "model platform/*",
+    "app": "model transfer platform/* store/* automation shell views app/desktops",
     # main.cpp.
-    "": "platform/freedesktop/toolkit platform/qt platform/sqlite platform/x11/connection views app",
+    "": "platform/freedesktop/toolkit platform/qt platform/sqlite platform/x11/connection views app"
+        " app/desktops",
 }
 
 # Libraries that only some folders, and those within them, know of, by their headers.
 _LIBRARIES = {
     r"(xcb|X11)/": "platform/x11",
     r"(wayland-|wlr-|ext-)": "platform/wayland",
-    r"(gio|glib)[-/.]": "platform/freedesktop",
+    r"(gio|glib)[-/.]": "platform/freedesktop platform/gnome platform/kwin",
     r"(QtDBus/|QDBus)": "platform/freedesktop",
     r"sqlite3\.h": "platform/sqlite",
     r"rapidjson/": "model",
+    r"libical/": "transfer",
     r"(QtSvg/|QSvg)": "platform/freedesktop views/scene",
     r"(QtQml|QQml|QJS)": "views",
     r"(QtQuick/|QQuick|QSG)": "shell views app",

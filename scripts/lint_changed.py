@@ -139,6 +139,8 @@ def main():
 
     check("shell scripts", scripts, run("shellcheck", "--external-sources", *scripts))
     check("Python scripts", python, run("pyflakes3", *python))
+    script = [path for path in files if path.suffix == ".js" and path.parts[0] == "data"]
+    check("JavaScript", script, run("env", "NODE_PATH=/usr/share/nodejs", "eslint", "--format", "unix", *script))
     layered = [path for path in files
                if path in code + qml or str(path) in ("README.md", "scripts/layering.py")]
     check("layering", layered, run("python3", "scripts/layering.py"))

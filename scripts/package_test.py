@@ -1,5 +1,5 @@
-"""package_test.py PACKAGE DIRECTORY: tries the package on a Debian that has only its dependencies. It has
-to be activated by the session bus, to start and show its board, and to leave nothing behind when it
+"""package_test.py PACKAGE DIRECTORY [SUITE]: tries the package on a Debian that has only its dependencies,
+of the release that it was made on. It has to be activated by the session bus, to start and show its board, and to leave nothing behind when it
 is removed."""
 
 import pathlib
@@ -86,7 +86,7 @@ def _is_activated_by_the_bus(desktop, session):
     session.activate()
     wait_until("Kelpa's window is in front again", session.is_in_front)
     other.terminate()
-    desktop.close(session.windows()[0])
+    desktop.key("ctrl+q")
     wait_until("Kelpa has left the bus", lambda: not session.has_kelpa(), 30)
 
 
@@ -111,9 +111,23 @@ def _shows_its_board(desktop, session, picture):
     # An empty window has one colour, a drawn board hundreds.
     wait_until("the board is drawn", lambda: _colours(desktop.screenshot(picture)) > 100, 30)
     desktop.close(window)
+    wait_until("its window is closed", lambda: not session.windows())
+    session.activate()
+    wait_until("its window is back and in front", session.is_in_front)
+    desktop.key("ctrl+q")
     wait_until("Kelpa has ended", lambda: kelpa.poll() is not None, 30)
     if kelpa.poll() != 0:
         raise AssertionError(f"Kelpa ended with {kelpa.poll()}")
+
+
+def _check_searches(clean):
+    """Desktops find there who answers what is typed into their searches."""
+    for name, key in (
+            ("gnome-shell/search-providers/org.kelpa.Kelpa-search-provider.ini", "BusName"),
+            ("krunner/dbusplugins/org.kelpa.Kelpa.Runner.desktop", "X-Plasma-DBusRunner-Service")):
+        path = clean.path / "usr/share" / name
+        if not path.is_file() or f"{key}=org.kelpa.Kelpa" not in path.read_text().splitlines():
+            raise AssertionError(f"{path} does not name Kelpa")
 
 
 def _try_out(clean, directory):
@@ -131,14 +145,14 @@ def _try_out(clean, directory):
 
 
 def main():
-    package, directory = map(pathlib.Path, sys.argv[1:])
+    package, directory = map(pathlib.Path, sys.argv[1:3])
     processes.exit_on_signals()
     started = time.monotonic()
 
     def done(what):
         print(f"package test: {what} ({time.monotonic() - started:.0f} s)", flush=True)
 
-    with CleanRoot(directory) as clean:
+    with CleanRoot(directory, *sys.argv[3:]) as clean:
         done("a Debian of its own")
         clean.run("apt-get", "-q", "update")
         clean.run("apt-get", "-q", "-y", "-o", "APT::Keep-Downloaded-Packages=true",
@@ -153,6 +167,7 @@ def main():
                                 env={**USER_ENV, "QT_QPA_PLATFORM": "offscreen"}).strip()
             if version != f"kelpa {_field(package, 'Version')}":
                 raise AssertionError(f"it says that it is {version!r}")
+            _check_searches(clean)
             picture = _try_out(clean, directory)
             done(f"installed and started, {picture}")
             clean.run("dpkg", "--purge", "kelpa")

@@ -1,15 +1,18 @@
-// Entry point: answers --help, --version, --about-desktop and what concerns backups, activates a
-// running Kelpa with the same board, or starts the program.
-#include "app/AboutDesktop.h"
+// Entry point: answers --help, --version, --about-desktop, commands that read or change the board,
+// and what concerns backups, export and import, activates a running Kelpa with the same board, or
+// starts the program.
+#include "app/AutomationCommands.h"
 #include "app/BackupCommands.h"
 #include "app/CommandLine.h"
-#include "app/DesktopOpening.h"
 #include "app/OtherKelpa.h"
 #include "app/Program.h"
 #include "app/RenderBackend.h"
-#include "app/SessionReading.h"
 #include "app/SingleInstance.h"
-#include "app/ToolkitArguments.h"
+#include "app/TransferCommands.h"
+#include "app/desktops/AboutDesktop.h"
+#include "app/desktops/DesktopOpening.h"
+#include "app/desktops/SessionReading.h"
+#include "app/desktops/ToolkitArguments.h"
 #include "platform/freedesktop/toolkit/ToolkitBuses.h"
 #include "platform/qt/FontThreads.h"
 #include "platform/qt/QtScheduler.h"
@@ -46,7 +49,7 @@ int printAbout(const CommandLine& line, int argc, char** argv)
     return 0;
 }
 
-/// For --about-desktop: how long each server may take to reply.
+/// For --about-desktop: how long each server but the compositor may take to reply.
 constexpr std::chrono::milliseconds readingLimit{2000};
 
 /// Ends the process, since a thread may wait for a server that does not reply.
@@ -60,13 +63,30 @@ constexpr std::chrono::milliseconds readingLimit{2000};
     std::_Exit(0);
 }
 
-int printBackupCommand(const CommandLine& line)
+/// Absent where the command line asks for the program itself.
+std::optional<CommandOutput> runCommand(const CommandLine& line)
 {
-    const CommandOutput output = line.asksForBackups
-                                     ? listBackups(line.settingsPath)
-                                     : restoreBackup(line.settingsPath, line.restoredBackup);
+    if (line.exportCommand)
+        return exportBoard(line.settingsPath, *line.exportCommand);
+    if (line.importCommand)
+        return importBoard(line.settingsPath, *line.importCommand);
+    if (line.asksForBackups)
+        return listBackups(line.settingsPath);
+    if (!line.restoredBackup.isEmpty())
+        return restoreBackup(line.settingsPath, line.restoredBackup);
+    return std::nullopt;
+}
+
+int print(const CommandOutput& output)
+{
     std::fputs(qPrintable(output.text), stdout);
+    std::fwrite(output.data.constData(), 1, static_cast<std::size_t>(output.data.size()), stdout);
     std::fputs(qPrintable(output.error), stderr);
+    // What is exported may go to a disk that is full.
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        std::fprintf(stderr, "kelpa: standard output could not be written\n");
+        return 1;
+    }
     return output.exitStatus;
 }
 
@@ -96,8 +116,9 @@ int reportMissingDisplay(const WindowSystem& system, std::optional<DesktopKind> 
 SecondaryStart activatePrimaryKelpa(const CommandLine& line, const QByteArray& startupID,
                                     TerminationSignals& signals)
 {
+    const ApplicationRequest request{startupID, line.asksForTodo ? newTodoAction : QString()};
     const SecondaryStart start =
-        trySecondaryStart(line.settingsPath, startupID, signals.descriptor());
+        trySecondaryStart(line.settingsPath, request, signals.descriptor());
     if (start.isInterrupted)
         signals.release();
     return start;
@@ -118,6 +139,15 @@ void reportSilentBuses(const BusStates& states)
                              "start\n");
 }
 
+FirstView firstView(const CommandLine& line)
+{
+    if (line.asksForTodo)
+        return FirstView::todoField;
+    if (line.startsForCall)
+        return FirstView::nothingForCall;
+    return line.startsHidden ? FirstView::nothing : FirstView::board;
+}
+
 int run(QGuiApplication& application, const CommandLine& line, const ChosenDesktop& desktop,
         const QByteArray& startupID, SecondaryStart start, BusWatch& buses,
         TerminationSignals& signals)
@@ -127,17 +157,25 @@ int run(QGuiApplication& application, const CommandLine& line, const ChosenDeskt
     SingleInstance single(line.settingsPath, scheduler);
     const bool isBusSilent = buses.states().session == BusState::silent;
     const bool isNameTaken = !isBusSilent && !single.claim();
-    if (isNameTaken && !start.isNameForeign) {
+    // The owner of the name has the call.
+    if (isNameTaken && line.startsForCall)
+        return 0;
+    if (isNameTaken && !start.isNameForeign && !line.startsHidden) {
         // Another start may have been faster than this one.
         start = activatePrimaryKelpa(line, startupID, signals);
         if (start.exitStatus)
             return *start.exitStatus;
     }
     ViewTypes::serve();
-    std::unique_ptr<SqliteSettingsStore> file = openBoard(line.settingsPath, start);
+    std::unique_ptr<SqliteSettingsStore> file =
+        openBoard(line.settingsPath, start, single.isReachable());
     if (file->isAlreadyInUse()) {
-        // It could not be asked by the bus, or not in time.
-        const bool isForward = bringForward(file->otherProcess(), desktop.kind, scheduler);
+        // It could not be asked by the bus, or not in time. One that starts with the session leaves
+        // the one that the session has restored where it is, and so does one that the bus has
+        // started for a search: only somebody who has activated Kelpa wants to see it.
+        QCoreApplication::processEvents();
+        const bool isForward = (line.startsHidden && !single.isAwaited()) ||
+                               bringForward(file->otherProcess(), desktop.kind, scheduler);
         if (!isForward)
             std::fprintf(stderr, "kelpa: Kelpa already runs with the board in %s\n",
                          qPrintable(line.settingsPath));
@@ -160,7 +198,7 @@ int run(QGuiApplication& application, const CommandLine& line, const ChosenDeskt
     WriteBehindSettings settings(std::move(file));
     ViewTypes::serve();
     const int status = Program(application, scheduler, single, buses, settings, line.settingsPath,
-                               desktop, std::move(types))
+                               desktop, std::move(types), firstView(line))
                            .run(signals);
     // The writer's thread may hang with the disk.
     if (!settings.close(closingLimit))
@@ -183,11 +221,20 @@ int main(int argc, char** argv)
     // These need no display: help and version are answered without one, and a start that activates
     // the primary instance ends before the toolkit starts.
     const QStringList arguments = argumentsOf(argc, argv);
+    if (const auto command = automation::readCommand(arguments)) {
+        const QCoreApplication application(argc, argv);
+        return print(runAutomation(*command, QString::fromLocal8Bit(takeStartupID())));
+    }
     const CommandLine given = readCommandLine(arguments);
     if (given.asksForHelp || given.asksForVersion)
         return printAbout(given, argc, argv);
-    if (given.error.isEmpty() && (given.asksForBackups || !given.restoredBackup.isEmpty()))
-        return printBackupCommand(given);
+    // No option of the toolkit can be meant.
+    if (!given.transferError.isEmpty() && given.error == given.transferError)
+        return reportInvalid(given.error);
+    if (given.error.isEmpty()) {
+        if (const std::optional<CommandOutput> output = runCommand(given))
+            return print(*output);
+    }
     const WindowSystem system = chosenWindowSystem(arguments, qgetenv("QT_QPA_PLATFORM"));
     if (given.asksForDesktop && !given.desktopError.isEmpty())
         return reportInvalid(given.desktopError);
@@ -200,7 +247,7 @@ int main(int argc, char** argv)
     // Asks while this start looks for the primary instance.
     BusWatch buses;
     SecondaryStart start;
-    if (given.error.isEmpty())
+    if (given.error.isEmpty() && !given.startsHidden)
         start = activatePrimaryKelpa(given, startupID, signals);
     if (start.exitStatus)
         return *start.exitStatus;

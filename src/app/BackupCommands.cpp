@@ -39,6 +39,19 @@ QString sizeOf(const BoardContents& board)
         .arg(openTodoCount(board));
 }
 
+QString reasonOf(const Backup& backup)
+{
+    switch (backup.reason) {
+    case BackupReason::daily:
+        return {};
+    case BackupReason::beforeRestore:
+        return QStringLiteral(" (before a backup was restored)");
+    case BackupReason::beforeImport:
+        return QStringLiteral(" (before a file was imported)");
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 CommandOutput listBackups(const QString& settingsPath)
@@ -50,11 +63,10 @@ CommandOutput listBackups(const QString& settingsPath)
     QString text;
     for (const Backup& backup : list) {
         const std::optional<BoardContents> board = contentsOf(backups, backup);
-        text += QStringLiteral("%1  %2  %3%4\n")
-                    .arg(backup.name, localTime(backup),
-                         board ? sizeOf(*board) : QStringLiteral("cannot be read"),
-                         backup.isBeforeRestore ? QStringLiteral(" (before a backup was restored)")
-                                                : QString());
+        text +=
+            QStringLiteral("%1  %2  %3%4\n")
+                .arg(backup.name, localTime(backup),
+                     board ? sizeOf(*board) : QStringLiteral("cannot be read"), reasonOf(backup));
     }
     return {text};
 }
@@ -82,13 +94,16 @@ CommandOutput restoreBackup(const QString& settingsPath, const QString& name)
     // What is wrong with the file was reported on standard error.
     if (!store.isLoaded() || store.status().error)
         return {{}, {}, 1};
-    if (!backups.keepBoard())
+    if (!backups.keepBoard(BackupReason::beforeRestore))
         return failed(QStringLiteral("the present board could not be kept as a backup, so nothing "
                                      "was restored"));
     const BoardContents board = restored(loadBoard(store).contents, *contents);
-    std::vector<SettingsEntry> entries = boardEntries(board.goals, board.unassignedTodos);
-    entries.push_back(assignmentsEntry(board.assignments));
-    if (!store.write(entries))
+    const std::optional<std::vector<SettingsEntry>> entries = wholeBoardEntries(board);
+    if (!entries)
+        return failed(QStringLiteral("the backup %1 has a value that cannot be stored; the board "
+                                     "in %2 is as it was")
+                          .arg(name, settingsPath));
+    if (!store.write(*entries))
         return {{}, {}, 1};
     return {QStringLiteral("Restored the board of %1: %2.\nThe board before is a backup, too.\n")
                 .arg(localTime(*backup), sizeOf(board))};
@@ -96,8 +111,9 @@ CommandOutput restoreBackup(const QString& settingsPath, const QString& name)
 
 void backUpDaily(SqliteSettingsStore& store)
 {
-    store.setBeforeSave(
-        [backup = std::make_shared<DailyBackup>(store.path())] { backup->beforeSave(); });
+    const auto backup = std::make_shared<DailyBackup>(store.path());
+    store.setBeforeSave([backup] { backup->beforeSave(); });
+    store.setMakeRoom([backup] { backup->giveUp(); });
 }
 
 } // namespace kelpa

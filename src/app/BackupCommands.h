@@ -1,6 +1,7 @@
 // The backups of the board, as the command line offers them, without a display.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace kelpa {
@@ -14,6 +15,8 @@ struct CommandOutput
     /// For standard error, in whole lines.
     QString error = {};
     int exitStatus = 0;
+    /// For standard output, byte by byte, after `text`.
+    QByteArray data = {};
 };
 
 /// Lists the backups of the board in the file, the newest first: name, local time, goals, open

@@ -1,7 +1,8 @@
 // Parses the command line and the environment.
 #pragma once
 
-#include "app/DesktopChoice.h"
+#include "app/TransferCommands.h"
+#include "app/desktops/DesktopChoice.h"
 
 #include <QByteArray>
 #include <QString>
@@ -20,11 +21,22 @@ struct CommandLine
     /// As `error`, of the chosen desktop alone.
     QString desktopError{};
     bool asksForDesktop = false;
+    /// Begins without a window, until it is called.
+    bool startsHidden = false;
+    /// So, because the session bus has a call for it.
+    bool startsForCall = false;
+    /// Opens the field for a todo, of the Kelpa that runs or of one that begins without a window.
+    bool asksForTodo = false;
     bool asksForHelp = false;
     bool asksForVersion = false;
     bool asksForBackups = false;
     /// The backup that replaces the board; empty for none.
     QString restoredBackup;
+    /// Absent where nothing is to be exported or imported.
+    std::optional<ExportCommand> exportCommand{};
+    std::optional<ImportCommand> importCommand{};
+    /// As `error`, of exporting and importing alone.
+    QString transferError{};
     /// Why the command line is invalid, as a message for the person; empty when it is valid.
     QString error;
 

@@ -1,6 +1,6 @@
 #include "app/OtherKelpa.h"
 
-#include "app/SessionReading.h"
+#include "app/desktops/SessionReading.h"
 #include "platform/Scheduler.h"
 #include "platform/wayland/sway/SwayCommands.h"
 #include "platform/x11/actions/EwmhPager.h"

@@ -1,7 +1,7 @@
 // Brings the Kelpa forward that has the board open, where the session bus cannot.
 #pragma once
 
-#include "app/DesktopChoice.h"
+#include "app/desktops/DesktopChoice.h"
 
 #include <QtGlobal>
 

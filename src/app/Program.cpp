@@ -7,14 +7,20 @@
 #include "platform/freedesktop/toolkit/BusWatch.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/TerminationSignals.h"
+#include "platform/sqlite/SettingsFiles.h"
 #include "platform/sqlite/WriteBehindSettings.h"
 #include "store/board/BoardPersistence.h"
 
+#include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQuickWindow>
 #include <QSessionManager>
+#include <QStandardPaths>
+#include <QStringList>
+
+#include <malloc.h>
 
 #include <chrono>
 #include <cstdio>
@@ -32,36 +38,65 @@ namespace {
 constexpr std::chrono::milliseconds firstWindowsLimit{50};
 
 /// The next session restarts the program, from its present path, with this board.
-void setRestartCommand(QSessionManager& session, const QString& boardPath)
+void setRestartCommand(QSessionManager& session, const QString& boardPath, bool isHidden)
 {
-    session.setRestartCommand(session.restartCommand() << QStringLiteral("--settings")
-                                                       << QFileInfo(boardPath).absoluteFilePath());
+    QStringList command = session.restartCommand() << QStringLiteral("--settings")
+                                                   << QFileInfo(boardPath).absoluteFilePath();
+    if (isHidden)
+        command << QStringLiteral("--hidden");
+    session.setRestartCommand(command);
+}
+
+/// What the session runs at its beginning.
+QStringList sessionCommand(const QString& boardPath)
+{
+    QStringList command{QCoreApplication::applicationFilePath(), QStringLiteral("--hidden")};
+    if (resolvedPath(boardPath) != resolvedPath(defaultSettingsPath()))
+        command << QStringLiteral("--settings") << QFileInfo(boardPath).absoluteFilePath();
+    return command;
 }
 
 } // namespace
 
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
                  BusWatch& buses, WriteBehindSettings& settings, QString boardPath,
-                 const ChosenDesktop& desktop, std::unique_ptr<ViewTypes> types)
+                 const ChosenDesktop& desktop, std::unique_ptr<ViewTypes> types,
+                 FirstView firstView)
     : m_application(application), m_scheduler(scheduler), m_single(single), m_buses(buses),
-      m_settings(settings), m_boardPath(std::move(boardPath)),
+      m_settings(settings), m_boardPath(std::move(boardPath)), m_firstView(firstView),
       m_desktop(openDesktop(desktop, scheduler, settings.path(), assignedWindows(settings))),
       m_backupFiles(settings.path()), m_store(m_desktop->platform(), settings, scheduler),
       m_backups(m_store, m_backupFiles, scheduler),
+      m_transfer(m_store, m_backupFiles, m_files, scheduler),
       m_view(m_store, m_desktop->platform().applications, m_iconReaders,
              {.keyNames = KeyNames::withSuper(),
               .appearance = std::nullopt,
               .isReducingMotion = reducedMotionFromText(qgetenv("KELPA_REDUCED_MOTION"))},
              std::move(types)),
-      m_doubleTap(m_desktop->globalKeys()), m_notifier(m_store, m_desktop->notifications())
+      m_entry(m_store, m_view, m_desktop->ownWindow()), m_doubleTap(m_desktop->globalKeys()),
+      m_presence(m_store, m_desktop->notifications(), KeyNames::withSuper(),
+                 [this] { return waysBack(); }),
+      m_autostart(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
+                  sessionCommand(m_boardPath)),
+      m_sessionStart(m_autostart, scheduler), m_notifier(m_store, m_desktop->notifications())
 {
     m_view.setBackups(m_backups);
-    m_store.discoverAhead();
+    m_view.setTransfer(m_transfer, m_fileDialogs, m_files, scheduler);
+    if (m_firstView == FirstView::board)
+        m_store.discoverAhead();
     m_desktop->setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
     connect(&m_view, &ViewEngine::boardShown, this, &Program::startAfterFirstFrame);
     connect(&m_view, &ViewEngine::seenReported, &m_notifier, &UnsavedNotifier::setBoardSeen);
     connect(&m_doubleTap, &GlobalDoubleTap::isAvailableChanged, this,
             [this] { m_view.setDoubleTapOffered(m_doubleTap.isAvailable()); });
+    connect(&m_view, &ViewEngine::hidden, this, &Program::rest);
+    connect(&m_view, &ViewEngine::quitConfirmed, this, &Program::quit);
+    connect(&m_entry, &EntryWindow::closed, this, &Program::noteEntryClosed);
+    connect(&m_presence, &Presence::quitRequested, this, &Program::quit);
+    m_application.installEventFilter(this);
+    m_view.setStaying([this] { return !m_isEnding && m_presence.mayStay(); });
+    m_view.setSessionStart(m_sessionStart);
+    serveCalls();
 }
 
 Program::~Program() = default;
@@ -70,12 +105,20 @@ int Program::run(TerminationSignals& signals)
 {
     int status = 1;
     std::optional<DisplayLossHandler> displayLossHandler;
-    if (show()) {
+    // Nobody asked a Kelpa for a window that the bus has started, whether or not it still needs it.
+    const bool isHidden = m_firstView == FirstView::nothingForCall ||
+                          (m_firstView != FirstView::board && waysBack().hasName);
+    // A command may ask for the board while it is being loaded.
+    if (!isHidden)
+        m_awaitingBoard.emplace();
+    if (isHidden || show()) {
+        listen();
+        if (m_firstView == FirstView::todoField)
+            openEntry({});
         displayLossHandler.emplace(m_application, [this] { saveBefore(Ending::ofDisplay); });
         signals.listen([this] {
             // Nobody may be there to answer.
-            m_view.closeWithoutAsking();
-            QCoreApplication::quit();
+            quit();
         });
         status = QGuiApplication::exec();
         signals.stopListening();
@@ -87,6 +130,37 @@ int Program::run(TerminationSignals& signals)
     return status;
 }
 
+void Program::serveCalls()
+{
+    m_automation.emplace(
+        m_single.automation(), m_store, m_scheduler,
+        automation::Surroundings{.bringForward = [this](const QByteArray& activationToken) {
+            bringForward({.inputTime = std::nullopt, .startupID = activationToken});
+        }});
+    m_search.emplace(m_single.searchProvider(), m_single.searchRunner(), m_store, m_scheduler,
+                     [this](const ActivationContext& context) { bringForward(context); });
+    connect(&*m_automation, &AutomationService::called, this, &Program::noteCall);
+    connect(&*m_search, &SearchService::called, this, &Program::noteCall);
+    if (m_firstView == FirstView::nothingForCall)
+        m_idleEnding.emplace(
+            m_scheduler, [this] { return mayEndIdle(); }, [this] { quit(); });
+}
+
+bool Program::mayEndIdle()
+{
+    // Who has closed a board that stays wants to have it back at once.
+    const bool isToStay = m_hasBeenAskedFor && !m_store.isClosingQuitting() && waysBack().hasName;
+    // Text that was typed into the field is nowhere else.
+    return !isToStay && !isBoardVisible() && !isLoadingBoard() && !m_entry.isOpen() &&
+           m_entry.controller().text().isEmpty() && m_store.saveProgress() == SaveProgress::saved;
+}
+
+void Program::noteCall()
+{
+    if (m_idleEnding)
+        m_idleEnding->noteCall();
+}
+
 bool Program::show()
 {
     if (!m_view.load())
@@ -96,40 +170,177 @@ bool Program::show()
         return false;
     QQuickWindow& window = *m_view.window();
     m_raiser.emplace(window, m_desktop->ownWindow());
-    m_single.setActivationHandler([this](const QByteArray& startupID) {
-        m_raiser->raise({.inputTime = std::nullopt, .startupID = startupID});
-    });
-    connect(&m_doubleTap, &GlobalDoubleTap::doubleTapped, this, [this](InputTime time) {
-        m_raiser->raise({.inputTime = time, .startupID = {}});
-        m_view.noteDoubleTap();
-    });
     m_view.followMotion(m_desktop->motionOnDisplay());
     m_occlusion = m_desktop->ownWindow().watchOcclusion(
         window, [this](bool isOccluded) { m_view.setOccluded(isOccluded); });
+    return true;
+}
+
+Presence::Ways Program::waysBack() const
+{
+    return {.hasDoubleTap = m_doubleTap.isAvailable(), .hasName = m_single.isReachable()};
+}
+
+void Program::listen()
+{
+    m_single.setActivationHandler([this](const ApplicationRequest& request) {
+        noteCall();
+        const ActivationContext context{.inputTime = std::nullopt, .startupID = request.startupID};
+        if (request.action == newTodoAction)
+            openEntry(context);
+        else
+            bringForward(context);
+    });
+    m_single.setLostHandler([this] {
+        // Nothing but a double tap would reach it any more.
+        if (m_idleEnding && mayEndIdle())
+            quit();
+        else if (!isBoardVisible())
+            bringForward({});
+    });
+    connect(&m_doubleTap, &GlobalDoubleTap::doubleTapped, this, [this](InputTime time) {
+        noteCall();
+        bringForward({.inputTime = time, .startupID = {}});
+        m_view.noteDoubleTap();
+    });
     // Direct connections: the session manager waits while these run.
     connect(
         &m_application, &QGuiApplication::commitDataRequest, this,
         [this] { saveBefore(Ending::ofSession); }, Qt::DirectConnection);
     connect(
         &m_application, &QGuiApplication::saveStateRequest, this,
-        [this](QSessionManager& session) { setRestartCommand(session, m_boardPath); },
+        [this](QSessionManager& session) {
+            setRestartCommand(session, m_boardPath, !isBoardVisible());
+        },
         Qt::DirectConnection);
-    return true;
 }
 
-void Program::startAfterFirstFrame()
+void Program::bringForward(const ActivationContext& context)
 {
+    m_afterEntry.cancel();
+    m_hasBeenAskedFor = true;
+    // Loading runs the event loop, in which the board may be asked for again.
+    const bool isUnderWay = isLoadingBoard();
+    if (isUnderWay || m_view.window() == nullptr)
+        m_awaitingBoard = context;
+    if (isUnderWay)
+        return;
+    if (m_view.window() == nullptr) {
+        m_store.discoverAhead();
+        if (!show())
+            quit();
+        return;
+    }
+    if (!m_view.window()->isVisible()) {
+        qCDebug(logApp, "the board comes back");
+        m_store.discoverAhead();
+        m_store.awaitWindows(firstWindowsLimit);
+        m_store.startObserving();
+        m_presence.noteShown();
+    }
+    m_raiser->raise(context);
+}
+
+bool Program::isLoadingBoard() const
+{
+    return m_awaitingBoard && !m_raiser;
+}
+
+bool Program::isBoardVisible() const
+{
+    return m_view.window() != nullptr && m_view.window()->isVisible();
+}
+
+void Program::openEntry(const ActivationContext& context)
+{
+    m_afterEntry.cancel();
+    m_hasBeenAskedFor = true;
+    if (!m_entry.open(context)) {
+        bringForward(context);
+        return;
+    }
+    followDesktop();
+}
+
+void Program::noteEntryClosed()
+{
+    if (m_isEnding || isBoardVisible())
+        return;
+    // The windows were listed for the goal that is proposed.
+    m_store.stopObserving();
+    malloc_trim(0);
+    // Who started it without a window wants it to stay.
+    if (m_firstView == FirstView::nothing && m_view.window() == nullptr)
+        return;
+    if (!m_store.isClosingQuitting() || !m_entry.controller().text().isEmpty()) {
+        m_presence.noteClosed();
+        return;
+    }
+    m_afterEntry.start([this](bool isSaved) {
+        if (m_isEnding)
+            return;
+        if (isSaved) {
+            quit();
+            return;
+        }
+        // The todo is nowhere but here; the board tells so and asks before it closes. The field is
+        // still at its operation.
+        QMetaObject::invokeMethod(
+            this, [this] { bringForward({}); }, Qt::QueuedConnection);
+    });
+}
+
+void Program::followDesktop()
+{
+    if (std::exchange(m_isFollowing, true))
+        return;
     // Drawing it takes longer than anyone sees a window without one.
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
     m_buses.whenSessionAnswers([this] {
         m_view.followAppearance(m_desktop->appearanceOfPortal());
         m_view.followMotion(m_desktop->motionOfPortal());
     });
+}
+
+void Program::rest()
+{
+    m_store.stopObserving();
+    // The C library keeps what the views have given back otherwise.
+    malloc_trim(0);
+    qCDebug(logApp, "the board is closed, listening");
+    m_presence.noteClosed();
+}
+
+bool Program::eventFilter(QObject* watched, QEvent* event)
+{
+    // Also when the session ends. A window may refuse, and then nothing ends.
+    if (event->type() == QEvent::Quit) {
+        m_isEnding = true;
+        m_entry.close();
+        QMetaObject::invokeMethod(
+            this, [this] { m_isEnding = false; }, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void Program::quit()
+{
+    m_view.closeWithoutAsking();
+    QCoreApplication::quit();
+}
+
+void Program::startAfterFirstFrame()
+{
+    followDesktop();
+    m_sessionStart.read();
     qCDebug(logApp, "board shown, observing the desktop");
-    m_store.startObserving();
+    const ActivationContext context =
+        std::exchange(m_awaitingBoard, std::nullopt).value_or(ActivationContext());
     // A window that was closed before its first frame stays closed.
-    if (m_view.window()->isVisible())
-        m_raiser->raise();
+    if (!m_view.window()->isVisible())
+        return;
+    m_store.startObserving();
+    m_raiser->raise(context);
 }
 
 void Program::saveBefore(Ending ending)
@@ -165,6 +376,9 @@ void Program::reportUnsaved() const
 bool Program::endBackgroundWork()
 {
     m_single.setActivationHandler({});
+    m_automation.reset();
+    m_search.reset();
+    m_idleEnding.reset();
     m_occlusion.reset();
     m_desktop->setWindowsChanged({});
     // Background work refers to the parts. Work that the window server delays for longer than

@@ -1,5 +1,7 @@
 #include "app/SingleInstance.h"
 
+#include "app/SearchInterfaces.h"
+#include "automation/Methods.h"
 #include "platform/ExecutableName.h"
 #include "platform/freedesktop/bus/PrimaryInstance.h"
 #include "platform/sqlite/SettingsFiles.h"
@@ -23,6 +25,8 @@ namespace {
 constexpr std::chrono::milliseconds answerLimit{5000};
 constexpr std::chrono::milliseconds claimLimit{1000};
 constexpr std::chrono::milliseconds boardWaitLimit{1000};
+/// A command has the board open as long as the disk needs for one change.
+constexpr std::chrono::milliseconds commandWaitLimit{3000};
 constexpr std::chrono::milliseconds boardRetryInterval{20};
 
 } // namespace
@@ -38,12 +42,12 @@ QString busNameOfBoard(const QString& settingsPath)
     return name + QStringLiteral(".board") + QString::fromLatin1(hash);
 }
 
-SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& startupID,
+SecondaryStart trySecondaryStart(const QString& settingsPath, const ApplicationRequest& request,
                                  int interruption)
 {
-    switch (activatePrimaryInstance(busNameOfBoard(settingsPath).toUtf8(), startupID, answerLimit,
-                                    interruption,
-                                    executableName(static_cast<ProcessID>(::getpid())))) {
+    switch (activatePrimaryInstance(
+        busNameOfBoard(settingsPath).toUtf8(), request.startupID, answerLimit, interruption,
+        executableName(static_cast<ProcessID>(::getpid())), request.action.toUtf8())) {
     case InstanceActivation::activated:
         return {.exitStatus = 0};
     case InstanceActivation::timedOut:
@@ -74,11 +78,15 @@ QByteArray takeStartupID()
 }
 
 std::unique_ptr<SqliteSettingsStore> openBoard(const QString& settingsPath,
-                                               const SecondaryStart& start)
+                                               const SecondaryStart& start, bool isNameOurs)
 {
     auto settings = std::make_unique<SqliteSettingsStore>(settingsPath);
-    const auto end = std::chrono::steady_clock::now() +
-                     (start.hasJustEnded ? boardWaitLimit : std::chrono::milliseconds(0));
+    std::chrono::milliseconds limit{0};
+    if (isNameOurs)
+        limit = commandWaitLimit;
+    else if (start.hasJustEnded)
+        limit = boardWaitLimit;
+    const auto end = std::chrono::steady_clock::now() + limit;
     while (settings->isAlreadyInUse() && std::chrono::steady_clock::now() < end) {
         std::this_thread::sleep_for(boardRetryInterval);
         settings = std::make_unique<SqliteSettingsStore>(settingsPath);
@@ -87,10 +95,19 @@ std::unique_ptr<SqliteSettingsStore> openBoard(const QString& settingsPath,
 }
 
 SingleInstance::SingleInstance(const QString& settingsPath, Scheduler& scheduler)
-    : m_scheduler(scheduler),
-      m_service(busNameOfBoard(settingsPath),
-                [this](const QByteArray& startupID) { activate(startupID); })
-{}
+    : m_scheduler(scheduler), m_automation({.path = automation::objectPath,
+                                            .interface = automation::interfaceName,
+                                            .introspection = automation::introspection(),
+                                            .version = automation::interfaceVersion}),
+      m_searchProvider(searchProviderDescription()), m_searchRunner(searchRunnerDescription()),
+      m_service(busNameOfBoard(settingsPath), {newTodoAction},
+                [this](const ApplicationRequest& request) { activate(request); },
+                {&m_automation, &m_searchProvider, &m_searchRunner})
+{
+    for (BusObject* const object : {&m_automation, &m_searchProvider, &m_searchRunner})
+        object->setUnhandled({automation::errorName(automation::FailureKind::notReady),
+                              QStringLiteral("Kelpa is starting or ending")});
+}
 
 bool SingleInstance::claim()
 {
@@ -98,7 +115,10 @@ bool SingleInstance::claim()
     auto claim = std::make_shared<NameClaim>(NameClaim::noBus);
     m_claiming = m_scheduler.inBackgroundAndWait(
         claimLimit, [this](const std::stop_token&) { return m_service.claim(NameQueue::leave); },
-        [claim](NameClaim result) { *claim = result; });
+        [this, claim](NameClaim result) {
+            *claim = result;
+            m_isOwner = result == NameClaim::owned;
+        });
     return *claim != NameClaim::takenByAnother;
 }
 
@@ -106,25 +126,34 @@ void SingleInstance::claimWhenFree()
 {
     m_claiming = m_scheduler.inBackground(
         [this](const std::stop_token&) { return m_service.claim(NameQueue::join); },
-        [](NameClaim) {});
+        [this](NameClaim result) { m_isOwner = result == NameClaim::owned; });
 }
 
-void SingleInstance::setActivationHandler(
-    std::function<void(const QByteArray& startupID)> activated)
+bool SingleInstance::isReachable() const
+{
+    return m_isOwner && m_service.isConnected();
+}
+
+void SingleInstance::setLostHandler(std::function<void()> lost)
+{
+    QObject::connect(&m_service, &ApplicationService::disconnected, &m_service, std::move(lost));
+}
+
+void SingleInstance::setActivationHandler(std::function<void(const ApplicationRequest&)> activated)
 {
     m_activated = std::move(activated);
     if (!m_activated)
         return;
-    for (const QByteArray& startupID : std::exchange(m_pendingActivations, {}))
-        m_activated(startupID);
+    for (const ApplicationRequest& request : std::exchange(m_pendingRequests, {}))
+        m_activated(request);
 }
 
-void SingleInstance::activate(const QByteArray& startupID)
+void SingleInstance::activate(const ApplicationRequest& request)
 {
     if (m_activated)
-        m_activated(startupID);
+        m_activated(request);
     else
-        m_pendingActivations.push_back(startupID);
+        m_pendingRequests.push_back(request);
 }
 
 } // namespace kelpa

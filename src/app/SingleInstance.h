@@ -4,6 +4,7 @@
 
 #include "platform/Scheduler.h"
 #include "platform/freedesktop/bus/ApplicationService.h"
+#include "platform/freedesktop/bus/BusObject.h"
 
 #include <QByteArray>
 #include <QString>
@@ -35,10 +36,13 @@ struct SecondaryStart
     bool isNameForeign = false;
 };
 
-/// Activates the primary instance, which comes forward, and reports on standard error when it does
-/// not reply. Waits a few seconds at most, and no longer than until the file descriptor
-/// `interruption` becomes readable. Call before there is an event loop.
-SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& startupID,
+/// The action of the desktop entry that opens the field for a todo.
+inline const QString newTodoAction = QStringLiteral("new-todo");
+
+/// Activates the primary instance, which comes forward or does what `request` asks, and reports on
+/// standard error when it does not reply. Waits a few seconds at most, and no longer than until the
+/// file descriptor `interruption` becomes readable. Call before there is an event loop.
+SecondaryStart trySecondaryStart(const QString& settingsPath, const ApplicationRequest& request,
                                  int interruption);
 
 /// The startup id (activation token) that a launcher passed to this start; empty if none. Leaves it
@@ -47,9 +51,10 @@ SecondaryStart trySecondaryStart(const QString& settingsPath, const QByteArray& 
 QByteArray takeStartupID();
 
 /// Opens the board's file. When another instance has just ended, waits for it to release the file,
-/// a second at most.
+/// a second at most. With `isNameOurs`, this start owns the board's name: then it is a command that
+/// has the file open, or a Kelpa without this bus, and the command is waited for, 3 s at most.
 std::unique_ptr<SqliteSettingsStore> openBoard(const QString& settingsPath,
-                                               const SecondaryStart& start);
+                                               const SecondaryStart& start, bool isNameOurs);
 
 /// Makes this program the primary instance. Main thread.
 class SingleInstance
@@ -67,18 +72,36 @@ public:
     /// nobody does; needs an event loop.
     void claimWhenFree();
 
-    /// Calls `activated` with the startup id of each activation from now on, and at once for those
-    /// that are pending. With an empty function, activations become pending again.
-    void setActivationHandler(std::function<void(const QByteArray& startupID)> activated);
+    /// Whether a later start reaches this one by its name.
+    bool isReachable() const;
+    /// Calls `lost` when a later start does not reach this one any more.
+    void setLostHandler(std::function<void()> lost);
+
+    /// The board's automation interface, found by the same name.
+    BusObject& automation() { return m_automation; }
+    /// What the searches of GNOME Shell and Plasma call, found by the same name.
+    BusObject& searchProvider() { return m_searchProvider; }
+    BusObject& searchRunner() { return m_searchRunner; }
+
+    /// Calls `activated` with each request from now on, and at once with those that are pending.
+    /// With an empty function, requests become pending again.
+    void setActivationHandler(std::function<void(const ApplicationRequest&)> activated);
+
+    /// Whether a request is pending, of those that the event loop has delivered.
+    bool isAwaited() const { return !m_pendingRequests.empty(); }
 
 private:
-    void activate(const QByteArray& startupID);
+    void activate(const ApplicationRequest& request);
 
     Scheduler& m_scheduler;
-    std::function<void(const QByteArray&)> m_activated;
-    std::vector<QByteArray> m_pendingActivations;
+    std::function<void(const ApplicationRequest&)> m_activated;
+    std::vector<ApplicationRequest> m_pendingRequests;
+    BusObject m_automation;
+    BusObject m_searchProvider;
+    BusObject m_searchRunner;
     ApplicationService m_service;
     TaskHandle m_claiming;
+    bool m_isOwner = false;
 };
 
 } // namespace kelpa

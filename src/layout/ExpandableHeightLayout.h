@@ -19,6 +19,9 @@ struct ExpandableHeightLayout
     /// Without a proposed width, the child's own applies.
     QSizeF sizeThatFits(std::optional<double> proposedWidth, std::optional<QSizeF> child) const;
 
+    /// The progress at which a child of `idealHeight` shows in `height`; from 0 to 1.
+    double progressAt(double height, double idealHeight) const;
+
     /// The child's frame: at the top left of the bounds, with their width and its ideal height. The
     /// caller clips it at the lower edge of the bounds.
     static QRectF childFrame(const QRectF& bounds, double idealHeight);

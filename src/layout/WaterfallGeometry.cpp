@@ -10,6 +10,11 @@ namespace {
 /// Items from one checkpoint to the next.
 constexpr qsizetype checkpointInterval = 16;
 
+bool isFlexible(const HeightRange& range)
+{
+    return range.atMost > range.atLeast;
+}
+
 } // namespace
 
 WaterfallGeometry::WaterfallGeometry(const WaterfallLayout& layout) : m_layout(layout) {}
@@ -21,9 +26,12 @@ void WaterfallGeometry::setLayout(const WaterfallLayout& layout)
     const bool hadFixedHeight = hasFixedHeight();
     m_layout = layout;
     if (hadFixedHeight != hasFixedHeight()) {
+        m_ranges.clear();
+        m_flexibleCount = 0;
         m_heights.clear();
         m_frames.clear();
         if (!hasFixedHeight()) {
+            m_ranges.resize(m_count);
             m_heights.resize(m_count);
             m_frames.resize(m_count);
         }
@@ -45,7 +53,9 @@ void WaterfallGeometry::insert(qsizetype first, qsizetype count, double height)
     Q_ASSERT(first >= 0 && first <= m_count && count >= 0);
     m_count += count;
     if (!hasFixedHeight()) {
-        m_heights.insert(first, count, WaterfallLayout::usableHeight(height));
+        const double usable = WaterfallLayout::usableHeight(height);
+        m_ranges.insert(first, count, {usable, usable, usable});
+        m_heights.insert(first, count, usable);
         m_frames.insert(first, count, QRectF());
     }
     markDirty(first, m_count - 1);
@@ -56,6 +66,9 @@ void WaterfallGeometry::remove(qsizetype first, qsizetype count)
     Q_ASSERT(first >= 0 && count >= 0 && first + count <= m_count);
     m_count -= count;
     if (!hasFixedHeight()) {
+        m_flexibleCount -=
+            std::count_if(m_ranges.begin() + first, m_ranges.begin() + first + count, isFlexible);
+        m_ranges.remove(first, count);
         m_heights.remove(first, count);
         m_frames.remove(first, count);
     }
@@ -75,18 +88,57 @@ void WaterfallGeometry::move(qsizetype from, qsizetype count, qsizetype to)
             else
                 std::rotate(begin + to, begin + from, begin + from + count);
         };
+        rotate(m_ranges);
         rotate(m_heights);
         rotate(m_frames);
     }
     markDirty(first, m_count - 1);
 }
 
-void WaterfallGeometry::setHeight(qsizetype index, double height)
+void WaterfallGeometry::setHeights(qsizetype index, const HeightRange& heights)
 {
-    if (hasFixedHeight() || m_heights.at(index) == WaterfallLayout::usableHeight(height))
+    if (hasFixedHeight())
         return;
-    m_heights[index] = WaterfallLayout::usableHeight(height);
+    const double least = WaterfallLayout::usableHeight(heights.atLeast);
+    const HeightRange range{WaterfallLayout::usableHeight(heights.atRest), least,
+                            std::max(WaterfallLayout::usableHeight(heights.atMost), least)};
+    if (m_ranges.at(index) == range)
+        return;
+    m_flexibleCount += (isFlexible(range) ? 1 : 0) - (isFlexible(m_ranges.at(index)) ? 1 : 0);
+    m_ranges[index] = range;
+    // The pass may choose more.
+    m_heights[index] = range.atLeast;
     markDirty(index, index);
+}
+
+void WaterfallGeometry::setRoom(double room)
+{
+    if (m_room == room)
+        return;
+    m_room = room;
+    if (m_flexibleCount > 0 && m_count > 0)
+        markDirty(m_count - 1, m_count - 1);
+}
+
+void WaterfallGeometry::changeHeight(qsizetype index, double height)
+{
+    if (m_heights.at(index) == height)
+        return;
+    m_heights[index] = height;
+    markDirty(index, index);
+}
+
+/// Any change may leave another choice.
+void WaterfallGeometry::chooseHeights()
+{
+    const bool isSteady = m_flexibleCount > 0 && m_count <= maximumSteadyCount;
+    if (!isSteady && !m_isSteady)
+        return;
+    m_isSteady = isSteady;
+    const QList<double> heights =
+        isSteady ? steadyHeights(m_layout, m_width, m_ranges, m_room) : QList<double>();
+    for (qsizetype index = 0; index < m_count; ++index)
+        changeHeight(index, isSteady ? heights.at(index) : m_ranges.at(index).atLeast);
 }
 
 double WaterfallGeometry::itemHeight(qsizetype index) const
@@ -108,6 +160,8 @@ QList<WaterfallGeometry::Change> WaterfallGeometry::settle()
 {
     if (isSettled())
         return {};
+    if (!hasFixedHeight())
+        chooseHeights();
     const qsizetype firstDirty = m_firstDirty;
     const qsizetype lastDirty = m_lastDirty;
     m_firstDirty = 0;

@@ -2,6 +2,7 @@
 // out only those that this can have displaced. Pure geometry in points.
 #pragma once
 
+#include "layout/SteadyHeights.h"
 #include "layout/WaterfallLayout.h"
 
 #include <QList>
@@ -37,7 +38,15 @@ public:
     /// Moves the `count` items at `from` so that they are then at `to`.
     void move(qsizetype from, qsizetype count, qsizetype to);
     /// Has no effect with a fixed item height.
-    void setHeight(qsizetype index, double height);
+    void setHeight(qsizetype index, double height) { setHeights(index, {height, height, height}); }
+    /// The pass chooses the height of the item, as `steadyHeights` does; among more than
+    /// `maximumSteadyCount` items, it has the least.
+    void setHeights(qsizetype index, const HeightRange& heights);
+    static constexpr qsizetype maximumSteadyCount = 200;
+    /// The height that can be filled without scrolling.
+    double room() const { return m_room; }
+    void setRoom(double room);
+    /// As of the last pass.
     double itemHeight(qsizetype index) const;
 
     /// Runs a pass and returns the items whose frames have changed, in their order; always none
@@ -68,6 +77,8 @@ private:
     };
 
     bool hasFixedHeight() const { return m_layout.fixedItemHeight.has_value(); }
+    void chooseHeights();
+    void changeHeight(qsizetype index, double height);
     /// Extends the range of dirty items.
     void markDirty(qsizetype first, qsizetype last);
     /// The first item whose top is at `top` or below. Items are sorted by their tops, since each is
@@ -79,7 +90,8 @@ private:
     WaterfallLayout m_layout;
     double m_width = 1;
     qsizetype m_count = 0;
-    /// Both are empty with a fixed item height.
+    /// All are empty with a fixed item height.
+    QList<HeightRange> m_ranges;
     QList<double> m_heights;
     QList<QRectF> m_frames;
     /// At regular intervals of items.
@@ -89,6 +101,11 @@ private:
     qsizetype m_firstDirty = 0;
     qsizetype m_lastDirty = -1;
     double m_height = 0;
+    double m_room = 0;
+    /// How many items have a choice of heights.
+    qsizetype m_flexibleCount = 0;
+    /// Whether the last pass chose heights.
+    bool m_isSteady = false;
     mutable qsizetype m_visitCount = 0;
 };
 

@@ -1,6 +1,6 @@
 #include "model/BoardJson.h"
 
-#include "model/JsonReading.h"
+#include "model/BoardJsonReading.h"
 #include "model/JsonText.h"
 
 #include <cmath>
@@ -194,16 +194,26 @@ QByteArray encodeAssignments(const Assignments& assignments)
     return json.take();
 }
 
+std::optional<QList<Goal>> toGoals(const Json& value)
+{
+    return toList<Goal>(value, toGoal);
+}
+
+std::optional<QList<TodoItem>> toTodos(const Json& value)
+{
+    return toList<TodoItem>(value, toTodo);
+}
+
 std::optional<QList<Goal>> decodeGoals(const QByteArray& json)
 {
     const JsonDocument document(json);
-    return document.root() != nullptr ? toList<Goal>(*document.root(), toGoal) : std::nullopt;
+    return document.root() != nullptr ? toGoals(*document.root()) : std::nullopt;
 }
 
 std::optional<QList<TodoItem>> decodeTodos(const QByteArray& json)
 {
     const JsonDocument document(json);
-    return document.root() != nullptr ? toList<TodoItem>(*document.root(), toTodo) : std::nullopt;
+    return document.root() != nullptr ? toTodos(*document.root()) : std::nullopt;
 }
 
 std::optional<Assignments> decodeAssignments(const QByteArray& json)

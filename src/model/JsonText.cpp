@@ -144,6 +144,13 @@ void JsonText::number(double number)
     advanceTo(std::to_chars(out, out + maxNumberLength, number).ptr);
 }
 
+void JsonText::padTo(qsizetype multiple)
+{
+    const qsizetype missing = (multiple - m_size % multiple) % multiple;
+    char* const out = room(missing);
+    advanceTo(std::fill_n(out, missing, ' '));
+}
+
 void JsonText::close(char bracket)
 {
     if (m_size > 0 && m_bytes.at(m_size - 1) == ',')

@@ -1,5 +1,5 @@
-// Writes JSON (UTF-8 without white space) directly into one byte array. A board is written at every
-// change, so ten thousand todos must take a small part of a frame.
+// Writes JSON (UTF-8, without white space unless it is asked for) directly into one byte array. A
+// board is written at every change, so ten thousand todos must take a small part of a frame.
 #pragma once
 
 #include <QByteArray>
@@ -26,6 +26,8 @@ public:
     void integer(std::int64_t number);
     /// The shortest text that reads back as the same double; `number` must be finite.
     void number(double number);
+    /// Spaces until the size is a multiple of `multiple`.
+    void padTo(qsizetype multiple);
     /// Removes the comma after the last element, if there is one, and writes `bracket`.
     void close(char bracket);
 

@@ -25,6 +25,8 @@ struct WindowTraits
     /// Path or URL.
     QString document;
     QString title;
+    /// The first part of WM_CLASS on X11. Stands for the role where there is none.
+    QString instance{};
 
     friend bool operator==(const WindowTraits&, const WindowTraits&) = default;
 };

@@ -36,6 +36,18 @@ struct WindowItem
     /// gave to that; empty where there is none. Both may be the same in the next login.
     QString role{};
     QString sessionID{};
+    /// The virtual desktop that the window is on, by its name or else its number, from 1; absent
+    /// where that is the present one, where the window is on all of them, and where it is not
+    /// known.
+    std::optional<QString> virtualDesktop{};
+    /// Whether a dialog of the window waits for an answer.
+    bool isAwaitingAnswer = false;
+    /// What its application calls this kind of window, or itself when it was started by another
+    /// name; empty where there is none.
+    QString instance{};
+    /// The window that this one is a dialog of; absent where it is none, and where that is not
+    /// known.
+    std::optional<WindowID> dialogOf{};
 
     /// The trimmed title, or the owner's name when nothing is left of it.
     QString displayTitle() const;

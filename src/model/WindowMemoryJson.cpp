@@ -11,8 +11,9 @@ namespace {
 
 constexpr std::int64_t memoryVersion = 1;
 
-/// Expected size of a record, so that encoding seldom has to reallocate.
-constexpr qsizetype bytesPerWindow = 320;
+/// Records are filled up with spaces to multiples of this. A window whose title changes then seldom
+/// moves the others, and of a value whose size stays SQLite writes only the pages that differ.
+constexpr qsizetype bytesPerWindow = 256;
 
 /// Nothing for an empty text.
 void writeMember(JsonText& json, std::string_view name, const QString& text)
@@ -80,7 +81,8 @@ std::optional<RememberedWindow> toRememberedWindow(const Json& object)
     const bool isRead =
         readText(object, "application", traits.application) &&
         readText(object, "applicationName", traits.applicationName) &&
-        readText(object, "role", traits.role) && readText(object, "sessionID", traits.sessionID) &&
+        readText(object, "role", traits.role) && readText(object, "instance", traits.instance) &&
+        readText(object, "sessionID", traits.sessionID) &&
         readText(object, "document", traits.document) && readText(object, "title", traits.title) &&
         readFlag(object, "isSessionShared", shared.session) &&
         readFlag(object, "isDocumentShared", shared.document) &&
@@ -107,12 +109,14 @@ QByteArray encodeRememberedWindows(const RememberedWindows& windows)
         writeMember(json, "application", window.traits.application);
         writeMember(json, "applicationName", window.traits.applicationName);
         writeMember(json, "role", window.traits.role);
+        writeMember(json, "instance", window.traits.instance);
         writeMember(json, "sessionID", window.traits.sessionID);
         writeMember(json, "document", window.traits.document);
         writeMember(json, "title", window.traits.title);
         writeFlag(json, "isSessionShared", window.shared.session);
         writeFlag(json, "isDocumentShared", window.shared.document);
         writeFlag(json, "isTitleShared", window.shared.title);
+        json.padTo(bytesPerWindow);
         json.raw("},");
     }
     json.close(']');

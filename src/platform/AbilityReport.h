@@ -23,6 +23,13 @@ public:
     /// never happens. Main thread; returns at once.
     [[nodiscard]] virtual std::unique_ptr<Subscription>
     watchAbilities(std::function<void()> changed) = 0;
+
+    /// Whether `requestAbilities` may give what the desktop lacks; `watchAbilities` reports when
+    /// that changes. Main thread; returns at once.
+    virtual bool canRequestAbilities() const { return false; }
+    /// Requests from the desktop what it lacks, because the person wants it. Main thread; returns
+    /// at once.
+    virtual void requestAbilities() {}
 };
 
 /// Abilities that never change.

@@ -4,8 +4,10 @@
 #include "platform/DiscoverySource.h"
 #include "platform/Obstacle.h"
 
+#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace kelpa {
@@ -58,6 +60,17 @@ public:
     /// The windows of a process in its own order; absent when they cannot be read. Any thread but
     /// the main one; may take as long as the window server does.
     virtual std::optional<AccessibilityElements> elements(ProcessID process) = 0;
+
+    /// As `elements`, for several processes, in one request where the window server allows that.
+    /// Those that cannot be read have none.
+    virtual std::map<ProcessID, AccessibilityElements>
+    elementsOf(const std::set<ProcessID>& processes)
+    {
+        std::map<ProcessID, AccessibilityElements> all;
+        for (const ProcessID process : processes)
+            all.emplace(process, elements(process).value_or(AccessibilityElements()));
+        return all;
+    }
 };
 
 } // namespace kelpa

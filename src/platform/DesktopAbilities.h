@@ -49,6 +49,22 @@ enum class AbilityGap : std::uint8_t {
     compositor,
     /// The compositor has no protocol for it.
     compositorProtocol,
+    /// GNOME Shell has no extension by which it tells Kelpa of windows.
+    shellExtensionMissing,
+    /// That extension is not switched on.
+    shellExtensionOff,
+    /// GNOME Shell loads the extension at the next login.
+    shellExtensionNeedsLogin,
+    /// The extension is older than Kelpa needs, or does not fit GNOME Shell.
+    shellExtensionTooOld,
+    /// The extension serves another Kelpa.
+    shellExtensionDenies,
+    /// KWin takes pictures of windows only where it draws with OpenGL.
+    openGL,
+    /// KWin gives pictures of windows only to programs whose desktop entry asks for them.
+    pictureEntry,
+    /// KWin reports no keys; the person can bind one in its settings.
+    desktopShortcut,
     /// The person has chosen to work without windows.
     choice,
 };

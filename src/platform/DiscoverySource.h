@@ -34,6 +34,18 @@ struct WindowListEntry
     std::uint32_t iconRevision = 0;
     /// The window's part in its application; empty where it has none.
     QString role{};
+    /// The first part of WM_CLASS, where the window system has it; the second names the
+    /// application.
+    QString instance{};
+    /// The identifier that the session manager gave to its client, which gets it again in the next
+    /// session; empty where there is none.
+    QString sessionID{};
+    /// As `WindowItem::virtualDesktop`.
+    std::optional<QString> virtualDesktop{};
+    /// As `WindowItem::isAwaitingAnswer`.
+    bool isAwaitingAnswer = false;
+    /// As `WindowItem::dialogOf`.
+    std::optional<WindowID> dialogOf{};
 };
 
 enum class WindowListScope : std::uint8_t {

@@ -15,6 +15,8 @@ inline Q_LOGGING_CATEGORY(logAccessibility, "kelpa.accessibility", QtWarningMsg)
 inline Q_LOGGING_CATEGORY(logApp, "kelpa.app", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logApplications, "kelpa.applications", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logBus, "kelpa.bus", QtWarningMsg);
+inline Q_LOGGING_CATEGORY(logGnome, "kelpa.gnome", QtWarningMsg);
+inline Q_LOGGING_CATEGORY(logKwin, "kelpa.kwin", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logShell, "kelpa.shell", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logSqlite, "kelpa.sqlite", QtWarningMsg);
 inline Q_LOGGING_CATEGORY(logStore, "kelpa.store", QtWarningMsg);

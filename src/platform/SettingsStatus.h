@@ -12,10 +12,12 @@ namespace kelpa {
 enum class SettingsError : std::uint8_t {
     /// Another Kelpa has the file open.
     inUse,
-    /// The file or its folder cannot be reached or read: permissions, a file in the folder's place.
+    /// The file or its folder cannot be reached or read: permissions, a disk that is away.
     unreachable,
     /// A folder is in the file's place.
     isFolder,
+    /// A file is in the place of its folder, or of one above.
+    folderIsFile,
     /// The file can be read but not written, or is missing in a folder that cannot be written to.
     readOnly,
     /// Another program holds the file's lock for longer than Kelpa may wait.

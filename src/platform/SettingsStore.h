@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <chrono>
 #include <functional>
@@ -56,6 +57,9 @@ public:
     /// copy is on the disk (or there is nothing to copy); otherwise it is kept in memory as with
     /// `write`.
     virtual bool copyAside(const QString& key) = 0;
+
+    /// The keys of the copies of `key` that hold something.
+    virtual QStringList copiesAside(const QString& /*key*/) const { return {}; }
 
     /// Retries the reads and writes of earlier calls that failed; true when nothing is pending.
     /// `status` says whether anything is wrong all the same, such as a file that cannot be written.

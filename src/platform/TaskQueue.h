@@ -32,6 +32,9 @@ public:
             startNext();
     }
 
+    /// No work is under way or waits.
+    bool isIdle() const { return !m_running; }
+
 private:
     void startNext()
     {

@@ -27,8 +27,8 @@ void UnsavedNotifier::update()
         if (m_notified == unsaved)
             return;
         const AppLanguage language = m_store.language();
-        m_notifications.show(KelpaCopy::text(unsaved->summary, language),
-                             KelpaCopy::text(unsaved->reason, language));
+        m_notifications.show({.summary = KelpaCopy::text(unsaved->summary, language),
+                              .body = KelpaCopy::text(unsaved->reason, language)});
         m_notified = unsaved;
         m_isShown = true;
         return;

@@ -10,7 +10,18 @@ namespace kelpa {
 
 namespace {
 
-using Restoration = std::variant<BoardContents, BackupBrowser::Refusal>;
+/// A board that changes each time while it is copied is not replaced.
+constexpr int mostAttempts = 3;
+
+/// A backup that can take the place of the board.
+struct Restoration
+{
+    BoardContents backup;
+    /// The board that is among the backups now, or that the backup would not change.
+    BoardContents present;
+};
+
+using Prepared = std::variant<Restoration, BackupBrowser::Refusal>;
 
 std::optional<BoardContents> contentsOf(const Backups& files, const QString& name)
 {
@@ -30,21 +41,29 @@ QList<BackupBrowser::Entry> entriesOf(const Backups& files, const std::stop_toke
     return entries;
 }
 
+/// Whether the backup would change the board.
+bool differs(const BoardContents& present, const BoardContents& backup)
+{
+    return restored(present, backup) != present;
+}
+
 /// The backup is read first: the copy made before may be one too many for it to be kept.
-Restoration prepareRestoration(Backups& files, const QString& name)
+Prepared prepareRestoration(Backups& files, const QString& name, const BoardContents& present)
 {
     std::optional<BoardContents> contents = contentsOf(files, name);
     if (!contents)
         return BackupBrowser::Refusal::unreadable;
-    if (!files.keepBoard())
+    if (!differs(present, *contents))
+        return Restoration{*std::move(contents), present};
+    if (!files.keepBoard(BackupReason::beforeRestore))
         return BackupBrowser::Refusal::notKept;
-    return *std::move(contents);
+    return Restoration{*std::move(contents), present};
 }
 
 } // namespace
 
 BackupBrowser::BackupBrowser(WindowStore& store, Backups& files, Scheduler& scheduler)
-    : m_store(store), m_files(files), m_scheduler(scheduler)
+    : m_store(store), m_files(files), m_scheduler(scheduler), m_saving(store)
 {}
 
 void BackupBrowser::read()
@@ -63,37 +82,66 @@ void BackupBrowser::read()
 
 void BackupBrowser::restore(const QString& name)
 {
-    if (m_restoring)
+    if (isRestoring())
         return;
     m_refusal.reset();
+    m_attempts = 0;
+    saveAndRestore(name);
+}
+
+void BackupBrowser::saveAndRestore(const QString& name)
+{
+    ++m_attempts;
     // The copy is made of the file, so the file must have all of the board.
-    if (!m_store.saveBeforeClosing()) {
-        m_refusal = Refusal::notKept;
+    m_saving.start([this, name](bool isSaved) {
+        if (isSaved)
+            keepAndRestore(name);
+        else
+            refuse(Refusal::notKept);
+    });
+    if (isSaving())
         Q_EMIT changed();
-        return;
-    }
+}
+
+void BackupBrowser::keepAndRestore(const QString& name)
+{
     m_restoring = m_scheduler.inBackground(
-        [&files = m_files, name](const std::stop_token&) {
-            return prepareRestoration(files, name);
+        [&files = m_files, name, present = m_store.boardContents()](const std::stop_token&) {
+            return prepareRestoration(files, name, present);
         },
-        [this](const Restoration& prepared) {
+        [this, name](const Prepared& prepared) {
             m_restoring.reset();
-            const auto* const contents = std::get_if<BoardContents>(&prepared);
-            if (contents == nullptr)
-                m_refusal = std::get<Refusal>(prepared);
-            else
-                m_store.restoreBackup(*contents);
+            const auto* const restoration = std::get_if<Restoration>(&prepared);
+            if (restoration == nullptr) {
+                refuse(std::get<Refusal>(prepared));
+                return;
+            }
+            // Something has changed since, of which there is no copy.
+            if (m_store.boardContents() != restoration->present) {
+                if (m_attempts < mostAttempts)
+                    saveAndRestore(name);
+                else
+                    refuse(Refusal::notKept);
+                return;
+            }
+            m_store.restoreBackup(restoration->backup);
             Q_EMIT changed();
-            if (contents != nullptr)
-                Q_EMIT restored();
+            Q_EMIT restored();
         });
+    Q_EMIT changed();
+}
+
+void BackupBrowser::refuse(Refusal refusal)
+{
+    m_refusal = refusal;
     Q_EMIT changed();
 }
 
 void BackupBrowser::cancel()
 {
-    if (!m_restoring)
+    if (!isRestoring())
         return;
+    m_saving.cancel();
     m_restoring.reset();
     Q_EMIT changed();
 }

@@ -3,6 +3,7 @@
 
 #include "platform/Backups.h"
 #include "platform/Scheduler.h"
+#include "store/AfterSaving.h"
 #include "store/board/BackupSummary.h"
 
 #include <QList>
@@ -41,15 +42,18 @@ public:
     /// Newest first; empty until `read` ends.
     const QList<Entry>& entries() const { return m_entries; }
     bool isReading() const { return m_reading != nullptr; }
-    bool isRestoring() const { return m_restoring != nullptr; }
+    bool isRestoring() const { return isSaving() || m_restoring != nullptr; }
+    /// The restoration waits until the disk has the board.
+    bool isSaving() const { return m_saving.isWaiting(); }
     /// Why the last `restore` changed nothing; absent after one that did, and after `read`.
     std::optional<Refusal> refusal() const { return m_refusal; }
 
     /// Reads the list anew.
     void read();
-    /// Saves what is not saved yet, waiting up to a second for the disk, keeps the present board,
-    /// then replaces it by the backup of that name, in one step that undo takes back. Does nothing
-    /// while another one is being restored.
+    /// Saves what is not saved yet, keeps the present board, then replaces it by the backup of that
+    /// name, in one step that undo takes back; on a slow disk after this call. Where the board is
+    /// that of the backup already, no copy is kept and there is no step. A board that changes while
+    /// it is copied is copied again. Does nothing while another one is being restored.
     void restore(const QString& name);
     /// The backup that is being restored leaves the board as it is.
     void cancel();
@@ -61,13 +65,20 @@ Q_SIGNALS:
     void restored();
 
 private:
+    void saveAndRestore(const QString& name);
+    void keepAndRestore(const QString& name);
+    void refuse(Refusal refusal);
+
     WindowStore& m_store;
     Backups& m_files;
     Scheduler& m_scheduler;
     QList<Entry> m_entries;
     std::optional<Refusal> m_refusal;
+    AfterSaving m_saving;
     TaskHandle m_reading;
     TaskHandle m_restoring;
+    /// How often the board has been copied for the present restoration.
+    int m_attempts = 0;
 };
 
 } // namespace kelpa

@@ -52,6 +52,7 @@ public:
     bool toastOffersManualOrder = false;
     bool canUndo = false;
     bool canRedo = false;
+    bool canGoBack = false;
     QString searchText;
     bool isAccessibilityTrusted = false;
     bool isScreenCaptureTrusted = false;
@@ -64,15 +65,20 @@ public:
     bool isHidingGoalsWithoutOpenTodos = false;
     UnsortedFold unsortedFold = UnsortedFold::folded;
     bool isRememberingWindows = true;
+    bool isClosingQuitting = false;
     bool isSavingSlowly = false;
     /// By listed window without a goal: what it may be, likeliest first. One for each goal.
     QHash<WindowID, QList<RecalledWindow>> recallOffers;
     /// By goal: the windows that it had and that are not there, seen last first.
     QHash<GoalID, QList<RememberedWindow>> absentWindows;
+    /// The goals some of whose absent windows were there since the start.
+    QSet<GoalID> goalsWithClosedWindows;
     std::optional<TroubleNotice> trouble;
 
     // Values without a signal of their own.
 
+    /// The person has been told that Kelpa stays when its window is closed.
+    bool isClosingExplained = false;
     Assignments assignments;
     std::optional<TodoID> restoredTodoID;
 

@@ -41,6 +41,8 @@ public:
     std::optional<TodoID> restoredTodoID() const { return m_state.restoredTodoID; }
     bool canUndo() const { return m_state.canUndo; }
     bool canRedo() const { return m_state.canRedo; }
+    /// Whether `WindowStore::goBack` would restore something.
+    bool canGoBack() const { return m_state.canGoBack; }
     const QString& searchText() const { return m_state.searchText; }
     bool isAccessibilityTrusted() const { return m_state.isAccessibilityTrusted; }
     bool isScreenCaptureTrusted() const { return m_state.isScreenCaptureTrusted; }
@@ -57,6 +59,8 @@ public:
     UnsortedFold unsortedFold() const { return m_state.unsortedFold; }
     /// Whether the windows of goals are remembered, so that they find their goals again.
     bool isRememberingWindows() const { return m_state.isRememberingWindows; }
+    /// Whether closing the window ends Kelpa, which stays otherwise.
+    bool isClosingQuitting() const { return m_state.isClosingQuitting; }
     /// What a window without a goal may be, likeliest first, one for each goal that it may have
     /// been in. `windowMemoryChanged`.
     QList<RecalledWindow> recallOffers(WindowID windowID) const
@@ -68,6 +72,12 @@ public:
     QList<RememberedWindow> absentWindows(GoalID goalID) const
     {
         return m_state.absentWindows.value(goalID);
+    }
+    /// Whether all of them are from an earlier run: none was there since the start.
+    /// `windowMemoryChanged`.
+    bool areFromLastTime(GoalID goalID) const
+    {
+        return !m_state.goalsWithClosedWindows.contains(goalID);
     }
     /// Whether changes have been on their way to the disk for a second.
     bool isSavingSlowly() const { return m_state.isSavingSlowly; }

@@ -30,12 +30,20 @@ struct ForgottenWindows
     friend bool operator==(const ForgottenWindows&, const ForgottenWindows&) = default;
 };
 
-/// A window could not be opened again, or not with its document.
+/// A window could not be opened again, or not as it was.
 struct ReopeningTrouble
 {
-    /// Of the document or of the application, in a single line.
+    enum class Kind : std::uint8_t {
+        notInstalled,
+        /// The application was opened without it.
+        documentGone,
+        /// The application was started, and showed no window of its own for it.
+        noNewWindow,
+    };
+
+    /// Of the document that is gone, otherwise of the application; in a single line.
     QString name;
-    bool isDocumentGone = false;
+    Kind kind = Kind::notInstalled;
 
     friend bool operator==(const ReopeningTrouble&, const ReopeningTrouble&) = default;
 };

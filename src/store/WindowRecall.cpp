@@ -1,5 +1,6 @@
 #include "store/WindowRecall.h"
 
+#include "model/WindowMemoryJson.h"
 #include "store/board/BoardPersistence.h"
 #include "windows/WindowReconciliation.h"
 
@@ -8,22 +9,90 @@
 
 namespace kelpa {
 
+namespace {
+
+/// How long the end of the program waits for a memory that is still being decoded. A thousand
+/// windows take some 20 ms.
+constexpr Scheduler::Duration finishLimit{2000};
+
+struct DecodedMemory
+{
+    WindowMemory memory;
+    /// How many windows the document has; the memory leaves out private ones.
+    qsizetype storedCount = 0;
+};
+
+std::optional<DecodedMemory> decodedMemory(const QByteArray& document)
+{
+    const std::optional<RememberedWindows> windows = decodeRememberedWindows(document);
+    if (!windows)
+        return std::nullopt;
+    return DecodedMemory{WindowMemory(*windows), windows->windows.size()};
+}
+
+} // namespace
+
 WindowRecall::WindowRecall(const StoreState& state, Scheduler& scheduler, Handlers handlers)
     : m_state(state), m_scheduler(scheduler), m_handlers(std::move(handlers)), m_matching(scheduler)
 {}
 
-void WindowRecall::load(const RememberedWindows& windows)
+void WindowRecall::load(const std::optional<QByteArray>& document)
 {
-    m_isLoaded = true;
-    if (isOn()) {
-        m_memory = WindowMemory(windows);
-        m_memory.prune(m_state.assignments, m_scheduler.calendarTime());
-        m_new = NewWindows(windows.newestWindow);
-        m_storedNewest = windows.newestWindow;
-    }
     m_storedAssignments = m_state.assignments;
     m_storedGoals = m_state.goalIDs();
+    if (!document) {
+        begin({}, 0);
+        return;
+    }
+    m_loading = m_scheduler.inBackground(
+        [document = *document](const std::stop_token&) { return decodedMemory(document); },
+        [this](std::optional<DecodedMemory> decoded) {
+            m_loading.reset();
+            if (!decoded) {
+                decoded.emplace();
+                // What is switched off is to be emptied, whatever it is.
+                if (!m_state.isRememberingWindows)
+                    decoded->storedCount = 1;
+                else if (!m_isEmptied)
+                    m_handlers.copyAside();
+            }
+            begin(std::move(decoded->memory), decoded->storedCount);
+        });
+}
+
+void WindowRecall::waitFor(Scheduler::Duration limit)
+{
+    if (m_loading)
+        m_loading->waitFor(limit);
+}
+
+bool WindowRecall::isOutdated() const
+{
+    return m_isWorthStoring || m_storedAssignments != m_state.assignments ||
+           m_storedGoals != m_state.goalIDs();
+}
+
+void WindowRecall::begin(WindowMemory memory, qsizetype storedCount)
+{
+    const bool wasOutdated = isOutdated();
+    m_isLoaded = true;
+    m_memory = std::move(memory);
+    m_memory.prune(m_state.assignments, m_scheduler.calendarTime());
+    // The file may have more than is to be kept: private windows that an earlier release did not
+    // know as such, those of goals that are gone, or any at all although the memory is off.
+    const qsizetype keptCount =
+        isOn() ? m_memory.stored(m_state.assignments, m_state.goalIDs()).windows.size() : 0;
+    const bool hasTooMuch = keptCount < storedCount;
+    m_isWorthStoring = m_isWorthStoring || hasTooMuch;
+    m_new = NewWindows(m_memory.newestWindow());
+    m_storedNewest = m_memory.newestWindow();
     noteWindows();
+    for (const WindowID windowID : std::exchange(m_settledBefore, {}))
+        m_new.settle(windowID);
+    if (!wasOutdated && !hasTooMuch)
+        return;
+    if (const std::vector<SettingsEntry> entries = entriesToSave(); !entries.empty())
+        m_handlers.store(entries);
 }
 
 void WindowRecall::stop()
@@ -35,7 +104,9 @@ void WindowRecall::stop()
 
 void WindowRecall::startAnew()
 {
-    m_memory = {};
+    if (std::exchange(m_loading, nullptr))
+        m_isLoaded = true;
+    m_memory.forgetAll();
     m_new = {};
     m_offers.clear();
     noteSwitch();
@@ -61,18 +132,36 @@ void WindowRecall::noteWindows()
         return;
     }
     const Scheduler::Time now = m_scheduler.now();
+    forgetOffers();
     m_new.note(m_state.windows, now);
     if (m_memory.note(m_state.windows, m_new.ids(), m_state.assignments,
                       m_scheduler.calendarTime()))
         storeLater();
     m_new.noteTitles(m_memory, now);
+    if (m_memory.takeForgottenPrivate())
+        m_handlers.store(entriesToSave());
     if (!m_new.isEmpty() && m_memory.hasAbsent())
         matchLater();
     m_handlers.changed();
 }
 
+void WindowRecall::forgetOffers()
+{
+    // Of a board that is closed.
+    if (m_state.windows.isEmpty())
+        return;
+    m_offers.removeIf([this](const auto& each) {
+        const bool isListed = windowWith(each.key(), m_state.windows) != nullptr;
+        return !isListed || std::ranges::none_of(each.value(), [this](WindowID remembered) {
+            return m_memory.find(remembered) != nullptr;
+        });
+    });
+}
+
 void WindowRecall::settle(WindowID windowID)
 {
+    if (!m_isLoaded)
+        m_settledBefore.insert(windowID);
     m_new.settle(windowID);
     m_offers.remove(windowID);
 }
@@ -124,6 +213,19 @@ QHash<GoalID, QList<RememberedWindow>> WindowRecall::absentWindows() const
     for (const AbsentWindow& absent : m_memory.absent(m_state.assignments, m_state.goalIDs()))
         windows[absent.goalID].append(*m_memory.find(absent.windowID));
     return windows;
+}
+
+QSet<GoalID>
+WindowRecall::goalsWithClosedWindows(const QHash<GoalID, QList<RememberedWindow>>& absent) const
+{
+    QSet<GoalID> goals;
+    for (const auto& [goalID, windows] : absent.asKeyValueRange()) {
+        if (std::ranges::any_of(windows, [this](const RememberedWindow& each) {
+                return m_memory.hasBeenListed(each.windowID);
+            }))
+            goals.insert(goalID);
+    }
+    return goals;
 }
 
 void WindowRecall::matchLater()
@@ -180,8 +282,11 @@ void WindowRecall::take(const WindowMatches& matches)
 
 std::vector<SettingsEntry> WindowRecall::entriesToSave()
 {
-    if (!m_isLoaded)
+    // What is switched off is emptied without being known.
+    const bool isEmptied = m_loading && !m_state.isRememberingWindows;
+    if (!m_isLoaded && !isEmptied)
         return {};
+    m_isEmptied = m_isEmptied || isEmptied;
     noteWindows();
     const QSet<GoalID> goals = m_state.goalIDs();
     const bool hasChanged =
@@ -208,12 +313,14 @@ void WindowRecall::storeLater()
 
 void WindowRecall::finish()
 {
-    if (!isOn())
-        return;
-    noteWindows();
-    m_burst.reset();
-    const bool isNewer = m_memory.newestWindow() != m_storedNewest;
-    m_isWorthStoring = m_memory.settle(m_state.assignments) || isNewer || m_isWorthStoring;
+    if (isOutdated())
+        waitFor(finishLimit);
+    if (isOn()) {
+        noteWindows();
+        m_burst.reset();
+        const bool isNewer = m_memory.newestWindow() != m_storedNewest;
+        m_isWorthStoring = m_memory.settle(m_state.assignments) || isNewer || m_isWorthStoring;
+    }
     if (const std::vector<SettingsEntry> entries = entriesToSave(); !entries.empty())
         m_handlers.store(entries);
 }

@@ -10,6 +10,7 @@
 #include "windows/memory/NewWindows.h"
 #include "windows/memory/WindowMemory.h"
 
+#include <QByteArray>
 #include <QHash>
 #include <QList>
 #include <QSet>
@@ -20,7 +21,7 @@
 
 namespace kelpa {
 
-/// Main thread; matching is background work.
+/// Main thread; decoding and matching are background work.
 class WindowRecall
 {
 public:
@@ -37,6 +38,8 @@ public:
         std::function<void(const QList<RecalledWindow>& windows)> recalled;
         /// Stores entries without waiting for another save.
         std::function<void(const std::vector<SettingsEntry>& entries)> store;
+        /// Keeps a copy of what is stored, which does not decode and is about to be replaced.
+        std::function<void()> copyAside;
         /// `offers` and `absentWindows` may have changed.
         std::function<void()> changed;
     };
@@ -44,8 +47,12 @@ public:
     /// `state` and `scheduler` outlive this. The state says whether windows are remembered.
     WindowRecall(const StoreState& state, Scheduler& scheduler, Handlers handlers);
 
-    /// As it was stored. Until then nothing is recognised or stored.
-    void load(const RememberedWindows& windows);
+    /// Takes what is stored, if anything, with the board of the state. A thousand windows take
+    /// longer to decode than a frame, so that happens in the background; until then nothing is
+    /// recognised or stored, except that a memory that is switched off is emptied.
+    void load(const std::optional<QByteArray>& document);
+    /// Waits up to `limit` until that is done.
+    void waitFor(Scheduler::Duration limit);
     /// A person switched it off: nothing is stored or recognised any more.
     void stop();
     /// A person switched it on: it begins with the windows that are listed.
@@ -67,15 +74,24 @@ public:
     QHash<WindowID, QList<RecalledWindow>> offers() const;
     /// By goal: the windows that it had, seen last first.
     QHash<GoalID, QList<RememberedWindow>> absentWindows() const;
+    /// Those goals of `absent` some of whose windows were there since the start.
+    QSet<GoalID> goalsWithClosedWindows(const QHash<GoalID, QList<RememberedWindow>>& absent) const;
 
     /// What a save is to take along: nothing while what is stored is up to date.
     std::vector<SettingsEntry> entriesToSave();
-    /// At the end of the program: stores what has waited until now.
+    /// At the end of the program: stores what has waited until now. Where something of what is
+    /// still being decoded is to go, waits for it, but not for ever.
     void finish();
 
 private:
+    /// `storedCount` windows are in the file, whether or not `memory` has them all.
+    void begin(WindowMemory memory, qsizetype storedCount);
+    /// Whether the file has windows that were taken out of their goals since, or all forgotten.
+    bool isOutdated() const;
     bool isOn() const { return m_isLoaded && m_state.isRememberingWindows; }
     QList<RecalledWindow> offersOf(WindowID windowID) const;
+    /// Those of windows that are gone, and of remembered ones that undo cannot bring back.
+    void forgetOffers();
     void matchLater();
     void match();
     void take(const WindowMatches& matches);
@@ -86,9 +102,16 @@ private:
     Handlers m_handlers;
 
     bool m_isLoaded = false;
+    /// Absent while nothing is being decoded.
+    TaskHandle m_loading;
+    /// What is being decoded has been emptied in the file.
+    bool m_isEmptied = false;
+    /// To which a person gave a place, or none, before the memory was there.
+    QSet<WindowID> m_settledBefore;
     WindowMemory m_memory;
     NewWindows m_new;
-    /// By listed window: what it may be. Windows stay here after they have ceased to be new.
+    /// By listed window: what it may be. Windows stay here after they have ceased to be new, until
+    /// they are gone.
     QHash<WindowID, QList<WindowID>> m_offers;
 
     bool m_isWorthStoring = false;

@@ -3,8 +3,6 @@
 #include "store/board/BoardPersistence.h"
 #include "text/KelpaCopy.h"
 
-#include <QSignalBlocker>
-
 #include <algorithm>
 #include <array>
 #include <functional>
@@ -32,6 +30,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::restorationIDChanged,
         &WindowStore::canUndoChanged,
         &WindowStore::canRedoChanged,
+        &WindowStore::canGoBackChanged,
         &WindowStore::searchTextChanged,
         &WindowStore::isAccessibilityTrustedChanged,
         &WindowStore::isScreenCaptureTrustedChanged,
@@ -44,6 +43,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::unsortedFoldChanged,
         &WindowStore::isRememberingWindowsChanged,
         &WindowStore::windowMemoryChanged,
+        &WindowStore::isClosingQuittingChanged,
         &WindowStore::isSavingSlowlyChanged,
         &WindowStore::troubleChanged,
     });
@@ -55,27 +55,53 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
     }
 }
 
+QString reopeningText(const ReopeningTrouble& trouble, AppLanguage language)
+{
+    switch (trouble.kind) {
+    case ReopeningTrouble::Kind::notInstalled:
+        return KelpaCopy::applicationIsGone(trouble.name, language);
+    case ReopeningTrouble::Kind::documentGone:
+        return KelpaCopy::documentIsGone(trouble.name, language);
+    case ReopeningTrouble::Kind::noNewWindow:
+        return KelpaCopy::hasNoNewWindow(trouble.name, language);
+    }
+    return {};
+}
+
+/// Empties what was set aside of the memory: what could not be decoded may name windows all the
+/// same.
+void appendEmptiedCopies(std::vector<SettingsEntry>& entries, const SettingsStore& settings)
+{
+    for (const QString& copy : settings.copiesAside(windowMemoryKey))
+        entries.push_back({copy, QByteArray()});
+}
+
 } // namespace
 
 WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform& desktop,
                           SettingsStore& storage, Scheduler& clock)
     : store(owner), state(values), platform(desktop), settings(storage), scheduler(clock),
       selection(state), toast(scheduler, [this] { publishToast(); }),
-      saver(
-          settings, scheduler, [this] { loadState(); }, [this] { publishSaving(); }),
+      saver(settings, scheduler,
+            {.load = [this] { loadState(); },
+             .stateChanged = [this] { publishSaving(); },
+             .ended = [this] { Q_EMIT store.savingEnded(); }}),
       folder(platform.workspace, [this] { publishSaving(); }),
       recall(state, scheduler,
              {.recalled =
                   [this](const QList<RecalledWindow>& windows) { takeRecalledWindows(windows); },
               .store = [this](const std::vector<SettingsEntry>& entries) { saver.write(entries); },
+              .copyAside = [this] { settings.copyAside(windowMemoryKey); },
               .changed = [this] { publishMemory(); }}),
       steps(state, selection, toast, saver, recall),
       permissions(platform, [this] { publishPermissions(); }),
       passes(
           platform.windowServer, platform.applications, scheduler,
           [this](const QList<WindowItem>& discovered) {
-              if (std::exchange(isPassAhead, false))
-                  finishPassAhead(discovered);
+              // Windows that may not be read any more are not gone. Those that may be read only now
+              // wait for the next pass: this one has not looked.
+              if (std::exchange(isPassAhead, false) || !permissions.granted().screenCapture)
+                  publishAndFinishPass(discovered);
               else
                   finishPass(discovered);
           },
@@ -125,6 +151,28 @@ void WindowStore::chooseLanguage(AppLanguage language)
         m_parts->saver.write({{languageKey, rawValue(language)}});
 }
 
+void WindowStore::setClosingQuitting(bool isQuitting)
+{
+    const Update update(m_state.changes);
+    if (m_state.assign(m_state.isClosingQuitting, isQuitting, Field::isClosingQuitting))
+        m_parts->saver.write({{closingQuitsKey, isQuitting}});
+}
+
+bool WindowStore::explainClosing()
+{
+    if (std::exchange(m_state.isClosingExplained, true))
+        return false;
+    const Update update(m_state.changes);
+    m_parts->saver.write({{closingExplainedKey, true}});
+    return true;
+}
+
+void WindowStore::noteSessionStartFailed()
+{
+    const Update update(m_state.changes);
+    m_parts->toast.show(CopyKey::SessionStartFailed, Toast::Offer::none);
+}
+
 void WindowStore::setAutoSortingGoals(bool isAutoSorting)
 {
     const Update update(m_state.changes);
@@ -146,6 +194,7 @@ void WindowStore::setRememberingWindows(bool isRemembering)
         m_parts->steps.saveStep(std::move(settings));
     } else {
         m_parts->recall.stop();
+        appendEmptiedCopies(settings, m_parts->settings);
         m_parts->steps.saveAnnounced(CopyKey::WindowsForgotten, std::move(settings));
     }
 }
@@ -201,53 +250,14 @@ void WindowStore::redo()
     m_parts->steps.redo();
 }
 
-void WindowStore::restoreBackup(const BoardContents& backup)
+BoardContents WindowStore::boardContents() const
 {
-    const Update update(m_state.changes);
-    m_parts->steps.show(restored(m_state.version().contents, backup));
-    m_parts->steps.saveAnnounced(CopyKey::BackupRestored);
-    refreshInBackground();
+    return m_state.version().contents;
 }
 
 void WindowStore::setToastHeld(bool isHeld)
 {
     m_parts->toast.setHeld(isHeld);
-}
-
-void WindowStore::retrySaving()
-{
-    const Update update(m_state.changes);
-    m_parts->saver.retry();
-}
-
-bool WindowStore::saveBeforeClosing()
-{
-    const Update update(m_state.changes);
-    m_parts->saver.retryAndWait();
-    return !unsavedNotice(m_state.trouble, m_state.isSavingSlowly);
-}
-
-void WindowStore::dismissTrouble()
-{
-    const Update update(m_state.changes);
-    m_parts->saver.dismissFileMovedAside();
-}
-
-void WindowStore::showStoredFolder()
-{
-    m_parts->folder.open(m_parts->settings.path());
-}
-
-void WindowStore::finishSaving()
-{
-    m_parts->recall.finish();
-    m_parts->saver.finish();
-}
-
-void WindowStore::finishSavingInSilence()
-{
-    const QSignalBlocker silence(this);
-    finishSaving();
 }
 
 void WindowStore::Parts::loadState()
@@ -265,29 +275,22 @@ void WindowStore::Parts::loadState()
                      Field::unsortedFold);
     state.assign(state.isRememberingWindows, board.isRememberingWindows.value_or(true),
                  Field::isRememberingWindows);
+    state.assign(state.isClosingQuitting, board.isClosingQuitting.value_or(false),
+                 Field::isClosingQuitting);
+    state.isClosingExplained = board.isClosingExplained.value_or(false);
     steps.show(joined(board.contents, state.version().contents));
     steps.restart();
-    recall.load(board.rememberedWindows);
+    recall.load(board.windowMemoryDocument);
 
     std::vector<SettingsEntry> entries = boardEntries(state.goals, state.unassignedTodos);
     if (state.assignments != board.contents.assignments)
         entries.push_back(assignmentsEntry(state.assignments));
     else if (board.assignmentsDocument)
         entries.push_back({assignmentsKey, *board.assignmentsDocument});
+    // An earlier version left it when the memory was switched off.
+    if (!state.isRememberingWindows)
+        appendEmptiedCopies(entries, settings);
     saver.write(entries);
-}
-
-void WindowStore::Parts::publishSaving()
-{
-    const Update update(state.changes);
-    state.assign(state.isSavingSlowly, saver.isSlow(), Field::isSavingSlowly);
-    std::optional<TroubleNotice> trouble = troubleNotice(saver.status());
-    if (trouble)
-        trouble->canShowFolder = folder.canOpen();
-    const bool hasBegun = trouble && !state.trouble;
-    state.assign(state.trouble, std::move(trouble), Field::trouble);
-    if (hasBegun)
-        folder.search(settings.path());
 }
 
 void WindowStore::Parts::publishMemory()
@@ -295,6 +298,8 @@ void WindowStore::Parts::publishMemory()
     const Update update(state.changes);
     state.assign(state.recallOffers, recall.offers(), Field::windowMemory);
     state.assign(state.absentWindows, recall.absentWindows(), Field::windowMemory);
+    state.assign(state.goalsWithClosedWindows, recall.goalsWithClosedWindows(state.absentWindows),
+                 Field::windowMemory);
 }
 
 void WindowStore::Parts::publishToast()
@@ -307,9 +312,7 @@ void WindowStore::Parts::publishToast()
         else if (const auto* const forgotten = std::get_if<ForgottenWindows>(&*text))
             message = KelpaCopy::windowsAreForgotten(forgotten->count, state.language);
         else if (const auto* const trouble = std::get_if<ReopeningTrouble>(&*text))
-            message = trouble->isDocumentGone
-                          ? KelpaCopy::documentIsGone(trouble->name, state.language)
-                          : KelpaCopy::applicationIsGone(trouble->name, state.language);
+            message = reopeningText(*trouble, state.language);
         else
             message = KelpaCopy::text(std::get<CopyKey>(*text), state.language);
     }

@@ -5,7 +5,9 @@
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "store/StoreValues.h"
+#include "store/board/BoardImport.h"
 #include "store/board/MovePlace.h"
+#include "store/board/SaveProgress.h"
 
 #include <QObject>
 #include <QSet>
@@ -16,6 +18,7 @@
 namespace kelpa {
 
 struct Platform;
+struct TodoLine;
 
 class WindowStore : public QObject, public StoreValues
 {
@@ -40,6 +43,12 @@ public:
     /// the windows that are listed are remembered. Both are steps.
     void setRememberingWindows(bool isRemembering);
     void setHidingGoalsWithoutOpenTodos(bool isHiding);
+    void setClosingQuitting(bool isQuitting);
+    /// Whether it is the first time that Kelpa stays when its window is closed, which the person is
+    /// to be told; it is not from then on.
+    bool explainClosing();
+    /// Tells the person.
+    void noteSessionStartFailed();
     /// Folding selects "Unsorted" itself where a window is selected that is folded away.
     void setUnsortedFold(UnsortedFold fold);
     void setSearchText(const QString& text);
@@ -48,9 +57,10 @@ public:
     void showHiddenFindings();
     /// Retries now what could not be read or written.
     void retrySaving();
-    /// The same before the board is closed, waiting up to a second for the disk. False when changes
-    /// are not saved then, whether they failed or are still under way.
-    bool saveBeforeClosing();
+    /// The same before the board is closed or replaced, waiting a frame at most. While changes are
+    /// under way, `savingEnded` is still to come.
+    SaveProgress save();
+    SaveProgress saveProgress() const;
     /// The person knows of the file that was moved aside.
     void dismissTrouble();
     /// Shows the folder with the board's file.
@@ -69,8 +79,15 @@ public:
     /// Repeats the step undone last, unless another one followed.
     void redo();
     /// Replaces goals, todos and assignments by those of a backup, with a toast that offers to undo
-    /// that step.
+    /// that step, or says that nothing differs.
     void restoreBackup(const BoardContents& backup);
+    /// Adds what a file holds to goals and todos, or replaces them by it, with a toast that offers
+    /// to undo that step, or says that nothing differs. Adding selects what came.
+    void importBoard(const ImportedBoard& import, ImportMode mode);
+    /// The same, with what was worked out ahead for `boardContents`, unless the board has changed.
+    void importBoard(const ImportedBoard& import, ImportMode mode, const PreparedImport& prepared);
+    /// Goals, todos and assignments as they are now. Cheap.
+    BoardContents boardContents() const;
     /// While held, the toast stays; released, it starts its full time again.
     void setToastHeld(bool isHeld);
 
@@ -87,9 +104,13 @@ public:
 
     // Todos. A list is named by its goal, the unassigned list by none.
     void addTodo(const QString& title, std::optional<GoalID> to);
+    /// Adds all of them in one step; blank ones are left out.
+    void addTodos(const QList<TodoLine>& todos, std::optional<GoalID> to);
     void updateTodo(TodoID todoID, const QString& title, std::optional<GoalID> in);
     /// Advances the status by one step: todo, in progress, completed, todo.
     void toggleTodo(TodoID todoID, std::optional<GoalID> in);
+    /// Sets the status in one step, whatever it was.
+    void setTodoStatus(TodoID todoID, TodoStatus status, std::optional<GoalID> in);
     void deleteTodo(TodoID todoID, std::optional<GoalID> from);
     /// Moves a todo to another list, keeping its place in the order of the whole board.
     void moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to);
@@ -99,6 +120,8 @@ public:
     void copyTodo(const TodoItem& todo);
     /// Copies the command that brings Kelpa forward, for a key of the desktop.
     void copyShowCommand();
+    /// Says in a toast that a file has been written, or could not be.
+    void announceExport(bool isWritten);
     void requestAddTodo(GoalID goalID);
     void cancelTodoEditor();
 
@@ -119,8 +142,8 @@ public:
     /// before `startObserving`. Its windows are published only if they may be read, which the pass
     /// may be the first to find out.
     void discoverAhead();
-    /// Waits at most `limit` for the pass under way, so that the first frame shows its windows; a
-    /// slower one is published when it ends.
+    /// Waits at most `limit` for the pass under way and for what is remembered of windows, so that
+    /// the first frame shows both; what is slower is published when it is there.
     void awaitWindows(Scheduler::Duration limit);
     /// Gives the window the goal of a remembered one that it was offered.
     void acceptRecall(WindowID windowID, WindowID remembered);
@@ -131,12 +154,24 @@ public:
     /// Keeps windows and previews fresh from now on; a second call does nothing.
     void startObserving();
     void stopObserving();
+    /// Whether `windows` follows the desktop: not before the first frame, nor while the board is
+    /// closed.
+    bool isObserving() const;
 
     // Acting on windows. Failures are silent.
     /// Selects the window on the board and activates it.
     void focus(const WindowItem& window);
     /// Activates all windows of the goal, the last one topmost.
     void showAllWindows(GoalID goalID);
+    /// Whether the desktop minimises windows and lets Kelpa do that; changes with `abilities` and
+    /// `isAccessibilityTrusted`.
+    bool canArrangeWindows() const;
+    /// Brings the windows of the goal forward and minimises the others, as `arrangementFor` says,
+    /// where `canArrangeWindows`.
+    void workOn(GoalID goalID);
+    /// Gives the windows the state that they had before the person began to work on a goal, but
+    /// those that the person has changed since. Lasts as long as the program. No step.
+    void goBack();
     /// Asks the application that owns the window to quit.
     void closeProcess(const WindowItem& window);
     /// Opens a new window and assigns it to the goal when it appears.
@@ -161,6 +196,10 @@ public:
     std::optional<QString> previewMessage(const WindowItem& window) const;
     /// Asks the desktop for the missing permissions, and opens the settings that grant them.
     void requestPermissions();
+    /// Whether the desktop may give what it lacks when it is asked; changes with `abilities`.
+    bool canRequestAbilities() const;
+    /// Asks the desktop for that.
+    void requestAbilities();
 
     // The keyboard selection.
     void moveTargetSelection(NavigationDirection direction);
@@ -193,6 +232,7 @@ Q_SIGNALS:
     void restorationIDChanged();
     void canUndoChanged();
     void canRedoChanged();
+    void canGoBackChanged();
     void searchTextChanged();
     void isAccessibilityTrustedChanged();
     void isScreenCaptureTrustedChanged();
@@ -204,9 +244,14 @@ Q_SIGNALS:
     void isHidingGoalsWithoutOpenTodosChanged();
     void unsortedFoldChanged();
     void isRememberingWindowsChanged();
+    void isClosingQuittingChanged();
     void windowMemoryChanged();
     void isSavingSlowlyChanged();
     void troubleChanged();
+
+    /// From the event loop, after `save`: the disk has taken or refused changes that were under
+    /// way.
+    void savingEnded();
 
 private:
     struct Parts;

@@ -22,6 +22,12 @@ using namespace std::chrono_literals;
 /// By then, an application that quits on request has usually closed its windows.
 constexpr Scheduler::Duration refreshDelayAfterQuit = 400ms;
 
+QString shownApplication(const WindowTraits& traits)
+{
+    return singleLine(traits.applicationName.isEmpty() ? traits.application
+                                                       : traits.applicationName);
+}
+
 } // namespace
 
 bool WindowStore::Parts::canAct() const
@@ -53,6 +59,50 @@ void WindowStore::showAllWindows(GoalID goalID)
                          [&goalID](const WindowItem& each) { return each.goalID == goalID; });
     if (m_parts->canAct())
         m_parts->activations.enqueue(windows);
+}
+
+bool WindowStore::Parts::canArrange() const
+{
+    return canAct() && state.abilities.has(DesktopAbility::minimizing);
+}
+
+void WindowStore::Parts::publishWork()
+{
+    state.assign(state.canGoBack, !work.wayBack(state.windows).isEmpty(), Field::canGoBack);
+}
+
+bool WindowStore::canArrangeWindows() const
+{
+    return m_parts->canArrange();
+}
+
+void WindowStore::workOn(GoalID goalID)
+{
+    const Update update(m_state.changes);
+    if (!m_state.hasGoal(goalID))
+        return;
+    activateTarget(TargetSelection::goal(goalID), EnterWindowLayer::no);
+    if (!m_parts->canArrange())
+        return;
+    const WindowArrangement arrangement =
+        arrangementFor(goalID, m_parts->work.asRequested(m_state.windows));
+    if (arrangement.isEmpty())
+        return;
+    m_parts->work.note(arrangement);
+    m_parts->activations.enqueue(arrangement);
+    m_parts->publishWork();
+}
+
+void WindowStore::goBack()
+{
+    const Update update(m_state.changes);
+    if (!m_parts->canArrange())
+        return;
+    const WindowArrangement back = m_parts->work.goBack(m_state.windows);
+    if (back.isEmpty())
+        return;
+    m_parts->activations.enqueue(back);
+    m_parts->publishWork();
 }
 
 void WindowStore::closeProcess(const WindowItem& window)
@@ -97,27 +147,34 @@ void WindowStore::reopen(GoalID goalID, const QSet<WindowID>& remembered)
     for (const RememberedWindow& window : absentWindows(goalID)) {
         if (!remembered.contains(window.windowID))
             continue;
-        m_parts->launches.reopen({window.traits.application, window.traits.document},
-                                 window.windowID, goalID,
-                                 [this, window](const Reopening& reopening) {
-                                     m_parts->noteReopening(window, reopening);
-                                 });
+        m_parts->launches.reopen(
+            window, goalID,
+            {.begun = [this,
+                       window](const Reopening& opened) { m_parts->noteReopening(window, opened); },
+             .missed = [this, window, goalID] { m_parts->noteNoNewWindow(window, goalID); }});
     }
 }
 
 void WindowStore::Parts::noteReopening(const RememberedWindow& window, const Reopening& reopening)
 {
-    const Update update(state.changes);
-    const WindowTraits& traits = window.traits;
     if (!reopening.launch)
-        toast.show(
-            ReopeningTrouble{singleLine(traits.applicationName.isEmpty() ? traits.application
-                                                                         : traits.applicationName),
-                             false},
-            Toast::Offer::none);
+        showTrouble(shownApplication(window.traits), ReopeningTrouble::Kind::notInstalled);
     else if (reopening.isDocumentGone)
-        toast.show(ReopeningTrouble{singleLine(QUrl(traits.document).fileName()), true},
-                   Toast::Offer::none);
+        showTrouble(singleLine(QUrl(window.traits.document).fileName()),
+                    ReopeningTrouble::Kind::documentGone);
+}
+
+void WindowStore::Parts::noteNoNewWindow(const RememberedWindow& window, GoalID goalID)
+{
+    // Meanwhile, a person may have forgotten it, or found it by another window.
+    if (state.assignments.value(assignmentKey(window.windowID)) == goalID)
+        showTrouble(shownApplication(window.traits), ReopeningTrouble::Kind::noNewWindow);
+}
+
+void WindowStore::Parts::showTrouble(const QString& name, ReopeningTrouble::Kind kind)
+{
+    const Update update(state.changes);
+    toast.show(ReopeningTrouble{name, kind}, Toast::Offer::none);
 }
 
 void WindowStore::Parts::takeLaunchedWindow(GoalID goalID, WindowID windowID,

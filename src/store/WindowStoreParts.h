@@ -17,6 +17,7 @@
 #include "store/desktop/LaunchFollower.h"
 #include "store/desktop/Permissions.h"
 #include "store/desktop/PreviewCaptures.h"
+#include "windows/WorkContext.h"
 
 #include <memory>
 #include <optional>
@@ -53,6 +54,9 @@ struct WindowStore::Parts
     void captureFirst();
     /// The desktop acts on windows, and Kelpa may let it.
     bool canAct() const;
+    /// The desktop minimises windows as well.
+    bool canArrange() const;
+    void publishWork();
     /// The desktop captures windows, and Kelpa may let it.
     bool canCapture() const;
 
@@ -66,8 +70,8 @@ struct WindowStore::Parts
     /// What windows may be, and what goals had, may have changed.
     void publishMemory();
     void publishPreviews(Previews captured, PreviewCaptures::Messages messages);
-    /// The first pass, which began before the permissions were known, found `discovered`.
-    void finishPassAhead(const QList<WindowItem>& discovered);
+    /// A pass found `discovered`; what may be read is not what was published when it began.
+    void publishAndFinishPass(const QList<WindowItem>& discovered);
     /// A discovery pass found `discovered`, or may not read windows and found none.
     void finishPass(const QList<WindowItem>& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);
@@ -78,6 +82,9 @@ struct WindowStore::Parts
     void takeLaunchedWindow(GoalID goalID, WindowID windowID, std::optional<WindowID> remembered);
     /// A remembered window has been opened again, or not.
     void noteReopening(const RememberedWindow& window, const Reopening& reopening);
+    /// The application of a remembered window of the goal was started and has opened none.
+    void noteNoNewWindow(const RememberedWindow& window, GoalID goalID);
+    void showTrouble(const QString& name, ReopeningTrouble::Kind kind);
 
     WindowStore& store;
     StoreState& state;
@@ -103,6 +110,8 @@ struct WindowStore::Parts
     bool isPassAhead = false;
     PreviewCaptures previewCaptures;
     ActivationQueue activations;
+    /// What `workOn` changed.
+    WorkContext work;
     LaunchFollower launches;
     /// Requests to quit.
     TaskQueue quits;

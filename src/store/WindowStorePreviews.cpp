@@ -6,6 +6,20 @@
 
 namespace kelpa {
 
+namespace {
+
+CopyKey textWithoutPreviews(const DesktopAbilities& abilities)
+{
+    const std::optional<AbilityShortfall> shortfall = abilities.shortfall(DesktopAbility::previews);
+    if (shortfall && shortfall->gap == AbilityGap::openGL)
+        return CopyKey::PreviewsNeedOpenGL;
+    if (shortfall && shortfall->gap == AbilityGap::pictureEntry)
+        return CopyKey::PreviewsNeedDesktopEntry;
+    return CopyKey::NoPreviewsHere;
+}
+
+} // namespace
+
 void WindowStore::refreshPreviews(Scheduler::Time now)
 {
     const Update update(m_state.changes);
@@ -65,7 +79,7 @@ std::optional<QString> WindowStore::previewMessage(const WindowItem& window) con
     if (m_state.obstacles.screenCapture == Obstacle::permission)
         return KelpaCopy::text(CopyKey::PreviewNeedsPermission, m_state.language);
     if (!m_state.abilities.has(DesktopAbility::previews))
-        return KelpaCopy::text(CopyKey::NoPreviewsHere, m_state.language);
+        return KelpaCopy::text(textWithoutPreviews(m_state.abilities), m_state.language);
     // A window of another desktop is off screen as well, without being minimised.
     if (window.isMinimized && !window.isOnScreen)
         return KelpaCopy::text(CopyKey::PreviewMinimized, m_state.language);
@@ -79,6 +93,16 @@ void WindowStore::requestPermissions()
 {
     const Update update(m_state.changes);
     m_parts->publish(m_parts->permissions.request());
+}
+
+bool WindowStore::canRequestAbilities() const
+{
+    return m_parts->platform.abilities.canRequestAbilities();
+}
+
+void WindowStore::requestAbilities()
+{
+    m_parts->platform.abilities.requestAbilities();
 }
 
 void WindowStore::Parts::publish(const Permissions::Granted& granted)

@@ -1,12 +1,14 @@
 // Operations on todos.
 
 #include "model/Text.h"
+#include "model/TodoLines.h"
 #include "platform/Pasteboard.h"
 #include "store/WindowStoreParts.h"
 #include "store/board/GoalOrder.h"
 #include "store/board/TodoOrder.h"
 
 #include <chrono>
+#include <utility>
 
 namespace kelpa {
 
@@ -27,13 +29,30 @@ qsizetype indexIn(const QList<TodoItem>* todos, TodoID id)
 
 void WindowStore::addTodo(const QString& title, std::optional<GoalID> to)
 {
+    addTodos({{title, false}}, to);
+}
+
+void WindowStore::addTodos(const QList<TodoLine>& todos, std::optional<GoalID> to)
+{
     const Update update(m_state.changes);
-    const QString trimmed = trimmedText(title);
-    QList<TodoItem>* const todos = m_state.todoList(to);
-    if (trimmed.isEmpty() || todos == nullptr)
+    QList<TodoItem>* const list = m_state.todoList(to);
+    if (list == nullptr)
         return;
-    const std::int64_t order = nextTodoOrder(m_state.goals, m_state.unassignedTodos);
-    todos->append({TodoID::create(), trimmed, TodoStatus::todo, std::nullopt, order});
+    const qsizetype countBefore = list->size();
+    std::int64_t order = nextTodoOrder(m_state.goals, m_state.unassignedTodos);
+    for (const TodoLine& todo : todos) {
+        const QString trimmed = trimmedText(todo.title);
+        if (trimmed.isEmpty())
+            continue;
+        TodoItem item{TodoID::create(), trimmed, TodoStatus::todo, std::nullopt, order++};
+        if (todo.isCompleted) {
+            item.status = TodoStatus::completed;
+            item.completedAt = m_parts->scheduler.calendarTime();
+        }
+        list->append(std::move(item));
+    }
+    if (list->size() == countBefore)
+        return;
     m_state.markTodosChanged(to);
     m_state.sortGoalsIfNeeded();
     m_parts->steps.saveStep();
@@ -54,12 +73,19 @@ void WindowStore::updateTodo(TodoID todoID, const QString& title, std::optional<
 
 void WindowStore::toggleTodo(TodoID todoID, std::optional<GoalID> in)
 {
+    const TodoItem* const todo = todoAt(in, todoID, m_state.goals, m_state.unassignedTodos);
+    if (todo != nullptr)
+        setTodoStatus(todoID, nextStatus(todo->status), in);
+}
+
+void WindowStore::setTodoStatus(TodoID todoID, TodoStatus status, std::optional<GoalID> in)
+{
     const Update update(m_state.changes);
     QList<TodoItem>* const todos = m_state.todoList(in);
     const qsizetype index = indexIn(todos, todoID);
-    if (index < 0)
+    if (index < 0 || todos->at(index).status == status)
         return;
-    (*todos)[index] = withNextStatus(todos->at(index), m_parts->scheduler.calendarTime());
+    (*todos)[index] = withStatus(todos->at(index), status, m_parts->scheduler.calendarTime());
     const bool wasLast =
         !todos->at(index).isOpen() && in && !goalWith(*in, m_state.goals)->hasOpenTodo();
     m_state.markTodosChanged(in);
@@ -142,6 +168,13 @@ void WindowStore::copyShowCommand()
     const Update update(m_state.changes);
     m_parts->platform.pasteboard.setText(QStringLiteral("kelpa --show"));
     m_parts->toast.show(CopyKey::CommandCopied, Toast::Offer::none);
+}
+
+void WindowStore::announceExport(bool isWritten)
+{
+    const Update update(m_state.changes);
+    m_parts->toast.show(isWritten ? CopyKey::Exported : CopyKey::FileNotWritten,
+                        Toast::Offer::none);
 }
 
 void WindowStore::requestAddTodo(GoalID goalID)

@@ -4,6 +4,8 @@
 #include "store/WindowStoreParts.h"
 #include "windows/WindowReconciliation.h"
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace kelpa {
@@ -53,10 +55,14 @@ void WindowStore::discoverAhead()
 
 void WindowStore::awaitWindows(Scheduler::Duration limit)
 {
-    m_parts->passes.waitFor(limit);
+    const Scheduler::Time start = m_parts->scheduler.now();
+    m_parts->recall.waitFor(limit);
+    const auto waited =
+        std::chrono::duration_cast<Scheduler::Duration>(m_parts->scheduler.now() - start);
+    m_parts->passes.waitFor(std::max(limit - waited, Scheduler::Duration::zero()));
 }
 
-void WindowStore::Parts::finishPassAhead(const QList<WindowItem>& discovered)
+void WindowStore::Parts::publishAndFinishPass(const QList<WindowItem>& discovered)
 {
     const Update update(state.changes);
     publish(permissions.granted());
@@ -69,6 +75,9 @@ void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
     migrateLegacyTerminalAssignments(discovered);
     if (state.assignWindows(discovered))
         recall.noteWindows();
+    work.observe(state.windows, activations.isIdle() ? WorkContext::Requests::sent
+                                                     : WorkContext::Requests::underWay);
+    publishWork();
     selection.reconcileWithWindows();
     launches.finishPass();
     previewCaptures.forgetUnlisted();
@@ -138,7 +147,10 @@ bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
         return false;
     if (!m_state.assign(m_state.windows, std::move(windows), Field::windows))
         return true;
-    for (const WindowID windowID : windowIDs) {
+    // In an order of their own, so that alike windows always take the same places.
+    QList<WindowID> ordered(windowIDs.begin(), windowIDs.end());
+    std::ranges::sort(ordered);
+    for (const WindowID windowID : std::as_const(ordered)) {
         if (const auto former = m_parts->recall.counterpart(windowID, to))
             m_parts->replaceRemembered(windowID, *former);
         m_parts->recall.settle(windowID);
@@ -222,6 +234,11 @@ void WindowStore::startObserving()
         m_parts->platform.abilities.watchAbilities([this] { m_parts->publishAbilities(); });
     m_parts->publishAbilities();
     refreshPreviews(m_parts->scheduler.now());
+}
+
+bool WindowStore::isObserving() const
+{
+    return m_parts->observation.has_value();
 }
 
 void WindowStore::stopObserving()

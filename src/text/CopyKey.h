@@ -12,8 +12,8 @@ namespace copykey {
 Q_NAMESPACE
 
 /// In the order of the rows in CopyRowsBoard.h, CopyRowsGoals.h, CopyRowsWindows.h,
-/// CopyRowsTrouble.h and CopyRowsDesktop.h. Names begin with a capital because QML requires it; the
-/// values are plain `int`s, as QML passes them.
+/// CopyRowsTrouble.h, CopyRowsDesktop.h, CopyRowsBackups.h and CopyRowsTransfer.h. Names begin with
+/// a capital because QML requires it; the values are plain `int`s, as QML passes them.
 enum class CopyKey {
     // Header of the board.
     ProductName,
@@ -80,6 +80,8 @@ enum class CopyKey {
     OpenChrome,
     OpenTerminal,
     ShowAllWindows,
+    WorkOnGoal,
+    GoBack,
     RenameGoal,
     DeleteGoal,
     MoveGoalLeft,
@@ -122,6 +124,7 @@ enum class CopyKey {
     PreviewNeedsPermission,
     PreviewNotYet,
     PreviewMinimized,
+    WindowAwaitsAnswer,
     PutWindowBack,
     OtherWindow,
     OpenAgain,
@@ -137,6 +140,7 @@ enum class CopyKey {
     BoardInUse,
     FileUnreachable,
     FileIsFolder,
+    FolderIsFile,
     FileReadOnly,
     FileLocked,
     DiskFull,
@@ -179,14 +183,34 @@ enum class CopyKey {
     DesktopSilent,
     StartedWithoutWindows,
     XwaylandHasX11Windows,
+    ExtensionNotInstalled,
+    ExtensionCanBeInstalled,
+    ExtensionIsOff,
+    ExtensionNeedsLogin,
+    ExtensionTooOld,
+    ExtensionDenies,
+    SwitchExtensionOn,
+    InstallExtension,
     // Where something is missed.
     NoWindowsHere,
     NoPreviewsHere,
+    PreviewsNeedOpenGL,
+    PreviewsNeedDesktopEntry,
     DragWindowHelp,
     CloseWindow,
     DoubleTapNotHeard,
     CopyCommand,
     CommandCopied,
+    // Presence.
+    QuitKelpa,
+    ClosingQuits,
+    StartWithSession,
+    SessionStartFailed,
+    KelpaStays,
+    KelpaStaysByDoubleTap,
+    KelpaStaysByLauncher,
+    NewTodo,
+    EntryHint,
     // Backups.
     RestoreBackup,
     RestoreBackupTitle,
@@ -194,9 +218,61 @@ enum class CopyKey {
     NoBackupsYet,
     BackupUnreadable,
     BackupBeforeRestore,
+    BackupBeforeImport,
+    FileImported,
     BackupNotKept,
     Restore,
     BackupRestored,
+    RestoringBackup,
+    BoardIsSame,
+    SavingFirst,
+    // Export and import.
+    ExportMenu,
+    ImportMenu,
+    ExportTitle,
+    ImportTitle,
+    ExportText,
+    ExportContents,
+    FileFormat,
+    WholeBoard,
+    JsonFormatText,
+    MarkdownFormatText,
+    TodoTxtFormatText,
+    CalendarFormatText,
+    ChooseInDialog,
+    ReadableFiles,
+    AllFiles,
+    NoFileDialog,
+    FilePath,
+    FileElsewhere,
+    FileExists,
+    ReplaceFile,
+    WritingFile,
+    FileNotWritten,
+    Exported,
+    ReadFile,
+    ReadingFile,
+    ImportingFile,
+    ImportText,
+    FirstTodos,
+    AddToBoard,
+    ReplaceBoard,
+    ChooseOtherFile,
+    SkippedNoTodo,
+    SkippedNoTitle,
+    SkippedNoPlace,
+    SkippedDamaged,
+    FileNotRead,
+    ImportNotKept,
+    ImportEmpty,
+    ImportTooLarge,
+    ImportTooMany,
+    ImportWrongEncoding,
+    ImportUnknown,
+    ImportCutOff,
+    ImportNewer,
+    ImportDamaged,
+    ImportNothing,
 };
 Q_ENUM_NS(CopyKey)
 
@@ -205,6 +281,6 @@ Q_ENUM_NS(CopyKey)
 using copykey::CopyKey;
 
 /// The tables do not compile when they have another number of rows.
-inline constexpr std::size_t copyKeyCount = static_cast<std::size_t>(CopyKey::BackupRestored) + 1;
+inline constexpr std::size_t copyKeyCount = static_cast<std::size_t>(CopyKey::ImportNothing) + 1;
 
 } // namespace kelpa

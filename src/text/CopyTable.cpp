@@ -4,15 +4,6 @@
 
 namespace kelpa {
 
-namespace {
-
-DoubleTap doubleTap(bool isOffered)
-{
-    return isOffered ? DoubleTap::offered : DoubleTap::unavailable;
-}
-
-} // namespace
-
 QString CopyTable::text(kelpa::CopyKey key) const
 {
     return withPlatformKeyNames(KelpaCopy::text(key, m_language), m_keyNames);
@@ -83,6 +74,11 @@ QString CopyTable::textTooLong(int limit) const
     return KelpaCopy::textTooLong(limit, m_language);
 }
 
+QString CopyTable::makeTodos(int count) const
+{
+    return KelpaCopy::makeTodos(count, m_language);
+}
+
 QString CopyTable::windowName(const QString& ownerName, const QString& title) const
 {
     return KelpaCopy::windowName(ownerName, title, m_language);
@@ -91,6 +87,16 @@ QString CopyTable::windowName(const QString& ownerName, const QString& title) co
 QString CopyTable::windowsFromLastTime(int count) const
 {
     return KelpaCopy::windowsFromLastTime(count, m_language);
+}
+
+QString CopyTable::closedWindows(int count) const
+{
+    return KelpaCopy::closedWindows(count, m_language);
+}
+
+QString CopyTable::onVirtualDesktop(const QString& desktop) const
+{
+    return KelpaCopy::onVirtualDesktop(desktop, m_language);
 }
 
 QString CopyTable::wasIn(const QStringList& goalTitles) const
@@ -133,18 +139,20 @@ QString CopyTable::priorityAccessibilityLabel(const QString& priority) const
     return value ? KelpaCopy::priorityAccessibilityLabel(*value, m_language) : QString();
 }
 
-QStringList CopyTable::keyHelpKeys(bool isDoubleTapOffered) const
+QStringList CopyTable::keyHelpKeys(bool isDoubleTapOffered, bool canWorkOnGoals) const
 {
     QStringList keys;
-    for (const KeyHelp& each : keyHelp(m_language, doubleTap(isDoubleTapOffered)))
+    for (const KeyHelp& each :
+         keyHelp(m_language, {.doubleTap = isDoubleTapOffered, .workOnGoals = canWorkOnGoals}))
         keys.append(withPlatformKeyNames(each.keys, m_keyNames));
     return keys;
 }
 
-QStringList CopyTable::keyHelpMeanings(bool isDoubleTapOffered) const
+QStringList CopyTable::keyHelpMeanings(bool isDoubleTapOffered, bool canWorkOnGoals) const
 {
     QStringList meanings;
-    for (const KeyHelp& each : keyHelp(m_language, doubleTap(isDoubleTapOffered)))
+    for (const KeyHelp& each :
+         keyHelp(m_language, {.doubleTap = isDoubleTapOffered, .workOnGoals = canWorkOnGoals}))
         meanings.append(each.meaning);
     return meanings;
 }
@@ -154,9 +162,39 @@ QString CopyTable::newGoalKeys() const
     return kelpa::newGoalKeys(m_language);
 }
 
+QString CopyTable::undoKeys() const
+{
+    return kelpa::undoKeys(m_language);
+}
+
+QString CopyTable::redoKeys() const
+{
+    return kelpa::redoKeys(m_language);
+}
+
+QString CopyTable::workKeys() const
+{
+    return kelpa::workKeys(m_language);
+}
+
+QString CopyTable::goBackKeys() const
+{
+    return kelpa::goBackKeys(m_language);
+}
+
+QString CopyTable::quitKeys() const
+{
+    return kelpa::quitKeys(m_language);
+}
+
 QString CopyTable::helpKeys() const
 {
     return kelpa::helpKeys(m_language);
+}
+
+QString CopyTable::makeTodosKeys() const
+{
+    return kelpa::makeTodosKeys(m_language);
 }
 
 } // namespace kelpa

@@ -42,9 +42,12 @@ public:
     Q_INVOKABLE QString dropInto(const QString& title) const;
     Q_INVOKABLE QString dropBefore(const QString& title) const;
     Q_INVOKABLE QString textTooLong(int limit) const;
+    Q_INVOKABLE QString makeTodos(int count) const;
     Q_INVOKABLE QString windowName(const QString& ownerName, const QString& title) const;
     Q_INVOKABLE QString windowsFromLastTime(int count) const;
+    Q_INVOKABLE QString closedWindows(int count) const;
     Q_INVOKABLE QString wasIn(const QStringList& goalTitles) const;
+    Q_INVOKABLE QString onVirtualDesktop(const QString& desktop) const;
     Q_INVOKABLE QString movedAsideTo(const QString& name) const;
 
     /// `status` and `priority` are stored texts; an unknown one gives an empty text.
@@ -55,10 +58,16 @@ public:
     Q_INVOKABLE QString priorityAccessibilityLabel(const QString& priority) const;
 
     /// The keys of the board, and at the same places what they do.
-    Q_INVOKABLE QStringList keyHelpKeys(bool isDoubleTapOffered) const;
-    Q_INVOKABLE QStringList keyHelpMeanings(bool isDoubleTapOffered) const;
+    Q_INVOKABLE QStringList keyHelpKeys(bool isDoubleTapOffered, bool canWorkOnGoals) const;
+    Q_INVOKABLE QStringList keyHelpMeanings(bool isDoubleTapOffered, bool canWorkOnGoals) const;
     Q_INVOKABLE QString newGoalKeys() const;
+    Q_INVOKABLE QString undoKeys() const;
+    Q_INVOKABLE QString redoKeys() const;
     Q_INVOKABLE QString helpKeys() const;
+    Q_INVOKABLE QString makeTodosKeys() const;
+    Q_INVOKABLE QString quitKeys() const;
+    Q_INVOKABLE QString workKeys() const;
+    Q_INVOKABLE QString goBackKeys() const;
 
     friend bool operator==(const CopyTable&, const CopyTable&) = default;
 

@@ -5,6 +5,8 @@
 #include "text/CopyRowsBoard.h"
 #include "text/CopyRowsDesktop.h"
 #include "text/CopyRowsGoals.h"
+#include "text/CopyRowsPresence.h"
+#include "text/CopyRowsTransfer.h"
 #include "text/CopyRowsTrouble.h"
 #include "text/CopyRowsWindows.h"
 #include "text/PerLanguage.h"
@@ -32,7 +34,9 @@ constexpr std::array<const CopyRow*, copyKeyCount> rowsByKey = [] {
     append(windowCopyRows);
     append(troubleCopyRows);
     append(desktopCopyRows);
+    append(presenceCopyRows);
     append(backupCopyRows);
+    append(transferCopyRows);
     return rows;
 }();
 
@@ -46,7 +50,7 @@ constexpr bool everyKeyHasItsRow()
 }
 static_assert(boardCopyRows.size() + goalCopyRows.size() + todoCopyRows.size() +
                       windowCopyRows.size() + troubleCopyRows.size() + desktopCopyRows.size() +
-                      backupCopyRows.size() ==
+                      presenceCopyRows.size() + backupCopyRows.size() + transferCopyRows.size() ==
                   copyKeyCount,
               "each key has one row");
 static_assert(everyKeyHasItsRow(), "the rows must stand in the order of CopyKey, one for each");
@@ -126,13 +130,12 @@ constexpr Frames moreInHiddenGoalsFrames({u"隐藏的目标中还有 ", u" 项"}
                                          {u"숨긴 목표에 ", u"개 더 있음"},
                                          {u"", u" de plus dans les objectifs masqués"},
                                          {u"", u" weitere in ausgeblendeten Zielen"});
-constexpr Frames hiddenGoalsFrames({u"已隐藏目标：", u"，"}, {u"Hidden goals: ", u", "},
-                                   {u"非表示の目標：", u"、"}, {u"숨긴 목표: ", u", "},
-                                   {u"Objectifs masqués : ", u", "},
-                                   {u"Ausgeblendete Ziele: ", u", "});
-constexpr Frames hiddenWithWindowsFrames({u"其中含窗口：", u""}, {u"with windows: ", u""},
-                                         {u"うちウィンドウあり：", u""}, {u"창 있음: ", u""},
-                                         {u"avec fenêtres : ", u""}, {u"mit Fenstern: ", u""});
+constexpr Frames hiddenGoalsFrames({u"已隐藏目标：", u""}, {u"Hidden goals: ", u""},
+                                   {u"非表示の目標：", u""}, {u"숨긴 목표: ", u""},
+                                   {u"Objectifs masqués : ", u""}, {u"Ausgeblendete Ziele: ", u""});
+constexpr Frames hiddenWithWindowsFrames({u"，其中含窗口：", u""}, {u", with windows: ", u""},
+                                         {u"、うちウィンドウあり：", u""}, {u", 창 있음: ", u""},
+                                         {u", avec fenêtres : ", u""}, {u", mit Fenstern: ", u""});
 constexpr Frames onlyMatchesShownFrames(
     {u"只显示与「", u"」匹配的窗口"}, {u"Only windows that match “", u"” are shown"},
     {u"「", u"」に一致するウィンドウだけを表示中"}, {u"‘", u"’ 검색과 일치하는 창만 표시 중"},
@@ -151,6 +154,15 @@ constexpr Frames backupGoalsFrames({u"目标：", u" · "}, {u"Goals: ", u" · "
 constexpr Frames backupTodosFrames({u"未完成待办：", u""}, {u"Unfinished todos: ", u""},
                                    {u"未完了のタスク：", u""}, {u"미완료 할 일: ", u""},
                                    {u"Tâches inachevées : ", u""}, {u"Offene Aufgaben: ", u""});
+constexpr Frames allTodosFrames({u"待办：", u" · "}, {u"Todos: ", u" · "}, {u"タスク：", u" · "},
+                                {u"할 일: ", u" · "}, {u"Tâches : ", u" · "},
+                                {u"Aufgaben: ", u" · "});
+constexpr Frames leftOutFrames({u"不会导入的行：", u""}, {u"Lines left out: ", u""},
+                               {u"読み込まれない行：", u""}, {u"가져오지 않는 줄: ", u""},
+                               {u"Lignes laissées de côté : ", u""},
+                               {u"Ausgelassene Zeilen: ", u""});
+constexpr Frames lineFrames({u"第 ", u" 行，"}, {u"Line ", u", "}, {u"", u"行目、"},
+                            {u"", u"번째 줄, "}, {u"Ligne ", u", "}, {u"Zeile ", u", "});
 constexpr Frames movedAsideToFrames({u"原文件在同一文件夹中：", u""},
                                     {u"The old file is in the same folder: ", u""},
                                     {u"元のファイルは同じフォルダにあります：", u""},
@@ -164,6 +176,10 @@ constexpr Frames textTooLongFrames(
     {u"너무 깁니다. 여기에는 최대 ", u"자까지 입력할 수 있습니다. 아무것도 삽입되지 않았습니다."},
     {u"Trop long : ici, ", u" caractères au maximum. Rien n’a été inséré."},
     {u"Zu lang: Hier passen höchstens ", u" Zeichen hinein. Nichts wurde eingefügt."});
+
+constexpr Frames makeTodosFrames({u"创建 ", u" 个待办"}, {u"Make ", u" todos"},
+                                 {u"", u"件のタスクを作成"}, {u"할 일 ", u"개 만들기"},
+                                 {u"Créer ", u" tâches"}, {u"", u" Aufgaben erstellen"});
 
 constexpr Frames overlongTitleFrames(
     {u"标题有 ", u" 个字符，过长而无法在此编辑。输入新标题之前，它保持不变。"},
@@ -207,6 +223,12 @@ constexpr Frames windowsAreForgottenFrames({u"已忘记 ", u" 个窗口"},
 constexpr Frames wasInFrames({u"曾在：", u""}, {u"Was in: ", u""}, {u"以前の目標：", u""},
                              {u"이전 목표: ", u""}, {u"Était dans : ", u""}, {u"War in: ", u""});
 
+constexpr Frames onVirtualDesktopFrames({u"在虚拟桌面「", u"」上"}, {u"On desktop “", u"”"},
+                                        {u"仮想デスクトップ「", u"」にあります"},
+                                        {u"가상 데스크톱 ‘", u"’에 있음"},
+                                        {u"Sur le bureau « ", u" »"},
+                                        {u"Auf Arbeitsfläche „", u"“"});
+
 constexpr Frames applicationIsGoneFrames({u"「", u"」已卸载"}, {u"“", u"” is no longer installed"},
                                          {u"「", u"」はもうインストールされていません"},
                                          {u"‘", u"’ 앱이 더 이상 설치되어 있지 않습니다"},
@@ -221,6 +243,13 @@ constexpr Frames documentIsGoneFrames({u"「", u"」已不存在，只打开了�
                                        u" » n’existe plus ; seule son application a été ouverte"},
                                       {u"„", u"“ ist nicht mehr da; nur die App wurde geöffnet"});
 
+constexpr Frames noNewWindowFrames({u"「", u"」没有打开新窗口"},
+                                   {u"“", u"” has not opened a new window"},
+                                   {u"「", u"」の新しいウィンドウは開きませんでした"},
+                                   {u"‘", u"’에서 새 창이 열리지 않았습니다"},
+                                   {u"« ", u" » n’a pas ouvert de nouvelle fenêtre"},
+                                   {u"„", u"“ hat kein neues Fenster geöffnet"});
+
 constexpr Names windowFromLastTimeTexts(u"上次的 1 个窗口", u"1 window from last time",
                                         u"前回のウィンドウ1個", u"지난번 창 1개",
                                         u"1 fenêtre de la dernière fois",
@@ -231,6 +260,13 @@ constexpr Frames windowsFromLastTimeFrames({u"上次的 ", u" 个窗口"},
                                            {u"前回のウィンドウ", u"個"}, {u"지난번 창 ", u"개"},
                                            {u"", u" fenêtres de la dernière fois"},
                                            {u"", u" Fenster vom letzten Mal"});
+
+constexpr Names closedWindowTexts(u"1 个已关闭的窗口", u"1 closed window", u"閉じたウィンドウ1個",
+                                  u"닫힌 창 1개", u"1 fenêtre fermée", u"1 geschlossenes Fenster");
+
+constexpr Frames closedWindowsFrames({u"", u" 个已关闭的窗口"}, {u"", u" closed windows"},
+                                     {u"閉じたウィンドウ", u"個"}, {u"닫힌 창 ", u"개"},
+                                     {u"", u" fenêtres fermées"}, {u"", u" geschlossene Fenster"});
 
 constexpr Frames lastSeenFrames({u"上次出现：", u""}, {u"Last seen: ", u""}, {u"最終表示：", u""},
                                 {u"마지막 표시: ", u""}, {u"Vue le : ", u""},
@@ -351,8 +387,10 @@ QString moreInHiddenGoals(qsizetype count, AppLanguage language)
 
 QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage language)
 {
-    return hiddenGoalsFrames[language].around(QString::number(count)) +
-           hiddenWithWindowsFrames[language].around(QString::number(countWithWindows));
+    QString text = hiddenGoalsFrames[language].around(QString::number(count));
+    if (countWithWindows > 0)
+        text += hiddenWithWindowsFrames[language].around(QString::number(countWithWindows));
+    return text;
 }
 
 QString onlyMatchesShown(const QString& searchText, AppLanguage language)
@@ -378,6 +416,11 @@ QString dropBefore(const QString& title, AppLanguage language)
 QString textTooLong(qsizetype limit, AppLanguage language)
 {
     return textTooLongFrames[language].around(QString::number(limit));
+}
+
+QString makeTodos(qsizetype count, AppLanguage language)
+{
+    return makeTodosFrames[language].around(QString::number(count));
 }
 
 QString overlongTitle(qsizetype length, AppLanguage language)
@@ -409,11 +452,23 @@ QString documentIsGone(const QString& name, AppLanguage language)
     return documentIsGoneFrames[language].around(name);
 }
 
+QString hasNoNewWindow(const QString& application, AppLanguage language)
+{
+    return noNewWindowFrames[language].around(application);
+}
+
 QString windowsFromLastTime(qsizetype count, AppLanguage language)
 {
     if (count == 1)
         return QStringView(windowFromLastTimeTexts[language]).toString();
     return windowsFromLastTimeFrames[language].around(QString::number(count));
+}
+
+QString closedWindows(qsizetype count, AppLanguage language)
+{
+    if (count == 1)
+        return QStringView(closedWindowTexts[language]).toString();
+    return closedWindowsFrames[language].around(QString::number(count));
 }
 
 QString lastSeen(const QString& date, AppLanguage language)
@@ -425,6 +480,11 @@ QString wasIn(const QStringList& goalTitles, AppLanguage language)
 {
     return wasInFrames[language].around(
         goalTitles.join(QStringView(titleSeparators[language]).toString()));
+}
+
+QString onVirtualDesktop(const QString& desktop, AppLanguage language)
+{
+    return onVirtualDesktopFrames[language].around(desktop);
 }
 
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language)
@@ -446,6 +506,26 @@ QString backupCounts(qsizetype goals, qsizetype openTodos, AppLanguage language)
 {
     return backupGoalsFrames[language].around(QString::number(goals)) +
            backupTodosFrames[language].around(QString::number(openTodos));
+}
+
+QString importCounts(qsizetype goals, qsizetype todos, qsizetype openTodos, AppLanguage language)
+{
+    return backupGoalsFrames[language].around(QString::number(goals)) +
+           allTodosFrames[language].around(QString::number(todos)) +
+           backupTodosFrames[language].around(QString::number(openTodos));
+}
+
+QString linesLeftOut(qsizetype count, AppLanguage language)
+{
+    return leftOutFrames[language].around(QString::number(count));
+}
+
+QString lineLeftOut(qsizetype line, CopyKey reason, const QString& text, AppLanguage language)
+{
+    const QString why =
+        lineFrames[language].around(QString::number(line)) + KelpaCopy::text(reason, language);
+    return text.isEmpty() ? why
+                          : why + QStringView(windowNameSeparators[language]).toString() + text;
 }
 
 QString movedAsideTo(const QString& name, AppLanguage language)

@@ -3,6 +3,7 @@
 #include "text/PerLanguage.h"
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 namespace kelpa {
@@ -11,15 +12,26 @@ namespace {
 
 using Texts = PerLanguage<std::u16string_view>;
 
+/// What a key does nothing without.
+enum class KeyAbility : std::uint8_t { none, doubleTap, workOnGoals };
+
 struct Row
 {
     Texts keys;
     Texts meaning;
-    bool isDoubleTap = false;
+    KeyAbility needed = KeyAbility::none;
 };
 
 constexpr Texts newGoal{u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Strg+N"};
 constexpr Texts help = Texts::same(u"F1");
+constexpr Texts quit{u"Ctrl+Q", u"Ctrl+Q", u"Ctrl+Q", u"Ctrl+Q", u"Ctrl+Q", u"Strg+Q"};
+constexpr Texts undo{u"Ctrl+Z", u"Ctrl+Z", u"Ctrl+Z", u"Ctrl+Z", u"Ctrl+Z", u"Strg+Z"};
+constexpr Texts redo{u"Ctrl+Y", u"Ctrl+Y", u"Ctrl+Y", u"Ctrl+Y", u"Ctrl+Y", u"Strg+Y"};
+constexpr Texts work{u"Ctrl+G", u"Ctrl+G", u"Ctrl+G", u"Ctrl+G", u"Ctrl+G", u"Strg+G"};
+constexpr Texts goBack{u"Ctrl+Shift+G", u"Ctrl+Shift+G", u"Ctrl+Shift+G",
+                       u"Ctrl+Shift+G", u"Ctrl+Maj+G",   u"Strg+Umschalt+G"};
+constexpr Texts commandReturn{u"Ctrl+回车",  u"Ctrl+Return", u"Ctrl+Enter",
+                              u"Ctrl+Enter", u"Ctrl+Entrée", u"Strg+Eingabe"};
 
 constexpr std::array rows{
     Row{{u"方向键", u"Arrows", u"矢印キー", u"방향키", u"Flèches", u"Pfeiltasten"},
@@ -45,11 +57,13 @@ constexpr std::array rows{
         {u"搜索窗口、目标和待办", u"Search windows, goals and todos",
          u"ウィンドウ、目標、タスクを検索", u"창, 목표, 할 일 검색",
          u"Rechercher fenêtres, objectifs et tâches", u"Fenster, Ziele und Aufgaben suchen"}},
-    Row{{u"Ctrl+回车", u"Ctrl+Return", u"Ctrl+Enter", u"Ctrl+Enter", u"Ctrl+Entrée",
-         u"Strg+Eingabe"},
-        {u"直接打开第一个匹配的窗口", u"Open the first window that was found",
-         u"最初に見つかったウィンドウを開く", u"처음 찾은 창 열기",
-         u"Ouvrir la première fenêtre trouvée", u"Das erste gefundene Fenster öffnen"}},
+    Row{commandReturn,
+        {u"打开第一个匹配的窗口；将粘贴的每一行建为待办",
+         u"Open the first window that was found; make a todo of each pasted line",
+         u"最初に見つかったウィンドウを開く、貼り付けた各行をタスクにする",
+         u"처음 찾은 창 열기, 붙여 넣은 줄마다 할 일 만들기",
+         u"Ouvrir la première fenêtre trouvée ; créer une tâche par ligne collée",
+         u"Das erste gefundene Fenster öffnen; aus jeder eingefügten Zeile eine Aufgabe machen"}},
     Row{newGoal,
         {u"新建目标", u"Create a goal", u"目標を作成", u"목표 만들기", u"Créer un objectif",
          u"Ein Ziel erstellen"}},
@@ -67,6 +81,18 @@ constexpr std::array rows{
         {u"将窗口放回原来的目标", u"Put a window back into its goal", u"ウィンドウを元の目標に戻す",
          u"창을 원래 목표로 되돌리기", u"Remettre une fenêtre dans son objectif",
          u"Ein Fenster in sein Ziel zurücklegen"}},
+    Row{work,
+        {u"专注于一个目标：将其他窗口最小化", u"Work on a goal: minimise the other windows",
+         u"目標に取り組む：ほかのウィンドウを最小化", u"목표에 집중: 다른 창 최소화",
+         u"Travailler sur un objectif : réduire les autres fenêtres",
+         u"An einem Ziel arbeiten: die anderen Fenster minimieren"},
+        KeyAbility::workOnGoals},
+    Row{goBack,
+        {u"恢复之前的窗口", u"Restore the windows as they were before",
+         u"ウィンドウを元の状態に戻す", u"창을 이전 상태로 되돌리기",
+         u"Rétablir les fenêtres telles qu’elles étaient",
+         u"Die Fenster wiederherstellen, wie sie vorher waren"},
+        KeyAbility::workOnGoals},
     Row{{u"Ctrl+Z、Ctrl+Y", u"Ctrl+Z, Ctrl+Y", u"Ctrl+Z、Ctrl+Y", u"Ctrl+Z, Ctrl+Y",
          u"Ctrl+Z, Ctrl+Y", u"Strg+Z, Strg+Y"},
         {u"撤销、重做", u"Undo, redo", u"元に戻す、やり直す", u"실행 취소, 다시 실행",
@@ -92,10 +118,13 @@ constexpr std::array rows{
          u"どのプログラムからでもKelpaを呼び出す", u"어떤 프로그램에서든 Kelpa 불러오기",
          u"Afficher Kelpa depuis n’importe quel programme",
          u"Kelpa aus jedem Programm nach vorn holen"},
-        true},
+        KeyAbility::doubleTap},
     Row{help,
         {u"显示这些按键", u"Show these keys", u"このキー一覧を表示", u"이 키 목록 표시",
          u"Afficher ces touches", u"Diese Tasten zeigen"}},
+    Row{quit,
+        {u"退出 Kelpa", u"Quit Kelpa", u"Kelpaを終了", u"Kelpa 종료", u"Quitter Kelpa",
+         u"Kelpa beenden"}},
 };
 
 QString textOf(std::u16string_view text)
@@ -103,13 +132,26 @@ QString textOf(std::u16string_view text)
     return QStringView(text).toString();
 }
 
+bool isOffered(const Row& row, const OfferedKeys& offered)
+{
+    switch (row.needed) {
+    case KeyAbility::none:
+        return true;
+    case KeyAbility::doubleTap:
+        return offered.doubleTap;
+    case KeyAbility::workOnGoals:
+        return offered.workOnGoals;
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
-QList<KeyHelp> keyHelp(AppLanguage language, DoubleTap doubleTap)
+QList<KeyHelp> keyHelp(AppLanguage language, const OfferedKeys& offered)
 {
     QList<KeyHelp> texts;
     for (const Row& row : rows) {
-        if (doubleTap == DoubleTap::offered || !row.isDoubleTap)
+        if (isOffered(row, offered))
             texts.append({textOf(row.keys[language]), textOf(row.meaning[language])});
     }
     return texts;
@@ -123,6 +165,36 @@ QString newGoalKeys(AppLanguage language)
 QString helpKeys(AppLanguage language)
 {
     return textOf(help[language]);
+}
+
+QString makeTodosKeys(AppLanguage language)
+{
+    return textOf(commandReturn[language]);
+}
+
+QString undoKeys(AppLanguage language)
+{
+    return textOf(undo[language]);
+}
+
+QString redoKeys(AppLanguage language)
+{
+    return textOf(redo[language]);
+}
+
+QString workKeys(AppLanguage language)
+{
+    return textOf(work[language]);
+}
+
+QString goBackKeys(AppLanguage language)
+{
+    return textOf(goBack[language]);
+}
+
+QString quitKeys(AppLanguage language)
+{
+    return textOf(quit[language]);
 }
 
 QString languageOfferKeys(qsizetype index, qsizetype count)

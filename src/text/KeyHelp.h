@@ -7,8 +7,6 @@
 #include <QList>
 #include <QString>
 
-#include <cstdint>
-
 namespace kelpa {
 
 /// Texts write the Command key "⌘" (see `withPlatformKeyNames`).
@@ -18,15 +16,28 @@ struct KeyHelp
     QString meaning;
 };
 
-/// Whether Kelpa comes forward by a double tap, which not every desktop lets it notice.
-enum class DoubleTap : std::uint8_t { offered, unavailable };
+/// Which keys do something that not every desktop makes possible.
+struct OfferedKeys
+{
+    /// Kelpa comes forward by a double tap.
+    bool doubleTap = true;
+    /// The windows that do not belong to a goal are minimised, and restored.
+    bool workOnGoals = true;
+};
 
 /// The most used keys first, without those that do nothing. As many in every language.
-QList<KeyHelp> keyHelp(AppLanguage language, DoubleTap doubleTap);
+QList<KeyHelp> keyHelp(AppLanguage language, const OfferedKeys& offered);
 
-/// The keys that create a goal, and that show this help, as menus name them.
+/// The keys of the board, as menus name them.
 QString newGoalKeys(AppLanguage language);
+QString undoKeys(AppLanguage language);
+QString redoKeys(AppLanguage language);
 QString helpKeys(AppLanguage language);
+QString quitKeys(AppLanguage language);
+QString workKeys(AppLanguage language);
+QString goBackKeys(AppLanguage language);
+/// The key that makes a todo of each pasted line.
+QString makeTodosKeys(AppLanguage language);
 
 /// The key that takes one of the languages that are offered, in every language.
 QString languageOfferKeys(qsizetype index, qsizetype count);

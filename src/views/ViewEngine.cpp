@@ -9,10 +9,12 @@
 #include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
 #include "views/scene/WaterfallView.h"
+#include "views/transfer/FileAsking.h"
 #include "views/windows/AppIconProvider.h"
 #include "views/windows/PreviewResolution.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QKeyEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -43,8 +45,10 @@ int shownWindowCards(const QQuickItem& item)
 {
     if (!item.isVisible())
         return 0;
-    // No other type has this property.
-    int count = item.property("previewMessage").isValid() ? 1 : 0;
+    // The face of a card, which is below it, has this property too. No other type has it.
+    if (item.property("previewMessage").isValid())
+        return 1;
+    int count = 0;
     const QList<QQuickItem*> children = item.childItems();
     for (const QQuickItem* const child : children)
         count += shownWindowCards(*child);
@@ -110,6 +114,7 @@ struct ViewEngine::Parts
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     bool isOccluded = false;
+    std::function<bool()> stays;
     const std::unique_ptr<ViewTypes> types;
     /// Null before `load`. Destroyed before the engine.
     std::unique_ptr<QObject> root;
@@ -131,17 +136,26 @@ ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
                        std::unique_ptr<ViewTypes> types)
     : m_parts(std::make_unique<Parts>(store, applications, std::move(iconReaders),
                                       std::move(options), std::move(types)))
-{}
+{
+    // Before the window hears of it, and closes.
+    connect(m_parts->controller.presence(), &PresenceController::quitConfirmed, this,
+            &ViewEngine::quitConfirmed);
+}
 
 ViewEngine::~ViewEngine() = default;
 
-bool ViewEngine::load()
+QQmlEngine& ViewEngine::engine()
 {
-    QQmlEngine& engine = m_parts->types->engine();
-    auto* const settings = viewSettings(engine);
+    return m_parts->types->engine();
+}
+
+bool ViewEngine::prepare()
+{
+    if (m_parts->desktopAppearance)
+        return true;
+    auto* const settings = viewSettings(engine());
     if (settings == nullptr)
         return false;
-    settings->setStarting(true);
     const auto followLanguage = [this, settings] {
         settings->setLanguage(m_parts->store.language(), m_parts->options.keyNames);
     };
@@ -152,8 +166,16 @@ bool ViewEngine::load()
 
     // The engine's thread waits whenever this one is to prepare the engine for a module.
     loadFonts(*settings, [] { QCoreApplication::processEvents(); });
+    return true;
+}
+
+bool ViewEngine::load()
+{
+    if (!prepare())
+        return false;
+    viewSettings(engine())->setStarting(true);
     // Waits for the types that are not read yet.
-    QQmlComponent file(&engine, ViewTypes::mainFile(), QQmlComponent::PreferSynchronous);
+    QQmlComponent file(&engine(), ViewTypes::mainFile(), QQmlComponent::PreferSynchronous);
     m_parts->root.reset(file.createWithInitialProperties(
         {{QStringLiteral("board"), QVariant::fromValue(&m_parts->controller)}}));
     for (const QQmlError& error : file.errors())
@@ -218,6 +240,14 @@ void ViewEngine::setBackups(BackupBrowser& backups)
     m_parts->controller.backups()->setBrowser(backups);
 }
 
+void ViewEngine::setTransfer(BoardTransfer& transfer, FileDialogs& dialogs, const FileAccess& files,
+                             Scheduler& scheduler)
+{
+    const TransferParts parts{transfer, dialogs, files, scheduler, QDir::homePath()};
+    m_parts->controller.exporting()->setParts(parts);
+    m_parts->controller.importing()->setParts(parts);
+}
+
 void ViewEngine::setDoubleTapOffered(bool isOffered)
 {
     m_parts->controller.setDoubleTapOffered(isOffered);
@@ -246,7 +276,28 @@ void ViewEngine::setOccluded(bool isOccluded)
 
 void ViewEngine::closeWithoutAsking()
 {
+    m_parts->stays = {};
     m_parts->controller.trouble()->closeWithoutAsking();
+}
+
+void ViewEngine::setSessionStart(SessionStart& start)
+{
+    m_parts->controller.presence()->setSessionStart(start);
+}
+
+void ViewEngine::setStaying(std::function<bool()> stays)
+{
+    m_parts->stays = std::move(stays);
+}
+
+void ViewEngine::hide()
+{
+    // What is drawn takes most of the memory, and is drawn again in a moment.
+    window()->setPersistentGraphics(false);
+    window()->setPersistentSceneGraph(false);
+    window()->hide();
+    m_parts->types->engine().collectGarbage();
+    Q_EMIT hidden();
 }
 
 void ViewEngine::finishWriting()
@@ -256,6 +307,14 @@ void ViewEngine::finishWriting()
 
 bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::Close && watched == window() && m_parts->stays) {
+        finishWriting();
+        if (m_parts->stays()) {
+            event->ignore();
+            hide();
+            return true;
+        }
+    }
     // Also sent when the window is minimised, or on another desktop.
     if (event->type() == QEvent::Expose && watched == window())
         updateSeen();

@@ -6,10 +6,12 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
 class QKeyEvent;
+class QQmlEngine;
 class QQuickWindow;
 
 namespace kelpa {
@@ -17,7 +19,12 @@ namespace kelpa {
 class Applications;
 class AppearanceSetting;
 class BackupBrowser;
+class BoardTransfer;
+class FileAccess;
+class FileDialogs;
 class MotionSetting;
+class Scheduler;
+class SessionStart;
 class ViewTypes;
 class Workers;
 class WindowStore;
@@ -45,6 +52,12 @@ public:
                Options options, std::unique_ptr<ViewTypes> types);
     ~ViewEngine() override;
 
+    /// Gives all views what they take from the desktop and from the person's settings: `load` does,
+    /// unless it was done before. False when it could not be loaded.
+    bool prepare();
+    /// The engine of all views. Lives as long as this object.
+    QQmlEngine& engine();
+
     /// Makes the window, without showing it. False when the interface could not be loaded.
     bool load();
     /// Shows the window, filling the usable area of its screen; makes it unless `load` has. False
@@ -53,6 +66,9 @@ public:
 
     /// Offers to restore one of these; `backups` outlives this object.
     void setBackups(BackupBrowser& backups);
+    /// Offers to export the board to files, and to import them. All of it outlives this object.
+    void setTransfer(BoardTransfer& transfer, FileDialogs& dialogs, const FileAccess& files,
+                     Scheduler& scheduler);
 
     /// Whether the interface says that a double tap of Command brings Kelpa forward; at first it
     /// does not.
@@ -62,7 +78,7 @@ public:
 
     /// Follows this setting of the desktop from now on, unless the options have fixed its value.
     /// Several settings of motion may be followed: one that asks to reduce it is enough. Called
-    /// after `load`; the setting outlives this object.
+    /// after `prepare`; the setting outlives this object.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
 
@@ -72,6 +88,11 @@ public:
     /// From now on the window closes without a question about changes that cannot be saved: the
     /// program has to end.
     void closeWithoutAsking();
+    /// Offers to start with the session; `start` outlives this object.
+    void setSessionStart(SessionStart& start);
+    /// Asked when the person closes the window: where it returns true, the window is hidden
+    /// instead, and what is being typed is kept.
+    void setStaying(std::function<bool()> stays);
 
     /// Commits the text that is being written in todos' fields to the store: the program, or the
     /// session, ends.
@@ -87,11 +108,17 @@ Q_SIGNALS:
     void boardShown();
     /// Whether any of the window is visible has changed, or was reported again.
     void seenReported(bool isSeen);
+    /// The person has closed the window, which is hidden and keeps what it shows, but nothing that
+    /// it has drawn.
+    void hidden();
+    /// The person wants to quit, and nobody is to be asked any more.
+    void quitConfirmed();
 
 private:
     struct Parts;
 
     void updateSeen();
+    void hide();
     /// Lets keys control the board from now on.
     void takeKeys();
     /// Keeps a key pressed before there is a board if it types something to search for.

@@ -12,6 +12,8 @@ extern void qml_register_types_Kelpa_Appearance();
 extern void qml_register_types_Kelpa_Scene();
 extern void qml_register_types_Kelpa_Controls();
 extern void qml_register_types_Kelpa_Backups();
+extern void qml_register_types_Kelpa_Transfer();
+extern void qml_register_types_Kelpa_Entry();
 extern void qml_register_types_Kelpa_Goals();
 extern void qml_register_types_Kelpa_Todos();
 extern void qml_register_types_Kelpa_Windows();
@@ -23,7 +25,8 @@ namespace {
 
 /// What is created on first use, all of it by its file.
 const std::array deferredFiles{QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Board/BoardSheets.qml")),
-                               QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Board/CardMenus.qml"))};
+                               QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Board/CardMenus.qml")),
+                               ViewTypes::entryFile()};
 
 } // namespace
 
@@ -33,6 +36,8 @@ void registerViewTypes()
     qml_register_types_Kelpa_Scene();
     qml_register_types_Kelpa_Controls();
     qml_register_types_Kelpa_Backups();
+    qml_register_types_Kelpa_Transfer();
+    qml_register_types_Kelpa_Entry();
     qml_register_types_Kelpa_Goals();
     qml_register_types_Kelpa_Todos();
     qml_register_types_Kelpa_Windows();
@@ -49,6 +54,11 @@ ViewTypes::ViewTypes()
 QUrl ViewTypes::mainFile()
 {
     return QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Board/Main.qml"));
+}
+
+QUrl ViewTypes::entryFile()
+{
+    return QUrl(QStringLiteral("qrc:/qt/qml/Kelpa/Entry/EntryWindow.qml"));
 }
 
 void ViewTypes::serve()

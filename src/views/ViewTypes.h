@@ -25,6 +25,8 @@ public:
     QQmlEngine& engine() { return m_engine; }
     /// The file with the board's window.
     static QUrl mainFile();
+    /// The file with the window of the field for a todo.
+    static QUrl entryFile();
 
     /// Does what the engine's thread has asked of the main thread, for which it waits: to be called
     /// every few milliseconds until the types are read. Does nothing else.

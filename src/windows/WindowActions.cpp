@@ -6,6 +6,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace kelpa {
@@ -28,6 +29,67 @@ bool hasFrame(const AccessibilityWindow& attributes, const Rect& bounds)
     return framesMatch({attributes.position->x, attributes.position->y, attributes.size->width,
                         attributes.size->height},
                        bounds);
+}
+
+/// Requests the elements of each process once.
+class ElementsByProcess
+{
+public:
+    explicit ElementsByProcess(Accessibility& accessibility,
+                               const std::set<ProcessID>& processes = {})
+        : m_accessibility(accessibility), m_known(accessibility.elementsOf(processes))
+    {}
+
+    /// Null when there is none or it is ambiguous.
+    AccessibilityElement* of(const WindowItem& window)
+    {
+        const ProcessID process = window.processIdentifier;
+        auto known = m_known.find(process);
+        if (known == m_known.end()) {
+            auto elements = m_accessibility.elements(process);
+            known =
+                m_known.emplace(process, elements ? *std::move(elements) : AccessibilityElements())
+                    .first;
+        }
+        AccessibilityElement* const element = accessibilityWindow(window, known->second);
+        if (element == nullptr)
+            qCDebug(logWindows, "window %u of process %d is not found, left alone", window.id,
+                    process);
+        return element;
+    }
+
+private:
+    Accessibility& m_accessibility;
+    std::map<ProcessID, AccessibilityElements> m_known;
+};
+
+void bringForward(const QList<WindowItem>& windows, Applications& applications,
+                  ElementsByProcess& elements, const std::stop_token& stop)
+{
+    for (const WindowItem& window : windows) {
+        if (stop.stop_requested())
+            return;
+        const ProcessID process = window.processIdentifier;
+        if (!applications.isRunning(process))
+            continue;
+        AccessibilityElement* const element = elements.of(window);
+        if (element == nullptr)
+            continue;
+        element->requestMinimized(false);
+        applications.requestActivation(process);
+        element->requestMain();
+        element->requestFocus();
+        element->requestRaise();
+    }
+}
+
+void requestMinimized(const WindowItem& window, bool isMinimized, ElementsByProcess& elements,
+                      const std::stop_token& stop)
+{
+    if (stop.stop_requested())
+        return;
+    if (AccessibilityElement* const element = elements.of(window))
+        element->requestMinimized(isMinimized);
 }
 
 } // namespace
@@ -57,30 +119,28 @@ AccessibilityElement* accessibilityWindow(const WindowItem& window,
 void bringForward(const QList<WindowItem>& windows, Applications& applications,
                   Accessibility& accessibility)
 {
-    std::map<ProcessID, AccessibilityElements> elementsByProcess;
-    for (const WindowItem& window : windows) {
-        const ProcessID process = window.processIdentifier;
-        if (!applications.isRunning(process))
-            continue;
-        auto known = elementsByProcess.find(process);
-        if (known == elementsByProcess.end()) {
-            auto elements = accessibility.elements(process);
-            known = elementsByProcess
-                        .emplace(process, elements ? *std::move(elements) : AccessibilityElements())
-                        .first;
-        }
-        AccessibilityElement* const element = accessibilityWindow(window, known->second);
-        if (element == nullptr) {
-            qCDebug(logWindows, "window %u of process %d is not found, left alone", window.id,
-                    process);
-            continue;
-        }
-        element->requestMinimized(false);
-        applications.requestActivation(process);
-        element->requestMain();
-        element->requestFocus();
-        element->requestRaise();
+    ElementsByProcess elements(accessibility);
+    bringForward(windows, applications, elements, {});
+}
+
+void arrange(const WindowArrangement& arrangement, Applications& applications,
+             Accessibility& accessibility, const std::stop_token& stop)
+{
+    std::set<ProcessID> processes;
+    for (const QList<WindowItem>* const windows :
+         {&arrangement.raised, &arrangement.minimized, &arrangement.restored}) {
+        for (const WindowItem& window : *windows)
+            processes.insert(window.processIdentifier);
     }
+    ElementsByProcess elements(accessibility, processes);
+    // Those who come later end up in front of those who came before.
+    bringForward({arrangement.raised.crbegin(), arrangement.raised.crend()}, applications, elements,
+                 stop);
+    for (const WindowItem& window : arrangement.minimized)
+        requestMinimized(window, true, elements, stop);
+    for (auto window = arrangement.restored.crbegin(); window != arrangement.restored.crend();
+         ++window)
+        requestMinimized(*window, false, elements, stop);
 }
 
 void requestClose(const WindowItem& window, Accessibility& accessibility)

@@ -4,8 +4,11 @@
 #include "model/WindowItem.h"
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
+#include "windows/WorkContext.h"
 
 #include <QList>
+
+#include <stop_token>
 
 namespace kelpa {
 
@@ -20,6 +23,12 @@ AccessibilityElement* accessibilityWindow(const WindowItem& window,
 /// one.
 void bringForward(const QList<WindowItem>& windows, Applications& applications,
                   Accessibility& accessibility);
+
+/// Carries the requests out in the background, as far as the windows can be matched: each one does
+/// not wait for its window, and the rest is left when `stop` is requested. Requests the elements of
+/// all processes at once. Any thread but the main one.
+void arrange(const WindowArrangement& arrangement, Applications& applications,
+             Accessibility& accessibility, const std::stop_token& stop);
 
 /// Asks the window alone to close; does nothing where it cannot be matched. Any thread but the main
 /// one.

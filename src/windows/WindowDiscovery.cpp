@@ -129,6 +129,11 @@ public:
         window.bounds = *entry.bounds;
         window.iconRevision = entry.iconRevision;
         window.role = entry.role;
+        window.instance = entry.instance;
+        window.sessionID = entry.sessionID;
+        window.virtualDesktop = entry.virtualDesktop;
+        window.isAwaitingAnswer = entry.isAwaitingAnswer;
+        window.dialogOf = entry.dialogOf;
         window.isOnScreen = m_onScreen.contains(window.id);
         if (m_isTrusted) {
             const AccessibilityWindows& infos = windowsOf(window.processIdentifier);

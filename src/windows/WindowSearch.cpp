@@ -7,27 +7,23 @@
 
 namespace kelpa {
 
-namespace {
-
-/// Folds texts that differ only in case to the same text. Upper case first, because some letters
-/// have no single lower-case counterpart ("ß" and "SS"); the locale decides where languages differ
-/// ("i" in Turkish); the final case folding unites the rest ("σ" and "ς").
-QString folded(const QString& text, const QLocale& locale)
+QString foldedForSearch(const QString& text, const QLocale& locale)
 {
+    // Upper case first, because some letters have no single lower-case counterpart ("ß" and "SS");
+    // the locale decides where languages differ ("i" in Turkish); the final case folding unites the
+    // rest ("σ" and "ς").
     return locale.toLower(locale.toUpper(text))
         .toCaseFolded()
         .normalized(QString::NormalizationForm_C);
 }
 
-} // namespace
-
 TextSearch::TextSearch(const QString& query, const QLocale& locale)
-    : m_locale(locale), m_query(folded(query.trimmed(), locale))
+    : m_locale(locale), m_query(foldedForSearch(query.trimmed(), locale))
 {}
 
 bool TextSearch::matches(const QString& text) const
 {
-    return isEmpty() || folded(text.left(longestSearchedText), m_locale).contains(m_query);
+    return isEmpty() || foldedForSearch(text.left(longestSearchedText), m_locale).contains(m_query);
 }
 
 QList<WindowItem> filteredWindows(const QList<WindowItem>& windows, const QString& searchText,

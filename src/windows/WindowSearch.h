@@ -13,6 +13,10 @@
 
 namespace kelpa {
 
+/// Texts that differ only in case, by the rules of `locale`, or are canonically equivalent become
+/// the same text.
+QString foldedForSearch(const QString& text, const QLocale& locale);
+
 /// Searches texts for what a person typed, ignoring case by the rules of `locale`. Canonically
 /// equivalent texts count as equal. Of a very long text, `longestSearchedText` is searched.
 class TextSearch

@@ -88,6 +88,23 @@ TEST_F(BackupCommands, Restoring_replaces_the_board_and_keeps_the_one_before)
     EXPECT_EQ(stored(), before);
 }
 
+TEST_F(BackupCommands, Restoring_leaves_what_is_remembered_of_windows_and_whether)
+{
+    const auto value = [this](const QString& key) { return SqliteSettingsStore(path).value(key); };
+    const QByteArray present("{\"version\":1,\"newestWindow\":9,\"windows\":[]}");
+    store(taxes);
+    ASSERT_TRUE(SqliteSettingsStore(path).write(
+        {{windowMemoryKey, QByteArray("{}")}, {rememberingWindowsKey, true}}));
+    const QString name = keep(QStringLiteral("2026-11-20T09:00:00Z"));
+    store(garden);
+    ASSERT_TRUE(SqliteSettingsStore(path).write(
+        {{windowMemoryKey, present}, {rememberingWindowsKey, false}}));
+    EXPECT_EQ(restoreBackup(path, name).exitStatus, 0);
+    EXPECT_EQ(stored().goals, taxes);
+    EXPECT_EQ(value(windowMemoryKey), SettingsValue(present));
+    EXPECT_EQ(value(rememberingWindowsKey), SettingsValue(false));
+}
+
 TEST_F(BackupCommands, An_unknown_name_changes_nothing)
 {
     store(taxes);

@@ -22,6 +22,25 @@ TEST(CommandLine, Nothing_and_show_mean_the_board_where_boards_are_kept)
     EXPECT_EQ(read({QStringLiteral("--show")}), nothing);
 }
 
+TEST(CommandLine, A_new_todo_is_asked_for)
+{
+    EXPECT_FALSE(read({}).asksForTodo);
+    const CommandLine line = read({QStringLiteral("--new-todo")});
+    EXPECT_TRUE(line.asksForTodo);
+    EXPECT_TRUE(line.error.isEmpty());
+}
+
+TEST(CommandLine, A_start_for_a_call_is_hidden_as_well)
+{
+    const CommandLine hidden = read({QStringLiteral("--hidden")});
+    EXPECT_TRUE(hidden.startsHidden);
+    EXPECT_FALSE(hidden.startsForCall);
+    const CommandLine forCall = read({QStringLiteral("--service")});
+    EXPECT_TRUE(forCall.startsHidden);
+    EXPECT_TRUE(forCall.startsForCall);
+    EXPECT_TRUE(forCall.error.isEmpty());
+}
+
 TEST(CommandLine, Settings_name_the_file_of_the_board)
 {
     const QString path = QStringLiteral("/tmp/a board.sqlite");
@@ -62,6 +81,41 @@ TEST(CommandLine, Backups_are_listed_and_restored_by_their_name)
     EXPECT_EQ(read({}).restoredBackup, QString());
     EXPECT_EQ(read({QStringLiteral("--restore=")}).error,
               QStringLiteral("--restore needs a name; --list-backups lists them"));
+}
+
+TEST(CommandLine, The_board_is_exported_in_a_format)
+{
+    const auto option = [](const char* text) { return QString::fromUtf8(text); };
+    EXPECT_EQ(read({}).exportCommand, std::nullopt);
+    EXPECT_EQ(read({option("--export"), option("markdown")}).exportCommand,
+              (ExportCommand{TransferFormat::markdown, {}, {}}));
+    EXPECT_EQ(
+        read({option("--export=todo.txt"), option("--goal"), option("Taxes"), option("a.txt")})
+            .exportCommand,
+        (ExportCommand{TransferFormat::todoTxt, option("Taxes"), option("a.txt")}));
+    EXPECT_EQ(read({option("--export"), option("word")}).error,
+              option("there is no format 'word'; there are json, markdown, todo.txt, icalendar"));
+    EXPECT_EQ(read({option("--export"), option("json"), option("a"), option("b")}).error,
+              option("unexpected argument 'b'; --help lists what there is"));
+    EXPECT_EQ(read({option("--goal"), option("Taxes")}).error, option("--goal needs --export"));
+    EXPECT_EQ(read({option("--goal"), option("Taxes")}).transferError,
+              option("--goal needs --export"));
+}
+
+TEST(CommandLine, A_file_is_imported)
+{
+    const auto option = [](const char* text) { return QString::fromUtf8(text); };
+    EXPECT_EQ(read({option("--import"), option("a.md")}).importCommand,
+              (ImportCommand{option("a.md"), std::nullopt, ImportMode::add}));
+    EXPECT_EQ(
+        read({option("--import=a"), option("--format"), option("icalendar"), option("--replace")})
+            .importCommand,
+        (ImportCommand{option("a"), TransferFormat::iCalendar, ImportMode::replace}));
+    EXPECT_EQ(read({option("--replace")}).error, option("--format and --replace need --import"));
+    EXPECT_EQ(read({option("--import=a"), option("--export=json")}).error,
+              option("--export and --import exclude each other"));
+    EXPECT_EQ(read({option("--import=a"), option("b")}).error,
+              option("unexpected argument 'b'; --help lists what there is"));
 }
 
 TEST(CommandLine, The_toolkits_own_options_are_not_taken_for_letters)

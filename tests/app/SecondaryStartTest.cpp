@@ -26,22 +26,24 @@ protected:
     void SetUp() override { ASSERT_TRUE(single.claim()); }
 
     /// A later start, while the owner of the bus name handles events.
-    SecondaryStart startWhileEventsAreHandled(const QByteArray& startupID)
+    SecondaryStart startWhileEventsAreHandled(const ApplicationRequest& request)
     {
         auto start =
-            std::async(std::launch::async, [&] { return trySecondaryStart(path, startupID, -1); });
+            std::async(std::launch::async, [&] { return trySecondaryStart(path, request, -1); });
         EXPECT_TRUE(QTest::qWaitFor([&] { return start.wait_for(0s) == std::future_status::ready; },
                                     20'000));
         return start.get();
     }
     std::optional<int> statusOfStart(const QByteArray& startupID)
     {
-        return startWhileEventsAreHandled(startupID).exitStatus;
+        return startWhileEventsAreHandled({startupID, {}}).exitStatus;
     }
     void handleActivations()
     {
-        single.setActivationHandler(
-            [this](const QByteArray& startupID) { activations.push_back(startupID); });
+        single.setActivationHandler([this](const ApplicationRequest& request) {
+            activations.push_back(request.startupID);
+            actions.append(request.action);
+        });
     }
 
     QTemporaryDir folder;
@@ -49,6 +51,7 @@ protected:
     QtScheduler scheduler;
     SingleInstance single{path, scheduler};
     std::vector<QByteArray> activations;
+    QStringList actions;
 };
 
 TEST_F(SecondaryStarts, Are_reported_as_they_arrive)
@@ -63,13 +66,25 @@ TEST_F(SecondaryStarts, That_arrive_before_the_window_are_reported_once_it_exist
 {
     EXPECT_EQ(statusOfStart("menu_TIME1"), 0);
     EXPECT_EQ(activations, std::vector<QByteArray>());
+    EXPECT_TRUE(single.isAwaited());
     handleActivations();
+    EXPECT_FALSE(single.isAwaited());
     EXPECT_EQ(activations, std::vector<QByteArray>{"menu_TIME1"});
     single.setActivationHandler({});
     EXPECT_EQ(statusOfStart("menu_TIME2"), 0);
     EXPECT_EQ(activations, std::vector<QByteArray>{"menu_TIME1"});
     handleActivations();
     EXPECT_EQ(activations, (std::vector<QByteArray>{"menu_TIME1", "menu_TIME2"}));
+}
+
+TEST_F(SecondaryStarts, Say_that_a_todo_is_to_be_added)
+{
+    const ApplicationRequest request{"menu_TIME1", newTodoAction};
+    EXPECT_EQ(startWhileEventsAreHandled(request).exitStatus, 0);
+    handleActivations();
+    EXPECT_EQ(statusOfStart("menu_TIME2"), 0);
+    EXPECT_EQ(activations, (std::vector<QByteArray>{"menu_TIME1", "menu_TIME2"}));
+    EXPECT_EQ(actions, (QStringList{QStringLiteral("new-todo"), QString()}));
 }
 
 /// A program that is not Kelpa owns the bus name of a board.

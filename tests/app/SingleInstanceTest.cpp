@@ -1,12 +1,18 @@
 #include "app/SingleInstance.h"
 
 #include "platform/sqlite/SettingsFiles.h"
+#include "platform/sqlite/SqliteSettingsStore.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <future>
+#include <memory>
+#include <thread>
 
 namespace kelpa::test {
 namespace {
@@ -44,6 +50,20 @@ TEST(BusNameOfBoard, A_board_has_its_name_before_its_folder_is_made)
     const QString before = busNameOfBoard(path);
     ASSERT_TRUE(QDir(link).mkdir(QStringLiteral("new")));
     EXPECT_EQ(busNameOfBoard(path), before);
+}
+
+TEST(OpenBoard, Waits_for_a_command_that_has_the_board_open)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("board.sqlite"));
+    // Another object stands for another process: the lock is the open file's.
+    auto command = std::make_unique<SqliteSettingsStore>(path);
+    EXPECT_TRUE(openBoard(path, {}, false)->isAlreadyInUse());
+    const auto ending = std::async(std::launch::async, [&command] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        command.reset();
+    });
+    EXPECT_FALSE(openBoard(path, {}, true)->isAlreadyInUse());
 }
 
 class StartupID : public testing::Test

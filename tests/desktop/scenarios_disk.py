@@ -62,8 +62,11 @@ def closing_waits_for_a_slow_disk_and_asks(desktop, binary):
     assert kelpa.is_running()
     assert settings.StoredBoard(settings.read_live(path)).todos(_GOAL) == []
     disk.recover()
+    wait_until("the window is closed", lambda: kelpa.shown_window() is None)
+    assert settings.StoredBoard(settings.read_live(path)).todos(_GOAL) == _open_todos(2)
+    assert kelpa.is_running(), "it listens"
+    kelpa.terminate()
     assert kelpa.wait() == 0
-    assert settings.StoredBoard(settings.read(path)).todos(_GOAL) == _open_todos(2)
 
 
 def a_disk_that_hangs_for_good_does_not_keep_it_from_ending(desktop, binary):

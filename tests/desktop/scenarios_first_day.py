@@ -2,7 +2,9 @@
 
 import board as boards
 import settings
-from front import await_monitor, start_kelpa
+from board import COMPLETED, IN_PROGRESS, TODO
+from front import await_front, await_monitor, start_kelpa, tap_twice
+from helper import Helper
 from kelpa import Kelpa
 from processes import wait_until
 from selection import Selection
@@ -82,6 +84,25 @@ def who_moves_a_sorted_goal_is_told_why_it_stays(desktop, binary):
         wait_until("there is nothing to say", lambda: not kelpa.board.has_text(_SORTED))
         desktop.key("alt+Right")
         kelpa.wait_for_goals("Work", "Home")
+
+
+def the_last_todo_of_a_goal_that_is_hidden_then_comes_back_by_the_toast(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Taxes", ["Ask the bank"]), ("Home", ["Sweep"])], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.click(lambda: kelpa.board.button(boards.HIDE_EMPTY), "the button that hides goals")
+        status = kelpa.todo_button(boards.ALL_TODOS, "Ask the bank")
+        kelpa.click(*status)
+        kelpa.wait_for_todos(boards.ALL_TODOS, [("Ask the bank", IN_PROGRESS), ("Sweep", TODO)])
+        kelpa.click(*status)
+        # Its goal is hidden a moment later, and the toast says why.
+        kelpa.wait_for_goals("Home")
+        kelpa.wait_for_todos(boards.ALL_TODOS, [("Sweep", TODO)])
+        assert kelpa.board.has_text("Last todo of the goal completed")
+        kelpa.click(lambda: kelpa.board.button("Undo"), "the button of the toast")
+        kelpa.wait_for_goals("Taxes", "Home")
+        kelpa.wait_for_todos(boards.ALL_TODOS, [("Ask the bank", IN_PROGRESS), ("Sweep", TODO)])
 
 
 _TYPE = "Type what you are working on"
@@ -185,3 +206,85 @@ def many_unsorted_windows_are_folded_and_arrow_keys_reach_them(desktop, binary):
         wait_until("they are unfolded", lambda: shown(kelpa) == 10)
     with Kelpa(desktop, binary, path) as again:
         wait_until("they stay unfolded", lambda: shown(again) == 10)
+
+
+_MANY = 40
+
+
+def the_first_day_is_done_by_keys_alone(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.open_xterms("Bank account", "Notes")
+    reader = Helper(desktop, "alert_listener.py", "listening")
+    with Kelpa(desktop, binary, path) as kelpa:
+        board = kelpa.board
+        kelpa.wait_for_card(boards.UNSORTED, "Bank account")
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+
+        # The first goal, and what there is to do for it.
+        desktop.key("ctrl+n")
+        wait_until("a title can be typed", board.focused_field)
+        desktop.type("Taxes")
+        desktop.key("Return")
+        kelpa.wait_for_goals("Taxes")
+        selection.is_column("Taxes")
+        desktop.key("Return")
+        wait_until("a todo can be typed", board.focused_field)
+        desktop.type("Ask the bank")
+        desktop.key("Return")
+        kelpa.wait_for_todos("Taxes", [("Ask the bank", TODO)])
+        desktop.key("Escape")
+        wait_until("the board has the keys", lambda: not board.focused_field())
+
+        # A window joins it, by the menu of its card.
+        selection.press("Left")
+        selection.is_column(boards.UNSORTED)
+        selection.press("space")
+        wait_until("a card is chosen", board.selected_card)
+        _step_to(desktop, "Right", lambda: board.selected_card() == "Bank account", "the card")
+        selection.press("Menu")
+        wait_until("the menu is open", lambda: board.menu_item("Taxes"))
+        _step_to(desktop, "Down", lambda: "Taxes" in board.focused_names(), "the entry of the goal")
+        desktop.key("Return")
+        kelpa.wait_for_card("Taxes", "Bank account")
+
+        # It is found and brought forward, and the board comes back.
+        desktop.key("ctrl+f")
+        desktop.type("bank")
+        wait_until("it says what it found",
+                   lambda: board.has_text("Found: windows 1, goals 0, todos 1"))
+        desktop.key("Return")
+        selection.is_card("Bank account")
+        desktop.key("Return")
+        number = desktop.wait_for_window("Bank account").number
+        wait_until("the window is in front", lambda: desktop.active_window() == number)
+        tap_twice(desktop)
+        await_front(desktop, kelpa)
+
+        # The todo is completed, which the reader hears, and open again.
+        _step_to(desktop, "Tab", lambda: _is_status_focused(board, "Taxes"), "the status of the todo")
+        desktop.key("space")
+        kelpa.wait_for_todos("Taxes", [("Ask the bank", IN_PROGRESS)])
+        desktop.key("space")
+        kelpa.wait_for_todos("Taxes", [("Ask the bank", COMPLETED)])
+        wait_until("the reader says so",
+                   lambda: any(line.startswith("Last todo of the goal completed") for line in reader.lines()))
+        desktop.key("ctrl+z")
+        wait_until("the todo is open again",
+                   lambda: ("Ask the bank", COMPLETED) not in (board.todos("Taxes") or ()))
+
+
+def _step_to(desktop, key, is_there, what):
+    for _ in range(_MANY):
+        if is_there():
+            return
+        desktop.key(key)
+    wait_until(f"{what} is reached", is_there)
+
+
+def _is_status_focused(board, title):
+    """Whether the status of a todo in that column has the keyboard."""
+    column = board.column(title)
+    return column is not None and any(todo.status_button.has_state(boards.Atspi.StateType.FOCUSED)
+                                      for todo in column.todos)

@@ -41,7 +41,7 @@ def a_window_of_a_goal_is_opened_again_from_the_list_of_what_it_had(desktop, bin
         terminal.terminate()
         terminal.wait()
         wait_until("the terminal is gone", lambda: kelpa.board.cards() == {})
-        line = "1 window from last time"
+        line = "1 closed window"
         wait_until("the goal's line", lambda: kelpa.board.button(line)).press()
         wait_until("its button", lambda: kelpa.board.button("Open again")).press()
         wait_until("another terminal is in the goal",

@@ -131,6 +131,35 @@ def an_empty_board_and_its_sheet_look_as_they_did(desktop, binary):
         pictures.match("goal-deleted")
 
 
+@on_desktop(size="900x641x24")
+def a_first_board_in_german_and_japanese_and_its_menu_look_as_they_did(desktop, binary):
+    for title, color in _PROGRAMS[:2]:
+        desktop.start_xterm(title, color=color)
+        desktop.wait_for_window(title)
+    pictures = _SchemePictures(desktop, (900, 641))
+    for language, locale, offer, new_goal, shortcuts in (
+            ("de", "de_DE", "Auf Deutsch fortfahren", "Neues Ziel", "Tastenkürzel"),
+            ("ja", "ja_JP", "日本語で続ける", "新規目標", "キーボードショートカット")):
+        path = desktop.directory / f"{language}.sqlite"
+        env = {"LC_ALL": f"{locale}.UTF-8", "LANGUAGE": language}
+        with Kelpa(desktop, binary, path, env=env) as kelpa:
+            kelpa.focus()
+            wait_until("the language is offered", lambda offer=offer: kelpa.board.button(offer)).press()
+            wait_until("the board speaks it", lambda new_goal=new_goal: kelpa.board.button(new_goal))
+            pictures.match(f"first-board-{language}")
+            desktop.key("Menu")
+            wait_until("the menu is open",
+                       lambda shortcuts=shortcuts: kelpa.board.menu_item(shortcuts))
+            pictures.match(f"board-menu-{language}")
+            desktop.key("Escape")
+            wait_until("the menu is closed",
+                       lambda shortcuts=shortcuts: not kelpa.board.menu_item(shortcuts))
+            desktop.key("F1")
+            wait_until("the keys are shown", lambda shortcuts=shortcuts: kelpa.board.has_text(shortcuts))
+            pictures.match(f"keys-{language}")
+            desktop.key("Escape")
+
+
 @on_desktop(size="900x641x24", missing_extension="Composite")
 def the_smallest_board_in_german_with_its_banner_looks_as_it_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
@@ -186,9 +215,11 @@ def menus_and_a_goal_that_takes_a_card_look_as_they_did(desktop, binary):
         pictures.match("priority-menu")
         desktop.key("Escape")
         wait_until("the menu is closed", lambda: kelpa.board.menu_item("P0") is None)
-        def begin():
+        entry = kelpa.centre(lambda: kelpa.board.rail_entry("Learn Japanese"), "the entry of the rail")
+
+        def begin(target):
             # What floats below the pointer is a picture of the card as it was when the drag began.
-            desktop.drag_over(kelpa.card_centre(boards.UNSORTED, "Notes"), kelpa.head("Learn Japanese"))
+            desktop.drag_over(kelpa.card_centre(boards.UNSORTED, "Notes"), target)
             wait_until("a drag has begun", desktop.is_dragging)
 
         def end():
@@ -196,7 +227,8 @@ def menus_and_a_goal_that_takes_a_card_look_as_they_did(desktop, binary):
             wait_until("the drag is given up", lambda: not desktop.is_dragging())
             desktop.let_go()
 
-        pictures.match_while("card-dragged", begin, end)
+        pictures.match_while("card-dragged", lambda: begin(kelpa.head("Learn Japanese")), end)
+        pictures.match_while("card-over-rail", lambda: begin(entry), end)
 
 
 @on_desktop(size="1280x800x24")
@@ -268,12 +300,82 @@ def a_board_of_many_windows_and_goals_looks_as_it_did(desktop, binary):
     path = desktop.directory / "board.sqlite"
     goals = [(f"Goal {number}", ["Begin", "Go on"]) for number in range(12)]
     _write_board(path, goals=goals)
-    for number in range(10):
-        desktop.start_xterm(f"Window {number}", color=_PROGRAMS[number % len(_PROGRAMS)][1])
-        desktop.wait_for_window(f"Window {number}")
+    for number in range(30):
+        desktop.start_xterm(f"Window {number:02}", color=_PROGRAMS[number % len(_PROGRAMS)][1])
+        desktop.wait_for_window(f"Window {number:02}")
     pictures = _SchemePictures(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
-        wait_until("the windows are folded", lambda: kelpa.board.button("Show 6 more"))
+        wait_until("the windows are folded", lambda: kelpa.board.button("Show 26 more"))
         kelpa.wait_for_previews(boards.UNSORTED)
         pictures.match("many-windows")
+        desktop.type("window 1")
+        wait_until("it says what it found",
+                   lambda: kelpa.board.has_text("Found: windows 10, goals 0, todos 0"))
+        desktop.key("Return")
+        wait_until("a card is chosen", kelpa.board.selected_card)
+        kelpa.wait_for_previews(boards.UNSORTED)
+        pictures.match("searched")
+
+
+def _remember(path):
+    """Windows that two goals had, one of which may be back."""
+    settings.remember(path, ("Notes", "Ship release 0.1"), ("Packages", "Ship release 0.1"),
+                      ("Mail", _GOALS[1][0]), ("Mail", "Learn Japanese"))
+
+
+@on_desktop(size="1280x800x24")
+def windows_that_goals_had_look_as_they_did(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    _write_board(path)
+    _remember(path)
+    for title, color in _PROGRAMS:
+        desktop.start_xterm(title, color=color)
+        desktop.wait_for_window(title)
+    pictures = _SchemePictures(desktop)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_previews(boards.UNSORTED)
+        wait_until("a card names its goal", lambda: kelpa.board.has_text("Was in: Ship release 0.1"))
+        pictures.match("remembered-board")
+        kelpa.click(*kelpa.column_button("Ship release 0.1", "2 windows from last time"))
+        wait_until("the list is open", lambda: kelpa.board.button("Open all again"))
+        pictures.match("remembered-list")
+
+
+@on_desktop(size="900x641x24")
+def windows_that_goals_had_in_german_and_japanese_look_as_they_did(desktop, binary):
+    for title, color in _PROGRAMS[:2]:
+        desktop.start_xterm(title, color=color)
+        desktop.wait_for_window(title)
+    pictures = _SchemePictures(desktop, (900, 641))
+    for language, was_in, line, close in (
+            ("de", "War in: Ship release 0.1", "2 Fenster vom letzten Mal", "Schließen"),
+            ("ja", "以前の目標：Ship release 0.1", "前回のウィンドウ2個", "閉じる")):
+        path = desktop.directory / f"{language}.sqlite"
+        _write_board(path, language=language)
+        _remember(path)
+        with Kelpa(desktop, binary, path) as kelpa:
+            kelpa.focus()
+            wait_until("a card names its goal", lambda was_in=was_in: kelpa.board.has_text(was_in))
+            pictures.match(f"remembered-board-{language}")
+            wait_until("the goal's line", lambda line=line: kelpa.board.button(line)).press()
+            wait_until("the list is open", lambda close=close: kelpa.board.button(close))
+            pictures.match(f"remembered-list-{language}")
+
+
+@on_desktop(size="1280x800x24")
+def cards_of_windows_elsewhere_and_a_goal_among_twelve_look_as_they_did(desktop, binary):
+    goals = [(f"Goal {number}", [f"Step {step}" for step in range(number * 5 % 9)]) for number in range(1, 13)]
+    with _board_with_windows(desktop, binary, goals=goals) as (kelpa, pictures):
+        number = desktop.wait_for_window("Mail").number
+        desktop.run("wmctrl", "-i", "-r", hex(number), "-t", "1")
+        desktop.open_dialog("Save changes?", desktop.wait_for_window("Figures").number)
+        kelpa.focus()
+        kelpa.wait_for_previews(boards.UNSORTED)
+        for title, mark in (("Mail", "On desktop"), ("Figures", "A dialog waits")):
+            wait_until(f"{title!r} has its mark", lambda title=title, mark=mark: mark in (
+                kelpa.board.card(boards.UNSORTED, title).node.description))
+        desktop.click(*kelpa.head("Goal 1"))
+        wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == "Goal 1")
+        pictures.match("cards-marked")

@@ -1,5 +1,6 @@
-"""Large programs of everyday use: a browser, an office suite and an image editor, whose windows come late,
-change their titles, share processes, and ask before they close."""
+"""Programs of everyday use. Large ones, a browser, an office suite and an image editor, have windows that
+come late, change their titles, share processes, and ask before they close; a light browser and a
+spreadsheet stand beside each other in every run."""
 
 import contextlib
 import pathlib
@@ -10,6 +11,7 @@ import board as boards
 import settings
 from kelpa import Kelpa
 from processes import wait_until
+from selection import Selection
 
 _GOAL, _OTHER_GOAL = "Only goal", "Other goal"
 # They read hundreds of files before they show anything, the first time most of all.
@@ -52,6 +54,20 @@ class _Programs:
             page.write_text(_PAGE.format(title=title), encoding="utf-8")
             self._desktop.start("firefox-esr", "--profile", profile, "--new-window", page.as_uri())
             self._desktop.wait_for_window(title, _START_SECONDS)
+
+    def browse_lightly(self, *titles):
+        """The same with a process for each."""
+        for title in titles:
+            page = self._folder / f"{title}.html"
+            page.write_text(_PAGE.format(title=title), encoding="utf-8")
+            self._desktop.start("dillo", page.as_uri())
+            self._desktop.wait_for_window(title, _START_SECONDS)
+
+    def calculate(self, title):
+        path = self._folder / f"{title}.csv"
+        path.write_text("Month,Amount\nMay,120\n", encoding="utf-8")
+        self._desktop.start("gnumeric", "--no-splash", path)
+        self._desktop.wait_for_window(title, _START_SECONDS)
 
     def write(self, title):
         self._open_document(title, "fodt", kind="text", body="text", content=f"<text:p>{title}</text:p>")
@@ -121,6 +137,65 @@ def programs_of_everyday_use_are_put_into_goals_on_a_busy_machine(desktop, binar
         kelpa.start()
         wait_until("every window is in its goal again", lambda: all(
             (_card(kelpa, word) or " ")[0] == goal for word, goal in goals.items()))
+
+
+def what_a_browser_and_an_office_suite_show_is_found_and_opened(desktop, binary):
+    programs = _Programs(desktop)
+    programs.browse("Bank account", "Timetable")
+    programs.write("Letter")
+    _find_and_open(desktop, binary, "Letter")
+
+
+def what_a_light_browser_and_a_spreadsheet_show_is_found_and_opened(desktop, binary):
+    programs = _Programs(desktop)
+    programs.browse_lightly("Bank account", "Timetable")
+    programs.calculate("Balance")
+    _find_and_open(desktop, binary, "Balance")
+
+
+def _find_and_open(desktop, binary, document):
+    """Beside two windows of a browser, one whose title contains `document`."""
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Done", []), ("Taxes", ["Ask the bank"])], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        board, selection = kelpa.board, Selection(desktop, kelpa)
+
+        def shows(*words):
+            return len(board.cards()) == len(words) and all(_card(kelpa, word) for word in words)
+
+        def opened(word, *keys):
+            selection.press(*keys)
+            wait_until(f"{word!r} is active", lambda: word in _active_title(desktop))
+            wait_until("the search is over", lambda: shows("Bank", "Timetable", document))
+            kelpa.focus()
+            assert board.field(boards.SEARCH).text() == ""
+
+        wait_until("there are three cards", lambda: shows("Bank", "Timetable", document))
+        kelpa.focus()
+        # Nothing has the keyboard: what is typed is searched.
+        desktop.type("bank")
+        wait_until("the page is found", lambda: shows("Bank"))
+        wait_until("what was found is counted",
+                   lambda: board.has_text("Found: windows 1, goals 0, todos 1"))
+        selection.press("Return")
+        selection.is_card(_card(kelpa, "Bank")[2])
+        opened("Bank", "Return")
+        # In one stroke, to the document of another program.
+        selection.press("ctrl+f")
+        desktop.type(document.lower())
+        wait_until("the document is found", lambda: shows(document))
+        opened(document, "ctrl+Return")
+        # A window in a goal that is hidden.
+        kelpa.open_move_menu(_card(kelpa, "Timetable")[2], boards.UNSORTED, "Done")()
+        wait_until("the page is in its goal", lambda: (_card(kelpa, "Timetable") or " ")[0] == "Done")
+        kelpa.click(lambda: board.button(boards.HIDE_EMPTY), "the button that hides goals")
+        kelpa.wait_for_goals("Taxes")
+        desktop.key("Escape")
+        desktop.type("timetable")
+        kelpa.click(lambda: board.button("1 more in hidden goals"), "the step to what is hidden")
+        kelpa.wait_for_goals("Done", "Taxes")
+        selection.is_card(_card(kelpa, "Timetable")[2])
+        opened("Timetable", "Return")
 
 
 def a_document_that_is_not_saved_asks_in_front_when_its_card_is_closed(desktop, binary):

@@ -266,7 +266,8 @@ def _start_again(desktop, binary, path):
     """The next start is as good as any. The accessibility bus went with the rest, so that the board
     cannot be read."""
     again = desktop.start(binary, "--settings", path)
-    desktop.close(desktop.wait_for_window(boards.WINDOW))
+    desktop.activate(desktop.wait_for_window(boards.WINDOW))
+    desktop.key("ctrl+q")
     if again.wait(timeout=30) != 0:
         raise AssertionError(f"ended with {again.returncode}")
 

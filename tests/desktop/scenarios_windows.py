@@ -58,6 +58,44 @@ def _minimised(kelpa):
     return [card.title for card in column.cards if card.is_minimised] if column else None
 
 
+def working_on_a_goal_minimises_the_others_and_back_restores_them(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Taxes", []), ("Garden", [])])
+    titles = ("Form", "Receipts", "Seeds", "Mail")
+    desktop.open_xterms(*titles)
+    windows = {title: desktop.wait_for_window(title).number for title in titles}
+
+    def iconic():
+        return {title for title, number in windows.items()
+                if "_NET_WM_STATE_HIDDEN" in desktop.run("xprop", "-id", number, "_NET_WM_STATE")}
+
+    def number_of(title):
+        return next(line.split()[0] for line in desktop.run(
+            binary, "--settings", path, "windows").splitlines() if title in line)
+
+    with Kelpa(desktop, binary, path) as kelpa:
+        for title in titles:
+            kelpa.wait_for_card(boards.UNSORTED, title)
+        for title, goal in (("Form", "Taxes"), ("Receipts", "Taxes"), ("Seeds", "Garden")):
+            desktop.run(binary, "--settings", path, "assign", number_of(title), "--goal", goal)
+            kelpa.wait_for_card(goal, title)
+        kelpa.focus()
+        kelpa.open_goal_menu("Taxes", "Work on this goal")()
+        wait_until("the others are minimised", lambda: iconic() == {"Seeds", "Mail"})
+        in_front = {windows["Form"], windows["Receipts"]}
+        wait_until("the goal is in front", lambda: set(desktop.stacking()[-2:]) == in_front)
+        wait_until("the board knows", lambda: _minimised(kelpa) == ["Mail"])
+
+        desktop.run("xdotool", "windowmap", windows["Mail"])
+        wait_until("one is restored by hand", lambda: iconic() == {"Seeds"})
+        wait_until("the board knows that", lambda: _minimised(kelpa) == [])
+        desktop.run("xdotool", "windowminimize", windows["Mail"])
+        wait_until("and is minimised by hand", lambda: iconic() == {"Seeds", "Mail"})
+        desktop.run(binary, "--settings", path, "back")
+        wait_until("only what Kelpa minimised is restored", lambda: iconic() == {"Mail"})
+        wait_until("the board knows that, too", lambda: _minimised(kelpa) == ["Mail"])
+
+
 def changes_of_windows_show_at_once(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path)
@@ -205,6 +243,8 @@ def the_smallest_window_of_the_board_is_measured_in_points(desktop, binary):
     wanted = desktop.directory / "xsettings"
     wanted.write_text(f"Xft/DPI {144 * 1024}\n", encoding="ascii")
     manager = desktop.start("xsettingsd", "-c", wanted)
+    # The toolkit follows the one that is there when it starts.
+    wait_until("the settings manager is there", desktop.has_settings_manager)
     resources = desktop.directory / "resources"
     resources.write_text("Xft.dpi: 144\n", encoding="ascii")
     desktop.run("xrdb", "-merge", resources)

@@ -31,6 +31,24 @@ TEST(ExpandableHeightLayout, A_card_grows_from_the_collapsed_to_its_natural_heig
     }
 }
 
+TEST(ExpandableHeightLayout, A_height_has_its_progress)
+{
+    const ExpandableHeightLayout layout{0, collapsedGoalCardHeight};
+    for (const HeightRow& row : {
+             HeightRow{0, 500, 292},
+             HeightRow{0.5, 500, 396},
+             HeightRow{1, 500, 500},
+             // Beyond the content and below the collapsed height, there is nothing to show.
+             HeightRow{1, 500, 900},
+             HeightRow{0, 500, 100},
+             HeightRow{0, 200, 292},
+             HeightRow{0, 292, 400},
+         }) {
+        EXPECT_EQ(layout.progressAt(row.height, row.contentHeight), row.progress)
+            << row.height << ' ' << row.contentHeight;
+    }
+}
+
 TEST(ExpandableHeightLayout, A_card_with_little_content_stays_at_the_collapsed_height)
 {
     for (const double progress : {0.0, 0.3, 0.5, 1.0}) {

@@ -36,6 +36,17 @@ QList<qsizetype> reaching(const WaterfallPlacement& placement, double top, doubl
     return result;
 }
 
+/// The expected heights of the items of a board.
+QList<double> chosenHeights(double width, const QList<HeightRange>& ranges, double room)
+{
+    if (ranges.size() <= WaterfallGeometry::maximumSteadyCount)
+        return steadyHeights(board, width, ranges, room);
+    QList<double> heights;
+    for (const HeightRange& range : ranges)
+        heights.append(range.atLeast);
+    return heights;
+}
+
 QList<qsizetype> indexes(const QList<WaterfallGeometry::Change>& changes)
 {
     QList<qsizetype> result;
@@ -112,42 +123,49 @@ TEST(WaterfallGeometry, A_pass_after_any_changes_places_as_one_from_the_start)
     SCOPED_TRACE(test::seedText(seed));
     std::mt19937_64 random(seed);
     WaterfallGeometry geometry(board);
-    QList<double> heights;
+    QList<HeightRange> ranges;
     const auto below = [&random](qsizetype end) {
         return std::uniform_int_distribution<qsizetype>(0, end)(random);
     };
+    const auto height = [&below] { return static_cast<double>(below(500)); };
+    double room = 0;
     double width = 1400;
     for (int step = 0; step < 2000; ++step) {
         const qsizetype kind = below(9);
-        if (kind < 3 || heights.isEmpty()) {
-            const qsizetype at = below(heights.size());
+        if (kind < 3 || ranges.isEmpty()) {
+            const qsizetype at = below(ranges.size());
             const qsizetype count = 1 + below(3);
-            const auto height = static_cast<double>(below(500));
-            heights.insert(at, count, height);
-            geometry.insert(at, count, height);
+            const double same = height();
+            ranges.insert(at, count, {same, same, same});
+            geometry.insert(at, count, same);
         } else if (kind < 5) {
-            const qsizetype at = below(heights.size() - 1);
-            heights.remove(at, 1);
+            const qsizetype at = below(ranges.size() - 1);
+            ranges.remove(at, 1);
             geometry.remove(at, 1);
         } else if (kind < 6) {
-            const qsizetype from = below(heights.size() - 1);
-            const qsizetype to = below(heights.size() - 1);
-            heights.move(from, to);
+            const qsizetype from = below(ranges.size() - 1);
+            const qsizetype to = below(ranges.size() - 1);
+            ranges.move(from, to);
             geometry.move(from, 1, to);
         } else if (kind < 7) {
             width = static_cast<double>(200 + below(2000));
+            room = height() * 4;
         } else {
-            const qsizetype at = below(heights.size() - 1);
-            heights[at] = static_cast<double>(below(500));
-            geometry.setHeight(at, heights.at(at));
+            const qsizetype at = below(ranges.size() - 1);
+            const double least = height();
+            const bool isFlexible = below(1) == 0;
+            ranges[at] = {isFlexible ? height() : least, least, least + isFlexible * height()};
+            geometry.setHeights(at, ranges.at(at));
         }
+        geometry.setRoom(room);
         geometry.setWidth(width);
         if (below(2) == 0)
             continue;
         geometry.settle();
-        const WaterfallPlacement expected = board.place({}, width, heights);
+        const WaterfallPlacement expected =
+            board.place({}, width, chosenHeights(width, ranges, room));
         ASSERT_EQ(geometry.height(), expected.height) << step;
-        for (qsizetype i = 0; i < heights.size(); ++i)
+        for (qsizetype i = 0; i < ranges.size(); ++i)
             ASSERT_EQ(geometry.frame(i), expected.frames.at(i)) << step << " at " << i;
         const auto top = static_cast<double>(below(4000)) - 200;
         const double bottom = top + static_cast<double>(below(900));

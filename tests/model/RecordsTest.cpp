@@ -1,4 +1,5 @@
 #include "model/Goal.h"
+#include "model/UtcTime.h"
 #include "model/WindowItem.h"
 
 #include <gtest/gtest.h>
@@ -158,8 +159,7 @@ TEST(Records, A_window_is_called_by_its_trimmed_title_or_its_owner)
 TEST(Records, A_date_counts_seconds_since_the_first_day_of_2001)
 {
     const auto at = [](int year, int month, int day, int msec) {
-        return Date::fromDateTime(
-            QDateTime(QDate(year, month, day), QTime(0, 0, 0, msec), Qt::UTC));
+        return Date::fromDateTime(utcTime(QDate(year, month, day), QTime(0, 0, 0, msec)));
     };
     EXPECT_EQ(at(2001, 1, 1, 0), Date{0});
     EXPECT_EQ(at(2001, 1, 2, 500), Date{86'400.5});
@@ -171,8 +171,7 @@ TEST(Records, A_date_counts_seconds_since_the_first_day_of_2001)
 TEST(Records, The_distant_past_is_before_every_date_that_occurs)
 {
     EXPECT_LT(Date::distantPast(), Date{-978'307'200});
-    EXPECT_LT(Date::distantPast(),
-              Date::fromDateTime(QDateTime(QDate(1, 1, 3), QTime(0, 0), Qt::UTC)));
+    EXPECT_LT(Date::distantPast(), Date::fromDateTime(utcTime(QDate(1, 1, 3), QTime(0, 0))));
 }
 
 } // namespace

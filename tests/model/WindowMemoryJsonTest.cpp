@@ -10,7 +10,7 @@ const RememberedWindow report{4127,
                               {QStringLiteral("org.example.Writer"), QStringLiteral("Writer"),
                                QStringLiteral("main"), QStringLiteral("10a1b2"),
                                QStringLiteral("/home/ada/\"report\".odt"),
-                               QStringLiteral("Bericht 報告")},
+                               QStringLiteral("Bericht 報告"), QStringLiteral("writer")},
                               {true, false, true},
                               Date{785'000'000.5}};
 
@@ -37,12 +37,29 @@ TEST(WindowMemoryJson, What_is_written_is_read_back)
 
 TEST(WindowMemoryJson, Has_one_form)
 {
-    EXPECT_EQ(encodeRememberedWindows({5000, {report}}),
-              QByteArray(R"({"version":1,"newestWindow":5000,"windows":[{"window":4127,)"
-                         R"("seenAt":785000000.5,"application":"org.example.Writer",)"
-                         R"("applicationName":"Writer","role":"main","sessionID":"10a1b2",)"
-                         R"("document":"/home/ada/\"report\".odt","title":"Bericht 報告",)"
-                         R"("isSessionShared":true,"isTitleShared":true}]})"));
+    EXPECT_EQ(
+        encodeRememberedWindows({5000, {report}}),
+        QByteArray(
+            R"({"version":1,"newestWindow":5000,"windows":[{"window":4127,)"
+            R"("seenAt":785000000.5,"application":"org.example.Writer",)"
+            R"("applicationName":"Writer","role":"main","instance":"writer","sessionID":"10a1b2",)"
+            R"("document":"/home/ada/\"report\".odt","title":"Bericht 報告",)"
+            R"("isSessionShared":true,"isTitleShared":true)") +
+            QByteArray(209, ' ') + "}]}");
+}
+
+TEST(WindowMemoryJson, A_window_that_changes_leaves_the_others_where_they_are)
+{
+    RememberedWindow other = report;
+    other.windowID = 4128;
+    RememberedWindow changed = report;
+    changed.traits.title = QStringLiteral("The third chapter of the annual report");
+    const QByteArray before = encodeRememberedWindows({999, {report, other, other}});
+    const QByteArray after = encodeRememberedWindows({1000, {changed, other, other}});
+    ASSERT_EQ(before.size(), after.size());
+    const qsizetype second = before.indexOf("{\"window\":4128");
+    EXPECT_EQ(before.mid(second), after.mid(second));
+    EXPECT_NE(before, after);
 }
 
 TEST(WindowMemoryJson, Unknown_members_are_ignored_and_null_counts_as_absent)
@@ -100,10 +117,11 @@ TEST(WindowMemoryJson, A_document_of_ten_megabytes_is_refused_and_a_full_memory_
     const QString name(200, u'語');
     RememberedWindows full;
     for (WindowID id = 0; id < 1000; ++id) {
-        full.windows.append({id,
-                             {name, name, name, name, QString(1000, u'語'), QString(300, u'語')},
-                             {true, true, true},
-                             Date{0.1}});
+        full.windows.append(
+            {id,
+             {name, name, name, name, QString(1000, u'語'), QString(300, u'語'), name},
+             {true, true, true},
+             Date{0.1}});
     }
     EXPECT_EQ(decodeRememberedWindows(encodeRememberedWindows(full)), full);
 }

@@ -1,27 +1,12 @@
 #include "shell/UnsavedNotifier.h"
 
-#include "platform/Notifications.h"
+#include "shell/RecordedNotifications.h"
 #include "support/StoreFixture.h"
 
 namespace kelpa::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-class RecordedNotifications : public Notifications
-{
-public:
-    void show(const QString& summary, const QString& body) override
-    {
-        shown = summary + QStringLiteral(": ") + body;
-        ++count;
-    }
-    void withdraw() override { shown.clear(); }
-
-    /// What is shown now; empty for nothing.
-    QString shown;
-    int count = 0;
-};
 
 class UnsavedNotification : public StoreFixture
 {

@@ -50,6 +50,13 @@ TEST_F(AbilityOperations, Without_previews_nothing_is_captured_and_each_card_say
     EXPECT_TRUE(store().previews().isEmpty());
     EXPECT_EQ(takeSignals().value(QStringLiteral("previews")), 1);
     EXPECT_EQ(store().previewMessage(first()), said(CopyKey::NoPreviewsHere));
+    for (const auto& [gap, text] :
+         {std::pair(AbilityGap::openGL, CopyKey::PreviewsNeedOpenGL),
+          std::pair(AbilityGap::pictureEntry, CopyKey::PreviewsNeedDesktopEntry)}) {
+        desktop.lack(DesktopAbility::previews, {.gap = gap, .isPartial = false});
+        store().refresh();
+        EXPECT_EQ(store().previewMessage(first()), said(text));
+    }
     store().noteWindowInView(first().id);
     tick();
     EXPECT_TRUE(desktop.captured.isEmpty());

@@ -3,7 +3,9 @@
 
 #include "store/board/BoardPersistence.h"
 #include "support/BoardBuilders.h"
+#include "support/MemoryBackups.h"
 #include "support/StoreFixture.h"
+#include "text/KelpaCopy.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,37 +13,10 @@
 namespace kelpa::test {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-class MemoryBackups : public Backups
-{
-public:
-    QList<Backup> list() const override { return backups; }
-    std::optional<QMap<QString, SettingsValue>> read(const QString& name) const override
-    {
-        const auto found = contents.constFind(name);
-        return found == contents.constEnd() ? std::nullopt : std::optional(*found);
-    }
-    bool keepBoard() override
-    {
-        ++keptBoards;
-        return canKeep;
-    }
-
-    void add(const QString& name, const QList<Goal>& goals, const QList<TodoItem>& todos = {})
-    {
-        backups.append({name, QDateTime(QDate(2026, 11, 22), QTime(9, 0), Qt::UTC), false});
-        for (const SettingsEntry& entry : boardEntries(goals, todos))
-            contents[name].insert(entry.key, entry.value);
-    }
-
-    QList<Backup> backups;
-    QMap<QString, QMap<QString, SettingsValue>> contents;
-    bool canKeep = true;
-    int keptBoards = 0;
-};
 
 class BackupBrowsing : public StoreFixture
 {
@@ -76,7 +51,7 @@ protected:
 
 TEST_F(BackupBrowsing, Says_what_each_backup_holds)
 {
-    files.backups.append({QStringLiteral("broken"), {}, true});
+    files.backups.append({QStringLiteral("broken"), {}, BackupReason::beforeRestore});
     read();
     ASSERT_THAT(browser.entries(), SizeIs(2));
     BackupSummary expected;
@@ -86,7 +61,7 @@ TEST_F(BackupBrowsing, Says_what_each_backup_holds)
     expected.openTodosWithoutGoal = 1;
     EXPECT_EQ(browser.entries()[0].summary, expected);
     EXPECT_EQ(browser.entries()[1].summary, std::nullopt);
-    EXPECT_TRUE(browser.entries()[1].backup.isBeforeRestore);
+    EXPECT_EQ(browser.entries()[1].backup.reason, BackupReason::beforeRestore);
 }
 
 TEST_F(BackupBrowsing, A_restored_board_is_the_backups_after_the_present_one_was_kept)
@@ -141,6 +116,69 @@ TEST_F(BackupBrowsing, A_board_that_cannot_be_saved_is_not_replaced)
     settings.isFailing = false;
     restore(QStringLiteral("monday"));
     EXPECT_EQ(titles(), QStringList{QStringLiteral("Taxes")});
+}
+
+TEST_F(BackupBrowsing, A_backup_that_equals_the_board_is_no_step_and_no_copy)
+{
+    restore(QStringLiteral("monday"));
+    store().undo();
+    store().redo();
+    restore(QStringLiteral("monday"));
+    EXPECT_EQ(files.keptBoards, 1);
+    EXPECT_FALSE(store().toastOffersUndo());
+    EXPECT_EQ(store().toastMessage(), KelpaCopy::text(CopyKey::BoardIsSame, store().language()));
+    store().undo();
+    EXPECT_EQ(titles(), QStringList{QStringLiteral("Garden")}) << "the step before is the first";
+}
+
+TEST_F(BackupBrowsing, A_board_that_changes_while_its_backup_is_read_is_kept_first)
+{
+    restore(QStringLiteral("monday"));
+    browser.restore(QStringLiteral("monday"));
+    store().createGoal(QStringLiteral("Typed meanwhile"));
+    scheduler.runBackgroundWork();
+    scheduler.runBackgroundWork();
+    EXPECT_EQ(files.keptBoards, 2);
+    EXPECT_EQ(titles(), QStringList{QStringLiteral("Taxes")});
+    EXPECT_TRUE(store().toastOffersUndo());
+}
+
+TEST_F(BackupBrowsing, A_board_that_changes_while_it_is_copied_is_copied_again)
+{
+    browser.restore(QStringLiteral("monday"));
+    store().createGoal(QStringLiteral("Typed meanwhile"));
+    scheduler.runBackgroundWork();
+    scheduler.runBackgroundWork();
+    EXPECT_EQ(files.keptBoards, 2);
+    EXPECT_EQ(titles(), QStringList{QStringLiteral("Taxes")});
+}
+
+TEST_F(BackupBrowsing, A_board_that_changes_each_time_is_not_replaced)
+{
+    browser.restore(QStringLiteral("monday"));
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(browser.isRestoring());
+        store().createGoal(QStringLiteral("Typed meanwhile"));
+        scheduler.runBackgroundWork();
+    }
+    EXPECT_FALSE(browser.isRestoring());
+    EXPECT_EQ(browser.refusal(), BackupBrowser::Refusal::notKept);
+    EXPECT_EQ(store().goals().size(), 4) << "the garden and what was typed";
+}
+
+TEST_F(BackupBrowsing, On_a_slow_disk_it_waits_without_holding_anything_up)
+{
+    settings.isSlow = true;
+    store().createGoal(QStringLiteral("Typed before"));
+    restore(QStringLiteral("monday"));
+    EXPECT_TRUE(browser.isSaving());
+    EXPECT_EQ(settings.finishCount, 0);
+    EXPECT_EQ(files.keptBoards, 0);
+    settings.endSave();
+    scheduler.advance(0ms);
+    scheduler.runBackgroundWork();
+    EXPECT_EQ(titles(), QStringList{QStringLiteral("Taxes")});
+    EXPECT_EQ(files.keptBoards, 1);
 }
 
 TEST_F(BackupBrowsing, Who_cancels_while_the_disk_is_slow_keeps_the_board)

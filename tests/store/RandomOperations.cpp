@@ -4,16 +4,35 @@ namespace kelpa::test {
 
 using namespace std::chrono_literals;
 
+std::optional<BoardModel::ModelGoal> RandomOperations::addedGoal(bool isExpected)
+{
+    const auto known = m_model.contents().goals;
+    std::optional<BoardModel::ModelGoal> added;
+    for (const BoardModel::ModelGoal& each : BoardModel::contentsOf(store()).goals) {
+        if (std::ranges::find(known, each.id, &BoardModel::ModelGoal::id) == known.end())
+            added = each;
+    }
+    EXPECT_EQ(added.has_value(), isExpected);
+    return added;
+}
+
 std::string RandomOperations::operate()
 {
     switch (below(25)) {
     case 0:
-        if (store().goals().size() < 12)
-            store().createGoal(anyTitle());
+        if (store().goals().size() < 12) {
+            const QString title = anyTitle();
+            store().createGoal(title);
+            m_model.createGoal(title, addedGoal(!title.trimmed().isEmpty()));
+        }
         return "createGoal";
-    case 1:
-        store().renameGoal(anyGoal(), anyTitle());
+    case 1: {
+        const GoalID id = anyGoal();
+        const QString title = anyTitle();
+        store().renameGoal(id, title);
+        m_model.renameGoal(id, title);
         return "renameGoal";
+    }
     case 2: {
         if (!chance(3))
             return "nothing";
@@ -26,17 +45,29 @@ std::string RandomOperations::operate()
         }
         m_assignments.removeIf([&id](const auto& entry) { return entry.value() == id; });
         store().deleteGoal(id);
+        m_model.deleteGoal(id);
         return "deleteGoal";
     }
-    case 3:
-        store().moveGoal(anyGoal(), anyGoal());
+    case 3: {
+        const GoalID moved = anyGoal();
+        const GoalID target = anyGoal();
+        store().moveGoal(moved, target);
+        m_model.moveGoal(moved, target);
         return "moveGoal";
-    case 4:
-        store().setGoalPriority(static_cast<GoalPriority>(below(4)), anyGoal());
+    }
+    case 4: {
+        const auto priority = static_cast<GoalPriority>(below(4));
+        const GoalID id = anyGoal();
+        store().setGoalPriority(priority, id);
+        m_model.setPriority(priority, id);
         return "setGoalPriority";
-    case 5:
-        store().setAutoSortingGoals(chance(2));
+    }
+    case 5: {
+        const bool isSorting = chance(2);
+        store().setAutoSortingGoals(isSorting);
+        m_model.setSorting(isSorting);
         return "setAutoSortingGoals";
+    }
     case 6:
         store().setHidingGoalsWithoutOpenTodos(chance(2));
         return "setHidingGoalsWithoutOpenTodos";
@@ -49,37 +80,50 @@ std::string RandomOperations::operate()
             return each.id == *list;
         });
         const qsizetype before = exists ? todos(list).size() : 0;
-        store().addTodo(anyTitle(), list);
+        const QString title = anyTitle();
+        store().addTodo(title, list);
+        std::optional<TodoID> added;
         if (exists && todos(list).size() > before)
-            m_todos.insert(todos(list).last().id);
+            added = todos(list).last().id;
+        EXPECT_EQ(added.has_value(), exists && !title.trimmed().isEmpty());
+        if (added)
+            m_todos.insert(*added);
+        m_model.addTodo(title, list, added);
         return "addTodo";
     }
     case 9: {
         const Place place = anyTodo();
-        store().updateTodo(place.id, anyTitle(), place.list);
+        const QString title = anyTitle();
+        store().updateTodo(place.id, title, place.list);
+        m_model.renameTodo(place.id, title, place.list);
         return "updateTodo";
     }
     case 10:
     case 11: {
         const Place place = anyTodo();
         store().toggleTodo(place.id, place.list);
+        m_model.toggleTodo(place.id, place.list, scheduler.calendarTime());
         return "toggleTodo";
     }
     case 12: {
         const Place place = anyTodo();
         m_todos.remove(place.id);
         store().deleteTodo(place.id, place.list);
+        m_model.deleteTodo(place.id, place.list);
         return "deleteTodo";
     }
     case 13: {
         const Place place = anyTodo();
-        store().moveTodo(place.id, place.list, anyList());
+        const std::optional<GoalID> to = anyList();
+        store().moveTodo(place.id, place.list, to);
+        m_model.moveToList(place.id, place.list, to);
         return "moveTodo to a list";
     }
     case 14: {
         const TodoID moved = anyTodo().id;
         const TodoID target = anyTodo().id;
         store().moveTodo(moved, target);
+        m_model.moveBefore(moved, target);
         if (moved != target && m_todos.contains(moved) && m_todos.contains(target))
             checkMovedBefore(moved, target);
         return "moveTodo before";
@@ -103,6 +147,8 @@ std::string RandomOperations::operate()
     case 17: {
         const WindowID id = anyWindow();
         const std::optional<GoalID> goalID = anyList();
+        if (windowWith(id, store().windows()) != nullptr)
+            m_model.assign({id}, goalID);
         store().assign(id, goalID);
         for (const WindowItem& item : store().windows()) {
             if (item.id != id)
@@ -117,6 +163,11 @@ std::string RandomOperations::operate()
     case 18: {
         const QSet<WindowID> ids{anyWindow(), anyWindow()};
         const GoalID goalID = anyGoal();
+        const auto isListed = [this](WindowID id) {
+            return windowWith(id, store().windows()) != nullptr;
+        };
+        if (std::ranges::all_of(ids, isListed))
+            m_model.assign({ids.begin(), ids.end()}, goalID);
         if (store().assign(ids, goalID)) {
             for (const WindowID id : ids)
                 m_assignments.insert(QString::number(id), goalID);
@@ -145,10 +196,12 @@ std::string RandomOperations::operate()
     case 21:
     case 22:
         store().undo();
+        m_model.undo();
         expectBoard(m_history.undo(m_before));
         return "undo";
     case 23:
         store().redo();
+        m_model.redo();
         expectBoard(m_history.redo(m_before));
         return "redo";
     default:

@@ -1,6 +1,7 @@
 // A store on which operations are done by chance, and the checks of its invariants.
 #pragma once
 
+#include "store/board/BoardModel.h"
 #include "store/board/HistoryModel.h"
 #include "support/Seed.h"
 #include "support/StoreFixture.h"
@@ -70,6 +71,10 @@ protected:
     /// One operation, chosen by chance; gives its name.
     std::string operate();
 
+    /// The goal that the store has and the model does not know yet; a failure unless there is one
+    /// exactly where it is expected.
+    std::optional<BoardModel::ModelGoal> addedGoal(bool isExpected);
+
     /// Expects the board to be this one, which is from here on what the test expects.
     void expectBoard(const BoardVersion& board);
     /// Back as far as it goes, and forth again.
@@ -80,11 +85,14 @@ protected:
     void checkNavigation();
     void checkAssignments();
     void checkSavedState();
+    /// The board and its steps are those of the plain model.
+    void checkModel();
 
     /// The expected contents, which the test tracks beside the store.
     QSet<TodoID> m_todos;
     Assignments m_assignments;
     HistoryModel m_history;
+    BoardModel m_model;
     BoardVersion m_before;
 
     const std::uint64_t m_seed = seed();

@@ -54,6 +54,40 @@ TEST_F(RefreshOperations, Without_screen_capture_no_window_is_listed)
     EXPECT_EQ(listedIDs(), QList<WindowID>{1});
 }
 
+TEST_F(RefreshOperations, Windows_that_may_not_be_read_any_more_are_never_shown_as_closed)
+{
+    desktop.addWindow(1, 100, {});
+    store().refresh();
+    scheduler.holdBackgroundWork(true);
+    store().refreshInBackground();
+    // The desktop goes away during the pass.
+    desktop.isScreenCaptureGranted = false;
+    desktop.windowList.reset();
+    scheduler.holdBackgroundWork(false);
+    scheduler.advance(0ms);
+
+    EXPECT_TRUE(listedIDs().isEmpty());
+    EXPECT_FALSE(store().isScreenCaptureTrusted());
+}
+
+TEST_F(RefreshOperations, Windows_that_may_be_read_from_a_pass_on_are_listed_with_the_next)
+{
+    desktop.addWindow(1, 100, {});
+    desktop.isScreenCaptureGranted = false;
+    scheduler.holdBackgroundWork(true);
+    store().refreshInBackground();
+    desktop.isScreenCaptureGranted = true;
+    scheduler.holdBackgroundWork(false);
+    scheduler.advance(0ms);
+    // A list that was not read is not an empty one.
+    EXPECT_FALSE(store().isScreenCaptureTrusted());
+
+    store().refreshInBackground();
+    scheduler.advance(0ms);
+    EXPECT_TRUE(store().isScreenCaptureTrusted());
+    EXPECT_EQ(listedIDs(), QList<WindowID>{1});
+}
+
 TEST_F(RefreshOperations, The_permissions_follow_the_desktop_with_every_pass)
 {
     store();

@@ -144,20 +144,54 @@ TEST_F(Saving, The_end_of_the_program_waits_once_for_a_disk_that_hangs)
     EXPECT_TRUE(settings.isSaving());
 }
 
-TEST_F(Saving, Closing_waits_a_second_and_asks_while_changes_are_under_way)
+TEST_F(Saving, What_becomes_of_changes_is_told_without_waiting_for_the_disk)
 {
     store();
-    EXPECT_TRUE(store().saveBeforeClosing());
+    EXPECT_EQ(store().save(), SaveProgress::saved);
     settings.isSlow = true;
-    settings.isHanging = true;
     makeGoal();
-    EXPECT_FALSE(store().isSavingSlowly());
-    EXPECT_FALSE(store().saveBeforeClosing());
-    EXPECT_EQ(settings.lastLimit, 1s);
-    EXPECT_TRUE(store().isSavingSlowly()) << "the second has passed";
-    settings.isHanging = false;
-    EXPECT_TRUE(store().saveBeforeClosing());
-    EXPECT_FALSE(store().isSavingSlowly());
+    settings.finishCount = 0;
+    EXPECT_EQ(store().save(), SaveProgress::underWay);
+    EXPECT_EQ(settings.finishCount, 0) << "nothing waits for it";
+    settings.endSave();
+    EXPECT_EQ(store().saveProgress(), SaveProgress::saved);
+}
+
+TEST_F(Saving, Its_end_is_told_although_a_session_has_saved_meanwhile)
+{
+    int ended = 0;
+    const auto connection =
+        QObject::connect(&store(), &WindowStore::savingEnded, [&ended] { ++ended; });
+    settings.isSlow = true;
+    makeGoal();
+    EXPECT_EQ(store().save(), SaveProgress::underWay);
+    store().finishSaving();
+    EXPECT_EQ(store().saveProgress(), SaveProgress::saved);
+    scheduler.advance(0ms);
+    EXPECT_EQ(ended, 1);
+    QObject::disconnect(connection);
+}
+
+TEST_F(Saving, Its_end_is_told_once_and_from_the_event_loop)
+{
+    int ended = 0;
+    const auto connection =
+        QObject::connect(&store(), &WindowStore::savingEnded, [&ended] { ++ended; });
+    makeGoal();
+    scheduler.advance(0ms);
+    EXPECT_EQ(ended, 0) << "the change did not wait";
+    settings.isSlow = true;
+    makeGoal();
+    EXPECT_EQ(store().save(), SaveProgress::underWay);
+    settings.isFailing = true;
+    settings.endSave();
+    EXPECT_EQ(ended, 0);
+    scheduler.advance(0ms);
+    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(store().saveProgress(), SaveProgress::refused);
+    scheduler.advance(1ms);
+    EXPECT_EQ(ended, 1);
+    QObject::disconnect(connection);
 }
 
 TEST_F(Saving, An_attempt_that_only_reads_does_not_ask_before_closing)
@@ -168,7 +202,7 @@ TEST_F(Saving, An_attempt_that_only_reads_does_not_ask_before_closing)
     scheduler.advance(5s);
     settings.isHanging = true;
     EXPECT_TRUE(settings.isSaving());
-    EXPECT_TRUE(store().saveBeforeClosing());
+    EXPECT_EQ(store().save(), SaveProgress::saved);
 }
 
 TEST_F(Saving, A_slow_save_that_fails_is_never_told_as_saved)

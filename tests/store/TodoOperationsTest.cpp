@@ -1,3 +1,4 @@
+#include "model/TodoLines.h"
 #include "store/board/BoardPersistence.h"
 #include "support/BoardBuilders.h"
 #include "support/StoreFixture.h"
@@ -50,6 +51,39 @@ TEST_F(TodoOperations, New_todos_are_numbered_over_all_lists)
     EXPECT_EQ(todo(first, a).completedAt, std::nullopt);
     EXPECT_EQ(todo(second, unassigned).order, 1);
     expectSaved();
+}
+
+TEST_F(TodoOperations, Several_todos_are_added_in_one_step)
+{
+    const GoalID a = makeGoal();
+    makeTodo(unassigned, QStringLiteral("before"));
+    forgetWhatHappened();
+    store().addTodos({{QStringLiteral(" one "), false},
+                      {QStringLiteral(" \t"), false},
+                      {QStringLiteral("two"), true}},
+                     a);
+
+    EXPECT_EQ(takeWriteCount(), 1);
+    const QList<TodoItem> added = todos(a);
+    ASSERT_EQ(added.size(), 2);
+    EXPECT_EQ(added.front().title, QStringLiteral("one"));
+    EXPECT_EQ(added.front().order, 1);
+    EXPECT_TRUE(added.front().isOpen());
+    EXPECT_EQ(added.front().completedAt, std::nullopt);
+    EXPECT_EQ(added.back().title, QStringLiteral("two"));
+    EXPECT_EQ(added.back().order, 2);
+    EXPECT_EQ(added.back().status, TodoStatus::completed);
+    EXPECT_EQ(added.back().completedAt, scheduler.calendarTime());
+    expectSaved();
+
+    store().undo();
+    EXPECT_TRUE(todos(a).isEmpty());
+    EXPECT_EQ(todos(unassigned).size(), 1);
+
+    forgetWhatHappened();
+    store().addTodos({{QStringLiteral("\n"), true}}, a);
+    store().addTodos({{QStringLiteral("lost"), false}}, GoalID::create());
+    expectNothingHappened();
 }
 
 TEST_F(TodoOperations, A_blank_title_or_an_unknown_goal_adds_nothing)

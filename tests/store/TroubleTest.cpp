@@ -94,9 +94,9 @@ TEST_F(Trouble, What_is_added_to_a_board_that_cannot_be_read_is_unsaved)
     settings.isUnreadable = true;
     const GoalID goalID = makeGoal();
     EXPECT_TRUE(store().trouble()->hasUnsavedChanges);
-    EXPECT_FALSE(store().saveBeforeClosing());
+    EXPECT_EQ(store().save(), SaveProgress::refused);
     settings.isUnreadable = false;
-    EXPECT_TRUE(store().saveBeforeClosing());
+    EXPECT_EQ(store().save(), SaveProgress::saved);
     EXPECT_EQ(happened(), std::nullopt);
     EXPECT_TRUE(restartedStore().goals().first().id == goalID);
 }
@@ -113,13 +113,12 @@ TEST_F(Trouble, A_file_that_cannot_be_written_is_told_before_anything_is_to_be_w
 
 TEST_F(Trouble, Closing_is_asked_about_only_while_changes_would_be_lost)
 {
-    EXPECT_TRUE(store().saveBeforeClosing());
+    EXPECT_EQ(store().save(), SaveProgress::saved);
     fillDisk();
     makeGoal();
-    EXPECT_FALSE(store().saveBeforeClosing());
-    EXPECT_EQ(settings.lastLimit, 1s);
+    EXPECT_EQ(store().save(), SaveProgress::refused);
     freeDisk();
-    EXPECT_TRUE(store().saveBeforeClosing());
+    EXPECT_EQ(store().save(), SaveProgress::saved);
     EXPECT_EQ(happened(), std::nullopt);
 }
 
@@ -130,7 +129,7 @@ TEST_F(Trouble, A_file_that_was_moved_aside_is_told_until_the_person_knows)
     makeGoal();
     scheduler.advance(60s);
     EXPECT_EQ(happened(), CopyKey::FileMovedAside);
-    EXPECT_TRUE(store().saveBeforeClosing());
+    EXPECT_EQ(store().save(), SaveProgress::saved);
     takeSignals();
     store().dismissTrouble();
     EXPECT_EQ(happened(), std::nullopt);

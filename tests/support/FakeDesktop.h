@@ -142,6 +142,12 @@ public:
     // AbilityReport
     DesktopAbilities abilities() const override { return m_abilities; }
     std::unique_ptr<Subscription> watchAbilities(std::function<void()> changed) override;
+    bool canRequestAbilities() const override { return givesAbilities; }
+    void requestAbilities() override { ++abilityRequests; }
+
+    /// Whether it gives what it lacks when it is asked, and how often it was.
+    bool givesAbilities = false;
+    int abilityRequests = 0;
 
 private:
     class Source;

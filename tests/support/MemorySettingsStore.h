@@ -61,6 +61,12 @@ public:
         return true;
     }
 
+    QStringList copiesAside(const QString& key) const override
+    {
+        const QString copy = key + QStringLiteral(".aside");
+        return document(copy).isEmpty() ? QStringList() : QStringList(copy);
+    }
+
     bool flush() override
     {
         ++flushCount;

@@ -23,6 +23,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::restorationIDChanged, "restorationID");
     listen(&WindowStore::canUndoChanged, "canUndo");
     listen(&WindowStore::canRedoChanged, "canRedo");
+    listen(&WindowStore::canGoBackChanged, "canGoBack");
     listen(&WindowStore::searchTextChanged, "searchText");
     listen(&WindowStore::isAccessibilityTrustedChanged, "isAccessibilityTrusted");
     listen(&WindowStore::isScreenCaptureTrustedChanged, "isScreenCaptureTrusted");

@@ -21,6 +21,8 @@ protected:
     {
         if (!m_store) {
             m_store = std::make_unique<WindowStore>(desktop.platform(), settings, scheduler);
+            // As the program does before it shows the board.
+            m_store->awaitWindows({});
             settings.writeCount = 0;
             settings.changedEntryCount = 0;
             signalLog = std::make_unique<SignalLog>(*m_store);

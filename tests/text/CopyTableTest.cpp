@@ -18,6 +18,7 @@ TEST(CopyTable, It_gives_the_texts_of_its_language)
     EXPECT_EQ(table.confirmWindowSelection(2), QStringLiteral("2 Fenster hinzufügen"));
     EXPECT_EQ(table.openTodoCount(2), QStringLiteral("2 offene Aufgaben"));
     EXPECT_EQ(table.windowCount(2), QStringLiteral("2 Fenster"));
+    EXPECT_EQ(table.makeTodos(5), QStringLiteral("5 Aufgaben erstellen"));
     EXPECT_EQ(table.textTooLong(10), QStringLiteral("Zu lang: Hier passen höchstens 10 Zeichen "
                                                     "hinein. Nichts wurde eingefügt."));
     EXPECT_EQ(table.windowName(QStringLiteral("A"), QStringLiteral("B")), QStringLiteral("A: B"));

@@ -12,10 +12,10 @@ namespace {
 
 TEST(KeyHelp, Every_key_has_a_meaning_of_its_own_in_every_language)
 {
-    const QList<KeyHelp> english = keyHelp(AppLanguage::english, DoubleTap::offered);
-    EXPECT_EQ(english.size(), 18);
+    const QList<KeyHelp> english = keyHelp(AppLanguage::english, {});
+    EXPECT_EQ(english.size(), 21);
     for (const AppLanguage language : allAppLanguages) {
-        const QList<KeyHelp> help = keyHelp(language, DoubleTap::offered);
+        const QList<KeyHelp> help = keyHelp(language, {});
         ASSERT_EQ(help.size(), english.size());
         QSet<QString> keys;
         QSet<QString> meanings;
@@ -35,7 +35,7 @@ TEST(KeyHelp, Every_key_has_a_meaning_of_its_own_in_every_language)
 TEST(KeyHelp, Keys_have_the_names_of_the_keyboard)
 {
     const auto keys = [](AppLanguage language) {
-        return CopyTable(language, KeyNames::withSuper()).keyHelpKeys(true);
+        return CopyTable(language, KeyNames::withSuper()).keyHelpKeys(true, true);
     };
     EXPECT_TRUE(keys(AppLanguage::english).contains(QStringLiteral("Ctrl+N")));
     EXPECT_TRUE(keys(AppLanguage::german).contains(QStringLiteral("Strg+N")));
@@ -44,6 +44,13 @@ TEST(KeyHelp, Keys_have_the_names_of_the_keyboard)
         EXPECT_TRUE(keys(language).contains(QStringLiteral("Super Super")));
         EXPECT_TRUE(keys(language).contains(newGoalKeys(language)));
         EXPECT_TRUE(keys(language).contains(helpKeys(language)));
+        EXPECT_TRUE(keys(language).contains(makeTodosKeys(language)));
+        EXPECT_TRUE(keys(language).contains(quitKeys(language)));
+        EXPECT_TRUE(keys(language).contains(workKeys(language)));
+        EXPECT_TRUE(keys(language).contains(goBackKeys(language)));
+        const QString all = keys(language).join(QLatin1Char('\n'));
+        EXPECT_TRUE(all.contains(undoKeys(language))) << all.toStdString();
+        EXPECT_TRUE(all.contains(redoKeys(language))) << all.toStdString();
     }
 }
 
@@ -51,9 +58,20 @@ TEST(KeyHelp, Leaves_the_double_tap_out_where_it_does_nothing)
 {
     for (const AppLanguage language : allAppLanguages) {
         const CopyTable texts(language, KeyNames::withSuper());
-        EXPECT_FALSE(texts.keyHelpKeys(false).contains(QStringLiteral("Super Super")));
-        EXPECT_EQ(texts.keyHelpKeys(false).size(), 17);
-        EXPECT_EQ(texts.keyHelpMeanings(false).size(), 17);
+        EXPECT_FALSE(texts.keyHelpKeys(false, true).contains(QStringLiteral("Super Super")));
+        EXPECT_EQ(texts.keyHelpKeys(false, true).size(), 20);
+        EXPECT_EQ(texts.keyHelpMeanings(false, true).size(), 20);
+    }
+}
+
+TEST(KeyHelp, Leaves_out_working_on_a_goal_where_the_desktop_minimises_nothing)
+{
+    for (const AppLanguage language : allAppLanguages) {
+        const CopyTable texts(language, KeyNames::withSuper());
+        const QStringList keys = texts.keyHelpKeys(true, false);
+        EXPECT_FALSE(keys.contains(workKeys(language)) || keys.contains(goBackKeys(language)));
+        EXPECT_EQ(keys.size(), 19);
+        EXPECT_EQ(texts.keyHelpMeanings(true, false).size(), 19);
     }
 }
 

@@ -64,6 +64,79 @@ inline constexpr std::array quotedDesktopTexts = std::to_array<QuotedText>({
       u"fenêtres, ouvrez une session X11.",
       u"Dies ist eine Wayland-Sitzung, die Kelpa durch Xwayland sieht. Um alle Fenster zu sehen, "
       u"melde dich in einer X11-Sitzung an."}},
+    {CopyKey::ExtensionNotInstalled,
+     {u"在 GNOME 上，Kelpa 通过 Shell 扩展查看窗口，但尚未安装该扩展。请安装 Kelpa "
+      u"的软件包，然后重新登录。",
+      u"On GNOME, Kelpa sees windows through a Shell extension, which is not installed. Install "
+      u"Kelpa’s package, then log in again.",
+      u"GNOMEでは、KelpaはShell拡張機能を通してウィンドウを見ますが、インストールされていません。Ke"
+      u"lpaのパッケージをインストールしてから、ログインし直してください。",
+      u"GNOME에서 Kelpa는 Shell 확장을 통해 창을 보지만, 확장이 설치되어 있지 않습니다. Kelpa "
+      u"패키지를 설치한 다음 다시 로그인하세요.",
+      u"Sous GNOME, Kelpa voit les fenêtres grâce à une extension de Shell, qui n’est pas "
+      u"installée. Installez le paquet de Kelpa, puis reconnectez-vous.",
+      u"Unter GNOME sieht Kelpa Fenster durch eine Shell-Erweiterung, die nicht installiert ist. "
+      u"Installiere das Paket von Kelpa und melde dich dann neu an."}},
+    {CopyKey::ExtensionCanBeInstalled,
+     {u"在 GNOME 上，Kelpa 通过 Shell 扩展查看窗口。可以为你的账户安装，下次登录后生效。",
+      u"On GNOME, Kelpa sees windows through a Shell extension. It can be installed for your "
+      u"account, and works after the next login.",
+      u"GNOMEでは、KelpaはShell拡張機能を通してウィンドウを見ます。このアカウントにインストールでき"
+      u"、次回のログイン後に使えます。",
+      u"GNOME에서 Kelpa는 Shell 확장을 통해 창을 봅니다. 내 계정에 설치할 수 있으며 다음 로그인 "
+      u"후에 작동합니다.",
+      u"Sous GNOME, Kelpa voit les fenêtres grâce à une extension de Shell. Elle peut être "
+      u"installée pour votre compte et fonctionne après la prochaine connexion.",
+      u"Unter GNOME sieht Kelpa Fenster durch eine Shell-Erweiterung, die sich für dein Konto "
+      u"installieren lässt und nach der nächsten Anmeldung arbeitet."}},
+    {CopyKey::ExtensionIsOff,
+     {u"在 GNOME 上，Kelpa 通过 Shell 扩展查看窗口，该扩展已关闭。",
+      u"On GNOME, Kelpa sees windows through a Shell extension, which is switched off.",
+      u"GNOMEでは、KelpaはShell拡張機能を通してウィンドウを見ますが、オフになっています。",
+      u"GNOME에서 Kelpa는 Shell 확장을 통해 창을 보지만, 확장이 꺼져 있습니다.",
+      u"Sous GNOME, Kelpa voit les fenêtres grâce à une extension de Shell, qui est désactivée.",
+      u"Unter GNOME sieht Kelpa Fenster durch eine Shell-Erweiterung, die ausgeschaltet ist."}},
+    {CopyKey::ExtensionNeedsLogin,
+     {u"Kelpa 的 Shell 扩展已启用。请注销后重新登录，即可看到窗口。",
+      u"Kelpa’s Shell extension is switched on. Log out and in again to see windows.",
+      u"KelpaのShell拡張機能はオンになっています。ウィンドウを表示するには、ログアウトしてからログ"
+      u"インし直してください。",
+      u"Kelpa의 Shell 확장이 켜져 있습니다. 창을 보려면 로그아웃한 다음 다시 로그인하세요.",
+      u"L’extension de Shell de Kelpa est activée. Déconnectez-vous puis reconnectez-vous pour "
+      u"voir les fenêtres.",
+      u"Die Shell-Erweiterung von Kelpa ist eingeschaltet. Melde dich ab und wieder an, um Fenster "
+      u"zu sehen."}},
+    {CopyKey::ExtensionTooOld,
+     {u"Kelpa 的 Shell 扩展版本过旧，或与此 GNOME 不兼容。请更新 Kelpa，然后重新登录。",
+      u"Kelpa’s Shell extension is too old, or does not fit this GNOME. Update Kelpa, then log in "
+      u"again.",
+      u"KelpaのShell拡張機能が古いか、このGNOMEに対応していません。Kelpaを更新してから、ログインし"
+      u"直してください。",
+      u"Kelpa의 Shell 확장이 너무 오래되었거나 이 GNOME에 맞지 않습니다. Kelpa를 업데이트한 다음 "
+      u"다시 로그인하세요.",
+      u"L’extension de Shell de Kelpa est trop ancienne ou ne convient pas à cette version de "
+      u"GNOME. Mettez Kelpa à jour, puis reconnectez-vous.",
+      u"Die Shell-Erweiterung von Kelpa ist zu alt oder passt nicht zu diesem GNOME. Aktualisiere "
+      u"Kelpa und melde dich dann neu an."}},
+    {CopyKey::ExtensionDenies,
+     {u"Kelpa 已更新，或正在使用的 Shell 扩展属于安装在别处的 Kelpa。请重新启动 "
+      u"Kelpa，或启动那个 "
+      u"Kelpa。",
+      u"Kelpa was updated, or the Shell extension in use belongs to a Kelpa that is installed "
+      u"elsewhere. Restart Kelpa, or start that one.",
+      u"Kelpaが更新されたか、使用中のShell拡張機能が別の場所にインストールされたKelpaのものです。"
+      u"Kelpaを再起動するか、そちらを起動してください。",
+      u"Kelpa가 업데이트되었거나, 사용 중인 Shell 확장이 다른 곳에 설치된 Kelpa의 것입니다. "
+      u"Kelpa를 "
+      u"다시 시작하거나 그 Kelpa를 시작하세요.",
+      u"Kelpa a été mis à jour, ou l’extension de Shell utilisée appartient à un Kelpa installé "
+      u"ailleurs. Redémarrez Kelpa, ou lancez l’autre.",
+      u"Kelpa wurde aktualisiert, oder die verwendete Shell-Erweiterung gehört zu einem Kelpa, "
+      u"das woanders installiert ist. Starte Kelpa neu, oder starte jenes."}},
+    {CopyKey::SwitchExtensionOn,
+     {u"启用", u"Switch on", u"オンにする", u"켜기", u"Activer", u"Einschalten"}},
+    {CopyKey::InstallExtension,
+     {u"安装", u"Install", u"インストール", u"설치", u"Installer", u"Installieren"}},
     {CopyKey::NoWindowsHere,
      {u"此处无法显示窗口", u"No windows can be shown here", u"ここにはウィンドウを表示できません",
       u"여기에는 창을 표시할 수 없습니다", u"Aucune fenêtre ne peut être affichée ici",
@@ -73,6 +146,20 @@ inline constexpr std::array quotedDesktopTexts = std::to_array<QuotedText>({
       u"このデスクトップではウィンドウをキャプチャできません",
       u"이 데스크톱은 창을 캡처하지 않습니다", u"Ce bureau ne capture pas les fenêtres",
       u"Dieser Desktop nimmt keine Fenster auf"}},
+    {CopyKey::PreviewsNeedOpenGL,
+     {u"KWin 未使用 OpenGL，因此没有窗口画面",
+      u"KWin draws without OpenGL, so there are no previews",
+      u"KWinがOpenGLを使っていないため、プレビューはありません",
+      u"KWin이 OpenGL 없이 그리므로 미리보기가 없습니다",
+      u"KWin dessine sans OpenGL : il n’y a pas d’aperçus",
+      u"KWin zeichnet ohne OpenGL, daher gibt es keine Vorschau"}},
+    {CopyKey::PreviewsNeedDesktopEntry,
+     {u"安装 Kelpa 的软件包后，KWin 才允许显示窗口画面",
+      u"KWin allows previews once Kelpa’s package is installed",
+      u"Kelpaのパッケージをインストールすると、KWinがプレビューを許可します",
+      u"Kelpa 패키지를 설치하면 KWin이 미리보기를 허용합니다",
+      u"KWin autorise les aperçus une fois le paquet de Kelpa installé",
+      u"KWin erlaubt die Vorschau, sobald das Paket von Kelpa installiert ist"}},
     {CopyKey::DragWindowHelp,
      {u"拖动到其他目标", u"Drag to another goal", u"ドラッグで別の目標へ移動",
       u"드래그해 다른 목표로 이동", u"Glissez vers un autre objectif",

@@ -3,7 +3,9 @@
 
 #include "text/QuotedBackupTexts.h"
 #include "text/QuotedDesktopTexts.h"
+#include "text/QuotedPresenceTexts.h"
 #include "text/QuotedText.h"
+#include "text/QuotedTransferTexts.h"
 #include "text/QuotedTroubleTexts.h"
 #include "text/TextPrinting.h"
 
@@ -283,6 +285,10 @@ constexpr std::array quotedTexts = std::to_array<QuotedText>({
      {u"显示此目标的所有窗口", u"Show all windows in this goal",
       u"この目標のウィンドウをすべて表示", u"이 목표의 모든 창 보기",
       u"Afficher toutes les fenêtres de cet objectif", u"Alle Fenster dieses Ziels anzeigen"}},
+    {CopyKey::WorkOnGoal,
+     {u"专注于此目标", u"Work on this goal", u"この目標に取り組む", u"이 목표에 집중",
+      u"Travailler sur cet objectif", u"An diesem Ziel arbeiten"}},
+    {CopyKey::GoBack, {u"返回", u"Back", u"戻る", u"돌아가기", u"Revenir", u"Zurück"}},
     {CopyKey::RenameGoal,
      {u"重命名目标", u"Rename goal", u"目標の名前を変更", u"목표 이름 변경", u"Renommer l’objectif",
       u"Ziel umbenennen"}},
@@ -379,6 +385,10 @@ constexpr std::array quotedTexts = std::to_array<QuotedText>({
       u"창이 최소화되었습니다. 복원하면 미리보기가 다시 표시됩니다",
       u"La fenêtre est réduite ; l’aperçu reviendra lorsqu’elle sera restaurée",
       u"Fenster minimiert; Vorschau erscheint nach dem Wiederherstellen"}},
+    {CopyKey::WindowAwaitsAnswer,
+     {u"有对话框等待回应", u"A dialog waits for an answer", u"ダイアログが応答を待っています",
+      u"대화상자가 응답을 기다리고 있습니다", u"Une boîte de dialogue attend une réponse",
+      u"Ein Dialog wartet auf eine Antwort"}},
     {CopyKey::SelectWindowsText,
      {u"可选择多个窗口。确认后，它们会移出当前所在的目标。",
       u"Select multiple windows. Confirming moves them from their current goals.",
@@ -406,6 +416,8 @@ std::vector<QuotedText> allQuotedTexts()
     all.insert(all.end(), test::quotedTroubleTexts.begin(), test::quotedTroubleTexts.end());
     all.insert(all.end(), test::quotedDesktopTexts.begin(), test::quotedDesktopTexts.end());
     all.insert(all.end(), test::quotedBackupTexts.begin(), test::quotedBackupTexts.end());
+    all.insert(all.end(), test::quotedTransferTexts.begin(), test::quotedTransferTexts.end());
+    all.insert(all.end(), test::quotedPresenceTexts.begin(), test::quotedPresenceTexts.end());
     return all;
 }
 

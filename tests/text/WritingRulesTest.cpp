@@ -28,11 +28,16 @@ QStringList allTexts(AppLanguage language)
           << KelpaCopy::windowCount(7, language) << KelpaCopy::foundCounts(7, 7, 7, language)
           << KelpaCopy::moreInHiddenGoals(7, language) << KelpaCopy::hiddenGoals(7, 7, language)
           << KelpaCopy::onlyMatchesShown(title, language) << KelpaCopy::textTooLong(7, language)
-          << KelpaCopy::overlongTitle(7, language) << KelpaCopy::dropBefore(title, language)
-          << KelpaCopy::windowsAreBack(7, language) << KelpaCopy::windowsAreForgotten(7, language)
-          << KelpaCopy::wasIn({title}, language) << KelpaCopy::windowsFromLastTime(7, language)
-          << KelpaCopy::lastSeen(title, language) << KelpaCopy::applicationIsGone(title, language)
-          << KelpaCopy::documentIsGone(title, language);
+          << KelpaCopy::importCounts(7, 7, 7, language) << KelpaCopy::linesLeftOut(7, language)
+          << KelpaCopy::lineLeftOut(7, CopyKey::SkippedNoTodo, title, language)
+          << KelpaCopy::makeTodos(7, language) << KelpaCopy::overlongTitle(7, language)
+          << KelpaCopy::dropBefore(title, language) << KelpaCopy::windowsAreBack(7, language)
+          << KelpaCopy::windowsAreForgotten(7, language) << KelpaCopy::wasIn({title}, language)
+          << KelpaCopy::windowsFromLastTime(7, language)
+          << KelpaCopy::onVirtualDesktop(title, language) << KelpaCopy::lastSeen(title, language)
+          << KelpaCopy::applicationIsGone(title, language)
+          << KelpaCopy::documentIsGone(title, language)
+          << KelpaCopy::hasNoNewWindow(title, language) << KelpaCopy::closedWindows(7, language);
     for (const TodoStatus status : {TodoStatus::todo, TodoStatus::ing, TodoStatus::completed}) {
         texts << KelpaCopy::statusName(status, language) << KelpaCopy::statusHelp(status, language)
               << KelpaCopy::statusAccessibilityLabel(status, language);

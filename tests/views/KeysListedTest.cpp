@@ -18,7 +18,7 @@ namespace {
 QString listed()
 {
     QStringList keys;
-    for (const KeyHelp& each : keyHelp(AppLanguage::english, DoubleTap::offered))
+    for (const KeyHelp& each : keyHelp(AppLanguage::english, {}))
         keys.append(each.keys);
     return u' ' + keys.join(u' ').replace(u',', u' ') + u' ';
 }

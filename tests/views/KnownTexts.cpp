@@ -19,11 +19,13 @@ QStringList knownTexts(const CopyTable& table)
         table.foundCounts(0, 0, 0),
         table.moreInHiddenGoals(0),
         table.hiddenGoals(0, 0),
+        table.hiddenGoals(0, 1),
         table.onlyMatchesShown({}),
         table.showMoreWindows(0),
         table.dropInto({}),
         table.dropBefore({}),
         table.movedAsideTo({}),
+        table.makeTodos(0),
         table.textTooLong(0)};
     const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
     for (int i = 0; i < keys.keyCount(); ++i)
@@ -35,7 +37,7 @@ QStringList knownTexts(const CopyTable& table)
     }
     for (const GoalPriority priority : allGoalPriorities)
         texts.append(table.priorityAccessibilityLabel(rawValue(priority)));
-    return texts + table.keyHelpKeys(true) + table.keyHelpMeanings(true);
+    return texts + table.keyHelpKeys(true, true) + table.keyHelpMeanings(true, true);
 }
 
 } // namespace kelpa::test

@@ -189,21 +189,44 @@ struct NamedException
 
 constexpr auto namedExceptions = std::to_array<NamedException>({
     // What a terminal shows, before there is an interface or a language.
-    {u"^src/app/(AboutDesktop|BackupCommands|CommandLine)\\.cpp$", u""},
+    {u"^src/app/(desktops/AboutDesktop|AutomationCommands|BackupCommands|ClosedBoard|CommandLine|"
+     u"TransferCommands)\\.cpp$",
+     u""},
+    // What programs read and what a terminal shows: methods, members and errors of commands.
+    {u"^src/automation/", u""},
+    {u"^src/app/AutomationService\\.cpp$",
+     u"^(the list has more than %1 MiB of text|too many lists are under way)$"},
+    {u"^src/app/SingleInstance\\.cpp$", u"^Kelpa is starting or ending$"},
+    {u"^src/app/SearchInterfaces\\.cpp$", u""},
+    {u"^src/app/SearchService\\.cpp$",
+     u"^([A-Z][A-Za-z]+|\\. GThemedIcon %1 %2|too many searches are under way|this is no result of "
+     u"Kelpa)$"},
     {u"^src/main\\.cpp$", u"^(Kelpa |, Qt %1.*)$"},
     {u"^src/platform/sqlite/SettingsError\\.cpp$", u""},
+    // Names of formats, and the marks in their files.
+    {u"^src/transfer/(Calendar(File|Todo|Transfer)|Markdown(Blocks|Inline|Transfer)|TodoTxtLine|"
+     u"TransferFormat)\\.cpp$",
+     u""},
     // Variables of the environment, atoms, and keys of attributes.
     {u"^src/(app|platform)/|^src/main\\.cpp$", u"^[A-Z][A-Z0-9_]*=?$"},
     // Statements of SQL.
     {u"^src/platform/sqlite/SqliteFile(Copy)?\\.cpp$",
      u"^(PRAGMA|SELECT|INSERT|CREATE|BEGIN|COMMIT|ROLLBACK|ON CONFLICT)\\b"},
     // Methods and types of the message bus, and the properties that an object reports there.
-    {u"^src/platform/freedesktop/\\w+/(AtspiBus|ApplicationService|BusWatch|PrimaryInstance|"
+    {u"^src/platform/freedesktop/\\w+/"
+     u"(AtspiBus|ApplicationService|BlockingBus|BusWatch|PrimaryInstance|"
      u"SessionBusStandIn|ToolkitBuses)\\.cpp$",
      u"^([A-Z][A-Za-z]+|<.*|[(a-z].*[)\\]],? ?|uint32 1, %i, true\\))$"},
+    {u"^src/platform/freedesktop/bus/BusObject\\.cpp$",
+     u"^(Version|Get|GetAll|Set|The properties are read-only|There is no (interface|property) "
+     u"'%1')$"},
     {u"^src/platform/freedesktop/\\w+/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
     {u"^src/platform/freedesktop/\\w+/DesktopNotifications\\.cpp$",
-     u"^(Notify|CloseNotification|Kelpa)$"},
+     u"^(Notify|CloseNotification|ActionInvoked|Kelpa)$"},
+    {u"^src/platform/freedesktop/\\w+/PortalFileDialogs\\.cpp$",
+     u"^(NameOwnerChanged|StartServiceByName|OpenFile|SaveFile|Response|Close|x11:|/request/)$"},
+    {u"^src/views/transfer/ImportController\\.cpp$", u"^ · $"},
+    {u"^src/model/TodoLines\\.cpp$", u"^([-*+•]+| |xX)$"},
     {u"^src/platform/freedesktop/\\w+/SessionBusStandIn\\.cpp$",
      u"^There is no answer while the session bus is silent$"},
     {u"^src/platform/freedesktop/\\w+/(PortalSettings|SettingsPortal)\\.cpp$",
@@ -211,6 +234,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     // Groups and keys of desktop entries and icon themes, and how a picture's file begins.
     {u"^src/platform/freedesktop/\\w+/DesktopEntryFile\\.cpp$",
      u"^(Terminal|Icon|Exec|Desktop (Entry|Action new-window))$"},
+    {u"^src/platform/freedesktop/\\w+/AutostartEntry\\.cpp$", u""},
     {u"^src/platform/freedesktop/\\w+/IconTheme\\.cpp$",
      u"^(Icon Theme/[A-Za-z]+|Scalable|Fixed)$"},
     {u"^src/platform/freedesktop/\\w+/IconFile\\.cpp$", u"^/\\* XPM$"},
@@ -218,6 +242,10 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/ExecutableName\\.h$", u"^ \\(deleted\\)$"},
     {u"^src/platform/x11/\\w+/XSettings\\.cpp$", u"^Gtk/EnableAnimations$"},
     {u"^src/platform/x11/\\w+/StartupNotification\\.cpp$", u"^remove: ID=$"},
+    // Members of interfaces on the bus, and the identity of a run.
+    {u"^src/platform/gnome/(ShellClient|GnomeWindowServer)\\.cpp$", u"^(gnome |\\w+)$"},
+    {u"^src/platform/kwin/Kwin(Link|Screenshots|ScriptCalls)\\.cpp$",
+     u"^([A-Z][A-Za-z]+|Only Kelpa's script within KWin calls this)$"},
     // Commands of sway and their parts, and names that tell windows and Kelpas apart.
     {u"^src/platform/wayland/sway/(SwayBinding|SwayCommands)\\.cpp$",
      u"^(nop kelpa|kelpa: binding removed|Super_[LR]|bindsym --no-warn| --inhibited --release |\\] "

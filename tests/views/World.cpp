@@ -1,6 +1,7 @@
 #include "views/World.h"
 
 #include "platform/qt/WorkerPool.h"
+#include "support/BoardBuilders.h"
 #include "views/KnownTexts.h"
 
 #include <QDragMoveEvent>
@@ -16,6 +17,37 @@ World::World(QObject* parent) : QObject(parent)
     m_store.setLanguage(AppLanguage::english);
     m_store.setAutoSortingGoals(false);
     m_store.refresh();
+    const TransferParts parts{m_transfer, m_dialogs, m_files, m_scheduler,
+                              QStringLiteral("/home/ada")};
+    m_controller.exporting()->setParts(parts);
+    m_controller.importing()->setParts(parts);
+}
+
+void World::answerFileDialog(const QString& path)
+{
+    m_dialogs.answer(path.isEmpty() ? FileAnswer::Outcome::cancelled : FileAnswer::Outcome::chosen,
+                     path);
+}
+
+void World::loseFileDialog()
+{
+    m_dialogs.answer(FileAnswer::Outcome::unavailable);
+}
+
+void World::putFile(const QString& path, const QString& content)
+{
+    m_files.files.insert(path, content.toUtf8());
+}
+
+QString World::file(const QString& path) const
+{
+    return QString::fromUtf8(m_files.files.value(path));
+}
+
+void World::finishFileWork()
+{
+    m_scheduler.runBackgroundWork();
+    m_scheduler.runBackgroundWork();
 }
 
 std::unique_ptr<AppIconProvider> World::makeIconProvider()
@@ -41,14 +73,23 @@ void World::lack(const QString& ability, bool isPartial)
 {
     const QHash<QString, std::pair<DesktopAbility, AbilityGap>> known{
         {QStringLiteral("windows"), {DesktopAbility::windows, AbilityGap::compositorProtocol}},
+        {QStringLiteral("extension"), {DesktopAbility::windows, AbilityGap::shellExtensionOff}},
         {QStringLiteral("actions"), {DesktopAbility::actions, AbilityGap::compositorProtocol}},
         {QStringLiteral("quitting"), {DesktopAbility::quitting, AbilityGap::compositorProtocol}},
+        {QStringLiteral("minimizing"),
+         {DesktopAbility::minimizing, AbilityGap::compositorProtocol}},
         {QStringLiteral("previews"), {DesktopAbility::previews, AbilityGap::compositorProtocol}},
         {QStringLiteral("globalKeys"), {DesktopAbility::globalKeys, AbilityGap::keysOfXwayland}}};
     const auto [which, gap] = known[ability];
+    m_desktop.givesAbilities = gap == AbilityGap::shellExtensionOff;
     m_desktop.lack(
         which, {.gap = isPartial ? AbilityGap::windowsOfXwayland : gap, .isPartial = isPartial});
     m_store.refresh();
+}
+
+int World::abilityRequests() const
+{
+    return m_desktop.abilityRequests;
 }
 
 void World::lackNothing()
@@ -86,6 +127,24 @@ void World::replaceIcon(quint32 id)
     for (WindowListEntry& entry : *m_desktop.windowList) {
         if (entry.number == id)
             ++entry.iconRevision;
+    }
+    m_store.refresh();
+}
+
+void World::moveToDesktop(quint32 id, const QString& name)
+{
+    for (WindowListEntry& entry : *m_desktop.windowList) {
+        if (entry.number == id)
+            entry.virtualDesktop = name.isEmpty() ? std::nullopt : std::optional(name);
+    }
+    m_store.refresh();
+}
+
+void World::setAwaitingAnswer(quint32 id, bool isAwaiting)
+{
+    for (WindowListEntry& entry : *m_desktop.windowList) {
+        if (entry.number == id)
+            entry.isAwaitingAnswer = isAwaiting;
     }
     m_store.refresh();
 }
@@ -133,6 +192,14 @@ void World::captureInVain()
 void World::pass(int milliseconds)
 {
     m_scheduler.advance(std::chrono::milliseconds(milliseconds));
+}
+
+void World::offerBackups(const QStringList& goalTitles)
+{
+    m_backupFiles.backups = {{QStringLiteral("unreadable"), {}, BackupReason::beforeRestore}};
+    for (const QString& title : goalTitles)
+        m_backupFiles.add(title, {goal(title, {todo(QStringLiteral("Begin"))})});
+    m_controller.backups()->setBrowser(m_backups);
 }
 
 void World::hangDisk()

@@ -1,12 +1,17 @@
 // The board over a desktop of plain data that tests of QML types act on.
 #pragma once
 
+#include "store/BackupBrowser.h"
+#include "store/BoardTransfer.h"
 #include "store/WindowStore.h"
 #include "support/FakeDesktop.h"
 #include "support/ManualScheduler.h"
+#include "support/MemoryBackups.h"
 #include "support/MemorySettingsStore.h"
+#include "support/TransferFakes.h"
 #include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
+#include "views/entry/EntryController.h"
 #include "views/windows/AppIconProvider.h"
 
 #include <QAccessible>
@@ -53,11 +58,15 @@ class World : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(kelpa::BoardController* board READ board CONSTANT)
+    Q_PROPERTY(kelpa::EntryController* entry READ entry CONSTANT)
 
 public:
     explicit World(QObject* parent);
 
     BoardController* board() { return &m_controller; }
+    EntryController* entry() { return &m_entry; }
+    /// Somebody asks for the field for a todo.
+    Q_INVOKABLE void openEntry() { m_entry.open(EntryOver::window); }
     std::unique_ptr<AppIconProvider> makeIconProvider();
 
     /// The texts of the interface are in the store's language from now on.
@@ -72,6 +81,8 @@ public:
     /// The desktop has no such ability any more, or has it in part.
     Q_INVOKABLE void lack(const QString& ability, bool isPartial = false);
     Q_INVOKABLE void lackNothing();
+    /// How often the desktop was asked for what it lacks.
+    Q_INVOKABLE int abilityRequests() const;
     /// The window sets an icon.
     Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id, Qt::red); }
     /// The window had an icon, and the desktop reports the other one.
@@ -79,6 +90,10 @@ public:
     /// It turns out which application the windows belong to.
     Q_INVOKABLE void recognizeApplication();
     Q_INVOKABLE void forgetApplication();
+    /// The window is on another virtual desktop, or on the present one where it has no name.
+    Q_INVOKABLE void moveToDesktop(quint32 id, const QString& name);
+    /// A dialog of the window opens, or closes.
+    Q_INVOKABLE void setAwaitingAnswer(quint32 id, bool isAwaiting);
     /// As a window that is minimized.
     Q_INVOKABLE void hideWindow(quint32 id);
     Q_INVOKABLE void removeWindow(quint32 id);
@@ -101,6 +116,10 @@ public:
     Q_INVOKABLE void breakDisk(const QString& error);
     /// Nothing is wrong any more, which the board notices by itself.
     Q_INVOKABLE void repairDisk() { m_settings.isFailing = false; }
+    /// From now on there are backups: with one goal and its open todo, newest last, and an
+    /// unreadable one.
+    Q_INVOKABLE void offerBackups(const QStringList& goalTitles);
+    Q_INVOKABLE void setBoardKept(bool canKeep) { m_backupFiles.canKeep = canKeep; }
     Q_INVOKABLE void moveFileAside(const QString& name, bool isRestored);
     /// Applies when trouble begins.
     Q_INVOKABLE void setFileManager(bool isThere) { m_desktop.hasFileManager = isThere; }
@@ -162,6 +181,19 @@ public:
     Q_INVOKABLE static void switchAccessibilityOn() { QAccessible::setActive(true); }
     /// No program has anything to paste.
     Q_INVOKABLE void clearClipboard() { QGuiApplication::clipboard()->clear(); }
+    /// A program has that text to paste.
+    Q_INVOKABLE void offerText(const QString& text) { QGuiApplication::clipboard()->setText(text); }
+    /// Answers the file dialog that shows: with the path of a file, or, where that is empty, by
+    /// cancelling it.
+    Q_INVOKABLE void answerFileDialog(const QString& path);
+    /// There is no file dialog after all.
+    Q_INVOKABLE void loseFileDialog();
+    Q_INVOKABLE bool isFileDialogShown() const { return m_dialogs.isShown(); }
+    Q_INVOKABLE void putFile(const QString& path, const QString& content);
+    /// Empty where there is none.
+    Q_INVOKABLE QString file(const QString& path) const;
+    /// Reads and writes files.
+    Q_INVOKABLE void finishFileWork();
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 
 private:
@@ -181,7 +213,14 @@ private:
     QMetaObject::Connection m_iconFollowing =
         connect(&m_store, &WindowStore::windowsChanged, this,
                 [this] { m_iconWindows->set(m_store.windows()); });
+    MemoryFiles m_files;
+    KeepingBackups m_keptBackups;
+    FakeFileDialogs m_dialogs;
+    BoardTransfer m_transfer{m_store, m_keptBackups, m_files, m_scheduler};
     BoardController m_controller{m_store};
+    EntryController m_entry{m_store};
+    MemoryBackups m_backupFiles;
+    BackupBrowser m_backups{m_store, m_backupFiles, m_scheduler};
 };
 
 } // namespace kelpa::test

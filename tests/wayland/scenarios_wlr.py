@@ -51,11 +51,7 @@ def windows_are_listed_focused_and_closed_by_the_protocols_alone(desktop, binary
 def kelpas_own_window_may_be_on_xwayland(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path)
-    # sway alone knows the number of its X server.
-    display = desktop.directory / "display"
-    desktop.command(f"exec printenv DISPLAY > {display}")
-    wait_until("the number is known", lambda: display.exists() and display.read_text(encoding="utf-8"))
-    on_x11 = {"QT_QPA_PLATFORM": "xcb", "DISPLAY": display.read_text(encoding="utf-8").strip()}
+    on_x11 = {"QT_QPA_PLATFORM": "xcb", "DISPLAY": desktop.x_display()}
     desktop.start_foot("A terminal")
     terminal = desktop.wait_for_window("A terminal")
     with Kelpa(desktop, binary, path, env=on_x11 | _WITHOUT_IPC) as kelpa:

@@ -11,6 +11,9 @@ TEST_F(WindowDiscoveryTest, An_item_is_filled_from_the_list_the_application_and_
     WindowListEntry& entry = desktop.addWindow(7, 100, QStringLiteral("notes.txt"));
     entry.bounds = Rect{10, 20, 640, 480};
     entry.iconRevision = 3;
+    entry.virtualDesktop = QStringLiteral("Web");
+    entry.isAwaitingAnswer = true;
+    entry.dialogOf = 9;
     AccessibilityWindow match = element({12, 18, 640, 480}, QStringLiteral("notes.txt - Editor"));
     match.document = QStringLiteral("file:///home/a/notes.txt");
     elementsOf(100).push_back(match);
@@ -29,6 +32,9 @@ TEST_F(WindowDiscoveryTest, An_item_is_filled_from_the_list_the_application_and_
     expected.isMinimized = false;
     expected.accessibilityDocument = QStringLiteral("file:///home/a/notes.txt");
     expected.iconRevision = 3;
+    expected.virtualDesktop = QStringLiteral("Web");
+    expected.isAwaitingAnswer = true;
+    expected.dialogOf = 9;
     EXPECT_EQ(windows.first(), expected);
 }
 

@@ -217,7 +217,7 @@ def _round(desktop, program, number, arguments):
             count = churn.count
         time.sleep(1)
     display.close()
-    desktop.close(own)
+    kelpa.terminate()
     wait_until("Kelpa ends", lambda: kelpa.poll() is not None)
     figures = {f"{name} %": 100 * each["program"] / each["time"] for name, each in used.items()}
     for name, key in (("window ms", "program"), ("main ms", "main"), ("server ms", "server")):

@@ -1,7 +1,8 @@
 """idle.py BINARY [SECONDS]: what a board costs that nobody touches, on a desktop where nothing happens.
-Processor time and wake-ups with 50 windows once every window has its preview, and what the previews of
-50 and of 200 windows take in memory above the same board before it had them; and what a selected goal
-costs whose title is so long that it moves, in front and wholly behind another window."""
+Processor time and wake-ups with 50 windows once every window has its preview, the same once the board is
+closed, and what the previews of 50 and of 200 windows take in memory above the same board before it had
+them; and what a selected goal costs whose title is so long that it moves, in front and wholly behind
+another window."""
 
 import os
 import pathlib
@@ -90,9 +91,19 @@ def _thread_name(pid, thread):
     return pathlib.Path(f"/proc/{pid}/task/{thread}/comm").read_text(encoding="utf-8").strip()
 
 
-def _end(desktop, kelpa):
-    desktop.close(next(window for window in desktop.windows() if window.pid == kelpa.pid))
+def _end(kelpa):
+    kelpa.terminate()
     wait_until("Kelpa ends", lambda: kelpa.poll() is not None)
+
+
+def _measure_closed(desktop, kelpa, seconds):
+    """The board closed, while Kelpa goes on listening."""
+    desktop.close(next(window for window in desktop.windows() if window.pid == kelpa.pid))
+    wait_until("the board is closed", lambda: all(window.pid != kelpa.pid for window in desktop.windows()))
+    # What a window leaves to be done when it goes.
+    time.sleep(5)
+    print(f"closed: {_resident(kelpa.pid):.1f} MiB", flush=True)
+    _observe(kelpa, "closed", seconds)
 
 
 def _observe(kelpa, what, seconds):
@@ -108,6 +119,15 @@ def _observe(kelpa, what, seconds):
             print(f"  {_thread_name(kelpa.pid, thread):16} {times / passed:6.2f} a second")
 
 
+def _changes(desktop):
+    """Whether the screen shows something else half a second later."""
+    pictures = []
+    for name in ("before.ppm", "after.ppm"):
+        pictures.append(desktop.screenshot(desktop.directory / name).read_bytes())
+        time.sleep(0.5)
+    return pictures[0] != pictures[1]
+
+
 def _measure_moving_title(desktop, binary, seconds):
     windows = _open_windows(desktop, 1)
     title = "A goal whose title is a good deal longer than the place that its card has for it"
@@ -115,18 +135,22 @@ def _measure_moving_title(desktop, binary, seconds):
     number = next(window.number for window in desktop.windows() if window.pid == kelpa.pid)
     desktop.run("wmctrl", "-i", "-a", hex(number))
     wait_until("Kelpa has the keyboard", lambda: desktop.active_window() == number)
+    # The preview and what a start has left to do. The window manager also names a window active
+    # before keys reach it.
+    time.sleep(5)
     # Past the list of all todos and the unsorted column.
     for _ in range(3):
         desktop.key("Right")
-    # The preview, the card that grows, and what a start has left to do.
-    time.sleep(5)
+    # The card that grows.
+    time.sleep(2)
+    wait_until("the title moves", lambda: _changes(desktop))
     _observe(kelpa, "a title that moves in front", seconds)
     desktop.run("wmctrl", "-i", "-r", hex(windows[0].id), "-b", "add,maximized_vert,maximized_horz")
     desktop.run("wmctrl", "-i", "-a", hex(windows[0].id))
     wait_until("Kelpa is behind", lambda: desktop.active_window() == windows[0].id)
     time.sleep(5)
     _observe(kelpa, "the same, wholly behind another window", seconds)
-    _end(desktop, kelpa)
+    _end(kelpa)
     windows[0].destroy()
     desktop.x.sync()
 
@@ -141,7 +165,8 @@ def _measure(desktop, binary, count, seconds):
           f"{(after - before) * 1024 / count:.0f} KiB a preview of {_WIDTH} x {_HEIGHT}", flush=True)
     if seconds:
         _observe(kelpa, f"{count} windows, idle", seconds)
-    _end(desktop, kelpa)
+        _measure_closed(desktop, kelpa, seconds)
+    _end(kelpa)
     for window in windows:
         window.destroy()
     desktop.x.sync()

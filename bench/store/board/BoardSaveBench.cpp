@@ -1,55 +1,23 @@
 // The cost of saving the board, and of SQLite alone for the same bytes.
-#include "bench/store/board/BoardFixture.h"
+#include "bench/store/board/SaveFigures.h"
 
 #include "platform/sqlite/SqliteSettingsStore.h"
 #include "platform/sqlite/WriteBehindSettings.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <memory>
 
 namespace kelpa::bench {
 
 namespace {
 
-constexpr int goalCount = 200;
-
-const QString goalsKey = QStringLiteral("kelpa.goals");
 const QString unassignedKey = QStringLiteral("kelpa.unassignedTodos");
 const QString assignmentsKey = QStringLiteral("kelpa.windowAssignments");
-
-/// The board before and after one todo was toggled.
-std::array<QList<Goal>, 2> toggledBoard(int todoCount)
-{
-    std::array boards{largeBoard(goalCount, todoCount), largeBoard(goalCount, todoCount)};
-    TodoItem& todo = boards[1][goalCount / 2].todos[0];
-    todo.status = TodoStatus::completed;
-    todo.completedAt = Date{800'000'000.5};
-    return boards;
-}
-
-std::array<QByteArray, 2> toggledJson(int todoCount)
-{
-    const auto boards = toggledBoard(todoCount);
-    return {encodeGoals(boards[0]).value_or(QByteArray()),
-            encodeGoals(boards[1]).value_or(QByteArray())};
-}
-
-/// In the folder for temporary files, or in KELPA_BENCH_FOLDER's: what a save costs is a matter of
-/// the disk. The last letters are replaced, so that every run has a folder of its own.
-QString folderTemplate()
-{
-    return qEnvironmentVariable("KELPA_BENCH_FOLDER", QDir::tempPath()) +
-           QStringLiteral("/kelpa-bench-XXXXXX");
-}
 
 /// A toggle's share of the main thread: encode the whole board and put it on the disk.
 void encodeAndSave(benchmark::State& state)
@@ -155,40 +123,6 @@ void saveBySqliteAlone(benchmark::State& state, const char* pageSize, const char
             state.SkipWithError("SQLite refused to save");
     }
 }
-
-/// Bytes that this process has sent to the disk so far.
-double bytesWritten()
-{
-    QFile io(QStringLiteral("/proc/self/io"));
-    if (!io.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : io.readAll().split('\n')) {
-        if (line.startsWith("write_bytes:"))
-            return line.mid(12).trimmed().toDouble();
-    }
-    return 0;
-}
-
-struct Spent
-{
-    double total = 0;
-    double worst = 0;
-    double bytes = 0;
-
-    template <class Work>
-    bool measure(Work work)
-    {
-        const double before = bytesWritten();
-        const auto start = std::chrono::steady_clock::now();
-        const bool isDone = work();
-        const std::chrono::duration<double, std::milli> time =
-            std::chrono::steady_clock::now() - start;
-        total += time.count();
-        worst = std::max(worst, time.count());
-        bytes += bytesWritten() - before;
-        return isDone;
-    }
-};
 
 /// Both in turns, so that the disk treats them alike; times in milliseconds, bytes for each save.
 void saveBesideSqliteAlone(benchmark::State& state)

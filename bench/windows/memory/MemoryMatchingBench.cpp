@@ -1,5 +1,6 @@
-// What remembering windows costs: recognising those of a login, and noting a pass that brings
-// nothing new.
+// What remembering windows costs: decoding what is stored, recognising those of a login, and noting
+// a pass that brings nothing new.
+#include "model/WindowMemoryJson.h"
 #include "windows/memory/MemoryMatching.h"
 #include "windows/memory/WindowMemory.h"
 
@@ -76,13 +77,24 @@ void noteUnchanged(benchmark::State& state)
         benchmark::DoNotOptimize(login.memory.note(login.listed, {}, login.assignments, {}));
 }
 
-void load(benchmark::State& state)
+void decode(benchmark::State& state)
 {
     const Login login(1);
-    const RememberedWindows stored =
-        login.memory.stored(login.assignments, {login.goals.begin(), login.goals.end()});
+    const QByteArray document = encodeRememberedWindows(
+        login.memory.stored(login.assignments, {login.goals.begin(), login.goals.end()}));
     for ([[maybe_unused]] auto _ : state)
-        benchmark::DoNotOptimize(WindowMemory(stored));
+        benchmark::DoNotOptimize(
+            WindowMemory(decodeRememberedWindows(document).value_or(RememberedWindows())));
+}
+
+void begin(benchmark::State& state)
+{
+    Login login(1);
+    for ([[maybe_unused]] auto _ : state) {
+        WindowMemory memory = login.memory;
+        memory.prune(login.assignments, {});
+        benchmark::DoNotOptimize(memory.absent(login.assignments, {}));
+    }
 }
 
 } // namespace
@@ -96,6 +108,11 @@ BENCHMARK(match)
 BENCHMARK(noteUnchanged)
     ->Name("Memory/note a pass of 500 windows without a change")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(load)->Name("Memory/load 1000 windows")->Unit(benchmark::kMillisecond);
+BENCHMARK(decode)
+    ->Name("Memory/decode 1000 windows, in the background")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(begin)
+    ->Name("Memory/begin with 1000 windows, on the main thread")
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace kelpa::bench

@@ -53,17 +53,23 @@ std::optional<CompositorRun> compositorRun(int socket, const QByteArray& path)
     if (::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) != 0 || peer.pid <= 0 ||
         ::stat(path.constData(), &file) != 0)
         return std::nullopt;
+    std::optional<CompositorRun> run = compositorRun(std::int64_t{peer.pid});
+    if (run) {
+        run->socketDevice = file.st_dev;
+        run->socketInode = file.st_ino;
+    }
+    return run;
+}
+
+std::optional<CompositorRun> compositorRun(std::int64_t process)
+{
     const QByteArray bootID =
         contentsOf(QStringLiteral("/proc/sys/kernel/random/boot_id")).trimmed();
     const std::optional<std::uint64_t> start =
-        processStartIn(contentsOf(QStringLiteral("/proc/%1/stat").arg(peer.pid)));
-    if (bootID.isEmpty() || !start)
+        processStartIn(contentsOf(QStringLiteral("/proc/%1/stat").arg(process)));
+    if (bootID.isEmpty() || process <= 0 || !start)
         return std::nullopt;
-    return CompositorRun{.bootID = bootID,
-                         .socketDevice = file.st_dev,
-                         .socketInode = file.st_ino,
-                         .process = peer.pid,
-                         .processStart = *start};
+    return CompositorRun{.bootID = bootID, .process = process, .processStart = *start};
 }
 
 } // namespace kelpa

@@ -32,6 +32,10 @@ QByteArray identityOf(const CompositorRun& run);
 /// then nothing may be remembered of its windows. Reads /proc; does not wait for the compositor.
 std::optional<CompositorRun> compositorRun(int socket, const QByteArray& path);
 
+/// The run of the process, where its socket is not known: the process alone identifies it.
+/// Otherwise as above.
+std::optional<CompositorRun> compositorRun(std::int64_t process);
+
 /// The start time in the contents of /proc/PID/stat; absent when they are malformed.
 std::optional<std::uint64_t> processStartIn(const QByteArray& stat);
 

@@ -107,10 +107,11 @@ RecordedOwners WindowOwnersFile::read() const
 void WindowOwnersFile::save(const RecordedOwners& owners)
 {
     const QString next = m_path + QStringLiteral(".new");
+    // A board may lie where others write too: a file that is made anew follows none of their links.
+    QFile::remove(next);
     QFile file(next);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
         return;
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     const QByteArray content = encoded(owners);
     const bool isWritten = file.write(content) == content.size() && file.flush();
     file.close();

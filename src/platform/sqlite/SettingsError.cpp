@@ -16,6 +16,8 @@ QString reason(SettingsError error)
         return QStringLiteral("it cannot be opened; look at its permissions and its folder's");
     case SettingsError::isFolder:
         return QStringLiteral("it cannot be opened, since it is a folder");
+    case SettingsError::folderIsFile:
+        return QStringLiteral("a file is in the place of its folder");
     case SettingsError::readOnly:
         return QStringLiteral("it cannot be written to");
     case SettingsError::busy:

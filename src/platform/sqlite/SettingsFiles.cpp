@@ -33,6 +33,8 @@ SettingsError errorFromErrno(int code)
         return SettingsError::full;
     case EISDIR:
         return SettingsError::isFolder;
+    case ENOTDIR:
+        return SettingsError::folderIsFile;
     case EIO:
         return SettingsError::failed;
     default:
@@ -51,11 +53,7 @@ std::optional<SettingsError> makeFolder(const QString& folder)
     }
     if (::mkdir(QFile::encodeName(folder).constData(), folderMode) != 0 && errno != EEXIST)
         return errorFromErrno(errno);
-    // Syncs the parent, so that the new entry survives a power cut.
-    const FileDescriptor above(
-        ::open(QFile::encodeName(parent).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (above.isOpen())
-        ::fsync(above.number());
+    syncFolder(parent);
     return std::nullopt;
 }
 
@@ -74,6 +72,14 @@ QString resolvedFolder(const QString& folder)
 QString defaultSettingsPath()
 {
     return QDir(dataHome()).filePath(QStringLiteral("kelpa/kelpa.sqlite"));
+}
+
+void syncFolder(const QString& folder)
+{
+    const FileDescriptor opened(
+        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.isOpen())
+        ::fsync(opened.number());
 }
 
 std::optional<SettingsError> makeSettingsFolder(const QString& path)
@@ -140,10 +146,12 @@ std::optional<QString> moveSettingsFileAside(const QString& path)
                         QFile::encodeName(to + suffix).constData()) == 0;
     };
     const QString log = QStringLiteral("-wal");
-    // The log first: left behind, it would be taken for the log of the new file.
+    const QString folder = QFileInfo(path).path();
+    // The log first, on the disk too: left behind, it would be taken for the log of the new file.
     const bool hasLog = rename(path, target, log);
     if (!hasLog && errno != ENOENT)
         return std::nullopt;
+    syncFolder(folder);
     if (!rename(path, target, QString())) {
         // Without its log the file would lack the last saves.
         if (hasLog)
@@ -151,6 +159,7 @@ std::optional<QString> moveSettingsFileAside(const QString& path)
         return std::nullopt;
     }
     rename(path, target, QStringLiteral("-shm"));
+    syncFolder(folder);
     return target;
 }
 

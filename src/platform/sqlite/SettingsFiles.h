@@ -26,6 +26,10 @@ std::optional<SettingsError> makeSettingsFile(const QString& path);
 /// Creates only the folder of `path`, with its parents.
 std::optional<SettingsError> makeSettingsFolder(const QString& path);
 
+/// Puts the names in a folder on the disk, so that what was created, renamed or removed there stays
+/// so after a power cut.
+void syncFolder(const QString& folder);
+
 /// Whether there is a regular file at `path`, or its folder does not tell.
 bool mayBeFile(const QString& path);
 
@@ -34,7 +38,8 @@ bool mayBeFile(const QString& path);
 bool isWriteProtected(const QString& path);
 
 /// Renames the file, its "-wal" and its "-shm" to "….damaged-<time>". Returns the new path of the
-/// file; absent when the file stays where it is, with its "-wal".
+/// file, which it has after a power cut, too; absent when the file stays where it is, with its
+/// "-wal".
 std::optional<QString> moveSettingsFileAside(const QString& path);
 
 /// The current time as in the names of copies kept aside: "2026-11-21T10:00:00Z".

@@ -141,7 +141,7 @@ std::optional<SettingsError> SqliteFile::prepareTable()
     if (const auto* const error = std::get_if<SettingsError>(&version))
         return *error;
     if (std::get<0>(version).front() < formatVersion) {
-        if (const auto error = run(tableCreationSql().constData()))
+        if (const auto error = createTable())
             return error;
     }
     m_hasTable = true;
@@ -153,6 +153,11 @@ std::optional<SettingsError> SqliteFile::prepareTable()
     m_upsert = std::get<Statement>(std::move(upsert));
     return errorUnlessDone(
         sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr));
+}
+
+std::optional<SettingsError> SqliteFile::createTable()
+{
+    return run(tableCreationSql().constData());
 }
 
 std::optional<SettingsError> SqliteFile::run(const char* sql)
@@ -355,11 +360,18 @@ SettingsResult<bool> SqliteFile::isEmpty()
 
 std::optional<SettingsError> SqliteFile::check()
 {
-    const auto faults =
-        readIntegers({"SELECT count(*) FROM pragma_quick_check(1) WHERE quick_check <> 'ok'"});
-    if (const auto* const error = std::get_if<SettingsError>(&faults))
+    // The first fault is enough; with more, SQLite reads on beyond it, until it cannot. As a
+    // statement, since its table of the same name takes the number as the name of a table in
+    // SQLite 3.46.
+    const SettingsResult<Statement> prepared = prepare("PRAGMA quick_check(1)");
+    if (const auto* const error = std::get_if<SettingsError>(&prepared))
         return *error;
-    return std::get<0>(faults).front() > 0 ? std::optional(SettingsError::damaged) : std::nullopt;
+    sqlite3_stmt* const statement = std::get<Statement>(prepared).get();
+    const int code = sqlite3_step(statement);
+    if (const auto error = errorUnlessDone(code))
+        return error;
+    const bool isWhole = code == SQLITE_ROW && columnText(statement, 0) == QLatin1String("ok");
+    return isWhole ? std::nullopt : std::optional(SettingsError::damaged);
 }
 
 void SqliteFile::acceptChanges()

@@ -13,8 +13,10 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -22,6 +24,7 @@ struct sqlite3_stmt;
 namespace kelpa {
 
 using SettingsValues = QMap<QString, SettingsValue>;
+using KeyTest = std::function<bool(const QString& key)>;
 
 /// The contents of a file, as far as they can be read.
 struct FileContents
@@ -79,9 +82,13 @@ public:
     /// From now on this connection reads what the file holds now, whatever others write, until it
     /// is closed. For one that is opened for reading only.
     std::optional<SettingsError> holdSnapshot();
-    /// Copies all of the file to `path`, an empty file, which needs no log beside it and is on the
-    /// disk when there is no error.
-    std::optional<SettingsError> copyTo(const QString& path) const;
+    /// Copies the rows whose keys `isCopied` to `path`, an empty file, which needs no log beside
+    /// it. The copy has none of the bytes of the other rows, nor of what the file held earlier.
+    /// Does not wait until it is on the disk. `busy` where `stop` was requested.
+    std::optional<SettingsError> copyTo(const QString& path, const KeyTest& isCopied,
+                                        const std::stop_token& stop);
+    /// Waits until all of the file is on the disk, whoever has written it.
+    std::optional<SettingsError> sync();
     /// Whether the file holds no value.
     SettingsResult<bool> isEmpty();
     /// What is wrong with the structure of the file; absent when nothing is.
@@ -118,6 +125,9 @@ private:
     std::optional<SettingsError> connect(const QString& path, Access access);
     std::optional<SettingsError> checkIdentity();
     std::optional<SettingsError> prepareTable();
+    std::optional<SettingsError> createTable();
+    std::optional<SettingsError> copyRowsTo(SqliteFile& copy, const KeyTest& isCopied,
+                                            const std::stop_token& stop);
     std::optional<SettingsError> run(const char* sql);
     std::optional<SettingsError> tryToWrite(const SettingsValues& values);
     bool isCheckpointDue(std::int64_t pages) const;

@@ -1,6 +1,7 @@
 #include "platform/sqlite/SqliteSettingsStore.h"
 
 #include "platform/LoggingCategories.h"
+#include "platform/sqlite/ReplacementFile.h"
 
 #include <QFileInfo>
 
@@ -76,6 +77,23 @@ bool SqliteSettingsStore::copyAside(const QString& key, const SettingsValue& pre
     return write({{asideKey(key), present}});
 }
 
+QStringList SqliteSettingsStore::copiesAside(const QString& key) const
+{
+    return copiesAside(key, values());
+}
+
+QStringList SqliteSettingsStore::copiesAside(const QString& key, const SettingsValues& values)
+{
+    QStringList copies;
+    const QString prefix = asidePrefix(key);
+    for (auto copy = values.lowerBound(prefix);
+         copy != values.end() && copy.key().startsWith(prefix); ++copy) {
+        if (copy.value() != SettingsValue(QByteArray()))
+            copies.append(copy.key());
+    }
+    return copies;
+}
+
 std::optional<qint64> SqliteSettingsStore::otherProcess() const
 {
     return m_isAlreadyInUse ? FileLock::holderOf(lockPath()) : std::nullopt;
@@ -122,7 +140,7 @@ bool SqliteSettingsStore::flush()
     if (error == SettingsError::damaged && m_file) {
         keepStored();
         error = replaceDamaged({});
-        if (!error)
+        if (!error && !m_pending.isEmpty())
             error = writePending();
     }
     m_error = explained(error);
@@ -140,6 +158,11 @@ std::optional<SettingsError> SqliteSettingsStore::connect()
         return error;
     if (const auto error = m_lock.acquire(lockPath()))
         return error;
+    // Of a program that ended in between.
+    if (ReplacementFile(m_path).exists()) {
+        if (const auto error = moveReplacementInPlace())
+            return error;
+    }
     const FileContents found = openFile();
     const std::optional<SettingsError> error =
         found.error == SettingsError::damaged ? replaceDamaged(found.values) : found.error;
@@ -195,11 +218,44 @@ void SqliteSettingsStore::keepStored()
     }
 }
 
+/// Writes a new file, with `found`, what could be read from the damaged one, and all that memory
+/// holds, and puts it in the place of the damaged one, which is renamed.
 std::optional<SettingsError> SqliteSettingsStore::replaceDamaged(const SettingsValues& found)
 {
-    if (const auto error = moveAside(found))
-        return error;
+    for (const auto& [key, value] : found.asKeyValueRange()) {
+        if (!m_stored.contains(key) && !m_pending.contains(key))
+            m_pending.insert(key, value);
+    }
+    const ReplacementFile replacement(m_path);
+    std::optional<SettingsError> error = replacement.write(values());
+    if (!error) {
+        if (m_file)
+            m_file->keepAsIs();
+        error = moveReplacementInPlace();
+    }
+    m_file.reset();
+    if (error) {
+        replacement.remove();
+        // Anything else means that nothing can be renamed there either.
+        return error == SettingsError::full || error == SettingsError::failed
+                   ? error
+                   : SettingsError::damaged;
+    }
     return openFile().error;
+}
+
+/// Renames the damaged file.
+std::optional<SettingsError> SqliteSettingsStore::moveReplacementInPlace()
+{
+    const std::optional<QString> damaged = ReplacementFile(m_path).takePlace();
+    if (!damaged)
+        return SettingsError::damaged;
+    if (!damaged->isEmpty()) {
+        m_reporter.reportMovedAside(*damaged);
+        m_movedAside = {QFileInfo(*damaged).fileName(), m_isLoaded && !m_isIncomplete};
+    }
+    m_isIncomplete = false;
+    return std::nullopt;
 }
 
 /// Opens and reads the file; merges its values into memory unless there is an error.
@@ -243,25 +299,6 @@ void SqliteSettingsStore::mergeStored(const SettingsValues& found)
     dropUnchanged();
 }
 
-/// Renames the damaged file; `found`, what could be read from it, becomes pending for the next one.
-std::optional<SettingsError> SqliteSettingsStore::moveAside(const SettingsValues& found)
-{
-    if (m_file)
-        m_file->keepAsIs();
-    const std::optional<QString> newPath = moveSettingsFileAside(m_path);
-    m_file.reset();
-    if (!newPath)
-        return SettingsError::damaged;
-    m_reporter.reportMovedAside(*newPath);
-    m_movedAside = {QFileInfo(*newPath).fileName(), m_isLoaded && !m_isIncomplete};
-    m_isIncomplete = false;
-    for (const auto& [key, value] : found.asKeyValueRange()) {
-        if (!m_stored.contains(key) && !m_pending.contains(key))
-            m_pending.insert(key, value);
-    }
-    return std::nullopt;
-}
-
 void SqliteSettingsStore::loadReadOnly()
 {
     if (!FileIdentity::of(m_path))
@@ -292,6 +329,11 @@ void SqliteSettingsStore::setBeforeSave(std::function<void()> beforeSave)
     m_beforeSave = std::move(beforeSave);
 }
 
+void SqliteSettingsStore::setMakeRoom(std::function<void()> makeRoom)
+{
+    m_makeRoom = std::move(makeRoom);
+}
+
 std::optional<SettingsError> SqliteSettingsStore::writePending()
 {
     if (m_beforeSave)
@@ -301,7 +343,11 @@ std::optional<SettingsError> SqliteSettingsStore::writePending()
         if (m_pending.contains(key) && m_stored.contains(key))
             rows.insert(asideKey(key), m_stored.value(key));
     }
-    const std::optional<SettingsError> error = m_file->write(rows);
+    std::optional<SettingsError> error = m_file->write(rows);
+    if (error == SettingsError::full && m_makeRoom) {
+        m_makeRoom();
+        error = m_file->write(rows);
+    }
     if (error) {
         // After a disk error the connection's view of the file is not reliable.
         if (error == SettingsError::failed || error == SettingsError::unreachable)

@@ -42,6 +42,9 @@ public:
     std::optional<SettingsValue> value(const QString& key) const override;
     bool write(const std::vector<SettingsEntry>& entries) override;
     bool copyAside(const QString& key) override;
+    QStringList copiesAside(const QString& key) const override;
+    /// Of these values.
+    static QStringList copiesAside(const QString& key, const SettingsValues& values);
     /// Copies a value aside that `key` has or had.
     bool copyAside(const QString& key, const SettingsValue& present);
     bool flush() override;
@@ -51,6 +54,8 @@ public:
 
     /// Calls `beforeSave` before each change of the file.
     void setBeforeSave(std::function<void()> beforeSave);
+    /// Calls `makeRoom` when the disk has no room for a save, which is then tried once more.
+    void setMakeRoom(std::function<void()> makeRoom);
 
     /// Everything that `value` would return, without counting as read.
     SettingsValues values() const;
@@ -63,9 +68,9 @@ private:
     std::optional<SettingsError> connect();
     std::optional<SettingsError> explained(std::optional<SettingsError> error) const;
     FileContents openFile();
-    std::optional<SettingsError> moveAside(const SettingsValues& found);
     void keepStored();
     std::optional<SettingsError> replaceDamaged(const SettingsValues& found);
+    std::optional<SettingsError> moveReplacementInPlace();
     std::optional<SettingsError> takeChanges();
     void mergeStored(const SettingsValues& found);
     void loadReadOnly();
@@ -98,6 +103,7 @@ private:
     std::optional<FileMovedAside> m_movedAside;
     bool m_isAlreadyInUse = false;
     std::function<void()> m_beforeSave;
+    std::function<void()> m_makeRoom;
 };
 
 } // namespace kelpa

@@ -134,6 +134,12 @@ bool WriteBehindSettings::copyAside(const QString& key)
     return false;
 }
 
+QStringList WriteBehindSettings::copiesAside(const QString& key) const
+{
+    const Lock lock(m_mutex);
+    return SqliteSettingsStore::copiesAside(key, m_stored);
+}
+
 bool WriteBehindSettings::flush()
 {
     Lock lock(m_mutex);

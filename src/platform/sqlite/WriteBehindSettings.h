@@ -44,6 +44,8 @@ public:
     bool write(const std::vector<SettingsEntry>& entries) override;
     /// Does not wait: false unless there is nothing to copy.
     bool copyAside(const QString& key) override;
+    /// Without those that are on their way to the disk.
+    QStringList copiesAside(const QString& key) const override;
     bool flush() override;
     SettingsStatus status() const override;
     /// The file itself, with all symbolic links resolved.

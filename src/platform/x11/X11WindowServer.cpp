@@ -154,6 +154,7 @@ bool X11WindowServer::connect()
     if (isConnected(m_display))
         return true;
     m_numbers.forgetAll();
+    m_sessionIDs.clear();
     m_isWritingNumbers = false;
     m_display = m_needs.connector->open();
     return m_display != nullptr;
@@ -185,8 +186,10 @@ std::vector<ClientWindow> X11WindowServer::numbered(ClientsReading clients, cons
     });
     std::vector<WindowNumbers::Sighting> sightings;
     sightings.reserve(clients.clients.size());
-    for (const ClientReading& reading : clients.clients)
+    for (ClientReading& reading : clients.clients) {
+        noteSessionID(reading.client);
         sightings.push_back(believable(reading));
+    }
     const WindowNumbers::Numbering numbering = m_numbers.number(sightings, root.numberCounter);
     write(numbering);
 
@@ -222,6 +225,19 @@ void X11WindowServer::noteOwner(const ClientWindow& client)
         m_owners.note(*client.number, ownerOf(client));
 }
 
+void X11WindowServer::noteSessionID(ClientWindow& client)
+{
+    const auto known = m_sessionIDs.find(client.window);
+    if (!m_numbers.isKnown(client.window)) {
+        if (!client.sessionID.isEmpty())
+            m_sessionIDs.insert_or_assign(client.window, client.sessionID);
+        else if (known != m_sessionIDs.end())
+            m_sessionIDs.erase(known);
+    } else if (known != m_sessionIDs.end()) {
+        client.sessionID = known->second;
+    }
+}
+
 void X11WindowServer::write(const WindowNumbers::Numbering& numbering)
 {
     if (!numbering.counter && numbering.tags.empty())
@@ -250,6 +266,7 @@ std::vector<std::uint32_t> X11WindowServer::forgetDestroyed()
         if (const std::optional<xcb_window_t> window = destroyedWindow(*event)) {
             m_numbers.windowDestroyed(*window);
             m_owners.windowDestroyed(*window);
+            m_sessionIDs.erase(*window);
             destroyed.push_back(*window);
         }
     }

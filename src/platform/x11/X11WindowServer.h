@@ -15,6 +15,8 @@
 #include "platform/x11/discovery/DesktopReader.h"
 #include "platform/x11/discovery/IconRevisions.h"
 
+#include <QString>
+
 #include <map>
 #include <memory>
 #include <mutex>
@@ -49,8 +51,9 @@ struct X11WindowServerNeeds
 
 /// Reads the desktop through a connection of its own, which the first discovery pass opens and a
 /// later one opens again after it was lost. A pass costs two round trips, one more while no program
-/// writes window numbers. The destruction of every window that a pass has read is reported to that
-/// connection, so that a number never passes on with a reused id.
+/// writes window numbers, and up to two more where windows are new. The destruction of every window
+/// that a pass has read is reported to that connection, so that a number never passes on with a
+/// reused id.
 class X11WindowServer : public WindowServer
 {
 public:
@@ -105,6 +108,8 @@ private:
     /// The sighting, without the tag of a window that cannot be the one that got it.
     WindowNumbers::Sighting believable(const ClientReading& reading) const;
     void noteOwner(const ClientWindow& client);
+    /// A session manager's identifier is read only once.
+    void noteSessionID(ClientWindow& client);
     void write(const WindowNumbers::Numbering& numbering);
     /// The ids of the windows that the server has reported as destroyed since the last call.
     std::vector<std::uint32_t> forgetDestroyed();
@@ -123,6 +128,8 @@ private:
     WindowNumbers m_numbers;
     WindowOwners m_owners;
     bool m_isWritingNumbers = false;
+    /// By the server's id, of the windows that have one and are known by a number.
+    std::map<std::uint32_t, QString> m_sessionIDs;
 
     mutable std::mutex m_windowsMutex;
     std::map<WindowID, KnownWindow> m_windows;

@@ -38,6 +38,8 @@ StoredBoard loadBoard(SettingsStore& settings)
     if (const auto language = stored<QString>(settings, languageKey))
         board.language = appLanguageFromRawValue(*language);
     board.isAutoSortingGoals = stored<bool>(settings, autoSortingGoalsKey);
+    board.isClosingQuitting = stored<bool>(settings, closingQuitsKey);
+    board.isClosingExplained = stored<bool>(settings, closingExplainedKey);
     board.isUnsortedUnfolded = stored<bool>(settings, unsortedUnfoldedKey);
 
     if (const auto document = storedDocument(settings, goalsKey, legacyGoalsKey)) {
@@ -61,12 +63,12 @@ StoredBoard loadBoard(SettingsStore& settings)
         }
     }
     board.isRememberingWindows = stored<bool>(settings, rememberingWindowsKey);
-    if (const auto document = storedDocument(settings, windowMemoryKey)) {
-        if (auto windows = decodeRememberedWindows(*document))
-            board.rememberedWindows = *std::move(windows);
-        else
-            settings.copyAside(windowMemoryKey);
-    }
+    if (board.isRememberingWindows.value_or(true))
+        board.windowMemoryDocument = storedDocument(settings, windowMemoryKey);
+    else if (settings.value(windowMemoryKey))
+        // Something that is no document is emptied like one that does not decode, not copied aside.
+        board.windowMemoryDocument =
+            stored<QByteArray>(settings, windowMemoryKey).value_or(QByteArray());
     qCDebug(logStore, "loaded %lld goals and %lld unassigned todos",
             qlonglong(board.contents.goals.size()),
             qlonglong(board.contents.unassignedTodos.size()));
@@ -117,6 +119,16 @@ std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
         entries.push_back({goalsKey, *std::move(document)});
     if (auto document = encodeTodos(unassignedTodos))
         entries.push_back({unassignedTodosKey, *std::move(document)});
+    return entries;
+}
+
+std::optional<std::vector<SettingsEntry>> wholeBoardEntries(const BoardContents& board)
+{
+    constexpr std::size_t lists = 2;
+    std::vector<SettingsEntry> entries = boardEntries(board.goals, board.unassignedTodos);
+    if (entries.size() != lists)
+        return std::nullopt;
+    entries.push_back(assignmentsEntry(board.assignments));
     return entries;
 }
 

@@ -3,6 +3,7 @@
 
 #include "model/BoardJson.h"
 #include "model/RememberedWindow.h"
+#include "platform/Backups.h"
 #include "platform/SettingsStore.h"
 #include "store/board/BoardContents.h"
 #include "text/AppLanguage.h"
@@ -20,8 +21,10 @@ inline const QString goalsKey = QStringLiteral("kelpa.goals");
 inline const QString unassignedTodosKey = QStringLiteral("kelpa.unassignedTodos");
 inline const QString assignmentsKey = QStringLiteral("kelpa.windowAssignments");
 inline const QString languageKey = QStringLiteral("kelpa.language");
-inline const QString windowMemoryKey = QStringLiteral("kelpa.windowMemory");
+inline const QString windowMemoryKey = keyWithoutBackup;
 inline const QString rememberingWindowsKey = QStringLiteral("kelpa.rememberingWindows");
+inline const QString closingQuitsKey = QStringLiteral("kelpa.closingQuits");
+inline const QString closingExplainedKey = QStringLiteral("kelpa.closingExplained");
 inline const QString autoSortingGoalsKey = QStringLiteral("kelpa.autoSortingGoals");
 inline const QString unsortedUnfoldedKey = QStringLiteral("kelpa.unsortedUnfolded");
 /// Keys of an earlier release: read where the present ones are absent, never written.
@@ -41,12 +44,23 @@ struct StoredBoard
     std::optional<QByteArray> assignmentsDocument;
     /// Absent when nothing is stored or it is not a Boolean.
     std::optional<bool> isRememberingWindows;
-    RememberedWindows rememberedWindows;
+    /// The document of the remembered windows, not decoded; absent when there is none.
+    std::optional<QByteArray> windowMemoryDocument;
+    /// Absent when nothing is stored or they are not Booleans.
+    std::optional<bool> isClosingQuitting;
+    std::optional<bool> isClosingExplained;
 };
 
-/// Reads everything. Goals, todos, assignments or remembered windows that do not decode count as
-/// empty, and are first copied aside in `settings`, since the next save overwrites them; a language
-/// or a setting that does not decode counts as absent.
+/// A board with its goals and todos as they are stored, encoded off the main thread.
+struct EncodedBoard
+{
+    BoardContents contents;
+    std::vector<SettingsEntry> entries;
+};
+
+/// Reads everything. Goals, todos or assignments that do not decode count as empty, and are first
+/// copied aside in `settings`, since the next save overwrites them; a language or a setting that
+/// does not decode counts as absent.
 StoredBoard loadBoard(SettingsStore& settings);
 
 /// The board that the values of a file hold, as in a backup. Absent when a part of it does not
@@ -59,6 +73,8 @@ std::set<WindowID> assignedWindows(const SettingsStore& settings);
 /// The entries that a save writes. A part that cannot be encoded is left out.
 std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
                                         const QList<TodoItem>& unassignedTodos);
+/// The entries of a whole board, its assignments too. Absent when a part cannot be encoded.
+std::optional<std::vector<SettingsEntry>> wholeBoardEntries(const BoardContents& board);
 SettingsEntry assignmentsEntry(const Assignments& assignments);
 SettingsEntry windowMemoryEntry(const RememberedWindows& windows);
 

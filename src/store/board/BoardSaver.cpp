@@ -1,7 +1,5 @@
 #include "store/board/BoardSaver.h"
 
-#include "store/board/BoardPersistence.h"
-
 #include <algorithm>
 #include <chrono>
 #include <iterator>
@@ -19,18 +17,13 @@ constexpr Scheduler::Duration retryDelay = 5s;
 /// How long a save may take before a person is told.
 constexpr Scheduler::Duration unnoticedDelay = 1s;
 
-/// How long a window that is to be closed waits before it closes, while the disk has not replied.
-constexpr std::chrono::milliseconds closingLimit = 1s;
-
 /// How long the end of the program waits for the disk. Sessions wait about as long for a program.
 constexpr std::chrono::milliseconds finishLimit = 20s;
 
 } // namespace
 
-BoardSaver::BoardSaver(SettingsStore& settings, Scheduler& scheduler, std::function<void()> load,
-                       std::function<void()> stateChanged)
-    : m_settings(settings), m_scheduler(scheduler), m_load(std::move(load)),
-      m_stateChanged(std::move(stateChanged)),
+BoardSaver::BoardSaver(SettingsStore& settings, Scheduler& scheduler, Callbacks callbacks)
+    : m_settings(settings), m_scheduler(scheduler), m_callbacks(std::move(callbacks)),
       m_saves(settings.watchSaves([this](bool isSaved) { endSave(isSaved); }))
 {}
 
@@ -47,13 +40,24 @@ void BoardSaver::start()
 void BoardSaver::save(const BoardContents& board, std::vector<SettingsEntry> settings)
 {
     std::vector<SettingsEntry> entries;
-    if (m_isLoaded) {
-        entries = boardEntries(board.goals, board.unassignedTodos);
-        entries.push_back(assignmentsEntry(board.assignments));
-    }
+    if (m_isLoaded)
+        entries = entriesOf(board);
+    m_expected.reset();
     m_hasUnwrittenBoard = !m_isLoaded;
     std::ranges::move(settings, std::back_inserter(entries));
     write(entries);
+}
+
+/// A board that is expected shares its lists, so that it compares at once.
+std::vector<SettingsEntry> BoardSaver::entriesOf(const BoardContents& board)
+{
+    std::vector<SettingsEntry> entries =
+        m_expected && m_expected->contents.goals == board.goals &&
+                m_expected->contents.unassignedTodos == board.unassignedTodos
+            ? std::move(m_expected->entries)
+            : boardEntries(board.goals, board.unassignedTodos);
+    entries.push_back(assignmentsEntry(board.assignments));
+    return entries;
 }
 
 void BoardSaver::write(const std::vector<SettingsEntry>& entries)
@@ -64,12 +68,6 @@ void BoardSaver::write(const std::vector<SettingsEntry>& entries)
 void BoardSaver::retry()
 {
     endSave(m_settings.flush());
-}
-
-void BoardSaver::retryAndWait()
-{
-    endSave(m_settings.finish(closingLimit));
-    noteSlowness();
 }
 
 void BoardSaver::finish()
@@ -117,6 +115,9 @@ void BoardSaver::update()
     SettingsStatus status = currentStatus();
     bool isSlow = m_isSlow;
     if (!isSavingChanges()) {
+        // A callback may begin the next change, so none runs within the one that ends this.
+        if (m_isEndAwaited && !m_ended)
+            m_ended = m_scheduler.after(0ms, [this] { reportEnd(); });
         m_slowness.reset();
         isSlow = false;
     } else if (!m_slowness) {
@@ -126,14 +127,14 @@ void BoardSaver::update()
         return;
     m_isSlow = isSlow;
     m_status = std::move(status);
-    m_stateChanged();
+    m_callbacks.stateChanged();
 }
 
 void BoardSaver::load()
 {
     m_isLoaded = true;
     m_hasUnwrittenBoard = false;
-    m_load();
+    m_callbacks.load();
 }
 
 void BoardSaver::retryLater()
@@ -147,7 +148,24 @@ void BoardSaver::retryLater()
 void BoardSaver::noteSlowness()
 {
     if (isSavingChanges() && !std::exchange(m_isSlow, true))
-        m_stateChanged();
+        m_callbacks.stateChanged();
+}
+
+/// The next save may have begun by now.
+void BoardSaver::reportEnd()
+{
+    m_ended.reset();
+    if (isSavingChanges())
+        return;
+    m_isEndAwaited = false;
+    m_callbacks.ended();
+}
+
+SaveProgress BoardSaver::progress() const
+{
+    if (isSavingChanges())
+        return SaveProgress::underWay;
+    return currentStatus().hasUnsavedValues ? SaveProgress::refused : SaveProgress::saved;
 }
 
 /// An attempt that only reads saves nothing.

@@ -5,11 +5,13 @@
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "platform/Subscription.h"
-#include "store/board/BoardContents.h"
+#include "store/board/BoardPersistence.h"
+#include "store/board/SaveProgress.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace kelpa {
@@ -19,26 +21,38 @@ namespace kelpa {
 class BoardSaver
 {
 public:
-    /// Calls `load` once, as soon as the stored values can be read, and `stateChanged` after each
-    /// change of `isSlow` or `status`. `settings` and `scheduler` outlive this.
-    BoardSaver(SettingsStore& settings, Scheduler& scheduler, std::function<void()> load,
-               std::function<void()> stateChanged);
+    struct Callbacks
+    {
+        /// Called once, as soon as the stored values can be read.
+        std::function<void()> load;
+        /// Called after each change of `isSlow` or `status`.
+        std::function<void()> stateChanged;
+        /// Called once after `awaitEnd`.
+        std::function<void()> ended;
+    };
+
+    /// `settings` and `scheduler` outlive this.
+    BoardSaver(SettingsStore& settings, Scheduler& scheduler, Callbacks callbacks);
 
     /// Loads now, or as soon as a later attempt succeeds.
     void start();
+    /// What was encoded ahead for a save that is about to come: it takes these values where the
+    /// board is theirs.
+    void expect(EncodedBoard board) { m_expected = std::move(board); }
     /// Writes all of the board, and `settings` with it.
     void save(const BoardContents& board, std::vector<SettingsEntry> settings);
     /// Writes `entries` now; entries that cannot be written are retried after a delay.
     void write(const std::vector<SettingsEntry>& entries);
-    /// Retries now what could not be read or written until now.
+    /// Retries now what could not be read or written until now, waiting a frame at most.
     void retry();
-    /// The same, and waits up to a second for the disk.
-    void retryAndWait();
     /// At the program's end: retries once what could not be read or written until now, and waits
-    /// for a slow disk, but not for ever for one that hangs.
+    /// for a slow disk, but not for ever for one that hangs. A session that asks programs to save
+    /// may go on afterwards, so an end that is awaited is reported all the same.
     void finish();
-    /// Whether changes have been on their way to the disk for a second, or a call has waited for
-    /// them in vain.
+    SaveProgress progress() const;
+    /// Reports from the event loop when changes that are under way no longer are.
+    void awaitEnd() { m_isEndAwaited = true; }
+    /// Whether changes have been on their way to the disk for a second.
     bool isSlow() const { return m_isSlow; }
     /// What is wrong. While nothing is, saves that are under way do not count as unsaved.
     const SettingsStatus& status() const { return m_status; }
@@ -46,28 +60,34 @@ public:
     void dismissFileMovedAside();
 
 private:
+    std::vector<SettingsEntry> entriesOf(const BoardContents& board);
     void endSave(bool isSaved);
     void update();
     void load();
     void retryLater();
     void noteSlowness();
+    void reportEnd();
     bool isSavingChanges() const;
     SettingsStatus currentStatus() const;
 
     SettingsStore& m_settings;
     Scheduler& m_scheduler;
-    std::function<void()> m_load;
-    std::function<void()> m_stateChanged;
+    const Callbacks m_callbacks;
     bool m_isLoaded = false;
     /// The board has changed before the stored one could be loaded.
     bool m_hasUnwrittenBoard = false;
     bool m_isSlow = false;
+    bool m_isEndAwaited = false;
     SettingsStatus m_status;
     std::optional<FileMovedAside> m_dismissed;
+    /// Until the next save.
+    std::optional<EncodedBoard> m_expected;
     /// The next attempt; absent while nothing is left to read or write, or a save is under way.
     TaskHandle m_retry;
     /// Makes a save slow; absent while none is under way.
     TaskHandle m_slowness;
+    /// Reports that none is any more.
+    TaskHandle m_ended;
     std::unique_ptr<Subscription> m_saves;
 };
 

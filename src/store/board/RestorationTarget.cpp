@@ -38,16 +38,35 @@ QList<TodoItem> inSequence(QList<TodoItem> todos)
     return todos;
 }
 
+Column columnOf(Goal goal)
+{
+    QList<TodoItem> todos = inSequence(std::exchange(goal.todos, {}));
+    return {TargetSelection::goal(goal.id), std::move(goal), std::move(todos)};
+}
+
+Column unassignedColumn(const BoardContents& board)
+{
+    return {TargetSelection::unassigned(), {}, inSequence(board.unassignedTodos)};
+}
+
 /// The goals in order, then the unassigned list.
 QList<Column> columns(const BoardContents& board)
 {
     QList<Column> columns;
-    for (Goal goal : board.goals) {
-        QList<TodoItem> todos = inSequence(std::exchange(goal.todos, {}));
-        columns.append({TargetSelection::goal(goal.id), std::move(goal), std::move(todos)});
-    }
-    columns.append({TargetSelection::unassigned(), {}, inSequence(board.unassignedTodos)});
+    for (const Goal& goal : board.goals)
+        columns.append(columnOf(goal));
+    columns.append(unassignedColumn(board));
     return columns;
+}
+
+/// Whether the boards have the same goals in the same order, whatever their todos.
+bool haveSameHeadings(const QList<Goal>& before, const QList<Goal>& after)
+{
+    const auto heading = [](Goal goal) {
+        goal.todos = {};
+        return goal;
+    };
+    return std::ranges::equal(before, after, {}, heading, heading);
 }
 
 /// The list of all todos.
@@ -107,26 +126,36 @@ std::optional<RestorationTarget> restorationTarget(const BoardContents& before,
                                                    const BoardContents& after,
                                                    const TargetSelection& present)
 {
-    const QList<Column> former = columns(before);
-    const QList<Column> latter = columns(after);
-
     if (present.isUnifiedTodos() && before.assignments == after.assignments &&
-        std::ranges::equal(former, latter, {}, &Column::heading, &Column::heading)) {
+        haveSameHeadings(before.goals, after.goals)) {
         const QList<Row> formerRows = rows(before);
         const QList<Row> latterRows = rows(after);
         if (formerRows != latterRows)
             return changeAt(present, formerRows, latterRows);
     }
 
+    // Lists that nothing has changed are shared, and so compared without sorting their todos.
     std::optional<RestorationTarget> changed;
-    for (const Column& column : latter) {
-        const auto then = std::ranges::find(former, column.id, &Column::id);
-        if (then == former.end())
-            return RestorationTarget{.target = column.id};
-        if (then->todos.size() < column.todos.size())
-            return changeAt(column.id, then->todos, column.todos);
-        if (!changed && *then != column)
-            changed = changeAt(column.id, then->todos, column.todos);
+    const auto compare = [&changed](const Column& then, const Column& now) {
+        if (!changed && then != now)
+            changed = changeAt(now.id, then.todos, now.todos);
+    };
+    for (const Goal& goal : after.goals) {
+        const Goal* const then = goalWith(goal.id, before.goals);
+        if (then == nullptr)
+            return RestorationTarget{.target = TargetSelection::goal(goal.id)};
+        if (then->todos.size() < goal.todos.size())
+            return changeAt(TargetSelection::goal(goal.id), inSequence(then->todos),
+                            inSequence(goal.todos));
+        if (*then != goal)
+            compare(columnOf(*then), columnOf(goal));
+    }
+    if (before.unassignedTodos != after.unassignedTodos) {
+        const Column then = unassignedColumn(before);
+        const Column now = unassignedColumn(after);
+        if (then.todos.size() < now.todos.size())
+            return changeAt(now.id, then.todos, now.todos);
+        compare(then, now);
     }
     if (changed)
         return changed;
@@ -139,6 +168,8 @@ std::optional<RestorationTarget> restorationTarget(const BoardContents& before,
         return std::nullopt;
     if (const auto place = placeOfMovedWindow(before.assignments, after.assignments))
         return RestorationTarget{.target = *place, .isPlaceOfWindow = true};
+    const QList<Column> former = columns(before);
+    const QList<Column> latter = columns(after);
     if (const Column* const moved = affectedItem(former, latter))
         return RestorationTarget{.target = moved->id};
     if (former.size() != latter.size() || before == after)

@@ -96,23 +96,24 @@ bool applyPositions(QList<Goal>& goals, const TodoPositions& positions)
     return hasChanged;
 }
 
-TodoItem withNextStatus(TodoItem todo, Date now)
+TodoStatus nextStatus(TodoStatus status)
 {
-    switch (todo.status) {
+    switch (status) {
     case TodoStatus::todo:
-        todo.status = TodoStatus::ing;
-        todo.completedAt = std::nullopt;
-        return todo;
+        return TodoStatus::ing;
     case TodoStatus::ing:
-        todo.status = TodoStatus::completed;
-        todo.completedAt = now;
-        return todo;
+        return TodoStatus::completed;
     case TodoStatus::completed:
-        todo.status = TodoStatus::todo;
-        todo.completedAt = std::nullopt;
-        return todo;
+        return TodoStatus::todo;
     }
     Q_UNREACHABLE();
+}
+
+TodoItem withStatus(TodoItem todo, TodoStatus status, Date now)
+{
+    todo.status = status;
+    todo.completedAt = status == TodoStatus::completed ? std::optional<Date>(now) : std::nullopt;
+    return todo;
 }
 
 } // namespace kelpa

@@ -40,7 +40,10 @@ std::optional<TodoPositions> positionsAfterMove(const QList<Goal>& goals,
 bool applyPositions(QList<TodoItem>& todos, const TodoPositions& positions);
 bool applyPositions(QList<Goal>& goals, const TodoPositions& positions);
 
-/// `todo` one step on: from todo to in progress, to completed at `now`, and back to todo.
-TodoItem withNextStatus(TodoItem todo, Date now);
+/// One step on: from todo to in progress, to completed, and back to todo.
+TodoStatus nextStatus(TodoStatus status);
+
+/// `todo` with another status; one that is completed becomes so at `now`.
+TodoItem withStatus(TodoItem todo, TodoStatus status, Date now);
 
 } // namespace kelpa

@@ -19,6 +19,8 @@ Explanation explanationOf(SettingsError error)
         return {CopyKey::FileUnreachable, CopyKey::CheckPermissions};
     case SettingsError::isFolder:
         return {CopyKey::FileIsFolder, CopyKey::MoveTheFolder};
+    case SettingsError::folderIsFile:
+        return {CopyKey::FolderIsFile, CopyKey::MoveTheFile};
     case SettingsError::readOnly:
         return {CopyKey::FileReadOnly, CopyKey::CheckPermissions};
     case SettingsError::busy:

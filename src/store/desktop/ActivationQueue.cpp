@@ -21,4 +21,15 @@ void ActivationQueue::enqueue(const QList<WindowItem>& windows)
         [](Done) {});
 }
 
+void ActivationQueue::enqueue(const WindowArrangement& arrangement)
+{
+    m_queue.add(
+        [arrangement, &applications = m_applications,
+         &accessibility = m_accessibility](const std::stop_token& stop) {
+            arrange(arrangement, applications, accessibility, stop);
+            return Done{};
+        },
+        [](Done) {});
+}
+
 } // namespace kelpa

@@ -5,6 +5,7 @@
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
 #include "platform/TaskQueue.h"
+#include "windows/WorkContext.h"
 
 #include <QList>
 
@@ -20,6 +21,10 @@ public:
 
     /// Activates all of them, the last one topmost, after those that were enqueued before.
     void enqueue(const QList<WindowItem>& windows);
+    /// Carries the requests out likewise.
+    void enqueue(const WindowArrangement& arrangement);
+    /// All requests have been sent.
+    bool isIdle() const { return m_queue.isIdle(); }
 
 private:
     Applications& m_applications;

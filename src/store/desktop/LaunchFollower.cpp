@@ -33,30 +33,34 @@ void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
                    [this, number](const std::optional<Launch>& launch) { follow(number, launch); });
 }
 
-void LaunchFollower::reopen(const FormerWindow& window, WindowID remembered, GoalID goalID,
-                            std::function<void(const Reopening& reopening)> begun)
+void LaunchFollower::reopen(const RememberedWindow& window, GoalID goalID,
+                            ReopeningHandlers handlers)
 {
-    const bool isUnderWay = std::ranges::any_of(
-        m_pending, [&](const auto& each) { return each.second.remembered == remembered; });
+    const bool isUnderWay = std::ranges::any_of(m_pending, [&](const auto& each) {
+        return each.second.remembered && each.second.remembered->windowID == window.windowID;
+    });
     if (isUnderWay)
         return;
-    const Number number = addPending(goalID, remembered);
-    m_launches.add([window, &applications = m_applications](
-                       const std::stop_token&) { return applications.reopen(window); },
-                   [this, number, begun = std::move(begun)](const Reopening& reopening) {
+    const Number number = addPending(goalID, window);
+    m_pending.at(number).missed = std::move(handlers.missed);
+    const FormerWindow former{window.traits.application, window.traits.document};
+    m_launches.add([former, &applications = m_applications](
+                       const std::stop_token&) { return applications.reopen(former); },
+                   [this, number, begun = std::move(handlers.begun)](const Reopening& reopening) {
                        follow(number, reopening.launch);
                        begun(reopening);
                    });
 }
 
-LaunchFollower::Number LaunchFollower::addPending(GoalID goalID, std::optional<WindowID> remembered)
+LaunchFollower::Number LaunchFollower::addPending(GoalID goalID,
+                                                  std::optional<RememberedWindow> remembered)
 {
     QSet<WindowID> before;
     for (const WindowItem& window : m_windows)
         before.insert(window.id);
     // Pending before anything is started, so that windows claimed by other launches are excluded.
     const Number number = ++m_lastNumber;
-    m_pending.emplace(number, PendingLaunch{goalID, before, maxPolls, remembered});
+    m_pending.emplace(number, PendingLaunch{goalID, before, maxPolls, std::move(remembered)});
     return number;
 }
 
@@ -114,9 +118,11 @@ void LaunchFollower::finishPass()
 void LaunchFollower::match(Number number)
 {
     const PendingLaunch& pending = m_pending.at(number);
-    if (const std::optional<WindowID> windowID = pending.recognised(m_windows)) {
-        claim(number, *windowID);
-        return;
+    if (!isContested(number)) {
+        if (const std::optional<WindowID> windowID = pending.recognised(m_windows)) {
+            claim(number, *windowID);
+            return;
+        }
     }
     const QList<WindowItem> candidates = pending.candidates(m_windows);
     if (candidates.isEmpty()) {
@@ -133,23 +139,58 @@ void LaunchFollower::match(Number number)
                           });
                       if (isStillFree)
                           claim(number, *windowID);
+                      else if (const std::optional<WindowID> distinct = distinctWindow(number))
+                          claim(number, *distinct);
                       else
                           retryOrGiveUp(number);
                   });
 }
 
+bool LaunchFollower::isContested(Number number) const
+{
+    const PendingLaunch& pending = m_pending.at(number);
+    return pending.isContested || std::ranges::any_of(m_pending, [&](const auto& each) {
+               return each.second.isRivalOf(pending);
+           });
+}
+
+std::optional<WindowID> LaunchFollower::distinctWindow(Number number) const
+{
+    std::optional<WindowID> found;
+    for (const WindowItem& window : m_windows) {
+        if (!m_pending.at(number).resembles(window))
+            continue;
+        const bool isOthersToo = std::ranges::any_of(m_pending, [&](const auto& each) {
+            return each.first != number && each.second.resembles(window);
+        });
+        if (found || isOthersToo)
+            return std::nullopt;
+        found = window.id;
+    }
+    return found;
+}
+
 void LaunchFollower::retryOrGiveUp(Number number)
 {
-    if (--m_pending.at(number).passesLeft > 0)
+    PendingLaunch& pending = m_pending.at(number);
+    if (--pending.passesLeft > 0) {
         pollLater(number);
-    else
-        m_pending.erase(number);
+        return;
+    }
+    const std::function<void()> missed = std::move(pending.missed);
+    for (auto& [_, other] : m_pending)
+        other.isContested = other.isContested || other.isRivalOf(pending);
+    m_pending.erase(number);
+    if (missed)
+        missed();
 }
 
 void LaunchFollower::claim(Number number, WindowID windowID)
 {
     const GoalID goalID = m_pending.at(number).goalID;
-    const std::optional<WindowID> remembered = m_pending.at(number).remembered;
+    std::optional<WindowID> remembered;
+    if (m_pending.at(number).remembered)
+        remembered = m_pending.at(number).remembered->windowID;
     m_pending.erase(number);
     for (auto& [_, pending] : m_pending)
         pending.others.insert(windowID);

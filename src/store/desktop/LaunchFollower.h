@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Identifiers.h"
+#include "model/RememberedWindow.h"
 #include "model/WindowItem.h"
 #include "platform/Applications.h"
 #include "platform/Scheduler.h"
@@ -38,17 +39,23 @@ public:
 
     /// A launch that fails, or whose window does not appear in time, ends silently.
     void launch(LaunchableApplication application, GoalID goalID);
-    /// Opens a remembered window of the goal again, unless that is under way, and reports once how
-    /// that went; its window is followed like that of a launch.
-    void reopen(const FormerWindow& window, WindowID remembered, GoalID goalID,
-                std::function<void(const Reopening& reopening)> begun);
+    struct ReopeningHandlers
+    {
+        /// Called once: the application was started, or not.
+        std::function<void(const Reopening& reopening)> begun;
+        /// The application was started, and no window of it has appeared in time.
+        std::function<void()> missed;
+    };
+    /// Opens a remembered window of the goal again, unless that is under way; its window is
+    /// followed like that of a launch.
+    void reopen(const RememberedWindow& window, GoalID goalID, ReopeningHandlers handlers);
     /// The requested discovery pass has ended; `windows` are up to date.
     void finishPass();
 
 private:
     using Number = std::uint64_t;
 
-    Number addPending(GoalID goalID, std::optional<WindowID> remembered);
+    Number addPending(GoalID goalID, std::optional<RememberedWindow> remembered);
     /// The application was started; absent when it could not be.
     void follow(Number number, const std::optional<Launch>& launch);
     /// Determines in the background which application was launched.
@@ -56,6 +63,10 @@ private:
     void pollLater(Number number);
     void poll(Number number);
     void match(Number number);
+    /// Whether another goal may as well get a window of the launched application.
+    bool isContested(Number number) const;
+    /// The one window that resembles the remembered one of this launch and that of no other.
+    std::optional<WindowID> distinctWindow(Number number) const;
     void retryOrGiveUp(Number number);
     void claim(Number number, WindowID windowID);
 

@@ -119,4 +119,8 @@ QtObject {
     function accentColor(accent: string): color {
         return ViewSettings.accentColor(accent, root.isDark);
     }
+    /// The accent as the edge of a dot and as a symbol, which stand out from every ground.
+    function accentEdge(accent: string): color {
+        return Qt.tint(root.accentColor(accent), Qt.alpha(root.text, 0.65));
+    }
 }

@@ -22,8 +22,10 @@ BackupRow rowOf(const BackupBrowser::Entry& entry, AppLanguage language)
     BackupRow row;
     row.name = entry.backup.name;
     row.title = KelpaCopy::dayAndTime(entry.backup.time.toLocalTime(), language);
-    if (entry.backup.isBeforeRestore)
+    if (entry.backup.reason == BackupReason::beforeRestore)
         row.note = KelpaCopy::text(CopyKey::BackupBeforeRestore, language);
+    else if (entry.backup.reason == BackupReason::beforeImport)
+        row.note = KelpaCopy::text(CopyKey::BackupBeforeImport, language);
     row.isReadable = entry.summary.has_value();
     if (!entry.summary) {
         row.counts = KelpaCopy::text(CopyKey::BackupUnreadable, language);
@@ -71,6 +73,11 @@ bool BackupController::isRestoring() const
     return m_browser != nullptr && m_browser->isRestoring();
 }
 
+bool BackupController::isSaving() const
+{
+    return m_browser != nullptr && m_browser->isSaving();
+}
+
 int BackupController::refusal() const
 {
     if (m_browser == nullptr || !m_browser->refusal())
@@ -95,6 +102,12 @@ void BackupController::close()
     m_isOpen = false;
     m_browser->cancel();
     Q_EMIT changed();
+}
+
+void BackupController::cancel()
+{
+    if (m_browser != nullptr)
+        m_browser->cancel();
 }
 
 void BackupController::restore(int row)

@@ -48,6 +48,8 @@ class BackupController : public RowListModel<BackupRow>
     /// False until the list has been read.
     Q_PROPERTY(bool isRead READ isRead NOTIFY changed)
     Q_PROPERTY(bool isRestoring READ isRestoring NOTIFY changed)
+    /// The restoration waits until the disk has the board.
+    Q_PROPERTY(bool isSaving READ isSaving NOTIFY changed)
     /// Grows whenever the board has become that of a backup.
     Q_PROPERTY(int restorationCount READ restorationCount NOTIFY changed)
     /// The key of the text that says why nothing was restored; -1 for none.
@@ -65,12 +67,15 @@ public:
     int count() const { return rowCount(); }
     bool isRead() const;
     bool isRestoring() const;
+    bool isSaving() const;
     int restorationCount() const { return m_restorationCount; }
     int refusal() const;
 
     Q_INVOKABLE void open();
     /// What is being restored by then leaves the board as it is.
     Q_INVOKABLE void close();
+    /// The same, while the person still sees the backups.
+    Q_INVOKABLE void cancel();
     /// Any other row than those that can be read does nothing.
     Q_INVOKABLE void restore(int row);
 

@@ -25,6 +25,8 @@ Sheet {
     height: Math.min(540, parent ? parent.height - 2 * Theme.large : 540)
     title: ViewSettings.copy.text(CopyKey.RestoreBackupTitle)
     onRestorationCountChanged: root.close()
+    // Not only when it has faded away: until then, the backup would still take the board's place.
+    onAboutToHide: root.backups.cancel()
     onClosed: root.backups.close()
     Component.onCompleted: {
         root.open();
@@ -34,27 +36,12 @@ Sheet {
     Item {
         anchors.fill: parent
 
-        Column {
+        SheetHeading {
             id: heading
 
             width: parent.width
-            spacing: Theme.small
-
-            AppText {
-                width: parent.width
-                text: root.title
-                font: Theme.heading
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-            AppText {
-                width: parent.width
-                text: ViewSettings.copy.text(CopyKey.BackupsText)
-                color: Theme.secondaryText
-                wrapMode: Text.Wrap
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
+            title: root.title
+            explanation: ViewSettings.copy.text(CopyKey.BackupsText)
         }
         BackupList {
             id: list
@@ -67,13 +54,15 @@ Sheet {
             backups: root.backups
             onConfirmed: root.restore()
         }
-        BackupPreview {
+        GoalCountList {
             anchors.left: list.right
             anchors.leftMargin: Theme.small
             anchors.right: parent.right
             anchors.top: list.top
             anchors.bottom: list.bottom
-            row: list.chosenRow
+            label: list.chosenRow?.title ?? ""
+            titles: list.chosenRow?.goalTitles ?? []
+            counts: list.chosenRow?.goalCounts ?? []
             visible: root.backups.count > 0
         }
         AppText {
@@ -88,44 +77,27 @@ Sheet {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
-        Column {
+        SheetFooter {
             id: footer
 
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.bottom: parent.bottom
-            topPadding: Theme.medium
-            spacing: Theme.small
+            problem: root.backups.refusal < 0 ? "" : ViewSettings.copy.text(root.backups.refusal)
+            progress: root.backups.isSaving
+                      ? ViewSettings.copy.text(CopyKey.SavingFirst)
+                      : root.backups.isRestoring ? ViewSettings.copy.text(CopyKey.RestoringBackup) : ""
 
-            AppText {
-                width: parent.width
-                text: root.backups.refusal < 0 ? "" : ViewSettings.copy.text(root.backups.refusal)
-                color: Theme.destructive
-                wrapMode: Text.Wrap
-                visible: root.backups.refusal >= 0
-                Accessible.ignored: !visible
-                Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
-
-                Announcement {
-                    text: parent.text
-                }
+            AppButton {
+                text: ViewSettings.copy.text(CopyKey.Cancel)
+                onClicked: root.close()
             }
-            Row {
-                anchors.right: parent.right
-                spacing: Theme.small
-
-                AppButton {
-                    text: ViewSettings.copy.text(CopyKey.Cancel)
-                    onClicked: root.close()
-                }
-                AppButton {
-                    text: ViewSettings.copy.text(CopyKey.Restore)
-                    isPrimary: true
-                    Accessible.defaultButton: true
-                    enabled: root.canRestore
-                    onClicked: root.restore()
-                }
+            AppButton {
+                text: ViewSettings.copy.text(CopyKey.Restore)
+                isPrimary: true
+                Accessible.defaultButton: true
+                enabled: root.canRestore
+                onClicked: root.restore()
             }
         }
     }

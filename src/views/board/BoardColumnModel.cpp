@@ -26,6 +26,7 @@ enum Role {
     foldedApplicationsRole,
     isUnfoldedRole,
     absentWindowCountRole,
+    areFromLastTimeRole,
     isSearchedEmptyRole,
     isTitleFoundRole,
     isRecedingRole,
@@ -78,6 +79,8 @@ QVariant BoardColumnModel::data(const QModelIndex& index, int role) const
         return row.isUnfolded;
     case absentWindowCountRole:
         return row.absentWindowCount;
+    case areFromLastTimeRole:
+        return row.areFromLastTime;
     case isSearchedEmptyRole:
         return row.isSearchedEmpty;
     case isTitleFoundRole:
@@ -108,6 +111,7 @@ QHash<int, QByteArray> BoardColumnModel::roleNames() const
             {foldedApplicationsRole, "foldedApplications"},
             {isUnfoldedRole, "isUnfolded"},
             {absentWindowCountRole, "absentWindowCount"},
+            {areFromLastTimeRole, "areFromLastTime"},
             {isSearchedEmptyRole, "isSearchedEmpty"},
             {isTitleFoundRole, "isTitleFound"},
             {isRecedingRole, "isReceding"},
@@ -195,6 +199,7 @@ void BoardColumnModel::update()
         column.priority = goal.priority;
         column.openTodoCount = static_cast<int>(goal.openTodoCount());
         column.absentWindowCount = static_cast<int>(m_store.absentWindows(goal.id).size());
+        column.areFromLastTime = m_store.areFromLastTime(goal.id);
         columns.append(column);
     }
     updateWindows(columns);

@@ -35,6 +35,8 @@ struct ColumnRow
     bool isUnfolded = false;
     /// How many windows it had that are not there.
     int absentWindowCount = 0;
+    /// Whether all of these are from an earlier run.
+    bool areFromLastTime = true;
     /// Whether it has windows of which the search shows none.
     bool isSearchedEmpty = false;
     /// Whether a search finds its title; and whether it finds nothing in the whole column.

@@ -11,9 +11,12 @@
 #include "views/board/notices/FirstSteps.h"
 #include "views/board/notices/LanguageOffer.h"
 #include "views/board/notices/TroubleController.h"
+#include "views/board/presence/PresenceController.h"
 #include "views/goals/DropController.h"
 #include "views/goals/GoalController.h"
 #include "views/todos/TodoController.h"
+#include "views/transfer/ExportController.h"
+#include "views/transfer/ImportController.h"
 #include "views/windows/WindowController.h"
 
 #include <QLocale>
@@ -40,6 +43,9 @@ class BoardController : public QObject
     Q_PROPERTY(kelpa::SearchController* search READ search CONSTANT)
     Q_PROPERTY(kelpa::TroubleController* trouble READ trouble CONSTANT)
     Q_PROPERTY(kelpa::BackupController* backups READ backups CONSTANT)
+    Q_PROPERTY(kelpa::ExportController* exporting READ exporting CONSTANT)
+    Q_PROPERTY(kelpa::ImportController* importing READ importing CONSTANT)
+    Q_PROPERTY(kelpa::PresenceController* presence READ presence CONSTANT)
     Q_PROPERTY(kelpa::BoardColumnModel* columns READ columns CONSTANT)
     Q_PROPERTY(kelpa::BoardTargetModel* targets READ targets CONSTANT)
     /// The row of the selected target among the targets; -1 when none is shown.
@@ -93,6 +99,9 @@ public:
     DesktopNotice* desktopNotice() { return &m_desktopNotice; }
     FirstSteps* firstSteps() { return &m_firstSteps; }
     BackupController* backups() { return &m_backups; }
+    ExportController* exporting() { return &m_exporting; }
+    ImportController* importing() { return &m_importing; }
+    PresenceController* presence() { return &m_presence; }
     BoardColumnModel* columns() { return &m_columns; }
     BoardTargetModel* targets() { return &m_targets; }
 
@@ -197,9 +206,12 @@ private:
     LanguageOffer m_languageOffer{m_store, QLocale::system().uiLanguages()};
     DesktopNotice m_desktopNotice{m_store};
     FirstSteps m_firstSteps{m_store};
+    PresenceController m_presence{m_store};
     SearchController m_search{m_store, m_goals, m_todos};
     TroubleController m_trouble{m_store, m_todos};
     BackupController m_backups{m_store};
+    ExportController m_exporting{m_store};
+    ImportController m_importing{m_store};
     /// The row of the selected target and the number of rows when the board was last shown.
     int m_selectedRow = -1;
     int m_rowCount = 0;

@@ -67,6 +67,16 @@ Item {
         onActivated: if (!root.board.windows.memory.putSelectionBack())
             root.board.selectionMenuRequested()
     }
+    BoardKey {
+        sequence: "Ctrl+G"
+        autoRepeat: false
+        onActivated: root.board.goals.workOnSelection()
+    }
+    BoardKey {
+        sequence: "Ctrl+Shift+G"
+        autoRepeat: false
+        onActivated: root.board.goals.goBack()
+    }
     Shortcut {
         sequence: "F2"
         enabled: root.board.goals.selectedBreadcrumb >= 0 && !root.selectionFocus.isWriting

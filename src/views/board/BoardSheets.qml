@@ -32,7 +32,7 @@ Item {
         root.renameSheet.explanation = root.board.goals.goalTitleNotice(columnID);
         root.renameSheet.ask(root.board.goals.goalTitle(columnID));
     }
-    /// Asks whether changes may be lost and, where they may, closes the window.
+    /// Asks whether changes may be lost and, where they may, ends Kelpa.
     function askToClose(): void {
         if (root.unsavedSheet === null)
             root.unsavedSheet = unsavedSheetType.createObject(root) as UnsavedChangesSheet;
@@ -108,7 +108,9 @@ Item {
 
         UnsavedChangesSheet {
             trouble: root.board.trouble
-            onClosingConfirmed: root.Window.window.close()
+            onSaved: root.board.presence.goOn()
+            onClosingConfirmed: root.board.presence.quit()
+            onGivenUp: root.board.presence.stay()
         }
     }
     Component {
@@ -116,6 +118,7 @@ Item {
 
         KeysSheet {
             isDoubleTapOffered: root.board.isDoubleTapOffered
+            canWorkOnGoals: root.board.goals.canWorkOnGoals
         }
     }
 }

@@ -19,4 +19,9 @@ Item {
         autoRepeat: false
         onActivated: root.board.keysRequested()
     }
+    Shortcut {
+        sequence: "Ctrl+Q"
+        autoRepeat: false
+        onActivated: root.board.presence.requestQuit()
+    }
 }

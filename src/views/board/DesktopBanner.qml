@@ -38,7 +38,7 @@ Rectangle {
 
         anchors.left: parent.left
         anchors.leftMargin: Theme.large + 22 + Theme.medium
-        anchors.right: button.left
+        anchors.right: remedy.visible ? remedy.left : button.left
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
@@ -55,6 +55,17 @@ Rectangle {
             color: Theme.secondaryText
             wrapMode: Text.Wrap
         }
+    }
+    AppButton {
+        id: remedy
+
+        anchors.right: button.left
+        anchors.rightMargin: Theme.small
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.notice.remedy >= 0
+        isPrimary: true
+        text: visible ? ViewSettings.copy.text(root.notice.remedy) : ""
+        onClicked: root.notice.mend()
     }
     AppButton {
         id: button

@@ -102,6 +102,7 @@ FocusScope {
             minimumColumnWidth: Theme.targetWidth
             spacing: Theme.targetSpacing
             assumedHeight: Theme.collapsedCardHeight
+            room: view.height - y - Theme.huge
             visibleFrom: view.contentY - y - view.reach
             visibleTo: view.contentY - y + view.height + view.reach
             motionTime: Theme.mediumTime

@@ -26,6 +26,7 @@ ExpandableGoalCard {
     required property string foldedApplications
     required property bool isUnfolded
     required property int absentWindowCount
+    required property bool areFromLastTime
     required property bool isSearchedEmpty
     required property bool isTitleFound
     required property bool isReceding
@@ -83,7 +84,10 @@ ExpandableGoalCard {
     // The unassigned column shows all of its contents, since they are to be sorted.
     isExpanded: root.isSelected || root.isUnassigned
                 || todos.y + todos.keyboardEnd > Theme.collapsedCardHeight - Theme.fadeHeight
-    WaterfallDelegate.isPinned: (root.expansionProgress > 0 && !root.isUnassigned) || todos.isWriting
+    WaterfallDelegate.isPinned: ((root.isExpanded || root.isResizing) && !root.isUnassigned)
+                                || todos.isWriting
+    WaterfallDelegate.restHeight: root.isUnassigned ? 0 : root.collapsedHeight
+    WaterfallDelegate.fullHeight: root.naturalHeight
     isRestless: cards.isRestless
     isAccepting: backdrop.wouldReceive
     wouldInsertBefore: backdrop.wouldInsertBefore
@@ -179,6 +183,7 @@ ExpandableGoalCard {
             y: todos.y + todos.height + Theme.tiny
             width: Math.min(implicitWidth, root.width - 2 * Theme.medium)
             count: root.absentWindowCount
+            areFromLastTime: root.areFromLastTime
             onClicked: root.board.windows.memory.openList(root.columnID)
         }
     }

@@ -10,18 +10,28 @@ Sheet {
     id: root
 
     required property bool isDoubleTapOffered
+    required property bool canWorkOnGoals
 
-    readonly property var keys: ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered)
-    readonly property var meanings: ViewSettings.copy.keyHelpMeanings(root.isDoubleTapOffered)
+    readonly property var keys: ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered, root.canWorkOnGoals)
+    readonly property var meanings: ViewSettings.copy.keyHelpMeanings(root.isDoubleTapOffered,
+                                                                      root.canWorkOnGoals)
     readonly property real roomForRows: (root.parent?.height ?? 0) - 2 * Theme.large
                                         - root.topPadding - root.bottomPadding - heading.height
                                         - closeButton.height - 2 * Theme.medium
 
-    width: Math.min(560, parent ? parent.width - 2 * Theme.large : 560)
+    readonly property real keysWidth: Math.ceil(root.keys.reduce(
+        (widest, each) => Math.max(widest, keysMetrics.advanceWidth(each)), 0))
+
+    width: Math.min(600, parent ? parent.width - 2 * Theme.large : 600)
     title: ViewSettings.copy.text(CopyKey.KeyboardShortcuts)
     contentHeight: heading.height + view.height + closeButton.height + 2 * Theme.medium
     onOpened: closeButton.forceActiveFocus(Qt.PopupFocusReason)
 
+    FontMetrics {
+        id: keysMetrics
+
+        font: Theme.bodyStrong
+    }
     AppText {
         id: heading
 
@@ -67,7 +77,7 @@ Sheet {
                     AppText {
                         id: keys
 
-                        width: 180
+                        width: root.keysWidth
                         text: root.keys[row.index]
                         font: Theme.bodyStrong
                     }

@@ -32,13 +32,6 @@ T.ApplicationWindow {
             sheetLoader.setSource("BoardSheets.qml", { "board": root.board });
         return sheetLoader.item;
     }
-    /// Whether the window may close; asks where changes would be lost.
-    function mayClose(): bool {
-        if (root.board.trouble.mayClose())
-            return true;
-        root.sheets().askToClose();
-        return false;
-    }
     /// Opens the board's menu where no item with the focus has a menu of its own.
     function takeMenuKey(event: KeyEvent): void {
         event.accepted = event.key === Qt.Key_Menu
@@ -53,7 +46,7 @@ T.ApplicationWindow {
     title: ViewSettings.copy.text(CopyKey.ProductName)
     color: Theme.window
     font: Theme.body
-    onClosing: close => close.accepted = root.mayClose()
+    onClosing: close => close.accepted = root.board.trouble.mayClose()
     // The size when the window is no longer maximised. Not bound, since a person's size outlives a
     // change of the screen.
     Component.onCompleted: {
@@ -130,17 +123,20 @@ T.ApplicationWindow {
     Loader {
         id: sheetLoader
     }
-    Loader {
-        id: backupLoader
-
-        readonly property bool isWanted: root.board.backups.isOpen
-
-        onIsWantedChanged: {
-            if (isWanted)
-                setSource("qrc:/qt/qml/Kelpa/Backups/BackupSheet.qml", { "backups": root.board.backups });
-            else
-                source = "";
-        }
+    LazySheet {
+        isWanted: root.board.backups.isOpen
+        file: "qrc:/qt/qml/Kelpa/Backups/BackupSheet.qml"
+        parts: ({ "backups": root.board.backups })
+    }
+    LazySheet {
+        isWanted: root.board.exporting.isOpen
+        file: "qrc:/qt/qml/Kelpa/Transfer/ExportSheet.qml"
+        parts: ({ "exporting": root.board.exporting })
+    }
+    LazySheet {
+        isWanted: root.board.importing.isOpen
+        file: "qrc:/qt/qml/Kelpa/Transfer/ImportSheet.qml"
+        parts: ({ "importing": root.board.importing })
     }
     Component {
         id: savingNoticeType
@@ -165,6 +161,30 @@ T.ApplicationWindow {
         }
         function onKeysRequested(): void {
             root.sheets().showKeys();
+        }
+    }
+    Connections {
+        target: root.board.trouble
+
+        function onAskingRequested(): void {
+            root.sheets().askToClose();
+        }
+        function onClosingAllowed(): void {
+            root.board.presence.goOn();
+        }
+    }
+    Connections {
+        target: root.board.presence
+
+        function onQuitRequested(): void {
+            if (root.board.trouble.mayClose())
+                root.board.presence.quit();
+        }
+        function onQuitConfirmed(): void {
+            root.close();
+        }
+        function onCloseConfirmed(): void {
+            root.close();
         }
     }
     Connections {

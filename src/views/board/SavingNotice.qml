@@ -9,13 +9,16 @@ FloatingGround {
     id: root
 
     readonly property string text: ViewSettings.copy.text(CopyKey.StillSaving)
+    property bool isComplete: false
 
     implicitWidth: label.implicitWidth + 2 * Theme.large
     implicitHeight: 36
     radius: height / 2
     Accessible.role: Accessible.AlertMessage
-    Accessible.ignored: !root.visible
+    // An item that is created as part of what is read is announced by the toolkit as well.
+    Accessible.ignored: !root.visible || !root.isComplete
     Accessible.name: root.text
+    Component.onCompleted: root.isComplete = true
 
     Announcement {
         text: root.text

@@ -15,7 +15,11 @@ Sheet {
     /// From when it opens until it begins to close.
     property bool isAsking: false
 
+    /// All changes are saved.
+    signal saved
+    /// They may be lost.
     signal closingConfirmed
+    signal givenUp
 
     function ask(): void {
         root.isAsking = true;
@@ -34,6 +38,7 @@ Sheet {
     onAboutToHide: root.isAsking = false
     // Otherwise they would have the keyboard the next time without showing it.
     onClosed: {
+        root.givenUp();
         retryButton.focus = false;
         cancelButton.focus = false;
     }
@@ -51,7 +56,7 @@ Sheet {
                 return;
             }
             root.close();
-            root.closingConfirmed();
+            root.saved();
         }
     }
     Column {

@@ -19,12 +19,15 @@ T.MenuItem {
     property bool isChosen: false
     /// Whether it has a symbol of its own, before which the mark is placed.
     property bool hasMarkPlace: false
+    /// Whether the menu has it at the moment.
+    property bool isOffered: true
 
     readonly property bool isOpener: root.subMenu !== null
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
                    + (root.keys.length > 0 ? keysMetrics.advanceWidth + Theme.huge : 0)
-    implicitHeight: 30
+    implicitHeight: root.isOffered ? 30 : 0
+    visible: root.isOffered
     leftPadding: root.hasMarkPlace ? 34 : 10
     rightPadding: root.isOpener ? 36 : 14
     font: Theme.body

@@ -21,5 +21,9 @@ AppToolTip {
         wrapMode: Text.Wrap
         Accessible.role: Accessible.AlertMessage
         Accessible.name: root.text
+
+        Announcement {
+            text: root.text
+        }
     }
 }

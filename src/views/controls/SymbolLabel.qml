@@ -16,6 +16,8 @@ Item {
     /// Reserves the symbol's place even without a symbol, so that texts are aligned.
     property bool isKeepingPlace: false
     property bool isTextShown: true
+    /// How many lines the text may take before it is cut short.
+    property int mostLines: 1
     /// The width of the whole text, in points.
     readonly property alias textWidth: label.implicitWidth
 
@@ -39,6 +41,8 @@ Item {
         text: root.text
         font: root.font
         color: root.color
+        wrapMode: root.mostLines > 1 ? Text.Wrap : Text.NoWrap
+        maximumLineCount: root.mostLines
         visible: root.isTextShown
         anchors.verticalCenter: parent.verticalCenter
     }

@@ -66,6 +66,8 @@ PressButton {
         height: 6
         radius: 3
         color: Theme.accentColor(root.accent)
+        border.width: 1
+        border.color: Theme.accentEdge(root.accent)
     }
     // Reaches to the next entry's drop area, so that no gap is left.
     ColumnDropArea {

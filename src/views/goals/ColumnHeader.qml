@@ -91,8 +91,8 @@ Item {
         radius: 5
         anchors.verticalCenter: titleText.verticalCenter
         color: root.isUnassigned ? "transparent" : Theme.accentColor(root.accent)
-        border.width: root.isUnassigned ? 2 : 0
-        border.color: Theme.secondaryText
+        border.width: root.isUnassigned ? 2 : 1
+        border.color: root.isUnassigned ? Theme.secondaryText : Theme.accentEdge(root.accent)
     }
     Rectangle {
         anchors.fill: titleText

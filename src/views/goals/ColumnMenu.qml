@@ -18,40 +18,58 @@ AppMenu {
         later.enabled = root.goals.canMoveColumn(root.columnID, 1);
         first.enabled = earlier.enabled;
         last.enabled = later.enabled;
+        work.enabled = root.goals.hasWindows(root.columnID);
     }
 
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.AddWindowsToGoal)
-        visible: root.goals.areWindowsListed
-        height: visible ? implicitHeight : 0
+        isOffered: root.goals.areWindowsListed
         symbol: "app-window-plus"
         onTriggered: root.goals.requestWindows(root.columnID)
     }
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.OpenChrome)
-        visible: root.goals.areWindowsListed
-        height: visible ? implicitHeight : 0
+        isOffered: root.goals.areWindowsListed
         symbol: "globe"
         onTriggered: root.goals.openChrome(root.columnID)
     }
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.OpenTerminal)
-        visible: root.goals.areWindowsListed
-        height: visible ? implicitHeight : 0
+        isOffered: root.goals.areWindowsListed
         symbol: "terminal"
         onTriggered: root.goals.openTerminal(root.columnID)
     }
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.ShowAllWindows)
-        visible: root.goals.canShowWindows
-        height: visible ? implicitHeight : 0
+        isOffered: root.goals.canShowWindows
         symbol: "layers"
         onTriggered: root.goals.showAllWindows(root.columnID)
+    }
+    AppMenuItem {
+        id: work
+
+        text: ViewSettings.copy.text(CopyKey.WorkOnGoal)
+        isOffered: root.goals.canWorkOnGoals
+        symbol: "focus"
+        keys: ViewSettings.copy.workKeys()
+        onTriggered: root.goals.workOn(root.columnID)
+    }
+    AppMenuItem {
+        text: ViewSettings.copy.text(CopyKey.GoBack)
+        isOffered: root.goals.canWorkOnGoals && root.goals.canGoBack
+        symbol: "rotate-ccw"
+        keys: ViewSettings.copy.goBackKeys()
+        onTriggered: root.goals.goBack()
     }
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.RenameGoal)
         symbol: "pencil"
         onTriggered: root.goals.requestRename(root.columnID)
+    }
+    AppMenuItem {
+        text: ViewSettings.copy.text(CopyKey.ExportMenu)
+        symbol: "upload"
+        onTriggered: root.goals.requestExport(root.columnID)
     }
     AppMenuSeparator {}
     AppMenuItem {

@@ -4,8 +4,8 @@ import QtQuick
 import Kelpa.Appearance
 import Kelpa.Scene
 
-/// The card of a target: it shows the beginning of its content and, while it is selected, all of
-/// it. Content that is cut off ends in the card's round corners.
+/// The card of a target: it shows the beginning of its content, more where the board has room to spare,
+/// and all of it while it is selected. Content that is cut off ends in the card's round corners.
 ExpandableHeight {
     id: root
 
@@ -19,20 +19,25 @@ ExpandableHeight {
     property real visibleFrom: 0
     property real visibleTo: 0
     /// A card that is about to change its height stays with its goal.
-    WaterfallDelegate.isPinned: root.expansionProgress > 0
+    WaterfallDelegate.isPinned: root.isExpanded || root.isResizing
     /// Whether its content changes places all the time.
     property bool isRestless: false
     WaterfallDelegate.isRestless: root.isRestless
     default property alias content: body.data
+    /// Whether it is about to change its height.
+    readonly property bool isResizing: root.expansionProgress !== root.finalProgress
 
     readonly property color ground: root.isAccepting ? Qt.tint(Theme.column, Theme.accepting)
                                                      : Theme.column
 
     collapsedHeight: Theme.collapsedCardHeight
     shownNaturalHeight: root.naturalHeight
-    expansionProgress: root.isExpanded ? 1 : 0
+    grantedHeight: root.WaterfallDelegate.grantedHeight
+    expansionProgress: root.finalProgress
 
     Behavior on expansionProgress {
+        enabled: root.isExpanded || root.WaterfallDelegate.isGrantEased
+
         NumberAnimation {
             duration: Theme.mediumTime
             easing.type: Easing.OutCubic

@@ -15,7 +15,10 @@ namespace kelpa {
 GoalController::GoalController(WindowStore& store, QObject* parent)
     : QObject(parent), m_store(store), m_breadcrumbs(store), m_moveTargets(store)
 {
-    connect(&store, &WindowStore::abilitiesChanged, this, &GoalController::abilitiesChanged);
+    for (const auto signal :
+         {&WindowStore::abilitiesChanged, &WindowStore::isAccessibilityTrustedChanged})
+        connect(&store, signal, this, &GoalController::abilitiesChanged);
+    connect(&store, &WindowStore::canGoBackChanged, this, &GoalController::canGoBackChanged);
     // Connected after the models, which follow the store themselves.
     for (const auto signal :
          {&WindowStore::goalsChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged})
@@ -48,6 +51,16 @@ bool GoalController::areWindowsListed() const
 bool GoalController::canShowWindows() const
 {
     return m_store.abilities().has(DesktopAbility::actions);
+}
+
+bool GoalController::canWorkOnGoals() const
+{
+    return m_store.canArrangeWindows();
+}
+
+bool GoalController::canGoBack() const
+{
+    return m_store.canGoBack();
 }
 
 QStringList GoalController::priorities() const
@@ -135,6 +148,31 @@ void GoalController::showAllWindows(const QString& columnID)
 {
     if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
         m_store.showAllWindows(*goalID);
+}
+
+bool GoalController::hasWindows(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    return goalID && std::ranges::any_of(m_store.windows(), [&goalID](const WindowItem& window) {
+               return window.goalID == goalID;
+           });
+}
+
+void GoalController::workOn(const QString& columnID)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.workOn(*goalID);
+}
+
+void GoalController::workOnSelection()
+{
+    if (const std::optional<GoalID> goalID = m_store.boardNavigation().target.goalID())
+        m_store.workOn(*goalID);
+}
+
+void GoalController::goBack()
+{
+    m_store.goBack();
 }
 
 void GoalController::goToColumn(const QString& columnID)

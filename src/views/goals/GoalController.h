@@ -36,6 +36,10 @@ class GoalController : public QObject
     Q_PROPERTY(bool areWindowsListed READ areWindowsListed NOTIFY abilitiesChanged)
     /// Whether the desktop brings the windows of a goal forward.
     Q_PROPERTY(bool canShowWindows READ canShowWindows NOTIFY abilitiesChanged)
+    /// Whether the desktop also minimises the others, so that a person can work on one goal.
+    Q_PROPERTY(bool canWorkOnGoals READ canWorkOnGoals NOTIFY abilitiesChanged)
+    /// Whether there is something to restore after working on a goal.
+    Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY canGoBackChanged)
 
 public:
     /// `store` outlives the controller.
@@ -49,6 +53,8 @@ public:
     QStringList priorities() const;
     bool areWindowsListed() const;
     bool canShowWindows() const;
+    bool canWorkOnGoals() const;
+    bool canGoBack() const;
     Q_INVOKABLE QString prioritySymbol(const QString& priority) const;
 
     Q_INVOKABLE bool hasGoal(const QString& columnID) const;
@@ -62,6 +68,7 @@ public:
     Q_INVOKABLE void createGoal(const QString& title);
     Q_INVOKABLE void renameGoal(const QString& columnID, const QString& title);
     Q_INVOKABLE void requestRename(const QString& columnID) { Q_EMIT renameRequested(columnID); }
+    Q_INVOKABLE void requestExport(const QString& columnID) { Q_EMIT exportRequested(columnID); }
     Q_INVOKABLE void requestWindows(const QString& columnID) { Q_EMIT windowsRequested(columnID); }
     Q_INVOKABLE void deleteGoal(const QString& columnID);
     Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
@@ -69,6 +76,12 @@ public:
     Q_INVOKABLE void openChrome(const QString& columnID);
     Q_INVOKABLE void openTerminal(const QString& columnID);
     Q_INVOKABLE void showAllWindows(const QString& columnID);
+    Q_INVOKABLE bool hasWindows(const QString& columnID) const;
+    /// Brings the goal's windows forward and minimises the others.
+    Q_INVOKABLE void workOn(const QString& columnID);
+    /// The same for the selected goal.
+    Q_INVOKABLE void workOnSelection();
+    Q_INVOKABLE void goBack();
 
     /// Selects the column, which may be the unassigned one.
     Q_INVOKABLE void goToColumn(const QString& columnID);
@@ -86,6 +99,7 @@ public:
 
 Q_SIGNALS:
     void abilitiesChanged();
+    void canGoBackChanged();
     void noGoalsHintChanged();
     void selectedBreadcrumbChanged();
     /// The selection has changed.
@@ -94,6 +108,7 @@ Q_SIGNALS:
     void columnRequested();
     /// Asks a person for another title of the goal.
     void renameRequested(const QString& columnID);
+    void exportRequested(const QString& columnID);
     /// Asks a person to choose windows for the goal.
     void windowsRequested(const QString& columnID);
 

@@ -12,6 +12,7 @@ void ExpandableHeight::setCollapsedHeight(double height)
         return;
     m_layout.collapsedHeight = height;
     updateHeights();
+    updateFinalProgress();
     Q_EMIT collapsedHeightChanged();
 }
 
@@ -21,6 +22,7 @@ void ExpandableHeight::setExpanded(bool isExpanded)
         return;
     m_isExpanded = isExpanded;
     updateHeights();
+    updateFinalProgress();
     Q_EMIT isExpandedChanged();
 }
 
@@ -30,6 +32,7 @@ void ExpandableHeight::setNaturalHeight(double height)
         return;
     m_naturalHeight = height;
     updateHeights();
+    updateFinalProgress();
     Q_EMIT naturalHeightChanged();
 }
 
@@ -42,6 +45,15 @@ void ExpandableHeight::setShownNaturalHeight(double height)
     Q_EMIT shownNaturalHeightChanged();
 }
 
+void ExpandableHeight::setGrantedHeight(double height)
+{
+    if (m_grantedHeight == height)
+        return;
+    m_grantedHeight = height;
+    updateFinalProgress();
+    Q_EMIT grantedHeightChanged();
+}
+
 void ExpandableHeight::setExpansionProgress(double progress)
 {
     if (m_layout.expansionProgress == progress)
@@ -49,6 +61,16 @@ void ExpandableHeight::setExpansionProgress(double progress)
     m_layout.expansionProgress = progress;
     updateHeights();
     Q_EMIT expansionProgressChanged();
+}
+
+void ExpandableHeight::updateFinalProgress()
+{
+    const double progress =
+        m_isExpanded ? 1 : m_layout.progressAt(m_grantedHeight, m_naturalHeight);
+    if (m_finalProgress == progress)
+        return;
+    m_finalProgress = progress;
+    Q_EMIT finalProgressChanged();
 }
 
 void ExpandableHeight::updateHeights()

@@ -8,8 +8,8 @@
 
 namespace kelpa {
 
-/// Lengths in points. Main thread. `height` follows the animation; `implicitHeight` is the height
-/// at its end.
+/// Lengths in points. Main thread. `height` follows the animation; `implicitHeight` is the least
+/// height at its end, without what is granted.
 class ExpandableHeight : public QQuickItem
 {
     Q_OBJECT
@@ -24,6 +24,12 @@ class ExpandableHeight : public QQuickItem
     /// The natural height at the current point of an animation.
     Q_PROPERTY(double shownNaturalHeight READ shownNaturalHeight WRITE setShownNaturalHeight NOTIFY
                    shownNaturalHeightChanged FINAL)
+    /// Where there is room for it while it is not expanded; no more than the collapsed height
+    /// otherwise.
+    Q_PROPERTY(double grantedHeight READ grantedHeight WRITE setGrantedHeight NOTIFY
+                   grantedHeightChanged FINAL)
+    /// The progress at the end of the animation.
+    Q_PROPERTY(double finalProgress READ finalProgress NOTIFY finalProgressChanged FINAL)
     /// From 0, collapsed, to 1, expanded.
     Q_PROPERTY(double expansionProgress READ expansionProgress WRITE setExpansionProgress NOTIFY
                    expansionProgressChanged FINAL)
@@ -41,6 +47,9 @@ public:
     void setNaturalHeight(double height);
     double shownNaturalHeight() const { return m_shownNaturalHeight; }
     void setShownNaturalHeight(double height);
+    double grantedHeight() const { return m_grantedHeight; }
+    void setGrantedHeight(double height);
+    double finalProgress() const { return m_finalProgress; }
     double expansionProgress() const { return m_layout.expansionProgress; }
     void setExpansionProgress(double progress);
     bool isCut() const { return m_isCut; }
@@ -50,17 +59,22 @@ Q_SIGNALS:
     void isExpandedChanged();
     void naturalHeightChanged();
     void shownNaturalHeightChanged();
+    void grantedHeightChanged();
+    void finalProgressChanged();
     void expansionProgressChanged();
     void isCutChanged();
 
 private:
     void updateHeights();
+    void updateFinalProgress();
 
     ExpandableHeightLayout m_layout;
     bool m_isExpanded = false;
     bool m_isCut = false;
     double m_naturalHeight = 0;
     double m_shownNaturalHeight = 0;
+    double m_grantedHeight = 0;
+    double m_finalProgress = 0;
 };
 
 } // namespace kelpa

@@ -40,14 +40,32 @@ void WaterfallDelegateAttached::setPinned(bool isPinned)
     Q_EMIT isPinnedChanged();
 }
 
+void WaterfallDelegateAttached::grant(double height, Grant how)
+{
+    if (m_grantedHeight == height)
+        return;
+    m_grantedHeight = height;
+    setGrantEased(how == Grant::eased);
+    Q_EMIT grantedHeightChanged();
+    setGrantEased(true);
+}
+
+void WaterfallDelegateAttached::setGrantEased(bool isEased)
+{
+    if (m_isGrantEased == isEased)
+        return;
+    m_isGrantEased = isEased;
+    Q_EMIT isGrantEasedChanged();
+}
+
 WaterfallDelegateAttached* WaterfallDelegate::qmlAttachedProperties(QObject* item)
 {
     return new WaterfallDelegateAttached(item);
 }
 
-const WaterfallDelegateAttached* WaterfallDelegate::attachedTo(const QQuickItem& item)
+WaterfallDelegateAttached* WaterfallDelegate::attachedTo(const QQuickItem& item)
 {
-    return qobject_cast<const WaterfallDelegateAttached*>(
+    return qobject_cast<WaterfallDelegateAttached*>(
         qmlAttachedPropertiesObject<WaterfallDelegate>(&item, false));
 }
 

@@ -25,6 +25,15 @@ class WaterfallDelegateAttached : public QObject
     /// Whether rows within the item change places all the time, and with them its height: the view
     /// then moves no rows either. The same holds for it.
     Q_PROPERTY(bool isRestless MEMBER m_isRestless NOTIFY isRestlessChanged FINAL)
+    /// Points. The height of an item while all are collapsed, and with all of its content; 0 for an
+    /// item that has its implicit height only. The same holds for both.
+    Q_PROPERTY(double restHeight MEMBER m_restHeight NOTIFY heightsChanged FINAL)
+    Q_PROPERTY(double fullHeight MEMBER m_fullHeight NOTIFY heightsChanged FINAL)
+    /// The height that the view has chosen, not less than the item's implicit height; 0 before the
+    /// first pass. The item has it at the end of its motion.
+    Q_PROPERTY(double grantedHeight READ grantedHeight NOTIFY grantedHeightChanged FINAL)
+    /// False while the view chooses a height that nobody is to see the item reach.
+    Q_PROPERTY(bool isGrantEased READ isGrantEased NOTIFY isGrantEasedChanged FINAL)
 
 public:
     using QObject::QObject;
@@ -32,14 +41,29 @@ public:
     bool isPinned() const { return m_isPinned; }
     void setPinned(bool isPinned);
     bool isRestless() const { return m_isRestless; }
+    double restHeight() const { return m_restHeight; }
+    double fullHeight() const { return m_fullHeight; }
+    double grantedHeight() const { return m_grantedHeight; }
+    bool isGrantEased() const { return m_isGrantEased; }
+    enum class Grant { immediate, eased };
+    void grant(double height, Grant how);
 
 Q_SIGNALS:
     void isPinnedChanged();
     void isRestlessChanged();
+    void heightsChanged();
+    void grantedHeightChanged();
+    void isGrantEasedChanged();
 
 private:
     bool m_isPinned = false;
     bool m_isRestless = false;
+    bool m_isGrantEased = true;
+    double m_restHeight = 0;
+    double m_fullHeight = 0;
+    double m_grantedHeight = 0;
+
+    void setGrantEased(bool isEased);
 };
 
 /// The component of all rows whose role "kind" is `kind`; of all rows when `kind` is empty.
@@ -71,7 +95,7 @@ public:
     static void writeValues(QQuickItem& item, const QAbstractItemModel& model, int row);
     static void writeIndex(QQuickItem& item, int row);
     /// Null for an item that declares no attached property.
-    static const WaterfallDelegateAttached* attachedTo(const QQuickItem& item);
+    static WaterfallDelegateAttached* attachedTo(const QQuickItem& item);
 
 private:
     QString m_kind;

@@ -22,7 +22,7 @@ struct WaterfallRow
     QQuickItem* item = nullptr;
     const WaterfallDelegate* delegate = nullptr;
     /// Null for an item that declares none.
-    const WaterfallDelegateAttached* attached = nullptr;
+    WaterfallDelegateAttached* attached = nullptr;
     /// Where the item's last motion began; see WaterfallMotion.
     QPointF from;
     /// The position of the item when nothing moves.

@@ -75,6 +75,15 @@ void WaterfallView::setFixedItemHeight(double height)
     setLayout(layout);
 }
 
+void WaterfallView::setRoom(double room)
+{
+    if (m_geometry.room() == room)
+        return;
+    m_geometry.setRoom(room);
+    invalidateLayout();
+    Q_EMIT layoutChanged();
+}
+
 void WaterfallView::setVisibleFrom(double top)
 {
     if (m_visibleFrom == top)

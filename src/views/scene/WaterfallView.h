@@ -41,6 +41,9 @@ class WaterfallView : public QQuickItem
                    layoutChanged FINAL)
     /// Of rows that have never had an item.
     Q_PROPERTY(double assumedHeight MEMBER m_assumedHeight FINAL)
+    /// The height that the rows can fill without scrolling: a row whose item declares a
+    /// `fullHeight` shows more in it. 0 for none.
+    Q_PROPERTY(double room READ room WRITE setRoom NOTIFY layoutChanged FINAL)
     /// The visible range: rows that reach into it have items.
     Q_PROPERTY(
         double visibleFrom READ visibleFrom WRITE setVisibleFrom NOTIFY visibleRangeChanged FINAL)
@@ -74,6 +77,8 @@ public:
     void setFixedColumnCount(int count);
     double fixedItemHeight() const { return m_geometry.layout().fixedItemHeight.value_or(0); }
     void setFixedItemHeight(double height);
+    double room() const { return m_geometry.room(); }
+    void setRoom(double room);
     double visibleFrom() const { return m_visibleFrom; }
     void setVisibleFrom(double top);
     double visibleTo() const { return m_visibleTo; }
@@ -136,6 +141,7 @@ private:
     Transition transition() const;
     void showRowsInMotion();
     void applyGeometry();
+    void grantHeights();
     bool showVisibleRows();
     void releaseHiddenRows();
     bool mustKeepItem(const WaterfallRow& each) const;

@@ -31,6 +31,7 @@ void WaterfallView::layOut()
         updateGeometry();
         showRowsInMotion();
         applyGeometry();
+        grantHeights();
         isChanged = showVisibleRows() || !m_geometry.isSettled();
     }
     releaseHiddenRows();
@@ -107,6 +108,21 @@ void WaterfallView::applyGeometry()
         m_motion.restart(m_motionTime);
 }
 
+/// A height that rows have while the view itself changes its size is there at once, like their
+/// places.
+void WaterfallView::grantHeights()
+{
+    if (m_geometry.layout().fixedItemHeight)
+        return;
+    using Grant = WaterfallDelegateAttached::Grant;
+    const Grant how = transition() == Transition::animated ? Grant::eased : Grant::immediate;
+    for (const WaterfallRow& each : m_rows) {
+        if (each.attached != nullptr)
+            each.attached->grant(m_geometry.itemHeight(each.row),
+                                 each.isNew ? Grant::immediate : how);
+    }
+}
+
 /// True when a row received an item.
 bool WaterfallView::showVisibleRows()
 {
@@ -169,6 +185,8 @@ void WaterfallView::show(int row, QPointF position, bool isNew)
     if (added->attached != nullptr) {
         connect(added->attached, &WaterfallDelegateAttached::isPinnedChanged, this,
                 &QQuickItem::polish);
+        connect(added->attached, &WaterfallDelegateAttached::heightsChanged, this,
+                [this, item] { updateRowHeight(*item); });
     }
     m_shownItems.append(item);
     if (m_geometry.layout().fixedItemHeight) {
@@ -185,7 +203,12 @@ void WaterfallView::updateRowHeight(QQuickItem& item)
     const WaterfallRow* const row = m_rows.find(item);
     if (row == nullptr)
         return;
-    m_geometry.setHeight(row->row, item.implicitHeight());
+    const double height = item.implicitHeight();
+    const WaterfallDelegateAttached* const attached = row->attached;
+    if (attached != nullptr && attached->restHeight() > 0)
+        m_geometry.setHeights(row->row, {attached->restHeight(), height, attached->fullHeight()});
+    else
+        m_geometry.setHeight(row->row, height);
     if (!m_geometry.isSettled() && !m_isLayingOut)
         invalidateLayout();
 }

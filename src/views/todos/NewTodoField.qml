@@ -4,11 +4,16 @@ import QtQuick
 import Kelpa.Appearance
 
 /// The field for a new todo of a list. It stays open for the next todo; text that is not added is
-/// kept as the list's draft.
+/// kept as the list's draft. Pasting several lines has it offer a todo for each of them.
 TodoField {
     id: root
 
     required property string listID
+
+    /// The text as it was before the last change.
+    property string knownText
+    /// How many todos are offered for the text; 0 for no offer.
+    property int offeredCount: 0
 
     signal added
     /// `returnsKeyboard` says whether the focus is to return to where it came from; it is false
@@ -17,8 +22,24 @@ TodoField {
 
     symbol: "circle"
     label: ViewSettings.copy.text(CopyKey.AddTodo)
-    onTextChanged: root.todos.setDraft(root.listID, root.text)
-    Component.onCompleted: root.text = root.todos.draft(root.listID)
+    offer: root.offeredCount > 0 ? ViewSettings.copy.makeTodos(root.offeredCount) : ""
+    onTextChanged: {
+        root.todos.setDraft(root.listID, root.text);
+        root.offeredCount = root.todos.pastedTodoCount(root.knownText, root.text);
+        root.knownText = root.text;
+    }
+    Component.onCompleted: {
+        root.knownText = root.todos.draft(root.listID);
+        root.text = root.knownText;
+    }
+    onOfferTaken: {
+        const lines = root.text;
+        root.text = "";
+        root.todos.addLines(lines, root.listID);
+        root.focusField();
+        root.added();
+    }
+    onOfferDeclined: root.offeredCount = 0
     onCommitted: title => {
         root.text = "";
         root.todos.add(title, root.listID);

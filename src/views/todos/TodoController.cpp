@@ -71,10 +71,25 @@ bool TodoController::isTitle(const QString& title) const
 
 void TodoController::add(const QString& title, const QString& listID)
 {
+    add(QList<TodoLine>{{title, false}}, listID);
+}
+
+void TodoController::add(const QList<TodoLine>& todos, const QString& listID)
+{
     if (listID == unifiedTodosText)
-        m_store.addTodo(title, std::nullopt);
+        m_store.addTodos(todos, std::nullopt);
     else if (const std::optional<ColumnID> column = columnFromText(listID))
-        m_store.addTodo(title, column->goalID);
+        m_store.addTodos(todos, column->goalID);
+}
+
+void TodoController::addLines(const QString& text, const QString& listID)
+{
+    add(todosInLines(text), listID);
+}
+
+int TodoController::pastedTodoCount(const QString& before, const QString& after) const
+{
+    return static_cast<int>(kelpa::pastedTodoCount(before, after));
 }
 
 void TodoController::rename(const QString& todoID, const QString& columnID, const QString& title)

@@ -2,6 +2,7 @@
 // todos: the fields for new todos, the highlighted todo, drops. The store decides.
 #pragma once
 
+#include "model/TodoLines.h"
 #include "views/models/ColumnID.h"
 #include "views/todos/TodoDrafts.h"
 #include "views/todos/TodoDrops.h"
@@ -53,6 +54,10 @@ public:
     Q_INVOKABLE bool isTitle(const QString& title) const;
     /// A todo added to the list of the whole board is unassigned.
     Q_INVOKABLE void add(const QString& title, const QString& listID);
+    /// A todo for each line, all in one step.
+    Q_INVOKABLE void addLines(const QString& text, const QString& listID);
+    /// See `kelpa::pastedTodoCount`.
+    Q_INVOKABLE int pastedTodoCount(const QString& before, const QString& after) const;
     Q_INVOKABLE void rename(const QString& todoID, const QString& columnID, const QString& title);
     Q_INVOKABLE void toggle(const QString& todoID, const QString& columnID);
     Q_INVOKABLE void remove(const QString& todoID, const QString& columnID);
@@ -121,6 +126,7 @@ Q_SIGNALS:
     void unifiedTodoRestored(const QString& todoID);
 
 private:
+    void add(const QList<TodoLine>& todos, const QString& listID);
     const TodoItem* todoFromTexts(const QString& todoID, const QString& columnID) const;
     std::optional<TodoMove> moveFromTexts(const QString& todoID, const QString& listID,
                                           int step) const;

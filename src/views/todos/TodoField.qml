@@ -2,11 +2,12 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Kelpa.Appearance
+import Kelpa.Scene
 import Kelpa.Controls
 import Kelpa.Todos
 
 /// The row in which the title of a todo is typed. A blank title is not committed: the field stays
-/// open.
+/// open. Below it may be an offer, which a click or Ctrl+Return takes and Escape declines.
 FocusScope {
     id: root
 
@@ -17,11 +18,17 @@ FocusScope {
     property alias text: field.text
     property alias notice: field.notice
 
+    /// What is offered for the text; empty for nothing.
+    property string offer
+
+    readonly property bool hasOffer: root.offer.length > 0
     readonly property bool hasKeyboard: field.activeFocus || field.isMenuOpen
-                                        || cancelButton.activeFocus
+                                        || cancelButton.activeFocus || offerLine.hasFocus
 
     signal committed(title: string)
     signal cancelled
+    signal offerTaken
+    signal offerDeclined
     /// The focus went elsewhere within the window, or to no item.
     signal abandoned
 
@@ -39,13 +46,13 @@ FocusScope {
         TextComposition.keep(field);
     }
 
-    implicitHeight: Theme.todoHeight
+    implicitHeight: Theme.todoHeight + (offerLine.item?.height ?? 0)
     Accessible.ignored: true
 
     AppIcon {
         x: 6
         name: root.symbol
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: field.verticalCenter
     }
     TextInputField {
         id: field
@@ -55,7 +62,7 @@ FocusScope {
         anchors.leftMargin: 26
         anchors.right: cancelButton.left
         anchors.rightMargin: 2
-        anchors.verticalCenter: parent.verticalCenter
+        y: (Theme.todoHeight - height) / 2
         implicitHeight: 28
         focus: true
         leftPadding: 4
@@ -64,7 +71,10 @@ FocusScope {
         placeholderText: ViewSettings.copy.text(CopyKey.EnterTodo)
         onCommitted: if (root.todos.isTitle(field.text))
             root.committed(field.text)
-        onCancelled: root.cancelled()
+        onCancelled: if (root.hasOffer)
+            root.offerDeclined()
+        else
+            root.cancelled()
         onActiveFocusChanged: if (!field.activeFocus)
             abandoning.start()
     }
@@ -81,12 +91,28 @@ FocusScope {
         id: cancelButton
 
         anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: field.verticalCenter
         symbol: "x"
         size: 28
         symbolSize: 14
         text: ViewSettings.copy.text(CopyKey.Cancel)
         onClicked: root.cancelled()
+    }
+    OptionalItem {
+        id: offerLine
+
+        readonly property bool hasFocus: (offerLine.item as TodoOffer)?.hasFocus ?? false
+
+        isWanted: root.hasOffer
+
+        TodoOffer {
+            x: field.x
+            y: Theme.todoHeight
+            width: root.width - field.x
+            text: root.offer
+            isKeyFree: root.hasKeyboard
+            onTaken: root.offerTaken()
+        }
     }
 
     // While another window is active, the field waits.

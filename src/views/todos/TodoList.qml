@@ -39,12 +39,14 @@ Item {
     readonly property bool isWriting: root.isEditorOpen || root.editedTodoID.length > 0
     readonly property bool isEditorOpen: root.isOwnEditorOpen
                                          || root.todos.editorColumnID === root.listID
+    readonly property real editorHeight: root.isEditorOpen
+                                         ? (editors.itemAt(0)?.height ?? Theme.todoHeight) : 0
     readonly property bool isUnified: root.listID === root.todos.unifiedListID
     /// The lower end, in the list's coordinates, of whatever in it has the keyboard or is written in;
     /// 0 for nothing.
     readonly property real keyboardEnd: root.isEditorOpen ? root.height : rows.keyboardEnd
     readonly property real wantedHeight: Math.max(rows.contentHeight, empty.height)
-                                         + (root.isEditorOpen ? Theme.todoHeight : 0)
+                                         + root.editorHeight
 
     signal menuRequested(todoID: string, columnID: string, row: Item, place: rect)
     /// The list had the focus and has nothing left that could have it.
@@ -109,7 +111,7 @@ Item {
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: root.isEditorOpen ? Theme.todoHeight : 0
+        anchors.bottomMargin: root.editorHeight
         interactive: root.wantedHeight > root.maximumHeight
         todos: root.todos
         dragSource: root.dragSource

@@ -76,7 +76,7 @@ AppMenu {
                 text: item.title
                 symbol: "circle"
                 symbolColor: item.isUnassigned ? Theme.secondaryText
-                                               : Theme.accentColor(item.accent)
+                                               : Theme.accentEdge(item.accent)
                 enabled: item.isElsewhere
                 visible: item.isElsewhere
                 implicitHeight: item.isElsewhere ? 30 : 0

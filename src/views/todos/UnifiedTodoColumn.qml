@@ -18,14 +18,30 @@ Item {
 
     signal todoMenuRequested(todoID: string, columnID: string, row: Item, place: rect)
 
+    readonly property real naturalHeight: Math.max(Theme.collapsedCardHeight,
+                                                   list.y + list.wantedHeight + Theme.medium)
+    /// By how much the column is higher than it has to be, where the board has room to spare.
+    property real growth: Math.max(0, Math.min(root.WaterfallDelegate.grantedHeight,
+                                               root.naturalHeight) - root.implicitHeight)
+
     /// Keeps the item, with what is typed.
     WaterfallDelegate.isPinned: list.isWriting
+    WaterfallDelegate.restHeight: root.implicitHeight
+    WaterfallDelegate.fullHeight: root.naturalHeight
+
+    Behavior on growth {
+        enabled: root.WaterfallDelegate.isGrantEased
+
+        NumberAnimation {
+            duration: Theme.mediumTime
+            easing.type: Easing.OutCubic
+        }
+    }
 
     // As high as its todos, up to the height of two goals' cards one above the other.
-    implicitHeight: Math.max(Theme.collapsedCardHeight,
-                             Math.min(list.y + list.wantedHeight + Theme.medium,
-                                      2 * Theme.collapsedCardHeight + Theme.targetSpacing))
-    height: implicitHeight
+    implicitHeight: Math.min(root.naturalHeight,
+                             2 * Theme.collapsedCardHeight + Theme.targetSpacing)
+    height: root.implicitHeight + root.growth
     Accessible.role: Accessible.List
     Accessible.name: ViewSettings.copy.text(CopyKey.AllTodos)
     Accessible.description: ViewSettings.copy.text(CopyKey.AllTodosSubtitle)
@@ -104,7 +120,7 @@ Item {
         anchors.rightMargin: Theme.small
         y: Theme.columnListY
         height: implicitHeight
-        maximumHeight: 2 * Theme.collapsedCardHeight + Theme.targetSpacing - y - Theme.medium
+        maximumHeight: root.height - y - Theme.medium
         todos: root.todos
         dragSource: root.dragSource
         listID: root.todos.unifiedListID

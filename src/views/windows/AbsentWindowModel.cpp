@@ -1,6 +1,7 @@
 #include "views/windows/AbsentWindowModel.h"
 
 #include "model/Text.h"
+#include "model/UtcTime.h"
 #include "text/KelpaCopy.h"
 #include "views/windows/WindowPresentation.h"
 
@@ -22,7 +23,7 @@ enum Role {
 /// In the form of the language, and in the person's time zone.
 QString dateText(Date date, AppLanguage language)
 {
-    const QDateTime reference({2001, 1, 1}, {0, 0}, Qt::UTC);
+    const QDateTime reference = utcTime({2001, 1, 1}, {0, 0});
     const QDateTime time =
         reference.addSecs(static_cast<qint64>(date.secondsSinceReferenceDate)).toLocalTime();
     return QLocale(rawValue(language)).toString(time.date(), QLocale::ShortFormat);

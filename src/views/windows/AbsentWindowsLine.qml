@@ -9,13 +9,16 @@ PressButton {
     id: root
 
     required property int count
+    /// Otherwise some were closed just now.
+    required property bool areFromLastTime
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 24
     leftPadding: Theme.tiny
     rightPadding: Theme.small
     font: Theme.caption
-    text: ViewSettings.copy.windowsFromLastTime(root.count)
+    text: root.areFromLastTime ? ViewSettings.copy.windowsFromLastTime(root.count)
+                               : ViewSettings.copy.closedWindows(root.count)
 
     contentItem: SymbolLabel {
         symbol: "rotate-cw"

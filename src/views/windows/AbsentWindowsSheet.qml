@@ -27,7 +27,12 @@ Sheet {
         }
     }
 
-    title: ViewSettings.copy.windowsFromLastTime(root.memory.listCount)
+    title: root.memory.isListFromLastTime ? ViewSettings.copy.windowsFromLastTime(root.memory.listCount)
+                                          : ViewSettings.copy.closedWindows(root.memory.listCount)
+    // Its buttons stand beside each other in every language.
+    width: Math.min(Math.max(Theme.sheetWidth, forgetAll.implicitWidth + buttons.implicitWidth
+                                               + Theme.small + leftPadding + rightPadding),
+                    parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
     height: Math.min(560, implicitHeight, parent ? parent.height - 2 * Theme.large : 560)
     contentHeight: heading.height + Theme.small + root.memory.listCount * root.rowHeight
                    + footer.height
@@ -114,12 +119,16 @@ Sheet {
             height: Theme.controlHeight + Theme.medium
 
             AppButton {
+                id: forgetAll
+
                 anchors.left: parent.left
                 anchors.bottom: parent.bottom
                 text: ViewSettings.copy.text(CopyKey.ForgetAllWindows)
                 onClicked: root.memory.forgetAll()
             }
             Row {
+                id: buttons
+
                 anchors.right: parent.right
                 anchors.bottom: parent.bottom
                 spacing: Theme.small

@@ -20,6 +20,8 @@ Item {
     /// Whether the window itself is not on the screen.
     required property bool isAway
     required property bool isMinimized
+    required property string virtualDesktop
+    required property bool isAwaitingAnswer
 
     /// Whether one of its texts is cut short.
     readonly property bool isElided: titleText.truncated || ownerText.truncated
@@ -98,27 +100,21 @@ Item {
             AppText {
                 id: ownerText
 
-                width: mark.x - Theme.tiny
+                width: marks.x - Theme.tiny
                 text: root.ownerName
                 font: Theme.caption
                 color: Theme.secondaryText
             }
-            Row {
-                id: mark
+            CardMarks {
+                id: marks
 
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
-                spacing: Theme.tiny
-
-                AppIcon {
-                    name: "minus"
-                    size: 14
-                    visible: root.isMinimized
-                }
-                AppIcon {
-                    name: "arrow-up-right"
-                    size: 14
-                }
+                virtualDesktop: root.virtualDesktop
+                isMinimized: root.isMinimized
+                isAwaitingAnswer: root.isAwaitingAnswer
+                // The name of an application gives way to that of a virtual desktop.
+                room: Math.max(parent.width * 2 / 3, parent.width - ownerText.implicitWidth - Theme.tiny)
             }
         }
     }

@@ -5,7 +5,7 @@ import Kelpa.Appearance
 import Kelpa.Controls
 
 /// Says on a card which goal its window may have been in. A click puts it back there, and the cross says
-/// that it is another window.
+/// that it is another window. The goals may take two lines: the beginning alone would often name none.
 Item {
     id: root
 
@@ -17,7 +17,7 @@ Item {
     signal accepted
     signal declined
 
-    implicitHeight: 24
+    implicitHeight: Math.max(24, back.implicitContentHeight + Theme.small)
 
     Rectangle {
         anchors.fill: parent
@@ -41,6 +41,7 @@ Item {
         onClicked: root.accepted()
 
         contentItem: SymbolLabel {
+            mostLines: 2
             symbol: "undo-2"
             symbolColor: Theme.accentText
             text: back.text

@@ -25,15 +25,15 @@ FocusableItem {
     required property real previewRevision
     required property string previewMessage
     required property list<string> formerGoals
+    required property string virtualDesktop
+    required property bool isAwaitingAnswer
 
     readonly property bool isRaised: hover.hovered || root.isSelected
     /// The focus moves on from here to the next selected item.
     readonly property bool yieldsFocus: true
     /// Whether a person moved the focus to the card, or to one of its buttons, by keyboard.
     readonly property bool hasKeyboard: root.visualFocus || (root.buttons?.hasKeyboard ?? false)
-                                        || root.isAnswering
-    /// Whether a person reached the line about its former goal by keyboard.
-    property bool isAnswering: false
+                                        || face.hasKeyboard
     /// Whether its buttons show.
     readonly property bool isPointedAt: root.isRaised || root.hasKeyboard || root.activeFocus
                                         || revelation.running
@@ -51,11 +51,7 @@ FocusableItem {
     Accessible.role: Accessible.ListItem
     Accessible.ignored: !root.visible
     Accessible.name: ViewSettings.copy.windowName(root.ownerName, root.title)
-    // Describes the sign in the caption for people who do not see it, and the line above it.
-    Accessible.description: [root.help]
-            .concat(root.isMinimized ? [ViewSettings.copy.text(CopyKey.PreviewMinimized)] : [])
-            .concat(root.formerGoals.length > 0 ? [ViewSettings.copy.wasIn(root.formerGoals)] : [])
-            .join("\n")
+    Accessible.description: [root.help, ...face.marks, ...face.lines].join("\n")
     Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected
@@ -143,55 +139,26 @@ FocusableItem {
             color: cardItem.ground
             isPictured: cardItem.isPictured
         }
-        CardPreview {
-            id: preview
+        CardFace {
+            id: face
 
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.top: parent.top
-            anchors.margins: Theme.small
+            anchors.fill: parent
             windows: root.windows
             windowID: root.windowID
-            revision: root.previewRevision
-            message: root.previewMessage
-            cardGround: cardItem.ground
-            isPictured: cardItem.isPictured
-        }
-        // Few cards have it.
-        Repeater {
-            model: root.formerGoals.length > 0 ? 1 : 0
-            delegate: FormerGoalLine {
-                id: formerGoalLine
-
-                anchors.left: preview.left
-                anchors.right: preview.right
-                anchors.bottom: preview.bottom
-                anchors.margins: Theme.tiny
-                goals: root.formerGoals
-                onHasKeyboardChanged: root.isAnswering = formerGoalLine.hasKeyboard
-                onAccepted: if (!root.windows.memory.putBack(root.windowID))
-                    root.menuRequested(root, Qt.rect(preview.x, preview.y, 0, preview.height))
-                onDeclined: root.windows.memory.decline(root.windowID)
-                Component.onDestruction: root.isAnswering = false
-            }
-        }
-        CardCaption {
-            id: caption
-
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.bottom: parent.bottom
-            anchors.leftMargin: Theme.medium
-            anchors.rightMargin: Theme.medium
-            anchors.bottomMargin: Theme.small
-            windowID: root.windowID
+            ownerName: root.ownerName
+            title: root.title
             applicationID: root.applicationID
             iconRevision: root.iconRevision
             previewRevision: root.previewRevision
-            ownerName: root.ownerName
-            title: root.title
-            isAway: root.isMinimized || !root.isOnScreen
+            previewMessage: root.previewMessage
+            formerGoals: root.formerGoals
+            virtualDesktop: root.virtualDesktop
             isMinimized: root.isMinimized
+            isOnScreen: root.isOnScreen
+            isAwaitingAnswer: root.isAwaitingAnswer
+            ground: cardItem.ground
+            isPictured: cardItem.isPictured
+            onMenuRequested: place => root.menuRequested(root, place)
         }
         OptionalItem {
             isWanted: !ViewSettings.isStarting
@@ -216,7 +183,8 @@ FocusableItem {
     HoverTip {
         id: tip
 
-        text: caption.isElided ? root.title + "\n" + root.ownerName + "\n" + root.help : root.help
+        text: [...(face.isElided ? [root.title, root.ownerName] : []), ...face.marks, root.help]
+            .join("\n")
         isHovered: hover.hovered && root.hasRested && !(root.buttons?.isHovered ?? false)
                    && !root.dragSource.isDragging
     }

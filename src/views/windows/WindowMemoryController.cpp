@@ -136,6 +136,7 @@ void WindowMemoryController::updateList()
         closeList();
         return;
     }
+    m_isListFromLastTime = m_store.areFromLastTime(*m_listedGoal);
     m_list.setWindows(windows, m_store.language());
     Q_EMIT listChanged();
 }

@@ -33,6 +33,8 @@ class WindowMemoryController : public QObject
     Q_PROPERTY(QString listTitle READ listTitle NOTIFY listChanged)
     Q_PROPERTY(kelpa::AbsentWindowModel* list READ list CONSTANT)
     Q_PROPERTY(int listCount READ listCount NOTIFY listChanged)
+    /// Whether all windows of the sheet are from an earlier run.
+    Q_PROPERTY(bool isListFromLastTime READ isListFromLastTime NOTIFY listChanged)
 
 public:
     /// `store` outlives the controller.
@@ -57,6 +59,7 @@ public:
     QString listTitle() const;
     AbsentWindowModel* list() { return &m_list; }
     int listCount() const { return m_list.rowCount(); }
+    bool isListFromLastTime() const { return m_isListFromLastTime; }
     /// Opens the sheet for a goal; any other column, and one that has all its windows, does
     /// nothing.
     Q_INVOKABLE void openList(const QString& columnID);
@@ -79,6 +82,7 @@ private:
     WindowStore& m_store;
     std::optional<GoalID> m_listedGoal;
     AbsentWindowModel m_list;
+    bool m_isListFromLastTime = true;
 };
 
 } // namespace kelpa

@@ -94,7 +94,7 @@ AppMenu {
 
             text: item.title
             symbol: item.isCurrent ? "check" : "circle"
-            symbolColor: item.isUnassigned ? Theme.secondaryText : Theme.accentColor(item.accent)
+            symbolColor: item.isUnassigned ? Theme.secondaryText : Theme.accentEdge(item.accent)
             isChoice: true
             isChosen: item.isCurrent
             onTriggered: root.windows.moveWindow(root.windowID, item.columnID)

@@ -17,6 +17,8 @@ enum Role {
     previewRevisionRole,
     previewMessageRole,
     formerGoalsRole,
+    virtualDesktopRole,
+    isAwaitingAnswerRole,
     endOfRoles,
 };
 static_assert(endOfRoles <= firstRoleBesidePresentation);
@@ -37,6 +39,8 @@ WindowPresentation windowPresentation(const WindowStore& store, const WindowItem
     presentation.title = shownWindowTitle(window.title, store.language());
     presentation.applicationID = window.bundleIdentifier.value_or(QString());
     presentation.iconRevision = window.iconRevision;
+    presentation.virtualDesktop = singleLine(window.virtualDesktop.value_or(QString()));
+    presentation.isAwaitingAnswer = window.isAwaitingAnswer;
     for (const RecalledWindow& offer : store.recallOffers(window.id)) {
         if (const Goal* const goal = goalWith(offer.goalID, store.goals()))
             presentation.formerGoals.append(singleLine(goal->title));
@@ -68,6 +72,10 @@ QVariant presentationValue(const WindowPresentation& presentation, int role)
         return presentation.previewMessage;
     case formerGoalsRole:
         return presentation.formerGoals;
+    case virtualDesktopRole:
+        return presentation.virtualDesktop;
+    case isAwaitingAnswerRole:
+        return presentation.isAwaitingAnswer;
     default:
         return {};
     }
@@ -82,7 +90,9 @@ QHash<int, QByteArray> presentationRoleNames()
             {iconRevisionRole, "iconRevision"},
             {previewRevisionRole, "previewRevision"},
             {previewMessageRole, "previewMessage"},
-            {formerGoalsRole, "formerGoals"}};
+            {formerGoalsRole, "formerGoals"},
+            {virtualDesktopRole, "virtualDesktop"},
+            {isAwaitingAnswerRole, "isAwaitingAnswer"}};
 }
 
 } // namespace kelpa

@@ -32,6 +32,9 @@ struct WindowPresentation
     /// The titles of the goals that the window may have been in; empty where it has a goal, and
     /// where it is certainly in none.
     QStringList formerGoals;
+    /// As `WindowItem::virtualDesktop`, in a single line; empty where that is absent.
+    QString virtualDesktop;
+    bool isAwaitingAnswer = false;
 
     friend bool operator==(const WindowPresentation&, const WindowPresentation&) = default;
 };

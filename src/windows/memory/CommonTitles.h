@@ -24,7 +24,25 @@ bool isInbox(const QString& text);
 /// "2 unread".
 bool isUnreadCount(const QString& text);
 
-/// Whether a title, a role or a class says that its window browses in private.
+/// Whether a title, a role or a class mentions private browsing: a page about it does, too.
 bool namesPrivateBrowsing(const QString& text);
+
+/// Whether a word of a role or a class, as in "private-window", says so.
+bool hasPrivateWord(const QString& names);
+
+/// How a part of a title that ends by naming private browsing begins.
+struct PrivateEnd
+{
+    bool isPrivate = false;
+    /// Whether an unmistakable name stands in brackets: "[InPrivate]".
+    bool isBracketedName = false;
+    /// In the folded case: of "Mozilla Firefox (Private Browsing)", the first two words.
+    QString rest;
+};
+
+PrivateEnd privateEnd(const QString& part);
+
+/// Whether it has a word by which browsers call themselves.
+bool namesBrowser(const QString& text);
 
 } // namespace kelpa

@@ -126,6 +126,11 @@ qsizetype lengthOfMark(QStringView title)
     return isMark(title.front()) ? 1 : 0;
 }
 
+bool endsWithBracket(QStringView title)
+{
+    return !title.isEmpty() && QStringView(u")]}】）］").contains(title.back());
+}
+
 bool hasExtension(const QString& name)
 {
     static const Expression extension(QStringLiteral(R"(\.[A-Za-z][A-Za-z0-9]{0,4}$)"));

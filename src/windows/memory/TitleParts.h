@@ -37,6 +37,8 @@ std::optional<BracketedPart> trailingBracket(const QString& title);
 /// sound, of something new; 0 without one.
 qsizetype lengthOfMark(QStringView title);
 
+bool endsWithBracket(QStringView title);
+
 bool hasExtension(const QString& name);
 
 /// A clock, the time played of a song, the length of a call.

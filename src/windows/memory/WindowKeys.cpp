@@ -1,6 +1,7 @@
 #include "windows/memory/WindowKeys.h"
 
 #include "windows/memory/CommonTitles.h"
+#include "windows/memory/TitleParts.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -59,19 +60,61 @@ QString joined(std::initializer_list<QString> parts)
     return isComplete ? QStringList(parts).join(divider) : QString();
 }
 
+WindowTraits rawTraits(const WindowItem& window)
+{
+    return {window.bundleIdentifier.value_or(window.ownerName),
+            window.ownerName,
+            window.role,
+            window.sessionID,
+            window.accessibilityDocument.value_or(QString()),
+            window.title,
+            window.instance};
+}
+
+/// "Page — Browser (Private Browsing)", "Page - [InPrivate] - Browser".
+bool hasPrivateEnd(const WindowTraits& traits)
+{
+    const QStringList parts = partsOf(traits.title);
+    const PrivateEnd last = privateEnd(parts.back());
+    if (last.isPrivate && !last.rest.isEmpty() &&
+        (namesBrowser(last.rest) ||
+         ApplicationNames(traits.application, traits.applicationName).contains(last.rest)))
+        return true;
+    return std::ranges::any_of(parts.cbegin() + 1, parts.cend(), [](const QString& part) {
+        const PrivateEnd end = privateEnd(part);
+        return end.isBracketedName && end.rest.isEmpty();
+    });
+}
+
 } // namespace
 
-std::optional<WindowTraits> traitsOf(const WindowItem& window)
+Privacy privacyOf(const WindowTraits& traits)
 {
-    const QString application = window.bundleIdentifier.value_or(window.ownerName);
-    const QString texts =
-        QStringList{window.title.left(longestTitle), window.title.right(longestTitle), application,
-                    window.ownerName, window.role}
-            .join(divider);
-    if (namesPrivateBrowsing(texts))
-        return std::nullopt;
-    return boundedTraits({application, window.ownerName, window.role, window.sessionID,
-                          window.accessibilityDocument.value_or(QString()), window.title});
+    const QString names =
+        QStringList{traits.application, traits.role, traits.instance}.join(divider);
+    if (namesPrivateBrowsing(names) || hasPrivateWord(names))
+        return Privacy::said;
+    const bool isInTitle = namesPrivateBrowsing(traits.title + divider + traits.applicationName);
+    const bool isBracketed = endsWithBracket(traits.title);
+    if ((isInTitle || isBracketed) && hasPrivateEnd(traits))
+        return Privacy::said;
+    const bool isInDocument =
+        traits.document.startsWith(QStringLiteral("about:privatebrowsing"), Qt::CaseInsensitive);
+    return isInTitle || isInDocument ? Privacy::mentioned : Privacy::none;
+}
+
+Privacy privacyOf(const WindowItem& window)
+{
+    WindowTraits traits = rawTraits(window);
+    // Browsers say so at the end of the title.
+    if (traits.title.size() > 2 * longestTitle)
+        traits.title = traits.title.left(longestTitle) + traits.title.right(longestTitle);
+    return privacyOf(traits);
+}
+
+WindowTraits traitsOf(const WindowItem& window)
+{
+    return boundedTraits(rawTraits(window));
 }
 
 WindowTraits boundedTraits(const WindowTraits& traits)
@@ -84,7 +127,8 @@ WindowTraits boundedTraits(const WindowTraits& traits)
             shortened(traits.role),
             shortened(traits.sessionID),
             document,
-            visibleText(traits.title)};
+            visibleText(traits.title),
+            shortened(traits.instance)};
 }
 
 WindowKeys keysOf(const WindowTraits& traits)
@@ -98,10 +142,11 @@ WindowKeys keysOf(const WindowTraits& traits)
     keys.hasNumberedRole =
         std::ranges::any_of(traits.role, [](QChar each) { return each.isDigit(); });
     const QString title = keys.title.saysNothing ? QString() : keys.title.text;
+    // All windows of a client have one instance, so that it says nothing beside the session.
+    const QString& part = traits.role.isEmpty() ? traits.instance : traits.role;
     keys.texts = {joined({traits.application, traits.sessionID, traits.role}),
                   joined({traits.application, keys.document}),
-                  joined({traits.application, traits.role, title}),
-                  joined({traits.application, title})};
+                  joined({traits.application, part, title}), joined({traits.application, title})};
     return keys;
 }
 

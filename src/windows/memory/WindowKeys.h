@@ -10,7 +10,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 
 namespace kelpa {
 
@@ -20,7 +19,7 @@ enum class WindowKey : std::uint8_t {
     session,
     /// Application and document.
     document,
-    /// Application, role and title.
+    /// Application, role (or, without one, instance) and title.
     roleAndTitle,
     /// Application and title.
     title,
@@ -47,8 +46,20 @@ struct WindowKeys
     friend bool operator==(const WindowKeys&, const WindowKeys&) = default;
 };
 
-/// Absent for a window that browses in private, which is not remembered.
-std::optional<WindowTraits> traitsOf(const WindowItem& window);
+/// Whether a window browses in private, as far as it says so. Only one of `none` is remembered.
+enum class Privacy : std::uint8_t {
+    none,
+    /// Its title mentions private browsing: it may as well show a page about it.
+    mentioned,
+    /// Its role or its class says so, or its title where browsers do.
+    said,
+};
+
+Privacy privacyOf(const WindowTraits& traits);
+/// Of what a window says of itself, at whatever length.
+Privacy privacyOf(const WindowItem& window);
+
+WindowTraits traitsOf(const WindowItem& window);
 
 /// As `traitsOf` gives them: without what cannot be seen, each of bounded length.
 WindowTraits boundedTraits(const WindowTraits& traits);

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -36,11 +35,18 @@ struct KeyHolders
     bool haveSeveralGoals = false;
 };
 
+/// Of two that were seen at one time, the one that appeared later.
+bool wasSeenLater(const RememberedWindow& left, const RememberedWindow& right)
+{
+    return std::pair(right.seenAt, right.windowID) < std::pair(left.seenAt, left.windowID);
+}
+
 bool hasSameTraits(const WindowItem& left, const WindowItem& right)
 {
     return left.title == right.title && left.accessibilityDocument == right.accessibilityDocument &&
            left.bundleIdentifier == right.bundleIdentifier && left.ownerName == right.ownerName &&
-           left.role == right.role && left.sessionID == right.sessionID;
+           left.role == right.role && left.instance == right.instance &&
+           left.sessionID == right.sessionID;
 }
 
 } // namespace
@@ -49,6 +55,10 @@ WindowMemory::WindowMemory(const RememberedWindows& stored) : m_newestWindow(sto
 {
     m_entries.reserve(stored.windows.size());
     for (const RememberedWindow& window : stored.windows) {
+        if (privacyOf(window.traits) != Privacy::none) {
+            m_entries.remove(window.windowID);
+            continue;
+        }
         Entry entry;
         entry.window = window;
         // A file may have been written by anybody.
@@ -101,10 +111,13 @@ void WindowMemory::noteListed(const WindowItem& window, bool isNew, Date now, Ch
         }
         return;
     }
-    std::optional<WindowTraits> traits = traitsOf(window);
-    if (!traits) {
+    const Privacy privacy = m_private.contains(window.id) ? Privacy::said : privacyOf(window);
+    if (privacy == Privacy::said)
+        m_private.insert(window.id);
+    if (privacy != Privacy::none) {
         if (isRemembered) {
             changes.isWorthStoring |= known->wasAssigned;
+            m_hasForgottenPrivate |= known->wasAssigned;
             m_entries.erase(known);
         }
         return;
@@ -113,7 +126,7 @@ void WindowMemory::noteListed(const WindowItem& window, bool isNew, Date now, Ch
     changes.mayBeShared |= !isKnown || entry.isNew != isNew || entry.item.goalID != window.goalID;
     changes.isWorthStoring |= !isRemembered && window.goalID;
     changes.isWorthStoring |= isKnown && entry.item.goalID != window.goalID;
-    noteTraits(entry, window, *std::move(traits), changes);
+    noteTraits(entry, window, traitsOf(window), changes);
     if (!isRemembered)
         entry.window.seenAt = now;
     entry.window.windowID = window.id;
@@ -237,11 +250,15 @@ std::optional<WindowID> WindowMemory::counterpart(WindowID windowID, GoalID goal
         const QString& text = window->keys[key];
         if (text.isEmpty())
             continue;
+        const RememberedWindow* latest = nullptr;
         for (const Entry& entry : m_entries) {
-            if (!entry.isListed && entry.window.windowID != windowID && entry.keys[key] == text &&
-                goalOf(entry, assignments) == goalID)
-                return entry.window.windowID;
+            const bool isAlike = !entry.isListed && entry.window.windowID != windowID &&
+                                 entry.keys[key] == text && goalOf(entry, assignments) == goalID;
+            if (isAlike && (latest == nullptr || wasSeenLater(entry.window, *latest)))
+                latest = &entry.window;
         }
+        if (latest != nullptr)
+            return latest->windowID;
     }
     return std::nullopt;
 }
@@ -257,9 +274,7 @@ QList<AbsentWindow> WindowMemory::absent(const Assignments& assignments,
             found.emplace_back(&entry, *goalID);
     }
     std::ranges::sort(found, [](const auto& left, const auto& right) {
-        const RememberedWindow& a = left.first->window;
-        const RememberedWindow& b = right.first->window;
-        return std::pair(b.seenAt, b.windowID) < std::pair(a.seenAt, a.windowID);
+        return wasSeenLater(left.first->window, right.first->window);
     });
     QList<AbsentWindow> windows;
     windows.reserve(static_cast<qsizetype>(found.size()));
@@ -287,6 +302,12 @@ const RememberedWindow* WindowMemory::find(WindowID windowID) const
     return found != m_entries.constEnd() ? &found->window : nullptr;
 }
 
+bool WindowMemory::hasBeenListed(WindowID windowID) const
+{
+    const auto found = m_entries.constFind(windowID);
+    return found != m_entries.constEnd() && found->item.id == windowID;
+}
+
 void WindowMemory::inherit(WindowID newWindow, WindowID absent)
 {
     const auto heir = m_entries.find(newWindow);
@@ -296,6 +317,13 @@ void WindowMemory::inherit(WindowID newWindow, WindowID absent)
     heir->window.shared.session |= former->window.shared.session;
     heir->window.shared.document |= former->window.shared.document;
     heir->window.shared.title |= former->window.shared.title;
+}
+
+void WindowMemory::forgetAll()
+{
+    m_entries.clear();
+    m_newestWindow = 0;
+    m_hasForgottenPrivate = false;
 }
 
 RememberedWindows WindowMemory::stored(const Assignments& assignments,
@@ -308,9 +336,7 @@ RememberedWindows WindowMemory::stored(const Assignments& assignments,
             stored.windows.append(entry.window);
     }
     if (stored.windows.size() > maxWindows) {
-        std::ranges::sort(stored.windows, std::ranges::greater(), [](const RememberedWindow& each) {
-            return std::pair(each.seenAt, each.windowID);
-        });
+        std::ranges::sort(stored.windows, wasSeenLater);
         stored.windows.resize(maxWindows);
     }
     std::ranges::sort(stored.windows, {}, &RememberedWindow::windowID);
@@ -323,9 +349,11 @@ void WindowMemory::prune(const Assignments& assignments, Date now)
     using Rank = std::tuple<bool, Date, WindowID>;
     std::vector<Rank> absent;
     m_entries.removeIf([&](const auto& each) {
-        const Entry& entry = each.value();
+        Entry& entry = each.value();
         if (entry.isListed)
             return false;
+        if (entry.window.seenAt < earliestDate && earliestDate < now)
+            entry.window.seenAt = now;
         const double age =
             now.secondsSinceReferenceDate - entry.window.seenAt.secondsSinceReferenceDate;
         if (age > maxAgeInSeconds)

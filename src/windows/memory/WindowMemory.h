@@ -26,9 +26,13 @@ public:
     /// More windows, and windows that were seen longer ago, are forgotten, the oldest first.
     static constexpr qsizetype maxWindows = 1000;
     static constexpr double maxAgeInSeconds = 90.0 * 24 * 60 * 60;
+    /// The beginning of 2020. A computer whose battery is empty begins long before: what it has
+    /// seen then was seen nobody knows when, and is not old.
+    static constexpr Date earliestDate{599'529'600};
 
     WindowMemory() = default;
-    /// As it was stored. The last one of several windows with one number counts.
+    /// As it was stored. The last one of several windows with one number counts; one that mentions
+    /// private browsing, which an earlier release did not understand, is left out.
     explicit WindowMemory(const RememberedWindows& stored);
 
     /// Takes note of the windows that are listed now, each with its goal; `newWindows` are those
@@ -36,6 +40,10 @@ public:
     /// storing: not for a title that still means the same, nor for the time that passes.
     bool note(const QList<WindowItem>& windows, const QSet<WindowID>& newWindows,
               const Assignments& assignments, Date now);
+
+    /// Whether since the last call a window has turned out to browse in private that may have been
+    /// stored before: that is not to wait.
+    bool takeForgottenPrivate() { return std::exchange(m_hasForgottenPrivate, false); }
 
     /// The remembered windows that are not listed and belong to a goal, seen last first.
     QList<AbsentWindow> absent(const Assignments& assignments, const QSet<GoalID>& goalIDs) const;
@@ -48,14 +56,21 @@ public:
     /// What is known of a window, listed or not; null when nothing is.
     const RememberedWindow* find(WindowID windowID) const;
 
+    /// Whether it has been listed since the memory began: otherwise it is from an earlier run.
+    bool hasBeenListed(WindowID windowID) const;
+
     /// `newWindow`, a listed one, is the remembered `absent`: what was shared with others before
     /// still does not identify it.
     void inherit(WindowID newWindow, WindowID absent);
 
     /// A window of the goal that is not listed and that may be the same as the listed `windowID`:
-    /// where a person assigns that to the goal, it takes its place.
+    /// where a person assigns that to the goal, it takes its place. By the strictest key that leads
+    /// to any; of several alike ones, the one that was seen last.
     std::optional<WindowID> counterpart(WindowID windowID, GoalID goalID,
                                         const Assignments& assignments) const;
+
+    /// Forgets every window, but not which ones browse in private.
+    void forgetAll();
 
     /// At the end: no window is new any more. Returns whether that is worth storing.
     bool settle(const Assignments& assignments);
@@ -67,7 +82,7 @@ public:
     WindowID newestWindow() const { return m_newestWindow; }
 
     /// Forgets what was seen too long ago, and too much. A clock that was set back makes nothing
-    /// older. Listed windows stay.
+    /// older, nor does one that was wrong when the window was seen. Listed windows stay.
     void prune(const Assignments& assignments, Date now);
 
 private:
@@ -75,7 +90,7 @@ private:
     {
         RememberedWindow window;
         WindowKeys keys;
-        /// As it was listed last.
+        /// As it was listed last; without a number where it has not been.
         WindowItem item;
         /// The greatest number of any window by then.
         WindowID newestWindow = 0;
@@ -107,6 +122,9 @@ private:
 
     QHash<WindowID, Entry> m_entries;
     WindowID m_newestWindow = 0;
+    /// Those that have said that they browse in private: whatever they say later, they do.
+    QSet<WindowID> m_private;
+    bool m_hasForgottenPrivate = false;
 };
 
 } // namespace kelpa

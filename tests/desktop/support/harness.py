@@ -28,6 +28,10 @@ _BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Confi
 </busconfig>
 """
 
+# Numbers of displays that belong to one scenario each, by its process; others are found from 0 on.
+_FIRST_DISPLAY = 1000
+_DISPLAYS = 50000
+
 _ACCESSIBILITY_LAUNCHERS = (
     "/usr/libexec/at-spi-bus-launcher",
     "/usr/lib/at-spi2-core/at-spi-bus-launcher",
@@ -134,8 +138,11 @@ class Desktop:
             self.start_window_manager()
 
     def _start_x_server(self):
+        # The next server has the same number: programs that outlive one, or are started again by a bus, would
+        # otherwise come to a display of another scenario, which takes the lowest that is free.
+        display = f":{_FIRST_DISPLAY + os.getpid() % _DISPLAYS}"
         self.x_server, number = self._start_reporting(
-            ["Xvfb", "-displayfd", "{fd}", "-screen", "0", self._size, "-nolisten", "tcp", "-noreset",
+            ["Xvfb", display, "-displayfd", "{fd}", "-screen", "0", self._size, "-nolisten", "tcp", "-noreset",
              *self._x_arguments],
             "the X server's display number",
         )
@@ -263,6 +270,20 @@ class Desktop:
         self._x.sync()
         return self.wait_for_window(title).number
 
+    def open_dialog(self, title, owner):
+        """A modal dialog of this process that belongs to the window `owner`; its window, when it is listed."""
+        from Xlib import X, Xatom
+
+        dialog = self._x.screen().root.create_window(0, 0, 200, 100, 0, X.CopyFromParent)
+        dialog.set_wm_name(title)
+        dialog.change_property(Xatom.WM_TRANSIENT_FOR, Xatom.WINDOW, 32, [owner])
+        dialog.change_property(self._x.intern_atom("_NET_WM_STATE"), Xatom.ATOM, 32,
+                               [self._x.intern_atom("_NET_WM_STATE_MODAL")])
+        dialog.map()
+        self._x.sync()
+        self.wait_for_window(title)
+        return dialog
+
     def run(self, *argv, check=True):
         """Runs a short command on the desktop and returns what it printed."""
         return subprocess.run(
@@ -290,14 +311,28 @@ class Desktop:
     def has_window_manager(self):
         return self.property(self._x.screen().root, "_NET_SUPPORTING_WM_CHECK") is not None
 
+    def has_settings_manager(self):
+        return self._x.get_selection_owner(self._x.intern_atom("_XSETTINGS_S0")) != 0
+
     def windows(self):
         """Every window that the window manager lists, oldest first."""
         numbers = self.property(self._x.screen().root, "_NET_CLIENT_LIST")
         return self._described([] if numbers is None else numbers)
 
     def windows_without_manager(self):
-        """Every window at the top, where no window manager lists or frames them."""
-        return self._described(window.id for window in self._x.screen().root.query_tree().children)
+        """Every window that shows at the top, where no window manager lists or frames them. A program also
+        has some there that it never shows."""
+        return self._described(window.id for window in self._x.screen().root.query_tree().children
+                               if self._is_viewable(window))
+
+    @staticmethod
+    def _is_viewable(window):
+        from Xlib import X, error
+
+        try:
+            return window.get_attributes().map_state == X.IsViewable
+        except (error.BadWindow, error.BadDrawable):
+            return False
 
     def _described(self, numbers):
         found = []

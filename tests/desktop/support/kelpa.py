@@ -45,19 +45,27 @@ class Kelpa:
 
     def launch(self, seconds=60):
         """Starts it, until its window is shown; the board may not be on the accessibility bus."""
+        self.begin()
+        self.window = wait_until("Kelpa's window is shown", self._own_window, seconds)
+
+    def begin(self):
+        """Starts it, and waits for nothing."""
         self._starts += 1
         self.log = self._desktop.directory / f"kelpa-{self._starts:03}.log"
         self._process = processes.start(
             [self._binary, *self._arguments], self._desktop.env | self._env, self.log,
             cwd=self._desktop.env["HOME"])
         self.board = boards.Board(self._process.pid)
-        self.window = wait_until("Kelpa's window is shown", self._own_window, seconds)
 
     def await_board(self, seconds=60):
         wait_until("Kelpa's board is on the accessibility bus", self._has_board, seconds)
 
     def _own_window(self):
         self.check_alive()
+        return self.shown_window()
+
+    def shown_window(self):
+        """Kelpa's window as the desktop lists it; None while it is closed."""
         windows = (self._desktop.windows() if self._desktop.has_window_manager()
                    else self._desktop.windows_without_manager())
         return next((window for window in windows
@@ -85,12 +93,19 @@ class Kelpa:
             raise AssertionError("Kelpa complained:\n" + "\n".join(found[:20]))
 
     def quit(self):
-        """Closes the window politely; the program has to end by itself, and well."""
+        """Closes the window politely, then ends the program where it goes on listening; it has to end by
+        itself, and well."""
         self._desktop.close(self.window)
-        wait_until("Kelpa ends after its window was closed", lambda: not self.is_running(), 30)
+        wait_until("Kelpa's window is closed", self._is_closed, 30)
+        if self.is_running():
+            self.terminate()
+        wait_until("Kelpa ends", lambda: not self.is_running(), 30)
         if self._process.returncode != 0:
             raise AssertionError(f"Kelpa ended with {self._process.returncode}")
         self.check_output()
+
+    def _is_closed(self):
+        return not self.is_running() or self.shown_window() is None
 
     def kill(self):
         """Ends it at once, as a power cut would."""

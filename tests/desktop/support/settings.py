@@ -1,5 +1,6 @@
 """The file that Kelpa keeps its board in, read and written from outside."""
 
+import datetime
 import json
 import pathlib
 import shutil
@@ -74,7 +75,8 @@ def read_live(path):
         connection.close()
 
 
-def write(path, language="en", goals=(), is_auto_sorting=True):
+def write(path, language="en", goals=(), is_auto_sorting=True, is_unsorted_unfolded=False,
+          is_closing_quitting=False):
     """A new file with a language and `goals`, pairs of a title and its open todos' titles."""
     path = pathlib.Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
@@ -94,9 +96,32 @@ def write(path, language="en", goals=(), is_auto_sorting=True):
             connection.execute(_CREATE)
             connection.execute(_WRITE, ("kelpa.language", language))
             connection.execute(_WRITE, ("kelpa.autoSortingGoals", int(is_auto_sorting)))
+            if is_unsorted_unfolded:
+                connection.execute(_WRITE, ("kelpa.unsortedUnfolded", 1))
+            if is_closing_quitting:
+                connection.execute(_WRITE, ("kelpa.closingQuits", 1))
             if records:
                 blob = json.dumps(records, ensure_ascii=False).encode()
                 connection.execute(_WRITE, ("kelpa.goals", sqlite3.Binary(blob)))
+    finally:
+        connection.close()
+
+
+def remember(path, *windows, are_certain=False):
+    """Adds windows of XTerm that goals had before: pairs of a title and the goal's. Unless they
+    `are_certain` again, windows outside of their goals have had the titles too. The day on which they
+    were seen is one that never passes."""
+    goals = StoredBoard(read(path)).goal_ids
+    seen_on = (datetime.date(2048, 3, 14) - datetime.date(2001, 1, 1)).days * 86400 + 43200
+    memory = {"version": 1, "newestWindow": len(windows), "windows": [
+        {"window": number, "seenAt": seen_on, "application": "debian-xterm", "applicationName": "XTerm",
+         "title": title, "isTitleShared": not are_certain} for number, (title, _) in enumerate(windows, 1)]}
+    assignments = {str(number): goals[goal] for number, (_, goal) in enumerate(windows, 1)}
+    connection = sqlite3.connect(path)
+    try:
+        with connection:
+            for key, value in (("kelpa.windowMemory", memory), ("kelpa.windowAssignments", assignments)):
+                connection.execute(_WRITE, (key, sqlite3.Binary(json.dumps(value).encode())))
     finally:
         connection.close()
 

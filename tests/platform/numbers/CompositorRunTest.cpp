@@ -87,6 +87,18 @@ TEST(CompositorRun, Every_part_of_it_makes_another_identity)
     EXPECT_EQ(identityOf(run), identityOf(runs.front()));
 }
 
+TEST(CompositorRunOfProcess, Is_the_same_as_long_as_the_process_runs)
+{
+    const auto own = std::int64_t{::getpid()};
+    const std::optional<CompositorRun> run = compositorRun(own);
+    ASSERT_TRUE(run);
+    EXPECT_EQ(run->process, own);
+    EXPECT_GT(run->processStart, 0U);
+    EXPECT_EQ(compositorRun(own), run);
+    EXPECT_EQ(compositorRun(0), std::nullopt);
+    EXPECT_EQ(compositorRun(-1), std::nullopt);
+}
+
 TEST(ProcessStart, Is_read_past_any_name)
 {
     const QByteArray after = " S 1 7 7 0 -1 4194560 100 0 0 0 1 2 0 0 20 0 1 0 8123 1000 20\n";

@@ -250,6 +250,21 @@ TEST(WindowOwnersFileTest, Gives_at_the_next_start_what_was_saved_last)
     EXPECT_EQ(WindowOwnersFile(path).read(), RecordedOwners());
 }
 
+TEST(WindowOwnersFileTest, A_link_in_the_place_of_the_next_file_is_replaced_and_not_followed)
+{
+    const QTemporaryDir folder;
+    QFile precious(folder.filePath(QStringLiteral("precious")));
+    ASSERT_TRUE(precious.open(QIODevice::WriteOnly));
+    precious.write("kept");
+    precious.close();
+    const QString path = folder.filePath(QStringLiteral("window-owners"));
+    ASSERT_TRUE(QFile::link(precious.fileName(), path + QStringLiteral(".new")));
+    WindowOwnersFile(path).save(recorded);
+    ASSERT_TRUE(precious.open(QIODevice::ReadOnly));
+    EXPECT_EQ(precious.readAll(), "kept");
+    EXPECT_EQ(WindowOwnersFile(path).read(), recorded);
+}
+
 TEST(WindowOwnersFileTest, That_cannot_be_written_stays_as_it_is)
 {
     const QTemporaryDir folder;

@@ -10,18 +10,26 @@ namespace kelpa::test {
 
 namespace {
 
-/// The methods of an open file, of which this layer replaces one.
+/// The methods of an open file, of which this layer replaces two.
 struct FileMethods : sqlite3_io_methods
 {
     const sqlite3_io_methods* replaced = nullptr;
     SlowDisk* disk = nullptr;
+    QByteArray path;
 };
 
 int syncSlowly(sqlite3_file* file, int flags)
 {
     const auto* const methods = static_cast<const FileMethods*>(file->pMethods);
-    methods->disk->enterSync();
+    methods->disk->enterSync(methods->path);
     return methods->replaced->xSync(file, flags);
+}
+
+int writeSlowly(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 offset)
+{
+    const auto* const methods = static_cast<const FileMethods*>(file->pMethods);
+    methods->disk->enterWrite(methods->path);
+    return methods->replaced->xWrite(file, bytes, count, offset);
 }
 
 } // namespace
@@ -55,7 +63,9 @@ struct SlowDisk::Layer : sqlite3_vfs
         static_cast<sqlite3_io_methods&>(methods) = *file->pMethods;
         methods.replaced = file->pMethods;
         methods.disk = &layer->disk;
+        methods.path = name;
         methods.xSync = syncSlowly;
+        methods.xWrite = writeSlowly;
         file->pMethods = &methods;
         return code;
     }
@@ -74,10 +84,17 @@ SlowDisk::~SlowDisk()
     recover();
 }
 
-void SlowDisk::hang()
+void SlowDisk::hang(const QByteArray& part)
 {
     const std::lock_guard lock(m_mutex);
     m_isHanging = true;
+    m_hangingPart = part;
+}
+
+void SlowDisk::hangWrites(const QByteArray& part)
+{
+    const std::lock_guard lock(m_mutex);
+    m_hangingWrites = part;
 }
 
 void SlowDisk::letOneSyncPass()
@@ -95,28 +112,48 @@ void SlowDisk::waitForSync()
     m_changed.wait(lock, [this] { return m_waiting > 0; });
 }
 
+void SlowDisk::waitForWrite()
+{
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [this] { return m_isWriteWaiting; });
+}
+
 void SlowDisk::recover()
 {
     {
         const std::lock_guard lock(m_mutex);
         m_isHanging = false;
         m_passes = 0;
+        m_hangingWrites.clear();
     }
     m_changed.notify_all();
 }
 
-void SlowDisk::enterSync()
+void SlowDisk::enterSync(const QByteArray& path)
 {
     if (m_delay)
         std::this_thread::sleep_for(m_delay());
     std::unique_lock lock(m_mutex);
-    ++m_waiting;
-    m_changed.notify_all();
-    m_changed.wait(lock, [this] { return !m_isHanging || m_passes > 0; });
-    --m_waiting;
-    if (m_isHanging)
-        --m_passes;
+    if (m_isHanging && path.contains(m_hangingPart)) {
+        ++m_waiting;
+        m_changed.notify_all();
+        m_changed.wait(lock, [this] { return !m_isHanging || m_passes > 0; });
+        --m_waiting;
+        if (m_isHanging)
+            --m_passes;
+    }
     ++m_syncCount;
+}
+
+void SlowDisk::enterWrite(const QByteArray& path)
+{
+    std::unique_lock lock(m_mutex);
+    if (m_hangingWrites.isEmpty() || !path.contains(m_hangingWrites))
+        return;
+    m_isWriteWaiting = true;
+    m_changed.notify_all();
+    m_changed.wait(lock, [this] { return m_hangingWrites.isEmpty(); });
+    m_isWriteWaiting = false;
 }
 
 } // namespace kelpa::test

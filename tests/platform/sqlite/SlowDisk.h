@@ -2,6 +2,8 @@
 // it is a layer between SQLite and the file system.
 #pragma once
 
+#include <QByteArray>
+
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -21,13 +23,17 @@ public:
     SlowDisk& operator=(const SlowDisk&) = delete;
     ~SlowDisk();
 
-    /// Syncs wait from now on.
-    void hang();
+    /// Syncs wait from now on: those of the files whose path contains `part`.
+    void hang(const QByteArray& part = {});
+    /// Writes to the files whose path contains `part` wait from now on.
+    void hangWrites(const QByteArray& part);
     /// Lets the sync that waits, or the next one, go on.
     void letOneSyncPass();
     /// Waits until a sync waits.
     void waitForSync();
-    /// No sync waits any more.
+    /// Waits until a write waits.
+    void waitForWrite();
+    /// No sync and no write waits any more.
     void recover();
     /// Each sync takes as long as `delay` returns, besides its own time.
     void setDelay(std::function<std::chrono::microseconds()> delay) { m_delay = std::move(delay); }
@@ -36,7 +42,9 @@ public:
     int syncCount() const { return m_syncCount; }
 
     /// Called by each sync.
-    void enterSync();
+    void enterSync(const QByteArray& path);
+    /// Called by each write.
+    void enterWrite(const QByteArray& path);
 
 private:
     struct Layer;
@@ -44,6 +52,10 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     bool m_isHanging = false;
+    QByteArray m_hangingPart;
+    /// Empty while no write waits.
+    QByteArray m_hangingWrites;
+    bool m_isWriteWaiting = false;
     int m_passes = 0;
     int m_waiting = 0;
     std::atomic<int> m_syncCount = 0;

@@ -2,6 +2,8 @@
 #include "platform/sqlite/SettingsFixture.h"
 #include "platform/sqlite/SlowDisk.h"
 #include "platform/sqlite/WriteBehindSettings.h"
+#include "platform/sqlite/backup/BackupFolder.h"
+#include "platform/sqlite/backup/DailyBackup.h"
 #include "support/Seed.h"
 
 #include <poll.h>
@@ -143,6 +145,46 @@ TEST_F(SqliteCrash, A_program_killed_at_any_moment_leaves_a_whole_save_and_never
 TEST_F(SqliteCrash, On_a_slow_disk_nothing_is_lost_that_was_reported_as_stored)
 {
     killPrograms(saveForeverOnASlowDisk, std::numeric_limits<int>::max() / 2);
+}
+
+TEST_F(SqliteCrash, The_backup_of_a_day_survives_a_program_that_ends_before_the_disk_has_it)
+{
+    EXPECT_TRUE(openStore()->write({{keys()[0], QByteArray("before")}}));
+    const auto backUpDaily = [this](SqliteSettingsStore& store) {
+        auto backup = std::make_shared<DailyBackup>(path);
+        store.setBeforeSave([backup] { backup->beforeSave(); });
+        return backup;
+    };
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    const pid_t child = startChild([&] {
+        SlowDisk disk;
+        disk.hang(".backups/");
+        SqliteSettingsStore store(path);
+        const auto backup = backUpDaily(store);
+        if (!store.write({{keys()[0], QByteArray("after")}}))
+            return false;
+        disk.waitForSync();
+        const char isWaiting = 1;
+        // Never returns, as on a disk that hangs when the program ends.
+        return ::write(ends[1], &isWaiting, 1) == 1 && (backup->finish(), false);
+    });
+    char isWaiting = 0;
+    EXPECT_EQ(::read(ends[0], &isWaiting, 1), 1);
+    EXPECT_TRUE(killChild(child));
+    ::close(ends[0]);
+    ::close(ends[1]);
+
+    const auto store = openStore();
+    EXPECT_EQ(store->value(keys()[0]), SettingsValue(QByteArray("after")));
+    const auto backup = backUpDaily(*store);
+    EXPECT_TRUE(store->write({{keys()[0], QByteArray("later")}}));
+    backup->finish();
+    const BackupFolder backups(path);
+    ASSERT_EQ(backups.list().size(), 1);
+    EXPECT_EQ(backups.read(backups.list().constFirst()).values.value(keys()[0]),
+              SettingsValue(QByteArray("before")));
+    EXPECT_EQ(QDir(backups.path()).entryList(QDir::Files).size(), 1);
 }
 
 } // namespace

@@ -187,6 +187,21 @@ TEST_F(SqliteSettings, Copies_of_one_key_in_one_second_have_names_of_their_own)
     EXPECT_THAT(copiesAside(goalsKey), testing::UnorderedElementsAre(u"bad 1", u"bad 2", u"bad 3"));
 }
 
+TEST_F(SqliteSettings, Copies_that_hold_something_are_listed)
+{
+    const auto store = openStore();
+    EXPECT_TRUE(
+        store->write({goals("bad"), {goalsKey + QStringLiteral("Older"), QByteArray("1")}}));
+    EXPECT_TRUE(store->copyAside(goalsKey));
+    EXPECT_TRUE(store->write({goals("worse")}));
+    EXPECT_TRUE(store->copyAside(goalsKey));
+    const QStringList copies = store->copiesAside(goalsKey);
+    ASSERT_EQ(copies.size(), 2);
+    EXPECT_TRUE(store->write({{copies.first(), QByteArray()}}));
+    EXPECT_EQ(store->copiesAside(goalsKey), QStringList(copies.last()));
+    EXPECT_THAT(store->copiesAside(languageKey), IsEmpty());
+}
+
 TEST_F(SqliteSettings, A_key_that_is_written_without_having_been_read_needs_no_copy)
 {
     EXPECT_TRUE(openStore()->write({goals("[1]")}));

@@ -61,6 +61,26 @@ TEST_F(SqliteStatus, A_folder_in_the_files_place_is_a_folder_until_it_is_moved)
     EXPECT_EQ(store->status(), SettingsStatus());
 }
 
+TEST_F(SqliteStatus, A_file_in_the_folders_place_is_told_until_it_is_moved)
+{
+    const QString place = folder.filePath(QStringLiteral("data"));
+    for (const char* const below : {"/kelpa.sqlite", "/kelpa/kelpa.sqlite"}) {
+        setContents(place, "notes");
+        path = place + QLatin1String(below);
+        const auto store = openStore();
+        EXPECT_EQ(store->status(),
+                  (SettingsStatus{SettingsError::folderIsFile, false, false, std::nullopt, false}));
+        EXPECT_FALSE(store->write({goals("[1]")}));
+        EXPECT_TRUE(messages.value(0).contains(u"a file is in the place of its folder"));
+        EXPECT_EQ(contents(place), "notes");
+        ASSERT_TRUE(QFile::remove(place));
+        EXPECT_TRUE(store->flush());
+        EXPECT_EQ(store->status(), SettingsStatus());
+        ASSERT_TRUE(QDir(place).removeRecursively());
+        messages.clear();
+    }
+}
+
 TEST_F(SqliteStatus, A_folder_that_takes_the_place_of_the_open_file_is_noticed)
 {
     const auto store = openStore();

@@ -264,6 +264,9 @@ TEST_F(WriteBehind, A_value_that_is_copied_aside_is_there_when_its_key_is_overwr
     disk.recover();
     EXPECT_TRUE(settings->finish(always));
     EXPECT_THAT(copiesAside(goalsKey), ElementsAre(u"not JSON"));
+    const QStringList copies = settings->copiesAside(goalsKey);
+    ASSERT_EQ(copies.size(), 1);
+    EXPECT_EQ(settings->value(copies.first()), SettingsValue(QByteArray("not JSON")));
     EXPECT_EQ(settings->value(goalsKey), SettingsValue(QByteArray("[]")));
 }
 

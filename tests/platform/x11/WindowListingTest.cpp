@@ -162,6 +162,37 @@ TEST_F(WindowListing, A_sticky_window_is_on_screen_on_every_desktop)
     EXPECT_TRUE(isOnScreen("sticky"));
 }
 
+TEST_F(WindowListing, A_window_of_another_desktop_names_it_as_the_window_manager_does)
+{
+    const xcb_window_t window = openListed(client, {100, 100, 300, 200, "elsewhere", {}});
+    client.setText(client.root(), "_NET_DESKTOP_NAMES", QByteArray("Mail\0Web\0", 9));
+    EXPECT_EQ(entry("elsewhere")->virtualDesktop, std::nullopt);
+    client.sendToDesktop(window, 1);
+    ASSERT_TRUE(waitUntil([&] { return !isOnScreen("elsewhere"); }));
+    EXPECT_EQ(entry("elsewhere")->virtualDesktop, QStringLiteral("Web"));
+    client.request(client.root(), "_NET_CURRENT_DESKTOP", {1, 0, 0, 0, 0});
+    EXPECT_TRUE(waitUntil([&] { return !entry("elsewhere")->virtualDesktop.has_value(); }));
+}
+
+TEST_F(WindowListing, A_window_with_a_dialog_waits_for_an_answer_until_that_closes)
+{
+    const xcb_window_t window = openListed(client, {100, 100, 300, 200, "letter", {}});
+    openListed(client, {100, 100, 300, 200, "other", {}});
+    const xcb_window_t dialog = client.create({150, 150, 200, 100, "save?", {}});
+    client.setWindows(dialog, "WM_TRANSIENT_FOR", {window});
+    client.setAtoms(dialog, "_NET_WM_STATE", {"_NET_WM_STATE_MODAL"});
+    client.map(dialog);
+    ASSERT_TRUE(waitUntil([&] { return client.isListed(dialog); }));
+    EXPECT_TRUE(entry("letter")->isAwaitingAnswer);
+    EXPECT_FALSE(entry("other")->isAwaitingAnswer);
+    EXPECT_FALSE(entry("save?")->isAwaitingAnswer);
+    ASSERT_TRUE(entry("letter")->number.has_value());
+    EXPECT_EQ(entry("save?")->dialogOf, entry("letter")->number);
+    EXPECT_EQ(entry("letter")->dialogOf, std::nullopt);
+    client.destroy(dialog);
+    EXPECT_TRUE(waitUntil([&] { return !entry("letter")->isAwaitingAnswer; }));
+}
+
 TEST_F(WindowListing, Two_maximized_windows_with_one_title_are_both_listed)
 {
     const xcb_window_t first = openListed(client, {100, 100, 300, 200, "same", "Editor"});

@@ -3,6 +3,8 @@
 #include "support/BoardBuilders.h"
 #include "support/StoreFixture.h"
 
+#include <limits>
+
 namespace kelpa::test {
 namespace {
 
@@ -199,6 +201,21 @@ TEST_F(BoardPersistence, A_save_that_fails_is_tried_again_by_itself)
 
     EXPECT_TRUE(std::get<QByteArray>(settings.values[goalsKey]).contains("Work"));
     EXPECT_EQ(scheduler.timersDue(), 0) << "nothing is left to try";
+}
+
+TEST(WholeBoardEntries, Are_all_or_none)
+{
+    const TodoItem milk = todo(QStringLiteral("Milk"));
+    TodoItem never = milk;
+    never.completedAt = Date{std::numeric_limits<double>::infinity()};
+    const auto entries = wholeBoardEntries({{goal(QStringLiteral("Home"))}, {milk}, {}});
+    ASSERT_TRUE(entries);
+    QStringList keys;
+    for (const SettingsEntry& entry : *entries)
+        keys.append(entry.key);
+    EXPECT_EQ(keys, (QStringList{goalsKey, unassignedTodosKey, assignmentsKey}));
+    EXPECT_FALSE(wholeBoardEntries({{}, {never}, {}}));
+    EXPECT_FALSE(wholeBoardEntries({{goal(QStringLiteral("Home"), {never})}, {milk}, {}}));
 }
 
 TEST(BoardIn, The_values_of_a_file_are_its_board)

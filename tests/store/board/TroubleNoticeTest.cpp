@@ -46,6 +46,8 @@ INSTANTIATE_TEST_SUITE_P(
                   CopyKey::ChangesKept, CopyKey::ChangesJoinLater, CopyKey::CheckPermissions},
         ErrorCase{"folder", SettingsError::isFolder, CopyKey::FileIsFolder, CopyKey::ChangesKept,
                   CopyKey::ChangesJoinLater, CopyKey::MoveTheFolder},
+        ErrorCase{"file_in_folders_place", SettingsError::folderIsFile, CopyKey::FolderIsFile,
+                  CopyKey::ChangesKept, CopyKey::ChangesJoinLater, CopyKey::MoveTheFile},
         ErrorCase{"read_only", SettingsError::readOnly, CopyKey::FileReadOnly, CopyKey::ChangesKept,
                   CopyKey::ChangesJoinLater, CopyKey::CheckPermissions},
         ErrorCase{"busy", SettingsError::busy, CopyKey::FileLocked, CopyKey::ChangesKept,

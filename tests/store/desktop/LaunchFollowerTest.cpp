@@ -32,6 +32,30 @@ protected:
         windows.append(item);
     }
 
+    void reopen(GoalID goalID, WindowID remembered, const QString& title)
+    {
+        follower.reopen({.windowID = remembered,
+                         .traits = {.application = terminal,
+                                    .applicationName = {},
+                                    .role = {},
+                                    .sessionID = {},
+                                    .document = {},
+                                    .title = title},
+                         .shared = {},
+                         .seenAt = {}},
+                        goalID, {.begun = [](const Reopening&) {}, .missed = [] {}});
+    }
+
+    /// Until every launch has its window or is given up.
+    void awaitWindows()
+    {
+        for (int i = 0; i < 30; ++i) {
+            scheduler.advance(250ms);
+            follower.finishPass();
+        }
+        scheduler.advance(250ms);
+    }
+
     using Windows = std::vector<std::pair<GoalID, WindowID>>;
 
     const QString terminal = QStringLiteral("xterm");
@@ -142,6 +166,54 @@ TEST_F(LaunchFollowerTest, The_handler_of_a_window_may_launch_another)
     showTerminal(2);
     follower.finishPass();
     EXPECT_EQ(appeared, (Windows{{goal, 1}, {other, 2}}));
+}
+
+TEST_F(LaunchFollowerTest, Of_two_goals_each_gets_the_window_that_its_own_launch_opened)
+{
+    const GoalID other = GoalID::create();
+    reopen(goal, 101, QStringLiteral("Notes"));
+    reopen(other, 102, QStringLiteral("Mail"));
+    scheduler.advance(0ms);
+    showTerminal(1);
+    showTerminal(2);
+    desktop.startupIDs.insert(1, "launch 2");
+    desktop.startupIDs.insert(2, "launch 1");
+    awaitWindows();
+    EXPECT_EQ(appeared, (Windows{{goal, 2}, {other, 1}}));
+}
+
+TEST_F(LaunchFollowerTest, Of_two_goals_each_gets_the_window_with_the_title_of_its_own)
+{
+    const GoalID other = GoalID::create();
+    reopen(goal, 101, QStringLiteral("Notes"));
+    reopen(other, 102, QStringLiteral("Mail"));
+    scheduler.advance(0ms);
+    showTerminal(1);
+    showTerminal(2);
+    windows[0].title = QStringLiteral("Mail");
+    windows[1].title = QStringLiteral("Notes");
+    awaitWindows();
+    EXPECT_EQ(appeared, (Windows{{goal, 2}, {other, 1}}));
+}
+
+TEST_F(LaunchFollowerTest, A_window_that_may_belong_to_either_goal_is_given_to_none)
+{
+    reopen(goal, 101, QStringLiteral("Notes"));
+    reopen(GoalID::create(), 102, QStringLiteral("Mail"));
+    scheduler.advance(0ms);
+    showTerminal(1);
+    awaitWindows();
+    EXPECT_EQ(appeared, Windows());
+}
+
+TEST_F(LaunchFollowerTest, A_window_that_has_a_goal_already_is_not_taken)
+{
+    reopen(goal, 101, QStringLiteral("Notes"));
+    scheduler.advance(0ms);
+    showTerminal(1);
+    windows[0].goalID = GoalID::create();
+    awaitWindows();
+    EXPECT_EQ(appeared, Windows());
 }
 
 TEST_F(LaunchFollowerTest, A_launch_that_fails_requests_nothing)

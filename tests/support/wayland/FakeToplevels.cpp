@@ -234,7 +234,10 @@ FakeIdentifiedToplevel FakeIdentifiedToplevels::open(const std::string& title,
 {
     wl_resource* const handle = wl_resource_create(wl_resource_get_client(m_bound),
                                                    &ext_foreign_toplevel_handle_v1_interface, 1, 0);
-    wl_resource_set_implementation(handle, &Requests::ofHandle, nullptr, nullptr);
+    // What takes pictures of it knows it by its place.
+    wl_resource_set_implementation(
+        handle, &Requests::ofHandle, new int(m_opened++),
+        [](wl_resource* ended) { delete static_cast<int*>(wl_resource_get_user_data(ended)); });
     ext_foreign_toplevel_list_v1_send_toplevel(m_bound, handle);
     FakeIdentifiedToplevel window(handle);
     window.title(title).appID(appID).identifier(identifier).done();

@@ -95,6 +95,7 @@ public:
     FakeIdentifiedToplevels& operator=(const FakeIdentifiedToplevels&) = delete;
     ~FakeIdentifiedToplevels();
 
+    bool isBound() const { return m_bound != nullptr; }
     FakeIdentifiedToplevel open(const std::string& title, const std::string& appID,
                                 const std::string& identifier);
 
@@ -103,6 +104,7 @@ private:
 
     wl_global* m_global;
     wl_resource* m_bound = nullptr;
+    int m_opened = 0;
 };
 
 } // namespace kelpa::test

@@ -51,6 +51,9 @@ TestCase {
     function priorities() {
         return ["p0", "p1", "p2", "p3"].map(each => [each, Theme.priorityColor(each)]);
     }
+    function accents() {
+        return ["blue", "green", "orange", "purple", "pink"].map(each => [each, Theme.accentEdge(each)]);
+    }
     function faded(names, opacity) {
         return names.map(name => [name + " at " + opacity, Qt.alpha(Theme[name], opacity)]);
     }
@@ -76,6 +79,11 @@ TestCase {
         // Symbols and outlines.
         compare(faults(3, named(["secondaryText", "focus", "done", "accentText"]).concat(priorities()), all),
                 []);
+        compare(faults(3, accents(), all.concat(rail)), []);
+        const atRest = accents().map(([name, color]) => [name + " at rest", Qt.alpha(color, 0.65)]);
+        compare(faults(3, atRest, groundsWith(["railTop", "railBottom"], [])), []);
+        // A mark on a card.
+        compare(faults(3, named(["warning"]), groundsWith(["card"], overlays)), []);
         compare(faults(3, named(["fieldOutline"]), groundsWith(["window", "column", "card", "field"], [])),
                 []);
         compare(faults(3, named(["warning"]), groundsWith(["warningGround"], [])), []);

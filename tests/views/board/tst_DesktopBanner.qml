@@ -54,6 +54,19 @@ Item {
             tryVerify(() => banner() !== null);
             compare(banner().Accessible.name, "Only windows of X11 programs are listed");
         }
+        function test_one_button_switches_the_extension_on() {
+            world.lack("windows");
+            verify(button(banner(), "Switch on") === null);
+            world.lack("extension");
+            tryVerify(() => banner() !== null && button(banner(), "Switch on") !== null);
+            verify(banner().Accessible.description.includes("Shell extension"));
+            const asked = world.abilityRequests();
+            mouseClick(button(banner(), "Switch on"));
+            compare(world.abilityRequests(), asked + 1);
+            verify(banner() !== null);
+            world.lackNothing();
+            tryVerify(() => banner() === null);
+        }
         function test_previews_and_keys_are_not_missed_above_the_board() {
             world.lack("previews");
             world.lack("quitting");

@@ -2,6 +2,7 @@ import QtQuick
 import QtTest
 import Kelpa.Appearance
 import Kelpa.Controls
+import Kelpa.Goals
 import Kelpa.Windows
 import Kelpa.Board
 import "../cases"
@@ -12,7 +13,8 @@ Item {
     id: root
 
     width: 1300
-    height: 700
+    // Without room to spare.
+    height: 330
 
     GoalBoard {
         id: board
@@ -27,8 +29,11 @@ Item {
 
         function init() {
             ViewSettings.isReducingMotion = true;
+            root.height = 330;
             root.forceActiveFocus();
             world.clearSelection();
+            tryVerify(() => !isMoving());
+            view().contentY = 0;
             tryVerify(() => !first().isSelected && first().height === 292);
         }
         function first() {
@@ -58,6 +63,50 @@ Item {
             return false;
         }
 
+        function test_a_card_shows_more_where_the_board_has_room_to_spare() {
+            fill(12);
+            const second = column("Second");
+            // It is below the first goal at first.
+            const addCard = only(all(board, item => item instanceof AddGoalCard));
+            const places = () => [first().x, first().y, second.x, second.y, second.height].join();
+            const before = places();
+            root.height = 500;
+            // Down to the lower margin of the board.
+            tryVerify(() => !isMoving() && first().height > 292);
+            compare(addCard.y + addCard.height, targets().room);
+            verify(first().isCut);
+            compare(places(), before);
+            root.height = 1000;
+            tryVerify(() => !isMoving() && !first().isCut);
+            compare(first().height, first().naturalHeight);
+            compare(places(), before);
+            // It shows everything already, so that selecting it moves nothing.
+            world.board.goals.goToColumn(world.columnOfGoal("First"));
+            tryVerify(() => first().isSelected && !isMoving());
+            compare(first().height, first().naturalHeight);
+            compare(places(), before);
+            world.clearSelection();
+            root.height = 330;
+            tryCompare(first(), "height", 292);
+            verify(first().isCut);
+        }
+        function test_the_list_of_all_todos_shows_more_where_the_board_has_room_to_spare() {
+            fill(20);
+            tryCompare(unified(), "height", 606);
+            verify(unified().implicitHeight < unified().naturalHeight);
+            const places = () => [first(), column("Second")].map(each => [each.x, each.y]).join();
+            const before = places();
+            root.height = 800;
+            // Down to the lower margin of the board.
+            tryVerify(() => !isMoving() && unified().y + unified().height === targets().room);
+            compare(places(), before);
+            root.height = 1400;
+            tryVerify(() => !isMoving() && unified().height === unified().naturalHeight);
+            const last = row(unified(), "Todo 19");
+            verify(last.mapToItem(unified(), 0, last.height).y <= unified().height);
+            root.height = 330;
+            tryCompare(unified(), "height", 606);
+        }
         function test_a_title_in_the_fade_is_edited_in_full_view() {
             fill(8);
             const row = this.row(first(), "Todo 5");

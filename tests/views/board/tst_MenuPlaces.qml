@@ -69,12 +69,13 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
             first.openSelectionMenu();
-            tryVerify(() => menuItems().length === 10);
-            tryVerify(() => texts()[9] === "Delete goal");
-            compare(texts().slice(0, 5), ["Add windows to this goal", "Open Chrome in this goal",
+            tryVerify(() => menuItems().length === 12);
+            tryVerify(() => texts()[11] === "Delete goal");
+            compare(texts().slice(0, 7), ["Add windows to this goal", "Open Chrome in this goal",
                                           "Open a Terminal in this goal",
-                                          "Show all windows in this goal", "Rename goal"]);
-            compare(texts()[9], "Delete goal");
+                                          "Show all windows in this goal",
+                                          "Work on this goal", "Rename goal", "Export…"]);
+            compare(texts()[11], "Delete goal");
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
         }
@@ -94,12 +95,12 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
             first.openSelectionMenu();
-            tryVerify(() => menuItems().length === 10);
-            tryVerify(() => entries()[11] === "Delete goal");
+            tryVerify(() => menuItems().length === 12);
+            tryVerify(() => entries()[13] === "Delete goal");
             compare(entries(), ["Add windows to this goal", "Open Chrome in this goal",
                                 "Open a Terminal in this goal", "Show all windows in this goal",
-                                "Rename goal", "-", "Move goal left", "Move goal right",
-                                "Move to the beginning", "Move to the end", "-", "Delete goal"]);
+                                "Work on this goal", "Rename goal", "Export…", "-", "Move goal left",
+                                "Move goal right", "Move to the beginning", "Move to the end", "-", "Delete goal"]);
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
         }

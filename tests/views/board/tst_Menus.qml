@@ -32,7 +32,7 @@ Item {
             view().contentY = 0;
             const head = only(all(column("First"), item => item instanceof ColumnHeader));
             mouseClick(button(head, "ellipsis"));
-            tryVerify(() => menuItems().length === 10);
+            tryVerify(() => menuItems().length === 12);
         }
         function closeMenu() {
             keyClick(Qt.Key_Escape);
@@ -44,10 +44,23 @@ Item {
             world.lack("actions");
             const head = only(all(column("First"), item => item instanceof ColumnHeader));
             mouseClick(button(head, "ellipsis"));
-            tryVerify(() => menuItems().filter(item => item.visible).length === 6);
+            tryVerify(() => menuItems().filter(item => item.visible).length === 7);
             compare(menuItems().find(item => item.visible).text, "Rename goal");
             closeMenu();
             world.lackNothing();
+        }
+        function test_every_entry_has_a_symbol_or_can_be_switched_on_and_off() {
+            const bare = () => menuItems().filter(item => item.symbol === "" && !item.isChoice)
+                                          .map(item => item.text);
+            openGoalMenu();
+            compare(bare(), []);
+            closeMenu();
+            board.openMenu();
+            tryVerify(() => menuItems().length > 0);
+            compare(bare(), []);
+            const keys = text => menuItems().find(item => item.text === text).keys;
+            compare([keys("New goal"), keys("Undo"), keys("Redo")], ["Ctrl+N", "Ctrl+Z", "Ctrl+Y"]);
+            closeMenu();
         }
         function test_the_press_that_closes_a_menu_does_nothing_else() {
             const first = column("First");
@@ -131,6 +144,8 @@ Item {
             keyClick(Qt.Key_Up);
             compare(highlighted(), "Move goal right");
             keyClick(Qt.Key_Up);
+            compare(highlighted(), "Export…");
+            keyClick(Qt.Key_Up);
             compare(highlighted(), "Rename goal");
             closeMenu();
             openGoalMenu();
@@ -192,7 +207,7 @@ Item {
             const second = column("Second");
             button(second, "lightbulb-plus").forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Menu);
-            tryVerify(() => menuItems().length === 10);
+            tryVerify(() => menuItems().length === 12);
             choose("Delete goal");
             tryVerify(() => column("Second") === null);
             world.board.undo();

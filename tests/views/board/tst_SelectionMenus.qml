@@ -60,6 +60,54 @@ Item {
             tryVerify(() => menuItems().length === 0);
             tryVerify(() => holder() === column("Second"));
         }
+        function test_a_goal_is_worked_on_by_its_menu_or_a_key_and_back() {
+            const goals = world.board.goals;
+            const offers = text => menuItems().some(item => item.text === text && item.enabled);
+            const openMenu = () => {
+                world.board.selectionMenuRequested();
+                tryVerify(() => offers("Rename goal"));
+            };
+            goals.goToColumn(world.columnOfGoal("Second"));
+            openMenu();
+            verify(!offers("Work on this goal"), "the goal has no window");
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+
+            goals.goToColumn(world.columnOfGoal("First"));
+            world.lack("minimizing");
+            openMenu();
+            verify(!menuItems().some(item => item.text === "Work on this goal"));
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            world.lackNothing();
+
+            openMenu();
+            verify(!offers("Back"));
+            choose("Work on this goal");
+            tryVerify(() => menuItems().length === 0);
+            verify(goals.canGoBack);
+            world.lack("minimizing");
+            openMenu();
+            verify(!menuItems().some(item => item.text === "Back"));
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+            world.lackNothing();
+            openMenu();
+            choose("Back");
+            tryVerify(() => menuItems().length === 0);
+            verify(!goals.canGoBack);
+
+            world.runPending();
+            const before = world.calls().length;
+            keyClick(Qt.Key_G, Qt.ControlModifier);
+            verify(goals.canGoBack);
+            keyClick(Qt.Key_G, Qt.ControlModifier | Qt.ShiftModifier);
+            verify(!goals.canGoBack);
+            world.runPending();
+            const calls = world.calls().slice(before);
+            for (const call of ["raise Letter", "minimize Report", "unminimize Report"])
+                verify(calls.includes(call), call);
+        }
         function test_what_has_no_menu_of_its_own_has_that_of_the_board() {
             for (const selected of [item => item instanceof UnifiedTodoColumn,
                                     item => item === column("Unsorted")]) {
@@ -67,7 +115,7 @@ Item {
                 tryVerify(() => selected(holder()));
                 world.board.selectionMenuRequested();
                 tryVerify(() => menuItems().some(item => item.text === "New goal"));
-                compare(menuItems().length, 6);
+                compare(menuItems().length, 11);
                 keyClick(Qt.Key_Escape);
                 tryVerify(() => menuItems().length === 0);
                 tryVerify(() => selected(holder()));

@@ -64,6 +64,16 @@ Item {
                 main.close();
                 verify(!main.visible);
             }
+            function test_quitting_asks_too() {
+                keyClick(Qt.Key_Q, Qt.ControlModifier);
+                verify(!main.visible);
+                init();
+                breakDisk();
+                keyClick(Qt.Key_Q, Qt.ControlModifier);
+                tryVerify(() => button("Cancel") !== undefined);
+                verify(main.visible);
+                keyClick(Qt.Key_Escape);
+            }
             function test_changes_that_can_be_saved_now_do_not_ask() {
                 breakDisk();
                 world.repairDisk();
@@ -131,6 +141,7 @@ Item {
                 world.hangDisk();
                 world.board.goals.createGoal("Taxes");
                 main.close();
+                world.pass(1000);
                 tryVerify(() => button("Cancel")?.visualFocus ?? false);
                 verify(main.visible);
                 const texts = () => shown(item => item instanceof AppText
@@ -148,6 +159,7 @@ Item {
                 world.hangDisk();
                 world.board.goals.createGoal("Taxes");
                 main.close();
+                world.pass(1000);
                 tryVerify(() => button("Cancel")?.visualFocus ?? false);
                 world.failDisk("full");
                 verify(main.visible);

@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import Kelpa.Controls
 import "../cases"
 
 /// What happens in every kind of field with more than it takes.
@@ -129,6 +130,13 @@ FieldsView {
             keyClick("a");
             tryVerify(() => notices().length === 1);
             verify(notices()[0].height > 0);
+            const [announcement] = all(notices()[0], item => item instanceof Announcement);
+            let announced = 0;
+            announcement.announced.connect(() => ++announced);
+            // Whoever listens from now on is told as well.
+            world.switchAccessibilityOn();
+            tryVerify(() => announced > 0);
+            compare(announcement.text, tooLong);
             root.goalBoard.forceActiveFocus();
             tryVerify(() => notices().length === 0);
         }

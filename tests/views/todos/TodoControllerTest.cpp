@@ -22,6 +22,19 @@ TEST_F(Todos, A_todo_is_added_to_the_list_that_is_named)
     EXPECT_EQ(titles(std::nullopt), QStringList({QStringLiteral("B"), QStringLiteral("C")}));
 }
 
+TEST_F(Todos, Each_line_is_a_todo_of_the_list_that_is_named)
+{
+    const QString lines = QStringLiteral("- one\n- [x] two\n");
+    todoController().addLines(lines, first.text());
+    todoController().addLines(lines, unifiedTodosText);
+    todoController().addLines(lines, QStringLiteral("nowhere"));
+    EXPECT_EQ(titles(first),
+              QStringList({QStringLiteral("Read"), QStringLiteral("one"), QStringLiteral("two")}));
+    EXPECT_EQ(titles(std::nullopt), QStringList({QStringLiteral("one"), QStringLiteral("two")}));
+    EXPECT_EQ(todos(first).back().status, TodoStatus::completed);
+    EXPECT_EQ(todoController().pastedTodoCount(QString(), lines), 2);
+}
+
 TEST_F(Todos, A_todo_is_renamed_toggled_copied_and_deleted)
 {
     todoController().rename(todo.text(), first.text(), QStringLiteral(" Write "));

@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Windows
 import Kelpa.Board
@@ -74,7 +75,7 @@ Item {
             tryVerify(() => line()?.count === 3);
         }
         function test_a_line_in_the_goal_opens_the_list() {
-            compare(line().text, "3 windows from last time");
+            compare(line().text, "3 closed windows");
             open();
             compare(rows().map(row => row.title).sort(), ["Ledger", "Letter", "Receipts"]);
             const row = rows().find(each => each.title === "Ledger");
@@ -123,10 +124,26 @@ Item {
             keyClick(Qt.Key_Delete);
             tryVerify(() => rows().length === 2);
             verify(!rows().some(row => row.title === forgotten));
-            compare(line().text, "2 windows from last time");
+            compare(line().text, "2 closed windows");
             compare(world.board.toastMessage, "1 window is forgotten");
             world.board.undo();
             tryVerify(() => rows().length === 3);
+        }
+        function test_its_buttons_stand_beside_each_other_in_every_language() {
+            const before = world.board.languageIndex;
+            for (let language = 0; language < world.board.languageNames.length; ++language) {
+                world.board.setLanguageIndex(language);
+                open();
+                const copy = ViewSettings.copy;
+                const [forget, close] = [CopyKey.ForgetAllWindows, CopyKey.Close].map(key =>
+                    button(copy.text(key)));
+                const left = button => button.mapToItem(null, 0, 0).x;
+                verify(left(forget) + forget.width < left(close),
+                       world.board.languageNames[language]);
+                world.board.windows.memory.closeList();
+                tryVerify(() => closed());
+            }
+            world.board.setLanguageIndex(before);
         }
         function test_all_are_forgotten_and_undo_brings_them_back() {
             open();
@@ -135,6 +152,18 @@ Item {
             compare(world.board.toastMessage, "3 windows are forgotten");
             world.board.undo();
             tryVerify(() => line() !== null);
+        }
+        function test_the_list_goes_with_its_goal_and_opens_nothing_of_it() {
+            open();
+            const before = world.calls().length;
+            world.board.goals.deleteGoal(world.columnOfGoal("Taxes"));
+            tryVerify(() => !world.board.windows.memory.isListOpen);
+            // As its button does while the sheet fades away.
+            world.board.windows.memory.reopenAll();
+            world.runPending();
+            compare(world.calls().slice(before).filter(call => call.startsWith("reopen")), []);
+            tryVerify(() => closed());
+            world.board.undo();
         }
         function test_an_assistive_program_opens_and_forgets() {
             line().Accessible.pressAction();

@@ -74,6 +74,20 @@ Item {
             compare(world.goalOfWindow(testCase.windowID), "First");
             tryVerify(() => line() === null);
         }
+        function test_a_long_title_takes_two_lines() {
+            const title = "A goal whose title is longer than a card is wide";
+            replaceWindows(["First"]);
+            const height = line().height;
+            cleanup();
+            world.board.goals.createGoal(title);
+            replaceWindows([title]);
+            const heightOfLong = line().height;
+            const place = line().y;
+            world.board.goals.deleteGoal(world.columnOfGoal(title));
+            verify(heightOfLong > height + 8, heightOfLong + " against " + height);
+            // It stays on the picture.
+            verify(place >= 0);
+        }
         function test_the_cross_says_that_it_is_another_window() {
             replaceWindows(["First"]);
             mouseClick(lineButton("This is another window"));

@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Kelpa.Controls
+import Kelpa.Windows
 import Kelpa.Board
 import "../cases"
 
@@ -43,6 +44,42 @@ Item {
             tryVerify(() => card("Letter")?.isSelected ?? false);
             world.runPending();
             verify(world.calls().includes("raise Letter"));
+        }
+        function marks(title) {
+            return only(all(card(title), item => item instanceof CardMarks));
+        }
+        function test_a_window_of_another_desktop_has_a_badge_until_it_is_back() {
+            tryVerify(() => card("Report") !== null);
+            const help = card("Report").Accessible.description;
+            const width = marks("Report").width;
+            world.moveToDesktop(4294967295, "Web");
+            const badge = only(all(marks("Report"), item => item.text === "Web"));
+            verify(badge !== null && !badge.truncated);
+            compare(card("Report").Accessible.description, help + "\nOn desktop “Web”");
+            compare(all(card("Letter"), item => item.text === "Web").length, 0);
+            world.moveToDesktop(4294967295, "desktop 2");
+            compare(all(marks("Report"), item => item.truncated ?? false).length, 0);
+            world.moveToDesktop(4294967295, "A desktop whose number no card has room for: 12");
+            verify(only(all(marks("Report"), item => item.text === "12")) !== null);
+            world.moveToDesktop(4294967295, "A desktop with a name that no card has room for");
+            const cutOff = only(all(marks("Report"), item => item.truncated ?? false));
+            verify(cutOff !== null);
+            verify(marks("Report").x > marks("Report").parent.width / 4);
+            world.moveToDesktop(4294967295, "");
+            tryVerify(() => marks("Report").width === width);
+            compare(card("Report").Accessible.description, help);
+        }
+        function test_a_window_whose_dialog_waits_says_so() {
+            tryVerify(() => card("Letter") !== null);
+            const help = card("Letter").Accessible.description;
+            const symbols = () => all(marks("Letter"), item => item.name === "message-question");
+            compare(symbols().length, 0);
+            world.setAwaitingAnswer(8, true);
+            compare(symbols().length, 1);
+            compare(card("Letter").Accessible.description, help + "\nA dialog waits for an answer");
+            world.setAwaitingAnswer(8, false);
+            tryVerify(() => symbols().length === 0);
+            compare(card("Letter").Accessible.description, help);
         }
         function test_return_on_a_card_switches_to_its_window() {
             tryVerify(() => card("Report") !== null);

@@ -1,5 +1,6 @@
 """Windows of one colour with any title: what no program shows on demand."""
 
+import mmap
 import os
 import struct
 import threading
@@ -24,6 +25,7 @@ class PlainWindows:
         self._client.on(self._shell, 0, self._pong)
         memory = os.memfd_create("pixels")
         os.ftruncate(memory, _SIZE)
+        self._pixels = mmap.mmap(memory, _SIZE)
         shared_memory = self._client.bind("wl_shm", 1)
         pool = self._client.new()
         self._client.send(shared_memory, 0, pool, _SIZE, descriptor=memory)
@@ -31,16 +33,21 @@ class PlainWindows:
         self._buffer = self._client.new()
         self._client.send(pool, 0, self._buffer, 0, _WIDTH, _HEIGHT, _WIDTH * 4, 1)
 
-    def open(self, title, app_id=b"plain"):
-        """Shows a window and returns it, for `rename` and `close`."""
+    def open(self, title, app_id=b"plain", closed=None, parent=None):
+        """Shows a window and returns it, for `rename` and `close`. `closed` is called when the
+        compositor asks it to close; `parent` is the window that it belongs to."""
         send, new = self._client.send, self._client.new
         with self._lock:
             surface, shape, toplevel = new(), new(), new()
             self._open.add(shape)
             self._client.on(shape, 0, lambda serial: self._draw(surface, shape, serial))
+            if closed:
+                self._client.on(toplevel, 1, lambda _: closed())
             send(self._compositor, 0, surface)
             send(self._shell, 2, shape, surface)
             send(shape, 1, toplevel)
+            if parent:
+                send(toplevel, 1, parent[2])
             send(toplevel, 2, title)
             send(toplevel, 3, app_id)
             send(surface, 6)
@@ -48,6 +55,24 @@ class PlainWindows:
 
     def rename(self, window, title):
         self._client.send(window[2], 2, title)
+
+    def fill(self, colour):
+        """Gives the windows that are drawn after this a colour, as 0xRRGGBB."""
+        self._pixels[:] = struct.pack("=I", colour) * (_SIZE // 4)
+
+    def paint(self, window, colour):
+        """As that, and gives it to this window too."""
+        self.fill(colour)
+        with self._lock:
+            self._client.send(window[0], 1, self._buffer, 0, 0)
+            self._client.send(window[0], 2, 0, 0, _WIDTH, _HEIGHT)
+            self._client.send(window[0], 6)
+
+    def activate(self, window, token):
+        """Uses an activation token for the window."""
+        activation = self._client.bind("xdg_activation_v1", 1)
+        with self._lock:
+            self._client.send(activation, 2, token, window[0])
 
     def close(self, window):
         with self._lock:

@@ -3,10 +3,11 @@
 import json
 import os
 import pathlib
+import signal
 
-from harness import Desktop, Window
+from harness import Window
 from processes import wait_until
-from virtual_keyboard import VirtualKeyboard
+from wlroots_desktop import WlrootsDesktop
 
 _CONFIG = """output HEADLESS-1 resolution 1600x1000
 default_border none
@@ -14,35 +15,22 @@ workspace_layout tabbed
 """
 
 
-class SwayDesktop(Desktop):
-    """The same as a desktop on X11, as far as a scenario needs it. A window's number is that of its
-    container. The person has a binding for the key `binding`, which makes the file `marker`. There
-    is an X server for programs on X11 where that is asked for."""
+class SwayDesktop(WlrootsDesktop):
+    """A window's number is that of its container. The person has a binding for the key `binding`, which
+    makes the file `marker`. There is an X server for programs on X11 where that is asked for."""
 
-    def __init__(self, directory, binding=None, has_xwayland=False):
-        super().__init__(directory)
+    name = "sway"
+
+    def __init__(self, directory, root=None, binding=None, has_xwayland=False):
+        super().__init__(directory, root)
+        # Newer ones refuse to show titles that are no text.
+        self.is_newer = False
         self._binding = binding
         self._xwayland = "enable" if has_xwayland else "disable"
         self.marker = self.directory / "marker"
         self._sway = None
-        self._keyboard = None
 
-    def _start_x_server(self):
-        """Instead of it, once the environment stands and before there are buses."""
-        for name in ("GDK_BACKEND", "QT_QPA_PLATFORM"):
-            del self.env[name]
-        self.env |= {
-            "XDG_SESSION_TYPE": "wayland",
-            "XDG_CURRENT_DESKTOP": "sway",
-            # That of the user may let nobody in.
-            "SHELL": "/bin/sh",
-            "WLR_BACKENDS": "headless",
-            "WLR_RENDERER": "pixman",
-            "WLR_LIBINPUT_NO_DEVICES": "1",
-        }
-        # What this process was started with belongs to another desktop.
-        for name in ("DISPLAY", "WAYLAND_DISPLAY", "SWAYSOCK", "QT_QPA_PLATFORM"):
-            os.environ.pop(name, None)
+    def _start_compositor(self):
         self._config = self._private / "sway.conf"
         included = self._private / "included.conf"
         self._config.write_text(f"{_CONFIG}xwayland {self._xwayland}\ninclude {included}\n", encoding="utf-8")
@@ -51,18 +39,14 @@ class SwayDesktop(Desktop):
         self.start_sway()
 
     def start_sway(self):
+        self.env.pop("SWAYSOCK", None)
+        self._sway = self._launch("sway", "-c", self._config)
         runtime = pathlib.Path(self.env["XDG_RUNTIME_DIR"])
-        for name in ("WAYLAND_DISPLAY", "SWAYSOCK"):
-            self.env.pop(name, None)
-        self._sway = self.start("sway", "-c", self._config)
-        socket = runtime / f"sway-ipc.{os.getuid()}.{self._sway.pid}.sock"
-        wait_until("sway is there", socket.exists)
-        display = wait_until("sway has a display", lambda: next(
-            (path.name for path in runtime.glob("wayland-*") if path.suffix != ".lock"), None))
-        self.env |= {"SWAYSOCK": str(socket), "WAYLAND_DISPLAY": display}
-        wait_until("sway replies", lambda: self._tree() is not None)
-        os.environ.update(self.env)
-        self._keyboard = VirtualKeyboard()
+        self.env["SWAYSOCK"] = str(
+            wait_until("sway is there", lambda: next(runtime.glob("sway-ipc.*.sock"), None)))
+        version = wait_until("sway replies", lambda: self.message("--type", "get_version"))
+        self.is_newer = (version["major"], version["minor"]) >= (1, 10)
+        self._attach()
 
     def bind(self, keys):
         """Gives the keys a binding of the person's, in the configuration itself."""
@@ -72,22 +56,22 @@ class SwayDesktop(Desktop):
 
     def kill_sway(self):
         """Ends sway at once, as a crash would."""
-        self._sway.kill()
+        os.kill(self.sway_process(), signal.SIGKILL)
         self._sway.wait()
-        for socket in pathlib.Path(self.env["XDG_RUNTIME_DIR"]).glob("wayland-*"):
-            socket.unlink()
+        for pattern in ("wayland-*", "sway-ipc.*"):
+            for socket in pathlib.Path(self.env["XDG_RUNTIME_DIR"]).glob(pattern):
+                socket.unlink()
 
     def sway_process(self):
-        return self._sway.pid
+        # Of another root, it is a child of what has entered that. Its socket is named after it.
+        return int(self.env["SWAYSOCK"].split(".")[-2])
 
-    def _connect(self):
-        pass
-
-    def start_window_manager(self):
-        pass
-
-    def has_window_manager(self):
-        return True
+    def x_display(self):
+        """The name of its X server, which sway alone knows."""
+        name = self.directory / "display"
+        self.command(f"exec printenv DISPLAY > {name}")
+        return wait_until("its name is known",
+                          lambda: name.exists() and name.read_text(encoding="utf-8").strip())
 
     def message(self, *words):
         """What sway replies to swaymsg's arguments, from JSON; None where there is no reply."""
@@ -119,6 +103,16 @@ class SwayDesktop(Desktop):
     def active_window(self):
         return next((node["id"] for node in self._nodes() if node["focused"]), 0)
 
+    def rectangle_of(self, number):
+        """x, y, width and height of that window on the screen, without decorations; None when it is
+        gone."""
+        for node in self._nodes():
+            if node["id"] == number:
+                outside, inside = node["rect"], node["window_rect"]
+                return {"x": outside["x"] + inside["x"], "y": outside["y"] + inside["y"],
+                        "width": inside["width"], "height": inside["height"]}
+        return None
+
     def activate(self, window):
         self.command(f"[con_id={window.number}] focus")
 
@@ -139,7 +133,3 @@ class SwayDesktop(Desktop):
 
     def key(self, *names):
         self._keyboard.key(*names)
-
-    def screenshot(self, path):
-        self.run("grim", path)
-        return path

@@ -4,6 +4,7 @@ the program in front when its last keyboard goes away."""
 import os
 import time
 
+from key_codes import codes_of, codes_of_letter
 from wayland_wire import Client
 
 # The layout of the United States, which libxkbcommon puts together at both ends.
@@ -15,14 +16,7 @@ xkb_symbols { include "pc+us+inet(evdev)" };
 };
 \0"""
 
-# Codes of the kernel's input events.
-_ROWS = ((2, "1234567890-="), (16, "qwertyuiop[]"), (30, "asdfghjkl;'`"), (44, "zxcvbnm,./"))
-_SHIFTED_ROWS = ((2, "!@#$%^&*()_+"), (16, "QWERTYUIOP{}"), (30, "ASDFGHJKL:\"~"), (44, "ZXCVBNM<>?"))
-_NAMED = {"Return": 28, "Escape": 1, "BackSpace": 14, "Tab": 15, "space": 57, "Up": 103, "Down": 108,
-          "Left": 105, "Right": 106, "shift": 42, "ctrl": 29, "alt": 56, "Super_L": 125, "Super_R": 126}
 _MASKS = {42: 1, 29: 4, 56: 8, 125: 64, 126: 64}
-_CODES = {letter: start + at for start, letters in _ROWS for at, letter in enumerate(letters)}
-_SHIFTED = {letter: start + at for start, letters in _SHIFTED_ROWS for at, letter in enumerate(letters)}
 
 # As long as a finger holds a key.
 _HELD = 0.015
@@ -47,15 +41,12 @@ class VirtualKeyboard:
 
     def type(self, text):
         for letter in text:
-            if letter in _SHIFTED:
-                self._press(42, _SHIFTED[letter])
-            else:
-                self._press(57 if letter == " " else _CODES[letter])
+            self._press(*codes_of_letter(letter))
 
     def key(self, *names):
         """Presses and releases keys one after the other; those of a name with "+" together."""
         for name in names:
-            self._press(*(_NAMED.get(part) or _CODES[part] for part in name.split("+")))
+            self._press(*codes_of(name))
 
     def _press(self, *codes):
         for code in codes:

@@ -6,8 +6,13 @@ import os
 import socket
 import struct
 import threading
+import time
 
 DISPLAY = 1
+
+
+class Refused(AssertionError):
+    """The compositor has ended the connection."""
 
 
 class Client:
@@ -22,6 +27,8 @@ class Client:
         self._last = DISPLAY
         self._handlers = {}
         self._globals = {}
+        # Why the compositor has ended the connection, or that it has; None while it has not.
+        self._end = None
         self.on(DISPLAY, 0, self._fail)
         self.registry = self.new()
         self.on(self.registry, 0, self._add_global)
@@ -45,9 +52,14 @@ class Client:
         message = struct.pack("=II", number, (8 + len(body)) << 16 | request) + body
         passed = [] if descriptor is None else [
             (socket.SOL_SOCKET, socket.SCM_RIGHTS, array.array("i", [descriptor]))]
-        with self._lock:
-            sent = self._socket.sendmsg([message], passed)
-            self._socket.sendall(message[sent:])
+        try:
+            with self._lock:
+                sent = self._socket.sendmsg([message], passed)
+                self._socket.sendall(message[sent:])
+        except OSError as error:
+            # Also for who waits while this is the thread of events, which ends by it.
+            self._end = self._end or str(error)
+            raise Refused(self._end) from error
 
     def bind(self, interface, version):
         """A new object for the compositor's global of that name."""
@@ -62,8 +74,12 @@ class Client:
         callback = self.new()
         self.on(callback, 0, lambda _: done.set())
         self.send(DISPLAY, 0, callback)
-        if not done.wait(30):
-            raise AssertionError("the compositor does not reply")
+        end = time.monotonic() + 30
+        while not done.wait(0.05):
+            if self._end:
+                raise Refused(self._end)
+            if time.monotonic() > end:
+                raise AssertionError("the compositor does not reply")
 
     def close(self):
         self._socket.shutdown(socket.SHUT_RDWR)
@@ -81,6 +97,7 @@ class Client:
                 if handler:
                     handler(data[8:size])
                 data = data[size:]
+        self._end = self._end or "it has ended the connection"
 
     def _receive(self):
         try:
@@ -97,7 +114,7 @@ class Client:
         self._globals[arguments[8:8 + length - 1].decode()] = name
 
     def _fail(self, arguments):
-        raise AssertionError(f"the compositor refuses a request: {arguments[12:]!r}")
+        self._end = f"the compositor refuses a request: {arguments[12:]!r}"
 
 
 def _encoded(argument):

@@ -158,6 +158,28 @@ TEST(MemoryMatching, The_role_decides_where_titles_are_alike)
               (WindowMatches{{3, certainly(2)}, {4, certainly(1)}}));
 }
 
+TEST(MemoryMatching, Without_a_role_the_instance_decides_where_titles_are_alike)
+{
+    const auto window = [](const char* instance) {
+        WindowTraits of = traits(editor, report);
+        of.instance = QString::fromLatin1(instance);
+        return of;
+    };
+    EXPECT_EQ(matchedWindows(
+                  {absentWindow(1, taxes, window("work")), absentWindow(2, garden, window("home"))},
+                  {newWindow(3, window("home")), newWindow(4, window("work"))}),
+              (WindowMatches{{3, certainly(2)}, {4, certainly(1)}}));
+    // It is no role: all windows of a client have it, with whatever numbers in it.
+    const auto inSession = [](const QString& title) {
+        WindowTraits of = traits(editor, title, {}, {}, QStringLiteral("10a1b2"));
+        of.instance = QStringLiteral("python3");
+        return of;
+    };
+    EXPECT_EQ(matchedWindows({absentWindow(1, taxes, inSession(editor))},
+                             {newWindow(3, inSession(editor))}),
+              (WindowMatches{{3, perhaps({1})}}));
+}
+
 TEST(MemoryMatching, Traits_that_others_have_had_too_decide_nothing)
 {
     AbsentWindow shared = absentWindow(1, taxes, traits(editor, report));

@@ -304,12 +304,8 @@ void RememberingSessions::logOut()
     m_new = NewWindows(stored.newestWindow);
 }
 
-void RememberingSessions::pass()
+void RememberingSessions::reportDocuments()
 {
-    noteWindows();
-    if (chance(50))
-        match();
-    // Documents are reported late.
     for (Window& window : m_windows) {
         const Habits& habits = habitsOf(window.application);
         const bool isShown = window.item.title.contains(QStringLiteral("Thing"));
@@ -317,113 +313,6 @@ void RememberingSessions::pass()
             window.item.accessibilityDocument =
                 QStringLiteral("/home/ada/%1").arg(window.identity->first);
     }
-    noteWindows();
-    match();
-    noteTruth();
-}
-
-void RememberingSessions::noteWindows()
-{
-    QList<WindowItem> items;
-    for (const Window& window : m_windows)
-        items.append(window.item);
-    m_new.note(items, m_clock);
-    m_memory.note(items, m_new.ids(), m_assignments, m_now);
-    m_new.noteTitles(m_memory, m_clock);
-}
-
-void RememberingSessions::match()
-{
-    const QList<AbsentWindow> absent =
-        m_memory.absent(m_assignments, {m_goals.begin(), m_goals.end()});
-    const WindowMatches matches = matchedWindows(absent, m_new.toMatch(m_memory));
-    for (auto it = matches.begin(); it != matches.end(); ++it) {
-        if (it->certainty == MatchCertainty::certain) {
-            place(it.key(), it->windows.first());
-            continue;
-        }
-        const auto window =
-            std::ranges::find(m_windows, it.key(), [](const Window& each) { return each.item.id; });
-        window->wasOffered = true;
-    }
-    noteWindows();
-}
-
-void RememberingSessions::place(WindowID windowID, WindowID remembered)
-{
-    const auto window =
-        std::ranges::find(m_windows, windowID, [](const Window& each) { return each.item.id; });
-    const GoalID goalID = m_assignments.take(QString::number(remembered));
-    m_assignments.insert(QString::number(windowID), goalID);
-    m_memory.inherit(windowID, remembered);
-    m_new.settle(windowID);
-    window->item.goalID = goalID;
-    window->isPlaced = true;
-
-    std::optional<GoalID> expected = window->formerGoal;
-    if (!window->isRestored) {
-        const auto truth = window->identity ? m_truth.find(*window->identity) : m_truth.end();
-        expected = truth != m_truth.end() ? truth->second : std::nullopt;
-    }
-    if (expected == goalID)
-        return;
-    ++m_counts.wrong;
-    if (m_firstMistake.empty())
-        m_firstMistake = window->item.title.toStdString() + " as " +
-                         m_memory.find(remembered)->traits.title.toStdString() + ", session " +
-                         std::to_string(m_counts.sessions) +
-                         (window->isRestored ? ", restored" : ", opened") +
-                         (expected ? " from another goal" : " from no goal") + ", window " +
-                         std::to_string(windowID) + " as " + std::to_string(remembered);
-}
-
-void RememberingSessions::noteTruth()
-{
-    if (qEnvironmentVariableIsSet("DBG") &&
-        m_counts.sessions >= qEnvironmentVariableIntValue("DBG")) {
-        fprintf(
-            stderr, "t=%lld:\n",
-            (long long)std::chrono::duration_cast<std::chrono::seconds>(m_clock.time_since_epoch())
-                .count());
-        for (const Window& w : m_windows)
-            fprintf(
-                stderr,
-                "   %u '%s' id=%d,%d goal=%d former=%d restored=%d new=%d role=%s sid=%s doc=%s\n",
-                w.item.id, qPrintable(w.item.title), w.identity ? w.identity->first : -1,
-                w.identity ? w.identity->second : -1,
-                w.item.goalID ? int(std::ranges::find(m_goals, *w.item.goalID) - m_goals.begin())
-                              : -1,
-                w.formerGoal ? int(std::ranges::find(m_goals, *w.formerGoal) - m_goals.begin())
-                             : -1,
-                w.isRestored, m_new.contains(w.item.id), qPrintable(w.item.role),
-                qPrintable(w.item.sessionID),
-                qPrintable(w.item.accessibilityDocument.value_or(QString())));
-        for (auto& a : m_memory.absent(m_assignments, {m_goals.begin(), m_goals.end()}))
-            fprintf(stderr, "   absent %u '%s' goal=%d shared %d%d%d newest=%u doc=%s\n",
-                    a.windowID, qPrintable(a.keys.title.text),
-                    int(std::ranges::find(m_goals, a.goalID) - m_goals.begin()), a.shared.session,
-                    a.shared.document, a.shared.title, a.newestWindow, qPrintable(a.keys.document));
-    }
-
-    for (const Window& window : m_windows) {
-        if (!window.identity)
-            continue;
-        m_shown[*window.identity] = ++m_lastShown;
-        if (window.item.goalID || !m_new.contains(window.item.id))
-            m_truth[*window.identity] = window.item.goalID;
-    }
-}
-
-void RememberingSessions::count(const Window& window)
-{
-    if (!window.isRestored || !window.formerGoal) {
-        ++(window.wasOffered ? m_counts.offeredAnother : m_counts.leftAlone);
-        return;
-    }
-    if (window.item.goalID)
-        ++m_counts.found;
-    else
-        ++(window.wasOffered ? m_counts.offered : m_counts.missed);
 }
 
 } // namespace kelpa::test

@@ -80,6 +80,11 @@ private:
     QString titleOf(const Window& window);
     void retitle(Window& window);
     Identity identityOf(int content) const;
+    /// They come late, after the titles.
+    void reportDocuments();
+
+    // In RememberingSessionsOracle.cpp.
+
     /// Lists the windows as a discovery pass does, and lets the memory act.
     void pass();
     void noteWindows();

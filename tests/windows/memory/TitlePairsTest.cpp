@@ -120,51 +120,5 @@ TEST(TitleIdentity, A_title_of_a_megabyte_is_cut_and_one_with_NUL_is_a_title)
     EXPECT_EQ(titleIdentity(null, application, application).text, QStringLiteral("Min utes"));
 }
 
-struct PrivateCase
-{
-    const char* name;
-    const char16_t* title;
-    const char16_t* role;
-    bool isPrivate;
-};
-
-class PrivateWindows : public testing::TestWithParam<PrivateCase>
-{};
-
-TEST_P(PrivateWindows, Have_no_traits)
-{
-    WindowItem window =
-        listedWindow(1, QStringLiteral("Browser"), QString::fromUtf16(GetParam().title));
-    window.role = QString::fromUtf16(GetParam().role);
-    EXPECT_EQ(!kelpa::traitsOf(window).has_value(), GetParam().isPrivate);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    WindowMemory, PrivateWindows,
-    testing::Values(
-        PrivateCase{"ordinary", u"Weather — Mozilla Firefox", u"browser", false},
-        PrivateCase{"english", u"Weather — Mozilla Firefox (Private Browsing)", u"", true},
-        PrivateCase{"english_without_brackets", u"Weather — Mozilla Firefox Private Browsing", u"",
-                    true},
-        PrivateCase{"incognito", u"Weather - Google Chrome (Incognito)", u"", true},
-        PrivateCase{"inprivate", u"Weather - [InPrivate] - Microsoft Edge", u"", true},
-        PrivateCase{"german", u"Wetter — Mozilla Firefox (Privater Modus)", u"", true},
-        PrivateCase{"french", u"Météo — Mozilla Firefox (Navigation privée)", u"", true},
-        PrivateCase{"japanese", u"天気 — Mozilla Firefox (プライベートブラウジング)", u"", true},
-        PrivateCase{"half_width_japanese", u"天気 (ｼｰｸﾚｯﾄ)", u"", true},
-        PrivateCase{"korean", u"날씨 — Mozilla Firefox (사생활 보호 모드)", u"", true},
-        PrivateCase{"chinese", u"天气 — Mozilla Firefox (隐私浏览)", u"", true},
-        PrivateCase{"by_role", u"Weather", u"incognito-window", true},
-        PrivateCase{"private_person", u"Private Ryan — Mozilla Firefox", u"", false}),
-    [](const auto& tested) { return std::string(tested.param.name); });
-
-TEST(PrivateWindow, Is_found_by_the_end_of_a_long_title)
-{
-    const WindowItem window =
-        listedWindow(1, QStringLiteral("Browser"),
-                     QString(100'000, u'x') + QStringLiteral(" — Browser (Private Browsing)"));
-    EXPECT_EQ(kelpa::traitsOf(window), std::nullopt);
-}
-
 } // namespace
 } // namespace kelpa::test

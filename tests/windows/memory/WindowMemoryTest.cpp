@@ -1,66 +1,17 @@
 // What is remembered of windows while they are there, and what of those that are gone.
 
-#include "windows/memory/WindowMemory.h"
+#include "windows/memory/RememberedWindowsFixture.h"
 
-#include "windows/memory/MemoryBuilders.h"
-#include "windows/memory/NewWindows.h"
+#include "support/Seed.h"
 
-#include <gtest/gtest.h>
+#include <QHashFunctions>
+
+#include <cstdint>
+#include <optional>
+#include <random>
 
 namespace kelpa::test {
 namespace {
-
-using namespace std::chrono_literals;
-
-const QString editorName = QStringLiteral("Editor");
-const QString reportTitle = QStringLiteral("Report.odt - Editor");
-const QString letterTitle = QStringLiteral("Letter.odt - Editor");
-
-class RememberedWindowsTest : public testing::Test
-{
-protected:
-    /// Lists these windows, each with its goal.
-    bool note(const QList<WindowItem>& windows, const QSet<WindowID>& newWindows = {})
-    {
-        for (const WindowItem& window : windows) {
-            if (window.goalID)
-                assignments.insert(QString::number(window.id), *window.goalID);
-            else
-                assignments.remove(QString::number(window.id));
-        }
-        return memory.note(windows, newWindows, assignments, now);
-    }
-
-    WindowItem window(WindowID id, const QString& title, std::optional<GoalID> goalID) const
-    {
-        return listedWindow(id, editorName, title, goalID);
-    }
-
-    QList<WindowID> absentIDs() const
-    {
-        QList<WindowID> ids;
-        for (const AbsentWindow& each : memory.absent(assignments, goals))
-            ids.append(each.windowID);
-        return ids;
-    }
-
-    QList<WindowID> storedIDs() const
-    {
-        QList<WindowID> ids;
-        for (const RememberedWindow& each : memory.stored(assignments, goals).windows)
-            ids.append(each.windowID);
-        return ids;
-    }
-
-    void passDays(double days) { now.secondsSinceReferenceDate += days * 24 * 60 * 60; }
-
-    const GoalID taxes = GoalID::create();
-    const GoalID garden = GoalID::create();
-    const QSet<GoalID> goals{taxes, garden};
-    Assignments assignments;
-    WindowMemory memory;
-    Date now{700'000'000};
-};
 
 TEST_F(RememberedWindowsTest, A_window_of_a_goal_is_remembered_when_it_is_gone)
 {
@@ -236,12 +187,73 @@ TEST_F(RememberedWindowsTest, An_absent_look_alike_of_the_goal_is_the_counterpar
     EXPECT_EQ(memory.counterpart(4, taxes, assignments), std::nullopt);
 }
 
-TEST_F(RememberedWindowsTest, A_window_that_begins_to_browse_in_private_is_forgotten)
+TEST_F(RememberedWindowsTest, Of_alike_ones_the_counterpart_is_the_one_seen_last)
 {
-    note({window(1, reportTitle, taxes)});
-    EXPECT_TRUE(note({window(1, reportTitle + QStringLiteral(" (Private Browsing)"), taxes)}));
-    EXPECT_EQ(memory.find(1), nullptr);
-    EXPECT_EQ(storedIDs(), QList<WindowID>());
+    constexpr WindowID alikeCount = 40;
+    QList<WindowItem> windows;
+    for (WindowID id = 1; id <= alikeCount; ++id)
+        windows.append(window(id, reportTitle, taxes));
+    note(windows);
+    // The 17th is there for an hour longer than the others.
+    note({windows.at(16)});
+    passDays(1.0 / 24);
+    note({});
+    note({window(100, reportTitle, std::nullopt)});
+    EXPECT_EQ(memory.counterpart(100, taxes, assignments), 17U);
+    for (WindowID id = alikeCount; id > 17; --id) {
+        assignments.remove(QStringLiteral("17"));
+        EXPECT_EQ(memory.counterpart(100, taxes, assignments), id) << "of those seen at one time";
+        assignments.remove(QString::number(id));
+    }
+}
+
+class RandomCounterparts : public RememberedWindowsTest
+{
+protected:
+    /// Windows of few titles and documents come and go at random; the counterparts of the last
+    /// ones.
+    QList<std::optional<WindowID>> counterpartsOfRandomWindows(std::uint64_t seed)
+    {
+        std::mt19937_64 random(seed);
+        memory = {};
+        assignments.clear();
+        const auto randomWindow = [&](WindowID id, std::optional<GoalID> goalID) {
+            WindowItem item = window(id, random() % 2 == 0 ? reportTitle : letterTitle, goalID);
+            if (random() % 3 == 0)
+                item.accessibilityDocument = QStringLiteral("/home/ada/%1.odt").arg(random() % 2);
+            return item;
+        };
+        QList<WindowItem> windows;
+        for (WindowID id = 1; id <= 30; ++id) {
+            windows.append(randomWindow(id, random() % 2 == 0 ? taxes : garden));
+            note(windows);
+            if (random() % 2 == 0)
+                windows.removeAt(
+                    static_cast<qsizetype>(random() % static_cast<std::uint64_t>(windows.size())));
+            if (random() % 4 == 0)
+                passDays(0.01);
+        }
+        note({});
+        QList<std::optional<WindowID>> counterparts;
+        for (WindowID id = 100; id < 110; ++id) {
+            note({randomWindow(id, std::nullopt)});
+            counterparts.append(memory.counterpart(id, taxes, assignments));
+            if (counterparts.back())
+                assignments.remove(QString::number(*counterparts.back()));
+        }
+        return counterparts;
+    }
+};
+
+TEST_F(RandomCounterparts, Are_the_same_whatever_the_order_of_the_hash_tables)
+{
+    const std::uint64_t seed = test::seed();
+    for (std::uint64_t i = 0; i < 20; ++i) {
+        QHashSeed::setDeterministicGlobalSeed();
+        const QList<std::optional<WindowID>> expected = counterpartsOfRandomWindows(seed + i);
+        QHashSeed::resetRandomGlobalSeed();
+        EXPECT_EQ(counterpartsOfRandomWindows(seed + i), expected) << seedText(seed);
+    }
 }
 
 TEST_F(RememberedWindowsTest, After_ninety_days_a_window_is_forgotten)
@@ -265,6 +277,24 @@ TEST_F(RememberedWindowsTest, A_clock_that_was_set_back_makes_nothing_older_and_
     memory.prune(assignments, now);
     EXPECT_EQ(absentIDs(), QList<WindowID>{1});
     EXPECT_EQ(memory.find(2)->seenAt, now);
+}
+
+TEST_F(RememberedWindowsTest, What_was_seen_by_a_clock_without_a_battery_is_not_old)
+{
+    const Date present = now;
+    // 1970, until the computer asks the network for the time.
+    now = Date{-978'307'200};
+    note({window(1, reportTitle, taxes)});
+    note({});
+    memory.prune(assignments, now);
+    memory = WindowMemory(memory.stored(assignments, goals));
+    now = present;
+    memory.prune(assignments, now);
+    ASSERT_EQ(absentIDs(), QList<WindowID>{1});
+    EXPECT_EQ(memory.find(1)->seenAt, present);
+    passDays(91);
+    memory.prune(assignments, now);
+    EXPECT_EQ(absentIDs(), QList<WindowID>());
 }
 
 TEST_F(RememberedWindowsTest, A_thousand_windows_are_remembered_the_latest)
@@ -307,95 +337,6 @@ TEST_F(RememberedWindowsTest, Of_an_assignment_to_a_goal_that_is_gone_nothing_is
     note({});
     EXPECT_EQ(absentIDs(), QList<WindowID>());
     EXPECT_EQ(storedIDs(), QList<WindowID>());
-}
-
-class NewWindowsTest : public RememberedWindowsTest
-{
-protected:
-    void list(const QList<WindowItem>& windows)
-    {
-        fresh.note(windows, clock);
-        note(windows, fresh.ids());
-        fresh.noteTitles(memory, clock);
-    }
-
-    bool hasFirstContent() const { return fresh.toMatch(memory).first().hasFirstContent; }
-
-    NewWindows fresh;
-    NewWindows::Time clock{};
-};
-
-TEST_F(NewWindowsTest, A_window_is_new_for_two_minutes_unless_it_gets_a_goal)
-{
-    list({window(1, reportTitle, std::nullopt), window(2, letterTitle, std::nullopt),
-          window(3, editorName, taxes)});
-    EXPECT_EQ(fresh.ids(), (QSet<WindowID>{1, 2}));
-    clock += 119s;
-    list({window(1, reportTitle, std::nullopt), window(2, letterTitle, garden)});
-    EXPECT_EQ(fresh.ids(), QSet<WindowID>{1});
-    list({window(1, reportTitle, std::nullopt), window(2, letterTitle, std::nullopt)});
-    EXPECT_EQ(fresh.ids(), QSet<WindowID>{1});
-    clock += 1s;
-    list({window(1, reportTitle, std::nullopt)});
-    EXPECT_TRUE(fresh.isEmpty());
-    list({window(1, reportTitle, std::nullopt)});
-    EXPECT_TRUE(fresh.isEmpty());
-}
-
-TEST_F(NewWindowsTest, A_window_that_was_hidden_for_a_while_is_not_new)
-{
-    list({window(1, reportTitle, std::nullopt)});
-    list({});
-    list({window(1, reportTitle, std::nullopt)});
-    EXPECT_TRUE(fresh.isEmpty());
-}
-
-TEST_F(NewWindowsTest, Windows_of_an_earlier_run_are_not_new)
-{
-    fresh = NewWindows(4);
-    list({window(4, reportTitle, std::nullopt), window(5, letterTitle, std::nullopt)});
-    EXPECT_EQ(fresh.ids(), QSet<WindowID>{5});
-}
-
-TEST_F(NewWindowsTest, Its_first_title_is_the_first_that_says_something)
-{
-    for (const QString& title : {editorName, QStringLiteral("Loading… - Editor"),
-                                 QStringLiteral("https://example.org/page"), reportTitle}) {
-        list({window(1, title, std::nullopt)});
-        clock += 10s;
-    }
-    EXPECT_TRUE(hasFirstContent());
-    list({window(1, QStringLiteral("*") + reportTitle, std::nullopt)});
-    EXPECT_TRUE(hasFirstContent());
-    list({window(1, letterTitle, std::nullopt)});
-    EXPECT_FALSE(hasFirstContent());
-    list({window(1, reportTitle, std::nullopt)});
-    EXPECT_FALSE(hasFirstContent());
-}
-
-TEST_F(NewWindowsTest, Another_document_of_one_name_is_something_else)
-{
-    WindowItem item = window(1, reportTitle, std::nullopt);
-    item.accessibilityDocument = QStringLiteral("/home/ada/reportTitle.odt");
-    list({item});
-    clock += 10s;
-    item.accessibilityDocument.reset();
-    list({item});
-    EXPECT_TRUE(hasFirstContent());
-    item.accessibilityDocument = QStringLiteral("/tmp/reportTitle.odt");
-    list({item});
-    EXPECT_FALSE(hasFirstContent());
-}
-
-TEST_F(NewWindowsTest, While_it_starts_its_title_may_change)
-{
-    list({window(1, letterTitle, std::nullopt)});
-    clock += 4999ms;
-    list({window(1, reportTitle, std::nullopt)});
-    EXPECT_TRUE(hasFirstContent());
-    clock += 1ms;
-    list({window(1, letterTitle, std::nullopt)});
-    EXPECT_FALSE(hasFirstContent());
 }
 
 } // namespace

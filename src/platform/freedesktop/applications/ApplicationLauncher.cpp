@@ -41,6 +41,11 @@ std::optional<QString> presentDocument(const QString& document)
     return url.isValid() && !url.scheme().isEmpty() && !url.host().isEmpty() ? document : QString();
 }
 
+QString tokenIn(const LaunchSurroundings& surroundings)
+{
+    return surroundings.isActivationToken ? QString::fromUtf8(surroundings.startupID) : QString();
+}
+
 } // namespace
 
 ApplicationLauncher::ApplicationLauncher(DesktopEntries& entries,
@@ -57,7 +62,8 @@ std::optional<Launch> ApplicationLauncher::launch(LaunchableApplication applicat
             application == LaunchableApplication::terminal ? "terminal" : "browser");
     for (const LaunchCandidate& candidate : candidates(application)) {
         std::optional<QString> expected = predictedIdentifier(candidate);
-        if (const auto process = startDetached(candidate.command, environment))
+        if (const auto process =
+                startDetached(candidate.command, environment, tokenIn(surroundings)))
             return Launch{std::move(expected), surroundings.startupID, *process};
     }
     qCDebug(logApplications, "no candidate could be started");
@@ -94,7 +100,7 @@ Reopening ApplicationLauncher::reopen(const FormerWindow& window,
         command->front() = QStandardPaths::findExecutable(command->front(), folders);
         if (command->front().isEmpty())
             continue;
-        if (const auto process = startDetached(*command, environment)) {
+        if (const auto process = startDetached(*command, environment, tokenIn(surroundings))) {
             reopening.launch =
                 Launch{m_entries.idOfWindows(entry->id), surroundings.startupID, *process};
             return reopening;
@@ -109,8 +115,8 @@ ApplicationLauncher::environmentFor(const LaunchSurroundings& surroundings) cons
     QProcessEnvironment environment = m_environment;
     if (!surroundings.display.isEmpty())
         environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(surroundings.display));
-    environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"),
-                       QString::fromUtf8(surroundings.startupID));
+    const QString startupID = QString::fromUtf8(surroundings.startupID);
+    environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"), startupID);
     return environment;
 }
 

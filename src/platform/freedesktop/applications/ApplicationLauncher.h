@@ -23,6 +23,8 @@ struct LaunchSurroundings
     QByteArray display;
     /// DESKTOP_STARTUP_ID.
     QByteArray startupID;
+    /// Whether that is an activation token of a Wayland compositor, XDG_ACTIVATION_TOKEN.
+    bool isActivationToken = false;
 };
 
 /// Any thread but the main one.

@@ -30,10 +30,12 @@ constexpr std::array namesOfOwnStart = {
     "XDG_ACTIVATION_TOKEN", "GIO_LAUNCHED_DESKTOP_FILE", "GIO_LAUNCHED_DESKTOP_FILE_PID",
     "DESKTOP_AUTOSTART_ID", "DBUS_STARTER_ADDRESS",      "DBUS_STARTER_BUS_TYPE"};
 
-QStringList withoutOwnStart(QProcessEnvironment environment)
+QStringList environmentOfStart(QProcessEnvironment environment, const QString& activationToken)
 {
     for (const char* const name : namesOfOwnStart)
         environment.remove(QString::fromLatin1(name));
+    if (!activationToken.isEmpty())
+        environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), activationToken);
     return environment.toStringList();
 }
 
@@ -132,7 +134,8 @@ bool receiveReport(int report, int& value)
 } // namespace
 
 std::optional<ProcessID> startDetached(const QStringList& command,
-                                       const QProcessEnvironment& environment)
+                                       const QProcessEnvironment& environment,
+                                       const QString& activationToken)
 {
     std::array<int, 2> ends{-1, -1};
     if (command.isEmpty() || pipe2(ends.data(), O_CLOEXEC) != 0)
@@ -140,9 +143,9 @@ std::optional<ProcessID> startDetached(const QStringList& command,
     const FileDescriptor reading(ends[0]);
     FileDescriptor writing(ends[1]);
     const FileDescriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
-    const Preparation preparation{TextList(command), TextList(withoutOwnStart(environment)),
-                                  QFile::encodeName(QDir::homePath()), nothing.number(),
-                                  writing.number()};
+    const Preparation preparation{
+        TextList(command), TextList(environmentOfStart(environment, activationToken)),
+        QFile::encodeName(QDir::homePath()), nothing.number(), writing.number()};
     pid_t helper = -1;
     {
         const SignalsHeld held;

@@ -134,7 +134,8 @@ std::optional<QStringList> expandedCommand(const QString& exec, const QString& c
     QStringList command;
     for (int index = 0; index < count; ++index) {
         const QString argument = QString::fromUtf8(arguments.get()[index]);
-        if (argument.size() == 2 && argument[0] == u'%' && codes.contains(argument[1])) {
+        if (index > 0 && argument.size() == 2 && argument[0] == u'%' &&
+            codes.contains(argument[1])) {
             command.append(document);
             continue;
         }
@@ -145,6 +146,9 @@ std::optional<QStringList> expandedCommand(const QString& exec, const QString& c
             else if (++at < argument.size() && argument[at] == u'%')
                 expanded += u'%';
         }
+        // Without a program what follows, or the document, would be run.
+        if (index == 0 && expanded.isEmpty())
+            return std::nullopt;
         // An argument that was only a field code is dropped with it.
         if (!expanded.isEmpty() || argument.isEmpty())
             command.append(expanded);
@@ -167,7 +171,8 @@ std::optional<QStringList> commandOf(const QString& exec, const QString& documen
     // Codes of URLs take paths as well.
     const QString codes = isPath ? QStringLiteral("fFuU") : QStringLiteral("uU");
     std::optional<QStringList> command = expandedCommand(exec, codes, document);
-    return command && command->contains(document) ? std::move(command) : std::nullopt;
+    // The program may happen to be called as the document is.
+    return command && command->indexOf(document, 1) > 0 ? std::move(command) : std::nullopt;
 }
 
 QString programOf(const QString& path)

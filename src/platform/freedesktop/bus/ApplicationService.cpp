@@ -1,6 +1,7 @@
 #include "platform/freedesktop/bus/ApplicationService.h"
 
 #include "platform/LoggingCategories.h"
+#include "platform/freedesktop/bus/BusObject.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 
 #include <QDBusArgument>
@@ -8,6 +9,7 @@
 #include <QDBusMessage>
 #include <QVariantMap>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -33,8 +35,16 @@ QByteArray startupID(const QDBusMessage& request)
     return {};
 }
 
+/// Empty for every request but one for an action.
+QString actionOf(const QDBusMessage& request)
+{
+    return request.member() == QLatin1String("ActivateAction")
+               ? request.arguments().constFirst().toString()
+               : QString();
+}
+
 /// The reply to a request; absent when there is no such method.
-std::optional<QDBusMessage> answer(const QDBusMessage& request)
+std::optional<QDBusMessage> answer(const QDBusMessage& request, const QStringList& actions)
 {
     const QString member = request.member();
     const QString signature = request.signature();
@@ -43,8 +53,9 @@ std::optional<QDBusMessage> answer(const QDBusMessage& request)
         (member == QLatin1String("Open") && signature == QLatin1String("asa{sv}")))
         return request.createReply();
     if (member == QLatin1String("ActivateAction") && signature == QLatin1String("sava{sv}")) {
-        // The desktop entry declares no actions.
-        const QString action = request.arguments().constFirst().toString();
+        const QString action = actionOf(request);
+        if (actions.contains(action))
+            return request.createReply();
         return request.createErrorReply(QDBusError::InvalidArgs,
                                         QStringLiteral("There is no action '%1'").arg(action));
     }
@@ -53,13 +64,17 @@ std::optional<QDBusMessage> answer(const QDBusMessage& request)
 
 } // namespace
 
-ApplicationService::ApplicationService(QString busName,
-                                       std::function<void(const QByteArray&)> activate)
-    : m_busName(std::move(busName)), m_activate(std::move(activate))
+ApplicationService::ApplicationService(QString busName, QStringList actions,
+                                       std::function<void(const ApplicationRequest&)> activate,
+                                       QList<BusObject*> others)
+    : m_busName(std::move(busName)), m_actions(std::move(actions)), m_activate(std::move(activate)),
+      m_others(std::move(others))
 {}
 
 ApplicationService::~ApplicationService()
 {
+    for (BusObject* const other : m_others)
+        other->unregister();
     // The object goes now, the name only when the process has ended.
     QDBusConnection(m_busName).unregisterObject(QLatin1String(objectOfKelpa));
 }
@@ -71,11 +86,16 @@ NameClaim ApplicationService::claim(NameQueue queue)
         return NameClaim::noBus;
     QDBusConnection bus = QDBusConnection::connectToBus(QString::fromLocal8Bit(address), m_busName);
     // The object comes first, so that whoever finds the name can call it.
-    m_isRegistered =
-        m_isRegistered ||
-        (bus.isConnected() && bus.registerVirtualObject(QLatin1String(objectOfKelpa), this));
+    if (!m_isRegistered)
+        m_isRegistered =
+            bus.isConnected() && bus.registerVirtualObject(QLatin1String(objectOfKelpa), this) &&
+            std::ranges::all_of(m_others,
+                                [this](BusObject* other) { return other->registerOn(m_busName); });
     if (!m_isRegistered)
         return NameClaim::noBus;
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                SIGNAL(disconnected()));
     QDBusMessage request = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
@@ -91,6 +111,11 @@ NameClaim ApplicationService::claim(NameQueue queue)
     constexpr uint exists = 3;
     const uint result = reply.arguments().value(0).toUInt();
     return result == isQueued || result == exists ? NameClaim::takenByAnother : NameClaim::owned;
+}
+
+bool ApplicationService::isConnected() const
+{
+    return m_isRegistered && QDBusConnection(m_busName).isConnected();
 }
 
 QString ApplicationService::introspect(const QString& path) const
@@ -118,11 +143,11 @@ bool ApplicationService::handleMessage(const QDBusMessage& message,
     const QString interface = message.interface();
     if (!interface.isEmpty() && interface != QLatin1String("org.freedesktop.Application"))
         return false;
-    const std::optional<QDBusMessage> reply = answer(message);
+    const std::optional<QDBusMessage> reply = answer(message, m_actions);
     if (!reply)
         return false;
     if (reply->type() == QDBusMessage::ReplyMessage)
-        m_activate(startupID(message));
+        m_activate({startupID(message), actionOf(message)});
     connection.send(*reply);
     return true;
 }

@@ -4,12 +4,28 @@
 
 #include <QByteArray>
 #include <QDBusVirtualObject>
+#include <QList>
 #include <QString>
+#include <QStringList>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 
 namespace kelpa {
+
+class BusObject;
+
+/// What a launcher or another start asks of this program.
+struct ApplicationRequest
+{
+    /// The startup id (activation token) of the request; empty without one.
+    QByteArray startupID{};
+    /// One of the actions that the program has; empty where it is to come forward.
+    QString action{};
+
+    friend bool operator==(const ApplicationRequest&, const ApplicationRequest&) = default;
+};
 
 enum class NameClaim : std::uint8_t { owned, takenByAnother, noBus };
 
@@ -24,10 +40,15 @@ enum class NameQueue : std::uint8_t {
 /// Lives on the main thread, where requests are handled; the caller receives its reply afterwards.
 class ApplicationService : public QDBusVirtualObject
 {
+    Q_OBJECT
+
 public:
-    /// `activate` brings the program forward; it receives the startup id of the request, empty
-    /// without one. `busName` is the well-known name to own.
-    ApplicationService(QString busName, std::function<void(const QByteArray&)> activate);
+    /// `activate` does what is asked; `actions` are those that the program has, by the names that
+    /// its desktop entry declares. `busName` is the well-known name to own. `others` are the other
+    /// objects that are found by the name; they outlive this.
+    ApplicationService(QString busName, QStringList actions,
+                       std::function<void(const ApplicationRequest&)> activate,
+                       QList<BusObject*> others = {});
     ~ApplicationService() override;
 
     /// Connects to the bus and takes the name, unless another program owns it. Waits for the bus;
@@ -35,13 +56,22 @@ public:
     /// start in the meantime waits for that end.
     NameClaim claim(NameQueue queue);
 
+    /// Whether the bus on which the name was claimed is still there.
+    bool isConnected() const;
+
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
+Q_SIGNALS:
+    /// The bus is gone, and the name with it. Any thread may emit it.
+    void disconnected();
+
 private:
     const QString m_busName;
-    const std::function<void(const QByteArray&)> m_activate;
-    bool m_isRegistered = false;
+    const QStringList m_actions;
+    const std::function<void(const ApplicationRequest&)> m_activate;
+    const QList<BusObject*> m_others;
+    std::atomic<bool> m_isRegistered = false;
 };
 
 } // namespace kelpa

@@ -62,7 +62,7 @@ struct Opening
 
 struct Calling
 {
-    AsyncBus::Reply reply;
+    AsyncBus::ReplyOrError reply;
     std::function<bool()> arrives;
 };
 
@@ -102,10 +102,10 @@ void called(GObject* source, GAsyncResult* result, gpointer data)
     if (held)
         qCDebug(logBus, "call failed: %s", held->message);
     if (value)
-        calling->reply(BusOutcome::answered, value.get());
+        calling->reply(BusOutcome::answered, value.get(), nullptr);
     else
-        calling->reply(held && isRefusal(*held) ? BusOutcome::refused : BusOutcome::silent,
-                       nullptr);
+        calling->reply(held && isRefusal(*held) ? BusOutcome::refused : BusOutcome::silent, nullptr,
+                       held.get());
 }
 
 } // namespace
@@ -162,6 +162,14 @@ bool AsyncBus::isOpen() const
     return m_state->connection && g_dbus_connection_is_closed(m_state->connection.get()) == FALSE;
 }
 
+std::string AsyncBus::uniqueName() const
+{
+    const char* const name = m_state->connection
+                                 ? g_dbus_connection_get_unique_name(m_state->connection.get())
+                                 : nullptr;
+    return name != nullptr ? name : std::string();
+}
+
 void AsyncBus::close()
 {
     if (m_state->connection) {
@@ -175,6 +183,21 @@ void AsyncBus::close()
 void AsyncBus::call(const BusAddressee& to, const char* method, GVariant* arguments,
                     const char* replyType, Milliseconds limit, Reply reply)
 {
+    send(to, method, arguments, G_VARIANT_TYPE(replyType), limit,
+         [reply = std::move(reply)](BusOutcome outcome, GVariant* value, const GError* /*error*/) {
+             reply(outcome, value);
+         });
+}
+
+void AsyncBus::callForError(const BusAddressee& to, const char* method, GVariant* arguments,
+                            Milliseconds limit, ReplyOrError reply)
+{
+    send(to, method, arguments, nullptr, limit, std::move(reply));
+}
+
+void AsyncBus::send(const BusAddressee& to, const char* method, GVariant* arguments,
+                    const GVariantType* replyType, Milliseconds limit, ReplyOrError reply)
+{
     const Variant held(arguments != nullptr ? g_variant_ref_sink(arguments) : nullptr);
     auto calling = std::make_unique<Calling>();
     calling->reply = std::move(reply);
@@ -186,7 +209,7 @@ void AsyncBus::call(const BusAddressee& to, const char* method, GVariant* argume
     // At least one millisecond: zero and less have other meanings.
     const int milliseconds = static_cast<int>(std::max<Milliseconds::rep>(1, limit.count()));
     g_dbus_connection_call(m_state->connection.get(), to.name.c_str(), to.path.c_str(),
-                           to.interface.c_str(), method, held.get(), G_VARIANT_TYPE(replyType),
+                           to.interface.c_str(), method, held.get(), replyType,
                            G_DBUS_CALL_FLAGS_NO_AUTO_START, milliseconds,
                            m_state->cancellable.get(), called, calling.release());
 }

@@ -39,6 +39,9 @@ public:
     using Milliseconds = std::chrono::milliseconds;
     /// The value is null unless answered, and is valid during the callback.
     using Reply = std::function<void(BusOutcome outcome, GVariant* value)>;
+    /// Also receives the error of a call that was not answered; null where there is none.
+    using ReplyOrError =
+        std::function<void(BusOutcome outcome, GVariant* value, const GError* error)>;
 
     AsyncBus();
     AsyncBus(const AsyncBus&) = delete;
@@ -57,6 +60,9 @@ public:
     /// Whether the connection is open, as far as is known.
     bool isOpen() const;
 
+    /// The bus's name of the connection; empty without one.
+    std::string uniqueName() const;
+
     void close();
 
     /// Calls a method over the connection that was opened last and not closed since; without one
@@ -64,6 +70,9 @@ public:
     /// type than `replyType` counts as refused.
     void call(const BusAddressee& to, const char* method, GVariant* arguments,
               const char* replyType, Milliseconds limit, Reply reply);
+    /// The same for any type of answer.
+    void callForError(const BusAddressee& to, const char* method, GVariant* arguments,
+                      Milliseconds limit, ReplyOrError reply);
 
     /// Calls `received` with the arguments of each such signal from now on, over the connection as
     /// for `call`, until it is closed. `argument` is the first argument that is wanted; empty for
@@ -72,6 +81,9 @@ public:
                    std::function<void(GVariant* arguments)> received);
 
 private:
+    void send(const BusAddressee& to, const char* method, GVariant* arguments,
+              const GVariantType* replyType, Milliseconds limit, ReplyOrError reply);
+
     struct State;
     std::shared_ptr<State> m_state;
 };

@@ -28,6 +28,15 @@ QVariantMap hints()
     return {{QStringLiteral("desktop-entry"), QStringLiteral("org.kelpa.Kelpa")}};
 }
 
+/// The name of the only button.
+const QString actionName = QStringLiteral("act");
+
+QStringList actionsOf(const Notification& notification)
+{
+    return notification.actionText.isEmpty() ? QStringList()
+                                             : QStringList{actionName, notification.actionText};
+}
+
 /// The server decides how long it shows.
 constexpr int serverTimeout = -1;
 
@@ -60,9 +69,10 @@ DesktopNotifications::DesktopNotifications(Scheduler& scheduler) : m_scheduler(s
 
 DesktopNotifications::~DesktopNotifications() = default;
 
-void DesktopNotifications::show(const QString& summary, const QString& body)
+void DesktopNotifications::show(const Notification& notification)
 {
-    m_wanted = {summary, body};
+    m_wanted = notification;
+    ++m_wantedCount;
     if (m_bus && !m_bus->connection().isConnected()) {
         // What it has shown went with it. Dropped before the next one takes its name.
         m_bus.reset();
@@ -90,9 +100,30 @@ void DesktopNotifications::connectToBus()
                                  [this](std::shared_ptr<Bus> bus) {
                                      m_connecting.reset();
                                      m_bus = std::move(bus);
+                                     followActions();
                                      if (m_wanted)
                                          send();
                                  });
+}
+
+void DesktopNotifications::followActions()
+{
+    // From any sender: naming one would wait for the bus to tell its owner.
+    QDBusConnection bus = m_bus->connection();
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/Notifications"),
+                QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("ActionInvoked"),
+                this, SLOT(noteAction(QDBusMessage)));
+}
+
+void DesktopNotifications::noteAction(const QDBusMessage& message)
+{
+    const QVariantList arguments = message.arguments();
+    const bool isShown = m_shown != 0 && message.service() == m_server &&
+                         message.signature() == QStringLiteral("us") &&
+                         arguments.constFirst().toUInt() == m_shown &&
+                         arguments.constLast().toString() == actionName;
+    if (isShown && m_wanted && m_wanted->act)
+        m_wanted->act();
 }
 
 void DesktopNotifications::send()
@@ -100,26 +131,29 @@ void DesktopNotifications::send()
     // Before the number of the last one is known, the next would stand beside it.
     if (m_sent || !m_bus->connection().isConnected())
         return;
-    m_sent = m_wanted;
+    m_sent = m_wantedCount;
     QDBusMessage message = callOf(QStringLiteral("Notify"));
     message << QStringLiteral("Kelpa") << m_shown << QStringLiteral("org.kelpa.Kelpa")
-            << m_wanted->summary << m_wanted->body << QStringList() << hints() << serverTimeout;
+            << m_wanted->summary << m_wanted->body << actionsOf(*m_wanted) << hints()
+            << serverTimeout;
     auto* const watcher = new QDBusPendingCallWatcher(m_bus->connection().asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const QDBusPendingReply<quint32> reply = *watcher;
         watcher->deleteLater();
-        const std::optional<Message> sent = std::exchange(m_sent, std::nullopt);
-        if (reply.isValid())
+        const auto sent = std::exchange(m_sent, std::nullopt);
+        if (reply.isValid()) {
             m_shown = reply.value();
-        else
+            m_server = reply.reply().service();
+        } else {
             qCDebug(logBus, "no notification was shown");
+        }
         // A connection that was lost meanwhile may be on its way back.
         if (!m_bus)
             return;
         // It may have been taken back or replaced meanwhile.
         if (!m_wanted)
             closeShown();
-        else if (m_wanted != sent)
+        else if (m_wantedCount != sent)
             send();
     });
 }

@@ -56,7 +56,9 @@ private:
     bool m_isInterrupted = false;
 };
 
-GVariant* platformData(const QByteArray& startupID)
+/// The arguments of a request: with an action also its name and its parameters, of which there are
+/// none.
+GVariant* requestArguments(const QByteArray& startupID, const QByteArray& action)
 {
     GVariantBuilder data;
     g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
@@ -64,7 +66,9 @@ GVariant* platformData(const QByteArray& startupID)
         for (const char* const key : {"desktop-startup-id", "activation-token"})
             g_variant_builder_add(&data, "{sv}", key, g_variant_new_string(startupID.constData()));
     }
-    return g_variant_new("(a{sv})", &data);
+    if (action.isEmpty())
+        return g_variant_new("(a{sv})", &data);
+    return g_variant_new("(sava{sv})", action.constData(), nullptr, &data);
 }
 
 enum class Owner : std::uint8_t { none, acceptable, foreign };
@@ -94,12 +98,13 @@ std::optional<Owner> ownerOf(Loop& loop, AsyncBus& bus, const QByteArray& busNam
 }
 
 std::optional<BusOutcome> activate(Loop& loop, AsyncBus& bus, const QByteArray& busName,
-                                   const QByteArray& startupID, std::chrono::milliseconds limit)
+                                   const QByteArray& startupID, const QByteArray& action,
+                                   std::chrono::milliseconds limit)
 {
     std::optional<BusOutcome> outcome;
-    bus.call({busName.toStdString(), objectOfKelpa, "org.freedesktop.Application"}, "Activate",
-             platformData(startupID), "()", limit,
-             [&outcome](BusOutcome answer, GVariant*) { outcome = answer; });
+    bus.call({busName.toStdString(), objectOfKelpa, "org.freedesktop.Application"},
+             action.isEmpty() ? "Activate" : "ActivateAction", requestArguments(startupID, action),
+             "()", limit, [&outcome](BusOutcome answer, GVariant*) { outcome = answer; });
     return loop.await(outcome);
 }
 
@@ -120,7 +125,7 @@ std::optional<bool> hasOwner(Loop& loop, AsyncBus& bus, const QByteArray& busNam
 
 InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByteArray& startupID,
                                            std::chrono::milliseconds limit, int interruption,
-                                           const QString& executable)
+                                           const QString& executable, const QByteArray& action)
 {
     const QByteArray address = sessionBusAddress();
     if (address.isEmpty())
@@ -140,7 +145,8 @@ InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByt
         return InstanceActivation::notRunning;
     if (*owner == Owner::foreign)
         return InstanceActivation::foreign;
-    const std::optional<BusOutcome> outcome = activate(loop, bus, busName, startupID, limit);
+    const std::optional<BusOutcome> outcome =
+        activate(loop, bus, busName, startupID, action, limit);
     if (!outcome)
         return InstanceActivation::interrupted;
     switch (*outcome) {

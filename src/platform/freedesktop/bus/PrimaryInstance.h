@@ -29,8 +29,10 @@ enum class InstanceActivation : std::uint8_t {
 /// most a little longer than `limit`; not on a thread that runs an event loop. `startupID` is the
 /// startup id or activation token that a launcher gave to this start, empty without one. Returns
 /// early once the file descriptor `interruption` is readable, without reading it; -1 for none.
+/// `action` is what it is to do instead of coming forward, empty for that.
 InstanceActivation activatePrimaryInstance(const QByteArray& busName, const QByteArray& startupID,
                                            std::chrono::milliseconds limit, int interruption = -1,
-                                           const QString& executable = {});
+                                           const QString& executable = {},
+                                           const QByteArray& action = {});
 
 } // namespace kelpa

@@ -1,17 +1,16 @@
 #include "platform/sqlite/backup/BackupFolder.h"
 
-#include "platform/FileDescriptor.h"
+#include "platform/Backups.h"
 #include "platform/LoggingCategories.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cstdio>
-#include <fcntl.h>
 #include <functional>
-#include <unistd.h>
 
 namespace kelpa {
 
@@ -21,16 +20,15 @@ namespace {
 /// person may restore another.
 QString unfinishedName(BackupReason reason)
 {
-    return reason == BackupReason::daily ? QStringLiteral("unfinished")
-                                         : QStringLiteral("unfinished.before-restore");
+    return QStringLiteral("unfinished") + suffixOf(reason);
 }
 
-void syncFolder(const QString& path)
+/// Of the names of copies that are perhaps not on the disk yet.
+const QString copiedPrefix = QStringLiteral("copied.");
+
+bool renameFile(const QString& from, const QString& to)
 {
-    const FileDescriptor folder(
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.isOpen())
-        ::fsync(folder.number());
+    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
 void removeUnfinished(const QString& path)
@@ -39,20 +37,53 @@ void removeUnfinished(const QString& path)
         QFile::remove(path + QLatin1String(suffix));
 }
 
-/// What is wrong with a copy of `original`; absent when it holds the same.
-std::optional<SettingsError> differenceOf(const QString& copyPath, SqliteFile& original)
+bool isBackedUp(const QString& key)
 {
-    auto opened = SqliteFile::open(copyPath, SqliteFile::Access::readOnly);
+    return key != keyWithoutBackup && !key.startsWith(keyWithoutBackup + u'.');
+}
+
+SettingsValues backedUp(SettingsValues values)
+{
+    values.removeIf([](const auto& each) { return !isBackedUp(each.key()); });
+    return values;
+}
+
+/// Distinguishes the contents of boards.
+QByteArray digestOf(const SettingsValues& values)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    const auto add = [&hash](char type, const QByteArray& bytes) {
+        hash.addData(type + QByteArray::number(bytes.size()) + ' ');
+        hash.addData(bytes);
+    };
+    for (const auto& [key, value] : values.asKeyValueRange()) {
+        add('k', key.toUtf8());
+        if (const auto* const bytes = std::get_if<QByteArray>(&value))
+            add('b', *bytes);
+        else if (const auto* const text = std::get_if<QString>(&value))
+            add('t', text->toUtf8());
+        else
+            add('i', QByteArray::number(static_cast<int>(std::get<bool>(value))));
+    }
+    return hash.result().toHex();
+}
+
+/// What keeps the file at `path` from being a backup that is on the disk and has that digest;
+/// absent when nothing does.
+std::optional<SettingsError> faultOf(const QString& path, const QByteArray& digest)
+{
+    auto opened = SqliteFile::open(path, SqliteFile::Access::readOnly);
     if (const auto* const error = std::get_if<SettingsError>(&opened))
         return *error;
     SqliteFile& copy = *std::get<0>(opened);
+    if (const auto error = copy.sync())
+        return error;
     if (const auto error = copy.check())
         return error;
     const FileContents copied = copy.read();
-    const FileContents expected = original.read();
-    if (copied.error || expected.error)
-        return copied.error ? copied.error : expected.error;
-    return copied.values == expected.values ? std::nullopt : std::optional(SettingsError::damaged);
+    if (copied.error)
+        return copied.error;
+    return digestOf(copied.values) == digest ? std::nullopt : std::optional(SettingsError::damaged);
 }
 
 } // namespace
@@ -77,32 +108,81 @@ QList<BackupName> BackupFolder::list() const
     return backups;
 }
 
-SettingsResult<BackupName> BackupFolder::add(SqliteFile& board, BackupName name) const
+SettingsResult<BackupName> BackupFolder::add(SqliteFile& board, const BackupName& name) const
+{
+    for (const UnsyncedBackup& earlier : incomplete(name.reason))
+        remove(earlier);
+    const SettingsResult<UnsyncedBackup> copied = copy(board, name, {});
+    if (const auto* const error = std::get_if<SettingsError>(&copied))
+        return *error;
+    return complete(std::get<UnsyncedBackup>(copied));
+}
+
+QString BackupFolder::pathOf(const UnsyncedBackup& copy) const
+{
+    return QDir(m_path).filePath(copiedPrefix + QString::fromLatin1(copy.digest) + u'.' +
+                                 copy.name.fileName());
+}
+
+QList<UnsyncedBackup> BackupFolder::incomplete(BackupReason reason) const
+{
+    QList<UnsyncedBackup> copies;
+    for (const QString& fileName : QDir(m_path).entryList({copiedPrefix + u'*'}, QDir::Files)) {
+        const QString rest = fileName.mid(copiedPrefix.size());
+        const auto name = BackupName::fromFileName(rest.section(u'.', 1));
+        if (name && name->reason == reason)
+            copies.append({*name, rest.section(u'.', 0, 0).toLatin1()});
+    }
+    return copies;
+}
+
+SettingsResult<UnsyncedBackup> BackupFolder::copy(SqliteFile& board, const BackupName& name,
+                                                  const std::stop_token& stop) const
 {
     const QString unfinished = QDir(m_path).filePath(unfinishedName(name.reason));
     removeUnfinished(unfinished);
     std::optional<SettingsError> error = makeSettingsFile(unfinished);
     if (!error)
-        error = board.copyTo(unfinished);
-    if (!error)
-        error = differenceOf(unfinished, board);
+        error = board.copyTo(unfinished, isBackedUp, stop);
+    UnsyncedBackup copied{name, {}};
     if (!error) {
-        // The reason is no part of the name by which a person chooses.
-        const QList<BackupName> others = list();
-        while (std::ranges::find(others, name.text(), &BackupName::text) != others.end())
-            name.time = name.time.addSecs(1);
-        if (std::rename(QFile::encodeName(unfinished).constData(),
-                        QFile::encodeName(pathOf(name)).constData()) != 0)
-            error = SettingsError::failed;
+        const FileContents contents = board.read();
+        copied.digest = digestOf(backedUp(contents.values));
+        error = contents.error;
     }
+    if (!error && !renameFile(unfinished, pathOf(copied)))
+        error = SettingsError::failed;
     if (error) {
         removeUnfinished(unfinished);
         return *error;
+    }
+    return copied;
+}
+
+SettingsResult<BackupName> BackupFolder::complete(const UnsyncedBackup& copy) const
+{
+    if (const auto error = faultOf(pathOf(copy), copy.digest)) {
+        remove(copy);
+        return *error;
+    }
+    // The reason is no part of the name by which a person chooses.
+    BackupName name = copy.name;
+    const QList<BackupName> others = list();
+    while (std::ranges::find(others, name.text(), &BackupName::text) != others.end())
+        name.time = name.time.addSecs(1);
+    if (!renameFile(pathOf(copy), pathOf(name))) {
+        remove(copy);
+        return SettingsError::failed;
     }
     syncFolder(m_path);
     thinAfter(name);
     qCInfo(logSqlite, "kept the board as %s", qPrintable(name.fileName()));
     return name;
+}
+
+void BackupFolder::remove(const UnsyncedBackup& copy) const
+{
+    QFile::remove(pathOf(copy));
 }
 
 FileContents BackupFolder::read(const BackupName& name) const

@@ -1,6 +1,8 @@
 #include "platform/sqlite/backup/BackupName.h"
 
 #include <QDate>
+#include <QTime>
+#include <QTimeZone>
 
 #include <algorithm>
 #include <functional>
@@ -11,10 +13,9 @@ namespace kelpa {
 
 namespace {
 
-const QString timeFormat = QStringLiteral("yyyy-MM-dd'T'HHmmss'Z'");
+const QString dayFormat = QStringLiteral("yyyy-MM-dd");
+const QString clockFormat = QStringLiteral("'T'hhmmss'Z'");
 const QString fileSuffix = QStringLiteral(".sqlite");
-const QString restoreSuffix = QStringLiteral(".before-restore");
-
 using Period = std::pair<int, int>;
 
 Period dayOf(const QDate& date)
@@ -36,15 +37,27 @@ Period monthOf(const QDate& date)
 
 } // namespace
 
+QString suffixOf(BackupReason reason)
+{
+    switch (reason) {
+    case BackupReason::daily:
+        return {};
+    case BackupReason::beforeRestore:
+        return QStringLiteral(".before-restore");
+    case BackupReason::beforeImport:
+        return QStringLiteral(".before-import");
+    }
+    Q_UNREACHABLE();
+}
+
 QString BackupName::text() const
 {
-    return time.toString(timeFormat);
+    return time.toString(dayFormat + clockFormat);
 }
 
 QString BackupName::fileName() const
 {
-    const QString reasonText = reason == BackupReason::beforeRestore ? restoreSuffix : QString();
-    return text() + reasonText + fileSuffix;
+    return text() + suffixOf(reason) + fileSuffix;
 }
 
 std::optional<BackupName> BackupName::fromFileName(const QString& name)
@@ -53,12 +66,18 @@ std::optional<BackupName> BackupName::fromFileName(const QString& name)
         return std::nullopt;
     QString text = name.chopped(fileSuffix.size());
     BackupReason reason = BackupReason::daily;
-    if (text.endsWith(restoreSuffix)) {
-        text.chop(restoreSuffix.size());
-        reason = BackupReason::beforeRestore;
+    for (const BackupReason each : {BackupReason::beforeRestore, BackupReason::beforeImport}) {
+        const QString suffix = suffixOf(each);
+        if (!text.endsWith(suffix))
+            continue;
+        text.chop(suffix.size());
+        reason = each;
+        break;
     }
-    QDateTime time = QDateTime::fromString(text, timeFormat);
-    time.setTimeSpec(Qt::UTC);
+    // Each by itself: read as one, they would be a local time, of which some days lack an hour.
+    const QDate day = QDate::fromString(text.left(dayFormat.size()), dayFormat);
+    const QTime clock = QTime::fromString(text.mid(dayFormat.size()), clockFormat);
+    const QDateTime time = QDateTime(day, clock, QTimeZone::utc()).toUTC();
     const BackupName read{time, reason};
     // Only what this program writes: no other spelling of the same time.
     return time.isValid() && read.fileName() == name ? std::optional(read) : std::nullopt;

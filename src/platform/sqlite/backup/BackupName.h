@@ -1,26 +1,24 @@
 // The names of backups, and which of them are kept.
 #pragma once
 
+#include "platform/Backups.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QTimeZone>
 
-#include <cstdint>
 #include <optional>
 
 namespace kelpa {
 
-/// Why a backup was made.
-enum class BackupReason : std::uint8_t {
-    /// Before the first change of a day.
-    daily,
-    /// Before another backup replaced the board.
-    beforeRestore,
-};
+/// What the name of a file says of the reason, before its ending: ".before-restore"; nothing for
+/// daily ones.
+QString suffixOf(BackupReason reason);
 
 /// A backup, by what its file's name says: "2026-11-22T101500Z.sqlite", or
-/// "2026-11-22T101500Z.before-restore.sqlite". Without colons, which some disks refuse.
+/// "2026-11-22T101500Z.before-restore.sqlite", or "….before-import.sqlite". Without colons, which
+/// some disks refuse.
 struct BackupName
 {
     /// When the board was as the backup holds it, in whole seconds, UTC.

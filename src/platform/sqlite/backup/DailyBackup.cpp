@@ -84,17 +84,51 @@ void DailyBackup::beforeSave()
         return;
     const BackupName name{now.toUTC(), BackupReason::daily};
     m_isCopying = true;
-    m_copier = std::jthread([this, name, board = std::get<0>(std::move(held))]() mutable {
-        // On Linux a thread has a niceness of its own, and 0 is the calling one.
-        setpriority(PRIO_PROCESS, 0, getpriority(PRIO_PROCESS, 0) + niceness);
-        const auto added = BackupFolder(m_boardPath).add(*board, name);
-        board.reset();
-        if (std::holds_alternative<SettingsError>(added)) {
-            qCWarning(logSqlite, "the board of today could not be kept as a backup");
-            m_hasFailed = true;
-        }
-        m_isCopying = false;
-    });
+    m_isHolding = true;
+    m_copier = std::jthread(
+        [this, name, board = std::get<0>(std::move(held))](const std::stop_token& stop) mutable {
+            // On Linux a thread has a niceness of its own, and 0 is the calling one.
+            setpriority(PRIO_PROCESS, 0, getpriority(PRIO_PROCESS, 0) + niceness);
+            if (!keep(std::move(board), name, stop)) {
+                qCWarning(logSqlite, "the board of today could not be kept as a backup");
+                m_hasFailed = true;
+            }
+            m_isCopying = false;
+        });
+}
+
+/// Waits for the disk only after it has let go of the board.
+bool DailyBackup::keep(std::unique_ptr<SqliteFile> board, const BackupName& name,
+                       const std::stop_token& stop)
+{
+    const BackupFolder folder(m_boardPath);
+    const QList<UnsyncedBackup> earlier = folder.incomplete(BackupReason::daily);
+    const SettingsResult<UnsyncedBackup> copied = folder.copy(*board, name, stop);
+    board.reset();
+    m_isHolding = false;
+    m_isHolding.notify_all();
+
+    bool isKept = false;
+    for (const UnsyncedBackup& each : earlier) {
+        const bool isOfToday =
+            each.name.time.toLocalTime().date() == name.time.toLocalTime().date();
+        const bool isCompleted = std::holds_alternative<BackupName>(folder.complete(each));
+        isKept = isKept || (isCompleted && isOfToday);
+    }
+    const auto* const copy = std::get_if<UnsyncedBackup>(&copied);
+    if (copy == nullptr)
+        return isKept;
+    if (isKept)
+        folder.remove(*copy);
+    return isKept || std::holds_alternative<BackupName>(folder.complete(*copy));
+}
+
+void DailyBackup::giveUp()
+{
+    if (!m_isHolding)
+        return;
+    m_copier.request_stop();
+    m_isHolding.wait(true);
 }
 
 } // namespace kelpa

@@ -13,7 +13,7 @@ QList<Backup> SqliteBackups::list() const
 {
     QList<Backup> backups;
     for (const BackupName& each : m_folder.list())
-        backups.append({each.text(), each.time, each.reason == BackupReason::beforeRestore});
+        backups.append({each.text(), each.time, each.reason});
     return backups;
 }
 
@@ -27,15 +27,17 @@ std::optional<QMap<QString, SettingsValue>> SqliteBackups::read(const QString& n
     return contents.error ? std::nullopt : std::optional(contents.values);
 }
 
-bool SqliteBackups::keepBoard()
+bool SqliteBackups::keepBoard(BackupReason reason)
 {
+    // An import that was cancelled may still be making its copy.
+    const std::lock_guard lock(m_keeping);
     SettingsResult<std::unique_ptr<SqliteFile>> held = snapshotOf(m_boardPath);
     if (std::holds_alternative<SettingsError>(held))
         return false;
     const std::unique_ptr<SqliteFile>& board = std::get<0>(held);
     if (!board)
         return true;
-    const BackupName name{QDateTime::currentDateTimeUtc(), BackupReason::beforeRestore};
+    const BackupName name{QDateTime::currentDateTimeUtc(), reason};
     return std::holds_alternative<BackupName>(m_folder.add(*board, name));
 }
 

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 
 namespace kelpa::wayland {
 
@@ -94,7 +95,9 @@ bool WaylandConnection::roundTrip(Time end)
     wl_callback_add_listener(done.get(), &listener, &isDone);
     while (!isDone) {
         const DispatchEnd result = dispatch(end);
-        if (result == DispatchEnd::lost || result == DispatchEnd::timedOut)
+        // A compositor that never stops sending lets no wait time out.
+        if (result == DispatchEnd::lost || result == DispatchEnd::timedOut ||
+            std::chrono::steady_clock::now() >= end)
             return isDone;
     }
     return true;

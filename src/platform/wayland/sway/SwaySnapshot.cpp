@@ -1,111 +1,46 @@
 #include "platform/wayland/sway/SwaySnapshot.h"
 
-#include "platform/ApplicationResolver.h"
-#include "platform/DocumentSource.h"
-#include "platform/ExecutableName.h"
-
-#include <utility>
-
 namespace kelpa::wayland {
 
 namespace {
 
-ApplicationClues cluesOf(const SwayWindow& window)
+CompositorWindow describedWindow(const NumberedSwayWindow& numbered)
 {
-    ApplicationClues clues;
+    const SwayWindow& window = numbered.window;
+    CompositorWindow described;
+    WindowListEntry& entry = described.entry;
+    entry.number = numbered.number;
+    entry.ownerProcess = window.process;
+    entry.bounds = window.bounds;
+    entry.layer = 0;
+    entry.name = window.title;
+    entry.virtualDesktop = window.hiddenWorkspace;
     // The application id of a program on Wayland is the name of its desktop entry; some use the
     // class that they have on X11.
-    clues.gtkApplicationID = window.appID;
-    clues.wmClassInstance = window.wmClassInstance;
-    clues.wmClassName = window.wmClassName.isEmpty() ? window.appID : window.wmClassName;
-    clues.process = window.process.value_or(0);
-    return clues;
-}
-
-/// Absent when neither the desktop entry, the window nor the process has one.
-std::optional<QString> ownerNameOf(const SwayWindow& window, const ResolvedApplication& resolved)
-{
-    for (const QString& name : {resolved.name, window.appID, window.wmClassName}) {
-        if (!name.isEmpty())
-            return name;
-    }
-    const QString program = window.process ? executableName(*window.process) : QString();
-    return program.isEmpty() ? std::nullopt : std::optional(program);
+    described.clues.gtkApplicationID = window.appID;
+    described.clues.wmClassInstance = window.wmClassInstance;
+    described.clues.wmClassName = window.wmClassName.isEmpty() ? window.appID : window.wmClassName;
+    described.ownerNames = {window.appID, window.wmClassName};
+    // sway does not minimise, and manages ordinary windows alone.
+    described.isOnScreen = window.isVisible;
+    return described;
 }
 
 } // namespace
 
-SwaySnapshot::SwaySnapshot(const std::vector<NumberedSwayWindow>& windows,
-                           ApplicationResolver& resolver, DocumentSource* documents)
-    : m_isPresent(true)
+std::vector<CompositorWindow> describedWindows(const std::vector<NumberedSwayWindow>& windows)
 {
-    std::vector<DocumentQuery> queries;
-    for (const NumberedSwayWindow& each : windows) {
-        const SwayWindow& window = each.window;
-        const ResolvedApplication resolved = resolver.resolve(cluesOf(window));
-        WindowListEntry entry;
-        entry.number = each.number;
-        entry.ownerProcess = window.process;
-        entry.ownerName = ownerNameOf(window, resolved);
-        entry.bundleIdentifier = resolved.desktopEntryID;
-        entry.bounds = window.bounds;
-        entry.layer = 0;
-        entry.alpha = 1;
-        entry.name = window.title;
-        if (window.isVisible)
-            m_onScreen.push_back(entry);
-        m_windows.push_back(std::move(entry));
-        if (!window.process)
-            continue;
-        const auto [it, isNew] = m_processes.try_emplace(*window.process);
-        Process& process = it->second;
-        if (isNew)
-            process.application.bundleIdentifier = resolved.desktopEntryID;
-        else if (process.application.bundleIdentifier != resolved.desktopEntryID)
-            process.application.bundleIdentifier.reset();
-        AccessibilityWindow described = accessibilityWindow(each);
-        if (documents) {
-            const DocumentQuery query{*window.process, window.bounds, window.title};
-            described.document = documents->document(query);
-            queries.push_back(query);
-        }
-        process.windows.push_back(std::move(described));
+    std::vector<CompositorWindow> described;
+    described.reserve(windows.size());
+    for (const NumberedSwayWindow& window : windows) {
+        described.push_back(describedWindow(window));
     }
-    if (documents)
-        documents->noteWindows(std::move(queries));
-}
-
-std::optional<std::vector<WindowListEntry>> SwaySnapshot::windowList(WindowListScope scope)
-{
-    if (!m_isPresent)
-        return std::nullopt;
-    return scope == WindowListScope::all ? m_windows : m_onScreen;
-}
-
-std::optional<RunningApplication> SwaySnapshot::runningApplication(ProcessID process)
-{
-    const auto it = m_processes.find(process);
-    return it == m_processes.end() ? std::nullopt : std::optional(it->second.application);
-}
-
-std::optional<std::vector<AccessibilityWindow>>
-SwaySnapshot::accessibilityWindows(ProcessID process)
-{
-    const auto it = m_processes.find(process);
-    return it == m_processes.end() ? std::nullopt : std::optional(it->second.windows);
+    return described;
 }
 
 AccessibilityWindow accessibilityWindow(const NumberedSwayWindow& window)
 {
-    const Rect& bounds = window.window.bounds;
-    AccessibilityWindow described;
-    described.position = Point{bounds.x, bounds.y};
-    described.size = Size{bounds.width, bounds.height};
-    // sway does not minimise.
-    described.isMinimized = false;
-    described.title = window.window.title;
-    described.windowNumber = window.number;
-    return described;
+    return kelpa::accessibilityWindow(describedWindow(window));
 }
 
 } // namespace kelpa::wayland

@@ -86,17 +86,44 @@ std::vector<QJsonObject> childrenOf(const QJsonObject& node)
     return children;
 }
 
-void collect(const QJsonObject& node, std::vector<SwayWindow>& windows, int left)
+/// What holds for the windows below a node of the tree.
+struct Surroundings
 {
+    /// The workspace that the output shows; empty for none, as in the output of the scratchpad.
+    QString shownWorkspace{};
+    /// As `SwayWindow::hiddenWorkspace`.
+    std::optional<QString> hiddenWorkspace{};
+};
+
+Surroundings within(const QJsonObject& node, Surroundings around)
+{
+    const QString type = text(node, QStringLiteral("type"));
+    if (type == QStringLiteral("output"))
+        around.shownWorkspace = text(node, QStringLiteral("current_workspace"));
+    else if (type == QStringLiteral("workspace") && !around.shownWorkspace.isEmpty()) {
+        const QString name = text(node, QStringLiteral("name"));
+        if (name != around.shownWorkspace && !name.isEmpty())
+            around.hiddenWorkspace = name;
+    }
+    if (node.value(QStringLiteral("sticky")).toBool())
+        around.hiddenWorkspace.reset();
+    return around;
+}
+
+void collect(const QJsonObject& node, const Surroundings& around, std::vector<SwayWindow>& windows,
+             int left)
+{
+    const Surroundings inside = within(node, around);
     // Only windows have a shell; containers of windows do not.
     if (node.contains(QStringLiteral("shell")) && number(node, QStringLiteral("id")) != 0) {
         windows.push_back(windowOf(node));
+        windows.back().hiddenWorkspace = inside.hiddenWorkspace;
         return;
     }
     if (left == 0)
         return;
     for (const QJsonObject& child : childrenOf(node))
-        collect(child, windows, left - 1);
+        collect(child, inside, windows, left - 1);
 }
 
 /// sway passes titles on as programs send them, which may be any bytes; one of them must not cost
@@ -118,7 +145,7 @@ std::optional<std::vector<SwayWindow>> windowsInTree(const QByteArray& json)
     if (!document.isObject() || !document.object().contains(QStringLiteral("nodes")))
         return std::nullopt;
     std::vector<SwayWindow> windows;
-    collect(document.object(), windows, deepest);
+    collect(document.object(), {}, windows, deepest);
     return windows;
 }
 

@@ -30,6 +30,9 @@ struct SwayWindow
     /// On a workspace that an output shows, and not behind a tab.
     bool isVisible = false;
     bool hasFocus = false;
+    /// The name of its workspace; absent where an output shows that, and where the window is on all
+    /// workspaces of its output or on none.
+    std::optional<QString> hiddenWorkspace{};
     /// Its name in the compositor's list of windows (ext_foreign_toplevel_list_v1); empty where
     /// sway does not tell it.
     QByteArray identifier;

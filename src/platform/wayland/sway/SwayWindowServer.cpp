@@ -7,6 +7,7 @@
 
 #include <QUuid>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -28,6 +29,7 @@ SwayWindowServer::SwayWindowServer(const SwayWindowServerNeeds& needs)
 
 std::unique_ptr<DiscoverySource> SwayWindowServer::openDiscoverySource()
 {
+    const auto begin = std::chrono::steady_clock::now();
     const bool isThere = connect();
     std::optional<std::vector<SwayWindow>> read = isThere ? readTree() : std::nullopt;
     const bool isReplying = read.has_value();
@@ -37,18 +39,22 @@ std::unique_ptr<DiscoverySource> SwayWindowServer::openDiscoverySource()
     else if (isThere)
         // While sway hangs, no window comes or goes.
         windows = this->windows();
-    qCDebug(logWayland, "pass has %zu windows of sway%s", windows ? windows->size() : 0,
+    const std::chrono::duration<double, std::milli> taken =
+        std::chrono::steady_clock::now() - begin;
+    qCDebug(logWayland, "pass has %zu windows of sway%s, in %.1f ms", windows ? windows->size() : 0,
             !isThere     ? ", which is gone"
             : isReplying ? ""
-                         : ", which does not reply");
+                         : ", which does not reply",
+            taken.count());
     {
         const std::scoped_lock lock(m_windowsMutex);
         m_windows = windows;
     }
     m_isThere = isThere;
     if (!windows)
-        return std::make_unique<SwaySnapshot>();
-    return std::make_unique<SwaySnapshot>(*windows, m_needs.resolver, m_needs.documents);
+        return std::make_unique<CompositorSnapshot>();
+    return std::make_unique<CompositorSnapshot>(describedWindows(*windows), m_needs.resolver,
+                                                m_needs.documents);
 }
 
 bool SwayWindowServer::connect()
@@ -90,10 +96,23 @@ std::vector<NumberedSwayWindow> SwayWindowServer::numbered(std::vector<SwayWindo
     return numbered;
 }
 
-std::optional<WindowCapture> SwayWindowServer::captureWindow(const CaptureRequest&,
-                                                             const std::stop_token&)
+std::optional<WindowCapture> SwayWindowServer::captureWindow(const CaptureRequest& request,
+                                                             const std::stop_token& stop)
 {
-    return std::nullopt;
+    if (!m_needs.pictures)
+        return std::nullopt;
+    return m_needs.pictures->capture(
+        pictureRequest(request, [this](WindowID number) { return identifierOf(number); }), stop);
+}
+
+QByteArray SwayWindowServer::identifierOf(WindowID number) const
+{
+    const std::scoped_lock lock(m_windowsMutex);
+    if (!m_windows)
+        return {};
+    const auto found =
+        std::ranges::find(*m_windows, std::optional(number), &NumberedSwayWindow::number);
+    return found == m_windows->end() ? QByteArray() : found->window.identifier;
 }
 
 std::unique_ptr<Subscription> SwayWindowServer::watchWindows(std::function<void()> changed)

@@ -7,6 +7,7 @@
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
 #include "platform/numbers/NamedWindowNumbers.h"
+#include "platform/wayland/capture/WindowPictures.h"
 #include "platform/wayland/sway/ActivationOrder.h"
 #include "platform/wayland/sway/SwayConnection.h"
 #include "platform/wayland/sway/SwaySnapshot.h"
@@ -40,6 +41,8 @@ struct SwayWindowServerNeeds
     Scheduler& scheduler;
     /// sway replies within milliseconds, or hangs.
     std::chrono::milliseconds replyLimit{2000};
+    /// Null where there are none to be had.
+    WindowPictures* pictures = nullptr;
 };
 
 /// A pass is one request. While sway hangs, passes give the windows that it told last.
@@ -57,7 +60,7 @@ public:
     /// There is no permission to ask for.
     bool requestScreenCapture() override { return m_isThere; }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
-    /// sway offers no picture of a single window.
+    /// sway's IPC has no pictures, but names each window as the protocols that have them do.
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
     [[nodiscard]] std::unique_ptr<Subscription>
@@ -71,6 +74,8 @@ private:
     /// False when nobody listens. There may be no connection all the same, while sway hangs.
     bool connect();
     std::optional<std::vector<SwayWindow>> readTree();
+    /// Empty where sway does not tell it, and for a window that is gone.
+    QByteArray identifierOf(WindowID number) const;
     std::vector<NumberedSwayWindow> numbered(std::vector<SwayWindow> windows);
 
     const SwayWindowServerNeeds m_needs;

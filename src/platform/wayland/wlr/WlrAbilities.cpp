@@ -2,14 +2,15 @@
 
 namespace kelpa::wayland {
 
-DesktopAbilities abilitiesOfWlr(bool hasSwayIpc)
+DesktopAbilities abilitiesOfWlr(const WlrOffer& offer)
 {
     using enum DesktopAbility;
     constexpr AbilityShortfall noProtocol{.gap = AbilityGap::compositorProtocol,
                                           .isPartial = false};
     DesktopAbilities abilities;
-    abilities.shortfalls[previews] = noProtocol;
-    if (hasSwayIpc) {
+    if (!offer.hasPictures)
+        abilities.shortfalls[previews] = noProtocol;
+    if (offer.hasSwayIpc) {
         // sway never minimises a window.
         abilities.shortfalls[minimizing] = noProtocol;
     } else {
@@ -22,7 +23,7 @@ DesktopAbilities abilitiesOfWlr(bool hasSwayIpc)
 
 DesktopAbilities abilitiesWithoutList()
 {
-    DesktopAbilities abilities = abilitiesOfWlr(false);
+    DesktopAbilities abilities = abilitiesOfWlr({});
     for (const DesktopAbility each : {DesktopAbility::windows, DesktopAbility::actions})
         abilities.shortfalls[each] = {.gap = AbilityGap::compositor, .isPartial = false};
     return abilities;

@@ -5,8 +5,16 @@
 
 namespace kelpa::wayland {
 
-/// Of a compositor that lists its windows; whether it is a sway whose IPC replies too.
-DesktopAbilities abilitiesOfWlr(bool hasSwayIpc);
+struct WlrOffer
+{
+    /// It is a sway whose IPC replies.
+    bool hasSwayIpc = false;
+    /// It takes pictures of windows, as `arePicturesAmong` says.
+    bool hasPictures = false;
+};
+
+/// Of a compositor that lists its windows.
+DesktopAbilities abilitiesOfWlr(const WlrOffer& offer);
 
 /// Of one that lists its windows no more, without IPC.
 DesktopAbilities abilitiesWithoutList();

@@ -9,8 +9,8 @@ namespace kelpa::wayland {
 
 namespace {
 
-/// Stands for the place of every window. It is large enough to be listed, and means nothing else:
-/// without previews nobody looks at it.
+/// Stands for the place of every window. It is large enough to be listed, and means nothing else: a
+/// preview has the size of its picture.
 constexpr Rect unknownPlace{0, 0, 640, 480};
 
 } // namespace

@@ -19,9 +19,9 @@ public:
     const AccessibilityWindow& attributes() const override { return m_attributes; }
     void requestMinimized(bool isMinimized) override
     {
-        if (m_attributes.isMinimized != isMinimized)
-            m_server.request(m_window,
-                             isMinimized ? ToplevelAction::minimize : ToplevelAction::restore);
+        // Also where it is reported to be so: what was requested before may not be reported yet.
+        m_server.request(m_window,
+                         isMinimized ? ToplevelAction::minimize : ToplevelAction::restore);
     }
     void requestMain() override {}
     void requestFocus() override { m_server.request(m_window, ToplevelAction::activate); }

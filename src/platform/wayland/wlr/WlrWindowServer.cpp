@@ -117,10 +117,21 @@ std::optional<std::vector<Toplevel>> WlrWindowServer::listed()
     return windows;
 }
 
-std::optional<WindowCapture> WlrWindowServer::captureWindow(const CaptureRequest&,
-                                                            const std::stop_token&)
+std::optional<WindowCapture> WlrWindowServer::captureWindow(const CaptureRequest& request,
+                                                            const std::stop_token& stop)
 {
-    return std::nullopt;
+    if (!m_needs.pictures)
+        return std::nullopt;
+    return m_needs.pictures->capture(
+        pictureRequest(request, [this](WindowID number) { return identifierOf(number); }), stop);
+}
+
+QByteArray WlrWindowServer::identifierOf(WindowID number) const
+{
+    const std::scoped_lock lock(m_mutex);
+    const auto found =
+        std::ranges::find(m_windows, std::optional(number), &NumberedToplevel::number);
+    return found == m_windows.end() ? QByteArray() : found->window.identifier;
 }
 
 std::unique_ptr<Subscription> WlrWindowServer::watchWindows(std::function<void()> changed)

@@ -5,6 +5,7 @@
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
 #include "platform/numbers/NamedWindowNumbers.h"
+#include "platform/wayland/capture/WindowPictures.h"
 #include "platform/wayland/toplevels/ToplevelMonitor.h"
 #include "platform/wayland/wlr/ToplevelNames.h"
 #include "platform/wayland/wlr/WlrSnapshot.h"
@@ -39,6 +40,8 @@ struct WlrWindowServerNeeds
     /// Numbers that no new window may get, because windows are assigned by them.
     std::set<WindowID> takenNumbers{};
     Scheduler& scheduler;
+    /// Null where there are none to be had.
+    WindowPictures* pictures = nullptr;
 };
 
 /// Its passes wait for nobody, but the first one: until the compositor has listed its windows, a
@@ -53,7 +56,7 @@ public:
     std::optional<Obstacle> screenCaptureObstacle() const override { return std::nullopt; }
     bool requestScreenCapture() override { return true; }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
-    /// The protocols of these lists have no pictures.
+    /// Of windows whose identifiers are certain.
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
     /// Reports changes of `isListing` too.
@@ -78,6 +81,8 @@ private:
     class Events;
 
     std::optional<std::vector<Toplevel>> listed();
+    /// Empty where it is not certain, and for a window that is gone.
+    QByteArray identifierOf(WindowID number) const;
     void notify();
 
     const WlrWindowServerNeeds m_needs;

@@ -47,12 +47,17 @@ bool EwmhPager::connect()
 
 std::optional<EwmhPager::Windows> EwmhPager::windows(ProcessID process)
 {
-    const std::scoped_lock lock(m_mutex);
-    const BrokenPipeGuard guard;
-    return readWindows(process);
+    return windows(std::set{process});
 }
 
-std::optional<EwmhPager::Windows> EwmhPager::readWindows(ProcessID process)
+std::optional<EwmhPager::Windows> EwmhPager::windows(const std::set<ProcessID>& processes)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    return readWindows(processes);
+}
+
+std::optional<EwmhPager::Windows> EwmhPager::readWindows(const std::set<ProcessID>& processes)
 {
     if (!connect())
         return std::nullopt;
@@ -63,7 +68,7 @@ std::optional<EwmhPager::Windows> EwmhPager::readWindows(ProcessID process)
     Windows windows;
     windows.context = root.context;
     for (ClientReading& each : reading.clients) {
-        if (each.client.process != process)
+        if (!each.client.process || !processes.contains(*each.client.process))
             continue;
         // Any client can write a tag; the listing knows which window has the number.
         const std::optional<std::uint32_t> tag = each.sighting.tag;
@@ -93,7 +98,7 @@ bool EwmhPager::activateTopmost(ProcessID process)
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    const std::optional<Windows> found = readWindows(process);
+    const std::optional<Windows> found = readWindows({process});
     if (!found)
         return false;
     const auto top = std::ranges::find_if(
@@ -153,7 +158,7 @@ void EwmhPager::activateApplication(ProcessID process)
     const bool isPending = !m_last.isConfirmed() && m_activator.isPending();
     if (m_last.isOf(process) && (isPending || m_last.keepsFocus(active)))
         return;
-    const std::optional<Windows> own = readWindows(process);
+    const std::optional<Windows> own = readWindows({process});
     if (!own || std::any_of(own->clients.begin(), own->clients.end(),
                             [&](const ClientWindow& each) { return each.window == active; }))
         return;
@@ -169,7 +174,7 @@ void EwmhPager::closeWindows(ProcessID process)
 {
     const std::scoped_lock lock(m_mutex);
     const BrokenPipeGuard guard;
-    const std::optional<Windows> own = readWindows(process);
+    const std::optional<Windows> own = readWindows({process});
     if (!own)
         return;
     ServerTimeRequest serverTime(*m_display);

@@ -14,6 +14,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace kelpa::x11 {
@@ -42,6 +43,9 @@ public:
 
     /// The client windows of one process; absent when there is no window manager.
     std::optional<Windows> windows(ProcessID process);
+
+    /// Those of all `processes`, read at once.
+    std::optional<Windows> windows(const std::set<ProcessID>& processes);
 
     /// Raises the window above all others and gives it the focus, un-minimised, its desktop shown.
     /// Returns whether the window manager confirmed that in time; a late one does it later.
@@ -78,7 +82,7 @@ public:
 private:
     // These are called with the mutex locked.
     bool connect();
-    std::optional<Windows> readWindows(ProcessID process);
+    std::optional<Windows> readWindows(const std::set<ProcessID>& processes);
     bool activateTarget(const WindowTarget& target,
                         std::optional<std::uint32_t> inputTime = std::nullopt);
 

@@ -2,6 +2,9 @@
 
 #include "platform/x11/actions/EwmhPager.h"
 
+#include <cstdint>
+#include <memory>
+#include <optional>
 #include <utility>
 
 namespace kelpa::x11 {
@@ -54,6 +57,23 @@ private:
     Activation m_activation = Activation::notRequested;
 };
 
+/// Null for a window that the listing does not know.
+std::unique_ptr<X11WindowElement> elementOf(EwmhPager& pager, const ClientWindow& client,
+                                            const DesktopContext& context)
+{
+    if (!client.number || !client.process)
+        return nullptr;
+    const Rect frame = bounds(client, context);
+    AccessibilityWindow attributes;
+    attributes.position = Point{frame.x, frame.y};
+    attributes.size = Size{frame.width, frame.height};
+    attributes.isMinimized = isMinimized(client, context);
+    attributes.title = client.title;
+    attributes.windowNumber = client.number;
+    return std::make_unique<X11WindowElement>(
+        pager, WindowTarget{client.window, *client.number, *client.process}, attributes);
+}
+
 } // namespace
 
 std::optional<AccessibilityElements> X11WindowActions::elements(ProcessID process)
@@ -63,17 +83,26 @@ std::optional<AccessibilityElements> X11WindowActions::elements(ProcessID proces
         return std::nullopt;
     AccessibilityElements elements;
     for (const ClientWindow& client : windows->clients) {
-        if (!client.number)
-            continue;
-        const Rect frame = bounds(client, windows->context);
-        AccessibilityWindow attributes;
-        attributes.position = Point{frame.x, frame.y};
-        attributes.size = Size{frame.width, frame.height};
-        attributes.isMinimized = isMinimized(client, windows->context);
-        attributes.title = client.title;
-        attributes.windowNumber = client.number;
-        elements.push_back(std::make_unique<X11WindowElement>(
-            m_pager, WindowTarget{client.window, *client.number, process}, attributes));
+        if (auto element = elementOf(m_pager, client, windows->context))
+            elements.push_back(std::move(element));
+    }
+    return elements;
+}
+
+std::map<ProcessID, AccessibilityElements>
+X11WindowActions::elementsOf(const std::set<ProcessID>& processes)
+{
+    std::map<ProcessID, AccessibilityElements> elements;
+    if (processes.empty())
+        return elements;
+    const std::optional<EwmhPager::Windows> windows = m_pager.windows(processes);
+    for (const ProcessID process : processes)
+        elements.try_emplace(process);
+    if (!windows)
+        return elements;
+    for (const ClientWindow& client : windows->clients) {
+        if (auto element = elementOf(m_pager, client, windows->context))
+            elements[*client.process].push_back(std::move(element));
     }
     return elements;
 }

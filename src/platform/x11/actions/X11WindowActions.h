@@ -5,7 +5,10 @@
 #include "platform/Accessibility.h"
 #include "platform/x11/connection/DesktopTrust.h"
 
+#include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <utility>
 
 namespace kelpa::x11 {
@@ -34,6 +37,9 @@ public:
     bool requestTrust() override { return isTrusted(); }
 
     std::optional<AccessibilityElements> elements(ProcessID process) override;
+    /// One reading of the windows serves all.
+    std::map<ProcessID, AccessibilityElements>
+    elementsOf(const std::set<ProcessID>& processes) override;
 
 private:
     std::shared_ptr<const DesktopTrust> m_trust;

@@ -48,6 +48,24 @@ std::optional<QString> utf8Text(const Property& property, const TextTypes& types
         QString::fromUtf8(isCut(property) ? withoutPartialCharacter(bytes) : bytes));
 }
 
+QList<QString> utf8Texts(const Property& property, const TextTypes& types)
+{
+    QList<QString> texts;
+    if (property.format != 8 || property.type == XCB_ATOM_NONE || property.type != types.utf8String)
+        return texts;
+    QByteArrayView rest = property.bytes;
+    while (!rest.isEmpty()) {
+        const qsizetype end = rest.indexOf('\0');
+        // A part of a text.
+        if (end < 0 && isCut(property))
+            break;
+        const QByteArrayView each = end < 0 ? rest : rest.first(end);
+        texts.append(harmlessText(QString::fromUtf8(bounded(each))));
+        rest = end < 0 ? QByteArrayView() : rest.sliced(end + 1);
+    }
+    return texts;
+}
+
 std::optional<QString> text(const Property& property, const TextTypes& types)
 {
     if (property.format != 8 || property.type == XCB_ATOM_NONE)

@@ -51,6 +51,9 @@ std::optional<QString> text(const Property& property, const TextTypes& types);
 /// As `text`, for a property that must be UTF8_STRING.
 std::optional<QString> utf8Text(const Property& property, const TextTypes& types);
 
+/// The texts of a UTF8_STRING property, each ended by a zero byte; empty for any other type.
+QList<QString> utf8Texts(const Property& property, const TextTypes& types);
+
 /// WM_CLASS: two strings, each ended by a zero byte.
 struct WindowClass
 {

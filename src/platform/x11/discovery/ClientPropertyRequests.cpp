@@ -16,6 +16,7 @@ enum class ClientPropertyRequests::PropertyIndex : std::uint8_t {
     state,
     icccmState,
     desktop,
+    owner,
     opacity,
     extents,
     netProcess,
@@ -91,7 +92,8 @@ std::optional<ProcessID> processOf(std::optional<std::uint32_t> word)
 
 } // namespace
 
-ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& display, xcb_window_t window)
+ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& display, xcb_window_t window,
+                                               bool isNew)
     : m_window(window), m_attributes(display.connection(), window),
       m_geometry(display.connection(), window),
       m_position(display.connection(), window, display.connection().root(), std::int16_t{0},
@@ -106,6 +108,7 @@ ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& display, xcb_w
         {atoms[Atom::netWmState], wordsOfList},
         {atoms[Atom::wmState], 2},
         {atoms[Atom::netWmDesktop], 1},
+        {XCB_ATOM_WM_TRANSIENT_FOR, 1},
         {atoms[Atom::netWmWindowOpacity], 1},
         {atoms[Atom::gtkFrameExtents], 4},
         {atoms[Atom::netWmPid], 1},
@@ -119,6 +122,8 @@ ClientPropertyRequests::ClientPropertyRequests(DisplayConnection& display, xcb_w
     for (const PropertyRequest& request : requests)
         m_properties.push_back(
             askProperty(display.connection(), window, request.name, request.length));
+    if (isNew)
+        m_leader.emplace(askProperty(display.connection(), window, atoms[Atom::wmClientLeader], 1));
 }
 
 Property ClientPropertyRequests::property(PropertyIndex index)
@@ -152,6 +157,8 @@ std::optional<ClientReading> ClientPropertyRequests::read(const DisplayConnectio
     readState(client, display.atoms());
     readIdentity(client, display, process, host);
     reading.sighting = {m_window, word(property(PropertyIndex::number), XCB_ATOM_CARDINAL)};
+    if (m_leader)
+        reading.leader = word(propertyOf(m_leader->get()), XCB_ATOM_WINDOW);
     return reading;
 }
 
@@ -175,6 +182,8 @@ void ClientPropertyRequests::readState(ClientWindow& client, const AtomTable& at
     client.isIconic =
         word(property(PropertyIndex::icccmState), atoms[Atom::wmState]) == iconicState;
     client.desktop = word(property(PropertyIndex::desktop), XCB_ATOM_CARDINAL);
+    client.isModal = contains(states, atoms[Atom::netWmStateModal]);
+    client.owner = word(property(PropertyIndex::owner), XCB_ATOM_WINDOW);
     const std::uint32_t opaque = std::numeric_limits<std::uint32_t>::max();
     client.opacity =
         word(property(PropertyIndex::opacity), XCB_ATOM_CARDINAL).value_or(opaque) / double{opaque};

@@ -17,7 +17,8 @@ namespace kelpa::x11 {
 class ClientPropertyRequests
 {
 public:
-    ClientPropertyRequests(DisplayConnection& display, xcb_window_t window);
+    /// Asks for what never changes only where the window is new.
+    ClientPropertyRequests(DisplayConnection& display, xcb_window_t window, bool isNew);
 
     /// Absent when the window is gone or not managed. `process` is the client's as the server
     /// reports it; `host` is this machine's name.
@@ -41,6 +42,7 @@ private:
     GeometryReply m_geometry;
     TranslationReply m_position;
     std::vector<PropertyReply> m_properties;
+    std::optional<PropertyReply> m_leader;
 };
 
 } // namespace kelpa::x11

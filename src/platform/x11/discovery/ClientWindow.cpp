@@ -1,5 +1,6 @@
 #include "platform/x11/discovery/ClientWindow.h"
 
+#include "platform/DialogOwners.h"
 #include "platform/PointScale.h"
 
 namespace kelpa::x11 {
@@ -32,6 +33,13 @@ int layerOfKind(WindowKind kind)
     return ordinaryLayer;
 }
 
+bool isDialog(const ClientWindow& window)
+{
+    return !window.isOverrideRedirect &&
+           (window.kind == WindowKind::dialog ||
+            (window.isModal && layerOfKind(window.kind) == ordinaryLayer));
+}
+
 } // namespace
 
 int layer(const ClientWindow& window)
@@ -53,6 +61,34 @@ bool isOnScreen(const ClientWindow& window, const DesktopContext& context)
                                     *window.desktop == everyDesktop ||
                                     *window.desktop == *context.currentDesktop;
     return window.isViewable && isOnCurrentDesktop && !isMinimized(window, context);
+}
+
+std::optional<QString> virtualDesktop(const ClientWindow& window, const DesktopContext& context)
+{
+    if (!window.desktop || !context.currentDesktop || *window.desktop == everyDesktop ||
+        *window.desktop == *context.currentDesktop)
+        return std::nullopt;
+    const QString name =
+        context.desktopNames.value(static_cast<qsizetype>(*window.desktop)).trimmed();
+    return name.isEmpty() ? QString::number(std::uint64_t{*window.desktop} + 1) : name;
+}
+
+std::map<std::uint32_t, std::uint32_t> ownersOfDialogs(const std::vector<ClientWindow>& windows)
+{
+    std::vector<WindowTie<std::uint32_t>> ties;
+    ties.reserve(windows.size());
+    for (const ClientWindow& window : windows) {
+        ties.push_back({.window = window.window,
+                        .owner = window.owner,
+                        .isDialog = isDialog(window),
+                        .isOrdinary = layer(window) == ordinaryLayer});
+    }
+    return kelpa::ownersOfDialogs(ties);
+}
+
+std::set<std::uint32_t> windowsAwaitingAnswer(const std::vector<ClientWindow>& windows)
+{
+    return kelpa::windowsAwaitingAnswer(ownersOfDialogs(windows));
 }
 
 Rect bounds(const ClientWindow& window, const DesktopContext& context)

@@ -6,11 +6,15 @@
 #include "model/Rect.h"
 #include "platform/ApplicationResolver.h"
 
+#include <QList>
 #include <QString>
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
+#include <set>
+#include <vector>
 
 namespace kelpa::x11 {
 
@@ -47,6 +51,8 @@ struct ClientWindow
     QString title;
     /// WM_WINDOW_ROLE.
     QString role;
+    /// SM_CLIENT_ID of its client leader; empty where there is none.
+    QString sessionID;
     ApplicationClues clues;
     WindowKind kind = WindowKind::unspecified;
     bool isOverrideRedirect = false;
@@ -60,6 +66,11 @@ struct ClientWindow
     bool isViewable = false;
     /// _NET_WM_DESKTOP; absent when the window manager does not set it.
     std::optional<std::uint32_t> desktop;
+    /// WM_TRANSIENT_FOR: the server's id of the window to which this one belongs; absent for none,
+    /// and for the root window, which stands for a group.
+    std::optional<std::uint32_t> owner{};
+    /// _NET_WM_STATE_MODAL.
+    bool isModal = false;
     /// 0 to 1.
     double opacity = 1;
     /// As WindowListEntry::iconRevision.
@@ -78,6 +89,8 @@ struct DesktopContext
     /// The window manager announces _NET_WM_STATE_HIDDEN.
     bool marksHiddenWindows = true;
     double pixelsPerPoint = 1;
+    /// _NET_DESKTOP_NAMES: of the desktops from 0 on; there may be more desktops, or fewer.
+    QList<QString> desktopNames{};
 };
 
 /// As WindowListEntry::layer: 0 for normal windows and dialogs that are on the task list. A window
@@ -88,6 +101,16 @@ int layer(const ClientWindow& window);
 
 /// Whether the window is visible, or would be if nothing obscured it.
 bool isOnScreen(const ClientWindow& window, const DesktopContext& context);
+
+/// As WindowListEntry::virtualDesktop.
+std::optional<QString> virtualDesktop(const ClientWindow& window, const DesktopContext& context);
+
+/// By the server's ids: the window of each dialog which waits for an answer. A dialog is modal, or
+/// says that it is one, since not every toolkit says that one is modal.
+std::map<std::uint32_t, std::uint32_t> ownersOfDialogs(const std::vector<ClientWindow>& windows);
+
+/// The server's ids of the windows that have such a dialog.
+std::set<std::uint32_t> windowsAwaitingAnswer(const std::vector<ClientWindow>& windows);
 
 bool isMinimized(const ClientWindow& window, const DesktopContext& context);
 

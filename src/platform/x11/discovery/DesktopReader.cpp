@@ -22,6 +22,10 @@ namespace {
 using ClientIDsReply = XcbReply<xcb_res_query_client_ids, xcb_res_query_client_ids_reply>;
 
 constexpr std::uint32_t maxSupported = 4096;
+/// Session managers give out some fifty bytes.
+constexpr std::uint32_t wordsOfSessionID = 40;
+/// In four-byte words: enough for many desktops, of which later ones have numbers.
+constexpr std::uint32_t wordsOfDesktopNames = 1024;
 
 /// _NET_CLIENT_LIST_STACKING goes from bottom to top.
 std::vector<xcb_window_t> topToBottom(const std::vector<xcb_window_t>& stacking)
@@ -77,6 +81,35 @@ QByteArray hostName()
     return gethostname(name.data(), name.size() - 1) == 0 ? QByteArray(name.data()) : QByteArray();
 }
 
+/// A leader of another client could lend its identifier to any window, so it does not count.
+bool hasOwnLeader(const ClientReading& reading, const XcbConnection& connection)
+{
+    return reading.leader &&
+           connection.clientOf(*reading.leader) == connection.clientOf(reading.client.window);
+}
+
+/// The identifiers that the session manager gave to the clients of new windows, all in one batch.
+void readSessionIDs(DisplayConnection& display, std::vector<ClientReading>& clients)
+{
+    XcbConnection& connection = display.connection();
+    std::map<xcb_window_t, PropertyReply> requests;
+    for (const ClientReading& reading : clients) {
+        if (hasOwnLeader(reading, connection) && !requests.contains(*reading.leader)) {
+            requests.emplace(*reading.leader,
+                             askProperty(connection, *reading.leader,
+                                         display.atoms()[Atom::sessionClientID], wordsOfSessionID));
+        }
+    }
+    for (ClientReading& reading : clients) {
+        if (!hasOwnLeader(reading, connection))
+            continue;
+        const Property property = propertyOf(requests.at(*reading.leader).get());
+        // The beginning of a longer one may be another client's too.
+        if (!property.isTruncated)
+            reading.client.sessionID = text(property, display.textTypes()).value_or(QString());
+    }
+}
+
 } // namespace
 
 RootReading readRoot(DisplayConnection& display)
@@ -89,6 +122,7 @@ RootReading readRoot(DisplayConnection& display)
     PropertyReply list = request(Atom::netClientList, mostClients);
     PropertyReply supported = request(Atom::netSupported, maxSupported);
     PropertyReply desktop = request(Atom::netCurrentDesktop, 1);
+    PropertyReply names = request(Atom::netDesktopNames, wordsOfDesktopNames);
     PropertyReply check = request(Atom::netSupportingWmCheck, 1);
     PropertyReply counter = request(Atom::kelpaNumberCounter, 1);
     SelectionOwnerReply owner(display.connection(), atoms[Atom::kelpaNumbers]);
@@ -105,6 +139,7 @@ RootReading readRoot(DisplayConnection& display)
         std::find(hints.begin(), hints.end(), atoms[Atom::netWmStateHidden]) != hints.end();
     reading.context.pixelsPerPoint = display.pixelsPerPoint();
     reading.context.currentDesktop = word(propertyOf(desktop.get()), XCB_ATOM_CARDINAL);
+    reading.context.desktopNames = utf8Texts(propertyOf(names.get()), display.textTypes());
     reading.managerCheck = word(propertyOf(check.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     reading.numberCounter = word(propertyOf(counter.get()), XCB_ATOM_CARDINAL);
     if (const auto* reply = owner.get())
@@ -121,12 +156,13 @@ ClientsReading readClients(DisplayConnection& display, const RootReading& root,
     std::vector<ClientPropertyRequests> requests;
     requests.reserve(windows.size());
     for (const xcb_window_t window : windows) {
-        if (!isWatched(window)) {
+        const bool isNew = !isWatched(window);
+        if (isNew) {
             // Earlier in the same batch, so that no window is destroyed unnoticed between the
             // selection of its events and its reading.
             selectEvents(display.connection(), window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         }
-        requests.emplace_back(display, window);
+        requests.emplace_back(display, window, isNew);
     }
     std::map<std::uint32_t, ProcessID> processes;
     if (display.hasClientIDs() && !windows.empty()) {
@@ -146,6 +182,7 @@ ClientsReading readClients(DisplayConnection& display, const RootReading& root,
         if (client)
             reading.clients.push_back(std::move(*client));
     }
+    readSessionIDs(display, reading.clients);
     return reading;
 }
 

@@ -1,5 +1,6 @@
 // Reads the whole desktop in two round trips, however many windows there are: first the properties
-// of the root window, then everything about every client window.
+// of the root window, then everything about every client window. New windows may cost a third, for
+// the leaders of their clients.
 #pragma once
 
 #include "platform/numbers/WindowNumbers.h"
@@ -34,6 +35,9 @@ struct ClientReading
 {
     ClientWindow client;
     WindowNumbers::Sighting sighting;
+    /// WM_CLIENT_LEADER, as any client may have written it; absent without one, and for a window
+    /// that was read before.
+    std::optional<xcb_window_t> leader;
 };
 
 struct ClientsReading
@@ -48,8 +52,9 @@ struct ClientsReading
 /// Waits for the server once.
 RootReading readRoot(DisplayConnection& display);
 
-/// Waits for the server once. Selects the destruction of windows for which `isWatched` is false
-/// before it reads them.
+/// Waits for the server once, and once more where new windows have leaders. Selects the destruction
+/// of windows for which `isWatched` is false before it reads them. The others have been read by an
+/// earlier pass, and what never changes is not read again: their `sessionID` stays empty.
 ClientsReading readClients(DisplayConnection& display, const RootReading& root,
                            const std::function<bool(xcb_window_t)>& isWatched);
 

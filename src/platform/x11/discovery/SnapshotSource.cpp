@@ -1,10 +1,14 @@
 #include "platform/x11/discovery/SnapshotSource.h"
 
+#include "platform/DialogOwners.h"
 #include "platform/DocumentSource.h"
 
 #include <QFile>
 
 #include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
 #include <utility>
 
 namespace kelpa::x11 {
@@ -71,6 +75,11 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
     : m_isPresent(true)
 {
     CachingResolver applications(resolver);
+    const std::map<std::uint32_t, std::uint32_t> owners = ownersOfDialogs(clients);
+    const std::set<std::uint32_t> awaitingAnswer = kelpa::windowsAwaitingAnswer(owners);
+    std::map<std::uint32_t, std::optional<WindowID>> numbers;
+    for (const ClientWindow& client : clients)
+        numbers.emplace(client.window, client.number);
     for (const ClientWindow& client : clients) {
         const ResolvedApplication& resolved = applications.resolve(client.clues);
         WindowListEntry entry;
@@ -83,7 +92,13 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         entry.alpha = client.opacity;
         entry.name = client.title;
         entry.role = client.role;
+        entry.instance = client.clues.wmClassInstance;
+        entry.sessionID = client.sessionID;
         entry.iconRevision = client.iconRevision;
+        entry.virtualDesktop = virtualDesktop(client, context);
+        entry.isAwaitingAnswer = awaitingAnswer.contains(client.window);
+        if (const auto owner = owners.find(client.window); owner != owners.end())
+            entry.dialogOf = numbers.at(owner->second);
         if (isOnScreen(client, context))
             m_onScreen.push_back(entry);
         m_windows.push_back(std::move(entry));

@@ -183,14 +183,15 @@ void WindowEventMonitor::handleProperty(const xcb_property_notify_event_t& event
         } else if (isAnyOf({Atom::netWmIcon})) {
             m_icons->increment(event.window);
             m_events.appearanceChanged(event.window);
-        } else if (isAnyOf({Atom::netWmState, Atom::wmState, Atom::netWmDesktop,
+        } else if (event.atom == XCB_ATOM_WM_TRANSIENT_FOR ||
+                   isAnyOf({Atom::netWmState, Atom::wmState, Atom::netWmDesktop,
                             Atom::netWmWindowType})) {
             m_events.windowsChanged();
         }
     } else if (isAnyOf({Atom::netClientList, Atom::netClientListStacking})) {
         m_isClientListStale = true;
         m_events.windowsChanged();
-    } else if (isAnyOf({Atom::netActiveWindow, Atom::netCurrentDesktop})) {
+    } else if (isAnyOf({Atom::netActiveWindow, Atom::netCurrentDesktop, Atom::netDesktopNames})) {
         m_events.windowsChanged();
     } else if (isAnyOf({Atom::netSupportingWmCheck})) {
         requestWmCheck();

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QtQmlIntegration/qqmlintegration.h>
 
+#include <cstdint>
 #include <optional>
 
 namespace kelpa {
@@ -19,12 +20,19 @@ struct DesktopNoticeTexts
     CopyKey heading;
     /// Why, and the step that mends it.
     CopyKey text;
+    /// The button that mends it; absent where the person has to see to it elsewhere.
+    std::optional<CopyKey> remedy{};
 
     friend bool operator==(const DesktopNoticeTexts&, const DesktopNoticeTexts&) = default;
 };
 
+/// Whether Kelpa can request from the desktop what is missing.
+enum class AbilityRequests : std::uint8_t { possible, impossible };
+
 /// Absent when nothing has to be said above the board.
-std::optional<DesktopNoticeTexts> desktopNoticeTexts(const DesktopAbilities& abilities);
+std::optional<DesktopNoticeTexts>
+desktopNoticeTexts(const DesktopAbilities& abilities,
+                   AbilityRequests requests = AbilityRequests::impossible);
 
 /// Follows a store. Main thread.
 class DesktopNotice : public QObject
@@ -37,6 +45,8 @@ class DesktopNotice : public QObject
     // Keys of texts; -1 while it is not open.
     Q_PROPERTY(int heading READ heading NOTIFY changed)
     Q_PROPERTY(int text READ text NOTIFY changed)
+    // That of the button that mends it; -1 where there is none.
+    Q_PROPERTY(int remedy READ remedy NOTIFY changed)
     /// Whether the desktop is known not to tell of a double tap of Command.
     Q_PROPERTY(bool lacksDoubleTap READ lacksDoubleTap NOTIFY changed)
 
@@ -47,8 +57,14 @@ public:
     bool isOpen() const { return m_texts && m_texts != m_dismissed; }
     int heading() const { return isOpen() ? static_cast<int>(m_texts->heading) : -1; }
     int text() const { return isOpen() ? static_cast<int>(m_texts->text) : -1; }
+    int remedy() const
+    {
+        return isOpen() && m_texts->remedy ? static_cast<int>(*m_texts->remedy) : -1;
+    }
     bool lacksDoubleTap() const;
 
+    /// Requests from the desktop what is missing; the notice follows what comes of it.
+    Q_INVOKABLE void mend();
     /// The person has read it: it stays away until something else is missing, or the next start.
     Q_INVOKABLE void dismiss();
     /// Copies the command that a key of the desktop can run in place of the double tap.
@@ -58,6 +74,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    std::optional<DesktopNoticeTexts> currentTexts() const;
     void update();
 
     WindowStore& m_store;

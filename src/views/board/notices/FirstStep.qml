@@ -15,6 +15,8 @@ Item {
     required property bool isNext
 
     readonly property string status: root.isDone ? "completed" : ""
+    /// The left edge of the text, in points of the step.
+    readonly property alias textLeft: words.x
     default property alias content: extra.data
 
     implicitHeight: Math.max(disc.height, words.implicitHeight)

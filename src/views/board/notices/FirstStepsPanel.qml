@@ -14,8 +14,16 @@ Rectangle {
 
     readonly property int stepCount: 1 + (root.steps.isWindowOffered ? 1 : 0)
                                      + (root.steps.isReturnOffered ? 1 : 0)
-    readonly property real stepWidth: (root.width - 2 * Theme.large - closeButton.width
-                                       - root.stepCount * Theme.huge) / root.stepCount
+    readonly property real stepsWidth: root.width - 2 * Theme.large - closeButton.width
+                                       - root.stepCount * Theme.huge
+    /// The step with the field shows all of the example in it.
+    readonly property real firstWidth: Math.max(
+        root.stepsWidth / root.stepCount,
+        root.steps.hasGoal ? 0 : Math.min(root.stepsWidth / 2, root.exampleWidth))
+    readonly property real exampleWidth: first.textLeft + Math.ceil(example.advanceWidth) + 1
+                                         + field.leftPadding + field.rightPadding
+    readonly property real otherWidth: (root.stepsWidth - root.firstWidth)
+                                       / Math.max(1, root.stepCount - 1)
 
     /// The keyboard goes back to the board.
     signal boardRequested
@@ -37,6 +45,12 @@ Rectangle {
     Accessible.ignored: !visible
     Accessible.name: ViewSettings.copy.text(CopyKey.FirstSteps)
 
+    TextMetrics {
+        id: example
+
+        font: field.font
+        text: field.placeholderText
+    }
     Row {
         id: row
 
@@ -45,7 +59,9 @@ Rectangle {
         spacing: Theme.huge
 
         FirstStep {
-            width: root.stepWidth
+            id: first
+
+            width: root.firstWidth
             number: 1
             text: ViewSettings.copy.text(CopyKey.FirstStepGoal)
             isDone: root.steps.hasGoal
@@ -62,7 +78,7 @@ Rectangle {
             }
         }
         FirstStep {
-            width: root.stepWidth
+            width: root.otherWidth
             number: 2
             text: ViewSettings.copy.text(CopyKey.FirstStepWindow)
             isDone: root.steps.hasAssignment
@@ -70,7 +86,7 @@ Rectangle {
             visible: root.steps.isWindowOffered
         }
         FirstStep {
-            width: root.stepWidth
+            width: root.otherWidth
             number: root.stepCount
             text: ViewSettings.copy.text(CopyKey.DoubleTapHint)
             isDone: root.steps.hasReturned

@@ -10,6 +10,8 @@ TroubleController::TroubleController(WindowStore& store, TodoController& todos, 
 {
     connect(&store, &WindowStore::troubleChanged, this, &TroubleController::update);
     connect(&store, &WindowStore::isSavingSlowlyChanged, this, &TroubleController::updateUnsaved);
+    connect(&store, &WindowStore::savingEnded, this,
+            [this] { goOnClosing(m_store.saveProgress()); });
     update();
 }
 
@@ -29,6 +31,7 @@ void TroubleController::updateUnsaved()
     m_isUnsaved = unsaved.has_value();
     m_unsaved = unsaved.value_or(m_unsaved);
     Q_EMIT unsavedChanged();
+    goOnClosing(m_store.saveProgress());
 }
 
 void TroubleController::retry()
@@ -51,7 +54,22 @@ bool TroubleController::mayClose()
     if (!m_isAsking)
         return true;
     m_todos.finishWriting();
-    return m_store.saveBeforeClosing();
+    const SaveProgress progress = m_store.save();
+    m_isClosing = progress != SaveProgress::saved;
+    goOnClosing(progress);
+    return progress == SaveProgress::saved;
+}
+
+void TroubleController::goOnClosing(SaveProgress progress)
+{
+    // A disk that is merely slower than usual is no question.
+    if (!m_isClosing || (progress == SaveProgress::underWay && !m_isUnsaved))
+        return;
+    m_isClosing = false;
+    if (progress == SaveProgress::saved)
+        Q_EMIT closingAllowed();
+    else
+        Q_EMIT askingRequested();
 }
 
 } // namespace kelpa

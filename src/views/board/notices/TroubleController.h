@@ -2,6 +2,7 @@
 // It decides nothing that the store decides.
 #pragma once
 
+#include "store/board/SaveProgress.h"
 #include "store/board/TroubleNotice.h"
 
 #include <QObject>
@@ -61,8 +62,9 @@ public:
     Q_INVOKABLE void showFolder();
     Q_INVOKABLE void dismiss();
 
-    /// Commits what is being typed and saves; false when changes would be lost by closing now,
-    /// about which the person has to be asked first.
+    /// Commits what is being typed and saves; true when no change would be lost by closing now.
+    /// Otherwise one of the signals below follows: at once, or on a slow disk once it has replied
+    /// or the board says that it is slow.
     Q_INVOKABLE bool mayClose();
     /// From now on nothing is asked: the person has decided, or nobody can answer.
     Q_INVOKABLE void closeWithoutAsking() { m_isAsking = false; }
@@ -70,16 +72,23 @@ public:
 Q_SIGNALS:
     void troubleChanged();
     void unsavedChanged();
+    /// Changes would be lost by closing: the person has to be asked first.
+    void askingRequested();
+    /// Everything is saved by now.
+    void closingAllowed();
 
 private:
     void update();
     void updateUnsaved();
+    void goOnClosing(SaveProgress progress);
 
     WindowStore& m_store;
     TodoController& m_todos;
     bool m_isThere = false;
     bool m_isUnsaved = false;
     bool m_isAsking = true;
+    /// `mayClose` has returned false, and no signal has followed yet.
+    bool m_isClosing = false;
     TroubleNotice m_shown{};
     UnsavedNotice m_unsaved{};
 };

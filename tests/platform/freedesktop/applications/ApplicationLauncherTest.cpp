@@ -83,6 +83,18 @@ TEST_F(Launcher, A_program_gets_the_display_and_the_startup_id)
     EXPECT_EQ(written(), " :7 start-me_TIME5 none end\n");
 }
 
+TEST_F(Launcher, A_program_gets_the_activation_token_of_a_Wayland_compositor_too)
+{
+    writeProgram(QStringLiteral("konsole"), report);
+    data.writeEntry(QStringLiteral("org.kde.konsole"), "Konsole",
+                    "Exec=" + data.path(QStringLiteral("bin/konsole")).toUtf8());
+    ApplicationLauncher launcher(entries, 2s, environment);
+    ASSERT_TRUE(launcher.launch(
+        LaunchableApplication::terminal,
+        {.display = {}, .startupID = "token-of-the-shell", .isActivationToken = true}));
+    EXPECT_EQ(written(), "  token-of-the-shell token-of-the-shell end\n");
+}
+
 TEST_F(Launcher, A_program_inherits_no_variable_about_the_start_of_this_one)
 {
     for (const char* const name :

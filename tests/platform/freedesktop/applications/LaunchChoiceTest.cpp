@@ -231,6 +231,17 @@ TEST(CommandOfAnEntry, A_document_takes_the_place_of_a_code_that_accepts_it)
     EXPECT_EQ(command(QStringLiteral("edit"), path), QString());
     EXPECT_EQ(command(QStringLiteral("edit --file=%f"), path), QString());
     EXPECT_EQ(command({}, path), QString());
+    EXPECT_EQ(command(QStringLiteral("/opt/edit --version"), QStringLiteral("/opt/edit")),
+              QString())
+        << "a program is no document";
+}
+
+TEST(CommandOfAnEntry, A_document_never_takes_the_place_of_the_program)
+{
+    const QString document = QStringLiteral("/home/someone/notes.sh");
+    for (const char* const exec : {"%f", "%U --x=%f", "\"%u\" run", "%i run %f", "% %F", "%i%f %U"})
+        EXPECT_EQ(commandOf(QString::fromLatin1(exec), document), std::nullopt) << exec;
+    EXPECT_EQ(commandOf(QStringLiteral("%F run")), std::nullopt);
 }
 
 TEST(CommandOfAnEntry, A_malformed_or_empty_one_is_none)

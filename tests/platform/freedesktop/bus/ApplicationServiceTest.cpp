@@ -74,7 +74,12 @@ protected:
 
     PrivateBus bus;
     std::vector<QByteArray> requests;
-    ApplicationService service{name, [this](const QByteArray& id) { requests.push_back(id); }};
+    QStringList actions;
+    ApplicationService service{
+        name, {QStringLiteral("new-todo")}, [this](const ApplicationRequest& request) {
+            requests.push_back(request.startupID);
+            actions.append(request.action);
+        }};
 };
 
 TEST_F(ApplicationServiceTest, A_request_activates_it_with_the_launchers_startup_id)
@@ -94,6 +99,17 @@ TEST_F(ApplicationServiceTest, Every_method_of_the_interface_activates_it)
               QStringLiteral("ok"));
     EXPECT_EQ(call(QStringLiteral("Activate"), {QVariantMap()}), QStringLiteral("ok"));
     EXPECT_EQ(requests, (std::vector<QByteArray>{"token", ""}));
+}
+
+TEST_F(ApplicationServiceTest, An_action_of_the_desktop_entry_is_reported_by_its_name)
+{
+    ASSERT_EQ(service.claim(NameQueue::leave), NameClaim::owned);
+    EXPECT_EQ(call(QStringLiteral("ActivateAction"),
+                   {QStringLiteral("new-todo"), QVariantList(),
+                    QVariantMap{{QStringLiteral("activation-token"), QStringLiteral("token")}}}),
+              QStringLiteral("ok"));
+    EXPECT_EQ(requests, std::vector<QByteArray>{"token"});
+    EXPECT_EQ(actions, QStringList{QStringLiteral("new-todo")});
 }
 
 TEST_F(ApplicationServiceTest, An_unknown_method_is_refused_and_does_nothing)

@@ -7,6 +7,9 @@
 #include <QJsonDocument>
 #include <QVariant>
 
+#include <sys/wait.h>
+
+#include <cerrno>
 #include <csignal>
 #include <stdexcept>
 
@@ -26,9 +29,28 @@ QString readLine(QProcess& process)
     return QString::fromUtf8(process.readLine()).trimmed();
 }
 
+/// Stops a child and waits until it is stopped: it may answer between the signal and that.
+void stopChild(const QProcess& child)
+{
+    const auto process = static_cast<pid_t>(child.processId());
+    ::kill(process, SIGSTOP);
+    siginfo_t state{};
+    while (::waitid(P_PID, static_cast<id_t>(process), &state, WSTOPPED | WEXITED | WNOWAIT) != 0 &&
+           errno == EINTR) {
+    }
+}
+
 } // namespace
 
 PrivateBus::PrivateBus()
+{
+    configure({});
+    // Without the unique id of the bus, which a later bus at the same address does not have.
+    m_address = QStringLiteral("unix:path=") + m_directory.filePath(QStringLiteral("socket"));
+    start();
+}
+
+void PrivateBus::configure(const QByteArray& rules)
 {
     QFile configuration(m_directory.filePath(QStringLiteral("bus.conf")));
     if (!configuration.open(QIODevice::WriteOnly)) {
@@ -39,11 +61,24 @@ PrivateBus::PrivateBus()
         m_directory.filePath(QStringLiteral("socket")).toUtf8() +
         "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
         "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
-        "<allow own=\"*\"/></policy></busconfig>");
-    configuration.close();
-    // Without the unique id of the bus, which a later bus at the same address does not have.
-    m_address = QStringLiteral("unix:path=") + m_directory.filePath(QStringLiteral("socket"));
-    start();
+        "<allow own=\"*\"/>" +
+        rules + "</policy></busconfig>");
+}
+
+void PrivateBus::refuse(const QByteArray& method)
+{
+    configure(method.isEmpty() ? QByteArray()
+                               : "<deny send_destination=\"org.freedesktop.DBus\" "
+                                 "send_interface=\"org.freedesktop.DBus\" send_member=\"" +
+                                     method + "\"/>");
+    const QString name = QStringLiteral("configurer of ") + m_address;
+    const QDBusMessage reply = QDBusConnection::connectToBus(m_address, name)
+                                   .interface()
+                                   ->call(QStringLiteral("ReloadConfig"));
+    QDBusConnection::disconnectFromBus(name);
+    if (reply.type() != QDBusMessage::ReplyMessage) {
+        throw std::runtime_error("the bus's configuration could not be read again");
+    }
 }
 
 void PrivateBus::start()
@@ -72,7 +107,7 @@ PrivateBus::~PrivateBus()
 
 void PrivateBus::freeze()
 {
-    ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
+    stopChild(m_daemon);
 }
 
 void PrivateBus::thaw()
@@ -183,7 +218,7 @@ int Application::called(const QString& method)
 
 void Application::freeze()
 {
-    kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
+    stopChild(m_process);
 }
 
 QJsonObject documentOfPeer(const QString& key, const QString& location, const QString& name, int x,

@@ -5,6 +5,7 @@
 
 #include "model/Identifiers.h"
 
+#include <QByteArray>
 #include <QDBusConnection>
 #include <QDBusVirtualObject>
 #include <QJsonObject>
@@ -33,8 +34,12 @@ public:
     void thaw();
 
     bool hasOwner(const QString& name);
+    /// From now on the daemon refuses that method of its own; empty for none.
+    void refuse(const QByteArray& method);
 
 private:
+    void configure(const QByteArray& rules);
+
     QTemporaryDir m_directory;
     QProcess m_daemon;
     QString m_address;

@@ -57,15 +57,28 @@ TEST(BackupName, Says_when_and_why)
     EXPECT_EQ(backupAt("2026-11-22T10:15:00Z").fileName(), u"2026-11-22T101500Z.sqlite");
     EXPECT_EQ(backupAt("2026-11-22T10:15:00Z", BackupReason::beforeRestore).fileName(),
               u"2026-11-22T101500Z.before-restore.sqlite");
+    EXPECT_EQ(backupAt("2026-11-22T10:15:00Z", BackupReason::beforeImport).fileName(),
+              u"2026-11-22T101500Z.before-import.sqlite");
     EXPECT_EQ(backupAt("2026-11-22T10:15:00Z").text(), u"2026-11-22T101500Z");
 }
 
 TEST(BackupName, Is_read_from_its_files_name)
 {
-    for (const BackupReason reason : {BackupReason::daily, BackupReason::beforeRestore}) {
+    for (const BackupReason reason :
+         {BackupReason::daily, BackupReason::beforeRestore, BackupReason::beforeImport}) {
         const BackupName name = backupAt("2026-02-28T23:59:59Z", reason);
         EXPECT_EQ(BackupName::fromFileName(name.fileName()), name);
     }
+}
+
+TEST(BackupName, Is_read_also_where_the_persons_clocks_skip_its_hour)
+{
+    const QByteArray zone = qgetenv("TZ");
+    qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
+    const auto read =
+        BackupName::fromFileName(QStringLiteral("2026-03-29T023000Z.before-import.sqlite"));
+    zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
+    EXPECT_EQ(read, backupAt("2026-03-29T02:30:00Z", BackupReason::beforeImport));
 }
 
 TEST(BackupName, Of_any_other_form_is_none)

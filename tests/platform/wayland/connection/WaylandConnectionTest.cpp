@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <sys/eventfd.h>
+#include <wayland-client.h>
 
 #include <chrono>
+#include <cstdint>
 #include <future>
 #include <optional>
 #include <vector>
@@ -65,6 +67,33 @@ TEST(WaylandConnection, A_compositor_that_does_not_reply_costs_the_limit_and_no_
     ASSERT_NE(connection, nullptr);
     EXPECT_FALSE(connection->roundTrip(in(50ms)));
     EXPECT_FALSE(connection->isBroken());
+}
+
+TEST(WaylandConnection, A_compositor_that_never_stops_sending_costs_the_limit_and_no_more)
+{
+    FakeCompositor compositor;
+    const auto connection = WaylandConnection::open(compositor.path());
+    ASSERT_NE(connection, nullptr);
+    // More than is read at once, all of which is there before the limit is over.
+    constexpr int sent = 1000;
+    int received = 0;
+    static constexpr wl_callback_listener listener{
+        .done = [](void* data, wl_callback* callback, std::uint32_t) {
+            ++*static_cast<int*>(data);
+            wl_callback_destroy(callback);
+        }};
+    for (int count = 0; count < sent; ++count)
+        wl_callback_add_listener(wl_display_sync(connection->raw()), &listener, &received);
+    ASSERT_TRUE(connection->canSend());
+    for (int times = 0; times < 20; ++times)
+        compositor.serve();
+    EXPECT_FALSE(connection->roundTrip(in(0s)));
+    EXPECT_GT(received, 0);
+    EXPECT_LT(received, sent);
+    EXPECT_FALSE(connection->isBroken());
+    // Their callbacks live as long as they are awaited.
+    while (received < sent)
+        ASSERT_EQ(connection->dispatch(in(20s)), DispatchEnd::dispatched);
 }
 
 TEST(WaylandConnection, A_compositor_that_accepts_nobody_is_not_waited_for)

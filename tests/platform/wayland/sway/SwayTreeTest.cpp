@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 namespace kelpa::test {
 namespace {
 
@@ -51,6 +53,7 @@ TEST(SwayTree, A_window_is_read_with_all_that_sway_says_of_it)
                                                   .bounds = {102, 20, 636, 478},
                                                   .isVisible = true,
                                                   .hasFocus = true,
+                                                  .hiddenWorkspace = {},
                                                   .identifier = "00ff"},
                                                  {.container = 6,
                                                   .title = {},
@@ -61,6 +64,7 @@ TEST(SwayTree, A_window_is_read_with_all_that_sway_says_of_it)
                                                   .bounds = {0, 0, 300, 200},
                                                   .isVisible = false,
                                                   .hasFocus = false,
+                                                  .hiddenWorkspace = {},
                                                   .identifier = {}}}));
 }
 
@@ -81,6 +85,37 @@ TEST(SwayTree, A_window_that_never_had_the_focus_comes_after_those_that_had)
 {
     EXPECT_EQ(order(container(1, window(5) + ',' + window(6) + ',' + window(7), "6")),
               (std::vector<std::int64_t>{6, 5, 7}));
+}
+
+TEST(SwayTree, A_window_of_a_workspace_that_no_output_shows_names_it)
+{
+    const auto workspace = [](int id, const char* name, const QByteArray& nodes,
+                              const QByteArray& floating = {}) {
+        return R"({"id":)" + QByteArray::number(id) + R"(,"type":"workspace","name":")" + name +
+               R"(","nodes":[)" + nodes + R"(],"floating_nodes":[)" + floating + "]}";
+    };
+    const auto output = [](int id, const QByteArray& shown, const QByteArray& workspaces) {
+        return R"({"id":)" + QByteArray::number(id) + R"(,"type":"output",)" + shown +
+               R"("nodes":[)" + workspaces + "]}";
+    };
+    const QByteArray tabs = R"({"id":9,"type":"con","nodes":[)" + window(22) + "]}";
+    const QByteArray tree =
+        R"({"id":1,"type":"root","nodes":[)" +
+        output(2, R"("current_workspace":"1: web",)",
+               workspace(10, "1: web", window(20)) + ',' +
+                   workspace(11, "2", window(21) + ',' + tabs, window(23, R"(,"sticky":true)"))) +
+        ',' + output(3, R"("current_workspace":"7",)", workspace(12, "7", window(24))) + ',' +
+        output(4, "", workspace(13, "__i3_scratch", {}, window(25))) + "]}";
+    std::map<std::int64_t, std::optional<QString>> workspaces;
+    const auto windows = windowsInTree(tree);
+    for (const SwayWindow& each : windows.value_or(std::vector<SwayWindow>()))
+        workspaces.emplace(each.container, each.hiddenWorkspace);
+    EXPECT_EQ(workspaces, (std::map<std::int64_t, std::optional<QString>>{{20, std::nullopt},
+                                                                          {21, QStringLiteral("2")},
+                                                                          {22, QStringLiteral("2")},
+                                                                          {23, std::nullopt},
+                                                                          {24, std::nullopt},
+                                                                          {25, std::nullopt}}));
 }
 
 TEST(SwayTree, A_process_that_cannot_be_one_is_absent)

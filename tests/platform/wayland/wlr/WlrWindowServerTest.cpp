@@ -215,14 +215,15 @@ TEST_F(WlrServerTest, A_request_reaches_the_one_window)
     ASSERT_TRUE(elements);
     ASSERT_EQ(elements->size(), 1U);
     elements->front()->requestMinimized(false);
+    elements->front()->requestMinimized(true);
     elements->front()->requestFocus();
     elements->front()->requestClose();
     server->activateOwn(QStringLiteral("own"));
-    ASSERT_TRUE(serveUntil([&] { return manager->requests.size() >= 5; }));
+    ASSERT_TRUE(serveUntil([&] { return manager->requests.size() >= 6; }));
     EXPECT_EQ(manager->requests,
-              (QStringList{QStringLiteral("restore 1"), QStringLiteral("activate 1"),
-                           QStringLiteral("close 1"), QStringLiteral("restore 2"),
-                           QStringLiteral("activate 2")}));
+              (QStringList{QStringLiteral("restore 1"), QStringLiteral("minimize 1"),
+                           QStringLiteral("activate 1"), QStringLiteral("close 1"),
+                           QStringLiteral("restore 2"), QStringLiteral("activate 2")}));
 }
 
 } // namespace

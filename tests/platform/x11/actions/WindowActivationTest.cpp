@@ -284,5 +284,28 @@ TEST_P(WindowActivation, A_window_can_be_minimised_and_its_application_brought_b
     EXPECT_TRUE(waitUntil([&] { return isInFront(window) && !isIconic(window); }));
 }
 
+TEST_P(WindowActivation, Windows_are_arranged_and_put_back)
+{
+    TestClient one(xServer.display());
+    TestClient two(xServer.display());
+    const WindowItem wanted = openWindow(one, "wanted");
+    const WindowItem inTheWay = openWindow(two, "in the way");
+    const WindowItem alsoInTheWay = openWindow(two, "also in the way");
+    const WindowItem behind = openWindow(one, "behind");
+    arrange({.raised = {wanted, behind}, .minimized = {inTheWay, alsoInTheWay}}, applications,
+            windowActions, {});
+    EXPECT_TRUE(waitUntil([&] {
+        return isInFront(wanted) && isIconic(inTheWay) && isIconic(alsoInTheWay);
+    })) << state();
+    EXPECT_FALSE(isIconic(wanted) || isIconic(behind));
+
+    arrange({.minimized = {behind}, .restored = {inTheWay, alsoInTheWay}}, applications,
+            windowActions, {});
+    EXPECT_TRUE(waitUntil([&] {
+        return !isIconic(inTheWay) && !isIconic(alsoInTheWay) && isIconic(behind);
+    })) << state();
+    EXPECT_FALSE(isIconic(wanted));
+}
+
 INSTANTIATE_TEST_SUITE_P(Under, WindowActivation, ::testing::ValuesIn(testedWindowManagers()),
                          nameOf);

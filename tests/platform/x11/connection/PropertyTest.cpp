@@ -203,6 +203,21 @@ TEST(CompoundText, Every_beginning_of_a_text_with_escapes_is_read)
     }
 }
 
+TEST(PropertyTexts, Each_text_ends_with_a_zero_byte)
+{
+    const auto texts = [](QByteArrayView bytes, bool isCut = false) {
+        return utf8Texts({types.utf8String, 8, bytes, isCut}, types);
+    };
+    EXPECT_EQ(texts(QByteArrayView("Mail\0\0B\xC3\xBCro\0", 12)),
+              (QList<QString>{QStringLiteral("Mail"), QString(), QStringLiteral(u"B\u00FCro")}));
+    EXPECT_EQ(texts({}), QList<QString>());
+    // Some window managers leave the last one out.
+    EXPECT_EQ(texts("Mail"), QList<QString>{QStringLiteral("Mail")});
+    EXPECT_EQ(texts(QByteArrayView("Mail\0We", 7), true), QList<QString>{QStringLiteral("Mail")});
+    EXPECT_EQ(utf8Texts({XCB_ATOM_STRING, 8, "Mail", false}, types), QList<QString>());
+    EXPECT_EQ(utf8Texts({XCB_ATOM_NONE, 8, "Mail", false}, {}), QList<QString>());
+}
+
 TEST(WindowClassProperty, Instance_and_name_are_told_apart)
 {
     const Property property{XCB_ATOM_STRING, 8, QByteArrayView("xterm\0XTerm\0", 12), false};

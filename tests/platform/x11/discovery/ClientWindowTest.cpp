@@ -25,7 +25,7 @@ ClientWindow shown()
     return window;
 }
 
-constexpr DesktopContext secondDesktop{1, true};
+const DesktopContext secondDesktop{1, true};
 
 } // namespace
 
@@ -108,6 +108,120 @@ TEST(WindowVisibility, Iconic_means_minimized_only_under_a_manager_without_the_h
     EXPECT_FALSE(isMinimized(window, {1, true}));
     EXPECT_TRUE(isMinimized(window, {1, false}));
 }
+
+TEST(VirtualDesktop, A_window_of_another_desktop_names_it_or_says_its_number)
+{
+    ClientWindow window = shown();
+    window.desktop = 2;
+    DesktopContext context{0, true};
+    EXPECT_EQ(virtualDesktop(window, context), QStringLiteral("3"));
+    context.desktopNames = {QStringLiteral("Mail"), QStringLiteral("Web"),
+                            QStringLiteral(" Music "), QStringLiteral(" ")};
+    EXPECT_EQ(virtualDesktop(window, context), QStringLiteral("Music"));
+    window.desktop = 3;
+    EXPECT_EQ(virtualDesktop(window, context), QStringLiteral("4"));
+    // As a client writes that takes the number for a signed one.
+    window.desktop = 0xFFFFFFFE;
+    EXPECT_EQ(virtualDesktop(window, context), QStringLiteral("4294967295"));
+}
+
+TEST(VirtualDesktop, It_is_absent_on_the_present_desktop_on_all_of_them_and_without_any)
+{
+    ClientWindow window = shown();
+    EXPECT_EQ(virtualDesktop(window, {1, true}), std::nullopt);
+    EXPECT_EQ(virtualDesktop(window, {std::nullopt, true}), std::nullopt);
+    window.desktop = everyDesktop;
+    EXPECT_EQ(virtualDesktop(window, {0, true}), std::nullopt);
+    window.desktop.reset();
+    EXPECT_EQ(virtualDesktop(window, {0, true}), std::nullopt);
+}
+
+namespace {
+
+struct AnswerCase
+{
+    const char* name;
+    std::vector<ClientWindow> windows;
+    std::set<std::uint32_t> awaiting;
+};
+
+class AwaitedAnswers : public testing::TestWithParam<AnswerCase>
+{};
+
+ClientWindow plain(std::uint32_t id)
+{
+    ClientWindow window = shown();
+    window.window = id;
+    return window;
+}
+ClientWindow belonging(std::uint32_t id, std::uint32_t owner, WindowKind kind)
+{
+    ClientWindow window = plain(id);
+    window.owner = owner;
+    window.kind = kind;
+    return window;
+}
+ClientWindow dialogOf(std::uint32_t id, std::uint32_t owner)
+{
+    return belonging(id, owner, WindowKind::dialog);
+}
+ClientWindow modal(ClientWindow window)
+{
+    window.isModal = true;
+    return window;
+}
+ClientWindow offTaskList(ClientWindow window)
+{
+    window.isOffTaskList = true;
+    return window;
+}
+ClientWindow unmanaged(ClientWindow window)
+{
+    window.isOverrideRedirect = true;
+    return window;
+}
+ClientWindow ofProcess(ClientWindow window, ProcessID process)
+{
+    window.process = process;
+    return window;
+}
+
+} // namespace
+
+TEST_P(AwaitedAnswers, Mark_the_window_that_the_dialog_belongs_to)
+{
+    EXPECT_EQ(windowsAwaitingAnswer(GetParam().windows), GetParam().awaiting);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ClientWindow, AwaitedAnswers,
+    testing::Values(
+        AnswerCase{"none", {plain(1), plain(2)}, {}},
+        AnswerCase{"a_dialog", {dialogOf(2, 1), plain(1), plain(3)}, {1}},
+        AnswerCase{"off_the_task_list", {offTaskList(dialogOf(2, 1)), plain(1)}, {1}},
+        AnswerCase{"modal_without_a_type",
+                   {modal(belonging(2, 1, WindowKind::unspecified)), plain(1)},
+                   {1}},
+        AnswerCase{"an_ordinary_window_that_belongs_to_another",
+                   {belonging(2, 1, WindowKind::normal), plain(1)},
+                   {}},
+        AnswerCase{"a_palette", {modal(belonging(2, 1, WindowKind::auxiliary)), plain(1)}, {}},
+        AnswerCase{"a_menu", {unmanaged(dialogOf(2, 1)), plain(1)}, {}},
+        AnswerCase{"a_dialog_of_a_dialog", {dialogOf(3, 2), dialogOf(2, 1), plain(1)}, {1, 2}},
+        AnswerCase{"a_dialog_of_a_palette",
+                   {dialogOf(3, 2), belonging(2, 1, WindowKind::auxiliary), plain(1)},
+                   {1}},
+        AnswerCase{"of_another_client_as_from_a_portal",
+                   {ofProcess(dialogOf(2, 1), 70), ofProcess(plain(1), 71)},
+                   {1}},
+        AnswerCase{"without_an_owner", {modal(plain(2)), plain(1)}, {}},
+        AnswerCase{"of_a_window_that_is_gone", {dialogOf(2, 9), plain(1)}, {}},
+        AnswerCase{"of_itself", {dialogOf(1, 1), plain(2)}, {}},
+        AnswerCase{"of_itself_through_another",
+                   {offTaskList(dialogOf(1, 2)), offTaskList(dialogOf(2, 1)), plain(3)},
+                   {}},
+        AnswerCase{"of_one_another", {dialogOf(1, 2), dialogOf(2, 1)}, {1, 2}}),
+    test::caseName);
 
 namespace {
 

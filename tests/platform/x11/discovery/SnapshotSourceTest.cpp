@@ -102,9 +102,11 @@ TEST(SnapshotSource, A_window_has_the_role_that_its_application_gives_it)
     Resolver resolver;
     ClientWindow log = client(1, 70, QStringLiteral("XTerm"), {});
     log.role = QStringLiteral("log");
+    log.clues.wmClassInstance = QStringLiteral("log");
     SnapshotSource source({log, client(2, 70, QStringLiteral("XTerm"), {})}, {}, resolver, nullptr);
     EXPECT_EQ(source.windowList(WindowListScope::all)->at(0).role, QStringLiteral("log"));
     EXPECT_EQ(source.windowList(WindowListScope::all)->at(1).role, QString());
+    EXPECT_EQ(source.windowList(WindowListScope::all)->at(0).instance, QStringLiteral("log"));
 }
 
 TEST(SnapshotSource, Equal_clues_are_resolved_once)

@@ -134,6 +134,23 @@ TEST_F(WindowWatching, A_minimized_window_is_noticed)
     EXPECT_TRUE(isNoticed());
 }
 
+TEST_F(WindowWatching, A_window_that_goes_to_another_desktop_and_another_name_of_that_are_noticed)
+{
+    const xcb_window_t window = openAndSettle();
+    client.sendToDesktop(window, 1);
+    EXPECT_TRUE(isNoticed());
+    settle();
+    client.setText(client.root(), "_NET_DESKTOP_NAMES", QByteArray("Mail\0Web\0", 9));
+    EXPECT_TRUE(isNoticed());
+}
+
+TEST_F(WindowWatching, A_window_that_turns_out_to_belong_to_another_is_noticed)
+{
+    const xcb_window_t window = openAndSettle();
+    client.setWindows(window, "WM_TRANSIENT_FOR", {client.root()});
+    EXPECT_TRUE(isNoticed());
+}
+
 TEST_F(WindowWatching, A_moved_window_is_noticed)
 {
     const xcb_window_t window = openAndSettle();

@@ -25,15 +25,15 @@ TEST(DesktopNoticeTexts, Say_what_is_missing_why_and_what_helps)
         Row{"nothing", {}, {}},
         Row{"a compositor that tells nothing",
             DesktopAbilities::without(AbilityGap::compositorProtocol),
-            DesktopNoticeTexts{CopyKey::WindowsNotListed, CopyKey::CompositorNotRead}},
+            DesktopNoticeTexts{CopyKey::WindowsNotListed, CopyKey::CompositorNotRead, {}}},
         Row{"a compositor that hangs", DesktopAbilities::without(AbilityGap::compositor),
-            DesktopNoticeTexts{CopyKey::WindowsNotListed, CopyKey::DesktopSilent}},
+            DesktopNoticeTexts{CopyKey::WindowsNotListed, CopyKey::DesktopSilent, {}}},
         Row{"by choice", DesktopAbilities::without(AbilityGap::choice),
-            DesktopNoticeTexts{CopyKey::WindowsNotListed, CopyKey::StartedWithoutWindows}},
+            DesktopNoticeTexts{CopyKey::WindowsNotListed, CopyKey::StartedWithoutWindows, {}}},
         Row{"Xwayland", lacking(windows, AbilityGap::windowsOfXwayland, true),
-            DesktopNoticeTexts{CopyKey::OnlyX11Windows, CopyKey::XwaylandHasX11Windows}},
+            DesktopNoticeTexts{CopyKey::OnlyX11Windows, CopyKey::XwaylandHasX11Windows, {}}},
         Row{"actions", lacking(actions, AbilityGap::compositorProtocol),
-            DesktopNoticeTexts{CopyKey::WindowsNotActedOn, CopyKey::CompositorNotRead}},
+            DesktopNoticeTexts{CopyKey::WindowsNotActedOn, CopyKey::CompositorNotRead, {}}},
         // Said on the cards.
         Row{"previews", lacking(previews, AbilityGap::compositorProtocol), {}},
         // Said on the button.
@@ -43,6 +43,37 @@ TEST(DesktopNoticeTexts, Say_what_is_missing_why_and_what_helps)
     };
     for (const Row& row : rows)
         EXPECT_EQ(desktopNoticeTexts(row.abilities), row.texts) << row.name;
+}
+
+TEST(DesktopNoticeTexts, Say_what_becomes_of_the_extension_of_the_Shell)
+{
+    using enum AbilityRequests;
+    struct Row
+    {
+        AbilityGap gap;
+        AbilityRequests requests;
+        CopyKey text;
+        std::optional<CopyKey> remedy;
+    };
+    const std::array rows{
+        Row{AbilityGap::shellExtensionMissing, impossible, CopyKey::ExtensionNotInstalled, {}},
+        Row{AbilityGap::shellExtensionMissing, possible, CopyKey::ExtensionCanBeInstalled,
+            CopyKey::InstallExtension},
+        Row{AbilityGap::shellExtensionOff, possible, CopyKey::ExtensionIsOff,
+            CopyKey::SwitchExtensionOn},
+        Row{AbilityGap::shellExtensionNeedsLogin, impossible, CopyKey::ExtensionNeedsLogin, {}},
+        Row{AbilityGap::shellExtensionTooOld, impossible, CopyKey::ExtensionTooOld, {}},
+        Row{AbilityGap::shellExtensionTooOld, possible, CopyKey::ExtensionCanBeInstalled,
+            CopyKey::InstallExtension},
+        Row{AbilityGap::shellExtensionDenies, impossible, CopyKey::ExtensionDenies, {}},
+        Row{AbilityGap::shellExtensionDenies, possible, CopyKey::ExtensionCanBeInstalled,
+            CopyKey::InstallExtension},
+    };
+    for (const Row& row : rows) {
+        const DesktopNoticeTexts expected{CopyKey::WindowsNotListed, row.text, row.remedy};
+        EXPECT_EQ(desktopNoticeTexts(DesktopAbilities::without(row.gap), row.requests), expected)
+            << static_cast<int>(row.gap);
+    }
 }
 
 class DesktopNoticeOfStore : public StoreFixture
@@ -67,6 +98,24 @@ TEST_F(DesktopNoticeOfStore, Stays_away_once_read_until_something_else_is_missin
     desktop.lackNothing();
     store().refresh();
     EXPECT_FALSE(notice.isOpen());
+}
+
+TEST_F(DesktopNoticeOfStore, Asks_the_desktop_for_what_it_can_give)
+{
+    DesktopNotice notice(store());
+    desktop.lack(DesktopAbility::windows, {.gap = AbilityGap::shellExtensionOff});
+    store().refresh();
+    EXPECT_EQ(notice.remedy(), -1);
+    desktop.lackNothing();
+    store().refresh();
+    desktop.givesAbilities = true;
+    desktop.lack(DesktopAbility::windows, {.gap = AbilityGap::shellExtensionOff});
+    store().refresh();
+    EXPECT_EQ(notice.remedy(), static_cast<int>(CopyKey::SwitchExtensionOn));
+    notice.mend();
+    EXPECT_EQ(desktop.abilityRequests, 1);
+    notice.dismiss();
+    EXPECT_EQ(notice.remedy(), -1);
 }
 
 TEST_F(DesktopNoticeOfStore, Copies_the_command_for_a_key_and_says_so)

@@ -1,0 +1,44 @@
+// The base of all desktops: answers for what they have of the session, so that each adds only its
+// window system.
+#pragma once
+
+#include "platform/Desktop.h"
+
+#include <functional>
+#include <memory>
+
+namespace kelpa {
+
+class AbilityReport;
+class Accessibility;
+class Applications;
+class Scheduler;
+class WindowServer;
+struct SessionServices;
+
+class SessionDesktop : public Desktop
+{
+public:
+    ~SessionDesktop() override;
+
+    void setWindowsChanged(std::function<void()> changed) final;
+    Notifications& notifications() final;
+    /// Never known, unless a desktop says otherwise.
+    MotionSetting& motionOnDisplay() override;
+    AppearanceSetting& appearanceOfPortal() final;
+    MotionSetting& motionOfPortal() final;
+
+protected:
+    /// `scheduler` outlives this object.
+    explicit SessionDesktop(Scheduler& scheduler);
+
+    /// They live until the parts of the derived class are destroyed.
+    SessionServices& services() { return *m_services; }
+    Platform platformOf(WindowServer& windowServer, Accessibility& actions,
+                        Applications& applications, AbilityReport& abilities);
+
+private:
+    const std::unique_ptr<SessionServices> m_services;
+};
+
+} // namespace kelpa

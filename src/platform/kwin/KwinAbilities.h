@@ -1,0 +1,20 @@
+// What Kelpa can do in a KWin session.
+#pragma once
+
+#include "platform/DesktopAbilities.h"
+#include "platform/kwin/KwinWindowServer.h"
+
+namespace kelpa::kwin {
+
+struct KwinStanding
+{
+    /// KWin lists its windows.
+    bool isListing = true;
+    PictureStanding pictures = PictureStanding::given;
+    /// KWin reports the double tap.
+    bool hasKey = true;
+};
+
+DesktopAbilities abilitiesOfKwin(const KwinStanding& standing);
+
+} // namespace kelpa::kwin

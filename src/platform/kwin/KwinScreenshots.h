@@ -1,0 +1,64 @@
+// Takes pictures of windows by KWin's screenshot service (org.kde.KWin.ScreenShot2), which writes
+// them into a pipe. KWin gives them only to a program whose desktop entry asks for that service
+// (X-KDE-DBUS-Restricted-Interfaces), and only where it draws with OpenGL.
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <stop_token>
+
+namespace kelpa::kwin {
+
+enum class ScreenshotOutcome : std::uint8_t {
+    taken,
+    /// Of this window and at this time: it is gone, or the picture is not what was promised.
+    failed,
+    /// Kelpa's desktop entry does not ask for the service, or is another program's.
+    denied,
+    /// KWin has no such service: it draws without OpenGL.
+    unavailable,
+    /// KWin did not take it, perhaps since it draws without OpenGL.
+    cancelled,
+    /// No reply, or not all of the picture, within the time limit.
+    silent,
+};
+
+/// Whether KWin gives pictures at all.
+enum class PictureStanding : std::uint8_t { given, denied, withoutOpenGL };
+
+/// One outcome may say nothing of it: then it is as before.
+PictureStanding standingAfter(ScreenshotOutcome outcome, PictureStanding before);
+
+struct Screenshot
+{
+    ScreenshotOutcome outcome = ScreenshotOutcome::silent;
+    /// Null unless taken.
+    QImage image{};
+};
+
+/// Any thread but the main one.
+class KwinScreenshots
+{
+public:
+    /// `limit` is for a whole picture.
+    KwinScreenshots(const QByteArray& busAddress, std::chrono::milliseconds limit);
+    ~KwinScreenshots();
+    KwinScreenshots(const KwinScreenshots&) = delete;
+    KwinScreenshots& operator=(const KwinScreenshots&) = delete;
+
+    /// The window of that UUID, with its decorations and without its shadow, in points.
+    Screenshot take(const QByteArray& uuid, const std::stop_token& stop);
+
+    /// What `take` would give: `failed` where it may take pictures, since there is no such window.
+    ScreenshotOutcome probe();
+
+private:
+    struct Parts;
+    const std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace kelpa::kwin

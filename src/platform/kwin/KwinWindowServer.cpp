@@ -1,0 +1,261 @@
+#include "platform/kwin/KwinWindowServer.h"
+
+#include "platform/LoggingCategories.h"
+#include "platform/numbers/CompositorRun.h"
+#include "platform/wayland/connection/ChangeCoalescer.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QObject>
+#include <QUuid>
+
+#include <algorithm>
+#include <utility>
+
+namespace kelpa::kwin {
+
+namespace {
+
+/// One may be a window that closes; a KWin that draws without OpenGL cancels them all.
+constexpr int mostCancelled = 3;
+
+QByteArray identityOfRun(ProcessID process)
+{
+    const std::optional<CompositorRun> run = compositorRun(std::int64_t{process});
+    // A run that cannot be known again is one of its own.
+    return run ? identityOf(*run) : QUuid::createUuid().toRfc4122();
+}
+
+} // namespace
+
+/// Brings the changes that KWin reports to the main thread.
+class KwinWindowServer::Events final : public QObject, public Subscription
+{
+public:
+    Events(KwinWindowServer& server, std::function<void()> changed)
+        : m_server(server), m_changes(server.m_needs.scheduler, std::move(changed))
+    {
+        const std::scoped_lock lock(m_server.m_mutex);
+        m_server.m_receivers.insert(this);
+        // Changes before this were missed.
+        m_changes.noteChange();
+    }
+
+    ~Events() override
+    {
+        const std::scoped_lock lock(m_server.m_mutex);
+        m_server.m_receivers.erase(this);
+    }
+
+    static QEvent::Type changeEvent()
+    {
+        static const int type = QEvent::registerEventType();
+        return static_cast<QEvent::Type>(type);
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() != changeEvent())
+            return QObject::event(event);
+        m_changes.noteChange();
+        return true;
+    }
+
+private:
+    KwinWindowServer& m_server;
+    wayland::ChangeCoalescer m_changes;
+};
+
+/// Brings the presses of the shortcut to the main thread.
+class KwinWindowServer::Summons final : public QObject, public Subscription
+{
+public:
+    Summons(KwinWindowServer& server, std::function<void()> summoned)
+        : m_server(server), m_handler(std::move(summoned))
+    {
+        const std::scoped_lock lock(m_server.m_mutex);
+        m_server.m_summoned.insert(this);
+    }
+
+    ~Summons() override
+    {
+        const std::scoped_lock lock(m_server.m_mutex);
+        m_server.m_summoned.erase(this);
+    }
+
+    static QEvent::Type pressEvent()
+    {
+        static const int type = QEvent::registerEventType();
+        return static_cast<QEvent::Type>(type);
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() != pressEvent())
+            return QObject::event(event);
+        m_handler();
+        return true;
+    }
+
+private:
+    KwinWindowServer& m_server;
+    const std::function<void()> m_handler;
+};
+
+KwinWindowServer::KwinWindowServer(const KwinWindowServerNeeds& needs)
+    : m_needs(needs), m_screenshots(needs.link.busAddress, needs.pictureLimit),
+      m_numbers(needs.reservation, needs.names, needs.highWaterMark, needs.takenNumbers),
+      m_link(
+          needs.link, [this] { notify(); }, [this] { notifySummoned(); })
+{}
+
+std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
+{
+    const KwinReading reading = m_link.read();
+    const bool isNewRun = reading.process && m_process != reading.process;
+    std::optional<std::vector<NumberedKwinWindow>> windows;
+    if (isNewRun) {
+        m_process = reading.process;
+        m_numbers.begin(identityOfRun(*reading.process));
+    }
+    if (reading.windows || !reading.isThere)
+        m_unreportedSince.reset();
+    if (reading.windows && m_process)
+        windows = numbered(*reading.windows);
+    else if (reading.isThere && areWindowsKept(std::chrono::steady_clock::now()))
+        windows = this->windows();
+    qCDebug(logKwin, "pass has %zu windows of KWin%s", windows ? windows->size() : 0,
+            !reading.isThere     ? ", which is gone"
+            : reading.isReplying ? ""
+                                 : ", which does not reply");
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_windows = windows;
+        if (isNewRun)
+            m_cancelledInARow = 0;
+    }
+    m_isThere = reading.isThere;
+    if (m_isListing.exchange(windows.has_value()) != windows.has_value())
+        notify();
+    if (isNewRun)
+        notePictures(m_screenshots.probe());
+    if (!windows)
+        return std::make_unique<CompositorSnapshot>();
+    return std::make_unique<CompositorSnapshot>(describedWindows(*windows), m_needs.resolver,
+                                                m_needs.documents);
+}
+
+bool KwinWindowServer::areWindowsKept(std::chrono::steady_clock::time_point now)
+{
+    // Until a script has reported, no window comes or goes; but the windows of a KWin that may be
+    // gone are not shown for ever, and orders for them reach nobody.
+    if (!m_unreportedSince)
+        m_unreportedSince = now;
+    return now - *m_unreportedSince < m_needs.link.reportLimit;
+}
+
+std::vector<NumberedKwinWindow> KwinWindowServer::numbered(std::vector<KwinWindow> windows)
+{
+    // Those of panels and menus come and go, and nobody assigns them.
+    std::erase_if(windows, [](const KwinWindow& each) { return !each.isOrdinary; });
+    std::vector<QByteArray> names;
+    names.reserve(windows.size());
+    for (const KwinWindow& window : windows)
+        names.push_back(window.uuid);
+    forgetPicturesExceptOf({names.begin(), names.end()});
+    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(names);
+    std::vector<NumberedKwinWindow> numbered;
+    numbered.reserve(windows.size());
+    for (std::size_t index = 0; index < numbers.size(); ++index)
+        numbered.push_back({std::move(windows.at(index)), numbers.at(index)});
+    return numbered;
+}
+
+void KwinWindowServer::forgetPicturesExceptOf(const std::set<QByteArray>& listed)
+{
+    const std::scoped_lock lock(m_mutex);
+    std::erase_if(m_taken, [&listed](const auto& each) { return !listed.contains(each.first); });
+}
+
+std::optional<WindowCapture> KwinWindowServer::captureWindow(const CaptureRequest& request,
+                                                             const std::stop_token& stop)
+{
+    const std::optional<KwinWindow> window = windowOf(request.window);
+    const auto now = std::chrono::steady_clock::now();
+    if (!window || window->isMinimized || request.largest.isEmpty())
+        return std::nullopt;
+    {
+        const std::scoped_lock lock(m_mutex);
+        const auto last = m_taken.find(window->uuid);
+        if (request.need == CaptureNeed::ifChanged && last != m_taken.end() &&
+            !isPictureDue(*window, last->second, now))
+            return std::nullopt;
+    }
+    const Screenshot screenshot = m_screenshots.take(window->uuid, stop);
+    notePictures(screenshot.outcome);
+    if (screenshot.outcome != ScreenshotOutcome::taken)
+        return std::nullopt;
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_taken[window->uuid] = {.revision = window->revision, .time = now};
+    }
+    const QSize size = screenshot.image.size().boundedTo(request.largest);
+    return WindowCapture{
+        .image = screenshot.image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation),
+        .pixelSize = screenshot.image.size()};
+}
+
+std::optional<KwinWindow> KwinWindowServer::windowOf(WindowID number) const
+{
+    const std::optional<std::vector<NumberedKwinWindow>> all = windows();
+    if (!all)
+        return std::nullopt;
+    const auto found = std::ranges::find(*all, std::optional(number), &NumberedKwinWindow::number);
+    return found == all->end() ? std::nullopt : std::optional(found->window);
+}
+
+void KwinWindowServer::notePictures(ScreenshotOutcome outcome)
+{
+    PictureStanding standing = standingAfter(outcome, m_pictures);
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_hasTakenOne = m_hasTakenOne || outcome == ScreenshotOutcome::taken;
+        m_cancelledInARow = outcome == ScreenshotOutcome::cancelled ? m_cancelledInARow + 1 : 0;
+        if (m_cancelledInARow >= mostCancelled && !m_hasTakenOne)
+            standing = PictureStanding::withoutOpenGL;
+    }
+    if (m_pictures.exchange(standing) != standing)
+        notify();
+}
+
+std::unique_ptr<Subscription> KwinWindowServer::watchWindows(std::function<void()> changed)
+{
+    return std::make_unique<Events>(*this, std::move(changed));
+}
+
+std::unique_ptr<Subscription> KwinWindowServer::watchSummons(std::function<void()> summoned)
+{
+    return std::make_unique<Summons>(*this, std::move(summoned));
+}
+
+std::optional<std::vector<NumberedKwinWindow>> KwinWindowServer::windows() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_windows;
+}
+
+void KwinWindowServer::notify()
+{
+    const std::scoped_lock lock(m_mutex);
+    for (QObject* const receiver : m_receivers)
+        QCoreApplication::postEvent(receiver, new QEvent(Events::changeEvent()));
+}
+
+void KwinWindowServer::notifySummoned()
+{
+    const std::scoped_lock lock(m_mutex);
+    for (QObject* const receiver : m_summoned)
+        QCoreApplication::postEvent(receiver, new QEvent(Summons::pressEvent()));
+}
+
+} // namespace kelpa::kwin

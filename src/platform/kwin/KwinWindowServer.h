@@ -1,0 +1,127 @@
+// The window server of a KWin session: numbers the windows that Kelpa's script within KWin reports
+// by their UUIDs, and takes their pictures by KWin's screenshot service.
+#pragma once
+
+#include "platform/ApplicationResolver.h"
+#include "platform/DocumentSource.h"
+#include "platform/Scheduler.h"
+#include "platform/WindowServer.h"
+#include "platform/kwin/KwinLink.h"
+#include "platform/kwin/KwinPicture.h"
+#include "platform/kwin/KwinScreenshots.h"
+#include "platform/kwin/KwinSnapshot.h"
+#include "platform/numbers/NamedWindowNumbers.h"
+
+#include <QByteArray>
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+class QObject;
+
+namespace kelpa::kwin {
+
+/// References to objects that outlive the window server.
+struct KwinWindowServerNeeds
+{
+    KwinLinkOptions link;
+    ApplicationResolver& resolver;
+    /// Null when there is no source of documents.
+    DocumentSource* documents = nullptr;
+    NumberReservation& reservation;
+    NameTableStorage& names;
+    /// The greatest number reserved so far, 0 at first.
+    WindowID highWaterMark = 0;
+    /// Numbers that no new window may get, because windows are assigned by them.
+    std::set<WindowID> takenNumbers{};
+    Scheduler& scheduler;
+    /// For one picture.
+    std::chrono::milliseconds pictureLimit{2000};
+};
+
+class KwinWindowServer final : public WindowServer
+{
+public:
+    explicit KwinWindowServer(const KwinWindowServerNeeds& needs);
+
+    /// True while KWin is there, also while it hangs.
+    bool isScreenCaptureTrusted() const override { return m_isThere; }
+    std::optional<Obstacle> screenCaptureObstacle() const override
+    {
+        return Obstacle::windowManager;
+    }
+    /// There is no permission to ask for.
+    bool requestScreenCapture() override { return m_isThere; }
+    /// While KWin hangs, its windows are those that were reported last; also while a script that
+    /// was loaded since has not reported yet, for `KwinLinkOptions::reportLimit` at most.
+    std::unique_ptr<DiscoverySource> openDiscoverySource() override;
+    /// Nothing of a minimised window, which KWin does not draw.
+    std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
+                                               const std::stop_token& stop) override;
+    /// Reports changes of `isListing` and `pictures` too.
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchWindows(std::function<void()> changed) override;
+
+    /// Calls `summoned` on the main thread whenever the person has pressed the shortcut that
+    /// Kelpa's script offers in KWin. Main thread.
+    [[nodiscard]] std::unique_ptr<Subscription> watchSummons(std::function<void()> summoned);
+
+    /// Whether the last pass had windows; assumed before the first. Any thread; returns at once.
+    bool isListing() const { return m_isListing; }
+    /// As KWin has answered last. Any thread; returns at once.
+    PictureStanding pictures() const { return m_pictures; }
+
+    /// Those of the last pass, the most recently active first; absent when there were none to be
+    /// had. Any thread; returns at once.
+    std::optional<std::vector<NumberedKwinWindow>> windows() const;
+    /// Any thread; returns at once.
+    void order(const KwinOrder& order) { m_link.order(order); }
+
+private:
+    class Events;
+    class Summons;
+
+    bool areWindowsKept(std::chrono::steady_clock::time_point now);
+    std::vector<NumberedKwinWindow> numbered(std::vector<KwinWindow> windows);
+    void forgetPicturesExceptOf(const std::set<QByteArray>& listed);
+    std::optional<KwinWindow> windowOf(WindowID number) const;
+    void notePictures(ScreenshotOutcome outcome);
+    void notify();
+    void notifySummoned();
+
+    const KwinWindowServerNeeds m_needs;
+    KwinScreenshots m_screenshots;
+    /// Assumed until KWin has been asked.
+    std::atomic<bool> m_isThere = true;
+    std::atomic<bool> m_isListing = true;
+    std::atomic<PictureStanding> m_pictures = PictureStanding::given;
+
+    // Used by discovery passes alone, of which there is one at a time.
+    NamedWindowNumbers m_numbers;
+    /// The process of the KWin whose windows have numbers; absent before the first.
+    std::optional<ProcessID> m_process;
+    /// When a pass first found KWin without a report; absent when the last one had a report.
+    std::optional<std::chrono::steady_clock::time_point> m_unreportedSince;
+
+    mutable std::mutex m_mutex;
+    std::optional<std::vector<NumberedKwinWindow>> m_windows;
+    std::map<QByteArray, TakenPicture> m_taken;
+    int m_cancelledInARow = 0;
+    bool m_hasTakenOne = false;
+    /// Each receives an event for each change.
+    std::set<QObject*> m_receivers;
+    /// Each receives an event for each press of the shortcut.
+    std::set<QObject*> m_summoned;
+    /// Last: its thread uses the others.
+    KwinLink m_link;
+};
+
+} // namespace kelpa::kwin

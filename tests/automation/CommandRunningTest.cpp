@@ -1,0 +1,228 @@
+// Commands over the store, with the fake desktop.
+#include "automation/Commands.h"
+#include "automation/Listings.h"
+#include "automation/Names.h"
+#include "automation/Operations.h"
+#include "support/StoreFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace kelpa::automation {
+namespace {
+
+GoalID goalIDFrom(const char* text)
+{
+    return *GoalID::fromText(QString::fromLatin1(text));
+}
+const GoalID firstID = goalIDFrom("AAAA0000-0000-4000-8000-000000000001");
+const GoalID secondID = goalIDFrom("AAAA1111-0000-4000-8000-000000000002");
+const GoalID thirdID = goalIDFrom("BBBB0000-0000-4000-8000-000000000003");
+
+TEST(CommandNames, Are_identifiers_titles_or_beginnings_of_identifiers)
+{
+    const QList<GoalRecord> goals{{firstID, QStringLiteral("Taxes")},
+                                  {secondID, QStringLiteral("bbbb")},
+                                  {thirdID, QStringLiteral("Twice")},
+                                  {GoalID::create(), QStringLiteral("Twice")}};
+    struct Case
+    {
+        QString name;
+        std::variant<GoalID, FailureKind> found;
+    };
+    const GoalID elsewhere = GoalID::create();
+    for (const Case& each :
+         {Case{firstID.text(), firstID}, Case{elsewhere.text().toLower(), elsewhere},
+          Case{QStringLiteral(" Taxes "), firstID}, Case{QStringLiteral("aaaa1"), secondID},
+          Case{QStringLiteral("bbbb"), secondID}, Case{QStringLiteral("BBBB0"), thirdID},
+          Case{QStringLiteral("aaaa"), FailureKind::ambiguousName},
+          Case{QStringLiteral("Twice"), FailureKind::ambiguousName},
+          Case{QStringLiteral("aaa"), FailureKind::unknownGoal},
+          Case{QStringLiteral("taxes"), FailureKind::unknownGoal},
+          Case{QString(), FailureKind::unknownGoal}}) {
+        const auto found = goalNamed(each.name, goals);
+        if (const auto* const failure = std::get_if<Failure>(&found))
+            EXPECT_EQ(each.found, (std::variant<GoalID, FailureKind>(failure->kind)))
+                << qPrintable(each.name);
+        else
+            EXPECT_EQ(each.found, (std::variant<GoalID, FailureKind>(std::get<GoalID>(found))))
+                << qPrintable(each.name);
+    }
+    const auto several = goalNamed(QStringLiteral("aaaa"), goals);
+    EXPECT_EQ(std::get<Failure>(several).message,
+              QStringLiteral("'aaaa' names 2 goals; name one by its identifier:\n"
+                             "  AAAA0000-0000-4000-8000-000000000001  Taxes\n"
+                             "  AAAA1111-0000-4000-8000-000000000002  bbbb"));
+}
+
+TEST(CommandListings, Have_a_line_for_each_record)
+{
+    const QList<GoalRecord> goals{{firstID, QStringLiteral("Taxes"), GoalPriority::p0, 12, 13},
+                                  {thirdID, QStringLiteral("Two\nlines"), GoalPriority::p2, 0, 0}};
+    EXPECT_EQ(listing(goals), QStringLiteral("AAAA0000  p0    12  Taxes\n"
+                                             "BBBB0000  p2     0  Two lines\n"));
+    const TodoID todo{secondID.value};
+    EXPECT_EQ(listing({TodoRecord{todo, QStringLiteral("a"), TodoStatus::ing, {}, firstID}}, goals),
+              QStringLiteral("AAAA1111  [~]  a  (Taxes)\n"));
+    EXPECT_EQ(
+        listing({WindowRecord{7, QStringLiteral("Letter"), QStringLiteral("Editor"), {}}}, goals),
+        QStringLiteral("     7  Editor  Letter\n"));
+    EXPECT_EQ(listing(QList<GoalRecord>{}), QString());
+}
+
+TEST(CommandListings, Name_records_whole_where_the_beginnings_are_the_same)
+{
+    const GoalID near = goalIDFrom("AAAA0000-0000-4000-8000-000000000009");
+    const QList<GoalRecord> goals{{firstID, QStringLiteral("a")}, {near, QStringLiteral("b")}};
+    EXPECT_TRUE(listing(goals).startsWith(firstID.text() + QStringLiteral("  p2")))
+        << qPrintable(listing(goals));
+}
+
+class CommandRunning : public test::StoreFixture
+{
+protected:
+    std::variant<QString, Failure> run(const QStringList& words)
+    {
+        const auto read = readCommand(QStringList{QStringLiteral("kelpa")} + words);
+        if (!read || !std::holds_alternative<Command>(*read)) {
+            ADD_FAILURE() << qPrintable(words.join(u' '));
+            return QString();
+        }
+        return carryOut(
+            std::get<Command>(*read),
+            [this](const Request& request) {
+                return perform(store(), {[this](const QByteArray& token) { shown = token; }},
+                               request);
+            },
+            QStringLiteral("token"));
+    }
+    QString outputOf(const QStringList& words)
+    {
+        const auto output = run(words);
+        if (const auto* const failure = std::get_if<Failure>(&output)) {
+            ADD_FAILURE() << qPrintable(failure->message);
+            return {};
+        }
+        return std::get<QString>(output);
+    }
+    std::optional<FailureKind> failureOf(const QStringList& words)
+    {
+        const auto output = run(words);
+        const auto* const failure = std::get_if<Failure>(&output);
+        return failure != nullptr ? std::optional(failure->kind) : std::nullopt;
+    }
+    static QStringList line(const char* text) { return QString::fromUtf8(text).split(u' '); }
+
+    QByteArray shown;
+};
+
+TEST_F(CommandRunning, An_identifier_needs_no_list)
+{
+    QList<Request> asked;
+    const Ask ask = [&asked](const Request& request) {
+        asked.append(request);
+        return Outcome(Reply(Nothing()));
+    };
+    const QString id = firstID.text();
+    for (const QStringList& words :
+         {line("kelpa done") + QStringList{id}, line("kelpa raise") + QStringList{id}})
+        carryOut(std::get<Command>(*readCommand(words)), ask, {});
+    EXPECT_EQ(asked, (QList<Request>{SetTodoStatus{TodoID{firstID.value}, TodoStatus::completed},
+                                     RaiseWindows{firstID}}));
+}
+
+TEST_F(CommandRunning, Todos_go_their_way_by_commands)
+{
+    outputOf(line("add-goal Taxes"));
+    const QString id = outputOf(line("add --goal Taxes Find the receipts")).trimmed();
+    const GoalID goalID = store().goals().at(0).id;
+    ASSERT_EQ(todos(goalID).size(), 1);
+    EXPECT_EQ(id, todos(goalID).at(0).id.text());
+    EXPECT_EQ(outputOf(line("start") + QStringList{id}), QString());
+    EXPECT_EQ(todos(goalID).at(0).status, TodoStatus::ing);
+    outputOf(QStringList{QStringLiteral("done"), QStringLiteral("Find the receipts")});
+    EXPECT_EQ(todos(goalID).at(0).status, TodoStatus::completed);
+    EXPECT_EQ(outputOf(line("todos")), QString());
+    EXPECT_EQ(outputOf(line("todos --all")),
+              id.left(8) + QStringLiteral("  [x]  Find the receipts  (Taxes)\n"));
+    outputOf(QStringList{QStringLiteral("reopen"), id.left(8).toLower()});
+    EXPECT_EQ(todos(goalID).at(0).status, TodoStatus::todo);
+    outputOf(QStringList{QStringLiteral("edit"), id, QStringLiteral("Sort"), QStringLiteral("it")});
+    EXPECT_EQ(todos(goalID).at(0).title, QStringLiteral("Sort it"));
+    outputOf(QStringList{QStringLiteral("move"), id, QStringLiteral("--unsorted")});
+    ASSERT_EQ(todos(std::nullopt).size(), 1);
+    outputOf(line("add Second"));
+    outputOf(QStringList{QStringLiteral("move"), id, QStringLiteral("--behind"),
+                         QStringLiteral("Second")});
+    EXPECT_EQ(outputOf(line("todos --unsorted")).split(u'\n').at(0).mid(15),
+              QStringLiteral("Second"));
+    EXPECT_EQ(outputOf(line("todos --goal Taxes")), QString());
+    outputOf(line("delete Second"));
+    EXPECT_EQ(todos(std::nullopt).size(), 1);
+    outputOf(line("undo"));
+    EXPECT_EQ(todos(std::nullopt).size(), 2);
+    outputOf(line("redo"));
+    EXPECT_EQ(todos(std::nullopt).size(), 1);
+}
+
+TEST_F(CommandRunning, Goals_and_windows_go_their_way_by_commands)
+{
+    store().setAutoSortingGoals(false);
+    outputOf(line("add-goal One"));
+    outputOf(line("add-goal Two"));
+    outputOf(line("prioritize Two P0"));
+    EXPECT_EQ(store().goals().at(1).priority, GoalPriority::p0);
+    outputOf(line("move-goal Two --before One"));
+    EXPECT_EQ(goalTitles().at(0), QStringLiteral("Two"));
+    outputOf(line("edit-goal Two Another name"));
+    EXPECT_EQ(goalTitles().at(0), QStringLiteral("Another name"));
+    outputOf(line("show One"));
+    EXPECT_EQ(shown, "token");
+    desktop.addWindow(7, 100, QStringLiteral("Letter"));
+    store().startObserving();
+    outputOf(line("assign 7 --goal One"));
+    EXPECT_TRUE(outputOf(line("windows --goal One")).endsWith(QStringLiteral("Letter  (One)\n")));
+    EXPECT_EQ(outputOf(line("windows --unsorted")), QString());
+    outputOf(line("assign 7 --unsorted"));
+    EXPECT_EQ(goalOf(7), std::nullopt);
+    EXPECT_EQ(failureOf(line("assign seven --unsorted")), FailureKind::unknownWindow);
+    outputOf(line("raise One"));
+    EXPECT_EQ(failureOf(line("work One")), FailureKind::noWindows);
+    EXPECT_EQ(failureOf(line("back")), FailureKind::nothingToGoBackTo);
+    outputOf(line("delete-goal One"));
+    EXPECT_EQ(goalTitles(), QStringList{QStringLiteral("Another name")});
+    EXPECT_EQ(failureOf(line("show One")), FailureKind::unknownGoal);
+    EXPECT_EQ(failureOf(line("prioritize Another p9")), FailureKind::unknownGoal);
+}
+
+TEST_F(CommandRunning, Programs_read_JSON)
+{
+    outputOf(line("add-goal Taxes"));
+    const QJsonObject added =
+        QJsonDocument::fromJson(outputOf(line("add --goal Taxes --json Receipts")).toUtf8())
+            .object();
+    const GoalID goalID = store().goals().at(0).id;
+    const QString id = todos(goalID).at(0).id.text();
+    EXPECT_EQ(added, (QJsonObject{{QStringLiteral("id"), id}}));
+    const QJsonArray list =
+        QJsonDocument::fromJson(outputOf(line("todos --json")).toUtf8()).array();
+    EXPECT_EQ(list, (QJsonArray{QJsonObject{{QStringLiteral("id"), id},
+                                            {QStringLiteral("title"), QStringLiteral("Receipts")},
+                                            {QStringLiteral("status"), QStringLiteral("todo")},
+                                            {QStringLiteral("completedAt"), QString()},
+                                            {QStringLiteral("goal"), goalID.text()}}}));
+    EXPECT_EQ(QJsonDocument::fromJson(outputOf(line("done --json Receipts")).toUtf8()).object(),
+              QJsonObject());
+}
+
+TEST_F(CommandRunning, A_list_of_a_goal_that_is_not_there_is_no_empty_list)
+{
+    EXPECT_EQ(failureOf({QStringLiteral("todos"), QStringLiteral("--goal"), firstID.text()}),
+              FailureKind::unknownGoal);
+}
+
+} // namespace
+} // namespace kelpa::automation

@@ -1,0 +1,61 @@
+"""run_scenario.py BINARY DIRECTORY MODULE FUNCTION [ROOT]: one scenario on a KWin of its own, which has no
+screen: that of this system, or that of the ROOT which scripts/test-roots makes. Skipped where KWin is not
+installed, and where there is no such root."""
+
+import importlib
+import pathlib
+import shutil
+import sys
+import traceback
+
+_HERE = pathlib.Path(__file__).resolve().parent
+sys.path[:0] = [str(_HERE / "support"), str(_HERE.parent / "wayland" / "support"),
+                str(_HERE.parent / "desktop" / "support"), str(_HERE)]
+
+import other_root  # noqa: E402
+
+_SKIPPED = 77
+
+
+def main():
+    binary, directory, module, function, *name = sys.argv[1:]
+    root = None
+    if name:
+        root = other_root.find(*name)
+        if not root:
+            print("scripts/test-roots has made no root of", *name)
+            return _SKIPPED
+    elif shutil.which("kwin_wayland") is None:
+        print("not installed: kwin_wayland")
+        return _SKIPPED
+    import processes
+    from kwin import KwinDesktop
+
+    processes.exit_on_signals()
+    scenario = getattr(importlib.import_module(module), function)
+    with KwinDesktop(pathlib.Path(directory) / "desktop", root) as desktop:
+        import board
+
+        board.connect()
+        try:
+            scenario(desktop, binary)
+        except Exception:
+            traceback.print_exc()
+            _report(desktop, board)
+            return 1
+    return 0
+
+
+def _report(desktop, board):
+    """Everything that helps to understand a failure, on the standard error stream."""
+    try:
+        for log in sorted(desktop.directory.glob("kelpa-*.log"))[-1:]:
+            print(f"{log}:\n{log.read_text(errors='replace')[-4000:]}", file=sys.stderr)
+        print("windows:", *desktop.windows(), sep="\n  ", file=sys.stderr)
+        print(board.outline_of_window(), file=sys.stderr)
+    except Exception:
+        traceback.print_exc()
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,167 @@
+"""A private KWin without a screen, on which scenarios do what they do on X11."""
+
+import hashlib
+import os
+import pathlib
+import shutil
+import sys
+
+import other_root
+from harness import Desktop
+from kwin_script import KwinScript
+from processes import wait_until
+
+_PROGRAM = pathlib.Path(__file__).resolve().parent / "plain_program.py"
+
+
+class Window:
+    def __init__(self, row):
+        self.number = row["id"]
+        self.title = row["title"]
+        self.pid = row["pid"]
+        self.is_minimized = row["minimized"]
+
+    def __repr__(self):
+        return f"Window({self.number}, {self.title!r}, {self.pid})"
+
+
+class KwinDesktop(Desktop):
+    """The same as a desktop on X11, as far as a scenario needs it. A window's number is its UUID.
+    KWin is that of `root`, a folder with another system, or this system's own."""
+
+    def __init__(self, directory, root=None):
+        super().__init__(directory)
+        self._root = root
+        self._kwin = None
+        self._script = None
+
+    def _start_x_server(self):
+        """KWin needs the session bus, which comes after this."""
+        for name in ("GDK_BACKEND", "QT_QPA_PLATFORM"):
+            del self.env[name]
+        self.env |= {"XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "KDE"}
+        # What this process was started with belongs to another desktop.
+        for name in ("DISPLAY", "WAYLAND_DISPLAY", "SWAYSOCK", "QT_QPA_PLATFORM"):
+            os.environ.pop(name, None)
+
+    def _connect(self):
+        pass
+
+    def start_window_manager(self):
+        # The installed file has a capability, without which a container refuses to start it.
+        program = self._private / "kwin_wayland"
+        if not program.exists():
+            installed = self._root / "usr/bin/kwin_wayland" if self._root else shutil.which("kwin_wayland")
+            shutil.copy(installed, program)
+        self._script = KwinScript(self._private)
+        self.start_kwin()
+
+    def start_kwin(self):
+        runtime = pathlib.Path(self.env["XDG_RUNTIME_DIR"])
+        environment = {"KWIN_COMPOSE": "Q", "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1"}
+        command = ["env", *(f"{name}={value}" for name, value in environment.items()),
+                   self._private / "kwin_wayland", "--virtual", "--width", "1600", "--height", "1000",
+                   "--socket", "wayland-kelpa", "--no-lockscreen"]
+        if self._root:
+            command = other_root.command(self._root, self._private, self.directory, *command)
+        self._kwin = self.start(*command)
+        wait_until("KWin is there", lambda: (runtime / "wayland-kelpa").exists() and self._script.is_there())
+        self.env["WAYLAND_DISPLAY"] = "wayland-kelpa"
+        os.environ.update(self.env)
+
+    def kill_kwin(self):
+        """Ends KWin at once, as a crash would."""
+        self._kwin.kill()
+        self._kwin.wait()
+        for path in pathlib.Path(self.env["XDG_RUNTIME_DIR"]).glob("wayland-*"):
+            path.unlink()
+        wait_until("its name is gone", lambda: not self._script.is_there())
+
+    def has_window_manager(self):
+        return True
+
+    # Kelpa's script
+
+    @staticmethod
+    def script_of(path):
+        """The name under which a Kelpa with that board has its script in KWin."""
+        return "org.kelpa.Kelpa-" + hashlib.sha256(str(path).encode()).hexdigest()[:16]
+
+    def has_script(self, path):
+        return self._script.is_loaded(self.script_of(path))
+
+    def unload_script(self, path):
+        return self._script.unload(self.script_of(path))
+
+    # Windows
+
+    def _rows(self):
+        return self._script.run(
+            "report(all().map(each => ({id: String(each.internalId), title: each.caption, pid: each.pid,"
+            " minimized: each.minimized, active: each.active})));")
+
+    def windows(self):
+        return [Window(row) for row in self._rows()]
+
+    def window(self, number):
+        return next((window for window in self.windows() if window.number == number), None)
+
+    def active_window(self):
+        return next((row["id"] for row in self._rows() if row["active"]), "")
+
+    def change(self, window, statement):
+        """Runs a statement about the window, which it calls `window`."""
+        self._script.run(f'const window = find("{window.number}"); {statement}; report(true);')
+
+    def activate(self, window):
+        self.change(window, "if ('activeWindow' in workspace) workspace.activeWindow = window;"
+                            " else workspace.activeClient = window")
+
+    def close(self, window):
+        self.change(window, "window.closeWindow()")
+
+    def wait_for_window(self, title):
+        return wait_until(f"the window {title!r} is there", lambda: next(
+            (window for window in self.windows() if window.title == title), None))
+
+    def wait_for_active(self, window):
+        wait_until(f"{window} is active", lambda: self.active_window() == window.number)
+
+    def start_program(self, title, app_id="plain"):
+        """A program of one window, which ends when that is closed."""
+        program = self.start(sys.executable, "-B", _PROGRAM, title, app_id)
+        self.wait_for_window(title)
+        return program
+
+    # Shortcuts
+
+    def _of_shortcuts(self, method, arguments=None):
+        return self._script.call("/component/kwin", "org.kde.kglobalaccel.Component", method, arguments,
+                                 name="org.kde.kglobalaccel")
+
+    def shortcuts(self):
+        """The names of those that the system settings show for KWin."""
+        return self._of_shortcuts("shortcutNames")[0]
+
+    def use_shortcut(self, name):
+        self._of_shortcuts("invokeShortcut", self._script_arguments("(s)", (name,)))
+
+    # Desktops
+
+    def add_desktop(self):
+        self._script.call("/VirtualDesktopManager", "org.kde.KWin.VirtualDesktopManager", "createDesktop",
+                          self._script_arguments("(us)", (1, "Second")))
+
+    def current_desktop(self):
+        return self._script.call("/KWin", "org.kde.KWin", "currentDesktop")[0]
+
+    def show_desktop(self, number):
+        self._script.call("/KWin", "org.kde.KWin", "setCurrentDesktop",
+                          self._script_arguments("(i)", (number,)))
+        wait_until("the desktop is shown", lambda: self.current_desktop() == number)
+
+    @staticmethod
+    def _script_arguments(signature, values):
+        from gi.repository import GLib
+
+        return GLib.Variant(signature, values)

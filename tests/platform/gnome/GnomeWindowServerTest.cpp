@@ -1,0 +1,193 @@
+#include "platform/gnome/GnomeWindowServer.h"
+
+#include "platform/freedesktop/bus/PrivateBus.h"
+#include "platform/gnome/FakeShell.h"
+#include "platform/gnome/GnomeWindowActions.h"
+#include "platform/gnome/ShellFollower.h"
+#include "support/desktop/LoopScheduler.h"
+#include "support/desktop/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace kelpa::gnome {
+namespace {
+
+using namespace std::chrono_literals;
+using test::FakeShell;
+using test::ShellBehaviour;
+using test::waitUntil;
+
+class ById final : public ApplicationResolver
+{
+public:
+    ResolvedApplication resolve(const ApplicationClues& clues) override
+    {
+        if (clues.kdeDesktopFile != QStringLiteral("foot.desktop"))
+            return {};
+        return {.desktopEntryID = QStringLiteral("foot"), .name = QStringLiteral("Foot")};
+    }
+};
+
+class Mark final : public NumberReservation
+{
+public:
+    bool reserve(WindowID upTo) override
+    {
+        mark = upTo;
+        return true;
+    }
+
+    WindowID mark = 0;
+};
+
+class Table final : public NameTableStorage
+{
+public:
+    std::optional<NameTable> read() override { return table; }
+    bool write(const NameTable& written) override
+    {
+        table = written;
+        return true;
+    }
+
+    std::optional<NameTable> table;
+};
+
+const std::string terminal =
+    "{'id': <uint64 5>, 'title': <'one'>, 'pid': <71>, 'app': <'foot.desktop'>, 'wmClass': "
+    "<'foot'>, 'x': <10>, 'y': <20>, 'width': <640>, 'height': <480>, 'onScreen': <true>, 'kind': "
+    "<'normal'>}";
+const std::string onX11 =
+    "{'id': <uint64 6>, 'title': <'two'>, 'pid': <72>, 'wmClass': <'what'>, 'width': <300>, "
+    "'height': <200>, 'minimized': <true>, 'kind': <'normal'>, 'xwayland': <true>}";
+
+class GnomeServerTest : public testing::Test
+{
+protected:
+    GnomeServerTest() { shell.emplace(bus.address()); }
+
+    void tell(const std::string& windows, std::uint64_t run = 7)
+    {
+        shell->behave({.run = run, .replies = {{"List", "([" + windows + "],)"}}});
+        shell->showExtension();
+    }
+
+    std::unique_ptr<GnomeWindowServer> start()
+    {
+        return std::make_unique<GnomeWindowServer>(
+            GnomeWindowServerNeeds{.follower = follower,
+                                   .resolver = resolver,
+                                   .documents = nullptr,
+                                   .reservation = mark,
+                                   .names = table,
+                                   .highWaterMark = mark.mark,
+                                   .takenNumbers = {}});
+    }
+
+    static std::optional<std::vector<std::pair<QString, WindowID>>>
+    listed(GnomeWindowServer& server)
+    {
+        const auto entries = server.openDiscoverySource()->windowList(WindowListScope::all);
+        if (!entries)
+            return std::nullopt;
+        std::vector<std::pair<QString, WindowID>> all;
+        for (const WindowListEntry& each : *entries)
+            all.emplace_back(each.name.value_or(QString()), each.number.value_or(0));
+        return all;
+    }
+
+    PrivateBus bus;
+    std::optional<FakeShell> shell;
+    test::LoopScheduler scheduler;
+    ShellFollower follower{scheduler, bus.address().toStdString(), {.dataFolders = {}}, 300ms};
+    ById resolver;
+    Mark mark;
+    Table table;
+};
+
+TEST_F(GnomeServerTest, A_pass_has_of_each_window_what_the_board_needs_and_each_once)
+{
+    tell(terminal + ", " + onX11);
+    const auto server = start();
+    const auto source = server->openDiscoverySource();
+    const auto entries = source->windowList(WindowListScope::all);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 2U);
+    EXPECT_EQ(entries->at(0).ownerName, QStringLiteral("Foot"));
+    EXPECT_EQ(entries->at(0).bundleIdentifier, QStringLiteral("foot"));
+    EXPECT_EQ(entries->at(0).ownerProcess, 71);
+    EXPECT_EQ(entries->at(0).bounds, (Rect{10, 20, 640, 480}));
+    EXPECT_EQ(entries->at(1).ownerName, QStringLiteral("what"));
+    const auto onScreen = source->windowList(WindowListScope::onScreen);
+    ASSERT_TRUE(onScreen);
+    ASSERT_EQ(onScreen->size(), 1U);
+    EXPECT_EQ(onScreen->front().number, entries->front().number);
+    const auto described = source->accessibilityWindows(72);
+    ASSERT_TRUE(described);
+    ASSERT_EQ(described->size(), 1U);
+    EXPECT_EQ(described->front().isMinimized, true);
+    EXPECT_EQ(described->front().windowNumber, entries->at(1).number);
+    EXPECT_FALSE(source->runningApplication(73));
+}
+
+TEST_F(GnomeServerTest, Its_numbers_outlive_Kelpa_and_no_other_run_of_the_Shell_gets_them)
+{
+    tell(terminal + ", " + onX11);
+    auto server = start();
+    const auto first = listed(*server);
+    ASSERT_TRUE(first);
+    server = start();
+    EXPECT_EQ(listed(*server), first);
+    // The next run counts its windows from the beginning.
+    shell.reset();
+    shell.emplace(bus.address());
+    tell(terminal + ", " + onX11, 8);
+    EXPECT_TRUE(waitUntil([&] {
+        const auto second = listed(*server);
+        follower.client().refresh();
+        return second && second->front().second != first->front().second;
+    }));
+}
+
+TEST_F(GnomeServerTest, While_the_Shell_hangs_its_windows_stay)
+{
+    tell(terminal);
+    const auto server = start();
+    const auto first = listed(*server);
+    ASSERT_TRUE(first);
+    shell->behave({.isHanging = true});
+    EXPECT_EQ(listed(*server), first);
+}
+
+TEST_F(GnomeServerTest, Without_the_extension_there_is_no_list_and_nothing_is_gone)
+{
+    shell->behave({.state = 2});
+    const auto server = start();
+    EXPECT_TRUE(server->isScreenCaptureTrusted()) << "until it is known";
+    EXPECT_EQ(listed(*server), std::nullopt);
+    EXPECT_FALSE(server->isScreenCaptureTrusted());
+    EXPECT_EQ(server->screenCaptureObstacle(), std::nullopt);
+}
+
+TEST_F(GnomeServerTest, Acts_on_the_windows_of_the_last_pass)
+{
+    tell(terminal + ", " + onX11);
+    const auto server = start();
+    ASSERT_TRUE(listed(*server));
+    GnomeWindowActions actions(*server, follower.client());
+    const auto elements = actions.elements(72);
+    ASSERT_TRUE(elements);
+    ASSERT_EQ(elements->size(), 1U);
+    elements->front()->requestMinimized(false);
+    elements->front()->requestFocus();
+    elements->front()->requestClose();
+    const QStringList calls = shell->calls().mid(shell->calls().size() - 3);
+    EXPECT_EQ(calls, (QStringList{QStringLiteral("Restore (uint64 6,)"),
+                                  QStringLiteral("Activate (uint64 6, uint32 0)"),
+                                  QStringLiteral("Close (uint64 6,)")}));
+}
+
+} // namespace
+} // namespace kelpa::gnome

@@ -1,0 +1,177 @@
+#include "platform/kwin/FakeKwin.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusUnixFileDescriptor>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <unistd.h>
+
+namespace kelpa::test {
+
+namespace {
+
+QString parameterIn(const QString& script, const QString& name)
+{
+    const QRegularExpression form(QStringLiteral("const %1 = \"([^\"]*)\"").arg(name));
+    return form.match(script).captured(1);
+}
+
+QDBusMessage callOfScript(const QString& kelpa, const QString& method)
+{
+    return QDBusMessage::createMethodCall(kelpa, QStringLiteral("/org/kelpa/KwinScript"),
+                                          QStringLiteral("org.kelpa.KwinScript"), method);
+}
+
+} // namespace
+
+FakeKwin::FakeKwin(const QString& busAddress)
+    : m_name(QStringLiteral("kwin %1").arg(quintptr(this))),
+      m_connection(QDBusConnection::connectToBus(busAddress, m_name))
+{
+    m_connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+}
+
+FakeKwin::~FakeKwin()
+{
+    if (m_heldPipe >= 0)
+        ::close(m_heldPipe);
+    QDBusConnection::disconnectFromBus(m_name);
+}
+
+void FakeKwin::appear()
+{
+    m_connection.registerService(QStringLiteral("org.kde.KWin"));
+}
+
+QString FakeKwin::introspect(const QString&) const
+{
+    return {};
+}
+
+bool FakeKwin::handleMessage(const QDBusMessage& message, const QDBusConnection& connection)
+{
+    if (isSilent) {
+        message.setDelayedReply(true);
+        return true;
+    }
+    if (message.member() == QStringLiteral("CaptureWindow"))
+        return answerPicture(message, connection);
+    const std::optional<QVariantList> answer = answerOf(message);
+    if (!answer)
+        return false;
+    connection.send(message.createReply(*answer));
+    return true;
+}
+
+std::optional<QVariantList> FakeKwin::answerOf(const QDBusMessage& message)
+{
+    const QString method = message.member();
+    const QString name = message.arguments().value(0).toString();
+    if (method == QStringLiteral("isScriptLoaded"))
+        return QVariantList{loaded.contains(name)};
+    if (method == QStringLiteral("unloadScript")) {
+        unloaded.append(name);
+        return QVariantList{loaded.removeAll(name) > 0};
+    }
+    if (method == QStringLiteral("loadScript"))
+        return QVariantList{load(name, message.arguments().value(1).toString())};
+    if (method == QStringLiteral("start")) {
+        run();
+        return QVariantList{};
+    }
+    if (method == QStringLiteral("run") && isOfScript(message.path())) {
+        if (!mixesNumbers)
+            run();
+        return QVariantList{};
+    }
+    return std::nullopt;
+}
+
+bool FakeKwin::isOfScript(const QString& path) const
+{
+    return path == (isOld ? QStringLiteral("/7") : QStringLiteral("/Scripting/Script7"));
+}
+
+int FakeKwin::load(const QString& file, const QString& plugin)
+{
+    if (refusesScripts || loaded.contains(plugin))
+        return -1;
+    QFile script(file);
+    if (!script.open(QIODevice::ReadOnly))
+        return -1;
+    const QString text = QString::fromUtf8(script.readAll());
+    m_kelpa = parameterIn(text, QStringLiteral("kelpa"));
+    m_token = parameterIn(text, QStringLiteral("token"));
+    loaded.append(plugin);
+    everLoaded.append(plugin);
+    return 7;
+}
+
+void FakeKwin::run()
+{
+    if (firstReport)
+        report(*firstReport);
+}
+
+void FakeKwin::report(const QByteArray& text, const QString& token)
+{
+    QDBusMessage call = callOfScript(m_kelpa, QStringLiteral("Report"));
+    call << (token.isEmpty() ? m_token : token) << QString::fromUtf8(text);
+    auto* const watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        const QDBusPendingReply<> reply = *watcher;
+        reportError = reply.isError() ? reply.error().name() : QString();
+        ++reportReplies;
+        watcher->deleteLater();
+    });
+}
+
+void FakeKwin::askForOrders()
+{
+    QDBusMessage call = callOfScript(m_kelpa, QStringLiteral("Orders"));
+    call << m_token;
+    auto* const watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        const QDBusPendingReply<QString> reply = *watcher;
+        orders.append(reply.isError() ? reply.error().name() : reply.value());
+        watcher->deleteLater();
+    });
+}
+
+void FakeKwin::bringForward(const QString& token)
+{
+    QDBusMessage call = callOfScript(m_kelpa, QStringLiteral("BringForward"));
+    call << (token.isEmpty() ? m_token : token);
+    m_connection.send(call);
+}
+
+bool FakeKwin::answerPicture(const QDBusMessage& message, const QDBusConnection& connection)
+{
+    ++pictures;
+    if (!pictureError.isEmpty()) {
+        connection.send(message.createErrorReply(pictureError, QStringLiteral("no picture")));
+        return true;
+    }
+    const auto pipe = message.arguments().value(2).value<QDBusUnixFileDescriptor>();
+    connection.send(message.createReply(QVariantList{picture}));
+    if (holdsPipe)
+        m_heldPipe = ::dup(pipe.fileDescriptor());
+    // Less than a pipe holds.
+    return ::write(pipe.fileDescriptor(), pictureBytes.constData(),
+                   static_cast<std::size_t>(pictureBytes.size())) >= 0;
+}
+
+QString errorForStranger(const QString& busAddress, const QString& kelpa, const QString& token)
+{
+    const QString name = QStringLiteral("stranger");
+    QDBusConnection connection = QDBusConnection::connectToBus(busAddress, name);
+    QDBusMessage call = callOfScript(kelpa, QStringLiteral("Report"));
+    call << token << QStringLiteral("[]");
+    QString error = connection.call(call).errorName();
+    QDBusConnection::disconnectFromBus(name);
+    return error;
+}
+
+} // namespace kelpa::test

@@ -1,0 +1,83 @@
+// A KWin on a private bus, as far as Kelpa speaks with it: it loads scripts without running them,
+// and says to Kelpa what a test wants in their place.
+#pragma once
+
+#include <QByteArray>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <optional>
+
+namespace kelpa::test {
+
+/// Main thread, whose event loop runs.
+class FakeKwin final : public QDBusVirtualObject
+{
+public:
+    explicit FakeKwin(const QString& busAddress);
+    ~FakeKwin() override;
+
+    /// Takes the name that KWin has.
+    void appear();
+
+    /// The report that a script makes when it is run; absent for none.
+    std::optional<QByteArray> firstReport{"[]"};
+    /// Whether calls get no reply.
+    bool isSilent = false;
+    /// Whether it is older than Plasma 6.
+    bool isOld = false;
+    /// Whether running a script reaches another one, so that only "start" does.
+    bool mixesNumbers = false;
+    /// Whether loading a script is refused.
+    bool refusesScripts = false;
+    /// The names of loaded scripts, and of all that were ever loaded.
+    QStringList loaded;
+    QStringList everLoaded;
+    QStringList unloaded;
+    /// The name of the error that requests for pictures get; empty for a picture.
+    QString pictureError;
+    QVariantMap picture;
+    QByteArray pictureBytes;
+    /// Whether the pipe stays open after them.
+    bool holdsPipe = false;
+    int pictures = 0;
+
+    /// Reports as the script does; with another token where one is given.
+    void report(const QByteArray& text, const QString& token = {});
+    /// Asks for orders as the script does; the replies are in `orders`.
+    void askForOrders();
+    QStringList orders;
+    /// Presses the script's shortcut; with another token where one is given.
+    void bringForward(const QString& token = {});
+    /// Of the last report, and the number of its replies.
+    QString reportError;
+    int reportReplies = 0;
+
+    QString kelpa() const { return m_kelpa; }
+    QString token() const { return m_token; }
+
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+private:
+    std::optional<QVariantList> answerOf(const QDBusMessage& message);
+    int load(const QString& file, const QString& plugin);
+    bool isOfScript(const QString& path) const;
+    void run();
+    bool answerPicture(const QDBusMessage& message, const QDBusConnection& connection);
+
+    const QString m_name;
+    QDBusConnection m_connection;
+    QString m_kelpa;
+    QString m_token;
+    int m_heldPipe = -1;
+};
+
+/// Calls Kelpa's object for its script from a connection that is not KWin's; the name of the error.
+QString errorForStranger(const QString& busAddress, const QString& kelpa, const QString& token);
+
+} // namespace kelpa::test

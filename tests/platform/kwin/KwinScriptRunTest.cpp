@@ -1,0 +1,195 @@
+// Runs Kelpa's script itself, in a JavaScript engine with what KWin gives a script: timers, calls
+// over the bus and the windows. A test fires the timers and gives the replies, as a bus does.
+
+#include "platform/kwin/KwinScript.h"
+
+#include <QJSEngine>
+#include <QJSValue>
+#include <QString>
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+constexpr const char* surroundings = R"js(
+var now = 1000;
+Date.now = () => now;
+var timers = [];
+function QTimer() {
+    this.active = false;
+    this.timeout = {connect: handler => { this.fire = () => {
+        this.active = !this.singleShot;
+        handler();
+    }; }};
+    this.start = () => { this.active = true; };
+    timers.push(this);
+}
+var shortcuts = [];
+function registerShortcut(name, text, keys, callback) {
+    shortcuts.push({name: name, text: text, keys: keys, press: callback});
+}
+var added = null;
+var workspace = {
+    windowList: () => [],
+    windowAdded: {connect: handler => { added = handler; }}
+};
+// The callbacks of calls that have no reply yet.
+var unanswered = {};
+var calls = {};
+var reported = [];
+var lastCall = [];
+function callDBus(name, path, contract, method, ...rest) {
+    lastCall = [name, path, contract, method, ...rest];
+    const callback = rest.pop();
+    if (method === "Report")
+        reported = JSON.parse(rest[1]);
+    calls[method] = (calls[method] || 0) + 1;
+    (unanswered[method] = unanswered[method] || []).push(callback);
+}
+function reply(method, value) {
+    unanswered[method].shift()(value);
+}
+function fire(isSingleShot) {
+    timers.filter(each => !!each.singleShot === isSingleShot && each.active)
+        .forEach(each => each.fire());
+}
+// Kelpa is on the bus, whether or not it replies itself.
+function pass(milliseconds) {
+    now += milliseconds;
+    fire(false);
+    reply("NameHasOwner", true);
+}
+// Reports such a window, beside the one that it may belong to.
+function rowOf(window) {
+    const main = {internalId: "{main}", frameGeometry: {}};
+    const place = {internalId: "{a}", frameGeometry: {}, transientFor: window.isOwned ? main : null};
+    workspace.windowList = () => [Object.assign(place, window)];
+    added(main);
+    reply('Report');
+    fire(true);
+    return reported[0];
+}
+function openWindow() {
+    added({internalId: "{a}"});
+    fire(true);
+}
+)js";
+
+class KwinScriptRunTest : public testing::Test
+{
+protected:
+    KwinScriptRunTest()
+    {
+        run(surroundings);
+        run(kwin::scriptWith({.connection = ":1.1", .token = "t", .plugin = "p"}));
+    }
+
+    QJSValue run(const QByteArray& statement)
+    {
+        QJSValue result = engine.evaluate(QString::fromUtf8(statement));
+        EXPECT_FALSE(result.isError()) << statement.data() << ": " << qPrintable(result.toString());
+        return result;
+    }
+
+    int reports() { return run("calls.Report").toInt(); }
+
+    QJSEngine engine;
+};
+
+TEST_F(KwinScriptRunTest, A_change_is_reported_once_the_last_report_has_its_reply)
+{
+    EXPECT_EQ(reports(), 1);
+    run("openWindow()");
+    EXPECT_EQ(reports(), 1);
+    run("reply('Report'); fire(true)");
+    EXPECT_EQ(reports(), 2);
+}
+
+TEST_F(KwinScriptRunTest, A_report_whose_reply_is_lost_is_made_again)
+{
+    // The bus gives up after 25 seconds, and KWin does not call back then.
+    run("pass(20000)");
+    EXPECT_EQ(reports(), 1);
+    run("openWindow(); pass(20000)");
+    EXPECT_EQ(reports(), 2);
+    run("pass(20000)");
+    EXPECT_EQ(reports(), 2) << "the second is still on its way";
+    // A late reply to the first is none to the second.
+    run("reply('Report'); openWindow()");
+    EXPECT_EQ(reports(), 2);
+    run("reply('Report'); fire(true)");
+    EXPECT_EQ(reports(), 3);
+}
+
+TEST_F(KwinScriptRunTest, A_window_says_on_which_other_desktop_it_is)
+{
+    struct Row
+    {
+        const char* surroundings;
+        const char* window;
+        const char* desktop;
+    };
+    constexpr const char* older =
+        "workspace.currentDesktop = 1; workspace.desktopName = number => ['', 'Mail', ' '][number]";
+    constexpr const char* newer = "workspace.currentDesktop = {id: 'one'}";
+    for (const Row& row :
+         {Row{older, "{desktop: 1}", ""}, Row{older, "{desktop: 2, onAllDesktops: true}", ""},
+          Row{older, "{desktop: 2}", "2"},
+          Row{"workspace.currentDesktop = 2", "{desktop: 1}", "Mail"},
+          Row{newer, "{desktops: [{id: 'one', name: 'Mail', x11DesktopNumber: 1}]}", ""},
+          Row{newer, "{desktops: []}", ""},
+          Row{newer, "{desktops: [{id: 'two', name: 'Web', x11DesktopNumber: 2}]}", "Web"},
+          Row{newer, "{desktops: [{id: 'two', name: '', x11DesktopNumber: 2}]}", "2"}}) {
+        run(row.surroundings);
+        EXPECT_EQ(run(QByteArray("rowOf(") + row.window + ").desktop").toString(),
+                  QString::fromLatin1(row.desktop))
+            << row.surroundings << row.window;
+    }
+}
+
+TEST_F(KwinScriptRunTest, A_window_says_whether_it_is_a_dialog_and_whose)
+{
+    struct Row
+    {
+        const char* window;
+        bool isDialog;
+        const char* owner;
+    };
+    for (const Row& row :
+         {Row{"{windowId: 7}", false, ""}, Row{"{windowId: 7, dialog: true}", true, ""},
+          Row{"{windowId: 7, modal: true, isOwned: true}", true, "{main}"},
+          // A palette on X11, and what may be either on Wayland.
+          Row{"{windowId: 7, normalWindow: true, isOwned: true}", false, "{main}"},
+          Row{"{windowId: 0, normalWindow: true, isOwned: true}", true, "{main}"},
+          Row{"{normalWindow: true, isOwned: true}", true, "{main}"},
+          // A menu, which KWin calls normal too, and a tooltip.
+          Row{"{normalWindow: true, popupWindow: true, isOwned: true}", false, "{main}"},
+          Row{"{tooltip: true, popupWindow: true, isOwned: true}", false, "{main}"},
+          Row{"{normalWindow: true}", false, ""}, Row{"{}", false, ""}}) {
+        const QByteArray call = QByteArray("rowOf(") + row.window + ')';
+        EXPECT_EQ(run(call + ".isDialog").toBool(), row.isDialog) << row.window;
+        EXPECT_EQ(run(call + ".owner").toString(), QString::fromLatin1(row.owner)) << row.window;
+    }
+}
+
+TEST_F(KwinScriptRunTest, Its_shortcut_has_no_key_of_its_own_and_brings_Kelpa_forward)
+{
+    EXPECT_EQ(run("JSON.stringify(shortcuts)").toString(),
+              QStringLiteral(
+                  R"([{"name":"Kelpa: Bring forward","text":"Kelpa: Bring forward","keys":""}])"));
+    // Also while Kelpa has no window.
+    run("shortcuts[0].press()");
+    EXPECT_EQ(run("JSON.stringify(lastCall)").toString(),
+              QStringLiteral(
+                  R"([":1.1","/org/kelpa/KwinScript","org.kelpa.KwinScript","BringForward","t"])"));
+}
+
+TEST_F(KwinScriptRunTest, A_report_that_has_its_reply_is_not_made_again_without_a_change)
+{
+    run("reply('Report'); pass(20000); pass(20000)");
+    EXPECT_EQ(reports(), 1);
+}
+
+} // namespace
+} // namespace kelpa::test
