@@ -1,5 +1,7 @@
 #include "windows/memory/CommonTitles.h"
 
+#include "windows/memory/TitleWords.h"
+
 #include <QRegularExpression>
 #include <QSet>
 
@@ -17,70 +19,6 @@ using Text = std::u16string_view;
 // All in the folded case.
 // As many to a line as fit.
 // clang-format off
-
-constexpr std::array unnamedTitles = std::to_array<Text>({
-    // New tabs and start pages.
-    u"new tab", u"start page", u"speed dial", u"startpage", u"homepage", u"home page", u"welcome",
-    u"get started", u"getting started", u"new window", u"private browsing", u"neuer tab",
-    u"startseite", u"schnellwahl", u"willkommen", u"erste schritte", u"neues fenster",
-    u"nouvel onglet", u"page de démarrage", u"page d'accueil", u"page d’accueil", u"bienvenue",
-    u"accueil", u"nouvelle fenêtre", u"nueva pestaña", u"página de inicio", u"bienvenido",
-    u"nova aba", u"novo separador", u"nova guia", u"página inicial", u"nuova scheda",
-    u"pagina iniziale", u"benvenuto", u"nieuw tabblad", u"startpagina", u"nowa karta",
-    u"strona startowa", u"ny flik", u"ny fane", u"uusi välilehti", u"nová karta", u"új lap",
-    u"yeni sekme", u"новая вкладка", u"стартовая страница", u"нова вкладка", u"新标签页",
-    u"新建标签页", u"起始页", u"主页", u"欢迎", u"欢迎使用", u"新分頁", u"新索引標籤",
-    u"開新分頁", u"起始頁", u"歡迎", u"新しいタブ", u"スタートページ", u"ようこそ",
-    u"ホームページ", u"새 탭", u"시작 페이지", u"시작", u"환영합니다",
-    // Documents that have no name yet.
-    u"untitled", u"untitled document", u"untitled project", u"untitled presentation",
-    u"untitled spreadsheet", u"untitled drawing", u"unnamed", u"no name", u"noname",
-    u"new document", u"new file", u"new note", u"new message", u"new presentation",
-    u"new project", u"blank", u"blank document", u"document", u"presentation", u"book",
-    u"drawing", u"scratch", u"compose", u"write: (no subject",
-    u"no subject", u"unbenannt", u"unbenanntes dokument", u"ohne titel", u"neues dokument",
-    u"neue datei", u"neue nachricht", u"neue notiz", u"dokument", u"mappe", u"präsentation",
-    u"zeichnung", u"kein betreff", u"sans titre", u"document sans titre", u"sans nom",
-    u"nouveau document", u"nouveau fichier", u"nouveau message", u"classeur", u"présentation",
-    u"dessin", u"pas de sujet", u"sin título", u"documento sin título", u"sin nombre",
-    u"documento", u"nuevo documento", u"libro", u"presentación", u"sem título", u"sem nome",
-    u"novo documento", u"senza titolo", u"senza nome", u"nuovo documento", u"cartel", u"naamloos",
-    u"naamloos document", u"nieuw document", u"bez tytułu", u"bez nazwy", u"nowy dokument",
-    u"namnlös", u"uten navn", u"unavngivet", u"nimetön", u"bez názvu", u"névtelen", u"adsız",
-    u"başlıksız", u"без имени", u"без названия", u"безымянный", u"новый документ", u"документ",
-    u"без назви", u"无标题", u"未命名", u"无标题文档", u"未命名文档", u"新建文档", u"空白文档",
-    u"新建文件", u"文档", u"工作簿", u"演示文稿", u"新建文本文档", u"無標題", u"未命名文件",
-    u"無標題文件", u"文件", u"活頁簿", u"簡報", u"無題", u"名称未設定", u"無題のドキュメント",
-    u"タイトルなし", u"名前なし", u"新規ドキュメント", u"新規文書", u"新規", u"文書",
-    u"ドキュメント", u"プレゼンテーション", u"제목 없음", u"제목 없는 문서", u"이름 없음",
-    u"무제", u"새 문서", u"문서", u"빈 문서", u"새 파일", u"통합 문서", u"프레젠테이션",
-    // What a window shows before it has anything to show.
-    u"loading", u"connecting", u"opening", u"starting", u"please wait", u"wird geladen", u"laden",
-    u"verbinden", u"verbindung wird hergestellt", u"bitte warten", u"chargement",
-    u"chargement en cours", u"connexion", u"ouverture", u"cargando", u"conectando", u"carregando",
-    u"caricamento", u"загрузка", u"подключение", u"加载中", u"正在加载", u"正在连接", u"請稍候",
-    u"載入中", u"読み込み中", u"接続中", u"로드 중", u"로딩 중", u"불러오는 중", u"연결 중",
-});
-
-constexpr std::array commonPlaces = std::to_array<Text>({
-    // Shells, and programs that are named after what they are.
-    u"terminal", u"console", u"konsole", u"shell", u"bash", u"zsh", u"fish", u"sh", u"dash",
-    u"ksh", u"tcsh", u"nu", u"pwsh", u"powershell", u"tmux", u"screen", u"xterm", u"终端",
-    u"終端機", u"終端", u"端末", u"ターミナル", u"터미널", u"терминал", u"terminale", u"files",
-    u"file manager", u"home", u"home folder", u"desktop", u"documents", u"downloads", u"pictures",
-    u"music", u"videos", u"recent", u"trash", u"computer", u"settings", u"preferences",
-    u"dateien", u"dateiverwaltung", u"persönlicher ordner", u"schreibtisch", u"arbeitsfläche",
-    u"dokumente", u"bilder", u"musik", u"papierkorb", u"einstellungen", u"zuletzt verwendet",
-    u"fichiers", u"dossier personnel", u"bureau", u"téléchargements", u"images", u"musique",
-    u"vidéos", u"corbeille", u"paramètres", u"préférences", u"récents", u"archivos",
-    u"carpeta personal", u"escritorio", u"documentos", u"descargas", u"papelera",
-    u"configuración", u"文件管理器", u"主文件夹", u"主目录", u"桌面", u"下载", u"图片", u"音乐",
-    u"视频", u"回收站", u"设置", u"最近使用", u"檔案", u"家目錄", u"個人資料夾", u"下載", u"設定",
-    u"ファイル", u"ファイルマネージャー", u"ホーム", u"デスクトップ", u"ダウンロード",
-    u"ピクチャ", u"画像", u"音楽", u"ビデオ", u"ゴミ箱", u"파일", u"홈", u"바탕 화면",
-    u"다운로드", u"사진", u"음악", u"휴지통", u"설정", u"файлы", u"домашняя папка",
-    u"рабочий стол", u"документы", u"загрузки", u"настройки",
-});
 
 constexpr std::array statePhrases = std::to_array<Text>({
     u"modified", u"edited", u"changed", u"unsaved", u"unsaved changes", u"not saved", u"dirty",
@@ -183,7 +121,8 @@ QSet<QString> setOf(const std::array<Text, Size>& texts)
 QString withoutNumber(const QString& text)
 {
     static const QRegularExpression extension(QStringLiteral(R"(\.[a-z0-9]{1,5}$)"));
-    static const QRegularExpression number(QStringLiteral(R"([\s_-]*[(#]?\d{1,4}\)?$)"));
+    static const QRegularExpression number(QStringLiteral(R"([\s_-]*[(#]?\d{1,4}\)?$)"),
+                                           QRegularExpression::UseUnicodePropertiesOption);
     QString bare = text;
     if (bare.contains(u'.'))
         bare.remove(extension);
@@ -228,15 +167,13 @@ bool containsName(const QString& text, QStringView name)
 
 bool isUnnamed(const QString& text)
 {
-    static const QSet<QString> titles = setOf(unnamedTitles);
     const QString folded = text.toCaseFolded();
-    return titles.contains(folded) || titles.contains(withoutNumber(folded));
+    return isUnnamedTitle(folded) || isUnnamedTitle(withoutNumber(folded));
 }
 
 bool isCommonPlace(const QString& text)
 {
-    static const QSet<QString> places = setOf(commonPlaces);
-    return places.contains(text.toCaseFolded());
+    return isCommonPlaceTitle(text.toCaseFolded());
 }
 
 bool isStatePhrase(const QString& text)
