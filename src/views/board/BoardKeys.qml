@@ -68,6 +68,11 @@ Item {
             root.board.selectionMenuRequested()
     }
     BoardKey {
+        sequence: "Ctrl+Shift+B"
+        autoRepeat: false
+        onActivated: root.board.windows.memory.declineSelection()
+    }
+    BoardKey {
         sequence: "Ctrl+G"
         autoRepeat: false
         onActivated: root.board.goals.workOnSelection()

@@ -72,6 +72,13 @@ void WindowMemoryController::decline(quint32 windowID)
     m_store.declineRecall(windowID);
 }
 
+void WindowMemoryController::declineSelection()
+{
+    const std::optional<WindowID> selected = m_store.boardNavigation().selectedWindowID;
+    if (selected && !m_store.recallOffers(*selected).isEmpty())
+        decline(*selected);
+}
+
 QString WindowMemoryController::listTitle() const
 {
     const Goal* const goal = m_listedGoal ? goalWith(*m_listedGoal, m_store.goals()) : nullptr;

@@ -54,6 +54,8 @@ public:
     Q_INVOKABLE void putBackInto(quint32 windowID, const QString& columnID);
     /// The window is another one than those that its goals have had.
     Q_INVOKABLE void decline(quint32 windowID);
+    /// The same of the window that the arrow keys have selected, where it may have been in any.
+    Q_INVOKABLE void declineSelection();
 
     bool isListOpen() const { return m_listedGoal.has_value(); }
     QString listTitle() const;

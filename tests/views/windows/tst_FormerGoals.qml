@@ -124,6 +124,20 @@ Item {
             keyClick(Qt.Key_B, Qt.ControlModifier);
             compare(menuItems().length, 0);
         }
+        function test_control_shift_and_b_says_that_the_selected_window_is_another() {
+            replaceWindows(["First"]);
+            // Of no window nothing is said.
+            keyClick(Qt.Key_B, Qt.ControlModifier | Qt.ShiftModifier);
+            verify(line() !== null);
+            world.board.windows.selectWindow(testCase.windowID);
+            keyClick(Qt.Key_B, Qt.ControlModifier | Qt.ShiftModifier);
+            tryVerify(() => line() === null);
+            compare(world.goalOfWindow(testCase.windowID), "");
+            // There is nothing left to put back.
+            keyClick(Qt.Key_B, Qt.ControlModifier);
+            compare(world.goalOfWindow(testCase.windowID), "");
+            compare(menuItems().length, 0);
+        }
         function test_the_menu_of_the_card_answers_as_well() {
             replaceWindows(["First"]);
             card("Loading").forceActiveFocus();
