@@ -63,10 +63,9 @@ Item {
         delegate: FormerGoalLine {
             id: formerGoalLine
 
-            anchors.left: preview.left
-            anchors.right: preview.right
+            anchors.horizontalCenter: preview.horizontalCenter
             anchors.bottom: preview.bottom
-            anchors.margins: Theme.tiny
+            width: preview.shownWidth
             goals: root.formerGoals
             onHasKeyboardChanged: root.hasKeyboard = formerGoalLine.hasKeyboard
             onAccepted: if (!root.windows.memory.putBack(root.windowID))

@@ -18,6 +18,9 @@ Item {
     /// Whether the round corners are drawn as a picture of them.
     property bool isPictured: false
 
+    /// How wide the picture is, or what stands in its place.
+    readonly property real shownWidth: ground.width
+
     implicitHeight: Theme.previewSize.height
 
     Rectangle {

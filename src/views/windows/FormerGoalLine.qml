@@ -33,8 +33,8 @@ Item {
         anchors.right: other.left
         anchors.top: parent.top
         anchors.bottom: parent.bottom
-        leftPadding: Theme.small
-        rightPadding: Theme.tiny
+        leftPadding: Theme.tiny
+        rightPadding: 0
         font: Theme.captionStrong
         text: ViewSettings.copy.wasIn(root.goals)
         Accessible.description: ViewSettings.copy.text(CopyKey.PutWindowBack)

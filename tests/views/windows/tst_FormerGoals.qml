@@ -88,6 +88,21 @@ Item {
             // It stays on the picture.
             verify(place >= 0);
         }
+        function test_the_line_ends_where_the_picture_does() {
+            replaceWindows(["First"]);
+            const preview = only(all(card("Loading"), item => item instanceof CardPreview));
+            verify(preview.width > Theme.previewSize.width);
+            // Without a picture, its ground is as wide as the card allows.
+            compare(line().width, preview.width);
+            for (let i = 0; i < 20 && preview.revision === 0; ++i) {
+                world.capture();
+                world.pass(1000);
+            }
+            tryVerify(() => line().width === Theme.previewSize.width);
+            const corner = line().mapToItem(preview, 0, 0);
+            compare(2 * corner.x + line().width, preview.width);
+            compare(corner.y + line().height, preview.height);
+        }
         function test_the_cross_says_that_it_is_another_window() {
             replaceWindows(["First"]);
             mouseClick(lineButton("This is another window"));
