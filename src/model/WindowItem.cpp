@@ -17,7 +17,7 @@ size_t qHash(const WindowItem& window, size_t seed)
                       window.processIdentifier, window.bounds, window.isOnScreen,
                       window.isMinimized, window.accessibilityDocument.has_value(),
                       window.accessibilityDocument.value_or(QString()), window.role,
-                      window.sessionID, window.instance, window.iconRevision,
+                      window.sessionID, window.instance, window.windowClass, window.iconRevision,
                       window.goalID.has_value(), window.goalID.value_or(GoalID{}));
 }
 

@@ -45,6 +45,8 @@ struct WindowItem
     /// What its application calls this kind of window, or itself when it was started by another
     /// name; empty where there is none.
     QString instance{};
+    /// What the window itself calls its application; empty where it does not say.
+    QString windowClass{};
     /// The window that this one is a dialog of; absent where it is none, and where that is not
     /// known.
     std::optional<WindowID> dialogOf{};

@@ -34,9 +34,11 @@ struct WindowListEntry
     std::uint32_t iconRevision = 0;
     /// The window's part in its application; empty where it has none.
     QString role{};
-    /// The first part of WM_CLASS, where the window system has it; the second names the
-    /// application.
+    /// The first part of WM_CLASS, where the window system has it.
     QString instance{};
+    /// The second part, or what Wayland's windows call their application; empty where there is
+    /// none. It may be another than that of its desktop entry.
+    QString windowClass{};
     /// The identifier that the session manager gave to its client, which gets it again in the next
     /// session; empty where there is none.
     QString sessionID{};

@@ -130,6 +130,7 @@ public:
         window.iconRevision = entry.iconRevision;
         window.role = entry.role;
         window.instance = entry.instance;
+        window.windowClass = entry.windowClass;
         window.sessionID = entry.sessionID;
         window.virtualDesktop = entry.virtualDesktop;
         window.isAwaitingAnswer = entry.isAwaitingAnswer;

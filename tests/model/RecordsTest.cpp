@@ -80,6 +80,8 @@ TEST(Records, A_window_is_compared_and_hashed_over_all_its_fields)
         exampleWindow, {
                            [](WindowItem& w) { w.role = QStringLiteral("main"); },
                            [](WindowItem& w) { w.sessionID = QStringLiteral("10a1"); },
+                           [](WindowItem& w) { w.instance = QStringLiteral("log"); },
+                           [](WindowItem& w) { w.windowClass = QStringLiteral("Log"); },
                            [](WindowItem& w) { w.id = 8; },
                            [](WindowItem& w) { w.ownerName = QStringLiteral("Viewer"); },
                            [](WindowItem& w) { w.bundleIdentifier.reset(); },

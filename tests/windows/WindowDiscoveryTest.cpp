@@ -11,6 +11,10 @@ TEST_F(WindowDiscoveryTest, An_item_is_filled_from_the_list_the_application_and_
     WindowListEntry& entry = desktop.addWindow(7, 100, QStringLiteral("notes.txt"));
     entry.bounds = Rect{10, 20, 640, 480};
     entry.iconRevision = 3;
+    entry.role = QStringLiteral("main");
+    entry.instance = QStringLiteral("notes");
+    entry.windowClass = QStringLiteral("Notes");
+    entry.sessionID = QStringLiteral("10a1");
     entry.virtualDesktop = QStringLiteral("Web");
     entry.isAwaitingAnswer = true;
     entry.dialogOf = 9;
@@ -32,6 +36,10 @@ TEST_F(WindowDiscoveryTest, An_item_is_filled_from_the_list_the_application_and_
     expected.isMinimized = false;
     expected.accessibilityDocument = QStringLiteral("file:///home/a/notes.txt");
     expected.iconRevision = 3;
+    expected.role = QStringLiteral("main");
+    expected.instance = QStringLiteral("notes");
+    expected.windowClass = QStringLiteral("Notes");
+    expected.sessionID = QStringLiteral("10a1");
     expected.virtualDesktop = QStringLiteral("Web");
     expected.isAwaitingAnswer = true;
     expected.dialogOf = 9;

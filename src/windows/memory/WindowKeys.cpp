@@ -86,13 +86,18 @@ bool hasPrivateEnd(const WindowTraits& traits)
     });
 }
 
+/// Whether one of the names by which a program tells its windows apart says so.
+bool saysPrivate(const QStringList& names)
+{
+    const QString joinedNames = names.join(divider);
+    return namesPrivateBrowsing(joinedNames) || hasPrivateWord(joinedNames);
+}
+
 } // namespace
 
 Privacy privacyOf(const WindowTraits& traits)
 {
-    const QString names =
-        QStringList{traits.application, traits.role, traits.instance}.join(divider);
-    if (namesPrivateBrowsing(names) || hasPrivateWord(names))
+    if (saysPrivate({traits.application, traits.role, traits.instance}))
         return Privacy::said;
     const bool isInTitle = namesPrivateBrowsing(traits.title + divider + traits.applicationName);
     const bool isBracketed = endsWithBracket(traits.title);
@@ -105,6 +110,9 @@ Privacy privacyOf(const WindowTraits& traits)
 
 Privacy privacyOf(const WindowItem& window)
 {
+    // Its application may be known by its process, under another name.
+    if (saysPrivate({window.windowClass}))
+        return Privacy::said;
     WindowTraits traits = rawTraits(window);
     // Browsers say so at the end of the title.
     if (traits.title.size() > 2 * longestTitle)

@@ -46,7 +46,7 @@ bool hasSameTraits(const WindowItem& left, const WindowItem& right)
     return left.title == right.title && left.accessibilityDocument == right.accessibilityDocument &&
            left.bundleIdentifier == right.bundleIdentifier && left.ownerName == right.ownerName &&
            left.role == right.role && left.instance == right.instance &&
-           left.sessionID == right.sessionID;
+           left.sessionID == right.sessionID && left.windowClass == right.windowClass;
 }
 
 } // namespace

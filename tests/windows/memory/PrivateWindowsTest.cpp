@@ -18,6 +18,7 @@ struct PrivateCase
     Privacy privacy;
     const char16_t* role = u"";
     const char16_t* instance = u"";
+    const char16_t* windowClass = u"";
 };
 
 constexpr std::array privateCases = std::to_array<PrivateCase>({
@@ -148,6 +149,9 @@ constexpr std::array privateCases = std::to_array<PrivateCase>({
     {u"Weather", said, u"", u"firefox-private"},
     {u"Weather", said, u"", u"Private_Browsing"},
     {u"Weather", none, u"", u"privateer"},
+    {u"Weather", said, u"", u"", u"firefox-private"},
+    {u"Weather", said, u"", u"", u"Incognito-browser"},
+    {u"Weather", none, u"", u"", u"Privateer"},
 });
 
 WindowItem windowOf(const PrivateCase& tested)
@@ -156,6 +160,7 @@ WindowItem windowOf(const PrivateCase& tested)
         listedWindow(1, QStringLiteral("Browser"), QString::fromUtf16(tested.title));
     window.role = QString::fromUtf16(tested.role);
     window.instance = QString::fromUtf16(tested.instance);
+    window.windowClass = QString::fromUtf16(tested.windowClass);
     return window;
 }
 
@@ -165,7 +170,8 @@ TEST(PrivateWindows, Say_so_in_many_languages)
         EXPECT_EQ(privacyOf(windowOf(each)), each.privacy)
             << QString::fromUtf16(each.title).toStdString() << ", "
             << QString::fromUtf16(each.role).toStdString() << ", "
-            << QString::fromUtf16(each.instance).toStdString();
+            << QString::fromUtf16(each.instance).toStdString() << ", "
+            << QString::fromUtf16(each.windowClass).toStdString();
     }
 }
 

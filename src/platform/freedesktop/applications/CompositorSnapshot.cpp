@@ -37,6 +37,7 @@ CompositorSnapshot::CompositorSnapshot(std::vector<CompositorWindow> windows,
         WindowListEntry& entry = window.entry;
         entry.ownerName = ownerNameOf(window, resolved);
         entry.bundleIdentifier = resolved.desktopEntryID;
+        entry.windowClass = window.clues.wmClassName;
         entry.alpha = 1;
         m_windows.push_back(entry);
         if (window.isOnScreen)

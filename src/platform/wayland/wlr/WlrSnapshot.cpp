@@ -41,6 +41,7 @@ WlrSnapshot::WlrSnapshot(const std::vector<NumberedToplevel>& windows,
         entry.ownerProcess = process;
         entry.ownerName = resolved.name.isEmpty() ? each.window.appID : resolved.name;
         entry.bundleIdentifier = resolved.desktopEntryID;
+        entry.windowClass = each.window.appID;
         entry.bounds = unknownPlace;
         entry.layer = 0;
         entry.alpha = 1;

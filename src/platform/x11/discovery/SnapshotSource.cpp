@@ -93,6 +93,7 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         entry.name = client.title;
         entry.role = client.role;
         entry.instance = client.clues.wmClassInstance;
+        entry.windowClass = client.clues.wmClassName;
         entry.sessionID = client.sessionID;
         entry.iconRevision = client.iconRevision;
         entry.virtualDesktop = virtualDesktop(client, context);

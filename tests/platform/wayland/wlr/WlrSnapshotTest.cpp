@@ -48,6 +48,7 @@ TEST(WlrSnapshot, Its_windows_are_on_the_board_and_kelpas_own_is_not)
     EXPECT_EQ(windows.at(0).id, 7U);
     EXPECT_EQ(windows.at(0).ownerName, QStringLiteral("Editor"));
     EXPECT_EQ(windows.at(0).bundleIdentifier, QStringLiteral("org.editor"));
+    EXPECT_EQ(windows.at(0).windowClass, QStringLiteral("org.editor"));
     EXPECT_TRUE(windows.at(0).isOnScreen);
     EXPECT_FALSE(windows.at(0).isMinimized);
     EXPECT_EQ(windows.at(1).id, 9U);

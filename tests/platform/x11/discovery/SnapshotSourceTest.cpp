@@ -107,6 +107,7 @@ TEST(SnapshotSource, A_window_has_the_role_that_its_application_gives_it)
     EXPECT_EQ(source.windowList(WindowListScope::all)->at(0).role, QStringLiteral("log"));
     EXPECT_EQ(source.windowList(WindowListScope::all)->at(1).role, QString());
     EXPECT_EQ(source.windowList(WindowListScope::all)->at(0).instance, QStringLiteral("log"));
+    EXPECT_EQ(source.windowList(WindowListScope::all)->at(0).windowClass, QStringLiteral("XTerm"));
 }
 
 TEST(SnapshotSource, Equal_clues_are_resolved_once)
