@@ -12,6 +12,7 @@ constexpr std::array targets{
     FuzzTarget{"goals", decodeGoalsDocument},
     FuzzTarget{"todos", decodeTodosDocument},
     FuzzTarget{"assignments", decodeAssignmentsDocument},
+    FuzzTarget{"goal-pins", decodeGoalPinsDocument},
     FuzzTarget{"window-memory", decodeWindowMemory},
     FuzzTarget{"stored-board", decodeStoredBoard},
     FuzzTarget{"name-table", decodeNameTable},

@@ -26,6 +26,7 @@ void require(bool holds, const char* promise);
 void decodeGoalsDocument(const QByteArray& bytes);
 void decodeTodosDocument(const QByteArray& bytes);
 void decodeAssignmentsDocument(const QByteArray& bytes);
+void decodeGoalPinsDocument(const QByteArray& bytes);
 void decodeWindowMemory(const QByteArray& bytes);
 void decodeStoredBoard(const QByteArray& bytes);
 void decodeNameTable(const QByteArray& bytes);

@@ -1,6 +1,7 @@
 // The values in the board's file, and the files beside it.
 #include "fuzz/FuzzTarget.h"
 #include "model/BoardJson.h"
+#include "model/GoalPins.h"
 #include "model/WindowMemoryJson.h"
 #include "platform/numbers/NameTable.h"
 #include "platform/numbers/WindowOwnersFile.h"
@@ -43,6 +44,13 @@ void decodeAssignmentsDocument(const QByteArray& bytes)
                 "stored assignments are read as they were");
 }
 
+void decodeGoalPinsDocument(const QByteArray& bytes)
+{
+    const auto pins = decodeGoalPins(bytes);
+    if (pins)
+        require(decodeGoalPins(encodeGoalPins(*pins)) == pins, "stored pins are read as they were");
+}
+
 void decodeWindowMemory(const QByteArray& bytes)
 {
     const auto windows = decodeRememberedWindows(bytes);
@@ -58,8 +66,8 @@ void decodeWindowMemory(const QByteArray& bytes)
 void decodeStoredBoard(const QByteArray& bytes)
 {
     const QList<QByteArray> documents = bytes.split('\x1e');
-    const std::array keys{goalsKey, unassignedTodosKey, assignmentsKey, legacyGoalsKey,
-                          legacyAssignmentsKey};
+    const std::array keys{goalsKey,       unassignedTodosKey,   assignmentsKey,
+                          legacyGoalsKey, legacyAssignmentsKey, goalPinsKey};
     QMap<QString, SettingsValue> values;
     for (qsizetype i = 0; i < documents.size() && i < static_cast<qsizetype>(keys.size()); ++i) {
         if (!documents[i].isEmpty())

@@ -1,0 +1,25 @@
+// Which goals are pinned to virtual desktops, and the JSON form in which that is stored.
+#pragma once
+
+#include "model/Identifiers.h"
+
+#include <QByteArray>
+#include <QHash>
+
+#include <optional>
+
+namespace kelpa {
+
+/// Goal to the number of its virtual desktop, from 1.
+using GoalPins = QHash<GoalID, int>;
+
+/// Later desktops do not exist for Kelpa; no desktop has so many.
+inline constexpr int mostVirtualDesktops = 100;
+
+/// The same pins always give the same bytes.
+QByteArray encodeGoalPins(const GoalPins& pins);
+
+/// Absent when `json` is not a document of exactly the expected form and version.
+std::optional<GoalPins> decodeGoalPins(const QByteArray& json);
+
+} // namespace kelpa
