@@ -12,6 +12,9 @@
 
 namespace kelpa {
 
+/// As `WindowItem::desktopNumber`: the window is on all of them.
+inline constexpr int everyVirtualDesktop = 0;
+
 struct WindowItem
 {
     WindowID id = 0;
@@ -50,6 +53,9 @@ struct WindowItem
     /// The window that this one is a dialog of; absent where it is none, and where that is not
     /// known.
     std::optional<WindowID> dialogOf{};
+    /// The number of its virtual desktop, from 1, also where that is the present one;
+    /// `everyVirtualDesktop` where it is on all of them; absent where that is not known.
+    std::optional<int> desktopNumber{};
 
     /// The trimmed title, or the owner's name when nothing is left of it.
     QString displayTitle() const;

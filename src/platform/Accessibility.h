@@ -36,6 +36,9 @@ public:
     /// Closes it as a click on its close button does: its application may ask whether to save, or
     /// refuse.
     virtual void requestClose() = 0;
+    /// Sends it to the virtual desktop with that number, from 1, and leaves the present one shown.
+    /// Where `DesktopAbility::virtualDesktops` is missing, nothing requests it.
+    virtual void requestVirtualDesktop(int /*number*/) {}
 };
 
 using AccessibilityElements = std::vector<std::unique_ptr<AccessibilityElement>>;
@@ -60,6 +63,10 @@ public:
     /// The windows of a process in its own order; absent when they cannot be read. Any thread but
     /// the main one; may take as long as the window server does.
     virtual std::optional<AccessibilityElements> elements(ProcessID process) = 0;
+
+    /// Shows the virtual desktop with that number, from 1, unless it is the present one. Any thread
+    /// but the main one. Where `DesktopAbility::virtualDesktops` is missing, nothing requests it.
+    virtual void showVirtualDesktop(int /*number*/) {}
 
     /// As `elements`, for several processes, in one request where the window server allows that.
     /// Those that cannot be read have none.

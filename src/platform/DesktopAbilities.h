@@ -20,6 +20,8 @@ enum class DesktopAbility : std::uint8_t {
     minimizing,
     /// Reports where windows are and how large.
     geometry,
+    /// Lists virtual desktops, sends windows there and shows them.
+    virtualDesktops,
     /// Captures windows.
     previews,
     /// Hears the double tap, whichever program has the keyboard.
@@ -27,9 +29,9 @@ enum class DesktopAbility : std::uint8_t {
 };
 
 inline constexpr std::array allDesktopAbilities{
-    DesktopAbility::windows,    DesktopAbility::actions,  DesktopAbility::quitting,
-    DesktopAbility::minimizing, DesktopAbility::geometry, DesktopAbility::previews,
-    DesktopAbility::globalKeys};
+    DesktopAbility::windows,    DesktopAbility::actions,   DesktopAbility::quitting,
+    DesktopAbility::minimizing, DesktopAbility::geometry,  DesktopAbility::virtualDesktops,
+    DesktopAbility::previews,   DesktopAbility::globalKeys};
 
 /// Why a desktop lacks an ability. Each has one step that mends it.
 enum class AbilityGap : std::uint8_t {
@@ -65,6 +67,8 @@ enum class AbilityGap : std::uint8_t {
     pictureEntry,
     /// KWin reports no keys; the person can bind one in its settings.
     desktopShortcut,
+    /// Kelpa does it on X11 alone, whatever the compositor could do.
+    onlyOnX11,
     /// The person has chosen to work without windows.
     choice,
 };

@@ -5,6 +5,7 @@
 #include "model/Rect.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -48,6 +49,8 @@ struct WindowListEntry
     bool isAwaitingAnswer = false;
     /// As `WindowItem::dialogOf`.
     std::optional<WindowID> dialogOf{};
+    /// As `WindowItem::desktopNumber`.
+    std::optional<int> desktopNumber{};
 };
 
 enum class WindowListScope : std::uint8_t {
@@ -113,6 +116,10 @@ public:
 
     /// Absent when no such application runs.
     virtual std::optional<RunningApplication> runningApplication(ProcessID process) = 0;
+
+    /// The names of the virtual desktops in their order, without white space around them, an empty
+    /// one for a desktop that has none. Empty where there are none that windows could be sent to.
+    virtual QStringList virtualDesktops() { return {}; }
 
     virtual bool isAccessibilityTrusted() = 0;
 

@@ -135,6 +135,7 @@ public:
         window.virtualDesktop = entry.virtualDesktop;
         window.isAwaitingAnswer = entry.isAwaitingAnswer;
         window.dialogOf = entry.dialogOf;
+        window.desktopNumber = entry.desktopNumber;
         window.isOnScreen = m_onScreen.contains(window.id);
         if (m_isTrusted) {
             const AccessibilityWindows& infos = windowsOf(window.processIdentifier);

@@ -5,13 +5,16 @@
 #include "platform/DiscoverySource.h"
 
 #include <QList>
+#include <QStringList>
 
 namespace kelpa {
 
 /// The result of one discovery pass, handed to the store on the main thread.
 struct WindowDiscoveryBatch
 {
-    QList<WindowItem> windows;
+    QList<WindowItem> windows{};
+    /// As `DiscoverySource::virtualDesktops`.
+    QStringList virtualDesktops{};
 };
 
 /// Keeps nothing between calls. Any thread.

@@ -35,6 +35,8 @@ public:
         return found != m_desktop.applications.constEnd() ? std::optional(*found) : std::nullopt;
     }
 
+    QStringList virtualDesktops() override { return m_desktop.virtualDesktops; }
+
     bool isAccessibilityTrusted() override { return m_desktop.isAccessibilityGranted; }
 
     std::optional<std::vector<AccessibilityWindow>> accessibilityWindows(ProcessID process) override
@@ -63,6 +65,10 @@ public:
     void requestFocus() override { note(QStringLiteral("focus")); }
     void requestRaise() override { note(QStringLiteral("raise")); }
     void requestClose() override { note(QStringLiteral("close")); }
+    void requestVirtualDesktop(int number) override
+    {
+        note(QStringLiteral("send to %1:").arg(number));
+    }
 
 private:
     void note(const QString& action)
@@ -178,6 +184,11 @@ void FakeDesktop::lackNothing()
     m_abilities = {};
     for (const Watch* const watch : std::vector(m_abilityWatches))
         watch->announce();
+}
+
+void FakeDesktop::showVirtualDesktop(int number)
+{
+    calls.append(QStringLiteral("show desktop %1").arg(number));
 }
 
 bool FakeDesktop::requestScreenCapture()

@@ -51,6 +51,8 @@ public:
     std::optional<std::vector<WindowListEntry>> windowList;
     QSet<WindowID> onScreen;
     bool isOnScreenListAvailable = true;
+    /// The names of the virtual desktops.
+    QStringList virtualDesktops;
     QHash<ProcessID, RunningApplication> applications;
     /// A process without an entry has an empty list; an absent value makes the query fail.
     QHash<ProcessID, std::optional<std::vector<AccessibilityWindow>>> accessibilityWindows;
@@ -122,6 +124,7 @@ public:
         return obstacleOfAccessibility;
     }
     bool requestTrust() override;
+    void showVirtualDesktop(int number) override;
     std::optional<AccessibilityElements> elements(ProcessID process) override;
     // Applications
     ProcessID currentProcess() const override { return ownProcess; }

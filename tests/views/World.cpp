@@ -78,6 +78,8 @@ void World::lack(const QString& ability, bool isPartial)
         {QStringLiteral("quitting"), {DesktopAbility::quitting, AbilityGap::compositorProtocol}},
         {QStringLiteral("minimizing"),
          {DesktopAbility::minimizing, AbilityGap::compositorProtocol}},
+        {QStringLiteral("virtualDesktops"),
+         {DesktopAbility::virtualDesktops, AbilityGap::onlyOnX11}},
         {QStringLiteral("previews"), {DesktopAbility::previews, AbilityGap::compositorProtocol}},
         {QStringLiteral("globalKeys"), {DesktopAbility::globalKeys, AbilityGap::keysOfXwayland}}};
     const auto [which, gap] = known[ability];
@@ -137,6 +139,14 @@ void World::moveToDesktop(quint32 id, const QString& name)
         if (entry.number == id)
             entry.virtualDesktop = name.isEmpty() ? std::nullopt : std::optional(name);
     }
+    m_store.refresh();
+}
+
+void World::offerDesktops(const QStringList& names)
+{
+    m_desktop.virtualDesktops = names;
+    for (WindowListEntry& entry : *m_desktop.windowList)
+        entry.desktopNumber = 1;
     m_store.refresh();
 }
 

@@ -92,6 +92,8 @@ public:
     Q_INVOKABLE void forgetApplication();
     /// The window is on another virtual desktop, or on the present one where it has no name.
     Q_INVOKABLE void moveToDesktop(quint32 id, const QString& name);
+    /// From now on the desktop has these virtual desktops, all windows on the first.
+    Q_INVOKABLE void offerDesktops(const QStringList& names);
     /// A dialog of the window opens, or closes.
     Q_INVOKABLE void setAwaitingAnswer(quint32 id, bool isAwaiting);
     /// As a window that is minimized.

@@ -83,6 +83,9 @@ GapText textOf(AbilityGap gap, DesktopAbility ability)
                 QStringLiteral("install Kelpa's package")};
     case AbilityGap::desktopShortcut:
         return {QStringLiteral("KWin reports no keys that are typed into other programs"), bindKey};
+    case AbilityGap::onlyOnX11:
+        return {QStringLiteral("Kelpa sends windows to virtual desktops on X11 alone"),
+                QStringLiteral("log in to a session on X11")};
     case AbilityGap::choice:
         return {QStringLiteral("Kelpa is to work without windows"),
                 QStringLiteral("start it without \"--desktop none\"")};
@@ -103,6 +106,8 @@ QString nameOf(DesktopAbility ability)
         return QStringLiteral("minimising");
     case DesktopAbility::geometry:
         return QStringLiteral("geometry");
+    case DesktopAbility::virtualDesktops:
+        return QStringLiteral("desktops");
     case DesktopAbility::previews:
         return QStringLiteral("previews");
     case DesktopAbility::globalKeys:

@@ -87,7 +87,12 @@ ShellCondition conditionOf(const ShellFindings& findings)
 DesktopAbilities abilitiesIn(ShellCondition condition)
 {
     const std::optional<AbilityGap> gap = gapOf(condition);
-    return gap ? DesktopAbilities::without(*gap) : DesktopAbilities{};
+    if (gap)
+        return DesktopAbilities::without(*gap);
+    DesktopAbilities abilities;
+    abilities.shortfalls[DesktopAbility::virtualDesktops] = {.gap = AbilityGap::onlyOnX11,
+                                                             .isPartial = false};
+    return abilities;
 }
 
 } // namespace kelpa::gnome

@@ -9,6 +9,7 @@ DesktopAbilities abilitiesOfKwin(const KwinStanding& standing)
     const auto lacks = [&abilities](DesktopAbility ability, AbilityGap gap) {
         abilities.shortfalls[ability] = {.gap = gap, .isPartial = false};
     };
+    lacks(virtualDesktops, AbilityGap::onlyOnX11);
     if (!standing.isListing) {
         for (const DesktopAbility each : {windows, actions})
             lacks(each, AbilityGap::compositor);

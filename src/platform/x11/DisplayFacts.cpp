@@ -52,7 +52,7 @@ DesktopAbilities abilitiesOn(const std::optional<DisplayFacts>& facts)
         lack(abilities, AbilityGap::composite, {previews});
     if (!facts->hasWindowManager)
         lack(abilities, AbilityGap::windowManager,
-             {windows, actions, quitting, minimizing, geometry, previews});
+             {windows, actions, quitting, minimizing, geometry, virtualDesktops, previews});
     if (facts->isXwayland)
         lack(abilities, AbilityGap::keysOfXwayland, {globalKeys});
     else if (!facts->hasRawKeys)

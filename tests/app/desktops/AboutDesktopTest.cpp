@@ -28,6 +28,7 @@ actions     yes
 quitting    yes
 minimising  yes
 geometry    yes
+desktops    yes
 previews    yes
 double tap  yes
 )");
@@ -60,6 +61,7 @@ actions     yes
 quitting    yes
 minimising  yes
 geometry    yes
+desktops    yes
 previews    no: the X server has no Composite extension
             to mend it: switch that extension on in the X server's configuration
 double tap  no: Xwayland hears no keys that are typed into other programs
@@ -92,6 +94,8 @@ actions     yes
 quitting    yes
 minimising  yes
 geometry    yes
+desktops    no: Kelpa sends windows to virtual desktops on X11 alone
+            to mend it: log in to a session on X11
 previews    no: KWin does not find that this program's desktop entry asks for pictures
             to mend it: install Kelpa's package
 double tap  no: KWin reports no keys that are typed into other programs
@@ -162,11 +166,11 @@ TEST(AboutDesktop, Of_a_compositor_that_lists_its_windows_it_says_what_the_list_
     using Abilities = std::vector<DesktopAbility>;
     EXPECT_TRUE(
         aboutDesktop(session, std::nullopt, {}).contains(QStringLiteral("desktop     wlr\n")));
-    EXPECT_EQ(shortfalls(), (Abilities{quitting, geometry, previews, globalKeys}));
+    EXPECT_EQ(shortfalls(), (Abilities{quitting, geometry, virtualDesktops, previews, globalKeys}));
     EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("kelpa --show")), 1);
-    EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("session on X11")), 3);
+    EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("session on X11")), 4);
     session.hasSwayIpc = true;
-    EXPECT_EQ(shortfalls(), (Abilities{minimizing, previews}));
+    EXPECT_EQ(shortfalls(), (Abilities{minimizing, virtualDesktops, previews}));
     EXPECT_TRUE(aboutDesktop(session, std::nullopt, {})
                     .contains(QStringLiteral("sway        its IPC replies\n")));
     session.compositor = wayland::GlobalVersions{};

@@ -69,7 +69,7 @@ TEST(X11Abilities, Without_a_window_manager_are_the_keys_alone)
     facts.hasWindowManager = false;
     facts.hasComposite = false;
     const DesktopAbilities abilities = x11::abilitiesOn(facts);
-    EXPECT_EQ(abilities.shortfalls.size(), 6U);
+    EXPECT_EQ(abilities.shortfalls.size(), 7U);
     EXPECT_EQ(abilities.shortfall(DesktopAbility::windows), missing(AbilityGap::windowManager));
     // The first step is the window manager, also for previews.
     EXPECT_EQ(abilities.shortfall(DesktopAbility::previews), missing(AbilityGap::windowManager));

@@ -132,6 +132,27 @@ void EwmhPager::minimize(const WindowTarget& target)
     m_display->connection().flush();
 }
 
+void EwmhPager::sendToDesktop(const WindowTarget& target, std::uint32_t desktop)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    if (!connect() || !readTargetState(*m_display, target).isSame)
+        return;
+    requestDesktopOf(*m_display, target.window, desktop);
+    m_display->connection().flush();
+}
+
+void EwmhPager::showDesktop(std::uint32_t desktop)
+{
+    const std::scoped_lock lock(m_mutex);
+    const BrokenPipeGuard guard;
+    if (!connect() || currentDesktop(*m_display) == desktop)
+        return;
+    ServerTimeRequest serverTime(*m_display);
+    requestDesktop(*m_display, desktop, serverTime.get().value_or(XCB_CURRENT_TIME));
+    m_display->connection().flush();
+}
+
 void EwmhPager::close(const WindowTarget& target)
 {
     const std::scoped_lock lock(m_mutex);

@@ -65,6 +65,12 @@ public:
 
     void minimize(const WindowTarget& target);
 
+    /// Sends the window to the desktop, from 0, which stays hidden if it is.
+    void sendToDesktop(const WindowTarget& target, std::uint32_t desktop);
+
+    /// Shows the desktop, from 0, unless it is the present one.
+    void showDesktop(std::uint32_t desktop);
+
     /// As a click on its close button does.
     void close(const WindowTarget& target);
 

@@ -71,6 +71,11 @@ void requestDesktop(DisplayConnection& display, std::uint32_t desktop, xcb_times
                   {desktop, time, 0, 0, 0});
 }
 
+void requestDesktopOf(DisplayConnection& display, xcb_window_t window, std::uint32_t desktop)
+{
+    sendToManager(display, window, Atom::netWmDesktop, {desktop, fromPager, 0, 0, 0});
+}
+
 void requestClose(DisplayConnection& display, xcb_window_t window, xcb_timestamp_t time)
 {
     sendToManager(display, window, Atom::netCloseWindow, {time, fromPager, 0, 0, 0});
@@ -85,6 +90,12 @@ xcb_window_t activeWindow(DisplayConnection& display)
 {
     PropertyReply active = askRoot(display, Atom::netActiveWindow);
     return windowOrNone(active);
+}
+
+std::optional<std::uint32_t> currentDesktop(DisplayConnection& display)
+{
+    PropertyReply current = askRoot(display, Atom::netCurrentDesktop);
+    return word(propertyOf(current.get()), XCB_ATOM_CARDINAL);
 }
 
 bool isDialogOf(DisplayConnection& display, xcb_window_t dialog, xcb_window_t window)

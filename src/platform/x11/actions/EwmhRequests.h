@@ -21,6 +21,8 @@ class DisplayConnection;
 void requestActivation(DisplayConnection& display, xcb_window_t window, xcb_timestamp_t time);
 /// _NET_CURRENT_DESKTOP: switches to the desktop.
 void requestDesktop(DisplayConnection& display, std::uint32_t desktop, xcb_timestamp_t time);
+/// _NET_WM_DESKTOP: sends the window to the desktop, which stays hidden if it is.
+void requestDesktopOf(DisplayConnection& display, xcb_window_t window, std::uint32_t desktop);
 /// _NET_CLOSE_WINDOW. Window managers kill the client of a window without WM_DELETE_WINDOW.
 void requestClose(DisplayConnection& display, xcb_window_t window, xcb_timestamp_t time);
 /// WM_CHANGE_STATE: minimises the window.
@@ -29,6 +31,10 @@ void requestIconify(DisplayConnection& display, xcb_window_t window);
 /// The focused window by _NET_ACTIVE_WINDOW; XCB_WINDOW_NONE when the window manager reports none.
 /// Waits for the server.
 xcb_window_t activeWindow(DisplayConnection& display);
+
+/// The desktop that is shown, from 0; absent when the window manager has none. Waits for the
+/// server.
+std::optional<std::uint32_t> currentDesktop(DisplayConnection& display);
 
 /// Whether `dialog` is transient for `window` and belongs to the same client. Waits for the server.
 bool isDialogOf(DisplayConnection& display, xcb_window_t dialog, xcb_window_t window);

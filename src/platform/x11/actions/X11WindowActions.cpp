@@ -11,6 +11,12 @@ namespace kelpa::x11 {
 
 namespace {
 
+/// The window manager counts from 0.
+std::uint32_t desktopFrom(int number)
+{
+    return static_cast<std::uint32_t>(number - 1);
+}
+
 class X11WindowElement : public AccessibilityElement
 {
 public:
@@ -35,6 +41,12 @@ public:
     void requestFocus() override { activate(); }
     void requestRaise() override { activate(); }
     void requestClose() override { m_pager.close(m_target); }
+    void requestVirtualDesktop(int number) override
+    {
+        // It may take the focus away, and does not bring it back.
+        m_activation = Activation::notRequested;
+        m_pager.sendToDesktop(m_target, desktopFrom(number));
+    }
 
 private:
     enum class Activation : std::uint8_t { notRequested, confirmed, unconfirmed };
@@ -87,6 +99,11 @@ std::optional<AccessibilityElements> X11WindowActions::elements(ProcessID proces
             elements.push_back(std::move(element));
     }
     return elements;
+}
+
+void X11WindowActions::showVirtualDesktop(int number)
+{
+    m_pager.showDesktop(desktopFrom(number));
 }
 
 std::map<ProcessID, AccessibilityElements>

@@ -25,6 +25,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_CLIENT_LIST_STACKING",
     "_NET_CURRENT_DESKTOP",
     "_NET_DESKTOP_NAMES",
+    "_NET_NUMBER_OF_DESKTOPS",
     "_NET_ACTIVE_WINDOW",
     "_NET_CLOSE_WINDOW",
     "_NET_STARTUP_INFO_BEGIN",

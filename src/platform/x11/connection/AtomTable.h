@@ -26,6 +26,7 @@ enum class Atom : std::uint8_t {
     netClientListStacking,
     netCurrentDesktop,
     netDesktopNames,
+    netNumberOfDesktops,
     netActiveWindow,
     netCloseWindow,
     netStartupInfoBegin,

@@ -1,7 +1,11 @@
 #include "platform/x11/discovery/ClientWindow.h"
 
+#include "model/GoalPins.h"
+#include "model/WindowItem.h"
 #include "platform/DialogOwners.h"
 #include "platform/PointScale.h"
+
+#include <algorithm>
 
 namespace kelpa::x11 {
 
@@ -71,6 +75,28 @@ std::optional<QString> virtualDesktop(const ClientWindow& window, const DesktopC
     const QString name =
         context.desktopNames.value(static_cast<qsizetype>(*window.desktop)).trimmed();
     return name.isEmpty() ? QString::number(std::uint64_t{*window.desktop} + 1) : name;
+}
+
+std::optional<int> desktopNumber(const ClientWindow& window, const DesktopContext& context)
+{
+    if (!window.desktop || context.desktopCount == 0)
+        return std::nullopt;
+    if (*window.desktop == everyDesktop)
+        return everyVirtualDesktop;
+    constexpr std::uint32_t last = std::uint32_t{mostVirtualDesktops} - 1;
+    return *window.desktop <= last ? std::optional(static_cast<int>(*window.desktop) + 1)
+                                   : std::nullopt;
+}
+
+QStringList virtualDesktops(const DesktopContext& context)
+{
+    const auto count =
+        static_cast<qsizetype>(std::min(context.desktopCount, std::uint32_t{mostVirtualDesktops}));
+    QStringList names;
+    names.reserve(count);
+    for (qsizetype index = 0; index < count; ++index)
+        names.append(context.desktopNames.value(index).trimmed());
+    return names;
 }
 
 std::map<std::uint32_t, std::uint32_t> ownersOfDialogs(const std::vector<ClientWindow>& windows)

@@ -8,6 +8,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <functional>
@@ -91,6 +92,9 @@ struct DesktopContext
     double pixelsPerPoint = 1;
     /// _NET_DESKTOP_NAMES: of the desktops from 0 on; there may be more desktops, or fewer.
     QList<QString> desktopNames{};
+    /// _NET_NUMBER_OF_DESKTOPS; 0 when the window manager does not announce that it has desktops
+    /// and sends windows there.
+    std::uint32_t desktopCount = 0;
 };
 
 /// As WindowListEntry::layer: 0 for normal windows and dialogs that are on the task list. A window
@@ -104,6 +108,12 @@ bool isOnScreen(const ClientWindow& window, const DesktopContext& context);
 
 /// As WindowListEntry::virtualDesktop.
 std::optional<QString> virtualDesktop(const ClientWindow& window, const DesktopContext& context);
+
+/// As WindowListEntry::desktopNumber.
+std::optional<int> desktopNumber(const ClientWindow& window, const DesktopContext& context);
+
+/// As DiscoverySource::virtualDesktops.
+QStringList virtualDesktops(const DesktopContext& context);
 
 /// By the server's ids: the window of each dialog which waits for an answer. A dialog is modal, or
 /// says that it is one, since not every toolkit says that one is modal.

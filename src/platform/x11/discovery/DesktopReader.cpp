@@ -123,6 +123,7 @@ RootReading readRoot(DisplayConnection& display)
     PropertyReply supported = request(Atom::netSupported, maxSupported);
     PropertyReply desktop = request(Atom::netCurrentDesktop, 1);
     PropertyReply names = request(Atom::netDesktopNames, wordsOfDesktopNames);
+    PropertyReply desktops = request(Atom::netNumberOfDesktops, 1);
     PropertyReply check = request(Atom::netSupportingWmCheck, 1);
     PropertyReply counter = request(Atom::kelpaNumberCounter, 1);
     SelectionOwnerReply owner(display.connection(), atoms[Atom::kelpaNumbers]);
@@ -135,11 +136,16 @@ RootReading readRoot(DisplayConnection& display)
             reading.clients = topToBottom(words(property, XCB_ATOM_WINDOW));
     }
     const std::vector<xcb_atom_t> hints = words(propertyOf(supported.get()), XCB_ATOM_ATOM);
-    reading.context.marksHiddenWindows =
-        std::find(hints.begin(), hints.end(), atoms[Atom::netWmStateHidden]) != hints.end();
+    const auto isAnnounced = [&](Atom hint) {
+        return std::find(hints.begin(), hints.end(), atoms[hint]) != hints.end();
+    };
+    reading.context.marksHiddenWindows = isAnnounced(Atom::netWmStateHidden);
     reading.context.pixelsPerPoint = display.pixelsPerPoint();
     reading.context.currentDesktop = word(propertyOf(desktop.get()), XCB_ATOM_CARDINAL);
     reading.context.desktopNames = utf8Texts(propertyOf(names.get()), display.textTypes());
+    if (isAnnounced(Atom::netWmDesktop) && isAnnounced(Atom::netCurrentDesktop))
+        reading.context.desktopCount =
+            word(propertyOf(desktops.get()), XCB_ATOM_CARDINAL).value_or(0);
     reading.managerCheck = word(propertyOf(check.get()), XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     reading.numberCounter = word(propertyOf(counter.get()), XCB_ATOM_CARDINAL);
     if (const auto* reply = owner.get())

@@ -72,7 +72,7 @@ AccessibilityWindow accessibilityWindow(const ClientWindow& client, const Deskto
 SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
                                const DesktopContext& context, ApplicationResolver& resolver,
                                DocumentSource* documents)
-    : m_isPresent(true)
+    : m_isPresent(true), m_virtualDesktops(x11::virtualDesktops(context))
 {
     CachingResolver applications(resolver);
     const std::map<std::uint32_t, std::uint32_t> owners = ownersOfDialogs(clients);
@@ -97,6 +97,7 @@ SnapshotSource::SnapshotSource(const std::vector<ClientWindow>& clients,
         entry.sessionID = client.sessionID;
         entry.iconRevision = client.iconRevision;
         entry.virtualDesktop = virtualDesktop(client, context);
+        entry.desktopNumber = desktopNumber(client, context);
         entry.isAwaitingAnswer = awaitingAnswer.contains(client.window);
         if (const auto owner = owners.find(client.window); owner != owners.end())
             entry.dialogOf = numbers.at(owner->second);

@@ -31,6 +31,7 @@ public:
     /// Knows the processes that own client windows. A process all of whose windows are off the task
     /// list is an accessory. Its application is the one that all of its ordinary windows name.
     std::optional<RunningApplication> runningApplication(ProcessID process) override;
+    QStringList virtualDesktops() override { return m_virtualDesktops; }
     bool isAccessibilityTrusted() override;
     std::optional<std::vector<AccessibilityWindow>>
     accessibilityWindows(ProcessID process) override;
@@ -47,6 +48,7 @@ private:
     bool m_isPresent = false;
     std::vector<WindowListEntry> m_windows;
     std::vector<WindowListEntry> m_onScreen;
+    QStringList m_virtualDesktops;
     std::map<ProcessID, Process> m_processes;
 };
 

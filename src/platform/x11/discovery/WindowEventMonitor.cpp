@@ -191,7 +191,8 @@ void WindowEventMonitor::handleProperty(const xcb_property_notify_event_t& event
     } else if (isAnyOf({Atom::netClientList, Atom::netClientListStacking})) {
         m_isClientListStale = true;
         m_events.windowsChanged();
-    } else if (isAnyOf({Atom::netActiveWindow, Atom::netCurrentDesktop, Atom::netDesktopNames})) {
+    } else if (isAnyOf({Atom::netActiveWindow, Atom::netCurrentDesktop, Atom::netDesktopNames,
+                        Atom::netNumberOfDesktops})) {
         m_events.windowsChanged();
     } else if (isAnyOf({Atom::netSupportingWmCheck})) {
         requestWmCheck();

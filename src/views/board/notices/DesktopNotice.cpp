@@ -23,6 +23,7 @@ CopyKey explanation(AbilityGap gap, AbilityRequests requests)
     case AbilityGap::windowsOfXwayland:
         return CopyKey::XwaylandHasX11Windows;
     case AbilityGap::compositorProtocol:
+    case AbilityGap::onlyOnX11:
         return CopyKey::CompositorNotRead;
     case AbilityGap::shellExtensionMissing:
         return requests == AbilityRequests::possible ? CopyKey::ExtensionCanBeInstalled

@@ -1,5 +1,6 @@
 #include "platform/x11/discovery/ClientWindow.h"
 
+#include "model/WindowItem.h"
 #include "platform/PointScale.h"
 #include "support/CaseName.h"
 
@@ -134,6 +135,33 @@ TEST(VirtualDesktop, It_is_absent_on_the_present_desktop_on_all_of_them_and_with
     EXPECT_EQ(virtualDesktop(window, {0, true}), std::nullopt);
     window.desktop.reset();
     EXPECT_EQ(virtualDesktop(window, {0, true}), std::nullopt);
+}
+
+TEST(VirtualDesktop, Its_number_is_known_where_the_window_manager_has_desktops)
+{
+    ClientWindow window = shown();
+    DesktopContext context{0, true};
+    window.desktop = 2;
+    EXPECT_EQ(desktopNumber(window, context), std::nullopt);
+    context.desktopCount = 4;
+    EXPECT_EQ(desktopNumber(window, context), 3);
+    window.desktop = everyDesktop;
+    EXPECT_EQ(desktopNumber(window, context), everyVirtualDesktop);
+    window.desktop = 0xFFFFFFFE;
+    EXPECT_EQ(desktopNumber(window, context), std::nullopt);
+    window.desktop.reset();
+    EXPECT_EQ(desktopNumber(window, context), std::nullopt);
+}
+
+TEST(VirtualDesktop, There_are_as_many_as_the_window_manager_says_but_not_beyond_a_hundred)
+{
+    DesktopContext context{0, true};
+    context.desktopNames = {QStringLiteral(" Mail "), QString(), QStringLiteral("Web")};
+    EXPECT_EQ(virtualDesktops(context), QStringList());
+    context.desktopCount = 2;
+    EXPECT_EQ(virtualDesktops(context), (QStringList{QStringLiteral("Mail"), QString()}));
+    context.desktopCount = 0xFFFFFFFF;
+    EXPECT_EQ(virtualDesktops(context).size(), 100);
 }
 
 namespace {
