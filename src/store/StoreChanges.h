@@ -38,6 +38,7 @@ enum class StoreField : std::uint8_t {
     unsortedFold,
     isRememberingWindows,
     windowMemory,
+    pins,
     isClosingQuitting,
     isSavingSlowly,
     trouble,

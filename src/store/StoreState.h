@@ -3,6 +3,7 @@
 
 #include "model/BoardJson.h"
 #include "model/Goal.h"
+#include "model/GoalPins.h"
 #include "model/Preview.h"
 #include "model/RememberedWindow.h"
 #include "model/WindowItem.h"
@@ -20,6 +21,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -73,6 +75,9 @@ public:
     QHash<GoalID, QList<RememberedWindow>> absentWindows;
     /// The goals some of whose absent windows were there since the start.
     QSet<GoalID> goalsWithClosedWindows;
+    GoalPins pins;
+    /// As `DiscoverySource::virtualDesktops`.
+    QStringList virtualDesktops;
     std::optional<TroubleNotice> trouble;
 
     // Values without a signal of their own.
@@ -99,7 +104,8 @@ public:
 
     BoardVersion version() const
     {
-        return {{goals, unassignedTodos, assignments}, isAutoSortingGoals, isRememberingWindows};
+        return {
+            {goals, unassignedTodos, assignments, pins}, isAutoSortingGoals, isRememberingWindows};
     }
 
     // Goals and todos.

@@ -79,6 +79,17 @@ public:
     {
         return !m_state.goalsWithClosedWindows.contains(goalID);
     }
+    /// The number of the virtual desktop that the goal is pinned to, from 1; absent for none.
+    /// `pinsChanged`.
+    std::optional<int> pinOf(GoalID goalID) const
+    {
+        const auto pin = m_state.pins.constFind(goalID);
+        return pin != m_state.pins.constEnd() ? std::optional(*pin) : std::nullopt;
+    }
+    const GoalPins& pins() const { return m_state.pins; }
+    /// The names of the virtual desktops in their order, an empty one for a desktop without a name.
+    /// Empty where there are none, and until a pass has found them. `pinsChanged`.
+    const QStringList& virtualDesktops() const { return m_state.virtualDesktops; }
     /// Whether changes have been on their way to the disk for a second.
     bool isSavingSlowly() const { return m_state.isSavingSlowly; }
     /// What is wrong with the board's file; absent while nothing is.

@@ -25,6 +25,7 @@ void UndoSteps::show(BoardContents contents)
     m_state.assign(m_state.unassignedTodos, std::move(contents.unassignedTodos),
                    StoreField::unassignedTodos);
     m_state.assignments = std::move(contents.assignments);
+    m_state.assign(m_state.pins, std::move(contents.pins), StoreField::pins);
     m_state.assignWindows(m_state.windows);
     m_selection.reconcileWithGoals();
 }

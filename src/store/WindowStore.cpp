@@ -43,6 +43,7 @@ void emitSignals(WindowStore& store, const StoreChanges::Fields& changed)
         &WindowStore::unsortedFoldChanged,
         &WindowStore::isRememberingWindowsChanged,
         &WindowStore::windowMemoryChanged,
+        &WindowStore::pinsChanged,
         &WindowStore::isClosingQuittingChanged,
         &WindowStore::isSavingSlowlyChanged,
         &WindowStore::troubleChanged,
@@ -97,7 +98,7 @@ WindowStore::Parts::Parts(WindowStore& owner, StoreState& values, const Platform
       permissions(platform, [this] { publishPermissions(); }),
       passes(
           platform.windowServer, platform.applications, scheduler,
-          [this](const QList<WindowItem>& discovered) {
+          [this](const WindowDiscoveryBatch& discovered) {
               // Windows that may not be read any more are not gone. Those that may be read only now
               // wait for the next pass: this one has not looked.
               if (std::exchange(isPassAhead, false) || !permissions.granted().screenCapture)
@@ -124,6 +125,10 @@ WindowStore::WindowStore(const Platform& platform, SettingsStore& settings, Sche
     : StoreValues([this](const StoreChanges::Fields& changed) { emitSignals(*this, changed); }),
       m_parts(std::make_unique<Parts>(*this, m_state, platform, settings, scheduler))
 {
+    // Whatever leads to it: a window that joins its goal, a pin, an undone step, a new desktop.
+    for (const auto signal :
+         {&WindowStore::windowsChanged, &WindowStore::pinsChanged, &WindowStore::abilitiesChanged})
+        connect(this, signal, this, [this] { m_parts->sendToPins(); });
     const Update update(m_state.changes);
     m_parts->publish(m_parts->permissions.granted());
     m_parts->saver.start();
@@ -278,6 +283,7 @@ void WindowStore::Parts::loadState()
     state.assign(state.isClosingQuitting, board.isClosingQuitting.value_or(false),
                  Field::isClosingQuitting);
     state.isClosingExplained = board.isClosingExplained.value_or(false);
+    pinned.settle(board.contents.assignments, board.contents.pins);
     steps.show(joined(board.contents, state.version().contents));
     steps.restart();
     recall.load(board.windowMemoryDocument);
@@ -287,6 +293,8 @@ void WindowStore::Parts::loadState()
         entries.push_back(assignmentsEntry(state.assignments));
     else if (board.assignmentsDocument)
         entries.push_back({assignmentsKey, *board.assignmentsDocument});
+    if (state.pins != board.contents.pins)
+        entries.push_back(goalPinsEntry(state.pins));
     // An earlier version left it when the memory was switched off.
     if (!state.isRememberingWindows)
         appendEmptiedCopies(entries, settings);

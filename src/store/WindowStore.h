@@ -70,10 +70,10 @@ public:
     /// The same where nothing may be drawn any more: without a signal.
     void finishSavingInSilence();
 
-    // Undo. A step is one operation of a person that changed goals, todos or assignments, with its
-    // automatic consequences. Changes on the desktop, settings, selection and search are no steps;
-    // where switching the automatic order on moved goals, undoing that also switches it off, and
-    // forgetting windows is a step of its own.
+    // Undo. A step is one operation of a person that changed goals, todos, assignments or pins,
+    // with its automatic consequences. Changes on the desktop, settings, selection and search are
+    // no steps; where switching the automatic order on moved goals, undoing that also switches it
+    // off, and forgetting windows is a step of its own.
     /// Takes the last step back, with the very same records; does nothing when there is none.
     void undo();
     /// Repeats the step undone last, unless another one followed.
@@ -158,6 +158,20 @@ public:
     /// closed.
     bool isObserving() const;
 
+    // Virtual desktops.
+    /// Whether the desktop sends windows to virtual desktops and lets Kelpa do that; changes with
+    /// `abilities` and `isAccessibilityTrusted`.
+    bool canPinGoals() const;
+    /// Pins the goal to the virtual desktop with that number, from 1, or to none, in one step. Its
+    /// windows are sent there, also where it was pinned to that one before, and so is each window
+    /// that joins it later. Does nothing for a desktop that is not there, and where not
+    /// `canPinGoals`, unless it is for none. Going back to another pin by undo sends the windows
+    /// there as well; without a pin they stay.
+    void pinGoal(GoalID goalID, std::optional<int> desktop);
+    /// Whether `workOn` has something to do: a window of the goal, or a desktop that it is pinned
+    /// to.
+    bool hasWorkplace(GoalID goalID) const;
+
     // Acting on windows. Failures are silent.
     /// Selects the window on the board and activates it.
     void focus(const WindowItem& window);
@@ -167,7 +181,7 @@ public:
     /// `isAccessibilityTrusted`.
     bool canArrangeWindows() const;
     /// Brings the windows of the goal forward and minimises the others, as `arrangementFor` says,
-    /// where `canArrangeWindows`.
+    /// where `canArrangeWindows`; on the virtual desktop that it is pinned to, if that is there.
     void workOn(GoalID goalID);
     /// Gives the windows the state that they had before the person began to work on a goal, but
     /// those that the person has changed since. Lasts as long as the program. No step.
@@ -246,6 +260,7 @@ Q_SIGNALS:
     void isRememberingWindowsChanged();
     void isClosingQuittingChanged();
     void windowMemoryChanged();
+    void pinsChanged();
     void isSavingSlowlyChanged();
     void troubleChanged();
 

@@ -85,7 +85,8 @@ void WindowStore::workOn(GoalID goalID)
     if (!m_parts->canArrange())
         return;
     const WindowArrangement arrangement =
-        arrangementFor(goalID, m_parts->work.asRequested(m_state.windows));
+        arrangementFor(goalID, m_parts->pinned.asSent(m_parts->work.asRequested(m_state.windows)),
+                       m_parts->reachablePin(goalID));
     if (arrangement.isEmpty())
         return;
     m_parts->work.note(arrangement);

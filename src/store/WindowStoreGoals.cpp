@@ -52,6 +52,8 @@ void WindowStore::deleteGoal(GoalID goalID)
     m_state.goals.removeAt(index);
     m_state.markChanged(Field::goals);
     m_state.assignments = withoutGoal(m_state.assignments, goalID);
+    if (m_state.pins.remove(goalID) > 0)
+        m_state.markChanged(Field::pins);
     // Done before the discovery pass ends: the board has no place for a card of a goal that has
     // gone.
     m_state.assignWindows(m_state.windows);

@@ -17,6 +17,7 @@
 #include "store/desktop/LaunchFollower.h"
 #include "store/desktop/Permissions.h"
 #include "store/desktop/PreviewCaptures.h"
+#include "windows/PinnedWindows.h"
 #include "windows/WorkContext.h"
 
 #include <memory>
@@ -57,6 +58,12 @@ struct WindowStore::Parts
     /// The desktop minimises windows as well.
     bool canArrange() const;
     void publishWork();
+    /// The desktop sends windows to virtual desktops, and Kelpa may let it.
+    bool canPin() const;
+    /// Where the goal is pinned to, if Kelpa can go there now.
+    std::optional<int> reachablePin(GoalID goalID) const;
+    /// Sends the windows that are due to the desktops of their goals.
+    void sendToPins();
     /// The desktop captures windows, and Kelpa may let it.
     bool canCapture() const;
 
@@ -71,9 +78,9 @@ struct WindowStore::Parts
     void publishMemory();
     void publishPreviews(Previews captured, PreviewCaptures::Messages messages);
     /// A pass found `discovered`; what may be read is not what was published when it began.
-    void publishAndFinishPass(const QList<WindowItem>& discovered);
+    void publishAndFinishPass(const WindowDiscoveryBatch& discovered);
     /// A discovery pass found `discovered`, or may not read windows and found none.
-    void finishPass(const QList<WindowItem>& discovered);
+    void finishPass(const WindowDiscoveryBatch& discovered);
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);
     /// These windows are remembered ones: they go back to their goals.
     void takeRecalledWindows(const QList<RecalledWindow>& windows);
@@ -112,6 +119,8 @@ struct WindowStore::Parts
     ActivationQueue activations;
     /// What `workOn` changed.
     WorkContext work;
+    /// What has been sent to virtual desktops.
+    PinnedWindows pinned;
     LaunchFollower launches;
     /// Requests to quit.
     TaskQueue quits;

@@ -62,19 +62,22 @@ void WindowStore::awaitWindows(Scheduler::Duration limit)
     m_parts->passes.waitFor(std::max(limit - waited, Scheduler::Duration::zero()));
 }
 
-void WindowStore::Parts::publishAndFinishPass(const QList<WindowItem>& discovered)
+void WindowStore::Parts::publishAndFinishPass(const WindowDiscoveryBatch& discovered)
 {
     const Update update(state.changes);
     publish(permissions.granted());
-    finishPass(state.isScreenCaptureTrusted ? discovered : QList<WindowItem>());
+    finishPass(state.isScreenCaptureTrusted ? discovered : WindowDiscoveryBatch());
 }
 
-void WindowStore::Parts::finishPass(const QList<WindowItem>& discovered)
+void WindowStore::Parts::finishPass(const WindowDiscoveryBatch& discovered)
 {
     const Update update(state.changes);
-    migrateLegacyTerminalAssignments(discovered);
-    if (state.assignWindows(discovered))
+    migrateLegacyTerminalAssignments(discovered.windows);
+    state.assign(state.virtualDesktops, discovered.virtualDesktops, Field::pins);
+    if (state.assignWindows(discovered.windows))
         recall.noteWindows();
+    pinned.observe(state.windows, activations.isIdle() ? PinnedWindows::Requests::sent
+                                                       : PinnedWindows::Requests::underWay);
     work.observe(state.windows, activations.isIdle() ? WorkContext::Requests::sent
                                                      : WorkContext::Requests::underWay);
     publishWork();
@@ -250,6 +253,7 @@ void WindowStore::stopObserving()
     m_parts->passes.cancel();
     m_parts->isPassAhead = false;
     m_state.assign(m_state.windows, {}, Field::windows);
+    m_state.assign(m_state.virtualDesktops, {}, Field::pins);
     m_state.assign(m_state.previews, {}, Field::previews);
     m_parts->previewCaptures.forgetUnlisted();
     m_parts->selection.reconcileWithWindows();

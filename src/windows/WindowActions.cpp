@@ -123,6 +123,21 @@ void bringForward(const QList<WindowItem>& windows, Applications& applications,
     bringForward(windows, applications, elements, {});
 }
 
+void sendToDesktops(const QList<DesktopMove>& moves, Accessibility& accessibility,
+                    const std::stop_token& stop)
+{
+    std::set<ProcessID> processes;
+    for (const DesktopMove& move : moves)
+        processes.insert(move.window.processIdentifier);
+    ElementsByProcess elements(accessibility, processes);
+    for (const DesktopMove& move : moves) {
+        if (stop.stop_requested())
+            return;
+        if (AccessibilityElement* const element = elements.of(move.window))
+            element->requestVirtualDesktop(move.desktop);
+    }
+}
+
 void arrange(const WindowArrangement& arrangement, Applications& applications,
              Accessibility& accessibility, const std::stop_token& stop)
 {
@@ -133,6 +148,8 @@ void arrange(const WindowArrangement& arrangement, Applications& applications,
             processes.insert(window.processIdentifier);
     }
     ElementsByProcess elements(accessibility, processes);
+    if (arrangement.desktop && !stop.stop_requested())
+        accessibility.showVirtualDesktop(*arrangement.desktop);
     // Those who come later end up in front of those who came before.
     bringForward({arrangement.raised.crbegin(), arrangement.raised.crend()}, applications, elements,
                  stop);

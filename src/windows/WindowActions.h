@@ -4,6 +4,7 @@
 #include "model/WindowItem.h"
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
+#include "windows/PinnedWindows.h"
 #include "windows/WorkContext.h"
 
 #include <QList>
@@ -23,6 +24,12 @@ AccessibilityElement* accessibilityWindow(const WindowItem& window,
 /// one.
 void bringForward(const QList<WindowItem>& windows, Applications& applications,
                   Accessibility& accessibility);
+
+/// Sends the windows to virtual desktops, as far as they can be matched; the rest is left when
+/// `stop` is requested. Requests the elements of all processes at once. Any thread but the main
+/// one.
+void sendToDesktops(const QList<DesktopMove>& moves, Accessibility& accessibility,
+                    const std::stop_token& stop);
 
 /// Carries the requests out in the background, as far as the windows can be matched: each one does
 /// not wait for its window, and the rest is left when `stop` is requested. Requests the elements of

@@ -15,8 +15,22 @@ namespace {
 /// The first may have begun before the desktop was asked, and the others give it time.
 constexpr int passesToWait = 2;
 
-/// The virtual desktop to work on; absent for the present one.
-std::optional<QString> workplace(const QList<WindowItem>& ofGoal)
+/// A virtual desktop: that of a pin, or the one of that name, or the present one.
+struct Workplace
+{
+    std::optional<int> pin{};
+    std::optional<QString> name{};
+
+    bool has(const WindowItem& window) const
+    {
+        if (!pin)
+            return window.virtualDesktop == name;
+        return window.desktopNumber == pin || window.desktopNumber == everyVirtualDesktop;
+    }
+};
+
+/// The name of the virtual desktop to work on; absent for the present one.
+std::optional<QString> workplaceOf(const QList<WindowItem>& ofGoal)
 {
     const bool isHere = std::ranges::any_of(
         ofGoal, [](const WindowItem& window) { return !window.virtualDesktop; });
@@ -45,23 +59,28 @@ bool isDialogOfListed(const WindowItem& window, const QSet<WindowID>& listed)
 
 } // namespace
 
-WindowArrangement arrangementFor(GoalID goalID, const QList<WindowItem>& windows)
+WindowArrangement arrangementFor(GoalID goalID, const QList<WindowItem>& windows,
+                                 std::optional<int> pin)
 {
     QList<WindowItem> ofGoal;
     std::ranges::copy_if(windows, std::back_inserter(ofGoal),
                          [&goalID](const WindowItem& each) { return each.goalID == goalID; });
-    if (ofGoal.isEmpty())
-        return {};
-    const std::optional<QString> place = workplace(ofGoal);
     WindowArrangement arrangement;
+    arrangement.desktop = pin;
+    if (ofGoal.isEmpty())
+        return arrangement;
+    const Workplace place = pin ? Workplace{.pin = pin} : Workplace{.name = workplaceOf(ofGoal)};
     std::ranges::copy_if(ofGoal, std::back_inserter(arrangement.raised),
-                         [&place](const WindowItem& each) { return each.virtualDesktop == place; });
+                         [&place](const WindowItem& each) { return place.has(each); });
+    if (arrangement.raised.isEmpty())
+        return arrangement;
     const QSet<WindowID> staying = withOwners(arrangement.raised, windows);
     QSet<WindowID> listed;
     for (const WindowItem& each : windows)
         listed.insert(each.id);
     const auto isInTheWay = [&](const WindowItem& each) {
-        const bool isThere = each.virtualDesktop == place && (place || each.isOnScreen);
+        // On the present desktop, a window that does not show is not in the way.
+        const bool isThere = place.has(each) && (each.virtualDesktop || each.isOnScreen);
         return isThere && !each.isMinimized && each.goalID != goalID &&
                !staying.contains(each.id) && !isDialogOfListed(each, listed);
     };

@@ -22,8 +22,13 @@ struct WindowArrangement
     QList<WindowItem> minimized{};
     /// No longer minimised, the first one topmost.
     QList<WindowItem> restored{};
+    /// The number of the virtual desktop that is shown before; absent where the windows decide.
+    std::optional<int> desktop{};
 
-    bool isEmpty() const { return raised.isEmpty() && minimized.isEmpty() && restored.isEmpty(); }
+    bool isEmpty() const
+    {
+        return raised.isEmpty() && minimized.isEmpty() && restored.isEmpty() && !desktop;
+    }
 
     friend bool operator==(const WindowArrangement&, const WindowArrangement&) = default;
 };
@@ -33,7 +38,12 @@ struct WindowArrangement
 /// windows on other desktops are not in the way. A dialog is left to the desktop, which minimises
 /// it with its window, and a window whose dialog belongs to the goal stays. Empty when the goal has
 /// no window. `windows` are all that are listed, from front to back.
-WindowArrangement arrangementFor(GoalID goalID, const QList<WindowItem>& windows);
+///
+/// Where the goal is pinned to the virtual desktop `pin`, that one is shown and counts instead, and
+/// its windows elsewhere stay, since the person has put them there. Without a window of the goal
+/// nothing is in the way there.
+WindowArrangement arrangementFor(GoalID goalID, const QList<WindowItem>& windows,
+                                 std::optional<int> pin = std::nullopt);
 
 /// What was changed of windows for the goal or goals that the person works on, since the person
 /// last went back. A value that lasts as long as the program.

@@ -37,6 +37,7 @@ SignalLog::SignalLog(const WindowStore& store)
     listen(&WindowStore::isRememberingWindowsChanged, "isRememberingWindows");
     listen(&WindowStore::windowMemoryChanged, "windowMemory");
     listen(&WindowStore::isSavingSlowlyChanged, "isSavingSlowly");
+    listen(&WindowStore::pinsChanged, "pins");
     listen(&WindowStore::troubleChanged, "trouble");
 }
 

@@ -17,6 +17,7 @@ BoardContents joined(BoardContents stored, BoardContents made)
     stored.goals.append(std::move(made.goals));
     stored.unassignedTodos.append(std::move(made.unassignedTodos));
     stored.assignments.insert(made.assignments);
+    stored.pins.insert(made.pins);
     applyPositions(stored.goals, positions);
     applyPositions(stored.unassignedTodos, positions);
     return stored;
@@ -27,6 +28,10 @@ BoardContents restored(const BoardContents& present, BoardContents backup)
     for (const auto& [window, goalID] : present.assignments.asKeyValueRange()) {
         if (!backup.assignments.contains(window) && goalWith(goalID, backup.goals) != nullptr)
             backup.assignments.insert(window, goalID);
+    }
+    for (const auto& [goalID, desktop] : present.pins.asKeyValueRange()) {
+        if (!backup.pins.contains(goalID) && goalWith(goalID, backup.goals) != nullptr)
+            backup.pins.insert(goalID, desktop);
     }
     return backup;
 }

@@ -45,6 +45,7 @@ BoardHistory::Step BoardHistory::stepBetween(const BoardVersion& from, const Boa
     Step step;
     step.goals = to.contents.goals;
     step.unassignedTodos = to.contents.unassignedTodos;
+    step.pins = to.contents.pins;
     const Assignments& wanted = to.contents.assignments;
     const Assignments& present = from.contents.assignments;
     for (const Assignments& keys : {wanted, present}) {
@@ -69,7 +70,8 @@ BoardVersion BoardHistory::applyLast(QList<Step>& source, QList<Step>& inverses,
     Step inverse;
     inverse.goals = board.contents.goals;
     inverse.unassignedTodos = board.contents.unassignedTodos;
-    BoardVersion result{{step.goals, step.unassignedTodos, board.contents.assignments},
+    inverse.pins = board.contents.pins;
+    BoardVersion result{{step.goals, step.unassignedTodos, board.contents.assignments, step.pins},
                         board.isAutoSortingGoals,
                         board.isRememberingWindows};
     for (const auto& [key, goalID] : step.assignments.asKeyValueRange()) {

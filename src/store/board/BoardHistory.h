@@ -20,9 +20,9 @@ struct BoardVersion
     friend bool operator==(const BoardVersion&, const BoardVersion&) = default;
 };
 
-/// The last steps of a person. A step keeps all goals and todos as they were before it, since only
-/// a person changes them, but only those assignments that the step itself changed: windows that
-/// appear in between add others.
+/// The last steps of a person. A step keeps all goals, todos and pins as they were before it, since
+/// only a person changes them, but only those assignments that the step itself changed: windows
+/// that appear in between add others.
 class BoardHistory
 {
 public:
@@ -30,9 +30,9 @@ public:
     static constexpr qsizetype maxSteps = 100;
 
     /// Records that a person turned `before` into `after`, and drops the steps that could be
-    /// redone. False when goals, todos and assignments are the same, and what is remembered was not
-    /// forgotten: the automatic order by itself is a setting, and belongs to a step only where it
-    /// changed the order of the goals.
+    /// redone. False when goals, todos, assignments and pins are the same, and what is remembered
+    /// was not forgotten: the automatic order by itself is a setting, and belongs to a step only
+    /// where it changed the order of the goals.
     bool record(const BoardVersion& before, const BoardVersion& after);
     void clear();
 
@@ -53,6 +53,7 @@ private:
         QList<TodoItem> unassignedTodos;
         /// Window key to goal, or to none.
         QMap<QString, std::optional<GoalID>> assignments;
+        GoalPins pins;
         std::optional<bool> isAutoSortingGoals;
         std::optional<bool> isRememberingWindows;
     };

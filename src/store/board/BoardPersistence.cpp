@@ -62,6 +62,12 @@ StoredBoard loadBoard(SettingsStore& settings)
             settings.copyAside(assignmentsKey);
         }
     }
+    if (const auto document = storedDocument(settings, goalPinsKey)) {
+        if (auto pins = decodeGoalPins(*document))
+            board.contents.pins = *std::move(pins);
+        else
+            settings.copyAside(goalPinsKey);
+    }
     board.isRememberingWindows = stored<bool>(settings, rememberingWindowsKey);
     if (board.isRememberingWindows.value_or(true))
         board.windowMemoryDocument = storedDocument(settings, windowMemoryKey);
@@ -96,7 +102,8 @@ std::optional<BoardContents> boardIn(const QMap<QString, SettingsValue>& values)
     const bool isRead =
         read(board.goals, decodeGoals, goalsKey, legacyGoalsKey) &&
         read(board.unassignedTodos, decodeTodos, unassignedTodosKey, QString()) &&
-        read(board.assignments, decodeAssignments, assignmentsKey, legacyAssignmentsKey);
+        read(board.assignments, decodeAssignments, assignmentsKey, legacyAssignmentsKey) &&
+        read(board.pins, decodeGoalPins, goalPinsKey, QString());
     return isRead && isFound ? std::optional(std::move(board)) : std::nullopt;
 }
 
@@ -129,12 +136,18 @@ std::optional<std::vector<SettingsEntry>> wholeBoardEntries(const BoardContents&
     if (entries.size() != lists)
         return std::nullopt;
     entries.push_back(assignmentsEntry(board.assignments));
+    entries.push_back(goalPinsEntry(board.pins));
     return entries;
 }
 
 SettingsEntry assignmentsEntry(const Assignments& assignments)
 {
     return {assignmentsKey, encodeAssignments(assignments)};
+}
+
+SettingsEntry goalPinsEntry(const GoalPins& pins)
+{
+    return {goalPinsKey, encodeGoalPins(pins)};
 }
 
 SettingsEntry windowMemoryEntry(const RememberedWindows& windows)

@@ -20,6 +20,7 @@ namespace kelpa {
 inline const QString goalsKey = QStringLiteral("kelpa.goals");
 inline const QString unassignedTodosKey = QStringLiteral("kelpa.unassignedTodos");
 inline const QString assignmentsKey = QStringLiteral("kelpa.windowAssignments");
+inline const QString goalPinsKey = QStringLiteral("kelpa.goalPins");
 inline const QString languageKey = QStringLiteral("kelpa.language");
 inline const QString windowMemoryKey = keyWithoutBackup;
 inline const QString rememberingWindowsKey = QStringLiteral("kelpa.rememberingWindows");
@@ -58,9 +59,9 @@ struct EncodedBoard
     std::vector<SettingsEntry> entries;
 };
 
-/// Reads everything. Goals, todos or assignments that do not decode count as empty, and are first
-/// copied aside in `settings`, since the next save overwrites them; a language or a setting that
-/// does not decode counts as absent.
+/// Reads everything. Goals, todos, assignments or pins that do not decode count as empty, and are
+/// first copied aside in `settings`, since the next save overwrites them; a language or a setting
+/// that does not decode counts as absent.
 StoredBoard loadBoard(SettingsStore& settings);
 
 /// The board that the values of a file hold, as in a backup. Absent when a part of it does not
@@ -73,9 +74,11 @@ std::set<WindowID> assignedWindows(const SettingsStore& settings);
 /// The entries that a save writes. A part that cannot be encoded is left out.
 std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
                                         const QList<TodoItem>& unassignedTodos);
-/// The entries of a whole board, its assignments too. Absent when a part cannot be encoded.
+/// The entries of a whole board, its assignments and pins too. Absent when a part cannot be
+/// encoded.
 std::optional<std::vector<SettingsEntry>> wholeBoardEntries(const BoardContents& board);
 SettingsEntry assignmentsEntry(const Assignments& assignments);
+SettingsEntry goalPinsEntry(const GoalPins& pins);
 SettingsEntry windowMemoryEntry(const RememberedWindows& windows);
 
 } // namespace kelpa

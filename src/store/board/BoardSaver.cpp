@@ -57,6 +57,9 @@ std::vector<SettingsEntry> BoardSaver::entriesOf(const BoardContents& board)
             ? std::move(m_expected->entries)
             : boardEntries(board.goals, board.unassignedTodos);
     entries.push_back(assignmentsEntry(board.assignments));
+    // Most boards pin nothing, and have no such value.
+    if (!board.pins.isEmpty() || m_settings.value(goalPinsKey))
+        entries.push_back(goalPinsEntry(board.pins));
     return entries;
 }
 

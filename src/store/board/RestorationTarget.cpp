@@ -120,6 +120,17 @@ std::optional<TargetSelection> placeOfMovedWindow(const Assignments& before,
     return before != after ? std::optional(TargetSelection::unassigned()) : std::nullopt;
 }
 
+/// A goal whose pin differs; none when all are the same.
+std::optional<TargetSelection> goalOfMovedPin(const BoardContents& before,
+                                              const BoardContents& after)
+{
+    const auto moved = std::ranges::find_if(after.goals, [&](const Goal& goal) {
+        return before.pins.value(goal.id) != after.pins.value(goal.id);
+    });
+    return moved != after.goals.end() ? std::optional(TargetSelection::goal(moved->id))
+                                      : std::nullopt;
+}
+
 } // namespace
 
 std::optional<RestorationTarget> restorationTarget(const BoardContents& before,
@@ -168,6 +179,8 @@ std::optional<RestorationTarget> restorationTarget(const BoardContents& before,
         return std::nullopt;
     if (const auto place = placeOfMovedWindow(before.assignments, after.assignments))
         return RestorationTarget{.target = *place, .isPlaceOfWindow = true};
+    if (const auto goal = goalOfMovedPin(before, after))
+        return RestorationTarget{.target = *goal};
     const QList<Column> former = columns(before);
     const QList<Column> latter = columns(after);
     if (const Column* const moved = affectedItem(former, latter))

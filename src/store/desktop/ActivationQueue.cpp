@@ -32,4 +32,14 @@ void ActivationQueue::enqueue(const WindowArrangement& arrangement)
         [](Done) {});
 }
 
+void ActivationQueue::enqueue(const QList<DesktopMove>& moves)
+{
+    m_queue.add(
+        [moves, &accessibility = m_accessibility](const std::stop_token& stop) {
+            sendToDesktops(moves, accessibility, stop);
+            return Done{};
+        },
+        [](Done) {});
+}
+
 } // namespace kelpa

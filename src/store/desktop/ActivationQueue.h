@@ -5,6 +5,7 @@
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
 #include "platform/TaskQueue.h"
+#include "windows/PinnedWindows.h"
 #include "windows/WorkContext.h"
 
 #include <QList>
@@ -23,6 +24,8 @@ public:
     void enqueue(const QList<WindowItem>& windows);
     /// Carries the requests out likewise.
     void enqueue(const WindowArrangement& arrangement);
+    /// Sends the windows to virtual desktops likewise.
+    void enqueue(const QList<DesktopMove>& moves);
     /// All requests have been sent.
     bool isIdle() const { return m_queue.isIdle(); }
 

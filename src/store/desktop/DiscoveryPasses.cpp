@@ -22,7 +22,8 @@ auto passOver(WindowServer& server, ProcessID ownProcess, DiscoveryPasses::ReadA
         const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
         if (access == DiscoveryPasses::ReadAccess::denied)
             return WindowDiscoveryBatch{};
-        return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, ownProcess)};
+        return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, ownProcess),
+                                    source->virtualDesktops()};
     };
 }
 
@@ -65,7 +66,7 @@ void DiscoveryPasses::finish(const std::optional<WindowDiscoveryBatch>& batch)
     const bool isRerunDue = std::exchange(m_isRerunRequested, false);
     const WorkPriority priority = std::exchange(m_rerunPriority, WorkPriority::utility);
     if (batch)
-        m_finished(batch->windows);
+        m_finished(*batch);
     if (isRerunDue)
         m_rerunDue(priority);
 }

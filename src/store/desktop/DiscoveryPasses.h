@@ -23,8 +23,8 @@ class DiscoveryPasses
 public:
     /// Whether other applications' windows may be read. A pass without access finds none.
     enum class ReadAccess : std::uint8_t { denied, granted };
-    /// Receives the windows that the pass found. A cancelled pass does not report.
-    using Finished = std::function<void(const QList<WindowItem>& windows)>;
+    /// Receives what the pass found. A cancelled pass does not report.
+    using Finished = std::function<void(const WindowDiscoveryBatch& found)>;
     /// Called after a pass has ended during which another one was requested: with normal priority
     /// when `runNow` did.
     using RerunDue = std::function<void(WorkPriority priority)>;

@@ -57,6 +57,23 @@ TEST(BoardContents, A_window_that_both_boards_assign_stays_where_it_was_put_last
                                               {QStringLiteral("2"), storedGoal.id}}));
 }
 
+TEST(BoardContents, A_goal_that_both_boards_pin_is_where_it_was_pinned_last)
+{
+    const BoardContents board =
+        joined({{storedGoal}, {}, {}, {{storedGoal.id, 2}, {madeGoal.id, 3}}},
+               {{madeGoal}, {}, {}, {{madeGoal.id, 4}}});
+    EXPECT_EQ(board.pins, (GoalPins{{storedGoal.id, 2}, {madeGoal.id, 4}}));
+}
+
+TEST(BoardContents, A_restored_board_keeps_pins_of_goals_that_the_backup_pins_nowhere)
+{
+    const GoalID gone = GoalID::create();
+    const BoardContents present{{}, {}, {}, {{storedGoal.id, 2}, {madeGoal.id, 3}, {gone, 4}}};
+    const BoardContents board =
+        restored(present, {{storedGoal, madeGoal}, {}, {}, {{storedGoal.id, 1}}});
+    EXPECT_EQ(board.pins, (GoalPins{{storedGoal.id, 1}, {madeGoal.id, 3}}));
+}
+
 TEST(BoardContents, A_restored_board_is_the_backup_with_the_windows_of_its_goals)
 {
     const BoardContents backup{{storedGoal}, {storedLoose}, {{QStringLiteral("1"), storedGoal.id}}};

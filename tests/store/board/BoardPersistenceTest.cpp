@@ -213,7 +213,7 @@ TEST(WholeBoardEntries, Are_all_or_none)
     QStringList keys;
     for (const SettingsEntry& entry : *entries)
         keys.append(entry.key);
-    EXPECT_EQ(keys, (QStringList{goalsKey, unassignedTodosKey, assignmentsKey}));
+    EXPECT_EQ(keys, (QStringList{goalsKey, unassignedTodosKey, assignmentsKey, goalPinsKey}));
     EXPECT_FALSE(wholeBoardEntries({{}, {never}, {}}));
     EXPECT_FALSE(wholeBoardEntries({{goal(QStringLiteral("Home"), {never})}, {milk}, {}}));
 }
@@ -228,6 +228,11 @@ TEST(BoardIn, The_values_of_a_file_are_its_board)
         values.insert(entry.key, entry.value);
     values.insert(assignmentsKey, assignmentsEntry(assignments).value);
     EXPECT_EQ(boardIn(values), (BoardContents{{work}, {milk}, assignments}));
+    values.insert(goalPinsKey, goalPinsEntry({{work.id, 3}}).value);
+    EXPECT_EQ(boardIn(values), (BoardContents{{work}, {milk}, assignments, {{work.id, 3}}}));
+    values.insert(goalPinsKey, QByteArray("{}"));
+    EXPECT_EQ(boardIn(values), std::nullopt);
+    values.remove(goalPinsKey);
 
     // An earlier release had no todos without a goal.
     values.remove(unassignedTodosKey);

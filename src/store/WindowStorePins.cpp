@@ -1,0 +1,66 @@
+// Goals that are pinned to virtual desktops.
+
+#include "store/WindowStoreParts.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+bool WindowStore::Parts::canPin() const
+{
+    return canAct() && state.abilities.has(DesktopAbility::virtualDesktops);
+}
+
+std::optional<int> WindowStore::Parts::reachablePin(GoalID goalID) const
+{
+    const auto pin = state.pins.constFind(goalID);
+    if (pin == state.pins.constEnd() || !canPin() || !isDesktopThere(*pin, state.virtualDesktops))
+        return std::nullopt;
+    return *pin;
+}
+
+void WindowStore::Parts::sendToPins()
+{
+    if (state.pins.isEmpty() || !canPin())
+        return;
+    const QList<DesktopMove> moves = pinned.due(state.windows, state.pins, state.virtualDesktops);
+    if (!moves.isEmpty())
+        activations.enqueue(moves);
+}
+
+bool WindowStore::canPinGoals() const
+{
+    return m_parts->canPin();
+}
+
+void WindowStore::pinGoal(GoalID goalID, std::optional<int> desktop)
+{
+    const Update update(m_state.changes);
+    if (!m_state.hasGoal(goalID))
+        return;
+    if (desktop && (!m_parts->canPin() || !isDesktopThere(*desktop, m_state.virtualDesktops)))
+        return;
+    if (desktop) {
+        m_parts->pinned.forget(goalID);
+        // Also where that pin is there already: it gathers what has strayed.
+        m_state.markChanged(Field::pins);
+    }
+    if (pinOf(goalID) == desktop)
+        return;
+    if (desktop)
+        m_state.pins.insert(goalID, *desktop);
+    else
+        m_state.pins.remove(goalID);
+    m_state.markChanged(Field::pins);
+    m_parts->steps.saveStep();
+}
+
+bool WindowStore::hasWorkplace(GoalID goalID) const
+{
+    return m_parts->reachablePin(goalID) ||
+           std::ranges::any_of(m_state.windows, [&goalID](const WindowItem& window) {
+               return window.goalID == goalID;
+           });
+}
+
+} // namespace kelpa

@@ -1,0 +1,83 @@
+#include "windows/PinnedWindows.h"
+
+#include "windows/WindowReconciliation.h"
+
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// The first may have begun before the desktop was asked, and the others give it time.
+constexpr int passesToWait = 2;
+
+} // namespace
+
+bool isDesktopThere(int number, const QStringList& virtualDesktops)
+{
+    return number >= 1 && number <= virtualDesktops.size();
+}
+
+void PinnedWindows::settle(const Assignments& assignments, const GoalPins& pins)
+{
+    for (const WindowID windowID : assignedWindows(assignments)) {
+        const GoalID goalID = assignments.value(assignmentKey(windowID));
+        if (const auto pin = pins.constFind(goalID); pin != pins.constEnd())
+            m_settled.insert(windowID, {goalID, *pin});
+    }
+}
+
+void PinnedWindows::forget(GoalID goalID)
+{
+    m_settled.removeIf([&goalID](const std::pair<const WindowID&, Place&>& each) {
+        return each.second.goalID == goalID;
+    });
+}
+
+QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const GoalPins& pins,
+                                      const QStringList& virtualDesktops)
+{
+    QList<DesktopMove> moves;
+    for (const WindowItem& window : windows) {
+        const auto settled = m_settled.find(window.id);
+        // Where the goal is only pinned no more, undo may pin it again.
+        if (settled != m_settled.end() && window.goalID != settled->goalID)
+            m_settled.erase(settled);
+        const auto pin = window.goalID ? pins.constFind(*window.goalID) : pins.constEnd();
+        if (pin == pins.constEnd() || !window.desktopNumber ||
+            !isDesktopThere(*pin, virtualDesktops))
+            continue;
+        const Place place{*window.goalID, *pin};
+        if (m_settled.value(window.id) == place)
+            continue;
+        m_settled.insert(window.id, place);
+        if (*window.desktopNumber == *pin || *window.desktopNumber == everyVirtualDesktop)
+            continue;
+        m_sent.insert(window.id, {.desktop = *pin});
+        moves.append({window, *pin});
+    }
+    return moves;
+}
+
+void PinnedWindows::observe(const QList<WindowItem>& windows, Requests requests)
+{
+    for (const WindowItem& window : windows) {
+        const auto sent = m_sent.find(window.id);
+        if (sent == m_sent.end())
+            continue;
+        const bool isThere = window.desktopNumber == sent->desktop;
+        if (isThere || (requests == Requests::sent && ++sent->missedPasses > passesToWait))
+            m_sent.erase(sent);
+    }
+}
+
+QList<WindowItem> PinnedWindows::asSent(QList<WindowItem> windows) const
+{
+    for (WindowItem& window : windows) {
+        if (const auto sent = m_sent.constFind(window.id); sent != m_sent.constEnd())
+            window.desktopNumber = sent->desktop;
+    }
+    return windows;
+}
+
+} // namespace kelpa

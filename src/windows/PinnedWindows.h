@@ -1,0 +1,75 @@
+// Which windows are sent to the virtual desktops of their goals. Each is sent once for each pin
+// that it comes under; where the person moves it afterwards, it stays.
+#pragma once
+
+#include "model/BoardJson.h"
+#include "model/GoalPins.h"
+#include "model/WindowItem.h"
+
+#include <QHash>
+#include <QList>
+#include <QStringList>
+
+#include <cstdint>
+
+namespace kelpa {
+
+/// A window, and the number of the virtual desktop to which it is sent.
+struct DesktopMove
+{
+    WindowItem window;
+    int desktop = 0;
+
+    friend bool operator==(const DesktopMove&, const DesktopMove&) = default;
+};
+
+/// Whether a virtual desktop with that number is there.
+bool isDesktopThere(int number, const QStringList& virtualDesktops);
+
+/// A value that lasts as long as the program.
+class PinnedWindows
+{
+public:
+    /// These windows have come under these pins in an earlier run: they stay where they are.
+    void settle(const Assignments& assignments, const GoalPins& pins);
+
+    /// The person pins the goal: all of its windows are sent, also those that were sent before.
+    void forget(GoalID goalID);
+
+    /// The windows to send now; the next call does not give them again. A window waits whose
+    /// desktop is not there, or of which it is not known on which desktop it is. One that is on all
+    /// desktops, or there already, needs no sending. Windows stay where they are when their goal is
+    /// pinned no more.
+    QList<DesktopMove> due(const QList<WindowItem>& windows, const GoalPins& pins,
+                           const QStringList& virtualDesktops);
+
+    enum class Requests : std::uint8_t { underWay, sent };
+
+    /// A pass has listed `windows`.
+    void observe(const QList<WindowItem>& windows, Requests requests);
+
+    /// The windows as they will be once the desktop has done what was requested.
+    QList<WindowItem> asSent(QList<WindowItem> windows) const;
+
+private:
+    struct Place
+    {
+        GoalID goalID;
+        int desktop = 0;
+
+        friend bool operator==(const Place&, const Place&) = default;
+    };
+    struct Sending
+    {
+        int desktop = 0;
+        /// How many passes did not show it since the requests were sent.
+        int missedPasses = 0;
+    };
+
+    /// The pin that each window has come under last.
+    QHash<WindowID, Place> m_settled;
+    /// What no pass has shown yet.
+    QHash<WindowID, Sending> m_sent;
+};
+
+} // namespace kelpa

@@ -1,0 +1,152 @@
+#include "windows/PinnedWindows.h"
+
+#include "windows/WindowReconciliation.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa {
+namespace {
+
+const QStringList fourDesktops{QString(), QString(), QString(), QString()};
+
+class PinnedWindowsTest : public testing::Test
+{
+protected:
+    static WindowItem window(WindowID id, std::optional<GoalID> goalID,
+                             std::optional<int> desktop = 1)
+    {
+        WindowItem item;
+        item.id = id;
+        item.goalID = goalID;
+        item.desktopNumber = desktop;
+        return item;
+    }
+
+    /// The windows that are sent, and where to.
+    QList<std::pair<WindowID, int>> due(const QList<WindowItem>& windows, const GoalPins& pins,
+                                        const QStringList& desktops = fourDesktops)
+    {
+        QList<std::pair<WindowID, int>> sent;
+        for (const DesktopMove& move : pinned.due(windows, pins, desktops))
+            sent.append({move.window.id, move.desktop});
+        return sent;
+    }
+
+    using Sent = QList<std::pair<WindowID, int>>;
+
+    const GoalID taxes = GoalID::create();
+    const GoalID garden = GoalID::create();
+    PinnedWindows pinned;
+};
+
+TEST_F(PinnedWindowsTest, A_pinned_goals_windows_are_sent_once_and_no_others)
+{
+    const QList<WindowItem> windows{window(1, taxes), window(2, garden), window(3, std::nullopt),
+                                    window(4, taxes)};
+    EXPECT_EQ(due(windows, {}), Sent());
+    EXPECT_EQ(due(windows, {{taxes, 2}}), (Sent{{1, 2}, {4, 2}}));
+    EXPECT_EQ(due(windows, {{taxes, 2}}), Sent());
+}
+
+TEST_F(PinnedWindowsTest, A_window_that_joins_the_goal_later_is_sent)
+{
+    EXPECT_EQ(due({window(1, std::nullopt), window(2, garden)}, {{taxes, 2}}), Sent());
+    EXPECT_EQ(due({window(1, taxes), window(2, garden)}, {{taxes, 2}}), (Sent{{1, 2}}));
+    EXPECT_EQ(due({window(1, taxes, 2), window(2, taxes)}, {{taxes, 2}}), (Sent{{2, 2}}));
+}
+
+TEST_F(PinnedWindowsTest, A_window_that_the_person_moves_elsewhere_stays_until_it_joins_again)
+{
+    due({window(1, taxes)}, {{taxes, 2}});
+    EXPECT_EQ(due({window(1, taxes, 2)}, {{taxes, 2}}), Sent());
+    EXPECT_EQ(due({window(1, taxes, 4)}, {{taxes, 2}}), Sent());
+    EXPECT_EQ(due({window(1, std::nullopt, 4)}, {{taxes, 2}}), Sent());
+    EXPECT_EQ(due({window(1, taxes, 4)}, {{taxes, 2}}), (Sent{{1, 2}}));
+}
+
+TEST_F(PinnedWindowsTest, A_window_that_moves_between_pinned_goals_follows)
+{
+    const GoalPins pins{{taxes, 2}, {garden, 3}};
+    due({window(1, taxes)}, pins);
+    EXPECT_EQ(due({window(1, garden, 2)}, pins), (Sent{{1, 3}}));
+    EXPECT_EQ(due({window(1, taxes, 3)}, pins), (Sent{{1, 2}}));
+}
+
+TEST_F(PinnedWindowsTest, Windows_on_all_desktops_or_there_already_are_not_sent_then_or_later)
+{
+    const QList<WindowItem> windows{window(1, taxes, everyVirtualDesktop), window(2, taxes, 2)};
+    EXPECT_EQ(due(windows, {{taxes, 2}}), Sent());
+    EXPECT_EQ(due({window(1, taxes, 1), window(2, taxes, 1)}, {{taxes, 2}}), Sent());
+}
+
+TEST_F(PinnedWindowsTest, A_window_waits_for_its_desktop_and_for_word_of_where_it_is)
+{
+    const QStringList two = fourDesktops.first(2);
+    EXPECT_EQ(due({window(1, taxes)}, {{taxes, 3}}, two), Sent());
+    EXPECT_EQ(due({window(1, taxes)}, {{taxes, 3}}, {}), Sent());
+    EXPECT_EQ(due({window(1, taxes, std::nullopt)}, {{taxes, 3}}), Sent());
+    EXPECT_EQ(due({window(1, taxes)}, {{taxes, 3}}), (Sent{{1, 3}}));
+    // It went, took the window along, and is back: the window had been sent.
+    EXPECT_EQ(due({window(1, taxes, 2)}, {{taxes, 3}}, two), Sent());
+    EXPECT_EQ(due({window(1, taxes, 2)}, {{taxes, 3}}), Sent());
+}
+
+TEST_F(PinnedWindowsTest, Windows_of_an_earlier_run_stay_and_new_ones_are_sent)
+{
+    const GoalPins pins{{taxes, 2}};
+    pinned.settle({{assignmentKey(1), taxes}, {assignmentKey(3), garden}}, pins);
+    EXPECT_EQ(due({window(1, taxes), window(2, taxes), window(3, taxes)}, pins),
+              (Sent{{2, 2}, {3, 2}}));
+}
+
+TEST_F(PinnedWindowsTest, Another_pin_takes_the_windows_along_and_none_leaves_them)
+{
+    due({window(1, taxes)}, {{taxes, 2}});
+    EXPECT_EQ(due({window(1, taxes, 2)}, {{taxes, 3}}), (Sent{{1, 3}}));
+    EXPECT_EQ(due({window(1, taxes, 3)}, {}), Sent());
+    EXPECT_EQ(due({window(1, taxes, 1)}, {{taxes, 3}}), Sent()) << "undone: it is settled";
+    EXPECT_EQ(due({window(1, taxes, 1)}, {{taxes, 2}}), (Sent{{1, 2}}));
+}
+
+TEST_F(PinnedWindowsTest, Pinning_anew_gathers_what_has_strayed)
+{
+    const GoalPins pins{{taxes, 2}, {garden, 3}};
+    due({window(1, taxes), window(2, taxes), window(3, garden)}, pins);
+    pinned.forget(taxes);
+    EXPECT_EQ(due({window(1, taxes, 4), window(2, taxes, 2), window(3, garden, 4)}, pins),
+              (Sent{{1, 2}}));
+}
+
+TEST_F(PinnedWindowsTest, A_late_desktop_counts_as_having_done_it_for_a_while)
+{
+    const QList<WindowItem> late{window(1, taxes)};
+    due(late, {{taxes, 2}});
+    const auto desktop = [&] { return pinned.asSent(late).first().desktopNumber; };
+    EXPECT_EQ(desktop(), 2);
+    for (int pass = 0; pass < 9; ++pass)
+        pinned.observe(late, PinnedWindows::Requests::underWay);
+    EXPECT_EQ(desktop(), 2);
+    pinned.observe(late, PinnedWindows::Requests::sent);
+    pinned.observe(late, PinnedWindows::Requests::sent);
+    EXPECT_EQ(desktop(), 2);
+    pinned.observe(late, PinnedWindows::Requests::sent);
+    EXPECT_EQ(desktop(), 1);
+}
+
+TEST_F(PinnedWindowsTest, Once_a_pass_has_shown_it_there_only_the_list_counts)
+{
+    due({window(1, taxes)}, {{taxes, 2}});
+    pinned.observe({window(1, taxes, 2)}, PinnedWindows::Requests::underWay);
+    EXPECT_EQ(pinned.asSent({window(1, taxes, 4)}).first().desktopNumber, 4);
+}
+
+TEST(VirtualDesktops, Are_numbered_from_one)
+{
+    EXPECT_FALSE(isDesktopThere(0, fourDesktops));
+    EXPECT_TRUE(isDesktopThere(1, fourDesktops));
+    EXPECT_TRUE(isDesktopThere(4, fourDesktops));
+    EXPECT_FALSE(isDesktopThere(5, fourDesktops));
+}
+
+} // namespace
+} // namespace kelpa
