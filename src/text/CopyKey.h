@@ -82,6 +82,8 @@ enum class CopyKey {
     ShowAllWindows,
     WorkOnGoal,
     GoBack,
+    PinToDesktop,
+    NotPinned,
     RenameGoal,
     DeleteGoal,
     MoveGoalLeft,

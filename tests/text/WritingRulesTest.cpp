@@ -1,5 +1,6 @@
 // How the interface's texts are written, in every language: spaces, scripts, punctuation, address.
 #include "text/DeclaredKeys.h"
+#include "text/DesktopCopy.h"
 #include "text/KelpaCopy.h"
 #include "text/TextPrinting.h"
 
@@ -37,7 +38,9 @@ QStringList allTexts(AppLanguage language)
           << KelpaCopy::onVirtualDesktop(title, language) << KelpaCopy::lastSeen(title, language)
           << KelpaCopy::applicationIsGone(title, language)
           << KelpaCopy::documentIsGone(title, language)
-          << KelpaCopy::hasNoNewWindow(title, language) << KelpaCopy::closedWindows(7, language);
+          << KelpaCopy::hasNoNewWindow(title, language) << KelpaCopy::closedWindows(7, language)
+          << KelpaCopy::numberedDesktop(7, language) << KelpaCopy::absentDesktop(7, language)
+          << KelpaCopy::pinnedTo(title, language);
     for (const TodoStatus status : {TodoStatus::todo, TodoStatus::ing, TodoStatus::completed}) {
         texts << KelpaCopy::statusName(status, language) << KelpaCopy::statusHelp(status, language)
               << KelpaCopy::statusAccessibilityLabel(status, language);

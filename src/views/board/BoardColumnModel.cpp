@@ -2,7 +2,9 @@
 
 #include "model/Text.h"
 #include "store/WindowStore.h"
+#include "text/DesktopCopy.h"
 #include "text/KelpaCopy.h"
+#include "views/goals/DesktopLabel.h"
 
 #include <QSet>
 
@@ -22,6 +24,8 @@ enum Role {
     priorityRole,
     openTodoCountRole,
     windowCountRole,
+    pinnedDesktopRole,
+    pinTextRole,
     foldedCountRole,
     foldedApplicationsRole,
     isUnfoldedRole,
@@ -46,7 +50,8 @@ BoardColumnModel::BoardColumnModel(const WindowStore& store, QObject* parent)
           &WindowStore::searchTextChanged, &WindowStore::previewsChanged,
           &WindowStore::boardNavigationChanged, &WindowStore::isScreenCaptureTrustedChanged,
           &WindowStore::languageChanged, &WindowStore::isHidingGoalsWithoutOpenTodosChanged,
-          &WindowStore::unsortedFoldChanged})
+          &WindowStore::unsortedFoldChanged, &WindowStore::pinsChanged,
+          &WindowStore::abilitiesChanged, &WindowStore::isAccessibilityTrustedChanged})
         connect(&store, signal, this, &BoardColumnModel::update);
     update();
 }
@@ -71,6 +76,10 @@ QVariant BoardColumnModel::data(const QModelIndex& index, int role) const
         return row.openTodoCount;
     case windowCountRole:
         return row.windowCount;
+    case pinnedDesktopRole:
+        return row.pinnedDesktop;
+    case pinTextRole:
+        return row.pinText;
     case foldedCountRole:
         return row.foldedCount;
     case foldedApplicationsRole:
@@ -107,6 +116,8 @@ QHash<int, QByteArray> BoardColumnModel::roleNames() const
             {priorityRole, "priority"},
             {openTodoCountRole, "openTodoCount"},
             {windowCountRole, "windowCount"},
+            {pinnedDesktopRole, "pinnedDesktop"},
+            {pinTextRole, "pinText"},
             {foldedCountRole, "foldedCount"},
             {foldedApplicationsRole, "foldedApplications"},
             {isUnfoldedRole, "isUnfolded"},
@@ -198,6 +209,11 @@ void BoardColumnModel::update()
         column.accent = goal.accent;
         column.priority = goal.priority;
         column.openTodoCount = static_cast<int>(goal.openTodoCount());
+        if (const std::optional<int> pin =
+                m_store.canPinGoals() ? m_store.pinOf(goal.id) : std::nullopt) {
+            column.pinnedDesktop = *pin;
+            column.pinText = KelpaCopy::pinnedTo(desktopLabel(m_store, *pin), m_store.language());
+        }
         column.absentWindowCount = static_cast<int>(m_store.absentWindows(goal.id).size());
         column.areFromLastTime = m_store.areFromLastTime(goal.id);
         columns.append(column);

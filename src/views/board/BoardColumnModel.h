@@ -28,7 +28,12 @@ struct ColumnRow
     GoalPriority priority = defaultGoalPriority;
     int openTodoCount = 0;
     int windowCount = 0;
-    /// How many of them are folded away, and whose these are: each application with how many.
+    /// The number of the virtual desktop that it is pinned to, 0 for none and where Kelpa sends no
+    /// windows; and what says so.
+    int pinnedDesktop = 0;
+    QString pinText;
+    /// How many of its windows are folded away, and whose these are: each application with how
+    /// many.
     int foldedCount = 0;
     QString foldedApplications;
     /// Whether a person has unfolded them.

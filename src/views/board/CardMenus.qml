@@ -34,8 +34,7 @@ Item {
     function openColumnMenu(columnID: string, button: Item): void {
         if (root.columnMenu === null)
             root.columnMenu = columnMenuType.createObject(root) as ColumnMenu;
-        root.columnMenu.columnID = columnID;
-        root.openBesideButton(root.columnMenu, button);
+        root.columnMenu.ask(columnID, root, root.placeOf(button));
     }
     function openPriorityMenu(columnID: string, priority: string, button: Item): void {
         if (root.priorityMenu === null)
@@ -50,7 +49,10 @@ Item {
         root.boardMenu.openBeside(root, item.mapToItem(root, place));
     }
     function openBesideButton(menu: AppMenu, button: Item): void {
-        menu.openBeside(root, button.mapToItem(root, 0, 0, button.width, button.height));
+        menu.openBeside(root, root.placeOf(button));
+    }
+    function placeOf(button: Item): rect {
+        return button.mapToItem(root, 0, 0, button.width, button.height);
     }
 
     Component {

@@ -22,6 +22,8 @@ ExpandableGoalCard {
     required property string priority
     required property int openTodoCount
     required property int windowCount
+    required property int pinnedDesktop
+    required property string pinText
     required property int foldedCount
     required property string foldedApplications
     required property bool isUnfolded
@@ -126,6 +128,8 @@ ExpandableGoalCard {
         priority: root.priority
         openTodoCount: root.openTodoCount
         windowCount: root.windowCount
+        pinnedDesktop: root.pinnedDesktop
+        pinText: root.pinText
         isTitleFound: root.isTitleFound
         isReceding: root.isReceding
         isExpanded: root.isSelected

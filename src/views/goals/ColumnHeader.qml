@@ -21,6 +21,9 @@ Item {
     required property string priority
     required property int openTodoCount
     required property int windowCount
+    /// The number of the virtual desktop that the goal is pinned to, 0 for none, and what says so.
+    property int pinnedDesktop: 0
+    property string pinText: ""
     /// Whether a search finds the title, and whether it finds nothing at all in the column.
     property bool isTitleFound: false
     property bool isReceding: false
@@ -170,6 +173,17 @@ Item {
             label: ViewSettings.copy.windowCount(root.windowCount)
             visible: !root.isUnassigned && root.goals.areWindowsListed
             onClicked: root.goals.requestWindows(root.columnID)
+        }
+        OptionalItem {
+            isWanted: root.pinnedDesktop > 0
+
+            CountBadge {
+                // It has no parent when it goes.
+                y: (controls.height - height) / 2
+                count: root.pinnedDesktop
+                symbol: "pin"
+                label: root.pinText
+            }
         }
     }
     IconButton {

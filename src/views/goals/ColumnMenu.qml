@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 
+import QtQuick
 import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Goals
@@ -11,14 +12,29 @@ AppMenu {
     required property GoalController goals
 
     property string columnID
+    /// The virtual desktops that the goal can be pinned to.
+    property var pinChoices: []
 
+    /// Opens the menu for a goal, beside a place in `owner`.
+    function ask(columnID: string, owner: Item, place: rect): void {
+        root.columnID = columnID;
+        // Items that are created while the menu opens would close it again.
+        root.pinChoices = root.goals.pinChoices(columnID);
+        root.openBeside(owner, place);
+    }
+
+    // The item that opens the menu of desktops, the only one within this menu.
+    delegate: AppMenuItem {
+        symbol: "pin"
+        isOffered: root.pinChoices.length > 0
+    }
     title: ViewSettings.copy.text(CopyKey.MoreGoalActions)
     onAboutToShow: {
         earlier.enabled = root.goals.canMoveColumn(root.columnID, -1);
         later.enabled = root.goals.canMoveColumn(root.columnID, 1);
         first.enabled = earlier.enabled;
         last.enabled = later.enabled;
-        work.enabled = root.goals.hasWindows(root.columnID);
+        work.enabled = root.goals.hasWorkplace(root.columnID);
     }
 
     AppMenuItem {
@@ -60,6 +76,28 @@ AppMenu {
         symbol: "rotate-ccw"
         keys: ViewSettings.copy.goBackKeys()
         onTriggered: root.goals.goBack()
+    }
+    AppMenu {
+        id: pins
+
+        isWithinMenu: true
+        title: ViewSettings.copy.text(CopyKey.PinToDesktop)
+
+        Instantiator {
+            model: root.pinChoices
+            delegate: AppMenuItem {
+                required property var modelData
+
+                text: modelData.name
+                symbol: modelData.isChosen ? "check" : ""
+                isChoice: true
+                isChosen: modelData.isChosen
+                enabled: modelData.isThere
+                onTriggered: root.goals.pinTo(root.columnID, modelData.number)
+            }
+            onObjectAdded: (index, object) => pins.insertItem(index, object)
+            onObjectRemoved: (index, object) => pins.removeItem(object)
+        }
     }
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.RenameGoal)

@@ -4,6 +4,7 @@
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
 #include "views/controls/FieldLimit.h"
+#include "views/goals/DesktopLabel.h"
 #include "views/goals/PrioritySymbol.h"
 #include "views/models/ColumnID.h"
 #include "views/models/DragPayload.h"
@@ -150,12 +151,40 @@ void GoalController::showAllWindows(const QString& columnID)
         m_store.showAllWindows(*goalID);
 }
 
-bool GoalController::hasWindows(const QString& columnID) const
+bool GoalController::hasWorkplace(const QString& columnID) const
 {
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);
-    return goalID && std::ranges::any_of(m_store.windows(), [&goalID](const WindowItem& window) {
-               return window.goalID == goalID;
-           });
+    return goalID && m_store.hasWorkplace(*goalID);
+}
+
+QVariantList GoalController::pinChoices(const QString& columnID) const
+{
+    const Goal* const goal = goalFromText(columnID);
+    if (goal == nullptr || !m_store.canPinGoals())
+        return {};
+    const std::optional<int> pin = m_store.pinOf(goal->id);
+    const auto count = static_cast<int>(m_store.virtualDesktops().size());
+    if (count < 2 && !pin)
+        return {};
+    QVariantList choices;
+    const auto append = [&choices](int number, const QString& name, bool isChosen, bool isThere) {
+        choices.append(QVariantMap{{QStringLiteral("number"), number},
+                                   {QStringLiteral("name"), name},
+                                   {QStringLiteral("isChosen"), isChosen},
+                                   {QStringLiteral("isThere"), isThere}});
+    };
+    append(0, KelpaCopy::text(CopyKey::NotPinned, m_store.language()), !pin, true);
+    for (int number = 1; number <= count; ++number)
+        append(number, desktopLabel(m_store, number), pin == number, true);
+    if (pin && *pin > count)
+        append(*pin, desktopLabel(m_store, *pin), true, false);
+    return choices;
+}
+
+void GoalController::pinTo(const QString& columnID, int number)
+{
+    if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))
+        m_store.pinGoal(*goalID, number == 0 ? std::nullopt : std::optional(number));
 }
 
 void GoalController::workOn(const QString& columnID)

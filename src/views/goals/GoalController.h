@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 #include <optional>
@@ -76,12 +77,19 @@ public:
     Q_INVOKABLE void openChrome(const QString& columnID);
     Q_INVOKABLE void openTerminal(const QString& columnID);
     Q_INVOKABLE void showAllWindows(const QString& columnID);
-    Q_INVOKABLE bool hasWindows(const QString& columnID) const;
+    /// Whether a person can work on the goal: it has windows, or a desktop that it is pinned to.
+    Q_INVOKABLE bool hasWorkplace(const QString& columnID) const;
     /// Brings the goal's windows forward and minimises the others.
     Q_INVOKABLE void workOn(const QString& columnID);
     /// The same for the selected goal.
     Q_INVOKABLE void workOnSelection();
     Q_INVOKABLE void goBack();
+    /// What the goal can be pinned to: objects with the `number` of a virtual desktop, 0 for none,
+    /// its `name`, and whether it `isChosen` and `isThere`. Empty where the desktop has no other
+    /// one to send windows to, unless the goal is pinned.
+    Q_INVOKABLE QVariantList pinChoices(const QString& columnID) const;
+    /// Pins the goal to the virtual desktop with that number, or to none by 0.
+    Q_INVOKABLE void pinTo(const QString& columnID, int number);
 
     /// Selects the column, which may be the unassigned one.
     Q_INVOKABLE void goToColumn(const QString& columnID);

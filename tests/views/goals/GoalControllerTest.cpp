@@ -104,6 +104,39 @@ TEST_F(Goals, A_goal_opens_and_shows_windows)
     EXPECT_TRUE(desktop.calls.contains(QStringLiteral("raise Report")));
 }
 
+TEST_F(Goals, A_goal_can_be_pinned_to_the_desktops_that_are_there)
+{
+    const auto names = [this](const QString& columnID) {
+        QStringList texts;
+        for (const QVariant& choice : goals.pinChoices(columnID)) {
+            const QVariantMap map = choice.toMap();
+            texts.append(map.value(QStringLiteral("name")).toString() +
+                         (map.value(QStringLiteral("isChosen")).toBool() ? u"*" : u"") +
+                         (map.value(QStringLiteral("isThere")).toBool() ? u"" : u"?"));
+        }
+        return texts;
+    };
+    EXPECT_EQ(names(first.text()), QStringList());
+    desktop.virtualDesktops = {QStringLiteral("Mail\nand more"), QString()};
+    store().refresh();
+    EXPECT_EQ(names(unassigned), QStringList());
+    EXPECT_EQ(names(first.text()),
+              (QStringList{QStringLiteral("Not pinned*"), QStringLiteral("Mail and more"),
+                           QStringLiteral("Desktop 2")}));
+    goals.pinTo(first.text(), 2);
+    EXPECT_EQ(names(first.text()),
+              (QStringList{QStringLiteral("Not pinned"), QStringLiteral("Mail and more"),
+                           QStringLiteral("Desktop 2*")}));
+    desktop.virtualDesktops = {QStringLiteral("Mail")};
+    store().refresh();
+    EXPECT_EQ(names(second.text()), QStringList());
+    EXPECT_EQ(names(first.text()),
+              (QStringList{QStringLiteral("Not pinned"), QStringLiteral("Mail"),
+                           QStringLiteral("Desktop 2 (not there now)*?")}));
+    goals.pinTo(first.text(), 0);
+    EXPECT_EQ(store().pinOf(first), std::nullopt);
+}
+
 TEST_F(Goals, The_unassigned_column_opens_nothing)
 {
     desktop.calls.clear();
