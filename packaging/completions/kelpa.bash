@@ -22,7 +22,7 @@ _kelpa() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command= each i
     local -a board=()
     local commands='goals todos windows add start done reopen edit move delete add-goal edit-goal
-        prioritize move-goal delete-goal assign show raise work back undo redo'
+        prioritize move-goal delete-goal assign pin show raise work back undo redo'
     for each in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         if [[ " ${commands//[$'\n']/ } " == *" $each "* ]]; then
             command=$each
@@ -51,7 +51,7 @@ _kelpa() {
             _kelpa_offer "$word" < <(_kelpa_todos)
         fi
         return ;;
-    prioritize)
+    prioritize | pin)
         _kelpa_offer "$word" < <(_kelpa_goals)
         return ;;
     esac
@@ -74,6 +74,7 @@ _kelpa() {
     start | done | reopen | edit | move | delete) _kelpa_offer "$word" < <(_kelpa_todos) ;;
     edit-goal | move-goal | delete-goal | show | raise | work) _kelpa_offer "$word" < <(_kelpa_goals) ;;
     prioritize) mapfile -t COMPREPLY < <(compgen -W 'p0 p1 p2 p3' -- "$word") ;;
+    pin) mapfile -t COMPREPLY < <(compgen -W 'none 1 2 3 4' -- "$word") ;;
     assign) _kelpa_offer "$word" < <(kelpa "${board[@]}" windows 2>/dev/null | awk '{ print $1 }') ;;
     esac
 }

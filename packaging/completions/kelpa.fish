@@ -29,7 +29,7 @@ function __kelpa_windows
 end
 
 set -l commands goals todos windows add start done reopen edit move delete add-goal edit-goal \
-    prioritize move-goal delete-goal assign show raise work back undo redo
+    prioritize move-goal delete-goal assign pin show raise work back undo redo
 set -l none "not __fish_seen_subcommand_from $commands"
 set -l some "__fish_seen_subcommand_from"
 
@@ -55,6 +55,7 @@ complete -c kelpa -n $none -a prioritize -d 'Give a goal a priority'
 complete -c kelpa -n $none -a move-goal -d 'Move a goal'
 complete -c kelpa -n $none -a delete-goal -d 'Delete a goal with its todos'
 complete -c kelpa -n $none -a assign -d 'Put a window into a goal'
+complete -c kelpa -n $none -a pin -d 'Pin a goal to a virtual desktop'
 complete -c kelpa -n $none -a show -d 'Bring Kelpa forward with a goal selected'
 complete -c kelpa -n $none -a raise -d 'Bring the windows of a goal forward'
 complete -c kelpa -n $none -a work -d 'Bring the windows of a goal forward, minimise others'
@@ -71,7 +72,8 @@ complete -c kelpa -n "$some move" -l behind -x -a '(__kelpa_todos)'
 complete -c kelpa -n "$some move-goal" -l before -x -a '(__kelpa_goals)'
 complete -c kelpa -n "$some move-goal" -l behind -x -a '(__kelpa_goals)'
 complete -c kelpa -n "$some start done reopen edit move delete" -a '(__kelpa_todos)'
-complete -c kelpa -n "$some edit-goal prioritize move-goal delete-goal show raise work" \
+complete -c kelpa -n "$some edit-goal prioritize move-goal delete-goal pin show raise work" \
     -a '(__kelpa_goals)'
 complete -c kelpa -n "$some prioritize" -a 'p0 p1 p2 p3'
+complete -c kelpa -n "$some pin" -a 'none 1 2 3 4'
 complete -c kelpa -n "$some assign" -a '(__kelpa_windows)'

@@ -32,6 +32,7 @@ AutomationService::AutomationService(BusObject& object, WindowStore& store, Sche
         noteChanged(goalsPart);
         noteChanged(todosPart);
     });
+    connect(&store, &WindowStore::pinsChanged, this, [this] { noteChanged(goalsPart); });
     connect(&store, &WindowStore::unassignedTodosChanged, this, [this] { noteChanged(todosPart); });
     connect(&store, &WindowStore::windowsChanged, this, [this] { noteChanged(windowsPart); });
     m_object.setHandler(

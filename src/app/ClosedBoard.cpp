@@ -58,6 +58,13 @@ bool is(const Request& request)
     return std::holds_alternative<Kind>(request);
 }
 
+/// Taking a pin off needs no desktop.
+bool isPinTo(const Request& request)
+{
+    const auto* const pin = std::get_if<PinGoal>(&request);
+    return pin != nullptr && !pin->desktop.isEmpty();
+}
+
 Failure notRunning(const QString& reason)
 {
     return {FailureKind::notRunning, reason};
@@ -73,7 +80,7 @@ Outcome listSaved(const QString& settingsPath, const Request& request)
         return Failure{FailureKind::notSaved,
                        QStringLiteral("the board in %1 cannot be read").arg(settingsPath)};
     if (is<ListGoals>(request))
-        return Reply(goalRecords(board->goals));
+        return Reply(goalRecords(board->goals, board->pins));
     return Reply(todoRecords(board->goals, board->unassignedTodos));
 }
 
@@ -109,7 +116,8 @@ std::optional<Outcome> performOnClosedBoard(const QString& settingsPath, const R
         return notRunning(QStringLiteral("Kelpa does not run; it keeps the steps that can be "
                                          "undone only as long as it runs"));
     if (is<ListWindows>(request) || is<AssignWindow>(request) || is<ShowGoal>(request) ||
-        is<RaiseWindows>(request) || is<WorkOnGoal>(request) || is<GoBack>(request))
+        isPinTo(request) || is<RaiseWindows>(request) || is<WorkOnGoal>(request) ||
+        is<GoBack>(request))
         return notRunning(
             QStringLiteral("Kelpa does not run, which this needs; 'kelpa --show' starts it"));
     return change(settingsPath, request);

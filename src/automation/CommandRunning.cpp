@@ -176,6 +176,8 @@ private:
             return MoveGoal{goal(), goalOf(placeName()), place()};
         if (word == u"delete-goal")
             return DeleteGoal{goal()};
+        if (word == u"pin")
+            return PinGoal{goal(), operands.at(1) == u"none" ? QString() : operands.at(1)};
         if (word == u"raise")
             return RaiseWindows{goal()};
         if (word == u"work")

@@ -53,6 +53,8 @@ inline constexpr std::array commandTable{
     CommandRow{u"delete-goal", u"GOAL", 1, false, noOptions, u"Delete a goal with its todos."},
     CommandRow{u"assign", u"WINDOW", 1, false, goalOption | unsortedOption,
                u"Put a window into a goal. Needs a running Kelpa."},
+    CommandRow{u"pin", u"GOAL DESKTOP", 2, true, noOptions,
+               u"Pin a goal to a desktop, or to 'none'. Needs a running Kelpa."},
     CommandRow{u"show", u"GOAL", 1, false, noOptions,
                u"Bring Kelpa forward with a goal selected. Needs a running Kelpa."},
     CommandRow{u"raise", u"GOAL", 1, false, noOptions,

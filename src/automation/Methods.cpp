@@ -102,6 +102,7 @@ constexpr ErrorRow errorRows[] = {
     {FailureKind::unknownGoal, "UnknownGoal"},
     {FailureKind::unknownTodo, "UnknownTodo"},
     {FailureKind::unknownWindow, "UnknownWindow"},
+    {FailureKind::unknownDesktop, "UnknownDesktop"},
     {FailureKind::ambiguousName, "AmbiguousName"},
     {FailureKind::emptyTitle, "EmptyTitle"},
     {FailureKind::titleTooLong, "TitleTooLong"},

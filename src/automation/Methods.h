@@ -16,7 +16,7 @@ namespace kelpa::automation {
 inline const QString interfaceName = QStringLiteral("org.kelpa.Kelpa1");
 inline const QString objectPath = QStringLiteral("/org/kelpa/Kelpa1");
 /// Grows when the interface gains something; what there is stays as it is.
-inline constexpr unsigned interfaceVersion = 2;
+inline constexpr unsigned interfaceVersion = 3;
 /// Emitted with the parts of the board that changed: "goals", "todos", "windows".
 inline const QString changedSignal = QStringLiteral("Changed");
 

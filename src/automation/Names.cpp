@@ -2,8 +2,7 @@
 
 #include "model/Text.h"
 
-#include <QStringList>
-
+#include <algorithm>
 #include <utility>
 
 namespace kelpa::automation {
@@ -12,6 +11,9 @@ namespace {
 
 /// How many records a message lists.
 constexpr qsizetype mostListed = 5;
+
+/// How much of a name a message repeats that may be of any length.
+constexpr qsizetype longestQuotedName = 80;
 
 template <class Record>
 Failure ambiguous(const QString& kinds, const QString& name, const QList<Record>& found)
@@ -64,6 +66,28 @@ std::variant<GoalID, Failure> goalNamed(const QString& name, const QList<GoalRec
 std::variant<TodoID, Failure> todoNamed(const QString& name, const QList<TodoRecord>& todos)
 {
     return named<TodoID>(name, todos, QStringLiteral("todo"), FailureKind::unknownTodo);
+}
+
+std::variant<int, Failure> desktopNamed(const QString& name, const QStringList& desktops)
+{
+    const QString wanted = trimmedText(name);
+    bool isNumber = false;
+    const qlonglong number = wanted.toLongLong(&isNumber);
+    if (isNumber && number >= 1 && number <= desktops.size())
+        return static_cast<int>(number);
+    const qsizetype count = isNumber || wanted.isEmpty() ? 0 : desktops.count(wanted);
+    if (count == 1)
+        return static_cast<int>(desktops.indexOf(wanted)) + 1;
+    const QString quoted = singleLine(name.left(longestQuotedName));
+    if (count > 1)
+        return Failure{FailureKind::ambiguousName,
+                       QStringLiteral("'%1' names %2 virtual desktops; name one by its number")
+                           .arg(quoted)
+                           .arg(count)};
+    return Failure{FailureKind::unknownDesktop,
+                   QStringLiteral("there is no virtual desktop '%1'; there are %2")
+                       .arg(quoted)
+                       .arg(desktops.size())};
 }
 
 } // namespace kelpa::automation

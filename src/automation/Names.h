@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <variant>
 
@@ -19,5 +20,9 @@ inline constexpr qsizetype shortestBeginning = 4;
 /// is guessed: a name of several records is a failure that lists them.
 std::variant<GoalID, Failure> goalNamed(const QString& name, const QList<GoalRecord>& goals);
 std::variant<TodoID, Failure> todoNamed(const QString& name, const QList<TodoRecord>& todos);
+
+/// The number of the virtual desktop, from 1: a number is that number, whatever desktops are
+/// called, and any other text the name of one. `desktops` are the names in their order.
+std::variant<int, Failure> desktopNamed(const QString& name, const QStringList& desktops);
 
 } // namespace kelpa::automation

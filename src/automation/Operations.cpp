@@ -1,5 +1,6 @@
 #include "automation/Operations.h"
 
+#include "automation/Names.h"
 #include "automation/Records.h"
 #include "model/Goal.h"
 #include "model/Text.h"
@@ -35,7 +36,10 @@ public:
         : m_store(store), m_surroundings(surroundings)
     {}
 
-    Outcome operator()(const ListGoals&) const { return Reply(goalRecords(m_store.goals())); }
+    Outcome operator()(const ListGoals&) const
+    {
+        return Reply(goalRecords(m_store.goals(), m_store.pins()));
+    }
     Outcome operator()(const ListTodos&) const
     {
         return Reply(todoRecords(m_store.goals(), m_store.unassignedTodos()));
@@ -167,6 +171,26 @@ public:
         m_store.assign(request.window, request.goal);
         return Reply(Nothing());
     }
+    Outcome operator()(const PinGoal& request) const
+    {
+        if (const auto failure = failureOf(request.goal))
+            return *failure;
+        if (request.desktop.isEmpty()) {
+            m_store.pinGoal(request.goal, std::nullopt);
+            return Reply(Nothing());
+        }
+        if (const auto failure = failureOfWindows())
+            return *failure;
+        if (!m_store.canPinGoals())
+            return Failure{FailureKind::notOffered,
+                           QStringLiteral("Kelpa cannot send windows to virtual desktops here; "
+                                          "'kelpa --about-desktop' says why")};
+        const auto desktop = desktopNamed(request.desktop, m_store.virtualDesktops());
+        if (const auto* const failure = std::get_if<Failure>(&desktop))
+            return *failure;
+        m_store.pinGoal(request.goal, std::get<int>(desktop));
+        return Reply(Nothing());
+    }
     Outcome operator()(const ShowGoal& request) const
     {
         if (const auto failure = failureOf(request.goal))
@@ -199,9 +223,7 @@ public:
             return *failure;
         if (const auto failure = failureOfArranging())
             return *failure;
-        if (std::ranges::none_of(m_store.windows(), [&request](const WindowItem& window) {
-                return window.goalID == request.goal;
-            }))
+        if (!m_store.hasWorkplace(request.goal))
             return Failure{FailureKind::noWindows,
                            QStringLiteral("the goal has no window that could come forward")};
         m_store.workOn(request.goal);

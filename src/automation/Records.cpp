@@ -42,14 +42,15 @@ QString dateText(Date date)
     return utcTime(static_cast<qint64>(seconds) * 1000).toString(Qt::ISODate);
 }
 
-QList<GoalRecord> goalRecords(const QList<Goal>& goals)
+QList<GoalRecord> goalRecords(const QList<Goal>& goals, const GoalPins& pins)
 {
     QList<GoalRecord> records;
     records.reserve(goals.size());
     for (const Goal& goal : goals) {
         records.append({goal.id, goal.title, goal.priority,
                         static_cast<std::uint32_t>(goal.openTodoCount()),
-                        static_cast<std::uint32_t>(goal.todos.size())});
+                        static_cast<std::uint32_t>(goal.todos.size()),
+                        static_cast<std::uint32_t>(pins.value(goal.id))});
     }
     return records;
 }

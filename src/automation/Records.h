@@ -3,6 +3,7 @@
 
 #include "automation/Replies.h"
 #include "model/Goal.h"
+#include "model/GoalPins.h"
 #include "model/WindowItem.h"
 
 #include <QList>
@@ -11,7 +12,7 @@
 namespace kelpa::automation {
 
 /// In the order of the board.
-QList<GoalRecord> goalRecords(const QList<Goal>& goals);
+QList<GoalRecord> goalRecords(const QList<Goal>& goals, const GoalPins& pins);
 
 /// All todos, completed ones too, in the order of the whole board.
 QList<TodoRecord> todoRecords(const QList<Goal>& goals, const QList<TodoItem>& unassigned);

@@ -22,6 +22,8 @@ struct GoalRecord
     GoalPriority priority = defaultGoalPriority;
     std::uint32_t openTodos = 0;
     std::uint32_t todos = 0;
+    /// The number of the virtual desktop that it is pinned to, from 1; 0 for none.
+    std::uint32_t desktop = 0;
 
     friend bool operator==(const GoalRecord&, const GoalRecord&) = default;
 };
@@ -76,6 +78,7 @@ enum class FailureKind : std::uint8_t {
     unknownGoal,
     unknownTodo,
     unknownWindow,
+    unknownDesktop,
     /// A title names more than one.
     ambiguousName,
     emptyTitle,

@@ -27,6 +27,6 @@ struct Redo : WithoutParameters
 using Request =
     std::variant<ListGoals, ListTodos, ListWindows, AddGoal, RenameGoal, SetGoalPriority, MoveGoal,
                  DeleteGoal, AddTodo, RenameTodo, SetTodoStatus, MoveTodo, PlaceTodo, DeleteTodo,
-                 AssignWindow, ShowGoal, RaiseWindows, WorkOnGoal, GoBack, Undo, Redo>;
+                 AssignWindow, PinGoal, ShowGoal, RaiseWindows, WorkOnGoal, GoBack, Undo, Redo>;
 
 } // namespace kelpa::automation

@@ -69,6 +69,24 @@ struct RaiseWindows
     friend bool operator==(const RaiseWindows&, const RaiseWindows&) = default;
 };
 
+/// Pins the goal to a virtual desktop.
+struct PinGoal
+{
+    GoalID goal;
+    /// Its number, from 1, or its name; empty for none.
+    QString desktop;
+
+    static constexpr const char* name = "PinGoal";
+    static constexpr ReplyKind reply = ReplyKind::nothing;
+    static constexpr std::array parameters{"goal", "desktop"};
+    template <class Self>
+    static auto fields(Self& self)
+    {
+        return std::tie(self.goal, self.desktop);
+    }
+    friend bool operator==(const PinGoal&, const PinGoal&) = default;
+};
+
 /// Brings the goal's windows forward and minimises the others.
 struct WorkOnGoal
 {

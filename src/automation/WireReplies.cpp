@@ -16,6 +16,7 @@ const QString goalKey = QStringLiteral("goal");
 const QString priorityKey = QStringLiteral("priority");
 const QString openTodosKey = QStringLiteral("openTodos");
 const QString todosKey = QStringLiteral("todos");
+const QString desktopKey = QStringLiteral("desktop");
 const QString statusKey = QStringLiteral("status");
 const QString completedAtKey = QStringLiteral("completedAt");
 const QString applicationKey = QStringLiteral("application");
@@ -29,7 +30,8 @@ QVariantMap mapOf(const GoalRecord& goal)
             {titleKey, goal.title},
             {priorityKey, toWire(goal.priority)},
             {openTodosKey, goal.openTodos},
-            {todosKey, goal.todos}};
+            {todosKey, goal.todos},
+            {desktopKey, goal.desktop}};
 }
 
 QVariantMap mapOf(const TodoRecord& todo)
@@ -79,7 +81,7 @@ bool takeRecord(const QVariantMap& map, GoalRecord& goal)
 {
     return take(map, idKey, goal.id) && take(map, titleKey, goal.title) &&
            take(map, priorityKey, goal.priority) && take(map, openTodosKey, goal.openTodos) &&
-           take(map, todosKey, goal.todos);
+           take(map, todosKey, goal.todos) && take(map, desktopKey, goal.desktop);
 }
 
 bool takeRecord(const QVariantMap& map, TodoRecord& todo)

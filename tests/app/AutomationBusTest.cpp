@@ -44,6 +44,7 @@ struct RunningBoard
         : path(boardPath), settings(stored)
     {
         EXPECT_TRUE(single.claim());
+        desktop.virtualDesktops = {QStringLiteral("Home"), QStringLiteral("Mail")};
         desktop.addWindow(7, 100, QStringLiteral("Letter"));
         desktop.addWindow(8, 101, QStringLiteral("In the way"));
         store.startObserving();
@@ -193,6 +194,8 @@ TEST_F(AutomationBus, Every_method_and_its_command_do_the_same_to_equal_boards)
         {PlaceTodo{a, b, MovePlace::behind}, words("move A --behind b")},
         {AssignWindow{7, one}, words("assign 7 --goal Eins")},
         {DeleteTodo{b}, words("delete b")},
+        {PinGoal{one, QStringLiteral("Mail")}, words("pin Eins 2")},
+        {PinGoal{one, QString()}, words("pin Eins none")},
         {ShowGoal{one, QStringLiteral("token")}, words("show Eins")},
         {RaiseWindows{one}, words("raise Eins")},
         {WorkOnGoal{one}, words("work Eins")},
@@ -315,13 +318,13 @@ TEST_F(AutomationBus, The_version_can_be_read_and_nothing_else)
     };
     EXPECT_EQ(
         ask("Get", {interfaceName, version}).arguments().value(0).value<QDBusVariant>().variant(),
-        QVariant(2U));
+        QVariant(3U));
     EXPECT_EQ(qdbus_cast<QVariantMap>(ask("GetAll", {interfaceName}).arguments().value(0)),
-              (QVariantMap{{version, 2U}}));
+              (QVariantMap{{version, 3U}}));
     for (const QDBusMessage& refused :
          {ask("Get", {interfaceName, QStringLiteral("Titles")}),
           ask("Get", {QStringLiteral("org.example"), version}), ask("Get", {interfaceName}),
-          ask("Set", {interfaceName, version, QVariant::fromValue(QDBusVariant(3U))}),
+          ask("Set", {interfaceName, version, QVariant::fromValue(QDBusVariant(4U))}),
           reply(messageTo(board, QStringLiteral("Nothing"), {})),
           reply(messageTo(board, QStringLiteral("ListGoals"), {}, QStringLiteral("org.example")))})
         EXPECT_EQ(refused.type(), QDBusMessage::ErrorMessage);

@@ -40,6 +40,7 @@ TEST(AutomationMethods, Every_request_is_read_as_it_was_written)
                                   PlaceTodo{todoID, otherID, MovePlace::behind},
                                   DeleteTodo{todoID},
                                   AssignWindow{4'000'000'000U, std::nullopt},
+                                  PinGoal{goalID, title},
                                   ShowGoal{goalID, title},
                                   RaiseWindows{goalID},
                                   WorkOnGoal{goalID},

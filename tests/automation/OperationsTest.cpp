@@ -150,8 +150,8 @@ TEST_F(AutomationOperations, An_unknown_record_is_named_by_every_request_and_cha
           Request(MoveGoal{noGoal, goalID}), Request(MoveGoal{goalID, noGoal}),
           Request(DeleteGoal{noGoal}), Request(AddTodo{title, noGoal}),
           Request(MoveTodo{todoID, noGoal}), Request(AssignWindow{7, noGoal}),
-          Request(ShowGoal{noGoal, {}}), Request(RaiseWindows{noGoal}),
-          Request(WorkOnGoal{noGoal})})
+          Request(ShowGoal{noGoal, {}}), Request(RaiseWindows{noGoal}), Request(WorkOnGoal{noGoal}),
+          Request(PinGoal{noGoal, QStringLiteral("1")})})
         EXPECT_EQ(failureOf(request), FailureKind::unknownGoal) << request.index();
     for (const Request& request :
          {Request(RenameTodo{noTodo, title}), Request(SetTodoStatus{noTodo, TodoStatus::completed}),
@@ -264,6 +264,43 @@ TEST_F(AutomationOperations, Windows_come_forward_where_the_desktop_can)
     store().refresh();
     EXPECT_EQ(failureOf(RaiseWindows{goalID}), std::nullopt);
     EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(goalID));
+}
+
+TEST_F(AutomationOperations, A_goal_is_pinned_to_a_desktop_by_number_or_name)
+{
+    const GoalID goalID = makeGoal();
+    const auto pin = [&](const char* name) {
+        return failureOf(PinGoal{goalID, QString::fromLatin1(name)});
+    };
+    EXPECT_EQ(pin("1"), FailureKind::windowsNotFollowed);
+    EXPECT_EQ(pin(""), std::nullopt) << "which needs no desktop";
+    desktop.virtualDesktops = {QStringLiteral("Mail"), QStringLiteral("Web"), QString(),
+                               QStringLiteral("Web"), QStringLiteral("9")};
+    observe();
+    EXPECT_EQ(pin("3"), std::nullopt);
+    EXPECT_EQ(replyTo<QList<GoalRecord>>(ListGoals())[0].desktop, 3U);
+    EXPECT_EQ(pin("Mail"), std::nullopt);
+    EXPECT_EQ(store().pinOf(goalID), 1);
+    EXPECT_EQ(pin("Web"), FailureKind::ambiguousName);
+    for (const char* const name : {"0", "-1", "6", "9", "4294967297", "mail", " ", "1.0"})
+        EXPECT_EQ(pin(name), FailureKind::unknownDesktop) << name;
+    EXPECT_EQ(store().pinOf(goalID), 1);
+    desktop.lack(DesktopAbility::virtualDesktops);
+    EXPECT_EQ(pin("2"), FailureKind::notOffered);
+    EXPECT_EQ(pin(""), std::nullopt);
+    EXPECT_EQ(replyTo<QList<GoalRecord>>(ListGoals())[0].desktop, 0U);
+}
+
+TEST_F(AutomationOperations, A_pinned_goal_without_windows_is_worked_on)
+{
+    const GoalID goalID = makeGoal();
+    desktop.virtualDesktops = {QString(), QString()};
+    observe();
+    EXPECT_EQ(failureOf(WorkOnGoal{goalID}), FailureKind::noWindows);
+    EXPECT_EQ(failureOf(PinGoal{goalID, QStringLiteral("2")}), std::nullopt);
+    EXPECT_EQ(failureOf(WorkOnGoal{goalID}), std::nullopt);
+    scheduler.advance({});
+    EXPECT_TRUE(desktop.calls.contains(QStringLiteral("show desktop 2")));
 }
 
 TEST_F(AutomationOperations, A_goal_is_worked_on_and_back_where_the_desktop_minimises_windows)
