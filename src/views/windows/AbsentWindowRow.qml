@@ -76,7 +76,7 @@ Item {
             id: titleText
 
             width: parent.width
-            text: root.title
+            text: root.memory.titleLengths(root.title)
         }
         AppText {
             width: parent.width
@@ -115,6 +115,7 @@ Item {
     }
     HoverTip {
         text: root.title
-        isHovered: hover.hovered && titleText.truncated && !forget.hovered
+        isHovered: hover.hovered && !forget.hovered
+                   && (titleText.truncated || titleText.implicitWidth > titleText.width)
     }
 }

@@ -4,11 +4,13 @@ import QtQuick
 import QtQuick.Window
 import Kelpa.Appearance
 import Kelpa.Controls
+import Kelpa.Windows
 
 /// The application and the title of a card's window.
 Item {
     id: root
 
+    required property WindowController windows
     required property real windowID
     required property string ownerName
     required property string title
@@ -25,6 +27,7 @@ Item {
 
     /// Whether one of its texts is cut short.
     readonly property bool isElided: titleText.truncated || ownerText.truncated
+                                     || titleText.implicitWidth > titleText.width
 
     implicitHeight: 32
     onPreviewRevisionChanged: icon.lookAgain()
@@ -88,7 +91,7 @@ Item {
             id: titleText
 
             width: parent.width
-            text: root.title
+            text: root.windows.titleLengths(root.title)
             font: Theme.captionStrong
             color: root.isAway ? Theme.secondaryText : Theme.text
         }

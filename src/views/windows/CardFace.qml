@@ -83,6 +83,7 @@ Item {
         anchors.leftMargin: Theme.medium
         anchors.rightMargin: Theme.medium
         anchors.bottomMargin: Theme.small
+        windows: root.windows
         windowID: root.windowID
         applicationID: root.applicationID
         iconRevision: root.iconRevision

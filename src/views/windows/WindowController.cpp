@@ -3,6 +3,7 @@
 #include "store/WindowStore.h"
 #include "views/models/ColumnID.h"
 #include "views/models/DragPayload.h"
+#include "views/windows/TitleLengths.h"
 
 namespace kelpa {
 
@@ -53,6 +54,11 @@ void WindowController::moveWindow(quint32 windowID, const QString& columnID)
 void WindowController::createGoalForWindow(const QString& title, quint32 windowID)
 {
     m_store.createGoal(title, windowID);
+}
+
+QString WindowController::titleLengths(const QString& title)
+{
+    return kelpa::titleLengths(title);
 }
 
 QString WindowController::windowDragText(quint32 windowID) const

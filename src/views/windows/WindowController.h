@@ -55,6 +55,8 @@ public:
     Q_INVOKABLE void moveWindow(quint32 windowID, const QString& columnID);
     /// Creates a goal with the window in it.
     Q_INVOKABLE void createGoalForWindow(const QString& title, quint32 windowID);
+    /// A window's title as an item that elides it takes it, see views/windows/TitleLengths.h.
+    Q_INVOKABLE static QString titleLengths(const QString& title);
     /// The text that a drag of the window carries.
     Q_INVOKABLE QString windowDragText(quint32 windowID) const;
 

@@ -3,6 +3,7 @@
 #include "model/Text.h"
 #include "store/WindowStore.h"
 #include "views/models/ColumnID.h"
+#include "views/windows/TitleLengths.h"
 
 #include <QVariantMap>
 
@@ -77,6 +78,11 @@ void WindowMemoryController::declineSelection()
     const std::optional<WindowID> selected = m_store.boardNavigation().selectedWindowID;
     if (selected && !m_store.recallOffers(*selected).isEmpty())
         decline(*selected);
+}
+
+QString WindowMemoryController::titleLengths(const QString& title)
+{
+    return kelpa::titleLengths(title);
 }
 
 QString WindowMemoryController::listTitle() const

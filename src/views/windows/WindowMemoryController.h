@@ -61,6 +61,8 @@ public:
     QString listTitle() const;
     AbsentWindowModel* list() { return &m_list; }
     int listCount() const { return m_list.rowCount(); }
+    /// As `WindowController::titleLengths`.
+    Q_INVOKABLE static QString titleLengths(const QString& title);
     bool isListFromLastTime() const { return m_isListFromLastTime; }
     /// Opens the sheet for a goal; any other column, and one that has all its windows, does
     /// nothing.

@@ -101,7 +101,7 @@ Item {
             id: titleText
 
             width: parent.width
-            text: root.title
+            text: root.windows.titleLengths(root.title)
             color: root.isInGoal ? Theme.secondaryText : Theme.text
         }
         AppText {
@@ -128,6 +128,7 @@ Item {
     HoverTip {
         text: root.title + "\n" + root.ownerName + "\n" + root.location
         isHovered: hover.hovered && (titleText.truncated || ownerText.truncated
+                                     || titleText.implicitWidth > titleText.width
                                      || locationText.truncated)
     }
 }

@@ -18,6 +18,18 @@ Item {
         board: world.board
     }
 
+    TextMetrics {
+        id: measure
+
+        text: "…/Taxes and insurance/letter.txt"
+    }
+    TextMetrics {
+        id: shortened
+
+        font: measure.font
+        text: "…/letter.txt"
+    }
+
     WindowCase {
         name: "WindowCard"
         goalBoard: board
@@ -44,6 +56,19 @@ Item {
             tryVerify(() => card("Letter")?.isSelected ?? false);
             world.runPending();
             verify(world.calls().includes("raise Letter"));
+        }
+        function test_a_card_too_narrow_for_a_path_shows_the_name_of_the_file() {
+            const title = "/home/anna/Documents/2026/Taxes and insurance/letter.txt";
+            world.addWindow(23, title);
+            tryVerify(() => card(title) !== null);
+            const caption = only(all(card(title), item => item instanceof CardCaption));
+            const text = only(all(caption, item => item instanceof AppText && item.text.startsWith(title)));
+            measure.font = text.font;
+            verify(measure.advanceWidth > text.width);
+            verify(caption.isElided);
+            fuzzyCompare(text.contentWidth, shortened.advanceWidth, 1);
+            compare(card(title).Accessible.name, "App 1000: " + title);
+            world.removeWindow(23);
         }
         function marks(title) {
             return only(all(card(title), item => item instanceof CardMarks));

@@ -1,0 +1,64 @@
+// Which shorter forms the title of a window has.
+#include "views/windows/TitleLengths.h"
+
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+#include <initializer_list>
+
+namespace kelpa {
+namespace {
+
+QStringList lengths(const char16_t* title)
+{
+    return titleLengths(QString::fromUtf16(title)).split(u'\u009c');
+}
+
+QStringList list(std::initializer_list<const char16_t*> texts)
+{
+    QStringList found;
+    for (const char16_t* const text : texts)
+        found.append(QString::fromUtf16(text));
+    return found;
+}
+
+TEST(TitleLengths, A_title_that_begins_with_a_path_loses_its_first_folders)
+{
+    EXPECT_EQ(lengths(u"/home/anna/Documents/2026/Taxes/letter.txt - Mousepad"),
+              list({u"/home/anna/Documents/2026/Taxes/letter.txt - Mousepad",
+                    u"…/2026/Taxes/letter.txt - Mousepad", u"…/Taxes/letter.txt - Mousepad",
+                    u"…/letter.txt - Mousepad"}));
+    EXPECT_EQ(lengths(u"~/taxes/letter to the bank.txt"),
+              list({u"~/taxes/letter to the bank.txt", u"…/letter to the bank.txt"}));
+    EXPECT_EQ(lengths(u"~anna/taxes/"), list({u"~anna/taxes/", u"…/taxes/"}));
+}
+
+TEST(TitleLengths, What_is_before_the_path_stays)
+{
+    EXPECT_EQ(lengths(u"*~/taxes/a.txt - Mousepad"),
+              list({u"*~/taxes/a.txt - Mousepad", u"*…/a.txt - Mousepad"}));
+    EXPECT_EQ(lengths(u"anna@host: /usr/share/doc"),
+              list({u"anna@host: /usr/share/doc", u"anna@host: …/share/doc", u"anna@host: …/doc"}));
+    EXPECT_EQ(lengths(u"anna@host:~/work/kelpa"),
+              list({u"anna@host:~/work/kelpa", u"anna@host:…/kelpa"}));
+}
+
+TEST(TitleLengths, A_slash_after_the_path_is_none_of_its_own)
+{
+    EXPECT_EQ(lengths(u"/srv/a.txt – Read/Write"),
+              list({u"/srv/a.txt – Read/Write", u"…/a.txt – Read/Write"}));
+    EXPECT_EQ(lengths(u"/srv/a.txt (/mnt/b)"), list({u"/srv/a.txt (/mnt/b)", u"…/a.txt (/mnt/b)"}));
+}
+
+TEST(TitleLengths, Any_other_title_has_one_length)
+{
+    for (const char16_t* const title :
+         {u"", u"/", u"/etc", u"~/a", u"Letter to the bank – Writer", u"Yes/No/Perhaps",
+          u"a.txt (~/taxes/2026) - Editor", u"https://example.org/a/b", u"mail@example.org: a/b/c",
+          u"–– 1/2/3"})
+        EXPECT_EQ(lengths(title), list({title}));
+}
+
+} // namespace
+} // namespace kelpa
