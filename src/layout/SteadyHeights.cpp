@@ -67,24 +67,28 @@ qsizetype displaced(const Columns& columns, const Columns& atRest)
 }
 
 /// Lets the lowest items of the other columns grow until `column` receives the next one; false, and
-/// nothing has changed, where they cannot.
+/// nothing has changed, where they cannot. One that shows everything and ends where `column` does
+/// is long enough, unless it is further left.
 bool growAround(qsizetype column, Ends& ends, const QList<HeightRange>& items,
                 QList<double>& heights)
 {
-    for (qsizetype other = 0; other < ends.ends.size(); ++other) {
-        const qsizetype last = ends.last.at(other);
-        const bool canGrow =
-            last >= 0 && heights.at(last) + ends.missing(other, column) <= items.at(last).atMost;
-        if (!ends.precedes(column, other) && !canGrow)
-            return false;
-    }
+    Ends grown = ends;
+    QList<double> grownHeights = heights;
     for (qsizetype other = 0; other < ends.ends.size(); ++other) {
         if (ends.precedes(column, other))
             continue;
-        const double missing = ends.missing(other, column);
-        heights[ends.last.at(other)] += missing;
-        ends.ends[other] += missing;
+        const qsizetype last = ends.last.at(other);
+        if (last < 0)
+            return false;
+        const double most = items.at(last).atMost;
+        const double wanted = heights.at(last) + ends.missing(other, column);
+        grownHeights[last] = std::min(wanted, most);
+        grown.ends[other] += grownHeights.at(last) - heights.at(last);
+        if (!grown.precedes(column, other))
+            return false;
     }
+    ends = grown;
+    heights = grownHeights;
     return true;
 }
 
