@@ -10,6 +10,9 @@ namespace {
 constexpr QChar separatorOfLengths = u'\u009c';
 constexpr QChar ellipsis = u'\u2026';
 
+/// In characters; what is longer before a path is a prompt.
+constexpr qsizetype longestMark = 3;
+
 /// Of a path: more folders say little, and each form is laid out.
 constexpr qsizetype mostFolders = 2;
 
@@ -49,13 +52,17 @@ QString titleLengths(const QString& title)
     const qsizetype start = pathStart(title);
     if (start < 0)
         return title;
+    const QList<qsizetype> slashes = lastSlashes(title, start, pathEnd(title, start));
     QString lengths = title;
-    for (const qsizetype slash : lastSlashes(title, start, pathEnd(title, start))) {
+    for (const qsizetype slash : slashes) {
         // No shorter with an ellipsis.
         if (slash - start < 2)
             continue;
         lengths += separatorOfLengths + title.left(start) + ellipsis + title.mid(slash);
     }
+    // The folder says more than the machine.
+    if (start > longestMark && !slashes.isEmpty())
+        lengths += separatorOfLengths + (ellipsis + title.mid(slashes.last()));
     return lengths;
 }
 

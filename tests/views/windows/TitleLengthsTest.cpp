@@ -39,9 +39,12 @@ TEST(TitleLengths, What_is_before_the_path_stays)
     EXPECT_EQ(lengths(u"*~/taxes/a.txt - Mousepad"),
               list({u"*~/taxes/a.txt - Mousepad", u"*…/a.txt - Mousepad"}));
     EXPECT_EQ(lengths(u"anna@host: /usr/share/doc"),
-              list({u"anna@host: /usr/share/doc", u"anna@host: …/share/doc", u"anna@host: …/doc"}));
+              list({u"anna@host: /usr/share/doc", u"anna@host: …/share/doc", u"anna@host: …/doc",
+                    u"…/doc"}));
     EXPECT_EQ(lengths(u"anna@host:~/work/kelpa"),
-              list({u"anna@host:~/work/kelpa", u"anna@host:…/kelpa"}));
+              list({u"anna@host:~/work/kelpa", u"anna@host:…/kelpa", u"…/kelpa"}));
+    EXPECT_EQ(lengths(u"anna@host: ~/taxes"), list({u"anna@host: ~/taxes", u"…/taxes"}));
+    EXPECT_EQ(lengths(u"anna@host: /etc"), list({u"anna@host: /etc"}));
 }
 
 TEST(TitleLengths, A_slash_after_the_path_is_none_of_its_own)
