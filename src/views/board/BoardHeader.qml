@@ -178,5 +178,6 @@ Item {
         anchors.rightMargin: Theme.boardMargin
         isDoubleTapOffered: root.board.isDoubleTapOffered
         notice: root.board.desktopNotice
+        isDoubleTapTaught: root.board.firstSteps.isOpen && root.board.firstSteps.isReturnOffered
     }
 }

@@ -13,6 +13,8 @@ Item {
 
     required property bool isDoubleTapOffered
     required property DesktopNotice notice
+    /// Whether the board teaches the double tap elsewhere at present.
+    property bool isDoubleTapTaught: false
 
     readonly property bool isKeyWanted: root.notice.lacksDoubleTap && !root.isDoubleTapOffered
     /// Null while no key is wanted.
@@ -46,7 +48,7 @@ Item {
         y: root.isOneLine ? 0 : keyboardHint.height
         text: ViewSettings.copy.text(root.isKeyWanted ? CopyKey.DoubleTapNotHeard
                                                      : CopyKey.DoubleTapHint)
-        visible: root.isDoubleTapOffered || root.isKeyWanted
+        visible: root.isDoubleTapOffered && !root.isDoubleTapTaught || root.isKeyWanted
     }
     Repeater {
         model: root.isKeyWanted ? 1 : 0

@@ -15,6 +15,13 @@ Item {
         width: parent.width
         steps: world.board.firstSteps
     }
+    BoardHeader {
+        id: header
+
+        y: 150
+        width: parent.width
+        board: world.board
+    }
     SignalSpy {
         id: left
 
@@ -38,11 +45,19 @@ Item {
         function field() {
             return all(place, item => item instanceof TextInputField)[0];
         }
+        function hints() {
+            return all(header, item => item instanceof BoardHints)[0].children;
+        }
+        function hintsShown() {
+            return Array.from(hints()).filter(hint => hint.visible && hint.text).map(hint => hint.text);
+        }
         function test_each_step_is_ticked_off_and_the_last_one_takes_all_away() {
             world.offerDoubleTap(true);
             compare(stepNames(), ["Type what you are working on",
                                   "Drag a window’s card onto the goal",
                                   "Press ⌘ twice to bring Kelpa forward instantly"]);
+            // What a step teaches is not said above it as well.
+            compare(hintsShown(), ["Arrows Select & Expand · Space Enter / Open · Esc Back"]);
             mouseClick(field());
             verify(field().activeFocus);
             keyClick(Qt.Key_Space);
@@ -62,6 +77,8 @@ Item {
             verify(place.height > 0);
             world.board.firstSteps.dismiss();
             compare(stepNames(), []);
+            compare(hintsShown(), ["Arrows Select & Expand · Space Enter / Open · Esc Back",
+                                   "Press ⌘ twice to bring Kelpa forward instantly"]);
             tryCompare(place, "height", 0);
         }
     }
