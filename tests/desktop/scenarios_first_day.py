@@ -96,6 +96,8 @@ def the_last_todo_of_a_goal_that_is_hidden_then_comes_back_by_the_toast(desktop,
         kelpa.click(*status)
         kelpa.wait_for_todos(boards.ALL_TODOS, [("Ask the bank", IN_PROGRESS), ("Sweep", TODO)])
         kelpa.click(*status)
+        # It is struck through for a moment.
+        kelpa.wait_for_todos(boards.ALL_TODOS, [("Ask the bank", COMPLETED), ("Sweep", TODO)])
         # Its goal is hidden a moment later, and the toast says why.
         kelpa.wait_for_goals("Home")
         kelpa.wait_for_todos(boards.ALL_TODOS, [("Sweep", TODO)])
@@ -165,6 +167,7 @@ def a_drag_names_the_place_below_it_and_covers_none(desktop, binary):
         bare = desktop.pixel(*beside), desktop.pixel(*chip)
         desktop.drag_over(kelpa.card_centre(boards.UNSORTED, "First"), entry)
         wait_until("the place is named below the pointer", is_named)
+        wait_until("in words", lambda: kelpa.board.has_text("→ Taxes"))
         wait_until("nothing else covers the rail", lambda: desktop.pixel(*beside) == bare[0])
         # Where nothing takes the card, its picture follows again, as wide as the card.
         desktop.run("xdotool", "mousemove", *kelpa.head(boards.ALL_TODOS))

@@ -34,6 +34,9 @@ FloatingGround {
     color: Theme.accent
     border.width: 0
     visible: root.dragSource.isDragging && root.dragSource.destination.length > 0
+    Accessible.role: Accessible.StaticText
+    Accessible.ignored: !visible
+    Accessible.name: root.dragSource.destination
 
     AppText {
         id: label
