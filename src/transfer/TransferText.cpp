@@ -14,6 +14,8 @@ namespace {
 constexpr QByteArrayView utf8Mark{"\xef\xbb\xbf"};
 constexpr QByteArrayView utf16LittleMark{"\xff\xfe"};
 constexpr QByteArrayView utf16BigMark{"\xfe\xff"};
+constexpr QByteArrayView utf32LittleMark{"\xff\xfe\0\0", 4};
+constexpr QByteArrayView utf32BigMark{"\0\0\xfe\xff", 4};
 
 /// How much of a skipped line is told, in UTF-16 units.
 constexpr qsizetype toldOfSkippedLine = 80;
@@ -35,36 +37,86 @@ bool endsWithinCharacter(QByteArrayView text)
     return false;
 }
 
+bool hasUtf32Mark(const QByteArray& bytes)
+{
+    return bytes.startsWith(utf32LittleMark) || bytes.startsWith(utf32BigMark);
+}
+
+/// Whether what is behind the mark of UTF-16 are bytes of another encoding: a text of ASCII, or one
+/// with the other byte first. Both read as far-fetched ideographs without any blank or line end.
+bool isMisread(QStringView text)
+{
+    // Fewer characters might be meant, however unlikely they are.
+    constexpr qsizetype fewest = 16;
+    const auto isAscii = [](QChar c) { return c.unicode() < 0x80; };
+    if (text.size() < fewest || std::ranges::any_of(text, isAscii))
+        return false;
+    qsizetype plainBytes = 0;
+    qsizetype swapped = 0;
+    for (const QChar c : text) {
+        for (const uchar byte : {c.row(), c.cell()})
+            plainBytes +=
+                (byte >= 0x20 && byte < 0x7f) || byte == '\n' || byte == '\r' || byte == '\t' ? 1
+                                                                                              : 0;
+        swapped += c.cell() == 0 ? 1 : 0;
+    }
+    // A tenth may be anything.
+    return plainBytes >= 2 * text.size() * 9 / 10 || swapped >= text.size() * 9 / 10;
+}
+
+std::variant<QString, ImportRefusal> textOfUtf16(QByteArrayView bytes)
+{
+    // Half a unit at the end is left of a file that was cut off; the decoder would wait for more.
+    const bool isHalved = bytes.size() % 2 != 0;
+    QStringDecoder decoder(QStringDecoder::Utf16, QStringDecoder::Flag::Stateless);
+    QString text = decoder(bytes.chopped(isHalved ? 1 : 0));
+    const bool endsWithinCharacter = !text.isEmpty() && text.back().isHighSurrogate();
+    const QStringView whole = QStringView(text).chopped(endsWithinCharacter ? 1 : 0);
+    // The decoder lets single surrogates pass.
+    if (decoder.hasError() || !whole.isValidUtf16() || isMisread(whole))
+        return ImportRefusal::wrongEncoding;
+    if (isHalved || endsWithinCharacter)
+        return ImportRefusal::cutOff;
+    return text;
+}
+
+std::variant<QString, ImportRefusal> textOfUtf8(QByteArrayView bytes)
+{
+    if (bytes.startsWith(utf8Mark))
+        bytes = bytes.sliced(utf8Mark.size());
+    if (!bytes.isValidUtf8())
+        return endsWithinCharacter(bytes) ? ImportRefusal::cutOff : ImportRefusal::wrongEncoding;
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom);
+    QString text = decoder(bytes);
+    if (decoder.hasError())
+        return ImportRefusal::wrongEncoding;
+    return text;
+}
+
 } // namespace
 
 bool hasUtf16Mark(const QByteArray& bytes)
 {
-    return bytes.startsWith(utf16LittleMark) || bytes.startsWith(utf16BigMark);
+    return !hasUtf32Mark(bytes) &&
+           (bytes.startsWith(utf16LittleMark) || bytes.startsWith(utf16BigMark));
 }
 
 std::variant<QString, ImportRefusal> textOfFile(const QByteArray& bytes)
 {
     if (bytes.size() > largestImport)
         return ImportRefusal::tooLarge;
-    const bool isUtf16 = hasUtf16Mark(bytes);
-    // Half a unit at the end is left of a file that was cut off; the decoder would wait for more.
-    if (isUtf16 && bytes.size() % 2 != 0)
-        return ImportRefusal::cutOff;
-    QByteArrayView content(bytes);
-    if (bytes.startsWith(utf8Mark))
-        content = content.sliced(utf8Mark.size());
-    if (!isUtf16 && !content.isValidUtf8())
-        return endsWithinCharacter(content) ? ImportRefusal::cutOff : ImportRefusal::wrongEncoding;
-    QStringDecoder decoder(isUtf16 ? QStringDecoder::Utf16 : QStringDecoder::Utf8,
-                           isUtf16 ? QStringDecoder::Flag::Stateless
-                                   : QStringDecoder::Flag::Stateless |
-                                         QStringDecoder::Flag::ConvertInitialBom);
-    QString text = decoder(content);
-    if (decoder.hasError() || text.contains(QChar(QChar::Null)))
+    if (hasUtf32Mark(bytes))
+        return ImportRefusal::wrongEncoding;
+    auto result = hasUtf16Mark(bytes) ? textOfUtf16(bytes) : textOfUtf8(bytes);
+    if (std::holds_alternative<ImportRefusal>(result))
+        return result;
+    const QString& text = std::get<QString>(result);
+    if (text.contains(QChar(QChar::Null)))
         return ImportRefusal::wrongEncoding;
     if (QStringView(text).trimmed().isEmpty())
         return ImportRefusal::empty;
-    return text;
+    return result;
 }
 
 std::optional<QStringView> LineReader::next()

@@ -154,6 +154,10 @@ TEST_F(BoardTransferring, Files_that_are_refused_change_nothing)
     for (const RefusedRow& row :
          {RefusedRow{"/a.md", "", ImportRefusal::empty},
           RefusedRow{"/a.md", "caf\xe9", ImportRefusal::wrongEncoding},
+          RefusedRow{"/a.md", QByteArray("\xff\xfe-\0 \0a\0\x3e\xd8", 10), ImportRefusal::cutOff},
+          RefusedRow{"/a.txt", QByteArray("\xff\xfe-\0\x3e\xd8 \0", 8),
+                     ImportRefusal::wrongEncoding},
+          RefusedRow{"/a.txt", QByteArray("\xff\xfe\0\0-\0\0\0", 8), ImportRefusal::wrongEncoding},
           RefusedRow{"/a.json", "{\"format\":\"kelpa-board\"", ImportRefusal::cutOff},
           RefusedRow{"/a.png", "\x89PNG", ImportRefusal::notThisFormat},
           RefusedRow{"/a.md", QByteArray(largestImport + 1, ' '), ImportRefusal::tooLarge}}) {

@@ -3,6 +3,8 @@
 #include "support/Seed.h"
 #include "transfer/ReadingFixture.h"
 
+#include <QStringEncoder>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -71,6 +73,63 @@ TEST_P(HostileImport, May_be_utf_16_with_a_mark)
     EXPECT_EQ(linesOf(boardOf(GetParam(), big)), lines);
     EXPECT_EQ(linesOf(boardOf(GetParam(), "\xef\xbb\xbf" + file())), lines);
     EXPECT_EQ(refusal(little.chopped(1)), cutOff);
+}
+
+/// The bytes of a text in UTF-16 or UTF-32, behind a mark.
+QByteArray encoded(QStringConverter::Encoding encoding, const QString& text)
+{
+    QStringEncoder encoder(encoding, QStringConverter::Flag::WriteBom);
+    return encoder.encode(text);
+}
+
+TEST_P(HostileImport, Is_refused_where_a_mark_of_utf_16_is_before_something_else)
+{
+    const QString text = QString::fromUtf8(file() + file() + file());
+    for (const bool isLittle : {true, false}) {
+        SCOPED_TRACE(isLittle);
+        const QByteArray mark = isLittle ? "\xff\xfe" : "\xfe\xff";
+        const auto encoding = isLittle ? QStringConverter::Utf16LE : QStringConverter::Utf16BE;
+        const QByteArray whole = encoded(encoding, text);
+        EXPECT_EQ(refusal(mark), empty);
+        // A text of bytes, of even length and of odd.
+        const QByteArray ascii = text.toUtf8().replace("\xf0\x9f\xa5\x9b", "gl");
+        EXPECT_EQ(refusal(mark + ascii), wrongEncoding);
+        EXPECT_EQ(refusal(mark + ascii + "a"), wrongEncoding);
+        // The other byte first.
+        const auto other = isLittle ? QStringConverter::Utf16BE : QStringConverter::Utf16LE;
+        EXPECT_EQ(refusal(mark + encoded(other, text).sliced(2)), wrongEncoding);
+        // A half of a pair of surrogates, a second one, and the two in the wrong sequence.
+        for (const char16_t* const bad : {u"a\xd83e b",
+                                          u"a \xdd5b"
+                                          u"b",
+                                          u"\xdd5b\xd83e b"}) {
+            const QString broken = text + QString::fromUtf16(bad) + u'\n';
+            QByteArray bytes = mark;
+            for (const QChar c : broken) {
+                const char low = static_cast<char>(c.cell());
+                const char high = static_cast<char>(c.row());
+                bytes.append(isLittle ? low : high).append(isLittle ? high : low);
+            }
+            EXPECT_EQ(refusal(bytes), wrongEncoding);
+        }
+        // Cut off within a unit, and between the units of a character.
+        EXPECT_EQ(refusal(whole.chopped(1)), cutOff);
+        const QByteArray milk = encoded(encoding, text + QStringLiteral("\U0001F95B"));
+        EXPECT_EQ(refusal(milk.chopped(1)), cutOff);
+        EXPECT_EQ(refusal(milk.chopped(2)), cutOff);
+        EXPECT_EQ(refusal(milk.chopped(3)), cutOff);
+    }
+}
+
+TEST_P(HostileImport, Is_refused_in_utf_32)
+{
+    const QString text = QString::fromUtf8(file());
+    for (const auto encoding : {QStringConverter::Utf32LE, QStringConverter::Utf32BE}) {
+        const QByteArray whole = encoded(encoding, text);
+        for (qsizetype chopped = 0; chopped < 8; ++chopped)
+            EXPECT_EQ(refusal(whole.chopped(chopped)), wrongEncoding) << chopped;
+        EXPECT_EQ(refusal(whole.first(4)), wrongEncoding);
+    }
 }
 
 TEST_P(HostileImport, Is_refused_where_it_is_too_large)
@@ -183,6 +242,17 @@ TEST(HostileText, A_text_without_a_todo_is_nothing_to_import)
     EXPECT_EQ(refusalOf(TransferFormat::markdown, "Dear all,\n\nbest wishes\n"), nothingToImport);
     EXPECT_EQ(refusalOf(TransferFormat::iCalendar, "BEGIN:VCALENDAR\nEND:VCALENDAR\n"),
               nothingToImport);
+}
+
+TEST(HostileText, Ideographs_in_utf_16_are_read_although_no_byte_of_them_is_a_line_end)
+{
+    const QString one =
+        QStringLiteral("\u7ed9\u5ba2\u6237\u56de\u4fe1\u786e\u8ba4\u7b2c\u4e09\u53f7"
+                       "\u62a5\u4ef7\u5355\u7684\u4ea4\u4ed8\u65e5\u671f");
+    for (const auto encoding : {QStringConverter::Utf16LE, QStringConverter::Utf16BE}) {
+        EXPECT_EQ(linesOf(boardOf(TransferFormat::todoTxt, encoded(encoding, one))),
+                  (Lines{"-", "todo " + one.toStdString()}));
+    }
 }
 
 TEST(HostileText, A_skipped_line_is_told_in_a_single_harmless_line)
