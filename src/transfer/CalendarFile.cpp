@@ -26,6 +26,19 @@ bool isOfInterest(const QByteArray& name)
     return std::ranges::any_of(names, [&name](const char* each) { return name == each; });
 }
 
+/// What a goal has no place for, or a todo that is part of one.
+std::optional<ConditionalLine::Kind> conditionalKind(const QByteArray& name)
+{
+    using enum ConditionalLine::Kind;
+    if (name == "STATUS" || name == "COMPLETED" || name == "PERCENT-COMPLETE")
+        return state;
+    if (name == "PRIORITY")
+        return priority;
+    if (name == "CATEGORIES")
+        return categories;
+    return std::nullopt;
+}
+
 bool isNameCharacter(QChar c)
 {
     return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || (c >= u'0' && c <= u'9') ||
@@ -203,7 +216,10 @@ std::optional<CalendarPiece> CalendarFile::takeProperty(const ContentLine& line)
     m_piece.contentLines += line.text.toUtf8();
     if (m_piece.contentLines.size() > largestComponent) {
         m_piece.contentLines.clear();
+        m_piece.conditional.clear();
         m_piece.skipped = SkipReason::damaged;
+    } else if (const auto kind = conditionalKind(line.name)) {
+        m_piece.conditional.append({*kind, line.line, line.text});
     }
     return std::nullopt;
 }

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <cstdint>
 #include <optional>
 
 namespace kelpa {
@@ -45,6 +46,20 @@ private:
     std::optional<QStringView> m_ahead;
 };
 
+/// A content line whose place on the board depends on what becomes of its todo.
+struct ConditionalLine
+{
+    enum class Kind : std::uint8_t {
+        /// STATUS, COMPLETED or PERCENT-COMPLETE; one of them speaks for all.
+        state,
+        priority,
+        categories,
+    };
+    Kind kind = Kind::state;
+    qsizetype line = 0;
+    QString text{};
+};
+
 /// One thing that the file has: a todo, or something that is left out.
 struct CalendarPiece
 {
@@ -56,6 +71,8 @@ struct CalendarPiece
     QString text{};
     /// Absent for a todo.
     std::optional<SkipReason> skipped{};
+    /// Of a todo, in the order of the file.
+    QList<ConditionalLine> conditional{};
 };
 
 /// Reads the file piece by piece.

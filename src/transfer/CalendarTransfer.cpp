@@ -36,7 +36,7 @@ GoalPriority goalPriority(int priority)
 struct ReadTodo
 {
     CalendarTodo todo;
-    qsizetype line = 0;
+    QList<ConditionalLine> conditional;
 };
 
 constexpr std::size_t none = std::size_t(-1);
@@ -125,33 +125,73 @@ public:
     {
         for (std::size_t i = 0; i < m_todos.size() && !m_builder.isDone(); ++i) {
             const CalendarTodo& todo = m_todos[i].todo;
-            if (m_relations.isGoal(i))
-                m_goals.insert(i, m_builder.addGoal(todo.title, goalPriority(todo.priority)));
+            if (!m_relations.isGoal(i))
+                continue;
+            m_goals.insert(i, m_builder.addGoal(todo.title, goalPriority(todo.priority)));
+            // A goal is done when its todos are.
+            if (todo.status != TodoStatus::todo)
+                skip(i, ConditionalLine::Kind::state);
+            if (!todo.categories.isEmpty())
+                skip(i, ConditionalLine::Kind::categories);
         }
         for (std::size_t i = 0; i < m_todos.size() && !m_builder.isDone(); ++i) {
             if (!m_relations.isGoal(i))
                 add(i);
         }
         for (const auto& [goal, priorities] : m_priorities.asKeyValueRange()) {
-            if (priorities.size() == 1)
-                m_builder.setPriority(goal, *priorities.cbegin());
+            if (priorities.values.size() == 1) {
+                m_builder.setPriority(goal, *priorities.values.cbegin());
+                continue;
+            }
+            for (const std::size_t i : priorities.todos)
+                skipPriority(i);
         }
     }
 
 private:
+    /// Tells what the todo has and the board has no place for.
+    void skip(std::size_t i, ConditionalLine::Kind kind)
+    {
+        for (const ConditionalLine& each : m_todos[i].conditional) {
+            if (each.kind != kind)
+                continue;
+            m_builder.skip(each.line, each.text, SkipReason::withoutPlace);
+            if (kind == ConditionalLine::Kind::state)
+                return;
+        }
+    }
+    void skipPriority(std::size_t i)
+    {
+        if (m_todos[i].todo.priority != 0)
+            skip(i, ConditionalLine::Kind::priority);
+    }
     void add(std::size_t i)
     {
         const CalendarTodo& todo = m_todos[i].todo;
         std::optional<ImportBuilder::GoalIndex> goal;
         if (const auto top = m_goals.constFind(m_relations.top(i)); top != m_goals.constEnd()) {
             goal = *top;
+            skipPriority(i);
+            const CalendarTodo& whole = m_todos[m_relations.top(i)].todo;
+            const auto isOther = [title = trimmedText(whole.title)](const QString& category) {
+                return trimmedText(category) != title;
+            };
+            // Kelpa itself writes the goal's title there.
+            if (!whole.isGoal && std::ranges::any_of(todo.categories, isOther))
+                skip(i, ConditionalLine::Kind::categories);
         } else {
             const QString title =
                 trimmedText(todo.categories.isEmpty() ? m_name : todo.categories.constFirst());
-            if (!title.isEmpty()) {
+            if (title.isEmpty()) {
+                skipPriority(i);
+            } else {
                 goal = m_builder.goalOfTitle(title);
-                m_priorities[*goal].insert(goalPriority(todo.priority));
+                Priorities& priorities = m_priorities[*goal];
+                priorities.values.insert(goalPriority(todo.priority));
+                priorities.todos.push_back(i);
             }
+            if (todo.categories.size() > 1)
+                skip(i, ConditionalLine::Kind::categories);
         }
         m_builder.addTodo(goal, todo.title, todo.status, todo.completedAt);
     }
@@ -162,8 +202,13 @@ private:
     ImportBuilder& m_builder;
     /// By the todo that is a goal.
     QHash<std::size_t, ImportBuilder::GoalIndex> m_goals;
+    struct Priorities
+    {
+        QSet<GoalPriority> values;
+        std::vector<std::size_t> todos;
+    };
     /// Of the todos of goals that are categories. A goal has that on which they agree.
-    QHash<ImportBuilder::GoalIndex, QSet<GoalPriority>> m_priorities;
+    QHash<ImportBuilder::GoalIndex, Priorities> m_priorities;
 };
 
 CalendarTodo calendarTodo(const TodoItem& todo, const Goal* goal)
@@ -234,7 +279,7 @@ ImportResult fromCalendar(const QByteArray& bytes, const QTimeZone& zone,
         else if (trimmedText(todo->title).isEmpty())
             builder.skip(piece->line, piece->text, SkipReason::withoutTitle);
         else
-            todos.push_back({*std::move(todo), piece->line});
+            todos.push_back({*std::move(todo), piece->conditional});
     }
     if (const std::optional<ImportRefusal> refusal = file.refusal())
         return *refusal;

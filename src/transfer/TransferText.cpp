@@ -137,8 +137,13 @@ std::optional<QStringView> LineReader::next()
 void skip(ImportedBoard& board, qsizetype line, QStringView text, SkipReason reason)
 {
     ++board.skippedCount;
-    if (board.skipped.size() >= mostListedSkippedLines)
-        return;
+    if (board.skipped.size() >= mostListedSkippedLines) {
+        // A reader may learn of a line only by what follows.
+        const auto last = std::ranges::max_element(board.skipped, {}, &SkippedLine::line);
+        if (last->line <= line)
+            return;
+        board.skipped.erase(last);
+    }
     // A little more, so that a cut-off text is seen to be cut off.
     const QString start =
         text.trimmed().first(std::min(text.trimmed().size(), 2 * toldOfSkippedLine)).toString();

@@ -96,6 +96,26 @@ INSTANTIATE_TEST_SUITE_P(
                 "BEGIN:VTODO\nUID:4\nSUMMARY:brother\nRELATED-TO;RELTYPE=SIBLING:1\nEND:VTODO\n"
                 "BEGIN:VTODO\nUID:5\nSUMMARY:orphan\nRELATED-TO:99\nEND:VTODO\n",
                 "# whole p1\ntodo part\ntodo middle\n-\ntodo brother\ntodo orphan"},
+        ReadRow{"states of a goal",
+                "BEGIN:VTODO\nUID:1\nSUMMARY:done\nCOMPLETED:20261122T101500Z\n"
+                "STATUS:COMPLETED\nEND:VTODO\n"
+                "BEGIN:VTODO\nUID:2\nSUMMARY:begun\nPERCENT-COMPLETE:40\nEND:VTODO\n"
+                "BEGIN:VTODO\nUID:3\nSUMMARY:open\nSTATUS:NEEDS-ACTION\nEND:VTODO\n"
+                "BEGIN:VTODO\nSUMMARY:a\nRELATED-TO:1\nSTATUS:COMPLETED\nEND:VTODO\n"
+                "BEGIN:VTODO\nSUMMARY:b\nRELATED-TO:2\nEND:VTODO\n"
+                "BEGIN:VTODO\nSUMMARY:c\nRELATED-TO:3\nEND:VTODO\n",
+                "# done p2\ncompleted a\n# begun p2\ntodo b\n# open p2\ntodo c",
+                "6: COMPLETED:20261122T101500Z (no place)\n12: PERCENT-COMPLETE:40 (no place)"},
+        ReadRow{"priorities and categories of parts",
+                "BEGIN:VTODO\nUID:1\nSUMMARY:whole\nPRIORITY:2\nCATEGORIES:Home\nEND:VTODO\n"
+                "BEGIN:VTODO\nSUMMARY:a\nRELATED-TO:1\nPRIORITY:9\nCATEGORIES:whole\n"
+                "END:VTODO\n"
+                "BEGIN:VTODO\nSUMMARY:b\nRELATED-TO:1\nPRIORITY:0\nCATEGORIES:Shop\n"
+                "END:VTODO\n"
+                "BEGIN:VTODO\nSUMMARY:c\nPRIORITY:1\nEND:VTODO\n",
+                "# whole p1\ntodo a\ntodo b\n-\ntodo c",
+                "7: CATEGORIES:Home (no place)\n12: PRIORITY:9 (no place)\n"
+                "19: CATEGORIES:Shop (no place)\n23: PRIORITY:1 (no place)"},
         ReadRow{"a circle",
                 "BEGIN:VTODO\nUID:1\nSUMMARY:a\nRELATED-TO:2\nEND:VTODO\n"
                 "BEGIN:VTODO\nUID:2\nSUMMARY:b\nRELATED-TO:1\nEND:VTODO\n"
@@ -107,7 +127,9 @@ INSTANTIATE_TEST_SUITE_P(
                 "BEGIN:VTODO\nSUMMARY:b\nPRIORITY:1\nCATEGORIES:Home\nEND:VTODO\n"
                 "BEGIN:VTODO\nSUMMARY:c\nPRIORITY:9\nEND:VTODO\n"
                 "BEGIN:VTODO\nSUMMARY:d\nPRIORITY:2\nEND:VTODO\n",
-                "# Home p0\ntodo a\ntodo b\n# My list p2\ntodo c\ntodo d"},
+                "# Home p0\ntodo a\ntodo b\n# My list p2\ntodo c\ntodo d",
+                "7: CATEGORIES:Home,Garden (no place)\n"
+                "16: PRIORITY:9 (no place)\n20: PRIORITY:2 (no place)"},
         ReadRow{"other things",
                 "BEGIN:VTIMEZONE\nTZID:x\nBEGIN:STANDARD\nEND:STANDARD\nEND:VTIMEZONE\n"
                 "BEGIN:VEVENT\nSUMMARY:Party\nDESCRIPTION:x\nEND:VEVENT\n"
@@ -119,6 +141,19 @@ INSTANTIATE_TEST_SUITE_P(
                 "8: SUMMARY:Party (not a todo)\n14: DUE;VALUE=DATE:20261201 (no place)\n16: "
                 "BEGIN:VALARM (no place)\n21: BEGIN:VTODO (no title)\n24: nonsense (damaged)"}),
     caseName);
+
+TEST(CalendarReading, Lists_the_first_lines_that_it_skips_however_late_it_knows_of_them)
+{
+    QByteArray components = "BEGIN:VTODO\nUID:1\nSTATUS:COMPLETED\nSUMMARY:whole\nEND:VTODO\n";
+    for (int i = 0; i < 150; ++i)
+        components += "BEGIN:VTODO\nRELATED-TO:1\nDUE:20261201T170000Z\nSUMMARY:a\nEND:VTODO\n";
+    const ImportedBoard board =
+        boardOf(TransferFormat::iCalendar, calendarOf(components.constData()));
+    EXPECT_EQ(board.skippedCount, 151);
+    ASSERT_EQ(board.skipped.size(), mostListedSkippedLines);
+    EXPECT_EQ(skippedLinesOf(board).front(), "5: STATUS:COMPLETED (no place)");
+    EXPECT_EQ(board.skipped.constLast().line, 10 + 5 * 98);
+}
 
 TEST(CalendarFolding, May_be_within_a_character)
 {
