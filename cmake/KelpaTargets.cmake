@@ -44,9 +44,9 @@ if(KELPA_SANITIZE)
                         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     add_link_options(-fsanitize=${KELPA_SANITIZE})
     if(KELPA_SANITIZE MATCHES "undefined")
-        # RapidJSON counts the leading zeros of 0 where any count does, and adds to a null pointer
-        # while its stack is empty, which Clang reports and GCC does not.
-        add_compile_options(-fno-sanitize-recover=undefined -fno-sanitize=builtin
+        # RapidJSON adds to a null pointer while its stack is empty, which Clang reports and GCC does
+        # not.
+        add_compile_options(-fno-sanitize-recover=undefined
                             $<$<OR:$<CXX_COMPILER_ID:Clang>,$<C_COMPILER_ID:Clang>>:-fno-sanitize=pointer-overflow>)
     endif()
 endif()

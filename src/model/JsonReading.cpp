@@ -2,9 +2,58 @@
 
 #include <QStringDecoder>
 
+#include <rapidjson/reader.h>
+
+#include <charconv>
 #include <cmath>
 
 namespace kelpa {
+
+namespace {
+
+/// Hands on to a document what the parser reads, with numbers as values. The parser's own
+/// conversion to full precision counts the leading zero bits of a zero that has an exponent
+/// (0e0119), which is undefined, shifts by that count, and may read another number.
+class ValuesOfText
+    : public rapidjson::BaseReaderHandler<rapidjson::Document::EncodingType, ValuesOfText>
+{
+public:
+    using Length = rapidjson::SizeType;
+
+    explicit ValuesOfText(rapidjson::Document& document) : m_document(document) {}
+
+    bool Null() { return m_document.Null(); }
+    bool Bool(bool value) { return m_document.Bool(value); }
+    bool String(const char* text, Length length, bool isCopied)
+    {
+        return m_document.String(text, length, isCopied);
+    }
+    bool Key(const char* text, Length length, bool isCopied)
+    {
+        return m_document.Key(text, length, isCopied);
+    }
+    bool StartObject() { return m_document.StartObject(); }
+    bool EndObject(Length count) { return m_document.EndObject(count); }
+    bool StartArray() { return m_document.StartArray(); }
+    bool EndArray(Length count) { return m_document.EndArray(count); }
+
+    /// Any number that the grammar allows. False, which ends the parsing, for one that is too
+    /// large.
+    bool RawNumber(const char* text, Length length, bool /*isCopied*/)
+    {
+        const char* const end = text + length;
+        std::int64_t integer = 0;
+        if (std::from_chars(text, end, integer) == std::from_chars_result{end, std::errc()})
+            return m_document.Int64(integer);
+        const double number = QByteArrayView(text, static_cast<qsizetype>(length)).toDouble();
+        return std::isfinite(number) && m_document.Double(number);
+    }
+
+private:
+    rapidjson::Document& m_document;
+};
+
+} // namespace
 
 const Json* member(const Json& object, const char* key)
 {
@@ -51,11 +100,19 @@ JsonDocument::JsonDocument(const QByteArray& json) : m_bytes(json)
         return;
     // Iteratively, so that deep nesting cannot exhaust the stack; and in place, without checking
     // each character again: a text of some megabytes takes a third of the time.
-    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag |
+                               rapidjson::kParseNumbersAsStringsFlag;
     constexpr QByteArrayView byteOrderMark{"\xef\xbb\xbf"};
     const bool hasByteOrderMark = m_bytes.startsWith(byteOrderMark);
-    m_document.ParseInsitu<flags>(m_bytes.data() + (hasByteOrderMark ? byteOrderMark.size() : 0));
-    m_isParsed = !m_document.HasParseError();
+    rapidjson::InsituStringStream text(m_bytes.data() +
+                                       (hasByteOrderMark ? byteOrderMark.size() : 0));
+    rapidjson::Reader parser;
+    const auto values = [&](rapidjson::Document& document) {
+        ValuesOfText handler(document);
+        m_isParsed = !parser.Parse<flags>(text, handler).IsError();
+        return m_isParsed;
+    };
+    m_document.Populate(values);
 }
 
 } // namespace kelpa

@@ -214,6 +214,48 @@ TEST(BoardJsonDecoding, A_completion_time_may_be_an_integer)
               Date{18'446'744'073'709'551'616.0});
 }
 
+std::optional<Date> decodedCompletionTime(const QByteArray& number)
+{
+    const std::optional<TodoItem> todo = decodedTodo(MINIMAL R"(,"completedAt":)" + number);
+    return todo ? todo->completedAt : std::nullopt;
+}
+
+TEST(BoardJsonDecoding, A_zero_is_zero_with_any_exponent_and_any_number_of_digits)
+{
+    for (const QByteArray& zero :
+         {QByteArray("0e0119"), QByteArray("0E+50"), QByteArray("-0e300"), QByteArray("0.0e-30"),
+          QByteArray("0e-400"), QByteArray("0.") + QByteArray(40, '0')}) {
+        EXPECT_EQ(decodedOrder(zero), 0) << zero.constData();
+        EXPECT_EQ(decodedCompletionTime(zero), Date{0}) << zero.constData();
+    }
+}
+
+TEST(BoardJsonDecoding, A_number_is_read_as_the_nearest_that_there_is)
+{
+    EXPECT_EQ(decodedCompletionTime("812345678.123456789"), Date{812345678.123456789});
+    EXPECT_EQ(decodedCompletionTime("0.1E0"), Date{0.1});
+    EXPECT_EQ(decodedCompletionTime("-1.7976931348623157e+308"), Date{-1.7976931348623157e308});
+    EXPECT_EQ(decodedCompletionTime("2.2250738585072011e-308"), Date{2.2250738585072011e-308});
+    EXPECT_EQ(decodedCompletionTime("5e-324"), Date{5e-324});
+    EXPECT_EQ(decodedCompletionTime("1e-400"), Date{0});
+}
+
+TEST(BoardJsonDecoding, A_number_beyond_the_largest_that_there_is_is_refused)
+{
+    for (const QByteArray& number :
+         {QByteArray("1e309"), QByteArray("-1e400"), QByteArray("0.5e309"),
+          QByteArray("179769313486231580793e289"), QByteArray(400, '9')})
+        EXPECT_EQ(decodedTodo(MINIMAL R"(,"completedAt":)" + number), std::nullopt)
+            << number.constData();
+}
+
+TEST(BoardJsonDecoding, What_is_nearly_a_number_is_refused)
+{
+    for (const char* const text :
+         {"01", "+1", "1.", ".5", "1e", "1e+", "-", "--1", "0x1", "1_0", "Infinity", "NaN", "1 2"})
+        EXPECT_EQ(decodedTodo(QByteArray(MINIMAL R"(,"order":)") + text), std::nullopt) << text;
+}
+
 TEST(BoardJsonDecoding, Escapes_are_read)
 {
     EXPECT_EQ(decodedTitle(R"("\"\\\/\b\f\n\r\t\u0041")"), u"\"\\/\b\f\n\r\tA");
