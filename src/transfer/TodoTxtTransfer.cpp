@@ -121,6 +121,9 @@ QByteArray toTodoTxt(const QList<Goal>& goals, const QList<TodoItem>& todosWitho
     for (const Goal& goal : goals)
         write(text, goal.todos, &goal, zone);
     write(text, todosWithoutGoal, nullptr, zone);
+    // A byte order mark with which the first title begins would be read as that of the file.
+    if (text.startsWith(QChar::ByteOrderMark))
+        text.prepend(QChar::ByteOrderMark);
     return text.toUtf8();
 }
 

@@ -44,6 +44,13 @@ TEST(TodoTxtExport, Says_everything_where_a_title_looks_like_something_else)
               textLines("# Home p2\ntodo x marks the spot\ntodo b\n-\ntodo meet +Bob"));
 }
 
+TEST(TodoTxtExport, Keeps_a_byte_order_mark_with_which_the_first_title_begins)
+{
+    const QByteArray text =
+        bytesOf(TransferFormat::todoTxt, {}, {todo(QStringLiteral("\ufeffMilk"))}, transferClock);
+    EXPECT_EQ(linesOf(boardOf(TransferFormat::todoTxt, text)), textLines("-\ntodo \ufeffMilk"));
+}
+
 class TodoTxtReading : public testing::TestWithParam<ReadRow>
 {};
 
