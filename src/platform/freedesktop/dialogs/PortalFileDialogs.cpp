@@ -3,6 +3,7 @@
 #include "platform/LoggingCategories.h"
 #include "platform/freedesktop/bus/AsyncBus.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
+#include "platform/freedesktop/bus/PortalRequest.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 
 #include <QCoreApplication>
@@ -10,11 +11,8 @@
 #include <QGuiApplication>
 #include <QObject>
 #include <QUrl>
-#include <QUuid>
 #include <QWindow>
 
-#include <algorithm>
-#include <optional>
 #include <stop_token>
 #include <string>
 #include <thread>
@@ -24,15 +22,9 @@ namespace kelpa {
 
 namespace {
 
-const BusAddressee portal{"org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
-                          "org.freedesktop.portal.FileChooser"};
-constexpr const char* requestInterface = "org.freedesktop.portal.Request";
+constexpr const char* portalInterface = "org.freedesktop.portal.FileChooser";
 /// How soon a lost connection is noticed.
 constexpr guint connectionCheck = 1'000;
-
-/// The responses of a request.
-constexpr guint32 responseChosen = 0;
-constexpr guint32 responseCancelled = 1;
 
 class AnswerEvent final : public QEvent
 {
@@ -54,26 +46,17 @@ std::string parentWindow()
     return "x11:" + QString::number(window->winId(), 16).toStdString();
 }
 
-/// Where the portal tells the result of a call with that token. Known beforehand, so that none is
-/// missed.
-std::string requestPath(const std::string& uniqueName, const std::string& token)
+FileAnswer answerFromResponse(GVariant* response)
 {
-    std::string sender = uniqueName.substr(std::min<std::size_t>(1, uniqueName.size()));
-    std::replace(sender.begin(), sender.end(), '.', '_');
-    return portal.path + "/request/" + sender + "/" + token;
-}
-
-FileAnswer answerFromResponse(GVariant* arguments)
-{
-    if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(ua{sv})")) == FALSE)
+    if (response == nullptr)
         return {};
-    guint32 response = 0;
-    g_variant_get_child(arguments, 0, "u", &response);
-    if (response == responseCancelled)
+    guint32 code = 0;
+    g_variant_get_child(response, 0, "u", &code);
+    if (code == responseCancelled)
         return {.outcome = FileAnswer::Outcome::cancelled, .path = {}};
-    if (response != responseChosen)
+    if (code != responseGiven)
         return {};
-    const GlibPointer<GVariant> results(g_variant_get_child_value(arguments, 1));
+    const GlibPointer<GVariant> results(g_variant_get_child_value(response, 1));
     const GlibPointer<GVariant> uris(
         g_variant_lookup_value(results.get(), "uris", G_VARIANT_TYPE_STRING_ARRAY));
     if (!uris || g_variant_n_children(uris.get()) == 0)
@@ -111,7 +94,6 @@ public:
            std::function<void(const FileAnswer&)> answered)
         : m_question(question), m_limit(limit), m_answered(std::move(answered)),
           m_parentWindow(parentWindow()), m_address(sessionBusAddress().toStdString()),
-          m_token("kelpa" + QUuid::createUuid().toString(QUuid::Id128).toStdString()),
           m_context(g_main_context_new()),
           m_thread([this](const std::stop_token& stop) { run(stop); })
     {}
@@ -130,10 +112,8 @@ protected:
 private:
     // On the dialog's own thread.
     void run(const std::stop_token& stop);
-    void start(AsyncBus& bus);
-    void show(AsyncBus& bus);
-    void follow(AsyncBus& bus, const std::string& path);
-    GVariant* arguments() const;
+    void show(PortalRequest& request);
+    GVariant* arguments(const std::string& token) const;
     void end(FileAnswer answer);
 
     const FileQuestion m_question;
@@ -141,12 +121,9 @@ private:
     const std::function<void(const FileAnswer&)> m_answered;
     const std::string m_parentWindow;
     const std::string m_address;
-    const std::string m_token;
 
     // Used on the dialog's thread only.
     bool m_isEnded = false;
-    /// Empty until the portal is called.
-    std::string m_requestPath;
 
     const GlibPointer<GMainContext> m_context;
     std::jthread m_thread;
@@ -171,14 +148,15 @@ void Dialog::run(const std::stop_token& stop)
     g_source_attach(check, m_context.get());
     {
         AsyncBus bus;
+        PortalRequest request(bus, m_limit);
         bool isOpen = false;
         if (m_address.empty())
             end({});
         else
-            bus.open(m_address, m_limit, [this, &bus, &isOpen](bool opened) {
+            bus.open(m_address, m_limit, [this, &request, &isOpen](bool opened) {
                 isOpen = opened;
                 if (opened)
-                    start(bus);
+                    show(request);
                 else
                     end({});
             });
@@ -187,65 +165,21 @@ void Dialog::run(const std::stop_token& stop)
             if (isOpen && !bus.isOpen())
                 end({});
         }
-        // The portal closes the dialogs of a program whose connection ends; this is for those that
-        // do not.
-        if (!m_isEnded && !m_requestPath.empty() && bus.isOpen())
-            bus.call({portal.name, m_requestPath, requestInterface}, "Close", nullptr, "()",
-                     m_limit, [](BusOutcome, GVariant*) {});
+        request.close();
     }
     g_source_destroy(check);
     g_source_unref(check);
     g_main_context_pop_thread_default(m_context.get());
 }
 
-/// A portal that does not run is started. The bus refuses for one that runs without being known to
-/// it as a service.
-void Dialog::start(AsyncBus& bus)
+void Dialog::show(PortalRequest& request)
 {
-    bus.subscribe(busItself, "NameOwnerChanged", portal.name, [this](GVariant* arguments) {
-        const char* owner = "";
-        if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(sss)")) != FALSE)
-            g_variant_get_child(arguments, 2, "&s", &owner);
-        if (*owner == '\0')
-            end({});
-    });
-    bus.call(busItself, "StartServiceByName", g_variant_new("(su)", portal.name.c_str(), 0U), "(u)",
-             m_limit, [this, &bus](BusOutcome outcome, GVariant*) {
-                 if (outcome == BusOutcome::silent)
-                     end({});
-                 else
-                     show(bus);
-             });
-}
-
-void Dialog::show(AsyncBus& bus)
-{
-    m_requestPath = requestPath(bus.uniqueName(), m_token);
-    follow(bus, m_requestPath);
     const bool isOpening = m_question.purpose == FileQuestion::Purpose::open;
-    bus.call(portal, isOpening ? "OpenFile" : "SaveFile", arguments(), "(o)", m_limit,
-             [this, &bus](BusOutcome outcome, GVariant* value) {
-                 if (outcome != BusOutcome::answered) {
-                     end({});
-                     return;
-                 }
-                 const char* path = nullptr;
-                 g_variant_get(value, "(&o)", &path);
-                 // Portals before version 0.9 choose the path by themselves.
-                 if (m_requestPath != path) {
-                     m_requestPath = path;
-                     follow(bus, m_requestPath);
-                 }
-             });
+    request.send(portalInterface, isOpening ? "OpenFile" : "SaveFile", arguments(request.token()),
+                 [this](GVariant* response) { end(answerFromResponse(response)); });
 }
 
-void Dialog::follow(AsyncBus& bus, const std::string& path)
-{
-    bus.subscribe({portal.name, path, requestInterface}, "Response", {},
-                  [this](GVariant* arguments) { end(answerFromResponse(arguments)); });
-}
-
-GVariant* Dialog::arguments() const
+GVariant* Dialog::arguments(const std::string& token) const
 {
     GVariantBuilder options;
     g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
@@ -253,7 +187,7 @@ GVariant* Dialog::arguments() const
         if (!text.empty())
             g_variant_builder_add(&options, "{sv}", name, g_variant_new_string(text.c_str()));
     };
-    add("handle_token", m_token);
+    add("handle_token", token);
     add("accept_label", m_question.confirmation.toStdString());
     if (m_question.purpose == FileQuestion::Purpose::save)
         add("current_name", m_question.suggestedName.toStdString());
