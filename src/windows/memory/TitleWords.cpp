@@ -2,6 +2,8 @@
 
 #include "windows/memory/TitleIdentity.h"
 
+#include <QSet>
+
 #include <array>
 #include <string_view>
 
