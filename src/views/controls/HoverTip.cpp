@@ -2,6 +2,7 @@
 
 #include "views/controls/DeferredItem.h"
 
+#include <QEvent>
 #include <QMetaMethod>
 #include <QVariant>
 
@@ -75,6 +76,13 @@ void HoverTip::dismiss()
     showOrHide();
 }
 
+bool HoverTip::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress)
+        dismiss();
+    return QQuickItem::eventFilter(watched, event);
+}
+
 void HoverTip::updateText()
 {
     if (m_tip != nullptr)
@@ -91,6 +99,8 @@ void HoverTip::showOrHide()
         return;
     if (!isWanted) {
         std::exchange(m_tip, nullptr)->deleteLater();
+        if (m_window != nullptr)
+            std::exchange(m_window, nullptr)->removeEventFilter(this);
         Q_EMIT itemChanged();
         return;
     }
@@ -101,6 +111,9 @@ void HoverTip::showOrHide()
     if (m_tip == nullptr)
         return;
     m_tip->setProperty("visible", true);
+    m_window = window();
+    if (m_window != nullptr)
+        m_window->installEventFilter(this);
     if (!m_hasOwnText) {
         // A press may change what the button does.
         disconnect(control, nullptr, this, SLOT(updateText()));

@@ -2,14 +2,17 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QString>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
 
 /// Explains the control in which it is placed while the pointer rests there. Every control contains
-/// one; the tip itself exists only while it is wanted. Main thread.
+/// one; the tip itself exists only while it is wanted. A key takes it away, as it would cover what
+/// the keyboard leads to beside a pointer that nobody moves. Main thread.
 class HoverTip : public QQuickItem
 {
     Q_OBJECT
@@ -35,6 +38,8 @@ public:
     bool isActive() const { return m_tip != nullptr; }
     QObject* item() const { return m_tip; }
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 public Q_SLOTS:
     /// Hides the tip until the pointer comes again: a person who presses the control, or uses the
     /// menu that it opens, needs no explanation. A button's press calls it by itself.
@@ -57,6 +62,8 @@ private:
     void showOrHide();
 
     QObject* m_tip = nullptr;
+    /// Whose keys it follows; null while there is no tip.
+    QPointer<QQuickWindow> m_window;
     QString m_text;
     bool m_hasOwnText = false;
     bool m_isFollowing = true;

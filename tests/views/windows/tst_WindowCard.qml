@@ -254,6 +254,22 @@ Item {
             tryVerify(() => tip.active);
             mouseMove(root, 1090, 690);
         }
+        function test_a_key_takes_the_tip_away_until_the_pointer_comes_again() {
+            tryVerify(() => card("Report") !== null);
+            const report = card("Report");
+            const tip = all(report, item => item instanceof HoverTip)
+                .find(item => item.parent === report);
+            mouseMove(report, 60, 110);
+            tryVerify(() => tip.active);
+            keyClick(Qt.Key_Shift);
+            verify(!tip.active);
+            mouseMove(report, 62, 110);
+            verify(!tip.active);
+            mouseMove(root, 1090, 690);
+            mouseMove(report, 60, 110);
+            tryVerify(() => tip.active);
+            mouseMove(root, 1090, 690);
+        }
         function test_a_title_of_spaces_shows_as_a_window() {
             world.addWindow(10, "   ");
             tryVerify(() => card("Window") !== null);
