@@ -10,6 +10,7 @@
 #include "platform/sqlite/backup/SqliteBackups.h"
 #include "store/BoardTransfer.h"
 #include "store/WindowStore.h"
+#include "store/board/BoardContents.h"
 #include "store/board/BoardPersistence.h"
 #include "support/FakeDesktop.h"
 #include "views/ViewEngine.h"
@@ -19,6 +20,8 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <ctime>
 #include <memory>
@@ -28,10 +31,38 @@ namespace kelpa::bench {
 namespace {
 
 constexpr int rounds = 3;
-constexpr int goalCount = 200;
 constexpr int todoCount = 100'000;
 constexpr int shownGoals = 20;
 constexpr int shownTodos = 1'000;
+
+/// What is imported, and how.
+struct Import
+{
+    const char* name;
+    TransferFormat format;
+    /// 0 for todos without a goal, all in one list.
+    int goalCount;
+    ImportMode mode;
+};
+
+constexpr int manyGoals = 200;
+
+constexpr std::array imports{
+    Import{"json", TransferFormat::json, manyGoals, ImportMode::add},
+    Import{"markdown", TransferFormat::markdown, manyGoals, ImportMode::add},
+    Import{"todo.txt", TransferFormat::todoTxt, manyGoals, ImportMode::add},
+    Import{"icalendar", TransferFormat::iCalendar, manyGoals, ImportMode::add},
+    Import{"markdown, no goal", TransferFormat::markdown, 0, ImportMode::add},
+    Import{"json, replacing", TransferFormat::json, manyGoals, ImportMode::replace},
+};
+
+QByteArray fileOf(const Import& import)
+{
+    const TransferClock clock{Date{800'000'000}, QTimeZone::utc()};
+    if (import.goalCount > 0)
+        return exported(import.format, largeBoard(import.goalCount, todoCount), {}, clock).value();
+    return exported(import.format, {}, largeBoard(1, todoCount).constFirst().todos, clock).value();
+}
 
 /// Of the calling thread.
 double threadMilliseconds()
@@ -108,28 +139,42 @@ public:
         m_scheduler.shutDown();
     }
 
-    void import(TransferFormat format, Part& reading, Part& importing, Part& undoing)
+    struct Parts
+    {
+        Part reading;
+        Part importing;
+        Part undoing;
+        Part redoing;
+    };
+
+    void import(const Import& import, Parts& parts)
     {
         const QString path = m_folder.filePath(QStringLiteral("todos"));
         QFile file(path);
-        const QByteArray bytes = exported(format, largeBoard(goalCount, todoCount), {},
-                                          {Date{800'000'000}, QTimeZone::utc()})
-                                     .value();
+        const QByteArray bytes = fileOf(import);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             throw std::runtime_error("no room for the file");
         file.close();
         QQuickWindow& window = *m_engine->window();
         measure(
-            reading, window, [&] { m_transfer->read(path, format); },
+            parts.reading, window, [&] { m_transfer->read(path, import.format); },
             [&] { return !m_transfer->isReading(); });
-        const qsizetype before = m_store->goals().size();
+        const BoardContents before = m_store->boardContents();
         measure(
-            importing, window, [&] { m_transfer->import(ImportMode::add); },
+            parts.importing, window, [&] { m_transfer->import(import.mode); },
             [&] { return !m_transfer->isImporting(); });
-        if (m_store->goals().size() <= before)
+        const BoardContents after = m_store->boardContents();
+        if (openTodoCount(after) < todoCount / 2)
             throw std::runtime_error("nothing was imported");
+        const auto isDone = [] { return true; };
         measure(
-            undoing, window, [&] { m_store->undo(); }, [] { return true; });
+            parts.undoing, window, [&] { m_store->undo(); }, isDone);
+        if (m_store->boardContents() != before)
+            throw std::runtime_error("nothing was undone");
+        measure(
+            parts.redoing, window, [&] { m_store->redo(); }, isDone);
+        if (m_store->boardContents() != after)
+            throw std::runtime_error("nothing was done again");
         m_store->finishSaving();
     }
 
@@ -152,24 +197,23 @@ int run()
         "milliseconds, medians of %d rounds: %d todos into a board of %d goals and %d todos, "
         "in a window of 1200 x 800\n\n",
         rounds, todoCount, shownGoals, shownTodos);
-    std::printf("| %-12s | %-26s | %9s | %11s | %13s |\n", "", "", "in all", "main thread",
-                "longest break");
-    for (const TransferFormat format : allTransferFormats) {
-        Part reading;
-        Part importing;
-        Part undoing;
+    std::printf("| %-17s | %-26s | %9s | %11s | %13s | %9s |\n", "", "", "in all", "main thread",
+                "longest break", "at worst");
+    for (const Import& import : imports) {
+        ShownBoard::Parts parts;
         for (int round = 0; round < rounds; ++round) {
             ShownBoard board;
-            board.import(format, reading, importing, undoing);
+            board.import(import, parts);
         }
         const auto row = [&](const char* name, const Part& part) {
-            std::printf("| %-12s | %-26s | %9.0f | %11.0f | %13.0f |\n",
-                        qPrintable(rawValue(format)), name, quantile(part.wall, median),
-                        quantile(part.ofMainThread, median), quantile(part.longest, median));
+            std::printf("| %-17s | %-26s | %9.0f | %11.0f | %13.1f | %9.1f |\n", import.name, name,
+                        quantile(part.wall, median), quantile(part.ofMainThread, median),
+                        quantile(part.longest, median), quantile(part.longest, 1));
         };
-        row("reading, until the preview", reading);
-        row("importing, until its frame", importing);
-        row("undoing, until its frame", undoing);
+        row("reading, until the preview", parts.reading);
+        row("importing, until its frame", parts.importing);
+        row("undoing, until its frame", parts.undoing);
+        row("redoing, until its frame", parts.redoing);
     }
     return 0;
 }

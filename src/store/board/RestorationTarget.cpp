@@ -1,12 +1,46 @@
 #include "store/board/RestorationTarget.h"
 
+#include "store/board/TodoOrder.h"
+
 #include <algorithm>
 #include <iterator>
-#include <utility>
+#include <vector>
 
 namespace kelpa {
 
 namespace {
+
+/// A todo in a list. Lists of a whole board are compared without a copy of any of its todos.
+struct Row
+{
+    TodoID id;
+    /// In the list of all todos, which names the goal.
+    std::optional<GoalID> goalID;
+    const TodoItem* todo = nullptr;
+};
+
+/// Only the sequence of todos can be seen, not the number that makes it.
+bool operator==(const Row& a, const Row& b)
+{
+    return a.id == b.id && a.goalID == b.goalID && a.todo->title == b.todo->title &&
+           a.todo->status == b.todo->status && a.todo->completedAt == b.todo->completedAt;
+}
+
+using Rows = std::vector<Row>;
+
+Rows inSequence(const QList<TodoItem>& todos)
+{
+    std::vector<ListedTodo> listed;
+    listed.reserve(static_cast<std::size_t>(todos.size()));
+    for (const TodoItem& todo : todos)
+        listed.push_back({nullptr, &todo});
+    sortByOrder(listed);
+    Rows rows;
+    rows.reserve(listed.size());
+    for (const ListedTodo& each : listed)
+        rows.push_back({each.todo->id, std::nullopt, each.todo});
+    return rows;
+}
 
 /// A goal or the unassigned list, as the board shows it.
 struct Column
@@ -14,34 +48,20 @@ struct Column
     TargetSelection id;
     /// The goal without its todos; absent for the unassigned list.
     std::optional<Goal> heading;
-    QList<TodoItem> todos;
+    Rows todos;
 
     friend bool operator==(const Column&, const Column&) = default;
 };
 
-/// A row of the list of all todos, which names the goal.
-struct Row
+Goal headingOf(Goal goal)
 {
-    TodoID id;
-    std::optional<GoalID> goalID;
-    TodoItem todo;
-
-    friend bool operator==(const Row&, const Row&) = default;
-};
-
-/// Only the sequence of todos can be seen, not the number that makes it.
-QList<TodoItem> inSequence(QList<TodoItem> todos)
-{
-    std::ranges::stable_sort(todos, {}, &TodoItem::order);
-    for (TodoItem& todo : todos)
-        todo.order = 0;
-    return todos;
+    goal.todos = {};
+    return goal;
 }
 
-Column columnOf(Goal goal)
+Column columnOf(const Goal& goal)
 {
-    QList<TodoItem> todos = inSequence(std::exchange(goal.todos, {}));
-    return {TargetSelection::goal(goal.id), std::move(goal), std::move(todos)};
+    return {TargetSelection::goal(goal.id), headingOf(goal), inSequence(goal.todos)};
 }
 
 Column unassignedColumn(const BoardContents& board)
@@ -50,46 +70,45 @@ Column unassignedColumn(const BoardContents& board)
 }
 
 /// The goals in order, then the unassigned list.
-QList<Column> columns(const BoardContents& board)
+std::vector<Column> columns(const BoardContents& board)
 {
-    QList<Column> columns;
+    std::vector<Column> columns;
+    columns.reserve(static_cast<std::size_t>(board.goals.size()) + 1);
     for (const Goal& goal : board.goals)
-        columns.append(columnOf(goal));
-    columns.append(unassignedColumn(board));
+        columns.push_back(columnOf(goal));
+    columns.push_back(unassignedColumn(board));
     return columns;
 }
 
 /// Whether the boards have the same goals in the same order, whatever their todos.
 bool haveSameHeadings(const QList<Goal>& before, const QList<Goal>& after)
 {
-    const auto heading = [](Goal goal) {
-        goal.todos = {};
-        return goal;
-    };
-    return std::ranges::equal(before, after, {}, heading, heading);
+    return std::ranges::equal(before, after, {}, headingOf, headingOf);
 }
 
 /// The list of all todos.
-QList<Row> rows(const BoardContents& board)
+Rows rows(const BoardContents& board)
 {
-    QList<Row> rows;
-    const auto add = [&rows](std::optional<GoalID> goalID, const QList<TodoItem>& todos) {
+    std::vector<ListedTodo> listed;
+    const auto add = [&listed](const Goal* goal, const QList<TodoItem>& todos) {
         for (const TodoItem& todo : todos)
             if (todo.isOpen())
-                rows.append({todo.id, goalID, todo});
+                listed.push_back({goal, &todo});
     };
-    add(std::nullopt, board.unassignedTodos);
+    add(nullptr, board.unassignedTodos);
     for (const Goal& goal : board.goals)
-        add(goal.id, goal.todos);
-    std::ranges::stable_sort(rows, {}, [](const Row& row) { return row.todo.order; });
-    for (Row& row : rows)
-        row.todo.order = 0;
+        add(&goal, goal.todos);
+    sortByOrder(listed);
+    Rows rows;
+    rows.reserve(listed.size());
+    for (const auto& [goal, todo] : listed)
+        rows.push_back({todo->id, goal != nullptr ? std::optional(goal->id) : std::nullopt, todo});
     return rows;
 }
 
 /// The item that a single operation inserted, changed or moved; null when it removed one.
 template <class Item>
-const Item* affectedItem(const QList<Item>& before, const QList<Item>& after)
+const Item* affectedItem(const std::vector<Item>& before, const std::vector<Item>& after)
 {
     const auto [former, latter] = std::ranges::mismatch(before, after);
     if (latter == after.end() || after.size() < before.size())
@@ -100,11 +119,9 @@ const Item* affectedItem(const QList<Item>& before, const QList<Item>& after)
     return hasLeft ? &*former : &*latter;
 }
 
-template <class Item>
-RestorationTarget changeAt(const TargetSelection& target, const QList<Item>& before,
-                           const QList<Item>& after)
+RestorationTarget changeAt(const TargetSelection& target, const Rows& before, const Rows& after)
 {
-    const Item* const todo = affectedItem(before, after);
+    const Row* const todo = affectedItem(before, after);
     return {target, todo != nullptr ? std::optional(todo->id) : std::nullopt};
 }
 
@@ -139,8 +156,8 @@ std::optional<RestorationTarget> restorationTarget(const BoardContents& before,
 {
     if (present.isUnifiedTodos() && before.assignments == after.assignments &&
         haveSameHeadings(before.goals, after.goals)) {
-        const QList<Row> formerRows = rows(before);
-        const QList<Row> latterRows = rows(after);
+        const Rows formerRows = rows(before);
+        const Rows latterRows = rows(after);
         if (formerRows != latterRows)
             return changeAt(present, formerRows, latterRows);
     }
@@ -181,8 +198,8 @@ std::optional<RestorationTarget> restorationTarget(const BoardContents& before,
         return RestorationTarget{.target = *place, .isPlaceOfWindow = true};
     if (const auto goal = goalOfMovedPin(before, after))
         return RestorationTarget{.target = *goal};
-    const QList<Column> former = columns(before);
-    const QList<Column> latter = columns(after);
+    const std::vector<Column> former = columns(before);
+    const std::vector<Column> latter = columns(after);
     if (const Column* const moved = affectedItem(former, latter))
         return RestorationTarget{.target = moved->id};
     if (former.size() != latter.size() || before == after)

@@ -2,8 +2,52 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
+#include <ranges>
+#include <utility>
 
 namespace kelpa {
+
+namespace {
+
+std::int64_t orderOf(const ListedTodo& listed)
+{
+    return listed.todo->order;
+}
+
+/// A counting sort. All orders are from `least` on, and below `least` + `count`.
+void sortByDenseOrder(std::vector<ListedTodo>& todos, std::int64_t least, std::size_t count)
+{
+    const auto placeOf = [least](const ListedTodo& listed) {
+        return static_cast<std::size_t>(orderOf(listed) - least);
+    };
+    // How many todos come before those of an order.
+    std::vector<std::size_t> ends(count + 1, 0);
+    for (const ListedTodo& listed : todos)
+        ++ends[placeOf(listed) + 1];
+    std::partial_sum(ends.begin(), ends.end(), ends.begin());
+    std::vector<ListedTodo> sorted(todos.size());
+    for (const ListedTodo& listed : todos)
+        sorted[ends[placeOf(listed)]++] = listed;
+    todos = std::move(sorted);
+}
+
+} // namespace
+
+void sortByOrder(std::vector<ListedTodo>& todos)
+{
+    if (todos.empty() || std::ranges::is_sorted(todos, {}, orderOf))
+        return;
+    const auto [least, greatest] = std::ranges::minmax(todos | std::views::transform(orderOf));
+    // Any two numbers have their distance as an unsigned one.
+    const std::uint64_t distance =
+        static_cast<std::uint64_t>(greatest) - static_cast<std::uint64_t>(least);
+    constexpr std::uint64_t mostOrdersPerTodo = 4;
+    if (distance < mostOrdersPerTodo * todos.size())
+        sortByDenseOrder(todos, least, static_cast<std::size_t>(distance) + 1);
+    else
+        std::ranges::stable_sort(todos, {}, orderOf);
+}
 
 QList<TodoItem> allTodos(const QList<Goal>& goals, const QList<TodoItem>& unassigned)
 {

@@ -8,11 +8,24 @@
 #include <QList>
 
 #include <optional>
+#include <vector>
 
 namespace kelpa {
 
 /// Every todo of the board: those of all goals in goal order, then the unassigned ones.
 QList<TodoItem> allTodos(const QList<Goal>& goals, const QList<TodoItem>& unassigned);
+
+/// A todo in its list, and the goal that has it; none for an unassigned one. Until the lists
+/// change.
+struct ListedTodo
+{
+    const Goal* goal = nullptr;
+    const TodoItem* todo = nullptr;
+};
+
+/// Sorts by ascending order, and leaves todos of equal order as they are. Moves no records, and
+/// takes O(n) where the orders are as close together as those of a stored board.
+void sortByOrder(std::vector<ListedTodo>& todos);
 
 /// The order of a new todo, which comes last: one more than the largest, 0 on an empty board.
 /// Halts the program when no larger number exists.

@@ -159,4 +159,19 @@ std::vector<ListStep> listSteps(const std::vector<int>& newPlaces, int newCount)
     return steps;
 }
 
+std::vector<ListStep> shiftedSteps(std::vector<ListStep> steps, int rows)
+{
+    for (ListStep& step : steps) {
+        if (auto* const remove = std::get_if<RemoveRows>(&step)) {
+            remove->first += rows;
+        } else if (auto* const move = std::get_if<MoveRow>(&step)) {
+            move->from += rows;
+            move->to += rows;
+        } else {
+            std::get<InsertRows>(step).first += rows;
+        }
+    }
+    return steps;
+}
+
 } // namespace kelpa

@@ -4,7 +4,11 @@
 
 #include <QHash>
 
+#include <algorithm>
 #include <cstddef>
+#include <functional>
+#include <iterator>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -47,21 +51,41 @@ inline constexpr int goneRow = -1;
 /// `newCount`.
 std::vector<ListStep> listSteps(const std::vector<int>& newPlaces, int newCount);
 
-/// The steps for the keys themselves; no key occurs twice in one of the sequences.
-template <class Keys>
-std::vector<ListStep> listSteps(const Keys& from, const Keys& to)
+/// `steps` in a sequence that has `rows` more rows before those of the steps.
+std::vector<ListStep> shiftedSteps(std::vector<ListStep> steps, int rows);
+
+/// The steps for the keys of items; no key occurs twice in one of the sequences. The rows that both
+/// begin and end with are compared, and only the shorter of what is between them is hashed.
+template <class Items, class KeyOf = std::identity>
+std::vector<ListStep> listSteps(const Items& from, const Items& to, const KeyOf& keyOf = {})
 {
-    using Key = typename Keys::value_type;
-    QHash<Key, int> placeInNew;
-    placeInNew.reserve(to.size());
-    int place = 0;
-    for (const Key& key : to)
-        placeInNew.insert(key, place++);
-    std::vector<int> newPlaces;
-    newPlaces.reserve(static_cast<std::size_t>(from.size()));
-    for (const Key& key : from)
-        newPlaces.push_back(placeInNew.value(key, goneRow));
-    return listSteps(newPlaces, static_cast<int>(to.size()));
+    using Key = std::remove_cvref_t<std::invoke_result_t<KeyOf, typename Items::const_reference>>;
+    const auto [fromFirst, toFirst] = std::ranges::mismatch(from, to, {}, keyOf, keyOf);
+    auto fromEnd = from.end();
+    auto toEnd = to.end();
+    while (fromEnd != fromFirst && toEnd != toFirst &&
+           std::invoke(keyOf, *std::prev(fromEnd)) == std::invoke(keyOf, *std::prev(toEnd))) {
+        --fromEnd;
+        --toEnd;
+    }
+    const auto fromCount = static_cast<int>(fromEnd - fromFirst);
+    const auto toCount = static_cast<int>(toEnd - toFirst);
+    const bool isFromShorter = fromCount < toCount;
+    QHash<Key, int> places;
+    places.reserve(std::min(fromCount, toCount));
+    for (int place = 0; place < std::min(fromCount, toCount); ++place)
+        places.insert(std::invoke(keyOf, *((isFromShorter ? fromFirst : toFirst) + place)), place);
+    std::vector<int> newPlaces(static_cast<std::size_t>(fromCount), goneRow);
+    const int lookedUp = places.isEmpty() ? 0 : std::max(fromCount, toCount);
+    for (int place = 0; place < lookedUp; ++place) {
+        const int other = places.value(
+            std::invoke(keyOf, *((isFromShorter ? toFirst : fromFirst) + place)), goneRow);
+        if (other == goneRow)
+            continue;
+        const int old = isFromShorter ? other : place;
+        newPlaces[static_cast<std::size_t>(old)] = isFromShorter ? place : other;
+    }
+    return shiftedSteps(listSteps(newPlaces, toCount), static_cast<int>(fromFirst - from.begin()));
 }
 
 } // namespace kelpa

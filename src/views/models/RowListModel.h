@@ -6,7 +6,9 @@
 #include <QAbstractListModel>
 #include <QList>
 
+#include <algorithm>
 #include <variant>
+#include <vector>
 
 namespace kelpa {
 
@@ -26,33 +28,68 @@ public:
     const QList<Row>& rows() const { return m_rows; }
 
 protected:
+    /// Shares `rows`. Announces the least steps, or a reset where these would take longer than a
+    /// frame.
     void setRows(const QList<Row>& rows)
     {
         if (rows == m_rows)
             return;
-        for (const ListStep& step : listSteps(keys(m_rows), keys(rows)))
-            std::visit([&](const auto& concrete) { apply(concrete, rows); }, step);
-        announceChangedRows(rows);
+        const std::vector<ListStep> steps = listSteps(m_rows, rows, &Row::key);
+        if (!areFollowed(steps, std::max(m_rows.size(), rows.size()))) {
+            beginResetModel();
+            m_rows = rows;
+            endResetModel();
+            return;
+        }
+        std::vector<InsertRows> insertions;
+        for (const ListStep& step : steps) {
+            if (const auto* const insertion = std::get_if<InsertRows>(&step))
+                insertions.push_back(*insertion);
+            else if (const auto* const removal = std::get_if<RemoveRows>(&step))
+                remove(*removal);
+            else
+                move(std::get<MoveRow>(step));
+        }
+        const std::vector<RowRun> changed = changedRuns(rows, insertions);
+        for (const InsertRows& insertion : insertions) {
+            beginInsertRows({}, insertion.first, insertion.first + insertion.count - 1);
+            // Nothing but the inserted rows may change now. Where they are all that is left, no row
+            // has to be copied.
+            if (changed.empty() && m_rows.size() + insertion.count == rows.size())
+                m_rows = rows;
+            else
+                insertCopies(insertion, rows);
+            endInsertRows();
+        }
+        m_rows = rows;
+        for (const RowRun& run : changed)
+            Q_EMIT this->dataChanged(this->index(run.first), this->index(run.last));
     }
 
 private:
-    static auto keys(const QList<Row>& rows)
+    struct RowRun
     {
-        QList<decltype(rows.front().key())> result;
-        result.reserve(rows.size());
-        for (const Row& row : rows)
-            result.append(row.key());
-        return result;
+        int first = 0;
+        int last = 0;
+    };
+
+    /// Each step shifts the rows behind it, and its views follow it by itself.
+    static bool areFollowed(const std::vector<ListStep>& steps, qsizetype rowCount)
+    {
+        constexpr qsizetype alwaysFollowed = 32;
+        constexpr qsizetype mostShiftedRows = 1'000'000;
+        const auto stepCount = static_cast<qsizetype>(steps.size());
+        return stepCount <= alwaysFollowed || stepCount * rowCount <= mostShiftedRows;
     }
 
-    void apply(const RemoveRows& step, const QList<Row>& /*rows*/)
+    void remove(const RemoveRows& step)
     {
         beginRemoveRows({}, step.first, step.first + step.count - 1);
         m_rows.remove(step.first, step.count);
         endRemoveRows();
     }
 
-    void apply(const MoveRow& step, const QList<Row>& /*rows*/)
+    void move(const MoveRow& step)
     {
         // The item model expects the destination in the list from which nothing is taken out yet.
         beginMoveRows({}, step.from, step.from, {}, step.to > step.from ? step.to + 1 : step.to);
@@ -60,27 +97,32 @@ private:
         endMoveRows();
     }
 
-    void apply(const InsertRows& step, const QList<Row>& rows)
+    void insertCopies(const InsertRows& step, const QList<Row>& rows)
     {
-        beginInsertRows({}, step.first, step.first + step.count - 1);
-        for (int row = step.first; row < step.first + step.count; ++row)
-            m_rows.insert(row, rows.at(row));
-        endInsertRows();
+        m_rows.insert(step.first, step.count, rows.at(step.first));
+        std::copy_n(rows.begin() + step.first, step.count, m_rows.begin() + step.first);
     }
 
-    /// One signal for each run of neighbouring rows that differ.
-    void announceChangedRows(const QList<Row>& rows)
+    /// The runs of neighbouring rows of the new list that are there already and differ. The present
+    /// rows are those of the new list that `insertions` do not insert, in order.
+    std::vector<RowRun> changedRuns(const QList<Row>& rows,
+                                    const std::vector<InsertRows>& insertions) const
     {
-        const int count = static_cast<int>(rows.size());
-        int first = 0;
-        while (first < count) {
-            int end = first;
-            for (; end < count && m_rows.at(end) != rows.at(end); ++end)
-                m_rows[end] = rows.at(end);
-            if (end > first)
-                Q_EMIT this->dataChanged(this->index(first), this->index(end - 1));
-            first = end + 1;
+        std::vector<RowRun> runs;
+        auto insertion = insertions.begin();
+        int row = 0;
+        for (const Row& present : m_rows) {
+            for (; insertion != insertions.end() && insertion->first == row; ++insertion)
+                row += insertion->count;
+            if (present != rows.at(row)) {
+                if (!runs.empty() && runs.back().last == row - 1)
+                    runs.back().last = row;
+                else
+                    runs.push_back({row, row});
+            }
+            ++row;
         }
+        return runs;
     }
 
     QList<Row> m_rows;

@@ -43,11 +43,16 @@ QString TodoController::editorColumnID() const
 QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
 {
     const std::optional<TodoList> list = todoListFromText(listID);
-    return list ? withMatches(todoEntries(*list, m_store.goals(), m_store.unassignedTodos(),
-                                          KelpaCopy::text(CopyKey::Unsorted, m_store.language()),
-                                          m_store.lingeringTodoID()),
-                              m_store.searchFindings())
-                : QList<UnifiedTodoEntry>();
+    if (!list)
+        return {};
+    const QString noGoal = KelpaCopy::text(CopyKey::Unsorted, m_store.language());
+    const ColumnID* const column = std::get_if<ColumnID>(&*list);
+    return withMatches(column != nullptr
+                           ? columnTodoEntries(*column, m_store.goals(), m_store.unassignedTodos(),
+                                               noGoal, m_store.lingeringTodoID())
+                           : m_unifiedRows.of(m_store.goals(), m_store.unassignedTodos(), noGoal,
+                                              m_store.lingeringTodoID()),
+                       m_store.searchFindings());
 }
 
 QString TodoController::title(const QString& todoID, const QString& columnID) const

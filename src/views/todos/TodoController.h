@@ -133,6 +133,7 @@ private:
     void updateSelection();
 
     WindowStore& m_store;
+    mutable UnifiedTodoRows m_unifiedRows;
     TodoDrops m_drops;
     TodoDrafts m_drafts;
     /// A child: it follows the store from the end of the constructor, after the controller itself.

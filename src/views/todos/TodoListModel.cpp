@@ -28,6 +28,7 @@ TodoListModel::TodoListModel(QObject* parent) : RowListModel(parent)
 {
     connect(this, &QAbstractItemModel::rowsInserted, this, &TodoListModel::countChanged);
     connect(this, &QAbstractItemModel::rowsRemoved, this, &TodoListModel::countChanged);
+    connect(this, &QAbstractItemModel::modelReset, this, &TodoListModel::countChanged);
 }
 
 QVariant TodoListModel::data(const QModelIndex& index, int role) const
@@ -93,6 +94,8 @@ void TodoListModel::setListID(const QString& listID)
 int TodoListModel::rowOf(const QString& todoID) const
 {
     const std::optional<TodoID> wanted = TodoID::fromText(todoID);
+    if (!wanted)
+        return -1;
     const auto found = std::ranges::find_if(
         rows(), [&wanted](const UnifiedTodoEntry& entry) { return entry.todo.id == wanted; });
     return found == rows().end() ? -1 : static_cast<int>(found - rows().begin());

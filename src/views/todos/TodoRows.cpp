@@ -1,15 +1,25 @@
 #include "views/todos/TodoRows.h"
 
-#include <algorithm>
+#include "store/board/TodoOrder.h"
+
+#include <utility>
+#include <vector>
 
 namespace kelpa {
 
 namespace {
 
-void sortByOrder(QList<UnifiedTodoEntry>& entries)
+/// The rows of `todos`, in board order. `noGoalTitle` is the title of unassigned ones.
+QList<UnifiedTodoEntry> entriesOf(std::vector<ListedTodo> todos, const QString& noGoalTitle)
 {
-    std::ranges::stable_sort(entries, {},
-                             [](const UnifiedTodoEntry& entry) { return entry.todo.order; });
+    sortByOrder(todos);
+    QList<UnifiedTodoEntry> entries;
+    entries.reserve(static_cast<qsizetype>(todos.size()));
+    for (const auto& [goal, todo] : todos) {
+        entries.append({goal != nullptr ? std::optional(goal->id) : std::nullopt, *todo,
+                        goal != nullptr ? goal->title : noGoalTitle});
+    }
+    return entries;
 }
 
 } // namespace
@@ -30,12 +40,11 @@ QList<UnifiedTodoEntry> goalTodoEntries(const Goal& goal, std::optional<TodoID> 
 QList<UnifiedTodoEntry> unassignedTodoEntries(const QList<TodoItem>& unassigned,
                                               const QString& title)
 {
-    QList<UnifiedTodoEntry> entries;
-    entries.reserve(unassigned.size());
+    std::vector<ListedTodo> todos;
+    todos.reserve(static_cast<std::size_t>(unassigned.size()));
     for (const TodoItem& todo : unassigned)
-        entries.append({std::nullopt, todo, title});
-    sortByOrder(entries);
-    return entries;
+        todos.push_back({nullptr, &todo});
+    return entriesOf(std::move(todos), title);
 }
 
 QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
@@ -43,28 +52,42 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
                                            const QString& unassignedTitle,
                                            std::optional<TodoID> lingering)
 {
-    QList<UnifiedTodoEntry> entries;
+    std::vector<ListedTodo> todos;
     for (const TodoItem& todo : unassigned)
         if (todo.isOpen())
-            entries.append({std::nullopt, todo, unassignedTitle});
+            todos.push_back({nullptr, &todo});
     for (const Goal& goal : goals)
         for (const TodoItem& todo : goal.todos)
             if (todo.isOpen() || todo.id == lingering)
-                entries.append({goal.id, todo, goal.title});
-    sortByOrder(entries);
-    return entries;
+                todos.push_back({&goal, &todo});
+    return entriesOf(std::move(todos), unassignedTitle);
 }
 
-QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goals,
-                                    const QList<TodoItem>& unassigned,
-                                    const QString& unassignedTitle, std::optional<TodoID> lingering)
+const QList<UnifiedTodoEntry>& UnifiedTodoRows::of(const QList<Goal>& goals,
+                                                   const QList<TodoItem>& unassigned,
+                                                   const QString& unassignedTitle,
+                                                   std::optional<TodoID> lingering)
 {
-    const ColumnID* const column = std::get_if<ColumnID>(&list);
-    if (column == nullptr)
-        return unifiedTodoEntries(goals, unassigned, unassignedTitle, lingering);
-    if (!column->goalID)
+    const bool isKnown = goals.isSharedWith(m_goals) && unassigned.isSharedWith(m_unassigned) &&
+                         unassignedTitle == m_unassignedTitle && lingering == m_lingering;
+    if (isKnown)
+        return m_rows;
+    m_goals = goals;
+    m_unassigned = unassigned;
+    m_unassignedTitle = unassignedTitle;
+    m_lingering = lingering;
+    m_rows = unifiedTodoEntries(goals, unassigned, unassignedTitle, lingering);
+    return m_rows;
+}
+
+QList<UnifiedTodoEntry> columnTodoEntries(const ColumnID& column, const QList<Goal>& goals,
+                                          const QList<TodoItem>& unassigned,
+                                          const QString& unassignedTitle,
+                                          std::optional<TodoID> lingering)
+{
+    if (!column.goalID)
         return unassignedTodoEntries(unassigned, unassignedTitle);
-    const Goal* const goal = goalWith(*column->goalID, goals);
+    const Goal* const goal = goalWith(*column.goalID, goals);
     return goal != nullptr ? goalTodoEntries(*goal, lingering) : QList<UnifiedTodoEntry>();
 }
 

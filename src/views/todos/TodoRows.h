@@ -49,12 +49,30 @@ QList<UnifiedTodoEntry> unifiedTodoEntries(const QList<Goal>& goals,
                                            const QString& unassignedTitle,
                                            std::optional<TodoID> lingering = std::nullopt);
 
-/// The todos of any list. Empty for a goal that does not exist. `lingering` is shown for a moment
+/// `unifiedTodoEntries`, computed once for each state of the board.
+class UnifiedTodoRows
+{
+public:
+    const QList<UnifiedTodoEntry>& of(const QList<Goal>& goals, const QList<TodoItem>& unassigned,
+                                      const QString& unassignedTitle,
+                                      std::optional<TodoID> lingering);
+
+private:
+    /// Of what the rows are; they share the board's lists, so that a glance tells whether these are
+    /// others.
+    QList<Goal> m_goals;
+    QList<TodoItem> m_unassigned;
+    QString m_unassignedTitle;
+    std::optional<TodoID> m_lingering;
+    QList<UnifiedTodoEntry> m_rows;
+};
+
+/// The todos of any column. Empty for a goal that does not exist. `lingering` is shown for a moment
 /// after it was completed.
-QList<UnifiedTodoEntry> todoEntries(const TodoList& list, const QList<Goal>& goals,
-                                    const QList<TodoItem>& unassigned,
-                                    const QString& unassignedTitle,
-                                    std::optional<TodoID> lingering = std::nullopt);
+QList<UnifiedTodoEntry> columnTodoEntries(const ColumnID& column, const QList<Goal>& goals,
+                                          const QList<TodoItem>& unassigned,
+                                          const QString& unassignedTitle,
+                                          std::optional<TodoID> lingering = std::nullopt);
 
 /// `entries` with what a search makes of them.
 QList<UnifiedTodoEntry> withMatches(QList<UnifiedTodoEntry> entries,

@@ -1,6 +1,7 @@
 // What the board lays out, and in which order.
 #include "views/board/BoardTargetModel.h"
 
+#include "support/BoardBuilders.h"
 #include "support/StoreFixture.h"
 #include "views/models/ModelLog.h"
 
@@ -83,6 +84,27 @@ TEST_F(BoardTargets, A_goal_that_is_hidden_has_no_row)
     store().setHidingGoalsWithoutOpenTodos(true);
     EXPECT_EQ(targets.rowOf(TargetSelection::goal(id)), -1);
     EXPECT_EQ(targets.rowOf(TargetSelection::none()), -1);
+}
+
+TEST_F(BoardTargets, Are_reset_with_the_columns)
+{
+    constexpr int goalCount = 1500;
+    BoardContents board;
+    for (int i = 0; i < goalCount; ++i) {
+        QList<TodoItem> todos;
+        if (i % 2 == 0)
+            todos.append(test::todo(QStringLiteral("open"), i));
+        board.goals.append(test::goal(QString::number(i), todos));
+    }
+    store().restoreBackup(board);
+    BoardColumnModel columns(store());
+    BoardTargetModel targets(columns);
+    ModelLog log(targets);
+    // Every other goal goes, each in a step of its own.
+    store().setHidingGoalsWithoutOpenTodos(true);
+    EXPECT_EQ(log.take(), QStringList{QStringLiteral("reset")});
+    EXPECT_EQ(targets.rowCount(), goalCount / 2 + 3);
+    EXPECT_EQ(value(targets, 3, "title").toString(), QStringLiteral("2"));
 }
 
 } // namespace

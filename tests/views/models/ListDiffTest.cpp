@@ -155,5 +155,54 @@ TEST(ListDiff, A_shuffle_of_a_hundred_thousand_rows_takes_no_quadratic_time)
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
+/// A key that counts how often one is hashed.
+struct CountedKey
+{
+    int value = 0;
+
+    friend bool operator==(const CountedKey&, const CountedKey&) = default;
+    friend size_t qHash(const CountedKey& key, size_t seed = 0)
+    {
+        ++hashCount;
+        return ::qHash(key.value, seed);
+    }
+    static inline int hashCount = 0;
+};
+
+QList<CountedKey> countedKeys(int from, int to)
+{
+    QList<CountedKey> keys;
+    for (int key = from; key < to; ++key)
+        keys.append(CountedKey{key});
+    return keys;
+}
+
+TEST(ListDiff, What_both_lists_begin_and_end_with_is_not_hashed)
+{
+    constexpr int count = 100'000;
+    const QList<CountedKey> few = countedKeys(0, 1000);
+    const QList<CountedKey> many = countedKeys(0, count);
+    CountedKey::hashCount = 0;
+    EXPECT_EQ(listSteps(few, many), (Steps{InsertRows{1000, count - 1000}}));
+    EXPECT_EQ(listSteps(many, few), (Steps{RemoveRows{1000, count - 1000}}));
+    EXPECT_EQ(listSteps(countedKeys(500, count), many), (Steps{InsertRows{0, 500}}));
+    EXPECT_EQ(CountedKey::hashCount, 0);
+    QList<CountedKey> moved = many;
+    moved.move(10, 19);
+    EXPECT_EQ(listSteps(many, moved), (Steps{MoveRow{10, 19}}));
+    EXPECT_EQ(CountedKey::hashCount, 20) << "ten rows of each list";
+}
+
+TEST(ListDiff, Of_two_lists_that_have_nothing_in_common_no_more_is_kept_than_the_shorter_one)
+{
+    EXPECT_EQ(listSteps(countedKeys(0, 3), countedKeys(10, 15)),
+              (Steps{RemoveRows{0, 3}, InsertRows{0, 5}}));
+    EXPECT_EQ(listSteps(countedKeys(0, 5), countedKeys(10, 13)),
+              (Steps{RemoveRows{0, 5}, InsertRows{0, 3}}));
+    EXPECT_EQ(listSteps(countedKeys(0, 5), QList<CountedKey>{{9}, {1}, {8}, {3}, {7}, {2}}),
+              (Steps{RemoveRows{4, 1}, RemoveRows{0, 1}, MoveRow{1, 2}, InsertRows{0, 1},
+                     InsertRows{2, 1}, InsertRows{4, 1}}));
+}
+
 } // namespace
 } // namespace kelpa::test
