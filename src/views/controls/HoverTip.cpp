@@ -54,6 +54,14 @@ void HoverTip::componentComplete()
             staticMetaObject.method(staticMetaObject.indexOfSlot("dismiss()")));
 }
 
+void HoverTip::itemChange(ItemChange change, const ItemChangeData& value)
+{
+    QQuickItem::itemChange(change, value);
+    // A row that is pooled is in no window, where the tip that is about to show would have none.
+    if (change == ItemSceneChange)
+        showOrHide();
+}
+
 void HoverTip::follow()
 {
     hover(parentItem() != nullptr && parentItem()->property(hovered).toBool());
@@ -93,8 +101,8 @@ void HoverTip::updateText()
 
 void HoverTip::showOrHide()
 {
-    const bool isWanted =
-        parentItem() != nullptr && m_isHovered && !m_isDismissed && !text().isEmpty();
+    const bool isWanted = parentItem() != nullptr && window() != nullptr && m_isHovered &&
+                          !m_isDismissed && !text().isEmpty();
     if (isWanted == (m_tip != nullptr))
         return;
     if (!isWanted) {

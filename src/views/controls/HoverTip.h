@@ -56,6 +56,7 @@ private Q_SLOTS:
 
 protected:
     void componentComplete() override;
+    void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 private:
     void hover(bool isHovered);
