@@ -38,6 +38,9 @@ TextInputField {
         anchors.right: parent.right
         anchors.rightMargin: Theme.tiny
         anchors.verticalCenter: parent.verticalCenter
+        // Escape clears the text as well, and nobody finds the keyboard in a button that is gone.
+        onVisibleChanged: if (!visible && activeFocus)
+            root.forceActiveFocus()
         onClicked: {
             TextComposition.cancel(root);
             root.clear();

@@ -46,5 +46,13 @@ Item {
             compare(world.board.search.text, "");
             verify(field.activeFocus);
         }
+        function test_the_field_has_the_keyboard_once_its_button_is_gone() {
+            keyClick("r");
+            keyClick(Qt.Key_Tab);
+            verify(root.Window.activeFocusItem instanceof IconButton);
+            world.board.search.text = "";
+            verify(field.activeFocus);
+            verify(root.Window.activeFocusItem.visible);
+        }
     }
 }
