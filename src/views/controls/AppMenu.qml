@@ -58,8 +58,11 @@ T.Menu {
     onCountChanged: if (root.visible)
         root.measure()
     // The toolkit returns the keyboard only when the window has it.
-    onClosed: if (!root.contentItem.Window.active && root.shownBelow !== null)
-        root.shownBelow.focus = true
+    onClosed: {
+        const below = root.sheetAround() ?? root.shownBelow;
+        if (!root.contentItem.Window.active && below !== null)
+            below.focus = true;
+    }
     background: FloatingGround {
         radius: Theme.controlRadius + Theme.tiny
     }
@@ -94,6 +97,14 @@ T.Menu {
             owner.mapToItem(null, place), Qt.size(root.implicitWidth, root.heightWithin(window)),
             Qt.size(window.width, window.height), Theme.small, place.height > 0 ? Theme.tiny : 0);
         root.popup(owner, owner.mapFromItem(null, corner));
+    }
+    /// The item of the sheet in which the menu opens; null for a menu of the board.
+    function sheetAround(): Item {
+        const overlay = root.parent?.T.Overlay.overlay ?? null;
+        for (let each = root.parent; each !== null && overlay !== null; each = each.parent)
+            if (each.parent === overlay)
+                return each;
+        return null;
     }
     /// The height of all items, or what a window has room for; null is no window yet.
     function heightWithin(window: var): real {
