@@ -292,7 +292,10 @@ void BoardInput::handlePress(const QPointF& position)
     m_wasWriting = false;
     if (keepsFields(*m_window.contentItem(), position))
         return;
-    if (!m_suspendedField.isNull() && !isWithin(fieldWithButtons(*m_suspendedField), position))
+    // Leaving the field moves the keyboard, which a sheet that opened since has until it closes.
+    const bool isBesideField =
+        !m_suspendedField.isNull() && !isWithin(fieldWithButtons(*m_suspendedField), position);
+    if (isBesideField && keyboardFocus(m_window.activeFocusItem()) != KeyboardFocus::popup)
         leaveSuspendedField();
     resignFocusIfOutside(position);
 }

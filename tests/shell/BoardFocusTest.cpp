@@ -186,5 +186,25 @@ TEST_F(BoardFocusTest, A_field_in_a_sheet_keeps_its_keyboard_for_when_its_window
     EXPECT_TRUE(item("inSheet")->hasActiveFocus());
 }
 
+TEST_F(BoardFocusTest, A_click_in_a_sheet_does_not_take_the_keyboard_to_a_suspended_field)
+{
+    item("written")->forceActiveFocus();
+    goElsewhereAndBack();
+    const int before = leavings();
+    QObject* const sheet = window->findChild<QObject*>(QStringLiteral("sheet"));
+    sheet->setProperty("padding", 20);
+    ASSERT_TRUE(QMetaObject::invokeMethod(sheet, "open"));
+    ASSERT_TRUE(QTest::qWaitFor([sheet] { return sheet->property("opened").toBool(); }));
+    item("inSheet")->forceActiveFocus();
+    clickAt({15, 225});
+    EXPECT_TRUE(item("inSheet")->hasActiveFocus());
+    // The field is left by a click once the sheet is closed.
+    ASSERT_TRUE(QMetaObject::invokeMethod(sheet, "close"));
+    ASSERT_TRUE(QTest::qWaitFor([sheet] { return !sheet->property("visible").toBool(); }));
+    EXPECT_EQ(leavings(), before);
+    clickAt({300, 200});
+    EXPECT_EQ(leavings(), before + 1);
+}
+
 } // namespace
 } // namespace kelpa::test
