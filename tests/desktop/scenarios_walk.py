@@ -122,7 +122,12 @@ def every_part_of_a_full_board_and_its_menus_is_told_well(desktop, binary):
         walk.press(boards.GOAL_ACTIONS, "Home")
         walk.look("the menu of the first goal", [boards.GOAL_ACTIONS, "Rename goal", "Move goal right"],
                   marked=chosen, unavailable=["Move goal left", "Move to the beginning"])
-        walk.close_menu(boards.DELETE_GOAL)
+        wait_until("the entry", lambda: kelpa.board.menu_item("Pin to desktop")).press()
+        walk.look("the desktops for a goal", ["Pin to desktop", "Not pinned"],
+                  marked=[*chosen, "Not pinned"], unavailable=["Move goal left", "Move to the beginning"])
+        walk.close_menu("Not pinned")
+        if kelpa.board.menu_item(boards.DELETE_GOAL):
+            walk.close_menu(boards.DELETE_GOAL)
         walk.press(boards.MOVE_TO_GOAL, boards.UNSORTED)
         # Its heading is an entry that cannot be chosen.
         walk.look("a window's menu", ["Home", "Work", boards.NEW_GOAL],
