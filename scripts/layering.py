@@ -26,6 +26,8 @@ _FOLDERS = {
     # The URL handlers and the entries are read with GLib, whose pointers the bus owns too.
     "platform/freedesktop/applications": "model platform platform/freedesktop/bus",
     "platform/freedesktop/icons": "model platform platform/freedesktop/applications",
+    "platform/freedesktop/portals": "platform platform/freedesktop/applications"
+                                    " platform/freedesktop/bus",
     "platform/freedesktop/toolkit": "platform platform/freedesktop/bus",
     "platform/x11/connection": "model platform",
     "platform/x11/discovery": "model platform platform/numbers platform/x11/connection",

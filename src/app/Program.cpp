@@ -17,7 +17,6 @@
 #include <QIcon>
 #include <QQuickWindow>
 #include <QSessionManager>
-#include <QStandardPaths>
 #include <QStringList>
 
 #include <malloc.h>
@@ -47,15 +46,6 @@ void setRestartCommand(QSessionManager& session, const QString& boardPath, bool 
     session.setRestartCommand(command);
 }
 
-/// What the session runs at its beginning.
-QStringList sessionCommand(const QString& boardPath)
-{
-    QStringList command{QCoreApplication::applicationFilePath(), QStringLiteral("--hidden")};
-    if (resolvedPath(boardPath) != resolvedPath(defaultSettingsPath()))
-        command << QStringLiteral("--settings") << QFileInfo(boardPath).absoluteFilePath();
-    return command;
-}
-
 } // namespace
 
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
@@ -76,9 +66,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
       m_entry(m_store, m_view, m_desktop->ownWindow()), m_doubleTap(m_desktop->globalKeys()),
       m_presence(m_store, m_desktop->notifications(), KeyNames::withSuper(),
                  [this] { return waysBack(); }),
-      m_autostart(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
-                  sessionCommand(m_boardPath)),
-      m_sessionStart(m_autostart, scheduler), m_notifier(m_store, m_desktop->notifications())
+      m_session(scheduler, m_boardPath), m_notifier(m_store, m_desktop->notifications())
 {
     m_view.setBackups(m_backups);
     m_view.setTransfer(m_transfer, m_fileDialogs, m_files, scheduler);
@@ -95,7 +83,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
     connect(&m_presence, &Presence::quitRequested, this, &Program::quit);
     m_application.installEventFilter(this);
     m_view.setStaying([this] { return !m_isEnding && m_presence.mayStay(); });
-    m_view.setSessionStart(m_sessionStart);
+    m_view.setSessionStart(m_session.start());
     serveCalls();
 }
 
@@ -332,7 +320,7 @@ void Program::quit()
 void Program::startAfterFirstFrame()
 {
     followDesktop();
-    m_sessionStart.read();
+    m_session.start().read();
     qCDebug(logApp, "board shown, observing the desktop");
     const ActivationContext context =
         std::exchange(m_awaitingBoard, std::nullopt).value_or(ActivationContext());

@@ -4,10 +4,10 @@
 #include "app/AutomationService.h"
 #include "app/IdleEnding.h"
 #include "app/SearchService.h"
+#include "app/SessionIntegration.h"
 #include "app/desktops/DesktopOpening.h"
 #include "platform/Desktop.h"
 #include "platform/OwnWindow.h"
-#include "platform/freedesktop/applications/AutostartEntry.h"
 #include "platform/freedesktop/dialogs/PortalFileDialogs.h"
 #include "platform/qt/DiskFiles.h"
 #include "platform/qt/WorkerPool.h"
@@ -20,7 +20,6 @@
 #include "store/BackupBrowser.h"
 #include "store/BoardTransfer.h"
 #include "store/WindowStore.h"
-#include "store/desktop/SessionStart.h"
 #include "views/EntryWindow.h"
 #include "views/ViewEngine.h"
 #include "views/ViewTypes.h"
@@ -129,8 +128,7 @@ private:
     EntryWindow m_entry;
     GlobalDoubleTap m_doubleTap;
     Presence m_presence;
-    AutostartEntry m_autostart;
-    SessionStart m_sessionStart;
+    SessionIntegration m_session;
     /// Absent until the window exists.
     std::optional<WindowRaiser> m_raiser;
     /// What asked for the board that is being loaded.

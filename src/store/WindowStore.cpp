@@ -172,10 +172,12 @@ bool WindowStore::explainClosing()
     return true;
 }
 
-void WindowStore::noteSessionStartFailed()
+void WindowStore::noteSessionStartFailed(AutostartOutcome outcome)
 {
     const Update update(m_state.changes);
-    m_parts->toast.show(CopyKey::SessionStartFailed, Toast::Offer::none);
+    m_parts->toast.show(outcome == AutostartOutcome::refused ? CopyKey::SessionStartRefused
+                                                             : CopyKey::SessionStartFailed,
+                        Toast::Offer::none);
 }
 
 void WindowStore::setAutoSortingGoals(bool isAutoSorting)

@@ -2,6 +2,7 @@
 // calls one of its operations. Main thread only.
 #pragma once
 
+#include "platform/Autostart.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "store/StoreValues.h"
@@ -48,7 +49,7 @@ public:
     /// to be told; it is not from then on.
     bool explainClosing();
     /// Tells the person.
-    void noteSessionStartFailed();
+    void noteSessionStartFailed(AutostartOutcome outcome);
     /// Folding selects "Unsorted" itself where a window is selected that is folded away.
     void setUnsortedFold(UnsortedFold fold);
     void setSearchText(const QString& text);

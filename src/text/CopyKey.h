@@ -208,6 +208,7 @@ enum class CopyKey {
     ClosingQuits,
     StartWithSession,
     SessionStartFailed,
+    SessionStartRefused,
     KelpaStays,
     KelpaStaysByDoubleTap,
     KelpaStaysByLauncher,

@@ -1,7 +1,5 @@
 #include "store/desktop/SessionStart.h"
 
-#include "platform/Autostart.h"
-
 #include <utility>
 
 namespace kelpa {
@@ -11,7 +9,7 @@ namespace {
 struct Change
 {
     bool isOn = false;
-    bool hasSucceeded = false;
+    AutostartOutcome outcome = AutostartOutcome::done;
 };
 
 } // namespace
@@ -41,9 +39,9 @@ void SessionStart::write()
     const bool isOn = *std::exchange(m_wanted, std::nullopt);
     m_isWriting = true;
     m_work = m_scheduler.inBackground(
-        [this, isOn](const std::stop_token&) {
-            const bool hasSucceeded = m_autostart.set(isOn);
-            return Change{m_autostart.isOn(), hasSucceeded};
+        [this, isOn](const std::stop_token& stop) {
+            const AutostartOutcome outcome = m_autostart.set(isOn, stop);
+            return Change{m_autostart.isOn(), outcome};
         },
         [this](const Change& change) {
             m_isWriting = false;
@@ -52,8 +50,8 @@ void SessionStart::write()
                 return;
             }
             show(change.isOn);
-            if (!change.hasSucceeded)
-                Q_EMIT failed();
+            if (change.outcome != AutostartOutcome::done)
+                Q_EMIT failed(change.outcome);
         });
 }
 

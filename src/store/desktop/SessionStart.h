@@ -1,6 +1,7 @@
 // Whether the session starts Kelpa, as last read, and changing that.
 #pragma once
 
+#include "platform/Autostart.h"
 #include "platform/Scheduler.h"
 
 #include <QObject>
@@ -8,8 +9,6 @@
 #include <optional>
 
 namespace kelpa {
-
-class Autostart;
 
 /// Main thread; the person's configuration is read and written off it.
 class SessionStart : public QObject
@@ -28,8 +27,8 @@ public:
 
 Q_SIGNALS:
     void isOnChanged();
-    /// The configuration could not be changed.
-    void failed();
+    /// It is not as asked for; `outcome` is why.
+    void failed(kelpa::AutostartOutcome outcome);
 
 private:
     void show(bool isOn);

@@ -14,16 +14,16 @@ class FakeAutostart : public Autostart
 {
 public:
     bool isOn() const override { return state; }
-    bool set(bool isOn) override
+    AutostartOutcome set(bool isOn, const std::stop_token& /*stop*/) override
     {
         ++calls;
-        if (!isFailing)
+        if (outcome == AutostartOutcome::done)
             state = isOn;
-        return !isFailing;
+        return outcome;
     }
 
     bool state = false;
-    bool isFailing = false;
+    AutostartOutcome outcome = AutostartOutcome::done;
     int calls = 0;
 };
 
@@ -33,7 +33,10 @@ protected:
     SessionStartTest()
     {
         QObject::connect(&start, &SessionStart::isOnChanged, &start, [this] { ++changes; });
-        QObject::connect(&start, &SessionStart::failed, &start, [this] { ++failures; });
+        QObject::connect(&start, &SessionStart::failed, &start, [this](AutostartOutcome outcome) {
+            ++failures;
+            told = outcome;
+        });
     }
 
     FakeAutostart autostart;
@@ -41,6 +44,7 @@ protected:
     SessionStart start{autostart, scheduler};
     int changes = 0;
     int failures = 0;
+    AutostartOutcome told = AutostartOutcome::done;
 };
 
 TEST_F(SessionStartTest, Is_what_the_configuration_says)
@@ -79,11 +83,15 @@ TEST_F(SessionStartTest, What_was_asked_for_last_counts)
 
 TEST_F(SessionStartTest, A_refusal_is_told_and_shown)
 {
-    autostart.isFailing = true;
-    start.set(true);
-    scheduler.advance(0ms);
-    EXPECT_FALSE(start.isOn());
-    EXPECT_EQ(failures, 1);
+    for (const AutostartOutcome outcome : {AutostartOutcome::failed, AutostartOutcome::refused}) {
+        failures = 0;
+        autostart.outcome = outcome;
+        start.set(true);
+        scheduler.advance(0ms);
+        EXPECT_FALSE(start.isOn());
+        EXPECT_EQ(failures, 1);
+        EXPECT_EQ(told, outcome);
+    }
 }
 
 } // namespace

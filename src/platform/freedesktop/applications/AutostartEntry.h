@@ -1,8 +1,6 @@
 // The desktop entry by which a session starts Kelpa, in the person's autostart folder.
 #pragma once
 
-#include "platform/Autostart.h"
-
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -17,15 +15,16 @@ QByteArray autostartEntry(const QStringList& command);
 bool starts(const QByteArray& entry, const QStringList& command);
 
 /// Any thread but the main one.
-class AutostartEntry final : public Autostart
+class AutostartEntry
 {
 public:
     /// `folder` is that of the person's configuration ($XDG_CONFIG_HOME); `command` is what the
     /// session is to run.
     AutostartEntry(const QString& folder, QStringList command);
 
-    bool isOn() const override;
-    [[nodiscard]] bool set(bool isOn) override;
+    bool isOn() const;
+    /// False when the configuration could not be changed.
+    [[nodiscard]] bool set(bool isOn);
 
 private:
     const QString m_path;

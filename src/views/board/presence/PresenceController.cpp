@@ -18,7 +18,8 @@ void PresenceController::setSessionStart(SessionStart& start)
 {
     m_start = &start;
     connect(m_start, &SessionStart::isOnChanged, this, &PresenceController::sessionStartChanged);
-    connect(m_start, &SessionStart::failed, this, [this] { m_store.noteSessionStartFailed(); });
+    connect(m_start, &SessionStart::failed, this,
+            [this](AutostartOutcome outcome) { m_store.noteSessionStartFailed(outcome); });
     Q_EMIT sessionStartChanged();
 }
 

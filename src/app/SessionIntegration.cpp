@@ -1,0 +1,44 @@
+#include "app/SessionIntegration.h"
+
+#include "app/CommandLine.h"
+#include "platform/DataHome.h"
+#include "platform/freedesktop/portals/Sandbox.h"
+#include "platform/sqlite/SettingsFiles.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QStringList>
+
+namespace kelpa {
+
+namespace {
+
+/// What the session runs at its beginning.
+QStringList sessionCommand(const QString& boardPath)
+{
+    QStringList command{QCoreApplication::applicationFilePath(), QStringLiteral("--hidden")};
+    if (resolvedPath(boardPath) != resolvedPath(defaultSettingsPath()))
+        command << QStringLiteral("--settings") << QFileInfo(boardPath).absoluteFilePath();
+    return command;
+}
+
+DesktopAutostart::Places autostartPlaces()
+{
+    return {.configuration =
+                QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
+            .ownData = dataHome() + QStringLiteral("/kelpa"),
+            .isSandboxed = isSandboxed({})};
+}
+
+} // namespace
+
+SessionIntegration::SessionIntegration(Scheduler& scheduler, const QString& boardPath)
+    : m_autostart(autostartPlaces(), sessionCommand(boardPath),
+                  [](const BackgroundQuestion& question, const std::stop_token& stop) {
+                      return askBackgroundPortal(question, stop);
+                  }),
+      m_start(m_autostart, scheduler)
+{}
+
+} // namespace kelpa
