@@ -66,7 +66,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
       m_entry(m_store, m_view, m_desktop->ownWindow()), m_doubleTap(m_desktop->globalKeys()),
       m_presence(m_store, m_desktop->notifications(), KeyNames::withSuper(),
                  [this] { return waysBack(); }),
-      m_session(scheduler, m_boardPath), m_notifier(m_store, m_desktop->notifications())
+      m_session(m_store, scheduler, m_boardPath), m_notifier(m_store, m_desktop->notifications())
 {
     m_view.setBackups(m_backups);
     m_view.setTransfer(m_transfer, m_fileDialogs, m_files, scheduler);
@@ -84,6 +84,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
     m_application.installEventFilter(this);
     m_view.setStaying([this] { return !m_isEnding && m_presence.mayStay(); });
     m_view.setSessionStart(m_session.start());
+    m_view.setShortcuts(m_session.shortcuts());
     serveCalls();
 }
 
@@ -103,6 +104,9 @@ int Program::run(TerminationSignals& signals)
         listen();
         if (m_firstView == FirstView::todoField)
             openEntry({});
+        // What is started for a call has nobody who would press a key.
+        if (m_firstView == FirstView::nothing)
+            m_buses.whenSessionAnswers([this] { m_session.shortcuts().allow(); });
         displayLossHandler.emplace(m_application, [this] { saveBefore(Ending::ofDisplay); });
         signals.listen([this] {
             // Nobody may be there to answer.
@@ -191,6 +195,16 @@ void Program::listen()
         bringForward({.inputTime = time, .startupID = {}});
         m_view.noteDoubleTap();
     });
+    connect(&m_session.shortcuts(), &DesktopShortcuts::activated, this,
+            [this](GlobalShortcut shortcut, const QByteArray& activationToken) {
+                noteCall();
+                const ActivationContext context{.inputTime = std::nullopt,
+                                                .startupID = activationToken};
+                if (shortcut == GlobalShortcut::newTodo)
+                    openEntry(context);
+                else
+                    bringForward(context);
+            });
     // Direct connections: the session manager waits while these run.
     connect(
         &m_application, &QGuiApplication::commitDataRequest, this,
@@ -287,6 +301,7 @@ void Program::followDesktop()
     m_buses.whenSessionAnswers([this] {
         m_view.followAppearance(m_desktop->appearanceOfPortal());
         m_view.followMotion(m_desktop->motionOfPortal());
+        m_session.shortcuts().allow();
     });
 }
 

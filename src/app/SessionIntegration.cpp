@@ -4,6 +4,8 @@
 #include "platform/DataHome.h"
 #include "platform/freedesktop/portals/Sandbox.h"
 #include "platform/sqlite/SettingsFiles.h"
+#include "shell/ShortcutTexts.h"
+#include "store/WindowStore.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -31,14 +33,27 @@ DesktopAutostart::Places autostartPlaces()
             .isSandboxed = isSandboxed({})};
 }
 
+ShortcutsPortal::Options shortcutOptions(const QString& boardPath)
+{
+    return {.choiceFile = dataHome() + QStringLiteral("/kelpa/desktop-shortcuts"),
+            .board = resolvedPath(boardPath),
+            .identity = isSandboxed({}) ? PortalIdentity::sandbox : PortalIdentity::given};
+}
+
 } // namespace
 
-SessionIntegration::SessionIntegration(Scheduler& scheduler, const QString& boardPath)
+SessionIntegration::SessionIntegration(WindowStore& store, Scheduler& scheduler,
+                                       const QString& boardPath)
     : m_autostart(autostartPlaces(), sessionCommand(boardPath),
                   [](const BackgroundQuestion& question, const std::stop_token& stop) {
                       return askBackgroundPortal(question, stop);
                   }),
-      m_start(m_autostart, scheduler)
-{}
+      m_start(m_autostart, scheduler), m_portal(scheduler, shortcutOptions(boardPath)),
+      m_shortcuts(m_portal, [&store] { return shortcutDescriptions(store.language()); })
+{
+    const auto follow = [this, &store] { m_shortcuts.follow(store.abilities()); };
+    connect(&store, &WindowStore::abilitiesChanged, this, follow);
+    follow();
+}
 
 } // namespace kelpa

@@ -1,27 +1,36 @@
-// What the session does for Kelpa when the person wants it to: starts it.
+// What the session does for Kelpa when the person wants it to: starts it, and keeps keys for it.
 #pragma once
 
 #include "platform/freedesktop/portals/DesktopAutostart.h"
+#include "platform/freedesktop/portals/ShortcutsPortal.h"
+#include "store/desktop/DesktopShortcuts.h"
 #include "store/desktop/SessionStart.h"
 
+#include <QObject>
 #include <QString>
 
 namespace kelpa {
 
 class Scheduler;
+class WindowStore;
 
 /// Main thread. Background work that has begun refers to the parts, so it ends before they do.
-class SessionIntegration
+class SessionIntegration : public QObject
 {
+    Q_OBJECT
+
 public:
-    /// `boardPath` is that of the board's file. `scheduler` outlives this object.
-    SessionIntegration(Scheduler& scheduler, const QString& boardPath);
+    /// `boardPath` is that of the board's file. Both references outlive this object.
+    SessionIntegration(WindowStore& store, Scheduler& scheduler, const QString& boardPath);
 
     SessionStart& start() { return m_start; }
+    DesktopShortcuts& shortcuts() { return m_shortcuts; }
 
 private:
     DesktopAutostart m_autostart;
     SessionStart m_start;
+    ShortcutsPortal m_portal;
+    DesktopShortcuts m_shortcuts;
 };
 
 } // namespace kelpa

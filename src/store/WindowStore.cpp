@@ -180,6 +180,12 @@ void WindowStore::noteSessionStartFailed(AutostartOutcome outcome)
                         Toast::Offer::none);
 }
 
+void WindowStore::noteShortcutsFailed()
+{
+    const Update update(m_state.changes);
+    m_parts->toast.show(CopyKey::ShortcutsFailed, Toast::Offer::none);
+}
+
 void WindowStore::setAutoSortingGoals(bool isAutoSorting)
 {
     const Update update(m_state.changes);

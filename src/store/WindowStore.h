@@ -50,6 +50,7 @@ public:
     bool explainClosing();
     /// Tells the person.
     void noteSessionStartFailed(AutostartOutcome outcome);
+    void noteShortcutsFailed();
     /// Folding selects "Unsorted" itself where a window is selected that is folded away.
     void setUnsortedFold(UnsortedFold fold);
     void setSearchText(const QString& text);

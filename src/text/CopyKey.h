@@ -214,6 +214,13 @@ enum class CopyKey {
     KelpaStaysByLauncher,
     NewTodo,
     EntryHint,
+    // Keys that the desktop keeps for Kelpa.
+    BringKelpaForward,
+    DesktopShortcuts,
+    ShortcutsOffered,
+    ChooseKeys,
+    ShortcutsFailed,
+    NewTodoByCommand,
     // Backups.
     RestoreBackup,
     RestoreBackupTitle,

@@ -1,4 +1,4 @@
-// The texts about how long Kelpa is there.
+// The texts about how long Kelpa is there, and the keys that call it.
 #pragma once
 
 #include "text/CopyRow.h"
@@ -46,6 +46,36 @@ inline constexpr std::array presenceCopyRows{
     CopyRow{CopyKey::EntryHint, u"输入 # 选择目标", u"Type # to choose the goal",
             u"#を入力して目標を選択", u"#을 입력해 목표 선택",
             u"Saisissez # pour choisir l’objectif", u"Mit # das Ziel wählen"},
+    CopyRow{CopyKey::BringKelpaForward, u"呼出 Kelpa", u"Bring Kelpa forward", u"Kelpaを呼び出す",
+            u"Kelpa 불러오기", u"Afficher Kelpa", u"Kelpa aufrufen"},
+    CopyRow{CopyKey::DesktopShortcuts, u"桌面快捷键…", u"Desktop shortcuts…",
+            u"デスクトップのショートカット…", u"데스크톱 단축키…", u"Raccourcis du bureau…",
+            u"Tastenkürzel des Desktops…"},
+    CopyRow{CopyKey::ShortcutsOffered, u"此桌面可以设置呼出 Kelpa 的按键",
+            u"This desktop can have a key that brings Kelpa forward",
+            u"このデスクトップでは、Kelpaを呼び出すキーを設定できます",
+            u"이 데스크톱에서는 Kelpa를 불러올 키를 정할 수 있습니다",
+            u"Sur ce bureau, une touche peut afficher Kelpa",
+            u"Auf diesem Desktop kann eine Taste Kelpa aufrufen"},
+    CopyRow{CopyKey::ChooseKeys, u"选择按键…", u"Choose keys…", u"キーを選択…", u"키 선택…",
+            u"Choisir les touches…", u"Tasten wählen…"},
+    CopyRow{
+        CopyKey::ShortcutsFailed, u"桌面没有为 Kelpa 设置按键",
+        u"The desktop has given Kelpa no keys", u"デスクトップはKelpaのキーを設定しませんでした",
+        u"데스크톱이 Kelpa의 키를 정하지 않았습니다", u"Le bureau n’a donné aucune touche à Kelpa",
+        u"Der Desktop hat Kelpa keine Tasten gegeben"},
+    CopyRow{CopyKey::NewTodoByCommand,
+            u"要在任何程序中添加待办，请在桌面设置中为「kelpa --new-todo」指定按键",
+            u"To add a todo from any program, bind a key to “kelpa --new-todo” in the desktop’s "
+            u"settings",
+            u"どのプログラムからでもタスクを追加するには、デスクトップの設定で「kelpa "
+            u"--new-todo」にキーを割り当ててください",
+            u"어떤 프로그램에서든 할 일을 추가하려면 데스크톱 설정에서 ‘kelpa --new-todo’에 키를 "
+            u"지정하세요",
+            u"Pour ajouter une tâche depuis n’importe quel programme, associez une touche à « "
+            u"kelpa --new-todo » dans les réglages du bureau",
+            u"Um aus jedem Programm eine Aufgabe hinzuzufügen, lege in den Einstellungen des "
+            u"Desktops eine Taste auf „kelpa --new-todo“"},
 };
 
 } // namespace kelpa

@@ -285,6 +285,11 @@ void ViewEngine::setSessionStart(SessionStart& start)
     m_parts->controller.presence()->setSessionStart(start);
 }
 
+void ViewEngine::setShortcuts(DesktopShortcuts& shortcuts)
+{
+    m_parts->controller.presence()->shortcuts()->setShortcuts(shortcuts);
+}
+
 void ViewEngine::setStaying(std::function<bool()> stays)
 {
     m_parts->stays = std::move(stays);

@@ -20,6 +20,7 @@ class Applications;
 class AppearanceSetting;
 class BackupBrowser;
 class BoardTransfer;
+class DesktopShortcuts;
 class FileAccess;
 class FileDialogs;
 class MotionSetting;
@@ -90,6 +91,8 @@ public:
     void closeWithoutAsking();
     /// Offers to start with the session; `start` outlives this object.
     void setSessionStart(SessionStart& start);
+    /// Offers keys of the desktop; `shortcuts` outlives this object.
+    void setShortcuts(DesktopShortcuts& shortcuts);
     /// Asked when the person closes the window: where it returns true, the window is hidden
     /// instead, and what is being typed is kept.
     void setStaying(std::function<bool()> stays);

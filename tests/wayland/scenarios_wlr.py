@@ -6,9 +6,11 @@ import settings
 from assistant import Assistant
 from harness import on_desktop
 from kelpa import Kelpa
+from portals import SessionPortal
 from processes import wait_until
 
 _WITHOUT_IPC = {"SWAYSOCK": ""}
+_KEYS_OFFERED = "This desktop can have a key that brings Kelpa forward"
 # Where no process is told, the button is of the one window.
 _CLOSE_WINDOW = "Close this window"
 
@@ -45,6 +47,43 @@ def windows_are_listed_focused_and_closed_by_the_protocols_alone(desktop, binary
         desktop.wait_for_active(window)
         desktop.run(binary, "--settings", path)
         desktop.wait_for_active(kelpa.window)
+
+
+def keys_of_the_desktop_call_the_board_and_the_field_for_a_todo(desktop, binary):
+    portal = SessionPortal(desktop)
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", [])])
+    desktop.start_foot("A terminal")
+    terminal = desktop.wait_for_window("A terminal")
+
+    def check_keys(kelpa):
+        desktop.activate(terminal)
+        desktop.wait_for_active(terminal)
+        portal.press_for_the_board()
+        desktop.wait_for_active(kelpa.window)
+        desktop.activate(terminal)
+        desktop.wait_for_active(terminal)
+        portal.press_for_a_todo()
+        field = desktop.wait_for_window("New todo — Kelpa")
+        desktop.wait_for_active(field)
+        desktop.key("Escape")
+        desktop.wait_for_active(terminal)
+
+    with Kelpa(desktop, binary, path, env=_WITHOUT_IPC) as kelpa:
+        assistant = Assistant(desktop, kelpa)
+        kelpa.wait_for_card(boards.UNSORTED, "A terminal")
+        wait_until("keys are offered", lambda: kelpa.board.has_text(_KEYS_OFFERED))
+        assert not portal.calls("CreateSession"), "a dialog that nobody wanted"
+        assistant.press_button("Choose keys…")
+        wanted, = portal.await_call("BindShortcuts")
+        assert wanted == {"bring-forward": "Bring Kelpa forward", "new-todo": "New todo"}, wanted
+        wait_until("there are keys", lambda: not kelpa.board.has_text(_KEYS_OFFERED))
+        check_keys(kelpa)
+    # They are there again without a dialog, also before the board shows.
+    with Kelpa(desktop, binary, path, env=_WITHOUT_IPC) as kelpa:
+        portal.await_call("BindShortcuts", 2)
+        kelpa.wait_for_card(boards.UNSORTED, "A terminal")
+        check_keys(kelpa)
 
 
 @on_desktop(has_xwayland=True)

@@ -1,5 +1,6 @@
 #include "app/desktops/AboutDesktop.h"
 
+#include "platform/GlobalShortcuts.h"
 #include "platform/kwin/KwinAbilities.h"
 #include "platform/wayland/capture/WindowPictures.h"
 #include "platform/wayland/wlr/WlrAbilities.h"
@@ -209,6 +210,24 @@ QString abilityLines(const DesktopAbilities& abilities)
     return lines;
 }
 
+/// By which way the session starts Kelpa, and the desktop's keys reach it.
+QString portalLines(const PortalReading& portals, const DesktopAbilities& abilities)
+{
+    QString start = QStringLiteral("by an entry in the autostart folder");
+    if (portals.isSandboxed)
+        start = portals.background
+                    ? QStringLiteral("by the portal, since Kelpa runs in a sandbox (Background %1)")
+                          .arg(*portals.background)
+                    : QStringLiteral("no: Kelpa runs in a sandbox, and there is no portal for it");
+    const QString keys =
+        portals.globalShortcuts && areShortcutsWanted(abilities)
+            ? QStringLiteral("by the portal, from the menu of the board (GlobalShortcuts %1)")
+                  .arg(*portals.globalShortcuts)
+            : QStringLiteral("by the desktop's own settings, for the commands \"kelpa --show\" "
+                             "and \"kelpa --new-todo\"");
+    return line(QStringLiteral("autostart"), start) + line(QStringLiteral("shortcuts"), keys);
+}
+
 } // namespace
 
 SessionOffer offerOf(const SessionReading& reading)
@@ -254,13 +273,15 @@ QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> a
     if (!chosen)
         return session +
                line(QStringLiteral("desktop"), QStringLiteral("none that Kelpa can work on"));
+    const DesktopAbilities abilities = abilitiesOn(*chosen, reading);
     QString why;
     if (asked == chosen->kind)
         why = QStringLiteral(" (as asked)");
     else if (asked)
         why = QStringLiteral(" (%1 was asked for)").arg(desktopName(*asked));
     return session + line(QStringLiteral("desktop"), desktopName(chosen->kind) + why) + u'\n' +
-           abilityLines(abilitiesOn(*chosen, reading));
+           abilityLines(abilities) +
+           (reading.portals ? portalLines(*reading.portals, abilities) : QString());
 }
 
 } // namespace kelpa

@@ -92,6 +92,7 @@ SessionReading readSession(const QByteArray& display, std::chrono::milliseconds 
             kwin::standingAfter(kwin::KwinScreenshots(sessionBusAddress(), limit).probe(),
                                 kwin::PictureStanding::given);
     }
+    reading.portals = readPortals({}, limit);
     return reading;
 }
 

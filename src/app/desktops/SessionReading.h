@@ -2,6 +2,7 @@
 // toolkit, and within a time limit, whichever server hangs.
 #pragma once
 
+#include "platform/freedesktop/portals/PortalReading.h"
 #include "platform/gnome/ShellStanding.h"
 #include "platform/kwin/KwinScreenshots.h"
 #include "platform/wayland/connection/Globals.h"
@@ -36,6 +37,9 @@ struct SessionReading
     bool isKwin = false;
     /// What KWin answers to a request for a picture of a window.
     kwin::PictureStanding kwinPictures = kwin::PictureStanding::given;
+
+    /// Absent where nobody has asked.
+    std::optional<PortalReading> portals{};
 
     friend bool operator==(const SessionReading&, const SessionReading&) = default;
 };

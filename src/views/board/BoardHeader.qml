@@ -177,6 +177,10 @@ Item {
         anchors.leftMargin: Theme.boardMargin
         anchors.rightMargin: Theme.boardMargin
         isDoubleTapOffered: root.board.isDoubleTapOffered
+        isShortcutOffered: root.board.presence.shortcuts.isOffered
+                           && !root.board.presence.shortcuts.isGiven
+        shortcutKey: root.board.presence.shortcuts.key
+        onShortcutsRequested: root.board.presence.shortcuts.choose()
         notice: root.board.desktopNotice
         isDoubleTapTaught: root.board.firstSteps.isOpen && root.board.firstSteps.isReturnOffered
     }

@@ -82,6 +82,13 @@ AppMenu {
     }
     AppMenuSeparator {}
     AppMenuItem {
+        text: ViewSettings.copy.text(CopyKey.DesktopShortcuts)
+        isOffered: root.board.presence.shortcuts.isOffered
+        symbol: "keyboard"
+        keys: root.board.presence.shortcuts.key
+        onTriggered: root.board.presence.shortcuts.choose()
+    }
+    AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.KeyboardShortcuts)
         symbol: "keyboard"
         keys: ViewSettings.copy.helpKeys()

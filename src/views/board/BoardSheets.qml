@@ -118,6 +118,7 @@ Item {
 
         KeysSheet {
             isDoubleTapOffered: root.board.isDoubleTapOffered
+            areShortcutsGiven: root.board.presence.shortcuts.isGiven
             canWorkOnGoals: root.board.goals.canWorkOnGoals
         }
     }

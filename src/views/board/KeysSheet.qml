@@ -11,6 +11,8 @@ Sheet {
 
     required property bool isDoubleTapOffered
     required property bool canWorkOnGoals
+    /// The desktop has given a key for a new todo.
+    required property bool areShortcutsGiven
 
     readonly property var keys: ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered, root.canWorkOnGoals)
     readonly property var meanings: ViewSettings.copy.keyHelpMeanings(root.isDoubleTapOffered,
@@ -91,6 +93,18 @@ Sheet {
                         wrapMode: Text.Wrap
                     }
                 }
+            }
+            // Where a key of the desktop has to call Kelpa anyhow.
+            AppText {
+                width: rows.width
+                topPadding: Theme.small
+                text: ViewSettings.copy.text(CopyKey.NewTodoByCommand)
+                visible: !root.isDoubleTapOffered && !root.areShortcutsGiven
+                color: Theme.secondaryText
+                wrapMode: Text.Wrap
+                Accessible.ignored: !visible
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
     }

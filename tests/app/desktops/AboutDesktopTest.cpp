@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 namespace kelpa::test {
 namespace {
 
@@ -120,6 +123,45 @@ TEST(AboutDesktop, Says_why_a_session_or_a_person_leaves_Kelpa_without_windows)
     const QString asked = aboutDesktop(bare, DesktopKind::none, {});
     EXPECT_TRUE(asked.contains(QStringLiteral("desktop     none (as asked)\n")));
     EXPECT_EQ(asked.count(QStringLiteral("start it without \"--desktop none\"")), 7);
+}
+
+TEST(AboutDesktop, Says_which_way_starts_Kelpa_and_gives_it_keys)
+{
+    SessionReading session{
+        .sessionType = "wayland",
+        .currentDesktop = {},
+        .x11Display = {},
+        .waylandDisplay = "wayland-1",
+        .display = std::nullopt,
+        .compositor = wayland::GlobalVersions{{"zwlr_foreign_toplevel_manager_v1", 3}},
+    };
+    const auto lastLines = [&session] {
+        const QString told = aboutDesktop(session, std::nullopt, {});
+        return told.mid(std::max<qsizetype>(0, told.indexOf(QStringLiteral("autostart"))))
+            .toStdString();
+    };
+    const std::string byEntry = "autostart   by an entry in the autostart folder\n";
+    const std::string bySettings = "shortcuts   by the desktop's own settings, for the commands "
+                                   "\"kelpa --show\" and \"kelpa --new-todo\"\n";
+    const std::string byPortal =
+        "shortcuts   by the portal, from the menu of the board (GlobalShortcuts 2)\n";
+    session.portals = PortalReading();
+    EXPECT_EQ(lastLines(), byEntry + bySettings);
+    session.portals = PortalReading{.background = 1, .globalShortcuts = 2};
+    EXPECT_EQ(lastLines(), byEntry + byPortal);
+    session.portals->isSandboxed = true;
+    EXPECT_EQ(lastLines(),
+              "autostart   by the portal, since Kelpa runs in a sandbox (Background 1)\n" +
+                  byPortal);
+    session.portals->background.reset();
+    EXPECT_EQ(lastLines(),
+              "autostart   no: Kelpa runs in a sandbox, and there is no portal for it\n" +
+                  byPortal);
+    // There the desktop has an entry for Kelpa among its own shortcuts.
+    session.compositor = wayland::GlobalVersions{{"org_kde_plasma_shell", 8}};
+    session.isKwin = true;
+    session.portals = PortalReading{.globalShortcuts = 1};
+    EXPECT_EQ(lastLines(), byEntry + bySettings);
 }
 
 TEST(AboutDesktop, Says_who_does_not_reply)

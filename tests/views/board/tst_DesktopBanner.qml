@@ -24,6 +24,13 @@ Item {
         notice: world.board.desktopNotice
     }
 
+    SignalSpy {
+        id: requests
+
+        target: hints
+        signalName: "shortcutsRequested"
+    }
+
     TestCase {
         name: "DesktopBanner"
         when: windowShown
@@ -83,6 +90,34 @@ Item {
             mouseClick(copy);
             compare(world.clipboard(), "kelpa --show");
             compare(world.board.toastMessage, "Command copied to clipboard");
+        }
+        function hint(): string {
+            return Array.from(hints.children).filter(
+                each => each.visible && each.Accessible.role === Accessible.StaticText)
+                .map(each => each.Accessible.name).join("|");
+        }
+        function test_a_key_is_chosen_in_the_dialog_of_a_desktop_that_has_one() {
+            world.lack("globalKeys");
+            hints.isShortcutOffered = true;
+            verify(hint().includes("can have a key that brings Kelpa forward"));
+            verify(button(hints, "Copy command") === null);
+            requests.clear();
+            mouseClick(button(hints, "Choose keys…"));
+            compare(requests.count, 1);
+            // The desktop has given keys, and does not say which.
+            hints.isShortcutOffered = false;
+            verify(hint().includes("kelpa --show"));
+            verify(button(hints, "Copy command") !== null);
+            // The board's menu names the key.
+            hints.shortcutKey = "Ctrl+Alt+K";
+            verify(!hint().includes("kelpa --show"));
+            verify(button(hints, "Copy command") === null);
+            hints.shortcutKey = "";
+        }
+        function test_a_key_of_the_desktop_is_not_needed_beside_the_double_tap() {
+            hints.isShortcutOffered = true;
+            verify(button(hints, "Choose keys…") === null);
+            hints.isShortcutOffered = false;
         }
         function test_the_hint_and_its_button_have_room_beside_each_other_data() {
             return [{tag: "narrow", width: 420}, {tag: "wide", width: 1400}];

@@ -1,6 +1,8 @@
 // How long Kelpa is there, as QML sees it: what closing the window does, whether the session starts
-// Kelpa, and quitting.
+// Kelpa, the keys that call it, and quitting.
 #pragma once
+
+#include "views/board/presence/ShortcutsController.h"
 
 #include <QObject>
 #include <QtQmlIntegration/qqmlintegration.h>
@@ -21,6 +23,7 @@ class PresenceController : public QObject
     /// Whether starting with the session can be switched on and off.
     Q_PROPERTY(bool hasSessionStart READ hasSessionStart NOTIFY sessionStartChanged)
     Q_PROPERTY(bool startsWithSession READ startsWithSession NOTIFY sessionStartChanged)
+    Q_PROPERTY(kelpa::ShortcutsController* shortcuts READ shortcuts CONSTANT)
 
 public:
     /// `store` outlives the controller.
@@ -29,6 +32,7 @@ public:
     /// `start` outlives the controller. Without it nothing is offered.
     void setSessionStart(SessionStart& start);
 
+    ShortcutsController* shortcuts() { return &m_shortcuts; }
     bool isClosingQuitting() const;
     Q_INVOKABLE void toggleClosingQuits();
     bool hasSessionStart() const { return m_start != nullptr; }
@@ -55,6 +59,7 @@ Q_SIGNALS:
 
 private:
     WindowStore& m_store;
+    ShortcutsController m_shortcuts{m_store};
     SessionStart* m_start = nullptr;
     bool m_isQuitting = false;
 };
