@@ -24,8 +24,10 @@ T.MenuItem {
 
     readonly property bool isOpener: root.subMenu !== null
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
-                   + (root.keys.length > 0 ? keysMetrics.advanceWidth + Theme.huge : 0)
+    // What the menu does not have makes it no wider.
+    implicitWidth: !root.isOffered ? 0
+                   : implicitContentWidth + leftPadding + rightPadding
+                     + (root.keys.length > 0 ? keysMetrics.advanceWidth + Theme.huge : 0)
     implicitHeight: root.isOffered ? 30 : 0
     visible: root.isOffered
     leftPadding: root.hasMarkPlace ? 34 : 10
