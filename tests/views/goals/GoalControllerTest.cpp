@@ -110,9 +110,10 @@ TEST_F(Goals, A_goal_can_be_pinned_to_the_desktops_that_are_there)
         QStringList texts;
         for (const QVariant& choice : goals.pinChoices(columnID)) {
             const QVariantMap map = choice.toMap();
-            texts.append(map.value(QStringLiteral("name")).toString() +
-                         (map.value(QStringLiteral("isChosen")).toBool() ? u"*" : u"") +
-                         (map.value(QStringLiteral("isThere")).toBool() ? u"" : u"?"));
+            texts.append(
+                map.value(QStringLiteral("name")).toString() +
+                (map.value(QStringLiteral("isChosen")).toBool() ? QStringLiteral("*") : QString()) +
+                (map.value(QStringLiteral("isThere")).toBool() ? QString() : QStringLiteral("?")));
         }
         return texts;
     };
