@@ -4,12 +4,34 @@
 
 #include <rapidjson/reader.h>
 
+#include <algorithm>
 #include <charconv>
-#include <cmath>
+#include <cstdint>
+#include <string_view>
 
 namespace kelpa {
 
 namespace {
+
+/// Whether the absolute value of a number other than zero is at least 1.
+bool isLarge(std::string_view number)
+{
+    const std::size_t e = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view mantissa = number.substr(0, e);
+    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+    const std::size_t first = mantissa.find_first_of("123456789");
+    // Powers of ten by which the first digit that counts lies before the point, or behind it.
+    const std::int64_t place = first < point ? static_cast<std::int64_t>(point - first) - 1
+                                             : -static_cast<std::int64_t>(first - point);
+    std::string_view exponent = number.substr(std::min(e + 1, number.size()));
+    if (exponent.starts_with('+'))
+        exponent.remove_prefix(1);
+    std::int64_t power = 0;
+    if (std::from_chars(exponent.data(), exponent.data() + exponent.size(), power).ec ==
+        std::errc::result_out_of_range)
+        return !exponent.starts_with('-');
+    return power >= -place;
+}
 
 /// Hands on to a document what the parser reads, with numbers as values. The parser's own
 /// conversion to full precision counts the leading zero bits of a zero that has an exponent
@@ -45,8 +67,13 @@ public:
         std::int64_t integer = 0;
         if (std::from_chars(text, end, integer) == std::from_chars_result{end, std::errc()})
             return m_document.Int64(integer);
-        const double number = QByteArrayView(text, static_cast<qsizetype>(length)).toDouble();
-        return std::isfinite(number) && m_document.Double(number);
+        double number = 0;
+        if (std::from_chars(text, end, number).ec == std::errc::result_out_of_range) {
+            if (isLarge({text, length}))
+                return false;
+            number = 0; // nearer to zero than any other that there is
+        }
+        return m_document.Double(number);
     }
 
 private:

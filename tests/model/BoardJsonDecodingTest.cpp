@@ -238,13 +238,16 @@ TEST(BoardJsonDecoding, A_number_is_read_as_the_nearest_that_there_is)
     EXPECT_EQ(decodedCompletionTime("2.2250738585072011e-308"), Date{2.2250738585072011e-308});
     EXPECT_EQ(decodedCompletionTime("5e-324"), Date{5e-324});
     EXPECT_EQ(decodedCompletionTime("1e-400"), Date{0});
+    EXPECT_EQ(decodedCompletionTime("-25.5e-9999999999999999999"), Date{0});
+    EXPECT_EQ(decodedCompletionTime("0." + QByteArray(400, '0') + "1"), Date{0});
 }
 
 TEST(BoardJsonDecoding, A_number_beyond_the_largest_that_there_is_is_refused)
 {
     for (const QByteArray& number :
          {QByteArray("1e309"), QByteArray("-1e400"), QByteArray("0.5e309"),
-          QByteArray("179769313486231580793e289"), QByteArray(400, '9')})
+          QByteArray("179769313486231580793e289"), QByteArray(400, '9'),
+          QByteArray("1" + QByteArray(700, '0') + "e-390")})
         EXPECT_EQ(decodedTodo(MINIMAL R"(,"completedAt":)" + number), std::nullopt)
             << number.constData();
 }
