@@ -4,6 +4,7 @@
 #include "support/LogRecorder.h"
 #include "support/StoreFixture.h"
 #include "views/board/BoardController.h"
+#include "views/board/notices/FirstSteps.h"
 #include "views/windows/AppIconProvider.h"
 
 #include <QGuiApplication>
@@ -172,6 +173,9 @@ TEST_F(ViewEngineTest, The_double_tap_is_told_of_only_while_it_would_be_noticed)
     EXPECT_TRUE(shows(keys));
     EXPECT_FALSE(shows(tap));
     view.setDoubleTapOffered(true);
+    // The first steps of an empty board say it instead.
+    EXPECT_FALSE(shows(tap));
+    view.window()->property("board").value<BoardController*>()->firstSteps()->dismiss();
     EXPECT_TRUE(shows(tap));
     view.setDoubleTapOffered(false);
     EXPECT_FALSE(shows(tap));

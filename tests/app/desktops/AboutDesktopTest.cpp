@@ -118,11 +118,11 @@ TEST(AboutDesktop, Says_why_a_session_or_a_person_leaves_Kelpa_without_windows)
     };
     const QString told = aboutDesktop(bare, std::nullopt, {});
     EXPECT_TRUE(told.contains(QStringLiteral("desktop     none\n"))) << told.toStdString();
-    EXPECT_EQ(told.count(QStringLiteral("no: the compositor has no protocol for it")), 7)
+    EXPECT_EQ(told.count(QStringLiteral("no: the compositor has no protocol for it")), 8)
         << told.toStdString();
     const QString asked = aboutDesktop(bare, DesktopKind::none, {});
     EXPECT_TRUE(asked.contains(QStringLiteral("desktop     none (as asked)\n")));
-    EXPECT_EQ(asked.count(QStringLiteral("start it without \"--desktop none\"")), 7);
+    EXPECT_EQ(asked.count(QStringLiteral("start it without \"--desktop none\"")), 8);
 }
 
 TEST(AboutDesktop, Says_which_way_starts_Kelpa_and_gives_it_keys)
