@@ -42,22 +42,32 @@ bool hasUtf32Mark(const QByteArray& bytes)
     return bytes.startsWith(utf32LittleMark) || bytes.startsWith(utf32BigMark);
 }
 
-/// Whether what is behind the mark of UTF-16 are bytes of another encoding: a text of ASCII, or one
-/// with the other byte first. Both read as far-fetched ideographs without any blank or line end.
-bool isMisread(QStringView text)
+/// Whether both bytes of a character may be ASCII although the character is a common one.
+bool isHiragana(QChar c)
+{
+    return c.unicode() >= 0x3041 && c.unicode() <= 0x309f;
+}
+
+/// Whether what is behind the mark of UTF-16 are bytes of another encoding: a text of ASCII or of
+/// UTF-8, or one with the other byte first. All read as far-fetched ideographs without any blank or
+/// line end. `text` is what `bytes` are in UTF-16.
+bool isMisread(QByteArrayView bytes, QStringView text)
 {
     // Fewer characters might be meant, however unlikely they are.
     constexpr qsizetype fewest = 16;
     const auto isAscii = [](QChar c) { return c.unicode() < 0x80; };
     if (text.size() < fewest || std::ranges::any_of(text, isAscii))
         return false;
+    const bool isUtf8 = bytes.isValidUtf8();
+    const auto isOfText = [isUtf8](uchar byte) {
+        return (byte >= 0x20 && byte < 0x7f) || byte == '\n' || byte == '\r' || byte == '\t' ||
+               (isUtf8 && byte >= 0x80);
+    };
     qsizetype plainBytes = 0;
     qsizetype swapped = 0;
     for (const QChar c : text) {
-        for (const uchar byte : {c.row(), c.cell()})
-            plainBytes +=
-                (byte >= 0x20 && byte < 0x7f) || byte == '\n' || byte == '\r' || byte == '\t' ? 1
-                                                                                              : 0;
+        if (!isHiragana(c))
+            plainBytes += (isOfText(c.row()) ? 1 : 0) + (isOfText(c.cell()) ? 1 : 0);
         swapped += c.cell() == 0 ? 1 : 0;
     }
     // A tenth may be anything.
@@ -73,7 +83,8 @@ std::variant<QString, ImportRefusal> textOfUtf16(QByteArrayView bytes)
     const bool endsWithinCharacter = !text.isEmpty() && text.back().isHighSurrogate();
     const QStringView whole = QStringView(text).chopped(endsWithinCharacter ? 1 : 0);
     // The decoder lets single surrogates pass.
-    if (decoder.hasError() || !whole.isValidUtf16() || isMisread(whole))
+    if (decoder.hasError() || !whole.isValidUtf16() ||
+        isMisread(bytes.sliced(utf16LittleMark.size()), whole))
         return ImportRefusal::wrongEncoding;
     if (isHalved || endsWithinCharacter)
         return ImportRefusal::cutOff;

@@ -255,6 +255,35 @@ TEST(HostileText, Ideographs_in_utf_16_are_read_although_no_byte_of_them_is_a_li
     }
 }
 
+TEST(HostileText, Hiragana_in_utf_16_is_read_although_both_bytes_of_it_may_be_ascii)
+{
+    for (const char* const title :
+         {"\u3042\u3057\u305f\u306e\u3042\u3055\u306b\u305f\u307e\u3054\u3068\u304e\u3085\u3046"
+          "\u306b\u3085\u3046\u3092\u304b\u3046",
+          "\u3046\u3061\u306e\u3044\u306c\u306e\u3048\u3055\u3068\u304a\u304b\u3057\u3092\u304b"
+          "\u3044\u306b\u3044\u304f",
+          // With one ideograph whose bytes are a character of UTF-8 too.
+          "\u304d\u3087\u3046\u306e\u304a\u304b\u305a\u306b\u91ce\u3055\u3044\u306e\u306b\u3057"
+          "\u3081\u3055\u3044\u3068"}) {
+        for (const auto encoding : {QStringConverter::Utf16LE, QStringConverter::Utf16BE})
+            EXPECT_EQ(linesOf(boardOf(TransferFormat::todoTxt,
+                                      encoded(encoding, QString::fromUtf8(title)))),
+                      (Lines{"-", std::string("todo ") + title}));
+    }
+}
+
+TEST(HostileText, A_mark_of_utf_16_before_utf_8_is_refused)
+{
+    const QByteArray japanese = QByteArray("\u660e\u65e5\u306e\u671d\u306b\u5375\u3068\u725b\u4e73"
+                                           "\u3092\u8cb7\u3046\n")
+                                    .repeated(4);
+    const QByteArray german = QByteArray("M\u00fcll f\u00fcr \u00d6l\u00f6fen\n").repeated(4);
+    for (const QByteArray& text : {japanese, german}) {
+        for (const QByteArray& mark : {QByteArray("\xff\xfe"), QByteArray("\xfe\xff")})
+            EXPECT_EQ(refusalOf(TransferFormat::todoTxt, mark + text), wrongEncoding);
+    }
+}
+
 TEST(HostileText, A_skipped_line_is_told_in_a_single_harmless_line)
 {
     const QByteArray text = "- a\n\n\xe2\x80\xae" + QByteArray("word ").repeated(50) + "\n";
