@@ -174,6 +174,7 @@ std::optional<CalendarPiece> CalendarFile::begin(const ContentLine& line)
     if (m_open.size() != depthOfTodo)
         return std::nullopt;
     m_piece = {};
+    m_hasState = false;
     m_piece.line = line.line;
     m_piece.text = line.text;
     if (m_open.back() != "VTODO")
@@ -218,7 +219,9 @@ std::optional<CalendarPiece> CalendarFile::takeProperty(const ContentLine& line)
         m_piece.contentLines.clear();
         m_piece.conditional.clear();
         m_piece.skipped = SkipReason::damaged;
-    } else if (const auto kind = conditionalKind(line.name)) {
+    } else if (const auto kind = conditionalKind(line.name);
+               kind && !(kind == ConditionalLine::Kind::state && m_hasState)) {
+        m_hasState = m_hasState || kind == ConditionalLine::Kind::state;
         m_piece.conditional.append({*kind, line.line, line.text});
     }
     return std::nullopt;

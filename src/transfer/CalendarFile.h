@@ -50,7 +50,7 @@ private:
 struct ConditionalLine
 {
     enum class Kind : std::uint8_t {
-        /// STATUS, COMPLETED or PERCENT-COMPLETE; one of them speaks for all.
+        /// STATUS, COMPLETED or PERCENT-COMPLETE; the first of them speaks for all.
         state,
         priority,
         categories,
@@ -103,6 +103,8 @@ private:
     qsizetype m_tooDeep = 0;
     /// The component of the calendar that has begun last.
     CalendarPiece m_piece;
+    /// Whether one of its conditional lines tells its state.
+    bool m_hasState = false;
     QString m_name;
     bool m_hasCalendar = false;
     bool m_isOther = false;

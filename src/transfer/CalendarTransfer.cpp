@@ -153,11 +153,26 @@ private:
     void skip(std::size_t i, ConditionalLine::Kind kind)
     {
         for (const ConditionalLine& each : m_todos[i].conditional) {
-            if (each.kind != kind)
+            if (each.kind == kind)
+                m_builder.skip(each.line, each.text, SkipReason::withoutPlace);
+        }
+    }
+    /// Tells the categories of a todo that its goal is not named by.
+    void skipCategoriesBeside(const QString& goalTitle, std::size_t i)
+    {
+        const auto hasOther = [&goalTitle](const QList<QString>& categories) {
+            return std::ranges::any_of(categories, [&goalTitle](const QString& category) {
+                return trimmedText(category) != goalTitle;
+            });
+        };
+        if (!hasOther(m_todos[i].todo.categories))
+            return;
+        for (const ConditionalLine& each : m_todos[i].conditional) {
+            if (each.kind != ConditionalLine::Kind::categories)
                 continue;
-            m_builder.skip(each.line, each.text, SkipReason::withoutPlace);
-            if (kind == ConditionalLine::Kind::state)
-                return;
+            const auto read = readCalendarTodo(each.text.toUtf8(), QTimeZone::utc());
+            if (!read || hasOther(read->categories))
+                m_builder.skip(each.line, each.text, SkipReason::withoutPlace);
         }
     }
     void skipPriority(std::size_t i)
@@ -173,12 +188,9 @@ private:
             goal = *top;
             skipPriority(i);
             const CalendarTodo& whole = m_todos[m_relations.top(i)].todo;
-            const auto isOther = [title = trimmedText(whole.title)](const QString& category) {
-                return trimmedText(category) != title;
-            };
-            // Kelpa itself writes the goal's title there.
-            if (!whole.isGoal && std::ranges::any_of(todo.categories, isOther))
-                skip(i, ConditionalLine::Kind::categories);
+            // Kelpa itself writes the goal's title there, which the library may divide at a comma.
+            if (!whole.isGoal)
+                skipCategoriesBeside(trimmedText(whole.title), i);
         } else {
             const QString title =
                 trimmedText(todo.categories.isEmpty() ? m_name : todo.categories.constFirst());
@@ -190,8 +202,7 @@ private:
                 priorities.values.insert(goalPriority(todo.priority));
                 priorities.todos.push_back(i);
             }
-            if (todo.categories.size() > 1)
-                skip(i, ConditionalLine::Kind::categories);
+            skipCategoriesBeside(title, i);
         }
         m_builder.addTodo(goal, todo.title, todo.status, todo.completedAt);
     }
@@ -266,7 +277,7 @@ ImportResult fromCalendar(const QByteArray& bytes, const QTimeZone& zone,
     ImportBuilder builder(stop);
     std::vector<ReadTodo> todos;
     CalendarFile file(std::get<QString>(text));
-    while (const std::optional<CalendarPiece> piece = file.next()) {
+    while (std::optional<CalendarPiece> piece = file.next()) {
         if (stop.stop_requested() || std::cmp_greater(todos.size(), mostImportedRecords))
             return ImportRefusal::tooManyRecords;
         if (piece->skipped) {
@@ -279,7 +290,7 @@ ImportResult fromCalendar(const QByteArray& bytes, const QTimeZone& zone,
         else if (trimmedText(todo->title).isEmpty())
             builder.skip(piece->line, piece->text, SkipReason::withoutTitle);
         else
-            todos.push_back({*std::move(todo), piece->conditional});
+            todos.push_back({*std::move(todo), std::move(piece->conditional)});
     }
     if (const std::optional<ImportRefusal> refusal = file.refusal())
         return *refusal;

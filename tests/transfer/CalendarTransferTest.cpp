@@ -130,6 +130,13 @@ INSTANTIATE_TEST_SUITE_P(
                 "# Home p0\ntodo a\ntodo b\n# My list p2\ntodo c\ntodo d",
                 "7: CATEGORIES:Home,Garden (no place)\n"
                 "16: PRIORITY:9 (no place)\n20: PRIORITY:2 (no place)"},
+        ReadRow{"lines of categories",
+                "BEGIN:VTODO\nSUMMARY:a\nCATEGORIES:Home\nCATEGORIES:Garden\nEND:VTODO\n"
+                "BEGIN:VTODO\nUID:1\nSUMMARY:whole\nEND:VTODO\n"
+                "BEGIN:VTODO\nSUMMARY:b\nRELATED-TO:1\nCATEGORIES:Shop\nCATEGORIES:whole\n"
+                "END:VTODO\n",
+                "# whole p2\ntodo b\n# Home p2\ntodo a",
+                "6: CATEGORIES:Garden (no place)\n15: CATEGORIES:Shop (no place)"},
         ReadRow{"other things",
                 "BEGIN:VTIMEZONE\nTZID:x\nBEGIN:STANDARD\nEND:STANDARD\nEND:VTIMEZONE\n"
                 "BEGIN:VEVENT\nSUMMARY:Party\nDESCRIPTION:x\nEND:VEVENT\n"
