@@ -20,16 +20,39 @@ constexpr qsizetype mostFolders = 2;
 qsizetype pathStart(const QString& title)
 {
     static const QRegularExpression beginning(
-        QStringLiteral(R"(^(?:[^\p{L}\p{N}/~]{0,3}|[^\s@]+@[^\s:]+:\s?)(?=/|~[^/\s]*/))"));
+        QStringLiteral(R"(^(?:[^\p{L}\p{N}/~]{0,3}|[^\s@\[]+@[^\s:]+:\s?)(?=/|~[^/\s]*/))"));
     const QRegularExpressionMatch match = beginning.match(title);
     return match.hasMatch() ? match.capturedEnd() : -1;
 }
 
-/// Where the path ends that begins at `start`: before the name of the application, or at the end.
+/// Whether what looks like the end of a path, from `start` on, is in the name of a folder: a slash
+/// follows before what looks like the next end, at `next`.
+bool isInFolder(QStringView title, qsizetype start, qsizetype next)
+{
+    const QStringView rest = title.sliced(start, next - start).trimmed();
+    if (rest.startsWith(u'(') || rest.startsWith(u'[')) {
+        // In brackets may be a path of its own.
+        const qsizetype close = rest.indexOf(rest.front() == u'(' ? u')' : u']');
+        return close >= 0 && rest.sliced(close).contains(u'/');
+    }
+    // The name of an application may have a slash too.
+    return next < title.size() && rest.contains(u'/');
+}
+
+/// Where the path ends that begins at `start`: before the name of the application, before what a
+/// shell runs there, or at the end.
 qsizetype pathEnd(const QString& title, qsizetype start)
 {
-    static const QRegularExpression separator(QStringLiteral(R"(\s(?:[-–—|:]\s|[(\[]))"));
-    const QRegularExpressionMatch match = separator.match(title, start);
+    static const QRegularExpression separator(
+        QStringLiteral(R"(\s[-–—|:]\s|\s[(\[]|(?<command>:\s))"));
+    QRegularExpressionMatch match = separator.match(title, start);
+    while (match.hasMatch() && !match.hasCaptured(u"command")) {
+        const QRegularExpressionMatch next = separator.match(title, match.capturedEnd());
+        const qsizetype nextStart = next.hasMatch() ? next.capturedStart() : title.size();
+        if (!isInFolder(title, match.capturedStart(), nextStart))
+            break;
+        match = next;
+    }
     return match.hasMatch() ? match.capturedStart() : title.size();
 }
 

@@ -54,12 +54,38 @@ TEST(TitleLengths, A_slash_after_the_path_is_none_of_its_own)
     EXPECT_EQ(lengths(u"/srv/a.txt (/mnt/b)"), list({u"/srv/a.txt (/mnt/b)", u"…/a.txt (/mnt/b)"}));
 }
 
+TEST(TitleLengths, What_a_shell_runs_is_behind_the_path)
+{
+    EXPECT_EQ(
+        lengths(u"anna@host:/home/anna/work: vim a/b.txt"),
+        list({u"anna@host:/home/anna/work: vim a/b.txt", u"anna@host:…/anna/work: vim a/b.txt",
+              u"anna@host:…/work: vim a/b.txt", u"…/work: vim a/b.txt"}));
+    EXPECT_EQ(lengths(u"~/taxes/2026: less b/c/d.txt"),
+              list({u"~/taxes/2026: less b/c/d.txt", u"…/2026: less b/c/d.txt"}));
+}
+
+TEST(TitleLengths, A_folder_may_look_like_the_end_of_the_path)
+{
+    EXPECT_EQ(lengths(u"/srv/Taxes (2026)/letter.txt - Mousepad"),
+              list({u"/srv/Taxes (2026)/letter.txt - Mousepad",
+                    u"…/Taxes (2026)/letter.txt - Mousepad", u"…/letter.txt - Mousepad"}));
+    EXPECT_EQ(lengths(u"/srv/Taxes [old]/letter.txt"),
+              list({u"/srv/Taxes [old]/letter.txt", u"…/Taxes [old]/letter.txt", u"…/letter.txt"}));
+    EXPECT_EQ(lengths(u"/srv/Taxes - 2026/letter.txt - Mousepad"),
+              list({u"/srv/Taxes - 2026/letter.txt - Mousepad",
+                    u"…/Taxes - 2026/letter.txt - Mousepad", u"…/letter.txt - Mousepad"}));
+    EXPECT_EQ(lengths(u"/srv/a.txt (~/mnt/b) - Editor"),
+              list({u"/srv/a.txt (~/mnt/b) - Editor", u"…/a.txt (~/mnt/b) - Editor"}));
+    EXPECT_EQ(lengths(u"/srv/a.txt (changed) - Read/Write"),
+              list({u"/srv/a.txt (changed) - Read/Write", u"…/a.txt (changed) - Read/Write"}));
+}
+
 TEST(TitleLengths, Any_other_title_has_one_length)
 {
     for (const char16_t* const title :
          {u"", u"/", u"/etc", u"~/a", u"Letter to the bank – Writer", u"Yes/No/Perhaps",
           u"a.txt (~/taxes/2026) - Editor", u"https://example.org/a/b", u"mail@example.org: a/b/c",
-          u"–– 1/2/3"})
+          u"–– 1/2/3", u"[anna@host:~/work/kelpa]$ ls"})
         EXPECT_EQ(lengths(title), list({title}));
 }
 
