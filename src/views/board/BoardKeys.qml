@@ -4,8 +4,9 @@ import QtQuick
 import Kelpa.Scene
 import Kelpa.Board
 
-/// The keys of the board that are neither the store's nor an item's: they scroll it, and rename or
-/// move a goal or put a window back into its goal. While a person writes, they are the text field's.
+/// The keys of the board that are neither the store's nor an item's: they scroll it, rename or move a
+/// goal or work on it, and put a window back into its goal or decline that. While a person writes,
+/// they are the text field's.
 Item {
     id: root
 
