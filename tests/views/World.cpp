@@ -387,6 +387,21 @@ void World::removeTodos()
             m_store.deleteTodo(todo.id, goal.id);
 }
 
+void World::removeEveryOtherTodo()
+{
+    BoardContents board;
+    board.goals = m_store.goals();
+    board.unassignedTodos = m_store.unassignedTodos();
+    for (Goal& goal : board.goals) {
+        QList<TodoItem> rest;
+        rest.reserve(goal.todos.size());
+        for (qsizetype i = 0; i < goal.todos.size(); i += 2)
+            rest.append(goal.todos.at(i));
+        goal.todos = rest;
+    }
+    m_store.restoreBackup(board);
+}
+
 QString World::priorityOf(const QString& goalTitle) const
 {
     for (const Goal& goal : m_store.goals())

@@ -171,6 +171,8 @@ public:
     Q_INVOKABLE QStringList todos(const QString& goalTitle) const;
     Q_INVOKABLE QString todoID(const QString& title, const QString& goalTitle) const;
     Q_INVOKABLE void removeTodos();
+    /// The second, the fourth and so on of each goal go, all at once.
+    Q_INVOKABLE void removeEveryOtherTodo();
     Q_INVOKABLE QString priorityOf(const QString& goalTitle) const;
     /// Everything that the interface can say in its current language.
     Q_INVOKABLE QStringList knownTexts() const;

@@ -76,6 +76,8 @@ public:
     WindowListModel* windows(std::optional<GoalID> goalID) const;
 
 private:
+    /// `BoardTargetModel`, which the views follow, does not pass on which rows they use.
+    bool areUsersKnown() const override { return false; }
     void update();
     void describeFold(ColumnRow& column) const;
     void fill(WindowListModel& model, std::optional<GoalID> goalID) const;

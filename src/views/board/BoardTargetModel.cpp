@@ -34,8 +34,6 @@ BoardTargetModel::BoardTargetModel(const BoardColumnModel& columns, QObject* par
                               before + firstColumnRow);
             });
     connect(&columns, &Model::rowsMoved, this, [this] { endMoveRows(); });
-    connect(&columns, &Model::modelAboutToBeReset, this, [this] { beginResetModel(); });
-    connect(&columns, &Model::modelReset, this, [this] { endResetModel(); });
     connect(&columns, &Model::dataChanged, this,
             [this](const QModelIndex& first, const QModelIndex& last) {
                 Q_EMIT dataChanged(index(first.row() + firstColumnRow),

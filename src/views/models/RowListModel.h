@@ -28,19 +28,51 @@ public:
     const QList<Row>& rows() const { return m_rows; }
 
 protected:
-    /// Shares `rows`. Announces the least steps, or a reset where these would take longer than a
-    /// frame.
+    /// Shares `rows`. Announces the least steps. Where these would take longer than a frame, only
+    /// rows to which persistent indexes refer stay; all others are taken out and come in again.
     void setRows(const QList<Row>& rows)
     {
         if (rows == m_rows)
             return;
-        const std::vector<ListStep> steps = listSteps(m_rows, rows, &Row::key);
-        if (!areFollowed(steps, std::max(m_rows.size(), rows.size()))) {
-            beginResetModel();
-            m_rows = rows;
-            endResetModel();
-            return;
+        std::vector<ListStep> steps = listSteps(m_rows, rows, &Row::key);
+        if (areUsersKnown() && !areFollowed(steps, std::max(m_rows.size(), rows.size()))) {
+            const QList<Row> inUse = rowsInUse();
+            follow(listSteps(m_rows, inUse, &Row::key), inUse);
+            steps = listSteps(m_rows, rows, &Row::key);
         }
+        follow(steps, rows);
+    }
+
+    /// Whether each view of the model itself has persistent indexes of the rows that must stay.
+    virtual bool areUsersKnown() const { return true; }
+
+private:
+    struct RowRun
+    {
+        int first = 0;
+        int last = 0;
+    };
+
+    QList<Row> rowsInUse() const
+    {
+        std::vector<int> places;
+        const QModelIndexList indexes = this->persistentIndexList();
+        places.reserve(static_cast<std::size_t>(indexes.size()));
+        for (const QModelIndex& index : indexes)
+            places.push_back(index.row());
+        std::ranges::sort(places);
+        const auto repeated = std::ranges::unique(places);
+        places.erase(repeated.begin(), repeated.end());
+        QList<Row> inUse;
+        inUse.reserve(static_cast<qsizetype>(places.size()));
+        for (const int place : places)
+            inUse.append(m_rows.at(place));
+        return inUse;
+    }
+
+    /// The steps lead to `rows`.
+    void follow(const std::vector<ListStep>& steps, const QList<Row>& rows)
+    {
         std::vector<InsertRows> insertions;
         for (const ListStep& step : steps) {
             if (const auto* const insertion = std::get_if<InsertRows>(&step))
@@ -65,13 +97,6 @@ protected:
         for (const RowRun& run : changed)
             Q_EMIT this->dataChanged(this->index(run.first), this->index(run.last));
     }
-
-private:
-    struct RowRun
-    {
-        int first = 0;
-        int last = 0;
-    };
 
     /// Each step shifts the rows behind it, and its views follow it by itself.
     static bool areFollowed(const std::vector<ListStep>& steps, qsizetype rowCount)

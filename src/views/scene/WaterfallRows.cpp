@@ -45,8 +45,8 @@ const WaterfallRow* WaterfallRows::add(const WaterfallDelegate& delegate,
         return nullptr;
     item->setPosition(position);
     const auto next = std::ranges::lower_bound(m_rows, row, {}, &WaterfallRow::row);
-    return &*m_rows.insert(next, {row, item, &delegate, WaterfallDelegate::attachedTo(*item),
-                                  position, position, isNew});
+    return &*m_rows.insert(next, {row, model.index(row, 0), item, &delegate,
+                                  WaterfallDelegate::attachedTo(*item), position, position, isNew});
 }
 
 void WaterfallRows::clear()

@@ -6,6 +6,7 @@
 #include "views/scene/WaterfallDelegate.h"
 #include "views/scene/WaterfallItemPool.h"
 
+#include <QPersistentModelIndex>
 #include <QPointF>
 #include <QQuickItem>
 
@@ -19,6 +20,8 @@ namespace kelpa {
 struct WaterfallRow
 {
     int row = 0;
+    /// Tells the model that the row is in use.
+    QPersistentModelIndex index;
     QQuickItem* item = nullptr;
     const WaterfallDelegate* delegate = nullptr;
     /// Null for an item that declares none.

@@ -28,7 +28,6 @@ TodoListModel::TodoListModel(QObject* parent) : RowListModel(parent)
 {
     connect(this, &QAbstractItemModel::rowsInserted, this, &TodoListModel::countChanged);
     connect(this, &QAbstractItemModel::rowsRemoved, this, &TodoListModel::countChanged);
-    connect(this, &QAbstractItemModel::modelReset, this, &TodoListModel::countChanged);
 }
 
 QVariant TodoListModel::data(const QModelIndex& index, int role) const

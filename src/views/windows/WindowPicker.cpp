@@ -53,7 +53,6 @@ WindowPicker::WindowPicker(WindowStore& store, QObject* parent) : QObject(parent
         connect(&store, signal, this, [this] { update(Order::unchanged); });
     connect(&m_rows, &QAbstractItemModel::rowsInserted, this, &WindowPicker::rowCountChanged);
     connect(&m_rows, &QAbstractItemModel::rowsRemoved, this, &WindowPicker::rowCountChanged);
-    connect(&m_rows, &QAbstractItemModel::modelReset, this, &WindowPicker::rowCountChanged);
 }
 
 void WindowPicker::setSearchText(const QString& text)

@@ -70,6 +70,43 @@ Item {
             compare(other.lineCount, 1);
             compare(other.height, createTemporaryObject(lineText, root, {text: "A"}).height);
         }
+        /// Far more than the list goes through one by one when every other one goes.
+        function showMany(place) {
+            const titles = Array.from({length: 1500}, (_, i) => "Todo " + i);
+            world.board.todos.addLines(titles.join("\n"), place.columnID);
+            tryVerify(() => row(place, "Todo 0") !== null);
+        }
+        /// What is left is removed one by one.
+        function leaveFew() {
+            while (world.todos("First").length > 20)
+                world.removeEveryOtherTodo();
+        }
+        function test_a_title_is_edited_on_when_half_of_a_long_list_goes() {
+            const first = column("First");
+            showMany(first);
+            edit(first, "Todo 0");
+            type("abc");
+            const edited = field(first);
+            world.removeEveryOtherTodo();
+            tryVerify(() => row(first, "Todo 2") !== null && row(first, "Todo 1") === null);
+            compare(field(first), edited);
+            verify(edited.activeFocus);
+            compare(edited.text, "abc");
+            keyClick(Qt.Key_Return);
+            compare(world.todos("First")[0], "abc (todo)");
+            leaveFew();
+        }
+        function test_a_row_keeps_the_keyboard_when_half_of_a_long_list_goes() {
+            const first = column("First");
+            showMany(first);
+            content(first, "Todo 0").forceActiveFocus(Qt.TabFocusReason);
+            const focused = content(first, "Todo 0");
+            world.removeEveryOtherTodo();
+            tryVerify(() => row(first, "Todo 2") !== null && row(first, "Todo 1") === null);
+            compare(content(first, "Todo 0"), focused);
+            verify(focused.activeFocus);
+            leaveFew();
+        }
         function test_a_blank_title_keeps_the_editor_and_the_todo() {
             const first = column("First");
             show(first, "First", ["Read"]);
