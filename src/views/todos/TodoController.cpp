@@ -18,7 +18,10 @@ TodoController::TodoController(WindowStore& store, QObject* parent)
     for (const auto signal : {&WindowStore::goalsChanged, &WindowStore::unassignedTodosChanged,
                               &WindowStore::languageChanged, &WindowStore::searchTextChanged,
                               &WindowStore::lingeringTodoIDChanged})
-        connect(&store, signal, this, &TodoController::entriesChanged);
+        connect(&store, signal, this, [this] {
+            m_unifiedRows.dropUnused();
+            Q_EMIT entriesChanged();
+        });
     connect(&store, &WindowStore::todoEditorGoalIDChanged, this,
             &TodoController::editorColumnIDChanged);
     connect(&store, &WindowStore::todoEditorRequestIDChanged, this, [this] {

@@ -68,6 +68,7 @@ const QList<UnifiedTodoEntry>& UnifiedTodoRows::of(const QList<Goal>& goals,
                                                    const QString& unassignedTitle,
                                                    std::optional<TodoID> lingering)
 {
+    m_isUsed = true;
     const bool isKnown = goals.isSharedWith(m_goals) && unassigned.isSharedWith(m_unassigned) &&
                          unassignedTitle == m_unassignedTitle && lingering == m_lingering;
     if (isKnown)
@@ -78,6 +79,12 @@ const QList<UnifiedTodoEntry>& UnifiedTodoRows::of(const QList<Goal>& goals,
     m_lingering = lingering;
     m_rows = unifiedTodoEntries(goals, unassigned, unassignedTitle, lingering);
     return m_rows;
+}
+
+void UnifiedTodoRows::dropUnused()
+{
+    if (!std::exchange(m_isUsed, false))
+        *this = {};
 }
 
 QList<UnifiedTodoEntry> columnTodoEntries(const ColumnID& column, const QList<Goal>& goals,

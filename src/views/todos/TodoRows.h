@@ -56,8 +56,11 @@ public:
     const QList<UnifiedTodoEntry>& of(const QList<Goal>& goals, const QList<TodoItem>& unassigned,
                                       const QString& unassignedTitle,
                                       std::optional<TodoID> lingering);
+    /// The board changes: drops the rows that nobody has asked for since it did so last.
+    void dropUnused();
 
 private:
+    bool m_isUsed = false;
     /// Of what the rows are; they share the board's lists, so that a glance tells whether these are
     /// others.
     QList<Goal> m_goals;

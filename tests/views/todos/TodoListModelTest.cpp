@@ -163,6 +163,22 @@ TEST_F(TodoLists, Rows_that_are_kept_for_a_state_of_the_board_are_not_those_of_a
     EXPECT_FALSE(titles().startsWith(u"B@T"));
 }
 
+TEST_F(TodoLists, Rows_are_kept_only_while_a_list_of_all_todos_shows_them)
+{
+    const TodoID id = makeTodo(goalID, QStringLiteral("A"));
+    auto shown = list(unifiedTodosText);
+    const QList<UnifiedTodoEntry> rows = controller->entries(unifiedTodosText);
+    store().setSearchText(QStringLiteral("B"));
+    store().setSearchText({});
+    EXPECT_TRUE(rows.isSharedWith(controller->entries(unifiedTodosText)));
+    shown.reset();
+    for (const char16_t* const title : {u"B", u"C"})
+        store().updateTodo(id, QString::fromUtf16(title), goalID);
+    EXPECT_TRUE(rows.isDetached());
+    // Nor are they computed anew.
+    EXPECT_EQ(controller->entries(unifiedTodosText).constFirst().todo.title, u"C");
+}
+
 struct NumberRow
 {
     int number = 0;
