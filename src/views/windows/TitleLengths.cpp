@@ -44,7 +44,7 @@ bool isInFolder(QStringView title, qsizetype start, qsizetype next)
 qsizetype pathEnd(const QString& title, qsizetype start)
 {
     static const QRegularExpression separator(
-        QStringLiteral(R"(\s[-–—|:]\s|\s[(\[]|(?<command>:\s))"));
+        QStringLiteral(R"(\s[-\x{2013}\x{2014}|:]\s|\s[(\[]|(?<command>:\s))"));
     QRegularExpressionMatch match = separator.match(title, start);
     while (match.hasMatch() && !match.hasCaptured(u"command")) {
         const QRegularExpressionMatch next = separator.match(title, match.capturedEnd());
