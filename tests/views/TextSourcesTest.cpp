@@ -256,7 +256,6 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/store/WindowStoreTodos\\.cpp$", u"^kelpa --show$"},
     // What programs write into titles, in many languages: compared, never shown.
     {u"^src/windows/memory/(CommonTitles|TitleIdentity|TitleParts|TitleWords)\\.cpp$", u""},
-    {u"^src/views/windows/TitleLengths\\.cpp$", u""},
     // Names: of the product, of places, of types, of fonts.
     {u"^src/main\\.cpp$|^src/views/(scene/SymbolItem|ViewEngine)\\.cpp$",
      u"^(Kelpa(\\.(Scene|Appearance))?|SymbolPictures|ViewSettings)$"},
