@@ -51,12 +51,23 @@ QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const Go
         if (m_settled.value(window.id) == place)
             continue;
         m_settled.insert(window.id, place);
-        if (*window.desktopNumber == *pin || *window.desktopNumber == everyVirtualDesktop)
+        if (isGoingTo(*pin, window.id, *window.desktopNumber))
             continue;
-        m_sent.insert(window.id, {.desktop = *pin});
+        m_sent.insert(window.id, {.desktop = *pin, .from = *window.desktopNumber});
         moves.append({window, *pin});
     }
     return moves;
+}
+
+bool PinnedWindows::isGoingTo(int desktop, WindowID windowID, int listed) const
+{
+    if (listed == everyVirtualDesktop)
+        return true;
+    const auto sent = m_sent.constFind(windowID);
+    if (sent == m_sent.constEnd())
+        return listed == desktop;
+    // Until the desktop has done what it was asked, the list is late.
+    return sent->desktop == desktop && (listed == desktop || listed == sent->from);
 }
 
 void PinnedWindows::observe(const QList<WindowItem>& windows, Requests requests)

@@ -62,9 +62,14 @@ private:
     struct Sending
     {
         int desktop = 0;
+        /// Where the list showed it then.
+        int from = 0;
         /// How many passes did not show it since the requests were sent.
         int missedPasses = 0;
     };
+
+    /// Whether a window that is listed on desktop `listed` is on the other one or on its way.
+    bool isGoingTo(int desktop, WindowID windowID, int listed) const;
 
     /// The pin that each window has come under last.
     QHash<WindowID, Place> m_settled;

@@ -133,6 +133,16 @@ TEST_F(PinnedWindowsTest, A_late_desktop_counts_as_having_done_it_for_a_while)
     EXPECT_EQ(desktop(), 1);
 }
 
+TEST_F(PinnedWindowsTest, A_window_is_sent_back_also_before_a_late_list_shows_that_it_had_gone)
+{
+    const QList<WindowItem> late{window(1, taxes)};
+    EXPECT_EQ(due(late, {{taxes, 2}}), (Sent{{1, 2}}));
+    EXPECT_EQ(due(late, {{taxes, 1}}), (Sent{{1, 1}}));
+    EXPECT_EQ(due(late, {{taxes, 2}}), (Sent{{1, 2}}));
+    pinned.forget(taxes);
+    EXPECT_EQ(due(late, {{taxes, 2}}), Sent()) << "it is on its way";
+}
+
 TEST_F(PinnedWindowsTest, Once_a_pass_has_shown_it_there_only_the_list_counts)
 {
     due({window(1, taxes)}, {{taxes, 2}});
