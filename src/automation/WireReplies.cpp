@@ -81,7 +81,9 @@ bool takeRecord(const QVariantMap& map, GoalRecord& goal)
 {
     return take(map, idKey, goal.id) && take(map, titleKey, goal.title) &&
            take(map, priorityKey, goal.priority) && take(map, openTodosKey, goal.openTodos) &&
-           take(map, todosKey, goal.todos) && take(map, desktopKey, goal.desktop);
+           take(map, todosKey, goal.todos) &&
+           // Version 2 of the interface has none; a Kelpa of that version may still run.
+           (!map.contains(desktopKey) || take(map, desktopKey, goal.desktop));
 }
 
 bool takeRecord(const QVariantMap& map, TodoRecord& todo)

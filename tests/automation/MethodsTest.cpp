@@ -134,6 +134,23 @@ TEST(AutomationMethods, Replies_are_read_as_they_were_written)
     }
 }
 
+TEST(AutomationMethods, A_goal_of_an_earlier_version_is_pinned_to_none)
+{
+    const QString key = QStringLiteral("desktop");
+    const QList<GoalRecord> pinned{{goalID, QStringLiteral("Taxes"), GoalPriority::p1, 2, 3, 4}};
+    auto maps = toWire(Reply(pinned)).constFirst().value<QList<QVariantMap>>();
+    const auto read = [&maps] { return replyFrom(ReplyKind::goals, {QVariant::fromValue(maps)}); };
+    EXPECT_EQ(read(), Reply(pinned));
+    maps[0][key] = QStringLiteral("4");
+    EXPECT_EQ(read(), std::nullopt);
+    maps[0].remove(key);
+    QList<GoalRecord> unpinned = pinned;
+    unpinned[0].desktop = 0;
+    EXPECT_EQ(read(), Reply(unpinned));
+    maps[0].remove(QStringLiteral("todos"));
+    EXPECT_EQ(read(), std::nullopt);
+}
+
 TEST(AutomationMethods, A_reply_has_a_limit)
 {
     QList<TodoRecord> todos;
