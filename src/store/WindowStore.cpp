@@ -301,7 +301,7 @@ void WindowStore::Parts::loadState()
         entries.push_back(assignmentsEntry(state.assignments));
     else if (board.assignmentsDocument)
         entries.push_back({assignmentsKey, *board.assignmentsDocument});
-    if (state.pins != board.contents.pins)
+    if (state.pins != board.contents.pins || board.arePinsUnreadable)
         entries.push_back(goalPinsEntry(state.pins));
     // An earlier version left it when the memory was switched off.
     if (!state.isRememberingWindows)

@@ -105,6 +105,19 @@ TEST_F(BackupCommands, Restoring_leaves_what_is_remembered_of_windows_and_whethe
     EXPECT_EQ(value(rememberingWindowsKey), SettingsValue(false));
 }
 
+TEST_F(BackupCommands, A_backup_whose_pins_cannot_be_read_has_none)
+{
+    store(taxes);
+    ASSERT_TRUE(SqliteSettingsStore(path).write({{goalPinsKey, QByteArray("{}")}}));
+    const QString name = keep(QStringLiteral("2026-11-20T09:00:00Z"));
+    store(garden);
+    EXPECT_TRUE(listBackups(path).text.contains(u"goals: 1, open todos: 1"));
+    const CommandOutput output = restoreBackup(path, name);
+    EXPECT_EQ(output.exitStatus, 0) << qPrintable(output.error);
+    EXPECT_EQ(stored().goals, taxes);
+    EXPECT_EQ(stored().pins, GoalPins());
+}
+
 TEST_F(BackupCommands, An_unknown_name_changes_nothing)
 {
     store(taxes);

@@ -226,6 +226,7 @@ TEST_F(PinOperations, What_does_not_decode_counts_as_no_pin_and_is_copied_aside)
     settings.values.insert(goalPinsKey, QByteArray(R"({"version":2})"));
     EXPECT_TRUE(store().pins().isEmpty());
     EXPECT_EQ(settings.copiesAside(goalPinsKey).size(), 1);
+    EXPECT_EQ(settings.document(goalPinsKey), encodeGoalPins({}));
 }
 
 } // namespace

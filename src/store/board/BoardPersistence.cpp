@@ -62,11 +62,14 @@ StoredBoard loadBoard(SettingsStore& settings)
             settings.copyAside(assignmentsKey);
         }
     }
-    if (const auto document = storedDocument(settings, goalPinsKey)) {
-        if (auto pins = decodeGoalPins(*document))
+    if (settings.value(goalPinsKey)) {
+        const auto document = storedDocument(settings, goalPinsKey);
+        if (auto pins = document ? decodeGoalPins(*document) : std::nullopt) {
             board.contents.pins = *std::move(pins);
-        else
+        } else {
             settings.copyAside(goalPinsKey);
+            board.arePinsUnreadable = true;
+        }
     }
     board.isRememberingWindows = stored<bool>(settings, rememberingWindowsKey);
     if (board.isRememberingWindows.value_or(true))
@@ -102,8 +105,9 @@ std::optional<BoardContents> boardIn(const QMap<QString, SettingsValue>& values)
     const bool isRead =
         read(board.goals, decodeGoals, goalsKey, legacyGoalsKey) &&
         read(board.unassignedTodos, decodeTodos, unassignedTodosKey, QString()) &&
-        read(board.assignments, decodeAssignments, assignmentsKey, legacyAssignmentsKey) &&
-        read(board.pins, decodeGoalPins, goalPinsKey, QString());
+        read(board.assignments, decodeAssignments, assignmentsKey, legacyAssignmentsKey);
+    // The goals are worth more than where they are pinned to.
+    read(board.pins, decodeGoalPins, goalPinsKey, QString());
     return isRead && isFound ? std::optional(std::move(board)) : std::nullopt;
 }
 

@@ -41,6 +41,8 @@ struct StoredBoard
     /// The same for the windows of "Unsorted".
     std::optional<bool> isUnsortedUnfolded;
     BoardContents contents;
+    /// Pins are stored, but did not decode.
+    bool arePinsUnreadable = false;
     /// The document that the assignments were read from, byte for byte; absent when there is none.
     std::optional<QByteArray> assignmentsDocument;
     /// Absent when nothing is stored or it is not a Boolean.
@@ -65,7 +67,8 @@ struct EncodedBoard
 StoredBoard loadBoard(SettingsStore& settings);
 
 /// The board that the values of a file hold, as in a backup. Absent when a part of it does not
-/// decode, or there is neither a goal nor a todo nor a place for them.
+/// decode, or there is neither a goal nor a todo nor a place for them. Pins that do not decode
+/// count as none.
 std::optional<BoardContents> boardIn(const QMap<QString, SettingsValue>& values);
 
 /// The window numbers that are assigned in `settings`, also under the keys of an earlier release.

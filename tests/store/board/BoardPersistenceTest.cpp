@@ -230,8 +230,11 @@ TEST(BoardIn, The_values_of_a_file_are_its_board)
     EXPECT_EQ(boardIn(values), (BoardContents{{work}, {milk}, assignments}));
     values.insert(goalPinsKey, goalPinsEntry({{work.id, 3}}).value);
     EXPECT_EQ(boardIn(values), (BoardContents{{work}, {milk}, assignments, {{work.id, 3}}}));
-    values.insert(goalPinsKey, QByteArray("{}"));
-    EXPECT_EQ(boardIn(values), std::nullopt);
+    for (const SettingsValue& unreadable :
+         {SettingsValue(QByteArray("{}")), SettingsValue(QStringLiteral("none"))}) {
+        values.insert(goalPinsKey, unreadable);
+        EXPECT_EQ(boardIn(values), (BoardContents{{work}, {milk}, assignments}));
+    }
     values.remove(goalPinsKey);
 
     // An earlier release had no todos without a goal.
@@ -244,6 +247,7 @@ TEST(BoardIn, Values_that_are_no_board_are_none)
 {
     EXPECT_EQ(boardIn({}), std::nullopt);
     EXPECT_EQ(boardIn({{languageKey, QStringLiteral("en")}}), std::nullopt);
+    EXPECT_EQ(boardIn({{goalPinsKey, QByteArray("{}")}}), std::nullopt);
     EXPECT_EQ(boardIn({{goalsKey, QByteArray("[]")}, {unassignedTodosKey, QByteArray("[1]")}}),
               std::nullopt);
     EXPECT_EQ(boardIn({{goalsKey, QStringLiteral("[]")}}), std::nullopt);
