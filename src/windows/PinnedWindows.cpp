@@ -40,8 +40,9 @@ QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const Go
     QList<DesktopMove> moves;
     for (const WindowItem& window : windows) {
         const auto settled = m_settled.find(window.id);
-        // Where the goal is only pinned no more, undo may pin it again.
-        if (settled != m_settled.end() && window.goalID != settled->goalID)
+        // Where the goal is pinned no more, or no longer there, undo may bring both back.
+        if (settled != m_settled.end() && window.goalID != settled->goalID &&
+            pins.contains(settled->goalID))
             m_settled.erase(settled);
         const auto pin = window.goalID ? pins.constFind(*window.goalID) : pins.constEnd();
         if (pin == pins.constEnd() || !window.desktopNumber ||

@@ -133,6 +133,29 @@ TEST_F(PinOperations, A_deleted_goal_takes_its_pin_along_and_undo_brings_both_ba
     EXPECT_EQ(store().pinOf(goalID), 2);
 }
 
+TEST_F(PinOperations, Undoing_a_deletion_leaves_windows_where_the_person_has_put_them)
+{
+    open(3);
+    store().pinGoal(goalID, 2);
+    takeRequests();
+    const auto deleteAndUndo = [this] {
+        setDesktop(1, 4);
+        takeRequests();
+        store().deleteGoal(goalID);
+        QStringList requests = takeRequests();
+        store().undo();
+        requests += takeRequests();
+        return requests;
+    };
+    EXPECT_EQ(deleteAndUndo(), QStringList());
+    const GoalID other = makeGoal();
+    store().assign(3, other);
+    store().pinGoal(other, 3);
+    EXPECT_EQ(takeRequests(), QStringList{QStringLiteral("send to 3: 3")});
+    EXPECT_EQ(deleteAndUndo(), QStringList()) << "with another pinned goal";
+    EXPECT_EQ(store().pins(), (GoalPins{{goalID, 2}, {other, 3}}));
+}
+
 TEST_F(PinOperations, Nothing_is_pinned_to_what_is_not_there)
 {
     open(2);

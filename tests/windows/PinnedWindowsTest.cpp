@@ -108,6 +108,13 @@ TEST_F(PinnedWindowsTest, Another_pin_takes_the_windows_along_and_none_leaves_th
     EXPECT_EQ(due({window(1, taxes, 1)}, {{taxes, 2}}), (Sent{{1, 2}}));
 }
 
+TEST_F(PinnedWindowsTest, A_goal_that_is_deleted_and_brought_back_leaves_its_windows_where_they_are)
+{
+    due({window(1, taxes)}, {{taxes, 2}, {garden, 3}});
+    EXPECT_EQ(due({window(1, std::nullopt, 4)}, {{garden, 3}}), Sent());
+    EXPECT_EQ(due({window(1, taxes, 4)}, {{taxes, 2}, {garden, 3}}), Sent());
+}
+
 TEST_F(PinnedWindowsTest, Pinning_anew_gathers_what_has_strayed)
 {
     const GoalPins pins{{taxes, 2}, {garden, 3}};
