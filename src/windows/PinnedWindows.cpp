@@ -22,8 +22,10 @@ void PinnedWindows::settle(const Assignments& assignments, const GoalPins& pins)
 {
     for (const WindowID windowID : assignedWindows(assignments)) {
         const GoalID goalID = assignments.value(assignmentKey(windowID));
-        if (const auto pin = pins.constFind(goalID); pin != pins.constEnd())
+        if (const auto pin = pins.constFind(goalID); pin != pins.constEnd()) {
             m_settled.insert(windowID, {goalID, *pin});
+            m_fromEarlierRun.insert(windowID);
+        }
     }
 }
 
@@ -45,8 +47,13 @@ QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const Go
             pins.contains(settled->goalID))
             m_settled.erase(settled);
         const auto pin = window.goalID ? pins.constFind(*window.goalID) : pins.constEnd();
-        if (pin == pins.constEnd() || !window.desktopNumber ||
-            !isDesktopThere(*pin, virtualDesktops))
+        if (pin == pins.constEnd() || !window.desktopNumber)
+            continue;
+        const bool isThere = isDesktopThere(*pin, virtualDesktops);
+        // Nothing says whether it had been sent or waited for its desktop.
+        if (!virtualDesktops.isEmpty() && m_fromEarlierRun.remove(window.id) && !isThere)
+            m_settled.remove(window.id);
+        if (!isThere)
             continue;
         const Place place{*window.goalID, *pin};
         if (m_settled.value(window.id) == place)

@@ -8,6 +8,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QStringList>
 
 #include <cstdint>
@@ -30,7 +31,8 @@ bool isDesktopThere(int number, const QStringList& virtualDesktops);
 class PinnedWindows
 {
 public:
-    /// These windows have come under these pins in an earlier run: they stay where they are.
+    /// These windows have come under these pins in an earlier run: they stay where they are. Those
+    /// whose desktop is not there when they are first listed are sent when it appears.
     void settle(const Assignments& assignments, const GoalPins& pins);
 
     /// The person pins the goal: all of its windows are sent, also those that were sent before.
@@ -73,6 +75,8 @@ private:
 
     /// The pin that each window has come under last.
     QHash<WindowID, Place> m_settled;
+    /// Windows of an earlier run that have not been listed yet.
+    QSet<WindowID> m_fromEarlierRun;
     /// What no pass has shown yet.
     QHash<WindowID, Sending> m_sent;
 };

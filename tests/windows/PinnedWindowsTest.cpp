@@ -99,6 +99,18 @@ TEST_F(PinnedWindowsTest, Windows_of_an_earlier_run_stay_and_new_ones_are_sent)
               (Sent{{2, 2}, {3, 2}}));
 }
 
+TEST_F(PinnedWindowsTest, A_window_of_an_earlier_run_is_sent_once_when_its_desktop_first_appears)
+{
+    const GoalPins pins{{taxes, 3}};
+    pinned.settle({{assignmentKey(1), taxes}, {assignmentKey(2), taxes}}, pins);
+    EXPECT_EQ(due({window(1, taxes)}, pins, {}), Sent());
+    EXPECT_EQ(due({window(1, taxes)}, pins, fourDesktops.first(2)), Sent());
+    EXPECT_EQ(due({window(1, taxes), window(2, taxes)}, pins), (Sent{{1, 3}}));
+    EXPECT_EQ(due({window(1, taxes, 4), window(2, taxes)}, pins), Sent());
+    EXPECT_EQ(due({window(2, taxes, 2)}, pins, fourDesktops.first(2)), Sent());
+    EXPECT_EQ(due({window(2, taxes, 2)}, pins), Sent()) << "its desktop was there at first";
+}
+
 TEST_F(PinnedWindowsTest, Another_pin_takes_the_windows_along_and_none_leaves_them)
 {
     due({window(1, taxes)}, {{taxes, 2}});
