@@ -181,7 +181,8 @@ public:
         }
         if (const auto failure = failureOfWindows())
             return *failure;
-        if (!m_store.canPinGoals())
+        // Of a window manager, which may be replaced, only its list says whether it has desktops.
+        if (!m_store.canPinGoals() || m_store.virtualDesktops().isEmpty())
             return Failure{FailureKind::notOffered,
                            QStringLiteral("Kelpa cannot send windows to virtual desktops here; "
                                           "'kelpa --about-desktop' says why")};

@@ -39,6 +39,8 @@ enum class AbilityGap : std::uint8_t {
     display,
     /// No window manager runs that lists windows and acts on them.
     windowManager,
+    /// The window manager announces no virtual desktops, or not that it sends windows there.
+    virtualDesktopHints,
     /// The X server has no Composite extension, by which it captures windows one by one.
     composite,
     /// The X server does not report keys that are typed into other programs.

@@ -285,6 +285,11 @@ TEST_F(AutomationOperations, A_goal_is_pinned_to_a_desktop_by_number_or_name)
     for (const char* const name : {"0", "-1", "6", "9", "4294967297", "mail", " ", "1.0"})
         EXPECT_EQ(pin(name), FailureKind::unknownDesktop) << name;
     EXPECT_EQ(store().pinOf(goalID), 1);
+    const QStringList names = std::exchange(desktop.virtualDesktops, {});
+    store().refresh();
+    EXPECT_EQ(pin("2"), FailureKind::notOffered);
+    desktop.virtualDesktops = names;
+    store().refresh();
     desktop.lack(DesktopAbility::virtualDesktops);
     EXPECT_EQ(pin("2"), FailureKind::notOffered);
     EXPECT_EQ(pin(""), std::nullopt);

@@ -39,6 +39,9 @@ GapText textOf(AbilityGap gap, DesktopAbility ability)
     case AbilityGap::windowManager:
         return {QStringLiteral("no window manager runs that lists windows"),
                 QStringLiteral("start a window manager that follows the EWMH conventions")};
+    case AbilityGap::virtualDesktopHints:
+        return {QStringLiteral("the window manager announces no virtual desktops"),
+                QStringLiteral("start a window manager that has them by the EWMH conventions")};
     case AbilityGap::composite:
         return {QStringLiteral("the X server has no Composite extension"),
                 QStringLiteral("switch that extension on in the X server's configuration")};

@@ -41,6 +41,7 @@ DesktopAbilities lastingAbilities(const DisplayFacts& facts)
 {
     DisplayFacts lasting = facts;
     lasting.hasWindowManager = true;
+    lasting.hasVirtualDesktops = true;
     lasting.hasComposite = true;
     return abilitiesOn(lasting);
 }

@@ -35,6 +35,8 @@ std::optional<DisplayFacts> readDisplayFacts(DisplayConnector& connector)
     if (display->connection().isBroken())
         return std::nullopt;
     return DisplayFacts{.hasWindowManager = clients.hasWindowManager,
+                        .hasVirtualDesktops =
+                            clients.hasWindowManager && root.context.desktopCount > 0,
                         .hasComposite = display->hasComposite(),
                         .hasRawKeys = !failure,
                         .isXwayland = failure && *failure == RawKeyFailure::xwayland};
@@ -53,6 +55,8 @@ DesktopAbilities abilitiesOn(const std::optional<DisplayFacts>& facts)
     if (!facts->hasWindowManager)
         lack(abilities, AbilityGap::windowManager,
              {windows, actions, quitting, minimizing, geometry, virtualDesktops, previews});
+    else if (!facts->hasVirtualDesktops)
+        lack(abilities, AbilityGap::virtualDesktopHints, {virtualDesktops});
     if (facts->isXwayland)
         lack(abilities, AbilityGap::keysOfXwayland, {globalKeys});
     else if (!facts->hasRawKeys)

@@ -13,6 +13,8 @@ struct DisplayFacts
 {
     /// An EWMH window manager runs.
     bool hasWindowManager = false;
+    /// It announces virtual desktops, and that it sends windows there.
+    bool hasVirtualDesktops = false;
     bool hasComposite = false;
     /// XInput 2 and XKB report the keys that are typed into any program.
     bool hasRawKeys = false;

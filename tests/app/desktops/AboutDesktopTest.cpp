@@ -16,6 +16,7 @@ TEST(AboutDesktop, Names_what_was_found_and_that_all_is_there)
         .x11Display = ":0",
         .waylandDisplay = {},
         .display = x11::DisplayFacts{.hasWindowManager = true,
+                                     .hasVirtualDesktops = true,
                                      .hasComposite = true,
                                      .hasRawKeys = true,
                                      .isXwayland = false},
@@ -45,6 +46,7 @@ TEST(AboutDesktop, Says_what_is_missing_and_what_mends_it)
         .x11Display = ":0",
         .waylandDisplay = "wayland-1",
         .display = x11::DisplayFacts{.hasWindowManager = true,
+                                     .hasVirtualDesktops = false,
                                      .hasComposite = false,
                                      .hasRawKeys = false,
                                      .isXwayland = true},
@@ -64,7 +66,8 @@ actions     yes
 quitting    yes
 minimising  yes
 geometry    yes
-desktops    yes
+desktops    no: the window manager announces no virtual desktops
+            to mend it: start a window manager that has them by the EWMH conventions
 previews    no: the X server has no Composite extension
             to mend it: switch that extension on in the X server's configuration
 double tap  no: Xwayland hears no keys that are typed into other programs

@@ -11,8 +11,11 @@ namespace {
 
 using x11::DisplayFacts;
 
-constexpr DisplayFacts complete{
-    .hasWindowManager = true, .hasComposite = true, .hasRawKeys = true, .isXwayland = false};
+constexpr DisplayFacts complete{.hasWindowManager = true,
+                                .hasVirtualDesktops = true,
+                                .hasComposite = true,
+                                .hasRawKeys = true,
+                                .isXwayland = false};
 
 AbilityShortfall missing(AbilityGap gap)
 {
@@ -29,6 +32,7 @@ TEST(DisplayFacts, Are_those_of_the_servers_extensions_and_its_window_manager)
 {
     const XServer server;
     EXPECT_EQ(factsOn(server), (DisplayFacts{.hasWindowManager = false,
+                                             .hasVirtualDesktops = false,
                                              .hasComposite = true,
                                              .hasRawKeys = true,
                                              .isXwayland = false}));
@@ -76,6 +80,17 @@ TEST(X11Abilities, Without_a_window_manager_are_the_keys_alone)
     EXPECT_EQ(abilities.shortfall(DesktopAbility::globalKeys), std::nullopt);
 }
 
+TEST(X11Abilities, Without_announced_virtual_desktops_are_all_but_these)
+{
+    DisplayFacts facts = complete;
+    facts.hasVirtualDesktops = false;
+    EXPECT_EQ(x11::abilitiesOn(facts).shortfalls,
+              (std::map<DesktopAbility, AbilityShortfall>{
+                  {DesktopAbility::virtualDesktops, missing(AbilityGap::virtualDesktopHints)}}));
+    EXPECT_EQ(x11::lastingAbilities(facts), DesktopAbilities{})
+        << "the next window manager may have them";
+}
+
 TEST(X11Abilities, Lack_what_a_missing_extension_gives)
 {
     DisplayFacts facts = complete;
@@ -89,8 +104,11 @@ TEST(X11Abilities, Lack_what_a_missing_extension_gives)
 
 TEST(X11Abilities, On_Xwayland_have_some_of_the_windows_and_no_keys)
 {
-    const DisplayFacts facts{
-        .hasWindowManager = true, .hasComposite = true, .hasRawKeys = false, .isXwayland = true};
+    const DisplayFacts facts{.hasWindowManager = true,
+                             .hasVirtualDesktops = true,
+                             .hasComposite = true,
+                             .hasRawKeys = false,
+                             .isXwayland = true};
     EXPECT_EQ(
         x11::abilitiesOn(facts).shortfalls,
         (std::map<DesktopAbility, AbilityShortfall>{
@@ -100,8 +118,11 @@ TEST(X11Abilities, On_Xwayland_have_some_of_the_windows_and_no_keys)
 
 TEST(X11Abilities, That_last_leave_out_what_comes_and_goes)
 {
-    const DisplayFacts facts{
-        .hasWindowManager = false, .hasComposite = false, .hasRawKeys = false, .isXwayland = false};
+    const DisplayFacts facts{.hasWindowManager = false,
+                             .hasVirtualDesktops = false,
+                             .hasComposite = false,
+                             .hasRawKeys = false,
+                             .isXwayland = false};
     EXPECT_EQ(x11::lastingAbilities(facts).shortfalls,
               (std::map<DesktopAbility, AbilityShortfall>{
                   {DesktopAbility::globalKeys, missing(AbilityGap::rawKeys)}}));

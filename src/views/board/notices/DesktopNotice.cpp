@@ -13,6 +13,7 @@ CopyKey explanation(AbilityGap gap, AbilityRequests requests)
     case AbilityGap::compositor:
         return CopyKey::DesktopSilent;
     case AbilityGap::windowManager:
+    case AbilityGap::virtualDesktopHints:
         return CopyKey::WindowManagerText;
     case AbilityGap::composite:
         return CopyKey::CompositeText;
