@@ -25,9 +25,7 @@ Failure ambiguous(const QString& kinds, const QString& name, const QList<Record>
         lines.append(QStringLiteral("  …"));
     return {FailureKind::ambiguousName,
             QStringLiteral("'%1' names %2 %3; name one by its identifier:\n%4")
-                .arg(singleLine(name))
-                .arg(found.size())
-                .arg(kinds, lines.join(u'\n'))};
+                .arg(singleLine(name), QString::number(found.size()), kinds, lines.join(u'\n'))};
 }
 
 template <class ID, class Record>
@@ -82,12 +80,10 @@ std::variant<int, Failure> desktopNamed(const QString& name, const QStringList& 
     if (count > 1)
         return Failure{FailureKind::ambiguousName,
                        QStringLiteral("'%1' names %2 virtual desktops; name one by its number")
-                           .arg(quoted)
-                           .arg(count)};
+                           .arg(quoted, QString::number(count))};
     return Failure{FailureKind::unknownDesktop,
                    QStringLiteral("there is no virtual desktop '%1'; there are %2")
-                       .arg(quoted)
-                       .arg(desktops.size())};
+                       .arg(quoted, QString::number(desktops.size()))};
 }
 
 } // namespace kelpa::automation

@@ -58,6 +58,20 @@ TEST(CommandNames, Are_identifiers_titles_or_beginnings_of_identifiers)
                              "  AAAA1111-0000-4000-8000-000000000002  bbbb"));
 }
 
+TEST(CommandNames, Are_quoted_as_they_were_typed)
+{
+    const auto messageOf = [](const auto& named) { return std::get<Failure>(named).message; };
+    const QString name = QStringLiteral("%1 of %2 %3");
+    EXPECT_EQ(messageOf(goalNamed(name, {{firstID, name}, {secondID, name}})),
+              QStringLiteral("'%1 of %2 %3' names 2 goals; name one by its identifier:\n"
+                             "  AAAA0000-0000-4000-8000-000000000001  %1 of %2 %3\n"
+                             "  AAAA1111-0000-4000-8000-000000000002  %1 of %2 %3"));
+    EXPECT_EQ(messageOf(desktopNamed(name, {name, name, QString()})),
+              QStringLiteral("'%1 of %2 %3' names 2 virtual desktops; name one by its number"));
+    EXPECT_EQ(messageOf(desktopNamed(name, {QString(), QString()})),
+              QStringLiteral("there is no virtual desktop '%1 of %2 %3'; there are 2"));
+}
+
 TEST(CommandListings, Have_a_line_for_each_record)
 {
     const QList<GoalRecord> goals{{firstID, QStringLiteral("Taxes"), GoalPriority::p0, 12, 13},
