@@ -177,7 +177,7 @@ private:
         if (word == u"delete-goal")
             return DeleteGoal{goal()};
         if (word == u"pin")
-            return PinGoal{goal(), operands.at(1) == u"none" ? QString() : operands.at(1)};
+            return PinGoal{goal(), desktop(operands.at(1))};
         if (word == u"raise")
             return RaiseWindows{goal()};
         if (word == u"work")
@@ -190,6 +190,16 @@ private:
         if (m_command.before || m_command.behind)
             return PlaceTodo{todo(), todoOf(placeName()), place()};
         return MoveTodo{todo(), list()};
+    }
+
+    /// Empty for none, as the request has it.
+    static QString desktop(const QString& name)
+    {
+        if (name.isEmpty())
+            throw Stop{{FailureKind::unknownDesktop,
+                        QStringLiteral("an empty name names no virtual desktop; 'none' takes the "
+                                       "pin off")}};
+        return name == u"none" ? QString() : name;
     }
 
     static WindowID window(const QString& number)

@@ -158,6 +158,39 @@ TEST_F(ClosedBoard, Has_neither_windows_nor_steps)
     }
 }
 
+TEST_F(ClosedBoard, Takes_pins_off_and_pins_nothing)
+{
+    const GoalPins pins{{taxes.id, 3}};
+    ASSERT_TRUE(SqliteSettingsStore(path).write({goalPinsEntry(pins)}));
+    const CommandOutput refused = run("pin Taxes 2");
+    EXPECT_EQ(refused.exitStatus, 1);
+    EXPECT_TRUE(refused.error.startsWith(QStringLiteral("kelpa: Kelpa does not run")))
+        << qPrintable(refused.error);
+    const CommandOutput empty = run("pin Taxes ");
+    EXPECT_EQ(empty.exitStatus, 1);
+    EXPECT_TRUE(empty.error.contains(QStringLiteral("'none'"))) << qPrintable(empty.error);
+    EXPECT_EQ(saved().pins, pins);
+    const CommandOutput taken = run("pin Taxes none");
+    EXPECT_EQ(taken.exitStatus, 0) << qPrintable(taken.error);
+    EXPECT_EQ(saved().pins, GoalPins());
+    EXPECT_EQ(saved().goals, QList<Goal>{taxes});
+}
+
+TEST_F(ClosedBoard, Is_read_and_changed_where_its_pins_cannot_be_read)
+{
+    const QByteArray unreadable(R"({"version":2,"pins":[]})");
+    ASSERT_TRUE(SqliteSettingsStore(path).write({{goalPinsKey, unreadable}}));
+    EXPECT_TRUE(run("goals").text.endsWith(QStringLiteral("  Taxes\n")));
+    EXPECT_EQ(run("add Bread").exitStatus, 0);
+    EXPECT_EQ(saved().goals, QList<Goal>{taxes});
+    EXPECT_EQ(saved().unassignedTodos.size(), 2);
+    const SqliteSettingsStore file(path);
+    EXPECT_EQ(file.value(goalPinsKey), goalPinsEntry({}).value);
+    const QStringList copies = file.copiesAside(goalPinsKey);
+    ASSERT_EQ(copies.size(), 1);
+    EXPECT_EQ(file.value(copies.at(0)), SettingsValue(unreadable));
+}
+
 TEST_F(ClosedBoard, Says_what_is_wrong_by_its_exit_status)
 {
     EXPECT_EQ(run("done Nothing").exitStatus, 1);

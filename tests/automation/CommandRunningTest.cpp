@@ -212,6 +212,22 @@ TEST_F(CommandRunning, Goals_and_windows_go_their_way_by_commands)
     EXPECT_EQ(failureOf(line("prioritize Another p9")), FailureKind::unknownGoal);
 }
 
+TEST_F(CommandRunning, Only_none_takes_a_pin_off)
+{
+    desktop.virtualDesktops = {QStringLiteral("Home"), QStringLiteral("Web")};
+    store().startObserving();
+    outputOf(line("add-goal One"));
+    const GoalID goalID = store().goals().at(0).id;
+    outputOf(line("pin One Web"));
+    EXPECT_EQ(failureOf({QStringLiteral("pin"), QStringLiteral("One"), QString()}),
+              FailureKind::unknownDesktop);
+    EXPECT_EQ(failureOf({QStringLiteral("pin"), QStringLiteral("One"), QStringLiteral(" ")}),
+              FailureKind::unknownDesktop);
+    EXPECT_EQ(store().pinOf(goalID), 2);
+    outputOf(line("pin One none"));
+    EXPECT_EQ(store().pinOf(goalID), std::nullopt);
+}
+
 TEST_F(CommandRunning, Programs_read_JSON)
 {
     outputOf(line("add-goal Taxes"));
