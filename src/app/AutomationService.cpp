@@ -25,14 +25,18 @@ const QString windowsPart = QStringLiteral("windows");
 AutomationService::AutomationService(BusObject& object, WindowStore& store, Scheduler& scheduler,
                                      Surroundings surroundings)
     : m_object(object), m_store(store), m_scheduler(scheduler),
-      m_surroundings(std::move(surroundings)), m_lists(scheduler)
+      m_surroundings(std::move(surroundings)), m_lists(scheduler), m_pins(store.pins())
 {
     connect(&store, &WindowStore::goalsChanged, this, [this] {
         // A goal's todos are a part of it.
         noteChanged(goalsPart);
         noteChanged(todosPart);
     });
-    connect(&store, &WindowStore::pinsChanged, this, [this] { noteChanged(goalsPart); });
+    connect(&store, &WindowStore::pinsChanged, this, [this] {
+        // Also emitted for the virtual desktops that there are, which are no part of the board.
+        if (std::exchange(m_pins, m_store.pins()) != m_store.pins())
+            noteChanged(goalsPart);
+    });
     connect(&store, &WindowStore::unassignedTodosChanged, this, [this] { noteChanged(todosPart); });
     connect(&store, &WindowStore::windowsChanged, this, [this] { noteChanged(windowsPart); });
     m_object.setHandler(

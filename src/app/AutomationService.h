@@ -3,6 +3,7 @@
 #pragma once
 
 #include "automation/Operations.h"
+#include "model/GoalPins.h"
 #include "platform/Scheduler.h"
 #include "platform/TaskQueue.h"
 #include "platform/freedesktop/bus/BusObject.h"
@@ -48,6 +49,8 @@ private:
     const automation::Surroundings m_surroundings;
     TaskQueue m_lists;
     int m_listsUnderWay = 0;
+    /// As they were noted last.
+    GoalPins m_pins;
     /// Not announced yet, in the order in which they changed.
     QStringList m_changed;
     TaskHandle m_announcement;

@@ -368,6 +368,16 @@ TEST_F(AutomationBus, Changes_are_announced_once_for_many)
     board.store.assign(7, one);
     ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 1; }, limit));
     EXPECT_EQ(listener.parts.at(1), QStringList{QStringLiteral("windows")});
+    // Forgets the names of the virtual desktops too, and reads them again.
+    board.store.stopObserving();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 2; }, limit));
+    EXPECT_EQ(listener.parts.at(2), QStringList{QStringLiteral("windows")});
+    board.store.startObserving();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 3; }, limit));
+    EXPECT_EQ(listener.parts.at(3), QStringList{QStringLiteral("windows")});
+    board.store.pinGoal(one, 2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 4; }, limit));
+    EXPECT_EQ(listener.parts.at(4), QStringList{QStringLiteral("goals")});
 }
 
 TEST_F(AutomationBus, Without_a_board_a_caller_learns_that_it_is_early)
