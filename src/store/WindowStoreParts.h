@@ -87,6 +87,8 @@ struct WindowStore::Parts
     /// The window that was opened for the goal has appeared, or the remembered one that was opened
     /// again.
     void takeLaunchedWindow(GoalID goalID, WindowID windowID, std::optional<WindowID> remembered);
+    /// Goes to the virtual desktop of the goal, if the new window is sent there.
+    void followToPin(GoalID goalID, WindowID windowID);
     /// A remembered window has been opened again, or not.
     void noteReopening(const RememberedWindow& window, const Reopening& reopening);
     /// The application of a remembered window of the goal was started and has opened none.

@@ -244,6 +244,30 @@ TEST_F(PinOperations, Working_on_a_pinned_goal_goes_to_its_desktop)
     EXPECT_FALSE(store().hasWorkplace(goalID));
 }
 
+TEST_F(PinOperations, A_window_that_the_person_opens_for_the_goal_is_followed_to_its_desktop)
+{
+    open(2);
+    store().pinGoal(goalID, 3);
+    takeRequests();
+    desktop.launchedIdentifier = QStringLiteral("org.example.App1007");
+    const auto opened = [this](int number) {
+        store().createTerminal(goalID);
+        scheduler.advance(0ms);
+        const auto id = static_cast<WindowID>(desktop.windowList->size() + 5);
+        desktop.addAccessibleWindow(id, 1007, QString::number(id)).desktopNumber = number;
+        scheduler.advance(250ms);
+        EXPECT_EQ(goalOf(id), goalID);
+        return takeRequests();
+    };
+    EXPECT_EQ(opened(1),
+              (QStringList{QStringLiteral("send to 3: 7"), QStringLiteral("show desktop 3"),
+                           QStringLiteral("raise 7")}));
+    EXPECT_EQ(opened(3), QStringList()) << "there already";
+    EXPECT_EQ(opened(everyVirtualDesktop), QStringList());
+    desktop.virtualDesktops = {QString(), QString()};
+    EXPECT_EQ(opened(1), QStringList()) << "that desktop is not there";
+}
+
 TEST_F(PinOperations, What_does_not_decode_counts_as_no_pin_and_is_copied_aside)
 {
     settings.values.insert(goalPinsKey, QByteArray(R"({"version":2})"));
