@@ -54,7 +54,7 @@ inline constexpr std::array commandTable{
     CommandRow{u"assign", u"WINDOW", 1, false, goalOption | unsortedOption,
                u"Put a window into a goal. Needs a running Kelpa."},
     CommandRow{u"pin", u"GOAL DESKTOP", 2, true, noOptions,
-               u"Pin a goal to a desktop, or to 'none'. Needs a running Kelpa."},
+               u"Pin a goal to a desktop (needs a running Kelpa), or to 'none'."},
     CommandRow{u"show", u"GOAL", 1, false, noOptions,
                u"Bring Kelpa forward with a goal selected. Needs a running Kelpa."},
     CommandRow{u"raise", u"GOAL", 1, false, noOptions,
