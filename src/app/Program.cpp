@@ -58,6 +58,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
       m_backupFiles(settings.path()), m_store(m_desktop->platform(), settings, scheduler),
       m_backups(m_store, m_backupFiles, scheduler),
       m_transfer(m_store, m_backupFiles, m_files, scheduler),
+      m_session(m_store, m_desktop->platform().abilities, scheduler, m_boardPath),
       m_view(m_store, m_desktop->platform().applications, m_iconReaders,
              {.keyNames = KeyNames::withSuper(),
               .appearance = std::nullopt,
@@ -66,7 +67,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
       m_entry(m_store, m_view, m_desktop->ownWindow()), m_doubleTap(m_desktop->globalKeys()),
       m_presence(m_store, m_desktop->notifications(), KeyNames::withSuper(),
                  [this] { return waysBack(); }),
-      m_session(m_store, scheduler, m_boardPath), m_notifier(m_store, m_desktop->notifications())
+      m_notifier(m_store, m_desktop->notifications())
 {
     m_view.setBackups(m_backups);
     m_view.setTransfer(m_transfer, m_fileDialogs, m_files, scheduler);

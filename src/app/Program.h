@@ -124,11 +124,12 @@ private:
     BoardTransfer m_transfer;
     /// All icons come from one window server, so one reader is enough.
     const std::shared_ptr<WorkerPool> m_iconReaders = std::make_shared<WorkerPool>(1);
+    /// Before the views, which refer to it.
+    SessionIntegration m_session;
     ViewEngine m_view;
     EntryWindow m_entry;
     GlobalDoubleTap m_doubleTap;
     Presence m_presence;
-    SessionIntegration m_session;
     /// Absent until the window exists.
     std::optional<WindowRaiser> m_raiser;
     /// What asked for the board that is being loaded.

@@ -42,18 +42,14 @@ ShortcutsPortal::Options shortcutOptions(const QString& boardPath)
 
 } // namespace
 
-SessionIntegration::SessionIntegration(WindowStore& store, Scheduler& scheduler,
-                                       const QString& boardPath)
+SessionIntegration::SessionIntegration(WindowStore& store, AbilityReport& abilities,
+                                       Scheduler& scheduler, const QString& boardPath)
     : m_autostart(autostartPlaces(), sessionCommand(boardPath),
                   [](const BackgroundQuestion& question, const std::stop_token& stop) {
                       return askBackgroundPortal(question, stop);
                   }),
       m_start(m_autostart, scheduler), m_portal(scheduler, shortcutOptions(boardPath)),
-      m_shortcuts(m_portal, [&store] { return shortcutDescriptions(store.language()); })
-{
-    const auto follow = [this, &store] { m_shortcuts.follow(store.abilities()); };
-    connect(&store, &WindowStore::abilitiesChanged, this, follow);
-    follow();
-}
+      m_shortcuts(m_portal, abilities, [&store] { return shortcutDescriptions(store.language()); })
+{}
 
 } // namespace kelpa

@@ -6,22 +6,21 @@
 #include "store/desktop/DesktopShortcuts.h"
 #include "store/desktop/SessionStart.h"
 
-#include <QObject>
 #include <QString>
 
 namespace kelpa {
 
+class AbilityReport;
 class Scheduler;
 class WindowStore;
 
 /// Main thread. Background work that has begun refers to the parts, so it ends before they do.
-class SessionIntegration : public QObject
+class SessionIntegration
 {
-    Q_OBJECT
-
 public:
-    /// `boardPath` is that of the board's file. Both references outlive this object.
-    SessionIntegration(WindowStore& store, Scheduler& scheduler, const QString& boardPath);
+    /// `boardPath` is that of the board's file. All references outlive this object.
+    SessionIntegration(WindowStore& store, AbilityReport& abilities, Scheduler& scheduler,
+                       const QString& boardPath);
 
     SessionStart& start() { return m_start; }
     DesktopShortcuts& shortcuts() { return m_shortcuts; }

@@ -19,8 +19,8 @@ public:
     /// thread; returns at once.
     virtual DesktopAbilities abilities() const = 0;
 
-    /// Calls `changed` on the main thread whenever `abilities` gives something else. Null when that
-    /// never happens. Main thread; returns at once.
+    /// Calls `changed` on the main thread whenever `abilities` gives something else; there may be
+    /// several subscriptions. Null when that never happens. Main thread; returns at once.
     [[nodiscard]] virtual std::unique_ptr<Subscription>
     watchAbilities(std::function<void()> changed) = 0;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/AbilityReport.h"
+#include "platform/AbilityWatches.h"
 
 #include <utility>
 
@@ -15,34 +16,20 @@ public:
 
     void set(const DesktopAbilities& abilities)
     {
-        if (std::exchange(m_abilities, abilities) != abilities && m_changed)
-            m_changed();
+        if (std::exchange(m_abilities, abilities) != abilities)
+            m_watches.announce();
     }
 
     DesktopAbilities abilities() const override { return m_abilities; }
-    /// One subscription at a time.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchAbilities(std::function<void()> changed) override
     {
-        m_changed = std::move(changed);
-        return std::make_unique<Watch>(*this);
+        return m_watches.add(std::move(changed));
     }
 
 private:
-    class Watch final : public Subscription
-    {
-    public:
-        explicit Watch(ChangingAbilities& report) : m_report(report) {}
-        Watch(const Watch&) = delete;
-        Watch& operator=(const Watch&) = delete;
-        ~Watch() override { m_report.m_changed = {}; }
-
-    private:
-        ChangingAbilities& m_report;
-    };
-
     DesktopAbilities m_abilities;
-    std::function<void()> m_changed;
+    AbilityWatches m_watches;
 };
 
 } // namespace kelpa

@@ -10,20 +10,22 @@ class DisplayAbilities::Watch final : public Subscription
 {
 public:
     Watch(DisplayAbilities& report, std::function<void()> changed)
-        : m_reading(report.m_scheduler.inBackground(
+        : m_watch(report.m_watches.add(std::move(changed))),
+          m_reading(report.m_scheduler.inBackground(
               [connector = report.m_connector](const std::stop_token&) {
                   return readDisplayFacts(*connector);
               },
-              [&report, changed = std::move(changed)](const std::optional<DisplayFacts>& facts) {
+              [&report](const std::optional<DisplayFacts>& facts) {
                   const DesktopAbilities read =
                       facts ? lastingAbilities(*facts) : DesktopAbilities();
                   if (std::exchange(report.m_abilities, read) != read)
-                      changed();
+                      report.m_watches.announce();
               },
               WorkPriority::utility))
     {}
 
 private:
+    const std::unique_ptr<Subscription> m_watch;
     const TaskHandle m_reading;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/AbilityReport.h"
+#include "platform/AbilityWatches.h"
 #include "platform/Scheduler.h"
 #include "platform/x11/DisplayFacts.h"
 #include "platform/x11/connection/DisplayConnector.h"
@@ -20,7 +21,7 @@ public:
     DisplayAbilities(std::shared_ptr<DisplayConnector> connector, Scheduler& scheduler);
 
     DesktopAbilities abilities() const override { return m_abilities; }
-    /// Asks the display, once, in the background. One subscription at a time.
+    /// Asks the display, once for each subscription, in the background.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchAbilities(std::function<void()> changed) override;
 
@@ -30,6 +31,7 @@ private:
     const std::shared_ptr<DisplayConnector> m_connector;
     Scheduler& m_scheduler;
     DesktopAbilities m_abilities;
+    AbilityWatches m_watches;
 };
 
 /// What of these abilities cannot change while the display runs.

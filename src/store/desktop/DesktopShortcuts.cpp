@@ -4,9 +4,9 @@
 
 namespace kelpa {
 
-DesktopShortcuts::DesktopShortcuts(GlobalShortcuts& shortcuts,
+DesktopShortcuts::DesktopShortcuts(GlobalShortcuts& shortcuts, AbilityReport& abilities,
                                    std::function<GlobalShortcuts::Descriptions()> describe)
-    : m_shortcuts(shortcuts), m_describe(std::move(describe))
+    : m_shortcuts(shortcuts), m_abilities(abilities), m_describe(std::move(describe))
 {}
 
 DesktopShortcuts::~DesktopShortcuts()
@@ -16,13 +16,9 @@ DesktopShortcuts::~DesktopShortcuts()
 
 void DesktopShortcuts::allow()
 {
-    m_isAllowed = true;
-    update();
-}
-
-void DesktopShortcuts::follow(const DesktopAbilities& abilities)
-{
-    m_isWanted = areShortcutsWanted(abilities);
+    if (std::exchange(m_isAllowed, true))
+        return;
+    m_watch = m_abilities.watchAbilities([this] { update(); });
     update();
 }
 
@@ -33,7 +29,7 @@ void DesktopShortcuts::choose()
 
 void DesktopShortcuts::update()
 {
-    const bool isStarted = m_isAllowed && m_isWanted;
+    const bool isStarted = areShortcutsWanted(m_abilities.abilities());
     if (std::exchange(m_isStarted, isStarted) == isStarted)
         return;
     if (isStarted) {

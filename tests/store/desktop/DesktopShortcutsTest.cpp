@@ -1,6 +1,8 @@
 #include "store/desktop/DesktopShortcuts.h"
 
+#include "platform/ChangingAbilities.h"
 #include "platform/DesktopAbilities.h"
+#include "support/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 
@@ -45,7 +47,13 @@ class DesktopShortcutsTest : public testing::Test
 {
 protected:
     FakeShortcuts fake;
-    DesktopShortcuts shortcuts{fake, [] {
+    void lack(AbilityGap gap)
+    {
+        desktop.lack(DesktopAbility::globalKeys, {.gap = gap, .isPartial = false});
+    }
+
+    FakeDesktop desktop;
+    DesktopShortcuts shortcuts{fake, desktop, [] {
                                    return GlobalShortcuts::Descriptions{
                                        {GlobalShortcut::newTodo, QStringLiteral("New todo")}};
                                }};
@@ -64,13 +72,13 @@ TEST(WantedShortcuts, Are_of_use_where_Kelpa_hears_no_key_and_has_no_entry_of_it
 
 TEST_F(DesktopShortcutsTest, The_desktop_is_asked_once_it_may_be_and_is_known_to_hear_no_keys)
 {
-    shortcuts.follow({});
     shortcuts.allow();
     EXPECT_EQ(fake.starts, 0) << "Kelpa hears the double tap";
-    shortcuts.follow(lacking(AbilityGap::compositorProtocol));
+    // Late, while nothing is shown: there is no store that would have listened.
+    lack(AbilityGap::compositorProtocol);
     EXPECT_EQ(fake.starts, 1);
     EXPECT_EQ(fake.descriptions.at(GlobalShortcut::newTodo), QStringLiteral("New todo"));
-    shortcuts.follow(lacking(AbilityGap::compositorProtocol));
+    lack(AbilityGap::compositorProtocol);
     shortcuts.allow();
     EXPECT_EQ(fake.starts, 1);
     EXPECT_EQ(fake.choices, 0) << "nobody has asked for a dialog";
@@ -78,7 +86,7 @@ TEST_F(DesktopShortcutsTest, The_desktop_is_asked_once_it_may_be_and_is_known_to
 
 TEST_F(DesktopShortcutsTest, Nothing_is_asked_before_the_bus_answers)
 {
-    shortcuts.follow(lacking(AbilityGap::compositorProtocol));
+    lack(AbilityGap::compositorProtocol);
     EXPECT_EQ(fake.starts, 0);
     shortcuts.allow();
     EXPECT_EQ(fake.starts, 1);
@@ -89,13 +97,13 @@ TEST_F(DesktopShortcutsTest, The_keys_go_back_once_Kelpa_hears_the_double_tap)
     int changes = 0;
     QObject::connect(&shortcuts, &DesktopShortcuts::stateChanged, &shortcuts, [&] { ++changes; });
     shortcuts.allow();
-    shortcuts.follow(lacking(AbilityGap::shellExtensionOff));
+    lack(AbilityGap::shellExtensionOff);
     fake.known.standing = ShortcutStanding::given;
-    shortcuts.follow({});
+    desktop.lackNothing();
     EXPECT_EQ(fake.stops, 1);
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(shortcuts.state(), GlobalShortcutState());
-    shortcuts.follow(lacking(AbilityGap::shellExtensionOff));
+    lack(AbilityGap::shellExtensionOff);
     EXPECT_EQ(fake.starts, 2);
 }
 
@@ -111,7 +119,7 @@ TEST_F(DesktopShortcutsTest, What_the_desktop_tells_is_passed_on)
                      });
     QObject::connect(&shortcuts, &DesktopShortcuts::failed, &shortcuts, [&] { ++failures; });
     shortcuts.allow();
-    shortcuts.follow(lacking(AbilityGap::compositorProtocol));
+    lack(AbilityGap::compositorProtocol);
     shortcuts.choose();
     EXPECT_EQ(fake.choices, 1);
     fake.handlers.activated(GlobalShortcut::newTodo, "token");
@@ -119,6 +127,25 @@ TEST_F(DesktopShortcutsTest, What_the_desktop_tells_is_passed_on)
     EXPECT_EQ(pressed, std::vector{GlobalShortcut::newTodo});
     EXPECT_EQ(token, "token");
     EXPECT_EQ(failures, 1);
+}
+
+TEST(ChangingAbilitiesTest, Several_hear_of_a_change_until_they_end)
+{
+    ChangingAbilities report{{}};
+    int first = 0;
+    int second = 0;
+    auto watch = report.watchAbilities([&] { ++first; });
+    const auto other = report.watchAbilities([&] {
+        ++second;
+        watch.reset();
+    });
+    report.set(lacking(AbilityGap::compositorProtocol));
+    report.set(lacking(AbilityGap::compositorProtocol));
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(second, 1);
+    report.set({});
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(second, 2);
 }
 
 } // namespace
