@@ -65,9 +65,10 @@ public:
     virtual ~GlobalShortcuts() = default;
 
     /// Asks what the desktop offers, and has the keys back that it has given before, without a
-    /// dialog. Once. `describe` gives what each shortcut does, in the person's language.
+    /// dialog where the desktop does without. Not twice without `stop` between. `describe` gives
+    /// what each shortcut does, in the person's language.
     virtual void start(GlobalShortcutHandlers handlers, std::function<Descriptions()> describe) = 0;
-    /// Calls no handler any more, and gives the keys back.
+    /// Calls no handler any more, not even from within this call, and gives the keys back.
     virtual void stop() = 0;
 
     virtual GlobalShortcutState state() const = 0;

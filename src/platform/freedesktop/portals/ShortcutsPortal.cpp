@@ -6,6 +6,7 @@
 
 #include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
@@ -17,6 +18,7 @@
 #include <QSaveFile>
 #include <QUuid>
 
+#include <limits>
 #include <utility>
 
 namespace kelpa {
@@ -123,12 +125,12 @@ void ShortcutsPortal::start(GlobalShortcutHandlers handlers, std::function<Descr
 
 void ShortcutsPortal::stop()
 {
+    m_handlers = {};
     m_connecting.reset();
     closeRequest();
     closeSession();
     forgetPortal();
     m_bus.reset();
-    m_handlers = {};
     m_state = {};
 }
 
@@ -209,10 +211,14 @@ void ShortcutsPortal::configure()
 {
     QDBusMessage message = callOf(QStringLiteral("ConfigureShortcuts"));
     message << QVariant::fromValue(QDBusObjectPath(m_session)) << QString() << QVariantMap();
-    call(message, [this](const QDBusPendingCallWatcher& reply) {
-        if (reply.isError() && m_handlers.failed)
-            m_handlers.failed();
-    });
+    // Portals may answer only once the dialog is done with, so the call has no limit.
+    call(
+        message,
+        [this](const QDBusPendingCallWatcher& reply) {
+            if (reply.isError() && reply.error().type() != QDBusError::NoReply && m_handlers.failed)
+                m_handlers.failed();
+        },
+        std::chrono::milliseconds(std::numeric_limits<int>::max()));
 }
 
 void ShortcutsPortal::createSession(Asker asker)
@@ -298,7 +304,11 @@ void ShortcutsPortal::takeKeys(const QVariantMap& results)
         return;
     }
     if (keys->empty()) {
-        giveUp();
+        closeSession();
+        setChosen(false);
+        // Who has wanted keys and gets none hears of it.
+        if (m_asker == Asker::person && m_handlers.failed)
+            m_handlers.failed();
         return;
     }
     setChosen(true);
@@ -316,11 +326,16 @@ void ShortcutsPortal::fail()
         m_handlers.failed();
 }
 
-/// The person does not want keys, and is not to be asked at each start.
+/// The person has cancelled the dialog.
 void ShortcutsPortal::giveUp()
 {
     closeSession();
-    setChosen(false);
+    // A second look at keys that were chosen changes nothing: they come back as at a start.
+    if (m_asker == Asker::person && m_isChosen)
+        createSession(Asker::start);
+    else
+        // The person wants no keys, and is not to be asked at each start.
+        setChosen(false);
 }
 
 void ShortcutsPortal::closeRequest()
@@ -387,7 +402,8 @@ void ShortcutsPortal::noteDisconnected()
 
 void ShortcutsPortal::noteActivated(const QDBusMessage& message)
 {
-    // Every program's keys are told to all.
+    // The portal tells each session's owner only, but any program may send such a signal, and the
+    // portal may have sent this one before it closed the session.
     const QVariantList values = message.arguments();
     if (message.service() != m_owner || message.signature() != QStringLiteral("osta{sv}") ||
         m_state.standing != ShortcutStanding::given ||
@@ -443,10 +459,13 @@ void ShortcutsPortal::setChosen(bool isChosen)
 }
 
 void ShortcutsPortal::call(const QDBusMessage& message,
-                           std::function<void(const QDBusPendingCallWatcher& reply)> answered)
+                           std::function<void(const QDBusPendingCallWatcher& reply)> answered,
+                           std::optional<std::chrono::milliseconds> limit)
 {
     auto* const watcher = new QDBusPendingCallWatcher(
-        m_bus->connection().asyncCall(message, static_cast<int>(m_options.limit.count())), this);
+        m_bus->connection().asyncCall(message,
+                                      static_cast<int>(limit.value_or(m_options.limit).count())),
+        this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, watcher, generation = m_generation, answered = std::move(answered)] {
                 watcher->deleteLater();

@@ -21,9 +21,10 @@ class QDBusPendingCallWatcher;
 
 namespace kelpa {
 
-/// A session of the portal lasts as long as its connection. Another one at the next start has the
-/// same keys, so that is opened without the person only where they have chosen keys before: the
-/// portal would ask otherwise.
+/// A session of the portal lasts no longer than its connection, so each start opens another. The
+/// desktop is expected to remember the keys of a program and to give that session the same ones
+/// without a dialog, which the portal's description leaves open. It would ask where no keys were
+/// chosen before, so there the session is opened for the person only.
 class ShortcutsPortal final : public QObject, public GlobalShortcuts
 {
     Q_OBJECT
@@ -88,8 +89,10 @@ private:
     void setChosen(bool isChosen);
     /// Calls a method that opens a request, as the next step.
     void request(QDBusMessage message, Step step);
+    /// Within `limit`; absent for that of a step.
     void call(const QDBusMessage& message,
-              std::function<void(const QDBusPendingCallWatcher& reply)> answered);
+              std::function<void(const QDBusPendingCallWatcher& reply)> answered,
+              std::optional<std::chrono::milliseconds> limit = std::nullopt);
     void follow(const QString& path, const QString& interface, const QString& name,
                 const char* slot);
     void unfollow(const QString& path, const QString& interface, const QString& name,

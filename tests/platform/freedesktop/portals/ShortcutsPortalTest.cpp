@@ -139,6 +139,70 @@ TEST_F(ShortcutsPortalTest, A_later_choice_shows_the_dialog_again)
     EXPECT_EQ(portal->count(configure), 0);
 }
 
+TEST_F(ShortcutsPortalTest, A_second_look_that_is_cancelled_keeps_the_keys)
+{
+    begin();
+    ASSERT_TRUE(becomes(offered));
+    shortcuts->choose();
+    giveKeys();
+    shortcuts->choose();
+    giveSession(2);
+    ASSERT_TRUE(isCalled(bindCall, 2));
+    portal->respond(1, {});
+    giveKeys(3);
+    EXPECT_EQ(shortcuts->state().keys, keys);
+    EXPECT_TRUE(isChosen());
+    EXPECT_EQ(failures, 0) << "it was the person's own choice";
+    press(QStringLiteral("new-todo"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return pressed.size() == 1; }));
+
+    // One that shows its dialog for that once more, and is cancelled again, is left alone.
+    shortcuts->choose();
+    giveSession(4);
+    ASSERT_TRUE(isCalled(bindCall, 4));
+    portal->respond(1, {});
+    giveSession(5);
+    ASSERT_TRUE(isCalled(bindCall, 5));
+    portal->respond(1, {});
+    settle();
+    EXPECT_EQ(portal->count(create), 5);
+    EXPECT_EQ(shortcuts->state().standing, offered);
+    EXPECT_FALSE(isChosen());
+}
+
+TEST_F(ShortcutsPortalTest, Who_wants_keys_and_gets_none_is_told)
+{
+    begin();
+    ASSERT_TRUE(becomes(offered));
+    shortcuts->choose();
+    giveSession();
+    ASSERT_TRUE(isCalled(bindCall));
+    portal->respond(0, listOf({}));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return failures == 1; }));
+    settle();
+    EXPECT_EQ(shortcuts->state().standing, offered);
+    EXPECT_FALSE(isChosen());
+}
+
+TEST_F(ShortcutsPortalTest, A_dialog_that_is_shown_again_may_stay_for_long)
+{
+    portal->version = 2U;
+    begin(200ms);
+    ASSERT_TRUE(becomes(offered));
+    shortcuts->choose();
+    giveKeys();
+    portal->isHanging = true;
+    shortcuts->choose();
+    ASSERT_TRUE(isCalled(configure));
+    QTest::qWait(500);
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(shortcuts->state().standing, given);
+    portal->isHanging = false;
+    portal->isRefusing = true;
+    shortcuts->choose();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return failures == 1; }));
+}
+
 TEST_F(ShortcutsPortalTest, Is_told_who_asks_where_no_sandbox_says_it)
 {
     identity = PortalIdentity::given;
@@ -156,7 +220,9 @@ TEST_F(ShortcutsPortalTest, Who_ends_gives_the_keys_back)
     shortcuts->choose();
     giveKeys();
     const QString sender = portal->sender();
+    const int changesBefore = changes;
     shortcuts->stop();
+    EXPECT_EQ(changes, changesBefore) << "no handler is called any more";
     // The portal closes the sessions of connections that end.
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return !portal->connection().interface()->isServiceRegistered(sender).value(); }));
