@@ -89,8 +89,10 @@ AutostartOutcome outcomeOf(GVariant* response, bool isWanted)
     const GlibPointer<GVariant> results(g_variant_get_child_value(response, 1));
     gboolean isOn = FALSE;
     const bool isTold = g_variant_lookup(results.get(), "autostart", "b", &isOn) != FALSE;
+    // Whoever answers that it is not allowed has not switched it off.
     if (!isWanted)
-        return isOn == FALSE ? AutostartOutcome::done : AutostartOutcome::failed;
+        return code == responseGiven && isOn == FALSE ? AutostartOutcome::done
+                                                      : AutostartOutcome::failed;
     if (code == responseCancelled)
         return AutostartOutcome::refused;
     if (!isTold)

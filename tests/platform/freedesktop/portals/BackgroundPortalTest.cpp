@@ -106,7 +106,7 @@ TEST_F(BackgroundPortalTest, Answers_for_the_person_or_fails)
         Case{true, {0U, QVariantMap{{autostart, QStringLiteral("yes")}}}, AutostartOutcome::failed},
         Case{true, {QStringLiteral("yes")}, AutostartOutcome::failed},
         Case{false, {0U, QVariantMap{{autostart, false}}}, AutostartOutcome::done},
-        Case{false, {1U, QVariantMap{{autostart, false}}}, AutostartOutcome::done},
+        Case{false, {1U, QVariantMap{{autostart, false}}}, AutostartOutcome::failed},
         Case{false, {0U, QVariantMap{{autostart, true}}}, AutostartOutcome::failed},
         Case{false, {2U, QVariantMap()}, AutostartOutcome::failed},
     };
