@@ -30,14 +30,15 @@ DesktopAutostart::Places autostartPlaces()
     return {.configuration =
                 QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
             .ownData = dataHome() + QStringLiteral("/kelpa"),
-            .isSandboxed = isSandboxed({})};
+            .isByPortal = sandboxOf({}) == Sandbox::flatpak};
 }
 
 ShortcutsPortal::Options shortcutOptions(const QString& boardPath)
 {
     return {.choiceFile = dataHome() + QStringLiteral("/kelpa/desktop-shortcuts"),
             .board = resolvedPath(boardPath),
-            .identity = isSandboxed({}) ? PortalIdentity::sandbox : PortalIdentity::given};
+            .identity =
+                sandboxOf({}) == Sandbox::none ? PortalIdentity::given : PortalIdentity::sandbox};
 }
 
 } // namespace

@@ -9,7 +9,6 @@ import settings
 from disks import Disk
 from front import await_front, start_kelpa, tap_twice
 from kelpa import Kelpa
-from portals import SessionPortal
 from processes import wait_until
 from typists import Typing
 
@@ -148,27 +147,6 @@ def the_session_starts_kelpa_without_a_window_once_that_is_chosen(desktop, binar
     desktop.key("ctrl+q")
     assert hidden.wait() == 0
     hidden.check_output()
-
-
-def in_a_sandbox_the_portal_starts_kelpa_with_the_session(desktop, binary):
-    portal = SessionPortal(desktop, agrees=False)
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=(("Taxes", []),), is_auto_sorting=False)
-    # As in a snap, whose folder is that of the program.
-    with Kelpa(desktop, binary, path, env={"SNAP": str(pathlib.Path(binary).parent)}) as kelpa:
-        _choose(desktop, kelpa, "Start with the session")
-        wait_until("the refusal is told", lambda: kelpa.board.has_text(
-            "The desktop does not let Kelpa start with the session"))
-        portal.agree(True)
-        _choose(desktop, kelpa, "Start with the session")
-        asked, command = portal.await_call("RequestBackground", 2)
-        assert asked and command[1:] == ["--hidden", "--settings", str(path)], command
-        assert pathlib.Path(command[0]).name == pathlib.Path(binary).name, command
-    assert not (pathlib.Path(desktop.env["XDG_CONFIG_HOME"]) / "autostart").exists(), "and by it alone"
-    with Kelpa(desktop, binary, path, env={"SNAP": str(pathlib.Path(binary).parent)}) as kelpa:
-        _choose(desktop, kelpa, "Start with the session")
-        asked, _ = portal.await_call("RequestBackground", 3)
-        assert not asked, "the next start knows that it was on"
 
 
 def called_twice_while_it_loads_the_board_is_there_once(desktop, binary):

@@ -217,7 +217,7 @@ QString abilityLines(const DesktopAbilities& abilities)
 QString portalLines(const PortalReading& portals, const DesktopAbilities& abilities)
 {
     QString start = QStringLiteral("by an entry in the autostart folder");
-    if (portals.isSandboxed)
+    if (portals.sandbox == Sandbox::flatpak)
         start = portals.background
                     ? QStringLiteral("by the portal, since Kelpa runs in a sandbox (Background %1)")
                           .arg(*portals.background)

@@ -152,7 +152,10 @@ TEST(AboutDesktop, Says_which_way_starts_Kelpa_and_gives_it_keys)
     EXPECT_EQ(lastLines(), byEntry + bySettings);
     session.portals = PortalReading{.background = 1, .globalShortcuts = 2};
     EXPECT_EQ(lastLines(), byEntry + byPortal);
-    session.portals->isSandboxed = true;
+    // Which starts no snaps with the session.
+    session.portals->sandbox = Sandbox::snap;
+    EXPECT_EQ(lastLines(), byEntry + byPortal);
+    session.portals->sandbox = Sandbox::flatpak;
     EXPECT_EQ(lastLines(),
               "autostart   by the portal, since Kelpa runs in a sandbox (Background 1)\n" +
                   byPortal);

@@ -95,13 +95,4 @@ void PortalRequest::end(GVariant* response)
         m_ended(response);
 }
 
-void registerWithPortal(AsyncBus& bus, std::chrono::milliseconds limit, std::function<void()> done)
-{
-    GVariantBuilder options;
-    g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
-    bus.call({portal.name, portal.path, "org.freedesktop.host.portal.Registry"}, "Register",
-             g_variant_new("(sa{sv})", "org.kelpa.Kelpa", &options), "()", limit,
-             [done = std::move(done)](BusOutcome, GVariant*) { done(); });
-}
-
 } // namespace kelpa

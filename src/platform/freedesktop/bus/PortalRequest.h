@@ -60,9 +60,4 @@ private:
     std::string m_path;
 };
 
-/// Names this program to the portal, which knows sandboxed programs by itself and others only so;
-/// before any other call to it over the connection. Calls `done` whatever comes of it: portals
-/// before version 1.20 have no such method.
-void registerWithPortal(AsyncBus& bus, std::chrono::milliseconds limit, std::function<void()> done);
-
 } // namespace kelpa

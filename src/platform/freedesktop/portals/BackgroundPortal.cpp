@@ -122,8 +122,6 @@ AutostartOutcome askBackgroundPortal(const BackgroundQuestion& question,
         isOpen = opened;
         if (!opened)
             outcome = AutostartOutcome::failed;
-        else if (question.identity == PortalIdentity::given)
-            registerWithPortal(bus, limits.step, send);
         else
             send();
     });

@@ -7,25 +7,15 @@
 #include <QStringList>
 
 #include <chrono>
-#include <cstdint>
 #include <stop_token>
 
 namespace kelpa {
-
-/// How the portal knows which program asks.
-enum class PortalIdentity : std::uint8_t {
-    /// By the sandbox.
-    sandbox,
-    /// By the name that the program gives.
-    given,
-};
 
 struct BackgroundQuestion
 {
     /// What the session is to run; the portal adds what starts the sandbox.
     QStringList command;
     bool isOn = false;
-    PortalIdentity identity = PortalIdentity::sandbox;
 };
 
 struct BackgroundLimits
@@ -37,7 +27,8 @@ struct BackgroundLimits
     std::chrono::milliseconds person{std::chrono::minutes(2)};
 };
 
-/// Waits for the answer; any thread but the main one. Fails where there is no such portal.
+/// Waits for the answer; any thread but the main one. The portal knows by the sandbox who asks.
+/// Fails where there is no such portal.
 AutostartOutcome askBackgroundPortal(const BackgroundQuestion& question,
                                      const std::stop_token& stop,
                                      const BackgroundLimits& limits = {});

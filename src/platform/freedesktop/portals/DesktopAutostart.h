@@ -1,5 +1,5 @@
 // How the session is told to start Kelpa: by an entry in the person's autostart folder, or by the
-// desktop's portal where Kelpa cannot write one. Never by both.
+// desktop's portal in a sandbox whose folders no session reads. Never by both.
 #pragma once
 
 #include "platform/Autostart.h"
@@ -25,7 +25,8 @@ public:
         QString configuration;
         /// That of Kelpa's own data, which keeps what the portal was asked for: it does not tell.
         QString ownData;
-        bool isSandboxed = false;
+        /// The portal has to start it.
+        bool isByPortal = false;
     };
 
     /// `command` is what the session is to run.
@@ -39,7 +40,7 @@ public:
 private:
     AutostartOutcome ask(bool isOn, const std::stop_token& stop);
 
-    const bool m_isSandboxed;
+    const bool m_isByPortal;
     const QStringList m_command;
     const AskPortal m_ask;
     AutostartEntry m_entry;

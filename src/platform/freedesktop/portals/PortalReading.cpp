@@ -29,7 +29,7 @@ std::optional<unsigned> versionOf(const QString& interface, std::chrono::millise
 
 PortalReading readPortals(const SandboxSigns& signs, std::chrono::milliseconds limit)
 {
-    PortalReading reading{.isSandboxed = isSandboxed(signs)};
+    PortalReading reading{.sandbox = sandboxOf(signs)};
     const BusAnswer start =
         askOnSessionBus({.busName = "org.freedesktop.DBus",
                          .path = "/org/freedesktop/DBus",

@@ -13,8 +13,7 @@ struct PortalReading
     /// The versions of the interfaces; absent where there is none.
     std::optional<unsigned> background{};
     std::optional<unsigned> globalShortcuts{};
-    /// Kelpa runs in a sandbox.
-    bool isSandboxed = false;
+    Sandbox sandbox = Sandbox::none;
 
     friend bool operator==(const PortalReading&, const PortalReading&) = default;
 };

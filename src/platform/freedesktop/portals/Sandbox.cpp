@@ -4,10 +4,13 @@
 
 namespace kelpa {
 
-bool isSandboxed(const SandboxSigns& signs)
+Sandbox sandboxOf(const SandboxSigns& signs)
 {
-    return QFileInfo::exists(signs.flatpakInfo) ||
-           (signs.snap.startsWith(u'/') && signs.program.startsWith(signs.snap + u'/'));
+    if (QFileInfo::exists(signs.flatpakInfo))
+        return Sandbox::flatpak;
+    return signs.snap.startsWith(u'/') && signs.program.startsWith(signs.snap + u'/')
+               ? Sandbox::snap
+               : Sandbox::none;
 }
 
 } // namespace kelpa

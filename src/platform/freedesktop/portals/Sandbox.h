@@ -1,10 +1,27 @@
-// Whether Kelpa runs in a sandbox, where the desktop acts for it through portals.
+// Which sandbox Kelpa runs in: there the desktop acts for it through portals.
 #pragma once
 
 #include <QFile>
 #include <QString>
 
+#include <cstdint>
+
 namespace kelpa {
+
+enum class Sandbox : std::uint8_t {
+    none,
+    flatpak,
+    /// The portal starts no snaps with the session; what starts them reads the snap's own folder.
+    snap,
+};
+
+/// How a portal knows which program asks.
+enum class PortalIdentity : std::uint8_t {
+    /// By the sandbox.
+    sandbox,
+    /// By the name that the program gives.
+    given,
+};
 
 /// What tells a sandbox.
 struct SandboxSigns
@@ -19,6 +36,6 @@ struct SandboxSigns
 };
 
 /// Any thread.
-bool isSandboxed(const SandboxSigns& signs);
+Sandbox sandboxOf(const SandboxSigns& signs);
 
 } // namespace kelpa

@@ -4,7 +4,7 @@
 #include "platform/GlobalShortcuts.h"
 #include "platform/Scheduler.h"
 #include "platform/TaskQueue.h"
-#include "platform/freedesktop/portals/BackgroundPortal.h"
+#include "platform/freedesktop/portals/Sandbox.h"
 
 #include <QObject>
 #include <QString>

@@ -33,13 +33,12 @@ protected:
     }
 
     /// The portal is served on this thread.
-    void ask(bool isOn, PortalIdentity identity = PortalIdentity::sandbox)
+    void ask(bool isOn)
     {
         answer = std::async(std::launch::async, [=, this] {
             return askBackgroundPortal(
                 {.command = {QStringLiteral("/app/bin/kelpa"), QStringLiteral("--hidden")},
-                 .isOn = isOn,
-                 .identity = identity},
+                 .isOn = isOn},
                 stop.get_token(), limits);
         });
     }
@@ -75,17 +74,6 @@ TEST_F(BackgroundPortalTest, Is_asked_to_start_the_command_without_a_window)
     EXPECT_EQ(portal->count(QStringLiteral("Register")), 0) << "the sandbox says who it is";
     EXPECT_FALSE(answer.wait_for(0s) == std::future_status::ready) << "the person has not answered";
     portal->respond(0, {{background, true}, {autostart, true}});
-    EXPECT_TRUE(ends(AutostartOutcome::done));
-}
-
-TEST_F(BackgroundPortalTest, Is_told_who_asks_where_no_sandbox_says_it)
-{
-    ask(true, PortalIdentity::given);
-    ASSERT_TRUE(isAsked());
-    EXPECT_EQ(portal->calls(), (QStringList{QStringLiteral("Register"), method}));
-    EXPECT_EQ(portal->argumentsOf(QStringLiteral("Register")).constFirst().toString(),
-              QStringLiteral("org.kelpa.Kelpa"));
-    portal->respond(0, {{autostart, true}});
     EXPECT_TRUE(ends(AutostartOutcome::done));
 }
 
