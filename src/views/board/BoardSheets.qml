@@ -118,7 +118,7 @@ Item {
 
         KeysSheet {
             isDoubleTapOffered: root.board.isDoubleTapOffered
-            areShortcutsGiven: root.board.presence.shortcuts.isGiven
+            isNewTodoKeyKnown: root.board.presence.shortcuts.isNewTodoKeyKnown
             canWorkOnGoals: root.board.goals.canWorkOnGoals
         }
     }

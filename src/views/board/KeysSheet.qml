@@ -11,8 +11,8 @@ Sheet {
 
     required property bool isDoubleTapOffered
     required property bool canWorkOnGoals
-    /// The desktop has given a key for a new todo.
-    required property bool areShortcutsGiven
+    /// The desktop says which key it has given for a new todo.
+    required property bool isNewTodoKeyKnown
 
     readonly property var keys: ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered, root.canWorkOnGoals)
     readonly property var meanings: ViewSettings.copy.keyHelpMeanings(root.isDoubleTapOffered,
@@ -99,7 +99,7 @@ Sheet {
                 width: rows.width
                 topPadding: Theme.small
                 text: ViewSettings.copy.text(CopyKey.NewTodoByCommand)
-                visible: !root.isDoubleTapOffered && !root.areShortcutsGiven
+                visible: !root.isDoubleTapOffered && !root.isNewTodoKeyKnown
                 color: Theme.secondaryText
                 wrapMode: Text.Wrap
                 Accessible.ignored: !visible

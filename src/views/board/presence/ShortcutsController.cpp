@@ -37,6 +37,11 @@ QString ShortcutsController::key() const
     return found == keys.end() ? QString() : found->second;
 }
 
+bool ShortcutsController::isNewTodoKeyKnown() const
+{
+    return m_shortcuts != nullptr && m_shortcuts->state().keys.contains(GlobalShortcut::newTodo);
+}
+
 void ShortcutsController::choose()
 {
     if (m_shortcuts != nullptr)

@@ -23,6 +23,8 @@ class ShortcutsController : public QObject
     Q_PROPERTY(bool isGiven READ isGiven NOTIFY changed)
     /// The key that brings Kelpa forward, as the desktop writes it; empty for none that is known.
     Q_PROPERTY(QString key READ key NOTIFY changed)
+    /// Whether it says which key it has given for a new todo.
+    Q_PROPERTY(bool isNewTodoKeyKnown READ isNewTodoKeyKnown NOTIFY changed)
 
 public:
     /// `store` outlives the controller.
@@ -34,6 +36,7 @@ public:
     bool isOffered() const;
     bool isGiven() const;
     QString key() const;
+    bool isNewTodoKeyKnown() const;
     /// Has the desktop show its dialog.
     Q_INVOKABLE void choose();
 

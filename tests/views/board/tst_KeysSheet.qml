@@ -1,0 +1,46 @@
+import QtQuick
+import QtTest
+import Kelpa.Board
+import "../cases/Search.js" as Search
+
+Item {
+    id: root
+
+    width: 900
+    height: 900
+
+    KeysSheet {
+        id: sheet
+
+        parent: root
+        isDoubleTapOffered: false
+        canWorkOnGoals: true
+        isNewTodoKeyKnown: false
+    }
+
+    TestCase {
+        name: "KeysSheet"
+        when: windowShown
+
+        function cleanup() {
+            sheet.close();
+            sheet.isDoubleTapOffered = false;
+            sheet.isNewTodoKeyKnown = false;
+        }
+        function namesTheCommand(): bool {
+            return Search.all(sheet.contentItem, item => item.visible
+                              && item.Accessible.name.includes("kelpa --new-todo")).length > 0;
+        }
+
+        function test_names_the_command_unless_a_key_for_the_new_todo_is_known() {
+            sheet.open();
+            tryVerify(() => sheet.opened);
+            verify(namesTheCommand());
+            sheet.isNewTodoKeyKnown = true;
+            verify(!namesTheCommand());
+            sheet.isNewTodoKeyKnown = false;
+            sheet.isDoubleTapOffered = true;
+            verify(!namesTheCommand());
+        }
+    }
+}
