@@ -224,7 +224,9 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/freedesktop/\\w+/DesktopNotifications\\.cpp$",
      u"^(Notify|CloseNotification|ActionInvoked|Kelpa)$"},
     {u"^src/platform/freedesktop/\\w+/(PortalFileDialogs|PortalRe(quest|ading)|\\w+Portal)\\.cpp$",
-     u"^(([A-Z][a-z]+){1,4}|x11:|/request/)$"},
+     u"^(Activated|BindShortcuts|Close|Closed|ConfigureShortcuts|CreateSession|"
+     u"Disconnected|Get|NameOwnerChanged|OpenFile|Register|RequestBackground|"
+     u"Response|SaveFile|ShortcutsChanged|StartServiceByName|x11:|/request/)$"},
     {u"^src/views/transfer/ImportController\\.cpp$", u"^ · $"},
     {u"^src/model/TodoLines\\.cpp$", u"^([-*+•]+| |xX)$"},
     {u"^src/platform/freedesktop/\\w+/SessionBusStandIn\\.cpp$",
