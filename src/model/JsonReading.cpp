@@ -59,8 +59,9 @@ public:
     bool StartArray() { return m_document.StartArray(); }
     bool EndArray(Length count) { return m_document.EndArray(count); }
 
-    /// Any number that the grammar allows. False, which ends the parsing, for one that is too
-    /// large.
+    /// Any number that the grammar allows but those that the parser itself refuses: with an
+    /// exponent beyond 308 and one more for each digit after the point, even of a zero (0e309).
+    /// False, which ends the parsing, for one that is too large.
     bool RawNumber(const char* text, Length length, bool /*isCopied*/)
     {
         const char* const end = text + length;

@@ -228,6 +228,9 @@ TEST(BoardJsonDecoding, A_zero_is_zero_with_any_exponent_and_any_number_of_digit
         EXPECT_EQ(decodedOrder(zero), 0) << zero.constData();
         EXPECT_EQ(decodedCompletionTime(zero), Date{0}) << zero.constData();
     }
+    // The parser itself reads no larger exponent.
+    EXPECT_EQ(decodedTodo(MINIMAL R"(,"completedAt":0e309)"), std::nullopt);
+    EXPECT_EQ(decodedOrder("0.0e309"), 0);
 }
 
 TEST(BoardJsonDecoding, A_number_is_read_as_the_nearest_that_there_is)
