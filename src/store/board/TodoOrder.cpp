@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 #include <numeric>
-#include <ranges>
 #include <utility>
 
 namespace kelpa {
@@ -38,10 +37,11 @@ void sortByOrder(std::vector<ListedTodo>& todos)
 {
     if (todos.empty() || std::ranges::is_sorted(todos, {}, orderOf))
         return;
-    const auto [least, greatest] = std::ranges::minmax(todos | std::views::transform(orderOf));
+    const auto [first, last] = std::ranges::minmax_element(todos, {}, orderOf);
+    const auto least = orderOf(*first);
     // Any two numbers have their distance as an unsigned one.
     const std::uint64_t distance =
-        static_cast<std::uint64_t>(greatest) - static_cast<std::uint64_t>(least);
+        static_cast<std::uint64_t>(orderOf(*last)) - static_cast<std::uint64_t>(least);
     constexpr std::uint64_t mostOrdersPerTodo = 4;
     if (distance < mostOrdersPerTodo * todos.size())
         sortByDenseOrder(todos, least, static_cast<std::size_t>(distance) + 1);

@@ -61,8 +61,7 @@ private:
         for (const QModelIndex& index : indexes)
             places.push_back(index.row());
         std::ranges::sort(places);
-        const auto repeated = std::ranges::unique(places);
-        places.erase(repeated.begin(), repeated.end());
+        places.erase(std::unique(places.begin(), places.end()), places.end());
         QList<Row> inUse;
         inUse.reserve(static_cast<qsizetype>(places.size()));
         for (const int place : places)
