@@ -9,7 +9,7 @@ namespace kelpa {
 namespace {
 
 /// The first may have begun before the desktop was asked, and the others give it time.
-constexpr int passesToWait = 2;
+constexpr int passesForSending = 2;
 
 } // namespace
 
@@ -85,7 +85,7 @@ void PinnedWindows::observe(const QList<WindowItem>& windows, Requests requests)
         if (sent == m_sent.end())
             continue;
         const bool isThere = window.desktopNumber == sent->desktop;
-        if (isThere || (requests == Requests::sent && ++sent->missedPasses > passesToWait))
+        if (isThere || (requests == Requests::sent && ++sent->missedPasses > passesForSending))
             m_sent.erase(sent);
     }
 }

@@ -9,8 +9,8 @@ namespace kelpa::test {
 
 namespace {
 
-const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString standInName = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString standInPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString connectionName = QStringLiteral("fake-desktop-portal");
 
 } // namespace
@@ -18,8 +18,8 @@ const QString connectionName = QStringLiteral("fake-desktop-portal");
 StandInPortal::StandInPortal()
     : m_connection(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName))
 {
-    m_connection.registerVirtualObject(portalPath, this, QDBusConnection::SubPath);
-    m_isOnBus = m_connection.registerService(portalName);
+    m_connection.registerVirtualObject(standInPath, this, QDBusConnection::SubPath);
+    m_isOnBus = m_connection.registerService(standInName);
 }
 
 StandInPortal::~StandInPortal()
@@ -29,12 +29,12 @@ StandInPortal::~StandInPortal()
 
 void StandInPortal::leave()
 {
-    m_connection.unregisterService(portalName);
+    m_connection.unregisterService(standInName);
 }
 
 void StandInPortal::comeBack()
 {
-    m_connection.registerService(portalName);
+    m_connection.registerService(standInName);
 }
 
 QVariantMap StandInPortal::optionsOf(const QString& member) const
@@ -101,7 +101,7 @@ void StandInPortal::answerRequest(const QDBusMessage& message, const QDBusConnec
     m_requestPath = ownPath;
     if (m_requestPath.isEmpty())
         m_requestPath =
-            portalPath + QStringLiteral("/request/") + m_sender.mid(1).replace(u'.', u'_') + u'/' +
+            standInPath + QStringLiteral("/request/") + m_sender.mid(1).replace(u'.', u'_') + u'/' +
             optionsOf(message.member()).value(QStringLiteral("handle_token")).toString();
     connection.send(message.createReply(QVariant::fromValue(QDBusObjectPath(m_requestPath))));
 }
