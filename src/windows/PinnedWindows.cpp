@@ -6,13 +6,6 @@
 
 namespace kelpa {
 
-namespace {
-
-/// The first may have begun before the desktop was asked, and the others give it time.
-constexpr int passesForSending = 2;
-
-} // namespace
-
 bool isDesktopThere(int number, const QStringList& virtualDesktops)
 {
     return number >= 1 && number <= virtualDesktops.size();
@@ -85,7 +78,7 @@ void PinnedWindows::observe(const QList<WindowItem>& windows, Requests requests)
         if (sent == m_sent.end())
             continue;
         const bool isThere = window.desktopNumber == sent->desktop;
-        if (isThere || (requests == Requests::sent && ++sent->missedPasses > passesForSending))
+        if (isThere || (requests == Requests::sent && ++sent->missedPasses > passesToWait))
             m_sent.erase(sent);
     }
 }

@@ -5,13 +5,12 @@
 #include "model/BoardJson.h"
 #include "model/GoalPins.h"
 #include "model/WindowItem.h"
+#include "windows/SentRequests.h"
 
 #include <QHash>
 #include <QList>
 #include <QSet>
 #include <QStringList>
-
-#include <cstdint>
 
 namespace kelpa {
 
@@ -45,7 +44,7 @@ public:
     QList<DesktopMove> due(const QList<WindowItem>& windows, const GoalPins& pins,
                            const QStringList& virtualDesktops);
 
-    enum class Requests : std::uint8_t { underWay, sent };
+    using Requests = SentRequests;
 
     /// A pass has listed `windows`.
     void observe(const QList<WindowItem>& windows, Requests requests);

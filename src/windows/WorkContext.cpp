@@ -12,9 +12,6 @@ namespace kelpa {
 
 namespace {
 
-/// The first may have begun before the desktop was asked, and the others give it time.
-constexpr int passesToWait = 2;
-
 /// A virtual desktop: that of a pin, or the one of that name, or the present one.
 struct Workplace
 {

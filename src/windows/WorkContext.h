@@ -5,11 +5,11 @@
 #include "model/Identifiers.h"
 #include "model/Rect.h"
 #include "model/WindowItem.h"
+#include "windows/SentRequests.h"
 
 #include <QHash>
 #include <QList>
 
-#include <cstdint>
 #include <optional>
 
 namespace kelpa {
@@ -57,7 +57,7 @@ public:
     /// Nothing else is left to go back to.
     WindowArrangement goBack(const QList<WindowItem>& windows);
 
-    enum class Requests : std::uint8_t { underWay, sent };
+    using Requests = SentRequests;
 
     /// A pass has listed `windows`. Forgets what the person has changed: a window that had come to
     /// be as requested and no longer is, and one that was restored and has been moved or resized
