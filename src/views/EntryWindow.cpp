@@ -44,7 +44,9 @@ EntryWindow::~EntryWindow() = default;
 bool EntryWindow::open(const ActivationContext& context)
 {
     const QWindow* const board = m_views.window();
-    const bool isOverBoard = board != nullptr && QGuiApplication::focusWindow() == board;
+    // A board that has just been hidden may still count as the window with the keyboard.
+    const bool isOverBoard =
+        board != nullptr && board->isVisible() && QGuiApplication::focusWindow() == board;
     if (!m_entry.isOpen())
         m_entry.open(isOverBoard ? EntryOver::board : EntryOver::window);
     if (!m_root && !load()) {
