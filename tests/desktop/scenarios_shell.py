@@ -277,6 +277,9 @@ def a_second_start_does_not_wait_long_for_a_first_that_hangs(desktop, binary):
         os.kill(kelpa.process_id(), signal.SIGCONT)
     if (again.returncode, again.stderr) != (1, "kelpa: Kelpa already runs, but does not answer\n"):
         raise AssertionError(f"{again}")
+    # What was asked of it meanwhile is done before this, so that it does not come back after its end.
+    if _second(desktop, binary, "--settings", path).returncode != 0:
+        raise AssertionError("it does not answer again")
     kelpa.quit()
 
 
