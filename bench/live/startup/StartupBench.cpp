@@ -3,12 +3,14 @@
 // windows: warm, and cold where the system allows dropping the file cache. Measured from outside:
 // the X server reports when a window has been drawn to (damage). Each start of Kelpa is compared
 // with that of the empty window just before it, so that a busy machine slows both. Says first how
-// many windows Kelpa's first frame shows, which it logs.
+// many windows Kelpa's first frame shows, which it logs. Among the boards are two of a year with
+// its backups beside it: one that was changed today, and one whose next change makes a backup.
 //
 // Usage: startup_bench [ROUNDS [PROGRAM...]], where the programs are builds of Kelpa to compare.
 
 #include "bench/store/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
+#include "platform/sqlite/backup/DailyBackup.h"
 #include "platform/x11/connection/XcbConnection.h"
 #include "store/board/BoardPersistence.h"
 #include "support/desktop/Programs.h"
@@ -16,6 +18,7 @@
 #include "support/desktop/WaitUntil.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
@@ -34,6 +37,7 @@
 #include <cstring>
 #include <functional>
 #include <iterator>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -248,6 +252,27 @@ void openWindows(test::TestClient& client)
     }
 }
 
+/// A board that has been changed each week for a year; the last time at `lastChange`.
+void writeBoardWithBackups(const QString& path, const QDateTime& lastChange)
+{
+    constexpr qint64 weeks = 52;
+    const QList<Goal> goals = largeBoard(50, 500);
+    SqliteSettingsStore store(path);
+    store.write(boardEntries(goals, {}));
+    QDateTime day;
+    const auto backup = std::make_shared<DailyBackup>(path, [&day] { return day; });
+    store.setBeforeSave([backup] { backup->beforeSave(); });
+    for (qint64 week = weeks; week >= 0; --week) {
+        day = lastChange.addDays(-7 * week);
+        QList<Goal> changed = goals;
+        if (week > 0)
+            changed.front().title = QStringLiteral("Week %1").arg(week);
+        if (!store.write(boardEntries(changed, {})))
+            qFatal("the board is not written");
+        backup->finish();
+    }
+}
+
 /// `kelpas` are programs to compare with one another.
 int run(int warmRounds, const QStringList& kelpas)
 {
@@ -260,6 +285,11 @@ int run(int warmRounds, const QStringList& kelpas)
     QList<Goal> longGoals = largeBoard(50, 500);
     longGoals.front().todos[1].title = QString(5 << 20, u'x');
     SqliteSettingsStore(longBoard).write(boardEntries(longGoals, {}));
+    const QDateTime now = QDateTime::currentDateTime();
+    const QString keptBoard = folder.filePath(QStringLiteral("kept.sqlite"));
+    writeBoardWithBackups(keptBoard, now);
+    const QString dueBoard = folder.filePath(QStringLiteral("due.sqlite"));
+    writeBoardWithBackups(dueBoard, now.addDays(-1));
 
     const test::XServer server;
     const test::WindowManager manager(server.display());
@@ -280,6 +310,12 @@ int run(int warmRounds, const QStringList& kelpas)
                             {}});
         subjects.push_back(
             {QStringLiteral("the same, one todo of 5 MB") + mark, kelpa, {option, longBoard}, {}});
+        subjects.push_back({QStringLiteral("50 goals, the day is backed up") + mark,
+                            kelpa,
+                            {option, keptBoard},
+                            {}});
+        subjects.push_back(
+            {QStringLiteral("50 goals, a backup is due") + mark, kelpa, {option, dueBoard}, {}});
     }
     for (const Subject& subject : std::span(subjects).subspan(1)) {
         const std::optional<int> windows = windowsInFirstFrame(server.display(), subject);
