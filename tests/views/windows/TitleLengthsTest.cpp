@@ -41,8 +41,8 @@ TEST(TitleLengths, What_is_before_the_path_stays)
     EXPECT_EQ(lengths(u"anna@host: /usr/share/doc"),
               list({u"anna@host: /usr/share/doc", u"anna@host: …/share/doc", u"anna@host: …/doc",
                     u"…/doc"}));
-    EXPECT_EQ(lengths(u"anna@host:~/work/kelpa"),
-              list({u"anna@host:~/work/kelpa", u"anna@host:…/kelpa", u"…/kelpa"}));
+    EXPECT_EQ(lengths(u"anna@host:~/code/kelpa"),
+              list({u"anna@host:~/code/kelpa", u"anna@host:…/kelpa", u"…/kelpa"}));
     EXPECT_EQ(lengths(u"anna@host: ~/taxes"), list({u"anna@host: ~/taxes", u"…/taxes"}));
     EXPECT_EQ(lengths(u"anna@host: /etc"), list({u"anna@host: /etc"}));
 }
@@ -57,9 +57,9 @@ TEST(TitleLengths, A_slash_after_the_path_is_none_of_its_own)
 TEST(TitleLengths, What_a_shell_runs_is_behind_the_path)
 {
     EXPECT_EQ(
-        lengths(u"anna@host:/home/anna/work: vim a/b.txt"),
-        list({u"anna@host:/home/anna/work: vim a/b.txt", u"anna@host:…/anna/work: vim a/b.txt",
-              u"anna@host:…/work: vim a/b.txt", u"…/work: vim a/b.txt"}));
+        lengths(u"anna@host:/home/anna/code: vim a/b.txt"),
+        list({u"anna@host:/home/anna/code: vim a/b.txt", u"anna@host:…/anna/code: vim a/b.txt",
+              u"anna@host:…/code: vim a/b.txt", u"…/code: vim a/b.txt"}));
     EXPECT_EQ(lengths(u"~/taxes/2026: less b/c/d.txt"),
               list({u"~/taxes/2026: less b/c/d.txt", u"…/2026: less b/c/d.txt"}));
 }
@@ -85,7 +85,7 @@ TEST(TitleLengths, Any_other_title_has_one_length)
     for (const char16_t* const title :
          {u"", u"/", u"/etc", u"~/a", u"Letter to the bank – Writer", u"Yes/No/Perhaps",
           u"a.txt (~/taxes/2026) - Editor", u"https://example.org/a/b", u"mail@example.org: a/b/c",
-          u"–– 1/2/3", u"[anna@host:~/work/kelpa]$ ls"})
+          u"–– 1/2/3", u"[anna@host:~/code/kelpa]$ ls"})
         EXPECT_EQ(lengths(title), list({title}));
 }
 
