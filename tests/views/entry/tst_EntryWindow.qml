@@ -43,6 +43,11 @@ Item {
                 root.requestActivate();
                 root.focusField();
                 tryVerify(() => field().activeFocus);
+                waitForLayout();
+            }
+            // The column has its new height, and the window with it, at the next polish.
+            function waitForLayout() {
+                tryVerify(() => !isPolishScheduled(field().parent));
             }
             function cleanup() {
                 world.entry.close();
@@ -77,6 +82,7 @@ Item {
             }
             function test_a_click_chooses_a_goal() {
                 type("#se");
+                waitForLayout();
                 mouseClick(named(Accessible.ListItem, "Second")[0]);
                 compare(field().text, "");
                 compare(named(Accessible.StaticText, "Second").length, 1);
@@ -115,6 +121,7 @@ Item {
             function test_the_window_is_as_high_as_what_it_shows() {
                 const height = root.height;
                 type("#");
+                waitForLayout();
                 verify(root.height > height);
                 compare(root.minimumHeight, root.maximumHeight);
                 keyClick(Qt.Key_Escape);
