@@ -135,6 +135,7 @@ def the_session_starts_kelpa_without_a_window_once_that_is_chosen(desktop, binar
     terminal.focus()
 
     def comes():
+        hidden.check_alive()
         tap_twice(desktop)
         return hidden.shown_window()
 
