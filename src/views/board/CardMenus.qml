@@ -29,7 +29,8 @@ Item {
     function openTodoMenu(todoID: string, columnID: string, row: Item, place: rect): void {
         if (root.todoMenu === null)
             root.todoMenu = todoMenuType.createObject(root) as TodoMenu;
-        root.todoMenu.ask(todoID, columnID, row as TodoRow, root, row.mapToItem(root, place));
+        root.todoMenu.row = row as TodoRow;
+        root.todoMenu.ask(todoID, columnID, root, row.mapToItem(root, place));
     }
     function openColumnMenu(columnID: string, button: Item): void {
         if (root.columnMenu === null)
@@ -41,15 +42,12 @@ Item {
             root.priorityMenu = priorityMenuType.createObject(root) as PriorityMenu;
         root.priorityMenu.columnID = columnID;
         root.priorityMenu.priority = priority;
-        root.openBesideButton(root.priorityMenu, button);
+        root.priorityMenu.openBeside(root, root.placeOf(button));
     }
     function openBoardMenu(item: Item, place: rect): void {
         if (root.boardMenu === null)
             root.boardMenu = boardMenuType.createObject(root) as BoardMenu;
         root.boardMenu.openBeside(root, item.mapToItem(root, place));
-    }
-    function openBesideButton(menu: AppMenu, button: Item): void {
-        menu.openBeside(root, root.placeOf(button));
     }
     function placeOf(button: Item): rect {
         return button.mapToItem(root, 0, 0, button.width, button.height);

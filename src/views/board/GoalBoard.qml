@@ -32,14 +32,14 @@ FocusScope {
     function openSelectionMenu(): void {
         if (root.board.selectedTarget >= 0) {
             scroll.showSelection();
-            if (scroll.selectedColumn()?.openSelectionMenu() ?? false)
+            if ((scroll.selectedColumn() as GoalColumn)?.openSelectionMenu() ?? false)
                 return;
         }
         view.openMenu();
     }
     function renameSelection(): void {
         scroll.showSelection();
-        const column = scroll.selectedColumn();
+        const column = scroll.selectedColumn() as GoalColumn;
         if (column !== null)
             root.board.goals.requestRename(column.columnID);
     }

@@ -53,7 +53,8 @@ Item {
             root.view.reveal(root.targets.y + place.y, place.height);
         root.selectionFocus.focusSelection();
     }
-    function selectedColumn(): GoalColumn {
+    /// A `GoalColumn`; null without one.
+    function selectedColumn(): Item {
         return root.targets.itemAtRow(root.board.selectedTarget) as GoalColumn;
     }
     function showFocus(): void {
@@ -69,7 +70,8 @@ Item {
     }
     /// The place of the selected part in the waterfall, of which the selected target has `target`.
     function selectedPlace(target: rect): rect {
-        const part = root.selectedColumn()?.selectedRect() ?? Qt.rect(0, 0, 0, 0);
+        const column = root.selectedColumn() as GoalColumn;
+        const part = column?.selectedRect() ?? Qt.rect(0, 0, 0, 0);
         return part.height > 0 ? Qt.rect(target.x, target.y + part.y, target.width, part.height)
                                : target;
     }

@@ -41,14 +41,8 @@ Flickable {
     /// The last row, which had the focus, is gone.
     signal focusReturned
 
-    function endOf(row: TodoRow): real {
+    function endOf(row: Item): real {
         return row === null ? 0 : row.y + row.height - root.contentY;
-    }
-    function followKeyboard(row: TodoRow): void {
-        if (row.hasKeyboard)
-            root.keyboardRow = row;
-        else if (root.keyboardRow === row)
-            root.keyboardRow = null;
     }
     /// Scrolls as little as is needed.
     function reveal(row: int): void {
@@ -119,7 +113,12 @@ Flickable {
                 dragSource: root.dragSource
                 listID: root.listModel.listID
                 isEdited: root.editedTodoID === row.todoID
-                onHasKeyboardChanged: root.followKeyboard(row)
+                onHasKeyboardChanged: {
+                    if (row.hasKeyboard)
+                        root.keyboardRow = row;
+                    else if (root.keyboardRow === row)
+                        root.keyboardRow = null;
+                }
                 onActiveFocusChanged: if (row.activeFocus && root.interactive)
                     root.revealTodo(row.todoID)
                 onMenuRequested: (item, place) => {

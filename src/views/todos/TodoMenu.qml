@@ -21,17 +21,16 @@ AppMenu {
     property TodoRow row: null
     property bool isByKeyboard: false
 
-    /// `place` is in the coordinates of `owner`.
-    function ask(todoID: string, columnID: string, row: TodoRow, owner: Item, place: rect): void {
+    /// For the todo of `row`; `place` is in the coordinates of `owner`.
+    function ask(todoID: string, columnID: string, owner: Item, place: rect): void {
         root.todoID = todoID;
         root.columnID = columnID;
-        root.listID = row.listID;
-        root.row = row;
-        root.isByKeyboard = row.isMenuByKeyboard;
+        root.listID = root.row.listID;
+        root.isByKeyboard = root.row.isMenuByKeyboard;
         // Items that are added while the menu opens would close it again.
         items.active = true;
         root.openBeside(owner, place);
-        row.isMenuOpen = true;
+        root.row.isMenuOpen = true;
     }
 
     /// Called before an action that may remove the row: the list moves the focus on from there.
