@@ -114,8 +114,15 @@ constexpr Frames openTodoCountFrames({u"", u" 个未完成待办"}, {u"", u" unf
                                      {u"未完了のタスク", u"件"}, {u"미완료 할 일 ", u"개"},
                                      {u"", u" tâches inachevées"}, {u"", u" offene Aufgaben"});
 
+constexpr Frames oneOpenTodoFrames({u"", u" 个未完成待办"}, {u"", u" unfinished todo"},
+                                   {u"未完了のタスク", u"件"}, {u"미완료 할 일 ", u"개"},
+                                   {u"", u" tâche inachevée"}, {u"", u" offene Aufgabe"});
+
 constexpr Frames windowCountFrames({u"", u" 个窗口"}, {u"", u" windows"}, {u"", u"個のウィンドウ"},
                                    {u"창 ", u"개"}, {u"", u" fenêtres"}, {u"", u" Fenster"});
+
+constexpr Frames oneWindowFrames({u"", u" 个窗口"}, {u"", u" window"}, {u"", u"個のウィンドウ"},
+                                 {u"창 ", u"개"}, {u"", u" fenêtre"}, {u"", u" Fenster"});
 
 constexpr Frames foundWindowsFrames({u"找到：窗口 ", u"、"}, {u"Found: windows ", u", "},
                                     {u"一致：ウィンドウ ", u"、"}, {u"찾음: 창 ", u", "},
@@ -130,6 +137,12 @@ constexpr Frames moreInHiddenGoalsFrames({u"隐藏的目标中还有 ", u" 项"}
                                          {u"숨긴 목표에 ", u"개 더 있음"},
                                          {u"", u" de plus dans les objectifs masqués"},
                                          {u"", u" weitere in ausgeblendeten Zielen"});
+constexpr Frames oneMoreInHiddenGoalsFrames({u"隐藏的目标中还有 ", u" 项"},
+                                            {u"", u" more in hidden goals"},
+                                            {u"非表示の目標にあと", u"件"},
+                                            {u"숨긴 목표에 ", u"개 더 있음"},
+                                            {u"", u" de plus dans les objectifs masqués"},
+                                            {u"", u" weiterer Treffer in ausgeblendeten Zielen"});
 constexpr Frames hiddenGoalsFrames({u"已隐藏目标：", u""}, {u"Hidden goals: ", u""},
                                    {u"非表示の目標：", u""}, {u"숨긴 목표: ", u""},
                                    {u"Objectifs masqués : ", u""}, {u"Ausgeblendete Ziele: ", u""});
@@ -277,6 +290,19 @@ constexpr Names titleSeparators(u"、", u", ", u"、", u", ", u", ", u", ");
 constexpr Names dayAndTimeSeparators(u" ", u", ", u" ", u" ", u", ", u", ");
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
 
+/// Whether what is counted stands in the singular.
+bool isSingular(qsizetype count, AppLanguage language)
+{
+    return count == 1 || (count == 0 && language == AppLanguage::french);
+}
+
+/// With the count in one frame or the other.
+QString counted(qsizetype count, const Frames& singular, const Frames& plural, AppLanguage language)
+{
+    const Frames& frames = isSingular(count, language) ? singular : plural;
+    return frames[language].around(QString::number(count));
+}
+
 /// What a person typed, within a text of ours.
 QString shortened(const QString& text)
 {
@@ -365,12 +391,12 @@ QString priorityAccessibilityLabel(GoalPriority priority, AppLanguage language)
 
 QString openTodoCount(qsizetype count, AppLanguage language)
 {
-    return openTodoCountFrames[language].around(QString::number(count));
+    return counted(count, oneOpenTodoFrames, openTodoCountFrames, language);
 }
 
 QString windowCount(qsizetype count, AppLanguage language)
 {
-    return windowCountFrames[language].around(QString::number(count));
+    return counted(count, oneWindowFrames, windowCountFrames, language);
 }
 
 QString foundCounts(qsizetype windows, qsizetype goals, qsizetype todos, AppLanguage language)
@@ -382,7 +408,7 @@ QString foundCounts(qsizetype windows, qsizetype goals, qsizetype todos, AppLang
 
 QString moreInHiddenGoals(qsizetype count, AppLanguage language)
 {
-    return moreInHiddenGoalsFrames[language].around(QString::number(count));
+    return counted(count, oneMoreInHiddenGoalsFrames, moreInHiddenGoalsFrames, language);
 }
 
 QString hiddenGoals(qsizetype count, qsizetype countWithWindows, AppLanguage language)

@@ -35,11 +35,12 @@ QString statusAccessibilityLabel(TodoStatus status, AppLanguage language);
 CopyKey priorityName(GoalPriority priority);
 QString priorityAccessibilityLabel(GoalPriority priority, AppLanguage language);
 
-/// The text that a screen reader says for the count badges of a goal's header.
+/// The text that a screen reader says for the count badges of a goal's header. With a singular.
 QString openTodoCount(qsizetype count, AppLanguage language);
 QString windowCount(qsizetype count, AppLanguage language);
 
-/// What a search has found on the board, and what it has found where goals are hidden.
+/// What a search has found on the board, and what it has found where goals are hidden. With a
+/// singular.
 QString foundCounts(qsizetype windows, qsizetype goals, qsizetype todos, AppLanguage language);
 QString moreInHiddenGoals(qsizetype count, AppLanguage language);
 /// How many goals are hidden, and how many of them hold windows.

@@ -10,7 +10,7 @@ from selection import Selection
 
 _LONG = "Prepare Friday’s proposal for the whole committee and everybody who is to hear of it"
 _PINK = "#d33682"
-_COUNT = "1 unfinished todos"
+_COUNT = "1 unfinished todo"
 
 
 @on_desktop(size="1280x832x24")

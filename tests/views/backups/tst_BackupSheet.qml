@@ -76,9 +76,9 @@ Item {
 
             function test_the_arrow_keys_choose_and_show_what_a_backup_holds() {
                 choose(1);
-                compare(preview(), ["Proposal: 1 unfinished todos"]);
+                compare(preview(), ["Proposal: 1 unfinished todo"]);
                 keyClick(Qt.Key_End);
-                compare(preview(), ["Taxes: 1 unfinished todos"]);
+                compare(preview(), ["Taxes: 1 unfinished todo"]);
                 const chosen = shown(item => item instanceof BackupListRow
                                              && world.states(item).includes("selected"));
                 compare(chosen.map(row => row.Accessible.description), [list().chosenRow.counts]);
