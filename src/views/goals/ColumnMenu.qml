@@ -30,8 +30,9 @@ AppMenu {
     }
     title: ViewSettings.copy.text(CopyKey.MoreGoalActions)
     onAboutToShow: {
-        earlier.enabled = root.goals.canMoveColumn(root.columnID, -1);
-        later.enabled = root.goals.canMoveColumn(root.columnID, 1);
+        // While goals sort themselves, these say why the goal stays.
+        earlier.enabled = root.goals.hasGoalBeside(root.columnID, -1);
+        later.enabled = root.goals.hasGoalBeside(root.columnID, 1);
         first.enabled = earlier.enabled;
         last.enabled = later.enabled;
         work.enabled = root.goals.hasWorkplace(root.columnID);

@@ -223,8 +223,7 @@ std::optional<GoalID> GoalController::goalBeside(const QString& columnID, int st
     const auto found =
         std::ranges::find(goals, goalID, [](const Goal& goal) { return std::optional(goal.id); });
     const qsizetype target = found - goals.begin() + step;
-    if (found == goals.end() || target < 0 || target >= goals.size() ||
-        m_store.isAutoSortingGoals() || (step != 1 && step != -1))
+    if (found == goals.end() || target < 0 || target >= goals.size() || (step != 1 && step != -1))
         return std::nullopt;
     return goals.at(target).id;
 }
@@ -234,13 +233,22 @@ bool GoalController::moveGoal(const QString& columnID, std::optional<GoalID> tar
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);
     if (!goalID || !targetID)
         return false;
+    if (m_store.isAutoSortingGoals()) {
+        m_store.explainAutomaticOrder();
+        return false;
+    }
     m_store.moveGoal(*goalID, *targetID, step < 0 ? MovePlace::before : MovePlace::behind);
     return true;
 }
 
-bool GoalController::canMoveColumn(const QString& columnID, int step) const
+bool GoalController::hasGoalBeside(const QString& columnID, int step) const
 {
     return goalBeside(columnID, step).has_value();
+}
+
+bool GoalController::canMoveColumn(const QString& columnID, int step) const
+{
+    return !m_store.isAutoSortingGoals() && hasGoalBeside(columnID, step);
 }
 
 bool GoalController::moveColumn(const QString& columnID, int step)
@@ -250,7 +258,7 @@ bool GoalController::moveColumn(const QString& columnID, int step)
 
 bool GoalController::moveColumnToEnd(const QString& columnID, int step)
 {
-    if (!canMoveColumn(columnID, step))
+    if (!hasGoalBeside(columnID, step))
         return false;
     const QList<Goal> goals = m_store.visibleGoals();
     return moveGoal(columnID, step < 0 ? goals.front().id : goals.back().id, step);

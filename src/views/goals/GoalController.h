@@ -96,9 +96,12 @@ public:
     /// Selects the column and scrolls the board to it.
     Q_INVOKABLE void showColumn(const QString& columnID);
     /// Moves a goal by one place among those that show: -1 towards the first, 1 towards the last.
-    /// False when it cannot move there, or goals are sorted automatically.
+    /// False when it cannot move there, or goals are sorted automatically: then a toast says so to
+    /// whoever would move it past another one.
     Q_INVOKABLE bool moveColumn(const QString& columnID, int step);
     Q_INVOKABLE bool canMoveColumn(const QString& columnID, int step) const;
+    /// Whether another goal shows on that side, even while goals are sorted automatically.
+    Q_INVOKABLE bool hasGoalBeside(const QString& columnID, int step) const;
     /// Moves a goal before or behind all visible ones; otherwise as `moveColumn`.
     Q_INVOKABLE bool moveColumnToEnd(const QString& columnID, int step);
     /// The text that a drag of the column carries; empty for the unassigned one, which cannot be

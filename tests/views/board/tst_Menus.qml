@@ -49,6 +49,27 @@ Item {
             closeMenu();
             world.lackNothing();
         }
+        function test_the_menu_of_a_goal_says_why_a_sorted_goal_stays() {
+            world.board.toggleAutoSortingGoals();
+            for (const text of ["Move goal right", "Move to the end"]) {
+                openGoalMenu();
+                verify(!menuItems().find(item => item.text === "Move goal left").enabled);
+                choose(text);
+                tryVerify(() => menuItems().length === 0);
+                compare(world.board.toastMessage,
+                        "Goals are sorted automatically and cannot be moved");
+                compare(world.board.toastActionText, "Stop sorting");
+                compare(world.goalTitles(), ["First", "Second"]);
+            }
+            world.board.takeToastOffer();
+            verify(!world.board.isAutoSortingGoals);
+            openGoalMenu();
+            choose("Move goal right");
+            tryVerify(() => menuItems().length === 0);
+            compare(world.goalTitles(), ["Second", "First"]);
+            world.board.undo();
+            tryVerify(() => !isMoving());
+        }
         function test_every_entry_has_a_symbol_or_can_be_switched_on_and_off() {
             const bare = () => menuItems().filter(item => item.symbol === "" && !item.isChoice)
                                           .map(item => item.text);

@@ -197,6 +197,30 @@ TEST_F(GoalMoves, A_goal_moves_before_all_or_behind_all_that_show_in_one_step)
     EXPECT_FALSE(goals.moveColumnToEnd(third.text(), -1));
 }
 
+TEST_F(GoalMoves, Who_would_move_a_sorted_goal_past_another_is_told_why_it_stays)
+{
+    store().setLanguage(AppLanguage::english);
+    store().setAutoSortingGoals(true);
+    EXPECT_FALSE(goals.hasGoalBeside(first.text(), -1));
+    EXPECT_TRUE(goals.hasGoalBeside(first.text(), 1));
+    EXPECT_FALSE(goals.canMoveColumn(first.text(), 1));
+    EXPECT_FALSE(goals.moveColumn(first.text(), -1));
+    EXPECT_FALSE(goals.moveColumnToEnd(first.text(), -1));
+    EXPECT_FALSE(goals.moveColumn(unassigned, 1));
+    EXPECT_EQ(store().toastMessage(), std::nullopt) << "there is no goal on that side";
+    for (const bool isToEnd : {false, true}) {
+        store().setAutoSortingGoals(false);
+        EXPECT_EQ(store().toastMessage(), std::nullopt);
+        store().setAutoSortingGoals(true);
+        EXPECT_FALSE(isToEnd ? goals.moveColumnToEnd(first.text(), 1)
+                             : goals.moveColumn(first.text(), 1));
+        EXPECT_EQ(store().toastMessage(),
+                  QStringLiteral("Goals are sorted automatically and cannot be moved"));
+        EXPECT_TRUE(store().toastOffersManualOrder());
+    }
+    EXPECT_EQ(titles(), u"First Second Third");
+}
+
 TEST_F(GoalMoves, Among_the_goals_that_show_the_hidden_ones_do_not_count)
 {
     makeTodo(first);
