@@ -42,6 +42,9 @@ Item {
                 step.Accessible.name
                 + (step.Accessible.description ? " (" + step.Accessible.description + ")" : ""));
         }
+        function nextStep() {
+            return all(place, item => item instanceof FirstStep && item.isNext)[0].text;
+        }
         function field() {
             return all(place, item => item instanceof TextInputField)[0];
         }
@@ -71,9 +74,20 @@ Item {
             compare(left.count, 2);
             compare(field(), undefined);
             compare(stepNames()[0], "Type what you are working on (Completed)");
+            // A window cannot be dragged to a goal that has gone: the first step is to be done again.
+            world.board.goals.deleteGoal(world.columnOfGoal("T"));
+            compare(stepNames()[0], "Type what you are working on");
+            compare(nextStep(), "Type what you are working on");
+            mouseClick(field());
+            keyClick("T");
+            keyClick(Qt.Key_Return);
+            compare(world.goalTitles(), ["T"]);
+            compare(nextStep(), "Drag a window’s card onto the goal");
             world.addWindow(7, "Notes");
             world.board.drops.drop("7", world.columnOfGoal("T"));
             compare(stepNames()[1], "Drag a window’s card onto the goal (Completed)");
+            world.board.goals.deleteGoal(world.columnOfGoal("T"));
+            compare(stepNames()[0], "Type what you are working on (Completed)");
             verify(place.height > 0);
             world.board.firstSteps.dismiss();
             compare(stepNames(), []);

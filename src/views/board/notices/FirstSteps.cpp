@@ -34,6 +34,11 @@ void FirstSteps::noteReturn()
     Q_EMIT changed();
 }
 
+bool FirstSteps::needsGoalAgain() const
+{
+    return m_hasGoal && !m_isGoalThere && m_isWindowOffered && !m_hasAssignment;
+}
+
 void FirstSteps::createGoal(const QString& title)
 {
     m_store.createGoal(title);
@@ -52,17 +57,19 @@ void FirstSteps::update()
     if (!m_isOpen)
         return;
     const bool hadGoal = m_hasGoal;
+    const bool wasGoalThere = m_isGoalThere;
     const bool hadAssignment = m_hasAssignment;
     const bool wasWindowOffered = m_isWindowOffered;
     m_isWindowOffered = m_store.abilities().has(DesktopAbility::windows);
-    m_hasGoal = m_hasGoal || !m_store.goals().isEmpty();
+    m_isGoalThere = !m_store.goals().isEmpty();
+    m_hasGoal = m_hasGoal || m_isGoalThere;
     m_hasAssignment = m_hasAssignment || !m_store.assignments().isEmpty();
     const bool isDone = m_hasGoal && (m_hasAssignment || !m_isWindowOffered) &&
                         (m_hasReturned || !m_isReturnOffered);
     // Beside trouble with the file there is no room for lessons, and what is on the disk may come.
     m_isOpen = !isDone && !m_store.trouble();
-    if (!m_isOpen || hadGoal != m_hasGoal || hadAssignment != m_hasAssignment ||
-        wasWindowOffered != m_isWindowOffered)
+    if (!m_isOpen || hadGoal != m_hasGoal || wasGoalThere != m_isGoalThere ||
+        hadAssignment != m_hasAssignment || wasWindowOffered != m_isWindowOffered)
         Q_EMIT changed();
 }
 

@@ -21,6 +21,8 @@ class FirstSteps : public QObject
     /// person wants no more of it.
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(bool hasGoal READ hasGoal NOTIFY changed)
+    /// Whether the goal has gone again that a window is still to be dragged to.
+    Q_PROPERTY(bool needsGoalAgain READ needsGoalAgain NOTIFY changed)
     Q_PROPERTY(bool hasAssignment READ hasAssignment NOTIFY changed)
     Q_PROPERTY(bool hasReturned READ hasReturned NOTIFY changed)
     /// Whether the desktop lists windows that can be dragged: otherwise that is no step.
@@ -34,6 +36,7 @@ public:
 
     bool isOpen() const { return m_isOpen; }
     bool hasGoal() const { return m_hasGoal; }
+    bool needsGoalAgain() const;
     bool hasAssignment() const { return m_hasAssignment; }
     bool hasReturned() const { return m_hasReturned; }
     bool isWindowOffered() const { return m_isWindowOffered; }
@@ -54,6 +57,7 @@ private:
     WindowStore& m_store;
     bool m_isOpen = false;
     bool m_hasGoal = false;
+    bool m_isGoalThere = false;
     bool m_hasAssignment = false;
     bool m_hasReturned = false;
     bool m_isWindowOffered = true;

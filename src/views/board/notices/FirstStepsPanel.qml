@@ -12,6 +12,8 @@ Rectangle {
 
     required property FirstSteps steps
 
+    /// Whether there is a goal that a window can be dragged to.
+    readonly property bool hasGoal: root.steps.hasGoal && !root.steps.needsGoalAgain
     readonly property int stepCount: 1 + (root.steps.isWindowOffered ? 1 : 0)
                                      + (root.steps.isReturnOffered ? 1 : 0)
     readonly property real stepsWidth: root.width - 2 * Theme.large - closeButton.width
@@ -19,7 +21,7 @@ Rectangle {
     /// The step with the field shows all of the example in it.
     readonly property real firstWidth: Math.max(
         root.stepsWidth / root.stepCount,
-        root.steps.hasGoal ? 0 : Math.min(root.stepsWidth / 2, root.exampleWidth))
+        root.hasGoal ? 0 : Math.min(root.stepsWidth / 2, root.exampleWidth))
     readonly property real exampleWidth: first.textLeft + Math.ceil(example.advanceWidth) + 1
                                          + field.leftPadding + field.rightPadding
     readonly property real otherWidth: (root.stepsWidth - root.firstWidth)
@@ -64,8 +66,8 @@ Rectangle {
             width: root.firstWidth
             number: 1
             text: ViewSettings.copy.text(CopyKey.FirstStepGoal)
-            isDone: root.steps.hasGoal
-            isNext: !root.steps.hasGoal
+            isDone: root.hasGoal
+            isNext: !root.hasGoal
 
             TextInputField {
                 id: field
@@ -82,7 +84,7 @@ Rectangle {
             number: 2
             text: ViewSettings.copy.text(CopyKey.FirstStepWindow)
             isDone: root.steps.hasAssignment
-            isNext: root.steps.hasGoal && !root.steps.hasAssignment
+            isNext: root.hasGoal && !root.steps.hasAssignment
             visible: root.steps.isWindowOffered
         }
         FirstStep {
@@ -90,7 +92,7 @@ Rectangle {
             number: root.stepCount
             text: ViewSettings.copy.text(CopyKey.DoubleTapHint)
             isDone: root.steps.hasReturned
-            isNext: root.steps.hasGoal
+            isNext: root.hasGoal
                     && (root.steps.hasAssignment || !root.steps.isWindowOffered)
                     && !root.steps.hasReturned
             visible: root.steps.isReturnOffered

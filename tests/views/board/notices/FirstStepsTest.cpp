@@ -3,6 +3,8 @@
 
 #include "support/StoreFixture.h"
 
+#include <QSignalSpy>
+
 namespace kelpa::test {
 namespace {
 
@@ -46,6 +48,28 @@ TEST_F(FirstStepsTest, A_step_that_was_done_stays_done)
     store().undo();
     EXPECT_TRUE(steps.hasGoal());
     EXPECT_TRUE(steps.isOpen());
+}
+
+TEST_F(FirstStepsTest, Where_the_goal_has_gone_another_is_needed_until_a_window_has_been_in_one)
+{
+    FirstSteps steps(store());
+    steps.setReturnOffered(true);
+    EXPECT_FALSE(steps.needsGoalAgain());
+    const GoalID made = makeGoal();
+    EXPECT_FALSE(steps.needsGoalAgain());
+    const QSignalSpy changes(&steps, &FirstSteps::changed);
+    store().deleteGoal(made);
+    EXPECT_TRUE(steps.needsGoalAgain());
+    EXPECT_EQ(changes.count(), 1);
+    store().undo();
+    EXPECT_FALSE(steps.needsGoalAgain());
+    EXPECT_EQ(changes.count(), 2);
+    store().deleteGoal(made);
+    assignAWindow();
+    EXPECT_FALSE(steps.needsGoalAgain());
+    store().deleteGoal(store().goals().front().id);
+    EXPECT_FALSE(steps.needsGoalAgain());
+    EXPECT_TRUE(steps.isOpen()) << "the key is left";
 }
 
 TEST_F(FirstStepsTest, Where_no_key_leads_back_two_steps_are_all)
