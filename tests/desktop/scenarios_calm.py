@@ -219,6 +219,37 @@ def the_rail_shows_more_below_the_pointer_and_the_board_stays(desktop, binary):
         assert columns() == board
 
 
+def the_rail_goes_back_when_a_drag_onto_it_has_ended(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[(_LONG, []), ("Home", [])], is_auto_sorting=False)
+    desktop.open_xterms("First", "Second")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        place = kelpa.centre(lambda: kelpa.board.rail_entry(_LONG), "the entry of the rail")
+
+        def entry():
+            return kelpa.board.rail_entry(_LONG).frame()
+
+        desktop.hover(*kelpa.head("Home"))
+        narrow = entry()
+        # Dropped on the part that has grown, which covers the board.
+        desktop.drag_over(kelpa.card_centre(boards.UNSORTED, "First"), place)
+        wait_until("the rail shows more letters", lambda: entry()[2] >= 2 * narrow[2])
+        desktop.run("xdotool", "mousemove", narrow[0] + narrow[2] + 60, place[1])
+        desktop.let_go()
+        kelpa.wait_for_card(_LONG, "First")
+        wait_until("the rail is as it was", lambda: entry() == narrow)
+        # Dropped where the rail itself is: there the pointer rests on it.
+        desktop.drag_over(kelpa.card_centre(boards.UNSORTED, "Second"), place)
+        wait_until("the rail shows more letters", lambda: entry()[2] >= 2 * narrow[2])
+        desktop.let_go()
+        kelpa.wait_for_card(_LONG, "Second")
+        desktop.hover(place[0] + 2, place[1])
+        wait_until("the rail shows more letters again", lambda: entry()[2] >= 2 * narrow[2])
+        desktop.hover(*kelpa.head("Home"))
+        wait_until("the rail is narrow again", lambda: entry() == narrow)
+
+
 def a_todo_is_highlighted_while_its_menu_is_open(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", ["Sweep", "Wash"])], is_auto_sorting=False)

@@ -22,8 +22,12 @@ FocusScope {
     /// The last entry that something was dragged over; null for none.
     property BreadcrumbEntry draggedOver: null
 
-    readonly property bool isWanted: hover.hovered || (root.dragSource.isDragging
-                                                       && (root.draggedOver?.isDraggedOver ?? false))
+    /// Whether the pointer has been on no part of the rail since a drag, except on what has grown.
+    property bool isLeftByDrag: false
+
+    readonly property bool isWanted: (hover.hovered && !root.isLeftByDrag)
+                                     || (root.dragSource.isDragging
+                                         && (root.draggedOver?.isDraggedOver ?? false))
     /// Points between the rail and a title in it, on both sides.
     readonly property real titleMargins: 28 + 6
     readonly property real greatestWidth: 240
@@ -37,6 +41,11 @@ FocusScope {
                 widest = Math.max(widest, entry.titleWidth);
         }
         root.widestTitle = widest;
+    }
+
+    function notePointer(): void {
+        if (!hover.hovered || hover.point.position.x < Theme.railWidth)
+            root.isLeftByDrag = false;
     }
 
     // Not while it is grown, which would take titles from under the pointer.
@@ -60,6 +69,15 @@ FocusScope {
         id: hover
 
         blocking: true
+        onHoveredChanged: root.notePointer()
+        onPointChanged: root.notePointer()
+    }
+    Connections {
+        target: root.dragSource
+
+        function onIsDraggingChanged(): void {
+            root.isLeftByDrag = !root.dragSource.isDragging;
+        }
     }
     // Cards that the rail covers take no presses and no wheel through it.
     MouseArea {
