@@ -4,6 +4,7 @@ import time
 
 import board as boards
 import settings
+from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
 from selection import Selection
@@ -44,6 +45,33 @@ def what_is_searched_is_opened_by_return(desktop, binary):
                    lambda: kelpa.board.has_text("Found: windows 0, goals 1, todos 0"))
         selection.press("Return")
         selection.is_column("Taxes")
+
+
+@on_desktop(size="1280x832x24")
+def a_search_shows_its_first_match_and_comes_back(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    titles = [f"Goal {number}" for number in range(40)]
+    settings.write(path, goals=[(title, ["One"]) for title in titles], is_auto_sorting=False)
+    desktop.open_xterms("Bank account")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        head = kelpa.board.column("Goal 0").node.frame()
+        # Far below, and nothing is selected there.
+        desktop.type("goal 39")
+        wait_until("its goal is in view", lambda: _is_in_view(kelpa, "Goal 39"))
+        assert kelpa.board.selected_column() is None
+        desktop.key("Escape")
+        wait_until("the board is where it was",
+                   lambda: kelpa.board.column("Goal 0")
+                   and kelpa.board.column("Goal 0").node.frame() == head)
+
+
+def _is_in_view(kelpa, title):
+    column = kelpa.board.column(title)
+    if column is None:
+        return False
+    _, top, _, height = column.node.frame()
+    return top > 0 and top + height <= 832
 
 
 def a_search_reaches_hidden_goals(desktop, binary):

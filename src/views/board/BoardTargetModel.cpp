@@ -1,5 +1,7 @@
 #include "views/board/BoardTargetModel.h"
 
+#include "views/models/ColumnID.h"
+
 #include <algorithm>
 
 namespace kelpa {
@@ -81,6 +83,12 @@ int BoardTargetModel::rowOf(const TargetSelection& target) const
                                  : target.isUnassigned();
         });
     return found != columns.end() ? static_cast<int>(found - columns.begin()) + firstColumnRow : -1;
+}
+
+int BoardTargetModel::rowOfColumn(const QString& columnID) const
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    return column ? rowOf(TargetSelection::of(column->goalID)) : -1;
 }
 
 } // namespace kelpa

@@ -29,6 +29,8 @@ public:
 
     /// The row of a target; -1 for no target and for a goal that is hidden.
     int rowOf(const TargetSelection& target) const;
+    /// The row of a column; -1 for one that does not show.
+    Q_INVOKABLE int rowOfColumn(const QString& columnID) const;
 
 private:
     const BoardColumnModel& m_columns;

@@ -18,9 +18,13 @@ Flickable {
     readonly property real reach: ViewSettings.isStarting ? 0 : 100
     /// Whether it is scrolling to a revealed part.
     readonly property bool isScrolling: scrolling.running
+    /// Where it is, or will be when it has scrolled.
+    readonly property real destination: root.within(scrolling.running ? scrolling.to : root.contentY)
 
     /// Asks for the menu of the board beside a place in the item.
     signal menuRequested(item: Item, place: rect)
+    /// It is scrolled by a person, or to what a person has selected.
+    signal steered
 
     function openMenu(): void {
         root.menuRequested(root, Qt.rect(Theme.large, Theme.large, 0, 0));
@@ -28,19 +32,30 @@ Flickable {
     /// In the content's coordinates; scrolls as little as needed, and to the upper end of a part
     /// that does not fit.
     function reveal(top: real, length: real): void {
+        root.scrollTo(root.revealing(top, length));
+    }
+    function revealing(top: real, length: real): real {
         const first = top - Theme.large;
         const last = top + length + Theme.large - root.height;
-        root.scrollTo(Math.min(first, Math.max(last, root.contentY)));
+        return Math.min(first, Math.max(last, root.contentY));
     }
     /// Whether nothing but that part is in view.
     function isFilledBy(top: real, length: real): bool {
         return top <= root.contentY && top + length >= root.contentY + root.height;
     }
     function scrollTo(place: real): void {
+        if (root.within(place) !== root.contentY)
+            root.steered();
+        root.glide(place);
+    }
+    /// Scrolls for the search, which returns later. Whether that takes it anywhere.
+    function glide(place: real): bool {
         scrolling.stop();
         scrolling.to = root.within(place);
-        if (scrolling.to !== root.contentY)
+        const isElsewhere = scrolling.to !== root.contentY;
+        if (isElsewhere)
             scrolling.start();
+        return isElsewhere;
     }
     /// Scrolls by a number of screens; the content at the edge stays visible.
     function turn(screens: int): void {
@@ -49,6 +64,7 @@ Flickable {
     }
     /// Scrolls at once by a number of points.
     function scrollBy(step: real): void {
+        root.steered();
         scrolling.stop();
         root.contentY = root.within(root.contentY + step);
     }
@@ -59,7 +75,10 @@ Flickable {
     contentHeight: Math.max(root.end, root.easedEnd)
     boundsBehavior: Flickable.StopAtBounds
     clip: true
-    onMovementStarted: scrolling.stop()
+    onMovementStarted: {
+        root.steered();
+        scrolling.stop();
+    }
     Accessible.role: Accessible.Pane
     Accessible.name: ViewSettings.copy.text(CopyKey.Board)
     Accessible.onPressAction: root.openMenu()

@@ -17,6 +17,7 @@ FocusScope {
 
     /// Whether cards are on their way to their places, or the board to the selection.
     readonly property bool isMoving: targets.isMoving || view.isScrolling || scroll.isWaiting
+                                     || searchScroll.isWaiting
 
     /// The menus of cards and board. They have no type here: that would be read before the first frame.
     function menus(): var {
@@ -90,6 +91,7 @@ FocusScope {
             x: root.width - width - Theme.tiny
             y: Theme.tiny
             height: root.height - 2 * Theme.tiny
+            onPressedChanged: view.steered()
         }
 
         WaterfallView {
@@ -152,6 +154,13 @@ FocusScope {
         targets: targets
         view: view
         selectionFocus: selectionFocus
+    }
+    SearchScroll {
+        id: searchScroll
+
+        board: root.board
+        targets: targets
+        view: view
     }
     Connections {
         target: root.board

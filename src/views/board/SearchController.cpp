@@ -96,12 +96,34 @@ int SearchController::hiddenGoalWithWindowsCount() const
 
 bool SearchController::selectFirst()
 {
-    if (selectFirstWindow() || selectFirstGoal() || selectFirstTodo())
-        return true;
-    if (hiddenCount() == 0)
-        return false;
-    showHidden();
+    const std::optional<Match> match = firstShown();
+    if (!match) {
+        if (hiddenCount() == 0)
+            return false;
+        showHidden();
+    } else if (match->window) {
+        m_store.selectWindow(*match->window);
+        Q_EMIT selectionRequested();
+    } else if (match->todo) {
+        m_todos.goToTodo(match->todo->text(), columnText(match->column), false);
+    } else {
+        m_goals.showColumn(columnText(match->column));
+    }
     return true;
+}
+
+QVariantMap SearchController::firstMatch() const
+{
+    const std::optional<Match> match = firstShown();
+    if (!match)
+        return {};
+    const QList<WindowItem> windows = m_store.windows(match->column);
+    const auto found = std::ranges::find(
+        windows, match->window, [](const WindowItem& window) { return std::optional(window.id); });
+    const auto row = found != windows.end() ? found - windows.begin() : -1;
+    return {{QStringLiteral("columnID"), columnText(match->column)},
+            {QStringLiteral("window"), static_cast<int>(row)},
+            {QStringLiteral("todoID"), match->todo ? match->todo->text() : QString()}};
 }
 
 bool SearchController::openFirst()
@@ -119,42 +141,44 @@ void SearchController::showHidden()
     Q_EMIT selectionRequested();
 }
 
-bool SearchController::selectFirstWindow()
+std::optional<SearchController::Match> SearchController::firstShown() const
+{
+    for (const auto first : {&SearchController::firstWindow, &SearchController::firstGoal,
+                             &SearchController::firstTodo}) {
+        if (std::optional<Match> match = (this->*first)())
+            return match;
+    }
+    return std::nullopt;
+}
+
+std::optional<SearchController::Match> SearchController::firstWindow() const
 {
     for (const std::optional<GoalID>& column : shownColumns(m_store)) {
         const QList<WindowItem> windows = m_store.windows(column);
-        if (windows.isEmpty())
-            continue;
-        m_store.selectWindow(windows.front().id);
-        Q_EMIT selectionRequested();
-        return true;
+        if (!windows.isEmpty())
+            return Match{column, windows.front().id, {}};
     }
-    return false;
+    return std::nullopt;
 }
 
-bool SearchController::selectFirstGoal()
+std::optional<SearchController::Match> SearchController::firstGoal() const
 {
     const QList<Goal> goals = m_store.visibleGoals();
     const auto found = std::ranges::find_if(goals, [this](const Goal& goal) {
         return m_store.searchFindings().goals.contains(goal.id);
     });
-    if (found == goals.end())
-        return false;
-    m_goals.showColumn(columnText(found->id));
-    return true;
+    return found != goals.end() ? std::optional(Match{found->id, {}, {}}) : std::nullopt;
 }
 
-bool SearchController::selectFirstTodo()
+std::optional<SearchController::Match> SearchController::firstTodo() const
 {
     for (const std::optional<GoalID>& column : shownColumns(m_store)) {
         for (const UnifiedTodoEntry& entry : m_todos.entries(columnText(column))) {
-            if (entry.match != SearchMatch::found)
-                continue;
-            m_todos.goToTodo(entry.todo.id.text(), columnText(column), false);
-            return true;
+            if (entry.match == SearchMatch::found)
+                return Match{column, {}, entry.todo.id};
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 } // namespace kelpa

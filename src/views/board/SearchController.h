@@ -1,9 +1,15 @@
 // The search of the board as QML sees it: what it finds, and the ways to that.
 #pragma once
 
+#include "model/Identifiers.h"
+#include "model/WindowItem.h"
+
 #include <QObject>
 #include <QString>
+#include <QVariantMap>
 #include <QtQmlIntegration/qqmlintegration.h>
+
+#include <optional>
 
 namespace kelpa {
 
@@ -56,6 +62,10 @@ public:
     /// where none matches, a goal or a todo. Where all that matches is hidden, shows that. False
     /// when nothing matches. Without a search, every window matches.
     Q_INVOKABLE bool selectFirst();
+    /// Where the match is that `selectFirst` would select: the `columnID` of its column, with the
+    /// row of its `window` among those of the column, -1 for none, and its `todoID`, empty for
+    /// none. With neither it is the goal itself. Empty where no match shows.
+    Q_INVOKABLE QVariantMap firstMatch() const;
     /// As `selectFirst`; a window also comes forward.
     Q_INVOKABLE bool openFirst();
     /// Shows the goals that are hidden and selects the first match in them.
@@ -71,10 +81,20 @@ Q_SIGNALS:
     void selectionRequested();
 
 private:
+    /// A window, or a todo, of a column, or a goal itself.
+    struct Match
+    {
+        std::optional<GoalID> column;
+        std::optional<WindowID> window;
+        std::optional<TodoID> todo;
+    };
+
     void setOld(bool isOld);
-    bool selectFirstWindow();
-    bool selectFirstGoal();
-    bool selectFirstTodo();
+    /// The first that shows, as `selectFirst` looks for it.
+    std::optional<Match> firstShown() const;
+    std::optional<Match> firstWindow() const;
+    std::optional<Match> firstGoal() const;
+    std::optional<Match> firstTodo() const;
 
     WindowStore& m_store;
     GoalController& m_goals;

@@ -3,6 +3,7 @@
 
 #include "support/BoardBuilders.h"
 #include "support/StoreFixture.h"
+#include "views/models/ColumnID.h"
 #include "views/models/ModelLog.h"
 
 #include <algorithm>
@@ -83,8 +84,12 @@ TEST_F(BoardTargets, A_goal_that_is_hidden_has_no_row)
     BoardColumnModel columns(store());
     const BoardTargetModel targets(columns);
     EXPECT_EQ(targets.rowOf(TargetSelection::goal(id)), 2);
+    EXPECT_EQ(targets.rowOfColumn(columnText(id)), 2);
+    EXPECT_EQ(targets.rowOfColumn(columnText(std::nullopt)), 1);
+    EXPECT_EQ(targets.rowOfColumn(QStringLiteral("no column")), -1);
     store().setHidingGoalsWithoutOpenTodos(true);
     EXPECT_EQ(targets.rowOf(TargetSelection::goal(id)), -1);
+    EXPECT_EQ(targets.rowOfColumn(columnText(id)), -1);
     EXPECT_EQ(targets.rowOf(TargetSelection::none()), -1);
 }
 

@@ -53,6 +53,36 @@ TEST_F(SearchOfTheBoard, The_first_match_is_a_window_else_a_goal_else_a_todo)
     EXPECT_EQ(scrolls.count(), 2);
 }
 
+TEST_F(SearchOfTheBoard, The_first_match_is_found_without_being_selected)
+{
+    desktop.addAccessibleWindow(8, 100, QStringLiteral("Paper"));
+    desktop.addAccessibleWindow(9, 100, QStringLiteral("Green paper"));
+    store().refresh();
+    store().assign(8, second);
+    store().assign(9, second);
+    store().renameGoal(first, QStringLiteral("Green goal"));
+    store().addTodo(QStringLiteral("Green house"), second);
+    store().clearTargetSelection();
+    const auto match = [this](const char* text) {
+        search(text);
+        return controller.search()->firstMatch();
+    };
+    const QVariantMap window = match("paper");
+    EXPECT_EQ(window.value(QStringLiteral("columnID")), columnText(second));
+    EXPECT_EQ(window.value(QStringLiteral("window")), 0);
+    const QVariantMap goal = match("green g");
+    EXPECT_EQ(goal.value(QStringLiteral("columnID")), columnText(first));
+    EXPECT_EQ(goal.value(QStringLiteral("window")), -1);
+    EXPECT_EQ(goal.value(QStringLiteral("todoID")), QString());
+    const QVariantMap todo = match("green h");
+    EXPECT_EQ(todo.value(QStringLiteral("columnID")), columnText(second));
+    EXPECT_EQ(controller.todos()->title(todo.value(QStringLiteral("todoID")).toString(),
+                                        columnText(second)),
+              QStringLiteral("Green house"));
+    EXPECT_EQ(match("green z"), QVariantMap());
+    EXPECT_EQ(store().boardNavigation(), State());
+}
+
 TEST_F(SearchOfTheBoard, Where_all_that_matches_is_hidden_it_shows)
 {
     desktop.addAccessibleWindow(8, 100, QStringLiteral("Paper"));
