@@ -91,7 +91,7 @@ def goals_change_places_by_mouse(desktop, binary):
                    lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 1)
         sorted_goals = kelpa.board.goal_titles()
         desktop.drag(kelpa.head(sorted_goals[2]), kelpa.head(sorted_goals[0]))
-        kelpa.click(lambda: kelpa.board.choice(boards.AUTO_SORT), "auto-sort")
+        wait_until("it says why", lambda: kelpa.board.button("Stop sorting")).press()
         wait_until("the goals have their own order",
                    lambda: settings.read_live(path).get("kelpa.autoSortingGoals") == 0)
         kelpa.wait_for_goals(*sorted_goals)

@@ -49,6 +49,11 @@ FocusScope {
 
     BoardDragSource {
         id: source
+
+        onRefused: text => {
+            if (root.board.drops.isGoalDrag(text))
+                root.board.explainAutomaticOrder();
+        }
     }
     Binding {
         target: root.board

@@ -46,11 +46,13 @@ void BoardDragSource::drag(const QString& text, const QImage& picture, double pi
     const QPointer<QQuickWindow> scene = window();
     if (scene != nullptr)
         scene->installEventFilter(this);
-    carryOut(*drag);
+    const Qt::DropAction action = carryOut(*drag);
     if (scene != nullptr)
         scene->removeEventFilter(this);
     leaveDestination(m_place);
     setDragging(false);
+    if (action == Qt::IgnoreAction)
+        Q_EMIT refused(text);
 }
 
 void BoardDragSource::nameDestination(QQuickItem* place, const QString& destination)
@@ -98,9 +100,9 @@ bool BoardDragSource::eventFilter(QObject* watched, QEvent* event)
     return QQuickItem::eventFilter(watched, event);
 }
 
-void BoardDragSource::carryOut(QDrag& drag)
+Qt::DropAction BoardDragSource::carryOut(QDrag& drag)
 {
-    drag.exec(Qt::MoveAction, Qt::MoveAction);
+    return drag.exec(Qt::MoveAction, Qt::MoveAction);
 }
 
 void BoardDragSource::setDragging(bool isDragging)

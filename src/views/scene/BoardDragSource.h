@@ -49,10 +49,13 @@ Q_SIGNALS:
     void isDraggingChanged();
     void destinationChanged();
     void pointerChanged();
+    /// The drag of `text` has ended where nothing took it.
+    void refused(const QString& text);
 
 protected:
-    /// Runs the drag and returns when it has ended; the toolkit deletes `drag` later.
-    virtual void carryOut(QDrag& drag);
+    /// Runs the drag and returns when it has ended: what became of it. The toolkit deletes `drag`
+    /// later.
+    virtual Qt::DropAction carryOut(QDrag& drag);
 
 private:
     void setDragging(bool isDragging);

@@ -29,9 +29,10 @@ public:
     QPixmap pixmap;
     QPoint hotSpot;
     std::function<void()> whileDragging;
+    Qt::DropAction result = Qt::MoveAction;
 
 protected:
-    void carryOut(QDrag& drag) override
+    Qt::DropAction carryOut(QDrag& drag) override
     {
         EXPECT_TRUE(isDragging());
         texts.append(drag.mimeData()->text());
@@ -42,6 +43,7 @@ protected:
         if (whileDragging)
             whileDragging();
         drag.deleteLater();
+        return result;
     }
 };
 
@@ -98,6 +100,21 @@ TEST_F(Dragging, The_picture_has_the_pixels_of_the_screen)
         EXPECT_EQ(image.pixelColor(0, 40), QColor(Qt::black)) << "half a point is one pixel";
         EXPECT_EQ(image.pixelColor(1, 40), QColor(Qt::white));
     }
+}
+
+TEST_F(Dragging, What_nothing_has_taken_is_announced_when_the_drag_has_ended)
+{
+    const QSignalSpy refusals(&source, &BoardDragSource::refused);
+    source.drag(QStringLiteral("taken"), {}, 1, {});
+    EXPECT_EQ(refusals.count(), 0);
+    bool wasDragging = true;
+    QObject::connect(&source, &BoardDragSource::refused, &source,
+                     [&] { wasDragging = source.isDragging(); });
+    source.result = Qt::IgnoreAction;
+    source.drag(QStringLiteral("refused"), {}, 1, {});
+    ASSERT_EQ(refusals.count(), 1);
+    EXPECT_EQ(refusals.first().first().toString(), QStringLiteral("refused"));
+    EXPECT_FALSE(wasDragging);
 }
 
 TEST_F(Dragging, What_is_held_beside_its_picture_is_held_at_the_edge_of_it)
