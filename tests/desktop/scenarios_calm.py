@@ -214,6 +214,12 @@ def the_rail_shows_more_below_the_pointer_and_the_board_stays(desktop, binary):
         desktop.hover(*place)
         wait_until("the rail shows more letters", lambda: entry()[2] >= 2 * narrow[2])
         assert columns() == board
+        # What it covers below its entries can be reached.
+        desktop.hover(narrow[0] + narrow[2] + 30, place[1])
+        desktop.hover(narrow[0] + narrow[2] + 30, place[1] + 200)
+        wait_until("the rail is as it was", lambda: entry() == narrow)
+        desktop.hover(*place)
+        wait_until("the rail shows more letters", lambda: entry()[2] >= 2 * narrow[2])
         desktop.hover(*kelpa.head("Home"))
         wait_until("the rail is as it was", lambda: entry() == narrow)
         assert columns() == board

@@ -25,7 +25,12 @@ FocusScope {
     /// Whether the pointer has been on no part of the rail since a drag, except on what has grown.
     property bool isLeftByDrag: false
 
-    readonly property bool isWanted: (hover.hovered && !root.isLeftByDrag)
+    /// Whether the pointer is where the rail always is, or beside its entries: what has grown below
+    /// them only covers the board.
+    readonly property bool isPointedAt: hover.point.position.x < Theme.railWidth
+            || hover.point.position.y < entries.y + entries.contentHeight + Theme.tiny
+
+    readonly property bool isWanted: (hover.hovered && root.isPointedAt && !root.isLeftByDrag)
                                      || (root.dragSource.isDragging
                                          && (root.draggedOver?.isDraggedOver ?? false))
     /// Points between the rail and a title in it, on both sides.
