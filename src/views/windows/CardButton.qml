@@ -11,8 +11,8 @@ PressButton {
 
     required property string symbol
     required property bool isWanted
-    /// Whether it is drawn as a picture of itself.
-    property bool isPictured: false
+    /// The rotation with which round corners are drawn: see `WindowCard`.
+    property real tilt: 0
     /// The ground while the pointer is over the button.
     property color hoveredGround: Theme.popup
     property color hoveredColor: Theme.text
@@ -50,8 +50,7 @@ PressButton {
     }
     background: Item {
         visible: root.isShown
-        layer.enabled: root.isPictured
-        layer.smooth: true
+        rotation: root.tilt
 
         Rectangle {
             anchors.fill: parent

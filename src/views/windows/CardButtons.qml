@@ -11,8 +11,8 @@ Item {
     required property WindowController windows
     /// Whether the buttons show.
     required property bool isPointedAt
-    /// Whether they are drawn as pictures of themselves.
-    required property bool isPictured
+    /// The rotation with which round corners are drawn: see `WindowCard`.
+    required property real tilt
 
     readonly property bool hasKeyboard: menuButton.visualFocus || closeButton.visualFocus
     readonly property bool isHovered: menuButton.hovered || closeButton.hovered
@@ -29,7 +29,7 @@ Item {
         isWanted: root.isPointedAt
         text: ViewSettings.copy.text(CopyKey.MoveToGoal)
         Accessible.role: Accessible.ButtonMenu
-        isPictured: root.isPictured
+        tilt: root.tilt
         onRevealed: root.revealed()
         onActivated: root.menuRequested(Qt.rect(x, y, width, height))
     }
@@ -44,7 +44,7 @@ Item {
         visible: root.windows.canAct
         text: ViewSettings.copy.text(root.windows.canQuit ? CopyKey.CloseAppProcess
                                                           : CopyKey.CloseWindow)
-        isPictured: root.isPictured
+        tilt: root.tilt
         onRevealed: root.revealed()
         onActivated: root.closeRequested()
     }

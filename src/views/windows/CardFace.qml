@@ -24,8 +24,8 @@ Item {
     required property bool isAwaitingAnswer
     /// The colour of the card.
     required property color ground
-    /// Whether round corners are drawn as pictures of them.
-    required property bool isPictured
+    /// The rotation with which round corners are drawn: see `WindowCard`.
+    required property real tilt
 
     readonly property bool isElided: caption.isElided
     /// Whether a person reached the line about its former goal by keyboard.
@@ -55,7 +55,7 @@ Item {
         revision: root.previewRevision
         message: root.previewMessage
         cardGround: root.ground
-        isPictured: root.isPictured
+        tilt: root.tilt
     }
     // Few cards have it.
     Repeater {

@@ -1,32 +1,25 @@
 import QtQuick
 import Kelpa.Appearance
 
-/// The ground of a card and the rim of its shadow. It reaches a little beyond the card, so that a
-/// picture of it holds the shadow, too.
+/// The ground of a card and the rim of its shadow.
 Item {
     id: root
 
     required property bool isRaised
     required property bool isSelected
     required property color color
-    /// Whether it is drawn as a picture of itself.
-    required property bool isPictured
-
-    /// The space for the shadow outside the card.
-    readonly property int room: 2
+    /// The rotation with which round corners are drawn: see `WindowCard`.
+    required property real tilt
 
     anchors.fill: parent
-    anchors.margins: -root.room
-    layer.enabled: root.isPictured
-    layer.smooth: true
+    rotation: root.tilt
 
     // Only its rim is visible; blending all of it with the ground would take most of the card's
     // drawing time.
     Rectangle {
         anchors.fill: parent
-        anchors.margins: root.room
-        anchors.topMargin: root.room + (root.isRaised ? 2 : 1)
-        anchors.bottomMargin: root.room - (root.isRaised ? 2 : 1)
+        anchors.topMargin: root.isRaised ? 2 : 1
+        anchors.bottomMargin: root.isRaised ? -2 : -1
         radius: Theme.cardRadius
         color: "transparent"
         border.width: 4
@@ -34,7 +27,6 @@ Item {
     }
     Rectangle {
         anchors.fill: parent
-        anchors.margins: root.room
         radius: Theme.cardRadius
         color: root.color
         border.width: root.isSelected ? 1.2 : 1

@@ -15,8 +15,8 @@ Item {
     required property string message
     /// The colour of the card below the picture.
     required property color cardGround
-    /// Whether the round corners are drawn as a picture of them.
-    property bool isPictured: false
+    /// The rotation with which round corners are drawn: see `WindowCard`.
+    property real tilt: 0
 
     /// How wide the picture is, or what stands in its place.
     readonly property real shownWidth: ground.width
@@ -34,8 +34,7 @@ Item {
         // Looks translucent, but is opaque: a translucent ground would be blended with the card
         // below.
         color: Qt.tint(root.cardGround, Theme.previewGround)
-        layer.enabled: root.isPictured
-        layer.smooth: true
+        rotation: root.tilt
     }
     WindowPreview {
         id: picture
@@ -60,8 +59,7 @@ Item {
         border.width: 1
         border.color: Theme.outline
         visible: picture.visible
-        layer.enabled: root.isPictured
-        layer.smooth: true
+        rotation: root.tilt
     }
     Column {
         anchors.centerIn: parent

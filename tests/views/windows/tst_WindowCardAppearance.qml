@@ -19,13 +19,28 @@ Item {
         board: world.board
     }
 
+    Item {
+        id: lens
+
+        readonly property real ratio: Screen.devicePixelRatio
+    }
+
     WindowCase {
         name: "WindowCardAppearance"
         goalBoard: board
 
         function cardItem(title) {
-            return all(card(title), item => item.isPictured !== undefined
+            return all(card(title), item => item.tilt !== undefined
                                             && item.parent === card(title))[0];
+        }
+        /// A picture of the item in pixels of the screen, which also count the rects of a grab.
+        function grabOf(item) {
+            const place = item.mapToItem(root, 0, 0);
+            lens.x = Math.round(place.x * lens.ratio);
+            lens.y = Math.round(place.y * lens.ratio);
+            lens.width = Math.ceil(item.width * lens.ratio);
+            lens.height = Math.ceil(item.height * lens.ratio);
+            return grabImage(lens);
         }
         function test_a_card_rises_under_the_pointer_and_gives_way_to_a_press() {
             world.clearSelection();
@@ -86,12 +101,13 @@ Item {
                 const report = card("Report");
                 tryCompare(cardItem("Report"), "scale", 1.012);
                 // Below the caption, from one round corner to the other.
-                const at = report.mapToItem(board, 0, report.height - 5);
-                const image = grabImage(board);
+                const ground = String(Qt.tint(Theme.card, Theme.accepting));
+                const image = grabOf(report);
                 const colors = new Set();
                 for (let x = 6; x < report.width - 6; ++x)
-                    colors.add(String(image.pixel(Math.round(at.x) + x, Math.round(at.y))));
-                compare([width, colors.size], [width, 1]);
+                    colors.add(String(image.pixel(Math.round(x * lens.ratio),
+                                                  Math.round((report.height - 5) * lens.ratio))));
+                compare([width, ...colors], [width, ground]);
             }
             board.anchors.rightMargin = 0;
             world.clearSelection();
