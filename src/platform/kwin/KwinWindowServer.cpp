@@ -2,11 +2,7 @@
 
 #include "platform/LoggingCategories.h"
 #include "platform/numbers/CompositorRun.h"
-#include "platform/wayland/connection/ChangeCoalescer.h"
 
-#include <QCoreApplication>
-#include <QEvent>
-#include <QObject>
 #include <QUuid>
 
 #include <algorithm>
@@ -28,85 +24,11 @@ QByteArray identityOfRun(ProcessID process)
 
 } // namespace
 
-/// Brings the changes that KWin reports to the main thread.
-class KwinWindowServer::Events final : public QObject, public Subscription
-{
-public:
-    Events(KwinWindowServer& server, std::function<void()> changed)
-        : m_server(server), m_changes(server.m_needs.scheduler, std::move(changed))
-    {
-        const std::scoped_lock lock(m_server.m_mutex);
-        m_server.m_receivers.insert(this);
-        // Changes before this were missed.
-        m_changes.noteChange();
-    }
-
-    ~Events() override
-    {
-        const std::scoped_lock lock(m_server.m_mutex);
-        m_server.m_receivers.erase(this);
-    }
-
-    static QEvent::Type changeEvent()
-    {
-        static const int type = QEvent::registerEventType();
-        return static_cast<QEvent::Type>(type);
-    }
-
-    bool event(QEvent* event) override
-    {
-        if (event->type() != changeEvent())
-            return QObject::event(event);
-        m_changes.noteChange();
-        return true;
-    }
-
-private:
-    KwinWindowServer& m_server;
-    wayland::ChangeCoalescer m_changes;
-};
-
-/// Brings the presses of the shortcut to the main thread.
-class KwinWindowServer::Summons final : public QObject, public Subscription
-{
-public:
-    Summons(KwinWindowServer& server, std::function<void()> summoned)
-        : m_server(server), m_handler(std::move(summoned))
-    {
-        const std::scoped_lock lock(m_server.m_mutex);
-        m_server.m_summoned.insert(this);
-    }
-
-    ~Summons() override
-    {
-        const std::scoped_lock lock(m_server.m_mutex);
-        m_server.m_summoned.erase(this);
-    }
-
-    static QEvent::Type pressEvent()
-    {
-        static const int type = QEvent::registerEventType();
-        return static_cast<QEvent::Type>(type);
-    }
-
-    bool event(QEvent* event) override
-    {
-        if (event->type() != pressEvent())
-            return QObject::event(event);
-        m_handler();
-        return true;
-    }
-
-private:
-    KwinWindowServer& m_server;
-    const std::function<void()> m_handler;
-};
-
 KwinWindowServer::KwinWindowServer(const KwinWindowServerNeeds& needs)
     : m_needs(needs), m_screenshots(needs.link.busAddress, needs.pictureLimit),
       m_numbers(needs.reservation, needs.names, needs.highWaterMark, needs.takenNumbers),
       m_link(
-          needs.link, [this] { notify(); }, [this] { notifySummoned(); })
+          needs.link, [this] { m_changes.notify(); }, [this] { m_summons.notify(); })
 {}
 
 std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
@@ -136,7 +58,7 @@ std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
     }
     m_isThere = reading.isThere;
     if (m_isListing.exchange(windows.has_value()) != windows.has_value())
-        notify();
+        m_changes.notify();
     if (isNewRun)
         notePictures(m_screenshots.probe());
     if (!windows)
@@ -225,37 +147,23 @@ void KwinWindowServer::notePictures(ScreenshotOutcome outcome)
             standing = PictureStanding::withoutOpenGL;
     }
     if (m_pictures.exchange(standing) != standing)
-        notify();
+        m_changes.notify();
 }
 
 std::unique_ptr<Subscription> KwinWindowServer::watchWindows(std::function<void()> changed)
 {
-    return std::make_unique<Events>(*this, std::move(changed));
+    return m_changes.subscribeCoalesced(m_needs.scheduler, std::move(changed));
 }
 
 std::unique_ptr<Subscription> KwinWindowServer::watchSummons(std::function<void()> summoned)
 {
-    return std::make_unique<Summons>(*this, std::move(summoned));
+    return m_summons.subscribe(std::move(summoned), EarlierEvents::ignored);
 }
 
 std::optional<std::vector<NumberedKwinWindow>> KwinWindowServer::windows() const
 {
     const std::scoped_lock lock(m_mutex);
     return m_windows;
-}
-
-void KwinWindowServer::notify()
-{
-    const std::scoped_lock lock(m_mutex);
-    for (QObject* const receiver : m_receivers)
-        QCoreApplication::postEvent(receiver, new QEvent(Events::changeEvent()));
-}
-
-void KwinWindowServer::notifySummoned()
-{
-    const std::scoped_lock lock(m_mutex);
-    for (QObject* const receiver : m_summoned)
-        QCoreApplication::postEvent(receiver, new QEvent(Summons::pressEvent()));
 }
 
 } // namespace kelpa::kwin

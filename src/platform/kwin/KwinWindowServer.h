@@ -4,6 +4,7 @@
 
 #include "platform/ApplicationResolver.h"
 #include "platform/DocumentSource.h"
+#include "platform/MainThreadNotifier.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
 #include "platform/kwin/KwinLink.h"
@@ -24,8 +25,6 @@
 #include <set>
 #include <string>
 #include <vector>
-
-class QObject;
 
 namespace kelpa::kwin {
 
@@ -86,16 +85,11 @@ public:
     void order(const KwinOrder& order) { m_link.order(order); }
 
 private:
-    class Events;
-    class Summons;
-
     bool areWindowsKept(std::chrono::steady_clock::time_point now);
     std::vector<NumberedKwinWindow> numbered(std::vector<KwinWindow> windows);
     void forgetPicturesExceptOf(const std::set<QByteArray>& listed);
     std::optional<KwinWindow> windowOf(WindowID number) const;
     void notePictures(ScreenshotOutcome outcome);
-    void notify();
-    void notifySummoned();
 
     const KwinWindowServerNeeds m_needs;
     KwinScreenshots m_screenshots;
@@ -116,10 +110,9 @@ private:
     std::map<QByteArray, TakenPicture> m_taken;
     int m_cancelledInARow = 0;
     bool m_hasTakenOne = false;
-    /// Each receives an event for each change.
-    std::set<QObject*> m_receivers;
-    /// Each receives an event for each press of the shortcut.
-    std::set<QObject*> m_summoned;
+    MainThreadNotifier m_changes;
+    /// Of each press of the shortcut.
+    MainThreadNotifier m_summons;
     /// Last: its thread uses the others.
     KwinLink m_link;
 };

@@ -2,10 +2,6 @@
 
 #include "platform/wayland/connection/LocalSocket.h"
 
-#include <QCoreApplication>
-#include <QEvent>
-#include <QObject>
-
 #include <poll.h>
 #include <sys/eventfd.h>
 
@@ -25,44 +21,6 @@ bool arePicturesAmong(const GlobalVersions& globals)
     };
     return std::ranges::all_of(needed, [&](const char* each) { return globals.contains(each); });
 }
-
-/// Brings changes of the offer to the main thread.
-class WindowPictures::Watch final : public QObject, public Subscription
-{
-public:
-    Watch(WindowPictures& pictures, std::function<void()> changed)
-        : m_pictures(pictures), m_changed(std::move(changed))
-    {
-        const std::scoped_lock lock(m_pictures.m_mutex);
-        m_pictures.m_receivers.insert(this);
-        // A change before this was missed.
-        QCoreApplication::postEvent(this, new QEvent(changeEvent()));
-    }
-
-    ~Watch() override
-    {
-        const std::scoped_lock lock(m_pictures.m_mutex);
-        m_pictures.m_receivers.erase(this);
-    }
-
-    static QEvent::Type changeEvent()
-    {
-        static const int type = QEvent::registerEventType();
-        return static_cast<QEvent::Type>(type);
-    }
-
-    bool event(QEvent* event) override
-    {
-        if (event->type() != changeEvent())
-            return QObject::event(event);
-        m_changed();
-        return true;
-    }
-
-private:
-    WindowPictures& m_pictures;
-    const std::function<void()> m_changed;
-};
 
 /// A connection, and what is known over it.
 struct WindowPictures::Link
@@ -96,7 +54,7 @@ bool WindowPictures::areOffered() const
 
 std::unique_ptr<Subscription> WindowPictures::watchOffer(std::function<void()> changed)
 {
-    return std::make_unique<Watch>(*this, std::move(changed));
+    return m_offers.subscribe(std::move(changed), EarlierEvents::notified);
 }
 
 std::optional<WindowCapture> WindowPictures::capture(const PictureRequest& request,
@@ -182,11 +140,12 @@ std::unique_ptr<WindowPictures::Link> WindowPictures::connected(const std::stop_
 
 void WindowPictures::noteOffer(bool areOffered)
 {
-    const std::scoped_lock lock(m_mutex);
-    if (std::exchange(m_areOffered, areOffered) == areOffered)
-        return;
-    for (QObject* const receiver : m_receivers)
-        QCoreApplication::postEvent(receiver, new QEvent(Watch::changeEvent()));
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (std::exchange(m_areOffered, areOffered) == areOffered)
+            return;
+    }
+    m_offers.notify();
 }
 
 std::shared_ptr<WindowPictures::Job> WindowPictures::currentJob() const

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/FileDescriptor.h"
+#include "platform/MainThreadNotifier.h"
 #include "platform/Subscription.h"
 #include "platform/wayland/capture/CaptureClient.h"
 #include "platform/wayland/connection/Globals.h"
@@ -16,11 +17,8 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <stop_token>
 #include <thread>
-
-class QObject;
 
 namespace kelpa::wayland {
 
@@ -52,7 +50,6 @@ public:
                                          const std::stop_token& stop);
 
 private:
-    class Watch;
     struct Link;
     struct Job
     {
@@ -83,8 +80,7 @@ private:
     /// Null while nobody waits for a picture.
     std::shared_ptr<Job> m_job;
     bool m_areOffered = false;
-    /// Each receives an event for each change.
-    std::set<QObject*> m_receivers;
+    MainThreadNotifier m_offers;
     /// Last, so that all that it uses is there.
     std::jthread m_thread;
 };

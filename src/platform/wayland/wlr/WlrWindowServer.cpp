@@ -2,12 +2,8 @@
 
 #include "platform/LoggingCategories.h"
 #include "platform/numbers/CompositorRun.h"
-#include "platform/wayland/connection/ChangeCoalescer.h"
 #include "platform/wayland/connection/LocalSocket.h"
 
-#include <QCoreApplication>
-#include <QEvent>
-#include <QObject>
 #include <QUuid>
 
 #include <algorithm>
@@ -35,49 +31,11 @@ QByteArray identityOfRun(const QByteArray& socketPath)
 
 } // namespace
 
-/// Brings the changes that the monitor notices to the main thread.
-class WlrWindowServer::Events final : public QObject, public Subscription
-{
-public:
-    Events(WlrWindowServer& server, std::function<void()> changed)
-        : m_server(server), m_changes(server.m_needs.scheduler, std::move(changed))
-    {
-        const std::scoped_lock lock(m_server.m_mutex);
-        m_server.m_receivers.insert(this);
-        // Changes before this were missed.
-        m_changes.noteChange();
-    }
-
-    ~Events() override
-    {
-        const std::scoped_lock lock(m_server.m_mutex);
-        m_server.m_receivers.erase(this);
-    }
-
-    static QEvent::Type changeEvent()
-    {
-        static const int type = QEvent::registerEventType();
-        return static_cast<QEvent::Type>(type);
-    }
-
-    bool event(QEvent* event) override
-    {
-        if (event->type() != changeEvent())
-            return QObject::event(event);
-        m_changes.noteChange();
-        return true;
-    }
-
-private:
-    WlrWindowServer& m_server;
-    ChangeCoalescer m_changes;
-};
-
 WlrWindowServer::WlrWindowServer(const WlrWindowServerNeeds& needs)
     : m_needs(needs),
       m_numbers(needs.reservation, needs.names, needs.highWaterMark, needs.takenNumbers),
       m_names("kelpa " + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + ' '),
-      m_monitor(needs.socketPath, [this] { notify(); })
+      m_monitor(needs.socketPath, [this] { m_changes.notify(); })
 {}
 
 std::unique_ptr<DiscoverySource> WlrWindowServer::openDiscoverySource()
@@ -86,7 +44,7 @@ std::unique_ptr<DiscoverySource> WlrWindowServer::openDiscoverySource()
     qCDebug(logWayland, "pass has %zu windows of the compositor%s", listed ? listed->size() : 0,
             listed ? "" : ", which lists none");
     if (m_isListing.exchange(listed.has_value()) != listed.has_value())
-        notify();
+        m_changes.notify();
     if (!listed)
         return std::make_unique<WlrSnapshot>();
     if (std::exchange(m_isFirst, false))
@@ -136,7 +94,7 @@ QByteArray WlrWindowServer::identifierOf(WindowID number) const
 
 std::unique_ptr<Subscription> WlrWindowServer::watchWindows(std::function<void()> changed)
 {
-    return std::make_unique<Events>(*this, std::move(changed));
+    return m_changes.subscribeCoalesced(m_needs.scheduler, std::move(changed));
 }
 
 std::vector<NumberedToplevel> WlrWindowServer::windows() const
@@ -165,13 +123,6 @@ void WlrWindowServer::activateOwn(const QString& title)
         chosen = own.begin();
     m_monitor.request(chosen->id, ToplevelAction::restore);
     m_monitor.request(chosen->id, ToplevelAction::activate);
-}
-
-void WlrWindowServer::notify()
-{
-    const std::scoped_lock lock(m_mutex);
-    for (QObject* const receiver : m_receivers)
-        QCoreApplication::postEvent(receiver, new QEvent(Events::changeEvent()));
 }
 
 } // namespace kelpa::wayland

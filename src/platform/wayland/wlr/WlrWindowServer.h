@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ApplicationResolver.h"
+#include "platform/MainThreadNotifier.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
 #include "platform/numbers/NamedWindowNumbers.h"
@@ -20,8 +21,6 @@
 #include <optional>
 #include <set>
 #include <vector>
-
-class QObject;
 
 namespace kelpa::wayland {
 
@@ -78,12 +77,9 @@ public:
     void activateOwn(const QString& title);
 
 private:
-    class Events;
-
     std::optional<std::vector<Toplevel>> listed();
     /// Empty where it is not certain, and for a window that is gone.
     QByteArray identifierOf(WindowID number) const;
-    void notify();
 
     const WlrWindowServerNeeds m_needs;
 
@@ -96,8 +92,7 @@ private:
 
     mutable std::mutex m_mutex;
     std::vector<NumberedToplevel> m_windows;
-    /// Each receives an event for each change.
-    std::set<QObject*> m_receivers;
+    MainThreadNotifier m_changes;
     /// Last: its thread uses the others.
     ToplevelMonitor m_monitor;
 };

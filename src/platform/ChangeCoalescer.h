@@ -3,11 +3,13 @@
 
 #include "platform/Scheduler.h"
 
+#include <algorithm>
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <utility>
 
-namespace kelpa::wayland {
+namespace kelpa {
 
 /// Main thread.
 class ChangeCoalescer
@@ -23,10 +25,27 @@ public:
         : m_scheduler(scheduler), m_notify(std::move(notify))
     {}
 
-    void noteChange();
+    void noteChange()
+    {
+        if (m_notifying)
+            return;
+        Scheduler::Duration wait = delay;
+        if (m_notified) {
+            const auto elapsed =
+                std::chrono::duration_cast<Scheduler::Duration>(m_scheduler.now() - *m_notified);
+            wait = std::max(wait, interval - elapsed);
+        }
+        m_notifying = m_scheduler.after(wait, [this] { notify(); });
+    }
 
 private:
-    void notify();
+    void notify()
+    {
+        // Alive until this returns.
+        const TaskHandle notifying = std::move(m_notifying);
+        m_notified = m_scheduler.now();
+        m_notify();
+    }
 
     Scheduler& m_scheduler;
     const std::function<void()> m_notify;
@@ -34,4 +53,4 @@ private:
     TaskHandle m_notifying;
 };
 
-} // namespace kelpa::wayland
+} // namespace kelpa
