@@ -4,20 +4,14 @@
 
 #include "platform/freedesktop/applications/CompositorSnapshot.h"
 #include "platform/gnome/ShellWindow.h"
+#include "platform/numbers/NumberedWindows.h"
 
 #include <optional>
 #include <vector>
 
 namespace kelpa::gnome {
 
-/// A window with its number; absent when it has none.
-struct NumberedShellWindow
-{
-    ShellWindow window;
-    std::optional<WindowID> number;
-
-    friend bool operator==(const NumberedShellWindow&, const NumberedShellWindow&) = default;
-};
+using NumberedShellWindow = Numbered<ShellWindow>;
 
 /// In their order.
 std::vector<CompositorWindow> describedWindows(const std::vector<NumberedShellWindow>& windows);

@@ -5,7 +5,6 @@
 
 #include <QByteArray>
 
-#include <algorithm>
 #include <utility>
 
 namespace kelpa::gnome {
@@ -60,21 +59,13 @@ std::vector<NumberedShellWindow> GnomeWindowServer::numbered(std::vector<ShellWi
     names.reserve(windows.size());
     for (const ShellWindow& window : windows)
         names.push_back(QByteArray::number(quint64{window.id}));
-    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(names);
-    std::vector<NumberedShellWindow> numbered;
-    numbered.reserve(windows.size());
-    for (std::size_t index = 0; index < numbers.size(); ++index)
-        numbered.push_back({std::move(windows.at(index)), numbers.at(index)});
-    return numbered;
+    return withNumbers(std::move(windows), m_numbers.number(names));
 }
 
 std::optional<ShellWindow> GnomeWindowServer::windowNumbered(WindowID number) const
 {
     const std::scoped_lock lock(m_windowsMutex);
-    if (!m_windows)
-        return std::nullopt;
-    const auto found = std::ranges::find(*m_windows, number, &NumberedShellWindow::number);
-    return found == m_windows->end() ? std::nullopt : std::optional(found->window);
+    return m_windows ? kelpa::windowNumbered(*m_windows, number) : std::nullopt;
 }
 
 std::optional<WindowCapture> GnomeWindowServer::captureWindow(const CaptureRequest& request,

@@ -3,20 +3,14 @@
 
 #include "platform/freedesktop/applications/CompositorSnapshot.h"
 #include "platform/kwin/KwinReport.h"
+#include "platform/numbers/NumberedWindows.h"
 
 #include <optional>
 #include <vector>
 
 namespace kelpa::kwin {
 
-/// A window with its number; absent when it has none.
-struct NumberedKwinWindow
-{
-    KwinWindow window;
-    std::optional<WindowID> number;
-
-    friend bool operator==(const NumberedKwinWindow&, const NumberedKwinWindow&) = default;
-};
+using NumberedKwinWindow = Numbered<KwinWindow>;
 
 /// In their order; those that are not ordinary are left out.
 std::vector<CompositorWindow> describedWindows(const std::vector<NumberedKwinWindow>& windows);

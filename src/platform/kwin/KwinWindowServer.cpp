@@ -3,9 +3,6 @@
 #include "platform/LoggingCategories.h"
 #include "platform/numbers/CompositorRun.h"
 
-#include <QUuid>
-
-#include <algorithm>
 #include <utility>
 
 namespace kelpa::kwin {
@@ -14,13 +11,6 @@ namespace {
 
 /// One may be a window that closes; a KWin that draws without OpenGL cancels them all.
 constexpr int mostCancelled = 3;
-
-QByteArray identityOfRun(ProcessID process)
-{
-    const std::optional<CompositorRun> run = compositorRun(std::int64_t{process});
-    // A run that cannot be known again is one of its own.
-    return run ? identityOf(*run) : QUuid::createUuid().toRfc4122();
-}
 
 } // namespace
 
@@ -38,7 +28,7 @@ std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
     std::optional<std::vector<NumberedKwinWindow>> windows;
     if (isNewRun) {
         m_process = reading.process;
-        m_numbers.begin(identityOfRun(*reading.process));
+        m_numbers.begin(identityOrAnew(compositorRun(std::int64_t{*reading.process})));
     }
     if (reading.windows || !reading.isThere)
         m_unreportedSince.reset();
@@ -85,12 +75,7 @@ std::vector<NumberedKwinWindow> KwinWindowServer::numbered(std::vector<KwinWindo
     for (const KwinWindow& window : windows)
         names.push_back(window.uuid);
     forgetPicturesExceptOf({names.begin(), names.end()});
-    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(names);
-    std::vector<NumberedKwinWindow> numbered;
-    numbered.reserve(windows.size());
-    for (std::size_t index = 0; index < numbers.size(); ++index)
-        numbered.push_back({std::move(windows.at(index)), numbers.at(index)});
-    return numbered;
+    return withNumbers(std::move(windows), m_numbers.number(names));
 }
 
 void KwinWindowServer::forgetPicturesExceptOf(const std::set<QByteArray>& listed)
@@ -130,10 +115,7 @@ std::optional<WindowCapture> KwinWindowServer::captureWindow(const CaptureReques
 std::optional<KwinWindow> KwinWindowServer::windowOf(WindowID number) const
 {
     const std::optional<std::vector<NumberedKwinWindow>> all = windows();
-    if (!all)
-        return std::nullopt;
-    const auto found = std::ranges::find(*all, std::optional(number), &NumberedKwinWindow::number);
-    return found == all->end() ? std::nullopt : std::optional(found->window);
+    return all ? windowNumbered(*all, number) : std::nullopt;
 }
 
 void KwinWindowServer::notePictures(ScreenshotOutcome outcome)

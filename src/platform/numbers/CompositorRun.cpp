@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QList>
 #include <QString>
+#include <QUuid>
 
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -29,6 +30,11 @@ QByteArray identityOf(const CompositorRun& run)
                             QByteArray::number(qint64(run.process)) + '\n' +
                             QByteArray::number(quint64(run.processStart));
     return QCryptographicHash::hash(text, QCryptographicHash::Sha256);
+}
+
+QByteArray identityOrAnew(const std::optional<CompositorRun>& run)
+{
+    return run ? identityOf(*run) : QUuid::createUuid().toRfc4122();
 }
 
 std::optional<std::uint64_t> processStartIn(const QByteArray& stat)

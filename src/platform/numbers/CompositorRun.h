@@ -27,6 +27,8 @@ struct CompositorRun
 
 /// The same text for the same run, and another one for every other.
 QByteArray identityOf(const CompositorRun& run);
+/// For an absent run, which cannot be known again, another text each time.
+QByteArray identityOrAnew(const std::optional<CompositorRun>& run);
 
 /// The run behind a connected socket, whose path is `path`. Absent when not all of it can be known;
 /// then nothing may be remembered of its windows. Reads /proc; does not wait for the compositor.

@@ -108,5 +108,13 @@ TEST(ProcessStart, Is_read_past_any_name)
     EXPECT_EQ(processStartIn(""), std::nullopt);
 }
 
+TEST(CompositorRun, That_cannot_be_known_again_has_another_identity_each_time)
+{
+    const CompositorRun run{.bootID = "boot", .process = 7, .processStart = 8};
+    EXPECT_EQ(identityOrAnew(run), identityOf(run));
+    EXPECT_NE(identityOrAnew(std::nullopt), identityOrAnew(std::nullopt));
+    EXPECT_FALSE(identityOrAnew(std::nullopt).isEmpty());
+}
+
 } // namespace
 } // namespace kelpa::test

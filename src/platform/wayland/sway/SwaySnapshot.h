@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/freedesktop/applications/CompositorSnapshot.h"
+#include "platform/numbers/NumberedWindows.h"
 #include "platform/wayland/sway/SwayTree.h"
 
 #include <optional>
@@ -9,14 +10,7 @@
 
 namespace kelpa::wayland {
 
-/// A window with its number; absent when it has none.
-struct NumberedSwayWindow
-{
-    SwayWindow window;
-    std::optional<WindowID> number;
-
-    friend bool operator==(const NumberedSwayWindow&, const NumberedSwayWindow&) = default;
-};
+using NumberedSwayWindow = Numbered<SwayWindow>;
 
 /// In their order.
 std::vector<CompositorWindow> describedWindows(const std::vector<NumberedSwayWindow>& windows);

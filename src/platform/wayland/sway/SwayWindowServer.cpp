@@ -5,9 +5,6 @@
 #include "platform/wayland/connection/LocalSocket.h"
 #include "platform/wayland/sway/SwayEvents.h"
 
-#include <QUuid>
-
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -66,10 +63,7 @@ bool SwayWindowServer::connect()
         // sway accepts few connections ahead. One that hangs has no room for the attempts of more
         // than a few passes.
         return hasListener(m_needs.socketPath);
-    const std::optional<CompositorRun> run =
-        compositorRun(m_connection->descriptor(), m_needs.socketPath);
-    // A run that cannot be known again is one of its own.
-    m_numbers.begin(run ? identityOf(*run) : QUuid::createUuid().toRfc4122());
+    m_numbers.begin(identityOrAnew(compositorRun(m_connection->descriptor(), m_needs.socketPath)));
     return true;
 }
 
@@ -88,12 +82,7 @@ std::vector<NumberedSwayWindow> SwayWindowServer::numbered(std::vector<SwayWindo
     names.reserve(windows.size());
     for (const SwayWindow& window : windows)
         names.push_back(nameOf(window));
-    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(names);
-    std::vector<NumberedSwayWindow> numbered;
-    numbered.reserve(windows.size());
-    for (std::size_t index = 0; index < numbers.size(); ++index)
-        numbered.push_back({std::move(windows.at(index)), numbers.at(index)});
-    return numbered;
+    return withNumbers(std::move(windows), m_numbers.number(names));
 }
 
 std::optional<WindowCapture> SwayWindowServer::captureWindow(const CaptureRequest& request,
@@ -108,11 +97,9 @@ std::optional<WindowCapture> SwayWindowServer::captureWindow(const CaptureReques
 QByteArray SwayWindowServer::identifierOf(WindowID number) const
 {
     const std::scoped_lock lock(m_windowsMutex);
-    if (!m_windows)
-        return {};
-    const auto found =
-        std::ranges::find(*m_windows, std::optional(number), &NumberedSwayWindow::number);
-    return found == m_windows->end() ? QByteArray() : found->window.identifier;
+    const std::optional<SwayWindow> window =
+        m_windows ? windowNumbered(*m_windows, number) : std::nullopt;
+    return window ? window->identifier : QByteArray();
 }
 
 std::unique_ptr<Subscription> SwayWindowServer::watchWindows(std::function<void()> changed)

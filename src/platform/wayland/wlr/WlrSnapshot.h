@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/DiscoverySource.h"
+#include "platform/numbers/NumberedWindows.h"
 #include "platform/wayland/toplevels/ToplevelList.h"
 
 #include <QString>
@@ -18,14 +19,7 @@ class ApplicationResolver;
 
 namespace kelpa::wayland {
 
-/// A window with its number; absent when it has none.
-struct NumberedToplevel
-{
-    Toplevel window;
-    std::optional<WindowID> number;
-
-    friend bool operator==(const NumberedToplevel&, const NumberedToplevel&) = default;
-};
+using NumberedToplevel = Numbered<Toplevel>;
 
 /// What stands for the process of a window: each counts as an application of its own, so that what
 /// is asked of the application concerns this window alone. Negative, as no process is; absent for

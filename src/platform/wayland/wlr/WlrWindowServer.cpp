@@ -23,10 +23,8 @@ constexpr std::chrono::milliseconds firstListInterval = 2ms;
 QByteArray identityOfRun(const QByteArray& socketPath)
 {
     const FileDescriptor socket = connectedSocket(socketPath);
-    const std::optional<CompositorRun> run =
-        socket.isOpen() ? compositorRun(socket.number(), socketPath) : std::nullopt;
-    // A run that cannot be known again is one of its own.
-    return run ? identityOf(*run) : QUuid::createUuid().toRfc4122();
+    return identityOrAnew(socket.isOpen() ? compositorRun(socket.number(), socketPath)
+                                          : std::nullopt);
 }
 
 } // namespace
@@ -52,11 +50,7 @@ std::unique_ptr<DiscoverySource> WlrWindowServer::openDiscoverySource()
     const std::vector<QByteArray> names = m_names.of(*listed);
     for (const auto& [madeUp, identifier] : m_names.replaced())
         m_numbers.rename(madeUp, identifier);
-    const std::vector<std::optional<WindowID>> numbers = m_numbers.number(names);
-    std::vector<NumberedToplevel> windows;
-    windows.reserve(listed->size());
-    for (std::size_t index = 0; index < numbers.size(); ++index)
-        windows.push_back({listed->at(index), numbers.at(index)});
+    const std::vector<NumberedToplevel> windows = withNumbers(*listed, m_numbers.number(names));
     {
         const std::scoped_lock lock(m_mutex);
         m_windows = windows;
@@ -87,9 +81,8 @@ std::optional<WindowCapture> WlrWindowServer::captureWindow(const CaptureRequest
 QByteArray WlrWindowServer::identifierOf(WindowID number) const
 {
     const std::scoped_lock lock(m_mutex);
-    const auto found =
-        std::ranges::find(m_windows, std::optional(number), &NumberedToplevel::number);
-    return found == m_windows.end() ? QByteArray() : found->window.identifier;
+    const std::optional<Toplevel> window = windowNumbered(m_windows, number);
+    return window ? window->identifier : QByteArray();
 }
 
 std::unique_ptr<Subscription> WlrWindowServer::watchWindows(std::function<void()> changed)
