@@ -28,13 +28,15 @@ _FOLDERS = {
     "platform/freedesktop/icons": "model platform platform/freedesktop/applications",
     "platform/freedesktop/portals": "platform platform/freedesktop/applications"
                                     " platform/freedesktop/bus",
+    "platform/freedesktop/session": "model platform platform/freedesktop/applications"
+                                    " platform/freedesktop/icons",
     "platform/freedesktop/toolkit": "platform platform/freedesktop/bus",
     "platform/x11/connection": "model platform",
     "platform/x11/discovery": "model platform platform/numbers platform/x11/connection",
     "platform/x11/capture": "model platform platform/x11/connection",
-    # Its applications are those of the desktop entries.
+    # Its applications are those of the session, and so are those of all the others.
     "platform/x11/actions": "model platform platform/freedesktop/applications"
-                            " platform/freedesktop/icons platform/x11/connection"
+                            " platform/freedesktop/session platform/x11/connection"
                             " platform/x11/discovery",
     "platform/x11/keys": "platform platform/x11/connection",
     "platform/x11/settings": "platform platform/x11/connection",
@@ -43,19 +45,17 @@ _FOLDERS = {
     "platform/wayland/connection": "platform",
     "platform/wayland/capture": "platform platform/wayland/connection",
     "platform/wayland/toplevels": "platform platform/wayland/connection",
-    # The applications of both are those of the desktop entries.
     "platform/wayland/wlr": "model platform platform/numbers platform/freedesktop/applications"
-                            " platform/freedesktop/icons platform/wayland/connection"
+                            " platform/freedesktop/session platform/wayland/connection"
                             " platform/wayland/capture platform/wayland/toplevels",
     "platform/wayland/sway": "model platform platform/numbers platform/freedesktop/applications"
-                             " platform/freedesktop/icons platform/wayland/capture"
+                             " platform/freedesktop/session platform/wayland/capture"
                              " platform/wayland/connection",
     # It talks to the Shell over the bus, as GLib gives it.
     "platform/gnome": "model platform platform/numbers platform/freedesktop/applications"
-                      " platform/freedesktop/bus platform/freedesktop/icons",
+                      " platform/freedesktop/bus platform/freedesktop/session",
     "platform/kwin": "model platform platform/numbers platform/freedesktop/bus"
-                     " platform/freedesktop/applications platform/freedesktop/icons"
-                     " platform/wayland/connection",
+                     " platform/freedesktop/applications platform/freedesktop/session",
     "windows": "model platform",
     "windows/memory": "model windows",
     "store/board": "model transfer text navigation platform windows",
