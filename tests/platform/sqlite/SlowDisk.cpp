@@ -1,8 +1,7 @@
 #include "platform/sqlite/SlowDisk.h"
 
-#include <sqlite3.h>
+#include "platform/sqlite/FileLayer.h"
 
-#include <list>
 #include <thread>
 #include <utility>
 
@@ -10,71 +9,38 @@ namespace kelpa::test {
 
 namespace {
 
-/// The methods of an open file, of which this layer replaces two.
-struct FileMethods : sqlite3_io_methods
+struct SlowFile
 {
-    const sqlite3_io_methods* replaced = nullptr;
     SlowDisk* disk = nullptr;
     QByteArray path;
 };
 
 int syncSlowly(sqlite3_file* file, int flags)
 {
-    const auto* const methods = static_cast<const FileMethods*>(file->pMethods);
-    methods->disk->enterSync(methods->path);
-    return methods->replaced->xSync(file, flags);
+    const auto& methods = layerMethodsOf<SlowFile>(file);
+    methods.file.disk->enterSync(methods.file.path);
+    return methods.replaced->xSync(file, flags);
 }
 
 int writeSlowly(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 offset)
 {
-    const auto* const methods = static_cast<const FileMethods*>(file->pMethods);
-    methods->disk->enterWrite(methods->path);
-    return methods->replaced->xWrite(file, bytes, count, offset);
+    const auto& methods = layerMethodsOf<SlowFile>(file);
+    methods.file.disk->enterWrite(methods.file.path);
+    return methods.replaced->xWrite(file, bytes, count, offset);
 }
 
 } // namespace
 
-struct SlowDisk::Layer : sqlite3_vfs
+struct SlowDisk::Layer : FileLayer<SlowFile>
 {
-    explicit Layer(SlowDisk& slowDisk)
-        : sqlite3_vfs(*sqlite3_vfs_find(nullptr)), below(sqlite3_vfs_find(nullptr)), disk(slowDisk)
-    {
-        zName = "slow";
-        xOpen = openFile;
-        sqlite3_vfs_register(this, 1);
-    }
-    Layer(const Layer&) = delete;
-    Layer& operator=(const Layer&) = delete;
-    ~Layer()
-    {
-        sqlite3_vfs_unregister(this);
-        sqlite3_vfs_register(below, 1);
-    }
-
-    static int openFile(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags,
-                        int* flagsOut)
-    {
-        auto* const layer = static_cast<Layer*>(vfs);
-        const int code = layer->below->xOpen(layer->below, name, file, flags, flagsOut);
-        if (file->pMethods == nullptr)
-            return code;
-        const std::lock_guard lock(layer->mutex);
-        FileMethods& methods = layer->methods.emplace_back();
-        static_cast<sqlite3_io_methods&>(methods) = *file->pMethods;
-        methods.replaced = file->pMethods;
-        methods.disk = &layer->disk;
-        methods.path = name;
-        methods.xSync = syncSlowly;
-        methods.xWrite = writeSlowly;
-        file->pMethods = &methods;
-        return code;
-    }
-
-    sqlite3_vfs* below;
-    SlowDisk& disk;
-    std::mutex mutex;
-    /// Those of all files that were opened.
-    std::list<FileMethods> methods;
+    explicit Layer(SlowDisk& disk)
+        : FileLayer("slow", [&disk](const char* name, LayerMethods<SlowFile>& methods) {
+              methods.file = {&disk, name};
+              methods.xSync = syncSlowly;
+              methods.xWrite = writeSlowly;
+              return true;
+          })
+    {}
 };
 
 SlowDisk::SlowDisk() : m_layer(std::make_unique<Layer>(*this)) {}

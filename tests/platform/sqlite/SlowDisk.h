@@ -1,5 +1,4 @@
-// A disk on which each sync takes as long as a test decides. The files are real and SQLite is real:
-// it is a layer between SQLite and the file system.
+// A disk on which each sync takes as long as a test decides.
 #pragma once
 
 #include <QByteArray>

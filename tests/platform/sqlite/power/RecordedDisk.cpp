@@ -1,14 +1,13 @@
 #include "platform/sqlite/power/RecordedDisk.h"
 
+#include "platform/sqlite/FileLayer.h"
+
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <atomic>
-#include <list>
 #include <utility>
 
 namespace kelpa::test {
@@ -23,31 +22,24 @@ std::atomic<RecordedDisk*>& currentDisk()
     return disk;
 }
 
-/// The methods of an open file, of which this layer replaces two.
-struct RecordedMethods : sqlite3_io_methods
+struct RecordedFile
 {
-    const sqlite3_io_methods* replaced = nullptr;
     RecordedDisk* disk = nullptr;
     int inode = 0;
 };
 
-const RecordedMethods& methodsOf(const sqlite3_file* file)
-{
-    return *static_cast<const RecordedMethods*>(file->pMethods);
-}
-
 int writeRecorded(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 offset)
 {
-    const RecordedMethods& methods = methodsOf(file);
-    methods.disk->noteWrite(methods.inode, offset,
-                            QByteArray(static_cast<const char*>(bytes), count));
+    const auto& methods = layerMethodsOf<RecordedFile>(file);
+    methods.file.disk->noteWrite(methods.file.inode, offset,
+                                 QByteArray(static_cast<const char*>(bytes), count));
     return methods.replaced->xWrite(file, bytes, count, offset);
 }
 
 int truncateRecorded(sqlite3_file* file, sqlite3_int64 size)
 {
-    const RecordedMethods& methods = methodsOf(file);
-    methods.disk->noteTruncate(methods.inode, size);
+    const auto& methods = layerMethodsOf<RecordedFile>(file);
+    methods.file.disk->noteTruncate(methods.file.inode, size);
     return methods.replaced->xTruncate(file, size);
 }
 
@@ -65,50 +57,20 @@ QByteArray contentsOf(const QString& path)
 
 } // namespace
 
-struct RecordedDisk::Layer : sqlite3_vfs
+struct RecordedDisk::Layer : FileLayer<RecordedFile>
 {
-    explicit Layer(RecordedDisk& recorded)
-        : sqlite3_vfs(*sqlite3_vfs_find(nullptr)), below(sqlite3_vfs_find(nullptr)), disk(recorded)
-    {
-        zName = "recorded";
-        xOpen = openFile;
-        sqlite3_vfs_register(this, 1);
-    }
-    Layer(const Layer&) = delete;
-    Layer& operator=(const Layer&) = delete;
-    ~Layer()
-    {
-        sqlite3_vfs_unregister(this);
-        sqlite3_vfs_register(below, 1);
-    }
-
-    static int openFile(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags,
-                        int* flagsOut)
-    {
-        auto* const layer = static_cast<Layer*>(vfs);
-        const int code = layer->below->xOpen(layer->below, name, file, flags, flagsOut);
-        if (file->pMethods == nullptr || name == nullptr)
-            return code;
-        const auto inode = layer->disk.inodeOf(QFile::decodeName(name));
-        if (!inode)
-            return code;
-        const std::lock_guard lock(layer->mutex);
-        RecordedMethods& methods = layer->methods.emplace_back();
-        static_cast<sqlite3_io_methods&>(methods) = *file->pMethods;
-        methods.replaced = file->pMethods;
-        methods.disk = &layer->disk;
-        methods.inode = *inode;
-        methods.xWrite = writeRecorded;
-        methods.xTruncate = truncateRecorded;
-        file->pMethods = &methods;
-        return code;
-    }
-
-    sqlite3_vfs* below;
-    RecordedDisk& disk;
-    std::mutex mutex;
-    /// Those of all files that were opened.
-    std::list<RecordedMethods> methods;
+    explicit Layer(RecordedDisk& disk)
+        : FileLayer("recorded", [&disk](const char* name, LayerMethods<RecordedFile>& methods) {
+              const auto inode =
+                  name == nullptr ? std::nullopt : disk.inodeOf(QFile::decodeName(name));
+              if (!inode)
+                  return false;
+              methods.file = {&disk, *inode};
+              methods.xWrite = writeRecorded;
+              methods.xTruncate = truncateRecorded;
+              return true;
+          })
+    {}
 };
 
 RecordedDisk::RecordedDisk(const QString& folder)
