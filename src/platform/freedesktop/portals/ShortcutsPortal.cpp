@@ -3,20 +3,16 @@
 #include "platform/LoggingCategories.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 #include "platform/freedesktop/portals/ShortcutTypes.h"
+#include "platform/freedesktop/portals/ShortcutsBus.h"
+#include "platform/freedesktop/portals/ShortcutsChoice.h"
 
 #include <QDBusArgument>
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
-#include <QUuid>
 
 #include <limits>
 #include <utility>
@@ -25,82 +21,10 @@ namespace kelpa {
 
 namespace {
 
-const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
-const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
-const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
-const QString busInterface = QStringLiteral("org.freedesktop.DBus");
-const QString responseSignal = QStringLiteral("Response");
-const QString closedSignal = QStringLiteral("Closed");
-
-constexpr uint codeGiven = 0;
-constexpr uint codeCancelled = 1;
 /// The first version whose dialog can be shown again.
 constexpr unsigned configurableVersion = 2;
-constexpr qint64 longestPath = 65'536;
-
-QString newToken()
-{
-    return QStringLiteral("kelpa") + QUuid::createUuid().toString(QUuid::Id128);
-}
-
-QDBusMessage callOf(const QString& method)
-{
-    return QDBusMessage::createMethodCall(portalName, portalPath, shortcutsInterface, method);
-}
-
-bool isChosenFor(const QString& board, const QString& choiceFile)
-{
-    QFile file(choiceFile);
-    return file.open(QIODevice::ReadOnly) && QString::fromUtf8(file.read(longestPath)) == board;
-}
-
-Done writeChoice(const QString& choiceFile, const QString& board, bool isChosen)
-{
-    if (!isChosen) {
-        // Another board's Kelpa may have it by now.
-        if (isChosenFor(board, choiceFile))
-            QFile::remove(choiceFile);
-        return {};
-    }
-    QSaveFile file(choiceFile);
-    if (!QDir().mkpath(QFileInfo(choiceFile).path()) || !file.open(QIODevice::WriteOnly) ||
-        file.write(board.toUtf8()) < 0 || !file.commit())
-        qCWarning(logBus, "the choice of keys could not be kept");
-    return {};
-}
-
-/// Portals send it as a text, although it is a path.
-QString sessionOf(const QVariantMap& results)
-{
-    const QVariant handle = results.value(QStringLiteral("session_handle"));
-    return handle.metaType() == QMetaType::fromType<QDBusObjectPath>()
-               ? handle.value<QDBusObjectPath>().path()
-               : handle.toString();
-}
 
 } // namespace
-
-/// A connection of its own to the session bus, closed when its last owner drops it.
-class ShortcutsPortal::Bus
-{
-public:
-    // By its address: the toolkit's own session bus may be a stand-in.
-    Bus()
-        : m_connection(
-              QDBusConnection::connectToBus(QString::fromLocal8Bit(sessionBusAddress()), m_name))
-    {}
-    ~Bus() { QDBusConnection::disconnectFromBus(m_name); }
-    Bus(const Bus&) = delete;
-    Bus& operator=(const Bus&) = delete;
-
-    QDBusConnection& connection() { return m_connection; }
-
-private:
-    const QString m_name = QStringLiteral("kelpa-shortcuts-") + newToken();
-    QDBusConnection m_connection;
-};
 
 ShortcutsPortal::ShortcutsPortal(Scheduler& scheduler, Options options)
     : m_scheduler(scheduler), m_options(std::move(options)), m_writing(scheduler)
@@ -117,8 +41,9 @@ void ShortcutsPortal::start(GlobalShortcutHandlers handlers, std::function<Descr
     // Connecting blocks, so it happens off the main thread.
     m_connecting = m_scheduler.inBackground(
         [board = m_options.board, choiceFile = m_options.choiceFile](const std::stop_token&) {
-            return Connected{sessionBusAddress().isEmpty() ? nullptr : std::make_shared<Bus>(),
-                             isChosenFor(board, choiceFile)};
+            return Connected{sessionBusAddress().isEmpty() ? nullptr
+                                                           : std::make_shared<ShortcutsBus>(),
+                             areKeysChosenFor(board, choiceFile)};
         },
         [this](const Connected& connected) { listen(connected); });
 }
@@ -141,17 +66,8 @@ void ShortcutsPortal::listen(const Connected& connected)
         return;
     m_bus = connected.bus;
     m_isChosen = connected.isChosen;
-    // From any sender: naming one would wait for the bus to tell its owner.
-    m_bus->connection().connect(QString(), QStringLiteral("/org/freedesktop/DBus"), busInterface,
-                                QStringLiteral("NameOwnerChanged"), {portalName}, QString(), this,
-                                SLOT(noteOwner(QDBusMessage)));
-    m_bus->connection().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                                QStringLiteral("org.freedesktop.DBus.Local"),
-                                QStringLiteral("Disconnected"), this, SLOT(noteDisconnected()));
-    follow(portalPath, shortcutsInterface, QStringLiteral("Activated"),
-           SLOT(noteActivated(QDBusMessage)));
-    follow(portalPath, shortcutsInterface, QStringLiteral("ShortcutsChanged"),
-           SLOT(noteChanged(QDBusMessage)));
+    m_bus->followBus(this, SLOT(noteOwner(QDBusMessage)), SLOT(noteDisconnected()));
+    m_bus->followKeys(this, SLOT(noteActivated(QDBusMessage)), SLOT(noteChanged(QDBusMessage)));
     ask();
 }
 
@@ -163,20 +79,12 @@ void ShortcutsPortal::ask()
         return;
     }
     // Before any other call. Portals before version 1.20 have no such method.
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        portalName, portalPath, QStringLiteral("org.freedesktop.host.portal.Registry"),
-        QStringLiteral("Register"));
-    message << QStringLiteral("org.kelpa.Kelpa") << QVariantMap();
-    call(message, [this](const QDBusPendingCallWatcher&) { readVersion(); });
+    call(portalRegistration(), [this](const QDBusPendingCallWatcher&) { readVersion(); });
 }
 
 void ShortcutsPortal::readVersion()
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        portalName, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"),
-        QStringLiteral("Get"));
-    message << shortcutsInterface << QStringLiteral("version");
-    call(message, [this](const QDBusPendingCallWatcher& watcher) {
+    call(shortcutsVersionQuestion(), [this](const QDBusPendingCallWatcher& watcher) {
         m_isAsking = false;
         const QDBusPendingReply<QDBusVariant> reply = watcher;
         const QVariant version = reply.isValid() ? reply.value().variant() : QVariant();
@@ -209,7 +117,7 @@ void ShortcutsPortal::choose()
 
 void ShortcutsPortal::configure()
 {
-    QDBusMessage message = callOf(QStringLiteral("ConfigureShortcuts"));
+    QDBusMessage message = shortcutsCall(QStringLiteral("ConfigureShortcuts"));
     message << QVariant::fromValue(QDBusObjectPath(m_session)) << QString() << QVariantMap();
     // Portals may answer only once the dialog is done with, so the call has no limit.
     call(
@@ -224,8 +132,8 @@ void ShortcutsPortal::configure()
 void ShortcutsPortal::createSession(Asker asker)
 {
     m_asker = asker;
-    QDBusMessage message = callOf(QStringLiteral("CreateSession"));
-    message << QVariantMap{{QStringLiteral("session_handle_token"), newToken()}};
+    QDBusMessage message = shortcutsCall(QStringLiteral("CreateSession"));
+    message << QVariantMap{{QStringLiteral("session_handle_token"), newPortalToken()}};
     request(message, Step::creating);
     // Nobody is asked for it.
     m_limit = m_scheduler.after(m_options.limit, [this] { fail(); });
@@ -233,7 +141,7 @@ void ShortcutsPortal::createSession(Asker asker)
 
 void ShortcutsPortal::bind()
 {
-    QDBusMessage message = callOf(QStringLiteral("BindShortcuts"));
+    QDBusMessage message = shortcutsCall(QStringLiteral("BindShortcuts"));
     // Without a name of the window, which Wayland's toolkits do not tell.
     message << QVariant::fromValue(QDBusObjectPath(m_session))
             << QVariant::fromValue(portalShortcuts(m_describe())) << QString() << QVariantMap();
@@ -242,15 +150,14 @@ void ShortcutsPortal::bind()
 
 void ShortcutsPortal::request(QDBusMessage message, Step step)
 {
-    const QString token = newToken();
+    const QString token = newPortalToken();
     QVariantList arguments = message.arguments();
     QVariantMap options = arguments.takeLast().toMap();
     options.insert(QStringLiteral("handle_token"), token);
     message.setArguments(arguments << options);
     m_step = step;
     // Known beforehand, so that no response is missed.
-    followRequest(portalPath + QStringLiteral("/request/") +
-                  m_bus->connection().baseService().mid(1).replace(u'.', u'_') + u'/' + token);
+    followRequest(m_bus->requestPath(token));
     call(message, [this, path = m_requestPath](const QDBusPendingCallWatcher& watcher) {
         if (m_requestPath != path)
             return;
@@ -269,30 +176,25 @@ void ShortcutsPortal::noteResponse(const QDBusMessage& message)
     followRequest({});
     m_limit.reset();
     const Step step = std::exchange(m_step, Step::none);
-    const bool isOfForm = message.signature() == QStringLiteral("ua{sv}");
-    const uint code = isOfForm ? message.arguments().constFirst().toUInt() : codeGiven;
-    const auto results =
-        isOfForm ? qdbus_cast<QVariantMap>(message.arguments().constLast()) : QVariantMap();
-    if (step == Step::binding && code == codeCancelled) {
+    const PortalResponse response = portalResponse(message);
+    if (step == Step::binding && response.outcome == PortalOutcome::cancelled) {
         giveUp();
         return;
     }
-    if (code != codeGiven) {
+    if (response.outcome != PortalOutcome::given) {
         fail();
         return;
     }
     if (step == Step::binding) {
-        takeKeys(results);
+        takeKeys(response.results);
         return;
     }
-    // Of a malformed response there are no results.
-    m_session = sessionOf(results);
-    if (!m_session.startsWith(u'/')) {
-        m_session.clear();
+    const QString sessionPath = sessionOf(response.results);
+    if (!sessionPath.startsWith(u'/')) {
         fail();
         return;
     }
-    follow(m_session, sessionInterface, closedSignal, SLOT(noteClosed(QDBusMessage)));
+    followSession(sessionPath);
     bind();
 }
 
@@ -347,19 +249,17 @@ void ShortcutsPortal::closeRequest()
     const QString path = m_requestPath;
     followRequest({});
     if (m_bus)
-        m_bus->connection().send(QDBusMessage::createMethodCall(portalName, path, requestInterface,
-                                                                QStringLiteral("Close")));
+        m_bus->close(path, portalRequestInterface());
 }
 
 void ShortcutsPortal::closeSession()
 {
     if (m_session.isEmpty())
         return;
-    unfollow(m_session, sessionInterface, closedSignal, SLOT(noteClosed(QDBusMessage)));
-    const QString session = std::exchange(m_session, {});
+    const QString session = m_session;
+    followSession({});
     if (m_bus)
-        m_bus->connection().send(QDBusMessage::createMethodCall(
-            portalName, session, sessionInterface, QStringLiteral("Close")));
+        m_bus->close(session, portalSessionInterface());
     if (m_state.standing == ShortcutStanding::given)
         setState({.standing = ShortcutStanding::offered});
 }
@@ -371,16 +271,14 @@ void ShortcutsPortal::forgetPortal()
     m_limit.reset();
     m_step = Step::none;
     followRequest({});
-    if (!m_session.isEmpty())
-        unfollow(m_session, sessionInterface, closedSignal, SLOT(noteClosed(QDBusMessage)));
-    m_session.clear();
+    followSession({});
     m_owner.clear();
     m_version = 0;
 }
 
 void ShortcutsPortal::noteOwner(const QDBusMessage& message)
 {
-    if (message.service() != busInterface || message.signature() != QStringLiteral("sss"))
+    if (!isOwnerChange(message))
         return;
     const QString owner = message.arguments().constLast().toString();
     if (!owner.isEmpty() && (m_isAsking || owner == m_owner))
@@ -432,8 +330,7 @@ void ShortcutsPortal::noteClosed(const QDBusMessage& message)
 {
     if (message.service() != m_owner || message.path() != m_session)
         return;
-    unfollow(m_session, sessionInterface, closedSignal, SLOT(noteClosed(QDBusMessage)));
-    m_session.clear();
+    followSession({});
     const bool wasAwaited = m_step != Step::none;
     closeRequest();
     setState({.standing = ShortcutStanding::offered});
@@ -453,9 +350,12 @@ void ShortcutsPortal::setState(const GlobalShortcutState& state)
 void ShortcutsPortal::setChosen(bool isChosen)
 {
     m_isChosen = isChosen;
-    m_writing.add([file = m_options.choiceFile, board = m_options.board,
-                   isChosen](const std::stop_token&) { return writeChoice(file, board, isChosen); },
-                  [](Done) {});
+    m_writing.add(
+        [file = m_options.choiceFile, board = m_options.board, isChosen](const std::stop_token&) {
+            storeKeysChoice(board, file, isChosen);
+            return Done();
+        },
+        [](Done) {});
 }
 
 void ShortcutsPortal::call(const QDBusMessage& message,
@@ -474,26 +374,26 @@ void ShortcutsPortal::call(const QDBusMessage& message,
             });
 }
 
-void ShortcutsPortal::follow(const QString& path, const QString& interface, const QString& name,
-                             const char* slot)
-{
-    m_bus->connection().connect(QString(), path, interface, name, this, slot);
-}
-
-void ShortcutsPortal::unfollow(const QString& path, const QString& interface, const QString& name,
-                               const char* slot)
-{
-    if (m_bus)
-        m_bus->connection().disconnect(QString(), path, interface, name, this, slot);
-}
-
 void ShortcutsPortal::followRequest(const QString& path)
 {
-    if (!m_requestPath.isEmpty())
-        unfollow(m_requestPath, requestInterface, responseSignal, SLOT(noteResponse(QDBusMessage)));
-    m_requestPath = path;
+    followInstead(m_requestPath, path, portalRequestInterface(), QStringLiteral("Response"),
+                  SLOT(noteResponse(QDBusMessage)));
+}
+
+void ShortcutsPortal::followSession(const QString& path)
+{
+    followInstead(m_session, path, portalSessionInterface(), QStringLiteral("Closed"),
+                  SLOT(noteClosed(QDBusMessage)));
+}
+
+void ShortcutsPortal::followInstead(QString& followed, const QString& path,
+                                    const QString& interface, const QString& name, const char* slot)
+{
+    if (!followed.isEmpty() && m_bus)
+        m_bus->unfollow(followed, interface, name, this, slot);
+    followed = path;
     if (!path.isEmpty())
-        follow(path, requestInterface, responseSignal, SLOT(noteResponse(QDBusMessage)));
+        m_bus->follow(path, interface, name, this, slot);
 }
 
 } // namespace kelpa

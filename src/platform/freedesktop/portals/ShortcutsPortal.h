@@ -21,6 +21,8 @@ class QDBusPendingCallWatcher;
 
 namespace kelpa {
 
+class ShortcutsBus;
+
 /// A session of the portal lasts no longer than its connection, so each start opens another. The
 /// desktop is expected to remember the keys of a program and to give that session the same ones
 /// without a dialog, which the portal's description leaves open. It would ask where no keys were
@@ -63,10 +65,9 @@ private Q_SLOTS:
     void noteDisconnected();
 
 private:
-    class Bus;
     struct Connected
     {
-        std::shared_ptr<Bus> bus;
+        std::shared_ptr<ShortcutsBus> bus;
         bool isChosen = false;
     };
     enum class Step : std::uint8_t { none, creating, binding };
@@ -93,11 +94,12 @@ private:
     void call(const QDBusMessage& message,
               std::function<void(const QDBusPendingCallWatcher& reply)> answered,
               std::optional<std::chrono::milliseconds> limit = std::nullopt);
-    void follow(const QString& path, const QString& interface, const QString& name,
-                const char* slot);
-    void unfollow(const QString& path, const QString& interface, const QString& name,
-                  const char* slot);
+    /// Receives the signals of the request or the session with that path, which is open from now
+    /// on, and of the one before no more; of none where the path is empty.
     void followRequest(const QString& path);
+    void followSession(const QString& path);
+    void followInstead(QString& followed, const QString& path, const QString& interface,
+                       const QString& name, const char* slot);
 
     Scheduler& m_scheduler;
     const Options m_options;
@@ -107,7 +109,7 @@ private:
     /// The person has chosen keys, now or at an earlier start.
     bool m_isChosen = false;
     /// Absent until there is a connection.
-    std::shared_ptr<Bus> m_bus;
+    std::shared_ptr<ShortcutsBus> m_bus;
     TaskHandle m_connecting;
     TaskHandle m_limit;
     TaskQueue m_writing;
