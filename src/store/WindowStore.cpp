@@ -1,6 +1,7 @@
 #include "store/WindowStoreParts.h"
 
 #include "store/board/BoardPersistence.h"
+#include "text/FormerWindowCopy.h"
 #include "text/KelpaCopy.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "text/CopyTable.h"
 
+#include "text/FormerWindowCopy.h"
 #include "text/KeyHelp.h"
 
 namespace kelpa {

@@ -1,6 +1,7 @@
 #include "text/KelpaCopy.h"
 
 #include "model/Text.h"
+#include "text/CopyFrame.h"
 #include "text/CopyRowsBackups.h"
 #include "text/CopyRowsBoard.h"
 #include "text/CopyRowsDesktop.h"
@@ -9,13 +10,11 @@
 #include "text/CopyRowsTransfer.h"
 #include "text/CopyRowsTrouble.h"
 #include "text/CopyRowsWindows.h"
-#include "text/PerLanguage.h"
 
 #include <QLocale>
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace kelpa::KelpaCopy {
 
@@ -54,21 +53,6 @@ static_assert(boardCopyRows.size() + goalCopyRows.size() + todoCopyRows.size() +
                   copyKeyCount,
               "each key has one row");
 static_assert(everyKeyHasItsRow(), "the rows must stand in the order of CopyKey, one for each");
-
-/// The text before and after an inserted value.
-struct Frame
-{
-    std::u16string_view prefix;
-    std::u16string_view suffix;
-
-    QString around(const QString& value) const
-    {
-        return QStringView(prefix).toString().append(value).append(QStringView(suffix));
-    }
-};
-
-using Frames = PerLanguage<Frame>;
-using Names = PerLanguage<std::u16string_view>;
 
 constexpr Frames selectWindowsTitleFrames({u"将窗口加入「", u"」"}, {u"Add windows to “", u"”"},
                                           {u"「", u"」にウィンドウを追加"}, {u"‘", u"’에 창 추가"},
@@ -161,21 +145,6 @@ constexpr Frames dropIntoFrames = Frames::same({u"→ ", u""});
 constexpr Frames dropBeforeFrames({u"→ 移到「", u"」之前"}, {u"→ before “", u"”"},
                                   {u"→「", u"」の前へ"}, {u"→ ‘", u"’ 앞으로"},
                                   {u"→ avant « ", u" »"}, {u"→ vor „", u"“"});
-constexpr Frames backupGoalsFrames({u"目标：", u" · "}, {u"Goals: ", u" · "}, {u"目標：", u" · "},
-                                   {u"목표: ", u" · "}, {u"Objectifs : ", u" · "},
-                                   {u"Ziele: ", u" · "});
-constexpr Frames backupTodosFrames({u"未完成待办：", u""}, {u"Unfinished todos: ", u""},
-                                   {u"未完了のタスク：", u""}, {u"미완료 할 일: ", u""},
-                                   {u"Tâches inachevées : ", u""}, {u"Offene Aufgaben: ", u""});
-constexpr Frames allTodosFrames({u"待办：", u" · "}, {u"Todos: ", u" · "}, {u"タスク：", u" · "},
-                                {u"할 일: ", u" · "}, {u"Tâches : ", u" · "},
-                                {u"Aufgaben: ", u" · "});
-constexpr Frames leftOutFrames({u"不会导入的行：", u""}, {u"Lines left out: ", u""},
-                               {u"読み込まれない行：", u""}, {u"가져오지 않는 줄: ", u""},
-                               {u"Lignes laissées de côté : ", u""},
-                               {u"Ausgelassene Zeilen: ", u""});
-constexpr Frames lineFrames({u"第 ", u" 行，"}, {u"Line ", u", "}, {u"", u"行目、"},
-                            {u"", u"번째 줄, "}, {u"Ligne ", u", "}, {u"Zeile ", u", "});
 constexpr Frames movedAsideToFrames({u"原文件在同一文件夹中：", u""},
                                     {u"The old file is in the same folder: ", u""},
                                     {u"元のファイルは同じフォルダにあります：", u""},
@@ -208,84 +177,11 @@ constexpr Frames overlongTitleFrames(
      u" Zeichen, zu viele, um ihn hier zu bearbeiten. Er bleibt, wie er ist, bis "
      u"ein anderer eingegeben wird."});
 
-constexpr Names windowIsBackTexts(u"1 个窗口已回到原来的目标", u"1 window is back in its goal",
-                                  u"1個のウィンドウが元の目標に戻りました",
-                                  u"창 1개가 원래 목표로 돌아왔습니다",
-                                  u"1 fenêtre a retrouvé son objectif",
-                                  u"1 Fenster ist wieder in seinem Ziel");
-
-constexpr Frames windowsAreBackFrames({u"", u" 个窗口已回到原来的目标"},
-                                      {u"", u" windows are back in their goals"},
-                                      {u"", u"個のウィンドウが元の目標に戻りました"},
-                                      {u"창 ", u"개가 원래 목표로 돌아왔습니다"},
-                                      {u"", u" fenêtres ont retrouvé leurs objectifs"},
-                                      {u"", u" Fenster sind wieder in ihren Zielen"});
-
-constexpr Names windowIsForgottenTexts(u"已忘记 1 个窗口", u"1 window is forgotten",
-                                       u"1個のウィンドウを消去しました",
-                                       u"기억한 창 1개를 지웠습니다", u"1 fenêtre est oubliée",
-                                       u"1 Fenster ist vergessen");
-
-constexpr Frames windowsAreForgottenFrames({u"已忘记 ", u" 个窗口"},
-                                           {u"", u" windows are forgotten"},
-                                           {u"", u"個のウィンドウを消去しました"},
-                                           {u"기억한 창 ", u"개를 지웠습니다"},
-                                           {u"", u" fenêtres sont oubliées"},
-                                           {u"", u" Fenster sind vergessen"});
-
-constexpr Frames wasInFrames({u"曾在：", u""}, {u"Was in: ", u""}, {u"以前の目標：", u""},
-                             {u"이전 목표: ", u""}, {u"Était dans : ", u""}, {u"War in: ", u""});
-
 constexpr Frames onVirtualDesktopFrames({u"在虚拟桌面「", u"」上"}, {u"On desktop “", u"”"},
                                         {u"仮想デスクトップ「", u"」にあります"},
                                         {u"가상 데스크톱 ‘", u"’에 있음"},
                                         {u"Sur le bureau « ", u" »"},
                                         {u"Auf Arbeitsfläche „", u"“"});
-
-constexpr Frames applicationIsGoneFrames({u"「", u"」已卸载"}, {u"“", u"” is no longer installed"},
-                                         {u"「", u"」はもうインストールされていません"},
-                                         {u"‘", u"’ 앱이 더 이상 설치되어 있지 않습니다"},
-                                         {u"« ", u" » n’est plus installé"},
-                                         {u"„", u"“ ist nicht mehr installiert"});
-
-constexpr Frames documentIsGoneFrames({u"「", u"」已不存在，只打开了应用"},
-                                      {u"“", u"” is gone; its application was opened without it"},
-                                      {u"「", u"」が見つからないため、アプリだけを開きました"},
-                                      {u"‘", u"’ 문서가 없어 앱만 열었습니다"},
-                                      {u"« ",
-                                       u" » n’existe plus ; seule son application a été ouverte"},
-                                      {u"„", u"“ ist nicht mehr da; nur die App wurde geöffnet"});
-
-constexpr Frames noNewWindowFrames({u"「", u"」没有打开新窗口"},
-                                   {u"“", u"” has not opened a new window"},
-                                   {u"「", u"」の新しいウィンドウは開きませんでした"},
-                                   {u"‘", u"’에서 새 창이 열리지 않았습니다"},
-                                   {u"« ", u" » n’a pas ouvert de nouvelle fenêtre"},
-                                   {u"„", u"“ hat kein neues Fenster geöffnet"});
-
-constexpr Names windowFromLastTimeTexts(u"上次的 1 个窗口", u"1 window from last time",
-                                        u"前回のウィンドウ1個", u"지난번 창 1개",
-                                        u"1 fenêtre de la dernière fois",
-                                        u"1 Fenster vom letzten Mal");
-
-constexpr Frames windowsFromLastTimeFrames({u"上次的 ", u" 个窗口"},
-                                           {u"", u" windows from last time"},
-                                           {u"前回のウィンドウ", u"個"}, {u"지난번 창 ", u"개"},
-                                           {u"", u" fenêtres de la dernière fois"},
-                                           {u"", u" Fenster vom letzten Mal"});
-
-constexpr Names closedWindowTexts(u"1 个已关闭的窗口", u"1 closed window", u"閉じたウィンドウ1個",
-                                  u"닫힌 창 1개", u"1 fenêtre fermée", u"1 geschlossenes Fenster");
-
-constexpr Frames closedWindowsFrames({u"", u" 个已关闭的窗口"}, {u"", u" closed windows"},
-                                     {u"閉じたウィンドウ", u"個"}, {u"닫힌 창 ", u"개"},
-                                     {u"", u" fenêtres fermées"}, {u"", u" geschlossene Fenster"});
-
-constexpr Frames lastSeenFrames({u"上次出现：", u""}, {u"Last seen: ", u""}, {u"最終表示：", u""},
-                                {u"마지막 표시: ", u""}, {u"Vue le : ", u""},
-                                {u"Zuletzt gesehen: ", u""});
-
-constexpr Names titleSeparators(u"、", u", ", u"、", u", ", u", ", u", ");
 
 constexpr Names dayAndTimeSeparators(u" ", u", ", u" ", u" ", u", ", u", ");
 constexpr Names windowNameSeparators(u"：", u": ", u"：", u": ", u" : ", u": ");
@@ -454,60 +350,6 @@ QString overlongTitle(qsizetype length, AppLanguage language)
     return overlongTitleFrames[language].around(QString::number(length));
 }
 
-QString windowsAreBack(qsizetype count, AppLanguage language)
-{
-    if (count == 1)
-        return QStringView(windowIsBackTexts[language]).toString();
-    return windowsAreBackFrames[language].around(QString::number(count));
-}
-
-QString windowsAreForgotten(qsizetype count, AppLanguage language)
-{
-    if (count == 1)
-        return QStringView(windowIsForgottenTexts[language]).toString();
-    return windowsAreForgottenFrames[language].around(QString::number(count));
-}
-
-QString applicationIsGone(const QString& name, AppLanguage language)
-{
-    return applicationIsGoneFrames[language].around(name);
-}
-
-QString documentIsGone(const QString& name, AppLanguage language)
-{
-    return documentIsGoneFrames[language].around(name);
-}
-
-QString hasNoNewWindow(const QString& application, AppLanguage language)
-{
-    return noNewWindowFrames[language].around(application);
-}
-
-QString windowsFromLastTime(qsizetype count, AppLanguage language)
-{
-    if (count == 1)
-        return QStringView(windowFromLastTimeTexts[language]).toString();
-    return windowsFromLastTimeFrames[language].around(QString::number(count));
-}
-
-QString closedWindows(qsizetype count, AppLanguage language)
-{
-    if (count == 1)
-        return QStringView(closedWindowTexts[language]).toString();
-    return closedWindowsFrames[language].around(QString::number(count));
-}
-
-QString lastSeen(const QString& date, AppLanguage language)
-{
-    return lastSeenFrames[language].around(date);
-}
-
-QString wasIn(const QStringList& goalTitles, AppLanguage language)
-{
-    return wasInFrames[language].around(
-        goalTitles.join(QStringView(titleSeparators[language]).toString()));
-}
-
 QString onVirtualDesktop(const QString& desktop, AppLanguage language)
 {
     return onVirtualDesktopFrames[language].around(desktop);
@@ -515,9 +357,12 @@ QString onVirtualDesktop(const QString& desktop, AppLanguage language)
 
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language)
 {
-    if (ownerName.isEmpty())
-        return title;
-    return ownerName + QStringView(windowNameSeparators[language]).toString() + title;
+    return ownerName.isEmpty() ? title : withColon(ownerName, title, language);
+}
+
+QString withColon(const QString& what, const QString& name, AppLanguage language)
+{
+    return what + QStringView(windowNameSeparators[language]).toString() + name;
 }
 
 QString dayAndTime(const QDateTime& local, AppLanguage language)
@@ -526,32 +371,6 @@ QString dayAndTime(const QDateTime& local, AppLanguage language)
     return locale.toString(local.date(), QLocale::LongFormat) +
            QStringView(dayAndTimeSeparators[language]).toString() +
            locale.toString(local.time(), QLocale::ShortFormat);
-}
-
-QString backupCounts(qsizetype goals, qsizetype openTodos, AppLanguage language)
-{
-    return backupGoalsFrames[language].around(QString::number(goals)) +
-           backupTodosFrames[language].around(QString::number(openTodos));
-}
-
-QString importCounts(qsizetype goals, qsizetype todos, qsizetype openTodos, AppLanguage language)
-{
-    return backupGoalsFrames[language].around(QString::number(goals)) +
-           allTodosFrames[language].around(QString::number(todos)) +
-           backupTodosFrames[language].around(QString::number(openTodos));
-}
-
-QString linesLeftOut(qsizetype count, AppLanguage language)
-{
-    return leftOutFrames[language].around(QString::number(count));
-}
-
-QString lineLeftOut(qsizetype line, CopyKey reason, const QString& text, AppLanguage language)
-{
-    const QString why =
-        lineFrames[language].around(QString::number(line)) + KelpaCopy::text(reason, language);
-    return text.isEmpty() ? why
-                          : why + QStringView(windowNameSeparators[language]).toString() + text;
 }
 
 QString movedAsideTo(const QString& name, AppLanguage language)

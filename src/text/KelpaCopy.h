@@ -61,40 +61,17 @@ QString makeTodos(qsizetype count, AppLanguage language);
 
 /// Says of a title of `length` characters that no field takes it.
 QString overlongTitle(qsizetype length, AppLanguage language);
-/// Announces windows that went back to their goals by themselves. With a singular.
-QString windowsAreBack(qsizetype count, AppLanguage language);
-/// Says that windows are no longer remembered. With a singular.
-QString windowsAreForgotten(qsizetype count, AppLanguage language);
-/// Why a window was not opened again, or without its document.
-QString applicationIsGone(const QString& name, AppLanguage language);
-QString documentIsGone(const QString& name, AppLanguage language);
-/// Why a window that was opened again has not joined its goal.
-QString hasNoNewWindow(const QString& application, AppLanguage language);
-/// The windows that a goal had. With a singular.
-QString windowsFromLastTime(qsizetype count, AppLanguage language);
-/// The same where some of them were closed just now.
-QString closedWindows(qsizetype count, AppLanguage language);
-/// When a window was there last. `date` is written as the language does.
-QString lastSeen(const QString& date, AppLanguage language);
-/// Names the goals that a window may have been in before.
-QString wasIn(const QStringList& goalTitles, AppLanguage language);
-
 /// Where a window is that is on another virtual desktop, which has that name or number.
 QString onVirtualDesktop(const QString& desktop, AppLanguage language);
 
 /// The text that a screen reader says for a window's card: the application's name and the title, or
 /// the title alone where `ownerName` is empty. `title` is not empty.
 QString windowName(const QString& ownerName, const QString& title, AppLanguage language);
+/// What something is and its name, with a colon between them as the language writes it.
+QString withColon(const QString& what, const QString& name, AppLanguage language);
 
 /// Day and time, as the language writes them.
 QString dayAndTime(const QDateTime& local, AppLanguage language);
-/// What a backup holds: "Goals: 5 · Unfinished todos: 23".
-QString backupCounts(qsizetype goals, qsizetype openTodos, AppLanguage language);
-/// What a file holds: "Goals: 5 · Todos: 30 · Unfinished todos: 23".
-QString importCounts(qsizetype goals, qsizetype todos, qsizetype openTodos, AppLanguage language);
-/// How many lines an import leaves out, and one of them: "Line 12, not a todo: …".
-QString linesLeftOut(qsizetype count, AppLanguage language);
-QString lineLeftOut(qsizetype line, CopyKey reason, const QString& text, AppLanguage language);
 /// Where a damaged file is now that was renamed to `name`.
 QString movedAsideTo(const QString& name, AppLanguage language);
 

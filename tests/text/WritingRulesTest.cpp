@@ -1,8 +1,10 @@
 // How the interface's texts are written, in every language: spaces, scripts, punctuation, address.
 #include "text/DeclaredKeys.h"
 #include "text/DesktopCopy.h"
+#include "text/FormerWindowCopy.h"
 #include "text/KelpaCopy.h"
 #include "text/TextPrinting.h"
+#include "text/TransferCopy.h"
 
 #include <gtest/gtest.h>
 

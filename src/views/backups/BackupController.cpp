@@ -3,6 +3,7 @@
 #include "model/Text.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
+#include "text/TransferCopy.h"
 
 namespace kelpa {
 

@@ -4,6 +4,7 @@
 #include "store/BoardTransfer.h"
 #include "store/WindowStore.h"
 #include "text/KelpaCopy.h"
+#include "text/TransferCopy.h"
 #include "views/transfer/FileFilters.h"
 
 #include <variant>

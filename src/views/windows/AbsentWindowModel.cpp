@@ -2,7 +2,7 @@
 
 #include "model/Text.h"
 #include "model/UtcTime.h"
-#include "text/KelpaCopy.h"
+#include "text/FormerWindowCopy.h"
 #include "views/windows/WindowPresentation.h"
 
 #include <QDateTime>
