@@ -10,8 +10,11 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <atomic>
 #include <chrono>
+#include <semaphore>
 #include <thread>
+#include <vector>
 
 namespace kelpa::test {
 
@@ -46,6 +49,35 @@ inline void runDueEvents()
         QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
+
+/// Keeps all threads of a scheduler busy until it is released.
+class BusyThreads
+{
+public:
+    explicit BusyThreads(QtScheduler& scheduler)
+    {
+        m_tasks.reserve(QtScheduler::maxThreads);
+        for (int i = 0; i < QtScheduler::maxThreads; ++i) {
+            m_tasks.push_back(scheduler.inBackground(
+                [this](const std::stop_token&) {
+                    ++m_running;
+                    m_gate.acquire();
+                    return 1;
+                },
+                [this](int value) { m_ended += value; }));
+        }
+    }
+
+    bool areAll() const { return m_running == QtScheduler::maxThreads; }
+    void release() { m_gate.release(QtScheduler::maxThreads); }
+    bool haveEnded() const { return m_ended == QtScheduler::maxThreads; }
+
+private:
+    std::counting_semaphore<> m_gate{0};
+    std::atomic<int> m_running = 0;
+    int m_ended = 0;
+    std::vector<TaskHandle> m_tasks;
+};
 
 class QtSchedulerTest : public testing::Test
 {

@@ -4,7 +4,6 @@
 #include <atomic>
 #include <optional>
 #include <semaphore>
-#include <vector>
 
 namespace kelpa::test {
 namespace {
@@ -68,21 +67,8 @@ TEST_F(QtSchedulerTest, Work_that_is_asked_to_stop_and_then_cancelled_delivers_n
 
 TEST_F(QtSchedulerTest, Work_that_is_asked_to_stop_before_it_has_begun_never_begins)
 {
-    std::counting_semaphore<> gate{0};
-    std::atomic<int> running = 0;
-    int ended = 0;
-    std::vector<TaskHandle> blockers;
-    blockers.reserve(QtScheduler::maxThreads);
-    for (int i = 0; i < QtScheduler::maxThreads; ++i) {
-        blockers.push_back(scheduler.inBackground(
-            [&](const std::stop_token&) {
-                ++running;
-                gate.acquire();
-                return 1;
-            },
-            [&](int value) { ended += value; }));
-    }
-    ASSERT_TRUE(eventually([&] { return running == QtScheduler::maxThreads; }));
+    BusyThreads threads(scheduler);
+    ASSERT_TRUE(eventually([&] { return threads.areAll(); }));
     std::atomic<bool> hasBegun = false;
     bool hasArrived = false;
     const TaskHandle waiting = scheduler.inBackground(
@@ -92,11 +78,11 @@ TEST_F(QtSchedulerTest, Work_that_is_asked_to_stop_before_it_has_begun_never_beg
         },
         [&](int) { hasArrived = true; });
     EXPECT_FALSE(waiting->requestStop());
-    gate.release(QtScheduler::maxThreads);
+    threads.release();
     bool isLater = false;
     const TaskHandle later = scheduler.inBackground([](const std::stop_token&) { return 1; },
                                                     [&](int) { isLater = true; });
-    ASSERT_TRUE(eventually([&] { return isLater && ended == QtScheduler::maxThreads; }));
+    ASSERT_TRUE(eventually([&] { return isLater && threads.haveEnded(); }));
     EXPECT_FALSE(hasBegun);
     EXPECT_FALSE(hasArrived);
 }

@@ -234,21 +234,8 @@ TEST_F(QtSchedulerTest, A_result_that_waits_to_be_delivered_is_dropped_by_a_canc
 
 TEST_F(QtSchedulerTest, Work_that_has_not_begun_when_it_is_cancelled_never_begins)
 {
-    std::counting_semaphore<> gate{0};
-    std::atomic<int> running = 0;
-    int ended = 0;
-    std::vector<TaskHandle> blockers;
-    blockers.reserve(QtScheduler::maxThreads);
-    for (int i = 0; i < QtScheduler::maxThreads; ++i) {
-        blockers.push_back(scheduler.inBackground(
-            [&](const std::stop_token&) {
-                ++running;
-                gate.acquire();
-                return 1;
-            },
-            [&](int value) { ended += value; }));
-    }
-    ASSERT_TRUE(eventually([&] { return running == QtScheduler::maxThreads; }));
+    BusyThreads threads(scheduler);
+    ASSERT_TRUE(eventually([&] { return threads.areAll(); }));
     std::atomic<bool> hasBegun = false;
     TaskHandle waiting = scheduler.inBackground(
         [&](const std::stop_token&) {
@@ -257,11 +244,11 @@ TEST_F(QtSchedulerTest, Work_that_has_not_begun_when_it_is_cancelled_never_begin
         },
         [](int) {});
     waiting.reset();
-    gate.release(QtScheduler::maxThreads);
+    threads.release();
     bool isLater = false;
     const TaskHandle later = scheduler.inBackground([](const std::stop_token&) { return 1; },
                                                     [&](int) { isLater = true; });
-    ASSERT_TRUE(eventually([&] { return isLater && ended == QtScheduler::maxThreads; }));
+    ASSERT_TRUE(eventually([&] { return isLater && threads.haveEnded(); }));
     EXPECT_FALSE(hasBegun);
 }
 
