@@ -4,15 +4,13 @@
 #include "support/BoardBuilders.h"
 #include "views/KnownTexts.h"
 
-#include <QDragMoveEvent>
-#include <QInputMethodEvent>
-#include <QKeyEvent>
-#include <QQuickWindow>
-#include <QSet>
+#include <QHash>
+
+#include <algorithm>
 
 namespace kelpa::test {
 
-World::World(QObject* parent) : QObject(parent)
+World::World(QObject* parent) : WorldInput(parent)
 {
     m_store.setLanguage(AppLanguage::english);
     m_store.setAutoSortingGoals(false);
@@ -89,11 +87,6 @@ void World::lack(const QString& ability, bool isPartial)
     m_store.refresh();
 }
 
-int World::abilityRequests() const
-{
-    return m_desktop.abilityRequests;
-}
-
 void World::lackNothing()
 {
     m_desktop.lackNothing();
@@ -114,32 +107,31 @@ void World::openWindow(quint32 id, const QString& title)
     m_desktop.accessibilityWindows[1000]->back().position->x = entry.bounds->x;
 }
 
-void World::nameOwner(quint32 id, const QString& name)
+void World::changeWindow(quint32 id, const std::function<void(WindowListEntry& entry)>& edit)
 {
     for (WindowListEntry& entry : *m_desktop.windowList) {
         if (entry.number == id)
-            entry.ownerName = name;
+            edit(entry);
     }
     m_store.refresh();
+}
+
+void World::nameOwner(quint32 id, const QString& name)
+{
+    changeWindow(id, [&](WindowListEntry& entry) { entry.ownerName = name; });
 }
 
 void World::replaceIcon(quint32 id)
 {
     m_desktop.setIcon(id, Qt::blue);
-    for (WindowListEntry& entry : *m_desktop.windowList) {
-        if (entry.number == id)
-            ++entry.iconRevision;
-    }
-    m_store.refresh();
+    changeWindow(id, [&](WindowListEntry& entry) { ++entry.iconRevision; });
 }
 
 void World::moveToDesktop(quint32 id, const QString& name)
 {
-    for (WindowListEntry& entry : *m_desktop.windowList) {
-        if (entry.number == id)
-            entry.virtualDesktop = name.isEmpty() ? std::nullopt : std::optional(name);
-    }
-    m_store.refresh();
+    changeWindow(id, [&](WindowListEntry& entry) {
+        entry.virtualDesktop = name.isEmpty() ? std::nullopt : std::optional(name);
+    });
 }
 
 void World::offerDesktops(const QStringList& names)
@@ -152,11 +144,7 @@ void World::offerDesktops(const QStringList& names)
 
 void World::setAwaitingAnswer(quint32 id, bool isAwaiting)
 {
-    for (WindowListEntry& entry : *m_desktop.windowList) {
-        if (entry.number == id)
-            entry.isAwaitingAnswer = isAwaiting;
-    }
-    m_store.refresh();
+    changeWindow(id, [&](WindowListEntry& entry) { entry.isAwaitingAnswer = isAwaiting; });
 }
 
 void World::recognizeApplication()
@@ -262,11 +250,6 @@ void World::setPermissions(bool isAccessibilityGranted, bool isScreenCaptureGran
     m_store.refresh();
 }
 
-void World::setPermissionSettings(bool areThere)
-{
-    m_desktop.hasSettingsForPermissions = areThere;
-}
-
 void World::takeWindowManager()
 {
     m_desktop.obstacleOfAccessibility = Obstacle::windowManager;
@@ -285,34 +268,6 @@ void World::takeComposite()
 {
     m_desktop.obstacleOfScreenCapture = Obstacle::composite;
     setPermissions(true, false);
-}
-
-void World::compose(const QString& text)
-{
-    QInputMethodEvent event(text, {});
-    QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
-}
-
-void World::composeNothing()
-{
-    QInputMethodEvent event(QString(),
-                            {QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, 0, 1)});
-    QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
-}
-
-void World::finishComposing(const QString& text)
-{
-    QInputMethodEvent event;
-    event.setCommitString(text);
-    QGuiApplication::sendEvent(QGuiApplication::focusObject(), &event);
-}
-
-void World::repeatKey(QQuickItem* item, int key)
-{
-    for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
-        QKeyEvent event(type, key, Qt::NoModifier, {}, true);
-        QCoreApplication::sendEvent(item->window(), &event);
-    }
 }
 
 void World::moveSelection(int key)
@@ -342,10 +297,8 @@ QStringList World::goalTitles() const
 
 QString World::columnOfGoal(const QString& title) const
 {
-    for (const Goal& goal : m_store.goals())
-        if (goal.title == title)
-            return goal.id.text();
-    return {};
+    const Goal* const goal = goalTitled(title);
+    return goal == nullptr ? QString() : goal->id.text();
 }
 
 QString World::goalOfWindow(quint32 id) const
@@ -359,7 +312,7 @@ QString World::goalOfWindow(quint32 id) const
 
 void World::addTodo(const QString& title, const QString& goalTitle)
 {
-    m_store.addTodo(title, goalTitled(goalTitle));
+    m_store.addTodo(title, GoalID::fromText(columnOfGoal(goalTitle)));
 }
 
 QStringList World::todos(const QString& goalTitle) const
@@ -404,53 +357,13 @@ void World::removeEveryOtherTodo()
 
 QString World::priorityOf(const QString& goalTitle) const
 {
-    for (const Goal& goal : m_store.goals())
-        if (goal.title == goalTitle)
-            return rawValue(goal.priority);
-    return {};
+    const Goal* const goal = goalTitled(goalTitle);
+    return goal == nullptr ? QString() : rawValue(goal->priority);
 }
 
 QStringList World::knownTexts() const
 {
     return test::knownTexts(CopyTable(m_store.language(), {}));
-}
-
-void World::dragTo(QQuickItem* item, QPointF place)
-{
-    const QPoint position = item->mapToScene(place).toPoint();
-    m_dragged.setText(QStringLiteral("7"));
-    if (!m_isDragging) {
-        QDragEnterEvent enter(position, Qt::MoveAction, &m_dragged, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(item->window(), &enter);
-    }
-    m_isDragging = true;
-    QDragMoveEvent move(position, Qt::MoveAction, &m_dragged, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(item->window(), &move);
-}
-
-void World::dropAt(QQuickItem* item, QPointF place)
-{
-    m_isDragging = false;
-    QDropEvent drop(item->mapToScene(place), Qt::MoveAction, &m_dragged, Qt::LeftButton,
-                    Qt::NoModifier);
-    QCoreApplication::sendEvent(item->window(), &drop);
-}
-
-QStringList World::states(QObject* item)
-{
-    const QAccessible::State state = QAccessible::queryAccessibleInterface(item)->state();
-    QStringList names;
-    if (state.readOnly)
-        names.append(QStringLiteral("read-only"));
-    if (state.checkable)
-        names.append(QStringLiteral("checkable"));
-    if (state.selectable)
-        names.append(QStringLiteral("selectable"));
-    if (state.selected)
-        names.append(QStringLiteral("selected"));
-    if (state.checked)
-        names.append(QStringLiteral("checked"));
-    return names;
 }
 
 SettingsError World::errorOf(const QString& name)
@@ -463,17 +376,16 @@ SettingsError World::errorOf(const QString& name)
     return errors.value(name, SettingsError::failed);
 }
 
-std::optional<GoalID> World::goalTitled(const QString& title) const
+const Goal* World::goalTitled(const QString& title) const
 {
-    return GoalID::fromText(columnOfGoal(title));
+    const auto found = std::ranges::find(m_store.goals(), title, &Goal::title);
+    return found == m_store.goals().end() ? nullptr : &*found;
 }
 
 QList<TodoItem> World::listOf(const QString& goalTitle) const
 {
-    for (const Goal& goal : m_store.goals())
-        if (goal.title == goalTitle)
-            return goal.todos;
-    return m_store.unassignedTodos();
+    const Goal* const goal = goalTitled(goalTitle);
+    return goal == nullptr ? m_store.unassignedTodos() : goal->todos;
 }
 
 } // namespace kelpa::test

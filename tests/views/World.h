@@ -4,57 +4,26 @@
 #include "store/BackupBrowser.h"
 #include "store/BoardTransfer.h"
 #include "store/WindowStore.h"
-#include "support/FakeDesktop.h"
 #include "support/ManualScheduler.h"
 #include "support/MemoryBackups.h"
 #include "support/MemorySettingsStore.h"
 #include "support/TransferFakes.h"
+#include "views/IconDesktop.h"
+#include "views/WorldInput.h"
 #include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
 #include "views/entry/EntryController.h"
 #include "views/windows/AppIconProvider.h"
 
-#include <QAccessible>
-#include <QClipboard>
-#include <QColor>
-#include <QGuiApplication>
-#include <QHash>
-#include <QMimeData>
-#include <QMutex>
-#include <QQuickItem>
 #include <QUrl>
 
+#include <functional>
 #include <memory>
 
 namespace kelpa::test {
 
-/// Applications have green icons, and windows may have ones of their own.
-class IconDesktop : public FakeDesktop
-{
-public:
-    void setIcon(WindowID windowID, const QColor& color)
-    {
-        const QMutexLocker lock(&m_mutex);
-        m_icons.insert(windowID, color);
-    }
-    QImage icon(const WindowItem& window, int pixels) override
-    {
-        const QMutexLocker lock(&m_mutex);
-        const bool isKnown = window.bundleIdentifier == QStringLiteral("org.example.Known");
-        if (!isKnown && !m_icons.contains(window.id))
-            return {};
-        QImage image(pixels, pixels, QImage::Format_RGB32);
-        image.fill(isKnown ? QColor(Qt::green) : m_icons.value(window.id));
-        return image;
-    }
-
-private:
-    QMutex m_mutex;
-    QHash<WindowID, QColor> m_icons;
-};
-
 /// What the tests call `world`.
-class World : public QObject
+class World : public WorldInput
 {
     Q_OBJECT
     Q_PROPERTY(kelpa::BoardController* board READ board CONSTANT)
@@ -82,7 +51,7 @@ public:
     Q_INVOKABLE void lack(const QString& ability, bool isPartial = false);
     Q_INVOKABLE void lackNothing();
     /// How often the desktop was asked for what it lacks.
-    Q_INVOKABLE int abilityRequests() const;
+    Q_INVOKABLE int abilityRequests() const { return m_desktop.abilityRequests; }
     /// The window sets an icon.
     Q_INVOKABLE void setIcon(quint32 id) { m_desktop.setIcon(id, Qt::red); }
     /// The window had an icon, and the desktop reports the other one.
@@ -136,23 +105,18 @@ public:
     Q_INVOKABLE void grantPermissions();
     Q_INVOKABLE void setPermissions(bool isAccessibilityGranted, bool isScreenCaptureGranted);
     /// Applies when a permission begins to be missing.
-    Q_INVOKABLE void setPermissionSettings(bool areThere);
+    Q_INVOKABLE void setPermissionSettings(bool areThere)
+    {
+        m_desktop.hasSettingsForPermissions = areThere;
+    }
     Q_INVOKABLE void takeWindowManager();
     /// As before the desktop has answered.
     Q_INVOKABLE void leavePermissionsUnknown();
     Q_INVOKABLE void takeComposite();
-    /// Acts as an input method does while a person has not yet chosen what to write.
-    Q_INVOKABLE void compose(const QString& text);
-    /// Acts as some input methods do when the person has given up: only the cursor is left.
-    Q_INVOKABLE void composeNothing();
     /// Does what an arrow key in a field does first of all.
     Q_INVOKABLE void pressArrowInField() { m_controller.todos()->giveUpEditor(); }
     /// The board is about to end.
     Q_INVOKABLE void finishWriting() { m_controller.todos()->finishWriting(); }
-    /// Acts as an input method does when the person has chosen.
-    Q_INVOKABLE void finishComposing(const QString& text);
-    /// Sends what the window system sends repeatedly for a held key.
-    Q_INVOKABLE void repeatKey(QQuickItem* item, int key);
     Q_INVOKABLE void leaveWindows() { m_store.returnToTargetSelection(); }
     /// Whether the double tap can be heard.
     Q_INVOKABLE void offerDoubleTap(bool isOffered) { m_controller.setDoubleTapOffered(isOffered); }
@@ -176,17 +140,6 @@ public:
     Q_INVOKABLE QString priorityOf(const QString& goalTitle) const;
     /// Everything that the interface can say in its current language.
     Q_INVOKABLE QStringList knownTexts() const;
-    /// The pointer comes to a place of the item's window, dragging a text.
-    Q_INVOKABLE void dragTo(QQuickItem* item, QPointF place);
-    Q_INVOKABLE void dropAt(QQuickItem* item, QPointF place);
-    /// What assistive programs are told of the item: "disabled", "selectable", "selected",
-    /// "checked".
-    Q_INVOKABLE static QStringList states(QObject* item);
-    Q_INVOKABLE static void switchAccessibilityOn() { QAccessible::setActive(true); }
-    /// No program has anything to paste.
-    Q_INVOKABLE void clearClipboard() { QGuiApplication::clipboard()->clear(); }
-    /// A program has that text to paste.
-    Q_INVOKABLE void offerText(const QString& text) { QGuiApplication::clipboard()->setText(text); }
     /// Answers the file dialog that shows: with the path of a file, or, where that is empty, by
     /// cancelling it.
     Q_INVOKABLE void answerFileDialog(const QString& path);
@@ -201,13 +154,13 @@ public:
     Q_INVOKABLE QString clipboard() const { return m_desktop.pasteboardText; }
 
 private:
+    void changeWindow(quint32 id, const std::function<void(WindowListEntry& entry)>& edit);
     static SettingsError errorOf(const QString& name);
-    std::optional<GoalID> goalTitled(const QString& title) const;
+    /// Null when there is none.
+    const Goal* goalTitled(const QString& title) const;
     QList<TodoItem> listOf(const QString& goalTitle) const;
 
     ViewSettings* m_viewSettings = nullptr;
-    QMimeData m_dragged;
-    bool m_isDragging = false;
     IconDesktop m_desktop;
     std::shared_ptr<IconWindows> m_iconWindows = std::make_shared<IconWindows>();
     ManualScheduler m_scheduler;
