@@ -4,6 +4,8 @@
 #include "platform/gnome/FakeShell.h"
 #include "platform/gnome/GnomeWindowActions.h"
 #include "platform/gnome/ShellFollower.h"
+#include "support/ListedTitles.h"
+#include "support/MemoryNumbers.h"
 #include "support/desktop/LoopScheduler.h"
 #include "support/desktop/WaitUntil.h"
 
@@ -16,6 +18,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::FakeShell;
+using test::listedTitles;
 using test::ShellBehaviour;
 using test::waitUntil;
 
@@ -28,31 +31,6 @@ public:
             return {};
         return {.desktopEntryID = QStringLiteral("foot"), .name = QStringLiteral("Foot")};
     }
-};
-
-class Mark final : public NumberReservation
-{
-public:
-    bool reserve(WindowID upTo) override
-    {
-        mark = upTo;
-        return true;
-    }
-
-    WindowID mark = 0;
-};
-
-class Table final : public NameTableStorage
-{
-public:
-    std::optional<NameTable> read() override { return table; }
-    bool write(const NameTable& written) override
-    {
-        table = written;
-        return true;
-    }
-
-    std::optional<NameTable> table;
 };
 
 const std::string terminal =
@@ -86,25 +64,13 @@ protected:
                                    .takenNumbers = {}});
     }
 
-    static std::optional<std::vector<std::pair<QString, WindowID>>>
-    listed(GnomeWindowServer& server)
-    {
-        const auto entries = server.openDiscoverySource()->windowList(WindowListScope::all);
-        if (!entries)
-            return std::nullopt;
-        std::vector<std::pair<QString, WindowID>> all;
-        for (const WindowListEntry& each : *entries)
-            all.emplace_back(each.name.value_or(QString()), each.number.value_or(0));
-        return all;
-    }
-
     PrivateBus bus;
     std::optional<FakeShell> shell;
     test::LoopScheduler scheduler;
     ShellFollower follower{scheduler, bus.address().toStdString(), {.dataFolders = {}}, 300ms};
     ById resolver;
-    Mark mark;
-    Table table;
+    test::MemoryReservation mark;
+    test::MemoryNameTable table;
 };
 
 TEST_F(GnomeServerTest, A_pass_has_of_each_window_what_the_board_needs_and_each_once)
@@ -136,16 +102,16 @@ TEST_F(GnomeServerTest, Its_numbers_outlive_Kelpa_and_no_other_run_of_the_Shell_
 {
     tell(terminal + ", " + onX11);
     auto server = start();
-    const auto first = listed(*server);
+    const auto first = listedTitles(*server);
     ASSERT_TRUE(first);
     server = start();
-    EXPECT_EQ(listed(*server), first);
+    EXPECT_EQ(listedTitles(*server), first);
     // The next run counts its windows from the beginning.
     shell.reset();
     shell.emplace(bus.address());
     tell(terminal + ", " + onX11, 8);
     EXPECT_TRUE(waitUntil([&] {
-        const auto second = listed(*server);
+        const auto second = listedTitles(*server);
         follower.client().refresh();
         return second && second->front().second != first->front().second;
     }));
@@ -155,10 +121,10 @@ TEST_F(GnomeServerTest, While_the_Shell_hangs_its_windows_stay)
 {
     tell(terminal);
     const auto server = start();
-    const auto first = listed(*server);
+    const auto first = listedTitles(*server);
     ASSERT_TRUE(first);
     shell->behave({.isHanging = true});
-    EXPECT_EQ(listed(*server), first);
+    EXPECT_EQ(listedTitles(*server), first);
 }
 
 TEST_F(GnomeServerTest, Without_the_extension_there_is_no_list_and_nothing_is_gone)
@@ -166,7 +132,7 @@ TEST_F(GnomeServerTest, Without_the_extension_there_is_no_list_and_nothing_is_go
     shell->behave({.state = 2});
     const auto server = start();
     EXPECT_TRUE(server->isScreenCaptureTrusted()) << "until it is known";
-    EXPECT_EQ(listed(*server), std::nullopt);
+    EXPECT_EQ(listedTitles(*server), std::nullopt);
     EXPECT_FALSE(server->isScreenCaptureTrusted());
     EXPECT_EQ(server->screenCaptureObstacle(), std::nullopt);
 }
@@ -175,7 +141,7 @@ TEST_F(GnomeServerTest, Acts_on_the_windows_of_the_last_pass)
 {
     tell(terminal + ", " + onX11);
     const auto server = start();
-    ASSERT_TRUE(listed(*server));
+    ASSERT_TRUE(listedTitles(*server));
     GnomeWindowActions actions(*server, follower.client());
     const auto elements = actions.elements(72);
     ASSERT_TRUE(elements);

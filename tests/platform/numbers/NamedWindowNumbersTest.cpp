@@ -1,5 +1,7 @@
 #include "platform/numbers/NamedWindowNumbers.h"
 
+#include "support/MemoryNumbers.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -13,39 +15,6 @@ namespace {
 
 using Numbers = std::vector<std::optional<WindowID>>;
 
-class DiskOfMarks : public NumberReservation
-{
-public:
-    bool reserve(WindowID upTo) override
-    {
-        if (isFailing)
-            return false;
-        mark = upTo;
-        return true;
-    }
-
-    WindowID mark = 0;
-    bool isFailing = false;
-};
-
-class DiskOfNames : public NameTableStorage
-{
-public:
-    std::optional<NameTable> read() override { return table; }
-    bool write(const NameTable& written) override
-    {
-        ++writes;
-        if (isFailing)
-            return false;
-        table = written;
-        return true;
-    }
-
-    std::optional<NameTable> table;
-    int writes = 0;
-    bool isFailing = false;
-};
-
 class NamedNumbers : public testing::Test
 {
 protected:
@@ -55,8 +24,8 @@ protected:
         return {marks, names, marks.mark, taken};
     }
 
-    DiskOfMarks marks;
-    DiskOfNames names;
+    MemoryReservation marks;
+    MemoryNameTable names;
 };
 
 TEST_F(NamedNumbers, Each_name_has_its_own_and_keeps_it)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/x11/X11WindowServer.h"
+#include "support/MemoryNumbers.h"
 #include "support/desktop/LoopScheduler.h"
 #include "support/desktop/Programs.h"
 #include "support/desktop/TestClient.h"
@@ -24,23 +25,6 @@ public:
     }
 };
 
-/// Accepts every reservation and remembers the last one.
-class MemoryReservation : public NumberReservation
-{
-public:
-    bool reserve(WindowID upTo) override
-    {
-        if (isFailing) {
-            return false;
-        }
-        reservedUpTo = upTo;
-        return true;
-    }
-
-    WindowID reservedUpTo = 0;
-    bool isFailing = false;
-};
-
 /// The parts of a window server on a display.
 struct X11Surroundings
 {
@@ -49,7 +33,7 @@ struct X11Surroundings
     {
         return std::make_unique<x11::X11WindowServer>(x11::X11WindowServerNeeds{
             std::make_shared<x11::DisplayConnector>(display, scale), resolver, nullptr, reservation,
-            reservation.reservedUpTo, scheduler, taken, ownProcess, owners, recordedOwners});
+            reservation.mark, scheduler, taken, ownProcess, owners, recordedOwners});
     }
 
     ClassNameResolver resolver;

@@ -2,7 +2,9 @@
 
 #include "platform/wayland/sway/SwayCommands.h"
 #include "platform/wayland/sway/SwayWindowActions.h"
+#include "support/ListedTitles.h"
 #include "support/ManualScheduler.h"
+#include "support/MemoryNumbers.h"
 #include "support/wayland/FakeSway.h"
 
 #include <gtest/gtest.h>
@@ -23,31 +25,6 @@ public:
             return {};
         return {.desktopEntryID = QStringLiteral("foot"), .name = QStringLiteral("Foot")};
     }
-};
-
-class Marks : public NumberReservation
-{
-public:
-    bool reserve(WindowID upTo) override
-    {
-        mark = upTo;
-        return true;
-    }
-
-    WindowID mark = 0;
-};
-
-class Names : public NameTableStorage
-{
-public:
-    std::optional<NameTable> read() override { return table; }
-    bool write(const NameTable& written) override
-    {
-        table = written;
-        return true;
-    }
-
-    std::optional<NameTable> table;
 };
 
 QByteArray treeOf(const QByteArray& windows, const QByteArray& focus)
@@ -82,23 +59,10 @@ protected:
                                            .replyLimit = limit});
     }
 
-    /// The titles and numbers of one pass, in its order; absent without a list.
-    static std::optional<std::vector<std::pair<QString, WindowID>>>
-    listed(wayland::SwayWindowServer& server)
-    {
-        const auto entries = server.openDiscoverySource()->windowList(WindowListScope::all);
-        if (!entries)
-            return std::nullopt;
-        std::vector<std::pair<QString, WindowID>> all;
-        for (const WindowListEntry& each : *entries)
-            all.emplace_back(each.name.value_or(QString()), each.number.value_or(0));
-        return all;
-    }
-
     ManualScheduler scheduler;
     PlainResolver resolver;
-    Marks marks;
-    Names names;
+    MemoryReservation marks;
+    MemoryNameTable names;
     std::optional<FakeSway> sway{std::in_place};
 };
 
@@ -133,15 +97,15 @@ TEST_F(SwayServerTest, Its_numbers_outlive_kelpa_and_no_other_run_of_sway_gets_t
 {
     sway->setTree(treeOf(terminal + ',' + other, "5,6"));
     auto server = start();
-    const auto first = listed(*server);
+    const auto first = listedTitles(*server);
     ASSERT_TRUE(first);
     server = start();
-    EXPECT_EQ(listed(*server), first);
+    EXPECT_EQ(listedTitles(*server), first);
 
     FakeSway anotherRun;
     anotherRun.setTree(treeOf(terminal, "5"));
     server = start(anotherRun);
-    const auto next = listed(*server);
+    const auto next = listedTitles(*server);
     ASSERT_TRUE(next);
     ASSERT_EQ(next->size(), 1U);
     EXPECT_NE(next->front().second, first->at(0).second);
@@ -152,20 +116,20 @@ TEST_F(SwayServerTest, While_sway_hangs_the_windows_stay)
 {
     sway->setTree(treeOf(terminal, "5"));
     const auto server = start(*sway, 500ms);
-    auto first = listed(*server);
+    auto first = listedTitles(*server);
     while (!first)
-        first = listed(*server);
+        first = listedTitles(*server);
     sway->setHanging(true);
     // More than there is room for in its queue of connections.
     for (int pass = 0; pass < 6; ++pass) {
-        EXPECT_EQ(listed(*server), first) << pass;
+        EXPECT_EQ(listedTitles(*server), first) << pass;
         EXPECT_TRUE(server->isScreenCaptureTrusted()) << pass;
     }
     sway->setTree(treeOf(other, "6"));
     sway->setHanging(false);
-    auto next = listed(*server);
+    auto next = listedTitles(*server);
     while (next == first)
-        next = listed(*server);
+        next = listedTitles(*server);
     ASSERT_TRUE(next);
     ASSERT_EQ(next->size(), 1U);
     EXPECT_EQ(next->front().first, QStringLiteral("two"));
@@ -175,11 +139,11 @@ TEST_F(SwayServerTest, Without_sway_there_is_no_list)
 {
     sway->setTree(treeOf(terminal, "5"));
     const auto server = start();
-    ASSERT_TRUE(listed(*server));
+    ASSERT_TRUE(listedTitles(*server));
     sway.reset();
     // The first request finds the connection closed.
-    listed(*server);
-    EXPECT_EQ(listed(*server), std::nullopt);
+    listedTitles(*server);
+    EXPECT_EQ(listedTitles(*server), std::nullopt);
     EXPECT_FALSE(server->isScreenCaptureTrusted());
 }
 
@@ -187,7 +151,7 @@ TEST_F(SwayServerTest, An_action_is_on_the_window_of_the_element_alone)
 {
     sway->setTree(treeOf(terminal + ',' + other, "5,6"));
     const auto server = start();
-    const auto numbers = listed(*server);
+    const auto numbers = listedTitles(*server);
     ASSERT_TRUE(numbers);
     wayland::SwayCommands commands(sway->path());
     wayland::SwayWindowActions actions(*server, commands);

@@ -2,7 +2,9 @@
 
 #include "platform/wayland/wlr/WlrAbilities.h"
 #include "platform/wayland/wlr/WlrWindowActions.h"
+#include "support/ListedTitles.h"
 #include "support/ManualScheduler.h"
+#include "support/MemoryNumbers.h"
 #include "support/wayland/FakeToplevels.h"
 
 #include <gtest/gtest.h>
@@ -12,37 +14,6 @@
 
 namespace kelpa::test {
 namespace {
-
-class NoResolver : public ApplicationResolver
-{
-public:
-    ResolvedApplication resolve(const ApplicationClues&) override { return {}; }
-};
-
-class AnyNumber : public NumberReservation
-{
-public:
-    bool reserve(WindowID upTo) override
-    {
-        mark = upTo;
-        return true;
-    }
-
-    WindowID mark = 0;
-};
-
-class OneTable : public NameTableStorage
-{
-public:
-    std::optional<NameTable> read() override { return table; }
-    bool write(const NameTable& written) override
-    {
-        table = written;
-        return true;
-    }
-
-    std::optional<NameTable> table;
-};
 
 class WlrServerTest : public testing::Test
 {
@@ -66,24 +37,21 @@ protected:
     }
 
     /// The titles and numbers of a pass that has so many windows, in its order.
-    std::vector<std::pair<QString, WindowID>> pass(wayland::WlrWindowServer& server,
-                                                   std::size_t count)
+    Titles pass(wayland::WlrWindowServer& server, std::size_t count)
     {
-        std::vector<std::pair<QString, WindowID>> all;
+        Titles all;
         const std::function<bool()> hasAll = [&] {
-            std::optional<std::vector<WindowListEntry>> entries;
+            std::optional<Titles> listed;
             // The first pass waits for the compositor.
             std::jthread reading([&] {
-                entries = server.openDiscoverySource()->windowList(WindowListScope::all);
+                listed = listedTitles(server);
                 isRead = true;
             });
             while (!isRead.exchange(false))
                 compositor.serve();
             reading.join();
-            all.clear();
-            for (const WindowListEntry& each : entries.value_or(std::vector<WindowListEntry>()))
-                all.emplace_back(each.name.value_or(QString()), each.number.value_or(0));
-            return entries && all.size() == count;
+            all = listed.value_or(Titles());
+            return listed && all.size() == count;
         };
         serveUntil(hasAll);
         return all;
@@ -109,14 +77,14 @@ protected:
     std::optional<FakeIdentifiedToplevels> identified;
     ManualScheduler scheduler;
     NoResolver resolver;
-    AnyNumber reservation;
-    OneTable names;
+    MemoryReservation reservation;
+    MemoryNameTable names;
     std::atomic<bool> isRead = false;
 };
 
 TEST_F(WlrServerTest, Identified_windows_keep_their_numbers_when_kelpa_starts_again)
 {
-    std::vector<std::pair<QString, WindowID>> first;
+    Titles first;
     for (int start = 0; start < 2; ++start) {
         const auto server = this->start();
         awaitLists(*server);
@@ -125,7 +93,7 @@ TEST_F(WlrServerTest, Identified_windows_keep_their_numbers_when_kelpa_starts_ag
         manager->open(start == 0 ? "b" : "a", "app");
         identified->open("a", "app", "id of a");
         identified->open("b", "app", "id of b");
-        std::vector<std::pair<QString, WindowID>> listed;
+        Titles listed;
         // One list may be told a moment before the other.
         ASSERT_TRUE(serveUntil([&] {
             listed = pass(*server, 2);

@@ -41,8 +41,7 @@ protected:
                                        own);
         x11::X11WindowServer listing({std::make_shared<x11::DisplayConnector>(xServer.display()),
                                       installed, nullptr, surroundings.reservation,
-                                      surroundings.reservation.reservedUpTo,
-                                      surroundings.scheduler});
+                                      surroundings.reservation.mark, surroundings.scheduler});
         const std::optional<Launch> launch = launching.launch(application);
         EXPECT_TRUE(launch);
         m_expected = launch ? launching.identifierOf(*launch, {}) : std::nullopt;

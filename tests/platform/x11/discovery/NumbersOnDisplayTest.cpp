@@ -55,7 +55,7 @@ TEST_F(NumbersOnDisplay, The_number_is_kept_with_the_window_and_covered_by_the_c
     EXPECT_EQ(client.word(client.root(), "_KELPA_NUMBER_COUNTER"), 1U);
     EXPECT_EQ(server->clientWindow(1), window);
     EXPECT_EQ(server->clientWindow(2), std::nullopt);
-    EXPECT_EQ(surroundings.reservation.reservedUpTo, 256U);
+    EXPECT_EQ(surroundings.reservation.mark, 256U);
 }
 
 TEST_F(NumbersOnDisplay, Numbers_survive_a_restart_and_new_ones_start_above_the_high_water_mark)
@@ -227,7 +227,7 @@ TEST_F(NumbersOnDisplay, A_second_program_reads_the_numbers_and_takes_over_when_
     EXPECT_EQ(entryNamed(list, QStringLiteral("a"))->number, numberOfA);
     EXPECT_EQ(entryNamed(list, QStringLiteral("b"))->number, std::nullopt);
     EXPECT_EQ(client.word(b, tag), std::nullopt);
-    EXPECT_GE(others.reservation.reservedUpTo, *numberOfA);
+    EXPECT_GE(others.reservation.mark, *numberOfA);
 
     server.reset();
     ASSERT_TRUE(waitUntil([&] {

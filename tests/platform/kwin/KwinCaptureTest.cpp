@@ -1,0 +1,121 @@
+// The pictures that KWin takes of windows, and why there are none.
+#include "platform/kwin/KwinAbilities.h"
+#include "platform/kwin/KwinServerFixture.h"
+
+namespace kelpa::test {
+namespace {
+
+using kwin::PictureStanding;
+
+TEST_F(KwinServerTest, A_picture_is_what_KWin_writes_into_the_pipe)
+{
+    begin();
+    kwin->picture = {{text("type"), text("raw")},
+                     {text("width"), 2U},
+                     {text("height"), 2U},
+                     {text("stride"), 8U},
+                     {text("format"), uint(QImage::Format_RGB32)}};
+    kwin->pictureBytes = QByteArray("\x10\x20\x30\xff", 4).repeated(4);
+    const auto server = start();
+    ASSERT_TRUE(pass(*server));
+    const int asked = kwin->pictures;
+    const std::optional<WindowCapture> taken = capture(*server, 1);
+    ASSERT_TRUE(taken);
+    EXPECT_EQ(taken->pixelSize, QSize(2, 2));
+    EXPECT_EQ(taken->image.pixel(1, 1), qRgb(0x30, 0x20, 0x10));
+    // Unchanged, minimised, unknown.
+    EXPECT_FALSE(capture(*server, 1, CaptureNeed::ifChanged));
+    EXPECT_FALSE(capture(*server, 2));
+    EXPECT_FALSE(capture(*server, 9));
+    EXPECT_EQ(kwin->pictures, asked + 1);
+    EXPECT_EQ(server->pictures(), PictureStanding::given);
+    // Of a window that is gone nothing is remembered.
+    kwin->report('[' + mail + ']');
+    ASSERT_TRUE(waitFor([this] { return kwin->reportReplies == 2; }));
+    ASSERT_EQ(pass(*server).value_or(Titles()).size(), 1);
+    kwin->report(bothWindows);
+    ASSERT_TRUE(waitFor([this] { return kwin->reportReplies == 3; }));
+    ASSERT_TRUE(pass(*server));
+    EXPECT_TRUE(capture(*server, 1, CaptureNeed::ifChanged));
+}
+
+TEST_F(KwinServerTest, A_picture_that_is_not_what_it_should_be_is_none)
+{
+    begin();
+    const auto server = start();
+    ASSERT_TRUE(pass(*server));
+    const QVariantMap good{{text("type"), text("raw")},
+                           {text("width"), 2U},
+                           {text("height"), 2U},
+                           {text("stride"), 8U},
+                           {text("format"), uint(QImage::Format_RGB32)}};
+    QVariantMap compressed = good;
+    compressed[text("type")] = text("png");
+    QVariantMap endless = good;
+    endless[text("height")] = 0xFFFFFFFFU;
+    QVariantMap wrongType = good;
+    wrongType[text("width")] = text("2");
+    struct Row
+    {
+        const char* name;
+        QVariantMap picture;
+        qsizetype bytes;
+        bool holdsPipe;
+    };
+    for (const Row& row :
+         {Row{"too few", good, 15, false}, Row{"too many", good, 17, false},
+          Row{"none", good, 0, false}, Row{"without an end", good, 16, true},
+          Row{"compressed", compressed, 16, false}, Row{"endless", endless, 16, false},
+          Row{"a text", wrongType, 16, false}, Row{"nothing said", {}, 16, false}}) {
+        kwin->picture = row.picture;
+        kwin->pictureBytes = QByteArray(row.bytes, 'x');
+        kwin->holdsPipe = row.holdsPipe;
+        EXPECT_FALSE(capture(*server, 1)) << row.name;
+        EXPECT_EQ(server->pictures(), PictureStanding::given) << row.name;
+    }
+    kwin->isSilent = true;
+    EXPECT_FALSE(capture(*server, 1));
+}
+
+TEST_F(KwinServerTest, Why_there_are_no_pictures_is_known_from_the_first_pass_on)
+{
+    struct Row
+    {
+        const char* error;
+        PictureStanding standing;
+        std::optional<AbilityShortfall> shortfall;
+    };
+    begin();
+    for (const Row& row :
+         {Row{"org.kde.KWin.ScreenShot2.Error.NoAuthorized", PictureStanding::denied,
+              AbilityShortfall{.gap = AbilityGap::pictureEntry}},
+          Row{"org.freedesktop.DBus.Error.UnknownObject", PictureStanding::withoutOpenGL,
+              AbilityShortfall{.gap = AbilityGap::openGL}},
+          Row{"org.kde.KWin.ScreenShot2.Error.InvalidWindow", PictureStanding::given,
+              std::nullopt}}) {
+        kwin->pictureError = text(row.error);
+        const auto server = start();
+        ASSERT_TRUE(pass(*server));
+        EXPECT_EQ(server->pictures(), row.standing) << row.error;
+        EXPECT_EQ(kwin::abilitiesOfKwin({.pictures = server->pictures()})
+                      .shortfall(DesktopAbility::previews),
+                  row.shortfall);
+    }
+}
+
+TEST_F(KwinServerTest, A_KWin_that_cancels_every_picture_draws_without_OpenGL)
+{
+    begin();
+    kwin->pictureError = text("org.kde.KWin.ScreenShot2.Error.InvalidWindow");
+    const auto server = start();
+    ASSERT_TRUE(pass(*server));
+    kwin->pictureError = text("org.kde.KWin.ScreenShot2.Error.Cancelled");
+    for (int count = 0; count < 2; ++count)
+        EXPECT_FALSE(capture(*server, 1));
+    EXPECT_EQ(server->pictures(), PictureStanding::given);
+    EXPECT_FALSE(capture(*server, 1));
+    EXPECT_EQ(server->pictures(), PictureStanding::withoutOpenGL);
+}
+
+} // namespace
+} // namespace kelpa::test
