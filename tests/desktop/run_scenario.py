@@ -3,11 +3,11 @@
 import importlib
 import pathlib
 import sys
-import traceback
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent / "support"))
 
 import processes
+import scenario_run
 from harness import Desktop
 
 
@@ -18,29 +18,7 @@ def main():
     # Wide enough for six columns, so that few scenarios have to scroll.
     wanted = {"size": "2100x1000x24", **getattr(scenario, "desktop", {})}
     with Desktop(directory, **wanted) as desktop:
-        import board
-
-        board.connect()
-        try:
-            scenario(desktop, binary)
-        except Exception:
-            traceback.print_exc()
-            _report(desktop, board)
-            return 1
-    return 0
-
-
-def _report(desktop, board):
-    """Everything that helps to understand a failure, on the standard error stream."""
-    try:
-        print(f"picture: {desktop.screenshot(desktop.directory / 'failure.png')}", file=sys.stderr)
-        print("windows:", *desktop.windows(), sep="\n  ", file=sys.stderr)
-        logs = sorted(desktop.directory.glob("kelpa-*.log"))[-1:]
-        for log in logs + sorted(desktop.directory.glob("session-*.log")):
-            print(f"{log}:\n{log.read_text(errors='replace')[-4000:]}", file=sys.stderr)
-        print(board.outline_of_window(), file=sys.stderr)
-    except Exception:
-        traceback.print_exc()
+        return scenario_run.run(desktop, binary, scenario, logs=["session-*.log"])
 
 
 if __name__ == "__main__":

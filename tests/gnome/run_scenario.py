@@ -9,7 +9,6 @@ import pathlib
 import pwd
 import shutil
 import sys
-import traceback
 
 _HERE = pathlib.Path(__file__).resolve().parent
 sys.path[:0] = [str(_HERE / "support"), str(_HERE.parent / "wayland" / "support"),
@@ -82,34 +81,13 @@ def _run_as_own_program(directory):
 
 def _run(binary, directory, module, function, is_other):
     import processes
+    import scenario_run
     from gnome import GnomeDesktop
 
     processes.exit_on_signals()
     scenario = getattr(importlib.import_module(module), function)
     with GnomeDesktop(directory, binary, is_other, **getattr(scenario, "desktop", {})) as desktop:
-        import board
-
-        board.connect()
-        try:
-            scenario(desktop, binary)
-            desktop.check_shell()
-        except Exception:
-            traceback.print_exc()
-            _report(desktop, board)
-            return 1
-    return 0
-
-
-def _report(desktop, board):
-    """Everything that helps to understand a failure, on the standard error stream."""
-    try:
-        for log in [*sorted(desktop.directory.glob("kelpa-*.log"))[-1:], desktop.shell_log]:
-            print(f"{log}:\n{log.read_text(errors='replace')[-4000:]}", file=sys.stderr)
-        print("windows:", *desktop.windows(), sep="\n  ", file=sys.stderr)
-        print(f"picture: {desktop.screenshot(desktop.directory / 'failure.png')}", file=sys.stderr)
-        print(board.outline_of_window(), file=sys.stderr)
-    except Exception:
-        traceback.print_exc()
+        return scenario_run.run(desktop, binary, scenario, [desktop.check_shell], ["*-gnome-shell.log"])
 
 
 if __name__ == "__main__":

@@ -5,36 +5,15 @@ import time
 
 import board as boards
 import settings
+import terminals
 from assistant import Assistant
 from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
 
 
-def _assign(assistant, goal, *choices):
-    """Puts windows into a goal by its sheet."""
-    assistant.press_button(boards.ADD_WINDOWS, goal)
-    for choice in choices:
-        assistant.press(lambda choice=choice: assistant.board.choice(choice), f"{choice!r} is chosen")
-    assistant.press_button(f"Add {len(choices)} windows")
-
-
 def windows_are_cards_and_one_that_is_assigned_is_there_after_a_restart(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Release", [])])
-    desktop.start_foot("First terminal")
-    desktop.start_foot("Second terminal")
-    with Kelpa(desktop, binary, path) as kelpa:
-        for title in ("First terminal", "Second terminal"):
-            kelpa.wait_for_card(boards.UNSORTED, title)
-        _assign(Assistant(desktop, kelpa), "Release", "Foot: First terminal")
-        kelpa.wait_for_card("Release", "First terminal")
-        kelpa.quit()
-        stored = settings.StoredBoard(settings.read(path))
-        assert stored.window_counts == {"Release": 1}, stored
-        kelpa.start()
-        kelpa.wait_for_card("Release", "First terminal")
-        kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
+    terminals.check_assigned_one_is_there_after_a_restart(desktop, binary)
 
 
 @on_desktop(has_xwayland=True)
@@ -85,20 +64,7 @@ def a_second_start_brings_the_first_forward(desktop, binary):
 
 
 def a_goal_opens_a_terminal_and_has_it(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Release", [])])
-    desktop.start_foot("Already there")
-    with Kelpa(desktop, binary, path, env={"TERMINAL": "foot"}) as kelpa:
-        kelpa.wait_for_card(boards.UNSORTED, "Already there")
-        before = {window.number for window in desktop.windows()}
-        assistant = Assistant(desktop, kelpa)
-        assistant.press_button(boards.GOAL_ACTIONS, "Release")
-        assistant.choose(boards.OPEN_TERMINAL)
-        opened = wait_until("a terminal is open", lambda: next(
-            (window for window in desktop.windows() if window.number not in before), None))
-        desktop.wait_for_active(opened)
-        wait_until("it is in the goal", lambda: len(kelpa.board.column("Release").cards) == 1)
-        assert len(kelpa.board.column(boards.UNSORTED).cards) == 1
+    terminals.check_goal_opens_one(desktop, binary, "foot")
 
 
 def two_taps_of_super_bring_the_board_forward(desktop, binary):

@@ -6,7 +6,6 @@ import importlib
 import pathlib
 import shutil
 import sys
-import traceback
 
 _HERE = pathlib.Path(__file__).resolve().parent
 sys.path[:0] = [str(_HERE / "support"), str(_HERE.parent / "wayland" / "support"),
@@ -29,32 +28,13 @@ def main():
         print("not installed: kwin_wayland")
         return _SKIPPED
     import processes
+    import scenario_run
     from kwin import KwinDesktop
 
     processes.exit_on_signals()
     scenario = getattr(importlib.import_module(module), function)
     with KwinDesktop(pathlib.Path(directory) / "desktop", root) as desktop:
-        import board
-
-        board.connect()
-        try:
-            scenario(desktop, binary)
-        except Exception:
-            traceback.print_exc()
-            _report(desktop, board)
-            return 1
-    return 0
-
-
-def _report(desktop, board):
-    """Everything that helps to understand a failure, on the standard error stream."""
-    try:
-        for log in sorted(desktop.directory.glob("kelpa-*.log"))[-1:]:
-            print(f"{log}:\n{log.read_text(errors='replace')[-4000:]}", file=sys.stderr)
-        print("windows:", *desktop.windows(), sep="\n  ", file=sys.stderr)
-        print(board.outline_of_window(), file=sys.stderr)
-    except Exception:
-        traceback.print_exc()
+        return scenario_run.run(desktop, binary, scenario, has_picture=False)
 
 
 if __name__ == "__main__":

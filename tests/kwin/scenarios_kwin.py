@@ -29,11 +29,8 @@ def windows_are_cards_and_one_that_is_assigned_is_there_after_a_restart(desktop,
         for title in ("First window", "Second window"):
             kelpa.wait_for_card(boards.UNSORTED, title)
         assert len(kelpa.board.cards()) == 2, "Kelpa's own window is on the board"
-        assistant = Assistant(desktop, kelpa)
         choice = kelpa.board.card(boards.UNSORTED, "First window").node.name
-        assistant.press_button(boards.ADD_WINDOWS, "Release")
-        assistant.press(lambda: assistant.board.choice(choice), "the window is chosen")
-        assistant.press_button("Add 1 windows")
+        Assistant(desktop, kelpa).assign("Release", choice)
         kelpa.wait_for_card("Release", "First window")
         kelpa.quit()
         assert not desktop.has_script(path), "Kelpa has left its script in KWin"

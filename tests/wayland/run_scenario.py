@@ -9,7 +9,6 @@ import pathlib
 import pwd
 import shutil
 import sys
-import traceback
 
 _HERE = pathlib.Path(__file__).resolve().parent
 sys.path[:0] = [str(_HERE / "support"), str(_HERE.parent / "desktop" / "support")]
@@ -61,6 +60,7 @@ def _run_as_somebody_else(directory, root):
 
 def _run(binary, directory, module, function, root):
     import processes
+    import scenario_run
     from sway import SwayDesktop
 
     processes.exit_on_signals()
@@ -68,28 +68,7 @@ def _run(binary, directory, module, function, root):
     options = dict(getattr(scenario, "desktop", {}))
     kind = options.pop("kind", SwayDesktop)
     with kind(directory, root, **options) as desktop:
-        import board
-
-        board.connect()
-        try:
-            scenario(desktop, binary)
-        except Exception:
-            traceback.print_exc()
-            _report(desktop, board)
-            return 1
-    return 0
-
-
-def _report(desktop, board):
-    """Everything that helps to understand a failure, on the standard error stream."""
-    try:
-        for log in sorted(desktop.directory.glob("kelpa-*.log"))[-1:]:
-            print(f"{log}:\n{log.read_text(errors='replace')[-4000:]}", file=sys.stderr)
-        print("windows:", *desktop.windows(), sep="\n  ", file=sys.stderr)
-        print(f"picture: {desktop.screenshot(desktop.directory / 'failure.png')}", file=sys.stderr)
-        print(board.outline_of_window(), file=sys.stderr)
-    except Exception:
-        traceback.print_exc()
+        return scenario_run.run(desktop, binary, scenario)
 
 
 if __name__ == "__main__":

@@ -5,6 +5,7 @@ import time
 import board as boards
 import processes
 import settings
+import terminals
 from assistant import Assistant
 from harness import on_desktop
 from kelpa import Kelpa
@@ -13,31 +14,8 @@ from processes import wait_until
 from wayland_wire import Refused
 
 
-def _assign(assistant, goal, *choices):
-    """Puts windows into a goal by its sheet."""
-    assistant.press_button(boards.ADD_WINDOWS, goal)
-    for choice in choices:
-        assistant.press(lambda choice=choice: assistant.board.choice(choice), f"{choice!r} is chosen")
-    assistant.press_button(f"Add {len(choices)} windows")
-
-
 def windows_are_cards_and_one_that_is_assigned_is_there_after_a_restart(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Release", [])])
-    desktop.start_foot("First terminal")
-    desktop.start_foot("Second terminal")
-    with Kelpa(desktop, binary, path) as kelpa:
-        for title in ("First terminal", "Second terminal"):
-            kelpa.wait_for_card(boards.UNSORTED, title)
-        _assign(Assistant(desktop, kelpa), "Release", "Foot: First terminal")
-        kelpa.wait_for_card("Release", "First terminal")
-        desktop.screenshot(desktop.directory / "board.png")
-        kelpa.quit()
-        stored = settings.StoredBoard(settings.read(path))
-        assert stored.window_counts == {"Release": 1}, stored
-        kelpa.start()
-        kelpa.wait_for_card("Release", "First terminal")
-        kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
+    terminals.check_assigned_one_is_there_after_a_restart(desktop, binary)
 
 
 @on_desktop(has_xwayland=True)
@@ -63,7 +41,7 @@ def another_run_of_sway_never_mixes_numbers(desktop, binary):
     container = desktop.wait_for_window("Of the first run").number
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.wait_for_card(boards.UNSORTED, "Of the first run")
-        _assign(Assistant(desktop, kelpa), "Release", "Foot: Of the first run")
+        Assistant(desktop, kelpa).assign("Release", "Foot: Of the first run")
         kelpa.wait_for_card("Release", "Of the first run")
         kelpa.quit()
 
@@ -87,7 +65,7 @@ def windows_of_another_run_of_sway_find_their_goals(desktop, binary):
         for title, goal in places.items():
             kelpa.wait_for_card(boards.UNSORTED, title)
             kelpa.focus()
-            _assign(Assistant(desktop, kelpa), goal, f"Foot: {title}")
+            Assistant(desktop, kelpa).assign(goal, f"Foot: {title}")
             kelpa.wait_for_card(goal, title)
         # As at the end of a login, Kelpa ends with sway.
         desktop.kill_sway()
@@ -137,29 +115,11 @@ def a_card_brings_its_window_forward_and_closes_its_program(desktop, binary):
 
 
 def a_goal_opens_a_terminal_and_has_it(desktop, binary):
-    _open_terminal(desktop, binary, "foot")
+    terminals.check_goal_opens_one(desktop, binary, "foot")
 
 
 def a_terminal_that_leaves_its_session_lands_in_its_goal(desktop, binary):
-    _open_terminal(desktop, binary, "setsid --fork foot")
-
-
-def _open_terminal(desktop, binary, terminal):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Release", [])])
-    desktop.start_foot("Already there")
-    with Kelpa(desktop, binary, path, env={"TERMINAL": terminal}) as kelpa:
-        kelpa.wait_for_card(boards.UNSORTED, "Already there")
-        before = {window.number for window in desktop.windows()}
-        assistant = Assistant(desktop, kelpa)
-        assistant.press_button(boards.GOAL_ACTIONS, "Release")
-        assistant.choose(boards.OPEN_TERMINAL)
-        opened = wait_until("a terminal is open", lambda: next(
-            (window for window in desktop.windows() if window.number not in before), None))
-        desktop.wait_for_active(opened)
-        kelpa.focus()
-        wait_until("it is in the goal", lambda: len(kelpa.board.column("Release").cards) == 1)
-        assert len(kelpa.board.column(boards.UNSORTED).cards) == 1
+    terminals.check_goal_opens_one(desktop, binary, "setsid --fork foot")
 
 
 def _has_binding(desktop):

@@ -25,6 +25,13 @@ class Assistant:
     def choose(self, entry):
         self.press(lambda: self.board.menu_item(entry), f"{entry!r} is chosen")
 
+    def assign(self, goal, *choices):
+        """Puts windows into a goal by its sheet, in which they have these names."""
+        self.press_button(boards.ADD_WINDOWS, goal)
+        for choice in choices:
+            self.press(lambda choice=choice: self.board.choice(choice), f"{choice!r} is chosen")
+        self.press_button(f"Add {len(choices)} windows")
+
     def write(self, text, confirm):
         """Types into the field that has the keyboard now, and carries out `confirm`."""
         wait_until("a field has the keyboard", self.board.focused_field)
