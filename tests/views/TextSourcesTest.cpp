@@ -223,7 +223,8 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/freedesktop/\\w+/ApplicationService\\.cpp$", u"^There is no action '%1'$"},
     {u"^src/platform/freedesktop/\\w+/DesktopNotifications\\.cpp$",
      u"^(Notify|CloseNotification|ActionInvoked|Kelpa)$"},
-    {u"^src/platform/freedesktop/\\w+/(PortalFileDialogs|PortalRe(quest|ading)|\\w+Portal)\\.cpp$",
+    {u"^src/platform/freedesktop/\\w+/"
+     u"(PortalFileDialogs|PortalRe(quest|ading)|ShortcutsBus|\\w+Portal)\\.cpp$",
      u"^(Activated|BindShortcuts|Close|Closed|ConfigureShortcuts|CreateSession|"
      u"Disconnected|Get|NameOwnerChanged|OpenFile|Register|RequestBackground|"
      u"Response|SaveFile|ShortcutsChanged|StartServiceByName|x11:|/request/)$"},
