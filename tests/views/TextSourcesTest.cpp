@@ -1,15 +1,9 @@
 // Every text of the interface comes from its table: read from the sources.
-#include "text/CopyTable.h"
+#include "views/SourceText.h"
 
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
-#include <QMetaEnum>
-#include <QMetaMethod>
 #include <QRegularExpression>
-#include <QSet>
 #include <QStringList>
 
 #include <algorithm>
@@ -19,6 +13,13 @@
 namespace kelpa {
 namespace {
 
+using test::cppFiles;
+using test::fits;
+using test::matches;
+using test::qmlFiles;
+using test::sources;
+using test::withoutComments;
+
 struct Literal
 {
     /// The name before the colon of its binding, or the name of the function around it.
@@ -26,33 +27,6 @@ struct Literal
     QString text;
     int line = 0;
 };
-
-/// Its matches, the whole or the first group of each.
-QStringList matches(const QString& text, const char16_t* pattern, int group = 1)
-{
-    QStringList found;
-    const QRegularExpression expression(QString::fromUtf16(pattern),
-                                        QRegularExpression::MultilineOption |
-                                            QRegularExpression::UseUnicodePropertiesOption);
-    for (auto all = expression.globalMatch(text); all.hasNext();)
-        found.append(all.next().captured(group));
-    return found;
-}
-
-bool fits(const QString& text, const char16_t* pattern)
-{
-    return !matches(text, pattern, 0).isEmpty();
-}
-
-/// Without comments, which may quote anything. A string keeps its slashes.
-QString withoutComments(QString source)
-{
-    static const QRegularExpression parts(
-        QStringLiteral(
-            R"RE(("(?:[^"\\\n]|\\.)*"|'(?:[^'\\\n]|\\.)*'|`[^`]*`)|//[^\n]*|/\*.*?\*/)RE"),
-        QRegularExpression::DotMatchesEverythingOption);
-    return source.replace(parts, QStringLiteral("\\1"));
-}
 
 QList<Literal> literals(const QString& source)
 {
@@ -96,30 +70,6 @@ bool isFromTheTable(const Literal& literal)
     return fits(literal.place, u"^sequences?$") || !fits(literal.text, u"\\p{L}") ||
            isForTheProgram(literal.text);
 }
-
-QString contents(const QString& path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
-    return QString::fromUtf8(file.readAll());
-}
-
-/// Path below the sources to text without comments, of the files with one of these endings.
-std::map<QString, QString> sources(const QString& folder, const QStringList& endings)
-{
-    const QDir root(QStringLiteral(KELPA_SOURCE_DIR));
-    std::map<QString, QString> found;
-    for (QDirIterator files(root.filePath(folder), endings, QDir::Files,
-                            QDirIterator::Subdirectories);
-         files.hasNext();) {
-        const QString path = files.next();
-        found[root.relativeFilePath(path)] = withoutComments(contents(path));
-    }
-    return found;
-}
-
-const QStringList qmlFiles{QStringLiteral("*.qml")};
-const QStringList cppFiles{QStringLiteral("*.cpp"), QStringLiteral("*.h")};
 
 QStringList bypassing(const QString& source)
 {
@@ -347,61 +297,6 @@ TEST(TextSources, Every_exception_is_needed)
                    });
         })) << qPrintable(QString::fromUtf16(each.path));
     }
-}
-
-/// The keys that a source names, as "NewGoal".
-QStringList namedKeys(const QString& source)
-{
-    return matches(source, u"\\bCopyKey(?:\\.|::)([A-Z]\\w*)");
-}
-
-TEST(TextSources, Every_key_that_a_view_names_is_one_of_the_table)
-{
-    const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
-    QStringList named;
-    for (const auto& [path, source] : sources(QStringLiteral("src/views"), qmlFiles)) {
-        for (const QString& key : namedKeys(source)) {
-            EXPECT_GE(keys.keyToValue(qPrintable(key)), 0)
-                << qPrintable(path) << ": " << qPrintable(key);
-            named.append(key);
-        }
-    }
-    EXPECT_GE(QSet<QString>(named.begin(), named.end()).size(), 40);
-}
-
-TEST(TextSources, Every_text_of_the_table_is_used)
-{
-    QSet<QString> used;
-    for (const auto& [path, source] : sources(QStringLiteral("src"), qmlFiles + cppFiles)) {
-        if (path.startsWith(u"src/text/CopyRow"))
-            continue;
-        const QStringList named = namedKeys(source);
-        used += QSet<QString>(named.begin(), named.end());
-    }
-    const QMetaEnum keys = QMetaEnum::fromType<CopyKey>();
-    for (int i = 0; i < keys.keyCount(); ++i)
-        EXPECT_TRUE(used.contains(QString::fromLatin1(keys.key(i)))) << keys.key(i);
-}
-
-TEST(TextSources, Every_composed_text_is_used_by_a_view)
-{
-    QString views;
-    for (const auto& [path, source] : sources(QStringLiteral("src/views"), qmlFiles))
-        views += source;
-    const QMetaObject& table = CopyTable::staticMetaObject;
-    ASSERT_GE(table.methodCount(), 10);
-    for (int i = 0; i < table.methodCount(); ++i) {
-        const QByteArray name = table.method(i).name();
-        EXPECT_TRUE(views.contains(QStringLiteral("copy.%1(").arg(QString::fromLatin1(name))))
-            << name.constData();
-    }
-}
-
-// It has 32 bits and no sign; of QML's own types only `real` holds all of them.
-TEST(WindowNumbers, No_view_cuts_one_down_to_an_int)
-{
-    for (const auto& [path, source] : sources(QStringLiteral("src/views"), qmlFiles))
-        EXPECT_FALSE(fits(source, u"\\bint windowID\\b|\\bwindowID: int\\b")) << qPrintable(path);
 }
 
 } // namespace
