@@ -1,62 +1,7 @@
-#include "platform/x11/actions/EwmhPager.h"
-#include "platform/x11/actions/X11WindowActions.h"
-#include "support/CaseName.h"
-#include "support/desktop/X11Desktop.h"
-#include "windows/WindowDiscovery.h"
+#include "platform/x11/WindowListingFixture.h"
 
-#include <gtest/gtest.h>
-
-#include <unistd.h>
-
-using namespace kelpa;
-using namespace kelpa::test;
-
+namespace kelpa::test {
 namespace {
-
-class WindowListing : public ::testing::Test
-{
-protected:
-    /// A window that the window manager lists.
-    xcb_window_t openListed(TestClient& of, const TestWindow& window)
-    {
-        const xcb_window_t id = of.open(window);
-        EXPECT_TRUE(waitUntil([&] { return client.isListed(id); }));
-        return id;
-    }
-
-    std::optional<WindowListEntry> entry(const char* title)
-    {
-        return entryNamed(runDiscoveryPass(*server), QString::fromUtf8(title));
-    }
-
-    bool isOnScreen(const char* title)
-    {
-        return entryNamed(runDiscoveryPass(*server, WindowListScope::onScreen),
-                          QString::fromUtf8(title))
-            .has_value();
-    }
-
-    std::optional<AccessibilityWindow> element(ProcessID process, WindowID number)
-    {
-        const auto source = server->openDiscoverySource();
-        for (const AccessibilityWindow& window :
-             source->accessibilityWindows(process).value_or(std::vector<AccessibilityWindow>())) {
-            if (window.windowNumber == number) {
-                return window;
-            }
-        }
-        return std::nullopt;
-    }
-
-    XServer xServer;
-    WindowManager manager{xServer.display()};
-    X11Surroundings surroundings;
-    std::unique_ptr<x11::X11WindowServer> server = surroundings.makeServer(xServer.display());
-    TestClient client{xServer.display()};
-    const ProcessID ownProcess = static_cast<ProcessID>(getpid());
-};
-
-} // namespace
 
 TEST_F(WindowListing, An_empty_desktop_has_an_empty_list)
 {
@@ -338,66 +283,5 @@ TEST_F(WindowListing, A_discovery_pass_takes_as_many_round_trips_for_forty_windo
     EXPECT_EQ(cost(), 2U);
 }
 
-namespace {
-
-struct ScaleCase
-{
-    const char* name;
-    double pixelsPerPoint;
-    /// The smallest window that is listed, in pixels.
-    std::uint16_t width;
-    std::uint16_t height;
-};
-
-class WindowsOnScaledScreens : public WindowListing, public testing::WithParamInterface<ScaleCase>
-{
-protected:
-    WindowsOnScaledScreens() { surroundings.scale->setPixelsPerPoint(GetParam().pixelsPerPoint); }
-
-    QStringList listedTitles()
-    {
-        const auto source = server->openDiscoverySource();
-        QStringList titles;
-        for (const WindowItem& window : WindowDiscovery::visibleWindows(*source, 0))
-            titles.append(window.title);
-        return titles;
-    }
-};
-
 } // namespace
-
-TEST_P(WindowsOnScaledScreens, Are_listed_from_80_by_50_points_on)
-{
-    const auto [name, pixelsPerPoint, width, height] = GetParam();
-    const auto narrower = static_cast<std::uint16_t>(width - 1);
-    const auto lower = static_cast<std::uint16_t>(height - 1);
-    openListed(client, {100, 100, 400, lower, "too low", {}});
-    openListed(client, {100, 100, narrower, 400, "too narrow", {}});
-    openListed(client, {100, 100, width, height, "large enough", {}});
-    EXPECT_EQ(listedTitles(), QStringList{QStringLiteral("large enough")});
-    EXPECT_EQ(entry("large enough")->bounds->width, 80);
-    EXPECT_EQ(entry("large enough")->bounds->height, 50);
-}
-
-TEST_P(WindowsOnScaledScreens, Have_the_same_bounds_for_actions_as_in_the_list)
-{
-    openListed(client, {120, 140, 501, 350, "Letter", {}});
-    const Rect listed = *entry("Letter")->bounds;
-    x11::EwmhPager pager{
-        std::make_shared<x11::DisplayConnector>(xServer.display(), surroundings.scale),
-        [this](WindowID number) { return server->clientWindow(number); }};
-    x11::X11WindowActions actions(server->trust(), pager);
-    const auto elements = actions.elements(ownProcess);
-    ASSERT_TRUE(elements && elements->size() == 1);
-    const AccessibilityWindow& element = elements->front()->attributes();
-    EXPECT_EQ(
-        (Rect{element.position->x, element.position->y, element.size->width, element.size->height}),
-        listed);
-    EXPECT_EQ(listed.width, 501 / GetParam().pixelsPerPoint);
-}
-
-INSTANTIATE_TEST_SUITE_P(WindowListing, WindowsOnScaledScreens,
-                         testing::Values(ScaleCase{"at_1x", 1, 80, 50},
-                                         ScaleCase{"at_1_5x", 1.5, 120, 75},
-                                         ScaleCase{"at_2x", 2, 160, 100}),
-                         caseName);
+} // namespace kelpa::test
