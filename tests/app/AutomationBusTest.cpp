@@ -2,6 +2,7 @@
 // callers send that is wrong.
 #include "app/AutomationCommands.h"
 #include "app/AutomationService.h"
+#include "app/BusClient.h"
 #include "app/SingleInstance.h"
 #include "automation/Methods.h"
 #include "platform/qt/QtScheduler.h"
@@ -16,11 +17,7 @@
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
-
-#include <QDBusPendingCall>
 #include <QDBusVariant>
-#include <QDBusVirtualObject>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -34,8 +31,6 @@ namespace kelpa::test {
 namespace {
 
 using namespace automation;
-
-constexpr int limit = 20'000;
 
 /// A running Kelpa without views.
 struct RunningBoard
@@ -61,18 +56,6 @@ struct RunningBoard
                               Surroundings{[this](const QByteArray&) { ++forwardCount; }}};
 };
 
-QDBusConnection client()
-{
-    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("client"));
-}
-
-QDBusMessage reply(const QDBusMessage& message)
-{
-    const QDBusPendingCall call = client().asyncCall(message, limit);
-    EXPECT_TRUE(QTest::qWaitFor([&call] { return call.isFinished(); }, limit));
-    return call.reply();
-}
-
 QDBusMessage messageTo(const RunningBoard& board, const QString& method,
                        const QVariantList& arguments, const QString& interface = interfaceName)
 {
@@ -90,8 +73,8 @@ CommandOutput run(const RunningBoard& board, const QStringList& words)
             QStringList{QStringLiteral("kelpa"), QStringLiteral("--settings"), board.path} + words);
         return runAutomation(*read, QStringLiteral("token"));
     });
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return running.wait_for(0s) == std::future_status::ready; }, limit));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return running.wait_for(0s) == std::future_status::ready; },
+                                busLimit));
     return running.get();
 }
 
@@ -352,119 +335,32 @@ TEST_F(AutomationBus, Changes_are_announced_once_for_many)
     ASSERT_TRUE(client().connect(busNameOfBoard(board.path), objectPath, interfaceName,
                                  changedSignal, &listener, SLOT(note(QStringList))));
     // What the start changed is announced with a change that follows it.
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !board.store.windows().isEmpty(); }, limit));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !board.store.windows().isEmpty(); }, busLimit));
     board.store.renameGoal(two, QStringLiteral("Zwei"));
     ASSERT_TRUE(QTest::qWaitFor(
         [&] {
             return !listener.parts.isEmpty() &&
                    listener.parts.constLast().contains(QStringLiteral("goals"));
         },
-        limit));
+        busLimit));
     listener.parts.clear();
     for (int i = 0; i < 50; ++i)
         board.store.addTodo(QStringLiteral("x"), std::nullopt);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !listener.parts.isEmpty(); }, limit));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !listener.parts.isEmpty(); }, busLimit));
     EXPECT_EQ(listener.parts, QList<QStringList>{{QStringLiteral("todos")}});
     board.store.assign(7, one);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 1; }, limit));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 1; }, busLimit));
     EXPECT_EQ(listener.parts.at(1), QStringList{QStringLiteral("windows")});
     // Forgets the names of the virtual desktops too, and reads them again.
     board.store.stopObserving();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 2; }, limit));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 2; }, busLimit));
     EXPECT_EQ(listener.parts.at(2), QStringList{QStringLiteral("windows")});
     board.store.startObserving();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 3; }, limit));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 3; }, busLimit));
     EXPECT_EQ(listener.parts.at(3), QStringList{QStringLiteral("windows")});
     board.store.pinGoal(one, 2);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 4; }, limit));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listener.parts.size() > 4; }, busLimit));
     EXPECT_EQ(listener.parts.at(4), QStringList{QStringLiteral("goals")});
-}
-
-TEST_F(AutomationBus, Without_a_board_a_caller_learns_that_it_is_early)
-{
-    const QString path = folder.filePath(QStringLiteral("one.sqlite"));
-    SingleInstance single(path, scheduler);
-    ASSERT_TRUE(single.claim());
-    const QDBusMessage answer = reply(QDBusMessage::createMethodCall(
-        busNameOfBoard(path), objectPath, interfaceName, QStringLiteral("ListGoals")));
-    EXPECT_EQ(answer.errorName(), errorName(FailureKind::notReady));
-}
-
-TEST_F(AutomationBus, A_Kelpa_that_does_not_answer_is_reported_and_its_board_left_alone)
-{
-    const QString path = folder.filePath(QStringLiteral("one.sqlite"));
-    SingleInstance single(path, scheduler);
-    ASSERT_TRUE(single.claim());
-    // Nobody handles events here.
-    const auto read = readCommand({QStringLiteral("kelpa"), QStringLiteral("--settings"), path,
-                                   QStringLiteral("add"), QStringLiteral("a")});
-    const CommandOutput output = runAutomation(*read, {});
-    EXPECT_EQ(output.error, QStringLiteral("kelpa: Kelpa runs, but does not answer\n"));
-    EXPECT_EQ(output.exitStatus, 1);
-    EXPECT_FALSE(QFile::exists(path));
-}
-
-/// Has the name of a board, but no object any more; at the first call the name goes, too.
-class EndingKelpa : public QDBusVirtualObject
-{
-public:
-    explicit EndingKelpa(QString name) : m_name(std::move(name))
-    {
-        QDBusConnection bus = connection();
-        EXPECT_TRUE(bus.registerVirtualObject(objectPath, this));
-        EXPECT_TRUE(bus.registerService(m_name));
-    }
-    ~EndingKelpa() override { connection().unregisterObject(objectPath); }
-
-    int callCount() const { return m_callCount; }
-    QString introspect(const QString& /*path*/) const override { return {}; }
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override
-    {
-        ++m_callCount;
-        EXPECT_TRUE(
-            bus.send(message.createErrorReply(QDBusError::UnknownObject, QStringLiteral("gone"))));
-        EXPECT_TRUE(connection().unregisterService(m_name));
-        return true;
-    }
-
-private:
-    static QDBusConnection connection()
-    {
-        return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("ending"));
-    }
-
-    const QString m_name;
-    int m_callCount = 0;
-};
-
-TEST_F(AutomationBus, The_board_of_a_Kelpa_that_is_ending_is_changed_once_it_has_gone)
-{
-    const QString path = folder.filePath(QStringLiteral("one.sqlite"));
-    const EndingKelpa ending(busNameOfBoard(path));
-    auto running = std::async(std::launch::async, [&path] {
-        return runAutomation(*readCommand({QStringLiteral("kelpa"), QStringLiteral("--settings"),
-                                           path, QStringLiteral("add"), QStringLiteral("a")}),
-                             {});
-    });
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return running.wait_for(0s) == std::future_status::ready; }, limit));
-    const CommandOutput output = running.get();
-    EXPECT_EQ(ending.callCount(), 1);
-    EXPECT_EQ(output.error, QString());
-    EXPECT_EQ(output.exitStatus, 0);
-    EXPECT_TRUE(QFile::exists(path));
-}
-
-TEST_F(AutomationBus, A_Kelpa_that_has_ended_its_service_has_no_object)
-{
-    const QString path = folder.filePath(QStringLiteral("one.sqlite"));
-    {
-        SingleInstance single(path, scheduler);
-        ASSERT_TRUE(single.claim());
-    }
-    const QDBusMessage answer = reply(QDBusMessage::createMethodCall(
-        busNameOfBoard(path), objectPath, interfaceName, QStringLiteral("ListGoals")));
-    EXPECT_EQ(answer.errorName(), QStringLiteral("org.freedesktop.DBus.Error.UnknownObject"));
 }
 
 } // namespace
