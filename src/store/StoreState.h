@@ -20,6 +20,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -86,6 +87,8 @@ public:
     bool isClosingExplained = false;
     Assignments assignments;
     std::optional<TodoID> restoredTodoID;
+    /// The windows to which a person gave a place, or none, where they were offered a goal.
+    QSet<WindowID> answeredOffers;
 
     StoreChanges changes;
 
@@ -104,8 +107,10 @@ public:
 
     BoardVersion version() const
     {
-        return {
-            {goals, unassignedTodos, assignments, pins}, isAutoSortingGoals, isRememberingWindows};
+        return {{goals, unassignedTodos, assignments, pins},
+                isAutoSortingGoals,
+                isRememberingWindows,
+                answeredOffers};
     }
 
     // Goals and todos.

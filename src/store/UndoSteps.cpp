@@ -85,18 +85,24 @@ void UndoSteps::restore(BoardVersion board)
         m_recall.noteSwitch();
     }
     const BoardContents before = m_state.version().contents;
+    const QSet<WindowID> answeredBefore =
+        std::exchange(m_state.answeredOffers, std::move(board.answeredOffers));
     const QList<WindowItem> windowsBefore = m_state.windows;
     const QList<GoalID> visibleBefore = m_state.visibleGoalIDs();
     show(std::move(board.contents));
     // The change may be far from where the person is, or in a goal that is hidden.
-    if (const auto changed =
-            restorationTarget(before, m_state.version().contents, m_state.boardNavigation.target)) {
+    std::optional<RestorationTarget> changed =
+        restorationTarget(before, m_state.version().contents, m_state.boardNavigation.target);
+    // Only the offer on a card differs.
+    if (before == m_state.version().contents && answeredBefore != m_state.answeredOffers)
+        changed = {.target = TargetSelection::unassigned(), .isPlaceOfWindow = true};
+    if (changed) {
         const std::optional<GoalID> goalID = changed->target.goalID();
         if (goalID && !visibleBefore.contains(*goalID) && !m_state.isVisible(*goalID))
             m_state.assign(m_state.isHidingGoalsWithoutOpenTodos, false,
                            StoreField::isHidingGoalsWithoutOpenTodos);
         if (changed->isPlaceOfWindow)
-            showMovedWindows(windowsBefore);
+            showMovedWindows(windowsBefore, answeredBefore);
         m_selection.activate(changed->target, EnterWindowLayer::no);
         m_state.restoredTodoID = changed->todoID;
         m_state.assign(m_state.restorationID, m_state.restorationID + 1, StoreField::restorationID);
@@ -106,13 +112,16 @@ void UndoSteps::restore(BoardVersion board)
     publishHistory();
 }
 
-/// Ends a search that matches none of the windows that moved.
-void UndoSteps::showMovedWindows(const QList<WindowItem>& before)
+/// Ends a search that matches none of the windows that moved or are offered a goal again.
+void UndoSteps::showMovedWindows(const QList<WindowItem>& before,
+                                 const QSet<WindowID>& answeredBefore)
 {
     QSet<WindowID> moved;
     for (const WindowItem& window : std::as_const(m_state.windows)) {
         const WindowItem* const former = windowWith(window.id, before);
-        if (former != nullptr && former->goalID != window.goalID)
+        const bool isAnswered = m_state.answeredOffers.contains(window.id);
+        if ((former != nullptr && former->goalID != window.goalID) ||
+            isAnswered != answeredBefore.contains(window.id))
             moved.insert(window.id);
     }
     const auto isMoved = [&moved](const WindowItem& window) { return moved.contains(window.id); };

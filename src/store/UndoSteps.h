@@ -9,6 +9,9 @@
 #include "store/board/BoardHistory.h"
 #include "store/board/BoardSaver.h"
 
+#include <QList>
+#include <QSet>
+
 #include <vector>
 
 namespace kelpa {
@@ -40,7 +43,7 @@ public:
 private:
     /// Shows another version of the board and saves it, in one write.
     void restore(BoardVersion board);
-    void showMovedWindows(const QList<WindowItem>& before);
+    void showMovedWindows(const QList<WindowItem>& before, const QSet<WindowID>& answeredBefore);
     void publishHistory();
 
     StoreState& m_state;

@@ -163,7 +163,6 @@ void WindowRecall::settle(WindowID windowID)
     if (!m_isLoaded)
         m_settledBefore.insert(windowID);
     m_new.settle(windowID);
-    m_offers.remove(windowID);
 }
 
 std::optional<WindowID> WindowRecall::counterpart(WindowID windowID, GoalID goalID) const
@@ -180,7 +179,7 @@ void WindowRecall::replace(WindowID windowID, WindowID remembered)
 QList<RecalledWindow> WindowRecall::offersOf(WindowID windowID) const
 {
     const WindowItem* const window = windowWith(windowID, m_state.windows);
-    if (window == nullptr || window->goalID)
+    if (window == nullptr || window->goalID || m_state.answeredOffers.contains(windowID))
         return {};
     QList<RecalledWindow> offers;
     for (const WindowID remembered : m_offers.value(windowID)) {
@@ -275,6 +274,9 @@ void WindowRecall::take(const WindowMatches& matches)
         }
     }
     std::ranges::sort(certain, {}, &RecalledWindow::windowID);
+    // A window that went back by itself and is taken out again was not asked about.
+    for (const RecalledWindow& each : std::as_const(certain))
+        m_offers.remove(each.windowID);
     if (!certain.isEmpty())
         m_handlers.recalled(certain);
     m_handlers.changed();

@@ -62,8 +62,10 @@ public:
 
     /// The windows of the state, or their goals, have changed.
     void noteWindows();
-    /// A person gave the window a place, or none: it is not recognised any more.
+    /// A person gave the window a place, or none: it is not recognised any more. What it is offered
+    /// stays, for undo: the state says which offers a person has answered.
     void settle(WindowID windowID);
+    bool hasOffer(WindowID windowID) const { return m_offers.contains(windowID); }
     /// A remembered window of the goal that the listed one is, or stands for from now on; absent
     /// without one.
     std::optional<WindowID> counterpart(WindowID windowID, GoalID goalID) const;

@@ -149,7 +149,7 @@ public:
     void awaitWindows(Scheduler::Duration limit);
     /// Gives the window the goal of a remembered one that it was offered.
     void acceptRecall(WindowID windowID, WindowID remembered);
-    /// It is none of the remembered windows.
+    /// It is none of the remembered windows that it was offered, in one step.
     void declineRecall(WindowID windowID);
     /// Forgets windows that goals had and that are not there.
     void forgetWindows(const QSet<WindowID>& remembered);

@@ -40,6 +40,8 @@ struct WindowStore::Parts
     /// The lists go on showing a todo for a moment that is completed and that they would show no
     /// more.
     void letLinger(TodoID todoID);
+    /// A person, or a program that they started, gave the window a place, or none.
+    void answerOffer(WindowID windowID);
     /// The listed window is the remembered one of the goal.
     void place(const RecalledWindow& window);
     /// Gives `windowID` the place of the remembered window, whose assignment ends.

@@ -112,7 +112,7 @@ bool WindowStore::Parts::setAssignment(WindowID windowID, std::optional<GoalID> 
     // What a person puts into a goal that had such a window is that window.
     if (const auto former = to ? recall.counterpart(windowID, *to) : std::nullopt)
         replaceRemembered(windowID, *former);
-    recall.settle(windowID);
+    answerOffer(windowID);
     state.windows[index].goalID = to;
     state.markChanged(Field::windows);
     if (to)
@@ -156,7 +156,7 @@ bool WindowStore::assign(const QSet<WindowID>& windowIDs, GoalID to)
     for (const WindowID windowID : std::as_const(ordered)) {
         if (const auto former = m_parts->recall.counterpart(windowID, to))
             m_parts->replaceRemembered(windowID, *former);
-        m_parts->recall.settle(windowID);
+        m_parts->answerOffer(windowID);
         m_state.assignments.insert(assignmentKey(windowID), to);
     }
     m_parts->selection.reconcileWithWindows();
@@ -170,9 +170,17 @@ void WindowStore::Parts::replaceRemembered(WindowID windowID, WindowID remembere
     recall.replace(windowID, remembered);
 }
 
+void WindowStore::Parts::answerOffer(WindowID windowID)
+{
+    recall.settle(windowID);
+    if (recall.hasOffer(windowID))
+        state.answeredOffers.insert(windowID);
+}
+
 void WindowStore::Parts::place(const RecalledWindow& window)
 {
     replaceRemembered(window.windowID, window.remembered);
+    answerOffer(window.windowID);
     state.assignments.insert(assignmentKey(window.windowID), window.goalID);
     state.assignWindows(state.windows);
     selection.reconcileWithWindows();
@@ -201,7 +209,10 @@ void WindowStore::acceptRecall(WindowID windowID, WindowID remembered)
 void WindowStore::declineRecall(WindowID windowID)
 {
     const Update update(m_state.changes);
-    m_parts->recall.settle(windowID);
+    if (recallOffers(windowID).isEmpty())
+        return;
+    m_parts->answerOffer(windowID);
+    m_parts->steps.saveAnnounced(CopyKey::OfferDeclined);
     m_parts->publishMemory();
 }
 

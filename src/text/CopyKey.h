@@ -129,6 +129,7 @@ enum class CopyKey {
     WindowAwaitsAnswer,
     PutWindowBack,
     OtherWindow,
+    OfferDeclined,
     OpenAgain,
     OpenAllAgain,
     ForgetWindow,

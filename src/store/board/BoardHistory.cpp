@@ -15,7 +15,8 @@ std::optional<GoalID> assigned(const Assignments& assignments, const QString& ke
 bool BoardHistory::record(const BoardVersion& before, const BoardVersion& after)
 {
     if (before.contents == after.contents &&
-        before.isRememberingWindows == after.isRememberingWindows)
+        before.isRememberingWindows == after.isRememberingWindows &&
+        before.answeredOffers == after.answeredOffers)
         return false;
     m_redoable.clear();
     m_undoable.append(stepBetween(after, before));
@@ -58,6 +59,10 @@ BoardHistory::Step BoardHistory::stepBetween(const BoardVersion& from, const Boa
         step.isAutoSortingGoals = to.isAutoSortingGoals;
     if (to.isRememberingWindows != from.isRememberingWindows)
         step.isRememberingWindows = to.isRememberingWindows;
+    for (const WindowID windowID : to.answeredOffers - from.answeredOffers)
+        step.answeredOffers.insert(windowID, true);
+    for (const WindowID windowID : from.answeredOffers - to.answeredOffers)
+        step.answeredOffers.insert(windowID, false);
     return step;
 }
 
@@ -73,7 +78,8 @@ BoardVersion BoardHistory::applyLast(QList<Step>& source, QList<Step>& inverses,
     inverse.pins = board.contents.pins;
     BoardVersion result{{step.goals, step.unassignedTodos, board.contents.assignments, step.pins},
                         board.isAutoSortingGoals,
-                        board.isRememberingWindows};
+                        board.isRememberingWindows,
+                        board.answeredOffers};
     for (const auto& [key, goalID] : step.assignments.asKeyValueRange()) {
         inverse.assignments.insert(key, assigned(result.contents.assignments, key));
         if (goalID)
@@ -88,6 +94,13 @@ BoardVersion BoardHistory::applyLast(QList<Step>& source, QList<Step>& inverses,
     if (step.isRememberingWindows) {
         inverse.isRememberingWindows = board.isRememberingWindows;
         result.isRememberingWindows = *step.isRememberingWindows;
+    }
+    for (const auto& [windowID, isAnswered] : step.answeredOffers.asKeyValueRange()) {
+        inverse.answeredOffers.insert(windowID, board.answeredOffers.contains(windowID));
+        if (isAnswered)
+            result.answeredOffers.insert(windowID);
+        else
+            result.answeredOffers.remove(windowID);
     }
     inverses.append(std::move(inverse));
     return result;

@@ -1,21 +1,26 @@
 // The steps by which a person changed the board, for undo and redo.
 #pragma once
 
+#include "model/Identifiers.h"
 #include "store/board/BoardContents.h"
 
+#include <QHash>
 #include <QList>
 #include <QMap>
+#include <QSet>
 
 #include <optional>
 
 namespace kelpa {
 
-/// The board, whether its goals are in automatic order, and whether their windows are remembered.
+/// The board, whether its goals are in automatic order, whether their windows are remembered, and
+/// which windows' offers to go back into a goal a person has answered.
 struct BoardVersion
 {
     BoardContents contents;
     bool isAutoSortingGoals = true;
     bool isRememberingWindows = true;
+    QSet<WindowID> answeredOffers{};
 
     friend bool operator==(const BoardVersion&, const BoardVersion&) = default;
 };
@@ -30,9 +35,9 @@ public:
     static constexpr qsizetype maxSteps = 100;
 
     /// Records that a person turned `before` into `after`, and drops the steps that could be
-    /// redone. False when goals, todos, assignments and pins are the same, and what is remembered
-    /// was not forgotten: the automatic order by itself is a setting, and belongs to a step only
-    /// where it changed the order of the goals.
+    /// redone. False when goals, todos, assignments and pins are the same, what is remembered was
+    /// not forgotten, and no offer answered: the automatic order by itself is a setting, and
+    /// belongs to a step only where it changed the order of the goals.
     bool record(const BoardVersion& before, const BoardVersion& after);
     void clear();
 
@@ -56,6 +61,8 @@ private:
         GoalPins pins;
         std::optional<bool> isAutoSortingGoals;
         std::optional<bool> isRememberingWindows;
+        /// Whether it is answered, by window.
+        QHash<WindowID, bool> answeredOffers;
     };
 
     static Step stepBetween(const BoardVersion& from, const BoardVersion& to);

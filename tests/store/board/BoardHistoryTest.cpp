@@ -42,6 +42,25 @@ TEST(BoardHistory, Steps_are_undone_from_the_last_to_the_first_and_redone_the_ot
     EXPECT_EQ(history.undo(withBoth), withA);
 }
 
+/// An empty board on which the offers of those windows are answered.
+BoardVersion answered(const QSet<WindowID>& windows)
+{
+    BoardVersion version;
+    version.answeredOffers = windows;
+    return version;
+}
+
+TEST(BoardHistory, A_step_answers_only_the_offers_that_it_answered)
+{
+    BoardHistory history;
+    EXPECT_FALSE(history.record(answered({1}), answered({1})));
+    EXPECT_TRUE(history.record(answered({1}), answered({1, 2})));
+    // A program that a person started has shown the window 3 meanwhile.
+    EXPECT_EQ(history.undo(answered({1, 2, 3})), answered({1, 3}));
+    EXPECT_EQ(history.redo(answered({1, 3})), answered({1, 2, 3}));
+    EXPECT_EQ(history.undo(answered({1, 2})), answered({1}));
+}
+
 TEST(BoardHistory, A_new_step_takes_the_place_of_those_that_were_undone)
 {
     BoardHistory history;

@@ -84,6 +84,12 @@ TEST_F(WindowRecalls, What_is_not_certain_is_offered_and_can_be_accepted_or_decl
     EXPECT_TRUE(store().recallOffers(3).isEmpty());
     store().undo();
     EXPECT_EQ(goalOf(3), std::nullopt);
+    EXPECT_EQ(store().recallOffers(3), (QList<RecalledWindow>{{3, 1, taxes}}));
+    store().redo();
+    EXPECT_EQ(goalOf(3), taxes);
+    EXPECT_TRUE(store().recallOffers(3).isEmpty());
+    store().undo();
+    close(3);
 
     open(4, QStringLiteral("Loading"));
     waitForBurst();
@@ -93,6 +99,64 @@ TEST_F(WindowRecalls, What_is_not_certain_is_offered_and_can_be_accepted_or_decl
     rename(4, QStringLiteral("Opening"));
     waitForBurst();
     EXPECT_TRUE(store().recallOffers(4).isEmpty());
+}
+
+TEST_F(WindowRecalls, A_declined_offer_is_back_after_undo_and_declined_again_after_redo)
+{
+    work();
+    close(1);
+    open(3, QStringLiteral("Loading"));
+    waitForBurst();
+    const QList<RecalledWindow> offers{{3, 1, taxes}};
+    ASSERT_EQ(store().recallOffers(3), offers);
+    store().setSearchText(letter);
+    const QStringList storedBefore = storedTitles();
+    const auto assignmentsBefore = store().assignments();
+    store().declineRecall(3);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("The window stays where it is"));
+    EXPECT_TRUE(store().toastOffersUndo());
+    store().declineRecall(3);
+    makeTodo(taxes);
+    store().undo();
+    EXPECT_TRUE(store().recallOffers(3).isEmpty()) << "that was the todo";
+    store().undo();
+    EXPECT_EQ(store().recallOffers(3), offers);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+    EXPECT_TRUE(store().boardNavigation().target.isUnassigned());
+    EXPECT_EQ(store().searchText(), QString()) << "the search hides the card";
+    EXPECT_EQ(goalOf(3), std::nullopt);
+    rename(3, report);
+    waitForBurst();
+    EXPECT_EQ(goalOf(3), std::nullopt) << "a person decides now";
+    store().redo();
+    EXPECT_TRUE(store().recallOffers(3).isEmpty());
+    store().undo();
+    store().acceptRecall(3, 1);
+    EXPECT_EQ(goalOf(3), taxes);
+    EXPECT_EQ(store().absentWindows(taxes).size(), 0);
+    store().undo();
+    EXPECT_EQ(storedTitles(), storedBefore);
+    EXPECT_EQ(decodeAssignments(settings.document(assignmentsKey)), assignmentsBefore);
+}
+
+TEST_F(WindowRecalls, A_window_that_was_placed_elsewhere_is_offered_its_goal_again_only_by_undo)
+{
+    work();
+    close(1);
+    open(3, QStringLiteral("Loading"));
+    waitForBurst();
+    store().assign(3, garden);
+    store().assign(3, std::nullopt);
+    EXPECT_TRUE(store().recallOffers(3).isEmpty());
+    store().undo();
+    store().undo();
+    EXPECT_EQ(store().recallOffers(3).size(), 1);
+    store().createGoal(QStringLiteral("Other"), 3);
+    store().undo();
+    EXPECT_EQ(store().recallOffers(3).size(), 1);
+    EXPECT_TRUE(store().assign({2, 3}, taxes));
+    store().undo();
+    EXPECT_EQ(store().recallOffers(3).size(), 1);
 }
 
 TEST_F(WindowRecalls, An_offer_goes_with_its_window_and_waits_for_undo)
