@@ -27,7 +27,9 @@ Sheet {
     width: Math.min(600, parent ? parent.width - 2 * Theme.large : 600)
     title: ViewSettings.copy.text(CopyKey.KeyboardShortcuts)
     contentHeight: heading.height + view.height + closeButton.height + 2 * Theme.medium
-    onOpened: closeButton.forceActiveFocus(Qt.PopupFocusReason)
+    // Before it has opened whole, so that it takes every key from the first on.
+    onVisibleChanged: if (root.visible)
+        closeButton.forceActiveFocus(Qt.PopupFocusReason)
 
     FontMetrics {
         id: keysMetrics

@@ -9,18 +9,23 @@ import Kelpa.Appearance
 T.Dialog {
     id: root
 
+    property bool isFading: false
+
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: Math.min(Theme.sheetWidth, parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
     implicitHeight: contentHeight + topPadding + bottomPadding
     focus: true
-    modal: true
+    // A sheet that fades away takes no more input: the next click is meant for the board, and so is
+    // the next key, which the toolkit withholds from the window below a sheet that Escape closes.
+    modal: !root.isFading
+    closePolicy: root.isFading ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
     padding: Theme.huge
-    closePolicy: T.Popup.CloseOnEscape
-    // A sheet that fades away takes no more input: the next click is meant for the board.
-    onAboutToHide: root.modal = false
+    onAboutToHide: root.isFading = true
+    // It may be opened again before it has faded.
+    onAboutToShow: root.isFading = false
     // The scrim is chosen before a sheet is about to show.
-    onClosed: root.modal = true
+    onClosed: root.isFading = false
 
     background: FloatingGround {
         radius: Theme.columnRadius
