@@ -2,7 +2,6 @@
 
 #include "app/SearchInterfaces.h"
 #include "automation/Methods.h"
-#include "automation/Operations.h"
 #include "model/Text.h"
 #include "platform/freedesktop/bus/RunnerTypes.h"
 #include "store/WindowStore.h"
@@ -203,39 +202,17 @@ void SearchService::open(const QString& text, const ActivationContext& context,
     }
     // Opening the board may take longer than a caller waits.
     respond(QVariantList());
-    if (const auto* const number = std::get_if<WindowID>(&*id)) {
-        const WindowItem* const window =
-            m_store.isObserving() ? windowWith(*number, m_store.windows()) : nullptr;
-        if (window != nullptr)
-            m_store.focus(WindowItem(*window));
-        if (window == nullptr || !canActivate(m_store))
-            m_bringForward(context);
+    const auto* const number = std::get_if<WindowID>(&*id);
+    const WindowItem* const window = number != nullptr && m_store.isObserving()
+                                         ? windowWith(*number, m_store.windows())
+                                         : nullptr;
+    if (window != nullptr && canActivate(m_store)) {
+        m_store.focus(WindowItem(*window));
         return;
     }
-    if (const auto* const goal = std::get_if<GoalID>(&*id)) {
-        openGoal(*goal, context);
-        return;
-    }
-    const TodoID todo = std::get<TodoID>(*id);
-    for (const Goal& goal : m_store.goals()) {
-        if (todoWith(todo, goal.todos) != nullptr) {
-            openGoal(goal.id, context);
-            return;
-        }
-    }
-    if (todoWith(todo, m_store.unassignedTodos()) != nullptr)
-        m_store.activateTarget(TargetSelection::unifiedTodos(), EnterWindowLayer::no);
+    // Where it is gone since it was found, the board is all that is left.
+    m_store.reveal(*id);
     m_bringForward(context);
-}
-
-void SearchService::openGoal(GoalID id, const ActivationContext& context)
-{
-    const Surroundings surroundings{
-        .bringForward = [this, &context](const QByteArray&) { m_bringForward(context); }};
-    const Outcome outcome = perform(m_store, surroundings, ShowGoal{id, {}});
-    // It is gone since it was found.
-    if (std::holds_alternative<Failure>(outcome))
-        m_bringForward(context);
 }
 
 } // namespace kelpa

@@ -46,7 +46,6 @@ private:
     void answer(Work work, const BusObject::Respond& respond);
     void open(const QString& id, const ActivationContext& context,
               const BusObject::Respond& respond);
-    void openGoal(GoalID id, const ActivationContext& context);
 
     BusObject& m_provider;
     BusObject& m_runner;

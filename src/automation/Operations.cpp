@@ -199,9 +199,7 @@ public:
         if (!m_surroundings.bringForward)
             return Failure{FailureKind::notRunning,
                            QStringLiteral("Kelpa does not run; 'kelpa --show' starts it")};
-        if (goalWith(request.goal, m_store.visibleGoals()) == nullptr)
-            m_store.setHidingGoalsWithoutOpenTodos(false);
-        m_store.activateTarget(TargetSelection::goal(request.goal), EnterWindowLayer::no);
+        m_store.reveal(request.goal);
         m_surroundings.bringForward(request.activationToken.toUtf8());
         return Reply(Nothing());
     }

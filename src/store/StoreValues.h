@@ -35,9 +35,10 @@ public:
     bool toastOffersUndo() const { return m_state.toastOffersUndo; }
     /// Whether the toast offers to switch the automatic order off.
     bool toastOffersManualOrder() const { return m_state.toastOffersManualOrder; }
-    /// Grows with every `undo` and `redo` that leaves something to see: the place is selected.
+    /// Grows with every `undo` and `redo` that leaves something to see, and whenever a goal, todo
+    /// or window is revealed: the place is selected.
     std::int64_t restorationID() const { return m_state.restorationID; }
-    /// The todo that this restoration brought back, changed or moved; absent when there is none.
+    /// The todo that this brought back, changed, moved or revealed; absent when there is none.
     std::optional<TodoID> restoredTodoID() const { return m_state.restoredTodoID; }
     bool canUndo() const { return m_state.canUndo; }
     bool canRedo() const { return m_state.canRedo; }

@@ -15,6 +15,7 @@
 #include <QSize>
 
 #include <memory>
+#include <variant>
 
 namespace kelpa {
 
@@ -75,7 +76,7 @@ public:
     // Undo. A step is one operation of a person that changed goals, todos, assignments or pins,
     // with its automatic consequences. Changes on the desktop, settings, selection and search are
     // no steps; where switching the automatic order on moved goals, undoing that also switches it
-    // off, and forgetting windows is a step of its own.
+    // off, and forgetting windows, or declining what one is offered, is a step of its own.
     /// Takes the last step back, with the very same records; does nothing when there is none.
     void undo();
     /// Repeats the step undone last, unless another one followed.
@@ -223,6 +224,10 @@ public:
     void activateTarget(const TargetSelection& target, EnterWindowLayer enterWindowLayer);
     /// Selects the window within its target, without raising it; does nothing when it is not shown.
     void selectWindow(WindowID windowID);
+    /// Selects the goal, the column that has the todo, or the window, and has the board scroll
+    /// there and highlight the todo. What hides it ends: the hiding of goals without open todos, a
+    /// search for other windows. Does nothing for what is gone.
+    void reveal(const std::variant<GoalID, TodoID, WindowID>& what);
     /// Enters the selected target, or switches to the selected window.
     void activateSelection();
     void returnToTargetSelection();

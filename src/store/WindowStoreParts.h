@@ -40,6 +40,10 @@ struct WindowStore::Parts
     /// The lists go on showing a todo for a moment that is completed and that they would show no
     /// more.
     void letLinger(TodoID todoID);
+    /// The goal that has the todo, or "Unsorted"; absent where it is gone.
+    std::optional<TargetSelection> columnOf(TodoID todoID) const;
+    /// Selects the place, also in a goal that is hidden, and has the board show it.
+    void reveal(const BoardNavigationState& place, std::optional<TodoID> todoID = std::nullopt);
     /// A person, or a program that they started, gave the window a place, or none.
     void answerOffer(WindowID windowID);
     /// The listed window is the remembered one of the goal.

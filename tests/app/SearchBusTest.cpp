@@ -161,13 +161,17 @@ TEST_F(SearchBus, A_goal_is_opened_on_the_board)
     EXPECT_EQ(forward.at(0).inputTime, std::optional<InputTime>(1234));
 }
 
-TEST_F(SearchBus, A_todo_is_opened_in_its_goal_or_among_all)
+TEST_F(SearchBus, A_todo_is_revealed_in_its_goal_or_in_Unsorted)
 {
     askRunner("SetActivationToken", {QStringLiteral("token")});
     askRunner("Run", {textOf(todo), QString()});
     EXPECT_EQ(store.boardNavigation().target, TargetSelection::goal(goal));
+    EXPECT_EQ(store.restoredTodoID(), todo);
+    EXPECT_EQ(store.restorationID(), 1);
     askRunner("Run", {textOf(unassigned), QString()});
-    EXPECT_EQ(store.boardNavigation().target, TargetSelection::unifiedTodos());
+    EXPECT_EQ(store.boardNavigation().target, TargetSelection::unassigned());
+    EXPECT_EQ(store.restoredTodoID(), unassigned);
+    EXPECT_EQ(store.restorationID(), 2);
     ASSERT_EQ(forward.size(), 2U);
     EXPECT_EQ(forward.at(0).startupID, QByteArray("token"));
     // It was for the first one alone.
@@ -184,9 +188,11 @@ TEST_F(SearchBus, A_window_is_selected_and_the_board_stays_where_it_is)
 TEST_F(SearchBus, A_window_that_cannot_come_forward_is_selected_on_the_board)
 {
     desktop.lack(DesktopAbility::actions, {.gap = AbilityGap::compositorProtocol});
+    store.setSearchText(QStringLiteral("another"));
     askRunner("Run", {QStringLiteral("window:7"), QString()});
     EXPECT_EQ(store.boardNavigation().selectedWindowID, std::optional<WindowID>(7));
     EXPECT_EQ(forward.size(), 1U);
+    EXPECT_EQ(store.searchText(), QString()) << "it would hide the card";
 }
 
 TEST_F(SearchBus, What_is_gone_opens_the_board)

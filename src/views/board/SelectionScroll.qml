@@ -93,6 +93,9 @@ Item {
             selectionScroll.restart();
     }
 
+    // What was selected before the board showed.
+    Component.onCompleted: if (root.board.selectedTarget >= 0)
+        root.follow()
     onIsSettledChanged: if (root.isSettled)
         root.isKept = false
 
