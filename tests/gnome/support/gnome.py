@@ -4,6 +4,7 @@ X11."""
 import json
 import os
 import pathlib
+import shutil
 import subprocess
 
 import gi
@@ -17,7 +18,8 @@ from keyboard import Keyboard
 from processes import wait_until
 
 UUID = "windows@kelpa.org"
-_GENERATOR = pathlib.Path(__file__).resolve().parents[3] / "data" / "gnome" / "generate.py"
+_SOURCES = pathlib.Path(__file__).resolve().parents[3]
+_GENERATOR = _SOURCES / "data" / "gnome" / "generate.py"
 
 _SETTINGS = """[org/gnome/shell]
 enabled-extensions={enabled}
@@ -37,6 +39,16 @@ idle-delay=uint32 0
 # Parts of lines in the Shell's log.
 _COMPLAINTS = (UUID, "org.kelpa", "disposed", "g_object_", "g_signal_", "Unhandled promise rejection")
 
+_APPLICATION = "org.kelpa.Kelpa.desktop"
+_PROVIDER = "org.kelpa.Kelpa-search-provider.ini"
+
+_SEARCHED = f"""Main.overview._overview.controls._searchController._searchResults._providers
+    .filter(provider => provider.id === '{_APPLICATION}')"""
+_RESULTS = f"""{_SEARCHED}.filter(provider => provider.display)
+    .flatMap(provider => Object.values(provider.display._resultDisplays))
+    .filter(result => result.mapped)
+    .map(result => [result.metaInfo.name, result.metaInfo.description])"""
+
 _LIST = """global.get_window_actors().map(actor => actor.meta_window)
     .filter(window => !window.is_override_redirect())
     .map(window => [window.get_id(), window.get_title() || '', window.get_pid(), window.has_focus()])"""
@@ -45,16 +57,17 @@ _LIST = """global.get_window_actors().map(actor => actor.meta_window)
 class GnomeDesktop(Desktop):
     """The same as a desktop on X11, as far as a scenario needs it. A window's number is the Shell's. The
     extension answers `program`; with None it is not installed. The Shell is this system's own or, if
-    `is_other`, that of the root that is visible."""
+    `is_other`, that of the root that is visible. With `has_search` it knows who answers its search."""
 
     def __init__(self, directory, program, is_other=False, is_enabled=True, has_xwayland=False,
-                 has_animations=True):
+                 has_animations=True, has_search=False):
         super().__init__(directory)
         self._program = program
         self._is_other = is_other
         self._is_enabled = is_enabled
         self._xwayland = [] if has_xwayland else ["--no-x11"]
         self._has_animations = has_animations
+        self._has_search = has_search
         self.shell = None
         self.shell_log = None
         self.bus = None
@@ -77,6 +90,19 @@ class GnomeDesktop(Desktop):
         self._write_settings()
         if self._program is not None:
             self.install_extension()
+        if self._has_search:
+            self._install_search()
+
+    def _install_search(self):
+        """As the package does it, for the program under test."""
+        share = self._private / "share"
+        for folder in ("applications", "gnome-shell/search-providers"):
+            (share / folder).mkdir(parents=True)
+        entry = (_SOURCES / "packaging" / _APPLICATION).read_text(encoding="utf-8")
+        (share / "applications" / _APPLICATION).write_text(
+            entry.replace("Exec=kelpa ", f"Exec={self._program} "), encoding="utf-8")
+        shutil.copy(_SOURCES / "data" / "search" / _PROVIDER, share / "gnome-shell" / "search-providers")
+        self.env["XDG_DATA_DIRS"] = f"{share}:/usr/local/share:/usr/share"
 
     def _write_settings(self):
         folder = pathlib.Path(self.env["XDG_CONFIG_HOME"]) / "glib-2.0" / "settings"
@@ -168,6 +194,18 @@ class GnomeDesktop(Desktop):
 
     def is_overview_open(self):
         return self.evaluate("Main.overview.visible")
+
+    def settle_search(self):
+        """Some seconds after a change in the person's configuration, as the Shell's own start makes, it reads
+        anew who answers its search, and drops what it shows. Makes such a change and waits for that."""
+        self.evaluate(f"{_SEARCHED}.forEach(provider => {{ provider.isOld = true; }})")
+        (pathlib.Path(self.env["XDG_CONFIG_HOME"]) / "mimeapps.list").touch()
+        wait_until("the Shell has read anew who answers its search",
+                   lambda: self.evaluate(f"{_SEARCHED}.some(provider => !provider.isOld)"))
+
+    def search_results(self):
+        """Title and description of each of Kelpa's results that the overview shows."""
+        return self.evaluate(_RESULTS)
 
     def set_extension(self, is_enabled):
         """Switches the extension on or off, as the person's settings do."""
