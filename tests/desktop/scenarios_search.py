@@ -4,8 +4,8 @@ import time
 
 import board as boards
 import settings
-from harness import on_desktop
 from desktop_search import DesktopSearch
+from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
 from selection import Selection
