@@ -5,6 +5,7 @@
 #include "support/BoardBuilders.h"
 #include "support/MemoryBackups.h"
 #include "support/StoreFixture.h"
+#include "support/TransferFakes.h"
 #include "text/KelpaCopy.h"
 
 #include <gmock/gmock.h>
@@ -18,30 +19,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using Trouble = BoardTransfer::Trouble;
 using Refusal = BoardTransfer::Refusal;
-
-class MemoryFiles : public FileAccess
-{
-public:
-    std::variant<QByteArray, FileTrouble> read(const QString& path, qsizetype most) const override
-    {
-        const auto file = files.constFind(path);
-        if (file == files.constEnd())
-            return FileTrouble::unreadable;
-        if (file->size() > most)
-            return FileTrouble::tooLarge;
-        return *file;
-    }
-    bool write(const QString& path, const QByteArray& bytes) override
-    {
-        if (isFull)
-            return false;
-        files.insert(path, bytes);
-        return true;
-    }
-
-    QMap<QString, QByteArray> files;
-    bool isFull = false;
-};
 
 class BoardTransferring : public StoreFixture
 {
