@@ -1,6 +1,6 @@
 // The signals of operations on goals, settings and windows.
 
-#include "store/ChangeSignals.h"
+#include "store/signals/ChangeSignals.h"
 
 namespace kelpa::test {
 namespace {

@@ -1,6 +1,6 @@
 // The signals of undo and redo.
 
-#include "store/ChangeSignals.h"
+#include "store/signals/ChangeSignals.h"
 
 namespace kelpa::test {
 namespace {

@@ -1,6 +1,6 @@
 // The signals of operations on todos.
 
-#include "store/ChangeSignals.h"
+#include "store/signals/ChangeSignals.h"
 
 namespace kelpa::test {
 namespace {
