@@ -5,8 +5,8 @@
 #include "automation/Operations.h"
 #include "model/GoalPins.h"
 #include "platform/Scheduler.h"
-#include "platform/TaskQueue.h"
 #include "platform/freedesktop/bus/BusObject.h"
+#include "platform/tasks/TaskQueue.h"
 
 #include <QObject>
 #include <QStringList>

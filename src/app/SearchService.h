@@ -5,8 +5,8 @@
 #include "automation/Finding.h"
 #include "platform/OwnWindow.h"
 #include "platform/Scheduler.h"
-#include "platform/TaskQueue.h"
 #include "platform/freedesktop/bus/BusObject.h"
+#include "platform/tasks/TaskQueue.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -2,9 +2,9 @@
 // What is certain it hands to the store; what is not, it offers.
 #pragma once
 
-#include "platform/ExclusiveTask.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
+#include "platform/tasks/ExclusiveTask.h"
 #include "store/StoreState.h"
 #include "windows/memory/MemoryMatching.h"
 #include "windows/memory/NewWindows.h"

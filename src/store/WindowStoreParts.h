@@ -2,8 +2,8 @@
 // store's own sources.
 #pragma once
 
-#include "platform/TaskGroup.h"
-#include "platform/TaskQueue.h"
+#include "platform/tasks/TaskGroup.h"
+#include "platform/tasks/TaskQueue.h"
 #include "store/BoardSelection.h"
 #include "store/Toast.h"
 #include "store/UndoSteps.h"

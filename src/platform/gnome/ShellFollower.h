@@ -2,11 +2,11 @@
 // for the Shell, and hands on what the extension reports.
 #pragma once
 
-#include "platform/ExclusiveTask.h"
 #include "platform/Scheduler.h"
 #include "platform/Subscription.h"
 #include "platform/gnome/ShellClient.h"
 #include "platform/gnome/ShellStanding.h"
+#include "platform/tasks/ExclusiveTask.h"
 
 #include <QObject>
 

@@ -4,7 +4,6 @@
 
 #include "platform/ApplicationResolver.h"
 #include "platform/DocumentSource.h"
-#include "platform/MainThreadNotifier.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
 #include "platform/kwin/KwinLink.h"
@@ -12,6 +11,7 @@
 #include "platform/kwin/KwinScreenshots.h"
 #include "platform/kwin/KwinSnapshot.h"
 #include "platform/numbers/NamedWindowNumbers.h"
+#include "platform/tasks/MainThreadNotifier.h"
 
 #include <QByteArray>
 

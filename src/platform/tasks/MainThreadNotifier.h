@@ -2,9 +2,9 @@
 // is an event for each of them, so that whoever notifies waits for nobody.
 #pragma once
 
-#include "platform/ChangeCoalescer.h"
 #include "platform/Scheduler.h"
 #include "platform/Subscription.h"
+#include "platform/tasks/ChangeCoalescer.h"
 
 #include <QCoreApplication>
 #include <QEvent>

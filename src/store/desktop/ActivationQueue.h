@@ -4,7 +4,7 @@
 #include "model/WindowItem.h"
 #include "platform/Accessibility.h"
 #include "platform/Applications.h"
-#include "platform/TaskQueue.h"
+#include "platform/tasks/TaskQueue.h"
 #include "windows/PinnedWindows.h"
 #include "windows/WorkContext.h"
 

@@ -3,9 +3,9 @@
 
 #include "model/WindowItem.h"
 #include "platform/Applications.h"
-#include "platform/ExclusiveTask.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
+#include "platform/tasks/ExclusiveTask.h"
 #include "windows/WindowDiscovery.h"
 
 #include <QList>

@@ -6,8 +6,8 @@
 #include "model/WindowItem.h"
 #include "platform/Applications.h"
 #include "platform/Scheduler.h"
-#include "platform/TaskGroup.h"
-#include "platform/TaskQueue.h"
+#include "platform/tasks/TaskGroup.h"
+#include "platform/tasks/TaskQueue.h"
 #include "store/desktop/PendingLaunch.h"
 
 #include <QList>

@@ -4,8 +4,8 @@
 
 #include "model/Preview.h"
 #include "model/WindowItem.h"
-#include "platform/ExclusiveTask.h"
 #include "platform/WindowServer.h"
+#include "platform/tasks/ExclusiveTask.h"
 #include "windows/FirstPictures.h"
 #include "windows/PreviewRotation.h"
 #include "windows/TokenBucket.h"

@@ -1,5 +1,5 @@
 // Subscribers are called on the main thread, whichever thread notifies them.
-#include "platform/MainThreadNotifier.h"
+#include "platform/tasks/MainThreadNotifier.h"
 #include "support/ManualScheduler.h"
 
 #include <gtest/gtest.h>

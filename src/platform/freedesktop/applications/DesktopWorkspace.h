@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/Scheduler.h"
-#include "platform/TaskGroup.h"
 #include "platform/Workspace.h"
+#include "platform/tasks/TaskGroup.h"
 
 namespace kelpa {
 

@@ -3,8 +3,8 @@
 
 #include "platform/GlobalShortcuts.h"
 #include "platform/Scheduler.h"
-#include "platform/TaskQueue.h"
 #include "platform/freedesktop/portals/Sandbox.h"
+#include "platform/tasks/TaskQueue.h"
 
 #include <QObject>
 #include <QString>

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "platform/FileDescriptor.h"
-#include "platform/MainThreadNotifier.h"
 #include "platform/Subscription.h"
+#include "platform/tasks/MainThreadNotifier.h"
 #include "platform/wayland/capture/CaptureClient.h"
 #include "platform/wayland/connection/Globals.h"
 

@@ -2,9 +2,9 @@
 // reports them coalesced.
 #pragma once
 
-#include "platform/ChangeCoalescer.h"
 #include "platform/Scheduler.h"
 #include "platform/Subscription.h"
+#include "platform/tasks/ChangeCoalescer.h"
 #include "platform/wayland/sway/SwayConnection.h"
 
 #include <QByteArray>

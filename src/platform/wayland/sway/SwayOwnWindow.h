@@ -1,9 +1,9 @@
 // Kelpa's main window in a sway session.
 #pragma once
 
-#include "platform/ExclusiveTask.h"
 #include "platform/OwnWindow.h"
 #include "platform/Scheduler.h"
+#include "platform/tasks/ExclusiveTask.h"
 
 namespace kelpa::wayland {
 

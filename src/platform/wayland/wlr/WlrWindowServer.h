@@ -2,10 +2,10 @@
 #pragma once
 
 #include "platform/ApplicationResolver.h"
-#include "platform/MainThreadNotifier.h"
 #include "platform/Scheduler.h"
 #include "platform/WindowServer.h"
 #include "platform/numbers/NamedWindowNumbers.h"
+#include "platform/tasks/MainThreadNotifier.h"
 #include "platform/wayland/capture/WindowPictures.h"
 #include "platform/wayland/toplevels/ToplevelMonitor.h"
 #include "platform/wayland/wlr/ToplevelNames.h"

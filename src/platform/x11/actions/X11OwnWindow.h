@@ -1,10 +1,10 @@
 // Kelpa's main window on an X display.
 #pragma once
 
-#include "platform/ExclusiveTask.h"
 #include "platform/OwnWindow.h"
 #include "platform/Scheduler.h"
-#include "platform/TaskQueue.h"
+#include "platform/tasks/ExclusiveTask.h"
+#include "platform/tasks/TaskQueue.h"
 #include "platform/x11/connection/DisplayConnector.h"
 
 #include <cstdint>
