@@ -69,8 +69,8 @@ enum class AbilityGap : std::uint8_t {
     pictureEntry,
     /// KWin reports no keys; the person can bind one in its settings.
     desktopShortcut,
-    /// Kelpa does it on X11 alone, whatever the compositor could do.
-    onlyOnX11,
+    /// Kelpa sends windows to virtual desktops on X11 and in KWin alone, whatever others could do.
+    windowsNotSent,
     /// The person has chosen to work without windows.
     choice,
 };

@@ -10,12 +10,6 @@ from processes import wait_until
 a_card_says_that_a_dialog_of_its_window_waits = away.a_card_says_that_a_dialog_of_its_window_waits
 
 
-def _move(desktop, window, number):
-    """Since Plasma 6 a window has a list of desktops."""
-    desktop.change(window, f"if (typeof window.desktop === 'number') window.desktop = {number};"
-                           f" else window.desktops = [workspace.desktops[{number - 1}]]")
-
-
 def a_card_says_on_which_virtual_desktop_its_window_is(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path)
@@ -27,7 +21,7 @@ def a_card_says_on_which_virtual_desktop_its_window_is(desktop, binary):
         mail, letter = away.description_of(kelpa, "Mail"), away.description_of(kelpa, "Letter")
         wait_until("no card says where its window is",
                    lambda: mail() and letter() and "desktop" not in mail() + letter())
-        _move(desktop, window, 2)
+        desktop.move(window, 2)
         wait_until("the card says where its window went", lambda: "On desktop “Second”" in mail())
         assert "desktop" not in letter()
         Assistant(desktop, kelpa).press(lambda: kelpa.board.card(boards.UNSORTED, "Mail").node,

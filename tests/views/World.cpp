@@ -77,7 +77,7 @@ void World::lack(const QString& ability, bool isPartial)
         {QStringLiteral("minimizing"),
          {DesktopAbility::minimizing, AbilityGap::compositorProtocol}},
         {QStringLiteral("virtualDesktops"),
-         {DesktopAbility::virtualDesktops, AbilityGap::onlyOnX11}},
+         {DesktopAbility::virtualDesktops, AbilityGap::windowsNotSent}},
         {QStringLiteral("previews"), {DesktopAbility::previews, AbilityGap::compositorProtocol}},
         {QStringLiteral("globalKeys"), {DesktopAbility::globalKeys, AbilityGap::keysOfXwayland}}};
     const auto [which, gap] = known[ability];

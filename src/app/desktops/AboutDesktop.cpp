@@ -87,8 +87,8 @@ GapText textOf(AbilityGap gap, DesktopAbility ability)
                 QStringLiteral("install Kelpa's package")};
     case AbilityGap::desktopShortcut:
         return {QStringLiteral("KWin reports no keys that are typed into other programs"), bindKey};
-    case AbilityGap::onlyOnX11:
-        return {QStringLiteral("Kelpa sends windows to virtual desktops on X11 alone"),
+    case AbilityGap::windowsNotSent:
+        return {QStringLiteral("Kelpa sends no windows to virtual desktops here"),
                 QStringLiteral("log in to a session on X11")};
     case AbilityGap::choice:
         return {QStringLiteral("Kelpa is to work without windows"),

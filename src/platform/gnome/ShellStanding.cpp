@@ -90,7 +90,7 @@ DesktopAbilities abilitiesIn(ShellCondition condition)
     if (gap)
         return DesktopAbilities::without(*gap);
     DesktopAbilities abilities;
-    abilities.shortfalls[DesktopAbility::virtualDesktops] = {.gap = AbilityGap::onlyOnX11,
+    abilities.shortfalls[DesktopAbility::virtualDesktops] = {.gap = AbilityGap::windowsNotSent,
                                                              .isPartial = false};
     return abilities;
 }

@@ -9,9 +9,8 @@ DesktopAbilities abilitiesOfKwin(const KwinStanding& standing)
     const auto lacks = [&abilities](DesktopAbility ability, AbilityGap gap) {
         abilities.shortfalls[ability] = {.gap = gap, .isPartial = false};
     };
-    lacks(virtualDesktops, AbilityGap::onlyOnX11);
     if (!standing.isListing) {
-        for (const DesktopAbility each : {windows, actions})
+        for (const DesktopAbility each : {windows, actions, virtualDesktops})
             lacks(each, AbilityGap::compositor);
     }
     if (standing.pictures == PictureStanding::denied)

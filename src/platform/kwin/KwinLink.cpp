@@ -137,6 +137,7 @@ struct KwinLink::Parts
     std::chrono::steady_clock::time_point loadedAt;
     std::uint64_t parsedNumber = 0;
     std::optional<std::vector<KwinWindow>> parsed;
+    QStringList parsedDesktops;
 
     /// Last: its thread uses the others.
     BlockingBus bus;
@@ -213,8 +214,10 @@ std::optional<std::vector<KwinWindow>> KwinLink::Parts::windows()
     const std::optional<NumberedReport> report = calls.report();
     if (!report)
         return std::nullopt;
-    if (std::exchange(parsedNumber, report->number) != report->number)
+    if (std::exchange(parsedNumber, report->number) != report->number) {
         parsed = windowsIn(report->text);
+        parsedDesktops = desktopsIn(report->desktops);
+    }
     return parsed;
 }
 
@@ -236,7 +239,7 @@ KwinReading KwinLink::read()
     const std::optional<std::string> owner =
         m_parts->bus.ownerOf(kwinName, m_parts->options.replyLimit);
     if (!owner)
-        return {.windows = m_parts->windows()};
+        return {.windows = m_parts->windows(), .virtualDesktops = m_parts->parsedDesktops};
     if (m_parts->owner != *owner) {
         m_parts->owner.clear();
         m_parts->runs = false;
@@ -262,7 +265,8 @@ KwinReading KwinLink::read()
     return {.isThere = true,
             .isReplying = isLoaded.has_value() && m_parts->runs,
             .process = m_parts->process,
-            .windows = m_parts->windows()};
+            .windows = m_parts->windows(),
+            .virtualDesktops = m_parts->parsedDesktops};
 }
 
 void KwinLink::order(const KwinOrder& order)

@@ -13,6 +13,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <chrono>
 #include <functional>
@@ -52,6 +53,8 @@ struct KwinReading
     /// Absent when the script that runs has not reported yet. While KWin hangs, those it reported
     /// last.
     std::optional<std::vector<KwinWindow>> windows{};
+    /// As `DiscoverySource::virtualDesktops`, of the same report.
+    QStringList virtualDesktops{};
 };
 
 class KwinLink

@@ -1,5 +1,7 @@
 #include "platform/kwin/KwinReport.h"
 
+#include "model/GoalPins.h"
+#include "model/WindowItem.h"
 #include "platform/DialogOwners.h"
 
 #include <QJsonArray>
@@ -84,6 +86,9 @@ RankedWindow windowIn(const QJsonObject& row)
     window.isHere = is("isHere");
     const QString desktop = text("desktop").trimmed();
     window.virtualDesktop = desktop.isEmpty() ? std::nullopt : std::optional(desktop);
+    const int place = row.value(QStringLiteral("desktopNumber")).toInt(-1);
+    if (place >= everyVirtualDesktop && place <= mostVirtualDesktops)
+        window.desktopNumber = place;
     window.revision = number("revision");
     return ranked;
 }
@@ -134,6 +139,19 @@ std::optional<std::vector<KwinWindow>> windowsIn(const QByteArray& report)
     for (RankedWindow& each : ranked)
         windows.push_back(std::move(each.window));
     return windows;
+}
+
+QStringList desktopsIn(const QByteArray& report)
+{
+    if (report.size() > longestReport)
+        return {};
+    const QJsonArray rows = QJsonDocument::fromJson(report).array();
+    const qsizetype count = std::min(rows.size(), qsizetype{mostVirtualDesktops});
+    QStringList names;
+    names.reserve(count);
+    for (qsizetype index = 0; index < count; ++index)
+        names.append(rows.at(index).toString().trimmed());
+    return names;
 }
 
 } // namespace kelpa::kwin

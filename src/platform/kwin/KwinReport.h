@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -37,6 +38,8 @@ struct KwinWindow
     bool isHere = false;
     /// As `WindowItem::virtualDesktop`.
     std::optional<QString> virtualDesktop{};
+    /// As `WindowItem::desktopNumber`.
+    std::optional<int> desktopNumber{};
     /// As `WindowItem::isAwaitingAnswer`.
     bool isAwaitingAnswer = false;
     /// The UUID of the window that this one is a dialog of; empty where it is none.
@@ -55,5 +58,8 @@ inline constexpr qsizetype longestReport = qsizetype{16} * 1024 * 1024;
 /// that of an earlier one, is left out. Absent when the report is malformed or has more windows
 /// than a session has.
 std::optional<std::vector<KwinWindow>> windowsIn(const QByteArray& report);
+
+/// As `DiscoverySource::virtualDesktops`, in a report of their names; empty when that is malformed.
+QStringList desktopsIn(const QByteArray& report);
 
 } // namespace kelpa::kwin

@@ -31,6 +31,10 @@ QString nameOf(KwinAction action)
         return QStringLiteral("minimize");
     case KwinAction::restore:
         return QStringLiteral("restore");
+    case KwinAction::send:
+        return QStringLiteral("send");
+    case KwinAction::showDesktop:
+        return QStringLiteral("showDesktop");
     }
     return {};
 }
@@ -52,6 +56,10 @@ QByteArray scriptWith(const ScriptParameters& parameters)
 QByteArray textOf(const KwinOrder& order)
 {
     QJsonObject object{{QStringLiteral("action"), nameOf(order.action)}};
+    if (order.desktop > 0)
+        object.insert(QStringLiteral("desktop"), order.desktop);
+    if (order.action == KwinAction::showDesktop)
+        return QJsonDocument(object).toJson(QJsonDocument::Compact);
     if (order.window.isEmpty())
         object.insert(QStringLiteral("process"), order.process);
     else

@@ -26,7 +26,8 @@ struct ScriptParameters
 /// otherwise, that is, empty.
 QByteArray scriptWith(const ScriptParameters& parameters);
 
-enum class KwinAction : std::uint8_t { activate, close, minimize, restore };
+/// `send` and `showDesktop` are about a virtual desktop.
+enum class KwinAction : std::uint8_t { activate, close, minimize, restore, send, showDesktop };
 
 struct KwinOrder
 {
@@ -35,6 +36,8 @@ struct KwinOrder
     /// them to close.
     QByteArray window{};
     ProcessID process = 0;
+    /// The number of the virtual desktop, from 1; 0 for an action that needs none.
+    int desktop = 0;
 
     friend bool operator==(const KwinOrder&, const KwinOrder&) = default;
 };

@@ -20,6 +20,11 @@ std::string_view viewOf(const char* text)
     return text == nullptr ? std::string_view() : std::string_view(text);
 }
 
+QByteArray bytesOf(std::string_view text)
+{
+    return {text.data(), static_cast<qsizetype>(text.size())};
+}
+
 void send(GDBusConnection* connection, GDBusMessage* call, GDBusMessage* reply)
 {
     const GObjectPointer<GDBusMessage> held(reply);
@@ -87,10 +92,10 @@ KwinScriptCalls::Receipt KwinScriptCalls::receive(GDBusConnection* connection,
     const std::string_view member = viewOf(g_dbus_message_get_member(message));
     if (member == "Report") {
         const std::string_view text = textIn(message, 1);
-        if (text.size() <= static_cast<std::size_t>(longestReport)) {
-            m_report =
-                NumberedReport{.text = QByteArray(text.data(), static_cast<qsizetype>(text.size())),
-                               .number = ++m_lastNumber};
+        const std::string_view desktops = textIn(message, 2);
+        if (text.size() + desktops.size() <= static_cast<std::size_t>(longestReport)) {
+            m_report = NumberedReport{
+                .text = bytesOf(text), .desktops = bytesOf(desktops), .number = ++m_lastNumber};
         }
         send(connection, message, g_dbus_message_new_method_reply(message));
         m_reported.notify_all();

@@ -23,6 +23,8 @@ namespace kelpa::kwin {
 struct NumberedReport
 {
     QByteArray text;
+    /// The names of the virtual desktops; empty where the script has none.
+    QByteArray desktops;
     /// Of the reports since this object exists; another one for each.
     std::uint64_t number = 0;
 };

@@ -19,6 +19,7 @@ CompositorWindow describedWindow(const NumberedKwinWindow& numbered)
     entry.name = window.title;
     entry.role = window.role;
     entry.virtualDesktop = window.virtualDesktop;
+    entry.desktopNumber = window.desktopNumber;
     entry.isAwaitingAnswer = window.isAwaitingAnswer;
     described.clues.kdeDesktopFile = window.desktopFile;
     described.clues.wmClassInstance = window.instanceName;

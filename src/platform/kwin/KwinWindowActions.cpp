@@ -27,6 +27,10 @@ public:
     /// The focus has raised it.
     void requestRaise() override {}
     void requestClose() override { order(KwinAction::close); }
+    void requestVirtualDesktop(int number) override
+    {
+        m_server.order({.action = KwinAction::send, .window = m_uuid, .desktop = number});
+    }
 
 private:
     void order(KwinAction action) { m_server.order({.action = action, .window = m_uuid}); }
@@ -41,6 +45,11 @@ private:
 bool KwinWindowActions::isTrusted() const
 {
     return m_server.isScreenCaptureTrusted();
+}
+
+void KwinWindowActions::showVirtualDesktop(int number)
+{
+    m_server.order({.action = KwinAction::showDesktop, .desktop = number});
 }
 
 std::optional<AccessibilityElements> KwinWindowActions::elements(ProcessID process)

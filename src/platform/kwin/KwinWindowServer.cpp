@@ -53,8 +53,11 @@ std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
         notePictures(m_screenshots.probe());
     if (!windows)
         return std::make_unique<CompositorSnapshot>();
+    // Those of windows that are kept are kept with them.
+    if (reading.windows)
+        m_virtualDesktops = reading.virtualDesktops;
     return std::make_unique<CompositorSnapshot>(describedWindows(*windows), m_needs.resolver,
-                                                m_needs.documents);
+                                                m_needs.documents, m_virtualDesktops);
 }
 
 bool KwinWindowServer::areWindowsKept(std::chrono::steady_clock::time_point now)

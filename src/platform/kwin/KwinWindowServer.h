@@ -14,6 +14,7 @@
 #include "platform/tasks/MainThreadNotifier.h"
 
 #include <QByteArray>
+#include <QStringList>
 
 #include <atomic>
 #include <chrono>
@@ -102,6 +103,7 @@ private:
     NamedWindowNumbers m_numbers;
     /// The process of the KWin whose windows have numbers; absent before the first.
     std::optional<ProcessID> m_process;
+    QStringList m_virtualDesktops;
     /// When a pass first found KWin without a report; absent when the last one had a report.
     std::optional<std::chrono::steady_clock::time_point> m_unreportedSince;
 

@@ -63,6 +63,27 @@ function otherDesktop(window) {
     return text(name).trim() || String(number);
 }
 
+// The virtual desktops in their order: objects since Plasma 6, numbers before.
+function desktops() {
+    if (typeof workspace.desktops === "number")
+        return Array.from({length: workspace.desktops}, (_, index) => index + 1);
+    return Array.from(workspace.desktops || []);
+}
+
+function nameOf(desktop) {
+    return text(typeof desktop === "number" ? workspace.desktopName(desktop) : desktop.name);
+}
+
+// From 1; 0 where the window is on all of them. Of several, the present one counts.
+function desktopNumber(window) {
+    if (window.onAllDesktops || (window.desktops && window.desktops.length === 0))
+        return 0;
+    if (!window.desktops)
+        return window.desktop;
+    const desktop = isOnCurrentDesktop(window) ? workspace.currentDesktop : window.desktops[0];
+    return desktops().findIndex(each => each.id === desktop.id) + 1 || undefined;
+}
+
 function isOnCurrentActivity(window) {
     return !window.activities || window.activities.length === 0
         || window.activities.indexOf(workspace.currentActivity) >= 0;
@@ -100,6 +121,7 @@ function row(window) {
         isActive: window.active,
         isHere: isOnCurrentDesktop(window) && isOnCurrentActivity(window),
         desktop: otherDesktop(window),
+        desktopNumber: desktopNumber(window),
         owner: window.transientFor ? id(window.transientFor) : "",
         isDialog: isDialog(window)
     };
@@ -115,7 +137,8 @@ function report() {
     isReporting = true;
     reportedAt = Date.now();
     const number = ++lastReport;
-    callDBus(kelpa, path, contract, "Report", token, JSON.stringify(windows().map(row)), () => {
+    callDBus(kelpa, path, contract, "Report", token, JSON.stringify(windows().map(row)),
+             JSON.stringify(desktops().map(nameOf)), () => {
         if (number !== lastReport)
             return;
         isReporting = false;
@@ -182,7 +205,27 @@ function activate(window) {
         workspace.activeClient = window;
 }
 
+function showDesktop(number) {
+    const desktop = desktops()[number - 1];
+    if (desktop !== undefined)
+        workspace.currentDesktop = desktop;
+}
+
+function sendTo(window, number) {
+    const desktop = desktops()[number - 1];
+    if (desktop === undefined)
+        return;
+    if (window.desktops)
+        window.desktops = [desktop];
+    else
+        window.desktop = desktop;
+}
+
 function carryOut(order) {
+    if (order.action === "showDesktop") {
+        showDesktop(order.desktop);
+        return;
+    }
     const subjects = windows().filter(
         window => order.window ? id(window) === order.window
                                : window.pid === order.process && isOrdinary(window));
@@ -194,6 +237,8 @@ function carryOut(order) {
             subjects[0].minimized = order.action === "minimize";
         else if (order.action === "activate")
             activate(subjects[0]);
+        else if (order.action === "send")
+            sendTo(subjects[0], order.desktop);
     }
 }
 
@@ -241,7 +286,8 @@ for (const signal of ["windowRemoved", "clientRemoved"])
     listen(workspace, signal, remove);
 for (const signal of ["windowActivated", "clientActivated"])
     listen(workspace, signal, noteActivation);
-for (const signal of ["currentDesktopChanged", "currentActivityChanged"])
+for (const signal of ["currentDesktopChanged", "currentActivityChanged", "desktopsChanged",
+                      "numberDesktopsChanged"])
     listen(workspace, signal, () => change(burst));
 // It has no key until the person gives it one, in the system settings under KWin: any other may be
 // somebody else's. KWin remembers the key by this name.

@@ -100,8 +100,7 @@ actions     yes
 quitting    yes
 minimising  yes
 geometry    yes
-desktops    no: Kelpa sends windows to virtual desktops on X11 alone
-            to mend it: log in to a session on X11
+desktops    yes
 previews    no: KWin does not find that this program's desktop entry asks for pictures
             to mend it: install Kelpa's package
 double tap  no: KWin reports no keys that are typed into other programs

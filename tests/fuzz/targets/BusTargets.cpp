@@ -3,6 +3,8 @@
 #include "automation/Methods.h"
 #include "fuzz/FuzzTarget.h"
 #include "fuzz/targets/MemoryFile.h"
+#include "model/GoalPins.h"
+#include "model/WindowItem.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
 #include "platform/gnome/ShellPicture.h"
 #include "platform/gnome/ShellWindow.h"
@@ -17,12 +19,16 @@ namespace kelpa::fuzz {
 
 void decodeKwinReport(const QByteArray& bytes)
 {
+    require(kwin::desktopsIn(bytes).size() <= mostVirtualDesktops, "a session has few desktops");
     const auto windows = kwin::windowsIn(bytes);
     if (!windows)
         return;
     QSet<QByteArray> uuids;
     for (const kwin::KwinWindow& window : *windows) {
         require(!window.uuid.isEmpty(), "a window of KWin's has a name");
+        require(!window.desktopNumber || (*window.desktopNumber >= everyVirtualDesktop &&
+                                          *window.desktopNumber <= mostVirtualDesktops),
+                "and a desktop that may be");
         uuids.insert(window.uuid);
     }
     require(uuids.size() == static_cast<qsizetype>(windows->size()), "of its own");

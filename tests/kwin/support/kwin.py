@@ -152,6 +152,24 @@ class KwinDesktop(Desktop):
         self._script.call("/VirtualDesktopManager", "org.kde.KWin.VirtualDesktopManager", "createDesktop",
                           self._script_arguments("(us)", (1, "Second")))
 
+    def remove_desktop(self):
+        """The second one."""
+        self._script.run(
+            "if (typeof workspace.desktops === 'number') workspace.desktops = 1;"
+            " else workspace.removeDesktop(workspace.desktops[1]); report(true);")
+
+    def desktop_of(self, window):
+        """The number of its desktop, from 1."""
+        return self._script.run(
+            f'const window = find("{window.number}"); report(window.desktops'
+            " ? Array.from(workspace.desktops).findIndex(each => each.id === window.desktops[0].id) + 1"
+            " : window.desktop);")
+
+    def move(self, window, number):
+        """Since Plasma 6 a window has a list of desktops."""
+        self.change(window, f"if (typeof window.desktop === 'number') window.desktop = {number};"
+                            f" else window.desktops = [workspace.desktops[{number - 1}]]")
+
     def current_desktop(self):
         return self._script.call("/KWin", "org.kde.KWin", "currentDesktop")[0]
 

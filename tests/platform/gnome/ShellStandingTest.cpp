@@ -88,8 +88,8 @@ TEST(ShellStanding, Says_why_there_are_no_windows)
           std::pair{outdated, AbilityGap::shellExtensionDenies},
           std::pair{silent, AbilityGap::compositor}})
         EXPECT_EQ(abilitiesIn(condition), DesktopAbilities::without(gap));
-    const DesktopAbilities all{
-        {{DesktopAbility::virtualDesktops, {.gap = AbilityGap::onlyOnX11, .isPartial = false}}}};
+    const DesktopAbilities all{{{DesktopAbility::virtualDesktops,
+                                 {.gap = AbilityGap::windowsNotSent, .isPartial = false}}}};
     EXPECT_EQ(abilitiesIn(ready), all);
     EXPECT_EQ(abilitiesIn(paused), all);
     EXPECT_EQ(abilitiesIn(unknown), all);

@@ -1,5 +1,7 @@
 #include "platform/kwin/KwinReport.h"
 
+#include "model/WindowItem.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -64,6 +66,29 @@ TEST(KwinReport, Values_that_no_window_has_are_absent)
               (Rect{1e6, 0, 0, 0}));
     EXPECT_EQ(only(R"("title":7,"isHere":"true")").title, QString());
     EXPECT_FALSE(only(R"("title":7,"isHere":"true")").isHere);
+}
+
+TEST(KwinReport, A_window_is_on_a_desktop_of_a_number_or_on_all)
+{
+    const auto number = [](const char* value) {
+        return only(QByteArray(R"("desktopNumber":)") + value).desktopNumber;
+    };
+    EXPECT_EQ(number("0"), everyVirtualDesktop);
+    EXPECT_EQ(number("100"), 100);
+    for (const char* value : {"-1", "101", "1.5", "\"1\"", "null", "1e300", "[]"})
+        EXPECT_EQ(number(value), std::nullopt) << value;
+}
+
+TEST(KwinReport, Desktops_have_names_in_their_order)
+{
+    EXPECT_EQ(kwin::desktopsIn(R"([" Work ","",7])"),
+              (QStringList{QStringLiteral("Work"), QString(), QString()}));
+    for (const char* malformed : {"", "[", "{}", "\"Work\"", "null"})
+        EXPECT_TRUE(kwin::desktopsIn(malformed).isEmpty()) << malformed;
+    QByteArrayList many;
+    for (int index = 0; index < 200; ++index)
+        many.append("\"Work\"");
+    EXPECT_EQ(kwin::desktopsIn('[' + many.join(',') + ']').size(), 100);
 }
 
 TEST(KwinReport, A_row_without_a_name_of_its_own_is_left_out)

@@ -39,11 +39,14 @@ var unanswered = {};
 var calls = {};
 var reported = [];
 var lastCall = [];
+var desktopNames = [];
 function callDBus(name, path, contract, method, ...rest) {
     lastCall = [name, path, contract, method, ...rest];
     const callback = rest.pop();
-    if (method === "Report")
+    if (method === "Report") {
         reported = JSON.parse(rest[1]);
+        desktopNames = JSON.parse(rest[2]);
+    }
     calls[method] = (calls[method] || 0) + 1;
     (unanswered[method] = unanswered[method] || []).push(callback);
 }
@@ -146,6 +149,54 @@ TEST_F(KwinScriptRunTest, A_window_says_on_which_other_desktop_it_is)
                   QString::fromLatin1(row.desktop))
             << row.surroundings << row.window;
     }
+}
+
+TEST_F(KwinScriptRunTest, A_report_has_all_desktops_and_the_number_of_each_window_s)
+{
+    struct Row
+    {
+        const char* surroundings;
+        const char* window;
+        const char* number;
+    };
+    constexpr const char* older = "workspace.currentDesktop = 1; workspace.desktops = 2;"
+                                  "workspace.desktopName = number => ['', 'Mail', ''][number]";
+    constexpr const char* newer =
+        "workspace.desktops = [{id: 'one', name: 'Mail'}, {id: 'two', name: ''}];"
+        "workspace.currentDesktop = workspace.desktops[0]";
+    for (const Row& row :
+         {Row{older, "{desktop: 2}", "2"}, Row{older, "{desktop: -1, onAllDesktops: true}", "0"},
+          Row{newer, "{desktops: [{id: 'two'}]}", "2"}, Row{newer, "{desktops: []}", "0"},
+          // Of several, the one that is shown; one that has just gone.
+          Row{newer, "{desktops: [{id: 'two'}, {id: 'one'}]}", "1"},
+          Row{newer, "{desktops: [{id: 'gone'}]}", "undefined"}}) {
+        run(row.surroundings);
+        EXPECT_EQ(run(QByteArray("rowOf(") + row.window + ").desktopNumber").toString(),
+                  QString::fromLatin1(row.number))
+            << row.surroundings << row.window;
+        EXPECT_EQ(run("JSON.stringify(desktopNames)").toString(), QStringLiteral(R"(["Mail",""])"));
+    }
+}
+
+TEST_F(KwinScriptRunTest, A_window_is_sent_to_a_desktop_and_a_desktop_shown)
+{
+    const char* const order = "reply('Orders', JSON.stringify(["
+                              "{action: 'send', window: '{a}', desktop: 2},"
+                              "{action: 'showDesktop', desktop: 2},"
+                              "{action: 'send', window: '{a}', desktop: 3},"
+                              "{action: 'showDesktop', desktop: 3}]))";
+    run("var sent = {internalId: '{a}', frameGeometry: {}, desktop: 1};"
+        "workspace.windowList = () => [sent];"
+        "workspace.desktops = 2; workspace.currentDesktop = 1");
+    run(order);
+    EXPECT_EQ(run("sent.desktop").toInt(), 2);
+    EXPECT_EQ(run("workspace.currentDesktop").toInt(), 2);
+    run("workspace.desktops = [{id: 'one'}, {id: 'two'}];"
+        "workspace.currentDesktop = workspace.desktops[0];"
+        "sent = {internalId: '{a}', frameGeometry: {}, desktops: [workspace.desktops[0]]}");
+    run(order);
+    EXPECT_EQ(run("sent.desktops.map(each => each.id).join()").toString(), QStringLiteral("two"));
+    EXPECT_EQ(run("workspace.currentDesktop.id").toString(), QStringLiteral("two"));
 }
 
 TEST_F(KwinScriptRunTest, A_window_says_whether_it_is_a_dialog_and_whose)

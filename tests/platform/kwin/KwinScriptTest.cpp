@@ -31,12 +31,16 @@ TEST(KwinScript, A_parameter_never_becomes_part_of_the_program)
     }
 }
 
-TEST(KwinScript, Orders_name_a_window_or_a_process)
+TEST(KwinScript, Orders_name_a_window_a_process_or_a_desktop)
 {
     EXPECT_EQ(textOf(KwinOrder{.action = KwinAction::restore, .window = "{a}"}),
               R"({"action":"restore","window":"{a}"})");
     EXPECT_EQ(textOf(KwinOrder{.action = KwinAction::close, .process = 42}),
               R"({"action":"close","process":42})");
+    EXPECT_EQ(textOf(KwinOrder{.action = KwinAction::send, .window = "{a}", .desktop = 2}),
+              R"({"action":"send","desktop":2,"window":"{a}"})");
+    EXPECT_EQ(textOf(KwinOrder{.action = KwinAction::showDesktop, .desktop = 2}),
+              R"({"action":"showDesktop","desktop":2})");
 }
 
 TEST(KwinScript, Each_board_has_a_script_of_its_own)

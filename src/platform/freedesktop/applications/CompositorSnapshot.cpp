@@ -27,8 +27,9 @@ std::optional<QString> ownerNameOf(const CompositorWindow& window,
 } // namespace
 
 CompositorSnapshot::CompositorSnapshot(std::vector<CompositorWindow> windows,
-                                       ApplicationResolver& resolver, DocumentSource* documents)
-    : m_isPresent(true)
+                                       ApplicationResolver& resolver, DocumentSource* documents,
+                                       QStringList virtualDesktops)
+    : m_isPresent(true), m_virtualDesktops(std::move(virtualDesktops))
 {
     std::vector<DocumentQuery> queries;
     for (CompositorWindow& window : windows) {

@@ -39,12 +39,14 @@ public:
     CompositorSnapshot() = default;
 
     /// `windows` from front to back; their entries have bounds and titles. Neither `resolver` nor
-    /// `documents`, which may be null, is used after this.
+    /// `documents`, which may be null, is used after this. `virtualDesktops` as the source has
+    /// them.
     CompositorSnapshot(std::vector<CompositorWindow> windows, ApplicationResolver& resolver,
-                       DocumentSource* documents);
+                       DocumentSource* documents, QStringList virtualDesktops = {});
 
     std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) override;
     std::optional<RunningApplication> runningApplication(ProcessID process) override;
+    QStringList virtualDesktops() override { return m_virtualDesktops; }
     bool isAccessibilityTrusted() override { return m_isPresent; }
     std::optional<std::vector<AccessibilityWindow>>
     accessibilityWindows(ProcessID process) override;
@@ -59,6 +61,7 @@ private:
     void noteProcess(const CompositorWindow& window, AccessibilityWindow described);
 
     bool m_isPresent = false;
+    QStringList m_virtualDesktops;
     std::vector<WindowListEntry> m_windows;
     std::vector<WindowListEntry> m_onScreen;
     std::map<ProcessID, Process> m_processes;

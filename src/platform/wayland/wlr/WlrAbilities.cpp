@@ -8,7 +8,7 @@ DesktopAbilities abilitiesOfWlr(const WlrOffer& offer)
     constexpr AbilityShortfall noProtocol{.gap = AbilityGap::compositorProtocol,
                                           .isPartial = false};
     DesktopAbilities abilities;
-    abilities.shortfalls[virtualDesktops] = {.gap = AbilityGap::onlyOnX11, .isPartial = false};
+    abilities.shortfalls[virtualDesktops] = {.gap = AbilityGap::windowsNotSent, .isPartial = false};
     if (!offer.hasPictures)
         abilities.shortfalls[previews] = noProtocol;
     if (offer.hasSwayIpc) {

@@ -24,7 +24,7 @@ CopyKey explanation(AbilityGap gap, AbilityRequests requests)
     case AbilityGap::windowsOfXwayland:
         return CopyKey::XwaylandHasX11Windows;
     case AbilityGap::compositorProtocol:
-    case AbilityGap::onlyOnX11:
+    case AbilityGap::windowsNotSent:
         return CopyKey::CompositorNotRead;
     case AbilityGap::shellExtensionMissing:
         return requests == AbilityRequests::possible ? CopyKey::ExtensionCanBeInstalled
