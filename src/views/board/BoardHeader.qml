@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Board
@@ -18,9 +17,9 @@ Item {
     /// The width in points at which the controls show all of their texts beside a short search
     /// field.
     readonly property real wantedWidth: 2 * Theme.boardMargin + name.implicitWidth + Theme.small
-                                        + search.Layout.minimumWidth + 2 * Theme.controlHeight
+                                        + search.minimumWidth + 2 * Theme.controlHeight
                                         + filterButton.fullWidth + languageButton.fullWidth
-                                        + addButton.fullWidth + 6 * controls.spacing
+                                        + addButton.fullWidth + 6 * buttons.spacing
 
     signal newGoalRequested
     /// The keyboard goes on to the board, where a match is selected.
@@ -65,7 +64,7 @@ Item {
 
     implicitHeight: subtitle.y + subtitle.height + hints.height
 
-    RowLayout {
+    Item {
         id: controls
 
         anchors.left: parent.left
@@ -74,68 +73,93 @@ Item {
         anchors.rightMargin: Theme.boardMargin
         y: Theme.medium
         height: 36
-        spacing: Theme.small
 
         AppText {
             id: name
 
-            Layout.fillWidth: true
-            Layout.minimumWidth: implicitWidth
-            Layout.rightMargin: Theme.small
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.max(Math.ceil(implicitWidth), buttons.x - 2 * Theme.small)
             text: ViewSettings.copy.text(CopyKey.ProductName)
             font: Theme.title
             Accessible.ignored: !visible
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
-        SearchField {
-            id: search
+        Row {
+            id: buttons
 
-            Layout.fillWidth: true
-            Layout.preferredWidth: 280
-            Layout.minimumWidth: 150
-            Layout.maximumWidth: 280
-            label: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
-            placeholderText: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
-            clearLabel: ViewSettings.copy.text(CopyKey.ClearSearch)
-            text: root.board.search.text
-            onTextChanged: root.board.search.text = text
-            // The keys go to the board again.
-            onDismissed: search.focus = false
-            onCommitted: root.goToFound()
-            Keys.onDownPressed: root.goToFound()
-        }
-        IconButton {
-            symbol: "rotate-cw"
-            text: ViewSettings.copy.text(CopyKey.RefreshWindows)
-            onClicked: root.board.refresh()
-        }
-        IconButton {
-            symbol: root.board.isAutoSortingGoals ? "arrow-up-down-circle-filled" : "arrow-up-down-circle"
-            text: ViewSettings.copy.text(CopyKey.AutoSortGoals)
-            checkable: true
-            checked: root.board.isAutoSortingGoals
-            onClicked: root.board.toggleAutoSortingGoals()
-        }
-        HideEmptyButton {
-            id: filterButton
+            readonly property real widthOfButtons: refreshButton.width + sortButton.width
+                                                   + filterButton.width + languageButton.width
+                                                   + addButton.width
 
-            board: root.board
-            isCompact: root.wantedWidth - languageButton.fullWidth + Theme.controlHeight > root.width
-        }
-        LanguageButton {
-            id: languageButton
+            x: Math.max(Math.ceil(name.implicitWidth) + 2 * Theme.small, parent.width - width)
+            height: parent.height
+            spacing: Theme.small
 
-            board: root.board
-            isCompact: root.wantedWidth > root.width
-        }
-        AppButton {
-            id: addButton
+            SearchField {
+                id: search
 
-            symbol: "plus"
-            text: ViewSettings.copy.text(CopyKey.NewGoal)
-            isPrimary: true
-            onClicked: root.newGoalRequested()
+                readonly property real minimumWidth: 150
+                readonly property real room: controls.width - Math.ceil(name.implicitWidth)
+                                             - 2 * Theme.small - 5 * buttons.spacing
+                                             - buttons.widthOfButtons
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.floor(Math.max(search.minimumWidth, Math.min(search.room, 280)))
+                label: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
+                placeholderText: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
+                clearLabel: ViewSettings.copy.text(CopyKey.ClearSearch)
+                text: root.board.search.text
+                onTextChanged: root.board.search.text = text
+                // The keys go to the board again.
+                onDismissed: search.focus = false
+                onCommitted: root.goToFound()
+                Keys.onDownPressed: root.goToFound()
+            }
+            IconButton {
+                id: refreshButton
+
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "rotate-cw"
+                text: ViewSettings.copy.text(CopyKey.RefreshWindows)
+                onClicked: root.board.refresh()
+            }
+            IconButton {
+                id: sortButton
+
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: root.board.isAutoSortingGoals ? "arrow-up-down-circle-filled" : "arrow-up-down-circle"
+                text: ViewSettings.copy.text(CopyKey.AutoSortGoals)
+                checkable: true
+                checked: root.board.isAutoSortingGoals
+                onClicked: root.board.toggleAutoSortingGoals()
+            }
+            HideEmptyButton {
+                id: filterButton
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.ceil(implicitWidth)
+                board: root.board
+                isCompact: root.wantedWidth - languageButton.fullWidth + Theme.controlHeight > root.width
+            }
+            LanguageButton {
+                id: languageButton
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.ceil(implicitWidth)
+                board: root.board
+                isCompact: root.wantedWidth > root.width
+            }
+            AppButton {
+                id: addButton
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.ceil(implicitWidth)
+                symbol: "plus"
+                text: ViewSettings.copy.text(CopyKey.NewGoal)
+                isPrimary: true
+                onClicked: root.newGoalRequested()
+            }
         }
     }
     // Placed below the controls: in no language is there room for it beside them in a narrow
