@@ -81,10 +81,13 @@ PressButton {
         columnID: root.columnID
         isSmall: true
     }
-    DropLine {
-        y: -(root.list.spacing + height) / 2
-        width: parent.width
-        visible: entryDrop.wouldInsertBefore
+    OptionalItem {
+        isWanted: entryDrop.wouldInsertBefore
+
+        DropLine {
+            y: -(root.list.spacing + height) / 2
+            width: root.width
+        }
     }
 
     MarqueeGoalTitle {

@@ -86,10 +86,13 @@ FocusableItem {
                : root.isFound ? Theme.found
                : hover.hovered || root.isMenuOpen ? Theme.hover : "transparent"
     }
-    DropLine {
-        y: root.dropArea.isBehind ? parent.height - height : 0
-        width: parent.width
-        visible: root.dropArea.wouldChangeBoard
+    OptionalItem {
+        isWanted: root.dropArea.wouldChangeBoard
+
+        DropLine {
+            y: root.dropArea.isBehind ? root.height - height : 0
+            width: root.width
+        }
     }
     HoverHandler {
         id: hover
