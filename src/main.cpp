@@ -265,5 +265,7 @@ int main(int argc, char** argv)
         return reportInvalid(line.error);
     // Only now: until here the toolkit has written to the environment, which these threads read.
     const std::jthread fontList = readFontList(readFontCaches());
+    if (firstView(line) == FirstView::board)
+        toolkitBuses.connectAhead();
     return run(application, line, *desktop, startupID, start, buses, signals);
 }

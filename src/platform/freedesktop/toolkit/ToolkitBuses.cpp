@@ -67,6 +67,13 @@ void ToolkitBuses::connectToolkit()
     });
 }
 
+void ToolkitBuses::connectAhead()
+{
+    // The connection has a thread of its own, and is for all threads.
+    if (m_diversion == Diversion::nothing)
+        m_connecting = std::jthread([] { QDBusConnection::sessionBus(); });
+}
+
 void ToolkitBuses::setVariable(const char* name, const std::optional<QByteArray>& value)
 {
     m_variables.emplace_back(name, qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name))

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,12 @@ public:
     /// and restores the environment that programs started from here inherit.
     void connectToolkit();
 
+    /// After `connectToolkit`, where the toolkit will need the session bus in a moment: connects it
+    /// on a thread of its own, unless it is kept away from a bus. It takes some round trips where
+    /// there is a bus, and as long as starting a program where the library below the toolkit has
+    /// to look for one. The toolkit waits for the rest of that when it needs the bus.
+    void connectAhead();
+
 private:
     void setVariable(const char* name, const std::optional<QByteArray>& value);
     void restoreVariables();
@@ -49,6 +56,7 @@ private:
     const Diversion m_diversion;
     /// The values to restore; absent for those that were not set.
     std::vector<std::pair<const char*, std::optional<QByteArray>>> m_variables;
+    std::jthread m_connecting;
 };
 
 } // namespace kelpa
