@@ -8,6 +8,8 @@
 #include "views/appearance/FontLoading.h"
 #include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
+#include "views/board/notices/FirstSteps.h"
+#include "views/board/notices/LanguageOffer.h"
 #include "views/scene/WaterfallView.h"
 #include "views/transfer/FileAsking.h"
 #include "views/windows/AppIconProvider.h"
@@ -77,6 +79,13 @@ void layOut(QQuickItem& item)
     const QList<QQuickItem*> children = item.childItems();
     for (QQuickItem* const child : children)
         layOut(*child);
+}
+
+FirstBoard firstBoard(BoardController& controller)
+{
+    const LanguageOffer& offer = *controller.languageOffer();
+    return {.hasFirstSteps = controller.firstSteps()->isOpen(),
+            .offeredLanguages = offer.isOpen() ? offer.texts() + offer.keys() : QStringList()};
 }
 
 /// Follows the store's windows as long as `context` lives.
@@ -165,7 +174,8 @@ bool ViewEngine::prepare()
         *settings, m_parts->options.appearance, m_parts->options.isReducingMotion);
 
     // The engine's thread waits whenever this one is to prepare the engine for a module.
-    loadFonts(*settings, [] { QCoreApplication::processEvents(); });
+    loadFonts(*settings, firstBoard(m_parts->controller),
+              [] { QCoreApplication::processEvents(); });
     return true;
 }
 

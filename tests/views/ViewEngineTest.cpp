@@ -3,16 +3,21 @@
 #include "platform/qt/WorkerPool.h"
 #include "support/LogRecorder.h"
 #include "support/StoreFixture.h"
+#include "views/appearance/FontLoading.h"
+#include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
 #include "views/board/notices/FirstSteps.h"
 #include "views/windows/AppIconProvider.h"
 
+#include <QFile>
+#include <QFont>
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QSemaphore>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -45,10 +50,43 @@ protected:
         });
     }
 
+    /// The sizes and weights of the texts that can be seen and are not among `fonts`.
+    QStringList otherFonts(const QList<QFont>& fonts) const
+    {
+        QSet<QString> other;
+        addOtherFonts(*view.window()->contentItem(), fonts, other);
+        return other.values();
+    }
+    const ViewSettings& settings()
+    {
+        return *view.engine().singletonInstance<ViewSettings*>(
+            qmlTypeId("Kelpa.Appearance", 1, 0, "ViewSettings"));
+    }
+
     /// How many items of a type of the views there are.
     int count(const QByteArray& type) const { return count(*view.window()->contentItem(), type); }
 
 private:
+    static void addOtherFonts(const QQuickItem& item, const QList<QFont>& fonts,
+                              QSet<QString>& other)
+    {
+        if (!item.isVisible())
+            return;
+        const QVariant font = item.property("font");
+        const auto has = [&font](const QFont& known) {
+            const auto wanted = font.value<QFont>();
+            return known.pixelSize() == wanted.pixelSize() && known.weight() == wanted.weight() &&
+                   known.families() == wanted.families();
+        };
+        if (font.isValid() && !item.property("text").toString().isEmpty() &&
+            std::ranges::none_of(fonts, has)) {
+            const auto unknown = font.value<QFont>();
+            other.insert(QStringLiteral("%1 %2").arg(unknown.pixelSize()).arg(unknown.weight()));
+        }
+        const QList<QQuickItem*> children = item.childItems();
+        for (const QQuickItem* const child : children)
+            addOtherFonts(*child, fonts, other);
+    }
     static int count(const QQuickItem& item, const QByteArray& type)
     {
         int sum = QByteArray(item.metaObject()->className()).startsWith(type + "_QMLTYPE") ? 1 : 0;
@@ -108,6 +146,37 @@ TEST_F(ViewEngineTest, What_cannot_be_seen_in_the_first_frame_comes_after_it)
     // The todo is in the list of all todos, and in its goal, which may be below the first steps.
     EXPECT_TRUE(QTest::qWaitFor([&] { return count("TodoMenuButton") > 0; }));
     EXPECT_TRUE(QTest::qWaitFor([&] { return count("BreadcrumbEntry") > entries; }));
+}
+
+TEST_F(ViewEngineTest, All_fonts_of_an_empty_board_are_loaded_before_its_first_frame)
+{
+    ASSERT_TRUE(view.show());
+    EXPECT_EQ(otherFonts(fontsOfFirstFrame(settings(), {.hasFirstSteps = true})), QStringList());
+    // The numbers of the steps have one of their own.
+    EXPECT_EQ(otherFonts(fontsOfFirstFrame(settings(), {})), QStringList(QStringLiteral("11 600")));
+}
+
+TEST_F(ViewEngineTest, All_fonts_of_a_board_with_goals_are_loaded_before_its_first_frame)
+{
+    for (int number = 1; number <= 3; ++number)
+        makeTodo(makeGoal(QString::number(number)));
+    desktop.addWindow(1, 1000, QStringLiteral("Letter"));
+    store().discoverAhead();
+    ASSERT_TRUE(view.load());
+    store().awaitWindows(50ms);
+    ASSERT_TRUE(view.show());
+    // The board was empty when the views began.
+    EXPECT_EQ(otherFonts(fontsOfFirstFrame(settings(), {.hasFirstSteps = true})), QStringList());
+}
+
+TEST_F(ViewEngineTest, Nothing_of_the_views_needs_the_library_of_layouts)
+{
+    ASSERT_TRUE(view.show());
+    QFile libraries(QStringLiteral("/proc/self/maps"));
+    ASSERT_TRUE(libraries.open(QIODevice::ReadOnly));
+    const QByteArray names = libraries.readAll();
+    EXPECT_TRUE(names.contains("libQt6QuickTemplates2"));
+    EXPECT_FALSE(names.contains("libQt6QuickLayouts"));
 }
 
 TEST_F(ViewEngineTest, Keys_do_nothing_before_the_board_has_been_drawn)

@@ -8,6 +8,7 @@
 #include <QList>
 #include <QTextLayout>
 
+#include <initializer_list>
 #include <vector>
 
 namespace kelpa {
@@ -19,23 +20,42 @@ struct FirstFont
 {
     int size;
     QFont::Weight weight;
-    std::vector<CopyKey> texts;
-    /// What titles and numbers consist of.
-    QString letters{};
+    QStringList texts;
 };
 
-std::vector<FirstFont> firstFonts()
+QStringList textsOf(const ViewSettings& settings, std::initializer_list<CopyKey> keys)
+{
+    QStringList texts;
+    texts.reserve(static_cast<qsizetype>(keys.size()));
+    for (const CopyKey key : keys)
+        texts.append(settings.copy().text(key));
+    return texts;
+}
+
+std::vector<FirstFont> firstFonts(const ViewSettings& settings, const FirstBoard& board)
 {
     using enum CopyKey;
-    const QString letters = QStringLiteral("abcdefghijklmnopqrstuvwxyz");
     const QString digits = QStringLiteral("0123456789");
-    return {
-        {13, QFont::Normal, {SearchWindowsOrApps, HideEmpty, ShowAll, Language, Subtitle}, letters},
-        {13, QFont::DemiBold, {NewGoal, AddGoal, AllTodos, Unsorted}, letters},
-        {11, QFont::Normal, {KeyboardHint, AllTodosSubtitle}, letters},
-        {11, QFont::Medium, {}, letters + digits},
-        {22, QFont::Bold, {ProductName}},
+    // What titles and numbers consist of.
+    const QStringList letters{QStringLiteral("abcdefghijklmnopqrstuvwxyz"),
+                              QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ"), digits};
+    std::vector<FirstFont> fonts{
+        {13, QFont::Normal,
+         letters +
+             textsOf(settings, {SearchWindowsOrApps, HideEmpty, ShowAll, Language, Subtitle})},
+        {13, QFont::DemiBold, letters + textsOf(settings, {NewGoal, AddGoal, AllTodos, Unsorted})},
+        {11, QFont::Normal, letters + textsOf(settings, {KeyboardHint, AllTodosSubtitle})},
+        {11, QFont::Medium, letters},
+        {22, QFont::Bold, textsOf(settings, {ProductName})},
     };
+    fonts[0].texts += board.offeredLanguages;
+    if (board.hasFirstSteps) {
+        fonts[0].texts += textsOf(settings, {FirstStepWindow, DoubleTapHint, CreateGoalPlaceholder,
+                                             NoTodosYet, UnsortedHint, AddFirstGoalHint});
+        fonts[1].texts += textsOf(settings, {FirstStepGoal});
+        fonts.push_back({11, QFont::DemiBold, {digits}});
+    }
+    return fonts;
 }
 
 /// Asks for all that an item of the views will: the font itself, which the toolkit loads for each
@@ -54,15 +74,24 @@ void layOut(const QString& text, const QFont& font)
 
 } // namespace
 
-void loadFonts(const ViewSettings& settings, const std::function<void()>& between)
+QList<QFont> fontsOfFirstFrame(const ViewSettings& settings, const FirstBoard& board)
 {
-    for (const FirstFont& first : firstFonts()) {
+    const std::vector<FirstFont> all = firstFonts(settings, board);
+    QList<QFont> fonts;
+    fonts.reserve(static_cast<qsizetype>(all.size()));
+    for (const FirstFont& first : all)
+        fonts.append(settings.font(settings.fontFamilies(), first.size, first.weight));
+    return fonts;
+}
+
+void loadFonts(const ViewSettings& settings, const FirstBoard& board,
+               const std::function<void()>& between)
+{
+    for (const FirstFont& first : firstFonts(settings, board)) {
         const QFont font = settings.font(settings.fontFamilies(), first.size, first.weight);
-        between();
-        layOut(first.letters, font);
-        for (const CopyKey key : first.texts) {
+        for (const QString& text : first.texts) {
             between();
-            layOut(settings.copy().text(key), font);
+            layOut(text, font);
         }
     }
 }
