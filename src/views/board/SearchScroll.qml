@@ -54,17 +54,17 @@ Item {
     }
     function show(): void {
         root.targets.layOut();
-        const match = root.board.search.firstMatch();
-        if (match.columnID === undefined) {
-            root.isShowing = false;
-            return;
-        }
+        // Cards that come into view may turn out to be of another height.
+        root.isShowing = root.showMatch(root.board.search.firstMatch());
+    }
+    /// Whether the view scrolls to the match.
+    function showMatch(match: var): bool {
+        if (match.columnID === undefined)
+            return false;
         const { found, around } = root.placesOf(match);
         const top = root.view.destination;
         const isInView = found.top >= top && found.top + found.length <= top + root.view.height;
-        // Cards that come into view may turn out to be of another height.
-        root.isShowing = !isInView
-                && root.view.glide(root.view.revealing(around.top, around.length));
+        return !isInView && root.view.glide(root.view.revealing(around.top, around.length));
     }
     function goBack(): void {
         root.isReturning = root.origin >= 0;
