@@ -32,7 +32,9 @@ void WaterfallView::layOut()
         showRowsInMotion();
         applyGeometry();
         grantHeights();
-        isChanged = showVisibleRows() || !m_geometry.isSettled();
+        // A granted height may be the least that its item has from now on: the next round has the
+        // places.
+        isChanged = !m_geometry.isSettled() || showVisibleRows() || !m_geometry.isSettled();
     }
     releaseHiddenRows();
     stackInRowOrder();
