@@ -75,6 +75,9 @@ TodoField {
             root.text = "";
             if (root.todos.isTitle(title))
                 root.todos.add(title, root.listID);
+            // Left before, and blank only now.
+            if (!root.hasKeyboard)
+                root.closed(false);
         }
     }
 }

@@ -126,6 +126,19 @@ Item {
             world.finishWriting();
             compare(world.todos("Second"), ["ef (todo)"]);
         }
+        function test_a_field_that_was_left_closes_once_its_text_is_added() {
+            const unsorted = column("Unsorted");
+            openField(unsorted);
+            type("ab");
+            requestField("First");
+            type("cd");
+            verify(field(unsorted) !== null);
+            world.finishWriting();
+            tryVerify(() => field(unsorted) === null);
+            compare(world.todos(""), ["ab (todo)"]);
+            verify(field(column("First")).activeFocus);
+            world.board.todos.cancelEditor();
+        }
         function test_a_field_that_is_left_for_another_goals_field_leaves_that_open() {
             requestField("First");
             // A click does so before the first field closes.
