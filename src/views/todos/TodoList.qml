@@ -147,7 +147,8 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         y: Math.min(rows.rowsHeight, rows.height)
-        height: root.height + root.roomBelow - y
+        // A card that is not yet as high as its list ends before it.
+        height: Math.max(0, root.height + root.roomBelow - y)
         todos: root.todos
         dragSource: root.dragSource
         listID: root.listID

@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Kelpa.Scene
+import Kelpa.Todos
 import Kelpa.Board
 import "../cases"
 
@@ -138,6 +139,14 @@ Item {
             compare(world.todos(""), ["ab (todo)"]);
             verify(field(column("First")).activeFocus);
             world.board.todos.cancelEditor();
+        }
+        function test_the_place_behind_the_last_row_has_no_height_in_a_card_that_ends_before_it() {
+            const list = only(all(column("First"), item => item instanceof TodoList));
+            const end = only(all(list, item => item instanceof TodoEndDropArea));
+            const room = list.roomBelow;
+            list.roomBelow = -1000;
+            compare(end.height, 0);
+            list.roomBelow = room;
         }
         function test_a_field_that_is_left_for_another_goals_field_leaves_that_open() {
             requestField("First");
