@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa.Controls
 import Kelpa.Goals
 import Kelpa.Todos
 import Kelpa.Windows
