@@ -1,6 +1,6 @@
-// The applications of a session, whatever shows their windows: the processes tell which of them run,
-// and the installed desktop entries give their icons and what to launch. How they come forward and
-// quit is the window system's.
+// The applications of a session, whatever shows their windows: the processes tell which of them
+// run, and the installed desktop entries give their icons and what to launch. How they come forward
+// and quit is the window system's.
 #pragma once
 
 #include "platform/Applications.h"
