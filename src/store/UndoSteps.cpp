@@ -85,16 +85,20 @@ void UndoSteps::restore(BoardVersion board)
         m_recall.noteSwitch();
     }
     const BoardContents before = m_state.version().contents;
-    const QSet<WindowID> answeredBefore =
-        std::exchange(m_state.answeredOffers, std::move(board.answeredOffers));
+    const QSet<WindowID> answered = (m_state.answeredOffers - board.answeredOffers) +
+                                    (board.answeredOffers - m_state.answeredOffers);
+    const QSet<WindowID> offeredBefore = offeredAmong(answered);
+    m_state.answeredOffers = std::move(board.answeredOffers);
     const QList<WindowItem> windowsBefore = m_state.windows;
     const QList<GoalID> visibleBefore = m_state.visibleGoalIDs();
     show(std::move(board.contents));
     // The change may be far from where the person is, or in a goal that is hidden.
     std::optional<RestorationTarget> changed =
         restorationTarget(before, m_state.version().contents, m_state.boardNavigation.target);
-    // Only the offer on a card differs.
-    if (before == m_state.version().contents && answeredBefore != m_state.answeredOffers)
+    const QSet<WindowID> offered = offeredAmong(answered);
+    const QSet<WindowID> changedOffers = (offered - offeredBefore) + (offeredBefore - offered);
+    // Only the offer on a card differs. A window that was offered a goal may be gone by now.
+    if (before == m_state.version().contents && !changedOffers.isEmpty())
         changed = {.target = TargetSelection::unassigned(), .isPlaceOfWindow = true};
     if (changed) {
         const std::optional<GoalID> goalID = changed->target.goalID();
@@ -102,7 +106,7 @@ void UndoSteps::restore(BoardVersion board)
             m_state.assign(m_state.isHidingGoalsWithoutOpenTodos, false,
                            StoreField::isHidingGoalsWithoutOpenTodos);
         if (changed->isPlaceOfWindow)
-            showMovedWindows(windowsBefore, answeredBefore);
+            showMovedWindows(windowsBefore, changedOffers);
         m_selection.activate(changed->target, EnterWindowLayer::no);
         m_state.restoredTodoID = changed->todoID;
         m_state.assign(m_state.restorationID, m_state.restorationID + 1, StoreField::restorationID);
@@ -112,16 +116,20 @@ void UndoSteps::restore(BoardVersion board)
     publishHistory();
 }
 
-/// Ends a search that matches none of the windows that moved or are offered a goal again.
-void UndoSteps::showMovedWindows(const QList<WindowItem>& before,
-                                 const QSet<WindowID>& answeredBefore)
+QSet<WindowID> UndoSteps::offeredAmong(const QSet<WindowID>& windows) const
 {
-    QSet<WindowID> moved;
+    const QList<WindowID> offered = m_recall.offers().keys();
+    return QSet<WindowID>(offered.cbegin(), offered.cend()) & windows;
+}
+
+/// Ends a search that matches none of the windows that moved or whose offers have changed.
+void UndoSteps::showMovedWindows(const QList<WindowItem>& before,
+                                 const QSet<WindowID>& changedOffers)
+{
+    QSet<WindowID> moved = changedOffers;
     for (const WindowItem& window : std::as_const(m_state.windows)) {
         const WindowItem* const former = windowWith(window.id, before);
-        const bool isAnswered = m_state.answeredOffers.contains(window.id);
-        if ((former != nullptr && former->goalID != window.goalID) ||
-            isAnswered != answeredBefore.contains(window.id))
+        if (former != nullptr && former->goalID != window.goalID)
             moved.insert(window.id);
     }
     const auto isMoved = [&moved](const WindowItem& window) { return moved.contains(window.id); };

@@ -43,7 +43,9 @@ public:
 private:
     /// Shows another version of the board and saves it, in one write.
     void restore(BoardVersion board);
-    void showMovedWindows(const QList<WindowItem>& before, const QSet<WindowID>& answeredBefore);
+    /// Those of the windows whose cards offer them a goal.
+    QSet<WindowID> offeredAmong(const QSet<WindowID>& windows) const;
+    void showMovedWindows(const QList<WindowItem>& before, const QSet<WindowID>& changedOffers);
     void publishHistory();
 
     StoreState& m_state;

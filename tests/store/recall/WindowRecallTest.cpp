@@ -139,6 +139,23 @@ TEST_F(WindowRecalls, A_declined_offer_is_back_after_undo_and_declined_again_aft
     EXPECT_EQ(decodeAssignments(settings.document(assignmentsKey)), assignmentsBefore);
 }
 
+TEST_F(WindowRecalls, Undo_of_a_declined_offer_whose_window_has_closed_leads_nowhere)
+{
+    work();
+    close(1);
+    open(3, QStringLiteral("Loading"));
+    waitForBurst();
+    store().declineRecall(3);
+    close(3);
+    int restorations = 0;
+    QObject::connect(&store(), &WindowStore::restorationIDChanged, &store(),
+                     [&restorations] { ++restorations; });
+    const auto navigation = store().boardNavigation();
+    store().undo();
+    EXPECT_EQ(restorations, 0);
+    EXPECT_EQ(store().boardNavigation(), navigation);
+}
+
 TEST_F(WindowRecalls, A_window_that_was_placed_elsewhere_is_offered_its_goal_again_only_by_undo)
 {
     work();
