@@ -150,7 +150,7 @@ FirstView firstView(const CommandLine& line)
 
 int run(QGuiApplication& application, const CommandLine& line, const ChosenDesktop& desktop,
         const QByteArray& startupID, SecondaryStart start, BusWatch& buses,
-        TerminationSignals& signals)
+        ToolkitBuses& toolkitBuses, TerminationSignals& signals)
 {
     auto types = std::make_unique<ViewTypes>();
     QtScheduler scheduler;
@@ -195,6 +195,9 @@ int run(QGuiApplication& application, const CommandLine& line, const ChosenDeskt
     reportSilentBuses(buses.states());
     if (isBusSilent || isNameTaken)
         buses.whenSessionAnswers([&single] { single.claimWhenFree(); });
+    // A start that ends before here never needs it, and would wait for it.
+    if (firstView(line) == FirstView::board)
+        toolkitBuses.connectAhead();
     WriteBehindSettings settings(std::move(file));
     ViewTypes::serve();
     const int status = Program(application, scheduler, single, buses, settings, line.settingsPath,
@@ -265,7 +268,5 @@ int main(int argc, char** argv)
         return reportInvalid(line.error);
     // Only now: until here the toolkit has written to the environment, which these threads read.
     const std::jthread fontList = readFontList(readFontCaches());
-    if (firstView(line) == FirstView::board)
-        toolkitBuses.connectAhead();
-    return run(application, line, *desktop, startupID, start, buses, signals);
+    return run(application, line, *desktop, startupID, start, buses, toolkitBuses, signals);
 }
