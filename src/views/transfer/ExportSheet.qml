@@ -65,17 +65,17 @@ Sheet {
             anchors.bottomMargin: field.visible ? Theme.medium : 0
             width: Math.round(parent.width * 0.44)
             label: ViewSettings.copy.text(CopyKey.ExportContents)
-            model: root.exporting.contentNames
+            // Names in another language are no other rows, which would lose the choice.
+            model: root.exporting.contentNames.length
             onCurrentIndexChanged: if (root.visible)
                 root.exporting.content = contents.currentIndex
             onConfirmed: root.start()
 
             delegate: ChoiceRow {
                 required property int index
-                required property string modelData
 
                 width: contents.width - Theme.medium
-                title: modelData
+                title: root.exporting.contentNames[index] ?? ""
                 isChosen: ListView.isCurrentItem
                 onChosen: {
                     contents.currentIndex = index;

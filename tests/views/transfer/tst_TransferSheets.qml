@@ -49,6 +49,7 @@ Item {
             sheet = null;
             world.board.importing.close();
             world.board.exporting.close();
+            world.board.exporting.format = 0;
         }
 
         function openExport(columnID) {
@@ -116,6 +117,20 @@ Item {
             verify(world.file("/tmp/g.md").includes("Dig"));
             tryVerify(() => !sheet.visible);
             verify(!world.board.exporting.isOpen);
+        }
+        function test_another_language_keeps_the_choice_of_an_export() {
+            failOnWarning(/.?/);
+            openExport();
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Backtab, Qt.ShiftModifier);
+            keyClick(Qt.Key_Down);
+            for (const name of ["Deutsch", "English"]) {
+                world.board.setLanguageIndex(world.board.languageNames.indexOf(name));
+                compare(world.board.exporting.content, 1);
+                compare(world.board.exporting.format, 1);
+                compare(focusItem().Accessible.name, "Garden");
+                verify(texts().includes(world.board.exporting.contentNames[0]));
+            }
         }
         function test_Escape_closes_an_export_and_its_dialog() {
             openExport();
