@@ -17,8 +17,8 @@ struct ShownBoard
     WindowStore& store;
     BoardController& controller;
     QQuickWindow& window;
-    /// The window has lost the keyboard, and since then nobody has clicked: a person may believe to
-    /// be writing still, and the field waits.
+    /// The window has lost the keyboard, and since then nobody has clicked on the board, other than
+    /// in a menu or sheet over it: a person may believe to be writing still, and the field waits.
     bool mayBeWriting = false;
 };
 

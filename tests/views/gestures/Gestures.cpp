@@ -137,8 +137,12 @@ std::string GestureSession::click()
     } else if (chance(8)) {
         name = "hover";
     } else {
+        // Behind a menu or a sheet, the field of the board goes on waiting.
+        const auto* const overlay = m_window->property("overlay").value<QQuickItem*>();
+        const QQuickItem* const holder = m_window->activeFocusItem();
+        if (holder == nullptr || !overlay->isAncestorOf(holder))
+            m_mayBeWriting = false;
         QTest::mouseClick(m_window, button, {}, place);
-        m_mayBeWriting = false;
     }
     count(name);
     return name + " at " + std::to_string(place.x()) + "," + std::to_string(place.y());
