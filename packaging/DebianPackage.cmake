@@ -35,7 +35,6 @@ set(depends
     qml6-module-qtqml-models
     qml6-module-qtqml-workerscript
     qml6-module-qtquick
-    qml6-module-qtquick-layouts
     qml6-module-qtquick-templates
     qml6-module-qtquick-window
     qt6-wayland
