@@ -5,8 +5,10 @@
 // with that of the empty window just before it, so that a busy machine slows both. Says first how
 // many windows Kelpa's first frame shows, which it logs. Among the boards are two of a year with
 // its backups beside it: one that was changed today, and one whose next change makes a backup.
+// Starts that show no frame are left out, and counted below the table with how each of them ended.
 //
 // Usage: startup_bench [ROUNDS [PROGRAM...]], where the programs are builds of Kelpa to compare.
+// The exit status is 1 when a start has shown no frame.
 
 #include "bench/store/board/BoardFixture.h"
 #include "platform/sqlite/SqliteSettingsStore.h"
@@ -19,6 +21,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QMap>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
@@ -35,8 +38,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <functional>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <span>
@@ -83,15 +84,19 @@ public:
     }
 
     /// Waits for the first drawing into a window that was created since `drain`; false when there
-    /// is none before the deadline.
-    bool waitForFrame()
+    /// is none before the deadline, or before `program` has ended.
+    bool waitForFrame(test::Program& program)
     {
         const auto end = Clock::now() + deadline;
         while (Clock::now() < end) {
+            // It may have drawn just before.
+            const bool hasEnded = program.ending().has_value();
             while (const XcbEvent event = m_connection->pollEvent()) {
                 if (isFrame(*event))
                     return true;
             }
+            if (hasEnded)
+                return false;
             pollfd descriptor{m_connection->fileDescriptor(), POLLIN, 0};
             poll(&descriptor, 1, 100);
         }
@@ -121,24 +126,27 @@ private:
     int m_firstEvent = 0;
 };
 
-std::optional<double> measure(FirstFrameWatch& watch, const QByteArray& display,
-                              const QString& program, const QStringList& arguments)
-{
-    watch.drain();
-    const auto start = Clock::now();
-    const test::Program running(display, program, arguments);
-    if (!watch.waitForFrame())
-        return std::nullopt;
-    return Milliseconds(Clock::now() - start).count();
-}
-
 struct Subject
 {
     QString name;
     QString program;
     QStringList arguments;
-    std::vector<double> times;
+    /// Of each round; absent where it has shown no frame.
+    std::vector<std::optional<double>> times;
+    /// How often it has shown none, by what it did instead.
+    QMap<QString, int> failures;
 };
+
+std::optional<double> measure(FirstFrameWatch& watch, const QByteArray& display, Subject& subject)
+{
+    watch.drain();
+    const auto start = Clock::now();
+    test::Program running(display, subject.program, subject.arguments);
+    if (watch.waitForFrame(running))
+        return Milliseconds(Clock::now() - start).count();
+    ++subject.failures[running.ending().value_or(QStringLiteral("ran on without a frame"))];
+    return std::nullopt;
+}
 
 /// Drops the system's file cache, so that the next start reads from the disk; false where that is
 /// not permitted.
@@ -161,6 +169,7 @@ struct Spread
     double upper = 0;
 };
 
+/// Of at least one value.
 Spread spreadOf(std::vector<double> values)
 {
     std::ranges::sort(values);
@@ -176,12 +185,23 @@ void print(const char* heading, int rounds, const std::vector<Subject>& subjects
     std::printf(
         "|----------------------------------|-------:|-----------------|------:|---------------|"
         "\n");
-    const std::vector<double> reference = subjects.front().times;
+    const std::vector<std::optional<double>>& references = subjects.front().times;
     for (const Subject& subject : subjects) {
+        std::vector<double> times;
         std::vector<double> ratios;
-        std::ranges::transform(subject.times, reference, std::back_inserter(ratios),
-                               std::divides<>());
-        const Spread time = spreadOf(subject.times);
+        for (std::size_t round = 0; round < subject.times.size(); ++round) {
+            const std::optional<double> reference = references[round];
+            if (subject.times[round])
+                times.push_back(*subject.times[round]);
+            if (subject.times[round] && reference)
+                ratios.push_back(*subject.times[round] / *reference);
+        }
+        if (ratios.empty()) {
+            std::printf("| %-32s |      – | –               |     – | –             |\n",
+                        qPrintable(subject.name));
+            continue;
+        }
+        const Spread time = spreadOf(times);
         const Spread ratio = spreadOf(ratios);
         std::printf("| %-32s | %6.1f | %5.1f … %6.1f  | %5.2f | %4.2f … %5.2f  |\n",
                     qPrintable(subject.name), time.median, time.lower, time.upper, ratio.median,
@@ -191,7 +211,22 @@ void print(const char* heading, int rounds, const std::vector<Subject>& subjects
     std::fflush(stdout);
 }
 
-/// Alternates the subjects, so that other load affects all alike. False when one shows no frame.
+/// Says for each subject how often it has shown no frame, and why; false when one has shown none.
+bool reportFailures(const std::vector<Subject>& subjects)
+{
+    bool isComplete = true;
+    for (const Subject& subject : subjects) {
+        for (auto it = subject.failures.begin(); it != subject.failures.end(); ++it) {
+            std::fprintf(stderr, "no frame of %s: %s (%d times)\n", qPrintable(subject.name),
+                         qPrintable(it.key()), it.value());
+            isComplete = false;
+        }
+    }
+    return isComplete;
+}
+
+/// Alternates the subjects, so that other load affects all alike. False when a start has shown no
+/// frame.
 bool measureAll(Start kind, int rounds, FirstFrameWatch& watch, const QByteArray& display,
                 std::vector<Subject> subjects)
 {
@@ -202,18 +237,13 @@ bool measureAll(Start kind, int rounds, FirstFrameWatch& watch, const QByteArray
                 std::printf("cold starts are not measured: that needs root\n\n");
                 return true;
             }
-            const std::optional<double> time =
-                measure(watch, display, subject.program, subject.arguments);
-            if (!time) {
-                std::fprintf(stderr, "no frame of %s\n", qPrintable(subject.name));
-                return false;
-            }
+            const std::optional<double> time = measure(watch, display, subject);
             if (round >= 0)
-                subject.times.push_back(*time);
+                subject.times.push_back(time);
         }
     }
     print(kind == Start::cold ? "cold" : "warm", rounds, subjects);
-    return true;
+    return reportFailures(subjects);
 }
 
 /// How many windows Kelpa's first frame shows, as it logs itself; absent when it does not.
@@ -298,24 +328,32 @@ int run(int warmRounds, const QStringList& kelpas)
     FirstFrameWatch watch(server.display());
     const QString option = QStringLiteral("--settings");
     std::vector<Subject> subjects{
-        {QStringLiteral("an empty Qt Quick window"), QStringLiteral(EMPTY_PROGRAM), {}, {}}};
+        {QStringLiteral("an empty Qt Quick window"), QStringLiteral(EMPTY_PROGRAM), {}, {}, {}}};
     for (const QString& kelpa : kelpas) {
         const QString mark =
             kelpa == kelpas.first() ? QString() : QStringLiteral(" (") + kelpa + u')';
         subjects.push_back(
-            {QStringLiteral("Kelpa, new board") + mark, kelpa, {option, emptyBoard}, {}});
+            {QStringLiteral("Kelpa, new board") + mark, kelpa, {option, emptyBoard}, {}, {}});
         subjects.push_back({QStringLiteral("Kelpa, 50 goals with 500 todos") + mark,
                             kelpa,
                             {option, fullBoard},
+                            {},
                             {}});
-        subjects.push_back(
-            {QStringLiteral("the same, one todo of 5 MB") + mark, kelpa, {option, longBoard}, {}});
+        subjects.push_back({QStringLiteral("the same, one todo of 5 MB") + mark,
+                            kelpa,
+                            {option, longBoard},
+                            {},
+                            {}});
         subjects.push_back({QStringLiteral("50 goals, the day is backed up") + mark,
                             kelpa,
                             {option, keptBoard},
+                            {},
                             {}});
-        subjects.push_back(
-            {QStringLiteral("50 goals, a backup is due") + mark, kelpa, {option, dueBoard}, {}});
+        subjects.push_back({QStringLiteral("50 goals, a backup is due") + mark,
+                            kelpa,
+                            {option, dueBoard},
+                            {},
+                            {}});
     }
     for (const Subject& subject : std::span(subjects).subspan(1)) {
         const std::optional<int> windows = windowsInFirstFrame(server.display(), subject);
@@ -326,10 +364,11 @@ int run(int warmRounds, const QStringList& kelpas)
             std::printf("%s: does not say what its first frame shows\n", qPrintable(subject.name));
     }
     std::printf("\n");
-    const bool isMeasured =
-        measureAll(Start::warm, warmRounds, watch, server.display(), subjects) &&
+    const bool isWarmComplete =
+        measureAll(Start::warm, warmRounds, watch, server.display(), subjects);
+    const bool isColdComplete =
         measureAll(Start::cold, coldRounds, watch, server.display(), subjects);
-    return isMeasured ? 0 : 1;
+    return isWarmComplete && isColdComplete ? 0 : 1;
 }
 
 } // namespace

@@ -87,6 +87,19 @@ Program::~Program()
     kill();
 }
 
+std::optional<QString> Program::ending()
+{
+    m_process.waitForFinished(0);
+    if (m_process.state() != QProcess::NotRunning) {
+        return std::nullopt;
+    }
+    // The code of a crash is the number of its signal.
+    const QString format = m_process.exitStatus() == QProcess::CrashExit
+                               ? QStringLiteral("ended by signal %1")
+                               : QStringLiteral("ended with status %1");
+    return format.arg(m_process.exitCode());
+}
+
 void Program::kill()
 {
     end(m_process);

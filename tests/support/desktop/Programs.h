@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace kelpa::test {
 
@@ -26,6 +27,9 @@ public:
     ~Program();
 
     qint64 processID() const { return m_process.processId(); }
+    /// How it has ended, such as "ended with status 1" or "ended by signal 11"; absent while it
+    /// runs.
+    std::optional<QString> ending();
     /// Kills it at once, as a crash would.
     void kill();
 
