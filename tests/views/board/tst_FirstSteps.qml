@@ -45,6 +45,18 @@ Item {
         function nextStep() {
             return all(place, item => item instanceof FirstStep && item.isNext)[0].text;
         }
+        /// Of the panel, at widths at which its texts wrap and at such at which they do not.
+        function heightsAtEachWidth() {
+            const heights = [];
+            for (place.width = 700; place.width <= 1400; place.width += 5) {
+                // What is within another has its height first.
+                all(place, item => item.forceLayout !== undefined).reverse()
+                    .forEach(item => item.forceLayout());
+                heights.push(all(place, item => item instanceof FirstStepsPanel)[0].implicitHeight);
+            }
+            place.width = Qt.binding(() => root.width);
+            return heights;
+        }
         function field() {
             return all(place, item => item instanceof TextInputField)[0];
         }
@@ -84,7 +96,11 @@ Item {
             compare(world.goalTitles(), ["T"]);
             compare(nextStep(), "Drag a window’s card onto the goal");
             world.addWindow(7, "Notes");
+            // The board below stays where it is, whatever becomes the next step.
+            const heights = heightsAtEachWidth();
+            verify(new Set(heights).size > 1);
             world.board.drops.drop("7", world.columnOfGoal("T"));
+            compare(heightsAtEachWidth(), heights);
             compare(stepNames()[1], "Drag a window’s card onto the goal (Completed)");
             world.board.goals.deleteGoal(world.columnOfGoal("T"));
             compare(stepNames()[0], "Type what you are working on (Completed)");

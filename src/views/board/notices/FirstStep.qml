@@ -67,6 +67,21 @@ Item {
             color: root.isDone ? Theme.secondaryText : Theme.text
             wrapMode: Text.Wrap
             maximumLineCount: 3
+            // A step that becomes the next one keeps its height.
+            height: Math.max(implicitHeight, emphasized.implicitHeight)
+            verticalAlignment: Text.AlignTop
+
+            AppText {
+                id: emphasized
+
+                width: parent.width
+                topPadding: parent.topPadding
+                text: root.text
+                font: Theme.bodyStrong
+                wrapMode: Text.Wrap
+                maximumLineCount: 3
+                visible: false
+            }
         }
         Item {
             id: extra
