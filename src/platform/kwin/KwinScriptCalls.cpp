@@ -13,7 +13,10 @@ namespace {
 
 constexpr std::string_view objectPath = "/org/kelpa/KwinScript";
 constexpr std::string_view objectInterface = "org.kelpa.KwinScript";
-constexpr std::size_t mostOrders = 64;
+/// A script that asks no more is not to fill the memory: some 500 kB. One gesture orders something
+/// for each window of a goal, or of the desktop, and none of it may be lost while the script is
+/// about to ask: many times the windows that a desktop has.
+constexpr std::size_t mostOrders = 4096;
 
 std::string_view viewOf(const char* text)
 {

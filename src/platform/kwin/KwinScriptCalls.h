@@ -49,7 +49,8 @@ public:
 
     Receipt receive(GDBusConnection* connection, GDBusMessage* message);
 
-    /// Sends the order as soon as the script asks for orders; the oldest of too many are dropped.
+    /// Sends the order as soon as the script asks for orders; the oldest of more than
+    /// thousands are dropped.
     void order(const KwinOrder& order);
 
     /// The latest report; absent when there was none.

@@ -239,6 +239,22 @@ TEST_F(KwinServerTest, Orders_go_to_the_script_when_it_asks)
     EXPECT_TRUE(kwin->orders.back().startsWith(text(R"([{"action":"close")")));
 }
 
+TEST_F(KwinServerTest, All_orders_of_a_large_goal_wait_until_the_script_asks)
+{
+    begin();
+    const auto server = start();
+    ASSERT_TRUE(pass(*server));
+    kwin::KwinWindowActions actions(*server);
+    constexpr int orders = 200;
+    actions.elements(42)->front()->requestFocus();
+    for (int order = 1; order < orders; ++order)
+        actions.elements(41)->front()->requestMinimized(true);
+    kwin->askForOrders();
+    ASSERT_TRUE(waitFor([this] { return kwin->orders.size() == 1; }));
+    EXPECT_TRUE(kwin->orders.front().startsWith(text(R"([{"action":"activate")")));
+    EXPECT_EQ(kwin->orders.front().count(text(R"("action")")), orders);
+}
+
 TEST_F(KwinServerTest, The_shortcut_of_the_script_counts_as_a_double_tap)
 {
     begin();
