@@ -152,7 +152,8 @@ TEST(RandomGestures, Keep_every_promise_of_the_board)
     std::map<std::string, int> counts;
     int faulty = 0;
     for (int done = 0; done < total; done += length) {
-        const auto seed = static_cast<std::uint64_t>(first + done / length);
+        const int number = first + done / length;
+        const auto seed = static_cast<std::uint64_t>(number);
         const Sequence result = run(seed, gestures(std::min(length, total - done)));
         for (const auto& [kind, count] : result.counts)
             counts[kind] += count;
