@@ -211,9 +211,19 @@ function showDesktop(number) {
         workspace.currentDesktop = desktop;
 }
 
+function isOn(window, number) {
+    if (window.onAllDesktops)
+        return true;
+    if (window.desktops)
+        return window.desktops.length === 0
+            || window.desktops.some(each => each.id === desktops()[number - 1].id);
+    return Array.from(window.x11DesktopIds || []).indexOf(number) >= 0;
+}
+
+// A window that is there is not torn off the other desktops that it is on.
 function sendTo(window, number) {
     const desktop = desktops()[number - 1];
-    if (desktop === undefined)
+    if (desktop === undefined || isOn(window, number))
         return;
     if (window.desktops)
         window.desktops = [desktop];

@@ -199,6 +199,36 @@ TEST_F(KwinScriptRunTest, A_window_is_sent_to_a_desktop_and_a_desktop_shown)
     EXPECT_EQ(run("workspace.currentDesktop.id").toString(), QStringLiteral("two"));
 }
 
+TEST_F(KwinScriptRunTest, A_window_that_is_already_on_the_desktop_is_not_torn_off_others)
+{
+    struct Row
+    {
+        const char* surroundings;
+        const char* window;
+        const char* after;
+    };
+    constexpr const char* older = "workspace.desktops = 3";
+    constexpr const char* newer = "workspace.desktops = [{id: 1}, {id: 2}, {id: 3}]";
+    for (const Row& row :
+         {Row{older, "{desktop: 1, x11DesktopIds: [1, 2]}", R"({"desktop":1})"},
+          Row{older, "{desktop: -1, x11DesktopIds: [], onAllDesktops: true}", R"({"desktop":-1})"},
+          Row{older, "{desktop: 3, x11DesktopIds: [1, 3]}", R"({"desktop":2})"},
+          // What the engine cannot read.
+          Row{older, "{desktop: 3, x11DesktopIds: {}}", R"({"desktop":2})"},
+          Row{newer, "{desktops: [{id: 1}, {id: 2}]}", R"({"desktops":[{"id":1},{"id":2}]})"},
+          Row{newer, "{desktops: []}", R"({"desktops":[]})"},
+          Row{newer, "{desktops: [{id: 1}, {id: 3}]}", R"({"desktops":[{"id":2}]})"}}) {
+        run(row.surroundings);
+        run(QByteArray("var sent = ") + row.window + "; sent.internalId = '{a}'");
+        run("workspace.windowList = () => [sent];"
+            "reply('Orders', JSON.stringify([{action: 'send', window: '{a}', desktop: 2}]))");
+        EXPECT_EQ(
+            run("JSON.stringify({desktop: sent.desktop, desktops: sent.desktops})").toString(),
+            QString::fromLatin1(row.after))
+            << row.surroundings << row.window;
+    }
+}
+
 TEST_F(KwinScriptRunTest, A_window_says_whether_it_is_a_dialog_and_whose)
 {
     struct Row
