@@ -166,6 +166,19 @@ function listen(object, signal, handler) {
         object[signal].connect(handler);
 }
 
+// By identifier, those whose names are watched. Before Plasma 6 nothing tells of a new name.
+let watchedDesktops = {};
+
+function watchDesktops() {
+    const before = watchedDesktops;
+    watchedDesktops = {};
+    for (const desktop of desktops()) {
+        if (!before[desktop.id])
+            listen(desktop, "nameChanged", () => change(burst));
+        watchedDesktops[desktop.id] = true;
+    }
+}
+
 function watch(window) {
     const renew = delay => {
         revisions[id(window)] = (revisions[id(window)] || 0) + 1;
@@ -299,6 +312,8 @@ for (const signal of ["windowActivated", "clientActivated"])
 for (const signal of ["currentDesktopChanged", "currentActivityChanged", "desktopsChanged",
                       "numberDesktopsChanged"])
     listen(workspace, signal, () => change(burst));
+watchDesktops();
+listen(workspace, "desktopsChanged", watchDesktops);
 // It has no key until the person gives it one, in the system settings under KWin: any other may be
 // somebody else's. KWin remembers the key by this name.
 registerShortcut("Kelpa: Bring forward", "Kelpa: Bring forward", "", bringForward);

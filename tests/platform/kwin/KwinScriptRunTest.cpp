@@ -30,9 +30,11 @@ function registerShortcut(name, text, keys, callback) {
     shortcuts.push({name: name, text: text, keys: keys, press: callback});
 }
 var added = null;
+var desktopsHandlers = [];
 var workspace = {
     windowList: () => [],
-    windowAdded: {connect: handler => { added = handler; }}
+    windowAdded: {connect: handler => { added = handler; }},
+    desktopsChanged: {connect: handler => { desktopsHandlers.push(handler); }}
 };
 // The callbacks of calls that have no reply yet.
 var unanswered = {};
@@ -72,6 +74,15 @@ function rowOf(window) {
     reply('Report');
     fire(true);
     return reported[0];
+}
+// A desktop that tells its name, since Plasma 6.
+function desktopNamed(id, name) {
+    const desktop = {id: id, name: name, heard: 0};
+    desktop.nameChanged = {connect: handler => {
+        ++desktop.heard;
+        desktop.rename = to => { desktop.name = to; handler(); };
+    }};
+    return desktop;
 }
 function openWindow() {
     added({internalId: "{a}"});
@@ -176,6 +187,27 @@ TEST_F(KwinScriptRunTest, A_report_has_all_desktops_and_the_number_of_each_windo
             << row.surroundings << row.window;
         EXPECT_EQ(run("JSON.stringify(desktopNames)").toString(), QStringLiteral(R"(["Mail",""])"));
     }
+}
+
+TEST_F(KwinScriptRunTest, A_desktop_that_is_renamed_is_reported_with_its_new_name)
+{
+    const auto names = [this] {
+        run("reply('Report'); fire(true)");
+        return run("desktopNames.join()").toString();
+    };
+    run("workspace.desktops = [desktopNamed('one', 'Mail')];"
+        "desktopsHandlers.forEach(each => each())");
+    EXPECT_EQ(names(), QStringLiteral("Mail"));
+    run("workspace.desktops[0].rename('Post')");
+    EXPECT_EQ(names(), QStringLiteral("Post"));
+    run("workspace.desktops.push(desktopNamed('two', 'Web'));"
+        "desktopsHandlers.forEach(each => each())");
+    EXPECT_EQ(names(), QStringLiteral("Post,Web"));
+    run("workspace.desktops[1].rename('News')");
+    EXPECT_EQ(names(), QStringLiteral("Post,News"));
+    EXPECT_EQ(run("workspace.desktops.map(each => each.heard).join()").toString(),
+              QStringLiteral("1,1"))
+        << "each is listened to once";
 }
 
 TEST_F(KwinScriptRunTest, A_window_is_sent_to_a_desktop_and_a_desktop_shown)
