@@ -218,6 +218,9 @@ TEST(AboutDesktop, Of_a_compositor_that_lists_its_windows_it_says_what_the_list_
     EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("session on X11")), 4);
     session.hasSwayIpc = true;
     EXPECT_EQ(shortfalls(), (Abilities{minimizing, virtualDesktops, previews}));
+    EXPECT_TRUE(
+        aboutDesktop(session, std::nullopt, {})
+            .contains(QStringLiteral("to mend it: log in to a session on X11 or of KDE Plasma\n")));
     EXPECT_TRUE(aboutDesktop(session, std::nullopt, {})
                     .contains(QStringLiteral("sway        its IPC replies\n")));
     session.compositor = wayland::GlobalVersions{};
