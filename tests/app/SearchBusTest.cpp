@@ -100,6 +100,7 @@ protected:
 
 TEST_F(SearchBus, The_Shell_finds_and_describes)
 {
+    store.setLanguage(AppLanguage::english);
     const QStringList all{textOf(goal), textOf(todo), textOf(unassigned),
                           QStringLiteral("window:7")};
     EXPECT_EQ(askProvider("GetInitialResultSet", {tax}).arguments(), QVariantList{all});
@@ -118,6 +119,9 @@ TEST_F(SearchBus, The_Shell_finds_and_describes)
                                {QStringLiteral("name"), QStringLiteral("…")},
                                {QStringLiteral("gicon"), QStringLiteral("org.kelpa.Kelpa")}}));
     }
+    EXPECT_EQ(metas.at(2).value(QStringLiteral("name")), QStringLiteral("Taxes"));
+    EXPECT_EQ(metas.at(2).value(QStringLiteral("description")),
+              QStringLiteral("1 unfinished todo"));
     EXPECT_EQ(metas.at(3),
               (QVariantMap{{QStringLiteral("id"), textOf(todo)},
                            {QStringLiteral("name"), QStringLiteral("Tax form")},

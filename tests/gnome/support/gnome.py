@@ -102,7 +102,18 @@ class GnomeDesktop(Desktop):
         (share / "applications" / _APPLICATION).write_text(
             entry.replace("Exec=kelpa ", f"Exec={self._program} "), encoding="utf-8")
         shutil.copy(_SOURCES / "data" / "search" / _PROVIDER, share / "gnome-shell" / "search-providers")
-        self.env["XDG_DATA_DIRS"] = f"{share}:/usr/local/share:/usr/share"
+        self.env["XDG_DATA_DIRS"] = f"{share}:{self._share_without_searches()}"
+
+    def _share_without_searches(self):
+        """What the system shares, except for the other programs that answer the Shell's search."""
+        share = self._private / "system-share"
+        system = pathlib.Path("/usr/share")
+        (share / "gnome-shell").mkdir(parents=True)
+        for each in [*system.iterdir(), *(system / "gnome-shell").iterdir()]:
+            link = share / each.relative_to(system)
+            if link != share / "gnome-shell" and each.name != "search-providers":
+                link.symlink_to(each)
+        return share
 
     def _write_settings(self):
         folder = pathlib.Path(self.env["XDG_CONFIG_HOME"]) / "glib-2.0" / "settings"
@@ -202,6 +213,10 @@ class GnomeDesktop(Desktop):
         (pathlib.Path(self.env["XDG_CONFIG_HOME"]) / "mimeapps.list").touch()
         wait_until("the Shell has read anew who answers its search",
                    lambda: self.evaluate(f"{_SEARCHED}.some(provider => !provider.isOld)"))
+
+    def searched_text(self):
+        """What stands in the overview's field."""
+        return self.evaluate("Main.overview.searchEntry.get_text()")
 
     def search_results(self):
         """Title and description of each of Kelpa's results that the overview shows."""
