@@ -14,9 +14,11 @@ namespace kelpa::test {
 class ComplaintRecorder
 {
 public:
-    ComplaintRecorder() : m_before(qInstallMessageHandler(&ComplaintRecorder::receive))
+    ComplaintRecorder()
     {
         recorder = this;
+        // What receives may be called from here on.
+        m_before = qInstallMessageHandler(&ComplaintRecorder::receive);
     }
     ComplaintRecorder(const ComplaintRecorder&) = delete;
     ComplaintRecorder& operator=(const ComplaintRecorder&) = delete;

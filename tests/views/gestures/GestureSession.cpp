@@ -4,6 +4,8 @@
 #include "support/BoardBuilders.h"
 #include "views/scene/WaterfallView.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTest>
 
 namespace kelpa::test {
@@ -23,6 +25,8 @@ public:
 
 GestureSession::GestureSession(std::uint64_t seed) : m_seed(seed), m_random(seed)
 {
+    // The sequence before has left something there.
+    QGuiApplication::clipboard()->clear();
     fillBoard();
     m_view = std::make_unique<ViewEngine>(store(), desktop, std::make_shared<PromptWorkers>(),
                                           ViewEngine::Options{.keyNames = KeyNames::withSuper(),
