@@ -18,12 +18,10 @@ Flickable {
     readonly property real reach: ViewSettings.isStarting ? 0 : 100
     /// Whether it is scrolling to a revealed part.
     readonly property bool isScrolling: scrolling.running
-    /// Where it is, or will be when it has scrolled.
-    readonly property real destination: root.within(scrolling.running ? scrolling.to : root.contentY)
 
     /// Asks for the menu of the board beside a place in the item.
     signal menuRequested(item: Item, place: rect)
-    /// It is scrolled by a person, or to what a person has selected.
+    /// It is scrolled by a person.
     signal steered
 
     function openMenu(): void {
@@ -32,7 +30,7 @@ Flickable {
     /// In the content's coordinates; scrolls as little as needed, and to the upper end of a part
     /// that does not fit.
     function reveal(top: real, length: real): void {
-        root.scrollTo(root.revealing(top, length));
+        root.glide(root.revealing(top, length));
     }
     function revealing(top: real, length: real): real {
         const first = top - Theme.large;
@@ -44,11 +42,10 @@ Flickable {
         return top <= root.contentY && top + length >= root.contentY + root.height;
     }
     function scrollTo(place: real): void {
-        if (root.within(place) !== root.contentY)
-            root.steered();
+        root.steered();
         root.glide(place);
     }
-    /// Scrolls for the search, which returns later. Whether that takes it anywhere.
+    /// Scrolls for somebody who did not ask for it. Whether that takes it anywhere.
     function glide(place: real): bool {
         scrolling.stop();
         scrolling.to = root.within(place);
@@ -56,6 +53,10 @@ Flickable {
         if (isElsewhere)
             scrolling.start();
         return isElsewhere;
+    }
+    /// It stays where it is.
+    function halt(): void {
+        scrolling.stop();
     }
     /// Scrolls by a number of screens; the content at the edge stays visible.
     function turn(screens: int): void {

@@ -163,9 +163,11 @@ FocusScope {
     SearchScroll {
         id: searchScroll
 
+        anchors.fill: view
         board: root.board
         targets: targets
         view: view
+        dragSource: source
     }
     Connections {
         target: root.board

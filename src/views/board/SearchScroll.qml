@@ -1,40 +1,35 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Kelpa.Appearance
 import Kelpa.Scene
 import Kelpa.Board
 
-/// Scrolls the board to the first match of a search that is out of view, and back where it was when the
-/// search ends, unless it has been scrolled or something has been selected meanwhile. The keyboard
-/// selection stays where it is.
+/// Scrolls the board once, after the last letter of a search, to its first match if that is out of
+/// view. Whatever a person does meanwhile ends that. Selection and focus stay where they are. It lies
+/// over the view and notices presses in it.
 Item {
     id: root
 
     required property BoardController board
     required property WaterfallView targets
     required property BoardView view
+    required property BoardDragSource dragSource
 
-    readonly property bool isWaiting: pause.running || root.isShowing || root.isReturning
+    readonly property bool isWaiting: pause.running || correction.running
     /// Milliseconds after the last letter, so that the board does not scroll at each of a word.
     readonly property int typingPause: 150
 
-    /// Where the view goes back to; -1 for nowhere.
-    property real origin: -1
-    property bool isSearching: false
-    /// Whether the match is still to be brought into view, or the view back to its origin.
-    property bool isShowing: false
-    property bool isReturning: false
-
-    /// The view stays where it is.
+    /// The board stays where it is.
     function giveUp(): void {
         pause.stop();
-        growth.stop();
-        root.isShowing = false;
-        root.isReturning = false;
-        root.origin = -1;
+        if (!correction.running)
+            return;
+        correction.stop();
+        root.view.halt();
     }
-    /// The place of the match in the view's content, and what of its surroundings fits with it.
+    /// The place of the match in the view's content, and that of its card if all of that fits.
     function placesOf(match: var): var {
         const row = root.board.targets.rowOfColumn(match.columnID);
         const target = root.targets.rowRect(row);
@@ -52,57 +47,25 @@ Item {
                 ? { "top": top, "length": target.height } : found;
         return { "found": found, "around": around };
     }
-    function show(): void {
-        root.targets.layOut();
-        // Cards that come into view may turn out to be of another height.
-        root.isShowing = root.showMatch(root.board.search.firstMatch());
-    }
     /// Whether the view scrolls to the match.
-    function showMatch(match: var): bool {
-        if (match.columnID === undefined)
+    function show(): bool {
+        const match = root.board.search.firstMatch();
+        if (match.columnID === undefined || presses.active || root.dragSource.isDragging)
             return false;
+        root.targets.layOut();
         const { found, around } = root.placesOf(match);
-        const top = root.view.destination;
+        const top = root.view.contentY;
         const isInView = found.top >= top && found.top + found.length <= top + root.view.height;
         return !isInView && root.view.glide(root.view.revealing(around.top, around.length));
-    }
-    function goBack(): void {
-        root.isReturning = root.origin >= 0;
-        if (!root.isReturning)
-            return;
-        root.targets.layOut();
-        // What the search has narrowed may have to grow again first.
-        if (!root.view.glide(root.origin) && root.view.contentY === root.origin)
-            root.giveUp();
-    }
-    function goOn(): void {
-        if (root.view.isScrolling)
-            return;
-        if (root.isReturning)
-            root.goBack();
-        else if (root.isShowing)
-            root.show();
     }
 
     Connections {
         target: root.board.search
 
         function onTextChanged(): void {
-            const wasSearching = root.isSearching;
-            root.isSearching = root.board.search.isSearching;
-            root.isShowing = false;
-            if (!root.isSearching) {
-                pause.stop();
-                root.goBack();
-                growth.restart();
-                return;
-            }
-            growth.stop();
-            // On its way back it has not yet left the place of the search before.
-            if (!wasSearching && root.origin < 0)
-                root.origin = root.view.destination;
-            root.isReturning = false;
-            pause.restart();
+            root.giveUp();
+            if (root.board.search.isSearching)
+                pause.start();
         }
     }
     Connections {
@@ -114,38 +77,54 @@ Item {
         function onSelectionRequested(): void {
             root.giveUp();
         }
+        function onChangeRestored(): void {
+            root.giveUp();
+        }
+    }
+    Connections {
+        target: root.board.todos
+
+        function onTodoRequested(): void {
+            root.giveUp();
+        }
     }
     Connections {
         target: root.view
 
-        function onIsScrollingChanged(): void {
-            next.start();
-        }
-        function onEndChanged(): void {
-            next.start();
-        }
         function onSteered(): void {
             root.giveUp();
         }
+    }
+    Connections {
+        target: root.Window.window
+        ignoreUnknownSignals: true
+
+        function onActiveFocusItemChanged(): void {
+            if (root.targets.rowOf(root.Window.activeFocusItem) >= 0)
+                root.giveUp();
+        }
+    }
+    PointHandler {
+        id: presses
+
+        // The release that ends a drag may not arrive.
+        enabled: !root.dragSource.isDragging
+        acceptedButtons: Qt.AllButtons
+        onActiveChanged: if (presses.active)
+            root.giveUp()
     }
     Timer {
         id: pause
 
         interval: root.typingPause
+        onTriggered: if (root.show())
+            correction.start()
+    }
+    // The card may turn out to be of another height once it is in view.
+    Timer {
+        id: correction
+
+        interval: Theme.mediumTime + 50
         onTriggered: root.show()
-    }
-    // Runs after what has just ended.
-    Timer {
-        id: next
-
-        interval: 0
-        onTriggered: root.goOn()
-    }
-    // What has not grown by then is shorter than it was.
-    Timer {
-        id: growth
-
-        interval: 3 * Theme.mediumTime + 100
-        onTriggered: root.giveUp()
     }
 }

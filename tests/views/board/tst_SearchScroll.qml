@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import Kelpa.Appearance
 import Kelpa.Todos
 import Kelpa.Windows
 import Kelpa.Board
@@ -17,12 +18,16 @@ Item {
         anchors.fill: parent
         board: world.board
     }
+    TextInput {
+        id: field
+    }
 
     BigBoardCase {
         name: "SearchScroll"
         goalBoard: board
 
         function init() {
+            field.forceActiveFocus();
             world.addWindow(21, "Letter");
             world.board.windows.moveWindow(21, world.columnOfGoal(goal(150)));
             settle();
@@ -32,6 +37,7 @@ Item {
             world.removeTodos();
             world.removeWindow(21);
             world.clearSelection();
+            ViewSettings.isReducingMotion = false;
             settle();
             view().contentY = 0;
             settle();
@@ -48,7 +54,18 @@ Item {
             return item !== null && isInView(item);
         }
 
-        function test_a_search_shows_its_first_match_and_its_end_what_was_there_before() {
+        /// Types, and looks before the board scrolls.
+        function begin(text) {
+            world.board.search.text = text;
+            verify(goalBoard.isMoving);
+        }
+        /// The board comes to rest where it was.
+        function compareResting(place) {
+            tryVerify(() => !isMoving());
+            compare(view().contentY, place);
+        }
+
+        function test_a_search_shows_its_first_match_and_stays_there() {
             view().contentY = 700;
             settle();
             search("lett");
@@ -56,13 +73,15 @@ Item {
             verify(isShown(column(goal(150))));
             verify(view().contentY > 700);
             compare(world.board.selectedTarget, -1);
+            const place = view().contentY;
             search("letter");
-            verify(isShown(card("Letter")));
+            compare(view().contentY, place);
             search("");
-            compare(view().contentY, 700);
+            verify(isShown(card("Letter")));
+            compare(view().contentY, place);
             // Where nothing is found, the board stays.
             search("nobody");
-            compare(view().contentY, 700);
+            compare(view().contentY, place);
         }
         function test_a_goal_and_a_todo_are_shown_as_well() {
             world.addTodo("Write a letter", goal(120));
@@ -76,8 +95,6 @@ Item {
             search(goal(180));
             verify(isShown(column(goal(180))));
             compare(world.board.selectedTarget, -1);
-            search("");
-            compare(view().contentY, 0);
         }
         function test_the_board_does_not_move_while_the_match_is_in_view() {
             select(150);
@@ -96,6 +113,11 @@ Item {
                 compare(view().contentY, place);
             }
         }
+        function test_without_motion_the_match_is_shown_as_well() {
+            ViewSettings.isReducingMotion = true;
+            search("letter");
+            verify(isShown(card("Letter")));
+        }
         function test_who_scrolls_while_searching_stays_there() {
             search("letter");
             verify(isShown(card("Letter")));
@@ -108,41 +130,93 @@ Item {
             world.board.search.text = "letter";
             tryVerify(() => view().contentY !== place);
             mouseWheel(board, 600, 400, 0, -120);
-            tryVerify(() => !isMoving());
+            tryVerify(() => !isMoving() && !view().moving);
             const stopped = view().contentY;
-            search("");
+            wait(300);
             compare(view().contentY, stopped);
-        }
-        function test_what_was_selected_meanwhile_stays_in_view() {
-            search("letter");
-            verify(world.board.search.selectFirst());
+            // And by a key where there is nothing more to scroll.
+            search("");
+            view().contentY = 0;
             settle();
+            begin("letter");
+            view().scrollTo(0);
+            compareResting(0);
+        }
+        function test_the_selection_stays_where_it_is() {
+            select(3);
+            settle();
+            search("letter");
+            verify(isShown(card("Letter")));
+            compare(world.selectedGoal(), goal(3));
+            search("");
+            compare(world.selectedGoal(), goal(3));
+        }
+        function test_a_window_that_the_search_hides_may_be_the_selected_one() {
+            world.addWindow(22, "Other");
+            world.board.windows.moveWindow(22, world.columnOfGoal(goal(2)));
+            search("other");
+            verify(world.board.search.selectFirst());
+            search("");
+            field.forceActiveFocus();
+            search("letter");
             verify(isShown(card("Letter")));
             search("");
-            verify(isShown(card("Letter")));
-            verify(view().contentY > 0);
+            world.removeWindow(22);
         }
-        function test_the_selection_stays_where_it_is_and_comes_back_into_view() {
+        function test_what_is_selected_meanwhile_stays_in_view() {
+            begin("letter");
+            select(3);
+            tryVerify(() => !isMoving());
+            verify(isShown(column(goal(3))));
+            const place = view().contentY;
+            search("");
+            // What is selected already has not changed.
+            begin("letter");
+            world.board.goals.showColumn(world.columnOfGoal(goal(3)));
+            compareResting(place);
+        }
+        function test_a_todo_of_the_selected_goal_stays_in_view() {
+            world.addTodo("Call", goal(3));
             select(3);
             settle();
             const place = view().contentY;
-            search("letter");
-            verify(isShown(card("Letter")));
-            compare(world.selectedGoal(), goal(3));
-            search("");
-            compare(view().contentY, place);
-            compare(world.selectedGoal(), goal(3));
+            begin("letter");
+            world.board.todos.goToTodo(world.todoID("Call", goal(3)), world.columnOfGoal(goal(3)), false);
+            compareResting(place);
         }
-        function test_a_search_that_begins_on_the_way_back_returns_to_the_same_place() {
-            view().contentY = 300;
+        function test_undo_shows_what_it_restores() {
+            select(3);
             settle();
-            search("letter");
-            world.board.search.text = "";
-            wait(30);
-            search(goal(190));
-            verify(isShown(column(goal(190))));
-            search("");
-            compare(view().contentY, 300);
+            world.board.goals.renameGoal(world.columnOfGoal(goal(3)), "Other");
+            settle();
+            const place = view().contentY;
+            begin("letter");
+            world.board.undo();
+            compareResting(place);
+            verify(isShown(column(goal(3))));
+        }
+        function test_a_press_ends_it_also_on_the_way() {
+            begin("letter");
+            mousePress(board, 600, 300);
+            tryVerify(() => !isMoving());
+            compare(view().contentY, 0);
+            // Nor while the button is held.
+            search("lette");
+            compare(view().contentY, 0);
+            mouseRelease(board, 600, 300);
+            begin("letter");
+            tryVerify(() => view().contentY > 0);
+            mousePress(board, 600, 300);
+            const place = view().contentY;
+            compareResting(place);
+            mouseRelease(board, 600, 300);
+            verify(!isShown(card("Letter")));
+        }
+        function test_the_focus_on_a_card_ends_it() {
+            const part = column(goal(1)).selectedPart();
+            begin("letter");
+            part.forceActiveFocus(Qt.TabFocusReason);
+            compareResting(0);
         }
     }
 }
