@@ -36,9 +36,9 @@ std::vector<FirstFont> firstFonts(const ViewSettings& settings, const FirstBoard
 {
     using enum CopyKey;
     const QString digits = QStringLiteral("0123456789");
+    const QString alphabet = QStringLiteral("abcdefghijklmnopqrstuvwxyz");
     // What titles and numbers consist of.
-    const QStringList letters{QStringLiteral("abcdefghijklmnopqrstuvwxyz"),
-                              QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ"), digits};
+    const QStringList letters{alphabet, alphabet.toUpper(), digits};
     std::vector<FirstFont> fonts{
         {13, QFont::Normal,
          letters +
