@@ -47,9 +47,8 @@ Item {
                 ? { "top": top, "length": target.height } : found;
         return { "found": found, "around": around };
     }
-    /// Whether the view scrolls to the match.
-    function show(): bool {
-        const match = root.board.search.firstMatch();
+    /// Whether the view scrolls to the match, which may be none.
+    function show(match: var): bool {
         if (match.columnID === undefined || presses.active || root.dragSource.isDragging)
             return false;
         root.targets.layOut();
@@ -117,7 +116,7 @@ Item {
         id: pause
 
         interval: root.typingPause
-        onTriggered: if (root.show())
+        onTriggered: if (root.show(root.board.search.firstMatch()))
             correction.start()
     }
     // The card may turn out to be of another height once it is in view.
@@ -125,6 +124,6 @@ Item {
         id: correction
 
         interval: Theme.mediumTime + 50
-        onTriggered: root.show()
+        onTriggered: root.show(root.board.search.firstMatch())
     }
 }
