@@ -96,7 +96,10 @@ FocusScope {
             x: root.width - width - Theme.tiny
             y: Theme.tiny
             height: root.height - 2 * Theme.tiny
-            onPressedChanged: view.steered()
+            onPressedChanged: {
+                view.steered();
+                view.halt();
+            }
         }
 
         WaterfallView {

@@ -121,6 +121,18 @@ Item {
             view().contentYChanged.disconnect(note);
             verify(isInView(column(goal(first + 11))));
         }
+        function test_who_takes_the_scroll_bar_stops_the_board_on_its_way() {
+            const bar = only(all(board, item => item instanceof AppScrollBar && item.parent === board));
+            view().scrollTo(10000);
+            tryVerify(() => view().contentY > 0);
+            mousePress(bar, 4, bar.position * bar.height + 8);
+            verify(bar.pressed);
+            verify(!view().isScrolling);
+            const place = view().contentY;
+            wait(50);
+            compare(view().contentY, place);
+            mouseRelease(bar, 4, bar.position * bar.height + 8);
+        }
         function test_a_selected_card_that_is_scrolled_away_collapses_when_another_is_selected() {
             for (let i = 0; i < 12; ++i)
                 world.addTodo("Todo " + i, goal(1));
