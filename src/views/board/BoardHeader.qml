@@ -16,10 +16,12 @@ Item {
 
     /// The width in points at which the controls show all of their texts beside a short search
     /// field.
-    readonly property real wantedWidth: 2 * Theme.boardMargin + name.implicitWidth + Theme.small
-                                        + search.minimumWidth + 2 * Theme.controlHeight
-                                        + filterButton.fullWidth + languageButton.fullWidth
-                                        + addButton.fullWidth + 6 * buttons.spacing
+    readonly property real wantedWidth: 2 * Theme.boardMargin + Math.ceil(name.implicitWidth)
+                                        + Theme.small + search.minimumWidth
+                                        + 2 * Theme.controlHeight
+                                        + Math.ceil(filterButton.fullWidth)
+                                        + Math.ceil(languageButton.fullWidth)
+                                        + Math.ceil(addButton.fullWidth) + 6 * buttons.spacing
 
     signal newGoalRequested
     /// The keyboard goes on to the board, where a match is selected.
