@@ -123,6 +123,21 @@ def a_search_ends_by_escape_and_an_old_one_is_announced(desktop, binary):
         selection.is_column(boards.UNSORTED)
 
 
+def an_arrow_moves_the_selection_at_once_where_escape_has_cleared_the_search(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Home", []), ("Garden", [])], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        selection = Selection(desktop, kelpa)
+        for arrow, title in (("Down", boards.ALL_TODOS), ("Right", boards.UNSORTED),
+                             ("Left", boards.ALL_TODOS)):
+            desktop.type("bank")
+            wait_until("it is searched", lambda: kelpa.board.written() == "bank")
+            desktop.key("Escape", arrow)
+            selection.is_column(title)
+            wait_until("no field has the keyboard", lambda: not kelpa.board.focused_field())
+
+
 def _is_revealed(kelpa, column, title):
     """Whether the todo is highlighted, and the whole of it in view."""
     found = kelpa.board.column(column)
