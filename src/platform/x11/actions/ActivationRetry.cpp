@@ -10,6 +10,7 @@ void ActivationRetry::begin(Clock::time_point now, std::optional<std::uint32_t> 
         m_batchTimeLeft = m_limits.batch;
     m_inputTime = inputTime;
     m_attempt = inputTime ? attemptAtInputTime : attemptAtServerTime;
+    m_requests = 0;
 }
 
 std::uint32_t ActivationRetry::nextTimestamp(std::optional<std::uint32_t> serverTime)
@@ -23,6 +24,7 @@ std::uint32_t ActivationRetry::nextTimestamp(std::optional<std::uint32_t> server
                                    : known.value_or(currentTime);
     m_isCurrentTimePending = time == currentTime;
     ++m_attempt;
+    ++m_requests;
     return time;
 }
 
@@ -31,10 +33,13 @@ ActivationRetry::Duration ActivationRetry::timeout() const
     return std::min(m_limits.confirmation, m_batchTimeLeft);
 }
 
-void ActivationRetry::recordConfirmation()
+void ActivationRetry::recordConfirmation(bool isChange)
 {
     m_batchTimeLeft = m_limits.batch;
-    m_isCurrentTimePending = false;
+    // Requests are read in their order. Of several for one window, the first may have had the
+    // effect, and of a window that was active before, none.
+    if (isChange && m_requests == 1)
+        m_isCurrentTimePending = false;
     m_attempt = lastAttempt + 1;
 }
 

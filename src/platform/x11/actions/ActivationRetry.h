@@ -46,7 +46,8 @@ public:
     std::uint32_t nextTimestamp(std::optional<std::uint32_t> serverTime);
     /// How long to wait for the confirmation of a request. Zero: send it and do not wait.
     Duration timeout() const;
-    void recordConfirmation();
+    /// The window is active. `isChange`: it was not before its first request.
+    void recordConfirmation(bool isChange);
     /// The request was not confirmed within `waited`.
     void recordTimeout(Duration waited);
     void end(Clock::time_point now) { m_end = now; }
@@ -66,9 +67,11 @@ private:
     Clock::time_point m_end;
     std::optional<std::uint32_t> m_inputTime;
     int m_attempt = lastAttempt + 1;
-    /// A request with `currentTime` was sent, and no request has been confirmed since. The window
-    /// manager may not have read it yet, and then takes a time for it that is later than any
-    /// timestamp a request could carry now.
+    /// For this window.
+    int m_requests = 0;
+    /// A request with `currentTime` was sent, and the confirmation of none has shown since that it
+    /// has been read. The window manager may not have read it yet, and then takes a time for it
+    /// that is later than any timestamp a request could carry now.
     bool m_isCurrentTimePending = false;
 };
 

@@ -65,7 +65,7 @@ std::optional<std::uint32_t> WindowActivator::awaitFocus(DisplayConnection& disp
         // A window that waits for an answer to its dialog passes the focus on to the dialog.
         if (active == target.window ||
             (active != activeBefore && isDialogOf(display, active, target.window))) {
-            m_retry.recordConfirmation();
+            m_retry.recordConfirmation(active != activeBefore);
             return active;
         }
     } while (awaitEvent(display.connection(), deadline));

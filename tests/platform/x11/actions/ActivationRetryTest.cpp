@@ -32,7 +32,7 @@ protected:
                 break;
             }
             if (sent.size() == confirmed) {
-                retry.recordConfirmation();
+                retry.recordConfirmation(true);
             } else {
                 now += retry.timeout();
                 retry.recordTimeout(retry.timeout());
@@ -75,13 +75,33 @@ TEST_F(ActivationRetryTest, Without_a_server_time_the_current_time_is_sent)
 TEST_F(ActivationRetryTest, After_the_current_time_no_other_is_sent_until_a_request_is_confirmed)
 {
     activate();
-    EXPECT_EQ(activate(400, 2), Timestamps({currentTime, currentTime}));
+    EXPECT_EQ(activate(400, 1), Timestamps({currentTime}));
     EXPECT_EQ(activate(400, 1), Timestamps({400}));
+}
+
+TEST_F(ActivationRetryTest, A_confirmation_after_two_requests_may_be_that_of_the_first)
+{
+    activate();
+    EXPECT_EQ(activate(400, 2), Timestamps({currentTime, currentTime}));
+    EXPECT_EQ(activate(400, 1), Timestamps({currentTime})) << "the second may not have been read";
+    EXPECT_EQ(activate(400, 1), Timestamps({400}));
+}
+
+TEST_F(ActivationRetryTest, A_window_that_was_active_before_confirms_that_no_request_was_read)
+{
+    activate();
+    retry.begin(now, std::nullopt);
+    EXPECT_EQ(retry.nextTimestamp(500), currentTime);
+    retry.recordConfirmation(false);
+    EXPECT_FALSE(retry.mayRequest());
+    EXPECT_EQ(activate(std::nullopt, 1), Timestamps({currentTime}));
+    EXPECT_EQ(activate(std::nullopt, 1), Timestamps({500}));
 }
 
 TEST_F(ActivationRetryTest, After_a_confirmation_the_servers_time_is_sent_again)
 {
     activate(std::nullopt, 2);
+    EXPECT_EQ(activate(std::nullopt, 1), Timestamps({currentTime}));
     EXPECT_EQ(activate(std::nullopt, 1), Timestamps({500}));
 }
 
@@ -115,7 +135,7 @@ TEST_F(ActivationRetryTest, A_confirmation_restores_the_whole_time_of_the_batch)
 {
     retry.begin(now, std::nullopt);
     retry.recordTimeout(900ms);
-    retry.recordConfirmation();
+    retry.recordConfirmation(true);
     retry.recordTimeout(800ms);
     EXPECT_EQ(retry.timeout(), 200ms);
 }
