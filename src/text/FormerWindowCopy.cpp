@@ -79,20 +79,24 @@ constexpr Frames lastSeenFrames({u"上次出现：", u""}, {u"Last seen: ", u""}
 
 constexpr Names titleSeparators(u"、", u", ", u"、", u", ", u", ", u", ");
 
+/// The text for one window, or that for several around their number. None is counted nowhere.
+QString counted(const Names& one, const Frames& several, qsizetype count, AppLanguage language)
+{
+    if (count == 1)
+        return QStringView(one[language]).toString();
+    return several[language].around(QString::number(count));
+}
+
 } // namespace
 
 QString windowsAreBack(qsizetype count, AppLanguage language)
 {
-    if (count == 1)
-        return QStringView(windowIsBackTexts[language]).toString();
-    return windowsAreBackFrames[language].around(QString::number(count));
+    return counted(windowIsBackTexts, windowsAreBackFrames, count, language);
 }
 
 QString windowsAreForgotten(qsizetype count, AppLanguage language)
 {
-    if (count == 1)
-        return QStringView(windowIsForgottenTexts[language]).toString();
-    return windowsAreForgottenFrames[language].around(QString::number(count));
+    return counted(windowIsForgottenTexts, windowsAreForgottenFrames, count, language);
 }
 
 QString applicationIsGone(const QString& name, AppLanguage language)
@@ -112,16 +116,12 @@ QString hasNoNewWindow(const QString& application, AppLanguage language)
 
 QString windowsFromLastTime(qsizetype count, AppLanguage language)
 {
-    if (count == 1)
-        return QStringView(windowFromLastTimeTexts[language]).toString();
-    return windowsFromLastTimeFrames[language].around(QString::number(count));
+    return counted(windowFromLastTimeTexts, windowsFromLastTimeFrames, count, language);
 }
 
 QString closedWindows(qsizetype count, AppLanguage language)
 {
-    if (count == 1)
-        return QStringView(closedWindowTexts[language]).toString();
-    return closedWindowsFrames[language].around(QString::number(count));
+    return counted(closedWindowTexts, closedWindowsFrames, count, language);
 }
 
 QString lastSeen(const QString& date, AppLanguage language)
