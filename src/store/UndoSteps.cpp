@@ -118,6 +118,9 @@ void UndoSteps::restore(BoardVersion board)
 
 QSet<WindowID> UndoSteps::offeredAmong(const QSet<WindowID>& windows) const
 {
+    // Most steps answer no offer, and all offers are many.
+    if (windows.isEmpty())
+        return {};
     const QList<WindowID> offered = m_recall.offers().keys();
     return QSet<WindowID>(offered.cbegin(), offered.cend()) & windows;
 }
