@@ -2,6 +2,7 @@
 
 import board as boards
 import settings
+from command_line import CommandLine
 from kelpa import Kelpa
 from processes import wait_until
 
@@ -21,12 +22,10 @@ def a_pinned_goal_has_its_windows_on_its_desktop_and_is_worked_on_there(desktop,
         return {title: _cardinal(desktop, "-id", number, name="_NET_WM_DESKTOP")
                 for title, number in windows.items()}
 
-    def command(*words):
-        return desktop.run(binary, "--settings", path, *words)
+    command = CommandLine(desktop, binary, path)
 
     def assign(title):
-        number = next(line.split()[0] for line in command("windows").splitlines() if title in line)
-        command("assign", number, "--goal", "Taxes")
+        command.assign(title, "Taxes")
         kelpa.wait_for_card("Taxes", title)
 
     with Kelpa(desktop, binary, path) as kelpa:
