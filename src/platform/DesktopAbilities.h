@@ -69,7 +69,7 @@ enum class AbilityGap : std::uint8_t {
     pictureEntry,
     /// KWin reports no keys; the person can bind one in its settings.
     desktopShortcut,
-    /// Kelpa sends windows to virtual desktops on X11 and in KWin alone, whatever others could do.
+    /// Kelpa sends no windows to the virtual desktops of this compositor, whatever it could do.
     windowsNotSent,
     /// The person has chosen to work without windows.
     choice,

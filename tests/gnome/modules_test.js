@@ -85,6 +85,28 @@ expect('a window is activated', [await call('Activate', new GLib.Variant('(tu)',
 expect('no such window', await call('Close', new GLib.Variant('(t)', [8])),
     'org.kelpa.Windows1.Error.NoSuchWindow');
 
+// Each list takes their names from the person's settings, which say none.
+expect('the workspaces', await call('Workspaces'), [['', '']]);
+const send = (id, number) => call('SendTo', new GLib.Variant('(tu)', [id, number]));
+const show = number => call('ShowWorkspace', new GLib.Variant('(u)', [number]));
+expect('a window is sent', [await send(7, 1), stubs.window.sentTo.index()], [[], 0]);
+stubs.window.is_on_all_workspaces = () => true;
+expect('one that is everywhere stays', [await send(7, 2), stubs.window.sentTo.index()], [[], 0]);
+stubs.window.is_on_all_workspaces = () => false;
+expect('no such window is sent', await send(8, 1), 'org.kelpa.Windows1.Error.NoSuchWindow');
+expect('a workspace is shown', [await show(2), stubs.workspaces[1].shownAt], [[], 1]);
+expect('that which shows is shown', [await show(1), stubs.workspaces[0].shownAt], [[], undefined]);
+for (const number of [0, 3, 4294967295]) {
+    expect(`nothing is sent to workspace ${number}`, [await send(7, number), stubs.window.sentTo.index()],
+        ['org.kelpa.Windows1.Error.NoSuchWorkspace', 0]);
+    expect(`there is no workspace ${number}`, await show(number), 'org.kelpa.Windows1.Error.NoSuchWorkspace');
+}
+for (const event of ['workspace-added', 'workspace-removed', 'workspaces-reordered']) {
+    next = signal();
+    global.workspace_manager.emit(event);
+    expect(`${event} is told`, await next, 'Changed');
+}
+
 // A key between them, which the Shell tells after both: the next signal is another one.
 next = signal();
 global.display.emit('overlay-key');

@@ -121,6 +121,9 @@ for (const [index, active, names, expected] of [
 ])
     expect(`the workspace ${index} of ${names}`, rules.otherWorkspace(index, active, names), expected);
 
+expect('names of workspaces', rules.workspaceNames(3, ['Mail', ' Web ', '', 'Gone']), ['Mail', 'Web', '']);
+expect('fewer names than workspaces', rules.workspaceNames(2, [' ']), ['', '']);
+
 // Windows from the lowest to the uppermost, as [name, when it was used, whether it has the focus].
 const ORDERS = [
     ['by use', [['a', 10], ['b', 30], ['c', 20]], 'bca'],

@@ -37,6 +37,14 @@ export function activateWindow(window) {
     window.isActivated = true;
 }
 
+// The first one is active.
+export const workspaces = [0, 1].map(index => ({
+    index: () => index,
+    activate(time) {
+        this.shownAt = time;
+    },
+}));
+
 export const tracker = new Emitter({get_window_app: () => ({get_id: () => 'notes.desktop'})});
 
 export const window = new Emitter({
@@ -50,7 +58,13 @@ export const window = new Emitter({
     get_wm_class: () => 'notes',
     get_role: () => null,
     get_frame_rect: () => ({x: 1, y: 2, width: 300, height: 200}),
-    get_workspace: () => ({index: () => 1}),
+    sentTo: workspaces[1],
+    get_workspace() {
+        return this.sentTo;
+    },
+    change_workspace(target) {
+        this.sentTo = target;
+    },
     get_transient_for: () => null,
     get_window_type: () => 0,
     get_client_type: () => 0,
@@ -66,7 +80,11 @@ export const window = new Emitter({
 globalThis.global = {
     display: new Emitter({get_current_time_roundtrip: () => 1}),
     stage: new Emitter({queue_redraw() {}}),
-    workspace_manager: new Emitter({get_active_workspace: () => ({index: () => 0})}),
+    workspace_manager: new Emitter({
+        get_active_workspace: () => workspaces[0],
+        get_n_workspaces: () => workspaces.length,
+        get_workspace_by_index: index => workspaces[index],
+    }),
     get_current_time: () => 1000,
     get_pointer: () => [0, 0, 0],
     get_window_actors: () => [{is_destroyed: () => false, meta_window: window}],

@@ -14,7 +14,7 @@ import * as Windows from './windows.js';
 
 const NAME = 'org.kelpa.Windows';
 const PATH = '/org/kelpa/Windows';
-const VERSION = 2;
+const VERSION = 3;
 // Between two signals, in milliseconds, and which part of the Shell's time goes into lists.
 const INTERVAL = 50;
 const SHARE = 0.1;
@@ -74,6 +74,15 @@ export default class KelpaWindows extends Extension {
             },
             Restore: (_caller, id) => {
                 Windows.find(id).unminimize();
+                return {};
+            },
+            Workspaces: () => ({values: [this._list.workspaces()]}),
+            SendTo: (_caller, id, number) => {
+                Windows.sendTo(Windows.find(id), number);
+                return {};
+            },
+            ShowWorkspace: (_caller, number) => {
+                Windows.showWorkspace(number);
                 return {};
             },
             Picture: (_caller, id, ...wanted) => this._pictures.take(Windows.find(id), ...wanted),

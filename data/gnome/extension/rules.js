@@ -149,7 +149,12 @@ export function described(facts) {
 export function otherWorkspace(index, active, names) {
     if (index < 0 || index === active)
         return '';
-    return (names[index] || '').trim() || `${index + 1}`;
+    return workspaceNames(index + 1, names)[index] || `${index + 1}`;
+}
+
+// The names of so many workspaces, nothing for one that has none.
+export function workspaceNames(count, names) {
+    return Array.from({length: count}, (_, index) => (names[index] || '').trim());
 }
 
 // Windows from the lowest to the uppermost, as the one that was active last first. Those that were

@@ -6,7 +6,7 @@ import Meta from 'gi://Meta';
 import Shell from 'gi://Shell';
 import * as Main from 'resource:///org/gnome/shell/ui/main.js';
 
-import {Refusal, described, entryName, mostRecentFirst, otherWorkspace} from './rules.js';
+import {Refusal, described, entryName, mostRecentFirst, otherWorkspace, workspaceNames} from './rules.js';
 
 const KINDS = new Map([
     [Meta.WindowType.NORMAL, 'normal'],
@@ -71,6 +71,10 @@ export class List {
         this._rows.clear();
     }
 
+    workspaces() {
+        return workspaceNames(global.workspace_manager.get_n_workspaces(), this._names());
+    }
+
     take() {
         const before = this._rows;
         this._rows = new Map();
@@ -112,6 +116,27 @@ export function bringForward(pid) {
     activate(newestFirst(own)[0], 0);
 }
 
+// By its number, from 1.
+function workspace(number) {
+    const count = global.workspace_manager.get_n_workspaces();
+    if (number < 1 || number > count)
+        throw new Refusal('NoSuchWorkspace', `there are ${count} workspaces, and none is ${number}`);
+    return global.workspace_manager.get_workspace_by_index(number - 1);
+}
+
+export function sendTo(window, number) {
+    const target = workspace(number);
+    if (!window.is_on_all_workspaces())
+        window.change_workspace(target);
+}
+
+export function showWorkspace(number) {
+    const target = workspace(number);
+    Main.overview.hide();
+    if (target !== global.workspace_manager.get_active_workspace())
+        target.activate(global.display.get_current_time_roundtrip());
+}
+
 // Permits a program that is about to start to have the focus.
 export function token(entry) {
     const app = entry ? Shell.AppSystem.get_default().lookup_app(entry) : null;
@@ -129,6 +154,11 @@ const WINDOW_SIGNALS = [
     'position-changed', 'size-changed', 'workspace-changed',
 ];
 
+// One that goes or moves gives others new numbers.
+const WORKSPACE_SIGNALS = [
+    'active-workspace-changed', 'workspace-added', 'workspace-removed', 'workspaces-reordered',
+];
+
 // Calls a function whenever something of the list may have changed, until it ends.
 export class Watch {
     constructor(changed) {
@@ -141,7 +171,8 @@ export class Watch {
         });
         for (const signal of ['notify::focus-window', 'restacked'])
             this._connect(global.display, signal, () => changed());
-        this._connect(global.workspace_manager, 'active-workspace-changed', () => changed());
+        for (const signal of WORKSPACE_SIGNALS)
+            this._connect(global.workspace_manager, signal, () => changed());
         this._connect(Shell.WindowTracker.get_default(), 'tracked-windows-changed', () => changed());
         for (const window of all())
             this._add(window);

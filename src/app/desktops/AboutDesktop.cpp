@@ -89,7 +89,7 @@ GapText textOf(AbilityGap gap, DesktopAbility ability)
         return {QStringLiteral("KWin reports no keys that are typed into other programs"), bindKey};
     case AbilityGap::windowsNotSent:
         return {QStringLiteral("Kelpa sends no windows to virtual desktops here"),
-                QStringLiteral("log in to a session on X11 or of KDE Plasma")};
+                QStringLiteral("log in to a session on X11, of GNOME or of KDE Plasma")};
     case AbilityGap::choice:
         return {QStringLiteral("Kelpa is to work without windows"),
                 QStringLiteral("start it without \"--desktop none\"")};
@@ -251,7 +251,8 @@ DesktopAbilities abilitiesOn(const ChosenDesktop& chosen, const SessionReading& 
             {.hasSwayIpc = reading.hasSwayIpc,
              .hasPictures = reading.compositor && wayland::arePicturesAmong(*reading.compositor)});
     case DesktopKind::gnome:
-        return gnome::abilitiesIn(reading.gnomeShell.value_or(gnome::ShellCondition::silent));
+        return gnome::abilitiesIn(reading.gnomeShell.value_or(gnome::ShellCondition::silent),
+                                  reading.shellExtensionVersion);
     case DesktopKind::kwin:
         return kwin::abilitiesOfKwin({.pictures = reading.kwinPictures, .hasKey = false});
     case DesktopKind::none:

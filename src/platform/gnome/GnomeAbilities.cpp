@@ -9,7 +9,7 @@ namespace kelpa::gnome {
 DesktopAbilities GnomeAbilities::abilities() const
 {
     const ShellStanding& standing = m_follower.standing();
-    DesktopAbilities abilities = abilitiesIn(standing.condition);
+    DesktopAbilities abilities = abilitiesIn(standing.condition, standing.version);
     if (standing.condition == ShellCondition::ready && !m_follower.hearsDoubleTap())
         abilities.shortfalls[DesktopAbility::globalKeys] = {.gap = AbilityGap::compositorProtocol,
                                                             .isPartial = false};

@@ -20,6 +20,7 @@ CompositorWindow describedWindow(const NumberedShellWindow& numbered)
     entry.name = window.title;
     entry.role = window.role;
     entry.virtualDesktop = window.virtualDesktop;
+    entry.desktopNumber = window.desktopNumber;
     entry.isAwaitingAnswer = window.isAwaitingAnswer;
     described.clues.kdeDesktopFile = window.application;
     // The application id of a program on Wayland is the name of its desktop entry; some use the

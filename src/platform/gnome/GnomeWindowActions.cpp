@@ -1,7 +1,6 @@
 #include "platform/gnome/GnomeWindowActions.h"
 
 #include "platform/gnome/GnomeWindowServer.h"
-#include "platform/gnome/ShellClient.h"
 
 #include <cstdint>
 #include <memory>
@@ -32,6 +31,7 @@ public:
     /// The focus has raised it.
     void requestRaise() override {}
     void requestClose() override { m_client.close(m_window); }
+    void requestVirtualDesktop(int number) override { m_client.sendTo(m_window, number); }
 
 private:
     ShellClient& m_client;

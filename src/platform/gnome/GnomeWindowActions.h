@@ -3,11 +3,11 @@
 #pragma once
 
 #include "platform/Accessibility.h"
+#include "platform/gnome/ShellClient.h"
 
 namespace kelpa::gnome {
 
 class GnomeWindowServer;
-class ShellClient;
 
 /// The elements are the windows of the last discovery pass. Raising, restoring and giving the focus
 /// are one call.
@@ -24,6 +24,7 @@ public:
     std::optional<Obstacle> accessibilityObstacle() const override { return std::nullopt; }
     bool requestTrust() override { return isTrusted(); }
 
+    void showVirtualDesktop(int number) override { m_client.showWorkspace(number); }
     std::optional<AccessibilityElements> elements(ProcessID process) override;
 
 private:

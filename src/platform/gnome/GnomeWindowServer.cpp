@@ -32,7 +32,7 @@ std::unique_ptr<DiscoverySource> GnomeWindowServer::openDiscoverySource()
     if (!windows)
         return std::make_unique<CompositorSnapshot>();
     return std::make_unique<CompositorSnapshot>(describedWindows(*windows), m_needs.resolver,
-                                                m_needs.documents);
+                                                m_needs.documents, m_virtualDesktops);
 }
 
 std::optional<std::vector<NumberedShellWindow>> GnomeWindowServer::listed()
@@ -49,6 +49,8 @@ std::optional<std::vector<NumberedShellWindow>> GnomeWindowServer::listed()
     if (!list.windows)
         // While the Shell hangs, no window comes or goes.
         return windows();
+    if (std::optional<QStringList> workspaces = m_client.workspaces())
+        m_virtualDesktops = *std::move(workspaces);
     m_numbers.begin(QByteArrayLiteral("gnome ") + QByteArray::number(quint64{standing.run}));
     return numbered(*std::move(list.windows));
 }

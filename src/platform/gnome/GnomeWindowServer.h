@@ -8,6 +8,8 @@
 #include "platform/gnome/GnomeSnapshot.h"
 #include "platform/numbers/NamedWindowNumbers.h"
 
+#include <QStringList>
+
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -34,7 +36,8 @@ struct GnomeWindowServerNeeds
     std::set<WindowID> takenNumbers{};
 };
 
-/// A pass is one request. While the Shell hangs, passes give the windows that it told last.
+/// A pass is one request, and another for the workspaces. While the Shell hangs, passes give the
+/// windows that it told last.
 class GnomeWindowServer final : public WindowServer
 {
 public:
@@ -66,6 +69,7 @@ private:
 
     // Used by discovery passes alone, of which there is one at a time.
     NamedWindowNumbers m_numbers;
+    QStringList m_virtualDesktops;
 
     mutable std::mutex m_windowsMutex;
     std::optional<std::vector<NumberedShellWindow>> m_windows;

@@ -309,6 +309,17 @@ ShellList ShellClient::list()
     return list;
 }
 
+std::optional<QStringList> ShellClient::workspaces()
+{
+    if (standing().version < workspacesVersion)
+        return QStringList();
+    const BusReply reply = callExtension("Workspaces", nullptr, "(as)");
+    if (reply.outcome != BusCallOutcome::answered)
+        return std::nullopt;
+    const GlibPointer<GVariant> names(g_variant_get_child_value(reply.value.get(), 0));
+    return workspacesIn(names.get());
+}
+
 std::optional<QImage> ShellClient::picture(std::uint64_t window, const QSize& largest,
                                            bool isNeeded)
 {
@@ -370,6 +381,16 @@ void ShellClient::minimize(std::uint64_t window)
 void ShellClient::restore(std::uint64_t window)
 {
     act("Restore", g_variant_new("(t)", guint64{window}));
+}
+
+void ShellClient::sendTo(std::uint64_t window, int workspace)
+{
+    act("SendTo", g_variant_new("(tu)", guint64{window}, static_cast<guint32>(workspace)));
+}
+
+void ShellClient::showWorkspace(int workspace)
+{
+    act("ShowWorkspace", g_variant_new("(u)", static_cast<guint32>(workspace)));
 }
 
 bool ShellClient::bringForward()

@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QSize>
 #include <QString>
+#include <QStringList>
 
 #include <chrono>
 #include <cstdint>
@@ -86,6 +87,9 @@ public:
     ShellStanding switchOn();
 
     ShellList list();
+    /// As `DiscoverySource::virtualDesktops`. Absent when the Shell does not reply, or in another
+    /// form; empty where the extension is older than `workspacesVersion`.
+    std::optional<QStringList> workspaces();
     /// A new picture of the window, at most `largest` pixels large. Absent when there is none, or
     /// when it is the one that this function gave last and `isNeeded` is false.
     std::optional<QImage> picture(std::uint64_t window, const QSize& largest, bool isNeeded);
@@ -93,6 +97,9 @@ public:
     void close(std::uint64_t window);
     void minimize(std::uint64_t window);
     void restore(std::uint64_t window);
+    /// By numbers of workspaces, from 1; nothing happens where there is none of that number.
+    void sendTo(std::uint64_t window, int workspace);
+    void showWorkspace(int workspace);
     /// Activates Kelpa's own window; false when the extension did not.
     bool bringForward();
     /// An activation token for a program; empty when there is none.

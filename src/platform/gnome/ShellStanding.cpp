@@ -84,14 +84,15 @@ ShellCondition conditionOf(const ShellFindings& findings)
     return findings.isReplaced && isOther ? ShellCondition::needsLogin : condition;
 }
 
-DesktopAbilities abilitiesIn(ShellCondition condition)
+DesktopAbilities abilitiesIn(ShellCondition condition, std::uint32_t version)
 {
     const std::optional<AbilityGap> gap = gapOf(condition);
     if (gap)
         return DesktopAbilities::without(*gap);
     DesktopAbilities abilities;
-    abilities.shortfalls[DesktopAbility::virtualDesktops] = {.gap = AbilityGap::windowsNotSent,
-                                                             .isPartial = false};
+    if (condition == ShellCondition::ready && version < workspacesVersion)
+        abilities.shortfalls[DesktopAbility::virtualDesktops] = {
+            .gap = AbilityGap::shellExtensionTooOld, .isPartial = false};
     return abilities;
 }
 

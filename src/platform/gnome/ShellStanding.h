@@ -14,7 +14,9 @@ namespace kelpa::gnome {
 inline constexpr std::uint32_t neededVersion = 1;
 /// The version of the extension that this Kelpa brings. With an older one, from `neededVersion` on,
 /// Kelpa does without what was added since.
-inline constexpr std::uint32_t broughtVersion = 2;
+inline constexpr std::uint32_t broughtVersion = 3;
+/// The first one that lists workspaces, sends windows there and shows them.
+inline constexpr std::uint32_t workspacesVersion = 3;
 
 enum class ShellCondition : std::uint8_t {
     /// Not asked yet.
@@ -87,7 +89,8 @@ struct ShellStanding
     friend bool operator==(const ShellStanding&, const ShellStanding&) = default;
 };
 
-/// An ability counts as given until the Shell has been asked.
-DesktopAbilities abilitiesIn(ShellCondition condition);
+/// An ability counts as given until the Shell has been asked. `version` is that of the extension's
+/// interface, and means nothing unless it is ready.
+DesktopAbilities abilitiesIn(ShellCondition condition, std::uint32_t version);
 
 } // namespace kelpa::gnome

@@ -1,5 +1,7 @@
 #include "platform/gnome/ShellWindow.h"
 
+#include "model/GoalPins.h"
+#include "model/WindowItem.h"
 #include "platform/DialogOwners.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
 #include "platform/numbers/NameTable.h"
@@ -21,11 +23,8 @@ constexpr qsizetype longestText = 4096;
 /// In points: frames of stranger places and sizes are no frames.
 constexpr int farthest = 1 << 20;
 
-QString textIn(GVariant* window, const char* key)
+QString decodedText(const char* text)
 {
-    const char* text = nullptr;
-    if (g_variant_lookup(window, key, "&s", &text) == FALSE)
-        return {};
     // Longer ones are not even converted.
     constexpr qsizetype longestUtf8 = 4 * longestText;
     const std::string_view all(text);
@@ -35,6 +34,12 @@ QString textIn(GVariant* window, const char* key)
         decoded.truncate(decoded.at(longestText - 1).isHighSurrogate() ? longestText - 1
                                                                        : longestText);
     return decoded;
+}
+
+QString textIn(GVariant* window, const char* key)
+{
+    const char* text = nullptr;
+    return g_variant_lookup(window, key, "&s", &text) == FALSE ? QString() : decodedText(text);
 }
 
 bool isSet(GVariant* window, const char* key)
@@ -65,6 +70,16 @@ ShellWindowKind kindIn(GVariant* window)
     return ShellWindowKind::other;
 }
 
+/// Its workspace as the extension counts them, from 0, or -1 for all of them.
+std::optional<int> desktopNumberIn(GVariant* window)
+{
+    gint32 index = 0;
+    if (g_variant_lookup(window, "workspace", "i", &index) == FALSE || index < -1 ||
+        index >= mostVirtualDesktops)
+        return std::nullopt;
+    return index == -1 ? everyVirtualDesktop : index + 1;
+}
+
 std::optional<ShellWindow> windowIn(GVariant* entry)
 {
     guint64 id = 0;
@@ -87,6 +102,7 @@ std::optional<ShellWindow> windowIn(GVariant* entry)
         .isMinimized = isSet(entry, "minimized"),
         .isOffTaskList = isSet(entry, "skipTaskbar"),
         .virtualDesktop = desktop.isEmpty() ? std::nullopt : std::optional(desktop),
+        .desktopNumber = desktopNumberIn(entry),
     };
 }
 
@@ -144,6 +160,17 @@ std::vector<ShellWindow> windowsIn(GVariant* list)
             window.dialogOf = owner->second;
     }
     return windows;
+}
+
+QStringList workspacesIn(GVariant* list)
+{
+    QStringList names;
+    const gsize count = std::min<gsize>(g_variant_n_children(list), mostVirtualDesktops);
+    for (gsize index = 0; index < count; ++index) {
+        const GlibPointer<GVariant> name(g_variant_get_child_value(list, index));
+        names.append(decodedText(g_variant_get_string(name.get(), nullptr)).trimmed());
+    }
+    return names;
 }
 
 } // namespace kelpa::gnome

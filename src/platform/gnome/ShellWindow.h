@@ -5,6 +5,7 @@
 #include "model/Rect.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <gio/gio.h>
 
@@ -36,6 +37,8 @@ struct ShellWindow
     bool isOffTaskList = false;
     /// As `WindowItem::virtualDesktop`.
     std::optional<QString> virtualDesktop{};
+    /// As `WindowItem::desktopNumber`.
+    std::optional<int> desktopNumber{};
     /// As `WindowItem::isAwaitingAnswer`.
     bool isAwaitingAnswer = false;
     /// The id of the window that this one is a dialog of; absent where it is none.
@@ -53,5 +56,9 @@ int layerOf(const ShellWindow& window);
 /// that belongs to another one counts as a dialog. A member that is missing or has another type
 /// counts as not known. Texts that no window needs are shortened.
 std::vector<ShellWindow> windowsIn(GVariant* list);
+
+/// The names in a list of texts, `as`, as `DiscoverySource::virtualDesktops`; what lies beyond
+/// `mostVirtualDesktops` is dropped.
+QStringList workspacesIn(GVariant* list);
 
 } // namespace kelpa::gnome

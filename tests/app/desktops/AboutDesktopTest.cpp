@@ -218,9 +218,9 @@ TEST(AboutDesktop, Of_a_compositor_that_lists_its_windows_it_says_what_the_list_
     EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("session on X11")), 4);
     session.hasSwayIpc = true;
     EXPECT_EQ(shortfalls(), (Abilities{minimizing, virtualDesktops, previews}));
-    EXPECT_TRUE(
-        aboutDesktop(session, std::nullopt, {})
-            .contains(QStringLiteral("to mend it: log in to a session on X11 or of KDE Plasma\n")));
+    EXPECT_TRUE(aboutDesktop(session, std::nullopt, {})
+                    .contains(QStringLiteral(
+                        "to mend it: log in to a session on X11, of GNOME or of KDE Plasma\n")));
     EXPECT_TRUE(aboutDesktop(session, std::nullopt, {})
                     .contains(QStringLiteral("sway        its IPC replies\n")));
     session.compositor = wayland::GlobalVersions{};
@@ -275,6 +275,12 @@ TEST(AboutDesktop, Of_GNOME_Shell_it_says_what_becomes_of_its_extension)
     reading.shellExtensionVersion = 99;
     EXPECT_TRUE(aboutDesktop(reading, std::nullopt, {})
                     .contains(extension + QStringLiteral("99; Kelpa brings version ") + brought));
+    EXPECT_TRUE(ready.contains(QStringLiteral("desktops    yes\n")));
+    reading.shellExtensionVersion = 2;
+    EXPECT_TRUE(
+        aboutDesktop(reading, std::nullopt, {})
+            .contains(QStringLiteral("desktops    no: Kelpa's extension is too old, or does "
+                                     "not fit this GNOME Shell\n")));
     reading.gnomeShell = gnome::ShellCondition::disabled;
     EXPECT_TRUE(aboutDesktop(reading, std::nullopt, {})
                     .contains(QStringLiteral(

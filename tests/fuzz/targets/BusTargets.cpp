@@ -51,6 +51,9 @@ void decodeShellWindows(const QByteArray& bytes)
     const auto windows = gnome::windowsIn(list.get());
     for (const gnome::ShellWindow& window : windows) {
         gnome::layerOf(window);
+        require(!window.desktopNumber || (*window.desktopNumber >= everyVirtualDesktop &&
+                                          *window.desktopNumber <= mostVirtualDesktops),
+                "a window of the Shell's is on a desktop that a goal can be pinned to, or on all");
         ids.insert(window.id);
     }
     require(ids.size() == static_cast<qsizetype>(windows.size()),

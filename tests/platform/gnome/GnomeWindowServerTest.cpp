@@ -1,5 +1,6 @@
 #include "platform/gnome/GnomeWindowServer.h"
 
+#include "model/WindowItem.h"
 #include "platform/freedesktop/bus/PrivateBus.h"
 #include "platform/gnome/FakeShell.h"
 #include "platform/gnome/GnomeWindowActions.h"
@@ -127,6 +128,31 @@ TEST_F(GnomeServerTest, While_the_Shell_hangs_its_windows_stay)
     EXPECT_EQ(listedTitles(*server), first);
 }
 
+TEST_F(GnomeServerTest, A_pass_has_the_workspaces_and_on_which_each_window_is)
+{
+    const auto tellWorkspaces = [this](std::uint32_t version, const std::string& workspaces) {
+        shell->behave({.version = version,
+                       .replies = {{"List", "([{'id': <uint64 5>, 'workspace': <1>}, "
+                                            "{'id': <uint64 6>, 'workspace': <-1>}],)"},
+                                   {"Workspaces", workspaces}}});
+    };
+    const QStringList names{QStringLiteral("Mail"), QString()};
+    tellWorkspaces(3, "(['Mail', ''],)");
+    shell->showExtension();
+    const auto server = start();
+    const auto source = server->openDiscoverySource();
+    EXPECT_EQ(source->virtualDesktops(), names);
+    const auto entries = source->windowList(WindowListScope::all);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 2U);
+    EXPECT_EQ(entries->front().desktopNumber, 2);
+    EXPECT_EQ(entries->back().desktopNumber, everyVirtualDesktop);
+    tellWorkspaces(3, "(7,)");
+    EXPECT_EQ(server->openDiscoverySource()->virtualDesktops(), names) << "no reply says otherwise";
+    shell->behave({.isHanging = true});
+    EXPECT_EQ(server->openDiscoverySource()->virtualDesktops(), names) << "while the Shell hangs";
+}
+
 TEST_F(GnomeServerTest, Without_the_extension_there_is_no_list_and_nothing_is_gone)
 {
     shell->behave({.state = 2});
@@ -149,10 +175,14 @@ TEST_F(GnomeServerTest, Acts_on_the_windows_of_the_last_pass)
     elements->front()->requestMinimized(false);
     elements->front()->requestFocus();
     elements->front()->requestClose();
-    const QStringList calls = shell->calls().mid(shell->calls().size() - 3);
+    elements->front()->requestVirtualDesktop(2);
+    actions.showVirtualDesktop(3);
+    const QStringList calls = shell->calls().mid(shell->calls().size() - 5);
     EXPECT_EQ(calls, (QStringList{QStringLiteral("Restore (uint64 6,)"),
                                   QStringLiteral("Activate (uint64 6, uint32 0)"),
-                                  QStringLiteral("Close (uint64 6,)")}));
+                                  QStringLiteral("Close (uint64 6,)"),
+                                  QStringLiteral("SendTo (uint64 6, uint32 2)"),
+                                  QStringLiteral("ShowWorkspace (uint32 3,)")}));
 }
 
 } // namespace

@@ -203,6 +203,28 @@ TEST_F(ShellClientTest, Acts_on_windows_and_gets_tokens)
     EXPECT_EQ(client->token({}), QByteArray());
 }
 
+TEST_F(ShellClientTest, Workspaces_are_asked_of_an_extension_that_has_them)
+{
+    FakeShell shell(bus.address());
+    shell.showExtension();
+    const auto client = this->client();
+    shell.behave({.version = 2, .replies = {{"Workspaces", "(['Mail', ''],)"}}});
+    ASSERT_EQ(client->refresh().condition, ShellCondition::ready);
+    EXPECT_EQ(client->workspaces(), QStringList());
+    EXPECT_FALSE(shell.calls().join(u' ').contains(QStringLiteral("Workspaces")));
+    shell.behave({.version = 3, .replies = {{"Workspaces", "(['Mail', ''],)"}}});
+    ASSERT_EQ(client->refresh().condition, ShellCondition::ready);
+    EXPECT_EQ(client->workspaces(), (QStringList{QStringLiteral("Mail"), QString()}));
+    client->sendTo(5, 2);
+    client->showWorkspace(3);
+    EXPECT_EQ(shell.calls().mid(shell.calls().size() - 2),
+              (QStringList{QStringLiteral("SendTo (uint64 5, uint32 2)"),
+                           QStringLiteral("ShowWorkspace (uint32 3,)")}));
+    shell.behave({.version = 3, .replies = {{"Workspaces", "('Mail',)"}}});
+    EXPECT_EQ(client->workspaces(), std::nullopt);
+    EXPECT_EQ(client->standing().condition, ShellCondition::ready);
+}
+
 TEST_F(ShellClientTest, Takes_a_picture_that_is_as_large_as_it_may_be)
 {
     FakeShell shell(bus.address());

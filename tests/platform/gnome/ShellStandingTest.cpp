@@ -87,12 +87,20 @@ TEST(ShellStanding, Says_why_there_are_no_windows)
           std::pair{denied, AbilityGap::shellExtensionDenies},
           std::pair{outdated, AbilityGap::shellExtensionDenies},
           std::pair{silent, AbilityGap::compositor}})
-        EXPECT_EQ(abilitiesIn(condition), DesktopAbilities::without(gap));
-    const DesktopAbilities all{{{DesktopAbility::virtualDesktops,
-                                 {.gap = AbilityGap::windowsNotSent, .isPartial = false}}}};
-    EXPECT_EQ(abilitiesIn(ready), all);
-    EXPECT_EQ(abilitiesIn(paused), all);
-    EXPECT_EQ(abilitiesIn(unknown), all);
+        EXPECT_EQ(abilitiesIn(condition, broughtVersion), DesktopAbilities::without(gap));
+    EXPECT_EQ(abilitiesIn(ready, broughtVersion), DesktopAbilities());
+    EXPECT_EQ(abilitiesIn(paused, 0), DesktopAbilities());
+    EXPECT_EQ(abilitiesIn(unknown, 0), DesktopAbilities());
+}
+
+TEST(ShellStanding, An_older_extension_sends_no_window_to_a_workspace)
+{
+    const DesktopAbilities older{{{DesktopAbility::virtualDesktops,
+                                   {.gap = AbilityGap::shellExtensionTooOld, .isPartial = false}}}};
+    for (const std::uint32_t version : {1U, 2U})
+        EXPECT_EQ(abilitiesIn(ShellCondition::ready, version), older) << version;
+    for (const std::uint32_t version : {3U, 4U})
+        EXPECT_EQ(abilitiesIn(ShellCondition::ready, version), DesktopAbilities()) << version;
 }
 
 } // namespace

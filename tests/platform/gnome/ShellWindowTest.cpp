@@ -1,5 +1,6 @@
 #include "platform/gnome/ShellWindow.h"
 
+#include "model/WindowItem.h"
 #include "platform/freedesktop/bus/GlibPointers.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +39,38 @@ TEST(ShellWindow, Has_what_the_extension_lists)
                                             .isOnScreen = true,
                                             .isMinimized = false,
                                             .isOffTaskList = false,
-                                            .virtualDesktop = QStringLiteral("Mail")}));
+                                            .virtualDesktop = QStringLiteral("Mail"),
+                                            .desktopNumber = 1}));
+}
+
+TEST(ShellWindow, A_window_is_on_a_workspace_of_a_number_or_on_all)
+{
+    const auto number = [](const std::string& workspace) {
+        return read("[{'id': <uint64 5>, 'workspace': <" + workspace + ">}]").front().desktopNumber;
+    };
+    EXPECT_EQ(number("-1"), everyVirtualDesktop);
+    EXPECT_EQ(number("0"), 1);
+    EXPECT_EQ(number("99"), 100);
+    for (const char* const none : {"-2", "100", "2147483647", "uint32 1", "'1'", "1.0", "[1]"})
+        EXPECT_EQ(number(none), std::nullopt) << none;
+}
+
+TEST(ShellWindow, Workspaces_have_names_in_their_order)
+{
+    const auto names = [](const std::string& text) {
+        const GlibPointer<GVariant> list(
+            g_variant_parse(G_VARIANT_TYPE_STRING_ARRAY, text.c_str(), nullptr, nullptr, nullptr));
+        if (!list)
+            throw std::runtime_error("no list: " + text);
+        return workspacesIn(list.get());
+    };
+    EXPECT_EQ(names("[' Mail ', '', ' ']"),
+              (QStringList{QStringLiteral("Mail"), QString(), QString()}));
+    EXPECT_EQ(names("['" + std::string(20000, 'x') + "']").front().size(), 4096);
+    std::string many = "[''";
+    for (int index = 0; index < 200; ++index)
+        many += ", 'Mail'";
+    EXPECT_EQ(names(many + ']').size(), 100);
 }
 
 TEST(ShellWindow, A_member_of_another_type_counts_as_not_known)

@@ -1,0 +1,124 @@
+"""A goal that is pinned to a workspace: its windows are sent there, and so is who works on it."""
+
+import board as boards
+import settings
+from command_line import CommandLine
+from kelpa import Kelpa
+from processes import wait_until
+
+_TITLES = ("Form", "Receipts", "Mail")
+_NAMES = ["Writing", "Reading", "Sorting"]
+
+
+class _Workspaces:
+    """Where the windows of the three terminals are, numbers counted from 1. The Shell adds and removes
+    workspaces by itself: behind those that have windows there is one without."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+        desktop.evaluate("new imports.gi.Gio.Settings({schema_id: 'org.gnome.desktop.wm.preferences'})"
+                         f".set_strv('workspace-names', {_NAMES})")
+        for title in _TITLES:
+            desktop.start_foot(title)
+        self.windows = {title: desktop.wait_for_window(title) for title in _TITLES}
+
+    def places(self):
+        return dict(self._desktop.evaluate(
+            "global.get_window_actors().map(actor => actor.meta_window)"
+            f".filter(window => {list(_TITLES)}.includes(window.get_title()))"
+            ".map(window => [window.get_title(), window.get_workspace().index() + 1])"))
+
+    def wait_for(self, what, **places):
+        wait_until(what, lambda: self.places() == places)
+
+    def move(self, title, number):
+        """As the person does."""
+        self._desktop.on_window(self.windows[title], f"window.change_workspace_by_index({number - 1}, true)")
+        wait_until(f"{title!r} is moved", lambda: self.places()[title] == number)
+
+    def present(self):
+        return self._desktop.evaluate("global.workspace_manager.get_active_workspace_index()") + 1
+
+    def count(self):
+        return self._desktop.evaluate("global.workspace_manager.get_n_workspaces()")
+
+    def is_minimized(self, title):
+        return self._desktop.evaluate(
+            "global.get_window_actors().map(actor => actor.meta_window)"
+            f".find(window => window.get_id() === {self.windows[title].number}).minimized")
+
+
+def a_pinned_goal_has_its_windows_on_its_desktop_and_is_worked_on_there(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Taxes", [])])
+    workspaces = _Workspaces(desktop)
+    command = CommandLine(desktop, binary, path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        for title in _TITLES:
+            kelpa.wait_for_card(boards.UNSORTED, title)
+        command.assign("Form", "Taxes")
+        kelpa.wait_for_card("Taxes", "Form")
+        assert workspaces.places() == {"Form": 1, "Receipts": 1, "Mail": 1}
+        command("pin", "Taxes", "Reading")
+        workspaces.wait_for("its window is sent there", Form=2, Receipts=1, Mail=1)
+        wait_until("the header says so", lambda: kelpa.board.has_text("Pinned to: Reading"))
+        assert workspaces.present() == 1, "nobody has gone there"
+
+        command.assign("Receipts", "Taxes")
+        workspaces.wait_for("what joins the goal follows", Form=2, Receipts=2, Mail=1)
+        workspaces.move("Form", 1)
+        wait_until("the board knows", lambda: "Reading" not in kelpa.board.card(
+            "Taxes", "Form").node.description)
+
+        # Another window is in the way there.
+        workspaces.move("Mail", 2)
+        wait_until("the board knows", lambda: "Reading" in kelpa.board.card(
+            boards.UNSORTED, "Mail").node.description)
+        assert workspaces.places() == {"Form": 1, "Receipts": 2, "Mail": 2}, "what was moved stays"
+        command("work", "Taxes")
+        wait_until("Kelpa goes to the workspace", lambda: workspaces.present() == 2)
+        desktop.wait_for_active(workspaces.windows["Receipts"])
+        wait_until("the other is minimised", lambda: workspaces.is_minimized("Mail"))
+        assert workspaces.places() == {"Form": 1, "Receipts": 2, "Mail": 2}
+
+        command("pin", "Taxes", "1")
+        wait_until("the header names the other one", lambda: kelpa.board.has_text("Pinned to: Writing"))
+        workspaces.wait_for("all of them go there", Form=1, Receipts=1, Mail=2)
+        command("pin", "Taxes", "none")
+        wait_until("it is pinned no more", lambda: not kelpa.board.has_text("Pinned to: Writing"))
+        assert workspaces.places() == {"Form": 1, "Receipts": 1, "Mail": 2}, "its windows stay"
+
+
+def a_pin_to_a_workspace_that_the_shell_has_removed_waits_for_it(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Taxes", [])])
+    workspaces = _Workspaces(desktop)
+    command = CommandLine(desktop, binary, path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        for title in _TITLES:
+            kelpa.wait_for_card(boards.UNSORTED, title)
+        workspaces.move("Mail", 2)
+        wait_until("there is a third one", lambda: workspaces.count() == 3)
+        wait_until("the board knows", lambda: "Reading" in kelpa.board.card(
+            boards.UNSORTED, "Mail").node.description)
+        command.assign("Form", "Taxes")
+        command("pin", "Taxes", "Sorting")
+        workspaces.wait_for("its window is sent there", Form=3, Receipts=1, Mail=2)
+        wait_until("a fourth one is behind it", lambda: workspaces.count() == 4)
+
+        # The second one is empty: the Shell removes it, and the third becomes the second.
+        workspaces.move("Mail", 1)
+        workspaces.wait_for("the workspace of the goal's window has another number", Form=2, Receipts=1, Mail=1)
+        wait_until("the one behind has, too", lambda: workspaces.count() == 3)
+        kelpa.wait_for_card("Taxes", "Form")
+        workspaces.move("Form", 1)
+        wait_until("two are left", lambda: workspaces.count() == 2)
+        wait_until("the board says that it is gone",
+                   lambda: kelpa.board.has_text("Pinned to: Desktop 3 (not there now)"))
+        command.assign("Receipts", "Taxes")
+        kelpa.wait_for_card("Taxes", "Receipts")
+        assert workspaces.places() == {"Form": 1, "Receipts": 1, "Mail": 1}
+
+        workspaces.move("Mail", 2)
+        workspaces.wait_for("who waited is sent when it is back", Form=1, Receipts=3, Mail=2)
+        wait_until("the board names it again", lambda: kelpa.board.has_text("Pinned to: Sorting"))
