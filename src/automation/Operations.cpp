@@ -220,7 +220,8 @@ public:
     {
         if (const auto failure = failureOf(request.goal))
             return *failure;
-        if (const auto failure = failureOfArranging())
+        if (const auto failure =
+                m_store.canWorkOn(request.goal) ? failureOfWindows() : failureOfArranging())
             return *failure;
         if (!m_store.hasWorkplace(request.goal))
             return Failure{FailureKind::noWindows,

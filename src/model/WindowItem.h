@@ -15,6 +15,9 @@ namespace kelpa {
 /// As `WindowItem::desktopNumber`: the window is on all of them.
 inline constexpr int everyVirtualDesktop = 0;
 
+/// The same: the window is on one without a number, to which no goal can be pinned.
+inline constexpr int unnumberedVirtualDesktop = -1;
+
 struct WindowItem
 {
     WindowID id = 0;
@@ -54,7 +57,8 @@ struct WindowItem
     /// known.
     std::optional<WindowID> dialogOf{};
     /// The number of its virtual desktop, from 1, also where that is the present one;
-    /// `everyVirtualDesktop` where it is on all of them; absent where that is not known.
+    /// `everyVirtualDesktop` where it is on all of them, `unnumberedVirtualDesktop` where it has no
+    /// number; absent where that is not known.
     std::optional<int> desktopNumber{};
 
     /// The trimmed title, or the owner's name when nothing is left of it.

@@ -183,8 +183,12 @@ public:
     /// Whether the desktop minimises windows and lets Kelpa do that; changes with `abilities` and
     /// `isAccessibilityTrusted`.
     bool canArrangeWindows() const;
+    /// Whether `workOn` does something for such a goal: where `canArrangeWindows`, and else for one
+    /// that is pinned to a virtual desktop which Kelpa can show now.
+    bool canWorkOn(GoalID goalID) const;
     /// Brings the windows of the goal forward and minimises the others, as `arrangementFor` says,
-    /// where `canArrangeWindows`; on the virtual desktop that it is pinned to, if that is there.
+    /// on the virtual desktop that it is pinned to, if that is there. Without `canArrangeWindows`
+    /// the others stay. Does nothing unless `canWorkOn`.
     void workOn(GoalID goalID);
     /// Gives the windows the state that they had before the person began to work on a goal, but
     /// those that the person has changed since. Lasts as long as the program. No step.

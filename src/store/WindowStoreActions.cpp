@@ -76,20 +76,28 @@ bool WindowStore::canArrangeWindows() const
     return m_parts->canArrange();
 }
 
+bool WindowStore::canWorkOn(GoalID goalID) const
+{
+    return m_parts->canArrange() || m_parts->reachablePin(goalID);
+}
+
 void WindowStore::workOn(GoalID goalID)
 {
     const Update update(m_state.changes);
     if (!m_state.hasGoal(goalID))
         return;
     activateTarget(TargetSelection::goal(goalID), EnterWindowLayer::no);
-    if (!m_parts->canArrange())
+    if (!canWorkOn(goalID))
         return;
-    const WindowArrangement arrangement =
+    WindowArrangement arrangement =
         arrangementFor(goalID, m_parts->pinned.asSent(m_parts->work.asRequested(m_state.windows)),
                        m_parts->reachablePin(goalID));
     if (arrangement.isEmpty())
         return;
-    m_parts->work.note(arrangement);
+    if (m_parts->canArrange())
+        m_parts->work.note(arrangement);
+    else
+        arrangement.minimized.clear();
     m_parts->activations.enqueue(arrangement);
     m_parts->publishWork();
 }

@@ -306,6 +306,9 @@ TEST_F(AutomationOperations, A_pinned_goal_without_windows_is_worked_on)
     EXPECT_EQ(failureOf(WorkOnGoal{goalID}), std::nullopt);
     scheduler.advance({});
     EXPECT_TRUE(desktop.calls.contains(QStringLiteral("show desktop 2")));
+    desktop.lack(DesktopAbility::minimizing);
+    EXPECT_EQ(failureOf(WorkOnGoal{goalID}), std::nullopt) << "nothing is to be minimised";
+    EXPECT_EQ(failureOf(WorkOnGoal{makeGoal()}), FailureKind::notOffered);
 }
 
 TEST_F(AutomationOperations, A_goal_is_worked_on_and_back_where_the_desktop_minimises_windows)

@@ -244,6 +244,38 @@ TEST_F(PinOperations, Working_on_a_pinned_goal_goes_to_its_desktop)
     EXPECT_FALSE(store().hasWorkplace(goalID));
 }
 
+TEST_F(PinOperations, Where_nothing_is_minimised_only_a_pinned_goal_is_worked_on)
+{
+    open(4);
+    desktop.lack(DesktopAbility::minimizing);
+    store().refresh();
+    EXPECT_FALSE(store().canWorkOn(goalID));
+    store().workOn(goalID);
+    EXPECT_EQ(takeRequests(), QStringList());
+    setDesktop(4, 3);
+    store().pinGoal(goalID, 3);
+    takeRequests();
+    EXPECT_TRUE(store().canWorkOn(goalID));
+    EXPECT_FALSE(store().canWorkOn(makeGoal()));
+    store().workOn(goalID);
+    EXPECT_EQ(takeRequests(), (QStringList{QStringLiteral("show desktop 3"),
+                                           QStringLiteral("raise 2"), QStringLiteral("raise 1")}));
+    EXPECT_FALSE(store().canGoBack());
+    desktop.virtualDesktops.resize(2);
+    store().refresh();
+    EXPECT_FALSE(store().canWorkOn(goalID)) << "its desktop is gone";
+}
+
+TEST_F(PinOperations, A_window_on_a_desktop_without_a_number_is_sent)
+{
+    open(2);
+    setDesktop(1, unnumberedVirtualDesktop);
+    store().refresh();
+    store().pinGoal(goalID, 3);
+    EXPECT_EQ(takeRequests(),
+              (QStringList{QStringLiteral("send to 3: 1"), QStringLiteral("send to 3: 2")}));
+}
+
 TEST_F(PinOperations, A_window_that_the_person_opens_for_the_goal_is_followed_to_its_desktop)
 {
     open(2);

@@ -89,7 +89,7 @@ GapText textOf(AbilityGap gap, DesktopAbility ability)
         return {QStringLiteral("KWin reports no keys that are typed into other programs"), bindKey};
     case AbilityGap::windowsNotSent:
         return {QStringLiteral("Kelpa sends no windows to virtual desktops here"),
-                QStringLiteral("log in to a session on X11, of GNOME or of KDE Plasma")};
+                QStringLiteral("log in to a session on X11, of GNOME, KDE Plasma or sway")};
     case AbilityGap::choice:
         return {QStringLiteral("Kelpa is to work without windows"),
                 QStringLiteral("start it without \"--desktop none\"")};

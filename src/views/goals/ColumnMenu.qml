@@ -14,12 +14,15 @@ AppMenu {
     property string columnID
     /// The virtual desktops that the goal can be pinned to.
     property var pinChoices: []
+    /// Whether the goal can be worked on, if only because it is pinned to a virtual desktop.
+    property bool canWork: false
 
     /// Opens the menu for a goal, beside a place in `owner`.
     function ask(columnID: string, owner: Item, place: rect): void {
         root.columnID = columnID;
         // Items that are created while the menu opens would close it again.
         root.pinChoices = root.goals.pinChoices(columnID);
+        root.canWork = root.goals.canWorkOn(columnID);
         root.openBeside(owner, place);
     }
 
@@ -66,7 +69,7 @@ AppMenu {
         id: work
 
         text: ViewSettings.copy.text(CopyKey.WorkOnGoal)
-        isOffered: root.goals.canWorkOnGoals
+        isOffered: root.goals.canWorkOnGoals || root.canWork
         symbol: "focus"
         keys: ViewSettings.copy.workKeys()
         onTriggered: root.goals.workOn(root.columnID)

@@ -187,6 +187,12 @@ void GoalController::pinTo(const QString& columnID, int number)
         m_store.pinGoal(*goalID, number == 0 ? std::nullopt : std::optional(number));
 }
 
+bool GoalController::canWorkOn(const QString& columnID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(columnID);
+    return goalID && m_store.canWorkOn(*goalID);
+}
+
 void GoalController::workOn(const QString& columnID)
 {
     if (const std::optional<GoalID> goalID = goalFromColumnText(columnID))

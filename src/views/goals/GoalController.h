@@ -79,6 +79,9 @@ public:
     Q_INVOKABLE void showAllWindows(const QString& columnID);
     /// Whether a person can work on the goal: it has windows, or a desktop that it is pinned to.
     Q_INVOKABLE bool hasWorkplace(const QString& columnID) const;
+    /// Whether working on the goal is offered: as `canWorkOnGoals`, and where it is pinned to a
+    /// virtual desktop that Kelpa can go to.
+    Q_INVOKABLE bool canWorkOn(const QString& columnID) const;
     /// Brings the goal's windows forward and minimises the others.
     Q_INVOKABLE void workOn(const QString& columnID);
     /// The same for the selected goal.

@@ -216,11 +216,11 @@ TEST(AboutDesktop, Of_a_compositor_that_lists_its_windows_it_says_what_the_list_
     EXPECT_EQ(shortfalls(), (Abilities{quitting, geometry, virtualDesktops, previews, globalKeys}));
     EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("kelpa --show")), 1);
     EXPECT_EQ(aboutDesktop(session, std::nullopt, {}).count(QStringLiteral("session on X11")), 4);
-    session.hasSwayIpc = true;
-    EXPECT_EQ(shortfalls(), (Abilities{minimizing, virtualDesktops, previews}));
     EXPECT_TRUE(aboutDesktop(session, std::nullopt, {})
                     .contains(QStringLiteral(
-                        "to mend it: log in to a session on X11, of GNOME or of KDE Plasma\n")));
+                        "to mend it: log in to a session on X11, of GNOME, KDE Plasma or sway\n")));
+    session.hasSwayIpc = true;
+    EXPECT_EQ(shortfalls(), (Abilities{minimizing, previews}));
     EXPECT_TRUE(aboutDesktop(session, std::nullopt, {})
                     .contains(QStringLiteral("sway        its IPC replies\n")));
     session.compositor = wayland::GlobalVersions{};

@@ -1,5 +1,7 @@
 // What a Wayland compositor says: sway's IPC, and the events of a capture.
 #include "fuzz/FuzzTarget.h"
+#include "model/GoalPins.h"
+#include "model/WindowItem.h"
 #include "platform/wayland/capture/CaptureForm.h"
 #include "platform/wayland/sway/SwayBinding.h"
 #include "platform/wayland/sway/SwayMessage.h"
@@ -41,11 +43,17 @@ void decodeSwayStream(const QByteArray& bytes)
 
 void decodeSwayTree(const QByteArray& bytes)
 {
-    const auto windows = windowsInTree(bytes);
-    if (!windows)
+    const auto tree = treeIn(bytes);
+    if (!tree)
         return;
-    for (const SwayWindow& window : *windows)
+    require(tree->workspaces.size() >= 10 && tree->workspaces.size() <= mostVirtualDesktops,
+            "a session has some desktops, and few");
+    for (const SwayWindow& window : tree->windows) {
         require(window.process.value_or(1) > 0, "a window of sway's has a process, or none");
+        const int desktop = window.desktopNumber.value_or(everyVirtualDesktop);
+        require(desktop >= unnumberedVirtualDesktop && desktop <= tree->workspaces.size(),
+                "a window of sway's is on a desktop that is there, or on one without a number");
+    }
 }
 
 void decodeSwayConfiguration(const QByteArray& bytes)

@@ -129,6 +129,20 @@ Item {
             world.lack("virtualDesktops");
             tryVerify(() => badge() === null);
         }
+        function test_where_nothing_is_minimised_a_pinned_goal_can_be_worked_on() {
+            world.lack("minimizing");
+            openMenu();
+            verify(!texts().includes("Work on this goal"));
+            closeMenu();
+            pin("Mail");
+            world.runPending();
+            openMenu();
+            choose("Work on this goal");
+            tryVerify(() => menuItems().length === 0);
+            world.runPending();
+            verify(world.calls().includes("show desktop 3"));
+            verify(!world.board.goals.canGoBack);
+        }
         function test_a_pinned_goal_without_windows_can_be_worked_on() {
             const canWork = () => menuItems().some(item => item.text === "Work on this goal"
                                                            && item.enabled);

@@ -21,6 +21,19 @@ void SwayCommands::close(std::int64_t container)
     run(container, "kill");
 }
 
+// With that option of the person's, to go where one is would lead away from there.
+void SwayCommands::sendTo(std::int64_t container, int workspace)
+{
+    run(container, "move --no-auto-back-and-forth container to workspace number " +
+                       QByteArray::number(workspace));
+}
+
+void SwayCommands::showWorkspace(int workspace)
+{
+    request({SwayMessageType::runCommand,
+             "workspace --no-auto-back-and-forth number " + QByteArray::number(workspace)});
+}
+
 bool SwayCommands::focusLatest(ProcessID process)
 {
     const std::vector<SwayWindow> windows = windowsOf(process);
@@ -45,7 +58,7 @@ std::vector<SwayWindow> SwayCommands::windowsOf(ProcessID process)
     return windows;
 }
 
-bool SwayCommands::run(std::int64_t container, const char* command)
+bool SwayCommands::run(std::int64_t container, const QByteArray& command)
 {
     return request({SwayMessageType::runCommand,
                     "[con_id=" + QByteArray::number(qlonglong(container)) + "] " + command})

@@ -28,6 +28,11 @@ public:
     /// Asks the window to close, as its close button does.
     void close(std::int64_t container);
 
+    /// Sends it to the workspace with that number; the one that shows stays. Where there is none
+    /// of that number, sway creates it, as at `showWorkspace`.
+    void sendTo(std::int64_t container, int workspace);
+    void showWorkspace(int workspace);
+
     /// Focuses the process's window that had the focus last, unless one of its windows has it.
     /// False when it has none, or sway does not reply.
     bool focusLatest(ProcessID process);
@@ -36,7 +41,7 @@ public:
 
 private:
     /// False when sway does not reply.
-    bool run(std::int64_t container, const char* command);
+    bool run(std::int64_t container, const QByteArray& command);
     /// The windows of the process that there are now; empty when sway does not reply.
     std::vector<SwayWindow> windowsOf(ProcessID process);
     std::optional<QByteArray> request(const SwayMessage& message);

@@ -15,6 +15,7 @@ CompositorWindow describedWindow(const NumberedSwayWindow& numbered)
     entry.layer = 0;
     entry.name = window.title;
     entry.virtualDesktop = window.hiddenWorkspace;
+    entry.desktopNumber = window.desktopNumber;
     // The application id of a program on Wayland is the name of its desktop entry; some use the
     // class that they have on X11.
     described.clues.gtkApplicationID = window.appID;

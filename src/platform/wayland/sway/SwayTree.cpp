@@ -1,9 +1,13 @@
 #include "platform/wayland/sway/SwayTree.h"
 
+#include "model/GoalPins.h"
+#include "model/WindowItem.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QStringView>
 
 #include <algorithm>
 #include <limits>
@@ -16,6 +20,12 @@ namespace {
 
 /// Deeper than anybody nests containers, and shallow enough for the stack.
 constexpr int deepest = 200;
+
+/// sway's own configuration has keys for so many workspaces.
+constexpr int workspacesWithKeys = 10;
+
+/// By number, the names of workspaces.
+using NumberedWorkspaces = std::map<int, QString>;
 
 QString text(const QJsonObject& object, const QString& key)
 {
@@ -86,6 +96,19 @@ std::vector<QJsonObject> childrenOf(const QJsonObject& node)
     return children;
 }
 
+/// The number by which sway finds a workspace of that name; absent where it has none, or a greater
+/// one than goals are pinned to.
+std::optional<int> numberOfWorkspace(const QString& name)
+{
+    const auto isDigit = [](QChar each) { return each >= u'0' && each <= u'9'; };
+    const auto end = std::ranges::find_if_not(name, isDigit);
+    const int number = QStringView(name.begin(), end).toInt();
+    // For sway, one with a zero in front is another one.
+    if (number < 1 || number > mostVirtualDesktops || name.startsWith(u'0'))
+        return std::nullopt;
+    return number;
+}
+
 /// What holds for the windows below a node of the tree.
 struct Surroundings
 {
@@ -93,9 +116,11 @@ struct Surroundings
     QString shownWorkspace{};
     /// As `SwayWindow::hiddenWorkspace`.
     std::optional<QString> hiddenWorkspace{};
+    /// As `SwayWindow::desktopNumber`.
+    std::optional<int> desktopNumber{};
 };
 
-Surroundings within(const QJsonObject& node, Surroundings around)
+Surroundings within(const QJsonObject& node, Surroundings around, NumberedWorkspaces& numbered)
 {
     const QString type = text(node, QStringLiteral("type"));
     if (type == QStringLiteral("output"))
@@ -104,26 +129,50 @@ Surroundings within(const QJsonObject& node, Surroundings around)
         const QString name = text(node, QStringLiteral("name"));
         if (name != around.shownWorkspace && !name.isEmpty())
             around.hiddenWorkspace = name;
+        const std::optional<int> number = numberOfWorkspace(name);
+        around.desktopNumber = number.value_or(unnumberedVirtualDesktop);
+        // Several may have one number; sway goes to the first.
+        if (number)
+            numbered.emplace(*number, name.trimmed());
     }
-    if (node.value(QStringLiteral("sticky")).toBool())
+    if (node.value(QStringLiteral("sticky")).toBool()) {
         around.hiddenWorkspace.reset();
+        around.desktopNumber = everyVirtualDesktop;
+    }
     return around;
 }
 
-void collect(const QJsonObject& node, const Surroundings& around, std::vector<SwayWindow>& windows,
-             int left)
+struct Collection
 {
-    const Surroundings inside = within(node, around);
+    std::vector<SwayWindow> windows;
+    NumberedWorkspaces workspaces;
+};
+
+void collect(const QJsonObject& node, const Surroundings& around, Collection& collection, int left)
+{
+    const Surroundings inside = within(node, around, collection.workspaces);
     // Only windows have a shell; containers of windows do not.
     if (node.contains(QStringLiteral("shell")) && number(node, QStringLiteral("id")) != 0) {
-        windows.push_back(windowOf(node));
-        windows.back().hiddenWorkspace = inside.hiddenWorkspace;
+        SwayWindow& window = collection.windows.emplace_back(windowOf(node));
+        window.hiddenWorkspace = inside.hiddenWorkspace;
+        window.desktopNumber = inside.desktopNumber;
         return;
     }
     if (left == 0)
         return;
     for (const QJsonObject& child : childrenOf(node))
-        collect(child, inside, windows, left - 1);
+        collect(child, inside, collection, left - 1);
+}
+
+QStringList namesIn(const NumberedWorkspaces& workspaces)
+{
+    const int greatest = workspaces.empty() ? 0 : workspaces.rbegin()->first;
+    QStringList names(std::max(greatest, workspacesWithKeys));
+    for (const auto& [number, name] : workspaces) {
+        if (name != QString::number(number))
+            names[number - 1] = name;
+    }
+    return names;
 }
 
 /// sway passes titles on as programs send them, which may be any bytes; one of them must not cost
@@ -139,14 +188,21 @@ QJsonDocument documentIn(const QByteArray& json)
 
 } // namespace
 
-std::optional<std::vector<SwayWindow>> windowsInTree(const QByteArray& json)
+std::optional<SwayTree> treeIn(const QByteArray& json)
 {
     const QJsonDocument document = documentIn(json);
     if (!document.isObject() || !document.object().contains(QStringLiteral("nodes")))
         return std::nullopt;
-    std::vector<SwayWindow> windows;
-    collect(document.object(), {}, windows, deepest);
-    return windows;
+    Collection collection;
+    collect(document.object(), {}, collection, deepest);
+    return SwayTree{.windows = std::move(collection.windows),
+                    .workspaces = namesIn(collection.workspaces)};
+}
+
+std::optional<std::vector<SwayWindow>> windowsInTree(const QByteArray& json)
+{
+    std::optional<SwayTree> tree = treeIn(json);
+    return tree ? std::optional(std::move(tree->windows)) : std::nullopt;
 }
 
 } // namespace kelpa::wayland

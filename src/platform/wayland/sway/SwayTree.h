@@ -1,4 +1,4 @@
-// The windows in sway's tree of containers.
+// The windows and workspaces in sway's tree of containers.
 #pragma once
 
 #include "model/Identifiers.h"
@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -33,6 +34,8 @@ struct SwayWindow
     /// The name of its workspace; absent where an output shows that, and where the window is on all
     /// workspaces of its output or on none.
     std::optional<QString> hiddenWorkspace{};
+    /// As `WindowItem::desktopNumber`. Absent on the scratchpad.
+    std::optional<int> desktopNumber{};
     /// Its name in the compositor's list of windows (ext_foreign_toplevel_list_v1); empty where
     /// sway does not tell it.
     QByteArray identifier;
@@ -40,9 +43,22 @@ struct SwayWindow
     friend bool operator==(const SwayWindow&, const SwayWindow&) = default;
 };
 
-/// The windows of a reply to `getTree`. Each container remembers in which order its own had the
-/// focus; that order is followed, so windows of one workspace come in order of activity. Bytes of a
-/// title that are no text are replaced. Absent when the reply is malformed.
+struct SwayTree
+{
+    /// Each container remembers in which order its own had the focus; that order is followed, so
+    /// windows of one workspace come in order of activity.
+    std::vector<SwayWindow> windows;
+    /// As `DiscoverySource::virtualDesktops`: the workspaces by their numbers, with which their
+    /// names begin. sway creates one when a window is sent there, so those that its own
+    /// configuration has keys for are always among them. The name is empty for one that is not
+    /// there, or has no other name than its number.
+    QStringList workspaces;
+};
+
+/// A reply to `getTree`. Bytes of a title that are no text are replaced. Absent when the reply is
+/// malformed.
+std::optional<SwayTree> treeIn(const QByteArray& json);
+/// The windows alone.
 std::optional<std::vector<SwayWindow>> windowsInTree(const QByteArray& json);
 
 } // namespace kelpa::wayland

@@ -25,6 +25,7 @@ public:
     /// The focus has raised it.
     void requestRaise() override {}
     void requestClose() override { m_commands.close(m_container); }
+    void requestVirtualDesktop(int number) override { m_commands.sendTo(m_container, number); }
 
 private:
     SwayCommands& m_commands;
@@ -37,6 +38,11 @@ private:
 bool SwayWindowActions::isTrusted() const
 {
     return m_server.isScreenCaptureTrusted();
+}
+
+void SwayWindowActions::showVirtualDesktop(int number)
+{
+    m_commands.showWorkspace(number);
 }
 
 std::optional<AccessibilityElements> SwayWindowActions::elements(ProcessID process)

@@ -28,14 +28,16 @@ std::unique_ptr<DiscoverySource> SwayWindowServer::openDiscoverySource()
 {
     const auto begin = std::chrono::steady_clock::now();
     const bool isThere = connect();
-    std::optional<std::vector<SwayWindow>> read = isThere ? readTree() : std::nullopt;
+    std::optional<SwayTree> read = isThere ? readTree() : std::nullopt;
     const bool isReplying = read.has_value();
     std::optional<std::vector<NumberedSwayWindow>> windows;
-    if (isReplying)
-        windows = numbered(m_order.sorted(*std::move(read)));
-    else if (isThere)
+    if (isReplying) {
+        windows = numbered(m_order.sorted(std::move(read->windows)));
+        m_virtualDesktops = std::move(read->workspaces);
+    } else if (isThere) {
         // While sway hangs, no window comes or goes.
         windows = this->windows();
+    }
     const std::chrono::duration<double, std::milli> taken =
         std::chrono::steady_clock::now() - begin;
     qCDebug(logWayland, "pass has %zu windows of sway%s, in %.1f ms", windows ? windows->size() : 0,
@@ -51,7 +53,7 @@ std::unique_ptr<DiscoverySource> SwayWindowServer::openDiscoverySource()
     if (!windows)
         return std::make_unique<CompositorSnapshot>();
     return std::make_unique<CompositorSnapshot>(describedWindows(*windows), m_needs.resolver,
-                                                m_needs.documents);
+                                                m_needs.documents, m_virtualDesktops);
 }
 
 bool SwayWindowServer::connect()
@@ -67,13 +69,13 @@ bool SwayWindowServer::connect()
     return true;
 }
 
-std::optional<std::vector<SwayWindow>> SwayWindowServer::readTree()
+std::optional<SwayTree> SwayWindowServer::readTree()
 {
     if (!m_connection)
         return std::nullopt;
     const std::optional<QByteArray> tree = m_connection->request(
         {SwayMessageType::getTree, {}}, std::chrono::steady_clock::now() + m_needs.replyLimit);
-    return tree ? windowsInTree(*tree) : std::nullopt;
+    return tree ? treeIn(*tree) : std::nullopt;
 }
 
 std::vector<NumberedSwayWindow> SwayWindowServer::numbered(std::vector<SwayWindow> windows)

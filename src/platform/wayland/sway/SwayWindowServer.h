@@ -13,6 +13,7 @@
 #include "platform/wayland/sway/SwaySnapshot.h"
 
 #include <QByteArray>
+#include <QStringList>
 
 #include <atomic>
 #include <chrono>
@@ -73,7 +74,7 @@ public:
 private:
     /// False when nobody listens. There may be no connection all the same, while sway hangs.
     bool connect();
-    std::optional<std::vector<SwayWindow>> readTree();
+    std::optional<SwayTree> readTree();
     /// Empty where sway does not tell it, and for a window that is gone.
     QByteArray identifierOf(WindowID number) const;
     std::vector<NumberedSwayWindow> numbered(std::vector<SwayWindow> windows);
@@ -86,6 +87,7 @@ private:
     std::unique_ptr<SwayConnection> m_connection;
     ActivationOrder m_order;
     NamedWindowNumbers m_numbers;
+    QStringList m_virtualDesktops;
 
     mutable std::mutex m_windowsMutex;
     std::optional<std::vector<NumberedSwayWindow>> m_windows;

@@ -8,13 +8,14 @@ DesktopAbilities abilitiesOfWlr(const WlrOffer& offer)
     constexpr AbilityShortfall noProtocol{.gap = AbilityGap::compositorProtocol,
                                           .isPartial = false};
     DesktopAbilities abilities;
-    abilities.shortfalls[virtualDesktops] = {.gap = AbilityGap::windowsNotSent, .isPartial = false};
     if (!offer.hasPictures)
         abilities.shortfalls[previews] = noProtocol;
     if (offer.hasSwayIpc) {
         // sway never minimises a window.
         abilities.shortfalls[minimizing] = noProtocol;
     } else {
+        abilities.shortfalls[virtualDesktops] = {.gap = AbilityGap::windowsNotSent,
+                                                 .isPartial = false};
         abilities.shortfalls[quitting] = noProtocol;
         abilities.shortfalls[geometry] = noProtocol;
         abilities.shortfalls[globalKeys] = noProtocol;

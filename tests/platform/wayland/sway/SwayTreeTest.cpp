@@ -1,5 +1,7 @@
 #include "platform/wayland/sway/SwayTree.h"
 
+#include "model/WindowItem.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -116,6 +118,68 @@ TEST(SwayTree, A_window_of_a_workspace_that_no_output_shows_names_it)
                                                                           {23, std::nullopt},
                                                                           {24, std::nullopt},
                                                                           {25, std::nullopt}}));
+}
+
+QByteArray workspaceWith(const char* name, const QByteArray& windows, const char* more = "")
+{
+    return R"({"id":9,"type":"workspace","name":")" + QByteArray(name) + R"(","nodes":[)" +
+           windows + "]" + more + "}";
+}
+
+QByteArray outputOf(const QByteArray& workspaces)
+{
+    return R"({"id":1,"type":"root","nodes":[{"id":2,"type":"output","current_workspace":"1",)"
+           R"("nodes":[)" +
+           workspaces + "]}]}";
+}
+
+TEST(SwayTree, A_window_is_on_the_desktop_whose_number_its_workspace_begins_with)
+{
+    struct Row
+    {
+        const char* workspace;
+        int number;
+    };
+    for (const Row& row :
+         {Row{"1", 1}, Row{"10", 10}, Row{"3: mail", 3}, Row{"3mail", 3}, Row{"100", 100},
+          Row{"101", unnumberedVirtualDesktop}, Row{"0", unnumberedVirtualDesktop},
+          Row{"07", unnumberedVirtualDesktop}, Row{"mail", unnumberedVirtualDesktop},
+          Row{"mail 3", unnumberedVirtualDesktop}, Row{"-3", unnumberedVirtualDesktop},
+          Row{"٣", unnumberedVirtualDesktop}, Row{" 3", unnumberedVirtualDesktop},
+          Row{"99999999999999999999", unnumberedVirtualDesktop},
+          Row{"", unnumberedVirtualDesktop}}) {
+        const auto tree = wayland::treeIn(outputOf(workspaceWith(row.workspace, window(20))));
+        ASSERT_TRUE(tree);
+        EXPECT_EQ(tree->windows.front().desktopNumber, row.number) << row.workspace;
+    }
+    const auto sticky =
+        windowsInTree(outputOf(workspaceWith("3", window(20, R"(,"sticky":true)"))));
+    ASSERT_TRUE(sticky);
+    EXPECT_EQ(sticky->front().desktopNumber, everyVirtualDesktop);
+    const auto onScratchpad = windowsInTree(R"({"nodes":[{"type":"output","nodes":[)" +
+                                            workspaceWith("3", window(20)) + "]}]}");
+    ASSERT_TRUE(onScratchpad);
+    EXPECT_EQ(onScratchpad->front().desktopNumber, std::nullopt);
+}
+
+TEST(SwayTree, Workspaces_stand_at_their_numbers_and_ten_are_always_there)
+{
+    const auto names = [](const QByteArray& workspaces) {
+        const auto tree = wayland::treeIn(outputOf(workspaces));
+        return tree ? tree->workspaces : QStringList();
+    };
+    EXPECT_EQ(names({}), QStringList(10));
+    QStringList expected(10);
+    expected[0] = QStringLiteral("1: web");
+    expected[3] = QStringLiteral("4\"] kill; exec true");
+    EXPECT_EQ(names(workspaceWith(R"(4\"] kill; exec true )", {}) + ',' +
+                    workspaceWith("mail", {}) + ',' + workspaceWith("1: web", {}) + ',' +
+                    workspaceWith("1: other", {}) + ',' + workspaceWith("2", {})),
+              expected);
+    expected = QStringList(100);
+    expected[99] = QStringLiteral("100: last");
+    EXPECT_EQ(names(workspaceWith("100: last", {}) + ',' + workspaceWith("101: none", {})),
+              expected);
 }
 
 TEST(SwayTree, A_process_that_cannot_be_one_is_absent)

@@ -1,5 +1,6 @@
 #include "platform/wayland/sway/SwayWindowServer.h"
 
+#include "model/WindowItem.h"
 #include "platform/wayland/sway/SwayCommands.h"
 #include "platform/wayland/sway/SwayWindowActions.h"
 #include "support/ListedTitles.h"
@@ -162,11 +163,38 @@ TEST_F(SwayServerTest, An_action_is_on_the_window_of_the_element_alone)
     elements->front()->requestFocus();
     elements->front()->requestRaise();
     elements->front()->requestClose();
+    elements->front()->requestVirtualDesktop(3);
+    actions.showVirtualDesktop(4);
     commands.closeAll(71);
     EXPECT_TRUE(commands.focusLatest(71));
     EXPECT_FALSE(commands.focusLatest(73));
-    EXPECT_EQ(sway->commands(), (QList<QByteArray>{"[con_id=6] focus", "[con_id=6] kill",
-                                                   "[con_id=5] kill", "[con_id=5] focus"}));
+    EXPECT_EQ(sway->commands(),
+              (QList<QByteArray>{"[con_id=6] focus", "[con_id=6] kill",
+                                 "[con_id=6] move --no-auto-back-and-forth container to "
+                                 "workspace number 3",
+                                 "workspace --no-auto-back-and-forth number 4", "[con_id=5] kill",
+                                 "[con_id=5] focus"}));
+}
+
+TEST_F(SwayServerTest, A_pass_has_the_workspaces_and_on_which_each_window_is)
+{
+    sway->setTree(R"({"id":1,"nodes":[{"id":2,"type":"output","current_workspace":"2: mail",)"
+                  R"("nodes":[{"id":3,"type":"workspace","name":"2: mail","nodes":[)" +
+                  terminal + R"(]},{"id":4,"type":"workspace","name":"web","nodes":[)" + other +
+                  "]}]}]}");
+    const auto server = start(*sway, 300ms);
+    const auto source = server->openDiscoverySource();
+    QStringList names(10);
+    names[1] = QStringLiteral("2: mail");
+    EXPECT_EQ(source->virtualDesktops(), names);
+    const auto entries = source->windowList(WindowListScope::all);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 2U);
+    for (const WindowListEntry& each : *entries)
+        EXPECT_EQ(each.desktopNumber,
+                  each.name == QStringLiteral("one") ? 2 : unnumberedVirtualDesktop);
+    sway->setHanging(true);
+    EXPECT_EQ(server->openDiscoverySource()->virtualDesktops(), names) << "while sway hangs";
 }
 
 } // namespace
