@@ -302,6 +302,7 @@ void Program::followDesktop()
     m_buses.whenSessionAnswers([this] {
         m_view.followAppearance(m_desktop->appearanceOfPortal());
         m_view.followMotion(m_desktop->motionOfPortal());
+        m_view.followContrast(m_desktop->contrastOfPortal());
         m_session.shortcuts().allow();
     });
 }

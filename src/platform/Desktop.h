@@ -8,6 +8,7 @@
 namespace kelpa {
 
 class AppearanceSetting;
+class ContrastSetting;
 class GlobalKeys;
 class MotionSetting;
 class Notifications;
@@ -36,6 +37,7 @@ public:
     /// The settings of the settings portal, which is queried once one of them is watched.
     virtual AppearanceSetting& appearanceOfPortal() = 0;
     virtual MotionSetting& motionOfPortal() = 0;
+    virtual ContrastSetting& contrastOfPortal() = 0;
 };
 
 } // namespace kelpa

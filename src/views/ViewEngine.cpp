@@ -278,6 +278,11 @@ void ViewEngine::followMotion(MotionSetting& setting)
     m_parts->desktopAppearance->followMotion(setting);
 }
 
+void ViewEngine::followContrast(ContrastSetting& setting)
+{
+    m_parts->desktopAppearance->followContrast(setting);
+}
+
 void ViewEngine::setOccluded(bool isOccluded)
 {
     m_parts->isOccluded = isOccluded;

@@ -18,6 +18,7 @@ namespace kelpa {
 
 class Applications;
 class AppearanceSetting;
+class ContrastSetting;
 class BackupBrowser;
 class BoardTransfer;
 class DesktopShortcuts;
@@ -82,6 +83,7 @@ public:
     /// after `prepare`; the setting outlives this object.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
+    void followContrast(ContrastSetting& setting);
 
     /// Whether the whole window lies behind others, which it does not at first.
     void setOccluded(bool isOccluded);

@@ -67,6 +67,11 @@ void World::setDark(bool isDark)
     m_viewSettings->setAppearance(isDark ? Appearance::dark : Appearance::light);
 }
 
+void World::setHighContrast(bool isHigh)
+{
+    m_viewSettings->setHighContrast(isHigh);
+}
+
 void World::lack(const QString& ability, bool isPartial)
 {
     const QHash<QString, std::pair<DesktopAbility, AbilityGap>> known{

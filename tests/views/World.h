@@ -42,6 +42,7 @@ public:
     void followLanguage(ViewSettings& settings);
 
     Q_INVOKABLE void setDark(bool isDark);
+    Q_INVOKABLE void setHighContrast(bool isHigh);
     Q_INVOKABLE void addWindow(quint32 id, const QString& title);
     /// Opens a window as well, without notifying the board.
     Q_INVOKABLE void openWindow(quint32 id, const QString& title);

@@ -27,6 +27,7 @@ public:
     MotionSetting& motionOnDisplay() override;
     AppearanceSetting& appearanceOfPortal() final;
     MotionSetting& motionOfPortal() final;
+    ContrastSetting& contrastOfPortal() final;
 
 protected:
     /// `scheduler` outlives this object.

@@ -1,6 +1,7 @@
 #include "views/appearance/DesktopAppearance.h"
 
 #include "platform/AppearanceSetting.h"
+#include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
 #include "views/appearance/ViewSettings.h"
 
@@ -54,6 +55,13 @@ void DesktopAppearance::followMotion(MotionSetting& setting)
     m_subscriptions.push_back(setting.watchAnimations([this, place](std::optional<bool> areWanted) {
         m_sources.desktopAnimations.at(place) = areWanted;
         update();
+    }));
+}
+
+void DesktopAppearance::followContrast(ContrastSetting& setting)
+{
+    m_subscriptions.push_back(setting.watchContrast([this](std::optional<bool> isHigh) {
+        m_settings.setHighContrast(isHigh.value_or(false));
     }));
 }
 

@@ -1,4 +1,4 @@
-// Follows the desktop's settings for light or dark and for the amount of motion.
+// Follows the desktop's settings for light or dark, for the amount of motion and for contrast.
 #pragma once
 
 #include "platform/Subscription.h"
@@ -13,6 +13,7 @@
 namespace kelpa {
 
 class AppearanceSetting;
+class ContrastSetting;
 class MotionSetting;
 class ViewSettings;
 
@@ -32,6 +33,7 @@ public:
     /// Follows a setting of the desktop, unless its value is fixed. There may be several of motion.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
+    void followContrast(ContrastSetting& setting);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

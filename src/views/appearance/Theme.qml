@@ -9,18 +9,21 @@ QtObject {
     id: root
 
     readonly property bool isDark: ViewSettings.isDark
+    readonly property bool isHighContrast: ViewSettings.isHighContrast
 
     // Grounds, from the back to the front.
-    readonly property color window: isDark ? "#1b1c1f" : "#f4f5f7"
-    readonly property color column: isDark ? "#242529" : "#eaecef"
-    readonly property color card: isDark ? "#303237" : "#ffffff"
-    readonly property color field: isDark ? "#2a2b30" : "#ffffff"
-    readonly property color popup: isDark ? "#303237" : "#ffffff"
+    readonly property color window: root.shade("#1b1c1f", "#f4f5f7", "#000000", "#ffffff")
+    readonly property color column: root.shade("#242529", "#eaecef", "#121315", "#f0f1f4")
+    readonly property color card: root.shade("#303237", "#ffffff", "#1b1c1f", "#ffffff")
+    readonly property color field: root.shade("#2a2b30", "#ffffff", "#0c0d0e", "#ffffff")
+    readonly property color popup: root.shade("#303237", "#ffffff", "#1b1c1f", "#ffffff")
     readonly property color scrim: isDark ? "#8c000000" : "#5920242c"
 
     // What a search does not find steps back behind what it finds.
     readonly property color found: isDark ? "#59f2c14e" : "#80f5c542"
-    readonly property real recedingOpacity: 0.65
+    readonly property real recedingOpacity: root.isHighContrast ? 0.75 : 0.65
+    // An entry of the rail that is neither selected nor below the pointer.
+    readonly property real restingOpacity: root.isHighContrast ? 0.8 : 0.65
 
     // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
     readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"
@@ -28,40 +31,41 @@ QtObject {
     readonly property color accepting: isDark ? "#2e5b93ff" : "#1f2563eb"
 
     // Text is readable (4.5 to 1) on every ground above, also under the pointer; symbols and the
-    // outlines of fields stand out (3 to 1).
-    readonly property color text: isDark ? "#f1f2f4" : "#191b1f"
-    readonly property color secondaryText: isDark ? "#bcbfc8" : "#565b66"
+    // outlines of fields stand out (3 to 1). Where high contrast is wanted, that is 7 and 4.5 to 1, and
+    // cards and buttons have outlines that stand out.
+    readonly property color text: root.shade("#f1f2f4", "#191b1f", "#ffffff", "#000000")
+    readonly property color secondaryText: root.shade("#bcbfc8", "#565b66", "#e2e4e9", "#2c3037")
     readonly property color textOnAccent: "#ffffff"
 
-    readonly property color accent: isDark ? "#2f6be4" : "#2563eb"
-    readonly property color accentHover: isDark ? "#2a60d2" : "#1d57d8"
-    readonly property color accentPress: isDark ? "#2455bd" : "#194cbe"
-    readonly property color accentText: isDark ? "#9dbfff" : "#1d4fd0"
-    readonly property color destructive: isDark ? "#ffada5" : "#b3261e"
-    readonly property color warning: isDark ? "#f2c14e" : "#8a5a00"
+    readonly property color accent: root.shade("#2f6be4", "#2563eb", "#164bb5", "#1546ab")
+    readonly property color accentHover: root.shade("#2a60d2", "#1d57d8", "#12409c", "#103a90")
+    readonly property color accentPress: root.shade("#2455bd", "#194cbe", "#0f3580", "#0c2f75")
+    readonly property color accentText: root.shade("#9dbfff", "#1d4fd0", "#c4d8ff", "#0b3494")
+    readonly property color destructive: root.shade("#ffada5", "#b3261e", "#ffd0cb", "#7d120b")
+    readonly property color warning: root.shade("#f2c14e", "#8a5a00", "#ffd97a", "#5c3b00")
     readonly property color warningGround: isDark ? "#332c1c" : "#fdf3dc"
 
     /// By the stored text of a priority, the most urgent first.
     readonly property var priorityColors: ({
-        "p0": isDark ? "#ffa198" : "#b3261e",
-        "p1": isDark ? "#ffb067" : "#9a4a00",
-        "p2": isDark ? "#8db4ff" : "#1d4fd0",
-        "p3": isDark ? "#bcbfc8" : "#565b66"
+        "p0": root.shade("#ffa198", "#b3261e", "#ffc4be", "#7d120b"),
+        "p1": root.shade("#ffb067", "#9a4a00", "#ffd0a3", "#6b3200"),
+        "p2": root.shade("#8db4ff", "#1d4fd0", "#c4d8ff", "#0b3494"),
+        "p3": root.shade("#bcbfc8", "#565b66", "#e2e4e9", "#2c3037")
     })
-    readonly property color done: isDark ? "#6fd08c" : "#1d7a3a"
+    readonly property color done: root.shade("#6fd08c", "#1d7a3a", "#a5e8b8", "#0e5526")
 
-    readonly property color outline: isDark ? "#24ffffff" : "#1a14181f"
+    readonly property color outline: root.shade("#24ffffff", "#1a14181f", "#a6ffffff", "#a614181f")
     // The ground of the rail beside the board, from its top to its bottom.
-    readonly property color railTop: isDark ? "#2a2c32" : "#e6eaf2"
-    readonly property color railBottom: isDark ? "#202125" : "#eff0f3"
-    readonly property color cardOutline: isDark ? "#12ffffff" : "#1214181f"
-    readonly property color selectedCardOutline: isDark ? "#298db4ff" : "#292563eb"
-    readonly property color fieldOutline: isDark ? "#858a94" : "#7b818d"
-    readonly property color focus: isDark ? "#8db4ff" : "#2563eb"
+    readonly property color railTop: root.shade("#2a2c32", "#e6eaf2", "#121315", "#f0f1f4")
+    readonly property color railBottom: root.shade("#202125", "#eff0f3", "#0c0d0e", "#f7f8fa")
+    readonly property color cardOutline: root.shade("#12ffffff", "#1214181f", "#a6ffffff", "#a614181f")
+    readonly property color selectedCardOutline: root.shade("#298db4ff", "#292563eb", "#c4d8ff", "#0b3494")
+    readonly property color fieldOutline: root.shade("#858a94", "#7b818d", "#e2e4e9", "#2c3037")
+    readonly property color focus: root.shade("#8db4ff", "#2563eb", "#c4d8ff", "#0b3494")
     // The outline around the card that holds the selection.
-    readonly property color enteredOutline: isDark ? "#598db4ff" : "#592563eb"
+    readonly property color enteredOutline: root.shade("#598db4ff", "#592563eb", "#c4d8ff", "#0b3494")
     readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"
-    readonly property color closing: isDark ? "#d93a31" : "#b3261e"
+    readonly property color closing: root.shade("#d93a31", "#b3261e", "#a3221a", "#8f1c15")
     readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"
     // The shadow of items that float over the board, where it is darkest.
     readonly property color floatingShadow: isDark ? "#70000000" : "#2814181f"
@@ -113,6 +117,12 @@ QtObject {
     readonly property int mediumTime: ViewSettings.isReducingMotion ? 0 : 200
     readonly property int tipDelay: 700
 
+    /// The colour of the present appearance.
+    function shade(dark: string, light: string, highDark: string, highLight: string): color {
+        if (root.isHighContrast)
+            return root.isDark ? highDark : highLight;
+        return root.isDark ? dark : light;
+    }
     function priorityColor(priority: string): color {
         return root.priorityColors[priority] ?? root.secondaryText;
     }
@@ -121,6 +131,6 @@ QtObject {
     }
     /// The accent as the edge of a dot and as a symbol, which stand out from every ground.
     function accentEdge(accent: string): color {
-        return Qt.tint(root.accentColor(accent), Qt.alpha(root.text, 0.65));
+        return Qt.tint(root.accentColor(accent), Qt.alpha(root.text, root.isHighContrast ? 0.8 : 0.65));
     }
 }

@@ -80,6 +80,14 @@ void ViewSettings::setReducingMotion(bool isReducing)
     Q_EMIT isReducingMotionChanged();
 }
 
+void ViewSettings::setHighContrast(bool isHigh)
+{
+    if (m_isHighContrast == isHigh)
+        return;
+    m_isHighContrast = isHigh;
+    Q_EMIT isHighContrastChanged();
+}
+
 void ViewSettings::setSeen(bool isSeen)
 {
     if (m_isSeen == isSeen)

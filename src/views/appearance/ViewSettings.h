@@ -26,6 +26,8 @@ class ViewSettings : public QObject
     Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
     Q_PROPERTY(bool isReducingMotion READ isReducingMotion WRITE setReducingMotion NOTIFY
                    isReducingMotionChanged)
+    Q_PROPERTY(
+        bool isHighContrast READ isHighContrast WRITE setHighContrast NOTIFY isHighContrastChanged)
     Q_PROPERTY(bool isSeen READ isSeen WRITE setSeen NOTIFY isSeenChanged)
     /// Whether the first frame is still to be drawn: what nobody can see in it comes after it.
     Q_PROPERTY(bool isStarting READ isStarting WRITE setStarting NOTIFY isStartingChanged)
@@ -43,6 +45,10 @@ public:
     /// Whether movement on the screen is to be avoided.
     bool isReducingMotion() const { return m_isReducingMotion; }
     void setReducingMotion(bool isReducing);
+
+    /// Whether texts, symbols and edges are to stand out more than usual.
+    bool isHighContrast() const { return m_isHighContrast; }
+    void setHighContrast(bool isHigh);
 
     /// Whether any of the window is visible: animations run only then.
     bool isSeen() const { return m_isSeen; }
@@ -69,6 +75,7 @@ public:
 Q_SIGNALS:
     void appearanceChanged();
     void isReducingMotionChanged();
+    void isHighContrastChanged();
     void isSeenChanged();
     void isStartingChanged();
     void fontFamiliesChanged();
@@ -77,6 +84,7 @@ Q_SIGNALS:
 private:
     Appearance m_appearance = Appearance::light;
     bool m_isReducingMotion = false;
+    bool m_isHighContrast = false;
     bool m_isSeen = true;
     bool m_isStarting = false;
     QStringList m_fontFamilies;

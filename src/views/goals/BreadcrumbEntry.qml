@@ -43,7 +43,7 @@ PressButton {
     width: root.list.width - root.x
     height: 18
     text: root.title
-    opacity: root.isSelected || root.hovered || entryDrop.wouldReceive ? 1 : 0.65
+    opacity: root.isSelected || root.hovered || entryDrop.wouldReceive ? 1 : Theme.restingOpacity
     Accessible.role: Accessible.ListItem
     Accessible.selectable: true
     Accessible.selected: root.isSelected

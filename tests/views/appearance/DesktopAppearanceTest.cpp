@@ -2,6 +2,7 @@
 #include "views/appearance/DesktopAppearance.h"
 
 #include "platform/AppearanceSetting.h"
+#include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
 #include "views/appearance/ViewSettings.h"
 
@@ -70,6 +71,17 @@ public:
     Listeners<bool> listeners;
 };
 
+class FakeContrast : public ContrastSetting
+{
+public:
+    std::unique_ptr<Subscription>
+    watchContrast(std::function<void(std::optional<bool>)> changed) override
+    {
+        return listeners.add(std::move(changed));
+    }
+    Listeners<bool> listeners;
+};
+
 class DesktopAppearanceTest : public testing::Test
 {
 protected:
@@ -125,6 +137,23 @@ TEST_F(DesktopAppearanceTest, Motion_is_reduced_while_one_of_several_settings_as
     portal.listeners.report(false);
     display.listeners.report(true);
     EXPECT_TRUE(settings.isReducingMotion());
+}
+
+TEST_F(DesktopAppearanceTest, Contrast_is_high_while_the_desktop_wants_it)
+{
+    FakeContrast contrast;
+    follow(std::nullopt, std::nullopt);
+    followed->followContrast(contrast);
+    EXPECT_FALSE(settings.isHighContrast());
+    contrast.listeners.report(true);
+    EXPECT_TRUE(settings.isHighContrast());
+    contrast.listeners.report(false);
+    EXPECT_FALSE(settings.isHighContrast());
+    contrast.listeners.report(true);
+    contrast.listeners.report(std::nullopt);
+    EXPECT_FALSE(settings.isHighContrast());
+    followed.reset();
+    EXPECT_EQ(contrast.listeners.count(), 0U);
 }
 
 TEST_F(DesktopAppearanceTest, What_is_fixed_is_not_even_listened_to)

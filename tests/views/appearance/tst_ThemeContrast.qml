@@ -13,6 +13,7 @@ TestCase {
 
     function cleanup() {
         world.setDark(false);
+        world.setHighContrast(false);
     }
     function luminance(color) {
         const linear = each => each <= 0.04045 ? each / 12.92 : Math.pow((each + 0.055) / 1.055, 2.4);
@@ -58,34 +59,43 @@ TestCase {
         return names.map(name => [name + " at " + opacity, Qt.alpha(Theme[name], opacity)]);
     }
     function test_contrast_data() {
-        return [{ tag: "light", isDark: false }, { tag: "dark", isDark: true }];
+        return [{ tag: "light", isDark: false, isHigh: false }, { tag: "dark", isDark: true, isHigh: false },
+            { tag: "light with high contrast", isDark: false, isHigh: true },
+            { tag: "dark with high contrast", isDark: true, isHigh: true }];
     }
     function test_contrast(row) {
         world.setDark(row.isDark);
+        world.setHighContrast(row.isHigh);
         compare(Theme.isDark, row.isDark);
+        // Of texts, and of symbols and outlines.
+        const text = row.isHigh ? 7 : 4.5;
+        const symbol = row.isHigh ? 4.5 : 3;
         const all = groundsWith(grounds, overlays);
         const rail = groundsWith(["railTop", "railBottom"], overlays);
-        compare(faults(4.5, named(["text", "secondaryText", "accentText"]), all), []);
-        compare(faults(4.5, named(["text"]), groundsWith(grounds, ["found"])), []);
-        compare(faults(4.5, named(["text", "secondaryText"]), groundsWith(["warningGround"], [])), []);
-        compare(faults(4.5, named(["destructive"]), groundsWith(["popup"], ["hover", "press"])), []);
-        compare(faults(4.5, faded(["text"], 0.65), groundsWith(["railTop", "railBottom"], [])), []);
-        compare(faults(4.5, named(["text"]), rail), []);
-        compare(faults(4.5, faded(["text"], Theme.recedingOpacity), groundsWith(["column"], [])), []);
-        compare(faults(4.5, named(["textOnAccent"]),
+        compare(faults(text, named(["text", "secondaryText", "accentText"]), all), []);
+        compare(faults(text, named(["text"]), groundsWith(grounds, ["found"])), []);
+        compare(faults(text, named(["text", "secondaryText"]), groundsWith(["warningGround"], [])), []);
+        compare(faults(text, named(["destructive"]), groundsWith(["popup"], ["hover", "press"])), []);
+        compare(faults(text, faded(["text"], Theme.restingOpacity), groundsWith(["railTop", "railBottom"], [])), []);
+        compare(faults(text, named(["text"]), rail), []);
+        compare(faults(text, faded(["text"], Theme.recedingOpacity), groundsWith(["column"], [])), []);
+        compare(faults(text, named(["textOnAccent"]),
                        groundsWith(["accent", "accentHover", "accentPress", "closing"], [])), []);
         // A tip, and the toast, are as dark as the text and have the colour of the window.
-        compare(faults(4.5, named(["window"]), groundsWith(["text"], [])), []);
+        compare(faults(text, named(["window"]), groundsWith(["text"], [])), []);
         // Symbols and outlines.
-        compare(faults(3, named(["secondaryText", "focus", "done", "accentText"]).concat(priorities()), all),
+        compare(faults(symbol, named(["secondaryText", "focus", "done", "accentText"]).concat(priorities()), all),
                 []);
-        compare(faults(3, accents(), all.concat(rail)), []);
-        const atRest = accents().map(([name, color]) => [name + " at rest", Qt.alpha(color, 0.65)]);
-        compare(faults(3, atRest, groundsWith(["railTop", "railBottom"], [])), []);
+        compare(faults(symbol, accents(), all.concat(rail)), []);
+        const atRest = accents().map(([name, color]) => [name + " at rest", Qt.alpha(color, Theme.restingOpacity)]);
+        compare(faults(symbol, atRest, groundsWith(["railTop", "railBottom"], [])), []);
         // A mark on a card.
-        compare(faults(3, named(["warning"]), groundsWith(["card"], overlays)), []);
-        compare(faults(3, named(["fieldOutline"]), groundsWith(["window", "column", "card", "field"], [])),
+        compare(faults(symbol, named(["warning"]), groundsWith(["card"], overlays)), []);
+        compare(faults(symbol, named(["fieldOutline"]), groundsWith(["window", "column", "card", "field"], [])),
                 []);
-        compare(faults(3, named(["warning"]), groundsWith(["warningGround"], [])), []);
+        compare(faults(symbol, named(["warning"]), groundsWith(["warningGround"], [])), []);
+        if (row.isHigh)
+            compare(faults(symbol, named(["outline", "cardOutline", "selectedCardOutline", "enteredOutline"]),
+                           groundsWith(grounds, [])), []);
     }
 }

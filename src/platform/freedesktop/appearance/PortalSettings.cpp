@@ -3,9 +3,9 @@
 #include "platform/freedesktop/appearance/SettingsPortal.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <utility>
+#include <vector>
 
 namespace kelpa {
 
@@ -14,52 +14,54 @@ namespace {
 const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
 
-/// 1 means reduced, anything else no preference.
-std::optional<bool> isReducedByAll(const QVariant& value)
+/// 1 means that the setting asks for it, anything else no preference.
+std::optional<bool> isOne(const QVariant& value)
 {
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     return isNumber ? std::optional(number == 1) : std::nullopt;
 }
 
-std::optional<bool> isReducedByGnome(const QVariant& value)
+std::optional<bool> isTrue(const QVariant& value)
 {
-    return value.typeId() == QMetaType::Bool ? std::optional(!value.toBool()) : std::nullopt;
+    return value.typeId() == QMetaType::Bool ? std::optional(value.toBool()) : std::nullopt;
+}
+
+std::optional<bool> isFalse(const QVariant& value)
+{
+    const std::optional<bool> isSet = isTrue(value);
+    return isSet ? std::optional(!*isSet) : std::nullopt;
 }
 
 /// The factor of all durations, as the text in the configuration file.
-std::optional<bool> isReducedByKde(const QVariant& value)
+std::optional<bool> isZero(const QVariant& value)
 {
     bool isNumber = false;
     const double factor = value.toDouble(&isNumber);
     return isNumber ? std::optional(factor == 0) : std::nullopt;
 }
 
-struct MotionKey
+/// A setting by which a person asks for something, and whether a value of it does so; absent for a
+/// value that means nothing.
+struct WishKey
 {
     QString space;
     QString key;
-    std::optional<bool> (*isReduced)(const QVariant& value);
+    std::optional<bool> (*isAsking)(const QVariant& value);
 };
 
-/// The setting that desktops have in common, and older ones of single desktops.
-const std::array<MotionKey, 3> motionKeys{{
-    {appearanceSpace, QStringLiteral("reduced-motion"), isReducedByAll},
-    {QStringLiteral("org.gnome.desktop.interface"), QStringLiteral("enable-animations"),
-     isReducedByGnome},
-    {QStringLiteral("org.kde.kdeglobals.KDE"), QStringLiteral("AnimationDurationFactor"),
-     isReducedByKde},
-}};
+using WishKeys = std::vector<WishKey>;
 
-/// Its index among the motion settings; absent for any other setting.
-std::optional<std::size_t> motionKeyIndex(const QString& space, const QString& key)
-{
-    const auto* const found = std::ranges::find_if(
-        motionKeys, [&](const MotionKey& each) { return each.space == space && each.key == key; });
-    if (found == motionKeys.end())
-        return std::nullopt;
-    return static_cast<std::size_t>(found - motionKeys.begin());
-}
+/// The setting that desktops have in common, and older ones of single desktops.
+const WishKeys motionKeys{
+    {appearanceSpace, QStringLiteral("reduced-motion"), isOne},
+    {QStringLiteral("org.gnome.desktop.interface"), QStringLiteral("enable-animations"), isFalse},
+    {QStringLiteral("org.kde.kdeglobals.KDE"), QStringLiteral("AnimationDurationFactor"), isZero},
+};
+const WishKeys contrastKeys{
+    {appearanceSpace, QStringLiteral("contrast"), isOne},
+    {QStringLiteral("org.gnome.desktop.a11y.interface"), QStringLiteral("high-contrast"), isTrue},
+};
 
 /// Subscribes to the portal and reports values that differ from the previous one.
 template <class Value>
@@ -111,33 +113,40 @@ public:
     }
 };
 
-class AnimationsWatch final : public PortalWatch<bool>
+/// Reports `whenAsked` while any of several settings asks, and the opposite otherwise.
+class WishWatch final : public PortalWatch<bool>
 {
 public:
-    AnimationsWatch(std::shared_ptr<SettingsPortal> portal,
-                    std::function<void(std::optional<bool>)> changed)
-        : PortalWatch(std::move(portal), std::move(changed))
+    /// `keys` outlive the object.
+    WishWatch(std::shared_ptr<SettingsPortal> portal, const WishKeys& keys, bool whenAsked,
+              std::function<void(std::optional<bool>)> changed)
+        : PortalWatch(std::move(portal), std::move(changed)), m_keys(keys), m_whenAsked(whenAsked),
+          m_isAsked(keys.size())
     {
         listen([this](const QString& space, const QString& key, const QVariant& value) {
             take(space, key, value);
         });
-        for (const MotionKey& each : motionKeys)
+        for (const WishKey& each : m_keys)
             read(each.space, each.key);
     }
 
 private:
     void take(const QString& space, const QString& key, const QVariant& value)
     {
-        const auto index = motionKeyIndex(space, key);
-        const auto isReduced = index ? motionKeys.at(*index).isReduced(value) : std::nullopt;
-        if (!isReduced)
+        const auto found = std::ranges::find_if(
+            m_keys, [&](const WishKey& each) { return each.space == space && each.key == key; });
+        const auto isAsking = found == m_keys.end() ? std::nullopt : found->isAsking(value);
+        if (!isAsking)
             return;
-        m_isReduced.at(*index) = isReduced;
+        m_isAsked.at(static_cast<std::size_t>(found - m_keys.begin())) = isAsking;
         // Of several settings, the others may still have their initial value.
-        report(std::ranges::find(m_isReduced, std::optional(true)) == m_isReduced.end());
+        const bool isAsked = std::ranges::find(m_isAsked, std::optional(true)) != m_isAsked.end();
+        report(isAsked == m_whenAsked);
     }
 
-    std::array<std::optional<bool>, motionKeys.size()> m_isReduced;
+    const WishKeys& m_keys;
+    const bool m_whenAsked;
+    std::vector<std::optional<bool>> m_isAsked;
 };
 
 } // namespace
@@ -165,7 +174,13 @@ PortalSettings::watchAppearance(std::function<void(std::optional<Appearance> pre
 std::unique_ptr<Subscription>
 PortalSettings::watchAnimations(std::function<void(std::optional<bool> areWanted)> changed)
 {
-    return std::make_unique<AnimationsWatch>(portal(), std::move(changed));
+    return std::make_unique<WishWatch>(portal(), motionKeys, false, std::move(changed));
+}
+
+std::unique_ptr<Subscription>
+PortalSettings::watchContrast(std::function<void(std::optional<bool> isHigh)> changed)
+{
+    return std::make_unique<WishWatch>(portal(), contrastKeys, true, std::move(changed));
 }
 
 std::shared_ptr<SettingsPortal> PortalSettings::portal()

@@ -1,7 +1,8 @@
-// The appearance and the motion setting of the desktop's settings portal.
+// The settings of the desktop's settings portal for appearance, motion and contrast.
 #pragma once
 
 #include "platform/AppearanceSetting.h"
+#include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
 
 #include <QString>
@@ -17,7 +18,7 @@ class SettingsPortal;
 
 /// The portal is not called before the first subscription, and all subscriptions share one
 /// connection.
-class PortalSettings final : public AppearanceSetting, public MotionSetting
+class PortalSettings final : public AppearanceSetting, public MotionSetting, public ContrastSetting
 {
 public:
     /// `scheduler` outlives this object and its subscriptions.
@@ -29,6 +30,10 @@ public:
     /// Where several motion settings exist, animations are wanted when all of them want them.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchAnimations(std::function<void(std::optional<bool> areWanted)> changed) override;
+
+    /// Where several contrast settings exist, more contrast is wanted when one of them wants it.
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchContrast(std::function<void(std::optional<bool> isHigh)> changed) override;
 
 private:
     std::shared_ptr<SettingsPortal> portal();

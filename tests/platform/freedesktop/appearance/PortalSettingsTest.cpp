@@ -1,4 +1,5 @@
-// Light, dark and motion as a settings portal reports them. Runs on a message bus of its own.
+// Light, dark, motion and contrast as a settings portal reports them. Runs on a message bus of its
+// own.
 #include "platform/freedesktop/appearance/PortalSettings.h"
 
 #include "support/CaseName.h"
@@ -271,6 +272,31 @@ INSTANTIATE_TEST_SUITE_P(
         MotionCase{"of_KDE_as_a_number", "org.kde.kdeglobals.KDE/AnimationDurationFactor", 0.0, 1.0,
                    QStringLiteral("none")}),
     caseName);
+
+TEST_F(PortalTest, Contrast_is_high_while_one_setting_of_several_asks_for_it)
+{
+    const QString common = QStringLiteral("org.freedesktop.appearance/contrast");
+    const QString ofGnome = QStringLiteral("org.gnome.desktop.a11y.interface/high-contrast");
+    Wishes heard;
+    const auto hears = [&](const Wishes& expected) {
+        return QTest::qWaitFor([&] { return heard == expected; });
+    };
+    portal.set(ofGnome, true);
+    const auto watch =
+        settings.watchContrast([&](std::optional<bool> isHigh) { heard.push_back(isHigh); });
+    scheduler.advance(std::chrono::milliseconds(0));
+    EXPECT_TRUE(hears(Wishes{true}));
+    portal.set(common, 0U);
+    portal.set(ofGnome, QStringLiteral("no"));
+    portal.set(ofGnome, false);
+    EXPECT_TRUE(hears(Wishes{true, false}));
+    portal.set(common, 2U);
+    portal.set(animations, false);
+    portal.set(common, 1U);
+    EXPECT_TRUE(hears(Wishes{true, false, true}));
+    portal.set(common, 0U);
+    EXPECT_TRUE(hears(Wishes{true, false, true, false}));
+}
 
 TEST(ColorScheme, One_is_dark_two_is_light_and_the_rest_has_no_preference)
 {
