@@ -26,12 +26,13 @@ def check_assigned_one_is_there_after_a_restart(desktop, binary):
         kelpa.wait_for_card(boards.UNSORTED, "Second terminal")
 
 
-def check_goal_opens_one(desktop, binary, terminal):
-    """A goal's menu starts `terminal`, whose window has the keyboard and belongs to the goal."""
+def check_goal_opens_one(desktop, binary, terminal, env=None):
+    """A goal's menu starts `terminal`, whose window has the keyboard and belongs to the goal. `env` is told to
+    Kelpa."""
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Release", [])])
     desktop.start_foot("Already there")
-    with Kelpa(desktop, binary, path, env={"TERMINAL": terminal}) as kelpa:
+    with Kelpa(desktop, binary, path, env={"TERMINAL": terminal} | (env or {})) as kelpa:
         kelpa.wait_for_card(boards.UNSORTED, "Already there")
         before = {window.number for window in desktop.windows()}
         assistant = Assistant(desktop, kelpa)
