@@ -27,13 +27,18 @@ def main():
     elif shutil.which("kwin_wayland") is None:
         print("not installed: kwin_wayland")
         return _SKIPPED
+    import activities
     import processes
     import scenario_run
     from kwin import KwinDesktop
 
     processes.exit_on_signals()
     scenario = getattr(importlib.import_module(module), function)
-    with KwinDesktop(pathlib.Path(directory) / "desktop", root) as desktop:
+    options = getattr(scenario, "desktop", {})
+    if options.get("has_activities") and not activities.is_installed():
+        print("not installed: kactivitymanagerd")
+        return _SKIPPED
+    with KwinDesktop(pathlib.Path(directory) / "desktop", root, **options) as desktop:
         return scenario_run.run(desktop, binary, scenario, has_picture=False)
 
 

@@ -6,12 +6,25 @@ import pathlib
 import shutil
 import sys
 
+import kwin_picture
 import other_root
+import processes
+from activities import Activities
 from harness import Desktop
 from kwin_script import KwinScript
 from processes import wait_until
 
-_PROGRAM = pathlib.Path(__file__).resolve().parent / "plain_program.py"
+PROGRAM = pathlib.Path(__file__).resolve().parent / "plain_program.py"
+
+
+# Only programs that ask for the service are served.
+_ENTRY = """[Desktop Entry]
+Type=Application
+Name=Under test
+Exec={path}
+NoDisplay=true
+X-KDE-DBUS-Restricted-Interfaces=org.kde.KWin.ScreenShot2
+"""
 
 
 class Window:
@@ -27,11 +40,18 @@ class Window:
 
 class KwinDesktop(Desktop):
     """The same as a desktop on X11, as far as a scenario needs it. A window's number is its UUID.
-    KWin is that of `root`, a folder with another system, or this system's own."""
+    KWin is that of `root`, a folder with another system, or this system's own. With `has_opengl` it draws
+    as on a screen, by the processor, and so has pictures of windows for the programs that are `named`; with
+    `has_xwayland` there is an X server for programs on X11, and with `has_activities` the service of KDE's
+    activities."""
 
-    def __init__(self, directory, root=None):
+    def __init__(self, directory, root=None, has_opengl=False, has_xwayland=False, has_activities=False):
         super().__init__(directory)
         self._root = root
+        self._compositing = "O2" if has_opengl else "Q"
+        self._xwayland = ["--xwayland"] if has_xwayland else []
+        self._has_activities = has_activities
+        self.activities = None
         self._kwin = None
         self._script = None
 
@@ -54,14 +74,18 @@ class KwinDesktop(Desktop):
             installed = self._root / "usr/bin/kwin_wayland" if self._root else shutil.which("kwin_wayland")
             shutil.copy(installed, program)
         self._script = KwinScript(self._private)
+        if self._has_activities:
+            self.activities = Activities(self, self._script)
         self.start_kwin()
 
     def start_kwin(self):
         runtime = pathlib.Path(self.env["XDG_RUNTIME_DIR"])
-        environment = {"KWIN_COMPOSE": "Q", "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1"}
+        # The prefix names the file that makes KDE look for desktop entries.
+        environment = {"KWIN_COMPOSE": self._compositing, "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1",
+                       "LIBGL_ALWAYS_SOFTWARE": "1", "XDG_MENU_PREFIX": "kf5-"}
         command = ["env", *(f"{name}={value}" for name, value in environment.items()),
                    self._private / "kwin_wayland", "--virtual", "--width", "1600", "--height", "1000",
-                   "--socket", "wayland-kelpa", "--no-lockscreen"]
+                   "--socket", "wayland-kelpa", "--no-lockscreen", *self._xwayland]
         if self._root:
             command = other_root.command(self._root, self._private, self.directory, *command)
         self._kwin = self.start(*command)
@@ -113,6 +137,14 @@ class KwinDesktop(Desktop):
         """Runs a statement about the window, which it calls `window`."""
         self._script.run(f'const window = find("{window.number}"); {statement}; report(true);')
 
+    def is_kept_above(self, window):
+        return self._script.run(f'report(find("{window.number}").keepAbove);')
+
+    def stacking(self):
+        """The windows from the lowest to the uppermost."""
+        orders = dict(self._script.run("report(all().map(each => [String(each.internalId), each.stackingOrder]));"))
+        return sorted(self.windows(), key=lambda window: orders[window.number])
+
     def activate(self, window):
         self.change(window, "if ('activeWindow' in workspace) workspace.activeWindow = window;"
                             " else workspace.activeClient = window")
@@ -129,9 +161,31 @@ class KwinDesktop(Desktop):
 
     def start_program(self, title, app_id="plain"):
         """A program of one window, which ends when that is closed."""
-        program = self.start(sys.executable, "-B", _PROGRAM, title, app_id)
+        program = self.start(sys.executable, "-B", PROGRAM, title, app_id)
         self.wait_for_window(title)
         return program
+
+    def x_display(self):
+        """What programs need to be told for windows on KWin's X server."""
+        server = wait_until("the X server is there", lambda: processes.find("Xwayland", "-rootless"))
+        words = pathlib.Path(f"/proc/{server}/cmdline").read_text(encoding="utf-8").split("\0")
+        told = {"DISPLAY": next(word for word in words if word.startswith(":"))}
+        if "-auth" in words:
+            told["XAUTHORITY"] = words[words.index("-auth") + 1]
+        return told
+
+    # Pictures
+
+    def name_in_entry(self, program):
+        """Writes a desktop entry by which KWin gives the program pictures of windows."""
+        folder = pathlib.Path(self.env["XDG_DATA_HOME"]) / "applications"
+        folder.mkdir(exist_ok=True)
+        path = pathlib.Path(program).resolve()
+        (folder / f"{path.name}.desktop").write_text(_ENTRY.format(path=path), encoding="utf-8")
+
+    def picture(self, window):
+        """What the window shows, as KWin takes it for the process of the scenario."""
+        return kwin_picture.take(self._script.bus, window.number)
 
     # Shortcuts
 

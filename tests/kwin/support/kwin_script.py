@@ -37,6 +37,10 @@ class KwinScript:
         finally:
             self._context.pop_thread_default()
 
+    @property
+    def bus(self):
+        return self._bus
+
     def call(self, path, interface, method, arguments=None, name="org.kde.KWin"):
         reply = self._bus.call_sync(name, path, interface, method, arguments, None,
                                     Gio.DBusCallFlags.NO_AUTO_START, 10000, None)
