@@ -1,5 +1,6 @@
 #include "platform/kwin/KwinPicture.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
@@ -12,6 +13,11 @@ constexpr std::uint32_t bytesPerPixel = 4;
 constexpr std::uint32_t longestSide = 16384;
 /// A window over four screens of 4K each.
 constexpr qsizetype mostBytes = qsizetype{256} * 1024 * 1024;
+
+/// Requests for single windows may remain without an answer.
+constexpr int mostSilent = 3;
+constexpr std::chrono::seconds shortestPause{10};
+constexpr std::chrono::seconds longestPause{300};
 
 /// Invalid for one of other than 32 bits.
 QImage::Format formatOf(std::uint32_t number)
@@ -63,6 +69,15 @@ bool isPictureDue(const KwinWindow& window, const TakenPicture& last,
 {
     return window.isActive || window.revision != last.revision ||
            now - last.time >= unchangedInterval;
+}
+
+void PicturePauses::note(bool isSilent, std::chrono::steady_clock::time_point now)
+{
+    m_silentInARow = isSilent ? m_silentInARow + 1 : 0;
+    if (m_silentInARow < mostSilent)
+        return;
+    const int doublings = std::min(m_silentInARow - mostSilent, 8);
+    m_end = now + std::min(shortestPause * (1 << doublings), longestPause);
 }
 
 } // namespace kelpa::kwin

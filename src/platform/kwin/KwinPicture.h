@@ -49,4 +49,18 @@ inline constexpr std::chrono::seconds unchangedInterval{30};
 bool isPictureDue(const KwinWindow& window, const TakenPicture& last,
                   std::chrono::steady_clock::time_point now);
 
+/// A KWin that draws nothing, as on a screen that is switched off, answers no request and keeps
+/// them all, each with its pipe, until it draws. So it is asked ever less often.
+class PicturePauses
+{
+public:
+    /// Of a request: whether there was no answer.
+    void note(bool isSilent, std::chrono::steady_clock::time_point now);
+    bool isPausing(std::chrono::steady_clock::time_point now) const { return now < m_end; }
+
+private:
+    int m_silentInARow = 0;
+    std::chrono::steady_clock::time_point m_end;
+};
+
 } // namespace kelpa::kwin

@@ -12,10 +12,13 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <condition_variable>
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 namespace kelpa::kwin {
@@ -28,6 +31,10 @@ const BusAddressee service{"org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde
 
 /// How often a request to stop is looked for while KWin writes.
 constexpr std::chrono::milliseconds stopInterval{50};
+
+/// How long a picture of a window that is shown may take before KWin is asked to draw, and how long
+/// it is left alone between two such requests.
+constexpr std::chrono::milliseconds frameInterval{250};
 
 struct Pipe
 {
@@ -47,7 +54,7 @@ std::optional<Pipe> openPipe()
     return pipe;
 }
 
-GVariant* argumentsFor(const QByteArray& uuid)
+GVariant* windowArguments(const QByteArray& uuid)
 {
     GVariantBuilder options;
     g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
@@ -57,6 +64,14 @@ GVariant* argumentsFor(const QByteArray& uuid)
         g_variant_builder_add(&options, "{sv}", name,
                               g_variant_new_boolean(static_cast<gboolean>(isWanted)));
     return g_variant_new("(sa{sv}h)", uuid.constData(), &options, 0);
+}
+
+/// The screen's first pixel.
+GVariant* pixelArguments()
+{
+    GVariantBuilder options;
+    g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
+    return g_variant_new("(iiuua{sv}h)", 0, 0, 1U, 1U, &options, 0);
 }
 
 std::optional<PictureForm> formIn(GVariant* reply)
@@ -144,29 +159,29 @@ PictureStanding standingAfter(ScreenshotOutcome outcome, PictureStanding before)
 
 struct KwinScreenshots::Parts
 {
-    BusReply call(const QByteArray& uuid, int descriptor)
+    BusReply call(const char* method, GVariant* arguments, int descriptor)
     {
-        return bus.call(service, "CaptureWindow", argumentsFor(uuid), "(a{sv})", limit, descriptor);
+        return bus.call(service, method, arguments, "(a{sv})", limit, descriptor);
     }
+
+    /// `arguments` is consumed.
+    Screenshot take(const char* method, GVariant* arguments, const std::stop_token& stop);
+    void requestFrames(std::chrono::milliseconds delay, const std::stop_token& done);
 
     const std::chrono::milliseconds limit;
     BlockingBus bus;
 };
 
-KwinScreenshots::KwinScreenshots(const QByteArray& busAddress, std::chrono::milliseconds limit)
-    : m_parts(new Parts{.limit = limit, .bus = {busAddress.toStdString(), {}, {}}})
-{}
-
-KwinScreenshots::~KwinScreenshots() = default;
-
-Screenshot KwinScreenshots::take(const QByteArray& uuid, const std::stop_token& stop)
+Screenshot KwinScreenshots::Parts::take(const char* method, GVariant* arguments,
+                                        const std::stop_token& stop)
 {
-    const Clock::time_point end = Clock::now() + m_parts->limit;
+    const GlibPointer<GVariant> held(g_variant_ref_sink(arguments));
+    const Clock::time_point end = Clock::now() + limit;
     std::optional<Pipe> pipe = openPipe();
     if (!pipe || stop.stop_requested())
         return {.outcome = ScreenshotOutcome::failed};
     // KWin replies before it writes.
-    const BusReply reply = m_parts->call(uuid, pipe->writeEnd.number());
+    const BusReply reply = call(method, held.get(), pipe->writeEnd.number());
     // Otherwise the pipe never ends.
     pipe->writeEnd.close();
     if (const ScreenshotOutcome outcome = outcomeOf(reply); outcome != ScreenshotOutcome::taken)
@@ -185,13 +200,44 @@ Screenshot KwinScreenshots::take(const QByteArray& uuid, const std::stop_token& 
     return {.outcome = ScreenshotOutcome::taken, .image = *image};
 }
 
+/// KWin takes all pictures with its next frame. For one of the screen it draws such a frame, for
+/// one of a window that is not shown it does not.
+void KwinScreenshots::Parts::requestFrames(std::chrono::milliseconds delay,
+                                           const std::stop_token& done)
+{
+    std::mutex mutex;
+    std::condition_variable_any isDone;
+    std::unique_lock lock(mutex);
+    const auto pause = [&](std::chrono::milliseconds time) {
+        isDone.wait_for(lock, done, time, [] { return false; });
+    };
+    for (pause(delay); !done.stop_requested(); pause(frameInterval))
+        take("CaptureArea", pixelArguments(), done);
+}
+
+KwinScreenshots::KwinScreenshots(const QByteArray& busAddress, std::chrono::milliseconds limit)
+    : m_parts(new Parts{.limit = limit, .bus = {busAddress.toStdString(), {}, {}}})
+{}
+
+KwinScreenshots::~KwinScreenshots() = default;
+
+Screenshot KwinScreenshots::take(const QByteArray& uuid, IsShown isShown,
+                                 const std::stop_token& stop)
+{
+    const auto delay = isShown == IsShown::yes ? frameInterval : std::chrono::milliseconds(0);
+    const std::jthread frames(
+        [this, delay](const std::stop_token& done) { m_parts->requestFrames(delay, done); });
+    return m_parts->take("CaptureWindow", windowArguments(uuid), stop);
+}
+
 ScreenshotOutcome KwinScreenshots::probe()
 {
     const std::optional<Pipe> pipe = openPipe();
     if (!pipe)
         return ScreenshotOutcome::failed;
-    return outcomeOf(
-        m_parts->call("{00000000-0000-0000-0000-000000000000}", pipe->writeEnd.number()));
+    return outcomeOf(m_parts->call("CaptureWindow",
+                                   windowArguments("{00000000-0000-0000-0000-000000000000}"),
+                                   pipe->writeEnd.number()));
 }
 
 } // namespace kelpa::kwin

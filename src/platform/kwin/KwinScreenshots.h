@@ -33,6 +33,10 @@ enum class PictureStanding : std::uint8_t { given, denied, withoutOpenGL };
 /// One outcome may say nothing of it: then it is as before.
 PictureStanding standingAfter(ScreenshotOutcome outcome, PictureStanding before);
 
+/// Whether a window is among those that KWin draws: not minimised, and on the desktop and in the
+/// activity that are shown.
+enum class IsShown : bool { no, yes };
+
 struct Screenshot
 {
     ScreenshotOutcome outcome = ScreenshotOutcome::silent;
@@ -50,8 +54,9 @@ public:
     KwinScreenshots(const KwinScreenshots&) = delete;
     KwinScreenshots& operator=(const KwinScreenshots&) = delete;
 
-    /// The window of that UUID, with its decorations and without its shadow, in points.
-    Screenshot take(const QByteArray& uuid, const std::stop_token& stop);
+    /// The window of that UUID, with its decorations and without its shadow, in points. One that is
+    /// not shown costs KWin a frame of the screen besides.
+    Screenshot take(const QByteArray& uuid, IsShown isShown, const std::stop_token& stop);
 
     /// What `take` would give: `failed` where it may take pictures, since there is no such window.
     ScreenshotOutcome probe();

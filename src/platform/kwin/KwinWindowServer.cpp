@@ -45,6 +45,8 @@ std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
         m_windows = windows;
         if (isNewRun)
             m_cancelledInARow = 0;
+        if (isNewRun)
+            m_pauses = {};
     }
     m_isThere = reading.isThere;
     if (m_isListing.exchange(windows.has_value()) != windows.has_value())
@@ -92,16 +94,20 @@ std::optional<WindowCapture> KwinWindowServer::captureWindow(const CaptureReques
 {
     const std::optional<KwinWindow> window = windowOf(request.window);
     const auto now = std::chrono::steady_clock::now();
-    if (!window || window->isMinimized || request.largest.isEmpty())
+    if (!window || request.largest.isEmpty())
         return std::nullopt;
     {
         const std::scoped_lock lock(m_mutex);
+        if (m_pauses.isPausing(now))
+            return std::nullopt;
         const auto last = m_taken.find(window->uuid);
         if (request.need == CaptureNeed::ifChanged && last != m_taken.end() &&
             !isPictureDue(*window, last->second, now))
             return std::nullopt;
     }
-    const Screenshot screenshot = m_screenshots.take(window->uuid, stop);
+    const bool isShown = window->isHere && !window->isMinimized;
+    const Screenshot screenshot =
+        m_screenshots.take(window->uuid, isShown ? IsShown::yes : IsShown::no, stop);
     notePictures(screenshot.outcome);
     if (screenshot.outcome != ScreenshotOutcome::taken)
         return std::nullopt;
@@ -127,6 +133,7 @@ void KwinWindowServer::notePictures(ScreenshotOutcome outcome)
     {
         const std::scoped_lock lock(m_mutex);
         m_hasTakenOne = m_hasTakenOne || outcome == ScreenshotOutcome::taken;
+        m_pauses.note(outcome == ScreenshotOutcome::silent, std::chrono::steady_clock::now());
         m_cancelledInARow = outcome == ScreenshotOutcome::cancelled ? m_cancelledInARow + 1 : 0;
         if (m_cancelledInARow >= mostCancelled && !m_hasTakenOne)
             standing = PictureStanding::withoutOpenGL;

@@ -63,7 +63,7 @@ public:
     /// While KWin hangs, its windows are those that were reported last; also while a script that
     /// was loaded since has not reported yet, for `KwinLinkOptions::reportLimit` at most.
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
-    /// Nothing of a minimised window, which KWin does not draw.
+    /// Nothing while KWin pauses, see `PicturePauses`.
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
     /// Reports changes of `isListing` and `pictures` too.
@@ -110,6 +110,7 @@ private:
     mutable std::mutex m_mutex;
     std::optional<std::vector<NumberedKwinWindow>> m_windows;
     std::map<QByteArray, TakenPicture> m_taken;
+    PicturePauses m_pauses;
     int m_cancelledInARow = 0;
     bool m_hasTakenOne = false;
     MainThreadNotifier m_changes;

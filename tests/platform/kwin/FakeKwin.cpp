@@ -8,6 +8,8 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 namespace kelpa::test {
 
 namespace {
@@ -56,8 +58,17 @@ bool FakeKwin::handleMessage(const QDBusMessage& message, const QDBusConnection&
         message.setDelayedReply(true);
         return true;
     }
-    if (message.member() == QStringLiteral("CaptureWindow"))
-        return answerPicture(message, connection);
+    if (message.member() == QStringLiteral("CaptureArea"))
+        return answerFrame(message, connection);
+    if (message.member() == QStringLiteral("CaptureWindow")) {
+        ++pictures;
+        const bool isShown = message.arguments().value(0).toString() != hiddenWindow;
+        if (isShown && !holdsPictures)
+            return answerPicture(message, connection);
+        message.setDelayedReply(true);
+        m_heldPicture = message;
+        return true;
+    }
     const std::optional<QVariantList> answer = answerOf(message);
     if (!answer)
         return false;
@@ -147,9 +158,21 @@ void FakeKwin::bringForward(const QString& token)
     m_connection.send(call);
 }
 
+bool FakeKwin::answerFrame(const QDBusMessage& message, const QDBusConnection& connection)
+{
+    ++frames;
+    if (holdsPictures) {
+        message.setDelayedReply(true);
+        return true;
+    }
+    if (m_heldPicture)
+        answerPicture(*std::exchange(m_heldPicture, {}), connection);
+    connection.send(message.createErrorReply(QStringLiteral("org.kelpa.NoPixel"), {}));
+    return true;
+}
+
 bool FakeKwin::answerPicture(const QDBusMessage& message, const QDBusConnection& connection)
 {
-    ++pictures;
     if (!pictureError.isEmpty()) {
         connection.send(message.createErrorReply(pictureError, QStringLiteral("no picture")));
         return true;

@@ -45,6 +45,12 @@ public:
     /// Whether the pipe stays open after them.
     bool holdsPipe = false;
     int pictures = 0;
+    /// The UUID of a window that is not shown: its picture comes with the next frame that is asked
+    /// for.
+    QString hiddenWindow;
+    int frames = 0;
+    /// Whether no request for a picture gets an answer, as while it draws nothing.
+    bool holdsPictures = false;
 
     /// Reports as the script does; with another token where one is given.
     void report(const QByteArray& text, const QString& token = {});
@@ -68,6 +74,7 @@ private:
     int load(const QString& file, const QString& plugin);
     bool isOfScript(const QString& path) const;
     void run();
+    bool answerFrame(const QDBusMessage& message, const QDBusConnection& connection);
     bool answerPicture(const QDBusMessage& message, const QDBusConnection& connection);
 
     const QString m_name;
@@ -75,6 +82,7 @@ private:
     QString m_kelpa;
     QString m_token;
     int m_heldPipe = -1;
+    std::optional<QDBusMessage> m_heldPicture;
 };
 
 /// Calls Kelpa's object for its script from a connection that is not KWin's; the name of the error.

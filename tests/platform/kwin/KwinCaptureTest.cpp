@@ -10,12 +10,7 @@ using kwin::PictureStanding;
 TEST_F(KwinServerTest, A_picture_is_what_KWin_writes_into_the_pipe)
 {
     begin();
-    kwin->picture = {{text("type"), text("raw")},
-                     {text("width"), 2U},
-                     {text("height"), 2U},
-                     {text("stride"), 8U},
-                     {text("format"), uint(QImage::Format_RGB32)}};
-    kwin->pictureBytes = QByteArray("\x10\x20\x30\xff", 4).repeated(4);
+    givePictures();
     const auto server = start();
     ASSERT_TRUE(pass(*server));
     const int asked = kwin->pictures;
@@ -23,9 +18,8 @@ TEST_F(KwinServerTest, A_picture_is_what_KWin_writes_into_the_pipe)
     ASSERT_TRUE(taken);
     EXPECT_EQ(taken->pixelSize, QSize(2, 2));
     EXPECT_EQ(taken->image.pixel(1, 1), qRgb(0x30, 0x20, 0x10));
-    // Unchanged, minimised, unknown.
+    // Unchanged, unknown.
     EXPECT_FALSE(capture(*server, 1, CaptureNeed::ifChanged));
-    EXPECT_FALSE(capture(*server, 2));
     EXPECT_FALSE(capture(*server, 9));
     EXPECT_EQ(kwin->pictures, asked + 1);
     EXPECT_EQ(server->pictures(), PictureStanding::given);
@@ -37,6 +31,39 @@ TEST_F(KwinServerTest, A_picture_is_what_KWin_writes_into_the_pipe)
     ASSERT_TRUE(waitFor([this] { return kwin->reportReplies == 3; }));
     ASSERT_TRUE(pass(*server));
     EXPECT_TRUE(capture(*server, 1, CaptureNeed::ifChanged));
+}
+
+TEST_F(KwinServerTest, For_a_window_that_is_not_shown_KWin_is_made_to_draw_a_frame)
+{
+    begin();
+    givePictures();
+    kwin->hiddenWindow = text("{22222222-2222-2222-2222-222222222222}");
+    const auto server = start();
+    ASSERT_TRUE(pass(*server));
+    // It is answered at once.
+    EXPECT_TRUE(capture(*server, 1));
+    EXPECT_EQ(kwin->frames, 0);
+    const std::optional<WindowCapture> taken = capture(*server, 2);
+    ASSERT_TRUE(taken);
+    EXPECT_EQ(taken->image.pixel(1, 1), qRgb(0x30, 0x20, 0x10));
+    EXPECT_GE(kwin->frames, 1);
+    EXPECT_FALSE(capture(*server, 2, CaptureNeed::ifChanged));
+}
+
+TEST_F(KwinServerTest, A_KWin_that_does_not_draw_is_left_alone_for_a_while)
+{
+    begin();
+    givePictures();
+    const auto server = start();
+    ASSERT_TRUE(pass(*server));
+    kwin->holdsPictures = true;
+    for (int count = 0; count < 3; ++count)
+        EXPECT_FALSE(capture(*server, 1));
+    const int asked = kwin->pictures;
+    for (int count = 0; count < 3; ++count)
+        EXPECT_FALSE(capture(*server, 1));
+    EXPECT_EQ(kwin->pictures, asked);
+    EXPECT_EQ(server->pictures(), PictureStanding::given);
 }
 
 TEST_F(KwinServerTest, A_picture_that_is_not_what_it_should_be_is_none)
@@ -55,6 +82,10 @@ TEST_F(KwinServerTest, A_picture_that_is_not_what_it_should_be_is_none)
     endless[text("height")] = 0xFFFFFFFFU;
     QVariantMap wrongType = good;
     wrongType[text("width")] = text("2");
+    QVariantMap wider = good;
+    wider[text("stride")] = 4U;
+    QVariantMap withoutFormat = good;
+    withoutFormat[text("format")] = uint(QImage::Format_Indexed8);
     struct Row
     {
         const char* name;
@@ -63,7 +94,9 @@ TEST_F(KwinServerTest, A_picture_that_is_not_what_it_should_be_is_none)
         bool holdsPipe;
     };
     for (const Row& row :
-         {Row{"too few", good, 15, false}, Row{"too many", good, 17, false},
+         {Row{"too few", good, 15, false},
+          Row{"lines that are shorter than told", wider, 16, false},
+          Row{"of no format", withoutFormat, 16, false}, Row{"too many", good, 17, false},
           Row{"none", good, 0, false}, Row{"without an end", good, 16, true},
           Row{"compressed", compressed, 16, false}, Row{"endless", endless, 16, false},
           Row{"a text", wrongType, 16, false}, Row{"nothing said", {}, 16, false}}) {

@@ -72,5 +72,28 @@ TEST(KwinPicture, A_window_is_taken_again_when_it_may_show_something_else)
     EXPECT_TRUE(isPictureDue(renamed, last, taken));
 }
 
+TEST(KwinPicture, A_KWin_that_does_not_answer_is_asked_ever_less_often)
+{
+    std::chrono::steady_clock::time_point now{1h};
+    kwin::PicturePauses pauses;
+    EXPECT_FALSE(pauses.isPausing(now));
+    for (int request = 0; request < 2; ++request)
+        pauses.note(true, now);
+    EXPECT_FALSE(pauses.isPausing(now));
+    for (const std::chrono::seconds pause : {10s, 20s, 40s, 80s, 160s, 300s, 300s}) {
+        pauses.note(true, now);
+        EXPECT_TRUE(pauses.isPausing(now + pause - 1s)) << pause.count();
+        now += pause;
+        EXPECT_FALSE(pauses.isPausing(now)) << pause.count();
+    }
+    for (int request = 0; request < 100; ++request)
+        pauses.note(true, now);
+    EXPECT_TRUE(pauses.isPausing(now + 299s));
+    now += 300s;
+    pauses.note(false, now);
+    pauses.note(true, now);
+    EXPECT_FALSE(pauses.isPausing(now));
+}
+
 } // namespace
 } // namespace kelpa::test

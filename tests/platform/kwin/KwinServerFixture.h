@@ -105,6 +105,17 @@ protected:
         kwin->appear();
     }
 
+    /// A picture of each window, of one colour.
+    void givePictures()
+    {
+        kwin->picture = {{text("type"), text("raw")},
+                         {text("width"), 2U},
+                         {text("height"), 2U},
+                         {text("stride"), 8U},
+                         {text("format"), uint(QImage::Format_RGB32)}};
+        kwin->pictureBytes = QByteArray("\x10\x20\x30\xff", 4).repeated(4);
+    }
+
     /// So long that a slow machine does not reach it.
     std::chrono::milliseconds reportLimit = std::chrono::minutes(10);
     PrivateBus bus;

@@ -1,0 +1,95 @@
+"""Previews from the screenshot service of a KWin that draws with OpenGL, as on a real screen."""
+
+import sys
+
+import board as boards
+import settings
+from harness import on_desktop
+from kelpa import Kelpa
+from plain_windows import PlainWindows
+from processes import wait_until
+
+# As 0xRRGGBB; the board has none of them.
+_BLUE, _RED, _GREEN = 0x3366CC, 0xCC3333, 0x22AA44
+
+_NO_ENTRY = "once Kelpa’s package is installed"
+
+
+def _shows(desktop, kelpa, title, colour):
+    """Whether the card shows a window of that colour."""
+    def look():
+        kelpa.check_alive()
+        try:
+            card = kelpa.board.card(boards.UNSORTED, title)
+            frame = card and card.node.frame()
+        except boards.Gone:
+            return False
+        # On Wayland a program does not know where its window is, so places are within the window.
+        return bool(frame) and desktop.picture(kelpa.window).share_of(colour, *frame) > 0.3
+
+    return look
+
+
+def _open_painted(desktop, title, colour):
+    windows = PlainWindows()
+    windows.fill(colour)
+    window = windows.open(title.encode())
+    desktop.wait_for_window(title)
+    return windows, window
+
+
+@on_desktop(has_opengl=True)
+def windows_covered_elsewhere_and_minimised_have_previews_in_their_colours(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.name_in_entry(binary)
+    desktop.name_in_entry(sys.executable)
+    desktop.add_desktop()
+    colours = {"Elsewhere": _BLUE, "Minimised": _GREEN, "Covered": _RED}
+    for title, colour in colours.items():
+        _open_painted(desktop, title, colour)
+    desktop.move(desktop.wait_for_window("Elsewhere"), 2)
+    desktop.change(desktop.wait_for_window("Minimised"), "window.minimized = true")
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.wait_for_previews(boards.UNSORTED)
+        for title, colour in colours.items():
+            wait_until(f"the card {title!r} shows {colour:06x}", _shows(desktop, kelpa, title, colour))
+        assert not kelpa.board.has_text(boards.CANNOT_BE_CAPTURED)
+        assert desktop.window(desktop.wait_for_window("Minimised").number).is_minimized
+        assert desktop.current_desktop() == 1
+    about = desktop.run(binary, "--about-desktop")
+    assert "previews    yes\n" in about, about
+
+
+@on_desktop(has_opengl=True)
+def a_preview_follows_its_window_and_goes_with_it(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.name_in_entry(binary)
+    desktop.name_in_entry(sys.executable)
+    windows, window = _open_painted(desktop, "Painted", _BLUE)
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("the card shows it", _shows(desktop, kelpa, "Painted", _BLUE))
+        windows.paint(window, _GREEN)
+        # Another title says that the contents may have changed.
+        windows.rename(window, b"Painted anew")
+        wait_until("the card follows it", _shows(desktop, kelpa, "Painted anew", _GREEN))
+        windows.close(window)
+        wait_until("its card is gone",
+                   lambda: kelpa.board.card(boards.UNSORTED, "Painted anew") is None)
+
+
+@on_desktop(has_opengl=True)
+def without_a_desktop_entry_the_cards_say_so_and_with_one_there_are_previews(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.name_in_entry(sys.executable)
+    _open_painted(desktop, "Painted", _BLUE)
+    with Kelpa(desktop, binary, path) as kelpa:
+        card = kelpa.wait_for_card(boards.UNSORTED, "Painted")
+        wait_until("the card says why", lambda: any(card.node.each_named(lambda name: _NO_ENTRY in name)))
+        assert not card.has_preview
+        kelpa.quit()
+        desktop.name_in_entry(binary)
+        kelpa.start()
+        wait_until("the card shows it", _shows(desktop, kelpa, "Painted", _BLUE))
