@@ -117,7 +117,7 @@ export function bringForward(pid) {
 }
 
 // By its number, from 1.
-function workspace(number) {
+function numberedWorkspace(number) {
     const count = global.workspace_manager.get_n_workspaces();
     if (number < 1 || number > count)
         throw new Refusal('NoSuchWorkspace', `there are ${count} workspaces, and none is ${number}`);
@@ -125,13 +125,13 @@ function workspace(number) {
 }
 
 export function sendTo(window, number) {
-    const target = workspace(number);
+    const target = numberedWorkspace(number);
     if (!window.is_on_all_workspaces())
         window.change_workspace(target);
 }
 
 export function showWorkspace(number) {
-    const target = workspace(number);
+    const target = numberedWorkspace(number);
     Main.overview.hide();
     if (target !== global.workspace_manager.get_active_workspace())
         target.activate(global.display.get_current_time_roundtrip());
