@@ -10,9 +10,7 @@
 namespace kelpa::automation {
 namespace {
 
-using test::FakeDesktop;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 class AutomationOperations : public test::StoreFixture

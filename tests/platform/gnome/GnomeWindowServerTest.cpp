@@ -20,7 +20,6 @@ namespace {
 using namespace std::chrono_literals;
 using test::FakeShell;
 using test::listedTitles;
-using test::ShellBehaviour;
 using test::waitUntil;
 
 class ById final : public ApplicationResolver

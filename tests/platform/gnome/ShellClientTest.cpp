@@ -20,7 +20,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::FakeShell;
-using test::ShellBehaviour;
 using test::waitUntil;
 
 QByteArray png(int width, int height)

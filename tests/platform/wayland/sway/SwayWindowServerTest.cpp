@@ -168,12 +168,11 @@ TEST_F(SwayServerTest, An_action_is_on_the_window_of_the_element_alone)
     commands.closeAll(71);
     EXPECT_TRUE(commands.focusLatest(71));
     EXPECT_FALSE(commands.focusLatest(73));
-    EXPECT_EQ(sway->commands(),
-              (QList<QByteArray>{"[con_id=6] focus", "[con_id=6] kill",
-                                 "[con_id=6] move --no-auto-back-and-forth container to "
-                                 "workspace number 3",
-                                 "workspace --no-auto-back-and-forth number 4", "[con_id=5] kill",
-                                 "[con_id=5] focus"}));
+    const QByteArray sent =
+        "[con_id=6] move --no-auto-back-and-forth container to workspace number 3";
+    const QByteArray shown = "workspace --no-auto-back-and-forth number 4";
+    EXPECT_EQ(sway->commands(), (QList<QByteArray>{"[con_id=6] focus", "[con_id=6] kill", sent,
+                                                   shown, "[con_id=5] kill", "[con_id=5] focus"}));
 }
 
 TEST_F(SwayServerTest, A_pass_has_the_workspaces_and_on_which_each_window_is)
