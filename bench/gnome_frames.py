@@ -1,10 +1,13 @@
-"""gnome_frames.py DIRECTORY: how long GNOME Shell takes from one frame to the next while 200 windows are open,
-one of which draws all the time, alone and with a caller of the extension that lists at every change and wants
-pictures of all windows without a pause. Prints milliseconds for each; run it while nothing else runs."""
+"""gnome_frames.py FOLDER [KELPA]: how GNOME Shell draws while 200 windows are open, one of which changes a
+hundred times a second: alone, and with somebody who looks on. That is the program KELPA with its board in
+front or, without it, a caller of the extension that lists at every change and wants pictures of all windows
+without a pause. Prints for each the time from one frame to the next, in milliseconds, the part of a processor
+that the Shell takes, and what it does for who looks on; run it while nothing else runs."""
 
+import importlib
+import os
 import pathlib
 import sys
-import threading
 import time
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -25,74 +28,105 @@ true
 _STOP = "global.stage.disconnect(globalThis.kelpaFrameSignal); globalThis.kelpaFrames"
 
 
-def _drawing(plain, window, ends):
-    colour = 0
-    while not ends.is_set():
-        colour = (colour + 0x010203) & 0xFFFFFF
-        plain.paint(window, colour)
-        plain.rename(window, b"%d" % colour)
-        plain.settle()
-        time.sleep(0.01)
+def _used(process):
+    """Seconds of the processor, of all threads of the process."""
+    fields = pathlib.Path(f"/proc/{process}/stat").read_text(encoding="utf-8").rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
 
-def _intervals(desktop, meanwhile):
+def _measure(what, desktop, meanwhile):
+    shell = desktop.evaluate("new imports.gi.Gio.Credentials().get_unix_pid()")
+    work = shell_work().done(desktop)
     desktop.evaluate(_START)
-    end = time.monotonic() + _SECONDS
-    while time.monotonic() < end:
+    used, began = _used(shell), time.monotonic()
+    while time.monotonic() < began + _SECONDS:
         meanwhile()
+    used, seconds = _used(shell) - used, time.monotonic() - began
     times = desktop.evaluate(_STOP)
-    return sorted((later - sooner) / 1000 for sooner, later in zip(times, times[1:]))
+    intervals = sorted((later - sooner) / 1000 for sooner, later in zip(times, times[1:]))
+    pictures, size, lists = (now - before for now, before in zip(shell_work().done(desktop), work))
 
-
-def _print(what, intervals):
     def at(part):
         return intervals[min(len(intervals) - 1, int(len(intervals) * part))]
 
-    print(f"{what}: {len(intervals)} frames in {_SECONDS} s, median {at(0.5):.1f}, 95 % {at(0.95):.1f}, "
-          f"99 % {at(0.99):.1f}, longest {intervals[-1]:.1f}", flush=True)
+    print(f"{what}: {len(intervals) / seconds:.0f} frames a second, median {at(0.5):.1f}, 95 % {at(0.95):.1f}, "
+          f"99 % {at(0.99):.1f}, longest {intervals[-1]:.1f}; {used / seconds:.0%} of a processor; "
+          f"{pictures / seconds:.1f} pictures of {size / seconds / 1000:.1f} kB together and "
+          f"{lists / seconds:.1f} lists a second", flush=True)
 
 
-def measure(desktop, _program):
-    from caller import Caller, Refused
+def shell_work():
+    """Found once the runner has said where it lies."""
+    return importlib.import_module("shell_work")
+
+
+def _open_windows(desktop):
     from plain_windows import PlainWindows
 
-    plain, drawn = PlainWindows(), PlainWindows()
+    shell_work().count(desktop)
+    plain = PlainWindows()
     for number in range(_WINDOWS - 1):
         plain.open(b"Window %d" % number)
-    window = drawn.open(b"Drawing")
+    shell_work().start_drawing(desktop)
+    # The Shell is still busy with so many new windows.
+    time.sleep(20)
+    return plain
+
+
+def _rest():
+    time.sleep(0.1)
+
+
+def measure(desktop, program):
+    plain = _open_windows(desktop)
+    _measure("alone", desktop, _rest)
+    if pathlib.Path(program).name == "kelpa":
+        _measure_kelpa(desktop, program)
+    else:
+        _measure_caller(desktop)
+    plain.end()
+
+
+def _measure_kelpa(desktop, program):
+    import settings
+    from kelpa import Kelpa
+
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, is_unsorted_unfolded=True)
+    with Kelpa(desktop, program, path) as kelpa:
+        kelpa.focus()
+        # Before the board, which would hide what it draws.
+        desktop.activate(desktop.wait_for_window("Drawing"))
+        # The first pictures of all that shows.
+        time.sleep(15)
+        _measure("with Kelpa", desktop, _rest)
+
+
+def _measure_caller(desktop):
+    from caller import Caller, Refused
+
     caller = Caller(desktop.bus)
-    caller.row("Drawing")
-    caller.detach()
-    ends = threading.Event()
-    thread = threading.Thread(target=_drawing, args=(drawn, window, ends))
-    thread.start()
-    time.sleep(3)
-    _print("alone", _intervals(desktop, lambda: time.sleep(0.1)))
-    caller.attach()
-    rows, taken, listed = caller.list(), 0, 0
+    rows, taken = caller.list(), 0
 
     def look():
-        nonlocal rows, taken, listed
+        nonlocal rows, taken
         caller.spin(0.02)
         if caller.signals:
             caller.signals.clear()
             rows = caller.list()
-            listed += 1
         try:
             caller.picture(rows[taken % len(rows)]["id"], 256, 144, 0)
             taken += 1
         except Refused:
             pass
 
-    _print("looked on", _intervals(desktop, look))
-    print(f"  {listed} lists and {taken} pictures")
-    ends.set()
-    thread.join()
+    _measure("with a caller that never pauses", desktop, look)
 
 
 if __name__ == "__main__":
     sys.modules["measure"] = sys.modules["__main__"]
     # The runner starts this file anew, as another person and by another Python, with all its arguments.
-    folder = sys.argv[1] if len(sys.argv) == 2 else sys.argv[2]
-    sys.argv = [__file__, "self", str(pathlib.Path(folder).resolve()), "measure", "measure"]
+    if len(sys.argv) < 4:
+        program = str(pathlib.Path(sys.argv[2]).resolve()) if len(sys.argv) == 3 else "self"
+        sys.argv[1:] = [program, str(pathlib.Path(sys.argv[1]).resolve()), "measure", "measure"]
     sys.exit(run_scenario.main())
