@@ -7,10 +7,29 @@
 
 namespace kelpa::kwin {
 
+namespace {
+
+class KwinKeySubscription final : public Subscription
+{
+public:
+    KwinKeySubscription(KwinWindowServer& server, Scheduler& scheduler, GlobalKeyHandlers handlers)
+        : m_handlers(std::move(handlers)),
+          m_summons(
+              server.watchSummons([this, &scheduler] { reportDoubleTap(m_handlers, scheduler); })),
+          m_launcher(server.watchLauncher([this, &scheduler] { reportTap(m_handlers, scheduler); }))
+    {}
+
+private:
+    const GlobalKeyHandlers m_handlers;
+    const std::unique_ptr<Subscription> m_summons;
+    const std::unique_ptr<Subscription> m_launcher;
+};
+
+} // namespace
+
 std::unique_ptr<Subscription> KwinGlobalKeys::watchKeys(GlobalKeyHandlers handlers)
 {
-    return m_server.watchSummons(
-        [this, told = std::move(handlers)] { reportDoubleTap(told, m_scheduler); });
+    return std::make_unique<KwinKeySubscription>(m_server, m_scheduler, std::move(handlers));
 }
 
 } // namespace kelpa::kwin

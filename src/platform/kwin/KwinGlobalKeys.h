@@ -1,5 +1,5 @@
-// Stands in for the double tap of Super with the shortcut of Kelpa's script within KWin: KWin
-// reports no keys to its clients.
+// Hears the double tap of Super where it calls Plasma's launcher, and stands in for it with the
+// shortcut of Kelpa's script within KWin: KWin reports no keys to its clients.
 #pragma once
 
 #include "platform/GlobalKeys.h"
@@ -19,8 +19,9 @@ public:
         : m_server(server), m_scheduler(scheduler)
     {}
 
-    /// Reports each press of the shortcut as two taps at one moment. Never says that keys are
-    /// received: a double tap is not recognised, and whether the shortcut has a key is not known.
+    /// Reports each press of the shortcut as two taps at one moment, and each call of the launcher
+    /// as one, by whichever of its keys. Never says that keys are received: which keys these
+    /// actions have is not known.
     [[nodiscard]] std::unique_ptr<Subscription> watchKeys(GlobalKeyHandlers handlers) override;
 
 private:

@@ -22,6 +22,14 @@ using namespace std::chrono_literals;
 constexpr const char* kwinName = "org.kde.KWin";
 constexpr std::chrono::milliseconds unloadLimit = 200ms;
 
+/// KGlobalAccel tells every client of the bus which action's keys were pressed, not which of its
+/// keys.
+constexpr const char* launcherSignal = "globalShortcutPressed";
+constexpr const char* launcherRule =
+    "type='signal',sender='org.kde.kglobalaccel',interface='org.kde.kglobalaccel.Component',"
+    "member='globalShortcutPressed',path='/component/plasmashell',"
+    "arg1='activate application launcher'";
+
 BusAddressee scripting(const std::string& owner)
 {
     return {owner, "/Scripting", "org.kde.kwin.Scripting"};
@@ -59,12 +67,14 @@ std::optional<bool> isKwinThere(const QByteArray& busAddress, std::chrono::milli
 struct KwinLink::Parts
 {
     Parts(const KwinLinkOptions& given, std::function<void()> notify,
-          std::function<void()> bringForward)
+          std::function<void()> bringForward, std::function<void()> launch)
         : options(given), changed(std::move(notify)), summoned(std::move(bringForward)),
+          launcherCalled(std::move(launch)),
           bus(options.busAddress.toStdString(),
               {std::string("type='signal',sender='org.freedesktop.DBus',"
                            "member='NameOwnerChanged',arg0='") +
-               kwinName + "'"},
+                   kwinName + "'",
+               launcherRule},
               [this](GDBusConnection* connection, GDBusMessage* message) {
                   return receive(connection, message);
               })
@@ -74,7 +84,10 @@ struct KwinLink::Parts
     bool receive(GDBusConnection* connection, GDBusMessage* message)
     {
         if (g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_SIGNAL) {
-            changed();
+            if (g_strcmp0(g_dbus_message_get_member(message), launcherSignal) == 0)
+                launcherCalled();
+            else
+                changed();
             return false;
         }
         const KwinScriptCalls::Receipt receipt = calls.receive(connection, message);
@@ -127,6 +140,7 @@ struct KwinLink::Parts
     const KwinLinkOptions options;
     const std::function<void()> changed;
     const std::function<void()> summoned;
+    const std::function<void()> launcherCalled;
     KwinScriptCalls calls;
 
     // Of the one thread that reads.
@@ -222,8 +236,9 @@ std::optional<std::vector<KwinWindow>> KwinLink::Parts::windows()
 }
 
 KwinLink::KwinLink(const KwinLinkOptions& options, std::function<void()> changed,
-                   std::function<void()> summoned)
-    : m_parts(std::make_unique<Parts>(options, std::move(changed), std::move(summoned)))
+                   std::function<void()> summoned, std::function<void()> launcherCalled)
+    : m_parts(std::make_unique<Parts>(options, std::move(changed), std::move(summoned),
+                                      std::move(launcherCalled)))
 {}
 
 KwinLink::~KwinLink()

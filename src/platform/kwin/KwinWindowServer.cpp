@@ -18,7 +18,8 @@ KwinWindowServer::KwinWindowServer(const KwinWindowServerNeeds& needs)
     : m_needs(needs), m_screenshots(needs.link.busAddress, needs.pictureLimit),
       m_numbers(needs.reservation, needs.names, needs.highWaterMark, needs.takenNumbers),
       m_link(
-          needs.link, [this] { m_changes.notify(); }, [this] { m_summons.notify(); })
+          needs.link, [this] { m_changes.notify(); }, [this] { m_summons.notify(); },
+          [this] { m_launcherCalls.notify(); })
 {}
 
 std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
@@ -150,6 +151,11 @@ std::unique_ptr<Subscription> KwinWindowServer::watchWindows(std::function<void(
 std::unique_ptr<Subscription> KwinWindowServer::watchSummons(std::function<void()> summoned)
 {
     return m_summons.subscribe(std::move(summoned), EarlierEvents::ignored);
+}
+
+std::unique_ptr<Subscription> KwinWindowServer::watchLauncher(std::function<void()> called)
+{
+    return m_launcherCalls.subscribe(std::move(called), EarlierEvents::ignored);
 }
 
 std::optional<std::vector<NumberedKwinWindow>> KwinWindowServer::windows() const

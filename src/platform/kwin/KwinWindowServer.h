@@ -74,6 +74,11 @@ public:
     /// Kelpa's script offers in KWin. Main thread.
     [[nodiscard]] std::unique_ptr<Subscription> watchSummons(std::function<void()> summoned);
 
+    /// Calls `called` on the main thread whenever the person has called Plasma's launcher by its
+    /// key, which since Plasma 6 is a tap of Meta. Before, KWin tells nobody but Plasma. Main
+    /// thread.
+    [[nodiscard]] std::unique_ptr<Subscription> watchLauncher(std::function<void()> called);
+
     /// Whether the last pass had windows; assumed before the first. Any thread; returns at once.
     bool isListing() const { return m_isListing; }
     /// As KWin has answered last. Any thread; returns at once.
@@ -116,6 +121,8 @@ private:
     MainThreadNotifier m_changes;
     /// Of each press of the shortcut.
     MainThreadNotifier m_summons;
+    /// Of each call of the launcher.
+    MainThreadNotifier m_launcherCalls;
     /// Last: its thread uses the others.
     KwinLink m_link;
 };

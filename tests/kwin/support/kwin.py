@@ -12,6 +12,7 @@ import processes
 from activities import Activities
 from harness import Desktop
 from kwin_script import KwinScript
+from launcher import Launcher
 from processes import wait_until
 
 PROGRAM = pathlib.Path(__file__).resolve().parent / "plain_program.py"
@@ -199,6 +200,9 @@ class KwinDesktop(Desktop):
 
     def use_shortcut(self, name):
         self._of_shortcuts("invokeShortcut", self._script_arguments("(s)", (name,)))
+
+    def add_launcher(self, *keys):
+        return Launcher(self._script, *keys)
 
     # Desktops
 

@@ -41,6 +41,11 @@ class KwinScript:
     def bus(self):
         return self._bus
 
+    @property
+    def context(self):
+        """Where what arrives on the bus is handled, while somebody iterates it."""
+        return self._context
+
     def call(self, path, interface, method, arguments=None, name="org.kde.KWin"):
         reply = self._bus.call_sync(name, path, interface, method, arguments, None,
                                     Gio.DBusCallFlags.NO_AUTO_START, 10000, None)

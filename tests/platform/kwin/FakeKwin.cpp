@@ -45,6 +45,7 @@ FakeKwin::~FakeKwin()
 void FakeKwin::appear()
 {
     m_connection.registerService(QStringLiteral("org.kde.KWin"));
+    m_connection.registerService(QStringLiteral("org.kde.kglobalaccel"));
 }
 
 QString FakeKwin::introspect(const QString&) const
@@ -156,6 +157,17 @@ void FakeKwin::bringForward(const QString& token)
     QDBusMessage call = callOfScript(m_kelpa, QStringLiteral("BringForward"));
     call << (token.isEmpty() ? m_token : token);
     m_connection.send(call);
+}
+
+void FakeKwin::useShortcut(const QString& component, const QString& action)
+{
+    for (const auto* const name : {"globalShortcutPressed", "globalShortcutReleased"}) {
+        QDBusMessage signal = QDBusMessage::createSignal(
+            QStringLiteral("/component/") + component,
+            QStringLiteral("org.kde.kglobalaccel.Component"), QString::fromLatin1(name));
+        signal << component << action << qlonglong{0};
+        m_connection.send(signal);
+    }
 }
 
 bool FakeKwin::answerFrame(const QDBusMessage& message, const QDBusConnection& connection)

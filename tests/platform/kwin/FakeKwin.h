@@ -59,6 +59,9 @@ public:
     QStringList orders;
     /// Presses the script's shortcut; with another token where one is given.
     void bringForward(const QString& token = {});
+    /// KGlobalAccel's word, which KWin gives too, that an action of that component was called by
+    /// its key.
+    void useShortcut(const QString& component, const QString& action);
     /// Of the last report, and the number of its replies.
     QString reportError;
     int reportReplies = 0;
