@@ -62,12 +62,14 @@ void WaterfallView::updateGeometry()
 
 WaterfallView::Transition WaterfallView::transition() const
 {
+    if (m_isFirstPass || m_motionTime <= 0 || m_motion.isRestless())
+        return Transition::immediate;
     // Before its window is on the screen, nobody has seen an item in its place.
     const bool isSeen = isVisible() && window() != nullptr && window()->isExposed();
-    const bool isRestless =
-        m_motion.isRestless() || std::ranges::any_of(m_rows, &WaterfallRow::isRestless);
-    const bool isMoving = !m_isFirstPass && m_motionTime > 0 && isSeen && !isRestless;
-    return isMoving ? Transition::animated : Transition::immediate;
+    if (!isSeen)
+        return Transition::immediate;
+    return std::ranges::any_of(m_rows, &WaterfallRow::isRestless) ? Transition::immediate
+                                                                  : Transition::animated;
 }
 
 /// Rows that move into or out of the visible range are seen on their way.
@@ -86,24 +88,24 @@ void WaterfallView::showRowsInMotion()
 
 void WaterfallView::applyGeometry()
 {
-    const bool hasMoved = std::ranges::any_of(m_rows, [this](const WaterfallRow& each) {
-        return !each.isNew && each.to != itemFrame(each.row).topLeft();
-    });
-    // Rows of other lists also move where one of them expands, at the person's own pace.
-    if (hasMoved && m_motionTime > 0 && m_geometry.layout().fixedItemHeight)
-        m_motion.noteChange(m_motionTime, m_patience);
     const bool isAnimated = transition() == Transition::animated;
+    const bool hasFixedHeight = m_geometry.layout().fixedItemHeight.has_value();
+    bool hasMoved = false;
     for (WaterfallRow& each : m_rows) {
         const QRectF frame = itemFrame(each.row);
         each.item->setWidth(frame.width());
-        if (m_geometry.layout().fixedItemHeight)
+        if (hasFixedHeight)
             each.item->setHeight(frame.height());
         if (each.to == frame.topLeft())
             continue;
         each.to = frame.topLeft();
+        hasMoved = hasMoved || !each.isNew;
         if (!isAnimated || each.isNew)
             each.item->setPosition(each.to);
     }
+    // Rows of other lists also move where one of them expands, at the person's own pace.
+    if (hasMoved && m_motionTime > 0 && hasFixedHeight)
+        m_motion.noteChange(m_motionTime, m_patience);
     if (!isAnimated)
         m_motion.finish();
     else if (hasMoved)
@@ -117,11 +119,12 @@ void WaterfallView::grantHeights()
     if (m_geometry.layout().fixedItemHeight)
         return;
     using Grant = WaterfallDelegateAttached::Grant;
-    const Grant how = transition() == Transition::animated ? Grant::eased : Grant::immediate;
     for (const WaterfallRow& each : m_rows) {
-        if (each.attached != nullptr)
-            each.attached->grant(m_geometry.itemHeight(each.row),
-                                 each.isNew ? Grant::immediate : how);
+        const double height = m_geometry.itemHeight(each.row);
+        if (each.attached == nullptr || each.attached->grantedHeight() == height)
+            continue;
+        const bool isEased = !each.isNew && transition() == Transition::animated;
+        each.attached->grant(height, isEased ? Grant::eased : Grant::immediate);
     }
 }
 
