@@ -16,8 +16,10 @@ T.Dialog {
     width: Math.min(Theme.sheetWidth, parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
     implicitHeight: contentHeight + topPadding + bottomPadding
     focus: true
-    // A sheet that fades away takes no more input: the next click is meant for the board, and so is
-    // the next key, which the toolkit withholds from the window below a sheet that Escape closes.
+    // A sheet that fades away takes no more input: the next click is meant for the board, also where
+    // the sheet still shows, and so is the next key, which the toolkit withholds from the window below
+    // a sheet that Escape closes.
+    enabled: !root.isFading
     modal: !root.isFading
     closePolicy: root.isFading ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
     padding: Theme.huge

@@ -18,6 +18,11 @@ Item {
         visible: true
         board: world.board
 
+        SignalSpy {
+            id: confirmations
+
+            signalName: "confirmed"
+        }
         TestCase {
             name: "SheetFading"
             when: windowShown
@@ -61,6 +66,28 @@ Item {
                 verify(keys().isFading);
                 tryVerify(() => !keys().visible);
                 verify(keys().modal);
+            }
+            function test_a_click_on_a_sheet_that_fades_presses_none_of_its_buttons() {
+                keyClick(Qt.Key_N, Qt.ControlModifier);
+                const sheet = main.sheets().createSheet;
+                tryVerify(() => sheet.opened);
+                keyClick("a");
+                const create = shown(item => item instanceof AppButton && item.text === sheet.confirmLabel)[0];
+                verify(create.enabled);
+                const place = create.mapToItem(main.contentItem, create.width / 2, create.height / 2);
+                confirmations.target = sheet;
+                confirmations.clear();
+                keyClick(Qt.Key_Escape);
+                verify(sheet.isFading);
+                mouseClick(main.contentItem, place.x, place.y);
+                compare(confirmations.count, 0);
+                tryVerify(() => !sheet.visible);
+                // It can be used again.
+                keyClick(Qt.Key_N, Qt.ControlModifier);
+                tryVerify(() => sheet.opened);
+                keyClick("a");
+                mouseClick(main.contentItem, place.x, place.y);
+                compare(confirmations.count, 1);
             }
             function test_a_sheet_opens_while_another_one_fades() {
                 keyClick(Qt.Key_F1);
