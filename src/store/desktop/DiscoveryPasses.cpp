@@ -1,5 +1,7 @@
 #include "store/desktop/DiscoveryPasses.h"
 
+#include "platform/LoggingCategories.h"
+
 #include <chrono>
 #include <memory>
 #include <utility>
@@ -18,12 +20,18 @@ constexpr Scheduler::Duration waitLimit = 12ms;
 auto passOver(WindowServer& server, ProcessID ownProcess, DiscoveryPasses::ReadAccess access)
 {
     return [&server, ownProcess, access](const std::stop_token&) {
+        const auto begin = std::chrono::steady_clock::now();
         // Opened without access too: that is how the platform learns whether access is granted.
         const std::unique_ptr<DiscoverySource> source = server.openDiscoverySource();
         if (access == DiscoveryPasses::ReadAccess::denied)
             return WindowDiscoveryBatch{};
-        return WindowDiscoveryBatch{WindowDiscovery::visibleWindows(*source, ownProcess),
-                                    source->virtualDesktops()};
+        WindowDiscoveryBatch batch{WindowDiscovery::visibleWindows(*source, ownProcess),
+                                   source->virtualDesktops()};
+        const std::chrono::duration<double, std::milli> taken =
+            std::chrono::steady_clock::now() - begin;
+        qCDebug(logStore, "a pass listed %lld windows in %.2f ms", qlonglong(batch.windows.size()),
+                taken.count());
+        return batch;
     };
 }
 

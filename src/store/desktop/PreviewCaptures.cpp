@@ -1,8 +1,10 @@
 #include "store/desktop/PreviewCaptures.h"
 
+#include "platform/LoggingCategories.h"
 #include "windows/BlankPicture.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 #include <vector>
 
@@ -23,10 +25,16 @@ PreviewCaptureBatch captured(WindowServer& server, const CaptureRequest& request
 {
     PreviewCaptureBatch batch;
     if (!stop.stop_requested()) {
+        const auto begin = std::chrono::steady_clock::now();
         const std::optional<WindowCapture> capture = server.captureWindow(request, stop);
-        if (capture && !capture->image.isNull())
+        if (capture && !capture->image.isNull()) {
+            const std::chrono::duration<double, std::milli> taken =
+                std::chrono::steady_clock::now() - begin;
+            qCDebug(logStore, "captured a window of %d x %d pixels in %.2f ms",
+                    capture->pixelSize.width(), capture->pixelSize.height(), taken.count());
             batch.images.insert(request.window,
                                 {capture->image, previewDisplaySize(capture->pixelSize)});
+        }
     }
     batch.wasStopped = stop.stop_requested();
     return batch;
