@@ -7,15 +7,16 @@ import threading
 
 from wayland_wire import Client
 
-_WIDTH, _HEIGHT = 200, 150
-_SIZE = _WIDTH * _HEIGHT * 4
+_BYTES_PER_PIXEL = 4
 
 
 class PlainWindows:
-    """Windows of this process. Titles and application ids are bytes, which may be no text."""
+    """Windows of this process, of one size. Titles and application ids are bytes, which may be no text."""
 
-    def __init__(self):
+    def __init__(self, width=200, height=150):
         self._client = Client()
+        self._width, self._height = width, height
+        size = width * height * _BYTES_PER_PIXEL
         # Held while requests about a window are sent, since its surface may be drawn and closed at
         # the same time.
         self._lock = threading.Lock()
@@ -24,14 +25,14 @@ class PlainWindows:
         self._shell = self._client.bind("xdg_wm_base", 1)
         self._client.on(self._shell, 0, self._pong)
         memory = os.memfd_create("pixels")
-        os.ftruncate(memory, _SIZE)
-        self._pixels = mmap.mmap(memory, _SIZE)
+        os.ftruncate(memory, size)
+        self._pixels = mmap.mmap(memory, size)
         shared_memory = self._client.bind("wl_shm", 1)
         pool = self._client.new()
-        self._client.send(shared_memory, 0, pool, _SIZE, descriptor=memory)
+        self._client.send(shared_memory, 0, pool, size, descriptor=memory)
         os.close(memory)
         self._buffer = self._client.new()
-        self._client.send(pool, 0, self._buffer, 0, _WIDTH, _HEIGHT, _WIDTH * 4, 1)
+        self._client.send(pool, 0, self._buffer, 0, width, height, width * _BYTES_PER_PIXEL, 1)
 
     def open(self, title, app_id=b"plain", closed=None, parent=None):
         """Shows a window and returns it, for `rename` and `close`. `closed` is called when the
@@ -58,14 +59,14 @@ class PlainWindows:
 
     def fill(self, colour):
         """Gives the windows that are drawn after this a colour, as 0xRRGGBB."""
-        self._pixels[:] = struct.pack("=I", colour) * (_SIZE // 4)
+        self._pixels[:] = struct.pack("=I", colour) * (self._width * self._height)
 
     def paint(self, window, colour):
         """As that, and gives it to this window too."""
         self.fill(colour)
         with self._lock:
             self._client.send(window[0], 1, self._buffer, 0, 0)
-            self._client.send(window[0], 2, 0, 0, _WIDTH, _HEIGHT)
+            self._client.send(window[0], 2, 0, 0, self._width, self._height)
             self._client.send(window[0], 6)
 
     def activate(self, window, token):
