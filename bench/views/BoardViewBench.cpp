@@ -1,8 +1,10 @@
-// Compares a board of ten goals with one of two hundred that has as many todos and windows to each
-// goal, and a preview of every window: processor time in one process, which other load on the
-// machine hardly changes, and resident memory in a process of its own for each.
+// Compares a board of ten goals with one of two hundred, or as many as --goals says, that has as
+// many todos and windows to each goal, and a preview of every window: processor time in one
+// process, which other load on the machine hardly changes, and resident memory in a process of its
+// own for each.
 #include "bench/store/board/BoardFixture.h"
 #include "bench/views/Figures.h"
+#include "bench/views/ProcessMemory.h"
 #include "bench/views/SceneProbe.h"
 #include "layout/BoardMetrics.h"
 #include "platform/qt/WorkerPool.h"
@@ -16,10 +18,8 @@
 #include "views/scene/WaterfallView.h"
 
 #include <QDragMoveEvent>
-#include <QFile>
 #include <QKeyEvent>
 #include <QMimeData>
-#include <QProcess>
 #include <QQuickWindow>
 
 #include <array>
@@ -31,7 +31,9 @@
 namespace kelpa::bench {
 namespace {
 
-constexpr int rounds = 5;
+constexpr int defaultRounds = 5;
+constexpr int smallBoard = 10;
+constexpr int defaultLargeBoard = 200;
 constexpr int scrollSteps = 120;
 constexpr double scrollStep = 40;
 constexpr int comparedGoals = 8;
@@ -40,7 +42,14 @@ constexpr int menuOpenings = 3;
 constexpr int todosPerGoal = 50;
 constexpr int windowsPerTwoGoals = 5;
 
-const QString memoryOption = QStringLiteral("--memory");
+constexpr std::array memoryStages{
+    "resident MiB of a process: made-up desktop",
+    "with goals and todos",
+    "with a preview of each window",
+    "with the first frame",
+    "after scrolling, dragging and selecting",
+    "after a window's menu was open",
+};
 
 struct Figures
 {
@@ -53,6 +62,8 @@ struct Figures
     std::vector<double> dragScrollFrames;
     std::vector<double> firstMenu;
     std::vector<double> laterMenus;
+    /// In MiB, at `memoryStages`.
+    std::vector<double> memory;
     int items = 0;
     int itemsAfterMenus = 0;
     int cards = 0;
@@ -62,8 +73,13 @@ struct Figures
 class Board
 {
 public:
-    explicit Board(int goalCount)
+    /// Records the memory of the process in `figures` where there are any.
+    explicit Board(int goalCount, Figures* figures = nullptr)
     {
+        const auto noteMemory = [figures] {
+            if (figures != nullptr)
+                figures->memory.push_back(residentMemory());
+        };
         const int windowCount = goalCount * windowsPerTwoGoals / 2;
         const QList<Goal> goals = largeBoard(goalCount, goalCount * todosPerGoal);
         Assignments assignments;
@@ -74,14 +90,17 @@ public:
             if (i % 5 != 0)
                 assignments.insert(QString::number(id), goals.at(i % goalCount).id);
         }
+        noteMemory();
         m_settings.write(boardEntries(goals, {}));
         m_settings.write({assignmentsEntry(assignments)});
         m_store = std::make_unique<WindowStore>(m_desktop.platform(), m_settings, m_scheduler);
         m_store->refresh();
+        noteMemory();
         for (int i = 0; i < windowCount; ++i) {
             m_store->refreshPreviews(m_scheduler.now());
             m_scheduler.advance(std::chrono::milliseconds(0));
         }
+        noteMemory();
     }
 
     void measure(Figures& figures)
@@ -95,6 +114,7 @@ public:
             engine.show();
             window = engine.window();
         }));
+        figures.memory.push_back(residentMemory());
         auto& targets =
             *qobject_cast<WaterfallView*>(findItem(*window->contentItem(), "kelpa::WaterfallView"));
         QQuickItem& view = *targets.parentItem()->parentItem();
@@ -114,7 +134,9 @@ public:
         select(window, figures);
         figures.items = itemCount(*window);
         figures.cards = targets.itemCount();
+        figures.memory.push_back(residentMemory());
         openMenus(window, figures);
+        figures.memory.push_back(residentMemory());
         figures.itemsAfterMenus = itemCount(*window);
     }
 
@@ -246,37 +268,32 @@ private:
     std::unique_ptr<WindowStore> m_store;
 };
 
-/// Of this process, in MiB.
-double residentMemory()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).simplified().split(' ').front().toDouble() / 1024;
-    }
-    return 0;
-}
-
+/// Prints the memory of this process at each stage; without goals, that of an empty window.
 int printMemory(int goalCount)
 {
-    Board board(goalCount);
+    if (goalCount == 0) {
+        QQuickWindow empty;
+        QQuickWindow* window = &empty;
+        empty.resize(1200, 800);
+        untilFrame(&window, [&empty] { empty.show(); });
+        std::printf("%f\n", residentMemory());
+        return 0;
+    }
     Figures figures;
+    Board board(goalCount, &figures);
     board.measure(figures);
-    std::printf("%f\n", residentMemory());
+    for (const double stage : figures.memory)
+        std::printf("%f\n", stage);
     return 0;
 }
 
-/// In MiB, of a process that shows and scrolls such a board and does nothing else.
-double memoryOfProcess(int goalCount)
+void printMemoryOf(int goalCount)
 {
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(QCoreApplication::applicationFilePath(),
-                  {memoryOption, QString::number(goalCount)});
-    process.waitForFinished(-1);
-    return process.readAllStandardOutput().trimmed().toDouble();
+    const std::vector<double> small = memoryOfProcess(smallBoard);
+    const std::vector<double> large = memoryOfProcess(goalCount);
+    for (std::size_t stage = 0; stage < memoryStages.size(); ++stage)
+        printTableRow(memoryStages.at(stage), small.at(stage), large.at(stage));
+    std::printf("\nan empty window: %.2f MiB\n", memoryOfProcess(0).at(0));
 }
 
 constexpr double mostFrames = 0.95;
@@ -317,10 +334,10 @@ constexpr std::array countRows{
     CountRow{"targets with items", &Figures::cards},
 };
 
-int run()
+int run(int goalCount, int rounds)
 {
-    Board ten(10);
-    Board twoHundred(200);
+    Board ten(smallBoard);
+    Board many(goalCount);
     Figures small;
     Figures large;
     // The first round warms up.
@@ -330,16 +347,16 @@ int run()
             large = {};
         }
         ten.measure(small);
-        twoHundred.measure(large);
+        many.measure(large);
     }
     std::printf("processor milliseconds, %d rounds, window of 1200 x 800\n\n", rounds);
-    printTableHead("10 goals", "200 goals");
+    printTableHead("10 goals", qPrintable(QStringLiteral("%1 goals").arg(goalCount)));
     for (const TimeRow& row : timeRows)
         printTableRow(row.name, quantile(small.*row.times, row.part),
                       quantile(large.*row.times, row.part));
-    printTableRow("resident memory of a process, MiB", memoryOfProcess(10), memoryOfProcess(200));
     for (const CountRow& row : countRows)
         printTableRow(row.name, small.*row.count, large.*row.count);
+    printMemoryOf(goalCount);
     return 0;
 }
 
@@ -351,8 +368,13 @@ int main(int argc, char** argv)
     using namespace kelpa::bench;
     return runOffscreen(argc, argv, [] {
         const QStringList arguments = QCoreApplication::arguments();
-        return arguments.size() == 3 && arguments.at(1) == memoryOption
-                   ? printMemory(arguments.at(2).toInt())
-                   : run();
+        if (arguments.size() == 3 && arguments.at(1) == memoryOption)
+            return printMemory(arguments.at(2).toInt());
+        const auto number = [&arguments](const QString& option, int otherwise) {
+            const qsizetype at = arguments.indexOf(option);
+            return at < 0 ? otherwise : qMax(1, arguments.value(at + 1).toInt());
+        };
+        return run(number(QStringLiteral("--goals"), defaultLargeBoard),
+                   number(QStringLiteral("--rounds"), defaultRounds));
     });
 }
