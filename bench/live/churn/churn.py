@@ -19,11 +19,13 @@ import time
 
 root = pathlib.Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(root / "tests" / "desktop" / "support"))
+sys.path.insert(0, str(root / "bench" / "live"))
 sys.dont_write_bytecode = True
 
 import processes  # noqa: E402
 import settings  # noqa: E402
 from harness import Desktop  # noqa: E402
+from pings import Pings, main_thread  # noqa: E402
 from processes import wait_until  # noqa: E402
 
 _PER_SECOND = 30
@@ -76,57 +78,6 @@ class Churn:
         self._display.sync()
 
 
-class Pings:
-    """Asks a window's program over and over whether it is alive, as window managers do: the main thread
-    answers. A program that is busy answers late."""
-
-    def __init__(self, display, window, pid):
-        from Xlib import X
-
-        self._display = display
-        self._main = pathlib.Path(f"/proc/{pid}/task/{pid}")
-        self._window = display.create_resource_object("window", window)
-        self._protocols = display.intern_atom("WM_PROTOCOLS")
-        self._ping = display.intern_atom("_NET_WM_PING")
-        display.screen().root.change_attributes(event_mask=X.SubstructureNotifyMask | X.StructureNotifyMask)
-        self._sent = None
-        self._serial = 0
-        self.times = []
-        self.work = []
-
-    def step(self, now):
-        from Xlib.protocol import event
-
-        if self._sent is None:
-            self._serial += 1
-            self._sent, self._used = now, _nanoseconds([self._main])
-            self._window.send_event(event.ClientMessage(
-                window=self._window, client_type=self._protocols,
-                data=(32, [self._ping, self._serial, self._window.id, 0, 0])), event_mask=0)
-        self._display.flush()
-
-    def read(self):
-        from Xlib import X
-
-        while self._display.pending_events():
-            each = self._display.next_event()
-            if (each.type == X.ClientMessage and self._sent is not None
-                    and each.client_type == self._protocols and each.data[1][1] == self._serial):
-                self.times.append(time.monotonic() - self._sent)
-                self.work.append((_nanoseconds([self._main]) - self._used) / 1e9)
-                self._sent = None
-
-    def restart(self):
-        self._sent = None
-        self.times = []
-        self.work = []
-
-
-def _nanoseconds(path):
-    """The processor time of all threads below it."""
-    return sum(int((task / "schedstat").read_text(encoding="utf-8").split()[0]) for task in path)
-
-
 def _used(pid):
     fields = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8").rpartition(")")[2].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
@@ -146,7 +97,7 @@ class Usage:
     def __init__(self, desktop, kelpa, log):
         self.time = time.monotonic()
         self.program = _used(kelpa.pid)
-        self.main = _nanoseconds([pathlib.Path(f"/proc/{kelpa.pid}/task/{kelpa.pid}")]) / 1e9
+        self.main, _ = main_thread(kelpa.pid)
         self.server = _used(desktop.x_server.pid)
         self.wake_ups = _wake_ups(kelpa.pid)
         trips = [int(trip) for trip in _PASS.findall(log.read_text(encoding="utf-8"))]

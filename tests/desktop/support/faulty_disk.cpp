@@ -1,7 +1,8 @@
-// Preloaded into a program, makes its disk hang, be full or be read-only: while the file named by
-// KELPA_TEST_HANG exists, no sync returns; while that of KELPA_TEST_FULL exists, nothing is written
-// at a place in a file; while that of KELPA_TEST_READ_ONLY exists, no file in its folder is opened
-// for writing. The program's own calls, threads and files are what they always are.
+// Preloaded into a program, makes its disk hang, be slow, full or read-only: while the file named
+// by KELPA_TEST_HANG exists, no sync returns; while that of KELPA_TEST_SLOW exists, each takes two
+// seconds longer; while that of KELPA_TEST_FULL exists, nothing is written at a place in a file;
+// while that of KELPA_TEST_READ_ONLY exists, no file in its folder is opened for writing. The
+// program's own calls, threads and files are what they always are.
 #include <cerrno>
 #include <cstdarg>
 #include <ctime>
@@ -15,6 +16,7 @@ namespace {
 
 /// Absent without their variables. Read before the program has a second thread.
 const char* hang = nullptr;
+const char* slow = nullptr;
 const char* full = nullptr;
 const char* readOnly = nullptr;
 
@@ -22,11 +24,14 @@ __attribute__((constructor)) void readEnvironment(int /*count*/, char** /*argume
                                                   char** environment)
 {
     constexpr std::string_view nameOfHang = "KELPA_TEST_HANG=";
+    constexpr std::string_view nameOfSlow = "KELPA_TEST_SLOW=";
     constexpr std::string_view nameOfFull = "KELPA_TEST_FULL=";
     constexpr std::string_view nameOfReadOnly = "KELPA_TEST_READ_ONLY=";
     for (char** variable = environment; *variable != nullptr; ++variable) {
         if (std::string_view(*variable).starts_with(nameOfHang))
             hang = *variable + nameOfHang.size();
+        if (std::string_view(*variable).starts_with(nameOfSlow))
+            slow = *variable + nameOfSlow.size();
         if (std::string_view(*variable).starts_with(nameOfFull))
             full = *variable + nameOfFull.size();
         if (std::string_view(*variable).starts_with(nameOfReadOnly))
@@ -44,6 +49,9 @@ int syncLate(long call, int file)
     const timespec moment{0, 5'000'000};
     while (exists(hang))
         ::nanosleep(&moment, nullptr);
+    const timespec twoSeconds{2, 0};
+    if (exists(slow))
+        ::nanosleep(&twoSeconds, nullptr);
     return static_cast<int>(::syscall(call, file));
 }
 
