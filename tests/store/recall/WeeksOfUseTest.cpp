@@ -1,0 +1,127 @@
+// Weeks in which windows come and go by the hundred: what is stored stops growing, but for what a
+// person has assigned by hand.
+
+#include "store/recall/WindowRecallFixture.h"
+#include "windows/memory/WindowMemory.h"
+
+#include <vector>
+
+namespace kelpa::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int days = 28;
+constexpr int daysOfAssigning = 7;
+constexpr int windowsADay = 200;
+constexpr int openAtOnce = 20;
+constexpr int todosADay = 10;
+constexpr int goalCount = 10;
+/// The first day that begins with a full memory, if every window of a day is remembered.
+constexpr int full = WindowMemory::maxWindows / windowsADay;
+/// A window and its goal in the file.
+constexpr qsizetype assignmentBytes = 64;
+
+struct Evening
+{
+    qsizetype rememberedWindows = 0;
+    qsizetype assignments = 0;
+    /// Of all values in the file.
+    qsizetype storedBytes = 0;
+};
+
+class WeeksOfUse : public WindowRecalls
+{
+protected:
+    void begin()
+    {
+        for (int i = 0; i < goalCount; ++i)
+            m_goals.append(makeGoal(QStringLiteral("Goal %1").arg(i)));
+    }
+
+    /// New windows, a few at a time, which the person gives a goal if that is asked for; and those
+    /// of every day, which find theirs by themselves. Todos come and go as well.
+    Evening day(int number, bool isAssigning)
+    {
+        for (int first = 0; first < windowsADay; first += openAtOnce) {
+            QSet<WindowID> windows;
+            for (int i = first; i < first + openAtOnce; ++i) {
+                const auto id = static_cast<WindowID>(1000 + number * windowsADay + i);
+                const bool isDaily = !isAssigning && i < openAtOnce;
+                desktop.addAccessibleWindow(
+                    id, editor,
+                    isDaily ? QStringLiteral("Account %1").arg(i)
+                            : QStringLiteral("Letter %1 of day %2").arg(i).arg(number));
+                windows.insert(id);
+            }
+            store().refresh();
+            waitForBurst();
+            const GoalID goal = m_goals.at(first / openAtOnce % goalCount);
+            if (isAssigning || (number == 0 && first == 0)) {
+                EXPECT_TRUE(store().assign(windows, goal));
+            }
+            scheduler.advance(1h);
+            for (const WindowID window : windows)
+                desktop.removeWindow(window);
+            store().refresh();
+        }
+        for (int i = 0; i < todosADay; ++i)
+            store().deleteTodo(makeTodo(m_goals.first()), m_goals.first());
+        scheduler.advance(14h);
+        store().finishSaving();
+        // The stand-in for the desktop never forgets them.
+        desktop.accessibilityWindows.clear();
+        return evening();
+    }
+
+    std::vector<Evening> useFor(int dayCount, bool isAssigning)
+    {
+        begin();
+        std::vector<Evening> evenings;
+        evenings.reserve(static_cast<std::size_t>(dayCount));
+        for (int number = 0; number < dayCount; ++number)
+            evenings.push_back(day(number, isAssigning));
+        return evenings;
+    }
+
+    Evening evening() const
+    {
+        Evening found;
+        found.rememberedWindows = stored().value_or(RememberedWindows()).windows.size();
+        found.assignments =
+            decodeAssignments(settings.document(assignmentsKey)).value_or(Assignments()).size();
+        for (auto each = settings.values.keyBegin(); each != settings.values.keyEnd(); ++each)
+            found.storedBytes += settings.document(*each).size();
+        return found;
+    }
+
+private:
+    QList<GoalID> m_goals;
+};
+
+TEST_F(WeeksOfUse, What_is_stored_stops_growing)
+{
+    const std::vector<Evening> evenings = useFor(days, false);
+    const Evening& week = evenings.at(days / 2 - 1);
+    const Evening& last = evenings.back();
+    EXPECT_EQ(last.rememberedWindows, openAtOnce) << "those of every day";
+    EXPECT_EQ(last.assignments, openAtOnce);
+    EXPECT_GT(last.storedBytes, 0);
+    EXPECT_LE(last.storedBytes, week.storedBytes * 102 / 100);
+}
+
+TEST_F(WeeksOfUse, Of_windows_that_are_all_assigned_by_hand_the_last_thousand_are_remembered)
+{
+    const std::vector<Evening> evenings = useFor(daysOfAssigning, true);
+    for (std::size_t number = full; number < evenings.size(); ++number) {
+        const Evening& now = evenings.at(number);
+        const Evening& before = evenings.at(number - 1);
+        EXPECT_EQ(now.rememberedWindows, WindowMemory::maxWindows);
+        // An assignment outlives its window.
+        EXPECT_EQ(now.assignments, before.assignments + windowsADay);
+        EXPECT_LE(now.storedBytes, before.storedBytes + windowsADay * assignmentBytes);
+    }
+}
+
+} // namespace
+} // namespace kelpa::test
