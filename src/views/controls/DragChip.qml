@@ -6,16 +6,11 @@ import Kelpa.Scene
 import Kelpa.Controls
 
 /// Replaces the picture of what is dragged over a place that would take it: names the place, and hangs
-/// beside the pointer, so that it does not cover it.
-FloatingGround {
+/// beside the pointer, so that it does not cover it. It has no shadow: it is drawn anew at each move.
+Rectangle {
     id: root
 
     required property BoardDragSource dragSource
-
-    readonly property point pointer: root.parent.mapFromItem(null, root.dragSource.pointer.x,
-                                                             root.dragSource.pointer.y)
-
-    readonly property point place: root.placeBeside(root.pointer)
 
     /// Right below the pointer, or above it where there is no room; within the parent.
     function placeBeside(pointer: point): point {
@@ -25,19 +20,32 @@ FloatingGround {
                                                       root.parent.width - root.width - Theme.tiny)),
                         fits ? below : pointer.y - Theme.large - root.height);
     }
+    function follow(): void {
+        if (!root.visible)
+            return;
+        const place = root.placeBeside(root.parent.mapFromItem(null, root.dragSource.pointer));
+        root.x = place.x;
+        root.y = place.y;
+    }
 
-    x: root.place.x
-    y: root.place.y
     width: Math.min(label.implicitWidth, 280) + 2 * Theme.medium
     height: Theme.controlHeight
     radius: Theme.controlRadius
     color: Theme.accent
-    border.width: 0
     visible: root.dragSource.isDragging && root.dragSource.destination.length > 0
     Accessible.role: Accessible.StaticText
     Accessible.ignored: !visible
     Accessible.name: root.dragSource.destination
+    onVisibleChanged: root.follow()
+    onWidthChanged: root.follow()
 
+    Connections {
+        target: root.dragSource
+
+        function onPointerChanged(): void {
+            root.follow();
+        }
+    }
     AppText {
         id: label
 
