@@ -198,11 +198,13 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     // Members of interfaces on the bus, and the identity of a run.
     {u"^src/platform/gnome/(ShellClient|GnomeWindowServer)\\.cpp$", u"^(gnome |\\w+)$"},
     {u"^src/platform/kwin/Kwin(Link|Screenshots|ScriptCalls)\\.cpp$",
-     u"^([A-Z][A-Za-z]+|Only Kelpa's script within KWin calls this)$"},
+     u"^([A-Z][A-Za-z]+|Only Kelpa's script within KWin calls this|"
+     u"arg1='activate application launcher')$"},
     // Commands of sway and their parts, and names that tell windows and Kelpas apart.
     {u"^src/platform/wayland/sway/(SwayBinding|SwayCommands)\\.cpp$",
      u"^(nop kelpa|kelpa: binding removed|Super_[LR]|bindsym --no-warn| --inhibited --release |\\] "
-     u")$"},
+     u"|"
+     u"(workspace|move) --no-auto-back-and-forth (container to workspace )?number )$"},
     {u"^src/platform/wayland/wlr/(ToplevelNames|WlrWindowServer)\\.cpp$", u"^(id|kelpa) $"},
     // How a file of Kelpa's begins, and a command.
     {u"^src/platform/numbers/NameTable\\.cpp$", u"^Kelpa window names 1$"},
