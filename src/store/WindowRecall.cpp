@@ -88,7 +88,7 @@ void WindowRecall::begin(WindowMemory memory, qsizetype storedCount)
     m_storedNewest = m_memory.newestWindow();
     noteWindows();
     for (const WindowID windowID : std::exchange(m_settledBefore, {}))
-        m_new.settle(windowID);
+        settle(windowID);
     if (!wasOutdated && !hasTooMuch)
         return;
     if (const std::vector<SettingsEntry> entries = entriesToSave(); !entries.empty())
@@ -108,6 +108,7 @@ void WindowRecall::startAnew()
         m_isLoaded = true;
     m_memory.forgetAll();
     m_new = {};
+    m_noted.reset();
     m_offers.clear();
     noteSwitch();
     // Windows that are there already are nothing new.
@@ -131,6 +132,7 @@ void WindowRecall::noteWindows()
         m_handlers.changed();
         return;
     }
+    m_noted = {m_state.windows, m_state.assignments, m_state.goalIDs()};
     const Scheduler::Time now = m_scheduler.now();
     forgetOffers();
     m_new.note(m_state.windows, now);
@@ -143,6 +145,13 @@ void WindowRecall::noteWindows()
     if (!m_new.isEmpty() && m_memory.hasAbsent())
         matchLater();
     m_handlers.changed();
+}
+
+bool WindowRecall::isNoted() const
+{
+    return m_noted && isOn() && m_state.isScreenCaptureTrusted &&
+           m_noted->windows == m_state.windows && m_noted->assignments == m_state.assignments &&
+           m_noted->goalIDs == m_state.goalIDs();
 }
 
 void WindowRecall::forgetOffers()
@@ -163,6 +172,7 @@ void WindowRecall::settle(WindowID windowID)
     if (!m_isLoaded)
         m_settledBefore.insert(windowID);
     m_new.settle(windowID);
+    m_noted.reset();
 }
 
 std::optional<WindowID> WindowRecall::counterpart(WindowID windowID, GoalID goalID) const
@@ -289,7 +299,11 @@ std::vector<SettingsEntry> WindowRecall::entriesToSave()
     if (!m_isLoaded && !isEmptied)
         return {};
     m_isEmptied = m_isEmptied || isEmptied;
-    noteWindows();
+    // Most saves are of todos; answered offers are published all the same.
+    if (isNoted())
+        m_handlers.changed();
+    else
+        noteWindows();
     const QSet<GoalID> goals = m_state.goalIDs();
     const bool hasChanged =
         isOn() && (m_storedAssignments != m_state.assignments || m_storedGoals != goals);

@@ -92,6 +92,8 @@ private:
     bool isOutdated() const;
     bool isOn() const { return m_isLoaded && m_state.isRememberingWindows; }
     QList<RecalledWindow> offersOf(WindowID windowID) const;
+    /// Whether nothing has changed since of what `noteWindows` looks at.
+    bool isNoted() const;
     /// Those of windows that are gone, and of remembered ones that undo cannot bring back.
     void forgetOffers();
     void matchLater();
@@ -116,6 +118,14 @@ private:
     /// they are gone.
     QHash<WindowID, QList<WindowID>> m_offers;
 
+    struct NotedBoard
+    {
+        QList<WindowItem> windows;
+        Assignments assignments;
+        QSet<GoalID> goalIDs;
+    };
+    /// Absent before the first time, and after a window was settled or all were forgotten.
+    std::optional<NotedBoard> m_noted;
     bool m_isWorthStoring = false;
     /// With which the memory was stored last; what it contains depends on them.
     Assignments m_storedAssignments;
