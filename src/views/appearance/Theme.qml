@@ -35,11 +35,11 @@ QtObject {
     // cards and buttons have outlines that stand out.
     readonly property color text: root.shade("#f1f2f4", "#191b1f", "#ffffff", "#000000")
     readonly property color secondaryText: root.shade("#bcbfc8", "#565b66", "#e2e4e9", "#2c3037")
-    readonly property color textOnAccent: "#ffffff"
+    readonly property color textOnAccent: root.shade("#ffffff", "#ffffff", "#000000", "#ffffff")
 
-    readonly property color accent: root.shade("#2f6be4", "#2563eb", "#164bb5", "#1546ab")
-    readonly property color accentHover: root.shade("#2a60d2", "#1d57d8", "#12409c", "#103a90")
-    readonly property color accentPress: root.shade("#2455bd", "#194cbe", "#0f3580", "#0c2f75")
+    readonly property color accent: root.shade("#2f6be4", "#2563eb", "#a9c6ff", "#1546ab")
+    readonly property color accentHover: root.shade("#2a60d2", "#1d57d8", "#c4d8ff", "#103a90")
+    readonly property color accentPress: root.shade("#2455bd", "#194cbe", "#8db4ff", "#0c2f75")
     readonly property color accentText: root.shade("#9dbfff", "#1d4fd0", "#c4d8ff", "#0b3494")
     readonly property color destructive: root.shade("#ffada5", "#b3261e", "#ffd0cb", "#7d120b")
     readonly property color warning: root.shade("#f2c14e", "#8a5a00", "#ffd97a", "#5c3b00")
@@ -65,7 +65,7 @@ QtObject {
     // The outline around the card that holds the selection.
     readonly property color enteredOutline: root.shade("#598db4ff", "#592563eb", "#c4d8ff", "#0b3494")
     readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"
-    readonly property color closing: root.shade("#d93a31", "#b3261e", "#a3221a", "#8f1c15")
+    readonly property color closing: root.shade("#d93a31", "#b3261e", "#ffb4ad", "#8f1c15")
     readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"
     // The shadow of items that float over the board, where it is darkest.
     readonly property color floatingShadow: isDark ? "#70000000" : "#2814181f"

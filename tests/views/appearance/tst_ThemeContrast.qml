@@ -95,7 +95,7 @@ TestCase {
                 []);
         compare(faults(symbol, named(["warning"]), groundsWith(["warningGround"], [])), []);
         if (row.isHigh)
-            compare(faults(symbol, named(["outline", "cardOutline", "selectedCardOutline", "enteredOutline"]),
-                           groundsWith(grounds, [])), []);
+            compare(faults(symbol, named(["outline", "cardOutline", "selectedCardOutline", "enteredOutline", "accent",
+                                          "accentHover", "accentPress"]), groundsWith(grounds, [])), []);
     }
 }
