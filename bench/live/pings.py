@@ -66,3 +66,17 @@ class Pings:
                 self.work.append(work)
                 self.gaps.append(max(work, taken - sum(waited for _, waited in used)))
                 self._sent = None
+
+    def settle(self, limit):
+        """Waits up to `limit` seconds for the answer that is due; one that does not come is as old as it is by
+        then."""
+        end = time.monotonic() + limit
+        while self._sent is not None and time.monotonic() < end:
+            self.read()
+            time.sleep(0.0005)
+        if self._sent is not None:
+            age = time.monotonic() - self._sent
+            self.times.append(age)
+            self.work.append(self._used()[0][0] - self._before[0][0])
+            self.gaps.append(age)
+            self._sent = None
