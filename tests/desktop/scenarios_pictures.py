@@ -27,12 +27,12 @@ class _SchemePictures:
     """Compares the screen with two references: one for the light colour scheme, and one for the dark
     one, to which the desktop switches while the program runs."""
 
-    def __init__(self, desktop, size=_SIZE, scale=1):
+    def __init__(self, desktop, size=_SIZE, scale=1, portal_options=()):
         self._desktop = desktop
         self._corner = size[0] - 1, size[1] - 1
         desktop.env["QT_QUICK_BACKEND"] = "software"
         desktop.env["QT_SCALE_FACTOR"] = str(scale)
-        self._portal = desktop.start("/usr/bin/python3", _PORTAL)
+        self._portal = desktop.start("/usr/bin/python3", _PORTAL, *portal_options)
         wait_until("the portal is there", self._has_portal)
         self._pictures = Pictures(desktop)
 
@@ -74,14 +74,14 @@ def _write_board(path, language="en", goals=_GOALS):
 
 
 @contextlib.contextmanager
-def _board_with_windows(desktop, binary, goals=_GOALS, size=_SIZE, scale=1):
+def _board_with_windows(desktop, binary, goals=_GOALS, size=_SIZE, scale=1, portal_options=()):
     """Kelpa beside some windows, all of which have a preview, and the pictures of this screen."""
     path = desktop.directory / "board.sqlite"
     _write_board(path, goals=goals)
     for title, color in _PROGRAMS:
         desktop.start_xterm(title, color=color)
         desktop.wait_for_window(title)
-    pictures = _SchemePictures(desktop, size, scale)
+    pictures = _SchemePictures(desktop, size, scale, portal_options)
     with Kelpa(desktop, binary, path) as kelpa:
         kelpa.focus()
         kelpa.wait_for_previews(boards.UNSORTED)
@@ -112,6 +112,20 @@ def the_board_looks_as_it_did(desktop, binary):
         kelpa.open_sheet("Learn Japanese")
         kelpa.click(lambda: kelpa.board.choice("XTerm: Mail"), "a window in the sheet")
         pictures.match("window-sheet")
+
+
+@on_desktop(size="1280x800x24")
+def the_board_in_high_contrast_looks_as_it_did(desktop, binary):
+    with _board_with_windows(desktop, binary, portal_options=["--high-contrast"]) as (kelpa, pictures):
+        kelpa.drag_card("Notes", boards.UNSORTED, "Ship release 0.1")
+        kelpa.click(*kelpa.todo_button("Ship release 0.1", "Write the release notes"))
+        kelpa.open_sheet("Learn Japanese")
+        kelpa.click(lambda: kelpa.board.choice("XTerm: Mail"), "a window in the sheet")
+        pictures.match("high-contrast-sheet")
+        desktop.key("Escape")
+        desktop.click(*kelpa.head("Ship release 0.1"))
+        wait_until("the goal is chosen", lambda: kelpa.board.selected_column() == "Ship release 0.1")
+        pictures.match("high-contrast")
 
 
 @on_desktop(size="1280x800x24")

@@ -1,7 +1,8 @@
-"""portal.py: the part of a desktop's portal that tells of the person's settings. It begins light and
-without animations; the signals USR1 and USR2 make it dark and light again."""
+"""portal.py [--high-contrast]: the part of a desktop's portal that tells of the person's settings. It begins
+light and without animations; the signals USR1 and USR2 make it dark and light again."""
 
 import signal
+import sys
 
 from gi.repository import Gio, GLib
 
@@ -27,7 +28,9 @@ _DARK, _LIGHT = GLib.Variant("u", 1), GLib.Variant("u", 2)
 class _Portal:
     def __init__(self):
         self._values = {_SCHEME: _LIGHT,
-                        ("org.gnome.desktop.interface", "enable-animations"): GLib.Variant("b", False)}
+                        ("org.gnome.desktop.interface", "enable-animations"): GLib.Variant("b", False),
+                        ("org.freedesktop.appearance", "contrast"):
+                            GLib.Variant("u", int("--high-contrast" in sys.argv))}
         self._connection = None
 
     def serve(self, connection, _name):
