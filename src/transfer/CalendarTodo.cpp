@@ -37,6 +37,16 @@ QString fromLibrary(const char* text)
     return QString::fromUtf8(text);
 }
 
+/// With spaces for what the library's text values may not have.
+QString withoutControls(QString text)
+{
+    std::ranges::replace_if(
+        text,
+        [](QChar c) { return c.category() == QChar::Other_Control && c != u'\n' && c != u'\t'; },
+        QChar(u' '));
+    return text;
+}
+
 /// The zone that a TZID names: "Europe/Berlin", the same after the name of who defined it, or one
 /// of Windows's names.
 QTimeZone zoneNamed(const QByteArray& name)
@@ -105,7 +115,7 @@ public:
             m_todo.uid = fromLibrary(icalproperty_get_uid(property));
             return;
         case ICAL_SUMMARY_PROPERTY:
-            m_todo.title = fromLibrary(icalproperty_get_summary(property));
+            m_todo.title = withoutControls(fromLibrary(icalproperty_get_summary(property)));
             return;
         case ICAL_STATUS_PROPERTY:
             m_todo.status = statusOf(icalproperty_get_status(property));
@@ -122,7 +132,8 @@ public:
             m_todo.priority = icalproperty_get_priority(property);
             return;
         case ICAL_CATEGORIES_PROPERTY:
-            m_todo.categories.append(fromLibrary(icalproperty_get_categories(property)));
+            m_todo.categories.append(
+                withoutControls(fromLibrary(icalproperty_get_categories(property))));
             return;
         case ICAL_RELATEDTO_PROPERTY:
             if (isParent(property))
@@ -156,15 +167,12 @@ private:
     int m_percent = 0;
 };
 
-/// What the library's text values may have.
+/// Never empty for a text that is not: without a title, a goal would not come back.
 QByteArray toLibrary(const QString& text)
 {
-    QString kept = text;
-    std::ranges::replace_if(
-        kept,
-        [](QChar c) { return c.category() == QChar::Other_Control && c != u'\n' && c != u'\t'; },
-        QChar(u' '));
-    return kept.toUtf8();
+    const QString kept = withoutControls(text);
+    const bool isLost = kept.trimmed().isEmpty() && !text.isEmpty();
+    return (isLost ? QString(QChar(QChar::ReplacementCharacter)) : kept).toUtf8();
 }
 
 icalproperty_status statusOf(TodoStatus status)
@@ -261,8 +269,10 @@ QString textOfContentLine(const QByteArray& contentLine)
     if (value == nullptr)
         return {};
     if (icalvalue_isa(value) == ICAL_TEXT_VALUE)
-        return fromLibrary(icalvalue_get_text(value));
-    return icalvalue_isa(value) == ICAL_X_VALUE ? fromLibrary(icalvalue_get_x(value)) : QString();
+        return withoutControls(fromLibrary(icalvalue_get_text(value)));
+    return icalvalue_isa(value) == ICAL_X_VALUE
+               ? withoutControls(fromLibrary(icalvalue_get_x(value)))
+               : QString();
 }
 
 } // namespace kelpa

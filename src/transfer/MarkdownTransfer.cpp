@@ -82,10 +82,11 @@ std::optional<Date> takeTime(QStringView& text)
     if (!text.endsWith(commentEnd))
         return std::nullopt;
     const qsizetype start = text.lastIndexOf(commentStart);
-    if (start < 0 || isEscaped(text, start))
+    // The marks of "<!-->" share a character.
+    const qsizetype length = text.size() - start - commentStart.size() - commentEnd.size();
+    if (start < 0 || length < 0 || isEscaped(text, start))
         return std::nullopt;
-    const QStringView comment =
-        text.sliced(start + commentStart.size()).chopped(commentEnd.size()).trimmed();
+    const QStringView comment = text.sliced(start + commentStart.size(), length).trimmed();
     const std::optional<Date> time = dateOfIsoTime(comment);
     if (time)
         text = text.first(start).trimmed();

@@ -2,6 +2,7 @@
 
 #include "model/Text.h"
 
+#include <QRegularExpression>
 #include <QUrl>
 
 #include <algorithm>
@@ -38,6 +39,8 @@ QString projectWord(const QString& title)
     for (const QChar c : title) {
         if (c == u' ')
             word += u'_';
+        else if (c == QChar::Null)
+            word += QChar(QChar::ReplacementCharacter);
         else if (c == u'_' || c == u'%' || c.isSpace())
             word += QString::fromLatin1(QUrl::toPercentEncoding(QString(c), {}, "_"));
         else
@@ -46,11 +49,23 @@ QString projectWord(const QString& title)
     return word;
 }
 
+/// Whether each "%" begins a byte in two hexadecimal digits, and none is a null, which no file may
+/// have.
+bool isPercentEncoded(const QString& text)
+{
+    static const QRegularExpression other(QStringLiteral("%(?![0-9A-Fa-f]{2})|%00"));
+    return !other.match(text).hasMatch();
+}
+
 QString titleOfProject(QStringView word)
 {
     const QString spaced = word.toString().replace(u'_', u' ');
+    if (!isPercentEncoded(spaced))
+        return trimmedText(spaced);
     const QString title = QUrl::fromPercentEncoding(spaced.toUtf8());
-    return trimmedText(title.contains(QChar(QChar::ReplacementCharacter)) ? spaced : title);
+    // Bytes that are no UTF-8 become such characters.
+    const QChar replacement(QChar::ReplacementCharacter);
+    return trimmedText(title.count(replacement) > spaced.count(replacement) ? spaced : title);
 }
 
 /// Takes "(A) " off the beginning.

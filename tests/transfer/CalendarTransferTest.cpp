@@ -54,6 +54,14 @@ TEST(CalendarExport, Folds_long_lines)
               title);
 }
 
+TEST(CalendarExport, Keeps_a_goal_whose_title_the_format_cannot_have)
+{
+    const std::string text =
+        calendarTextOf({goal(QStringLiteral("\u0001"), {todo(QStringLiteral("a"))})});
+    EXPECT_EQ(linesOf(boardOf(TransferFormat::iCalendar, QByteArray::fromStdString(text))),
+              textLines("# \ufffd p2\ntodo a"));
+}
+
 class CalendarReading : public testing::TestWithParam<ReadRow>
 {};
 
@@ -69,6 +77,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         ReadRow{"text", "BEGIN:VTODO\nSUMMARY:a\\, b\\; c\\nd \\\\ e\n  f\n\tg\nEND:VTODO\n",
                 "-\ntodo a, b; c<LF>d \\ e fg"},
+        ReadRow{"characters without a form",
+                "BEGIN:VTODO\nSUMMARY:a\001b\nCATEGORIES:\001\nEND:VTODO\n"
+                "BEGIN:VTODO\nSUMMARY:\001\nEND:VTODO\n",
+                "-\ntodo a b", "7: SUMMARY:  (no title)"},
         ReadRow{"status",
                 "BEGIN:VTODO\nSUMMARY:a\nSTATUS:NEEDS-ACTION\nEND:VTODO\n"
                 "BEGIN:VTODO\nSUMMARY:b\nSTATUS:IN-PROCESS\nEND:VTODO\n"

@@ -128,6 +128,8 @@ INSTANTIATE_TEST_SUITE_P(
             "a todo)"},
         ReadRow{"nothing in an item", "- a\n- [ ]\n-\n", "-\ntodo a",
                 "2:  (no title)\n3:  (no title)"},
+        ReadRow{"marks of a comment that share a character", "- a <!-->\n- b <!--->\n",
+                "-\ntodo a <!-->\ntodo b <!--->"},
         ReadRow{"entities and code", "- a &amp; b `x\\_y` c\\_d\n", "-\ntodo a & b `x\\_y` c_d"},
         ReadRow{"old line ends", "# Home\r- a\r\n- b\r", "# Home p2\ntodo a\ntodo b"}),
     caseName);

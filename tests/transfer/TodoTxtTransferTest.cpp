@@ -51,6 +51,16 @@ TEST(TodoTxtExport, Keeps_a_byte_order_mark_with_which_the_first_title_begins)
     EXPECT_EQ(linesOf(boardOf(TransferFormat::todoTxt, text)), textLines("-\ntodo \ufeffMilk"));
 }
 
+TEST(TodoTxtExport, Keeps_characters_in_the_title_of_a_goal_that_a_word_or_a_file_cannot_have)
+{
+    const Goal replaced = goal(QStringLiteral("50% \ufffd"), {todo(QStringLiteral("a"), 0)});
+    const Goal null =
+        goal(QStringLiteral("b%1_c").arg(QChar(QChar::Null)), {todo(QStringLiteral("b"), 1)});
+    const QByteArray text = bytesOf(TransferFormat::todoTxt, {replaced, null}, {}, transferClock);
+    EXPECT_EQ(linesOf(boardOf(TransferFormat::todoTxt, text)),
+              textLines("# 50% \ufffd p2\ntodo a\n# b\ufffd_c p2\ntodo b"));
+}
+
 class TodoTxtReading : public testing::TestWithParam<ReadRow>
 {};
 
@@ -84,6 +94,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "# Bills p2\ntodo Email +Work about +Bills now"},
         ReadRow{"underscores and escapes", "a +foo_bar\nb +50%\n",
                 "# foo bar p2\ntodo a\n# 50% p2\ntodo b"},
+        ReadRow{"percents that are no escapes", "a +50%_0\nb +x%00y\nc +100%25\nd +%ff%25\n",
+                "# 50% 0 p2\ntodo a\n# x%00y p2\ntodo b\n# 100% p2\ntodo c\n# %ff%25 p2\ntodo d"},
         ReadRow{"no project", "1 + 1\na +\nb+c\n", "-\ntodo 1 + 1\ntodo a\ntodo b+c"},
         ReadRow{"priority of a completed one", "x Pay pri:A\nx Pay +Bills pri:B\n",
                 "# Bills p1\ncompleted Pay\n-\ncompleted Pay pri:A"},
