@@ -206,6 +206,7 @@ FocusScope {
             visibleTo: targets.visibleTo - y
             shownFrom: view.contentY - targets.y - y
             shownTo: view.contentY - targets.y + view.height - y
+            isShowingMatch: searchScroll.grownColumnID === goal.columnID
             onWindowMenuRequested: (id, card, place) => root.menus().openWindowMenu(id, goal.columnID, card, place)
             onColumnMenuRequested: button => root.menus().openColumnMenu(goal.columnID, button)
             onPriorityMenuRequested: button => root.menus().openPriorityMenu(goal.columnID, goal.priority, button)

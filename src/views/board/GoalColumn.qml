@@ -9,7 +9,8 @@ import Kelpa.Windows
 import Kelpa.Board
 
 /// A goal, or the unassigned column, with its todos and its window cards. A card that shows only its
-/// beginning expands while the keyboard is in what its fade would cover.
+/// beginning expands while the keyboard, or the first match of a search, is in what its fade would
+/// cover.
 ExpandableGoalCard {
     id: root
 
@@ -38,6 +39,8 @@ ExpandableGoalCard {
     /// that are prepared beyond it.
     property real shownFrom: root.visibleFrom
     property real shownTo: root.visibleTo
+    /// Whether it expands for a match of the search.
+    property bool isShowingMatch: false
 
     /// The focus moves on from here to the next selected item.
     readonly property bool yieldsFocus: true
@@ -84,7 +87,7 @@ ExpandableGoalCard {
     }
 
     // The unassigned column shows all of its contents, since they are to be sorted.
-    isExpanded: root.isSelected || root.isUnassigned
+    isExpanded: root.isSelected || root.isUnassigned || root.isShowingMatch
                 || todos.y + todos.keyboardEnd > Theme.collapsedCardHeight - Theme.fadeHeight
     WaterfallDelegate.isPinned: ((root.isExpanded || root.isResizing) && !root.isUnassigned)
                                 || todos.isWriting

@@ -96,6 +96,56 @@ Item {
             verify(isShown(column(goal(180))));
             compare(world.board.selectedTarget, -1);
         }
+        function test_a_card_shows_the_match_that_its_fade_would_cover_until_the_search_ends() {
+            for (let i = 0; i < 8; ++i)
+                world.addTodo("Todo " + i, goal(150));
+            world.addTodo("Write it down", goal(120));
+            for (let i = 0; i < 8; ++i)
+                world.addTodo("Later " + i, goal(120));
+            world.addTodo("Call the bank", goal(120));
+            world.clearSelection();
+            settle();
+            view().contentY = 700;
+            settle();
+            search("letter");
+            const grown = column(goal(150));
+            const letter = card("Letter");
+            verify(letter.mapToItem(grown, 0, letter.height).y > Theme.collapsedCardHeight);
+            compare(grown.height, grown.naturalHeight);
+            verify(isShown(letter));
+            compare(world.board.selectedTarget, -1);
+            // The card of another match takes its place.
+            search("bank");
+            verify(isShown(only(all(column(goal(120)), item => item instanceof TodoRow
+                                                               && item.title === "Call the bank"))));
+            compare(column(goal(120)).height, column(goal(120)).naturalHeight);
+            // One that shows the match as it is does not expand.
+            search("goal 149");
+            search("write it");
+            compare(column(goal(120)).height, Theme.collapsedCardHeight);
+            search("bank");
+            verify(column(goal(120)).height > Theme.collapsedCardHeight);
+            search("");
+            settle();
+            compare(column(goal(120)).height, Theme.collapsedCardHeight);
+        }
+        function test_a_card_in_view_expands_as_well_but_not_while_a_button_is_held() {
+            for (let i = 0; i < 8; ++i)
+                world.addTodo("Todo " + i, goal(1));
+            world.addTodo("Call the bank", goal(1));
+            world.clearSelection();
+            settle();
+            view().contentY = 0;
+            settle();
+            mousePress(board, 600, 300);
+            search("bank");
+            compare(column(goal(1)).height, Theme.collapsedCardHeight);
+            mouseRelease(board, 600, 300);
+            search("the bank");
+            compare(column(goal(1)).height, column(goal(1)).naturalHeight);
+            verify(isShown(only(all(column(goal(1)), item => item instanceof TodoRow
+                                                             && item.title === "Call the bank"))));
+        }
         function test_the_board_does_not_move_while_the_match_is_in_view() {
             select(150);
             settle();
