@@ -5,6 +5,7 @@ import settings
 from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
+from selection import Selection
 
 
 def cards_go_to_goals_and_back_and_only_where_they_are_taken(desktop, binary):
@@ -65,6 +66,30 @@ def cards_go_to_goals_and_back_and_only_where_they_are_taken(desktop, binary):
                    lambda: desktop.pixel(*beside) != at_rest)
         desktop.let_go()
         wait_until("the picture is gone", lambda: desktop.pixel(*beside) == at_rest)
+
+
+def a_sorted_goal_that_escape_gives_up_is_not_explained(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("One", []), ("Two", []), ("Three", [])])
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.wait_for_goals("One", "Two", "Three")
+
+        def explains():
+            return kelpa.board.button("Stop sorting") is not None
+
+        desktop.drag_over(kelpa.head("Three"), kelpa.head("One"))
+        wait_until("a drag has begun", desktop.is_dragging)
+        desktop.key("Escape")
+        wait_until("the drag has ended", lambda: not desktop.is_dragging())
+        desktop.let_go()
+        # It would be said before a click that comes after the drag is answered.
+        desktop.click(*kelpa.head("Two"))
+        Selection(desktop, kelpa).is_column("Two")
+        assert not explains()
+        desktop.drag(kelpa.head("Three"), kelpa.head("One"))
+        wait_until("it says why", explains)
+        kelpa.wait_for_goals("One", "Two", "Three")
 
 
 def goals_change_places_by_mouse(desktop, binary):

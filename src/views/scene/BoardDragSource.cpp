@@ -4,6 +4,7 @@
 #include <QDrag>
 #include <QDragMoveEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QPixmap>
 #include <QQuickWindow>
@@ -22,6 +23,25 @@ QRegion outline(const QImage& picture, double pixelsPerPoint)
     return QRegion(QBitmap::fromImage(picture.scaled(size).createAlphaMask()));
 }
 
+/// Sees whether Escape is pressed. The toolkit's drag takes every key from the windows by a filter
+/// of the application, of which the one that is installed last is the first to see an event.
+class EscapeWatch : public QObject
+{
+public:
+    bool wasPressed() const { return m_wasPressed; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::KeyPress &&
+            static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+            m_wasPressed = true;
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    bool m_wasPressed = false;
+};
+
 } // namespace
 
 void BoardDragSource::drag(const QString& text, const QImage& picture, double pixelsPerPoint,
@@ -39,10 +59,14 @@ void BoardDragSource::drag(const QString& text, const QImage& picture, double pi
     drag->setPixmap(pixmap);
     drag->setHotSpot(hotSpot.toPoint());
     setDragging(true);
-    // Queued, since the drag window exists only once the drag has begun.
+    // Queued, since the drag window exists only once the drag has begun, and so does its filter.
     m_outline = outline(picture, pixelsPerPoint);
     QMetaObject::invokeMethod(
         drag, [this] { maskPicture(); }, Qt::QueuedConnection);
+    EscapeWatch escape;
+    QMetaObject::invokeMethod(
+        &escape, [&escape] { QCoreApplication::instance()->installEventFilter(&escape); },
+        Qt::QueuedConnection);
     const QPointer<QQuickWindow> scene = window();
     if (scene != nullptr)
         scene->installEventFilter(this);
@@ -51,7 +75,7 @@ void BoardDragSource::drag(const QString& text, const QImage& picture, double pi
         scene->removeEventFilter(this);
     leaveDestination(m_place);
     setDragging(false);
-    if (action == Qt::IgnoreAction)
+    if (action == Qt::IgnoreAction && !escape.wasPressed())
         Q_EMIT refused(text);
 }
 

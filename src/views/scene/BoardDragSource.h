@@ -49,7 +49,8 @@ Q_SIGNALS:
     void isDraggingChanged();
     void destinationChanged();
     void pointerChanged();
-    /// The drag of `text` has ended where nothing took it.
+    /// The drag of `text` has ended where nothing took it, and was not given up by Escape. Where
+    /// the desktop has the keyboard during a drag, as on Wayland, Escape is not told apart.
     void refused(const QString& text);
 
 protected:

@@ -47,6 +47,16 @@ protected:
     }
 };
 
+/// Keeps every key from the windows, as the toolkit does during a drag.
+class KeyEater : public QObject
+{
+public:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        return event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    }
+};
+
 const QByteArray scene = "import QtQuick\n"
                          "import Kelpa.Scene\n"
                          "import Kelpa.Controls\n"
@@ -115,6 +125,25 @@ TEST_F(Dragging, What_nothing_has_taken_is_announced_when_the_drag_has_ended)
     ASSERT_EQ(refusals.count(), 1);
     EXPECT_EQ(refusals.first().first().toString(), QStringLiteral("refused"));
     EXPECT_FALSE(wasDragging);
+}
+
+TEST_F(Dragging, What_is_given_up_by_Escape_has_not_been_refused)
+{
+    const QSignalSpy refusals(&source, &BoardDragSource::refused);
+    const auto dragAndPress = [this](Qt::Key key) {
+        source.whileDragging = [this, key] {
+            KeyEater toolkit;
+            QCoreApplication::instance()->installEventFilter(&toolkit);
+            QCoreApplication::processEvents();
+            QTest::keyPress(window.get(), key);
+        };
+        source.drag(QStringLiteral("dragged"), {}, 1, {});
+    };
+    source.result = Qt::IgnoreAction;
+    dragAndPress(Qt::Key_Escape);
+    EXPECT_EQ(refusals.count(), 0);
+    dragAndPress(Qt::Key_Shift);
+    EXPECT_EQ(refusals.count(), 1);
 }
 
 TEST_F(Dragging, What_is_held_beside_its_picture_is_held_at_the_edge_of_it)
