@@ -10,16 +10,23 @@ T.Dialog {
     id: root
 
     property bool isFading: false
+    /// Lies over the contents of a sheet that fades, which still look as if they could be pressed.
+    readonly property MouseArea shield: MouseArea {
+        parent: root.background.parent
+        anchors.fill: parent
+        z: 1
+        visible: root.isFading
+        acceptedButtons: Qt.AllButtons
+        onWheel: wheel => wheel.accepted = true
+    }
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: Math.min(Theme.sheetWidth, parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
     implicitHeight: contentHeight + topPadding + bottomPadding
     focus: true
-    // A sheet that fades away takes no more input: the next click is meant for the board, also where
-    // the sheet still shows, and so is the next key, which the toolkit withholds from the window below
-    // a sheet that Escape closes.
-    enabled: !root.isFading
+    // A sheet that fades away takes no more input. The next key is meant for the board, but the toolkit
+    // withholds it from the window below a sheet that Escape closes.
     modal: !root.isFading
     closePolicy: root.isFading ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
     padding: Theme.huge

@@ -81,6 +81,10 @@ Item {
                 verify(sheet.isFading);
                 mouseClick(main.contentItem, place.x, place.y);
                 compare(confirmations.count, 0);
+                // It looks as before.
+                verify(create.enabled);
+                compare(create.opacity, 1);
+                verify(sheet.isFading);
                 tryVerify(() => !sheet.visible);
                 // It can be used again.
                 keyClick(Qt.Key_N, Qt.ControlModifier);
