@@ -4,6 +4,7 @@
 #include "model/Identifiers.h"
 #include "model/Rect.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -120,6 +121,10 @@ public:
     /// The names of the virtual desktops in their order, without white space around them, an empty
     /// one for a desktop that has none. Empty where there are none that windows could be sent to.
     virtual QStringList virtualDesktops() { return {}; }
+
+    /// The numbers, from 1, of virtual desktops that are not there, but that the desktop creates
+    /// when a window is sent to them: a list to choose from leaves them out.
+    virtual QList<int> unofferedDesktops() { return {}; }
 
     virtual bool isAccessibilityTrusted() = 0;
 

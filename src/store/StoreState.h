@@ -79,6 +79,8 @@ public:
     GoalPins pins;
     /// As `DiscoverySource::virtualDesktops`.
     QStringList virtualDesktops;
+    /// As `DiscoverySource::unofferedDesktops`.
+    QList<int> unofferedDesktops;
     std::optional<TroubleNotice> trouble;
 
     // Values without a signal of their own.

@@ -91,6 +91,9 @@ public:
     /// The names of the virtual desktops in their order, an empty one for a desktop without a name.
     /// Empty where there are none, and until a pass has found them. `pinsChanged`.
     const QStringList& virtualDesktops() const { return m_state.virtualDesktops; }
+    /// The numbers of those that a list to choose from leaves out, since they are not there until a
+    /// window is sent to them. `pinsChanged`.
+    const QList<int>& unofferedDesktops() const { return m_state.unofferedDesktops; }
     /// Whether changes have been on their way to the disk for a second.
     bool isSavingSlowly() const { return m_state.isSavingSlowly; }
     /// What is wrong with the board's file; absent while nothing is.

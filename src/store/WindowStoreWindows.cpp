@@ -74,6 +74,7 @@ void WindowStore::Parts::finishPass(const WindowDiscoveryBatch& discovered)
     const Update update(state.changes);
     migrateLegacyTerminalAssignments(discovered.windows);
     state.assign(state.virtualDesktops, discovered.virtualDesktops, Field::pins);
+    state.assign(state.unofferedDesktops, discovered.unofferedDesktops, Field::pins);
     if (state.assignWindows(discovered.windows))
         recall.noteWindows();
     pinned.observe(state.windows, activations.isIdle() ? PinnedWindows::Requests::sent
@@ -265,6 +266,7 @@ void WindowStore::stopObserving()
     m_parts->isPassAhead = false;
     m_state.assign(m_state.windows, {}, Field::windows);
     m_state.assign(m_state.virtualDesktops, {}, Field::pins);
+    m_state.assign(m_state.unofferedDesktops, {}, Field::pins);
     m_state.assign(m_state.previews, {}, Field::previews);
     m_parts->previewCaptures.forgetUnlisted();
     m_parts->selection.reconcileWithWindows();

@@ -15,6 +15,8 @@ struct WindowDiscoveryBatch
     QList<WindowItem> windows{};
     /// As `DiscoverySource::virtualDesktops`.
     QStringList virtualDesktops{};
+    /// As `DiscoverySource::unofferedDesktops`.
+    QList<int> unofferedDesktops{};
 };
 
 /// Keeps nothing between calls. Any thread.

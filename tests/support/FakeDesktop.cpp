@@ -36,6 +36,7 @@ public:
     }
 
     QStringList virtualDesktops() override { return m_desktop.virtualDesktops; }
+    QList<int> unofferedDesktops() override { return m_desktop.unofferedDesktops; }
 
     bool isAccessibilityTrusted() override { return m_desktop.isAccessibilityGranted; }
 

@@ -11,6 +11,7 @@
 #include "platform/Workspace.h"
 
 #include <QHash>
+#include <QList>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -53,6 +54,8 @@ public:
     bool isOnScreenListAvailable = true;
     /// The names of the virtual desktops.
     QStringList virtualDesktops;
+    /// The numbers of those that are not there until a window is sent to them.
+    QList<int> unofferedDesktops;
     QHash<ProcessID, RunningApplication> applications;
     /// A process without an entry has an empty list; an absent value makes the query fail.
     QHash<ProcessID, std::optional<std::vector<AccessibilityWindow>>> accessibilityWindows;

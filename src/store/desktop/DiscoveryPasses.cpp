@@ -26,7 +26,7 @@ auto passOver(WindowServer& server, ProcessID ownProcess, DiscoveryPasses::ReadA
         if (access == DiscoveryPasses::ReadAccess::denied)
             return WindowDiscoveryBatch{};
         WindowDiscoveryBatch batch{WindowDiscovery::visibleWindows(*source, ownProcess),
-                                   source->virtualDesktops()};
+                                   source->virtualDesktops(), source->unofferedDesktops()};
         const std::chrono::duration<double, std::milli> taken =
             std::chrono::steady_clock::now() - begin;
         qCDebug(logStore, "a pass listed %lld windows in %.2f ms", qlonglong(batch.windows.size()),

@@ -174,8 +174,10 @@ QVariantList GoalController::pinChoices(const QString& columnID) const
                                    {QStringLiteral("isThere"), isThere}});
     };
     append(0, KelpaCopy::text(CopyKey::NotPinned, m_store.language()), !pin, true);
-    for (int number = 1; number <= count; ++number)
-        append(number, desktopLabel(m_store, number), pin == number, true);
+    for (int number = 1; number <= count; ++number) {
+        if (pin == number || !m_store.unofferedDesktops().contains(number))
+            append(number, desktopLabel(m_store, number), pin == number, true);
+    }
     if (pin && *pin > count)
         append(*pin, desktopLabel(m_store, *pin), true, false);
     return choices;

@@ -46,8 +46,7 @@ void decodeSwayTree(const QByteArray& bytes)
     const auto tree = treeIn(bytes);
     if (!tree)
         return;
-    require(tree->workspaces.size() >= 10 && tree->workspaces.size() <= mostVirtualDesktops,
-            "a session has some desktops, and few");
+    require(tree->workspaces.size() == mostVirtualDesktops, "a session has some desktops, and few");
     for (const SwayWindow& window : tree->windows) {
         require(window.process.value_or(1) > 0, "a window of sway's has a process, or none");
         const int desktop = window.desktopNumber.value_or(everyVirtualDesktop);

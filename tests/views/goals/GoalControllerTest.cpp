@@ -136,6 +136,17 @@ TEST_F(Goals, A_goal_can_be_pinned_to_the_desktops_that_are_there)
                            QStringLiteral("Desktop 2 (not there now)*?")}));
     goals.pinTo(first.text(), 0);
     EXPECT_EQ(store().pinOf(first), std::nullopt);
+    // As in sway, which creates the second and the fourth when a window is sent there.
+    desktop.virtualDesktops = QStringList(4);
+    desktop.unofferedDesktops = {2, 4};
+    store().refresh();
+    goals.pinTo(first.text(), 4);
+    EXPECT_EQ(names(first.text()),
+              (QStringList{QStringLiteral("Not pinned"), QStringLiteral("Desktop 1"),
+                           QStringLiteral("Desktop 3"), QStringLiteral("Desktop 4*")}));
+    EXPECT_EQ(names(second.text()),
+              (QStringList{QStringLiteral("Not pinned*"), QStringLiteral("Desktop 1"),
+                           QStringLiteral("Desktop 3")}));
 }
 
 TEST_F(Goals, The_unassigned_column_opens_nothing)

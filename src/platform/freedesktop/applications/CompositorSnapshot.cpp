@@ -28,8 +28,9 @@ std::optional<QString> ownerNameOf(const CompositorWindow& window,
 
 CompositorSnapshot::CompositorSnapshot(std::vector<CompositorWindow> windows,
                                        ApplicationResolver& resolver, DocumentSource* documents,
-                                       QStringList virtualDesktops)
-    : m_isPresent(true), m_virtualDesktops(std::move(virtualDesktops))
+                                       QStringList virtualDesktops, QList<int> unofferedDesktops)
+    : m_isPresent(true), m_virtualDesktops(std::move(virtualDesktops)),
+      m_unofferedDesktops(std::move(unofferedDesktops))
 {
     std::vector<DocumentQuery> queries;
     for (CompositorWindow& window : windows) {

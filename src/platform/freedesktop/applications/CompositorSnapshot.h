@@ -5,6 +5,7 @@
 #include "platform/ApplicationResolver.h"
 #include "platform/DiscoverySource.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -39,14 +40,16 @@ public:
     CompositorSnapshot() = default;
 
     /// `windows` from front to back; their entries have bounds and titles. Neither `resolver` nor
-    /// `documents`, which may be null, is used after this. `virtualDesktops` as the source has
-    /// them.
+    /// `documents`, which may be null, is used after this. `virtualDesktops` and
+    /// `unofferedDesktops` as the source has them.
     CompositorSnapshot(std::vector<CompositorWindow> windows, ApplicationResolver& resolver,
-                       DocumentSource* documents, QStringList virtualDesktops = {});
+                       DocumentSource* documents, QStringList virtualDesktops = {},
+                       QList<int> unofferedDesktops = {});
 
     std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) override;
     std::optional<RunningApplication> runningApplication(ProcessID process) override;
     QStringList virtualDesktops() override { return m_virtualDesktops; }
+    QList<int> unofferedDesktops() override { return m_unofferedDesktops; }
     bool isAccessibilityTrusted() override { return m_isPresent; }
     std::optional<std::vector<AccessibilityWindow>>
     accessibilityWindows(ProcessID process) override;
@@ -62,6 +65,7 @@ private:
 
     bool m_isPresent = false;
     QStringList m_virtualDesktops;
+    QList<int> m_unofferedDesktops;
     std::vector<WindowListEntry> m_windows;
     std::vector<WindowListEntry> m_onScreen;
     std::map<ProcessID, Process> m_processes;

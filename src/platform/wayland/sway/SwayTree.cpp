@@ -74,22 +74,30 @@ SwayWindow windowOf(const QJsonObject& node)
     return window;
 }
 
-/// The children of a container by their numbers, in the order in which they last had the focus.
-std::vector<QJsonObject> childrenOf(const QJsonObject& node)
+struct Child
+{
+    QJsonObject node;
+    bool isFloating = false;
+};
+
+/// The children of a container, in the order in which they last had the focus.
+std::vector<Child> childrenOf(const QJsonObject& node)
 {
     std::map<std::int64_t, std::size_t> ranks;
     for (const auto& id : node.value(QStringLiteral("focus")).toArray())
         ranks.emplace(id.toInteger(), ranks.size());
-    std::vector<std::pair<std::size_t, QJsonObject>> ranked;
-    for (const QString& kind : {QStringLiteral("floating_nodes"), QStringLiteral("nodes")}) {
+    std::vector<std::pair<std::size_t, Child>> ranked;
+    for (const bool isFloating : {true, false}) {
+        const QString kind =
+            isFloating ? QStringLiteral("floating_nodes") : QStringLiteral("nodes");
         for (const auto& child : node.value(kind).toArray()) {
             const auto rank = ranks.find(number(child.toObject(), QStringLiteral("id")));
             ranked.emplace_back(rank == ranks.end() ? ranks.size() : rank->second,
-                                child.toObject());
+                                Child{child.toObject(), isFloating});
         }
     }
-    std::ranges::stable_sort(ranked, {}, &std::pair<std::size_t, QJsonObject>::first);
-    std::vector<QJsonObject> children;
+    std::ranges::stable_sort(ranked, {}, &std::pair<std::size_t, Child>::first);
+    std::vector<Child> children;
     children.reserve(ranked.size());
     for (auto& [rank, child] : ranked)
         children.push_back(std::move(child));
@@ -120,8 +128,9 @@ struct Surroundings
     std::optional<int> desktopNumber{};
 };
 
-Surroundings within(const QJsonObject& node, Surroundings around, NumberedWorkspaces& numbered)
+Surroundings within(const Child& child, Surroundings around)
 {
+    const QJsonObject& node = child.node;
     const QString type = text(node, QStringLiteral("type"));
     if (type == QStringLiteral("output"))
         around.shownWorkspace = text(node, QStringLiteral("current_workspace"));
@@ -129,50 +138,71 @@ Surroundings within(const QJsonObject& node, Surroundings around, NumberedWorksp
         const QString name = text(node, QStringLiteral("name"));
         if (name != around.shownWorkspace && !name.isEmpty())
             around.hiddenWorkspace = name;
-        const std::optional<int> number = numberOfWorkspace(name);
-        around.desktopNumber = number.value_or(unnumberedVirtualDesktop);
-        // Several may have one number; sway goes to the first.
-        if (number)
-            numbered.emplace(*number, name.trimmed());
+        around.desktopNumber = numberOfWorkspace(name).value_or(unnumberedVirtualDesktop);
     }
-    if (node.value(QStringLiteral("sticky")).toBool()) {
+    // A tiled container may be marked so too, and stays on its workspace all the same.
+    if (child.isFloating && node.value(QStringLiteral("sticky")).toBool()) {
         around.hiddenWorkspace.reset();
         around.desktopNumber = everyVirtualDesktop;
     }
     return around;
 }
 
-struct Collection
+void collect(const Child& child, const Surroundings& around, std::vector<SwayWindow>& windows,
+             int left)
 {
-    std::vector<SwayWindow> windows;
-    NumberedWorkspaces workspaces;
-};
-
-void collect(const QJsonObject& node, const Surroundings& around, Collection& collection, int left)
-{
-    const Surroundings inside = within(node, around, collection.workspaces);
+    const QJsonObject& node = child.node;
+    const Surroundings inside = within(child, around);
     // Only windows have a shell; containers of windows do not.
     if (node.contains(QStringLiteral("shell")) && number(node, QStringLiteral("id")) != 0) {
-        SwayWindow& window = collection.windows.emplace_back(windowOf(node));
+        SwayWindow& window = windows.emplace_back(windowOf(node));
         window.hiddenWorkspace = inside.hiddenWorkspace;
         window.desktopNumber = inside.desktopNumber;
         return;
     }
     if (left == 0)
         return;
-    for (const QJsonObject& child : childrenOf(node))
-        collect(child, inside, collection, left - 1);
+    for (const Child& each : childrenOf(node))
+        collect(each, inside, windows, left - 1);
+}
+
+/// Several may have one number; sway goes to the first in the order of its outputs, which is that
+/// of `nodes`.
+NumberedWorkspaces workspacesIn(const QJsonObject& root)
+{
+    NumberedWorkspaces workspaces;
+    for (const auto& output : root.value(QStringLiteral("nodes")).toArray()) {
+        // The output of the scratchpad shows none.
+        if (text(output.toObject(), QStringLiteral("current_workspace")).isEmpty())
+            continue;
+        for (const auto& each : output.toObject().value(QStringLiteral("nodes")).toArray()) {
+            const QString name = text(each.toObject(), QStringLiteral("name"));
+            if (const std::optional<int> number = numberOfWorkspace(name))
+                workspaces.emplace(*number, name.trimmed());
+        }
+    }
+    return workspaces;
 }
 
 QStringList namesIn(const NumberedWorkspaces& workspaces)
 {
-    const int greatest = workspaces.empty() ? 0 : workspaces.rbegin()->first;
-    QStringList names(std::max(greatest, workspacesWithKeys));
+    QStringList names(mostVirtualDesktops);
     for (const auto& [number, name] : workspaces) {
         if (name != QString::number(number))
             names[number - 1] = name;
     }
     return names;
+}
+
+QList<int> unofferedIn(const NumberedWorkspaces& workspaces)
+{
+    QList<int> numbers;
+    numbers.reserve(mostVirtualDesktops - workspacesWithKeys);
+    for (int number = workspacesWithKeys + 1; number <= mostVirtualDesktops; ++number) {
+        if (!workspaces.contains(number))
+            numbers.append(number);
+    }
+    return numbers;
 }
 
 /// sway passes titles on as programs send them, which may be any bytes; one of them must not cost
@@ -193,10 +223,12 @@ std::optional<SwayTree> treeIn(const QByteArray& json)
     const QJsonDocument document = documentIn(json);
     if (!document.isObject() || !document.object().contains(QStringLiteral("nodes")))
         return std::nullopt;
-    Collection collection;
-    collect(document.object(), {}, collection, deepest);
-    return SwayTree{.windows = std::move(collection.windows),
-                    .workspaces = namesIn(collection.workspaces)};
+    std::vector<SwayWindow> windows;
+    collect({.node = document.object()}, {}, windows, deepest);
+    const NumberedWorkspaces workspaces = workspacesIn(document.object());
+    return SwayTree{.windows = std::move(windows),
+                    .workspaces = namesIn(workspaces),
+                    .unofferedWorkspaces = unofferedIn(workspaces)};
 }
 
 std::optional<std::vector<SwayWindow>> windowsInTree(const QByteArray& json)

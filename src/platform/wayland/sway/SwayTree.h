@@ -5,6 +5,7 @@
 #include "model/Rect.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -49,10 +50,13 @@ struct SwayTree
     /// windows of one workspace come in order of activity.
     std::vector<SwayWindow> windows;
     /// As `DiscoverySource::virtualDesktops`: the workspaces by their numbers, with which their
-    /// names begin. sway creates one when a window is sent there, so those that its own
-    /// configuration has keys for are always among them. The name is empty for one that is not
-    /// there, or has no other name than its number.
+    /// names begin. sway creates one when a window is sent there, so there are always
+    /// `mostVirtualDesktops`. The name is empty for one that is not there, or has no other name
+    /// than its number.
     QStringList workspaces;
+    /// As `DiscoverySource::unofferedDesktops`: those that are not there, but for the first ten,
+    /// which sway's own configuration has keys for.
+    QList<int> unofferedWorkspaces;
 };
 
 /// A reply to `getTree`. Bytes of a title that are no text are replaced. Absent when the reply is

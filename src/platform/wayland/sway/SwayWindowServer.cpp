@@ -34,6 +34,7 @@ std::unique_ptr<DiscoverySource> SwayWindowServer::openDiscoverySource()
     if (isReplying) {
         windows = numbered(m_order.sorted(std::move(read->windows)));
         m_virtualDesktops = std::move(read->workspaces);
+        m_unofferedDesktops = std::move(read->unofferedWorkspaces);
     } else if (isThere) {
         // While sway hangs, no window comes or goes.
         windows = this->windows();
@@ -53,7 +54,8 @@ std::unique_ptr<DiscoverySource> SwayWindowServer::openDiscoverySource()
     if (!windows)
         return std::make_unique<CompositorSnapshot>();
     return std::make_unique<CompositorSnapshot>(describedWindows(*windows), m_needs.resolver,
-                                                m_needs.documents, m_virtualDesktops);
+                                                m_needs.documents, m_virtualDesktops,
+                                                m_unofferedDesktops);
 }
 
 bool SwayWindowServer::connect()

@@ -13,6 +13,7 @@
 #include "platform/wayland/sway/SwaySnapshot.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QStringList>
 
 #include <atomic>
@@ -88,6 +89,7 @@ private:
     ActivationOrder m_order;
     NamedWindowNumbers m_numbers;
     QStringList m_virtualDesktops;
+    QList<int> m_unofferedDesktops;
 
     mutable std::mutex m_windowsMutex;
     std::optional<std::vector<NumberedSwayWindow>> m_windows;

@@ -152,24 +152,31 @@ TEST(SwayTree, A_window_is_on_the_desktop_whose_number_its_workspace_begins_with
         ASSERT_TRUE(tree);
         EXPECT_EQ(tree->windows.front().desktopNumber, row.number) << row.workspace;
     }
-    const auto sticky =
-        windowsInTree(outputOf(workspaceWith("3", window(20, R"(,"sticky":true)"))));
+    const char* const marked = R"(,"sticky":true)";
+    const auto sticky = windowsInTree(
+        outputOf(workspaceWith("3", window(20, marked),
+                               (R"(,"floating_nodes":[)" + window(21, marked) + ']').constData())));
     ASSERT_TRUE(sticky);
+    ASSERT_EQ(sticky->size(), 2U);
+    EXPECT_EQ(sticky->front().container, 21);
     EXPECT_EQ(sticky->front().desktopNumber, everyVirtualDesktop);
+    EXPECT_EQ(sticky->front().hiddenWorkspace, std::nullopt);
+    EXPECT_EQ(sticky->back().desktopNumber, 3) << "tiled";
+    EXPECT_EQ(sticky->back().hiddenWorkspace, QStringLiteral("3"));
     const auto onScratchpad = windowsInTree(R"({"nodes":[{"type":"output","nodes":[)" +
                                             workspaceWith("3", window(20)) + "]}]}");
     ASSERT_TRUE(onScratchpad);
     EXPECT_EQ(onScratchpad->front().desktopNumber, std::nullopt);
 }
 
-TEST(SwayTree, Workspaces_stand_at_their_numbers_and_ten_are_always_there)
+TEST(SwayTree, Workspaces_stand_at_their_numbers_and_a_hundred_can_be_reached)
 {
     const auto names = [](const QByteArray& workspaces) {
         const auto tree = wayland::treeIn(outputOf(workspaces));
         return tree ? tree->workspaces : QStringList();
     };
-    EXPECT_EQ(names({}), QStringList(10));
-    QStringList expected(10);
+    EXPECT_EQ(names({}), QStringList(100));
+    QStringList expected(100);
     expected[0] = QStringLiteral("1: web");
     expected[3] = QStringLiteral("4\"] kill; exec true");
     EXPECT_EQ(names(workspaceWith(R"(4\"] kill; exec true )", {}) + ',' +
@@ -180,6 +187,41 @@ TEST(SwayTree, Workspaces_stand_at_their_numbers_and_ten_are_always_there)
     expected[99] = QStringLiteral("100: last");
     EXPECT_EQ(names(workspaceWith("100: last", {}) + ',' + workspaceWith("101: none", {})),
               expected);
+}
+
+TEST(SwayTree, Above_ten_only_workspaces_that_are_there_are_offered)
+{
+    const auto tree = wayland::treeIn(outputOf(
+        workspaceWith("99", {}) + ',' + workspaceWith("15: x", {}) + ',' + workspaceWith("2", {})));
+    ASSERT_TRUE(tree);
+    QList<int> unoffered;
+    for (int number = 11; number <= 100; ++number) {
+        if (number != 15 && number != 99)
+            unoffered.append(number);
+    }
+    EXPECT_EQ(tree->unofferedWorkspaces, unoffered);
+}
+
+TEST(SwayTree, Of_workspaces_with_one_number_the_first_of_the_list_gives_the_name)
+{
+    // The other output, and on it the other workspace, had the focus last.
+    const auto workspace = [](int id, const char* name) {
+        return R"({"id":)" + QByteArray::number(id) + R"(,"type":"workspace","name":")" + name +
+               R"("})";
+    };
+    const auto output = [](int id, const QByteArray& workspaces, const char* focus) {
+        return R"({"id":)" + QByteArray::number(id) +
+               R"(,"type":"output","current_workspace":"9","nodes":[)" + workspaces +
+               R"(],"focus":[)" + focus + "]}";
+    };
+    const auto tree = wayland::treeIn(
+        R"({"id":1,"type":"root","nodes":[)" +
+        output(2, workspace(10, "1: web") + ',' + workspace(11, "1: other"), "11,10") + ',' +
+        output(3, workspace(12, "1: last") + ',' + workspace(13, "2: here"), "12,13") +
+        R"(],"focus":[3,2]})");
+    ASSERT_TRUE(tree);
+    EXPECT_EQ(tree->workspaces.mid(0, 3),
+              (QStringList{QStringLiteral("1: web"), QStringLiteral("2: here"), QString()}));
 }
 
 TEST(SwayTree, A_process_that_cannot_be_one_is_absent)

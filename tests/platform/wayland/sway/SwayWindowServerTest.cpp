@@ -183,9 +183,10 @@ TEST_F(SwayServerTest, A_pass_has_the_workspaces_and_on_which_each_window_is)
                   "]}]}]}");
     const auto server = start(*sway, 300ms);
     const auto source = server->openDiscoverySource();
-    QStringList names(10);
+    QStringList names(100);
     names[1] = QStringLiteral("2: mail");
     EXPECT_EQ(source->virtualDesktops(), names);
+    EXPECT_EQ(source->unofferedDesktops().size(), 90);
     const auto entries = source->windowList(WindowListScope::all);
     ASSERT_TRUE(entries);
     ASSERT_EQ(entries->size(), 2U);
