@@ -140,20 +140,24 @@ QString CopyTable::priorityAccessibilityLabel(const QString& priority) const
     return value ? KelpaCopy::priorityAccessibilityLabel(*value, m_language) : QString();
 }
 
-QStringList CopyTable::keyHelpKeys(bool isDoubleTapOffered, bool canWorkOnGoals) const
+QStringList CopyTable::keyHelpKeys(bool isDoubleTapOffered, bool canWorkOnGoals,
+                                   bool canPinGoals) const
 {
     QStringList keys;
-    for (const KeyHelp& each :
-         keyHelp(m_language, {.doubleTap = isDoubleTapOffered, .workOnGoals = canWorkOnGoals}))
+    for (const KeyHelp& each : keyHelp(m_language, {.doubleTap = isDoubleTapOffered,
+                                                   .workOnGoals = canWorkOnGoals,
+                                                   .pinGoals = canPinGoals}))
         keys.append(withPlatformKeyNames(each.keys, m_keyNames));
     return keys;
 }
 
-QStringList CopyTable::keyHelpMeanings(bool isDoubleTapOffered, bool canWorkOnGoals) const
+QStringList CopyTable::keyHelpMeanings(bool isDoubleTapOffered, bool canWorkOnGoals,
+                                       bool canPinGoals) const
 {
     QStringList meanings;
-    for (const KeyHelp& each :
-         keyHelp(m_language, {.doubleTap = isDoubleTapOffered, .workOnGoals = canWorkOnGoals}))
+    for (const KeyHelp& each : keyHelp(m_language, {.doubleTap = isDoubleTapOffered,
+                                                   .workOnGoals = canWorkOnGoals,
+                                                   .pinGoals = canPinGoals}))
         meanings.append(each.meaning);
     return meanings;
 }

@@ -58,8 +58,10 @@ public:
     Q_INVOKABLE QString priorityAccessibilityLabel(const QString& priority) const;
 
     /// The keys of the board, and at the same places what they do.
-    Q_INVOKABLE QStringList keyHelpKeys(bool isDoubleTapOffered, bool canWorkOnGoals) const;
-    Q_INVOKABLE QStringList keyHelpMeanings(bool isDoubleTapOffered, bool canWorkOnGoals) const;
+    Q_INVOKABLE QStringList keyHelpKeys(bool isDoubleTapOffered, bool canWorkOnGoals,
+                                        bool canPinGoals) const;
+    Q_INVOKABLE QStringList keyHelpMeanings(bool isDoubleTapOffered, bool canWorkOnGoals,
+                                            bool canPinGoals) const;
     Q_INVOKABLE QString newGoalKeys() const;
     Q_INVOKABLE QString undoKeys() const;
     Q_INVOKABLE QString redoKeys() const;

@@ -13,7 +13,13 @@ namespace {
 using Texts = PerLanguage<std::u16string_view>;
 
 /// What a key does nothing without.
-enum class KeyAbility : std::uint8_t { none, doubleTap, workOnGoals };
+enum class KeyAbility : std::uint8_t {
+    none,
+    doubleTap,
+    workOnGoals,
+    /// Goals are pinned, and `workOnGoals` is missing.
+    onlyPinGoals,
+};
 
 struct Row
 {
@@ -92,6 +98,13 @@ constexpr std::array rows{
          u"Travailler sur un objectif : réduire les autres fenêtres",
          u"An einem Ziel arbeiten: die anderen Fenster minimieren"},
         KeyAbility::workOnGoals},
+    Row{work,
+        {u"专注于已固定的目标：前往其虚拟桌面", u"Work on a pinned goal: go to its desktop",
+         u"固定した目標に取り組む：その仮想デスクトップへ移動",
+         u"고정된 목표에 집중: 해당 가상 데스크톱으로 이동",
+         u"Travailler sur un objectif épinglé : aller à son bureau",
+         u"An einem angehefteten Ziel arbeiten: zu seiner Arbeitsfläche gehen"},
+        KeyAbility::onlyPinGoals},
     Row{goBack,
         {u"恢复之前的窗口", u"Restore the windows as they were before",
          u"ウィンドウを元の状態に戻す", u"창을 이전 상태로 되돌리기",
@@ -146,6 +159,8 @@ bool isOffered(const Row& row, const OfferedKeys& offered)
         return offered.doubleTap;
     case KeyAbility::workOnGoals:
         return offered.workOnGoals;
+    case KeyAbility::onlyPinGoals:
+        return offered.pinGoals && !offered.workOnGoals;
     }
     Q_UNREACHABLE();
 }

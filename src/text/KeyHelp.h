@@ -23,6 +23,8 @@ struct OfferedKeys
     bool doubleTap = true;
     /// The windows that do not belong to a goal are minimised, and restored.
     bool workOnGoals = true;
+    /// Goals are pinned to virtual desktops. Without `workOnGoals`, only these are worked on.
+    bool pinGoals = true;
 };
 
 /// The most used keys first, without those that do nothing. As many in every language.

@@ -35,7 +35,7 @@ TEST(KeyHelp, Every_key_has_a_meaning_of_its_own_in_every_language)
 TEST(KeyHelp, Keys_have_the_names_of_the_keyboard)
 {
     const auto keys = [](AppLanguage language) {
-        return CopyTable(language, KeyNames::withSuper()).keyHelpKeys(true, true);
+        return CopyTable(language, KeyNames::withSuper()).keyHelpKeys(true, true, true);
     };
     EXPECT_TRUE(keys(AppLanguage::english).contains(QStringLiteral("Ctrl+N")));
     EXPECT_TRUE(keys(AppLanguage::german).contains(QStringLiteral("Strg+N")));
@@ -58,9 +58,9 @@ TEST(KeyHelp, Leaves_the_double_tap_out_where_it_does_nothing)
 {
     for (const AppLanguage language : allAppLanguages) {
         const CopyTable texts(language, KeyNames::withSuper());
-        EXPECT_FALSE(texts.keyHelpKeys(false, true).contains(QStringLiteral("Super Super")));
-        EXPECT_EQ(texts.keyHelpKeys(false, true).size(), 21);
-        EXPECT_EQ(texts.keyHelpMeanings(false, true).size(), 21);
+        EXPECT_FALSE(texts.keyHelpKeys(false, true, true).contains(QStringLiteral("Super Super")));
+        EXPECT_EQ(texts.keyHelpKeys(false, true, true).size(), 21);
+        EXPECT_EQ(texts.keyHelpMeanings(false, true, true).size(), 21);
     }
 }
 
@@ -68,11 +68,29 @@ TEST(KeyHelp, Leaves_out_working_on_a_goal_where_the_desktop_minimises_nothing)
 {
     for (const AppLanguage language : allAppLanguages) {
         const CopyTable texts(language, KeyNames::withSuper());
-        const QStringList keys = texts.keyHelpKeys(true, false);
+        const QStringList keys = texts.keyHelpKeys(true, false, false);
         EXPECT_FALSE(keys.contains(workKeys(language)) || keys.contains(goBackKeys(language)));
         EXPECT_EQ(keys.size(), 20);
-        EXPECT_EQ(texts.keyHelpMeanings(true, false).size(), 20);
+        EXPECT_EQ(texts.keyHelpMeanings(true, false, false).size(), 20);
     }
+}
+
+TEST(KeyHelp, Where_the_desktop_minimises_nothing_pinned_goals_alone_are_worked_on)
+{
+    QSet<QString> meanings;
+    for (const AppLanguage language : allAppLanguages) {
+        const CopyTable texts(language, KeyNames::withSuper());
+        const QStringList keys = texts.keyHelpKeys(true, false, true);
+        EXPECT_EQ(keys.size(), 21);
+        EXPECT_FALSE(keys.contains(goBackKeys(language)));
+        ASSERT_EQ(keys.count(workKeys(language)), 1);
+        meanings.insert(
+            texts.keyHelpMeanings(true, false, true).at(keys.indexOf(workKeys(language))));
+    }
+    EXPECT_EQ(meanings.size(), 6);
+    EXPECT_TRUE(meanings.contains(QStringLiteral("Work on a pinned goal: go to its desktop")));
+    EXPECT_TRUE(meanings.contains(
+        QStringLiteral("An einem angehefteten Ziel arbeiten: zu seiner Arbeitsfläche gehen")));
 }
 
 TEST(KeyHelp, Languages_are_offered_by_keys_that_type_nothing)

@@ -40,7 +40,8 @@ QStringList knownTexts(const CopyTable& table)
     }
     for (const GoalPriority priority : allGoalPriorities)
         texts.append(table.priorityAccessibilityLabel(rawValue(priority)));
-    return texts + table.keyHelpKeys(true, true) + table.keyHelpMeanings(true, true);
+    return texts + table.keyHelpKeys(true, true, true) + table.keyHelpMeanings(true, true, true) +
+           table.keyHelpMeanings(true, false, true);
 }
 
 } // namespace kelpa::test

@@ -120,6 +120,7 @@ Item {
             isDoubleTapOffered: root.board.isDoubleTapOffered
             isNewTodoKeyKnown: root.board.presence.shortcuts.isNewTodoKeyKnown
             canWorkOnGoals: root.board.goals.canWorkOnGoals
+            canPinGoals: root.board.goals.canPinGoals
         }
     }
 }

@@ -11,12 +11,14 @@ Sheet {
 
     required property bool isDoubleTapOffered
     required property bool canWorkOnGoals
+    required property bool canPinGoals
     /// The desktop says which key it has given for a new todo.
     required property bool isNewTodoKeyKnown
 
-    readonly property var keys: ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered, root.canWorkOnGoals)
+    readonly property var keys: ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered, root.canWorkOnGoals,
+                                                                root.canPinGoals)
     readonly property var meanings: ViewSettings.copy.keyHelpMeanings(root.isDoubleTapOffered,
-                                                                      root.canWorkOnGoals)
+                                                                      root.canWorkOnGoals, root.canPinGoals)
     readonly property real roomForRows: (root.parent?.height ?? 0) - 2 * Theme.large
                                         - root.topPadding - root.bottomPadding - heading.height
                                         - closeButton.height - 2 * Theme.medium

@@ -19,6 +19,9 @@ GoalController::GoalController(WindowStore& store, QObject* parent)
     for (const auto signal :
          {&WindowStore::abilitiesChanged, &WindowStore::isAccessibilityTrustedChanged})
         connect(&store, signal, this, &GoalController::abilitiesChanged);
+    for (const auto signal : {&WindowStore::abilitiesChanged, &WindowStore::pinsChanged,
+                              &WindowStore::isAccessibilityTrustedChanged})
+        connect(&store, signal, this, &GoalController::canPinGoalsChanged);
     connect(&store, &WindowStore::canGoBackChanged, this, &GoalController::canGoBackChanged);
     // Connected after the models, which follow the store themselves.
     for (const auto signal :
@@ -57,6 +60,11 @@ bool GoalController::canShowWindows() const
 bool GoalController::canWorkOnGoals() const
 {
     return m_store.canArrangeWindows();
+}
+
+bool GoalController::canPinGoals() const
+{
+    return m_store.canPinGoals() && !m_store.virtualDesktops().isEmpty();
 }
 
 bool GoalController::canGoBack() const

@@ -39,6 +39,8 @@ class GoalController : public QObject
     Q_PROPERTY(bool canShowWindows READ canShowWindows NOTIFY abilitiesChanged)
     /// Whether the desktop also minimises the others, so that a person can work on one goal.
     Q_PROPERTY(bool canWorkOnGoals READ canWorkOnGoals NOTIFY abilitiesChanged)
+    /// Whether the desktop has virtual desktops that goals can be pinned to.
+    Q_PROPERTY(bool canPinGoals READ canPinGoals NOTIFY canPinGoalsChanged)
     /// Whether there is something to restore after working on a goal.
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY canGoBackChanged)
 
@@ -55,6 +57,7 @@ public:
     bool areWindowsListed() const;
     bool canShowWindows() const;
     bool canWorkOnGoals() const;
+    bool canPinGoals() const;
     bool canGoBack() const;
     Q_INVOKABLE QString prioritySymbol(const QString& priority) const;
 
@@ -113,6 +116,7 @@ public:
 
 Q_SIGNALS:
     void abilitiesChanged();
+    void canPinGoalsChanged();
     void canGoBackChanged();
     void noGoalsHintChanged();
     void selectedBreadcrumbChanged();

@@ -15,6 +15,7 @@ Item {
         parent: root
         isDoubleTapOffered: false
         canWorkOnGoals: true
+        canPinGoals: true
         isNewTodoKeyKnown: false
     }
 
@@ -26,12 +27,26 @@ Item {
             sheet.close();
             sheet.isDoubleTapOffered = false;
             sheet.isNewTodoKeyKnown = false;
+            sheet.canWorkOnGoals = true;
+            sheet.canPinGoals = true;
         }
         function namesTheCommand(): bool {
             return Search.all(sheet.contentItem, item => item.visible
                               && item.Accessible.name.includes("kelpa --new-todo")).length > 0;
         }
 
+        function test_names_the_key_for_working_on_goals_where_it_does_something() {
+            const meanings = () => Search.all(sheet.contentItem, item => item.visible
+                && item.Accessible.name === "Ctrl+G" && item.Accessible.description)
+                .map(item => item.Accessible.description);
+            sheet.open();
+            tryVerify(() => sheet.opened);
+            compare(meanings(), ["Work on a goal: minimise the other windows"]);
+            sheet.canWorkOnGoals = false;
+            compare(meanings(), ["Work on a pinned goal: go to its desktop"]);
+            sheet.canPinGoals = false;
+            compare(meanings(), []);
+        }
         function test_names_the_command_unless_a_key_for_the_new_todo_is_known() {
             sheet.open();
             tryVerify(() => sheet.opened);

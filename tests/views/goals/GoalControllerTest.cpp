@@ -149,6 +149,19 @@ TEST_F(Goals, A_goal_can_be_pinned_to_the_desktops_that_are_there)
                            QStringLiteral("Desktop 3")}));
 }
 
+TEST_F(Goals, Goals_can_be_pinned_while_there_are_desktops)
+{
+    EXPECT_FALSE(goals.canPinGoals());
+    const QSignalSpy changes(&goals, &GoalController::canPinGoalsChanged);
+    desktop.virtualDesktops = {QString(), QString()};
+    store().refresh();
+    EXPECT_TRUE(goals.canPinGoals());
+    EXPECT_FALSE(changes.isEmpty());
+    desktop.virtualDesktops.clear();
+    store().refresh();
+    EXPECT_FALSE(goals.canPinGoals());
+}
+
 TEST_F(Goals, The_unassigned_column_opens_nothing)
 {
     desktop.calls.clear();
