@@ -7,6 +7,7 @@
 #include "store/WindowStore.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kelpa::automation {
 
@@ -181,8 +182,7 @@ public:
         }
         if (const auto failure = failureOfWindows())
             return *failure;
-        // Of a window manager, which may be replaced, only its list says whether it has desktops.
-        if (!m_store.canPinGoals() || m_store.virtualDesktops().isEmpty())
+        if (!canPin())
             return Failure{FailureKind::notOffered,
                            QStringLiteral("Kelpa cannot send windows to virtual desktops here; "
                                           "'kelpa --about-desktop' says why")};
@@ -220,9 +220,15 @@ public:
     {
         if (const auto failure = failureOf(request.goal))
             return *failure;
-        if (const auto failure =
-                m_store.canWorkOn(request.goal) ? failureOfWindows() : failureOfArranging())
-            return *failure;
+        if (auto failure =
+                m_store.canWorkOn(request.goal) ? failureOfWindows() : failureOfArranging()) {
+            if (failure->kind == FailureKind::notOffered && canPin() &&
+                !m_store.pinOf(request.goal))
+                failure->message = QStringLiteral(
+                    "Kelpa cannot minimise windows on this desktop, so only pinned goals can be "
+                    "worked on; 'kelpa pin' pins one");
+            return *std::move(failure);
+        }
         if (!m_store.hasWorkplace(request.goal))
             return Failure{FailureKind::noWindows,
                            QStringLiteral("the goal has no window that could come forward")};
@@ -255,6 +261,9 @@ public:
     }
 
 private:
+    // Of a window manager, which may be replaced, only its list says whether it has desktops.
+    bool canPin() const { return m_store.canPinGoals() && !m_store.virtualDesktops().isEmpty(); }
+
     std::optional<Failure> failureOf(std::optional<GoalID> goal) const
     {
         if (!goal || goalWith(*goal, m_store.goals()) != nullptr)

@@ -306,7 +306,15 @@ TEST_F(AutomationOperations, A_pinned_goal_without_windows_is_worked_on)
     EXPECT_TRUE(desktop.calls.contains(QStringLiteral("show desktop 2")));
     desktop.lack(DesktopAbility::minimizing);
     EXPECT_EQ(failureOf(WorkOnGoal{goalID}), std::nullopt) << "nothing is to be minimised";
-    EXPECT_EQ(failureOf(WorkOnGoal{makeGoal()}), FailureKind::notOffered);
+    const GoalID unpinned = makeGoal();
+    EXPECT_EQ(failureOf(WorkOnGoal{unpinned}), FailureKind::notOffered);
+    const auto message = [&] {
+        return std::get<Failure>(ask(WorkOnGoal{unpinned})).message.toStdString();
+    };
+    EXPECT_THAT(message(), testing::HasSubstr("'kelpa pin'"));
+    desktop.lack(DesktopAbility::virtualDesktops);
+    EXPECT_EQ(message(), "Kelpa cannot minimise windows on this desktop; "
+                         "'kelpa --about-desktop' says why");
 }
 
 TEST_F(AutomationOperations, A_goal_is_worked_on_and_back_where_the_desktop_minimises_windows)
