@@ -25,6 +25,11 @@ QtObject {
     // An entry of the rail that is neither selected nor below the pointer.
     readonly property real restingOpacity: root.isHighContrast ? 0.8 : 0.65
 
+    // A scroll bar at rest, in use or under the pointer, and pressed.
+    readonly property real scrollBarOpacity: root.isHighContrast ? 0.75 : 0.16
+    readonly property real activeScrollBarOpacity: root.isHighContrast ? 1 : 0.36
+    readonly property real pressedScrollBarOpacity: root.isHighContrast ? 1 : 0.5
+
     // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
     readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"
     readonly property color press: isDark ? "#22ffffff" : "#1a14181f"

@@ -20,7 +20,9 @@ T.ScrollBar {
         implicitHeight: 6
         radius: 3
         color: Theme.text
-        opacity: root.pressed ? 0.5 : root.hovered || root.active ? 0.36 : 0.16
+        opacity: root.pressed ? Theme.pressedScrollBarOpacity
+                              : root.hovered || root.active ? Theme.activeScrollBarOpacity
+                                                            : Theme.scrollBarOpacity
 
         Behavior on opacity {
             NumberAnimation {

@@ -94,8 +94,13 @@ TestCase {
         compare(faults(symbol, named(["fieldOutline"]), groundsWith(["window", "column", "card", "field"], [])),
                 []);
         compare(faults(symbol, named(["warning"]), groundsWith(["warningGround"], [])), []);
-        if (row.isHigh)
+        if (row.isHigh) {
             compare(faults(symbol, named(["outline", "cardOutline", "selectedCardOutline", "enteredOutline", "accent",
                                           "accentHover", "accentPress"]), groundsWith(grounds, [])), []);
+            for (const opacity of [Theme.scrollBarOpacity, Theme.activeScrollBarOpacity,
+                                   Theme.pressedScrollBarOpacity])
+                compare(faults(symbol, faded(["text"], opacity),
+                               groundsWith(grounds.concat(["railTop", "railBottom"]), [])), []);
+        }
     }
 }
