@@ -114,14 +114,25 @@ def the_board_follows_the_scale_of_its_output(desktop, binary):
             return board[1] + board[3]
 
         before = lower_edge()
-        for scale in (2, 1, 1.5, 1):
+
+        def scale_to(scale):
             assert desktop.command(f"output {_OUTPUT} scale {scale}")
-            wait_until(f"the output has the scale {scale}", lambda scale=scale: _outputs(desktop)[_OUTPUT] == scale)
+            wait_until(f"the output has the scale {scale}", lambda: _outputs(desktop)[_OUTPUT] == scale)
+
+        def await_board(scale):
             wait_until("the board has as many points as there are",
-                       lambda scale=scale: abs(lower_edge() - before / scale) < 20)
+                       lambda: abs(lower_edge() - before / scale) < 20)
+
+        for scale in (2, 1, 1.5, 2, 1.25, 1):
+            scale_to(scale)
+            await_board(scale)
             _press(desktop, kelpa, "Letter")
             desktop.wait_for_active(window)
             kelpa.focus()
+        # Its new size and that of the screen arrive in either order while the board is busy with the last ones.
+        for scale in (1.25, 2) * 10:
+            scale_to(scale)
+            await_board(scale)
 
 
 def after_a_reload_windows_are_followed_as_before(desktop, binary):

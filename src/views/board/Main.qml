@@ -16,6 +16,9 @@ T.ApplicationWindow {
     // itself, and a click would not leave a field.
     readonly property Item overlay: T.Overlay.overlay
 
+    // In which the whole board can be used.
+    readonly property int leastWidth: 900
+    readonly property int leastHeight: 620
     // The screen's size for the window, less the space of a title above it and of borders around
     // it.
     readonly property int usableWidth: Math.min(root.Screen.width, root.Screen.desktopAvailableWidth)
@@ -32,6 +35,16 @@ T.ApplicationWindow {
             sheetLoader.setSource("BoardSheets.qml", { "board": root.board });
         return sheetLoader.item;
     }
+    /// On Wayland the size that the compositor gives on a smaller screen may arrive before that
+    /// screen, and is then raised to the minimum of the larger one. The compositor has to answer a
+    /// request to maximise the window with its size again.
+    function askForSizeAgain(): void {
+        const isWider = root.width > root.Screen.width && root.width <= root.leastWidth;
+        const isHigher = root.height > root.Screen.height && root.height <= root.leastHeight;
+        if (root.visibility === Window.Windowed && Qt.platform.pluginName.startsWith("wayland")
+                && (isWider || isHigher))
+            root.showMaximized();
+    }
     /// Opens the board's menu where no item with the focus has a menu of its own.
     function takeMenuKey(event: KeyEvent): void {
         event.accepted = event.key === Qt.Key_Menu
@@ -41,11 +54,15 @@ T.ApplicationWindow {
     }
 
     // On a smaller screen, the whole window and its frame can still be seen.
-    minimumWidth: Math.min(900, root.usableWidth)
-    minimumHeight: Math.min(620, root.usableHeight)
+    minimumWidth: Math.min(root.leastWidth, root.usableWidth)
+    minimumHeight: Math.min(root.leastHeight, root.usableHeight)
     title: ViewSettings.copy.text(CopyKey.ProductName)
     color: Theme.window
     font: Theme.body
+    onWidthChanged: root.askForSizeAgain()
+    onHeightChanged: root.askForSizeAgain()
+    onUsableWidthChanged: root.askForSizeAgain()
+    onUsableHeightChanged: root.askForSizeAgain()
     onClosing: close => close.accepted = root.board.trouble.mayClose()
     // The size when the window is no longer maximised. Not bound, since a person's size outlives a
     // change of the screen.
