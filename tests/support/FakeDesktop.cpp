@@ -4,6 +4,27 @@
 
 namespace kelpa::test {
 
+namespace {
+
+/// Removes the window at the place of the listed one; two may have one place.
+void removeAccessible(const WindowListEntry& entry,
+                      QHash<ProcessID, std::optional<std::vector<AccessibilityWindow>>>& windows)
+{
+    if (!entry.ownerProcess || !entry.bounds)
+        return;
+    const auto ofProcess = windows.find(*entry.ownerProcess);
+    if (ofProcess == windows.end() || !*ofProcess)
+        return;
+    const auto isThere = [&bounds = *entry.bounds](const AccessibilityWindow& each) {
+        return each.position && each.position->x == bounds.x && each.position->y == bounds.y;
+    };
+    const auto found = std::ranges::find_if(**ofProcess, isThere);
+    if (found != (*ofProcess)->end())
+        (*ofProcess)->erase(found);
+}
+
+} // namespace
+
 class FakeDesktop::Source : public DiscoverySource
 {
 public:
@@ -141,8 +162,12 @@ WindowListEntry& FakeDesktop::addAccessibleWindow(WindowID id, ProcessID process
 
 void FakeDesktop::removeWindow(WindowID id)
 {
-    std::erase_if(*windowList, [id](const WindowListEntry& entry) { return entry.number == id; });
+    const auto isRemoved = [id](const WindowListEntry& entry) { return entry.number == id; };
+    if (const auto found = std::ranges::find_if(*windowList, isRemoved); found != windowList->end())
+        removeAccessible(*found, accessibilityWindows);
+    std::erase_if(*windowList, isRemoved);
     onScreen.remove(id);
+    unchangedWindows.remove(id);
 }
 
 void FakeDesktop::announceWindowChange()

@@ -1,9 +1,16 @@
 // Weeks in which windows come and go by the hundred: what is stored stops growing, but for what a
-// person has assigned by hand.
+// person has assigned by hand, and so does the heap.
 
 #include "store/recall/WindowRecallFixture.h"
 #include "windows/memory/WindowMemory.h"
 
+#include <QByteArray>
+#include <QHashSeed>
+#include <QScopeGuard>
+
+#include <malloc.h>
+
+#include <cstdint>
 #include <vector>
 
 namespace kelpa::test {
@@ -21,6 +28,28 @@ constexpr int goalCount = 10;
 constexpr int full = WindowMemory::maxWindows / windowsADay;
 /// A window and its goal in the file.
 constexpr qsizetype assignmentBytes = 64;
+/// The first day that begins with a full memory, if only the windows of every day are remembered:
+/// of each evening, what they were stays for undo.
+constexpr int fullOfDaily = WindowMemory::maxWindows / openAtOnce;
+constexpr int daysOfFullMemory = 14;
+/// What the heap may grow by for each window that has come and gone, on average: less than the
+/// smallest block of the allocator, 32 bytes.
+constexpr std::int64_t heapBytesAWindow = 24;
+
+/// In blocks that are in use, of all threads.
+std::int64_t heapBytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<std::int64_t>(info.uordblks + info.hblkhd);
+}
+
+/// False where a sanitizer or another tool replaces the allocator.
+bool isHeapCounted()
+{
+    const std::int64_t before = heapBytes();
+    const QByteArray block(1 << 20, 'x');
+    return heapBytes() >= before + block.size();
+}
 
 struct Evening
 {
@@ -28,6 +57,8 @@ struct Evening
     qsizetype assignments = 0;
     /// Of all values in the file.
     qsizetype storedBytes = 0;
+    /// Of the process.
+    std::int64_t heapBytes = 0;
 };
 
 class WeeksOfUse : public WindowRecalls
@@ -52,26 +83,43 @@ protected:
                     id, editor,
                     isDaily ? QStringLiteral("Account %1").arg(i)
                             : QStringLiteral("Letter %1 of day %2").arg(i).arg(number));
+                desktop.captureSizes.insert(id, QSize(640, 480));
                 windows.insert(id);
             }
             store().refresh();
+            capture(windows);
             waitForBurst();
             const GoalID goal = m_goals.at(first / openAtOnce % goalCount);
             if (isAssigning || (number == 0 && first == 0)) {
                 EXPECT_TRUE(store().assign(windows, goal));
             }
             scheduler.advance(1h);
-            for (const WindowID window : windows)
+            for (const WindowID window : windows) {
                 desktop.removeWindow(window);
+                desktop.captureSizes.remove(window);
+            }
             store().refresh();
         }
         for (int i = 0; i < todosADay; ++i)
             store().deleteTodo(makeTodo(m_goals.first()), m_goals.first());
         scheduler.advance(14h);
         store().finishSaving();
-        // The stand-in for the desktop never forgets them.
-        desktop.accessibilityWindows.clear();
+        // What the stand-in has recorded.
+        desktop.calls.clear();
+        desktop.captured.clear();
         return evening();
+    }
+
+    /// Cards of the windows are in view.
+    void capture(const QSet<WindowID>& windows)
+    {
+        for (const WindowID window : windows)
+            store().noteWindowInView(window);
+        for (qsizetype i = 0; i < windows.size(); ++i) {
+            store().refreshPreviews(scheduler.now());
+            scheduler.runBackgroundWork();
+        }
+        EXPECT_EQ(store().previews().size(), windows.size());
     }
 
     std::vector<Evening> useFor(int dayCount, bool isAssigning)
@@ -92,6 +140,7 @@ protected:
             decodeAssignments(settings.document(assignmentsKey)).value_or(Assignments()).size();
         for (auto each = settings.values.keyBegin(); each != settings.values.keyEnd(); ++each)
             found.storedBytes += settings.document(*each).size();
+        found.heapBytes = heapBytes();
         return found;
     }
 
@@ -108,6 +157,19 @@ TEST_F(WeeksOfUse, What_is_stored_stops_growing)
     EXPECT_EQ(last.assignments, openAtOnce);
     EXPECT_GT(last.storedBytes, 0);
     EXPECT_LE(last.storedBytes, week.storedBytes * 102 / 100);
+}
+
+TEST_F(WeeksOfUse, The_heap_stops_growing_when_a_thousand_windows_are_remembered)
+{
+    if (!isHeapCounted())
+        GTEST_SKIP() << "another allocator";
+    // Otherwise hash tables grow at random, by a few tens of kilobytes.
+    QHashSeed::setDeterministicGlobalSeed();
+    const auto seeded = qScopeGuard([] { QHashSeed::resetRandomGlobalSeed(); });
+    const std::vector<Evening> evenings = useFor(fullOfDaily + 1 + daysOfFullMemory, false);
+    const std::int64_t before = evenings.at(fullOfDaily).heapBytes;
+    EXPECT_LE(evenings.back().heapBytes,
+              before + heapBytesAWindow * windowsADay * daysOfFullMemory);
 }
 
 TEST_F(WeeksOfUse, Of_windows_that_are_all_assigned_by_hand_the_last_thousand_are_remembered)

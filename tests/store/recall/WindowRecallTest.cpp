@@ -193,8 +193,7 @@ TEST_F(WindowRecalls, An_offer_goes_with_its_window_and_waits_for_undo)
     EXPECT_EQ(store().recallOffers(3).size(), 1);
     const qsizetype count = store().windows().size();
     close(3);
-    desktop.addWindow(3, editor, QStringLiteral("Loading"));
-    store().refresh();
+    open(3, QStringLiteral("Loading"));
     ASSERT_EQ(store().windows().size(), count);
     EXPECT_TRUE(store().recallOffers(3).isEmpty());
 }
