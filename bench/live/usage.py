@@ -1,5 +1,6 @@
 """What a process has used so far, from /proc."""
 
+import os
 import pathlib
 
 
@@ -9,6 +10,12 @@ def resident(pid):
         if line.startswith("RssAnon:"):
             return int(line.split()[1]) / 1024
     raise AssertionError("the kernel reports no resident memory")
+
+
+def processor_seconds(pid):
+    """Seconds of all threads, with those that have ended, to a clock tick."""
+    fields = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8").rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
 
 def processor_times(pid):

@@ -4,7 +4,6 @@ closed, and what the previews of 50 and of 200 windows take in memory above the 
 them; and what a selected goal costs whose title is so long that it moves, in front and wholly behind
 another window."""
 
-import os
 import pathlib
 import sys
 import tempfile
@@ -12,10 +11,12 @@ import time
 
 root = pathlib.Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(root / "tests" / "desktop" / "support"))
+sys.path.insert(0, str(root / "bench" / "live"))
 sys.dont_write_bytecode = True
 
 import processes  # noqa: E402
 import settings  # noqa: E402
+import usage  # noqa: E402
 from harness import Desktop  # noqa: E402
 from processes import wait_until  # noqa: E402
 
@@ -64,29 +65,6 @@ def _start(desktop, binary, windows, goals=()):
     return kelpa
 
 
-def _resident(pid):
-    """Resident memory that is the process's own, in MiB."""
-    for line in pathlib.Path(f"/proc/{pid}/status").read_text(encoding="utf-8").splitlines():
-        if line.startswith("RssAnon:"):
-            return int(line.split()[1]) / 1024
-    raise AssertionError("the kernel reports no resident memory")
-
-
-def _processor_seconds(pid):
-    fields = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8").rpartition(")")[2].split()
-    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
-
-
-def _wake_ups(pid):
-    """How often each thread has begun to run after waiting, by the thread's id."""
-    counts = {}
-    for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
-        for line in (task / "status").read_text(encoding="utf-8").splitlines():
-            if line.startswith("voluntary_ctxt_switches:"):
-                counts[int(task.name)] = int(line.split()[1])
-    return counts
-
-
 def _thread_name(pid, thread):
     return pathlib.Path(f"/proc/{pid}/task/{thread}/comm").read_text(encoding="utf-8").strip()
 
@@ -102,16 +80,16 @@ def _measure_closed(desktop, kelpa, seconds):
     wait_until("the board is closed", lambda: all(window.pid != kelpa.pid for window in desktop.windows()))
     # What a window leaves to be done when it goes.
     time.sleep(5)
-    print(f"closed: {_resident(kelpa.pid):.1f} MiB", flush=True)
+    print(f"closed: {usage.resident(kelpa.pid):.1f} MiB", flush=True)
     _observe(kelpa, "closed", seconds)
 
 
 def _observe(kelpa, what, seconds):
-    began, processor, counts = time.monotonic(), _processor_seconds(kelpa.pid), _wake_ups(kelpa.pid)
+    began, processor, counts = time.monotonic(), usage.processor_seconds(kelpa.pid), usage.wake_ups(kelpa.pid)
     time.sleep(seconds)
     passed = time.monotonic() - began
-    used = _processor_seconds(kelpa.pid) - processor
-    woken = {thread: now - counts.get(thread, 0) for thread, now in _wake_ups(kelpa.pid).items()}
+    used = usage.processor_seconds(kelpa.pid) - processor
+    woken = {thread: now - counts.get(thread, 0) for thread, now in usage.wake_ups(kelpa.pid).items()}
     print(f"{what} for {passed:.0f} s: {100 * used / passed:.2f} % of a core, "
           f"{sum(woken.values()) / passed:.1f} wake-ups a second", flush=True)
     for thread, times in sorted(woken.items(), key=lambda each: -each[1]):
@@ -158,9 +136,9 @@ def _measure_moving_title(desktop, binary, seconds):
 def _measure(desktop, binary, count, seconds):
     windows = _open_windows(desktop, count)
     kelpa = _start(desktop, binary, windows)
-    before = _resident(kelpa.pid)
+    before = usage.resident(kelpa.pid)
     time.sleep(count * _PREVIEW_INTERVAL + 5)
-    after = _resident(kelpa.pid)
+    after = usage.resident(kelpa.pid)
     print(f"{count} windows: {before:.1f} MiB before previews, {after:.1f} MiB with them, "
           f"{(after - before) * 1024 / count:.0f} KiB a preview of {_WIDTH} x {_HEIGHT}", flush=True)
     if seconds:
