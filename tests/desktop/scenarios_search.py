@@ -4,7 +4,7 @@ import time
 
 import board as boards
 import settings
-from desktop_search import DesktopSearch
+from desktop_search import DesktopSearch, is_revealed
 from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
@@ -138,17 +138,6 @@ def an_arrow_moves_the_selection_at_once_where_escape_has_cleared_the_search(des
             wait_until("no field has the keyboard", lambda: not kelpa.board.focused_field())
 
 
-def _is_revealed(kelpa, column, title):
-    """Whether the todo is highlighted, and the whole of it in view."""
-    found = kelpa.board.column(column)
-    todo = found and found.todo(title)
-    if not todo or not todo.node.has_state(boards.Atspi.StateType.SELECTED):
-        return False
-    _, top, _, height = todo.node.board_around().frame()
-    _, y, _, own_height = todo.node.frame()
-    return own_height > 0 and top <= y and y + own_height <= top + height
-
-
 def what_the_desktop_s_search_finds_is_revealed_on_the_board(desktop, binary):
     path = desktop.directory / "board.sqlite"
     goals = [(f"Goal {number}", [f"Step {number}.{step}" for step in range(8)]) for number in range(20)]
@@ -161,22 +150,22 @@ def what_the_desktop_s_search_finds_is_revealed_on_the_board(desktop, binary):
     search.open(found, "step", "18.7")
     kelpa.window = wait_until("Kelpa's window is shown", kelpa.shown_window)
     kelpa.await_board()
-    wait_until("the todo is in view", lambda: _is_revealed(kelpa, "Goal 18", "Step 18.7"))
+    wait_until("the todo is in view", lambda: is_revealed(kelpa, "Goal 18", "Step 18.7"))
     selection = Selection(desktop, kelpa)
     selection.is_column("Goal 18")
     # The person has scrolled away since, and has closed the board.
     kelpa.focus()
     desktop.key("Home")
-    wait_until("the todo is out of view", lambda: not _is_revealed(kelpa, "Goal 18", "Step 18.7"))
+    wait_until("the todo is out of view", lambda: not is_revealed(kelpa, "Goal 18", "Step 18.7"))
     search.open(found, "step", "18.7")
-    wait_until("the todo is in view again", lambda: _is_revealed(kelpa, "Goal 18", "Step 18.7"))
+    wait_until("the todo is in view again", lambda: is_revealed(kelpa, "Goal 18", "Step 18.7"))
     other = search.find("step", "2.6")
     desktop.close(kelpa.window)
     wait_until("Kelpa's window is closed", lambda: kelpa.shown_window() is None)
     search.open(other, "step", "2.6")
     kelpa.window = wait_until("Kelpa's window is shown", kelpa.shown_window)
-    wait_until("the other todo is in view", lambda: _is_revealed(kelpa, "Goal 2", "Step 2.6"))
-    assert not _is_revealed(kelpa, "Goal 18", "Step 18.7")
+    wait_until("the other todo is in view", lambda: is_revealed(kelpa, "Goal 2", "Step 2.6"))
+    assert not is_revealed(kelpa, "Goal 18", "Step 18.7")
     # A goal that the board hides.
     kelpa.click(lambda: kelpa.board.button(boards.HIDE_EMPTY), "the button that hides goals")
     wait_until("the goal is hidden", lambda: "Done" not in kelpa.board.columns())

@@ -2,6 +2,8 @@
 
 import re
 
+import board as boards
+
 _RESULT = re.compile(r'string "((?:goal|todo|window):[^"]+)"')
 _NAME = re.compile(r'string "(org\.kelpa\.Kelpa\.board[^"]+)"')
 
@@ -33,3 +35,14 @@ class DesktopSearch:
 
 def _strings(words):
     return "array:string:" + ",".join(words)
+
+
+def is_revealed(kelpa, column, title):
+    """Whether the todo is highlighted, and the whole of it in view."""
+    found = kelpa.board.column(column)
+    todo = found and found.todo(title)
+    if not todo or not todo.node.has_state(boards.Atspi.StateType.SELECTED):
+        return False
+    _, top, _, height = todo.node.board_around().frame()
+    _, y, _, own_height = todo.node.frame()
+    return own_height > 0 and top <= y and y + own_height <= top + height

@@ -2,7 +2,7 @@
 
 import time
 
-from key_codes import codes_of
+from key_codes import codes_of, codes_of_letter
 from wayland_wire import Client
 
 # As long as a finger holds a key.
@@ -19,11 +19,17 @@ class FakeKeyboard:
     def key(self, *names):
         """Presses and releases keys one after the other; those of a name with "+" together."""
         for name in names:
-            codes = codes_of(name)
-            for code in codes:
-                self._change(code, True)
-            for code in reversed(codes):
-                self._change(code, False)
+            self._press(codes_of(name))
+
+    def type(self, text):
+        for letter in text:
+            self._press(codes_of_letter(letter))
+
+    def _press(self, codes):
+        for code in codes:
+            self._change(code, True)
+        for code in reversed(codes):
+            self._change(code, False)
 
     def _change(self, code, is_down):
         self._client.send(self._input, 10, code, int(is_down))

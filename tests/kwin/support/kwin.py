@@ -11,6 +11,7 @@ import other_root
 import processes
 from activities import Activities
 from harness import Desktop
+from krunner import KRunner
 from kwin_script import KwinScript
 from launcher import Launcher
 from processes import wait_until
@@ -203,6 +204,16 @@ class KwinDesktop(Desktop):
 
     def add_launcher(self, *keys):
         return Launcher(self._script, *keys)
+
+    # Plasma's search
+
+    def has_name(self, name):
+        """Whether somebody on the bus has that name."""
+        return self._script.call("/", "org.freedesktop.DBus", "NameHasOwner", self._script_arguments("(s)", (name,)),
+                                 name="org.freedesktop.DBus")[0]
+
+    def add_krunner(self):
+        return KRunner(self, self._root, self._private)
 
     # Desktops
 
