@@ -1,6 +1,7 @@
 """Plasma's own search: what is typed into KRunner finds what is on the board, and opens it."""
 
 import pathlib
+import re
 
 import board as boards
 import settings
@@ -59,3 +60,27 @@ def what_is_typed_into_krunner_finds_goals_todos_and_windows_and_opens_them(desk
     krunner.choose_first()
     desktop.wait_for_active(letter)
     kelpa.quit()
+
+
+def krunner_does_not_ask_where_kelpa_is_switched_off_in_plasma_s_settings(desktop, binary):
+    kelpa = _begin_hidden(desktop, binary, ("Taxes", ["Find receipts"]))
+    log = desktop.directory / "calls.log"
+    desktop.start("dbus-monitor", "--session", "path=/org/kelpa/Runner,member=Match", log=log)
+
+    def asked():
+        """What Kelpa has been asked for."""
+        return re.findall(r'member=Match\n +string "(.*)"', log.read_text(encoding="utf-8"))
+
+    def is_heard(text):
+        desktop.run("dbus-send", "--session", "--print-reply", "--dest=org.kelpa.Kelpa", "/org/kelpa/Runner",
+                    "org.kde.krunner1.Match", f"string:{text}")
+        return text in asked()
+
+    wait_until("a call is heard", lambda: is_heard("before"))
+    krunner = desktop.add_krunner(is_kelpa_off=True)
+    # KRunner asks everybody at once, for each letter; its own calculator has replied to the last.
+    _search(krunner, "17+25", ["42", "in category Calculator"])
+    wait_until("a call is heard", lambda: is_heard("after"))
+    assert set(asked()) == {"before", "after"}, asked()
+    kelpa.terminate()
+    kelpa.wait()

@@ -11,14 +11,20 @@ from processes import wait_until
 
 _RUNNER = pathlib.Path(__file__).resolve().parents[3] / "data" / "search" / "org.kelpa.Kelpa.Runner.desktop"
 
+# What Plasma's settings write when a person unchecks Kelpa in them.
+_OFF = "[Plugins]\norg.kelpa.KelpaEnabled=false\n"
+
 
 class KRunner:
-    """`folder` is one of the desktop's that the root sees too."""
+    """`folder` is one of the desktop's that the root sees too. With `is_kelpa_off` the person has switched Kelpa
+    off in Plasma's settings."""
 
-    def __init__(self, desktop, root, folder):
+    def __init__(self, desktop, root, folder, is_kelpa_off):
         share = folder / "share"
         (share / "krunner" / "dbusplugins").mkdir(parents=True)
         shutil.copy(_RUNNER, share / "krunner" / "dbusplugins")
+        if is_kelpa_off:
+            (pathlib.Path(desktop.env["XDG_CONFIG_HOME"]) / "krunnerrc").write_text(_OFF, encoding="utf-8")
         self._keyboard = FakeKeyboard()
         desktop.start(*other_root.command(
             root, folder, "env", f"XDG_DATA_DIRS={share}:/usr/share", "QT_QPA_PLATFORM=wayland",

@@ -212,8 +212,8 @@ class KwinDesktop(Desktop):
         return self._script.call("/", "org.freedesktop.DBus", "NameHasOwner", self._script_arguments("(s)", (name,)),
                                  name="org.freedesktop.DBus")[0]
 
-    def add_krunner(self):
-        return KRunner(self, self._root, self._private)
+    def add_krunner(self, is_kelpa_off=False):
+        return KRunner(self, self._root, self._private, is_kelpa_off)
 
     # Desktops
 
