@@ -77,8 +77,9 @@ void WindowStore::Parts::finishPass(const WindowDiscoveryBatch& discovered)
     state.assign(state.unofferedDesktops, discovered.unofferedDesktops, Field::pins);
     if (state.assignWindows(discovered.windows))
         recall.noteWindows();
-    pinned.observe(state.windows, activations.isIdle() ? PinnedWindows::Requests::sent
-                                                       : PinnedWindows::Requests::underWay);
+    if (pinned.observe(state.windows, activations.isIdle() ? PinnedWindows::Requests::sent
+                                                           : PinnedWindows::Requests::underWay))
+        sendToPins();
     work.observe(state.windows, activations.isIdle() ? WorkContext::Requests::sent
                                                      : WorkContext::Requests::underWay);
     publishWork();

@@ -24,9 +24,11 @@ void PinnedWindows::settle(const Assignments& assignments, const GoalPins& pins)
 
 void PinnedWindows::forget(GoalID goalID)
 {
-    m_settled.removeIf([&goalID](const std::pair<const WindowID&, Place&>& each) {
+    const auto isOfGoal = [&goalID](const std::pair<const WindowID&, Place&>& each) {
         return each.second.goalID == goalID;
-    });
+    };
+    m_settled.removeIf(isOfGoal);
+    m_sentInVain.removeIf(isOfGoal);
 }
 
 QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const GoalPins& pins,
@@ -37,8 +39,10 @@ QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const Go
         const auto settled = m_settled.find(window.id);
         // Where the goal is pinned no more, or no longer there, undo may bring both back.
         if (settled != m_settled.end() && window.goalID != settled->goalID &&
-            pins.contains(settled->goalID))
+            pins.contains(settled->goalID)) {
             m_settled.erase(settled);
+            m_sentInVain.remove(window.id);
+        }
         const auto pin = window.goalID ? pins.constFind(*window.goalID) : pins.constEnd();
         if (pin == pins.constEnd() || !window.desktopNumber)
             continue;
@@ -71,16 +75,28 @@ bool PinnedWindows::isGoingTo(int desktop, WindowID windowID, int listed) const
     return sent->desktop == desktop && (listed == desktop || listed == sent->from);
 }
 
-void PinnedWindows::observe(const QList<WindowItem>& windows, Requests requests)
+bool PinnedWindows::observe(const QList<WindowItem>& windows, Requests requests)
 {
+    bool isDueAgain = false;
     for (const WindowItem& window : windows) {
         const auto sent = m_sent.find(window.id);
         if (sent == m_sent.end())
             continue;
-        const bool isThere = window.desktopNumber == sent->desktop;
-        if (isThere || (requests == Requests::sent && ++sent->missedPasses > passesToWait))
+        if (window.desktopNumber == sent->desktop) {
+            m_sentInVain.remove(window.id);
             m_sent.erase(sent);
+        } else if (requests == Requests::sent && ++sent->missedPasses > passesToWait) {
+            const Place place = m_settled.value(window.id);
+            if (window.desktopNumber == sent->from && place.desktop == sent->desktop &&
+                m_sentInVain.value(window.id) != place) {
+                m_sentInVain.insert(window.id, place);
+                m_settled.remove(window.id);
+                isDueAgain = true;
+            }
+            m_sent.erase(sent);
+        }
     }
+    return isDueAgain;
 }
 
 QList<WindowItem> PinnedWindows::asSent(QList<WindowItem> windows) const

@@ -46,8 +46,9 @@ public:
 
     using Requests = SentRequests;
 
-    /// A pass has listed `windows`.
-    void observe(const QList<WindowItem>& windows, Requests requests);
+    /// A pass has listed `windows`. True when one of them has not moved although the desktop was
+    /// asked for it, so that `due` gives it once more: its desktop may have gone just then.
+    bool observe(const QList<WindowItem>& windows, Requests requests);
 
     /// The windows as they will be once the desktop has done what was requested.
     QList<WindowItem> asSent(QList<WindowItem> windows) const;
@@ -78,6 +79,8 @@ private:
     QSet<WindowID> m_fromEarlierRun;
     /// What no pass has shown yet.
     QHash<WindowID, Sending> m_sent;
+    /// What the desktop has not done, and is asked for a second time.
+    QHash<WindowID, Place> m_sentInVain;
 };
 
 } // namespace kelpa

@@ -1,4 +1,5 @@
-// Goals that are pinned to virtual desktops, on a desktop that does what it is asked.
+// Goals that are pinned to virtual desktops, on a desktop that does what it is asked, or refuses
+// it.
 #include "store/board/BoardPersistence.h"
 #include "support/StoreFixture.h"
 
@@ -41,13 +42,14 @@ protected:
         }
     }
 
-    /// What the desktop has been asked for since the last call, which it has done then.
+    /// What the desktop has been asked for since the last call, which it has done then, unless it
+    /// refuses.
     QStringList takeRequests()
     {
         scheduler.advance(0ms);
         QStringList requests;
         for (const QString& call : std::exchange(desktop.calls, {})) {
-            if (call.startsWith(u"send to "))
+            if (call.startsWith(u"send to ") && !isRefusing)
                 setDesktop(call.section(u' ', 3).toUInt(),
                            call.section(u' ', 2, 2).chopped(1).toInt());
             if (call.startsWith(u"send ") || call.startsWith(u"show ") ||
@@ -59,6 +61,7 @@ protected:
     }
 
     GoalID goalID;
+    bool isRefusing = false;
 };
 
 TEST_F(PinOperations, Pinning_sends_the_goals_windows_in_one_step)
@@ -87,6 +90,19 @@ TEST_F(PinOperations, A_window_that_joins_is_sent_and_one_that_the_person_moves_
     EXPECT_EQ(takeRequests(), QStringList());
     store().pinGoal(goalID, 3);
     EXPECT_EQ(takeRequests(), QStringList{QStringLiteral("send to 3: 3")}) << "gathered";
+}
+
+TEST_F(PinOperations, What_the_desktop_refuses_is_sent_once_more)
+{
+    open(3);
+    isRefusing = true;
+    store().pinGoal(goalID, 3);
+    const QStringList both{QStringLiteral("send to 3: 1"), QStringLiteral("send to 3: 2")};
+    EXPECT_EQ(takeRequests(), both);
+    QStringList later;
+    for (int pass = 0; pass < 12; ++pass)
+        later += takeRequests();
+    EXPECT_EQ(later, both);
 }
 
 TEST_F(PinOperations, Choosing_the_same_desktop_again_is_no_step)

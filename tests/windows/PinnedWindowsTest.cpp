@@ -152,6 +152,35 @@ TEST_F(PinnedWindowsTest, A_late_desktop_counts_as_having_done_it_for_a_while)
     EXPECT_EQ(desktop(), 1);
 }
 
+TEST_F(PinnedWindowsTest, What_the_desktop_has_refused_is_sent_once_more_and_waits_for_its_desktop)
+{
+    const QList<WindowItem> here{window(1, taxes)};
+    const GoalPins pins{{taxes, 2}};
+    const auto isGivenUp = [&](const QList<WindowItem>& listed) {
+        bool isDue = false;
+        for (int pass = 0; pass < 3; ++pass)
+            isDue = pinned.observe(listed, PinnedWindows::Requests::sent) || isDue;
+        return isDue;
+    };
+    due(here, pins);
+    EXPECT_FALSE(pinned.observe(here, PinnedWindows::Requests::sent));
+    EXPECT_EQ(due(here, pins), Sent()) << "it is on its way";
+    EXPECT_TRUE(isGivenUp(here));
+    EXPECT_EQ(due(here, pins, fourDesktops.first(1)), Sent()) << "its desktop has gone";
+    EXPECT_EQ(due(here, pins), (Sent{{1, 2}}));
+    EXPECT_FALSE(isGivenUp(here));
+    EXPECT_EQ(due(here, pins), Sent()) << "it does not want to go";
+    // Whatever has the person ask anew.
+    pinned.forget(taxes);
+    EXPECT_EQ(due(here, pins), (Sent{{1, 2}}));
+    EXPECT_TRUE(isGivenUp(here));
+    EXPECT_EQ(due(here, pins), (Sent{{1, 2}}));
+    due({window(1, garden)}, {{taxes, 2}, {garden, 3}});
+    EXPECT_FALSE(isGivenUp({window(1, garden, 4)})) << "it has gone elsewhere";
+    EXPECT_EQ(due(here, pins), (Sent{{1, 2}}));
+    EXPECT_TRUE(isGivenUp(here));
+}
+
 TEST_F(PinnedWindowsTest, A_window_is_sent_back_also_before_a_late_list_shows_that_it_had_gone)
 {
     const QList<WindowItem> late{window(1, taxes)};
