@@ -2,13 +2,10 @@
 
 #include "platform/LoggingCategories.h"
 #include "platform/freedesktop/bus/BlockingBus.h"
-#include "platform/gnome/ShellPicture.h"
 #include "platform/gnome/ShellReply.h"
-#include "platform/numbers/NameTable.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <utility>
 
 namespace kelpa::gnome {
@@ -21,8 +18,6 @@ constexpr const char* windowsPath = "/org/kelpa/Windows";
 constexpr const char* windowsInterface = "org.kelpa.Windows1";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 constexpr const char* extensionsInterface = "org.gnome.Shell.Extensions";
-/// No token of a compositor is longer.
-constexpr std::size_t longestToken = 256;
 
 std::vector<std::string> matches()
 {
@@ -128,7 +123,10 @@ ShellStanding ShellClient::standing() const
 ShellStanding ShellClient::refresh()
 {
     const std::scoped_lock lock(m_findingMutex);
-    return publish(find(Asking::toBeServed));
+    const Found found = find(Asking::toBeServed);
+    ShellStanding standing = publish(found);
+    replaceOlder(found);
+    return standing;
 }
 
 ShellStanding ShellClient::look()
@@ -260,6 +258,14 @@ ShellStanding ShellClient::switchOn()
     return publish(find(Asking::toBeServed));
 }
 
+void ShellClient::replaceOlder(const Found& found)
+{
+    if (!m_isReplaced && conditionOf(found.findings) == ShellCondition::ready &&
+        found.findings.version < broughtVersion && m_extension.canInstall() &&
+        m_extension.hasOwnCopy())
+        m_isReplaced = m_extension.install(shellVersion(found.owner));
+}
+
 int ShellClient::shellVersion(const std::string& owner)
 {
     const GlibPointer<GVariant> version =
@@ -296,118 +302,6 @@ BusReply ShellClient::callExtension(const char* method, GVariant* arguments, con
     if (!isServed(reply))
         lose();
     return reply;
-}
-
-ShellList ShellClient::list()
-{
-    const BusReply reply = callExtension("List", nullptr, "(aa{sv})");
-    ShellList list{.isServed = isServed(reply)};
-    if (reply.outcome == BusCallOutcome::answered) {
-        const GlibPointer<GVariant> windows(g_variant_get_child_value(reply.value.get(), 0));
-        list.windows = windowsIn(windows.get());
-    }
-    return list;
-}
-
-std::optional<QStringList> ShellClient::workspaces()
-{
-    if (standing().version < workspacesVersion)
-        return QStringList();
-    const BusReply reply = callExtension("Workspaces", nullptr, "(as)");
-    if (reply.outcome != BusCallOutcome::answered)
-        return std::nullopt;
-    const GlibPointer<GVariant> names(g_variant_get_child_value(reply.value.get(), 0));
-    return workspacesIn(names.get());
-}
-
-std::optional<QImage> ShellClient::picture(std::uint64_t window, const QSize& largest,
-                                           bool isNeeded)
-{
-    std::uint64_t known = 0;
-    {
-        const std::scoped_lock lock(m_mutex);
-        const auto it = m_pictured.find(window);
-        if (!isNeeded && it != m_pictured.end() && it->second.largest == largest)
-            known = it->second.revision;
-    }
-    const BusReply reply =
-        callExtension("Picture",
-                      g_variant_new("(tuut)", guint64{window}, guint32(largest.width()),
-                                    guint32(largest.height()), guint64{known}),
-                      "(btuuh)");
-    if (reply.outcome != BusCallOutcome::answered)
-        return std::nullopt;
-    gboolean isUnchanged = FALSE;
-    guint64 revision = 0;
-    guint32 width = 0;
-    guint32 height = 0;
-    gint32 index = -1;
-    g_variant_get(reply.value.get(), "(btuuh)", &isUnchanged, &revision, &width, &height, &index);
-    if (isUnchanged != FALSE || index < 0 ||
-        std::cmp_greater_equal(index, reply.descriptors.size()))
-        return std::nullopt;
-    std::optional<QImage> image =
-        readPicture(reply.descriptors.at(static_cast<std::size_t>(index)).number(), largest);
-    if (image) {
-        const std::scoped_lock lock(m_mutex);
-        if (m_pictured.size() >= NameTable::mostWindows)
-            m_pictured.clear();
-        m_pictured[window] = {.revision = revision, .largest = largest};
-    }
-    return image;
-}
-
-void ShellClient::act(const char* method, GVariant* arguments)
-{
-    callExtension(method, arguments, "()");
-}
-
-void ShellClient::activate(std::uint64_t window)
-{
-    constexpr guint32 now = 0;
-    act("Activate", g_variant_new("(tu)", guint64{window}, now));
-}
-
-void ShellClient::close(std::uint64_t window)
-{
-    act("Close", g_variant_new("(t)", guint64{window}));
-}
-
-void ShellClient::minimize(std::uint64_t window)
-{
-    act("Minimize", g_variant_new("(t)", guint64{window}));
-}
-
-void ShellClient::restore(std::uint64_t window)
-{
-    act("Restore", g_variant_new("(t)", guint64{window}));
-}
-
-void ShellClient::sendTo(std::uint64_t window, int workspace)
-{
-    act("SendTo", g_variant_new("(tu)", guint64{window}, static_cast<guint32>(workspace)));
-}
-
-void ShellClient::showWorkspace(int workspace)
-{
-    act("ShowWorkspace", g_variant_new("(u)", static_cast<guint32>(workspace)));
-}
-
-bool ShellClient::bringForward()
-{
-    return callExtension("BringForward", nullptr, "()").outcome == BusCallOutcome::answered;
-}
-
-QByteArray ShellClient::token(const QString& desktopEntryID)
-{
-    const BusReply reply =
-        callExtension("Token", g_variant_new("(s)", desktopEntryID.toUtf8().constData()), "(s)");
-    if (reply.outcome != BusCallOutcome::answered)
-        return {};
-    const char* token = nullptr;
-    g_variant_get(reply.value.get(), "(&s)", &token);
-    const std::size_t length = std::strlen(token);
-    return length > longestToken ? QByteArray() : QByteArray(token, qsizetype(length));
 }
 
 } // namespace kelpa::gnome

@@ -78,7 +78,8 @@ public:
     /// As last known. Any thread; returns at once.
     ShellStanding standing() const;
 
-    /// Finds out anew, and asks the extension to serve Kelpa.
+    /// Finds out anew, and asks the extension to serve Kelpa. Where that is an older one, the copy
+    /// that was installed for this program is replaced; the Shell loads it at the next login.
     ShellStanding refresh();
     /// As `refresh`, but does not ask the extension, which counts as ready where it is there.
     ShellStanding look();
@@ -123,6 +124,7 @@ private:
     void askShell(Found& found);
     void attach(Found& found, Asking asking);
     ShellStanding publish(const Found& found);
+    void replaceOlder(const Found& found);
     /// The extension no longer serves Kelpa.
     void lose();
     /// False where the person has switched all extensions off.

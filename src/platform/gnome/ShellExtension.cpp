@@ -23,6 +23,8 @@ namespace kelpa::gnome {
 
 namespace {
 
+/// Of the metadata: the program that the extension serves.
+constexpr QLatin1String programKey("program");
 constexpr int programLimit = 2000;
 /// From this version on the Shell loads extensions as modules.
 constexpr int firstWithModules = 45;
@@ -56,20 +58,23 @@ bool copyFolder(const QString& from, const QString& to)
     return true;
 }
 
+/// Empty where there is none, or none that can be read.
+QJsonObject metadataIn(const QString& folder)
+{
+    QFile file(folder + QStringLiteral("/metadata.json"));
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
+                                          : QJsonObject();
+}
+
 /// Names the program that the extension is to serve, in its metadata.
 bool nameProgram(const QString& folder, const QString& program)
 {
-    const QString path = folder + QStringLiteral("/metadata.json");
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    QJsonObject metadata = QJsonDocument::fromJson(file.readAll()).object();
-    file.close();
+    QJsonObject metadata = metadataIn(folder);
     if (metadata.isEmpty())
         return false;
-    metadata.insert(QStringLiteral("program"), program);
+    metadata.insert(programKey, program);
     const QByteArray text = QJsonDocument(metadata).toJson();
-    QSaveFile written(path);
+    QSaveFile written(folder + QStringLiteral("/metadata.json"));
     return written.open(QIODevice::WriteOnly) && written.write(text) == text.size() &&
            written.commit();
 }
@@ -163,6 +168,14 @@ bool ShellExtension::canInstall() const
 QString ShellExtension::ownFolder() const
 {
     return folderIn(m_places.dataFolders.constFirst());
+}
+
+bool ShellExtension::hasOwnCopy() const
+{
+    if (m_places.dataFolders.isEmpty() || m_places.program.isEmpty() ||
+        QFileInfo(ownFolder()).isSymLink())
+        return false;
+    return metadataIn(ownFolder()).value(programKey).toString() == m_places.program;
 }
 
 bool ShellExtension::install(int shellVersion) const

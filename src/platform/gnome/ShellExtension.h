@@ -33,6 +33,8 @@ public:
 
     bool isInstalled() const;
     bool canInstall() const;
+    /// The person's own folder has a copy that was installed for this program; a link is none.
+    bool hasOwnCopy() const;
     /// Installs it for the person, in the form for this version of the Shell, or replaces it.
     /// False when a file cannot be written; then what was there before is there still.
     bool install(int shellVersion) const;

@@ -107,6 +107,49 @@ TEST_F(ShellClientTest, An_updated_Kelpa_is_not_offered_to_install_the_extension
     EXPECT_FALSE(client.standing().canSwitchOn);
 }
 
+TEST_F(ShellClientTest, An_older_copy_that_serves_this_program_is_replaced_for_the_next_login)
+{
+    FakeShell shell(bus.address());
+    shell.showExtension();
+    const auto write = [](const QString& path, const QByteArray& text) {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    };
+    const QString built = data.filePath(QStringLiteral("built"));
+    write(built + QStringLiteral("/43/metadata.json"), R"({"uuid": "windows@kelpa.org"})");
+    write(built + QStringLiteral("/43/extension.js"), "// new");
+    const QString copy = data.filePath(QStringLiteral("gnome-shell/extensions/windows@kelpa.org/"));
+    struct Row
+    {
+        std::uint32_t version;
+        const char* metadata;
+        QByteArray expected;
+    };
+    for (const auto& [version, metadata, expected] :
+         {Row{2, R"({"program": "/elsewhere/kelpa"})", "// old"},
+          Row{broughtVersion, R"({"program": "/build/kelpa"})", "// old"},
+          Row{2, R"({"program": "/build/kelpa"})", "// new"}}) {
+        write(copy + QStringLiteral("metadata.json"), metadata);
+        write(copy + QStringLiteral("extension.js"), "// old");
+        ShellClient client(bus.address().toStdString(),
+                           {.dataFolders = {data.path()},
+                            .buildFolder = built,
+                            .program = QStringLiteral("/build/kelpa")});
+        shell.behave({.version = version});
+        EXPECT_EQ(client.look().condition, ShellCondition::ready);
+        QFile script(copy + QStringLiteral("extension.js"));
+        ASSERT_TRUE(script.open(QIODevice::ReadOnly));
+        EXPECT_EQ(script.readAll(), "// old") << "who only looks changes nothing";
+        script.close();
+        EXPECT_EQ(client.refresh().condition, ShellCondition::ready);
+        EXPECT_EQ(client.standing().version, version) << "until then the Shell runs that one";
+        ASSERT_TRUE(script.open(QIODevice::ReadOnly));
+        EXPECT_EQ(script.readAll(), expected) << version << metadata;
+    }
+}
+
 TEST_F(ShellClientTest, The_settings_are_read_only_where_they_decide)
 {
     FakeShell shell(bus.address());

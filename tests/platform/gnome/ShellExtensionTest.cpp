@@ -83,6 +83,19 @@ TEST_F(ShellExtensionTest, From_a_build_folder_it_is_installed_in_the_form_for_t
               QStringLiteral("windows@kelpa.org"));
 }
 
+TEST_F(ShellExtensionTest, Its_own_copy_is_the_one_that_was_installed_for_this_program)
+{
+    EXPECT_FALSE(extension(built()).hasOwnCopy());
+    write(idFolder(own()) + QStringLiteral("/metadata.json"), R"({"program": "/usr/bin/kelpa"})");
+    EXPECT_FALSE(extension(built()).hasOwnCopy());
+    ASSERT_TRUE(extension(built()).install(43));
+    EXPECT_TRUE(extension(built()).hasOwnCopy());
+    const QString linked = folder.filePath(QStringLiteral("linked"));
+    ASSERT_TRUE(QFile::rename(idFolder(own()), linked));
+    ASSERT_TRUE(QFile::link(linked, idFolder(own())));
+    EXPECT_FALSE(extension(built()).hasOwnCopy());
+}
+
 TEST_F(ShellExtensionTest, What_cannot_be_installed_leaves_nothing_behind)
 {
     write(built() + QStringLiteral("/45/metadata.json"), "no metadata");
