@@ -195,7 +195,15 @@ QString gnomeLine(const SessionReading& reading)
     return line(QStringLiteral("gnome"), text);
 }
 
-QString abilityLines(const DesktopAbilities& abilities)
+/// What the Shell's extension lacks that serves Kelpa all the same.
+GapText olderExtension(const SessionReading& reading)
+{
+    return {QStringLiteral("GNOME Shell still runs version %1 of Kelpa's extension")
+                .arg(reading.shellExtensionVersion),
+            QStringLiteral("log out and in again")};
+}
+
+QString abilityLines(const DesktopAbilities& abilities, const SessionReading& reading)
 {
     QString lines;
     for (const DesktopAbility ability : allDesktopAbilities) {
@@ -204,7 +212,10 @@ QString abilityLines(const DesktopAbilities& abilities)
             lines += line(nameOf(ability), QStringLiteral("yes"));
             continue;
         }
-        const GapText text = textOf(shortfall->gap, ability);
+        const bool isServed = reading.gnomeShell == gnome::ShellCondition::ready;
+        const GapText text = isServed && shortfall->gap == AbilityGap::shellExtensionTooOld
+                                 ? olderExtension(reading)
+                                 : textOf(shortfall->gap, ability);
         const QString extent =
             shortfall->isPartial ? QStringLiteral("in part: ") : QStringLiteral("no: ");
         lines += line(nameOf(ability), extent + text.reason);
@@ -284,7 +295,7 @@ QString aboutDesktop(const SessionReading& reading, std::optional<DesktopKind> a
     else if (asked)
         why = QStringLiteral(" (%1 was asked for)").arg(desktopName(*asked));
     return session + line(QStringLiteral("desktop"), desktopName(chosen->kind) + why) + u'\n' +
-           abilityLines(abilities) +
+           abilityLines(abilities, reading) +
            (reading.portals ? portalLines(*reading.portals, abilities) : QString());
 }
 

@@ -277,10 +277,16 @@ TEST(AboutDesktop, Of_GNOME_Shell_it_says_what_becomes_of_its_extension)
                     .contains(extension + QStringLiteral("99; Kelpa brings version ") + brought));
     EXPECT_TRUE(ready.contains(QStringLiteral("desktops    yes\n")));
     reading.shellExtensionVersion = 2;
+    EXPECT_TRUE(aboutDesktop(reading, std::nullopt, {})
+                    .contains(QStringLiteral(
+                        "desktops    no: GNOME Shell still runs version 2 of Kelpa's extension\n"
+                        "            to mend it: log out and in again\n")));
+    reading.gnomeShell = gnome::ShellCondition::tooOld;
     EXPECT_TRUE(
         aboutDesktop(reading, std::nullopt, {})
-            .contains(QStringLiteral("desktops    no: Kelpa's extension is too old, or does "
-                                     "not fit this GNOME Shell\n")));
+            .contains(QStringLiteral("windows     no: Kelpa's extension is too old, or does "
+                                     "not fit this GNOME Shell\n"
+                                     "            to mend it: update Kelpa, then log in again\n")));
     reading.gnomeShell = gnome::ShellCondition::disabled;
     EXPECT_TRUE(aboutDesktop(reading, std::nullopt, {})
                     .contains(QStringLiteral(
