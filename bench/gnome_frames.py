@@ -44,7 +44,7 @@ def _measure(what, desktop, meanwhile):
     used, seconds = _used(shell) - used, time.monotonic() - began
     times = desktop.evaluate(_STOP)
     intervals = sorted((later - sooner) / 1000 for sooner, later in zip(times, times[1:]))
-    pictures, size, lists = (now - before for now, before in zip(shell_work().done(desktop), work))
+    pictures, size, lists, *_ = (now - before for now, before in zip(shell_work().done(desktop), work))
 
     def at(part):
         return intervals[min(len(intervals) - 1, int(len(intervals) * part))]

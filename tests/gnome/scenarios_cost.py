@@ -1,5 +1,7 @@
 """How much the real program has the Shell do for it, counted and not timed."""
 
+import math
+
 import board as boards
 import settings
 import shell_work
@@ -12,8 +14,9 @@ _SECONDS = 8
 
 
 def _report(what, work, seconds):
-    pictures, size, lists = (each / seconds for each in work)
-    print(f"{what}: {pictures:.1f} pictures of {size / 1000:.1f} kB together and {lists:.1f} lists a second")
+    pictures, size, lists, workspaces, changes = (each / seconds for each in work)
+    print(f"{what}: {pictures:.1f} pictures of {size / 1000:.1f} kB together, {lists:.1f} lists of windows and "
+          f"{workspaces:.1f} of workspaces a second after {changes:.1f} changes")
     return pictures, size, lists
 
 
@@ -30,12 +33,18 @@ def the_shell_does_a_bounded_work_a_second_for_the_board(desktop, binary):
         wait_until("all have their pictures",
                    lambda: shell_work.done_in(desktop, 4)[0][0] == 0, 90, pause=0)
         assert shell_work.done(desktop)[0] >= 4, "no picture is counted"
-        pictures, size, lists = _report("at rest", *shell_work.done_in(desktop, _SECONDS))
+        work, seconds = shell_work.done_in(desktop, _SECONDS)
+        pictures, size, lists = _report("at rest", work, seconds)
         assert pictures <= 0.5 and size <= 50_000 and lists <= 1, (pictures, size, lists)
+        assert work.workspaces <= work.lists + 1, work
         shell_work.start_drawing(desktop)
         # Before the board, which would hide what it draws.
         desktop.activate(desktop.wait_for_window("Drawing"))
-        pictures, size, lists = _report("while a window changes", *shell_work.done_in(desktop, _SECONDS))
+        work, seconds = shell_work.done_in(desktop, _SECONDS)
+        pictures, size, lists = _report("while a window changes", work, seconds)
         assert pictures <= 2 and size <= 200_000, (pictures, size)
-        assert 0 < lists <= 20, lists
+        assert lists <= 20, lists
+        # One for each change that is told, one for what was told just before, and one every two seconds.
+        assert 0 < work.lists <= work.changes + 1 + math.ceil(seconds / 2), work
+        assert 0 < work.workspaces <= work.lists + 1, work
     plain.end()

@@ -1,14 +1,16 @@
 """What the Shell does for Kelpa, counted in the Shell itself."""
 
+import collections
 import pathlib
 import time
 
+Work = collections.namedtuple("Work", "pictures bytes lists workspaces changes")
 _DRAWING = pathlib.Path(__file__).with_name("drawing.py")
 # Pictures are written by a method of the language's own library, and lists put together by another.
 _COUNT = """(() => {
     const {GLib} = imports.gi;
     const {ImageSurface} = imports.cairo;
-    const work = globalThis.kelpaWork = {pictures: 0, bytes: 0, lists: 0};
+    const work = globalThis.kelpaWork = {pictures: 0, bytes: 0, lists: 0, workspaces: 0, changes: 0};
     const write = ImageSurface.prototype.writeToPNG;
     ImageSurface.prototype.writeToPNG = function (path) {
         write.call(this, path);
@@ -22,6 +24,21 @@ _COUNT = """(() => {
             work.lists += 1;
         return array.call(this, type, children);
     };
+    const {WorkspaceManager} = imports.gi.Meta;
+    const number = WorkspaceManager.prototype.get_n_workspaces;
+    WorkspaceManager.prototype.get_n_workspaces = function () {
+        // Also to send a window there.
+        if (/^workspaces@.*windows@kelpa\\.org/m.test(new Error().stack))
+            work.workspaces += 1;
+        return number.call(this);
+    };
+    const {DBusConnection} = imports.gi.Gio;
+    const emit = DBusConnection.prototype.emit_signal;
+    DBusConnection.prototype.emit_signal = function (to, path, face, signal, values) {
+        if (face === 'org.kelpa.Windows1' && signal === 'Changed')
+            work.changes += 1;
+        return emit.call(this, to, path, face, signal, values);
+    };
     return true;
 })()"""
 
@@ -32,9 +49,9 @@ def count(desktop):
 
 
 def done(desktop):
-    """Pictures, their bytes and lists since `count` was called."""
-    work = desktop.evaluate("globalThis.kelpaWork")
-    return work["pictures"], work["bytes"], work["lists"]
+    """The pictures and their bytes, the lists of windows and of workspaces, and the signals that something
+    has changed, since `count` was called."""
+    return Work(**desktop.evaluate("globalThis.kelpaWork"))
 
 
 def done_in(desktop, seconds):
@@ -42,7 +59,7 @@ def done_in(desktop, seconds):
     before, began = done(desktop), time.monotonic()
     time.sleep(seconds)
     after = done(desktop)
-    return tuple(later - sooner for later, sooner in zip(after, before)), time.monotonic() - began
+    return Work(*(later - sooner for later, sooner in zip(after, before))), time.monotonic() - began
 
 
 def start_drawing(desktop):
