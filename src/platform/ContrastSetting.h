@@ -15,7 +15,7 @@ public:
     virtual ~ContrastSetting() = default;
 
     /// Calls `changed` with whether more contrast is wanted, once that is known and whenever it
-    /// changes; with no value when the setting no longer exists. Main thread; returns at once.
+    /// changes. Main thread; returns at once.
     [[nodiscard]] virtual std::unique_ptr<Subscription>
     watchContrast(std::function<void(std::optional<bool> isHigh)> changed) = 0;
 };
