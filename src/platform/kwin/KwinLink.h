@@ -61,8 +61,8 @@ class KwinLink
 {
 public:
     /// All are called on a thread of its own: `changed` whenever there is something new to read,
-    /// `summoned` when the person has pressed the script's shortcut, `launcherCalled` when they have
-    /// called Plasma's launcher by a key.
+    /// `summoned` when the person has pressed the script's shortcut, `launcherCalled` when they
+    /// have called Plasma's launcher by a key.
     KwinLink(const KwinLinkOptions& options, std::function<void()> changed,
              std::function<void()> summoned, std::function<void()> launcherCalled);
     /// Unloads the script, for which it waits 200 ms at most.
