@@ -35,7 +35,8 @@ Item {
         root.view.halt();
     }
     /// The match in the coordinates of its column; of no height while that has no item.
-    function partOf(match: var, column: GoalColumn): rect {
+    function partOf(match: var, item: Item): rect {
+        const column = item as GoalColumn;
         return column === null ? Qt.rect(0, 0, 0, 0)
              : match.window >= 0 ? column.windowRect(match.window)
              : match.todoID ? column.todoRect(match.todoID)
