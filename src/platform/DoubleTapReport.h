@@ -8,15 +8,14 @@
 
 namespace kelpa {
 
-/// Reports one tap of Super at the scheduler's present moment, since nobody tells when it was. Main
-/// thread.
-inline void reportTap(const GlobalKeyHandlers& handlers, const Scheduler& scheduler)
+/// Reports one tap of Super at that time. Main thread.
+inline void reportTap(const GlobalKeyHandlers& handlers, Scheduler::Time time)
 {
-    const std::chrono::duration<double> now = scheduler.now().time_since_epoch();
+    const std::chrono::duration<double> timestamp = time.time_since_epoch();
     for (const bool isDown : {true, false}) {
         handlers.modifiersChanged({.commandIsDown = isDown,
                                    .hasOtherModifiers = false,
-                                   .timestamp = now.count(),
+                                   .timestamp = timestamp.count(),
                                    .inputTime = 0});
     }
 }
@@ -27,8 +26,9 @@ inline void reportDoubleTap(const GlobalKeyHandlers& handlers, const Scheduler& 
 {
     // Whatever was tapped before has no part in it.
     handlers.keyPressed();
-    reportTap(handlers, scheduler);
-    reportTap(handlers, scheduler);
+    const Scheduler::Time now = scheduler.now();
+    reportTap(handlers, now);
+    reportTap(handlers, now);
 }
 
 } // namespace kelpa

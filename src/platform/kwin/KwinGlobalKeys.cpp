@@ -16,7 +16,8 @@ public:
         : m_handlers(std::move(handlers)),
           m_summons(
               server.watchSummons([this, &scheduler] { reportDoubleTap(m_handlers, scheduler); })),
-          m_launcher(server.watchLauncher([this, &scheduler] { reportTap(m_handlers, scheduler); }))
+          m_launcher(
+              server.watchLauncher([this](Scheduler::Time time) { reportTap(m_handlers, time); }))
     {}
 
 private:

@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <utility>
 
@@ -143,7 +144,8 @@ struct KwinLink::Parts
     const std::function<void()> launcherCalled;
     KwinScriptCalls calls;
 
-    // Of the one thread that reads.
+    // Of the thread that reads.
+    std::mutex reading;
     /// KWin's unique name; empty while it is not there.
     std::string owner;
     ProcessID process = 0;
@@ -251,6 +253,7 @@ KwinLink::~KwinLink()
 
 KwinReading KwinLink::read()
 {
+    const std::scoped_lock lock(m_parts->reading);
     const std::optional<std::string> owner =
         m_parts->bus.ownerOf(kwinName, m_parts->options.replyLimit);
     if (!owner)

@@ -70,8 +70,8 @@ public:
     KwinLink(const KwinLink&) = delete;
     KwinLink& operator=(const KwinLink&) = delete;
 
-    /// Loads the script where it does not run. One thread at a time, any but the main one; a few
-    /// round trips, each within the limit.
+    /// Loads the script where it does not run. Any thread but the main one; waits for another that
+    /// reads. A few round trips, each within the limit.
     KwinReading read();
 
     /// Any thread; returns at once. Nothing happens where KWin is not there.

@@ -3,6 +3,7 @@
 #include "platform/LoggingCategories.h"
 #include "platform/numbers/CompositorRun.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kelpa::kwin {
@@ -12,6 +13,9 @@ namespace {
 /// One may be a window that closes; a KWin that draws without OpenGL cancels them all.
 constexpr int mostCancelled = 3;
 
+constexpr Scheduler::Duration firstLoadDelay = std::chrono::seconds(5);
+constexpr Scheduler::Duration longestLoadDelay = std::chrono::minutes(5);
+
 } // namespace
 
 KwinWindowServer::KwinWindowServer(const KwinWindowServerNeeds& needs)
@@ -19,7 +23,7 @@ KwinWindowServer::KwinWindowServer(const KwinWindowServerNeeds& needs)
       m_numbers(needs.reservation, needs.names, needs.highWaterMark, needs.takenNumbers),
       m_link(
           needs.link, [this] { m_changes.notify(); }, [this] { m_summons.notify(); },
-          [this] { m_launcherCalls.notify(); })
+          [this] { m_launcherCalls.notify(m_needs.clock()); })
 {}
 
 std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
@@ -150,12 +154,34 @@ std::unique_ptr<Subscription> KwinWindowServer::watchWindows(std::function<void(
 
 std::unique_ptr<Subscription> KwinWindowServer::watchSummons(std::function<void()> summoned)
 {
+    if (m_loadDelay == Scheduler::Duration::zero())
+        loadScript();
     return m_summons.subscribe(std::move(summoned), EarlierEvents::ignored);
 }
 
-std::unique_ptr<Subscription> KwinWindowServer::watchLauncher(std::function<void()> called)
+void KwinWindowServer::loadScript()
 {
-    return m_launcherCalls.subscribe(std::move(called), EarlierEvents::ignored);
+    m_loadDelay = std::clamp(m_loadDelay * 2, firstLoadDelay, longestLoadDelay);
+    m_loading = m_needs.scheduler.inBackground(
+        [this](const std::stop_token&) { return m_link.read().isReplying; },
+        [this](bool isRunning) {
+            // Both are alive until these functions return.
+            const TaskHandle reading = std::move(m_loading);
+            if (isRunning)
+                return;
+            m_loading = m_needs.scheduler.after(m_loadDelay, [this] {
+                const TaskHandle waiting = std::move(m_loading);
+                loadScript();
+            });
+        });
+}
+
+std::unique_ptr<Subscription>
+KwinWindowServer::watchLauncher(std::function<void(Scheduler::Time)> called)
+{
+    if (m_loadDelay == Scheduler::Duration::zero())
+        loadScript();
+    return m_launcherCalls.subscribeWithTime(std::move(called));
 }
 
 std::optional<std::vector<NumberedKwinWindow>> KwinWindowServer::windows() const

@@ -19,6 +19,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -45,6 +46,8 @@ struct KwinWindowServerNeeds
     Scheduler& scheduler;
     /// For one picture.
     std::chrono::milliseconds pictureLimit{2000};
+    /// The scheduler's clock. Any thread.
+    std::function<Scheduler::Time()> clock = std::chrono::steady_clock::now;
 };
 
 class KwinWindowServer final : public WindowServer
@@ -71,13 +74,14 @@ public:
     watchWindows(std::function<void()> changed) override;
 
     /// Calls `summoned` on the main thread whenever the person has pressed the shortcut that
-    /// Kelpa's script offers in KWin. Main thread.
+    /// Kelpa's script offers in KWin, also before the first pass. Main thread.
     [[nodiscard]] std::unique_ptr<Subscription> watchSummons(std::function<void()> summoned);
 
-    /// Calls `called` on the main thread whenever the person has called Plasma's launcher by its
-    /// key, which since Plasma 6 is a tap of Meta. Before, KWin tells nobody but Plasma. Main
-    /// thread.
-    [[nodiscard]] std::unique_ptr<Subscription> watchLauncher(std::function<void()> called);
+    /// Calls `called` on the main thread, with the time of the call, whenever the person has called
+    /// Plasma's launcher by its key, which since Plasma 6 is a tap of Meta. Before, KWin tells
+    /// nobody but Plasma. Main thread.
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchLauncher(std::function<void(Scheduler::Time)> called);
 
     /// Whether the last pass had windows; assumed before the first. Any thread; returns at once.
     bool isListing() const { return m_isListing; }
@@ -95,6 +99,8 @@ private:
     std::vector<NumberedKwinWindow> numbered(std::vector<KwinWindow> windows);
     void forgetPicturesExceptOf(const std::set<QByteArray>& listed);
     std::optional<KwinWindow> windowOf(WindowID number) const;
+    /// Loads the script without a pass; again, ever later, until KWin runs it. Main thread.
+    void loadScript();
     void notePictures(ScreenshotOutcome outcome);
 
     const KwinWindowServerNeeds m_needs;
@@ -119,6 +125,10 @@ private:
     int m_cancelledInARow = 0;
     bool m_hasTakenOne = false;
     MainThreadNotifier m_changes;
+    /// Null before anybody watches the keys, and once KWin runs the script.
+    TaskHandle m_loading;
+    /// Before the next attempt; zero before the first one.
+    Scheduler::Duration m_loadDelay{0};
     /// Of each press of the shortcut.
     MainThreadNotifier m_summons;
     /// Of each call of the launcher.

@@ -31,10 +31,18 @@ public:
     [[nodiscard]] std::unique_ptr<Subscription> subscribe(std::function<void()> handler,
                                                           EarlierEvents earlier)
     {
-        auto receiver = std::make_unique<Receiver>(*this, std::move(handler));
+        auto receiver = std::make_unique<Receiver>(
+            *this, [handler = std::move(handler)](Scheduler::Time) { handler(); });
         if (earlier == EarlierEvents::notified)
-            post(receiver.get());
+            post(receiver.get(), {});
         return receiver;
+    }
+
+    /// As `subscribe`, without earlier events; `handler` receives the time that was notified.
+    [[nodiscard]] std::unique_ptr<Subscription>
+    subscribeWithTime(std::function<void(Scheduler::Time)> handler)
+    {
+        return std::make_unique<Receiver>(*this, std::move(handler));
     }
 
     /// As `subscribe`, coalesced; earlier events are notified. `scheduler` outlives the
@@ -47,19 +55,30 @@ public:
         return subscribe([changes] { changes->noteChange(); }, EarlierEvents::ignored);
     }
 
-    /// Any thread; returns at once.
-    void notify()
+    /// Any thread; returns at once. `time` is for those who have subscribed with it.
+    void notify(Scheduler::Time time = {})
     {
         const std::scoped_lock lock(m_mutex);
         for (QObject* const receiver : m_receivers)
-            post(receiver);
+            post(receiver, time);
     }
 
 private:
+    class Notification final : public QEvent
+    {
+    public:
+        explicit Notification(Scheduler::Time time) : QEvent(notification()), m_time(time) {}
+
+        Scheduler::Time time() const { return m_time; }
+
+    private:
+        const Scheduler::Time m_time;
+    };
+
     class Receiver final : public QObject, public Subscription
     {
     public:
-        Receiver(MainThreadNotifier& notifier, std::function<void()> handler)
+        Receiver(MainThreadNotifier& notifier, std::function<void(Scheduler::Time)> handler)
             : m_notifier(notifier), m_handler(std::move(handler))
         {
             const std::scoped_lock lock(m_notifier.m_mutex);
@@ -76,13 +95,13 @@ private:
         {
             if (event->type() != notification())
                 return QObject::event(event);
-            m_handler();
+            m_handler(static_cast<const Notification*>(event)->time());
             return true;
         }
 
     private:
         MainThreadNotifier& m_notifier;
-        const std::function<void()> m_handler;
+        const std::function<void(Scheduler::Time)> m_handler;
     };
 
     static QEvent::Type notification()
@@ -91,9 +110,9 @@ private:
         return static_cast<QEvent::Type>(type);
     }
 
-    static void post(QObject* receiver)
+    static void post(QObject* receiver, Scheduler::Time time)
     {
-        QCoreApplication::postEvent(receiver, new QEvent(notification()));
+        QCoreApplication::postEvent(receiver, new Notification(time));
     }
 
     std::mutex m_mutex;

@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <future>
@@ -44,7 +45,9 @@ protected:
     /// For one reply.
     static constexpr std::chrono::milliseconds limit{300};
 
-    std::unique_ptr<kwin::KwinWindowServer> start()
+    std::unique_ptr<kwin::KwinWindowServer> start() { return start(scheduler); }
+
+    std::unique_ptr<kwin::KwinWindowServer> start(Scheduler& givenScheduler)
     {
         return std::make_unique<kwin::KwinWindowServer>(
             kwin::KwinWindowServerNeeds{.link = {.busAddress = bus.address().toUtf8(),
@@ -56,8 +59,9 @@ protected:
                                         .reservation = reservation,
                                         .names = names,
                                         .highWaterMark = reservation.mark,
-                                        .scheduler = scheduler,
-                                        .pictureLimit = limit});
+                                        .scheduler = givenScheduler,
+                                        .pictureLimit = limit,
+                                        .clock = [this] { return callTime(); }});
     }
 
     /// What `work` returns on a thread of its own, while KWin and the main thread go on.
@@ -116,6 +120,15 @@ protected:
         kwin->pictureBytes = QByteArray("\x10\x20\x30\xff", 4).repeated(4);
     }
 
+    /// The time of a call of the launcher, which another thread asks for.
+    Scheduler::Time callTime()
+    {
+        ++calls;
+        return Scheduler::Time(elapsed.load());
+    }
+
+    std::atomic<int> calls = 0;
+    std::atomic<std::chrono::milliseconds> elapsed{std::chrono::milliseconds(0)};
     /// So long that a slow machine does not reach it.
     std::chrono::milliseconds reportLimit = std::chrono::minutes(10);
     PrivateBus bus;

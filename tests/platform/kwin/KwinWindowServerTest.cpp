@@ -1,9 +1,7 @@
 #include "platform/kwin/KwinWindowServer.h"
 
-#include "platform/kwin/KwinGlobalKeys.h"
 #include "platform/kwin/KwinServerFixture.h"
 #include "platform/kwin/KwinWindowActions.h"
-#include "shell/GlobalDoubleTap.h"
 
 #include <QDir>
 
@@ -253,59 +251,6 @@ TEST_F(KwinServerTest, All_orders_of_a_large_goal_wait_until_the_script_asks)
     ASSERT_TRUE(waitFor([this] { return kwin->orders.size() == 1; }));
     EXPECT_TRUE(kwin->orders.front().startsWith(text(R"([{"action":"activate")")));
     EXPECT_EQ(kwin->orders.front().count(text(R"("action")")), orders);
-}
-
-TEST_F(KwinServerTest, The_shortcut_of_the_script_counts_as_a_double_tap)
-{
-    begin();
-    const auto server = start();
-    kwin::KwinGlobalKeys keys(*server, scheduler);
-    GlobalDoubleTap doubleTap(keys);
-    int taps = 0;
-    QObject::connect(&doubleTap, &GlobalDoubleTap::doubleTapped, &doubleTap, [&taps] { ++taps; });
-    ASSERT_TRUE(pass(*server));
-    kwin->bringForward(text("another-token"));
-    kwin->bringForward();
-    ASSERT_TRUE(waitFor([&] { return taps > 0; }));
-    kwin->bringForward();
-    ASSERT_TRUE(waitFor([&] { return taps > 1; }));
-    EXPECT_EQ(taps, 2);
-    EXPECT_FALSE(doubleTap.isAvailable());
-}
-
-TEST_F(KwinServerTest, Two_calls_of_the_launcher_in_quick_succession_are_a_double_tap)
-{
-    begin();
-    const auto server = start();
-    kwin::KwinGlobalKeys keys(*server, scheduler);
-    GlobalDoubleTap doubleTap(keys);
-    int taps = 0;
-    QObject::connect(&doubleTap, &GlobalDoubleTap::doubleTapped, &doubleTap, [&taps] { ++taps; });
-    int calls = 0;
-    const auto watching = server->watchLauncher([&calls] { ++calls; });
-    ASSERT_TRUE(pass(*server));
-    const auto call = [&](const char* component, const char* action) {
-        kwin->useShortcut(text(component), text(action));
-    };
-    const auto launch = [&] {
-        const int before = calls;
-        call("plasmashell", "activate application launcher");
-        return waitFor([&] { return calls > before; });
-    };
-    ASSERT_TRUE(launch());
-    scheduler.advance(400ms);
-    ASSERT_TRUE(launch());
-    EXPECT_EQ(taps, 0) << "too slow";
-    // What comes after others has come after them.
-    call("plasmashell", "manage activities");
-    call("kwin", "activate application launcher");
-    scheduler.advance(400ms);
-    ASSERT_TRUE(launch());
-    EXPECT_EQ(calls, 3) << "another action";
-    EXPECT_EQ(taps, 0);
-    scheduler.advance(100ms);
-    ASSERT_TRUE(launch());
-    EXPECT_EQ(taps, 1);
 }
 
 TEST_F(KwinServerTest, A_report_of_KWin_is_told_once_it_is_there)
