@@ -30,6 +30,8 @@ struct PreviewCaptureBatch
     Previews images;
     /// The capture was asked to stop, which may be why there is no picture.
     bool wasStopped = false;
+    /// There is no picture, nor would there be one of another window, at present.
+    bool isPausing = false;
 };
 
 } // namespace kelpa

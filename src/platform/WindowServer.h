@@ -70,6 +70,10 @@ public:
     virtual std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                        const std::stop_token& stop) = 0;
 
+    /// Whether no window at all can be captured at present, and will be later, as on a screen that
+    /// is switched off. Any thread; returns at once.
+    virtual bool isPausing() const { return false; }
+
     /// Calls `changed` on the main thread soon after windows were opened, closed, renamed,
     /// (un)minimised or restacked; changes may be coalesced into one call. Null when the platform
     /// does not report changes. Main thread.

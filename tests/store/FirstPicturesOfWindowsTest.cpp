@@ -186,6 +186,23 @@ TEST_F(FirstPicturesOfWindows, Only_a_window_that_was_tried_says_that_it_cannot_
     EXPECT_EQ(takeSignals().value(QStringLiteral("previews")), 2);
 }
 
+TEST_F(FirstPicturesOfWindows, While_there_are_no_pictures_at_all_no_window_says_that_it_has_none)
+{
+    open(2);
+    desktop.isPausingCaptures = true;
+    store().startObserving();
+    noteInView({2});
+    scheduler.advance(0ms);
+    desktop.captured.clear();
+    // Once a tick, not one after the other.
+    scheduler.advance(1200ms);
+    EXPECT_EQ(desktop.captured, (QList<WindowID>{2, 2}));
+    EXPECT_EQ(message(2), std::nullopt);
+    desktop.isPausingCaptures = false;
+    scheduler.advance(600ms);
+    EXPECT_TRUE(store().previews().contains(2));
+}
+
 TEST_F(FirstPicturesOfWindows, Without_permission_nothing_in_view_is_captured)
 {
     open(2);

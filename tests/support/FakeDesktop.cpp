@@ -232,7 +232,7 @@ std::optional<WindowCapture> FakeDesktop::captureWindow(const CaptureRequest& re
     if (inTheMiddleOfACapture)
         inTheMiddleOfACapture();
     const auto size = captureSizes.constFind(request.window);
-    if (size == captureSizes.constEnd())
+    if (size == captureSizes.constEnd() || isPausingCaptures)
         return std::nullopt;
     if (request.need == CaptureNeed::ifChanged && unchangedWindows.contains(request.window))
         return std::nullopt;

@@ -71,6 +71,8 @@ public:
     /// Windows whose contents have not changed since their last capture. A capture adds its window,
     /// whether or not the result is used; removing a window changes its contents.
     QSet<WindowID> unchangedWindows;
+    /// Whether no window can be captured at present.
+    bool isPausingCaptures = false;
     /// Called in the middle of a capture.
     std::function<void()> inTheMiddleOfACapture;
     bool canLaunch = true;
@@ -116,6 +118,7 @@ public:
         return obstacleOfScreenCapture;
     }
     bool requestScreenCapture() override;
+    bool isPausing() const override { return isPausingCaptures; }
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;

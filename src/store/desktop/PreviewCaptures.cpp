@@ -37,6 +37,7 @@ PreviewCaptureBatch captured(WindowServer& server, const CaptureRequest& request
         }
     }
     batch.wasStopped = stop.stop_requested();
+    batch.isPausing = batch.images.isEmpty() && server.isPausing();
     return batch;
 }
 
@@ -103,6 +104,9 @@ void PreviewCaptures::start(const CaptureRequest& request)
     m_capture.start([request, &server = m_server](
                         const std::stop_token& stop) { return captured(server, request, stop); },
                     [this, request](std::optional<PreviewCaptureBatch> batch) {
+                        // Nothing is worth a try before the next tick.
+                        if (batch && batch->isPausing)
+                            m_pausedUntil = m_scheduler.now() + pauseLength;
                         if (batch)
                             finish(request, *std::move(batch));
                         const Scheduler::Time now = m_scheduler.now();
@@ -145,7 +149,7 @@ void PreviewCaptures::finish(const CaptureRequest& request, PreviewCaptureBatch 
         batch.images.clear();
     Messages messages = Messages::same;
     // A minimised window is tried when it is on screen again.
-    if ((isShown || (!isTaken && !batch.wasStopped)) && isOnScreen(window)) {
+    if ((isShown || (!isTaken && !batch.wasStopped && !batch.isPausing)) && isOnScreen(window)) {
         const bool isKnown = m_previews.contains(window) || m_firstPictures.wasTried(window);
         messages = isKnown ? Messages::same : Messages::changed;
         m_firstPictures.noteTried(window);
@@ -153,7 +157,7 @@ void PreviewCaptures::finish(const CaptureRequest& request, PreviewCaptureBatch 
     Previews previews = mergedPreviews(m_previews, batch.images, m_windows);
     // Where nothing was shown, the picture on the card may still be of another size.
     const bool isUnchanged =
-        !isTaken && !batch.wasStopped && request.need == CaptureNeed::ifChanged;
+        !isTaken && !batch.wasStopped && !batch.isPausing && request.need == CaptureNeed::ifChanged;
     if ((isShown || isUnchanged) && request.largest == m_pixels)
         m_unapplied.remove(window);
     // A window without a preview is captured whatever was given last.
