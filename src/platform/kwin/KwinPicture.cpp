@@ -14,7 +14,7 @@ constexpr std::uint32_t longestSide = 16384;
 /// A window over four screens of 4K each.
 constexpr qsizetype mostBytes = qsizetype{256} * 1024 * 1024;
 
-/// Requests for single windows may remain without an answer.
+/// A request may remain without an answer once.
 constexpr int mostSilent = 3;
 constexpr std::chrono::seconds shortestPause{10};
 constexpr std::chrono::seconds longestPause{300};

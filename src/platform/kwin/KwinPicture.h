@@ -50,13 +50,16 @@ bool isPictureDue(const KwinWindow& window, const TakenPicture& last,
                   std::chrono::steady_clock::time_point now);
 
 /// A KWin that draws nothing, as on a screen that is switched off, answers no request and keeps
-/// them all, each with its pipe, until it draws. So it is asked ever less often.
+/// them all, each with its pipe, until it draws. So it is asked ever less often, and likewise for a
+/// single window that gives no picture.
 class PicturePauses
 {
 public:
     /// Of a request: whether there was no answer.
     void note(bool isSilent, std::chrono::steady_clock::time_point now);
     bool isPausing(std::chrono::steady_clock::time_point now) const { return now < m_end; }
+    /// Whether the last request had no answer.
+    bool isSilent() const { return m_silentInARow > 0; }
 
 private:
     int m_silentInARow = 0;

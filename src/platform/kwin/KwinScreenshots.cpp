@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <condition_variable>
 #include <cstdint>
@@ -31,10 +32,6 @@ const BusAddressee service{"org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde
 
 /// How often a request to stop is looked for while KWin writes.
 constexpr std::chrono::milliseconds stopInterval{50};
-
-/// How long a picture of a window that is shown may take before KWin is asked to draw, and how long
-/// it is left alone between two such requests.
-constexpr std::chrono::milliseconds frameInterval{250};
 
 struct Pipe
 {
@@ -66,12 +63,11 @@ GVariant* windowArguments(const QByteArray& uuid)
     return g_variant_new("(sa{sv}h)", uuid.constData(), &options, 0);
 }
 
-/// The screen's first pixel.
-GVariant* pixelArguments()
+GVariant* pixelArguments(const QPoint& pixel)
 {
     GVariantBuilder options;
     g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
-    return g_variant_new("(iiuua{sv}h)", 0, 0, 1U, 1U, &options, 0);
+    return g_variant_new("(iiuua{sv}h)", pixel.x(), pixel.y(), 1U, 1U, &options, 0);
 }
 
 std::optional<PictureForm> formIn(GVariant* reply)
@@ -152,23 +148,40 @@ PictureStanding standingAfter(ScreenshotOutcome outcome, PictureStanding before)
         return PictureStanding::withoutOpenGL;
     case ScreenshotOutcome::cancelled:
     case ScreenshotOutcome::silent:
+    case ScreenshotOutcome::drawsNothing:
         break;
     }
     return before;
 }
 
+namespace {
+
+/// The requests that make KWin draw during one picture.
+struct FrameRequests
+{
+    QPoint pixel;
+    /// Before the first one.
+    std::chrono::milliseconds delay;
+    std::atomic<bool> hasBegun = false;
+    std::atomic<bool> isAnswered = false;
+};
+
+} // namespace
+
 struct KwinScreenshots::Parts
 {
-    BusReply call(const char* method, GVariant* arguments, int descriptor)
+    BusReply call(const char* method, GVariant* arguments, int descriptor,
+                  const std::stop_token& stop)
     {
-        return bus.call(service, method, arguments, "(a{sv})", limit, descriptor);
+        return bus.call(service, method, arguments, "(a{sv})", limit, descriptor, stop);
     }
 
     /// `arguments` is consumed.
     Screenshot take(const char* method, GVariant* arguments, const std::stop_token& stop);
-    void requestFrames(std::chrono::milliseconds delay, const std::stop_token& done);
+    void requestFrames(FrameRequests& requests, const std::stop_token& done);
 
     const std::chrono::milliseconds limit;
+    const std::chrono::milliseconds frameInterval;
     BlockingBus bus;
 };
 
@@ -181,11 +194,13 @@ Screenshot KwinScreenshots::Parts::take(const char* method, GVariant* arguments,
     if (!pipe || stop.stop_requested())
         return {.outcome = ScreenshotOutcome::failed};
     // KWin replies before it writes.
-    const BusReply reply = call(method, held.get(), pipe->writeEnd.number());
+    const BusReply reply = call(method, held.get(), pipe->writeEnd.number(), stop);
     // Otherwise the pipe never ends.
     pipe->writeEnd.close();
-    if (const ScreenshotOutcome outcome = outcomeOf(reply); outcome != ScreenshotOutcome::taken)
-        return {.outcome = outcome};
+    if (const ScreenshotOutcome outcome = outcomeOf(reply); outcome != ScreenshotOutcome::taken) {
+        const bool isStopped = outcome == ScreenshotOutcome::silent && stop.stop_requested();
+        return {.outcome = isStopped ? ScreenshotOutcome::failed : outcome};
+    }
     const std::optional<PictureForm> form = formIn(reply.value.get());
     if (!form)
         return {.outcome = ScreenshotOutcome::failed};
@@ -202,8 +217,7 @@ Screenshot KwinScreenshots::Parts::take(const char* method, GVariant* arguments,
 
 /// KWin takes all pictures with its next frame. For one of the screen it draws such a frame, for
 /// one of a window that is not shown it does not.
-void KwinScreenshots::Parts::requestFrames(std::chrono::milliseconds delay,
-                                           const std::stop_token& done)
+void KwinScreenshots::Parts::requestFrames(FrameRequests& requests, const std::stop_token& done)
 {
     std::mutex mutex;
     std::condition_variable_any isDone;
@@ -211,23 +225,37 @@ void KwinScreenshots::Parts::requestFrames(std::chrono::milliseconds delay,
     const auto pause = [&](std::chrono::milliseconds time) {
         isDone.wait_for(lock, done, time, [] { return false; });
     };
-    for (pause(delay); !done.stop_requested(); pause(frameInterval))
-        take("CaptureArea", pixelArguments(), done);
+    for (pause(requests.delay); !done.stop_requested(); pause(frameInterval)) {
+        requests.hasBegun = true;
+        const Screenshot pixel = take("CaptureArea", pixelArguments(requests.pixel), done);
+        if (!done.stop_requested() && pixel.outcome != ScreenshotOutcome::silent)
+            requests.isAnswered = true;
+    }
 }
 
-KwinScreenshots::KwinScreenshots(const QByteArray& busAddress, std::chrono::milliseconds limit)
-    : m_parts(new Parts{.limit = limit, .bus = {busAddress.toStdString(), {}, {}}})
+KwinScreenshots::KwinScreenshots(const QByteArray& busAddress, std::chrono::milliseconds limit,
+                                 std::chrono::milliseconds frameInterval)
+    : m_parts(new Parts{.limit = limit,
+                        .frameInterval = frameInterval,
+                        .bus = {busAddress.toStdString(), {}, {}}})
 {}
 
 KwinScreenshots::~KwinScreenshots() = default;
 
-Screenshot KwinScreenshots::take(const QByteArray& uuid, IsShown isShown,
+Screenshot KwinScreenshots::take(const QByteArray& uuid, IsShown isShown, const QPoint& pixel,
                                  const std::stop_token& stop)
 {
-    const auto delay = isShown == IsShown::yes ? frameInterval : std::chrono::milliseconds(0);
+    FrameRequests requests{.pixel = pixel,
+                           .delay = isShown == IsShown::yes ? m_parts->frameInterval
+                                                            : std::chrono::milliseconds(0)};
+    // Its end waits for no reply.
     const std::jthread frames(
-        [this, delay](const std::stop_token& done) { m_parts->requestFrames(delay, done); });
-    return m_parts->take("CaptureWindow", windowArguments(uuid), stop);
+        [&](const std::stop_token& done) { m_parts->requestFrames(requests, done); });
+    Screenshot screenshot = m_parts->take("CaptureWindow", windowArguments(uuid), stop);
+    if (screenshot.outcome == ScreenshotOutcome::silent && requests.hasBegun &&
+        !requests.isAnswered)
+        screenshot.outcome = ScreenshotOutcome::drawsNothing;
+    return screenshot;
 }
 
 ScreenshotOutcome KwinScreenshots::probe()
@@ -237,7 +265,7 @@ ScreenshotOutcome KwinScreenshots::probe()
         return ScreenshotOutcome::failed;
     return outcomeOf(m_parts->call("CaptureWindow",
                                    windowArguments("{00000000-0000-0000-0000-000000000000}"),
-                                   pipe->writeEnd.number()));
+                                   pipe->writeEnd.number(), {}));
 }
 
 } // namespace kelpa::kwin

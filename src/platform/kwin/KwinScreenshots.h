@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QPoint>
 
 #include <chrono>
 #include <cstdint>
@@ -25,6 +26,8 @@ enum class ScreenshotOutcome : std::uint8_t {
     cancelled,
     /// No reply, or not all of the picture, within the time limit.
     silent,
+    /// The same, and KWin did not even reply to a request for a pixel of the screen.
+    drawsNothing,
 };
 
 /// Whether KWin gives pictures at all.
@@ -48,15 +51,20 @@ struct Screenshot
 class KwinScreenshots
 {
 public:
-    /// `limit` is for a whole picture.
-    KwinScreenshots(const QByteArray& busAddress, std::chrono::milliseconds limit);
+    /// `limit` is for a whole picture. `frameInterval` is how long a picture of a window that is
+    /// shown may take before KWin is asked to draw, and how long KWin is left alone between two
+    /// such requests.
+    KwinScreenshots(const QByteArray& busAddress, std::chrono::milliseconds limit,
+                    std::chrono::milliseconds frameInterval = std::chrono::milliseconds(250));
     ~KwinScreenshots();
     KwinScreenshots(const KwinScreenshots&) = delete;
     KwinScreenshots& operator=(const KwinScreenshots&) = delete;
 
     /// The window of that UUID, with its decorations and without its shadow, in points. One that is
-    /// not shown costs KWin a frame of the screen besides.
-    Screenshot take(const QByteArray& uuid, IsShown isShown, const std::stop_token& stop);
+    /// not shown costs KWin a frame of the screen besides, of which `pixel`, in points, is asked
+    /// for. It has to be on a screen.
+    Screenshot take(const QByteArray& uuid, IsShown isShown, const QPoint& pixel,
+                    const std::stop_token& stop);
 
     /// What `take` would give: `failed` where it may take pictures, since there is no such window.
     ScreenshotOutcome probe();

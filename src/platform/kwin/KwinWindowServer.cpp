@@ -19,7 +19,7 @@ constexpr Scheduler::Duration longestLoadDelay = std::chrono::minutes(5);
 } // namespace
 
 KwinWindowServer::KwinWindowServer(const KwinWindowServerNeeds& needs)
-    : m_needs(needs), m_screenshots(needs.link.busAddress, needs.pictureLimit),
+    : m_needs(needs), m_screenshots(needs.link.busAddress, needs.pictureLimit, needs.frameInterval),
       m_numbers(needs.reservation, needs.names, needs.highWaterMark, needs.takenNumbers),
       m_link(
           needs.link, [this] { m_changes.notify(); }, [this] { m_summons.notify(); },
@@ -52,6 +52,7 @@ std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
             m_cancelledInARow = 0;
         if (isNewRun)
             m_pauses = {};
+        endPausesOfActivated(windows);
     }
     m_isThere = reading.isThere;
     if (m_isListing.exchange(windows.has_value()) != windows.has_value())
@@ -91,7 +92,9 @@ std::vector<NumberedKwinWindow> KwinWindowServer::numbered(std::vector<KwinWindo
 void KwinWindowServer::forgetPicturesExceptOf(const std::set<QByteArray>& listed)
 {
     const std::scoped_lock lock(m_mutex);
-    std::erase_if(m_taken, [&listed](const auto& each) { return !listed.contains(each.first); });
+    const auto isGone = [&listed](const auto& each) { return !listed.contains(each.first); };
+    std::erase_if(m_taken, isGone);
+    std::erase_if(m_pausesOfWindows, isGone);
 }
 
 std::optional<WindowCapture> KwinWindowServer::captureWindow(const CaptureRequest& request,
@@ -103,7 +106,9 @@ std::optional<WindowCapture> KwinWindowServer::captureWindow(const CaptureReques
         return std::nullopt;
     {
         const std::scoped_lock lock(m_mutex);
-        if (m_pauses.isPausing(now))
+        const auto pauses = m_pausesOfWindows.find(window->uuid);
+        if (m_pauses.isPausing(now) ||
+            (pauses != m_pausesOfWindows.end() && pauses->second.isPausing(now)))
             return std::nullopt;
         const auto last = m_taken.find(window->uuid);
         if (request.need == CaptureNeed::ifChanged && last != m_taken.end() &&
@@ -112,8 +117,9 @@ std::optional<WindowCapture> KwinWindowServer::captureWindow(const CaptureReques
     }
     const bool isShown = window->isHere && !window->isMinimized;
     const Screenshot screenshot =
-        m_screenshots.take(window->uuid, isShown ? IsShown::yes : IsShown::no, stop);
+        m_screenshots.take(window->uuid, isShown ? IsShown::yes : IsShown::no, shownPixel(), stop);
     notePictures(screenshot.outcome);
+    noteSilence(window->uuid, screenshot.outcome);
     if (screenshot.outcome != ScreenshotOutcome::taken)
         return std::nullopt;
     {
@@ -132,13 +138,57 @@ std::optional<KwinWindow> KwinWindowServer::windowOf(WindowID number) const
     return all ? windowNumbered(*all, number) : std::nullopt;
 }
 
+QPoint KwinWindowServer::shownPixel() const
+{
+    const std::scoped_lock lock(m_mutex);
+    if (!m_windows)
+        return {};
+    for (const NumberedKwinWindow& each : *m_windows) {
+        const Rect& bounds = each.window.bounds;
+        if (each.window.isHere && !each.window.isMinimized)
+            return {static_cast<int>(bounds.x + bounds.width / 2),
+                    static_cast<int>(bounds.y + bounds.height / 2)};
+    }
+    return {};
+}
+
+/// Somebody is there, so KWin draws.
+void KwinWindowServer::endPausesOfActivated(
+    const std::optional<std::vector<NumberedKwinWindow>>& windows)
+{
+    if (!windows)
+        return;
+    for (const NumberedKwinWindow& each : *windows) {
+        if (!each.window.isActive || each.window.uuid == m_active)
+            continue;
+        m_active = each.window.uuid;
+        m_pauses = {};
+        m_pausesOfWindows.erase(m_active);
+    }
+}
+
+void KwinWindowServer::noteSilence(const QByteArray& uuid, ScreenshotOutcome outcome)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (outcome == ScreenshotOutcome::silent)
+        m_pausesOfWindows[uuid].note(true, std::chrono::steady_clock::now());
+    else if (outcome != ScreenshotOutcome::drawsNothing)
+        m_pausesOfWindows.erase(uuid);
+}
+
+bool KwinWindowServer::isPausing() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_pauses.isSilent();
+}
+
 void KwinWindowServer::notePictures(ScreenshotOutcome outcome)
 {
     PictureStanding standing = standingAfter(outcome, m_pictures);
     {
         const std::scoped_lock lock(m_mutex);
         m_hasTakenOne = m_hasTakenOne || outcome == ScreenshotOutcome::taken;
-        m_pauses.note(outcome == ScreenshotOutcome::silent, std::chrono::steady_clock::now());
+        m_pauses.note(outcome == ScreenshotOutcome::drawsNothing, std::chrono::steady_clock::now());
         m_cancelledInARow = outcome == ScreenshotOutcome::cancelled ? m_cancelledInARow + 1 : 0;
         if (m_cancelledInARow >= mostCancelled && !m_hasTakenOne)
             standing = PictureStanding::withoutOpenGL;

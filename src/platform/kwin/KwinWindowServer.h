@@ -14,6 +14,7 @@
 #include "platform/tasks/MainThreadNotifier.h"
 
 #include <QByteArray>
+#include <QPoint>
 #include <QStringList>
 
 #include <atomic>
@@ -46,6 +47,8 @@ struct KwinWindowServerNeeds
     Scheduler& scheduler;
     /// For one picture.
     std::chrono::milliseconds pictureLimit{2000};
+    /// As for `KwinScreenshots`.
+    std::chrono::milliseconds frameInterval{250};
     /// The scheduler's clock. Any thread.
     std::function<Scheduler::Time()> clock = std::chrono::steady_clock::now;
 };
@@ -66,9 +69,10 @@ public:
     /// While KWin hangs, its windows are those that were reported last; also while a script that
     /// was loaded since has not reported yet, for `KwinLinkOptions::reportLimit` at most.
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
-    /// Nothing while KWin pauses, see `PicturePauses`.
+    /// Nothing while KWin pauses, see `PicturePauses`, until a window is activated.
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
+    bool isPausing() const override;
     /// Reports changes of `isListing` and `pictures` too.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchWindows(std::function<void()> changed) override;
@@ -101,7 +105,11 @@ private:
     std::optional<KwinWindow> windowOf(WindowID number) const;
     /// Loads the script without a pass; again, ever later, until KWin runs it. Main thread.
     void loadScript();
+    /// In a window that is shown, so that it is on a screen.
+    QPoint shownPixel() const;
+    void endPausesOfActivated(const std::optional<std::vector<NumberedKwinWindow>>& windows);
     void notePictures(ScreenshotOutcome outcome);
+    void noteSilence(const QByteArray& uuid, ScreenshotOutcome outcome);
 
     const KwinWindowServerNeeds m_needs;
     KwinScreenshots m_screenshots;
@@ -121,7 +129,12 @@ private:
     mutable std::mutex m_mutex;
     std::optional<std::vector<NumberedKwinWindow>> m_windows;
     std::map<QByteArray, TakenPicture> m_taken;
+    /// While KWin draws nothing.
     PicturePauses m_pauses;
+    /// Of windows that gave no picture while KWin drew.
+    std::map<QByteArray, PicturePauses> m_pausesOfWindows;
+    /// The UUID of the window that was active last.
+    QByteArray m_active;
     int m_cancelledInARow = 0;
     bool m_hasTakenOne = false;
     MainThreadNotifier m_changes;

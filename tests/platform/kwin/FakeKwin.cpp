@@ -63,7 +63,12 @@ bool FakeKwin::handleMessage(const QDBusMessage& message, const QDBusConnection&
         return answerFrame(message, connection);
     if (message.member() == QStringLiteral("CaptureWindow")) {
         ++pictures;
-        const bool isShown = message.arguments().value(0).toString() != hiddenWindow;
+        const QString window = message.arguments().value(0).toString();
+        if (window == silentWindow) {
+            message.setDelayedReply(true);
+            return true;
+        }
+        const bool isShown = window != hiddenWindow;
         if (isShown && !holdsPictures)
             return answerPicture(message, connection);
         message.setDelayedReply(true);
@@ -173,13 +178,17 @@ void FakeKwin::useShortcut(const QString& component, const QString& action)
 bool FakeKwin::answerFrame(const QDBusMessage& message, const QDBusConnection& connection)
 {
     ++frames;
+    pixel = {message.arguments().value(0).toInt(), message.arguments().value(1).toInt()};
     if (holdsPictures) {
         message.setDelayedReply(true);
         return true;
     }
     if (m_heldPicture)
         answerPicture(*std::exchange(m_heldPicture, {}), connection);
-    connection.send(message.createErrorReply(QStringLiteral("org.kelpa.NoPixel"), {}));
+    if (holdsPixels)
+        message.setDelayedReply(true);
+    else
+        connection.send(message.createErrorReply(QStringLiteral("org.kelpa.NoPixel"), {}));
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QPoint>
 #include <QString>
 #include <QStringList>
 #include <QVariantMap>
@@ -49,6 +50,12 @@ public:
     /// for.
     QString hiddenWindow;
     int frames = 0;
+    /// The pixel of the last one.
+    QPoint pixel;
+    /// Whether requests for a pixel get no reply, though it draws.
+    bool holdsPixels = false;
+    /// The UUID of a window that gives no picture, though it draws.
+    QString silentWindow;
     /// Whether no request for a picture gets an answer, as while it draws nothing.
     bool holdsPictures = false;
 

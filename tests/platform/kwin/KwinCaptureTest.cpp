@@ -7,6 +7,8 @@ namespace {
 
 using kwin::PictureStanding;
 
+const QString mailWindow = QStringLiteral("{22222222-2222-2222-2222-222222222222}");
+
 TEST_F(KwinServerTest, A_picture_is_what_KWin_writes_into_the_pipe)
 {
     begin();
@@ -37,7 +39,9 @@ TEST_F(KwinServerTest, For_a_window_that_is_not_shown_KWin_is_made_to_draw_a_fra
 {
     begin();
     givePictures();
-    kwin->hiddenWindow = text("{22222222-2222-2222-2222-222222222222}");
+    kwin->hiddenWindow = mailWindow;
+    // So long that a slow machine does not reach it.
+    frameInterval = std::chrono::minutes(10);
     const auto server = start();
     ASSERT_TRUE(pass(*server));
     // It is answered at once.
@@ -47,6 +51,8 @@ TEST_F(KwinServerTest, For_a_window_that_is_not_shown_KWin_is_made_to_draw_a_fra
     ASSERT_TRUE(taken);
     EXPECT_EQ(taken->image.pixel(1, 1), qRgb(0x30, 0x20, 0x10));
     EXPECT_GE(kwin->frames, 1);
+    // In the middle of the window that is shown.
+    EXPECT_EQ(kwin->pixel, QPoint(151, 102));
     EXPECT_FALSE(capture(*server, 2, CaptureNeed::ifChanged));
 }
 
@@ -64,6 +70,45 @@ TEST_F(KwinServerTest, A_KWin_that_does_not_draw_is_left_alone_for_a_while)
         EXPECT_FALSE(capture(*server, 1));
     EXPECT_EQ(kwin->pictures, asked);
     EXPECT_EQ(server->pictures(), PictureStanding::given);
+    EXPECT_TRUE(server->isPausing());
+    // Somebody is there.
+    kwin->holdsPictures = false;
+    kwin->report('[' + notes + ',' + QByteArray(mail).replace("true}", "true,\"isActive\":true}") +
+                 ']');
+    ASSERT_TRUE(waitFor([this] { return kwin->reportReplies == 2; }));
+    ASSERT_TRUE(pass(*server));
+    EXPECT_FALSE(server->isPausing());
+    EXPECT_TRUE(capture(*server, 1));
+}
+
+TEST_F(KwinServerTest, A_window_that_gives_no_picture_is_left_alone_and_the_others_are_not)
+{
+    begin();
+    givePictures();
+    const auto server = start();
+    ASSERT_TRUE(pass(*server));
+    kwin->silentWindow = mailWindow;
+    for (int count = 0; count < 3; ++count)
+        EXPECT_FALSE(capture(*server, 2));
+    EXPECT_FALSE(server->isPausing());
+    const int asked = kwin->pictures;
+    EXPECT_FALSE(capture(*server, 2));
+    EXPECT_EQ(kwin->pictures, asked);
+    EXPECT_TRUE(capture(*server, 1));
+}
+
+TEST_F(KwinServerTest, A_picture_that_is_there_waits_for_no_pixel)
+{
+    begin();
+    givePictures();
+    kwin->hiddenWindow = mailWindow;
+    kwin->holdsPixels = true;
+    pictureLimit = std::chrono::minutes(1);
+    const auto server = start();
+    ASSERT_TRUE(pass(*server));
+    const auto begun = std::chrono::steady_clock::now();
+    EXPECT_TRUE(capture(*server, 2));
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(30));
 }
 
 TEST_F(KwinServerTest, A_picture_that_is_not_what_it_should_be_is_none)

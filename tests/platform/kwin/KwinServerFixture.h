@@ -60,7 +60,8 @@ protected:
                                         .names = names,
                                         .highWaterMark = reservation.mark,
                                         .scheduler = givenScheduler,
-                                        .pictureLimit = limit,
+                                        .pictureLimit = pictureLimit,
+                                        .frameInterval = frameInterval,
                                         .clock = [this] { return callTime(); }});
     }
 
@@ -129,6 +130,8 @@ protected:
 
     std::atomic<int> calls = 0;
     std::atomic<std::chrono::milliseconds> elapsed{std::chrono::milliseconds(0)};
+    std::chrono::milliseconds pictureLimit = limit;
+    std::chrono::milliseconds frameInterval{20};
     /// So long that a slow machine does not reach it.
     std::chrono::milliseconds reportLimit = std::chrono::minutes(10);
     PrivateBus bus;

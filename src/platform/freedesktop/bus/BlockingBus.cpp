@@ -182,7 +182,8 @@ Connection BlockingBus::connection(Milliseconds limit)
 }
 
 BusReply BlockingBus::call(const BusAddressee& to, const char* method, GVariant* arguments,
-                           const char* replyType, Milliseconds limit, int descriptor)
+                           const char* replyType, Milliseconds limit, int descriptor,
+                           const std::stop_token& stop)
 {
     const GlibPointer<GVariant> held(arguments == nullptr ? nullptr
                                                           : g_variant_ref_sink(arguments));
@@ -194,6 +195,8 @@ BusReply BlockingBus::call(const BusAddressee& to, const char* method, GVariant*
     const GObjectPointer<GUnixFDList> list(descriptor < 0 ? nullptr : g_unix_fd_list_new());
     if (list && g_unix_fd_list_append(list.get(), descriptor, nullptr) < 0)
         return {};
+    const GObjectPointer<GCancellable> cancellable(g_cancellable_new());
+    const std::stop_callback stopping(stop, [&] { g_cancellable_cancel(cancellable.get()); });
     GUnixFDList* received = nullptr;
     GError* error = nullptr;
     // At least one millisecond: zero and less have other meanings.
@@ -201,7 +204,7 @@ BusReply BlockingBus::call(const BusAddressee& to, const char* method, GVariant*
     GlibPointer<GVariant> value(g_dbus_connection_call_with_unix_fd_list_sync(
         open.get(), to.name.c_str(), to.path.c_str(), to.interface.c_str(), method, held.get(),
         G_VARIANT_TYPE(replyType), G_DBUS_CALL_FLAGS_NO_AUTO_START, milliseconds, list.get(),
-        &received, nullptr, &error));
+        &received, cancellable.get(), &error));
     const Error heldError(error);
     const GObjectPointer<GUnixFDList> heldList(received);
     if (value)

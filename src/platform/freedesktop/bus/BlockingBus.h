@@ -15,6 +15,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -62,9 +63,11 @@ public:
     /// Calls a method, over a new connection when the last one is gone; never starts a service.
     /// `arguments` is a tuple or null, and is consumed; the reply has type `replyType`, or counts
     /// as refused. Nobody has an empty name. `descriptor`, which the caller keeps, is the first of
-    /// the descriptors that go with the call; negative for none.
+    /// the descriptors that go with the call; negative for none. Once `stop` is requested, the
+    /// reply is not awaited any longer, as if the time limit were over.
     BusReply call(const BusAddressee& to, const char* method, GVariant* arguments,
-                  const char* replyType, Milliseconds limit, int descriptor = -1);
+                  const char* replyType, Milliseconds limit, int descriptor = -1,
+                  const std::stop_token& stop = {});
 
     /// The unique name of the owner; empty when there is none, absent when the bus does not reply.
     std::optional<std::string> ownerOf(const std::string& name, Milliseconds limit);
