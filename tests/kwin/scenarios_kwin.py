@@ -144,6 +144,23 @@ def a_shortcut_of_the_system_settings_brings_the_board_forward(desktop, binary):
         kelpa.window = kelpa.shown_window()
 
 
+def a_kelpa_that_was_started_without_a_window_comes_by_its_shortcut(desktop, binary):
+    path = _board(desktop, goals=[("Release", [])])
+    desktop.start_program("In front")
+    desktop.wait_for_active(desktop.wait_for_window("In front"))
+    # As the session starts it.
+    kelpa = Kelpa(desktop, binary, path, arguments=["--hidden"])
+    kelpa.begin()
+    wait_until("the settings offer it", lambda: "Kelpa: Bring forward" in desktop.shortcuts())
+    assert kelpa.shown_window() is None
+    desktop.use_shortcut("Kelpa: Bring forward")
+    kelpa.window = wait_until("the board is shown", kelpa.shown_window)
+    desktop.wait_for_active(kelpa.window)
+    kelpa.await_board()
+    kelpa.wait_for_goals("Release")
+    kelpa.quit()
+
+
 def the_cards_say_why_there_are_no_previews(desktop, binary):
     path = _board(desktop)
     desktop.start_program("A window")

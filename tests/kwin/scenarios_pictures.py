@@ -93,3 +93,30 @@ def without_a_desktop_entry_the_cards_say_so_and_with_one_there_are_previews(des
         desktop.name_in_entry(binary)
         kelpa.start()
         wait_until("the card shows it", _shows(desktop, kelpa, "Painted", _BLUE))
+
+
+@on_desktop(has_opengl=True, has_xwayland=True)
+def a_minimised_window_on_x11_has_its_preview(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.name_in_entry(binary)
+    desktop.name_in_entry(sys.executable)
+    windows, other = _open_painted(desktop, "On Wayland", _RED)
+    desktop.env |= desktop.x_display()
+    desktop.start_xterm("On X11", color=f"#{_BLUE:06x}")
+    window = desktop.wait_for_window("On X11")
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("the card shows it", _shows(desktop, kelpa, "On X11", _BLUE))
+        desktop.change(window, "window.minimized = true")
+        # Each has its turn before the other has its next one.
+        for turn, colour in enumerate((_GREEN, _RED, _GREEN)):
+            windows.paint(other, colour)
+            title = f"On Wayland, {turn}"
+            windows.rename(other, title.encode())
+            wait_until("the other card follows its window", _shows(desktop, kelpa, title, colour))
+        assert desktop.window(window.number).is_minimized
+        wait_until("the card still shows it", _shows(desktop, kelpa, "On X11", _BLUE))
+        kelpa.quit()
+        kelpa.start()
+        wait_until("the card shows it from the start", _shows(desktop, kelpa, "On X11", _BLUE))
+        assert desktop.window(window.number).is_minimized
