@@ -22,10 +22,15 @@ AbilityShortfall missing(AbilityGap gap)
     return {.gap = gap, .isPartial = false};
 }
 
+std::optional<DisplayFacts> factsOn(const QByteArray& display)
+{
+    x11::DisplayConnector connector(display);
+    return x11::readDisplayFacts(connector);
+}
+
 std::optional<DisplayFacts> factsOn(const XServer& server)
 {
-    x11::DisplayConnector connector(server.display());
-    return x11::readDisplayFacts(connector);
+    return factsOn(server.display());
 }
 
 TEST(DisplayFacts, Are_those_of_the_servers_extensions_and_its_window_manager)
@@ -50,9 +55,8 @@ TEST(DisplayFacts, Say_which_extensions_are_missing)
 
 TEST(DisplayFacts, Are_absent_without_a_server)
 {
-    XServer server;
-    server.kill();
-    EXPECT_EQ(factsOn(server), std::nullopt);
+    // Servers take the lowest number that is free: one that has ended may be another's by then.
+    EXPECT_EQ(factsOn(":59000"), std::nullopt);
 }
 
 TEST(X11Abilities, Are_complete_on_a_complete_display)
