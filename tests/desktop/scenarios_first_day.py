@@ -203,6 +203,21 @@ def a_drag_names_the_place_below_it_and_covers_none(desktop, binary):
         wait_until("nothing is named any more", lambda: not is_named())
 
 
+def _check_second_press_of_fold(desktop, kelpa):
+    """A double click on the fold closes none of the windows that come up below the pointer."""
+    places = [card.node.frame() for card in kelpa.board.column(boards.UNSORTED).cards]
+    x, y, width, _ = places[2]
+    # The middle of the button that closes the first card of the next row.
+    close = x + width - 13, y + (y - places[0][1]) + 13
+    left, top, across, height = kelpa.board.button("Show 6 more").frame()
+    assert left < close[0] < left + across and top < close[1] < top + height, (close, left, top, across, height)
+    desktop.run("xdotool", "mousemove", *close, "click", "--repeat", 2, "--delay", 150, 1)
+    wait_until("the cards have come", lambda: len(kelpa.board.column(boards.UNSORTED).cards) == 10)
+    desktop.hover(*close)
+    # Long enough for a window to be gone.
+    time.sleep(2)
+
+
 def many_unsorted_windows_are_folded_and_arrow_keys_reach_them(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Home", [])], is_auto_sorting=False)
@@ -230,6 +245,10 @@ def many_unsorted_windows_are_folded_and_arrow_keys_reach_them(desktop, binary):
         kelpa.click(lambda: kelpa.board.button("Show fewer"), "the fold")
         wait_until("they are folded", lambda: shown(kelpa) == 4)
         kelpa.click(lambda: kelpa.board.button("Show 6 more"), "the fold")
+        wait_until("they are unfolded", lambda: shown(kelpa) == 10)
+        kelpa.click(lambda: kelpa.board.button("Show fewer"), "the fold")
+        wait_until("they are folded", lambda: shown(kelpa) == 4)
+        _check_second_press_of_fold(desktop, kelpa)
         wait_until("they are unfolded", lambda: shown(kelpa) == 10)
     with Kelpa(desktop, binary, path) as again:
         wait_until("they stay unfolded", lambda: shown(again) == 10)

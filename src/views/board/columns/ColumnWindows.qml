@@ -61,8 +61,23 @@ Item {
             width: root.width
             foldedCount: root.foldedCount
             applications: root.foldedApplications
-            onClicked: root.windows.setUnsortedUnfolded(root.foldedCount > 0)
+            onClicked: {
+                doubleClick.restart();
+                root.windows.setUnsortedUnfolded(root.foldedCount > 0);
+            }
         }
+    }
+    // What comes below the pointer then takes no second press: it might close a window.
+    Timer {
+        id: doubleClick
+
+        interval: Application.styleHints.mouseDoubleClickInterval
+    }
+    MouseArea {
+        parent: root.Window.contentItem
+        anchors.fill: parent
+        z: 1
+        visible: doubleClick.running
     }
     EmptyWindowPlace {
         id: emptyPlace
