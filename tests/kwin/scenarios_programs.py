@@ -4,6 +4,7 @@ import sys
 
 import board as boards
 import settings
+import terminals
 from assistant import Assistant
 from harness import on_desktop
 from kelpa import Kelpa
@@ -22,38 +23,17 @@ def _press_card(desktop, kelpa, title):
                                     f"the card {title!r} is pressed")
 
 
-def _check_goal_opens(desktop, binary, **env):
-    """A goal's menu starts the person's terminal, whose window has the keyboard and belongs to the goal."""
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Release", [])])
-    desktop.start_program("Already there")
-    with Kelpa(desktop, binary, path, env=env) as kelpa:
-        kelpa.wait_for_card(boards.UNSORTED, "Already there")
-        before = {window.number for window in desktop.windows()}
-        assistant = Assistant(desktop, kelpa)
-        assistant.press_button(boards.GOAL_ACTIONS, "Release")
-        assistant.choose(boards.OPEN_TERMINAL)
-        opened = wait_until("a terminal is open", lambda: next(
-            (window for window in desktop.windows() if window.number not in before), None))
-        desktop.wait_for_active(opened)
-        kelpa.focus()
-        wait_until("it is in the goal", lambda: len(kelpa.board.column("Release").cards) == 1)
-        assert len(kelpa.board.column(boards.UNSORTED).cards) == 1
-        stored = settings.StoredBoard(settings.read(path))
-        assert stored.window_counts == {"Release": 1}, stored
-
-
 def a_goal_opens_a_terminal_and_has_it(desktop, binary):
     # foot divides by the size in millimetres, which a screen of this KWin does not have.
     terminal = desktop.directory / "terminal"
     terminal.write_text(f"#!/bin/sh\nexec {sys.executable} -B {PROGRAM} Terminal terminal\n", encoding="utf-8")
     terminal.chmod(0o700)
-    _check_goal_opens(desktop, binary, TERMINAL=str(terminal))
+    terminals.check_goal_opens_one(desktop, binary, str(terminal), start=desktop.start_program)
 
 
 @on_desktop(has_xwayland=True)
 def a_goal_opens_a_terminal_on_x11_and_has_it(desktop, binary):
-    _check_goal_opens(desktop, binary, TERMINAL="xterm", **desktop.x_display())
+    terminals.check_goal_opens_one(desktop, binary, "xterm", desktop.x_display(), desktop.start_program)
 
 
 @on_desktop(has_xwayland=True)

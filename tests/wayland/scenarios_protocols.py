@@ -28,21 +28,7 @@ def a_card_brings_its_window_on_another_workspace_forward(desktop, binary):
 
 
 def another_run_of_the_compositor_never_mixes_numbers(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Release", [])])
-    terminal = desktop.start_foot("Of the first run")
-    with Kelpa(desktop, binary, path, env=_WITHOUT_IPC) as kelpa:
-        kelpa.wait_for_card(boards.UNSORTED, "Of the first run")
-        Assistant(desktop, kelpa).assign("Release", "Foot: Of the first run")
-        kelpa.wait_for_card("Release", "Of the first run")
-        kelpa.quit()
-        desktop.kill_sway()
-        terminal.wait()
-        desktop.start_sway()
-        desktop.start_foot("Of the second run")
-        kelpa.start()
-        kelpa.wait_for_card(boards.UNSORTED, "Of the second run")
-        assert kelpa.board.card("Release", "Of the second run") is None
+    terminals.check_another_run_mixes_nothing(desktop, binary, _WITHOUT_IPC)
 
 
 def a_goal_opens_a_terminal_and_has_it_without_knowing_its_process(desktop, binary):
@@ -51,18 +37,7 @@ def a_goal_opens_a_terminal_and_has_it_without_knowing_its_process(desktop, bina
 
 @on_desktop(has_xwayland=True)
 def windows_on_x11_are_cards_by_the_protocols_alone(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path)
-    desktop.start_foot("On Wayland")
-    desktop.start("env", f"DISPLAY={desktop.x_display()}", "xterm", "-T", "On X11", "-e", "cat")
-    window = desktop.wait_for_window("On X11")
-    with Kelpa(desktop, binary, path, env=_WITHOUT_IPC) as kelpa:
-        kelpa.wait_for_card(boards.UNSORTED, "On Wayland")
-        kelpa.wait_for_card(boards.UNSORTED, "On X11")
-        assert len(kelpa.board.cards()) == 2, kelpa.board.cards()
-        Assistant(desktop, kelpa).press(lambda: kelpa.board.card(boards.UNSORTED, "On X11").node,
-                                        "the card is pressed")
-        desktop.wait_for_active(window)
+    terminals.check_one_on_x11_is_a_card(desktop, binary, _WITHOUT_IPC)
 
 
 def a_command_for_a_key_of_the_compositor_brings_the_board_forward(desktop, binary):

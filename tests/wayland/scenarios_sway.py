@@ -20,40 +20,11 @@ def windows_are_cards_and_one_that_is_assigned_is_there_after_a_restart(desktop,
 
 @on_desktop(has_xwayland=True)
 def windows_of_programs_on_x11_are_cards_among_the_others(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path)
-    desktop.start_foot("On Wayland")
-    desktop.start("env", f"DISPLAY={desktop.x_display()}", "xterm", "-T", "On X11", "-e", "cat")
-    window = desktop.wait_for_window("On X11")
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.wait_for_card(boards.UNSORTED, "On Wayland")
-        card = kelpa.wait_for_card(boards.UNSORTED, "On X11")
-        assert card.node.name == "XTerm: On X11", card.node.name
-        Assistant(desktop, kelpa).press(lambda: kelpa.board.card(boards.UNSORTED, "On X11").node,
-                                        "the card is pressed")
-        desktop.wait_for_active(window)
+    terminals.check_one_on_x11_is_a_card(desktop, binary)
 
 
 def another_run_of_sway_never_mixes_numbers(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Release", [])])
-    terminal = desktop.start_foot("Of the first run")
-    container = desktop.wait_for_window("Of the first run").number
-    with Kelpa(desktop, binary, path) as kelpa:
-        kelpa.wait_for_card(boards.UNSORTED, "Of the first run")
-        Assistant(desktop, kelpa).assign("Release", "Foot: Of the first run")
-        kelpa.wait_for_card("Release", "Of the first run")
-        kelpa.quit()
-
-        desktop.kill_sway()
-        terminal.wait()
-        desktop.start_sway()
-        desktop.start_foot("Of the second run")
-        # sway begins to count anew, so the name alone would be that of the first window.
-        assert desktop.wait_for_window("Of the second run").number == container
-        kelpa.start()
-        kelpa.wait_for_card(boards.UNSORTED, "Of the second run")
-        assert kelpa.board.card("Release", "Of the second run") is None
+    terminals.check_another_run_mixes_nothing(desktop, binary)
 
 
 def windows_of_another_run_of_sway_find_their_goals(desktop, binary):
