@@ -9,32 +9,46 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// Counts the double taps that a server hears.
+class CountedTaps
+{
+public:
+    CountedTaps(kwin::KwinWindowServer& server, Scheduler& scheduler)
+        : m_keys(server, scheduler), m_doubleTap(m_keys)
+    {
+        QObject::connect(&m_doubleTap, &GlobalDoubleTap::doubleTapped, &m_doubleTap,
+                         [this] { ++m_count; });
+    }
+
+    bool isAvailable() const { return m_doubleTap.isAvailable(); }
+    int count() const { return m_count; }
+
+private:
+    int m_count = 0;
+    kwin::KwinGlobalKeys m_keys;
+    GlobalDoubleTap m_doubleTap;
+};
+
 TEST_F(KwinServerTest, The_shortcut_of_the_script_counts_as_a_double_tap)
 {
     begin();
     const auto server = start();
-    kwin::KwinGlobalKeys keys(*server, scheduler);
-    GlobalDoubleTap doubleTap(keys);
-    int taps = 0;
-    QObject::connect(&doubleTap, &GlobalDoubleTap::doubleTapped, &doubleTap, [&taps] { ++taps; });
+    CountedTaps taps(*server, scheduler);
     ASSERT_TRUE(pass(*server));
     kwin->bringForward(text("another-token"));
     kwin->bringForward();
-    ASSERT_TRUE(waitFor([&] { return taps > 0; }));
+    ASSERT_TRUE(waitFor([&] { return taps.count() > 0; }));
     kwin->bringForward();
-    ASSERT_TRUE(waitFor([&] { return taps > 1; }));
-    EXPECT_EQ(taps, 2);
-    EXPECT_FALSE(doubleTap.isAvailable());
+    ASSERT_TRUE(waitFor([&] { return taps.count() > 1; }));
+    EXPECT_EQ(taps.count(), 2);
+    EXPECT_FALSE(taps.isAvailable());
 }
 
 TEST_F(KwinServerTest, Two_calls_of_the_launcher_in_quick_succession_are_a_double_tap)
 {
     begin();
     const auto server = start();
-    kwin::KwinGlobalKeys keys(*server, scheduler);
-    GlobalDoubleTap doubleTap(keys);
-    int taps = 0;
-    QObject::connect(&doubleTap, &GlobalDoubleTap::doubleTapped, &doubleTap, [&taps] { ++taps; });
+    CountedTaps taps(*server, scheduler);
     int heard = 0;
     const auto watching = server->watchLauncher([&heard](Scheduler::Time) { ++heard; });
     ASSERT_TRUE(pass(*server));
@@ -50,27 +64,24 @@ TEST_F(KwinServerTest, Two_calls_of_the_launcher_in_quick_succession_are_a_doubl
     ASSERT_TRUE(launch());
     wait(400ms);
     ASSERT_TRUE(launch());
-    EXPECT_EQ(taps, 0) << "too slow";
+    EXPECT_EQ(taps.count(), 0) << "too slow";
     // What comes after others has come after them.
     call("plasmashell", "manage activities");
     call("kwin", "activate application launcher");
     wait(400ms);
     ASSERT_TRUE(launch());
     EXPECT_EQ(heard, 3) << "another action";
-    EXPECT_EQ(taps, 0);
+    EXPECT_EQ(taps.count(), 0);
     wait(100ms);
     ASSERT_TRUE(launch());
-    EXPECT_EQ(taps, 1);
+    EXPECT_EQ(taps.count(), 1);
 }
 
 TEST_F(KwinServerTest, Two_slow_calls_of_the_launcher_are_none_where_they_are_handled_at_once)
 {
     begin();
     const auto server = start();
-    kwin::KwinGlobalKeys keys(*server, scheduler);
-    GlobalDoubleTap doubleTap(keys);
-    int taps = 0;
-    QObject::connect(&doubleTap, &GlobalDoubleTap::doubleTapped, &doubleTap, [&taps] { ++taps; });
+    CountedTaps taps(*server, scheduler);
     int handled = 0;
     const auto watching = server->watchLauncher([&handled](Scheduler::Time) { ++handled; });
     ASSERT_TRUE(pass(*server));
@@ -88,7 +99,7 @@ TEST_F(KwinServerTest, Two_slow_calls_of_the_launcher_are_none_where_they_are_ha
     ASSERT_TRUE(launch());
     EXPECT_EQ(handled, 0);
     ASSERT_TRUE(waitFor([&] { return handled == 2; }));
-    EXPECT_EQ(taps, 0);
+    EXPECT_EQ(taps.count(), 0);
 }
 
 TEST_F(KwinServerTest, The_shortcut_and_the_launcher_are_heard_before_the_first_pass)
@@ -96,17 +107,14 @@ TEST_F(KwinServerTest, The_shortcut_and_the_launcher_are_heard_before_the_first_
     begin();
     QtScheduler background;
     const auto server = start(background);
-    kwin::KwinGlobalKeys keys(*server, background);
-    GlobalDoubleTap doubleTap(keys);
-    int taps = 0;
-    QObject::connect(&doubleTap, &GlobalDoubleTap::doubleTapped, &doubleTap, [&taps] { ++taps; });
+    CountedTaps taps(*server, background);
     ASSERT_TRUE(waitFor([this] { return kwin->reportReplies > 0; }));
     EXPECT_EQ(kwin->everLoaded.size(), 1);
     kwin->bringForward();
-    ASSERT_TRUE(waitFor([&] { return taps == 1; }));
+    ASSERT_TRUE(waitFor([&] { return taps.count() == 1; }));
     for (int call = 0; call < 2; ++call)
         kwin->useShortcut(text("plasmashell"), text("activate application launcher"));
-    EXPECT_TRUE(waitFor([&] { return taps == 2; }));
+    EXPECT_TRUE(waitFor([&] { return taps.count() == 2; }));
     // The pass has nothing left to load.
     EXPECT_EQ(pass(*server).value_or(Titles()).size(), 2);
     EXPECT_EQ(kwin->everLoaded.size(), 1);
