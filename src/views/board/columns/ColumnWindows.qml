@@ -57,27 +57,40 @@ Item {
     Repeater {
         model: root.hasFold ? 1 : 0
         delegate: WindowFold {
+            id: fold
+
             y: cards.implicitHeight + Theme.small
             width: root.width
             foldedCount: root.foldedCount
             applications: root.foldedApplications
             onClicked: {
-                doubleClick.restart();
+                secondPress.awaitAt(fold.mapToItem(null, fold.pressX, fold.pressY));
                 root.windows.setUnsortedUnfolded(root.foldedCount > 0);
             }
         }
     }
-    // What comes below the pointer then takes no second press: it might close a window.
-    Timer {
-        id: doubleClick
-
-        interval: Application.styleHints.mouseDoubleClickInterval
-    }
+    // What comes below the pointer then takes no second press at the same place: it might close a window.
     MouseArea {
+        id: secondPress
+
+        function awaitAt(place: point): void {
+            secondPress.x = place.x - secondPress.width / 2;
+            secondPress.y = place.y - secondPress.height / 2;
+            doubleClick.restart();
+        }
+
         parent: root.Window.contentItem
-        anchors.fill: parent
+        width: 2 * Application.styleHints.startDragDistance
+        height: secondPress.width
         z: 1
         visible: doubleClick.running
+        onPressed: doubleClick.restart()
+
+        Timer {
+            id: doubleClick
+
+            interval: Application.styleHints.mouseDoubleClickInterval
+        }
     }
     EmptyWindowPlace {
         id: emptyPlace
