@@ -38,7 +38,8 @@ def main():
     if options.get("has_activities") and not activities.is_installed():
         print("not installed: kactivitymanagerd")
         return _SKIPPED
-    with KwinDesktop(pathlib.Path(directory) / "desktop", root, **options) as desktop:
+    folders = [pathlib.Path(binary).resolve().parent]
+    with KwinDesktop(pathlib.Path(directory) / "desktop", root, folders, **options) as desktop:
         return scenario_run.run(desktop, binary, scenario, has_picture=False)
 
 

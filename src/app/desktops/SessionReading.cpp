@@ -89,7 +89,7 @@ SessionReading readSession(const QByteArray& display, std::chrono::milliseconds 
     reading.isKwin = resemblesKwin({.compositor = reading.compositor}) && isKwinSession(limit);
     if (reading.isKwin) {
         reading.kwinPictures =
-            kwin::standingAfter(kwin::KwinScreenshots(sessionBusAddress(), limit).probe(),
+            kwin::standingAfter(kwin::KwinScreenshots(sessionBusAddress(), limit).probeWithScreen(),
                                 kwin::PictureStanding::given);
     }
     reading.portals = readPortals({}, limit);

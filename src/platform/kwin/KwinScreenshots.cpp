@@ -63,6 +63,13 @@ GVariant* windowArguments(const QByteArray& uuid)
     return g_variant_new("(sa{sv}h)", uuid.constData(), &options, 0);
 }
 
+GVariant* screenArguments()
+{
+    GVariantBuilder options;
+    g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
+    return g_variant_new("(a{sv}h)", &options, 0);
+}
+
 GVariant* pixelArguments(const QPoint& pixel)
 {
     GVariantBuilder options;
@@ -266,6 +273,16 @@ ScreenshotOutcome KwinScreenshots::probe()
     return outcomeOf(m_parts->call("CaptureWindow",
                                    windowArguments("{00000000-0000-0000-0000-000000000000}"),
                                    pipe->writeEnd.number(), {}));
+}
+
+ScreenshotOutcome KwinScreenshots::probeWithScreen()
+{
+    const ScreenshotOutcome outcome = probe();
+    if (outcome != ScreenshotOutcome::failed)
+        return outcome;
+    const Screenshot screen = m_parts->take("CaptureActiveScreen", screenArguments(), {});
+    return screen.outcome == ScreenshotOutcome::cancelled ? ScreenshotOutcome::unavailable
+                                                          : outcome;
 }
 
 } // namespace kelpa::kwin

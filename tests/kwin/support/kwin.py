@@ -28,6 +28,11 @@ NoDisplay=true
 X-KDE-DBUS-Restricted-Interfaces=org.kde.KWin.ScreenShot2
 """
 
+# Without a menu KDE looks for no desktop entries.
+_MENU = """<!DOCTYPE Menu>
+<Menu><Name>Applications</Name><DefaultAppDirs/><DefaultDirectoryDirs/><Include><All/></Include></Menu>
+"""
+
 
 class Window:
     def __init__(self, row):
@@ -42,14 +47,16 @@ class Window:
 
 class KwinDesktop(Desktop):
     """The same as a desktop on X11, as far as a scenario needs it. A window's number is its UUID.
-    KWin is that of `root`, a folder with another system, or this system's own. With `has_opengl` it draws
-    as on a screen, by the processor, and so has pictures of windows for the programs that are `named`; with
-    `has_xwayland` there is an X server for programs on X11, and with `has_activities` the service of KDE's
-    activities."""
+    KWin is that of `root`, a folder with another system, which sees those `folders` of this one, or this
+    system's own. With `has_opengl` it draws as on a screen, by the processor, and so has pictures of windows
+    for the programs that are `named`; with `has_xwayland` there is an X server for programs on X11, and with
+    `has_activities` the service of KDE's activities."""
 
-    def __init__(self, directory, root=None, has_opengl=False, has_xwayland=False, has_activities=False):
+    def __init__(self, directory, root=None, folders=(), *, has_opengl=False, has_xwayland=False,
+                 has_activities=False):
         super().__init__(directory)
         self._root = root
+        self._folders = folders
         self._compositing = "O2" if has_opengl else "Q"
         self._xwayland = ["--xwayland"] if has_xwayland else []
         self._has_activities = has_activities
@@ -82,14 +89,18 @@ class KwinDesktop(Desktop):
 
     def start_kwin(self):
         runtime = pathlib.Path(self.env["XDG_RUNTIME_DIR"])
-        # The prefix names the file that makes KDE look for desktop entries.
         environment = {"KWIN_COMPOSE": self._compositing, "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1",
-                       "LIBGL_ALWAYS_SOFTWARE": "1", "XDG_MENU_PREFIX": "kf5-"}
+                       "LIBGL_ALWAYS_SOFTWARE": "1"}
+        menus = pathlib.Path(self.env["XDG_CONFIG_HOME"]) / "menus"
+        menus.mkdir(exist_ok=True)
+        (menus / "applications.menu").write_text(_MENU, encoding="utf-8")
+        # KDE sees what comes into a folder, but no folder that comes.
+        self._entries().mkdir(exist_ok=True)
         command = ["env", *(f"{name}={value}" for name, value in environment.items()),
                    self._private / "kwin_wayland", "--virtual", "--width", "1600", "--height", "1000",
                    "--socket", "wayland-kelpa", "--no-lockscreen", *self._xwayland]
         if self._root:
-            command = other_root.command(self._root, self._private, self.directory, *command)
+            command = other_root.command(self._root, self._private, self.directory, *self._folders, *command)
         self._kwin = self.start(*command)
         wait_until("KWin is there", lambda: (runtime / "wayland-kelpa").exists() and self._script.is_there())
         self.env["WAYLAND_DISPLAY"] = "wayland-kelpa"
@@ -178,12 +189,13 @@ class KwinDesktop(Desktop):
 
     # Pictures
 
+    def _entries(self):
+        return pathlib.Path(self.env["XDG_DATA_HOME"]) / "applications"
+
     def name_in_entry(self, program):
-        """Writes a desktop entry by which KWin gives the program pictures of windows."""
-        folder = pathlib.Path(self.env["XDG_DATA_HOME"]) / "applications"
-        folder.mkdir(exist_ok=True)
+        """Writes a desktop entry by which KWin gives the program, which it sees, pictures of windows."""
         path = pathlib.Path(program).resolve()
-        (folder / f"{path.name}.desktop").write_text(_ENTRY.format(path=path), encoding="utf-8")
+        (self._entries() / f"{path.name}.desktop").write_text(_ENTRY.format(path=path), encoding="utf-8")
 
     def picture(self, window):
         """What the window shows, as KWin takes it for the process of the scenario."""

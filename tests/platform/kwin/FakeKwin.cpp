@@ -61,6 +61,12 @@ bool FakeKwin::handleMessage(const QDBusMessage& message, const QDBusConnection&
     }
     if (message.member() == QStringLiteral("CaptureArea"))
         return answerFrame(message, connection);
+    if (message.member() == QStringLiteral("CaptureActiveScreen")) {
+        connection.send(screenError.isEmpty()
+                            ? message.createReply(QVariantList{picture})
+                            : message.createErrorReply(screenError, QStringLiteral("no picture")));
+        return true;
+    }
     if (message.member() == QStringLiteral("CaptureWindow")) {
         ++pictures;
         const QString window = message.arguments().value(0).toString();

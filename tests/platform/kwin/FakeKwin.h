@@ -41,6 +41,8 @@ public:
     QStringList unloaded;
     /// The name of the error that requests for pictures get; empty for a picture.
     QString pictureError;
+    /// The same for a picture of a screen.
+    QString screenError;
     QVariantMap picture;
     QByteArray pictureBytes;
     /// Whether the pipe stays open after them.

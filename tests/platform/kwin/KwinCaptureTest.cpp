@@ -1,11 +1,13 @@
 // The pictures that KWin takes of windows, and why there are none.
 #include "platform/kwin/KwinAbilities.h"
+#include "platform/kwin/KwinScreenshots.h"
 #include "platform/kwin/KwinServerFixture.h"
 
 namespace kelpa::test {
 namespace {
 
 using kwin::PictureStanding;
+using kwin::ScreenshotOutcome;
 
 const QString mailWindow = QStringLiteral("{22222222-2222-2222-2222-222222222222}");
 
@@ -193,6 +195,31 @@ TEST_F(KwinServerTest, A_KWin_that_cancels_every_picture_draws_without_OpenGL)
     EXPECT_EQ(server->pictures(), PictureStanding::given);
     EXPECT_FALSE(capture(*server, 1));
     EXPECT_EQ(server->pictures(), PictureStanding::withoutOpenGL);
+}
+
+TEST_F(KwinServerTest, A_picture_of_the_screen_tells_at_once_whether_KWin_draws_with_OpenGL)
+{
+    struct Row
+    {
+        const char* ofWindow;
+        const char* ofScreen;
+        ScreenshotOutcome outcome;
+    };
+    begin();
+    for (const Row& row : {Row{"InvalidWindow", "Cancelled", ScreenshotOutcome::unavailable},
+                           Row{"InvalidWindow", "", ScreenshotOutcome::failed},
+                           // It may be another trouble.
+                           Row{"InvalidWindow", "FileDescriptor", ScreenshotOutcome::failed},
+                           Row{"NoAuthorized", "Cancelled", ScreenshotOutcome::denied}}) {
+        const QString errors = text("org.kde.KWin.ScreenShot2.Error.");
+        kwin->pictureError = errors + text(row.ofWindow);
+        kwin->screenError = *row.ofScreen == 0 ? QString() : errors + text(row.ofScreen);
+        EXPECT_EQ(meanwhile([this] {
+                      return kwin::KwinScreenshots(bus.address().toUtf8(), limit).probeWithScreen();
+                  }),
+                  row.outcome)
+            << row.ofWindow << ' ' << row.ofScreen;
+    }
 }
 
 } // namespace
