@@ -68,6 +68,19 @@ def a_card_brings_its_window_forward_and_closes_its_program(desktop, binary):
         assert kelpa.board.card(boards.UNSORTED, "First window")
 
 
+def a_start_asks_kwin_for_its_protocols_once(desktop, binary):
+    """KWin reads the whole file of a program before it names its protocols on a connection, and the toolkit's own
+    connection is the only one that needs them."""
+    path = _board(desktop)
+    desktop.start_program("A window")
+    with Kelpa(desktop, binary, path, env={"WAYLAND_DEBUG": "1"}) as kelpa:
+        kelpa.wait_for_card(boards.UNSORTED, "A window")
+        # The first object of a connection is the list of protocols.
+        asked = [line for line in kelpa.output().splitlines()
+                 if "wl_display@1.get_registry(new id wl_registry@2)" in line]
+        assert len(asked) == 1, asked
+
+
 def a_minimised_window_is_restored(desktop, binary):
     path = _board(desktop)
     desktop.start_program("Put away")

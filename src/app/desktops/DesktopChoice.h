@@ -42,7 +42,8 @@ struct SessionOffer
 {
     /// An X display accepts connections.
     bool hasX11Display = false;
-    /// The global objects of the Wayland compositor with their versions; absent when none replies.
+    /// The global objects of the Wayland compositor with their versions; absent when none replies,
+    /// empty where it is known to be KWin without them.
     std::optional<std::map<QByteArray, std::uint32_t>> compositor{};
     /// The compositor is GNOME Shell.
     bool isGnomeShell = false;

@@ -39,10 +39,18 @@ std::optional<ChosenDesktop> chooseDesktop(const WindowSystem& system,
                                            std::optional<DesktopKind> asked)
 {
     SessionOffer offer;
-    if (needsCompositor(asked, system))
-        offer.compositor = wayland::readGlobals(compositorSocket(), compositorLimit);
+    std::optional<bool> isKnown = false;
+    if (needsCompositor(asked, system)) {
+        isKnown = isKwinKnown(busLimit);
+        offer.isKwin = isKnown == std::optional(true);
+        // KWin has none of the protocols that the choice is about.
+        offer.compositor = offer.isKwin ? wayland::GlobalVersions()
+                                        : wayland::readGlobals(compositorSocket(), compositorLimit);
+    }
     offer.isGnomeShell = resemblesGnomeShell(offer) && isGnomeSession(busLimit);
-    offer.isKwin = resemblesKwin(offer) && isKwinSession(busLimit);
+    // A silent bus is not asked twice; the session is named after KWin's desktop there.
+    if (resemblesKwin(offer))
+        offer.isKwin = !isKnown || isKwinSession(busLimit);
     if (needsX11Display(offer, asked, system))
         offer.hasX11Display = x11::hasDisplay(system.display);
     return chosenDesktop(offer, asked, system);

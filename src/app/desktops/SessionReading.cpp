@@ -3,7 +3,7 @@
 #include "app/desktops/DesktopChoice.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 #include "platform/gnome/ShellClient.h"
-#include "platform/kwin/KwinLink.h"
+#include "platform/kwin/KwinPresence.h"
 #include "platform/wayland/connection/LocalSocket.h"
 #include "platform/wayland/connection/WaylandConnection.h"
 #include "platform/x11/connection/DisplayConnector.h"
@@ -27,6 +27,11 @@ auto withinLimit(std::chrono::milliseconds limit, Read read) -> decltype(read())
     if (result.wait_for(limit) != std::future_status::ready)
         return std::nullopt;
     return result.get();
+}
+
+bool isNamedAfter(const char* desktop)
+{
+    return qgetenv("XDG_CURRENT_DESKTOP").split(':').contains(desktop);
 }
 
 } // namespace
@@ -54,13 +59,23 @@ bool isGnomeSession(std::chrono::milliseconds limit)
     case gnome::ShellPresence::unknown:
         break;
     }
-    return qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("GNOME");
+    return isNamedAfter("GNOME");
 }
 
 bool isKwinSession(std::chrono::milliseconds limit)
 {
     const std::optional<bool> isThere = kwin::isKwinThere(sessionBusAddress(), limit);
-    return isThere.value_or(qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE"));
+    return isThere.value_or(isNamedAfter("KDE"));
+}
+
+std::optional<bool> isKwinKnown(std::chrono::milliseconds limit)
+{
+    if (!isNamedAfter("KDE"))
+        return false;
+    // The credentials are the kernel's: nothing reaches the compositor but a connection.
+    const std::optional<ProcessID> listener = wayland::listenerAt(compositorSocket());
+    return listener ? kwin::isKwinBehind(*listener, sessionBusAddress(), limit)
+                    : std::optional(false);
 }
 
 SessionReading readSession(const QByteArray& display, std::chrono::milliseconds limit)

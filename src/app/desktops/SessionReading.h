@@ -59,6 +59,12 @@ bool isGnomeSession(std::chrono::milliseconds limit);
 /// is named after its desktop.
 bool isKwinSession(std::chrono::milliseconds limit);
 
+/// Whether KWin on the session bus is known to be the session's compositor without asking that for
+/// its protocols: to name them to a program, it reads the program's whole file. False also where
+/// the session is not named after its desktop, and where that KWin does not reply; absent where the
+/// bus of such a session does not.
+std::optional<bool> isKwinKnown(std::chrono::milliseconds limit);
+
 /// A compositor that is there replies within a few milliseconds, but KWin reads a program's whole
 /// file first: a tenth of a second for a release, two seconds for a build with debug information or
 /// a sanitizer. One that takes longer than this would not show Kelpa's window either.

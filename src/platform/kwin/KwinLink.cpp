@@ -2,6 +2,7 @@
 
 #include "platform/LoggingCategories.h"
 #include "platform/freedesktop/bus/BlockingBus.h"
+#include "platform/kwin/KwinPresence.h"
 #include "platform/kwin/KwinScriptCalls.h"
 
 #include <QCryptographicHash>
@@ -20,7 +21,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr const char* kwinName = "org.kde.KWin";
 constexpr std::chrono::milliseconds unloadLimit = 200ms;
 
 /// KGlobalAccel tells every client of the bus which action's keys were pressed, not which of its
@@ -58,13 +58,6 @@ QByteArray pluginOf(const QString& boardPath)
                .left(16);
 }
 
-std::optional<bool> isKwinThere(const QByteArray& busAddress, std::chrono::milliseconds limit)
-{
-    const std::optional<std::string> owner =
-        BlockingBus(busAddress.toStdString(), {}, {}).ownerOf(kwinName, limit);
-    return owner ? std::optional(!owner->empty()) : std::nullopt;
-}
-
 struct KwinLink::Parts
 {
     Parts(const KwinLinkOptions& given, std::function<void()> notify,
@@ -74,7 +67,7 @@ struct KwinLink::Parts
           bus(options.busAddress.toStdString(),
               {std::string("type='signal',sender='org.freedesktop.DBus',"
                            "member='NameOwnerChanged',arg0='") +
-                   kwinName + "'",
+                   busName + "'",
                launcherRule},
               [this](GDBusConnection* connection, GDBusMessage* message) {
                   return receive(connection, message);
@@ -255,7 +248,7 @@ KwinReading KwinLink::read()
 {
     const std::scoped_lock lock(m_parts->reading);
     const std::optional<std::string> owner =
-        m_parts->bus.ownerOf(kwinName, m_parts->options.replyLimit);
+        m_parts->bus.ownerOf(busName, m_parts->options.replyLimit);
     if (!owner)
         return {.windows = m_parts->windows(), .virtualDesktops = m_parts->parsedDesktops};
     if (m_parts->owner != *owner) {

@@ -40,9 +40,6 @@ struct KwinLinkOptions
 /// The name of the script for a board, by the path of its file.
 QByteArray pluginOf(const QString& boardPath);
 
-/// Whether KWin is on the session bus; absent when that does not reply.
-std::optional<bool> isKwinThere(const QByteArray& busAddress, std::chrono::milliseconds limit);
-
 struct KwinReading
 {
     /// Also while it hangs.

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cstring>
 #include <limits>
-#include <optional>
 #include <utility>
 
 namespace kelpa::wayland {
@@ -38,18 +37,6 @@ Attempt attempt(const QByteArray& path)
     return {.socket = std::move(socket), .isQueueFull = false};
 }
 
-/// Absent when there is no connection.
-std::optional<pid_t> listenerAt(const QByteArray& path)
-{
-    const FileDescriptor socket = connectedSocket(path);
-    ucred peer{};
-    socklen_t size = sizeof(peer);
-    if (!socket.isOpen() ||
-        ::getsockopt(socket.number(), SOL_SOCKET, SO_PEERCRED, &peer, &size) != 0)
-        return std::nullopt;
-    return peer.pid;
-}
-
 } // namespace
 
 FileDescriptor connectedSocket(const QByteArray& path)
@@ -61,6 +48,17 @@ bool hasListener(const QByteArray& path)
 {
     const Attempt made = attempt(path);
     return made.socket.isOpen() || made.isQueueFull;
+}
+
+std::optional<pid_t> listenerAt(const QByteArray& path)
+{
+    const FileDescriptor socket = connectedSocket(path);
+    ucred peer{};
+    socklen_t size = sizeof(peer);
+    if (!socket.isOpen() ||
+        ::getsockopt(socket.number(), SOL_SOCKET, SO_PEERCRED, &peer, &size) != 0)
+        return std::nullopt;
+    return peer.pid;
 }
 
 bool haveOneListener(const QByteArray& path, const QByteArray& otherPath)

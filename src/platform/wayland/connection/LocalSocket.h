@@ -5,7 +5,10 @@
 
 #include <QByteArray>
 
+#include <sys/types.h>
+
 #include <chrono>
+#include <optional>
 
 namespace kelpa::wayland {
 
@@ -15,6 +18,9 @@ FileDescriptor connectedSocket(const QByteArray& path);
 
 /// Whether anybody listens, also one whose queue is full. Does not wait.
 bool hasListener(const QByteArray& path);
+
+/// The process that listens; absent when nobody does, and when its queue is full. Does not wait.
+std::optional<pid_t> listenerAt(const QByteArray& path);
 
 /// Whether one process listens at both paths. False where nobody listens at one of them, or its
 /// queue is full. Does not wait.

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 namespace kelpa::test {
 namespace {
 
@@ -31,17 +33,20 @@ TEST(LocalSocket, Who_listens_at_two_paths_is_one_process_or_not)
     const FakeSway sway;
     const FakeCompositor own;
     EXPECT_TRUE(wayland::haveOneListener(sway.path(), own.path()));
+    EXPECT_EQ(wayland::listenerAt(own.path()), ::getpid());
     const QTemporaryDir folder;
     const QString elsewhere = folder.filePath(QStringLiteral("wayland"));
     QProcess process;
     listenElsewhere(process, elsewhere);
     EXPECT_TRUE(wayland::hasListener(elsewhere.toLocal8Bit()));
     EXPECT_FALSE(wayland::haveOneListener(sway.path(), elsewhere.toLocal8Bit()));
+    EXPECT_EQ(wayland::listenerAt(elsewhere.toLocal8Bit()), process.processId());
     process.closeWriteChannel();
     process.waitForFinished();
     EXPECT_FALSE(wayland::hasListener(elsewhere.toLocal8Bit()));
     EXPECT_FALSE(wayland::haveOneListener(elsewhere.toLocal8Bit(), elsewhere.toLocal8Bit()));
     EXPECT_FALSE(wayland::haveOneListener({}, {}));
+    EXPECT_EQ(wayland::listenerAt(elsewhere.toLocal8Bit()), std::nullopt);
 }
 
 } // namespace
