@@ -3,6 +3,7 @@
 #include "platform/LoggingCategories.h"
 #include "platform/freedesktop/bus/BlockingBus.h"
 #include "platform/kwin/KwinPresence.h"
+#include "platform/kwin/KwinScreens.h"
 #include "platform/kwin/KwinScriptCalls.h"
 
 #include <QCryptographicHash>
@@ -147,6 +148,7 @@ struct KwinLink::Parts
     std::uint64_t parsedNumber = 0;
     std::optional<std::vector<KwinWindow>> parsed;
     QStringList parsedDesktops;
+    std::vector<Rect> parsedScreens;
 
     /// Last: its thread uses the others.
     BlockingBus bus;
@@ -226,6 +228,7 @@ std::optional<std::vector<KwinWindow>> KwinLink::Parts::windows()
     if (std::exchange(parsedNumber, report->number) != report->number) {
         parsed = windowsIn(report->text);
         parsedDesktops = desktopsIn(report->desktops);
+        parsedScreens = screensIn(report->screens);
     }
     return parsed;
 }
@@ -250,7 +253,9 @@ KwinReading KwinLink::read()
     const std::optional<std::string> owner =
         m_parts->bus.ownerOf(busName, m_parts->options.replyLimit);
     if (!owner)
-        return {.windows = m_parts->windows(), .virtualDesktops = m_parts->parsedDesktops};
+        return {.windows = m_parts->windows(),
+                .virtualDesktops = m_parts->parsedDesktops,
+                .screens = m_parts->parsedScreens};
     if (m_parts->owner != *owner) {
         m_parts->owner.clear();
         m_parts->runs = false;
@@ -277,7 +282,8 @@ KwinReading KwinLink::read()
             .isReplying = isLoaded.has_value() && m_parts->runs,
             .process = m_parts->process,
             .windows = m_parts->windows(),
-            .virtualDesktops = m_parts->parsedDesktops};
+            .virtualDesktops = m_parts->parsedDesktops,
+            .screens = m_parts->parsedScreens};
 }
 
 void KwinLink::order(const KwinOrder& order)

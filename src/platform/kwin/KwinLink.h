@@ -8,6 +8,7 @@
 #pragma once
 
 #include "model/Identifiers.h"
+#include "model/Rect.h"
 #include "platform/kwin/KwinReport.h"
 #include "platform/kwin/KwinScript.h"
 
@@ -52,6 +53,8 @@ struct KwinReading
     std::optional<std::vector<KwinWindow>> windows{};
     /// As `DiscoverySource::virtualDesktops`, of the same report.
     QStringList virtualDesktops{};
+    /// As `screensIn`, of the same report.
+    std::vector<Rect> screens{};
 };
 
 class KwinLink

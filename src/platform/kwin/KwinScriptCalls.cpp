@@ -96,9 +96,13 @@ KwinScriptCalls::Receipt KwinScriptCalls::receive(GDBusConnection* connection,
     if (member == "Report") {
         const std::string_view text = textIn(message, 1);
         const std::string_view desktops = textIn(message, 2);
-        if (text.size() + desktops.size() <= static_cast<std::size_t>(longestReport)) {
-            m_report = NumberedReport{
-                .text = bytesOf(text), .desktops = bytesOf(desktops), .number = ++m_lastNumber};
+        const std::string_view screens = textIn(message, 3);
+        if (text.size() + desktops.size() + screens.size() <=
+            static_cast<std::size_t>(longestReport)) {
+            m_report = NumberedReport{.text = bytesOf(text),
+                                      .desktops = bytesOf(desktops),
+                                      .screens = bytesOf(screens),
+                                      .number = ++m_lastNumber};
         }
         send(connection, message, g_dbus_message_new_method_reply(message));
         m_reported.notify_all();

@@ -25,6 +25,8 @@ struct NumberedReport
     QByteArray text;
     /// The names of the virtual desktops; empty where the script has none.
     QByteArray desktops;
+    /// The places of the screens; empty where the script has none.
+    QByteArray screens;
     /// Of the reports since this object exists; another one for each.
     std::uint64_t number = 0;
 };

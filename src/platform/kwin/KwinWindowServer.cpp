@@ -1,6 +1,7 @@
 #include "platform/kwin/KwinWindowServer.h"
 
 #include "platform/LoggingCategories.h"
+#include "platform/kwin/KwinScreens.h"
 #include "platform/numbers/CompositorRun.h"
 
 #include <algorithm>
@@ -52,6 +53,8 @@ std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
             m_cancelledInARow = 0;
         if (isNewRun)
             m_pauses = {};
+        if (reading.windows)
+            m_screens = reading.screens;
         endPausesOfActivated(windows);
     }
     m_isThere = reading.isThere;
@@ -141,15 +144,13 @@ std::optional<KwinWindow> KwinWindowServer::windowOf(WindowID number) const
 QPoint KwinWindowServer::shownPixel() const
 {
     const std::scoped_lock lock(m_mutex);
-    if (!m_windows)
-        return {};
-    for (const NumberedKwinWindow& each : *m_windows) {
-        const Rect& bounds = each.window.bounds;
+    std::vector<Rect> shown;
+    shown.reserve(m_windows ? m_windows->size() : 0);
+    for (const NumberedKwinWindow& each : m_windows.value_or(std::vector<NumberedKwinWindow>())) {
         if (each.window.isHere && !each.window.isMinimized)
-            return {static_cast<int>(bounds.x + bounds.width / 2),
-                    static_cast<int>(bounds.y + bounds.height / 2)};
+            shown.push_back(each.window.bounds);
     }
-    return {};
+    return pixelOnScreen(m_screens, shown);
 }
 
 /// Somebody is there, so KWin draws.

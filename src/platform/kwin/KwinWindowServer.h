@@ -105,7 +105,7 @@ private:
     std::optional<KwinWindow> windowOf(WindowID number) const;
     /// Loads the script without a pass; again, ever later, until KWin runs it. Main thread.
     void loadScript();
-    /// In a window that is shown, so that it is on a screen.
+    /// As `pixelOnScreen`.
     QPoint shownPixel() const;
     void endPausesOfActivated(const std::optional<std::vector<NumberedKwinWindow>>& windows);
     void notePictures(ScreenshotOutcome outcome);
@@ -128,6 +128,7 @@ private:
 
     mutable std::mutex m_mutex;
     std::optional<std::vector<NumberedKwinWindow>> m_windows;
+    std::vector<Rect> m_screens;
     std::map<QByteArray, TakenPicture> m_taken;
     /// While KWin draws nothing.
     PicturePauses m_pauses;

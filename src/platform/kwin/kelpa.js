@@ -74,6 +74,15 @@ function nameOf(desktop) {
     return text(typeof desktop === "number" ? workspace.desktopName(desktop) : desktop.name);
 }
 
+// Their places: objects since Plasma 6, numbers before.
+function screens() {
+    const places = workspace.screens
+        ? Array.from(workspace.screens, each => each.geometry)
+        : Array.from({length: workspace.numScreens || 0}, (_, number) =>
+            workspace.clientArea(KWin.ScreenArea, number, workspace.currentDesktop));
+    return places.map(({x, y, width, height}) => ({x, y, width, height}));
+}
+
 // From 1; 0 where the window is on all of them. Of several, the present one counts.
 function desktopNumber(window) {
     if (window.onAllDesktops || (window.desktops && window.desktops.length === 0))
@@ -138,7 +147,7 @@ function report() {
     reportedAt = Date.now();
     const number = ++lastReport;
     callDBus(kelpa, path, contract, "Report", token, JSON.stringify(windows().map(row)),
-             JSON.stringify(desktops().map(nameOf)), () => {
+             JSON.stringify(desktops().map(nameOf)), JSON.stringify(screens()), () => {
         if (number !== lastReport)
             return;
         isReporting = false;
@@ -310,7 +319,8 @@ for (const signal of ["windowRemoved", "clientRemoved"])
 for (const signal of ["windowActivated", "clientActivated"])
     listen(workspace, signal, noteActivation);
 for (const signal of ["currentDesktopChanged", "currentActivityChanged", "desktopsChanged",
-                      "numberDesktopsChanged"])
+                      "numberDesktopsChanged", "screensChanged", "numberScreensChanged",
+                      "virtualScreenGeometryChanged"])
     listen(workspace, signal, () => change(burst));
 watchDesktops();
 listen(workspace, "desktopsChanged", watchDesktops);

@@ -8,6 +8,7 @@
 
 #include <unistd.h>
 
+#include <csignal>
 #include <utility>
 
 namespace kelpa::test {
@@ -32,6 +33,8 @@ FakeKwin::FakeKwin(const QString& busAddress)
     : m_name(QStringLiteral("kwin %1").arg(quintptr(this))),
       m_connection(QDBusConnection::connectToBus(busAddress, m_name))
 {
+    // As KWin does, for readers that are gone.
+    std::signal(SIGPIPE, SIG_IGN);
     m_connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
 }
 
@@ -141,7 +144,8 @@ void FakeKwin::run()
 void FakeKwin::report(const QByteArray& text, const QString& token)
 {
     QDBusMessage call = callOfScript(m_kelpa, QStringLiteral("Report"));
-    call << (token.isEmpty() ? m_token : token) << QString::fromUtf8(text);
+    call << (token.isEmpty() ? m_token : token) << QString::fromUtf8(text) << QStringLiteral("[]")
+         << QString::fromUtf8(screens);
     auto* const watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const QDBusPendingReply<> reply = *watcher;
@@ -187,6 +191,7 @@ bool FakeKwin::answerFrame(const QDBusMessage& message, const QDBusConnection& c
     pixel = {message.arguments().value(0).toInt(), message.arguments().value(1).toInt()};
     if (holdsPictures) {
         message.setDelayedReply(true);
+        m_heldPixels.append(message);
         return true;
     }
     if (m_heldPicture)
@@ -194,8 +199,26 @@ bool FakeKwin::answerFrame(const QDBusMessage& message, const QDBusConnection& c
     if (holdsPixels)
         message.setDelayedReply(true);
     else
-        connection.send(message.createErrorReply(QStringLiteral("org.kelpa.NoPixel"), {}));
+        answerPixel(message, connection);
     return true;
+}
+
+void FakeKwin::draw()
+{
+    holdsPictures = false;
+    const QList<QDBusMessage> held = std::exchange(m_heldPixels, {});
+    for (const QDBusMessage& message : held)
+        answerPixel(message, m_connection);
+}
+
+void FakeKwin::answerPixel(const QDBusMessage& message, const QDBusConnection& connection) const
+{
+    const auto pipe = message.arguments().value(5).value<QDBusUnixFileDescriptor>();
+    connection.send(message.createReply(QVariantList{picture}));
+    // Nobody may read it any more.
+    const auto written = ::write(pipe.fileDescriptor(), pictureBytes.constData(),
+                                 static_cast<std::size_t>(pictureBytes.size()));
+    Q_UNUSED(written);
 }
 
 bool FakeKwin::answerPicture(const QDBusMessage& message, const QDBusConnection& connection)

@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QList>
 #include <QPoint>
 #include <QString>
 #include <QStringList>
@@ -60,9 +61,13 @@ public:
     QString silentWindow;
     /// Whether no request for a picture gets an answer, as while it draws nothing.
     bool holdsPictures = false;
+    /// Draws again after that: pixels that were asked for get their answers.
+    void draw();
 
     /// Reports as the script does; with another token where one is given.
     void report(const QByteArray& text, const QString& token = {});
+    /// The places of the screens that all reports tell; empty for none.
+    QByteArray screens;
     /// Asks for orders as the script does; the replies are in `orders`.
     void askForOrders();
     QStringList orders;
@@ -87,6 +92,7 @@ private:
     bool isOfScript(const QString& path) const;
     void run();
     bool answerFrame(const QDBusMessage& message, const QDBusConnection& connection);
+    void answerPixel(const QDBusMessage& message, const QDBusConnection& connection) const;
     bool answerPicture(const QDBusMessage& message, const QDBusConnection& connection);
 
     const QString m_name;
@@ -95,6 +101,7 @@ private:
     QString m_token;
     int m_heldPipe = -1;
     std::optional<QDBusMessage> m_heldPicture;
+    QList<QDBusMessage> m_heldPixels;
 };
 
 /// Calls Kelpa's object for its script from a connection that is not KWin's; the name of the error.

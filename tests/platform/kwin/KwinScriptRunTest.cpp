@@ -31,10 +31,12 @@ function registerShortcut(name, text, keys, callback) {
 }
 var added = null;
 var desktopsHandlers = [];
+var screensHandlers = [];
 var workspace = {
     windowList: () => [],
     windowAdded: {connect: handler => { added = handler; }},
-    desktopsChanged: {connect: handler => { desktopsHandlers.push(handler); }}
+    desktopsChanged: {connect: handler => { desktopsHandlers.push(handler); }},
+    virtualScreenGeometryChanged: {connect: handler => { screensHandlers.push(handler); }}
 };
 // The callbacks of calls that have no reply yet.
 var unanswered = {};
@@ -42,12 +44,14 @@ var calls = {};
 var reported = [];
 var lastCall = [];
 var desktopNames = [];
+var screenPlaces = [];
 function callDBus(name, path, contract, method, ...rest) {
     lastCall = [name, path, contract, method, ...rest];
     const callback = rest.pop();
     if (method === "Report") {
         reported = JSON.parse(rest[1]);
         desktopNames = JSON.parse(rest[2]);
+        screenPlaces = JSON.parse(rest[3]);
     }
     calls[method] = (calls[method] || 0) + 1;
     (unanswered[method] = unanswered[method] || []).push(callback);
@@ -187,6 +191,25 @@ TEST_F(KwinScriptRunTest, A_report_has_all_desktops_and_the_number_of_each_windo
             << row.surroundings << row.window;
         EXPECT_EQ(run("JSON.stringify(desktopNames)").toString(), QStringLiteral(R"(["Mail",""])"));
     }
+}
+
+TEST_F(KwinScriptRunTest, Screens_are_reported_with_their_places_and_again_when_they_change)
+{
+    const auto places = [this] {
+        run("reply('Report'); screensHandlers.forEach(each => each()); fire(true)");
+        return run("JSON.stringify(screenPlaces)").toString();
+    };
+    EXPECT_EQ(places(), QStringLiteral("[]"));
+    // Before Plasma 6.
+    run("var KWin = {ScreenArea: 7};"
+        "workspace.numScreens = 2;"
+        "workspace.currentDesktop = 1;"
+        "workspace.clientArea = (area, screen, desktop) => area === 7 && desktop === 1"
+        " ? {x: 100 * screen, y: 0, width: 100, height: 50, left: 1} : null");
+    EXPECT_EQ(places(), QStringLiteral(R"([{"x":0,"y":0,"width":100,"height":50},)"
+                                       R"({"x":100,"y":0,"width":100,"height":50}])"));
+    run("workspace.screens = [{geometry: {x: 5, y: 6, width: 7, height: 8, top: 6}}]");
+    EXPECT_EQ(places(), QStringLiteral(R"([{"x":5,"y":6,"width":7,"height":8}])"));
 }
 
 TEST_F(KwinScriptRunTest, A_desktop_that_is_renamed_is_reported_with_its_new_name)
