@@ -51,7 +51,7 @@ bool isPictureDue(const KwinWindow& window, const TakenPicture& last,
 
 /// A KWin that draws nothing, as on a screen that is switched off, answers no request and keeps
 /// them all, each with its pipe, until it draws. So it is asked ever less often, and likewise for a
-/// single window that gives no picture.
+/// single window that gives no picture. What tells that it draws again ends the pause before.
 class PicturePauses
 {
 public:

@@ -33,6 +33,9 @@ const BusAddressee service{"org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde
 /// How often a request to stop is looked for while KWin writes.
 constexpr std::chrono::milliseconds stopInterval{50};
 
+/// As GDBus understands it.
+constexpr std::chrono::milliseconds noLimit{G_MAXINT};
+
 struct Pipe
 {
     FileDescriptor readEnd;
@@ -178,9 +181,9 @@ struct FrameRequests
 struct KwinScreenshots::Parts
 {
     BusReply call(const char* method, GVariant* arguments, int descriptor,
-                  const std::stop_token& stop)
+                  std::chrono::milliseconds replyLimit, const std::stop_token& stop)
     {
-        return bus.call(service, method, arguments, "(a{sv})", limit, descriptor, stop);
+        return bus.call(service, method, arguments, "(a{sv})", replyLimit, descriptor, stop);
     }
 
     /// `arguments` is consumed.
@@ -201,7 +204,7 @@ Screenshot KwinScreenshots::Parts::take(const char* method, GVariant* arguments,
     if (!pipe || stop.stop_requested())
         return {.outcome = ScreenshotOutcome::failed};
     // KWin replies before it writes.
-    const BusReply reply = call(method, held.get(), pipe->writeEnd.number(), stop);
+    const BusReply reply = call(method, held.get(), pipe->writeEnd.number(), limit, stop);
     // Otherwise the pipe never ends.
     pipe->writeEnd.close();
     if (const ScreenshotOutcome outcome = outcomeOf(reply); outcome != ScreenshotOutcome::taken) {
@@ -265,6 +268,22 @@ Screenshot KwinScreenshots::take(const QByteArray& uuid, IsShown isShown, const 
     return screenshot;
 }
 
+bool KwinScreenshots::awaitFrame(const QPoint& pixel, const std::stop_token& stop)
+{
+    std::optional<Pipe> pipe = openPipe();
+    if (!pipe)
+        return false;
+    const BusReply reply =
+        m_parts->call("CaptureArea", pixelArguments(pixel), pipe->writeEnd.number(), noLimit, stop);
+    pipe->writeEnd.close();
+    if (reply.outcome != BusCallOutcome::answered)
+        return false;
+    // KWin writes it all the same.
+    if (const std::optional<PictureForm> form = formIn(reply.value.get()))
+        bytesFrom(pipe->readEnd.number(), form->byteCount(), Clock::now() + m_parts->limit, stop);
+    return true;
+}
+
 ScreenshotOutcome KwinScreenshots::probe()
 {
     const std::optional<Pipe> pipe = openPipe();
@@ -272,7 +291,7 @@ ScreenshotOutcome KwinScreenshots::probe()
         return ScreenshotOutcome::failed;
     return outcomeOf(m_parts->call("CaptureWindow",
                                    windowArguments("{00000000-0000-0000-0000-000000000000}"),
-                                   pipe->writeEnd.number(), {}));
+                                   pipe->writeEnd.number(), m_parts->limit, {}));
 }
 
 ScreenshotOutcome KwinScreenshots::probeWithScreen()

@@ -66,6 +66,10 @@ public:
     Screenshot take(const QByteArray& uuid, IsShown isShown, const QPoint& pixel,
                     const std::stop_token& stop);
 
+    /// Waits until KWin has drawn a frame, however long that takes: a request for `pixel`, which
+    /// KWin keeps until then. Whether it has; not when `stop` is requested or KWin ends.
+    bool awaitFrame(const QPoint& pixel, const std::stop_token& stop);
+
     /// What `take` would give: `failed` where it may take pictures, since there is no such window.
     ScreenshotOutcome probe();
     /// The same with a picture of a screen, which it takes besides and drops. `unavailable` also

@@ -27,6 +27,12 @@ KwinWindowServer::KwinWindowServer(const KwinWindowServerNeeds& needs)
           [this] { m_launcherCalls.notify(m_needs.clock()); })
 {}
 
+KwinWindowServer::~KwinWindowServer()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_awaiting.request_stop();
+}
+
 std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
 {
     const KwinReading reading = m_link.read();
@@ -51,8 +57,9 @@ std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
         m_windows = windows;
         if (isNewRun)
             m_cancelledInARow = 0;
-        if (isNewRun)
-            m_pauses = {};
+        // A screen that comes is one that KWin draws on.
+        if (isNewRun || (reading.windows && m_screens != reading.screens))
+            endPauses();
         if (reading.windows)
             m_screens = reading.screens;
         endPausesOfActivated(windows);
@@ -104,7 +111,7 @@ std::optional<WindowCapture> KwinWindowServer::captureWindow(const CaptureReques
                                                              const std::stop_token& stop)
 {
     const std::optional<KwinWindow> window = windowOf(request.window);
-    const auto now = std::chrono::steady_clock::now();
+    const Scheduler::Time now = m_needs.clock();
     if (!window || request.largest.isEmpty())
         return std::nullopt;
     {
@@ -123,6 +130,8 @@ std::optional<WindowCapture> KwinWindowServer::captureWindow(const CaptureReques
         m_screenshots.take(window->uuid, isShown ? IsShown::yes : IsShown::no, shownPixel(), stop);
     notePictures(screenshot.outcome);
     noteSilence(window->uuid, screenshot.outcome);
+    if (screenshot.outcome == ScreenshotOutcome::drawsNothing)
+        awaitFrame();
     if (screenshot.outcome != ScreenshotOutcome::taken)
         return std::nullopt;
     {
@@ -153,6 +162,34 @@ QPoint KwinWindowServer::shownPixel() const
     return pixelOnScreen(m_screens, shown);
 }
 
+void KwinWindowServer::endPauses()
+{
+    m_pauses = {};
+    m_pausesOfWindows.clear();
+    m_awaiting.request_stop();
+}
+
+void KwinWindowServer::awaitFrame()
+{
+    const QPoint pixel = shownPixel();
+    std::stop_token ended;
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_isAwaitingFrame || !m_pauses.isPausing(m_needs.clock()))
+            return;
+        m_isAwaitingFrame = true;
+        m_awaiting = std::stop_source();
+        ended = m_awaiting.get_token();
+    }
+    m_frames = std::jthread([this, pixel, ended] {
+        const bool isDrawn = m_screenshots.awaitFrame(pixel, ended);
+        const std::scoped_lock lock(m_mutex);
+        m_isAwaitingFrame = false;
+        if (isDrawn)
+            endPauses();
+    });
+}
+
 /// Somebody is there, so KWin draws.
 void KwinWindowServer::endPausesOfActivated(
     const std::optional<std::vector<NumberedKwinWindow>>& windows)
@@ -172,7 +209,7 @@ void KwinWindowServer::noteSilence(const QByteArray& uuid, ScreenshotOutcome out
 {
     const std::scoped_lock lock(m_mutex);
     if (outcome == ScreenshotOutcome::silent)
-        m_pausesOfWindows[uuid].note(true, std::chrono::steady_clock::now());
+        m_pausesOfWindows[uuid].note(true, m_needs.clock());
     else if (outcome != ScreenshotOutcome::drawsNothing)
         m_pausesOfWindows.erase(uuid);
 }
@@ -189,7 +226,7 @@ void KwinWindowServer::notePictures(ScreenshotOutcome outcome)
     {
         const std::scoped_lock lock(m_mutex);
         m_hasTakenOne = m_hasTakenOne || outcome == ScreenshotOutcome::taken;
-        m_pauses.note(outcome == ScreenshotOutcome::drawsNothing, std::chrono::steady_clock::now());
+        m_pauses.note(outcome == ScreenshotOutcome::drawsNothing, m_needs.clock());
         m_cancelledInARow = outcome == ScreenshotOutcome::cancelled ? m_cancelledInARow + 1 : 0;
         if (m_cancelledInARow >= mostCancelled && !m_hasTakenOne)
             standing = PictureStanding::withoutOpenGL;

@@ -26,7 +26,9 @@
 #include <mutex>
 #include <optional>
 #include <set>
+#include <stop_token>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace kelpa::kwin {
@@ -57,6 +59,9 @@ class KwinWindowServer final : public WindowServer
 {
 public:
     explicit KwinWindowServer(const KwinWindowServerNeeds& needs);
+    ~KwinWindowServer() override;
+    KwinWindowServer(const KwinWindowServer&) = delete;
+    KwinWindowServer& operator=(const KwinWindowServer&) = delete;
 
     /// True while KWin is there, also while it hangs.
     bool isScreenCaptureTrusted() const override { return m_isThere; }
@@ -69,7 +74,8 @@ public:
     /// While KWin hangs, its windows are those that were reported last; also while a script that
     /// was loaded since has not reported yet, for `KwinLinkOptions::reportLimit` at most.
     std::unique_ptr<DiscoverySource> openDiscoverySource() override;
-    /// Nothing while KWin pauses, see `PicturePauses`, until a window is activated.
+    /// Nothing while KWin pauses, see `PicturePauses`, until it draws again, a window is activated
+    /// or the screens are others.
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
     bool isPausing() const override;
@@ -107,6 +113,10 @@ private:
     void loadScript();
     /// As `pixelOnScreen`.
     QPoint shownPixel() const;
+    /// `m_mutex` is held.
+    void endPauses();
+    /// While KWin pauses, waits on a thread of its own until KWin draws.
+    void awaitFrame();
     void endPausesOfActivated(const std::optional<std::vector<NumberedKwinWindow>>& windows);
     void notePictures(ScreenshotOutcome outcome);
     void noteSilence(const QByteArray& uuid, ScreenshotOutcome outcome);
@@ -147,8 +157,13 @@ private:
     MainThreadNotifier m_summons;
     /// Of each call of the launcher.
     MainThreadNotifier m_launcherCalls;
-    /// Last: its thread uses the others.
+    /// Whether `m_frames` waits for a frame, and what ends that.
+    bool m_isAwaitingFrame = false;
+    std::stop_source m_awaiting;
+    // Last: their threads use the others.
     KwinLink m_link;
+    /// Only `captureWindow` starts it, when it has ended.
+    std::jthread m_frames;
 };
 
 } // namespace kelpa::kwin
