@@ -1,6 +1,8 @@
 """Previews from the screenshot service of a KWin that draws with OpenGL, as on a real screen."""
 
+import re
 import sys
+import time
 
 import board as boards
 import settings
@@ -30,8 +32,8 @@ def _shows(desktop, kelpa, title, colour):
     return look
 
 
-def _open_painted(desktop, title, colour):
-    windows = PlainWindows()
+def _open_painted(desktop, title, colour, width=200):
+    windows = PlainWindows(width=width)
     windows.fill(colour)
     window = windows.open(title.encode())
     desktop.wait_for_window(title)
@@ -77,6 +79,41 @@ def a_preview_follows_its_window_and_goes_with_it(desktop, binary):
         windows.close(window)
         wait_until("its card is gone",
                    lambda: kelpa.board.card(boards.UNSORTED, "Painted anew") is None)
+
+
+def _pictures_taken(kelpa, width):
+    """How many of windows about as wide as that, whose frames KWin draws."""
+    widths = map(int, re.findall(r"captured a window of (\d+) x \d+ pixels", kelpa.output()))
+    return sum(abs(each - width) < 50 for each in widths)
+
+
+@on_desktop(has_opengl=True)
+def a_window_that_does_not_change_is_not_taken_again(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.name_in_entry(binary)
+    desktop.name_in_entry(sys.executable)
+    _open_painted(desktop, "Still", _BLUE, width=200)
+    windows, window = _open_painted(desktop, "Changing", _GREEN, width=400)
+    began = time.monotonic()
+    with Kelpa(desktop, binary, path, env={"QT_LOGGING_RULES": "kelpa.store.debug=true"}) as kelpa:
+        kelpa.wait_for_previews(boards.UNSORTED)
+
+        def change(turn):
+            before = _pictures_taken(kelpa, 400)
+            windows.rename(window, b"Changed %d" % turn)
+            wait_until("the other window is taken again", lambda: _pictures_taken(kelpa, 400) > before)
+
+        # A first picture of one colour alone is taken a second time.
+        for turn in range(2):
+            change(turn)
+        before = _pictures_taken(kelpa, 200)
+        assert before >= 1
+        for turn in range(8):
+            change(turn)
+        # KWin does not tell when a window draws, so each is taken every half minute.
+        taken = _pictures_taken(kelpa, 200) - before
+        assert taken <= (time.monotonic() - began) // 30, taken
 
 
 @on_desktop(has_opengl=True)
