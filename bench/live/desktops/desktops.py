@@ -14,8 +14,12 @@ import tempfile
 
 _HERE = pathlib.Path(__file__).resolve().parent
 _TESTS = _HERE.parents[2] / "tests"
-# Those of the tests: each starts its desktop and skips where it is not installed.
-_RUNNERS = {"X11": "desktop", "sway": "wayland", "GNOME Shell": "gnome", "KWin": "kwin"}
+# The folder of the tests, the module, the function and the root with another system. Each starts its desktop, and
+# skips where that is not installed, or scripts/test-roots has not made the root.
+_DESKTOPS = {"X11": ("desktop", "on_desktop", "measure_on_x11"), "sway": ("wayland", "on_desktop", "measure"),
+             "GNOME Shell": ("gnome", "on_desktop", "measure"), "KWin": ("kwin", "on_desktop", "measure"),
+             "labwc 0.8": ("wayland", "on_labwc", "measure", "trixie"),
+             "labwc 0.20": ("wayland", "on_labwc", "measure", "testing")}
 _VERSIONS = {"X11": ("openbox", "--version"), "sway": ("sway", "--version"),
              "GNOME Shell": ("gnome-shell", "--version"), "KWin": ("kwin_wayland", "--version")}
 _SKIPPED = 77
@@ -33,9 +37,10 @@ def _round(name, program, plan):
         os.chmod(directory, 0o755)
         environment = os.environ | {"KELPA_BENCH_PLAN": json.dumps(plan), "PYTHONPATH": str(_HERE),
                                     "PYTHONDONTWRITEBYTECODE": "1"}
+        folder, *what = _DESKTOPS[name]
         done = subprocess.run(
-            ["/usr/bin/python3", "-B", str(_TESTS / _RUNNERS[name] / "run_scenario.py"), str(program),
-             f"{directory}/session", "on_desktop", "measure_on_x11" if name == "X11" else "measure"],
+            ["/usr/bin/python3", "-B", str(_TESTS / folder / "run_scenario.py"), str(program),
+             f"{directory}/session", *what],
             env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True, check=False)
     if done.returncode == _SKIPPED:
         print(f"{name}: {done.stdout.strip()}", file=sys.stderr)
@@ -47,6 +52,8 @@ def _round(name, program, plan):
 
 
 def _version(name):
+    if name not in _VERSIONS:
+        return f"that of the root {_DESKTOPS[name][-1]}"
     try:
         output = subprocess.run(_VERSIONS[name], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                 stderr=subprocess.DEVNULL, text=True, check=False).stdout
@@ -68,7 +75,7 @@ def _cell(rounds, figure, reference):
 
 
 def _print_table(rounds):
-    names = [name for name in _RUNNERS if rounds[name]]
+    names = [name for name in _DESKTOPS if rounds[name]]
     print("| median (ratio to X11) | " + " | ".join(names) + " |")
     print("|---|" + "---:|" * len(names))
     reference = rounds["X11"] or None
@@ -82,11 +89,11 @@ def main():
     parser.add_argument("program", type=lambda text: pathlib.Path(text).resolve())
     parser.add_argument("--rounds", type=int, default=3)
     parser.add_argument("--short", action="store_true", help="few windows, for a moment")
-    parser.add_argument("--desktop", action="append", choices=list(_RUNNERS), help="instead of all of them")
+    parser.add_argument("--desktop", action="append", choices=list(_DESKTOPS), help="instead of all of them")
     arguments = parser.parse_args()
     plan = _SHORT_PLAN if arguments.short else _PLAN
-    wanted = arguments.desktop or list(_RUNNERS)
-    rounds = {name: [] for name in _RUNNERS}
+    wanted = arguments.desktop or list(_DESKTOPS)
+    rounds = {name: [] for name in _DESKTOPS}
     before = os.getloadavg()[0]
     for _ in range(arguments.rounds):
         # One that is not installed is not asked for again.

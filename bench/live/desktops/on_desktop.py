@@ -94,8 +94,10 @@ class Run:
         return [float(each[3]) for each in found if each and (int(each[1]), int(each[2])) == size]
 
     def bring_forward(self):
+        # labwc knows no processes.
         own = wait_until("Kelpa's window is listed", lambda: next(
-            (each for each in self._desktop.windows() if each.pid == self.process.pid), None))
+            (each for each in self._desktop.windows()
+             if each.pid == self.process.pid or (not each.pid and each.title == "Kelpa")), None))
         self._desktop.activate(own)
 
     def _update(self):
