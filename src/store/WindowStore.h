@@ -195,7 +195,8 @@ public:
     void goBack();
     /// Asks the application that owns the window to quit.
     void closeProcess(const WindowItem& window);
-    /// Opens a new window and assigns it to the goal when it appears.
+    /// Opens a new window and assigns it to the goal when it appears. A toast says where there is
+    /// nothing to open.
     void createTerminal(GoalID goalID);
     void createChrome(GoalID goalID);
     /// Opens windows again that the goal had and that are not there, and puts each into it when it

@@ -141,14 +141,22 @@ void WindowStore::closeProcess(const WindowItem& window)
 
 void WindowStore::createTerminal(GoalID goalID)
 {
-    if (m_state.hasGoal(goalID))
-        m_parts->launches.launch(LaunchableApplication::terminal, goalID);
+    m_parts->launch(LaunchableApplication::terminal, goalID, CopyKey::NoTerminalFound);
 }
 
 void WindowStore::createChrome(GoalID goalID)
 {
-    if (m_state.hasGoal(goalID))
-        m_parts->launches.launch(LaunchableApplication::chrome, goalID);
+    m_parts->launch(LaunchableApplication::chrome, goalID, CopyKey::NoBrowserFound);
+}
+
+void WindowStore::Parts::launch(LaunchableApplication application, GoalID goalID, CopyKey failure)
+{
+    if (!state.hasGoal(goalID))
+        return;
+    launches.launch(application, goalID, [this, failure] {
+        const Update update(state.changes);
+        toast.show(failure, Toast::Offer::none);
+    });
 }
 
 void WindowStore::reopen(GoalID goalID, const QSet<WindowID>& remembered)

@@ -90,6 +90,8 @@ struct WindowStore::Parts
     void migrateLegacyTerminalAssignments(const QList<WindowItem>& discovered);
     /// These windows are remembered ones: they go back to their goals.
     void takeRecalledWindows(const QList<RecalledWindow>& windows);
+    /// Says `failure` where there is nothing to launch.
+    void launch(LaunchableApplication application, GoalID goalID, CopyKey failure);
     /// The window that was opened for the goal has appeared, or the remembered one that was opened
     /// again.
     void takeLaunchedWindow(GoalID goalID, WindowID windowID, std::optional<WindowID> remembered);

@@ -79,6 +79,8 @@ enum class CopyKey {
     AddWindowsToGoal,
     OpenChrome,
     OpenTerminal,
+    NoBrowserFound,
+    NoTerminalFound,
     ShowAllWindows,
     WorkOnGoal,
     GoBack,

@@ -80,7 +80,7 @@ TEST_F(LaunchOperations, A_launch_that_fails_or_an_unknown_goal_ends_it)
     store().createTerminal(a);
     scheduler.advance(0ms);
     EXPECT_EQ(desktop.calls.count(QStringLiteral("launch terminal")), 1);
-    EXPECT_EQ(scheduler.timersDue(), 0);
+    EXPECT_EQ(scheduler.timersDue(), 1) << "the toast that says so";
 
     desktop.canLaunch = true;
     desktop.calls.clear();
@@ -89,6 +89,27 @@ TEST_F(LaunchOperations, A_launch_that_fails_or_an_unknown_goal_ends_it)
     store().createChrome(GoalID::create());
     scheduler.advance(1s);
     EXPECT_TRUE(desktop.calls.isEmpty());
+}
+
+TEST_F(LaunchOperations, A_goal_for_which_nothing_can_be_launched_says_so)
+{
+    const GoalID a = makeGoal();
+    store().setLanguage(AppLanguage::english);
+    desktop.canLaunch = false;
+    store().createChrome(a);
+    EXPECT_EQ(store().toastMessage(), std::nullopt) << "nobody has tried";
+    scheduler.advance(0ms);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("No browser found to open"));
+    EXPECT_FALSE(store().toastOffersUndo());
+    store().createTerminal(a);
+    scheduler.advance(0ms);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("No terminal found to open"));
+
+    desktop.canLaunch = true;
+    scheduler.advance(3s);
+    store().createChrome(a);
+    scheduler.advance(0ms);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
 }
 
 TEST_F(LaunchOperations, A_goal_that_is_deleted_meanwhile_gets_no_window)

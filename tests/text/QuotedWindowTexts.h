@@ -60,6 +60,14 @@ inline constexpr std::array quotedWindowTexts = std::to_array<QuotedText>({
       u"창 목록이 변경되었습니다. 다시 선택하세요.",
       u"La liste des fenêtres a changé. Refaites votre sélection.",
       u"Die Fensterliste hat sich geändert. Bitte wähle erneut aus."}},
+    {CopyKey::NoBrowserFound,
+     {u"没有找到可打开的浏览器", u"No browser found to open", u"開けるブラウザーが見つかりません",
+      u"열 수 있는 브라우저를 찾지 못했습니다", u"Aucun navigateur à ouvrir n’a été trouvé",
+      u"Kein Browser gefunden, der sich öffnen lässt"}},
+    {CopyKey::NoTerminalFound,
+     {u"没有找到可打开的终端", u"No terminal found to open", u"開けるターミナルが見つかりません",
+      u"열 수 있는 터미널을 찾지 못했습니다", u"Aucun terminal à ouvrir n’a été trouvé",
+      u"Kein Terminal gefunden, das sich öffnen lässt"}},
 });
 
 } // namespace kelpa::test

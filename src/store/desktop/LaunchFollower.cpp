@@ -25,12 +25,17 @@ LaunchFollower::LaunchFollower(Applications& applications, Scheduler& scheduler,
       m_tasks(scheduler)
 {}
 
-void LaunchFollower::launch(LaunchableApplication application, GoalID goalID)
+void LaunchFollower::launch(LaunchableApplication application, GoalID goalID,
+                            std::function<void()> failed)
 {
     const Number number = addPending(goalID, std::nullopt);
     m_launches.add([application, &applications = m_applications](
                        const std::stop_token&) { return applications.launch(application); },
-                   [this, number](const std::optional<Launch>& launch) { follow(number, launch); });
+                   [this, number, failed = std::move(failed)](const std::optional<Launch>& launch) {
+                       follow(number, launch);
+                       if (!launch)
+                           failed();
+                   });
 }
 
 void LaunchFollower::reopen(const RememberedWindow& window, GoalID goalID,

@@ -37,8 +37,9 @@ public:
     LaunchFollower(Applications& applications, Scheduler& scheduler,
                    const QList<WindowItem>& windows, RequestPass requestPass, Appeared appeared);
 
-    /// A launch that fails, or whose window does not appear in time, ends silently.
-    void launch(LaunchableApplication application, GoalID goalID);
+    /// A launch whose window does not appear in time ends silently; `failed` is called when there
+    /// is nothing to launch, or it cannot be started.
+    void launch(LaunchableApplication application, GoalID goalID, std::function<void()> failed);
     struct ReopeningHandlers
     {
         /// Called once: the application was started, or not.

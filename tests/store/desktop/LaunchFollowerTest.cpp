@@ -23,7 +23,10 @@ class LaunchFollowerTest : public testing::Test
 protected:
     LaunchFollowerTest() { desktop.launchedIdentifier = terminal; }
 
-    void launch(GoalID goalID) { follower.launch(LaunchableApplication::terminal, goalID); }
+    void launch(GoalID goalID)
+    {
+        follower.launch(LaunchableApplication::terminal, goalID, [this] { ++failures; });
+    }
 
     void showTerminal(WindowID id)
     {
@@ -64,6 +67,7 @@ protected:
     ManualScheduler scheduler;
     QList<WindowItem> windows;
     int passesRequested = 0;
+    int failures = 0;
     Windows appeared;
     /// Called when the next window appears.
     std::function<void()> whenAppeared = [] {};
@@ -73,6 +77,24 @@ protected:
                                 std::exchange(whenAppeared, [] {})();
                             }};
 };
+
+TEST_F(LaunchFollowerTest, A_launch_without_anything_to_start_fails_at_once_and_asks_for_no_pass)
+{
+    desktop.canLaunch = false;
+    launch(goal);
+    EXPECT_EQ(failures, 0);
+    scheduler.advance(0ms);
+    EXPECT_EQ(failures, 1);
+    scheduler.advance(10s);
+    EXPECT_EQ(failures, 1);
+    EXPECT_EQ(passesRequested, 0);
+
+    desktop.canLaunch = true;
+    launch(goal);
+    awaitWindows();
+    EXPECT_EQ(failures, 1) << "it was started";
+    EXPECT_GT(passesRequested, 0);
+}
 
 TEST_F(LaunchFollowerTest, Requests_one_pass_at_a_time_and_reports_the_window_once)
 {
