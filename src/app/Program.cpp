@@ -80,6 +80,10 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
             [this] { m_view.setDoubleTapOffered(m_doubleTap.isAvailable()); });
     connect(&m_view, &ViewEngine::hidden, this, &Program::rest);
     connect(&m_view, &ViewEngine::quitConfirmed, this, &Program::quit);
+    connect(&m_view, &ViewEngine::frontWanted, this, [this] {
+        if (m_raiser && isBoardVisible())
+            m_raiser->raise();
+    });
     connect(&m_entry, &EntryWindow::closed, this, &Program::noteEntryClosed);
     connect(&m_presence, &Presence::quitRequested, this, &Program::quit);
     m_application.installEventFilter(this);
@@ -241,6 +245,7 @@ void Program::bringForward(const ActivationContext& context)
         m_store.startObserving();
         m_presence.noteShown();
     }
+    m_view.noteCall();
     m_raiser->raise(context);
 }
 

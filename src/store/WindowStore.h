@@ -14,6 +14,7 @@
 #include <QSet>
 #include <QSize>
 
+#include <functional>
 #include <memory>
 #include <variant>
 
@@ -191,8 +192,9 @@ public:
     /// the others stay. Does nothing unless `canWorkOn`.
     void workOn(GoalID goalID);
     /// Gives the windows the state that they had before the person began to work on a goal, but
-    /// those that the person has changed since. Lasts as long as the program. No step.
-    void goBack();
+    /// those that the person has changed since. Lasts as long as the program. No step. `sent` is
+    /// called from the event loop once all of it has been requested, if there is anything to do.
+    void goBack(std::function<void()> sent = {});
     /// Asks the application that owns the window to quit.
     void closeProcess(const WindowItem& window);
     /// Opens a new window and assigns it to the goal when it appears. A toast says where there is

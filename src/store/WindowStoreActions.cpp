@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace kelpa {
 
@@ -102,7 +103,7 @@ void WindowStore::workOn(GoalID goalID)
     m_parts->publishWork();
 }
 
-void WindowStore::goBack()
+void WindowStore::goBack(std::function<void()> sent)
 {
     const Update update(m_state.changes);
     if (!m_parts->canArrange())
@@ -110,7 +111,7 @@ void WindowStore::goBack()
     const WindowArrangement back = m_parts->work.goBack(m_state.windows);
     if (back.isEmpty())
         return;
-    m_parts->activations.enqueue(back);
+    m_parts->activations.enqueue(back, std::move(sent));
     m_parts->publishWork();
 }
 

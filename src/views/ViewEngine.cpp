@@ -123,6 +123,8 @@ struct ViewEngine::Parts
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     bool isOccluded = false;
+    /// The window is called for, and does not have the keyboard yet.
+    bool isCalled = false;
     std::function<bool()> stays;
     const std::unique_ptr<ViewTypes> types;
     /// Null before `load`. Destroyed before the engine.
@@ -149,6 +151,8 @@ ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
     // Before the window hears of it, and closes.
     connect(m_parts->controller.presence(), &PresenceController::quitConfirmed, this,
             &ViewEngine::quitConfirmed);
+    connect(m_parts->controller.goals(), &GoalController::frontWanted, this,
+            &ViewEngine::frontWanted);
 }
 
 ViewEngine::~ViewEngine() = default;
@@ -268,6 +272,11 @@ void ViewEngine::noteDoubleTap()
     m_parts->controller.firstSteps()->noteReturn();
 }
 
+void ViewEngine::noteCall()
+{
+    m_parts->isCalled = window() != nullptr && !window()->isActive();
+}
+
 void ViewEngine::followAppearance(AppearanceSetting& setting)
 {
     m_parts->desktopAppearance->followAppearance(setting);
@@ -338,8 +347,11 @@ bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
     // Also sent when the window is minimised, or on another desktop.
     if (event->type() == QEvent::Expose && watched == window())
         updateSeen();
-    if (event->type() == QEvent::FocusIn && watched == window())
+    if (event->type() == QEvent::FocusIn && watched == window()) {
         m_parts->controller.search()->noteForward();
+        if (std::exchange(m_parts->isCalled, false))
+            Q_EMIT m_parts->controller.cameForward();
+    }
     if (event->type() == QEvent::KeyPress && watched == window() && !m_parts->input)
         keepTyped(static_cast<QKeyEvent&>(*event));
     return QObject::eventFilter(watched, event);

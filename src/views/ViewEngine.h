@@ -77,6 +77,9 @@ public:
     void setDoubleTapOffered(bool isOffered);
     /// Reports a double tap of Command.
     void noteDoubleTap();
+    /// Reports that the window is called for: when it has the keyboard, it shows what is selected,
+    /// on which keys act.
+    void noteCall();
 
     /// Follows this setting of the desktop from now on, unless the options have fixed its value.
     /// Several settings of motion may be followed: one that asks to reduce it is enough. Called
@@ -118,6 +121,8 @@ Q_SIGNALS:
     void hidden();
     /// The person wants to quit, and nobody is to be asked any more.
     void quitConfirmed();
+    /// The window is to be in front again, where the person has it.
+    void frontWanted();
 
 private:
     struct Parts;

@@ -160,6 +160,10 @@ def a_first_board_in_german_and_japanese_and_its_menu_look_as_they_did(desktop, 
             kelpa.focus()
             wait_until("the language is offered", lambda offer=offer: kelpa.board.button(offer)).press()
             wait_until("the board speaks it", lambda new_goal=new_goal: kelpa.board.button(new_goal))
+            # The first goal can be typed; the board has a menu of its own.
+            wait_until("a title can be typed", kelpa.board.focused_field)
+            desktop.key("Escape")
+            wait_until("the board has the keys", lambda: not kelpa.board.focused_field())
             pictures.match(f"first-board-{language}")
             desktop.key("Menu")
             wait_until("the menu is open",

@@ -102,6 +102,25 @@ TEST_F(WorkOperations, Back_restores_what_was_changed_and_only_once)
     EXPECT_EQ(takeRequests(), QStringList());
 }
 
+TEST_F(WorkOperations, Who_goes_back_hears_when_all_of_it_has_been_requested)
+{
+    open(4);
+    bool isSent = false;
+    const auto note = [this, &isSent] {
+        EXPECT_TRUE(desktop.calls.contains(QStringLiteral("unminimize 3")));
+        isSent = true;
+    };
+    store().goBack(note);
+    scheduler.advance(0ms);
+    EXPECT_FALSE(isSent) << "there was nothing to go back to";
+    store().workOn(goalID);
+    takeRequests();
+    store().goBack(note);
+    EXPECT_FALSE(isSent);
+    takeRequests();
+    EXPECT_TRUE(isSent);
+}
+
 TEST_F(WorkOperations, Working_on_it_again_right_after_going_back_does_the_same_again)
 {
     open(4);

@@ -2,6 +2,8 @@
 
 #include "windows/WindowActions.h"
 
+#include <utility>
+
 namespace kelpa {
 
 ActivationQueue::ActivationQueue(Applications& applications, Accessibility& accessibility,
@@ -21,7 +23,7 @@ void ActivationQueue::enqueue(const QList<WindowItem>& windows)
         [](Done) {});
 }
 
-void ActivationQueue::enqueue(const WindowArrangement& arrangement)
+void ActivationQueue::enqueue(const WindowArrangement& arrangement, std::function<void()> sent)
 {
     m_queue.add(
         [arrangement, &applications = m_applications,
@@ -29,7 +31,10 @@ void ActivationQueue::enqueue(const WindowArrangement& arrangement)
             arrange(arrangement, applications, accessibility, stop);
             return Done{};
         },
-        [](Done) {});
+        [sent = std::move(sent)](Done) {
+            if (sent)
+                sent();
+        });
 }
 
 void ActivationQueue::enqueue(const QList<DesktopMove>& moves)

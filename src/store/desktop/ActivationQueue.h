@@ -10,6 +10,8 @@
 
 #include <QList>
 
+#include <functional>
+
 namespace kelpa {
 
 /// Main thread; the activations themselves run in the background.
@@ -22,8 +24,8 @@ public:
 
     /// Activates all of them, the last one topmost, after those that were enqueued before.
     void enqueue(const QList<WindowItem>& windows);
-    /// Carries the requests out likewise.
-    void enqueue(const WindowArrangement& arrangement);
+    /// Carries the requests out likewise, and calls `sent` when all have been sent.
+    void enqueue(const WindowArrangement& arrangement, std::function<void()> sent = {});
     /// Sends the windows to virtual desktops likewise.
     void enqueue(const QList<DesktopMove>& moves);
     /// All requests have been sent.

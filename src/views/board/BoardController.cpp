@@ -13,6 +13,7 @@ BoardController::BoardController(WindowStore& store, QObject* parent)
       m_windows(store)
 {
     connect(&store, &WindowStore::languageChanged, this, &BoardController::languageChanged);
+    connect(&m_languageOffer, &LanguageOffer::taken, &m_firstSteps, &FirstSteps::goalRequested);
     connect(&m_goals, &GoalController::exportRequested, &m_exporting, &ExportController::open);
     connect(&store, &WindowStore::isAutoSortingGoalsChanged, this,
             &BoardController::isAutoSortingGoalsChanged);

@@ -180,6 +180,8 @@ Q_SIGNALS:
     void selectionChanged();
     /// Asks the board to scroll to the selection, even if it has been selected before.
     void selectionRequested();
+    /// The person has called for the board and is back at it.
+    void cameForward();
     /// The selected target has moved among the others.
     void selectedTargetMoved();
     /// A step in the selected target has been taken back or done again.

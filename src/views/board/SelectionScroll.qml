@@ -111,6 +111,9 @@ Item {
         function onChangeRestored(): void {
             root.follow();
         }
+        function onCameForward(): void {
+            forward.restart();
+        }
         function onSelectedTargetMoved(): void {
             const row = root.board.selectedTarget;
             if (row === root.selectionFocus.focusedRow()
@@ -157,6 +160,15 @@ Item {
             root.showSelection();
             root.isKept = true;
         }
+    }
+    // Runs when the item that had the focus has it again: where something is being written, keys are for
+    // that.
+    Timer {
+        id: forward
+
+        interval: 0
+        onTriggered: if (root.board.selectedTarget >= 0 && !root.selectionFocus.isWriting)
+            root.follow()
     }
     // Scrolls after the list that contains the item has scrolled to it.
     Timer {

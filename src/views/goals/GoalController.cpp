@@ -9,6 +9,8 @@
 #include "views/models/ColumnID.h"
 #include "views/models/DragPayload.h"
 
+#include <QPointer>
+
 #include <algorithm>
 
 namespace kelpa {
@@ -217,7 +219,11 @@ void GoalController::workOnSelection()
 
 void GoalController::goBack()
 {
-    m_store.goBack();
+    // Windows that come back cover what lies below them.
+    m_store.goBack([guard = QPointer(this)] {
+        if (guard != nullptr)
+            Q_EMIT guard->frontWanted();
+    });
 }
 
 void GoalController::goToColumn(const QString& columnID)

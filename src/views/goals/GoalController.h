@@ -122,6 +122,8 @@ Q_SIGNALS:
     void selectedBreadcrumbChanged();
     /// The selection has changed.
     void selectionChanged();
+    /// The person has gone back on the board, which is to stay in front of the windows.
+    void frontWanted();
     /// Asks the board to scroll to the selected column, even if it has been selected before.
     void columnRequested();
     /// Asks a person for another title of the goal.

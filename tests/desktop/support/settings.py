@@ -77,7 +77,7 @@ def read_live(path):
 
 def write(path, language="en", goals=(), is_auto_sorting=True, is_unsorted_unfolded=False,
           is_closing_quitting=False):
-    """A new file with a language and `goals`, pairs of a title and its open todos' titles."""
+    """A new file with a language, or none, and `goals`, pairs of a title and its open todos' titles."""
     path = pathlib.Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
     accents = ("blue", "green", "orange", "purple", "pink")
@@ -94,7 +94,8 @@ def write(path, language="en", goals=(), is_auto_sorting=True, is_unsorted_unfol
     try:
         with connection:
             connection.execute(_CREATE)
-            connection.execute(_WRITE, ("kelpa.language", language))
+            if language is not None:
+                connection.execute(_WRITE, ("kelpa.language", language))
             connection.execute(_WRITE, ("kelpa.autoSortingGoals", int(is_auto_sorting)))
             if is_unsorted_unfolded:
                 connection.execute(_WRITE, ("kelpa.unsortedUnfolded", 1))

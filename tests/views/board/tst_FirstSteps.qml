@@ -66,6 +66,16 @@ Item {
         function hintsShown() {
             return Array.from(hints()).filter(hint => hint.visible && hint.text).map(hint => hint.text);
         }
+        function test_after_the_language_the_first_goal_is_typed() {
+            const language = world.board.languageIndex;
+            verify(!field().activeFocus);
+            world.board.languageOffer.take(0);
+            verify(field().activeFocus);
+            keyClick(Qt.Key_Escape);
+            root.forceActiveFocus();
+            left.clear();
+            world.board.setLanguageIndex(language);
+        }
         function test_each_step_is_ticked_off_and_the_last_one_takes_all_away() {
             world.offerDoubleTap(true);
             compare(stepNames(), ["Type what you are working on",

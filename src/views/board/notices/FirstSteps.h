@@ -50,6 +50,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// What is typed now is the first goal, if there is none.
+    void goalRequested();
 
 private:
     void update();

@@ -47,6 +47,14 @@ Rectangle {
     Accessible.ignored: !visible
     Accessible.name: ViewSettings.copy.text(CopyKey.FirstSteps)
 
+    Connections {
+        target: root.steps
+
+        function onGoalRequested(): void {
+            if (!root.hasGoal)
+                field.forceActiveFocus();
+        }
+    }
     TextMetrics {
         id: example
 

@@ -40,8 +40,10 @@ QStringList LanguageOffer::keys() const
 
 void LanguageOffer::take(int index)
 {
-    if (index >= 0 && index < m_languages.size())
-        m_store.chooseLanguage(m_languages.at(index));
+    if (index < 0 || index >= m_languages.size())
+        return;
+    m_store.chooseLanguage(m_languages.at(index));
+    Q_EMIT taken();
 }
 
 } // namespace kelpa

@@ -40,6 +40,8 @@ public:
 
 Q_SIGNALS:
     void isOpenChanged();
+    /// The person has taken one of the languages here.
+    void taken();
 
 private:
     WindowStore& m_store;
