@@ -122,6 +122,12 @@ QString CopyTable::statusHelp(const QString& status) const
     return value ? KelpaCopy::statusHelp(*value, m_language) : QString();
 }
 
+QString CopyTable::nextStatus(const QString& next) const
+{
+    const std::optional<TodoStatus> value = todoStatusFromRawValue(next);
+    return value ? KelpaCopy::nextStatus(*value, m_language) : QString();
+}
+
 QString CopyTable::statusAccessibilityLabel(const QString& status) const
 {
     const std::optional<TodoStatus> value = todoStatusFromRawValue(status);

@@ -53,6 +53,7 @@ public:
     /// `status` and `priority` are stored texts; an unknown one gives an empty text.
     Q_INVOKABLE QString statusName(const QString& status) const;
     Q_INVOKABLE QString statusHelp(const QString& status) const;
+    Q_INVOKABLE QString nextStatus(const QString& next) const;
     Q_INVOKABLE QString statusAccessibilityLabel(const QString& status) const;
     Q_INVOKABLE QString priorityName(const QString& priority) const;
     Q_INVOKABLE QString priorityAccessibilityLabel(const QString& priority) const;

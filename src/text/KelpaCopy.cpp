@@ -80,6 +80,10 @@ constexpr Frames statusHelpFrames({u"当前状态：", u"；单击更改"},
                                   {u"État actuel : ", u"; cliquez pour changer"},
                                   {u"Aktueller Status: ", u"; zum Ändern klicken"});
 
+constexpr Frames nextStatusFrames({u"下一状态：", u""}, {u"Next status: ", u""},
+                                  {u"次の状態：", u""}, {u"다음 상태: ", u""},
+                                  {u"État suivant : ", u""}, {u"Nächster Status: ", u""});
+
 constexpr Frames statusAccessibilityFrames({u"待办状态：", u""}, {u"Todo status: ", u""},
                                            {u"タスクの状態：", u""}, {u"할 일 상태: ", u""},
                                            {u"État de la tâche : ", u""},
@@ -258,6 +262,11 @@ QString statusName(TodoStatus status, AppLanguage language)
 QString statusHelp(TodoStatus status, AppLanguage language)
 {
     return statusHelpFrames[language].around(statusName(status, language));
+}
+
+QString nextStatus(TodoStatus next, AppLanguage language)
+{
+    return nextStatusFrames[language].around(statusName(next, language));
 }
 
 QString statusAccessibilityLabel(TodoStatus status, AppLanguage language)

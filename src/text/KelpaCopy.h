@@ -30,6 +30,8 @@ QString statusName(TodoStatus status, AppLanguage language);
 
 /// Describes the control that shows a todo's status and advances it on a click.
 QString statusHelp(TodoStatus status, AppLanguage language);
+/// Says which status the click brings.
+QString nextStatus(TodoStatus next, AppLanguage language);
 QString statusAccessibilityLabel(TodoStatus status, AppLanguage language);
 
 CopyKey priorityName(GoalPriority priority);

@@ -181,6 +181,18 @@ TEST(KelpaCopy, The_status_control_tells_the_status_and_what_a_click_does)
     }
 }
 
+TEST(KelpaCopy, The_status_control_tells_which_status_comes_next)
+{
+    expectTexts(
+        {{{chinese, u"下一状态：进行中"},
+          {english, u"Next status: In progress"},
+          {japanese, u"次の状態：進行中"},
+          {korean, u"다음 상태: 진행 중"},
+          {french, u"État suivant : En cours"},
+          {german, u"Nächster Status: In Arbeit"}}},
+        [](AppLanguage language) { return KelpaCopy::nextStatus(TodoStatus::ing, language); });
+}
+
 TEST(KelpaCopy, Badges_and_priorities_have_names_for_screen_readers)
 {
     EXPECT_EQ(KelpaCopy::priorityAccessibilityLabel(GoalPriority::p0, english),

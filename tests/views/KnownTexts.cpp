@@ -35,7 +35,7 @@ QStringList knownTexts(const CopyTable& table)
         texts.append(table.text(static_cast<CopyKey>(keys.value(i))));
     for (const TodoStatus status : {TodoStatus::todo, TodoStatus::ing, TodoStatus::completed}) {
         const QString stored = rawValue(status);
-        texts << table.statusName(stored) << table.statusHelp(stored)
+        texts << table.statusName(stored) << table.statusHelp(stored) << table.nextStatus(stored)
               << table.statusAccessibilityLabel(stored);
     }
     for (const GoalPriority priority : allGoalPriorities)

@@ -14,6 +14,7 @@ namespace {
 
 constexpr const char* hovered = "hovered";
 constexpr const char* help = "help";
+constexpr const char* outcome = "outcome";
 constexpr const char* buttonText = "text";
 
 } // namespace
@@ -25,7 +26,9 @@ QString HoverTip::text() const
     if (m_hasOwnText || parentItem() == nullptr)
         return m_text;
     const QString more = parentItem()->property(help).toString();
-    return more.isEmpty() ? parentItem()->property(buttonText).toString() : more;
+    const QString first = more.isEmpty() ? parentItem()->property(buttonText).toString() : more;
+    const QString second = parentItem()->property(outcome).toString();
+    return second.isEmpty() ? first : first + u'\n' + second;
 }
 
 void HoverTip::setText(const QString& text)
@@ -126,6 +129,7 @@ void HoverTip::showOrHide()
         // A press may change what the button does.
         disconnect(control, nullptr, this, SLOT(updateText()));
         watchProperty(*control, help, *this, "updateText()");
+        watchProperty(*control, outcome, *this, "updateText()");
         watchProperty(*control, buttonText, *this, "updateText()");
     }
     Q_EMIT itemChanged();

@@ -18,8 +18,8 @@ class HoverTip : public QQuickItem
     Q_OBJECT
     QML_ELEMENT
 
-    /// Follows a button's `help` or, without one, its `text`, unless it is set. An empty text is
-    /// not shown.
+    /// Follows a button's `help` or, without one, its `text`, and its `outcome` below that, unless
+    /// it is set. An empty text is not shown.
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged FINAL)
     /// Follows a button, unless it is set.
     Q_PROPERTY(bool isHovered READ isHovered WRITE setHovered NOTIFY isHoveredChanged FINAL)

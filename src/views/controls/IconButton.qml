@@ -14,6 +14,8 @@ PressButton {
     property int size: Theme.controlHeight
     property int symbolSize: Theme.symbolSize
     property string help
+    /// What a press brings, below that; empty where it goes without saying.
+    property string outcome
     /// A button that is not shown can still be reached by the keyboard and by assistive programs.
     property bool isShown: true
     /// Shows neither that the pointer is over it nor that it is pressed.
@@ -22,7 +24,7 @@ PressButton {
     implicitWidth: root.size
     implicitHeight: root.size
     opacity: root.enabled ? 1 : 0.45
-    Accessible.description: root.help
+    Accessible.description: root.outcome.length > 0 ? root.help + "\n" + root.outcome : root.help
 
     contentItem: AppIcon {
         name: root.symbol

@@ -2,6 +2,7 @@
 
 #include "model/Text.h"
 #include "store/WindowStore.h"
+#include "store/board/TodoOrder.h"
 #include "text/KelpaCopy.h"
 #include "views/controls/FieldLimit.h"
 #include "views/models/DragPayload.h"
@@ -104,6 +105,12 @@ void TodoController::rename(const QString& todoID, const QString& columnID, cons
 {
     if (const std::optional<TodoPlace> place = todoPlaceFromTexts(todoID, columnID))
         m_store.updateTodo(place->todoID, title, place->goalID);
+}
+
+QString TodoController::nextStatus(const QString& status) const
+{
+    const std::optional<TodoStatus> present = todoStatusFromRawValue(status);
+    return present ? rawValue(kelpa::nextStatus(*present)) : QString();
 }
 
 void TodoController::toggle(const QString& todoID, const QString& columnID)

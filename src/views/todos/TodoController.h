@@ -59,6 +59,8 @@ public:
     /// See `kelpa::pastedTodoCount`.
     Q_INVOKABLE int pastedTodoCount(const QString& before, const QString& after) const;
     Q_INVOKABLE void rename(const QString& todoID, const QString& columnID, const QString& title);
+    /// The status that `toggle` gives to a todo with this one; empty for no status.
+    Q_INVOKABLE QString nextStatus(const QString& status) const;
     Q_INVOKABLE void toggle(const QString& todoID, const QString& columnID);
     Q_INVOKABLE void remove(const QString& todoID, const QString& columnID);
     Q_INVOKABLE void move(const QString& todoID, const QString& fromColumnID,

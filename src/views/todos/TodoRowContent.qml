@@ -123,6 +123,7 @@ FocusableItem {
         color: root.isDone ? Theme.done : Theme.secondaryText
         text: ViewSettings.copy.statusAccessibilityLabel(root.status)
         help: ViewSettings.copy.statusHelp(root.status)
+        outcome: ViewSettings.copy.nextStatus(root.todos.nextStatus(root.status))
         onClicked: root.todos.toggle(root.todoID, root.columnID)
     }
     TodoRowTexts {

@@ -25,10 +25,34 @@ Item {
         }
     }
 
+    IconButton {
+        id: button
+
+        y: 40
+        symbol: "circle"
+        text: "Lamp"
+        help: "The lamp is off"
+        outcome: "A press: on"
+    }
+
     TestCase {
         name: "HoverTip"
         when: windowShown
 
+        function test_what_a_press_brings_is_said_below_the_help() {
+            const own = Array.from(button.children).find(item => item instanceof HoverTip) as HoverTip;
+            compare(own.text, "The lamp is off\nA press: on");
+            compare(button.Accessible.description, "The lamp is off\nA press: on");
+            own.isHovered = true;
+            compare(own.item.text, "The lamp is off\nA press: on");
+            button.help = "The lamp is on";
+            button.outcome = "A press: off";
+            compare(own.item.text, "The lamp is on\nA press: off");
+            own.isHovered = false;
+            button.outcome = "";
+            compare(own.text, "The lamp is on");
+            compare(button.Accessible.description, "The lamp is on");
+        }
         function test_an_item_that_leaves_the_window_under_the_pointer_has_no_tip() {
             failOnWarning(/cannot find any window/);
             row.hovered = true;

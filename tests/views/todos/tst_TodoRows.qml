@@ -37,9 +37,12 @@ Item {
             compare(status.Accessible.name,
                     ViewSettings.copy.statusAccessibilityLabel("todo"));
             compare(status.help, ViewSettings.copy.statusHelp("todo"));
+            compare(status.Accessible.description,
+                    "Current status: Todo; click to change\nNext status: In progress");
             mouseClick(status);
             compare(world.todos("First")[0], "Read (ing)");
             compare(status.symbol, "circle-half");
+            compare(status.outcome, "Next status: Completed");
             mouseClick(status);
             compare(world.todos("First")[0], "Read (completed)");
             compare(status.symbol, "circle-check-filled");
