@@ -4,6 +4,7 @@
 #include "automation/Listings.h"
 #include "automation/Names.h"
 #include "automation/WireValues.h"
+#include "model/Text.h"
 
 #include <algorithm>
 #include <utility>
@@ -87,6 +88,10 @@ private:
     GoalID goalOf(const QString& name)
     {
         const std::optional<GoalID> id = GoalID::fromText(name);
+        if (!id && isNameOfUnsorted(name, allGoals()))
+            throw Stop{
+                {FailureKind::unknownGoal,
+                 QStringLiteral("'%1' is no goal: it has what is in none").arg(singleLine(name))}};
         return id ? *id : need(goalNamed(name, allGoals()));
     }
     TodoID todoOf(const QString& name)
@@ -96,9 +101,14 @@ private:
     }
     GoalID goal() { return goalOf(m_command.operands.at(0)); }
     TodoID todo() { return todoOf(m_command.operands.at(0)); }
+    /// None for "Unsorted", which a person may name like a goal, unless one has that title.
     std::optional<GoalID> list()
     {
-        return m_command.goal ? std::optional(goalOf(*m_command.goal)) : std::nullopt;
+        if (!m_command.goal)
+            return std::nullopt;
+        if (isNameOfUnsorted(*m_command.goal, allGoals()))
+            return std::nullopt;
+        return goalOf(*m_command.goal);
     }
     const QString& placeName() const
     {

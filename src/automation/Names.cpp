@@ -1,6 +1,7 @@
 #include "automation/Names.h"
 
 #include "model/Text.h"
+#include "text/KelpaCopy.h"
 
 #include <algorithm>
 #include <utility>
@@ -64,6 +65,18 @@ std::variant<GoalID, Failure> goalNamed(const QString& name, const QList<GoalRec
 std::variant<TodoID, Failure> todoNamed(const QString& name, const QList<TodoRecord>& todos)
 {
     return named<TodoID>(name, todos, QStringLiteral("todo"), FailureKind::unknownTodo);
+}
+
+bool isNameOfUnsorted(const QString& name, const QList<GoalRecord>& goals)
+{
+    const auto isSame = [title = trimmedText(name)](const QString& other) {
+        return title.compare(other, Qt::CaseInsensitive) == 0;
+    };
+    return std::ranges::any_of(allAppLanguages,
+                               [&isSame](AppLanguage language) {
+                                   return isSame(KelpaCopy::text(CopyKey::Unsorted, language));
+                               }) &&
+           std::ranges::none_of(goals, isSame, &GoalRecord::title);
 }
 
 std::variant<int, Failure> desktopNamed(const QString& name, const QStringList& desktops)

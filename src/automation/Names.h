@@ -21,6 +21,10 @@ inline constexpr qsizetype shortestBeginning = 4;
 std::variant<GoalID, Failure> goalNamed(const QString& name, const QList<GoalRecord>& goals);
 std::variant<TodoID, Failure> todoNamed(const QString& name, const QList<TodoRecord>& todos);
 
+/// Whether the name is that of the column of what is in no goal, in any language and either case,
+/// and of no goal.
+bool isNameOfUnsorted(const QString& name, const QList<GoalRecord>& goals);
+
 /// The number of the virtual desktop, from 1: a number is that number, whatever desktops are
 /// called, and any other text the name of one. `desktops` are the names in their order.
 std::variant<int, Failure> desktopNamed(const QString& name, const QStringList& desktops);

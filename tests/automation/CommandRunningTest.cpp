@@ -128,6 +128,12 @@ protected:
         const auto* const failure = std::get_if<Failure>(&output);
         return failure != nullptr ? std::optional(failure->kind) : std::nullopt;
     }
+    QString messageOf(const QStringList& words)
+    {
+        const auto output = run(words);
+        const auto* const failure = std::get_if<Failure>(&output);
+        return failure != nullptr ? failure->message : QString();
+    }
     static QStringList line(const char* text) { return QString::fromUtf8(text).split(u' '); }
 
     QByteArray shown;
@@ -210,6 +216,35 @@ TEST_F(CommandRunning, Goals_and_windows_go_their_way_by_commands)
     EXPECT_EQ(goalTitles(), QStringList{QStringLiteral("Another name")});
     EXPECT_EQ(failureOf(line("show One")), FailureKind::unknownGoal);
     EXPECT_EQ(failureOf(line("prioritize Another p9")), FailureKind::unknownGoal);
+}
+
+TEST_F(CommandRunning, Unsorted_may_be_named_like_a_goal_where_a_list_is_meant)
+{
+    outputOf(line("add-goal One"));
+    outputOf(line("add Loose"));
+    outputOf(line("add --goal One Bound"));
+    desktop.addWindow(7, 100, QStringLiteral("Letter"));
+    store().startObserving();
+    for (const char* name : {"Unsorted", "unsorted", "Unsortiert"}) {
+        const QString goal = QStringLiteral(" --goal ") + QLatin1String(name);
+        EXPECT_EQ(outputOf((QStringLiteral("todos") + goal).split(u' ')),
+                  outputOf(line("todos --unsorted")));
+        EXPECT_EQ(outputOf((QStringLiteral("windows") + goal).split(u' ')),
+                  outputOf(line("windows --unsorted")));
+    }
+    EXPECT_TRUE(outputOf(line("todos --unsorted")).contains(u"Loose"));
+    EXPECT_TRUE(outputOf(line("windows --unsorted")).contains(u"Letter"));
+    outputOf(line("move Bound --goal Unsorted"));
+    EXPECT_EQ(todos(std::nullopt).size(), 2);
+
+    // What is done to a goal cannot be done to it.
+    EXPECT_EQ(messageOf(line("show Unsorted")),
+              QStringLiteral("'Unsorted' is no goal: it has what is in none"));
+    EXPECT_EQ(goalTitles(), QStringList{QStringLiteral("One")});
+    // A goal of that name is that goal.
+    outputOf(line("add-goal Unsorted"));
+    EXPECT_EQ(outputOf(line("todos --goal Unsorted")), QString());
+    outputOf(line("show Unsorted"));
 }
 
 TEST_F(CommandRunning, Only_none_takes_a_pin_off)
