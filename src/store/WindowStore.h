@@ -116,6 +116,8 @@ public:
     /// Sets the status in one step, whatever it was.
     void setTodoStatus(TodoID todoID, TodoStatus status, std::optional<GoalID> in);
     void deleteTodo(TodoID todoID, std::optional<GoalID> from);
+    /// Deletes what is completed in the list, in one step.
+    void deleteCompletedTodos(std::optional<GoalID> from);
     /// Moves a todo to another list, keeping its place in the order of the whole board.
     void moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to);
     /// Moves a todo within the order of the whole board, keeping its list.

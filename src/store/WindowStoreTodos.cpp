@@ -120,6 +120,18 @@ void WindowStore::deleteTodo(TodoID todoID, std::optional<GoalID> from)
     m_parts->steps.saveAnnounced(CopyKey::TodoDeleted);
 }
 
+void WindowStore::deleteCompletedTodos(std::optional<GoalID> from)
+{
+    const Update update(m_state.changes);
+    QList<TodoItem>* const todos = m_state.todoList(from);
+    if (todos == nullptr ||
+        todos->removeIf([](const TodoItem& each) { return !each.isOpen(); }) == 0)
+        return;
+    m_state.markTodosChanged(from);
+    m_parts->reconcileWithTodoCounts();
+    m_parts->steps.saveAnnounced(CopyKey::CompletedTodosDeleted);
+}
+
 void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to)
 {
     const Update update(m_state.changes);

@@ -114,10 +114,12 @@ enum class CopyKey {
     GoToTodoInGoal,
     MoveToGoal,
     DeleteTodo,
+    DeleteCompletedTodos,
     MoreTodoActions,
     MoveTodoUp,
     MoveTodoDown,
     TodoDeleted,
+    CompletedTodosDeleted,
     LastTodoCompleted,
     TodoCopied,
     // Window card.

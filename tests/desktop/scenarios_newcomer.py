@@ -4,6 +4,7 @@ import time
 
 import board as boards
 import settings
+from board import COMPLETED, TODO
 from front import await_front, await_monitor, tap_twice
 from harness import on_desktop
 from kelpa import Kelpa
@@ -12,6 +13,7 @@ from selection import Selection
 from typists import KeyLog
 
 _FIRST_GOAL = "Type what you are working on"
+_DELETE_COMPLETED = "Delete completed todos"
 
 
 def a_goal_says_that_there_is_nothing_to_open(desktop, binary):
@@ -124,3 +126,46 @@ def what_keys_act_on_is_in_view_when_the_board_comes_forward(desktop, binary):
         await_front(desktop, kelpa)
         wait_until("the card is in view again", is_in_view)
         selection.is_card("Form")
+
+
+def completed_todos_are_deleted_at_once_and_come_back(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Taxes", ["Ask the bank", "Pay", "File"])], is_auto_sorting=False)
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.focus()
+        kelpa.click(*kelpa.column_button("Taxes", boards.GOAL_ACTIONS))
+        kelpa.centre(lambda: kelpa.board.menu_item(boards.DELETE_GOAL), "the menu of the goal")
+        assert kelpa.board.menu_item(_DELETE_COMPLETED) is None
+        desktop.key("Escape")
+        wait_until("the menu is closed", lambda: kelpa.board.menu_item(boards.DELETE_GOAL) is None)
+
+        def circle(title):
+            return next(todo for todo in kelpa.board.column("Taxes").todos if todo.title == title).status_button
+
+        for title in ("Ask the bank", "File"):
+            assert circle(title).description == \
+                "Current status: Todo; click to change\nNext status: In progress"
+            kelpa.click(*kelpa.todo_button("Taxes", title))
+            wait_until("it is in progress", lambda: circle(title).description.endswith("Next status: Completed"))
+            kelpa.click(*kelpa.todo_button("Taxes", title))
+            wait_until("it is completed", lambda: circle(title).description.endswith("Next status: Todo"))
+        # Of those that are completed, the card shows the last one.
+        before = [("Pay", TODO), ("File", COMPLETED)]
+        kelpa.wait_for_todos("Taxes", before)
+        for choose in (lambda: kelpa.open_goal_menu("Taxes", _DELETE_COMPLETED)(),
+                       lambda: kelpa.choose_in_todo_menu("Taxes", "File", _DELETE_COMPLETED)):
+            choose()
+            kelpa.wait_for_todos("Taxes", [("Pay", TODO)])
+            assert kelpa.board.has_text("Completed todos deleted")
+            kelpa.click(lambda: kelpa.board.button("Undo"), "the button of the toast")
+            kelpa.wait_for_todos("Taxes", before)
+        assert _stored(path, kelpa) == [("Ask the bank", COMPLETED), ("Pay", TODO), ("File", COMPLETED)]
+    with Kelpa(desktop, binary, path) as kelpa:
+        kelpa.open_goal_menu("Taxes", _DELETE_COMPLETED)()
+        kelpa.wait_for_todos("Taxes", [("Pay", TODO)])
+        assert _stored(path, kelpa) == [("Pay", TODO)]
+
+
+def _stored(path, kelpa):
+    kelpa.quit()
+    return settings.StoredBoard(settings.read(path)).todos("Taxes")

@@ -8,8 +8,12 @@ import Kelpa.Appearance
 T.MenuSeparator {
     id: root
 
+    /// Whether the menu has it at the moment, as its group.
+    property bool isOffered: true
+
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    implicitHeight: root.isOffered ? implicitContentHeight + topPadding + bottomPadding : 0
+    visible: root.isOffered
     verticalPadding: Theme.tiny
     horizontalPadding: 10
     contentItem: Rectangle {

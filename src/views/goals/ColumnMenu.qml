@@ -16,6 +16,7 @@ AppMenu {
     property var pinChoices: []
     /// Whether the goal can be worked on, if only because it is pinned to a virtual desktop.
     property bool canWork: false
+    property bool hasCompletedTodos: false
 
     /// Opens the menu for a goal, beside a place in `owner`.
     function ask(columnID: string, owner: Item, place: rect): void {
@@ -23,6 +24,7 @@ AppMenu {
         // Items that are created while the menu opens would close it again.
         root.pinChoices = root.goals.pinChoices(columnID);
         root.canWork = root.goals.canWorkOn(columnID);
+        root.hasCompletedTodos = root.goals.hasCompletedTodos(columnID);
         root.openBeside(owner, place);
     }
 
@@ -141,6 +143,15 @@ AppMenu {
         text: ViewSettings.copy.text(CopyKey.MoveToEnd)
         symbol: "arrow-right-to-line"
         onTriggered: root.goals.moveColumnToEnd(root.columnID, 1)
+    }
+    AppMenuSeparator {
+        isOffered: root.hasCompletedTodos
+    }
+    AppMenuItem {
+        text: ViewSettings.copy.text(CopyKey.DeleteCompletedTodos)
+        isOffered: root.hasCompletedTodos
+        symbol: "list-checks"
+        onTriggered: root.goals.deleteCompletedTodos(root.columnID)
     }
     AppMenuSeparator {}
     AppMenuItem {

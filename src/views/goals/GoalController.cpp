@@ -135,6 +135,24 @@ void GoalController::deleteGoal(const QString& columnID)
         m_store.deleteGoal(*goalID);
 }
 
+bool GoalController::hasCompletedTodos(const QString& columnID) const
+{
+    const std::optional<ColumnID> column = columnFromText(columnID);
+    if (!column)
+        return false;
+    const Goal* const goal = goalFromText(columnID);
+    if (column->goalID && goal == nullptr)
+        return false;
+    const QList<TodoItem>& todos = goal != nullptr ? goal->todos : m_store.unassignedTodos();
+    return !std::ranges::all_of(todos, &TodoItem::isOpen);
+}
+
+void GoalController::deleteCompletedTodos(const QString& columnID)
+{
+    if (const std::optional<ColumnID> column = columnFromText(columnID))
+        m_store.deleteCompletedTodos(column->goalID);
+}
+
 void GoalController::setPriority(const QString& columnID, const QString& priority)
 {
     const std::optional<GoalID> goalID = goalFromColumnText(columnID);

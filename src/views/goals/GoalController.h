@@ -75,6 +75,10 @@ public:
     Q_INVOKABLE void requestExport(const QString& columnID) { Q_EMIT exportRequested(columnID); }
     Q_INVOKABLE void requestWindows(const QString& columnID) { Q_EMIT windowsRequested(columnID); }
     Q_INVOKABLE void deleteGoal(const QString& columnID);
+    /// Whether there are todos that `deleteCompletedTodos` deletes. Here, the unassigned column
+    /// counts too.
+    Q_INVOKABLE bool hasCompletedTodos(const QString& columnID) const;
+    Q_INVOKABLE void deleteCompletedTodos(const QString& columnID);
     Q_INVOKABLE void setPriority(const QString& columnID, const QString& priority);
     /// Each opens a new window, which joins the goal.
     Q_INVOKABLE void openChrome(const QString& columnID);
@@ -118,12 +122,12 @@ Q_SIGNALS:
     void abilitiesChanged();
     void canPinGoalsChanged();
     void canGoBackChanged();
+    /// The person has gone back on the board, which is to stay in front of the windows.
+    void frontWanted();
     void noGoalsHintChanged();
     void selectedBreadcrumbChanged();
     /// The selection has changed.
     void selectionChanged();
-    /// The person has gone back on the board, which is to stay in front of the windows.
-    void frontWanted();
     /// Asks the board to scroll to the selected column, even if it has been selected before.
     void columnRequested();
     /// Asks a person for another title of the goal.

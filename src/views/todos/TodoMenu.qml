@@ -20,6 +20,8 @@ AppMenu {
     /// That row, which may be destroyed or reused meanwhile, and whether a key opened the menu.
     property TodoRow row: null
     property bool isByKeyboard: false
+    /// Whether the todo is completed, like others that can be deleted with it.
+    property bool isCompleted: false
 
     /// For the todo of `row`; `place` is in the coordinates of `owner`.
     function ask(todoID: string, columnID: string, owner: Item, place: rect): void {
@@ -27,6 +29,7 @@ AppMenu {
         root.columnID = columnID;
         root.listID = root.row.listID;
         root.isByKeyboard = root.row.isMenuByKeyboard;
+        root.isCompleted = root.row.status === "completed";
         // Items that are added while the menu opens would close it again.
         items.active = true;
         root.openBeside(owner, place);
@@ -130,6 +133,17 @@ AppMenu {
         onTriggered: {
             root.returnKeyboard();
             root.todos.remove(root.todoID, root.columnID);
+        }
+    }
+    AppMenuItem {
+        text: ViewSettings.copy.text(CopyKey.DeleteCompletedTodos)
+        isOffered: root.isCompleted
+        symbol: "list-checks"
+        symbolColor: Theme.destructive
+        foreground: Theme.destructive
+        onTriggered: {
+            root.returnKeyboard();
+            root.goals.deleteCompletedTodos(root.columnID);
         }
     }
 }

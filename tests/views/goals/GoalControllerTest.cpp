@@ -51,6 +51,27 @@ TEST_F(Goals, The_unassigned_column_cannot_be_dragged)
     EXPECT_EQ(goals.columnDragText(unassigned), QString());
 }
 
+TEST_F(Goals, Completed_todos_are_deleted_from_the_column_that_has_some)
+{
+    EXPECT_FALSE(goals.hasCompletedTodos(unassigned));
+    EXPECT_FALSE(goals.hasCompletedTodos(QStringLiteral("nothing")));
+    EXPECT_FALSE(goals.hasCompletedTodos(GoalID::create().text()));
+    const TodoID loose = makeTodo(std::nullopt, QStringLiteral("loose"));
+    const TodoID bound = makeTodo(first, QStringLiteral("bound"));
+    store().setTodoStatus(loose, TodoStatus::completed, std::nullopt);
+    EXPECT_TRUE(goals.hasCompletedTodos(unassigned));
+    EXPECT_FALSE(goals.hasCompletedTodos(first.text()));
+    store().setTodoStatus(bound, TodoStatus::completed, first);
+    EXPECT_TRUE(goals.hasCompletedTodos(first.text()));
+
+    goals.deleteCompletedTodos(QStringLiteral("nothing"));
+    goals.deleteCompletedTodos(first.text());
+    EXPECT_FALSE(goals.hasCompletedTodos(first.text()));
+    EXPECT_TRUE(goals.hasCompletedTodos(unassigned));
+    goals.deleteCompletedTodos(unassigned);
+    EXPECT_TRUE(todos(std::nullopt).isEmpty());
+}
+
 TEST_F(Goals, Renaming_and_deleting_never_touch_the_unassigned_column)
 {
     goals.renameGoal(unassigned, QStringLiteral("Renamed"));
