@@ -70,3 +70,14 @@ def check_others_are_minimised_and_back_restores_them(desktop, binary, start, is
         windows.wait_for_minimized("each is as it was, but what the person has minimised", "Receipts", "Mail")
         wait_until("the board shows it", lambda: minimised_cards("Taxes") == ["Receipts"])
         assert minimised_cards() == ["Mail"] and minimised_cards("Garden") == []
+
+        # Who goes back on the board stays there.
+        assistant.press_button(boards.GOAL_ACTIONS, "Taxes")
+        assistant.choose("Work on this goal")
+        windows.wait_for_minimized("the others are minimised again", "Seeds", "Mail")
+        windows.wait_for_active("Form", "Receipts")
+        kelpa.focus()
+        assistant.press_button(boards.GOAL_ACTIONS, "Taxes")
+        assistant.choose("Back")
+        windows.wait_for_minimized("each is as it was again", "Receipts", "Mail")
+        wait_until("the board is in front", lambda: desktop.active_window() == kelpa.window.number)
