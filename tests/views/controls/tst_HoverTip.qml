@@ -45,6 +45,10 @@ Item {
             compare(button.Accessible.description, "The lamp is off\nA press: on");
             own.isHovered = true;
             compare(own.item.text, "The lamp is off\nA press: on");
+            const both = own.item.implicitWidth;
+            compare(own.item.contentItem.lineCount, 2);
+            button.outcome = "";
+            fuzzyCompare(both, own.item.implicitWidth, 2);
             button.help = "The lamp is on";
             button.outcome = "A press: off";
             compare(own.item.text, "The lamp is on\nA press: off");
