@@ -73,7 +73,7 @@ def a_window_that_is_kept_above_stays_so_when_others_come_forward(desktop, binar
 
     def check():
         assert desktop.is_kept_above(windows["Clock"]) and not desktop.is_kept_above(windows["Letter"])
-        titles = [window.title for window in desktop.stacking()]
+        titles = [desktop.window(number).title for number in desktop.stacking()]
         assert titles.index("Clock") > titles.index("Letter"), titles
         assert titles.index("Clock") > titles.index(boards.WINDOW), titles
 

@@ -9,11 +9,11 @@ TAP = ("keydown", "super", "sleep", "0.04", "keyup", "super")
 BETWEEN = ("sleep", "0.08")
 
 
-def start_kelpa(desktop, binary, goals=()):
-    """Kelpa with a new board of these goals, and the file of that board."""
+def start_kelpa(desktop, binary, goals=(), env=None):
+    """Kelpa with a new board of these goals, and the file of that board. `env` is told to it alone."""
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=goals, is_auto_sorting=False)
-    kelpa = Kelpa(desktop, binary, path)
+    kelpa = Kelpa(desktop, binary, path, env=env)
     kelpa.start()
     return kelpa, path
 

@@ -11,27 +11,31 @@ class _Program:
 
     def __init__(self, desktop, title):
         self._desktop = desktop
-        self._title = title
+        self.title = title
         self.window = None
 
     def _await_window(self):
-        self.window = self._desktop.wait_for_window(self._title)
+        self.window = self._desktop.wait_for_window(self.title)
 
     def focus(self):
-        self._desktop.run("wmctrl", "-i", "-a", hex(self.window.number))
-        wait_until(f"{self._title!r} has the keyboard", self.has_keyboard)
+        self._desktop.activate(self.window)
+        wait_until(f"{self.title!r} has the keyboard", self.has_keyboard)
 
     def has_keyboard(self):
         return self._desktop.active_window() == self.window.number
 
 
 class Typing(_Program):
-    """An xterm that writes down every line that is typed into it."""
+    """A program that writes down every line that is typed into it: an xterm, or what `start` starts, from a
+    title and the file to write to."""
 
-    def __init__(self, desktop, title):
+    def __init__(self, desktop, title, start=None):
         super().__init__(desktop, title)
         self.path = desktop.directory / f"{title.replace(' ', '-')}.typed"
-        desktop.start_xterm(title, "sh", "-c", f"cat > {self.path}")
+        if start:
+            start(title, self.path)
+        else:
+            desktop.start_xterm(title, "sh", "-c", f"cat > {self.path}")
         self._await_window()
 
     def lines(self):

@@ -263,6 +263,10 @@ class GnomeDesktop(Desktop):
     def active_window(self):
         return next((number for number, _, _, is_focused in self._rows() if is_focused), 0)
 
+    def stacking(self):
+        """The numbers of the windows from the lowest to the uppermost."""
+        return [number for number, *_ in self._rows()]
+
     def on_window(self, window, script):
         """Runs a statement about the window in the Shell, which calls it `window`."""
         self.evaluate(f"(window => {{ {script}; }})(global.get_window_actors().map(actor => actor.meta_window)"
@@ -279,6 +283,10 @@ class GnomeDesktop(Desktop):
         terminal = self.start("foot", "--config=/dev/null", "--title", title, *(command or ("cat",)))
         self.wait_for_window(title)
         return terminal
+
+    def start_typed(self, title, path):
+        """A terminal that writes every line that is typed into it to the file."""
+        return self.start_foot(title, "sh", "-c", f"cat > {path}")
 
     def wait_for_active(self, window):
         wait_until(f"{window} is active", lambda: self.active_window() == window.number)

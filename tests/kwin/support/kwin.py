@@ -10,6 +10,7 @@ import kwin_picture
 import other_root
 import processes
 from activities import Activities
+from fake_keyboard import FakeKeyboard
 from harness import Desktop
 from krunner import KRunner
 from kwin_script import KwinScript
@@ -63,6 +64,7 @@ class KwinDesktop(Desktop):
         self.activities = None
         self._kwin = None
         self._script = None
+        self._keyboard = None
 
     def _start_x_server(self):
         """KWin needs the session bus, which comes after this."""
@@ -154,9 +156,9 @@ class KwinDesktop(Desktop):
         return self._script.run(f'report(find("{window.number}").keepAbove);')
 
     def stacking(self):
-        """The windows from the lowest to the uppermost."""
+        """The numbers of the windows from the lowest to the uppermost."""
         orders = dict(self._script.run("report(all().map(each => [String(each.internalId), each.stackingOrder]));"))
-        return sorted(self.windows(), key=lambda window: orders[window.number])
+        return sorted(orders, key=orders.get)
 
     def activate(self, window):
         self.change(window, "if ('activeWindow' in workspace) workspace.activeWindow = window;"
@@ -178,6 +180,13 @@ class KwinDesktop(Desktop):
         self.wait_for_window(title)
         return program
 
+    def start_typed(self, title, path):
+        """A program that writes every line that is typed into it to the file."""
+        self._keys()
+        program = self.start(sys.executable, "-B", PROGRAM.with_name("typed_program.py"), title, path)
+        self.wait_for_window(title)
+        return program
+
     def x_display(self):
         """What programs need to be told for windows on KWin's X server."""
         server = wait_until("the X server is there", lambda: processes.find("Xwayland", "-rootless"))
@@ -186,6 +195,19 @@ class KwinDesktop(Desktop):
         if "-auth" in words:
             told["XAUTHORITY"] = words[words.index("-auth") + 1]
         return told
+
+    # Input
+
+    def _keys(self):
+        if self._keyboard is None:
+            self._keyboard = FakeKeyboard()
+        return self._keyboard
+
+    def type(self, text):
+        self._keys().type(text)
+
+    def key(self, *names):
+        self._keys().key(*names)
 
     # Pictures
 
@@ -210,6 +232,12 @@ class KwinDesktop(Desktop):
     def shortcuts(self):
         """The names of those that the system settings show for KWin."""
         return self._of_shortcuts("shortcutNames")[0]
+
+    def give_key(self, name, key):
+        """Gives it a key, which Qt numbers so, as the system settings do."""
+        keys = self._script_arguments("(asa(ai))", (["kwin", name, "KWin", name], [([key, 0, 0, 0],)]))
+        self._script.call("/kglobalaccel", "org.kde.KGlobalAccel", "setForeignShortcutKeys", keys,
+                          name="org.kde.kglobalaccel")
 
     def use_shortcut(self, name):
         self._of_shortcuts("invokeShortcut", self._script_arguments("(s)", (name,)))

@@ -8,12 +8,16 @@ _NAMED = {"Return": 28, "Escape": 1, "BackSpace": 14, "Tab": 15, "space": 57, "U
 _CODES = {letter: start + at for start, letters in _ROWS for at, letter in enumerate(letters)}
 _SHIFTED = {letter: start + at for start, letters in _SHIFTED_ROWS for at, letter in enumerate(letters)}
 
+_NAMED_LETTERS = {" ": _NAMED["space"], "\n": _NAMED["Return"]}
+# What each key writes by itself.
+LETTERS = {code: letter for letter, code in (_CODES | _NAMED_LETTERS).items()}
+
 
 def codes_of_letter(letter):
     """The keys that are held together to write it."""
     if letter in _SHIFTED:
         return 42, _SHIFTED[letter]
-    return (57 if letter == " " else _CODES[letter],)
+    return (_NAMED_LETTERS.get(letter) or _CODES[letter],)
 
 
 def codes_of(name):

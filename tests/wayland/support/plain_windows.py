@@ -75,6 +75,14 @@ class PlainWindows:
         with self._lock:
             self._client.send(activation, 2, token, window[0])
 
+    def hear_keys(self, heard):
+        """Calls `heard` with the arguments of each event of a key for a window of this process. There has to be
+        a keyboard."""
+        seat = self._client.bind("wl_seat", 1)
+        keyboard = self._client.new()
+        self._client.on(keyboard, 3, heard)
+        self._client.send(seat, 1, keyboard)
+
     def close(self, window):
         with self._lock:
             self._open.remove(window[1])

@@ -103,6 +103,11 @@ class SwayDesktop(WlrootsDesktop):
     def active_window(self):
         return next((node["id"] for node in self._nodes() if node["focused"]), 0)
 
+    def stacking(self):
+        """The numbers of the windows that show, from the lowest to the uppermost: floating windows are above
+        the others, of which a stack of tabs shows one."""
+        return [node["id"] for node in self._nodes() if node["visible"]]
+
     def rectangle_of(self, number):
         """x, y, width and height of that window on the screen, without decorations; None when it is
         gone."""
@@ -124,6 +129,10 @@ class SwayDesktop(WlrootsDesktop):
         terminal = self.start("foot", "--config=/dev/null", "--title", title, *(command or ("cat",)))
         self.wait_for_window(title)
         return terminal
+
+    def start_typed(self, title, path):
+        """A terminal that writes every line that is typed into it to the file."""
+        return self.start_foot(title, "sh", "-c", f"cat > {path}")
 
     def wait_for_active(self, window):
         wait_until(f"{window} is active", lambda: self.active_window() == window.number)

@@ -1,0 +1,16 @@
+"""The board and the field for a todo, called and closed."""
+
+import presence
+from entry import check_todos_are_added_over
+from typists import Typing
+
+
+def a_todo_is_added_over_another_program_beside_the_board_and_without_it(desktop, binary):
+    check_todos_are_added_over(desktop, binary, Typing(desktop, "Typist", desktop.start_typed))
+
+
+def a_closed_board_comes_back_by_a_double_tap_and_by_another_start(desktop, binary):
+    presence.check_board_comes_back(
+        desktop, binary, Typing(desktop, "Typist", desktop.start_typed),
+        lambda title: desktop.start_foot(title, *presence.CLOCK),
+        [("a double tap", lambda: desktop.keyboard.at_once("Super_L", "Super_L"))])
