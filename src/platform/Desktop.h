@@ -7,6 +7,7 @@
 
 namespace kelpa {
 
+class AccentSetting;
 class AppearanceSetting;
 class ContrastSetting;
 class GlobalKeys;
@@ -38,6 +39,7 @@ public:
     virtual AppearanceSetting& appearanceOfPortal() = 0;
     virtual MotionSetting& motionOfPortal() = 0;
     virtual ContrastSetting& contrastOfPortal() = 0;
+    virtual AccentSetting& accentOfPortal() = 0;
 };
 
 } // namespace kelpa

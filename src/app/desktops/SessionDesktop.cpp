@@ -42,6 +42,11 @@ ContrastSetting& SessionDesktop::contrastOfPortal()
     return m_services->portal;
 }
 
+AccentSetting& SessionDesktop::accentOfPortal()
+{
+    return m_services->portal;
+}
+
 Platform SessionDesktop::platformOf(WindowServer& windowServer, Accessibility& actions,
                                     Applications& applications, AbilityReport& abilities)
 {

@@ -28,6 +28,7 @@ public:
     AppearanceSetting& appearanceOfPortal() final;
     MotionSetting& motionOfPortal() final;
     ContrastSetting& contrastOfPortal() final;
+    AccentSetting& accentOfPortal() final;
 
 protected:
     /// `scheduler` outlives this object.

@@ -2,7 +2,11 @@
 
 #include "platform/freedesktop/appearance/SettingsPortal.h"
 
+#include <QDBusArgument>
+
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -13,6 +17,7 @@ namespace {
 
 const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
+const QString accentKey = QStringLiteral("accent-color");
 
 /// 1 means that the setting asks for it, anything else no preference.
 std::optional<bool> isOne(const QVariant& value)
@@ -113,6 +118,21 @@ public:
     }
 };
 
+class AccentWatch final : public PortalWatch<QColor>
+{
+public:
+    AccentWatch(std::shared_ptr<SettingsPortal> portal,
+                std::function<void(std::optional<QColor>)> changed)
+        : PortalWatch(std::move(portal), std::move(changed))
+    {
+        listen([this](const QString& space, const QString& key, const QVariant& value) {
+            if (space == appearanceSpace && key == accentKey)
+                report(accentFromPortal(value));
+        });
+        read(appearanceSpace, accentKey);
+    }
+};
+
 /// Reports `whenAsked` while any of several settings asks, and the opposite otherwise.
 class WishWatch final : public PortalWatch<bool>
 {
@@ -163,6 +183,26 @@ std::optional<Appearance> appearanceFromColorScheme(const QVariant& value)
     }
 }
 
+std::optional<QColor> accentFromPortal(const QVariant& value)
+{
+    if (value.userType() != qMetaTypeId<QDBusArgument>())
+        return std::nullopt;
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1String("(ddd)"))
+        return std::nullopt;
+    std::array<double, 3> parts{};
+    argument.beginStructure();
+    for (double& part : parts)
+        argument >> part;
+    argument.endStructure();
+    // Not what is no number either.
+    const auto isPart = [](double part) { return part >= 0 && part <= 1; };
+    if (!std::ranges::all_of(parts, isPart))
+        return std::nullopt;
+    const auto step = [](double part) { return static_cast<int>(std::lround(part * 255)); };
+    return QColor(step(parts[0]), step(parts[1]), step(parts[2]));
+}
+
 PortalSettings::PortalSettings(Scheduler& scheduler) : m_scheduler(scheduler) {}
 
 std::unique_ptr<Subscription>
@@ -181,6 +221,12 @@ std::unique_ptr<Subscription>
 PortalSettings::watchContrast(std::function<void(std::optional<bool> isHigh)> changed)
 {
     return std::make_unique<WishWatch>(portal(), contrastKeys, true, std::move(changed));
+}
+
+std::unique_ptr<Subscription>
+PortalSettings::watchAccent(std::function<void(std::optional<QColor> accent)> changed)
+{
+    return std::make_unique<AccentWatch>(portal(), std::move(changed));
 }
 
 std::shared_ptr<SettingsPortal> PortalSettings::portal()

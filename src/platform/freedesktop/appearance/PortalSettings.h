@@ -1,6 +1,7 @@
-// The settings of the desktop's settings portal for appearance, motion and contrast.
+// The settings of the desktop's settings portal for appearance, motion, contrast and the accent.
 #pragma once
 
+#include "platform/AccentSetting.h"
 #include "platform/AppearanceSetting.h"
 #include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
@@ -18,7 +19,10 @@ class SettingsPortal;
 
 /// The portal is not called before the first subscription, and all subscriptions share one
 /// connection.
-class PortalSettings final : public AppearanceSetting, public MotionSetting, public ContrastSetting
+class PortalSettings final : public AppearanceSetting,
+                             public MotionSetting,
+                             public ContrastSetting,
+                             public AccentSetting
 {
 public:
     /// `scheduler` outlives this object and its subscriptions.
@@ -35,6 +39,9 @@ public:
     [[nodiscard]] std::unique_ptr<Subscription>
     watchContrast(std::function<void(std::optional<bool> isHigh)> changed) override;
 
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchAccent(std::function<void(std::optional<QColor> accent)> changed) override;
+
 private:
     std::shared_ptr<SettingsPortal> portal();
 
@@ -46,5 +53,9 @@ private:
 /// The portal's value of "org.freedesktop.appearance color-scheme": 1 is dark, 2 light, anything
 /// else no preference.
 std::optional<Appearance> appearanceFromColorScheme(const QVariant& value);
+
+/// The portal's value of "org.freedesktop.appearance accent-color": red, green and blue from 0
+/// to 1. With any other number there is none, as for a value of another type.
+std::optional<QColor> accentFromPortal(const QVariant& value);
 
 } // namespace kelpa

@@ -2,15 +2,12 @@
 // own.
 #include "platform/freedesktop/appearance/PortalSettings.h"
 
+#include "platform/freedesktop/appearance/FakePortal.h"
 #include "support/CaseName.h"
 #include "support/ManualScheduler.h"
 
 #include <gtest/gtest.h>
 
-#include <QDBusConnection>
-#include <QDBusContext>
-#include <QDBusVariant>
-#include <QHash>
 #include <QTest>
 
 #include <memory>
@@ -18,55 +15,6 @@
 #include <vector>
 
 namespace kelpa::test {
-
-class FakePortal : public QObject, protected QDBusContext
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-
-public:
-    FakePortal()
-    {
-        m_connection.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
-                                    QDBusConnection::ExportAllSlots |
-                                        QDBusConnection::ExportAllSignals);
-        m_isOnBus = m_connection.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
-    }
-    ~FakePortal() override { QDBusConnection::disconnectFromBus(QStringLiteral("fake-portal")); }
-
-    bool isOnBus() const { return m_isOnBus; }
-
-    void set(const QString& key, const QVariant& value)
-    {
-        m_values.insert(key, value);
-        const auto dot = key.lastIndexOf(u'/');
-        Q_EMIT SettingChanged(key.first(dot), key.sliced(dot + 1), QDBusVariant(value));
-    }
-
-    int readCount = 0;
-
-public Q_SLOTS:
-    QDBusVariant Read(const QString& space, const QString& key)
-    {
-        ++readCount;
-        const QString both = space + u'/' + key;
-        if (!m_values.contains(both)) {
-            sendErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"));
-            return {};
-        }
-        // As portals do, a value within a value.
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(m_values.value(both))));
-    }
-
-Q_SIGNALS:
-    void SettingChanged(const QString& space, const QString& key, const QDBusVariant& value);
-
-private:
-    QDBusConnection m_connection =
-        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("fake-portal"));
-    QHash<QString, QVariant> m_values;
-    bool m_isOnBus = false;
-};
 
 namespace {
 
@@ -310,5 +258,3 @@ TEST(ColorScheme, One_is_dark_two_is_light_and_the_rest_has_no_preference)
 
 } // namespace
 } // namespace kelpa::test
-
-#include "PortalSettingsTest.moc"
