@@ -308,6 +308,7 @@ void Program::followDesktop()
         m_view.followAppearance(m_desktop->appearanceOfPortal());
         m_view.followMotion(m_desktop->motionOfPortal());
         m_view.followContrast(m_desktop->contrastOfPortal());
+        m_view.followAccent(m_desktop->accentOfPortal());
         m_session.shortcuts().allow();
     });
 }

@@ -292,6 +292,11 @@ void ViewEngine::followContrast(ContrastSetting& setting)
     m_parts->desktopAppearance->followContrast(setting);
 }
 
+void ViewEngine::followAccent(AccentSetting& setting)
+{
+    m_parts->desktopAppearance->followAccent(setting);
+}
+
 void ViewEngine::setOccluded(bool isOccluded)
 {
     m_parts->isOccluded = isOccluded;

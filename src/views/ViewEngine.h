@@ -17,6 +17,7 @@ class QQuickWindow;
 namespace kelpa {
 
 class Applications;
+class AccentSetting;
 class AppearanceSetting;
 class ContrastSetting;
 class BackupBrowser;
@@ -87,6 +88,7 @@ public:
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
     void followContrast(ContrastSetting& setting);
+    void followAccent(AccentSetting& setting);
 
     /// Whether the whole window lies behind others, which it does not at first.
     void setOccluded(bool isOccluded);

@@ -43,6 +43,11 @@ public:
 
     Q_INVOKABLE void setDark(bool isDark);
     Q_INVOKABLE void setHighContrast(bool isHigh);
+    /// The desktop has this accent colour, or none where it is transparent.
+    Q_INVOKABLE void setAccent(const QColor& accent)
+    {
+        m_viewSettings->setDesktopAccent(accent.alpha() == 0 ? QColor() : accent);
+    }
     Q_INVOKABLE void addWindow(quint32 id, const QString& title);
     /// Opens a window as well, without notifying the board.
     Q_INVOKABLE void openWindow(quint32 id, const QString& title);

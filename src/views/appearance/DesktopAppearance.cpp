@@ -1,5 +1,6 @@
 #include "views/appearance/DesktopAppearance.h"
 
+#include "platform/AccentSetting.h"
 #include "platform/AppearanceSetting.h"
 #include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
@@ -62,6 +63,13 @@ void DesktopAppearance::followContrast(ContrastSetting& setting)
 {
     m_subscriptions.push_back(setting.watchContrast([this](std::optional<bool> isHigh) {
         m_settings.setHighContrast(isHigh.value_or(false));
+    }));
+}
+
+void DesktopAppearance::followAccent(AccentSetting& setting)
+{
+    m_subscriptions.push_back(setting.watchAccent([this](std::optional<QColor> accent) {
+        m_settings.setDesktopAccent(accent.value_or(QColor()));
     }));
 }
 

@@ -1,4 +1,5 @@
-// Follows the desktop's settings for light or dark, for the amount of motion and for contrast.
+// Follows the desktop's settings for light or dark, for the amount of motion, for contrast and for
+// the accent colour.
 #pragma once
 
 #include "platform/Subscription.h"
@@ -12,6 +13,7 @@
 
 namespace kelpa {
 
+class AccentSetting;
 class AppearanceSetting;
 class ContrastSetting;
 class MotionSetting;
@@ -34,6 +36,7 @@ public:
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
     void followContrast(ContrastSetting& setting);
+    void followAccent(AccentSetting& setting);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -33,7 +33,8 @@ QtObject {
     // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
     readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"
     readonly property color press: isDark ? "#22ffffff" : "#1a14181f"
-    readonly property color accepting: isDark ? "#2e5b93ff" : "#1f2563eb"
+    readonly property color ownAccepting: isDark ? "#2e5b93ff" : "#1f2563eb"
+    readonly property color accepting: root.shades.accepting.valid ? root.shades.accepting : root.ownAccepting
 
     // Text is readable (4.5 to 1) on every ground above, also under the pointer; symbols and the
     // outlines of fields stand out (3 to 1). Where high contrast is wanted, that is 7 and 4.5 to 1, and
@@ -42,10 +43,15 @@ QtObject {
     readonly property color secondaryText: root.shade("#bcbfc8", "#565b66", "#e2e4e9", "#2c3037")
     readonly property color textOnAccent: root.shade("#ffffff", "#ffffff", "#000000", "#ffffff")
 
-    readonly property color accent: root.shade("#2f6be4", "#2563eb", "#a9c6ff", "#1546ab")
-    readonly property color accentHover: root.shade("#2a60d2", "#1d57d8", "#c4d8ff", "#103a90")
-    readonly property color accentPress: root.shade("#2455bd", "#194cbe", "#8db4ff", "#0c2f75")
-    readonly property color accentText: root.shade("#9dbfff", "#1d4fd0", "#c4d8ff", "#0b3494")
+    // Made from the desktop's accent colour; invalid where it has none, and the colours are Kelpa's own.
+    readonly property accentShades shades: ViewSettings.accentShades(
+        ViewSettings.desktopAccent,
+        [root.window, root.column, root.card, root.field, root.popup, root.railTop, root.railBottom],
+        [root.hover, root.press], root.textOnAccent, root.ownAccepting)
+    readonly property color accent: root.shaded(root.shades.accent, "#2f6be4", "#2563eb", "#a9c6ff", "#1546ab")
+    readonly property color accentHover: root.shaded(root.shades.accentHover, "#2a60d2", "#1d57d8", "#c4d8ff", "#103a90")
+    readonly property color accentPress: root.shaded(root.shades.accentPress, "#2455bd", "#194cbe", "#8db4ff", "#0c2f75")
+    readonly property color accentText: root.shaded(root.shades.accentText, "#9dbfff", "#1d4fd0", "#c4d8ff", "#0b3494")
     readonly property color destructive: root.shade("#ffada5", "#b3261e", "#ffd0cb", "#7d120b")
     readonly property color warning: root.shade("#f2c14e", "#8a5a00", "#ffd97a", "#5c3b00")
     readonly property color warningGround: isDark ? "#332c1c" : "#fdf3dc"
@@ -64,11 +70,13 @@ QtObject {
     readonly property color railTop: root.shade("#2a2c32", "#e6eaf2", "#121315", "#f0f1f4")
     readonly property color railBottom: root.shade("#202125", "#eff0f3", "#0c0d0e", "#f7f8fa")
     readonly property color cardOutline: root.shade("#12ffffff", "#1214181f", "#a6ffffff", "#a614181f")
-    readonly property color selectedCardOutline: root.shade("#298db4ff", "#292563eb", "#c4d8ff", "#0b3494")
+    readonly property color selectedCardOutline: root.shaded(root.outlineShade(0x29),
+                                                            "#298db4ff", "#292563eb", "#c4d8ff", "#0b3494")
     readonly property color fieldOutline: root.shade("#858a94", "#7b818d", "#e2e4e9", "#2c3037")
-    readonly property color focus: root.shade("#8db4ff", "#2563eb", "#c4d8ff", "#0b3494")
+    readonly property color focus: root.shaded(root.shades.focus, "#8db4ff", "#2563eb", "#c4d8ff", "#0b3494")
     // The outline around the card that holds the selection.
-    readonly property color enteredOutline: root.shade("#598db4ff", "#592563eb", "#c4d8ff", "#0b3494")
+    readonly property color enteredOutline: root.shaded(root.outlineShade(0x59),
+                                                       "#598db4ff", "#592563eb", "#c4d8ff", "#0b3494")
     readonly property color previewGround: isDark ? "#0dffffff" : "#0d14181f"
     readonly property color closing: root.shade("#d93a31", "#b3261e", "#ffb4ad", "#8f1c15")
     readonly property color raisedShadow: isDark ? "#6b000000" : "#2414181f"
@@ -127,6 +135,15 @@ QtObject {
         if (root.isHighContrast)
             return root.isDark ? highDark : highLight;
         return root.isDark ? dark : light;
+    }
+    /// A colour made from the desktop's accent, where there is one.
+    function shaded(made: color, dark: string, light: string, highDark: string, highLight: string): color {
+        return made.valid ? made : root.shade(dark, light, highDark, highLight);
+    }
+    /// An outline of the focus's colour that is less strong, of 255, except in high contrast.
+    function outlineShade(strength: int): color {
+        const made = root.shades.focus;
+        return made.valid && !root.isHighContrast ? Qt.alpha(made, strength / 255) : made;
     }
     function priorityColor(priority: string): color {
         return root.priorityColors[priority] ?? root.secondaryText;

@@ -58,6 +58,15 @@ QFont::StyleHint hint(const QStringList& families)
     return QFont::SansSerif;
 }
 
+QList<QColor> colors(const QVariantList& values)
+{
+    QList<QColor> found;
+    found.reserve(values.size());
+    for (const QVariant& each : values)
+        found.append(each.value<QColor>());
+    return found;
+}
+
 } // namespace
 
 ViewSettings::ViewSettings(QObject* parent)
@@ -86,6 +95,14 @@ void ViewSettings::setHighContrast(bool isHigh)
         return;
     m_isHighContrast = isHigh;
     Q_EMIT isHighContrastChanged();
+}
+
+void ViewSettings::setDesktopAccent(const QColor& accent)
+{
+    if (m_desktopAccent == accent)
+        return;
+    m_desktopAccent = accent;
+    Q_EMIT desktopAccentChanged();
 }
 
 void ViewSettings::setSeen(bool isSeen)
@@ -140,6 +157,18 @@ QColor ViewSettings::accentColor(const QString& accent, bool isDark) const
     const std::optional<GoalAccent> known = goalAccentFromRawValue(accent);
     return known ? color(*known, isDark ? Appearance::dark : Appearance::light)
                  : QColor(Qt::transparent);
+}
+
+AccentShades ViewSettings::accentShades(const QColor& accent, const QVariantList& grounds,
+                                        const QVariantList& overlays, const QColor& textOnAccent,
+                                        const QColor& ownAccepting) const
+{
+    return kelpa::accentShades(accent, {.grounds = colors(grounds),
+                                        .overlays = colors(overlays),
+                                        .textOnAccent = textOnAccent,
+                                        .ownAccepting = ownAccepting,
+                                        .isDark = isDark(),
+                                        .isHighContrast = m_isHighContrast});
 }
 
 } // namespace kelpa

@@ -5,12 +5,14 @@
 #include "model/GoalAccent.h"
 #include "text/AppLanguage.h"
 #include "text/CopyTable.h"
+#include "views/appearance/AccentShades.h"
 
 #include <QColor>
 #include <QFont>
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 namespace kelpa {
@@ -28,6 +30,9 @@ class ViewSettings : public QObject
                    isReducingMotionChanged)
     Q_PROPERTY(
         bool isHighContrast READ isHighContrast WRITE setHighContrast NOTIFY isHighContrastChanged)
+    /// Opaque; invalid where the desktop has none.
+    Q_PROPERTY(
+        QColor desktopAccent READ desktopAccent WRITE setDesktopAccent NOTIFY desktopAccentChanged)
     Q_PROPERTY(bool isSeen READ isSeen WRITE setSeen NOTIFY isSeenChanged)
     /// Whether the first frame is still to be drawn: what nobody can see in it comes after it.
     Q_PROPERTY(bool isStarting READ isStarting WRITE setStarting NOTIFY isStartingChanged)
@@ -50,6 +55,9 @@ public:
     bool isHighContrast() const { return m_isHighContrast; }
     void setHighContrast(bool isHigh);
 
+    QColor desktopAccent() const { return m_desktopAccent; }
+    void setDesktopAccent(const QColor& accent);
+
     /// Whether any of the window is visible: animations run only then.
     bool isSeen() const { return m_isSeen; }
     void setSeen(bool isSeen);
@@ -71,11 +79,18 @@ public:
     Q_INVOKABLE QFont struckOut(const QFont& font) const;
     /// The colour of a goal by the accent's stored text; transparent for an unknown one.
     Q_INVOKABLE QColor accentColor(const QString& accent, bool isDark) const;
+    /// The shades of an accent for the present appearance and contrast, in a theme with these
+    /// colours (see `AccentSurroundings`).
+    Q_INVOKABLE kelpa::AccentShades accentShades(const QColor& accent, const QVariantList& grounds,
+                                                 const QVariantList& overlays,
+                                                 const QColor& textOnAccent,
+                                                 const QColor& ownAccepting) const;
 
 Q_SIGNALS:
     void appearanceChanged();
     void isReducingMotionChanged();
     void isHighContrastChanged();
+    void desktopAccentChanged();
     void isSeenChanged();
     void isStartingChanged();
     void fontFamiliesChanged();
@@ -85,6 +100,7 @@ private:
     Appearance m_appearance = Appearance::light;
     bool m_isReducingMotion = false;
     bool m_isHighContrast = false;
+    QColor m_desktopAccent;
     bool m_isSeen = true;
     bool m_isStarting = false;
     QStringList m_fontFamilies;

@@ -1,5 +1,6 @@
-"""portal.py [--high-contrast]: the part of a desktop's portal that tells of the person's settings. It begins
-light and without animations; the signals USR1 and USR2 make it dark and light again."""
+"""portal.py [--high-contrast] [--accents=#RRGGBB,…]: the part of a desktop's portal that tells of the person's
+settings. It begins light and without animations; the signals USR1 and USR2 make it dark and light again. It has
+the first of the accent colours, if any; each signal HUP gives it the next, and none after the last."""
 
 import signal
 import sys
@@ -22,7 +23,15 @@ _DESCRIPTION = f"""<node><interface name="{_INTERFACE}">
   </signal>
 </interface></node>"""
 _SCHEME = ("org.freedesktop.appearance", "color-scheme")
+_ACCENT = ("org.freedesktop.appearance", "accent-color")
+_NO_ACCENT = GLib.Variant("(ddd)", (-1, -1, -1))
 _DARK, _LIGHT = GLib.Variant("u", 1), GLib.Variant("u", 2)
+
+
+def _accents():
+    names = [option.partition("=")[2].split(",") for option in sys.argv if option.startswith("--accents=")]
+    return [GLib.Variant("(ddd)", [part / 255 for part in bytes.fromhex(name.lstrip("#"))])
+            for name in sum(names, [])]
 
 
 class _Portal:
@@ -31,6 +40,9 @@ class _Portal:
                         ("org.gnome.desktop.interface", "enable-animations"): GLib.Variant("b", False),
                         ("org.freedesktop.appearance", "contrast"):
                             GLib.Variant("u", int("--high-contrast" in sys.argv))}
+        self._accents = _accents()
+        if self._accents:
+            self._values[_ACCENT] = self._accents.pop(0)
         self._connection = None
 
     def serve(self, connection, _name):
@@ -39,9 +51,15 @@ class _Portal:
         connection.register_object(_PATH, interface, self._answer, None, None)
 
     def change(self, scheme):
-        self._values[_SCHEME] = scheme
+        return self._set(_SCHEME, scheme)
+
+    def change_accent(self):
+        return self._set(_ACCENT, self._accents.pop(0) if self._accents else _NO_ACCENT)
+
+    def _set(self, key, value):
+        self._values[key] = value
         self._connection.emit_signal(None, _PATH, _INTERFACE, "SettingChanged",
-                                     GLib.Variant("(ssv)", (*_SCHEME, scheme)))
+                                     GLib.Variant("(ssv)", (*key, value)))
         return GLib.SOURCE_CONTINUE
 
     def _answer(self, _connection, _sender, _path, _interface, _method, arguments, invocation):
@@ -58,6 +76,7 @@ def main():
     Gio.bus_own_name(Gio.BusType.SESSION, _NAME, Gio.BusNameOwnerFlags.NONE, portal.serve, None, None)
     for number, scheme in ((signal.SIGUSR1, _DARK), (signal.SIGUSR2, _LIGHT)):
         GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, number, portal.change, scheme)
+    GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, signal.SIGHUP, portal.change_accent)
     GLib.MainLoop().run()
 
 

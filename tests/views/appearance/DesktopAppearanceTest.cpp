@@ -1,6 +1,7 @@
 // The interface follows the desktop's settings.
 #include "views/appearance/DesktopAppearance.h"
 
+#include "platform/AccentSetting.h"
 #include "platform/AppearanceSetting.h"
 #include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
@@ -82,6 +83,17 @@ public:
     Listeners<bool> listeners;
 };
 
+class FakeAccent : public AccentSetting
+{
+public:
+    std::unique_ptr<Subscription>
+    watchAccent(std::function<void(std::optional<QColor>)> changed) override
+    {
+        return listeners.add(std::move(changed));
+    }
+    Listeners<QColor> listeners;
+};
+
 class DesktopAppearanceTest : public testing::Test
 {
 protected:
@@ -154,6 +166,25 @@ TEST_F(DesktopAppearanceTest, Contrast_is_high_while_the_desktop_wants_it)
     EXPECT_FALSE(settings.isHighContrast());
     followed.reset();
     EXPECT_EQ(contrast.listeners.count(), 0U);
+}
+
+TEST_F(DesktopAppearanceTest, The_accent_is_the_desktops_while_it_has_one)
+{
+    FakeAccent accent;
+    follow(Appearance::dark, std::nullopt);
+    followed->followAccent(accent);
+    EXPECT_FALSE(settings.desktopAccent().isValid());
+    int changes = 0;
+    QObject::connect(&settings, &ViewSettings::desktopAccentChanged, [&changes] { ++changes; });
+    accent.listeners.report(QColor("#ed5b00"));
+    EXPECT_EQ(settings.desktopAccent(), QColor("#ed5b00"));
+    accent.listeners.report(QColor("#ed5b00"));
+    EXPECT_EQ(changes, 1);
+    accent.listeners.report(std::nullopt);
+    EXPECT_FALSE(settings.desktopAccent().isValid());
+    EXPECT_EQ(changes, 2);
+    followed.reset();
+    EXPECT_EQ(accent.listeners.count(), 0U);
 }
 
 TEST_F(DesktopAppearanceTest, What_is_fixed_is_not_even_listened_to)

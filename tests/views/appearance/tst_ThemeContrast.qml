@@ -14,6 +14,7 @@ TestCase {
     function cleanup() {
         world.setDark(false);
         world.setHighContrast(false);
+        world.setAccent("transparent");
     }
     function luminance(color) {
         const linear = each => each <= 0.04045 ? each / 12.92 : Math.pow((each + 0.055) / 1.055, 2.4);
@@ -58,15 +59,72 @@ TestCase {
     function faded(names, opacity) {
         return names.map(name => [name + " at " + opacity, Qt.alpha(Theme[name], opacity)]);
     }
-    function test_contrast_data() {
+    function setTheme(row) {
+        world.setDark(row.isDark);
+        world.setHighContrast(row.isHigh);
+        compare(Theme.isDark, row.isDark);
+    }
+    function themes() {
         return [{ tag: "light", isDark: false, isHigh: false }, { tag: "dark", isDark: true, isHigh: false },
             { tag: "light with high contrast", isDark: false, isHigh: true },
             { tag: "dark with high contrast", isDark: true, isHigh: true }];
     }
+    function test_contrast_data() {
+        return themes();
+    }
     function test_contrast(row) {
-        world.setDark(row.isDark);
-        world.setHighContrast(row.isHigh);
-        compare(Theme.isDark, row.isDark);
+        setTheme(row);
+        checkAll(row);
+    }
+    function test_contrast_with_any_accent_data() {
+        return themes();
+    }
+    function test_contrast_with_any_accent(row) {
+        setTheme(row);
+        const own = accented().join();
+        const parts = [0, 64, 128, 192, 255];
+        for (const red of parts) {
+            for (const green of parts) {
+                for (const blue of parts) {
+                    world.setAccent(Qt.rgba(red / 255, green / 255, blue / 255, 1));
+                    checkAccented(row);
+                    verify(accented().join() !== own);
+                }
+            }
+        }
+        for (const accent of ["#3584e4", "#2190a4", "#3a944a", "#c88800", "#ed5b00", "#e62d42", "#d56199", "#9141ac",
+                              "#6f8396", "#ffffff", "#000000", "#ffff00", "#808080"]) {
+            world.setAccent(accent);
+            checkAll(row);
+        }
+        world.setAccent("transparent");
+        compare(accented().join(), own);
+    }
+    /// Everything that is made from the desktop's accent colour.
+    function accented() {
+        return ["accent", "accentHover", "accentPress", "accentText", "focus", "accepting", "enteredOutline",
+                "selectedCardOutline"].map(name => Theme[name]);
+    }
+    /// What depends on the accent colour, on every ground.
+    function checkAccented(row) {
+        const text = row.isHigh ? 7 : 4.5;
+        const symbol = row.isHigh ? 4.5 : 3;
+        const all = groundsWith(grounds, overlays);
+        const taking = groundsWith(grounds, ["accepting"]);
+        const places = groundsWith(["accent", "accentHover", "accentPress"], []);
+        compare(faults(text, named(["accentText"]), all), []);
+        compare(faults(text, named(["text", "secondaryText"]), taking), []);
+        compare(faults(text, named(["textOnAccent"]), places), []);
+        compare(faults(symbol, named(["focus"]), all.concat(groundsWith(["railTop", "railBottom"], overlays))), []);
+        compare(faults(symbol, named(["done"]).concat(priorities()).concat(accents()), taking), []);
+        if (row.isHigh)
+            compare(faults(symbol, named(["selectedCardOutline", "enteredOutline", "accent", "accentHover",
+                                          "accentPress"]), groundsWith(grounds, [])), []);
+        compare(new Set(places.map(([, color]) => color.toString())).size, 3);
+        for (const name of grounds)
+            verify(Qt.tint(Theme[name], Theme.accepting).toString() !== Theme[name].toString());
+    }
+    function checkAll(row) {
         // Of texts, and of symbols and outlines.
         const text = row.isHigh ? 7 : 4.5;
         const symbol = row.isHigh ? 4.5 : 3;
