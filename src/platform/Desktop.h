@@ -14,6 +14,7 @@ class GlobalKeys;
 class MotionSetting;
 class Notifications;
 class OwnWindow;
+class TextScaleSetting;
 
 /// Main thread. Background work of the scheduler refers to the parts, so a desktop is destroyed
 /// only after all such work has ended. What the functions refer to lives as long as the desktop.
@@ -38,6 +39,7 @@ public:
     /// The settings of the settings portal, which is queried once one of them is watched.
     virtual AppearanceSetting& appearanceOfPortal() = 0;
     virtual MotionSetting& motionOfPortal() = 0;
+    virtual TextScaleSetting& textScaleOfPortal() = 0;
     virtual ContrastSetting& contrastOfPortal() = 0;
     virtual AccentSetting& accentOfPortal() = 0;
 };

@@ -37,6 +37,11 @@ MotionSetting& SessionDesktop::motionOfPortal()
     return m_services->portal;
 }
 
+TextScaleSetting& SessionDesktop::textScaleOfPortal()
+{
+    return m_services->portal;
+}
+
 ContrastSetting& SessionDesktop::contrastOfPortal()
 {
     return m_services->portal;

@@ -27,6 +27,7 @@ public:
     MotionSetting& motionOnDisplay() override;
     AppearanceSetting& appearanceOfPortal() final;
     MotionSetting& motionOfPortal() final;
+    TextScaleSetting& textScaleOfPortal() final;
     ContrastSetting& contrastOfPortal() final;
     AccentSetting& accentOfPortal() final;
 

@@ -18,6 +18,8 @@ namespace {
 const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
 const QString accentKey = QStringLiteral("accent-color");
+const QString interfaceSpace = QStringLiteral("org.gnome.desktop.interface");
+const QString textScaleKey = QStringLiteral("text-scaling-factor");
 
 /// 1 means that the setting asks for it, anything else no preference.
 std::optional<bool> isOne(const QVariant& value)
@@ -60,7 +62,7 @@ using WishKeys = std::vector<WishKey>;
 /// The setting that desktops have in common, and older ones of single desktops.
 const WishKeys motionKeys{
     {appearanceSpace, QStringLiteral("reduced-motion"), isOne},
-    {QStringLiteral("org.gnome.desktop.interface"), QStringLiteral("enable-animations"), isFalse},
+    {interfaceSpace, QStringLiteral("enable-animations"), isFalse},
     {QStringLiteral("org.kde.kdeglobals.KDE"), QStringLiteral("AnimationDurationFactor"), isZero},
 };
 const WishKeys contrastKeys{
@@ -130,6 +132,21 @@ public:
                 report(accentFromPortal(value));
         });
         read(appearanceSpace, accentKey);
+    }
+};
+
+class TextScaleWatch final : public PortalWatch<double>
+{
+public:
+    TextScaleWatch(std::shared_ptr<SettingsPortal> portal,
+                   std::function<void(std::optional<double>)> changed)
+        : PortalWatch(std::move(portal), std::move(changed))
+    {
+        listen([this](const QString& space, const QString& key, const QVariant& value) {
+            if (space == interfaceSpace && key == textScaleKey)
+                report(textScaleFromFactor(value));
+        });
+        read(interfaceSpace, textScaleKey);
     }
 };
 
@@ -203,6 +220,17 @@ std::optional<QColor> accentFromPortal(const QVariant& value)
     return QColor(step(parts[0]), step(parts[1]), step(parts[2]));
 }
 
+std::optional<double> textScaleFromFactor(const QVariant& value)
+{
+    constexpr double least = 0.5;
+    constexpr double greatest = 3;
+    if (value.typeId() != QMetaType::Double)
+        return std::nullopt;
+    const double factor = value.toDouble();
+    // Also false for what is no number.
+    return factor >= least && factor <= greatest ? std::optional(factor) : std::nullopt;
+}
+
 PortalSettings::PortalSettings(Scheduler& scheduler) : m_scheduler(scheduler) {}
 
 std::unique_ptr<Subscription>
@@ -215,6 +243,12 @@ std::unique_ptr<Subscription>
 PortalSettings::watchAnimations(std::function<void(std::optional<bool> areWanted)> changed)
 {
     return std::make_unique<WishWatch>(portal(), motionKeys, false, std::move(changed));
+}
+
+std::unique_ptr<Subscription>
+PortalSettings::watchTextScale(std::function<void(std::optional<double> scale)> changed)
+{
+    return std::make_unique<TextScaleWatch>(portal(), std::move(changed));
 }
 
 std::unique_ptr<Subscription>

@@ -1,10 +1,12 @@
-// The settings of the desktop's settings portal for appearance, motion, contrast and the accent.
+// The settings of the desktop's settings portal for appearance, motion, contrast, text scale and
+// the accent.
 #pragma once
 
 #include "platform/AccentSetting.h"
 #include "platform/AppearanceSetting.h"
 #include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
+#include "platform/TextScaleSetting.h"
 
 #include <QString>
 #include <QVariant>
@@ -21,6 +23,7 @@ class SettingsPortal;
 /// connection.
 class PortalSettings final : public AppearanceSetting,
                              public MotionSetting,
+                             public TextScaleSetting,
                              public ContrastSetting,
                              public AccentSetting
 {
@@ -34,6 +37,9 @@ public:
     /// Where several motion settings exist, animations are wanted when all of them want them.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchAnimations(std::function<void(std::optional<bool> areWanted)> changed) override;
+
+    [[nodiscard]] std::unique_ptr<Subscription>
+    watchTextScale(std::function<void(std::optional<double> scale)> changed) override;
 
     /// Where several contrast settings exist, more contrast is wanted when one of them wants it.
     [[nodiscard]] std::unique_ptr<Subscription>
@@ -57,5 +63,9 @@ std::optional<Appearance> appearanceFromColorScheme(const QVariant& value);
 /// The portal's value of "org.freedesktop.appearance accent-color": red, green and blue from 0
 /// to 1. With any other number there is none, as for a value of another type.
 std::optional<QColor> accentFromPortal(const QVariant& value);
+
+/// The portal's value of "org.gnome.desktop.interface text-scaling-factor": a number from 0.5 to 3,
+/// as that schema limits it, anything else no preference.
+std::optional<double> textScaleFromFactor(const QVariant& value);
 
 } // namespace kelpa

@@ -1,5 +1,5 @@
-// Light, dark, motion and contrast as a settings portal reports them. Runs on a message bus of its
-// own.
+// Light, dark, motion, contrast and text scale as a settings portal reports them. Runs on a message
+// bus of its own.
 #include "platform/freedesktop/appearance/PortalSettings.h"
 
 #include "platform/freedesktop/appearance/FakePortal.h"
@@ -10,6 +10,7 @@
 
 #include <QTest>
 
+#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -244,6 +245,65 @@ TEST_F(PortalTest, Contrast_is_high_while_one_setting_of_several_asks_for_it)
     EXPECT_TRUE(hears(Wishes{true, false, true}));
     portal.set(common, 0U);
     EXPECT_TRUE(hears(Wishes{true, false, true, false}));
+}
+
+TEST_F(PortalTest, Text_scale_is_reported_with_its_changes_until_it_means_nothing)
+{
+    using Scales = std::vector<std::optional<double>>;
+    const QString factor = QStringLiteral("org.gnome.desktop.interface/text-scaling-factor");
+    Scales heard;
+    const auto hears = [&](const Scales& expected) {
+        return QTest::qWaitFor([&] { return heard == expected; });
+    };
+    portal.set(factor, 1.25);
+    auto watch =
+        settings.watchTextScale([&](std::optional<double> scale) { heard.push_back(scale); });
+    scheduler.advance(std::chrono::milliseconds(0));
+    EXPECT_TRUE(hears(Scales{1.25}));
+    EXPECT_EQ(portal.readCount, 1);
+    portal.set(QStringLiteral("org.gnome.desktop.interface/cursor-size"), 2.0);
+    portal.set(QStringLiteral("org.gnome.desktop.wm/text-scaling-factor"), 2.0);
+    portal.set(factor, 1.25);
+    portal.set(factor, 1.5);
+    EXPECT_TRUE(hears(Scales{1.25, 1.5}));
+    portal.set(factor, 0.0);
+    EXPECT_TRUE(hears(Scales{1.25, 1.5, std::nullopt}));
+    portal.set(factor, 1.0);
+    EXPECT_TRUE(hears(Scales{1.25, 1.5, std::nullopt, 1.0}));
+    watch.reset();
+    portal.set(factor, 2.0);
+    portal.set(colorScheme, 1U);
+    watchAppearance();
+    ASSERT_TRUE(this->hears(Heard{Appearance::dark}));
+    EXPECT_EQ(heard.size(), 4U);
+}
+
+TEST_F(PortalTest, Text_scale_is_not_reported_by_a_portal_that_has_none)
+{
+    std::vector<std::optional<double>> heard;
+    const auto watch =
+        settings.watchTextScale([&](std::optional<double> scale) { heard.push_back(scale); });
+    scheduler.advance(std::chrono::milliseconds(0));
+    ASSERT_TRUE(isAsked(1));
+    // A later reply has arrived.
+    portal.set(colorScheme, 1U);
+    watchAppearance();
+    ASSERT_TRUE(hears(Heard{Appearance::dark}));
+    EXPECT_TRUE(heard.empty());
+}
+
+TEST(TextScale, Only_a_number_within_the_limits_of_the_desktop_is_one)
+{
+    using Limits = std::numeric_limits<double>;
+    EXPECT_EQ(textScaleFromFactor(1.0), 1.0);
+    EXPECT_EQ(textScaleFromFactor(1.25), 1.25);
+    EXPECT_EQ(textScaleFromFactor(0.5), 0.5);
+    EXPECT_EQ(textScaleFromFactor(3.0), 3.0);
+    for (const QVariant& nonsense : {QVariant(), QVariant(0.0), QVariant(-1.5), QVariant(0.49),
+                                     QVariant(3.01), QVariant(1e300), QVariant(Limits::quiet_NaN()),
+                                     QVariant(Limits::infinity()), QVariant(-Limits::infinity()),
+                                     QVariant(QStringLiteral("1.5")), QVariant(true), QVariant(2)})
+        EXPECT_EQ(textScaleFromFactor(nonsense), std::nullopt) << nonsense.toString().toStdString();
 }
 
 TEST(ColorScheme, One_is_dark_two_is_light_and_the_rest_has_no_preference)
