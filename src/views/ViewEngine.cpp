@@ -287,6 +287,11 @@ void ViewEngine::followMotion(MotionSetting& setting)
     m_parts->desktopAppearance->followMotion(setting);
 }
 
+void ViewEngine::followTextScale(TextScaleSetting& setting)
+{
+    m_parts->desktopAppearance->followTextScale(setting);
+}
+
 void ViewEngine::followContrast(ContrastSetting& setting)
 {
     m_parts->desktopAppearance->followContrast(setting);

@@ -28,6 +28,7 @@ class FileDialogs;
 class MotionSetting;
 class Scheduler;
 class SessionStart;
+class TextScaleSetting;
 class ViewTypes;
 class Workers;
 class WindowStore;
@@ -87,6 +88,7 @@ public:
     /// after `prepare`; the setting outlives this object.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
+    void followTextScale(TextScaleSetting& setting);
     void followContrast(ContrastSetting& setting);
     void followAccent(AccentSetting& setting);
 

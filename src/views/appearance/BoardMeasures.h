@@ -10,7 +10,8 @@
 
 namespace kelpa {
 
-/// Points. One for each QML engine, which creates it; the theme reads them from here.
+/// Points at the usual size of texts. One for each QML engine, which creates it; the theme reads
+/// them from here.
 class BoardMeasures : public QObject
 {
     Q_OBJECT

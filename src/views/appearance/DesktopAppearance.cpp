@@ -4,6 +4,7 @@
 #include "platform/AppearanceSetting.h"
 #include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
+#include "platform/TextScaleSetting.h"
 #include "views/appearance/ViewSettings.h"
 
 #include <QEvent>
@@ -57,6 +58,12 @@ void DesktopAppearance::followMotion(MotionSetting& setting)
         m_sources.desktopAnimations.at(place) = areWanted;
         update();
     }));
+}
+
+void DesktopAppearance::followTextScale(TextScaleSetting& setting)
+{
+    m_subscriptions.push_back(setting.watchTextScale(
+        [this](std::optional<double> scale) { m_settings.setTextScale(scale.value_or(1)); }));
 }
 
 void DesktopAppearance::followContrast(ContrastSetting& setting)

@@ -1,5 +1,5 @@
-// Follows the desktop's settings for light or dark, for the amount of motion, for contrast and for
-// the accent colour.
+// Follows the desktop's settings for light or dark, motion, contrast, the size of texts and the
+// accent colour.
 #pragma once
 
 #include "platform/Subscription.h"
@@ -17,6 +17,7 @@ class AccentSetting;
 class AppearanceSetting;
 class ContrastSetting;
 class MotionSetting;
+class TextScaleSetting;
 class ViewSettings;
 
 /// Keeps the view settings equal to the desktop's settings, and the appearance to the palette's
@@ -35,6 +36,7 @@ public:
     /// Follows a setting of the desktop, unless its value is fixed. There may be several of motion.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
+    void followTextScale(TextScaleSetting& setting);
     void followContrast(ContrastSetting& setting);
     void followAccent(AccentSetting& setting);
 

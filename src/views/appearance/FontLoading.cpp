@@ -58,6 +58,11 @@ std::vector<FirstFont> firstFonts(const ViewSettings& settings, const FirstBoard
     return fonts;
 }
 
+QFont fontOf(const ViewSettings& settings, const FirstFont& first)
+{
+    return settings.font(settings.fontFamilies(), first.size, first.weight, settings.textScale());
+}
+
 /// Asks for all that an item of the views will: the font itself, which the toolkit loads for each
 /// script, the places of the letters, and how far each extends.
 void layOut(const QString& text, const QFont& font)
@@ -80,7 +85,7 @@ QList<QFont> fontsOfFirstFrame(const ViewSettings& settings, const FirstBoard& b
     QList<QFont> fonts;
     fonts.reserve(static_cast<qsizetype>(all.size()));
     for (const FirstFont& first : all)
-        fonts.append(settings.font(settings.fontFamilies(), first.size, first.weight));
+        fonts.append(fontOf(settings, first));
     return fonts;
 }
 
@@ -88,7 +93,7 @@ void loadFonts(const ViewSettings& settings, const FirstBoard& board,
                const std::function<void()>& between)
 {
     for (const FirstFont& first : firstFonts(settings, board)) {
-        const QFont font = settings.font(settings.fontFamilies(), first.size, first.weight);
+        const QFont font = fontOf(settings, first);
         for (const QString& text : first.texts) {
             between();
             layOut(text, font);

@@ -91,45 +91,69 @@ QtObject {
     readonly property int large: 16
     readonly property int huge: 24
 
+    // A line of text needs more room where texts are larger, and no less where they are smaller: symbols
+    // and whatever is pressed keep their sizes. A height that holds lines of text adds for each line
+    // what it has grown by in its font; everything else that has to follow texts grows with them.
+    readonly property real textGrowth: Math.max(1, ViewSettings.textScale)
+    readonly property int captionGrowth: root.lineGrowth(11)
+    readonly property int bodyGrowth: root.lineGrowth(13)
+    readonly property int titleGrowth: root.lineGrowth(22)
+
     readonly property int boardMargin: BoardMeasures.boardMargin
     readonly property int targetWidth: BoardMeasures.targetWidth
     readonly property int targetSpacing: BoardMeasures.targetSpacing
-    readonly property int railWidth: BoardMeasures.railWidth
+    readonly property int railWidth: root.grown(BoardMeasures.railWidth)
+    // By how much the rail is wider than at the usual size of texts.
+    readonly property int railGrowth: root.railWidth - BoardMeasures.railWidth
     readonly property int railSpacing: BoardMeasures.railSpacing
-    readonly property int collapsedCardHeight: BoardMeasures.collapsedCardHeight
+    readonly property int collapsedCardHeight: root.grown(BoardMeasures.collapsedCardHeight)
     readonly property int fadeHeight: BoardMeasures.fadeHeight
-    readonly property int windowCardHeight: BoardMeasures.windowCardHeight
+    readonly property int windowCardHeight: BoardMeasures.windowCardHeight + 2 * root.captionGrowth
     readonly property size previewSize: BoardMeasures.previewSize
     // In a column, from its left edge: the middle of the symbols, and the beginning of all its
     // texts.
     readonly property int columnSymbolX: 22
     readonly property int columnTextX: 38
     // Where the list begins below a title with an explanation.
-    readonly property int columnListY: 60
-    readonly property int sheetWidth: 390
-    readonly property int controlHeight: 32
+    readonly property int columnListY: 60 + root.bodyGrowth + root.captionGrowth
+    readonly property int sheetWidth: root.grown(390)
+    readonly property int controlHeight: 32 + root.bodyGrowth
     readonly property int symbolSize: BoardMeasures.symbolSize
-    readonly property int todoHeight: 34
+    readonly property int todoHeight: 34 + root.bodyGrowth
+    // Of a number beside its symbol.
+    readonly property int badgeHeight: 20 + root.captionGrowth
 
     readonly property int smallRadius: 6
     readonly property int controlRadius: 8
     readonly property int cardRadius: 11
     readonly property int columnRadius: BoardMeasures.columnRadius
 
-    readonly property font caption: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Normal)
-    readonly property font captionStrong: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.Medium)
-    readonly property font captionEmphasized: ViewSettings.font(ViewSettings.fontFamilies, 11, Font.DemiBold)
-    readonly property font body: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.Normal)
+    readonly property font caption: root.sized(11, Font.Normal)
+    readonly property font captionStrong: root.sized(11, Font.Medium)
+    readonly property font captionEmphasized: root.sized(11, Font.DemiBold)
+    readonly property font body: root.sized(13, Font.Normal)
     readonly property font bodyDone: ViewSettings.struckOut(root.body)
-    readonly property font bodyStrong: ViewSettings.font(ViewSettings.fontFamilies, 13, Font.DemiBold)
-    readonly property font heading: ViewSettings.font(ViewSettings.fontFamilies, 17, Font.DemiBold)
-    readonly property font title: ViewSettings.font(ViewSettings.fontFamilies, 22, Font.Bold)
+    readonly property font bodyStrong: root.sized(13, Font.DemiBold)
+    readonly property font heading: root.sized(17, Font.DemiBold)
+    readonly property font title: root.sized(22, Font.Bold)
 
     // Milliseconds.
     readonly property int shortTime: ViewSettings.isReducingMotion ? 0 : 120
     readonly property int mediumTime: ViewSettings.isReducingMotion ? 0 : 200
     readonly property int tipDelay: 700
 
+    /// The font of texts of this size, in points at their usual size.
+    function sized(size: int, weight: int): font {
+        return ViewSettings.font(ViewSettings.fontFamilies, size, weight, ViewSettings.textScale);
+    }
+    /// A length that follows the size of texts, in points at their usual size.
+    function grown(length: real): int {
+        return Math.round(length * root.textGrowth);
+    }
+    /// No font's lines are higher than one and a half times its size.
+    function lineGrowth(size: int): int {
+        return Math.ceil(1.5 * (root.grown(size) - size));
+    }
     /// The colour of the present appearance.
     function shade(dark: string, light: string, highDark: string, highLight: string): color {
         if (root.isHighContrast)

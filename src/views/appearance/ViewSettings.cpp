@@ -4,6 +4,7 @@
 #include <QFontInfo>
 
 #include <algorithm>
+#include <cmath>
 
 namespace kelpa {
 
@@ -105,6 +106,16 @@ void ViewSettings::setDesktopAccent(const QColor& accent)
     Q_EMIT desktopAccentChanged();
 }
 
+void ViewSettings::setTextScale(double scale)
+{
+    const bool isUsable = std::isfinite(scale) && scale > 0;
+    const double limited = isUsable ? std::clamp(scale, leastTextScale, greatestTextScale) : 1;
+    if (m_textScale == limited)
+        return;
+    m_textScale = limited;
+    Q_EMIT textScaleChanged();
+}
+
 void ViewSettings::setSeen(bool isSeen)
 {
     if (m_isSeen == isSeen)
@@ -135,12 +146,12 @@ void ViewSettings::setLanguage(AppLanguage language, const KeyNames& keyNames)
     }
 }
 
-QFont ViewSettings::font(const QStringList& families, int size, int weight) const
+QFont ViewSettings::font(const QStringList& families, int size, int weight, double scale) const
 {
     QFont font;
     font.setFamilies(families);
     font.setStyleHint(hint(families));
-    font.setPixelSize(size);
+    font.setPixelSize(qRound(size * scale));
     font.setWeight(static_cast<QFont::Weight>(weight));
     return font;
 }

@@ -33,6 +33,8 @@ class ViewSettings : public QObject
     /// Opaque; invalid where the desktop has none.
     Q_PROPERTY(
         QColor desktopAccent READ desktopAccent WRITE setDesktopAccent NOTIFY desktopAccentChanged)
+    /// The size of texts as a factor of their usual one.
+    Q_PROPERTY(double textScale READ textScale WRITE setTextScale NOTIFY textScaleChanged)
     Q_PROPERTY(bool isSeen READ isSeen WRITE setSeen NOTIFY isSeenChanged)
     /// Whether the first frame is still to be drawn: what nobody can see in it comes after it.
     Q_PROPERTY(bool isStarting READ isStarting WRITE setStarting NOTIFY isStartingChanged)
@@ -58,6 +60,16 @@ public:
     QColor desktopAccent() const { return m_desktopAccent; }
     void setDesktopAccent(const QColor& accent);
 
+    /// Texts stay readable from `leastTextScale` on, and a board of the least size has room for
+    /// them up to `greatestTextScale`.
+    static constexpr double leastTextScale = 0.75;
+    static constexpr double greatestTextScale = 2;
+
+    double textScale() const { return m_textScale; }
+    /// Takes the nearest scale within the limits; the usual one instead of what is no positive
+    /// number.
+    void setTextScale(double scale);
+
     /// Whether any of the window is visible: animations run only then.
     bool isSeen() const { return m_isSeen; }
     void setSeen(bool isSeen);
@@ -73,8 +85,9 @@ public:
     void setLanguage(AppLanguage language, const KeyNames& keyNames = {});
 
     /// A font with a size in points of the screen, as all of QML's lengths, and a weight of
-    /// QFont's.
-    Q_INVOKABLE QFont font(const QStringList& families, int size, int weight) const;
+    /// QFont's; `scale` is a factor of the size, which is then rounded.
+    Q_INVOKABLE QFont font(const QStringList& families, int size, int weight,
+                           double scale = 1) const;
     /// The same font with a line through it.
     Q_INVOKABLE QFont struckOut(const QFont& font) const;
     /// The colour of a goal by the accent's stored text; transparent for an unknown one.
@@ -91,6 +104,7 @@ Q_SIGNALS:
     void isReducingMotionChanged();
     void isHighContrastChanged();
     void desktopAccentChanged();
+    void textScaleChanged();
     void isSeenChanged();
     void isStartingChanged();
     void fontFamiliesChanged();
@@ -101,6 +115,7 @@ private:
     bool m_isReducingMotion = false;
     bool m_isHighContrast = false;
     QColor m_desktopAccent;
+    double m_textScale = 1;
     bool m_isSeen = true;
     bool m_isStarting = false;
     QStringList m_fontFamilies;

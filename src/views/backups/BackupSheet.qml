@@ -21,8 +21,8 @@ Sheet {
             root.backups.restore(list.currentIndex);
     }
 
-    width: Math.min(680, parent ? parent.width - 2 * Theme.large : 680)
-    height: Math.min(540, parent ? parent.height - 2 * Theme.large : 540)
+    width: Math.min(Theme.grown(680), parent ? parent.width - 2 * Theme.large : 680)
+    height: Math.min(Theme.grown(540), parent ? parent.height - 2 * Theme.large : 540)
     title: ViewSettings.copy.text(CopyKey.RestoreBackupTitle)
     onRestorationCountChanged: root.close()
     // Not only when it has faded away: until then, the backup would still take the board's place.

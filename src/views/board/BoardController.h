@@ -108,7 +108,8 @@ public:
     int selectedTarget() const;
     int selectedWindow() const;
     double boardWidth() const { return m_boardWidth; }
-    /// Also sets how many targets are side by side for the arrow keys.
+    /// What a wider rail takes is not part of it. Also sets how many targets are side by side for
+    /// the arrow keys.
     void setBoardWidth(double width);
     double targetAreaWidth();
 

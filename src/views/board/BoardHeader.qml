@@ -74,7 +74,7 @@ Item {
         anchors.leftMargin: Theme.boardMargin
         anchors.rightMargin: Theme.boardMargin
         y: Theme.medium
-        height: 36
+        height: 36 + Theme.titleGrowth
 
         AppText {
             id: name
@@ -107,7 +107,7 @@ Item {
                                              - buttons.widthOfButtons
 
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.floor(Math.max(search.minimumWidth, Math.min(search.room, 280)))
+                width: Math.floor(Math.max(search.minimumWidth, Math.min(search.room, Theme.grown(280))))
                 label: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
                 placeholderText: ViewSettings.copy.text(CopyKey.SearchWindowsOrApps)
                 clearLabel: ViewSettings.copy.text(CopyKey.ClearSearch)

@@ -44,7 +44,7 @@ Item {
         Accessible.name: text
     }
 
-    height: root.isOneLine ? 24 : 24 + doubleTapHint.height
+    height: 24 + Theme.captionGrowth + (root.isOneLine ? 0 : doubleTapHint.height)
 
     Hint {
         id: keyboardHint

@@ -16,7 +16,16 @@ Rectangle {
     readonly property string explanation: root.notice.isOpen ? ViewSettings.copy.text(root.notice.text)
                                                              : ""
 
-    implicitHeight: Math.max(texts.implicitHeight, button.implicitHeight) + 2 * Theme.medium
+    readonly property real buttonsWidth: button.implicitWidth
+                                         + (remedy.visible ? remedy.implicitWidth + Theme.small : 0)
+    /// Whether the buttons are below large texts, which have too little room beside them.
+    readonly property bool isStacked: Theme.textGrowth > 1
+                                      && root.width - texts.anchors.leftMargin - root.buttonsWidth
+                                         - 2 * Theme.large < Theme.grown(320)
+
+    implicitHeight: (root.isStacked ? texts.implicitHeight + Theme.small + button.implicitHeight
+                                    : Math.max(texts.implicitHeight, button.implicitHeight))
+                    + 2 * Theme.medium
     radius: Theme.cardRadius
     color: Theme.warningGround
     Accessible.role: Accessible.AlertMessage
@@ -38,9 +47,10 @@ Rectangle {
 
         anchors.left: parent.left
         anchors.leftMargin: Theme.large + 22 + Theme.medium
-        anchors.right: remedy.visible ? remedy.left : button.left
+        anchors.right: root.isStacked ? parent.right : remedy.visible ? remedy.left : button.left
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: root.isStacked ? -(button.height + Theme.small) / 2 : 0
         spacing: 2
 
         AppText {
@@ -61,7 +71,7 @@ Rectangle {
 
         anchors.right: button.left
         anchors.rightMargin: Theme.small
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: button.verticalCenter
         visible: root.notice.remedy >= 0
         isPrimary: true
         text: visible ? ViewSettings.copy.text(root.notice.remedy) : ""
@@ -73,6 +83,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: root.isStacked ? (texts.height + Theme.small) / 2 : 0
         text: ViewSettings.copy.text(CopyKey.GotIt)
         onClicked: root.notice.dismiss()
     }

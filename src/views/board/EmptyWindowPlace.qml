@@ -10,7 +10,7 @@ Item {
     required property bool isSearchedEmpty
     required property bool areWindowsListed
 
-    height: 92
+    height: Math.max(92, reason.implicitHeight + 2 * Theme.medium)
 
     Rectangle {
         anchors.fill: parent
@@ -18,6 +18,8 @@ Item {
         color: Theme.window
     }
     AppText {
+        id: reason
+
         anchors.fill: parent
         anchors.margins: Theme.medium
         horizontalAlignment: Text.AlignHCenter

@@ -58,7 +58,7 @@ FocusScope {
     Binding {
         target: root.board
         property: "boardWidth"
-        value: root.width
+        value: root.width - (rail.visible ? Theme.railGrowth : 0)
     }
 
     GoalBreadcrumbRail {

@@ -202,6 +202,7 @@ ExpandableGoalCard {
         anchors.top: todos.bottom
         anchors.leftMargin: Theme.medium
         anchors.topMargin: root.absentWindowCount > 0 ? Theme.symbolSize + 2 * Theme.small
+                                                        + Theme.captionGrowth
                                                       : Theme.small
         anchors.rightMargin: Theme.medium
         visibleFrom: root.visibleFrom - y

@@ -23,10 +23,15 @@ Sheet {
                                         - root.topPadding - root.bottomPadding - heading.height
                                         - closeButton.height - 2 * Theme.medium
 
-    readonly property real keysWidth: Math.ceil(root.keys.reduce(
-        (widest, each) => Math.max(widest, keysMetrics.advanceWidth(each)), 0))
+    readonly property real keysWidth: root.widestOf(root.keys, keysMetrics.font)
 
-    width: Math.min(600, parent ? parent.width - 2 * Theme.large : 600)
+    /// In points, in the font of the metrics: another one measures anew.
+    function widestOf(keys: var, font: font): real {
+        return Math.ceil(keys.reduce(
+            (widest, each) => Math.max(widest, keysMetrics.advanceWidth(each)), 0));
+    }
+
+    width: Math.min(Theme.grown(600), parent ? parent.width - 2 * Theme.large : 600)
     title: ViewSettings.copy.text(CopyKey.KeyboardShortcuts)
     contentHeight: heading.height + view.height + closeButton.height + 2 * Theme.medium
     // Before it has opened whole, so that it takes every key from the first on.

@@ -12,7 +12,7 @@ FloatingGround {
     property bool isComplete: false
 
     implicitWidth: label.implicitWidth + 2 * Theme.large
-    implicitHeight: 36
+    implicitHeight: 36 + Theme.bodyGrowth
     radius: height / 2
     Accessible.role: Accessible.AlertMessage
     // An item that is created as part of what is read is announced by the toolkit as well.

@@ -22,6 +22,8 @@ Rectangle {
     readonly property bool isHeld: root.message.length > 0
                                    && (ground.containsMouse || action.hovered || action.activeFocus)
     readonly property bool keepsFields: true
+    /// The width within the window, in points.
+    readonly property real room: (root.parent?.width ?? Infinity) - 2 * Theme.large
 
     signal actionRequested
 
@@ -38,9 +40,9 @@ Rectangle {
     onMessageChanged: root.noteShown()
     onActionTextChanged: root.noteShown()
 
-    implicitWidth: Math.min(560, label.implicitWidth + label.anchors.leftMargin
+    implicitWidth: Math.min(Theme.grown(560), root.room, label.implicitWidth + label.anchors.leftMargin
                                  + label.anchors.rightMargin)
-    implicitHeight: 36
+    implicitHeight: 36 + Theme.bodyGrowth
     radius: height / 2
     color: Theme.text
     opacity: root.message.length > 0 ? 1 : 0
@@ -84,7 +86,7 @@ Rectangle {
         anchors.rightMargin: Theme.tiny
         anchors.verticalCenter: parent.verticalCenter
         implicitWidth: implicitContentWidth + 2 * Theme.medium
-        implicitHeight: 28
+        implicitHeight: 28 + Theme.bodyGrowth
         text: root.shownActionText
         font: Theme.bodyStrong
         visible: root.hasAction

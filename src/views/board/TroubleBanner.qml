@@ -19,7 +19,14 @@ Rectangle {
                                          ? ViewSettings.copy.text(root.trouble.advice)
                                          : ViewSettings.copy.movedAsideTo(root.trouble.movedAsideName)
 
-    implicitHeight: Math.max(texts.implicitHeight, buttons.implicitHeight) + 2 * Theme.medium
+    /// Whether the buttons are below large texts, which have too little room beside them.
+    readonly property bool isStacked: Theme.textGrowth > 1
+                                      && root.width - texts.anchors.leftMargin - buttons.implicitWidth
+                                         - 2 * Theme.large < Theme.grown(320)
+
+    implicitHeight: (root.isStacked ? texts.implicitHeight + Theme.small + buttons.implicitHeight
+                                    : Math.max(texts.implicitHeight, buttons.implicitHeight))
+                    + 2 * Theme.medium
     radius: Theme.cardRadius
     color: Theme.warningGround
     Accessible.role: Accessible.AlertMessage
@@ -43,9 +50,10 @@ Rectangle {
 
         anchors.left: parent.left
         anchors.leftMargin: Theme.large + 22 + Theme.medium
-        anchors.right: buttons.left
+        anchors.right: root.isStacked ? parent.right : buttons.left
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: root.isStacked ? -(buttons.height + Theme.small) / 2 : 0
         spacing: 2
 
         AppText {
@@ -73,6 +81,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: Theme.large
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: root.isStacked ? (texts.height + Theme.small) / 2 : 0
         spacing: Theme.small
 
         AppButton {

@@ -32,7 +32,7 @@ Sheet {
     }
 
     // Its three buttons beside each other in every language.
-    width: Math.min(460, parent ? parent.width - 2 * Theme.large : 460)
+    width: Math.min(Theme.grown(460), parent ? parent.width - 2 * Theme.large : 460)
     title: ViewSettings.copy.text(root.trouble.unsavedSummary)
     contentHeight: content.implicitHeight
     onAboutToHide: root.isAsking = false

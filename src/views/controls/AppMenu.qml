@@ -7,7 +7,8 @@ import Kelpa.Scene
 
 /// A menu as wide as its widest item, within limits. While it is open, it has the pointer and the
 /// keys to itself: a press beside it only closes it. It also closes when another program comes
-/// forward, and when the window is resized, which moves the item that the menu belongs to.
+/// forward, and when the window is resized or texts change their size, which moves the item that the
+/// menu belongs to.
 T.Menu {
     id: root
 
@@ -21,7 +22,7 @@ T.Menu {
     /// The item below everything that the window opens over its content; absent in a plain view.
     readonly property Item shownBelow: root.contentItem.T.ApplicationWindow.contentItem
 
-    implicitWidth: Math.min(360, Math.max(180, contentItem.implicitWidth + leftPadding
+    implicitWidth: Math.min(Theme.grown(360), Math.max(Theme.grown(180), contentItem.implicitWidth + leftPadding
                                                + rightPadding))
     implicitHeight: root.heightWithin(parent ? root.contentItem.Window.window : null)
     margins: Theme.small
@@ -78,6 +79,14 @@ T.Menu {
             root.close();
         }
         function onHeightChanged(): void {
+            root.close();
+        }
+    }
+    Connections {
+        target: ViewSettings
+        enabled: root.opened
+
+        function onTextScaleChanged(): void {
             root.close();
         }
     }

@@ -28,7 +28,7 @@ T.MenuItem {
     implicitWidth: !root.isOffered ? 0
                    : implicitContentWidth + leftPadding + rightPadding
                      + (root.keys.length > 0 ? keysMetrics.advanceWidth + Theme.huge : 0)
-    implicitHeight: root.isOffered ? 30 : 0
+    implicitHeight: root.isOffered ? 30 + Theme.bodyGrowth : 0
     visible: root.isOffered
     leftPadding: root.hasMarkPlace ? 34 : 10
     rightPadding: root.isOpener ? 36 : 14

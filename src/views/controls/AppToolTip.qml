@@ -19,7 +19,7 @@ T.ToolTip {
     margins: Theme.small
     horizontalPadding: 10
     verticalPadding: 6
-    implicitWidth: Math.min(360, root.wantedWidth + leftPadding + rightPadding)
+    implicitWidth: Math.min(Theme.grown(360), root.wantedWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     closePolicy: T.Popup.CloseOnEscape
 

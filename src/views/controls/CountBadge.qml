@@ -13,8 +13,8 @@ Rectangle {
     required property string label
 
     implicitWidth: content.implicitWidth + 12
-    implicitHeight: 20
-    radius: 10
+    implicitHeight: Theme.badgeHeight
+    radius: root.height / 2
     color: Theme.hover
     Accessible.role: Accessible.StaticText
     Accessible.name: root.label

@@ -14,7 +14,7 @@ PressButton {
     required property string label
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: 20
+    implicitHeight: Theme.badgeHeight
     Accessible.description: root.label
 
     leftPadding: 6
@@ -42,7 +42,7 @@ PressButton {
     }
 
     FocusRing {
-        radius: 12
+        radius: root.height / 2 + 2
     }
     HoverTip {}
 }

@@ -28,7 +28,7 @@ Rectangle {
         root.y = place.y;
     }
 
-    width: Math.min(label.implicitWidth, 280) + 2 * Theme.medium
+    width: Math.min(label.implicitWidth, Theme.grown(280)) + 2 * Theme.medium
     height: Theme.controlHeight
     radius: Theme.controlRadius
     color: Theme.accent

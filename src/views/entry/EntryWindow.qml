@@ -12,7 +12,7 @@ T.ApplicationWindow {
 
     required property EntryController entry
 
-    readonly property int rowHeight: 30
+    readonly property int rowHeight: 30 + Theme.bodyGrowth
     readonly property int wantedHeight: column.y + column.height + Theme.medium
 
     readonly property int replacementCount: root.entry.replacementCount
@@ -32,7 +32,7 @@ T.ApplicationWindow {
         field.cursorPosition = caret;
     }
     // A window of one size floats wherever others are tiled.
-    width: 520
+    width: Math.min(Theme.grown(520), Math.max(520, root.Screen.desktopAvailableWidth - 2 * Theme.large))
     height: root.wantedHeight
     minimumWidth: root.width
     maximumWidth: root.width
@@ -65,7 +65,7 @@ T.ApplicationWindow {
             }
 
             width: parent.width
-            implicitHeight: 36
+            implicitHeight: 36 + Theme.bodyGrowth
             focus: true
             label: ViewSettings.copy.text(CopyKey.NewTodo)
             placeholderText: ViewSettings.copy.text(CopyKey.EnterTodo)
@@ -86,7 +86,7 @@ T.ApplicationWindow {
         }
         Item {
             width: parent.width
-            height: 20
+            height: 20 + Theme.bodyGrowth
             visible: !root.entry.isCompleting
             Accessible.role: Accessible.StaticText
             Accessible.name: root.entry.goalTitle

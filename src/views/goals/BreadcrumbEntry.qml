@@ -41,7 +41,7 @@ PressButton {
     z: root.index
     x: 12
     width: root.list.width - root.x
-    height: 18
+    height: 18 + Theme.captionGrowth
     text: root.title
     opacity: root.isSelected || root.hovered || entryDrop.wouldReceive ? 1 : Theme.restingOpacity
     Accessible.role: Accessible.ListItem

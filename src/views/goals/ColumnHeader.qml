@@ -50,7 +50,7 @@ Item {
         root.menuRequested(menuButton);
     }
 
-    implicitHeight: root.isUnassigned ? 40 : Theme.columnListY - Theme.small
+    implicitHeight: root.isUnassigned ? 40 + Theme.bodyGrowth : Theme.columnListY - Theme.small
     opacity: root.isReceding ? Theme.recedingOpacity : 1
     // From one of its buttons.
     Keys.onPressed: event => {
@@ -127,7 +127,7 @@ Item {
         // A badge at the end is aligned with the cards below, and the symbol of a button with the
         // texts.
         x: root.isUnassigned ? root.width - width - Theme.tiny : Theme.columnTextX - root.x - 6
-        y: root.isUnassigned ? (root.height - height) / 2 : menuButton.y
+        y: root.isUnassigned ? (root.height - height) / 2 : root.height - height
         spacing: 2
 
         HoverHandler {
@@ -190,7 +190,7 @@ Item {
         id: menuButton
 
         anchors.right: parent.right
-        anchors.bottom: parent.bottom
+        anchors.verticalCenter: controls.verticalCenter
         symbol: "ellipsis"
         size: 28
         text: ViewSettings.copy.text(CopyKey.MoreGoalActions)

@@ -35,7 +35,7 @@ FocusScope {
                                          && (root.draggedOver?.isDraggedOver ?? false))
     /// Points between the rail and a title in it, on both sides.
     readonly property real titleMargins: 28 + 6
-    readonly property real greatestWidth: 240
+    readonly property real greatestWidth: Theme.grown(240)
 
     function measure(): void {
         let widest = 0;

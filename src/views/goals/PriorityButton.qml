@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Kelpa.Appearance
 import Kelpa.Controls
 
 /// Shows a goal's priority in a capsule of its colour, and opens the menu that changes it.
@@ -11,7 +12,7 @@ PressButton {
     required property color color
 
     implicitWidth: 30
-    implicitHeight: 20
+    implicitHeight: Theme.badgeHeight
     Accessible.role: Accessible.ButtonMenu
 
     contentItem: AppIcon {
@@ -25,7 +26,7 @@ PressButton {
     }
 
     FocusRing {
-        radius: 12
+        radius: root.height / 2 + 2
     }
     HoverTip {}
 }

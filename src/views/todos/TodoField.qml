@@ -63,7 +63,7 @@ FocusScope {
         anchors.right: cancelButton.left
         anchors.rightMargin: 2
         y: (Theme.todoHeight - height) / 2
-        implicitHeight: 28
+        implicitHeight: 28 + Theme.bodyGrowth
         focus: true
         leftPadding: 4
         rightPadding: 4

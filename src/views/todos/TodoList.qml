@@ -117,7 +117,7 @@ Item {
         dragSource: root.dragSource
         listModel: root.listModel
         editedTodoID: root.editedTodoID
-        rowHeight: Theme.todoHeight + (root.isUnified ? 12 : 0)
+        rowHeight: Theme.todoHeight + (root.isUnified ? 12 + Theme.captionGrowth : 0)
         visibleFrom: root.visibleFrom
         visibleTo: root.visibleTo
         onMenuRequested: (todoID, columnID, row, place) => {

@@ -15,7 +15,7 @@ Item {
 
     signal taken
 
-    implicitHeight: 30
+    implicitHeight: 30 + Theme.captionGrowth
     Accessible.role: Accessible.AlertMessage
     Accessible.name: root.text + " " + keys.text
 
@@ -34,7 +34,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         width: Math.min(implicitWidth, root.width)
         implicitWidth: label.implicitWidth + keys.implicitWidth + 3 * Theme.small
-        implicitHeight: 24
+        implicitHeight: 24 + Theme.captionGrowth
         text: root.text
         font: Theme.captionStrong
         focusPolicy: Qt.TabFocus

@@ -67,7 +67,7 @@ FocusScope {
     onTodoIDChanged: root.isMenuOpen = false
     // Not the opacity of the content, which follows the pointer as an opaque picture.
     opacity: content.isDragged ? 0.6 : root.isMissed ? Theme.recedingOpacity : 1
-    implicitHeight: root.isUnified ? Theme.todoHeight + 12 : Theme.todoHeight
+    implicitHeight: Theme.todoHeight + (root.isUnified ? 12 + Theme.captionGrowth : 0)
 
     Connections {
         target: root.todos

@@ -69,7 +69,7 @@ Item {
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.margins: Theme.small
-        height: 40
+        height: 40 + Theme.bodyGrowth
 
         AppIcon {
             id: icon

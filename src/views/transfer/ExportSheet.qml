@@ -30,8 +30,8 @@ Sheet {
             field.path = root.suggestedPath;
     }
 
-    width: Math.min(680, parent ? parent.width - 2 * Theme.large : 680)
-    height: Math.min(540, parent ? parent.height - 2 * Theme.large : 540)
+    width: Math.min(Theme.grown(680), parent ? parent.width - 2 * Theme.large : 680)
+    height: Math.min(Theme.grown(540), parent ? parent.height - 2 * Theme.large : 540)
     title: ViewSettings.copy.text(CopyKey.ExportTitle)
     onIsEndingChanged: if (root.isEnding)
         root.close()

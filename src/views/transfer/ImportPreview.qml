@@ -66,7 +66,8 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        height: Math.min(120, 34 + 22 * root.importing.leftOut.length)
+        height: Math.min(Theme.grown(120), 34 + Theme.captionGrowth
+                         + (22 + Theme.bodyGrowth) * root.importing.leftOut.length)
         visible: root.hasLeftOut
         label: root.importing.leftOutText
         lines: root.importing.leftOut

@@ -37,8 +37,8 @@ Sheet {
             cancelButton.forceActiveFocus(Qt.TabFocusReason);
     }
 
-    width: Math.min(680, parent ? parent.width - 2 * Theme.large : 680)
-    height: Math.min(root.importing.isRead ? 540 : 260,
+    width: Math.min(Theme.grown(680), parent ? parent.width - 2 * Theme.large : 680)
+    height: Math.min(Theme.grown(root.importing.isRead ? 540 : 260),
                      parent ? parent.height - 2 * Theme.large : 540)
     title: ViewSettings.copy.text(CopyKey.ImportTitle)
     onIsEndingChanged: if (root.isEnding)

@@ -13,7 +13,7 @@ PressButton {
     required property bool areFromLastTime
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: 24
+    implicitHeight: 24 + Theme.captionGrowth
     leftPadding: Theme.tiny
     rightPadding: Theme.small
     font: Theme.caption

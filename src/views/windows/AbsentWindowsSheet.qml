@@ -13,7 +13,7 @@ Sheet {
 
     required property WindowMemoryController memory
 
-    readonly property int rowHeight: 60
+    readonly property int rowHeight: 60 + Theme.bodyGrowth + 2 * Theme.captionGrowth
 
     /// Opens or closes the sheet, also for the request for which it is created.
     function followRequest(): void {
@@ -33,7 +33,7 @@ Sheet {
     width: Math.min(Math.max(Theme.sheetWidth, forgetAll.implicitWidth + buttons.implicitWidth
                                                + Theme.small + leftPadding + rightPadding),
                     parent ? parent.width - 2 * Theme.large : Theme.sheetWidth)
-    height: Math.min(560, implicitHeight, parent ? parent.height - 2 * Theme.large : 560)
+    height: Math.min(Theme.grown(560), implicitHeight, parent ? parent.height - 2 * Theme.large : 560)
     contentHeight: heading.height + Theme.small + root.memory.listCount * root.rowHeight
                    + footer.height
     onClosed: root.memory.closeList()

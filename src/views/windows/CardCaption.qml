@@ -29,7 +29,7 @@ Item {
     readonly property bool isElided: titleText.truncated || ownerText.truncated
                                      || titleText.implicitWidth > titleText.width
 
-    implicitHeight: 32
+    implicitHeight: 32 + 2 * Theme.captionGrowth
     onPreviewRevisionChanged: icon.lookAgain()
 
     Item {

@@ -28,6 +28,7 @@ Item {
     required property real tilt
 
     readonly property bool isElided: caption.isElided
+    readonly property alias isMessageCut: preview.isMessageCut
     /// Whether a person reached the line about its former goal by keyboard.
     property bool hasKeyboard: false
     /// What the marks in the caption mean.

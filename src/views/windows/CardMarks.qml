@@ -34,7 +34,7 @@ Row {
         model: root.virtualDesktop !== "" ? 1 : 0
         delegate: Rectangle {
             width: name.width + 2 * Theme.tiny
-            height: 14
+            height: 14 + Theme.captionGrowth
             radius: 4
             color: "transparent"
             border.width: 1

@@ -18,6 +18,9 @@ Item {
     /// The rotation with which round corners are drawn: see `WindowCard`.
     property real tilt: 0
 
+    /// Whether there is more of the message than shows.
+    readonly property bool isMessageCut: root.revision === 0 && reason.truncated
+
     /// How wide the picture is, or what stands in its place.
     readonly property real shownWidth: ground.width
 
@@ -71,8 +74,12 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             name: "layers"
             size: 14
+            // Larger texts take its place.
+            visible: reason.height + parent.spacing + height <= Theme.previewSize.height
         }
         AppText {
+            id: reason
+
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             text: root.message
@@ -81,8 +88,8 @@ Item {
             wrapMode: Text.Wrap
             // The lines are close together, so that the longest message of any language fits.
             lineHeightMode: Text.FixedHeight
-            lineHeight: 13
-            maximumLineCount: 4
+            lineHeight: Theme.grown(13)
+            maximumLineCount: Math.min(4, Math.floor(Theme.previewSize.height / lineHeight))
             Accessible.role: Accessible.StaticText
             Accessible.ignored: !visible || text === ""
             Accessible.name: text

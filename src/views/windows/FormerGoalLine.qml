@@ -17,7 +17,7 @@ Item {
     signal accepted
     signal declined
 
-    implicitHeight: Math.max(24, back.implicitContentHeight + Theme.small)
+    implicitHeight: Math.max(24 + Theme.captionGrowth, back.implicitContentHeight + Theme.small)
 
     Rectangle {
         anchors.fill: parent

@@ -184,8 +184,8 @@ FocusableItem {
     HoverTip {
         id: tip
 
-        text: [...(face.isElided ? [root.title, root.ownerName] : []), ...face.marks, root.help]
-            .join("\n")
+        text: [...(face.isElided ? [root.title, root.ownerName] : []),
+            ...(face.isMessageCut ? [root.previewMessage] : []), ...face.marks, root.help].join("\n")
         isHovered: hover.hovered && root.hasRested && !(root.buttons?.isHovered ?? false)
                    && !root.dragSource.isDragging
     }

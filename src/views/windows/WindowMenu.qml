@@ -45,7 +45,7 @@ AppMenu {
         id: heading
 
         implicitWidth: implicitContentWidth + leftPadding + rightPadding
-        implicitHeight: 28
+        implicitHeight: 28 + Theme.bodyGrowth
         leftPadding: 10
         rightPadding: 14
         enabled: false

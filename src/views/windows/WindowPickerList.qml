@@ -15,7 +15,7 @@ ListView {
     /// Without it, there are no rows.
     required property bool isShown
 
-    readonly property int rowHeight: 62
+    readonly property int rowHeight: 62 + Theme.bodyGrowth + 2 * Theme.captionGrowth
     // Not of `contentHeight`, which the width of the rows would depend on as they are created.
     readonly property bool isScrolled: root.count * root.rowHeight > root.height
 

@@ -29,7 +29,7 @@ Sheet {
     }
 
     title: ViewSettings.copy.selectWindowsTitle(root.picker.goalTitle)
-    height: Math.min(560, implicitHeight, parent ? parent.height - 2 * Theme.large : 560)
+    height: Math.min(Theme.grown(560), implicitHeight, parent ? parent.height - 2 * Theme.large : 560)
     // Not for the reason of a refusal, whose room the list gives up: whoever confirms again finds the
     // button in its place.
     contentHeight: heading.height + list.anchors.topMargin + root.listHeight

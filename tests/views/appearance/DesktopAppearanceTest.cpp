@@ -5,6 +5,7 @@
 #include "platform/AppearanceSetting.h"
 #include "platform/ContrastSetting.h"
 #include "platform/MotionSetting.h"
+#include "platform/TextScaleSetting.h"
 #include "views/appearance/ViewSettings.h"
 
 #include <gtest/gtest.h>
@@ -92,6 +93,17 @@ public:
         return listeners.add(std::move(changed));
     }
     Listeners<QColor> listeners;
+};
+
+class FakeTextScale : public TextScaleSetting
+{
+public:
+    std::unique_ptr<Subscription>
+    watchTextScale(std::function<void(std::optional<double>)> changed) override
+    {
+        return listeners.add(std::move(changed));
+    }
+    Listeners<double> listeners;
 };
 
 class DesktopAppearanceTest : public testing::Test
@@ -185,6 +197,22 @@ TEST_F(DesktopAppearanceTest, The_accent_is_the_desktops_while_it_has_one)
     EXPECT_EQ(changes, 2);
     followed.reset();
     EXPECT_EQ(accent.listeners.count(), 0U);
+}
+
+TEST_F(DesktopAppearanceTest, Texts_have_the_size_that_the_desktop_wants_until_it_wants_none)
+{
+    FakeTextScale textScale;
+    follow(std::nullopt, std::nullopt);
+    followed->followTextScale(textScale);
+    EXPECT_EQ(settings.textScale(), 1);
+    textScale.listeners.report(1.5);
+    EXPECT_EQ(settings.textScale(), 1.5);
+    textScale.listeners.report(1.25);
+    EXPECT_EQ(settings.textScale(), 1.25);
+    textScale.listeners.report(std::nullopt);
+    EXPECT_EQ(settings.textScale(), 1);
+    followed.reset();
+    EXPECT_EQ(textScale.listeners.count(), 0U);
 }
 
 TEST_F(DesktopAppearanceTest, What_is_fixed_is_not_even_listened_to)

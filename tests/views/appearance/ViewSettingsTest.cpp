@@ -14,6 +14,7 @@
 #include <QTextLayout>
 
 #include <array>
+#include <limits>
 #include <utility>
 
 namespace kelpa::test {
@@ -143,6 +144,51 @@ TEST(Symbols, Unknown_names_and_no_pixels_give_no_image)
     EXPECT_TRUE(symbols.picture(QStringLiteral("nothing"), Qt::black, 16).isNull());
     EXPECT_TRUE(symbols.picture(QString(), Qt::black, 16).isNull());
     EXPECT_TRUE(symbols.picture(QStringLiteral("plus"), Qt::black, 0).isNull());
+}
+
+struct TextScaleCase
+{
+    double wanted;
+    double used;
+};
+
+class TextScale : public testing::TestWithParam<TextScaleCase>
+{};
+
+TEST_P(TextScale, Is_within_its_limits_and_the_usual_one_instead_of_nonsense)
+{
+    ViewSettings settings;
+    // The usual size, too, is one that replaces another.
+    settings.setTextScale(1.1);
+    const QSignalSpy changes(&settings, &ViewSettings::textScaleChanged);
+    settings.setTextScale(GetParam().wanted);
+    EXPECT_EQ(settings.textScale(), GetParam().used);
+    settings.setTextScale(GetParam().wanted);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, TextScale,
+    testing::Values(TextScaleCase{1, 1}, TextScaleCase{1.25, 1.25}, TextScaleCase{1.5, 1.5},
+                    TextScaleCase{0.75, 0.75}, TextScaleCase{0.5, 0.75}, TextScaleCase{0.001, 0.75},
+                    TextScaleCase{2, 2}, TextScaleCase{3, 2}, TextScaleCase{1e300, 2},
+                    TextScaleCase{0, 1}, TextScaleCase{-1.5, 1},
+                    TextScaleCase{std::numeric_limits<double>::infinity(), 1},
+                    TextScaleCase{-std::numeric_limits<double>::infinity(), 1},
+                    TextScaleCase{std::numeric_limits<double>::quiet_NaN(), 1}));
+
+TEST(InterfaceFont, Its_size_follows_the_scale_in_whole_points)
+{
+    const ViewSettings settings;
+    const auto size = [&](int usual, double scale) {
+        return settings.font(settings.fontFamilies(), usual, QFont::Normal, scale).pixelSize();
+    };
+    EXPECT_EQ(settings.font(settings.fontFamilies(), 13, QFont::Normal).pixelSize(), 13);
+    EXPECT_EQ(size(13, 1), 13);
+    EXPECT_EQ(size(13, 1.25), 16);
+    EXPECT_EQ(size(13, 1.5), 20);
+    EXPECT_EQ(size(11, 1.5), 17);
+    EXPECT_EQ(size(11, 0.75), 8);
 }
 
 TEST(InterfaceTexts, They_follow_the_language)

@@ -28,6 +28,8 @@ Item {
     Rectangle {
         id: disc
 
+        // A single line of the text has its middle at that of the disc, whichever is higher.
+        y: Math.max(0, Math.floor((lineHeightOfFont.height - disc.height) / 2))
         width: 24
         height: 24
         radius: 12
@@ -60,7 +62,6 @@ Item {
 
         AppText {
             width: parent.width
-            // A single line has its middle at that of the disc.
             topPadding: Math.max(0, Math.floor((disc.height - lineHeightOfFont.height) / 2))
             text: root.text
             font: root.isNext ? Theme.bodyStrong : Theme.body
