@@ -1,6 +1,7 @@
 #include "views/EntryWindow.h"
 
 #include "platform/LoggingCategories.h"
+#include "shell/EarlyKeys.h"
 #include "views/ViewEngine.h"
 #include "views/ViewTypes.h"
 
@@ -114,6 +115,7 @@ bool EntryWindow::load()
         return false;
     }
     window()->installEventFilter(this);
+    m_earlyKeys = std::make_unique<EarlyKeys>(*window(), [](const QKeyEvent&) { return true; });
     connect(
         window(), &QQuickWindow::frameSwapped, this,
         [] { qCDebug(logViews, "the field for a todo is shown"); },

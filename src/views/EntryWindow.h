@@ -13,6 +13,7 @@ class QQuickWindow;
 
 namespace kelpa {
 
+class EarlyKeys;
 class ViewEngine;
 class WindowStore;
 
@@ -55,6 +56,8 @@ private:
     EntryController m_entry;
     /// Destroyed before the controller.
     std::unique_ptr<QObject> m_root;
+    /// Of the window, and destroyed before it.
+    std::unique_ptr<EarlyKeys> m_earlyKeys;
     /// Runs while another window has the keyboard.
     QTimer m_leaving;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/LoggingCategories.h"
 #include "shell/BoardInput.h"
+#include "shell/EarlyKeys.h"
 #include "store/WindowStore.h"
 #include "views/ViewTypes.h"
 #include "views/appearance/DesktopAppearance.h"
@@ -131,6 +132,8 @@ struct ViewEngine::Parts
     std::unique_ptr<QObject> root;
     /// Destroyed before the window.
     std::unique_ptr<BoardInput> input;
+    /// Likewise.
+    std::unique_ptr<EarlyKeys> earlyKeys;
     /// Somebody who starts Kelpa to find a window begins to type before the board is drawn. All
     /// other keys would act on a board that nobody has seen.
     std::vector<std::unique_ptr<QKeyEvent>> typed;
@@ -237,6 +240,9 @@ void ViewEngine::takeKeys()
             &TodoController::giveUpEditor);
     connect(m_parts->input.get(), &BoardInput::searchStarted, m_parts->controller.search(),
             &SearchController::typingStarted);
+    // Nobody has seen a board that comes back either.
+    m_parts->earlyKeys = std::make_unique<EarlyKeys>(
+        *window(), [](const QKeyEvent& key) { return boardKey(key) == BoardKey::character; });
     for (std::unique_ptr<QKeyEvent>& key : m_parts->typed)
         QCoreApplication::postEvent(window(), key.release());
     m_parts->typed.clear();
