@@ -4,7 +4,7 @@ import board as boards
 import settings
 from command_line import CommandLine
 from front import await_front, start_kelpa
-from presence import await_window, close
+from presence import await_window, close, is_active
 from processes import wait_until
 
 _FIELD = "New todo"
@@ -75,15 +75,6 @@ class Entry:
             return []
 
 
-def _is_active(kelpa):
-    """Whether the board has the keyboard, as the toolkit knows after a while."""
-    try:
-        return any(node.has_state(boards.Atspi.StateType.ACTIVE)
-                   for node, depth in kelpa.board.walk() if depth == 1 and node.name == boards.WINDOW)
-    except boards.Gone:
-        return True
-
-
 def await_stored(path, goal, *titles):
     wait_until(f"{goal} has {titles}", lambda: [title for title, _ in settings.StoredBoard(
         settings.read(path)).todos(goal)] == list(titles))
@@ -99,11 +90,12 @@ def check_todos_are_added_over(desktop, binary, terminal, assign=None, bind=None
     kelpa.wait_for_card("Taxes", terminal.title)
     entry = Entry(desktop, binary, path, kelpa, bind and bind(f"{binary} --new-todo --settings {path}"))
     terminal.focus()
-    wait_until("the board knows that it is not in front", lambda: not _is_active(kelpa))
+    wait_until("the board knows that it is not in front", lambda: not is_active(kelpa))
     entry.open()
-    entry.await_goal("Taxes")
+    # At once: no key gets lost.
     desktop.type("Pay")
     entry.await_text("Pay")
+    entry.await_goal("Taxes")
     desktop.key("Return")
     entry.await_closed(terminal)
     await_stored(path, "Taxes", "Pay")
@@ -152,6 +144,7 @@ def check_todos_are_added_over(desktop, binary, terminal, assign=None, bind=None
     desktop.run(binary, "--settings", path)
     await_window(kelpa)
     await_front(desktop, kelpa)
+    wait_until("the board knows that it is in front", lambda: is_active(kelpa))
     desktop.key("ctrl+z")
     await_stored(path, "Garden")
     await_stored(path, "Taxes", "Pay", "Find the receipts")

@@ -35,6 +35,16 @@ def await_window(kelpa):
     kelpa.window = wait_until("Kelpa's window is shown", shown)
 
 
+def is_active(kelpa):
+    """Whether the board has the keyboard, as the toolkit knows after a while: until then it does not know its
+    shortcuts."""
+    try:
+        return any(node.has_state(boards.Atspi.StateType.ACTIVE)
+                   for node, depth in kelpa.board.walk() if depth == 1 and node.name == boards.WINDOW)
+    except boards.Gone:
+        return False
+
+
 def _call_back(desktop, kelpa, what, call):
     def comes():
         call()
@@ -47,6 +57,7 @@ def _call_back(desktop, kelpa, what, call):
 
     kelpa.window = wait_until(f"the board comes by {what}", comes)
     await_front(desktop, kelpa)
+    wait_until("the board knows that it is in front", lambda: is_active(kelpa))
 
 
 def _check_no_pictures(kelpa):
