@@ -120,6 +120,8 @@ QtObject {
     readonly property int controlHeight: 32 + root.bodyGrowth
     readonly property int symbolSize: BoardMeasures.symbolSize
     readonly property int todoHeight: 34 + root.bodyGrowth
+    // Of a line of captions that are close together.
+    readonly property int closeLineHeight: root.grown(13)
     // Of a number beside its symbol.
     readonly property int badgeHeight: 20 + root.captionGrowth
 

@@ -37,6 +37,7 @@ Rectangle {
             width: parent.width
             text: explanation.heading
             font: Theme.bodyStrong
+            wrapMode: Text.Wrap
         }
         AppText {
             width: parent.width

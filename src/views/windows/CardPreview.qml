@@ -75,7 +75,8 @@ Item {
             name: "layers"
             size: 14
             // Larger texts take its place.
-            visible: reason.height + parent.spacing + height <= Theme.previewSize.height
+            visible: Theme.textGrowth === 1
+                     || reason.height + parent.spacing + height <= Theme.previewSize.height
         }
         AppText {
             id: reason
@@ -88,8 +89,8 @@ Item {
             wrapMode: Text.Wrap
             // The lines are close together, so that the longest message of any language fits.
             lineHeightMode: Text.FixedHeight
-            lineHeight: Theme.grown(13)
-            maximumLineCount: Math.min(4, Math.floor(Theme.previewSize.height / lineHeight))
+            lineHeight: Theme.closeLineHeight
+            maximumLineCount: Math.min(4, Math.floor(Theme.previewSize.height / Theme.closeLineHeight))
             Accessible.role: Accessible.StaticText
             Accessible.ignored: !visible || text === ""
             Accessible.name: text

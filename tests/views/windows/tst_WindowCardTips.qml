@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import Kelpa.Appearance
 import Kelpa.Controls
 import Kelpa.Board
 import "../cases"
@@ -40,6 +41,21 @@ Item {
             world.nameOwner(12, "Mail");
             if (data.title === "Short")
                 tryCompare(tip, "text", help);
+            world.removeWindow(12);
+        }
+        function test_the_tip_of_a_card_has_a_message_for_which_large_texts_leave_no_room() {
+            world.addWindow(12, "Short");
+            world.hideWindow(12);
+            const message = () => card("Short")?.previewMessage ?? "";
+            tryVerify(() => message() !== "");
+            const tip = all(card("Short"), item => item instanceof HoverTip)
+                .find(item => item.parent === card("Short"));
+            const hasMessage = () => tip.text.split("\n").includes(message());
+            verify(!hasMessage());
+            ViewSettings.textScale = 2;
+            tryVerify(() => hasMessage());
+            ViewSettings.textScale = 1;
+            tryVerify(() => !hasMessage());
             world.removeWindow(12);
         }
         function test_the_tip_of_a_card_goes_when_it_is_pressed_and_comes_with_the_pointer() {

@@ -67,7 +67,7 @@ Item {
             font: root.isNext ? Theme.bodyStrong : Theme.body
             color: root.isDone ? Theme.secondaryText : Theme.text
             wrapMode: Text.Wrap
-            maximumLineCount: 3
+            maximumLineCount: Math.ceil(3 * Theme.textGrowth)
             // A step that becomes the next one keeps its height.
             height: Math.max(implicitHeight, emphasized.implicitHeight)
             verticalAlignment: Text.AlignTop
@@ -80,7 +80,7 @@ Item {
                 text: root.text
                 font: Theme.bodyStrong
                 wrapMode: Text.Wrap
-                maximumLineCount: 3
+                maximumLineCount: Math.ceil(3 * Theme.textGrowth)
                 visible: false
             }
         }
