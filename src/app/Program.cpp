@@ -307,6 +307,10 @@ void Program::followDesktop()
     m_buses.whenSessionAnswers([this] {
         m_view.followAppearance(m_desktop->appearanceOfPortal());
         m_view.followMotion(m_desktop->motionOfPortal());
+        // On X11, the toolkit enlarges all of the window by the display's resolution, in which
+        // desktops include the scale of texts.
+        if (QGuiApplication::platformName() != QStringLiteral("xcb"))
+            m_view.followTextScale(m_desktop->textScaleOfPortal());
         m_view.followContrast(m_desktop->contrastOfPortal());
         m_view.followAccent(m_desktop->accentOfPortal());
         m_session.shortcuts().allow();

@@ -10,6 +10,7 @@ import settings
 from kelpa import Kelpa
 from processes import wait_until
 
+_PORTAL = pathlib.Path(__file__).parent / "support" / "portal.py"
 # Seconds within which a change must show. If it waited for the timer that scans all windows every
 # two seconds, every second change would take longer.
 _SOON = 1.0
@@ -254,3 +255,28 @@ def the_smallest_window_of_the_board_is_measured_in_points(desktop, binary):
         wanted.write_text(f"Xft/DPI {192 * 1024}\n", encoding="ascii")
         os.kill(manager.pid, signal.SIGHUP)
         shows(kelpa, "160 x 100")
+
+
+def large_texts_are_left_to_the_resolution_of_the_display(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", ["Write"])])
+    # A desktop tells of them by its portal as well, and texts would be enlarged twice.
+    portal = desktop.start("/usr/bin/python3", _PORTAL, "--large-text")
+    wait_until("the portal is there", lambda: "org.freedesktop.portal.Desktop" in desktop.run(
+        "dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+        "org.freedesktop.DBus.ListNames"))
+
+    def frame(kelpa):
+        """Of a todo's row."""
+        try:
+            return kelpa.board.column("Release").todo("Write").node.frame()
+        except (AttributeError, boards.Gone):
+            return 0, 0, 0, 0
+
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("the row has its usual height", lambda: frame(kelpa)[3] == 34)
+        beside_the_row = frame(kelpa)[0] - 4, frame(kelpa)[1]
+        light = desktop.pixel(*beside_the_row)
+        os.kill(portal.pid, signal.SIGUSR1)
+        wait_until("the portal is heard", lambda: desktop.pixel(*beside_the_row) != light)
+        assert frame(kelpa)[3] == 34

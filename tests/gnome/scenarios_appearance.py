@@ -6,6 +6,7 @@ import sys
 
 import settings
 from assistant import Assistant
+from board import Gone
 from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
@@ -22,6 +23,8 @@ _WANT_ANIMATIONS = """(settings => {
         settings.uninhibit_animations();
     return settings.enable_animations;
 })(imports.gi.St.Settings.get())"""
+# The heights in points of a todo's row, of a goal's entry beside the board and of a button.
+_USUAL, _LARGE = (34, 18, 32), (45, 27, 43)
 _LIGHT, _DARK = "#F4F5F7", "#1B1C1F"
 _HIGH_LIGHT, _HIGH_DARK = "#FFFFFF", "#000000"
 # Wider than the head of any card, so that it scrolls past.
@@ -84,6 +87,27 @@ def _set(desktop, schema, key, value):
     desktop.run("gsettings", "set", schema, key, value)
 
 
+def _heights(kelpa):
+    """Of a todo's row, of a goal's entry beside the board and of a button."""
+    parts = (kelpa.board.column("Release").todo("Write").node, kelpa.board.rail_entry("Release"),
+             kelpa.board.button("New goal"))
+    return tuple(part.frame()[3] for part in parts)
+
+
+def _await_heights(kelpa, expected):
+    def are_as_expected():
+        try:
+            return _heights(kelpa) == expected
+        except (AttributeError, Gone):
+            return False
+
+    wait_until(f"rows, entries and buttons are {expected} points high", are_as_expected)
+
+
+def _width_of_button(kelpa):
+    return kelpa.board.button("New goal").frame()[2]
+
+
 def _await_ground(board, color):
     wait_until(f"the board is {color}", lambda: board.ground() == color)
 
@@ -105,6 +129,28 @@ def light_and_dark_and_high_contrast_are_followed(desktop, binary):
         _await_ground(board, _HIGH_DARK)
         _set(desktop, _ACCESS, "high-contrast", "false")
         _await_ground(board, _DARK)
+
+
+def larger_texts_have_larger_rows_at_once(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", ["Write"])])
+    _start_portal(desktop)
+    with Kelpa(desktop, binary, path) as kelpa:
+        desktop.wait_for_active(kelpa.window)
+        _await_heights(kelpa, _USUAL)
+        width = _width_of_button(kelpa)
+        _set(desktop, _INTERFACE, "text-scaling-factor", "1.5")
+        _await_heights(kelpa, _LARGE)
+        wide = _width_of_button(kelpa)
+        assert wide > 1.3 * width, (width, wide)
+        _set(desktop, _INTERFACE, "text-scaling-factor", "1.0")
+        _await_heights(kelpa, _USUAL)
+        assert _width_of_button(kelpa) == width
+    _set(desktop, _INTERFACE, "text-scaling-factor", "1.5")
+    with Kelpa(desktop, binary, path) as kelpa:
+        _await_heights(kelpa, _LARGE)
+        _set(desktop, _INTERFACE, "text-scaling-factor", "1.0")
+        _await_heights(kelpa, _USUAL)
 
 
 @on_desktop(has_animations=True)

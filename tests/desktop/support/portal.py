@@ -1,6 +1,6 @@
-"""portal.py [--high-contrast] [--accents=#RRGGBB,…]: the part of a desktop's portal that tells of the person's
-settings. It begins light and without animations; the signals USR1 and USR2 make it dark and light again. It has
-the first of the accent colours, if any; each signal HUP gives it the next, and none after the last."""
+"""portal.py [--high-contrast] [--large-text] [--accents=#RRGGBB,…]: the part of a desktop's portal that tells of the
+person's settings. It begins light and without animations; the signals USR1 and USR2 make it dark and light again.
+It has the first of the accent colours, if any; each signal HUP gives it the next, and none after the last."""
 
 import signal
 import sys
@@ -39,7 +39,9 @@ class _Portal:
         self._values = {_SCHEME: _LIGHT,
                         ("org.gnome.desktop.interface", "enable-animations"): GLib.Variant("b", False),
                         ("org.freedesktop.appearance", "contrast"):
-                            GLib.Variant("u", int("--high-contrast" in sys.argv))}
+                            GLib.Variant("u", int("--high-contrast" in sys.argv)),
+                        ("org.gnome.desktop.interface", "text-scaling-factor"):
+                            GLib.Variant("d", 1.5 if "--large-text" in sys.argv else 1)}
         self._accents = _accents()
         if self._accents:
             self._values[_ACCENT] = self._accents.pop(0)
