@@ -1,6 +1,8 @@
 """Super, Super where a tap of it calls Plasma's launcher, as it does by default since Plasma 6."""
 
 import contextlib
+import re
+import subprocess
 import time
 
 import board as boards
@@ -51,3 +53,56 @@ def super_twice_brings_kelpa_forward_where_it_calls_the_launcher(desktop, binary
 
 def the_launcher_s_other_key_twice_brings_kelpa_forward_too(desktop, binary):
     _check_two_taps(desktop, binary, "alt+space")
+
+
+class _Told:
+    """What the person is told of the double tap."""
+
+    _TAPS = "Press Super twice to bring Kelpa forward instantly"
+    _KEY_TO_GIVE = "To bring Kelpa forward, bind a key to “kelpa --show” in the desktop’s settings"
+
+    def __init__(self, desktop, binary, kelpa):
+        self._desktop = desktop
+        self._binary = binary
+        self._kelpa = kelpa
+
+    def _about(self):
+        """The word that follows "double tap"."""
+        told = subprocess.run([str(self._binary), "--about-desktop"], env=self._desktop.env, timeout=60,
+                              capture_output=True, text=True, check=True).stdout
+        return re.search(r"^double tap +(\w+)", told, re.MULTILINE)[1]
+
+    def check_taps(self):
+        wait_until("the board names the taps", lambda: self._kelpa.board.has_text(self._TAPS))
+        assert not self._kelpa.board.has_text(self._KEY_TO_GIVE)
+        assert self._about() == "yes"
+
+    def check_key_to_give(self):
+        wait_until("the board names a key to give", lambda: self._kelpa.board.has_text(self._KEY_TO_GIVE))
+        assert not self._kelpa.board.has_text(self._TAPS)
+        assert self._about() == "no"
+
+
+def the_board_names_super_twice_while_it_calls_the_launcher(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", ["Write"])])
+    with Kelpa(desktop, binary, path) as kelpa:
+        told = _Told(desktop, binary, kelpa)
+        told.check_key_to_give()
+        launcher = desktop.add_launcher(_META, _ALT_AND_SPACE)
+        told.check_taps()
+        launcher.leave()
+        told.check_key_to_give()
+        # Super calls something else, as the overview.
+        desktop.add_launcher(_ALT_AND_SPACE)
+        told.check_key_to_give()
+        desktop.add_launcher(_ALT_AND_SPACE, _META)
+        told.check_taps()
+
+
+def before_plasma_6_the_board_names_a_key_to_give_though_the_launcher_has_super(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Release", ["Write"])])
+    desktop.add_launcher(_META, _ALT_AND_SPACE)
+    with Kelpa(desktop, binary, path) as kelpa:
+        _Told(desktop, binary, kelpa).check_key_to_give()

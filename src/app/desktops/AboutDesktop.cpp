@@ -265,7 +265,8 @@ DesktopAbilities abilitiesOn(const ChosenDesktop& chosen, const SessionReading& 
         return gnome::abilitiesIn(reading.gnomeShell.value_or(gnome::ShellCondition::silent),
                                   reading.shellExtensionVersion);
     case DesktopKind::kwin:
-        return kwin::abilitiesOfKwin({.pictures = reading.kwinPictures, .hasKey = false});
+        return kwin::abilitiesOfKwin(
+            {.pictures = reading.kwinPictures, .isKeyHeard = reading.isKwinKeyHeard});
     case DesktopKind::none:
         return DesktopAbilities::without(chosen.gap);
     }

@@ -46,7 +46,7 @@ struct KwinDesktop::Parts
     {
         return {.isListing = windowServer.isListing(),
                 .pictures = windowServer.pictures(),
-                .hasKey = false};
+                .isKeyHeard = windowServer.isKeyHeard()};
     }
 
     SessionServices& services;

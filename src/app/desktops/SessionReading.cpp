@@ -106,6 +106,7 @@ SessionReading readSession(const QByteArray& display, std::chrono::milliseconds 
         reading.kwinPictures =
             kwin::standingAfter(kwin::KwinScreenshots(sessionBusAddress(), limit).probeWithScreen(),
                                 kwin::PictureStanding::given);
+        reading.isKwinKeyHeard = kwin::isLauncherHeard(sessionBusAddress(), limit);
     }
     reading.portals = readPortals({}, limit);
     return reading;

@@ -37,6 +37,8 @@ struct SessionReading
     bool isKwin = false;
     /// What KWin answers to a request for a picture of a window.
     kwin::PictureStanding kwinPictures = kwin::PictureStanding::given;
+    /// Taps of Super are heard on KWin, by the calls of Plasma's launcher.
+    bool isKwinKeyHeard = false;
 
     /// Absent where nobody has asked.
     std::optional<PortalReading> portals{};

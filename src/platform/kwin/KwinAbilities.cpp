@@ -17,7 +17,7 @@ DesktopAbilities abilitiesOfKwin(const KwinStanding& standing)
         lacks(previews, AbilityGap::pictureEntry);
     if (standing.pictures == PictureStanding::withoutOpenGL)
         lacks(previews, AbilityGap::openGL);
-    if (!standing.hasKey)
+    if (!standing.isKeyHeard)
         lacks(globalKeys, AbilityGap::desktopShortcut);
     return abilities;
 }

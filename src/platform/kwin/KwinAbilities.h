@@ -11,8 +11,8 @@ struct KwinStanding
     /// KWin lists its windows.
     bool isListing = true;
     PictureStanding pictures = PictureStanding::given;
-    /// KWin reports the double tap.
-    bool hasKey = true;
+    /// Taps of Super are heard by the calls of Plasma's launcher.
+    bool isKeyHeard = true;
 };
 
 DesktopAbilities abilitiesOfKwin(const KwinStanding& standing);

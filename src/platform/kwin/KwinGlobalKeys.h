@@ -20,8 +20,8 @@ public:
     {}
 
     /// Reports each press of the shortcut as two taps at one moment, and each call of the launcher
-    /// as one, by whichever of its keys. Never says that keys are received: which keys these
-    /// actions have is not known.
+    /// as one, by whichever of its keys. Keys are received while a tap of Super is among these;
+    /// which keys the shortcut has is not known.
     [[nodiscard]] std::unique_ptr<Subscription> watchKeys(GlobalKeyHandlers handlers) override;
 
 private:

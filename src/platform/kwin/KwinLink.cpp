@@ -2,6 +2,7 @@
 
 #include "platform/LoggingCategories.h"
 #include "platform/freedesktop/bus/BlockingBus.h"
+#include "platform/kwin/KwinLauncherKey.h"
 #include "platform/kwin/KwinPresence.h"
 #include "platform/kwin/KwinScreens.h"
 #include "platform/kwin/KwinScriptCalls.h"
@@ -32,6 +33,14 @@ constexpr const char* launcherRule =
     "member='globalShortcutPressed',path='/component/plasmashell',"
     "arg1='activate application launcher'";
 
+/// The bus says when the owner of that name changes.
+std::string ownerRule(const char* name)
+{
+    return std::string("type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged',"
+                       "arg0='") +
+           name + "'";
+}
+
 BusAddressee scripting(const std::string& owner)
 {
     return {owner, "/Scripting", "org.kde.kwin.Scripting"};
@@ -59,6 +68,13 @@ QByteArray pluginOf(const QString& boardPath)
                .left(16);
 }
 
+bool isLauncherHeard(const QByteArray& busAddress, std::chrono::milliseconds limit)
+{
+    BlockingBus bus(busAddress.toStdString(), {}, {});
+    const std::optional<std::string> owner = bus.ownerOf(busName, limit);
+    return owner && !owner->empty() && KwinLauncherKey(bus, limit).isHeard(*owner);
+}
+
 struct KwinLink::Parts
 {
     Parts(const KwinLinkOptions& given, std::function<void()> notify,
@@ -66,10 +82,8 @@ struct KwinLink::Parts
         : options(given), changed(std::move(notify)), summoned(std::move(bringForward)),
           launcherCalled(std::move(launch)),
           bus(options.busAddress.toStdString(),
-              {std::string("type='signal',sender='org.freedesktop.DBus',"
-                           "member='NameOwnerChanged',arg0='") +
-                   busName + "'",
-               launcherRule},
+              {ownerRule(busName), ownerRule("org.kde.kglobalaccel"),
+               ownerRule("org.kde.plasmashell"), launcherRule},
               [this](GDBusConnection* connection, GDBusMessage* message) {
                   return receive(connection, message);
               })
@@ -79,10 +93,12 @@ struct KwinLink::Parts
     bool receive(GDBusConnection* connection, GDBusMessage* message)
     {
         if (g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_SIGNAL) {
-            if (g_strcmp0(g_dbus_message_get_member(message), launcherSignal) == 0)
+            if (g_strcmp0(g_dbus_message_get_member(message), launcherSignal) == 0) {
                 launcherCalled();
-            else
+            } else {
+                launcherKey.noteChange();
                 changed();
+            }
             return false;
         }
         const KwinScriptCalls::Receipt receipt = calls.receive(connection, message);
@@ -149,6 +165,10 @@ struct KwinLink::Parts
     std::optional<std::vector<KwinWindow>> parsed;
     QStringList parsedDesktops;
     std::vector<Rect> parsedScreens;
+
+    KwinLauncherKey launcherKey{bus, options.replyLimit};
+    /// What it said last.
+    bool isKeyHeard = false;
 
     /// Last: its thread uses the others.
     BlockingBus bus;
@@ -255,10 +275,12 @@ KwinReading KwinLink::read()
     if (!owner)
         return {.windows = m_parts->windows(),
                 .virtualDesktops = m_parts->parsedDesktops,
-                .screens = m_parts->parsedScreens};
+                .screens = m_parts->parsedScreens,
+                .isKeyHeard = m_parts->isKeyHeard};
     if (m_parts->owner != *owner) {
         m_parts->owner.clear();
         m_parts->runs = false;
+        m_parts->isKeyHeard = false;
         m_parts->calls.expect({}, {});
         if (owner->empty())
             return {};
@@ -278,12 +300,15 @@ KwinReading KwinLink::read()
         m_parts->runs = m_parts->load();
         m_parts->loadedAt = std::chrono::steady_clock::now();
     }
+    if (isLoaded)
+        m_parts->isKeyHeard = m_parts->launcherKey.isHeard(m_parts->owner);
     return {.isThere = true,
             .isReplying = isLoaded.has_value() && m_parts->runs,
             .process = m_parts->process,
             .windows = m_parts->windows(),
             .virtualDesktops = m_parts->parsedDesktops,
-            .screens = m_parts->parsedScreens};
+            .screens = m_parts->parsedScreens,
+            .isKeyHeard = m_parts->isKeyHeard};
 }
 
 void KwinLink::order(const KwinOrder& order)

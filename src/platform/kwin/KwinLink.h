@@ -41,6 +41,10 @@ struct KwinLinkOptions
 /// The name of the script for a board, by the path of its file.
 QByteArray pluginOf(const QString& boardPath);
 
+/// Whether taps of Super are heard by the calls of Plasma's launcher; false when somebody does not
+/// reply, each within `limit`.
+bool isLauncherHeard(const QByteArray& busAddress, std::chrono::milliseconds limit);
+
 struct KwinReading
 {
     /// Also while it hangs.
@@ -55,6 +59,8 @@ struct KwinReading
     QStringList virtualDesktops{};
     /// As `screensIn`, of the same report.
     std::vector<Rect> screens{};
+    /// Taps of Super are heard by the calls of Plasma's launcher. While KWin hangs, as before.
+    bool isKeyHeard = false;
 };
 
 class KwinLink

@@ -33,9 +33,17 @@ KwinWindowServer::~KwinWindowServer()
     m_awaiting.request_stop();
 }
 
+KwinReading KwinWindowServer::readLink()
+{
+    KwinReading reading = m_link.read();
+    if (m_isKeyHeard.exchange(reading.isKeyHeard) != reading.isKeyHeard)
+        m_changes.notify();
+    return reading;
+}
+
 std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()
 {
-    const KwinReading reading = m_link.read();
+    const KwinReading reading = readLink();
     const bool isNewRun = reading.process && m_process != reading.process;
     std::optional<std::vector<NumberedKwinWindow>> windows;
     if (isNewRun) {
@@ -251,7 +259,7 @@ void KwinWindowServer::loadScript()
 {
     m_loadDelay = std::clamp(m_loadDelay * 2, firstLoadDelay, longestLoadDelay);
     m_loading = m_needs.scheduler.inBackground(
-        [this](const std::stop_token&) { return m_link.read().isReplying; },
+        [this](const std::stop_token&) { return readLink().isReplying; },
         [this](bool isRunning) {
             // Both are alive until these functions return.
             const TaskHandle reading = std::move(m_loading);

@@ -79,7 +79,7 @@ public:
     std::optional<WindowCapture> captureWindow(const CaptureRequest& request,
                                                const std::stop_token& stop) override;
     bool isPausing() const override;
-    /// Reports changes of `isListing` and `pictures` too.
+    /// Reports changes of `isListing`, `isKeyHeard` and `pictures` too.
     [[nodiscard]] std::unique_ptr<Subscription>
     watchWindows(std::function<void()> changed) override;
 
@@ -95,6 +95,8 @@ public:
 
     /// Whether the last pass had windows; assumed before the first. Any thread; returns at once.
     bool isListing() const { return m_isListing; }
+    /// Whether `watchLauncher` reports taps of Super, as found last. Any thread; returns at once.
+    bool isKeyHeard() const { return m_isKeyHeard; }
     /// As KWin has answered last. Any thread; returns at once.
     PictureStanding pictures() const { return m_pictures; }
 
@@ -105,6 +107,8 @@ public:
     void order(const KwinOrder& order) { m_link.order(order); }
 
 private:
+    /// Of the script and of the keys, which are read whether or not the windows are.
+    KwinReading readLink();
     bool areWindowsKept(std::chrono::steady_clock::time_point now);
     std::vector<NumberedKwinWindow> numbered(std::vector<KwinWindow> windows);
     void forgetPicturesExceptOf(const std::set<QByteArray>& listed);
@@ -126,6 +130,7 @@ private:
     /// Assumed until KWin has been asked.
     std::atomic<bool> m_isThere = true;
     std::atomic<bool> m_isListing = true;
+    std::atomic<bool> m_isKeyHeard = false;
     std::atomic<PictureStanding> m_pictures = PictureStanding::given;
 
     // Used by discovery passes alone, of which there is one at a time.

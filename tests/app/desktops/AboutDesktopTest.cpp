@@ -108,6 +108,22 @@ double tap  no: KWin reports no keys that are typed into other programs
 )");
 }
 
+TEST(AboutDesktop, Says_that_the_double_tap_is_heard_on_KWin_where_it_is)
+{
+    const SessionReading reading{
+        .sessionType = "wayland",
+        .currentDesktop = "KDE",
+        .x11Display = {},
+        .waylandDisplay = "wayland-0",
+        .display = std::nullopt,
+        .compositor = wayland::GlobalVersions{{"org_kde_plasma_shell", 8}},
+        .isKwin = true,
+        .isKwinKeyHeard = true,
+    };
+    const QString told = aboutDesktop(reading, std::nullopt, {});
+    EXPECT_TRUE(told.contains(QStringLiteral("double tap  yes\n"))) << told.toStdString();
+}
+
 TEST(AboutDesktop, Says_why_a_session_or_a_person_leaves_Kelpa_without_windows)
 {
     const SessionReading bare{

@@ -1,5 +1,7 @@
 #include "platform/kwin/FakeKwin.h"
 
+#include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusUnixFileDescriptor>
@@ -12,6 +14,28 @@
 #include <utility>
 
 namespace kelpa::test {
+
+/// The keys of a shortcut, which are pressed one after the other; those that are missing are 0.
+struct ShortcutKeys
+{
+    QList<int> keys;
+};
+
+QDBusArgument& operator<<(QDBusArgument& argument, const ShortcutKeys& shortcut)
+{
+    argument.beginStructure();
+    argument << shortcut.keys;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, ShortcutKeys& shortcut)
+{
+    argument.beginStructure();
+    argument >> shortcut.keys;
+    argument.endStructure();
+    return argument;
+}
 
 namespace {
 
@@ -47,8 +71,30 @@ FakeKwin::~FakeKwin()
 
 void FakeKwin::appear()
 {
+    appearWithoutShortcuts();
+    takeShortcuts();
+}
+
+void FakeKwin::appearWithoutShortcuts()
+{
     m_connection.registerService(QStringLiteral("org.kde.KWin"));
+}
+
+void FakeKwin::takeShortcuts()
+{
     m_connection.registerService(QStringLiteral("org.kde.kglobalaccel"));
+}
+
+void FakeKwin::startShell()
+{
+    m_isShellActive = true;
+    m_connection.registerService(QStringLiteral("org.kde.plasmashell"));
+}
+
+void FakeKwin::endShell()
+{
+    m_isShellActive = false;
+    m_connection.unregisterService(QStringLiteral("org.kde.plasmashell"));
 }
 
 QString FakeKwin::introspect(const QString&) const
@@ -112,7 +158,35 @@ std::optional<QVariantList> FakeKwin::answerOf(const QDBusMessage& message)
             run();
         return QVariantList{};
     }
-    return std::nullopt;
+    if (method == QStringLiteral("supportInformation")) {
+        return QVariantList{
+            QStringLiteral("Version\n=======\nKWin version: %1\nQt Version: 6.8.2\n")
+                .arg(isOld ? QStringLiteral("5.27.5") : QStringLiteral("6.3.6"))};
+    }
+    return answerOfShortcuts(message);
+}
+
+std::optional<QVariantList> FakeKwin::answerOfShortcuts(const QDBusMessage& message)
+{
+    const QString shell = QStringLiteral("plasmashell");
+    if (message.member() == QStringLiteral("isActive") &&
+        message.path() == QStringLiteral("/component/") + shell)
+        return QVariantList{m_isShellActive};
+    if (message.member() != QStringLiteral("shortcutKeys") ||
+        message.path() != QStringLiteral("/kglobalaccel"))
+        return std::nullopt;
+    ++keyRequests;
+    qDBusRegisterMetaType<ShortcutKeys>();
+    qDBusRegisterMetaType<QList<ShortcutKeys>>();
+    QList<ShortcutKeys> found;
+    // As KGlobalAccel does, which has no use for less than four.
+    const QStringList action = message.arguments().value(0).toStringList();
+    if (action.size() == 4 && action.at(0) == shell &&
+        action.at(1) == QStringLiteral("activate application launcher")) {
+        for (const int key : launcherKeys)
+            found.append({{key, 0, 0, 0}});
+    }
+    return QVariantList{QVariant::fromValue(found)};
 }
 
 bool FakeKwin::isOfScript(const QString& path) const

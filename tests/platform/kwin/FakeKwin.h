@@ -23,8 +23,14 @@ public:
     explicit FakeKwin(const QString& busAddress);
     ~FakeKwin() override;
 
-    /// Takes the name that KWin has.
+    /// Takes the name that KWin has, and that of KGlobalAccel, which is within KWin.
     void appear();
+    /// Takes the first of them alone.
+    void appearWithoutShortcuts();
+    void takeShortcuts();
+    /// Plasma's shell takes its name and its actions have their keys, or it gives both up.
+    void startShell();
+    void endShell();
 
     /// The report that a script makes when it is run; absent for none.
     std::optional<QByteArray> firstReport{"[]"};
@@ -32,6 +38,10 @@ public:
     bool isSilent = false;
     /// Whether it is older than Plasma 6.
     bool isOld = false;
+    /// The keys of the launcher of Plasma's shell, as Qt numbers them, whether or not it runs.
+    QList<int> launcherKeys;
+    /// How often it was asked for them.
+    int keyRequests = 0;
     /// Whether running a script reaches another one, so that only "start" does.
     bool mixesNumbers = false;
     /// Whether loading a script is refused.
@@ -88,6 +98,7 @@ public:
 
 private:
     std::optional<QVariantList> answerOf(const QDBusMessage& message);
+    std::optional<QVariantList> answerOfShortcuts(const QDBusMessage& message);
     int load(const QString& file, const QString& plugin);
     bool isOfScript(const QString& path) const;
     void run();
@@ -99,6 +110,7 @@ private:
     QDBusConnection m_connection;
     QString m_kelpa;
     QString m_token;
+    bool m_isShellActive = false;
     int m_heldPipe = -1;
     std::optional<QDBusMessage> m_heldPicture;
     QList<QDBusMessage> m_heldPixels;
