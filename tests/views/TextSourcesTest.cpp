@@ -197,7 +197,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/x11/\\w+/StartupNotification\\.cpp$", u"^remove: ID=$"},
     // Members of interfaces on the bus, and the identity of a run.
     {u"^src/platform/gnome/(ShellClient(Calls)?|GnomeWindowServer)\\.cpp$", u"^(gnome |\\w+)$"},
-    {u"^src/platform/kwin/Kwin(LauncherKey|Link|Screenshots|ScriptCalls)\\.cpp$",
+    {u"^src/platform/kwin/Kwin(LauncherKey|Link|Presence|Screenshots|ScriptCalls)\\.cpp$",
      u"^([A-Z][A-Za-z]+|Only Kelpa's script within KWin calls this|"
      u"arg1='activate application launcher'|activate application launcher|KWin version: )$"},
     // Commands of sway and their parts, and names that tell windows and Kelpas apart.
