@@ -65,8 +65,9 @@ Item {
             /// is a part of.
             function excess(text) {
                 let holder = text.parent;
+                // What a list scrolls may be beyond whatever holds the list.
                 while (holder !== null && !holds(holder))
-                    holder = holder.parent;
+                    holder = holder instanceof Flickable ? null : holder.parent;
                 // As it is aligned.
                 const room = text.height - text.topPadding - text.bottomPadding;
                 const above = text.verticalAlignment === Text.AlignVCenter ? (room - text.contentHeight) / 2 : 0;
@@ -75,10 +76,7 @@ Item {
                 return Math.max(text.contentHeight - room, -top, bottom);
             }
             function tooHigh() {
-                // What a list scrolls is cut where the list ends.
-                const isScrolled = item => item !== null && ((item instanceof Flickable && item.interactive)
-                                                             || isScrolled(item.parent));
-                return texts().filter(text => excess(text) > 1.5 && !isScrolled(text.parent))
+                return texts().filter(text => excess(text) > 1.5)
                               .map(text => text.text + " by " + excess(text));
             }
             function checkHeights(scale) {
