@@ -12,12 +12,10 @@
 #include "store/board/BoardPersistence.h"
 
 #include <QEvent>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQuickWindow>
 #include <QSessionManager>
-#include <QStringList>
 
 #include <malloc.h>
 
@@ -35,16 +33,6 @@ namespace {
 /// windows. Nobody sees a board that comes three frames later, and a window server that hangs must
 /// not hold it back for longer: its windows follow on a board that is there.
 constexpr std::chrono::milliseconds firstWindowsLimit{50};
-
-/// The next session restarts the program, from its present path, with this board.
-void setRestartCommand(QSessionManager& session, const QString& boardPath, bool isHidden)
-{
-    QStringList command = session.restartCommand() << QStringLiteral("--settings")
-                                                   << QFileInfo(boardPath).absoluteFilePath();
-    if (isHidden)
-        command << QStringLiteral("--hidden");
-    session.setRestartCommand(command);
-}
 
 } // namespace
 

@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QSessionManager>
 #include <QStandardPaths>
 #include <QStringList>
 
@@ -42,6 +43,15 @@ ShortcutsPortal::Options shortcutOptions(const QString& boardPath)
 }
 
 } // namespace
+
+void setRestartCommand(QSessionManager& session, const QString& boardPath, bool isHidden)
+{
+    QStringList command = session.restartCommand() << QStringLiteral("--settings")
+                                                   << QFileInfo(boardPath).absoluteFilePath();
+    if (isHidden)
+        command << QStringLiteral("--hidden");
+    session.setRestartCommand(command);
+}
 
 SessionIntegration::SessionIntegration(WindowStore& store, AbilityReport& abilities,
                                        Scheduler& scheduler, const QString& boardPath)

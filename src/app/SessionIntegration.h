@@ -8,11 +8,17 @@
 
 #include <QString>
 
+class QSessionManager;
+
 namespace kelpa {
 
 class AbilityReport;
 class Scheduler;
 class WindowStore;
+
+/// The next session restarts the program, from its present path, with this board; without a window
+/// when it is hidden.
+void setRestartCommand(QSessionManager& session, const QString& boardPath, bool isHidden);
 
 /// Main thread. Background work that has begun refers to the parts, so it ends before they do.
 class SessionIntegration
