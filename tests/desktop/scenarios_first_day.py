@@ -83,7 +83,8 @@ def keys_create_a_goal_and_show_all_keys(desktop, binary):
         desktop.key("F1", "F1", "ctrl+n")
         wait_until("a title can be typed, which no key reaches while the keys are shown",
                    kelpa.board.focused_field)
-        assert _are_keys_gone(kelpa)
+        wait_until("the keys have faded", lambda: _are_keys_gone(kelpa))
+        assert kelpa.board.has_text("Create a goal")
         desktop.key("Escape")
         wait_until("the sheet is gone", lambda: not kelpa.board.has_text("Create a goal"))
         desktop.key("F1", "Escape", "F1")
