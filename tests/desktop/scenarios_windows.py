@@ -279,4 +279,6 @@ def large_texts_are_left_to_the_resolution_of_the_display(desktop, binary):
         light = desktop.pixel(*beside_the_row)
         os.kill(portal.pid, signal.SIGUSR1)
         wait_until("the portal is heard", lambda: desktop.pixel(*beside_the_row) != light)
+        # What it tells of texts may come a little later.
+        time.sleep(1)
         assert frame(kelpa)[3] == 34

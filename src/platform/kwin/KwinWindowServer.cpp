@@ -175,6 +175,7 @@ void KwinWindowServer::endPauses()
     m_pauses = {};
     m_pausesOfWindows.clear();
     m_awaiting.request_stop();
+    m_isAwaitingFrame = false;
 }
 
 void KwinWindowServer::awaitFrame()
@@ -192,6 +193,8 @@ void KwinWindowServer::awaitFrame()
     m_frames = std::jthread([this, pixel, ended] {
         const bool isDrawn = m_screenshots.awaitFrame(pixel, ended);
         const std::scoped_lock lock(m_mutex);
+        if (m_awaiting.get_token() != ended)
+            return;
         m_isAwaitingFrame = false;
         if (isDrawn)
             endPauses();

@@ -5,6 +5,7 @@
 #include <gio/gunixfdlist.h>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace kelpa {
@@ -13,6 +14,9 @@ namespace {
 
 using Connection = GObjectPointer<GDBusConnection>;
 using Error = GlibPointer<GError>;
+
+/// For opening the connection: a bus that takes longer is not of use.
+constexpr std::chrono::seconds longestConnecting{5};
 
 BusCallOutcome outcomeOf(const GError& error)
 {
@@ -189,7 +193,8 @@ BusReply BlockingBus::call(const BusAddressee& to, const char* method, GVariant*
                                                           : g_variant_ref_sink(arguments));
     if (to.name.empty())
         return {.outcome = BusCallOutcome::absent};
-    const Connection open = connection(limit);
+    // A reply may be awaited for long, the bus itself not.
+    const Connection open = connection(std::min<Milliseconds>(limit, longestConnecting));
     if (!open)
         return {};
     const GObjectPointer<GUnixFDList> list(descriptor < 0 ? nullptr : g_unix_fd_list_new());
