@@ -21,6 +21,10 @@ class WlrootsDesktop(Desktop):
         self._root = root
         self._keyboard = None
 
+    @property
+    def has_own_root(self):
+        return self._root is not None
+
     def _start_x_server(self):
         """Instead of it, once the environment stands and before there are buses."""
         for name in ("GDK_BACKEND", "QT_QPA_PLATFORM"):
