@@ -9,7 +9,6 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QSessionManager>
 #include <QStandardPaths>
 #include <QStringList>
 

@@ -6,9 +6,8 @@
 #include "store/desktop/DesktopShortcuts.h"
 #include "store/desktop/SessionStart.h"
 
+#include <QSessionManager>
 #include <QString>
-
-class QSessionManager;
 
 namespace kelpa {
 
