@@ -106,9 +106,10 @@ private:
     {
         if (!m_command.goal)
             return std::nullopt;
-        if (isNameOfUnsorted(*m_command.goal, allGoals()))
+        const QString& name = *m_command.goal;
+        if (!GoalID::fromText(name) && isNameOfUnsorted(name, allGoals()))
             return std::nullopt;
-        return goalOf(*m_command.goal);
+        return goalOf(name);
     }
     const QString& placeName() const
     {

@@ -69,14 +69,13 @@ std::variant<TodoID, Failure> todoNamed(const QString& name, const QList<TodoRec
 
 bool isNameOfUnsorted(const QString& name, const QList<GoalRecord>& goals)
 {
-    const auto isSame = [title = trimmedText(name)](const QString& other) {
-        return title.compare(other, Qt::CaseInsensitive) == 0;
+    const QString title = trimmedText(name);
+    const auto isColumn = [&title](AppLanguage language) {
+        return title.compare(KelpaCopy::text(CopyKey::Unsorted, language), Qt::CaseInsensitive) ==
+               0;
     };
-    return std::ranges::any_of(allAppLanguages,
-                               [&isSame](AppLanguage language) {
-                                   return isSame(KelpaCopy::text(CopyKey::Unsorted, language));
-                               }) &&
-           std::ranges::none_of(goals, isSame, &GoalRecord::title);
+    return std::ranges::any_of(allAppLanguages, isColumn) &&
+           std::ranges::find(goals, title, &GoalRecord::title) == goals.end();
 }
 
 std::variant<int, Failure> desktopNamed(const QString& name, const QStringList& desktops)

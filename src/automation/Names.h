@@ -21,8 +21,8 @@ inline constexpr qsizetype shortestBeginning = 4;
 std::variant<GoalID, Failure> goalNamed(const QString& name, const QList<GoalRecord>& goals);
 std::variant<TodoID, Failure> todoNamed(const QString& name, const QList<TodoRecord>& todos);
 
-/// Whether the name is that of the column of what is in no goal, in any language and either case,
-/// and of no goal.
+/// Whether the name is that of the column of what is in no goal, in any language and either case.
+/// A goal with just that title is meant instead, as by `goalNamed`.
 bool isNameOfUnsorted(const QString& name, const QList<GoalRecord>& goals);
 
 /// The number of the virtual desktop, from 1: a number is that number, whatever desktops are

@@ -241,10 +241,37 @@ TEST_F(CommandRunning, Unsorted_may_be_named_like_a_goal_where_a_list_is_meant)
     EXPECT_EQ(messageOf(line("show Unsorted")),
               QStringLiteral("'Unsorted' is no goal: it has what is in none"));
     EXPECT_EQ(goalTitles(), QStringList{QStringLiteral("One")});
-    // A goal of that name is that goal.
+    // A goal of that name is that goal, by its title as it is written.
+    outputOf(line("add-goal unsorted"));
+    EXPECT_EQ(outputOf(line("todos --goal unsorted")), QString());
+    EXPECT_EQ(outputOf(line("todos --goal Unsorted")), outputOf(line("todos --unsorted")));
     outputOf(line("add-goal Unsorted"));
     EXPECT_EQ(outputOf(line("todos --goal Unsorted")), QString());
     outputOf(line("show Unsorted"));
+}
+
+TEST_F(CommandRunning, A_list_named_by_its_identifier_is_not_looked_up)
+{
+    outputOf(line("add-goal One"));
+    QStringList asked;
+    const auto run = [&](const QString& goal) {
+        const Command command{
+            .word = QStringLiteral("add"), .operands = {QStringLiteral("Pay")}, .goal = goal};
+        asked.clear();
+        const auto ask = [&](const Request& request) -> Outcome {
+            if (std::holds_alternative<AddTodo>(request)) {
+                asked.append(QStringLiteral("add"));
+                return Reply(Added{GoalID::create().value});
+            }
+            asked.append(QStringLiteral("goals"));
+            return Reply(QList<GoalRecord>{{firstID, QStringLiteral("One")}});
+        };
+        carryOut(command, ask, QString());
+    };
+    run(firstID.text());
+    EXPECT_EQ(asked, QStringList{QStringLiteral("add")});
+    run(QStringLiteral("One"));
+    EXPECT_EQ(asked, (QStringList{QStringLiteral("goals"), QStringLiteral("add")}));
 }
 
 TEST_F(CommandRunning, Only_none_takes_a_pin_off)
