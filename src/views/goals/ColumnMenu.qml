@@ -151,6 +151,8 @@ AppMenu {
         text: ViewSettings.copy.text(CopyKey.DeleteCompletedTodos)
         isOffered: root.hasCompletedTodos
         symbol: "list-checks"
+        symbolColor: Theme.destructive
+        foreground: Theme.destructive
         onTriggered: root.goals.deleteCompletedTodos(root.columnID)
     }
     AppMenuSeparator {}
