@@ -16,9 +16,17 @@ std::optional<BoardModel::ModelGoal> RandomOperations::addedGoal(bool isExpected
     return added;
 }
 
+void RandomOperations::forgetCompleted(const QList<TodoItem>& todos)
+{
+    for (const TodoItem& item : todos) {
+        if (item.status == TodoStatus::completed)
+            m_todos.remove(item.id);
+    }
+}
+
 std::string RandomOperations::operate()
 {
-    switch (below(25)) {
+    switch (below(26)) {
     case 0:
         if (store().goals().size() < 12) {
             const QString title = anyTitle();
@@ -204,6 +212,18 @@ std::string RandomOperations::operate()
         m_model.redo();
         expectBoard(m_history.redo(m_before));
         return "redo";
+    case 24: {
+        const std::optional<GoalID> list = anyTodo().list;
+        for (const Goal& each : store().goals()) {
+            if (each.id == list)
+                forgetCompleted(each.todos);
+        }
+        if (!list)
+            forgetCompleted(store().unassignedTodos());
+        store().deleteCompletedTodos(list);
+        m_model.deleteCompletedTodos(list);
+        return "deleteCompletedTodos";
+    }
     default:
         switch (below(4)) {
         case 0:

@@ -75,6 +75,9 @@ protected:
     /// exactly where it is expected.
     std::optional<BoardModel::ModelGoal> addedGoal(bool isExpected);
 
+    /// Of a list whose completed todos are about to be deleted.
+    void forgetCompleted(const QList<TodoItem>& todos);
+
     /// Expects the board to be this one, which is from here on what the test expects.
     void expectBoard(const BoardVersion& board);
     /// Back as far as it goes, and forth again.

@@ -217,6 +217,15 @@ void BoardModel::deleteTodo(TodoID id, const List& list)
     end(before);
 }
 
+void BoardModel::deleteCompletedTodos(const List& list)
+{
+    const Step before = present();
+    std::erase_if(m_board.todos, [&list](const ModelTodo& each) {
+        return each.list == list && each.status == TodoStatus::completed;
+    });
+    end(before);
+}
+
 void BoardModel::moveToList(TodoID id, const List& from, const List& to)
 {
     const Step before = present();

@@ -77,6 +77,7 @@ public:
     void renameTodo(TodoID id, const QString& title, const List& list);
     void toggleTodo(TodoID id, const List& list, Date now);
     void deleteTodo(TodoID id, const List& list);
+    void deleteCompletedTodos(const List& list);
     void moveToList(TodoID id, const List& from, const List& to);
     void moveBefore(TodoID moved, TodoID target);
     /// The windows are listed.
