@@ -199,8 +199,8 @@ public:
     void goBack(std::function<void()> sent = {});
     /// Asks the application that owns the window to quit.
     void closeProcess(const WindowItem& window);
-    /// Opens a new window and assigns it to the goal when it appears. A toast says where there is
-    /// nothing to open.
+    /// Opens a new window and assigns it to the goal when it appears. A toast says where nothing
+    /// can be opened, unless one is shown that offers something.
     void createTerminal(GoalID goalID);
     void createChrome(GoalID goalID);
     /// Opens windows again that the goal had and that are not there, and puts each into it when it

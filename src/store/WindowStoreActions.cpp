@@ -155,6 +155,9 @@ void WindowStore::Parts::launch(LaunchableApplication application, GoalID goalID
     if (!state.hasGoal(goalID))
         return;
     launches.launch(application, goalID, [this, failure] {
+        // Nobody has to decide about this text.
+        if (toast.offer() != Toast::Offer::none)
+            return;
         const Update update(state.changes);
         toast.show(failure, Toast::Offer::none);
     });

@@ -23,8 +23,8 @@ def a_goal_says_that_there_is_nothing_to_open(desktop, binary):
     bare.mkdir()
     nothing = {"PATH": str(bare), "XDG_DATA_HOME": str(bare), "XDG_DATA_DIRS": str(bare), "TERMINAL": ""}
     with Kelpa(desktop, binary, path, env=nothing) as kelpa:
-        for entry, text in ((boards.OPEN_CHROME, "No browser found to open"),
-                            (boards.OPEN_TERMINAL, "No terminal found to open")):
+        for entry, text in ((boards.OPEN_CHROME, "No browser could be opened"),
+                            (boards.OPEN_TERMINAL, "No terminal could be opened")):
             kelpa.open_goal_menu("Taxes", entry)()
             wait_until("it says so", lambda: kelpa.board.has_text(text))
 

@@ -99,16 +99,31 @@ TEST_F(LaunchOperations, A_goal_for_which_nothing_can_be_launched_says_so)
     store().createChrome(a);
     EXPECT_EQ(store().toastMessage(), std::nullopt) << "nobody has tried";
     scheduler.advance(0ms);
-    EXPECT_EQ(store().toastMessage(), QStringLiteral("No browser found to open"));
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("No browser could be opened"));
     EXPECT_FALSE(store().toastOffersUndo());
     store().createTerminal(a);
     scheduler.advance(0ms);
-    EXPECT_EQ(store().toastMessage(), QStringLiteral("No terminal found to open"));
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("No terminal could be opened"));
 
     desktop.canLaunch = true;
     scheduler.advance(3s);
     store().createChrome(a);
     scheduler.advance(0ms);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+}
+
+TEST_F(LaunchOperations, What_cannot_be_launched_takes_no_undo_away)
+{
+    const GoalID a = makeGoal();
+    const TodoID todo = makeTodo(a, QStringLiteral("Pay"));
+    store().setLanguage(AppLanguage::english);
+    desktop.canLaunch = false;
+    store().createChrome(a);
+    store().deleteTodo(todo, a);
+    scheduler.advance(0ms);
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("Todo deleted"));
+    EXPECT_TRUE(store().toastOffersUndo());
+    scheduler.advance(6s);
     EXPECT_EQ(store().toastMessage(), std::nullopt);
 }
 

@@ -61,13 +61,13 @@ inline constexpr std::array quotedWindowTexts = std::to_array<QuotedText>({
       u"La liste des fenêtres a changé. Refaites votre sélection.",
       u"Die Fensterliste hat sich geändert. Bitte wähle erneut aus."}},
     {CopyKey::NoBrowserFound,
-     {u"没有找到可打开的浏览器", u"No browser found to open", u"開けるブラウザーが見つかりません",
-      u"열 수 있는 브라우저를 찾지 못했습니다", u"Aucun navigateur à ouvrir n’a été trouvé",
-      u"Kein Browser gefunden, der sich öffnen lässt"}},
+     {u"无法打开浏览器", u"No browser could be opened", u"ブラウザーを開けませんでした",
+      u"브라우저를 열지 못했습니다", u"Aucun navigateur n’a pu être ouvert",
+      u"Es ließ sich kein Browser öffnen"}},
     {CopyKey::NoTerminalFound,
-     {u"没有找到可打开的终端", u"No terminal found to open", u"開けるターミナルが見つかりません",
-      u"열 수 있는 터미널을 찾지 못했습니다", u"Aucun terminal à ouvrir n’a été trouvé",
-      u"Kein Terminal gefunden, das sich öffnen lässt"}},
+     {u"无法打开终端", u"No terminal could be opened", u"ターミナルを開けませんでした",
+      u"터미널을 열지 못했습니다", u"Aucun terminal n’a pu être ouvert",
+      u"Es ließ sich kein Terminal öffnen"}},
 });
 
 } // namespace kelpa::test
