@@ -21,4 +21,5 @@ def a_closed_board_comes_back_by_its_key_and_by_another_start(desktop, binary):
 
     presence.check_board_comes_back(
         desktop, binary, Typing(desktop, "Typist", desktop.start_typed),
-        desktop.start_program, [("its key", press)], stays=presence.STAYS_FOR_LAUNCHER, has_previews=False)
+        desktop.start_program, [("its key", press)], stays=presence.STAYS_FOR_LAUNCHER, has_previews=False,
+        may_lose_keys=True)

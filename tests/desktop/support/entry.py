@@ -90,7 +90,7 @@ def check_todos_are_added_over(desktop, binary, terminal, assign=None, bind=None
     kelpa.wait_for_card("Taxes", terminal.title)
     entry = Entry(desktop, binary, path, kelpa, bind and bind(f"{binary} --new-todo --settings {path}"))
     terminal.focus()
-    wait_until("the board knows that it is not in front", lambda: not is_active(kelpa))
+    wait_until("the board knows that it is not in front", lambda: is_active(kelpa) is False)
     entry.open()
     # At once: no key gets lost.
     desktop.type("Pay")
@@ -144,7 +144,7 @@ def check_todos_are_added_over(desktop, binary, terminal, assign=None, bind=None
     desktop.run(binary, "--settings", path)
     await_window(kelpa)
     await_front(desktop, kelpa)
-    wait_until("the board knows that it is in front", lambda: is_active(kelpa))
+    wait_until("the board knows that it is in front", lambda: is_active(kelpa) is True)
     desktop.key("ctrl+z")
     await_stored(path, "Garden")
     await_stored(path, "Taxes", "Pay", "Find the receipts")

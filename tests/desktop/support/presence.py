@@ -37,27 +37,31 @@ def await_window(kelpa):
 
 def is_active(kelpa):
     """Whether the board has the keyboard, as the toolkit knows after a while: until then it does not know its
-    shortcuts."""
+    shortcuts. None while that cannot be told."""
     try:
-        return any(node.has_state(boards.Atspi.StateType.ACTIVE)
-                   for node, depth in kelpa.board.walk() if depth == 1 and node.name == boards.WINDOW)
+        windows = [node.has_state(boards.Atspi.StateType.ACTIVE)
+                   for node, depth in kelpa.board.walk() if depth == 1 and node.name == boards.WINDOW]
     except boards.Gone:
-        return False
+        return None
+    return any(windows) if windows else None
 
 
-def _call_back(desktop, kelpa, what, call):
+def _call_back(desktop, kelpa, what, call, may_lose_keys):
     def comes():
         call()
         try:
             return wait_until("Kelpa's window is shown", kelpa.shown_window, 10)
         except AssertionError:
-            # The first keys of a session may be lost.
             kelpa.check_alive()
             return None
 
-    kelpa.window = wait_until(f"the board comes by {what}", comes)
+    if may_lose_keys:
+        kelpa.window = wait_until(f"the board comes by {what}", comes)
+    else:
+        call()
+        await_window(kelpa)
     await_front(desktop, kelpa)
-    wait_until("the board knows that it is in front", lambda: is_active(kelpa))
+    wait_until("the board knows that it is in front", lambda: is_active(kelpa) is True)
 
 
 def _check_no_pictures(kelpa):
@@ -89,14 +93,19 @@ def _quit_by_menu(desktop, kelpa):
     Assistant(desktop, kelpa).choose(_QUIT)
 
 
-def check_board_comes_back(desktop, binary, terminal, open_clock, calls, stays=STAYS, has_previews=True):
+def check_board_comes_back(desktop, binary, terminal, open_clock, calls, stays=STAYS, has_previews=True,
+                           may_lose_keys=False):
     """The board is closed and comes back, by each of the `calls` (pairs of what is done and a function) and by
     another start. `open_clock` opens a window that changes all the time, with a title; `stays` is what the
-    desktop shows when the board is closed for the first time."""
+    desktop shows when the board is closed for the first time. `may_lose_keys`: the first keys of a session
+    of this desktop may be lost, and are pressed again."""
     notifications = Notifications(desktop)
     kelpa, path = start_kelpa(desktop, binary, goals=(("Taxes", ["Pay"]),),
                               env={"QT_LOGGING_RULES": "kelpa.store.debug=true"})
     kelpa.wait_for_card(boards.UNSORTED, terminal.title)
+    if has_previews:
+        kelpa.wait_for_previews(boards.UNSORTED)
+        assert kelpa.output().count(_CAPTURED) > 0, "pictures are told as they are taken"
     goals = ["Taxes"]
     for at, (what, call) in enumerate(
             (*calls, ("another start", lambda: desktop.run(binary, "--settings", path)))):
@@ -109,7 +118,7 @@ def check_board_comes_back(desktop, binary, terminal, open_clock, calls, stays=S
         if has_previews:
             _check_no_pictures(kelpa)
         terminal.focus()
-        _call_back(desktop, kelpa, what, call)
+        _call_back(desktop, kelpa, what, call, may_lose_keys)
         kelpa.wait_for_goals(*goals)
         kelpa.wait_for_todos("Taxes", [("Pay", boards.TODO)])
         for title in (terminal.title, f"Clock {at}"):
