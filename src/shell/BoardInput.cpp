@@ -134,6 +134,14 @@ BoardKey boardKey(const QKeyEvent& event)
     }
 }
 
+bool typesSearch(const QKeyEvent& event, bool isFirst)
+{
+    const BoardKey key = boardKey(event);
+    const bool isBackspace = event.key() == Qt::Key_Backspace && key == BoardKey::other &&
+                             (event.modifiers() & ~Qt::ShiftModifier) == 0;
+    return key == BoardKey::character || (!isFirst && (key == BoardKey::space || isBackspace));
+}
+
 BoardInput::BoardInput(QQuickWindow& window, const QQuickItem& popups, WindowStore& store)
     : m_window(window), m_popups(popups), m_store(store)
 {

@@ -24,6 +24,10 @@ class WindowStore;
 /// is left to window managers, input methods and controls.
 BoardKey boardKey(const QKeyEvent& event);
 
+/// Whether a key that comes before the board can take it types something to search for. Space and
+/// Backspace do unless they are the first of these keys: the board would act on them.
+bool typesSearch(const QKeyEvent& event, bool isFirst);
+
 /// Receives the window's events before the window does. Main thread.
 ///
 /// A control receives keys when the person moved the focus to it with a key. Any other item with

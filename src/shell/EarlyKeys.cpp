@@ -8,8 +8,7 @@
 
 namespace kelpa {
 
-EarlyKeys::EarlyKeys(QWindow& window, std::function<bool(const QKeyEvent&)> isKept)
-    : m_window(window), m_isKept(std::move(isKept))
+EarlyKeys::EarlyKeys(QWindow& window, IsKept isKept) : m_window(window), m_isKept(std::move(isKept))
 {
     window.installEventFilter(this);
 }
@@ -22,7 +21,7 @@ bool EarlyKeys::eventFilter(QObject* watched, QEvent* event)
         return QObject::eventFilter(watched, event);
     if (event->type() == QEvent::KeyPress && m_window.isVisible() && !m_window.isActive()) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
-        if (!m_isKept(key))
+        if (!m_isKept(key, m_keys.empty()))
             return false;
         m_keys.push_back({.event = std::unique_ptr<QKeyEvent>(key.clone()),
                           .came = std::chrono::steady_clock::now()});
@@ -43,9 +42,15 @@ bool EarlyKeys::eventFilter(QObject* watched, QEvent* event)
 void EarlyKeys::deliver()
 {
     const auto now = std::chrono::steady_clock::now();
+    bool isFirst = true;
     for (const Key& key : std::exchange(m_keys, {})) {
-        if (now - key.came <= longestWait)
-            QCoreApplication::sendEvent(&m_window, key.event.get());
+        if (!m_window.isVisible())
+            return;
+        // Those before it may have waited for too long.
+        if (now - key.came > longestWait || !m_isKept(*key.event, isFirst))
+            continue;
+        isFirst = false;
+        QCoreApplication::sendEvent(&m_window, key.event.get());
     }
 }
 

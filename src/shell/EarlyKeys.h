@@ -26,8 +26,12 @@ public:
     /// Keys that wait for longer are dropped: nobody expects what they did any more.
     static constexpr std::chrono::milliseconds longestWait{1000};
 
-    /// Only keys that `isKept` accepts are delivered. `window` outlives this object.
-    EarlyKeys(QWindow& window, std::function<bool(const QKeyEvent&)> isKept);
+    /// Whether a key is delivered; `isFirst` unless another one is delivered before it.
+    using IsKept = std::function<bool(const QKeyEvent& key, bool isFirst)>;
+
+    /// Delivers nothing more to a window that one of the keys has hidden. `window` outlives this
+    /// object.
+    EarlyKeys(QWindow& window, IsKept isKept);
     ~EarlyKeys() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -42,7 +46,7 @@ private:
     void deliver();
 
     QWindow& m_window;
-    const std::function<bool(const QKeyEvent&)> m_isKept;
+    const IsKept m_isKept;
     std::vector<Key> m_keys;
     bool m_isActivating = false;
 };

@@ -115,7 +115,8 @@ bool EntryWindow::load()
         return false;
     }
     window()->installEventFilter(this);
-    m_earlyKeys = std::make_unique<EarlyKeys>(*window(), [](const QKeyEvent&) { return true; });
+    m_earlyKeys =
+        std::make_unique<EarlyKeys>(*window(), [](const QKeyEvent&, bool) { return true; });
     connect(
         window(), &QQuickWindow::frameSwapped, this,
         [] { qCDebug(logViews, "the field for a todo is shown"); },

@@ -242,7 +242,7 @@ void ViewEngine::takeKeys()
             &SearchController::typingStarted);
     // Nobody has seen a board that comes back either.
     m_parts->earlyKeys = std::make_unique<EarlyKeys>(
-        *window(), [](const QKeyEvent& key) { return boardKey(key) == BoardKey::character; });
+        *window(), [](const QKeyEvent& key, bool isFirst) { return typesSearch(key, isFirst); });
     for (std::unique_ptr<QKeyEvent>& key : m_parts->typed)
         QCoreApplication::postEvent(window(), key.release());
     m_parts->typed.clear();
@@ -250,8 +250,7 @@ void ViewEngine::takeKeys()
 
 void ViewEngine::keepTyped(const QKeyEvent& key)
 {
-    const bool isBetweenWords = key.key() == Qt::Key_Space && !m_parts->typed.empty();
-    if (isBetweenWords || boardKey(key) == BoardKey::character)
+    if (typesSearch(key, m_parts->typed.empty()))
         m_parts->typed.emplace_back(key.clone());
 }
 

@@ -16,15 +16,16 @@ protected:
     void SetUp() override
     {
         QQmlComponent component(&engine);
-        component.setData(
-            "import QtQuick\n"
-            "Window { width: 200; height: 100; visible: true\n"
-            "  TextInput { objectName: 'field'; width: 200; height: 40; focus: true } }\n",
-            QUrl());
+        component.setData("import QtQuick\n"
+                          "Window { width: 200; height: 100; visible: true\n"
+                          "  TextInput { objectName: 'field'; width: 200; height: 40; focus: true\n"
+                          "    Keys.onEscapePressed: Window.window.hide() } }\n",
+                          QUrl());
         window.reset(qobject_cast<QQuickWindow*>(component.create()));
         ASSERT_NE(window, nullptr) << qPrintable(component.errorString());
-        keys = std::make_unique<EarlyKeys>(
-            *window, [](const QKeyEvent& key) { return key.key() != Qt::Key_X; });
+        keys = std::make_unique<EarlyKeys>(*window, [](const QKeyEvent& key, bool isFirst) {
+            return key.key() != Qt::Key_X && (key.key() != Qt::Key_Space || !isFirst);
+        });
         activate(*window);
     }
 
@@ -49,6 +50,12 @@ protected:
                 QCoreApplication::sendEvent(window.get(), &event);
             }
         }
+    }
+
+    void sendEscape()
+    {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.get(), &event);
     }
 
     QString text() const
@@ -89,6 +96,34 @@ TEST_F(EarlyKeysTest, What_has_waited_for_long_is_dropped)
     send(QStringLiteral("now"));
     activate(*window);
     EXPECT_EQ(text(), QStringLiteral("now"));
+}
+
+TEST_F(EarlyKeysTest, What_is_kept_only_behind_another_key_is_dropped_with_that_one)
+{
+    QWindow other;
+    other.show();
+    activate(other);
+    send(QStringLiteral("o"));
+    QTest::qWait(static_cast<int>(EarlyKeys::longestWait.count()) + 50);
+    send(QStringLiteral(" to me"));
+    activate(*window);
+    EXPECT_EQ(text(), QStringLiteral("to me"));
+}
+
+TEST_F(EarlyKeysTest, A_window_that_one_of_the_keys_hides_gets_none_of_the_others)
+{
+    QWindow other;
+    other.show();
+    activate(other);
+    send(QStringLiteral("be"));
+    sendEscape();
+    send(QStringLiteral("hind"));
+    window->requestActivate();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }));
+    EXPECT_EQ(text(), QStringLiteral("be"));
+    window->show();
+    activate(*window);
+    EXPECT_EQ(text(), QStringLiteral("be"));
 }
 
 TEST_F(EarlyKeysTest, A_window_that_is_hidden_forgets_what_was_typed)

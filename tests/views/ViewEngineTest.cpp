@@ -57,6 +57,18 @@ protected:
         addOtherFonts(*view.window()->contentItem(), fonts, other);
         return other.values();
     }
+
+    BoardController& controller() const
+    {
+        return *view.window()->property("board").value<BoardController*>();
+    }
+
+    static void activate(QWindow& wanted)
+    {
+        wanted.requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&wanted));
+    }
+
     const ViewSettings& settings()
     {
         return *view.engine().singletonInstance<ViewSettings*>(
@@ -229,6 +241,32 @@ TEST_F(ViewEngineTest, What_is_typed_before_the_board_has_been_drawn_begins_a_se
     ASSERT_TRUE(isTyped);
     auto& search = *window.property("board").value<BoardController*>()->search();
     EXPECT_TRUE(QTest::qWaitFor([&] { return search.text() == QStringLiteral("t u"); }))
+        << search.text().toStdString();
+    EXPECT_EQ(store().boardNavigation(), BoardNavigationState::idle());
+}
+
+TEST_F(ViewEngineTest, What_is_typed_before_a_board_that_comes_back_is_active_is_searched)
+{
+    ASSERT_TRUE(view.show());
+    ASSERT_TRUE(QSignalSpy(&view, &ViewEngine::boardShown).wait());
+    QWindow other;
+    other.show();
+    activate(other);
+    const auto press = [this](Qt::Key key, const QString& text) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QCoreApplication::sendEvent(view.window(), &event);
+    };
+    press(Qt::Key_Backspace, QStringLiteral("\b"));
+    press(Qt::Key_Space, QStringLiteral(" "));
+    press(Qt::Key_T, QStringLiteral("t"));
+    press(Qt::Key_Space, QStringLiteral(" "));
+    press(Qt::Key_Right, {});
+    press(Qt::Key_U, QStringLiteral("u"));
+    press(Qt::Key_Backspace, QStringLiteral("\b"));
+    press(Qt::Key_V, QStringLiteral("v"));
+    activate(*view.window());
+    const auto& search = *controller().search();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return search.text() == QStringLiteral("t v"); }))
         << search.text().toStdString();
     EXPECT_EQ(store().boardNavigation(), BoardNavigationState::idle());
 }
