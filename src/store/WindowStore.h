@@ -195,7 +195,8 @@ public:
     void workOn(GoalID goalID);
     /// Gives the windows the state that they had before the person began to work on a goal, but
     /// those that the person has changed since. Lasts as long as the program. No step. `sent` is
-    /// called from the event loop once all of it has been requested, if there is anything to do.
+    /// called from the event loop once all of it has been requested, if there is anything to do and
+    /// it took 2 seconds at most: later, the person may be elsewhere.
     void goBack(std::function<void()> sent = {});
     /// Asks the application that owns the window to quit.
     void closeProcess(const WindowItem& window);

@@ -23,6 +23,9 @@ using namespace std::chrono_literals;
 /// By then, an application that quits on request has usually closed its windows.
 constexpr Scheduler::Duration refreshDelayAfterQuit = 400ms;
 
+/// After that, nobody expects any more that going back ends on the board.
+constexpr Scheduler::Duration longestGoingBack = 2s;
+
 QString shownApplication(const WindowTraits& traits)
 {
     return singleLine(traits.applicationName.isEmpty() ? traits.application
@@ -111,7 +114,11 @@ void WindowStore::goBack(std::function<void()> sent)
     const WindowArrangement back = m_parts->work.goBack(m_state.windows);
     if (back.isEmpty())
         return;
-    m_parts->activations.enqueue(back, std::move(sent));
+    m_parts->activations.enqueue(back, [sent = std::move(sent), &scheduler = m_parts->scheduler,
+                                        begin = m_parts->scheduler.now()] {
+        if (sent && scheduler.now() - begin <= longestGoingBack)
+            sent();
+    });
     m_parts->publishWork();
 }
 

@@ -121,6 +121,24 @@ TEST_F(WorkOperations, Who_goes_back_hears_when_all_of_it_has_been_requested)
     EXPECT_TRUE(isSent);
 }
 
+TEST_F(WorkOperations, Who_goes_back_hears_nothing_when_that_takes_long)
+{
+    open(4);
+    int sent = 0;
+    for (const auto delay : {2000ms, 2001ms}) {
+        store().workOn(goalID);
+        takeRequests();
+        scheduler.holdBackgroundWork(true);
+        store().goBack([&sent] { ++sent; });
+        scheduler.advance(delay);
+        EXPECT_EQ(sent, delay > 2000ms ? 1 : 0);
+        scheduler.holdBackgroundWork(false);
+        scheduler.runBackgroundWork();
+        takeRequests();
+        EXPECT_EQ(sent, 1);
+    }
+}
+
 TEST_F(WorkOperations, Working_on_it_again_right_after_going_back_does_the_same_again)
 {
     open(4);
