@@ -233,7 +233,7 @@ void Program::bringForward(const ActivationContext& context)
         m_store.startObserving();
         m_presence.noteShown();
     }
-    m_view.noteCall();
+    m_view.noteCall(m_scheduler);
     m_raiser->raise(context);
 }
 

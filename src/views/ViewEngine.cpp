@@ -1,6 +1,7 @@
 #include "views/ViewEngine.h"
 
 #include "platform/LoggingCategories.h"
+#include "platform/Scheduler.h"
 #include "shell/BoardInput.h"
 #include "shell/EarlyKeys.h"
 #include "store/WindowStore.h"
@@ -124,8 +125,8 @@ struct ViewEngine::Parts
     BoardController controller;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     bool isOccluded = false;
-    /// The window is called for, and does not have the keyboard yet.
-    bool isCalled = false;
+    /// Due while the window is called for and does not have the keyboard yet.
+    TaskHandle call;
     std::function<bool()> stays;
     const std::unique_ptr<ViewTypes> types;
     /// Null before `load`. Destroyed before the engine.
@@ -154,8 +155,11 @@ ViewEngine::ViewEngine(WindowStore& store, Applications& applications,
     // Before the window hears of it, and closes.
     connect(m_parts->controller.presence(), &PresenceController::quitConfirmed, this,
             &ViewEngine::quitConfirmed);
-    connect(m_parts->controller.goals(), &GoalController::frontWanted, this,
-            &ViewEngine::frontWanted);
+    connect(m_parts->controller.goals(), &GoalController::frontWanted, this, [this] {
+        // The person may have minimised it meanwhile.
+        if (window() != nullptr && !window()->windowStates().testFlag(Qt::WindowMinimized))
+            Q_EMIT frontWanted();
+    });
 }
 
 ViewEngine::~ViewEngine() = default;
@@ -277,9 +281,11 @@ void ViewEngine::noteDoubleTap()
     m_parts->controller.firstSteps()->noteReturn();
 }
 
-void ViewEngine::noteCall()
+void ViewEngine::noteCall(Scheduler& scheduler)
 {
-    m_parts->isCalled = window() != nullptr && !window()->isActive();
+    m_parts->call.reset();
+    if (window() != nullptr && !window()->isActive())
+        m_parts->call = scheduler.after(longestCall, [this] { m_parts->call.reset(); });
 }
 
 void ViewEngine::followAppearance(AppearanceSetting& setting)
@@ -364,9 +370,12 @@ bool ViewEngine::eventFilter(QObject* watched, QEvent* event)
         updateSeen();
     if (event->type() == QEvent::FocusIn && watched == window()) {
         m_parts->controller.search()->noteForward();
-        if (std::exchange(m_parts->isCalled, false))
+        if (std::exchange(m_parts->call, nullptr))
             Q_EMIT m_parts->controller.cameForward();
     }
+    // Nothing scrolls below a pointer that is pressed.
+    if (event->type() == QEvent::MouseButtonPress && watched == window())
+        m_parts->call.reset();
     if (event->type() == QEvent::KeyPress && watched == window() && !m_parts->input)
         keepTyped(static_cast<QKeyEvent&>(*event));
     return QObject::eventFilter(watched, event);

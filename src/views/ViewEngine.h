@@ -6,6 +6,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -39,6 +40,8 @@ class ViewEngine : public QObject
     Q_OBJECT
 
 public:
+    static constexpr std::chrono::milliseconds longestCall{2000};
+
     struct Options
     {
         KeyNames keyNames;
@@ -80,8 +83,9 @@ public:
     /// Reports a double tap of Command.
     void noteDoubleTap();
     /// Reports that the window is called for: when it has the keyboard, it shows what is selected,
-    /// on which keys act.
-    void noteCall();
+    /// on which keys act. A window that gets the keyboard only after `longestCall` was not brought
+    /// forward by this call. `scheduler` outlives this object.
+    void noteCall(Scheduler& scheduler);
 
     /// Follows this setting of the desktop from now on, unless the options have fixed its value.
     /// Several settings of motion may be followed: one that asks to reduce it is enough. Called
@@ -125,7 +129,7 @@ Q_SIGNALS:
     void hidden();
     /// The person wants to quit, and nobody is to be asked any more.
     void quitConfirmed();
-    /// The window is to be in front again, where the person has it.
+    /// The window, which is not minimised, is to be in front again, where the person has it.
     void frontWanted();
 
 private:

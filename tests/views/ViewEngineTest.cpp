@@ -22,6 +22,7 @@
 #include <QTest>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 using namespace std::chrono_literals;
@@ -269,6 +270,40 @@ TEST_F(ViewEngineTest, What_is_typed_before_a_board_that_comes_back_is_active_is
     EXPECT_TRUE(QTest::qWaitFor([&] { return search.text() == QStringLiteral("t v"); }))
         << search.text().toStdString();
     EXPECT_EQ(store().boardNavigation(), BoardNavigationState::idle());
+}
+
+TEST_F(ViewEngineTest, A_call_shows_the_selection_only_where_the_board_comes_forward_soon)
+{
+    ASSERT_TRUE(view.show());
+    ASSERT_TRUE(QSignalSpy(&view, &ViewEngine::boardShown).wait());
+    const QSignalSpy forward(&controller(), &BoardController::cameForward);
+    QWindow other;
+    other.show();
+    const auto callThen = [&](const std::function<void()>& then) {
+        activate(other);
+        view.noteCall(scheduler);
+        then();
+        activate(*view.window());
+        return forward.count();
+    };
+    EXPECT_EQ(callThen([&] { scheduler.advance(1999ms); }), 1);
+    EXPECT_EQ(callThen([&] { scheduler.advance(2000ms); }), 1);
+    EXPECT_EQ(callThen([&] { QTest::mouseClick(view.window(), Qt::LeftButton); }), 1);
+    EXPECT_EQ(callThen([] {}), 2);
+}
+
+TEST_F(ViewEngineTest, A_board_that_was_minimised_is_not_wanted_in_front)
+{
+    ASSERT_TRUE(view.show());
+    const QSignalSpy wanted(&view, &ViewEngine::frontWanted);
+    Q_EMIT controller().goals()->frontWanted();
+    EXPECT_EQ(wanted.count(), 1);
+    view.window()->showMinimized();
+    Q_EMIT controller().goals()->frontWanted();
+    EXPECT_EQ(wanted.count(), 1);
+    view.window()->showMaximized();
+    Q_EMIT controller().goals()->frontWanted();
+    EXPECT_EQ(wanted.count(), 2);
 }
 
 TEST_F(ViewEngineTest, The_double_tap_is_told_of_only_while_it_would_be_noticed)
