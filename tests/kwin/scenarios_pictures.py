@@ -17,6 +17,15 @@ _BLUE, _RED, _GREEN = 0x3366CC, 0xCC3333, 0x22AA44
 _NO_ENTRY = "once Kelpa’s package is installed"
 
 
+def _board_with_pictures(desktop, binary):
+    """An empty board, where KWin gives pictures to Kelpa and to the scenario."""
+    path = desktop.directory / "board.sqlite"
+    settings.write(path)
+    desktop.name_in_entry(binary)
+    desktop.name_in_entry(sys.executable)
+    return path
+
+
 def _shows(desktop, kelpa, title, colour):
     """Whether the card shows a window of that colour."""
     def look():
@@ -42,10 +51,7 @@ def _open_painted(desktop, title, colour, width=200):
 
 @on_desktop(has_opengl=True)
 def windows_covered_elsewhere_and_minimised_have_previews_in_their_colours(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path)
-    desktop.name_in_entry(binary)
-    desktop.name_in_entry(sys.executable)
+    path = _board_with_pictures(desktop, binary)
     desktop.add_desktop()
     colours = {"Elsewhere": _BLUE, "Minimised": _GREEN, "Covered": _RED}
     for title, colour in colours.items():
@@ -65,10 +71,7 @@ def windows_covered_elsewhere_and_minimised_have_previews_in_their_colours(deskt
 
 @on_desktop(has_opengl=True)
 def a_preview_follows_its_window_and_goes_with_it(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path)
-    desktop.name_in_entry(binary)
-    desktop.name_in_entry(sys.executable)
+    path = _board_with_pictures(desktop, binary)
     windows, window = _open_painted(desktop, "Painted", _BLUE)
     with Kelpa(desktop, binary, path) as kelpa:
         wait_until("the card shows it", _shows(desktop, kelpa, "Painted", _BLUE))
@@ -89,10 +92,7 @@ def _pictures_taken(kelpa, width):
 
 @on_desktop(has_opengl=True)
 def a_window_that_does_not_change_is_not_taken_again(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path)
-    desktop.name_in_entry(binary)
-    desktop.name_in_entry(sys.executable)
+    path = _board_with_pictures(desktop, binary)
     _open_painted(desktop, "Still", _BLUE, width=200)
     windows, window = _open_painted(desktop, "Changing", _GREEN, width=400)
     began = time.monotonic()
@@ -134,10 +134,7 @@ def without_a_desktop_entry_the_cards_say_so_and_with_one_there_are_previews(des
 
 @on_desktop(has_opengl=True, has_xwayland=True)
 def a_minimised_window_on_x11_has_its_preview(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path)
-    desktop.name_in_entry(binary)
-    desktop.name_in_entry(sys.executable)
+    path = _board_with_pictures(desktop, binary)
     windows, other = _open_painted(desktop, "On Wayland", _RED)
     desktop.env |= desktop.x_display()
     desktop.start_xterm("On X11", color=f"#{_BLUE:06x}")

@@ -75,9 +75,9 @@ double tap  no: Xwayland hears no keys that are typed into other programs
 )");
 }
 
-TEST(AboutDesktop, Says_what_KWin_gives)
+SessionReading ofKwin()
 {
-    const SessionReading reading{
+    return {
         .sessionType = "wayland",
         .currentDesktop = "KDE",
         .x11Display = {},
@@ -85,8 +85,13 @@ TEST(AboutDesktop, Says_what_KWin_gives)
         .display = std::nullopt,
         .compositor = wayland::GlobalVersions{{"org_kde_plasma_shell", 8}},
         .isKwin = true,
-        .kwinPictures = kwin::PictureStanding::denied,
     };
+}
+
+TEST(AboutDesktop, Says_what_KWin_gives)
+{
+    SessionReading reading = ofKwin();
+    reading.kwinPictures = kwin::PictureStanding::denied;
     EXPECT_EQ(
         aboutDesktop(reading, std::nullopt, {}).toStdString(),
         R"(session     XDG_SESSION_TYPE=wayland XDG_CURRENT_DESKTOP=KDE WAYLAND_DISPLAY=wayland-0
@@ -110,16 +115,8 @@ double tap  no: KWin reports no keys that are typed into other programs
 
 TEST(AboutDesktop, Says_that_the_double_tap_is_heard_on_KWin_where_it_is)
 {
-    const SessionReading reading{
-        .sessionType = "wayland",
-        .currentDesktop = "KDE",
-        .x11Display = {},
-        .waylandDisplay = "wayland-0",
-        .display = std::nullopt,
-        .compositor = wayland::GlobalVersions{{"org_kde_plasma_shell", 8}},
-        .isKwin = true,
-        .isKwinKeyHeard = true,
-    };
+    SessionReading reading = ofKwin();
+    reading.isKwinKeyHeard = true;
     const QString told = aboutDesktop(reading, std::nullopt, {});
     EXPECT_TRUE(told.contains(QStringLiteral("double tap  yes\n"))) << told.toStdString();
 }

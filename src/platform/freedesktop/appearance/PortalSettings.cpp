@@ -105,48 +105,23 @@ private:
     QMetaObject::Connection m_listening;
 };
 
-class AppearanceWatch final : public PortalWatch<Appearance>
+/// Reports what one setting says.
+template <class Value>
+class ValueWatch final : public PortalWatch<Value>
 {
 public:
-    AppearanceWatch(std::shared_ptr<SettingsPortal> portal,
-                    std::function<void(std::optional<Appearance>)> changed)
-        : PortalWatch(std::move(portal), std::move(changed))
-    {
-        listen([this](const QString& space, const QString& key, const QVariant& value) {
-            if (space == appearanceSpace && key == colorSchemeKey)
-                report(appearanceFromColorScheme(value));
-        });
-        read(appearanceSpace, colorSchemeKey);
-    }
-};
+    using ValueOf = std::optional<Value> (*)(const QVariant&);
 
-class AccentWatch final : public PortalWatch<QColor>
-{
-public:
-    AccentWatch(std::shared_ptr<SettingsPortal> portal,
-                std::function<void(std::optional<QColor>)> changed)
-        : PortalWatch(std::move(portal), std::move(changed))
+    ValueWatch(std::shared_ptr<SettingsPortal> portal, const QString& space, const QString& key,
+               ValueOf valueOf, std::function<void(std::optional<Value>)> changed)
+        : PortalWatch<Value>(std::move(portal), std::move(changed))
     {
-        listen([this](const QString& space, const QString& key, const QVariant& value) {
-            if (space == appearanceSpace && key == accentKey)
-                report(accentFromPortal(value));
+        this->listen([this, space, key, valueOf](const QString& givenSpace, const QString& givenKey,
+                                                 const QVariant& value) {
+            if (givenSpace == space && givenKey == key)
+                this->report(valueOf(value));
         });
-        read(appearanceSpace, accentKey);
-    }
-};
-
-class TextScaleWatch final : public PortalWatch<double>
-{
-public:
-    TextScaleWatch(std::shared_ptr<SettingsPortal> portal,
-                   std::function<void(std::optional<double>)> changed)
-        : PortalWatch(std::move(portal), std::move(changed))
-    {
-        listen([this](const QString& space, const QString& key, const QVariant& value) {
-            if (space == interfaceSpace && key == textScaleKey)
-                report(textScaleFromFactor(value));
-        });
-        read(interfaceSpace, textScaleKey);
+        this->read(space, key);
     }
 };
 
@@ -236,7 +211,8 @@ PortalSettings::PortalSettings(Scheduler& scheduler) : m_scheduler(scheduler) {}
 std::unique_ptr<Subscription>
 PortalSettings::watchAppearance(std::function<void(std::optional<Appearance> preferred)> changed)
 {
-    return std::make_unique<AppearanceWatch>(portal(), std::move(changed));
+    return std::make_unique<ValueWatch<Appearance>>(portal(), appearanceSpace, colorSchemeKey,
+                                                    appearanceFromColorScheme, std::move(changed));
 }
 
 std::unique_ptr<Subscription>
@@ -248,7 +224,8 @@ PortalSettings::watchAnimations(std::function<void(std::optional<bool> areWanted
 std::unique_ptr<Subscription>
 PortalSettings::watchTextScale(std::function<void(std::optional<double> scale)> changed)
 {
-    return std::make_unique<TextScaleWatch>(portal(), std::move(changed));
+    return std::make_unique<ValueWatch<double>>(portal(), interfaceSpace, textScaleKey,
+                                                textScaleFromFactor, std::move(changed));
 }
 
 std::unique_ptr<Subscription>
@@ -260,7 +237,8 @@ PortalSettings::watchContrast(std::function<void(std::optional<bool> isHigh)> ch
 std::unique_ptr<Subscription>
 PortalSettings::watchAccent(std::function<void(std::optional<QColor> accent)> changed)
 {
-    return std::make_unique<AccentWatch>(portal(), std::move(changed));
+    return std::make_unique<ValueWatch<QColor>>(portal(), appearanceSpace, accentKey,
+                                                accentFromPortal, std::move(changed));
 }
 
 std::shared_ptr<SettingsPortal> PortalSettings::portal()
