@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <queue>
 #include <set>
 #include <utility>
 
@@ -33,8 +34,10 @@ public:
     {
         auto receiver = std::make_unique<Receiver>(
             *this, [handler = std::move(handler)](Scheduler::Time) { handler(); });
-        if (earlier == EarlierEvents::notified)
-            post(receiver.get(), {});
+        if (earlier == EarlierEvents::notified) {
+            const std::scoped_lock lock(m_mutex);
+            receiver->post({});
+        }
         return receiver;
     }
 
@@ -59,22 +62,11 @@ public:
     void notify(Scheduler::Time time = {})
     {
         const std::scoped_lock lock(m_mutex);
-        for (QObject* const receiver : m_receivers)
-            post(receiver, time);
+        for (Receiver* const receiver : m_receivers)
+            receiver->post(time);
     }
 
 private:
-    class Notification final : public QEvent
-    {
-    public:
-        explicit Notification(Scheduler::Time time) : QEvent(notification()), m_time(time) {}
-
-        Scheduler::Time time() const { return m_time; }
-
-    private:
-        const Scheduler::Time m_time;
-    };
-
     class Receiver final : public QObject, public Subscription
     {
     public:
@@ -91,17 +83,35 @@ private:
             m_notifier.m_receivers.erase(this);
         }
 
+        /// Whoever calls it holds the notifier's mutex.
+        void post(Scheduler::Time time)
+        {
+            m_times.push(time);
+            QCoreApplication::postEvent(this, new QEvent(notification()));
+        }
+
         bool event(QEvent* event) override
         {
             if (event->type() != notification())
                 return QObject::event(event);
-            m_handler(static_cast<const Notification*>(event)->time());
+            m_handler(takeTime());
             return true;
         }
 
     private:
+        Scheduler::Time takeTime()
+        {
+            const std::scoped_lock lock(m_notifier.m_mutex);
+            const Scheduler::Time time = m_times.front();
+            m_times.pop();
+            return time;
+        }
+
         MainThreadNotifier& m_notifier;
         const std::function<void(Scheduler::Time)> m_handler;
+        /// Of the events that were posted, in their order; behind the notifier's mutex, which the
+        /// sanitizer of threads sees, as it does not see that of the queue of events.
+        std::queue<Scheduler::Time> m_times;
     };
 
     static QEvent::Type notification()
@@ -110,13 +120,8 @@ private:
         return static_cast<QEvent::Type>(type);
     }
 
-    static void post(QObject* receiver, Scheduler::Time time)
-    {
-        QCoreApplication::postEvent(receiver, new Notification(time));
-    }
-
     std::mutex m_mutex;
-    std::set<QObject*> m_receivers;
+    std::set<Receiver*> m_receivers;
 };
 
 } // namespace kelpa
