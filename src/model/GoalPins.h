@@ -5,7 +5,9 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QList>
 
+#include <cstdint>
 #include <optional>
 
 namespace kelpa {
@@ -15,6 +17,11 @@ using GoalPins = QHash<GoalID, int>;
 
 /// Later desktops do not exist for Kelpa; no desktop has so many.
 inline constexpr int mostVirtualDesktops = 100;
+
+/// Identifies a virtual desktop as long as it is there, whatever its number. No other one has the
+/// same, in this login or another.
+using DesktopID = std::uint64_t;
+using DesktopIDs = QList<DesktopID>;
 
 /// The same pins always give the same bytes.
 QByteArray encodeGoalPins(const GoalPins& pins);

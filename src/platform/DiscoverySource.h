@@ -1,6 +1,7 @@
 // The queries that one discovery pass may make to the desktop, and the form of the replies.
 #pragma once
 
+#include "model/GoalPins.h"
 #include "model/Identifiers.h"
 #include "model/Rect.h"
 
@@ -121,6 +122,10 @@ public:
     /// The names of the virtual desktops in their order, without white space around them, an empty
     /// one for a desktop that has none. Empty where there are none that windows could be sent to.
     virtual QStringList virtualDesktops() { return {}; }
+
+    /// The identities of `virtualDesktops`, in their order and all different, where the numbers of
+    /// desktops may shift as others go. Empty where there are none.
+    virtual DesktopIDs desktopIDs() { return {}; }
 
     /// The numbers, from 1, of virtual desktops that are not there, but that the desktop creates
     /// when a window is sent to them: a list to choose from leaves them out.

@@ -16,6 +16,7 @@
 #include "store/board/TroubleNotice.h"
 #include "store/desktop/Permissions.h"
 #include "text/AppLanguage.h"
+#include "windows/PinnedDesktops.h"
 #include "windows/WindowSearch.h"
 
 #include <QHash>
@@ -77,6 +78,8 @@ public:
     /// The goals some of whose absent windows were there since the start.
     QSet<GoalID> goalsWithClosedWindows;
     GoalPins pins;
+    /// Which desktops they mean.
+    PinnedDesktops pinnedDesktops;
     /// As `DiscoverySource::virtualDesktops`.
     QStringList virtualDesktops;
     /// As `DiscoverySource::unofferedDesktops`.

@@ -80,14 +80,17 @@ public:
     {
         return !m_state.goalsWithClosedWindows.contains(goalID);
     }
-    /// The number of the virtual desktop that the goal is pinned to, from 1; absent for none.
-    /// `pinsChanged`.
+    /// The number of the virtual desktop that the goal is pinned to, from 1; absent for none. Where
+    /// numbers shift, that which the desktop has now. `pinsChanged`.
     std::optional<int> pinOf(GoalID goalID) const
     {
         const auto pin = m_state.pins.constFind(goalID);
-        return pin != m_state.pins.constEnd() ? std::optional(*pin) : std::nullopt;
+        if (pin == m_state.pins.constEnd())
+            return std::nullopt;
+        return m_state.pinnedDesktops.numberOf(goalID, *pin);
     }
-    const GoalPins& pins() const { return m_state.pins; }
+    /// Likewise, of all goals that are pinned.
+    GoalPins pins() const { return m_state.pinnedDesktops.numbersOf(m_state.pins); }
     /// The names of the virtual desktops in their order, an empty one for a desktop without a name.
     /// Empty where there are none, and until a pass has found them. `pinsChanged`.
     const QStringList& virtualDesktops() const { return m_state.virtualDesktops; }

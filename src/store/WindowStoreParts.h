@@ -68,6 +68,8 @@ struct WindowStore::Parts
     bool canPin() const;
     /// Where the goal is pinned to, if Kelpa can go there now.
     std::optional<int> reachablePin(GoalID goalID) const;
+    /// A pass found the desktops of `discovered`. No step: the pins mean the same ones as before.
+    void takeDesktops(const WindowDiscoveryBatch& discovered);
     /// Sends the windows that are due to the desktops of their goals.
     void sendToPins();
     /// The desktop captures windows, and Kelpa may let it.

@@ -13,17 +13,30 @@ bool WindowStore::Parts::canPin() const
 
 std::optional<int> WindowStore::Parts::reachablePin(GoalID goalID) const
 {
-    const auto pin = state.pins.constFind(goalID);
-    if (pin == state.pins.constEnd() || !canPin() || !isDesktopThere(*pin, state.virtualDesktops))
-        return std::nullopt;
-    return *pin;
+    const std::optional<int> pin = store.pinOf(goalID);
+    return pin && canPin() && isDesktopThere(*pin, state.virtualDesktops) ? pin : std::nullopt;
+}
+
+void WindowStore::Parts::takeDesktops(const WindowDiscoveryBatch& discovered)
+{
+    state.assign(state.virtualDesktops, discovered.virtualDesktops, Field::pins);
+    state.assign(state.unofferedDesktops, discovered.unofferedDesktops, Field::pins);
+    // Where the desktop tells nothing, as while the screen is locked, the pins mean what they did.
+    if (discovered.virtualDesktops.isEmpty())
+        return;
+    const GoalPins before = store.pins();
+    if (const auto shift = state.pinnedDesktops.observe(state.pins, discovered.desktopIDs))
+        pinned.renumber(*shift);
+    if (store.pins() != before)
+        state.markChanged(Field::pins);
 }
 
 void WindowStore::Parts::sendToPins()
 {
     if (state.pins.isEmpty() || !canPin())
         return;
-    const QList<DesktopMove> moves = pinned.due(state.windows, state.pins, state.virtualDesktops);
+    const QList<DesktopMove> moves =
+        pinned.due(state.windows, state.pins, state.virtualDesktops, state.pinnedDesktops);
     if (!moves.isEmpty())
         activations.enqueue(moves);
 }
@@ -47,10 +60,12 @@ void WindowStore::pinGoal(GoalID goalID, std::optional<int> desktop)
     }
     if (pinOf(goalID) == desktop)
         return;
-    if (desktop)
+    if (desktop) {
+        m_state.pinnedDesktops.choose(goalID, *desktop);
         m_state.pins.insert(goalID, *desktop);
-    else
+    } else {
         m_state.pins.remove(goalID);
+    }
     m_state.markChanged(Field::pins);
     m_parts->steps.saveStep();
 }

@@ -73,8 +73,7 @@ void WindowStore::Parts::finishPass(const WindowDiscoveryBatch& discovered)
 {
     const Update update(state.changes);
     migrateLegacyTerminalAssignments(discovered.windows);
-    state.assign(state.virtualDesktops, discovered.virtualDesktops, Field::pins);
-    state.assign(state.unofferedDesktops, discovered.unofferedDesktops, Field::pins);
+    takeDesktops(discovered);
     if (state.assignWindows(discovered.windows))
         recall.noteWindows();
     if (pinned.observe(state.windows, activations.isIdle() ? PinnedWindows::Requests::sent

@@ -32,7 +32,8 @@ void PinnedWindows::forget(GoalID goalID)
 }
 
 QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const GoalPins& pins,
-                                      const QStringList& virtualDesktops)
+                                      const QStringList& virtualDesktops,
+                                      const PinnedDesktops& desktops)
 {
     QList<DesktopMove> moves;
     for (const WindowItem& window : windows) {
@@ -46,7 +47,8 @@ QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const Go
         const auto pin = window.goalID ? pins.constFind(*window.goalID) : pins.constEnd();
         if (pin == pins.constEnd() || !window.desktopNumber)
             continue;
-        const bool isThere = isDesktopThere(*pin, virtualDesktops);
+        const int number = desktops.numberOf(*window.goalID, *pin);
+        const bool isThere = isDesktopThere(number, virtualDesktops);
         // Nothing says whether it had been sent or waited for its desktop.
         if (!virtualDesktops.isEmpty() && m_fromEarlierRun.remove(window.id) && !isThere)
             m_settled.remove(window.id);
@@ -56,12 +58,26 @@ QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const Go
         if (m_settled.value(window.id) == place)
             continue;
         m_settled.insert(window.id, place);
-        if (isGoingTo(*pin, window.id, *window.desktopNumber))
+        if (isGoingTo(number, window.id, *window.desktopNumber))
             continue;
-        m_sent.insert(window.id, {.desktop = *pin, .from = *window.desktopNumber});
-        moves.append({window, *pin});
+        m_sent.insert(window.id, {.pin = *pin, .desktop = number, .from = *window.desktopNumber});
+        moves.append({window, number});
     }
     return moves;
+}
+
+void PinnedWindows::renumber(const DesktopShift& shift)
+{
+    m_sent.removeIf([&shift](const std::pair<const WindowID&, Sending&>& each) {
+        return !shift.contains(each.second.desktop);
+    });
+    for (Sending& sent : m_sent) {
+        sent.desktop = shift.value(sent.desktop);
+        // Windows that are on all desktops, or on one without a number, still are.
+        if (sent.from && *sent.from >= 1)
+            sent.from =
+                shift.contains(*sent.from) ? std::optional(shift.value(*sent.from)) : std::nullopt;
+    }
 }
 
 bool PinnedWindows::isGoingTo(int desktop, WindowID windowID, int listed) const
@@ -87,7 +103,7 @@ bool PinnedWindows::observe(const QList<WindowItem>& windows, Requests requests)
             m_sent.erase(sent);
         } else if (requests == Requests::sent && ++sent->missedPasses > passesToWait) {
             const Place place = m_settled.value(window.id);
-            if (window.desktopNumber == sent->from && place.desktop == sent->desktop &&
+            if (sent->from && window.desktopNumber == sent->from && place.pin == sent->pin &&
                 m_sentInVain.value(window.id) != place) {
                 m_sentInVain.insert(window.id, place);
                 m_settled.remove(window.id);

@@ -5,12 +5,15 @@
 #include "model/BoardJson.h"
 #include "model/GoalPins.h"
 #include "model/WindowItem.h"
+#include "windows/PinnedDesktops.h"
 #include "windows/SentRequests.h"
 
 #include <QHash>
 #include <QList>
 #include <QSet>
 #include <QStringList>
+
+#include <optional>
 
 namespace kelpa {
 
@@ -40,9 +43,14 @@ public:
     /// The windows to send now; the next call does not give them again. A window waits whose
     /// desktop is not there, or of which it is not known on which desktop it is. One that is on all
     /// desktops, or there already, needs no sending. Windows stay where they are when their goal is
-    /// pinned no more.
+    /// pinned no more. `desktops` says which number each pin means now: a window stays as well
+    /// where that alone has changed.
     QList<DesktopMove> due(const QList<WindowItem>& windows, const GoalPins& pins,
-                           const QStringList& virtualDesktops);
+                           const QStringList& virtualDesktops,
+                           const PinnedDesktops& desktops = PinnedDesktops());
+
+    /// Desktops have got other numbers: those of windows that are on their way are corrected.
+    void renumber(const DesktopShift& shift);
 
     using Requests = SentRequests;
 
@@ -57,15 +65,17 @@ private:
     struct Place
     {
         GoalID goalID;
-        int desktop = 0;
+        int pin = 0;
 
         friend bool operator==(const Place&, const Place&) = default;
     };
     struct Sending
     {
+        int pin = 0;
+        /// The number of the pin's desktop.
         int desktop = 0;
-        /// Where the list showed it then.
-        int from = 0;
+        /// Where the list showed it then; absent once that desktop is gone.
+        std::optional<int> from;
         /// How many passes did not show it since the requests were sent.
         int missedPasses = 0;
     };

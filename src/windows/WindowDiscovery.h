@@ -17,6 +17,8 @@ struct WindowDiscoveryBatch
     QStringList virtualDesktops{};
     /// As `DiscoverySource::unofferedDesktops`.
     QList<int> unofferedDesktops{};
+    /// As `DiscoverySource::desktopIDs`.
+    DesktopIDs desktopIDs{};
 };
 
 /// Keeps nothing between calls. Any thread.

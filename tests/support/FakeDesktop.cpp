@@ -57,6 +57,7 @@ public:
     }
 
     QStringList virtualDesktops() override { return m_desktop.virtualDesktops; }
+    DesktopIDs desktopIDs() override { return m_desktop.desktopIDs; }
     QList<int> unofferedDesktops() override { return m_desktop.unofferedDesktops; }
 
     bool isAccessibilityTrusted() override { return m_desktop.isAccessibilityGranted; }

@@ -54,6 +54,8 @@ public:
     bool isOnScreenListAvailable = true;
     /// The names of the virtual desktops.
     QStringList virtualDesktops;
+    /// Their identities; none where numbers do not shift.
+    DesktopIDs desktopIDs;
     /// The numbers of those that are not there until a window is sent to them.
     QList<int> unofferedDesktops;
     QHash<ProcessID, RunningApplication> applications;

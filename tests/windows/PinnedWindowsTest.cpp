@@ -206,5 +206,57 @@ TEST(VirtualDesktops, Are_numbered_from_one)
     EXPECT_FALSE(isDesktopThere(5, fourDesktops));
 }
 
+TEST_F(PinnedWindowsTest, Windows_stay_where_only_the_number_of_their_desktop_changes)
+{
+    const GoalPins pins{{taxes, 3}};
+    PinnedDesktops numbers;
+    const auto dueNow = [&](const QList<WindowItem>& windows) {
+        Sent sent;
+        for (const DesktopMove& move : pinned.due(windows, pins, fourDesktops, numbers))
+            sent.append({move.window.id, move.desktop});
+        return sent;
+    };
+    numbers.observe(pins, {11, 12, 13, 14});
+    EXPECT_EQ(dueNow({window(1, taxes)}), (Sent{{1, 3}}));
+    pinned.observe({window(1, taxes, 3)}, SentRequests::sent);
+    numbers.observe(pins, {11, 13, 14, 15});
+    EXPECT_EQ(dueNow({window(1, taxes, 2)}), Sent());
+    EXPECT_EQ(dueNow({window(1, taxes, 4)}), Sent()) << "the person has moved it";
+    EXPECT_EQ(dueNow({window(1, taxes, 4), window(2, taxes)}), (Sent{{2, 2}}));
+    // Its desktop goes, and the pin means its number again.
+    numbers.observe(pins, {11, 14, 15, 16});
+    EXPECT_EQ(dueNow({window(1, taxes, 4), window(2, taxes)}), Sent());
+}
+
+TEST_F(PinnedWindowsTest, A_window_whose_desktop_goes_as_it_is_sent_has_arrived_on_the_shifted_one)
+{
+    due({window(1, taxes, 2)}, {{taxes, 3}});
+    // It was alone on the second.
+    pinned.renumber({{1, 1}, {3, 2}, {4, 3}});
+    EXPECT_EQ(pinned.asSent({window(1, taxes, 2)}).first().desktopNumber, 2);
+    for (int pass = 0; pass < 5; ++pass)
+        EXPECT_FALSE(pinned.observe({window(1, taxes, 2)}, SentRequests::sent));
+    EXPECT_EQ(pinned.asSent({window(1, taxes, 4)}).first().desktopNumber, 4) << "forgotten";
+}
+
+TEST_F(PinnedWindowsTest, What_was_refused_on_a_desktop_that_shifts_is_sent_once_more)
+{
+    due({window(1, taxes, 2)}, {{taxes, 4}});
+    pinned.renumber({{2, 1}, {3, 2}, {4, 3}});
+    bool isDueAgain = false;
+    for (int pass = 0; pass < 3; ++pass)
+        isDueAgain = pinned.observe({window(1, taxes, 1)}, SentRequests::sent);
+    EXPECT_TRUE(isDueAgain);
+}
+
+TEST_F(PinnedWindowsTest, Nothing_is_awaited_of_a_window_whose_desktop_is_gone)
+{
+    due({window(1, taxes), window(2, taxes, everyVirtualDesktop)}, {{taxes, 3}});
+    pinned.renumber({{1, 1}, {2, 2}});
+    EXPECT_EQ(pinned.asSent({window(1, taxes)}).first().desktopNumber, 1);
+    for (int pass = 0; pass < 5; ++pass)
+        EXPECT_FALSE(pinned.observe({window(1, taxes)}, SentRequests::sent));
+}
+
 } // namespace
 } // namespace kelpa

@@ -26,7 +26,8 @@ auto passOver(WindowServer& server, ProcessID ownProcess, DiscoveryPasses::ReadA
         if (access == DiscoveryPasses::ReadAccess::denied)
             return WindowDiscoveryBatch{};
         WindowDiscoveryBatch batch{WindowDiscovery::visibleWindows(*source, ownProcess),
-                                   source->virtualDesktops(), source->unofferedDesktops()};
+                                   source->virtualDesktops(), source->unofferedDesktops(),
+                                   source->desktopIDs()};
         const std::chrono::duration<double, std::milli> taken =
             std::chrono::steady_clock::now() - begin;
         qCDebug(logStore, "a pass listed %lld windows in %.2f ms", qlonglong(batch.windows.size()),

@@ -1,0 +1,57 @@
+#include "windows/PinnedDesktops.h"
+
+namespace kelpa {
+
+std::optional<DesktopShift> PinnedDesktops::observe(const GoalPins& pins, const DesktopIDs& ids)
+{
+    // Pins that came since the last pass were chosen among the desktops that it found.
+    follow(pins);
+    if (ids == m_ids)
+        return std::nullopt;
+    const DesktopIDs before = std::exchange(m_ids, ids);
+    if (ids.isEmpty())
+        return std::nullopt;
+    m_desktops.removeIf([&ids](const std::pair<const std::pair<GoalID, int>&, DesktopID&>& each) {
+        return !ids.contains(each.second);
+    });
+    follow(pins);
+    if (before.isEmpty())
+        return std::nullopt;
+    DesktopShift shift;
+    for (qsizetype index = 0; index < before.size(); ++index) {
+        if (const qsizetype now = ids.indexOf(before.at(index)); now >= 0)
+            shift.insert(static_cast<int>(index) + 1, static_cast<int>(now) + 1);
+    }
+    return shift;
+}
+
+void PinnedDesktops::follow(const GoalPins& pins)
+{
+    for (const auto& [goalID, pin] : pins.asKeyValueRange()) {
+        if (!m_desktops.contains({goalID, pin}))
+            choose(goalID, pin);
+    }
+}
+
+void PinnedDesktops::choose(GoalID goalID, int number)
+{
+    if (number >= 1 && number <= m_ids.size())
+        m_desktops.insert({goalID, number}, m_ids.at(number - 1));
+}
+
+int PinnedDesktops::numberOf(GoalID goalID, int pin) const
+{
+    const auto desktop = m_desktops.constFind({goalID, pin});
+    const qsizetype index = desktop != m_desktops.constEnd() ? m_ids.indexOf(*desktop) : -1;
+    return index >= 0 ? static_cast<int>(index) + 1 : pin;
+}
+
+GoalPins PinnedDesktops::numbersOf(const GoalPins& pins) const
+{
+    GoalPins numbers = pins;
+    for (const auto& [goalID, number] : numbers.asKeyValueRange())
+        number = numberOf(goalID, number);
+    return numbers;
+}
+
+} // namespace kelpa

@@ -1,0 +1,171 @@
+// Goals that are pinned to virtual desktops whose numbers shift as others go.
+#include "store/PinFixture.h"
+#include "store/board/BoardPersistence.h"
+
+namespace kelpa::test {
+namespace {
+
+class PinFollowing : public PinFixture
+{
+protected:
+    /// Four desktops that are told apart, windows 1 to `count` on the first, 1 and 2 in the goal,
+    /// which is pinned to the third.
+    void openPinned(WindowID count)
+    {
+        desktop.desktopIDs = {11, 12, 13, 14};
+        open(count);
+        store().pinGoal(goalID, 3);
+        takeRequests();
+        takeRequests();
+    }
+
+    /// The second of four goes.
+    void removeSecond()
+    {
+        desktop.virtualDesktops.removeAt(1);
+        desktop.desktopIDs.removeAt(1);
+        for (WindowListEntry& entry : *desktop.windowList) {
+            if (entry.desktopNumber > 2)
+                entry.desktopNumber = *entry.desktopNumber - 1;
+        }
+        store().refresh();
+    }
+};
+
+TEST_F(PinFollowing, A_pin_follows_its_desktop_without_a_step_or_a_word)
+{
+    openPinned(3);
+    takeSignals();
+    takeWriteCount();
+    removeSecond();
+    EXPECT_EQ(store().pinOf(goalID), 2);
+    EXPECT_EQ(store().pins(), (GoalPins{{goalID, 2}}));
+    EXPECT_EQ(takeSignals().value(QStringLiteral("pins")), 1);
+    EXPECT_EQ(takeWriteCount(), 0);
+    EXPECT_EQ(store().toastMessage(), std::nullopt);
+    EXPECT_EQ(takeRequests(), QStringList()) << "its windows are there";
+    store().assign(3, goalID);
+    EXPECT_EQ(takeRequests(), QStringList{QStringLiteral("send to 2: 3")});
+    store().undo();
+    store().undo();
+    EXPECT_EQ(store().pinOf(goalID), std::nullopt) << "the step before is that of the pin";
+}
+
+TEST_F(PinFollowing, Working_on_a_goal_goes_to_its_desktop_whatever_its_number)
+{
+    openPinned(4);
+    setDesktop(3, 4);
+    setDesktop(4, 3);
+    store().refresh();
+    removeSecond();
+    takeRequests();
+    store().workOn(goalID);
+    EXPECT_EQ(takeRequests(),
+              (QStringList{QStringLiteral("show desktop 2"), QStringLiteral("raise 2"),
+                           QStringLiteral("raise 1"), QStringLiteral("minimize 4")}));
+}
+
+TEST_F(PinFollowing, A_pin_whose_desktop_goes_means_its_number_again)
+{
+    openPinned(3);
+    removeSecond();
+    desktop.virtualDesktops.removeAt(1);
+    desktop.desktopIDs.removeAt(1);
+    setDesktop(1, 1);
+    setDesktop(2, 1);
+    store().refresh();
+    EXPECT_EQ(store().pinOf(goalID), 3);
+    store().assign(3, goalID);
+    EXPECT_EQ(takeRequests(), QStringList());
+    desktop.virtualDesktops.append(QString());
+    desktop.desktopIDs.append(15);
+    store().refresh();
+    EXPECT_EQ(takeRequests(), QStringList{QStringLiteral("send to 3: 3")});
+}
+
+TEST_F(PinFollowing, Undo_leads_to_the_desktop_that_was_pinned_to)
+{
+    openPinned(3);
+    store().pinGoal(goalID, 4);
+    takeRequests();
+    removeSecond();
+    EXPECT_EQ(store().pinOf(goalID), 3);
+    store().undo();
+    EXPECT_EQ(store().pinOf(goalID), 2);
+    EXPECT_EQ(takeRequests(),
+              (QStringList{QStringLiteral("send to 2: 1"), QStringLiteral("send to 2: 2")}));
+    store().redo();
+    EXPECT_EQ(store().pinOf(goalID), 3);
+}
+
+TEST_F(PinFollowing, Choosing_a_number_means_the_desktop_that_has_it_now)
+{
+    openPinned(3);
+    removeSecond();
+    takeWriteCount();
+    setDesktop(2, 1);
+    store().refresh();
+    store().pinGoal(goalID, 2);
+    EXPECT_EQ(takeWriteCount(), 0);
+    EXPECT_EQ(takeRequests(), QStringList{QStringLiteral("send to 2: 2")}) << "gathered";
+    store().pinGoal(goalID, 3);
+    EXPECT_EQ(store().pinOf(goalID), 3);
+    EXPECT_EQ(takeRequests(),
+              (QStringList{QStringLiteral("send to 3: 1"), QStringLiteral("send to 3: 2")}));
+}
+
+TEST_F(PinFollowing, A_window_that_is_on_its_way_as_its_desktop_shifts_is_sent_once)
+{
+    openPinned(3);
+    setDesktop(3, 2);
+    store().refresh();
+    store().assign(3, goalID);
+    scheduler.advance(std::chrono::milliseconds(0));
+    desktop.calls.clear();
+    setDesktop(3, 3);
+    // It was alone on the second.
+    removeSecond();
+    QStringList later;
+    for (int pass = 0; pass < 12; ++pass)
+        later += takeRequests();
+    EXPECT_EQ(later, QStringList());
+    EXPECT_EQ(store().pinOf(goalID), 2);
+}
+
+TEST_F(PinFollowing, While_the_desktop_tells_nothing_pins_mean_what_they_did)
+{
+    openPinned(3);
+    removeSecond();
+    takeSignals();
+    const QStringList names = std::exchange(desktop.virtualDesktops, {});
+    const DesktopIDs ids = std::exchange(desktop.desktopIDs, {});
+    store().refresh();
+    EXPECT_EQ(store().pinOf(goalID), 2);
+    store().assign(3, goalID);
+    EXPECT_EQ(takeRequests(), QStringList());
+    desktop.virtualDesktops = names;
+    desktop.desktopIDs = ids;
+    store().refresh();
+    EXPECT_EQ(takeRequests(), QStringList{QStringLiteral("send to 2: 3")});
+}
+
+TEST_F(PinFollowing, Where_desktops_are_not_told_apart_a_pin_is_a_number)
+{
+    openPinned(3);
+    removeSecond();
+    desktop.desktopIDs.clear();
+    store().refresh();
+    EXPECT_EQ(store().pinOf(goalID), 3);
+    EXPECT_EQ(takeRequests(), QStringList());
+}
+
+TEST_F(PinFollowing, The_board_stores_the_number_that_was_chosen)
+{
+    openPinned(3);
+    removeSecond();
+    store().assign(3, goalID);
+    EXPECT_EQ(settings.document(goalPinsKey), encodeGoalPins({{goalID, 3}}));
+}
+
+} // namespace
+} // namespace kelpa::test
