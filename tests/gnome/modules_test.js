@@ -101,6 +101,18 @@ for (const number of [0, 3, 4294967295]) {
         ['org.kelpa.Windows1.Error.NoSuchWorkspace', 0]);
     expect(`there is no workspace ${number}`, await show(number), 'org.kelpa.Windows1.Error.NoSuchWorkspace');
 }
+const [identified] = await call('ListWorkspaces');
+expect('they have ids', identified.map(([id, name]) => [Number.isSafeInteger(id), name]),
+    [[true, ''], [true, '']]);
+expect('the later one has the greater', identified[0][0] < identified[1][0], true);
+// The Shell removes the first one and adds another at the end.
+const [removed] = stubs.workspaces.splice(0, 1);
+stubs.workspaces.push({index: () => 1, activate() {}});
+const [shifted] = await call('ListWorkspaces');
+expect('the one that is left has its id', shifted[0][0], identified[1][0]);
+expect('the new one has another', shifted[1][0] > identified[1][0], true);
+stubs.workspaces.splice(0, 2, removed, stubs.workspaces[0]);
+expect('so has each of them when it is back', (await call('ListWorkspaces'))[0], identified);
 for (const event of ['workspace-added', 'workspace-removed', 'workspaces-reordered']) {
     next = signal();
     global.workspace_manager.emit(event);
@@ -150,5 +162,11 @@ extension.disable();
 expect('nothing is left behind', [global.display, global.stage, global.workspace_manager, stubs.tracker,
     stubs.window].map(each => each.handlers.size), [0, 0, 0, 0, 0]);
 expect('nobody is answered any more', (await call('List')).startsWith('org.freedesktop.DBus.Error.'), true);
+
+// As after the screen was locked.
+extension.enable();
+await call('Attach', new GLib.Variant('(u)', [4]));
+expect('the workspaces are the same ones', (await call('ListWorkspaces'))[0], identified);
+extension.disable();
 
 System.exit(failures ? 1 : 0);

@@ -31,7 +31,7 @@ def _refusal(call, *arguments):
 @on_desktop(has_xwayland=True)
 def windows_are_told_with_what_the_shell_knows_of_them(desktop, _program):
     caller = Caller(desktop.bus)
-    assert caller.version() == 3
+    assert caller.version() == 4
     foot = desktop.start_foot("On Wayland")
     desktop.start("xterm", "-T", "On X11", "-e", "cat")
     desktop.wait_for_window("On X11")

@@ -41,7 +41,7 @@ def the_boards_button_switches_the_extension_on_and_it_may_go_again(desktop, bin
         Assistant(desktop, kelpa).press_button("Switch on")
         kelpa.wait_for_card(boards.UNSORTED, "A terminal")
         about = desktop.run(binary, "--about-desktop")
-        assert "the Shell has Kelpa's extension, version 3\n" in about, about
+        assert "the Shell has Kelpa's extension, version 4\n" in about, about
         desktop.set_extension(False)
         wait_until("its card is gone", lambda: kelpa.board.card(boards.UNSORTED, "A terminal") is None)
         desktop.set_extension(True)

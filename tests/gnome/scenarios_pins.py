@@ -106,12 +106,13 @@ def a_pin_to_a_workspace_that_the_shell_has_removed_waits_for_it(desktop, binary
         workspaces.wait_for("its window is sent there", Form=3, Receipts=1, Mail=2)
         wait_until("a fourth one is behind it", lambda: workspaces.count() == 4)
 
-        # The second one is empty: the Shell removes it, and the third becomes the second.
-        workspaces.move("Mail", 1)
-        workspaces.wait_for("the workspace of the goal's window has another number", Form=2, Receipts=1, Mail=1)
-        wait_until("the one behind has, too", lambda: workspaces.count() == 3)
+        # The Shell keeps one empty workspace, the first behind those that have windows.
         kelpa.wait_for_card("Taxes", "Form")
         workspaces.move("Form", 1)
+        wait_until("the goal's is the empty one", lambda: workspaces.count() == 3)
+        wait_until("it is there", lambda: kelpa.board.has_text("Pinned to: Sorting"))
+        workspaces.move("Mail", 1)
+        workspaces.wait_for("the second one is empty, too", Form=1, Receipts=1, Mail=1)
         wait_until("two are left", lambda: workspaces.count() == 2)
         wait_until("the board says that it is gone",
                    lambda: kelpa.board.has_text("Pinned to: Desktop 3 (not there now)"))
@@ -122,3 +123,36 @@ def a_pin_to_a_workspace_that_the_shell_has_removed_waits_for_it(desktop, binary
         workspaces.move("Mail", 2)
         workspaces.wait_for("who waited is sent when it is back", Form=1, Receipts=3, Mail=2)
         wait_until("the board names it again", lambda: kelpa.board.has_text("Pinned to: Sorting"))
+
+
+def a_pin_follows_its_workspace_when_an_empty_one_before_it_goes(desktop, binary):
+    path = desktop.directory / "board.sqlite"
+    settings.write(path, goals=[("Taxes", [])])
+    workspaces = _Workspaces(desktop)
+    command = CommandLine(desktop, binary, path)
+    with Kelpa(desktop, binary, path) as kelpa:
+        for title in _TITLES:
+            kelpa.wait_for_card(boards.UNSORTED, title)
+        workspaces.move("Mail", 2)
+        wait_until("there is a third one", lambda: workspaces.count() == 3)
+        wait_until("the board knows", lambda: "Reading" in kelpa.board.card(
+            boards.UNSORTED, "Mail").node.description)
+        command.assign("Form", "Taxes")
+        command("pin", "Taxes", "Sorting")
+        workspaces.wait_for("its window is sent there", Form=3, Receipts=1, Mail=2)
+        wait_until("the header says so", lambda: kelpa.board.has_text("Pinned to: Sorting"))
+
+        # The second one is empty: the Shell removes it, and the third becomes the second.
+        workspaces.move("Mail", 1)
+        workspaces.wait_for("the workspace of the goal's window has another number", Form=2, Receipts=1, Mail=1)
+        wait_until("the header says so, too", lambda: kelpa.board.has_text("Pinned to: Reading"))
+        wait_until("there is an empty one behind it", lambda: workspaces.count() == 3)
+        command.assign("Receipts", "Taxes")
+        workspaces.wait_for("what joins the goal goes to the same one", Form=2, Receipts=2, Mail=1)
+        assert workspaces.present() == 1
+        command("work", "Taxes")
+        wait_until("so does Kelpa", lambda: workspaces.present() == 2)
+        wait_until("and raises a window of the goal",
+                   lambda: desktop.evaluate("global.display.focus_window.get_title()") in ("Form", "Receipts"))
+        assert workspaces.places() == {"Form": 2, "Receipts": 2, "Mail": 1}
+        assert not workspaces.is_minimized("Mail"), "nothing is in the way"

@@ -14,7 +14,7 @@ import * as Windows from './windows.js';
 
 const NAME = 'org.kelpa.Windows';
 const PATH = '/org/kelpa/Windows';
-const VERSION = 3;
+const VERSION = 4;
 // Between two signals, in milliseconds, and which part of the Shell's time goes into lists.
 const INTERVAL = 50;
 const SHARE = 0.1;
@@ -77,6 +77,7 @@ export default class KelpaWindows extends Extension {
                 return {};
             },
             Workspaces: () => ({values: [this._list.workspaces()]}),
+            ListWorkspaces: () => ({values: [this._list.identifiedWorkspaces()]}),
             SendTo: (_caller, id, number) => {
                 Windows.sendTo(Windows.find(id), number);
                 return {};

@@ -24,6 +24,16 @@ function all() {
         .filter(window => window && !window.is_override_redirect());
 }
 
+// The ids begin with the time, in microseconds, so that those of another run, which began later, are greater.
+let lastWorkspaceID = GLib.get_real_time();
+
+// Kept on the workspace itself: it lasts as long as that, also while the extension is switched off.
+function workspaceID(workspace) {
+    if (!workspace._kelpaID)
+        workspace._kelpaID = ++lastWorkspaceID;
+    return workspace._kelpaID;
+}
+
 function facts(window, names) {
     const frame = window.get_frame_rect();
     const app = Shell.WindowTracker.get_default().get_window_app(window);
@@ -73,6 +83,11 @@ export class List {
 
     workspaces() {
         return workspaceNames(global.workspace_manager.get_n_workspaces(), this._names());
+    }
+
+    identifiedWorkspaces() {
+        return this.workspaces().map((name, index) =>
+            [workspaceID(global.workspace_manager.get_workspace_by_index(index)), name]);
     }
 
     take() {

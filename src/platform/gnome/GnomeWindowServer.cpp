@@ -32,7 +32,8 @@ std::unique_ptr<DiscoverySource> GnomeWindowServer::openDiscoverySource()
     if (!windows)
         return std::make_unique<CompositorSnapshot>();
     return std::make_unique<CompositorSnapshot>(describedWindows(*windows), m_needs.resolver,
-                                                m_needs.documents, m_virtualDesktops);
+                                                m_needs.documents, m_workspaces.names, QList<int>(),
+                                                m_workspaces.ids);
 }
 
 std::optional<std::vector<NumberedShellWindow>> GnomeWindowServer::listed()
@@ -49,8 +50,8 @@ std::optional<std::vector<NumberedShellWindow>> GnomeWindowServer::listed()
     if (!list.windows)
         // While the Shell hangs, no window comes or goes.
         return windows();
-    if (std::optional<QStringList> workspaces = m_client.workspaces())
-        m_virtualDesktops = *std::move(workspaces);
+    if (std::optional<ShellWorkspaces> workspaces = m_client.workspaces())
+        m_workspaces = *std::move(workspaces);
     m_numbers.begin(QByteArrayLiteral("gnome ") + QByteArray::number(quint64{standing.run}));
     return numbered(*std::move(list.windows));
 }

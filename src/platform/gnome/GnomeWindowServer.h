@@ -8,8 +8,6 @@
 #include "platform/gnome/GnomeSnapshot.h"
 #include "platform/numbers/NamedWindowNumbers.h"
 
-#include <QStringList>
-
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -69,7 +67,7 @@ private:
 
     // Used by discovery passes alone, of which there is one at a time.
     NamedWindowNumbers m_numbers;
-    QStringList m_virtualDesktops;
+    ShellWorkspaces m_workspaces;
 
     mutable std::mutex m_windowsMutex;
     std::optional<std::vector<NumberedShellWindow>> m_windows;

@@ -11,7 +11,6 @@
 #include <QImage>
 #include <QSize>
 #include <QString>
-#include <QStringList>
 
 #include <chrono>
 #include <cstdint>
@@ -88,9 +87,9 @@ public:
     ShellStanding switchOn();
 
     ShellList list();
-    /// As `DiscoverySource::virtualDesktops`. Absent when the Shell does not reply, or in another
-    /// form; empty where the extension is older than `workspacesVersion`.
-    std::optional<QStringList> workspaces();
+    /// Absent when the Shell does not reply, or in another form; empty where the extension is older
+    /// than `workspacesVersion`, without ids where it is older than `workspaceIDsVersion`.
+    std::optional<ShellWorkspaces> workspaces();
     /// A new picture of the window, at most `largest` pixels large. Absent when there is none, or
     /// when it is the one that this function gave last and `isNeeded` is false.
     std::optional<QImage> picture(std::uint64_t window, const QSize& largest, bool isNeeded);

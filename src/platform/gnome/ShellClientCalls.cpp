@@ -29,15 +29,18 @@ ShellList ShellClient::list()
     return list;
 }
 
-std::optional<QStringList> ShellClient::workspaces()
+std::optional<ShellWorkspaces> ShellClient::workspaces()
 {
-    if (standing().version < workspacesVersion)
-        return QStringList();
-    const BusReply reply = callExtension("Workspaces", nullptr, "(as)");
+    const std::uint32_t version = standing().version;
+    if (version < workspacesVersion)
+        return ShellWorkspaces();
+    const BusReply reply = version < workspaceIDsVersion
+                               ? callExtension("Workspaces", nullptr, "(as)")
+                               : callExtension("ListWorkspaces", nullptr, "(a(ts))");
     if (reply.outcome != BusCallOutcome::answered)
         return std::nullopt;
-    const GlibPointer<GVariant> names(g_variant_get_child_value(reply.value.get(), 0));
-    return workspacesIn(names.get());
+    const GlibPointer<GVariant> workspaces(g_variant_get_child_value(reply.value.get(), 0));
+    return workspacesIn(workspaces.get());
 }
 
 std::optional<QImage> ShellClient::picture(std::uint64_t window, const QSize& largest,

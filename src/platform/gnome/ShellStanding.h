@@ -14,9 +14,11 @@ namespace kelpa::gnome {
 inline constexpr std::uint32_t neededVersion = 1;
 /// The version of the extension that this Kelpa brings. With an older one, from `neededVersion` on,
 /// Kelpa does without what was added since.
-inline constexpr std::uint32_t broughtVersion = 3;
+inline constexpr std::uint32_t broughtVersion = 4;
 /// The first one that lists workspaces, sends windows there and shows them.
 inline constexpr std::uint32_t workspacesVersion = 3;
+/// The first one that tells which workspace is which when their numbers shift.
+inline constexpr std::uint32_t workspaceIDsVersion = 4;
 
 enum class ShellCondition : std::uint8_t {
     /// Not asked yet.

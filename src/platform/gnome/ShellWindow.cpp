@@ -162,15 +162,27 @@ std::vector<ShellWindow> windowsIn(GVariant* list)
     return windows;
 }
 
-QStringList workspacesIn(GVariant* list)
+ShellWorkspaces workspacesIn(GVariant* list)
 {
-    QStringList names;
+    ShellWorkspaces workspaces;
+    const bool hasIDs = g_variant_is_of_type(list, G_VARIANT_TYPE("a(ts)")) != FALSE;
+    std::set<DesktopID> known{0};
     const gsize count = std::min<gsize>(g_variant_n_children(list), mostVirtualDesktops);
     for (gsize index = 0; index < count; ++index) {
-        const GlibPointer<GVariant> name(g_variant_get_child_value(list, index));
-        names.append(decodedText(g_variant_get_string(name.get(), nullptr)).trimmed());
+        const GlibPointer<GVariant> entry(g_variant_get_child_value(list, index));
+        const char* name = nullptr;
+        guint64 id = 0;
+        if (hasIDs)
+            g_variant_get(entry.get(), "(t&s)", &id, &name);
+        else
+            name = g_variant_get_string(entry.get(), nullptr);
+        workspaces.names.append(decodedText(name).trimmed());
+        if (known.insert(id).second)
+            workspaces.ids.append(id);
     }
-    return names;
+    if (workspaces.ids.size() != workspaces.names.size())
+        workspaces.ids.clear();
+    return workspaces;
 }
 
 } // namespace kelpa::gnome

@@ -1,6 +1,7 @@
 // A window as the Shell's extension lists it.
 #pragma once
 
+#include "model/GoalPins.h"
 #include "model/Identifiers.h"
 #include "model/Rect.h"
 
@@ -57,8 +58,18 @@ int layerOf(const ShellWindow& window);
 /// counts as not known. Texts that no window needs are shortened.
 std::vector<ShellWindow> windowsIn(GVariant* list);
 
-/// The names in a list of texts, `as`, as `DiscoverySource::virtualDesktops`; what lies beyond
-/// `mostVirtualDesktops` is dropped.
-QStringList workspacesIn(GVariant* list);
+struct ShellWorkspaces
+{
+    /// As `DiscoverySource::virtualDesktops`.
+    QStringList names{};
+    /// As `DiscoverySource::desktopIDs`; empty where the extension tells none.
+    DesktopIDs ids{};
+
+    friend bool operator==(const ShellWorkspaces&, const ShellWorkspaces&) = default;
+};
+
+/// The workspaces in a list of texts, `as`, or of ids and texts, `a(ts)`; what lies beyond
+/// `mostVirtualDesktops` is dropped. Ids that are 0 or not all different count as none.
+ShellWorkspaces workspacesIn(GVariant* list);
 
 } // namespace kelpa::gnome

@@ -141,6 +141,7 @@ TEST_F(GnomeServerTest, A_pass_has_the_workspaces_and_on_which_each_window_is)
     const auto server = start();
     const auto source = server->openDiscoverySource();
     EXPECT_EQ(source->virtualDesktops(), names);
+    EXPECT_EQ(source->desktopIDs(), DesktopIDs());
     const auto entries = source->windowList(WindowListScope::all);
     ASSERT_TRUE(entries);
     ASSERT_EQ(entries->size(), 2U);
@@ -150,6 +151,25 @@ TEST_F(GnomeServerTest, A_pass_has_the_workspaces_and_on_which_each_window_is)
     EXPECT_EQ(server->openDiscoverySource()->virtualDesktops(), names) << "no reply says otherwise";
     shell->behave({.isHanging = true});
     EXPECT_EQ(server->openDiscoverySource()->virtualDesktops(), names) << "while the Shell hangs";
+}
+
+TEST_F(GnomeServerTest, A_pass_has_the_ids_of_the_workspaces)
+{
+    const auto tellWorkspaces = [this](const std::string& workspaces) {
+        shell->behave(
+            {.version = 4,
+             .replies = {{"List", "([{'id': <uint64 5>}],)"}, {"ListWorkspaces", workspaces}}});
+    };
+    tellWorkspaces("([(uint64 21, 'Mail'), (uint64 22, '')],)");
+    shell->showExtension();
+    const auto server = start();
+    const auto source = server->openDiscoverySource();
+    EXPECT_EQ(source->virtualDesktops(), (QStringList{QStringLiteral("Mail"), QString()}));
+    EXPECT_EQ(source->desktopIDs(), (DesktopIDs{21, 22}));
+    tellWorkspaces("([(uint64 22, '')],)");
+    EXPECT_EQ(server->openDiscoverySource()->desktopIDs(), DesktopIDs{22});
+    shell->behave({.isHanging = true});
+    EXPECT_EQ(server->openDiscoverySource()->desktopIDs(), DesktopIDs{22}) << "as last told";
 }
 
 TEST_F(GnomeServerTest, Without_the_extension_there_is_no_list_and_nothing_is_gone)

@@ -252,11 +252,12 @@ TEST_F(ShellClientTest, Workspaces_are_asked_of_an_extension_that_has_them)
     const auto client = this->client();
     shell.behave({.version = 2, .replies = {{"Workspaces", "(['Mail', ''],)"}}});
     ASSERT_EQ(client->refresh().condition, ShellCondition::ready);
-    EXPECT_EQ(client->workspaces(), QStringList());
+    EXPECT_EQ(client->workspaces(), ShellWorkspaces());
     EXPECT_FALSE(shell.calls().join(u' ').contains(QStringLiteral("Workspaces")));
     shell.behave({.version = 3, .replies = {{"Workspaces", "(['Mail', ''],)"}}});
     ASSERT_EQ(client->refresh().condition, ShellCondition::ready);
-    EXPECT_EQ(client->workspaces(), (QStringList{QStringLiteral("Mail"), QString()}));
+    const QStringList names{QStringLiteral("Mail"), QString()};
+    EXPECT_EQ(client->workspaces(), ShellWorkspaces{.names = names});
     client->sendTo(5, 2);
     client->showWorkspace(3);
     EXPECT_EQ(shell.calls().mid(shell.calls().size() - 2),
@@ -264,6 +265,13 @@ TEST_F(ShellClientTest, Workspaces_are_asked_of_an_extension_that_has_them)
                            QStringLiteral("ShowWorkspace (uint32 3,)")}));
     shell.behave({.version = 3, .replies = {{"Workspaces", "('Mail',)"}}});
     EXPECT_EQ(client->workspaces(), std::nullopt);
+    EXPECT_EQ(client->standing().condition, ShellCondition::ready);
+    shell.behave({.version = 4,
+                  .replies = {{"ListWorkspaces", "([(uint64 12, 'Mail'), (uint64 11, '')],)"}}});
+    ASSERT_EQ(client->refresh().condition, ShellCondition::ready);
+    EXPECT_EQ(client->workspaces(), (ShellWorkspaces{.names = names, .ids = {12, 11}}));
+    shell.behave({.version = 5, .replies = {{"ListWorkspaces", "([(12, 'Mail')],)"}}});
+    EXPECT_EQ(client->workspaces(), std::nullopt) << "ids of another type";
     EXPECT_EQ(client->standing().condition, ShellCondition::ready);
 }
 

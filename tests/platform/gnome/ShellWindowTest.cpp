@@ -62,7 +62,9 @@ TEST(ShellWindow, Workspaces_have_names_in_their_order)
             g_variant_parse(G_VARIANT_TYPE_STRING_ARRAY, text.c_str(), nullptr, nullptr, nullptr));
         if (!list)
             throw std::runtime_error("no list: " + text);
-        return workspacesIn(list.get());
+        const ShellWorkspaces workspaces = workspacesIn(list.get());
+        EXPECT_EQ(workspaces.ids, DesktopIDs());
+        return workspaces.names;
     };
     EXPECT_EQ(names("[' Mail ', '', ' ']"),
               (QStringList{QStringLiteral("Mail"), QString(), QString()}));
@@ -71,6 +73,28 @@ TEST(ShellWindow, Workspaces_have_names_in_their_order)
     for (int index = 0; index < 200; ++index)
         many += ", 'Mail'";
     EXPECT_EQ(names(many + ']').size(), 100);
+}
+
+TEST(ShellWindow, Workspaces_have_ids_where_all_are_different)
+{
+    const auto ids = [](const std::string& text) {
+        const GlibPointer<GVariant> list(
+            g_variant_parse(G_VARIANT_TYPE("a(ts)"), text.c_str(), nullptr, nullptr, nullptr));
+        if (!list)
+            throw std::runtime_error("no list: " + text);
+        const ShellWorkspaces workspaces = workspacesIn(list.get());
+        EXPECT_EQ(workspaces.names.size(), std::min<gsize>(g_variant_n_children(list.get()), 100));
+        return workspaces.ids;
+    };
+    EXPECT_EQ(ids("[(7, ' Mail '), (5, ''), (18446744073709551615, '')]"),
+              (DesktopIDs{7, 5, 18446744073709551615U}));
+    EXPECT_EQ(ids("[]"), DesktopIDs());
+    EXPECT_EQ(ids("[(7, ''), (0, ''), (5, '')]"), DesktopIDs());
+    EXPECT_EQ(ids("[(7, ''), (5, ''), (7, '')]"), DesktopIDs());
+    std::string many = "[(1, '')";
+    for (int id = 2; id <= 200; ++id)
+        many += ", (" + std::to_string(id) + ", 'Mail')";
+    EXPECT_EQ(ids(many + ']').size(), 100);
 }
 
 TEST(ShellWindow, A_member_of_another_type_counts_as_not_known)

@@ -28,9 +28,10 @@ std::optional<QString> ownerNameOf(const CompositorWindow& window,
 
 CompositorSnapshot::CompositorSnapshot(std::vector<CompositorWindow> windows,
                                        ApplicationResolver& resolver, DocumentSource* documents,
-                                       QStringList virtualDesktops, QList<int> unofferedDesktops)
+                                       QStringList virtualDesktops, QList<int> unofferedDesktops,
+                                       DesktopIDs desktopIDs)
     : m_isPresent(true), m_virtualDesktops(std::move(virtualDesktops)),
-      m_unofferedDesktops(std::move(unofferedDesktops))
+      m_unofferedDesktops(std::move(unofferedDesktops)), m_desktopIDs(std::move(desktopIDs))
 {
     std::vector<DocumentQuery> queries;
     for (CompositorWindow& window : windows) {

@@ -40,16 +40,17 @@ public:
     CompositorSnapshot() = default;
 
     /// `windows` from front to back; their entries have bounds and titles. Neither `resolver` nor
-    /// `documents`, which may be null, is used after this. `virtualDesktops` and
-    /// `unofferedDesktops` as the source has them.
+    /// `documents`, which may be null, is used after this. `virtualDesktops`,
+    /// `unofferedDesktops` and `desktopIDs` as the source has them.
     CompositorSnapshot(std::vector<CompositorWindow> windows, ApplicationResolver& resolver,
                        DocumentSource* documents, QStringList virtualDesktops = {},
-                       QList<int> unofferedDesktops = {});
+                       QList<int> unofferedDesktops = {}, DesktopIDs desktopIDs = {});
 
     std::optional<std::vector<WindowListEntry>> windowList(WindowListScope scope) override;
     std::optional<RunningApplication> runningApplication(ProcessID process) override;
     QStringList virtualDesktops() override { return m_virtualDesktops; }
     QList<int> unofferedDesktops() override { return m_unofferedDesktops; }
+    DesktopIDs desktopIDs() override { return m_desktopIDs; }
     bool isAccessibilityTrusted() override { return m_isPresent; }
     std::optional<std::vector<AccessibilityWindow>>
     accessibilityWindows(ProcessID process) override;
@@ -66,6 +67,7 @@ private:
     bool m_isPresent = false;
     QStringList m_virtualDesktops;
     QList<int> m_unofferedDesktops;
+    DesktopIDs m_desktopIDs;
     std::vector<WindowListEntry> m_windows;
     std::vector<WindowListEntry> m_onScreen;
     std::map<ProcessID, Process> m_processes;
