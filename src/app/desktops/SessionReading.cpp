@@ -104,7 +104,7 @@ SessionReading readSession(const QByteArray& display, std::chrono::milliseconds 
     reading.isKwin = resemblesKwin({.compositor = reading.compositor}) && isKwinSession(limit);
     if (reading.isKwin) {
         reading.kwinPictures =
-            kwin::standingAfter(kwin::KwinScreenshots(sessionBusAddress(), limit).probeWithScreen(),
+            kwin::standingAfter(kwin::KwinScreenshots(sessionBusAddress(), limit).probeWithPixel(),
                                 kwin::PictureStanding::given);
         reading.isKwinKeyHeard = kwin::isLauncherHeard(sessionBusAddress(), limit);
     }

@@ -66,13 +66,6 @@ GVariant* windowArguments(const QByteArray& uuid)
     return g_variant_new("(sa{sv}h)", uuid.constData(), &options, 0);
 }
 
-GVariant* screenArguments()
-{
-    GVariantBuilder options;
-    g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
-    return g_variant_new("(a{sv}h)", &options, 0);
-}
-
 GVariant* pixelArguments(const QPoint& pixel)
 {
     GVariantBuilder options;
@@ -294,13 +287,14 @@ ScreenshotOutcome KwinScreenshots::probe()
                                    pipe->writeEnd.number(), m_parts->limit, {}));
 }
 
-ScreenshotOutcome KwinScreenshots::probeWithScreen()
+ScreenshotOutcome KwinScreenshots::probeWithPixel()
 {
     const ScreenshotOutcome outcome = probe();
     if (outcome != ScreenshotOutcome::failed)
         return outcome;
-    const Screenshot screen = m_parts->take("CaptureActiveScreen", screenArguments(), {});
-    return screen.outcome == ScreenshotOutcome::cancelled ? ScreenshotOutcome::unavailable
+    // Where nobody has told of the screens: that corner is on one, unless they form a step.
+    const Screenshot corner = m_parts->take("CaptureArea", pixelArguments({0, 0}), {});
+    return corner.outcome == ScreenshotOutcome::cancelled ? ScreenshotOutcome::unavailable
                                                           : outcome;
 }
 

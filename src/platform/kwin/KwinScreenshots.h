@@ -72,10 +72,10 @@ public:
 
     /// What `take` would give: `failed` where it may take pictures, since there is no such window.
     ScreenshotOutcome probe();
-    /// The same with a picture of a screen, which it takes besides and drops. `unavailable` also
-    /// where KWin gives up that one: from 6.7 on it offers pictures and only then finds that it
-    /// draws without OpenGL.
-    ScreenshotOutcome probeWithScreen();
+    /// The same with a picture of one pixel, which it takes besides and drops; no more of what the
+    /// person has on their screen is read. `unavailable` also where KWin gives up that one: from
+    /// 6.7 on it offers pictures and only then finds that it draws without OpenGL.
+    ScreenshotOutcome probeWithPixel();
 
 private:
     struct Parts;

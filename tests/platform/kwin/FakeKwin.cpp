@@ -110,12 +110,6 @@ bool FakeKwin::handleMessage(const QDBusMessage& message, const QDBusConnection&
     }
     if (message.member() == QStringLiteral("CaptureArea"))
         return answerFrame(message, connection);
-    if (message.member() == QStringLiteral("CaptureActiveScreen")) {
-        connection.send(screenError.isEmpty()
-                            ? message.createReply(QVariantList{picture})
-                            : message.createErrorReply(screenError, QStringLiteral("no picture")));
-        return true;
-    }
     if (message.member() == QStringLiteral("CaptureWindow")) {
         ++pictures;
         const QString window = message.arguments().value(0).toString();
@@ -263,6 +257,11 @@ bool FakeKwin::answerFrame(const QDBusMessage& message, const QDBusConnection& c
 {
     ++frames;
     pixel = {message.arguments().value(0).toInt(), message.arguments().value(1).toInt()};
+    area = {message.arguments().value(2).toInt(), message.arguments().value(3).toInt()};
+    if (!areaError.isEmpty()) {
+        connection.send(message.createErrorReply(areaError, QStringLiteral("no picture")));
+        return true;
+    }
     if (holdsPictures) {
         message.setDelayedReply(true);
         m_heldPixels.append(message);

@@ -8,6 +8,7 @@
 #include <QDBusVirtualObject>
 #include <QList>
 #include <QPoint>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QVariantMap>
@@ -52,8 +53,10 @@ public:
     QStringList unloaded;
     /// The name of the error that requests for pictures get; empty for a picture.
     QString pictureError;
-    /// The same for a picture of a screen.
-    QString screenError;
+    /// The same for a picture of a part of a screen.
+    QString areaError;
+    /// The size of the last one, in points.
+    QSize area;
     QVariantMap picture;
     QByteArray pictureBytes;
     /// Whether the pipe stays open after them.

@@ -197,12 +197,12 @@ TEST_F(KwinServerTest, A_KWin_that_cancels_every_picture_draws_without_OpenGL)
     EXPECT_EQ(server->pictures(), PictureStanding::withoutOpenGL);
 }
 
-TEST_F(KwinServerTest, A_picture_of_the_screen_tells_at_once_whether_KWin_draws_with_OpenGL)
+TEST_F(KwinServerTest, A_picture_of_one_pixel_tells_at_once_whether_KWin_draws_with_OpenGL)
 {
     struct Row
     {
         const char* ofWindow;
-        const char* ofScreen;
+        const char* ofPixel;
         ScreenshotOutcome outcome;
     };
     begin();
@@ -213,13 +213,16 @@ TEST_F(KwinServerTest, A_picture_of_the_screen_tells_at_once_whether_KWin_draws_
                            Row{"NoAuthorized", "Cancelled", ScreenshotOutcome::denied}}) {
         const QString errors = text("org.kde.KWin.ScreenShot2.Error.");
         kwin->pictureError = errors + text(row.ofWindow);
-        kwin->screenError = *row.ofScreen == 0 ? QString() : errors + text(row.ofScreen);
+        kwin->areaError = *row.ofPixel == 0 ? QString() : errors + text(row.ofPixel);
         EXPECT_EQ(meanwhile([this] {
-                      return kwin::KwinScreenshots(bus.address().toUtf8(), limit).probeWithScreen();
+                      return kwin::KwinScreenshots(bus.address().toUtf8(), limit).probeWithPixel();
                   }),
                   row.outcome)
-            << row.ofWindow << ' ' << row.ofScreen;
+            << row.ofWindow << ' ' << row.ofPixel;
     }
+    // Nothing else of the screen is asked for, and not even that by who is denied it.
+    EXPECT_EQ(kwin->area, QSize(1, 1));
+    EXPECT_EQ(kwin->frames, 3);
 }
 
 } // namespace
