@@ -17,7 +17,7 @@ DesktopAbilities abilitiesOfKwin(const KwinStanding& standing)
         lacks(previews, AbilityGap::pictureEntry);
     if (standing.pictures == PictureStanding::withoutOpenGL)
         lacks(previews, AbilityGap::openGL);
-    if (!standing.isKeyHeard)
+    if (standing.isKeyHeard == std::optional(false))
         lacks(globalKeys, AbilityGap::desktopShortcut);
     return abilities;
 }

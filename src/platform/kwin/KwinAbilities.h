@@ -4,6 +4,8 @@
 #include "platform/DesktopAbilities.h"
 #include "platform/kwin/KwinWindowServer.h"
 
+#include <optional>
+
 namespace kelpa::kwin {
 
 struct KwinStanding
@@ -11,8 +13,9 @@ struct KwinStanding
     /// KWin lists its windows.
     bool isListing = true;
     PictureStanding pictures = PictureStanding::given;
-    /// Taps of Super are heard by the calls of Plasma's launcher.
-    bool isKeyHeard = true;
+    /// Taps of Super are heard by the calls of Plasma's launcher. Absent until that is known, when
+    /// nothing counts as missing.
+    std::optional<bool> isKeyHeard = true;
 };
 
 DesktopAbilities abilitiesOfKwin(const KwinStanding& standing);

@@ -24,7 +24,7 @@ public:
 private:
     void reportAvailability()
     {
-        const bool isHeard = m_server.isKeyHeard();
+        const bool isHeard = m_server.isKeyHeard() == std::optional(true);
         if (std::exchange(m_isHeard, isHeard) != isHeard)
             m_handlers.availabilityChanged(isHeard);
     }

@@ -45,23 +45,24 @@ bool isSincePlasma6(std::string_view supportInformation)
     return version >= 6;
 }
 
-bool KwinLauncherKey::isHeard(const std::string& kwin)
+std::optional<bool> KwinLauncherKey::isHeard(const std::string& kwin)
 {
     constexpr std::chrono::seconds askInterval{2};
     const auto now = std::chrono::steady_clock::now();
     if (m_kwin != kwin) {
         m_kwin = kwin;
         m_isSincePlasma6.reset();
-        m_isHeard = false;
+        m_isHeard.reset();
         m_isStale = true;
     }
-    if (!m_isStale.exchange(false) && now - m_askedAt < askInterval)
+    if (!m_isStale.exchange(false) && m_isHeard && now - m_askedAt < askInterval)
         return m_isHeard;
     m_askedAt = now;
-    const bool isHeard = readHeard().value_or(m_isHeard);
-    if (isHeard != m_isHeard)
-        qCDebug(logKwin, "taps of the launcher's key are %s", isHeard ? "heard" : "not heard");
-    m_isHeard = isHeard;
+    const std::optional<bool> isHeard = readHeard();
+    if (isHeard && isHeard != m_isHeard) {
+        qCDebug(logKwin, "taps of the launcher's key are %s", *isHeard ? "heard" : "not heard");
+        m_isHeard = isHeard;
+    }
     return m_isHeard;
 }
 

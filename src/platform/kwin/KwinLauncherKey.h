@@ -33,8 +33,9 @@ public:
 
     /// Whether the taps are reported while KWin is that connection: Plasma's shell is there, and
     /// the key is among those of its launcher, as KGlobalAccel says. Nobody reports when that
-    /// changes, so it asks again every few seconds. As before where there is no reply.
-    bool isHeard(const std::string& kwin);
+    /// changes, so it asks again every few seconds, and each time until it knows. As before where
+    /// there is no reply; absent until there was one.
+    std::optional<bool> isHeard(const std::string& kwin);
 
 private:
     /// All are absent where there is no reply.
@@ -50,7 +51,7 @@ private:
     std::string m_kwin;
     /// Absent before KWin has said it.
     std::optional<bool> m_isSincePlasma6;
-    bool m_isHeard = false;
+    std::optional<bool> m_isHeard;
 };
 
 } // namespace kwin

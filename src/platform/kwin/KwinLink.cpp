@@ -72,7 +72,8 @@ bool isLauncherHeard(const QByteArray& busAddress, std::chrono::milliseconds lim
 {
     BlockingBus bus(busAddress.toStdString(), {}, {});
     const std::optional<std::string> owner = bus.ownerOf(busName, limit);
-    return owner && !owner->empty() && KwinLauncherKey(bus, limit).isHeard(*owner);
+    return owner && !owner->empty() &&
+           KwinLauncherKey(bus, limit).isHeard(*owner) == std::optional(true);
 }
 
 struct KwinLink::Parts
@@ -168,7 +169,7 @@ struct KwinLink::Parts
 
     KwinLauncherKey launcherKey{bus, options.replyLimit};
     /// What it said last.
-    bool isKeyHeard = false;
+    std::optional<bool> isKeyHeard{};
 
     /// Last: its thread uses the others.
     BlockingBus bus;
@@ -280,10 +281,10 @@ KwinReading KwinLink::read()
     if (m_parts->owner != *owner) {
         m_parts->owner.clear();
         m_parts->runs = false;
-        m_parts->isKeyHeard = false;
+        m_parts->isKeyHeard.reset();
         m_parts->calls.expect({}, {});
         if (owner->empty())
-            return {};
+            return {.isKeyHeard = false};
         // The numbers of windows depend on it: a guess would give every window another one.
         const std::optional<ProcessID> process = m_parts->processOf(*owner);
         if (!process)
@@ -292,7 +293,7 @@ KwinReading KwinLink::read()
         m_parts->owner = *owner;
     }
     if (owner->empty())
-        return {};
+        return {.isKeyHeard = false};
     if (m_parts->runs && m_parts->isOverdue())
         m_parts->runs = false;
     const std::optional<bool> isLoaded = m_parts->runs ? m_parts->isLoaded() : std::optional(false);

@@ -59,8 +59,9 @@ struct KwinReading
     QStringList virtualDesktops{};
     /// As `screensIn`, of the same report.
     std::vector<Rect> screens{};
-    /// Taps of Super are heard by the calls of Plasma's launcher. While KWin hangs, as before.
-    bool isKeyHeard = false;
+    /// Taps of Super are heard by the calls of Plasma's launcher. While KWin hangs, as before;
+    /// absent until it has said so once.
+    std::optional<bool> isKeyHeard{};
 };
 
 class KwinLink

@@ -95,8 +95,9 @@ public:
 
     /// Whether the last pass had windows; assumed before the first. Any thread; returns at once.
     bool isListing() const { return m_isListing; }
-    /// Whether `watchLauncher` reports taps of Super, as found last. Any thread; returns at once.
-    bool isKeyHeard() const { return m_isKeyHeard; }
+    /// Whether `watchLauncher` reports taps of Super, as found last; absent until KWin has said so
+    /// once. Any thread; returns at once.
+    std::optional<bool> isKeyHeard() const { return m_isKeyHeard; }
     /// As KWin has answered last. Any thread; returns at once.
     PictureStanding pictures() const { return m_pictures; }
 
@@ -130,7 +131,7 @@ private:
     /// Assumed until KWin has been asked.
     std::atomic<bool> m_isThere = true;
     std::atomic<bool> m_isListing = true;
-    std::atomic<bool> m_isKeyHeard = false;
+    std::atomic<std::optional<bool>> m_isKeyHeard{};
     std::atomic<PictureStanding> m_pictures = PictureStanding::given;
 
     // Used by discovery passes alone, of which there is one at a time.

@@ -46,7 +46,7 @@ protected:
     bool isHeard()
     {
         pass(*server);
-        return server->isKeyHeard();
+        return server->isKeyHeard() == std::optional(true);
     }
     /// By a pass that follows a change within some seconds.
     bool becomesHeard(bool isHeard)
@@ -108,6 +108,26 @@ TEST_F(LauncherKeyTest, Is_not_heard_by_who_asks_where_there_is_no_KWin)
     kwin->startShell();
     kwin->takeShortcuts();
     EXPECT_FALSE(isHeardByWhoAsks());
+}
+
+TEST_F(LauncherKeyTest, Is_unknown_and_not_missing_until_KWin_has_answered)
+{
+    const auto isMissed = [this] {
+        return kwin::abilitiesOfKwin({.isKeyHeard = server->isKeyHeard()})
+            .shortfall(DesktopAbility::globalKeys)
+            .has_value();
+    };
+    beginWith({});
+    EXPECT_EQ(server->isKeyHeard(), std::nullopt);
+    EXPECT_FALSE(isMissed());
+    kwin->isSilent = true;
+    pass(*server);
+    EXPECT_EQ(server->isKeyHeard(), std::nullopt);
+    EXPECT_FALSE(isMissed());
+    kwin->isSilent = false;
+    pass(*server);
+    EXPECT_EQ(server->isKeyHeard(), false);
+    EXPECT_TRUE(isMissed());
 }
 
 TEST_F(LauncherKeyTest, Follows_the_shell_as_it_ends_and_starts_again)
