@@ -66,7 +66,7 @@ struct KwinDesktop::Parts
 
 KwinDesktop::KwinDesktop(Scheduler& scheduler, const QString& boardPath,
                          const std::set<WindowID>& assigned)
-    : SessionDesktop(scheduler),
+    : SessionDesktop(scheduler, KdeSettings::followed),
       m_parts(std::make_unique<Parts>(scheduler, services(), boardPath, assigned))
 {}
 

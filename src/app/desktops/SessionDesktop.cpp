@@ -6,8 +6,8 @@
 
 namespace kelpa {
 
-SessionDesktop::SessionDesktop(Scheduler& scheduler)
-    : m_services(std::make_unique<SessionServices>(scheduler))
+SessionDesktop::SessionDesktop(Scheduler& scheduler, KdeSettings kde)
+    : m_services(std::make_unique<SessionServices>(scheduler, kde))
 {}
 
 SessionDesktop::~SessionDesktop() = default;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Desktop.h"
+#include "platform/freedesktop/appearance/PortalSettings.h"
 
 #include <functional>
 #include <memory>
@@ -33,7 +34,7 @@ public:
 
 protected:
     /// `scheduler` outlives this object.
-    explicit SessionDesktop(Scheduler& scheduler);
+    explicit SessionDesktop(Scheduler& scheduler, KdeSettings kde = KdeSettings::ignored);
 
     /// They live until the parts of the derived class are destroyed.
     SessionServices& services() { return *m_services; }

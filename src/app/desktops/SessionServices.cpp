@@ -6,9 +6,9 @@
 
 namespace kelpa {
 
-SessionServices::SessionServices(Scheduler& scheduler)
+SessionServices::SessionServices(Scheduler& scheduler, KdeSettings kde)
     : entries(applicationDataDirectories()), icons(entries, QIcon::themeName()), launcher(entries),
-      workspace(scheduler), portal(scheduler), notifications(scheduler)
+      workspace(scheduler), portal(scheduler, kde), notifications(scheduler)
 {}
 
 } // namespace kelpa

@@ -21,7 +21,7 @@ class Scheduler;
 struct SessionServices
 {
     /// `scheduler` outlives this object.
-    explicit SessionServices(Scheduler& scheduler);
+    SessionServices(Scheduler& scheduler, KdeSettings kde);
 
     void notifyWindowsChanged() const
     {

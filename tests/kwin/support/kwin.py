@@ -15,6 +15,7 @@ from harness import Desktop
 from krunner import KRunner
 from kwin_script import KwinScript
 from launcher import Launcher
+from plasma_settings import PlasmaSettings
 from processes import wait_until
 
 PROGRAM = pathlib.Path(__file__).resolve().parent / "plain_program.py"
@@ -244,6 +245,11 @@ class KwinDesktop(Desktop):
 
     def add_launcher(self, *keys):
         return Launcher(self._script, *keys)
+
+    # Plasma's settings
+
+    def add_settings(self, has_schemes=False):
+        return PlasmaSettings(self, self._script.bus, has_schemes)
 
     # Plasma's search
 

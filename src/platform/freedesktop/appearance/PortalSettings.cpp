@@ -1,5 +1,6 @@
 #include "platform/freedesktop/appearance/PortalSettings.h"
 
+#include "platform/freedesktop/appearance/KdeValues.h"
 #include "platform/freedesktop/appearance/SettingsPortal.h"
 
 #include <QDBusArgument>
@@ -20,6 +21,9 @@ const QString colorSchemeKey = QStringLiteral("color-scheme");
 const QString accentKey = QStringLiteral("accent-color");
 const QString interfaceSpace = QStringLiteral("org.gnome.desktop.interface");
 const QString textScaleKey = QStringLiteral("text-scaling-factor");
+const QString kdeSpace = QStringLiteral("org.kde.kdeglobals.General");
+const QString kdeFontKey = QStringLiteral("font");
+const QString kdeAccentKey = QStringLiteral("AccentColor");
 
 /// 1 means that the setting asks for it, anything else no preference.
 std::optional<bool> isOne(const QVariant& value)
@@ -105,24 +109,52 @@ private:
     QMetaObject::Connection m_listening;
 };
 
-/// Reports what one setting says.
+/// A setting, and what a value of it says.
+template <class Value>
+struct ValueKey
+{
+    QString space;
+    QString key;
+    std::optional<Value> (*valueOf)(const QVariant& value);
+    /// Changes are not reported, but with each of them that of the colour scheme is.
+    bool followsColorScheme = false;
+};
+
+/// Reports what the first of several settings says that says something.
 template <class Value>
 class ValueWatch final : public PortalWatch<Value>
 {
 public:
-    using ValueOf = std::optional<Value> (*)(const QVariant&);
-
-    ValueWatch(std::shared_ptr<SettingsPortal> portal, const QString& space, const QString& key,
-               ValueOf valueOf, std::function<void(std::optional<Value>)> changed)
-        : PortalWatch<Value>(std::move(portal), std::move(changed))
+    ValueWatch(std::shared_ptr<SettingsPortal> portal, std::vector<ValueKey<Value>> keys,
+               std::function<void(std::optional<Value>)> changed)
+        : PortalWatch<Value>(std::move(portal), std::move(changed)), m_keys(std::move(keys)),
+          m_values(m_keys.size())
     {
-        this->listen([this, space, key, valueOf](const QString& givenSpace, const QString& givenKey,
-                                                 const QVariant& value) {
-            if (givenSpace == space && givenKey == key)
-                this->report(valueOf(value));
+        this->listen([this](const QString& space, const QString& key, const QVariant& value) {
+            take(space, key, value);
         });
-        this->read(space, key);
+        for (const ValueKey<Value>& each : m_keys)
+            this->read(each.space, each.key);
     }
+
+private:
+    void take(const QString& space, const QString& key, const QVariant& value)
+    {
+        for (std::size_t index = 0; index < m_keys.size(); ++index) {
+            const ValueKey<Value>& each = m_keys[index];
+            if (each.followsColorScheme && space == appearanceSpace && key == colorSchemeKey)
+                this->read(each.space, each.key);
+            if (space != each.space || key != each.key)
+                continue;
+            m_values[index] = each.valueOf(value);
+            const auto known = std::ranges::find_if(
+                m_values, [](const std::optional<Value>& said) { return said.has_value(); });
+            this->report(known == m_values.end() ? std::nullopt : *known);
+        }
+    }
+
+    const std::vector<ValueKey<Value>> m_keys;
+    std::vector<std::optional<Value>> m_values;
 };
 
 /// Reports `whenAsked` while any of several settings asks, and the opposite otherwise.
@@ -206,13 +238,18 @@ std::optional<double> textScaleFromFactor(const QVariant& value)
     return factor >= least && factor <= greatest ? std::optional(factor) : std::nullopt;
 }
 
-PortalSettings::PortalSettings(Scheduler& scheduler) : m_scheduler(scheduler) {}
+PortalSettings::PortalSettings(Scheduler& scheduler, KdeSettings kde)
+    : m_scheduler(scheduler), m_kde(kde)
+{}
 
 std::unique_ptr<Subscription>
 PortalSettings::watchAppearance(std::function<void(std::optional<Appearance> preferred)> changed)
 {
-    return std::make_unique<ValueWatch<Appearance>>(portal(), appearanceSpace, colorSchemeKey,
-                                                    appearanceFromColorScheme, std::move(changed));
+    return std::make_unique<ValueWatch<Appearance>>(
+        portal(),
+        std::vector<ValueKey<Appearance>>{
+            {appearanceSpace, colorSchemeKey, appearanceFromColorScheme}},
+        std::move(changed));
 }
 
 std::unique_ptr<Subscription>
@@ -224,8 +261,10 @@ PortalSettings::watchAnimations(std::function<void(std::optional<bool> areWanted
 std::unique_ptr<Subscription>
 PortalSettings::watchTextScale(std::function<void(std::optional<double> scale)> changed)
 {
-    return std::make_unique<ValueWatch<double>>(portal(), interfaceSpace, textScaleKey,
-                                                textScaleFromFactor, std::move(changed));
+    std::vector<ValueKey<double>> keys{{interfaceSpace, textScaleKey, textScaleFromFactor}};
+    if (m_kde == KdeSettings::followed)
+        keys.insert(keys.begin(), {kdeSpace, kdeFontKey, textScaleFromKdeFont});
+    return std::make_unique<ValueWatch<double>>(portal(), std::move(keys), std::move(changed));
 }
 
 std::unique_ptr<Subscription>
@@ -237,8 +276,10 @@ PortalSettings::watchContrast(std::function<void(std::optional<bool> isHigh)> ch
 std::unique_ptr<Subscription>
 PortalSettings::watchAccent(std::function<void(std::optional<QColor> accent)> changed)
 {
-    return std::make_unique<ValueWatch<QColor>>(portal(), appearanceSpace, accentKey,
-                                                accentFromPortal, std::move(changed));
+    std::vector<ValueKey<QColor>> keys{{appearanceSpace, accentKey, accentFromPortal}};
+    if (m_kde == KdeSettings::followed)
+        keys.push_back({kdeSpace, kdeAccentKey, accentFromKde, true});
+    return std::make_unique<ValueWatch<QColor>>(portal(), std::move(keys), std::move(changed));
 }
 
 std::shared_ptr<SettingsPortal> PortalSettings::portal()

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -18,6 +19,11 @@ namespace kelpa {
 
 class Scheduler;
 class SettingsPortal;
+
+/// Whether the settings of KDE are read that say what others say elsewhere, and count before those:
+/// the size of the font, and the accent where the portal has none for all desktops. Only Plasma has
+/// them in use; elsewhere they are those of a session that once was.
+enum class KdeSettings : std::uint8_t { ignored, followed };
 
 /// The portal is not called before the first subscription, and all subscriptions share one
 /// connection.
@@ -29,7 +35,7 @@ class PortalSettings final : public AppearanceSetting,
 {
 public:
     /// `scheduler` outlives this object and its subscriptions.
-    explicit PortalSettings(Scheduler& scheduler);
+    explicit PortalSettings(Scheduler& scheduler, KdeSettings kde = KdeSettings::ignored);
 
     [[nodiscard]] std::unique_ptr<Subscription>
     watchAppearance(std::function<void(std::optional<Appearance> preferred)> changed) override;
@@ -52,6 +58,7 @@ private:
     std::shared_ptr<SettingsPortal> portal();
 
     Scheduler& m_scheduler;
+    const KdeSettings m_kde;
     /// Held by the subscriptions.
     std::weak_ptr<SettingsPortal> m_portal;
 };

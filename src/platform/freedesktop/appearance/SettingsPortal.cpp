@@ -15,6 +15,8 @@ const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
 
+const QString notFound = QStringLiteral("org.freedesktop.portal.Error.NotFound");
+
 /// The portal's Read wraps its reply in two variants.
 QVariant unwrapped(QVariant value)
 {
@@ -91,6 +93,8 @@ void SettingsPortal::send(const QString& space, const QString& key)
         watcher->deleteLater();
         if (reply.isValid())
             Q_EMIT received(space, key, unwrapped(reply.value().variant()));
+        else if (reply.error().name() == notFound)
+            Q_EMIT received(space, key, {});
     });
 }
 

@@ -27,7 +27,7 @@ public:
     ~SettingsPortal() override;
 
     /// Reads the setting `key` of namespace `space`, as soon as there is a connection; `received`
-    /// gives its value, unless there is no such setting.
+    /// gives its value, an invalid one where the portal says that there is no such setting.
     void read(const QString& space, const QString& key);
 
 Q_SIGNALS:

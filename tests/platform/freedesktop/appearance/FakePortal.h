@@ -28,9 +28,13 @@ public:
 
     bool isOnBus() const { return m_isOnBus; }
 
+    /// Without reporting it.
+    void put(const QString& key, const QVariant& value) { m_values.insert(key, value); }
+    void drop(const QString& key) { m_values.remove(key); }
+
     void set(const QString& key, const QVariant& value)
     {
-        m_values.insert(key, value);
+        put(key, value);
         const auto dot = key.lastIndexOf(u'/');
         Q_EMIT SettingChanged(key.first(dot), key.sliced(dot + 1), QDBusVariant(value));
     }
