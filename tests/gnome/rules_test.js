@@ -82,16 +82,58 @@ const turns = new rules.Turns(2, 100);
 for (const [now, isGiven] of [[0, true], [50, true], [99, false], [100, true], [150, true], [199, false], [900, true]])
     expect(`a turn at ${now}`, turns.take(now), isGiven);
 
-const coalescer = new rules.Coalescer(50, 0.1);
-expect('the first change waits for nothing', coalescer.delay(1000), 0);
+const INTERVALS = {shortest: 50, longest: 250};
+
+const coalescer = new rules.Coalescer(INTERVALS, 0.1);
+expect('the first change waits for nothing', coalescer.delay(1000, 'looks'), 0);
 coalescer.told(1000);
 for (const [now, delay] of [[1000, 50], [1020.5, 30], [1049.9, 1], [1050, 0], [9000, 0]])
-    expect(`a change at ${now}`, coalescer.delay(now), delay);
+    expect(`a change at ${now}`, coalescer.delay(now, 'looks'), delay);
 
 for (const [cost, delay] of [[4, 50], [5, 50], [20, 200], [1, 50]]) {
     coalescer.cost(cost);
-    expect(`after what took ${cost}`, coalescer.delay(1000), delay);
+    expect(`after what took ${cost}`, coalescer.delay(1000, 'looks'), delay);
 }
+
+// When changes are told that come as [kind, first, last, time between two].
+function toldTimes(sources, cost = 0) {
+    const rule = new rules.Coalescer(INTERVALS, 0.1);
+    const times = [];
+    let dueAt = Infinity;
+    for (let now = 0; now <= 10000; ++now) {
+        for (const [kind, first, last, pause] of sources) {
+            if (now >= first && now <= last && (now - first) % pause === 0)
+                dueAt = Math.min(dueAt, now + rule.delay(now, kind));
+        }
+        if (now < dueAt)
+            continue;
+        rule.told(now);
+        rule.cost(cost);
+        times.push(now);
+        dueAt = Infinity;
+    }
+    return times;
+}
+
+const STORMS = [
+    ['one change', [['looks', 7, 7, 1]], [7]],
+    ['two changes', [['looks', 0, 10, 10]], [0, 50]],
+    ['many', [['looks', 0, 999, 1]], [0, 50, 150, 350, 600, 850, 1100]],
+    ['after a quiet time the first is told at once', [['looks', 0, 99, 1], ['looks', 2000, 2010, 10]],
+        [0, 50, 150, 2000, 2050]],
+    ['a window opens while another changes', [['looks', 0, 999, 1], ['windows', 620, 620, 1]],
+        [0, 50, 150, 350, 600, 650, 900, 1150]],
+    ['windows come and go', [['windows', 0, 999, 1]], [0, 50, 150, 350, 600, 850, 1100]],
+];
+for (const [what, sources, expected] of STORMS)
+    expect(`told of ${what}`, toldTimes(sources), expected);
+
+for (const pause of [1, 10, 60, 110, 170, 251, 499]) {
+    const times = toldTimes([['looks', 0, 10000, pause], ['windows', 0, 10000, pause]]);
+    const late = times.filter(time => time > 5000 && time <= 10000).length;
+    expect(`changes every ${pause} are told four times a second at most`, late > 0 && late <= 21, true);
+}
+expect('what takes long is told less often', toldTimes([['looks', 0, 9999, 1]], 100).length, 11);
 
 const SIZES = [
     [[1920, 1080, 128, 72], [128, 72]],

@@ -16,7 +16,7 @@ const NAME = 'org.kelpa.Windows';
 const PATH = '/org/kelpa/Windows';
 const VERSION = 4;
 // Between two signals, in milliseconds, and which part of the Shell's time goes into lists.
-const INTERVAL = 50;
+const INTERVALS = {shortest: 50, longest: 250};
 const SHARE = 0.1;
 
 function run() {
@@ -129,14 +129,14 @@ export default class KelpaWindows extends Extension {
 
     _attach(caller) {
         if (!this._listeners.size) {
-            this._coalescer = new Coalescer(INTERVAL, SHARE);
+            this._coalescer = new Coalescer(INTERVALS, SHARE);
             this._timeout = 0;
-            this._watch = new Windows.Watch(() => this._changed());
+            this._watch = new Windows.Watch(kind => this._changed(kind));
             this._taps = new Taps(() => this._tell('DoubleTap'));
             this._overlayKey =
                 this._mutter.connect('changed::overlay-key', () => this._tell('AbilitiesChanged'));
             this._workspaceNames =
-                this._workspaces.connect('changed::workspace-names', () => this._changed());
+                this._workspaces.connect('changed::workspace-names', () => this._changed('looks'));
         }
         this._listeners.add(caller);
         const abilities = {doubleTap: new GLib.Variant('b', this._mutter.get_string('overlay-key') !== '')};
@@ -158,10 +158,15 @@ export default class KelpaWindows extends Extension {
         this._timeout = 0;
     }
 
-    _changed() {
-        if (this._timeout)
-            return;
-        const delay = this._coalescer.delay(GLib.get_monotonic_time() / 1000);
+    _changed(kind) {
+        const now = GLib.get_monotonic_time() / 1000;
+        const delay = this._coalescer.delay(now, kind);
+        if (this._timeout) {
+            if (this._dueAt <= now + delay)
+                return;
+            GLib.source_remove(this._timeout);
+        }
+        this._dueAt = now + delay;
         this._timeout = GLib.timeout_add(GLib.PRIORITY_DEFAULT, delay, () => {
             this._timeout = 0;
             this._coalescer.told(GLib.get_monotonic_time() / 1000);

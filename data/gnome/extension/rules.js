@@ -92,21 +92,57 @@ export class Turns {
     }
 }
 
-// Says many changes as few: the first at once, the following ones together, and the more seldom the longer
-// the Shell takes for what each makes the listener ask.
-export class Coalescer {
-    constructor(interval, part) {
-        this._shortest = this._interval = interval;
-        this._part = part;
+// After how long without a change the next one is the first again.
+const QUIET = 500;
+
+// The time between two signals of a burst of changes: it doubles up to what a person still sees at once.
+class Burst {
+    constructor(shortest, longest) {
+        this._shortest = this._interval = shortest;
+        this._longest = longest;
         this._toldAt = -Infinity;
     }
 
-    // How long to wait with a change.
-    delay(now) {
-        return Math.max(0, Math.ceil(this._toldAt + this._interval - now));
+    dueAt() {
+        return this._toldAt + this._interval;
     }
 
     told(now) {
+        const lasts = now <= this._toldAt + QUIET;
+        this._interval = lasts ? Math.min(2 * this._interval, this._longest) : this._shortest;
+        this._toldAt = now;
+    }
+}
+
+// Says many changes as few: the first at once, the following ones together, the more seldom the longer they
+// go on and the longer the Shell takes for what each makes the listener ask. What some windows change all the
+// time, such as their titles, delays nobody who opens another one: each kind has its own bursts.
+export class Coalescer {
+    constructor({shortest, longest}, part) {
+        this._shortest = this._interval = shortest;
+        this._part = part;
+        this._toldAt = -Infinity;
+        this._bursts = {
+            // Windows that open, close, go elsewhere or get the focus.
+            windows: new Burst(shortest, longest),
+            // What they look like and where they lie.
+            looks: new Burst(shortest, longest),
+        };
+        this._waiting = new Set();
+    }
+
+    // How long to wait with a change, and with what waits already.
+    delay(now, kind) {
+        this._waiting.add(kind);
+        const dueAt = Math.min(...[...this._waiting].map(each => this._bursts[each].dueAt()));
+        return Math.max(0, Math.ceil(Math.max(dueAt, this._toldAt + this._interval) - now));
+    }
+
+    // All that waited.
+    told(now) {
+        for (const each of this._waiting)
+            this._bursts[each].told(now);
+        this._waiting.clear();
         this._toldAt = now;
     }
 

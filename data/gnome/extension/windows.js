@@ -162,19 +162,24 @@ export function token(entry) {
     return global.create_app_launch_context(now, -1).get_startup_notify_id(info, []) || '';
 }
 
-const WINDOW_SIGNALS = [
-    'notify::title', 'notify::wm-class', 'notify::gtk-application-id', 'notify::minimized',
-    'notify::skip-taskbar', 'notify::on-all-workspaces', 'notify::window-type',
-    'notify::demands-attention', 'notify::urgent', 'notify::mutter-hints',
-    'position-changed', 'size-changed', 'workspace-changed',
-];
+// By the kind of change; see the rules.
+const WINDOW_SIGNALS = {
+    windows: [
+        'notify::minimized', 'notify::skip-taskbar', 'notify::on-all-workspaces', 'notify::window-type',
+        'notify::demands-attention', 'notify::urgent', 'workspace-changed',
+    ],
+    looks: [
+        'notify::title', 'notify::wm-class', 'notify::gtk-application-id', 'notify::mutter-hints',
+        'position-changed', 'size-changed',
+    ],
+};
 
 // One that goes or moves gives others new numbers.
 const WORKSPACE_SIGNALS = [
     'active-workspace-changed', 'workspace-added', 'workspace-removed', 'workspaces-reordered',
 ];
 
-// Calls a function whenever something of the list may have changed, until it ends.
+// Calls a function with the kind of change whenever something of the list may have changed, until it ends.
 export class Watch {
     constructor(changed) {
         this._changed = changed;
@@ -182,13 +187,13 @@ export class Watch {
         this._windows = new Map();
         this._connect(global.display, 'window-created', (_display, window) => {
             this._add(window);
-            changed();
+            changed('windows');
         });
         for (const signal of ['notify::focus-window', 'restacked'])
-            this._connect(global.display, signal, () => changed());
+            this._connect(global.display, signal, () => changed('windows'));
         for (const signal of WORKSPACE_SIGNALS)
-            this._connect(global.workspace_manager, signal, () => changed());
-        this._connect(Shell.WindowTracker.get_default(), 'tracked-windows-changed', () => changed());
+            this._connect(global.workspace_manager, signal, () => changed('windows'));
+        this._connect(Shell.WindowTracker.get_default(), 'tracked-windows-changed', () => changed('looks'));
         for (const window of all())
             this._add(window);
     }
@@ -208,10 +213,11 @@ export class Watch {
     _add(window) {
         if (this._windows.has(window))
             return;
-        const connections = WINDOW_SIGNALS.map(signal => window.connect(signal, () => this._changed()));
+        const connections = Object.entries(WINDOW_SIGNALS).flatMap(([kind, signals]) =>
+            signals.map(signal => window.connect(signal, () => this._changed(kind))));
         connections.push(window.connect('unmanaged', () => {
             this._remove(window);
-            this._changed();
+            this._changed('windows');
         }));
         this._windows.set(window, connections);
     }
