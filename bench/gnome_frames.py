@@ -1,8 +1,8 @@
-"""gnome_frames.py FOLDER [KELPA]: how GNOME Shell draws while 200 windows are open, one of which changes a
-hundred times a second: alone, and with somebody who looks on. That is the program KELPA with its board in
+"""gnome_frames.py FOLDER [KELPA]: how GNOME Shell draws while 200 windows are open, or KELPA_BENCH_WINDOWS, one
+of which changes a hundred times a second: alone, and with somebody who looks on. That is the program KELPA with its board in
 front or, without it, a caller of the extension that lists at every change and wants pictures of all windows
 without a pause. Prints for each the time from one frame to the next, in milliseconds, the part of a processor
-that the Shell takes, and what it does for who looks on; run it while nothing else runs."""
+that the Shell takes, what it does for who looks on, and the part that KELPA takes; run it while nothing else runs."""
 
 import importlib
 import os
@@ -16,7 +16,7 @@ sys.dont_write_bytecode = True
 
 import run_scenario  # noqa: E402
 
-_WINDOWS = 200
+_WINDOWS = int(os.environ.get("KELPA_BENCH_WINDOWS", "200"))
 _SECONDS = 10
 
 _START = """
@@ -34,14 +34,16 @@ def _used(process):
     return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
 
-def _measure(what, desktop, meanwhile):
+def _measure(what, desktop, meanwhile, kelpa=None):
     shell = desktop.evaluate("new imports.gi.Gio.Credentials().get_unix_pid()")
     work = shell_work().done(desktop)
     desktop.evaluate(_START)
-    used, began = _used(shell), time.monotonic()
+    processes = [shell] if kelpa is None else [shell, kelpa]
+    before, began = [_used(process) for process in processes], time.monotonic()
     while time.monotonic() < began + _SECONDS:
         meanwhile()
-    used, seconds = _used(shell) - used, time.monotonic() - began
+    used = [_used(process) - sooner for process, sooner in zip(processes, before)]
+    seconds = time.monotonic() - began
     times = desktop.evaluate(_STOP)
     intervals = sorted((later - sooner) / 1000 for sooner, later in zip(times, times[1:]))
     pictures, size, lists, *_ = (now - before for now, before in zip(shell_work().done(desktop), work))
@@ -50,7 +52,7 @@ def _measure(what, desktop, meanwhile):
         return intervals[min(len(intervals) - 1, int(len(intervals) * part))]
 
     print(f"{what}: {len(intervals) / seconds:.0f} frames a second, median {at(0.5):.1f}, 95 % {at(0.95):.1f}, "
-          f"99 % {at(0.99):.1f}, longest {intervals[-1]:.1f}; {used / seconds:.0%} of a processor; "
+          f"99 % {at(0.99):.1f}, longest {intervals[-1]:.1f}; {' and '.join(f'{each / seconds:.0%}' for each in used)} of a processor; "
           f"{pictures / seconds:.1f} pictures of {size / seconds / 1000:.1f} kB together and "
           f"{lists / seconds:.1f} lists a second", flush=True)
 
@@ -99,7 +101,7 @@ def _measure_kelpa(desktop, program):
         desktop.activate(desktop.wait_for_window("Drawing"))
         # The first pictures of all that shows.
         time.sleep(15)
-        _measure("with Kelpa", desktop, _rest)
+        _measure("with Kelpa", desktop, _rest, kelpa.window.pid)
 
 
 def _measure_caller(desktop):
