@@ -149,12 +149,12 @@ void WindowStore::closeProcess(const WindowItem& window)
 
 void WindowStore::createTerminal(GoalID goalID)
 {
-    m_parts->launch(LaunchableApplication::terminal, goalID, CopyKey::NoTerminalFound);
+    m_parts->launch(LaunchableApplication::terminal, goalID, CopyKey::NoTerminalOpened);
 }
 
 void WindowStore::createChrome(GoalID goalID)
 {
-    m_parts->launch(LaunchableApplication::chrome, goalID, CopyKey::NoBrowserFound);
+    m_parts->launch(LaunchableApplication::chrome, goalID, CopyKey::NoBrowserOpened);
 }
 
 void WindowStore::Parts::launch(LaunchableApplication application, GoalID goalID, CopyKey failure)
