@@ -30,6 +30,14 @@ struct ForgottenWindows
     friend bool operator==(const ForgottenWindows&, const ForgottenWindows&) = default;
 };
 
+/// Todos that were deleted in one step.
+struct DeletedTodos
+{
+    qsizetype count = 0;
+
+    friend bool operator==(const DeletedTodos&, const DeletedTodos&) = default;
+};
+
 /// A window could not be opened again, or not as it was.
 struct ReopeningTrouble
 {
@@ -48,7 +56,8 @@ struct ReopeningTrouble
     friend bool operator==(const ReopeningTrouble&, const ReopeningTrouble&) = default;
 };
 
-using ToastText = std::variant<CopyKey, ReturnedWindows, ForgottenWindows, ReopeningTrouble>;
+using ToastText =
+    std::variant<CopyKey, ReturnedWindows, ForgottenWindows, DeletedTodos, ReopeningTrouble>;
 
 /// Main thread.
 class Toast

@@ -3,6 +3,7 @@
 #include "store/board/BoardPersistence.h"
 #include "text/FormerWindowCopy.h"
 #include "text/KelpaCopy.h"
+#include "text/TodoCopy.h"
 
 #include <algorithm>
 #include <array>
@@ -328,6 +329,8 @@ void WindowStore::Parts::publishToast()
             message = KelpaCopy::windowsAreBack(returned->count, state.language);
         else if (const auto* const forgotten = std::get_if<ForgottenWindows>(&*text))
             message = KelpaCopy::windowsAreForgotten(forgotten->count, state.language);
+        else if (const auto* const deleted = std::get_if<DeletedTodos>(&*text))
+            message = KelpaCopy::todosAreDeleted(deleted->count, state.language);
         else if (const auto* const trouble = std::get_if<ReopeningTrouble>(&*text))
             message = reopeningText(*trouble, state.language);
         else

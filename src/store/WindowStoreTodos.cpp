@@ -124,12 +124,14 @@ void WindowStore::deleteCompletedTodos(std::optional<GoalID> from)
 {
     const Update update(m_state.changes);
     QList<TodoItem>* const todos = m_state.todoList(from);
-    if (todos == nullptr ||
-        todos->removeIf([](const TodoItem& each) { return !each.isOpen(); }) == 0)
+    if (todos == nullptr)
+        return;
+    const qsizetype count = todos->removeIf([](const TodoItem& each) { return !each.isOpen(); });
+    if (count == 0)
         return;
     m_state.markTodosChanged(from);
     m_parts->reconcileWithTodoCounts();
-    m_parts->steps.saveAnnounced(CopyKey::CompletedTodosDeleted);
+    m_parts->steps.saveAnnounced(DeletedTodos{count});
 }
 
 void WindowStore::moveTodo(TodoID todoID, std::optional<GoalID> from, std::optional<GoalID> to)

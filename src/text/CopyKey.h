@@ -119,7 +119,6 @@ enum class CopyKey {
     MoveTodoUp,
     MoveTodoDown,
     TodoDeleted,
-    CompletedTodosDeleted,
     LastTodoCompleted,
     TodoCopied,
     // Window card.

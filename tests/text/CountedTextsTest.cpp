@@ -2,6 +2,7 @@
 #include "text/KelpaCopy.h"
 
 #include "text/TextPrinting.h"
+#include "text/TodoCopy.h"
 
 #include <gtest/gtest.h>
 
@@ -39,6 +40,23 @@ TEST(CountedTexts, One_is_in_the_singular)
               listed({u"隐藏的目标中还有 1 项", u"1 more in hidden goals", u"非表示の目標にあと1件",
                       u"숨긴 목표에 1개 더 있음", u"1 de plus dans les objectifs masqués",
                       u"1 weiterer Treffer in ausgeblendeten Zielen"}));
+}
+
+TEST(CountedTexts, Deleted_and_completed_todos_are_one_or_several)
+{
+    EXPECT_EQ(inEachLanguage(KelpaCopy::todosAreDeleted, 1),
+              listed({u"已删除 1 个待办", u"1 todo deleted", u"タスクを1件削除しました",
+                      u"할 일 1개를 삭제했습니다", u"1 tâche supprimée", u"1 Aufgabe gelöscht"}));
+    EXPECT_EQ(
+        inEachLanguage(KelpaCopy::todosAreDeleted, 3),
+        listed({u"已删除 3 个待办", u"3 todos deleted", u"タスクを3件削除しました",
+                u"할 일 3개를 삭제했습니다", u"3 tâches supprimées", u"3 Aufgaben gelöscht"}));
+    EXPECT_EQ(inEachLanguage(KelpaCopy::completedTodoCount, 1),
+              listed({u"已完成 1 项", u"1 completed", u"完了1件", u"완료 1개", u"1 terminée",
+                      u"1 erledigt"}));
+    EXPECT_EQ(inEachLanguage(KelpaCopy::completedTodoCount, 3),
+              listed({u"已完成 3 项", u"3 completed", u"完了3件", u"완료 3개", u"3 terminées",
+                      u"3 erledigt"}));
 }
 
 TEST(CountedTexts, Several_and_none_are_in_the_plural_but_none_in_French)
