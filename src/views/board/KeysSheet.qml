@@ -15,20 +15,25 @@ Sheet {
     /// The desktop says which key it has given for a new todo.
     required property bool isNewTodoKeyKnown
 
-    readonly property var keys: ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered, root.canWorkOnGoals,
-                                                                root.canPinGoals)
-    readonly property var meanings: ViewSettings.copy.keyHelpMeanings(root.isDoubleTapOffered,
-                                                                      root.canWorkOnGoals, root.canPinGoals)
+    /// In one property, so that a row never has its keys from before a change and its meaning from after.
+    readonly property var help: root.helpOf(
+        ViewSettings.copy.keyHelpKeys(root.isDoubleTapOffered, root.canWorkOnGoals, root.canPinGoals),
+        ViewSettings.copy.keyHelpMeanings(root.isDoubleTapOffered, root.canWorkOnGoals, root.canPinGoals))
     readonly property real roomForRows: (root.parent?.height ?? 0) - 2 * Theme.large
                                         - root.topPadding - root.bottomPadding - heading.height
                                         - closeButton.height - 2 * Theme.medium
 
-    readonly property real keysWidth: root.widestOf(root.keys, keysMetrics.font)
+    readonly property real keysWidth: root.widestOf(root.help, keysMetrics.font)
+
+    /// The keys and the meaning of each row.
+    function helpOf(keys: var, meanings: var): var {
+        return keys.map((each, index) => ({ keys: each, meaning: meanings[index] }));
+    }
 
     /// In points, in the font of the metrics: another one measures anew.
-    function widestOf(keys: var, font: font): real {
-        return Math.ceil(keys.reduce(
-            (widest, each) => Math.max(widest, keysMetrics.advanceWidth(each)), 0));
+    function widestOf(help: var, font: font): real {
+        return Math.ceil(help.reduce(
+            (widest, each) => Math.max(widest, keysMetrics.advanceWidth(each.keys)), 0));
     }
 
     width: Math.min(Theme.grown(600), parent ? parent.width - 2 * Theme.large : 600)
@@ -73,23 +78,23 @@ Sheet {
             spacing: Theme.tiny
 
             Repeater {
-                model: root.keys.length
+                model: root.help
                 delegate: Item {
                     id: row
 
-                    required property int index
+                    required property var modelData
 
                     width: rows.width
                     height: Math.max(keys.height, meaning.height)
                     Accessible.role: Accessible.StaticText
-                    Accessible.name: root.keys[row.index]
-                    Accessible.description: root.meanings[row.index]
+                    Accessible.name: row.modelData.keys
+                    Accessible.description: row.modelData.meaning
 
                     AppText {
                         id: keys
 
                         width: root.keysWidth
-                        text: root.keys[row.index]
+                        text: row.modelData.keys
                         font: Theme.bodyStrong
                     }
                     AppText {
@@ -98,7 +103,7 @@ Sheet {
                         anchors.left: keys.right
                         anchors.leftMargin: Theme.medium
                         anchors.right: row.right
-                        text: root.meanings[row.index]
+                        text: row.modelData.meaning
                         wrapMode: Text.Wrap
                     }
                 }

@@ -47,6 +47,27 @@ Item {
             sheet.canPinGoals = false;
             compare(meanings(), []);
         }
+        function test_has_the_keys_and_meanings_of_one_state_at_a_time() {
+            failOnWarning(/Unable to assign/);
+            sheet.open();
+            tryVerify(() => sheet.opened);
+            const rows = () => Search.all(sheet.contentItem, item => item.visible
+                && item.Accessible.name && item.Accessible.description)
+                .map(item => item.Accessible.description);
+            const before = rows();
+            verify(!before.includes("Bring Kelpa forward from any program"));
+            for (const isOffered of [true, false]) {
+                sheet.isDoubleTapOffered = isOffered;
+                compare(rows().length, before.length + (isOffered ? 1 : 0));
+                compare(rows().includes("Bring Kelpa forward from any program"), isOffered);
+            }
+            for (const canWork of [false, true]) {
+                sheet.canPinGoals = canWork;
+                sheet.canWorkOnGoals = canWork;
+                compare(rows().length, before.length - (canWork ? 0 : 2));
+            }
+            compare(rows(), before);
+        }
         function test_names_the_command_unless_a_key_for_the_new_todo_is_known() {
             sheet.open();
             tryVerify(() => sheet.opened);
