@@ -12,8 +12,9 @@ namespace {
 
 constexpr std::int64_t version = 1;
 
-/// Expected size of a record.
+/// Expected sizes of a record.
 constexpr qsizetype bytesPerPin = 48;
+constexpr qsizetype bytesPerLink = 96;
 
 std::optional<int> toDesktop(const Json& value)
 {
@@ -23,12 +24,57 @@ std::optional<int> toDesktop(const Json& value)
     return static_cast<int>(*number);
 }
 
+std::optional<DesktopLink> toLink(const Json& value)
+{
+    if (!value.IsObject())
+        return std::nullopt;
+    const Json* const pin = member(value, "pin");
+    const Json* const desktop = member(value, "desktop");
+    const std::optional<int> number = pin != nullptr ? toDesktop(*pin) : std::nullopt;
+    const auto id = desktop != nullptr ? toInteger(*desktop) : std::nullopt;
+    if (!number || !id)
+        return std::nullopt;
+    return DesktopLink{.pin = *number, .desktop = static_cast<DesktopID>(*id)};
+}
+
+template <class Value>
+QList<GoalID> sortedGoals(const QHash<GoalID, Value>& values)
+{
+    QList<GoalID> goals = values.keys();
+    std::ranges::sort(goals, {}, &GoalID::text);
+    return goals;
+}
+
+/// The member `key` of a document of the expected version, an object by goals.
+template <class Value>
+std::optional<QHash<GoalID, Value>> decodedByGoal(const QByteArray& json, const char* key,
+                                                  std::optional<Value> (*decode)(const Json&))
+{
+    const JsonDocument document(json);
+    if (document.root() == nullptr || !document.root()->IsObject())
+        return std::nullopt;
+    const Json* const stated = member(*document.root(), "version");
+    const Json* const stored = member(*document.root(), key);
+    if (stated == nullptr || toInteger(*stated) != version || stored == nullptr ||
+        !stored->IsObject())
+        return std::nullopt;
+    QHash<GoalID, Value> values;
+    for (const auto& entry : stored->GetObject()) {
+        const std::optional<QString> goal = toText(&entry.name);
+        const std::optional<GoalID> goalID = goal ? GoalID::fromText(*goal) : std::nullopt;
+        const std::optional<Value> value = decode(entry.value);
+        if (!goalID || !value)
+            return std::nullopt;
+        values.insert(*goalID, *value);
+    }
+    return values;
+}
+
 } // namespace
 
 QByteArray encodeGoalPins(const GoalPins& pins)
 {
-    QList<GoalID> goals = pins.keys();
-    std::ranges::sort(goals, {}, &GoalID::text);
+    const QList<GoalID> goals = sortedGoals(pins);
     JsonText json((goals.size() + 1) * bytesPerPin);
     json.raw(R"({"version":)");
     json.integer(version);
@@ -46,24 +92,34 @@ QByteArray encodeGoalPins(const GoalPins& pins)
 
 std::optional<GoalPins> decodeGoalPins(const QByteArray& json)
 {
-    const JsonDocument document(json);
-    if (document.root() == nullptr || !document.root()->IsObject())
-        return std::nullopt;
-    const Json* const stated = member(*document.root(), "version");
-    const Json* const stored = member(*document.root(), "pins");
-    if (stated == nullptr || toInteger(*stated) != version || stored == nullptr ||
-        !stored->IsObject())
-        return std::nullopt;
-    GoalPins pins;
-    for (const auto& entry : stored->GetObject()) {
-        const std::optional<QString> goal = toText(&entry.name);
-        const std::optional<GoalID> goalID = goal ? GoalID::fromText(*goal) : std::nullopt;
-        const std::optional<int> desktop = toDesktop(entry.value);
-        if (!goalID || !desktop)
-            return std::nullopt;
-        pins.insert(*goalID, *desktop);
+    return decodedByGoal(json, "pins", toDesktop);
+}
+
+QByteArray encodeDesktopLinks(const DesktopLinks& links)
+{
+    const QList<GoalID> goals = sortedGoals(links);
+    JsonText json((goals.size() + 1) * bytesPerLink);
+    json.raw(R"({"version":)");
+    json.integer(version);
+    json.raw(R"(,"links":{)");
+    for (const GoalID goalID : goals) {
+        const DesktopLink link = links.value(goalID);
+        json.uuid(goalID.value);
+        json.raw(R"(:{"pin":)");
+        json.integer(link.pin);
+        json.raw(R"(,"desktop":)");
+        // JSON's integers have a sign; the greatest identities are stored as negative numbers.
+        json.integer(static_cast<std::int64_t>(link.desktop));
+        json.raw("},");
     }
-    return pins;
+    json.close('}');
+    json.raw("}");
+    return json.take();
+}
+
+std::optional<DesktopLinks> decodeDesktopLinks(const QByteArray& json)
+{
+    return decodedByGoal(json, "links", toLink);
 }
 
 } // namespace kelpa

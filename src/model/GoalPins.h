@@ -23,10 +23,25 @@ inline constexpr int mostVirtualDesktops = 100;
 using DesktopID = std::uint64_t;
 using DesktopIDs = QList<DesktopID>;
 
+/// Which desktop the pin of a goal means.
+struct DesktopLink
+{
+    /// The pin's number.
+    int pin = 0;
+    DesktopID desktop = 0;
+
+    friend bool operator==(const DesktopLink&, const DesktopLink&) = default;
+};
+using DesktopLinks = QHash<GoalID, DesktopLink>;
+
 /// The same pins always give the same bytes.
 QByteArray encodeGoalPins(const GoalPins& pins);
 
 /// Absent when `json` is not a document of exactly the expected form and version.
 std::optional<GoalPins> decodeGoalPins(const QByteArray& json);
+
+/// As for pins.
+QByteArray encodeDesktopLinks(const DesktopLinks& links);
+std::optional<DesktopLinks> decodeDesktopLinks(const QByteArray& json);
 
 } // namespace kelpa

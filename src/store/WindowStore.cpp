@@ -294,6 +294,8 @@ void WindowStore::Parts::loadState()
                  Field::isClosingQuitting);
     state.isClosingExplained = board.isClosingExplained.value_or(false);
     pinned.settle(board.contents.assignments, board.contents.pins);
+    storedLinks = board.desktopLinks;
+    state.pinnedDesktops.restore(storedLinks);
     steps.show(joined(board.contents, state.version().contents));
     steps.restart();
     recall.load(board.windowMemoryDocument);

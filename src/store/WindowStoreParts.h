@@ -133,6 +133,8 @@ struct WindowStore::Parts
     WorkContext work;
     /// What has been sent to virtual desktops.
     PinnedWindows pinned;
+    /// The desktops that the pins mean, as they are stored.
+    DesktopLinks storedLinks;
     LaunchFollower launches;
     /// Requests to quit.
     TaskQueue quits;

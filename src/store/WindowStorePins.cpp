@@ -3,6 +3,7 @@
 #include "store/WindowStoreParts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kelpa {
 
@@ -29,6 +30,12 @@ void WindowStore::Parts::takeDesktops(const WindowDiscoveryBatch& discovered)
         pinned.renumber(*shift);
     if (store.pins() != before)
         state.markChanged(Field::pins);
+    // They are there when Kelpa is started again in the same login.
+    DesktopLinks links = state.pinnedDesktops.linksOf(state.pins);
+    if (links == storedLinks)
+        return;
+    storedLinks = std::move(links);
+    saver.write({{desktopLinksKey, encodeDesktopLinks(storedLinks)}});
 }
 
 void WindowStore::Parts::sendToPins()

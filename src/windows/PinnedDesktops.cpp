@@ -28,9 +28,26 @@ std::optional<DesktopShift> PinnedDesktops::observe(const GoalPins& pins, const 
 void PinnedDesktops::follow(const GoalPins& pins)
 {
     for (const auto& [goalID, pin] : pins.asKeyValueRange()) {
-        if (!m_desktops.contains({goalID, pin}))
+        if (!m_ids.contains(m_desktops.value({goalID, pin})))
             choose(goalID, pin);
     }
+}
+
+void PinnedDesktops::restore(const DesktopLinks& links)
+{
+    for (const auto& [goalID, link] : links.asKeyValueRange())
+        m_desktops.insert({goalID, link.pin}, link.desktop);
+}
+
+DesktopLinks PinnedDesktops::linksOf(const GoalPins& pins) const
+{
+    DesktopLinks links;
+    for (const auto& [goalID, pin] : pins.asKeyValueRange()) {
+        const auto desktop = m_desktops.constFind({goalID, pin});
+        if (desktop != m_desktops.constEnd())
+            links.insert(goalID, {.pin = pin, .desktop = *desktop});
+    }
+    return links;
 }
 
 void PinnedDesktops::choose(GoalID goalID, int number)

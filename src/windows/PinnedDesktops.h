@@ -23,6 +23,11 @@ public:
     /// one that is still there. Absent where the desktops are the same, or some were not known.
     std::optional<DesktopShift> observe(const GoalPins& pins, const DesktopIDs& ids);
 
+    /// What the pins meant when Kelpa ran last, and mean as long as those desktops are there.
+    void restore(const DesktopLinks& links);
+    /// The desktops that `pins` mean. Those that mean none are missing.
+    DesktopLinks linksOf(const GoalPins& pins) const;
+
     /// The person pins the goal to the desktop that has this number now, whatever an equal pin has
     /// meant before.
     void choose(GoalID goalID, int number);

@@ -45,5 +45,33 @@ TEST(GoalPins, Anything_else_does_not_decode)
         EXPECT_EQ(decodeGoalPins(json), std::nullopt) << json.constData();
 }
 
+TEST(DesktopLinks, Are_stored_with_the_pins_that_they_are_for)
+{
+    const DesktopLinks links{{idOf(otherText), {.pin = 3, .desktop = 1763929000123456}},
+                             {idOf(oneText), {.pin = 100, .desktop = 0xFFFF'FFFF'FFFF'FFFFU}}};
+    const QByteArray json = encodeDesktopLinks(links);
+    EXPECT_EQ(json,
+              R"({"version":1,"links":{)"
+              R"("11111111-1111-4111-8111-111111111111":{"pin":100,"desktop":-1},)"
+              R"("22222222-2222-4222-8222-222222222222":{"pin":3,"desktop":1763929000123456}}})");
+    EXPECT_EQ(decodeDesktopLinks(json), links);
+    EXPECT_EQ(decodeDesktopLinks(encodeDesktopLinks({})), DesktopLinks());
+}
+
+TEST(DesktopLinks, Anything_else_does_not_decode)
+{
+    const QByteArray begin = R"({"version":1,"links":{"11111111-1111-4111-8111-111111111111":)";
+    EXPECT_TRUE(decodeDesktopLinks(begin + R"({"pin":3,"desktop":7}}})"));
+    for (const QByteArray& json :
+         {QByteArray("{}"), QByteArray(R"({"version":2,"links":{}})"),
+          QByteArray(R"({"version":1,"pins":{}})"), QByteArray(begin + "7}}"),
+          QByteArray(begin + R"({"pin":3}}})"), QByteArray(begin + R"({"desktop":7}}})"),
+          QByteArray(begin + R"({"pin":0,"desktop":7}}})"),
+          QByteArray(begin + R"({"pin":101,"desktop":7}}})"),
+          QByteArray(begin + R"({"pin":3,"desktop":"7"}}})"),
+          QByteArray(begin + R"({"pin":3,"desktop":18446744073709551615}}})")})
+        EXPECT_EQ(decodeDesktopLinks(json), std::nullopt) << json.constData();
+}
+
 } // namespace
 } // namespace kelpa

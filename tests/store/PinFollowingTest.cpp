@@ -159,6 +159,48 @@ TEST_F(PinFollowing, Where_desktops_are_not_told_apart_a_pin_is_a_number)
     EXPECT_EQ(takeRequests(), QStringList());
 }
 
+TEST_F(PinFollowing, After_a_restart_the_pin_means_the_same_desktop)
+{
+    openPinned(3);
+    removeSecond();
+    restartedStore();
+    store().refresh();
+    EXPECT_EQ(store().pinOf(goalID), 2);
+    EXPECT_EQ(takeRequests(), QStringList());
+    EXPECT_EQ(settings.document(desktopLinksKey),
+              encodeDesktopLinks({{goalID, {.pin = 3, .desktop = 13}}}));
+    store().assign(3, goalID);
+    EXPECT_EQ(takeRequests(), QStringList{QStringLiteral("send to 2: 3")});
+}
+
+TEST_F(PinFollowing, After_another_login_the_pin_means_its_number)
+{
+    openPinned(3);
+    removeSecond();
+    desktop.virtualDesktops.append(QString());
+    desktop.desktopIDs = {21, 22, 23, 24};
+    restartedStore();
+    store().refresh();
+    EXPECT_EQ(store().pinOf(goalID), 3);
+    removeSecond();
+    EXPECT_EQ(store().pinOf(goalID), 2) << "and follows the desktop that has it now";
+}
+
+TEST_F(PinFollowing, Links_that_are_for_another_pin_or_do_not_decode_count_as_none)
+{
+    openPinned(3);
+    const GoalID pinned = goalID;
+    for (const QByteArray& links :
+         {encodeDesktopLinks({{pinned, {.pin = 2, .desktop = 11}}}), QByteArray("{}")}) {
+        settings.values.insert(desktopLinksKey, links);
+        restartedStore();
+        store().refresh();
+        EXPECT_EQ(store().pinOf(pinned), 3) << links.constData();
+        EXPECT_EQ(settings.document(desktopLinksKey),
+                  encodeDesktopLinks({{pinned, {.pin = 3, .desktop = 13}}}));
+    }
+}
+
 TEST_F(PinFollowing, The_board_stores_the_number_that_was_chosen)
 {
     openPinned(3);

@@ -95,6 +95,21 @@ TEST(PinnedDesktops, A_pin_between_two_passes_means_a_desktop_of_the_first)
     EXPECT_EQ(desktops.numberOf(taxes, 3), 2);
 }
 
+TEST(PinnedDesktops, What_pins_meant_in_an_earlier_run_they_mean_while_it_is_there)
+{
+    const GoalPins pins{{taxes, 3}, {garden, 4}};
+    PinnedDesktops desktops;
+    desktops.observe({}, {1, 3, 5, 6});
+    desktops.restore({{taxes, {.pin = 3, .desktop = 3}}, {garden, {.pin = 4, .desktop = 4}}});
+    desktops.observe(pins, {1, 3, 5, 6});
+    EXPECT_EQ(desktops.numbersOf(pins), (GoalPins{{taxes, 2}, {garden, 4}}));
+    EXPECT_EQ(desktops.linksOf(pins), (DesktopLinks{{taxes, {.pin = 3, .desktop = 3}},
+                                                    {garden, {.pin = 4, .desktop = 6}}}));
+    EXPECT_EQ(desktops.linksOf({{taxes, 4}}), DesktopLinks());
+    desktops.observe(pins, {3, 5, 6});
+    EXPECT_EQ(desktops.numbersOf(pins), (GoalPins{{taxes, 1}, {garden, 3}}));
+}
+
 TEST(PinnedDesktops, Tells_which_number_each_desktop_has_got)
 {
     PinnedDesktops desktops;

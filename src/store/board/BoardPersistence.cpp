@@ -71,6 +71,9 @@ StoredBoard loadBoard(SettingsStore& settings)
             board.arePinsUnreadable = true;
         }
     }
+    // Nothing is lost with those: they end with the login anyway.
+    if (const auto document = stored<QByteArray>(settings, desktopLinksKey))
+        board.desktopLinks = decodeDesktopLinks(*document).value_or(DesktopLinks());
     board.isRememberingWindows = stored<bool>(settings, rememberingWindowsKey);
     if (board.isRememberingWindows.value_or(true))
         board.windowMemoryDocument = storedDocument(settings, windowMemoryKey);

@@ -21,6 +21,7 @@ inline const QString goalsKey = QStringLiteral("kelpa.goals");
 inline const QString unassignedTodosKey = QStringLiteral("kelpa.unassignedTodos");
 inline const QString assignmentsKey = QStringLiteral("kelpa.windowAssignments");
 inline const QString goalPinsKey = QStringLiteral("kelpa.goalPins");
+inline const QString desktopLinksKey = QStringLiteral("kelpa.desktopLinks");
 inline const QString languageKey = QStringLiteral("kelpa.language");
 inline const QString windowMemoryKey = keyWithoutBackup;
 inline const QString rememberingWindowsKey = QStringLiteral("kelpa.rememberingWindows");
@@ -43,6 +44,8 @@ struct StoredBoard
     BoardContents contents;
     /// Pins are stored, but did not decode.
     bool arePinsUnreadable = false;
+    /// What the pins meant; empty where nothing is stored or it does not decode.
+    DesktopLinks desktopLinks;
     /// The document that the assignments were read from, byte for byte; absent when there is none.
     std::optional<QByteArray> assignmentsDocument;
     /// Absent when nothing is stored or it is not a Boolean.

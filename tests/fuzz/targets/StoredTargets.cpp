@@ -49,6 +49,8 @@ void decodeGoalPinsDocument(const QByteArray& bytes)
     const auto pins = decodeGoalPins(bytes);
     if (pins)
         require(decodeGoalPins(encodeGoalPins(*pins)) == pins, "stored pins are read as they were");
+    if (const auto links = decodeDesktopLinks(bytes))
+        require(decodeDesktopLinks(encodeDesktopLinks(*links)) == links, "and what they mean");
 }
 
 void decodeWindowMemory(const QByteArray& bytes)
