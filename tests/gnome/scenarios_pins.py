@@ -156,3 +156,9 @@ def a_pin_follows_its_workspace_when_an_empty_one_before_it_goes(desktop, binary
                    lambda: desktop.evaluate("global.display.focus_window.get_title()") in ("Form", "Receipts"))
         assert workspaces.places() == {"Form": 2, "Receipts": 2, "Mail": 1}
         assert not workspaces.is_minimized("Mail"), "nothing is in the way"
+    with Kelpa(desktop, binary, path) as kelpa:
+        wait_until("it is the same one after a restart", lambda: kelpa.board.has_text("Pinned to: Reading"))
+        command.assign("Mail", "Taxes")
+        # It was alone on the first one, which is empty then and goes.
+        workspaces.wait_for("what joins goes there, which becomes the first", Form=1, Receipts=1, Mail=1)
+        wait_until("the header follows", lambda: kelpa.board.has_text("Pinned to: Writing"))
