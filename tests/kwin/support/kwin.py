@@ -133,6 +133,22 @@ class KwinDesktop(Desktop):
     def unload_script(self, path):
         return self._script.unload(self.script_of(path))
 
+    def start_scripts(self):
+        self._script.scripting("start", None)
+
+    # Its settings
+
+    def reload_settings(self):
+        self._script.call("/KWin", "org.kde.KWin", "reconfigure")
+
+    def write_rule(self, app_id, **values):
+        """One for windows of that program, as the system settings write it."""
+        lines = {"Description": "Rule", "wmclass": app_id, "wmclasscomplete": "false", "wmclassmatch": "1", **values}
+        path = pathlib.Path(self.env["XDG_CONFIG_HOME"]) / "kwinrulesrc"
+        path.write_text("[General]\ncount=1\nrules=1\n\n[1]\n"
+                        + "".join(f"{key}={value}\n" for key, value in lines.items()), encoding="utf-8")
+        self.reload_settings()
+
     # Windows
 
     def _rows(self):
@@ -152,6 +168,10 @@ class KwinDesktop(Desktop):
     def change(self, window, statement):
         """Runs a statement about the window, which it calls `window`."""
         self._script.run(f'const window = find("{window.number}"); {statement}; report(true);')
+
+    def entry_of(self, window):
+        """The name of the desktop entry that KWin takes for its program's."""
+        return self._script.run(f'report(String(find("{window.number}").desktopFileName));')
 
     def is_kept_above(self, window):
         return self._script.run(f'report(find("{window.number}").keepAbove);')
