@@ -2,6 +2,7 @@
 
 #include "text/FormerWindowCopy.h"
 #include "text/KeyHelp.h"
+#include "text/TodoCopy.h"
 
 namespace kelpa {
 
@@ -28,6 +29,11 @@ QString CopyTable::confirmWindowSelection(int count) const
 QString CopyTable::openTodoCount(int count) const
 {
     return KelpaCopy::openTodoCount(count, m_language);
+}
+
+QString CopyTable::completedTodoCount(int count) const
+{
+    return KelpaCopy::completedTodoCount(count, m_language);
 }
 
 QString CopyTable::windowCount(int count) const

@@ -33,6 +33,7 @@ public:
     Q_INVOKABLE QString selectedWindowCount(int count) const;
     Q_INVOKABLE QString confirmWindowSelection(int count) const;
     Q_INVOKABLE QString openTodoCount(int count) const;
+    Q_INVOKABLE QString completedTodoCount(int count) const;
     Q_INVOKABLE QString windowCount(int count) const;
     Q_INVOKABLE QString foundCounts(int windows, int goals, int todos) const;
     Q_INVOKABLE QString moreInHiddenGoals(int count) const;

@@ -16,6 +16,8 @@ QStringList knownTexts(const CopyTable& table)
         table.confirmWindowSelection(0),
         table.openTodoCount(1),
         table.openTodoCount(2),
+        table.completedTodoCount(1),
+        table.completedTodoCount(2),
         table.windowCount(1),
         table.windowCount(2),
         table.foundCounts(0, 0, 0),

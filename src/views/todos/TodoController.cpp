@@ -59,6 +59,13 @@ QList<UnifiedTodoEntry> TodoController::entries(const QString& listID) const
                        m_store.searchFindings());
 }
 
+int TodoController::completedCount(const QString& listID) const
+{
+    const std::optional<GoalID> goalID = goalFromColumnText(listID);
+    const Goal* const goal = goalID ? goalWith(*goalID, m_store.goals()) : nullptr;
+    return goal != nullptr ? static_cast<int>(goal->todos.size() - goal->openTodoCount()) : 0;
+}
+
 QString TodoController::title(const QString& todoID, const QString& columnID) const
 {
     const TodoItem* const todo = todoFromTexts(todoID, columnID);

@@ -44,6 +44,8 @@ public:
 
     /// The rows of the list.
     QList<UnifiedTodoEntry> entries(const QString& listID) const;
+    /// How many todos of a goal are completed; 0 for any other list.
+    int completedCount(const QString& listID) const;
 
     /// As it is stored, also with line breaks; empty for no todo, and for a title that is too long
     /// for a field.

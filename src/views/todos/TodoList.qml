@@ -162,12 +162,27 @@ Item {
     AppText {
         id: empty
 
-        width: parent.width
+        width: parent.width - (root.listModel.onlyCompletedCount > 0 ? completed.width : 0)
         height: visible ? Theme.todoHeight : 0
         leftPadding: Theme.columnTextX - Theme.small
         text: ViewSettings.copy.text(CopyKey.NoTodosYet)
         color: Theme.secondaryText
         visible: root.listModel.count === 0
+        Accessible.ignored: !visible
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+    // They are kept, although the card of the goal shows none of them.
+    AppText {
+        id: completed
+
+        anchors.right: parent.right
+        height: visible ? Theme.todoHeight : 0
+        rightPadding: Theme.small
+        text: ViewSettings.copy.completedTodoCount(root.listModel.onlyCompletedCount)
+        font: Theme.caption
+        color: Theme.secondaryText
+        visible: root.listModel.onlyCompletedCount > 0
         Accessible.ignored: !visible
         Accessible.role: Accessible.StaticText
         Accessible.name: text

@@ -5,6 +5,7 @@
 #include "views/todos/TodoController.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kelpa {
 
@@ -103,6 +104,10 @@ int TodoListModel::rowOf(const QString& todoID) const
 void TodoListModel::update()
 {
     setRows(m_todos != nullptr ? m_todos->entries(m_listID) : QList<UnifiedTodoEntry>());
+    const bool isEmptyList = m_todos != nullptr && rows().isEmpty();
+    const int onlyCompleted = isEmptyList ? m_todos->completedCount(m_listID) : 0;
+    if (std::exchange(m_onlyCompletedCount, onlyCompleted) != onlyCompleted)
+        Q_EMIT onlyCompletedCountChanged();
 }
 
 } // namespace kelpa

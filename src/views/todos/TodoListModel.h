@@ -22,6 +22,7 @@ class TodoListModel : public RowListModel<UnifiedTodoEntry>
     Q_PROPERTY(kelpa::TodoController* todos READ todos WRITE setTodos NOTIFY todosChanged REQUIRED)
     Q_PROPERTY(QString listID READ listID WRITE setListID NOTIFY listIDChanged REQUIRED)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(int onlyCompletedCount READ onlyCompletedCount NOTIFY onlyCompletedCountChanged)
 
 public:
     explicit TodoListModel(QObject* parent = nullptr);
@@ -35,6 +36,8 @@ public:
     QString listID() const { return m_listID; }
     void setListID(const QString& listID);
     int count() const { return rowCount(); }
+    /// How many completed todos a goal has of which the list shows none; 0 while it shows any.
+    int onlyCompletedCount() const { return m_onlyCompletedCount; }
 
     /// The row of a todo; -1 when the list does not show it.
     Q_INVOKABLE int rowOf(const QString& todoID) const;
@@ -43,12 +46,14 @@ Q_SIGNALS:
     void todosChanged();
     void listIDChanged();
     void countChanged();
+    void onlyCompletedCountChanged();
 
 private:
     void update();
 
     QPointer<TodoController> m_todos;
     QString m_listID;
+    int m_onlyCompletedCount = 0;
 };
 
 } // namespace kelpa

@@ -52,6 +52,34 @@ TEST_F(TodoLists, A_row_tells_what_it_shows)
     EXPECT_EQ(value(*model, 0, "goalTitle").toString(), QStringLiteral("Taxes"));
 }
 
+TEST_F(TodoLists, A_goal_without_open_todos_counts_those_that_are_completed)
+{
+    const TodoID first = makeTodo(goalID, QStringLiteral("A"));
+    const TodoID second = makeTodo(goalID, QStringLiteral("B"));
+    makeTodo(std::nullopt, QStringLiteral("Elsewhere"));
+    const auto model = list(goalID.text());
+    const auto unified = list(unifiedTodosText);
+    const auto unassigned = list(columnText(std::nullopt));
+    int changes = 0;
+    QObject::connect(model.get(), &TodoListModel::onlyCompletedCountChanged, model.get(),
+                     [&changes] { ++changes; });
+    EXPECT_EQ(model->onlyCompletedCount(), 0);
+    store().setTodoStatus(first, TodoStatus::completed, goalID);
+    EXPECT_EQ(model->onlyCompletedCount(), 0);
+    store().setTodoStatus(second, TodoStatus::completed, goalID);
+    // Once the last of them shows no more.
+    scheduler.advance(std::chrono::seconds(10));
+    EXPECT_EQ(model->count(), 0);
+    EXPECT_EQ(model->onlyCompletedCount(), 2);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(unified->onlyCompletedCount(), 0);
+    EXPECT_EQ(unassigned->onlyCompletedCount(), 0);
+    store().deleteTodo(first, goalID);
+    EXPECT_EQ(model->onlyCompletedCount(), 1);
+    makeTodo(goalID, QStringLiteral("C"));
+    EXPECT_EQ(model->onlyCompletedCount(), 0);
+}
+
 TEST_F(TodoLists, A_new_todo_is_one_inserted_row)
 {
     makeTodo(goalID, QStringLiteral("A"));

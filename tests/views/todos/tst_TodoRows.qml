@@ -144,6 +144,34 @@ Item {
                 .map(item => item.text);
             verify(texts.includes("No todos yet"));
         }
+        function test_a_goal_whose_todos_are_all_completed_says_how_many_they_are() {
+            const first = column("First");
+            const isSaid = text => all(first, item => item instanceof AppText && item.visible
+                                              && item.text === text).length === 1;
+            show(first, "First", ["A", "B"]);
+            for (const title of ["A", "B"]) {
+                verify(!isSaid("1 completed"));
+                world.board.todos.toggle(world.todoID(title, "First"), first.columnID);
+                world.board.todos.toggle(world.todoID(title, "First"), first.columnID);
+            }
+            // The last one shows for a moment more.
+            compare(rowTitles(first), ["B"]);
+            verify(!isSaid("2 completed"));
+            world.pass(1500);
+            tryVerify(() => isSaid("2 completed"));
+            compare(rowTitles(first), []);
+            // Beside the words for an empty list, within the card and not over them.
+            const texts = all(first, item => item instanceof AppText && item.visible);
+            const none = only(texts.filter(item => item.text === "No todos yet"));
+            const some = only(texts.filter(item => item.text === "2 completed"));
+            const left = some.mapToItem(first, 0, 0).x;
+            verify(none.mapToItem(first, none.width, 0).x <= left);
+            verify(left + some.width <= first.width);
+            verify(!none.truncated && !some.truncated);
+            compare(some.mapToItem(first, 0, some.height / 2).y, none.mapToItem(first, 0, none.height / 2).y);
+            world.addTodo("C", "First");
+            tryVerify(() => !isSaid("2 completed"));
+        }
         function test_a_long_list_makes_only_the_rows_that_show() {
             for (let i = 0; i < 1000; ++i)
                 world.addTodo("Todo " + i, "First");
