@@ -189,6 +189,36 @@ QString CopyTable::redoKeys() const
     return kelpa::redoKeys(m_language);
 }
 
+QString CopyTable::renameKeys() const
+{
+    return kelpa::renameKeys(m_language);
+}
+
+QString CopyTable::deleteTodoKeys() const
+{
+    return kelpa::deleteTodoKeys(m_language);
+}
+
+QString CopyTable::moveLeftKeys() const
+{
+    return kelpa::moveLeftKeys(m_language);
+}
+
+QString CopyTable::moveRightKeys() const
+{
+    return kelpa::moveRightKeys(m_language);
+}
+
+QString CopyTable::moveUpKeys() const
+{
+    return kelpa::moveUpKeys(m_language);
+}
+
+QString CopyTable::moveDownKeys() const
+{
+    return kelpa::moveDownKeys(m_language);
+}
+
 QString CopyTable::workKeys() const
 {
     return kelpa::workKeys(m_language);

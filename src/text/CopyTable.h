@@ -70,6 +70,12 @@ public:
     Q_INVOKABLE QString helpKeys() const;
     Q_INVOKABLE QString makeTodosKeys() const;
     Q_INVOKABLE QString quitKeys() const;
+    Q_INVOKABLE QString renameKeys() const;
+    Q_INVOKABLE QString deleteTodoKeys() const;
+    Q_INVOKABLE QString moveLeftKeys() const;
+    Q_INVOKABLE QString moveRightKeys() const;
+    Q_INVOKABLE QString moveUpKeys() const;
+    Q_INVOKABLE QString moveDownKeys() const;
     Q_INVOKABLE QString workKeys() const;
     Q_INVOKABLE QString goBackKeys() const;
 

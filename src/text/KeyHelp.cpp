@@ -31,6 +31,12 @@ struct Row
 constexpr Texts newGoal{u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Ctrl+N", u"Strg+N"};
 constexpr Texts help = Texts::same(u"F1");
 constexpr Texts quit{u"Ctrl+Q", u"Ctrl+Q", u"Ctrl+Q", u"Ctrl+Q", u"Ctrl+Q", u"Strg+Q"};
+constexpr Texts rename = Texts::same(u"F2");
+constexpr Texts deleteTodo{u"Delete", u"Delete", u"Delete", u"Delete", u"Suppr", u"Entf"};
+constexpr Texts moveLeft = Texts::same(u"Alt+←");
+constexpr Texts moveRight = Texts::same(u"Alt+→");
+constexpr Texts moveUp = Texts::same(u"Alt+↑");
+constexpr Texts moveDown = Texts::same(u"Alt+↓");
 constexpr Texts undo{u"Ctrl+Z", u"Ctrl+Z", u"Ctrl+Z", u"Ctrl+Z", u"Ctrl+Z", u"Strg+Z"};
 constexpr Texts redo{u"Ctrl+Y", u"Ctrl+Y", u"Ctrl+Y", u"Ctrl+Y", u"Ctrl+Y", u"Strg+Y"};
 constexpr Texts work{u"Ctrl+G", u"Ctrl+G", u"Ctrl+G", u"Ctrl+G", u"Ctrl+G", u"Strg+G"};
@@ -73,11 +79,11 @@ constexpr std::array rows{
     Row{newGoal,
         {u"新建目标", u"Create a goal", u"目標を作成", u"목표 만들기", u"Créer un objectif",
          u"Ein Ziel erstellen"}},
-    Row{Texts::same(u"F2"),
+    Row{rename,
         {u"重命名目标；编辑待办", u"Rename a goal; edit a todo", u"目標の名前を変更、タスクを編集",
          u"목표 이름 변경, 할 일 편집", u"Renommer un objectif ; modifier une tâche",
          u"Ein Ziel umbenennen; eine Aufgabe bearbeiten"}},
-    Row{{u"Delete", u"Delete", u"Delete", u"Delete", u"Suppr", u"Entf"},
+    Row{deleteTodo,
         {u"删除待办", u"Delete a todo", u"タスクを削除", u"할 일 삭제", u"Supprimer une tâche",
          u"Eine Aufgabe löschen"}},
     Row{{u"Alt+方向键", u"Alt+Arrow", u"Alt+矢印キー", u"Alt+방향키", u"Alt+Flèche", u"Alt+Pfeil"},
@@ -200,6 +206,36 @@ QString undoKeys(AppLanguage language)
 QString redoKeys(AppLanguage language)
 {
     return textOf(redo[language]);
+}
+
+QString renameKeys(AppLanguage language)
+{
+    return textOf(rename[language]);
+}
+
+QString deleteTodoKeys(AppLanguage language)
+{
+    return textOf(deleteTodo[language]);
+}
+
+QString moveLeftKeys(AppLanguage language)
+{
+    return textOf(moveLeft[language]);
+}
+
+QString moveRightKeys(AppLanguage language)
+{
+    return textOf(moveRight[language]);
+}
+
+QString moveUpKeys(AppLanguage language)
+{
+    return textOf(moveUp[language]);
+}
+
+QString moveDownKeys(AppLanguage language)
+{
+    return textOf(moveDown[language]);
 }
 
 QString workKeys(AppLanguage language)

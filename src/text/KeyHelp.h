@@ -36,6 +36,13 @@ QString undoKeys(AppLanguage language);
 QString redoKeys(AppLanguage language);
 QString helpKeys(AppLanguage language);
 QString quitKeys(AppLanguage language);
+QString renameKeys(AppLanguage language);
+QString deleteTodoKeys(AppLanguage language);
+/// Those that move the selected goal or the focused todo by one place.
+QString moveLeftKeys(AppLanguage language);
+QString moveRightKeys(AppLanguage language);
+QString moveUpKeys(AppLanguage language);
+QString moveDownKeys(AppLanguage language);
 QString workKeys(AppLanguage language);
 QString goBackKeys(AppLanguage language);
 /// The key that makes a todo of each pasted line.

@@ -46,6 +46,8 @@ TEST(KeyHelp, Keys_have_the_names_of_the_keyboard)
         EXPECT_TRUE(keys(language).contains(helpKeys(language)));
         EXPECT_TRUE(keys(language).contains(makeTodosKeys(language)));
         EXPECT_TRUE(keys(language).contains(quitKeys(language)));
+        EXPECT_TRUE(keys(language).contains(renameKeys(language)));
+        EXPECT_TRUE(keys(language).contains(deleteTodoKeys(language)));
         EXPECT_TRUE(keys(language).contains(workKeys(language)));
         EXPECT_TRUE(keys(language).contains(goBackKeys(language)));
         const QString all = keys(language).join(QLatin1Char('\n'));

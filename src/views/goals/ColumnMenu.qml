@@ -108,6 +108,7 @@ AppMenu {
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.RenameGoal)
         symbol: "pencil"
+        keys: ViewSettings.copy.renameKeys()
         onTriggered: root.goals.requestRename(root.columnID)
     }
     AppMenuItem {
@@ -121,6 +122,7 @@ AppMenu {
 
         text: ViewSettings.copy.text(CopyKey.MoveGoalLeft)
         symbol: "arrow-left"
+        keys: ViewSettings.copy.moveLeftKeys()
         onTriggered: root.goals.moveColumn(root.columnID, -1)
     }
     AppMenuItem {
@@ -128,6 +130,7 @@ AppMenu {
 
         text: ViewSettings.copy.text(CopyKey.MoveGoalRight)
         symbol: "arrow-right"
+        keys: ViewSettings.copy.moveRightKeys()
         onTriggered: root.goals.moveColumn(root.columnID, 1)
     }
     AppMenuItem {

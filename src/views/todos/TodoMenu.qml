@@ -93,6 +93,7 @@ AppMenu {
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.EditTodo)
         symbol: "pencil"
+        keys: ViewSettings.copy.renameKeys()
         onTriggered: if (root.row?.todoID === root.todoID)
             root.row.edit(root.isByKeyboard)
     }
@@ -101,6 +102,7 @@ AppMenu {
 
         text: ViewSettings.copy.text(CopyKey.MoveTodoUp)
         symbol: "arrow-up"
+        keys: ViewSettings.copy.moveUpKeys()
         onTriggered: root.todos.moveInList(root.todoID, root.listID, -1)
     }
     AppMenuItem {
@@ -108,6 +110,7 @@ AppMenu {
 
         text: ViewSettings.copy.text(CopyKey.MoveTodoDown)
         symbol: "arrow-down"
+        keys: ViewSettings.copy.moveDownKeys()
         onTriggered: root.todos.moveInList(root.todoID, root.listID, 1)
     }
     AppMenuItem {
@@ -128,6 +131,7 @@ AppMenu {
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.DeleteTodo)
         symbol: "trash-2"
+        keys: ViewSettings.copy.deleteTodoKeys()
         symbolColor: Theme.destructive
         foreground: Theme.destructive
         onTriggered: {

@@ -39,6 +39,14 @@ Item {
             tryVerify(() => menuItems().length === 0);
         }
 
+        function test_the_menu_of_a_goal_says_which_keys_do_the_same() {
+            openGoalMenu();
+            compare(menuItems().filter(item => item.visible && item.keys)
+                    .map(item => item.text + ": " + item.keys).sort(),
+                    ["Move goal left: Alt+←", "Move goal right: Alt+→", "Rename goal: F2",
+                     "Work on this goal: Ctrl+G"]);
+            closeMenu();
+        }
         function test_what_the_desktop_cannot_do_is_not_in_the_menu_of_a_goal() {
             world.lack("windows");
             world.lack("actions");

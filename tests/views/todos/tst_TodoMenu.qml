@@ -103,6 +103,19 @@ Item {
             rows.contentY = 0;
             tryVerify(() => fades().length === 1);
         }
+        function test_the_menu_of_a_todo_says_which_keys_do_the_same() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            const keys = () => menuItems().filter(item => item.visible && item.keys)
+                .map(item => item.text + ": " + item.keys);
+            content(first, "Read").forceActiveFocus();
+            keyClick(Qt.Key_Menu);
+            tryVerify(() => menuItems().length === 7);
+            compare(keys().sort(), ["Delete todo: Delete", "Edit todo: F2", "Move todo down: Alt+↓",
+                                    "Move todo up: Alt+↑"]);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => menuItems().length === 0);
+        }
         function test_the_menu_of_a_todo_edits_it() {
             const first = column("First");
             show(first, "First", ["Read"]);
