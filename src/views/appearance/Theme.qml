@@ -119,6 +119,9 @@ QtObject {
     readonly property int sheetWidth: root.grown(390)
     readonly property int controlHeight: 32 + root.bodyGrowth
     readonly property int symbolSize: BoardMeasures.symbolSize
+    readonly property int smallSymbolSize: 14
+    /// Width and height of the buttons of a todo's row.
+    readonly property int todoButtonSize: 28
     readonly property int todoHeight: 34 + root.bodyGrowth
     // Of a line of captions that are close together.
     readonly property int closeLineHeight: root.grown(13)

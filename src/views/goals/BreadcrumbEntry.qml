@@ -24,7 +24,8 @@ PressButton {
     /// How far down the rail the entry is, from 0 to 1: the rail's colour there is its ground.
     readonly property real depth: Math.max(0, Math.min(1, (root.y - root.list.contentY)
                                                           / root.list.height))
-    readonly property alias isDraggedOver: entryDrop.containsDrag
+    readonly property bool isDraggedOver: root.dropArea !== null && root.dropArea.containsDrag
+    readonly property bool wouldReceive: root.dropArea !== null && root.dropArea.wouldReceive
     /// Points; what the whole title needs.
     readonly property alias titleWidth: entryTitle.implicitWidth
     /// Only a selected title moves, and fades into its ground.
@@ -34,6 +35,8 @@ PressButton {
 
     // A pooled entry, which will be reused for another goal, is not reached by the Tab key.
     property bool isPooled: false
+    /// Null until the first frame is shown.
+    property ColumnDropArea dropArea: null
 
     ListView.onPooled: root.isPooled = true
     ListView.onReused: root.isPooled = false
@@ -43,7 +46,7 @@ PressButton {
     width: root.list.width - root.x
     height: 18 + Theme.captionGrowth
     text: root.title
-    opacity: root.isSelected || root.hovered || entryDrop.wouldReceive ? 1 : Theme.restingOpacity
+    opacity: root.isSelected || root.hovered || root.wouldReceive ? 1 : Theme.restingOpacity
     Accessible.role: Accessible.ListItem
     Accessible.selectable: true
     Accessible.selected: root.isSelected
@@ -54,9 +57,9 @@ PressButton {
     background: Rectangle {
         radius: 7
         color: root.down ? Theme.press
-               : root.isSelected || entryDrop.wouldReceive ? Theme.accepting
+               : root.isSelected || root.wouldReceive ? Theme.accepting
                : root.hovered ? Theme.hover : "transparent"
-        border.width: entryDrop.wouldReceive ? 2 : 0
+        border.width: root.wouldReceive ? 2 : 0
         border.color: Theme.focus
     }
     Rectangle {
@@ -69,27 +72,6 @@ PressButton {
         border.width: 1
         border.color: Theme.accentEdge(root.accent)
     }
-    // Reaches to the next entry's drop area, so that no gap is left.
-    ColumnDropArea {
-        id: entryDrop
-
-        anchors.fill: parent
-        anchors.topMargin: -root.list.spacing / 2
-        anchors.bottomMargin: -root.list.spacing / 2
-        drops: root.drops
-        dragSource: root.dragSource
-        columnID: root.columnID
-        isSmall: true
-    }
-    OptionalItem {
-        isWanted: entryDrop.wouldInsertBefore
-
-        DropLine {
-            y: -(root.list.spacing + height) / 2
-            width: root.width
-        }
-    }
-
     MarqueeGoalTitle {
         id: entryTitle
 
@@ -103,12 +85,43 @@ PressButton {
         isOnScreen: root.y < root.list.contentY + root.list.height
                     && root.y + root.height > root.list.contentY
     }
-    FocusRing {
-        radius: 7
-        margin: 0
-    }
-    HoverTip {
-        text: root.title
-        isHovered: root.hovered && entryTitle.isPartlySeen
+    // The first frame has nothing of that.
+    OptionalItem {
+        isWanted: !ViewSettings.isStarting
+
+        Item {
+            anchors.fill: root
+
+            // Reaches to the next entry's drop area, so that no gap is left.
+            ColumnDropArea {
+                id: entryDrop
+
+                anchors.fill: parent
+                anchors.topMargin: -root.list.spacing / 2
+                anchors.bottomMargin: -root.list.spacing / 2
+                drops: root.drops
+                dragSource: root.dragSource
+                columnID: root.columnID
+                isSmall: true
+                Component.onCompleted: root.dropArea = entryDrop
+            }
+            OptionalItem {
+                isWanted: entryDrop.wouldInsertBefore
+
+                DropLine {
+                    y: -(root.list.spacing + height) / 2
+                    width: root.width
+                }
+            }
+            FocusRing {
+                radius: 7
+                margin: 0
+                isShown: root.visualFocus
+            }
+            HoverTip {
+                text: root.title
+                isHovered: root.hovered && entryTitle.isPartlySeen
+            }
+        }
     }
 }

@@ -20,8 +20,8 @@ IconButton {
     readonly property bool isDragged: area.isDragged
 
     symbol: "menu"
-    size: 28
-    symbolSize: 14
+    size: Theme.todoButtonSize
+    symbolSize: Theme.smallSymbolSize
     text: ViewSettings.copy.text(CopyKey.CopyAndDragTodo)
     help: ViewSettings.copy.text(CopyKey.CopyAndDragTodoHelp)
     onClicked: root.todos.copyTodo(root.todoID, root.columnID)

@@ -13,8 +13,8 @@ IconButton {
     required property color ground
 
     symbol: "ellipsis"
-    size: 28
-    symbolSize: 14
+    size: Theme.todoButtonSize
+    symbolSize: Theme.smallSymbolSize
     Accessible.role: Accessible.ButtonMenu
 
     Rectangle {

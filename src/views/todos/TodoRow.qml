@@ -36,6 +36,8 @@ FocusScope {
     property bool isMenuByKeyboard: false
     /// Whether the menu that is open belongs to the row.
     property bool isMenuOpen: false
+    /// Null until the first frame is shown.
+    property TodoRowDropArea dropArea: null
 
     signal menuRequested(row: Item, place: rect)
     signal editRequested
@@ -84,7 +86,7 @@ FocusScope {
         focus: true
         todos: root.todos
         dragSource: root.dragSource
-        dropArea: rowDropArea
+        dropArea: root.dropArea
         todoID: root.todoID
         columnID: root.columnID
         title: root.title
@@ -103,29 +105,36 @@ FocusScope {
         onEditRequested: isByKeyboard => root.edit(isByKeyboard)
         onMoveRequested: isUp => root.moveRequested(isUp)
     }
-    // Only the row that is edited has a field.
-    Repeater {
-        model: root.isEdited ? 1 : 0
-        delegate: TodoTitleField {
-            anchors.left: root.left
-            anchors.right: root.right
-            anchors.verticalCenter: root.verticalCenter
-            todos: root.todos
-            todoID: root.todoID
-            columnID: root.columnID
-            symbol: root.statusSymbol
-            onEnded: root.endEdit()
-            onAbandoned: root.editEnded()
-        }
-        onItemAdded: (index, item) => (item as TodoField).focusAndSelectAll()
-    }
-    TodoRowDropArea {
-        id: rowDropArea
+    // Before the first frame nothing is edited and nothing is dragged.
+    OptionalItem {
+        isWanted: !ViewSettings.isStarting
+        onItemChanged: root.dropArea = item as TodoRowDropArea
 
-        anchors.fill: parent
-        todos: root.todos
-        dragSource: root.dragSource
-        listID: root.listID
-        todoID: root.todoID
+        TodoRowDropArea {
+            id: rowDropArea
+
+            anchors.fill: root
+            todos: root.todos
+            dragSource: root.dragSource
+            listID: root.listID
+            todoID: root.todoID
+
+            // Only the row that is edited has a field.
+            Repeater {
+                model: root.isEdited ? 1 : 0
+                delegate: TodoTitleField {
+                    anchors.left: rowDropArea.left
+                    anchors.right: rowDropArea.right
+                    anchors.verticalCenter: rowDropArea.verticalCenter
+                    todos: root.todos
+                    todoID: root.todoID
+                    columnID: root.columnID
+                    symbol: root.statusSymbol
+                    onEnded: root.endEdit()
+                    onAbandoned: root.editEnded()
+                }
+                onItemAdded: (index, item) => (item as TodoField).focusAndSelectAll()
+            }
+        }
     }
 }

@@ -1,0 +1,12 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kelpa.Todos
+
+/// All of a todo's row that reacts to the pointer and to keys, above what the row shows.
+Item {
+    required property bool isHovered
+    required property bool isDragged
+    /// Whether a button has the focus and shows it.
+    required property bool hasKeyboard
+}
