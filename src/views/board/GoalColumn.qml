@@ -118,10 +118,9 @@ ExpandableGoalCard {
     ColumnHeader {
         id: header
 
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: parent.top
-        anchors.margins: Theme.small
+        x: Theme.small
+        y: Theme.small
+        width: root.width - 2 * x
         goals: root.board.goals
         dragSource: root.dragSource
         columnID: root.columnID

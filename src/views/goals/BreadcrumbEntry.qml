@@ -75,9 +75,10 @@ PressButton {
     MarqueeGoalTitle {
         id: entryTitle
 
-        anchors.fill: parent
-        anchors.leftMargin: 3
-        anchors.rightMargin: 3
+        // Unlike anchors, it gives the text its width before it is laid out.
+        x: 3
+        width: root.width - 2 * x
+        height: root.height
         text: root.title
         isEmphasized: root.isSelected
         ground: root.ground

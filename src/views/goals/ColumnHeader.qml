@@ -107,10 +107,8 @@ Item {
     MarqueeGoalTitle {
         id: titleText
 
-        anchors.left: parent.left
-        anchors.leftMargin: Theme.columnTextX - root.x
-        anchors.right: root.isUnassigned ? controls.left : parent.right
-        anchors.rightMargin: Theme.tiny
+        x: Theme.columnTextX - root.x
+        width: (root.isUnassigned ? controls.x : root.width) - Theme.tiny - x
         y: root.isUnassigned ? (root.height - height) / 2 : Theme.tiny
         text: root.title
         // The head of a card, above texts of 13 points, has their size and not the smaller one of

@@ -41,7 +41,8 @@ Item {
     AppText {
         id: still
 
-        anchors.fill: parent
+        width: root.width
+        height: root.height
         text: root.text
         font: root.font
         color: root.color

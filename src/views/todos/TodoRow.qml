@@ -81,7 +81,9 @@ FocusScope {
     TodoRowContent {
         id: content
 
-        anchors.fill: parent
+        // Unlike anchors, it gives the texts their width before they are laid out.
+        width: root.width
+        height: root.height
         visible: !root.isEdited
         focus: true
         todos: root.todos
