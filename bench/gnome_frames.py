@@ -1,8 +1,9 @@
 """gnome_frames.py FOLDER [KELPA]: how GNOME Shell draws while 200 windows are open, or KELPA_BENCH_WINDOWS, one
-of which changes a hundred times a second: alone, and with somebody who looks on. That is the program KELPA with its board in
-front or, without it, a caller of the extension that lists at every change and wants pictures of all windows
-without a pause. Prints for each the time from one frame to the next, in milliseconds, the part of a processor
-that the Shell takes, what it does for who looks on, and the part that KELPA takes; run it while nothing else runs."""
+of which changes a hundred times a second: alone, and with somebody who looks on. That is the program KELPA with
+its board in front or, without it, a caller of the extension that lists at every change and wants pictures of all
+windows without a pause. Prints for each the time from one frame to the next, in milliseconds, the part of a
+processor that the Shell takes, that which KELPA takes, and what the Shell does for who looks on; run it
+while nothing else runs."""
 
 import importlib
 import os
@@ -45,6 +46,7 @@ def _measure(what, desktop, meanwhile, kelpa=None):
     used = [_used(process) - sooner for process, sooner in zip(processes, before)]
     seconds = time.monotonic() - began
     times = desktop.evaluate(_STOP)
+    parts = " and ".join(f"{each / seconds:.0%}" for each in used)
     intervals = sorted((later - sooner) / 1000 for sooner, later in zip(times, times[1:]))
     pictures, size, lists, *_ = (now - before for now, before in zip(shell_work().done(desktop), work))
 
@@ -52,7 +54,7 @@ def _measure(what, desktop, meanwhile, kelpa=None):
         return intervals[min(len(intervals) - 1, int(len(intervals) * part))]
 
     print(f"{what}: {len(intervals) / seconds:.0f} frames a second, median {at(0.5):.1f}, 95 % {at(0.95):.1f}, "
-          f"99 % {at(0.99):.1f}, longest {intervals[-1]:.1f}; {' and '.join(f'{each / seconds:.0%}' for each in used)} of a processor; "
+          f"99 % {at(0.99):.1f}, longest {intervals[-1]:.1f}; {parts} of a processor; "
           f"{pictures / seconds:.1f} pictures of {size / seconds / 1000:.1f} kB together and "
           f"{lists / seconds:.1f} lists a second", flush=True)
 
