@@ -21,6 +21,8 @@ const QString colorSchemeKey = QStringLiteral("color-scheme");
 const QString accentKey = QStringLiteral("accent-color");
 const QString interfaceSpace = QStringLiteral("org.gnome.desktop.interface");
 const QString textScaleKey = QStringLiteral("text-scaling-factor");
+const QString accessSpace = QStringLiteral("org.gnome.desktop.a11y.interface");
+const QString plasmaSpace = QStringLiteral("org.kde.kdeglobals.KDE");
 const QString kdeSpace = QStringLiteral("org.kde.kdeglobals.General");
 const QString kdeFontKey = QStringLiteral("font");
 const QString kdeAccentKey = QStringLiteral("AccentColor");
@@ -67,12 +69,23 @@ using WishKeys = std::vector<WishKey>;
 const WishKeys motionKeys{
     {appearanceSpace, QStringLiteral("reduced-motion"), isOne},
     {interfaceSpace, QStringLiteral("enable-animations"), isFalse},
-    {QStringLiteral("org.kde.kdeglobals.KDE"), QStringLiteral("AnimationDurationFactor"), isZero},
+    {plasmaSpace, QStringLiteral("AnimationDurationFactor"), isZero},
 };
 const WishKeys contrastKeys{
     {appearanceSpace, QStringLiteral("contrast"), isOne},
-    {QStringLiteral("org.gnome.desktop.a11y.interface"), QStringLiteral("high-contrast"), isTrue},
+    {accessSpace, QStringLiteral("high-contrast"), isTrue},
 };
+
+/// Absent where the settings lack it.
+std::optional<QVariant> valueIn(const SettingsBySpace& settings, const QString& space,
+                                const QString& key)
+{
+    const auto foundSpace = settings.find(space);
+    if (foundSpace == settings.end())
+        return std::nullopt;
+    const auto found = foundSpace->find(key);
+    return found == foundSpace->end() ? std::nullopt : std::optional(*found);
+}
 
 /// Subscribes to the portal and reports values that differ from the previous one.
 template <class Value>
@@ -91,8 +104,9 @@ protected:
     void listen(Take take)
     {
         m_listening = QObject::connect(m_portal.get(), &SettingsPortal::received, take);
+        m_portal->read();
     }
-    void read(const QString& space, const QString& key) { m_portal->read(space, key); }
+    void readAgain() { m_portal->read(); }
 
     void report(std::optional<Value> value)
     {
@@ -130,27 +144,33 @@ public:
         : PortalWatch<Value>(std::move(portal), std::move(changed)), m_keys(std::move(keys)),
           m_values(m_keys.size())
     {
-        this->listen([this](const QString& space, const QString& key, const QVariant& value) {
-            take(space, key, value);
+        this->listen([this](const SettingsBySpace& settings, SettingsExtent extent) {
+            take(settings, extent);
         });
-        for (const ValueKey<Value>& each : m_keys)
-            this->read(each.space, each.key);
     }
 
 private:
-    void take(const QString& space, const QString& key, const QVariant& value)
+    void take(const SettingsBySpace& settings, SettingsExtent extent)
     {
+        bool isTold = false;
+        bool isStale = false;
         for (std::size_t index = 0; index < m_keys.size(); ++index) {
             const ValueKey<Value>& each = m_keys[index];
-            if (each.followsColorScheme && space == appearanceSpace && key == colorSchemeKey)
-                this->read(each.space, each.key);
-            if (space != each.space || key != each.key)
-                continue;
-            m_values[index] = each.valueOf(value);
+            const std::optional<QVariant> value = valueIn(settings, each.space, each.key);
+            if (value || extent == SettingsExtent::all) {
+                m_values[index] = value ? each.valueOf(*value) : std::nullopt;
+                isTold = true;
+            }
+            isStale = isStale || (each.followsColorScheme && extent == SettingsExtent::changes &&
+                                  valueIn(settings, appearanceSpace, colorSchemeKey));
+        }
+        if (isTold) {
             const auto known = std::ranges::find_if(
                 m_values, [](const std::optional<Value>& said) { return said.has_value(); });
             this->report(known == m_values.end() ? std::nullopt : *known);
         }
+        if (isStale)
+            this->readAgain();
     }
 
     const std::vector<ValueKey<Value>> m_keys;
@@ -167,22 +187,24 @@ public:
         : PortalWatch(std::move(portal), std::move(changed)), m_keys(keys), m_whenAsked(whenAsked),
           m_isAsked(keys.size())
     {
-        listen([this](const QString& space, const QString& key, const QVariant& value) {
-            take(space, key, value);
-        });
-        for (const WishKey& each : m_keys)
-            read(each.space, each.key);
+        listen([this](const SettingsBySpace& settings, SettingsExtent) { take(settings); });
     }
 
 private:
-    void take(const QString& space, const QString& key, const QVariant& value)
+    void take(const SettingsBySpace& settings)
     {
-        const auto found = std::ranges::find_if(
-            m_keys, [&](const WishKey& each) { return each.space == space && each.key == key; });
-        const auto isAsking = found == m_keys.end() ? std::nullopt : found->isAsking(value);
-        if (!isAsking)
+        bool isTold = false;
+        for (std::size_t index = 0; index < m_keys.size(); ++index) {
+            const WishKey& each = m_keys[index];
+            const std::optional<QVariant> value = valueIn(settings, each.space, each.key);
+            const std::optional<bool> isAsking = value ? each.isAsking(*value) : std::nullopt;
+            if (!isAsking)
+                continue;
+            m_isAsked[index] = isAsking;
+            isTold = true;
+        }
+        if (!isTold)
             return;
-        m_isAsked.at(static_cast<std::size_t>(found - m_keys.begin())) = isAsking;
         // Of several settings, the others may still have their initial value.
         const bool isAsked = std::ranges::find(m_isAsked, std::optional(true)) != m_isAsked.end();
         report(isAsked == m_whenAsked);
@@ -282,11 +304,20 @@ PortalSettings::watchAccent(std::function<void(std::optional<QColor> accent)> ch
     return std::make_unique<ValueWatch<QColor>>(portal(), std::move(keys), std::move(changed));
 }
 
+void PortalSettings::awaitSettings(std::chrono::milliseconds limit)
+{
+    if (const std::shared_ptr<SettingsPortal> shared = m_portal.lock())
+        shared->await(limit);
+}
+
 std::shared_ptr<SettingsPortal> PortalSettings::portal()
 {
     std::shared_ptr<SettingsPortal> shared = m_portal.lock();
     if (!shared) {
-        shared = std::make_shared<SettingsPortal>(m_scheduler);
+        QStringList spaces{appearanceSpace, interfaceSpace, accessSpace, plasmaSpace};
+        if (m_kde == KdeSettings::followed)
+            spaces.push_back(kdeSpace);
+        shared = std::make_shared<SettingsPortal>(m_scheduler, std::move(spaces));
         m_portal = shared;
     }
     return shared;

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -53,6 +54,11 @@ public:
 
     [[nodiscard]] std::unique_ptr<Subscription>
     watchAccent(std::function<void(std::optional<QColor> accent)> changed) override;
+
+    /// Returns once the subscriptions have the portal's first answer, or there is none to come, at
+    /// the latest after `limit`; at once without subscriptions. Main thread; runs the event loop
+    /// meanwhile, without the person's input.
+    void awaitSettings(std::chrono::milliseconds limit);
 
 private:
     std::shared_ptr<SettingsPortal> portal();

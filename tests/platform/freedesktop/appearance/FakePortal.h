@@ -3,13 +3,21 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QHash>
+#include <QMap>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
+#include <utility>
+
 namespace kelpa::test {
+
+/// By namespace and key.
+using PortalSettingsBySpace = QMap<QString, QVariantMap>;
 
 class FakePortal : public QObject, protected QDBusContext
 {
@@ -17,8 +25,10 @@ class FakePortal : public QObject, protected QDBusContext
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
 public:
-    FakePortal()
+    /// Has the values, by namespace and key, before it is on the bus.
+    explicit FakePortal(QHash<QString, QVariant> values = {}) : m_values(std::move(values))
     {
+        qDBusRegisterMetaType<PortalSettingsBySpace>();
         m_connection.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
                                     QDBusConnection::ExportAllSlots |
                                         QDBusConnection::ExportAllSignals);
@@ -40,18 +50,22 @@ public:
     }
 
     int readCount = 0;
+    /// Whether calls stay unanswered.
+    bool isHanging = false;
 
 public Q_SLOTS:
-    QDBusVariant Read(const QString& space, const QString& key)
+    PortalSettingsBySpace ReadAll(const QStringList& spaces)
     {
         ++readCount;
-        const QString both = space + u'/' + key;
-        if (!m_values.contains(both)) {
-            sendErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"));
-            return {};
+        if (isHanging)
+            setDelayedReply(true);
+        PortalSettingsBySpace all;
+        for (auto each = m_values.cbegin(); each != m_values.cend(); ++each) {
+            const auto dot = each.key().lastIndexOf(u'/');
+            if (spaces.contains(each.key().first(dot)))
+                all[each.key().first(dot)].insert(each.key().sliced(dot + 1), each.value());
         }
-        // As portals do, a value within a value.
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(m_values.value(both))));
+        return all;
     }
 
 Q_SIGNALS:

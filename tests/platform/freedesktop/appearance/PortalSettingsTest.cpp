@@ -22,9 +22,9 @@ namespace {
 const QString colorScheme = QStringLiteral("org.freedesktop.appearance/color-scheme");
 const QString reducedMotion = QStringLiteral("org.freedesktop.appearance/reduced-motion");
 const QString animations = QStringLiteral("org.gnome.desktop.interface/enable-animations");
-/// How often the portal is called for each.
+/// How often the portal is called for each, however many settings it has.
 constexpr int appearanceReads = 1;
-constexpr int motionReads = 3;
+constexpr int motionReads = 1;
 
 class PortalTest : public testing::Test
 {
