@@ -34,6 +34,12 @@ namespace {
 /// not hold it back for longer: its windows follow on a board that is there.
 constexpr std::chrono::milliseconds firstWindowsLimit{50};
 
+/// How long the first frame may wait for the settings of the desktop's portal once the views are
+/// loaded. They are asked for before: a portal that runs answers within a few milliseconds, which
+/// the views take several times to load. One that is only started now takes longer than anyone
+/// waits for a board, and one that hangs never answers: their settings follow.
+constexpr std::chrono::milliseconds firstSettingsLimit{30};
+
 } // namespace
 
 Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleInstance& single,
@@ -62,6 +68,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
     if (m_firstView == FirstView::board)
         m_store.discoverAhead();
     m_desktop->setWindowsChanged([this] { m_store.noteWindowsChangedOnDesktop(); });
+    connect(&m_view, &ViewEngine::prepared, this, &Program::followSettings);
     connect(&m_view, &ViewEngine::boardShown, this, &Program::startAfterFirstFrame);
     connect(&m_view, &ViewEngine::seenReported, &m_notifier, &UnsavedNotifier::setBoardSeen);
     connect(&m_doubleTap, &GlobalDoubleTap::isAvailableChanged, this,
@@ -72,6 +79,7 @@ Program::Program(QGuiApplication& application, QtScheduler& scheduler, SingleIns
         if (m_raiser && isBoardVisible())
             m_raiser->raise();
     });
+    connect(&m_entry, &EntryWindow::loaded, this, &Program::awaitSettings);
     connect(&m_entry, &EntryWindow::closed, this, &Program::noteEntryClosed);
     connect(&m_presence, &Presence::quitRequested, this, &Program::quit);
     m_application.installEventFilter(this);
@@ -151,6 +159,7 @@ bool Program::show()
     if (!m_view.load())
         return false;
     m_store.awaitWindows(firstWindowsLimit);
+    awaitSettings();
     if (!m_view.show())
         return false;
     QQuickWindow& window = *m_view.window();
@@ -255,7 +264,7 @@ void Program::openEntry(const ActivationContext& context)
         bringForward(context);
         return;
     }
-    followDesktop();
+    joinDesktop();
 }
 
 void Program::noteEntryClosed()
@@ -286,12 +295,8 @@ void Program::noteEntryClosed()
     });
 }
 
-void Program::followDesktop()
+void Program::followSettings()
 {
-    if (std::exchange(m_isFollowing, true))
-        return;
-    // Drawing it takes longer than anyone sees a window without one.
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
     m_buses.whenSessionAnswers([this] {
         m_view.followAppearance(m_desktop->appearanceOfPortal());
         m_view.followMotion(m_desktop->motionOfPortal());
@@ -301,8 +306,21 @@ void Program::followDesktop()
             m_view.followTextScale(m_desktop->textScaleOfPortal());
         m_view.followContrast(m_desktop->contrastOfPortal());
         m_view.followAccent(m_desktop->accentOfPortal());
-        m_session.shortcuts().allow();
     });
+}
+
+void Program::awaitSettings()
+{
+    m_desktop->awaitSettingsOfPortal(firstSettingsLimit);
+}
+
+void Program::joinDesktop()
+{
+    if (std::exchange(m_hasJoined, true))
+        return;
+    // Drawing it takes longer than anyone sees a window without one.
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelpa/org.kelpa.Kelpa.svg")));
+    m_buses.whenSessionAnswers([this] { m_session.shortcuts().allow(); });
 }
 
 void Program::rest()
@@ -334,7 +352,7 @@ void Program::quit()
 
 void Program::startAfterFirstFrame()
 {
-    followDesktop();
+    joinDesktop();
     m_session.start().read();
     qCDebug(logApp, "board shown, observing the desktop");
     const ActivationContext context =

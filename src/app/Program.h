@@ -92,7 +92,9 @@ private:
     void noteCall();
     void openEntry(const ActivationContext& context);
     void noteEntryClosed();
-    void followDesktop();
+    void followSettings();
+    void awaitSettings();
+    void joinDesktop();
     bool isLoadingBoard() const;
     bool isBoardVisible() const;
     void rest();
@@ -109,8 +111,8 @@ private:
     WriteBehindSettings& m_settings;
     const QString m_boardPath;
     const FirstView m_firstView;
-    /// Whether the views follow the portal's settings.
-    bool m_isFollowing = false;
+    /// Whether the desktop has the window's icon and may be asked for keys.
+    bool m_hasJoined = false;
     /// The toolkit closes all windows because the program is to end.
     bool m_isEnding = false;
     /// Somebody has called for the board or for the field for a todo.

@@ -3,6 +3,7 @@
 
 #include "platform/Platform.h"
 
+#include <chrono>
 #include <functional>
 
 namespace kelpa {
@@ -42,6 +43,10 @@ public:
     virtual TextScaleSetting& textScaleOfPortal() = 0;
     virtual ContrastSetting& contrastOfPortal() = 0;
     virtual AccentSetting& accentOfPortal() = 0;
+    /// Returns once the settings of the portal that are watched are known as far as the portal has
+    /// them, at the latest after `limit`. Main thread; runs the event loop meanwhile, without the
+    /// person's input.
+    virtual void awaitSettingsOfPortal(std::chrono::milliseconds limit) = 0;
 };
 
 } // namespace kelpa

@@ -121,6 +121,7 @@ bool EntryWindow::load()
         window(), &QQuickWindow::frameSwapped, this,
         [] { qCDebug(logViews, "the field for a todo is shown"); },
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    Q_EMIT loaded();
     return true;
 }
 

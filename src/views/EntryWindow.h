@@ -42,6 +42,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
+    /// Emitted once, when its view is loaded and has not been shown yet.
+    void loaded();
     /// The field is hidden: its todo has been added, or it was left.
     void closed();
 

@@ -60,15 +60,20 @@ int shownWindowCards(const QQuickItem& item)
 }
 
 /// Logs what the first frame shows, once all items are in place and before they are drawn.
-void logFirstFrame(QQuickWindow& window)
+void logFirstFrame(QQuickWindow& window, const ViewSettings& settings)
 {
     if (!logViews().isDebugEnabled())
         return;
     QObject::connect(
         &window, &QQuickWindow::afterAnimating, &window,
-        [&window] {
+        [&window, &settings] {
             qCDebug(logViews, "first frame shows %d windows",
                     shownWindowCards(*window.contentItem()));
+            const QColor accent = settings.desktopAccent();
+            qCDebug(logViews, "first frame is %s, texts %.2f, accent %s, ground %s",
+                    settings.isDark() ? "dark" : "light", settings.textScale(),
+                    accent.isValid() ? qPrintable(accent.name()) : "none",
+                    qPrintable(window.color().name()));
         },
         static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
 }
@@ -183,6 +188,7 @@ bool ViewEngine::prepare()
     followLanguage();
     m_parts->desktopAppearance = std::make_unique<DesktopAppearance>(
         *settings, m_parts->options.appearance, m_parts->options.isReducingMotion);
+    Q_EMIT prepared();
 
     // The engine's thread waits whenever this one is to prepare the engine for a module.
     loadFonts(*settings, firstBoard(m_parts->controller),
@@ -214,7 +220,7 @@ bool ViewEngine::show()
 {
     if (window() == nullptr && !load())
         return false;
-    logFirstFrame(*window());
+    logFirstFrame(*window(), *viewSettings(engine()));
     connect(
         window(), &QQuickWindow::frameSwapped, this,
         [this] {

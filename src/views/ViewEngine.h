@@ -89,7 +89,7 @@ public:
 
     /// Follows this setting of the desktop from now on, unless the options have fixed its value.
     /// Several settings of motion may be followed: one that asks to reduce it is enough. Called
-    /// after `prepare`; the setting outlives this object.
+    /// after `prepared`; the setting outlives this object.
     void followAppearance(AppearanceSetting& setting);
     void followMotion(MotionSetting& setting);
     void followTextScale(TextScaleSetting& setting);
@@ -120,6 +120,9 @@ public:
     QQuickWindow* window() const;
 
 Q_SIGNALS:
+    /// Emitted once, by `prepare`, before anything is loaded that depends on the desktop's
+    /// settings: settings that are followed from now on are there in time where they come soon.
+    void prepared();
     /// Emitted once, when the board has been drawn for the first time.
     void boardShown();
     /// Whether any of the window is visible has changed, or was reported again.

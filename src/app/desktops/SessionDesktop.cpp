@@ -52,6 +52,11 @@ AccentSetting& SessionDesktop::accentOfPortal()
     return m_services->portal;
 }
 
+void SessionDesktop::awaitSettingsOfPortal(std::chrono::milliseconds limit)
+{
+    m_services->portal.awaitSettings(limit);
+}
+
 Platform SessionDesktop::platformOf(WindowServer& windowServer, Accessibility& actions,
                                     Applications& applications, AbilityReport& abilities)
 {

@@ -5,6 +5,7 @@
 #include "platform/Desktop.h"
 #include "platform/freedesktop/appearance/PortalSettings.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -31,6 +32,7 @@ public:
     TextScaleSetting& textScaleOfPortal() final;
     ContrastSetting& contrastOfPortal() final;
     AccentSetting& accentOfPortal() final;
+    void awaitSettingsOfPortal(std::chrono::milliseconds limit) final;
 
 protected:
     /// `scheduler` outlives this object.

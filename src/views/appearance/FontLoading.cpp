@@ -77,6 +77,22 @@ void layOut(const QString& text, const QFont& font)
         run.boundingRect();
 }
 
+/// False once the scale of texts is another.
+bool loadFontsOfScale(const ViewSettings& settings, double scale, const FirstBoard& board,
+                      const std::function<void()>& between)
+{
+    for (const FirstFont& first : firstFonts(settings, board)) {
+        const QFont font = fontOf(settings, first);
+        for (const QString& text : first.texts) {
+            between();
+            if (settings.textScale() != scale)
+                return false;
+            layOut(text, font);
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 QList<QFont> fontsOfFirstFrame(const ViewSettings& settings, const FirstBoard& board)
@@ -92,12 +108,8 @@ QList<QFont> fontsOfFirstFrame(const ViewSettings& settings, const FirstBoard& b
 void loadFonts(const ViewSettings& settings, const FirstBoard& board,
                const std::function<void()>& between)
 {
-    for (const FirstFont& first : firstFonts(settings, board)) {
-        const QFont font = fontOf(settings, first);
-        for (const QString& text : first.texts) {
-            between();
-            layOut(text, font);
-        }
+    // The desktop may say how large its texts are while this is done.
+    while (!loadFontsOfScale(settings, settings.textScale(), board, between)) {
     }
 }
 

@@ -25,7 +25,8 @@ QList<QFont> fontsOfFirstFrame(const ViewSettings& settings, const FirstBoard& b
 /// Has the toolkit find the fonts that the board shows first, and the letters of its texts in them,
 /// which is a third of the work until the first frame: to be done while the QML engine's thread
 /// reads the views' types, when this thread would only wait. Calls `between` before
-/// each text, every few milliseconds. A font that is missing here is loaded when the views need it.
+/// each text, every few milliseconds, and begins again where that has changed the scale of texts. A
+/// font that is missing here is loaded when the views need it.
 /// Main thread, with an application object.
 void loadFonts(const ViewSettings& settings, const FirstBoard& board,
                const std::function<void()>& between);

@@ -1,5 +1,6 @@
-"""portal.py [--high-contrast] [--large-text] [--accents=#RRGGBB,…]: the part of a desktop's portal that tells of the
-person's settings. It begins light and without animations; the signals USR1 and USR2 make it dark and light again.
+"""portal.py [--dark] [--silent] [--high-contrast] [--large-text] [--accents=#RRGGBB,…]: the part of a desktop's portal
+that tells of the person's settings. It begins light, unless it is dark, and without animations; the signals USR1 and
+USR2 make it dark and light again. A silent one leaves all calls without an answer.
 It has the first of the accent colours, if any; each signal HUP gives it the next, and none after the last."""
 
 import signal
@@ -11,10 +12,9 @@ _NAME = "org.freedesktop.portal.Desktop"
 _PATH = "/org/freedesktop/portal/desktop"
 _INTERFACE = "org.freedesktop.portal.Settings"
 _DESCRIPTION = f"""<node><interface name="{_INTERFACE}">
-  <method name="Read">
-    <arg name="namespace" type="s" direction="in"/>
-    <arg name="key" type="s" direction="in"/>
-    <arg name="value" type="v" direction="out"/>
+  <method name="ReadAll">
+    <arg name="namespaces" type="as" direction="in"/>
+    <arg name="value" type="a{{sa{{sv}}}}" direction="out"/>
   </method>
   <signal name="SettingChanged">
     <arg name="namespace" type="s"/>
@@ -36,7 +36,7 @@ def _accents():
 
 class _Portal:
     def __init__(self):
-        self._values = {_SCHEME: _LIGHT,
+        self._values = {_SCHEME: _DARK if "--dark" in sys.argv else _LIGHT,
                         ("org.gnome.desktop.interface", "enable-animations"): GLib.Variant("b", False),
                         ("org.freedesktop.appearance", "contrast"):
                             GLib.Variant("u", int("--high-contrast" in sys.argv)),
@@ -65,12 +65,14 @@ class _Portal:
         return GLib.SOURCE_CONTINUE
 
     def _answer(self, _connection, _sender, _path, _interface, _method, arguments, invocation):
-        value = self._values.get(arguments.unpack())
-        if value is None:
-            invocation.return_dbus_error("org.freedesktop.portal.Error.NotFound", "no such setting")
-        else:
-            # The method's own answer has always been wrapped twice.
-            invocation.return_value(GLib.Variant("(v)", (GLib.Variant("v", value),)))
+        if "--silent" in sys.argv:
+            return
+        wanted, = arguments.unpack()
+        found = {}
+        for (namespace, key), value in self._values.items():
+            if namespace in wanted:
+                found.setdefault(namespace, {})[key] = value
+        invocation.return_value(GLib.Variant("(a{sa{sv}})", (found,)))
 
 
 def main():
