@@ -14,10 +14,9 @@ _NAME = "org.freedesktop.portal.Desktop"
 _PATH = "/org/freedesktop/portal/desktop"
 _INTERFACE = "org.freedesktop.portal.Settings"
 _DESCRIPTION = f"""<node><interface name="{_INTERFACE}">
-  <method name="Read">
-    <arg name="namespace" type="s" direction="in"/>
-    <arg name="key" type="s" direction="in"/>
-    <arg name="value" type="v" direction="out"/>
+  <method name="ReadAll">
+    <arg name="namespaces" type="as" direction="in"/>
+    <arg name="value" type="a{{sa{{sv}}}}" direction="out"/>
   </method>
   <signal name="SettingChanged">
     <arg name="namespace" type="s"/>
@@ -50,25 +49,24 @@ class _Portal:
                                              GLib.Variant("(ssv)", (*key, value)))
         return GLib.SOURCE_CONTINUE
 
-    def _value(self, space, key):
+    def _read(self):
         file = configparser.ConfigParser(interpolation=None)
         file.optionxform = str
         file.read(self._path, encoding="utf-8")
-        if (space, key) == _SCHEME:
-            ground = file.get("Colors:Window", "BackgroundNormal", fallback="255")
-            return GLib.Variant("u", _DARK if int(ground.split(",")[0]) < 128 else _LIGHT)
-        if not space.startswith(_OF_KDE):
-            return None
-        text = file.get(space.removeprefix(_OF_KDE), key, fallback=None)
-        return None if text is None else GLib.Variant("s", text)
+        ground = file.get("Colors:Window", "BackgroundNormal", fallback="255")
+        found = {_OF_KDE + group: {key: GLib.Variant("s", text) for key, text in file.items(group)}
+                 for group in file.sections()}
+        scheme_space, scheme_key = _SCHEME
+        found[scheme_space] = {scheme_key: GLib.Variant("u", _DARK if int(ground.split(",")[0]) < 128 else _LIGHT)}
+        return found
+
+    def _value(self, space, key):
+        return self._read().get(space, {}).get(key)
 
     def _answer(self, _connection, _sender, _path, _interface, _method, arguments, invocation):
-        value = self._value(*arguments.unpack())
-        if value is None:
-            invocation.return_dbus_error("org.freedesktop.portal.Error.NotFound", "no such setting")
-        else:
-            # The method's own answer has always been wrapped twice.
-            invocation.return_value(GLib.Variant("(v)", (GLib.Variant("v", value),)))
+        wanted, = arguments.unpack()
+        found = {space: values for space, values in self._read().items() if space in wanted}
+        invocation.return_value(GLib.Variant("(a{sa{sv}})", (found,)))
 
 
 def main():

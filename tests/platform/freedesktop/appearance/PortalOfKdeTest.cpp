@@ -87,7 +87,7 @@ TEST_F(PortalOfKde, The_font_counts_before_the_scale_of_other_desktops_which_cou
     portal.set(font, fontOf("12"));
     const auto watch = watchScale(settings);
     EXPECT_TRUE(hears(Scales{1.2}));
-    ASSERT_TRUE(isAsked(2));
+    ASSERT_TRUE(isAsked(1));
     portal.set(factor, 1.5);
     portal.set(font, fontOf("15"));
     portal.set(font, fontOf("14"));
