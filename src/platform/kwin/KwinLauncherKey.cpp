@@ -47,18 +47,20 @@ bool isSincePlasma6(std::string_view supportInformation)
 
 std::optional<bool> KwinLauncherKey::isHeard(const std::string& kwin)
 {
-    constexpr std::chrono::seconds askInterval{2};
-    const auto now = std::chrono::steady_clock::now();
+    constexpr std::chrono::milliseconds askInterval{2'000};
+    // While it is unknown: a KWin that is silent about it holds each pass that asks.
+    constexpr std::chrono::milliseconds firstInterval{500};
     if (m_kwin != kwin) {
         m_kwin = kwin;
         m_isSincePlasma6.reset();
         m_isHeard.reset();
         m_isStale = true;
     }
-    if (!m_isStale.exchange(false) && m_isHeard && now - m_askedAt < askInterval)
+    const std::chrono::milliseconds interval = m_isHeard ? askInterval : firstInterval;
+    if (!m_isStale.exchange(false) && std::chrono::steady_clock::now() - m_askedAt < interval)
         return m_isHeard;
-    m_askedAt = now;
     const std::optional<bool> isHeard = readHeard();
+    m_askedAt = std::chrono::steady_clock::now();
     if (isHeard && isHeard != m_isHeard) {
         qCDebug(logKwin, "taps of the launcher's key are %s", *isHeard ? "heard" : "not heard");
         m_isHeard = isHeard;

@@ -33,8 +33,8 @@ public:
 
     /// Whether the taps are reported while KWin is that connection: Plasma's shell is there, and
     /// the key is among those of its launcher, as KGlobalAccel says. Nobody reports when that
-    /// changes, so it asks again every few seconds, and each time until it knows. As before where
-    /// there is no reply; absent until there was one.
+    /// changes, so it asks again every few seconds, sooner until it knows. As before where there is
+    /// no reply; absent until there was one.
     std::optional<bool> isHeard(const std::string& kwin);
 
 private:
