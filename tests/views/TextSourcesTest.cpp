@@ -183,7 +183,7 @@ constexpr auto namedExceptions = std::to_array<NamedException>({
     {u"^src/platform/freedesktop/\\w+/SessionBusStandIn\\.cpp$",
      u"^There is no answer while the session bus is silent$"},
     {u"^src/platform/freedesktop/\\w+/(PortalSettings|SettingsPortal)\\.cpp$",
-     u"^(Read|SettingChanged|AnimationDurationFactor|AccentColor)$"},
+     u"^(Read(All)?|SettingChanged|AnimationDurationFactor|AccentColor)$"},
     // Groups and keys of desktop entries and icon themes, and how a picture's file begins.
     {u"^src/platform/freedesktop/\\w+/DesktopEntryFile\\.cpp$",
      u"^(Terminal|Icon|Exec|Desktop (Entry|Action new-window))$"},
