@@ -332,7 +332,7 @@ void WindowStore::Parts::publishToast()
         else if (const auto* const forgotten = std::get_if<ForgottenWindows>(&*text))
             message = KelpaCopy::windowsAreForgotten(forgotten->count, state.language);
         else if (const auto* const deleted = std::get_if<DeletedTodos>(&*text))
-            message = KelpaCopy::todosAreDeleted(deleted->count, state.language);
+            message = KelpaCopy::completedTodosAreDeleted(deleted->count, state.language);
         else if (const auto* const trouble = std::get_if<ReopeningTrouble>(&*text))
             message = reopeningText(*trouble, state.language);
         else

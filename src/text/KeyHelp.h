@@ -38,7 +38,7 @@ QString helpKeys(AppLanguage language);
 QString quitKeys(AppLanguage language);
 QString renameKeys(AppLanguage language);
 QString deleteTodoKeys(AppLanguage language);
-/// Those that move the selected goal or the focused todo by one place.
+/// Those that move the selected goal, or the todo whose row has the keyboard, by one place.
 QString moveLeftKeys(AppLanguage language);
 QString moveRightKeys(AppLanguage language);
 QString moveUpKeys(AppLanguage language);

@@ -6,15 +6,19 @@ namespace kelpa::KelpaCopy {
 
 namespace {
 
-constexpr Frames todoIsDeletedFrames({u"已删除 ", u" 个待办"}, {u"", u" todo deleted"},
-                                     {u"タスクを", u"件削除しました"},
-                                     {u"할 일 ", u"개를 삭제했습니다"}, {u"", u" tâche supprimée"},
-                                     {u"", u" Aufgabe gelöscht"});
+constexpr Frames completedTodoIsDeletedFrames({u"已删除 ", u" 个已完成的待办"},
+                                              {u"", u" completed todo deleted"},
+                                              {u"完了したタスクを", u"件削除しました"},
+                                              {u"완료한 할 일 ", u"개를 삭제했습니다"},
+                                              {u"", u" tâche terminée supprimée"},
+                                              {u"", u" erledigte Aufgabe gelöscht"});
 
-constexpr Frames todosAreDeletedFrames({u"已删除 ", u" 个待办"}, {u"", u" todos deleted"},
-                                       {u"タスクを", u"件削除しました"},
-                                       {u"할 일 ", u"개를 삭제했습니다"},
-                                       {u"", u" tâches supprimées"}, {u"", u" Aufgaben gelöscht"});
+constexpr Frames completedTodosAreDeletedFrames({u"已删除 ", u" 个已完成的待办"},
+                                                {u"", u" completed todos deleted"},
+                                                {u"完了したタスクを", u"件削除しました"},
+                                                {u"완료한 할 일 ", u"개를 삭제했습니다"},
+                                                {u"", u" tâches terminées supprimées"},
+                                                {u"", u" erledigte Aufgaben gelöscht"});
 
 constexpr Frames oneCompletedFrames({u"已完成 ", u" 项"}, {u"", u" completed"}, {u"完了", u"件"},
                                     {u"완료 ", u"개"}, {u"", u" terminée"}, {u"", u" erledigt"});
@@ -29,9 +33,9 @@ QString counted(const Frames& one, const Frames& several, qsizetype count, AppLa
 
 } // namespace
 
-QString todosAreDeleted(qsizetype count, AppLanguage language)
+QString completedTodosAreDeleted(qsizetype count, AppLanguage language)
 {
-    return counted(todoIsDeletedFrames, todosAreDeletedFrames, count, language);
+    return counted(completedTodoIsDeletedFrames, completedTodosAreDeletedFrames, count, language);
 }
 
 QString completedTodoCount(qsizetype count, AppLanguage language)

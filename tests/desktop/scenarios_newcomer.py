@@ -156,7 +156,7 @@ def completed_todos_are_deleted_at_once_and_come_back(desktop, binary):
                        lambda: kelpa.choose_in_todo_menu("Taxes", "File", _DELETE_COMPLETED)):
             choose()
             kelpa.wait_for_todos("Taxes", [("Pay", TODO)])
-            assert kelpa.board.has_text("2 todos deleted")
+            assert kelpa.board.has_text("2 completed todos deleted")
             kelpa.click(lambda: kelpa.board.button("Undo"), "the button of the toast")
             kelpa.wait_for_todos("Taxes", before)
         assert _stored(path, kelpa) == [("Ask the bank", COMPLETED), ("Pay", TODO), ("File", COMPLETED)]

@@ -46,7 +46,7 @@ TEST_F(CompletedTodos, They_go_from_their_list_alone_in_one_step_that_undo_takes
     EXPECT_EQ(titles(b), QStringList{QStringLiteral("elsewhere")});
     EXPECT_EQ(titles(std::nullopt), QStringList{QStringLiteral("nowhere")});
     EXPECT_EQ(takeWriteCount(), 1);
-    EXPECT_EQ(store().toastMessage(), QStringLiteral("2 todos deleted"));
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("2 completed todos deleted"));
     EXPECT_TRUE(store().toastOffersUndo());
 
     store().undo();
@@ -56,7 +56,7 @@ TEST_F(CompletedTodos, They_go_from_their_list_alone_in_one_step_that_undo_takes
 
     store().deleteCompletedTodos(std::nullopt);
     EXPECT_EQ(titles(std::nullopt), QStringList());
-    EXPECT_EQ(store().toastMessage(), QStringLiteral("1 todo deleted"));
+    EXPECT_EQ(store().toastMessage(), QStringLiteral("1 completed todo deleted"));
     EXPECT_TRUE(store().toastOffersUndo());
 }
 

@@ -44,13 +44,14 @@ TEST(CountedTexts, One_is_in_the_singular)
 
 TEST(CountedTexts, Deleted_and_completed_todos_are_one_or_several)
 {
-    EXPECT_EQ(inEachLanguage(KelpaCopy::todosAreDeleted, 1),
-              listed({u"已删除 1 个待办", u"1 todo deleted", u"タスクを1件削除しました",
-                      u"할 일 1개를 삭제했습니다", u"1 tâche supprimée", u"1 Aufgabe gelöscht"}));
-    EXPECT_EQ(
-        inEachLanguage(KelpaCopy::todosAreDeleted, 3),
-        listed({u"已删除 3 个待办", u"3 todos deleted", u"タスクを3件削除しました",
-                u"할 일 3개를 삭제했습니다", u"3 tâches supprimées", u"3 Aufgaben gelöscht"}));
+    EXPECT_EQ(inEachLanguage(KelpaCopy::completedTodosAreDeleted, 1),
+              listed({u"已删除 1 个已完成的待办", u"1 completed todo deleted",
+                      u"完了したタスクを1件削除しました", u"완료한 할 일 1개를 삭제했습니다",
+                      u"1 tâche terminée supprimée", u"1 erledigte Aufgabe gelöscht"}));
+    EXPECT_EQ(inEachLanguage(KelpaCopy::completedTodosAreDeleted, 3),
+              listed({u"已删除 3 个已完成的待办", u"3 completed todos deleted",
+                      u"完了したタスクを3件削除しました", u"완료한 할 일 3개를 삭제했습니다",
+                      u"3 tâches terminées supprimées", u"3 erledigte Aufgaben gelöscht"}));
     EXPECT_EQ(inEachLanguage(KelpaCopy::completedTodoCount, 1),
               listed({u"已完成 1 项", u"1 completed", u"完了1件", u"완료 1개", u"1 terminée",
                       u"1 erledigt"}));

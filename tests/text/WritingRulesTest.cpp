@@ -43,7 +43,8 @@ QStringList allTexts(AppLanguage language)
           << KelpaCopy::documentIsGone(title, language)
           << KelpaCopy::hasNoNewWindow(title, language) << KelpaCopy::closedWindows(7, language)
           << KelpaCopy::numberedDesktop(7, language) << KelpaCopy::absentDesktop(7, language)
-          << KelpaCopy::pinnedTo(title, language) << KelpaCopy::todosAreDeleted(7, language)
+          << KelpaCopy::pinnedTo(title, language)
+          << KelpaCopy::completedTodosAreDeleted(7, language)
           << KelpaCopy::completedTodoCount(7, language);
     for (const TodoStatus status : {TodoStatus::todo, TodoStatus::ing, TodoStatus::completed}) {
         texts << KelpaCopy::statusName(status, language) << KelpaCopy::statusHelp(status, language)
