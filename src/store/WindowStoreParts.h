@@ -22,6 +22,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace kelpa {
 
@@ -70,6 +71,9 @@ struct WindowStore::Parts
     std::optional<int> reachablePin(GoalID goalID) const;
     /// A pass found the desktops of `discovered`. No step: the pins mean the same ones as before.
     void takeDesktops(const WindowDiscoveryBatch& discovered);
+    /// The entry of the desktops that the pins mean, for a write that follows; none where that is
+    /// stored already.
+    std::vector<SettingsEntry> takeChangedLinks();
     /// Sends the windows that are due to the desktops of their goals.
     void sendToPins();
     /// The desktop captures windows, and Kelpa may let it.

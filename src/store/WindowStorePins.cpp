@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace kelpa {
 
@@ -31,11 +32,17 @@ void WindowStore::Parts::takeDesktops(const WindowDiscoveryBatch& discovered)
     if (store.pins() != before)
         state.markChanged(Field::pins);
     // They are there when Kelpa is started again in the same login.
+    if (const std::vector<SettingsEntry> links = takeChangedLinks(); !links.empty())
+        saver.write(links);
+}
+
+std::vector<SettingsEntry> WindowStore::Parts::takeChangedLinks()
+{
     DesktopLinks links = state.pinnedDesktops.linksOf(state.pins);
     if (links == storedLinks)
-        return;
+        return {};
     storedLinks = std::move(links);
-    saver.write({{desktopLinksKey, encodeDesktopLinks(storedLinks)}});
+    return {{desktopLinksKey, encodeDesktopLinks(storedLinks)}};
 }
 
 void WindowStore::Parts::sendToPins()
@@ -65,7 +72,11 @@ void WindowStore::pinGoal(GoalID goalID, std::optional<int> desktop)
         // Also where that pin is there already: it gathers what has strayed.
         m_state.markChanged(Field::pins);
     }
-    if (pinOf(goalID) == desktop)
+    // The number that is stored may be another one than that which its desktop has now.
+    const auto stored = m_state.pins.constFind(goalID);
+    const bool isStored = desktop ? stored != m_state.pins.constEnd() && *stored == *desktop
+                                  : stored == m_state.pins.constEnd();
+    if (isStored && pinOf(goalID) == desktop)
         return;
     if (desktop) {
         m_state.pinnedDesktops.choose(goalID, *desktop);
@@ -74,7 +85,8 @@ void WindowStore::pinGoal(GoalID goalID, std::optional<int> desktop)
         m_state.pins.remove(goalID);
     }
     m_state.markChanged(Field::pins);
-    m_parts->steps.saveStep();
+    // In one write: a pin means another desktop by a link of an earlier choice.
+    m_parts->steps.saveStep(m_parts->takeChangedLinks());
 }
 
 bool WindowStore::hasWorkplace(GoalID goalID) const

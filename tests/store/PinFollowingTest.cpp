@@ -106,7 +106,7 @@ TEST_F(PinFollowing, Choosing_a_number_means_the_desktop_that_has_it_now)
     setDesktop(2, 1);
     store().refresh();
     store().pinGoal(goalID, 2);
-    EXPECT_EQ(takeWriteCount(), 0);
+    EXPECT_EQ(takeWriteCount(), 1) << "the number that was chosen is stored";
     EXPECT_EQ(takeRequests(), QStringList{QStringLiteral("send to 2: 2")}) << "gathered";
     store().pinGoal(goalID, 3);
     EXPECT_EQ(store().pinOf(goalID), 3);
@@ -199,6 +199,39 @@ TEST_F(PinFollowing, Links_that_are_for_another_pin_or_do_not_decode_count_as_no
         EXPECT_EQ(settings.document(desktopLinksKey),
                   encodeDesktopLinks({{pinned, {.pin = 3, .desktop = 13}}}));
     }
+}
+
+TEST_F(PinFollowing, A_choice_of_the_same_number_is_stored_at_once_with_its_desktop)
+{
+    openPinned(3);
+    removeSecond();
+    takeWriteCount();
+    store().pinGoal(goalID, 3);
+    EXPECT_EQ(takeWriteCount(), 1);
+    EXPECT_EQ(settings.document(desktopLinksKey),
+              encodeDesktopLinks({{goalID, {.pin = 3, .desktop = 14}}}));
+    // No pass comes between.
+    restartedStore();
+    store().refresh();
+    EXPECT_EQ(store().pinOf(goalID), 3);
+}
+
+TEST_F(PinFollowing, Choosing_the_number_that_shows_stores_it_as_a_step)
+{
+    openPinned(3);
+    removeSecond();
+    store().pinGoal(goalID, 2);
+    EXPECT_EQ(settings.document(goalPinsKey), encodeGoalPins({{goalID, 2}}));
+    EXPECT_EQ(settings.document(desktopLinksKey),
+              encodeDesktopLinks({{goalID, {.pin = 2, .desktop = 13}}}));
+    takeWriteCount();
+    store().pinGoal(goalID, 2);
+    EXPECT_EQ(takeWriteCount(), 0) << "it is stored already";
+    store().undo();
+    EXPECT_EQ(store().pinOf(goalID), 2) << "the same desktop";
+    EXPECT_EQ(settings.document(goalPinsKey), encodeGoalPins({{goalID, 3}}));
+    store().undo();
+    EXPECT_EQ(store().pinOf(goalID), std::nullopt) << "the step before is that of the first pin";
 }
 
 TEST_F(PinFollowing, The_board_stores_the_number_that_was_chosen)
