@@ -19,11 +19,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const QString colorScheme = QStringLiteral("org.freedesktop.appearance/color-scheme");
-const QString contrast = QStringLiteral("org.freedesktop.appearance/contrast");
-const QString textScale = QStringLiteral("org.gnome.desktop.interface/text-scaling-factor");
-const QString animations = QStringLiteral("org.gnome.desktop.interface/enable-animations");
-
 class PortalStart : public testing::Test
 {
 protected:
@@ -46,6 +41,10 @@ protected:
         return std::chrono::milliseconds(timer.elapsed());
     }
 
+    const QString colorScheme = QStringLiteral("org.freedesktop.appearance/color-scheme");
+    const QString contrast = QStringLiteral("org.freedesktop.appearance/contrast");
+    const QString textScale = QStringLiteral("org.gnome.desktop.interface/text-scaling-factor");
+    const QString animations = QStringLiteral("org.gnome.desktop.interface/enable-animations");
     QtScheduler scheduler;
     PortalSettings settings{scheduler};
     std::optional<Appearance> scheme;
