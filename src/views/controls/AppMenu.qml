@@ -20,7 +20,8 @@ T.Menu {
     property real itemsHeight: 0
 
     /// The item below everything that the window opens over its content; absent in a plain view.
-    readonly property Item shownBelow: root.contentItem.T.ApplicationWindow.contentItem
+    /// A closed menu is itself in no window.
+    readonly property Item shownBelow: root.parent?.T.ApplicationWindow.contentItem ?? null
 
     implicitWidth: Math.min(Theme.grown(360), Math.max(Theme.grown(180), contentItem.implicitWidth + leftPadding
                                                + rightPadding))
@@ -61,7 +62,7 @@ T.Menu {
     // The toolkit returns the keyboard only when the window has it.
     onClosed: {
         const below = root.sheetAround() ?? root.shownBelow;
-        if (!root.contentItem.Window.active && below !== null)
+        if (!(root.parent?.Window.active ?? false) && below !== null)
             below.focus = true;
     }
     background: FloatingGround {
