@@ -73,8 +73,11 @@ T.Menu {
         target: root.contentItem.Window.window
         enabled: root.opened
 
+        // An assistive program may open a menu before the toolkit knows that the window has the
+        // keyboard. The attached property still has the former value here.
         function onActiveChanged(): void {
-            root.close();
+            if (!root.contentItem.Window.window.active)
+                root.close();
         }
         function onWidthChanged(): void {
             root.close();
