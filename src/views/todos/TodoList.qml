@@ -162,7 +162,7 @@ Item {
     AppText {
         id: empty
 
-        width: parent.width - (root.listModel.onlyCompletedCount > 0 ? completed.width : 0)
+        width: parent.width - (completed.item?.width ?? 0)
         height: visible ? Theme.todoHeight : 0
         leftPadding: Theme.columnTextX - Theme.small
         text: ViewSettings.copy.text(CopyKey.NoTodosYet)
@@ -173,19 +173,22 @@ Item {
         Accessible.name: text
     }
     // They are kept, although the card of the goal shows none of them.
-    AppText {
+    OptionalItem {
         id: completed
 
-        anchors.right: parent.right
-        height: visible ? Theme.todoHeight : 0
-        rightPadding: Theme.small
-        text: ViewSettings.copy.completedTodoCount(root.listModel.onlyCompletedCount)
-        font: Theme.caption
-        color: Theme.secondaryText
-        visible: root.listModel.onlyCompletedCount > 0
-        Accessible.ignored: !visible
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
+        isWanted: root.listModel.onlyCompletedCount > 0
+
+        AppText {
+            anchors.right: root.right
+            anchors.baseline: empty.baseline
+            height: Theme.todoHeight
+            rightPadding: Theme.small
+            text: ViewSettings.copy.completedTodoCount(root.listModel.onlyCompletedCount)
+            font: Theme.caption
+            color: Theme.secondaryText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
     }
     Repeater {
         id: editors

@@ -168,7 +168,8 @@ Item {
             verify(none.mapToItem(first, none.width, 0).x <= left);
             verify(left + some.width <= first.width);
             verify(!none.truncated && !some.truncated);
-            compare(some.mapToItem(first, 0, some.height / 2).y, none.mapToItem(first, 0, none.height / 2).y);
+            compare(some.mapToItem(first, 0, some.baselineOffset).y,
+                    none.mapToItem(first, 0, none.baselineOffset).y);
             world.addTodo("C", "First");
             tryVerify(() => !isSaid("2 completed"));
         }
