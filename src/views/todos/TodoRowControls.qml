@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Kelpa.Todos
 
 /// All of a todo's row that reacts to the pointer and to keys, above what the row shows.
 Item {
