@@ -11,7 +11,7 @@ import processes
 import settings
 from front import await_front, await_monitor, start_kelpa
 from kelpa import Kelpa
-from processes import wait_until
+from processes import thread_names, wait_until
 from typists import Typing
 
 
@@ -151,12 +151,7 @@ def a_signal_ends_a_start_that_waits_for_a_first_that_hangs(desktop, binary):
     try:
         for number in (signal.SIGINT, signal.SIGTERM):
             again = desktop.start(binary, "--show", "--settings", path)
-
-            def has_asked():
-                tasks = pathlib.Path(f"/proc/{again.pid}/task")
-                return any((task / "comm").read_text().strip() == "gdbus" for task in tasks.iterdir())
-
-            wait_until("the second start has asked the first", has_asked)
+            wait_until("the second start has asked the first", lambda: "gdbus" in thread_names(again.pid))
             again.send_signal(number)
             # Sooner than it would give up by itself.
             status = again.wait(timeout=3)

@@ -26,6 +26,15 @@ def wait_until(what, condition, seconds=30.0, pause=0.05):
         time.sleep(pause)
 
 
+def thread_names(pid):
+    """The names of the threads of the process; one that ends meanwhile has none."""
+    names = set()
+    for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
+        with contextlib.suppress(FileNotFoundError, ProcessLookupError):
+            names.add((task / "comm").read_text().strip())
+    return names
+
+
 def adopt_orphans():
     """Makes this process the parent of what its programs leave behind, so that it can end it."""
     _libc.prctl(_PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
