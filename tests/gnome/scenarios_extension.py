@@ -28,17 +28,23 @@ def _refusal(call, *arguments):
     return None
 
 
+def _await_focus(desktop, title):
+    """Until a new window has the focus that the Shell gives it, which on X11 may be after it is shown."""
+    number = desktop.wait_for_window(title).number
+    wait_until(f"{title} has the focus", lambda: desktop.active_window() == number)
+
+
 @on_desktop(has_xwayland=True)
 def windows_are_told_with_what_the_shell_knows_of_them(desktop, _program):
     caller = Caller(desktop.bus)
     assert caller.version() == 4
     foot = desktop.start_foot("On Wayland")
     desktop.start("xterm", "-T", "On X11", "-e", "cat")
-    desktop.wait_for_window("On X11")
+    _await_focus(desktop, "On X11")
     plain = PlainWindows()
     title = "Täglich \u202e\U0001f600 <b>&amp;"
     plain.open(title.encode(), b"no.such.entry")
-    desktop.wait_for_window("Täglich")
+    _await_focus(desktop, "Täglich")
     desktop.activate(desktop.wait_for_window("On Wayland"))
     row = caller.row("On Wayland")
     wait_until("the terminal has the focus",
