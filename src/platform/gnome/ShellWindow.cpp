@@ -181,7 +181,7 @@ ShellWorkspaces workspacesIn(GVariant* list)
             workspaces.ids.append(id);
     }
     if (workspaces.ids.size() != workspaces.names.size())
-        workspaces.ids.clear();
+        workspaces.ids = {};
     return workspaces;
 }
 
