@@ -1,9 +1,10 @@
 """gnome_frames.py FOLDER [KELPA]: how GNOME Shell draws while 200 windows are open, or KELPA_BENCH_WINDOWS, one
-of which changes a hundred times a second: alone, and with somebody who looks on. That is the program KELPA with
-its board in front or, without it, a caller of the extension that lists at every change and wants pictures of all
-windows without a pause. Prints for each the time from one frame to the next, in milliseconds, the part of a
-processor that the Shell takes, that which KELPA takes, and what the Shell does for who looks on; run it
-while nothing else runs."""
+of which changes a hundred times a second: alone, and with somebody who looks on. That is the program KELPA,
+with its board behind the window that changes, after a window of the board's size that draws as often, without
+and with an alpha channel. Without KELPA it is a caller of the extension that lists at every change, and one
+that wants pictures of all windows without a pause besides. Prints for each the time from one frame to the
+next, in milliseconds, the part of a processor that the Shell takes, that which KELPA takes, and what the
+Shell does for who looks on; run it while nothing else runs."""
 
 import importlib
 import os
@@ -91,10 +92,33 @@ def measure(desktop, program):
     plain.end()
 
 
+def _measure_window(what, desktop, has_alpha):
+    """A window as large as the board that draws four times a second, as the board does, and nobody who looks on."""
+    from plain_windows import PlainWindows
+
+    plain = PlainWindows(1600, 968, has_alpha)
+    window = plain.open(b"As large as the board")
+    desktop.wait_for_window("As large as the board")
+    desktop.activate(desktop.wait_for_window("Drawing"))
+    # Until the Shell is at rest again.
+    time.sleep(5)
+
+    def draw():
+        plain.paint(window, 0xFFEAECEF)
+        time.sleep(0.25)
+
+    _measure(what, desktop, draw)
+    plain.close(window)
+    plain.settle()
+    plain.end()
+
+
 def _measure_kelpa(desktop, program):
     import settings
     from kelpa import Kelpa
 
+    _measure_window("with an opaque window behind it", desktop, has_alpha=False)
+    _measure_window("with a window with an alpha channel behind it", desktop, has_alpha=True)
     path = desktop.directory / "board.sqlite"
     settings.write(path, is_unsorted_unfolded=True)
     with Kelpa(desktop, program, path) as kelpa:
@@ -112,18 +136,23 @@ def _measure_caller(desktop):
     caller = Caller(desktop.bus)
     rows, taken = caller.list(), 0
 
-    def look():
-        nonlocal rows, taken
+    def follow():
+        nonlocal rows
         caller.spin(0.02)
         if caller.signals:
             caller.signals.clear()
             rows = caller.list()
+
+    def look():
+        nonlocal taken
+        follow()
         try:
             caller.picture(rows[taken % len(rows)]["id"], 256, 144, 0)
             taken += 1
         except Refused:
             pass
 
+    _measure("with a caller that lists alone", desktop, follow)
     _measure("with a caller that never pauses", desktop, look)
 
 

@@ -2,6 +2,7 @@
 of the release that it was made on. It has to be activated by the session bus, to start and show its board, and to leave nothing behind when it
 is removed."""
 
+import json
 import pathlib
 import shutil
 import subprocess
@@ -130,6 +131,16 @@ def _check_searches(clean):
             raise AssertionError(f"{path} does not name Kelpa")
 
 
+_EXTENSION = "usr/share/gnome-shell/extensions/windows@kelpa.org"
+
+
+def _check_extension(clean):
+    """GNOME Shell finds the extension for everybody, and it answers the program of the package."""
+    metadata = json.loads((clean.path / _EXTENSION / "metadata.json").read_text(encoding="utf-8"))
+    if metadata["program"] != "/usr/bin/kelpa" or not metadata["shell-version"]:
+        raise AssertionError(f"the extension of GNOME Shell is not for the package: {metadata}")
+
+
 def _try_out(clean, directory):
     """Starts Kelpa in `clean` in every way that there is; returns a picture of its board."""
     log, picture = directory / "kelpa.log", directory / "board.png"
@@ -168,8 +179,12 @@ def main():
             if version != f"kelpa {_field(package, 'Version')}":
                 raise AssertionError(f"it says that it is {version!r}")
             _check_searches(clean)
+            _check_extension(clean)
             picture = _try_out(clean, directory)
             done(f"installed and started, {picture}")
+            # It has no settings of its own that only a purge would remove.
+            clean.run("dpkg", "--remove", "kelpa")
+        with clean.unchanged_by("Purging the package"):
             clean.run("dpkg", "--purge", "kelpa")
         done("removed without a trace")
     return 0

@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::int64_t version = 1;
 
+constexpr const char* pinsKey = "pins";
+constexpr const char* linksKey = "links";
+
 /// Expected sizes of a record.
 constexpr qsizetype bytesPerPin = 48;
 constexpr qsizetype bytesPerLink = 96;
@@ -70,19 +73,21 @@ std::optional<QHash<GoalID, Value>> decodedByGoal(const QByteArray& json, const 
     return values;
 }
 
-} // namespace
-
-QByteArray encodeGoalPins(const GoalPins& pins)
+/// The other way; `write` writes one value.
+template <class Value>
+QByteArray encodedByGoal(const QHash<GoalID, Value>& values, const char* key,
+                         qsizetype expectedBytes, void (*write)(JsonText&, const Value&))
 {
-    const QList<GoalID> goals = sortedGoals(pins);
-    JsonText json((goals.size() + 1) * bytesPerPin);
+    JsonText json((values.size() + 1) * expectedBytes);
     json.raw(R"({"version":)");
     json.integer(version);
-    json.raw(R"(,"pins":{)");
-    for (const GoalID goalID : goals) {
+    json.raw(R"(,")");
+    json.raw(key);
+    json.raw(R"(":{)");
+    for (const GoalID goalID : sortedGoals(values)) {
         json.uuid(goalID.value);
         json.raw(":");
-        json.integer(pins.value(goalID));
+        write(json, values.value(goalID));
         json.raw(",");
     }
     json.close('}');
@@ -90,36 +95,41 @@ QByteArray encodeGoalPins(const GoalPins& pins)
     return json.take();
 }
 
+void writeDesktop(JsonText& json, const int& desktop)
+{
+    json.integer(desktop);
+}
+
+void writeLink(JsonText& json, const DesktopLink& link)
+{
+    json.raw(R"({"pin":)");
+    json.integer(link.pin);
+    json.raw(R"(,"desktop":)");
+    // JSON's integers have a sign; the greatest identities are stored as negative numbers.
+    json.integer(static_cast<std::int64_t>(link.desktop));
+    json.raw("}");
+}
+
+} // namespace
+
+QByteArray encodeGoalPins(const GoalPins& pins)
+{
+    return encodedByGoal(pins, pinsKey, bytesPerPin, writeDesktop);
+}
+
 std::optional<GoalPins> decodeGoalPins(const QByteArray& json)
 {
-    return decodedByGoal(json, "pins", toDesktop);
+    return decodedByGoal(json, pinsKey, toDesktop);
 }
 
 QByteArray encodeDesktopLinks(const DesktopLinks& links)
 {
-    const QList<GoalID> goals = sortedGoals(links);
-    JsonText json((goals.size() + 1) * bytesPerLink);
-    json.raw(R"({"version":)");
-    json.integer(version);
-    json.raw(R"(,"links":{)");
-    for (const GoalID goalID : goals) {
-        const DesktopLink link = links.value(goalID);
-        json.uuid(goalID.value);
-        json.raw(R"(:{"pin":)");
-        json.integer(link.pin);
-        json.raw(R"(,"desktop":)");
-        // JSON's integers have a sign; the greatest identities are stored as negative numbers.
-        json.integer(static_cast<std::int64_t>(link.desktop));
-        json.raw("},");
-    }
-    json.close('}');
-    json.raw("}");
-    return json.take();
+    return encodedByGoal(links, linksKey, bytesPerLink, writeLink);
 }
 
 std::optional<DesktopLinks> decodeDesktopLinks(const QByteArray& json)
 {
-    return decodedByGoal(json, "links", toLink);
+    return decodedByGoal(json, linksKey, toLink);
 }
 
 } // namespace kelpa

@@ -23,6 +23,17 @@ inline constexpr int mostVirtualDesktops = 100;
 using DesktopID = std::uint64_t;
 using DesktopIDs = QList<DesktopID>;
 
+/// A virtual desktop to act on.
+struct NumberedDesktop
+{
+    /// From 1, as the desktop was listed last.
+    int number = 0;
+    /// Where the list had one it decides, since the number may be another one's by now.
+    std::optional<DesktopID> id{};
+
+    friend bool operator==(const NumberedDesktop&, const NumberedDesktop&) = default;
+};
+
 /// Which desktop the pin of a goal means.
 struct DesktopLink
 {

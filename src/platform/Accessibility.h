@@ -1,6 +1,7 @@
 // Reads the windows of other applications and acts on them.
 #pragma once
 
+#include "model/GoalPins.h"
 #include "platform/DiscoverySource.h"
 #include "platform/Obstacle.h"
 
@@ -36,9 +37,9 @@ public:
     /// Closes it as a click on its close button does: its application may ask whether to save, or
     /// refuse.
     virtual void requestClose() = 0;
-    /// Sends it to the virtual desktop with that number, from 1, and leaves the present one shown.
-    /// Where `DesktopAbility::virtualDesktops` is missing, nothing requests it.
-    virtual void requestVirtualDesktop(int /*number*/) {}
+    /// Sends it to the virtual desktop, if that is there, and leaves the present one shown. Where
+    /// `DesktopAbility::virtualDesktops` is missing, nothing requests it.
+    virtual void requestVirtualDesktop(const NumberedDesktop& /*desktop*/) {}
 };
 
 using AccessibilityElements = std::vector<std::unique_ptr<AccessibilityElement>>;
@@ -64,9 +65,9 @@ public:
     /// the main one; may take as long as the window server does.
     virtual std::optional<AccessibilityElements> elements(ProcessID process) = 0;
 
-    /// Shows the virtual desktop with that number, from 1, unless it is the present one. Any thread
-    /// but the main one. Where `DesktopAbility::virtualDesktops` is missing, nothing requests it.
-    virtual void showVirtualDesktop(int /*number*/) {}
+    /// Shows the virtual desktop, if it is there and not the present one. Any thread but the main
+    /// one. Where `DesktopAbility::virtualDesktops` is missing, nothing requests it.
+    virtual void showVirtualDesktop(const NumberedDesktop& /*desktop*/) {}
 
     /// As `elements`, for several processes, in one request where the window server allows that.
     /// Those that cannot be read have none.

@@ -40,6 +40,11 @@ public:
     /// returns at once.
     [[nodiscard]] virtual std::unique_ptr<Subscription>
     watchOcclusion(QWindow& window, std::function<void(bool isOccluded)> changed) = 0;
+
+    /// Whether the desktop has reported that the window lost the keyboard, though the toolkit may
+    /// not take note of it until later. False where the toolkit knows as soon. Main thread; returns
+    /// at once.
+    virtual bool hasLostKeyboard(const QWindow&) const { return false; }
 };
 
 } // namespace kelpa

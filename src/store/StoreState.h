@@ -115,8 +115,10 @@ public:
         return {{goals, unassignedTodos, assignments, pins},
                 isAutoSortingGoals,
                 isRememberingWindows,
-                answeredOffers};
+                answeredOffers,
+                desktopLinks()};
     }
+    DesktopLinks desktopLinks() const { return pinnedDesktops.linksOf(pins); }
 
     // Goals and todos.
 

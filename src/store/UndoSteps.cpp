@@ -56,24 +56,50 @@ void UndoSteps::saveAnnounced(ToastText announcement, std::vector<SettingsEntry>
 
 void UndoSteps::saveState(std::vector<SettingsEntry> settings)
 {
-    m_savedVersion = m_state.version();
+    const DesktopLinks storedLinks = std::exchange(m_savedVersion, m_state.version()).desktopLinks;
+    // In one write with the pins, which mean other desktops by links of earlier ones.
+    if (m_saver.isLoaded() && m_savedVersion.desktopLinks != storedLinks)
+        settings.push_back(desktopLinksEntry(m_savedVersion.desktopLinks));
     std::ranges::move(m_recall.entriesToSave(), std::back_inserter(settings));
     m_saver.save(m_savedVersion.contents, std::move(settings));
 }
 
-void UndoSteps::undo()
+void UndoSteps::saveDesktopLinks()
 {
-    if (m_history.canUndo())
-        restore(m_history.undo(m_state.version()));
+    DesktopLinks links = m_state.desktopLinks();
+    if (links == m_savedVersion.desktopLinks)
+        return;
+    m_savedVersion.desktopLinks = std::move(links);
+    // Before that they would replace those of the stored board.
+    if (m_saver.isLoaded())
+        m_saver.write({desktopLinksEntry(m_savedVersion.desktopLinks)});
 }
 
-void UndoSteps::redo()
+QList<GoalID> UndoSteps::undo()
 {
-    if (m_history.canRedo())
-        restore(m_history.redo(m_state.version()));
+    return m_history.canUndo() ? restore(m_history.undo(m_state.version())) : QList<GoalID>();
 }
 
-void UndoSteps::restore(BoardVersion board)
+QList<GoalID> UndoSteps::redo()
+{
+    return m_history.canRedo() ? restore(m_history.redo(m_state.version())) : QList<GoalID>();
+}
+
+QList<GoalID> UndoSteps::relinkedGoals(const DesktopLinks& before) const
+{
+    const DesktopLinks links = m_state.desktopLinks();
+    QList<GoalID> goals;
+    for (const Goal& goal : std::as_const(m_state.goals)) {
+        const auto link = links.constFind(goal.id);
+        const auto former = before.constFind(goal.id);
+        if (link != links.constEnd() && former != before.constEnd() && link->pin == former->pin &&
+            link->desktop != former->desktop)
+            goals.append(goal.id);
+    }
+    return goals;
+}
+
+QList<GoalID> UndoSteps::restore(BoardVersion board)
 {
     std::vector<SettingsEntry> settings;
     if (m_state.assign(m_state.isAutoSortingGoals, board.isAutoSortingGoals,
@@ -84,13 +110,15 @@ void UndoSteps::restore(BoardVersion board)
         settings.push_back({rememberingWindowsKey, board.isRememberingWindows});
         m_recall.noteSwitch();
     }
-    const BoardContents before = m_state.version().contents;
+    const BoardVersion presentVersion = m_state.version();
+    const BoardContents& before = presentVersion.contents;
     const QSet<WindowID> answered = (m_state.answeredOffers - board.answeredOffers) +
                                     (board.answeredOffers - m_state.answeredOffers);
     const QSet<WindowID> offeredBefore = offeredAmong(answered);
     m_state.answeredOffers = std::move(board.answeredOffers);
     const QList<WindowItem> windowsBefore = m_state.windows;
     const QList<GoalID> visibleBefore = m_state.visibleGoalIDs();
+    m_state.pinnedDesktops.restore(board.desktopLinks, board.contents.pins);
     show(std::move(board.contents));
     // The change may be far from where the person is, or in a goal that is hidden.
     std::optional<RestorationTarget> changed =
@@ -100,6 +128,12 @@ void UndoSteps::restore(BoardVersion board)
     // Only the offer on a card differs. A window that was offered a goal may be gone by now.
     if (before == m_state.version().contents && !changedOffers.isEmpty())
         changed = {.target = TargetSelection::unassigned(), .isPlaceOfWindow = true};
+    QList<GoalID> relinked = relinkedGoals(presentVersion.desktopLinks);
+    if (!relinked.isEmpty()) {
+        m_state.markChanged(StoreField::pins);
+        if (!changed)
+            changed = {.target = TargetSelection::goal(relinked.constFirst())};
+    }
     if (changed) {
         const std::optional<GoalID> goalID = changed->target.goalID();
         if (goalID && !visibleBefore.contains(*goalID) && !m_state.isVisible(*goalID))
@@ -114,6 +148,7 @@ void UndoSteps::restore(BoardVersion board)
     m_toast.withdraw(Toast::Offer::undo);
     saveState(std::move(settings));
     publishHistory();
+    return relinked;
 }
 
 QSet<WindowID> UndoSteps::offeredAmong(const QSet<WindowID>& windows) const

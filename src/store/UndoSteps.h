@@ -37,12 +37,18 @@ public:
     /// Saves changes that are part of no step, and `settings` with them.
     void saveState(std::vector<SettingsEntry> settings = {});
 
-    void undo();
-    void redo();
+    /// Saves which desktops the pins mean, as far as that has changed: the desktop did it, so that
+    /// it is no part of a step.
+    void saveDesktopLinks();
+
+    /// Both return the goals whose pins are the same and mean other desktops than before.
+    QList<GoalID> undo();
+    QList<GoalID> redo();
 
 private:
-    /// Shows another version of the board and saves it, in one write.
-    void restore(BoardVersion board);
+    /// Shows another version of the board and saves it, in one write. Returns as `undo`.
+    QList<GoalID> restore(BoardVersion board);
+    QList<GoalID> relinkedGoals(const DesktopLinks& before) const;
     /// Those of the windows whose cards offer them a goal.
     QSet<WindowID> offeredAmong(const QSet<WindowID>& windows) const;
     void showMovedWindows(const QList<WindowItem>& before, const QSet<WindowID>& changedOffers);

@@ -256,13 +256,13 @@ void WindowStore::showHiddenFindings()
 void WindowStore::undo()
 {
     const Update update(m_state.changes);
-    m_parts->steps.undo();
+    m_parts->pinned.forget(m_parts->steps.undo());
 }
 
 void WindowStore::redo()
 {
     const Update update(m_state.changes);
-    m_parts->steps.redo();
+    m_parts->pinned.forget(m_parts->steps.redo());
 }
 
 BoardContents WindowStore::boardContents() const
@@ -294,8 +294,7 @@ void WindowStore::Parts::loadState()
                  Field::isClosingQuitting);
     state.isClosingExplained = board.isClosingExplained.value_or(false);
     pinned.settle(board.contents.assignments, board.contents.pins);
-    storedLinks = board.desktopLinks;
-    state.pinnedDesktops.restore(storedLinks);
+    state.pinnedDesktops.restore(board.desktopLinks, board.contents.pins);
     steps.show(joined(board.contents, state.version().contents));
     steps.restart();
     recall.load(board.windowMemoryDocument);
@@ -307,6 +306,8 @@ void WindowStore::Parts::loadState()
         entries.push_back({assignmentsKey, *board.assignmentsDocument});
     if (state.pins != board.contents.pins || board.arePinsUnreadable)
         entries.push_back(goalPinsEntry(state.pins));
+    if (const DesktopLinks links = state.desktopLinks(); links != board.desktopLinks)
+        entries.push_back(desktopLinksEntry(links));
     // An earlier version left it when the memory was switched off.
     if (!state.isRememberingWindows)
         appendEmptiedCopies(entries, settings);

@@ -224,17 +224,17 @@ void WindowStore::Parts::takeLaunchedWindow(GoalID goalID, WindowID windowID,
 /// The window was opened on the present desktop, to be used at once: nobody is to be left there.
 void WindowStore::Parts::followToPin(GoalID goalID, WindowID windowID)
 {
-    const std::optional<int> pin = reachablePin(goalID);
+    const std::optional<NumberedDesktop> pin = reachablePin(goalID);
     if (!pin)
         return;
     sendToPins();
     const QList<WindowItem> windows = pinned.asSent(state.windows);
     const WindowItem* const window = windowWith(windowID, windows);
     const bool isGoing = window != nullptr && window->goalID == goalID &&
-                         window->desktopNumber == *pin &&
-                         windowWith(windowID, state.windows)->desktopNumber != *pin;
+                         window->desktopNumber == pin->number &&
+                         windowWith(windowID, state.windows)->desktopNumber != pin->number;
     if (isGoing)
-        activations.enqueue(WindowArrangement{.raised = {*window}, .desktop = *pin});
+        activations.enqueue(WindowArrangement{.raised = {*window}, .desktop = pin});
 }
 
 } // namespace kelpa

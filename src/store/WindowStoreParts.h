@@ -68,12 +68,9 @@ struct WindowStore::Parts
     /// The desktop sends windows to virtual desktops, and Kelpa may let it.
     bool canPin() const;
     /// Where the goal is pinned to, if Kelpa can go there now.
-    std::optional<int> reachablePin(GoalID goalID) const;
+    std::optional<NumberedDesktop> reachablePin(GoalID goalID) const;
     /// A pass found the desktops of `discovered`. No step: the pins mean the same ones as before.
     void takeDesktops(const WindowDiscoveryBatch& discovered);
-    /// The entry of the desktops that the pins mean, for a write that follows; none where that is
-    /// stored already.
-    std::vector<SettingsEntry> takeChangedLinks();
     /// Sends the windows that are due to the desktops of their goals.
     void sendToPins();
     /// The desktop captures windows, and Kelpa may let it.
@@ -137,8 +134,6 @@ struct WindowStore::Parts
     WorkContext work;
     /// What has been sent to virtual desktops.
     PinnedWindows pinned;
-    /// The desktops that the pins mean, as they are stored.
-    DesktopLinks storedLinks;
     LaunchFollower launches;
     /// Requests to quit.
     TaskQueue quits;

@@ -3,8 +3,6 @@
 #include "store/WindowStoreParts.h"
 
 #include <algorithm>
-#include <utility>
-#include <vector>
 
 namespace kelpa {
 
@@ -13,10 +11,14 @@ bool WindowStore::Parts::canPin() const
     return canAct() && state.abilities.has(DesktopAbility::virtualDesktops);
 }
 
-std::optional<int> WindowStore::Parts::reachablePin(GoalID goalID) const
+std::optional<NumberedDesktop> WindowStore::Parts::reachablePin(GoalID goalID) const
 {
-    const std::optional<int> pin = store.pinOf(goalID);
-    return pin && canPin() && isDesktopThere(*pin, state.virtualDesktops) ? pin : std::nullopt;
+    const auto pin = state.pins.constFind(goalID);
+    if (pin == state.pins.constEnd() || !canPin())
+        return std::nullopt;
+    const NumberedDesktop desktop = state.pinnedDesktops.desktopOf(goalID, *pin);
+    return isDesktopThere(desktop.number, state.virtualDesktops) ? std::optional(desktop)
+                                                                 : std::nullopt;
 }
 
 void WindowStore::Parts::takeDesktops(const WindowDiscoveryBatch& discovered)
@@ -32,17 +34,7 @@ void WindowStore::Parts::takeDesktops(const WindowDiscoveryBatch& discovered)
     if (store.pins() != before)
         state.markChanged(Field::pins);
     // They are there when Kelpa is started again in the same login.
-    if (const std::vector<SettingsEntry> links = takeChangedLinks(); !links.empty())
-        saver.write(links);
-}
-
-std::vector<SettingsEntry> WindowStore::Parts::takeChangedLinks()
-{
-    DesktopLinks links = state.pinnedDesktops.linksOf(state.pins);
-    if (links == storedLinks)
-        return {};
-    storedLinks = std::move(links);
-    return {{desktopLinksKey, encodeDesktopLinks(storedLinks)}};
+    steps.saveDesktopLinks();
 }
 
 void WindowStore::Parts::sendToPins()
@@ -68,7 +60,7 @@ void WindowStore::pinGoal(GoalID goalID, std::optional<int> desktop)
     if (desktop && (!m_parts->canPin() || !isDesktopThere(*desktop, m_state.virtualDesktops)))
         return;
     if (desktop) {
-        m_parts->pinned.forget(goalID);
+        m_parts->pinned.forget({goalID});
         // Also where that pin is there already: it gathers what has strayed.
         m_state.markChanged(Field::pins);
     }
@@ -85,8 +77,7 @@ void WindowStore::pinGoal(GoalID goalID, std::optional<int> desktop)
         m_state.pins.remove(goalID);
     }
     m_state.markChanged(Field::pins);
-    // In one write: a pin means another desktop by a link of an earlier choice.
-    m_parts->steps.saveStep(m_parts->takeChangedLinks());
+    m_parts->steps.saveStep();
 }
 
 bool WindowStore::hasWorkplace(GoalID goalID) const

@@ -106,6 +106,7 @@ enum class CopyKey {
     AllTodos,
     AllTodosSubtitle,
     NoTodosYet,
+    NoOpenTodos,
     AddTodo,
     EnterTodo,
     EditTodo,

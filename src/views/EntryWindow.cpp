@@ -22,6 +22,9 @@ namespace {
 /// An input method or the window manager may take the keyboard for a moment; nobody comes back from
 /// another window sooner.
 constexpr std::chrono::milliseconds leavingTime{150};
+/// In so many parts of that time the window receives its events, or they do not count: on a busy
+/// machine the time may be over as soon as this program runs again, while the keyboard is back.
+constexpr int leavingParts = 3;
 /// Where the field is on its screen, in parts of the usable height.
 constexpr double topPart = 0.24;
 
@@ -30,9 +33,13 @@ constexpr double topPart = 0.24;
 EntryWindow::EntryWindow(WindowStore& store, ViewEngine& views, OwnWindow& desktop)
     : m_views(views), m_desktop(desktop), m_entry(store)
 {
-    m_leaving.setSingleShot(true);
-    m_leaving.setInterval(leavingTime);
-    connect(&m_leaving, &QTimer::timeout, this, &EntryWindow::close);
+    m_leaving.setInterval(leavingTime / leavingParts);
+    connect(&m_leaving, &QTimer::timeout, this, [this] {
+        if (--m_leavingParts > 0)
+            return;
+        m_leaving.stop();
+        close();
+    });
     // The controller closes after an operation of the field, which goes on for a moment.
     connect(&m_entry, &EntryController::changed, this, [this] {
         if (!m_entry.isOpen())
@@ -45,9 +52,10 @@ EntryWindow::~EntryWindow() = default;
 bool EntryWindow::open(const ActivationContext& context)
 {
     const QWindow* const board = m_views.window();
-    // A board that has just been hidden may still count as the window with the keyboard.
-    const bool isOverBoard =
-        board != nullptr && board->isVisible() && QGuiApplication::focusWindow() == board;
+    // A board that has just been hidden, or left, may still count as the window with the keyboard.
+    const bool isOverBoard = board != nullptr && board->isVisible() &&
+                             QGuiApplication::focusWindow() == board &&
+                             !m_desktop.hasLostKeyboard(*board);
     if (!m_entry.isOpen())
         m_entry.open(isOverBoard ? EntryOver::board : EntryOver::window);
     if (!m_root && !load()) {
@@ -153,8 +161,10 @@ bool EntryWindow::eventFilter(QObject* watched, QEvent* event)
         close();
         return true;
     }
-    if (event->type() == QEvent::FocusOut && m_entry.isOpen())
+    if (event->type() == QEvent::FocusOut && m_entry.isOpen()) {
+        m_leavingParts = leavingParts;
         m_leaving.start();
+    }
     if (event->type() == QEvent::FocusIn)
         m_leaving.stop();
     return QObject::eventFilter(watched, event);

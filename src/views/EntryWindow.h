@@ -62,6 +62,8 @@ private:
     std::unique_ptr<EarlyKeys> m_earlyKeys;
     /// Runs while another window has the keyboard.
     QTimer m_leaving;
+    /// How often it fires until the field closes.
+    int m_leavingParts = 0;
 };
 
 } // namespace kelpa

@@ -5,6 +5,7 @@
 #include "shell/BoardInput.h"
 #include "shell/EarlyKeys.h"
 #include "store/WindowStore.h"
+#include "views/FirstFrame.h"
 #include "views/ViewTypes.h"
 #include "views/appearance/DesktopAppearance.h"
 #include "views/appearance/FontLoading.h"
@@ -42,40 +43,6 @@ ViewSettings* viewSettings(QQmlEngine& engine)
 QQuickItem* popups(const QQuickWindow& window)
 {
     return window.property("overlay").value<QQuickItem*>();
-}
-
-/// How many cards of windows are shown below an item.
-int shownWindowCards(const QQuickItem& item)
-{
-    if (!item.isVisible())
-        return 0;
-    // The face of a card, which is below it, has this property too. No other type has it.
-    if (item.property("previewMessage").isValid())
-        return 1;
-    int count = 0;
-    const QList<QQuickItem*> children = item.childItems();
-    for (const QQuickItem* const child : children)
-        count += shownWindowCards(*child);
-    return count;
-}
-
-/// Logs what the first frame shows, once all items are in place and before they are drawn.
-void logFirstFrame(QQuickWindow& window, const ViewSettings& settings)
-{
-    if (!logViews().isDebugEnabled())
-        return;
-    QObject::connect(
-        &window, &QQuickWindow::afterAnimating, &window,
-        [&window, &settings] {
-            qCDebug(logViews, "first frame shows %d windows",
-                    shownWindowCards(*window.contentItem()));
-            const QColor accent = settings.desktopAccent();
-            qCDebug(logViews, "first frame is %s, texts %.2f, accent %s, ground %s",
-                    settings.isDark() ? "dark" : "light", settings.textScale(),
-                    accent.isValid() ? qPrintable(accent.name()) : "none",
-                    qPrintable(window.color().name()));
-        },
-        static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
 }
 
 /// Creates the items of the rows in view. Otherwise they are created when the first frame is due.
@@ -136,7 +103,9 @@ struct ViewEngine::Parts
     const std::unique_ptr<ViewTypes> types;
     /// Null before `load`. Destroyed before the engine.
     std::unique_ptr<QObject> root;
-    /// Destroyed before the window.
+    /// Null before `show`. Destroyed before the window.
+    std::unique_ptr<FirstFrame> firstFrame;
+    /// Likewise.
     std::unique_ptr<BoardInput> input;
     /// Likewise.
     std::unique_ptr<EarlyKeys> earlyKeys;
@@ -220,17 +189,8 @@ bool ViewEngine::show()
 {
     if (window() == nullptr && !load())
         return false;
-    logFirstFrame(*window(), *viewSettings(engine()));
-    connect(
-        window(), &QQuickWindow::frameSwapped, this,
-        [this] {
-            qCDebug(logViews, "first frame shown");
-            takeKeys();
-            viewSettings(m_parts->types->engine())->setStarting(false);
-            m_parts->types->readRest();
-            Q_EMIT boardShown();
-        },
-        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    if (!m_parts->firstFrame)
+        awaitFirstFrame();
     // Maximised, the window's frame takes the usable area, whatever the window manager adds to it.
     window()->showMaximized();
     // While the window manager places the window: its size is as yet that of the window when it is
@@ -238,7 +198,23 @@ bool ViewEngine::show()
     QResizeEvent resize(window()->size(), window()->size());
     QCoreApplication::sendEvent(window(), &resize);
     layOut(*window()->contentItem());
+    m_parts->firstFrame->limitWait();
     return true;
+}
+
+void ViewEngine::awaitFirstFrame()
+{
+    logFirstFrame(*window(), *viewSettings(engine()));
+    m_parts->firstFrame = std::make_unique<FirstFrame>(*window());
+    connect(m_parts->firstFrame.get(), &FirstFrame::controlsNeeded, this, [this] {
+        viewSettings(engine())->setStarting(false);
+        m_parts->types->readRest();
+    });
+    connect(m_parts->firstFrame.get(), &FirstFrame::shown, this, [this] {
+        qCDebug(logViews, "first frame shown");
+        takeKeys();
+        Q_EMIT boardShown();
+    });
 }
 
 void ViewEngine::takeKeys()

@@ -138,6 +138,7 @@ Q_SIGNALS:
 private:
     struct Parts;
 
+    void awaitFirstFrame();
     void updateSeen();
     void hide();
     /// Lets keys control the board from now on.

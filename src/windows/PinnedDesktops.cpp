@@ -33,10 +33,11 @@ void PinnedDesktops::follow(const GoalPins& pins)
     }
 }
 
-void PinnedDesktops::restore(const DesktopLinks& links)
+void PinnedDesktops::restore(const DesktopLinks& links, const GoalPins& pins)
 {
     for (const auto& [goalID, link] : links.asKeyValueRange())
         m_desktops.insert({goalID, link.pin}, link.desktop);
+    follow(pins);
 }
 
 DesktopLinks PinnedDesktops::linksOf(const GoalPins& pins) const
@@ -61,6 +62,14 @@ int PinnedDesktops::numberOf(GoalID goalID, int pin) const
     const auto desktop = m_desktops.constFind({goalID, pin});
     const qsizetype index = desktop != m_desktops.constEnd() ? m_ids.indexOf(*desktop) : -1;
     return index >= 0 ? static_cast<int>(index) + 1 : pin;
+}
+
+NumberedDesktop PinnedDesktops::desktopOf(GoalID goalID, int pin) const
+{
+    const int number = numberOf(goalID, pin);
+    if (number < 1 || number > m_ids.size())
+        return {.number = number};
+    return {.number = number, .id = m_ids.at(number - 1)};
 }
 
 GoalPins PinnedDesktops::numbersOf(const GoalPins& pins) const

@@ -23,8 +23,9 @@ public:
     /// one that is still there. Absent where the desktops are the same, or some were not known.
     std::optional<DesktopShift> observe(const GoalPins& pins, const DesktopIDs& ids);
 
-    /// What the pins meant when Kelpa ran last, and mean as long as those desktops are there.
-    void restore(const DesktopLinks& links);
+    /// What `pins` meant before, when Kelpa ran last or before a step that is undone, and mean as
+    /// long as those desktops are there.
+    void restore(const DesktopLinks& links, const GoalPins& pins);
     /// The desktops that `pins` mean. Those that mean none are missing.
     DesktopLinks linksOf(const GoalPins& pins) const;
 
@@ -35,6 +36,8 @@ public:
     /// The number that the desktop of the goal's pin has now. `pin` itself where that desktop is
     /// gone, or has never been there.
     int numberOf(GoalID goalID, int pin) const;
+    /// The desktop with that number.
+    NumberedDesktop desktopOf(GoalID goalID, int pin) const;
     GoalPins numbersOf(const GoalPins& pins) const;
 
 private:

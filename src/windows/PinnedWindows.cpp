@@ -22,10 +22,10 @@ void PinnedWindows::settle(const Assignments& assignments, const GoalPins& pins)
     }
 }
 
-void PinnedWindows::forget(GoalID goalID)
+void PinnedWindows::forget(const QList<GoalID>& goals)
 {
-    const auto isOfGoal = [&goalID](const std::pair<const WindowID&, Place&>& each) {
-        return each.second.goalID == goalID;
+    const auto isOfGoal = [&goals](const std::pair<const WindowID&, Place&>& each) {
+        return goals.contains(each.second.goalID);
     };
     m_settled.removeIf(isOfGoal);
     m_sentInVain.removeIf(isOfGoal);
@@ -47,7 +47,8 @@ QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const Go
         const auto pin = window.goalID ? pins.constFind(*window.goalID) : pins.constEnd();
         if (pin == pins.constEnd() || !window.desktopNumber)
             continue;
-        const int number = desktops.numberOf(*window.goalID, *pin);
+        const NumberedDesktop desktop = desktops.desktopOf(*window.goalID, *pin);
+        const int number = desktop.number;
         const bool isThere = isDesktopThere(number, virtualDesktops);
         // Nothing says whether it had been sent or waited for its desktop.
         if (!virtualDesktops.isEmpty() && m_fromEarlierRun.remove(window.id) && !isThere)
@@ -61,15 +62,21 @@ QList<DesktopMove> PinnedWindows::due(const QList<WindowItem>& windows, const Go
         if (isGoingTo(number, window.id, *window.desktopNumber))
             continue;
         m_sent.insert(window.id, {.pin = *pin, .desktop = number, .from = *window.desktopNumber});
-        moves.append({window, number});
+        moves.append({window, desktop});
     }
     return moves;
 }
 
 void PinnedWindows::renumber(const DesktopShift& shift)
 {
-    m_sent.removeIf([&shift](const std::pair<const WindowID&, Sending&>& each) {
-        return !shift.contains(each.second.desktop);
+    m_sent.removeIf([&](const std::pair<const WindowID&, Sending&>& each) {
+        const auto& [windowID, sent] = each;
+        if (shift.contains(sent.desktop))
+            return false;
+        // It has not arrived, and waits for the desktop that the pin means from now on.
+        if (m_settled.value(windowID).pin == sent.pin)
+            m_settled.remove(windowID);
+        return true;
     });
     for (Sending& sent : m_sent) {
         sent.desktop = shift.value(sent.desktop);

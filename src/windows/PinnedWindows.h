@@ -17,11 +17,11 @@
 
 namespace kelpa {
 
-/// A window, and the number of the virtual desktop to which it is sent.
+/// A window, and the virtual desktop to which it is sent.
 struct DesktopMove
 {
     WindowItem window;
-    int desktop = 0;
+    NumberedDesktop desktop{};
 
     friend bool operator==(const DesktopMove&, const DesktopMove&) = default;
 };
@@ -37,8 +37,8 @@ public:
     /// whose desktop is not there when they are first listed are sent when it appears.
     void settle(const Assignments& assignments, const GoalPins& pins);
 
-    /// The person pins the goal: all of its windows are sent, also those that were sent before.
-    void forget(GoalID goalID);
+    /// The person pins the goals: all of their windows are sent, also those that were sent before.
+    void forget(const QList<GoalID>& goals);
 
     /// The windows to send now; the next call does not give them again. A window waits whose
     /// desktop is not there, or of which it is not known on which desktop it is. One that is on all
@@ -49,7 +49,8 @@ public:
                            const QStringList& virtualDesktops,
                            const PinnedDesktops& desktops = PinnedDesktops());
 
-    /// Desktops have got other numbers: those of windows that are on their way are corrected.
+    /// Desktops have got other numbers: those of windows that are on their way are corrected. A
+    /// window that no pass has shown on its desktop, which is gone, is due again.
     void renumber(const DesktopShift& shift);
 
     using Requests = SentRequests;

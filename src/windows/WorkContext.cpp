@@ -57,7 +57,7 @@ bool isDialogOfListed(const WindowItem& window, const QSet<WindowID>& listed)
 } // namespace
 
 WindowArrangement arrangementFor(GoalID goalID, const QList<WindowItem>& windows,
-                                 std::optional<int> pin)
+                                 const std::optional<NumberedDesktop>& pin)
 {
     QList<WindowItem> ofGoal;
     std::ranges::copy_if(windows, std::back_inserter(ofGoal),
@@ -66,7 +66,8 @@ WindowArrangement arrangementFor(GoalID goalID, const QList<WindowItem>& windows
     arrangement.desktop = pin;
     if (ofGoal.isEmpty())
         return arrangement;
-    const Workplace place = pin ? Workplace{.pin = pin} : Workplace{.name = workplaceOf(ofGoal)};
+    const Workplace place =
+        pin ? Workplace{.pin = pin->number} : Workplace{.name = workplaceOf(ofGoal)};
     std::ranges::copy_if(ofGoal, std::back_inserter(arrangement.raised),
                          [&place](const WindowItem& each) { return place.has(each); });
     if (arrangement.raised.isEmpty())

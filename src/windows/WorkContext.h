@@ -2,6 +2,7 @@
 // restores. It undoes only what Kelpa did, and of that only what the person has left as it was.
 #pragma once
 
+#include "model/GoalPins.h"
 #include "model/Identifiers.h"
 #include "model/Rect.h"
 #include "model/WindowItem.h"
@@ -22,8 +23,8 @@ struct WindowArrangement
     QList<WindowItem> minimized{};
     /// No longer minimised, the first one topmost.
     QList<WindowItem> restored{};
-    /// The number of the virtual desktop that is shown before; absent where the windows decide.
-    std::optional<int> desktop{};
+    /// The virtual desktop that is shown before; absent where the windows decide.
+    std::optional<NumberedDesktop> desktop{};
 
     bool isEmpty() const
     {
@@ -43,7 +44,7 @@ struct WindowArrangement
 /// its windows elsewhere stay, since the person has put them there. Without a window of the goal
 /// nothing is in the way there.
 WindowArrangement arrangementFor(GoalID goalID, const QList<WindowItem>& windows,
-                                 std::optional<int> pin = std::nullopt);
+                                 const std::optional<NumberedDesktop>& pin = std::nullopt);
 
 /// What was changed of windows for the goal or goals that the person works on, since the person
 /// last went back. A value that lasts as long as the program.

@@ -7,11 +7,11 @@ import board as boards
 import presence
 import settings
 from disks import Disk
-from entry import Entry, await_stored, check_todos_are_added_over
+from entry import Entry, await_stored, check_todos_are_added_over, entry_call
 from front import await_front, start_kelpa, tap_twice
 from kelpa import Kelpa
 from notifications import Notifications
-from presence import CLOCK, STAYS, await_window, close
+from presence import CLOCK, STAYS, await_window, close, is_active
 from processes import wait_until
 from typists import Typing
 
@@ -126,6 +126,32 @@ def a_closed_board_comes_back_when_its_session_bus_ends(desktop, binary):
 def a_todo_is_added_over_another_program_beside_the_board_and_without_it(desktop, binary):
     check_todos_are_added_over(desktop, binary, Typing(desktop, "Typist"),
                                assign=lambda kelpa: kelpa.drag_card("Typist", boards.UNSORTED, "Taxes"))
+
+
+def a_todo_right_after_the_board_was_left_is_for_the_goal_of_the_window_in_front(desktop, binary):
+    terminal = Typing(desktop, "Typist")
+    kelpa, path = start_kelpa(desktop, binary, goals=(("Taxes", []), ("Garden", [])))
+    kelpa.drag_card("Typist", boards.UNSORTED, "Garden")
+    kelpa.wait_for_card("Garden", "Typist")
+    call = entry_call(desktop)
+    entry = Entry(desktop, binary, path, kelpa, call)
+    entry.open()
+    desktop.key("Escape")
+    # The toolkit takes the board for the active window for another tenth of a second.
+    for _ in range(5):
+        kelpa.focus()
+        wait_until("the board knows that it is in front", lambda: is_active(kelpa) is True)
+        terminal.focus()
+        entry.open()
+        entry.await_goal("Garden")
+        desktop.key("Escape")
+        entry.await_closed(terminal)
+    # Over the board itself it is for what is selected there.
+    kelpa.focus()
+    wait_until("the board knows that it is in front", lambda: is_active(kelpa) is True)
+    entry.open()
+    entry.await_goal(boards.UNSORTED)
+    kelpa.quit()
 
 
 def a_new_todo_starts_a_kelpa_of_which_only_the_field_shows(desktop, binary):

@@ -33,6 +33,7 @@ constexpr std::array targets{
     FuzzTarget{"title", decodeTitle},
     FuzzTarget{"kwin-report", decodeKwinReport},
     FuzzTarget{"shell-windows", decodeShellWindows},
+    FuzzTarget{"shell-workspaces", decodeShellWorkspaces},
     FuzzTarget{"shell-picture", decodeShellPicture},
     FuzzTarget{"automation-call", decodeAutomationCall},
     FuzzTarget{"sway-stream", decodeSwayStream},

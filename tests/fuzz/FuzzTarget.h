@@ -52,6 +52,7 @@ void decodeTitle(const QByteArray& bytes);
 
 void decodeKwinReport(const QByteArray& bytes);
 void decodeShellWindows(const QByteArray& bytes);
+void decodeShellWorkspaces(const QByteArray& bytes);
 void decodeShellPicture(const QByteArray& bytes);
 void decodeAutomationCall(const QByteArray& bytes);
 

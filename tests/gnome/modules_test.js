@@ -101,18 +101,42 @@ for (const number of [0, 3, 4294967295]) {
         ['org.kelpa.Windows1.Error.NoSuchWorkspace', 0]);
     expect(`there is no workspace ${number}`, await show(number), 'org.kelpa.Windows1.Error.NoSuchWorkspace');
 }
-const [identified] = await call('ListWorkspaces');
+const lists = () => call('ListWithWorkspaces');
+const [listed, identified] = await lists();
+expect('the windows of the same moment', listed.map(({id, workspace}) => [id, workspace]), [[7, 0]]);
 expect('they have ids', identified.map(([id, name]) => [Number.isSafeInteger(id), name]),
     [[true, ''], [true, '']]);
 expect('the later one has the greater', identified[0][0] < identified[1][0], true);
 // The Shell removes the first one and adds another at the end.
 const [removed] = stubs.workspaces.splice(0, 1);
 stubs.workspaces.push({index: () => 1, activate() {}});
-const [shifted] = await call('ListWorkspaces');
+const [, shifted] = await lists();
 expect('the one that is left has its id', shifted[0][0], identified[1][0]);
 expect('the new one has another', shifted[1][0] > identified[1][0], true);
-stubs.workspaces.splice(0, 2, removed, stubs.workspaces[0]);
-expect('so has each of them when it is back', (await call('ListWorkspaces'))[0], identified);
+const sendByID = (id, workspace) => call('SendToWorkspace', new GLib.Variant('(tt)', [id, workspace]));
+const showByID = workspace => call('GoToWorkspace', new GLib.Variant('(t)', [workspace]));
+const [gone, left] = identified.map(([id]) => id);
+const [remaining] = stubs.workspaces;
+expect('a window is sent by the id', [await sendByID(7, left), stubs.window.sentTo === remaining], [[], true]);
+stubs.window.sentTo = removed;
+for (const id of [gone, 0, 2]) {
+    expect(`nothing is sent to the workspace with the id ${id}`,
+        [await sendByID(7, id), stubs.window.sentTo === removed],
+        ['org.kelpa.Windows1.Error.NoSuchWorkspace', true]);
+    expect(`none with the id ${id} is shown`, await showByID(id), 'org.kelpa.Windows1.Error.NoSuchWorkspace');
+}
+stubs.window.is_on_all_workspaces = () => true;
+expect('one that is everywhere stays', [await sendByID(7, left), stubs.window.sentTo === removed], [[], true]);
+stubs.window.is_on_all_workspaces = () => false;
+expect('no such window is sent by an id', await sendByID(8, left), 'org.kelpa.Windows1.Error.NoSuchWindow');
+remaining.shownAt = undefined;
+global.workspace_manager.get_active_workspace = () => stubs.workspaces[1];
+expect('a workspace is shown by the id', [await showByID(left), remaining.shownAt], [[], 1]);
+remaining.shownAt = undefined;
+global.workspace_manager.get_active_workspace = () => remaining;
+expect('that which shows is shown', [await showByID(left), remaining.shownAt], [[], undefined]);
+stubs.workspaces.splice(0, 2, removed, remaining);
+expect('so has each of them when it is back', (await lists())[1], identified);
 for (const event of ['workspace-added', 'workspace-removed', 'workspaces-reordered']) {
     next = signal();
     global.workspace_manager.emit(event);
@@ -166,7 +190,7 @@ expect('nobody is answered any more', (await call('List')).startsWith('org.freed
 // As after the screen was locked.
 extension.enable();
 await call('Attach', new GLib.Variant('(u)', [4]));
-expect('the workspaces are the same ones', (await call('ListWorkspaces'))[0], identified);
+expect('the workspaces are the same ones', (await lists())[1], identified);
 extension.disable();
 
 System.exit(failures ? 1 : 0);

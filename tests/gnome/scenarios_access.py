@@ -12,7 +12,7 @@ from plain_windows import PlainWindows
 from processes import wait_until
 
 _SUPPORT = pathlib.Path(__file__).resolve().parent / "support"
-_DENIED = ["AccessDenied"] * 14
+_DENIED = ["AccessDenied"] * 16
 # Counts the proofs, and holds each back until it is told.
 _WATCH_PROOFS = """
 const access = Main.extensionManager.lookup('windows@kelpa.org').stateObj._access;

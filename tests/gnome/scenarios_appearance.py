@@ -1,22 +1,17 @@
 """How the board looks follows the settings of GNOME while it shows, through the session's own portal."""
 
-import pathlib
 import re
-import sys
 
 import settings
 from assistant import Assistant
 from board import Gone
+from gnome_portal import start_portal
 from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
 
 _INTERFACE = "org.gnome.desktop.interface"
 _ACCESS = "org.gnome.desktop.a11y.interface"
-_PORTAL = "org.freedesktop.portal.Desktop"
-_BACKEND = "org.freedesktop.impl.portal.desktop.gnome"
-_SKIPPED = 77
-_LIBRARY = pathlib.Path("/usr/libexec")
 # Without a graphics card and while it is controlled remotely, the Shell wants no animations of its own accord.
 _WANT_ANIMATIONS = """(settings => {
     for (let count = 0; count < 9 && !settings.enable_animations; ++count)
@@ -74,15 +69,6 @@ class _Board:
         return len(set(self._pictures())) == 1
 
 
-def _start_portal(desktop):
-    if not (_LIBRARY / "xdg-desktop-portal-gnome").exists():
-        print("not installed: xdg-desktop-portal-gnome")
-        sys.exit(_SKIPPED)
-    for program, name in (("xdg-desktop-portal-gnome", _BACKEND), ("xdg-desktop-portal", _PORTAL)):
-        desktop.start(_LIBRARY / program)
-        wait_until(f"{name} is there", lambda name=name: desktop.has_name(name))
-
-
 def _set(desktop, schema, key, value):
     desktop.run("gsettings", "set", schema, key, value)
 
@@ -116,7 +102,7 @@ def light_and_dark_and_high_contrast_are_followed(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Release", ["Write"])])
     _set(desktop, _INTERFACE, "color-scheme", "prefer-dark")
-    _start_portal(desktop)
+    start_portal(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         desktop.wait_for_active(kelpa.window)
         board = _Board(desktop, kelpa)
@@ -134,7 +120,7 @@ def light_and_dark_and_high_contrast_are_followed(desktop, binary):
 def larger_texts_have_larger_rows_at_once(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Release", ["Write"])])
-    _start_portal(desktop)
+    start_portal(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         desktop.wait_for_active(kelpa.window)
         _await_heights(kelpa, _USUAL)
@@ -158,7 +144,7 @@ def animations_are_switched_off_and_on_again(desktop, binary):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[(_LONG, ["Write"])])
     assert desktop.evaluate(_WANT_ANIMATIONS)
-    _start_portal(desktop)
+    start_portal(desktop)
     with Kelpa(desktop, binary, path) as kelpa:
         desktop.wait_for_active(kelpa.window)
         board = _Board(desktop, kelpa)

@@ -2,63 +2,15 @@
 
 import time
 
+import holdings
 from caller import Caller, Refused
 from plain_windows import PlainWindows
 from processes import wait_until
 
-# Notes what the extension connects, subscribes, owns and starts, until it has been given back.
-_RECORD = """
-const {Gio, GLib, GObject} = imports.gi;
-const held = globalThis.kelpaHeld = new Map();
-const isOurs = () => new Error().stack.includes('windows@kelpa.org');
-function record(owner, take, give, key) {
-    const [taken, given] = [owner[take], owner[give]];
-    owner[take] = function (...args) {
-        const id = taken.apply(this, args);
-        // The connections of the exported object are to itself.
-        if (isOurs() && !`${args[0]}`.startsWith('handle-'))
-            held.set(key(this, id), `${take} ${args[0]}`);
-        return id;
-    };
-    owner[give] = function (id) {
-        held.delete(key(this, id));
-        return given.call(this, id);
-    };
-}
-const ofObject = (object, id) => `${object} ${id}`;
-record(GObject.Object.prototype, 'connect', 'disconnect', ofObject);
-record(Gio.DBusConnection.prototype, 'signal_subscribe', 'signal_unsubscribe', (_, id) => `subscription ${id}`);
-record(Gio, 'bus_own_name_on_connection', 'bus_unown_name', (_, id) => `name ${id}`);
-record(Gio.DBusExportedObject.prototype, 'export', 'unexport', object => `object ${object}`);
-const add = GLib.timeout_add;
-GLib.timeout_add = function (priority, interval, call) {
-    if (!isOurs())
-        return add(priority, interval, call);
-    const id = add(priority, interval, () => {
-        const again = call();
-        if (!again)
-            held.delete(`source ${id}`);
-        return again;
-    });
-    held.set(`source ${id}`, 'timeout_add');
-    return id;
-};
-const remove = GLib.source_remove;
-GLib.source_remove = function (id) {
-    held.delete(`source ${id}`);
-    return remove(id);
-};
-true
-"""
-
-
-def _held(desktop):
-    return sorted(desktop.evaluate("[...globalThis.kelpaHeld.values()]"))
-
 
 def switched_off_it_leaves_nothing_behind(desktop, _program):
     desktop.set_extension(False)
-    assert desktop.evaluate(_RECORD)
+    holdings.record(desktop)
     plain = PlainWindows()
     windows = [plain.open(f"Window {number}".encode()) for number in range(5)]
     caller = Caller(desktop.bus, is_kelpa=False)
@@ -77,11 +29,11 @@ def switched_off_it_leaves_nothing_behind(desktop, _program):
             for number in range(20):
                 plain.rename(windows[0], f"Title {number}".encode())
             plain.settle()
-            held = _held(desktop)
+            held = holdings.held(desktop)
             assert len(held) > 5 * 14, held
-        assert _held(desktop)
+        assert holdings.held(desktop)
         desktop.set_extension(False)
-        assert _held(desktop) == [], _held(desktop)
+        assert holdings.held(desktop) == [], holdings.held(desktop)
         desktop.hide_overview()
     desktop.set_extension(True)
     caller.attach()

@@ -1,5 +1,7 @@
 """A goal that is pinned to a workspace: its windows are sent there, and so is who works on it."""
 
+import contextlib
+
 import board as boards
 import settings
 from command_line import CommandLine
@@ -8,6 +10,25 @@ from processes import wait_until
 
 _TITLES = ("Form", "Receipts", "Mail")
 _NAMES = ["Writing", "Reading", "Sorting"]
+# Four workspaces, also where they are empty.
+_FIX_THEIR_NUMBER = """(() => {
+    const {Gio} = imports.gi;
+    new Gio.Settings({schema_id: 'org.gnome.mutter'}).set_boolean('dynamic-workspaces', false);
+    new Gio.Settings({schema_id: 'org.gnome.desktop.wm.preferences'}).set_int('num-workspaces', 4);
+    return true;
+})()"""
+# Between the first window that is sent anywhere and the next one.
+_REMOVE_THE_SECOND_MEANWHILE = """(() => {
+    const {Window} = imports.gi.Meta;
+    const change = Window.prototype.change_workspace;
+    Window.prototype.change_workspace = function (workspace) {
+        change.call(this, workspace);
+        Window.prototype.change_workspace = change;
+        const manager = global.workspace_manager;
+        manager.remove_workspace(manager.get_workspace_by_index(1), global.get_current_time());
+    };
+    return true;
+})()"""
 
 
 class _Workspaces:
@@ -48,14 +69,42 @@ class _Workspaces:
             f".find(window => window.get_id() === {self.windows[title].number}).minimized")
 
 
+class _Board:
+    """A board with a goal and with the windows of the three terminals in no goal."""
+
+    def __init__(self, desktop, binary):
+        path = desktop.directory / "board.sqlite"
+        settings.write(path, goals=[("Taxes", [])])
+        self.workspaces = _Workspaces(desktop)
+        self.command = CommandLine(desktop, binary, path)
+        self._start = lambda: Kelpa(desktop, binary, path)
+
+    @contextlib.contextmanager
+    def opened(self):
+        with self._start() as kelpa:
+            for title in _TITLES:
+                kelpa.wait_for_card(boards.UNSORTED, title)
+            yield kelpa
+
+    def opened_again(self):
+        return self._start()
+
+    def pin_to_the_third(self, kelpa):
+        """With one window there, another on the second and the third one on the first."""
+        workspaces = self.workspaces
+        workspaces.move("Mail", 2)
+        wait_until("there is a third one", lambda: workspaces.count() == 3)
+        wait_until("the board knows", lambda: "Reading" in kelpa.board.card(
+            boards.UNSORTED, "Mail").node.description)
+        self.command.assign("Form", "Taxes")
+        self.command("pin", "Taxes", "Sorting")
+        workspaces.wait_for("its window is sent there", Form=3, Receipts=1, Mail=2)
+
+
 def a_pinned_goal_has_its_windows_on_its_desktop_and_is_worked_on_there(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Taxes", [])])
-    workspaces = _Workspaces(desktop)
-    command = CommandLine(desktop, binary, path)
-    with Kelpa(desktop, binary, path) as kelpa:
-        for title in _TITLES:
-            kelpa.wait_for_card(boards.UNSORTED, title)
+    board = _Board(desktop, binary)
+    workspaces, command = board.workspaces, board.command
+    with board.opened() as kelpa:
         command.assign("Form", "Taxes")
         kelpa.wait_for_card("Taxes", "Form")
         assert workspaces.places() == {"Form": 1, "Receipts": 1, "Mail": 1}
@@ -90,20 +139,10 @@ def a_pinned_goal_has_its_windows_on_its_desktop_and_is_worked_on_there(desktop,
 
 
 def a_pin_to_a_workspace_that_the_shell_has_removed_waits_for_it(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Taxes", [])])
-    workspaces = _Workspaces(desktop)
-    command = CommandLine(desktop, binary, path)
-    with Kelpa(desktop, binary, path) as kelpa:
-        for title in _TITLES:
-            kelpa.wait_for_card(boards.UNSORTED, title)
-        workspaces.move("Mail", 2)
-        wait_until("there is a third one", lambda: workspaces.count() == 3)
-        wait_until("the board knows", lambda: "Reading" in kelpa.board.card(
-            boards.UNSORTED, "Mail").node.description)
-        command.assign("Form", "Taxes")
-        command("pin", "Taxes", "Sorting")
-        workspaces.wait_for("its window is sent there", Form=3, Receipts=1, Mail=2)
+    board = _Board(desktop, binary)
+    workspaces, command = board.workspaces, board.command
+    with board.opened() as kelpa:
+        board.pin_to_the_third(kelpa)
         wait_until("a fourth one is behind it", lambda: workspaces.count() == 4)
 
         # The Shell keeps one empty workspace, the first behind those that have windows.
@@ -126,20 +165,10 @@ def a_pin_to_a_workspace_that_the_shell_has_removed_waits_for_it(desktop, binary
 
 
 def a_pin_follows_its_workspace_when_an_empty_one_before_it_goes(desktop, binary):
-    path = desktop.directory / "board.sqlite"
-    settings.write(path, goals=[("Taxes", [])])
-    workspaces = _Workspaces(desktop)
-    command = CommandLine(desktop, binary, path)
-    with Kelpa(desktop, binary, path) as kelpa:
-        for title in _TITLES:
-            kelpa.wait_for_card(boards.UNSORTED, title)
-        workspaces.move("Mail", 2)
-        wait_until("there is a third one", lambda: workspaces.count() == 3)
-        wait_until("the board knows", lambda: "Reading" in kelpa.board.card(
-            boards.UNSORTED, "Mail").node.description)
-        command.assign("Form", "Taxes")
-        command("pin", "Taxes", "Sorting")
-        workspaces.wait_for("its window is sent there", Form=3, Receipts=1, Mail=2)
+    board = _Board(desktop, binary)
+    workspaces, command = board.workspaces, board.command
+    with board.opened() as kelpa:
+        board.pin_to_the_third(kelpa)
         wait_until("the header says so", lambda: kelpa.board.has_text("Pinned to: Sorting"))
 
         # The second one is empty: the Shell removes it, and the third becomes the second.
@@ -156,9 +185,27 @@ def a_pin_follows_its_workspace_when_an_empty_one_before_it_goes(desktop, binary
                    lambda: desktop.evaluate("global.display.focus_window.get_title()") in ("Form", "Receipts"))
         assert workspaces.places() == {"Form": 2, "Receipts": 2, "Mail": 1}
         assert not workspaces.is_minimized("Mail"), "nothing is in the way"
-    with Kelpa(desktop, binary, path) as kelpa:
+    with board.opened_again() as kelpa:
         wait_until("it is the same one after a restart", lambda: kelpa.board.has_text("Pinned to: Reading"))
         command.assign("Mail", "Taxes")
         # It was alone on the first one, which is empty then and goes.
         workspaces.wait_for("what joins goes there, which becomes the first", Form=1, Receipts=1, Mail=1)
         wait_until("the header follows", lambda: kelpa.board.has_text("Pinned to: Writing"))
+
+
+def windows_that_are_sent_together_stay_together_when_an_empty_workspace_goes_meanwhile(desktop, binary):
+    board = _Board(desktop, binary)
+    workspaces, command = board.workspaces, board.command
+    desktop.evaluate(_FIX_THEIR_NUMBER)
+    wait_until("there are four workspaces", lambda: workspaces.count() == 4)
+    with board.opened() as kelpa:
+        for title in _TITLES:
+            command.assign(title, "Taxes")
+            kelpa.wait_for_card("Taxes", title)
+        assert workspaces.places() == {"Form": 1, "Receipts": 1, "Mail": 1}
+        desktop.evaluate(_REMOVE_THE_SECOND_MEANWHILE)
+        command("pin", "Taxes", "Sorting")
+        wait_until("the second one goes", lambda: workspaces.count() == 3)
+        workspaces.wait_for("all of them are on the third, which is the second now", Form=2, Receipts=2, Mail=2)
+        wait_until("the header follows", lambda: kelpa.board.has_text("Pinned to: Reading"))
+        assert workspaces.places() == {"Form": 2, "Receipts": 2, "Mail": 2}

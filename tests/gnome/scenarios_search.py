@@ -4,6 +4,7 @@ import pathlib
 
 import board as boards
 import settings
+from activation import Activation, await_end
 from harness import on_desktop
 from kelpa import Kelpa
 from processes import wait_until
@@ -71,3 +72,22 @@ def what_is_typed_in_the_overview_finds_goals_todos_and_windows_and_opens_them(d
     _search(desktop, "nowhere at all")
     desktop.key("Escape", "Escape")
     kelpa.quit()
+
+
+@on_desktop(has_search=True)
+def the_first_search_of_the_overview_starts_the_kelpa_that_does_not_run_once(desktop, binary):
+    path = pathlib.Path(desktop.env["XDG_DATA_HOME"]) / "kelpa" / "kelpa.sqlite"
+    path.parent.mkdir()
+    settings.write(path, goals=(("Quarterly taxes", ["Find receipts"]),), is_auto_sorting=False)
+    activation = Activation(desktop, binary)
+    desktop.settle_search()
+    assert not desktop.has_name("org.kelpa.Kelpa")
+    _search(desktop, "quarterly", ["Quarterly taxes", "1 unfinished todo"])
+    assert not [window for window in desktop.windows() if window.title == boards.WINDOW]
+    _choose_first(desktop)
+    shown = desktop.wait_for_window(boards.WINDOW)
+    desktop.wait_for_active(shown)
+    _search(desktop, "receipts", ["Find receipts", "Quarterly taxes"])
+    assert activation.starts() == 1
+    desktop.key("Escape", "Escape")
+    await_end(desktop, shown.pid)

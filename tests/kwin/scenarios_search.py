@@ -5,6 +5,7 @@ import re
 
 import board as boards
 import settings
+from activation import Activation, await_end
 from desktop_search import is_revealed
 from kelpa import Kelpa
 from processes import wait_until
@@ -84,3 +85,20 @@ def krunner_does_not_ask_where_kelpa_is_switched_off_in_plasma_s_settings(deskto
     assert set(asked()) == {"before", "after"}, asked()
     kelpa.terminate()
     kelpa.wait()
+
+
+def krunner_s_first_search_starts_the_kelpa_that_does_not_run_once(desktop, binary):
+    path = pathlib.Path(desktop.env["XDG_DATA_HOME"]) / "kelpa" / "kelpa.sqlite"
+    path.parent.mkdir()
+    settings.write(path, goals=(("Quarterly taxes", ["Find receipts"]),), is_auto_sorting=False)
+    activation = Activation(desktop, binary)
+    krunner = desktop.add_krunner()
+    assert not desktop.has_name("org.kelpa.Kelpa")
+    # A call for each letter, of which the first starts it.
+    _search(krunner, "quarterly", ["Quarterly taxes", "1 unfinished todo, in category Kelpa"])
+    assert not [window for window in desktop.windows() if window.title == boards.WINDOW]
+    krunner.choose_first()
+    shown = desktop.wait_for_window(boards.WINDOW)
+    desktop.wait_for_active(shown)
+    assert activation.starts() == 1
+    await_end(desktop, shown.pid)

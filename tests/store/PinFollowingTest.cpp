@@ -19,6 +19,11 @@ protected:
         takeRequests();
     }
 
+    QByteArray linksTo(DesktopID id) const
+    {
+        return encodeDesktopLinks({{goalID, {.pin = 3, .desktop = id}}});
+    }
+
     /// The second of four goes.
     void removeSecond()
     {
@@ -63,6 +68,18 @@ TEST_F(PinFollowing, Working_on_a_goal_goes_to_its_desktop_whatever_its_number)
     EXPECT_EQ(takeRequests(),
               (QStringList{QStringLiteral("show desktop 2"), QStringLiteral("raise 2"),
                            QStringLiteral("raise 1"), QStringLiteral("minimize 4")}));
+}
+
+TEST_F(PinFollowing, Windows_and_the_person_go_to_the_desktop_itself)
+{
+    openPinned(2);
+    EXPECT_EQ(desktop.requestedDesktops,
+              (QList<NumberedDesktop>{{.number = 3, .id = 13}, {.number = 3, .id = 13}}));
+    removeSecond();
+    desktop.requestedDesktops.clear();
+    store().workOn(goalID);
+    takeRequests();
+    EXPECT_EQ(desktop.requestedDesktops, (QList<NumberedDesktop>{{.number = 2, .id = 13}}));
 }
 
 TEST_F(PinFollowing, A_pin_whose_desktop_goes_means_its_number_again)
@@ -214,6 +231,105 @@ TEST_F(PinFollowing, A_choice_of_the_same_number_is_stored_at_once_with_its_desk
     restartedStore();
     store().refresh();
     EXPECT_EQ(store().pinOf(goalID), 3);
+}
+
+TEST_F(PinFollowing, A_choice_of_the_same_number_is_a_step_of_its_own)
+{
+    openPinned(3);
+    removeSecond();
+    store().pinGoal(goalID, 3);
+    EXPECT_EQ(takeRequests(),
+              (QStringList{QStringLiteral("send to 3: 1"), QStringLiteral("send to 3: 2")}));
+    store().activateTarget(TargetSelection::unassigned(), EnterWindowLayer::no);
+    takeSignals();
+    takeWriteCount();
+    store().undo();
+    EXPECT_EQ(store().pinOf(goalID), 2);
+    EXPECT_EQ(takeSignals().value(QStringLiteral("pins")), 1);
+    EXPECT_EQ(takeWriteCount(), 1);
+    EXPECT_EQ(settings.document(desktopLinksKey), linksTo(13)) << "without another pass";
+    EXPECT_EQ(store().boardNavigation().target, TargetSelection::goal(goalID)) << "it shows where";
+    EXPECT_EQ(takeRequests(),
+              (QStringList{QStringLiteral("send to 2: 1"), QStringLiteral("send to 2: 2")}));
+    store().redo();
+    EXPECT_EQ(store().pinOf(goalID), 3);
+    EXPECT_EQ(settings.document(desktopLinksKey), linksTo(14));
+    EXPECT_EQ(takeRequests(),
+              (QStringList{QStringLiteral("send to 3: 1"), QStringLiteral("send to 3: 2")}));
+    store().undo();
+    store().undo();
+    EXPECT_EQ(store().pinOf(goalID), std::nullopt) << "the step before is that of the first pin";
+}
+
+TEST_F(PinFollowing, Undoing_a_choice_whose_desktop_is_gone_leads_to_its_number)
+{
+    openPinned(3);
+    removeSecond();
+    store().pinGoal(goalID, 3);
+    takeRequests();
+    // What the first choice meant goes, and a new one comes at the end.
+    desktop.desktopIDs = {11, 14, 15};
+    setDesktop(1, 2);
+    setDesktop(2, 2);
+    store().refresh();
+    EXPECT_EQ(store().pinOf(goalID), 2);
+    store().undo();
+    EXPECT_EQ(store().pinOf(goalID), 3);
+    EXPECT_EQ(settings.document(desktopLinksKey), linksTo(15));
+}
+
+TEST_F(PinFollowing, What_a_desktop_did_is_no_part_of_the_next_step)
+{
+    openPinned(3);
+    // The pin's desktop goes, and another one has its number.
+    desktop.desktopIDs = {11, 12, 14, 15};
+    setDesktop(1, 1);
+    setDesktop(2, 1);
+    store().refresh();
+    EXPECT_EQ(settings.document(desktopLinksKey), linksTo(14));
+    // A setting, which is a step only where it changes the order of the goals.
+    store().setAutoSortingGoals(!store().isAutoSortingGoals());
+    store().undo();
+    EXPECT_EQ(store().pinOf(goalID), std::nullopt) << "the step is that of the pin";
+}
+
+TEST_F(PinFollowing, Links_are_stored_with_the_deletion_of_a_goal_and_with_its_undoing)
+{
+    openPinned(3);
+    removeSecond();
+    const GoalID pinned = goalID;
+    takeWriteCount();
+    store().deleteGoal(pinned);
+    EXPECT_EQ(takeWriteCount(), 1);
+    EXPECT_EQ(settings.document(desktopLinksKey), encodeDesktopLinks({}));
+    store().undo();
+    EXPECT_EQ(takeWriteCount(), 1);
+    EXPECT_EQ(settings.document(desktopLinksKey), linksTo(13));
+    // No pass comes between.
+    restartedStore();
+    store().refresh();
+    EXPECT_EQ(store().pinOf(pinned), 2);
+}
+
+TEST_F(PinFollowing, Until_the_stored_board_is_loaded_its_links_stay)
+{
+    openPinned(3);
+    removeSecond();
+    const GoalID stored = goalID;
+    const QMap<QString, SettingsValue> before = settings.values;
+    settings.isUnreadable = true;
+    restartedStore();
+    goalID = makeGoal();
+    store().refresh();
+    store().pinGoal(goalID, 2);
+    store().refresh();
+    EXPECT_EQ(settings.values, before);
+    settings.isUnreadable = false;
+    scheduler.advance(std::chrono::seconds(5));
+    EXPECT_EQ(store().pins(), (GoalPins{{stored, 2}, {goalID, 2}}));
+    EXPECT_EQ(settings.document(desktopLinksKey),
+              encodeDesktopLinks(
+                  {{stored, {.pin = 3, .desktop = 13}}, {goalID, {.pin = 2, .desktop = 13}}}));
 }
 
 TEST_F(PinFollowing, Choosing_the_number_that_shows_stores_it_as_a_step)

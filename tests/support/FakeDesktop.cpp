@@ -88,9 +88,10 @@ public:
     void requestFocus() override { note(QStringLiteral("focus")); }
     void requestRaise() override { note(QStringLiteral("raise")); }
     void requestClose() override { note(QStringLiteral("close")); }
-    void requestVirtualDesktop(int number) override
+    void requestVirtualDesktop(const NumberedDesktop& desktop) override
     {
-        note(QStringLiteral("send to %1:").arg(number));
+        note(QStringLiteral("send to %1:").arg(desktop.number));
+        m_desktop.requestedDesktops.append(desktop);
     }
 
 private:
@@ -213,9 +214,10 @@ void FakeDesktop::lackNothing()
         watch->announce();
 }
 
-void FakeDesktop::showVirtualDesktop(int number)
+void FakeDesktop::showVirtualDesktop(const NumberedDesktop& desktop)
 {
-    calls.append(QStringLiteral("show desktop %1").arg(number));
+    calls.append(QStringLiteral("show desktop %1").arg(desktop.number));
+    requestedDesktops.append(desktop);
 }
 
 bool FakeDesktop::requestScreenCapture()

@@ -98,6 +98,8 @@ public:
     // The requests that the desktop has received.
     /// "windowList all", "accessibilityWindows <process>", "raise <title>", … in order.
     QStringList calls;
+    /// The virtual desktops of these requests, in order.
+    QList<NumberedDesktop> requestedDesktops;
     QList<WindowID> captured;
     /// `CaptureRequest::next` of the last capture.
     std::vector<WindowID> announcedForCapture;
@@ -132,7 +134,7 @@ public:
         return obstacleOfAccessibility;
     }
     bool requestTrust() override;
-    void showVirtualDesktop(int number) override;
+    void showVirtualDesktop(const NumberedDesktop& desktop) override;
     std::optional<AccessibilityElements> elements(ProcessID process) override;
     // Applications
     ProcessID currentProcess() const override { return ownProcess; }

@@ -1,8 +1,6 @@
 // How many objects the first frame has for what it shows most often: the start takes longer with
 // each.
-#include "platform/qt/WorkerPool.h"
-#include "support/StoreFixture.h"
-#include "views/ViewEngine.h"
+#include "views/ViewEngineFixture.h"
 
 #include <QByteArray>
 #include <QQuickItem>
@@ -14,12 +12,10 @@
 #include <chrono>
 #include <memory>
 
-using namespace std::chrono_literals;
-
 namespace kelpa::test {
 namespace {
 
-class FirstFrameObjectsTest : public StoreFixture
+class FirstFrameObjectsTest : public ViewEngineFixture
 {
 protected:
     void SetUp() override
@@ -28,14 +24,6 @@ protected:
             makeGoal(QString::number(number));
         makeTodo(store().goals().first().id);
     }
-    void TearDown() override { EXPECT_TRUE(iconReaders->finish(10s)); }
-
-    std::shared_ptr<WorkerPool> iconReaders = std::make_shared<WorkerPool>(1);
-    ViewEngine view{
-        store(),
-        desktop,
-        iconReaders,
-        {.keyNames = KeyNames::withSuper(), .appearance = std::nullopt, .isReducingMotion = true}};
 
     /// The most objects that an item of a type of the views consists of; 0 where there is no such
     /// item.
@@ -68,7 +56,7 @@ protected:
 private:
     static qsizetype objects(const QQuickItem& item, const QByteArray& type)
     {
-        if (QByteArray(item.metaObject()->className()).startsWith(type + "_QMLTYPE"))
+        if (isOfType(item, type))
             return 1 + item.findChildren<QObject*>().size();
         qsizetype most = 0;
         const QList<QQuickItem*> children = item.childItems();

@@ -1,8 +1,7 @@
 #include "views/ViewEngine.h"
 
-#include "platform/qt/WorkerPool.h"
 #include "support/LogRecorder.h"
-#include "support/StoreFixture.h"
+#include "views/ViewEngineFixture.h"
 #include "views/appearance/FontLoading.h"
 #include "views/appearance/ViewSettings.h"
 #include "views/board/BoardController.h"
@@ -30,18 +29,9 @@ using namespace std::chrono_literals;
 namespace kelpa::test {
 namespace {
 
-class ViewEngineTest : public StoreFixture
+class ViewEngineTest : public ViewEngineFixture
 {
 protected:
-    void TearDown() override { EXPECT_TRUE(iconReaders->finish(10s)); }
-
-    std::shared_ptr<WorkerPool> iconReaders = std::make_shared<WorkerPool>(1);
-    ViewEngine view{
-        store(),
-        desktop,
-        iconReaders,
-        {.keyNames = KeyNames::withSuper(), .appearance = std::nullopt, .isReducingMotion = true}};
-
     /// Whether a text with these words can be seen.
     bool shows(const QString& words) const
     {
@@ -102,7 +92,7 @@ private:
     }
     static int count(const QQuickItem& item, const QByteArray& type)
     {
-        int sum = QByteArray(item.metaObject()->className()).startsWith(type + "_QMLTYPE") ? 1 : 0;
+        int sum = isOfType(item, type) ? 1 : 0;
         const QList<QQuickItem*> children = item.childItems();
         for (const QQuickItem* const child : children)
             sum += count(*child, type);

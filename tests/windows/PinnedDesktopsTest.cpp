@@ -100,7 +100,7 @@ TEST(PinnedDesktops, What_pins_meant_in_an_earlier_run_they_mean_while_it_is_the
     const GoalPins pins{{taxes, 3}, {garden, 4}};
     PinnedDesktops desktops;
     desktops.observe({}, {1, 3, 5, 6});
-    desktops.restore({{taxes, {.pin = 3, .desktop = 3}}, {garden, {.pin = 4, .desktop = 4}}});
+    desktops.restore({{taxes, {.pin = 3, .desktop = 3}}, {garden, {.pin = 4, .desktop = 4}}}, {});
     desktops.observe(pins, {1, 3, 5, 6});
     EXPECT_EQ(desktops.numbersOf(pins), (GoalPins{{taxes, 2}, {garden, 4}}));
     EXPECT_EQ(desktops.linksOf(pins), (DesktopLinks{{taxes, {.pin = 3, .desktop = 3}},
@@ -108,6 +108,14 @@ TEST(PinnedDesktops, What_pins_meant_in_an_earlier_run_they_mean_while_it_is_the
     EXPECT_EQ(desktops.linksOf({{taxes, 4}}), DesktopLinks());
     desktops.observe(pins, {3, 5, 6});
     EXPECT_EQ(desktops.numbersOf(pins), (GoalPins{{taxes, 1}, {garden, 3}}));
+}
+
+TEST(PinnedDesktops, A_restored_pin_whose_desktop_is_gone_means_its_number_at_once)
+{
+    PinnedDesktops desktops;
+    desktops.observe({}, {1, 3, 5});
+    desktops.restore({{taxes, {.pin = 2, .desktop = 2}}}, {{taxes, 2}});
+    EXPECT_EQ(desktops.linksOf({{taxes, 2}}), (DesktopLinks{{taxes, {.pin = 2, .desktop = 3}}}));
 }
 
 TEST(PinnedDesktops, Tells_which_number_each_desktop_has_got)

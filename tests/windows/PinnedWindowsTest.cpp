@@ -28,7 +28,7 @@ protected:
     {
         QList<std::pair<WindowID, int>> sent;
         for (const DesktopMove& move : pinned.due(windows, pins, desktops))
-            sent.append({move.window.id, move.desktop});
+            sent.append({move.window.id, move.desktop.number});
         return sent;
     }
 
@@ -131,7 +131,7 @@ TEST_F(PinnedWindowsTest, Pinning_anew_gathers_what_has_strayed)
 {
     const GoalPins pins{{taxes, 2}, {garden, 3}};
     due({window(1, taxes), window(2, taxes), window(3, garden)}, pins);
-    pinned.forget(taxes);
+    pinned.forget({taxes});
     EXPECT_EQ(due({window(1, taxes, 4), window(2, taxes, 2), window(3, garden, 4)}, pins),
               (Sent{{1, 2}}));
 }
@@ -171,7 +171,7 @@ TEST_F(PinnedWindowsTest, What_the_desktop_has_refused_is_sent_once_more_and_wai
     EXPECT_FALSE(isGivenUp(here));
     EXPECT_EQ(due(here, pins), Sent()) << "it does not want to go";
     // Whatever has the person ask anew.
-    pinned.forget(taxes);
+    pinned.forget({taxes});
     EXPECT_EQ(due(here, pins), (Sent{{1, 2}}));
     EXPECT_TRUE(isGivenUp(here));
     EXPECT_EQ(due(here, pins), (Sent{{1, 2}}));
@@ -187,7 +187,7 @@ TEST_F(PinnedWindowsTest, A_window_is_sent_back_also_before_a_late_list_shows_th
     EXPECT_EQ(due(late, {{taxes, 2}}), (Sent{{1, 2}}));
     EXPECT_EQ(due(late, {{taxes, 1}}), (Sent{{1, 1}}));
     EXPECT_EQ(due(late, {{taxes, 2}}), (Sent{{1, 2}}));
-    pinned.forget(taxes);
+    pinned.forget({taxes});
     EXPECT_EQ(due(late, {{taxes, 2}}), Sent()) << "it is on its way";
 }
 
@@ -213,7 +213,7 @@ TEST_F(PinnedWindowsTest, Windows_stay_where_only_the_number_of_their_desktop_ch
     const auto dueNow = [&](const QList<WindowItem>& windows) {
         Sent sent;
         for (const DesktopMove& move : pinned.due(windows, pins, fourDesktops, numbers))
-            sent.append({move.window.id, move.desktop});
+            sent.append({move.window.id, move.desktop.number});
         return sent;
     };
     numbers.observe(pins, {11, 12, 13, 14});
@@ -256,6 +256,30 @@ TEST_F(PinnedWindowsTest, Nothing_is_awaited_of_a_window_whose_desktop_is_gone)
     EXPECT_EQ(pinned.asSent({window(1, taxes)}).first().desktopNumber, 1);
     for (int pass = 0; pass < 5; ++pass)
         EXPECT_FALSE(pinned.observe({window(1, taxes)}, SentRequests::sent));
+}
+
+TEST_F(PinnedWindowsTest, A_window_that_its_desktop_did_not_live_to_see_waits_for_the_pins_next_one)
+{
+    const GoalPins pins{{taxes, 3}};
+    const auto twoDesktops = fourDesktops.first(2);
+    due({window(1, taxes), window(2, taxes)}, pins);
+    // The first one arrives.
+    pinned.observe({window(1, taxes, 3), window(2, taxes)}, SentRequests::sent);
+    pinned.renumber({{1, 1}, {2, 2}});
+    EXPECT_EQ(due({window(1, taxes), window(2, taxes)}, pins, twoDesktops), Sent());
+    EXPECT_EQ(due({window(1, taxes), window(2, taxes)}, pins), (Sent{{2, 3}}));
+}
+
+TEST_F(PinnedWindowsTest, Windows_are_sent_to_the_desktop_itself_where_desktops_are_told_apart)
+{
+    const GoalPins pins{{taxes, 3}};
+    PinnedDesktops desktops;
+    EXPECT_EQ(pinned.due({window(1, taxes)}, pins, fourDesktops, desktops),
+              (QList<DesktopMove>{{window(1, taxes), {.number = 3}}}));
+    desktops.observe(pins, {11, 12, 13, 14});
+    desktops.observe(pins, {11, 13, 14});
+    EXPECT_EQ(pinned.due({window(2, taxes)}, pins, fourDesktops, desktops),
+              (QList<DesktopMove>{{window(2, taxes), {.number = 2, .id = 13}}}));
 }
 
 } // namespace

@@ -64,8 +64,8 @@ private:
     void change(const std::stop_token& stop)
     {
         std::minstd_rand random;
-        for (int count = 0; !stop.stop_requested(); ++count) {
-            const xcb_window_t window = m_windows.at(count % windowCount);
+        for (std::size_t count = 0; !stop.stop_requested(); ++count) {
+            const xcb_window_t window = m_windows.at(count % m_windows.size());
             const auto top = static_cast<std::int16_t>(random() % 200);
             m_client.fill(window, {0, top, 400, 60}, static_cast<std::uint32_t>(random()));
             m_client.setText(window, "_NET_WM_NAME", "window " + QByteArray::number(count));
@@ -148,6 +148,8 @@ public:
         m_board.store()->startObserving();
         if (!test::waitUntil([this] { return m_board.store()->windows().size() == windowCount; }))
             throw std::runtime_error("the windows are not listed");
+        // Folded they would all be in view.
+        m_board.store()->setUnsortedFold(UnsortedFold::unfolded);
         // Until all cards in view have their pictures.
         test::waitUntil([] { return false; }, 1500ms);
     }

@@ -59,7 +59,10 @@ export default class KelpaWindows extends Extension {
                 this._detach(caller);
                 return {};
             },
-            List: () => ({reply: this._takeList()}),
+            List: () => ({reply: this._takeLists(() => [this._list.take()])}),
+            ListWithWorkspaces: () => ({
+                reply: this._takeLists(() => [this._list.take(), this._list.identifiedWorkspaces()]),
+            }),
             Activate: (_caller, id, time) => {
                 Windows.activate(Windows.find(id), time);
                 return {};
@@ -77,13 +80,20 @@ export default class KelpaWindows extends Extension {
                 return {};
             },
             Workspaces: () => ({values: [this._list.workspaces()]}),
-            ListWorkspaces: () => ({values: [this._list.identifiedWorkspaces()]}),
             SendTo: (_caller, id, number) => {
-                Windows.sendTo(Windows.find(id), number);
+                Windows.sendTo(Windows.find(id), Windows.numberedWorkspace(number));
+                return {};
+            },
+            SendToWorkspace: (_caller, id, workspace) => {
+                Windows.sendTo(Windows.find(id), Windows.identifiedWorkspace(workspace));
                 return {};
             },
             ShowWorkspace: (_caller, number) => {
-                Windows.showWorkspace(number);
+                Windows.showWorkspace(Windows.numberedWorkspace(number));
+                return {};
+            },
+            GoToWorkspace: (_caller, workspace) => {
+                Windows.showWorkspace(Windows.identifiedWorkspace(workspace));
                 return {};
             },
             Picture: (_caller, id, ...wanted) => this._pictures.take(Windows.find(id), ...wanted),
@@ -120,9 +130,9 @@ export default class KelpaWindows extends Extension {
         }
     }
 
-    _takeList() {
+    _takeLists(take) {
         const began = GLib.get_monotonic_time();
-        const reply = GLib.Variant.new_tuple([this._list.take()]);
+        const reply = GLib.Variant.new_tuple(take());
         this._coalescer.cost((GLib.get_monotonic_time() - began) / 1000);
         return reply;
     }

@@ -24,6 +24,13 @@ function all() {
         .filter(window => window && !window.is_override_redirect());
 }
 
+// In their order.
+function presentWorkspaces() {
+    const manager = global.workspace_manager;
+    return Array.from({length: manager.get_n_workspaces()},
+        (_none, index) => manager.get_workspace_by_index(index));
+}
+
 // The ids begin with the time, in microseconds, so that those of another run, which began later, are greater.
 let lastWorkspaceID = GLib.get_real_time();
 
@@ -86,8 +93,9 @@ export class List {
     }
 
     identifiedWorkspaces() {
-        return this.workspaces().map((name, index) =>
-            [workspaceID(global.workspace_manager.get_workspace_by_index(index)), name]);
+        const names = this.workspaces();
+        const rows = presentWorkspaces().map((workspace, index) => [workspaceID(workspace), names[index]]);
+        return new GLib.Variant('a(ts)', rows);
     }
 
     take() {
@@ -132,24 +140,30 @@ export function bringForward(pid) {
 }
 
 // By its number, from 1.
-function numberedWorkspace(number) {
+export function numberedWorkspace(number) {
     const count = global.workspace_manager.get_n_workspaces();
     if (number < 1 || number > count)
         throw new Refusal('NoSuchWorkspace', `there are ${count} workspaces, and none is ${number}`);
     return global.workspace_manager.get_workspace_by_index(number - 1);
 }
 
-export function sendTo(window, number) {
-    const target = numberedWorkspace(number);
-    if (!window.is_on_all_workspaces())
-        window.change_workspace(target);
+// By its id.
+export function identifiedWorkspace(id) {
+    const found = presentWorkspaces().find(workspace => workspaceID(workspace) === id);
+    if (!found)
+        throw new Refusal('NoSuchWorkspace', `there is no workspace whose id is ${id}`);
+    return found;
 }
 
-export function showWorkspace(number) {
-    const target = numberedWorkspace(number);
+export function sendTo(window, workspace) {
+    if (!window.is_on_all_workspaces())
+        window.change_workspace(workspace);
+}
+
+export function showWorkspace(workspace) {
     Main.overview.hide();
-    if (target !== global.workspace_manager.get_active_workspace())
-        target.activate(global.display.get_current_time_roundtrip());
+    if (workspace !== global.workspace_manager.get_active_workspace())
+        workspace.activate(global.display.get_current_time_roundtrip());
 }
 
 // Permits a program that is about to start to have the focus.

@@ -26,6 +26,7 @@
 #include <QDir>
 #include <QGuiApplication>
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -48,7 +49,9 @@ struct X11Desktop::Parts
                         .ownProcess = static_cast<ProcessID>(QCoreApplication::applicationPid()),
                         .owners = &owners,
                         .recordedOwners = owners.read()}),
-          globalKeys(connector, scheduler), ownWindow(connector, pager, scheduler),
+          globalKeys(connector, scheduler),
+          ownWindow(connector, pager, scheduler,
+                    [this](std::uint32_t window) { return grabFocusFilter.hasLostFocus(window); }),
           abilities(connector, scheduler), motionOnDisplay(connector, scheduler)
     {}
 

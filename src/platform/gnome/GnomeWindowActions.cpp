@@ -31,7 +31,10 @@ public:
     /// The focus has raised it.
     void requestRaise() override {}
     void requestClose() override { m_client.close(m_window); }
-    void requestVirtualDesktop(int number) override { m_client.sendTo(m_window, number); }
+    void requestVirtualDesktop(const NumberedDesktop& desktop) override
+    {
+        m_client.sendTo(m_window, desktop);
+    }
 
 private:
     ShellClient& m_client;

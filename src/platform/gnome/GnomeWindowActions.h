@@ -24,7 +24,10 @@ public:
     std::optional<Obstacle> accessibilityObstacle() const override { return std::nullopt; }
     bool requestTrust() override { return isTrusted(); }
 
-    void showVirtualDesktop(int number) override { m_client.showWorkspace(number); }
+    void showVirtualDesktop(const NumberedDesktop& desktop) override
+    {
+        m_client.showWorkspace(desktop);
+    }
     std::optional<AccessibilityElements> elements(ProcessID process) override;
 
 private:

@@ -22,21 +22,21 @@ bool GnomeWindowServer::isScreenCaptureTrusted() const
 
 std::unique_ptr<DiscoverySource> GnomeWindowServer::openDiscoverySource()
 {
-    const std::optional<std::vector<NumberedShellWindow>> windows = listed();
-    qCDebug(logGnome, "pass has %zu windows of the Shell%s", windows ? windows->size() : 0,
-            windows ? "" : ", whose extension does not serve Kelpa");
+    const std::optional<Listing> listing = listed();
+    qCDebug(logGnome, "pass has %zu windows of the Shell%s", listing ? listing->windows.size() : 0,
+            listing ? "" : ", whose extension does not serve Kelpa");
     {
-        const std::scoped_lock lock(m_windowsMutex);
-        m_windows = windows;
+        const std::scoped_lock lock(m_mutex);
+        m_listing = listing;
     }
-    if (!windows)
+    if (!listing)
         return std::make_unique<CompositorSnapshot>();
-    return std::make_unique<CompositorSnapshot>(describedWindows(*windows), m_needs.resolver,
-                                                m_needs.documents, m_workspaces.names, QList<int>(),
-                                                m_workspaces.ids);
+    return std::make_unique<CompositorSnapshot>(
+        describedWindows(listing->windows), m_needs.resolver, m_needs.documents,
+        listing->workspaces.names, QList<int>(), listing->workspaces.ids);
 }
 
-std::optional<std::vector<NumberedShellWindow>> GnomeWindowServer::listed()
+std::optional<GnomeWindowServer::Listing> GnomeWindowServer::listed()
 {
     ShellStanding standing = m_client.standing();
     // The first pass comes before anyone has asked. Later ones leave that to the follower.
@@ -47,13 +47,17 @@ std::optional<std::vector<NumberedShellWindow>> GnomeWindowServer::listed()
     ShellList list = m_client.list();
     if (!list.isServed)
         return std::nullopt;
+    std::optional<Listing> last = lastListing();
+    // While the Shell hangs, no window comes or goes.
     if (!list.windows)
-        // While the Shell hangs, no window comes or goes.
-        return windows();
-    if (std::optional<ShellWorkspaces> workspaces = m_client.workspaces())
-        m_workspaces = *std::move(workspaces);
+        return last;
     m_numbers.begin(QByteArrayLiteral("gnome ") + QByteArray::number(quint64{standing.run}));
-    return numbered(*std::move(list.windows));
+    Listing listing{.windows = numbered(*std::move(list.windows))};
+    if (list.workspaces)
+        listing.workspaces = *std::move(list.workspaces);
+    else if (last)
+        listing.workspaces = std::move(last->workspaces);
+    return listing;
 }
 
 std::vector<NumberedShellWindow> GnomeWindowServer::numbered(std::vector<ShellWindow> windows)
@@ -67,8 +71,8 @@ std::vector<NumberedShellWindow> GnomeWindowServer::numbered(std::vector<ShellWi
 
 std::optional<ShellWindow> GnomeWindowServer::windowNumbered(WindowID number) const
 {
-    const std::scoped_lock lock(m_windowsMutex);
-    return m_windows ? kelpa::windowNumbered(*m_windows, number) : std::nullopt;
+    const std::scoped_lock lock(m_mutex);
+    return m_listing ? kelpa::windowNumbered(m_listing->windows, number) : std::nullopt;
 }
 
 std::optional<WindowCapture> GnomeWindowServer::captureWindow(const CaptureRequest& request,
@@ -93,8 +97,14 @@ std::unique_ptr<Subscription> GnomeWindowServer::watchWindows(std::function<void
 
 std::optional<std::vector<NumberedShellWindow>> GnomeWindowServer::windows() const
 {
-    const std::scoped_lock lock(m_windowsMutex);
-    return m_windows;
+    const std::scoped_lock lock(m_mutex);
+    return m_listing ? std::optional(m_listing->windows) : std::nullopt;
+}
+
+std::optional<GnomeWindowServer::Listing> GnomeWindowServer::lastListing() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_listing;
 }
 
 } // namespace kelpa::gnome

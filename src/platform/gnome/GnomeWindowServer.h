@@ -34,8 +34,8 @@ struct GnomeWindowServerNeeds
     std::set<WindowID> takenNumbers{};
 };
 
-/// A pass is one request, and another for the workspaces. While the Shell hangs, passes give the
-/// windows that it told last.
+/// A pass is one request, and with an older extension another for the workspaces. While the Shell
+/// hangs, passes give what it told last.
 class GnomeWindowServer final : public WindowServer
 {
 public:
@@ -57,20 +57,28 @@ public:
     std::optional<std::vector<NumberedShellWindow>> windows() const;
 
 private:
+    /// What one pass has found.
+    struct Listing
+    {
+        std::vector<NumberedShellWindow> windows{};
+        ShellWorkspaces workspaces{};
+    };
+
     /// Absent when the extension does not serve Kelpa.
-    std::optional<std::vector<NumberedShellWindow>> listed();
+    std::optional<Listing> listed();
+    std::optional<Listing> lastListing() const;
     std::vector<NumberedShellWindow> numbered(std::vector<ShellWindow> windows);
     std::optional<ShellWindow> windowNumbered(WindowID number) const;
 
     const GnomeWindowServerNeeds m_needs;
     ShellClient& m_client;
 
-    // Used by discovery passes alone, of which there is one at a time.
+    /// Used by discovery passes alone, of which there is one at a time.
     NamedWindowNumbers m_numbers;
-    ShellWorkspaces m_workspaces;
 
-    mutable std::mutex m_windowsMutex;
-    std::optional<std::vector<NumberedShellWindow>> m_windows;
+    mutable std::mutex m_mutex;
+    /// Of the last pass.
+    std::optional<Listing> m_listing;
 };
 
 } // namespace kelpa::gnome

@@ -57,6 +57,10 @@ struct ShellList
     bool isServed = false;
     /// Absent when the Shell does not reply, or in a form that is no list.
     std::optional<std::vector<ShellWindow>> windows{};
+    /// Absent when the Shell does not reply, or in another form; empty where the extension is older
+    /// than `workspacesVersion`, without ids where it is older than `workspaceIDsVersion`. Since
+    /// that version they come with the windows, so that a window's number is one of theirs.
+    std::optional<ShellWorkspaces> workspaces{};
 };
 
 /// Any thread but the main one, unless said otherwise: each function waits for the Shell, no longer
@@ -87,9 +91,6 @@ public:
     ShellStanding switchOn();
 
     ShellList list();
-    /// Absent when the Shell does not reply, or in another form; empty where the extension is older
-    /// than `workspacesVersion`, without ids where it is older than `workspaceIDsVersion`.
-    std::optional<ShellWorkspaces> workspaces();
     /// A new picture of the window, at most `largest` pixels large. Absent when there is none, or
     /// when it is the one that this function gave last and `isNeeded` is false.
     std::optional<QImage> picture(std::uint64_t window, const QSize& largest, bool isNeeded);
@@ -97,9 +98,10 @@ public:
     void close(std::uint64_t window);
     void minimize(std::uint64_t window);
     void restore(std::uint64_t window);
-    /// By numbers of workspaces, from 1; nothing happens where there is none of that number.
-    void sendTo(std::uint64_t window, int workspace);
-    void showWorkspace(int workspace);
+    /// Nothing happens where the workspace is not there. An extension that is older than
+    /// `workspaceIDsVersion` goes by the number alone.
+    void sendTo(std::uint64_t window, const NumberedDesktop& workspace);
+    void showWorkspace(const NumberedDesktop& workspace);
     /// Activates Kelpa's own window; false when the extension did not.
     bool bringForward();
     /// An activation token for a program; empty when there is none.
@@ -129,6 +131,9 @@ private:
     /// False where the person has switched all extensions off.
     bool areExtensionsOn(const std::string& owner);
     int shellVersion(const std::string& owner);
+    std::optional<ShellWorkspaces> workspaceNames();
+    /// Whether the extension takes the ids of workspaces.
+    bool takesIDs() const;
     BusReply callExtension(const char* method, GVariant* arguments, const char* replyType);
     void act(const char* method, GVariant* arguments);
 

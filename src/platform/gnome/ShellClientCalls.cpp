@@ -18,25 +18,36 @@ constexpr std::size_t longestToken = 256;
 
 } // namespace
 
+bool ShellClient::takesIDs() const
+{
+    return standing().version >= workspaceIDsVersion;
+}
+
 ShellList ShellClient::list()
 {
-    const BusReply reply = callExtension("List", nullptr, "(aa{sv})");
+    const bool isWithWorkspaces = takesIDs();
+    const BusReply reply = isWithWorkspaces
+                               ? callExtension("ListWithWorkspaces", nullptr, "(aa{sv}a(ts))")
+                               : callExtension("List", nullptr, "(aa{sv})");
     ShellList list{.isServed = isServed(reply)};
-    if (reply.outcome == BusCallOutcome::answered) {
-        const GlibPointer<GVariant> windows(g_variant_get_child_value(reply.value.get(), 0));
-        list.windows = windowsIn(windows.get());
+    if (reply.outcome != BusCallOutcome::answered)
+        return list;
+    const GlibPointer<GVariant> windows(g_variant_get_child_value(reply.value.get(), 0));
+    list.windows = windowsIn(windows.get());
+    if (isWithWorkspaces) {
+        const GlibPointer<GVariant> workspaces(g_variant_get_child_value(reply.value.get(), 1));
+        list.workspaces = workspacesIn(workspaces.get());
+    } else {
+        list.workspaces = workspaceNames();
     }
     return list;
 }
 
-std::optional<ShellWorkspaces> ShellClient::workspaces()
+std::optional<ShellWorkspaces> ShellClient::workspaceNames()
 {
-    const std::uint32_t version = standing().version;
-    if (version < workspacesVersion)
+    if (standing().version < workspacesVersion)
         return ShellWorkspaces();
-    const BusReply reply = version < workspaceIDsVersion
-                               ? callExtension("Workspaces", nullptr, "(as)")
-                               : callExtension("ListWorkspaces", nullptr, "(a(ts))");
+    const BusReply reply = callExtension("Workspaces", nullptr, "(as)");
     if (reply.outcome != BusCallOutcome::answered)
         return std::nullopt;
     const GlibPointer<GVariant> workspaces(g_variant_get_child_value(reply.value.get(), 0));
@@ -106,14 +117,21 @@ void ShellClient::restore(std::uint64_t window)
     act("Restore", g_variant_new("(t)", guint64{window}));
 }
 
-void ShellClient::sendTo(std::uint64_t window, int workspace)
+void ShellClient::sendTo(std::uint64_t window, const NumberedDesktop& workspace)
 {
-    act("SendTo", g_variant_new("(tu)", guint64{window}, static_cast<guint32>(workspace)));
+    if (workspace.id && takesIDs())
+        act("SendToWorkspace", g_variant_new("(tt)", guint64{window}, guint64{*workspace.id}));
+    else
+        act("SendTo",
+            g_variant_new("(tu)", guint64{window}, static_cast<guint32>(workspace.number)));
 }
 
-void ShellClient::showWorkspace(int workspace)
+void ShellClient::showWorkspace(const NumberedDesktop& workspace)
 {
-    act("ShowWorkspace", g_variant_new("(u)", static_cast<guint32>(workspace)));
+    if (workspace.id && takesIDs())
+        act("GoToWorkspace", g_variant_new("(t)", guint64{*workspace.id}));
+    else
+        act("ShowWorkspace", g_variant_new("(u)", static_cast<guint32>(workspace.number)));
 }
 
 bool ShellClient::bringForward()

@@ -27,9 +27,9 @@ public:
     /// The focus has raised it.
     void requestRaise() override {}
     void requestClose() override { order(KwinAction::close); }
-    void requestVirtualDesktop(int number) override
+    void requestVirtualDesktop(const NumberedDesktop& desktop) override
     {
-        m_server.order({.action = KwinAction::send, .window = m_uuid, .desktop = number});
+        m_server.order({.action = KwinAction::send, .window = m_uuid, .desktop = desktop.number});
     }
 
 private:
@@ -47,9 +47,9 @@ bool KwinWindowActions::isTrusted() const
     return m_server.isScreenCaptureTrusted();
 }
 
-void KwinWindowActions::showVirtualDesktop(int number)
+void KwinWindowActions::showVirtualDesktop(const NumberedDesktop& desktop)
 {
-    m_server.order({.action = KwinAction::showDesktop, .desktop = number});
+    m_server.order({.action = KwinAction::showDesktop, .desktop = desktop.number});
 }
 
 std::optional<AccessibilityElements> KwinWindowActions::elements(ProcessID process)

@@ -26,7 +26,7 @@ public:
     bool requestTrust() override { return isTrusted(); }
 
     std::optional<AccessibilityElements> elements(ProcessID process) override;
-    void showVirtualDesktop(int number) override;
+    void showVirtualDesktop(const NumberedDesktop& desktop) override;
 
 private:
     KwinWindowServer& m_server;

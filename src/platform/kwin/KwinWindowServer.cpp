@@ -36,9 +36,18 @@ KwinWindowServer::~KwinWindowServer()
 KwinReading KwinWindowServer::readLink()
 {
     KwinReading reading = m_link.read();
-    if (m_isKeyHeard.exchange(reading.isKeyHeard) != reading.isKeyHeard)
+    KeyReport report = KeyReport::none;
+    if (reading.isKeyHeard)
+        report = *reading.isKeyHeard ? KeyReport::heard : KeyReport::unheard;
+    if (m_keyReport.exchange(report) != report)
         m_changes.notify();
     return reading;
+}
+
+std::optional<bool> KwinWindowServer::isKeyHeard() const
+{
+    const KeyReport report = m_keyReport;
+    return report == KeyReport::none ? std::nullopt : std::optional(report == KeyReport::heard);
 }
 
 std::unique_ptr<DiscoverySource> KwinWindowServer::openDiscoverySource()

@@ -97,7 +97,7 @@ public:
     bool isListing() const { return m_isListing; }
     /// Whether `watchLauncher` reports taps of Super, as found last; absent until KWin has said so
     /// once. Any thread; returns at once.
-    std::optional<bool> isKeyHeard() const { return m_isKeyHeard; }
+    std::optional<bool> isKeyHeard() const;
     /// As KWin has answered last. Any thread; returns at once.
     PictureStanding pictures() const { return m_pictures; }
 
@@ -108,6 +108,10 @@ public:
     void order(const KwinOrder& order) { m_link.order(order); }
 
 private:
+    /// What `isKeyHeard` answers. Not an optional: atomics of two bytes that are no integer need a
+    /// library of Clang's own.
+    enum class KeyReport : std::uint8_t { none, heard, unheard };
+
     /// Of the script and of the keys, which are read whether or not the windows are.
     KwinReading readLink();
     bool areWindowsKept(std::chrono::steady_clock::time_point now);
@@ -131,7 +135,7 @@ private:
     /// Assumed until KWin has been asked.
     std::atomic<bool> m_isThere = true;
     std::atomic<bool> m_isListing = true;
-    std::atomic<std::optional<bool>> m_isKeyHeard{};
+    std::atomic<KeyReport> m_keyReport = KeyReport::none;
     std::atomic<PictureStanding> m_pictures = PictureStanding::given;
 
     // Used by discovery passes alone, of which there is one at a time.

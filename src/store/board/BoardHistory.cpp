@@ -10,13 +10,19 @@ std::optional<GoalID> assigned(const Assignments& assignments, const QString& ke
     return found != assignments.constEnd() ? std::optional(*found) : std::nullopt;
 }
 
+std::optional<DesktopLink> linked(const DesktopLinks& links, GoalID goalID)
+{
+    const auto found = links.constFind(goalID);
+    return found != links.constEnd() ? std::optional(*found) : std::nullopt;
+}
+
 } // namespace
 
 bool BoardHistory::record(const BoardVersion& before, const BoardVersion& after)
 {
     if (before.contents == after.contents &&
         before.isRememberingWindows == after.isRememberingWindows &&
-        before.answeredOffers == after.answeredOffers)
+        before.answeredOffers == after.answeredOffers && before.desktopLinks == after.desktopLinks)
         return false;
     m_redoable.clear();
     m_undoable.append(stepBetween(after, before));
@@ -63,6 +69,12 @@ BoardHistory::Step BoardHistory::stepBetween(const BoardVersion& from, const Boa
         step.answeredOffers.insert(windowID, true);
     for (const WindowID windowID : from.answeredOffers - to.answeredOffers)
         step.answeredOffers.insert(windowID, false);
+    for (const DesktopLinks& links : {to.desktopLinks, from.desktopLinks}) {
+        for (const GoalID goalID : links.keys()) {
+            if (linked(to.desktopLinks, goalID) != linked(from.desktopLinks, goalID))
+                step.desktopLinks.insert(goalID, linked(to.desktopLinks, goalID));
+        }
+    }
     return step;
 }
 
@@ -79,7 +91,8 @@ BoardVersion BoardHistory::applyLast(QList<Step>& source, QList<Step>& inverses,
     BoardVersion result{{step.goals, step.unassignedTodos, board.contents.assignments, step.pins},
                         board.isAutoSortingGoals,
                         board.isRememberingWindows,
-                        board.answeredOffers};
+                        board.answeredOffers,
+                        board.desktopLinks};
     for (const auto& [key, goalID] : step.assignments.asKeyValueRange()) {
         inverse.assignments.insert(key, assigned(result.contents.assignments, key));
         if (goalID)
@@ -101,6 +114,13 @@ BoardVersion BoardHistory::applyLast(QList<Step>& source, QList<Step>& inverses,
             result.answeredOffers.insert(windowID);
         else
             result.answeredOffers.remove(windowID);
+    }
+    for (const auto& [goalID, link] : step.desktopLinks.asKeyValueRange()) {
+        inverse.desktopLinks.insert(goalID, linked(board.desktopLinks, goalID));
+        if (link)
+            result.desktopLinks.insert(goalID, *link);
+        else
+            result.desktopLinks.remove(goalID);
     }
     inverses.append(std::move(inverse));
     return result;

@@ -13,21 +13,22 @@
 
 namespace kelpa {
 
-/// The board, whether its goals are in automatic order, whether their windows are remembered, and
-/// which windows' offers to go back into a goal a person has answered.
+/// The board, whether its goals are in automatic order, whether their windows are remembered, which
+/// windows' offers to go back into a goal a person has answered, and which desktops the pins mean.
 struct BoardVersion
 {
     BoardContents contents;
     bool isAutoSortingGoals = true;
     bool isRememberingWindows = true;
     QSet<WindowID> answeredOffers{};
+    DesktopLinks desktopLinks{};
 
     friend bool operator==(const BoardVersion&, const BoardVersion&) = default;
 };
 
 /// The last steps of a person. A step keeps all goals, todos and pins as they were before it, since
-/// only a person changes them, but only those assignments that the step itself changed: windows
-/// that appear in between add others.
+/// only a person changes them, but only those assignments and links that the step itself changed:
+/// windows and desktops that come and go in between change others.
 class BoardHistory
 {
 public:
@@ -36,8 +37,8 @@ public:
 
     /// Records that a person turned `before` into `after`, and drops the steps that could be
     /// redone. False when goals, todos, assignments and pins are the same, what is remembered was
-    /// not forgotten, and no offer answered: the automatic order by itself is a setting, and
-    /// belongs to a step only where it changed the order of the goals.
+    /// not forgotten, no offer answered, and each pin means the same desktop: the automatic order
+    /// by itself is a setting, and belongs to a step only where it changed the order of the goals.
     bool record(const BoardVersion& before, const BoardVersion& after);
     void clear();
 
@@ -63,6 +64,8 @@ private:
         std::optional<bool> isRememberingWindows;
         /// Whether it is answered, by window.
         QHash<WindowID, bool> answeredOffers;
+        /// By goal; absent where it has none.
+        QHash<GoalID, std::optional<DesktopLink>> desktopLinks;
     };
 
     static Step stepBetween(const BoardVersion& from, const BoardVersion& to);

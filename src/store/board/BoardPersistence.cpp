@@ -157,6 +157,11 @@ SettingsEntry goalPinsEntry(const GoalPins& pins)
     return {goalPinsKey, encodeGoalPins(pins)};
 }
 
+SettingsEntry desktopLinksEntry(const DesktopLinks& links)
+{
+    return {desktopLinksKey, encodeDesktopLinks(links)};
+}
+
 SettingsEntry windowMemoryEntry(const RememberedWindows& windows)
 {
     return {windowMemoryKey, encodeRememberedWindows(windows)};

@@ -85,6 +85,7 @@ std::vector<SettingsEntry> boardEntries(const QList<Goal>& goals,
 std::optional<std::vector<SettingsEntry>> wholeBoardEntries(const BoardContents& board);
 SettingsEntry assignmentsEntry(const Assignments& assignments);
 SettingsEntry goalPinsEntry(const GoalPins& pins);
+SettingsEntry desktopLinksEntry(const DesktopLinks& links);
 SettingsEntry windowMemoryEntry(const RememberedWindows& windows);
 
 } // namespace kelpa

@@ -39,6 +39,8 @@ public:
     /// What was encoded ahead for a save that is about to come: it takes these values where the
     /// board is theirs.
     void expect(EncodedBoard board) { m_expected = std::move(board); }
+    /// Whether the stored board has been loaded.
+    bool isLoaded() const { return m_isLoaded; }
     /// Writes all of the board, and `settings` with it.
     void save(const BoardContents& board, std::vector<SettingsEntry> settings);
     /// Writes `entries` now; entries that cannot be written are retried after a delay.

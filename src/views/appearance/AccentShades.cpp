@@ -74,6 +74,14 @@ bool isShown(const Light& light)
         light, [](double each) { return each >= -rounding && each <= 1 + rounding; });
 }
 
+/// How different they look: 0 for the same colour, 1 for black and white.
+double distance(const Perceived& one, const Perceived& other)
+{
+    const double a = one.chroma * std::cos(one.hue) - other.chroma * std::cos(other.hue);
+    const double b = one.chroma * std::sin(one.hue) - other.chroma * std::sin(other.hue);
+    return std::hypot(one.lightness - other.lightness, a, b);
+}
+
 /// With less chroma where no screen shows as much.
 QColor shownColor(Perceived color)
 {
@@ -219,9 +227,39 @@ private:
         made.accentPress = shifted(pressStep);
     }
 
+    /// Under a nearly grey accent a ground would look as it does under the pointer. So that gets
+    /// more chroma of its hue, and where it has none, the colour is Kelpa's own.
+    QColor accepting() const
+    {
+        constexpr double leastOfHue = 0.02;
+        constexpr double most = 0.2;
+        constexpr double step = 0.01;
+        Perceived wanted = perceivedFrom(lightOf(m_accent));
+        QColor made = fittedAccepting(m_accent);
+        while (!isUnlikeOverlays(made)) {
+            if (wanted.chroma < leastOfHue || wanted.chroma > most)
+                return m_around.ownAccepting;
+            wanted.chroma += step;
+            made = fittedAccepting(shownColor(wanted));
+        }
+        return made;
+    }
+
+    bool isUnlikeOverlays(const QColor& accepting) const
+    {
+        constexpr double leastDistance = 0.015;
+        return std::ranges::all_of(m_around.grounds, [&](const QColor& ground) {
+            const Perceived own = perceivedFrom(lightOf(tinted(ground, accepting)));
+            return std::ranges::all_of(m_around.overlays, [&](const QColor& overlay) {
+                const Perceived other = perceivedFrom(lightOf(tinted(ground, overlay)));
+                return distance(own, other) >= leastDistance;
+            });
+        });
+    }
+
     /// Every ground is seen to change under it, and gets no nearer to the texts than under Kelpa's
     /// own.
-    QColor accepting() const
+    QColor fittedAccepting(const QColor& accent) const
     {
         const auto withOpacity = [this](QColor color) {
             color.setAlpha(m_around.ownAccepting.alpha());
@@ -237,7 +275,7 @@ private:
                        contrastOf(made, bare) >= leastChange;
             });
         };
-        return withOpacity(fitted(m_accent, isFitting));
+        return withOpacity(fitted(accent, isFitting));
     }
 
     const QColor m_accent;

@@ -33,7 +33,9 @@ public:
     QColor accentText;
     /// Of outlines.
     QColor focus;
-    /// Laid over a ground onto which something is dragged.
+    /// Laid over a ground onto which something is dragged, or that is chosen. It looks unlike the
+    /// theme's other overlays, and so may have more chroma than a nearly grey accent, or be Kelpa's
+    /// own.
     QColor accepting;
 
     bool operator==(const AccentShades&) const = default;
@@ -54,7 +56,8 @@ struct AccentSurroundings
     bool isHighContrast = false;
 };
 
-/// The shades of an opaque `accent`; invalid ones for an invalid one. Below a millisecond.
+/// The shades of an opaque `accent`; invalid ones for an invalid one. Below a
+/// millisecond for most, and ten for dark ones that are nearly grey.
 AccentShades accentShades(const QColor& accent, const AccentSurroundings& surroundings);
 
 /// From 1 to 21, as the guidelines for accessible contents measure it; of opaque colours.

@@ -11,12 +11,28 @@ QtObject {
     readonly property bool isDark: ViewSettings.isDark
     readonly property bool isHighContrast: ViewSettings.isHighContrast
 
+    // What the shades of the desktop's accent have to stand out from: one value, so that these are made once
+    // when all of it changes.
+    readonly property var surroundings: ({
+        "window": root.shade("#1b1c1f", "#f4f5f7", "#000000", "#ffffff"),
+        "column": root.shade("#242529", "#eaecef", "#121315", "#f0f1f4"),
+        "card": root.shade("#303237", "#ffffff", "#1b1c1f", "#ffffff"),
+        "field": root.shade("#2a2b30", "#ffffff", "#0c0d0e", "#ffffff"),
+        "popup": root.shade("#303237", "#ffffff", "#1b1c1f", "#ffffff"),
+        "railTop": root.shade("#2a2c32", "#e6eaf2", "#121315", "#f0f1f4"),
+        "railBottom": root.shade("#202125", "#eff0f3", "#0c0d0e", "#f7f8fa"),
+        "hover": root.shade("#14ffffff", "#0d14181f", "#14ffffff", "#0d14181f"),
+        "press": root.shade("#22ffffff", "#1a14181f", "#22ffffff", "#1a14181f"),
+        "ownAccepting": root.shade("#2e5b93ff", "#1f2563eb", "#2e5b93ff", "#1f2563eb"),
+        "textOnAccent": root.shade("#ffffff", "#ffffff", "#000000", "#ffffff")
+    })
+
     // Grounds, from the back to the front.
-    readonly property color window: root.shade("#1b1c1f", "#f4f5f7", "#000000", "#ffffff")
-    readonly property color column: root.shade("#242529", "#eaecef", "#121315", "#f0f1f4")
-    readonly property color card: root.shade("#303237", "#ffffff", "#1b1c1f", "#ffffff")
-    readonly property color field: root.shade("#2a2b30", "#ffffff", "#0c0d0e", "#ffffff")
-    readonly property color popup: root.shade("#303237", "#ffffff", "#1b1c1f", "#ffffff")
+    readonly property color window: root.surroundings.window
+    readonly property color column: root.surroundings.column
+    readonly property color card: root.surroundings.card
+    readonly property color field: root.surroundings.field
+    readonly property color popup: root.surroundings.popup
     readonly property color scrim: isDark ? "#8c000000" : "#5920242c"
 
     // What a search does not find steps back behind what it finds.
@@ -31,9 +47,9 @@ QtObject {
     readonly property real pressedScrollBarOpacity: root.isHighContrast ? 1 : 0.5
 
     // Laid over a ground under the pointer, while pressed, or when something is dragged onto it.
-    readonly property color hover: isDark ? "#14ffffff" : "#0d14181f"
-    readonly property color press: isDark ? "#22ffffff" : "#1a14181f"
-    readonly property color ownAccepting: isDark ? "#2e5b93ff" : "#1f2563eb"
+    readonly property color hover: root.surroundings.hover
+    readonly property color press: root.surroundings.press
+    readonly property color ownAccepting: root.surroundings.ownAccepting
     readonly property color accepting: root.shades.accepting.valid ? root.shades.accepting : root.ownAccepting
 
     // Text is readable (4.5 to 1) on every ground above, also under the pointer; symbols and the
@@ -41,13 +57,13 @@ QtObject {
     // cards and buttons have outlines that stand out.
     readonly property color text: root.shade("#f1f2f4", "#191b1f", "#ffffff", "#000000")
     readonly property color secondaryText: root.shade("#bcbfc8", "#565b66", "#e2e4e9", "#2c3037")
-    readonly property color textOnAccent: root.shade("#ffffff", "#ffffff", "#000000", "#ffffff")
+    readonly property color textOnAccent: root.surroundings.textOnAccent
 
     // Made from the desktop's accent colour; invalid where it has none, and the colours are Kelpa's own.
     readonly property accentShades shades: ViewSettings.accentShades(
-        ViewSettings.desktopAccent,
-        [root.window, root.column, root.card, root.field, root.popup, root.railTop, root.railBottom],
-        [root.hover, root.press], root.textOnAccent, root.ownAccepting)
+        ViewSettings.desktopAccent, root.grounds(root.surroundings),
+        [root.surroundings.hover, root.surroundings.press], root.surroundings.textOnAccent,
+        root.surroundings.ownAccepting)
     readonly property color accent: root.shaded(root.shades.accent, "#2f6be4", "#2563eb", "#a9c6ff", "#1546ab")
     readonly property color accentHover: root.shaded(root.shades.accentHover, "#2a60d2", "#1d57d8", "#c4d8ff", "#103a90")
     readonly property color accentPress: root.shaded(root.shades.accentPress, "#2455bd", "#194cbe", "#8db4ff", "#0c2f75")
@@ -67,8 +83,8 @@ QtObject {
 
     readonly property color outline: root.shade("#24ffffff", "#1a14181f", "#a6ffffff", "#a614181f")
     // The ground of the rail beside the board, from its top to its bottom.
-    readonly property color railTop: root.shade("#2a2c32", "#e6eaf2", "#121315", "#f0f1f4")
-    readonly property color railBottom: root.shade("#202125", "#eff0f3", "#0c0d0e", "#f7f8fa")
+    readonly property color railTop: root.surroundings.railTop
+    readonly property color railBottom: root.surroundings.railBottom
     readonly property color cardOutline: root.shade("#12ffffff", "#1214181f", "#a6ffffff", "#a614181f")
     readonly property color selectedCardOutline: root.shaded(root.outlineShade(0x29),
                                                             "#298db4ff", "#292563eb", "#c4d8ff", "#0b3494")
@@ -158,6 +174,10 @@ QtObject {
     /// No font's lines are higher than one and a half times its size.
     function lineGrowth(size: int): int {
         return Math.ceil(1.5 * (root.grown(size) - size));
+    }
+    function grounds(around: var): var {
+        return [around.window, around.column, around.card, around.field, around.popup, around.railTop,
+            around.railBottom];
     }
     /// The colour of the present appearance.
     function shade(dark: string, light: string, highDark: string, highLight: string): color {

@@ -17,6 +17,11 @@ Item {
 
     signal renameRequested
 
+    /// The goal that contains the focus, which Alt with an arrow moves; null for none.
+    function movedColumn(): Item {
+        const column = root.targets.itemAtRow(root.selectionFocus.focusedRow()) as GoalColumn;
+        return root.selectionFocus.isWriting || (column?.isUnassigned ?? true) ? null : column;
+    }
     /// Brings the selected window forward. An item that a person has reached by Tab takes the key
     /// itself.
     function takeReturn(event: KeyEvent): void {
@@ -29,9 +34,8 @@ Item {
     /// why it does not.
     function takeKey(event: KeyEvent): void {
         const step = event.key === Qt.Key_Left ? -1 : event.key === Qt.Key_Right ? 1 : 0;
-        const column = root.targets.itemAtRow(root.selectionFocus.focusedRow()) as GoalColumn;
-        event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier)
-                && !root.selectionFocus.isWriting && column !== null && !column.isUnassigned
+        const column = root.movedColumn() as GoalColumn;
+        event.accepted = step !== 0 && (event.modifiers & Qt.AltModifier) && column !== null
                 && (root.board.isAutoSortingGoals
                     || root.board.goals.moveColumn(column.columnID, step));
         if (event.accepted && root.board.isAutoSortingGoals)

@@ -31,10 +31,11 @@ Item {
         root.todoMenu.row = row as TodoRow;
         root.todoMenu.ask(todoID, columnID, root, row.mapToItem(root, place));
     }
-    function openColumnMenu(columnID: string, button: Item): void {
+    /// Keys act on the goal where it is selected, or move it where it has the keyboard.
+    function openColumnMenu(columnID: string, isSelected: bool, hasKeyboard: bool, button: Item): void {
         if (root.columnMenu === null)
             root.columnMenu = columnMenuType.createObject(root) as ColumnMenu;
-        root.columnMenu.ask(columnID, root, root.placeOf(button));
+        root.columnMenu.ask(columnID, isSelected, hasKeyboard, root, root.placeOf(button));
     }
     function openPriorityMenu(columnID: string, priority: string, button: Item): void {
         if (root.priorityMenu === null)

@@ -208,7 +208,8 @@ FocusScope {
             shownTo: view.contentY - targets.y + view.height - y
             isShowingMatch: searchScroll.grownColumnID === goal.columnID
             onWindowMenuRequested: (id, card, place) => root.menus().openWindowMenu(id, goal.columnID, card, place)
-            onColumnMenuRequested: button => root.menus().openColumnMenu(goal.columnID, button)
+            onColumnMenuRequested: button => root.menus().openColumnMenu(
+                goal.columnID, goal.isSelected && !selectionFocus.isWriting, keys.movedColumn() === goal, button)
             onPriorityMenuRequested: button => root.menus().openPriorityMenu(goal.columnID, goal.priority, button)
             onTodoMenuRequested: (id, inColumn, row, place) => root.menus().openTodoMenu(id, inColumn, row, place)
         }

@@ -19,6 +19,8 @@ T.MenuItem {
     property bool isChosen: false
     /// Whether it has a symbol of its own, before which the mark is placed.
     property bool hasMarkPlace: false
+    /// Why choosing it has no other effect than that this is said; empty where it has its effect.
+    property string hindrance
     /// Whether the menu has it at the moment.
     property bool isOffered: true
 
@@ -34,8 +36,9 @@ T.MenuItem {
     rightPadding: root.isOpener ? 36 : 14
     font: Theme.body
     focusPolicy: root.enabled ? Qt.StrongFocus : Qt.NoFocus
-    opacity: root.enabled ? 1 : 0.45
+    opacity: root.enabled && root.hindrance.length === 0 ? 1 : 0.45
     Accessible.name: root.text
+    Accessible.description: root.hindrance
     // The toolkit has no other property for an item that cannot be pressed now.
     Accessible.focusable: root.enabled
     // When assistive programs connect, a button of the toolkit reports its own check mark, which is

@@ -17,10 +17,18 @@ AppMenu {
     /// Whether the goal can be worked on, if only because it is pinned to a virtual desktop.
     property bool canWork: false
     property bool hasCompletedTodos: false
+    /// Whether the keys that act on the selected goal act on this one, and those that move the goal
+    /// with the keyboard.
+    property bool isSelected: false
+    property bool hasKeyboard: false
+    /// Why goals cannot be moved; empty where they can.
+    property string hindrance
 
     /// Opens the menu for a goal, beside a place in `owner`.
-    function ask(columnID: string, owner: Item, place: rect): void {
+    function ask(columnID: string, isSelected: bool, hasKeyboard: bool, owner: Item, place: rect): void {
         root.columnID = columnID;
+        root.isSelected = isSelected;
+        root.hasKeyboard = hasKeyboard;
         // Items that are created while the menu opens would close it again.
         root.pinChoices = root.goals.pinChoices(columnID);
         root.canWork = root.goals.canWorkOn(columnID);
@@ -35,7 +43,11 @@ AppMenu {
     }
     title: ViewSettings.copy.text(CopyKey.MoreGoalActions)
     onAboutToShow: {
-        // While goals sort themselves, these say why the goal stays.
+        // While goals sort themselves, these look as if they could not be chosen, and say why the
+        // goal stays.
+        const isHindered = [-1, 1].some(step => root.goals.hasGoalBeside(root.columnID, step)
+                                                && !root.goals.canMoveColumn(root.columnID, step));
+        root.hindrance = isHindered ? ViewSettings.copy.text(CopyKey.GoalsSortThemselves) : "";
         earlier.enabled = root.goals.hasGoalBeside(root.columnID, -1);
         later.enabled = root.goals.hasGoalBeside(root.columnID, 1);
         first.enabled = earlier.enabled;
@@ -73,7 +85,7 @@ AppMenu {
         text: ViewSettings.copy.text(CopyKey.WorkOnGoal)
         isOffered: root.goals.canWorkOnGoals || root.canWork
         symbol: "focus"
-        keys: ViewSettings.copy.workKeys()
+        keys: root.isSelected ? ViewSettings.copy.workKeys() : ""
         onTriggered: root.goals.workOn(root.columnID)
     }
     AppMenuItem {
@@ -108,7 +120,7 @@ AppMenu {
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.RenameGoal)
         symbol: "pencil"
-        keys: ViewSettings.copy.renameKeys()
+        keys: root.isSelected ? ViewSettings.copy.renameKeys() : ""
         onTriggered: root.goals.requestRename(root.columnID)
     }
     AppMenuItem {
@@ -120,22 +132,25 @@ AppMenu {
     AppMenuItem {
         id: earlier
 
+        hindrance: root.hindrance
         text: ViewSettings.copy.text(CopyKey.MoveGoalLeft)
         symbol: "arrow-left"
-        keys: ViewSettings.copy.moveLeftKeys()
+        keys: root.hasKeyboard ? ViewSettings.copy.moveLeftKeys() : ""
         onTriggered: root.goals.moveColumn(root.columnID, -1)
     }
     AppMenuItem {
         id: later
 
+        hindrance: root.hindrance
         text: ViewSettings.copy.text(CopyKey.MoveGoalRight)
         symbol: "arrow-right"
-        keys: ViewSettings.copy.moveRightKeys()
+        keys: root.hasKeyboard ? ViewSettings.copy.moveRightKeys() : ""
         onTriggered: root.goals.moveColumn(root.columnID, 1)
     }
     AppMenuItem {
         id: first
 
+        hindrance: root.hindrance
         text: ViewSettings.copy.text(CopyKey.MoveToBeginning)
         symbol: "arrow-left-to-line"
         onTriggered: root.goals.moveColumnToEnd(root.columnID, -1)
@@ -143,6 +158,7 @@ AppMenu {
     AppMenuItem {
         id: last
 
+        hindrance: root.hindrance
         text: ViewSettings.copy.text(CopyKey.MoveToEnd)
         symbol: "arrow-right-to-line"
         onTriggered: root.goals.moveColumnToEnd(root.columnID, 1)

@@ -165,7 +165,8 @@ Item {
         width: parent.width - (completed.item?.width ?? 0)
         height: visible ? Theme.todoHeight : 0
         leftPadding: Theme.columnTextX - Theme.small
-        text: ViewSettings.copy.text(CopyKey.NoTodosYet)
+        text: ViewSettings.copy.text(root.listModel.onlyCompletedCount > 0 ? CopyKey.NoOpenTodos
+                                                                           : CopyKey.NoTodosYet)
         color: Theme.secondaryText
         visible: root.listModel.count === 0
         Accessible.ignored: !visible

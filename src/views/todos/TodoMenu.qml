@@ -20,6 +20,8 @@ AppMenu {
     /// That row, which may be destroyed or reused meanwhile, and whether a key opened the menu.
     property TodoRow row: null
     property bool isByKeyboard: false
+    /// Whether keys act on the row once the menu has closed.
+    property bool hasKeyboard: false
     /// Whether the todo is completed, like others that can be deleted with it.
     property bool isCompleted: false
 
@@ -29,6 +31,7 @@ AppMenu {
         root.columnID = columnID;
         root.listID = root.row.listID;
         root.isByKeyboard = root.row.isMenuByKeyboard;
+        root.hasKeyboard = root.row.hasKeyboard;
         root.isCompleted = root.row.status === "completed";
         // Items that are added while the menu opens would close it again.
         items.active = true;
@@ -93,7 +96,7 @@ AppMenu {
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.EditTodo)
         symbol: "pencil"
-        keys: ViewSettings.copy.renameKeys()
+        keys: root.hasKeyboard ? ViewSettings.copy.renameKeys() : ""
         onTriggered: if (root.row?.todoID === root.todoID)
             root.row.edit(root.isByKeyboard)
     }
@@ -102,7 +105,7 @@ AppMenu {
 
         text: ViewSettings.copy.text(CopyKey.MoveTodoUp)
         symbol: "arrow-up"
-        keys: ViewSettings.copy.moveUpKeys()
+        keys: root.hasKeyboard ? ViewSettings.copy.moveUpKeys() : ""
         onTriggered: root.todos.moveInList(root.todoID, root.listID, -1)
     }
     AppMenuItem {
@@ -110,7 +113,7 @@ AppMenu {
 
         text: ViewSettings.copy.text(CopyKey.MoveTodoDown)
         symbol: "arrow-down"
-        keys: ViewSettings.copy.moveDownKeys()
+        keys: root.hasKeyboard ? ViewSettings.copy.moveDownKeys() : ""
         onTriggered: root.todos.moveInList(root.todoID, root.listID, 1)
     }
     AppMenuItem {
@@ -131,7 +134,7 @@ AppMenu {
     AppMenuItem {
         text: ViewSettings.copy.text(CopyKey.DeleteTodo)
         symbol: "trash-2"
-        keys: ViewSettings.copy.deleteTodoKeys()
+        keys: root.hasKeyboard ? ViewSettings.copy.deleteTodoKeys() : ""
         symbolColor: Theme.destructive
         foreground: Theme.destructive
         onTriggered: {

@@ -14,7 +14,7 @@ _THEME = pathlib.Path(sys.argv.pop())
 
 
 def _colors(is_dark):
-    found = re.findall(r'property color (\w+): (?:isDark \?|root\.shade\() ?"(#\w+)"(?:,| :) "(#\w+)"',
+    found = re.findall(r'(?:property color |")(\w+)"?: (?:isDark \?|root\.shade\() ?"(#\w+)"(?:,| :) "(#\w+)"',
                        _THEME.read_text(encoding="utf-8"))
     return {name: dark if is_dark else light for name, dark, light in found}
 

@@ -8,6 +8,13 @@ _RESULT = re.compile(r'string "((?:goal|todo|window):[^"]+)"')
 _NAME = re.compile(r'string "(org\.kelpa\.Kelpa\.board[^"]+)"')
 
 
+def name_of_kelpa(desktop):
+    """The name on the bus of the only Kelpa of the desktop, whichever board it has."""
+    names = desktop.run("dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+                        "org.freedesktop.DBus.ListNames")
+    return next((name for name in _NAME.findall(names)), "org.kelpa.Kelpa")
+
+
 class DesktopSearch:
     """For the only Kelpa of the desktop, whichever board it has."""
 
@@ -28,9 +35,7 @@ class DesktopSearch:
             f"org.gnome.Shell.SearchProvider2.{method}", *arguments, check=check)
 
     def _name(self):
-        names = self._desktop.run("dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/",
-                                  "org.freedesktop.DBus.ListNames")
-        return next((name for name in _NAME.findall(names)), "org.kelpa.Kelpa")
+        return name_of_kelpa(self._desktop)
 
 
 def _strings(words):

@@ -17,6 +17,24 @@
 
 namespace kelpa::fuzz {
 
+namespace {
+
+/// Null where the bytes are none of that type. The text form reaches the members, the serialised
+/// form what is malformed within.
+GlibPointer<GVariant> valueOf(const QByteArray& bytes, const char* typeText)
+{
+    const auto* const type = G_VARIANT_TYPE(typeText);
+    GVariant* const value =
+        bytes.startsWith('[') || bytes.startsWith('@')
+            ? g_variant_parse(type, bytes.constData(), bytes.constData() + bytes.size(), nullptr,
+                              nullptr)
+            : g_variant_new_from_data(type, bytes.constData(), static_cast<gsize>(bytes.size()),
+                                      FALSE, nullptr, nullptr);
+    return GlibPointer<GVariant>(value == nullptr ? nullptr : g_variant_take_ref(value));
+}
+
+} // namespace
+
 void decodeKwinReport(const QByteArray& bytes)
 {
     require(kwin::desktopsIn(bytes).size() <= mostVirtualDesktops, "a session has few desktops");
@@ -34,19 +52,11 @@ void decodeKwinReport(const QByteArray& bytes)
     require(uuids.size() == static_cast<qsizetype>(windows->size()), "of its own");
 }
 
-/// The text form reaches the members, the serialised form what is malformed within.
 void decodeShellWindows(const QByteArray& bytes)
 {
-    const auto* const type = G_VARIANT_TYPE("aa{sv}");
-    GVariant* const value =
-        bytes.startsWith('[') || bytes.startsWith('@')
-            ? g_variant_parse(type, bytes.constData(), bytes.constData() + bytes.size(), nullptr,
-                              nullptr)
-            : g_variant_new_from_data(type, bytes.constData(), static_cast<gsize>(bytes.size()),
-                                      FALSE, nullptr, nullptr);
-    if (value == nullptr)
+    const GlibPointer<GVariant> list = valueOf(bytes, "aa{sv}");
+    if (!list)
         return;
-    const GlibPointer<GVariant> list(g_variant_take_ref(value));
     QSet<quint64> ids;
     const auto windows = gnome::windowsIn(list.get());
     for (const gnome::ShellWindow& window : windows) {
@@ -58,6 +68,25 @@ void decodeShellWindows(const QByteArray& bytes)
     }
     require(ids.size() == static_cast<qsizetype>(windows.size()),
             "each window of the Shell's has an id of its own");
+}
+
+void decodeShellWorkspaces(const QByteArray& bytes)
+{
+    for (const char* const type : {"as", "a(ts)"}) {
+        const GlibPointer<GVariant> list = valueOf(bytes, type);
+        if (!list)
+            continue;
+        const gnome::ShellWorkspaces workspaces = gnome::workspacesIn(list.get());
+        require(workspaces.names.size() <= mostVirtualDesktops, "a session has few workspaces");
+        for (const QString& name : workspaces.names)
+            require(name == name.trimmed() && name.size() <= 4096, "a name can be shown");
+        if (workspaces.ids.isEmpty())
+            continue;
+        const QSet<DesktopID> ids(workspaces.ids.cbegin(), workspaces.ids.cend());
+        require(workspaces.ids.size() == workspaces.names.size() && !ids.contains(0) &&
+                    ids.size() == workspaces.ids.size(),
+                "each workspace has an id of its own, or none has one");
+    }
 }
 
 void decodeShellPicture(const QByteArray& bytes)

@@ -7,6 +7,7 @@ from gi.repository import Gio, GLib
 from key_codes import codes_of, codes_of_letter
 
 _NAME = "org.gnome.Mutter.RemoteDesktop"
+_DESKTOP = (1600, 1000)
 # As long as a finger holds a key.
 _HELD = 0.015
 
@@ -14,6 +15,8 @@ _HELD = 0.015
 class Keyboard:
     def __init__(self, bus):
         self._bus = bus
+        # Where it is, once it has been moved.
+        self._pointer = None
         self._session = self._call("/org/gnome/Mutter/RemoteDesktop", _NAME, "CreateSession").unpack()[0]
         self._say("Start")
         # The first key only creates the device.
@@ -49,6 +52,16 @@ class Keyboard:
             for code, is_down in [*((code, True) for code in codes), *((code, False) for code in reversed(codes))]:
                 self._send("NotifyKeyboardKeycode", "(ub)", code, is_down)
         self._bus.flush_sync()
+
+    def move_to(self, x, y):
+        """Moves the pointer there, in points from the upper left corner of the desktop."""
+        if self._pointer is None:
+            # The corner in which nothing opens.
+            self._say("NotifyPointerMotionRelative", "(dd)", 100000.0, 100000.0)
+            self._pointer = (_DESKTOP[0] - 1, _DESKTOP[1] - 1)
+        was_x, was_y = self._pointer
+        self._say("NotifyPointerMotionRelative", "(dd)", float(x - was_x), float(y - was_y))
+        self._pointer = (x, y)
 
     def _send(self, method, types, *values):
         self._bus.call(_NAME, self._session, f"{_NAME}.Session", method, GLib.Variant(types, values), None,

@@ -13,7 +13,8 @@ from gi.repository import Gio, GLib
 from caller import Caller, Refused
 
 _CALLS = (("Attach", "(u)", 1), ("List",), ("Detach",), ("Activate", "(tu)", 1, 0), ("Close", "(t)", 1),
-          ("Workspaces",), ("ListWorkspaces",), ("SendTo", "(tu)", 1, 1), ("ShowWorkspace", "(u)", 1),
+          ("Workspaces",), ("SendTo", "(tu)", 1, 1), ("ShowWorkspace", "(u)", 1),
+          ("ListWithWorkspaces",), ("SendToWorkspace", "(tt)", 1, 1), ("GoToWorkspace", "(t)", 1),
           ("Minimize", "(t)", 1), ("Restore", "(t)", 1), ("Picture", "(tuut)", 1, 10, 10, 0), ("BringForward",),
           ("Token", "(s)", ""))
 

@@ -156,18 +156,28 @@ TEST_F(GnomeServerTest, A_pass_has_the_workspaces_and_on_which_each_window_is)
 TEST_F(GnomeServerTest, A_pass_has_the_ids_of_the_workspaces)
 {
     const auto tellWorkspaces = [this](const std::string& workspaces) {
-        shell->behave(
-            {.version = 4,
-             .replies = {{"List", "([{'id': <uint64 5>}],)"}, {"ListWorkspaces", workspaces}}});
+        shell->behave({.version = 4,
+                       .replies = {{"ListWithWorkspaces",
+                                    "([{'id': <uint64 5>, 'pid': <71>}], " + workspaces + ")"}}});
     };
-    tellWorkspaces("([(uint64 21, 'Mail'), (uint64 22, '')],)");
+    tellWorkspaces("[(uint64 21, 'Mail'), (uint64 22, '')]");
     shell->showExtension();
     const auto server = start();
     const auto source = server->openDiscoverySource();
     EXPECT_EQ(source->virtualDesktops(), (QStringList{QStringLiteral("Mail"), QString()}));
     EXPECT_EQ(source->desktopIDs(), (DesktopIDs{21, 22}));
-    tellWorkspaces("([(uint64 22, '')],)");
+    tellWorkspaces("[(uint64 22, '')]");
     EXPECT_EQ(server->openDiscoverySource()->desktopIDs(), DesktopIDs{22});
+    GnomeWindowActions actions(*server, follower.client());
+    const auto elements = actions.elements(71);
+    ASSERT_TRUE(elements);
+    ASSERT_EQ(elements->size(), 1U);
+    // As it was listed two passes ago.
+    elements->front()->requestVirtualDesktop({.number = 2, .id = 22});
+    actions.showVirtualDesktop({.number = 2, .id = 22});
+    EXPECT_EQ(shell->calls().mid(shell->calls().size() - 2),
+              (QStringList{QStringLiteral("SendToWorkspace (uint64 5, uint64 22)"),
+                           QStringLiteral("GoToWorkspace (uint64 22,)")}));
     shell->behave({.isHanging = true});
     EXPECT_EQ(server->openDiscoverySource()->desktopIDs(), DesktopIDs{22}) << "as last told";
 }
@@ -194,8 +204,8 @@ TEST_F(GnomeServerTest, Acts_on_the_windows_of_the_last_pass)
     elements->front()->requestMinimized(false);
     elements->front()->requestFocus();
     elements->front()->requestClose();
-    elements->front()->requestVirtualDesktop(2);
-    actions.showVirtualDesktop(3);
+    elements->front()->requestVirtualDesktop({.number = 2});
+    actions.showVirtualDesktop({.number = 3});
     const QStringList calls = shell->calls().mid(shell->calls().size() - 5);
     EXPECT_EQ(calls, (QStringList{QStringLiteral("Restore (uint64 6,)"),
                                   QStringLiteral("Activate (uint64 6, uint32 0)"),

@@ -252,26 +252,53 @@ TEST_F(ShellClientTest, Workspaces_are_asked_of_an_extension_that_has_them)
     const auto client = this->client();
     shell.behave({.version = 2, .replies = {{"Workspaces", "(['Mail', ''],)"}}});
     ASSERT_EQ(client->refresh().condition, ShellCondition::ready);
-    EXPECT_EQ(client->workspaces(), ShellWorkspaces());
+    EXPECT_EQ(client->list().workspaces, ShellWorkspaces());
     EXPECT_FALSE(shell.calls().join(u' ').contains(QStringLiteral("Workspaces")));
     shell.behave({.version = 3, .replies = {{"Workspaces", "(['Mail', ''],)"}}});
     ASSERT_EQ(client->refresh().condition, ShellCondition::ready);
     const QStringList names{QStringLiteral("Mail"), QString()};
-    EXPECT_EQ(client->workspaces(), ShellWorkspaces{.names = names});
-    client->sendTo(5, 2);
-    client->showWorkspace(3);
+    EXPECT_EQ(client->list().workspaces, ShellWorkspaces{.names = names});
+    // Ids are for an extension that takes them.
+    client->sendTo(5, {.number = 2, .id = 12});
+    client->showWorkspace({.number = 3, .id = 11});
     EXPECT_EQ(shell.calls().mid(shell.calls().size() - 2),
               (QStringList{QStringLiteral("SendTo (uint64 5, uint32 2)"),
                            QStringLiteral("ShowWorkspace (uint32 3,)")}));
     shell.behave({.version = 3, .replies = {{"Workspaces", "('Mail',)"}}});
-    EXPECT_EQ(client->workspaces(), std::nullopt);
+    EXPECT_EQ(client->list().workspaces, std::nullopt);
     EXPECT_EQ(client->standing().condition, ShellCondition::ready);
-    shell.behave({.version = 4,
-                  .replies = {{"ListWorkspaces", "([(uint64 12, 'Mail'), (uint64 11, '')],)"}}});
+}
+
+TEST_F(ShellClientTest, Windows_and_workspaces_with_their_ids_are_one_reply)
+{
+    FakeShell shell(bus.address());
+    shell.showExtension();
+    const auto client = this->client();
+    const auto tell = [&shell](const std::string& reply) {
+        shell.behave({.version = 4, .replies = {{"ListWithWorkspaces", reply}}});
+    };
+    tell("([{'id': <uint64 5>}], [(uint64 12, 'Mail'), (uint64 11, '')])");
     ASSERT_EQ(client->refresh().condition, ShellCondition::ready);
-    EXPECT_EQ(client->workspaces(), (ShellWorkspaces{.names = names, .ids = {12, 11}}));
-    shell.behave({.version = 5, .replies = {{"ListWorkspaces", "([(12, 'Mail')],)"}}});
-    EXPECT_EQ(client->workspaces(), std::nullopt) << "ids of another type";
+    const qsizetype before = shell.calls().size();
+    const ShellList list = client->list();
+    EXPECT_EQ(shell.calls().mid(before), QStringList{QStringLiteral("ListWithWorkspaces ()")});
+    EXPECT_EQ(list.windows, (std::vector<ShellWindow>{{.id = 5, .kind = ShellWindowKind::other}}));
+    EXPECT_EQ(list.workspaces,
+              (ShellWorkspaces{.names = {QStringLiteral("Mail"), QString()}, .ids = {12, 11}}));
+    client->sendTo(5, {.number = 2, .id = 11});
+    client->sendTo(5, {.number = 2});
+    client->showWorkspace({.number = 1, .id = 12});
+    client->showWorkspace({.number = 1});
+    EXPECT_EQ(shell.calls().mid(before + 1),
+              (QStringList{QStringLiteral("SendToWorkspace (uint64 5, uint64 11)"),
+                           QStringLiteral("SendTo (uint64 5, uint32 2)"),
+                           QStringLiteral("GoToWorkspace (uint64 12,)"),
+                           QStringLiteral("ShowWorkspace (uint32 1,)")}));
+    tell("([{'id': <uint64 5>}], [(12, 'Mail')])");
+    const ShellList mistyped = client->list();
+    EXPECT_TRUE(mistyped.isServed);
+    EXPECT_EQ(mistyped.windows, std::nullopt) << "ids of another type";
+    EXPECT_EQ(mistyped.workspaces, std::nullopt);
     EXPECT_EQ(client->standing().condition, ShellCondition::ready);
 }
 

@@ -61,6 +61,36 @@ TEST(BoardHistory, A_step_answers_only_the_offers_that_it_answered)
     EXPECT_EQ(history.undo(answered({1, 2})), answered({1}));
 }
 
+/// A board with the goal `a`, pinned to the third desktop, which is the one with that identity.
+BoardVersion linkedTo(DesktopID id)
+{
+    BoardVersion version = withA;
+    version.contents.pins.insert(a.id, 3);
+    version.desktopLinks.insert(a.id, {.pin = 3, .desktop = id});
+    return version;
+}
+
+TEST(BoardHistory, A_pin_that_means_another_desktop_is_a_step)
+{
+    BoardHistory history;
+    EXPECT_FALSE(history.record(linkedTo(13), linkedTo(13)));
+    EXPECT_TRUE(history.record(linkedTo(13), linkedTo(14)));
+    EXPECT_EQ(history.undo(linkedTo(14)), linkedTo(13));
+    EXPECT_EQ(history.redo(linkedTo(13)), linkedTo(14));
+}
+
+TEST(BoardHistory, A_step_leaves_what_pins_have_come_to_mean_since)
+{
+    BoardHistory history;
+    BoardVersion renamed = linkedTo(13);
+    renamed.contents.goals.first().title = QStringLiteral("Other");
+    EXPECT_TRUE(history.record(linkedTo(13), renamed));
+    BoardVersion later = renamed;
+    later.desktopLinks.insert(a.id, {.pin = 3, .desktop = 15});
+    EXPECT_EQ(history.undo(later), linkedTo(15));
+    EXPECT_EQ(history.redo(linkedTo(15)), later);
+}
+
 TEST(BoardHistory, A_new_step_takes_the_place_of_those_that_were_undone)
 {
     BoardHistory history;

@@ -102,18 +102,18 @@ INSTANTIATE_TEST_SUITE_P(
         ShadesCase{"purple_which_fits_on_light", "#9141ac",
                    "#9141ac #85349f #782792 #8737a2 #9141ac #1f9a4ab5",
                    "#9a4ab5 #8e3da8 #81319b #e7a7ff #cd7bea #2e9141ac"},
-        ShadesCase{"slate", "#6f8396", "#64778a #596b7e #4e6072 #4b5e70 #65798b #1f6f8396",
-                   "#64778a #596b7e #4e6072 #acc2d6 #8a9eb2 #2e6f8396"},
+        ShadesCase{"slate", "#6f8396", "#64778a #596b7e #4e6072 #4b5e70 #65798b #1f3686c8",
+                   "#64778a #596b7e #4e6072 #acc2d6 #8a9eb2 #2e5a85ac"},
         ShadesCase{"pure_yellow_which_is_a_text_on_dark", "#ffff00",
                    "#7a7a00 #6e6e00 #626200 #5e5e00 #7b7b00 #1f8f8f00",
                    "#7a7a00 #6e6e00 #626200 #ffff00 #ffff00 #2e989800"},
-        ShadesCase{"white", "#ffffff", "#757575 #696969 #5e5e5e #5b5b5b #777777 #1f838383",
-                   "#757575 #696969 #5e5e5e #ffffff #ffffff #2e919191"},
+        ShadesCase{"white", "#ffffff", "#757575 #696969 #5e5e5e #5b5b5b #777777 #1f2563eb",
+                   "#757575 #696969 #5e5e5e #ffffff #ffffff #2e5b93ff"},
         ShadesCase{"black_which_gets_lighter_under_the_pointer", "#000000",
-                   "#000000 #1f1f1f #292929 #000000 #000000 #1f636363",
+                   "#000000 #1f1f1f #292929 #000000 #000000 #1f2563eb",
                    "#6b6b6b #606060 #555555 #bfbfbf #9c9c9c #2e5c5c5c"},
-        ShadesCase{"grey", "#808080", "#757575 #696969 #5e5e5e #5b5b5b #777777 #1f808080",
-                   "#757575 #696969 #5e5e5e #c0c0c0 #9b9b9b #2e808080"}),
+        ShadesCase{"grey", "#808080", "#757575 #696969 #5e5e5e #5b5b5b #777777 #1f2563eb",
+                   "#757575 #696969 #5e5e5e #c0c0c0 #9b9b9b #2e5b93ff"}),
     caseName);
 
 TEST_P(AccentShadesOf, Are_opaque_except_for_what_takes_a_drag_whatever_the_accents_opacity)
@@ -148,11 +148,11 @@ INSTANTIATE_TEST_SUITE_P(
                              "#785000 #6a4600 #5c3c00 #5e3d00 #825700 #1fc88800",
                              "#c98904 #d69522 #e4a235 #ffc164 #d99826 #2ec88800"},
                     HighCase{"white_which_gets_darker_under_the_pointer", "#ffffff",
-                             "#585858 #4d4d4d #424242 #434343 #5f5f5f #1f8a8a8a",
-                             "#ffffff #f2f2f2 #e4e4e4 #ffffff #ffffff #2e919191"},
+                             "#585858 #4d4d4d #424242 #434343 #5f5f5f #1f2563eb",
+                             "#ffffff #f2f2f2 #e4e4e4 #ffffff #ffffff #2e5b93ff"},
                     HighCase{"black", "#000000",
-                             "#000000 #1f1f1f #292929 #000000 #000000 #1f626262",
-                             "#969696 #a2a2a2 #afafaf #cccccc #a4a4a4 #2e626262"}),
+                             "#000000 #1f1f1f #292929 #000000 #000000 #1f2563eb",
+                             "#969696 #a2a2a2 #afafaf #cccccc #a4a4a4 #2e5b93ff"}),
     caseName);
 
 /// Eight of each part of a colour, on each theme.
@@ -173,6 +173,42 @@ TEST(AccentShades, Texts_and_outlines_of_any_accent_stand_out)
                 ASSERT_GE(contrast(made.accentText, ground), text);
                 ASSERT_GE(contrast(made.focus, ground), outline);
                 ASSERT_GE(contrast(made.accent, ground), around.isHighContrast ? outline : 2.4);
+            }
+        }
+    }
+}
+
+int mixedPart(int below, int above, int opacity)
+{
+    return below + (above - below) * opacity / 255;
+}
+
+/// The largest difference of a part of the colour, of 255, under one and the other overlay.
+int seenDifference(const QColor& ground, const QColor& one, const QColor& other)
+{
+    const auto difference = [&](auto part) {
+        const int below = (ground.*part)();
+        return std::abs(mixedPart(below, (one.*part)(), one.alpha()) -
+                        mixedPart(below, (other.*part)(), other.alpha()));
+    };
+    return std::max(
+        {difference(&QColor::red), difference(&QColor::green), difference(&QColor::blue)});
+}
+
+/// A nearly grey ground would look as it does under the pointer. Eight of each part of a colour,
+/// and one that GNOME offers.
+TEST(AccentShades, What_is_chosen_looks_unlike_what_is_under_the_pointer_with_any_accent)
+{
+    for (const AccentSurroundings& around : {inLight, inDark, inHighLight, inHighDark}) {
+        for (int number = 0; number <= 8 * 8 * 8; ++number) {
+            const QColor accent = number == 8 * 8 * 8 ? QColor("#6f8396")
+                                                      : QColor(number % 8 * 36, number / 8 % 8 * 36,
+                                                               number / 64 * 36);
+            const QColor made = accentShades(accent, around).accepting;
+            for (const QColor& ground : around.grounds) {
+                for (const QColor& overlay : around.overlays)
+                    ASSERT_GE(seenDifference(ground, made, overlay), 4)
+                        << accent.name().toStdString() << " on " << ground.name().toStdString();
             }
         }
     }

@@ -64,6 +64,21 @@ TestCase {
         world.setHighContrast(row.isHigh);
         compare(Theme.isDark, row.isDark);
     }
+    SignalSpy {
+        id: shades
+
+        target: Theme
+        signalName: "shadesChanged"
+    }
+    function test_the_shades_of_the_accent_are_made_once_for_each_change() {
+        world.setAccent("#3584e4");
+        for (const change of [() => world.setDark(true), () => world.setHighContrast(true), () => world.setDark(false),
+                              () => world.setAccent("#3a944a")]) {
+            shades.clear();
+            change();
+            compare(shades.count, 1);
+        }
+    }
     function themes() {
         return [{ tag: "light", isDark: false, isHigh: false }, { tag: "dark", isDark: true, isHigh: false },
             { tag: "light with high contrast", isDark: false, isHigh: true },

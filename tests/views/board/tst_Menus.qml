@@ -19,26 +19,9 @@ Item {
         board: world.board
     }
 
-    TodoCase {
+    MenuCase {
         name: "Menus"
         goalBoard: board
-
-        function highlighted() {
-            const item = menuItems().find(item => item.highlighted);
-            return item === undefined ? "" : item.text;
-        }
-        function openGoalMenu() {
-            mouseMove(root, 1, 699);
-            tryVerify(() => !isMoving());
-            view().contentY = 0;
-            const head = only(all(column("First"), item => item instanceof ColumnHeader));
-            mouseClick(button(head, "ellipsis"));
-            tryVerify(() => menuItems().length === 12);
-        }
-        function closeMenu() {
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => menuItems().length === 0);
-        }
 
         function showElsewhere() {
             // The toolkit counts a window as active while one that belongs to it is.
@@ -46,58 +29,6 @@ Item {
             elsewhere.show();
         }
 
-        function test_the_menu_of_a_goal_says_which_keys_do_the_same() {
-            openGoalMenu();
-            compare(menuItems().filter(item => item.visible && item.keys)
-                    .map(item => item.text + ": " + item.keys).sort(),
-                    ["Move goal left: Alt+←", "Move goal right: Alt+→", "Rename goal: F2",
-                     "Work on this goal: Ctrl+G"]);
-            closeMenu();
-        }
-        function test_what_the_desktop_cannot_do_is_not_in_the_menu_of_a_goal() {
-            world.lack("windows");
-            world.lack("actions");
-            const head = only(all(column("First"), item => item instanceof ColumnHeader));
-            mouseClick(button(head, "ellipsis"));
-            tryVerify(() => menuItems().filter(item => item.visible).length === 7);
-            compare(menuItems().find(item => item.visible).text, "Rename goal");
-            closeMenu();
-            world.lackNothing();
-        }
-        function test_the_menu_of_a_goal_says_why_a_sorted_goal_stays() {
-            world.board.toggleAutoSortingGoals();
-            for (const text of ["Move goal right", "Move to the end"]) {
-                openGoalMenu();
-                verify(!menuItems().find(item => item.text === "Move goal left").enabled);
-                choose(text);
-                tryVerify(() => menuItems().length === 0);
-                compare(world.board.toastMessage,
-                        "Goals are sorted automatically and cannot be moved");
-                compare(world.board.toastActionText, "Stop sorting");
-                compare(world.goalTitles(), ["First", "Second"]);
-            }
-            world.board.takeToastOffer();
-            verify(!world.board.isAutoSortingGoals);
-            openGoalMenu();
-            choose("Move goal right");
-            tryVerify(() => menuItems().length === 0);
-            compare(world.goalTitles(), ["Second", "First"]);
-            world.board.undo();
-            tryVerify(() => !isMoving());
-        }
-        function test_every_entry_has_a_symbol_or_can_be_switched_on_and_off() {
-            const bare = () => menuItems().filter(item => item.symbol === "" && !item.isChoice)
-                                          .map(item => item.text);
-            openGoalMenu();
-            compare(bare(), []);
-            closeMenu();
-            board.openMenu();
-            tryVerify(() => menuItems().length > 0);
-            compare(bare(), []);
-            const keys = text => menuItems().find(item => item.text === text).keys;
-            compare([keys("New goal"), keys("Undo"), keys("Redo")], ["Ctrl+N", "Ctrl+Z", "Ctrl+Y"]);
-            closeMenu();
-        }
         function test_the_press_that_closes_a_menu_does_nothing_else() {
             const first = column("First");
             show(first, "First", ["Read"]);
@@ -251,16 +182,6 @@ Item {
                 compare(menuItems().length, 7);
                 closeMenu();
             }
-        }
-        function test_a_button_of_a_goal_has_the_menu_of_the_goal() {
-            const second = column("Second");
-            button(second, "lightbulb-plus").forceActiveFocus(Qt.TabFocusReason);
-            keyClick(Qt.Key_Menu);
-            tryVerify(() => menuItems().length === 12);
-            choose("Delete goal");
-            tryVerify(() => column("Second") === null);
-            world.board.undo();
-            tryVerify(() => column("Second") !== null);
         }
     }
     Window {

@@ -116,6 +116,18 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => menuItems().length === 0);
         }
+        function test_the_menu_names_keys_only_for_the_todo_that_has_the_keyboard() {
+            const first = column("First");
+            show(first, "First", ["Read", "Write"]);
+            for (const [title, count] of [["Write", 0], ["Read", 4]]) {
+                content(first, "Read").forceActiveFocus();
+                mouseClick(row(first, title), 60, 17, Qt.RightButton);
+                tryVerify(() => menuItems().length === 7);
+                compare(menuItems().filter(item => item.keys).length, count);
+                keyClick(Qt.Key_Escape);
+                tryVerify(() => menuItems().length === 0);
+            }
+        }
         function test_the_menu_of_a_todo_edits_it() {
             const first = column("First");
             show(first, "First", ["Read"]);

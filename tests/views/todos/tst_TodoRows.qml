@@ -160,9 +160,11 @@ Item {
             world.pass(1500);
             tryVerify(() => isSaid("2 completed"));
             compare(rowTitles(first), []);
-            // Beside the words for an empty list, within the card and not over them.
+            // A list that has had todos does not say that it has none yet.
+            verify(!isSaid("No todos yet"));
+            // Within the card, and not over the words beside it.
             const texts = all(first, item => item instanceof AppText && item.visible);
-            const none = only(texts.filter(item => item.text === "No todos yet"));
+            const none = only(texts.filter(item => item.text === "No open todos"));
             const some = only(texts.filter(item => item.text === "2 completed"));
             const left = some.mapToItem(first, 0, 0).x;
             verify(none.mapToItem(first, none.width, 0).x <= left);
@@ -172,6 +174,10 @@ Item {
                     none.mapToItem(first, 0, none.baselineOffset).y);
             world.addTodo("C", "First");
             tryVerify(() => !isSaid("2 completed"));
+            verify(!isSaid("No open todos"));
+            for (const title of ["A", "B", "C"])
+                world.board.todos.remove(world.todoID(title, "First"), first.columnID);
+            tryVerify(() => isSaid("No todos yet"));
         }
         function test_a_long_list_makes_only_the_rows_that_show() {
             for (let i = 0; i < 1000; ++i)

@@ -8,12 +8,15 @@ import threading
 from wayland_wire import Client
 
 _BYTES_PER_PIXEL = 4
+# Formats of wl_shm.
+_WITH_ALPHA, _OPAQUE = 0, 1
 
 
 class PlainWindows:
-    """Windows of this process, of one size. Titles and application ids are bytes, which may be no text."""
+    """Windows of this process, of one size. Titles and application ids are bytes, which may be no text. With
+    `has_alpha` their pixels say how opaque they are, as those of programs that draw their own frames do."""
 
-    def __init__(self, width=200, height=150):
+    def __init__(self, width=200, height=150, has_alpha=False):
         self._client = Client()
         self._width, self._height = width, height
         size = width * height * _BYTES_PER_PIXEL
@@ -32,7 +35,8 @@ class PlainWindows:
         self._client.send(shared_memory, 0, pool, size, descriptor=memory)
         os.close(memory)
         self._buffer = self._client.new()
-        self._client.send(pool, 0, self._buffer, 0, width, height, width * _BYTES_PER_PIXEL, 1)
+        self._client.send(pool, 0, self._buffer, 0, width, height, width * _BYTES_PER_PIXEL,
+                          _WITH_ALPHA if has_alpha else _OPAQUE)
 
     def open(self, title, app_id=b"plain", closed=None, parent=None):
         """Shows a window and returns it, for `rename` and `close`. `closed` is called when the

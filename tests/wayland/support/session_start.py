@@ -20,7 +20,7 @@ def check_session_starts_kelpa(desktop, binary, call):
     path = desktop.directory / "board.sqlite"
     settings.write(path, goals=[("Taxes", [])])
     with Kelpa(desktop, binary, path) as kelpa:
-        _choose(desktop, kelpa)
+        choose_session_start(desktop, kelpa)
         wait_until("the session is to start it", entry.exists)
         kelpa.quit()
     command, = (line.removeprefix("Exec=") for line in entry.read_text(encoding="utf-8").splitlines()
@@ -41,14 +41,15 @@ def check_session_starts_kelpa(desktop, binary, call):
     desktop.wait_for_active(hidden.window)
     hidden.await_board()
     hidden.wait_for_goals("Taxes")
-    _choose(desktop, hidden)
+    choose_session_start(desktop, hidden)
     wait_until("the session is not to start it any more", lambda: not entry.exists())
     desktop.key("ctrl+q")
     assert hidden.wait() == 0
     hidden.check_output()
 
 
-def _choose(desktop, kelpa):
+def choose_session_start(desktop, kelpa):
+    """Switches it on or off in the board's menu."""
     assistant = Assistant(desktop, kelpa)
     kelpa.focus()
 

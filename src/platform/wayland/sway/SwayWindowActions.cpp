@@ -25,7 +25,10 @@ public:
     /// The focus has raised it.
     void requestRaise() override {}
     void requestClose() override { m_commands.close(m_container); }
-    void requestVirtualDesktop(int number) override { m_commands.sendTo(m_container, number); }
+    void requestVirtualDesktop(const NumberedDesktop& desktop) override
+    {
+        m_commands.sendTo(m_container, desktop.number);
+    }
 
 private:
     SwayCommands& m_commands;
@@ -40,9 +43,9 @@ bool SwayWindowActions::isTrusted() const
     return m_server.isScreenCaptureTrusted();
 }
 
-void SwayWindowActions::showVirtualDesktop(int number)
+void SwayWindowActions::showVirtualDesktop(const NumberedDesktop& desktop)
 {
-    m_commands.showWorkspace(number);
+    m_commands.showWorkspace(desktop.number);
 }
 
 std::optional<AccessibilityElements> SwayWindowActions::elements(ProcessID process)

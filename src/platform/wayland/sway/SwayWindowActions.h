@@ -27,7 +27,7 @@ public:
     /// There is no permission to ask for: the same as `isTrusted`.
     bool requestTrust() override { return isTrusted(); }
 
-    void showVirtualDesktop(int number) override;
+    void showVirtualDesktop(const NumberedDesktop& desktop) override;
     std::optional<AccessibilityElements> elements(ProcessID process) override;
 
 private:

@@ -21,9 +21,9 @@ std::uint32_t idOf(const QWindow& window)
 } // namespace
 
 X11OwnWindow::X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPager& pager,
-                           Scheduler& scheduler)
+                           Scheduler& scheduler, HasLostFocus hasLostFocus)
     : m_connector(std::move(connector)), m_pager(pager), m_scheduler(scheduler),
-      m_activation(scheduler), m_completions(scheduler)
+      m_hasLostFocus(std::move(hasLostFocus)), m_activation(scheduler), m_completions(scheduler)
 {}
 
 std::unique_ptr<Subscription>
@@ -36,6 +36,12 @@ X11OwnWindow::watchOcclusion(QWindow& window, std::function<void(bool isOccluded
 void X11OwnWindow::requestFront(QWindow& window, const ActivationContext& context)
 {
     requestFront(idOf(window), context);
+}
+
+bool X11OwnWindow::hasLostKeyboard(const QWindow& window) const
+{
+    // Asking for the id of a window that has none yet would create it.
+    return window.handle() != nullptr && m_hasLostFocus(idOf(window));
 }
 
 void X11OwnWindow::requestFront(std::uint32_t window, const ActivationContext& context)

@@ -8,6 +8,7 @@
 #include "platform/x11/connection/DisplayConnector.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -20,12 +21,16 @@ class EwmhPager;
 class X11OwnWindow : public OwnWindow
 {
 public:
+    /// Whether the server has reported last of the window with this id that it lost the focus.
+    using HasLostFocus = std::function<bool(std::uint32_t window)>;
+
     /// `pager` and `scheduler` outlive this object, its subscriptions and the background work that
     /// it started.
     X11OwnWindow(std::shared_ptr<DisplayConnector> connector, EwmhPager& pager,
-                 Scheduler& scheduler);
+                 Scheduler& scheduler, HasLostFocus hasLostFocus);
 
     void requestFront(QWindow& window, const ActivationContext& context) override;
+    bool hasLostKeyboard(const QWindow& window) const override;
     [[nodiscard]] std::unique_ptr<Subscription>
     watchOcclusion(QWindow& window, std::function<void(bool isOccluded)> changed) override;
 
@@ -46,6 +51,7 @@ private:
     const std::shared_ptr<DisplayConnector> m_connector;
     EwmhPager& m_pager;
     Scheduler& m_scheduler;
+    const HasLostFocus m_hasLostFocus;
     ExclusiveTask m_activation;
     /// The last request, until its activation begins.
     std::optional<Activation> m_requested;

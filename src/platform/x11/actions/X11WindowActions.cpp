@@ -41,11 +41,11 @@ public:
     void requestFocus() override { activate(); }
     void requestRaise() override { activate(); }
     void requestClose() override { m_pager.close(m_target); }
-    void requestVirtualDesktop(int number) override
+    void requestVirtualDesktop(const NumberedDesktop& desktop) override
     {
         // It may take the focus away, and does not bring it back.
         m_activation = Activation::notRequested;
-        m_pager.sendToDesktop(m_target, desktopFrom(number));
+        m_pager.sendToDesktop(m_target, desktopFrom(desktop.number));
     }
 
 private:
@@ -101,9 +101,9 @@ std::optional<AccessibilityElements> X11WindowActions::elements(ProcessID proces
     return elements;
 }
 
-void X11WindowActions::showVirtualDesktop(int number)
+void X11WindowActions::showVirtualDesktop(const NumberedDesktop& desktop)
 {
-    m_pager.showDesktop(desktopFrom(number));
+    m_pager.showDesktop(desktopFrom(desktop.number));
 }
 
 std::map<ProcessID, AccessibilityElements>

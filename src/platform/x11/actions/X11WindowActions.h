@@ -36,7 +36,7 @@ public:
     /// X11 has no permission to ask for: the same as `isTrusted`.
     bool requestTrust() override { return isTrusted(); }
 
-    void showVirtualDesktop(int number) override;
+    void showVirtualDesktop(const NumberedDesktop& desktop) override;
     std::optional<AccessibilityElements> elements(ProcessID process) override;
     /// One reading of the windows serves all.
     std::map<ProcessID, AccessibilityElements>

@@ -14,6 +14,12 @@ bool isCausedByGrab(const xcb_focus_in_event_t& event)
     return event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
 }
 
+/// The focus itself stays where it is, at another window or within this one.
+bool isAboutThePointerOrAChild(const xcb_focus_in_event_t& event)
+{
+    return event.detail == XCB_NOTIFY_DETAIL_POINTER || event.detail == XCB_NOTIFY_DETAIL_INFERIOR;
+}
+
 } // namespace
 
 GrabFocusFilter::GrabFocusFilter()
@@ -32,9 +38,19 @@ bool GrabFocusFilter::nativeEventFilter(const QByteArray& eventType, void* messa
         return false;
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
     const std::uint8_t type = typeOf(event);
+    if (type != XCB_FOCUS_IN && type != XCB_FOCUS_OUT)
+        return false;
     // FocusOut has the same layout.
-    return (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) &&
-           isCausedByGrab(as<xcb_focus_in_event_t>(event));
+    const auto& focus = as<xcb_focus_in_event_t>(event);
+    if (isCausedByGrab(focus))
+        return true;
+    if (isAboutThePointerOrAChild(focus))
+        return false;
+    if (type == XCB_FOCUS_OUT)
+        m_left.insert(focus.event);
+    else
+        m_left.erase(focus.event);
+    return false;
 }
 
 } // namespace kelpa::x11

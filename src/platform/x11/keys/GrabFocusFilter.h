@@ -1,7 +1,11 @@
-// Keeps the focus events that a keyboard grab causes away from the toolkit.
+// Keeps the focus events that a keyboard grab causes away from the toolkit, and knows at once which
+// windows have lost the focus.
 #pragma once
 
 #include <QAbstractNativeEventFilter>
+
+#include <cstdint>
+#include <set>
 
 namespace kelpa::x11 {
 
@@ -17,6 +21,14 @@ public:
     ~GrabFocusFilter() override;
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+    /// Whether the last that the server reported of this window of the program is that it lost the
+    /// focus. The toolkit still takes it for the active window then for a tenth of a second, in
+    /// which another window of the program could get the focus.
+    bool hasLostFocus(std::uint32_t window) const { return m_left.contains(window); }
+
+private:
+    std::set<std::uint32_t> m_left;
 };
 
 } // namespace kelpa::x11

@@ -163,8 +163,8 @@ TEST_F(SwayServerTest, An_action_is_on_the_window_of_the_element_alone)
     elements->front()->requestFocus();
     elements->front()->requestRaise();
     elements->front()->requestClose();
-    elements->front()->requestVirtualDesktop(3);
-    actions.showVirtualDesktop(4);
+    elements->front()->requestVirtualDesktop({.number = 3});
+    actions.showVirtualDesktop({.number = 4});
     commands.closeAll(71);
     EXPECT_TRUE(commands.focusLatest(71));
     EXPECT_FALSE(commands.focusLatest(73));

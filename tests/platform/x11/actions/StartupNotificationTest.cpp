@@ -104,7 +104,7 @@ TEST_F(StartupComplete, Is_broadcast_for_each_start_also_when_the_next_one_comes
     const auto connector = std::make_shared<DisplayConnector>(server.display());
     EwmhPager pager(connector, [](kelpa::WindowID) { return std::nullopt; });
     ManualScheduler scheduler;
-    X11OwnWindow window(connector, pager, scheduler);
+    X11OwnWindow window(connector, pager, scheduler, [](std::uint32_t) { return false; });
     const xcb_window_t own = listener.open({});
     scheduler.holdBackgroundWork(true);
     window.requestFront(own, {.inputTime = std::nullopt, .startupID = "first_TIME1"});
@@ -125,7 +125,7 @@ TEST_F(StartupComplete, Requests_beside_an_activation_that_hangs_hold_one_more_t
     const auto connector = std::make_shared<DisplayConnector>(server.display());
     EwmhPager pager(connector, [](kelpa::WindowID) { return std::nullopt; });
     ManualScheduler scheduler;
-    X11OwnWindow window(connector, pager, scheduler);
+    X11OwnWindow window(connector, pager, scheduler, [](std::uint32_t) { return false; });
     const xcb_window_t own = listener.open({});
     scheduler.holdBackgroundWork(true);
     for (int round = 0; round < 5; ++round) {

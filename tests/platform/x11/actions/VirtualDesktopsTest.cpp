@@ -53,7 +53,7 @@ TEST_P(VirtualDesktops, Windows_go_there_and_the_present_one_stays)
     const WindowItem two = openWindow(other, "two");
     const WindowItem three = openWindow(client, "three");
     EXPECT_EQ(listedDesktop(one), 1);
-    send({{one, 3}, {two, 2}});
+    send({{one, {.number = 3}}, {two, {.number = 2}}});
     EXPECT_TRUE(waitUntil([&] { return desktopOf(one) == 2U && desktopOf(two) == 1U; })) << state();
     EXPECT_EQ(desktopOf(three), 0U);
     EXPECT_EQ(shown(), 0U);
@@ -68,7 +68,7 @@ TEST_P(VirtualDesktops, A_minimised_window_goes_there_minimised)
     const WindowItem window = openWindow(client, "minimised");
     const WindowItem other = openWindow(client, "other");
     minimize(window);
-    send({{window, 2}});
+    send({{window, {.number = 2}}});
     EXPECT_TRUE(waitUntil([&] { return desktopOf(window) == 1U; })) << state();
     EXPECT_TRUE(isIconic(window));
     EXPECT_EQ(shown(), 0U);
@@ -78,11 +78,11 @@ TEST_P(VirtualDesktops, One_is_shown_where_no_window_is_and_the_goals_windows_co
 {
     const WindowItem wanted = openWindow(client, "wanted");
     const WindowItem inTheWay = openWindow(client, "in the way");
-    arrange({.desktop = 4}, applications, windowActions, {});
+    arrange({.desktop = {{.number = 4}}}, applications, windowActions, {});
     EXPECT_TRUE(waitUntil([&] { return shown() == 3U; })) << state();
-    send({{wanted, 2}, {inTheWay, 2}});
+    send({{wanted, {.number = 2}}, {inTheWay, {.number = 2}}});
     ASSERT_TRUE(waitUntil([&] { return desktopOf(wanted) == 1U && desktopOf(inTheWay) == 1U; }));
-    arrange({.raised = {wanted}, .minimized = {inTheWay}, .desktop = 2}, applications,
+    arrange({.raised = {wanted}, .minimized = {inTheWay}, .desktop = {{.number = 2}}}, applications,
             windowActions, {});
     EXPECT_TRUE(waitUntil([&] { return shown() == 1U && isInFront(wanted) && isIconic(inTheWay); }))
         << state();

@@ -56,5 +56,37 @@ INSTANTIATE_TEST_SUITE_P(
         FocusCase{"a_key", XCB_KEY_PRESS, XCB_NOTIFY_MODE_GRAB, true}),
     test::caseName);
 
+constexpr std::uint32_t ownWindow = 7;
+
+TEST(GrabFocusFilter, Knows_which_window_has_lost_the_focus_by_anything_but_a_grab_or_the_pointer)
+{
+    test::ProgramArguments arguments;
+    const QCoreApplication application(arguments.count, arguments.values.data());
+    GrabFocusFilter filter;
+    const auto hasLostFocusAfter = [&](std::uint8_t type, std::uint8_t mode, std::uint8_t detail,
+                                       std::uint32_t of = ownWindow) {
+        xcb_focus_in_event_t event = {};
+        event.response_type = type;
+        event.mode = mode;
+        event.detail = detail;
+        event.event = of;
+        filter.nativeEventFilter("xcb_generic_event_t", &event, nullptr);
+        return filter.hasLostFocus(ownWindow);
+    };
+    constexpr std::uint8_t normal = XCB_NOTIFY_MODE_NORMAL;
+    constexpr std::uint8_t other = XCB_NOTIFY_DETAIL_NONLINEAR;
+    EXPECT_FALSE(filter.hasLostFocus(ownWindow));
+    EXPECT_FALSE(hasLostFocusAfter(XCB_FOCUS_IN, normal, other));
+    EXPECT_FALSE(hasLostFocusAfter(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_GRAB, other));
+    EXPECT_FALSE(hasLostFocusAfter(XCB_FOCUS_OUT, normal, XCB_NOTIFY_DETAIL_POINTER));
+    EXPECT_FALSE(hasLostFocusAfter(XCB_FOCUS_OUT, normal, XCB_NOTIFY_DETAIL_INFERIOR));
+    EXPECT_FALSE(hasLostFocusAfter(XCB_FOCUS_OUT, normal, other, 8));
+    EXPECT_TRUE(hasLostFocusAfter(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_WHILE_GRABBED, other));
+    EXPECT_TRUE(hasLostFocusAfter(XCB_FOCUS_IN, XCB_NOTIFY_MODE_UNGRAB, other));
+    EXPECT_TRUE(hasLostFocusAfter(XCB_FOCUS_IN, normal, XCB_NOTIFY_DETAIL_POINTER));
+    EXPECT_TRUE(hasLostFocusAfter(XCB_FOCUS_IN, normal, other, 8));
+    EXPECT_FALSE(hasLostFocusAfter(XCB_FOCUS_IN, normal, other));
+}
+
 } // namespace
 } // namespace kelpa::x11
