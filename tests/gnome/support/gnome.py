@@ -21,6 +21,7 @@ UUID = "windows@kelpa.org"
 _SOURCES = pathlib.Path(__file__).resolve().parents[3]
 _GENERATOR = _SOURCES / "data" / "gnome" / "generate.py"
 
+# No keys are repeated: a busy Shell repeats those that it sees released late.
 _SETTINGS = """[org/gnome/shell]
 enabled-extensions={enabled}
 welcome-dialog-last-shown-version='99'
@@ -34,6 +35,9 @@ lock-enabled=false
 
 [org/gnome/desktop/session]
 idle-delay=uint32 0
+
+[org/gnome/desktop/peripherals/keyboard]
+repeat=false
 """
 
 # Parts of lines in the Shell's log.
